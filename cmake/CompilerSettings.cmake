@@ -1,0 +1,27 @@
+# Warnings are errors on our own code; sanitizers go to everything that is built.
+
+add_library(hv_compiler_settings INTERFACE)
+target_compile_options(hv_compiler_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+
+if(HVINTEG_SANITIZER STREQUAL "address")
+  add_compile_options(-fsanitize=address,undefined,float-cast-overflow,float-divide-by-zero
+    -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+elseif(HVINTEG_SANITIZER STREQUAL "thread")
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
+elseif(NOT HVINTEG_SANITIZER STREQUAL "")
+  message(FATAL_ERROR "HVINTEG_SANITIZER is \"${HVINTEG_SANITIZER}\": address, thread or empty")
+endif()
+
+# A shared library of ours: warnings, no undefined symbols, SONAME.
+function(hv_shared_library target)
+  target_link_libraries(${target} PRIVATE hv_compiler_settings)
+  set_target_properties(${target} PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  if(HVINTEG_SANITIZER STREQUAL "")
+    target_link_options(${target} PRIVATE -Wl,-z,defs)
+  endif()
+  install(TARGETS ${target} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endfunction()

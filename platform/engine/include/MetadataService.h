@@ -1,0 +1,39 @@
+#pragma once
+
+#include <jni.h>
+
+#include <string>
+#include <vector>
+
+#include "EngineExport.h"
+
+namespace EmbeddedHV {
+
+class Container;
+
+/// Questions that need no job. Every operation may throw Exception or JavaException.
+class ENGINE_API MetadataService
+{
+public:
+    /// The data model of a job's output, as XML, without running the job. The job names the
+    /// container in its dataModelBuilder step. `reserved` and `flags` are null and 0.
+    virtual std::string getMetadata(JNIEnv* env, const std::string& jobText, void*& reserved,
+                                    int flags, const Container& container) = 0;
+    virtual void reservedOperation() = 0;
+    /// The layers of a map service, as a JSON array.
+    virtual std::string getMapServiceLayers(JNIEnv* env, const std::string& url) = 0;
+    /// Names of the geographic and of the projected coordinate systems.
+    virtual void getGeographics(JNIEnv* env, std::vector<std::string>& names) = 0;
+    virtual void getProjections(JNIEnv* env, std::vector<std::string>& names) = 0;
+    /// Projected systems that suit the areas in `input`, at most `count` for each.
+    virtual void getRecommendPCSs(JNIEnv* env, const std::string& input, int count,
+                                  std::vector<std::string>& result) = 0;
+    virtual void getRecommendPCSs(JNIEnv* env, const std::string& input,
+                                  std::vector<std::string>& result) = 0;
+    /// A coordinate system by name or by well-known id, as a JSON object.
+    virtual std::string getCoordinatesSystemInfo(JNIEnv* env, const std::string& name) = 0;
+    virtual std::string getCoordinatesSystemInfo(JNIEnv* env, int wkid) = 0;
+    virtual ~MetadataService() = default;
+};
+
+} // namespace EmbeddedHV

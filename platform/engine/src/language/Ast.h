@@ -1,0 +1,192 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+/// The tree of a job text. docs/hvl.md defines the language.
+namespace EmbeddedHV::language {
+
+/// Where a piece of text begins; both count from 1, columns in characters.
+struct Position
+{
+    int line = 0;
+    int column = 0;
+};
+
+struct Expression;
+struct Type;
+using ExpressionPtr = std::unique_ptr<Expression>;
+using TypePtr = std::unique_ptr<Type>;
+
+enum class SimpleType
+{
+    Any,
+    Number,
+    String,
+    Int,
+    Real,
+    Char,
+    Bool,
+    Time,
+    Date,
+    Timestamp
+};
+
+/// A declared type: a simple one, a list of one element type, a tuple, or a record of named fields.
+struct Type
+{
+    enum class Kind
+    {
+        Simple,
+        List,
+        Tuple,
+        Record
+    };
+    Kind kind = Kind::Simple;
+    SimpleType simple = SimpleType::Any;
+    std::vector<Type> elements;     ///< List: one. Tuple: all. Record: one for each name.
+    std::vector<std::string> names; ///< Record only.
+};
+
+struct Null
+{
+};
+struct List
+{
+    std::vector<ExpressionPtr> elements;
+};
+struct Tuple
+{
+    std::vector<ExpressionPtr> elements;
+};
+/// A JSON object; members in the order of the text.
+struct Object
+{
+    std::vector<std::pair<std::string, ExpressionPtr>> members;
+};
+struct Name
+{
+    std::string name;
+};
+/// `target.field`
+struct Member
+{
+    ExpressionPtr target;
+    std::string field;
+};
+struct Call
+{
+    std::string function;
+    std::vector<ExpressionPtr> arguments;
+};
+enum class UnaryOperator
+{
+    Minus,
+    Not
+};
+struct Unary
+{
+    UnaryOperator op;
+    ExpressionPtr operand;
+};
+enum class BinaryOperator
+{
+    Or,
+    And,
+    Equal,
+    NotEqual,
+    Less,
+    LessOrEqual,
+    Greater,
+    GreaterOrEqual,
+    Add,
+    Subtract,
+    Multiply,
+    Divide,
+    Modulo,
+    Power
+};
+struct Binary
+{
+    BinaryOperator op;
+    ExpressionPtr left;
+    ExpressionPtr right;
+};
+struct Conditional
+{
+    ExpressionPtr condition;
+    ExpressionPtr then;
+    ExpressionPtr otherwise; ///< null where the text has no else
+};
+struct Parameter
+{
+    std::string name;
+    TypePtr type; ///< null where the text declares none
+};
+struct Lambda
+{
+    std::vector<Parameter> parameters;
+    ExpressionPtr body;
+};
+
+struct Expression
+{
+    using Value = std::variant<Null, bool, std::int64_t, double, std::string, List, Tuple, Object,
+                               Name, Member, Call, Unary, Binary, Conditional, Lambda>;
+    Value value;
+    Position position;
+};
+
+/// One argument of a step: an open place, an input named by tag, or an expression.
+struct Argument
+{
+    enum class Kind
+    {
+        Open,
+        Tagged,
+        Value
+    };
+    Kind kind = Kind::Open;
+    std::string tag;    ///< Tagged
+    std::string input;  ///< Tagged: the name of a chain
+    ExpressionPtr value; ///< Value
+    Position position;
+};
+
+struct Step
+{
+    std::string nameSpace; ///< empty for a step of the engine's own
+    std::string name;
+    std::vector<Argument> arguments;
+    Position position;
+
+    /// "ns:name" or "name", as messages show it.
+    std::string fullName() const { return nameSpace.empty() ? name : nameSpace + ":" + name; }
+};
+
+/// Steps joined by `->`, fed by a named chain or by nothing.
+struct Pipeline
+{
+    std::string input; ///< the name of a chain; empty if the first step starts the pipeline
+    std::vector<Step> steps;
+    Position position;
+};
+
+struct Definition
+{
+    std::string name;
+    std::variant<Pipeline, ExpressionPtr> value;
+    Position position;
+};
+
+/// Definitions and statements in the order of the text.
+struct Program
+{
+    std::vector<std::variant<Definition, Pipeline>> items;
+};
+
+} // namespace EmbeddedHV::language

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+
+#include "HostExport.h"
+
+/// The handle for ATNJMP.
+HOST_API void* Workspace();
+/// Sets the flag non-zero if the user asked for a stop. Any thread.
+HOST_API void ATNCHK(int* flag);
+/// The host's way out of a stopped procedure. With a way out armed (AttentionExit) and a stop asked
+/// for, or the run indicator at -1, it does not come back; otherwise it does.
+HOST_API void ATNJMP(void* workspace);
+
+/// Marks that the user asked for a stop; async-signal-safe, so that a signal handler may call it.
+HOST_API void RequestAttention() noexcept;
+HOST_API void ClearAttention() noexcept;
+
+/// What ATNJMP throws while an AttentionExit is alive on the thread.
+struct HOST_API AttentionJump
+{
+};
+
+/// Arms the host's way out for its scope, on the thread that makes it.
+class HOST_API AttentionExit
+{
+public:
+    AttentionExit();
+    ~AttentionExit();
+    AttentionExit(const AttentionExit&) = delete;
+    AttentionExit& operator=(const AttentionExit&) = delete;
+};
+
+/// The host's adapter: it tells whoever runs a job that the user wants it to stop.
+class HOST_API VexaAdapter
+{
+public:
+    /// Called when the user stops a job, maybe on another thread.
+    class HOST_API InterruptHandler
+    {
+    public:
+        virtual ~InterruptHandler() = default;
+        virtual void interrupt() = 0;
+        virtual void resume() {}
+    };
+
+    VexaAdapter();
+    ~VexaAdapter();
+    VexaAdapter(const VexaAdapter&) = delete;
+    VexaAdapter& operator=(const VexaAdapter&) = delete;
+
+    /// The handler in force; null for none. Borrowed: whoever sets one takes it out again.
+    InterruptHandler* getInterruptHandler() const;
+    void setInterruptHandler(InterruptHandler* handler);
+    /// Marks the attention and calls the handler in force, if any, on the calling thread. The handler
+    /// stays in force and alive until the call returns: setInterruptHandler waits for it.
+    void interrupt();
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> _impl;
+};
+
+/// The adapter of the process.
+HOST_API VexaAdapter* GetAdapter();

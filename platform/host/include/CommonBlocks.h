@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+
+#include "HostExport.h"
+
+/// The global block. A setting above 0 is in force; it is the 1-based column of the variable.
+struct CmnGlb
+{
+    std::int64_t weight = 0;
+    std::int64_t split = 0;
+};
+
+/// The system block. Writing -1 to the run indicator tells the host to end the run.
+struct CmnSys
+{
+    std::int64_t runIndicator = 0;
+};
+
+/// The blocks live for the whole process, at one address.
+HOST_API CmnGlb* pvGetCmnGlb();
+HOST_API CmnSys* pvGetCmnSys();

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <exception>
+#include <string>
+
+#include "HostExport.h"
+
+/// A Java exception, as C++ sees it.
+class HOST_API JNIException : public std::exception
+{
+public:
+    JNIException(std::string className, std::string message, std::string trace);
+    ~JNIException() override;
+    const char* what() const noexcept override { return _message.c_str(); }
+    /// The binary name of the Java class.
+    const std::string& className() const { return _className; }
+    /// Its message; the class name where it has none.
+    const std::string& message() const { return _message; }
+    /// The Java stack trace.
+    const std::string& trace() const { return _trace; }
+
+private:
+    std::string _className;
+    std::string _message;
+    std::string _trace;
+};
