@@ -52,8 +52,8 @@ public:
     /// The handler in force; null for none. Borrowed: whoever sets one takes it out again.
     InterruptHandler* getInterruptHandler() const;
     void setInterruptHandler(InterruptHandler* handler);
-    /// Marks the attention and calls the handler in force, if any, on the calling thread. The handler
-    /// stays in force and alive until the call returns: setInterruptHandler waits for it.
+    /// Marks the attention and calls the handler in force, if any, on the calling thread. The
+    /// handler stays in force and alive until the call returns: setInterruptHandler waits for it.
     void interrupt();
 
 private:

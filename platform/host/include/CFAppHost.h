@@ -10,8 +10,8 @@ class CFHostingCallback;
 /// The host's application settings, one object for the process. All texts are UTF-8.
 ///
 /// update() reads the settings anew: the locale from LC_ALL, LC_MESSAGES or LANG, the temporary
-/// directory from VEXA_TEMP, TMPDIR or the system's default, the thread limit from VEXA_THREADS or the
-/// number of processors. A host program may set them instead; what it sets survives update().
+/// directory from VEXA_TEMP, TMPDIR or the system's default, the thread limit from VEXA_THREADS or
+/// the number of processors. A host program may set them instead; what it sets survives update().
 class HOST_API CFAppHost
 {
 public:

@@ -6,8 +6,8 @@
 
 #include "HostExport.h"
 
-/// A file name in the host's spelling, with backslashes, in every form that is asked for. This class
-/// and the file services alone know how the operating system spells paths: there a backslash
+/// A file name in the host's spelling, with backslashes, in every form that is asked for. This
+/// class and the file services alone know how the operating system spells paths: there a backslash
 /// becomes a slash.
 class HOST_API ExtNameStr
 {

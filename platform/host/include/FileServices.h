@@ -5,8 +5,8 @@
 
 #include "HostExport.h"
 
-/// The host's file services. Names are in the host's encoding and spelling; forward slashes are taken
-/// as well. Results are 0 for success.
+/// The host's file services. Names are in the host's encoding and spelling; forward slashes are
+/// taken as well. Results are 0 for success.
 
 /// What is known of a file or directory.
 struct FileState

@@ -7,9 +7,9 @@
 
 #include "HostExport.h"
 
-/// What the library asked of the host, in order: progress, lines, messages, parser notes, weight and
-/// split, interrupt handlers. Tests and host programs read it; the library does not know of it. All
-/// operations may be called from any thread.
+/// What the library asked of the host, in order: progress, lines, messages, parser notes, weight
+/// and split, interrupt handlers. Tests and host programs read it; the library does not know of it.
+/// All operations may be called from any thread.
 class HOST_API HostJournal
 {
 public:

@@ -17,13 +17,13 @@ HOST_API bool qUTF8mode();
 /// A converter between a code page and UTF-8; 0 stands for the host's own. Null if there is none.
 HOST_API void* VEXAMBConverterNew_A(const char* codePage);
 HOST_API void VEXAMBConverterDelete_A(void* converter);
-/// Convert a text; a null converter stands for the host's code page. What cannot be converted becomes
-/// a substitute; the result is then non-zero.
+/// Convert a text; a null converter stands for the host's code page. What cannot be converted
+/// becomes a substitute; the result is then non-zero.
 HOST_API int VEXAMBGenericToU8(const char* text, std::string& result, void* converter);
 HOST_API int VEXAMBU8ToGeneric(const char* text, std::string& result, void* converter);
 
-/// Aware of the host's code page: compares at most `length` bytes without regard to letter case; finds
-/// a single-byte character; replaces every occurrence of one; cuts trailing blanks in place.
+/// Aware of the host's code page: compares at most `length` bytes without regard to letter case;
+/// finds a single-byte character; replaces every occurrence of one; cuts trailing blanks in place.
 HOST_API int VEXAMBstrnccmp_A(const char* first, const char* second, std::size_t length);
 HOST_API const char* VEXAMBstrchr_A(const char* text, char character);
 HOST_API void VEXAMBStringReplaceChar_A(std::string& text, char from, char to);

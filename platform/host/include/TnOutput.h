@@ -45,9 +45,9 @@ private:
 
 /// A text made of a format and parts. The format has places for two kinds of parts: `%n` inside
 /// square brackets stands for the n-th column of the sublist's first entry, `^n` there for the same
-/// column of each further entry; `^n` outside stands for the n-th part of the whole, where a sublist
-/// counts as one part. So with a split list of one entry (sex, f), "Split file [%1 = %2:,^1 = ^2:]1.
-/// ^2" and the message "done" give "Split file sex = f. done".
+/// column of each further entry; `^n` outside stands for the n-th part of the whole, where a
+/// sublist counts as one part. So with a split list of one entry (sex, f), "Split file [%1 = %2:,^1
+/// = ^2:]1. ^2" and the message "done" give "Split file sex = f. done".
 class HOST_API TnComposite : public TnText
 {
 public:

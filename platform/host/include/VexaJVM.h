@@ -11,9 +11,9 @@
 
 /// The Java virtual machine of the process: real, started at first use, once, and up to the end.
 ///
-/// libjvm is loaded at run time from the first place that has it: JAVA_HOME, `java` on the path, the
-/// system's default. The machine leaves signals to the host and has the jars of the installation on
-/// its class path. Further options come from VEXA_JVM_OPTIONS, separated by blanks.
+/// libjvm is loaded at run time from the first place that has it: JAVA_HOME, `java` on the path,
+/// the system's default. The machine leaves signals to the host and has the jars of the
+/// installation on its class path. Further options come from VEXA_JVM_OPTIONS, separated by blanks.
 class HOST_API VexaJVM
 {
 public:
@@ -25,8 +25,8 @@ public:
     bool IsStarted() const;
     /// Waits while another thread is starting the machine. True: one is up, attach to it.
     bool WaitForStartedJVM();
-    /// Throws VexaJVMError, which lists each place tried, if there is no machine to start or it does
-    /// not start, and names a jar that is missing.
+    /// Throws VexaJVMError, which lists each place tried, if there is no machine to start or it
+    /// does not start, and names a jar that is missing.
     void StartJVMAndAttachThread(JNIEnv** env);
     /// Attaches the calling thread, or finds that it is attached. Throws VexaJVMError.
     void AttachCurrentThread(JNIEnv** env);

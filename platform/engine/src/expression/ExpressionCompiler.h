@@ -19,8 +19,8 @@ struct SqlExpression
 using Definitions = std::map<std::string, const language::Expression*>;
 
 /// Checks a record lambda (`ctx => x => body`) against the fields of its input, and writes its body
-/// as SQL over them. Throws JobError, naming the step, the position, and the field, function or type
-/// that is wrong. `step` is the step's name as messages show it.
+/// as SQL over them. Throws JobError, naming the step, the position, and the field, function or
+/// type that is wrong. `step` is the step's name as messages show it.
 SqlExpression compileRecordLambda(const language::Expression& lambda, const Schema& input,
                                   const Definitions& definitions, const std::string& step);
 

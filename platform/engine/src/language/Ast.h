@@ -151,8 +151,8 @@ struct Argument
         Value
     };
     Kind kind = Kind::Open;
-    std::string tag;    ///< Tagged
-    std::string input;  ///< Tagged: the name of a chain
+    std::string tag;     ///< Tagged
+    std::string input;   ///< Tagged: the name of a chain
     ExpressionPtr value; ///< Value
     Position position;
 };
