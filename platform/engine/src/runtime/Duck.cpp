@@ -34,8 +34,20 @@ Connection::Connection(duckdb_database database)
         throw QueryError("the database gives no connection");
 }
 
+namespace {
+
+/// The interface takes texts that end at the first NUL: one inside would cut the statement.
+void refuseNul(const std::string& sql)
+{
+    if (sql.find('\0') != std::string::npos)
+        throw QueryError("Invalid Input Error: a text holds the character NUL");
+}
+
+} // namespace
+
 Result Connection::query(const std::string& sql)
 {
+    refuseNul(sql);
     duckdb_result raw{};
     const bool succeeded = duckdb_query(_connection, sql.c_str(), &raw) == DuckDBSuccess;
     Result result(raw);
@@ -49,6 +61,7 @@ Result Connection::query(const std::string& sql)
 
 Prepared::Prepared(Connection& connection, const std::string& sql)
 {
+    refuseNul(sql);
     if (duckdb_prepare(connection.handle(), sql.c_str(), &_statement) == DuckDBSuccess)
         return;
     const char* text = duckdb_prepare_error(_statement);

@@ -112,7 +112,10 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
     check.errorThreshold = settings.errorThreshold;
     check.mostRecords = settings.mostRecords;
     if (settings.errorThreshold != 0)
+    {
         check.rejects = context.newTable("hv_rejects_");
+        context.tables.push_back(rejectScansOf(check.rejects));
+    }
     if (!settings.dataModel)
         check.guess = plan.profile();
     node->check = std::make_shared<CsvCheck>(check);

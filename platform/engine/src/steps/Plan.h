@@ -46,10 +46,11 @@ struct Node
     std::shared_ptr<SourceCheck> check; ///< sources only; may be null
     bool shared = false;                ///< used more than once, so evaluated into a table
     int depth = 0;                      ///< steps since the last table or source
+    int steps = 1;                      ///< steps since the source
     std::string table;                  ///< once evaluated
 };
 
-/// A relation over one input; its depth follows from the input's.
+/// A relation over others; its depth follows from theirs. Throws JobError past the longest chain.
 NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
                     std::function<std::string(const std::vector<std::string>&)> select);
 
