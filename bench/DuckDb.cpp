@@ -8,8 +8,7 @@ namespace bench {
 DuckDb::DuckDb(int threads)
 {
     if (duckdb_open(nullptr, &_database) != DuckDBSuccess ||
-        duckdb_connect(_database, &_connection) != DuckDBSuccess)
-    {
+        duckdb_connect(_database, &_connection) != DuckDBSuccess) {
         std::fprintf(stderr, "bench: the baseline database does not open\n");
         std::exit(1);
     }
@@ -25,8 +24,7 @@ DuckDb::~DuckDb()
 void DuckDb::run(const std::string& statement)
 {
     duckdb_result result;
-    if (duckdb_query(_connection, statement.c_str(), &result) != DuckDBSuccess)
-    {
+    if (duckdb_query(_connection, statement.c_str(), &result) != DuckDBSuccess) {
         std::fprintf(stderr, "bench: %s\n", duckdb_result_error(&result));
         std::exit(1);
     }

@@ -27,8 +27,7 @@ void runJob(HVRunner& runner, const std::string& job, HVStatDataIterator* rows)
     runner.prepareHVLJob(job);
     if (rows != nullptr)
         runner.addInputIterator(rows);
-    if (!runner.execute())
-    {
+    if (!runner.execute()) {
         std::string id;
         std::string text;
         std::string detail;

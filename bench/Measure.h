@@ -33,8 +33,7 @@ Comparison interleave(int repetitions, Ours ours, Baseline baseline)
     Comparison comparison;
     ours();
     baseline();
-    for (int i = 0; i < repetitions; ++i)
-    {
+    for (int i = 0; i < repetitions; ++i) {
         comparison.ours.push_back(ours());
         comparison.baseline.push_back(baseline());
     }

@@ -8,16 +8,14 @@
 
 int main(int argc, char** argv)
 {
-    if (argc != 3)
-    {
+    if (argc != 3) {
         std::fprintf(stderr, "usage: bare_jvm LIBJVM JAR\n");
         return 2;
     }
     void* library = dlopen(argv[1], RTLD_NOW);
     using Create = jint (*)(JavaVM**, void**, void*);
     const auto create =
-        library == nullptr ? nullptr
-                           : reinterpret_cast<Create>(dlsym(library, "JNI_CreateJavaVM"));
+        library == nullptr ? nullptr : reinterpret_cast<Create>(dlsym(library, "JNI_CreateJavaVM"));
     if (create == nullptr)
         return 1;
 

@@ -57,8 +57,7 @@ double cancelOnce(const std::string& directory, std::chrono::milliseconds delay)
     runner.execute();
     const double returnedAt = watch.milliseconds();
     canceller.join();
-    if (runner.getProgressListener()->getState() != HVProgressListener::Cancelled)
-    {
+    if (runner.getProgressListener()->getState() != HVProgressListener::Cancelled) {
         std::fprintf(stderr, "bench: the job had ended before it was cancelled\n");
         std::exit(1);
     }
@@ -70,8 +69,7 @@ double cancelOnce(const std::string& directory, std::chrono::milliseconds delay)
 
 int main(int argc, char** argv)
 {
-    if (argc != 2)
-    {
+    if (argc != 2) {
         std::fprintf(stderr, "usage: bench_cancel DIR\n");
         return 2;
     }

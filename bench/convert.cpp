@@ -1,6 +1,7 @@
 // A table of three million rows from CSV to CSV and to HVBF, through the builders, the runner and
-// the engine, against the same COPY in the database alone. Each run is a process of its own, so that
-// its peak of memory is its own: bench_convert DIR measures, bench_convert DIR WHO KIND is one run.
+// the engine, against the same COPY in the database alone. Each run is a process of its own, so
+// that its peak of memory is its own: bench_convert DIR measures, bench_convert DIR WHO KIND is one
+// run.
 
 #include <cstdio>
 #include <cstdlib>
@@ -68,8 +69,7 @@ bool compare(const std::string& directory, const std::string& kind)
     bench::Comparison memory;
     // The first round warms the file cache.
     for (int round = -1; round < 5; ++round)
-        for (const char* who : {"ours", "baseline"})
-        {
+        for (const char* who : {"ours", "baseline"}) {
             const bench::ChildResult child = bench::runChild({self, directory, who, kind});
             if (round < 0)
                 continue;
@@ -87,8 +87,7 @@ int main(int argc, char** argv)
 {
     if (argc == 4)
         return runOnce(argv[1], argv[2], argv[3]);
-    if (argc != 2)
-    {
+    if (argc != 2) {
         std::fprintf(stderr, "usage: bench_convert DIR\n");
         return 2;
     }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "CFAppHost.h"
+#include "CFMetaData.h"
 #include "DuckDb.h"
 #include "Job.h"
 #include "Measure.h"
@@ -26,6 +27,11 @@ double valueAt(std::size_t row, std::size_t column)
     return static_cast<double>((row * 7919 + column * 104729) % 1000003) / 16;
 }
 
+std::string columnName(std::size_t column)
+{
+    return "v" + std::to_string(column);
+}
+
 /// Serves rows of doubles that lie one after the other.
 class MemoryRows : public HVStatDataIterator
 {
@@ -42,17 +48,15 @@ public:
 
     std::string getDataModel() override
     {
-        std::string model = "<DataModel>";
+        CFMetaData model;
         for (std::size_t column = 0; column < columns; ++column)
-            model += "<Field name=\"v" + std::to_string(column) +
-                     "\" storage=\"real\" type=\"continuous\"/>";
-        return model + "</DataModel>";
+            model.AppendField(CFField(columnName(column), CFField::Continuous, CFField::Real));
+        std::string xml;
+        model.ExportXMLDoc(xml);
+        return xml;
     }
 
-    unsigned int nextRecord() override
-    {
-        return _next++ < rowCount ? RecordAvailable : EndOfData;
-    }
+    unsigned int nextRecord() override { return _next++ < rowCount ? RecordAvailable : EndOfData; }
 
     unsigned int getRecordValue(unsigned long long fieldIndex, void*& value,
                                 unsigned long long& length) override
@@ -70,11 +74,6 @@ private:
     std::vector<double> _values;
     std::size_t _next = 0;
 };
-
-std::string columnName(std::size_t column)
-{
-    return "v" + std::to_string(column);
-}
 
 std::string composeJob()
 {
@@ -108,8 +107,8 @@ std::string aggregateQuery(const std::string& path)
 {
     std::string select;
     for (std::size_t column = 1; column < columns; ++column)
-        select += (column == 1 ? "avg(" : ", avg(") + columnName(column) + ") AS " +
-                  columnName(column);
+        select +=
+            (column == 1 ? "avg(" : ", avg(") + columnName(column) + ") AS " + columnName(column);
     return "CREATE OR REPLACE TEMP TABLE means AS SELECT " + select + " FROM read_parquet('" +
            path + "')";
 }
@@ -118,8 +117,7 @@ std::string aggregateQuery(const std::string& path)
 
 int main(int argc, char** argv)
 {
-    if (argc != 2)
-    {
+    if (argc != 2) {
         std::fprintf(stderr, "usage: bench_row_iterator DIR\n");
         return 2;
     }

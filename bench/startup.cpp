@@ -9,8 +9,7 @@
 
 int main(int argc, char** argv)
 {
-    if (argc != 2)
-    {
+    if (argc != 2) {
         std::fprintf(stderr, "usage: bench_startup DIR\n");
         return 2;
     }

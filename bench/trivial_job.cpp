@@ -42,8 +42,7 @@ std::string composeJob(const std::string& output)
 
 int main(int argc, char** argv)
 {
-    if (argc != 2)
-    {
+    if (argc != 2) {
         std::fprintf(stderr, "usage: bench_trivial_job DIR\n");
         return 2;
     }
