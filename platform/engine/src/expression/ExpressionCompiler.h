@@ -1,8 +1,10 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 
+#include "JobError.h"
 #include "expression/Schema.h"
 #include "language/Ast.h"
 
@@ -24,10 +26,16 @@ using Definitions = std::map<std::string, const language::Expression*>;
 SqlExpression compileRecordLambda(const language::Expression& lambda, const Schema& input,
                                   const Definitions& definitions, const std::string& step);
 
-/// The same for a lambda whose body is `("F", value)`; `field` receives F.
+/// The same for a lambda whose body is `("F", value)`; `field` receives F. The value is what a
+/// field can hold: a boolean has become an Integer, 1 or 0, a bare null a Real, and a Real that is
+/// not finite a missing value.
 SqlExpression compileFieldLambda(const language::Expression& lambda, const Schema& input,
                                  const Definitions& definitions, const std::string& step,
                                  std::string& field);
+
+/// Some values can only be found wrong while a query runs; the compiled SQL then raises an error of
+/// the database. This makes the job's error of such a message, and of any other message nothing.
+std::optional<JobError> expressionFault(const std::string& databaseMessage);
 
 /// `"name"` with quotes doubled, and `'text'` likewise.
 std::string quotedIdentifier(const std::string& name);

@@ -1,0 +1,45 @@
+#pragma once
+
+/// The ids of the engine's errors and messages: "HVE", two letters for the area, four digits, and
+/// E for an error, W for a warning or I for information. An id never changes its meaning, and the
+/// number of a withdrawn one is not used again. docs/hvl.md lists them for users.
+namespace EmbeddedHV::errors {
+
+// PA: the text of a job.
+inline constexpr const char* kSyntax = "HVEPA0001E";  ///< the text breaks the grammar
+inline constexpr const char* kNesting = "HVEPA0002E"; ///< nested deeper than the language allows
+inline constexpr const char* kTextEncoding = "HVEPA0003E"; ///< bytes that are not UTF-8
+
+// PL: the plan of a job, checked before any file is touched.
+inline constexpr const char* kUnknownStep = "HVEPL0001E";    ///< no step of this name
+inline constexpr const char* kStepArguments = "HVEPL0002E";  ///< wrong number or kind of arguments
+inline constexpr const char* kSettingMissing = "HVEPL0003E"; ///< a setting that the step needs
+inline constexpr const char* kSettingType = "HVEPL0004E";    ///< a setting of a wrong type or value
+inline constexpr const char* kUnknownField = "HVEPL0005E";   ///< a field that the input lacks
+inline constexpr const char* kDuplicateField = "HVEPL0006E"; ///< two output fields of one name
+inline constexpr const char* kUnknownName = "HVEPL0007E";    ///< a name without a definition
+inline constexpr const char* kNameBoundTwice = "HVEPL0008E"; ///< two definitions of one name
+inline constexpr const char* kCycle = "HVEPL0009E";          ///< a definition that uses itself
+inline constexpr const char* kNameKind = "HVEPL0010E";     ///< a chain for a value, or the reverse
+inline constexpr const char* kNotLiteral = "HVEPL0011E";   ///< not JSON where JSON is wanted
+inline constexpr const char* kStepInput = "HVEPL0012E";    ///< an input too many or too few
+inline constexpr const char* kNotAvailable = "HVEPL0013E"; ///< known, but not in this engine
+inline constexpr const char* kLiteralSize = "HVEPL0014E";  ///< a literal too large or too deep
+inline constexpr const char* kSettingIgnored = "HVEPL0015W"; ///< a setting that the step lacks
+
+// EX: expressions over records.
+inline constexpr const char* kLambdaForm = "HVEEX0001E";      ///< not the form that the step takes
+inline constexpr const char* kExpressionField = "HVEEX0002E"; ///< a field that the record lacks
+inline constexpr const char* kUnknownFunction = "HVEEX0003E"; ///< no function of this name
+inline constexpr const char* kExpressionName = "HVEEX0004E";  ///< no parameter or definition
+inline constexpr const char* kOperandType = "HVEEX0005E"; ///< an operand or argument of wrong type
+inline constexpr const char* kArgumentCount = "HVEEX0006E"; ///< too many or too few arguments
+inline constexpr const char* kDeclaredType =
+    "HVEEX0007E";                                       ///< a declared type that is not the actual
+inline constexpr const char* kPattern = "HVEEX0008E";   ///< a date or time pattern that is wrong
+inline constexpr const char* kRecursion = "HVEEX0009E"; ///< a definition that calls itself
+inline constexpr const char* kExpressionSize = "HVEEX0010E"; ///< too large or too deep to run
+inline constexpr const char* kNotAValue = "HVEEX0011E";      ///< a form that has no value here
+inline constexpr const char* kConversion = "HVEEX0012E"; ///< a value did not convert, at run time
+
+} // namespace EmbeddedHV::errors

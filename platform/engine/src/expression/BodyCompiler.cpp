@@ -1,0 +1,322 @@
+#include "expression/BodyCompiler.h"
+
+#include <algorithm>
+
+#include "ErrorIds.h"
+#include "expression/FunctionCall.h"
+#include "expression/FunctionTable.h"
+#include "expression/NearestName.h"
+#include "expression/Operators.h"
+#include "expression/SqlText.h"
+#include "expression/ValueTypes.h"
+#include "language/Describe.h"
+#include "language/TypeParser.h"
+
+namespace EmbeddedHV {
+
+using language::Expression;
+
+namespace {
+
+/// Definitions may use one another twice each, and so stand for endless SQL.
+constexpr std::size_t kLongestSql = 4'000'000;
+constexpr int kDeepest = 500;
+
+bool isBare(ValueType type)
+{
+    return type == ValueType::Null;
+}
+
+} // namespace
+
+BodyCompiler::BodyCompiler(const Schema& input, const Definitions& definitions,
+                           const std::string& step)
+    : _input(input), _definitions(definitions), _step(step)
+{
+    for (const Column& field : input)
+        _columns.emplace(field.name, &field);
+}
+
+SqlExpression BodyCompiler::compile(const Expression& expression, const Scope& scope)
+{
+    if (_depth == kDeepest)
+        at(expression.position)
+            .fail(errors::kExpressionSize, "the expression nests too deep with its definitions");
+    ++_depth;
+    SqlExpression result = dispatch(expression, scope);
+    --_depth;
+    if (result.sql.size() > kLongestSql)
+        at(expression.position)
+            .fail(errors::kExpressionSize, "the expression grows too large with its definitions");
+    return result;
+}
+
+/// One way to SQL for each kind of expression.
+struct BodyCompiler::ValueVisitor
+{
+    BodyCompiler& compiler;
+    const Expression& expression;
+    const Scope& scope;
+
+    Place place() const { return compiler.at(expression.position); }
+    [[noreturn]] SqlExpression fail() const
+    {
+        place().fail(errors::kNotAValue, "expected a value, found " + kindOf(expression));
+    }
+
+    SqlExpression operator()(const language::Null&) const { return sqlNull(); }
+    SqlExpression operator()(bool value) const { return sqlConstant(value); }
+    SqlExpression operator()(std::int64_t value) const { return sqlConstant(value); }
+    SqlExpression operator()(double value) const { return sqlConstant(value); }
+    SqlExpression operator()(const std::string& text) const { return sqlConstant(text); }
+    SqlExpression operator()(const language::List& list) const
+    {
+        return compiler.compileList(list, scope, place());
+    }
+    SqlExpression operator()(const language::Tuple&) const { return fail(); }
+    SqlExpression operator()(const language::Object&) const { return fail(); }
+    SqlExpression operator()(const language::Lambda&) const { return fail(); }
+    SqlExpression operator()(const language::Name& name) const
+    {
+        return compiler.compileName(name, scope, place());
+    }
+    SqlExpression operator()(const language::Member& member) const
+    {
+        return compiler.compileField(member, scope, place());
+    }
+    SqlExpression operator()(const language::Call& call) const
+    {
+        return compiler.compileCall(call, scope, place());
+    }
+    SqlExpression operator()(const language::Unary& unary) const
+    {
+        return compileUnary(unary.op, compiler.operand(*unary.operand, scope), place());
+    }
+    SqlExpression operator()(const language::Binary& binary) const
+    {
+        const Operand left = compiler.operand(*binary.left, scope);
+        const Operand right = compiler.operand(*binary.right, scope);
+        return compileBinary(binary.op, left, right, place());
+    }
+    SqlExpression operator()(const language::Conditional& conditional) const
+    {
+        return compiler.compileConditional(conditional, scope);
+    }
+};
+
+SqlExpression BodyCompiler::dispatch(const Expression& expression, const Scope& scope)
+{
+    return std::visit(ValueVisitor{*this, expression, scope}, expression.value);
+}
+
+Operand BodyCompiler::operand(const Expression& expression, const Scope& scope)
+{
+    Operand result{compile(expression, scope), {}, {}};
+    result.description = wordOf(result.value.type);
+    if (const auto* member = std::get_if<language::Member>(&expression.value))
+        result.description += " (the field " + member->field + ")";
+    if (const std::string* text = constantText(expression, scope))
+        result.constant = *text;
+    return result;
+}
+
+const std::string* BodyCompiler::constantText(const Expression& expression,
+                                              const Scope& scope) const
+{
+    const Expression* source = &expression;
+    if (const auto* name = std::get_if<language::Name>(&expression.value))
+        if (const Expression* bound = definition(name->name); bound && !scope.contains(name->name))
+            source = bound;
+    return std::get_if<std::string>(&source->value);
+}
+
+SqlExpression BodyCompiler::compileName(const language::Name& name, const Scope& scope,
+                                        const Place& place)
+{
+    if (const auto bound = scope.find(name.name); bound != scope.end()) {
+        if (const auto* value = std::get_if<SqlExpression>(&bound->second))
+            return *value;
+        const bool record = std::holds_alternative<RecordValue>(bound->second);
+        place.fail(errors::kNotAValue,
+                   "expected a value, found '" + name.name + "', which is " +
+                       (record ? "the whole record; a field of it is written " + name.name + ".name"
+                               : std::string("the execution context")));
+    }
+    const Expression* body = definition(name.name);
+    if (body == nullptr)
+        place.fail(errors::kExpressionName, "the name '" + name.name +
+                                                "' is neither a parameter nor the definition of an "
+                                                "expression");
+    return compileDefined(name.name, *body, {}, place);
+}
+
+/// Compiles what a definition binds, on the way from which it must not come back to itself.
+SqlExpression BodyCompiler::compileDefined(const std::string& name, const Expression& body,
+                                           const Scope& scope, const Place& place)
+{
+    if (std::ranges::find(_definitionsOnTheWay, name) != _definitionsOnTheWay.end())
+        place.fail(errors::kRecursion,
+                   "the definition of '" + name + "' uses itself; recursion is not allowed");
+    _definitionsOnTheWay.push_back(name);
+    SqlExpression result = compile(body, scope);
+    _definitionsOnTheWay.pop_back();
+    return result;
+}
+
+SqlExpression BodyCompiler::compileField(const language::Member& member, const Scope& scope,
+                                         const Place& place) const
+{
+    const auto* target = std::get_if<language::Name>(&member.target->value);
+    const auto bound = target != nullptr ? scope.find(target->name) : scope.end();
+    if (bound == scope.end() || !std::holds_alternative<RecordValue>(bound->second))
+        place.fail(errors::kNotAValue, "only the record has fields; '." + member.field +
+                                           "' follows " + kindOf(*member.target));
+    const Column& field = column(member.field, place);
+    return {quotedIdentifier(field.name), field.type};
+}
+
+const Column& BodyCompiler::column(const std::string& name, const Place& place) const
+{
+    if (const auto found = _columns.find(name); found != _columns.end())
+        return *found->second;
+    std::vector<std::string_view> names;
+    for (const Column& field : _input)
+        names.push_back(field.name);
+    place.fail(errors::kExpressionField,
+               "the records have no field \"" + name + "\"" + suggestion(name, names));
+}
+
+SqlExpression BodyCompiler::compileList(const language::List& list, const Scope& scope,
+                                        const Place& place)
+{
+    std::string elements;
+    for (const language::ExpressionPtr& element : list.elements) {
+        const Operand value = operand(*element, scope);
+        if (!converts(value.value.type, ValueType::Real))
+            place.fail(errors::kOperandType,
+                       "a list holds numbers only, found " + value.description);
+        elements += (elements.empty() ? "" : ", ") + sqlAs(value.value, ValueType::Real);
+    }
+    return {"CAST([" + elements + "] AS DOUBLE[])", ValueType::List};
+}
+
+SqlExpression BodyCompiler::compileConditional(const language::Conditional& conditional,
+                                               const Scope& scope)
+{
+    std::vector<std::pair<Operand, Operand>> clauses;
+    const Expression* otherwise = nullptr;
+    // A chain of else-ifs is one CASE, however long: the database bounds how deep they may nest.
+    for (const language::Conditional* next = &conditional; next != nullptr;) {
+        Operand condition = operand(*next->condition, scope);
+        if (!converts(condition.value.type, ValueType::Boolean))
+            at(next->condition->position)
+                .fail(errors::kOperandType,
+                      "a condition is a boolean, found " + condition.description);
+        clauses.emplace_back(std::move(condition), operand(*next->then, scope));
+        otherwise = next->otherwise.get();
+        next =
+            otherwise == nullptr ? nullptr : std::get_if<language::Conditional>(&otherwise->value);
+    }
+    std::optional<Operand> last;
+    if (otherwise != nullptr)
+        last = operand(*otherwise, scope);
+    ValueType type = last ? last->value.type : ValueType::Null;
+    std::string found = last ? last->description : "null";
+    for (auto clause = clauses.rbegin(); clause != clauses.rend(); ++clause) {
+        const Operand& value = clause->second;
+        const auto common = commonType(type, value.value.type);
+        if (!common)
+            at(conditional.condition->position)
+                .fail(errors::kOperandType, "the branches of a conditional have one type, found " +
+                                                value.description + " and " + found);
+        type = *common;
+        found = isBare(value.value.type) ? found : value.description;
+    }
+    std::string sql = "CASE";
+    for (const auto& [condition, value] : clauses)
+        sql += " WHEN " + sqlAs(condition.value, ValueType::Boolean) + " THEN " +
+               sqlAs(value.value, type);
+    if (last)
+        sql += " ELSE " + sqlAs(last->value, type);
+    return {sql + " END", type};
+}
+
+SqlExpression BodyCompiler::compileCall(const language::Call& call, const Scope& scope,
+                                        const Place& place)
+{
+    if (const Expression* bound = definition(call.function)) {
+        if (const auto* lambda = std::get_if<language::Lambda>(&bound->value))
+            return compileUserCall(call, *lambda, scope, place);
+        if (!isFunction(call.function))
+            place.fail(errors::kUnknownFunction,
+                       "'" + call.function + "' is " + kindOf(*bound) + ", not a function");
+    }
+    std::vector<Operand> arguments;
+    for (const language::ExpressionPtr& argument : call.arguments)
+        arguments.push_back(operand(*argument, scope));
+    return compileFunctionCall(call.function, arguments, place);
+}
+
+/// The arguments take the places of the parameters: the database never sees the function.
+SqlExpression BodyCompiler::compileUserCall(const language::Call& call,
+                                            const language::Lambda& lambda, const Scope& scope,
+                                            const Place& place)
+{
+    if (call.arguments.size() != lambda.parameters.size())
+        place.fail(errors::kArgumentCount,
+                   "'" + call.function + "' takes " + std::to_string(lambda.parameters.size()) +
+                       " arguments, found " + std::to_string(call.arguments.size()));
+    Scope inner;
+    for (std::size_t i = 0; i < call.arguments.size(); ++i) {
+        const language::Parameter& parameter = lambda.parameters[i];
+        inner[parameter.name] = argumentOf(parameter, *call.arguments[i], scope);
+    }
+    return compileDefined(call.function, *lambda.body, inner, place);
+}
+
+Binding BodyCompiler::argumentOf(const language::Parameter& parameter, const Expression& argument,
+                                 const Scope& scope)
+{
+    if (const auto* name = std::get_if<language::Name>(&argument.value)) {
+        const auto bound = scope.find(name->name);
+        if (bound != scope.end() && !std::holds_alternative<SqlExpression>(bound->second)) {
+            if (parameter.type && std::holds_alternative<RecordValue>(bound->second))
+                checkDeclared(*parameter.type, argument.position);
+            return bound->second;
+        }
+    }
+    const Operand value = operand(argument, scope);
+    if (parameter.type && !isBare(value.value.type) && !fits(*parameter.type, value.value.type))
+        at(argument.position)
+            .fail(errors::kDeclaredType, "the parameter '" + parameter.name + "' is declared as " +
+                                             textOf(*parameter.type) + ", found " +
+                                             value.description);
+    return value.value;
+}
+
+void BodyCompiler::checkDeclared(const language::Type& declared,
+                                 const language::Position& position) const
+{
+    if (declared.kind == language::Type::Kind::Simple &&
+        declared.simple == language::SimpleType::Any)
+        return;
+    const Place place = at(position);
+    if (declared.kind != language::Type::Kind::Record)
+        place.fail(errors::kDeclaredType,
+                   "the record is declared as " + textOf(declared) + ", which is no record type");
+    for (std::size_t i = 0; i < declared.names.size(); ++i) {
+        const Column& field = column(declared.names[i], place);
+        if (!fits(declared.elements[i], field.type))
+            place.fail(errors::kDeclaredType, "the field \"" + field.name + "\" is declared as " +
+                                                  textOf(declared.elements[i]) + " but is " +
+                                                  wordOf(field.type));
+    }
+}
+
+const Expression* BodyCompiler::definition(const std::string& name) const
+{
+    const auto found = _definitions.find(name);
+    return found == _definitions.end() ? nullptr : found->second;
+}
+
+} // namespace EmbeddedHV

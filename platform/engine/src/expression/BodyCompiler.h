@@ -1,0 +1,68 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <variant>
+#include <vector>
+
+#include "expression/Operand.h"
+
+namespace EmbeddedHV {
+
+/// Stands for the record, or for the execution context, where a parameter is bound to it.
+struct RecordValue
+{
+};
+struct ContextValue
+{
+};
+
+/// What the parameters of the lambda around an expression stand for.
+using Binding = std::variant<SqlExpression, RecordValue, ContextValue>;
+using Scope = std::map<std::string, Binding>;
+
+/// Writes the body of a lambda as SQL over the fields of its record; lives for one lambda. What it
+/// is made from must outlive it. Each operation throws JobError.
+class BodyCompiler
+{
+public:
+    BodyCompiler(const Schema& input, const Definitions& definitions, const std::string& step);
+
+    SqlExpression compile(const language::Expression& expression, const Scope& scope);
+    /// Compares the declared types of a record parameter with the record's fields.
+    void checkDeclared(const language::Type& declared, const language::Position& position) const;
+    /// The string that an expression writes out, itself or by a definition's name; null if none.
+    const std::string* constantText(const language::Expression& expression,
+                                    const Scope& scope) const;
+
+private:
+    struct ValueVisitor;
+
+    SqlExpression dispatch(const language::Expression& expression, const Scope& scope);
+    Operand operand(const language::Expression& expression, const Scope& scope);
+    SqlExpression compileName(const language::Name& name, const Scope& scope, const Place& place);
+    SqlExpression compileField(const language::Member& member, const Scope& scope,
+                               const Place& place) const;
+    SqlExpression compileList(const language::List& list, const Scope& scope, const Place& place);
+    SqlExpression compileConditional(const language::Conditional& conditional, const Scope& scope);
+    SqlExpression compileCall(const language::Call& call, const Scope& scope, const Place& place);
+    SqlExpression compileUserCall(const language::Call& call, const language::Lambda& lambda,
+                                  const Scope& scope, const Place& place);
+    Binding argumentOf(const language::Parameter& parameter, const language::Expression& argument,
+                       const Scope& scope);
+    SqlExpression compileDefined(const std::string& name, const language::Expression& body,
+                                 const Scope& scope, const Place& place);
+    const Column& column(const std::string& name, const Place& place) const;
+    const language::Expression* definition(const std::string& name) const;
+    Place at(const language::Position& position) const { return {_step, position}; }
+
+    const Schema& _input;
+    const Definitions& _definitions;
+    const std::string& _step;
+    std::unordered_map<std::string, const Column*> _columns;
+    std::vector<std::string> _definitionsOnTheWay;
+    int _depth = 0;
+};
+
+} // namespace EmbeddedHV

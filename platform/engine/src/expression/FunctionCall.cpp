@@ -1,0 +1,216 @@
+#include "expression/FunctionCall.h"
+
+#include <algorithm>
+#include <set>
+
+#include "ErrorIds.h"
+#include "expression/DateTimePattern.h"
+#include "expression/FunctionTable.h"
+#include "expression/NearestName.h"
+#include "expression/ValueTypes.h"
+#include "language/Describe.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr std::string_view kMore = "...";
+
+constexpr ValueType kNamedTypes[] = {ValueType::Integer, ValueType::Real, ValueType::String,
+                                     ValueType::Date,    ValueType::Time, ValueType::Timestamp,
+                                     ValueType::Boolean};
+
+/// The type that a word of the table names; none for the words that stand for several.
+std::optional<ValueType> namedType(std::string_view word)
+{
+    const auto* found =
+        std::ranges::find_if(kNamedTypes, [word](ValueType type) { return word == wordOf(type); });
+    return found == std::end(kNamedTypes) ? std::nullopt : std::optional(*found);
+}
+
+/// A form of a function with its parameters taken apart.
+struct Form
+{
+    const Function* function;
+    std::vector<std::string_view> words;
+    bool open = false; ///< the last parameter stands once or more
+
+    bool takes(std::size_t count) const
+    {
+        return open ? count >= words.size() : count == words.size();
+    }
+    std::string_view word(std::size_t argument) const
+    {
+        return words[std::min(argument, words.size() - 1)];
+    }
+};
+
+Form formOf(const Function& function)
+{
+    Form form{&function, {}, function.parameters.ends_with(kMore)};
+    std::string_view rest = function.parameters;
+    if (form.open)
+        rest.remove_suffix(kMore.size());
+    constexpr std::string_view kSeparator = ", ";
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find(kSeparator), rest.size());
+        form.words.push_back(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + kSeparator.size(), rest.size()));
+    }
+    return form;
+}
+
+bool accepts(std::string_view word, const Operand& argument)
+{
+    const ValueType type = argument.value.type;
+    if (const auto named = namedType(word))
+        return converts(type, *named);
+    if (word == "Number")
+        return isNumber(type) || type == ValueType::Null;
+    if (word == "Pattern")
+        return argument.constant.has_value();
+    return word == "Any" || type != ValueType::List;
+}
+
+/// The type that the arguments which must be the same have in common; Null if there are none.
+std::optional<ValueType> sharedType(const Form& form, const std::vector<Operand>& arguments)
+{
+    std::optional<ValueType> shared = ValueType::Null;
+    for (std::size_t i = 0; i < arguments.size() && shared; ++i)
+        if (form.word(i) == "Same")
+            shared = commonType(*shared, arguments[i].value.type);
+    return shared;
+}
+
+bool acceptsAll(const Form& form, const std::vector<Operand>& arguments)
+{
+    if (!form.takes(arguments.size()))
+        return false;
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        if (!accepts(form.word(i), arguments[i]))
+            return false;
+    return sharedType(form, arguments).has_value();
+}
+
+/// "(A), (B, C) or (D)"
+std::string listed(const std::vector<std::string>& items)
+{
+    std::string text;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (i > 0)
+            text += i + 1 == items.size() ? " or " : ", ";
+        text += "(" + items[i] + ")";
+    }
+    return text;
+}
+
+[[noreturn]] void failUnknown(const std::string& name, const Place& place)
+{
+    std::vector<std::string_view> names;
+    for (const Function& function : functionTable())
+        names.push_back(function.name);
+    place.fail(errors::kUnknownFunction,
+               "there is no function '" + name + "'" + suggestion(name, names));
+}
+
+[[noreturn]] void failArguments(const std::vector<Form>& forms,
+                                const std::vector<Operand>& arguments, const Place& place)
+{
+    std::vector<std::string> known;
+    for (const Form& form : forms)
+        known.emplace_back(form.function->parameters);
+    std::string found;
+    for (const Operand& argument : arguments)
+        found += (found.empty() ? "" : ", ") + argument.description;
+    const bool countFits =
+        std::ranges::any_of(forms, [&](const Form& form) { return form.takes(arguments.size()); });
+    place.fail(countFits ? errors::kOperandType : errors::kArgumentCount,
+               std::string(forms.front().function->name) + " takes " + listed(known) + ", found (" +
+                   found + ")");
+}
+
+std::string patternSql(const Operand& argument, const Place& place)
+{
+    const TranslatedPattern translated = translatePattern(*argument.constant);
+    if (!translated.fault.empty())
+        place.fail(errors::kPattern,
+                   "the pattern \"" + *argument.constant + "\" is wrong: " + translated.fault);
+    return quotedLiteral(translated.format);
+}
+
+std::string argumentSql(std::string_view word, const Operand& argument, ValueType shared,
+                        const Place& place)
+{
+    const SqlExpression& value = argument.value;
+    if (word == "Pattern")
+        return patternSql(argument, place);
+    if (word == "Same")
+        return sqlAs(value, shared);
+    if (const auto named = namedType(word))
+        return sqlAs(value, *named);
+    return value.type == ValueType::Null ? sqlAs(value, ValueType::Real) : value.sql;
+}
+
+std::string joined(const std::vector<std::string>& arguments)
+{
+    std::string text;
+    for (const std::string& argument : arguments)
+        text += (text.empty() ? "" : ", ") + argument;
+    return text;
+}
+
+/// A fault at run time has no other way to say where it is than in the database's message.
+std::string whereSql(const Place& place)
+{
+    return quotedLiteral(std::string(errors::kConversion) + " step " + place.step + ", line " +
+                         std::to_string(place.position.line) + ", column " +
+                         std::to_string(place.position.column) + ": ");
+}
+
+std::string expanded(std::string_view sql, const std::vector<std::string>& arguments,
+                     const Place& place)
+{
+    constexpr std::string_view kWhere = "where";
+    std::string text;
+    for (std::size_t i = 0; i < sql.size(); ++i) {
+        if (sql[i] != '$') {
+            text += sql[i];
+        } else if (sql.substr(i + 1).starts_with(kWhere)) {
+            text += whereSql(place);
+            i += kWhere.size();
+        } else if (sql[++i] == '*') {
+            text += joined(arguments);
+        } else {
+            text += arguments[static_cast<std::size_t>(sql[i] - '1')];
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+SqlExpression compileFunctionCall(const std::string& name, const std::vector<Operand>& arguments,
+                                  const Place& place)
+{
+    std::vector<Form> forms;
+    for (const Function& function : formsOf(name))
+        forms.push_back(formOf(function));
+    if (forms.empty())
+        failUnknown(name, place);
+    const auto form = std::ranges::find_if(
+        forms, [&](const Form& candidate) { return acceptsAll(candidate, arguments); });
+    if (form == forms.end())
+        failArguments(forms, arguments, place);
+    const ValueType shared = *sharedType(*form, arguments);
+    std::vector<std::string> sql;
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        sql.push_back(argumentSql(form->word(i), arguments[i], shared, place));
+    return {expanded(form->function->sql, sql, place),
+            namedType(form->function->result).value_or(shared)};
+}
+
+void Place::fail(const char* id, const std::string& text) const
+{
+    language::failInStep(id, step, position, text);
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,173 @@
+#include "expression/Operators.h"
+
+#include "ErrorIds.h"
+#include "expression/ValueTypes.h"
+
+namespace EmbeddedHV {
+namespace {
+
+using language::BinaryOperator;
+using language::UnaryOperator;
+
+/// Operators that share their rules of types.
+enum class Family
+{
+    Logical,
+    Equality,
+    Order,
+    Addition,
+    Arithmetic,
+    Division,
+    Power
+};
+
+struct OperatorForm
+{
+    const char* symbol; ///< in a job
+    const char* sql;
+    Family family;
+};
+
+/// In the order of BinaryOperator.
+constexpr OperatorForm kBinaryForms[] = {
+    {"||", "OR", Family::Logical},  {"&&", "AND", Family::Logical}, {"==", "=", Family::Equality},
+    {"!=", "<>", Family::Equality}, {"<", "<", Family::Order},      {"<=", "<=", Family::Order},
+    {">", ">", Family::Order},      {">=", ">=", Family::Order},    {"+", "+", Family::Addition},
+    {"-", "-", Family::Arithmetic}, {"*", "*", Family::Arithmetic}, {"/", "/", Family::Division},
+    {"%", "%", Family::Division},   {"**", "", Family::Power},
+};
+
+/// Two operands on their way through one operator.
+struct Operation
+{
+    BinaryOperator op;
+    const Operand& left;
+    const Operand& right;
+    const Place& place;
+
+    const OperatorForm& form() const { return kBinaryForms[static_cast<std::size_t>(op)]; }
+
+    [[noreturn]] void fail(const std::string& wanted) const
+    {
+        place.fail(errors::kOperandType, "'" + std::string(form().symbol) + "' takes " + wanted +
+                                             ", found " + left.description + " and " +
+                                             right.description);
+    }
+    /// The type of both operands, or a failure.
+    ValueType common(const std::string& wanted) const
+    {
+        const auto type = commonType(left.value.type, right.value.type);
+        if (!type)
+            fail(wanted);
+        return *type;
+    }
+    SqlExpression infix(const char* sqlOperator, ValueType operands, ValueType result) const
+    {
+        return {"(" + sqlAs(left.value, operands) + " " + sqlOperator + " " +
+                    sqlAs(right.value, operands) + ")",
+                result};
+    }
+};
+
+/// The type in which two numbers meet; a null beside nothing else is a Real.
+ValueType numberType(const Operation& operation, const std::string& wanted = "two numbers")
+{
+    const ValueType type = operation.common(wanted);
+    if (type == ValueType::Null)
+        return ValueType::Real;
+    if (!isNumber(type))
+        operation.fail(wanted);
+    return type;
+}
+
+SqlExpression compileLogical(const Operation& operation)
+{
+    const ValueType type = operation.common("two booleans");
+    if (type != ValueType::Boolean && type != ValueType::Null)
+        operation.fail("two booleans");
+    return operation.infix(operation.form().sql, ValueType::Boolean, ValueType::Boolean);
+}
+
+SqlExpression compileComparison(const Operation& operation)
+{
+    const ValueType type = operation.common("two values of one type");
+    const bool ordered = type != ValueType::Boolean && type != ValueType::List;
+    if (operation.form().family == Family::Order && !ordered)
+        operation.fail("values that have an order");
+    return operation.infix(operation.form().sql, type, ValueType::Boolean);
+}
+
+SqlExpression compileAddition(const Operation& operation)
+{
+    constexpr const char* kWanted = "two numbers or two strings";
+    if (operation.common(kWanted) == ValueType::String)
+        return operation.infix("||", ValueType::String, ValueType::String);
+    const ValueType type = numberType(operation, kWanted);
+    return operation.infix("+", type, type);
+}
+
+SqlExpression compileArithmetic(const Operation& operation)
+{
+    const ValueType type = numberType(operation);
+    return operation.infix(operation.form().sql, type, type);
+}
+
+/// Division by zero has no answer, and is missing.
+SqlExpression compileDivision(const Operation& operation)
+{
+    const bool quotient = operation.op == BinaryOperator::Divide;
+    const ValueType numbers = numberType(operation);
+    const ValueType type = quotient ? ValueType::Real : numbers;
+    return {"(" + sqlAs(operation.left.value, type) + " " + operation.form().sql + " NULLIF(" +
+                sqlAs(operation.right.value, type) + ", 0))",
+            type};
+}
+
+/// What is not a number (a root of a negative) is missing.
+SqlExpression compilePower(const Operation& operation)
+{
+    numberType(operation);
+    return {"NULLIF(pow(" + sqlAs(operation.left.value, ValueType::Real) + ", " +
+                sqlAs(operation.right.value, ValueType::Real) + "), CAST('nan' AS DOUBLE))",
+            ValueType::Real};
+}
+
+} // namespace
+
+SqlExpression compileUnary(UnaryOperator op, const Operand& operand, const Place& place)
+{
+    const ValueType type = operand.value.type;
+    if (op == UnaryOperator::Not) {
+        if (!converts(type, ValueType::Boolean))
+            place.fail(errors::kOperandType, "'!' takes a boolean, found " + operand.description);
+        return {"(NOT " + sqlAs(operand.value, ValueType::Boolean) + ")", ValueType::Boolean};
+    }
+    if (!converts(type, ValueType::Real))
+        place.fail(errors::kOperandType, "'-' takes a number, found " + operand.description);
+    const ValueType number = type == ValueType::Null ? ValueType::Real : type;
+    return {"(- " + sqlAs(operand.value, number) + ")", number};
+}
+
+SqlExpression compileBinary(BinaryOperator op, const Operand& left, const Operand& right,
+                            const Place& place)
+{
+    const Operation operation{op, left, right, place};
+    switch (operation.form().family) {
+    case Family::Logical:
+        return compileLogical(operation);
+    case Family::Equality:
+    case Family::Order:
+        return compileComparison(operation);
+    case Family::Addition:
+        return compileAddition(operation);
+    case Family::Arithmetic:
+        return compileArithmetic(operation);
+    case Family::Division:
+        return compileDivision(operation);
+    case Family::Power:
+        break;
+    }
+    return compilePower(operation);
+}
+
+} // namespace EmbeddedHV

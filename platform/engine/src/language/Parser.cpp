@@ -1,0 +1,169 @@
+#include "language/Parser.h"
+
+#include <set>
+#include <utility>
+
+#include "expression/FunctionTable.h"
+#include "language/ExpressionParser.h"
+#include "language/TokenStream.h"
+
+namespace EmbeddedHV::language {
+namespace {
+
+/// Reads definitions and statements; expressions it leaves to the other parser.
+class ProgramParser
+{
+public:
+    explicit ProgramParser(std::string_view text) : _tokens(text), _expressions(_tokens) {}
+
+    Program program();
+
+private:
+    Definition definition();
+    bool atPipeline() const;
+    bool atSingleCall() const;
+    Pipeline pipeline();
+    Step step();
+    Argument argument();
+
+    TokenStream _tokens;
+    ExpressionParser _expressions;
+    /// Names that were bound to lambdas so far: a call of one is no step.
+    std::set<std::string> _lambdas;
+};
+
+Program ProgramParser::program()
+{
+    Program result;
+    while (_tokens.peek().kind != Token::Kind::End) {
+        if (_tokens.peek().isKeyword("val"))
+            result.items.emplace_back(definition());
+        else if (_tokens.peek().kind == Token::Kind::Name)
+            result.items.emplace_back(pipeline());
+        else
+            _tokens.failExpected("'val' or the name of a step");
+    }
+    return result;
+}
+
+Definition ProgramParser::definition()
+{
+    Definition result;
+    result.position = _tokens.take().position;
+    if (_tokens.peek().kind != Token::Kind::Name)
+        _tokens.failExpected("a name after 'val'");
+    result.name = _tokens.take().text;
+    _tokens.expectSymbol("=", "'=' after the name");
+    if (atPipeline()) {
+        result.value = pipeline();
+        return result;
+    }
+    if (_expressions.atLambda())
+        _lambdas.insert(result.name);
+    result.value = _expressions.expression().expression;
+    return result;
+}
+
+/// A definition binds a chain if its right side has an arrow or a namespace, or is a single call
+/// of something that is no function: that must be a step.
+bool ProgramParser::atPipeline() const
+{
+    if (_tokens.peek().kind != Token::Kind::Name)
+        return false;
+    const Token& next = _tokens.peek(1);
+    if (next.isSymbol("->"))
+        return true;
+    if (next.isSymbol(":"))
+        return _tokens.peek(2).kind == Token::Kind::Name && _tokens.peek(3).isSymbol("(");
+    if (!next.isSymbol("("))
+        return false;
+    const Token* after = _tokens.afterParenthesis(1);
+    if (after != nullptr && after->isSymbol("->"))
+        return true;
+    const std::string& name = _tokens.peek().text;
+    return atSingleCall() && !isFunction(name) && !_lambdas.contains(name);
+}
+
+/// Whether the definition ends with the call that begins here. A call that is not closed counts:
+/// it is an error anyhow, and tells more as that of a step.
+bool ProgramParser::atSingleCall() const
+{
+    const Token* after = _tokens.afterParenthesis(1);
+    return after == nullptr || after->kind == Token::Kind::End || after->isKeyword("val") ||
+           after->kind == Token::Kind::Name;
+}
+
+Pipeline ProgramParser::pipeline()
+{
+    Pipeline result;
+    result.position = _tokens.peek().position;
+    if (_tokens.peek(1).isSymbol("->"))
+        result.input = _tokens.take().text;
+    else
+        result.steps.push_back(step());
+    while (_tokens.takeSymbol("->"))
+        result.steps.push_back(step());
+    return result;
+}
+
+Step ProgramParser::step()
+{
+    Step result;
+    result.position = _tokens.peek().position;
+    if (_tokens.peek().kind != Token::Kind::Name)
+        _tokens.failExpected("the name of a step");
+    result.name = _tokens.take().text;
+    if (_tokens.takeSymbol(":")) {
+        if (_tokens.peek().kind != Token::Kind::Name)
+            _tokens.failExpected("the name of a step after '" + result.name + ":'");
+        result.nameSpace = std::exchange(result.name, _tokens.take().text);
+    }
+    _tokens.expectSymbol("(", "'(' or '->'");
+    if (_tokens.takeSymbol(")"))
+        return result;
+    do
+        result.arguments.push_back(argument());
+    while (_tokens.takeSymbol(","));
+    _tokens.expectSymbol(")", "',' or ')'");
+    return result;
+}
+
+Argument ProgramParser::argument()
+{
+    Argument result;
+    const Token& first = _tokens.peek();
+    result.position = first.position;
+    if (_tokens.takeKeyword("_"))
+        return result;
+    // `a: b` names an input, unless it is a parameter with its type: `a: Real => ...`.
+    const bool tag = first.isName() || first.kind == Token::Kind::String;
+    if (tag && _tokens.peek(1).isSymbol(":") && _tokens.peek(2).kind == Token::Kind::Name &&
+        !_tokens.peek(3).isSymbol("=>")) {
+        result.kind = Argument::Kind::Tagged;
+        result.tag = _tokens.take().text;
+        _tokens.take();
+        result.input = _tokens.take().text;
+        return result;
+    }
+    result.kind = Argument::Kind::Value;
+    result.value = _expressions.expression().expression;
+    return result;
+}
+
+} // namespace
+
+Program parseProgram(std::string_view text)
+{
+    return ProgramParser(text).program();
+}
+
+ExpressionPtr parseExpression(std::string_view text)
+{
+    TokenStream tokens(text);
+    ExpressionPtr expression = ExpressionParser(tokens).expression().expression;
+    if (tokens.peek().kind != Token::Kind::End)
+        tokens.failExpected("the end of the expression");
+    return expression;
+}
+
+} // namespace EmbeddedHV::language

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "language/Ast.h"
+
+namespace EmbeddedHV::language {
+
+/// Walks a text a character at a time and keeps count of lines and columns. Checks on the way that
+/// the bytes are UTF-8, so that whatever is cut out of the text is. The text must outlive it.
+class TextCursor
+{
+public:
+    explicit TextCursor(std::string_view text) : _rest(text) {}
+
+    bool atEnd() const { return _rest.empty(); }
+    /// The byte `offset` bytes ahead, or 0 past the end.
+    char peek(std::size_t offset = 0) const { return offset < _rest.size() ? _rest[offset] : '\0'; }
+    bool startsWith(std::string_view prefix) const { return _rest.starts_with(prefix); }
+    std::string_view rest() const { return _rest; }
+    const Position& position() const { return _position; }
+
+    /// Steps over one character and gives its bytes; throws JobError if they are not UTF-8.
+    std::string_view advance();
+    void advance(std::size_t characters);
+
+private:
+    std::string_view _rest;
+    Position _position{1, 1};
+};
+
+/// Appends a character's UTF-8 bytes.
+void appendUtf8(char32_t character, std::string& text);
+
+/// Throws JobError whose text begins with "line L, column C: ".
+[[noreturn]] void failAt(const Position& position, const std::string& text, const char* id);
+
+} // namespace EmbeddedHV::language

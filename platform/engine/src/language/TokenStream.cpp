@@ -1,0 +1,81 @@
+#include "language/TokenStream.h"
+
+#include <algorithm>
+
+#include "ErrorIds.h"
+#include "language/Lexer.h"
+#include "language/TextCursor.h"
+
+namespace EmbeddedHV::language {
+
+TokenStream::TokenStream(std::string_view text) : _tokens(tokenize(text)) {}
+
+const Token& TokenStream::peek(std::size_t offset) const
+{
+    return _tokens[std::min(_next + offset, _tokens.size() - 1)];
+}
+
+const Token* TokenStream::afterParenthesis(std::size_t offset) const
+{
+    const std::size_t closing = peek(offset).closing;
+    return closing == Token::kNone ? nullptr : &_tokens[closing + 1];
+}
+
+const Token& TokenStream::take()
+{
+    const Token& token = peek();
+    if (token.kind != Token::Kind::End)
+        ++_next;
+    return token;
+}
+
+bool TokenStream::takeSymbol(const char* symbol)
+{
+    if (!peek().isSymbol(symbol))
+        return false;
+    take();
+    return true;
+}
+
+bool TokenStream::takeKeyword(const char* word)
+{
+    if (!peek().isKeyword(word))
+        return false;
+    take();
+    return true;
+}
+
+void TokenStream::expectSymbol(const char* symbol, const char* expected)
+{
+    if (!takeSymbol(symbol))
+        failExpected(expected != nullptr ? expected : "'" + std::string(symbol) + "'");
+}
+
+std::string TokenStream::expectName(const char* expected)
+{
+    if (!peek().isName())
+        failExpected(expected);
+    return take().text;
+}
+
+void TokenStream::failExpected(const std::string& expected) const
+{
+    failAt(peek().position, "expected " + expected + ", found " + describe(peek()),
+           errors::kSyntax);
+}
+
+void TokenStream::failNesting(const Position& position)
+{
+    failAt(position,
+           "expressions nest deeper than the " + std::to_string(kDeepest) + " levels allowed",
+           errors::kNesting);
+}
+
+TokenStream::Level::Level(TokenStream& stream) : _stream(stream)
+{
+    if (stream._depth == kDeepest)
+        failNesting(stream.peek().position);
+    ++stream._depth;
+}
+
+} // namespace EmbeddedHV::language
