@@ -128,7 +128,7 @@ public final class FunctionBuilder
         if (inputs == null) {
             return this;
         }
-        if (inputs.containsKey(null)) {
+        if (inputs.keySet().stream().anyMatch(Objects::isNull)) {
             throw failure("has an input without a tag");
         }
         new TreeMap<>(inputs).forEach((tag, function) -> {
