@@ -56,9 +56,9 @@ public:
     /// arguments stay as they are otherwise.
     bool hasError(std::string& id, std::string& text, std::string& detail);
 
-    /// Shows each distinct message once, as a warning line, then the error if `showError` is set, or
-    /// that the run was cancelled. `splitLabel` has lines begin with the present split group, where
-    /// the data are split. Without a procedure nothing is shown.
+    /// Shows each distinct message once, as a warning line, then the error if `showError` is set,
+    /// or that the run was cancelled. `splitLabel` has lines begin with the present split group,
+    /// where the data are split. Without a procedure nothing is shown.
     void displayAllMessages(bool showError, bool splitLabel);
 
 private:

@@ -31,8 +31,8 @@ class RowDataIterator;
 ///     runner.cleanExecution();
 ///
 /// What the engine throws (EmbeddedHV::Exception, EmbeddedHV::JavaException) passes to the caller,
-/// except where an operation says otherwise; a job that merely fails is told by execute's result and
-/// the listener. All strings are UTF-8.
+/// except where an operation says otherwise; a job that merely fails is told by execute's result
+/// and the listener. All strings are UTF-8.
 ///
 /// One thread at a time, the one that made the runner or called resetJNI last. Only cancelExecution
 /// may come from another thread, while one sits in execute.
@@ -68,8 +68,8 @@ public:
     /// columns. Always true.
     bool prepareActiveDS(ProcedureDataSource& dataSource, bool supportsWeight, bool supportsSplit);
 
-    /// Begins a job: forgets what the last one told, ends its execution, and hands the text to a new
-    /// one. The first job of the process starts the engine. True, or an exception.
+    /// Begins a job: forgets what the last one told, ends its execution, and hands the text to a
+    /// new one. The first job of the process starts the engine. True, or an exception.
     bool prepareHVLJob(const std::string& jobText);
 
     /// Hand inputs and outputs to the prepared job. The objects stay the caller's and live until
@@ -104,8 +104,8 @@ public:
     void displayMessage();
     bool displayOutputs();
 
-    /// Rows of a file that the finished job wrote, named without a directory; null if there is none.
-    /// The execution owns the object; the caller ends its use with RowDataIterator::dispose.
+    /// Rows of a file that the finished job wrote, named without a directory; null if there is
+    /// none. The execution owns the object; the caller ends its use with RowDataIterator::dispose.
     EmbeddedHV::RowDataIterator* getOutputIterator(const std::string& fileName);
     /// The data model of a job's output, as XML, without running the job; ends a present execution.
     /// A failure of the engine leaves `metadata` empty and the result true; otherwise the result is

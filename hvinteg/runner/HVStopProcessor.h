@@ -15,8 +15,8 @@ public:
     HVStopProcessor& operator=(const HVStopProcessor&) = default;
 
     virtual ~HVStopProcessor();
-    /// Whether the limit is over. Then it says so in the host's output and has the host end the run;
-    /// in any case the host gets the chance to leave, and may not come back from here.
+    /// Whether the limit is over. Then it says so in the host's output and has the host end the
+    /// run; in any case the host gets the chance to leave, and may not come back from here.
     virtual bool GetCancel();
     /// Whether the limit is over or the user asked for a stop. No side effects; any thread.
     virtual bool CheckCancel() const;

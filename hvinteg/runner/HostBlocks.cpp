@@ -1,7 +1,5 @@
 #include "runner/HostBlocks.h"
 
-#include <atomic>
-
 #include "CommonBlocks.h"
 
 namespace {
@@ -42,5 +40,5 @@ void writeHostSplit(std::int32_t split)
 void endHostRun()
 {
     // The one setting that is written from a cancelling thread while others may look at it.
-    std::atomic_ref(systemBlock().runIndicator).store(kEndOfRun);
+    systemBlock().runIndicator.store(kEndOfRun);
 }

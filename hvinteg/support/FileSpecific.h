@@ -18,8 +18,8 @@ public:
     bool Exists() const;
     bool IsValid() const;
     bool IsDir() const;
-    /// Both are about files and false for a directory: another process holds a lock on it; it cannot
-    /// be opened for writing though it is not read-only.
+    /// Both are about files and false for a directory: another process holds a lock on it; it
+    /// cannot be opened for writing though it is not read-only.
     bool IsInUse() const;
     bool IsLocked() const;
     bool ReadOnly() const;

@@ -10,8 +10,8 @@
 ///
 /// It is off unless HV_STAT_DEBUG_DIR names a directory. Below that each process takes a directory
 /// of its own, hvtrace_ and the first free number. HV_STAT_DEBUG_PRINT, at YES or 1, sends log
-/// lines to the host's viewer as well, and HV_STAT_DEBUG_MAXCOUNT replaces the 1024 directories that
-/// are tried at most; 0 traces into the root itself. All three are read at construction.
+/// lines to the host's viewer as well, and HV_STAT_DEBUG_MAXCOUNT replaces the 1024 directories
+/// that are tried at most; 0 traces into the root itself. All three are read at construction.
 ///
 /// No failure is ever reported: what cannot be written is lost, and the job goes on. There is no
 /// lock: one thread at a time.

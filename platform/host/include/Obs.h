@@ -3,7 +3,8 @@
 /// The host's value of one case: a number, or eight bytes of text. A text of more than eight bytes
 /// takes as many units as it needs, one after the other; short text is filled up with blanks and
 /// has no terminator.
-union OBS {
+union OBS
+{
     double number;
     char text[8];
 };
