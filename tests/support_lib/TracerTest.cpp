@@ -115,7 +115,7 @@ TEST_F(Tracer, MaxCountLimitsTheDirectories)
 TEST_F(Tracer, DirectoryThatCannotBeMadeLeavesItOff)
 {
     scratch.put("file");
-    for (const std::string dir : {root + "/deep/er", scratch.path.string() + "/file"}) {
+    for (const std::string& dir : {root + "/deep/er", scratch.path.string() + "/file"}) {
         const auto tracer = TraceEnvironment{dir, {}, {}}.makeTracer();
         EXPECT_FALSE(tracer->canTrace()) << dir;
         EXPECT_FALSE(tracer->isTrace()) << dir;
@@ -128,15 +128,15 @@ TEST_F(Tracer, ViewerTakesLinesOnlyForTheTwoWords)
     {
         const char* value;
         bool prints;
-    } rows[] = {{"YES", true}, {"1", true},  {"yes", false}, {"Yes", false},
-                {"11", false}, {"", false},  {"YES ", false}, {"TRUE", false}};
+    } rows[] = {{"YES", true}, {"1", true}, {"yes", false},  {"Yes", false},
+                {"11", false}, {"", false}, {"YES ", false}, {"TRUE", false}};
     for (const auto& row : rows) {
         HostJournal::instance().clear();
         const auto tracer = TraceEnvironment{{}, row.value, {}}.makeTracer();
         EXPECT_EQ(tracer->printLogToViewer(), row.prints) << row.value;
         EXPECT_FALSE(tracer->addLog("line"));
-        EXPECT_EQ(viewerLines(), row.prints ? std::vector<std::string>{"line"}
-                                            : std::vector<std::string>{})
+        EXPECT_EQ(viewerLines(),
+                  row.prints ? std::vector<std::string>{"line"} : std::vector<std::string>{})
             << row.value;
     }
 }
