@@ -56,8 +56,12 @@ std::string preferredName(UConverter* converter)
 {
     UErrorCode error = U_ZERO_ERROR;
     const char* own = ucnv_getName(converter, &error);
-    const char* mime = ucnv_getStandardName(own, "MIME", &error);
-    return mime ? mime : own;
+    for (const char* standard : {"MIME", "IANA"}) {
+        error = U_ZERO_ERROR;
+        if (const char* name = ucnv_getStandardName(own, standard, &error))
+            return name;
+    }
+    return own;
 }
 
 bool isAscii(std::string_view text)
