@@ -34,6 +34,7 @@ std::string readAll(int descriptor)
 pid_t spawn(const std::vector<std::string>& command, int output)
 {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command)
         arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);

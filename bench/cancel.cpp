@@ -74,6 +74,7 @@ int main(int argc, char** argv)
         return 2;
     }
     std::vector<double> times;
+    times.reserve(repetitions);
     // Different moments of the query, from its beginning on.
     for (int i = 0; i < repetitions; ++i)
         times.push_back(cancelOnce(argv[1], std::chrono::milliseconds(100 + 40 * i)));

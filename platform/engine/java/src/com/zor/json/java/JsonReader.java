@@ -134,6 +134,7 @@ final class JsonReader implements AutoCloseable
 
     private static String at(JsonLocation location)
     {
-        return "line " + location.getLineNr() + ", column " + location.getColumnNr() + ": ";
+        // The parser's own bounds come without a place.
+        return location == null ? "" : "line " + location.getLineNr() + ", column " + location.getColumnNr() + ": ";
     }
 }

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "CFField.h"
+
+namespace EmbeddedHV {
+class RowDataIterator;
+}
+
+/// Rows of a job's output, as text. A missing value is nothing.
+struct ResultTable
+{
+    struct Column
+    {
+        std::string name;
+        CFField::StorageType storage = CFField::String;
+    };
+    using Row = std::vector<std::optional<std::string>>;
+
+    std::vector<Column> columns;
+    std::vector<Row> rows;
+};
+
+/// Reads all rows and disposes of the iterator.
+ResultTable readTable(EmbeddedHV::RowDataIterator& rows);
+
+/// `format` is text, csv or json.
+void printTable(const ResultTable& table, const std::string& format, std::ostream& out);
