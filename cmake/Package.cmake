@@ -23,6 +23,9 @@ foreach(header ${library_headers})
   endif()
 endforeach()
 
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/data/
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/hvinteg/examples)
+
 install(EXPORT hvintegTargets NAMESPACE hvinteg:: DESTINATION ${package_config_dir})
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/hvintegConfig.cmake.in
   ${PROJECT_BINARY_DIR}/hvintegConfig.cmake INSTALL_DESTINATION ${package_config_dir})

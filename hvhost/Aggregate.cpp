@@ -4,6 +4,7 @@
 #include "Commands.h"
 #include "DataFile.h"
 #include "HostSession.h"
+#include "InterruptWatch.h"
 #include "RecordChain.h"
 #include "ResultTable.h"
 #include "bridge/JNIHvlProgram.h"
@@ -65,23 +66,27 @@ void addStatistic(HVLAggregate& aggregates, const std::string& text)
         statistic.name.empty() ? statistic.function + "_" + statistic.field : statistic.name);
 }
 
-void showResult(HostSession& session, const std::string& fileName, const std::string& format)
+void showResult(HostSession& session, const std::string& fileName, const AggregateOptions& options)
 {
     EmbeddedHV::RowDataIterator* const rows = session.runner().getOutputIterator(fileName);
     if (rows == nullptr)
         throw CommandFault(ExitStatus::JobFailed, "the job's result cannot be read");
-    printTable(readTable(*rows), format, std::cout);
+    printTable(readTable(*rows, options.by.size()), options.format, std::cout);
     std::cout.flush();
+    if (!std::cout)
+        throw CommandFault(ExitStatus::JobFailed, "standard output cannot be written");
 }
 
 } // namespace
 
 void aggregate(const AggregateOptions& options, const CommonOptions& common)
 {
-    const bool shown = options.output.path.empty();
-    const InputFile input(options.input);
-    const auto output = shown ? nullptr : std::make_unique<OutputFile>(options.output);
-    HostSession session("aggregate", common);
+    const InterruptWatch watch(common.timeout);
+    const bool shown =
+        options.output.path.empty() || (options.output.path == "-" && options.output.kind.empty());
+    const InputFile input(options.input, watch);
+    const auto output = shown ? nullptr : std::make_unique<OutputFile>(options.output, watch);
+    HostSession session("aggregate", common, watch);
     JNIHvlProgram program;
     RecordChain records(program, input, options.records);
     HVLAggregate aggregates(&program);
@@ -105,7 +110,7 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     }
     session.run(job, {input.path()});
     if (shown)
-        showResult(session, scratch.GetFileName(), options.format);
+        showResult(session, scratch.GetFileName(), options);
     else
         output->deliver();
     session.finish();

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "CFAppHost.h"
 #include "CommandFault.h"
 #include "Commands.h"
 #include "Completion.h"
@@ -19,7 +20,7 @@ constexpr const char* kExitStatuses =
 
 std::string footer(const std::string& examples)
 {
-    return "Examples:\n" + examples + "\n" + kExitStatuses;
+    return "Examples, in the folder examples/data:\n" + examples + "\n" + kExitStatuses;
 }
 
 const CLI::App* findCommand(const CLI::App& app, const std::string& name)
@@ -85,7 +86,9 @@ CLI::App* CommandLine::command(const char* name, const char* purpose, const std:
         ->group("Common");
     added
         ->add_option("--trace", _common.traceDirectory,
-                     "Write job texts and a log below this folder")
+                     "Write job texts, passwords included, and a log below this folder")
+        // The tracer reads its folder once, from the environment, at its first use.
+        ->each([](const std::string& folder) { setenv("HV_STAT_DEBUG_DIR", folder.c_str(), 1); })
         ->group("Common");
     added->add_option("--timeout", _common.timeout, "Stop after so many seconds")
         ->check(CLI::PositiveNumber)
@@ -181,12 +184,17 @@ void CommandLine::addAggregate()
 
 void CommandLine::addRun()
 {
-    CLI::App* const app = command("run", "Run a job text.",
-                                  "  hvhost run job.hvl\n"
-                                  "  hvhost run job.hvl --data people=people.csv\n");
+    CLI::App* const app =
+        command("run", "Run a job text.",
+                "  hvhost run spread.hvl --data weather=weather.csv --save spread=-\n"
+                "  hvhost run spread.hvl --print-job\n");
     app->add_option("JOB", _run.job, "A file with a job text; - for standard input")->required();
     app->add_option("--data", _run.data,
                     "NAME=FILE: the job reads the file as {\"dataSource\": NAME}; repeatable");
+    app->add_option(
+        "--save", _run.save,
+        "NAME=FILE: the data source NAME that the job writes goes to the file; repeatable");
+    app->add_flag("--force", _run.force, "Replace existing files");
     app->add_flag("--print-job", _run.printJob, "Show the job text and run nothing");
     app->callback([this] { runJob(_run, _common); });
 }
@@ -221,13 +229,15 @@ void CommandLine::addRest()
     });
 }
 
-/// The tracer reads its folder once, from the environment, so it stands there before anything else.
-void setTraceDirectory(int count, char** words)
+/// Leaves no temporary directory behind, whatever becomes of the command.
+class TempDirectoryScope
 {
-    for (int i = 1; i + 1 < count; ++i)
-        if (std::string(words[i]) == "--trace")
-            setenv("HV_STAT_DEBUG_DIR", words[i + 1], 1);
-}
+public:
+    TempDirectoryScope() = default;
+    ~TempDirectoryScope() { CFAppHost::removeTempDirectory(); }
+    TempDirectoryScope(const TempDirectoryScope&) = delete;
+    TempDirectoryScope& operator=(const TempDirectoryScope&) = delete;
+};
 
 void printFault(const CommandFault& fault, bool verbose)
 {
@@ -263,7 +273,7 @@ int usageFault(CommandLine& line, const CLI::ParseError& error, int count, char*
 
 int runCommandLine(int count, char** words)
 {
-    setTraceDirectory(count, words);
+    const TempDirectoryScope tempDirectory;
     CommandLine line;
     try {
         line.app().parse(count, words);

@@ -21,7 +21,7 @@ void convert(const ConvertOptions& options, const CommonOptions& common);
 struct AggregateOptions
 {
     InputOptions input;
-    OutputOptions output; ///< an empty path: the result is shown
+    OutputOptions output; ///< an empty path, or "-" without a kind: the result is shown
     RecordOptions records;
     std::vector<std::string> by;
     std::vector<std::string> statistics; ///< FUNCTION:FIELD[:NAME], or count
@@ -35,6 +35,8 @@ struct RunOptions
 {
     std::string job;               ///< a file, or "-"
     std::vector<std::string> data; ///< NAME=FILE
+    std::vector<std::string> save; ///< NAME=FILE
+    bool force = false;
     bool printJob = false;
 };
 /// A job text.

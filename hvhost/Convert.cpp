@@ -3,6 +3,7 @@
 #include "Commands.h"
 #include "DataFile.h"
 #include "HostSession.h"
+#include "InterruptWatch.h"
 #include "RecordChain.h"
 #include "bridge/JNIHvlProgram.h"
 #include "hvl/HVLFilterFields.h"
@@ -10,9 +11,10 @@
 
 void convert(const ConvertOptions& options, const CommonOptions& common)
 {
-    const InputFile input(options.input);
-    const OutputFile output(options.output);
-    HostSession session("convert", common);
+    const InterruptWatch watch(common.timeout);
+    const InputFile input(options.input, watch);
+    const OutputFile output(options.output, watch);
+    HostSession session("convert", common, watch);
     JNIHvlProgram program;
     RecordChain records(program, input, options.records);
     HVLFilterFields keep(&program);

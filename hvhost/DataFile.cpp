@@ -2,15 +2,16 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
-#include <cstdio>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <limits>
 #include <string_view>
 
 #include "CommandFault.h"
+#include "StandardStreams.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
 #include "support/HVSimpleFile.h"
@@ -32,15 +33,6 @@ constexpr std::array<KindWord, 4> kKinds{{{"csv", DataKind::Csv},
 
 constexpr const char* kStandardStream = "-";
 
-std::string nativePath(const std::string& hostPath)
-{
-    std::string path = hostPath;
-    for (char& character : path)
-        if (character == '\\')
-            character = '/';
-    return path;
-}
-
 /// A password from a file: its first line.
 std::string readPassword(const std::string& given, const std::string& file)
 {
@@ -50,8 +42,20 @@ std::string readPassword(const std::string& given, const std::string& file)
     std::string password;
     if (!std::getline(stream, password))
         throw CommandFault(ExitStatus::Input, file + ": no password in this file");
+    if (password.ends_with('\r'))
+        password.pop_back();
     return password;
 }
+
+void refusePassword(const std::string& path, DataKind kind, const std::string& password,
+                    const char* option)
+{
+    if (kind != DataKind::Sav && !password.empty())
+        throw CommandFault(ExitStatus::Usage, path + ": only a sav file takes a password",
+                           std::string("leave ") + option + " out, or choose the kind sav");
+}
+
+} // namespace
 
 void checkReadable(const std::string& path)
 {
@@ -68,8 +72,6 @@ void checkReadable(const std::string& path)
         throw CommandFault(ExitStatus::Input, path + ": the file is empty");
 }
 
-} // namespace
-
 DataKind dataKind(const std::string& word, const std::string& path, const char* option)
 {
     std::string wanted = word;
@@ -79,6 +81,8 @@ DataKind dataKind(const std::string& word, const std::string& path, const char* 
         wanted = fs::path(path).extension().string();
     if (!wanted.empty() && wanted.front() == '.')
         wanted.erase(0, 1);
+    std::transform(wanted.begin(), wanted.end(), wanted.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     for (const KindWord& row : kKinds)
         if (row.word == wanted)
             return row.kind;
@@ -86,25 +90,37 @@ DataKind dataKind(const std::string& word, const std::string& path, const char* 
                        std::string(option) + " csv, sav or hvbf names it");
 }
 
+std::string nativePath(const std::string& hostPath)
+{
+    std::string path = hostPath;
+    for (char& character : path)
+        if (character == '\\')
+            character = '/';
+    return path;
+}
+
 std::string engineUrl(const std::string& path)
 {
     return NormalizeHvlPathU(FormalizeFilePath(fs::absolute(path).string(), false), "file");
 }
 
-InputFile::InputFile(const InputOptions& options)
+InputFile::InputFile(const InputOptions& options, const InterruptWatch& watch)
     : _options(options), _password(readPassword(options.password, options.passwordFile)),
       _kind(dataKind(options.kind, options.path, "--from"))
 {
+    refusePassword(_options.path, _kind, _password, "--password");
+    if (!_options.dataModel.empty())
+        checkReadable(_options.dataModel);
     if (_options.path == kStandardStream) {
         _fetched = std::make_unique<HVSimpleFile>("stdin", false, true);
         _path = nativePath(_fetched->GetGenericPath());
-        std::ofstream(_path, std::ios::binary) << std::cin.rdbuf();
-    } else {
-        _path = fs::absolute(_options.path).lexically_normal().string();
+        fetchStandardInput(_path, watch);
+        if (fs::is_empty(_path))
+            throw CommandFault(ExitStatus::Input, "standard input is empty");
+        return;
     }
-    checkReadable(_options.path == kStandardStream ? _path : _options.path);
-    if (!_options.dataModel.empty())
-        checkReadable(_options.dataModel);
+    checkReadable(_options.path);
+    _path = fs::absolute(_options.path).lexically_normal().string();
 }
 
 InputFile::~InputFile() = default;
@@ -134,16 +150,25 @@ void InputFile::configure(HVLRead& read) const
     }
 }
 
-OutputFile::OutputFile(const OutputOptions& options)
-    : _options(options), _password(readPassword(options.password, options.passwordFile)),
+OutputFile::OutputFile(const OutputOptions& options, const InterruptWatch& watch)
+    : _options(options), _watch(watch),
+      _password(readPassword(options.password, options.passwordFile)),
       _kind(dataKind(options.kind, options.path, "--to"))
 {
+    refusePassword(_options.path, _kind, _password, "--out-password");
     if (_options.path == kStandardStream) {
         _collected = std::make_unique<HVSimpleFile>("stdout", false, true);
         _path = nativePath(_collected->GetGenericPath());
         return;
     }
     _path = fs::absolute(_options.path).lexically_normal().string();
+    checkDestination();
+}
+
+OutputFile::~OutputFile() = default;
+
+void OutputFile::checkDestination() const
+{
     if (fs::is_directory(_path))
         throw CommandFault(ExitStatus::Usage, _options.path + ": this is a folder");
     if (fs::exists(_path) && !_options.force)
@@ -153,9 +178,10 @@ OutputFile::OutputFile(const OutputOptions& options)
         throw CommandFault(ExitStatus::JobFailed, _options.path + ": the folder " +
                                                       fs::path(_path).parent_path().string() +
                                                       " does not exist");
+    if (!_options.dataModel.empty() && fs::exists(_options.dataModel) && !_options.force)
+        throw CommandFault(ExitStatus::Usage, _options.dataModel + ": the file exists",
+                           "--force replaces it");
 }
-
-OutputFile::~OutputFile() = default;
 
 void OutputFile::configure(HVLWrite& write) const
 {
@@ -177,12 +203,6 @@ void OutputFile::configure(HVLWrite& write) const
 
 void OutputFile::deliver() const
 {
-    if (!_collected)
-        return;
-    const std::ifstream written(_path, std::ios::binary);
-    if (fs::file_size(_path) > 0)
-        std::cout << written.rdbuf();
-    std::cout.flush();
-    if (!std::cout)
-        throw CommandFault(ExitStatus::JobFailed, "standard output cannot be written");
+    if (_collected)
+        deliverToStandardOutput(_path, _watch);
 }

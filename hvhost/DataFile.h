@@ -8,6 +8,7 @@
 class HVLRead;
 class HVLWrite;
 class HVSimpleFile;
+class InterruptWatch;
 
 /// What a data file holds.
 enum class DataKind
@@ -20,6 +21,12 @@ enum class DataKind
 /// The kind that a word stands for, or else the extension of a path. Throws CommandFault (Usage).
 DataKind dataKind(const std::string& word, const std::string& path, const char* option);
 
+/// Throws CommandFault (Input) for a file that is missing, a folder, empty or unreadable.
+void checkReadable(const std::string& path);
+
+/// A host path as the operating system spells it.
+std::string nativePath(const std::string& hostPath);
+
 /// The path as the engine takes it.
 std::string engineUrl(const std::string& path);
 
@@ -27,8 +34,9 @@ std::string engineUrl(const std::string& path);
 class InputFile
 {
 public:
-    /// Throws CommandFault (Input) for a file that is missing, a folder, empty or unreadable.
-    explicit InputFile(const InputOptions& options);
+    /// Throws CommandFault: Input as checkReadable, Usage for a password that the kind of file does
+    /// not take.
+    InputFile(const InputOptions& options, const InterruptWatch& watch);
     ~InputFile();
 
     /// The path as the user gave it, for messages.
@@ -46,13 +54,15 @@ private:
     std::unique_ptr<HVSimpleFile> _fetched;
 };
 
-/// A file that a command writes. The engine gives it its name once it is whole.
+/// A file that a command writes. The engine gives it its name once it is whole. The watch is
+/// borrowed.
 class OutputFile
 {
 public:
     /// Throws CommandFault (Usage) for a file that is there already, unless it may be replaced, and
-    /// (JobFailed) for a folder that is not there.
-    explicit OutputFile(const OutputOptions& options);
+    /// (JobFailed) for a folder that is not there. A password that the kind of file does not take
+    /// is refused, too: nobody should believe that a file is sealed when it is not.
+    OutputFile(const OutputOptions& options, const InterruptWatch& watch);
     ~OutputFile();
 
     /// Has the builder write this file.
@@ -61,7 +71,10 @@ public:
     void deliver() const;
 
 private:
+    void checkDestination() const;
+
     OutputOptions _options;
+    const InterruptWatch& _watch;
     std::string _path;
     std::string _password;
     DataKind _kind;

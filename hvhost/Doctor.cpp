@@ -1,4 +1,5 @@
 #include <dlfcn.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -9,6 +10,7 @@
 #include "CFAppHost.h"
 #include "CommandFault.h"
 #include "Commands.h"
+#include "DataFile.h"
 #include "EngineException.h"
 #include "PathFactory.h"
 #include "VexaJVM.h"
@@ -28,14 +30,6 @@ struct Finding
     std::string problem;
     bool needed = true;
 };
-
-std::string nativePath(std::string path)
-{
-    for (char& character : path)
-        if (character == '\\')
-            character = '/';
-    return path;
-}
 
 /// The version that a Java home tells, from the path of its libjvm.
 std::string javaVersion(const std::string& library)
@@ -64,9 +58,19 @@ Finding findFile(const char* name, const fs::path& path, bool needed)
     return {name, {}, path.string() + " is not there", needed};
 }
 
-/// Starts the Java virtual machine and the engine, as a job would.
-std::vector<Finding> tryStart()
+Finding findTempFolder()
 {
+    const std::string folder = nativePath(CFAppHost::getInstance()->getTempDirectory());
+    if (access(folder.c_str(), W_OK | X_OK) == 0)
+        return {"temporary folder", folder, {}, true};
+    return {"temporary folder", {}, folder + " cannot be written to", true};
+}
+
+/// Starts the Java virtual machine and the engine, as a job would.
+std::vector<Finding> tryStart(const Finding& classes)
+{
+    if (classes.found.empty())
+        return {{"Java", {}, "not started without the engine's classes", true}};
     try {
         const HVRunner runner;
         const std::string library = VexaJVM::GetInstance()->LibraryPath();
@@ -84,14 +88,14 @@ std::vector<Finding> findAll()
 {
     const fs::path home = nativePath(PathFactory::getPathInstance()->getInstallationPath());
     const fs::path components = home / "hv" / "af" / "components";
-    std::vector<Finding> all{findFile("installation", home, true),
-                             findFile("engine's classes", components / "hvengine.jar", true),
+    const Finding classes = findFile("engine's classes", components / "hvengine.jar", true);
+    std::vector<Finding> all{findFile("installation", home, true), classes,
                              findFile("class archive", components / "hvengine.jsa", false)};
-    for (Finding& finding : tryStart())
+    for (Finding& finding : tryStart(classes))
         all.push_back(std::move(finding));
     all.push_back(findDatabase());
     const CFAppHost& host = *CFAppHost::getInstance();
-    all.push_back({"temporary folder", nativePath(host.getTempDirectory()), {}, true});
+    all.push_back(findTempFolder());
     all.push_back({"locale", host.getLocale(), {}, false});
     all.push_back({"threads", std::to_string(host.getMaxCompThreads()), {}, false});
     return all;
@@ -128,7 +132,6 @@ void doctor(const std::string& format, const CommonOptions&)
     else
         printText(all);
     StatHVServiceManager::shutdown();
-    CFAppHost::removeTempDirectory();
     for (const Finding& finding : all)
         if (finding.needed && finding.found.empty())
             throw CommandFault(ExitStatus::Engine, finding.name + " is missing");

@@ -2,9 +2,9 @@
 
 #include <cstdio>
 #include <fstream>
+#include <regex>
 #include <thread>
 
-#include "CFAppHost.h"
 #include "CommandFault.h"
 #include "EngineException.h"
 #include "EnginePreload.h"
@@ -16,6 +16,8 @@
 #include "runner/HVProgressListener.h"
 #include "runner/HVRunner.h"
 #include "runner/StatHVServiceManager.h"
+#include "support/HVStatTracer.h"
+#include "support/Tracing.h"
 
 namespace {
 
@@ -43,6 +45,13 @@ std::unique_ptr<HVRunner> startRunner(TnProcedure* procedure)
     }
 }
 
+/// A log goes around, a job text with the password of a file had better not.
+std::string withoutPasswords(const std::string& jobText)
+{
+    static const std::regex password(R"re(("dataPassword"\s*:\s*)"(\\.|[^"\\])*")re");
+    return std::regex_replace(jobText, password, R"re($1"***")re");
+}
+
 bool namesOneOf(const std::string& text, const std::vector<std::string>& files)
 {
     for (const std::string& file : files)
@@ -53,27 +62,41 @@ bool namesOneOf(const std::string& text, const std::vector<std::string>& files)
 
 } // namespace
 
-HostSession::HostSession(const std::string& command, const CommonOptions& options)
-    : _options(options), _watch(std::make_unique<InterruptWatch>(options.timeout)),
+HostSession::HostSession(const std::string& command, const CommonOptions& options,
+                         const InterruptWatch& watch)
+    : _options(options), _watch(watch),
       _procedure(std::make_unique<TnProcedure>("hvhost " + command)),
       _runner(startRunner(_procedure.get())), _command(command)
 {
-    _watch->check();
+    checkTrails();
+    _watch.check();
 }
 
 HostSession::~HostSession()
 {
     _runner.reset();
     StatHVServiceManager::shutdown();
-    CFAppHost::removeTempDirectory();
+}
+
+/// Whoever asks for a log or a trace wants to know at once that there will be none.
+void HostSession::checkTrails() const
+{
+    if (!_options.logFile.empty() && !std::ofstream(_options.logFile, std::ios::app))
+        throw CommandFault(ExitStatus::Usage, _options.logFile + ": the log cannot be written");
+    if (!_options.traceDirectory.empty() && !HVTracer()->canTrace())
+        throw CommandFault(ExitStatus::Usage,
+                           _options.traceDirectory + ": no trace can be written in this folder",
+                           "it must be a folder that may be written to, or one that can be made");
 }
 
 void HostSession::run(const std::string& jobText, const std::vector<std::string>& inputs)
 {
-    log("job: " + jobText);
+    log("job: " + withoutPasswords(jobText));
     execute(jobText);
     printMessages();
-    _watch->check();
+    // A stop that came when the job was done changes nothing any more: its output is there.
+    if (_runner->getProgressListener()->getState() != HVProgressListener::Succeeded)
+        _watch.check();
     failIfFailed(inputs);
 }
 
@@ -91,7 +114,7 @@ void HostSession::execute(const std::string& jobText)
     } catch (const EmbeddedHV::Exception& error) {
         throw CommandFault(ExitStatus::Engine, error.getMessage());
     }
-    _watch->check();
+    _watch.check();
     try {
         _runner->execute();
     } catch (const EmbeddedHV::JavaException& error) {

@@ -11,13 +11,15 @@ class HVStatDataIterator;
 class InterruptWatch;
 class TnProcedure;
 
-/// One command's stay in the host: a procedure with a runner, an interrupt watch, a log and a line
-/// of progress. What it made in the temporary directory goes away with it.
+/// One command's stay in the host: a procedure with a runner, a log and a line of progress. The
+/// watch is borrowed; a command makes it before anything else, so that nothing it does is deaf to
+/// the user.
 class HostSession
 {
 public:
     /// Starts the Java virtual machine. Throws CommandFault (Engine) if there is none.
-    HostSession(const std::string& command, const CommonOptions& options);
+    HostSession(const std::string& command, const CommonOptions& options,
+                const InterruptWatch& watch);
     ~HostSession();
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;
@@ -37,9 +39,10 @@ private:
     void failIfFailed(const std::vector<std::string>& inputs);
     void printMessages();
     void log(const std::string& line) const;
+    void checkTrails() const;
 
     CommonOptions _options;
-    std::unique_ptr<InterruptWatch> _watch;
+    const InterruptWatch& _watch;
     std::unique_ptr<TnProcedure> _procedure;
     std::unique_ptr<HVRunner> _runner;
     std::string _command;

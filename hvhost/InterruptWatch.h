@@ -8,8 +8,8 @@
 /// adapter, whose handler cancels the job that runs. The first interrupt asks for an orderly end, a
 /// second one leaves the process at once.
 ///
-/// Make one before any other thread starts: SIGINT and SIGTERM are blocked from then on, in the
-/// threads that are made later too.
+/// Make one before any other thread starts: SIGINT, SIGTERM and SIGHUP are blocked from then on,
+/// in the threads that are made later too.
 class InterruptWatch
 {
 public:

@@ -1,6 +1,5 @@
 #include "ResultTable.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -13,6 +12,7 @@
 
 #include "CFMetaData.h"
 #include "RowDataIterator.h"
+#include "TextTable.h"
 #include "bridge/JNIObjectManager.h"
 
 namespace {
@@ -72,77 +72,6 @@ std::string valueText(const void* value, unsigned long long length, CFField::Sto
     }
 }
 
-bool isNumber(const ResultTable::Column& column)
-{
-    return column.storage == CFField::Integer || column.storage == CFField::Real;
-}
-
-/// Characters, not bytes: what a terminal counts.
-std::size_t widthOf(const std::string& text)
-{
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
-}
-
-std::string shown(const std::optional<std::string>& cell)
-{
-    if (!cell)
-        return ".";
-    std::string text = *cell;
-    for (char& character : text)
-        if (static_cast<unsigned char>(character) < ' ')
-            character = ' ';
-    return text;
-}
-
-/// Numbers as people read them in a table: seven significant digits.
-std::string shown(const std::optional<std::string>& cell, const ResultTable::Column& column)
-{
-    if (!cell || column.storage != CFField::Real)
-        return shown(cell);
-    std::array<char, 32> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%.7g", std::strtod(cell->c_str(), nullptr));
-    return buffer.data();
-}
-
-void printCell(std::ostream& out, const std::string& text, std::size_t width, bool right)
-{
-    const std::string padding(width - std::min(width, widthOf(text)), ' ');
-    out << ' ' << (right ? padding + text : text + padding) << ' ';
-}
-
-void printText(const ResultTable& table, std::ostream& out)
-{
-    std::vector<std::size_t> widths;
-    for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        std::size_t width = widthOf(table.columns[i].name);
-        for (const ResultTable::Row& row : table.rows)
-            width = std::max(width, widthOf(shown(row[i], table.columns[i])));
-        widths.push_back(width);
-    }
-    const auto rule = [&](const char* left, const char* middle, const char* right) {
-        for (std::size_t i = 0; i < widths.size(); ++i) {
-            out << (i == 0 ? left : middle);
-            for (std::size_t n = 0; n < widths[i] + 2; ++n)
-                out << "─";
-        }
-        out << right << '\n';
-    };
-    const auto line = [&](const auto& textAt) {
-        for (std::size_t i = 0; i < widths.size(); ++i) {
-            out << "│";
-            printCell(out, textAt(i), widths[i], isNumber(table.columns[i]));
-        }
-        out << "│\n";
-    };
-    rule("┌", "┬", "┐");
-    line([&](std::size_t i) { return table.columns[i].name; });
-    rule("├", "┼", "┤");
-    for (const ResultTable::Row& row : table.rows)
-        line([&](std::size_t i) { return shown(row[i], table.columns[i]); });
-    rule("└", "┴", "┘");
-}
-
 void printCsvCell(std::ostream& out, const std::string& text)
 {
     if (text.find_first_of(",\"\r\n") == std::string::npos) {
@@ -176,7 +105,7 @@ nlohmann::ordered_json jsonValue(const std::optional<std::string>& cell,
 {
     if (!cell)
         return nullptr;
-    if (!isNumber(column))
+    if (!column.isNumber())
         return *cell;
     const double number = std::strtod(cell->c_str(), nullptr);
     if (column.storage == CFField::Integer)
@@ -199,9 +128,10 @@ void printJson(const ResultTable& table, std::ostream& out)
 
 } // namespace
 
-ResultTable readTable(EmbeddedHV::RowDataIterator& rows)
+ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount)
 {
     ResultTable table;
+    table.keyCount = keyCount;
     const CFMetaData model(rows.getDataModel());
     for (std::size_t i = 0; i < model.FieldCount(); ++i)
         table.columns.push_back({model.GetField(i)->GetName(), model.GetField(i)->GetStorage()});
@@ -228,5 +158,5 @@ void printTable(const ResultTable& table, const std::string& format, std::ostrea
     else if (format == "json")
         printJson(table, out);
     else
-        printText(table, out);
+        printTextTable(table, outputWidth(), out);
 }

@@ -60,6 +60,14 @@ Fields fieldsOfDataModel(const std::string& xml, const std::string& origin, cons
     }
 }
 
+std::vector<CFField::StorageType> storagesOf(const Fields& fields)
+{
+    std::vector<CFField::StorageType> storages;
+    for (const CFField& field : fields)
+        storages.push_back(field.GetStorage());
+    return storages;
+}
+
 Schema schemaOf(const Fields& fields)
 {
     Schema schema;

@@ -31,8 +31,9 @@ using StreamHeader = std::array<unsigned char, crypto_secretstream_xchacha20poly
 
 [[noreturn]] void systemFault(const char* what)
 {
+    const int code = errno;
     throw SealedFileError(Kind::System,
-                          std::string(what) + ": " + std::generic_category().message(errno));
+                          std::string(what) + ": " + std::generic_category().message(code), code);
 }
 
 /// A key that is wiped when it is no longer needed.
