@@ -133,7 +133,10 @@ std::string HVStatTracer::newValidFileName(const std::string& extension, const s
     std::string candidate = base + tail;
     bool exists = unique;
     for (int number = 0; exists; ++number) {
-        candidate = base + (number > 0 ? "_" + Integer2String(number) : "") + tail;
+        candidate = base;
+        if (number > 0)
+            candidate += "_" + Integer2String(number);
+        candidate += tail;
         exists = false;
         ValidateFileSpecification(JoinFilePath(_dir, candidate), exists);
     }

@@ -72,7 +72,8 @@ TEST(Encoding, WhatCannotBeConvertedIsSubstitutedAndReported)
     EXPECT_EQ(toUtf8("\xED\xA0\x80", nullptr, 1).substr(0, 3), "\xEF\xBF\xBD"); // a surrogate
     const ScopedCodePage page("windows-1252");
     EXPECT_EQ(fromUtf8("a表b", nullptr, 1), "a?b");
-    EXPECT_EQ(fromUtf8("zero\xE2\x80\x8Dwidth", nullptr, 1).find("width"), 4U + 0U);
+    // ICU would leave a joiner out without a word.
+    EXPECT_EQ(fromUtf8("zero\xE2\x80\x8Dwidth", nullptr, 1), "zerowidth");
     // What went wrong before leaves nothing behind.
     EXPECT_EQ(fromUtf8("é", nullptr), "\xE9");
 }

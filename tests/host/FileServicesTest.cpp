@@ -58,8 +58,7 @@ void whileLockedElsewhere(const std::string& name, During during)
         lock.l_type = F_WRLCK;
         const int file = ::open(path.c_str(), O_RDWR);
         const bool locked = ::fcntl(file, F_SETLK, &lock) == 0;
-        const bool told = ::write(ready[1], locked ? "y" : "n", 1) == 1;
-        while (told)
+        if (::write(ready[1], locked ? "y" : "n", 1) == 1)
             ::pause();
         ::_exit(1);
     }
@@ -275,7 +274,7 @@ TEST(FileServices, AListingHoldsWhatMatchesAndStandsStillWhileEntriesGo)
     for (const char* name : {"b.sav", "a.sav", ".hidden", "ä.csv", "[x].csv"})
         writeFile(folder.name(name), "");
     // No host name spells this one.
-    std::ofstream(native(folder.path) + "/back\\slash");
+    const std::ofstream backslash(native(folder.path) + "/back\\slash");
     EXPECT_EQ(list(folder.path, "*"), ".hidden|[x].csv|a.sav|b.sav|ä.csv|");
     EXPECT_EQ(list(folder.path, "?.csv"), "ä.csv|");
     EXPECT_EQ(list(folder.path + "\\", "[x]*"), "[x].csv|");

@@ -23,8 +23,8 @@ constexpr const char* kSplitFormat = "Split file [%1 = %2:,^1 = ^2:]1. ^2";
 class OutputTest : public testing::Test
 {
 protected:
-    OutputTest() { journal.clear(); }
-    ~OutputTest() override { journal.setObserver({}); }
+    void SetUp() override { journal.clear(); }
+    void TearDown() override { journal.setObserver({}); }
     HostJournal& journal = HostJournal::instance();
 };
 
@@ -197,6 +197,7 @@ TEST_F(OutputTest, TheJournalTakesEntriesFromManyThreads)
 {
     std::atomic<int> observed = 0;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int t = 0; t < 4; ++t)
         threads.emplace_back([&] {
             for (int i = 0; i < 500; ++i)

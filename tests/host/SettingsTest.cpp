@@ -108,6 +108,26 @@ TEST(Settings, TheProcessHasATemporaryDirectoryOfItsOwnAndRemovesIt)
     EXPECT_TRUE(CFAppHost::removeTempDirectory());
 }
 
+TEST(Settings, TheTemporaryDirectoryGoesWhenTheProcessExits)
+{
+    int names[2] = {};
+    ASSERT_EQ(::pipe(names), 0);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const std::string directory = nativeTemp();
+        const bool told = ::write(names[1], directory.data(), directory.size()) > 0;
+        std::exit(told && std::filesystem::exists(directory) ? 0 : 1);
+    }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    char directory[4096] = "";
+    ASSERT_GT(::read(names[0], directory, sizeof(directory) - 1), 0);
+    EXPECT_FALSE(std::filesystem::exists(directory)) << directory;
+    ::close(names[0]);
+    ::close(names[1]);
+}
+
 TEST(Settings, ATmpdirThatIsNotThereDoesNotLeaveTheProcessWithout)
 {
     CFAppHost::removeTempDirectory();

@@ -145,6 +145,7 @@ TEST_F(RunnerCancel, ManyCancelsAreOneStop)
     runner.prepareHVLJob("job");
     EXPECT_TRUE(executeAndStop(runner, [&runner] {
         std::vector<std::future<void>> stops;
+        stops.reserve(4);
         for (int i = 0; i < 4; ++i)
             stops.push_back(std::async(std::launch::async, [&runner] {
                 runner.cancelExecution();

@@ -16,7 +16,8 @@ class CFHostingCallback;
 ///
 /// Where nobody names a temporary directory, the process has one of its own, in TMPDIR or the
 /// system's, for its owner alone: two processes never share scratch files. It is made at first use,
-/// and the host program removes it before it ends, with removeTempDirectory().
+/// and goes when the process ends by exit; a host program that ends in another way calls
+/// removeTempDirectory().
 ///
 /// All operations may be called from any thread; references stay good for the process.
 class HOST_API CFAppHost

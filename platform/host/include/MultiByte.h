@@ -8,8 +8,8 @@
 /// The host's encodings. Texts of the host are in its code page, UTF-8 unless VEXA_CODEPAGE or the
 /// host program says otherwise.
 
-/// The name of the host's code page: the MIME name where there is one, else the one that ICU gives
-/// it. The reference stays good for the process.
+/// The name of the host's code page: the MIME or IANA name where there is one, else the one that
+/// ICU gives it. The reference stays good for the process.
 HOST_API const std::string& VEXAMBDefaultCodePage();
 /// False, and no change, for a name that is not known and for a code page in which ASCII texts are
 /// not what they are in ASCII.

@@ -9,8 +9,7 @@
 class HOST_API ParserMessage
 {
 public:
-    ParserMessage();
-    ~ParserMessage();
+    ParserMessage() = default;
     ParserMessage(const ParserMessage&) = delete;
     ParserMessage& operator=(const ParserMessage&) = delete;
 

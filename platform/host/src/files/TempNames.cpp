@@ -66,7 +66,7 @@ std::string CreateTempFolder(const std::string& prefix)
 {
     constexpr mode_t kOwnerAlone = 0700;
     for (int attempt = 0; attempt < kMaxTries; ++attempt) {
-        const std::string name = FormTempName(prefix);
+        std::string name = FormTempName(prefix);
         if (::mkdir(ExtNameStr(name).GetNative().c_str(), kOwnerAlone) == 0)
             return name;
         if (errno != EEXIST)

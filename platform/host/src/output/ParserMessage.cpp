@@ -15,9 +15,6 @@ void warn(const char* key, const char* line)
 
 } // namespace
 
-ParserMessage::ParserMessage() = default;
-ParserMessage::~ParserMessage() = default;
-
 void ParserMessage::DisableWeight()
 {
     warn("DisableWeight", "This procedure ignores the weight variable.");

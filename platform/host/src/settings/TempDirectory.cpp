@@ -11,11 +11,17 @@
 namespace {
 
 /// The folder and the process that made it: a child process must not remove its parent's.
-struct Folder
+class Folder
 {
-    std::mutex mutex;
-    std::string native;
-    pid_t owner = 0;
+public:
+    ~Folder() { remove(); }
+    std::string get();
+    bool remove();
+
+private:
+    std::mutex _mutex;
+    std::string _native;
+    pid_t _owner = 0;
 };
 
 Folder& folder()
@@ -43,31 +49,39 @@ std::string systemDirectory()
     return std::filesystem::absolute(chosen, error).string();
 }
 
+std::string Folder::get()
+{
+    const std::lock_guard lock(_mutex);
+    if (_native.empty() || _owner != getpid()) {
+        _native = makeIn(systemDirectory());
+        // A TMPDIR that is not there is a slip of a shell profile, not a reason to stop.
+        if (_native.empty())
+            _native = makeIn("/tmp");
+        _owner = getpid();
+    }
+    return hostSpelling(_native.empty() ? systemDirectory() : _native);
+}
+
+bool Folder::remove()
+{
+    const std::lock_guard lock(_mutex);
+    if (_native.empty() || _owner != getpid())
+        return true;
+    std::error_code error;
+    std::filesystem::remove_all(_native, error);
+    if (!error)
+        _native.clear();
+    return !error;
+}
+
 } // namespace
 
 std::string privateTempDirectory()
 {
-    Folder& mine = folder();
-    const std::lock_guard lock(mine.mutex);
-    if (mine.native.empty() || mine.owner != getpid()) {
-        mine.native = makeIn(systemDirectory());
-        // A TMPDIR that is not there is a slip of a shell profile, not a reason to stop.
-        if (mine.native.empty())
-            mine.native = makeIn("/tmp");
-        mine.owner = getpid();
-    }
-    return hostSpelling(mine.native.empty() ? systemDirectory() : mine.native);
+    return folder().get();
 }
 
 bool removePrivateTempDirectory()
 {
-    Folder& mine = folder();
-    const std::lock_guard lock(mine.mutex);
-    if (mine.native.empty() || mine.owner != getpid())
-        return true;
-    std::error_code error;
-    std::filesystem::remove_all(mine.native, error);
-    if (!error)
-        mine.native.clear();
-    return !error;
+    return folder().remove();
 }

@@ -56,8 +56,12 @@ std::string preferredName(UConverter* converter)
 {
     UErrorCode error = U_ZERO_ERROR;
     const char* own = ucnv_getName(converter, &error);
-    const char* mime = ucnv_getStandardName(own, "MIME", &error);
-    return mime ? mime : own;
+    for (const char* standard : {"MIME", "IANA"}) {
+        error = U_ZERO_ERROR;
+        if (const char* name = ucnv_getStandardName(own, standard, &error))
+            return name;
+    }
+    return own;
 }
 
 bool isAscii(std::string_view text)
@@ -229,8 +233,11 @@ void CodePage::eachCharacter(std::string_view text,
         UErrorCode error = U_ZERO_ERROR;
         ucnv_getNextUChar(_impl->converter.get(), &at, end, &error);
         // A character that maps to two code points yields the second without reading on.
-        if (at == begin)
+        if (at == begin && U_SUCCESS(error))
             continue;
+        // What the text ends in the middle of is one character.
+        if (U_FAILURE(error))
+            at = end;
         if (!visit(static_cast<std::size_t>(begin - text.data()),
                    static_cast<std::size_t>(at - begin)))
             return;

@@ -20,7 +20,7 @@ public:
     CodePage(const CodePage&) = delete;
     CodePage& operator=(const CodePage&) = delete;
 
-    /// The MIME name where there is one, else ICU's own.
+    /// The MIME or IANA name where there is one, else ICU's own.
     const std::string& name() const;
     bool isUtf8() const;
     /// Whether the printable ASCII characters are single bytes of the same codes.
