@@ -7,4 +7,6 @@
 /// lives until HVRunner::cleanExecution.
 class HVINTEG_EXPORT HVStatContainer : public EmbeddedHV::Container
 {
+public:
+    ~HVStatContainer() override;
 };

@@ -8,4 +8,6 @@
 /// stays the caller's and lives until HVRunner::cleanExecution.
 class HVINTEG_EXPORT HVStatDataIterator : public EmbeddedHV::RowDataIterator
 {
+public:
+    ~HVStatDataIterator() override;
 };

@@ -42,10 +42,12 @@ std::string FormUniqueFileName(const std::string& path)
     if (!FileSpecific(path).Exists())
         return path;
     const std::size_t dot = path.rfind('.');
-    const std::string stem = path.substr(0, dot);
+    const std::string stem = path.substr(0, dot) + '_';
     const std::string extension = dot == std::string::npos ? std::string() : path.substr(dot);
     for (int number = 1;; ++number) {
-        std::string candidate = stem + '_' + Integer2String(number) + extension;
+        std::string candidate = stem;
+        candidate += Integer2String(number);
+        candidate += extension;
         if (!FileSpecific(candidate).Exists())
             return candidate;
     }
@@ -83,6 +85,7 @@ bool StatCopyFile(const std::string& target, const std::string& source)
                      std::ios::out | std::ios::binary | std::ios::trunc);
     if (!output.is_open())
         return false;
+    // An empty source sets the failbit here and is copied all the same.
     output << input.rdbuf();
     return true;
 }

@@ -338,8 +338,7 @@ std::vector<std::string> ScriptedEngine::callNames() const
 {
     std::vector<std::string> names;
     for (const EngineCall& call : calls())
-        names.push_back(call.argument.empty() ? call.name
-                                              : call.name + "(" + call.argument + ")");
+        names.push_back(call.argument.empty() ? call.name : call.name + "(" + call.argument + ")");
     return names;
 }
 

@@ -108,9 +108,8 @@ TEST(Conversions, ReadUpToWhatIsNoNumber)
         int integer;
         double real;
     } rows[] = {
-        {"12abc", 12, 12}, {"abc", 0, 0},     {"", 0, 0},       {"  \t-7 8", -7, -7},
-        {"1.5x", 1, 1.5},  {"+3", 3, 3},      {"1e3", 1, 1000}, {"1,5", 1, 1},
-        {"- 1", 0, 0},     {"0x10", 0, 0},
+        {"12abc", 12, 12}, {"abc", 0, 0},    {"", 0, 0},    {"  \t-7 8", -7, -7}, {"1.5x", 1, 1.5},
+        {"+3", 3, 3},      {"1e3", 1, 1000}, {"1,5", 1, 1}, {"- 1", 0, 0},        {"0x10", 0, 0},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(String2Integer(row.text), row.integer) << row.text;

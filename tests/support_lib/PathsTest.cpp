@@ -36,10 +36,10 @@ TEST(Paths, JoiningDropsOneLeadingSeparator)
         const char* second;
         const char* expected;
     } rows[] = {
-        {"c:/a", "/b", "c:\\a\\b"},     {"c:\\a\\", "b", "c:\\a\\b"},
-        {"c:/a", "//b", "c:\\a\\\\b"},  {"", "/b", "\\b"},
-        {"", "b/c/", "b\\c\\"},         {"c:/a", "", "c:\\a\\"},
-        {"c:/a", "b/", "c:\\a\\b\\"},   {"", "", ""},
+        {"c:/a", "/b", "c:\\a\\b"},    {"c:\\a\\", "b", "c:\\a\\b"},
+        {"c:/a", "//b", "c:\\a\\\\b"}, {"", "/b", "\\b"},
+        {"", "b/c/", "b\\c\\"},        {"c:/a", "", "c:\\a\\"},
+        {"c:/a", "b/", "c:\\a\\b\\"},  {"", "", ""},
     };
     for (const auto& row : rows)
         EXPECT_EQ(JoinFilePath(row.first, row.second), row.expected)
@@ -76,8 +76,11 @@ TEST(Paths, FileNameStandsBehindTheLastSeparator)
         const char* directory;
         const char* name;
     } rows[] = {
-        {"c:\\a\\b.sav", "c:\\a\\", "b.sav"}, {"a/b\\c/d", "a/b\\c/", "d"}, {"b.sav", "", "b.sav"},
-        {"c:\\a\\", "c:\\a\\", ""},           {"", "", ""},
+        {"c:\\a\\b.sav", "c:\\a\\", "b.sav"},
+        {"a/b\\c/d", "a/b\\c/", "d"},
+        {"b.sav", "", "b.sav"},
+        {"c:\\a\\", "c:\\a\\", ""},
+        {"", "", ""},
     };
     for (const auto& row : rows) {
         std::string directory = "earlier";

@@ -115,11 +115,23 @@ TEST_F(Tracer, MaxCountLimitsTheDirectories)
 TEST_F(Tracer, DirectoryThatCannotBeMadeLeavesItOff)
 {
     scratch.put("file");
-    for (const std::string dir : {root + "/deep/er", scratch.path.string() + "/file"}) {
+    for (const std::string& dir : {root + "/deep/er", scratch.path.string() + "/file"}) {
         const auto tracer = TraceEnvironment{dir, {}, {}}.makeTracer();
         EXPECT_FALSE(tracer->canTrace()) << dir;
         EXPECT_FALSE(tracer->isTrace()) << dir;
     }
+}
+
+TEST_F(Tracer, ReadOnlyRootLeavesItOff)
+{
+    std::filesystem::create_directory(root);
+    std::filesystem::permissions(root, std::filesystem::perms::owner_read |
+                                           std::filesystem::perms::owner_exec);
+    const auto tracer = TraceEnvironment{root, {}, "0"}.makeTracer();
+    EXPECT_FALSE(tracer->canTrace());
+    EXPECT_FALSE(tracer->isTrace());
+    EXPECT_EQ(tracer->traceRoot(), scratch.host + "trace\\");
+    EXPECT_FALSE(scratch.has("trace/hvinteg.log"));
 }
 
 TEST_F(Tracer, ViewerTakesLinesOnlyForTheTwoWords)
@@ -128,15 +140,15 @@ TEST_F(Tracer, ViewerTakesLinesOnlyForTheTwoWords)
     {
         const char* value;
         bool prints;
-    } rows[] = {{"YES", true}, {"1", true},  {"yes", false}, {"Yes", false},
-                {"11", false}, {"", false},  {"YES ", false}, {"TRUE", false}};
+    } rows[] = {{"YES", true}, {"1", true}, {"yes", false},  {"Yes", false},
+                {"11", false}, {"", false}, {"YES ", false}, {"TRUE", false}};
     for (const auto& row : rows) {
         HostJournal::instance().clear();
         const auto tracer = TraceEnvironment{{}, row.value, {}}.makeTracer();
         EXPECT_EQ(tracer->printLogToViewer(), row.prints) << row.value;
         EXPECT_FALSE(tracer->addLog("line"));
-        EXPECT_EQ(viewerLines(), row.prints ? std::vector<std::string>{"line"}
-                                            : std::vector<std::string>{})
+        EXPECT_EQ(viewerLines(),
+                  row.prints ? std::vector<std::string>{"line"} : std::vector<std::string>{})
             << row.value;
     }
 }

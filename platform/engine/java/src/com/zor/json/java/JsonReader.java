@@ -134,6 +134,10 @@ final class JsonReader implements AutoCloseable
 
     private static String at(JsonLocation location)
     {
+        // The parser's own bounds come without a place.
+        if (location == null) {
+            return "";
+        }
         return "line " + location.getLineNr() + ", column " + location.getColumnNr() + ": ";
     }
 }

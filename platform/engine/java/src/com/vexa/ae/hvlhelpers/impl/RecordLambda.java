@@ -34,7 +34,7 @@ public final class RecordLambda
                                       HvlExpression.Form.Lambda);
         }
         if (typed) {
-            throw new IllegalArgumentException("an expression that is a lambda takes no field types");
+            throw new IllegalArgumentException("a lambda takes no field types");
         }
         return body;
     }
@@ -52,6 +52,7 @@ public final class RecordLambda
 
     private static String recordType(Map<String, SimpleTypes> types)
     {
+        types.keySet().forEach(field -> HvlNames.present(field, "a field with a type"));
         return new TreeMap<>(types).entrySet().stream()
             .map(field -> HvlNames.label(field.getKey()) + ": "
                  + (field.getValue() == null ? SimpleTypes.Any : field.getValue()))
