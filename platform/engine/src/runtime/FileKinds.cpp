@@ -11,6 +11,11 @@
 
 namespace EmbeddedHV {
 
+std::string rejectScansOf(const std::string& rejects)
+{
+    return rejects + "_scans";
+}
+
 std::string csvTable(const std::string& path, bool hasHeader, const Fields& columns,
                      const std::string& rejects)
 {
@@ -23,11 +28,10 @@ std::string csvTable(const std::string& path, bool hasHeader, const Fields& colu
     sql += hasHeader ? "true" : "false";
     if (!rejects.empty())
         sql += ", store_rejects = true, rejects_table = " + quotedLiteral(rejects) +
-               ", rejects_scan = " + quotedLiteral(rejects + "_scans");
+               ", rejects_scan = " + quotedLiteral(rejectScansOf(rejects));
     sql += ", columns = {";
     const char* separator = "";
-    for (const CFField& column : columns)
-    {
+    for (const CFField& column : columns) {
         sql += separator + quotedLiteral(column.GetName()) + ": '" +
                sqlTypeOf(column.GetStorage()) + "'";
         separator = ", ";

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "runtime/DataModel.h"
-#include "runtime/SealedFile.h"
 #include "runtime/ScratchFile.h"
+#include "runtime/SealedFile.h"
 
 namespace EmbeddedHV {
 
@@ -32,6 +32,8 @@ struct WrittenFile
 /// records that do not fit; empty if such a record is to fail the statement.
 std::string csvTable(const std::string& path, bool hasHeader, const Fields& columns,
                      const std::string& rejects);
+/// The second table that the database makes beside `rejects`.
+std::string rejectScansOf(const std::string& rejects);
 /// The FROM item for a Parquet file.
 std::string parquetTable(const std::string& path);
 

@@ -8,8 +8,8 @@
 
 #include "csv/CsvProfile.h"
 #include "runtime/Cancellation.h"
-#include "runtime/Database.h"
 #include "runtime/DataSources.h"
+#include "runtime/Database.h"
 #include "runtime/FileSpace.h"
 #include "runtime/RowFile.h"
 #include "runtime/RowSource.h"
@@ -25,7 +25,8 @@ struct NotYetWritten
 {
 };
 
-/// A row iterator that the job reads: one node for all steps that name it, since its rows come once.
+/// A row iterator that the job reads: one node for all steps that name it, since its rows come
+/// once.
 struct IteratorInput
 {
     std::unique_ptr<RowSource> source;
@@ -61,12 +62,16 @@ struct JobContext
     std::set<std::string> unwritten;
     /// The files that the job has written, by name without folder.
     std::map<std::string, WrittenFile> written;
-    int tables = 0; ///< temporary tables made so far
+    /// Names of temporary tables, made or yet to be made.
+    std::vector<std::string> tables;
+    int tablesNamed = 0;
 
     /// The path of a text in a setting, or NotYetWritten.
     std::string inputPath(const std::string& text) const;
-    /// A number of the job's own for the name of a temporary table.
-    std::string newTable(const char* prefix) { return prefix + std::to_string(++tables); }
+    /// The name for a temporary table, which dropTables drops.
+    std::string newTable(const char* prefix);
+    /// Drops all temporary tables of the job. Never throws.
+    void dropTables() noexcept;
     bool stopping() const { return cancellation && cancellation->stopping(); }
 };
 

@@ -21,7 +21,8 @@ public:
     virtual ~SourceCheck() = default;
     /// Before the statement.
     virtual void start(Cancellation& cancellation) = 0;
-    /// After a statement that succeeded; before its output gets its name. Throws JobError or Reread.
+    /// After a statement that succeeded; before its output gets its name. Throws JobError or
+    /// Reread.
     virtual void finish(duck::Connection& connection, Reporter& reporter) = 0;
     /// After a statement that failed; throws Reread if reading anew can mend it.
     virtual void abandon(const std::string& databaseMessage) = 0;
@@ -46,10 +47,11 @@ struct Node
     std::shared_ptr<SourceCheck> check; ///< sources only; may be null
     bool shared = false;                ///< used more than once, so evaluated into a table
     int depth = 0;                      ///< steps since the last table or source
+    int steps = 1;                      ///< steps since the source
     std::string table;                  ///< once evaluated
 };
 
-/// A relation over one input; its depth follows from the input's.
+/// A relation over others; its depth follows from theirs. Throws JobError past the longest chain.
 NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
                     std::function<std::string(const std::vector<std::string>&)> select);
 
