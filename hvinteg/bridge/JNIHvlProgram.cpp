@@ -45,7 +45,7 @@ JNIHvlProgram::JNIHvlProgram()
     init(JavaClassNames::Program, true);
 }
 
-JNIHvlProgram::JNIHvlProgram(std::string text)
+JNIHvlProgram::JNIHvlProgram(const std::string& text)
 {
     setClass(JavaClassNames::Program);
     const LocalRef<> program =

@@ -35,7 +35,7 @@ public:
 
     JNIHvlProgram();
     /// A program that begins with job text as it is given.
-    explicit JNIHvlProgram(std::string text);
+    explicit JNIHvlProgram(const std::string& text);
     JNIHvlProgram(const JNIHvlProgram&) = default;
     JNIHvlProgram& operator=(const JNIHvlProgram&) = default;
     ~JNIHvlProgram() override;

@@ -16,11 +16,11 @@ struct ListRule
 };
 
 namespace ListRules {
-inline constexpr ListRule Positional{false, false}; ///< L1: places count, so nulls keep theirs
-inline constexpr ListRule Signatures{true, false};  ///< L2: clauses and lambda signatures
-inline constexpr ListRule Items{true, true};        ///< L3: the items of a list expression
-inline constexpr ListRule Components{false, true};  ///< L4: the components of a tuple
-inline constexpr ListRule Containers{true, true};   ///< L5: inputs and outputs of a component
+inline constexpr ListRule Positional{false, false}; ///< places count, so nulls keep theirs
+inline constexpr ListRule Signatures{true, false};  ///< clauses and lambda signatures
+inline constexpr ListRule Items{true, true};        ///< the items of a list expression
+inline constexpr ListRule Components{false, true};  ///< the components of a tuple
+inline constexpr ListRule Containers{true, true};   ///< inputs and outputs of a component
 } // namespace ListRules
 
 /// Conversions between C++ collections and Java ones, on behalf of a wrapper whose kept class and
@@ -33,12 +33,12 @@ LocalRef<> set(JNIHvlAccessor& caller, const Wrappers& elements);
 /// Null after a recorded failure.
 LocalRef<> array(JNIHvlAccessor& caller, const char* elementClass, const Wrappers& elements,
                  OnFailure onFailure);
-/// M1; entries without a wrapper are left out.
+/// Entries without a wrapper are left out.
 LocalRef<> map(JNIHvlAccessor& caller, const std::map<std::string, const JNIHvlAccessor*>& entries);
-/// M2; a null map and an empty one pass a Java null.
+/// A null map and an empty one pass a Java null.
 LocalRef<> typeMap(JNIHvlAccessor& caller,
                    const std::map<std::string, JNIHvlExpression::SimpleTypes>* types);
-/// S; a null vector passes a Java null.
+/// A null vector passes a Java null.
 LocalRef<> stringArray(JNIHvlAccessor& caller, const std::vector<std::string>* texts);
 LocalRef<> booleanArray(JNIHvlAccessor& caller, const std::vector<bool>& flags);
 
@@ -56,7 +56,7 @@ LocalRef<> listOf(JNIHvlAccessor& caller, const std::vector<Wrapper*>* elements,
     return list(caller, Wrappers(elements->begin(), elements->end()), rule.skipsNull);
 }
 
-/// A
+/// A null vector passes a Java null, a null element is one.
 template <class Wrapper>
 LocalRef<> arrayOf(JNIHvlAccessor& caller, const char* elementClass,
                    const std::vector<Wrapper*>* elements, OnFailure onFailure = OnFailure::Throw)

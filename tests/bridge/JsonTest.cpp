@@ -114,7 +114,7 @@ TEST_F(JsonTest, PrettyPrintIndents)
 {
     JNIJSONObject object(R"({"a":[1]})");
     const std::string text = object.prettyPrint();
-    EXPECT_NE(text.find("\n"), std::string::npos);
+    EXPECT_NE(text.find('\n'), std::string::npos);
     EXPECT_EQ(JNIJSONObject(text.c_str()).serialize(), object.serialize());
 }
 

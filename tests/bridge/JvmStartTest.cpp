@@ -209,6 +209,7 @@ void endedThreadsAreDetached()
 void oneThreadStarts()
 {
     std::vector<std::thread> threads;
+    threads.reserve(8);
     std::atomic<int> up = 0;
     for (int index = 0; index < 8; ++index)
         threads.emplace_back([&up] {

@@ -86,14 +86,15 @@ JvmLibrary JvmLibrary::load()
     std::string tried;
     for (const JvmPlace& place : jvmPlaces()) {
         if (place.home.empty()) {
-            tried += "\n  " + place.reason + ": not set or not found";
+            tried.append("\n  ").append(place.reason).append(": not set or not found");
             continue;
         }
         const std::string path = place.home + "/lib/server/libjvm.so";
         std::string reason;
         if (const Entry entry = entryOf(path, reason); entry != nullptr)
             return {path, entry};
-        tried += "\n  " + place.reason + ": " + path + ": " + reason;
+        tried.append("\n  ").append(place.reason).append(": ");
+        tried.append(path).append(": ").append(reason);
     }
     throw VexaJVMError("No Java virtual machine was found. Places tried:" + tried);
 }

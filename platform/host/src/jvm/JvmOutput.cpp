@@ -9,13 +9,13 @@ constinit JvmOutput* installed = nullptr;
 
 jint JNICALL printHook(FILE*, const char* format, va_list arguments)
 {
-    va_list again;
-    va_copy(again, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    va_list measured;
+    va_copy(measured, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, measured);
+    va_end(measured);
     std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
     if (length > 0)
-        std::vsnprintf(text.data(), text.size() + 1, format, again);
-    va_end(again);
+        std::vsnprintf(text.data(), text.size() + 1, format, arguments);
     installed->take(text);
     return length;
 }
