@@ -6,7 +6,7 @@
 
 /// The handle for ATNJMP.
 HOST_API void* Workspace();
-/// Sets the flag non-zero if the user asked for a stop. Any thread.
+/// Sets the flag non-zero if the user asked for a stop, 0 if not. Any thread.
 HOST_API void ATNCHK(int* flag);
 /// The host's way out of a stopped procedure. With a way out armed (AttentionExit) and a stop asked
 /// for, or the run indicator at -1, it does not come back; otherwise it does.
@@ -14,6 +14,7 @@ HOST_API void ATNJMP(void* workspace);
 
 /// Marks that the user asked for a stop; async-signal-safe, so that a signal handler may call it.
 HOST_API void RequestAttention() noexcept;
+/// Forgets the stop, when the host has dealt with it.
 HOST_API void ClearAttention() noexcept;
 
 /// What ATNJMP throws while an AttentionExit is alive on the thread.
@@ -51,9 +52,11 @@ public:
 
     /// The handler in force; null for none. Borrowed: whoever sets one takes it out again.
     InterruptHandler* getInterruptHandler() const;
+    /// Waits for a call of the handler that is under way on another thread; so once it is back, the
+    /// earlier handler may go.
     void setInterruptHandler(InterruptHandler* handler);
-    /// Marks the attention and calls the handler in force, if any, on the calling thread. The
-    /// handler stays in force and alive until the call returns: setInterruptHandler waits for it.
+    /// Marks the attention and calls the handler in force, if any, on the calling thread. Takes a
+    /// lock, so a signal handler must not call it; a thread that waits for signals may.
     void interrupt();
 
 private:

@@ -10,8 +10,16 @@ class CFHostingCallback;
 /// The host's application settings, one object for the process. All texts are UTF-8.
 ///
 /// update() reads the settings anew: the locale from LC_ALL, LC_MESSAGES or LANG, the temporary
-/// directory from VEXA_TEMP, TMPDIR or the system's default, the thread limit from VEXA_THREADS or
-/// the number of processors. A host program may set them instead; what it sets survives update().
+/// directory from VEXA_TEMP, the thread limit from VEXA_THREADS or the number of processors. A host
+/// program may set them instead; what it sets survives update(). An empty text, or a thread limit
+/// below 1, takes such a setting back.
+///
+/// Where nobody names a temporary directory, the process has one of its own, in TMPDIR or the
+/// system's, for its owner alone: two processes never share scratch files. It is made at first use,
+/// and goes when the process ends by exit; a host program that ends in another way calls
+/// removeTempDirectory().
+///
+/// All operations may be called from any thread; references stay good for the process.
 class HOST_API CFAppHost
 {
 public:
@@ -21,7 +29,7 @@ public:
     static void update();
     static CFAppHost* getInstance();
 
-    /// As in "en_US".
+    /// As in "en_US", which it is where none is set.
     const std::string& getLocale() const;
     /// The host's temporary directory in the host's spelling; may lack a trailing separator.
     const std::string& getTempDirectory() const;
@@ -33,6 +41,10 @@ public:
     void setLocale(const std::string& locale);
     void setTempDirectory(const std::string& directory);
     void setMaxCompThreads(int threads);
+
+    /// Removes the process's own temporary directory with all that is in it; a named one stays.
+    /// False if something could not be removed. For the end of a host program, when no job runs.
+    static bool removeTempDirectory();
 
 private:
     CFAppHost();

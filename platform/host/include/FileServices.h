@@ -1,29 +1,32 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
 #include "HostExport.h"
 
 /// The host's file services. Names are in the host's encoding and spelling; forward slashes are
-/// taken as well. Results are 0 for success.
+/// taken as well. Results are 0 for success. All may be called from any thread.
 
 /// What is known of a file or directory.
 struct FileState
 {
-    bool exists = false;
-    bool valid = false;
-    bool readOnly = false;
-    bool inUse = false;  ///< another process holds a lock on it
-    bool locked = false; ///< it cannot be opened for writing though it is not read-only
+    bool exists = false;   ///< something stands under the name
+    bool valid = false;    ///< the system takes the name
+    bool readOnly = false; ///< it cannot be written, or has no permission bit to write for anyone
+    bool inUse = false;    ///< another process holds a record lock on the file
+    bool locked = false;   ///< it cannot be opened for writing though it is not read-only
 };
 
-/// Makes a name absolute and tidy. Non-zero for an empty name, one with a NUL or one that does not
-/// fit into the buffer.
+/// Makes a name absolute and tidy: without ".", "..", doubled or trailing separators. Non-zero for
+/// an empty name, one with a NUL or one that does not fit into the buffer; nothing is written then.
 HOST_API int ExpandFileSpecification(const std::string& name, char* buffer, std::size_t length);
-/// `expanded` receives the absolute name.
+/// `expanded` receives the absolute name, as ExpandFileSpecification makes it. Non-zero only for a
+/// name that is none; a directory that is not there is no failure.
 HOST_API int ValidateDirSpecification(const std::string& name, std::string& expanded, bool& exists,
                                       bool& readOnly);
+/// The same results for a file; `exists` for whatever stands under the name, a directory too.
 HOST_API int ValidateFileSpecification(const std::string& name, bool& exists);
 HOST_API int ValidateFileSpecificationEx(const std::string& name, FileState& state);
 
@@ -36,16 +39,20 @@ enum class FileKind
 /// What a name stands for, by its UTF-16 form.
 HOST_API FileKind FileAttributesOf(const std::u16string& name);
 
-/// The host's temporary directory, with a trailing separator.
+/// The host's temporary directory, with a trailing separator. The reference stays good.
 HOST_API const std::string& GetVexaTempPath();
-/// A name in the temporary directory that no file has: the prefix and something unique.
+/// A name in the temporary directory that no file has, and that no other call gives: the prefix and
+/// something unique. Makes nothing.
 HOST_API std::string FormTempName(const std::string& prefix);
 /// A new folder in the temporary directory, for its owner alone; empty on failure.
 HOST_API std::string CreateTempFolder(const std::string& prefix);
-/// Removes such a folder with all that is in it.
+/// Removes such a folder with all that is in it. False, and nothing removed, for a name outside the
+/// temporary directory or one that is no folder; false as well if something could not be removed.
 HOST_API bool RemoveFolderFromTempDir(const std::string& folder);
 
-/// One listing of a directory; "." and ".." are passed over.
+/// One listing of a directory, as it is at construction, in the order of the names' bytes. "." and
+/// ".." are passed over, and so are names that the host cannot spell. A directory that cannot be
+/// read has no entries.
 class HOST_API DirectoryListing
 {
 public:
@@ -58,8 +65,8 @@ public:
     bool Next(std::string& name);
 
 private:
-    void* _handle;
-    std::string _mask;
+    struct Impl;
+    std::unique_ptr<Impl> _impl;
 };
 
 /// Reads a whole file.

@@ -22,9 +22,12 @@ public:
 
     void setEnv(JNIEnv* env);
     JNIEnv* getEnv() const { return _env; }
+    /// A class by its JNI name, for any thread and for good; null with an exception pending if
+    /// there is none. The kept class stays as it is.
+    jclass classNamed(const char* name);
     /// Finds the class by its JNI name; null with an exception pending if there is none.
     jclass setClass(const char* name);
-    /// Takes the class of an object.
+    /// Takes the class of an object; none for a null object.
     jclass setClassOf(jobject object);
     /// Looks a method up in the kept class.
     jmethodID setMethod(const char* name, const char* signature);
@@ -42,7 +45,11 @@ public:
     void handleException(bool rethrow, jthrowable exception = nullptr);
     const std::string& getErrorMessage() const { return _errorMessage; }
 
-    /// A string from a Java string, in a Java charset, or in the bytes that JNI gives for null.
+    /// A new Java string from UTF-8 text, a local reference of the caller's; null with an exception
+    /// pending if there is no memory for it. U+FFFD stands for bytes that are not UTF-8.
+    jstring ToJString(const std::string& text);
+    /// A string from a Java string: UTF-8, or in the Java charset named. Empty for a null text;
+    /// also with an exception pending, for a charset that does not exist or for lack of memory.
     std::string FromJString(jstring text, const char* charset = nullptr);
 
     /// Whether the calling thread is the one that the environment belongs to. Where it is not, no
@@ -51,6 +58,7 @@ public:
 
 private:
     void releaseClass();
+    std::string bytesInCharset(jstring text, const char* charset);
 
     JNIEnv* _env;
     jclass _class = nullptr;

@@ -9,7 +9,9 @@
 
 /// What the library asked of the host, in order: progress, lines, messages, parser notes, weight
 /// and split, interrupt handlers. Tests and host programs read it; the library does not know of it.
-/// All operations may be called from any thread.
+/// All operations may be called from any thread. The journal is bounded: beyond some thousand
+/// progress entries the latest takes the place of the one before it, and beyond some ten thousand
+/// entries the oldest goes.
 class HOST_API HostJournal
 {
 public:
@@ -19,9 +21,10 @@ public:
         Line,      ///< text: a line of the viewer
         Error,     ///< text, show and level of TnError
         Note,      ///< text: the key of a parser message
-        Interrupt, ///< text: "set", "clear" or "fire"
-        Output     ///< text: an output call
+        Interrupt, ///< text: "set" or "clear", a handler; "fire", the user stopped a job
+        Output     ///< text: the name of another call: output, measurement levels
     };
+    /// Texts are UTF-8.
     struct Entry
     {
         Kind kind = Kind::Line;
@@ -42,7 +45,8 @@ public:
     /// The entries of one kind.
     std::vector<Entry> entries(Kind kind) const;
     void clear();
-    /// At most one; called under no lock, on the thread of the call. An empty function ends it.
+    /// At most one; called under no lock, on the thread of the call. An empty function ends it; a
+    /// call that is under way on another thread may still come to its end.
     /// While an observer is set, Progress entries go to it alone and are not kept.
     void setObserver(Observer observer);
 

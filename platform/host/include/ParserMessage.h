@@ -9,14 +9,14 @@
 class HOST_API ParserMessage
 {
 public:
-    ParserMessage();
-    ~ParserMessage();
+    ParserMessage() = default;
     ParserMessage(const ParserMessage&) = delete;
     ParserMessage& operator=(const ParserMessage&) = delete;
 
-    /// Warn that the weight, or the split, is ignored.
+    /// Warn that the weight, or the split, is ignored: a note, and a warning line in the output.
     void DisableWeight();
     void DisableSplit();
     /// The text of a key in the host's language and encoding; the key itself where there is none.
+    /// Texts stand in `strings/<language>.json` of the installation, one object of keys and texts.
     std::string GetTranslatedText(const std::string& key) const;
 };

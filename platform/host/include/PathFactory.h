@@ -14,6 +14,7 @@ public:
     virtual std::string getInstallationPath() const = 0;
 };
 
+/// Gives the path finder in force. Any thread.
 class HOST_API PathFactory
 {
 public:

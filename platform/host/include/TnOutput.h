@@ -43,11 +43,23 @@ private:
     bool _translate;
 };
 
-/// A text made of a format and parts. The format has places for two kinds of parts: `%n` inside
-/// square brackets stands for the n-th column of the sublist's first entry, `^n` there for the same
-/// column of each further entry; `^n` outside stands for the n-th part of the whole, where a
-/// sublist counts as one part. So with a split list of one entry (sex, f), "Split file [%1 = %2:,^1
-/// = ^2:]1. ^2" and the message "done" give "Split file sex = f. done".
+/// A text made of a format and parts, which are numbered from 1 in the order in which they were
+/// added; a sublist is one part. The format has two kinds of places:
+///
+///     ^n                   the n-th part
+///     [first:further:]n    the n-th part as a list: "first" for its first entry, "further" for
+///     each
+///                          entry after that; inside, %m in "first" and ^m in "further" stand for
+///                          the m-th column of the entry
+///
+/// Numbers are decimal. "first" ends at its first colon, "further" at the first ":]" with a number
+/// after it. What looks like a place and is none stands for itself, and so do the characters of
+/// parts. A part or column that is not there shows as nothing; a text as a list is one entry of one
+/// column; a list outside of brackets shows its columns with ", " between them.
+///
+/// So with a split list of one entry (sex, f), "Split file [%1 = %2:,^1 = ^2:]1. ^2" and the
+/// message "done" give "Split file sex = f. done", and with a second entry (region, 1) "Split file
+/// sex = f,region = 1. done".
 class HOST_API TnComposite : public TnText
 {
 public:
@@ -56,14 +68,14 @@ public:
     TnComposite& operator=(const TnComposite&) = delete;
     ~TnComposite() override;
 
-    /// Begins a sublist, fills it with the split variables and values of the present split group,
-    /// ends it.
+    /// Begins a sublist; fills it with the split variables and values of the present split group of
+    /// the current procedure, which is the latest TnProcedure that is alive; ends it.
     void Sublist();
     void SplitList();
     void EndSublist();
-    /// Adds a part; a copy of the text is kept.
+    /// Adds a part, or to an open sublist an entry of one column; a copy of the text is kept.
     void Add(const TnText& text);
-    /// Ends the composition.
+    /// Ends the composition, and a sublist that is open: what comes after it is not taken.
     void Finish();
 
     std::string text() const override;
@@ -74,7 +86,8 @@ private:
     std::unique_ptr<Impl> _impl;
 };
 
-/// The procedure that output belongs to.
+/// The procedure that output belongs to. Procedures may be made inside each other; the latest one
+/// alive is the current one of the process.
 class HOST_API TnProcedure
 {
 public:
@@ -98,5 +111,5 @@ inline constexpr int kShowInOutput = 2;
 inline constexpr int kLevelWarning = 2;
 inline constexpr int kLevelError = 3;
 
-/// Puts a line into the host's output. `level` 2 is a warning, 3 an error.
+/// Puts a line into the host's output. `level` 2 is a warning, 3 an error. Any thread.
 HOST_API void TnError(const TnText& text, int show, int level);

@@ -20,7 +20,17 @@ public:
     virtual int GetSplitVarIndex(int position) const = 0;
 };
 
-/// The data source of a procedure.
+/// How the values of a variable may be read. Numbers outside the enumeration may stand in for "as
+/// the variable has it".
+enum class MeasurementLevel : int
+{
+    Unknown = 0,
+    Nominal = 1,
+    Ordinal = 2,
+    Scale = 3
+};
+
+/// The data source of a procedure. One thread at a time.
 class HOST_API ProcedureDataSource : public VEXA_DataSource
 {
 public:
@@ -34,15 +44,24 @@ public:
     int GetNSplitVars() const override;
     int GetSplitVarIndex(int position) const override;
 
+    /// Level and type of a column: Unknown and 0 outside the columns. A type is 0 for a numeric
+    /// variable and the width in bytes for a string variable.
+    MeasurementLevel GetMeasurementLevel(int column) const;
+    int GetColumnType(int column) const;
+    void SetMeasurementLevel(int column, MeasurementLevel level);
+
     /// Whether reading stops at the end of each split group.
     void SetSplitEndCheck(bool check);
     bool SplitEndCheck() const;
 
-    /// Host side: describes the source.
+    /// Host side: describes the source. Names are in the host's encoding. SetColumns makes all
+    /// columns numeric and of unknown level; SetColumnTypes gives their types, in order.
     void SetColumns(std::vector<std::string> names);
+    void SetColumnTypes(std::vector<int> types);
     void SetWeightVarIndex(int column);
     void SetSplitVars(std::vector<int> columns);
-    /// Host side: values of the split variables in the present group, for labels of output lines.
+    /// Host side: values of the split variables in the present group, in their order and in the
+    /// host's encoding, for labels of output lines.
     void SetSplitValues(std::vector<std::string> values);
     const std::vector<std::string>& ColumnNames() const;
     const std::vector<std::string>& SplitValues() const;
@@ -52,5 +71,6 @@ private:
     std::unique_ptr<Impl> _impl;
 };
 
-/// Gives variables of unknown measurement level a level from their values.
+/// Gives variables of unknown measurement level a level from what is known of them: a string
+/// variable becomes nominal, a numeric one scale.
 HOST_API void AdjustMeasurementLevels(ProcedureDataSource& source);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "MetadataExport.h"
 
@@ -58,7 +59,8 @@ private:
     RoleType _role;
 };
 
-/// The words of the data model document and the engine; null outside the enumeration.
+/// The words of the data model document and the engine; null for a value without a word, which
+/// `Unknown` is as well.
 METADATA_API const char* WordOf(CFField::FieldType type);
 METADATA_API const char* WordOf(CFField::StorageType storage);
 METADATA_API const char* WordOf(CFField::RoleType role);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "CFField.h"
@@ -24,7 +25,7 @@ class METADATA_API CFMetaData
 {
 public:
     CFMetaData() = default;
-    /// Reads a document. Throws CFMetaDataError.
+    /// Reads a document. Throws CFMetaDataError. The function is kept for lookups.
     explicit CFMetaData(const std::string& xml, CFUpperFunc* upper = nullptr);
 
     /// Throws CFMetaDataError for a name that is taken.
@@ -32,12 +33,15 @@ public:
     std::size_t FieldCount() const { return _fields.size(); }
     /// Null past the end.
     const CFField* GetField(std::size_t index) const;
-    /// -1 if there is no such field. With an upper-casing function the case of letters is ignored.
+    /// -1 if there is no such field. With an upper-casing function the case of letters is ignored
+    /// where no name is the very same; of several such fields the first one counts.
     int GetFieldIndex(const std::string& name) const;
     /// Replaces `xml` with the document.
     void ExportXMLDoc(std::string& xml) const;
 
 private:
     std::vector<CFField> _fields;
+    std::unordered_map<std::string, std::size_t> _byName;
+    std::unordered_map<std::string, std::size_t> _byUpperName;
     CFUpperFunc* _upper = nullptr;
 };

@@ -1,0 +1,44 @@
+# What another project needs to build against an installed hvinteg: headers, find_package(hvinteg)
+# and pkg-config.
+include(CMakePackageConfigHelpers)
+
+set(package_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/hvinteg)
+set(package_config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/hvinteg)
+
+foreach(contract metadata host engine)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/platform/${contract}/include/
+    DESTINATION ${package_include_dir} FILES_MATCHING PATTERN "*.h")
+endforeach()
+
+# Of the library's headers those that declare something exported, and what these include; the others
+# are its own.
+set(headers_without_export support/HvintegExport.h hvl/HVFunction.h)
+file(GLOB library_headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/hvinteg
+  ${PROJECT_SOURCE_DIR}/hvinteg/*/*.h)
+foreach(header ${library_headers})
+  file(STRINGS ${PROJECT_SOURCE_DIR}/hvinteg/${header} exports REGEX "HVINTEG_EXPORT" LIMIT_COUNT 1)
+  if(exports OR header IN_LIST headers_without_export)
+    get_filename_component(folder ${header} DIRECTORY)
+    install(FILES ${PROJECT_SOURCE_DIR}/hvinteg/${header} DESTINATION ${package_include_dir}/${folder})
+  endif()
+endforeach()
+
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/data/
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/hvinteg/examples)
+
+install(EXPORT hvintegTargets NAMESPACE hvinteg:: DESTINATION ${package_config_dir})
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/hvintegConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/hvintegConfig.cmake INSTALL_DESTINATION ${package_config_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/hvintegConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/hvintegConfig.cmake ${PROJECT_BINARY_DIR}/hvintegConfigVersion.cmake
+  DESTINATION ${package_config_dir})
+
+# pkg-config has no way to look for the Java headers, so it gets the place they had here.
+list(TRANSFORM JNI_INCLUDE_DIRS PREPEND "-I" OUTPUT_VARIABLE package_jni_flags)
+list(REMOVE_DUPLICATES package_jni_flags)
+list(JOIN package_jni_flags " " package_jni_flags)
+file(RELATIVE_PATH package_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+set(package_prefix "\${pcfiledir}/${package_prefix}")
+configure_file(${PROJECT_SOURCE_DIR}/cmake/hvinteg.pc.in ${PROJECT_BINARY_DIR}/hvinteg.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/hvinteg.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,117 @@
+#include <iostream>
+
+#include "CommandFault.h"
+#include "Commands.h"
+#include "DataFile.h"
+#include "HostSession.h"
+#include "InterruptWatch.h"
+#include "RecordChain.h"
+#include "ResultTable.h"
+#include "bridge/JNIHvlProgram.h"
+#include "hvl/HVLAggregate.h"
+#include "hvl/HVLWrite.h"
+#include "runner/HVRunner.h"
+#include "support/Conversions.h"
+#include "support/HVSimpleFile.h"
+
+namespace {
+
+constexpr const char* kStatisticHint =
+    "for example --stat mean:price, --stat p90:price:high, --stat count";
+
+/// FUNCTION:FIELD[:NAME] in its three parts.
+struct Statistic
+{
+    std::string function;
+    std::string field;
+    std::string name;
+};
+
+Statistic splitStatistic(const std::string& text)
+{
+    const std::size_t first = text.find(':');
+    if (first == std::string::npos)
+        return {text, {}, {}};
+    const std::size_t second = text.find(':', first + 1);
+    Statistic result{text.substr(0, first), text.substr(first + 1, second - first - 1), {}};
+    if (second != std::string::npos)
+        result.name = text.substr(second + 1);
+    return result;
+}
+
+bool isPercentile(const std::string& function)
+{
+    return function.size() > 1 && function.front() == 'p' &&
+           function.find_first_not_of("0123456789", 1) == std::string::npos;
+}
+
+void addStatistic(HVLAggregate& aggregates, const std::string& text)
+{
+    const Statistic statistic = splitStatistic(text);
+    if (statistic.field.empty() && statistic.function != "count")
+        throw CommandFault(ExitStatus::Usage, "--stat " + text + ": a field is missing",
+                           kStatisticHint);
+    if (!isPercentile(statistic.function)) {
+        const bool counted = statistic.field.empty() && statistic.name.empty();
+        aggregates.AddAggregate(statistic.function, statistic.field,
+                                counted ? "count" : statistic.name);
+        return;
+    }
+    const int centile = String2Integer(statistic.function.substr(1));
+    if (centile < 1 || centile > 100)
+        throw CommandFault(ExitStatus::Usage, "--stat " + text + ": a percentile is 1 to 100",
+                           kStatisticHint);
+    aggregates.AddPercentileAggregate(
+        centile, statistic.field,
+        statistic.name.empty() ? statistic.function + "_" + statistic.field : statistic.name);
+}
+
+void showResult(HostSession& session, const std::string& fileName, const AggregateOptions& options)
+{
+    EmbeddedHV::RowDataIterator* const rows = session.runner().getOutputIterator(fileName);
+    if (rows == nullptr)
+        throw CommandFault(ExitStatus::JobFailed, "the job's result cannot be read");
+    printTable(readTable(*rows, options.by.size()), options.format, std::cout);
+    std::cout.flush();
+    if (!std::cout)
+        throw CommandFault(ExitStatus::JobFailed, "standard output cannot be written");
+}
+
+} // namespace
+
+void aggregate(const AggregateOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const bool shown =
+        options.output.path.empty() || (options.output.path == "-" && options.output.kind.empty());
+    const InputFile input(options.input, watch);
+    const auto output = shown ? nullptr : std::make_unique<OutputFile>(options.output, watch);
+    HostSession session("aggregate", common, watch);
+    JNIHvlProgram program;
+    RecordChain records(program, input, options.records);
+    HVLAggregate aggregates(&program);
+    for (const std::string& field : options.by)
+        aggregates.AddAggregate("key", field, field);
+    for (const std::string& statistic : options.statistics)
+        addStatistic(aggregates, statistic);
+    aggregates.AddPredFunction(records.last());
+    const HVSimpleFile scratch("aggregate.hvbf", true, true);
+    HVLWrite write(&program);
+    if (shown)
+        write.WriteHVBF(scratch.GetFileName());
+    else
+        output->configure(write);
+    write.AddPredFunction(&aggregates);
+
+    const std::string job = generateJob(program, write);
+    if (options.printJob) {
+        std::cout << job << '\n';
+        return;
+    }
+    session.run(job, {input.path()});
+    if (shown)
+        showResult(session, scratch.GetFileName(), options);
+    else
+        output->deliver();
+    session.finish();
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "ExitStatus.h"
+
+/// Ends a command. The text says what is wrong and names the thing, as in "data.csv: no such file";
+/// the hint, which may be empty, says what to do; the detail is for -v.
+class CommandFault : public std::runtime_error
+{
+public:
+    CommandFault(ExitStatus status, const std::string& text, std::string hint = {},
+                 std::string detail = {})
+        : std::runtime_error(text), _status(status), _hint(std::move(hint)),
+          _detail(std::move(detail))
+    {
+    }
+    ExitStatus status() const { return _status; }
+    const std::string& hint() const { return _hint; }
+    const std::string& detail() const { return _detail; }
+
+private:
+    ExitStatus _status;
+    std::string _hint;
+    std::string _detail;
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "CommonOptions.h"
+
+/// The commands. Each throws CommandFault, and returns when it is done.
+
+struct ConvertOptions
+{
+    InputOptions input;
+    OutputOptions output;
+    RecordOptions records;
+    std::vector<std::string> keep;
+    bool printJob = false;
+};
+/// A dataset to another form.
+void convert(const ConvertOptions& options, const CommonOptions& common);
+
+struct AggregateOptions
+{
+    InputOptions input;
+    OutputOptions output; ///< an empty path, or "-" without a kind: the result is shown
+    RecordOptions records;
+    std::vector<std::string> by;
+    std::vector<std::string> statistics; ///< FUNCTION:FIELD[:NAME], or count
+    std::string format = "text";
+    bool printJob = false;
+};
+/// Grouped aggregates and percentiles.
+void aggregate(const AggregateOptions& options, const CommonOptions& common);
+
+struct RunOptions
+{
+    std::string job;               ///< a file, or "-"
+    std::vector<std::string> data; ///< NAME=FILE
+    std::vector<std::string> save; ///< NAME=FILE
+    bool force = false;
+    bool printJob = false;
+};
+/// A job text.
+void runJob(const RunOptions& options, const CommonOptions& common);
+
+/// What was found where, and what is missing; throws for a part without which no job runs.
+void doctor(const std::string& format, const CommonOptions& common);

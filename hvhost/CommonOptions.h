@@ -1,0 +1,55 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Options that every command takes.
+struct CommonOptions
+{
+    bool quiet = false;
+    bool verbose = false;
+    bool strict = false;
+    std::string progress = "auto"; ///< auto, always or never
+    std::string logFile;
+    std::string traceDirectory;
+    std::optional<double> timeout; ///< seconds
+};
+
+/// Options of the commands that read one file.
+struct InputOptions
+{
+    std::string path; ///< "-" for standard input
+    std::string kind; ///< csv, sav or hvbf; empty: by extension
+    std::string password;
+    std::string passwordFile;
+    std::string dataModel;
+    bool noHeader = false;
+    std::optional<long long> limit;
+    std::optional<long long> maxErrors; ///< -1: any number
+};
+
+/// Options of the commands that write one file.
+struct OutputOptions
+{
+    std::string path; ///< "-" for standard output
+    std::string kind; ///< as above
+    std::string password;
+    std::string passwordFile;
+    std::string dataModel;
+    bool force = false;
+};
+
+/// A field that a command derives: its name and an expression over the record x.
+struct Derivation
+{
+    std::string name;
+    std::string expression;
+};
+
+/// What happens to the records between the input and what the command does with them.
+struct RecordOptions
+{
+    std::vector<std::string> derivations; ///< NAME=EXPRESSION
+    std::string where;
+};

@@ -1,0 +1,138 @@
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+#include <nlohmann/json.hpp>
+
+#include "CFAppHost.h"
+#include "CommandFault.h"
+#include "Commands.h"
+#include "DataFile.h"
+#include "EngineException.h"
+#include "PathFactory.h"
+#include "VexaJVM.h"
+#include "VexaJVMError.h"
+#include "runner/HVRunner.h"
+#include "runner/StatHVServiceManager.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// One thing that was looked for.
+struct Finding
+{
+    std::string name;
+    std::string found; ///< empty: it is missing
+    std::string problem;
+    bool needed = true;
+};
+
+/// The version that a Java home tells, from the path of its libjvm.
+std::string javaVersion(const std::string& library)
+{
+    const fs::path home = fs::path(library).parent_path().parent_path().parent_path();
+    std::ifstream release(home / "release");
+    for (std::string line; std::getline(release, line);)
+        if (line.starts_with("JAVA_VERSION="))
+            return line.substr(line.find('=') + 1);
+    return "of unknown version";
+}
+
+Finding findDatabase()
+{
+    using Version = const char* (*)();
+    void* const symbol = dlsym(RTLD_DEFAULT, "duckdb_library_version");
+    if (symbol == nullptr)
+        return {"DuckDB", {}, "the library is not loaded", true};
+    return {"DuckDB", reinterpret_cast<Version>(symbol)(), {}, true};
+}
+
+Finding findFile(const char* name, const fs::path& path, bool needed)
+{
+    if (fs::exists(path))
+        return {name, path.string(), {}, needed};
+    return {name, {}, path.string() + " is not there", needed};
+}
+
+Finding findTempFolder()
+{
+    const std::string folder = nativePath(CFAppHost::getInstance()->getTempDirectory());
+    if (access(folder.c_str(), W_OK | X_OK) == 0)
+        return {"temporary folder", folder, {}, true};
+    return {"temporary folder", {}, folder + " cannot be written to", true};
+}
+
+/// Starts the Java virtual machine and the engine, as a job would.
+std::vector<Finding> tryStart(const Finding& classes)
+{
+    if (classes.found.empty())
+        return {{"Java", {}, "not started without the engine's classes", true}};
+    try {
+        const HVRunner runner;
+        const std::string library = VexaJVM::GetInstance()->LibraryPath();
+        const Finding java{"Java", javaVersion(library) + " " + library, {}, true};
+        StatHVServiceManager::get(false);
+        return {java, {"engine", "starts", {}, true}};
+    } catch (const VexaJVMError& error) {
+        return {{"Java", {}, error.what(), true}};
+    } catch (const EmbeddedHV::Exception& error) {
+        return {{"engine", {}, error.getMessage(), true}};
+    }
+}
+
+std::vector<Finding> findAll()
+{
+    const fs::path home = nativePath(PathFactory::getPathInstance()->getInstallationPath());
+    const fs::path components = home / "hv" / "af" / "components";
+    const Finding classes = findFile("engine's classes", components / "hvengine.jar", true);
+    std::vector<Finding> all{findFile("installation", home, true), classes,
+                             findFile("class archive", components / "hvengine.jsa", false)};
+    for (Finding& finding : tryStart(classes))
+        all.push_back(std::move(finding));
+    all.push_back(findDatabase());
+    const CFAppHost& host = *CFAppHost::getInstance();
+    all.push_back(findTempFolder());
+    all.push_back({"locale", host.getLocale(), {}, false});
+    all.push_back({"threads", std::to_string(host.getMaxCompThreads()), {}, false});
+    return all;
+}
+
+void printText(const std::vector<Finding>& all)
+{
+    for (const Finding& finding : all) {
+        const std::string padding(18 - std::min<std::size_t>(17, finding.name.size()), ' ');
+        std::cout << finding.name << padding
+                  << (finding.found.empty() ? "MISSING: " + finding.problem : finding.found)
+                  << '\n';
+    }
+}
+
+void printJson(const std::vector<Finding>& all)
+{
+    nlohmann::ordered_json findings = nlohmann::ordered_json::array();
+    for (const Finding& finding : all)
+        findings.push_back({{"name", finding.name},
+                            {"found", finding.found},
+                            {"problem", finding.problem},
+                            {"needed", finding.needed}});
+    std::cout << nlohmann::ordered_json{{"schema", 1}, {"findings", findings}}.dump(2) << '\n';
+}
+
+} // namespace
+
+void doctor(const std::string& format, const CommonOptions&)
+{
+    const std::vector<Finding> all = findAll();
+    if (format == "json")
+        printJson(all);
+    else
+        printText(all);
+    StatHVServiceManager::shutdown();
+    for (const Finding& finding : all)
+        if (finding.needed && finding.found.empty())
+            throw CommandFault(ExitStatus::Engine, finding.name + " is missing");
+}

@@ -1,0 +1,164 @@
+#include "HostSession.h"
+
+#include <cstdio>
+#include <fstream>
+#include <regex>
+#include <thread>
+
+#include "CommandFault.h"
+#include "EngineException.h"
+#include "EnginePreload.h"
+#include "InterruptWatch.h"
+#include "Journal.h"
+#include "ProgressLine.h"
+#include "TnOutput.h"
+#include "VexaJVMError.h"
+#include "runner/HVProgressListener.h"
+#include "runner/HVRunner.h"
+#include "runner/StatHVServiceManager.h"
+#include "support/HVStatTracer.h"
+#include "support/Tracing.h"
+
+namespace {
+
+/// Opens the engine's database while the Java virtual machine starts.
+class PreloadThread
+{
+public:
+    PreloadThread() : _thread(&EmbeddedHV::preload) {}
+    ~PreloadThread() { _thread.join(); }
+    PreloadThread(const PreloadThread&) = delete;
+    PreloadThread& operator=(const PreloadThread&) = delete;
+
+private:
+    std::thread _thread;
+};
+
+std::unique_ptr<HVRunner> startRunner(TnProcedure* procedure)
+{
+    const PreloadThread preload;
+    try {
+        return std::make_unique<HVRunner>(procedure);
+    } catch (const VexaJVMError& error) {
+        throw CommandFault(ExitStatus::Engine, error.what(),
+                           "hvhost doctor tells what was found; JAVA_HOME names a Java to use");
+    }
+}
+
+/// A log goes around, a job text with the password of a file had better not.
+std::string withoutPasswords(const std::string& jobText)
+{
+    static const std::regex password(R"re(("dataPassword"\s*:\s*)"(\\.|[^"\\])*")re");
+    return std::regex_replace(jobText, password, R"re($1"***")re");
+}
+
+bool namesOneOf(const std::string& text, const std::vector<std::string>& files)
+{
+    for (const std::string& file : files)
+        if (text.find(file) != std::string::npos)
+            return true;
+    return false;
+}
+
+} // namespace
+
+HostSession::HostSession(const std::string& command, const CommonOptions& options,
+                         const InterruptWatch& watch)
+    : _options(options), _watch(watch),
+      _procedure(std::make_unique<TnProcedure>("hvhost " + command)),
+      _runner(startRunner(_procedure.get())), _command(command)
+{
+    checkTrails();
+    _watch.check();
+}
+
+HostSession::~HostSession()
+{
+    _runner.reset();
+    StatHVServiceManager::shutdown();
+}
+
+/// Whoever asks for a log or a trace wants to know at once that there will be none.
+void HostSession::checkTrails() const
+{
+    if (!_options.logFile.empty() && !std::ofstream(_options.logFile, std::ios::app))
+        throw CommandFault(ExitStatus::Usage, _options.logFile + ": the log cannot be written");
+    if (!_options.traceDirectory.empty() && !HVTracer()->canTrace())
+        throw CommandFault(ExitStatus::Usage,
+                           _options.traceDirectory + ": no trace can be written in this folder",
+                           "it must be a folder that may be written to, or one that can be made");
+}
+
+void HostSession::run(const std::string& jobText, const std::vector<std::string>& inputs)
+{
+    log("job: " + withoutPasswords(jobText));
+    execute(jobText);
+    printMessages();
+    // A stop that came when the job was done changes nothing any more: its output is there.
+    if (_runner->getProgressListener()->getState() != HVProgressListener::Succeeded)
+        _watch.check();
+    failIfFailed(inputs);
+}
+
+void HostSession::execute(const std::string& jobText)
+{
+    ProgressLine progress(_options.quiet ? "never" : _options.progress, "hvhost " + _command);
+    HostJournal::instance().setObserver([&progress](const HostJournal::Entry& entry) {
+        if (entry.kind == HostJournal::Kind::Progress)
+            progress.show(entry.number);
+    });
+    const auto quiet = [](void*) { HostJournal::instance().setObserver({}); };
+    const std::unique_ptr<void, decltype(quiet)> observed(&progress, quiet);
+    try {
+        _runner->prepareHVLJob(jobText);
+    } catch (const EmbeddedHV::Exception& error) {
+        throw CommandFault(ExitStatus::Engine, error.getMessage());
+    }
+    _watch.check();
+    try {
+        _runner->execute();
+    } catch (const EmbeddedHV::JavaException& error) {
+        throw CommandFault(ExitStatus::JobFailed, error.getMessage(), {}, error.getTrace());
+    } catch (const EmbeddedHV::Exception& error) {
+        throw CommandFault(ExitStatus::JobFailed, error.getMessage());
+    }
+}
+
+void HostSession::failIfFailed(const std::vector<std::string>& inputs)
+{
+    std::string id;
+    std::string text;
+    std::string detail;
+    if (!_runner->getProgressListener()->hasError(id, text, detail))
+        return;
+    log("failed: " + id + " " + text + " " + detail);
+    const ExitStatus status = namesOneOf(text, inputs) ? ExitStatus::Input : ExitStatus::JobFailed;
+    throw CommandFault(status, text, {}, id + " " + detail);
+}
+
+void HostSession::printMessages()
+{
+    _runner->displayAllMessages(false, false);
+    for (const HostJournal::Entry& entry :
+         HostJournal::instance().entries(HostJournal::Kind::Error)) {
+        if (entry.level != kLevelWarning)
+            continue;
+        ++_warnings;
+        log("warning: " + entry.text);
+        if (!_options.quiet)
+            std::fprintf(stderr, "hvhost: warning: %s\n", entry.text.c_str());
+    }
+    HostJournal::instance().clear();
+}
+
+void HostSession::finish() const
+{
+    if (_options.strict && _warnings > 0)
+        throw CommandFault(ExitStatus::Warnings, "done, with warnings");
+}
+
+void HostSession::log(const std::string& line) const
+{
+    if (!_options.logFile.empty())
+        std::ofstream(_options.logFile, std::ios::app) << line << '\n';
+}

@@ -1,0 +1,67 @@
+#include "InterruptWatch.h"
+
+#include <pthread.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <chrono>
+
+#include "Attention.h"
+#include "CommandFault.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// How often the watch looks up. A stop is told again each time, since a job may begin right after
+// it.
+constexpr long kLookNanoseconds = 50'000'000;
+
+sigset_t watchedSignals()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGINT);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGHUP);
+    return signals;
+}
+
+} // namespace
+
+InterruptWatch::InterruptWatch(std::optional<double> timeout)
+{
+    const sigset_t signals = watchedSignals();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    _thread = std::thread([this, timeout] { watch(timeout); });
+}
+
+InterruptWatch::~InterruptWatch()
+{
+    _ended = true;
+    _thread.join();
+}
+
+void InterruptWatch::watch(std::optional<double> timeout)
+{
+    const sigset_t signals = watchedSignals();
+    const auto start = Clock::now();
+    const timespec look{0, kLookNanoseconds};
+    while (!_ended) {
+        if (sigtimedwait(&signals, nullptr, &look) > 0 && _interrupted.exchange(true))
+            _exit(static_cast<int>(ExitStatus::Interrupted));
+        if (timeout && std::chrono::duration<double>(Clock::now() - start).count() >= *timeout)
+            _timedOut = true;
+        if (_interrupted || _timedOut)
+            GetAdapter()->interrupt();
+    }
+}
+
+void InterruptWatch::check() const
+{
+    if (_interrupted)
+        throw CommandFault(ExitStatus::Interrupted, "interrupted");
+    if (_timedOut)
+        throw CommandFault(ExitStatus::Timeout, "the time limit is over",
+                           "a longer one is set with --timeout SECONDS");
+}

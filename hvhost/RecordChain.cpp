@@ -1,0 +1,87 @@
+#include "RecordChain.h"
+
+#include "CommandFault.h"
+#include "DataFile.h"
+#include "JNIException.h"
+#include "bridge/JNIHvlExpression.h"
+#include "bridge/JNIHvlProgram.h"
+#include "hvl/HVLExpressionFun.h"
+#include "hvl/HVLRead.h"
+#include "support/Tracing.h"
+
+namespace {
+
+/// The text of an expression as a pattern without places for arguments.
+std::string patternOf(const std::string& expression)
+{
+    std::string pattern;
+    for (const char character : expression)
+        pattern.append(character == '%' ? 2 : 1, character);
+    return pattern;
+}
+
+std::string trimmed(const std::string& text)
+{
+    const std::size_t begin = text.find_first_not_of(" \t");
+    if (begin == std::string::npos)
+        return {};
+    return text.substr(begin, text.find_last_not_of(" \t") - begin + 1);
+}
+
+/// Splits NAME=EXPRESSION at the first "=" that is not part of a comparison.
+Derivation splitDerivation(const std::string& text)
+{
+    const std::size_t equals = text.find('=');
+    if (equals != std::string::npos && text.compare(equals, 2, "==") != 0) {
+        Derivation result{trimmed(text.substr(0, equals)), trimmed(text.substr(equals + 1))};
+        if (!result.name.empty() && !result.expression.empty())
+            return result;
+    }
+    throw CommandFault(ExitStatus::Usage, "--derive " + text + ": no NAME=EXPRESSION",
+                       "for example --derive 'spread=x.temp_max - x.temp_min'");
+}
+
+} // namespace
+
+RecordChain::RecordChain(JNIHvlProgram& program, const InputFile& input,
+                         const RecordOptions& options)
+    : _program(program), _read(std::make_unique<HVLRead>(&program)), _last(_read.get())
+{
+    input.configure(*_read);
+    for (const std::string& derivation : options.derivations)
+        derive(derivation);
+    if (!options.where.empty())
+        append().SetFilterRecords(_program.createHvlExpression(patternOf(options.where), nullptr));
+}
+
+RecordChain::~RecordChain() = default;
+
+HVLExpressionFun& RecordChain::append()
+{
+    _steps.push_back(std::make_unique<HVLExpressionFun>(&_program));
+    _steps.back()->AddPredFunction(_last);
+    _last = _steps.back().get();
+    return *_steps.back();
+}
+
+void RecordChain::derive(const std::string& text)
+{
+    const Derivation derivation = splitDerivation(text);
+    append().SetDeriveField(
+        derivation.name, _program.createHvlExpression(patternOf(derivation.expression), nullptr));
+}
+
+std::string generateJob(JNIHvlProgram& program, HVLFunction& last)
+{
+    std::string job;
+    try {
+        if (!last.GenerateHVL())
+            throw CommandFault(ExitStatus::JobFailed, "the job cannot be composed");
+        program.getHvlText(job);
+    } catch (const JNIException& error) {
+        throw CommandFault(ExitStatus::JobFailed, "the job cannot be composed: " + error.message(),
+                           {}, error.trace());
+    }
+    traceHVLFile(job, "HvlJobText", "hvhost");
+    return job;
+}

@@ -1,0 +1,162 @@
+#include "ResultTable.h"
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <ostream>
+
+#include <nlohmann/json.hpp>
+
+#include "CFMetaData.h"
+#include "RowDataIterator.h"
+#include "TextTable.h"
+#include "bridge/JNIObjectManager.h"
+
+namespace {
+
+constexpr double kSecondsPerDay = 86400.0;
+constexpr int kJsonSchema = 1;
+
+std::string shortestNumber(double value)
+{
+    std::array<char, 32> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    return {buffer.data(), end.ptr};
+}
+
+std::string dateText(double days)
+{
+    const std::chrono::sys_days day{std::chrono::days(static_cast<int>(days))};
+    const std::chrono::year_month_day date(day);
+    std::array<char, 32> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "%04d-%02u-%02u", static_cast<int>(date.year()),
+                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()));
+    return buffer.data();
+}
+
+std::string timeText(double seconds)
+{
+    const int whole = static_cast<int>(seconds);
+    std::array<char, 32> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "%02d:%02d:%02d", whole / 3600, whole / 60 % 60,
+                  whole % 60);
+    const double fraction = seconds - whole;
+    const std::string text = buffer.data();
+    return fraction > 0 ? text + shortestNumber(std::round(fraction * 1e6) / 1e6).substr(1) : text;
+}
+
+std::string timestampText(double seconds)
+{
+    const double days = std::floor(seconds / kSecondsPerDay);
+    return dateText(days) + " " + timeText(seconds - days * kSecondsPerDay);
+}
+
+std::string valueText(const void* value, unsigned long long length, CFField::StorageType storage)
+{
+    if (storage == CFField::String)
+        return {static_cast<const char*>(value), static_cast<std::size_t>(length)};
+    double number = 0;
+    std::memcpy(&number, value, sizeof number);
+    switch (storage) {
+    case CFField::Date:
+        return dateText(number);
+    case CFField::Time:
+        return timeText(number);
+    case CFField::Timestamp:
+        return timestampText(number);
+    default:
+        return shortestNumber(number);
+    }
+}
+
+void printCsvCell(std::ostream& out, const std::string& text)
+{
+    if (text.find_first_of(",\"\r\n") == std::string::npos) {
+        out << text;
+        return;
+    }
+    out << '"';
+    for (const char character : text)
+        out << (character == '"' ? "\"\"" : std::string(1, character));
+    out << '"';
+}
+
+void printCsv(const ResultTable& table, std::ostream& out)
+{
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        out << (i == 0 ? "" : ",");
+        printCsvCell(out, table.columns[i].name);
+    }
+    out << '\n';
+    for (const ResultTable::Row& row : table.rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            out << (i == 0 ? "" : ",");
+            printCsvCell(out, row[i].value_or(""));
+        }
+        out << '\n';
+    }
+}
+
+nlohmann::ordered_json jsonValue(const std::optional<std::string>& cell,
+                                 const ResultTable::Column& column)
+{
+    if (!cell)
+        return nullptr;
+    if (!column.isNumber())
+        return *cell;
+    const double number = std::strtod(cell->c_str(), nullptr);
+    if (column.storage == CFField::Integer)
+        return static_cast<long long>(number);
+    return number;
+}
+
+void printJson(const ResultTable& table, std::ostream& out)
+{
+    nlohmann::ordered_json rows = nlohmann::ordered_json::array();
+    for (const ResultTable::Row& row : table.rows) {
+        nlohmann::ordered_json object = nlohmann::ordered_json::object();
+        for (std::size_t i = 0; i < row.size(); ++i)
+            object[table.columns[i].name] = jsonValue(row[i], table.columns[i]);
+        rows.push_back(std::move(object));
+    }
+    const nlohmann::ordered_json document{{"schema", kJsonSchema}, {"rows", std::move(rows)}};
+    out << document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+} // namespace
+
+ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount)
+{
+    ResultTable table;
+    table.keyCount = keyCount;
+    const CFMetaData model(rows.getDataModel());
+    for (std::size_t i = 0; i < model.FieldCount(); ++i)
+        table.columns.push_back({model.GetField(i)->GetName(), model.GetField(i)->GetStorage()});
+    while (rows.nextRecord() == EmbeddedHV::RowDataIterator::RecordAvailable) {
+        ResultTable::Row row;
+        for (std::size_t i = 0; i < table.columns.size(); ++i) {
+            void* value = nullptr;
+            unsigned long long length = 0;
+            rows.getRecordValue(i, value, length);
+            row.push_back(value == nullptr
+                              ? std::nullopt
+                              : std::optional(valueText(value, length, table.columns[i].storage)));
+        }
+        table.rows.push_back(std::move(row));
+    }
+    rows.dispose(JNIObjectManager::getManager()->getEnv());
+    return table;
+}
+
+void printTable(const ResultTable& table, const std::string& format, std::ostream& out)
+{
+    if (format == "csv")
+        printCsv(table, out);
+    else if (format == "json")
+        printJson(table, out);
+    else
+        printTextTable(table, outputWidth(), out);
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "CFField.h"
+
+namespace EmbeddedHV {
+class RowDataIterator;
+}
+
+/// Rows of a job's output, as text. A missing value is nothing.
+struct ResultTable
+{
+    struct Column
+    {
+        std::string name;
+        CFField::StorageType storage = CFField::String;
+
+        bool isNumber() const { return storage == CFField::Integer || storage == CFField::Real; }
+    };
+    using Row = std::vector<std::optional<std::string>>;
+
+    std::vector<Column> columns;
+    std::vector<Row> rows;
+    /// So many columns, the first ones, tell the rows apart.
+    std::size_t keyCount = 0;
+};
+
+/// Reads all rows and disposes of the iterator.
+ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount);
+
+/// `format` is text, csv or json.
+void printTable(const ResultTable& table, const std::string& format, std::ostream& out);

@@ -1,0 +1,6 @@
+#include "CommandLine.h"
+
+int main(int count, char** words)
+{
+    return runCommandLine(count, words);
+}

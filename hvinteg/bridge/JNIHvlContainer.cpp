@@ -1,0 +1,8 @@
+#include "bridge/JNIHvlContainer.h"
+
+JNIHvlContainer::JNIHvlContainer(jobject object)
+{
+    init(object, false);
+}
+
+JNIHvlContainer::~JNIHvlContainer() = default;

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "bridge/JNIHvlAccessor.h"
+
+/// One argument of a general function. Made by JNIHvlFunctionParameterFactory, passed back into
+/// JNIHvlProgram::createHvlFunctionGeneral.
+class HVINTEG_EXPORT JNIHvlFunctionParameter : public JNIHvlAccessor
+{
+public:
+    JNIHvlFunctionParameter(const JNIHvlFunctionParameter&) = default;
+    JNIHvlFunctionParameter& operator=(const JNIHvlFunctionParameter&) = default;
+    ~JNIHvlFunctionParameter() override;
+
+protected:
+    explicit JNIHvlFunctionParameter(jobject object);
+
+private:
+    friend class WrapperFactory;
+};

@@ -1,0 +1,163 @@
+#include "bridge/JNIHvlProgram.h"
+
+#include "bridge/JNIHvlContainer.h"
+#include "bridge/JNIHvlFragment.h"
+#include "bridge/JNIHvlFunction.h"
+#include "bridge/JNITaggedFunctionInput.h"
+#include "bridge/JavaClassNames.h"
+#include "bridge/JavaCollections.h"
+#include "bridge/JavaSignatures.h"
+#include "bridge/WrapperFactory.h"
+
+namespace {
+constexpr std::size_t UsualTextSize = 1024;
+
+/// The fragments of a Java set, as a Java list in the order of execution.
+LocalRef<> sorted(JNIHvlProgram& program, LocalRef<> fragments)
+{
+    return JavaCall::ofStatic(program, program.classNamed(JavaClassNames::Program),
+                              "sortFragmentsIntoExecutionOrder", "(" SIG_SET ")" SIG_LIST)
+        .take(std::move(fragments))
+        .callStaticObject();
+}
+
+/// The flags in the size of `names`; a shorter vector is out of range.
+std::vector<bool> flagsFor(const std::vector<std::string>& names, const std::vector<bool>& flags)
+{
+    std::vector<bool> result;
+    for (std::size_t index = 0; index < names.size(); ++index)
+        result.push_back(flags.at(index));
+    return result;
+}
+
+std::vector<std::string> textsFor(const std::vector<std::string>& names,
+                                  const std::vector<std::string>& texts)
+{
+    std::vector<std::string> result;
+    for (std::size_t index = 0; index < names.size(); ++index)
+        result.push_back(texts.at(index));
+    return result;
+}
+} // namespace
+
+JNIHvlProgram::JNIHvlProgram()
+{
+    init(JavaClassNames::Program, true);
+}
+
+JNIHvlProgram::JNIHvlProgram(std::string text)
+{
+    setClass(JavaClassNames::Program);
+    const LocalRef<> program =
+        JavaCall(*this, "<init>", "(" SIG_STRING ")V", OnFailure::Record).text(text).construct();
+    setObjectG(program.get(), true, true);
+    handleException(false);
+}
+
+JNIHvlProgram::JNIHvlProgram(jobject object)
+{
+    init(object, true);
+}
+
+JNIHvlProgram::~JNIHvlProgram() = default;
+
+JNIHvlProgram* JNIHvlProgram::clone()
+{
+    return WrapperFactory::wrapGlobal<JNIHvlProgram>(
+        JavaCall(*this, "clone", "()" SIG_PROGRAM).callObject(getObject()));
+}
+
+void JNIHvlProgram::addDependency(JNIHvlFunction* earlier, JNIHvlFunction* later)
+{
+    JavaCall(*this, "addDependency", "(" SIG_FUNCTION SIG_FUNCTION ")V")
+        .wrapped(earlier)
+        .wrapped(later)
+        .callVoid(getObject());
+}
+
+JNIHvlContainer* JNIHvlProgram::createContainer(const std::string& name, const std::string& uri,
+                                                bool output)
+{
+    return WrapperFactory::wrapLocal<JNIHvlContainer>(
+        JavaCall(*this, "createContainer", "(" SIG_STRING SIG_STRING "Z)" SIG_CONTAINER)
+            .text(name)
+            .text(uri)
+            .flag(output)
+            .callObject(getObject()));
+}
+
+std::string JNIHvlProgram::formatContainerListJSON(const std::vector<std::string>* names,
+                                                   const std::vector<std::string>* uris,
+                                                   const std::vector<bool>* outputs)
+{
+    JavaCall call =
+        JavaCall::ofStatic(*this, classNamed(JavaClassNames::Helpers), "formatContainerListJSON",
+                           "([" SIG_STRING "[" SIG_STRING "[Z)" SIG_STRING);
+    if (names == nullptr || uris == nullptr || outputs == nullptr) {
+        call.object(nullptr).object(nullptr).object(nullptr);
+    } else {
+        const std::vector<std::string> uriTexts = textsFor(*names, *uris);
+        const std::vector<bool> flags = flagsFor(*names, *outputs);
+        call.take(JavaCollections::stringArray(*this, names))
+            .take(JavaCollections::stringArray(*this, &uriTexts))
+            .take(JavaCollections::booleanArray(*this, flags));
+    }
+    const LocalRef<> text = call.callStaticObject();
+    return getString(static_cast<jstring>(text.get()));
+}
+
+std::vector<JNITaggedFunctionInput*> JNIHvlProgram::getPredecessors(JNIHvlFunction* function)
+{
+    std::vector<JNITaggedFunctionInput*> inputs;
+    const LocalRef<> list = JavaCall(*this, "getPredecessors", "(" SIG_FUNCTION ")" SIG_LIST)
+                                .wrapped(function)
+                                .callObject(getObject());
+    JavaCollections::forEachOfList(*this, list.get(), [&](const LocalRef<>& input) {
+        inputs.push_back(WrapperFactory::wrapGlobal<JNITaggedFunctionInput>(input));
+    });
+    return inputs;
+}
+
+std::set<JNIHvlFragment*> JNIHvlProgram::getFragments()
+{
+    std::set<JNIHvlFragment*> fragments;
+    const LocalRef<> found = JavaCall(*this, "getFragments", "()" SIG_SET).callObject(getObject());
+    JavaCollections::forEachOfSet(
+        *this, found.get(), OnFailure::Throw, [&](const LocalRef<>& fragment) {
+            fragments.insert(WrapperFactory::wrapGlobal<JNIHvlFragment>(fragment));
+        });
+    return fragments;
+}
+
+std::vector<JNIHvlFragment*>
+JNIHvlProgram::sortFragmentsIntoExecutionOrder(std::set<JNIHvlFragment*>* fragments)
+{
+    LocalRef<> unsorted;
+    if (fragments != nullptr && !fragments->empty())
+        unsorted = JavaCollections::set(*this, {fragments->begin(), fragments->end()});
+    const LocalRef<> list = sorted(*this, std::move(unsorted));
+    std::vector<JNIHvlFragment*> result;
+    JavaCollections::forEachOfList(*this, list.get(), [&](const LocalRef<>& fragment) {
+        result.push_back(WrapperFactory::wrapGlobal<JNIHvlFragment>(fragment));
+    });
+    return result;
+}
+
+void JNIHvlProgram::getHvlText(std::string& text)
+{
+    const LocalRef<> list =
+        sorted(*this, JavaCall(*this, "getFragments", "()" SIG_SET).callObject(getObject()));
+    text.clear();
+    if (text.capacity() < UsualTextSize)
+        text.reserve(UsualTextSize);
+    // A newline stands between two fragments: it is owed by a fragment that has a text, and an
+    // empty one owes none.
+    bool newlineOwed = false;
+    JavaCollections::forEachOfList(*this, list.get(), [&](const LocalRef<>& element) {
+        if (newlineOwed)
+            text += '\n';
+        const std::string part = JNIHvlFragment(element.get()).toHVLText();
+        text += part;
+        newlineOwed = !part.empty();
+    });
+}

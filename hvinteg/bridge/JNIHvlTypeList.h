@@ -1,0 +1,13 @@
+#pragma once
+
+#include "bridge/JNIHvlType.h"
+
+/// The type of a list of elements of one type.
+class HVINTEG_EXPORT JNIHvlTypeList : public JNIHvlType
+{
+public:
+    explicit JNIHvlTypeList(JNIHvlType& element);
+    JNIHvlTypeList(const JNIHvlTypeList&) = default;
+    JNIHvlTypeList& operator=(const JNIHvlTypeList&) = default;
+    ~JNIHvlTypeList() override;
+};

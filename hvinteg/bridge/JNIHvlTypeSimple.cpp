@@ -1,0 +1,22 @@
+#include "bridge/JNIHvlTypeSimple.h"
+
+#include "bridge/JavaCall.h"
+#include "bridge/JavaClassNames.h"
+
+JNIHvlTypeSimple::JNIHvlTypeSimple(JNIHvlExpression::SimpleTypes type)
+{
+    setClass(JavaClassNames::TypeSimple);
+    JavaCall call(*this, "<init>", "(Lcom/vexa/ae/hvlhelpers/HvlExpression$SimpleTypes;)V",
+                  OnFailure::Record);
+    if (call.failed())
+        return;
+    LocalRef<> constant(getEnv(), JNIHvlExpression::newObject(getEnv(), type));
+    handleException(false);
+    if (!constant)
+        return;
+    const LocalRef<> object = call.take(std::move(constant)).construct();
+    setObjectG(object.get(), true, true);
+    handleException(false);
+}
+
+JNIHvlTypeSimple::~JNIHvlTypeSimple() = default;

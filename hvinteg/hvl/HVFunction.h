@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+
+/// What a job builder is. The numbers are part of the contract with callers that store them.
+enum HVFunction : std::int32_t
+{
+    GenericFunction = 0,
+    ReadFunction = 1,
+    WriteFunction = 2,
+    DataModelBuilderFunction = 3,
+    UpdateDataModelFunction = 4,
+    AggregateFunction = 5,
+    FilterFieldsFunction = 6,
+    UnionFunction = 7,
+    JoinFunction = 8,
+    DeriveFieldFunction = 9,
+    ReclassifyFieldFunction = 10,
+    FilterRecordsFunction = 11,
+    BalanceRecordsFunction = 12,
+    ReprojectionFunction = 13
+};

@@ -1,0 +1,131 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "Attention.h"
+#include "support/HvintegExport.h"
+
+class HVProgressListener;
+class HVRunnerImpl;
+class HVStatContainer;
+class HVStatDataIterator;
+class ParserMessage;
+class ProcedureDataSource;
+class TnProcedure;
+
+namespace EmbeddedHV {
+class RowDataIterator;
+}
+
+/// Runs jobs on the engine, one at a time. A host procedure makes one runner, for itself; a dialog
+/// makes one without a procedure.
+///
+///     HVRunner runner(&procedure);
+///     runner.prepareActiveDS(procedure.DataSource(), true, false);
+///     runner.prepareHVLJob(jobText);
+///     runner.addInputIterator(&rows);
+///     runner.execute();
+///     runner.displayAllMessages(true, true);
+///     runner.cleanExecution();
+///
+/// What the engine throws (EmbeddedHV::Exception, EmbeddedHV::JavaException) passes to the caller,
+/// except where an operation says otherwise; a job that merely fails is told by execute's result
+/// and the listener. All strings are UTF-8.
+///
+/// One thread at a time, the one that made the runner or called resetJNI last. Only cancelExecution
+/// may come from another thread, while one sits in execute.
+class HVINTEG_EXPORT HVRunner
+{
+public:
+    /// Stops a runner's job when the user interrupts the procedure. The host's adapter holds it
+    /// while the job runs.
+    class HVINTEG_EXPORT InterruptHandler : public VexaAdapter::InterruptHandler
+    {
+    public:
+        /// The runner is borrowed.
+        explicit InterruptHandler(HVRunner* runner) : _runner(runner) {}
+        ~InterruptHandler() override;
+        /// HVRunner::cancelExecution, on the thread of the interrupt.
+        void interrupt() override;
+
+    private:
+        HVRunner* _runner;
+    };
+
+    /// The procedure is borrowed; null for a runner that shows nothing and leaves the host's run
+    /// alone. The first runner starts the Java virtual machine if need be; what that throws passes.
+    explicit HVRunner(TnProcedure* procedure = nullptr);
+    HVRunner(const HVRunner&) = delete;
+    HVRunner& operator=(const HVRunner&) = delete;
+    /// Ends a remaining execution, releases the process's Java references as cleanJRef does, and
+    /// gives the host back the weight and split that prepareActiveDS took.
+    virtual ~HVRunner();
+
+    /// Saves the host's weight and split and turns both off until the runner is destroyed. Warns of
+    /// a setting in force that the procedure does not support. Does nothing for a source without
+    /// columns. Always true.
+    bool prepareActiveDS(ProcedureDataSource& dataSource, bool supportsWeight, bool supportsSplit);
+
+    /// Begins a job: forgets what the last one told, ends its execution, and hands the text to a
+    /// new one. The first job of the process starts the engine. True, or an exception.
+    bool prepareHVLJob(const std::string& jobText);
+
+    /// Hand inputs and outputs to the prepared job. The objects stay the caller's and live until
+    /// cleanExecution. Always true.
+    bool addInputContainer(HVStatContainer* container);
+    bool addOutputContainer(HVStatContainer* container);
+    bool addInputIterator(HVStatDataIterator* iterator);
+
+    /// Runs the prepared job and returns when the engine has finished. False if the job failed, or
+    /// if this runner was stopped before; true for one that was cancelled on the way, which the
+    /// listener's state and isStopProcessor tell.
+    bool execute();
+
+    /// Cancels the execution, has the host end the run (with a procedure only), and stops the
+    /// runner. Any thread, but not while the runner is in prepareHVLJob or cleanExecution.
+    void cancelExecution();
+    /// Whether the runner is stopped: execute then does nothing.
+    bool isStopProcessor();
+    /// Lets a stopped runner run again; one without a procedure stays stopped.
+    void resetStopRrocessor();
+
+    /// Ends the execution, if there is one.
+    void cleanExecution();
+    /// Releases all Java references and wrappers that the object manager holds, of the process.
+    void cleanJRef();
+    /// Makes the calling thread the one whose Java environment is used.
+    void resetJNI();
+
+    /// Shows what the listener collected; see HVProgressListener::displayAllMessages.
+    void displayAllMessages(bool showError, bool splitLabel);
+    /// Neither has an effect; the second is always true.
+    void displayMessage();
+    bool displayOutputs();
+
+    /// Rows of a file that the finished job wrote, named without a directory; null if there is
+    /// none. The execution owns the object; the caller ends its use with RowDataIterator::dispose.
+    EmbeddedHV::RowDataIterator* getOutputIterator(const std::string& fileName);
+    /// The data model of a job's output, as XML, without running the job; ends a present execution.
+    /// A failure of the engine leaves `metadata` empty and the result true; otherwise the result is
+    /// whether `metadata` has something in it.
+    bool getMetadata(const std::string& jobText, const HVStatContainer& container,
+                     std::string& metadata);
+
+    /// Both stay the runner's.
+    const ParserMessage* getParserMessage() const;
+    HVProgressListener* getProgressListener();
+
+    /// Takes the host's present locale for the jobs to come.
+    void UpdataHVAppSetting();
+
+private:
+    std::unique_ptr<HVRunnerImpl> _impl;
+    // As prepareActiveDS found them; what is not above 0 is not given back.
+    std::int32_t _savedWeight = -1;
+    std::int32_t _savedSplit = 0;
+    std::unique_ptr<ParserMessage> _parserMessage;
+    TnProcedure* _procedure;
+    std::unique_ptr<HVProgressListener> _listener;
+};

@@ -1,0 +1,115 @@
+#include "support/DirectorySpecific.h"
+
+#include <cstdint>
+
+#include "ExtNameStr.h"
+#include "FileServices.h"
+#include "support/Files.h"
+#include "support/Paths.h"
+#include "support/Separators.h"
+
+/// What was found out at construction, and the listing that is under way, if one is.
+struct DirectorySpecific::Impl
+{
+    std::string expandedPath;
+    bool exists = false;
+    bool readOnly = false;
+    std::unique_ptr<DirectoryListing> listing;
+    std::string currentName;
+    bool currentIsDirectory = false;
+    std::int64_t entriesSeen = 0;
+
+    void lookUp(std::string path);
+    bool browse(const std::string& mask);
+    bool next();
+};
+
+void DirectorySpecific::Impl::lookUp(std::string path)
+{
+    const bool rooted = !path.empty();
+    trimTrailingSeparators(path);
+    // Nothing but separators is the root, not a missing name.
+    if (rooted && path.empty())
+        path = "\\";
+    std::string expanded;
+    // A path that cannot be expanded stays empty: a lone backslash would be the root.
+    if (ValidateDirSpecification(path, expanded, exists, readOnly) == 0)
+        expandedPath = FormalizeFilePath(expanded, true);
+}
+
+bool DirectorySpecific::Impl::browse(const std::string& mask)
+{
+    listing.reset();
+    currentName.clear();
+    currentIsDirectory = false;
+    entriesSeen = 0;
+    if (!exists)
+        return false;
+    listing = std::make_unique<DirectoryListing>(expandedPath, mask);
+    return next();
+}
+
+bool DirectorySpecific::Impl::next()
+{
+    std::string name;
+    do {
+        if (listing == nullptr || !listing->Next(name))
+            return false;
+    } while (name == "." || name == "..");
+    // By the entry itself, so that a link tells what it leads to.
+    const ExtNameStr whole(expandedPath + name);
+    currentIsDirectory = FileAttributesOf(whole.GetU16()) == FileKind::Directory;
+    currentName = name;
+    ++entriesSeen;
+    return true;
+}
+
+DirectorySpecific::DirectorySpecific(const std::string& path) : _impl(std::make_unique<Impl>())
+{
+    _impl->lookUp(path);
+}
+
+DirectorySpecific::~DirectorySpecific() = default;
+
+bool DirectorySpecific::Exists() const
+{
+    return _impl->exists;
+}
+
+bool DirectorySpecific::ReadOnly() const
+{
+    return _impl->readOnly;
+}
+
+const std::string& DirectorySpecific::ExpandPath() const
+{
+    return _impl->expandedPath;
+}
+
+bool DirectorySpecific::BrowseFile(const std::string& mask)
+{
+    return _impl->browse(mask);
+}
+
+bool DirectorySpecific::BrowseFile()
+{
+    return BrowseFile("*");
+}
+
+bool DirectorySpecific::Next()
+{
+    return _impl->next();
+}
+
+void DirectorySpecific::GetFileSpec(std::string& name, bool& isDirectory)
+{
+    if (_impl->entriesSeen == 0)
+        return;
+    name = _impl->currentName;
+    isDirectory = _impl->currentIsDirectory;
+}
+
+std::string DirectorySpecific::FormUniqueFileName(const std::string& name)
+{
+    return ::FormUniqueFileName(_impl->expandedPath + name);
+}

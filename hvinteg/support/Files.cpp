@@ -1,0 +1,91 @@
+#include "support/Files.h"
+
+#include <fstream>
+#include <mutex>
+
+#include "CriticalSection.h"
+#include "ExtNameStr.h"
+#include "support/Conversions.h"
+#include "support/DirectorySpecific.h"
+#include "support/FileSpecific.h"
+#include "support/Paths.h"
+
+namespace {
+
+// Two locks, so that the removal of a large tree does not keep others from finding a name.
+CriticalSection& uniqueNameLock()
+{
+    static CriticalSection lock;
+    return lock;
+}
+
+CriticalSection& removalLock()
+{
+    static CriticalSection lock;
+    return lock;
+}
+
+void removeEntry(const std::string& path, bool isDirectory)
+{
+    // A link to a directory looks like one. The plain removal takes the link (and an empty
+    // directory) away, so that only a real directory is ever entered.
+    const bool removed = ExtNameStr::remove(ExtNameStr(path)) == 0;
+    if (!removed && isDirectory)
+        RemoveDir(path);
+}
+
+} // namespace
+
+std::string FormUniqueFileName(const std::string& path)
+{
+    const std::lock_guard guard(uniqueNameLock());
+    if (!FileSpecific(path).Exists())
+        return path;
+    const std::size_t dot = path.rfind('.');
+    const std::string stem = path.substr(0, dot) + '_';
+    const std::string extension = dot == std::string::npos ? std::string() : path.substr(dot);
+    for (int number = 1;; ++number) {
+        std::string candidate = stem;
+        candidate += Integer2String(number);
+        candidate += extension;
+        if (!FileSpecific(candidate).Exists())
+            return candidate;
+    }
+}
+
+bool MakeDir(const std::string& path)
+{
+    return ExtNameStr::mkdir(ExtNameStr(path)) == 0;
+}
+
+bool RemoveDir(const std::string& path)
+{
+    const std::lock_guard guard(removalLock());
+    DirectorySpecific directory(path);
+    if (!directory.Exists())
+        return true;
+    std::string name;
+    bool isDirectory = false;
+    for (bool found = directory.BrowseFile(); found; found = directory.Next()) {
+        directory.GetFileSpec(name, isDirectory);
+        removeEntry(directory.ExpandPath() + name, isDirectory);
+    }
+    return ExtNameStr::rmdir(ExtNameStr(path)) == 0;
+}
+
+bool StatCopyFile(const std::string& target, const std::string& source)
+{
+    std::ifstream input;
+    ExtNameStr::Open(input, ExtNameStr(FormalizeFilePath(source, false)),
+                     std::ios::in | std::ios::binary);
+    if (!input.is_open())
+        return false;
+    std::ofstream output;
+    ExtNameStr::Open(output, ExtNameStr(FormalizeFilePath(target, false)),
+                     std::ios::out | std::ios::binary | std::ios::trunc);
+    if (!output.is_open())
+        return false;
+    // An empty source sets the failbit here and is copied all the same.
+    output << input.rdbuf();
+    return true;
+}

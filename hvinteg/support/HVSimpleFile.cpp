@@ -1,0 +1,105 @@
+#include "support/HVSimpleFile.h"
+
+#include <cstdio>
+
+#include "ExtNameStr.h"
+#include "FileServices.h"
+#include "support/Files.h"
+#include "support/Paths.h"
+
+namespace {
+
+// Kept from the first use on: the engine is started with these, and a later change of the host's
+// temporary directory does not reach it.
+const ExtNameStr& analyticRoot()
+{
+    static const ExtNameStr root(JoinFilePath(GetVexaTempPath(), "analytic-root/"));
+    return root;
+}
+
+const ExtNameStr& analyticDefaultDir()
+{
+    static const ExtNameStr directory(JoinFilePath(analyticRoot().GetGeneric(), "zor/public/"));
+    return directory;
+}
+
+/// A file that cannot be created shows when somebody writes it.
+void createEmpty(const ExtNameStr& path)
+{
+    if (std::FILE* const file = ExtNameStr::fopen(path, "w"))
+        std::fclose(file);
+}
+
+} // namespace
+
+/// The file itself, shared by all copies; the last one takes it away.
+struct HVSimpleFile::Impl
+{
+    std::string fileName;
+    ExtNameStr path;
+    bool deleteOnClose = false;
+
+    Impl() = default;
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
+    ~Impl()
+    {
+        if (!deleteOnClose)
+            return;
+        // Whatever has the name by now: the engine writes files, others make directories of it.
+        ExtNameStr::remove(path);
+        RemoveDir(path.GetGeneric());
+    }
+};
+
+HVSimpleFile::HVSimpleFile(const std::string& name, bool analytic, bool deleteOnClose)
+    : _impl(std::make_shared<Impl>())
+{
+    const std::string& directory = analytic ? GetAnalyticDefaultDir() : GetVexaTempPath();
+    _impl->path.SetGeneric(FormUniqueFileName(directory + name));
+    std::string rest;
+    _impl->fileName = SeparateFileName(_impl->path.GetGeneric(), rest);
+    if (!analytic)
+        createEmpty(_impl->path);
+    // Only from here on: without a name of its own, nothing is to be removed.
+    _impl->deleteOnClose = deleteOnClose;
+}
+
+HVSimpleFile::HVSimpleFile(const HVSimpleFile&) = default;
+HVSimpleFile& HVSimpleFile::operator=(const HVSimpleFile&) = default;
+HVSimpleFile::~HVSimpleFile() = default;
+
+const std::string& HVSimpleFile::GetFileName() const
+{
+    return _impl->fileName;
+}
+
+const std::string& HVSimpleFile::GetAbsolutePath() const
+{
+    return _impl->path.GetGeneric();
+}
+
+const std::string& HVSimpleFile::GetGenericPath() const
+{
+    return _impl->path.GetU8();
+}
+
+const std::string& HVSimpleFile::GetAnalyticRoot()
+{
+    return analyticRoot().GetGeneric();
+}
+
+const std::string& HVSimpleFile::GetAnalyticRootUTF()
+{
+    return analyticRoot().GetU8();
+}
+
+const std::string& HVSimpleFile::GetAnalyticDefaultDir()
+{
+    return analyticDefaultDir().GetGeneric();
+}
+
+const std::string& HVSimpleFile::GetAnalyticDefaultDirUTF()
+{
+    return analyticDefaultDir().GetU8();
+}

@@ -1,0 +1,43 @@
+#include "support/Tracing.h"
+
+#include <memory>
+
+#include "support/HVStatTracer.h"
+
+namespace {
+
+void traceFile(const char* extension, const std::string& text, const std::string& label,
+               const std::string& name)
+{
+    HVStatTracer* const tracer = HVTracer();
+    tracer->write(text, tracer->newValidFileName(extension, label, name, false));
+}
+
+} // namespace
+
+HVStatTracer* HVTracer()
+{
+    // Released on purpose: the log takes lines until the process is gone.
+    static HVStatTracer* const tracer = std::make_unique<HVStatTracer>().release();
+    return tracer;
+}
+
+void WriteLog(const std::string& line)
+{
+    HVTracer()->addLog(line);
+}
+
+void traceHVLFile(const std::string& text, const std::string& label, const std::string& name)
+{
+    traceFile("hvl", text, label, name);
+}
+
+void traceJSONFile(const std::string& text, const std::string& label, const std::string& name)
+{
+    traceFile("json", text, label, name);
+}
+
+void traceXMLFile(const std::string& text, const std::string& label, const std::string& name)
+{
+    traceFile("xml", text, label, name);
+}

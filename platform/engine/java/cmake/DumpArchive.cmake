@@ -1,0 +1,26 @@
+# Writes OUTPUT, an archive of the classes of the jar ENGINE that a job composition loads.
+#
+# The archive only saves time at start, so a virtual machine that cannot make one is no failure.
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE log ERROR_VARIABLE log)
+  if(NOT result EQUAL 0)
+    file(REMOVE ${OUTPUT})
+    message(STATUS "No class archive for ${ENGINE}:\n${log}")
+    set(failed TRUE PARENT_SCOPE)
+  endif()
+endfunction()
+
+file(REMOVE ${OUTPUT})
+file(MAKE_DIRECTORY ${WORK})
+set(failed FALSE)
+run(${JAVAC} -classpath ${ENGINE} -d ${WORK} ${SOURCE})
+if(NOT failed)
+  run(${JAVA} -XX:+UseSerialGC -Xshare:auto -XX:DumpLoadedClassList=${WORK}/classes
+    -classpath ${ENGINE}:${WORK} TouchClasses)
+endif()
+if(NOT failed)
+  # The archive holds for the class path of the engine alone; the one class that is not on it
+  # is passed over.
+  run(${JAVA} -XX:+UseSerialGC -Xshare:dump -XX:SharedClassListFile=${WORK}/classes
+    -XX:SharedArchiveFile=${OUTPUT} -classpath ${ENGINE})
+endif()

@@ -1,0 +1,96 @@
+package com.vexa.ae.hvlhelpers.impl;
+
+import com.vexa.ae.hvlhelpers.HvlFragment;
+import com.vexa.ae.hvlhelpers.HvlFunction;
+import java.util.HashMap;
+import java.util.List;
+import java.util.Map;
+import java.util.StringJoiner;
+
+/**
+ * A function of a program. It holds text and its inputs, and knows no program, so that a program
+ * and its copies share it.
+ */
+public final class HvlFunctionImpl implements HvlFunction
+{
+    private final String _id;
+    private final String _name;
+    private final HvlFunctionImpl _piped;
+    private final List<TaggedFunctionInput> _inputs;
+    private final String _configuration;
+    private final String _invocation;
+
+    HvlFunctionImpl(String id, String name, List<Argument> arguments, HvlFunctionImpl piped,
+                    List<TaggedFunctionInput> inputs)
+    {
+        _id = id;
+        _name = name;
+        _piped = piped;
+        _inputs = List.copyOf(inputs);
+        StringJoiner definitions = new StringJoiner("\n");
+        StringJoiner places = new StringJoiner(", ", name + "(", ")");
+        Map<String, Integer> used = new HashMap<>();
+        for (Argument argument : arguments) {
+            if (argument.label() == null) {
+                places.add(argument.value());
+                continue;
+            }
+            int count = used.merge(argument.label(), 1, Integer::sum);
+            String bound = id + argument.label() + (count == 1 ? "" : count);
+            definitions.add("val " + bound + " = " + argument.value());
+            places.add(bound);
+        }
+        _configuration = definitions.toString();
+        _invocation = places.toString();
+    }
+
+    @Override
+    public String getId()
+    {
+        return _id;
+    }
+
+    @Override
+    public String getName()
+    {
+        return _name;
+    }
+
+    /** The definitions of the function's bound arguments, one a line; empty if it has none. */
+    public String generateConfiguration()
+    {
+        return _configuration;
+    }
+
+    /**
+     * The call as it stands in the pipeline of its fragment. A fragment that does not contain the
+     * function is an IllegalArgumentException; null stands for the right one.
+     */
+    public String generateInvocation(HvlFragment fragment)
+    {
+        if (fragment != null && !fragment.containsFunction(this)) {
+            throw new IllegalArgumentException(this + " is not in the fragment "
+                                               + fragment.getId());
+        }
+        return _invocation;
+    }
+
+    /** All inputs, the piped one first, as the places name them. */
+    public List<TaggedFunctionInput> inputs()
+    {
+        return _inputs;
+    }
+
+    /** The input that `->` feeds in; null if there is none. */
+    HvlFunctionImpl piped()
+    {
+        return _piped;
+    }
+
+    /** Name and id, as messages show a function. */
+    @Override
+    public String toString()
+    {
+        return _name + " (" + _id + ")";
+    }
+}

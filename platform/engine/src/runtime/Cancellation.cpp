@@ -1,0 +1,24 @@
+#include "runtime/Cancellation.h"
+
+namespace EmbeddedHV {
+
+void Cancellation::cancel()
+{
+    wake([this] {
+        _cancelled = true;
+        _stopping = true;
+    });
+}
+
+void Cancellation::stopStatement()
+{
+    wake([this] { _stopping = true; });
+}
+
+void Cancellation::resume()
+{
+    // Under the lock, so that a cancellation that comes meanwhile is not lost.
+    wake([this] { _stopping = _cancelled.load(); });
+}
+
+} // namespace EmbeddedHV

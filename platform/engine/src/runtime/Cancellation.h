@@ -1,0 +1,49 @@
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+
+namespace EmbeddedHV {
+
+/// The wish to end a job, set by any thread and seen by the threads that work on it. A cancellation
+/// is final; a stop ends the running statement only and is taken back before the next.
+class Cancellation
+{
+public:
+    void cancel();
+    /// Ends the running statement for a reason of the engine's own.
+    void stopStatement();
+    /// Before a statement: takes back a stop, never a cancellation.
+    void resume();
+
+    bool cancelled() const { return _cancelled.load(std::memory_order_acquire); }
+    /// Whether work should end now. Cheap enough for the loop over records.
+    bool stopping() const { return _stopping.load(std::memory_order_relaxed); }
+
+    /// Sleeps until something ends the sleep: a stop, wake, or the time.
+    template <class Duration, class Predicate>
+    void wait(Duration time, Predicate ready)
+    {
+        std::unique_lock lock(_mutex);
+        _changed.wait_for(lock, time, [&] { return stopping() || ready(); });
+    }
+    /// Ends a sleep whose predicate has become true by `change`.
+    template <class Change>
+    void wake(Change change)
+    {
+        {
+            const std::lock_guard lock(_mutex);
+            change();
+        }
+        _changed.notify_all();
+    }
+
+private:
+    std::atomic<bool> _cancelled = false;
+    std::atomic<bool> _stopping = false;
+    std::mutex _mutex;
+    std::condition_variable _changed;
+};
+
+} // namespace EmbeddedHV

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "CFField.h"
+#include "expression/Schema.h"
+
+namespace EmbeddedHV {
+
+using Fields = std::vector<CFField>;
+
+/// A field with the measure that its storage suggests, an input of an analysis.
+CFField plainField(const std::string& name, CFField::StorageType storage);
+
+/// The data model document of the fields.
+std::string dataModelOf(const Fields& fields);
+/// The fields of a document. Throws JobError with `errorId`; `origin` says whose document it is.
+Fields fieldsOfDataModel(const std::string& xml, const std::string& origin, const char* errorId);
+
+std::vector<CFField::StorageType> storagesOf(const Fields& fields);
+
+/// The fields as expressions see them.
+Schema schemaOf(const Fields& fields);
+/// Null if there is no such field; letter case counts.
+const CFField* findField(const Fields& fields, const std::string& name);
+/// The same, but letter case does not count, as it does not in the database's columns.
+const CFField* findFieldAnyCase(const Fields& fields, const std::string& name);
+
+/// The names with what repeats them, letter case apart, told apart by "_1", "_2"...; an empty name
+/// becomes "field" with its place, counted from 1.
+std::vector<std::string> uniqueNames(std::vector<std::string> names);
+
+/// The part of a data model that the names have in common with the fields: measure, role and label
+/// of each field whose name stands in `model`.
+void adoptMetadata(Fields& fields, const Fields& model);
+
+} // namespace EmbeddedHV

@@ -1,0 +1,98 @@
+#include "runtime/Database.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "expression/ExpressionCompiler.h"
+#include "runtime/FileSpace.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// Nothing is fetched from outside: what the engine needs is linked in.
+constexpr std::pair<const char*, const char*> kOpenOptions[] = {
+    {"autoinstall_known_extensions", "false"},
+    {"autoload_known_extensions", "false"},
+    {"allow_unsigned_extensions", "false"},
+};
+
+/// Progress is counted but never printed, and counted from the start.
+constexpr const char* kConnectionOptions[] = {
+    "SET enable_progress_bar = true",
+    "SET enable_progress_bar_print = false",
+    "SET progress_bar_time = 0",
+};
+
+duckdb_database openInMemory()
+{
+    duckdb_config config = nullptr;
+    if (duckdb_create_config(&config) != DuckDBSuccess)
+        throw duck::QueryError("the database takes no configuration");
+    for (const auto& [name, value] : kOpenOptions)
+        duckdb_set_config(config, name, value);
+    duckdb_database database = nullptr;
+    char* reason = nullptr;
+    const auto state = duckdb_open_ext(nullptr, &database, config, &reason);
+    duckdb_destroy_config(&config);
+    const std::string text = reason ? reason : "";
+    duckdb_free(reason);
+    if (state != DuckDBSuccess)
+        throw duck::QueryError("the database does not open: " + text);
+    return database;
+}
+
+} // namespace
+
+ConnectionLease::~ConnectionLease()
+{
+    if (_connection)
+        _database->takeBack(std::move(_connection));
+}
+
+Database::Database() : _database(openInMemory())
+{
+    // The function belongs to the whole instance, whichever connection registers it.
+    auto connection = connect();
+    _rowSources.registerFunction(*connection);
+}
+
+Database::~Database()
+{
+    _idle.clear();
+    duckdb_close(&_database);
+}
+
+void Database::configure(const EHVAppSetting& settings)
+{
+    auto connection = connect();
+    if (const std::string* folder = settings.property("ae.temp.path"); folder && !folder->empty())
+        connection->query("SET GLOBAL temp_directory = " + quotedLiteral(nativePath(*folder)));
+    const std::string* threads = settings.property("mmr.threads");
+    const long count = threads ? std::strtol(threads->c_str(), nullptr, 10) : 0;
+    if (count > 0)
+        connection->query("SET GLOBAL threads = " + std::to_string(count));
+}
+
+ConnectionLease Database::connect()
+{
+    {
+        const std::lock_guard lock(_mutex);
+        if (!_idle.empty()) {
+            auto connection = std::move(_idle.back());
+            _idle.pop_back();
+            return {*this, std::move(connection)};
+        }
+    }
+    auto connection = std::make_unique<duck::Connection>(_database);
+    for (const char* option : kConnectionOptions)
+        connection->query(option);
+    return {*this, std::move(connection)};
+}
+
+void Database::takeBack(std::unique_ptr<duck::Connection> connection)
+{
+    const std::lock_guard lock(_mutex);
+    _idle.push_back(std::move(connection));
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,48 @@
+#include "EnginePreload.h"
+
+#include <memory>
+#include <mutex>
+
+#include "runtime/Database.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// The lock is held while the instance opens, so that a service that starts meanwhile waits for it
+/// instead of opening a second one.
+struct Preloaded
+{
+    std::mutex mutex;
+    std::unique_ptr<Database> database;
+};
+
+Preloaded& preloaded()
+{
+    static Preloaded state;
+    return state;
+}
+
+} // namespace
+
+void preload()
+{
+    Preloaded& state = preloaded();
+    const std::lock_guard lock(state.mutex);
+    if (state.database)
+        return;
+    try {
+        state.database = std::make_unique<Database>();
+    } catch (const std::exception&) {
+        // The service manager opens its own and reports why that fails.
+        state.database.reset();
+    }
+}
+
+std::unique_ptr<Database> adoptDatabase()
+{
+    Preloaded& state = preloaded();
+    const std::lock_guard lock(state.mutex);
+    return state.database ? std::move(state.database) : std::make_unique<Database>();
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,86 @@
+#include "runtime/FileSpace.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "Container.h"
+#include "EngineException.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr std::string_view kFileProtocol = "file://";
+constexpr const char* kPublicFolder = "/zor/public";
+
+void makeFolder(const std::string& path, const char* purpose)
+{
+    std::error_code error;
+    std::filesystem::create_directories(path, error);
+    if (error)
+        throw Exception("the engine cannot make its folder for " + std::string(purpose) + ", " +
+                        path + ": " + error.message());
+}
+
+bool hasDrive(std::string_view path)
+{
+    return path.size() >= 2 && path[1] == ':' &&
+           ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
+}
+
+/// The path of a file URL. What follows the protocol begins with the slash that the URL form adds
+/// to any path; a path that began with a slash itself has two there, one that lost it has none.
+std::string pathOfUrl(std::string_view url)
+{
+    std::string_view path = url.substr(kFileProtocol.size());
+    while (!path.empty() && path.front() == '/')
+        path.remove_prefix(1);
+    return hasDrive(path) ? std::string(path) : "/" + std::string(path);
+}
+
+} // namespace
+
+std::string nativePath(const std::string& hostPath)
+{
+    std::string path = hostPath;
+    std::replace(path.begin(), path.end(), '\\', '/');
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
+    return path;
+}
+
+std::string fileNameOf(const std::string& path)
+{
+    return path.substr(path.find_last_of('/') + 1);
+}
+
+std::string folderOf(const std::string& path)
+{
+    const auto separator = path.find_last_of('/');
+    if (separator == std::string::npos)
+        return ".";
+    return separator == 0 ? "/" : path.substr(0, separator);
+}
+
+FileSpace::FileSpace(const std::string& analyticRoot, const std::string& scratchFolder)
+    : _publicFolder(nativePath(analyticRoot) + kPublicFolder),
+      _scratchFolder(scratchFolder.empty() ? _publicFolder : nativePath(scratchFolder))
+{
+    makeFolder(_publicFolder, "jobs' files");
+}
+
+std::string FileSpace::resolve(const std::string& text,
+                               const std::vector<Container*>& containers) const
+{
+    for (const Container* container : containers)
+        if (container->getName() == text)
+            return nativePath(container->getAbsolutePath());
+    std::string path = text;
+    std::replace(path.begin(), path.end(), '\\', '/');
+    if (path.starts_with(kFileProtocol))
+        return pathOfUrl(path);
+    return path.find('/') == std::string::npos ? _publicFolder + "/" + path : path;
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace EmbeddedHV {
+
+class Container;
+
+/// A host path as the operating system spells it: slashes, no trailing one.
+std::string nativePath(const std::string& hostPath);
+/// The part after the last separator.
+std::string fileNameOf(const std::string& path);
+/// The folder of a path; "." if the path names none.
+std::string folderOf(const std::string& path);
+
+/// Finds the files that job texts name. Bare names live in the public folder of the analytic root.
+class FileSpace
+{
+public:
+    /// Makes the folders of the root that are missing. Throws Exception.
+    FileSpace(const std::string& analyticRoot, const std::string& scratchFolder);
+
+    /// The operating system's path for what a job text says: the name of a container of the job, a
+    /// file URL, a path, or a bare file name.
+    std::string resolve(const std::string& text, const std::vector<Container*>& containers) const;
+    /// Where scratch files go.
+    const std::string& scratchFolder() const { return _scratchFolder; }
+
+private:
+    std::string _publicFolder;
+    std::string _scratchFolder;
+};
+
+} // namespace EmbeddedHV

@@ -1,0 +1,49 @@
+#include "runtime/QueryWatch.h"
+
+#include <chrono>
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr auto kProgressInterval = std::chrono::milliseconds(200);
+constexpr auto kInterruptInterval = std::chrono::milliseconds(5);
+
+} // namespace
+
+QueryWatch::QueryWatch(duckdb_connection connection, Cancellation& cancellation,
+                       std::function<void(double)> progress)
+    : _connection(connection), _cancellation(cancellation), _progress(std::move(progress)),
+      _thread([this] { run(); })
+{
+}
+
+QueryWatch::~QueryWatch()
+{
+    _cancellation.wake([this] { _done = true; });
+    _thread.join();
+}
+
+void QueryWatch::run()
+{
+    bool done = false;
+    while (!done) {
+        if (_cancellation.stopping()) {
+            duckdb_interrupt(_connection);
+            // wait would return at once while the job is stopping.
+            std::this_thread::sleep_for(kInterruptInterval);
+        }
+        _cancellation.wait(kProgressInterval, [&] { return _done; });
+        _cancellation.wake([&] { done = _done; });
+        if (!done && !_cancellation.stopping())
+            reportProgress();
+    }
+}
+
+void QueryWatch::reportProgress()
+{
+    const auto state = duckdb_query_progress(_connection);
+    if (state.percentage >= 0)
+        _progress(state.percentage / 100.0);
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,73 @@
+#include "runtime/Reporter.h"
+
+#include <algorithm>
+
+namespace EmbeddedHV {
+
+Reporter::Reporter(ExecutionListener& listener, Cancellation& cancellation)
+    : _listener(listener), _extended(dynamic_cast<ExtendedExecutionListener*>(&listener)),
+      _cancellation(cancellation)
+{
+}
+
+template <class Call>
+void Reporter::call(Call callback)
+{
+    const std::lock_guard lock(_mutex);
+    if (_thrown)
+        return;
+    try {
+        callback();
+    } catch (...) {
+        _thrown = std::current_exception();
+        _cancellation.cancel();
+    }
+}
+
+void Reporter::init(const std::string& executionId)
+{
+    call([&] { _listener.onInit(executionId); });
+}
+
+void Reporter::message(const std::string& id, const std::string& text)
+{
+    call([&] {
+        if (_extended)
+            _extended->onMessage(id, text);
+        else
+            _listener.onMessage(text);
+    });
+}
+
+void Reporter::progress(double fraction)
+{
+    call([&] {
+        if (fraction <= _reported)
+            return;
+        _reported = std::min(fraction, 1.0);
+        _listener.onProgress(static_cast<float>(_reported));
+    });
+}
+
+void Reporter::success()
+{
+    call([&] { _listener.onSuccess(); });
+}
+
+void Reporter::cancelled()
+{
+    call([&] { _listener.onCancel(); });
+}
+
+void Reporter::error(const JobError& error)
+{
+    call([&] { _listener.onError(error.id(), error.text(), error.detail()); });
+}
+
+void Reporter::rethrow() const
+{
+    if (_thrown)
+        std::rethrow_exception(_thrown);
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,114 @@
+#include "runtime/RowColumn.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "runtime/Utf8.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr double kSecondsOfDay = 86400.0;
+constexpr double kMicroseconds = 1e6;
+/// What the database's types hold, with room for rounding.
+constexpr double kMostInteger = 9223372036854774784.0;
+constexpr double kMostDays = 106751990.0;
+constexpr double kMostTimestampSeconds = 9.2e12;
+
+std::string numberText(double value)
+{
+    if (std::isnan(value))
+        return "not a number (NaN)";
+    if (std::isinf(value))
+        return value > 0 ? "infinite" : "minus infinite";
+    return std::to_string(value);
+}
+
+} // namespace
+
+RowColumn::RowColumn(const CFField& field, std::size_t fieldIndex, duckdb_vector vector)
+    : _storage(field.GetStorage()), _fieldIndex(fieldIndex), _vector(vector),
+      _data(duckdb_vector_get_data(vector))
+{
+}
+
+void RowColumn::setMissing(std::size_t row)
+{
+    if (!_hasValidity) {
+        duckdb_vector_ensure_validity_writable(_vector);
+        _hasValidity = true;
+    }
+    duckdb_validity_set_row_invalid(duckdb_vector_get_validity(_vector), row);
+}
+
+bool RowColumn::set(std::size_t row, const void* value, std::size_t length, std::string& problem)
+{
+    if (_storage == CFField::String)
+        return setText(row, static_cast<const char*>(value), length, problem);
+    double number = 0;
+    std::memcpy(&number, value, sizeof number);
+    if (_storage == CFField::Real) {
+        static_cast<double*>(_data)[row] = number;
+        return true;
+    }
+    return setNumber(row, number, problem);
+}
+
+bool RowColumn::setNumber(std::size_t row, double value, std::string& problem)
+{
+    switch (_storage) {
+    case CFField::Date:
+        return setDate(row, value, problem);
+    case CFField::Time:
+        return setMicroseconds(row, value, 0, kSecondsOfDay, problem);
+    case CFField::Timestamp:
+        return setMicroseconds(row, value, -kMostTimestampSeconds, kMostTimestampSeconds, problem);
+    default:
+        break;
+    }
+    if (!(std::fabs(value) <= kMostInteger)) {
+        problem = "the value is " + numberText(value) + ", which no integer holds";
+        return false;
+    }
+    static_cast<std::int64_t*>(_data)[row] = std::llround(value);
+    return true;
+}
+
+bool RowColumn::setDate(std::size_t row, double days, std::string& problem)
+{
+    if (!(std::fabs(days) <= kMostDays)) {
+        problem = "the number of days is " + numberText(days) + ", which no date holds";
+        return false;
+    }
+    static_cast<std::int32_t*>(_data)[row] = static_cast<std::int32_t>(std::floor(days));
+    return true;
+}
+
+bool RowColumn::setMicroseconds(std::size_t row, double seconds, double least, double most,
+                                std::string& problem)
+{
+    if (!(seconds >= least && seconds <= most)) {
+        problem = "the number of seconds is " + numberText(seconds) + ", which no " +
+                  (_storage == CFField::Time ? "time of day" : "timestamp") + " holds";
+        return false;
+    }
+    // Whole seconds apart from their fraction: a product of both would round the last digits.
+    const double whole = std::floor(seconds);
+    static_cast<std::int64_t*>(_data)[row] = static_cast<std::int64_t>(whole) * 1000000 +
+                                             std::llround((seconds - whole) * kMicroseconds);
+    return true;
+}
+
+bool RowColumn::setText(std::size_t row, const char* text, std::size_t length, std::string& problem)
+{
+    if (!isUtf8({text, length})) {
+        problem = "the text is not UTF-8";
+        return false;
+    }
+    duckdb_vector_assign_string_element_len(_vector, row, text, length);
+    return true;
+}
+
+} // namespace EmbeddedHV

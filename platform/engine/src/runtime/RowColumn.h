@@ -1,0 +1,38 @@
+#pragma once
+
+#include <duckdb.h>
+
+#include <cstddef>
+#include <string>
+
+#include "CFField.h"
+
+namespace EmbeddedHV {
+
+/// One column of a chunk under construction: turns values of the row protocol into the database's.
+/// Dates, times and timestamps are doubles in the protocol and have types of their own here.
+class RowColumn
+{
+public:
+    RowColumn(const CFField& field, std::size_t fieldIndex, duckdb_vector vector);
+
+    std::size_t fieldIndex() const { return _fieldIndex; }
+    void setMissing(std::size_t row);
+    /// False if the value has no place in the column; `problem` then says why.
+    bool set(std::size_t row, const void* value, std::size_t length, std::string& problem);
+
+private:
+    bool setNumber(std::size_t row, double value, std::string& problem);
+    bool setText(std::size_t row, const char* text, std::size_t length, std::string& problem);
+    bool setDate(std::size_t row, double days, std::string& problem);
+    bool setMicroseconds(std::size_t row, double seconds, double least, double most,
+                         std::string& problem);
+
+    CFField::StorageType _storage;
+    std::size_t _fieldIndex;
+    duckdb_vector _vector;
+    void* _data;
+    bool _hasValidity = false;
+};
+
+} // namespace EmbeddedHV

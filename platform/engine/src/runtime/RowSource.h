@@ -1,0 +1,65 @@
+#pragma once
+
+#include <duckdb.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "CFField.h"
+#include "JobError.h"
+#include "RowDataIterator.h"
+#include "runtime/Cancellation.h"
+#include "runtime/RowSources.h"
+
+namespace EmbeddedHV {
+
+class RowColumn;
+
+/// A row iterator as a table: pulls records into the vectors of the database, on one thread at a
+/// time. The rows can be read once.
+class RowSource
+{
+public:
+    /// Asks the iterator for its name and data model. The iterator, the cancellation and the
+    /// registry are borrowed. Throws JobError.
+    RowSource(RowDataIterator& iterator, const Cancellation& cancellation, RowSources& registry);
+    RowSource(const RowSource&) = delete;
+    RowSource& operator=(const RowSource&) = delete;
+    ~RowSource();
+
+    const std::string& name() const { return _name; }
+    const std::vector<CFField>& fields() const { return _fields; }
+    /// The FROM item that reads the rows.
+    std::string table() const { return RowSources::tableOf(_id); }
+    /// No record past this number is asked for.
+    void limitTo(std::uint64_t records) { _limit = records; }
+    /// Whether a record was asked for: the rows cannot be read again.
+    bool started() const { return _started; }
+    /// What went wrong while rows were read; the statement that read them has failed.
+    const std::optional<JobError>& failure() const { return _failure; }
+
+    /// Fills the chunk with records of the given fields, in this order; none at the end. False
+    /// after a failure. Never throws: the database calls it.
+    bool fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept;
+
+private:
+    std::size_t pull(std::vector<RowColumn>& columns, std::size_t capacity);
+    bool readRecord(std::vector<RowColumn>& columns, std::size_t row);
+    void fail(const std::string& what);
+
+    RowDataIterator& _iterator;
+    const Cancellation& _cancellation;
+    RowSources& _registry;
+    std::int64_t _id = 0;
+    std::string _name;
+    std::vector<CFField> _fields;
+    std::uint64_t _limit = UINT64_MAX;
+    std::uint64_t _records = 0;
+    bool _started = false;
+    bool _ended = false;
+    std::optional<JobError> _failure;
+};
+
+} // namespace EmbeddedHV

@@ -1,0 +1,150 @@
+#include "runtime/RowSources.h"
+
+#include <duckdb.h>
+
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+#include "runtime/ColumnTypes.h"
+#include "runtime/Duck.h"
+#include "runtime/RowSource.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr const char* kFunction = "hv_rows";
+
+/// What one scan of a source needs: the source's number, and the fields that the statement uses.
+struct Scan
+{
+    std::int64_t id = 0;
+    std::vector<std::size_t> fields;
+};
+
+/// The database owns what it is handed and deletes it through this.
+template <class T>
+void destroy(void* object)
+{
+    delete static_cast<T*>(object);
+}
+
+struct ValueDeleter
+{
+    void operator()(duckdb_value value) const { duckdb_destroy_value(&value); }
+};
+using Value = std::unique_ptr<std::remove_pointer_t<duckdb_value>, ValueDeleter>;
+
+class LogicalType
+{
+public:
+    explicit LogicalType(duckdb_type type) : _type(duckdb_create_logical_type(type)) {}
+    LogicalType(const LogicalType&) = delete;
+    LogicalType& operator=(const LogicalType&) = delete;
+    ~LogicalType() { duckdb_destroy_logical_type(&_type); }
+    duckdb_logical_type get() const { return _type; }
+
+private:
+    duckdb_logical_type _type;
+};
+
+duckdb_type columnTypeOf(CFField::StorageType storage)
+{
+    switch (storage) {
+    case CFField::Integer:
+        return DUCKDB_TYPE_BIGINT;
+    case CFField::Real:
+        return DUCKDB_TYPE_DOUBLE;
+    case CFField::Date:
+        return DUCKDB_TYPE_DATE;
+    case CFField::Time:
+        return DUCKDB_TYPE_TIME;
+    case CFField::Timestamp:
+        return DUCKDB_TYPE_TIMESTAMP;
+    default:
+        return DUCKDB_TYPE_VARCHAR;
+    }
+}
+
+void bind(duckdb_bind_info info)
+{
+    auto* sources = static_cast<RowSources*>(duckdb_bind_get_extra_info(info));
+    const Value parameter(duckdb_bind_get_parameter(info, 0));
+    auto scan = std::make_unique<Scan>();
+    scan->id = duckdb_get_int64(parameter.get());
+    const RowSource* source = sources->find(scan->id);
+    if (!source) {
+        duckdb_bind_set_error(info, "the row iterator is gone");
+        return;
+    }
+    for (const CFField& field : source->fields())
+        duckdb_bind_add_result_column(info, field.GetName().c_str(),
+                                      LogicalType(columnTypeOf(field.GetStorage())).get());
+    duckdb_bind_set_bind_data(info, scan.release(), destroy<Scan>);
+}
+
+void init(duckdb_init_info info)
+{
+    const auto* bound = static_cast<const Scan*>(duckdb_init_get_bind_data(info));
+    auto scan = std::make_unique<Scan>(*bound);
+    const idx_t count = duckdb_init_get_column_count(info);
+    for (idx_t i = 0; i < count; ++i)
+        scan->fields.push_back(duckdb_init_get_column_index(info, i));
+    duckdb_init_set_max_threads(info, 1);
+    duckdb_init_set_init_data(info, scan.release(), destroy<Scan>);
+}
+
+void scan(duckdb_function_info info, duckdb_data_chunk chunk)
+{
+    auto* sources = static_cast<RowSources*>(duckdb_function_get_extra_info(info));
+    const auto* state = static_cast<const Scan*>(duckdb_function_get_init_data(info));
+    RowSource* source = sources->find(state->id);
+    if (!source || !source->fill(chunk, state->fields))
+        duckdb_function_set_error(info, "the row iterator failed");
+}
+
+} // namespace
+
+void RowSources::registerFunction(duck::Connection& connection)
+{
+    const std::unique_ptr<std::remove_pointer_t<duckdb_table_function>,
+                          void (*)(duckdb_table_function)>
+        function(duckdb_create_table_function(),
+                 [](duckdb_table_function made) { duckdb_destroy_table_function(&made); });
+    duckdb_table_function_set_name(function.get(), kFunction);
+    duckdb_table_function_add_parameter(function.get(), LogicalType(DUCKDB_TYPE_BIGINT).get());
+    duckdb_table_function_set_extra_info(function.get(), this, nullptr);
+    duckdb_table_function_set_bind(function.get(), bind);
+    duckdb_table_function_set_init(function.get(), init);
+    duckdb_table_function_set_function(function.get(), scan);
+    duckdb_table_function_supports_projection_pushdown(function.get(), true);
+    if (duckdb_register_table_function(connection.handle(), function.get()) != DuckDBSuccess)
+        throw duck::QueryError("the database takes no table function");
+}
+
+std::int64_t RowSources::add(RowSource& source)
+{
+    const std::lock_guard lock(_mutex);
+    _sources.emplace(_nextId, &source);
+    return _nextId++;
+}
+
+void RowSources::remove(std::int64_t id)
+{
+    const std::lock_guard lock(_mutex);
+    _sources.erase(id);
+}
+
+RowSource* RowSources::find(std::int64_t id)
+{
+    const std::lock_guard lock(_mutex);
+    const auto found = _sources.find(id);
+    return found == _sources.end() ? nullptr : found->second;
+}
+
+std::string RowSources::tableOf(std::int64_t id)
+{
+    return std::string(kFunction) + "(" + std::to_string(id) + "::BIGINT)";
+}
+
+} // namespace EmbeddedHV

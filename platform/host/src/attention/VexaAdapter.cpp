@@ -1,0 +1,54 @@
+#include <atomic>
+#include <mutex>
+
+#include "Attention.h"
+#include "Journal.h"
+
+namespace {
+
+void note(const char* what)
+{
+    HostJournal::instance().add({HostJournal::Kind::Interrupt, what});
+}
+
+} // namespace
+
+struct VexaAdapter::Impl
+{
+    // Held during a handler's call, so that whoever takes a handler out may destroy it afterwards.
+    // A handler may come back to the adapter on its own thread.
+    std::recursive_mutex calling;
+    std::atomic<InterruptHandler*> handler = nullptr;
+};
+
+VexaAdapter::VexaAdapter() : _impl(std::make_unique<Impl>()) {}
+VexaAdapter::~VexaAdapter() = default;
+
+VexaAdapter::InterruptHandler* VexaAdapter::getInterruptHandler() const
+{
+    return _impl->handler;
+}
+
+void VexaAdapter::setInterruptHandler(InterruptHandler* handler)
+{
+    {
+        const std::lock_guard lock(_impl->calling);
+        _impl->handler = handler;
+    }
+    note(handler ? "set" : "clear");
+}
+
+void VexaAdapter::interrupt()
+{
+    RequestAttention();
+    note("fire");
+    const std::lock_guard lock(_impl->calling);
+    if (InterruptHandler* handler = _impl->handler)
+        handler->interrupt();
+}
+
+VexaAdapter* GetAdapter()
+{
+    static VexaAdapter adapter;
+    return &adapter;
+}

@@ -1,0 +1,76 @@
+#include "files/FileLocks.h"
+
+#include <charconv>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/// Closes a descriptor at the end of its scope.
+class Descriptor
+{
+public:
+    Descriptor(const std::string& native, int flags)
+        : _number(::open(native.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
+    {
+    }
+    ~Descriptor()
+    {
+        if (_number >= 0)
+            ::close(_number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int number() const { return _number; }
+
+private:
+    int _number;
+};
+
+bool isLockedByOther(int descriptor)
+{
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    return descriptor >= 0 && ::fcntl(descriptor, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+// A descriptor of this process on the same file; -1 if there is none.
+int ownDescriptor(const struct stat& file)
+{
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
+        const std::string name = entry.path().filename();
+        int number = -1;
+        std::from_chars(name.data(), name.data() + name.size(), number);
+        struct stat other = {};
+        if (number >= 0 && ::fstat(number, &other) == 0 && other.st_dev == file.st_dev &&
+            other.st_ino == file.st_ino)
+            return number;
+    }
+    return -1;
+}
+
+} // namespace
+
+FileLocks probeFileLocks(const std::string& native)
+{
+    FileLocks locks;
+    struct stat file = {};
+    if (::stat(native.c_str(), &file) != 0)
+        return locks;
+    if (const int own = ownDescriptor(file); own >= 0) {
+        locks.inUse = isLockedByOther(own);
+        return locks;
+    }
+    const Descriptor writing(native, O_WRONLY);
+    locks.writable = writing.number() >= 0;
+    if (locks.writable)
+        locks.inUse = isLockedByOther(writing.number());
+    else
+        locks.inUse = isLockedByOther(Descriptor(native, O_RDONLY).number());
+    return locks;
+}

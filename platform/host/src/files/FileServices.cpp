@@ -1,0 +1,146 @@
+#include "FileServices.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "ExtNameStr.h"
+#include "files/FileLocks.h"
+#include "files/HostPath.h"
+#include "text/Utf16.h"
+
+namespace {
+
+// A name that begins with a drive is absolute in the host's spelling, whatever this system makes of
+// it.
+bool hasDrive(const std::string& native)
+{
+    const auto letter = static_cast<unsigned char>(native.empty() ? '\0' : native[0] | 0x20);
+    return native.size() >= 2 && native[1] == ':' && letter >= 'a' && letter <= 'z';
+}
+
+// The absolute, tidy native path: no ".", "..", doubled or trailing separators. ".." is taken by
+// the text, as the host's users see it, not through links. Empty for a name that is none.
+std::string absoluteNative(const std::string& name)
+{
+    const std::string native = nativeSpelling(nameToUtf8(name));
+    if (native.empty() || native.find('\0') != std::string::npos)
+        return {};
+    std::error_code error;
+    std::filesystem::path path = native;
+    if (hasDrive(native))
+        // Below a root of its own ".." cannot climb above the drive.
+        path = "/" + native.substr(2);
+    else if (path = std::filesystem::absolute(path, error); error)
+        return {};
+    std::string tidy = path.lexically_normal().string();
+    while (tidy.size() > 1 && tidy.back() == '/')
+        tidy.pop_back();
+    return hasDrive(native) ? native.substr(0, 2) + tidy : tidy;
+}
+
+// The system's view of a native path; false if nothing stands there.
+bool stateOf(const std::string& native, struct stat& state)
+{
+    return ::stat(native.c_str(), &state) == 0;
+}
+
+// Root may write everything, which is not what a file without any write bit is meant for.
+bool isReadOnly(const std::string& native, const struct stat& state)
+{
+    constexpr mode_t kAnyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
+    return (state.st_mode & kAnyWriteBit) == 0 || ::access(native.c_str(), W_OK) != 0;
+}
+
+// The system takes the name, though no file need have it.
+bool isTakenByTheSystem(int error)
+{
+    return error != ENAMETOOLONG && error != ENOTDIR && error != ELOOP && error != EINVAL;
+}
+
+} // namespace
+
+int ExpandFileSpecification(const std::string& name, char* buffer, std::size_t length)
+{
+    const std::string native = absoluteNative(name);
+    const auto generic = nameFromUtf8(hostSpelling(native));
+    if (native.empty() || !generic || !buffer || generic->size() >= length)
+        return 1;
+    std::memcpy(buffer, generic->c_str(), generic->size() + 1);
+    return 0;
+}
+
+int ValidateDirSpecification(const std::string& name, std::string& expanded, bool& exists,
+                             bool& readOnly)
+{
+    exists = readOnly = false;
+    const std::string native = absoluteNative(name);
+    const auto generic = nameFromUtf8(hostSpelling(native));
+    expanded = generic.value_or("");
+    if (expanded.empty())
+        return 1;
+    struct stat state = {};
+    exists = stateOf(native, state) && S_ISDIR(state.st_mode);
+    readOnly = exists && isReadOnly(native, state);
+    return 0;
+}
+
+int ValidateFileSpecification(const std::string& name, bool& exists)
+{
+    FileState state;
+    const int result = ValidateFileSpecificationEx(name, state);
+    exists = state.exists;
+    return result;
+}
+
+int ValidateFileSpecificationEx(const std::string& name, FileState& state)
+{
+    state = {};
+    const std::string native = absoluteNative(name);
+    if (native.empty())
+        return 1;
+    struct stat found = {};
+    state.exists = stateOf(native, found);
+    state.valid = state.exists || isTakenByTheSystem(errno);
+    if (!state.exists)
+        return 0;
+    state.readOnly = isReadOnly(native, found);
+    // To open a pipe or a device would do something to it.
+    if (S_ISREG(found.st_mode)) {
+        const FileLocks locks = probeFileLocks(native);
+        state.inUse = locks.inUse;
+        state.locked = !locks.writable && !state.readOnly;
+    }
+    return 0;
+}
+
+FileKind FileAttributesOf(const std::u16string& name)
+{
+    std::string utf8;
+    const bool read = utf16ToUtf8(name, utf8);
+    struct stat state = {};
+    if (!read || utf8.find('\0') != std::string::npos || !stateOf(nativeSpelling(utf8), state))
+        return FileKind::None;
+    return S_ISDIR(state.st_mode) ? FileKind::Directory : FileKind::File;
+}
+
+bool FetchFile::fetch(const std::string& name, std::string& content)
+{
+    content.clear();
+    std::ifstream file;
+    ExtNameStr::Open(file, ExtNameStr(name), std::ios::in | std::ios::binary);
+    if (!file.is_open())
+        return false;
+    std::string text;
+    char chunk[65536];
+    while (file.read(chunk, sizeof(chunk)) || file.gcount() > 0)
+        text.append(chunk, static_cast<std::size_t>(file.gcount()));
+    // A directory opens, and fails to read.
+    if (file.bad())
+        return false;
+    content = std::move(text);
+    return true;
+}

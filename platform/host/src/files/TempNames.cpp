@@ -1,0 +1,89 @@
+#include <atomic>
+#include <cerrno>
+#include <filesystem>
+#include <random>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "CFAppHost.h"
+#include "ExtNameStr.h"
+#include "FileServices.h"
+#include "files/HostPath.h"
+#include "text/KeptStrings.h"
+
+namespace {
+
+constexpr int kMaxTries = 100;
+
+// Unlike any other name of this process (the counter) and of other processes (the id and chance;
+// the id alone comes round again).
+std::string uniquePart()
+{
+    static std::atomic<unsigned> counter = 0;
+    thread_local std::random_device chance;
+    return std::to_string(getpid()) + "_" + std::to_string(++counter) + "_" +
+           std::to_string(chance());
+}
+
+bool isTaken(const std::string& native)
+{
+    // A link that leads nowhere takes the name as well.
+    struct stat state = {};
+    return ::lstat(native.c_str(), &state) == 0 || errno != ENOENT;
+}
+
+std::string expandedName(const std::string& name)
+{
+    std::string expanded;
+    bool exists = false;
+    bool readOnly = false;
+    ValidateDirSpecification(name, expanded, exists, readOnly);
+    return expanded;
+}
+
+} // namespace
+
+const std::string& GetVexaTempPath()
+{
+    const std::string directory = hostSpelling(CFAppHost::getInstance()->getTempDirectory());
+    std::string path = nameFromUtf8(directory).value_or(directory);
+    if (path.empty() || path.back() != '\\')
+        path += '\\';
+    return keepString(path);
+}
+
+std::string FormTempName(const std::string& prefix)
+{
+    std::string name;
+    do
+        name = GetVexaTempPath() + prefix + uniquePart();
+    while (isTaken(ExtNameStr(name).GetNative()));
+    return name;
+}
+
+std::string CreateTempFolder(const std::string& prefix)
+{
+    constexpr mode_t kOwnerAlone = 0700;
+    for (int attempt = 0; attempt < kMaxTries; ++attempt) {
+        std::string name = FormTempName(prefix);
+        if (::mkdir(ExtNameStr(name).GetNative().c_str(), kOwnerAlone) == 0)
+            return name;
+        if (errno != EEXIST)
+            break;
+    }
+    return {};
+}
+
+bool RemoveFolderFromTempDir(const std::string& folder)
+{
+    const std::string expanded = expandedName(folder);
+    const std::string root = expandedName(GetVexaTempPath()) + "\\";
+    // Nothing outside the temporary directory, and not that itself.
+    if (!expanded.starts_with(root) || expanded.size() == root.size())
+        return false;
+    const std::string native = ExtNameStr(expanded).GetNative();
+    std::error_code error;
+    return std::filesystem::is_directory(std::filesystem::symlink_status(native, error)) &&
+           std::filesystem::remove_all(native, error) > 0 && !error;
+}

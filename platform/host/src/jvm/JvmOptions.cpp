@@ -1,0 +1,83 @@
+#include "JvmOptions.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <sstream>
+
+#include "CFAppHost.h"
+#include "ExtNameStr.h"
+#include "PathFactory.h"
+#include "VexaJVMError.h"
+
+namespace {
+// Signals stay the host's. The machine only composes texts, so it is set up to start fast and stay
+// small: one collector thread, the quick compiler, no files of its own in the temporary directory.
+constexpr const char* FixedOptions[] = {"-Xrs",   "-XX:+UseSerialGC", "-XX:TieredStopAtLevel=1",
+                                        "-Xmx1g", "-XX:-UsePerfData", "-Xshare:auto"};
+
+std::string nativePath(const std::string& utf8)
+{
+    ExtNameStr name;
+    name.SetU8(utf8);
+    return name.GetNative();
+}
+
+std::string componentsFolder()
+{
+    const ExtNameStr home(PathFactory::getPathInstance()->getInstallationPath());
+    return home.GetNative() + "/hv/af/components";
+}
+
+void requireJar(const std::string& jar)
+{
+    if (access(jar.c_str(), F_OK) != 0)
+        throw VexaJVMError("The engine's jar is missing: " + jar);
+    if (access(jar.c_str(), R_OK) != 0)
+        throw VexaJVMError("The engine's jar cannot be read: " + jar);
+    if (jar.find(':') != std::string::npos)
+        throw VexaJVMError("The engine's jar cannot be on a class path, its name has a colon: " +
+                           jar);
+}
+
+/// Where the machine leaves its report when it crashes. It expands percent signs in the name.
+std::string crashReport()
+{
+    std::string folder = nativePath(CFAppHost::getInstance()->getTempDirectory());
+    if (!folder.empty() && folder.back() != '/')
+        folder += '/';
+    std::string escaped;
+    for (const char character : folder) {
+        escaped += character;
+        if (character == '%')
+            escaped += '%';
+    }
+    return "-XX:ErrorFile=" + escaped + "hs_err_pid%p.log";
+}
+
+void appendFromEnvironment(std::vector<std::string>& texts)
+{
+    const char* value = std::getenv("VEXA_JVM_OPTIONS");
+    std::istringstream words(value == nullptr ? "" : value);
+    for (std::string word; words >> word;)
+        texts.push_back(word);
+}
+} // namespace
+
+JvmOptions jvmOptions(const std::vector<std::string>& added)
+{
+    const std::string components = componentsFolder();
+    JvmOptions options;
+    options.jar = components + "/hvengine.jar";
+    requireJar(options.jar);
+
+    options.texts.assign(std::begin(FixedOptions), std::end(FixedOptions));
+    options.texts.push_back("-Djava.class.path=" + options.jar);
+    options.texts.push_back(crashReport());
+    const std::string archive = components + "/hvengine.jsa";
+    if (access(archive.c_str(), R_OK) == 0)
+        options.texts.push_back("-XX:SharedArchiveFile=" + archive);
+    options.texts.insert(options.texts.end(), added.begin(), added.end());
+    appendFromEnvironment(options.texts);
+    return options;
+}

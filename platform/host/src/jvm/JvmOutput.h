@@ -1,0 +1,38 @@
+#pragma once
+
+#include <jni.h>
+
+#include <functional>
+#include <mutex>
+#include <string>
+#include <vector>
+
+/// Takes what the machine prints. A library has no business on the host's streams, so the text goes
+/// to the receiver, or nowhere; what is printed during the start is kept as well, since it tells
+/// why a start failed.
+///
+/// The machine calls back without any data of ours, so there is one object for the process; it must
+/// outlive the machine.
+class JvmOutput
+{
+public:
+    using Receiver = std::function<void(const std::string&)>;
+
+    /// Makes this the object that the machine's hooks reach.
+    void install();
+    /// Set before the start: the machine's threads read it without a lock.
+    void setReceiver(Receiver receiver) { _receiver = std::move(receiver); }
+    void beginStart();
+    /// What was printed since beginStart.
+    std::string endStart();
+    void take(const std::string& text);
+
+    /// The options that lead the machine's output and its exit here.
+    static std::vector<JavaVMOption> hooks();
+
+private:
+    Receiver _receiver;
+    std::mutex _mutex;
+    bool _starting = false;
+    std::string _startText;
+};

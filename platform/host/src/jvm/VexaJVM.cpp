@@ -1,0 +1,230 @@
+#include "VexaJVM.h"
+
+#include <atomic>
+#include <clocale>
+#include <condition_variable>
+#include <mutex>
+
+#include "JNIAccessor.h"
+#include "JNIException.h"
+#include "JavaThread.h"
+#include "JvmLibrary.h"
+#include "JvmOptions.h"
+#include "JvmOutput.h"
+#include "VexaJVMError.h"
+
+namespace {
+constexpr const char* ProbeClass = "com/zor/json/java/JSONObject";
+
+std::string describeResult(jint result)
+{
+    struct Row
+    {
+        jint code;
+        const char* text;
+    };
+    static constexpr Row rows[] = {{JNI_EDETACHED, "the thread is not attached"},
+                                   {JNI_EVERSION, "it is too old"},
+                                   {JNI_ENOMEM, "there is not enough memory"},
+                                   {JNI_EEXIST, "the process has one already"},
+                                   {JNI_EINVAL, "an option is wrong"}};
+    for (const Row& row : rows)
+        if (row.code == result)
+            return row.text;
+    return "error " + std::to_string(result);
+}
+
+/// Keeps the locale of the process. The machine sets it from the environment while it starts, which
+/// would give the host, say, decimal commas in every number that it prints afterwards.
+class LocaleGuard
+{
+public:
+    LocaleGuard() : _locale(std::setlocale(LC_ALL, nullptr)) {}
+    ~LocaleGuard() { std::setlocale(LC_ALL, _locale.c_str()); }
+    LocaleGuard(const LocaleGuard&) = delete;
+    LocaleGuard& operator=(const LocaleGuard&) = delete;
+
+private:
+    std::string _locale;
+};
+
+std::vector<JavaVMOption> optionTable(std::vector<std::string>& texts)
+{
+    std::vector<JavaVMOption> table = JvmOutput::hooks();
+    for (std::string& text : texts)
+        table.push_back({text.data(), nullptr});
+    return table;
+}
+
+/// A jar that opens may still lack the classes, or have them for a later machine.
+void requireClasses(JNIEnv* env, const std::string& jar)
+{
+    try {
+        JNIAccessor accessor(env);
+        accessor.setClass(ProbeClass);
+        accessor.exceptionCheck();
+    } catch (const JNIException& exception) {
+        throw VexaJVMError("The engine's jar is broken: " + jar + ": " + exception.className() +
+                           ": " + exception.message());
+    }
+}
+} // namespace
+
+struct VexaJVM::Impl
+{
+    enum class State
+    {
+        NotStarted,
+        Starting,
+        Started,
+        Failed ///< for good: the process cannot start another one
+    };
+
+    std::mutex mutex;
+    std::condition_variable changed;
+    State state = State::NotStarted;
+    std::string failure;
+    std::string libraryPath;
+    std::vector<std::string> classPath;
+    std::vector<std::string> added;
+    std::atomic<JavaVM*> machine = nullptr; ///< read without the lock, at every reference
+    JvmOutput output;
+
+    Impl() { output.install(); }
+    bool claimStart();
+    void settle(State next);
+    void start(JNIEnv** env);
+    void create(const JvmLibrary& library, JvmOptions options, JNIEnv** env);
+};
+
+/// Whether the caller is the one to start; false: another thread has.
+bool VexaJVM::Impl::claimStart()
+{
+    std::unique_lock<std::mutex> lock(mutex);
+    changed.wait(lock, [this] { return state != State::Starting; });
+    if (state == State::Failed)
+        throw VexaJVMError(failure);
+    if (state == State::Started)
+        return false;
+    state = State::Starting;
+    return true;
+}
+
+void VexaJVM::Impl::settle(State next)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    state = next;
+    changed.notify_all();
+}
+
+void VexaJVM::Impl::start(JNIEnv** env)
+{
+    bool created = false;
+    try {
+        JvmOptions options = jvmOptions(added);
+        const JvmLibrary library = JvmLibrary::load();
+        libraryPath = library.path();
+        classPath = {options.jar};
+        created = true;
+        create(library, std::move(options), env);
+        settle(State::Started);
+    } catch (const std::exception& exception) {
+        machine = nullptr;
+        failure = exception.what();
+        settle(created ? State::Failed : State::NotStarted);
+        throw;
+    }
+}
+
+void VexaJVM::Impl::create(const JvmLibrary& library, JvmOptions options, JNIEnv** env)
+{
+    const LocaleGuard locale;
+    std::vector<JavaVMOption> table = optionTable(options.texts);
+    JavaVMInitArgs arguments{JNI_VERSION_10, static_cast<jint>(table.size()), table.data(),
+                             JNI_FALSE};
+    JavaVM* created = nullptr;
+    output.beginStart();
+    const jint result = library.create(&created, env, &arguments);
+    const std::string printed = output.endStart();
+    if (result != JNI_OK)
+        throw VexaJVMError("The Java virtual machine of " + library.path() + " does not start: " +
+                           describeResult(result) + (printed.empty() ? "" : "\n" + printed));
+    machine = created;
+    requireClasses(*env, options.jar);
+}
+
+VexaJVM::VexaJVM() : _impl(std::make_unique<Impl>()) {}
+VexaJVM::~VexaJVM() = default;
+
+VexaJVM* VexaJVM::GetInstance()
+{
+    // Never destroyed: the machine's threads print, and static objects of the host may let go of
+    // their references, up to the very end of the process.
+    static VexaJVM* const instance = new VexaJVM;
+    return instance;
+}
+
+bool VexaJVM::IsStarted() const
+{
+    const std::lock_guard<std::mutex> lock(_impl->mutex);
+    return _impl->state == Impl::State::Started;
+}
+
+bool VexaJVM::WaitForStartedJVM()
+{
+    std::unique_lock<std::mutex> lock(_impl->mutex);
+    _impl->changed.wait(lock, [this] { return _impl->state != Impl::State::Starting; });
+    return _impl->state == Impl::State::Started;
+}
+
+void VexaJVM::StartJVMAndAttachThread(JNIEnv** env)
+{
+    *env = nullptr;
+    if (_impl->claimStart())
+        _impl->start(env);
+    else
+        AttachCurrentThread(env);
+}
+
+void VexaJVM::AttachCurrentThread(JNIEnv** env)
+{
+    *env = nullptr;
+    JavaVM* machine = GetJavaVM();
+    if (machine == nullptr)
+        throw VexaJVMError("The Java virtual machine has not started");
+    const jint result = JavaThread::current().attach(machine, env);
+    if (result != JNI_OK)
+        throw VexaJVMError("A thread cannot be attached to the Java virtual machine: " +
+                           describeResult(result));
+}
+
+void VexaJVM::DetachCurrentThread()
+{
+    JavaThread::current().detach();
+}
+
+JavaVM* VexaJVM::GetJavaVM() const
+{
+    return _impl->machine;
+}
+
+const std::string& VexaJVM::LibraryPath() const
+{
+    return _impl->libraryPath;
+}
+
+const std::vector<std::string>& VexaJVM::ClassPath() const
+{
+    return _impl->classPath;
+}
+
+void VexaJVM::AddOption(const std::string& option)
+{
+    const std::lock_guard<std::mutex> lock(_impl->mutex);
+    _impl->added.push_back(option);
+}
+
+void VexaJVM::SetOutput(std::function<void(const std::string&)> output)
+{
+    _impl->output.setReceiver(std::move(output));
+}

@@ -1,0 +1,63 @@
+#include "output/StringTable.h"
+
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "CFAppHost.h"
+#include "FileServices.h"
+#include "PathFactory.h"
+
+namespace {
+
+using Table = std::map<std::string, std::string>;
+
+// A file that is not there, or is no table, translates nothing: a message in English is better than
+// none.
+Table readTable(const std::string& file)
+{
+    std::string content;
+    Table table;
+    if (!FetchFile::fetch(file, content))
+        return table;
+    const auto json = nlohmann::json::parse(content, nullptr, false);
+    if (!json.is_object())
+        return table;
+    for (const auto& [key, text] : json.items())
+        if (text.is_string())
+            table.emplace(key, text.get<std::string>());
+    return table;
+}
+
+// Tables are kept by file name, since installation and locale may change.
+const Table& tableOf(const std::string& file)
+{
+    static std::mutex mutex;
+    static std::map<std::string, Table> tables;
+    const std::lock_guard lock(mutex);
+    const auto found = tables.find(file);
+    return found != tables.end() ? found->second
+                                 : tables.emplace(file, readTable(file)).first->second;
+}
+
+std::vector<std::string> languages()
+{
+    const std::string& locale = CFAppHost::getInstance()->getLocale();
+    return {locale, locale.substr(0, locale.find('_')), "en"};
+}
+
+} // namespace
+
+std::string translate(const std::string& key)
+{
+    const std::string folder =
+        PathFactory::getPathInstance()->getInstallationPath() + "\\strings\\";
+    for (const std::string& language : languages()) {
+        const Table& table = tableOf(folder + language + ".json");
+        if (const auto found = table.find(key); found != table.end())
+            return found->second;
+    }
+    return key;
+}

@@ -1,0 +1,39 @@
+#include "CFMetaData.h"
+
+#include "DataModelReader.h"
+#include "DataModelWriter.h"
+
+CFMetaData::CFMetaData(const std::string& xml, CFUpperFunc* upper) : _upper(upper)
+{
+    readDataModel(xml, *this);
+}
+
+void CFMetaData::AppendField(const CFField& field)
+{
+    const std::size_t index = _fields.size();
+    if (!_byName.emplace(field.GetName(), index).second)
+        throw CFMetaDataError("There is already a field named \"" + field.GetName() + "\".");
+    if (_upper)
+        _byUpperName.emplace(_upper(field.GetName()), index);
+    _fields.push_back(field);
+}
+
+const CFField* CFMetaData::GetField(std::size_t index) const
+{
+    return index < _fields.size() ? &_fields[index] : nullptr;
+}
+
+int CFMetaData::GetFieldIndex(const std::string& name) const
+{
+    if (const auto found = _byName.find(name); found != _byName.end())
+        return static_cast<int>(found->second);
+    if (!_upper)
+        return -1;
+    const auto found = _byUpperName.find(_upper(name));
+    return found == _byUpperName.end() ? -1 : static_cast<int>(found->second);
+}
+
+void CFMetaData::ExportXMLDoc(std::string& xml) const
+{
+    xml = writeDataModel(*this);
+}

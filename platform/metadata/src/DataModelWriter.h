@@ -1,0 +1,9 @@
+#pragma once
+
+#include <string>
+
+#include "CFMetaData.h"
+
+/// The data model document of the fields: one `<DataModel>` element without an XML declaration, so
+/// that it can stand inside a larger document.
+std::string writeDataModel(const CFMetaData& metaData);

@@ -1,0 +1,269 @@
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <optional>
+#include <vector>
+
+#include "CFMetaData.h"
+#include "bridge/JNIHvlExpression.h"
+#include "hvl/Composing.h"
+#include "hvl/HVLAggregate.h"
+#include "hvl/HVLExpressionFun.h"
+#include "hvl/HVLFilterFields.h"
+#include "hvl/HVLRead.h"
+#include "hvl/HVLWrite.h"
+#include "runner/HVProgressListener.h"
+#include "runner/HVStatDataIterator.h"
+#include "support/Paths.h"
+
+// Jobs from the builders through the program's text, the runner and the engine to a file.
+
+namespace {
+
+/// Columns of doubles in memory; an absent value is missing.
+class MemoryRows : public HVStatDataIterator
+{
+public:
+    using Row = std::vector<std::optional<double>>;
+
+    MemoryRows(std::vector<std::string> names, std::vector<Row> rows)
+        : _names(std::move(names)), _rows(std::move(rows))
+    {
+    }
+
+    std::string getName() override { return "memory"; }
+
+    std::string getDataModel() override
+    {
+        CFMetaData model;
+        for (const std::string& name : _names)
+            model.AppendField(CFField(name, CFField::Continuous, CFField::Real));
+        std::string xml;
+        model.ExportXMLDoc(xml);
+        return xml;
+    }
+
+    unsigned int nextRecord() override
+    {
+        return _next++ < _rows.size() ? RecordAvailable : EndOfData;
+    }
+
+    unsigned int getRecordValue(unsigned long long fieldIndex, void*& value,
+                                unsigned long long& length) override
+    {
+        auto& cell = _rows.at(_next - 1).at(fieldIndex);
+        value = cell ? &*cell : nullptr;
+        length = cell ? sizeof(double) : 0;
+        return RecordAvailable;
+    }
+
+    void dispose(JNIEnv*) override {}
+
+private:
+    std::vector<std::string> _names;
+    std::vector<Row> _rows;
+    std::size_t _next = 0;
+};
+
+class JobRoad : public Composing
+{
+protected:
+    void SetUp() override
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "job_road_XXXXXX").string();
+        ASSERT_NE(mkdtemp(name.data()), nullptr);
+        _directory = name;
+        std::ofstream(path("in.csv")) << "name,amount,note\n"
+                                         "a,1,first\n"
+                                         "b,2.5,\"with, comma\"\n"
+                                         "a,4,\n"
+                                         "c,0.5,last\n";
+    }
+
+    void TearDown() override { std::filesystem::remove_all(_directory); }
+
+    std::string path(const std::string& name) const { return _directory + "/" + name; }
+    std::string url(const std::string& name) const { return NormalizeHvlPathU(path(name), "file"); }
+
+    std::string content(const std::string& name) const
+    {
+        std::ifstream file(path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    }
+
+    /// Generates the chain that ends here and runs it; the error's text, empty for none.
+    std::string run(HVLFunction& last, HVStatDataIterator* rows = nullptr)
+    {
+        if (!last.GenerateHVL())
+            return "not generated";
+        return runText(text(), rows);
+    }
+
+    std::string runText(const std::string& job, HVStatDataIterator* rows = nullptr)
+    {
+        runner.prepareHVLJob(job);
+        if (rows != nullptr)
+            runner.addInputIterator(rows);
+        const bool isDone = runner.execute();
+        std::string id;
+        std::string error;
+        std::string detail;
+        const bool hasError = runner.getProgressListener()->hasError(id, error, detail);
+        EXPECT_NE(isDone, hasError) << job;
+        runner.cleanExecution();
+        return error;
+    }
+
+    /// Reads with one builder and writes with another, in a program of its own.
+    std::string convert(const std::function<void(HVLRead&)>& source,
+                        const std::function<void(HVLWrite&)>& destination)
+    {
+        JNIHvlProgram own;
+        HVLRead read(&own);
+        source(read);
+        HVLWrite write(&own);
+        destination(write);
+        write.AddPredFunction(&read);
+        EXPECT_TRUE(write.GenerateHVL());
+        std::string job;
+        own.getHvlText(job);
+        return runText(job);
+    }
+
+private:
+    std::string _directory;
+};
+
+} // namespace
+
+TEST_F(JobRoad, DerivesFiltersAndAggregatesAFile)
+{
+    HVLRead read(&program);
+    read.ReadCSV(url("in.csv"), true);
+    HVLExpressionFun derive(&program);
+    std::vector<JNIHvlExpression*> fields = {program.createHvlExpressionFieldReference("amount"),
+                                             program.createHvlExpressionLiteral(2)};
+    derive.SetDeriveField("twice the amount", program.createHvlExpression("%s * %s", &fields));
+    derive.AddPredFunction(&read);
+    HVLExpressionFun filter(&program);
+    std::vector<JNIHvlExpression*> compared = {
+        program.createHvlExpressionFieldReference("twice the amount"),
+        program.createHvlExpressionLiteral(1.5)};
+    filter.SetFilterRecords(program.createHvlExpression("%s > %s", &compared));
+    filter.AddPredFunction(&derive);
+    HVLAggregate aggregate(&program);
+    aggregate.AddAggregate("key", "name", "name");
+    aggregate.AddAggregate("sum", "twice the amount", "total");
+    aggregate.AddAggregate("count", "", "n");
+    aggregate.AddPercentileAggregate(100, "amount", "largest");
+    aggregate.AddPredFunction(&filter);
+    HVLWrite write(&program);
+    write.WriteCSV(url("out.csv"));
+    write.SetDataModel(url("out.xml"));
+    write.AddPredFunction(&aggregate);
+
+    EXPECT_EQ(run(write), "");
+    EXPECT_EQ(content("out.csv"), "name,total,n,largest\na,10.0,2,4.0\nb,5.0,1,2.5\n");
+    const CFMetaData model(content("out.xml"));
+    ASSERT_EQ(model.FieldCount(), 4U);
+    EXPECT_EQ(model.GetField(0)->GetStorage(), CFField::String);
+    EXPECT_EQ(model.GetField(2)->GetStorage(), CFField::Integer);
+}
+
+TEST_F(JobRoad, CarriesEveryFileFormBackToTheSameTable)
+{
+    const std::string expected = "name,amount,note\na,1.0,first\nb,2.5,\"with, comma\"\na,4.0,\n"
+                                 "c,0.5,last\n";
+    const auto csv = [&](HVLRead& read) { read.ReadCSV(url("in.csv"), true); };
+    const auto out = [&](HVLWrite& write) { write.WriteCSV(url("out.csv")); };
+    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteSAV(url("a.sav"), ""); }), "");
+    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteSAV(url("b.sav"), "Ünlocked"); }), "");
+    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteHVBF(url("a.hvbf")); }), "");
+    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteHVDatasource("kept", false); }), "");
+    const std::function<void(HVLRead&)> sources[] = {
+        [&](HVLRead& read) { read.ReadSAV(url("a.sav"), ""); },
+        [&](HVLRead& read) { read.ReadSAV(url("b.sav"), "Ünlocked"); },
+        [&](HVLRead& read) { read.ReadHVBF(url("a.hvbf")); },
+        [&](HVLRead& read) { read.ReadHVDatasource("kept"); },
+    };
+    for (const auto& source : sources) {
+        EXPECT_EQ(convert(source, out), "");
+        EXPECT_EQ(content("out.csv"), expected);
+        std::filesystem::remove(path("out.csv"));
+    }
+
+    // A wrong password names the file and leaves nothing behind.
+    const std::string error =
+        convert([&](HVLRead& read) { read.ReadSAV(url("b.sav"), "locked"); }, out);
+    EXPECT_NE(error.find("b.sav"), std::string::npos) << error;
+    EXPECT_FALSE(std::filesystem::exists(path("out.csv")));
+}
+
+TEST_F(JobRoad, ReadsNoMoreRecordsThanAsked)
+{
+    const std::pair<unsigned long long, std::string> cases[] = {
+        {0, "name,amount,note\n"},
+        {1, "name,amount,note\na,1,first\n"},
+        {100, "name,amount,note\na,1.0,first\nb,2.5,\"with, comma\"\na,4.0,\nc,0.5,last\n"},
+    };
+    for (const auto& [count, expected] : cases) {
+        const std::string error = convert(
+            [&, limit = count](HVLRead& read) {
+                read.ReadCSV(url("in.csv"), true);
+                read.SetMaxCaseCount(limit);
+            },
+            [&](HVLWrite& write) { write.WriteCSV(url("out.csv")); });
+        EXPECT_EQ(error, "");
+        EXPECT_EQ(content("out.csv"), expected);
+    }
+}
+
+TEST_F(JobRoad, FeedsRowsFromMemory)
+{
+    MemoryRows rows({"id", "a b"}, {{1, 10}, {2, std::nullopt}, {3, 20}});
+    HVLRead read(&program);
+    read.ReadIterator(rows);
+    HVLFilterFields fields(&program);
+    fields.KeepFieldNames(std::vector<std::string>{"a b"});
+    fields.AddPredFunction(&read);
+    HVLAggregate aggregate(&program);
+    aggregate.AddAggregate("mean", "a b", "mean");
+    aggregate.AddAggregate("count", "a b", "valid");
+    aggregate.AddAggregate("count", "", "records");
+    aggregate.AddPredFunction(&fields);
+    HVLWrite write(&program);
+    write.WriteCSV(url("out.csv"));
+    write.AddPredFunction(&aggregate);
+    EXPECT_EQ(run(write, &rows), "");
+    EXPECT_EQ(content("out.csv"), "mean,valid,records\n15.0,2,3\n");
+}
+
+TEST_F(JobRoad, ReclassifiesInPlaceAndBalances)
+{
+    HVLRead read(&program);
+    read.ReadCSV(url("in.csv"), true);
+    HVLExpressionFun reclassify(&program);
+    reclassify.SetReclassifyField(
+        "name", program.createHvlExpression("if (x.name == \"a\") \"A\" else x.name", nullptr));
+    reclassify.AddPredFunction(&read);
+    HVLExpressionFun balance(&program);
+    balance.SetBalanceRecords(
+        program.createHvlExpression("if (x.name == \"A\") 2 else 0", nullptr));
+    balance.AddPredFunction(&reclassify);
+    HVLWrite write(&program);
+    write.WriteCSV(url("out.csv"));
+    write.AddPredFunction(&balance);
+    EXPECT_EQ(run(write), "");
+    EXPECT_EQ(content("out.csv"), "name,amount,note\nA,1.0,first\nA,1.0,first\nA,4.0,\nA,4.0,\n");
+}
+
+TEST_F(JobRoad, RefusesMapSourcesByName)
+{
+    const std::string error = convert(
+        [&](HVLRead& read) { read.ReadMapService("http://maps", 1); },
+        [&](HVLWrite& write) { write.WriteGeoJSON(url("a.json"), "text/geojson", "r", "k"); });
+    EXPECT_NE(error, "");
+    EXPECT_EQ(error.find("line "), std::string::npos) << error;
+}

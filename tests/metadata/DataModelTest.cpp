@@ -1,0 +1,224 @@
+#include <algorithm>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "CFEntry.h"
+#include "CFMetaData.h"
+
+namespace {
+
+std::string upper(const std::string& name)
+{
+    std::string result = name;
+    std::transform(result.begin(), result.end(), result.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return result;
+}
+
+std::string exported(const CFMetaData& model)
+{
+    std::string xml = "left over";
+    model.ExportXMLDoc(xml);
+    return xml;
+}
+
+std::string inModel(const std::string& fields)
+{
+    return "<DataModel version=\"1\">\n" + fields + "\n</DataModel>";
+}
+
+std::string errorOf(const std::string& xml)
+{
+    try {
+        const CFMetaData model(xml);
+        return "no error, " + std::to_string(model.FieldCount()) + " fields";
+    } catch (const CFMetaDataError& error) {
+        return error.what();
+    }
+}
+
+} // namespace
+
+TEST(DataModel, TheDocumentHasThisForm)
+{
+    CFMetaData model;
+    EXPECT_EQ(exported(model), "<DataModel version=\"1\"></DataModel>\n");
+    CFField field("age", CFField::Ordinal, CFField::Integer, CFField::FrequencyWeight);
+    field.SetLabel("Age <years>");
+    model.AppendField(field);
+    EXPECT_EQ(exported(model), "<DataModel version=\"1\">\n"
+                               "  <Field name=\"age\" storage=\"integer\" measure=\"ordinal\""
+                               " role=\"freqWeight\">\n"
+                               "    <Label>Age &lt;years&gt;</Label>\n"
+                               "  </Field>\n"
+                               "</DataModel>\n");
+}
+
+TEST(DataModel, EveryMeasureStorageAndRoleSurvivesTheRoundTrip)
+{
+    CFMetaData model;
+    for (int storage = 0; storage < 7; ++storage)
+        for (int type = 0; type < 6; ++type)
+            for (int role = 0; role < 8; ++role)
+                model.AppendField(CFField(std::to_string(model.FieldCount()),
+                                          static_cast<CFField::FieldType>(type),
+                                          static_cast<CFField::StorageType>(storage),
+                                          static_cast<CFField::RoleType>(role)));
+    const CFMetaData read(exported(model));
+    ASSERT_EQ(read.FieldCount(), 7U * 6U * 8U);
+    for (std::size_t i = 0; i < read.FieldCount(); ++i) {
+        const CFField& before = *model.GetField(i);
+        const CFField& after = *read.GetField(i);
+        EXPECT_EQ(after.GetName(), before.GetName());
+        EXPECT_EQ(after.GetType(), before.GetType());
+        EXPECT_EQ(after.GetStorage(), before.GetStorage());
+        EXPECT_EQ(after.GetRole(), before.GetRole());
+    }
+}
+
+TEST(DataModel, NamesAndLabelsSurviveWhateverTheyHold)
+{
+    const std::string texts[] = {
+        "größe 🐧",        "a<b>&\"c'",          " blanks ",         "  ",
+        "tab\tline\nend", "carriage\r\nreturn", "bell\x07 esc\x1B", std::string("nul\0inside", 10),
+        "_x0007_",        "_x005F_x0007_",      "_x0041_",          "_x0007",
+        "_x0007\x07",     "__x000D_",           "\xEF\xBF\xBF",     "\xEF\xBF\xBE_xFFFF_",
+        "&#7; &amp;",     "]]><![CDATA["};
+    for (const std::string& text : texts) {
+        CFMetaData model;
+        CFField field(text, CFField::Nominal, CFField::String);
+        field.SetLabel(text);
+        model.AppendField(field);
+        const std::string xml = exported(model);
+        const CFMetaData read(xml);
+        ASSERT_EQ(read.FieldCount(), 1U) << xml;
+        EXPECT_EQ(read.GetField(0)->GetName(), text) << xml;
+        EXPECT_EQ(read.GetField(0)->GetLabel(), text) << xml;
+        // XML 1.0 has no place for these, raw or as references.
+        for (const char c : xml)
+            EXPECT_TRUE(static_cast<unsigned char>(c) >= 0x20 || c == '\n' || c == '\t') << xml;
+        EXPECT_EQ(xml.find("&#7;"), std::string::npos);
+    }
+}
+
+TEST(DataModel, WhatItDoesNotKnowIsPassedOver)
+{
+    const CFMetaData model(
+        "<?xml version=\"1.0\"?><!-- head -->\n"
+        "<DataModel future=\"yes\"><Notes><Field name=\"no\"/></Notes>\n"
+        "<Field name='x' storage='date' colour='red'><Other/>"
+        "<Label>a<!-- no -->b<![CDATA[<c>]]></Label><Label>second</Label></Field>"
+        "</DataModel>\n<!-- tail -->\n");
+    ASSERT_EQ(model.FieldCount(), 1U);
+    EXPECT_EQ(model.GetField(0)->GetLabel(), "ab<c>");
+    EXPECT_EQ(model.GetField(1), nullptr);
+}
+
+TEST(DataModel, AnAbsentMeasureFollowsFromTheStorage)
+{
+    const std::pair<const char*, CFField::FieldType> cases[] = {{"string", CFField::Nominal},
+                                                                {"real", CFField::Continuous},
+                                                                {"integer", CFField::Continuous},
+                                                                {"timestamp", CFField::Continuous},
+                                                                {"unknown", CFField::Typeless}};
+    for (const auto& [storage, measure] : cases) {
+        const CFMetaData model(inModel(std::string("<Field name='x' storage='") + storage + "'/>"));
+        EXPECT_EQ(model.GetField(0)->GetType(), measure) << storage;
+        EXPECT_EQ(model.GetField(0)->GetRole(), CFField::Input);
+    }
+}
+
+TEST(DataModel, ADocumentThatCannotBeReadSaysWhatAndWhere)
+{
+    const std::string nested = [] {
+        std::string xml;
+        for (int i = 0; i < 100000; ++i)
+            xml += "<a>";
+        return xml;
+    }();
+    std::string closed = nested;
+    for (int i = 0; i < 100000; ++i)
+        closed += "</a>";
+    const std::pair<std::string, const char*> cases[] = {
+        {"", "line 1"},
+        {"plain text", "line 1"},
+        {"<Model/>", "<Model>"},
+        {"<DataModel version='2'/>", "version \"2\""},
+        {"<DataModel/>\n<DataModel/>", "line 2: there is more than one root"},
+        {"text\n<DataModel/>", "text outside"},
+        {"<DataModel/>text", "text outside"},
+        {"<!DOCTYPE DataModel [<!ENTITY a \"b\">]>\n<DataModel/>", "document type"},
+        {inModel("<Field name='a' storage='real'>"), "not well-formed"},
+        {inModel("\n<Field storage='real'/>"), "line 3: a field has no attribute \"name\""},
+        {inModel("<Field name='' storage='real'/>"), "line 2: a field has an empty name"},
+        {inModel("<Field name='a'/>"), "no attribute \"storage\""},
+        {inModel("<Field name='a' storage='Real'/>"), "\"Real\" is not a storage"},
+        {inModel("<Field name='a' storage=''/>"), "\"\" is not a storage"},
+        {inModel("<Field name='a' storage='real' measure='scale'/>"), "not a measure"},
+        {inModel("<Field name='a' storage='real' role='boss'/>"), "not a role"},
+        {inModel("<Field name='a' storage='real'/>\n<Field name='a' storage='date'/>"),
+         "line 3: the name \"a\" is there twice"},
+        {inModel(closed), "inside each other"},
+        {nested, "not well-formed"},
+    };
+    for (const auto& [xml, part] : cases) {
+        const std::string error = errorOf(xml);
+        EXPECT_NE(error.find(part), std::string::npos) << error << "\n" << xml.substr(0, 200);
+    }
+}
+
+TEST(DataModel, EntitiesAreNeverExpanded)
+{
+    const CFMetaData model(inModel("<Field name='&lol;' storage='real'/>"));
+    EXPECT_EQ(model.GetField(0)->GetName(), "&lol;");
+}
+
+TEST(DataModel, FieldsAreFoundByNameAndWithAFunctionByLetters)
+{
+    const std::string xml = inModel("<Field name='Age' storage='real'/><Field name='AGE' "
+                                    "storage='real'/><Field name='sex' storage='string'/>");
+    const CFMetaData exact(xml);
+    EXPECT_EQ(exact.GetFieldIndex("AGE"), 1);
+    EXPECT_EQ(exact.GetFieldIndex("age"), -1);
+    const CFMetaData folded(xml, upper);
+    EXPECT_EQ(folded.GetFieldIndex("AGE"), 1);
+    EXPECT_EQ(folded.GetFieldIndex("age"), 0);
+    EXPECT_EQ(folded.GetFieldIndex("SEX"), 2);
+    EXPECT_EQ(folded.GetFieldIndex("none"), -1);
+}
+
+TEST(DataModel, ANameIsTakenOnce)
+{
+    CFMetaData model;
+    model.AppendField(CFField("a", CFField::Flag, CFField::Integer));
+    EXPECT_THROW(model.AppendField(CFField("a", CFField::Flag, CFField::Integer)), CFMetaDataError);
+    EXPECT_EQ(model.FieldCount(), 1U);
+    // A copy goes its own way.
+    CFMetaData copy = model;
+    copy.AppendField(CFField("b", CFField::Flag, CFField::Integer));
+    EXPECT_EQ(model.GetFieldIndex("b"), -1);
+}
+
+TEST(DataModel, ValuesOutsideTheEnumerationsHaveNoWord)
+{
+    EXPECT_STREQ(WordOf(CFField::Typeless), "typeless");
+    EXPECT_STREQ(WordOf(CFField::Timestamp), "timestamp");
+    EXPECT_STREQ(WordOf(CFField::None), "none");
+    EXPECT_EQ(WordOf(CFField::Unknown), nullptr);
+    EXPECT_EQ(WordOf(static_cast<CFField::FieldType>(6)), nullptr);
+    EXPECT_EQ(WordOf(static_cast<CFField::StorageType>(7)), nullptr);
+}
+
+TEST(MetadataEntry, RemembersItsHost)
+{
+    struct Callback final : CFHostingCallback
+    {
+        const char* locale() const override { return "fr_FR"; }
+    };
+    static Callback callback;
+    const int before = CFEntry::initializations();
+    CFEntry::initialize(&callback);
+    EXPECT_STREQ(CFEntry::callback()->locale(), "fr_FR");
+    EXPECT_EQ(CFEntry::initializations(), before + 1);
+}

@@ -1,0 +1,159 @@
+#include <future>
+#include <stdexcept>
+
+#include "VexaJVM.h"
+#include "bridge/JNIObjectManager.h"
+#include "runner/RunnerFixture.h"
+
+namespace {
+
+class RunnerCancel : public RunnerFixture
+{
+protected:
+    RunnerCancel()
+    {
+        engine.setScript([](ScriptedJob& job) {
+            job.listener().onProgress(0.25F);
+            job.message("W1", "before the end");
+            if (job.waitForCancel())
+                job.listener().onCancel();
+        });
+    }
+
+    /// Runs a prepared job while `stop` is called on a thread of its own, once the job is under
+    /// way.
+    template <typename Stop>
+    bool executeAndStop(HVRunner& runner, Stop stop)
+    {
+        std::thread stopper([this, &stop] {
+            if (engine.waitUntilRunning())
+                stop();
+            else
+                ADD_FAILURE() << "the job never ran";
+        });
+        const bool result = runner.execute();
+        stopper.join();
+        return result;
+    }
+    std::vector<EngineCall> cancels() const
+    {
+        std::vector<EngineCall> result;
+        for (const EngineCall& call : engine.calls())
+            if (call.name == "cancel")
+                result.push_back(call);
+        return result;
+    }
+    static std::int64_t runIndicator() { return pvGetCmnSys()->runIndicator; }
+};
+
+bool isAttached()
+{
+    void* env = nullptr;
+    return VexaJVM::GetInstance()->GetJavaVM()->GetEnv(&env, JNI_VERSION_1_8) == JNI_OK;
+}
+
+TEST_F(RunnerCancel, UsersInterruptEndsTheJobOfAProcedure)
+{
+    HVRunner runner(&procedure);
+    JNIEnv* const managerEnv = JNIObjectManager::getManager()->getEnv();
+    runner.prepareHVLJob("job");
+    bool attachedAfterwards = true;
+    EXPECT_TRUE(executeAndStop(runner, [&attachedAfterwards] {
+        GetAdapter()->interrupt();
+        attachedAfterwards = isAttached();
+    }));
+    EXPECT_FALSE(attachedAfterwards);
+    EXPECT_EQ(GetAdapter()->getInterruptHandler(), nullptr);
+    EXPECT_EQ(JNIObjectManager::getManager()->getEnv(), managerEnv);
+    ASSERT_EQ(cancels().size(), 1U);
+    EXPECT_NE(cancels()[0].env, nullptr);
+    EXPECT_NE(cancels()[0].env, managerEnv);
+    EXPECT_NE(cancels()[0].thread, std::this_thread::get_id());
+    EXPECT_EQ(runner.getProgressListener()->getState(), HVProgressListener::Cancelled);
+    EXPECT_TRUE(runner.isStopProcessor());
+    EXPECT_EQ(runIndicator(), -1);
+
+    runner.displayAllMessages(false, true);
+    const auto lines = journal(HostJournal::Kind::Error);
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[1].text, "The Vexa Statistics run will terminate now.");
+    EXPECT_EQ(lines[1].level, kLevelError);
+}
+
+TEST_F(RunnerCancel, StoppedProcedureRunsAgainOnlyAfterReset)
+{
+    HVRunner runner(&procedure);
+    runner.prepareHVLJob("job");
+    executeAndStop(runner, [&runner] { runner.cancelExecution(); });
+    runner.prepareHVLJob("next");
+    engine.setScript([](ScriptedJob& job) { job.listener().onSuccess(); });
+    engine.clearCalls();
+    EXPECT_FALSE(runner.execute());
+    EXPECT_TRUE(engine.calls().empty());
+    runner.resetStopRrocessor();
+    EXPECT_FALSE(runner.isStopProcessor());
+    EXPECT_TRUE(runner.execute());
+}
+
+TEST_F(RunnerCancel, RunnerWithoutAProcedureStaysStopped)
+{
+    HVRunner runner;
+    runner.prepareHVLJob("job");
+    EXPECT_TRUE(executeAndStop(runner, [&runner] { runner.cancelExecution(); }));
+    EXPECT_EQ(runIndicator(), 0);
+    runner.resetStopRrocessor();
+    EXPECT_TRUE(runner.isStopProcessor());
+    runner.prepareHVLJob("next");
+    EXPECT_FALSE(runner.execute());
+}
+
+TEST_F(RunnerCancel, WithoutAnExecutionTheEngineIsNotAsked)
+{
+    HVRunner runner(&procedure);
+    bool attached = true;
+    std::thread([&runner, &attached] {
+        runner.cancelExecution();
+        attached = isAttached();
+    }).join();
+    EXPECT_FALSE(attached);
+    EXPECT_TRUE(cancels().empty());
+    EXPECT_EQ(runIndicator(), -1);
+    EXPECT_TRUE(runner.isStopProcessor());
+}
+
+TEST_F(RunnerCancel, EnginesExceptionPassesAndNothingElseHappens)
+{
+    HVRunner runner(&procedure);
+    runner.prepareHVLJob("job");
+    engine.throwAt("cancel", Fault::Standard);
+    bool attached = true;
+    std::thread([&runner, &attached] {
+        EXPECT_THROW(runner.cancelExecution(), std::runtime_error);
+        attached = isAttached();
+    }).join();
+    EXPECT_FALSE(attached);
+    EXPECT_FALSE(runner.isStopProcessor());
+    EXPECT_EQ(runIndicator(), 0);
+    // On the runner's own thread the attachment that was there stays.
+    EXPECT_THROW(runner.cancelExecution(), std::runtime_error);
+    EXPECT_TRUE(isAttached());
+}
+
+TEST_F(RunnerCancel, ManyCancelsAreOneStop)
+{
+    HVRunner runner(&procedure);
+    runner.prepareHVLJob("job");
+    EXPECT_TRUE(executeAndStop(runner, [&runner] {
+        std::vector<std::future<void>> stops;
+        stops.reserve(4);
+        for (int i = 0; i < 4; ++i)
+            stops.push_back(std::async(std::launch::async, [&runner] {
+                runner.cancelExecution();
+                runner.isStopProcessor();
+            }));
+    }));
+    EXPECT_EQ(cancels().size(), 4U);
+    EXPECT_EQ(runner.getProgressListener()->getState(), HVProgressListener::Cancelled);
+}
+
+} // namespace

@@ -1,0 +1,119 @@
+#include <stdexcept>
+
+#include "EngineException.h"
+#include "runner/RunnerFixture.h"
+
+namespace {
+
+using RunnerFaults = RunnerFixture;
+
+constexpr Fault kFaults[] = {Fault::Engine, Fault::Java, Fault::Standard, Fault::Unknown};
+
+/// The kind of what an action throws.
+template <typename Action>
+Fault faultOf(Action action)
+{
+    try {
+        action();
+    } catch (const EmbeddedHV::JavaException&) {
+        return Fault::Java;
+    } catch (const EmbeddedHV::Exception&) {
+        return Fault::Engine;
+    } catch (const std::runtime_error&) {
+        return Fault::Standard;
+    } catch (...) {
+        return Fault::Unknown;
+    }
+    return Fault::None;
+}
+
+void runWholeJob(HVRunner& runner)
+{
+    static NamedContainer container("c");
+    static CountedRows rows("rows", 1);
+    runner.prepareHVLJob("job");
+    runner.addInputContainer(&container);
+    runner.addOutputContainer(&container);
+    runner.addInputIterator(&rows);
+    runner.execute();
+    runner.cleanExecution();
+}
+
+TEST_F(RunnerFaults, EngineExceptionsPassFromEveryCall)
+{
+    for (const char* call : {"createExecution", "prepare", "addInputContainer",
+                             "addOutputContainer", "addInputIterator", "execute", "dispose"}) {
+        for (const Fault fault : kFaults) {
+            SCOPED_TRACE(std::string(call) + ", " + nameOf(fault));
+            HVRunner runner(&procedure);
+            runner.prepareActiveDS(source, true, true);
+            engine.throwAt(call, fault);
+            EXPECT_EQ(faultOf([&runner] { runWholeJob(runner); }), fault);
+            EXPECT_EQ(GetAdapter()->getInterruptHandler(), nullptr);
+            engine.throwAt(call, Fault::None);
+            EXPECT_EQ(faultOf([&runner] { runWholeJob(runner); }), Fault::None);
+        }
+    }
+    int created = 0;
+    int deleted = 0;
+    for (const EngineCall& call : engine.calls()) {
+        created += call.name == "prepare" ? 1 : 0;
+        deleted += call.name == "delete" ? 1 : 0;
+    }
+    EXPECT_EQ(created, deleted);
+}
+
+TEST_F(RunnerFaults, ScriptsExceptionRestoresTheHandlerBefore)
+{
+    HVRunner::InterruptHandler earlier(nullptr);
+    GetAdapter()->setInterruptHandler(&earlier);
+    engine.setScript([](ScriptedJob&) { throw EmbeddedHV::Exception("in the job"); });
+    {
+        HVRunner runner(&procedure);
+        runner.prepareHVLJob("job");
+        EXPECT_EQ(faultOf([&runner] { runner.execute(); }), Fault::Engine);
+        EXPECT_EQ(GetAdapter()->getInterruptHandler(), &earlier);
+    }
+    GetAdapter()->setInterruptHandler(nullptr);
+}
+
+TEST_F(RunnerFaults, QueriesAnswerWithNothing)
+{
+    const NamedContainer container("model");
+    for (const Fault fault : kFaults) {
+        SCOPED_TRACE(nameOf(fault));
+        HVRunner runner;
+        engine.throwAt("getOutputIterator", fault);
+        runner.prepareHVLJob("job");
+        EXPECT_EQ(runner.getOutputIterator("file"), nullptr);
+        engine.throwAt("getMetadata", fault);
+        std::string metadata = "earlier";
+        EXPECT_TRUE(runner.getMetadata("job", container, metadata));
+        EXPECT_EQ(metadata, "");
+    }
+}
+
+TEST_F(RunnerFaults, DestructorIsQuietAboutAnEngineThatThrows)
+{
+    for (const Fault fault : kFaults) {
+        engine.throwAt("dispose", fault);
+        HVRunner runner(&procedure);
+        runner.prepareActiveDS(source, true, true);
+        runner.prepareHVLJob("job");
+    }
+    EXPECT_EQ(engine.callNames().back(), "delete");
+}
+
+TEST_F(RunnerFaults, EngineThatDoesNotStartIsTriedAgain)
+{
+    HVRunner runner;
+    for (const Fault fault : kFaults) {
+        engine.throwAt("start", fault);
+        EXPECT_EQ(faultOf([&runner] { runner.prepareHVLJob("job"); }), fault) << nameOf(fault);
+    }
+    engine.throwAt("start", Fault::None);
+    EXPECT_TRUE(runner.prepareHVLJob("job"));
+    EXPECT_EQ(engine.starts().size(), 1U);
+}
+
+} // namespace

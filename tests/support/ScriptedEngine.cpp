@@ -1,0 +1,362 @@
+#include "support/ScriptedEngine.h"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <map>
+#include <mutex>
+#include <stdexcept>
+#include <utility>
+
+#include "Container.h"
+#include "EngineBackend.h"
+#include "EngineException.h"
+#include "Execution.h"
+#include "MetadataService.h"
+#include "RowDataIterator.h"
+#include "runner/StatHVServiceManager.h"
+
+/// What the engine and its executions share with the test.
+struct ScriptedEngine::State
+{
+    mutable std::mutex mutex;
+    mutable std::condition_variable changed;
+    std::vector<EngineCall> calls;
+    std::map<std::string, Fault> faults;
+    std::vector<EmbeddedHV::EHVAppSetting> starts;
+    Script script = [](ScriptedJob& job) { job.listener().onSuccess(); };
+    std::string metadata = "<DataModel/>";
+    bool running = false;
+
+    void record(const std::string& name, const std::string& argument, JNIEnv* env);
+};
+
+const char* nameOf(Fault fault)
+{
+    static constexpr const char* kNames[] = {"no", "engine", "Java", "standard", "unknown"};
+    return kNames[static_cast<int>(fault)];
+}
+
+namespace {
+
+void raise(Fault fault)
+{
+    switch (fault) {
+    case Fault::Engine:
+        throw EmbeddedHV::Exception("scripted");
+    case Fault::Java:
+        throw EmbeddedHV::JavaException("java.lang.RuntimeException", "scripted", "at script");
+    case Fault::Standard:
+        throw std::runtime_error("scripted");
+    case Fault::Unknown:
+        throw 1;
+    case Fault::None:
+        break;
+    }
+}
+
+} // namespace
+
+void ScriptedEngine::State::record(const std::string& name, const std::string& argument,
+                                   JNIEnv* env)
+{
+    Fault fault = Fault::None;
+    {
+        const std::lock_guard guard(mutex);
+        calls.push_back({name, argument, env, std::this_thread::get_id()});
+        if (const auto found = faults.find(name); found != faults.end())
+            fault = found->second;
+    }
+    raise(fault);
+}
+
+class ScriptedExecution : public EmbeddedHV::Execution
+{
+public:
+    explicit ScriptedExecution(std::shared_ptr<ScriptedEngine::State> state)
+        : _state(std::move(state))
+    {
+    }
+    ~ScriptedExecution() override
+    {
+        const std::lock_guard guard(_state->mutex);
+        _state->calls.push_back({"delete", "", nullptr, std::this_thread::get_id()});
+    }
+
+    void prepare(JNIEnv* env, const std::string& jobText) override
+    {
+        _state->record("prepare", jobText, env);
+    }
+    void addInputContainer(JNIEnv* env, EmbeddedHV::Container* container) override
+    {
+        _state->record("addInputContainer", container->getName(), env);
+    }
+    void addOutputContainer(JNIEnv* env, EmbeddedHV::Container* container) override
+    {
+        _state->record("addOutputContainer", container->getName(), env);
+    }
+    void addInputIterator(JNIEnv* env, EmbeddedHV::RowDataIterator* iterator,
+                          void* reserved) override
+    {
+        _iterators[iterator->getName()] = iterator;
+        _state->record("addInputIterator", iterator->getName() + (reserved ? " reserved" : ""),
+                       env);
+    }
+    void execute(JNIEnv* env, EmbeddedHV::ExecutionListener* listener) override;
+    EmbeddedHV::RowDataIterator* getOutputIterator(JNIEnv* env,
+                                                   const std::string& fileName) override
+    {
+        _state->record("getOutputIterator", fileName, env);
+        const auto found = _iterators.find(fileName);
+        return found != _iterators.end() ? found->second : nullptr;
+    }
+    void cancel(JNIEnv* env) override
+    {
+        _state->record("cancel", "", env);
+        const std::lock_guard guard(_state->mutex);
+        _cancelled = true;
+        _state->changed.notify_all();
+    }
+    void dispose(JNIEnv* env) override { _state->record("dispose", "", env); }
+
+    bool waitForCancel(int seconds)
+    {
+        std::unique_lock lock(_state->mutex);
+        return _state->changed.wait_for(lock, std::chrono::seconds(seconds),
+                                        [this] { return _cancelled; });
+    }
+    EmbeddedHV::RowDataIterator* iterator(const std::string& name)
+    {
+        const auto found = _iterators.find(name);
+        return found != _iterators.end() ? found->second : nullptr;
+    }
+
+private:
+    void run(const ScriptedEngine::Script& script, EmbeddedHV::ExecutionListener& listener);
+
+    std::shared_ptr<ScriptedEngine::State> _state;
+    std::map<std::string, EmbeddedHV::RowDataIterator*> _iterators;
+    bool _cancelled = false;
+};
+
+void ScriptedExecution::execute(JNIEnv* env, EmbeddedHV::ExecutionListener* listener)
+{
+    _state->record("execute", "", env);
+    ScriptedEngine::Script script;
+    {
+        const std::lock_guard guard(_state->mutex);
+        script = _state->script;
+    }
+    run(script, *listener);
+}
+
+void ScriptedExecution::run(const ScriptedEngine::Script& script,
+                            EmbeddedHV::ExecutionListener& listener)
+{
+    std::exception_ptr failure;
+    std::thread worker([&] {
+        try {
+            {
+                const std::lock_guard guard(_state->mutex);
+                _state->running = true;
+                _state->changed.notify_all();
+            }
+            ScriptedJob job(*this, listener);
+            script(job);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    });
+    worker.join();
+    {
+        const std::lock_guard guard(_state->mutex);
+        _state->running = false;
+    }
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+void ScriptedJob::message(const std::string& id, const std::string& text)
+{
+    dynamic_cast<EmbeddedHV::ExtendedExecutionListener&>(_listener).onMessage(id, text);
+}
+
+bool ScriptedJob::waitForCancel(int seconds)
+{
+    return _execution.waitForCancel(seconds);
+}
+
+int ScriptedJob::pull(const std::string& name)
+{
+    EmbeddedHV::RowDataIterator* const rows = _execution.iterator(name);
+    if (rows == nullptr)
+        return -1;
+    int count = 0;
+    while (rows->nextRecord() == EmbeddedHV::RowDataIterator::RecordAvailable)
+        ++count;
+    return count;
+}
+
+namespace {
+
+/// Queries beyond getMetadata are recorded and answer with nothing.
+class ScriptedMetadata : public EmbeddedHV::MetadataService
+{
+public:
+    explicit ScriptedMetadata(std::shared_ptr<ScriptedEngine::State> state)
+        : _state(std::move(state))
+    {
+    }
+    std::string getMetadata(JNIEnv* env, const std::string& jobText, void*& reserved, int flags,
+                            const EmbeddedHV::Container& container) override
+    {
+        const bool plain = reserved == nullptr && flags == 0;
+        _state->record("getMetadata", jobText + (plain ? ";" : ";reserved;") + container.getName(),
+                       env);
+        const std::lock_guard guard(_state->mutex);
+        return _state->metadata;
+    }
+    void reservedOperation() override { _state->record("reservedOperation", "", nullptr); }
+    std::string getMapServiceLayers(JNIEnv* env, const std::string& url) override
+    {
+        _state->record("getMapServiceLayers", url, env);
+        return {};
+    }
+    void getGeographics(JNIEnv* env, std::vector<std::string>&) override
+    {
+        _state->record("getGeographics", "", env);
+    }
+    void getProjections(JNIEnv* env, std::vector<std::string>&) override
+    {
+        _state->record("getProjections", "", env);
+    }
+    void getRecommendPCSs(JNIEnv* env, const std::string& input, int,
+                          std::vector<std::string>&) override
+    {
+        _state->record("getRecommendPCSs", input, env);
+    }
+    void getRecommendPCSs(JNIEnv* env, const std::string& input, std::vector<std::string>&) override
+    {
+        _state->record("getRecommendPCSs", input, env);
+    }
+    std::string getCoordinatesSystemInfo(JNIEnv* env, const std::string& name) override
+    {
+        _state->record("getCoordinatesSystemInfo", name, env);
+        return {};
+    }
+    std::string getCoordinatesSystemInfo(JNIEnv* env, int wkid) override
+    {
+        _state->record("getCoordinatesSystemInfo", std::to_string(wkid), env);
+        return {};
+    }
+
+private:
+    std::shared_ptr<ScriptedEngine::State> _state;
+};
+
+class ScriptedService : public EmbeddedHV::ExecutionService
+{
+public:
+    explicit ScriptedService(std::shared_ptr<ScriptedEngine::State> state)
+        : _state(std::move(state))
+    {
+    }
+    EmbeddedHV::Execution* createExecution(const std::string& locale) override
+    {
+        _state->record("createExecution", locale, nullptr);
+        // The contract hands the object to the caller.
+        return std::make_unique<ScriptedExecution>(_state).release();
+    }
+
+private:
+    std::shared_ptr<ScriptedEngine::State> _state;
+};
+
+class ScriptedBackend : public EmbeddedHV::Backend
+{
+public:
+    explicit ScriptedBackend(const std::shared_ptr<ScriptedEngine::State>& state)
+        : _state(state), _service(state), _metadata(state)
+    {
+    }
+    ~ScriptedBackend() override { _state->record("stop", "", nullptr); }
+    EmbeddedHV::ExecutionService* getExecutionService() override { return &_service; }
+    EmbeddedHV::MetadataService* getMetaDataService() override { return &_metadata; }
+
+private:
+    std::shared_ptr<ScriptedEngine::State> _state;
+    ScriptedService _service;
+    ScriptedMetadata _metadata;
+};
+
+} // namespace
+
+ScriptedEngine::ScriptedEngine() : _state(std::make_shared<State>())
+{
+    StatHVServiceManager::shutdown();
+    EmbeddedHV::setBackendFactory(
+        [state = _state](JNIEnv* env, const EmbeddedHV::EHVAppSetting& settings) {
+            state->record("start", settings.locale(), env);
+            const std::lock_guard guard(state->mutex);
+            state->starts.push_back(settings);
+            return std::make_unique<ScriptedBackend>(state);
+        });
+}
+
+ScriptedEngine::~ScriptedEngine()
+{
+    StatHVServiceManager::shutdown();
+    EmbeddedHV::setBackendFactory({});
+}
+
+void ScriptedEngine::setScript(Script script)
+{
+    const std::lock_guard guard(_state->mutex);
+    _state->script = std::move(script);
+}
+
+void ScriptedEngine::throwAt(const std::string& call, Fault fault)
+{
+    const std::lock_guard guard(_state->mutex);
+    _state->faults[call] = fault;
+}
+
+void ScriptedEngine::setMetadata(const std::string& xml)
+{
+    const std::lock_guard guard(_state->mutex);
+    _state->metadata = xml;
+}
+
+std::vector<EngineCall> ScriptedEngine::calls() const
+{
+    const std::lock_guard guard(_state->mutex);
+    return _state->calls;
+}
+
+std::vector<std::string> ScriptedEngine::callNames() const
+{
+    std::vector<std::string> names;
+    for (const EngineCall& call : calls())
+        names.push_back(call.argument.empty() ? call.name : call.name + "(" + call.argument + ")");
+    return names;
+}
+
+void ScriptedEngine::clearCalls()
+{
+    const std::lock_guard guard(_state->mutex);
+    _state->calls.clear();
+}
+
+bool ScriptedEngine::waitUntilRunning(int seconds) const
+{
+    std::unique_lock lock(_state->mutex);
+    return _state->changed.wait_for(lock, std::chrono::seconds(seconds),
+                                    [this] { return _state->running; });
+}
+
+std::vector<EmbeddedHV::EHVAppSetting> ScriptedEngine::starts() const
+{
+    const std::lock_guard guard(_state->mutex);
+    return _state->starts;
+}

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <jni.h>
+
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "EHVAppSetting.h"
+#include "ExecutionListener.h"
+
+/// What a scripted call throws.
+enum class Fault
+{
+    None,
+    Engine,
+    Java,
+    Standard,
+    Unknown
+};
+const char* nameOf(Fault fault);
+
+/// One call that the engine got: its name, its argument in words, and on what it came.
+struct EngineCall
+{
+    std::string name;
+    std::string argument;
+    JNIEnv* env = nullptr;
+    std::thread::id thread;
+};
+
+class ScriptedExecution;
+
+/// A running job, as its script sees it. The script runs on a thread of the engine's own, so every
+/// callback crosses threads as with a real engine.
+class ScriptedJob
+{
+public:
+    ScriptedJob(ScriptedExecution& execution, EmbeddedHV::ExecutionListener& listener)
+        : _execution(execution), _listener(listener)
+    {
+    }
+    EmbeddedHV::ExecutionListener& listener() { return _listener; }
+    /// Reports by the extended operation, as the contract asks.
+    void message(const std::string& id, const std::string& text);
+    /// Blocks until the job is cancelled; false if nobody does so within `seconds`.
+    bool waitForCancel(int seconds = 30);
+    /// Pulls the named input iterator to its end; how many records it gave, -1 if there is none.
+    int pull(const std::string& name);
+
+private:
+    ScriptedExecution& _execution;
+    EmbeddedHV::ExecutionListener& _listener;
+};
+
+/// An engine that does what a test tells it. While it lives, every service manager that is made
+/// stands on it; it ends the process's service when it is made and when it goes.
+class ScriptedEngine
+{
+public:
+    using Script = std::function<void(ScriptedJob&)>;
+
+    ScriptedEngine();
+    ~ScriptedEngine();
+    ScriptedEngine(const ScriptedEngine&) = delete;
+    ScriptedEngine& operator=(const ScriptedEngine&) = delete;
+
+    /// What the jobs to come do; onSuccess alone by default.
+    void setScript(Script script);
+    /// Has the call of this name throw: "start", "createExecution", "getMetadata" or an operation
+    /// of the execution.
+    void throwAt(const std::string& call, Fault fault);
+    void setMetadata(const std::string& xml);
+
+    /// All calls so far, in order; "delete" is the end of an execution object.
+    std::vector<EngineCall> calls() const;
+    /// The same as "name(argument)", without the arguments' parentheses where there is none.
+    std::vector<std::string> callNames() const;
+    void clearCalls();
+    /// Blocks until a script is running; false if none does so within `seconds`.
+    bool waitUntilRunning(int seconds = 30) const;
+
+    /// Of each start of the engine, what it was started with.
+    std::vector<EmbeddedHV::EHVAppSetting> starts() const;
+
+    struct State;
+
+private:
+    std::shared_ptr<State> _state;
+};

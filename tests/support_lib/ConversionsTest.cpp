@@ -1,0 +1,154 @@
+#include "support/Conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstring>
+#include <limits>
+#include <locale>
+#include <vector>
+
+#include "VexaVariable.h"
+
+namespace {
+
+OBS number(double value)
+{
+    OBS obs{};
+    obs.number = value;
+    return obs;
+}
+
+/// A text as a case buffer holds it: blank filled, without a terminator.
+std::vector<OBS> text(const std::string& value)
+{
+    std::vector<OBS> units((value.size() + 7) / 8 + 1);
+    std::memset(units.data(), ' ', units.size() * sizeof(OBS));
+    std::memcpy(units.data(), value.data(), value.size());
+    return units;
+}
+
+std::string numberText(double value)
+{
+    const OBS obs = number(value);
+    std::string out;
+    ConvertObsValToStr(&obs, 0, out);
+    return out;
+}
+
+/// What a locale might do to numbers: a decimal comma and grouped thousands.
+class GroupedNumbers : public std::numpunct<char>
+{
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(Conversions, NumbersHaveFifteenDigits)
+{
+    EXPECT_EQ(numberText(0.1), "0.1");
+    EXPECT_EQ(numberText(1.0 / 3), "0.333333333333333");
+    EXPECT_EQ(numberText(123456789012.0), "123456789012");
+    EXPECT_EQ(numberText(-2.5e-7), "-2.5e-07");
+    EXPECT_EQ(numberText(std::numeric_limits<double>::lowest()), "-1.79769313486232e+308");
+}
+
+TEST(Conversions, TextIsCutAtTheWidthAndTrimmed)
+{
+    const std::vector<OBS> obs = text("abcdef  ghij");
+    const struct
+    {
+        int width;
+        const char* expected;
+    } rows[] = {{1, "a"}, {6, "abcdef"}, {8, "abcdef"}, {9, "abcdef  g"}, {16, "abcdef  ghij"}};
+    for (const auto& row : rows) {
+        std::string out;
+        ConvertObsValToStr(obs.data(), row.width, out);
+        EXPECT_EQ(out, row.expected) << row.width;
+    }
+}
+
+TEST(Conversions, NothingIsOneNul)
+{
+    const std::string nul(1, '\0');
+    const OBS obs = number(1);
+    std::string out = "earlier";
+    ConvertObsValToStr(nullptr, 0, out);
+    EXPECT_EQ(out, nul);
+    ConvertObsValToStr(nullptr, VEXA_Variable(4), out);
+    EXPECT_EQ(out, nul);
+    ConvertObsValToStr(&obs, -1, out);
+    EXPECT_EQ(out, nul);
+}
+
+TEST(Conversions, VariableSaysHowWide)
+{
+    const std::vector<OBS> obs = text("abcdefgh");
+    std::string out;
+    VEXA_Variable variable(8);
+    ConvertObsValToStr(obs.data(), variable, out);
+    EXPECT_EQ(out, "abcdefgh");
+    // A narrower format shows less; a wider one has no more than the variable to show.
+    variable.SetFormat({3, 1, 0});
+    ConvertObsValToStr(obs.data(), variable, out);
+    EXPECT_EQ(out, "abc");
+    variable.SetFormat({60000, 2, 0});
+    ConvertObsValToStr(obs.data(), variable, out);
+    EXPECT_EQ(out, "abcdefgh");
+    const OBS one = number(1.5);
+    ConvertObsValToStr(&one, VEXA_Variable(0), out);
+    EXPECT_EQ(out, "1.5");
+}
+
+TEST(Conversions, ReadUpToWhatIsNoNumber)
+{
+    const struct
+    {
+        const char* text;
+        int integer;
+        double real;
+    } rows[] = {
+        {"12abc", 12, 12}, {"abc", 0, 0},    {"", 0, 0},    {"  \t-7 8", -7, -7}, {"1.5x", 1, 1.5},
+        {"+3", 3, 3},      {"1e3", 1, 1000}, {"1,5", 1, 1}, {"- 1", 0, 0},        {"0x10", 0, 0},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(String2Integer(row.text), row.integer) << row.text;
+        EXPECT_EQ(String2Double(row.text), row.real) << row.text;
+    }
+    EXPECT_EQ(String2Integer("99999999999"), std::numeric_limits<int>::max());
+}
+
+TEST(Conversions, WriteSixDigits)
+{
+    EXPECT_EQ(Double2String(1234567.0), "1.23457e+06");
+    EXPECT_EQ(Double2String(0.1), "0.1");
+    EXPECT_EQ(Double2String(-100000), "-100000");
+    EXPECT_EQ(Double2String(1e-5), "1e-05");
+    EXPECT_EQ(Integer2String(std::numeric_limits<int>::min()), "-2147483648");
+}
+
+TEST(Conversions, StreamsOfTheHostMakeNoDifference)
+{
+    const std::locale earlier =
+        std::locale::global(std::locale(std::locale::classic(), new GroupedNumbers)); // NOLINT
+    EXPECT_EQ(Double2String(1234.5), "1234.5");
+    EXPECT_EQ(Integer2String(1048576), "1048576");
+    EXPECT_EQ(String2Double("1234.5"), 1234.5);
+    EXPECT_EQ(String2Integer("1.024"), 1);
+    std::locale::global(earlier);
+}
+
+TEST(Conversions, CommaLocaleMakesNoDifference)
+{
+    const std::string earlier = std::setlocale(LC_NUMERIC, nullptr);
+    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr)
+        GTEST_SKIP() << "no locale with a decimal comma on this system";
+    EXPECT_STREQ(std::localeconv()->decimal_point, ",");
+    EXPECT_EQ(numberText(0.1), "0.1");
+    EXPECT_EQ(numberText(-1234.25), "-1234.25");
+    EXPECT_EQ(Double2String(0.5), "0.5");
+    EXPECT_EQ(String2Double("0.5"), 0.5);
+    std::setlocale(LC_NUMERIC, earlier.c_str());
+}
+
+} // namespace

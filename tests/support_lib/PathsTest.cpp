@@ -1,0 +1,129 @@
+#include "support/Paths.h"
+
+#include <gtest/gtest.h>
+
+#include "MultiByte.h"
+#include "support/Transcoding.h"
+
+namespace {
+
+TEST(Paths, HostSpellingUsesTheBackslash)
+{
+    const struct
+    {
+        const char* path;
+        bool trailing;
+        const char* expected;
+    } rows[] = {
+        {"", false, ""},
+        {"", true, ""},
+        {"c:/a", false, "c:\\a"},
+        {"c:/a", true, "c:\\a\\"},
+        {"c:/a/", true, "c:\\a\\"},
+        {"c:\\a\\", true, "c:\\a\\"},
+        {"/", true, "\\"},
+        {"a//b", true, "a\\\\b\\"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(FormalizeFilePath(row.path, row.trailing), row.expected) << row.path;
+}
+
+TEST(Paths, JoiningDropsOneLeadingSeparator)
+{
+    const struct
+    {
+        const char* first;
+        const char* second;
+        const char* expected;
+    } rows[] = {
+        {"c:/a", "/b", "c:\\a\\b"},    {"c:\\a\\", "b", "c:\\a\\b"},
+        {"c:/a", "//b", "c:\\a\\\\b"}, {"", "/b", "\\b"},
+        {"", "b/c/", "b\\c\\"},        {"c:/a", "", "c:\\a\\"},
+        {"c:/a", "b/", "c:\\a\\b\\"},  {"", "", ""},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(JoinFilePath(row.first, row.second), row.expected)
+            << row.first << " + " << row.second;
+}
+
+TEST(Paths, EngineSpellingIsAUrl)
+{
+    const struct
+    {
+        const char* path;
+        const char* protocol;
+        const char* expected;
+    } rows[] = {
+        {"C:\\data\\a.sav", "file", "file:///C:/data/a.sav"},
+        {"\\tmp\\a.sav", "file", "file:////tmp/a.sav"},
+        {"file:///x", "file", "/file:///x"},
+        {"FILE:///x", "file", "/FILE:///x"},
+        {"a\\b", "http", "http://a/b"},
+        {"http://h\\b", "http", "http://h/b"},
+        {"", "file", "file:///"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(NormalizeHvlPath(row.path, row.protocol), row.expected) << row.path;
+        EXPECT_EQ(NormalizeHvlPathU(row.path, row.protocol), row.expected) << row.path;
+    }
+}
+
+TEST(Paths, FileNameStandsBehindTheLastSeparator)
+{
+    const struct
+    {
+        const char* path;
+        const char* directory;
+        const char* name;
+    } rows[] = {
+        {"c:\\a\\b.sav", "c:\\a\\", "b.sav"},
+        {"a/b\\c/d", "a/b\\c/", "d"},
+        {"b.sav", "", "b.sav"},
+        {"c:\\a\\", "c:\\a\\", ""},
+        {"", "", ""},
+    };
+    for (const auto& row : rows) {
+        std::string directory = "earlier";
+        EXPECT_EQ(SeparateFileName(row.path, directory), row.name) << row.path;
+        EXPECT_EQ(directory, row.directory) << row.path;
+    }
+    std::string both = "c:\\a\\b.sav";
+    EXPECT_EQ(SeparateFileName(both, both), "b.sav");
+    EXPECT_EQ(both, "c:\\a\\");
+}
+
+/// A code page in which the second byte of a letter may be that of a backslash.
+class PathsInShiftJis : public ::testing::Test
+{
+protected:
+    PathsInShiftJis() : _earlier(VEXAMBDefaultCodePage()) { SetDefaultCodePage("Shift_JIS"); }
+    ~PathsInShiftJis() override { SetDefaultCodePage(_earlier); }
+
+    const std::string letter = "\x95\x5c";
+    const std::string letterUtf8 = "\xe8\xa1\xa8";
+
+private:
+    const std::string _earlier;
+};
+
+TEST_F(PathsInShiftJis, LetterWithABackslashByteIsNoSeparator)
+{
+    std::string directory;
+    EXPECT_EQ(SeparateFileName("c:\\a\\" + letter, directory), letter);
+    EXPECT_EQ(directory, "c:\\a\\");
+    EXPECT_EQ(FormalizeFilePath("c:/" + letter, true), "c:\\" + letter + "\\");
+    EXPECT_EQ(NormalizeHvlPathU("c:\\" + letter, "file"), "file:///c:/" + letterUtf8);
+}
+
+TEST_F(PathsInShiftJis, TranscodingGoesBothWays)
+{
+    EXPECT_EQ(transcodeToUTF8(letter.c_str(), nullptr), letterUtf8);
+    EXPECT_EQ(transcodeFromUTF8(letterUtf8.c_str(), nullptr), letter);
+    EXPECT_EQ(transcodeToUTF8(nullptr, nullptr), "");
+    EXPECT_EQ(transcodeFromUTF8(nullptr, nullptr), "");
+    void* const latin = VEXAMBConverterNew_A("windows-1252");
+    EXPECT_EQ(transcodeToUTF8("\xe9", latin), "\xc3\xa9");
+    VEXAMBConverterDelete_A(latin);
+}
+
+} // namespace

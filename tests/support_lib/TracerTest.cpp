@@ -1,0 +1,196 @@
+#include "support/HVStatTracer.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+#include <optional>
+
+#include "Journal.h"
+#include "ScratchDir.h"
+
+namespace {
+
+/// Sets the tracer's environment for a scope; what is not given is unset.
+struct TraceEnvironment
+{
+    std::optional<std::string> dir;
+    std::optional<std::string> print;
+    std::optional<std::string> maxCount;
+
+    std::unique_ptr<HVStatTracer> makeTracer() const
+    {
+        apply("HV_STAT_DEBUG_DIR", dir);
+        apply("HV_STAT_DEBUG_PRINT", print);
+        apply("HV_STAT_DEBUG_MAXCOUNT", maxCount);
+        auto tracer = std::make_unique<HVStatTracer>();
+        for (const char* name :
+             {"HV_STAT_DEBUG_DIR", "HV_STAT_DEBUG_PRINT", "HV_STAT_DEBUG_MAXCOUNT"})
+            unsetenv(name);
+        return tracer;
+    }
+
+private:
+    static void apply(const char* name, const std::optional<std::string>& value)
+    {
+        if (value)
+            setenv(name, value->c_str(), 1);
+        else
+            unsetenv(name);
+    }
+};
+
+std::vector<std::string> viewerLines()
+{
+    std::vector<std::string> lines;
+    for (const auto& entry : HostJournal::instance().entries(HostJournal::Kind::Line))
+        lines.push_back(entry.text);
+    return lines;
+}
+
+class Tracer : public ::testing::Test
+{
+protected:
+    Tracer() { HostJournal::instance().clear(); }
+
+    const ScratchDir scratch;
+    const std::string root = scratch.path.string() + "/trace";
+};
+
+TEST_F(Tracer, IsOffWithoutADirectory)
+{
+    for (const auto& dir : {std::optional<std::string>(), std::optional<std::string>("")}) {
+        const auto tracer = TraceEnvironment{dir, {}, {}}.makeTracer();
+        EXPECT_FALSE(tracer->canTrace());
+        EXPECT_FALSE(tracer->isTrace());
+        EXPECT_FALSE(tracer->write("text", "hvinteg_test_trace.hvl"));
+        EXPECT_FALSE(tracer->append("text", "hvinteg_test_trace.hvl"));
+        EXPECT_FALSE(tracer->addLog("line"));
+        EXPECT_FALSE(tracer->newTraceDir());
+        EXPECT_EQ(tracer->newValidFileName("hvl", "a", "b", false), "a_b.hvl");
+        EXPECT_FALSE(std::filesystem::exists("hvinteg_test_trace.hvl"));
+        EXPECT_EQ(tracer->maxTraceDirCount(), 1024);
+    }
+    EXPECT_TRUE(viewerLines().empty());
+}
+
+TEST_F(Tracer, TakesTheFirstFreeNumber)
+{
+    scratch.put("trace/hvtrace_0/x");
+    scratch.put("trace/hvtrace_1/x");
+    const auto tracer = TraceEnvironment{root, {}, {}}.makeTracer();
+    EXPECT_TRUE(tracer->canTrace());
+    EXPECT_EQ(tracer->traceRoot(), scratch.host + "trace\\");
+    EXPECT_EQ(tracer->traceDir(), scratch.host + "trace\\hvtrace_2");
+    EXPECT_TRUE(tracer->addLog("first"));
+    EXPECT_TRUE(tracer->addLog(std::string("sec\0ond", 7)));
+    EXPECT_EQ(scratch.read("trace/hvtrace_2/hvinteg.log"), "first\nsec\n");
+    EXPECT_TRUE(tracer->newTraceDir());
+    tracer->addLog("third");
+    EXPECT_EQ(scratch.read("trace/hvtrace_3/hvinteg.log"), "third\n");
+}
+
+TEST_F(Tracer, MaxCountLimitsTheDirectories)
+{
+    scratch.put("trace/hvtrace_0/x");
+    const struct
+    {
+        const char* count;
+        bool tracing;
+        const char* dir;
+    } rows[] = {{"1", false, ""},
+                {"-1", false, ""},
+                {"0", true, "trace\\"},
+                {"none", true, "trace\\"},
+                {"2x", true, "trace\\hvtrace_1"}};
+    for (const auto& row : rows) {
+        const auto tracer = TraceEnvironment{root, {}, row.count}.makeTracer();
+        EXPECT_EQ(tracer->canTrace(), row.tracing) << row.count;
+        EXPECT_TRUE(tracer->isTrace()) << row.count;
+        EXPECT_EQ(tracer->traceDir(), row.tracing ? scratch.host + row.dir : "") << row.count;
+    }
+    EXPECT_TRUE(scratch.has("trace/hvinteg.log"));
+}
+
+TEST_F(Tracer, DirectoryThatCannotBeMadeLeavesItOff)
+{
+    scratch.put("file");
+    for (const std::string& dir : {root + "/deep/er", scratch.path.string() + "/file"}) {
+        const auto tracer = TraceEnvironment{dir, {}, {}}.makeTracer();
+        EXPECT_FALSE(tracer->canTrace()) << dir;
+        EXPECT_FALSE(tracer->isTrace()) << dir;
+    }
+}
+
+TEST_F(Tracer, ReadOnlyRootLeavesItOff)
+{
+    std::filesystem::create_directory(root);
+    std::filesystem::permissions(root, std::filesystem::perms::owner_read |
+                                           std::filesystem::perms::owner_exec);
+    const auto tracer = TraceEnvironment{root, {}, "0"}.makeTracer();
+    EXPECT_FALSE(tracer->canTrace());
+    EXPECT_FALSE(tracer->isTrace());
+    EXPECT_EQ(tracer->traceRoot(), scratch.host + "trace\\");
+    EXPECT_FALSE(scratch.has("trace/hvinteg.log"));
+}
+
+TEST_F(Tracer, ViewerTakesLinesOnlyForTheTwoWords)
+{
+    const struct
+    {
+        const char* value;
+        bool prints;
+    } rows[] = {{"YES", true}, {"1", true}, {"yes", false},  {"Yes", false},
+                {"11", false}, {"", false}, {"YES ", false}, {"TRUE", false}};
+    for (const auto& row : rows) {
+        HostJournal::instance().clear();
+        const auto tracer = TraceEnvironment{{}, row.value, {}}.makeTracer();
+        EXPECT_EQ(tracer->printLogToViewer(), row.prints) << row.value;
+        EXPECT_FALSE(tracer->addLog("line"));
+        EXPECT_EQ(viewerLines(),
+                  row.prints ? std::vector<std::string>{"line"} : std::vector<std::string>{})
+            << row.value;
+    }
+}
+
+TEST_F(Tracer, FileNamesLeaveOutWhatIsEmpty)
+{
+    const auto tracer = TraceEnvironment{root, {}, {}}.makeTracer();
+    const struct
+    {
+        const char* extension;
+        const char* label;
+        const char* name;
+        bool unique;
+        const char* expected;
+    } rows[] = {
+        {"hvl", "a", "b", false, "a_b.hvl"}, {"hvl", "a", "", false, "a.hvl"},
+        {"hvl", "", "b", false, "b.hvl"},    {"hvl", "", "", false, "unname.hvl"},
+        {"", "a", "b", false, "a_b"},        {"hvl", "a", "b", true, "a_b_2.hvl"},
+        {"xml", "a", "b", true, "a_b.xml"},
+    };
+    tracer->write("x", "a_b.hvl");
+    tracer->write("x", "a_b_1.hvl");
+    for (const auto& row : rows)
+        EXPECT_EQ(tracer->newValidFileName(row.extension, row.label, row.name, row.unique),
+                  row.expected);
+}
+
+TEST_F(Tracer, FilesAreReplacedAppendedAndRemoved)
+{
+    const auto tracer = TraceEnvironment{root, {}, {}}.makeTracer();
+    const std::string file = "trace/hvtrace_0/a.hvl";
+    EXPECT_TRUE(tracer->write("a long first text", "a.hvl"));
+    EXPECT_TRUE(tracer->write(std::string("b\r\n\0c", 5), "a.hvl"));
+    EXPECT_EQ(scratch.read(file), "b\r\n");
+    EXPECT_TRUE(tracer->append("d", "a.hvl"));
+    EXPECT_TRUE(tracer->append("", "a.hvl"));
+    EXPECT_EQ(scratch.read(file), "b\r\nd");
+    EXPECT_TRUE(tracer->write("", "a.hvl"));
+    EXPECT_FALSE(scratch.has(file));
+    EXPECT_TRUE(tracer->write("", "a.hvl"));
+    // A file that does not open loses its text, and nothing else.
+    EXPECT_TRUE(tracer->write("x", "no\\such\\a.hvl"));
+}
+
+} // namespace
