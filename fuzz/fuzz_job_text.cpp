@@ -1,0 +1,59 @@
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "JobError.h"
+#include "expression/ExpressionCompiler.h"
+#include "language/JsonLiteral.h"
+#include "language/Parser.h"
+
+namespace {
+
+using namespace EmbeddedHV;
+using language::Expression;
+
+const Schema kFields = {{"i", ValueType::Integer}, {"r", ValueType::Real},
+                        {"s", ValueType::String},  {"d", ValueType::Date},
+                        {"t", ValueType::Time},    {"ts", ValueType::Timestamp},
+                        {"l", ValueType::List}};
+
+/// Uses an expression in each way that a step may: all of them answer or throw JobError.
+void useExpression(const Expression& expression, const Definitions& definitions)
+{
+    const auto attempt = [](const auto& use) {
+        try {
+            use();
+        } catch (const JobError&) { // what most texts come to
+        }
+    };
+    std::string field;
+    attempt([&] { compileRecordLambda(expression, kFields, definitions, "fuzz"); });
+    attempt([&] { compileFieldLambda(expression, kFields, definitions, "fuzz", field); });
+    attempt([&] {
+        const auto lookup = [&definitions](const std::string& name) -> const Expression* {
+            const auto found = definitions.find(name);
+            return found == definitions.end() ? nullptr : found->second;
+        };
+        (void)language::jsonLiteral(expression, lookup, "fuzz").dump();
+    });
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    try {
+        const language::Program program = language::parseProgram(text);
+        Definitions definitions;
+        for (const auto& item : program.items)
+            if (const auto* definition = std::get_if<language::Definition>(&item))
+                if (const auto* bound = std::get_if<language::ExpressionPtr>(&definition->value))
+                    definitions[definition->name] = bound->get();
+        for (const auto& [name, expression] : definitions)
+            useExpression(*expression, definitions);
+    } catch (const JobError&) { // a text that breaks the grammar
+    }
+    return 0;
+}
