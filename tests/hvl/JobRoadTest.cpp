@@ -205,7 +205,7 @@ TEST_F(JobRoad, ReadsNoMoreRecordsThanAsked)
 {
     const std::pair<unsigned long long, std::string> cases[] = {
         {0, "name,amount,note\n"},
-        {1, "name,amount,note\na,1.0,first\n"},
+        {1, "name,amount,note\na,1,first\n"},
         {100, "name,amount,note\na,1.0,first\nb,2.5,\"with, comma\"\na,4.0,\nc,0.5,last\n"},
     };
     for (const auto& [count, expected] : cases) {
