@@ -61,7 +61,8 @@ constexpr ValueCase kValues[] = {
      "a,b\r\n1,2\r\n3,4",
      "integer integer", "a,b\n1,2\n3,4\n"},
     {"no record", "a,b\n", "string string", "a,b\n"},
-    {"comment signs and other delimiters are data", "#a;b\n#1;2\n", "string", "#a;b\n\"#1;2\"\n"},
+    {"comment signs and other delimiters are data", "#a;b\n#1;2\n", "string",
+     "\"#a;b\"\n\"#1;2\"\n"},
     {"not a number and infinity", "r\nnan\n-inf\n1\n", "real", "r\nnan\n-inf\n1.0\n"},
     {"true and false stay as they are", "b\ntrue\nfalse\n", "string", "b\ntrue\nfalse\n"},
 };
