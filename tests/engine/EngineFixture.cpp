@@ -62,11 +62,24 @@ void RecordingListener::onProgress(float fraction)
 
 std::string EngineFixture::root()
 {
-    static const std::string folder = [] {
-        std::string name = std::filesystem::temp_directory_path().string() + "/hvengine-XXXXXX";
-        return std::string(mkdtemp(name.data()));
-    }();
-    return folder;
+    /// Made before the service and so removed after it.
+    struct Folder
+    {
+        Folder() : name(std::filesystem::temp_directory_path().string() + "/hvengine-XXXXXX")
+        {
+            mkdtemp(name.data());
+        }
+        Folder(const Folder&) = delete;
+        Folder& operator=(const Folder&) = delete;
+        ~Folder()
+        {
+            std::error_code ignored;
+            std::filesystem::remove_all(name, ignored);
+        }
+        std::string name;
+    };
+    static const Folder folder;
+    return folder.name;
 }
 
 HVServiceManager& EngineFixture::service()

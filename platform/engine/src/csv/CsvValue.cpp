@@ -72,7 +72,9 @@ CsvKind numberKind(std::string_view text)
     if (whole != text.size())
         return realKind(text);
     std::int64_t value = 0;
-    return std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc()
+    // The sign counts here: the range below zero reaches one further.
+    const char* digits = negative ? text.data() - 1 : text.data();
+    return std::from_chars(digits, text.data() + text.size(), value).ec == std::errc()
                ? CsvKind::Integer
                : CsvKind::Real;
 }

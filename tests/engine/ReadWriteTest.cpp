@@ -1,0 +1,416 @@
+#include "engine/EngineFixture.h"
+
+#include <fstream>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace EngineTest;
+using testing::HasSubstr;
+
+namespace {
+
+class ReadWriteTest : public EngineFixture
+{
+protected:
+    /// Reads a file of the given form and gives it as CSV, or the fault.
+    std::string asCsv(const std::string& name, const std::string& parser,
+                      const std::string& more = "")
+    {
+        std::filesystem::remove(path("as.csv"));
+        last = run(R"(read({"filesystem": {"locations": [{"path": "$DIR/)" + name +
+                   R"(", "parser": )" + parser + "}]" + more + "}}) -> " + writeCsv("as.csv"));
+        return last.ending == "success" ? read("as.csv") : last.errorId + " " + last.errorText;
+    }
+    static constexpr const char* kCsv = R"({"name": "csv", "config": {"hasHeader": true}})";
+    static constexpr const char* kBareCsv = R"({"name": "csv"})";
+    static constexpr const char* kHvbf = R"({"name": "hvbf", "config": {}})";
+    static constexpr const char* kSav = R"({"name": "sav", "config": {}})";
+
+    RecordingListener last;
+};
+
+struct ValueCase
+{
+    const char* what;
+    const char* content;
+    const char* types; ///< of the fields, as the data model says them
+    const char* result;
+};
+
+constexpr ValueCase kValues[] = {
+    {"plain types", "i,r,s,d,t,z\n1,1.5,x,2012-02-29,9:05,2012-02-29T10:00\n",
+     "integer real string date time timestamp",
+     "i,r,s,d,t,z\n1,1.5,x,2012-02-29,09:05:00,2012-02-29 10:00:00\n"},
+    {"codes with leading zeros stay texts", "zip\n01234\n99999\n", "string", "zip\n01234\n99999\n"},
+    {"a day that is none makes a text", "d\n2012-02-30\n", "string", "d\n2012-02-30\n"},
+    {"integers beyond 64 bits are real", "n\n9223372036854775808\n", "real",
+     "n\n9.223372036854776e+18\n"},
+    {"the largest integers stay exact", "n\n9223372036854775807\n-9223372036854775808\n", "integer",
+     "n\n9223372036854775807\n-9223372036854775808\n"},
+    {"dates and timestamps are timestamps", "t\n2012-01-01\n2012-01-01 10:00:00.5\n", "timestamp",
+     "t\n2012-01-01 00:00:00\n2012-01-01 10:00:00.5\n"},
+    {"quotes, commas and line ends", "a,b\n\"x,\"\"y\"\"\",\"1\n2\"\n", "string string",
+     "a,b\n\"x,\"\"y\"\"\",\"1\n2\"\n"},
+    {"an empty text is not a missing one", "a,b\n\"\",\nx,y\n", "string string",
+     "a,b\n\"\",\nx,y\n"},
+    {"names are made unique", "a,A,,a_1\n1,2,3,4\n", "integer integer integer integer",
+     "a,A_2,field3,a_1\n1,2,3,4\n"},
+    {"byte order mark, carriage returns, no last line end",
+     "\xEF\xBB\xBF"
+     "a,b\r\n1,2\r\n3,4",
+     "integer integer", "a,b\n1,2\n3,4\n"},
+    {"no record", "a,b\n", "string string", "a,b\n"},
+    {"comment signs and other delimiters are data", "#a;b\n#1;2\n", "string",
+     "\"#a;b\"\n\"#1;2\"\n"},
+    {"not a number and infinity", "r\nnan\n-inf\n1\n", "real", "r\nnan\n-inf\n1.0\n"},
+    {"true and false stay as they are", "b\ntrue\nfalse\n", "string", "b\ntrue\nfalse\n"},
+};
+
+TEST_F(ReadWriteTest, CsvValuesKeepTheirMeaning)
+{
+    for (const ValueCase& one : kValues) {
+        SCOPED_TRACE(one.what);
+        write("in.csv", one.content);
+        EXPECT_EQ(asCsv("in.csv", kCsv), one.result);
+        // What was written reads back as the same.
+        std::filesystem::copy_file(path("as.csv"), path("again.csv"));
+        EXPECT_EQ(asCsv("again.csv", kCsv), one.result);
+        std::filesystem::remove(path("again.csv"));
+        // And through the binary form, whose document tells the types.
+        run(readCsv("in.csv") + R"( -> write({"dataDestination": "$DIR/b.hvbf",
+            "dataModelDestination": "$DIR/b.xml", "type": "hvbf"}))");
+        EXPECT_EQ(asCsv("b.hvbf", kHvbf), one.result);
+        std::string types;
+        const std::string xml = read("b.xml");
+        for (auto at = xml.find("storage=\""); at != std::string::npos;
+             at = xml.find("storage=\"", at + 1))
+            types +=
+                (types.empty() ? "" : " ") + xml.substr(at + 9, xml.find('"', at + 9) - at - 9);
+        EXPECT_EQ(types, one.types);
+    }
+}
+
+TEST_F(ReadWriteTest, WithoutAHeaderFieldsHaveNumbers)
+{
+    write("in.csv", "1,x\n2,y\n");
+    EXPECT_EQ(asCsv("in.csv", kBareCsv), "field1,field2\n1,x\n2,y\n");
+}
+
+/// A value far behind the head of the file, which alone is looked at before the job runs.
+TEST_F(ReadWriteTest, LateValuesDecideOnTypesToo)
+{
+    const auto late = [this](const std::string& value, const std::string& more = "") {
+        std::ofstream file(path("late.csv"));
+        file << "n,k\n";
+        for (int i = 0; i < 60000; ++i)
+            file << i << "," << (i == 50000 ? value : "7") << "\n";
+        file.close();
+        const auto listener = run("val d = " + readCsv("late.csv", more) + R"(
+                d -> filterRecords(_, c => x => x.n == 50000) -> )" +
+                                  writeCsv("one.csv") + R"(
+                d -> aggregate({"output": [{"function": "max", "input": "k"}]}) -> )" +
+                                  writeCsv("max.csv"));
+        EXPECT_EQ(listener.ending, "success") << listener.errorText;
+        return read("one.csv") + read("max.csv");
+    };
+    EXPECT_EQ(late("7"), "n,k\n50000,7\nmax_k\n7\n");
+    EXPECT_EQ(late("7.5"), "n,k\n50000,7.5\nmax_k\n7.5\n"); // the database alone would read 8
+    EXPECT_EQ(late("oops"), "n,k\n50000,oops\nmax_k\noops\n");
+    EXPECT_EQ(late("07"), "n,k\n50000,07\nmax_k\n7\n");
+    EXPECT_EQ(late("oops", R"(, "readErrorThreshold": -1)"), "n,k\n50000,oops\nmax_k\noops\n");
+}
+
+TEST_F(ReadWriteTest, ADataModelFixesTypesNamesAndLabels)
+{
+    write("m.xml", R"(<DataModel version="1"><Field name="k" storage="string" measure="ordinal"
+        role="target"><Label>The key</Label></Field><Field name="v" storage="real"
+        measure="continuous" role="input"/></DataModel>)");
+    write("in.csv", "v,k\n1,007\n2,8\n");
+    const auto read = [&](const char* parser) {
+        return asCsv("in.csv", parser, R"(, "dataModel": "$DIR/m.xml")");
+    };
+    EXPECT_EQ(read(kCsv), "v,k\n1.0,007\n2.0,8\n");
+
+    write("in.csv", "x,1.5\n");
+    EXPECT_EQ(read(kBareCsv), "k,v\nx,1.5\n");
+    write("in.csv", "k,v,w\nx,1,2\n");
+    EXPECT_EQ(read(kCsv), "k,v,w\nx,1.0,2\n");
+    EXPECT_THAT(read(kBareCsv), HasSubstr("the file has 3 fields, the data model 2"));
+    write("in.csv", "k,vv\nx,1\n");
+    EXPECT_THAT(read(kCsv), HasSubstr(R"(a field "v", which the file lacks)"));
+    write("in.csv", "k,v\nx,1\ny,bad\n");
+    EXPECT_THAT(read(kCsv), HasSubstr(R"(in.csv:3: field "v": "bad" is not Real)"));
+    write("m.xml", "<DataModel><Field/></DataModel>");
+    EXPECT_THAT(read(kCsv), HasSubstr("HVEIO0011E read: the data model " + path("m.xml")));
+
+    write("m.xml", R"(<DataModel version="1"><Field name="n" storage="integer"
+        measure="ordinal" role="target"><Label>How many</Label></Field></DataModel>)");
+    write("in.csv", "n\n1\n2.5\n");
+    EXPECT_THAT(read(kCsv), HasSubstr(R"(in.csv:3: field "n": "2.5" is not Integer)"));
+    write("in.csv", "n,g\n1,a\n2,b\n");
+    run(R"(read({"filesystem": {"locations": [{"path": "$DIR/in.csv", "parser": {"name": "csv",
+        "config": {"hasHeader": true}}}], "dataModel": "$DIR/m.xml"}})
+        -> aggregate({"output": [{"function": "key", "input": "n", "outName": "m"}]})
+        -> write({"dataDestination": "$DIR/o.hvbf", "dataModelDestination": "$DIR/o.xml",
+                  "type": "hvbf"}))");
+    EXPECT_THAT(EngineFixture::read("o.xml"),
+                testing::AllOf(HasSubstr("How many"), HasSubstr("ordinal"), HasSubstr("target")));
+}
+
+struct FaultCase
+{
+    const char* what;
+    const char* file;
+    const char* parser;
+    const char* fault;
+};
+
+/// The files are made by the test.
+constexpr FaultCase kFaults[] = {
+    {"missing", "none.csv", R"({"name": "csv"})", "HVEIO0001E read: $DIR/none.csv: there is no"},
+    {"a folder", "folder", R"({"name": "csv"})", "HVEIO0002E read: $DIR/folder: this is a folder"},
+    {"empty", "empty.csv", R"({"name": "csv"})", "HVEIO0004E read: $DIR/empty.csv: the file is"},
+    {"empty, binary", "empty.csv", R"({"name": "hvbf"})", "HVEIO0004E read: $DIR/empty.csv"},
+    {"blank lines only", "blank.csv", R"({"name": "csv"})", "HVEIO0004E read: $DIR/blank.csv"},
+    {"too few fields", "ragged.csv", R"({"name": "csv", "config": {"hasHeader": true}})",
+     "HVEIO0006E read: $DIR/ragged.csv:3: the record has 1 fields, not 2"},
+    {"too many fields", "ragged2.csv", R"({"name": "csv", "config": {"hasHeader": true}})",
+     "HVEIO0006E read: $DIR/ragged2.csv:2: the record has 3 fields, not 2"},
+    {"an open quote", "quote.csv", R"({"name": "csv", "config": {"hasHeader": true}})",
+     "HVEIO0006E read: $DIR/quote.csv:2: a quote is not closed"},
+    {"not UTF-8", "latin.csv", R"({"name": "csv", "config": {"hasHeader": true}})",
+     "HVEIO0006E read: $DIR/latin.csv:2: the text is not UTF-8"},
+    {"binary for text", "data.hvbf", R"({"name": "csv"})", "HVEIO0005E read: $DIR/data.hvbf:1"},
+    {"text for binary", "ragged.csv", R"({"name": "hvbf"})",
+     "HVEIO0005E read: $DIR/ragged.csv: this is not a HVBF file"},
+    {"cut short", "cut.hvbf", R"({"name": "sav"})",
+     "HVEIO0005E read: $DIR/cut.hvbf: this is not a SAV file, or it is cut short"},
+    {"an unknown parser", "ragged.csv", R"({"name": "xls"})",
+     R"(HVEPL0004E read: the setting "filesystem.locations[0].parser.name" is "xls")"},
+};
+
+TEST_F(ReadWriteTest, FilesThatCannotBeReadAreNamed)
+{
+    std::filesystem::create_directory(path("folder"));
+    write("empty.csv", "");
+    write("blank.csv", "\n\r\n\n");
+    write("ragged.csv", "a,b\n1,2\n3\n");
+    write("ragged2.csv", "a,b\n1,2,3\n");
+    write("quote.csv", "a,b\n1,\"2\n");
+    write("latin.csv", "a,b\n1,\xFC\n");
+    run(readCsv("latin.csv", R"(, "maxRecordsCount": 0)") + R"( -> write({"dataDestination":
+        "$DIR/data.hvbf", "type": "hvbf"}))");
+    const std::string whole = read("data.hvbf");
+    write("cut.hvbf", whole.substr(0, whole.size() / 2));
+    const auto before = files();
+    for (const FaultCase& one : kFaults) {
+        SCOPED_TRACE(one.what);
+        std::string fault = one.fault;
+        if (const auto mark = fault.find("$DIR"); mark != std::string::npos)
+            fault.replace(mark, 4, path("").substr(0, path("").size() - 1));
+        EXPECT_THAT(asCsv(one.file, one.parser), HasSubstr(fault));
+        EXPECT_EQ(files(), before);
+    }
+    if (geteuid() != 0) {
+        chmod(path("ragged.csv").c_str(), 0);
+        EXPECT_THAT(asCsv("ragged.csv", kCsv), HasSubstr("HVEIO0003E"));
+    }
+}
+
+TEST_F(ReadWriteTest, BadRecordsAreSkippedUpToAThreshold)
+{
+    write("in.csv", "a,b\n1,2\n3\n4,5\n6,7,8\n9,1\n");
+    const auto read = [this](const std::string& threshold) {
+        last = run(readCsv("in.csv", threshold) + " -> " + writeCsv("out.csv"));
+        return last.ending == "success" ? EngineFixture::read("out.csv") : last.errorText;
+    };
+    EXPECT_THAT(read(R"(, "readErrorThreshold": 1)"),
+                HasSubstr("in.csv:5: the record has 3 fields, not 2; more than 1 records"));
+    EXPECT_EQ(files(), std::vector<std::string>{"in.csv"});
+    for (const char* threshold : {"2", "-1", "18446744073709551614"}) {
+        EXPECT_EQ(read(std::string(R"(, "readErrorThreshold": )") + threshold),
+                  "a,b\n1,2\n4,5\n9,1\n");
+        ASSERT_EQ(last.messages.size(), 1U);
+        EXPECT_EQ(last.messages[0].first, "HVEIO0008W");
+        EXPECT_THAT(last.messages[0].second, HasSubstr("2 records were skipped, the first on line "
+                                                       "3: the record has 1 fields, not 2"));
+    }
+    EXPECT_THAT(read(R"(, "readErrorThreshold": 0)"), HasSubstr("in.csv:3"));
+    EXPECT_THAT(read(R"(, "readErrorThreshold": -2)"), HasSubstr("is below -1"));
+}
+
+TEST_F(ReadWriteTest, NoMoreRecordsThanAskedFor)
+{
+    write("in.csv", "a\n1\n2\n3\n");
+    for (const auto& [most, result] :
+         {std::pair{"0", "a\n"}, {"2", "a\n1\n2\n"}, {"9", "a\n1\n2\n3\n"}}) {
+        run(readCsv("in.csv", std::string(R"(, "maxRecordsCount": )") + most) + " -> " +
+            writeCsv("out.csv"));
+        EXPECT_EQ(read("out.csv"), result);
+    }
+}
+
+TEST_F(ReadWriteTest, PathsComeInSeveralForms)
+{
+    // A bare name is a file of the analytic root, in the host's spelling a path may have
+    // backslashes, and characters of patterns mean themselves.
+    write("a [1]*.csv", "v\n1\n");
+    write("a 1x.csv", "v\n2\n");
+    std::string backslashes = expanded("$DIR/a [1]*.csv").substr(7);
+    std::replace(backslashes.begin(), backslashes.end(), '/', '\\');
+    std::string escaped;
+    for (const char character : backslashes)
+        escaped += character == '\\' ? "\\\\" : std::string(1, character);
+    const std::string absolute = path("a [1]*.csv");
+    for (const std::string& spelling : {escaped, absolute, "file://" + absolute,
+                                        "file:///" + absolute, "file:///" + absolute.substr(1)}) {
+        SCOPED_TRACE(spelling);
+        const auto listener =
+            run(R"(read({"filesystem": {"locations": [{"path": ")" + spelling +
+                R"(", "parser": {"name": "csv", "config": {"hasHeader": true}}}]}}) -> )" +
+                R"(write({"dataDestination": "bare.csv", "type": "text/csv"}))");
+        ASSERT_EQ(listener.ending, "success") << listener.errorText;
+        std::ifstream bare(root() + "/analytic-root/zor/public/bare.csv");
+        std::string line;
+        std::getline(bare, line);
+        std::getline(bare, line);
+        EXPECT_EQ(line, "1");
+    }
+    EXPECT_THAT(run(R"(read({"filesystem": {"locations": [{"path": "bare.csv", "parser": )" +
+                    std::string(kCsv) + "}]}}) -> " + writeCsv("out.csv"))
+                    .ending,
+                "success");
+}
+
+TEST_F(ReadWriteTest, SealedFilesOpenWithTheirPasswordOnly)
+{
+    std::string csv = "id,text\n";
+    for (int i = 0; i < 30000; ++i)
+        csv += std::to_string(i) + ",secret text " + std::to_string(i) + "\n";
+    write("in.csv", csv);
+    const auto seal = run(readCsv("in.csv") + R"( -> write({"dataDestination": "$DIR/s.sav",
+        "type": "application/x-vexa-sav", "dataPassword": "open sesame"}))");
+    ASSERT_EQ(seal.ending, "success") << seal.errorText;
+    const std::string sealed = read("s.sav");
+    EXPECT_EQ(sealed.find("PAR1"), std::string::npos);
+    EXPECT_EQ(sealed.find("secret"), std::string::npos);
+    const auto open = [&](const std::string& config) {
+        return asCsv("s.sav", R"({"name": "sav", "config": )" + config + "}");
+    };
+    EXPECT_TRUE(open(R"({"dataPassword": "open sesame"})") == csv);
+    EXPECT_THAT(open(R"({"dataPassword": "Open sesame"})"),
+                HasSubstr("HVEIO0010E read: " + path("s.sav") + ": the password is wrong"));
+    EXPECT_THAT(open("{}"), HasSubstr("HVEIO0009E read: " + path("s.sav")));
+    for (const std::size_t size : {sealed.size() - 1, sealed.size() / 2, std::size_t{30}}) {
+        write("s.sav", sealed.substr(0, size));
+        EXPECT_THAT(open(R"({"dataPassword": "open sesame"})"), HasSubstr("HVEIO0005E"));
+    }
+    std::string changed = sealed;
+    changed[changed.size() / 2] ^= 1;
+    write("s.sav", changed);
+    EXPECT_THAT(open(R"({"dataPassword": "open sesame"})"), HasSubstr("damaged"));
+    EXPECT_TRUE(std::filesystem::is_empty(root() + "/af")) << "plain content left behind";
+}
+
+TEST_F(ReadWriteTest, BothFilesOfAPairOrNone)
+{
+    write("in.csv", "a\n1\n");
+    std::filesystem::create_directory(path("folder"));
+    const auto into = [&](const std::string& data, const std::string& model) {
+        return run(readCsv("in.csv") + R"( -> write({"dataDestination": "$DIR/)" + data +
+                   R"(", "dataModelDestination": "$DIR/)" + model + R"(", "type": "text/csv"}))");
+    };
+    EXPECT_EQ(into("folder", "m.xml").errorId, "HVEIO0002E");
+    EXPECT_EQ(into("d.csv", "folder").errorId, "HVEIO0002E");
+    EXPECT_EQ(into("none/d.csv", "m.xml").errorId, "HVEIO0015E");
+    EXPECT_THAT(into("d.csv", "none/m.xml").errorText, HasSubstr("there is no folder"));
+    EXPECT_EQ(into("same", "same").errorId, "HVEPL0004E");
+    EXPECT_EQ(files(), (std::vector<std::string>{"folder", "in.csv"}));
+    EXPECT_EQ(into("d.csv", "m.xml").ending, "success");
+    EXPECT_EQ(into("d.csv", "m.xml").ending, "success") << "an existing file is replaced";
+}
+
+TEST_F(ReadWriteTest, AFailedJobLeavesTheOldFile)
+{
+    write("in.csv", "a\n1\n9223372036854775807\n");
+    write("out.csv", "old\n");
+    EXPECT_EQ(run(readCsv("in.csv") + " -> deriveField(_, c => x => (\"b\", x.a * 2)) -> " +
+                  writeCsv("out.csv"))
+                  .ending,
+              "error");
+    EXPECT_EQ(read("out.csv"), "old\n");
+    EXPECT_EQ(files(), (std::vector<std::string>{"in.csv", "out.csv"}));
+    // A job may well write the file that it reads.
+    EXPECT_EQ(run(readCsv("in.csv") + " -> " + writeCsv("in.csv")).ending, "success");
+    EXPECT_EQ(read("in.csv"), "a\n1\n9223372036854775807\n");
+}
+
+TEST_F(ReadWriteTest, NamedDataSourcesLastAcrossJobs)
+{
+    write("in.csv", "a,b\n1,x\n");
+    const std::string read = readCsv("in.csv");
+    const auto show = [this](const std::string& name) {
+        const auto listener =
+            run(R"(read({"dataSource": ")" + name + R"("}) -> )" + writeCsv("out.csv"));
+        return listener.ending == "success" ? EngineFixture::read("out.csv") : listener.errorText;
+    };
+    EXPECT_THAT(show("kept"), HasSubstr(R"(no data source "kept")"));
+    EXPECT_EQ(run(read + R"( -> write({"dataSource": "kept", "mode": "append"}))").ending,
+              "success");
+    EXPECT_EQ(run(read + R"( -> write({"dataSource": "kept", "mode": "append"}))").ending,
+              "success");
+    EXPECT_EQ(show("kept"), "a,b\n1,x\n1,x\n");
+    EXPECT_THAT(run(read + R"( -> filterFields({"fields": ["a"]}) ->
+                              write({"dataSource": "kept", "mode": "append"}))")
+                    .errorText,
+                HasSubstr(R"(they lack the field "b")"));
+    EXPECT_EQ(run(read + R"( -> filterFields({"fields": ["a"]}) -> write({"dataSource": "kept"}))")
+                  .ending,
+              "success");
+    EXPECT_EQ(show("kept"), "a\n1\n");
+    // One job may read what its earlier statement writes, replace what it reads, and add to it.
+    const auto chained = run(read + R"( -> write({"dataSource": "kept"})
+        read({"dataSource": "kept"}) -> deriveField(_, c => x => ("c", x.a + 1)) ->
+            write({"dataSource": "kept"})
+        read({"dataSource": "kept"}) -> )" +
+                             writeCsv("out.csv"));
+    EXPECT_EQ(chained.ending, "success") << chained.errorText;
+    EXPECT_EQ(EngineFixture::read("out.csv"), "a,b,c\n1,x,2\n");
+    EXPECT_THAT(run(read + R"( -> write({"dataSource": "kept", "mode": "upsert"}))").errorText,
+                HasSubstr("known are append and overwrite"));
+}
+
+constexpr std::pair<const char*, const char*> kConfigurationFaults[] = {
+    {"read({})", "no source is given"},
+    {R"(read({"geospatial": {"location": "x"}}))",
+     R"("geospatial", map sources, is not available)"},
+    {R"(read({"dataSource": "a", "filesystem": {}}))", "more than one source"},
+    {R"(read({"dataSource": 3}))", R"("dataSource" must be a text, not a number)"},
+    {R"(read({"filesystem": {"locations": []}}))", R"("filesystem.locations" is empty)"},
+    {R"(read({"filesystem": {"locations": [{"path": "a", "parser": {"name": "csv"}},
+        {"path": "b"}]}}))",
+     "names 2 files, the second b"},
+    {R"(read({"filesystem": {"locations": [{"path": "a"}]}}))",
+     R"("filesystem.locations[0].parser")"},
+    {R"(read({"dataSource": "a"}) -> write({}))", R"(there is no data source "a")"},
+    {R"(read("a"))", "the configuration must be an object, not a text"},
+    {"read()", "the step is written read(configuration)"},
+};
+
+TEST_F(ReadWriteTest, ConfigurationsAreChecked)
+{
+    for (const auto& [job, fault] : kConfigurationFaults)
+        EXPECT_THAT(run(job).errorText, HasSubstr(fault)) << job;
+    write("in.csv", "a\n1\n");
+    for (const auto& [write, fault] :
+         {std::pair{R"({})", "no destination is given"},
+          {R"({"dataDestination": "x", "type": "text/geojson"})", "not available"},
+          {R"({"dataDestination": "x", "type": "text/plain"})", R"(is "text/plain")"},
+          {R"({"dataDestination": "x"})", R"("type" is missing)"},
+          {R"({"dataDestination": "x", "type": "text/csv", "dataPassword": "p"})", "sealed"}})
+        EXPECT_THAT(run(readCsv("in.csv") + " -> write(" + write + ")").errorText,
+                    HasSubstr(fault));
+}
+
+} // namespace
