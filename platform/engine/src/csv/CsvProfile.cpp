@@ -25,12 +25,9 @@ bool isWhole(const std::string& text)
 
 CsvScanner scannerFor(const std::string& path)
 {
-    try
-    {
+    try {
         return CsvScanner(path);
-    }
-    catch (const std::system_error& error)
-    {
+    } catch (const std::system_error& error) {
         throw JobError(errors::kFileUnreadable,
                        "read: " + path + ": the file cannot be read: " + error.code().message());
     }
@@ -38,8 +35,7 @@ CsvScanner scannerFor(const std::string& path)
 
 } // namespace
 
-CsvProfile::CsvProfile(std::string path, bool hasHeader,
-                       std::vector<CFField::StorageType> expected)
+CsvProfile::CsvProfile(std::string path, bool hasHeader, std::vector<CFField::StorageType> expected)
     : _path(std::move(path)), _scanner(scannerFor(_path)), _hasHeader(hasHeader),
       _expected(std::move(expected))
 {
@@ -50,8 +46,7 @@ void CsvProfile::readNames()
 {
     if (!_scanner.next(_fields))
         throw JobError(errors::kFileEmpty, "read: " + _path + ": the file holds no line with text");
-    for (const CsvField& field : _fields)
-    {
+    for (const CsvField& field : _fields) {
         if (!isUtf8(field.text) || field.text.find('\0') != std::string_view::npos)
             throw JobError(errors::kNotOfItsKind,
                            "read: " + _path + ":1: this is not a CSV file in UTF-8");
@@ -65,8 +60,7 @@ void CsvProfile::readNames()
 
 CFField::StorageType CsvProfile::storageOf(std::size_t column) const
 {
-    switch (_kinds[column])
-    {
+    switch (_kinds[column]) {
     case CsvKind::Integer:
         return CFField::Integer;
     case CsvKind::Real:
@@ -83,10 +77,8 @@ CFField::StorageType CsvProfile::storageOf(std::size_t column) const
 }
 
 bool CsvProfile::read(std::uint64_t records, const std::function<bool()>& goOn)
-try
-{
-    while (_records < records && !_complete)
-    {
+try {
+    while (_records < records && !_complete) {
         if (goOn && _records % kRecordsBetweenLooks == 0 && !goOn())
             return false;
         if (_scanner.next(_fields))
@@ -95,13 +87,9 @@ try
             _complete = true;
     }
     return true;
-}
-catch (const std::length_error& error)
-{
+} catch (const std::length_error& error) {
     throw JobError(errors::kBadRecord, "read: " + _path + ": " + error.what());
-}
-catch (const std::system_error& error)
-{
+} catch (const std::system_error& error) {
     throw JobError(errors::kFileUnreadable,
                    "read: " + _path + ": the file cannot be read: " + error.code().message());
 }
@@ -111,14 +99,11 @@ void CsvProfile::take()
     ++_records;
     if (_fields.size() != _names.size())
         return;
-    for (std::size_t column = 0; column < _fields.size(); ++column)
-    {
-        if (!_expected.empty())
-        {
+    for (std::size_t column = 0; column < _fields.size(); ++column) {
+        if (!_expected.empty()) {
             if (_expected[column] == CFField::Integer || _expected[column] == CFField::Date)
                 checkExpected(column, kindOf(_fields[column]));
-        }
-        else if (_kinds[column] != CsvKind::Text)
+        } else if (_kinds[column] != CsvKind::Text)
             _kinds[column] = widened(_kinds[column], kindOf(_fields[column]));
     }
 }

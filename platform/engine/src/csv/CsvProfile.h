@@ -17,10 +17,9 @@ namespace EmbeddedHV {
 class CsvProfile
 {
 public:
-    /// Reads the first record: the names, or what numbers the fields. `expected`, if not empty, fixes
-    /// the types of the columns from outside. Throws JobError that names the file.
-    CsvProfile(std::string path, bool hasHeader,
-               std::vector<CFField::StorageType> expected = {});
+    /// Reads the first record: the names, or what numbers the fields. `expected`, if not empty,
+    /// fixes the types of the columns from outside. Throws JobError that names the file.
+    CsvProfile(std::string path, bool hasHeader, std::vector<CFField::StorageType> expected = {});
 
     const std::vector<std::string>& names() const { return _names; }
     /// A column without any value is a String.

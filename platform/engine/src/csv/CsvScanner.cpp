@@ -42,8 +42,7 @@ bool CsvScanner::refill()
     _consumed += _at;
     _end -= _at;
     _at = 0;
-    if (_end == _buffer.size())
-    {
+    if (_end == _buffer.size()) {
         if (_buffer.size() >= kLongestRecord)
             throw std::length_error("line " + std::to_string(_line) + " does not end");
         _buffer.resize(_buffer.size() * 2);
@@ -58,8 +57,7 @@ bool CsvScanner::refill()
 
 std::size_t CsvScanner::skipBlankLines()
 {
-    while (_at < _end && isLineEnd(_buffer[_at]))
-    {
+    while (_at < _end && isLineEnd(_buffer[_at])) {
         // A line feed after a carriage return belongs to the same line end.
         if (_buffer[_at] == '\n' || (_at + 1 < _end && _buffer[_at + 1] != '\n'))
             ++_line;
@@ -84,15 +82,13 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
     fields.clear();
     std::uint64_t lines = 0;
     std::size_t at = _at;
-    while (true)
-    {
+    while (true) {
         CsvField field;
         const std::size_t end = fieldEnd(at, field, lines);
         if (end == kUnknown)
             return false;
         fields.push_back(field);
-        if (end == _end || isLineEnd(_buffer[end]))
-        {
+        if (end == _end || isLineEnd(_buffer[end])) {
             _recordLine = _line;
             _line += lines;
             _at = end;
@@ -119,19 +115,16 @@ std::size_t CsvScanner::quotedEnd(std::size_t from, CsvField& field, std::uint64
 {
     field.quoted = true;
     std::size_t at = from + 1;
-    while (at < _end)
-    {
+    while (at < _end) {
         if (_buffer[at] == '\n')
             ++lines;
-        if (_buffer[at] != '"')
-        {
+        if (_buffer[at] != '"') {
             ++at;
             continue;
         }
         if (at + 1 == _end && !_atEnd)
             return kUnknown;
-        if (at + 1 < _end && _buffer[at + 1] == '"')
-        {
+        if (at + 1 < _end && _buffer[at + 1] == '"') {
             at += 2;
             continue;
         }

@@ -148,8 +148,9 @@ CsvKind widened(CsvKind left, CsvKind right)
         return left;
     if (left == CsvKind::Missing)
         return right;
-    const auto both = [&](CsvKind narrow, CsvKind wide)
-    { return (left == narrow && right == wide) || (left == wide && right == narrow); };
+    const auto both = [&](CsvKind narrow, CsvKind wide) {
+        return (left == narrow && right == wide) || (left == wide && right == narrow);
+    };
     if (both(CsvKind::Integer, CsvKind::Real))
         return CsvKind::Real;
     return both(CsvKind::Date, CsvKind::Timestamp) ? CsvKind::Timestamp : CsvKind::Text;

@@ -51,8 +51,7 @@ Result Connection::query(const std::string& sql)
     duckdb_result raw{};
     const bool succeeded = duckdb_query(_connection, sql.c_str(), &raw) == DuckDBSuccess;
     Result result(raw);
-    if (!succeeded)
-    {
+    if (!succeeded) {
         const char* text = duckdb_result_error(&result.handle());
         throw QueryError(text ? text : "the statement failed");
     }
@@ -74,8 +73,7 @@ std::vector<std::pair<std::string, duckdb_type>> Prepared::columns() const
 {
     std::vector<std::pair<std::string, duckdb_type>> columns;
     const auto count = duckdb_prepared_statement_column_count(_statement);
-    for (idx_t i = 0; i < count; ++i)
-    {
+    for (idx_t i = 0; i < count; ++i) {
         const std::unique_ptr<const char, void (*)(const char*)> name(
             duckdb_prepared_statement_column_name(_statement, i),
             [](const char* text) { duckdb_free(const_cast<char*>(text)); });
@@ -90,8 +88,7 @@ Result Prepared::stream()
     duckdb_result raw{};
     const bool succeeded = duckdb_execute_prepared_streaming(_statement, &raw) == DuckDBSuccess;
     Result result(raw);
-    if (!succeeded)
-    {
+    if (!succeeded) {
         const char* text = duckdb_result_error(&result.handle());
         throw QueryError(text ? text : "the statement failed");
     }

@@ -31,8 +31,7 @@ std::string csvTable(const std::string& path, bool hasHeader, const Fields& colu
                ", rejects_scan = " + quotedLiteral(rejectScansOf(rejects));
     sql += ", columns = {";
     const char* separator = "";
-    for (const CFField& column : columns)
-    {
+    for (const CFField& column : columns) {
         sql += separator + quotedLiteral(column.GetName()) + ": '" +
                sqlTypeOf(column.GetStorage()) + "'";
         separator = ", ";

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "runtime/DataModel.h"
-#include "runtime/SealedFile.h"
 #include "runtime/ScratchFile.h"
+#include "runtime/SealedFile.h"
 
 namespace EmbeddedHV {
 

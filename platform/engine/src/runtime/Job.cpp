@@ -38,20 +38,15 @@ void Job::run(const std::string& text)
     _statements = planner->statementCount();
     if (_statements == 0)
         _reporter.message(errors::kNoStatement, "the job has no statement, so nothing was done");
-    while (_done < _statements)
-    {
+    while (_done < _statements) {
         std::vector<Statement> batch = planAhead(*planner, _done);
-        try
-        {
-            for (Statement& statement : batch)
-            {
+        try {
+            for (Statement& statement : batch) {
                 runStatement(statement);
                 ++_done;
                 _reporter.progress(static_cast<double>(_done) / static_cast<double>(_statements));
             }
-        }
-        catch (const Reread&)
-        {
+        } catch (const Reread&) {
             batch.clear();
             startOver();
             planner = std::make_unique<Planner>(program, _context);
@@ -62,15 +57,11 @@ void Job::run(const std::string& text)
 std::vector<Statement> Job::planAhead(Planner& planner, std::size_t from)
 {
     std::vector<Statement> batch;
-    for (std::size_t i = from; i < _statements; ++i)
-    {
+    for (std::size_t i = from; i < _statements; ++i) {
         throwIfCancelled();
-        try
-        {
+        try {
             batch.push_back(planner.planStatement(i));
-        }
-        catch (const NotYetWritten&)
-        {
+        } catch (const NotYetWritten&) {
             break;
         }
     }
@@ -132,12 +123,9 @@ void Job::execute(const std::string& sql, Node& node, const Statement& statement
     gatherChecks(node, checks);
     for (SourceCheck* check : checks)
         check->start(_cancellation);
-    try
-    {
+    try {
         runSql(sql, !statement.output);
-    }
-    catch (const duck::QueryError& error)
-    {
+    } catch (const duck::QueryError& error) {
         explainFailure(error, checks, statement);
     }
     for (SourceCheck* check : checks)
@@ -148,13 +136,11 @@ void Job::execute(const std::string& sql, Node& node, const Statement& statement
 
 void Job::runSql(const std::string& sql, bool keepsNothing)
 {
-    const auto progress = [this](double part)
-    {
+    const auto progress = [this](double part) {
         _reporter.progress((static_cast<double>(_done) + part) / static_cast<double>(_statements));
     };
     const QueryWatch watch(_context.connection->handle(), _cancellation, progress);
-    if (!keepsNothing)
-    {
+    if (!keepsNothing) {
         _context.connection->query(sql);
         return;
     }

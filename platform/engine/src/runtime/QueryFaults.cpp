@@ -28,7 +28,7 @@ std::optional<std::string> between(const std::string& text, std::string_view beg
 
 /// The words of types in the database's messages and in this engine's.
 constexpr std::pair<std::string_view, const char*> kTypeWords[] = {
-    {"BIGINT", "Integer"}, {"DOUBLE", "Real"}, {"DATE", "Date"},
+    {"BIGINT", "Integer"},      {"DOUBLE", "Real"}, {"DATE", "Date"},
     {"TIMESTAMP", "Timestamp"}, {"TIME", "Time"},
 };
 

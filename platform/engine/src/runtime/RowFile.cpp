@@ -25,13 +25,12 @@ RowFile::RowFile(Database& database, const WrittenFile& file, const std::string&
     : _name(fileNameOf(file.path)), _dataModel(dataModelOf(file.fields))
 {
     std::string path = file.path;
-    if (!file.password.empty())
-    {
+    if (!file.password.empty()) {
         _scratch = openSealed(path, file.password, scratchFolder, {});
         path = _scratch->path();
     }
-    const std::string from = file.kind == FileKind::Csv ? csvTable(path, true, file.fields, "")
-                                                        : parquetTable(path);
+    const std::string from =
+        file.kind == FileKind::Csv ? csvTable(path, true, file.fields, "") : parquetTable(path);
     _connection = std::make_unique<ConnectionLease>(database.connect());
     duck::Prepared statement(**_connection, "SELECT " + columnList(file.fields) + " FROM " + from);
     _result = std::make_unique<duck::Result>(statement.stream());
@@ -42,8 +41,7 @@ RowFile::RowFile(Database& database, const WrittenFile& file, const std::string&
 void RowFile::load(Column& column, duckdb_vector vector, std::size_t rows)
 {
     column.validity = duckdb_vector_get_validity(vector);
-    switch (column.storage)
-    {
+    switch (column.storage) {
     case CFField::Integer:
         convert<std::int64_t>(column.numbers, vector, rows,
                               [](std::int64_t value) { return static_cast<double>(value); });
@@ -57,8 +55,9 @@ void RowFile::load(Column& column, duckdb_vector vector, std::size_t rows)
         break;
     case CFField::Time:
     case CFField::Timestamp:
-        convert<std::int64_t>(column.numbers, vector, rows, [](std::int64_t microseconds)
-                              { return static_cast<double>(microseconds) / kMicroseconds; });
+        convert<std::int64_t>(column.numbers, vector, rows, [](std::int64_t microseconds) {
+            return static_cast<double>(microseconds) / kMicroseconds;
+        });
         break;
     default:
         column.texts = static_cast<duckdb_string_t*>(duckdb_vector_get_data(vector));
@@ -70,12 +69,9 @@ bool RowFile::fetch()
 {
     if (!_result || _ended)
         return false;
-    try
-    {
+    try {
         _chunk = duck::nextChunk(*_result);
-    }
-    catch (const duck::QueryError& error)
-    {
+    } catch (const duck::QueryError& error) {
         _ended = true;
         throw Exception("the rows of " + _name + " cannot be read: " + error.what());
     }
@@ -102,19 +98,14 @@ unsigned int RowFile::getRecordValue(unsigned long long fieldIndex, void*& value
     if (fieldIndex >= _columns.size())
         return EndOfData;
     Column& column = _columns[fieldIndex];
-    if (column.validity && !duckdb_validity_row_is_valid(column.validity, _row))
-    {
+    if (column.validity && !duckdb_validity_row_is_valid(column.validity, _row)) {
         value = nullptr;
         length = 0;
-    }
-    else if (column.storage == CFField::String)
-    {
+    } else if (column.storage == CFField::String) {
         duckdb_string_t& text = column.texts[_row];
         value = const_cast<char*>(duckdb_string_t_data(&text));
         length = duckdb_string_t_length(text);
-    }
-    else
-    {
+    } else {
         value = &column.numbers[_row];
         length = sizeof(double);
     }

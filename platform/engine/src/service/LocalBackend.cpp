@@ -47,12 +47,9 @@ private:
 
 std::unique_ptr<Backend> makeLocalBackend(JNIEnv*, const EHVAppSetting& settings)
 {
-    try
-    {
+    try {
         return std::make_unique<LocalBackend>(settings);
-    }
-    catch (const duck::QueryError& error)
-    {
+    } catch (const duck::QueryError& error) {
         throw Exception(std::string("the engine's database does not start: ") + error.what());
     }
 }

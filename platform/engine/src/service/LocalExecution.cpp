@@ -23,8 +23,7 @@ std::string newExecutionId()
 
 } // namespace
 
-LocalExecution::LocalExecution(Database& database, const FileSpace& files,
-                               DataSources& dataSources)
+LocalExecution::LocalExecution(Database& database, const FileSpace& files, DataSources& dataSources)
     : _context(std::in_place, database, files, dataSources)
 {
     _context->cancellation = &_cancellation;
@@ -75,8 +74,7 @@ void LocalExecution::execute(JNIEnv*, ExecutionListener* listener)
     _context->profiles.clear();
     _context->unwritten.clear();
     _context->dropTables();
-    switch (ending)
-    {
+    switch (ending) {
     case Ending::Success:
         reporter.success();
         break;
@@ -93,44 +91,29 @@ void LocalExecution::execute(JNIEnv*, ExecutionListener* listener)
 LocalExecution::Ending LocalExecution::run(Reporter& reporter, std::optional<JobError>& fault)
 {
     std::set<std::string> told; // a statement that is planned twice tells its messages once
-    _context->message = [&](const std::string& id, const std::string& text)
-    {
+    _context->message = [&](const std::string& id, const std::string& text) {
         if (told.insert(id + text).second)
             reporter.message(id, text);
     };
-    const auto unexpected = [&fault](const std::string& what)
-    { fault.emplace(errors::kInternal, "the job failed: " + what); };
-    try
-    {
+    const auto unexpected = [&fault](const std::string& what) {
+        fault.emplace(errors::kInternal, "the job failed: " + what);
+    };
+    try {
         Job(*_context, reporter, _cancellation).run(_jobText);
         return Ending::Success;
-    }
-    catch (const JobCancelled&)
-    {
+    } catch (const JobCancelled&) {
         return Ending::Cancelled;
-    }
-    catch (const JobError& error)
-    {
+    } catch (const JobError& error) {
         fault = error;
-    }
-    catch (const Exception& exception)
-    {
+    } catch (const Exception& exception) {
         unexpected(exception.getMessage());
-    }
-    catch (const JavaException& exception)
-    {
+    } catch (const JavaException& exception) {
         unexpected(exception.getMessage());
-    }
-    catch (const std::bad_alloc&)
-    {
+    } catch (const std::bad_alloc&) {
         fault.emplace(errors::kOutOfMemory, "the job failed: there is not enough memory");
-    }
-    catch (const std::exception& exception)
-    {
+    } catch (const std::exception& exception) {
         unexpected(exception.what());
-    }
-    catch (...)
-    {
+    } catch (...) {
         unexpected("unknown exception");
     }
     // Whatever failed after a cancellation failed because of it.
@@ -142,15 +125,12 @@ RowDataIterator* LocalExecution::getOutputIterator(JNIEnv*, const std::string& f
     const auto found = context().written.find(fileName);
     if (found == _context->written.end())
         throw Exception("the job has written no file \"" + fileName + "\"");
-    try
-    {
+    try {
         return _outputs
             .emplace_back(std::make_unique<RowFile>(_context->database, found->second,
                                                     _context->files.scratchFolder()))
             .get();
-    }
-    catch (const std::exception& exception)
-    {
+    } catch (const std::exception& exception) {
         throw Exception("the rows of \"" + fileName + "\" cannot be read: " + exception.what());
     }
 }

@@ -26,20 +26,15 @@ std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobTex
     JobContext context(_database, _files, _dataSources);
     context.cancellation = &cancellation;
     context.message = [](const std::string&, const std::string&) {};
-    try
-    {
+    try {
         const language::Program program = language::parseProgram(jobText);
         Planner planner(program, context);
         if (planner.statementCount() == 0)
             throw Exception("the job has no statement, so it has no data model");
         return dataModelOf(planner.planStatement(planner.statementCount() - 1).result->fields);
-    }
-    catch (const JobError& error)
-    {
+    } catch (const JobError& error) {
         throw Exception(error.text());
-    }
-    catch (const duck::QueryError& error)
-    {
+    } catch (const duck::QueryError& error) {
         throw Exception(error.what());
     }
 }

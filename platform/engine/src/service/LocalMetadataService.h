@@ -7,7 +7,8 @@
 
 namespace EmbeddedHV {
 
-/// Questions about jobs that do not run. Questions about maps throw Exception: this engine has none.
+/// Questions about jobs that do not run. Questions about maps throw Exception: this engine has
+/// none.
 class LocalMetadataService : public MetadataService
 {
 public:

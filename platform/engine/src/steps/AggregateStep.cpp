@@ -62,8 +62,8 @@ const Function& functionOf(const Settings& output)
     std::vector<std::string_view> names;
     for (const Function& known : kFunctions)
         names.push_back(known.name);
-    output.refuse("function", "is \"" + name + "\", which is no aggregate function" +
-                                  suggestion(name, names));
+    output.refuse("function",
+                  "is \"" + name + "\", which is no aggregate function" + suggestion(name, names));
 }
 
 /// The pieces of the SELECT that grow output by output.
@@ -80,8 +80,7 @@ std::string filledIn(const char* sql, const std::string& column, const std::stri
                      std::int64_t centile)
 {
     std::string text;
-    for (const char character : std::string_view(sql))
-    {
+    for (const char character : std::string_view(sql)) {
         if (character == '$')
             text += column;
         else if (character == '#')
@@ -96,16 +95,14 @@ std::string filledIn(const char* sql, const std::string& column, const std::stri
 
 CFField resultField(const std::string& name, const Function& function, const CFField* input)
 {
-    if (function.name == "key")
-    {
+    if (function.name == "key") {
         CFField key(name, input->GetType(), input->GetStorage(), input->GetRole());
         key.SetLabel(input->GetLabel());
         return key;
     }
     if (function.gives == Gives::Integer)
         return plainField(name, CFField::Integer);
-    return plainField(name,
-                      function.gives == Gives::Real ? CFField::Real : input->GetStorage());
+    return plainField(name, function.gives == Gives::Real ? CFField::Real : input->GetStorage());
 }
 
 std::int64_t centileOf(const Settings& output, const Function& function)
@@ -179,18 +176,16 @@ StepResult planAggregate(StepCall& call)
     settings.reportOthers(call.context.message);
     Fields fields = aggregation.fields;
     return {derivedNode(std::move(fields), {call.input()},
-                        [aggregation, number](const std::vector<std::string>& inputs)
-                        {
-                            const std::string from =
-                                aggregation.ordered
-                                    ? "(SELECT *, row_number() OVER () AS " + number + " FROM " +
-                                          inputs[0] + ")"
-                                    : inputs[0];
+                        [aggregation, number](const std::vector<std::string>& inputs) {
+                            const std::string from = aggregation.ordered
+                                                         ? "(SELECT *, row_number() OVER () AS " +
+                                                               number + " FROM " + inputs[0] + ")"
+                                                         : inputs[0];
                             return "SELECT " + aggregation.columns + " FROM " + from + " AS t" +
-                                   (aggregation.keys.empty() ? ""
-                                                             : " GROUP BY " + aggregation.keys +
-                                                                   " ORDER BY " +
-                                                                   aggregation.order);
+                                   (aggregation.keys.empty()
+                                        ? ""
+                                        : " GROUP BY " + aggregation.keys + " ORDER BY " +
+                                              aggregation.order);
                         }),
             nullptr};
 }

@@ -23,10 +23,10 @@ bool canLose(CFField::StorageType storage)
 
 CsvCheck::CsvCheck(CsvCheckSettings settings) : _settings(std::move(settings))
 {
-    const bool lossy = std::any_of(_settings.fields.begin(), _settings.fields.end(),
-                                   [](const CFField& field) { return canLose(field.GetStorage()); });
-    if (_settings.guess)
-    {
+    const bool lossy =
+        std::any_of(_settings.fields.begin(), _settings.fields.end(),
+                    [](const CFField& field) { return canLose(field.GetStorage()); });
+    if (_settings.guess) {
         if (!_settings.guess->complete() && _settings.guess->records() < _settings.mostRecords)
             _profile = _settings.guess;
     }
@@ -59,22 +59,17 @@ bool CsvCheck::guessHolds() const
 
 void CsvCheck::readRest()
 {
-    try
-    {
-        _profile->read(_settings.mostRecords,
-                       [this]
-                       {
-                           if (_stop || _cancellation->cancelled())
-                               return false;
-                           // No use in running on: the plan is wrong. A guess goes on to the end,
-                           // since the next plan needs it.
-                           if (_profile->misfit() || (_settings.guess && !guessHolds()))
-                               _cancellation->stopStatement();
-                           return !_profile->misfit();
-                       });
-    }
-    catch (...)
-    {
+    try {
+        _profile->read(_settings.mostRecords, [this] {
+            if (_stop || _cancellation->cancelled())
+                return false;
+            // No use in running on: the plan is wrong. A guess goes on to the end,
+            // since the next plan needs it.
+            if (_profile->misfit() || (_settings.guess && !guessHolds()))
+                _cancellation->stopStatement();
+            return !_profile->misfit();
+        });
+    } catch (...) {
         _failure = std::current_exception();
     }
 }
@@ -94,15 +89,14 @@ void CsvCheck::refuseMisfit(const CsvProfile::Misfit& misfit) const
     const CFField& field = _settings.fields[misfit.column];
     throw JobError(errors::kBadRecord, "read: " + _settings.path + ":" +
                                            std::to_string(misfit.line) + ": field \"" +
-                                           field.GetName() + "\": \"" + misfit.text +
-                                           "\" is not " + typeWordOf(field.GetStorage()));
+                                           field.GetName() + "\": \"" + misfit.text + "\" is not " +
+                                           typeWordOf(field.GetStorage()));
 }
 
 void CsvCheck::finish(duck::Connection& connection, Reporter& reporter)
 {
     join(true);
-    if (_profile && !_cancellation->cancelled())
-    {
+    if (_profile && !_cancellation->cancelled()) {
         if (_settings.guess && !guessHolds())
             throw Reread{};
         if (const auto& misfit = _profile->misfit())
@@ -117,8 +111,7 @@ void CsvCheck::abandon(const std::string& databaseMessage)
     const bool stopped = _cancellation && _cancellation->stopping();
     const bool conversion = isCsvConversionFault(databaseMessage, _settings.path);
     // Either the check stopped the statement, or the database met the value first.
-    if (!_profile || _cancellation->cancelled() || !(stopped || conversion))
-    {
+    if (!_profile || _cancellation->cancelled() || !(stopped || conversion)) {
         join(false);
         return;
     }
@@ -135,21 +128,19 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
     duck::Result conversions = connection.query(
         "SELECT count(*) FROM " + table + " WHERE error_message LIKE 'Error when converting%'");
     // The whole file decides on types, bad records or not.
-    if (_settings.guess && conversions.integer(0, 0) > 0)
-    {
+    if (_settings.guess && conversions.integer(0, 0) > 0) {
         _settings.guess->read(UINT64_MAX, [this] { return !_cancellation->cancelled(); });
         _profile = _settings.guess;
         if (!guessHolds())
             throw Reread{};
     }
-    duck::Result bad =
-        connection.query("SELECT line, min(error_message) FROM " + table +
-                         " GROUP BY line ORDER BY line" +
-                         (_settings.errorThreshold < 0
-                              ? std::string()
-                              : " LIMIT " + std::to_string(std::min<std::int64_t>(
-                                                _settings.errorThreshold, INT64_MAX - 1) +
-                                            1)));
+    duck::Result bad = connection.query(
+        "SELECT line, min(error_message) FROM " + table + " GROUP BY line ORDER BY line" +
+        (_settings.errorThreshold < 0
+             ? std::string()
+             : " LIMIT " +
+                   std::to_string(std::min<std::int64_t>(_settings.errorThreshold, INT64_MAX - 1) +
+                                  1)));
     const auto count = static_cast<std::int64_t>(bad.rows());
     if (_settings.errorThreshold >= 0 && count > _settings.errorThreshold)
         throw JobError(errors::kTooManyBadRecords,

@@ -80,13 +80,13 @@ Fields CsvPlan::modelledFields()
         return fieldsByPlace();
     const std::vector<std::string>& names = _known->names();
     const Fields& model = *_settings.dataModel;
-    const bool allKnown = std::all_of(names.begin(), names.end(), [&](const std::string& name)
-                                      { return findField(model, name) != nullptr; });
+    const bool allKnown = std::all_of(names.begin(), names.end(), [&](const std::string& name) {
+        return findField(model, name) != nullptr;
+    });
     if (!allKnown)
         readProfile(UINT64_MAX);
     Fields fields;
-    for (std::size_t i = 0; i < names.size(); ++i)
-    {
+    for (std::size_t i = 0; i < names.size(); ++i) {
         const CFField* known = findField(model, names[i]);
         fields.push_back(known ? *known : plainField(names[i], _known->storageOf(i)));
     }
@@ -111,8 +111,7 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
     check.fields = node->fields;
     check.errorThreshold = settings.errorThreshold;
     check.mostRecords = settings.mostRecords;
-    if (settings.errorThreshold != 0)
-    {
+    if (settings.errorThreshold != 0) {
         check.rejects = context.newTable("hv_rejects_");
         context.tables.push_back(rejectScansOf(check.rejects));
     }

@@ -29,8 +29,9 @@ FileOutput::FileOutput(JobContext& context, FileOutputSettings settings, Fields 
         return;
     if (_settings.modelPath == _settings.path)
         throw JobError(errors::kSettingType,
-                       std::string(kStep) + ": \"dataDestination\" and \"dataModelDestination\" "
-                                            "name the same file, " +
+                       std::string(kStep) +
+                           ": \"dataDestination\" and \"dataModelDestination\" "
+                           "name the same file, " +
                            _settings.path);
     _model.emplace(_settings.modelPath, kStep);
 }
@@ -38,17 +39,13 @@ FileOutput::FileOutput(JobContext& context, FileOutputSettings settings, Fields 
 std::string FileOutput::statement(const std::string& select)
 {
     std::string path = _data.path();
-    if (!_settings.password.empty())
-    {
-        try
-        {
+    if (!_settings.password.empty()) {
+        try {
             _plain = std::make_unique<ScratchFile>(_context.files.scratchFolder());
-        }
-        catch (const std::system_error& error)
-        {
-            throw JobError(errors::kFileUnwritable, std::string(kStep) + ": " + _settings.path +
-                                                        ": the file cannot be sealed: " +
-                                                        error.what());
+        } catch (const std::system_error& error) {
+            throw JobError(errors::kFileUnwritable,
+                           std::string(kStep) + ": " + _settings.path +
+                               ": the file cannot be sealed: " + error.what());
         }
         path = _plain->path();
     }
@@ -68,28 +65,20 @@ void FileOutput::seal()
         open(_data.path().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
     if (!sealed)
         PendingFile::refuse(kStep, _settings.path, errno);
-    try
-    {
+    try {
         _plain->rewind();
-        sealFile(_plain->descriptor(), sealed.get(), _settings.password,
-                 [this]
-                 {
-                     if (_context.stopping())
-                         throw Stopped{};
-                 });
-    }
-    catch (const Stopped&)
-    {
-        throw JobError(errors::kQueryFailed, std::string(kStep) + ": " + _settings.path +
-                                                 ": the job was stopped");
-    }
-    catch (const SealedFileError& error)
-    {
+        sealFile(_plain->descriptor(), sealed.get(), _settings.password, [this] {
+            if (_context.stopping())
+                throw Stopped{};
+        });
+    } catch (const Stopped&) {
+        throw JobError(errors::kQueryFailed,
+                       std::string(kStep) + ": " + _settings.path + ": the job was stopped");
+    } catch (const SealedFileError& error) {
         if (error.code() != 0)
             PendingFile::refuse(kStep, _settings.path, error.code());
         throw JobError(errors::kFileUnwritable, std::string(kStep) + ": " + _settings.path +
-                                                    ": the file cannot be sealed: " +
-                                                    error.what());
+                                                    ": the file cannot be sealed: " + error.what());
     }
     _plain.reset();
 }
@@ -101,14 +90,10 @@ void FileOutput::commit()
     if (_model)
         _model->write(dataModelOf(_fields));
     _data.commit();
-    if (_model)
-    {
-        try
-        {
+    if (_model) {
+        try {
             _model->commit();
-        }
-        catch (const JobError&)
-        {
+        } catch (const JobError&) {
             _data.revoke();
             throw;
         }

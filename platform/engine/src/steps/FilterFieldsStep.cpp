@@ -10,8 +10,7 @@ StepResult planFilterFields(StepCall& call)
     if (names.empty())
         settings.refuse("fields", "is empty: no field would be left");
     Fields fields;
-    for (std::size_t i = 0; i < names.size(); ++i)
-    {
+    for (std::size_t i = 0; i < names.size(); ++i) {
         const CFField& field = call.inputField(settings.textAt(names, "fields", i));
         refuseDuplicate(fields, field.GetName(), call.name);
         fields.push_back(field);
@@ -19,8 +18,9 @@ StepResult planFilterFields(StepCall& call)
     settings.reportOthers(call.context.message);
     const std::string columns = columnList(fields);
     return {derivedNode(std::move(fields), {call.input()},
-                        [columns](const std::vector<std::string>& inputs)
-                        { return "SELECT " + columns + " FROM " + inputs[0]; }),
+                        [columns](const std::vector<std::string>& inputs) {
+                            return "SELECT " + columns + " FROM " + inputs[0];
+                        }),
             nullptr};
 }
 

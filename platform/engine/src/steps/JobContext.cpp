@@ -19,14 +19,10 @@ std::string JobContext::newTable(const char* prefix)
 
 void JobContext::dropTables() noexcept
 {
-    for (const std::string& table : tables)
-    {
-        try
-        {
+    for (const std::string& table : tables) {
+        try {
             connection->query("DROP TABLE IF EXISTS " + quotedIdentifier(table));
-        }
-        catch (const std::exception&)
-        {
+        } catch (const std::exception&) {
             continue; // it goes with the connection
         }
     }

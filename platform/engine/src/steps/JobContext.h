@@ -8,8 +8,8 @@
 
 #include "csv/CsvProfile.h"
 #include "runtime/Cancellation.h"
-#include "runtime/Database.h"
 #include "runtime/DataSources.h"
+#include "runtime/Database.h"
 #include "runtime/FileSpace.h"
 #include "runtime/RowFile.h"
 #include "runtime/RowSource.h"
@@ -25,7 +25,8 @@ struct NotYetWritten
 {
 };
 
-/// A row iterator that the job reads: one node for all steps that name it, since its rows come once.
+/// A row iterator that the job reads: one node for all steps that name it, since its rows come
+/// once.
 struct IteratorInput
 {
     std::unique_ptr<RowSource> source;

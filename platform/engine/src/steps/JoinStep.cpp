@@ -25,7 +25,7 @@ std::string columnOf(std::size_t input, const std::string& field)
 /// The pieces of a join's SELECT.
 struct Join
 {
-    std::string type; ///< as the configuration says it
+    std::string type;                                 ///< as the configuration says it
     std::vector<std::vector<std::string>> conditions; ///< by the later input of each
     std::vector<bool> keepsUnmatched;
     std::vector<std::string> columns;
@@ -67,14 +67,13 @@ private:
 std::size_t JoinReader::inputOf(const std::string& tag, const std::string& key) const
 {
     std::vector<std::string_view> tags;
-    for (std::size_t i = 0; i < _call.inputs.size(); ++i)
-    {
+    for (std::size_t i = 0; i < _call.inputs.size(); ++i) {
         if (_call.inputs[i].tag == tag)
             return i;
         tags.emplace_back(_call.inputs[i].tag);
     }
-    _settings.refuse(key, "names \"" + tag + "\", which is the tag of no input" +
-                              suggestion(tag, tags));
+    _settings.refuse(key,
+                     "names \"" + tag + "\", which is the tag of no input" + suggestion(tag, tags));
 }
 
 void JoinReader::readType()
@@ -82,8 +81,8 @@ void JoinReader::readType()
     constexpr std::string_view kTypes[] = {"Inner", "Outer", "Anti", "Cartesian"};
     _join.type = _settings.text("joinType").value_or("Inner");
     if (std::find(std::begin(kTypes), std::end(kTypes), _join.type) == std::end(kTypes))
-        _settings.refuse("joinType", "is \"" + _join.type +
-                                         "\"; known are Inner, Outer, Anti and Cartesian");
+        _settings.refuse("joinType",
+                         "is \"" + _join.type + "\"; known are Inner, Outer, Anti and Cartesian");
     if ((_join.type == "Outer" || _join.type == "Anti") && _call.inputs.size() > 2)
         throw JobError(errors::kStepInput, _call.name + ": a join of type " + _join.type +
                                                " takes two inputs, not " +
@@ -113,8 +112,7 @@ void JoinReader::addMatch(const Settings& match)
 
 void JoinReader::readMatchFields()
 {
-    if (_join.type == "Cartesian")
-    {
+    if (_join.type == "Cartesian") {
         if (_settings.has("matchFields"))
             _settings.neededList("matchFields");
         return;
@@ -130,8 +128,7 @@ void JoinReader::readMatchFields()
 
 void JoinReader::readUnmatched()
 {
-    if (!_settings.has("nonMatchingSources"))
-    {
+    if (!_settings.has("nonMatchingSources")) {
         // Without a word on it, an outer join keeps all and an anti join asks about the first.
         std::fill(_join.keepsUnmatched.begin(), _join.keepsUnmatched.end(), _join.type == "Outer");
         _join.keepsUnmatched[0] = _join.type == "Outer" || _join.type == "Anti";
@@ -157,11 +154,10 @@ void JoinReader::addColumn(std::size_t input, const CFField& field)
 void JoinReader::readOutputFields()
 {
     const Json none = Json::object();
-    const Settings output =
-        _settings.has("outputFields") ? _settings.neededObject("outputFields")
-                                      : Settings(none, _call.name, "outputFields");
-    for (std::size_t i = 0; i < _call.inputs.size(); ++i)
-    {
+    const Settings output = _settings.has("outputFields")
+                                ? _settings.neededObject("outputFields")
+                                : Settings(none, _call.name, "outputFields");
+    for (std::size_t i = 0; i < _call.inputs.size(); ++i) {
         const StepInput& input = _call.inputs[i];
         const bool dropped = _join.type == "Anti" && !_join.keepsUnmatched[i];
         if (!output.has(input.tag))
@@ -170,8 +166,8 @@ void JoinReader::readOutputFields()
         if (dropped && !names.empty())
             output.refuse(input.tag, "names fields of an input whose records an Anti join drops");
         for (std::size_t name = 0; name < names.size(); ++name)
-            addColumn(i, fieldOf(input.node->fields, output.textAt(names, input.tag, name),
-                                 _call.name));
+            addColumn(
+                i, fieldOf(input.node->fields, output.textAt(names, input.tag, name), _call.name));
     }
     output.reportOthers(_call.context.message);
     if (!_join.fields.empty())
@@ -214,8 +210,7 @@ std::string selectOf(const Join& join, const std::vector<std::string>& inputs)
     if (join.type == "Anti")
         return antiJoin(join, inputs);
     std::string from = inputs[0] + " AS " + aliasOf(0);
-    for (std::size_t i = 1; i < inputs.size(); ++i)
-    {
+    for (std::size_t i = 1; i < inputs.size(); ++i) {
         if (join.type == "Cartesian")
             from += " CROSS JOIN " + inputs[i] + " AS " + aliasOf(i);
         else
@@ -238,9 +233,9 @@ StepResult planJoin(StepCall& call)
     std::vector<NodePtr> inputs;
     for (const StepInput& input : call.inputs)
         inputs.push_back(input.node);
-    return {derivedNode(std::move(fields), std::move(inputs),
-                        [join](const std::vector<std::string>& froms)
-                        { return selectOf(join, froms); }),
+    return {derivedNode(
+                std::move(fields), std::move(inputs),
+                [join](const std::vector<std::string>& froms) { return selectOf(join, froms); }),
             nullptr};
 }
 

@@ -17,8 +17,7 @@ struct Stopped
 
 const char* idOf(SealedFileError::Kind kind)
 {
-    switch (kind)
-    {
+    switch (kind) {
     case SealedFileError::Kind::WrongPassword:
         return errors::kWrongPassword;
     case SealedFileError::Kind::System:
@@ -37,26 +36,19 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
     if (settings.password.empty())
         throw JobError(errors::kPasswordMissing,
                        prefix + "the file is sealed with a password, and none is given");
-    try
-    {
+    try {
         return openSealed(settings.path, settings.password, context.files.scratchFolder(),
-                          [&context]
-                          {
+                          [&context] {
                               if (context.stopping())
                                   throw Stopped{};
                           });
-    }
-    catch (const Stopped&)
-    {
+    } catch (const Stopped&) {
         return nullptr;
-    }
-    catch (const SealedFileError& error)
-    {
+    } catch (const SealedFileError& error) {
         throw JobError(idOf(error.kind()), prefix + error.what());
-    }
-    catch (const std::system_error& error)
-    {
-        throw JobError(errors::kFileUnreadable, prefix + "the file cannot be read: " + error.what());
+    } catch (const std::system_error& error) {
+        throw JobError(errors::kFileUnreadable,
+                       prefix + "the file cannot be read: " + error.what());
     }
 }
 
@@ -64,21 +56,16 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
 /// are there all the same.
 Fields innerModel(JobContext& context, const std::string& path)
 {
-    try
-    {
+    try {
         duck::Result model = context.connection->query(
             "SELECT decode(value) FROM parquet_kv_metadata(" + quotedLiteral(literalPath(path)) +
             ") WHERE key = " + quotedLiteral(kDataModelKey) + "::BLOB");
         if (model.rows() > 0)
             return fieldsOfDataModel(model.text(0, 0), "the data model in " + path,
                                      errors::kDataModel);
-    }
-    catch (const duck::QueryError&)
-    {
+    } catch (const duck::QueryError&) {
         return {};
-    }
-    catch (const JobError&)
-    {
+    } catch (const JobError&) {
         return {};
     }
     return {};
@@ -93,31 +80,27 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
     const std::string table = parquetTable(path);
     std::string columns;
     auto node = std::make_shared<Node>();
-    try
-    {
+    try {
         const duck::Prepared statement(*context.connection, "SELECT * FROM " + table);
-        for (const auto& [name, type] : statement.columns())
-        {
+        for (const auto& [name, type] : statement.columns()) {
             const std::string quoted = quotedIdentifier(name);
             const std::string column = canonicalColumn(quoted, type);
-            columns += (columns.empty() ? "" : ", ") + column +
-                       (column == quoted ? "" : " AS " + quoted);
+            columns +=
+                (columns.empty() ? "" : ", ") + column + (column == quoted ? "" : " AS " + quoted);
             node->fields.push_back(plainField(name, storageOfColumn(type)));
         }
-    }
-    catch (const duck::QueryError& error)
-    {
+    } catch (const duck::QueryError& error) {
         throw JobError(errors::kNotOfItsKind,
                        "read: " + settings.path + ": this is not a " +
                            (settings.kind == FileKind::Sav ? "SAV" : "HVBF") +
                            " file, or it is cut short",
                        error.what());
     }
-    adoptMetadata(node->fields, settings.dataModel ? *settings.dataModel
-                                                   : innerModel(context, path));
+    adoptMetadata(node->fields,
+                  settings.dataModel ? *settings.dataModel : innerModel(context, path));
     // The file without a name lives as long as the node that reads it.
-    node->select = [scratch, sql = "SELECT " + columns + " FROM " + table](
-                       const std::vector<std::string>&) { return sql; };
+    node->select = [scratch, sql = "SELECT " + columns + " FROM " +
+                                   table](const std::vector<std::string>&) { return sql; };
     return node;
 }
 

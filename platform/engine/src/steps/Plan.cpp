@@ -20,14 +20,13 @@ NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
                     std::function<std::string(const std::vector<std::string>&)> select)
 {
     auto node = std::make_shared<Node>();
-    for (const NodePtr& input : inputs)
-    {
+    for (const NodePtr& input : inputs) {
         node->depth = std::max(node->depth, input->shared ? 1 : input->depth + 1);
         node->steps = std::max(node->steps, input->steps + 1);
     }
     if (node->steps > kMostSteps)
-        throw JobError(errors::kLiteralSize, "the job has a chain of more than " +
-                                                 std::to_string(kMostSteps) + " steps");
+        throw JobError(errors::kLiteralSize,
+                       "the job has a chain of more than " + std::to_string(kMostSteps) + " steps");
     node->fields = std::move(fields);
     node->inputs = std::move(inputs);
     node->select = std::move(select);

@@ -21,7 +21,8 @@ public:
     virtual ~SourceCheck() = default;
     /// Before the statement.
     virtual void start(Cancellation& cancellation) = 0;
-    /// After a statement that succeeded; before its output gets its name. Throws JobError or Reread.
+    /// After a statement that succeeded; before its output gets its name. Throws JobError or
+    /// Reread.
     virtual void finish(duck::Connection& connection, Reporter& reporter) = 0;
     /// After a statement that failed; throws Reread if reading anew can mend it.
     virtual void abandon(const std::string& databaseMessage) = 0;

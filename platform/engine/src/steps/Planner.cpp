@@ -55,10 +55,8 @@ Planner::Planner(const language::Program& program, JobContext& context)
 
 void Planner::bindNames()
 {
-    for (const auto& item : _program.items)
-    {
-        if (const auto* statement = std::get_if<language::Pipeline>(&item))
-        {
+    for (const auto& item : _program.items) {
+        if (const auto* statement = std::get_if<language::Pipeline>(&item)) {
             _statements.push_back(statement);
             continue;
         }
@@ -92,7 +90,8 @@ const language::Pipeline& Planner::chainOf(const std::string& name) const
         return *found->second;
     if (_values.contains(name))
         throw JobError(errors::kNameKind,
-                       "\"" + name + "\" is a value, not a chain that a step can take records from");
+                       "\"" + name +
+                           "\" is a value, not a chain that a step can take records from");
     std::vector<std::string_view> names;
     for (const auto& [known, chain] : _chains)
         names.emplace_back(known);
@@ -115,11 +114,11 @@ void Planner::visit(const std::string& name, std::set<std::string>& open,
         return;
     const language::Pipeline& chain = chainOf(name);
     if (!open.insert(name).second)
-        throw JobError(errors::kCycle, placeOf(chain.position) + ": the chain \"" + name +
-                                           "\" uses itself");
+        throw JobError(errors::kCycle,
+                       placeOf(chain.position) + ": the chain \"" + name + "\" uses itself");
     if (open.size() > kMostNestedChains)
-        throw JobError(errors::kLiteralSize, placeOf(chain.position) + ": the chain \"" + name +
-                                                 "\" is nested too deep");
+        throw JobError(errors::kLiteralSize,
+                       placeOf(chain.position) + ": the chain \"" + name + "\" is nested too deep");
     for (const std::string& input : chainsIn(chain))
         visit(input, open, done);
     open.erase(name);
@@ -158,8 +157,7 @@ StepResult Planner::planPipeline(const language::Pipeline& pipeline)
     StepResult result;
     if (!pipeline.input.empty())
         result.node = planChain(pipeline.input, pipeline.steps.front().fullName());
-    for (const language::Step& step : pipeline.steps)
-    {
+    for (const language::Step& step : pipeline.steps) {
         if (result.output)
             throw JobError(errors::kStepInput, step.fullName() + ": nothing can follow write, "
                                                                  "which gives no records");
@@ -175,8 +173,8 @@ NodePtr Planner::planChain(const std::string& name, const std::string& step)
         return planned;
     StepResult result = planPipeline(chainOf(name));
     if (result.output)
-        throw JobError(errors::kStepInput, step + ": the chain \"" + name +
-                                               "\" ends in write, which gives no records");
+        throw JobError(errors::kStepInput,
+                       step + ": the chain \"" + name + "\" ends in write, which gives no records");
     planned = std::move(result.node);
     planned->shared = planned->shared || _uses[name] > 1;
     return planned;
@@ -204,8 +202,7 @@ void Planner::gatherInputs(const language::Step& step, NodePtr input, StepCall& 
 {
     if (input)
         call.inputs.push_back({"", std::move(input)});
-    for (const language::Argument& argument : step.arguments)
-    {
+    for (const language::Argument& argument : step.arguments) {
         if (argument.kind != language::Argument::Kind::Tagged)
             continue;
         for (const StepInput& known : call.inputs)
@@ -224,13 +221,11 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
         if (argument.kind != Kind::Tagged)
             places.push_back(&argument);
     const bool takesLambda = kind.arguments == StepArguments::Lambda;
-    const auto refuse = [&](const std::string& form)
-    {
+    const auto refuse = [&](const std::string& form) {
         throw JobError(errors::kStepArguments, placeOf(step.position) + ": " + call.name +
                                                    ": the step is written " + call.name + form);
     };
-    if (takesLambda)
-    {
+    if (takesLambda) {
         if (places.size() != 2 || places[0]->kind != Kind::Open || places[1]->kind != Kind::Value)
             refuse("(_, lambda)");
         call.lambda = lambdaOf(*places[1]->value, call.name);
@@ -241,8 +236,7 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
         refuse("(configuration)");
     if (open)
         return;
-    const auto lookup = [this](const std::string& name) -> const language::Expression*
-    {
+    const auto lookup = [this](const std::string& name) -> const language::Expression* {
         const auto found = _values.find(name);
         return found == _values.end() ? nullptr : found->second;
     };
@@ -254,20 +248,17 @@ const language::Expression* Planner::lambdaOf(const language::Expression& argume
 {
     const language::Expression* expression = &argument;
     // A name may be bound to a name; a ring of them ends after as many steps as there are names.
-    for (std::size_t hops = 0; hops <= _values.size(); ++hops)
-    {
+    for (std::size_t hops = 0; hops <= _values.size(); ++hops) {
         const auto* name = std::get_if<language::Name>(&expression->value);
         if (!name)
             return expression;
         const auto found = _values.find(name->name);
-        if (found == _values.end())
-        {
+        if (found == _values.end()) {
             std::vector<std::string_view> names;
             for (const auto& [known, value] : _values)
                 names.emplace_back(known);
-            throw JobError(errors::kUnknownName, step + ": there is no definition \"" +
-                                                     name->name + "\"" +
-                                                     suggestion(name->name, names));
+            throw JobError(errors::kUnknownName, step + ": there is no definition \"" + name->name +
+                                                     "\"" + suggestion(name->name, names));
         }
         expression = found->second;
     }

@@ -20,14 +20,12 @@ struct Limits
 Limits limitsOf(const Settings& settings)
 {
     Limits limits;
-    if (const auto most = settings.integer("maxRecordsCount"))
-    {
+    if (const auto most = settings.integer("maxRecordsCount")) {
         if (*most < 0)
             settings.refuse("maxRecordsCount", "is below 0");
         limits.mostRecords = static_cast<std::uint64_t>(*most);
     }
-    if (const auto threshold = settings.integer("readErrorThreshold"))
-    {
+    if (const auto threshold = settings.integer("readErrorThreshold")) {
         if (*threshold < -1)
             settings.refuse("readErrorThreshold", "is below -1");
         limits.errorThreshold = *threshold;
@@ -49,8 +47,9 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
     if (!input.node->shared)
         input.source->limitTo(limits.mostRecords);
     const std::string table = input.source->table();
-    input.node->select = [table](const std::vector<std::string>&)
-    { return "SELECT * FROM " + table; };
+    input.node->select = [table](const std::vector<std::string>&) {
+        return "SELECT * FROM " + table;
+    };
     return input.node;
 }
 
@@ -95,29 +94,24 @@ NodePtr fileNode(StepCall& call, const Settings& files, const Limits& limits)
     const Settings parser = location.neededObject("parser");
     const std::string format = parser.neededText("name");
     const Json noConfiguration = Json::object();
-    const Settings configuration = parser.has("config")
-                                       ? parser.neededObject("config")
-                                       : Settings(noConfiguration, call.name);
+    const Settings configuration =
+        parser.has("config") ? parser.neededObject("config") : Settings(noConfiguration, call.name);
     if (format != "csv" && format != "sav" && format != "hvbf")
         parser.refuse("name", "is \"" + format + "\"; known are csv, sav and hvbf");
     const std::string path = call.context.inputPath(location.neededText("path"));
     checkInputFile(path, call.name);
     std::optional<Fields> dataModel;
-    if (const auto model = files.text("dataModel"); model && !model->empty())
-    {
+    if (const auto model = files.text("dataModel"); model && !model->empty()) {
         const std::string modelPath = call.context.inputPath(*model);
         dataModel = fieldsOfDataModel(readSmallFile(modelPath, call.name),
                                       "the data model " + modelPath, errors::kDataModel);
     }
     NodePtr node;
-    if (format == "csv")
-    {
+    if (format == "csv") {
         const bool hasHeader = configuration.flag("hasHeader").value_or(false);
         node = planCsv(call.context,
                        {path, hasHeader, limits.errorThreshold, limits.mostRecords, dataModel});
-    }
-    else
-    {
+    } else {
         const bool isSav = format == "sav";
         const std::string password =
             isSav ? configuration.text("dataPassword").value_or("") : std::string();
@@ -136,8 +130,9 @@ NodePtr limited(NodePtr node, const Limits& limits)
     const std::string clause = " LIMIT " + std::to_string(limits.mostRecords);
     Fields fields = node->fields;
     return derivedNode(std::move(fields), {std::move(node)},
-                       [clause](const std::vector<std::string>& inputs)
-                       { return "SELECT * FROM " + inputs[0] + clause; });
+                       [clause](const std::vector<std::string>& inputs) {
+                           return "SELECT * FROM " + inputs[0] + clause;
+                       });
 }
 
 } // namespace
@@ -146,8 +141,8 @@ StepResult planRead(StepCall& call)
 {
     const Settings settings = call.settings();
     const Limits limits = limitsOf(settings);
-    const int sources = settings.has("dataSource") + settings.has("filesystem") +
-                        settings.has("geospatial");
+    const int sources =
+        settings.has("dataSource") + settings.has("filesystem") + settings.has("geospatial");
     if (sources == 0)
         throw JobError(errors::kSettingMissing,
                        call.name + ": no source is given: the setting \"dataSource\" or "

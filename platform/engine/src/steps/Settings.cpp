@@ -12,8 +12,7 @@ namespace {
 
 const char* wordOf(const Json& value)
 {
-    switch (value.type())
-    {
+    switch (value.type()) {
     case Json::value_t::object:
         return "an object";
     case Json::value_t::array:
@@ -51,8 +50,7 @@ void Settings::refuse(const std::string& key, const std::string& problem) const
 
 void Settings::refuseType(const std::string& path, const char* wanted, const Json& found) const
 {
-    const std::string what =
-        path.empty() ? "the configuration" : "the setting \"" + path + "\"";
+    const std::string what = path.empty() ? "the configuration" : "the setting \"" + path + "\"";
     throw JobError(errors::kSettingType,
                    _step + ": " + what + " must be " + wanted + ", not " + wordOf(found));
 }

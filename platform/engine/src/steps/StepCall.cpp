@@ -13,8 +13,8 @@ const CFField& fieldOf(const Fields& fields, const std::string& field, const std
     std::vector<std::string_view> names;
     for (const CFField& known : fields)
         names.emplace_back(known.GetName());
-    throw JobError(errors::kUnknownField, step + ": the input has no field \"" + field + "\"" +
-                                              suggestion(field, names));
+    throw JobError(errors::kUnknownField,
+                   step + ": the input has no field \"" + field + "\"" + suggestion(field, names));
 }
 
 void refuseDuplicate(const Fields& fields, const std::string& field, const std::string& step)
@@ -26,9 +26,9 @@ void refuseDuplicate(const Fields& fields, const std::string& field, const std::
         return;
     throw JobError(errors::kDuplicateField,
                    step + ": there is a field \"" + taken->GetName() + "\" already" +
-                       (taken->GetName() == field ? std::string()
-                                                  : ", and \"" + field +
-                                                        "\" differs from it only in letter case"));
+                       (taken->GetName() == field
+                            ? std::string()
+                            : ", and \"" + field + "\" differs from it only in letter case"));
 }
 
 const CFField& StepCall::inputField(const std::string& field) const

@@ -26,9 +26,9 @@ struct StepCall
     JobContext& context;
     std::string name;
     std::vector<StepInput> inputs;
-    Json configuration;                             ///< null if the text has none
-    const language::Expression* lambda = nullptr;   ///< steps with a lambda
-    const Definitions& definitions;                 ///< what a lambda may name
+    Json configuration;                           ///< null if the text has none
+    const language::Expression* lambda = nullptr; ///< steps with a lambda
+    const Definitions& definitions;               ///< what a lambda may name
 
     const NodePtr& input() const { return inputs.front().node; }
     Settings settings() const { return {configuration, name}; }

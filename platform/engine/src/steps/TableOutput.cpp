@@ -25,19 +25,17 @@ TableOutput::~TableOutput()
 
 void TableOutput::checkFields(const Fields& known) const
 {
-    const auto refuse = [this](const std::string& problem)
-    {
-        throw JobError(errors::kAppendMismatch, "write: the records cannot be appended to " +
-                                                    target() + ": " + problem);
+    const auto refuse = [this](const std::string& problem) {
+        throw JobError(errors::kAppendMismatch,
+                       "write: the records cannot be appended to " + target() + ": " + problem);
     };
-    for (const CFField& field : known)
-    {
+    for (const CFField& field : known) {
         const CFField* offered = findField(_fields, field.GetName());
         if (!offered)
             refuse("they lack the field \"" + field.GetName() + "\"");
         if (offered->GetStorage() != field.GetStorage())
-            refuse("the field \"" + field.GetName() + "\" is " +
-                   typeWordOf(offered->GetStorage()) + ", not " + typeWordOf(field.GetStorage()));
+            refuse("the field \"" + field.GetName() + "\" is " + typeWordOf(offered->GetStorage()) +
+                   ", not " + typeWordOf(field.GetStorage()));
     }
     for (const CFField& field : _fields)
         if (!findField(known, field.GetName()))
@@ -66,12 +64,9 @@ void TableOutput::commit()
 
 void TableOutput::drop(const std::string& table)
 {
-    try
-    {
+    try {
         _context.connection->query("DROP TABLE IF EXISTS " + quotedIdentifier(table));
-    }
-    catch (const duck::QueryError&)
-    {
+    } catch (const duck::QueryError&) {
         // Another job still reads it: the table is unreachable by name and goes with the service.
         return;
     }

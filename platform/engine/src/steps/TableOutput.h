@@ -32,7 +32,7 @@ private:
     std::string _name;
     Fields _fields;
     std::string _table;
-    bool _insert = false;    ///< the table is there, and records are added to it
+    bool _insert = false;     ///< the table is there, and records are added to it
     bool _unfinished = false; ///< a new table that has no name yet
 };
 

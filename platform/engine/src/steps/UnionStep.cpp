@@ -22,10 +22,10 @@ void widen(CFField& field, const CFField& other, const std::string& step)
     const auto common =
         commonType(valueTypeOf(field.GetStorage()), valueTypeOf(other.GetStorage()));
     if (!common)
-        throw JobError(errors::kOperandType,
-                       step + ": the field \"" + field.GetName() + "\" is " +
-                           typeWordOf(field.GetStorage()) + " in one input and " +
-                           typeWordOf(other.GetStorage()) + " in another");
+        throw JobError(errors::kOperandType, step + ": the field \"" + field.GetName() + "\" is " +
+                                                 typeWordOf(field.GetStorage()) +
+                                                 " in one input and " +
+                                                 typeWordOf(other.GetStorage()) + " in another");
     CFField wider(field.GetName(), field.GetType(), storageOf(*common), field.GetRole());
     wider.SetLabel(field.GetLabel());
     field = wider;
@@ -36,16 +36,14 @@ std::vector<UnionField> matchedByPosition(const StepCall& call)
     std::vector<UnionField> result;
     for (const CFField& field : call.inputs.front().node->fields)
         result.push_back({field, {}});
-    for (const StepInput& input : call.inputs)
-    {
+    for (const StepInput& input : call.inputs) {
         const Fields& fields = input.node->fields;
         if (fields.size() != result.size())
             throw JobError(errors::kStepInput,
                            call.name + ": the inputs have " + std::to_string(result.size()) +
                                " and " + std::to_string(fields.size()) +
                                " fields, so they cannot be matched by position");
-        for (std::size_t i = 0; i < fields.size(); ++i)
-        {
+        for (std::size_t i = 0; i < fields.size(); ++i) {
             widen(result[i].field, fields[i], call.name);
             result[i].places.push_back(static_cast<int>(i));
         }
@@ -65,11 +63,9 @@ UnionField* findByName(std::vector<UnionField>& fields, const std::string& name,
 std::vector<UnionField> matchedByName(const StepCall& call, bool matchCase)
 {
     std::vector<UnionField> result;
-    for (std::size_t input = 0; input < call.inputs.size(); ++input)
-    {
+    for (std::size_t input = 0; input < call.inputs.size(); ++input) {
         const Fields& fields = call.inputs[input].node->fields;
-        for (std::size_t i = 0; i < fields.size(); ++i)
-        {
+        for (std::size_t i = 0; i < fields.size(); ++i) {
             UnionField* known = findByName(result, fields[i].GetName(), matchCase);
             if (known)
                 widen(known->field, fields[i], call.name);
@@ -88,8 +84,7 @@ std::string columnsOf(const std::vector<UnionField>& fields, const Fields& input
                       std::size_t input)
 {
     std::string columns;
-    for (const UnionField& field : fields)
-    {
+    for (const UnionField& field : fields) {
         const int place = field.places[input];
         const std::string value =
             place < 0 ? std::string("NULL")
@@ -114,21 +109,18 @@ StepResult planUnion(StepCall& call)
     const std::vector<UnionField> matched =
         byPosition ? matchedByPosition(call) : matchedByName(call, matchCase);
     Fields fields;
-    for (const UnionField& field : matched)
-    {
+    for (const UnionField& field : matched) {
         refuseDuplicate(fields, field.field.GetName(), call.name);
         fields.push_back(field.field);
     }
     std::vector<NodePtr> inputs;
     std::vector<std::string> columns;
-    for (std::size_t i = 0; i < call.inputs.size(); ++i)
-    {
+    for (std::size_t i = 0; i < call.inputs.size(); ++i) {
         inputs.push_back(call.inputs[i].node);
         columns.push_back(columnsOf(matched, call.inputs[i].node->fields, i));
     }
     return {derivedNode(std::move(fields), std::move(inputs),
-                        [columns](const std::vector<std::string>& froms)
-                        {
+                        [columns](const std::vector<std::string>& froms) {
                             std::string sql;
                             for (std::size_t i = 0; i < froms.size(); ++i)
                                 sql += (i == 0 ? "SELECT " : " UNION ALL SELECT ") + columns[i] +

@@ -26,8 +26,8 @@ FileKind kindOf(const Settings& settings)
     if (type == kGeoJson)
         throw JobError(errors::kNotAvailable, settings.step() + ": the type \"" + type +
                                                   "\" is not available in this engine yet");
-    settings.refuse("type", "is \"" + type +
-                                "\"; known are application/x-vexa-sav, text/csv and hvbf");
+    settings.refuse("type",
+                    "is \"" + type + "\"; known are application/x-vexa-sav, text/csv and hvbf");
 }
 
 std::unique_ptr<Output> tableOutput(StepCall& call, const Settings& settings)
@@ -39,8 +39,8 @@ std::unique_ptr<Output> tableOutput(StepCall& call, const Settings& settings)
     if (call.context.iterators.contains(name))
         settings.refuse("dataSource",
                         "is \"" + name + "\", the name of a row iterator that the job reads");
-    auto output = std::make_unique<TableOutput>(call.context, name, mode == "append",
-                                                call.input()->fields);
+    auto output =
+        std::make_unique<TableOutput>(call.context, name, mode == "append", call.input()->fields);
     call.context.unwritten.insert(name);
     return output;
 }
