@@ -6,17 +6,6 @@
 #include "bridge/JNIObjectManager.h"
 #include "bridge/JavaCall.h"
 
-namespace {
-/// Tells the machine that some more local references are to come. It grants them anyway; asking
-/// keeps its checked mode from reporting wrappers that live long as a leak.
-void expectLocals(JNIEnv* env)
-{
-    constexpr jint Headroom = 16;
-    if (env->EnsureLocalCapacity(Headroom) != JNI_OK)
-        env->ExceptionClear();
-}
-} // namespace
-
 JNIHvlAccessor::JNIHvlAccessor() : JNIAccessor(nullptr)
 {
     setEnv(getJNIObjectManager()->getEnv());
@@ -54,7 +43,6 @@ JNIHvlAccessor::~JNIHvlAccessor()
 
 void JNIHvlAccessor::init(jobject object, bool global)
 {
-    expectLocals(getEnv());
     setClassOf(object);
     setObjectG(object, global, true);
     handleException(false);
@@ -79,10 +67,8 @@ void JNIHvlAccessor::setObjectG(jobject object, bool global, bool track)
 
 void JNIHvlAccessor::keepLocal(jobject local)
 {
-    if (local == nullptr)
-        return;
-    expectLocals(getEnv());
-    _localRefs.push_back(local);
+    if (local != nullptr)
+        _localRefs.push_back(local);
 }
 
 jobject JNIHvlAccessor::finishNew(jobject local, bool global, bool track)

@@ -19,6 +19,7 @@ bool isDropped(const std::string& id)
     return id.empty() || std::find(kDroppedIds.begin(), kDroppedIds.end(), id) != kDroppedIds.end();
 }
 
+/// The host fills in the split variables and values of the present group.
 void showLabelled(const TnUTF8String& text)
 {
     TnComposite line("Split file [%1 = %2:,^1 = ^2:]1. ^2", true);
@@ -127,6 +128,7 @@ void HVProgressListener::displayAllMessages(bool showError, bool splitLabel)
 
 void HVProgressListener::displayMessages(bool labelled) const
 {
+    // Anew at each call: jobs in a row each show theirs.
     std::set<std::string> shown;
     for (const std::string& message : _messages)
         if (!message.empty() && shown.insert(message).second)

@@ -33,12 +33,14 @@ public:
     HVProgressListener(const HVProgressListener&) = delete;
     HVProgressListener& operator=(const HVProgressListener&) = delete;
 
+    /// Each of the three ends a job; the last call decides the state.
     void onCancel() override;
     void onError(const std::string& id, const std::string& text,
                  const std::string& detail) override;
     void onInit(const std::string& executionId) override;
     /// Has no effect: a message counts only with its id.
     void onMessage(const std::string& text) override;
+    /// Hands the fraction to the host as it comes, neither scaled nor limited in rate.
     void onProgress(float fraction) override;
     void onSuccess() override;
     /// Keeps the text, unless the id is empty or one of those that say nothing to the user.
@@ -72,5 +74,6 @@ private:
     std::string _executionId;
     std::vector<std::string> _messages;
     TnProcedure* _procedure;
+    // The record that the host gets with each progress call; null without a procedure.
     std::unique_ptr<double> _progressValue;
 };

@@ -60,6 +60,7 @@ bool HVRunner::prepareActiveDS(ProcedureDataSource& dataSource, bool supportsWei
     const HostSettings found = readHostSettings();
     _savedWeight = found.weight;
     _savedSplit = found.split;
+    // From here on the data come unweighted and in one piece; the job weighs and splits itself.
     writeHostWeight(0);
     writeHostSplit(0);
     if (_savedWeight > 0 && !supportsWeight)
@@ -97,6 +98,7 @@ bool HVRunner::addInputIterator(HVStatDataIterator* iterator)
 
 bool HVRunner::execute()
 {
+    // Before the handler goes in: a stopped runner leaves no trace in the host.
     if (_impl->isStopProcessor())
         return false;
     if (_procedure == nullptr)

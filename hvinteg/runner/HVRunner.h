@@ -122,6 +122,7 @@ public:
 
 private:
     std::unique_ptr<HVRunnerImpl> _impl;
+    // As prepareActiveDS found them; what is not above 0 is not given back.
     std::int32_t _savedWeight = -1;
     std::int32_t _savedSplit = 0;
     std::unique_ptr<ParserMessage> _parserMessage;

@@ -26,25 +26,35 @@ public:
     HVRunnerImpl(const HVRunnerImpl&) = delete;
     HVRunnerImpl& operator=(const HVRunnerImpl&) = delete;
 
+    /// Ends the present execution, if there is one, before it makes the next. If the text is
+    /// refused the new execution stays, so that cleanExecution disposes it.
     void prepareHVLJob(const std::string& jobText);
+    /// These five need a prepared execution; the caller keeps the order, and nothing tests for it.
     void addInputContainer(HVStatContainer* container);
     void addOutputContainer(HVStatContainer* container);
     void addInputIterator(HVStatDataIterator* iterator);
     bool execute();
+    /// Any thread. Works in an environment of its own, not in the manager's.
     void cancelExecution();
+    /// Disposes and deletes. If the engine throws in dispose, the object is deleted all the same.
     void cleanExecution();
+    /// Answers with null, whatever the engine throws.
     EmbeddedHV::RowDataIterator* getOutputIterator(const std::string& fileName);
+    /// Ends the present execution first; answers with nothing, whatever the engine throws.
     bool getMetadata(const std::string& jobText, const HVStatContainer& container,
                      std::string& metadata);
 
     bool isStopProcessor() const { return _stopped; }
+    /// For a runner with a procedure only: a dialog that was cancelled stays cancelled.
     void resetStopRrocessor();
+    /// Takes the host's locale, which each execution is made with.
     void updateAppSetting();
 
 private:
     // First, so that it goes last: the manager outlives everything else that a runner holds.
     RunnerRegistration _registration;
     std::string _locale;
+    // Read by a cancelling thread without a lock: it changes only while no job runs.
     std::unique_ptr<EmbeddedHV::Execution> _execution;
     HVProgressListener* _listener;
     const bool _hasProcedure;

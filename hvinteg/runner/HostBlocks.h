@@ -12,7 +12,9 @@ struct HostSettings
     std::int32_t split = 0;
 };
 
+/// The settings as the host has them now. The procedure's thread, like the two below.
 HostSettings readHostSettings();
+/// 0 switches a setting off.
 void writeHostWeight(std::int32_t weight);
 void writeHostSplit(std::int32_t split);
 

@@ -17,6 +17,7 @@ RunnerRegistration::RunnerRegistration()
         }
         JNIObjectManager::newManager();
     }
+    // After everything that may throw: a runner that was not made does not count.
     ++runnerCount;
 }
 

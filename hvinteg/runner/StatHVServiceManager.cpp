@@ -33,10 +33,12 @@ struct StartSettings
 constexpr int kMostThreads = 4;
 constexpr int kCacheBytes = 0x400000;
 
+/// Asks the host for everything anew: a service that starts again follows its present settings.
 StartSettings gatherSettings()
 {
     CFAppHost::update();
     const CFAppHost& host = *CFAppHost::getInstance();
+    // The one text here that is in the host's encoding; the engine takes UTF-8.
     const std::string installation = PathFactory::getPathInstance()->getInstallationPath();
     const std::string installationPath = transcodeToUTF8(installation.c_str(), nullptr);
     const std::string tempRoot = FormalizeFilePath(host.getTempDirectory(), true);
@@ -85,6 +87,7 @@ EmbeddedHV::HVServiceManager* StatHVServiceManager::get(bool log)
     addProperties(appSetting, settings);
     if (log)
         logSettings(settings);
+    // Last, since it starts the virtual machine: a fault in the settings shows before that.
     JNIEnv* const env = JNIObjectManager::getManager()->getEnv();
     _service = std::make_unique<EmbeddedHV::HVServiceManager>(env, appSetting).release();
     return _service;

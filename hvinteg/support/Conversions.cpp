@@ -16,6 +16,7 @@
 
 namespace {
 
+/// `width` bytes of a case buffer, without the blanks that fill it up.
 void assignText(const OBS* value, std::size_t width, std::string& out)
 {
     std::vector<char> buffer(width + 1, '\0');
@@ -41,6 +42,7 @@ void assignNumber(double number, std::string& out)
 template <typename Number>
 Number readNumber(const std::string& text)
 {
+    // A stream reads as far as it can and no further, which no other conversion does in all cases.
     std::istringstream stream(text);
     stream.imbue(std::locale::classic());
     Number number = 0;

@@ -8,6 +8,7 @@
 #include "support/Paths.h"
 #include "support/Separators.h"
 
+/// What was found out at construction, and the listing that is under way, if one is.
 struct DirectorySpecific::Impl
 {
     std::string expandedPath;
@@ -31,6 +32,7 @@ void DirectorySpecific::Impl::lookUp(std::string path)
     if (rooted && path.empty())
         path = "\\";
     std::string expanded;
+    // A path that cannot be expanded stays empty: a lone backslash would be the root.
     if (ValidateDirSpecification(path, expanded, exists, readOnly) == 0)
         expandedPath = FormalizeFilePath(expanded, true);
 }
@@ -54,6 +56,7 @@ bool DirectorySpecific::Impl::next()
         if (listing == nullptr || !listing->Next(name))
             return false;
     } while (name == "." || name == "..");
+    // By the entry itself, so that a link tells what it leads to.
     const ExtNameStr whole(expandedPath + name);
     currentIsDirectory = FileAttributesOf(whole.GetU16()) == FileKind::Directory;
     currentName = name;

@@ -6,6 +6,7 @@
 #include "FileServices.h"
 #include "support/Paths.h"
 
+/// What was found out at construction.
 struct FileSpecific::Impl
 {
     std::string expandedPath;
@@ -25,6 +26,7 @@ void FileSpecific::Impl::lookUp(const std::string& path)
     expandedPath = buffer->data();
     state.valid = true;
     directory = FileAttributesOf(ExtNameStr(expandedPath).GetU16()) == FileKind::Directory;
+    // The host judges in use and locked for files only.
     if (directory) {
         std::string expanded;
         ValidateDirSpecification(expandedPath, expanded, state.exists, state.readOnly);

@@ -85,6 +85,7 @@ bool StatCopyFile(const std::string& target, const std::string& source)
                      std::ios::out | std::ios::binary | std::ios::trunc);
     if (!output.is_open())
         return false;
+    // An empty source sets the failbit here and is copied all the same.
     output << input.rdbuf();
     return true;
 }

@@ -9,6 +9,8 @@
 
 namespace {
 
+// Kept from the first use on: the engine is started with these, and a later change of the host's
+// temporary directory does not reach it.
 const ExtNameStr& analyticRoot()
 {
     static const ExtNameStr root(JoinFilePath(GetVexaTempPath(), "analytic-root/"));
@@ -21,6 +23,7 @@ const ExtNameStr& analyticDefaultDir()
     return directory;
 }
 
+/// A file that cannot be created shows when somebody writes it.
 void createEmpty(const ExtNameStr& path)
 {
     if (std::FILE* const file = ExtNameStr::fopen(path, "w"))
@@ -29,6 +32,7 @@ void createEmpty(const ExtNameStr& path)
 
 } // namespace
 
+/// The file itself, shared by all copies; the last one takes it away.
 struct HVSimpleFile::Impl
 {
     std::string fileName;
@@ -42,6 +46,7 @@ struct HVSimpleFile::Impl
     {
         if (!deleteOnClose)
             return;
+        // Whatever has the name by now: the engine writes files, others make directories of it.
         ExtNameStr::remove(path);
         RemoveDir(path.GetGeneric());
     }

@@ -49,6 +49,7 @@ bool HVStatTracer::init()
 
 void HVStatTracer::openRoot(const std::string& directory)
 {
+    // One that is there already is as good.
     MakeDir(directory);
     const DirectorySpecific root(directory);
     if (!root.Exists())
@@ -79,6 +80,7 @@ bool HVStatTracer::newTraceDir()
 {
     if (!_rootUsable || !takeDirectory())
         return _tracing;
+    // A stream that failed once would swallow every line of the next directory.
     if (_log.is_open())
         _log.close();
     _log.clear();
@@ -91,6 +93,7 @@ bool HVStatTracer::newTraceDir()
 bool HVStatTracer::addLog(const std::string& line)
 {
     if (_tracing)
+        // Flushed line by line, so that the log tells how far a process came that died.
         _log << line.c_str() << '\n' << std::flush;
     if (_printToViewer)
         showInViewer(line);

@@ -45,11 +45,15 @@ public:
     std::string traceRoot() const { return _root; }
 
 private:
+    /// Reads the environment and takes the first directory; whether tracing is on.
     bool init();
     void openRoot(const std::string& directory);
+    /// False if all numbers are taken, or none may be tried.
     bool takeDirectory();
     void writeFile(const std::string& text, const std::string& fileName, std::ios::openmode mode);
 
+    // In use: the root is there and can be written; lines go to the viewer too; a directory is
+    // open.
     bool _rootUsable = false;
     bool _printToViewer = false;
     bool _tracing = false;

@@ -1,1 +1,189 @@
+#include <JNIException.h>
+
+#include <functional>
+
+#include "bridge/JNIJSONArray.h"
+#include "bridge/JNIObjectManager.h"
 #include "support/JvmFixture.h"
+
+namespace {
+using Make = std::function<jobject(JNIHvlAccessor&, bool global, bool track)>;
+
+struct ValueCase
+{
+    const char* name;
+    const char* javaClass;
+    Make make;
+    bool listed; ///< whether the kind of value is ever tracked
+};
+
+template <class Value>
+ValueCase valueCase(const char* name, const char* javaClass, Value value, bool listed = true)
+{
+    return {name, javaClass,
+            [value](JNIHvlAccessor& accessor, bool global, bool track) {
+                return accessor.newObject(value, global, track);
+            },
+            listed};
+}
+
+class NewObject : public JvmTest, public testing::WithParamInterface<ValueCase>
+{
+};
+
+class AccessorTest : public JvmTest
+{
+protected:
+    /// A local reference that counts as ours.
+    jobject localObject()
+    {
+        JNIHvlAccessor maker;
+        return maker.newObject(7, false, false);
+    }
+};
+} // namespace
+
+TEST_P(NewObject, IsOwnedAsAsked)
+{
+    const ValueCase& value = GetParam();
+    {
+        JNIHvlAccessor accessor;
+        jobject const callers = value.make(accessor, false, false);
+        JNIAccessor type(env());
+        EXPECT_TRUE(env()->IsInstanceOf(callers, type.setClass(value.javaClass)));
+        env()->DeleteLocalRef(callers);
+
+        jobject const global = value.make(accessor, true, false);
+        EXPECT_EQ(jni().liveGlobals(), 1);
+        EXPECT_EQ(jni().liveLocals(), 0);
+        env()->DeleteGlobalRef(global);
+
+        jobject const listed = value.make(accessor, false, true);
+        EXPECT_EQ(jni().liveLocals(), 1);
+        if (!value.listed)
+            env()->DeleteLocalRef(listed);
+    }
+    EXPECT_EQ(jni().liveLocals(), 0) << "the wrapper deletes what it tracks";
+
+    JNIHvlAccessor accessor;
+    jobject const both = value.make(accessor, true, true);
+    EXPECT_EQ(jni().liveGlobals(), 1);
+    EXPECT_EQ(jni().liveLocals(), value.listed ? 1 : 0);
+    JNIObjectManager::getManager()->cleanJRef();
+    EXPECT_EQ(jni().liveGlobals(), value.listed ? 0 : 1);
+    if (!value.listed)
+        env()->DeleteGlobalRef(both);
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, NewObject,
+                         testing::Values(valueCase("string", "java/lang/String", std::string("x"),
+                                                   false),
+                                         valueCase("characters", "java/lang/String", "x"),
+                                         valueCase("int", "java/lang/Integer", 1),
+                                         valueCase("double", "java/lang/Double", 1.5),
+                                         valueCase("long", "java/lang/Long", 1LL),
+                                         valueCase("bool", "java/lang/Boolean", true)),
+                         [](const auto& rule) { return rule.param.name; });
+
+TEST_F(AccessorTest, AWrapperOfALocalReferenceDeletesIt)
+{
+    {
+        JNIHvlAccessor accessor;
+        accessor.init(localObject(), false);
+        EXPECT_EQ(jni().liveLocals(), 2) << "the object and its class";
+    }
+    EXPECT_EQ(jni().liveLocals(), 0);
+}
+
+TEST_F(AccessorTest, AGlobalReferenceOutlivesItsWrapper)
+{
+    jobject kept = nullptr;
+    {
+        JNIHvlAccessor accessor;
+        accessor.init("java/util/ArrayList", true);
+        kept = accessor.getObject();
+    }
+    EXPECT_EQ(jni().liveLocals(), 0);
+    EXPECT_EQ(jni().liveGlobals(), 1);
+    EXPECT_EQ(env()->GetObjectRefType(kept), JNIGlobalRefType);
+    JNIObjectManager::getManager()->cleanJRef();
+    EXPECT_EQ(jni().liveGlobals(), 0);
+}
+
+TEST_F(AccessorTest, CopiesOfALocalWrapperHaveReferencesOfTheirOwn)
+{
+    jobject const object = localObject();
+    auto first = std::make_unique<JNIHvlAccessor>();
+    first->init(object, false);
+    JNIHvlAccessor second(*first);
+    JNIHvlAccessor third;
+    third.init(localObject(), false);
+    third = *first;
+    const JNIHvlAccessor& same = third;
+    third = same;
+    first.reset();
+    EXPECT_EQ(jni().liveLocals(), 4);
+    EXPECT_EQ(env()->GetObjectRefType(second.getObject()), JNILocalRefType);
+    EXPECT_TRUE(env()->IsSameObject(second.getObject(), third.getObject()));
+    EXPECT_FALSE(second.getObject() == third.getObject());
+}
+
+TEST_F(AccessorTest, CopiesOfAGlobalWrapperShareTheObject)
+{
+    JNIJSONArray first;
+    JNIJSONArray second = first;
+    first.add(1);
+    EXPECT_EQ(second.serialize(), "[1]");
+    EXPECT_EQ(jni().liveGlobals(), 1);
+}
+
+TEST_F(AccessorTest, SetObjectTracksAsAsked)
+{
+    jobject const local = localObject();
+    JNIHvlAccessor accessor;
+    accessor.setObjectG(local, false, false);
+    EXPECT_EQ(accessor.getObject(), local);
+    accessor.setObjectG(local, true, false);
+    jobject const callers = accessor.getObject();
+    accessor.setObjectG(local, true, true);
+    JNIObjectManager::getManager()->cleanJRef();
+    EXPECT_EQ(jni().liveGlobals(), 1);
+    env()->DeleteGlobalRef(callers);
+    accessor.setObjectG(local, false, true);
+}
+
+TEST_F(AccessorTest, AnUnknownClassWrapsNothingAndIsTold)
+{
+    JNIHvlAccessor accessor;
+    accessor.init("no/such/Thing", true);
+    EXPECT_EQ(accessor.getObject(), nullptr);
+    EXPECT_NE(accessor.getErrorMessage().find("no/such/Thing"), std::string::npos);
+    accessor.init(static_cast<jobject>(nullptr), false);
+    EXPECT_EQ(accessor.getClass(), nullptr);
+}
+
+TEST_F(AccessorTest, AJavaExceptionBecomesACppOne)
+{
+    JNIJSONArray array;
+    try {
+        array.get(array.getObject(), 3);
+        FAIL() << "nothing thrown";
+    } catch (const JNIException& exception) {
+        EXPECT_EQ(exception.className(), "java.lang.IndexOutOfBoundsException");
+        EXPECT_EQ(exception.message(), "Index 3 out of bounds for length 0");
+        EXPECT_STREQ(exception.what(), exception.message().c_str());
+        EXPECT_NE(exception.trace().find("JSONArray.get"), std::string::npos);
+    }
+    EXPECT_EQ(array.getErrorMessage(), "Index 3 out of bounds for length 0");
+    EXPECT_NO_THROW(array.exceptionCheck());
+}
+
+TEST_F(AccessorTest, AGivenExceptionIsRecordedWithoutAMessageByItsName)
+{
+    JNIHvlAccessor thrown;
+    thrown.init("java/lang/IllegalStateException", false);
+    thrown.handleException(false, static_cast<jthrowable>(thrown.getObject()));
+    EXPECT_EQ(thrown.getErrorMessage(), "java.lang.IllegalStateException");
+    EXPECT_THROW(thrown.handleException(true, static_cast<jthrowable>(thrown.getObject())),
+                 JNIException);
+}

@@ -1,1 +1,70 @@
+#include "bridge/JNIObjectManager.h"
+
+#include <vector>
+
+#include "bridge/JNIJSONArtifact.h"
+#include "bridge/JNIJSONObject.h"
 #include "support/JvmFixture.h"
+
+namespace {
+using ObjectManagerTest = JvmTest;
+
+/// Tells the order of its end.
+class Noted : public JNIHvlAccessor
+{
+public:
+    Noted(int number, std::vector<int>& ended) : _number(number), _ended(ended) {}
+    Noted(const Noted&) = delete;
+    Noted& operator=(const Noted&) = delete;
+    ~Noted() override { _ended.push_back(_number); }
+
+private:
+    int _number;
+    std::vector<int>& _ended;
+};
+} // namespace
+
+TEST_F(ObjectManagerTest, CleansWrappersInOrderThroughTheirDestructors)
+{
+    std::vector<int> ended;
+    JNIObjectManager* manager = JNIObjectManager::getManager();
+    for (int number = 1; number <= 3; ++number) {
+        auto wrapper = std::make_unique<Noted>(number, ended);
+        wrapper->newObject("text", false, true);
+        manager->addtoCleanList(wrapper.release());
+        manager->addtoCleanList(nullptr);
+    }
+    EXPECT_EQ(jni().liveLocals(), 3);
+    manager->cleanJRef();
+    EXPECT_EQ(ended, (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(jni().liveLocals(), 0);
+    manager->cleanJRef();
+    EXPECT_EQ(ended.size(), 3U);
+}
+
+TEST_F(ObjectManagerTest, ANewManagerReleasesWhatTheFormerHeld)
+{
+    JNIObjectManager::newManager();
+    const JNIJSONObject object;
+    std::vector<int> ended;
+    JNIObjectManager::getManager()->addtoCleanList(std::make_unique<Noted>(1, ended).release());
+    EXPECT_EQ(jni().liveGlobals(), 1);
+    JNIObjectManager::newManager();
+    EXPECT_EQ(jni().liveGlobals(), 0);
+    EXPECT_EQ(ended.size(), 1U);
+}
+
+TEST_F(ObjectManagerTest, AWrapperMadeBeforeAnyManagerFindsAnEnvironment)
+{
+    JNIObjectManager::releaseManager();
+    JNIObjectManager::releaseManager();
+    JNIJSONObject object;
+    EXPECT_EQ(object.serialize(), "{}");
+    EXPECT_EQ(JNIObjectManager::getManager()->getEnv(), object.getEnv());
+}
+
+TEST_F(ObjectManagerTest, MakesNoReferenceToNothing)
+{
+    EXPECT_EQ(JNIObjectManager::getManager()->createGlobalRef(nullptr, true), nullptr);
+    EXPECT_EQ(jni().count("NewGlobalRef"), 0);
+}

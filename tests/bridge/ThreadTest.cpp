@@ -1,1 +1,53 @@
+#include <VexaJVM.h>
+
+#include <thread>
+
+#include "bridge/JNIJSONObject.h"
+#include "bridge/JNIObjectManager.h"
 #include "support/JvmFixture.h"
+
+using BridgeThreads = JvmTest;
+
+TEST_F(BridgeThreads, AThreadTakesOverAndGivesBack)
+{
+    const JNIJSONObject mine;
+    JNIEnv* const before = env();
+    std::thread([&] {
+        JNIObjectManager::getManager()->reAttachJVM();
+        EXPECT_NE(env(), before);
+        JNIJSONObject theirs;
+        theirs.put("a", 1);
+        EXPECT_EQ(theirs.serialize(), R"({"a":1})");
+        JNIObjectManager::getManager()->cleanJRef();
+        EXPECT_EQ(jni().liveGlobals(), 0);
+        VexaJVM::GetInstance()->DetachCurrentThread();
+    }).join();
+    JNIObjectManager::getManager()->reAttachJVM();
+    EXPECT_EQ(env(), before);
+}
+
+TEST_F(BridgeThreads, AWrapperThatEndsElsewhereLeavesItsReferencesAlone)
+{
+    JNIHvlAccessor maker;
+    jobject const object = maker.newObject(1, false, false);
+    auto wrapper = std::make_unique<JNIHvlAccessor>();
+    wrapper->init(object, false);
+    jobject const classReference = wrapper->getClass();
+    const int deleted = jni().count("DeleteLocalRef");
+    std::thread([&] {
+        JNIHvlAccessor copy(*wrapper);
+        EXPECT_EQ(copy.getObject(), nullptr);
+        EXPECT_EQ(copy.getClass(), nullptr);
+        wrapper.reset();
+    }).join();
+    EXPECT_EQ(jni().count("DeleteLocalRef"), deleted);
+    env()->DeleteLocalRef(classReference);
+    env()->DeleteLocalRef(object);
+}
+
+TEST_F(BridgeThreads, GlobalReferencesCanBeReleasedFromAnyThread)
+{
+    const JNIJSONObject object;
+    std::thread([] { JNIObjectManager::getManager()->cleanJRef(); }).join();
+    EXPECT_EQ(jni().liveGlobals(), 0);
+}

@@ -76,7 +76,7 @@ protected:
         ASSERT_NE(mkdtemp(name.data()), nullptr);
         _directory = name;
         std::ofstream(path("in.csv")) << "name,amount,note\n"
-                                         "a,1,first\n"
+                                         "a,1.5,first\n"
                                          "b,2.5,\"with, comma\"\n"
                                          "a,4,\n"
                                          "c,0.5,last\n";
@@ -165,7 +165,7 @@ TEST_F(JobRoad, DerivesFiltersAndAggregatesAFile)
     write.AddPredFunction(&aggregate);
 
     EXPECT_EQ(run(write), "");
-    EXPECT_EQ(content("out.csv"), "name,total,n,largest\na,10.0,2,4.0\nb,5.0,1,2.5\n");
+    EXPECT_EQ(content("out.csv"), "name,total,n,largest\na,11.0,2,4.0\nb,5.0,1,2.5\n");
     const CFMetaData model(content("out.xml"));
     ASSERT_EQ(model.FieldCount(), 4U);
     EXPECT_EQ(model.GetField(0)->GetStorage(), CFField::String);
@@ -174,7 +174,7 @@ TEST_F(JobRoad, DerivesFiltersAndAggregatesAFile)
 
 TEST_F(JobRoad, CarriesEveryFileFormBackToTheSameTable)
 {
-    const std::string expected = "name,amount,note\na,1.0,first\nb,2.5,\"with, comma\"\na,4.0,\n"
+    const std::string expected = "name,amount,note\na,1.5,first\nb,2.5,\"with, comma\"\na,4.0,\n"
                                  "c,0.5,last\n";
     const auto csv = [&](HVLRead& read) { read.ReadCSV(url("in.csv"), true); };
     const auto out = [&](HVLWrite& write) { write.WriteCSV(url("out.csv")); };
@@ -205,8 +205,8 @@ TEST_F(JobRoad, ReadsNoMoreRecordsThanAsked)
 {
     const std::pair<unsigned long long, std::string> cases[] = {
         {0, "name,amount,note\n"},
-        {1, "name,amount,note\na,1.0,first\n"},
-        {100, "name,amount,note\na,1.0,first\nb,2.5,\"with, comma\"\na,4.0,\nc,0.5,last\n"},
+        {1, "name,amount,note\na,1.5,first\n"},
+        {100, "name,amount,note\na,1.5,first\nb,2.5,\"with, comma\"\na,4.0,\nc,0.5,last\n"},
     };
     for (const auto& [count, expected] : cases) {
         const std::string error = convert(
@@ -256,7 +256,7 @@ TEST_F(JobRoad, ReclassifiesInPlaceAndBalances)
     write.WriteCSV(url("out.csv"));
     write.AddPredFunction(&balance);
     EXPECT_EQ(run(write), "");
-    EXPECT_EQ(content("out.csv"), "name,amount,note\nA,1.0,first\nA,1.0,first\nA,4.0,\nA,4.0,\n");
+    EXPECT_EQ(content("out.csv"), "name,amount,note\nA,1.5,first\nA,1.5,first\nA,4.0,\nA,4.0,\n");
 }
 
 TEST_F(JobRoad, RefusesMapSourcesByName)

@@ -47,11 +47,14 @@ TEST_F(RunnerHost, SettingThatWasNotInForceIsNotGivenBack)
 {
     for (const std::int64_t found : {0, -1}) {
         pvGetCmnGlb()->weight = found;
-        HVRunner runner(&procedure);
-        runner.prepareActiveDS(source, false, true);
-        EXPECT_TRUE(texts(Kind::Note).empty());
-        // The host may choose another weight meanwhile.
-        pvGetCmnGlb()->weight = 7;
+        {
+            HVRunner runner(&procedure);
+            runner.prepareActiveDS(source, false, true);
+            EXPECT_TRUE(texts(Kind::Note).empty());
+            // The host may choose another weight meanwhile.
+            pvGetCmnGlb()->weight = 7;
+        }
+        EXPECT_EQ(pvGetCmnGlb()->weight, 7) << found;
     }
     expectedWeight = 7;
 }

@@ -122,6 +122,18 @@ TEST_F(Tracer, DirectoryThatCannotBeMadeLeavesItOff)
     }
 }
 
+TEST_F(Tracer, ReadOnlyRootLeavesItOff)
+{
+    std::filesystem::create_directory(root);
+    std::filesystem::permissions(root, std::filesystem::perms::owner_read |
+                                           std::filesystem::perms::owner_exec);
+    const auto tracer = TraceEnvironment{root, {}, "0"}.makeTracer();
+    EXPECT_FALSE(tracer->canTrace());
+    EXPECT_FALSE(tracer->isTrace());
+    EXPECT_EQ(tracer->traceRoot(), scratch.host + "trace\\");
+    EXPECT_FALSE(scratch.has("trace/hvinteg.log"));
+}
+
 TEST_F(Tracer, ViewerTakesLinesOnlyForTheTwoWords)
 {
     const struct

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ErrorIds.h"
+#include "expression/CaseClauses.h"
 #include "expression/FunctionCall.h"
 #include "expression/FunctionTable.h"
 #include "expression/NearestName.h"
@@ -21,11 +22,6 @@ namespace {
 /// Definitions may use one another twice each, and so stand for endless SQL.
 constexpr std::size_t kLongestSql = 4'000'000;
 constexpr int kDeepest = 500;
-
-bool isBare(ValueType type)
-{
-    return type == ValueType::Null;
-}
 
 } // namespace
 
@@ -203,16 +199,11 @@ SqlExpression BodyCompiler::compileList(const language::List& list, const Scope&
 SqlExpression BodyCompiler::compileConditional(const language::Conditional& conditional,
                                                const Scope& scope)
 {
-    std::vector<std::pair<Operand, Operand>> clauses;
+    std::vector<CaseClause> clauses;
     const Expression* otherwise = nullptr;
-    // A chain of else-ifs is one CASE, however long: the database bounds how deep they may nest.
     for (const language::Conditional* next = &conditional; next != nullptr;) {
-        Operand condition = operand(*next->condition, scope);
-        if (!converts(condition.value.type, ValueType::Boolean))
-            at(next->condition->position)
-                .fail(errors::kOperandType,
-                      "a condition is a boolean, found " + condition.description);
-        clauses.emplace_back(std::move(condition), operand(*next->then, scope));
+        clauses.push_back({operand(*next->condition, scope), operand(*next->then, scope),
+                           at(next->condition->position)});
         otherwise = next->otherwise.get();
         next =
             otherwise == nullptr ? nullptr : std::get_if<language::Conditional>(&otherwise->value);
@@ -220,25 +211,7 @@ SqlExpression BodyCompiler::compileConditional(const language::Conditional& cond
     std::optional<Operand> last;
     if (otherwise != nullptr)
         last = operand(*otherwise, scope);
-    ValueType type = last ? last->value.type : ValueType::Null;
-    std::string found = last ? last->description : "null";
-    for (auto clause = clauses.rbegin(); clause != clauses.rend(); ++clause) {
-        const Operand& value = clause->second;
-        const auto common = commonType(type, value.value.type);
-        if (!common)
-            at(conditional.condition->position)
-                .fail(errors::kOperandType, "the branches of a conditional have one type, found " +
-                                                value.description + " and " + found);
-        type = *common;
-        found = isBare(value.value.type) ? found : value.description;
-    }
-    std::string sql = "CASE";
-    for (const auto& [condition, value] : clauses)
-        sql += " WHEN " + sqlAs(condition.value, ValueType::Boolean) + " THEN " +
-               sqlAs(value.value, type);
-    if (last)
-        sql += " ELSE " + sqlAs(last->value, type);
-    return {sql + " END", type};
+    return compileCase(clauses, last);
 }
 
 SqlExpression BodyCompiler::compileCall(const language::Call& call, const Scope& scope,
@@ -286,7 +259,8 @@ Binding BodyCompiler::argumentOf(const language::Parameter& parameter, const Exp
         }
     }
     const Operand value = operand(argument, scope);
-    if (parameter.type && !isBare(value.value.type) && !fits(*parameter.type, value.value.type))
+    if (parameter.type && value.value.type != ValueType::Null &&
+        !fits(*parameter.type, value.value.type))
         at(argument.position)
             .fail(errors::kDeclaredType, "the parameter '" + parameter.name + "' is declared as " +
                                              textOf(*parameter.type) + ", found " +

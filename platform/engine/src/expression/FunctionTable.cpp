@@ -8,8 +8,10 @@
     "CASE WHEN " argument " < " low " THEN " low " WHEN " argument " > " high " THEN " high        \
     " ELSE " argument " END"
 
-// The first form of a text that fits. Blank text is a missing value.
-#define PARSED(forms) "CASE WHEN trim($1) <> '' THEN try_strptime($1, " forms ") END"
+// The timestamp of a text in one of some formats, missing if it fits none. The database reads the
+// words "infinity" and "epoch" in every format; a date or a time has a digit.
+#define PARSED(formats)                                                                            \
+    "CASE WHEN regexp_matches($1, '[0-9]') THEN try_strptime($1, " formats ") END"
 
 #define ISO_DATE "'%Y-%m-%d'"
 #define ISO_TIMES "['%H:%M:%S.%f', '%H:%M:%S', '%H:%M']"
@@ -58,9 +60,11 @@ constexpr Function kFunctions[] = {
     {"toTimestamp", "String, Pattern", "Timestamp", PARSED("$2")},
     {"toTimestamp", "Timestamp", "Timestamp", "$1"},
     {"toTimestamp", "String, Pattern, Pattern, Pattern, String, Date", "Timestamp",
-     "CASE WHEN trim($1) <> '' THEN coalesce(try_strptime($1, $2), try_strptime($1, $3), "
-     "$6 + CAST(try_strptime($1, $4) AS TIME), "
-     "CAST(error($where || 'toTimestamp cannot convert \"' || $1 || '\"') AS TIMESTAMP)) END"},
+     "CASE WHEN trim($1) <> '' THEN coalesce(" PARSED("$2") ", " PARSED(
+         "$3") ", "
+               "$6 + CAST(" PARSED("$4") " AS TIME), "
+                                         "CAST(error($where || 'toTimestamp cannot convert \"' || "
+                                         "$1 || '\"') AS TIMESTAMP)) END"},
     {"toTimestamp", "Time, Pattern, Pattern, Pattern, String, Date", "Timestamp", "($6 + $1)"},
     {"toTimestamp", "Timestamp, Pattern, Pattern, Pattern, String, Date", "Timestamp", "$1"},
 

@@ -4,12 +4,10 @@ namespace EmbeddedHV {
 
 void Cancellation::cancel()
 {
-    wake(
-        [this]
-        {
-            _cancelled = true;
-            _stopping = true;
-        });
+    wake([this] {
+        _cancelled = true;
+        _stopping = true;
+    });
 }
 
 void Cancellation::stopStatement()

@@ -56,8 +56,7 @@ const char* typeWordOf(CFField::StorageType storage)
 
 CFField::StorageType storageOfColumn(duckdb_type type)
 {
-    switch (type)
-    {
+    switch (type) {
     case DUCKDB_TYPE_BOOLEAN:
     case DUCKDB_TYPE_TINYINT:
     case DUCKDB_TYPE_SMALLINT:

@@ -38,12 +38,10 @@ std::string dataModelOf(const Fields& fields)
 
 Fields fieldsOfDataModel(const std::string& xml, const std::string& origin, const char* errorId)
 {
-    try
-    {
+    try {
         const CFMetaData model(xml);
         Fields fields;
-        for (std::size_t i = 0; i < model.FieldCount(); ++i)
-        {
+        for (std::size_t i = 0; i < model.FieldCount(); ++i) {
             const CFField& field = *model.GetField(i);
             if (findFieldAnyCase(fields, field.GetName()))
                 throw CFMetaDataError("two fields are named \"" + field.GetName() +
@@ -53,11 +51,17 @@ Fields fieldsOfDataModel(const std::string& xml, const std::string& origin, cons
         if (fields.empty())
             throw CFMetaDataError("it has no field");
         return fields;
-    }
-    catch (const CFMetaDataError& error)
-    {
+    } catch (const CFMetaDataError& error) {
         throw JobError(errorId, "read: " + origin + " cannot be used: " + error.what());
     }
+}
+
+std::vector<CFField::StorageType> storagesOf(const Fields& fields)
+{
+    std::vector<CFField::StorageType> storages;
+    for (const CFField& field : fields)
+        storages.push_back(field.GetStorage());
+    return storages;
 }
 
 Schema schemaOf(const Fields& fields)
@@ -71,16 +75,17 @@ Schema schemaOf(const Fields& fields)
 
 const CFField* findField(const Fields& fields, const std::string& name)
 {
-    const auto found = std::find_if(fields.begin(), fields.end(), [&](const CFField& field)
-                                    { return field.GetName() == name; });
+    const auto found = std::find_if(fields.begin(), fields.end(),
+                                    [&](const CFField& field) { return field.GetName() == name; });
     return found == fields.end() ? nullptr : &*found;
 }
 
 const CFField* findFieldAnyCase(const Fields& fields, const std::string& name)
 {
     const std::string wanted = folded(name);
-    const auto found = std::find_if(fields.begin(), fields.end(), [&](const CFField& field)
-                                    { return folded(field.GetName()) == wanted; });
+    const auto found = std::find_if(fields.begin(), fields.end(), [&](const CFField& field) {
+        return folded(field.GetName()) == wanted;
+    });
     return found == fields.end() ? nullptr : &*found;
 }
 
@@ -93,11 +98,11 @@ std::vector<std::string> uniqueNames(std::vector<std::string> names)
     for (const std::string& name : names)
         given.insert(folded(name));
     std::set<std::string> used;
-    for (std::string& name : names)
-    {
+    for (std::string& name : names) {
         const std::string base = name;
         // A made-up name avoids the given ones too: theirs should stay theirs.
-        for (int number = 1; used.contains(folded(name)) || (name != base && given.contains(folded(name)));
+        for (int number = 1;
+             used.contains(folded(name)) || (name != base && given.contains(folded(name)));
              ++number)
             name = base + "_" + std::to_string(number);
         used.insert(folded(name));
@@ -107,8 +112,7 @@ std::vector<std::string> uniqueNames(std::vector<std::string> names)
 
 void adoptMetadata(Fields& fields, const Fields& model)
 {
-    for (CFField& field : fields)
-    {
+    for (CFField& field : fields) {
         const CFField* known = findField(model, field.GetName());
         if (!known)
             continue;

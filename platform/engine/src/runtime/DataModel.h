@@ -18,6 +18,8 @@ std::string dataModelOf(const Fields& fields);
 /// The fields of a document. Throws JobError with `errorId`; `origin` says whose document it is.
 Fields fieldsOfDataModel(const std::string& xml, const std::string& origin, const char* errorId);
 
+std::vector<CFField::StorageType> storagesOf(const Fields& fields);
+
 /// The fields as expressions see them.
 Schema schemaOf(const Fields& fields);
 /// Null if there is no such field; letter case counts.

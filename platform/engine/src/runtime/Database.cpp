@@ -77,8 +77,7 @@ ConnectionLease Database::connect()
 {
     {
         const std::lock_guard lock(_mutex);
-        if (!_idle.empty())
-        {
+        if (!_idle.empty()) {
             auto connection = std::move(_idle.back());
             _idle.pop_back();
             return {*this, std::move(connection)};

@@ -34,13 +34,24 @@ Connection::Connection(duckdb_database database)
         throw QueryError("the database gives no connection");
 }
 
+namespace {
+
+/// The interface takes texts that end at the first NUL: one inside would cut the statement.
+void refuseNul(const std::string& sql)
+{
+    if (sql.find('\0') != std::string::npos)
+        throw QueryError("Invalid Input Error: a text holds the character NUL");
+}
+
+} // namespace
+
 Result Connection::query(const std::string& sql)
 {
+    refuseNul(sql);
     duckdb_result raw{};
     const bool succeeded = duckdb_query(_connection, sql.c_str(), &raw) == DuckDBSuccess;
     Result result(raw);
-    if (!succeeded)
-    {
+    if (!succeeded) {
         const char* text = duckdb_result_error(&result.handle());
         throw QueryError(text ? text : "the statement failed");
     }
@@ -49,6 +60,7 @@ Result Connection::query(const std::string& sql)
 
 Prepared::Prepared(Connection& connection, const std::string& sql)
 {
+    refuseNul(sql);
     if (duckdb_prepare(connection.handle(), sql.c_str(), &_statement) == DuckDBSuccess)
         return;
     const char* text = duckdb_prepare_error(_statement);
@@ -61,8 +73,7 @@ std::vector<std::pair<std::string, duckdb_type>> Prepared::columns() const
 {
     std::vector<std::pair<std::string, duckdb_type>> columns;
     const auto count = duckdb_prepared_statement_column_count(_statement);
-    for (idx_t i = 0; i < count; ++i)
-    {
+    for (idx_t i = 0; i < count; ++i) {
         const std::unique_ptr<const char, void (*)(const char*)> name(
             duckdb_prepared_statement_column_name(_statement, i),
             [](const char* text) { duckdb_free(const_cast<char*>(text)); });
@@ -77,8 +88,7 @@ Result Prepared::stream()
     duckdb_result raw{};
     const bool succeeded = duckdb_execute_prepared_streaming(_statement, &raw) == DuckDBSuccess;
     Result result(raw);
-    if (!succeeded)
-    {
+    if (!succeeded) {
         const char* text = duckdb_result_error(&result.handle());
         throw QueryError(text ? text : "the statement failed");
     }

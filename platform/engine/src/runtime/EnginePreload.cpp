@@ -30,12 +30,9 @@ void preload()
     const std::lock_guard lock(state.mutex);
     if (state.database)
         return;
-    try
-    {
+    try {
         state.database = std::make_unique<Database>();
-    }
-    catch (const std::exception&)
-    {
+    } catch (const std::exception&) {
         // The service manager opens its own and reports why that fails.
         state.database.reset();
     }

@@ -13,7 +13,8 @@ class FileDescriptor
 {
 public:
     explicit FileDescriptor(int descriptor = -1) : _descriptor(descriptor) {}
-    FileDescriptor(FileDescriptor&& other) noexcept : _descriptor(std::exchange(other._descriptor, -1))
+    FileDescriptor(FileDescriptor&& other) noexcept
+        : _descriptor(std::exchange(other._descriptor, -1))
     {
     }
     FileDescriptor& operator=(FileDescriptor&& other) noexcept
@@ -36,8 +37,7 @@ public:
     bool writeAll(const void* bytes, std::size_t count) const
     {
         const auto* at = static_cast<const char*>(bytes);
-        while (count > 0)
-        {
+        while (count > 0) {
             const ssize_t written = ::write(_descriptor, at, count);
             if (written < 0 && errno == EINTR)
                 continue;
@@ -55,8 +55,7 @@ public:
     {
         auto* at = static_cast<char*>(bytes);
         std::size_t total = 0;
-        while (total < count)
-        {
+        while (total < count) {
             const ssize_t got = ::read(_descriptor, at + total, count - total);
             if (got < 0 && errno == EINTR)
                 continue;

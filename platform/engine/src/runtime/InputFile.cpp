@@ -31,14 +31,13 @@ std::string systemMessage(int code)
 void checkInputFile(const std::string& path, const std::string& step)
 {
     struct stat state = {};
-    if (stat(path.c_str(), &state) != 0)
-    {
+    if (stat(path.c_str(), &state) != 0) {
         const int code = errno;
         refuse(code == ENOENT || code == ENOTDIR ? errors::kFileMissing : errors::kFileUnreadable,
                step, path,
-               code == ENOENT || code == ENOTDIR ? "there is no such file"
-                                                 : "the file cannot be read: " +
-                                                       systemMessage(code));
+               code == ENOENT || code == ENOTDIR
+                   ? "there is no such file"
+                   : "the file cannot be read: " + systemMessage(code));
     }
     if (S_ISDIR(state.st_mode))
         refuse(errors::kFileIsFolder, step, path, "this is a folder, not a file");
@@ -67,8 +66,7 @@ std::string literalPath(const std::string& path)
 {
     // A class of one character stands for the character itself in a pattern.
     std::string literal;
-    for (const char character : path)
-    {
+    for (const char character : path) {
         if (character == '*' || character == '?' || character == '[')
             literal += std::string("[") + character + "]";
         else if (character == '\\')

@@ -25,8 +25,8 @@ std::string unfinishedName(const std::string& destination)
     static std::atomic<unsigned> counter = 0;
     static const unsigned seed = std::random_device{}();
     return folderOf(destination) + "/." + fileNameOf(destination).substr(0, 180) + "." +
-           std::to_string(getpid()) + "-" + std::to_string(seed) + "-" +
-           std::to_string(++counter) + ".part";
+           std::to_string(getpid()) + "-" + std::to_string(seed) + "-" + std::to_string(++counter) +
+           ".part";
 }
 
 } // namespace
@@ -38,8 +38,8 @@ PendingFile::PendingFile(std::string destination, std::string step)
     struct stat state = {};
     const std::string folder = folderOf(_destination);
     if (stat(folder.c_str(), &state) != 0 || !S_ISDIR(state.st_mode))
-        throw JobError(errors::kFolderMissing, _step + ": " + _destination +
-                                                   ": there is no folder " + folder);
+        throw JobError(errors::kFolderMissing,
+                       _step + ": " + _destination + ": there is no folder " + folder);
     if (fileNameOf(_destination).empty() ||
         (stat(_destination.c_str(), &state) == 0 && S_ISDIR(state.st_mode)))
         throw JobError(errors::kFileIsFolder,
@@ -57,11 +57,11 @@ PendingFile::~PendingFile()
 void PendingFile::refuse(const std::string& step, const std::string& path, int code)
 {
     const bool full = code == ENOSPC || code == EDQUOT || code == EFBIG;
-    throw JobError(full ? errors::kDiskFull : errors::kFileUnwritable,
-                   step + ": " + path + ": " +
-                       (full ? "there is no room left for the file"
-                             : "the file cannot be written: " +
-                                   std::generic_category().message(code)));
+    throw JobError(
+        full ? errors::kDiskFull : errors::kFileUnwritable,
+        step + ": " + path + ": " +
+            (full ? "there is no room left for the file"
+                  : "the file cannot be written: " + std::generic_category().message(code)));
 }
 
 void PendingFile::write(const std::string& text)

@@ -27,7 +27,7 @@ public:
     void revoke();
 
     /// The fault of a file that could not be written.
-    static void refuse(const std::string& step, const std::string& path, int code);
+    [[noreturn]] static void refuse(const std::string& step, const std::string& path, int code);
 
 private:
     std::string _destination;

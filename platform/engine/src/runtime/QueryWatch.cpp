@@ -26,10 +26,8 @@ QueryWatch::~QueryWatch()
 void QueryWatch::run()
 {
     bool done = false;
-    while (!done)
-    {
-        if (_cancellation.stopping())
-        {
+    while (!done) {
+        if (_cancellation.stopping()) {
             duckdb_interrupt(_connection);
             // wait would return at once while the job is stopping.
             std::this_thread::sleep_for(kInterruptInterval);

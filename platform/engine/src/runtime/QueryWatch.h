@@ -9,9 +9,9 @@
 
 namespace EmbeddedHV {
 
-/// Watches one running statement from a thread of its own: reports its progress a few times a second
-/// and interrupts it when the job is to end. An interrupt that comes before the statement has begun
-/// is forgotten by the database, so it is repeated until the watch ends.
+/// Watches one running statement from a thread of its own: reports its progress a few times a
+/// second and interrupts it when the job is to end. An interrupt that comes before the statement
+/// has begun is forgotten by the database, so it is repeated until the watch ends.
 class QueryWatch
 {
 public:

@@ -16,12 +16,9 @@ void Reporter::call(Call callback)
     const std::lock_guard lock(_mutex);
     if (_thrown)
         return;
-    try
-    {
+    try {
         callback();
-    }
-    catch (...)
-    {
+    } catch (...) {
         _thrown = std::current_exception();
         _cancellation.cancel();
     }
@@ -34,26 +31,22 @@ void Reporter::init(const std::string& executionId)
 
 void Reporter::message(const std::string& id, const std::string& text)
 {
-    call(
-        [&]
-        {
-            if (_extended)
-                _extended->onMessage(id, text);
-            else
-                _listener.onMessage(text);
-        });
+    call([&] {
+        if (_extended)
+            _extended->onMessage(id, text);
+        else
+            _listener.onMessage(text);
+    });
 }
 
 void Reporter::progress(double fraction)
 {
-    call(
-        [&]
-        {
-            if (fraction <= _reported)
-                return;
-            _reported = std::min(fraction, 1.0);
-            _listener.onProgress(static_cast<float>(_reported));
-        });
+    call([&] {
+        if (fraction <= _reported)
+            return;
+        _reported = std::min(fraction, 1.0);
+        _listener.onProgress(static_cast<float>(_reported));
+    });
 }
 
 void Reporter::success()

@@ -36,8 +36,7 @@ RowColumn::RowColumn(const CFField& field, std::size_t fieldIndex, duckdb_vector
 
 void RowColumn::setMissing(std::size_t row)
 {
-    if (!_hasValidity)
-    {
+    if (!_hasValidity) {
         duckdb_vector_ensure_validity_writable(_vector);
         _hasValidity = true;
     }
@@ -50,8 +49,7 @@ bool RowColumn::set(std::size_t row, const void* value, std::size_t length, std:
         return setText(row, static_cast<const char*>(value), length, problem);
     double number = 0;
     std::memcpy(&number, value, sizeof number);
-    if (_storage == CFField::Real)
-    {
+    if (_storage == CFField::Real) {
         static_cast<double*>(_data)[row] = number;
         return true;
     }
@@ -60,8 +58,7 @@ bool RowColumn::set(std::size_t row, const void* value, std::size_t length, std:
 
 bool RowColumn::setNumber(std::size_t row, double value, std::string& problem)
 {
-    switch (_storage)
-    {
+    switch (_storage) {
     case CFField::Date:
         return setDate(row, value, problem);
     case CFField::Time:
@@ -71,8 +68,7 @@ bool RowColumn::setNumber(std::size_t row, double value, std::string& problem)
     default:
         break;
     }
-    if (!(std::fabs(value) <= kMostInteger))
-    {
+    if (!(std::fabs(value) <= kMostInteger)) {
         problem = "the value is " + numberText(value) + ", which no integer holds";
         return false;
     }
@@ -82,8 +78,7 @@ bool RowColumn::setNumber(std::size_t row, double value, std::string& problem)
 
 bool RowColumn::setDate(std::size_t row, double days, std::string& problem)
 {
-    if (!(std::fabs(days) <= kMostDays))
-    {
+    if (!(std::fabs(days) <= kMostDays)) {
         problem = "the number of days is " + numberText(days) + ", which no date holds";
         return false;
     }
@@ -94,25 +89,21 @@ bool RowColumn::setDate(std::size_t row, double days, std::string& problem)
 bool RowColumn::setMicroseconds(std::size_t row, double seconds, double least, double most,
                                 std::string& problem)
 {
-    if (!(seconds >= least && seconds <= most))
-    {
+    if (!(seconds >= least && seconds <= most)) {
         problem = "the number of seconds is " + numberText(seconds) + ", which no " +
                   (_storage == CFField::Time ? "time of day" : "timestamp") + " holds";
         return false;
     }
     // Whole seconds apart from their fraction: a product of both would round the last digits.
     const double whole = std::floor(seconds);
-    static_cast<std::int64_t*>(_data)[row] =
-        static_cast<std::int64_t>(whole) * 1000000 +
-        std::llround((seconds - whole) * kMicroseconds);
+    static_cast<std::int64_t*>(_data)[row] = static_cast<std::int64_t>(whole) * 1000000 +
+                                             std::llround((seconds - whole) * kMicroseconds);
     return true;
 }
 
-bool RowColumn::setText(std::size_t row, const char* text, std::size_t length,
-                        std::string& problem)
+bool RowColumn::setText(std::size_t row, const char* text, std::size_t length, std::string& problem)
 {
-    if (!isUtf8({text, length}))
-    {
+    if (!isUtf8({text, length})) {
         problem = "the text is not UTF-8";
         return false;
     }

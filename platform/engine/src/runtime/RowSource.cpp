@@ -28,29 +28,20 @@ bool RowSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fi
 {
     if (_failure)
         return false;
-    try
-    {
+    try {
         std::vector<RowColumn> columns;
         columns.reserve(fields.size());
         for (std::size_t i = 0; i < fields.size(); ++i)
             columns.emplace_back(_fields[fields[i]], fields[i],
                                  duckdb_data_chunk_get_vector(chunk, i));
         duckdb_data_chunk_set_size(chunk, pull(columns, duckdb_vector_size()));
-    }
-    catch (const Exception& exception)
-    {
+    } catch (const Exception& exception) {
         fail(exception.getMessage());
-    }
-    catch (const JavaException& exception)
-    {
+    } catch (const JavaException& exception) {
         fail(exception.getMessage());
-    }
-    catch (const std::exception& exception)
-    {
+    } catch (const std::exception& exception) {
         fail(exception.what());
-    }
-    catch (...)
-    {
+    } catch (...) {
         fail("unknown exception");
     }
     return !_failure;
@@ -58,22 +49,22 @@ bool RowSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fi
 
 void RowSource::fail(const std::string& what)
 {
-    _failure.emplace(errors::kIteratorFailed,
-                     "read: the row iterator \"" + _name + "\" failed at record " +
-                         std::to_string(_records + 1) + ": " + what);
+    _failure.emplace(errors::kIteratorFailed, "read: the row iterator \"" + _name +
+                                                  "\" failed at record " +
+                                                  std::to_string(_records + 1) + ": " + what);
 }
 
 std::size_t RowSource::pull(std::vector<RowColumn>& columns, std::size_t capacity)
 {
     std::size_t row = 0;
-    const auto room = static_cast<std::size_t>(std::min<std::uint64_t>(capacity, _limit - _records));
-    while (row < room && !_ended)
-    {
+    const auto room =
+        static_cast<std::size_t>(std::min<std::uint64_t>(capacity, _limit - _records));
+    while (row < room && !_ended) {
         _started = true;
         // Any code but 0 ends the input: a cancelled iterator hands over what it has given so far.
         if (_cancellation.stopping() ||
-            _iterator.nextRecord() != RowDataIterator::RecordAvailable || !readRecord(columns, row))
-        {
+            _iterator.nextRecord() != RowDataIterator::RecordAvailable ||
+            !readRecord(columns, row)) {
             _ended = true;
             break;
         }
@@ -85,26 +76,23 @@ std::size_t RowSource::pull(std::vector<RowColumn>& columns, std::size_t capacit
 
 bool RowSource::readRecord(std::vector<RowColumn>& columns, std::size_t row)
 {
-    for (RowColumn& column : columns)
-    {
+    for (RowColumn& column : columns) {
         void* value = nullptr;
         unsigned long long length = 0;
         if (_iterator.getRecordValue(column.fieldIndex(), value, length) !=
             RowDataIterator::RecordAvailable)
             return false;
-        if (!value)
-        {
+        if (!value) {
             column.setMissing(row);
             continue;
         }
         std::string problem;
         if (column.set(row, value, length, problem))
             continue;
-        _failure.emplace(errors::kIteratorValue, "read: field \"" +
-                                                     _fields[column.fieldIndex()].GetName() +
-                                                     "\" of the row iterator \"" + _name +
-                                                     "\", record " + std::to_string(_records + 1) +
-                                                     ": " + problem);
+        _failure.emplace(errors::kIteratorValue,
+                         "read: field \"" + _fields[column.fieldIndex()].GetName() +
+                             "\" of the row iterator \"" + _name + "\", record " +
+                             std::to_string(_records + 1) + ": " + problem);
         return false;
     }
     return true;

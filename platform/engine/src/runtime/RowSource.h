@@ -40,8 +40,8 @@ public:
     /// What went wrong while rows were read; the statement that read them has failed.
     const std::optional<JobError>& failure() const { return _failure; }
 
-    /// Fills the chunk with records of the given fields, in this order; none at the end. False after
-    /// a failure. Never throws: the database calls it.
+    /// Fills the chunk with records of the given fields, in this order; none at the end. False
+    /// after a failure. Never throws: the database calls it.
     bool fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept;
 
 private:

@@ -50,8 +50,7 @@ private:
 
 duckdb_type columnTypeOf(CFField::StorageType storage)
 {
-    switch (storage)
-    {
+    switch (storage) {
     case CFField::Integer:
         return DUCKDB_TYPE_BIGINT;
     case CFField::Real:
@@ -74,8 +73,7 @@ void bind(duckdb_bind_info info)
     auto scan = std::make_unique<Scan>();
     scan->id = duckdb_get_int64(parameter.get());
     const RowSource* source = sources->find(scan->id);
-    if (!source)
-    {
+    if (!source) {
         duckdb_bind_set_error(info, "the row iterator is gone");
         return;
     }

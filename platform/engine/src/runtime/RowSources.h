@@ -12,8 +12,8 @@ class Connection;
 }
 class RowSource;
 
-/// The row iterators that running jobs read, as the database's table function sees them. A source is
-/// registered for the length of an Execution::execute: a statement outside of it finds nothing.
+/// The row iterators that running jobs read, as the database's table function sees them. A source
+/// is registered for the length of an Execution::execute: a statement outside of it finds nothing.
 class RowSources
 {
 public:

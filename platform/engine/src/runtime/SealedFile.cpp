@@ -31,8 +31,9 @@ using StreamHeader = std::array<unsigned char, crypto_secretstream_xchacha20poly
 
 [[noreturn]] void systemFault(const char* what)
 {
+    const int code = errno;
     throw SealedFileError(Kind::System,
-                          std::string(what) + ": " + std::generic_category().message(errno));
+                          std::string(what) + ": " + std::generic_category().message(code), code);
 }
 
 /// A key that is wiped when it is no longer needed.
@@ -121,8 +122,7 @@ void sealFile(int source, int target, const std::string& password, const SealedF
     std::vector<unsigned char> plain(kChunk);
     std::vector<unsigned char> sealed(kSealedChunk);
     std::size_t got = kChunk;
-    while (got == kChunk)
-    {
+    while (got == kChunk) {
         callStep(step);
         got = input.read(plain.data(), plain.size());
         // A short chunk is the last one; a content of whole chunks ends with an empty one.
@@ -136,8 +136,7 @@ void sealFile(int source, int target, const std::string& password, const SealedF
     sodium_memzero(plain.data(), plain.size());
 }
 
-void openSealedFile(int source, int target, const std::string& password,
-                    const SealedFileStep& step)
+void openSealedFile(int source, int target, const std::string& password, const SealedFileStep& step)
 {
     startSodium();
     const Borrowed input(source);
@@ -159,8 +158,7 @@ void openSealedFile(int source, int target, const std::string& password,
     std::vector<unsigned char> sealed(kSealedChunk);
     unsigned char tag = 0;
     bool first = true;
-    while (tag != crypto_secretstream_xchacha20poly1305_TAG_FINAL)
-    {
+    while (tag != crypto_secretstream_xchacha20poly1305_TAG_FINAL) {
         callStep(step);
         const std::size_t got = input.read(sealed.data(), sealed.size());
         unsigned long long length = 0;

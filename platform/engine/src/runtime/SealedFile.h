@@ -17,11 +17,17 @@ public:
         NotSealed,
         System ///< the operating system or the memory is at fault
     };
-    SealedFileError(Kind kind, const std::string& text) : std::runtime_error(text), _kind(kind) {}
+    SealedFileError(Kind kind, const std::string& text, int code = 0)
+        : std::runtime_error(text), _kind(kind), _code(code)
+    {
+    }
     Kind kind() const { return _kind; }
+    /// What the operating system said, as errno; 0 if it did not.
+    int code() const { return _code; }
 
 private:
     Kind _kind;
+    int _code;
 };
 
 /// Called for every chunk; an exception that it throws ends the work and passes.

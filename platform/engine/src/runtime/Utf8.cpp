@@ -13,8 +13,7 @@ constexpr std::uint64_t kHighBits = 0x8080808080808080U;
 std::size_t asciiRun(std::string_view bytes, std::size_t from)
 {
     std::size_t at = from;
-    for (; at + sizeof(std::uint64_t) <= bytes.size(); at += sizeof(std::uint64_t))
-    {
+    for (; at + sizeof(std::uint64_t) <= bytes.size(); at += sizeof(std::uint64_t)) {
         std::uint64_t word = 0;
         std::memcpy(&word, bytes.data() + at, sizeof word);
         if (word & kHighBits)
@@ -38,8 +37,7 @@ std::size_t sequenceLength(unsigned char lead)
 /// The second byte rules out overlong forms, surrogates and what lies past U+10FFFF.
 bool secondByteFits(unsigned char lead, unsigned char second)
 {
-    switch (lead)
-    {
+    switch (lead) {
     case 0xE0:
         return second >= 0xA0;
     case 0xED:
@@ -58,8 +56,7 @@ bool secondByteFits(unsigned char lead, unsigned char second)
 bool isUtf8(std::string_view bytes)
 {
     std::size_t at = 0;
-    while ((at = asciiRun(bytes, at)) < bytes.size())
-    {
+    while ((at = asciiRun(bytes, at)) < bytes.size()) {
         const auto lead = static_cast<unsigned char>(bytes[at]);
         const std::size_t length = sequenceLength(lead);
         if (length == 0 || at + length > bytes.size() ||

@@ -4,7 +4,8 @@
 
 namespace EmbeddedHV {
 
-/// Whether the bytes are well-formed UTF-8: no overlong forms, no surrogates, nothing past U+10FFFF.
+/// Whether the bytes are well-formed UTF-8: no overlong forms, no surrogates, nothing past
+/// U+10FFFF.
 bool isUtf8(std::string_view bytes);
 
 } // namespace EmbeddedHV

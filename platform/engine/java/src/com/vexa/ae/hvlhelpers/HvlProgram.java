@@ -21,8 +21,8 @@ import java.util.Set;
  * fragments of HVL text.
  *
  * <p>A configuration is taken as it is when its function is created; later changes do not count. A
- * null configuration leaves its place open. A null predecessor is none. A name that is null or not a
- * name, and a function that belongs to another program, is an IllegalArgumentException, and the
+ * null configuration leaves its place open. A null predecessor is none. A name that is null or not
+ * a name, and a function that belongs to another program, is an IllegalArgumentException, and the
  * program stays as it was. For one thread at a time.
  */
 public final class HvlProgram implements Cloneable
@@ -116,11 +116,13 @@ public final class HvlProgram implements Cloneable
         return Expressions.lambda(signatures, body);
     }
 
+    /** A list; null is one without elements, a null element an IllegalArgumentException. */
     public HvlExpression createHvlExpressionList(List<HvlExpression> elements)
     {
         return Expressions.list(elements);
     }
 
+    /** A null value of a literal, of any class, is HVL's null. */
     public HvlExpression createHvlExpressionLiteral(Integer value)
     {
         return Expressions.literal(value == null ? null : Long.valueOf(value));
@@ -132,11 +134,13 @@ public final class HvlProgram implements Cloneable
         return Expressions.literal(value);
     }
 
+    /** A string; characters that a string cannot hold are escaped. */
     public HvlExpression createHvlExpressionLiteral(String value)
     {
         return Expressions.literal(value);
     }
 
+    /** An integer of 64 bits. */
     public HvlExpression createHvlExpressionLiteral(Long value)
     {
         return Expressions.literal(value);
@@ -147,26 +151,31 @@ public final class HvlProgram implements Cloneable
         return Expressions.literal(value);
     }
 
+    /** The value of a field that has none. */
     public HvlExpression createHvlExpressionNullValue()
     {
         return Expressions.nullValue();
     }
 
+    /** A parameter of a lambda around the expression. */
     public HvlExpression createHvlExpressionParameterName(String name)
     {
         return Expressions.parameterName(name);
     }
 
+    /** A tuple, by the rules of a list. */
     public HvlExpression createHvlExpressionTuple(List<HvlExpression> elements)
     {
         return Expressions.tuple(elements);
     }
 
+    /** A field and its value, for the functions that give a field its value. */
     public HvlFieldDerive createHvlFieldDerive(String field, HvlExpression expression)
     {
         return new HvlFieldDerive(field, expression);
     }
 
+    /** A named file; with the export flag, one that the job writes. */
     public HvlContainer createContainer(String name, String uri, boolean export)
     {
         return new HvlContainer(name, uri, export);
@@ -187,6 +196,7 @@ public final class HvlProgram implements Cloneable
         return add(function(name).json(configuration, true));
     }
 
+    /** A function with one input. */
     public HvlFunction createHvlFunction(String name, JSONObject configuration,
                                          HvlFunction predecessor)
     {
@@ -235,12 +245,14 @@ public final class HvlProgram implements Cloneable
         return overRecords(name, configuration, RecordLambda.of(derive, types), predecessor);
     }
 
+    /** Adds a field to each record. */
     public HvlFunction createHvlFunctionDeriveFields(HvlFieldDerive derive,
                                                      HvlFunction predecessor)
     {
         return createHvlFunction(DERIVE_FIELD, null, derive, predecessor, null);
     }
 
+    /** The same, with the types of fields that the body uses. */
     public HvlFunction createHvlFunctionDeriveFields(HvlFieldDerive derive,
                                                      HvlFunction predecessor,
                                                      Map<String, SimpleTypes> types)
@@ -248,12 +260,14 @@ public final class HvlProgram implements Cloneable
         return createHvlFunction(DERIVE_FIELD, null, derive, predecessor, types);
     }
 
+    /** Keeps the records for which the condition is true. */
     public HvlFunction createHvlFunctionFilterRecords(HvlExpression condition,
                                                       HvlFunction predecessor)
     {
         return createHvlFunctionFilterRecords(condition, predecessor, null);
     }
 
+    /** The same, with the types of fields that the condition uses. */
     public HvlFunction createHvlFunctionFilterRecords(HvlExpression condition,
                                                       HvlFunction predecessor,
                                                       Map<String, SimpleTypes> types)

@@ -135,6 +135,9 @@ final class JsonReader implements AutoCloseable
     private static String at(JsonLocation location)
     {
         // The parser's own bounds come without a place.
-        return location == null ? "" : "line " + location.getLineNr() + ", column " + location.getColumnNr() + ": ";
+        if (location == null) {
+            return "";
+        }
+        return "line " + location.getLineNr() + ", column " + location.getColumnNr() + ": ";
     }
 }

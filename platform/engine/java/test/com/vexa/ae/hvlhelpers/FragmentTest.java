@@ -46,7 +46,8 @@ class FragmentTest
         HvlFunction filter = _composer.open("filter", _composer.open("read", null));
         _composer.open("write", filter);
         _composer.open("write", _composer.open("aggregate", filter));
-        assertEquals("val f2 = read(_) -> filter(_)\nf2 -> write(_)\nf2 -> aggregate(_) -> write(_)",
+        assertEquals("val f2 = read(_) -> filter(_)\nf2 -> write(_)\n"
+                         + "f2 -> aggregate(_) -> write(_)",
                      _composer.text());
         HvlFragment shared = _composer.fragments().get(0);
         HvlFragment user = _composer.fragments().get(1);

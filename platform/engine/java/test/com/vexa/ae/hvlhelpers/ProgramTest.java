@@ -124,7 +124,8 @@ class ProgramTest
         HvlContainer out = _program.createContainer("out", "file:///b", true);
         JSONObject configuration = Composer.json("{}");
         assertFunction("val f1Conf = {}\nval f1In = [{\"name\":\"in\",\"uri\":\"file:///a\"}]\n"
-                           + "val f1Out = [{\"export\":true,\"name\":\"out\",\"uri\":\"file:///b\"}]",
+                           + "val f1Out = [{\"export\":true,\"name\":\"out\","
+                           + "\"uri\":\"file:///b\"}]",
                        "scoring:scoring(f1Conf, f1In, f1Out)",
                        _program.createHvlFunction("scoring:scoring", configuration, List.of(in),
                                                   List.of(out), null));
@@ -138,7 +139,8 @@ class ProgramTest
     @Test
     void containersOutsideAProgramAreOneArray()
     {
-        assertEquals("[{\"export\":true,\"name\":\"a\",\"uri\":\"u\"},{\"name\":\"b\",\"uri\":\"v\"}]",
+        assertEquals("[{\"export\":true,\"name\":\"a\",\"uri\":\"u\"},"
+                         + "{\"name\":\"b\",\"uri\":\"v\"}]",
                      HvlHelpers.formatContainerListJSON(new String[] {"a", "b"},
                                                         new String[] {"u", "v"},
                                                         new boolean[] {true, false}));

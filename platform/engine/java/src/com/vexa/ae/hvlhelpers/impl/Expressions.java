@@ -57,11 +57,13 @@ public final class Expressions
         return new ExpressionText(HvlNames.parameter(name));
     }
 
+    /** A field of the record under a parameter. */
     public static HvlExpression fieldReference(String parameter, String field)
     {
         return new ExpressionText(HvlNames.parameter(parameter) + "." + HvlNames.field(field));
     }
 
+    /** A text whose places take the arguments. */
     public static HvlExpression template(String template, HvlExpression[] arguments)
     {
         if (template == null || template.isBlank()) {
@@ -76,6 +78,7 @@ public final class Expressions
         return new HvlExpressionConditional(clauses, otherwise);
     }
 
+    /** Elements in brackets. */
     public static HvlExpression list(List<HvlExpression> elements)
     {
         return new ExpressionText("[" + joined(elements, "list") + "]");
@@ -88,6 +91,7 @@ public final class Expressions
         return new ExpressionText("(" + joined(elements, "tuple") + comma + ")");
     }
 
+    /** Parameters, always in parentheses, and the body. */
     public static HvlExpression lambda(List<LambdaSignature> signatures, HvlExpression body)
     {
         if (body == null) {

@@ -14,8 +14,8 @@ import java.util.function.Predicate;
 import java.util.stream.Collectors;
 
 /**
- * Collects the places and inputs of one function. Each operation adds the next place and returns the
- * builder; what is null leaves its place open.
+ * Collects the places and inputs of one function. Each operation adds the next place and returns
+ * the builder; what is null leaves its place open.
  */
 public final class FunctionBuilder
 {
@@ -58,17 +58,20 @@ public final class FunctionBuilder
         return this;
     }
 
+    /** A place without a value. */
     public FunctionBuilder open()
     {
         _arguments.add(Argument.OPEN);
         return this;
     }
 
+    /** A configuration, as its text is now. */
     public FunctionBuilder json(JSONObject json, boolean bound)
     {
         return place(json == null ? null : json.toString(), CONFIGURATION, bound);
     }
 
+    /** A place for each element; a null list has none. */
     public FunctionBuilder jsonList(List<JSONObject> list)
     {
         if (list != null) {
@@ -112,6 +115,7 @@ public final class FunctionBuilder
         return place(text, "Raw", bound);
     }
 
+    /** Texts that stand inside the call; a null array has none. */
     public FunctionBuilder raws(String[] texts)
     {
         if (texts != null) {

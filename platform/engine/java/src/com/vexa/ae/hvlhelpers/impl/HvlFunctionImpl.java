@@ -8,8 +8,8 @@ import java.util.Map;
 import java.util.StringJoiner;
 
 /**
- * A function of a program. It holds text and its inputs, and knows no program, so that a program and
- * its copies share it.
+ * A function of a program. It holds text and its inputs, and knows no program, so that a program
+ * and its copies share it.
  */
 public final class HvlFunctionImpl implements HvlFunction
 {

@@ -76,7 +76,7 @@ public final class HvlNames
         if (isName(present(name, "a field"))) {
             return name;
         }
-        // Inside backquotes the escapes of a string hold, but for which of the two quotes needs one.
+        // Inside backquotes the escapes of a string hold, but it is the backquote that needs one.
         String string = string(name).replace("\\\"", "\"").replace("`", "\\`");
         return '`' + string.substring(1, string.length() - 1) + '`';
     }

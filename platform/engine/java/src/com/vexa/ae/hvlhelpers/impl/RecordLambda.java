@@ -34,7 +34,7 @@ public final class RecordLambda
                                       HvlExpression.Form.Lambda);
         }
         if (typed) {
-            throw new IllegalArgumentException("an expression that is a lambda takes no field types");
+            throw new IllegalArgumentException("a lambda takes no field types");
         }
         return body;
     }

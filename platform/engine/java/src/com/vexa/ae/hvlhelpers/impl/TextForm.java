@@ -3,8 +3,8 @@ package com.vexa.ae.hvlhelpers.impl;
 import com.vexa.ae.hvlhelpers.HvlExpression.Form;
 
 /**
- * Finds the form of an expression from its text. Templates may hold any text, so the text is the one
- * thing that all expressions have in common. Only what stands outside all brackets counts.
+ * Finds the form of an expression from its text. Templates may hold any text, so the text is the
+ * one thing that all expressions have in common. Only what stands outside all brackets counts.
  */
 final class TextForm
 {

@@ -1,0 +1,52 @@
+#include "expression/CaseClauses.h"
+
+#include "ErrorIds.h"
+#include "expression/ValueTypes.h"
+
+namespace EmbeddedHV {
+namespace {
+
+void checkConditions(const std::vector<CaseClause>& clauses)
+{
+    for (const CaseClause& clause : clauses)
+        if (!converts(clause.condition.value.type, ValueType::Boolean))
+            clause.place.fail(errors::kOperandType,
+                              "a condition is a boolean, found " + clause.condition.description);
+}
+
+/// The type of all values. A missing else is a null.
+ValueType sharedType(const std::vector<CaseClause>& clauses,
+                     const std::optional<Operand>& otherwise)
+{
+    const Operand* last = otherwise ? &*otherwise : nullptr;
+    ValueType type = last != nullptr ? last->value.type : ValueType::Null;
+    for (const CaseClause& clause : clauses) {
+        const auto common = commonType(type, clause.value.value.type);
+        if (!common)
+            clause.place.fail(errors::kOperandType,
+                              "the values of a conditional are of one type, found " +
+                                  clause.value.description + " and " + last->description);
+        if (type != *common)
+            last = &clause.value;
+        type = *common;
+    }
+    return type;
+}
+
+} // namespace
+
+SqlExpression compileCase(const std::vector<CaseClause>& clauses,
+                          const std::optional<Operand>& otherwise)
+{
+    checkConditions(clauses);
+    const ValueType type = sharedType(clauses, otherwise);
+    std::string sql = "CASE";
+    for (const CaseClause& clause : clauses)
+        sql += " WHEN " + sqlAs(clause.condition.value, ValueType::Boolean) + " THEN " +
+               sqlAs(clause.value.value, type);
+    if (otherwise)
+        sql += " ELSE " + sqlAs(otherwise->value, type);
+    return {sql + " END", type};
+}
+
+} // namespace EmbeddedHV

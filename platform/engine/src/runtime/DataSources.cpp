@@ -1,0 +1,29 @@
+#include "runtime/DataSources.h"
+
+#include <utility>
+
+namespace EmbeddedHV {
+
+std::optional<NamedTable> DataSources::find(const std::string& name) const
+{
+    const std::lock_guard lock(_mutex);
+    const auto found = _tables.find(name);
+    return found == _tables.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::string DataSources::newTable()
+{
+    const std::lock_guard lock(_mutex);
+    return "hv_source_" + std::to_string(++_made);
+}
+
+std::optional<NamedTable> DataSources::publish(const std::string& name, NamedTable table)
+{
+    const std::lock_guard lock(_mutex);
+    const auto [entry, isNew] = _tables.try_emplace(name, table);
+    if (isNew)
+        return std::nullopt;
+    return std::exchange(entry->second, std::move(table));
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,167 @@
+#include "runtime/Job.h"
+
+#include <optional>
+
+#include "ErrorIds.h"
+#include "expression/ExpressionCompiler.h"
+#include "language/Parser.h"
+#include "runtime/QueryFaults.h"
+#include "runtime/QueryWatch.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// The checks of all sources that a SELECT over the node reads.
+void gatherChecks(const Node& node, std::vector<SourceCheck*>& checks)
+{
+    if (!node.table.empty())
+        return;
+    if (node.check)
+        checks.push_back(node.check.get());
+    for (const NodePtr& input : node.inputs)
+        gatherChecks(*input, checks);
+}
+
+} // namespace
+
+void Job::throwIfCancelled() const
+{
+    if (_cancellation.cancelled())
+        throw JobCancelled{};
+}
+
+void Job::run(const std::string& text)
+{
+    throwIfCancelled();
+    const language::Program program = language::parseProgram(text);
+    auto planner = std::make_unique<Planner>(program, _context);
+    _statements = planner->statementCount();
+    if (_statements == 0)
+        _reporter.message(errors::kNoStatement, "the job has no statement, so nothing was done");
+    while (_done < _statements) {
+        std::vector<Statement> batch = planAhead(*planner, _done);
+        try {
+            for (Statement& statement : batch) {
+                runStatement(statement);
+                ++_done;
+                _reporter.progress(static_cast<double>(_done) / static_cast<double>(_statements));
+            }
+        } catch (const Reread&) {
+            batch.clear();
+            startOver();
+            planner = std::make_unique<Planner>(program, _context);
+        }
+    }
+}
+
+std::vector<Statement> Job::planAhead(Planner& planner, std::size_t from)
+{
+    std::vector<Statement> batch;
+    for (std::size_t i = from; i < _statements; ++i) {
+        throwIfCancelled();
+        try {
+            batch.push_back(planner.planStatement(i));
+        } catch (const NotYetWritten&) {
+            break;
+        }
+    }
+    throwIfCancelled();
+    return batch;
+}
+
+void Job::startOver()
+{
+    // Tables were made with the types of the old plan; what statements have written stays.
+    _context.dropTables();
+    _context.unwritten.clear();
+}
+
+void Job::runStatement(Statement& statement)
+{
+    const std::string select = selectOf(*statement.result, statement);
+    execute(statement.output ? statement.output->statement(select) : select, *statement.result,
+            statement);
+    if (statement.output)
+        statement.output->commit();
+}
+
+std::string Job::selectOf(Node& node, const Statement& statement)
+{
+    if (node.shared)
+        return "SELECT * FROM " + render(node, statement);
+    std::vector<std::string> inputs;
+    for (const NodePtr& input : node.inputs)
+        inputs.push_back(render(*input, statement));
+    return node.select(inputs);
+}
+
+std::string Job::render(Node& node, const Statement& statement)
+{
+    if (!node.shared)
+        return "(" + selectOf(node, statement) + ")";
+    if (node.table.empty())
+        evaluate(node, statement);
+    return quotedIdentifier(node.table);
+}
+
+void Job::evaluate(Node& node, const Statement& statement)
+{
+    std::vector<std::string> inputs;
+    for (const NodePtr& input : node.inputs)
+        inputs.push_back(render(*input, statement));
+    const std::string table = _context.newTable("hv_chain_");
+    execute("CREATE TEMP TABLE " + quotedIdentifier(table) + " AS " + node.select(inputs), node,
+            statement);
+    node.table = table;
+}
+
+void Job::execute(const std::string& sql, Node& node, const Statement& statement)
+{
+    _cancellation.resume();
+    throwIfCancelled();
+    std::vector<SourceCheck*> checks;
+    gatherChecks(node, checks);
+    for (SourceCheck* check : checks)
+        check->start(_cancellation);
+    try {
+        runSql(sql, !statement.output);
+    } catch (const duck::QueryError& error) {
+        explainFailure(error, checks, statement);
+    }
+    for (SourceCheck* check : checks)
+        check->finish(*_context.connection, _reporter);
+    // An iterator that saw the cancellation has ended early: the result is not whole.
+    throwIfCancelled();
+}
+
+void Job::runSql(const std::string& sql, bool keepsNothing)
+{
+    const auto progress = [this](double part) {
+        _reporter.progress((static_cast<double>(_done) + part) / static_cast<double>(_statements));
+    };
+    const QueryWatch watch(_context.connection->handle(), _cancellation, progress);
+    if (!keepsNothing) {
+        _context.connection->query(sql);
+        return;
+    }
+    duck::Prepared statement(*_context.connection, sql);
+    duck::Result rows = statement.stream();
+    while (duck::nextChunk(rows))
+        throwIfCancelled();
+}
+
+void Job::explainFailure(const duck::QueryError& error, const std::vector<SourceCheck*>& checks,
+                         const Statement& statement)
+{
+    throwIfCancelled();
+    for (const auto& [name, input] : _context.iteratorInputs)
+        if (input.source && input.source->failure())
+            throw JobError(*input.source->failure());
+    for (SourceCheck* check : checks)
+        check->abandon(error.what());
+    throwIfCancelled();
+    throw faultOf(error.what(), statement.steps,
+                  statement.output ? statement.output->target() : std::string());
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "language/Ast.h"
+#include "runtime/Reporter.h"
+#include "steps/JobContext.h"
+#include "steps/Planner.h"
+
+namespace EmbeddedHV {
+
+/// Thrown inside a job when it is cancelled.
+struct JobCancelled
+{
+};
+
+/// Runs the statements of a job in order. As many statements as possible are planned before the
+/// first of them runs, so that a mistake anywhere shows before a file is written.
+class Job
+{
+public:
+    /// All are borrowed.
+    Job(JobContext& context, Reporter& reporter, Cancellation& cancellation)
+        : _context(context), _reporter(reporter), _cancellation(cancellation)
+    {
+    }
+
+    /// Throws JobError, JobCancelled, and what row iterators and containers throw.
+    void run(const std::string& text);
+
+private:
+    std::vector<Statement> planAhead(Planner& planner, std::size_t from);
+    void runStatement(Statement& statement);
+    /// The FROM item of a node; evaluates what is used more than once.
+    std::string render(Node& node, const Statement& statement);
+    std::string selectOf(Node& node, const Statement& statement);
+    void evaluate(Node& node, const Statement& statement);
+
+    void execute(const std::string& sql, Node& node, const Statement& statement);
+    void runSql(const std::string& sql, bool keepsNothing);
+    void explainFailure(const duck::QueryError& error, const std::vector<SourceCheck*>& checks,
+                        const Statement& statement);
+    void startOver();
+    void throwIfCancelled() const;
+
+    JobContext& _context;
+    Reporter& _reporter;
+    Cancellation& _cancellation;
+    std::size_t _statements = 1;
+    std::size_t _done = 0;
+};
+
+} // namespace EmbeddedHV

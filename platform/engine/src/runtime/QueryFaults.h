@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "JobError.h"
+
+namespace EmbeddedHV {
+
+/// The fault of a job behind the database's message about a statement. `steps` names the steps that
+/// the statement stands for, `target` what it writes; the message goes to the detail.
+JobError faultOf(const std::string& databaseMessage, const std::string& steps,
+                 const std::string& target);
+
+/// Whether the message is about a value of this CSV file that does not convert to its field's type.
+bool isCsvConversionFault(const std::string& databaseMessage, const std::string& path);
+
+/// What is wrong with a CSV record, in the words of this engine.
+std::string csvReason(const std::string& databaseMessage);
+
+/// The first line of a database message, without the name of its class.
+std::string headline(const std::string& databaseMessage);
+
+} // namespace EmbeddedHV

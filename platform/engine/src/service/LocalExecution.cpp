@@ -1,0 +1,156 @@
+#include "service/LocalExecution.h"
+
+#include <atomic>
+#include <new>
+#include <system_error>
+
+#include <unistd.h>
+
+#include "EngineException.h"
+#include "ErrorIds.h"
+#include "runtime/Job.h"
+#include "runtime/Reporter.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// Unlike that of any other job of this process, and of most others.
+std::string newExecutionId()
+{
+    static std::atomic<unsigned long> counter = 0;
+    return "hv-" + std::to_string(getpid()) + "-" + std::to_string(++counter);
+}
+
+} // namespace
+
+LocalExecution::LocalExecution(Database& database, const FileSpace& files, DataSources& dataSources)
+    : _context(std::in_place, database, files, dataSources)
+{
+    _context->cancellation = &_cancellation;
+}
+
+LocalExecution::~LocalExecution()
+{
+    release();
+}
+
+JobContext& LocalExecution::context()
+{
+    if (!_context)
+        throw Exception("the execution has been disposed");
+    return *_context;
+}
+
+void LocalExecution::prepare(JNIEnv*, const std::string& jobText)
+{
+    context();
+    _jobText = jobText;
+}
+
+void LocalExecution::addInputContainer(JNIEnv*, Container* container)
+{
+    context().containers.push_back(container);
+}
+
+void LocalExecution::addOutputContainer(JNIEnv*, Container* container)
+{
+    context().containers.push_back(container);
+}
+
+void LocalExecution::addInputIterator(JNIEnv*, RowDataIterator* iterator, void*)
+{
+    context().iterators[iterator->getName()] = iterator;
+}
+
+void LocalExecution::execute(JNIEnv*, ExecutionListener* listener)
+{
+    context();
+    Reporter reporter(*listener, _cancellation);
+    reporter.init(newExecutionId());
+    std::optional<JobError> fault;
+    const Ending ending = run(reporter, fault);
+    // No statement may reach an iterator from here on.
+    _context->iteratorInputs.clear();
+    _context->profiles.clear();
+    _context->unwritten.clear();
+    _context->dropTables();
+    switch (ending) {
+    case Ending::Success:
+        reporter.success();
+        break;
+    case Ending::Cancelled:
+        reporter.cancelled();
+        break;
+    case Ending::Error:
+        reporter.error(*fault);
+        break;
+    }
+    reporter.rethrow();
+}
+
+LocalExecution::Ending LocalExecution::run(Reporter& reporter, std::optional<JobError>& fault)
+{
+    std::set<std::string> told; // a statement that is planned twice tells its messages once
+    _context->message = [&](const std::string& id, const std::string& text) {
+        if (told.insert(id + text).second)
+            reporter.message(id, text);
+    };
+    const auto unexpected = [&fault](const std::string& what) {
+        fault.emplace(errors::kInternal, "the job failed: " + what);
+    };
+    try {
+        Job(*_context, reporter, _cancellation).run(_jobText);
+        return Ending::Success;
+    } catch (const JobCancelled&) {
+        return Ending::Cancelled;
+    } catch (const JobError& error) {
+        fault = error;
+    } catch (const Exception& exception) {
+        unexpected(exception.getMessage());
+    } catch (const JavaException& exception) {
+        unexpected(exception.getMessage());
+    } catch (const std::bad_alloc&) {
+        fault.emplace(errors::kOutOfMemory, "the job failed: there is not enough memory");
+    } catch (const std::exception& exception) {
+        unexpected(exception.what());
+    } catch (...) {
+        unexpected("unknown exception");
+    }
+    // Whatever failed after a cancellation failed because of it.
+    return _cancellation.cancelled() ? Ending::Cancelled : Ending::Error;
+}
+
+RowDataIterator* LocalExecution::getOutputIterator(JNIEnv*, const std::string& fileName)
+{
+    const auto found = context().written.find(fileName);
+    if (found == _context->written.end())
+        throw Exception("the job has written no file \"" + fileName + "\"");
+    try {
+        return _outputs
+            .emplace_back(std::make_unique<RowFile>(_context->database, found->second,
+                                                    _context->files.scratchFolder()))
+            .get();
+    } catch (const std::exception& exception) {
+        throw Exception("the rows of \"" + fileName + "\" cannot be read: " + exception.what());
+    }
+}
+
+void LocalExecution::cancel(JNIEnv*)
+{
+    _cancellation.cancel();
+}
+
+void LocalExecution::dispose(JNIEnv*)
+{
+    release();
+}
+
+void LocalExecution::release()
+{
+    _outputs.clear();
+    if (_context)
+        _context->dropTables();
+    _context.reset();
+}
+
+} // namespace EmbeddedHV

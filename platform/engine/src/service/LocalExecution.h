@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Execution.h"
+#include "JobError.h"
+#include "runtime/Cancellation.h"
+#include "runtime/RowFile.h"
+#include "steps/JobContext.h"
+
+namespace EmbeddedHV {
+
+class Reporter;
+
+/// A job on the embedded engine. One thread at a time, but for cancel.
+class LocalExecution : public Execution
+{
+public:
+    /// All are borrowed from the service.
+    LocalExecution(Database& database, const FileSpace& files, DataSources& dataSources);
+    ~LocalExecution() override;
+
+    void prepare(JNIEnv* env, const std::string& jobText) override;
+    void addInputContainer(JNIEnv* env, Container* container) override;
+    void addOutputContainer(JNIEnv* env, Container* container) override;
+    void addInputIterator(JNIEnv* env, RowDataIterator* iterator, void* reserved) override;
+    void execute(JNIEnv* env, ExecutionListener* listener) override;
+    RowDataIterator* getOutputIterator(JNIEnv* env, const std::string& fileName) override;
+    void cancel(JNIEnv* env) override;
+    void dispose(JNIEnv* env) override;
+
+private:
+    enum class Ending
+    {
+        Success,
+        Cancelled,
+        Error
+    };
+    JobContext& context();
+    Ending run(Reporter& reporter, std::optional<JobError>& fault);
+    void release();
+
+    Cancellation _cancellation;
+    std::optional<JobContext> _context; ///< none after dispose
+    std::string _jobText;
+    std::vector<std::unique_ptr<RowFile>> _outputs;
+};
+
+} // namespace EmbeddedHV

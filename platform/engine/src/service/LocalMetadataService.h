@@ -1,0 +1,41 @@
+#pragma once
+
+#include "MetadataService.h"
+#include "runtime/DataSources.h"
+#include "runtime/Database.h"
+#include "runtime/FileSpace.h"
+
+namespace EmbeddedHV {
+
+/// Questions about jobs that do not run. Questions about maps throw Exception: this engine has
+/// none.
+class LocalMetadataService : public MetadataService
+{
+public:
+    /// All are borrowed from the service.
+    LocalMetadataService(Database& database, const FileSpace& files, DataSources& dataSources)
+        : _database(database), _files(files), _dataSources(dataSources)
+    {
+    }
+
+    /// The data model of what the last statement of the job gives or writes.
+    std::string getMetadata(JNIEnv* env, const std::string& jobText, void*& reserved, int flags,
+                            const Container& container) override;
+    void reservedOperation() override {}
+    std::string getMapServiceLayers(JNIEnv* env, const std::string& url) override;
+    void getGeographics(JNIEnv* env, std::vector<std::string>& names) override;
+    void getProjections(JNIEnv* env, std::vector<std::string>& names) override;
+    void getRecommendPCSs(JNIEnv* env, const std::string& input, int count,
+                          std::vector<std::string>& result) override;
+    void getRecommendPCSs(JNIEnv* env, const std::string& input,
+                          std::vector<std::string>& result) override;
+    std::string getCoordinatesSystemInfo(JNIEnv* env, const std::string& name) override;
+    std::string getCoordinatesSystemInfo(JNIEnv* env, int wkid) override;
+
+private:
+    Database& _database;
+    const FileSpace& _files;
+    DataSources& _dataSources;
+};
+
+} // namespace EmbeddedHV

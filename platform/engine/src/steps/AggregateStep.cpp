@@ -1,0 +1,193 @@
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "expression/NearestName.h"
+#include "runtime/ColumnTypes.h"
+#include "steps/StepCall.h"
+
+namespace EmbeddedHV {
+namespace {
+
+enum class Accepts
+{
+    Numbers,
+    Anything
+};
+
+/// What an aggregate gives: always the same type, or that of its input.
+enum class Gives
+{
+    Integer,
+    Real,
+    SameAsInput
+};
+
+/// One aggregate function. In the SQL, $ stands for the input column, # for the record number and
+/// % for the centile.
+struct Function
+{
+    std::string_view name;
+    Accepts accepts;
+    Gives gives;
+    const char* sql;
+    bool needsOrder;
+};
+
+constexpr Function kFunctions[] = {
+    {"key", Accepts::Anything, Gives::SameAsInput, "$", false},
+    {"count", Accepts::Anything, Gives::Integer, "count($)", false},
+    {"sum", Accepts::Numbers, Gives::SameAsInput, "sum($)", false},
+    {"mean", Accepts::Numbers, Gives::Real, "avg($)", false},
+    {"min", Accepts::Anything, Gives::SameAsInput, "min($)", false},
+    {"max", Accepts::Anything, Gives::SameAsInput, "max($)", false},
+    {"sd", Accepts::Numbers, Gives::Real, "stddev_samp($)", false},
+    {"variance", Accepts::Numbers, Gives::Real, "var_samp($)", false},
+    {"median", Accepts::Numbers, Gives::Real, "quantile_cont(CAST($ AS DOUBLE), 0.5)", false},
+    {"percentile", Accepts::Numbers, Gives::Real, "quantile_cont(CAST($ AS DOUBLE), % / 100.0)",
+     false},
+    {"first", Accepts::Anything, Gives::SameAsInput, "arg_min_null($, #)", true},
+    {"last", Accepts::Anything, Gives::SameAsInput, "arg_max_null($, #)", true},
+};
+
+const Function& functionOf(const Settings& output)
+{
+    const std::string name = output.neededText("function");
+    const auto* found = std::find_if(std::begin(kFunctions), std::end(kFunctions),
+                                     [&](const Function& known) { return known.name == name; });
+    if (found != std::end(kFunctions))
+        return *found;
+    std::vector<std::string_view> names;
+    for (const Function& known : kFunctions)
+        names.push_back(known.name);
+    output.refuse("function",
+                  "is \"" + name + "\", which is no aggregate function" + suggestion(name, names));
+}
+
+/// The pieces of the SELECT that grow output by output.
+struct Aggregation
+{
+    Fields fields;
+    std::string columns;
+    std::string keys; ///< places of the keys in the SELECT, for GROUP BY and ORDER BY
+    std::string order;
+    bool ordered = false;
+};
+
+std::string filledIn(const char* sql, const std::string& column, const std::string& number,
+                     std::int64_t centile)
+{
+    std::string text;
+    for (const char character : std::string_view(sql)) {
+        if (character == '$')
+            text += column;
+        else if (character == '#')
+            text += number;
+        else if (character == '%')
+            text += std::to_string(centile);
+        else
+            text += character;
+    }
+    return text;
+}
+
+CFField resultField(const std::string& name, const Function& function, const CFField* input)
+{
+    if (function.name == "key") {
+        CFField key(name, input->GetType(), input->GetStorage(), input->GetRole());
+        key.SetLabel(input->GetLabel());
+        return key;
+    }
+    if (function.gives == Gives::Integer)
+        return plainField(name, CFField::Integer);
+    return plainField(name, function.gives == Gives::Real ? CFField::Real : input->GetStorage());
+}
+
+std::int64_t centileOf(const Settings& output, const Function& function)
+{
+    if (function.name != "percentile")
+        return 0;
+    const auto centile = output.integer("centile");
+    if (!centile)
+        output.neededText("centile"); // says that it is missing
+    if (*centile < 1 || *centile > 100)
+        output.refuse("centile", "is " + std::to_string(*centile) + ", not 1 to 100");
+    return *centile;
+}
+
+std::string defaultName(const Function& function, const CFField* input)
+{
+    if (!input)
+        return std::string(function.name);
+    return function.name == "key" ? input->GetName()
+                                  : std::string(function.name) + "_" + input->GetName();
+}
+
+void addOutput(StepCall& call, const Settings& output, const std::string& number,
+               Aggregation& aggregation)
+{
+    const Function& function = functionOf(output);
+    const std::string inputName = output.text("input").value_or("");
+    if (inputName.empty() && function.name != "count")
+        output.neededText("input");
+    const CFField* input = inputName.empty() ? nullptr : &call.inputField(inputName);
+    if (input && function.accepts == Accepts::Numbers && input->GetStorage() != CFField::Integer &&
+        input->GetStorage() != CFField::Real)
+        output.refuse("input", "names \"" + inputName + "\", which is " +
+                                   typeWordOf(input->GetStorage()) + ": " +
+                                   std::string(function.name) + " needs a number");
+    const std::int64_t centile = centileOf(output, function);
+    std::string name = output.text("outName").value_or("");
+    if (name.empty())
+        name = defaultName(function, input);
+    refuseDuplicate(aggregation.fields, name, call.name);
+    output.reportOthers(call.context.message);
+
+    aggregation.fields.push_back(resultField(name, function, input));
+    const std::string column = input ? "t." + quotedIdentifier(inputName) : "*";
+    // The sum of integers is wider than an integer until it is known to fit.
+    const char* type = sqlTypeOf(aggregation.fields.back().GetStorage());
+    aggregation.columns += (aggregation.columns.empty() ? "" : ", ") +
+                           ("CAST(" + filledIn(function.sql, column, "t." + number, centile)) +
+                           " AS " + type + ") AS " + quotedIdentifier(name);
+    aggregation.ordered |= function.needsOrder;
+    if (function.name != "key")
+        return;
+    const std::string place = std::to_string(aggregation.fields.size());
+    aggregation.keys += (aggregation.keys.empty() ? "" : ", ") + place;
+    aggregation.order += (aggregation.order.empty() ? "" : ", ") + place + " NULLS LAST";
+}
+
+} // namespace
+
+/// One record for each combination of key values, in the order of the keys.
+StepResult planAggregate(StepCall& call)
+{
+    const Settings settings = call.settings();
+    const Json& outputs = settings.neededList("output");
+    if (outputs.empty())
+        settings.refuse("output", "is empty: there is nothing to aggregate");
+    const std::string number = quotedIdentifier(unusedName(call.input()->fields, "hv_record"));
+    Aggregation aggregation;
+    for (std::size_t i = 0; i < outputs.size(); ++i)
+        addOutput(call, settings.objectAt(outputs, "output", i), number, aggregation);
+    settings.reportOthers(call.context.message);
+    Fields fields = aggregation.fields;
+    return {derivedNode(std::move(fields), {call.input()},
+                        [aggregation, number](const std::vector<std::string>& inputs) {
+                            const std::string from = aggregation.ordered
+                                                         ? "(SELECT *, row_number() OVER () AS " +
+                                                               number + " FROM " + inputs[0] + ")"
+                                                         : inputs[0];
+                            return "SELECT " + aggregation.columns + " FROM " + from + " AS t" +
+                                   (aggregation.keys.empty()
+                                        ? ""
+                                        : " GROUP BY " + aggregation.keys + " ORDER BY " +
+                                              aggregation.order);
+                        }),
+            nullptr};
+}
+
+} // namespace EmbeddedHV

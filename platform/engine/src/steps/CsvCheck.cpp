@@ -1,0 +1,160 @@
+#include "steps/CsvCheck.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "expression/ExpressionCompiler.h"
+#include "runtime/ColumnTypes.h"
+#include "runtime/QueryFaults.h"
+#include "runtime/Reporter.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// Types that the database's conversion can change a value for.
+bool canLose(CFField::StorageType storage)
+{
+    return storage == CFField::Integer || storage == CFField::Date;
+}
+
+} // namespace
+
+CsvCheck::CsvCheck(CsvCheckSettings settings) : _settings(std::move(settings))
+{
+    const bool lossy =
+        std::any_of(_settings.fields.begin(), _settings.fields.end(),
+                    [](const CFField& field) { return canLose(field.GetStorage()); });
+    if (_settings.guess) {
+        if (!_settings.guess->complete() && _settings.guess->records() < _settings.mostRecords)
+            _profile = _settings.guess;
+    }
+    // With a threshold the database skips what it cannot convert, and rounds the rest.
+    else if (lossy && _settings.errorThreshold == 0)
+        _profile = std::make_shared<CsvProfile>(_settings.path, _settings.hasHeader,
+                                                storagesOf(_settings.fields));
+}
+
+CsvCheck::~CsvCheck()
+{
+    join(false);
+}
+
+void CsvCheck::start(Cancellation& cancellation)
+{
+    _cancellation = &cancellation;
+    _stop = false;
+    if (_profile && !_profile->complete())
+        _thread = std::thread([this] { readRest(); });
+}
+
+bool CsvCheck::guessHolds() const
+{
+    for (std::size_t i = 0; i < _settings.fields.size(); ++i)
+        if (_profile->storageOf(i) != _settings.fields[i].GetStorage())
+            return false;
+    return true;
+}
+
+void CsvCheck::readRest()
+{
+    try {
+        _profile->read(_settings.mostRecords, [this] {
+            if (_stop || _cancellation->cancelled())
+                return false;
+            // No use in running on: the plan is wrong. A guess goes on to the end,
+            // since the next plan needs it.
+            if (_profile->misfit() || (_settings.guess && !guessHolds()))
+                _cancellation->stopStatement();
+            return !_profile->misfit();
+        });
+    } catch (...) {
+        _failure = std::current_exception();
+    }
+}
+
+void CsvCheck::join(bool toTheEnd)
+{
+    if (!toTheEnd)
+        _stop = true;
+    if (_thread.joinable())
+        _thread.join();
+    if (toTheEnd && _failure)
+        std::rethrow_exception(std::exchange(_failure, nullptr));
+}
+
+void CsvCheck::refuseMisfit(const CsvProfile::Misfit& misfit) const
+{
+    const CFField& field = _settings.fields[misfit.column];
+    throw JobError(errors::kBadRecord, "read: " + _settings.path + ":" +
+                                           std::to_string(misfit.line) + ": field \"" +
+                                           field.GetName() + "\": \"" + misfit.text + "\" is not " +
+                                           typeWordOf(field.GetStorage()));
+}
+
+void CsvCheck::finish(duck::Connection& connection, Reporter& reporter)
+{
+    join(true);
+    if (_profile && !_cancellation->cancelled()) {
+        if (_settings.guess && !guessHolds())
+            throw Reread{};
+        if (const auto& misfit = _profile->misfit())
+            refuseMisfit(*misfit);
+    }
+    if (!_settings.rejects.empty())
+        countRejects(connection, reporter);
+}
+
+void CsvCheck::abandon(const std::string& databaseMessage)
+{
+    const bool stopped = _cancellation && _cancellation->stopping();
+    const bool conversion = isCsvConversionFault(databaseMessage, _settings.path);
+    // Either the check stopped the statement, or the database met the value first.
+    if (!_profile || _cancellation->cancelled() || !(stopped || conversion)) {
+        join(false);
+        return;
+    }
+    join(true);
+    if (_settings.guess && !guessHolds())
+        throw Reread{};
+    if (const auto& misfit = _profile->misfit(); misfit && stopped)
+        refuseMisfit(*misfit);
+}
+
+void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
+{
+    const std::string table = quotedIdentifier(_settings.rejects);
+    duck::Result conversions = connection.query(
+        "SELECT count(*) FROM " + table + " WHERE error_message LIKE 'Error when converting%'");
+    // The whole file decides on types, bad records or not.
+    if (_settings.guess && conversions.integer(0, 0) > 0) {
+        _settings.guess->read(UINT64_MAX, [this] { return !_cancellation->cancelled(); });
+        _profile = _settings.guess;
+        if (!guessHolds())
+            throw Reread{};
+    }
+    duck::Result bad = connection.query(
+        "SELECT line, min(error_message) FROM " + table + " GROUP BY line ORDER BY line" +
+        (_settings.errorThreshold < 0
+             ? std::string()
+             : " LIMIT " +
+                   std::to_string(std::min<std::int64_t>(_settings.errorThreshold, INT64_MAX - 1) +
+                                  1)));
+    const auto count = static_cast<std::int64_t>(bad.rows());
+    if (_settings.errorThreshold >= 0 && count > _settings.errorThreshold)
+        throw JobError(errors::kTooManyBadRecords,
+                       "read: " + _settings.path + ":" +
+                           bad.text(0, static_cast<std::size_t>(count - 1)) + ": " +
+                           csvReason(bad.text(1, static_cast<std::size_t>(count - 1))) +
+                           "; more than " + std::to_string(_settings.errorThreshold) +
+                           " records cannot be read");
+    if (count > 0)
+        reporter.message(errors::kRecordsSkipped,
+                         "read: " + _settings.path + ": " + std::to_string(count) +
+                             (count == 1 ? " record was skipped, " : " records were skipped, ") +
+                             "the first on line " + bad.text(0, 0) + ": " +
+                             csvReason(bad.text(1, 0)));
+}
+
+} // namespace EmbeddedHV

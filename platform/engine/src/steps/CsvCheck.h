@@ -1,0 +1,56 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <exception>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include "csv/CsvProfile.h"
+#include "steps/Plan.h"
+
+namespace EmbeddedHV {
+
+struct CsvCheckSettings
+{
+    std::string path;
+    bool hasHeader = false;
+    Fields fields;
+    std::int64_t errorThreshold = 0;
+    std::uint64_t mostRecords = UINT64_MAX;
+    std::string rejects;               ///< the table of skipped records; empty if none is kept
+    std::shared_ptr<CsvProfile> guess; ///< null if a data model gives the types
+};
+
+/// Looks after a CSV file while a statement reads it. The database converts with losses where the
+/// head of the file does not show them coming (1.5 becomes the integer 2), so the rest of the file
+/// is gone through on a thread of its own, beside the statement.
+class CsvCheck : public SourceCheck
+{
+public:
+    explicit CsvCheck(CsvCheckSettings settings);
+    CsvCheck(const CsvCheck&) = delete;
+    CsvCheck& operator=(const CsvCheck&) = delete;
+    ~CsvCheck() override;
+
+    void start(Cancellation& cancellation) override;
+    void finish(duck::Connection& connection, Reporter& reporter) override;
+    void abandon(const std::string& databaseMessage) override;
+
+private:
+    void readRest();
+    bool guessHolds() const;
+    void join(bool toTheEnd);
+    void countRejects(duck::Connection& connection, Reporter& reporter);
+    void refuseMisfit(const CsvProfile::Misfit& misfit) const;
+
+    CsvCheckSettings _settings;
+    std::shared_ptr<CsvProfile> _profile; ///< what is read on; null if nothing needs to be
+    Cancellation* _cancellation = nullptr;
+    std::atomic<bool> _stop = false;
+    std::exception_ptr _failure;
+    std::thread _thread;
+};
+
+} // namespace EmbeddedHV

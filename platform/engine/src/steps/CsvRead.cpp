@@ -1,0 +1,128 @@
+#include "steps/CsvRead.h"
+
+#include <algorithm>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "expression/NearestName.h"
+#include "runtime/ColumnTypes.h"
+#include "runtime/FileKinds.h"
+#include "steps/CsvCheck.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// Enough of a file to know its types in most cases, little enough to read at once.
+constexpr std::uint64_t kSampleRecords = 20000;
+
+/// Finds the fields of one CSV file.
+class CsvPlan
+{
+public:
+    CsvPlan(JobContext& context, const CsvReadSettings& settings)
+        : _context(context), _settings(settings),
+          _known(context.profiles[{settings.path, settings.hasHeader}])
+    {
+        if (!_known)
+            _known = std::make_shared<CsvProfile>(settings.path, settings.hasHeader);
+        // A second reader of the file finds it read to the end: two threads on one profile will not
+        // do.
+        else if (!settings.dataModel)
+            readProfile(UINT64_MAX);
+    }
+
+    const std::shared_ptr<CsvProfile>& profile() const { return _known; }
+    Fields guessedFields();
+    Fields modelledFields();
+
+private:
+    void readProfile(std::uint64_t records)
+    {
+        if (!_known->complete())
+            _known->read(records, [this] { return !_context.stopping(); });
+    }
+    Fields fieldsByPlace() const;
+    [[noreturn]] void refuse(const std::string& problem) const
+    {
+        throw JobError(errors::kDataModelMismatch, "read: " + _settings.path + ": " + problem);
+    }
+
+    JobContext& _context;
+    const CsvReadSettings& _settings;
+    std::shared_ptr<CsvProfile>& _known;
+};
+
+Fields CsvPlan::guessedFields()
+{
+    // Rows of an iterator come once: a job that has any cannot be planned anew when a guess fails.
+    const std::uint64_t sample = _context.iterators.empty() ? kSampleRecords : UINT64_MAX;
+    readProfile(std::min(sample, _settings.mostRecords));
+    Fields fields;
+    for (std::size_t i = 0; i < _known->names().size(); ++i)
+        fields.push_back(plainField(_known->names()[i], _known->storageOf(i)));
+    return fields;
+}
+
+Fields CsvPlan::fieldsByPlace() const
+{
+    const std::size_t count = _known->names().size();
+    if (_settings.dataModel->size() != count)
+        refuse("the file has " + std::to_string(count) + " fields, the data model " +
+               std::to_string(_settings.dataModel->size()));
+    return *_settings.dataModel;
+}
+
+/// The fields of the file in its order, typed by the data model. Names bind the two where the file
+/// has names, places where it has none.
+Fields CsvPlan::modelledFields()
+{
+    if (!_settings.hasHeader)
+        return fieldsByPlace();
+    const std::vector<std::string>& names = _known->names();
+    const Fields& model = *_settings.dataModel;
+    const bool allKnown = std::all_of(names.begin(), names.end(), [&](const std::string& name) {
+        return findField(model, name) != nullptr;
+    });
+    if (!allKnown)
+        readProfile(UINT64_MAX);
+    Fields fields;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const CFField* known = findField(model, names[i]);
+        fields.push_back(known ? *known : plainField(names[i], _known->storageOf(i)));
+    }
+    for (const CFField& field : model)
+        if (!findField(fields, field.GetName()))
+            refuse("the data model has a field \"" + field.GetName() + "\", which the file lacks" +
+                   suggestion(field.GetName(), {names.begin(), names.end()}));
+    return fields;
+}
+
+} // namespace
+
+NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
+{
+    CsvPlan plan(context, settings);
+    auto node = std::make_shared<Node>();
+    node->fields = settings.dataModel ? plan.modelledFields() : plan.guessedFields();
+
+    CsvCheckSettings check;
+    check.path = settings.path;
+    check.hasHeader = settings.hasHeader;
+    check.fields = node->fields;
+    check.errorThreshold = settings.errorThreshold;
+    check.mostRecords = settings.mostRecords;
+    if (settings.errorThreshold != 0) {
+        check.rejects = context.newTable("hv_rejects_");
+        context.tables.push_back(rejectScansOf(check.rejects));
+    }
+    if (!settings.dataModel)
+        check.guess = plan.profile();
+    node->check = std::make_shared<CsvCheck>(check);
+
+    const std::string table =
+        csvTable(settings.path, settings.hasHeader, node->fields, check.rejects);
+    node->select = [table](const std::vector<std::string>&) { return "SELECT * FROM " + table; };
+    return node;
+}
+
+} // namespace EmbeddedHV

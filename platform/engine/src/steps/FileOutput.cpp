@@ -1,0 +1,107 @@
+#include "steps/FileOutput.h"
+
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "expression/ExpressionCompiler.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr const char* kStep = "write";
+
+/// Thrown between two chunks when the job is cancelled; the job looks at that itself.
+struct Stopped
+{
+};
+
+} // namespace
+
+FileOutput::FileOutput(JobContext& context, FileOutputSettings settings, Fields fields)
+    : _context(context), _settings(std::move(settings)), _fields(std::move(fields)),
+      _data(_settings.path, kStep)
+{
+    if (_settings.modelPath.empty())
+        return;
+    if (_settings.modelPath == _settings.path)
+        throw JobError(errors::kSettingType,
+                       std::string(kStep) +
+                           ": \"dataDestination\" and \"dataModelDestination\" "
+                           "name the same file, " +
+                           _settings.path);
+    _model.emplace(_settings.modelPath, kStep);
+}
+
+std::string FileOutput::statement(const std::string& select)
+{
+    std::string path = _data.path();
+    if (!_settings.password.empty()) {
+        try {
+            _plain = std::make_unique<ScratchFile>(_context.files.scratchFolder());
+        } catch (const std::system_error& error) {
+            throw JobError(errors::kFileUnwritable,
+                           std::string(kStep) + ": " + _settings.path +
+                               ": the file cannot be sealed: " + error.what());
+        }
+        path = _plain->path();
+    }
+    // The name is temporary already, and the renaming is done here.
+    std::string options = "USE_TMP_FILE false, ";
+    if (_settings.kind == FileKind::Csv)
+        options += "FORMAT CSV, HEADER true";
+    else
+        options += "FORMAT PARQUET, KV_METADATA {" + quotedLiteral(kDataModelKey) + ": " +
+                   quotedLiteral(dataModelOf(_fields)) + "}";
+    return "COPY (" + select + ") TO " + quotedLiteral(path) + " (" + options + ")";
+}
+
+void FileOutput::seal()
+{
+    const FileDescriptor sealed(
+        open(_data.path().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    if (!sealed)
+        PendingFile::refuse(kStep, _settings.path, errno);
+    try {
+        _plain->rewind();
+        sealFile(_plain->descriptor(), sealed.get(), _settings.password, [this] {
+            if (_context.stopping())
+                throw Stopped{};
+        });
+    } catch (const Stopped&) {
+        throw JobError(errors::kQueryFailed,
+                       std::string(kStep) + ": " + _settings.path + ": the job was stopped");
+    } catch (const SealedFileError& error) {
+        if (error.code() != 0)
+            PendingFile::refuse(kStep, _settings.path, error.code());
+        throw JobError(errors::kFileUnwritable, std::string(kStep) + ": " + _settings.path +
+                                                    ": the file cannot be sealed: " + error.what());
+    }
+    _plain.reset();
+}
+
+void FileOutput::commit()
+{
+    if (_plain)
+        seal();
+    if (_model)
+        _model->write(dataModelOf(_fields));
+    _data.commit();
+    if (_model) {
+        try {
+            _model->commit();
+        } catch (const JobError&) {
+            _data.revoke();
+            throw;
+        }
+    }
+    _context.unwritten.erase(_settings.path);
+    _context.unwritten.erase(_settings.modelPath);
+    _context.written[fileNameOf(_settings.path)] = {_settings.path, _settings.kind, _fields,
+                                                    _settings.password};
+}
+
+} // namespace EmbeddedHV

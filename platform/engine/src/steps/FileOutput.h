@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "runtime/FileKinds.h"
+#include "runtime/PendingFile.h"
+#include "steps/JobContext.h"
+#include "steps/Plan.h"
+
+namespace EmbeddedHV {
+
+/// What a write step says about its files.
+struct FileOutputSettings
+{
+    std::string path;
+    std::string modelPath; ///< empty if no data model document is wanted
+    FileKind kind = FileKind::Csv;
+    std::string password; ///< SAV only; empty for a file in the clear
+};
+
+/// Writes a data file and its data model document. Both get their names when both are whole.
+class FileOutput : public Output
+{
+public:
+    /// Looks at the destinations, makes nothing yet. Throws JobError. The context is borrowed.
+    FileOutput(JobContext& context, FileOutputSettings settings, Fields fields);
+
+    std::string target() const override { return _settings.path; }
+    std::string statement(const std::string& select) override;
+    void commit() override;
+
+private:
+    void seal();
+
+    JobContext& _context;
+    FileOutputSettings _settings;
+    Fields _fields;
+    PendingFile _data;
+    std::optional<PendingFile> _model;
+    std::unique_ptr<ScratchFile> _plain; ///< what is to be sealed
+};
+
+} // namespace EmbeddedHV

@@ -1,0 +1,242 @@
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "expression/NearestName.h"
+#include "expression/ValueTypes.h"
+#include "runtime/ColumnTypes.h"
+#include "steps/StepCall.h"
+
+namespace EmbeddedHV {
+namespace {
+
+std::string aliasOf(std::size_t input)
+{
+    return "t" + std::to_string(input);
+}
+
+std::string columnOf(std::size_t input, const std::string& field)
+{
+    return aliasOf(input) + "." + quotedIdentifier(field);
+}
+
+/// The pieces of a join's SELECT.
+struct Join
+{
+    std::string type;                                 ///< as the configuration says it
+    std::vector<std::vector<std::string>> conditions; ///< by the later input of each
+    std::vector<bool> keepsUnmatched;
+    std::vector<std::string> columns;
+    Fields fields;
+};
+
+/// Reads the configuration of a join against its inputs.
+class JoinReader
+{
+public:
+    explicit JoinReader(StepCall& call) : _call(call), _settings(call.settings()) {}
+
+    Join read()
+    {
+        _join.conditions.resize(_call.inputs.size());
+        _join.keepsUnmatched.assign(_call.inputs.size(), false);
+        readType();
+        readMatchFields();
+        readUnmatched();
+        readOutputFields();
+        _settings.reportOthers(_call.context.message);
+        return std::move(_join);
+    }
+
+private:
+    void readType();
+    void readMatchFields();
+    void readUnmatched();
+    void readOutputFields();
+    void addMatch(const Settings& match);
+    void addColumn(std::size_t input, const CFField& field);
+    std::size_t inputOf(const std::string& tag, const std::string& key) const;
+
+    StepCall& _call;
+    Settings _settings;
+    Join _join;
+};
+
+std::size_t JoinReader::inputOf(const std::string& tag, const std::string& key) const
+{
+    std::vector<std::string_view> tags;
+    for (std::size_t i = 0; i < _call.inputs.size(); ++i) {
+        if (_call.inputs[i].tag == tag)
+            return i;
+        tags.emplace_back(_call.inputs[i].tag);
+    }
+    _settings.refuse(key,
+                     "names \"" + tag + "\", which is the tag of no input" + suggestion(tag, tags));
+}
+
+void JoinReader::readType()
+{
+    constexpr std::string_view kTypes[] = {"Inner", "Outer", "Anti", "Cartesian"};
+    _join.type = _settings.text("joinType").value_or("Inner");
+    if (std::find(std::begin(kTypes), std::end(kTypes), _join.type) == std::end(kTypes))
+        _settings.refuse("joinType",
+                         "is \"" + _join.type + "\"; known are Inner, Outer, Anti and Cartesian");
+    if ((_join.type == "Outer" || _join.type == "Anti") && _call.inputs.size() > 2)
+        throw JobError(errors::kStepInput, _call.name + ": a join of type " + _join.type +
+                                               " takes two inputs, not " +
+                                               std::to_string(_call.inputs.size()));
+}
+
+void JoinReader::addMatch(const Settings& match)
+{
+    std::vector<std::pair<std::size_t, const CFField*>> sides;
+    for (const StepInput& input : _call.inputs)
+        if (const auto field = match.text(input.tag))
+            sides.emplace_back(inputOf(input.tag, "matchFields"),
+                               &fieldOf(input.node->fields, *field, _call.name));
+    if (sides.size() != 2)
+        _settings.refuse("matchFields", "must name a field of two inputs in each element");
+    const auto& [left, leftField] = sides[0];
+    const auto& [right, rightField] = sides[1];
+    if (!commonType(valueTypeOf(leftField->GetStorage()), valueTypeOf(rightField->GetStorage())))
+        _settings.refuse("matchFields", "matches \"" + leftField->GetName() + "\", which is " +
+                                            typeWordOf(leftField->GetStorage()) + ", with \"" +
+                                            rightField->GetName() + "\", which is " +
+                                            typeWordOf(rightField->GetStorage()));
+    _join.conditions[std::max(left, right)].push_back(columnOf(left, leftField->GetName()) + " = " +
+                                                      columnOf(right, rightField->GetName()));
+    match.reportOthers(_call.context.message);
+}
+
+void JoinReader::readMatchFields()
+{
+    if (_join.type == "Cartesian") {
+        if (_settings.has("matchFields"))
+            _settings.neededList("matchFields");
+        return;
+    }
+    const Json& matches = _settings.neededList("matchFields");
+    for (std::size_t i = 0; i < matches.size(); ++i)
+        addMatch(_settings.objectAt(matches, "matchFields", i));
+    for (std::size_t i = 1; i < _call.inputs.size(); ++i)
+        if (_join.conditions[i].empty())
+            _settings.refuse("matchFields", "does not match the input \"" + _call.inputs[i].tag +
+                                                "\" with one before it");
+}
+
+void JoinReader::readUnmatched()
+{
+    if (!_settings.has("nonMatchingSources")) {
+        // Without a word on it, an outer join keeps all and an anti join asks about the first.
+        std::fill(_join.keepsUnmatched.begin(), _join.keepsUnmatched.end(), _join.type == "Outer");
+        _join.keepsUnmatched[0] = _join.type == "Outer" || _join.type == "Anti";
+        return;
+    }
+    const Json& tags = _settings.neededList("nonMatchingSources");
+    for (std::size_t i = 0; i < tags.size(); ++i)
+        _join.keepsUnmatched[inputOf(_settings.textAt(tags, "nonMatchingSources", i),
+                                     "nonMatchingSources")] = true;
+    if (_join.type == "Anti" &&
+        std::count(_join.keepsUnmatched.begin(), _join.keepsUnmatched.end(), true) != 1)
+        _settings.refuse("nonMatchingSources", "must name one input in a join of type Anti");
+}
+
+void JoinReader::addColumn(std::size_t input, const CFField& field)
+{
+    refuseDuplicate(_join.fields, field.GetName(), _call.name);
+    _join.fields.push_back(field);
+    _join.columns.push_back(columnOf(input, field.GetName()) + " AS " +
+                            quotedIdentifier(field.GetName()));
+}
+
+void JoinReader::readOutputFields()
+{
+    const Json none = Json::object();
+    const Settings output = _settings.has("outputFields")
+                                ? _settings.neededObject("outputFields")
+                                : Settings(none, _call.name, "outputFields");
+    for (std::size_t i = 0; i < _call.inputs.size(); ++i) {
+        const StepInput& input = _call.inputs[i];
+        const bool dropped = _join.type == "Anti" && !_join.keepsUnmatched[i];
+        if (!output.has(input.tag))
+            continue;
+        const Json& names = output.neededList(input.tag);
+        if (dropped && !names.empty())
+            output.refuse(input.tag, "names fields of an input whose records an Anti join drops");
+        for (std::size_t name = 0; name < names.size(); ++name)
+            addColumn(
+                i, fieldOf(input.node->fields, output.textAt(names, input.tag, name), _call.name));
+    }
+    output.reportOthers(_call.context.message);
+    if (!_join.fields.empty())
+        return;
+    for (std::size_t i = 0; i < _call.inputs.size(); ++i)
+        if (_join.type != "Anti" || _join.keepsUnmatched[i])
+            for (const CFField& field : _call.inputs[i].node->fields)
+                addColumn(i, field);
+}
+
+template <class Texts>
+std::string joined(const Texts& texts, const char* separator)
+{
+    std::string all;
+    for (const std::string& text : texts)
+        all += (all.empty() ? "" : separator) + text;
+    return all;
+}
+
+const char* outerJoin(const Join& join)
+{
+    if (join.keepsUnmatched[0] && join.keepsUnmatched[1])
+        return " FULL JOIN ";
+    if (join.keepsUnmatched[0])
+        return " LEFT JOIN ";
+    return join.keepsUnmatched[1] ? " RIGHT JOIN " : " JOIN ";
+}
+
+std::string antiJoin(const Join& join, const std::vector<std::string>& inputs)
+{
+    const std::size_t kept = join.keepsUnmatched[0] ? 0 : 1;
+    const std::size_t other = 1 - kept;
+    return "SELECT " + joined(join.columns, ", ") + " FROM " + inputs[kept] + " AS " +
+           aliasOf(kept) + " WHERE NOT EXISTS (SELECT 1 FROM " + inputs[other] + " AS " +
+           aliasOf(other) + " WHERE " + joined(join.conditions[1], " AND ") + ")";
+}
+
+std::string selectOf(const Join& join, const std::vector<std::string>& inputs)
+{
+    if (join.type == "Anti")
+        return antiJoin(join, inputs);
+    std::string from = inputs[0] + " AS " + aliasOf(0);
+    for (std::size_t i = 1; i < inputs.size(); ++i) {
+        if (join.type == "Cartesian")
+            from += " CROSS JOIN " + inputs[i] + " AS " + aliasOf(i);
+        else
+            from += (join.type == "Outer" ? outerJoin(join) : " JOIN ") + inputs[i] + " AS " +
+                    aliasOf(i) + " ON " + joined(join.conditions[i], " AND ");
+    }
+    return "SELECT " + joined(join.columns, ", ") + " FROM " + from;
+}
+
+} // namespace
+
+/// Records of several inputs side by side. A missing value matches nothing.
+StepResult planJoin(StepCall& call)
+{
+    if (call.inputs.size() < 2)
+        throw JobError(errors::kStepInput, call.name + ": a join takes at least two inputs, with "
+                                                       "tags");
+    Join join = JoinReader(call).read();
+    Fields fields = join.fields;
+    std::vector<NodePtr> inputs;
+    for (const StepInput& input : call.inputs)
+        inputs.push_back(input.node);
+    return {derivedNode(
+                std::move(fields), std::move(inputs),
+                [join](const std::vector<std::string>& froms) { return selectOf(join, froms); }),
+            nullptr};
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "runtime/Cancellation.h"
+#include "runtime/DataModel.h"
+#include "runtime/Duck.h"
+
+namespace EmbeddedHV {
+
+class Reporter;
+
+/// What a source has to look after while a statement reads it: that the types it guessed hold, that
+/// bad records stay within their limit.
+class SourceCheck
+{
+public:
+    virtual ~SourceCheck() = default;
+    /// Before the statement.
+    virtual void start(Cancellation& cancellation) = 0;
+    /// After a statement that succeeded; before its output gets its name. Throws JobError or
+    /// Reread.
+    virtual void finish(duck::Connection& connection, Reporter& reporter) = 0;
+    /// After a statement that failed; throws Reread if reading anew can mend it.
+    virtual void abandon(const std::string& databaseMessage) = 0;
+};
+
+/// Thrown when a source turns out to have other types than the plan was made for: the plan of the
+/// present statement is made again, with what is known now.
+struct Reread
+{
+};
+
+struct Node;
+using NodePtr = std::shared_ptr<Node>;
+
+/// A relation of the plan: its fields, and how its SELECT is written once the FROM items of its
+/// inputs are known. Nothing runs until a statement is rendered from it.
+struct Node
+{
+    Fields fields;
+    std::vector<NodePtr> inputs;
+    std::function<std::string(const std::vector<std::string>& inputs)> select;
+    std::shared_ptr<SourceCheck> check; ///< sources only; may be null
+    bool shared = false;                ///< used more than once, so evaluated into a table
+    int depth = 0;                      ///< steps since the last table or source
+    int steps = 1;                      ///< steps since the source
+    std::string table;                  ///< once evaluated
+};
+
+/// A relation over others; its depth follows from theirs. Throws JobError past the longest chain.
+NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
+                    std::function<std::string(const std::vector<std::string>&)> select);
+
+/// Where the records of a statement go.
+class Output
+{
+public:
+    virtual ~Output() = default;
+    /// The thing that is written, for messages: a file or a data source.
+    virtual std::string target() const = 0;
+    /// The SQL that writes the records of a SELECT.
+    virtual std::string statement(const std::string& select) = 0;
+    /// Makes the result visible under its name. Throws JobError.
+    virtual void commit() = 0;
+};
+
+/// A statement of the job, planned.
+struct Statement
+{
+    NodePtr result;
+    std::unique_ptr<Output> output; ///< null: the records are computed and dropped
+    std::string steps;              ///< "read -> filterRecords -> write", for messages
+};
+
+/// A column list: quoted names with commas.
+std::string columnList(const Fields& fields);
+/// A name that no field has, for a column of the engine's own.
+std::string unusedName(const Fields& fields, const std::string& base);
+
+} // namespace EmbeddedHV

@@ -1,0 +1,268 @@
+#include "steps/Planner.h"
+
+#include <variant>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "expression/NearestName.h"
+#include "language/JsonLiteral.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// Chains of chains are followed by recursion.
+constexpr std::size_t kMostNestedChains = 1000;
+
+std::string placeOf(const language::Position& position)
+{
+    return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
+}
+
+/// The chains that a pipeline starts from.
+std::vector<std::string> chainsIn(const language::Pipeline& pipeline)
+{
+    std::vector<std::string> names;
+    if (!pipeline.input.empty())
+        names.push_back(pipeline.input);
+    for (const language::Step& step : pipeline.steps)
+        for (const language::Argument& argument : step.arguments)
+            if (argument.kind == language::Argument::Kind::Tagged)
+                names.push_back(argument.input);
+    return names;
+}
+
+std::string stepsOf(const language::Pipeline& pipeline)
+{
+    std::string steps = pipeline.input;
+    for (const language::Step& step : pipeline.steps)
+        steps += (steps.empty() ? "" : " -> ") + step.fullName();
+    return steps;
+}
+
+} // namespace
+
+Planner::Planner(const language::Program& program, JobContext& context)
+    : _program(program), _context(context)
+{
+    bindNames();
+    checkCycles();
+    for (const language::Pipeline* statement : _statements)
+        countUses(*statement);
+    for (const auto& [name, reads] : _iteratorReads)
+        if (reads > 1)
+            _context.sharedIterators.insert(name);
+}
+
+void Planner::bindNames()
+{
+    for (const auto& item : _program.items) {
+        if (const auto* statement = std::get_if<language::Pipeline>(&item)) {
+            _statements.push_back(statement);
+            continue;
+        }
+        const auto& definition = std::get<language::Definition>(item);
+        if (_chains.contains(definition.name) || _values.contains(definition.name))
+            throw JobError(errors::kNameBoundTwice, placeOf(definition.position) + ": the name \"" +
+                                                        definition.name + "\" is bound already");
+        if (const auto* chain = std::get_if<language::Pipeline>(&definition.value))
+            _chains.emplace(definition.name, chain);
+        else
+            _values.emplace(definition.name,
+                            std::get<language::ExpressionPtr>(definition.value).get());
+    }
+    for (const auto& [name, chain] : _chains)
+        checkSteps(*chain);
+    for (const language::Pipeline* statement : _statements)
+        checkSteps(*statement);
+}
+
+void Planner::checkSteps(const language::Pipeline& pipeline)
+{
+    for (const language::Step& step : pipeline.steps)
+        stepKind(step);
+    for (const std::string& name : chainsIn(pipeline))
+        chainOf(name);
+}
+
+const language::Pipeline& Planner::chainOf(const std::string& name) const
+{
+    if (const auto found = _chains.find(name); found != _chains.end())
+        return *found->second;
+    if (_values.contains(name))
+        throw JobError(errors::kNameKind,
+                       "\"" + name +
+                           "\" is a value, not a chain that a step can take records from");
+    std::vector<std::string_view> names;
+    for (const auto& [known, chain] : _chains)
+        names.emplace_back(known);
+    throw JobError(errors::kUnknownName,
+                   "there is no chain \"" + name + "\"" + suggestion(name, names));
+}
+
+void Planner::checkCycles()
+{
+    std::set<std::string> open;
+    std::set<std::string> done;
+    for (const auto& [name, chain] : _chains)
+        visit(name, open, done);
+}
+
+void Planner::visit(const std::string& name, std::set<std::string>& open,
+                    std::set<std::string>& done)
+{
+    if (done.contains(name))
+        return;
+    const language::Pipeline& chain = chainOf(name);
+    if (!open.insert(name).second)
+        throw JobError(errors::kCycle,
+                       placeOf(chain.position) + ": the chain \"" + name + "\" uses itself");
+    if (open.size() > kMostNestedChains)
+        throw JobError(errors::kLiteralSize,
+                       placeOf(chain.position) + ": the chain \"" + name + "\" is nested too deep");
+    for (const std::string& input : chainsIn(chain))
+        visit(input, open, done);
+    open.erase(name);
+    done.insert(name);
+}
+
+void Planner::countUses(const language::Pipeline& pipeline)
+{
+    for (const language::Step& step : pipeline.steps)
+        countIterator(step);
+    for (const std::string& name : chainsIn(pipeline))
+        if (++_uses[name] == 1)
+            countUses(chainOf(name));
+}
+
+void Planner::countIterator(const language::Step& step)
+{
+    if (step.name != "read" || _context.iterators.empty())
+        return;
+    StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values};
+    readArguments(step, stepKind(step), call);
+    if (call.configuration.is_object())
+        if (const auto name = call.settings().text("dataSource"))
+            ++_iteratorReads[*name];
+}
+
+Statement Planner::planStatement(std::size_t index)
+{
+    const language::Pipeline& pipeline = *_statements[index];
+    StepResult result = planPipeline(pipeline);
+    return {std::move(result.node), std::move(result.output), stepsOf(pipeline)};
+}
+
+StepResult Planner::planPipeline(const language::Pipeline& pipeline)
+{
+    StepResult result;
+    if (!pipeline.input.empty())
+        result.node = planChain(pipeline.input, pipeline.steps.front().fullName());
+    for (const language::Step& step : pipeline.steps) {
+        if (result.output)
+            throw JobError(errors::kStepInput, step.fullName() + ": nothing can follow write, "
+                                                                 "which gives no records");
+        result = planStep(step, std::move(result.node));
+    }
+    return result;
+}
+
+NodePtr Planner::planChain(const std::string& name, const std::string& step)
+{
+    NodePtr& planned = _planned[name];
+    if (planned)
+        return planned;
+    StepResult result = planPipeline(chainOf(name));
+    if (result.output)
+        throw JobError(errors::kStepInput,
+                       step + ": the chain \"" + name + "\" ends in write, which gives no records");
+    planned = std::move(result.node);
+    planned->shared = planned->shared || _uses[name] > 1;
+    return planned;
+}
+
+StepResult Planner::planStep(const language::Step& step, NodePtr input)
+{
+    const StepKind& kind = stepKind(step);
+    StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values};
+    gatherInputs(step, std::move(input), call);
+    const std::size_t inputs = call.inputs.size();
+    if (kind.inputs == StepInputs::None && inputs > 0)
+        throw JobError(errors::kStepInput,
+                       call.name + ": the step makes records and takes none from a step before it");
+    if (kind.inputs != StepInputs::None && inputs == 0)
+        throw JobError(errors::kStepInput, call.name + ": the step has no input");
+    if (kind.inputs == StepInputs::One && inputs > 1)
+        throw JobError(errors::kStepInput,
+                       call.name + ": the step takes one input, not " + std::to_string(inputs));
+    readArguments(step, kind, call);
+    return kind.plan(call);
+}
+
+void Planner::gatherInputs(const language::Step& step, NodePtr input, StepCall& call)
+{
+    if (input)
+        call.inputs.push_back({"", std::move(input)});
+    for (const language::Argument& argument : step.arguments) {
+        if (argument.kind != language::Argument::Kind::Tagged)
+            continue;
+        for (const StepInput& known : call.inputs)
+            if (known.tag == argument.tag)
+                throw JobError(errors::kStepArguments,
+                               call.name + ": two inputs have the tag \"" + argument.tag + "\"");
+        call.inputs.push_back({argument.tag, planChain(argument.input, call.name)});
+    }
+}
+
+void Planner::readArguments(const language::Step& step, const StepKind& kind, StepCall& call)
+{
+    using Kind = language::Argument::Kind;
+    std::vector<const language::Argument*> places;
+    for (const language::Argument& argument : step.arguments)
+        if (argument.kind != Kind::Tagged)
+            places.push_back(&argument);
+    const bool takesLambda = kind.arguments == StepArguments::Lambda;
+    const auto refuse = [&](const std::string& form) {
+        throw JobError(errors::kStepArguments, placeOf(step.position) + ": " + call.name +
+                                                   ": the step is written " + call.name + form);
+    };
+    if (takesLambda) {
+        if (places.size() != 2 || places[0]->kind != Kind::Open || places[1]->kind != Kind::Value)
+            refuse("(_, lambda)");
+        call.lambda = lambdaOf(*places[1]->value, call.name);
+        return;
+    }
+    const bool open = places.empty() || places[0]->kind == Kind::Open;
+    if (places.size() > 1 || (open && kind.arguments == StepArguments::Configuration))
+        refuse("(configuration)");
+    if (open)
+        return;
+    const auto lookup = [this](const std::string& name) -> const language::Expression* {
+        const auto found = _values.find(name);
+        return found == _values.end() ? nullptr : found->second;
+    };
+    call.configuration = language::jsonLiteral(*places[0]->value, lookup, call.name);
+}
+
+const language::Expression* Planner::lambdaOf(const language::Expression& argument,
+                                              const std::string& step) const
+{
+    const language::Expression* expression = &argument;
+    // A name may be bound to a name; a ring of them ends after as many steps as there are names.
+    for (std::size_t hops = 0; hops <= _values.size(); ++hops) {
+        const auto* name = std::get_if<language::Name>(&expression->value);
+        if (!name)
+            return expression;
+        const auto found = _values.find(name->name);
+        if (found == _values.end()) {
+            std::vector<std::string_view> names;
+            for (const auto& [known, value] : _values)
+                names.emplace_back(known);
+            throw JobError(errors::kUnknownName, step + ": there is no definition \"" + name->name +
+                                                     "\"" + suggestion(name->name, names));
+        }
+        expression = found->second;
+    }
+    throw JobError(errors::kCycle, step + ": the definition of the lambda leads back to itself");
+}
+
+} // namespace EmbeddedHV

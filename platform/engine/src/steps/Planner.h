@@ -1,0 +1,53 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "language/Ast.h"
+#include "steps/StepTable.h"
+
+namespace EmbeddedHV {
+
+/// Turns a program into planned statements. Names are resolved and steps checked as a statement
+/// needs them; nothing runs here, though files are looked into for their fields.
+class Planner
+{
+public:
+    /// The program and the context are borrowed. Checks all names and steps of the text, used or
+    /// not. Throws JobError.
+    Planner(const language::Program& program, JobContext& context);
+
+    std::size_t statementCount() const { return _statements.size(); }
+    /// Throws JobError, and NotYetWritten if the statement reads what an earlier one is to write.
+    Statement planStatement(std::size_t index);
+
+private:
+    void bindNames();
+    void checkSteps(const language::Pipeline& pipeline);
+    void checkCycles();
+    void visit(const std::string& name, std::set<std::string>& open, std::set<std::string>& done);
+    void countUses(const language::Pipeline& pipeline);
+    void countIterator(const language::Step& step);
+
+    StepResult planPipeline(const language::Pipeline& pipeline);
+    StepResult planStep(const language::Step& step, NodePtr input);
+    void gatherInputs(const language::Step& step, NodePtr input, StepCall& call);
+    void readArguments(const language::Step& step, const StepKind& kind, StepCall& call);
+    const language::Expression* lambdaOf(const language::Expression& argument,
+                                         const std::string& step) const;
+    NodePtr planChain(const std::string& name, const std::string& step);
+    const language::Pipeline& chainOf(const std::string& name) const;
+
+    const language::Program& _program;
+    JobContext& _context;
+    std::vector<const language::Pipeline*> _statements;
+    std::map<std::string, const language::Pipeline*> _chains;
+    Definitions _values;
+    std::map<std::string, int> _uses;          ///< of chains, by what runs
+    std::map<std::string, int> _iteratorReads; ///< likewise
+    std::map<std::string, NodePtr> _planned;   ///< chains
+};
+
+} // namespace EmbeddedHV

@@ -1,0 +1,165 @@
+#include <algorithm>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "runtime/InputFile.h"
+#include "steps/CsvRead.h"
+#include "steps/ParquetRead.h"
+#include "steps/StepCall.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// The settings that are common to all kinds of source.
+struct Limits
+{
+    std::uint64_t mostRecords = UINT64_MAX;
+    std::int64_t errorThreshold = 0;
+};
+
+Limits limitsOf(const Settings& settings)
+{
+    Limits limits;
+    if (const auto most = settings.integer("maxRecordsCount")) {
+        if (*most < 0)
+            settings.refuse("maxRecordsCount", "is below 0");
+        limits.mostRecords = static_cast<std::uint64_t>(*most);
+    }
+    if (const auto threshold = settings.integer("readErrorThreshold")) {
+        if (*threshold < -1)
+            settings.refuse("readErrorThreshold", "is below -1");
+        limits.errorThreshold = *threshold;
+    }
+    return limits;
+}
+
+NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits& limits)
+{
+    IteratorInput& input = context.iteratorInputs[name];
+    if (input.node)
+        return input.node;
+    input.source = std::make_unique<RowSource>(*context.iterators.at(name), *context.cancellation,
+                                               context.database.rowSources());
+    input.node = std::make_shared<Node>();
+    input.node->fields = input.source->fields();
+    input.node->shared = context.sharedIterators.contains(name);
+    // A limit that is one reader's own must not cut what another one gets.
+    if (!input.node->shared)
+        input.source->limitTo(limits.mostRecords);
+    const std::string table = input.source->table();
+    input.node->select = [table](const std::vector<std::string>&) {
+        return "SELECT * FROM " + table;
+    };
+    return input.node;
+}
+
+NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& limits)
+{
+    JobContext& context = call.context;
+    if (context.iterators.contains(name))
+        return iteratorNode(context, name, limits);
+    if (context.unwritten.contains(name))
+        throw NotYetWritten{};
+    const auto known = context.dataSources.find(name);
+    if (!known)
+        throw JobError(errors::kUnknownDataSource,
+                       call.name + ": there is no data source \"" + name + "\"");
+    auto node = std::make_shared<Node>();
+    node->fields = known->fields;
+    const std::string select =
+        "SELECT " + columnList(known->fields) + " FROM " + quotedIdentifier(known->table);
+    node->select = [select](const std::vector<std::string>&) { return select; };
+    return node;
+}
+
+/// The one location of a "filesystem" object.
+Settings locationOf(const Settings& files)
+{
+    const Json& locations = files.neededList("locations");
+    if (locations.empty())
+        files.refuse("locations", "is empty");
+    const Settings first = files.objectAt(locations, "locations", 0);
+    if (locations.size() > 1)
+        throw JobError(errors::kNotAvailable,
+                       files.step() + ": the setting \"" + files.pathOf("locations") + "\" names " +
+                           std::to_string(locations.size()) + " files, the second " +
+                           files.objectAt(locations, "locations", 1).neededText("path") +
+                           ": more than one is not available in this engine yet");
+    return first;
+}
+
+NodePtr fileNode(StepCall& call, const Settings& files, const Limits& limits)
+{
+    const Settings location = locationOf(files);
+    const Settings parser = location.neededObject("parser");
+    const std::string format = parser.neededText("name");
+    const Json noConfiguration = Json::object();
+    const Settings configuration =
+        parser.has("config") ? parser.neededObject("config") : Settings(noConfiguration, call.name);
+    if (format != "csv" && format != "sav" && format != "hvbf")
+        parser.refuse("name", "is \"" + format + "\"; known are csv, sav and hvbf");
+    const std::string path = call.context.inputPath(location.neededText("path"));
+    checkInputFile(path, call.name);
+    std::optional<Fields> dataModel;
+    if (const auto model = files.text("dataModel"); model && !model->empty()) {
+        const std::string modelPath = call.context.inputPath(*model);
+        dataModel = fieldsOfDataModel(readSmallFile(modelPath, call.name),
+                                      "the data model " + modelPath, errors::kDataModel);
+    }
+    NodePtr node;
+    if (format == "csv") {
+        const bool hasHeader = configuration.flag("hasHeader").value_or(false);
+        node = planCsv(call.context,
+                       {path, hasHeader, limits.errorThreshold, limits.mostRecords, dataModel});
+    } else {
+        const bool isSav = format == "sav";
+        const std::string password =
+            isSav ? configuration.text("dataPassword").value_or("") : std::string();
+        node = planParquet(call.context,
+                           {path, isSav ? FileKind::Sav : FileKind::Hvbf, password, dataModel});
+    }
+    for (const Settings* settings : {&files, &location, &parser, &configuration})
+        settings->reportOthers(call.context.message);
+    return node;
+}
+
+NodePtr limited(NodePtr node, const Limits& limits)
+{
+    if (limits.mostRecords == UINT64_MAX)
+        return node;
+    const std::string clause = " LIMIT " + std::to_string(limits.mostRecords);
+    Fields fields = node->fields;
+    return derivedNode(std::move(fields), {std::move(node)},
+                       [clause](const std::vector<std::string>& inputs) {
+                           return "SELECT * FROM " + inputs[0] + clause;
+                       });
+}
+
+} // namespace
+
+StepResult planRead(StepCall& call)
+{
+    const Settings settings = call.settings();
+    const Limits limits = limitsOf(settings);
+    const int sources =
+        settings.has("dataSource") + settings.has("filesystem") + settings.has("geospatial");
+    if (sources == 0)
+        throw JobError(errors::kSettingMissing,
+                       call.name + ": no source is given: the setting \"dataSource\" or "
+                                   "\"filesystem\" is missing");
+    if (sources > 1)
+        throw JobError(errors::kSettingType, call.name + ": more than one source is given: only "
+                                                         "one of \"dataSource\", \"filesystem\" "
+                                                         "and \"geospatial\" can be");
+    if (settings.has("geospatial"))
+        throw JobError(errors::kNotAvailable,
+                       call.name + ": the setting \"geospatial\", map sources, is not available "
+                                   "in this engine yet");
+    NodePtr node = settings.has("dataSource")
+                       ? namedSourceNode(call, settings.neededText("dataSource"), limits)
+                       : fileNode(call, settings.neededObject("filesystem"), limits);
+    settings.reportOthers(call.context.message);
+    return {limited(std::move(node), limits), nullptr};
+}
+
+} // namespace EmbeddedHV

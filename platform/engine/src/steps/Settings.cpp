@@ -1,0 +1,157 @@
+#include "steps/Settings.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "expression/NearestName.h"
+
+namespace EmbeddedHV {
+namespace {
+
+const char* wordOf(const Json& value)
+{
+    switch (value.type()) {
+    case Json::value_t::object:
+        return "an object";
+    case Json::value_t::array:
+        return "a list";
+    case Json::value_t::string:
+        return "a text";
+    case Json::value_t::boolean:
+        return "true or false";
+    case Json::value_t::null:
+        return "null";
+    default:
+        return "a number";
+    }
+}
+
+} // namespace
+
+Settings::Settings(const Json& object, std::string step, std::string path)
+    : _object(object), _step(std::move(step)), _path(std::move(path))
+{
+    if (!_object.is_object())
+        refuseType(_path, "an object", _object);
+}
+
+std::string Settings::pathOf(const std::string& key) const
+{
+    return _path.empty() ? key : _path + "." + key;
+}
+
+void Settings::refuse(const std::string& key, const std::string& problem) const
+{
+    throw JobError(errors::kSettingType,
+                   _step + ": the setting \"" + pathOf(key) + "\" " + problem);
+}
+
+void Settings::refuseType(const std::string& path, const char* wanted, const Json& found) const
+{
+    const std::string what = path.empty() ? "the configuration" : "the setting \"" + path + "\"";
+    throw JobError(errors::kSettingType,
+                   _step + ": " + what + " must be " + wanted + ", not " + wordOf(found));
+}
+
+void Settings::refuseMissing(const std::string& key) const
+{
+    throw JobError(errors::kSettingMissing,
+                   _step + ": the setting \"" + pathOf(key) + "\" is missing");
+}
+
+const Json* Settings::find(const std::string& key) const
+{
+    _asked.insert(key);
+    const auto found = _object.find(key);
+    return found == _object.end() || found->is_null() ? nullptr : &*found;
+}
+
+std::optional<std::string> Settings::text(const std::string& key) const
+{
+    const Json* value = find(key);
+    if (!value)
+        return std::nullopt;
+    if (!value->is_string())
+        refuseType(pathOf(key), "a text", *value);
+    return value->get<std::string>();
+}
+
+std::string Settings::neededText(const std::string& key) const
+{
+    const auto value = text(key);
+    if (!value)
+        refuseMissing(key);
+    if (value->empty())
+        refuse(key, "is empty");
+    return *value;
+}
+
+std::optional<bool> Settings::flag(const std::string& key) const
+{
+    const Json* value = find(key);
+    if (!value)
+        return std::nullopt;
+    if (!value->is_boolean())
+        refuseType(pathOf(key), "true or false", *value);
+    return value->get<bool>();
+}
+
+std::optional<std::int64_t> Settings::integer(const std::string& key) const
+{
+    const Json* value = find(key);
+    if (!value)
+        return std::nullopt;
+    if (value->is_number_unsigned())
+        return static_cast<std::int64_t>(
+            std::min<std::uint64_t>(value->get<std::uint64_t>(), INT64_MAX));
+    if (value->is_number_integer())
+        return value->get<std::int64_t>();
+    // The language reads an integer that is too large for 64 bits as a real number.
+    if (value->is_number_float() && value->get<double>() >= static_cast<double>(INT64_MAX))
+        return INT64_MAX;
+    refuseType(pathOf(key), "a whole number", *value);
+}
+
+Settings Settings::neededObject(const std::string& key) const
+{
+    const Json* value = find(key);
+    if (!value)
+        refuseMissing(key);
+    return {*value, _step, pathOf(key)};
+}
+
+const Json& Settings::neededList(const std::string& key) const
+{
+    const Json* value = find(key);
+    if (!value)
+        refuseMissing(key);
+    if (!value->is_array())
+        refuseType(pathOf(key), "a list", *value);
+    return *value;
+}
+
+Settings Settings::objectAt(const Json& list, const std::string& key, std::size_t index) const
+{
+    return {list[index], _step, pathOf(key) + "[" + std::to_string(index) + "]"};
+}
+
+std::string Settings::textAt(const Json& list, const std::string& key, std::size_t index) const
+{
+    if (!list[index].is_string())
+        refuseType(pathOf(key) + "[" + std::to_string(index) + "]", "a text", list[index]);
+    return list[index].get<std::string>();
+}
+
+void Settings::reportOthers(const MessageSink& message) const
+{
+    const std::vector<std::string_view> known(_asked.begin(), _asked.end());
+    for (const auto& [key, value] : _object.items())
+        if (!_asked.contains(key))
+            message(errors::kSettingIgnored, _step + ": the setting \"" + pathOf(key) +
+                                                 "\" is not known here and is ignored" +
+                                                 suggestion(key, known));
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,39 @@
+#include "steps/StepCall.h"
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "expression/NearestName.h"
+
+namespace EmbeddedHV {
+
+const CFField& fieldOf(const Fields& fields, const std::string& field, const std::string& step)
+{
+    if (const CFField* found = findField(fields, field))
+        return *found;
+    std::vector<std::string_view> names;
+    for (const CFField& known : fields)
+        names.emplace_back(known.GetName());
+    throw JobError(errors::kUnknownField,
+                   step + ": the input has no field \"" + field + "\"" + suggestion(field, names));
+}
+
+void refuseDuplicate(const Fields& fields, const std::string& field, const std::string& step)
+{
+    if (field.empty())
+        throw JobError(errors::kSettingType, step + ": the name of a field is empty");
+    const CFField* taken = findFieldAnyCase(fields, field);
+    if (!taken)
+        return;
+    throw JobError(errors::kDuplicateField,
+                   step + ": there is a field \"" + taken->GetName() + "\" already" +
+                       (taken->GetName() == field
+                            ? std::string()
+                            : ", and \"" + field + "\" differs from it only in letter case"));
+}
+
+const CFField& StepCall::inputField(const std::string& field) const
+{
+    return fieldOf(input()->fields, field, name);
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "steps/StepCall.h"
+
+namespace EmbeddedHV {
+
+/// How many inputs a step takes.
+enum class StepInputs
+{
+    None,
+    One,
+    Tagged ///< one or more, told apart by tag
+};
+
+/// What a step's arguments are.
+enum class StepArguments
+{
+    Configuration,         ///< an object
+    OptionalConfiguration, ///< an object or an open place
+    Lambda                 ///< an open place and a lambda
+};
+
+/// A step that this engine runs.
+struct StepKind
+{
+    const char* name;
+    StepInputs inputs;
+    StepArguments arguments;
+    StepResult (*plan)(StepCall&);
+};
+
+/// The step of that name. Throws JobError: for a name that is no step, with the nearest name; for a
+/// step of the language that this engine does not run; for a component.
+const StepKind& stepKind(const language::Step& step);
+
+} // namespace EmbeddedHV

@@ -1,0 +1,75 @@
+#include "steps/TableOutput.h"
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "expression/ExpressionCompiler.h"
+#include "runtime/ColumnTypes.h"
+
+namespace EmbeddedHV {
+
+TableOutput::TableOutput(JobContext& context, std::string name, bool append, Fields fields)
+    : _context(context), _name(std::move(name)), _fields(std::move(fields))
+{
+    const auto known = _context.dataSources.find(_name);
+    _insert = append && known;
+    if (_insert)
+        checkFields(known->fields);
+    _table = _insert ? known->table : _context.dataSources.newTable();
+}
+
+TableOutput::~TableOutput()
+{
+    if (_unfinished)
+        drop(_table);
+}
+
+void TableOutput::checkFields(const Fields& known) const
+{
+    const auto refuse = [this](const std::string& problem) {
+        throw JobError(errors::kAppendMismatch,
+                       "write: the records cannot be appended to " + target() + ": " + problem);
+    };
+    for (const CFField& field : known) {
+        const CFField* offered = findField(_fields, field.GetName());
+        if (!offered)
+            refuse("they lack the field \"" + field.GetName() + "\"");
+        if (offered->GetStorage() != field.GetStorage())
+            refuse("the field \"" + field.GetName() + "\" is " + typeWordOf(offered->GetStorage()) +
+                   ", not " + typeWordOf(field.GetStorage()));
+    }
+    for (const CFField& field : _fields)
+        if (!findField(known, field.GetName()))
+            refuse("it has no field \"" + field.GetName() + "\"");
+}
+
+std::string TableOutput::statement(const std::string& select)
+{
+    const std::string table = quotedIdentifier(_table);
+    if (_insert)
+        return "INSERT INTO " + table + " BY NAME " + select;
+    _unfinished = true;
+    return "CREATE TABLE " + table + " AS " + select;
+}
+
+void TableOutput::commit()
+{
+    _context.unwritten.erase(_name);
+    if (_insert)
+        return;
+    const auto replaced = _context.dataSources.publish(_name, {_table, _fields});
+    _unfinished = false;
+    if (replaced)
+        drop(replaced->table);
+}
+
+void TableOutput::drop(const std::string& table)
+{
+    try {
+        _context.connection->query("DROP TABLE IF EXISTS " + quotedIdentifier(table));
+    } catch (const duck::QueryError&) {
+        // Another job still reads it: the table is unreachable by name and goes with the service.
+        return;
+    }
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,133 @@
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "expression/ValueTypes.h"
+#include "runtime/ColumnTypes.h"
+#include "steps/StepCall.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// Where a field of the result comes from in each input; -1 where an input lacks it.
+struct UnionField
+{
+    CFField field;
+    std::vector<int> places;
+};
+
+/// Gives the field the type that holds the values of both.
+void widen(CFField& field, const CFField& other, const std::string& step)
+{
+    if (field.GetStorage() == other.GetStorage())
+        return;
+    const auto common =
+        commonType(valueTypeOf(field.GetStorage()), valueTypeOf(other.GetStorage()));
+    if (!common)
+        throw JobError(errors::kOperandType, step + ": the field \"" + field.GetName() + "\" is " +
+                                                 typeWordOf(field.GetStorage()) +
+                                                 " in one input and " +
+                                                 typeWordOf(other.GetStorage()) + " in another");
+    CFField wider(field.GetName(), field.GetType(), storageOf(*common), field.GetRole());
+    wider.SetLabel(field.GetLabel());
+    field = wider;
+}
+
+std::vector<UnionField> matchedByPosition(const StepCall& call)
+{
+    std::vector<UnionField> result;
+    for (const CFField& field : call.inputs.front().node->fields)
+        result.push_back({field, {}});
+    for (const StepInput& input : call.inputs) {
+        const Fields& fields = input.node->fields;
+        if (fields.size() != result.size())
+            throw JobError(errors::kStepInput,
+                           call.name + ": the inputs have " + std::to_string(result.size()) +
+                               " and " + std::to_string(fields.size()) +
+                               " fields, so they cannot be matched by position");
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            widen(result[i].field, fields[i], call.name);
+            result[i].places.push_back(static_cast<int>(i));
+        }
+    }
+    return result;
+}
+
+UnionField* findByName(std::vector<UnionField>& fields, const std::string& name, bool matchCase)
+{
+    for (UnionField& candidate : fields)
+        if (matchCase ? candidate.field.GetName() == name
+                      : findFieldAnyCase({candidate.field}, name) != nullptr)
+            return &candidate;
+    return nullptr;
+}
+
+std::vector<UnionField> matchedByName(const StepCall& call, bool matchCase)
+{
+    std::vector<UnionField> result;
+    for (std::size_t input = 0; input < call.inputs.size(); ++input) {
+        const Fields& fields = call.inputs[input].node->fields;
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            UnionField* known = findByName(result, fields[i].GetName(), matchCase);
+            if (known)
+                widen(known->field, fields[i], call.name);
+            else
+                known = &result.emplace_back(UnionField{fields[i], {}});
+            known->places.resize(input, -1);
+            known->places.push_back(static_cast<int>(i));
+        }
+    }
+    for (UnionField& field : result)
+        field.places.resize(call.inputs.size(), -1);
+    return result;
+}
+
+std::string columnsOf(const std::vector<UnionField>& fields, const Fields& inputFields,
+                      std::size_t input)
+{
+    std::string columns;
+    for (const UnionField& field : fields) {
+        const int place = field.places[input];
+        const std::string value =
+            place < 0 ? std::string("NULL")
+                      : quotedIdentifier(inputFields[static_cast<std::size_t>(place)].GetName());
+        columns += (columns.empty() ? "CAST(" : ", CAST(") + value + " AS " +
+                   sqlTypeOf(field.field.GetStorage()) + ") AS " +
+                   quotedIdentifier(field.field.GetName());
+    }
+    return columns;
+}
+
+} // namespace
+
+/// The records of several inputs one after the other.
+StepResult planUnion(StepCall& call)
+{
+    const Json none = Json::object();
+    const Settings settings(call.configuration.is_null() ? none : call.configuration, call.name);
+    const bool byPosition = settings.flag("matchByPosition").value_or(false);
+    const bool matchCase = settings.flag("matchCase").value_or(false);
+    settings.reportOthers(call.context.message);
+    const std::vector<UnionField> matched =
+        byPosition ? matchedByPosition(call) : matchedByName(call, matchCase);
+    Fields fields;
+    for (const UnionField& field : matched) {
+        refuseDuplicate(fields, field.field.GetName(), call.name);
+        fields.push_back(field.field);
+    }
+    std::vector<NodePtr> inputs;
+    std::vector<std::string> columns;
+    for (std::size_t i = 0; i < call.inputs.size(); ++i) {
+        inputs.push_back(call.inputs[i].node);
+        columns.push_back(columnsOf(matched, call.inputs[i].node->fields, i));
+    }
+    return {derivedNode(std::move(fields), std::move(inputs),
+                        [columns](const std::vector<std::string>& froms) {
+                            std::string sql;
+                            for (std::size_t i = 0; i < froms.size(); ++i)
+                                sql += (i == 0 ? "SELECT " : " UNION ALL SELECT ") + columns[i] +
+                                       " FROM " + froms[i];
+                            return sql;
+                        }),
+            nullptr};
+}
+
+} // namespace EmbeddedHV

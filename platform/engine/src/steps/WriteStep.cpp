@@ -1,0 +1,88 @@
+#include <iterator>
+#include <string_view>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "steps/FileOutput.h"
+#include "steps/StepCall.h"
+#include "steps/TableOutput.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr std::pair<std::string_view, FileKind> kFileTypes[] = {
+    {"application/x-vexa-sav", FileKind::Sav},
+    {"text/csv", FileKind::Csv},
+    {"hvbf", FileKind::Hvbf},
+};
+constexpr std::string_view kGeoJson = "text/geojson";
+
+FileKind kindOf(const Settings& settings)
+{
+    const std::string type = settings.neededText("type");
+    for (const auto& [name, kind] : kFileTypes)
+        if (name == type)
+            return kind;
+    if (type == kGeoJson)
+        throw JobError(errors::kNotAvailable, settings.step() + ": the type \"" + type +
+                                                  "\" is not available in this engine yet");
+    settings.refuse("type",
+                    "is \"" + type + "\"; known are application/x-vexa-sav, text/csv and hvbf");
+}
+
+std::unique_ptr<Output> tableOutput(StepCall& call, const Settings& settings)
+{
+    const std::string name = settings.neededText("dataSource");
+    const std::string mode = settings.text("mode").value_or("overwrite");
+    if (mode != "append" && mode != "overwrite")
+        settings.refuse("mode", "is \"" + mode + "\"; known are append and overwrite");
+    if (call.context.iterators.contains(name))
+        settings.refuse("dataSource",
+                        "is \"" + name + "\", the name of a row iterator that the job reads");
+    auto output =
+        std::make_unique<TableOutput>(call.context, name, mode == "append", call.input()->fields);
+    call.context.unwritten.insert(name);
+    return output;
+}
+
+std::unique_ptr<Output> fileOutput(StepCall& call, const Settings& settings)
+{
+    JobContext& context = call.context;
+    FileOutputSettings file;
+    file.path = context.files.resolve(settings.neededText("dataDestination"), context.containers);
+    const std::string model = settings.text("dataModelDestination").value_or("");
+    if (!model.empty())
+        file.modelPath = context.files.resolve(model, context.containers);
+    file.kind = kindOf(settings);
+    file.password = settings.text("dataPassword").value_or("");
+    if (!file.password.empty() && file.kind != FileKind::Sav)
+        settings.refuse("dataPassword", "is given, but only a file of type "
+                                        "application/x-vexa-sav can be sealed");
+    auto output = std::make_unique<FileOutput>(context, file, call.input()->fields);
+    context.unwritten.insert(file.path);
+    if (!file.modelPath.empty())
+        context.unwritten.insert(file.modelPath);
+    return output;
+}
+
+} // namespace
+
+/// The end of a chain: its records go to a data source or into files.
+StepResult planWrite(StepCall& call)
+{
+    const Settings settings = call.settings();
+    if (settings.has("dataSource") && settings.has("dataDestination"))
+        throw JobError(errors::kSettingType, call.name + ": more than one destination is given: "
+                                                         "either \"dataSource\" or "
+                                                         "\"dataDestination\" can be");
+    if (!settings.has("dataSource") && !settings.has("dataDestination"))
+        throw JobError(errors::kSettingMissing, call.name + ": no destination is given: the "
+                                                            "setting \"dataDestination\" or "
+                                                            "\"dataSource\" is missing");
+    StepResult result{call.input(), settings.has("dataSource") ? tableOutput(call, settings)
+                                                               : fileOutput(call, settings)};
+    settings.reportOthers(call.context.message);
+    return result;
+}
+
+} // namespace EmbeddedHV

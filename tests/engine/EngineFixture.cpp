@@ -1,0 +1,170 @@
+#include "engine/EngineFixture.h"
+
+#include <fstream>
+#include <iterator>
+
+#include <unistd.h>
+
+using namespace EmbeddedHV;
+
+namespace EngineTest {
+
+void RecordingListener::enter()
+{
+    const std::unique_lock lock(*_busy, std::try_to_lock);
+    EXPECT_TRUE(lock) << "two callbacks at a time";
+    EXPECT_FALSE(executionId.empty()) << "a callback before onInit";
+    EXPECT_TRUE(ending.empty()) << "a callback after the last one";
+    if (onCall)
+        onCall();
+}
+
+void RecordingListener::end(const std::string& how)
+{
+    EXPECT_FALSE(executionId.empty());
+    EXPECT_TRUE(ending.empty()) << "a second last callback";
+    ending = how;
+}
+
+void RecordingListener::onError(const std::string& id, const std::string& text,
+                                const std::string& detail)
+{
+    end("error");
+    errorId = id;
+    errorText = text;
+    errorDetail = detail;
+}
+
+void RecordingListener::onInit(const std::string& id)
+{
+    EXPECT_TRUE(executionId.empty());
+    executionId = id;
+}
+
+void RecordingListener::onMessage(const std::string&)
+{
+    ADD_FAILURE() << "a message without an id for a listener that takes ids";
+}
+
+void RecordingListener::onMessage(const std::string& id, const std::string& text)
+{
+    enter();
+    messages.emplace_back(id, text);
+}
+
+void RecordingListener::onProgress(float fraction)
+{
+    enter();
+    EXPECT_GE(fraction, progress.empty() ? 0.0F : progress.back());
+    EXPECT_LE(fraction, 1.0F);
+    progress.push_back(fraction);
+}
+
+std::string EngineFixture::root()
+{
+    static const std::string folder = [] {
+        std::string name = std::filesystem::temp_directory_path().string() + "/hvengine-XXXXXX";
+        return std::string(mkdtemp(name.data()));
+    }();
+    return folder;
+}
+
+HVServiceManager& EngineFixture::service()
+{
+    static const auto manager = [] {
+        std::string hostForm = root() + "/analytic-root/";
+        std::replace(hostForm.begin(), hostForm.end(), '/', '\\');
+        EHVAppSetting settings(hostForm, "", "en_US");
+        settings.addProperty("ae.temp.path", root() + "/ae");
+        settings.addProperty("af.temp.path", root() + "/af");
+        settings.addProperty("mmr.threads", "2");
+        return std::make_unique<HVServiceManager>(nullptr, settings);
+    }();
+    return *manager;
+}
+
+EngineFixture::EngineFixture()
+{
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    _folder = root() + "/" + test->name();
+    std::filesystem::create_directories(_folder);
+}
+
+EngineFixture::~EngineFixture()
+{
+    std::error_code ignored;
+    std::filesystem::permissions(_folder, std::filesystem::perms::owner_all, ignored);
+    std::filesystem::remove_all(_folder, ignored);
+}
+
+std::string EngineFixture::expanded(std::string job) const
+{
+    const std::string mark = "$DIR";
+    for (auto at = job.find(mark); at != std::string::npos; at = job.find(mark, at))
+        job.replace(at, mark.size(), "file:///" + _folder);
+    return job;
+}
+
+std::unique_ptr<Execution> EngineFixture::newExecution(const std::string& job)
+{
+    std::unique_ptr<Execution> execution(service().getExecutionService()->createExecution("en_US"));
+    execution->prepare(nullptr, expanded(job));
+    return execution;
+}
+
+RecordingListener EngineFixture::run(const std::string& job, const Setup& setup)
+{
+    const auto execution = newExecution(job);
+    if (setup)
+        setup(*execution);
+    RecordingListener listener;
+    execution->execute(nullptr, &listener);
+    execution->dispose(nullptr);
+    EXPECT_FALSE(listener.ending.empty());
+    return listener;
+}
+
+std::string EngineFixture::through(const std::string& csv, const std::string& steps)
+{
+    write("in.csv", csv);
+    std::filesystem::remove(path("out.csv"));
+    const RecordingListener listener =
+        run(readCsv("in.csv") + " -> " + steps + " -> " + writeCsv("out.csv"));
+    return listener.ending == "success" ? read("out.csv")
+                                        : listener.errorId + " " + listener.errorText;
+}
+
+void EngineFixture::write(const std::string& name, const std::string& content) const
+{
+    std::ofstream(path(name), std::ios::binary) << content;
+}
+
+std::string EngineFixture::read(const std::string& name) const
+{
+    std::ifstream file(path(name), std::ios::binary);
+    EXPECT_TRUE(file) << name << " is missing";
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::vector<std::string> EngineFixture::files() const
+{
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(_folder))
+        names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::string readCsv(const std::string& name, const std::string& more)
+{
+    return R"(read({"filesystem": {"locations": [{"path": "$DIR/)" + name +
+           R"(", "parser": {"name": "csv", "config": {"hasHeader": true}}}]})" + more + "})";
+}
+
+std::string writeCsv(const std::string& name)
+{
+    return R"(write({"dataDestination": "$DIR/)" + name +
+           R"(", "dataModelDestination": "", "type": "text/csv"}))";
+}
+
+} // namespace EngineTest

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "EHVAppSetting.h"
+#include "Execution.h"
+#include "ExecutionListener.h"
+#include "HVServiceManager.h"
+
+namespace EngineTest {
+
+/// Keeps what the engine says, and checks the rules of the conversation: onInit first, one call at
+/// a time, one last callback.
+class RecordingListener : public EmbeddedHV::ExtendedExecutionListener
+{
+public:
+    void onCancel() override { end("cancel"); }
+    void onError(const std::string& id, const std::string& text,
+                 const std::string& detail) override;
+    void onInit(const std::string& executionId) override;
+    void onMessage(const std::string& text) override;
+    void onMessage(const std::string& id, const std::string& text) override;
+    void onProgress(float fraction) override;
+    void onSuccess() override { end("success"); }
+
+    std::string ending; ///< "success", "error" or "cancel"
+    std::string errorId;
+    std::string errorText;
+    std::string errorDetail;
+    std::string executionId;
+    std::vector<std::pair<std::string, std::string>> messages;
+    std::vector<float> progress;
+    /// Called at each progress report and each message.
+    std::function<void()> onCall;
+
+private:
+    void enter();
+    void end(const std::string& how);
+    std::shared_ptr<std::mutex> _busy = std::make_shared<std::mutex>();
+};
+
+/// One service for the test program, as a process has; a folder of its own for each test.
+class EngineFixture : public testing::Test
+{
+protected:
+    EngineFixture();
+    ~EngineFixture() override;
+
+    using Setup = std::function<void(EmbeddedHV::Execution&)>;
+    /// Runs a job in the test's folder: "$DIR" in the text stands for the folder's URL.
+    RecordingListener run(const std::string& job, const Setup& setup = {});
+    /// A job that reads a CSV text, goes through steps and writes CSV: what it writes, or its
+    /// fault.
+    std::string through(const std::string& csv, const std::string& steps);
+
+    std::unique_ptr<EmbeddedHV::Execution> newExecution(const std::string& job);
+    std::string expanded(std::string job) const;
+    std::string path(const std::string& name) const { return _folder + "/" + name; }
+    void write(const std::string& name, const std::string& content) const;
+    std::string read(const std::string& name) const;
+    /// The names in the test's folder, hidden ones too, in order.
+    std::vector<std::string> files() const;
+
+    static EmbeddedHV::HVServiceManager& service();
+    static std::string root();
+
+private:
+    std::string _folder;
+};
+
+/// A read step for a CSV file of the test's folder, and a write step for one.
+std::string readCsv(const std::string& name, const std::string& more = "");
+std::string writeCsv(const std::string& name);
+
+} // namespace EngineTest

@@ -1,0 +1,234 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "ErrorIds.h"
+#include "ExpressionText.h"
+#include "JobError.h"
+
+namespace EmbeddedHV::language {
+namespace {
+
+std::string repeated(const std::string& text, int times)
+{
+    std::string result;
+    for (int i = 0; i < times; ++i)
+        result += text;
+    return result;
+}
+
+std::string readExpression(const std::string& text)
+{
+    return ExpressionText::of(*parseExpression(text));
+}
+
+template <typename Reader>
+JobError errorOf(Reader reader, const std::string& text)
+{
+    try {
+        reader(text);
+    } catch (const JobError& error) {
+        return error;
+    }
+    return JobError("none", "no error");
+}
+
+TEST(LanguageParser, ReadsExpressionsByPrecedence)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"1 + 2 * 3 - 4", "((1+(2*3))-4)"},
+        {"2 ** 3 ** 2", "(2**(3**2))"},
+        {"-2 ** 2", "(-(2**2))"},
+        {"2 ** -1", "(2**(-1))"},
+        {"- -1", "(-(-1))"},
+        {"!a && b || c && d", "(((!a)&&b)||(c&&d))"},
+        {"a || b || c || d", "((a||b)||(c||d))"},
+        {"x.a < 1 && x.b >= 2", "((x.a<1)&&(x.b>=2))"},
+        {"10 / 2 % 3", "((10/2)%3)"},
+        {"(1 + 2) * 3", "((1+2)*3)"},
+        {"if (a) 1 else if (b) 2", "if(a,1,if(b,2))"},
+        {"if (a) if (b) 1 else 2", "if(a,if(b,1,2))"},
+        {"if (a) -1 else x.f + 1", "if(a,(-1),(x.f+1))"},
+        {"a.b.`c d`", "a.b.c d"},
+        {"`a \\` b`", "a ` b"},
+        {"f(1, g(), [a])", "f(1,g(),[a])"},
+        {"()", "tuple()"},
+        {"(1,)", "tuple(1)"},
+        {"(\"F\", x.a)", "tuple(\"F\",x.a)"},
+        {"{\"a\": {\"b\": [1, -2.5e0, true, null]}}", "{a:{b:[1,(-real:2.5),true,null];};}"},
+        {"{} // no members", "{}"},
+        {"ctx => x => x.a", "\\ctx => \\x => x.a"},
+        {"(a: Real, b) => a", "\\a:Real b => a"},
+        {"() => 1", "\\=> 1"},
+        {"x: {F: [Real], \"G 1\": (Int, Any)} => x.F", "\\x:{F: [Real], G 1: (Int, Any)} => x.F"},
+        {"größe2 * _a1", "(größe2*_a1)"},
+    };
+    for (const auto& [text, tree] : cases) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(readExpression(text), tree);
+    }
+}
+
+TEST(LanguageParser, ReadsNumbersAndStringsAsWritten)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"9223372036854775807", "9223372036854775807"},
+        {"-9223372036854775808", "-9223372036854775808"},
+        {"9223372036854775808", "real:9.22337e+18"},
+        {"-9223372036854775808 ** 2", "(-(real:9.22337e+18**2))"},
+        {"123456789012345678901234567890", "real:1.23457e+29"},
+        {"1e3", "real:1000"},
+        {"1E-400", "real:0"},
+        {"1.5e+2", "real:150"},
+        {R"("a\"b\\\/\u00e9\ud83d\ude00\n")", "\"a\"b\\/é😀\n\""},
+        {"\"a\tb\"", "\"a\tb\""},
+        {"\xEF\xBB\xBF 1", "1"},
+    };
+    for (const auto& [text, tree] : cases)
+        EXPECT_EQ(readExpression(text), tree) << text;
+}
+
+TEST(LanguageParser, TellsChainsFromExpressions)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"", ""},
+        {"// nothing\n", ""},
+        {"read(conf)", "read(conf)\n"},
+        {"a -> b() -> ns:c(_, x, \"t 1\": d)", "a->b()->ns:c(_,x,t 1<-d)\n"},
+        {"val p = read(conf) val q = p -> write(c)", "p := read(conf)\nq := p->write(c)\n"},
+        {"val p = ns:read(conf)", "p := ns:read(conf)\n"},
+        {"val d = date(1970, 1, 1)\nread(c)", "d = date(1970,1,1)\nread(c)\n"},
+        {"val d = date(1970, 1, 1) -> b()", "d := date(1970,1,1)->b()\n"},
+        {"val f = v => v * 2 val g = f(3) val h = other(3)",
+         "f = \\v => (v*2)\ng = f(3)\nh := other(3)\n"},
+        {"val a = other(3) + 1", "a = (other(3)+1)\n"},
+        {"val a = b\nc -> d()", "a = b\nc->d()\n"},
+        {"val f = x => x.a\nns:step(f)", "f = \\x => x.a\nns:step(f)\n"},
+        {"join(c, l: people, r: cities)", "join(c,l<-people,r<-cities)\n"},
+        {"s(v: Real => v, _)", "s(\\v:Real => v,_)\n"},
+        {"s({\"a\": 1}, [{\"b\": 2}], _)", "s({a:1;},[{b:2;}],_)\n"},
+    };
+    for (const auto& [text, program] : cases) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(textOfProgram(parseProgram(text)), program);
+    }
+}
+
+TEST(LanguageParser, NamesPlaceAndExpectationOfAFault)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"read(conf", "line 1, column 10: expected ',' or ')', found the end of the text"},
+        {"read(conf) ->",
+         "line 1, column 14: expected the name of a step, found the end of the text"},
+        {"read(conf)\n  -> 5", "line 2, column 6: expected the name of a step, found number 5"},
+        {"val 5 = 1", "line 1, column 5: expected a name after 'val', found number 5"},
+        {"val if = 1", "line 1, column 5: expected a name after 'val', found 'if'"},
+        {"val a 1", "line 1, column 7: expected '=' after the name, found number 1"},
+        {"val a = ", "line 1, column 9: expected an expression, found the end of the text"},
+        {"val a = _", "line 1, column 9: expected an expression, found '_'"},
+        {"val a = 1 < b < c",
+         "line 1, column 15: expected '&&' or '||' between two comparisons, found '<'"},
+        {"val a = {x: 1}", "line 1, column 10: expected a key in double quotes, found name 'x'"},
+        {"val a = {\"x\" 1}", "line 1, column 14: expected ':' after the key, found number 1"},
+        {"val a = {\"x\": 1, \"x\": 2}",
+         "line 1, column 18: the key \"x\" stands twice in this object"},
+        {"val a = [1, ]", "line 1, column 13: expected an expression, found ']'"},
+        {"val a = x.", "line 1, column 11: expected the name of a field after '.', found the end "
+                       "of the text"},
+        {"val a = x => ", "line 1, column 14: expected an expression, found the end of the text"},
+        {"val a = x: Float => 1",
+         "line 1, column 12: expected a type (Any, Number, String, Int, Real, Char, Bool, Time, "
+         "Date, Timestamp, or one in brackets), found name 'Float'"},
+        {"val f = ((a)) => 1", "line 1, column 10: expected the name of a parameter, found '('"},
+        {"val a = if x", "line 1, column 12: expected '(' before the condition, found name 'x'"},
+        {"val a = 12ab", "line 1, column 11: expected the end of number 12, found a letter"},
+        {"val a = 1e999", "line 1, column 9: number 1e999 is too large"},
+        {"val é = \"ö", "line 1, column 9: expected the closing quote of this string, found the "
+                        "end of the text"},
+        {"val a = \"b\nc\"", "line 1, column 9: expected the closing quote of this string, found "
+                             "the end of the line"},
+        {"val a = \"\\q\"", "line 1, column 10: expected an escape as in JSON after the backslash"},
+        {"val a = \"\\u12g4\"", "line 1, column 14: expected four hexadecimal digits after \\u"},
+        {"val a = \"\\ud800\"", "line 1, column 10: a \\u escape is half of a surrogate pair"},
+        {"val a = ``", "line 1, column 9: expected a name between the backquotes"},
+        {"val a = 1 & 2", "line 1, column 11: expected a name, a number, a string or an operator, "
+                          "found '&'"},
+        {"\x01", "line 1, column 1: expected a name, a number, a string or an operator, found a "
+                 "control character"},
+        {"5", "line 1, column 1: expected 'val' or the name of a step, found number 5"},
+        {"a:5()", "line 1, column 3: expected the name of a step after 'a:', found number 5"},
+        {"val a = 1 )", "line 1, column 11: expected 'val' or the name of a step, found ')'"},
+    };
+    for (const auto& [text, message] : cases) {
+        const JobError error = errorOf([](const std::string& t) { parseProgram(t); }, text);
+        EXPECT_EQ(error.text(), message) << text;
+        EXPECT_EQ(error.id(), errors::kSyntax) << text;
+    }
+}
+
+TEST(LanguageParser, RefusesBytesThatAreNotUtf8)
+{
+    const std::string cases[] = {
+        "\xFF",        "val a = \"\xC3\"",         "val a = \"\xED\xA0\x80\"",
+        "// \xC0\xAF", "val \xF5\x80\x80\x80 = 1", "`\xE2\x82`"};
+    for (const std::string& text : cases)
+        EXPECT_EQ(errorOf([](const std::string& t) { parseProgram(t); }, text).id(),
+                  errors::kTextEncoding)
+            << testing::PrintToString(text);
+}
+
+/// Texts whose tree or whose reading has `levels` levels, one kind of nesting each.
+std::vector<std::string> nested(int levels)
+{
+    const int inner = levels - 1;
+    return {repeated("(", inner) + "1" + repeated(")", inner),
+            repeated("[", inner) + "1" + repeated("]", inner),
+            repeated("{\"a\":", inner) + "1" + repeated("}", inner),
+            repeated("f(", inner) + "1" + repeated(")", inner),
+            "1" + repeated("+1", inner),
+            "1" + repeated("**1", inner - 1),
+            repeated("-", inner) + "x",
+            "x" + repeated(".a", inner),
+            repeated("x => ", inner) + "1",
+            repeated("if (a) ", inner) + "1",
+            "if (a) 1" + repeated(" else if (a) 1", inner - 1)};
+}
+
+TEST(LanguageParser, BoundsEveryKindOfNesting)
+{
+    for (const std::string& text : nested(TokenStream::kDeepest))
+        EXPECT_NO_THROW(parseExpression(text)) << text.substr(0, 20);
+    for (const int levels : {TokenStream::kDeepest + 2, 100'000})
+        for (const std::string& text : nested(levels))
+            EXPECT_EQ(errorOf([](const std::string& t) { parseExpression(t); }, text).id(),
+                      errors::kNesting)
+                << levels << " of " << text.substr(0, 20);
+    EXPECT_EQ(
+        errorOf([](const std::string& t) { parseExpression(t); }, "x: " + repeated("[", 100'000))
+            .id(),
+        errors::kNesting);
+}
+
+TEST(LanguageParser, LongChainsOfConditionsDoNotNest)
+{
+    EXPECT_NO_THROW(parseExpression("a" + repeated(" || a && b", 20'000)));
+}
+
+/// Each text would take hours if reading it were quadratic in its length.
+TEST(LanguageParser, TakesLinearTime)
+{
+    constexpr int kMany = 300'000;
+    const std::string texts[] = {
+        "val a = " + repeated("(a), ", kMany),       repeated("val a = f(((((1))))) ", kMany / 4),
+        "read(c)" + repeated(" -> b(x)", kMany / 2), "val a = [" + repeated("(1) , ", kMany) + "1]",
+        repeated(")", kMany) + repeated("(", kMany), "val a = \"" + repeated("\\u0041", kMany),
+    };
+    for (const std::string& text : texts) {
+        try {
+            parseProgram(text);
+        } catch (const JobError&) { // half of them are wrong, and that is known only at their end
+        }
+    }
+}
+
+} // namespace
+} // namespace EmbeddedHV::language

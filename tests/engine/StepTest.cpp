@@ -1,0 +1,250 @@
+#include "engine/EngineFixture.h"
+
+#include <algorithm>
+#include <set>
+
+using namespace EngineTest;
+using testing::HasSubstr;
+
+namespace {
+
+class StepTest : public EngineFixture
+{
+};
+
+constexpr const char* kPeople = "name,age,city,pay\n"
+                                "Ann,31,Oslo,10.5\n"
+                                "Bob,25,Rome,20\n"
+                                "Cid,,Oslo,30.25\n"
+                                "Dee,25,,\n";
+
+struct Case
+{
+    const char* what;
+    const char* steps;
+    const char* result; ///< the whole file, or the beginning of the fault after its id
+};
+
+constexpr Case kCases[] = {
+    {"fields in the order of their names", R"(filterFields({"fields": ["city", "name"]}))",
+     "city,name\nOslo,Ann\nRome,Bob\nOslo,Cid\n,Dee\n"},
+    {"a missing answer keeps no record", "filterRecords(_, c => x => x.age < 30)",
+     "name,age,city,pay\nBob,25,Rome,20.0\nDee,25,,\n"},
+    {"a new field stands last",
+     R"(deriveField(_, c => x => ("double age", x.age * 2)) -> )"
+     R"(filterFields({"fields": ["name", "double age"]}))",
+     "name,double age\nAnn,62\nBob,50\nCid,\nDee,50\n"},
+    {"a truth value is stored as 1 and 0",
+     R"(deriveField(_, c => x => ("young", x.age < 30)) -> filterFields({"fields": ["young"]}))",
+     "young\n0\n1\n\n1\n"},
+    {"a changed field keeps its place",
+     R"(reclassifyField(_, c => x => ("age", if (x.age < 30) "young" else "old")) -> )"
+     R"(filterFields({"fields": ["name", "age"]}))",
+     "name,age\nAnn,old\nBob,young\nCid,old\nDee,young\n"},
+    {"groups in the order of their keys, missing last",
+     R"(aggregate({"output": [{"function": "key", "input": "city"}, {"function": "count"},
+        {"function": "sum", "input": "pay"}, {"function": "mean", "input": "age"}]}))",
+     "city,count,sum_pay,mean_age\nOslo,2,40.75,31.0\nRome,1,20.0,25.0\n,1,,25.0\n"},
+    {"one record without a key",
+     R"(aggregate({"output": [{"function": "count", "input": "age", "outName": "n"},
+        {"function": "sum", "input": "age"}, {"function": "min", "input": "name"},
+        {"function": "max", "input": "pay"}, {"function": "median", "input": "age"},
+        {"function": "percentile", "input": "pay", "centile": 75, "outName": "p75"}]}))",
+     "n,sum_age,min_name,max_pay,median_age,p75\n3,81,Ann,30.25,25.0,25.125\n"},
+    {"first and last by record, missing or not",
+     R"(aggregate({"output": [{"function": "first", "input": "pay"},
+        {"function": "last", "input": "pay"}, {"function": "last", "input": "name"}]}))",
+     "first_pay,last_pay,last_name\n10.5,,Dee\n"},
+    {"sample deviation",
+     R"(aggregate({"output": [{"function": "sd", "input": "age"},
+        {"function": "variance", "input": "age"}]}))",
+     "sd_age,variance_age\n3.4641016151377544,12.0\n"},
+    {"nothing is left, and one record tells so",
+     R"(filterRecords(_, c => x => x.age > 99) ->
+        aggregate({"output": [{"function": "count"}, {"function": "sum", "input": "age"}]}))",
+     "count,sum_age\n0,\n"},
+    {"whole factors copy, missing and negative ones drop",
+     R"(balanceRecords(_, c => x => if (x.name == "Ann") 2 else if (x.name == "Bob") -1 else x.age)
+        -> filterFields({"fields": ["name"]}) -> filterRecords(_, c => x => x.name != "Dee"))",
+     "name\nAnn\nAnn\n"},
+    {"a name that is no identifier",
+     R"(deriveField(_, c => x => ("it's \"q\"", 1)) -> )"
+     R"(filterRecords(_, c => x => x.`it's "q"` == 1) -> )"
+     R"(filterFields({"fields": ["it's \"q\""]}))",
+     "\"it's \"\"q\"\"\"\n1\n1\n1\n1\n"},
+
+    {"no such step", "filterField({})", "HVEPL0001E line 1, column"},
+    {"the nearest step", "filterField({})", R"(did you mean "filterFields"?)"},
+    {"a setting is missing", "aggregate({})",
+     R"(HVEPL0003E aggregate: the setting "output" is missing)"},
+    {"a setting of a wrong type", R"(filterFields({"fields": "age"}))",
+     R"(HVEPL0004E filterFields: the setting "fields" must be a list, not a text)"},
+    {"an element of a wrong type", R"(filterFields({"fields": [1]}))",
+     R"(filterFields: the setting "fields[0]" must be a text, not a number)"},
+    {"no fields", R"(filterFields({"fields": []}))", "HVEPL0004E filterFields"},
+    {"a field that is not there", R"(filterFields({"fields": ["agee"]}))",
+     R"(HVEPL0005E filterFields: the input has no field "agee"; did you mean "age"?)"},
+    {"a field named twice", R"(filterFields({"fields": ["age", "age"]}))",
+     R"(HVEPL0006E filterFields: there is a field "age" already)"},
+    {"a new field of a known name", R"(deriveField(_, c => x => ("Age", 1)))",
+     R"(HVEPL0006E deriveField: there is a field "age" already)"},
+    {"a changed field that is not there", R"(reclassifyField(_, c => x => ("pai", 1)))",
+     R"(HVEPL0005E reclassifyField: the input has no field "pai"; did you mean "pay"?)"},
+    {"a condition that is none", "filterRecords(_, c => x => x.age)",
+     "HVEEX0005E filterRecords: the condition"},
+    {"a factor that is none", "balanceRecords(_, c => x => x.name)",
+     "HVEEX0005E balanceRecords: the factor"},
+    {"a list is no field", R"(deriveField(_, c => x => ("l", [1, 2])))", "deriveField"},
+    {"no such function", R"(aggregate({"output": [{"function": "meen", "input": "age"}]}))",
+     R"("output[0].function" is "meen", which is no aggregate function; did you mean "mean"?)"},
+    {"a mean of texts", R"(aggregate({"output": [{"function": "mean", "input": "name"}]}))",
+     R"("output[0].input" names "name", which is String: mean needs a number)"},
+    {"a sum of nothing", R"(aggregate({"output": [{"function": "sum"}]}))",
+     R"(HVEPL0003E aggregate: the setting "output[0].input" is missing)"},
+    {"a centile out of range",
+     R"(aggregate({"output": [{"function": "percentile", "input": "age", "centile": 101}]}))",
+     R"("output[0].centile" is 101, not 1 to 100)"},
+    {"two outputs of one name",
+     R"(aggregate({"output": [{"function": "count"}, {"function": "count"}]}))",
+     R"(HVEPL0006E aggregate: there is a field "count" already)"},
+    {"nothing to aggregate", R"(aggregate({"output": []}))", "HVEPL0004E aggregate"},
+    {"a lambda where a configuration is wanted", "filterFields(_, c => x => 1)",
+     "the step is written filterFields(configuration)"},
+    {"a configuration where a lambda is wanted", "filterRecords({})",
+     "the step is written filterRecords(_, lambda)"},
+    {"a sum beyond its type",
+     R"(deriveField(_, c => x => ("big", 9223372036854775807)) ->
+        aggregate({"output": [{"function": "sum", "input": "big"}]}))",
+     "HVE"},
+    {"an overflow while the job runs",
+     R"(deriveField(_, c => x => ("big", x.age * 9223372036854775807)))",
+     "HVERT0003E read -> deriveField -> write: "},
+    {"a step that others have", "reprojection({})",
+     R"(HVEPL0013E the step "reprojection" is not available in this engine yet)"},
+    {"a component", "tcm:score(_)", R"(HVEPL0013E the component "tcm:score")"},
+};
+
+TEST_F(StepTest, EachStepGivesItsRecordsOrNamesItsFault)
+{
+    for (const Case& one : kCases) {
+        SCOPED_TRACE(one.what);
+        const std::string result = through(kPeople, one.steps);
+        const bool fault = std::string(one.result).find('\n') == std::string::npos;
+        if (fault)
+            EXPECT_THAT(result, HasSubstr(one.result));
+        else
+            EXPECT_EQ(result, one.result);
+        // Whatever happened, nothing half-written is left.
+        std::vector<std::string> expected = {"in.csv"};
+        if (!fault)
+            expected.emplace_back("out.csv");
+        EXPECT_EQ(files(), expected);
+    }
+}
+
+TEST_F(StepTest, FractionsOfFactorsAreDrawnTheSameWayEachTime)
+{
+    std::string csv = "n\n";
+    for (int i = 0; i < 2000; ++i)
+        csv += std::to_string(i) + "\n";
+    const std::string once = through(csv, "balanceRecords(_, c => x => 1.25)");
+    const auto records = std::count(once.begin(), once.end(), '\n') - 1;
+    EXPECT_GT(records, 2400);
+    EXPECT_LT(records, 2600);
+    EXPECT_EQ(through(csv, "balanceRecords(_, c => x => 1.25)"), once);
+    EXPECT_THAT(through(csv, "balanceRecords(_, c => x => 2000000)"),
+                HasSubstr("a factor is above 1000000"));
+}
+
+TEST_F(StepTest, UnknownSettingsAreToldAndIgnored)
+{
+    write("in.csv", "a\n1\n");
+    const auto listener =
+        run(readCsv("in.csv", R"(, "maxRecordCount": 5)") + " -> " + writeCsv("out.csv"));
+    EXPECT_EQ(listener.ending, "success");
+    ASSERT_EQ(listener.messages.size(), 1U);
+    EXPECT_EQ(listener.messages[0].first, "HVEPL0015W");
+    EXPECT_THAT(listener.messages[0].second,
+                HasSubstr(R"("maxRecordCount" is not known here and is ignored; did you mean )"
+                          R"("maxRecordsCount"?)"));
+}
+
+struct JoinCase
+{
+    const char* what;
+    const char* configuration;
+    const char* result; ///< lines in any order, or a part of the fault
+};
+
+constexpr JoinCase kJoins[] = {
+    {"inner", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Inner",
+                 "outputFields": {"l": ["person"], "r": ["size"]}})",
+     "person,size\nAnn,7\nCid,7\n"},
+    {"outer keeps all", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Outer"})",
+     "person,city,name,size\n,,Bern,1\nAnn,Oslo,Oslo,7\nBob,Rome,,\nCid,Oslo,Oslo,7\nDee,,,\n"},
+    {"outer keeps one side", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Outer",
+                               "outputFields": {"r": ["name"], "l": ["person"]},
+                               "nonMatchingSources": ["r"]})",
+     "person,name\n,Bern\nAnn,Oslo\nCid,Oslo\n"},
+    {"anti", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Anti",
+                "outputFields": {"l": ["person"]}})",
+     "person\nBob\nDee\n"},
+    {"cartesian", R"({"matchFields": [], "joinType": "Cartesian",
+                     "outputFields": {"l": ["person"], "r": ["name"]}})",
+     "person,name\nAnn,Bern\nAnn,Oslo\nBob,Bern\nBob,Oslo\nCid,Bern\nCid,Oslo\nDee,Bern\nDee,"
+     "Oslo\n"},
+    {"no match at all", R"({"matchFields": [], "joinType": "Inner"})",
+     R"(does not match the input "r")"},
+    {"types that do not meet", R"({"matchFields": [{"l": "city", "r": "size"}]})",
+     R"(matches "city", which is String, with "size", which is Integer)"},
+    {"a field that is not there", R"({"matchFields": [{"l": "town", "r": "name"}]})",
+     R"(no field "town")"},
+    {"an unknown type", R"({"matchFields": [], "joinType": "Sideways"})", R"("Sideways")"},
+};
+
+TEST_F(StepTest, JoinsMatchByTag)
+{
+    write("l.csv", "person,city\nAnn,Oslo\nBob,Rome\nCid,Oslo\nDee,\n");
+    write("r.csv", "name,size\nOslo,7\nBern,1\n");
+    for (const JoinCase& one : kJoins) {
+        SCOPED_TRACE(one.what);
+        const auto listener =
+            run("val l = " + readCsv("l.csv") + "\nval r = " + readCsv("r.csv") + "\njoin(" +
+                one.configuration + ", l: l, r: r) -> " + writeCsv("out.csv"));
+        const std::string expected = one.result;
+        if (expected.find('\n') == std::string::npos) {
+            EXPECT_THAT(listener.errorText, HasSubstr(expected));
+            continue;
+        }
+        ASSERT_EQ(listener.ending, "success") << listener.errorText;
+        const auto sorted = [](const std::string& text) {
+            std::multiset<std::string> lines;
+            for (std::size_t from = 0; from < text.size();) {
+                const auto end = text.find('\n', from);
+                lines.insert(text.substr(from, end - from));
+                from = end + 1;
+            }
+            return lines;
+        };
+        EXPECT_EQ(sorted(read("out.csv")), sorted(expected));
+    }
+}
+
+TEST_F(StepTest, UnionsMatchByNameOrByPosition)
+{
+    write("a.csv", "id,v\n1,2\n");
+    write("b.csv", "V,w\n2.5,x\n");
+    write("c.csv", "k,u\n7,8\n");
+    const auto unite = [&](const std::string& configuration, const std::string& second) {
+        const auto listener =
+            run("val a = " + readCsv("a.csv") + " val b = " + readCsv(second) + " union(" +
+                configuration + ", a: a, b: b) -> " + writeCsv("out.csv"));
+        return listener.ending == "success" ? read("out.csv") : listener.errorText;
+    };
+    EXPECT_EQ(unite("{}", "b.csv"), "id,v,w\n1,2.0,\n,2.5,x\n");
+    EXPECT_THAT(unite(R"({"matchCase": true})", "b.csv"), HasSubstr("only in letter case"));
+    EXPECT_EQ(unite(R"({"matchByPosition": true})", "c.csv"), "id,v\n1,2\n7,8\n");
+    EXPECT_THAT(unite(R"({"matchByPosition": true})", "b.csv"), HasSubstr(R"("v" is Integer)"));
+}
+
+} // namespace
