@@ -87,14 +87,14 @@ public:
             const Binding binding = splitBinding(text, "--data");
             InputOptions input;
             input.path = binding.file;
-            _inputs.push_back({binding.name, std::make_unique<InputFile>(input, watch)});
+            _inputs.emplace_back(binding.name, std::make_unique<InputFile>(input, watch));
         }
         for (const std::string& text : options.save) {
             const Binding binding = splitBinding(text, "--save");
             OutputOptions output;
             output.path = binding.file;
             output.force = options.force;
-            _outputs.push_back({binding.name, std::make_unique<OutputFile>(output, watch)});
+            _outputs.emplace_back(binding.name, std::make_unique<OutputFile>(output, watch));
         }
     }
     void load(HostSession& session) const

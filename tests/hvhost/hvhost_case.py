@@ -1,0 +1,62 @@
+"""What every test of hvhost stands on: a folder of its own, and a look at what is left there."""
+import csv
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import tempfile
+import unittest
+
+HVHOST = os.environ["HVHOST"]
+DATA = pathlib.Path(os.environ["HV_TEST_DATA"])
+HOME = pathlib.Path(os.environ["HV_TEST_HOME"])
+
+
+class Case(unittest.TestCase):
+    """After every case the temporary folder must be empty."""
+
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="hvhost_test_"))
+        self.temp = self.folder / "temp"
+        self.temp.mkdir()
+
+    def tearDown(self):
+        self.assertEqual(sorted(path.name for path in self.temp.iterdir()), [], "left behind")
+        shutil.rmtree(self.folder)
+
+    def environment(self, **changes):
+        environment = dict(os.environ, TMPDIR=str(self.temp), LC_ALL="C.UTF-8")
+        environment.update(changes)
+        return environment
+
+    def run_hvhost(self, *words, status=0, text=None, **more):
+        environment = self.environment(**more.pop("environment", {}))
+        done = subprocess.run([HVHOST, *map(str, words)], capture_output=True, text=True, input=text,
+                              env=environment, timeout=120, check=False, **more)
+        self.assertEqual(done.returncode, status, f"{words}\n{done.stdout}\n{done.stderr}")
+        # A fault is told in the one form that there is, and results alone go to standard output.
+        if status not in (0, 5):
+            self.assertRegex(done.stderr, r"(?m)^hvhost: error: \S")
+            self.assertNotIn("hvhost: error", done.stdout)
+        return done
+
+    def start_hvhost(self, *words, **more):
+        return subprocess.Popen([HVHOST, *map(str, words)], env=self.environment(), text=True,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, **more)
+
+    def stop(self, process, *signals, status=130):
+        for number in signals or (signal.SIGINT,):
+            process.send_signal(number)
+        _, errors = process.communicate(timeout=60)
+        self.assertEqual(process.returncode, status, errors)
+        return errors
+
+    def write(self, name, content):
+        path = self.folder / name
+        path.write_bytes(content if isinstance(content, bytes) else content.encode())
+        return path
+
+    def rows(self, path):
+        with open(path, newline="", encoding="utf-8") as file:
+            return list(csv.DictReader(file))
