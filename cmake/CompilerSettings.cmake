@@ -8,6 +8,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(hv_compiler_settings INTERFACE $<$<CONFIG:Release,RelWithDebInfo>:-Wno-restrict>)
 endif()
 
+# The instrumented standard library looks uninitialized to g++ 12.
+if(NOT HVINTEG_SANITIZER STREQUAL "" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(hv_compiler_settings INTERFACE -Wno-maybe-uninitialized)
+endif()
+
 if(HVINTEG_SANITIZER STREQUAL "address")
   add_compile_options(-fsanitize=address,undefined,float-cast-overflow,float-divide-by-zero
     -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
