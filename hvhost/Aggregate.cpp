@@ -90,10 +90,15 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     JNIHvlProgram program;
     RecordChain records(program, input, options.records);
     HVLAggregate aggregates(&program);
-    for (const std::string& field : options.by)
+    std::vector<std::string> origins;
+    for (const std::string& field : options.by) {
         aggregates.AddAggregate("key", field, field);
-    for (const std::string& statistic : options.statistics)
+        origins.push_back("--by " + field);
+    }
+    for (const std::string& statistic : options.statistics) {
         addStatistic(aggregates, statistic);
+        origins.push_back("--stat " + statistic);
+    }
     aggregates.AddPredFunction(records.last());
     const HVSimpleFile scratch("aggregate.hvbf", true, true);
     HVLWrite write(&program);
@@ -108,7 +113,7 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
         std::cout << job << '\n';
         return;
     }
-    session.run(job, {input.path()});
+    session.run(job, {{input.origin()}, records.expressions(), origins, {}});
     if (shown)
         showResult(session, scratch.GetFileName(), options);
     else

@@ -29,7 +29,7 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
         std::cout << job << '\n';
         return;
     }
-    session.run(job, {input.path()});
+    session.run(job, {{input.origin()}, records.expressions(), {}, {}});
     output.deliver();
     session.finish();
 }

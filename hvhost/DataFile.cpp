@@ -125,6 +125,11 @@ InputFile::InputFile(const InputOptions& options, const InterruptWatch& watch)
 
 InputFile::~InputFile() = default;
 
+JobOrigin::File InputFile::origin() const
+{
+    return {_path, _options.path == kStandardStream ? "standard input" : _options.path};
+}
+
 void InputFile::configure(HVLRead& read) const
 {
     const std::string url = engineUrl(_path);
@@ -178,6 +183,10 @@ void OutputFile::checkDestination() const
         throw CommandFault(ExitStatus::JobFailed, _options.path + ": the folder " +
                                                       fs::path(_path).parent_path().string() +
                                                       " does not exist");
+    if (access(fs::path(_path).parent_path().c_str(), W_OK) != 0)
+        throw CommandFault(ExitStatus::JobFailed,
+                           _options.path + ": no file can be written in its folder",
+                           "the permissions of the folder do not allow it");
     if (!_options.dataModel.empty() && fs::exists(_options.dataModel) && !_options.force)
         throw CommandFault(ExitStatus::Usage, _options.dataModel + ": the file exists",
                            "--force replaces it");

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "CommonOptions.h"
+#include "JobOrigin.h"
 
 class HVLRead;
 class HVLWrite;
@@ -39,10 +40,8 @@ public:
     InputFile(const InputOptions& options, const InterruptWatch& watch);
     ~InputFile();
 
-    /// The path as the user gave it, for messages.
-    const std::string& name() const { return _options.path; }
-    /// The absolute path.
-    const std::string& path() const { return _path; }
+    /// Where it is, and what the user calls it.
+    JobOrigin::File origin() const;
     /// Has the builder read this file.
     void configure(HVLRead& read) const;
 

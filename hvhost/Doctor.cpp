@@ -37,8 +37,10 @@ std::string javaVersion(const std::string& library)
     const fs::path home = fs::path(library).parent_path().parent_path().parent_path();
     std::ifstream release(home / "release");
     for (std::string line; std::getline(release, line);)
-        if (line.starts_with("JAVA_VERSION="))
+        if (line.starts_with("JAVA_VERSION=")) {
+            std::erase(line, '"');
             return line.substr(line.find('=') + 1);
+        }
     return "of unknown version";
 }
 
@@ -134,5 +136,6 @@ void doctor(const std::string& format, const CommonOptions&)
     StatHVServiceManager::shutdown();
     for (const Finding& finding : all)
         if (finding.needed && finding.found.empty())
-            throw CommandFault(ExitStatus::Engine, finding.name + " is missing");
+            throw CommandFault(ExitStatus::Engine, finding.name + " is missing",
+                               "VEXA_HOME names the installation, JAVA_HOME a Java to use");
 }

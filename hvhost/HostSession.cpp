@@ -8,6 +8,7 @@
 #include "CommandFault.h"
 #include "EngineException.h"
 #include "EnginePreload.h"
+#include "FaultWording.h"
 #include "InterruptWatch.h"
 #include "Journal.h"
 #include "ProgressLine.h"
@@ -52,14 +53,6 @@ std::string withoutPasswords(const std::string& jobText)
     return std::regex_replace(jobText, password, R"re($1"***")re");
 }
 
-bool namesOneOf(const std::string& text, const std::vector<std::string>& files)
-{
-    for (const std::string& file : files)
-        if (text.find(file) != std::string::npos)
-            return true;
-    return false;
-}
-
 } // namespace
 
 HostSession::HostSession(const std::string& command, const CommonOptions& options,
@@ -89,7 +82,7 @@ void HostSession::checkTrails() const
                            "it must be a folder that may be written to, or one that can be made");
 }
 
-void HostSession::run(const std::string& jobText, const std::vector<std::string>& inputs)
+void HostSession::run(const std::string& jobText, const JobOrigin& origin)
 {
     log("job: " + withoutPasswords(jobText));
     execute(jobText);
@@ -97,7 +90,7 @@ void HostSession::run(const std::string& jobText, const std::vector<std::string>
     // A stop that came when the job was done changes nothing any more: its output is there.
     if (_runner->getProgressListener()->getState() != HVProgressListener::Succeeded)
         _watch.check();
-    failIfFailed(inputs);
+    failIfFailed(jobText, origin);
 }
 
 void HostSession::execute(const std::string& jobText)
@@ -124,16 +117,13 @@ void HostSession::execute(const std::string& jobText)
     }
 }
 
-void HostSession::failIfFailed(const std::vector<std::string>& inputs)
+void HostSession::failIfFailed(const std::string& jobText, const JobOrigin& origin)
 {
-    std::string id;
-    std::string text;
-    std::string detail;
-    if (!_runner->getProgressListener()->hasError(id, text, detail))
+    EngineFault fault;
+    if (!_runner->getProgressListener()->hasError(fault.id, fault.text, fault.detail))
         return;
-    log("failed: " + id + " " + text + " " + detail);
-    const ExitStatus status = namesOneOf(text, inputs) ? ExitStatus::Input : ExitStatus::JobFailed;
-    throw CommandFault(status, text, {}, id + " " + detail);
+    log("failed: " + fault.id + " " + fault.text + " " + fault.detail);
+    throw wordFault(fault, jobText, origin);
 }
 
 void HostSession::printMessages()

@@ -2,9 +2,9 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "CommonOptions.h"
+#include "JobOrigin.h"
 
 class HVRunner;
 class HVStatDataIterator;
@@ -27,16 +27,15 @@ public:
     HVRunner& runner() { return *_runner; }
     const CommonOptions& options() const { return _options; }
 
-    /// Runs one job to its end and prints its warnings. `inputs` are the files that the job reads:
-    /// a fault that names one of them is a fault of the input. The execution stays, for the rows of
-    /// its outputs, until the next run. Throws CommandFault.
-    void run(const std::string& jobText, const std::vector<std::string>& inputs);
+    /// Runs one job to its end and prints its warnings. The execution stays, for the rows of its
+    /// outputs, until the next run. Throws CommandFault, worded by where the text came from.
+    void run(const std::string& jobText, const JobOrigin& origin);
     /// Throws CommandFault (Warnings) if there were any and the command is strict.
     void finish() const;
 
 private:
     void execute(const std::string& jobText);
-    void failIfFailed(const std::vector<std::string>& inputs);
+    void failIfFailed(const std::string& jobText, const JobOrigin& origin);
     void printMessages();
     void log(const std::string& line) const;
     void checkTrails() const;

@@ -50,8 +50,10 @@ RecordChain::RecordChain(JNIHvlProgram& program, const InputFile& input,
     input.configure(*_read);
     for (const std::string& derivation : options.derivations)
         derive(derivation);
-    if (!options.where.empty())
-        append().SetFilterRecords(_program.createHvlExpression(patternOf(options.where), nullptr));
+    if (options.where.empty())
+        return;
+    _expressions.push_back({"--where " + options.where, options.where});
+    append().SetFilterRecords(_program.createHvlExpression(patternOf(options.where), nullptr));
 }
 
 RecordChain::~RecordChain() = default;
@@ -67,6 +69,7 @@ HVLExpressionFun& RecordChain::append()
 void RecordChain::derive(const std::string& text)
 {
     const Derivation derivation = splitDerivation(text);
+    _expressions.push_back({"--derive " + text, derivation.expression});
     append().SetDeriveField(
         derivation.name, _program.createHvlExpression(patternOf(derivation.expression), nullptr));
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "CommonOptions.h"
+#include "JobOrigin.h"
 
 class HVLExpressionFun;
 class HVLFunction;
@@ -23,6 +24,8 @@ public:
 
     /// The step that the next one follows.
     HVLFunction* last() { return _last; }
+    /// The options behind the expressions, in the order of the steps.
+    const std::vector<JobOrigin::Expression>& expressions() const { return _expressions; }
 
 private:
     HVLExpressionFun& append();
@@ -31,6 +34,7 @@ private:
     JNIHvlProgram& _program;
     std::unique_ptr<HVLRead> _read;
     std::vector<std::unique_ptr<HVLExpressionFun>> _steps;
+    std::vector<JobOrigin::Expression> _expressions;
     HVLFunction* _last;
 };
 

@@ -2,7 +2,6 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
-#include <regex>
 
 #include "CommandFault.h"
 #include "Commands.h"
@@ -61,7 +60,7 @@ void loadData(HostSession& session, const std::string& name, const InputFile& in
     HVLWrite write(&program);
     write.WriteHVDatasource(name, false);
     write.AddPredFunction(&read);
-    session.run(generateJob(program, write), {input.path()});
+    session.run(generateJob(program, write), {{input.origin()}, {}, {}, {}});
 }
 
 /// Writes the engine's data source of the name to a file.
@@ -113,17 +112,6 @@ private:
     std::vector<std::pair<std::string, std::unique_ptr<OutputFile>>> _outputs;
 };
 
-/// Puts the position that a fault of the text begins with where people look for it.
-std::string withPosition(const std::string& job, const std::string& text)
-{
-    static const std::regex position("^line ([0-9]+), column ([0-9]+): ");
-    std::smatch found;
-    const std::string name = job == "-" ? "standard input" : job;
-    if (!std::regex_search(text, found, position))
-        return name + ": " + text;
-    return name + ":" + found[1].str() + ":" + found[2].str() + ": " + found.suffix().str();
-}
-
 } // namespace
 
 void runJob(const RunOptions& options, const CommonOptions& common)
@@ -137,14 +125,7 @@ void runJob(const RunOptions& options, const CommonOptions& common)
     const JobFiles files(options, watch);
     HostSession session("run", common, watch);
     files.load(session);
-    try {
-        session.run(job, {});
-    } catch (const CommandFault& fault) {
-        if (fault.status() != ExitStatus::JobFailed)
-            throw;
-        throw CommandFault(fault.status(), withPosition(options.job, fault.what()), fault.hint(),
-                           fault.detail());
-    }
+    session.run(job, {{}, {}, {}, options.job == "-" ? "standard input" : options.job});
     files.save(session);
     session.finish();
 }

@@ -1,3 +1,5 @@
+#include <sstream>
+
 #include "DatabaseEvaluator.h"
 
 namespace EmbeddedHV {
@@ -136,16 +138,16 @@ TEST_F(ExpressionError, LambdasOfAnotherForm)
 
 TEST_F(ExpressionError, DefinitionsThatGrowWithoutEnd)
 {
-    std::string doubling = "val f0 = v => v + v ";
-    std::string deepening = "val d0 = 1 ";
+    std::ostringstream doubling;
+    std::ostringstream deepening;
+    doubling << "val f0 = v => v + v ";
+    deepening << "val d0 = 1 ";
     for (int i = 1; i < 600; ++i) {
-        const std::string before = std::to_string(i - 1);
-        const std::string name = std::to_string(i);
-        doubling += "val f" + name + " = v => f" + before + "(v + v) ";
-        deepening += "val d" + name + " = d" + before + " ";
+        doubling << "val f" << i << " = v => f" << i - 1 << "(v + v) ";
+        deepening << "val d" << i << " = d" << i - 1 << " ";
     }
-    EXPECT_EQ(errorOf("f60(x.i)", doubling).id(), errors::kExpressionSize);
-    EXPECT_EQ(errorOf("d599", deepening).id(), errors::kExpressionSize);
+    EXPECT_EQ(errorOf("f60(x.i)", doubling.str()).id(), errors::kExpressionSize);
+    EXPECT_EQ(errorOf("d599", deepening.str()).id(), errors::kExpressionSize);
 }
 
 } // namespace

@@ -1,3 +1,5 @@
+#include <sstream>
+
 #include "DatabaseEvaluator.h"
 
 namespace EmbeddedHV {
@@ -166,21 +168,25 @@ TEST_F(ExpressionValue, FieldLambdasGiveWhatAFieldCanHold)
 /// What the parser lets through must run, and not only compile.
 TEST_F(ExpressionValue, DeepAndLongExpressionsRun)
 {
-    std::string sum = "x.i";
-    std::string nested = "x.i";
-    std::string recode = "if (x.i == 0) 0";
-    std::string any = "x.i == 0";
+    std::ostringstream sum;
+    std::ostringstream nested;
+    std::ostringstream recode;
+    std::ostringstream any;
+    sum << "x.i";
+    recode << "if (x.i == 0) 0";
+    any << "x.i == 0";
     for (int n = 1; n < 490; ++n) {
-        sum += " + 1";
-        nested = "(1 + " + nested + ")";
-        recode += " else if (x.i == " + std::to_string(n) + ") " + std::to_string(n * 10);
+        sum << " + 1";
+        nested << "(1 + ";
+        recode << " else if (x.i == " << n << ") " << n * 10;
     }
+    nested << "x.i" << std::string(489, ')');
     for (int n = 1; n < 3000; ++n)
-        any += " || x.i == " + std::to_string(n);
-    EXPECT_EQ(valueOf(sum), "496:Integer");
-    EXPECT_EQ(valueOf(nested), "496:Integer");
-    EXPECT_EQ(valueOf(recode), "70:Integer");
-    EXPECT_EQ(valueOf(any), "true:Boolean");
+        any << " || x.i == " << n;
+    EXPECT_EQ(valueOf(sum.str()), "496:Integer");
+    EXPECT_EQ(valueOf(nested.str()), "496:Integer");
+    EXPECT_EQ(valueOf(recode.str()), "70:Integer");
+    EXPECT_EQ(valueOf(any.str()), "true:Boolean");
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <map>
+#include <sstream>
 
 #include "ErrorIds.h"
 #include "JobError.h"
@@ -81,12 +81,11 @@ TEST_F(JsonLiteral, RefusesWhatIsNoLiteral)
 TEST_F(JsonLiteral, RefusesEndlessLiterals)
 {
     EXPECT_EQ(error("a", "val a = [b] val b = {\"c\": a}").first, errors::kCycle);
-    std::string doubling = "val a0 = [1, 1] ";
-    for (int i = 1; i < 40; ++i) {
-        const std::string before = "a" + std::to_string(i - 1);
-        doubling += "val a" + std::to_string(i) + " = [" + before + ", " + before + "] ";
-    }
-    EXPECT_EQ(error("a39", doubling).first, errors::kLiteralSize);
+    std::ostringstream doubling;
+    doubling << "val a0 = [1, 1] ";
+    for (int i = 1; i < 40; ++i)
+        doubling << "val a" << i << " = [a" << i - 1 << ", a" << i - 1 << "] ";
+    EXPECT_EQ(error("a39", doubling.str()).first, errors::kLiteralSize);
 }
 
 } // namespace

@@ -245,6 +245,14 @@ TEST_F(StepTest, UnionsMatchByNameOrByPosition)
     EXPECT_THAT(unite(R"({"matchCase": true})", "b.csv"), HasSubstr("only in letter case"));
     EXPECT_EQ(unite(R"({"matchByPosition": true})", "c.csv"), "id,v\n1,2\n7,8\n");
     EXPECT_THAT(unite(R"({"matchByPosition": true})", "b.csv"), HasSubstr(R"("v" is Integer)"));
+    // An input may stand as a bare name, which is its tag then.
+    EXPECT_EQ(
+        run("val a = " + readCsv("a.csv") + " val c = " + readCsv("c.csv") +
+            R"( join({"matchFields": [{"a": "v", "c": "k"}], "joinType": "Anti"}, a, c) -> )" +
+            writeCsv("out.csv"))
+            .ending,
+        "success");
+    EXPECT_EQ(read("out.csv"), "id,v\n1,2\n");
 }
 
 } // namespace

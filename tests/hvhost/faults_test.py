@@ -118,9 +118,9 @@ class Faults(Case):
                 'mount -t tmpfs none /usr/lib/jvm && exec "$@"', "sh"]
         if subprocess.run([*hide, "true"], capture_output=True, check=False).returncode != 0:
             self.skipTest("no right to hide /usr/lib/jvm")
-        environment = self.environment(JAVA_HOME="", PATH="/none")
-        done = subprocess.run([*hide, HVHOST, "convert", DATA / "weather.csv", self.folder / "out.csv"],
-                              capture_output=True, text=True, env=environment, check=False)
+        words = ["env", "JAVA_HOME=", "PATH=/none", HVHOST, "convert", DATA / "weather.csv"]
+        done = subprocess.run([*hide, *words, self.folder / "out.csv"], capture_output=True, text=True,
+                              env=self.environment(), check=False)
         self.assertEqual(done.returncode, 4, done.stderr)
         self.assertIn("/usr/lib/jvm/default-java", done.stderr)
         self.assertIn("hint: ", done.stderr)

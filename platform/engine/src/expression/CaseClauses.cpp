@@ -18,16 +18,17 @@ void checkConditions(const std::vector<CaseClause>& clauses)
 ValueType sharedType(const std::vector<CaseClause>& clauses,
                      const std::optional<Operand>& otherwise)
 {
-    const Operand* last = otherwise ? &*otherwise : nullptr;
-    ValueType type = last != nullptr ? last->value.type : ValueType::Null;
+    ValueType type = otherwise ? otherwise->value.type : ValueType::Null;
+    std::string source = otherwise ? otherwise->description : "null";
     for (const CaseClause& clause : clauses) {
-        const auto common = commonType(type, clause.value.value.type);
+        const Operand& value = clause.value;
+        const auto common = commonType(type, value.value.type);
         if (!common)
             clause.place.fail(errors::kOperandType,
                               "the values of a conditional are of one type, found " +
-                                  clause.value.description + " and " + last->description);
+                                  value.description + " and " + source);
         if (type != *common)
-            last = &clause.value;
+            source = value.description;
         type = *common;
     }
     return type;

@@ -116,6 +116,7 @@ std::string listed(const std::vector<std::string>& items)
                                 const std::vector<Operand>& arguments, const Place& place)
 {
     std::vector<std::string> known;
+    known.reserve(forms.size());
     for (const Form& form : forms)
         known.emplace_back(form.function->parameters);
     std::string found;

@@ -18,19 +18,6 @@ std::string placeOf(const language::Position& position)
     return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
 }
 
-/// The chains that a pipeline starts from.
-std::vector<std::string> chainsIn(const language::Pipeline& pipeline)
-{
-    std::vector<std::string> names;
-    if (!pipeline.input.empty())
-        names.push_back(pipeline.input);
-    for (const language::Step& step : pipeline.steps)
-        for (const language::Argument& argument : step.arguments)
-            if (argument.kind == language::Argument::Kind::Tagged)
-                names.push_back(argument.input);
-    return names;
-}
-
 std::string stepsOf(const language::Pipeline& pipeline)
 {
     std::string steps = pipeline.input;
@@ -97,6 +84,29 @@ const language::Pipeline& Planner::chainOf(const std::string& name) const
         names.emplace_back(known);
     throw JobError(errors::kUnknownName,
                    "there is no chain \"" + name + "\"" + suggestion(name, names));
+}
+
+std::pair<std::string, std::string> Planner::inputIn(const language::Argument& argument) const
+{
+    if (argument.kind == language::Argument::Kind::Tagged)
+        return {argument.tag, argument.input};
+    if (argument.kind == language::Argument::Kind::Value)
+        if (const auto* name = std::get_if<language::Name>(&argument.value->value);
+            name && _chains.contains(name->name))
+            return {name->name, name->name};
+    return {};
+}
+
+std::vector<std::string> Planner::chainsIn(const language::Pipeline& pipeline) const
+{
+    std::vector<std::string> names;
+    if (!pipeline.input.empty())
+        names.push_back(pipeline.input);
+    for (const language::Step& step : pipeline.steps)
+        for (const language::Argument& argument : step.arguments)
+            if (auto input = inputIn(argument); !input.second.empty())
+                names.push_back(std::move(input.second));
+    return names;
 }
 
 void Planner::checkCycles()
@@ -203,13 +213,14 @@ void Planner::gatherInputs(const language::Step& step, NodePtr input, StepCall& 
     if (input)
         call.inputs.push_back({"", std::move(input)});
     for (const language::Argument& argument : step.arguments) {
-        if (argument.kind != language::Argument::Kind::Tagged)
+        const auto [tag, chain] = inputIn(argument);
+        if (chain.empty())
             continue;
         for (const StepInput& known : call.inputs)
-            if (known.tag == argument.tag)
+            if (known.tag == tag)
                 throw JobError(errors::kStepArguments,
-                               call.name + ": two inputs have the tag \"" + argument.tag + "\"");
-        call.inputs.push_back({argument.tag, planChain(argument.input, call.name)});
+                               call.name + ": two inputs have the tag \"" + tag + "\"");
+        call.inputs.push_back({tag, planChain(chain, call.name)});
     }
 }
 
@@ -218,7 +229,7 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
     using Kind = language::Argument::Kind;
     std::vector<const language::Argument*> places;
     for (const language::Argument& argument : step.arguments)
-        if (argument.kind != Kind::Tagged)
+        if (inputIn(argument).second.empty())
             places.push_back(&argument);
     const bool takesLambda = kind.arguments == StepArguments::Lambda;
     const auto refuse = [&](const std::string& form) {

@@ -39,6 +39,10 @@ private:
                                          const std::string& step) const;
     NodePtr planChain(const std::string& name, const std::string& step);
     const language::Pipeline& chainOf(const std::string& name) const;
+    /// The chain that an argument stands for, with its tag: `tag: name`, or a bare name of a chain,
+    /// which is its own tag. An empty name for any other argument.
+    std::pair<std::string, std::string> inputIn(const language::Argument& argument) const;
+    std::vector<std::string> chainsIn(const language::Pipeline& pipeline) const;
 
     const language::Program& _program;
     JobContext& _context;

@@ -1,0 +1,178 @@
+#include "FaultWording.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <regex>
+#include <string_view>
+
+namespace {
+
+/// Faults of a file that is read, with what may help in a command that has options for it.
+struct InputFault
+{
+    std::string_view id;
+    const char* hint;
+};
+constexpr const char* kPasswordHint = "--password-file FILE or --password WORD gives it";
+constexpr std::array<InputFault, 11> kInputFaults{{
+    {"HVEIO0001E", ""},
+    {"HVEIO0002E", ""},
+    {"HVEIO0003E", ""},
+    {"HVEIO0004E", ""},
+    {"HVEIO0005E", "--from csv, sav or hvbf tells what it is, whatever its name says"},
+    {"HVEIO0006E", "--max-errors N skips up to N bad records, and says how many there were"},
+    {"HVEIO0007E", "a larger --max-errors skips more bad records, -1 any number"},
+    {"HVEIO0009E", kPasswordHint},
+    {"HVEIO0010E", kPasswordHint},
+    {"HVEIO0011E", ""},
+    {"HVEIO0012E", ""},
+}};
+
+const InputFault* inputFault(const EngineFault& fault)
+{
+    const auto* const row =
+        std::find_if(kInputFaults.begin(), kInputFaults.end(),
+                     [&](const InputFault& known) { return known.id == fault.id; });
+    // The step that writes has some of the same faults.
+    return row != kInputFaults.end() && fault.text.starts_with("read") ? row : nullptr;
+}
+
+/// "read: PATH: what" as "NAME: what", for a file that the user named.
+std::string withFileName(const std::string& text, const JobOrigin& origin)
+{
+    for (const JobOrigin::File& file : origin.inputs) {
+        const std::string start = "read: " + file.path + ":";
+        if (text.starts_with(start))
+            return file.name + text.substr(start.size() - 1);
+    }
+    return text;
+}
+
+/// A place in a job text, and what is said of it.
+struct Place
+{
+    std::size_t line = 0;
+    std::size_t column = 0; ///< in characters, from 1
+    std::string what;
+};
+
+std::optional<Place> placeOf(const std::string& text)
+{
+    static const std::regex form("^(?:step \\w+, )?line (\\d+), column (\\d+): ([^]*)$");
+    std::smatch found;
+    if (!std::regex_match(text, found, form))
+        return std::nullopt;
+    return Place{std::stoul(found[1].str()), std::stoul(found[2].str()), found[3].str()};
+}
+
+bool beginsCharacter(char byte)
+{
+    return (byte & 0xC0) != 0x80;
+}
+
+std::size_t characters(std::string_view text)
+{
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
+}
+
+/// The place as a count of bytes from the start of the text.
+std::size_t offsetOf(const Place& place, const std::string& text)
+{
+    std::size_t offset = 0;
+    for (std::size_t line = 1; line < place.line && offset < text.size(); ++line)
+        offset = std::min(text.size(), text.find('\n', offset)) + 1;
+    for (std::size_t column = 1; column < place.column && offset < text.size(); ++column)
+        do
+            ++offset;
+        while (offset < text.size() && !beginsCharacter(text[offset]));
+    return offset;
+}
+
+/// A fault in a generated text. One that lies behind an expression, where the engine still looked
+/// for more of it, is a fault of that expression, too.
+std::string inExpression(const Place& place, const std::string& job, const JobOrigin& origin)
+{
+    static constexpr std::string_view lambda = "Lambda = ctx => x => ";
+    const std::size_t fault = offsetOf(place, job);
+    std::size_t begin = 0;
+    const JobOrigin::Expression* behind = nullptr;
+    for (const JobOrigin::Expression& expression : origin.expressions) {
+        begin = job.find(lambda, begin);
+        begin = begin == std::string::npos ? begin : job.find(expression.text, begin);
+        if (begin == std::string::npos || begin > fault)
+            break;
+        const std::size_t end = begin + expression.text.size();
+        if (fault < end)
+            return expression.option + ": character " +
+                   std::to_string(characters(job.substr(begin, fault - begin)) + 1) + ": " +
+                   place.what;
+        behind = &expression;
+        begin = end;
+    }
+    if (behind == nullptr)
+        return place.what;
+    return behind->option + ": the expression is not complete, or has too much at its end";
+}
+
+/// A fault that names an output of the aggregate step by its number.
+std::string withAggregate(const std::string& text, const JobOrigin& origin)
+{
+    static const std::regex form("^aggregate: the setting \"output\\[(\\d+)\\]\\.(\\w+)\" ([^]*)$");
+    std::smatch found;
+    if (!std::regex_match(text, found, form))
+        return text;
+    const std::size_t number = std::stoul(found[1].str());
+    if (number >= origin.aggregates.size())
+        return text;
+    return origin.aggregates[number] + ": the " + found[2].str() + " " + found[3].str();
+}
+
+std::string withOption(const std::string& text, const std::string& job, const JobOrigin& origin)
+{
+    if (const std::optional<Place> place = placeOf(text))
+        return inExpression(*place, job, origin);
+    // The condition of a generated job is its last expression.
+    if (text.starts_with("filterRecords: ") && !origin.expressions.empty())
+        return origin.expressions.back().option + ": " + text.substr(text.find(' ') + 1);
+    return withAggregate(text, origin);
+}
+
+/// A fault of the user's own text, as compilers tell it.
+std::string withPosition(const std::string& text, const std::string& name)
+{
+    const std::optional<Place> place = placeOf(text);
+    if (!place)
+        return name + ": " + text;
+    return name + ":" + std::to_string(place->line) + ":" + std::to_string(place->column) + ": " +
+           place->what;
+}
+
+/// Whoever writes "wind > 2" has not met the record yet.
+std::string expressionHint(const std::string& text)
+{
+    static const std::regex form("the name '([^']*)' is neither");
+    std::smatch found;
+    if (!std::regex_search(text, found, form))
+        return {};
+    return "a field of the record is written x." + found[1].str();
+}
+
+} // namespace
+
+CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
+                       const JobOrigin& origin)
+{
+    const std::string detail = fault.id + " " + fault.detail;
+    if (const InputFault* const input = inputFault(fault)) {
+        const std::string text = withFileName(fault.text, origin);
+        const bool hasOptions = origin.jobName.empty();
+        return {ExitStatus::Input, hasOptions ? text : origin.jobName + ": " + text,
+                hasOptions ? input->hint : "", detail};
+    }
+    if (!origin.jobName.empty())
+        return {ExitStatus::JobFailed, withPosition(fault.text, origin.jobName),
+                expressionHint(fault.text), detail};
+    return {ExitStatus::JobFailed, withOption(fault.text, jobText, origin),
+            expressionHint(fault.text), detail};
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "CommandFault.h"
+#include "JobOrigin.h"
+
+/// A fault of a job as the engine reported it.
+struct EngineFault
+{
+    std::string id;
+    std::string text;
+    std::string detail;
+};
+
+/// The fault in the user's words: the files by the names that the user gave them, places in a
+/// generated text as places in the options that it came from, and what may be done about it.
+CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
+                       const JobOrigin& origin);
