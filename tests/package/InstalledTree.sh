@@ -29,7 +29,7 @@ run_example() {
   [ "$(wc -l <"$work/$2.csv")" -eq 6 ] || { cat "$work/$2.csv"; exit 1; }
 }
 
-"$cmake" -S "$source_dir/examples/procedure" -B "$work/example" -DCMAKE_PREFIX_PATH="$prefix" \
+"$cmake" -G Ninja -S "$source_dir/examples/procedure" -B "$work/example" -DCMAKE_PREFIX_PATH="$prefix" \
   -DCMAKE_CXX_COMPILER="$cxx" >"$work/log" || { cat "$work/log"; exit 1; }
 "$cmake" --build "$work/example" >"$work/log" || { cat "$work/log"; exit 1; }
 run_example "$work/example/procedure" find_package
