@@ -102,10 +102,12 @@ std::size_t CsvScanner::fieldEnd(std::size_t from, CsvField& field, std::uint64_
 {
     if (from < _end && _buffer[from] == '"')
         return quotedEnd(from, field, lines);
+    const char* const bytes = _buffer.data();
+    const std::size_t end = _end;
     std::size_t at = from;
-    while (at < _end && _buffer[at] != ',' && !isLineEnd(_buffer[at]))
+    while (at < end && bytes[at] != ',' && !isLineEnd(bytes[at]))
         ++at;
-    if (at == _end && !_atEnd)
+    if (at == end && !_atEnd)
         return kUnknown;
     field.text = {_buffer.data() + from, at - from};
     return at;

@@ -24,10 +24,14 @@ std::size_t digitsFrom(std::string_view text, std::size_t from)
 /// The number of exactly `count` digits at `from`.
 std::optional<int> fixedNumber(std::string_view text, std::size_t from, std::size_t count)
 {
-    if (from + count > text.size() || digitsFrom(text.substr(from, count), 0) != count)
+    if (from + count > text.size())
         return std::nullopt;
     int value = 0;
-    std::from_chars(text.data() + from, text.data() + from + count, value);
+    for (const char character : text.substr(from, count)) {
+        if (!isDigit(character))
+            return std::nullopt;
+        value = value * 10 + (character - '0');
+    }
     return value;
 }
 
@@ -49,8 +53,13 @@ std::string_view trimmed(std::string_view text)
     return text;
 }
 
-CsvKind realKind(std::string_view text)
+/// A number that is not one of digits alone; `whole` digits come first.
+CsvKind realKind(std::string_view text, std::size_t whole)
 {
+    // Nearly every real is digits, a point and digits. It need not be converted to be known.
+    if (text[whole] == '.' && text.size() > 1 &&
+        whole + 1 + digitsFrom(text, whole + 1) == text.size())
+        return CsvKind::Real;
     double value = 0;
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, value);
@@ -59,7 +68,7 @@ CsvKind realKind(std::string_view text)
 
 CsvKind numberKind(std::string_view text)
 {
-    if (isSpecialNumber(text))
+    if (!text.empty() && !isDigit(text.front()) && isSpecialNumber(text))
         return CsvKind::Real;
     const bool negative = !text.empty() && text.front() == '-';
     if (negative || (!text.empty() && text.front() == '+'))
@@ -70,7 +79,11 @@ CsvKind numberKind(std::string_view text)
     if (whole == 0 && (text.empty() || text.front() != '.'))
         return CsvKind::Text;
     if (whole != text.size())
-        return realKind(text);
+        return realKind(text, whole);
+    // So many digits fit, whichever they are.
+    constexpr std::size_t kDigitsThatFit = 18;
+    if (whole <= kDigitsThatFit)
+        return CsvKind::Integer;
     std::int64_t value = 0;
     // The sign counts here: the range below zero reaches one further.
     const char* digits = negative ? text.data() - 1 : text.data();
