@@ -94,6 +94,27 @@ try {
                    "read: " + _path + ": the file cannot be read: " + error.code().message());
 }
 
+bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& goOn)
+{
+    _scanner = scannerFor(_path);
+    _kinds.assign(_names.size(), CsvKind::Missing);
+    _records = 0;
+    _complete = false;
+    _trusting = false;
+    // The names are known; without a header the first record is a record.
+    if (_hasHeader)
+        _scanner.next(_fields);
+    return read(records, goOn);
+}
+
+/// The kind of the value in a column of the present record, as far as it matters.
+CsvKind CsvProfile::kindIn(std::size_t column) const
+{
+    const CsvField& field = _fields[column];
+    const CsvKind known = _kinds[column];
+    return _trusting && isSafeAs(known, field) ? known : kindOf(field);
+}
+
 void CsvProfile::take()
 {
     ++_records;
@@ -104,7 +125,7 @@ void CsvProfile::take()
             if (_expected[column] == CFField::Integer || _expected[column] == CFField::Date)
                 checkExpected(column, kindOf(_fields[column]));
         } else if (_kinds[column] != CsvKind::Text)
-            _kinds[column] = widened(_kinds[column], kindOf(_fields[column]));
+            _kinds[column] = widened(_kinds[column], kindIn(column));
     }
 }
 

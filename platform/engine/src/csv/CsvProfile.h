@@ -28,6 +28,12 @@ public:
     /// Reads on until the records seen reach a number or the end of the file; false if `goOn`,
     /// asked now and then, stops it.
     bool read(std::uint64_t records, const std::function<bool()>& goOn = {});
+    /// From here on the database reads the same records and refuses what is no number, date or
+    /// time, so only what it would take and change is looked for: that is much less work.
+    void trust() { _trusting = true; }
+    bool trusting() const { return _trusting; }
+    /// Begins again and trusts nobody.
+    bool readAnew(std::uint64_t records, const std::function<bool()>& goOn);
     /// Whether the whole file has been read.
     bool complete() const { return _complete; }
     std::uint64_t records() const { return _records; }
@@ -45,6 +51,7 @@ public:
 private:
     void readNames();
     void take();
+    CsvKind kindIn(std::size_t column) const;
     void checkExpected(std::size_t column, CsvKind kind);
 
     std::string _path;
@@ -57,6 +64,7 @@ private:
     std::vector<CsvField> _fields;
     std::uint64_t _records = 0;
     bool _complete = false;
+    bool _trusting = false;
 };
 
 } // namespace EmbeddedHV

@@ -21,6 +21,10 @@ enum class CsvKind
 
 CsvKind kindOf(const CsvField& field);
 
+/// Whether the database reads the field in a column of this kind without changing it, or refuses
+/// it. Cheap, and says no where it is not sure.
+bool isSafeAs(CsvKind kind, const CsvField& field);
+
 /// The kind of a column that holds both: an integer is a real too, a date a timestamp.
 CsvKind widened(CsvKind left, CsvKind right);
 

@@ -60,18 +60,30 @@ bool CsvCheck::guessHolds() const
 void CsvCheck::readRest()
 {
     try {
+        if (_settings.guess)
+            _profile->trust();
         _profile->read(_settings.mostRecords, [this] {
-            if (_stop || _cancellation->cancelled())
-                return false;
-            // No use in running on: the plan is wrong. A guess goes on to the end,
-            // since the next plan needs it.
-            if (_profile->misfit() || (_settings.guess && !guessHolds()))
-                _cancellation->stopStatement();
-            return !_profile->misfit();
+            const bool wrong = _profile->misfit() || (_settings.guess && !guessHolds());
+            if (wrong)
+                _cancellation->stopStatement(); // no use in running on
+            return !wrong && goOn();
         });
+        // A guess that failed is made anew, since the next plan needs it.
+        if (_settings.guess && !guessHolds())
+            guessAnew();
     } catch (...) {
         _failure = std::current_exception();
     }
+}
+
+bool CsvCheck::goOn() const
+{
+    return !_stop && !_cancellation->cancelled();
+}
+
+void CsvCheck::guessAnew()
+{
+    _settings.guess->readAnew(_settings.mostRecords, [this] { return goOn(); });
 }
 
 void CsvCheck::join(bool toTheEnd)
@@ -116,6 +128,9 @@ void CsvCheck::abandon(const std::string& databaseMessage)
         return;
     }
     join(true);
+    // What the database refused was left to it.
+    if (_settings.guess && conversion && _profile->trusting())
+        guessAnew();
     if (_settings.guess && !guessHolds())
         throw Reread{};
     if (const auto& misfit = _profile->misfit(); misfit && stopped)
@@ -129,7 +144,7 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
         "SELECT count(*) FROM " + table + " WHERE error_message LIKE 'Error when converting%'");
     // The whole file decides on types, bad records or not.
     if (_settings.guess && conversions.integer(0, 0) > 0) {
-        _settings.guess->read(UINT64_MAX, [this] { return !_cancellation->cancelled(); });
+        guessAnew();
         _profile = _settings.guess;
         if (!guessHolds())
             throw Reread{};

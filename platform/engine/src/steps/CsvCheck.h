@@ -41,6 +41,8 @@ public:
 private:
     void readRest();
     bool guessHolds() const;
+    bool goOn() const;
+    void guessAnew();
     void join(bool toTheEnd);
     void countRejects(duck::Connection& connection, Reporter& reporter);
     void refuseMisfit(const CsvProfile::Misfit& misfit) const;
