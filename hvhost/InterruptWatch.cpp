@@ -39,6 +39,8 @@ InterruptWatch::InterruptWatch(std::optional<double> timeout)
 InterruptWatch::~InterruptWatch()
 {
     _ended = true;
+    // Wakes the watch, which would look up only later; the command should not wait for that.
+    pthread_kill(_thread.native_handle(), SIGHUP);
     _thread.join();
 }
 
@@ -48,7 +50,10 @@ void InterruptWatch::watch(std::optional<double> timeout)
     const auto start = Clock::now();
     const timespec look{0, kLookNanoseconds};
     while (!_ended) {
-        if (sigtimedwait(&signals, nullptr, &look) > 0 && _interrupted.exchange(true))
+        const bool signalled = sigtimedwait(&signals, nullptr, &look) > 0;
+        if (_ended)
+            return;
+        if (signalled && _interrupted.exchange(true))
             _exit(static_cast<int>(ExitStatus::Interrupted));
         if (timeout && std::chrono::duration<double>(Clock::now() - start).count() >= *timeout)
             _timedOut = true;
