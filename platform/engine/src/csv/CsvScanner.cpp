@@ -1,6 +1,8 @@
 #include "csv/CsvScanner.h"
 
+#include <bit>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <stdexcept>
 #include <system_error>
@@ -20,6 +22,33 @@ constexpr std::size_t kUnknown = SIZE_MAX;
 bool isLineEnd(char character)
 {
     return character == '\n' || character == '\r';
+}
+
+/// A mask whose lowest bit stands in the first byte of `word` that is `character`; 0 without one.
+std::uint64_t matches(std::uint64_t word, char character)
+{
+    constexpr std::uint64_t kOnes = 0x0101010101010101U;
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    const std::uint64_t difference = word ^ (kOnes * static_cast<unsigned char>(character));
+    return (difference - kOnes) & ~difference & kHighBits;
+}
+
+/// Where the first comma or line end is, or `end`. Eight bytes at a time: this is where the scanner
+/// spends its time.
+std::size_t findDelimiter(const char* bytes, std::size_t at, std::size_t end)
+{
+    if constexpr (std::endian::native == std::endian::little)
+        for (; end - at >= sizeof(std::uint64_t); at += sizeof(std::uint64_t)) {
+            std::uint64_t word = 0;
+            std::memcpy(&word, bytes + at, sizeof word);
+            const std::uint64_t found =
+                matches(word, ',') | matches(word, '\n') | matches(word, '\r');
+            if (found != 0)
+                return at + static_cast<std::size_t>(std::countr_zero(found)) / 8;
+        }
+    while (at < end && bytes[at] != ',' && !isLineEnd(bytes[at]))
+        ++at;
+    return at;
 }
 
 } // namespace
@@ -102,12 +131,8 @@ std::size_t CsvScanner::fieldEnd(std::size_t from, CsvField& field, std::uint64_
 {
     if (from < _end && _buffer[from] == '"')
         return quotedEnd(from, field, lines);
-    const char* const bytes = _buffer.data();
-    const std::size_t end = _end;
-    std::size_t at = from;
-    while (at < end && bytes[at] != ',' && !isLineEnd(bytes[at]))
-        ++at;
-    if (at == end && !_atEnd)
+    const std::size_t at = findDelimiter(_buffer.data(), from, _end);
+    if (at == _end && !_atEnd)
         return kUnknown;
     field.text = {_buffer.data() + from, at - from};
     return at;
