@@ -107,26 +107,27 @@ bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& go
     return read(records, goOn);
 }
 
-/// The kind of the value in a column of the present record, as far as it matters.
-CsvKind CsvProfile::kindIn(std::size_t column) const
-{
-    const CsvField& field = _fields[column];
-    const CsvKind known = _kinds[column];
-    return _trusting && isSafeAs(known, field) ? known : kindOf(field);
-}
-
 void CsvProfile::take()
 {
     ++_records;
     if (_fields.size() != _names.size())
         return;
+    if (!_expected.empty())
+        return takeExpected();
     for (std::size_t column = 0; column < _fields.size(); ++column) {
-        if (!_expected.empty()) {
-            if (_expected[column] == CFField::Integer || _expected[column] == CFField::Date)
-                checkExpected(column, kindOf(_fields[column]));
-        } else if (_kinds[column] != CsvKind::Text)
-            _kinds[column] = widened(_kinds[column], kindIn(column));
+        CsvKind& kind = _kinds[column];
+        const CsvField& field = _fields[column];
+        if (kind == CsvKind::Text || (_trusting && isSafeAs(kind, field)))
+            continue;
+        kind = widened(kind, kindOf(field));
     }
+}
+
+void CsvProfile::takeExpected()
+{
+    for (std::size_t column = 0; column < _fields.size(); ++column)
+        if (_expected[column] == CFField::Integer || _expected[column] == CFField::Date)
+            checkExpected(column, kindOf(_fields[column]));
 }
 
 void CsvProfile::checkExpected(std::size_t column, CsvKind kind)

@@ -51,7 +51,7 @@ public:
 private:
     void readNames();
     void take();
-    CsvKind kindIn(std::size_t column) const;
+    void takeExpected();
     void checkExpected(std::size_t column, CsvKind kind);
 
     std::string _path;

@@ -1,6 +1,5 @@
 #include "csv/CsvScanner.h"
 
-#include <bit>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -12,43 +11,14 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr std::size_t kBufferSize = 256U * 1024U;
+constexpr std::size_t kBufferSize = 64U * 1024U;
 /// The database's reader gives up on longer lines as well.
 constexpr std::size_t kLongestRecord = 64U * 1024U * 1024U;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-/// A position that lies past the bytes at hand: more must be read first.
-constexpr std::size_t kUnknown = SIZE_MAX;
 
 bool isLineEnd(char character)
 {
     return character == '\n' || character == '\r';
-}
-
-/// A mask whose lowest bit stands in the first byte of `word` that is `character`; 0 without one.
-std::uint64_t matches(std::uint64_t word, char character)
-{
-    constexpr std::uint64_t kOnes = 0x0101010101010101U;
-    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-    const std::uint64_t difference = word ^ (kOnes * static_cast<unsigned char>(character));
-    return (difference - kOnes) & ~difference & kHighBits;
-}
-
-/// Where the first comma or line end is, or `end`. Eight bytes at a time: this is where the scanner
-/// spends its time.
-std::size_t findDelimiter(const char* bytes, std::size_t at, std::size_t end)
-{
-    if constexpr (std::endian::native == std::endian::little)
-        for (; end - at >= sizeof(std::uint64_t); at += sizeof(std::uint64_t)) {
-            std::uint64_t word = 0;
-            std::memcpy(&word, bytes + at, sizeof word);
-            const std::uint64_t found =
-                matches(word, ',') | matches(word, '\n') | matches(word, '\r');
-            if (found != 0)
-                return at + static_cast<std::size_t>(std::countr_zero(found)) / 8;
-        }
-    while (at < end && bytes[at] != ',' && !isLineEnd(bytes[at]))
-        ++at;
-    return at;
 }
 
 } // namespace
@@ -81,23 +51,28 @@ bool CsvScanner::refill()
         throw std::system_error(errno, std::generic_category());
     _end += static_cast<std::size_t>(got);
     _atEnd = _end < _buffer.size();
+    _marks.find(_buffer.data(), 0, _end);
+    _mark = 0;
     return got > 0;
 }
 
-std::size_t CsvScanner::skipBlankLines()
+/// The bytes that are left. `afterReturn` says whether a carriage return came just before: a line
+/// feed after it belongs to the same line end.
+std::size_t CsvScanner::skipBlankLines(bool& afterReturn)
 {
-    while (_at < _end && isLineEnd(_buffer[_at])) {
-        // A line feed after a carriage return belongs to the same line end.
-        if (_buffer[_at] == '\n' || (_at + 1 < _end && _buffer[_at + 1] != '\n'))
+    for (; _at < _end && isLineEnd(_buffer[_at]); ++_at, ++_mark) {
+        const bool isReturn = _buffer[_at] == '\r';
+        if (isReturn || !afterReturn)
             ++_line;
-        ++_at;
+        afterReturn = isReturn;
     }
     return _end - _at;
 }
 
 bool CsvScanner::next(std::vector<CsvField>& fields)
 {
-    while (skipBlankLines() == 0)
+    bool afterReturn = false;
+    while (skipBlankLines(afterReturn) == 0)
         if (!refill())
             return false;
     while (!splitRecord(fields))
@@ -110,60 +85,53 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
 {
     fields.clear();
     std::uint64_t lines = 0;
+    std::size_t mark = _mark;
     std::size_t at = _at;
     while (true) {
-        CsvField field;
-        const std::size_t end = fieldEnd(at, field, lines);
-        if (end == kUnknown)
+        const bool quoted = at < _end && _buffer[at] == '"';
+        const std::size_t textEnd = quoted ? closingQuote(mark, lines) : delimiter(mark);
+        // Whatever stands between the closing quote and the comma is the database's to refuse.
+        const std::size_t end = quoted ? delimiter(mark) : textEnd;
+        if (end == _end && !_atEnd)
             return false;
-        fields.push_back(field);
-        if (end == _end || isLineEnd(_buffer[end])) {
-            _recordLine = _line;
-            _line += lines;
-            _at = end;
-            return true;
-        }
-        at = end + 1; // past the comma
+        const std::size_t textBegin = quoted ? at + 1 : at;
+        fields.push_back({{_buffer.data() + textBegin, textEnd - textBegin}, quoted});
+        at = end;
+        if (end == _end || isLineEnd(_buffer[end]))
+            break;
+        ++at; // past the comma
+        ++mark;
     }
+    _recordLine = _line;
+    _line += lines;
+    _mark = mark;
+    _at = at;
+    return true;
 }
 
-std::size_t CsvScanner::fieldEnd(std::size_t from, CsvField& field, std::uint64_t& lines) const
+/// The first comma or line end from `mark` on, where `mark` then stands, or the end of the bytes. A
+/// quote inside a field that does not begin with one is a letter like others.
+std::size_t CsvScanner::delimiter(std::size_t& mark) const
 {
-    if (from < _end && _buffer[from] == '"')
-        return quotedEnd(from, field, lines);
-    const std::size_t at = findDelimiter(_buffer.data(), from, _end);
-    if (at == _end && !_atEnd)
-        return kUnknown;
-    field.text = {_buffer.data() + from, at - from};
-    return at;
+    while (mark < _marks.count() && _buffer[_marks[mark]] == '"')
+        ++mark;
+    return mark < _marks.count() ? _marks[mark] : _end;
 }
 
-std::size_t CsvScanner::quotedEnd(std::size_t from, CsvField& field, std::uint64_t& lines) const
+/// The quote that closes the one at `mark`, or the end of the bytes; `mark` goes past it, and
+/// `lines` counts the line ends between.
+std::size_t CsvScanner::closingQuote(std::size_t& mark, std::uint64_t& lines) const
 {
-    field.quoted = true;
-    std::size_t at = from + 1;
-    while (at < _end) {
-        if (_buffer[at] == '\n')
-            ++lines;
-        if (_buffer[at] != '"') {
-            ++at;
+    for (++mark; mark < _marks.count(); ++mark) {
+        const std::size_t at = _marks[mark];
+        lines += _buffer[at] == '\n' ? 1 : 0;
+        if (_buffer[at] != '"')
             continue;
-        }
-        if (at + 1 == _end && !_atEnd)
-            return kUnknown;
-        if (at + 1 < _end && _buffer[at + 1] == '"') {
-            at += 2;
-            continue;
-        }
-        break;
+        ++mark;
+        if (mark == _marks.count() || _marks[mark] != at + 1 || _buffer[at + 1] != '"')
+            return at;
     }
-    if (at >= _end && !_atEnd)
-        return kUnknown;
-    field.text = {_buffer.data() + from + 1, at - from - 1};
-    // Whatever stands between the closing quote and the comma is the database's to complain about.
-    while (at < _end && _buffer[at] != ',' && !isLineEnd(_buffer[at]))
-        ++at;
-    return at == _end && !_atEnd ? kUnknown : at;
+    return _end;
 }
 
 std::string textOf(const CsvField& field)

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "csv/CsvMarks.h"
 #include "runtime/FileDescriptor.h"
 
 namespace EmbeddedHV {
@@ -36,13 +37,15 @@ public:
 
 private:
     bool refill();
-    std::size_t skipBlankLines();
+    std::size_t skipBlankLines(bool& afterReturn);
     bool splitRecord(std::vector<CsvField>& fields);
-    std::size_t fieldEnd(std::size_t from, CsvField& field, std::uint64_t& lines) const;
-    std::size_t quotedEnd(std::size_t from, CsvField& field, std::uint64_t& lines) const;
+    std::size_t delimiter(std::size_t& mark) const;
+    std::size_t closingQuote(std::size_t& mark, std::uint64_t& lines) const;
 
     FileDescriptor _file;
     std::vector<char> _buffer;
+    CsvMarks _marks;       ///< of the bytes in the buffer
+    std::size_t _mark = 0; ///< the first one that is not before `_at`
     std::size_t _at = 0;
     std::size_t _end = 0;
     std::uint64_t _consumed = 0;

@@ -157,26 +157,6 @@ CsvKind kindOf(const CsvField& field)
     return isTimestamp(text) ? CsvKind::Timestamp : CsvKind::Text;
 }
 
-bool isSafeAs(CsvKind kind, const CsvField& field)
-{
-    const std::string_view text = field.text;
-    if (text.empty())
-        return !field.quoted;
-    constexpr std::size_t kDateLength = 10;
-    switch (kind) {
-    case CsvKind::Real: // but for the leading zeros of a code
-        return text.front() > '0' && text.front() <= '9';
-    case CsvKind::Date: // but for the time of a timestamp
-        return text.size() == kDateLength;
-    case CsvKind::Time:
-    case CsvKind::Timestamp:
-    case CsvKind::Text:
-        return true;
-    default:
-        return false;
-    }
-}
-
 CsvKind widened(CsvKind left, CsvKind right)
 {
     if (left == right || right == CsvKind::Missing)

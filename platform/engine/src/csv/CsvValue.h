@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string_view>
 
 #include "csv/CsvScanner.h"
@@ -23,7 +24,30 @@ CsvKind kindOf(const CsvField& field);
 
 /// Whether the database reads the field in a column of this kind without changing it, or refuses
 /// it. Cheap, and says no where it is not sure.
-bool isSafeAs(CsvKind kind, const CsvField& field);
+inline bool isSafeAs(CsvKind kind, const CsvField& field)
+{
+    const std::string_view text = field.text;
+    if (text.empty())
+        return !field.quoted;
+    constexpr std::size_t kDateLength = 10;
+    constexpr std::size_t kDigitsThatFit = 18;
+    switch (kind) {
+    case CsvKind::Integer:
+        return text.front() > '0' && text.size() <= kDigitsThatFit &&
+               std::all_of(text.begin(), text.end(),
+                           [](char character) { return character >= '0' && character <= '9'; });
+    case CsvKind::Real: // but for the leading zeros of a code
+        return text.front() > '0' && text.front() <= '9';
+    case CsvKind::Date: // but for the time of a timestamp
+        return text.size() == kDateLength;
+    case CsvKind::Time:
+    case CsvKind::Timestamp:
+    case CsvKind::Text:
+        return true;
+    default:
+        return false;
+    }
+}
 
 /// The kind of a column that holds both: an integer is a real too, a date a timestamp.
 CsvKind widened(CsvKind left, CsvKind right);
