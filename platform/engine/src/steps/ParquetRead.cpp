@@ -56,19 +56,14 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
 /// are there all the same.
 Fields innerModel(JobContext& context, const std::string& path)
 {
-    try {
-        duck::Result model = context.connection->query(
-            "SELECT decode(value) FROM parquet_kv_metadata(" + quotedLiteral(literalPath(path)) +
-            ") WHERE key = " + quotedLiteral(kDataModelKey) + "::BLOB");
-        if (model.rows() > 0)
-            return fieldsOfDataModel(model.text(0, 0), "the data model in " + path,
-                                     errors::kDataModel);
-    } catch (const duck::QueryError&) {
+    const std::string model = parquetMetadata(*context.connection, path, kDataModelKey);
+    if (model.empty())
         return {};
+    try {
+        return fieldsOfDataModel(model, "the data model in " + path, errors::kDataModel);
     } catch (const JobError&) {
         return {};
     }
-    return {};
 }
 
 } // namespace
