@@ -8,13 +8,16 @@
 
 namespace {
 
-std::string upper(const std::string& name)
+struct AsciiUpper final : CFUpperFunc
 {
-    std::string result = name;
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return result;
-}
+    std::string ToUpper(const std::string& name) const override
+    {
+        std::string result = name;
+        std::transform(result.begin(), result.end(), result.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+        return result;
+    }
+};
 
 std::string exported(const CFMetaData& model)
 {
@@ -25,7 +28,7 @@ std::string exported(const CFMetaData& model)
 
 std::string inModel(const std::string& fields)
 {
-    return "<DataModel version=\"1\">\n" + fields + "\n</DataModel>";
+    return "<DataModel>\n" + fields + "\n</DataModel>";
 }
 
 std::string errorOf(const std::string& xml)
@@ -43,11 +46,11 @@ std::string errorOf(const std::string& xml)
 TEST(DataModel, TheDocumentHasThisForm)
 {
     CFMetaData model;
-    EXPECT_EQ(exported(model), "<DataModel version=\"1\"></DataModel>\n");
+    EXPECT_EQ(exported(model), "<DataModel></DataModel>\n");
     CFField field("age", CFField::Ordinal, CFField::Integer, CFField::FrequencyWeight);
     field.SetLabel("Age <years>");
     model.AppendField(field);
-    EXPECT_EQ(exported(model), "<DataModel version=\"1\">\n"
+    EXPECT_EQ(exported(model), "<DataModel>\n"
                                "  <Field name=\"age\" storage=\"integer\" measure=\"ordinal\""
                                " role=\"freqWeight\">\n"
                                "    <Label>Age &lt;years&gt;</Label>\n"
@@ -79,12 +82,31 @@ TEST(DataModel, EveryMeasureStorageAndRoleSurvivesTheRoundTrip)
 
 TEST(DataModel, NamesAndLabelsSurviveWhateverTheyHold)
 {
-    const std::string texts[] = {
-        "größe 🐧",        "a<b>&\"c'",          " blanks ",         "  ",
-        "tab\tline\nend", "carriage\r\nreturn", "bell\x07 esc\x1B", std::string("nul\0inside", 10),
-        "_x0007_",        "_x005F_x0007_",      "_x0041_",          "_x0007",
-        "_x0007\x07",     "__x000D_",           "\xEF\xBF\xBF",     "\xEF\xBF\xBE_xFFFF_",
-        "&#7; &amp;",     "]]><![CDATA["};
+    const std::string texts[] = {"größe 🐧",
+                                 "a<b>&\"c'",
+                                 " blanks ",
+                                 "  ",
+                                 "tab\tline\nend",
+                                 "carriage\r\nreturn",
+                                 "bell\x07 esc\x1B",
+                                 std::string("nul\0inside", 10),
+                                 "_x0007_",
+                                 "_x005F_x0007_",
+                                 "_x0041_",
+                                 "_x0007",
+                                 "_x0007\x07",
+                                 "__x000D_",
+                                 "\xEF\xBF\xBF",
+                                 "\xEF\xBF\xBE_xFFFF_",
+                                 "&#7; &amp;",
+                                 "]]><![CDATA[",
+                                 "\xE4 alone",
+                                 "end \xE2\x82",
+                                 "\xED\xB3\xA4",
+                                 "_xDCE4_",
+                                 "\xC0\xAF\xFF",
+                                 "_xDCE4\xE4",
+                                 "\xF0\x9F\x90\xA7\xF0\x9F"};
     for (const std::string& text : texts) {
         CFMetaData model;
         CFField field(text, CFField::Nominal, CFField::String);
@@ -93,8 +115,8 @@ TEST(DataModel, NamesAndLabelsSurviveWhateverTheyHold)
         const std::string xml = exported(model);
         const CFMetaData read(xml);
         ASSERT_EQ(read.FieldCount(), 1U) << xml;
-        EXPECT_EQ(read.GetField(0)->GetName(), text) << xml;
-        EXPECT_EQ(read.GetField(0)->GetLabel(), text) << xml;
+        EXPECT_EQ(read.GetField(0U)->GetName(), text) << xml;
+        EXPECT_EQ(read.GetField(0U)->GetLabel(), text) << xml;
         // XML 1.0 has no place for these, raw or as references.
         for (const char c : xml)
             EXPECT_TRUE(static_cast<unsigned char>(c) >= 0x20 || c == '\n' || c == '\t') << xml;
@@ -111,8 +133,8 @@ TEST(DataModel, WhatItDoesNotKnowIsPassedOver)
         "<Label>a<!-- no -->b<![CDATA[<c>]]></Label><Label>second</Label></Field>"
         "</DataModel>\n<!-- tail -->\n");
     ASSERT_EQ(model.FieldCount(), 1U);
-    EXPECT_EQ(model.GetField(0)->GetLabel(), "ab<c>");
-    EXPECT_EQ(model.GetField(1), nullptr);
+    EXPECT_EQ(model.GetField(0U)->GetLabel(), "ab<c>");
+    EXPECT_EQ(model.GetField(1U), nullptr);
 }
 
 TEST(DataModel, AnAbsentMeasureFollowsFromTheStorage)
@@ -124,8 +146,8 @@ TEST(DataModel, AnAbsentMeasureFollowsFromTheStorage)
                                                                 {"unknown", CFField::Typeless}};
     for (const auto& [storage, measure] : cases) {
         const CFMetaData model(inModel(std::string("<Field name='x' storage='") + storage + "'/>"));
-        EXPECT_EQ(model.GetField(0)->GetType(), measure) << storage;
-        EXPECT_EQ(model.GetField(0)->GetRole(), CFField::Input);
+        EXPECT_EQ(model.GetField(0U)->GetType(), measure) << storage;
+        EXPECT_EQ(model.GetField(0U)->GetRole(), CFField::Input);
     }
 }
 
@@ -148,15 +170,30 @@ TEST(DataModel, ADocumentThatCannotBeReadSaysWhatAndWhere)
         {"<DataModel/>\n<DataModel/>", "line 2: there is more than one root"},
         {"text\n<DataModel/>", "text outside"},
         {"<DataModel/>text", "text outside"},
+        {"<StatXML></DataModel>", "not well-formed"},
         {"<!DOCTYPE DataModel [<!ENTITY a \"b\">]>\n<DataModel/>", "document type"},
         {inModel("<Field name='a' storage='real'>"), "not well-formed"},
-        {inModel("\n<Field storage='real'/>"), "line 3: a field has no attribute \"name\""},
-        {inModel("<Field name='' storage='real'/>"), "line 2: a field has an empty name"},
+        {inModel("<Field name='\xE4' storage='real'/>"),
+         "line 2: there is a byte that is not UTF-8"},
+        {inModel("<Field name='\xC0\x80' storage='real'/>"), "not UTF-8"},
+        {inModel("<Field name='\xED\xA0\x80' storage='real'/>"), "not UTF-8"},
+        {inModel("<Field name='\xF4\x90\x80\x80' storage='real'/>"), "not UTF-8"},
+        {inModel("<Field name='a\x07' storage='real'/>"), "U+0007"},
+        {inModel("<Field name='\xEF\xBF\xBF' storage='real'/>"), "U+FFFF"},
+        {std::string("<DataModel/>\0<a>", 16), "U+0000"},
+        {inModel("<Field name='a&#0;b' storage='real'/>"), "line 2: there is a reference"},
+        {inModel("<Field name='&#xD800;' storage='real'/>"), "reference"},
+        {inModel("<Field name='&#x110000;' storage='real'/>"), "reference"},
+        {inModel("<Field name='&#4294967361;' storage='real'/>"), "reference"},
+        {inModel("<Field name='&#65' storage='real'/>"), "reference"},
+        {inModel("\n<Field storage='real'/>"), "line 3: <Field> has no attribute \"name\""},
+        {inModel("<Field name='' storage='real'/>"), "line 2: <Field> has an empty name"},
         {inModel("<Field name='a'/>"), "no attribute \"storage\""},
-        {inModel("<Field name='a' storage='Real'/>"), "\"Real\" is not a storage"},
-        {inModel("<Field name='a' storage=''/>"), "\"\" is not a storage"},
-        {inModel("<Field name='a' storage='real' measure='scale'/>"), "not a measure"},
-        {inModel("<Field name='a' storage='real' role='boss'/>"), "not a role"},
+        {inModel("<Field name='a' storage='Real'/>"),
+         "\"storage\" of <Field> is \"Real\", not one of its words"},
+        {inModel("<Field name='a' storage=''/>"), "\"storage\" of <Field> is \"\""},
+        {inModel("<Field name='a' storage='real' measure='scale'/>"), "\"measure\" of <Field>"},
+        {inModel("<Field name='a' storage='real' role='boss'/>"), "\"role\" of <Field>"},
         {inModel("<Field name='a' storage='real'/>\n<Field name='a' storage='date'/>"),
          "line 3: the name \"a\" is there twice"},
         {inModel(closed), "inside each other"},
@@ -168,10 +205,26 @@ TEST(DataModel, ADocumentThatCannotBeReadSaysWhatAndWhere)
     }
 }
 
+TEST(DataModel, ALargerDocumentMayBeCutAtItsStartAlone)
+{
+    const std::string model = inModel("<Field name='a' storage='real'/>");
+    for (const char* rest : {"\n", "</StatXML>", "<Summaries/></StatXML>\n", "<Open><Deep", "\xE4"})
+        EXPECT_EQ(errorOf(model + rest), "no error, 1 fields") << rest;
+    EXPECT_NE(errorOf(model + model).find("line 3: there is more than one"), std::string::npos);
+}
+
+TEST(DataModel, ReferencesStandForTheirCharacters)
+{
+    const CFMetaData model(inModel("<!-- &#0; -->\n<Field name='&#x41;&#66;&#x1F427;&#13;' "
+                                   "storage='real'><Label><![CDATA[&#0;]]>&#9;</Label></Field>"));
+    EXPECT_EQ(model.GetField(0U)->GetName(), "AB\xF0\x9F\x90\xA7\r");
+    EXPECT_EQ(model.GetField(0U)->GetLabel(), "&#0;\t");
+}
+
 TEST(DataModel, EntitiesAreNeverExpanded)
 {
     const CFMetaData model(inModel("<Field name='&lol;' storage='real'/>"));
-    EXPECT_EQ(model.GetField(0)->GetName(), "&lol;");
+    EXPECT_EQ(model.GetField(0U)->GetName(), "&lol;");
 }
 
 TEST(DataModel, FieldsAreFoundByNameAndWithAFunctionByLetters)
@@ -181,7 +234,8 @@ TEST(DataModel, FieldsAreFoundByNameAndWithAFunctionByLetters)
     const CFMetaData exact(xml);
     EXPECT_EQ(exact.GetFieldIndex("AGE"), 1);
     EXPECT_EQ(exact.GetFieldIndex("age"), -1);
-    const CFMetaData folded(xml, upper);
+    const AsciiUpper upper;
+    const CFMetaData folded(xml, &upper);
     EXPECT_EQ(folded.GetFieldIndex("AGE"), 1);
     EXPECT_EQ(folded.GetFieldIndex("age"), 0);
     EXPECT_EQ(folded.GetFieldIndex("SEX"), 2);

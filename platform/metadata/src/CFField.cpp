@@ -1,11 +1,9 @@
 #include "CFField.h"
 
-#include <array>
-#include <cstddef>
+#include "WordTable.h"
 
 namespace {
 
-// Each table is in the order of its enumeration.
 constexpr std::array<const char*, 6> kTypeWords = {"continuous", "nominal",  "ordinal",
                                                    "flag",       "discrete", "typeless"};
 constexpr std::array<const char*, 7> kStorageWords = {nullptr, "integer", "real",     "string",
@@ -13,13 +11,11 @@ constexpr std::array<const char*, 7> kStorageWords = {nullptr, "integer", "real"
 constexpr std::array<const char*, 8> kRoleWords = {"input", "target",     "both",     "partition",
                                                    "split", "freqWeight", "recordId", "none"};
 
-template <std::size_t Count>
-const char* wordAt(const std::array<const char*, Count>& words, int value)
+bool sameBase(const CFField* left, const CFField* right)
 {
-    // Callers cast integers of other tables into the enumerations, so any value may come.
-    if (value < 0 || static_cast<std::size_t>(value) >= Count)
-        return nullptr;
-    return words[static_cast<std::size_t>(value)];
+    if (!left || !right)
+        return left == right;
+    return *left == *right;
 }
 
 } // namespace
@@ -27,6 +23,20 @@ const char* wordAt(const std::array<const char*, Count>& words, int value)
 CFField::CFField(std::string name, FieldType type, StorageType storage, RoleType role)
     : _name(std::move(name)), _type(type), _storage(storage), _role(role)
 {
+}
+
+void CFField::SetBaseField(CFField base)
+{
+    _baseField = std::make_shared<const CFField>(std::move(base));
+}
+
+bool CFField::operator==(const CFField& other) const
+{
+    return _name == other._name && _label == other._label && _type == other._type &&
+           _storage == other._storage && _role == other._role && _values == other._values &&
+           _valueLabels == other._valueLabels && _missingValues == other._missingValues &&
+           _format == other._format && _geo == other._geo &&
+           sameBase(GetBaseField(), other.GetBaseField());
 }
 
 const char* WordOf(CFField::FieldType type)

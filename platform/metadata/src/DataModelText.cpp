@@ -4,17 +4,17 @@
 #include <cstddef>
 #include <string_view>
 
+#include "Utf8.h"
+
 namespace {
 
 constexpr std::size_t kSequenceLength = 7; // _xHHHH_
 constexpr unsigned kUnderscore = 0x5F;
-constexpr std::string_view kNonCharacterFFFE = "\xEF\xBF\xBE";
-constexpr std::string_view kNonCharacterFFFF = "\xEF\xBF\xBF";
 
-// Whether XML text cannot carry the character. Tabs and line feeds pass as they are.
-bool needsEscape(unsigned code)
+// A carriage return is allowed, but an XML reader makes a line feed of it.
+bool needsEscape(char32_t code)
 {
-    return (code < 0x20 && code != '\t' && code != '\n') || code == 0xFFFE || code == 0xFFFF;
+    return !isXmlCharacter(code) || code == '\r';
 }
 
 // The code of an escape sequence that the text begins with, its closing underscore not looked at;
@@ -30,7 +30,8 @@ int openSequenceCode(std::string_view text)
     const auto [end, error] = std::from_chars(text.data() + kDigitsBegin, last, code, 16);
     if (error != std::errc() || end != last)
         return -1;
-    return needsEscape(code) || code == kUnderscore ? static_cast<int>(code) : -1;
+    const bool known = code < 0x20 || code == 0xFFFE || code == 0xFFFF || isStrayByte(code);
+    return (known && needsEscape(code)) || code == kUnderscore ? static_cast<int>(code) : -1;
 }
 
 int sequenceCode(std::string_view text)
@@ -39,7 +40,7 @@ int sequenceCode(std::string_view text)
     return closed ? openSequenceCode(text) : -1;
 }
 
-std::string sequenceFor(unsigned code)
+std::string sequenceFor(char32_t code)
 {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
     std::string sequence = "_x";
@@ -48,36 +49,42 @@ std::string sequenceFor(unsigned code)
     return sequence + '_';
 }
 
-// Appends a character that needs an escape, as UTF-8.
-void appendCode(std::string& text, unsigned code)
+// Appends a character that needs an escape, as UTF-8, or the byte that it stands for.
+void appendCode(std::string& text, char32_t code)
 {
     if (code == 0xFFFE)
-        text += kNonCharacterFFFE;
+        text += "\xEF\xBF\xBE";
     else if (code == 0xFFFF)
-        text += kNonCharacterFFFF;
+        text += "\xEF\xBF\xBF";
     else
-        text += static_cast<char>(code);
+        text += static_cast<char>(isStrayByte(code) ? code - kStrayByte : code);
 }
 
 } // namespace
+
+bool isXmlCharacter(char32_t code)
+{
+    if (code < 0x20)
+        return code == '\t' || code == '\n' || code == '\r';
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+    return !surrogate && code != 0xFFFE && code != 0xFFFF && code <= 0x10FFFF;
+}
 
 std::string escapeText(const std::string& text)
 {
     const std::string_view whole = text;
     std::string escaped;
     escaped.reserve(text.size());
-    for (std::size_t at = 0; at < whole.size(); ++at) {
+    for (std::size_t at = 0; at < whole.size();) {
         const std::string_view rest = whole.substr(at);
-        const auto code = static_cast<unsigned char>(rest[0]);
+        const Character character = decodeCharacter(rest);
         // The underscore that closes a sequence may come from an escape that follows, so the open
         // form counts.
-        if (needsEscape(code) || openSequenceCode(rest) >= 0)
-            escaped += sequenceFor(code);
-        else if (rest.starts_with(kNonCharacterFFFE) || rest.starts_with(kNonCharacterFFFF)) {
-            escaped += sequenceFor(rest.starts_with(kNonCharacterFFFE) ? 0xFFFE : 0xFFFF);
-            at += kNonCharacterFFFE.size() - 1;
-        } else
-            escaped += rest[0];
+        if (needsEscape(character.code) || openSequenceCode(rest) >= 0)
+            escaped += sequenceFor(character.code);
+        else
+            escaped += rest.substr(0, character.length);
+        at += character.length;
     }
     return escaped;
 }
@@ -93,7 +100,7 @@ std::string unescapeText(const std::string& text)
             plain += whole[at++];
             continue;
         }
-        appendCode(plain, static_cast<unsigned>(code));
+        appendCode(plain, static_cast<char32_t>(code));
         at += kSequenceLength;
     }
     return plain;

@@ -2,8 +2,8 @@
 
 #include <pugixml.hpp>
 
-#include "DataModelText.h"
 #include "DataModelWords.h"
+#include "FieldWriter.h"
 
 namespace {
 
@@ -17,39 +17,19 @@ struct StringWriter final : pugi::xml_writer
     }
 };
 
-// A value without a word leaves its attribute out; the reader then takes the default.
-void addWord(pugi::xml_node node, const char* attribute, const char* word)
-{
-    if (word)
-        node.append_attribute(attribute) = word;
-}
-
-void addField(pugi::xml_node model, const CFField& field)
-{
-    pugi::xml_node node = model.append_child(datamodel::kField);
-    node.append_attribute(datamodel::kName) = escapeText(field.GetName()).c_str();
-    const char* storage = WordOf(field.GetStorage());
-    node.append_attribute(datamodel::kStorage) = storage ? storage : datamodel::kUnknownStorage;
-    addWord(node, datamodel::kMeasure, WordOf(field.GetType()));
-    addWord(node, datamodel::kRole, WordOf(field.GetRole()));
-    if (!field.GetLabel().empty())
-        node.append_child(datamodel::kLabel).text() = escapeText(field.GetLabel()).c_str();
-}
-
 } // namespace
 
 std::string writeDataModel(const CFMetaData& metaData)
 {
     pugi::xml_document document;
+    // Neither attributes nor the short form of an empty element: who cuts the model out of a larger
+    // text looks for the two tags as they stand.
     pugi::xml_node model = document.append_child(datamodel::kRoot);
-    model.append_attribute(datamodel::kVersionAttribute) = datamodel::kVersion;
     for (std::size_t i = 0; i < metaData.FieldCount(); ++i)
-        addField(model, *metaData.GetField(i));
+        writeField(model, datamodel::kField, *metaData.GetField(i));
     StringWriter writer;
-    // A closing tag even for a model without fields: who cuts the model out of a larger text looks
-    // for that tag.
-    constexpr unsigned kFormat =
-        pugi::format_indent | pugi::format_no_declaration | pugi::format_no_empty_element_tags;
-    document.save(writer, "  ", kFormat, pugi::encoding_utf8);
+    const unsigned endTags = model.first_child() ? 0 : pugi::format_no_empty_element_tags;
+    document.save(writer, "  ", pugi::format_indent | pugi::format_no_declaration | endTags,
+                  pugi::encoding_utf8);
     return std::move(writer.text);
 }

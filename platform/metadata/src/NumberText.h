@@ -1,0 +1,24 @@
+#pragma once
+
+#include <charconv>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The shortest text that reads back as the very same number.
+std::string numberText(double value);
+
+/// The number that the whole text stands for; nothing if it is more or less than a number, is out
+/// of the range of the type, or is not a number at all.
+std::optional<double> parseReal(std::string_view text);
+
+template <typename Integer>
+std::optional<Integer> parseInteger(std::string_view text)
+{
+    Integer value{};
+    const char* last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, value);
+    if (error != std::errc() || end != last)
+        return std::nullopt;
+    return value;
+}

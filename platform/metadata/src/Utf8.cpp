@@ -1,0 +1,53 @@
+#include "Utf8.h"
+
+namespace {
+
+/// A form of UTF-8: the bits that tell its first byte, and the lowest code that needs it.
+struct Form
+{
+    unsigned char mask;
+    unsigned char mark;
+    std::size_t length;
+    char32_t lowest;
+};
+
+constexpr Form kForms[] = {{0x80, 0x00, 1, 0},
+                           {0xE0, 0xC0, 2, 0x80},
+                           {0xF0, 0xE0, 3, 0x800},
+                           {0xF8, 0xF0, 4, 0x10000}};
+constexpr char32_t kHighestCode = 0x10FFFF;
+
+constexpr bool isSurrogate(char32_t code)
+{
+    return code >= 0xD800 && code <= 0xDFFF;
+}
+
+// The code of a character in the given form; kHighestCode + 1 if the bytes are not one.
+char32_t decodeAs(const Form& form, std::string_view text)
+{
+    if (text.size() < form.length)
+        return kHighestCode + 1;
+    auto code = static_cast<char32_t>(static_cast<unsigned char>(text[0]) & ~form.mask & 0xFFU);
+    for (std::size_t i = 1; i < form.length; ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if ((byte & 0xC0U) != 0x80U)
+            return kHighestCode + 1;
+        code = (code << 6U) | (byte & 0x3FU);
+    }
+    return code < form.lowest || isSurrogate(code) ? kHighestCode + 1 : code;
+}
+
+} // namespace
+
+Character decodeCharacter(std::string_view text)
+{
+    const auto first = static_cast<unsigned char>(text[0]);
+    for (const Form& form : kForms) {
+        if ((first & form.mask) != form.mark)
+            continue;
+        const char32_t code = decodeAs(form, text);
+        if (code <= kHighestCode)
+            return {code, form.length};
+    }
+    return {kStrayByte + first, 1};
+}
