@@ -1,5 +1,9 @@
 #include "HostConversions.h"
 
+#include <memory>
+
+#include "CFFormat.h"
+
 #include "VexaCases.h"
 
 namespace {
@@ -30,4 +34,12 @@ double NumericStorageCFToStat(double value, CFField::StorageType storage)
     if (storage == CFField::Date)
         return value * kSecondsPerDay + kBaseDate;
     return storage == CFField::Timestamp ? value + kBaseDate : value;
+}
+
+CFFormat* GetCFFieldFormat(const VEXA_Variable& variable)
+{
+    const VEXA_Format& format = variable.GetFormat();
+    if (format.type == 0)
+        return nullptr;
+    return std::make_unique<CFFormat>(format.type, format.width, format.decimals).release();
 }
