@@ -42,7 +42,6 @@ TEST_F(ProgressListener, MessagesAreKeptByTheirIds)
         {"AEQAE2264I ", "g", true}, {"W1", "", true},           {"W1", "h", true},
     };
     HVProgressListener listener;
-    Names expected;
     for (const auto& row : rows) {
         listener.reset();
         listener.onMessage(row.id, row.text);
