@@ -1,8 +1,5 @@
 #include "TnOutput.h"
 
-#include <atomic>
-#include <thread>
-
 #include <gtest/gtest.h>
 
 #include "CFAppHost.h"
@@ -181,25 +178,6 @@ TEST_F(OutputTest, AnObserverSeesAllAndProgressIsNotKept)
     EXPECT_EQ(journal.entries().size(), 2U);
 }
 
-TEST_F(OutputTest, TheJournalTakesEntriesFromManyThreads)
-{
-    std::atomic<int> observed = 0;
-    std::vector<std::thread> threads;
-    threads.reserve(4);
-    for (int t = 0; t < 4; ++t)
-        threads.emplace_back([&] {
-            for (int i = 0; i < 500; ++i)
-                journal.add({Kind::Line, "x"});
-        });
-    for (int i = 0; i < 50; ++i) {
-        journal.setObserver([&](const HostJournal::Entry&) { ++observed; });
-        journal.setObserver({});
-    }
-    for (auto& thread : threads)
-        thread.join();
-    EXPECT_EQ(journal.entries(Kind::Line).size(), 2000U);
-}
-
 TEST_F(OutputTest, TextsComeFromTheTableOfTheLanguageInTheHostsEncoding)
 {
     const TablesFinder tables;
@@ -228,20 +206,6 @@ TEST_F(OutputTest, TextsComeFromTheTableOfTheLanguageInTheHostsEncoding)
     EXPECT_EQ(TnUTF8String("only de").text(), "only de");
     EXPECT_EQ(TnString("gr\366\337e", true).text(), "size");
     CFAppHost::getInstance()->setLocale("");
-}
-
-TEST_F(OutputTest, IgnoredSettingsAreNotedAndWarnedOf)
-{
-    ParserMessage message;
-    message.DisableWeight();
-    message.DisableSplit();
-    const auto notes = journal.entries(Kind::Note);
-    ASSERT_EQ(notes.size(), 2U);
-    EXPECT_EQ(notes[0].text + notes[1].text, "DisableWeightDisableSplit");
-    const auto lines = journal.entries(Kind::Error);
-    ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[0].level, kLevelWarning);
-    EXPECT_NE(lines[0].text, lines[1].text);
 }
 
 TEST_F(OutputTest, UnknownMeasurementLevelsFollowFromTheType)

@@ -1,4 +1,3 @@
-#include <future>
 #include <stdexcept>
 
 #include "VexaJVM.h"
@@ -130,23 +129,6 @@ TEST_F(RunnerCancel, EnginesExceptionPassesAndNothingElseHappens)
     // On the runner's own thread the attachment that was there stays.
     EXPECT_THROW(runner.cancelExecution(), std::runtime_error);
     EXPECT_TRUE(isAttached());
-}
-
-TEST_F(RunnerCancel, ManyCancelsAreOneStop)
-{
-    HVRunner runner(&procedure);
-    runner.prepareHVLJob("job");
-    EXPECT_TRUE(executeAndStop(runner, [&runner] {
-        std::vector<std::future<void>> stops;
-        stops.reserve(4);
-        for (int i = 0; i < 4; ++i)
-            stops.push_back(std::async(std::launch::async, [&runner] {
-                runner.cancelExecution();
-                runner.isStopProcessor();
-            }));
-    }));
-    EXPECT_EQ(cancels().size(), 4U);
-    EXPECT_EQ(runner.getProgressListener()->getState(), HVProgressListener::Cancelled);
 }
 
 } // namespace

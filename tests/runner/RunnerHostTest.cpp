@@ -39,6 +39,7 @@ TEST_F(RunnerHost, WeightAndSplitAreOffWhileTheRunnerLives)
             pvGetCmnGlb()->split = 7;
         }
         EXPECT_EQ(texts(Kind::Note), row.notes);
+        EXPECT_EQ(texts(Kind::Error).size(), row.notes.size());
         EXPECT_EQ(pvGetCmnGlb()->weight, row.weight > 0 ? row.weight : 7);
         EXPECT_EQ(pvGetCmnGlb()->split, row.split > 0 ? row.split : 7);
     }

@@ -83,7 +83,9 @@ TEST(FileFacts, TellFileDirectoryAndNothingApart)
     const ScratchFolder scratch;
     scratch.put("file.txt");
     scratch.put("fixed.txt");
-    fs::permissions(scratch.path / "fixed.txt", fs::perms::owner_read);
+    fs::create_directory(scratch.path / "fixed");
+    for (const char* name : {"fixed.txt", "fixed"})
+        fs::permissions(scratch.path / name, fs::perms::owner_read | fs::perms::owner_exec);
     const struct
     {
         std::string path;
@@ -95,6 +97,7 @@ TEST(FileFacts, TellFileDirectoryAndNothingApart)
                 {scratch.name("fixed.txt"), true, true, false, true},
                 {scratch.name("missing.txt"), true, false, false, false},
                 {scratch.folder, true, true, true, false},
+                {scratch.name("fixed"), true, true, true, true},
                 {"", false, false, false, false}};
     for (const auto& row : rows) {
         const FileSpecific file(row.path);
