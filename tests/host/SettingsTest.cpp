@@ -20,8 +20,8 @@ namespace fs = std::filesystem;
 class Settings : public testing::Test
 {
 protected:
-    Settings() { CFAppHost::update(); }
-    ~Settings() override { CFAppHost::update(); }
+    void SetUp() override { CFAppHost::update(); }
+    void TearDown() override { CFAppHost::update(); }
 
     static fs::path nativeTemp()
     {

@@ -12,7 +12,7 @@ using Names = std::vector<std::string>;
 class RunnerCalls : public RunnerFixture
 {
 protected:
-    ~RunnerCalls() override { CFAppHost::getInstance()->setLocale(""); }
+    void TearDown() override { CFAppHost::getInstance()->setLocale(""); }
 };
 
 TEST_F(RunnerCalls, AJobMakesEachCallOnceAndInOrder)
