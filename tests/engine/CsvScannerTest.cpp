@@ -8,7 +8,8 @@
 
 #include <unistd.h>
 
-#include "csv/CsvScanner.h"
+#include "DataFileNames.h"
+#include "datafile/CsvScanner.h"
 
 namespace EmbeddedHV {
 namespace {

@@ -6,6 +6,7 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import time
 import unittest
 
 HVHOST = os.environ["HVHOST"]
@@ -44,6 +45,21 @@ class Case(unittest.TestCase):
     def start_hvhost(self, *words, **more):
         return subprocess.Popen([HVHOST, *map(str, words)], env=self.environment(), text=True,
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, **more)
+
+    def wait_until(self, condition, what):
+        end = time.monotonic() + 30
+        while not condition():
+            self.assertLess(time.monotonic(), end, what)
+            time.sleep(0.01)
+
+    def wait_until_stoppable(self, process):
+        """A program that has only just begun to load dies of a signal as any other does."""
+        def is_blocked():
+            status = pathlib.Path(f"/proc/{process.pid}/status").read_text(encoding="ascii")
+            blocked = int(status.split("SigBlk:")[1].split()[0], 16)
+            return blocked >> (signal.SIGINT - 1) & 1
+
+        self.wait_until(is_blocked, "the program does not look after its signals")
 
     def stop(self, process, *signals, status=130):
         for number in signals or (signal.SIGINT,):

@@ -17,11 +17,13 @@ class Stopping(Case):
         if not big.exists():
             lines = "".join(f"{number},{number % 97}\n" for number in range(300000))
             big.write_text("a,b\n" + lines, encoding="ascii")
-        return self.start_hvhost("convert", big, self.target / "out.csv", "--derive", f"slow={SLOW}", *words)
+        process = self.start_hvhost("convert", big, self.target / "out.csv", "--derive", f"slow={SLOW}", *words)
+        self.wait_until_stoppable(process)
+        return process
 
     def test_ctrl_c_at_several_moments(self):
         """While the machine starts, while the job begins, while it runs."""
-        for delay in (0.1, 0.3, 0.6, 1.0, 2.0):
+        for delay in (0, 0.1, 0.3, 0.6, 1.0, 2.0):
             with self.subTest(delay):
                 process = self.start()
                 time.sleep(delay)
@@ -38,8 +40,8 @@ class Stopping(Case):
 
     def test_ctrl_c_while_input_is_awaited(self):
         process = self.start_hvhost("convert", "-", self.folder / "out.csv", stdin=-1)
-        time.sleep(0.5)
-        self.assertEqual([path.name[:5] for path in self.temp.iterdir()], ["vexa-"])
+        self.wait_until(lambda: [path.name[:5] for path in self.temp.iterdir()] == ["vexa-"],
+                        "no copy of the standard input is begun")
         process.send_signal(signal.SIGINT)
         self.assertEqual(process.wait(timeout=10), 130)
         process.communicate()

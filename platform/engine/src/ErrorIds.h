@@ -1,5 +1,8 @@
 #pragma once
 
+#include "DataFileNames.h"
+#include "datafile/FaultIds.h"
+
 /// The ids of the engine's errors and messages: "HVE", two letters for the area, four digits, and
 /// E for an error, W for a warning or I for information. An id never changes its meaning, and the
 /// number of a withdrawn one is not used again. docs/hvl.md lists them for users.
@@ -42,25 +45,10 @@ inline constexpr const char* kExpressionSize = "HVEEX0010E"; ///< too large or t
 inline constexpr const char* kNotAValue = "HVEEX0011E";      ///< a form that has no value here
 inline constexpr const char* kConversion = "HVEEX0012E"; ///< a value did not convert, at run time
 
-// IO: files, data sources and row iterators.
-inline constexpr const char* kFileMissing = "HVEIO0001E";       ///< no such file
-inline constexpr const char* kFileIsFolder = "HVEIO0002E";      ///< a folder for a file
-inline constexpr const char* kFileUnreadable = "HVEIO0003E";    ///< the file cannot be read
-inline constexpr const char* kFileEmpty = "HVEIO0004E";         ///< the file is empty
-inline constexpr const char* kNotOfItsKind = "HVEIO0005E";      ///< not of its kind, or cut short
-inline constexpr const char* kBadRecord = "HVEIO0006E";         ///< a record that cannot be read
-inline constexpr const char* kTooManyBadRecords = "HVEIO0007E"; ///< more than the threshold
-inline constexpr const char* kRecordsSkipped = "HVEIO0008W";  ///< bad records within the threshold
-inline constexpr const char* kPasswordMissing = "HVEIO0009E"; ///< sealed, and no password
-inline constexpr const char* kWrongPassword = "HVEIO0010E";   ///< sealed with another password
-inline constexpr const char* kDataModel = "HVEIO0011E";       ///< a data model document is wrong
-inline constexpr const char* kDataModelMismatch =
-    "HVEIO0012E"; ///< the data model is another file's
+// IO: data sources and row iterators; those of files are the file library's.
+using namespace datafile::faults;
 inline constexpr const char* kUnknownDataSource = "HVEIO0013E"; ///< no data source of this name
 inline constexpr const char* kAppendMismatch = "HVEIO0014E";    ///< fields do not suit the source
-inline constexpr const char* kFolderMissing = "HVEIO0015E";     ///< no folder for the output
-inline constexpr const char* kFileUnwritable = "HVEIO0016E";    ///< the file cannot be written
-inline constexpr const char* kDiskFull = "HVEIO0017E";          ///< no room for a file
 inline constexpr const char* kIteratorModel = "HVEIO0018E";  ///< the data model of a row iterator
 inline constexpr const char* kIteratorFailed = "HVEIO0019E"; ///< a row iterator threw
 inline constexpr const char* kIteratorValue = "HVEIO0020E";  ///< a value without a place

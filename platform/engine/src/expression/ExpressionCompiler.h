@@ -5,6 +5,7 @@
 #include <string>
 
 #include "JobError.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/Schema.h"
 #include "language/Ast.h"
 
@@ -36,9 +37,5 @@ SqlExpression compileFieldLambda(const language::Expression& lambda, const Schem
 /// Some values can only be found wrong while a query runs; the compiled SQL then raises an error of
 /// the database. This makes the job's error of such a message, and of any other message nothing.
 std::optional<JobError> expressionFault(const std::string& databaseMessage);
-
-/// `"name"` with quotes doubled, and `'text'` likewise.
-std::string quotedIdentifier(const std::string& name);
-std::string quotedLiteral(const std::string& text);
 
 } // namespace EmbeddedHV

@@ -1,26 +1,12 @@
 #include "runtime/DataModel.h"
 
 #include <algorithm>
-#include <set>
 
 #include "CFMetaData.h"
 #include "JobError.h"
-#include "runtime/ColumnTypes.h"
+#include "expression/FieldTypes.h"
 
 namespace EmbeddedHV {
-namespace {
-
-/// Letter case as the database folds it: ASCII only.
-std::string folded(std::string name)
-{
-    for (char& letter : name)
-        if (letter >= 'A' && letter <= 'Z')
-            letter = static_cast<char>(letter - 'A' + 'a');
-    return name;
-}
-
-} // namespace
-
 CFField plainField(const std::string& name, CFField::StorageType storage)
 {
     return {name, defaultMeasure(storage), storage};
@@ -82,32 +68,11 @@ const CFField* findField(const Fields& fields, const std::string& name)
 
 const CFField* findFieldAnyCase(const Fields& fields, const std::string& name)
 {
-    const std::string wanted = folded(name);
+    const std::string wanted = foldedName(name);
     const auto found = std::find_if(fields.begin(), fields.end(), [&](const CFField& field) {
-        return folded(field.GetName()) == wanted;
+        return foldedName(field.GetName()) == wanted;
     });
     return found == fields.end() ? nullptr : &*found;
-}
-
-std::vector<std::string> uniqueNames(std::vector<std::string> names)
-{
-    for (std::size_t i = 0; i < names.size(); ++i)
-        if (names[i].empty())
-            names[i] = "field" + std::to_string(i + 1);
-    std::set<std::string> given;
-    for (const std::string& name : names)
-        given.insert(folded(name));
-    std::set<std::string> used;
-    for (std::string& name : names) {
-        const std::string base = name;
-        // A made-up name avoids the given ones too: theirs should stay theirs.
-        for (int number = 1;
-             used.contains(folded(name)) || (name != base && given.contains(folded(name)));
-             ++number)
-            name = base + "_" + std::to_string(number);
-        used.insert(folded(name));
-    }
-    return names;
 }
 
 void adoptMetadata(Fields& fields, const Fields& model)

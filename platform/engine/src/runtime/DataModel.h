@@ -3,12 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "CFField.h"
+#include "DataFileNames.h"
+#include "datafile/FieldNames.h"
 #include "expression/Schema.h"
 
 namespace EmbeddedHV {
-
-using Fields = std::vector<CFField>;
 
 /// A field with the measure that its storage suggests, an input of an analysis.
 CFField plainField(const std::string& name, CFField::StorageType storage);
@@ -26,10 +25,6 @@ Schema schemaOf(const Fields& fields);
 const CFField* findField(const Fields& fields, const std::string& name);
 /// The same, but letter case does not count, as it does not in the database's columns.
 const CFField* findFieldAnyCase(const Fields& fields, const std::string& name);
-
-/// The names with what repeats them, letter case apart, told apart by "_1", "_2"...; an empty name
-/// becomes "field" with its place, counted from 1.
-std::vector<std::string> uniqueNames(std::vector<std::string> names);
 
 /// The part of a data model that the names have in common with the fields: measure, role and label
 /// of each field whose name stands in `model`.

@@ -7,8 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "DataFileNames.h"
 #include "EHVAppSetting.h"
-#include "runtime/Duck.h"
+#include "datafile/Duck.h"
 #include "runtime/RowSources.h"
 
 namespace EmbeddedHV {

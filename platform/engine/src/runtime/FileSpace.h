@@ -3,16 +3,12 @@
 #include <string>
 #include <vector>
 
+#include "DataFileNames.h"
+#include "datafile/NativePath.h"
+
 namespace EmbeddedHV {
 
 class Container;
-
-/// A host path as the operating system spells it: slashes, no trailing one.
-std::string nativePath(const std::string& hostPath);
-/// The part after the last separator.
-std::string fileNameOf(const std::string& path);
-/// The folder of a path; "." if the path names none.
-std::string folderOf(const std::string& path);
 
 /// Finds the files that job texts name. Bare names live in the public folder of the analytic root.
 class FileSpace

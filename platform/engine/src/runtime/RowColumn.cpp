@@ -5,7 +5,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "runtime/Utf8.h"
+#include "DataFileNames.h"
+#include "datafile/Utf8.h"
 
 namespace EmbeddedHV {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "RowDataIterator.h"
 #include "runtime/Database.h"
-#include "runtime/FileKinds.h"
+#include "runtime/WrittenFile.h"
 
 namespace EmbeddedHV {
 

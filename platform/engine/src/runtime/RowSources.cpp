@@ -6,8 +6,9 @@
 #include <stdexcept>
 #include <vector>
 
-#include "runtime/ColumnTypes.h"
-#include "runtime/Duck.h"
+#include "DataFileNames.h"
+#include "datafile/ColumnTypes.h"
+#include "datafile/Duck.h"
 #include "runtime/RowSource.h"
 
 namespace EmbeddedHV {

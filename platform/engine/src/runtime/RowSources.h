@@ -5,11 +5,14 @@
 #include <mutex>
 #include <string>
 
-namespace EmbeddedHV {
+#include "DataFileNames.h"
 
-namespace duck {
+namespace datafile::duck {
 class Connection;
 }
+
+namespace EmbeddedHV {
+
 class RowSource;
 
 /// The row iterators that running jobs read, as the database's table function sees them. A source

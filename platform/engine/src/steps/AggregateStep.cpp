@@ -4,8 +4,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/ColumnTypes.h"
 #include "expression/NearestName.h"
-#include "runtime/ColumnTypes.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {

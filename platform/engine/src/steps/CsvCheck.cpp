@@ -6,7 +6,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "expression/ExpressionCompiler.h"
-#include "runtime/ColumnTypes.h"
+#include "expression/FieldTypes.h"
 #include "runtime/QueryFaults.h"
 #include "runtime/Reporter.h"
 

@@ -7,7 +7,8 @@
 #include <string>
 #include <thread>
 
-#include "csv/CsvProfile.h"
+#include "DataFileNames.h"
+#include "datafile/CsvProfile.h"
 #include "steps/Plan.h"
 
 namespace EmbeddedHV {

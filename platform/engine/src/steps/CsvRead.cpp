@@ -4,9 +4,9 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/FileTables.h"
+#include "expression/FieldTypes.h"
 #include "expression/NearestName.h"
-#include "runtime/ColumnTypes.h"
-#include "runtime/FileKinds.h"
 #include "steps/CsvCheck.h"
 
 namespace EmbeddedHV {

@@ -4,8 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "runtime/FileKinds.h"
-#include "runtime/PendingFile.h"
+#include "DataFileNames.h"
+#include "datafile/FileTables.h"
+#include "datafile/PendingFile.h"
 #include "steps/JobContext.h"
 #include "steps/Plan.h"
 

@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "csv/CsvProfile.h"
+#include "DataFileNames.h"
+#include "datafile/CsvProfile.h"
 #include "runtime/Cancellation.h"
 #include "runtime/DataSources.h"
 #include "runtime/Database.h"

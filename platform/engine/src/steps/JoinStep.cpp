@@ -4,9 +4,9 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "expression/FieldTypes.h"
 #include "expression/NearestName.h"
 #include "expression/ValueTypes.h"
-#include "runtime/ColumnTypes.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {

@@ -4,8 +4,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "runtime/ColumnTypes.h"
-#include "runtime/InputFile.h"
+#include "datafile/ColumnTypes.h"
+#include "datafile/InputFile.h"
 
 namespace EmbeddedHV {
 namespace {

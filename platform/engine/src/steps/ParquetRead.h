@@ -3,7 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "runtime/FileKinds.h"
+#include "DataFileNames.h"
+#include "datafile/FileTables.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {

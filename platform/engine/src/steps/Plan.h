@@ -5,9 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "DataFileNames.h"
+#include "datafile/Duck.h"
 #include "runtime/Cancellation.h"
 #include "runtime/DataModel.h"
-#include "runtime/Duck.h"
 
 namespace EmbeddedHV {
 

@@ -2,7 +2,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "runtime/InputFile.h"
+#include "datafile/InputFile.h"
 #include "steps/CsvRead.h"
 #include "steps/ParquetRead.h"
 #include "steps/StepCall.h"

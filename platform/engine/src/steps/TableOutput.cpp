@@ -2,8 +2,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/ColumnTypes.h"
 #include "expression/ExpressionCompiler.h"
-#include "runtime/ColumnTypes.h"
 
 namespace EmbeddedHV {
 

@@ -1,0 +1,143 @@
+#include "datafile/CsvProfile.h"
+
+#include <charconv>
+#include <cmath>
+#include <stdexcept>
+#include <system_error>
+
+#include "datafile/Fault.h"
+#include "datafile/FaultIds.h"
+#include "datafile/Utf8.h"
+
+namespace datafile {
+namespace {
+
+/// How many records are read between two looks at whether to go on.
+constexpr std::uint64_t kRecordsBetweenLooks = 1024;
+
+/// Whether an integer field can hold the number without a change.
+bool isWhole(const std::string& text)
+{
+    double value = 0;
+    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), value);
+    return parsed.ec == std::errc() && std::trunc(value) == value;
+}
+
+CsvScanner scannerFor(const std::string& path)
+{
+    try {
+        return CsvScanner(path);
+    } catch (const std::system_error& error) {
+        throw Fault(faults::kFileUnreadable,
+                    "read: " + path + ": the file cannot be read: " + error.code().message());
+    }
+}
+
+} // namespace
+
+CsvProfile::CsvProfile(std::string path, bool hasHeader, std::vector<CFField::StorageType> expected)
+    : _path(std::move(path)), _scanner(scannerFor(_path)), _hasHeader(hasHeader),
+      _expected(std::move(expected))
+{
+    readNames();
+}
+
+void CsvProfile::readNames()
+{
+    if (!_scanner.next(_fields))
+        throw Fault(faults::kFileEmpty, "read: " + _path + ": the file holds no line with text");
+    for (const CsvField& field : _fields) {
+        if (!isUtf8(field.text) || field.text.find('\0') != std::string_view::npos)
+            throw Fault(faults::kNotOfItsKind,
+                        "read: " + _path + ":1: this is not a CSV file in UTF-8");
+        _names.push_back(_hasHeader ? textOf(field) : "");
+    }
+    _names = uniqueNames(std::move(_names));
+    _kinds.assign(_names.size(), CsvKind::Missing);
+    if (!_hasHeader)
+        take();
+}
+
+CFField::StorageType CsvProfile::storageOf(std::size_t column) const
+{
+    switch (_kinds[column]) {
+    case CsvKind::Integer:
+        return CFField::Integer;
+    case CsvKind::Real:
+        return CFField::Real;
+    case CsvKind::Date:
+        return CFField::Date;
+    case CsvKind::Time:
+        return CFField::Time;
+    case CsvKind::Timestamp:
+        return CFField::Timestamp;
+    default:
+        return CFField::String;
+    }
+}
+
+bool CsvProfile::read(std::uint64_t records, const std::function<bool()>& goOn)
+try {
+    while (_records < records && !_complete) {
+        if (goOn && _records % kRecordsBetweenLooks == 0 && !goOn())
+            return false;
+        if (_scanner.next(_fields))
+            take();
+        else
+            _complete = true;
+    }
+    return true;
+} catch (const std::length_error& error) {
+    throw Fault(faults::kBadRecord, "read: " + _path + ": " + error.what());
+} catch (const std::system_error& error) {
+    throw Fault(faults::kFileUnreadable,
+                "read: " + _path + ": the file cannot be read: " + error.code().message());
+}
+
+bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& goOn)
+{
+    _scanner = scannerFor(_path);
+    _kinds.assign(_names.size(), CsvKind::Missing);
+    _records = 0;
+    _complete = false;
+    _trusting = false;
+    // The names are known; without a header the first record is a record.
+    if (_hasHeader)
+        _scanner.next(_fields);
+    return read(records, goOn);
+}
+
+void CsvProfile::take()
+{
+    ++_records;
+    if (_fields.size() != _names.size())
+        return;
+    if (!_expected.empty())
+        return takeExpected();
+    for (std::size_t column = 0; column < _fields.size(); ++column) {
+        CsvKind& kind = _kinds[column];
+        const CsvField& field = _fields[column];
+        if (kind == CsvKind::Text || (_trusting && isSafeAs(kind, field)))
+            continue;
+        kind = widened(kind, kindOf(field));
+    }
+}
+
+void CsvProfile::takeExpected()
+{
+    for (std::size_t column = 0; column < _fields.size(); ++column)
+        if (_expected[column] == CFField::Integer || _expected[column] == CFField::Date)
+            checkExpected(column, kindOf(_fields[column]));
+}
+
+void CsvProfile::checkExpected(std::size_t column, CsvKind kind)
+{
+    const std::string text(_fields[column].text);
+    const bool changed = _expected[column] == CFField::Integer
+                             ? kind == CsvKind::Real && !isWhole(text)
+                             : kind == CsvKind::Timestamp;
+    if (changed && !_misfit)
+        _misfit = {_scanner.line(), column, text};
+}
+
+} // namespace datafile

@@ -1,0 +1,174 @@
+#include "datafile/CsvValue.h"
+
+#include <charconv>
+#include <chrono>
+#include <cstdint>
+#include <optional>
+
+namespace datafile {
+namespace {
+
+bool isDigit(char character)
+{
+    return character >= '0' && character <= '9';
+}
+
+std::size_t digitsFrom(std::string_view text, std::size_t from)
+{
+    std::size_t at = from;
+    while (at < text.size() && isDigit(text[at]))
+        ++at;
+    return at - from;
+}
+
+/// The number of exactly `count` digits at `from`.
+std::optional<int> fixedNumber(std::string_view text, std::size_t from, std::size_t count)
+{
+    if (from + count > text.size())
+        return std::nullopt;
+    int value = 0;
+    for (const char character : text.substr(from, count)) {
+        if (!isDigit(character))
+            return std::nullopt;
+        value = value * 10 + (character - '0');
+    }
+    return value;
+}
+
+bool isSpecialNumber(std::string_view text)
+{
+    constexpr std::string_view kWords[] = {"nan", "NaN", "inf", "-inf", "Infinity", "-Infinity"};
+    for (const std::string_view word : kWords)
+        if (text == word)
+            return true;
+    return false;
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    return text;
+}
+
+/// A number that is not one of digits alone; `whole` digits come first.
+CsvKind realKind(std::string_view text, std::size_t whole)
+{
+    // Nearly every real is digits, a point and digits. It need not be converted to be known.
+    if (text[whole] == '.' && text.size() > 1 &&
+        whole + 1 + digitsFrom(text, whole + 1) == text.size())
+        return CsvKind::Real;
+    double value = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && stop == end ? CsvKind::Real : CsvKind::Text;
+}
+
+CsvKind numberKind(std::string_view text)
+{
+    if (!text.empty() && !isDigit(text.front()) && isSpecialNumber(text))
+        return CsvKind::Real;
+    const bool negative = !text.empty() && text.front() == '-';
+    if (negative || (!text.empty() && text.front() == '+'))
+        text.remove_prefix(1);
+    const std::size_t whole = digitsFrom(text, 0);
+    if (whole > 1 && text.front() == '0')
+        return CsvKind::Text;
+    if (whole == 0 && (text.empty() || text.front() != '.'))
+        return CsvKind::Text;
+    if (whole != text.size())
+        return realKind(text, whole);
+    // So many digits fit, whichever they are.
+    constexpr std::size_t kDigitsThatFit = 18;
+    if (whole <= kDigitsThatFit)
+        return CsvKind::Integer;
+    std::int64_t value = 0;
+    // The sign counts here: the range below zero reaches one further.
+    const char* digits = negative ? text.data() - 1 : text.data();
+    return std::from_chars(digits, text.data() + text.size(), value).ec == std::errc()
+               ? CsvKind::Integer
+               : CsvKind::Real;
+}
+
+bool isDate(std::string_view text)
+{
+    if (text.size() != 10 || text[4] != '-' || text[7] != '-')
+        return false;
+    const auto year = fixedNumber(text, 0, 4);
+    const auto month = fixedNumber(text, 5, 2);
+    const auto day = fixedNumber(text, 8, 2);
+    return year && month && day &&
+           std::chrono::year_month_day(std::chrono::year(*year),
+                                       std::chrono::month(static_cast<unsigned>(*month)),
+                                       std::chrono::day(static_cast<unsigned>(*day)))
+               .ok();
+}
+
+/// `.` and one to six digits, or nothing.
+bool isFraction(std::string_view text)
+{
+    return text.empty() || (text[0] == '.' && text.size() >= 2 && text.size() <= 7 &&
+                            digitsFrom(text, 1) == text.size() - 1);
+}
+
+bool isTime(std::string_view text)
+{
+    const std::size_t hourDigits = digitsFrom(text, 0);
+    if (hourDigits < 1 || hourDigits > 2 || text.size() < hourDigits + 3 || text[hourDigits] != ':')
+        return false;
+    const auto hour = fixedNumber(text, 0, hourDigits);
+    const auto minute = fixedNumber(text, hourDigits + 1, 2);
+    if (!hour || *hour > 23 || !minute || *minute > 59)
+        return false;
+    text.remove_prefix(hourDigits + 3);
+    if (text.empty())
+        return true;
+    const auto second = fixedNumber(text, 1, 2);
+    return text[0] == ':' && second && *second <= 59 && isFraction(text.substr(3));
+}
+
+bool isTimestamp(std::string_view text)
+{
+    return text.size() >= 16 && (text[10] == ' ' || text[10] == 'T') &&
+           isDate(text.substr(0, 10)) && isDigit(text[12]) && isTime(text.substr(11));
+}
+
+} // namespace
+
+CsvKind kindOf(const CsvField& field)
+{
+    const std::string_view text = field.text;
+    if (text.empty())
+        return field.quoted ? CsvKind::Text : CsvKind::Missing;
+    const char first = text.front();
+    // The first letter decides most texts.
+    if (!isDigit(first) && first != '-' && first != '+' && first != '.' && first != ' ' &&
+        first != 'n' && first != 'N' && first != 'i' && first != 'I')
+        return CsvKind::Text;
+    const CsvKind number = numberKind(trimmed(text));
+    if (number != CsvKind::Text)
+        return number;
+    if (isDate(text))
+        return CsvKind::Date;
+    if (isTime(text))
+        return CsvKind::Time;
+    return isTimestamp(text) ? CsvKind::Timestamp : CsvKind::Text;
+}
+
+CsvKind widened(CsvKind left, CsvKind right)
+{
+    if (left == right || right == CsvKind::Missing)
+        return left;
+    if (left == CsvKind::Missing)
+        return right;
+    const auto both = [&](CsvKind narrow, CsvKind wide) {
+        return (left == narrow && right == wide) || (left == wide && right == narrow);
+    };
+    if (both(CsvKind::Integer, CsvKind::Real))
+        return CsvKind::Real;
+    return both(CsvKind::Date, CsvKind::Timestamp) ? CsvKind::Timestamp : CsvKind::Text;
+}
+
+} // namespace datafile

@@ -1,0 +1,109 @@
+#include "datafile/Duck.h"
+
+#include <memory>
+#include <string_view>
+
+namespace datafile::duck {
+
+bool QueryError::interrupted() const
+{
+    return std::string_view(what()).find("INTERRUPT") != std::string_view::npos;
+}
+
+Result& Result::operator=(Result&& other) noexcept
+{
+    std::swap(_result, other._result);
+    return *this;
+}
+
+std::string Result::text(std::size_t column, std::size_t row)
+{
+    const std::unique_ptr<char, decltype(&duckdb_free)> value(
+        duckdb_value_varchar(&_result, column, row), duckdb_free);
+    return value ? std::string(value.get()) : std::string();
+}
+
+std::int64_t Result::integer(std::size_t column, std::size_t row)
+{
+    return duckdb_value_int64(&_result, column, row);
+}
+
+Connection::Connection(duckdb_database database)
+{
+    if (duckdb_connect(database, &_connection) != DuckDBSuccess)
+        throw QueryError("the database gives no connection");
+}
+
+namespace {
+
+/// The interface takes texts that end at the first NUL: one inside would cut the statement.
+void refuseNul(const std::string& sql)
+{
+    if (sql.find('\0') != std::string::npos)
+        throw QueryError("Invalid Input Error: a text holds the character NUL");
+}
+
+} // namespace
+
+Result Connection::query(const std::string& sql)
+{
+    refuseNul(sql);
+    duckdb_result raw{};
+    const bool succeeded = duckdb_query(_connection, sql.c_str(), &raw) == DuckDBSuccess;
+    Result result(raw);
+    if (!succeeded) {
+        const char* text = duckdb_result_error(&result.handle());
+        throw QueryError(text ? text : "the statement failed");
+    }
+    return result;
+}
+
+Prepared::Prepared(Connection& connection, const std::string& sql)
+{
+    refuseNul(sql);
+    if (duckdb_prepare(connection.handle(), sql.c_str(), &_statement) == DuckDBSuccess)
+        return;
+    const char* text = duckdb_prepare_error(_statement);
+    const std::string message = text ? text : "the statement cannot be prepared";
+    duckdb_destroy_prepare(&_statement);
+    throw QueryError(message);
+}
+
+std::vector<std::pair<std::string, duckdb_type>> Prepared::columns() const
+{
+    std::vector<std::pair<std::string, duckdb_type>> columns;
+    const auto count = duckdb_prepared_statement_column_count(_statement);
+    for (idx_t i = 0; i < count; ++i) {
+        const std::unique_ptr<const char, void (*)(const char*)> name(
+            duckdb_prepared_statement_column_name(_statement, i),
+            [](const char* text) { duckdb_free(const_cast<char*>(text)); });
+        columns.emplace_back(name ? name.get() : "",
+                             duckdb_prepared_statement_column_type(_statement, i));
+    }
+    return columns;
+}
+
+Result Prepared::stream()
+{
+    duckdb_result raw{};
+    const bool succeeded = duckdb_execute_prepared_streaming(_statement, &raw) == DuckDBSuccess;
+    Result result(raw);
+    if (!succeeded) {
+        const char* text = duckdb_result_error(&result.handle());
+        throw QueryError(text ? text : "the statement failed");
+    }
+    return result;
+}
+
+Chunk nextChunk(Result& stream)
+{
+    Chunk chunk(duckdb_fetch_chunk(stream.handle()));
+    if (!chunk)
+        if (const char* text = duckdb_result_error(&stream.handle()); text && *text)
+            throw QueryError(text);
+    if (chunk && chunk.rows() == 0)
+        return Chunk();
+    return chunk;
+}
+
+} // namespace datafile::duck

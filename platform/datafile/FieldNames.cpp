@@ -1,0 +1,36 @@
+#include "datafile/FieldNames.h"
+
+#include <set>
+
+namespace datafile {
+
+std::string foldedName(std::string name)
+{
+    for (char& letter : name)
+        if (letter >= 'A' && letter <= 'Z')
+            letter = static_cast<char>(letter - 'A' + 'a');
+    return name;
+}
+
+std::vector<std::string> uniqueNames(std::vector<std::string> names)
+{
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (names[i].empty())
+            names[i] = "field" + std::to_string(i + 1);
+    std::set<std::string> given;
+    for (const std::string& name : names)
+        given.insert(foldedName(name));
+    std::set<std::string> used;
+    for (std::string& name : names) {
+        const std::string base = name;
+        // A made-up name avoids the given ones too: theirs should stay theirs.
+        for (int number = 1;
+             used.contains(foldedName(name)) || (name != base && given.contains(foldedName(name)));
+             ++number)
+            name = base + "_" + std::to_string(number);
+        used.insert(foldedName(name));
+    }
+    return names;
+}
+
+} // namespace datafile

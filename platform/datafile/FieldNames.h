@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "CFField.h"
+
+namespace datafile {
+
+using Fields = std::vector<CFField>;
+
+/// The name with letter case as the database folds it: ASCII only.
+std::string foldedName(std::string name);
+
+/// The names with what repeats them, letter case apart, told apart by "_1", "_2"...; an empty name
+/// becomes "field" with its place, counted from 1.
+std::vector<std::string> uniqueNames(std::vector<std::string> names);
+
+} // namespace datafile

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cerrno>
+#include <cstddef>
+#include <utility>
+
+#include <unistd.h>
+
+namespace datafile {
+
+/// Owns an open file of the operating system.
+class FileDescriptor
+{
+public:
+    explicit FileDescriptor(int descriptor = -1) : _descriptor(descriptor) {}
+    FileDescriptor(FileDescriptor&& other) noexcept
+        : _descriptor(std::exchange(other._descriptor, -1))
+    {
+    }
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept
+    {
+        std::swap(_descriptor, other._descriptor);
+        return *this;
+    }
+    ~FileDescriptor()
+    {
+        if (_descriptor >= 0)
+            close(_descriptor);
+    }
+
+    explicit operator bool() const { return _descriptor >= 0; }
+    int get() const { return _descriptor; }
+    /// Gives the ownership up.
+    void release() { _descriptor = -1; }
+
+    /// False, with errno set, if not all bytes could be written.
+    bool writeAll(const void* bytes, std::size_t count) const
+    {
+        const auto* at = static_cast<const char*>(bytes);
+        while (count > 0) {
+            const ssize_t written = ::write(_descriptor, at, count);
+            if (written < 0 && errno == EINTR)
+                continue;
+            if (written <= 0)
+                return false;
+            at += written;
+            count -= static_cast<std::size_t>(written);
+        }
+        return true;
+    }
+
+    /// As many bytes as there are, up to `count`; less only at the end of the file. -1, with errno
+    /// set, on a failure.
+    ssize_t readUpTo(void* bytes, std::size_t count) const
+    {
+        auto* at = static_cast<char*>(bytes);
+        std::size_t total = 0;
+        while (total < count) {
+            const ssize_t got = ::read(_descriptor, at + total, count - total);
+            if (got < 0 && errno == EINTR)
+                continue;
+            if (got < 0)
+                return -1;
+            if (got == 0)
+                break;
+            total += static_cast<std::size_t>(got);
+        }
+        return static_cast<ssize_t>(total);
+    }
+
+private:
+    int _descriptor;
+};
+
+} // namespace datafile

@@ -1,0 +1,59 @@
+#include "datafile/FileTables.h"
+
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+
+#include "datafile/ColumnTypes.h"
+#include "datafile/InputFile.h"
+#include "datafile/SqlQuoting.h"
+
+namespace datafile {
+
+std::string rejectScansOf(const std::string& rejects)
+{
+    return rejects + "_scans";
+}
+
+std::string csvTable(const std::string& path, bool hasHeader, const Fields& columns,
+                     const std::string& rejects)
+{
+    // Everything is said, so that the database guesses nothing: not the delimiter, not lines to
+    // skip, not comments, not columns in the names of folders. A quoted nothing is an empty text.
+    std::string sql = "read_csv(" + quotedLiteral(literalPath(path)) +
+                      ", auto_detect = false, delim = ',', quote = '\"', escape = '\"', "
+                      "comment = '', skip = 0, compression = 'none', allow_quoted_nulls = false, "
+                      "hive_partitioning = false, header = ";
+    sql += hasHeader ? "true" : "false";
+    if (!rejects.empty())
+        sql += ", store_rejects = true, rejects_table = " + quotedLiteral(rejects) +
+               ", rejects_scan = " + quotedLiteral(rejectScansOf(rejects));
+    sql += ", columns = {";
+    const char* separator = "";
+    for (const CFField& column : columns) {
+        sql += separator + quotedLiteral(column.GetName()) + ": '" +
+               sqlTypeOf(column.GetStorage()) + "'";
+        separator = ", ";
+    }
+    return sql + "})";
+}
+
+std::string parquetTable(const std::string& path)
+{
+    return "read_parquet(" + quotedLiteral(literalPath(path)) + ", hive_partitioning = false)";
+}
+
+std::shared_ptr<ScratchFile> openSealed(const std::string& path, const std::string& password,
+                                        const std::string& scratchFolder,
+                                        const SealedFileStep& step)
+{
+    const FileDescriptor sealed(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!sealed)
+        throw std::system_error(errno, std::generic_category(), path);
+    auto plain = std::make_shared<ScratchFile>(scratchFolder);
+    openSealedFile(sealed.get(), plain->descriptor(), password, step);
+    return plain;
+}
+
+} // namespace datafile

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "DataFileNames.h"
+#include "datafile/FileTables.h"
+
+namespace EmbeddedHV {
+
+/// A file that a job has written: what it takes to read it again.
+struct WrittenFile
+{
+    std::string path;
+    FileKind kind = FileKind::Csv;
+    Fields fields;
+    std::string password;
+};
+
+} // namespace EmbeddedHV
