@@ -55,8 +55,8 @@ CFField::RoleType HVDataModel::Impl::roleOfColumn(int column) const
     if (weightRole && column == source->GetWeightVarIndex())
         return CFField::FrequencyWeight;
     if (splitRole && !splitVariables.empty()) {
-        const bool isSplit = std::find(splitVariables.begin(), splitVariables.end(), column) !=
-                             splitVariables.end();
+        const bool isSplit =
+            std::find(splitVariables.begin(), splitVariables.end(), column) != splitVariables.end();
         return isSplit ? CFField::Split : CFField::Input;
     }
     return roleOf(source->GetVariable(column).GetRole());
@@ -70,8 +70,8 @@ CFField HVDataModel::Impl::fieldOfColumn(int column, MeasurementLevel level) con
 CFField HVDataModel::Impl::caseCountField() const
 {
     CFField field(kCaseCountName, CFField::Continuous, CFField::Real, CFField::RecordId);
-    field.SetLabel(transcodeToUTF8(messages->GetTranslatedText(kCaseCountLabel).c_str(),
-                                   converter.get()));
+    field.SetLabel(
+        transcodeToUTF8(messages->GetTranslatedText(kCaseCountLabel).c_str(), converter.get()));
     return field;
 }
 
@@ -106,8 +106,8 @@ void HVDataModel::Impl::update(const std::vector<Choice>& choices, bool withLeve
         } else {
             const bool asItIs = static_cast<int>(choice.level) < 0;
             analysis.AppendField(fieldOfColumn(
-                choice.column, asItIs ? source->GetVariable(choice.column).GetMeasurementLevel()
-                                      : choice.level));
+                choice.column,
+                asItIs ? source->GetVariable(choice.column).GetMeasurementLevel() : choice.level));
         }
         analysisVariables.push_back(choice.column);
     }

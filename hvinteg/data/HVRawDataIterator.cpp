@@ -194,9 +194,8 @@ HVRawDataIterator::HVRawDataIterator(const HVDataModel& model, ErrorMonitor* mon
 
 HVRawDataIterator::HVRawDataIterator(const VEXA_DataSource& source,
                                      const std::vector<int>& variables,
-                                     const std::vector<MeasurementLevel>& levels,
-                                     bool addCaseCount, WeightAdjust adjust, bool splitRole,
-                                     ErrorMonitor* monitor)
+                                     const std::vector<MeasurementLevel>& levels, bool addCaseCount,
+                                     WeightAdjust adjust, bool splitRole, ErrorMonitor* monitor)
     : _impl(std::make_unique<Impl>())
 {
     HVDataModel model(source, addCaseCount, adjust != kWeightNone, splitRole);
@@ -212,9 +211,9 @@ HVRawDataIterator::HVRawDataIterator(const VEXA_DataSource& source,
 
 HVRawDataIterator::HVRawDataIterator(const VEXA_DataSource& source,
                                      const std::vector<std::string>& names,
-                                     const std::vector<MeasurementLevel>& levels,
-                                     bool addCaseCount, WeightAdjust adjust, bool splitRole,
-                                     bool fromUTF8, ErrorMonitor* monitor)
+                                     const std::vector<MeasurementLevel>& levels, bool addCaseCount,
+                                     WeightAdjust adjust, bool splitRole, bool fromUTF8,
+                                     ErrorMonitor* monitor)
     : _impl(std::make_unique<Impl>())
 {
     HVDataModel model(source, addCaseCount, adjust != kWeightNone, splitRole);
@@ -250,8 +249,8 @@ const VEXA_DataSource& sourceOf(const SvrDMInputDataSource& dataset)
 } // namespace
 
 HVRawDataIterator::HVRawDataIterator(LocallyUniqueID dataset, const std::vector<int>& variables,
-                                     const std::vector<MeasurementLevel>& levels,
-                                     bool addCaseCount, WeightAdjust adjust, bool splitRole)
+                                     const std::vector<MeasurementLevel>& levels, bool addCaseCount,
+                                     WeightAdjust adjust, bool splitRole)
 {
     auto opened = std::make_shared<SvrDMInputDataSource>(dataset, false);
     HVRawDataIterator iterator(sourceOf(*opened), variables, levels, addCaseCount, adjust,
@@ -261,9 +260,8 @@ HVRawDataIterator::HVRawDataIterator(LocallyUniqueID dataset, const std::vector<
 }
 
 HVRawDataIterator::HVRawDataIterator(LocallyUniqueID dataset, const std::vector<std::string>& names,
-                                     const std::vector<MeasurementLevel>& levels,
-                                     bool addCaseCount, WeightAdjust adjust, bool splitRole,
-                                     bool fromUTF8)
+                                     const std::vector<MeasurementLevel>& levels, bool addCaseCount,
+                                     WeightAdjust adjust, bool splitRole, bool fromUTF8)
 {
     auto opened = std::make_shared<SvrDMInputDataSource>(dataset, false);
     HVRawDataIterator iterator(sourceOf(*opened), names, levels, addCaseCount, adjust, splitRole,

@@ -46,8 +46,8 @@ public:
     /// encoding; null stands for lines in the output. It is borrowed.
     HVRawDataIterator(const HVDataModel& model, ErrorMonitor* monitor);
     /// The variables of a source, by column or by name, with levels as in
-    /// HVDataModel::UpdateAnalysMetadata; none stands for all of them. `addCaseCount` adds the field
-    /// $casecount.
+    /// HVDataModel::UpdateAnalysMetadata; none stands for all of them. `addCaseCount` adds the
+    /// field $casecount.
     HVRawDataIterator(const VEXA_DataSource& source, const std::vector<int>& variables,
                       const std::vector<MeasurementLevel>& levels, bool addCaseCount,
                       WeightAdjust adjust, bool splitRole, ErrorMonitor* monitor);
@@ -81,8 +81,8 @@ public:
     virtual unsigned int Rewind(bool scoreIteration);
 
     void SetName(const std::string& name);
-    /// Whether user-missing values are served as missing ones; by variable, or for all of them where
-    /// there are no specifications. The specifications are borrowed.
+    /// Whether user-missing values are served as missing ones; by variable, or for all of them
+    /// where there are no specifications. The specifications are borrowed.
     void SetExcludeUserMissing(bool exclude);
     void SetVarValidSpecs(const ACAVarValidSpecs* specs);
     void SetScoreIteration(bool score);
@@ -90,8 +90,8 @@ public:
     void SetStopProcessor(HVStopProcessor* processor);
     /// Neither to nor from kWeightNone, which is settled at construction.
     void SetFreqWeightAdj(WeightAdjust adjust);
-    /// Field `target`, if it is a Real, becomes `value`, itself plus `value`, or field `source` plus
-    /// `value`: as `source` is behind it or negative, is it, or is before it.
+    /// Field `target`, if it is a Real, becomes `value`, itself plus `value`, or field `source`
+    /// plus `value`: as `source` is behind it or negative, is it, or is before it.
     void SetVariableIncrement(int target, int source, double value);
     /// For good. Any thread.
     void SetCancelStatus();

@@ -235,9 +235,9 @@ HVRawDataIterator* HVSplitRawData::Impl::createIterator(const std::string& name,
                                                            std::vector<int>(), nullptr);
             iterator->SetFreqWeightAdj(adjust);
         } else {
-            iterator = std::make_unique<HVRawDataIterator>(
-                *readSource, std::vector<int>(), std::vector<MeasurementLevel>(), addCaseCount,
-                adjust, false, nullptr);
+            iterator = std::make_unique<HVRawDataIterator>(*readSource, std::vector<int>(),
+                                                           std::vector<MeasurementLevel>(),
+                                                           addCaseCount, adjust, false, nullptr);
         }
     } catch (const ErrorText& error) {
         fail(error, kLevelError);
@@ -326,8 +326,7 @@ bool HVSplitRawData::IsDataWriteFileOpen() const
     return _impl->store != nullptr;
 }
 
-HVRawDataIterator* HVSplitRawData::CreateHVRawDataIter(const std::string& name,
-                                                       WeightAdjust adjust,
+HVRawDataIterator* HVSplitRawData::CreateHVRawDataIter(const std::string& name, WeightAdjust adjust,
                                                        const ACAVarValidSpecs* specs,
                                                        const CFMetaData* metadata,
                                                        bool scoreIteration)
@@ -339,8 +338,7 @@ HVRawDataIterator* HVSplitRawData::CreateHVRawDataIter(const std::string& name,
     return _impl->iterator.get();
 }
 
-HVRawDataIterator* HVSplitRawData::CreateHVRawDataIter(const std::string& name,
-                                                       WeightAdjust adjust,
+HVRawDataIterator* HVSplitRawData::CreateHVRawDataIter(const std::string& name, WeightAdjust adjust,
                                                        bool excludeUserMissing,
                                                        const CFMetaData* metadata,
                                                        bool scoreIteration)
