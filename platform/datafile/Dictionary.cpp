@@ -20,7 +20,8 @@ constexpr int kSchema = 1;
 /// A dictionary is flat: nothing in it lies deeper than a value label.
 constexpr int kDeepest = 8;
 constexpr std::string_view kLevels[] = {"unknown", "nominal", "ordinal", "scale"};
-constexpr std::string_view kRoles[] = {"input", "target", "both", "none", "partition"};
+constexpr std::string_view kRoles[] = {"input", "target", "both", "none", "partition", "recordId"};
+constexpr std::string_view kTypes[] = {"number", "text"};
 constexpr std::size_t kMostMissing = 3;
 
 /// What is wrong with a text, before it is known whose text it is.
@@ -55,9 +56,13 @@ Json jsonOf(const DictionaryVariable& variable)
     Json json = {{"name", variable.name}};
     if (!variable.label.empty())
         json["label"] = variable.label;
+    if (variable.isText)
+        json["type"] = kTypes[1];
     if (variable.width > 0)
         json["width"] = variable.width;
     json["level"] = kLevels[static_cast<std::size_t>(variable.level)];
+    if (!variable.measure.empty())
+        json["measure"] = variable.measure;
     json["role"] = kRoles[static_cast<std::size_t>(variable.role)];
     if (variable.print.type != 0)
         json["print"] = jsonOf(variable.print);
@@ -200,19 +205,22 @@ DictionaryVariable variableOf(const Json& json)
         constexpr std::uint64_t kWidest = 32767;
         variable.label = textIn(json, "label");
         variable.width = static_cast<int>(countIn(json, "width", kWidest));
+        variable.isText = wordIn(json, "type", kTypes) == 1;
+        if (variable.width > 0 && !variable.isText)
+            throw Wrong{"a number has a width"};
+        variable.measure = textIn(json, "measure");
         variable.level = static_cast<DictionaryLevel>(wordIn(json, "level", kLevels));
         variable.role = static_cast<DictionaryRole>(wordIn(json, "role", kRoles));
         variable.print = formatIn(json, "print");
         variable.write = formatIn(json, "write");
-        const bool isString = variable.width > 0;
         if (const Json* labels = member(json, "valueLabels", isList, "a list"))
             for (const Json& label : *labels) {
                 if (!label.is_object() || !label.contains("value"))
                     throw Wrong{"a value label has no value"};
-                variable.valueLabels.emplace_back(valueOf(label["value"], isString),
+                variable.valueLabels.emplace_back(valueOf(label["value"], variable.isText),
                                                   textIn(label, "label"));
             }
-        variable.missing = missingIn(json, isString);
+        variable.missing = missingIn(json, variable.isText);
     } catch (const Wrong& wrong) {
         throw Wrong{"variable \"" + variable.name + "\": " + wrong.what};
     }

@@ -38,7 +38,8 @@ enum class DictionaryRole
     Target,
     Both,
     None,
-    Partition
+    Partition,
+    RecordId
 };
 
 /// Values that stand for a missing one: single ones, or a range with at most one more. An end that
@@ -57,8 +58,10 @@ struct DictionaryVariable
 {
     std::string name;
     std::string label;
-    int width = 0; ///< bytes of a text in the dictionary's encoding; 0 for everything else
+    bool isText = false;
+    int width = 0; ///< bytes of a text in the dictionary's encoding; 0 where nobody has counted
     DictionaryLevel level = DictionaryLevel::Unknown;
+    std::string measure; ///< the word of field metadata where it says more than the level
     DictionaryRole role = DictionaryRole::Input;
     DictionaryFormat print;
     DictionaryFormat write;

@@ -81,9 +81,9 @@ void adoptMetadata(Fields& fields, const Fields& model)
         const CFField* known = findField(model, field.GetName());
         if (!known)
             continue;
-        field.SetType(known->GetType());
-        field.SetRole(known->GetRole());
-        field.SetLabel(known->GetLabel());
+        const CFField::StorageType storage = field.GetStorage();
+        field = *known;
+        field.SetStorage(storage);
     }
 }
 

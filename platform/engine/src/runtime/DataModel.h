@@ -26,8 +26,7 @@ const CFField* findField(const Fields& fields, const std::string& name);
 /// The same, but letter case does not count, as it does not in the database's columns.
 const CFField* findFieldAnyCase(const Fields& fields, const std::string& name);
 
-/// The part of a data model that the names have in common with the fields: measure, role and label
-/// of each field whose name stands in `model`.
+/// What `model` says of the fields whose names stand in it: all but the storage.
 void adoptMetadata(Fields& fields, const Fields& model);
 
 } // namespace EmbeddedHV

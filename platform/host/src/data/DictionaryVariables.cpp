@@ -99,6 +99,11 @@ DictionaryMissing missingOf(const VEXA_Variable& variable, const Scale& scale)
     return missing;
 }
 
+bool isTime(CFField::StorageType storage)
+{
+    return storage == CFField::Date || storage == CFField::Time || storage == CFField::Timestamp;
+}
+
 } // namespace
 
 CFField::StorageType storageOfFormat(const VEXA_Format& format)
@@ -152,12 +157,17 @@ VEXA_Variable variableOf(const DictionaryVariable& described, CFField::StorageTy
     VEXA_Variable variable(width);
     variable.SetName(utf8ToHost(described.name));
     variable.SetLabel(utf8ToHost(described.label));
-    const VEXA_Format print =
+    VEXA_Format print =
         described.print.type != 0 ? formatOf(described.print) : formatOfStorage(storage, width);
+    // A column of dates is one whatever the format says, for its values are on that scale.
+    if (isTime(storage) && storageOfFormat(print) != storage)
+        print = formatOfStorage(storage, width);
     variable.SetFormat(print);
     variable.SetWriteFormat(described.write.type != 0 ? formatOf(described.write) : print);
     variable.SetMeasurementLevel(static_cast<MeasurementLevel>(described.level));
-    variable.SetRole(static_cast<int>(described.role));
+    // The host has no role for what only numbers the cases.
+    variable.SetRole(described.role == DictionaryRole::RecordId ? static_cast<int>(kRoleNone)
+                                                                : static_cast<int>(described.role));
     const Scale scale{storageOfFormat(print)};
     VEXA_ValueLabelMap labels(width);
     for (const auto& [value, label] : described.valueLabels) {
@@ -177,6 +187,7 @@ DictionaryVariable descriptionOf(const VEXA_Variable& variable)
     described.name = hostToUtf8(variable.GetName());
     if (const char* label = variable.GetLabel())
         described.label = hostToUtf8(label);
+    described.isText = variable.GetType() > 0;
     described.width = variable.GetType();
     const auto level = static_cast<int>(variable.GetMeasurementLevel());
     described.level = static_cast<DictionaryLevel>(level >= 0 && level <= 3 ? level : 0);

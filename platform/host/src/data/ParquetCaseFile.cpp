@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <map>
+
+#include "CFMetaData.h"
 
 #include "ErrorText.h"
 #include "FileServices.h"
@@ -6,6 +9,7 @@
 #include "data/DictionaryVariables.h"
 #include "data/HostDatabase.h"
 #include "datafile/ColumnTypes.h"
+#include "datafile/FieldDictionary.h"
 #include "datafile/FileTables.h"
 #include "datafile/NativePath.h"
 #include "datafile/SqlQuoting.h"
@@ -32,6 +36,7 @@ private:
     void unseal();
     void findColumns();
     void readDictionary();
+    datafile::Dictionary dictionaryOfModel(const std::string& xml) const;
     void describeColumns();
     void measureTexts();
     void check(const datafile::DictionaryVariable& described, CFField::StorageType storage) const;
@@ -44,7 +49,6 @@ private:
     std::shared_ptr<Relation> _relation;
     std::vector<std::string> _names;
     datafile::Dictionary _dictionary;
-    bool _hasDictionary = false;
     std::vector<datafile::DictionaryVariable> _described; ///< of each column
 };
 
@@ -78,22 +82,44 @@ void ParquetOpening::findColumns()
     }
 }
 
+/// A data model that cannot be read counts as none: the columns are there all the same.
+datafile::Dictionary ParquetOpening::dictionaryOfModel(const std::string& xml) const
+{
+    datafile::Fields fields;
+    try {
+        const CFMetaData model(xml);
+        for (std::size_t i = 0; i < model.FieldCount(); ++i) {
+            const CFField& field = *model.GetField(i);
+            if (std::find(_names.begin(), _names.end(), field.GetName()) != _names.end())
+                fields.push_back(field);
+        }
+    } catch (const CFMetaDataError&) {
+        fields.clear();
+    }
+    return datafile::dictionaryOfFields(fields);
+}
+
 void ParquetOpening::readDictionary()
 {
     const std::string text =
         datafile::parquetMetadata(*_connection, _readable, datafile::kDictionaryKey);
-    _hasDictionary = !text.empty();
-    if (_hasDictionary)
+    if (!text.empty()) {
         _dictionary = datafile::dictionaryOf(text, _path);
+        return;
+    }
+    const std::string model =
+        datafile::parquetMetadata(*_connection, _readable, datafile::kDataModelKey);
+    if (!model.empty())
+        _dictionary = dictionaryOfModel(model);
 }
 
 /// A dictionary that contradicts its data is worth less than none.
 void ParquetOpening::check(const datafile::DictionaryVariable& described,
                            CFField::StorageType storage) const
 {
-    if ((described.width > 0) != (storage == CFField::String))
+    if (described.isText != (storage == CFField::String))
         throw ErrorText(_path + ": variable \"" + described.name + "\" is " +
-                        (described.width > 0 ? "a text" : "a number") +
+                        (described.isText ? "a text" : "a number") +
                         " in the dictionary, but not in the data");
 }
 
@@ -112,6 +138,7 @@ void ParquetOpening::describeColumns()
             known.erase(found);
         }
         described.name = _names[i];
+        described.isText = storage == CFField::String;
         _described.push_back(described);
     }
     if (!known.empty())
@@ -165,7 +192,7 @@ CaseFileSource ParquetOpening::open()
     for (std::size_t i = 0; i < _names.size(); ++i) {
         const datafile::DictionaryVariable& described = _described[i];
         // A width that counts in another encoding is a width in UTF-8 at the least.
-        const bool ours = !_hasDictionary || _dictionary.encoding == page->name();
+        const bool ours = _dictionary.encoding == page->name();
         const int width = described.width == 0 || ours
                               ? described.width
                               : hostWidth(3 * static_cast<std::size_t>(described.width));
