@@ -10,9 +10,9 @@
 #include "data/HVDataModel.h"
 #include "support/HostScopes.h"
 
-// Every allocation of this program is counted: the row loop must make none.
+// Every allocation of a thread is counted: the row loop must make none.
 namespace {
-long long allocations = 0;
+thread_local long long allocations = 0;
 }
 void* operator new(std::size_t size)
 {
