@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <ostream>
 
 #include <minizip/unzip.h>
 
-#include "ExtNameStr.h"
 #include "MultiByte.h"
+#include "support/ArchiveEnd.h"
 #include "support/DirectorySpecific.h"
 #include "support/ExtractionFolder.h"
 #include "support/Files.h"
@@ -31,17 +30,6 @@ constexpr std::uint64_t kMostEntries = 1'000'000;
 // value for "more".
 constexpr std::uint64_t kCountUnknown = 0xffff;
 
-// 0 for a file that cannot be read.
-std::uint64_t fileSize(const std::string& path)
-{
-    std::FILE* const file = ExtNameStr::fopen(ExtNameStr(path), "rb");
-    if (file == nullptr)
-        return 0;
-    const long size = std::fseek(file, 0, SEEK_END) == 0 ? std::ftell(file) : 0;
-    std::fclose(file);
-    return size > 0 ? static_cast<std::uint64_t>(size) : 0;
-}
-
 } // namespace
 
 /// The archive, and the result that decides whether it is touched again.
@@ -58,11 +46,9 @@ struct ZipReader::Impl
     Impl() = default;
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;
-    ~Impl()
-    {
-        if (handle != nullptr)
-            unzClose(handle);
-    }
+    ~Impl() { close(); }
+
+    void close();
 
     bool openArchive(const std::string& archive);
     bool locate(const std::string& name);
@@ -86,14 +72,27 @@ bool ZipReader::Impl::openArchive(const std::string& archive)
         return false;
     zlib_filefunc_def functions = hostFileFunctions();
     handle = unzOpen2(archive.c_str(), &functions);
-    if (handle == nullptr)
-        return false;
     unz_global_info info = {};
-    lastResult = unzGetGlobalInfo(handle, &info);
+    unzGetGlobalInfo(handle, &info);
+    const ArchiveEnd end(archive);
+    // Where minizip sees no entries there may be some, and where it sees no archive an empty one.
+    // Without a handle it has nothing to go to, and says so whatever it is asked.
+    if (info.number_entry == 0 && !end.isOfEmptyArchive()) {
+        close();
+        return false;
+    }
+    lastResult = UNZ_OK;
     entryCount = static_cast<std::uint32_t>(info.number_entry);
-    allowance = std::max(kAllowedAnyway, kAllowedRatio * fileSize(archive));
+    allowance = std::max(kAllowedAnyway, kAllowedRatio * end.fileSize());
     path = archive;
     return true;
+}
+
+void ZipReader::Impl::close()
+{
+    if (handle != nullptr)
+        unzClose(handle);
+    handle = nullptr;
 }
 
 bool ZipReader::Impl::locate(const std::string& name)

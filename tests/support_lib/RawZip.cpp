@@ -91,7 +91,7 @@ RawZip& RawZip::share(const RawEntry& entry)
     put(_directory, 0x02014b50, 4);
     put(_directory, entry.madeBy, 2);
     putCommonFields(_directory, entry);
-    put(_directory, 0, 10);
+    put(_directory, 0, 8);
     put(_directory, entry.attributes, 4);
     put(_directory, _lastOffset, 4);
     _directory += entry.name;
