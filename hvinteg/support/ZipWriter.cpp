@@ -126,9 +126,10 @@ bool ZipWriter::Impl::addStream(const std::string& name, std::istream& stream)
 
 bool ZipWriter::Impl::addFile(const std::string& name, const std::string& filePath)
 {
-    // To open a pipe would wait for somebody to write into it.
+    // A directory opens too, and to open a pipe would wait for somebody to write into it.
     const ExtNameStr file(FormalizeFilePath(filePath, false));
-    if (lastResult != ZIP_OK || FileAttributesOf(file.GetU16()) != FileKind::File ||
+    const FileKind kind = FileAttributesOf(file.GetU16());
+    if (lastResult != ZIP_OK || kind == FileKind::Directory || kind == FileKind::Special ||
         isArchive(file.GetGeneric()))
         return false;
     std::ifstream stream;

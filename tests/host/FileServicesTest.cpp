@@ -113,6 +113,38 @@ TEST(ExtName, ANulInANameOpensNothing)
     EXPECT_EQ(list(folder.path, "*"), "a|");
 }
 
+TEST(ExtName, RenamingTakesThePlaceOfAFile)
+{
+    const ScopedFolder folder;
+    writeFile(folder.name("a"), "new");
+    writeFile(folder.name("b"), "old");
+    const ExtNameStr target(folder.name("b"));
+    EXPECT_EQ(ExtNameStr::rename(ExtNameStr(folder.name("a")), target), 0);
+    std::string text;
+    EXPECT_TRUE(FetchFile::fetch(folder.name("b"), text));
+    EXPECT_EQ(text, "new");
+    EXPECT_EQ(ExtNameStr::rename(ExtNameStr(folder.name("a")), target), -1);
+    EXPECT_EQ(ExtNameStr::rename(target, ExtNameStr("")), -1);
+    EXPECT_EQ(list(folder.path, "*"), "b|");
+}
+
+TEST(FileServices, LinksAreResolved)
+{
+    const ScopedFolder folder;
+    std::filesystem::create_directory(native(folder.name("real")));
+    std::filesystem::create_directory_symlink("real", native(folder.name("link")));
+    writeFile(folder.name("real\\file"), "x");
+    std::string whole;
+    ASSERT_EQ(ResolveFileSpecification(folder.name("real/file"), whole), 0);
+    std::string resolved;
+    EXPECT_EQ(ResolveFileSpecification(folder.name("link\\.\\file"), resolved), 0);
+    EXPECT_EQ(resolved, whole);
+    for (const std::string& name : {folder.name("link\\missing"), std::string()}) {
+        EXPECT_NE(ResolveFileSpecification(name, resolved), 0);
+        EXPECT_EQ(resolved, "");
+    }
+}
+
 TEST(FileServices, NamesBecomeAbsoluteAndTidy)
 {
     std::string here = std::filesystem::current_path().string();
@@ -162,6 +194,7 @@ TEST(FileServices, DirectoriesAreToldFromFiles)
     EXPECT_EQ(FileAttributesOf(ExtNameStr(folder.path).GetU16()), FileKind::Directory);
     EXPECT_EQ(FileAttributesOf(ExtNameStr(folder.name("file")).GetU16()), FileKind::File);
     EXPECT_EQ(FileAttributesOf(u"\\no\\such"), FileKind::None);
+    EXPECT_EQ(FileAttributesOf(u"\\dev\\null"), FileKind::Special);
 }
 
 TEST(FileServices, AFileTellsItsState)

@@ -47,6 +47,7 @@ TEST(Zip, PacksATreeAndUnpacksIt)
                                                          {"tree/chunk", noise(8192)},
                                                          {"tree/deep/er/big", noise(300001)},
                                                          {"tree/deep/größe 🐧.csv", "a;b\r\n"},
+                                                         {"tree/bad\xff", "no UTF-8"},
                                                          {"tree/zeros", std::string(100000, '\0')}};
     for (const auto& [name, content] : files)
         scratch.put(name, content);
@@ -54,7 +55,8 @@ TEST(Zip, PacksATreeAndUnpacksIt)
     fs::create_symlink(scratch.path / "tree/chunk", scratch.path / "tree/link");
     // The archive stands in the tree and must not eat itself.
     ASSERT_TRUE(ZipDir(scratch.host + "tree\\self.zip", scratch.host + "tree"));
-    EXPECT_EQ(walk(scratch.host + "tree\\self.zip"), (Names{{"chunk", false},
+    EXPECT_EQ(walk(scratch.host + "tree\\self.zip"), (Names{{"bad\xff", false},
+                                                            {"chunk", false},
                                                             {"deep\\", true},
                                                             {"deep\\er\\", true},
                                                             {"deep\\er\\big", false},
