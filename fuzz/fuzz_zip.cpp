@@ -20,8 +20,8 @@ class Workshop
 public:
     Workshop()
     {
-        char name[] = "/tmp/fuzz_zip_XXXXXX";
-        if (mkdtemp(name) == nullptr)
+        std::string name = (fs::temp_directory_path() / "fuzz_zip_XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr)
             std::abort();
         _path = name;
     }

@@ -1,6 +1,9 @@
 #pragma once
 
-#include <fstream>
+#include <cstdio>
+#include <memory>
+#include <ostream>
+#include <streambuf>
 #include <string>
 
 #include "ExtNameStr.h"
@@ -17,16 +20,30 @@ public:
     ReplacementFile(const ReplacementFile&) = delete;
     ReplacementFile& operator=(const ReplacementFile&) = delete;
 
-    bool isOpen() const { return _stream.is_open(); }
+    bool isOpen() const { return _buffer.file != nullptr; }
     std::ostream& stream() { return _stream; }
     /// Gives the file its name. False if not all of it could be written.
     bool finish();
 
 private:
-    bool reserveName(const std::string& directory);
+    /// Hands what a stream gets to a C file, which takes over only a name that nobody has, and
+    /// gathers small chunks: a std::ofstream writes each of them on its own.
+    class FileBuffer : public std::streambuf
+    {
+    public:
+        std::FILE* file = nullptr;
+
+    private:
+        std::streamsize xsputn(const char* bytes, std::streamsize size) override;
+        int_type overflow(int_type character) override;
+    };
+
+    std::FILE* createBeside(const std::string& directory);
+    bool close();
 
     ExtNameStr _target;
     ExtNameStr _unfinished;
-    bool _exists = false;
-    std::ofstream _stream;
+    std::unique_ptr<char[]> _gathered;
+    FileBuffer _buffer;
+    std::ostream _stream{&_buffer};
 };
