@@ -83,6 +83,35 @@ TEST(ExtName, ANulInANameOpensNothing)
     EXPECT_TRUE(scratch.has("a"));
 }
 
+TEST(ExtName, RenamingTakesThePlaceOfAFile)
+{
+    const ScratchFolder scratch;
+    scratch.put("a", "new");
+    scratch.put("b", "old");
+    const ExtNameStr target(scratch.name("b"));
+    EXPECT_EQ(ExtNameStr::rename(ExtNameStr(scratch.name("a")), target), 0);
+    EXPECT_EQ(scratch.read("b"), "new");
+    EXPECT_EQ(ExtNameStr::rename(ExtNameStr(scratch.name("a")), target), -1);
+    EXPECT_EQ(ExtNameStr::rename(target, ExtNameStr("")), -1);
+    EXPECT_FALSE(scratch.has("a"));
+}
+
+TEST(FileServices, LinksAreResolved)
+{
+    const ScratchFolder scratch;
+    scratch.put("real/file");
+    std::filesystem::create_directory_symlink("real", scratch.path / "link");
+    std::string whole;
+    ASSERT_EQ(ResolveFileSpecification(scratch.name("real/file"), whole), 0);
+    std::string resolved;
+    EXPECT_EQ(ResolveFileSpecification(scratch.name("link\\.\\file"), resolved), 0);
+    EXPECT_EQ(resolved, whole);
+    for (const std::string& name : {scratch.name("link\\missing"), std::string()}) {
+        EXPECT_NE(ResolveFileSpecification(name, resolved), 0);
+        EXPECT_EQ(resolved, "");
+    }
+}
+
 TEST(FileServices, NamesBecomeAbsoluteAndTidy)
 {
     std::string here = std::filesystem::current_path().string();
@@ -108,6 +137,16 @@ TEST(FileServices, NamesBecomeAbsoluteAndTidy)
     EXPECT_STREQ(small, "keep");
     EXPECT_EQ(ExpandFileSpecification("\\abc", small, sizeof(small)), 0);
     EXPECT_STREQ(small, "\\abc");
+}
+
+TEST(FileServices, NamesAreToldByTheirKind)
+{
+    const ScratchFolder scratch;
+    scratch.put("file");
+    EXPECT_EQ(FileAttributesOf(ExtNameStr(scratch.folder).GetU16()), FileKind::Directory);
+    EXPECT_EQ(FileAttributesOf(ExtNameStr(scratch.name("file")).GetU16()), FileKind::File);
+    EXPECT_EQ(FileAttributesOf(u"\\no\\such"), FileKind::None);
+    EXPECT_EQ(FileAttributesOf(u"\\dev\\null"), FileKind::Special);
 }
 
 TEST(FileServices, AFileTellsItsState)
