@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "CFMetaData.h"
+
 using namespace EngineTest;
 using testing::HasSubstr;
 
@@ -156,6 +158,48 @@ TEST_F(ReadWriteTest, ADataModelFixesTypesNamesAndLabels)
                   "type": "hvbf"}))");
     EXPECT_THAT(EngineFixture::read("o.xml"),
                 testing::AllOf(HasSubstr("How many"), HasSubstr("ordinal"), HasSubstr("target")));
+}
+
+TEST_F(ReadWriteTest, WhatIsKnownOfValuesTravelsWithTheField)
+{
+    write("m.xml", R"(<DataModel><Field name="n" storage="integer" role="split"><Label>N</Label>
+        <Format type="5" width="8" decimals="2"/><Values><Value value="1"/></Values>
+        <ValueLabels><Value value="1" label="one"/></ValueLabels>
+        <MissingValues><Range><Lower value="9"/></Range></MissingValues></Field></DataModel>)");
+    write("in.csv", "n,s\n1,a\n2,b\n");
+    // The model of a field that went through steps, by way of a file.
+    const auto through = [&](const std::string& steps) {
+        const auto listener = run(R"(val d = read({"filesystem": {"locations": [
+            {"path": "$DIR/in.csv", "parser": {"name": "csv", "config": {"hasHeader": true}}}],
+            "dataModel": "$DIR/m.xml"}})
+            )" + steps + R"( -> write({"dataDestination": "$DIR/o.hvbf",
+            "dataModelDestination": "$DIR/o.xml", "type": "hvbf"})
+            read({"filesystem": {"locations": [{"path": "$DIR/o.hvbf", "parser": {"name": "hvbf",
+            "config": {}}}]}}) -> write({"dataDestination": "$DIR/p.csv",
+            "dataModelDestination": "$DIR/p.xml", "type": "text/csv"}))");
+        EXPECT_EQ(listener.ending, "success") << listener.errorText;
+        EXPECT_EQ(EngineFixture::read("p.xml"), EngineFixture::read("o.xml"));
+        return *CFMetaData(EngineFixture::read("p.xml")).GetField("n");
+    };
+    const CFField known = *CFMetaData(EngineFixture::read("m.xml")).GetField("n");
+    EXPECT_EQ(through(R"(d -> filterRecords(_, c => x => x.n < 2))"), known);
+    EXPECT_EQ(through(R"(d -> aggregate({"output": [{"function": "key", "input": "n",
+        "outName": "n"}]}))"),
+              known);
+
+    write("r.csv", "n\n1.5\n");
+    CFField expected = known;
+    expected.SetStorage(CFField::Real);
+    EXPECT_EQ(through(R"(val e = read({"filesystem": {"locations": [{"path": "$DIR/r.csv",
+        "parser": {"name": "csv", "config": {"hasHeader": true}}}]}})
+        union({}, a: d, b: e))"),
+              expected);
+    expected = known;
+    expected.SetValues({});
+    EXPECT_EQ(through(R"(d -> reclassifyField(_, c => x => ("n", x.n + 1)))"), expected);
+    expected = CFField("n", CFField::Nominal, CFField::String, CFField::Split);
+    expected.SetLabel("N");
+    EXPECT_EQ(through(R"(d -> reclassifyField(_, c => x => ("n", x.s)))"), expected);
 }
 
 struct FaultCase

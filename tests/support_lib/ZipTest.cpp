@@ -174,7 +174,7 @@ TEST(Zip, AWriterIsNotHarmedByAFileThatItCannotRead)
     ZipWriter* const writer = &closed;
     EXPECT_TRUE(writer->Open(archive));
     for (const char* name : {"missing", "dir", "pipe", "a.zip", ""})
-        EXPECT_FALSE(writer->AddFile("entry", scratch.host + name)) << name;
+        EXPECT_FALSE(writer->AddFile("entry", scratch.folder + "\\" + name)) << name;
     EXPECT_TRUE(writer->AddString("after", "all is well"));
 }
 
@@ -247,7 +247,7 @@ TEST(Zip, AFileIsReplacedOnlyWhereThatDoesNoHarm)
     ASSERT_EQ(::mkfifo((scratch.path / "pipe").c_str(), 0600), 0);
     ZipReader reader(scratch.folder + "\\a.zip");
     for (const char* name : {"fixed", "dir", "pipe", "dir\\", "no\\dir", ""})
-        EXPECT_FALSE(reader.ExportFile(scratch.host + name)) << name;
+        EXPECT_FALSE(reader.ExportFile(scratch.folder + "\\" + name)) << name;
     EXPECT_EQ(scratch.read("fixed"), "old");
     EXPECT_TRUE(fs::is_fifo(scratch.path / "pipe"));
     // A name of a file that was left by a program that died.
@@ -287,10 +287,10 @@ TEST(Zip, PathsAndNamesAreInTheHostsEncoding)
     // The second byte of this letter is that of a backslash.
     const std::string letter = "\x95\x5c";
     scratch.put("tree/表", "table");
-    EXPECT_TRUE(ZipDir(scratch.host + letter + ".zip", scratch.folder + "\\tree"));
+    EXPECT_TRUE(ZipDir(scratch.folder + "\\" + letter + ".zip", scratch.folder + "\\tree"));
     EXPECT_TRUE(scratch.has("表.zip"));
-    EXPECT_EQ(walk(scratch.host + letter + ".zip"), (Names{{letter, false}}));
-    EXPECT_TRUE(UnzipToDir(scratch.host + letter + ".zip", scratch.folder + "\\out"));
+    EXPECT_EQ(walk(scratch.folder + "\\" + letter + ".zip"), (Names{{letter, false}}));
+    EXPECT_TRUE(UnzipToDir(scratch.folder + "\\" + letter + ".zip", scratch.folder + "\\out"));
     EXPECT_EQ(scratch.read("out/表"), "table");
     ASSERT_TRUE(SetDefaultCodePage(before));
 }

@@ -34,9 +34,9 @@ TEST(ZipTools, ArchivesOfZipAreUnpacked)
                            "zip -r - . | cat >../c.zip)"),
               0);
     for (const std::string name : {"a", "b", "c"}) {
-        ASSERT_TRUE(UnzipToDir(scratch.host + name + ".zip", scratch.host + name)) << name;
+        ASSERT_TRUE(UnzipToDir(scratch.folder + "\\" + name + ".zip", scratch.folder + "\\" + name)) << name;
         EXPECT_EQ(run(scratch, "diff -r tree " + name), 0) << name;
-        ZipReader reader(scratch.host + name + ".zip");
+        ZipReader reader(scratch.folder + "\\" + name + ".zip");
         std::string text;
         EXPECT_TRUE(reader.GotoFile("sub\\deep\\größe") && reader.ExportString(text)) << name;
         EXPECT_EQ(text, "text");
@@ -67,10 +67,10 @@ TEST(ZipTools, LinksAndEncryptedFilesAreRefused)
         run(scratch, "ln -s /etc link && zip -y link.zip link && zip -P word locked.zip secret"),
         0);
     for (const char* name : {"link.zip", "locked.zip"}) {
-        EXPECT_FALSE(UnzipToDir(scratch.host + name, scratch.folder + "\\out")) << name;
+        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\" + name, scratch.folder + "\\out")) << name;
         EXPECT_TRUE(std::filesystem::is_empty(scratch.path / "out")) << name;
         std::string text;
-        EXPECT_FALSE(ZipReader(scratch.host + name).ExportString(text)) << name;
+        EXPECT_FALSE(ZipReader(scratch.folder + "\\" + name).ExportString(text)) << name;
     }
 }
 

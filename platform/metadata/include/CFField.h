@@ -17,7 +17,9 @@
 class METADATA_API CFField
 {
 public:
-    enum FieldType
+    /// Callers cast numbers into the enumerations, so any value may come; one that is not listed
+    /// has no word.
+    enum FieldType : int
     {
         Continuous = 0,
         Nominal = 1,
@@ -26,7 +28,7 @@ public:
         Discrete = 4,
         Typeless = 5
     };
-    enum StorageType
+    enum StorageType : int
     {
         Unknown = 0,
         Integer = 1,
@@ -36,7 +38,7 @@ public:
         Time = 5,
         Timestamp = 6
     };
-    enum RoleType
+    enum RoleType : int
     {
         Input = 0,
         Target = 1,

@@ -9,7 +9,7 @@
 class METADATA_API CFGeo
 {
 public:
-    enum Type
+    enum Type : int
     {
         Point = 0,
         MultiPoint = 1,

@@ -12,7 +12,7 @@ class METADATA_API CFValue
 {
 public:
     /// What a list says of its value.
-    enum Property
+    enum Property : int
     {
         Valid = 0,
         Invalid = 1,

@@ -7,6 +7,15 @@
 #include "expression/FieldTypes.h"
 
 namespace EmbeddedHV {
+namespace {
+
+bool isNumber(CFField::StorageType storage)
+{
+    return storage == CFField::Integer || storage == CFField::Real;
+}
+
+} // namespace
+
 CFField plainField(const std::string& name, CFField::StorageType storage)
 {
     return {name, defaultMeasure(storage), storage};
@@ -75,6 +84,19 @@ const CFField* findFieldAnyCase(const Fields& fields, const std::string& name)
     return found == fields.end() ? nullptr : &*found;
 }
 
+void changeStorage(CFField& field, CFField::StorageType storage)
+{
+    if (field.GetStorage() == storage)
+        return;
+    if (isNumber(field.GetStorage()) && isNumber(storage)) {
+        field.SetStorage(storage);
+        return;
+    }
+    CFField changed(field.GetName(), field.GetType(), storage, field.GetRole());
+    changed.SetLabel(field.GetLabel());
+    field = changed;
+}
+
 void adoptMetadata(Fields& fields, const Fields& model)
 {
     for (CFField& field : fields) {
@@ -83,7 +105,7 @@ void adoptMetadata(Fields& fields, const Fields& model)
             continue;
         const CFField::StorageType storage = field.GetStorage();
         field = *known;
-        field.SetStorage(storage);
+        changeStorage(field, storage);
     }
 }
 

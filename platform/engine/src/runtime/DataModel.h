@@ -26,7 +26,12 @@ const CFField* findField(const Fields& fields, const std::string& name);
 /// The same, but letter case does not count, as it does not in the database's columns.
 const CFField* findFieldAnyCase(const Fields& fields, const std::string& name);
 
-/// What `model` says of the fields whose names stand in it: all but the storage.
+/// Gives a field another storage. What is known of its values stays where they remain comparable,
+/// as integer and real numbers do; else only measure, role and label stay.
+void changeStorage(CFField& field, CFField::StorageType storage);
+
+/// The part of a data model that the names have in common with the fields: all but the storage of
+/// each field whose name stands in `model`.
 void adoptMetadata(Fields& fields, const Fields& model);
 
 } // namespace EmbeddedHV

@@ -96,8 +96,8 @@ std::string filledIn(const char* sql, const std::string& column, const std::stri
 CFField resultField(const std::string& name, const Function& function, const CFField* input)
 {
     if (function.name == "key") {
-        CFField key(name, input->GetType(), input->GetStorage(), input->GetRole());
-        key.SetLabel(input->GetLabel());
+        CFField key = *input;
+        key.SetName(name);
         return key;
     }
     if (function.gives == Gives::Integer)

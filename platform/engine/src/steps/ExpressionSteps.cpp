@@ -36,6 +36,23 @@ MadeField madeField(const StepCall& call)
     return made;
 }
 
+/// A field with new values: which ones occur is not known, and what labels and missing values say
+/// of them holds for values of the same storage alone.
+CFField reclassifiedField(const CFField& old, CFField::StorageType storage)
+{
+    const bool same = storage == old.GetStorage();
+    CFField changed(old.GetName(), same ? old.GetType() : defaultMeasure(storage), storage,
+                    old.GetRole());
+    changed.SetLabel(old.GetLabel());
+    if (!same)
+        return changed;
+    changed.SetValueLabels(old.GetValueLabels());
+    changed.SetMissingValues(old.GetMissingValues());
+    if (old.GetPrivateFormat())
+        changed.SetPrivateFormat(*old.GetPrivateFormat());
+    return changed;
+}
+
 } // namespace
 
 /// A new field behind the others.
@@ -57,11 +74,7 @@ StepResult planDeriveField(StepCall& call)
 StepResult planReclassifyField(StepCall& call)
 {
     const MadeField made = madeField(call);
-    const CFField& old = call.inputField(made.name);
-    CFField changed(made.name,
-                    made.storage == old.GetStorage() ? old.GetType() : defaultMeasure(made.storage),
-                    made.storage, old.GetRole());
-    changed.SetLabel(old.GetLabel());
+    const CFField changed = reclassifiedField(call.inputField(made.name), made.storage);
     Fields fields = call.input()->fields;
     std::replace_if(
         fields.begin(), fields.end(),

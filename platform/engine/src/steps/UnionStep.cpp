@@ -26,9 +26,7 @@ void widen(CFField& field, const CFField& other, const std::string& step)
                                                  typeWordOf(field.GetStorage()) +
                                                  " in one input and " +
                                                  typeWordOf(other.GetStorage()) + " in another");
-    CFField wider(field.GetName(), field.GetType(), storageOf(*common), field.GetRole());
-    wider.SetLabel(field.GetLabel());
-    field = wider;
+    changeStorage(field, storageOf(*common));
 }
 
 std::vector<UnionField> matchedByPosition(const StepCall& call)
