@@ -60,7 +60,8 @@ TEST(ZipDamage, IsNeverGivenOutAsContent)
         std::string content = "as before";
         EXPECT_FALSE(ZipReader(scratch.folder + "\\a.zip").ExportString(content)) << row.what;
         EXPECT_EQ(content, "") << row.what;
-        EXPECT_FALSE(ZipReader(scratch.folder + "\\a.zip").ExportFile(scratch.folder + "\\out\\bad"))
+        EXPECT_FALSE(
+            ZipReader(scratch.folder + "\\a.zip").ExportFile(scratch.folder + "\\out\\bad"))
             << row.what;
         EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << row.what;
         EXPECT_EQ(scratch.read("out/bad"), "old") << row.what;

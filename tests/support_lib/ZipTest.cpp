@@ -56,15 +56,15 @@ TEST(Zip, PacksATreeAndUnpacksIt)
     // The archive stands in the tree and must not eat itself.
     ASSERT_TRUE(ZipDir(scratch.folder + "\\tree\\self.zip", scratch.folder + "\\tree"));
     EXPECT_EQ(walk(scratch.folder + "\\tree\\self.zip"), (Names{{"bad\xff", false},
-                                                            {"chunk", false},
-                                                            {"deep\\", true},
-                                                            {"deep\\er\\", true},
-                                                            {"deep\\er\\big", false},
-                                                            {"deep\\größe 🐧.csv", false},
-                                                            {"empty.txt", false},
-                                                            {"hollow\\", true},
-                                                            {"link", false},
-                                                            {"zeros", false}}));
+                                                                {"chunk", false},
+                                                                {"deep\\", true},
+                                                                {"deep\\er\\", true},
+                                                                {"deep\\er\\big", false},
+                                                                {"deep\\größe 🐧.csv", false},
+                                                                {"empty.txt", false},
+                                                                {"hollow\\", true},
+                                                                {"link", false},
+                                                                {"zeros", false}}));
     ASSERT_TRUE(UnzipToDir(scratch.folder + "\\tree\\self.zip", scratch.folder + "\\out"));
     for (const auto& [name, content] : files)
         EXPECT_EQ(scratch.read("out" + std::string(name).substr(4)), content) << name;

@@ -34,7 +34,8 @@ TEST(ZipTools, ArchivesOfZipAreUnpacked)
                            "zip -r - . | cat >../c.zip)"),
               0);
     for (const std::string name : {"a", "b", "c"}) {
-        ASSERT_TRUE(UnzipToDir(scratch.folder + "\\" + name + ".zip", scratch.folder + "\\" + name)) << name;
+        ASSERT_TRUE(UnzipToDir(scratch.folder + "\\" + name + ".zip", scratch.folder + "\\" + name))
+            << name;
         EXPECT_EQ(run(scratch, "diff -r tree " + name), 0) << name;
         ZipReader reader(scratch.folder + "\\" + name + ".zip");
         std::string text;
