@@ -85,23 +85,16 @@ INSTANTIATE_TEST_SUITE_P(Values, NewObject,
                                          valueCase("bool", "java/lang/Boolean", true)),
                          [](const auto& rule) { return rule.param.name; });
 
-TEST_F(AccessorTest, AWrapperOfALocalReferenceDeletesIt)
-{
-    {
-        JNIHvlAccessor accessor;
-        accessor.init(localObject(), false);
-        EXPECT_EQ(jni().liveLocals(), 2) << "the object and its class";
-    }
-    EXPECT_EQ(jni().liveLocals(), 0);
-}
-
-TEST_F(AccessorTest, AGlobalReferenceOutlivesItsWrapper)
+TEST_F(AccessorTest, LocalReferencesEndWithTheirWrapperGlobalOnesLater)
 {
     jobject kept = nullptr;
     {
-        JNIHvlAccessor accessor;
-        accessor.init("java/util/ArrayList", true);
-        kept = accessor.getObject();
+        JNIHvlAccessor local;
+        local.init(localObject(), false);
+        EXPECT_EQ(jni().liveLocals(), 2) << "the object and its class";
+        JNIHvlAccessor global;
+        global.init("java/util/ArrayList", true);
+        kept = global.getObject();
     }
     EXPECT_EQ(jni().liveLocals(), 0);
     EXPECT_EQ(jni().liveGlobals(), 1);
@@ -110,11 +103,10 @@ TEST_F(AccessorTest, AGlobalReferenceOutlivesItsWrapper)
     EXPECT_EQ(jni().liveGlobals(), 0);
 }
 
-TEST_F(AccessorTest, CopiesOfALocalWrapperHaveReferencesOfTheirOwn)
+TEST_F(AccessorTest, CopiesShareGlobalReferencesButNotLocalOnes)
 {
-    jobject const object = localObject();
     auto first = std::make_unique<JNIHvlAccessor>();
-    first->init(object, false);
+    first->init(localObject(), false);
     JNIHvlAccessor second(*first);
     JNIHvlAccessor third;
     third.init(localObject(), false);
@@ -126,14 +118,11 @@ TEST_F(AccessorTest, CopiesOfALocalWrapperHaveReferencesOfTheirOwn)
     EXPECT_EQ(env()->GetObjectRefType(second.getObject()), JNILocalRefType);
     EXPECT_TRUE(env()->IsSameObject(second.getObject(), third.getObject()));
     EXPECT_FALSE(second.getObject() == third.getObject());
-}
 
-TEST_F(AccessorTest, CopiesOfAGlobalWrapperShareTheObject)
-{
-    JNIJSONArray first;
-    JNIJSONArray second = first;
-    first.add(1);
-    EXPECT_EQ(second.serialize(), "[1]");
+    JNIJSONArray array;
+    JNIJSONArray copy = array;
+    array.add(1);
+    EXPECT_EQ(copy.serialize(), "[1]");
     EXPECT_EQ(jni().liveGlobals(), 1);
 }
 
