@@ -134,19 +134,6 @@ class ProgramTest
                                                   null));
         refused(() -> _program.createContainer(null, "u", true), "no name");
         refused(() -> _program.createContainer("c", null, true), "\"c\"");
-    }
-
-    @Test
-    void containersOutsideAProgramAreOneArray()
-    {
-        assertEquals("[{\"export\":true,\"name\":\"a\",\"uri\":\"u\"},"
-                         + "{\"name\":\"b\",\"uri\":\"v\"}]",
-                     HvlHelpers.formatContainerListJSON(new String[] {"a", "b"},
-                                                        new String[] {"u", "v"},
-                                                        new boolean[] {true, false}));
-        assertEquals("[]", HvlHelpers.formatContainerListJSON(null, null, null));
-        assertEquals("[]", HvlHelpers.formatContainerListJSON(new String[0], new String[0],
-                                                              new boolean[0]));
         refused(() -> HvlHelpers.formatContainerListJSON(new String[1], new String[2],
                                                          new boolean[1]), "2 addresses");
     }
@@ -177,7 +164,7 @@ class ProgramTest
         HvlFunction a = _composer.open("read", null);
         HvlFunction b = _composer.open("read", null);
         JSONObject json = Composer.json("{\"k\":1}");
-        HvlExpression call = _composer.template("toReal(3)");
+        HvlExpression call = _composer.template(" toReal(3)");
         List<HvlContainer> containers = Arrays.asList(
             null, _program.createContainer("c", "u", false));
         HvlFunction bound = _composer.general(

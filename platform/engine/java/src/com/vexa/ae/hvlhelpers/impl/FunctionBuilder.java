@@ -90,7 +90,7 @@ public final class FunctionBuilder
             return place(expression.generate(), LAMBDA, bound);
         }
         // Right of a definition's `=` a call would be a step, and a name a chain.
-        String text = expression.generate().strip();
+        String text = expression.generate();
         boolean stepLike = bound && HvlNames.isNameStart(text.charAt(0));
         return place(stepLike ? ExpressionText.parenthesised(expression) : text, "Value", bound);
     }
