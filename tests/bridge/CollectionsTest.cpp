@@ -26,12 +26,16 @@ struct Handed
 };
 
 constexpr Handed JavaNull{0, 0};
+constexpr Handed Nothing{1, 0}; ///< an empty collection
+constexpr Handed One{1, 1};
+constexpr Handed OneAndNull{1, 2};
+constexpr Handed OneInEach{2, 2};
 
 enum class Input
 {
     NullPointer,
     Empty,
-    OneAndNull
+    Full
 };
 
 /// Elements for the calls, made before they are counted: one and a null in each collection.
@@ -67,64 +71,46 @@ struct RuleCase
     void (*call)(Parts& parts, Input input);
     Handed ofNullPointer;
     Handed ofEmpty;
-    Handed ofOneAndNull;
+    Handed ofFull;
 };
 
 const RuleCase Rules[] = {
     {"configurations",
      [](Parts& p, Input i) { p.program.createHvlFunction("f", choose(i, p.jsons), nullptr); },
-     JavaNull,
-     {1, 0},
-     {1, 2}},
+     JavaNull, Nothing, OneAndNull},
     {"parameterContainers",
-     [](Parts& p, Input i) { p.factory.createContainers(choose(i, p.containers), true); },
-     JavaNull,
-     {1, 0},
-     {1, 2}},
+     [](Parts& p, Input i) { p.factory.createContainers(choose(i, p.containers), true); }, JavaNull,
+     Nothing, OneAndNull},
     {"clauses",
      [](Parts& p, Input i) {
          p.program.createHvlExpressionConditional(choose(i, p.clauses), p.expression);
      },
-     JavaNull,
-     JavaNull,
-     {1, 2}},
+     JavaNull, JavaNull, OneAndNull},
     {"signatures",
      [](Parts& p, Input i) {
          p.program.createHvlExpressionLambdaFunction(choose(i, p.signatures), p.expression);
      },
-     JavaNull,
-     JavaNull,
-     {1, 2}},
+     JavaNull, JavaNull, OneAndNull},
     {"listItems",
      [](Parts& p, Input i) { p.program.createHvlExpressionList(choose(i, p.expressions)); },
-     JavaNull,
-     JavaNull,
-     {1, 1}},
+     JavaNull, JavaNull, One},
     {"tupleComponents",
      [](Parts& p, Input i) { p.program.createHvlExpressionTuple(choose(i, p.expressions)); },
-     JavaNull,
-     {1, 0},
-     {1, 1}},
+     JavaNull, Nothing, One},
     {"containers",
      [](Parts& p, Input i) {
          p.program.createHvlFunction("f", nullptr, choose(i, p.containers), choose(i, p.containers),
                                      p.function);
      },
-     JavaNull,
-     JavaNull,
-     {2, 2}},
+     JavaNull, JavaNull, OneInEach},
     {"inputsByTag",
      [](Parts& p, Input i) { p.program.createHvlFunction("f", nullptr, choose(i, p.inputs)); },
-     JavaNull,
-     {1, 0},
-     {1, 1}},
+     JavaNull, Nothing, One},
     {"types",
      [](Parts& p, Input i) {
          p.program.createHvlFunctionFilterRecords(p.expression, p.function, choose(i, p.types));
      },
-     JavaNull,
-     JavaNull,
-     {1, 1}},
+     JavaNull, JavaNull, One},
 };
 
 class Conversions : public JvmTest, public testing::WithParamInterface<RuleCase>
@@ -156,7 +142,7 @@ TEST_P(Conversions, HandOverWhatTheRuleSays)
     Parts parts;
     EXPECT_EQ(handed(parts, Input::NullPointer), GetParam().ofNullPointer);
     EXPECT_EQ(handed(parts, Input::Empty), GetParam().ofEmpty);
-    EXPECT_EQ(handed(parts, Input::OneAndNull), GetParam().ofOneAndNull);
+    EXPECT_EQ(handed(parts, Input::Full), GetParam().ofFull);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rules, Conversions, testing::ValuesIn(Rules),

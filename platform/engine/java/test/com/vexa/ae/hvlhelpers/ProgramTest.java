@@ -73,24 +73,6 @@ class ProgramTest
     }
 
     @Test
-    void expressionsBecomeFunctionsOverRecords()
-    {
-        HvlFunction read = _composer.open("read", null);
-        HvlExpression body = _composer.template("%s > 20", _composer.field("t 1"));
-        HvlFieldDerive derive = _program.createHvlFieldDerive("F\"", body);
-        assertFunction("val f2Lambda = ctx => x => x.`t 1` > 20", "filterRecords(_, f2Lambda)",
-                       _program.createHvlFunctionFilterRecords(body, read));
-        assertFunction("val f3Lambda = ctx => x => (\"F\\\"\", x.`t 1` > 20)",
-                       "deriveField(_, f3Lambda)",
-                       _program.createHvlFunctionDeriveFields(derive, read));
-        assertFunction("val f4Lambda = ctx => x => x.`t 1` > 20", "balanceRecords(_, f4Lambda)",
-                       _program.createHvlFunction("balanceRecords", null, body, read));
-        assertFunction("val f5Lambda = ctx => x => (\"F\\\"\", x.`t 1` > 20)",
-                       "reclassifyField(_, f5Lambda)",
-                       _program.createHvlFunction("reclassifyField", null, derive, read));
-    }
-
-    @Test
     void theRecordMayDeclareItsTypes()
     {
         HvlFunction read = _composer.open("read", null);
