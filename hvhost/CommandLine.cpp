@@ -13,6 +13,7 @@
 #include "HelpText.h"
 #include "OptionGroups.h"
 #include "StandardStreams.h"
+#include "Text.h"
 
 namespace {
 
@@ -93,8 +94,8 @@ void CommandLine::addConvert()
         "  hvhost convert weather.csv warm.csv --where 'x.temp_max > 20' --keep date,temp_max\n"
         "  hvhost convert weather.csv - --derive 'spread=x.temp_max - x.temp_min' --limit 5\n");
     addJobOptions(*app, _convert, true);
-    app->add_option("--keep", _convert.keep, "Fields to keep, in this order")
-        ->type_name("FIELD,...")
+    app->add_option("--keep", _convert.keep, "Fields to keep, in this order, with commas between")
+        ->type_name("FIELD")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->group("Records");
@@ -117,8 +118,8 @@ void CommandLine::addAggregate()
             ->allow_extra_args(false)
             ->group("Aggregates");
     };
-    add("--by", _aggregate.by, "FIELD,...", "Fields that make the groups");
-    add("--stat", _aggregate.statistics, "FUNCTION:FIELD[:NAME],...",
+    add("--by", _aggregate.by, "FIELD", "Fields that make the groups, with commas between");
+    add("--stat", _aggregate.statistics, "FUNCTION:FIELD[:NAME]",
         "sum, mean, min, max, sd, variance, median, pNN,\nfirst, last, count; or count alone")
         ->required();
     app->add_option("--format", _aggregate.format, "How a result is shown, without OUT")
@@ -204,13 +205,6 @@ public:
     TempDirectoryScope(const TempDirectoryScope&) = delete;
     TempDirectoryScope& operator=(const TempDirectoryScope&) = delete;
 };
-
-/// What other programs say may end in empty lines.
-std::string withoutLineEnds(std::string text)
-{
-    text.erase(text.find_last_not_of("\r\n") + 1);
-    return text;
-}
 
 int reportFault(const CommandFault& fault, const CommonOptions& common)
 {

@@ -89,8 +89,11 @@ std::string bashScript(const CLI::App& app)
 std::string fishQuoted(const std::string& text)
 {
     std::string quoted = "'";
-    for (const char character : text)
-        quoted += character == '\'' ? "\\'" : std::string(1, character == '\n' ? ' ' : character);
+    for (const char character : text) {
+        if (character == '\'')
+            quoted += '\\';
+        quoted += character == '\n' ? ' ' : character;
+    }
     return quoted + "'";
 }
 

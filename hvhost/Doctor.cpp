@@ -14,6 +14,7 @@
 #include "InterruptWatch.h"
 #include "PathFactory.h"
 #include "ReadableFile.h"
+#include "Text.h"
 #include "VexaJVM.h"
 #include "VexaJVMError.h"
 #include "runner/HVRunner.h"
@@ -43,13 +44,6 @@ std::string javaVersion(const std::string& library)
             return line.substr(line.find('=') + 1);
         }
     return "of unknown version";
-}
-
-/// What the virtual machine says of itself ends in empty lines.
-std::string withoutLineEnds(std::string text)
-{
-    text.erase(text.find_last_not_of("\r\n") + 1);
-    return text;
 }
 
 Finding findDatabase()

@@ -6,6 +6,8 @@
 #include <regex>
 #include <string_view>
 
+#include "Text.h"
+
 namespace {
 
 /// Faults of a file that is read, with what may help in a command that has options for it.
@@ -55,16 +57,6 @@ std::optional<Place> placeOf(const std::string& text)
     return Place{std::stoul(found[1].str()), std::stoul(found[2].str()), found[3].str()};
 }
 
-bool beginsCharacter(char byte)
-{
-    return (byte & 0xC0) != 0x80;
-}
-
-std::size_t characters(std::string_view text)
-{
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
-}
-
 /// The place as a count of bytes from the start of the text.
 std::size_t offsetOf(const Place& place, const std::string& text)
 {
@@ -94,7 +86,7 @@ std::string inExpression(const Place& place, const std::string& job, const JobOr
         const std::size_t end = begin + expression.text.size();
         if (fault < end)
             return expression.option + ": character " +
-                   std::to_string(characters(job.substr(begin, fault - begin)) + 1) + ": " +
+                   std::to_string(countCharacters(job.substr(begin, fault - begin)) + 1) + ": " +
                    place.what;
         behind = &expression;
         begin = end;

@@ -49,6 +49,7 @@ CLI::Validator positiveNumber()
 CLI::Validator dataKindWord()
 {
     std::vector<std::string> words;
+    words.reserve(kDataKinds.size());
     for (const DataKindWord& row : kDataKinds)
         words.emplace_back(row.word);
     return CLI::IsMember(words, CLI::ignore_case);
