@@ -47,7 +47,7 @@ class Case(unittest.TestCase):
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, **more)
 
     def wait_until(self, condition, what):
-        end = time.monotonic() + 30
+        end = time.monotonic() + 60
         while not condition():
             self.assertLess(time.monotonic(), end, what)
             time.sleep(0.01)
