@@ -55,9 +55,13 @@ std::string argumentsOf(const CLI::App& app, const CLI::App& command)
     return {};
 }
 
-std::string bashCase(const std::string& pattern, const std::string& words)
+/// What completes a word, as a pattern, behind a command and the word before; nothing for no words.
+void addCase(std::ostream& script, const std::string& command, const std::string& before,
+             const char* word, const std::string& words)
 {
-    return "    " + pattern + ") COMPREPLY=($(compgen -W '" + words + "' -- \"$word\")) ;;\n";
+    if (!words.empty())
+        script << "    " << command << ':' << before << ':' << word << ") COMPREPLY=($(compgen -W '"
+               << words << "' -- \"$word\")) ;;\n";
 }
 
 /// Where no word fits, bash completes file names, as it does for any program. zsh runs the same
@@ -74,14 +78,12 @@ std::string bashScript(const CLI::App& app)
         const std::string& name = command->get_name();
         for (const CLI::Option* option : command->get_options())
             for (const std::string& word : option->get_lnames())
-                if (!valuesOf(*option).empty())
-                    script << bashCase(name + ":--" + word + ":*", valuesOf(*option));
-        script << bashCase(name + ":?*:-*", optionsOf(*command));
-        if (!argumentsOf(app, *command).empty())
-            script << bashCase(name + ":?*:*", argumentsOf(app, *command));
+                addCase(script, name, "--" + word, "*", valuesOf(*option));
+        addCase(script, name, "?*", "-*", optionsOf(*command));
+        addCase(script, name, "?*", "*", argumentsOf(app, *command));
     }
-    script << bashCase("*::*", commandWords(app))
-           << "  esac\n}\n"
+    addCase(script, "*", "", "*", commandWords(app));
+    script << "  esac\n}\n"
               "complete -o default -o bashdefault -F _hvhost hvhost\n";
     return script.str();
 }
