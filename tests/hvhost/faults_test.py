@@ -68,11 +68,11 @@ FAULTS = [
 # A job text, and what a fault of it says.
 JOB_FAULTS = [
     ('val a = {"x": }', r"job\.hvl:1:15: "),
-    ('reed({"dataSource": "a"})', "reed"),
-    ('read({"dataSource": 5})', "dataSource"),
+    ('reed({"dataSource": "a"})', r'job\.hvl:1:1: there is no step "reed"'),
+    ('read({"dataSource": 5})', 'the setting "dataSource" must be a text'),
     ('read({"dataSource": "nobody"}) -> write({"dataSource": "b", "mode": "overwrite"})', "nobody"),
     ('val a = b -> filterFields({"fields": ["x"]})\nval b = a -> filterFields({"fields": ["x"]})\n'
-     'a -> write({"dataSource": "c", "mode": "overwrite"})', "a"),
+     'a -> write({"dataSource": "c", "mode": "overwrite"})', "uses itself"),
 ]
 
 
