@@ -30,13 +30,7 @@ void useExpression(const Expression& expression, const Definitions& definitions)
     std::string field;
     attempt([&] { compileRecordLambda(expression, kFields, definitions, "fuzz"); });
     attempt([&] { compileFieldLambda(expression, kFields, definitions, "fuzz", field); });
-    attempt([&] {
-        const auto lookup = [&definitions](const std::string& name) -> const Expression* {
-            const auto found = definitions.find(name);
-            return found == definitions.end() ? nullptr : found->second;
-        };
-        (void)language::jsonLiteral(expression, lookup, "fuzz").dump();
-    });
+    attempt([&] { (void)language::jsonLiteral(expression, definitions, "fuzz").dump(); });
 }
 
 } // namespace

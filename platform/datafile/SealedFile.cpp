@@ -166,7 +166,8 @@ void openSealedFile(int source, int target, const std::string& password, const S
             crypto_secretstream_xchacha20poly1305_pull(&state, plain.data(), &length, &tag,
                                                        sealed.data(), got, nullptr, 0) != 0)
             throw first && got > 0
-                ? SealedFileError(Kind::WrongPassword, "the password is wrong")
+                ? SealedFileError(Kind::WrongPassword,
+                                  "the password is wrong, or the file is damaged at its beginning")
                 : SealedFileError(Kind::Damaged, "the file is damaged or cut short");
         first = false;
         output.write(plain.data(), static_cast<std::size_t>(length));

@@ -18,7 +18,7 @@ protected:
     {
         _program = parseProgram(definitions);
         _expression = parseExpression(text);
-        const ExpressionLookup lookup = [this](const std::string& name) { return find(name); };
+        
         return jsonLiteral(*_expression, lookup, "read").dump();
     }
     std::pair<std::string, std::string> error(const std::string& text,
