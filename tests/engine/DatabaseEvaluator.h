@@ -64,17 +64,17 @@ protected:
 
     SqlExpression compile(const std::string& lambda, const std::string& definitions = {})
     {
-        const Names names(definitions);
-        const auto expression = language::parseExpression(lambda);
-        return compileRecordLambda(*expression, _schema, names.definitions, "filterRecords");
+        const auto program = language::parseProgram(definitions);
+        return compileRecordLambda(*language::parseExpression(lambda), _schema,
+                                   language::boundValues(program), "filterRecords");
     }
 
     SqlExpression compileField(const std::string& lambda, std::string& field,
                                const std::string& definitions = {})
     {
-        const Names names(definitions);
-        const auto expression = language::parseExpression(lambda);
-        return compileFieldLambda(*expression, _schema, names.definitions, "deriveField", field);
+        const auto program = language::parseProgram(definitions);
+        return compileFieldLambda(*language::parseExpression(lambda), _schema,
+                                  language::boundValues(program), "deriveField", field);
     }
 
     std::string run(const SqlExpression& compiled)
@@ -104,21 +104,6 @@ protected:
     }
 
 private:
-    /// The definitions of a job, which their program must outlive.
-    struct Names
-    {
-        explicit Names(const std::string& text) : program(language::parseProgram(text))
-        {
-            for (const auto& item : program.items)
-                if (const auto* definition = std::get_if<language::Definition>(&item))
-                    if (const auto* bound =
-                            std::get_if<language::ExpressionPtr>(&definition->value))
-                        definitions[definition->name] = bound->get();
-        }
-        language::Program program;
-        Definitions definitions;
-    };
-
     duckdb_database _database = nullptr;
     duckdb_connection _connection = nullptr;
     const Schema _schema = {

@@ -30,6 +30,9 @@ TEST_F(ExpressionError, NamesStepPositionAndThing)
         {"conf(1)", errors::kUnknownFunction, "column 13: 'conf' is an object, not a function"},
         {"y + 1", errors::kExpressionName,
          "column 13: the name 'y' is neither a parameter nor the definition of an expression"},
+        {"x.i > ones", errors::kExpressionName,
+         "column 19: the name 'ones' is neither a parameter nor the definition of an expression; "
+         "did you mean \"one\"?"},
         {"x.i + x.s", errors::kOperandType,
          "column 17: '+' takes two numbers or two strings, found Integer (the field i) and String "
          "(the field s)"},

@@ -153,6 +153,16 @@ Program parseProgram(std::string_view text)
     return ProgramParser(text).program();
 }
 
+Definitions boundValues(const Program& program)
+{
+    Definitions values;
+    for (const auto& item : program.items)
+        if (const auto* definition = std::get_if<Definition>(&item))
+            if (const auto* bound = std::get_if<ExpressionPtr>(&definition->value))
+                values[definition->name] = bound->get();
+    return values;
+}
+
 ExpressionPtr parseExpression(std::string_view text)
 {
     TokenStream tokens(text);

@@ -6,6 +6,7 @@
 #include "JobError.h"
 #include "expression/NearestName.h"
 #include "language/JsonLiteral.h"
+#include "language/Parser.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -24,7 +25,7 @@ std::string stepsOf(const language::Pipeline& pipeline)
 } // namespace
 
 Planner::Planner(const language::Program& program, JobContext& context)
-    : _program(program), _context(context)
+    : _program(program), _context(context), _values(language::boundValues(program))
 {
     bindNames();
     checkCycles();
@@ -37,20 +38,18 @@ Planner::Planner(const language::Program& program, JobContext& context)
 
 void Planner::bindNames()
 {
+    std::set<std::string> bound;
     for (const auto& item : _program.items) {
         if (const auto* statement = std::get_if<language::Pipeline>(&item)) {
             _statements.push_back(statement);
             continue;
         }
         const auto& definition = std::get<language::Definition>(item);
-        if (_chains.contains(definition.name) || _values.contains(definition.name))
+        if (!bound.insert(definition.name).second)
             throw JobError(errors::kNameBoundTwice, definition.position.text() + ": the name \"" +
                                                         definition.name + "\" is bound already");
         if (const auto* chain = std::get_if<language::Pipeline>(&definition.value))
             _chains.emplace(definition.name, chain);
-        else
-            _values.emplace(definition.name,
-                            std::get<language::ExpressionPtr>(definition.value).get());
     }
     for (const auto& [name, chain] : _chains)
         checkSteps(*chain);
