@@ -30,6 +30,24 @@ constexpr ValueCase kConstants[] = {
     {"[x.i, 2.5, null]", "[7.0, 2.5, NULL]:List"},
 };
 
+constexpr ValueCase kReading[] = {
+    {"9223372036854775808", "9.223372036854776e+18:Real"},
+    {"-9223372036854775808 ** 2", "-8.507059173023462e+37:Real"},
+    {"1E-400", "0.0:Real"},
+    {"1.5e+2", "150.0:Real"},
+    {R"("a\"b\\\/\u00e9\ud83d\ude00\n")", "a\"b\\/é😀\n:String"},
+    {"\"a\tb\"", "a\tb:String"},
+    {"1 + 2 * 3 - 4", "3:Integer"},
+    {"10 - 4 - 3", "3:Integer"},
+    {"10 / 2 % 3", "2.0:Real"},
+    {"(1 + 2) * 3", "9:Integer"},
+    {"2 ** -1", "0.5:Real"},
+    {"!false && false || false", "false:Boolean"},
+    {"true || false && false", "true:Boolean"},
+    {"if (false) if (true) 1 else 2", "missing:Integer"},
+    {"if (x.i > 5) -1 else x.i + 1", "-1:Integer"},
+};
+
 constexpr ValueCase kArithmetic[] = {
     {"x.i + x.j * 3", "1:Integer"},
     {"2000000000 + 2000000000", "4000000000:Integer"}, // beyond 32 bits
@@ -97,6 +115,7 @@ constexpr ValueCase kConditionals[] = {
 TEST_F(ExpressionValue, BodiesGiveTheValuesOfThePage)
 {
     for (const auto cases : {std::span<const ValueCase>(kConstants),
+                             {kReading},
                              {kArithmetic},
                              {kComparisonsAndLogic},
                              {kConditionals}})
@@ -109,7 +128,8 @@ TEST_F(ExpressionValue, Definitions)
     const char* definitions = "val limit = 5 val twice = v => v * 2 "
                               "val sum = (a: Number, b: Number) => a + b "
                               "val score = r => sum(r.i, twice(r.r)) "
-                              "val round = 3 val limitText = \"limit\" val above = v => v > limit";
+                              "val round = 3 val größe2 = 3 val _a1 = 2 val limitText = \"limit\" "
+                              "val above = v => v > limit";
     const ValueCase cases[] = {
         {"x.i > limit", "true:Boolean"},
         {"twice(twice(x.i))", "28:Integer"},
@@ -119,6 +139,7 @@ TEST_F(ExpressionValue, Definitions)
         {"above(x.j)", "false:Boolean"},
         {"round(x.r) + round", "6.0:Real"}, // a value of the same name leaves the function alone
         {"limitText + \"!\"", "limit!:String"},
+        {"größe2 * _a1", "6:Integer"},
         {"twice(v)", "step filterRecords, line 1, column 19: the name 'v' is neither a parameter "
                      "nor the definition of an expression"},
     };
@@ -142,7 +163,8 @@ TEST_F(ExpressionValue, FieldLambdasGiveWhatAFieldCanHold)
         {"ctx => x => (\"F\", 1e308 * 10)", "F", "missing", ValueType::Real},
         {"ctx => x => (name, x.r)", "named", "2.5", ValueType::Real},
         {"ctx => x => (\"F\", [x.r, x.i])", "F", "[2.5, 7.0]", ValueType::List},
-        {"ctx => x: {i: Int, r: Real, s: Char, ts: Timestamp, l: [Number], j: Number, d: Any} => "
+        {"ctx => x: {i: Int, r: Real, s: Char, ts: Timestamp, l: [Number], j: Number, d: Any, \"a "
+         "\\\"field\": Int} => "
          "(\"F\", x.s)",
          "F", "Ab c", ValueType::String},
     };
