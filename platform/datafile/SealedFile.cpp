@@ -22,7 +22,7 @@ using Kind = SealedFileError::Kind;
 /// The form of the file: magic, salt, stream header, chunks. The last digit of the magic is the
 /// version, which fixes the cost of the key and the size of a chunk.
 constexpr std::string_view kMagic = "HVSEALED1\n";
-constexpr std::size_t kChunk = 64U * 1024U;
+constexpr std::size_t kChunk = std::size_t{64} * 1024;
 constexpr std::size_t kSealedChunk = kChunk + crypto_secretstream_xchacha20poly1305_ABYTES;
 
 using Key = std::array<unsigned char, crypto_secretstream_xchacha20poly1305_KEYBYTES>;

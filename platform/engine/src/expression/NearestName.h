@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,7 @@ template <class Items, class NameOf>
 std::string suggestion(std::string_view name, const Items& items, NameOf nameOf)
 {
     std::vector<std::string_view> candidates;
+    candidates.reserve(std::size(items));
     for (const auto& item : items)
         candidates.push_back(std::invoke(nameOf, item));
     return suggestion(name, candidates);

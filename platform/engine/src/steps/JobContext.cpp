@@ -6,7 +6,7 @@ namespace EmbeddedHV {
 
 std::string JobContext::inputPath(const std::string& text) const
 {
-    const std::string path = files.resolve(text, containers);
+    std::string path = files.resolve(text, containers);
     if (unwritten.contains(canonicalPath(path)))
         throw NotYetWritten{};
     return path;

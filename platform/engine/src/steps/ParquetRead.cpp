@@ -152,8 +152,10 @@ std::string selectOf(const ParquetColumns& columns, const std::string& table)
     std::string list;
     for (std::size_t i = 0; i < columns.values.size(); ++i) {
         const std::string name = quotedIdentifier(columns.fields[i].GetName());
-        list += (list.empty() ? "" : ", ") + columns.values[i] +
-                (columns.values[i] == name ? "" : " AS " + name);
+        list += list.empty() ? "" : ", ";
+        list += columns.values[i];
+        if (columns.values[i] != name)
+            list += " AS " + name;
     }
     return "SELECT " + list + " FROM " + table;
 }

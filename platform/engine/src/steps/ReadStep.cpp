@@ -75,9 +75,9 @@ NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& l
         refuseDataSource(call, name);
     auto node = std::make_shared<Node>();
     node->fields = known->fields;
-    const std::string select =
+    std::string select =
         "SELECT " + columnList(known->fields) + " FROM " + quotedIdentifier(known->table);
-    node->select = [select](const std::vector<std::string>&) { return select; };
+    node->select = [select = std::move(select)](const std::vector<std::string>&) { return select; };
     return node;
 }
 
@@ -87,7 +87,7 @@ Settings locationOf(const Settings& files)
     const Json& locations = files.neededList("locations");
     if (locations.empty())
         files.refuse("locations", "is empty");
-    const Settings first = files.objectAt(locations, "locations", 0);
+    Settings first = files.objectAt(locations, "locations", 0);
     if (locations.size() > 1)
         throw JobError(errors::kNotAvailable,
                        files.step() + ": the setting \"" + files.pathOf("locations") + "\" names " +
