@@ -121,6 +121,16 @@ constexpr Case kCases[] = {
      R"(deriveField(_, c => x => ("t", toTimestamp(x.name, "yyyy-MM-dd", "yyyy-MM-dd", "HH:mm",
         "en", date(1970, 1, 1)))))",
      R"(HVEEX0012E step deriveField, line 1, column )"},
+    {"a deviation of what is infinite",
+     R"(deriveField(_, c => x => ("big", 1.7e308)) -> aggregate({"output": [{"function": "key",
+        "input": "city"}, {"function": "sum", "input": "big"}]}) ->
+        aggregate({"output": [{"function": "sd", "input": "sum_big"}]}))",
+     "write: there is no sd or variance of values that are infinite"},
+    {"a variance of what is infinite",
+     R"(deriveField(_, c => x => ("big", 1.7e308)) -> aggregate({"output": [{"function": "key",
+        "input": "city"}, {"function": "sum", "input": "big"}]}) ->
+        aggregate({"output": [{"function": "variance", "input": "sum_big"}]}))",
+     "write: there is no sd or variance of values that are infinite"},
     {"a centile with a fraction",
      R"(aggregate({"output": [{"function": "percentile", "input": "age", "centile": 2.5}]}))",
      "must be a whole number, not a real number"},

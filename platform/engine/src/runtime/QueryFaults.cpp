@@ -79,6 +79,9 @@ struct Phrase
     bool aboutTarget; ///< the text names what is written, not the steps
 };
 
+constexpr const char* kNoSpread =
+    "there is no sd or variance of values that are infinite, not a number or too large";
+
 constexpr Phrase kPhrases[] = {
     {"No space left on device", errors::kDiskFull, "there is no room left for the file", true},
     {"File too large", errors::kDiskFull, "there is no room left for the file", true},
@@ -89,6 +92,8 @@ constexpr Phrase kPhrases[] = {
     // Only an unfinished file has such a name.
     {".part\": ", errors::kFileUnwritable, "the file cannot be written", true},
     {"Out of Memory Error", errors::kOutOfMemory, "there is not enough memory", false},
+    {"STDDEV_SAMP is out of range", errors::kOutOfRange, kNoSpread, false},
+    {"VARSAMP is out of range", errors::kOutOfRange, kNoSpread, false},
     {"Out of Range Error", errors::kOutOfRange, nullptr, false},
     {"out of range for the destination type", errors::kOutOfRange, nullptr, false},
     {"Conversion Error", errors::kConversion, nullptr, false},

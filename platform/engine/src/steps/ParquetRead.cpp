@@ -155,7 +155,7 @@ std::string selectOf(const ParquetColumns& columns, const std::string& table)
         list += list.empty() ? "" : ", ";
         list += columns.values[i];
         if (columns.values[i] != name)
-            list += " AS " + name;
+            list.append(" AS ").append(name);
     }
     return "SELECT " + list + " FROM " + table;
 }
