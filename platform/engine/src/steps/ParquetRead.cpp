@@ -142,7 +142,7 @@ void applyDocument(ParquetColumns& columns, const ParquetReadSettings& settings)
                    ", and in the data model " + typeWordOf(wanted.GetStorage()));
         std::string& value =
             columns.values[static_cast<std::size_t>(found - columns.fields.begin())];
-        value = "CAST(" + value + " AS " + sqlTypeOf(wanted.GetStorage()) + ")";
+        value.insert(0, "CAST(").append(" AS ").append(sqlTypeOf(wanted.GetStorage())).append(")");
         *found = plainField(wanted.GetName(), wanted.GetStorage());
     }
 }
