@@ -144,7 +144,7 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
         std::cout << job << '\n';
         return;
     }
-    session.run(job, origin);
+    session.run(job, origin, input.rows());
     if (output)
         output->deliver();
     else

@@ -45,6 +45,7 @@ private:
     CLI::App* command(const char* name, const char* purpose, const std::string& examples);
     void addConvert();
     void addAggregate();
+    void addInfo();
     void addRun();
     void addDoctor();
     void addCompletion();
@@ -54,6 +55,7 @@ private:
     CommonOptions _common;
     ConvertOptions _convert;
     AggregateOptions _aggregate;
+    InfoOptions _info;
     RunOptions _run;
     std::string _doctorFormat = "text";
     std::string _shell;
@@ -70,6 +72,7 @@ CommandLine::CommandLine()
     _app.footer("hvhost help COMMAND tells more of a command.\n" + std::string(kExitStatuses));
     addConvert();
     addAggregate();
+    addInfo();
     addRun();
     addDoctor();
     addCompletion();
@@ -127,6 +130,20 @@ void CommandLine::addAggregate()
         ->check(CLI::IsMember({"text", "csv", "json"}));
     addCommonOptions(*app, _common);
     app->callback([this] { aggregate(_aggregate, _common); });
+}
+
+void CommandLine::addInfo()
+{
+    CLI::App* const app = command("info", "Tell what is known of a dataset.",
+                                  "  hvhost info weather.csv\n"
+                                  "  hvhost info weather.csv --format json\n");
+    addDatasetOptions(*app, _info.input);
+    app->add_option("--format", _info.format, "How it is shown")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"text", "csv", "json"}));
+    app->add_flag("--data-model", _info.showDataModel, "Show the data model document instead");
+    addCommonOptions(*app, _common);
+    app->callback([this] { info(_info, _common); });
 }
 
 void CommandLine::addRun()

@@ -24,6 +24,15 @@ struct AggregateOptions : JobOptions
 /// Grouped aggregates and percentiles.
 void aggregate(const AggregateOptions& options, const CommonOptions& common);
 
+struct InfoOptions
+{
+    InputOptions input;
+    std::string format = "text"; ///< text, csv or json
+    bool showDataModel = false;
+};
+/// What is known of a dataset.
+void info(const InfoOptions& options, const CommonOptions& common);
+
 struct RunOptions
 {
     std::string job;               ///< a file, or "-"

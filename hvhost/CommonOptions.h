@@ -24,6 +24,9 @@ struct InputOptions
     std::string password;
     std::string passwordFile;
     std::string dataModel;
+    std::string encoding;                ///< of a csv file; empty: UTF-8
+    std::string userMissing = "exclude"; ///< or keep
+    bool direct = false;                 ///< the engine reads the file itself
     bool noHeader = false;
     std::optional<long long> limit;
     std::optional<long long> maxErrors; ///< -1: any number

@@ -31,7 +31,7 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
     }
     JobOrigin origin = input.origin();
     origin.expressions = records.expressions();
-    session.run(job, origin);
+    session.run(job, origin, input.rows());
     output.deliver();
     session.finish();
 }

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "CommandFault.h"
+#include "Dataset.h"
 #include "StandardStreams.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
@@ -88,6 +89,19 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
     refusePassword(_options.path, _kind, _password, "--password");
     if (!_options.dataModel.empty())
         _dataModel.emplace(_options.dataModel, watch);
+    // Documents beside a file, and records to be skipped, are the engine's affair.
+    if (!_options.direct && !_dataModel && !_options.maxErrors)
+        _dataset = std::make_unique<Dataset>(_options, _file, _kind, _password);
+    else if (!_options.encoding.empty())
+        throw CommandFault(ExitStatus::Usage, "--encoding: the engine reads UTF-8 only",
+                           "leave out --direct, --data-model and --max-errors");
+}
+
+InputFile::~InputFile() = default;
+
+HVStatDataIterator* InputFile::rows() const
+{
+    return _dataset ? &_dataset->cases() : nullptr;
 }
 
 JobOrigin InputFile::origin() const
@@ -101,6 +115,16 @@ JobOrigin InputFile::origin() const
 }
 
 void InputFile::configure(HVLRead& read) const
+{
+    if (_options.limit)
+        read.SetMaxCaseCount(static_cast<unsigned long long>(*_options.limit));
+    if (_dataset)
+        read.ReadIterator(_dataset->cases());
+    else
+        configureFile(read);
+}
+
+void InputFile::configureFile(HVLRead& read) const
 {
     const std::string url = engineUrl(_file.path());
     switch (_kind) {
@@ -116,8 +140,6 @@ void InputFile::configure(HVLRead& read) const
     }
     if (_dataModel)
         read.SetDataModel(engineUrl(_dataModel->path()));
-    if (_options.limit)
-        read.SetMaxCaseCount(static_cast<unsigned long long>(*_options.limit));
     if (_options.maxErrors) {
         const bool any = *_options.maxErrors < 0;
         read.SetErrorThreshold(static_cast<unsigned long long>(

@@ -9,7 +9,9 @@
 #include "JobOrigin.h"
 #include "ReadableFile.h"
 
+class Dataset;
 class HVLRead;
+class HVStatDataIterator;
 class HVLWrite;
 class HVSimpleFile;
 class InterruptWatch;
@@ -21,26 +23,34 @@ enum class FileOptions
     None
 };
 
-/// A file that a command reads, checked.
+/// A file that a command reads, checked: as a dataset of the host, whose cases are served to the
+/// engine, or, if the options say so or only it can, by the engine.
 class InputFile
 {
 public:
     /// Throws CommandFault: Input as ReadableFile, Usage for a kind that is not clear and for a
     /// password that the kind of file does not take.
     InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch);
+    ~InputFile();
 
     /// What is known of a job that reads it.
     JobOrigin origin() const;
     /// Has the builder read this file.
     void configure(HVLRead& read) const;
+    /// The dataset, and the rows that the job is handed; null if the engine reads the file.
+    const Dataset* dataset() const { return _dataset.get(); }
+    HVStatDataIterator* rows() const;
 
 private:
+    void configureFile(HVLRead& read) const;
+
     InputOptions _options;
     FileOptions _offered;
     ReadableFile _file;
     std::optional<ReadableFile> _dataModel;
     std::string _password;
     DataKind _kind;
+    std::unique_ptr<Dataset> _dataset;
 };
 
 /// A file that a command writes. The engine gives it its name once it is whole. The watch is

@@ -73,10 +73,10 @@ void HostSession::checkTrails() const
                            "it must be a folder that may be written to, or one that can be made");
 }
 
-void HostSession::run(const std::string& jobText, const JobOrigin& origin)
+void HostSession::run(const std::string& jobText, const JobOrigin& origin, HVStatDataIterator* rows)
 {
     log("job: " + jobText);
-    execute(jobText);
+    execute(jobText, rows);
     printMessages(origin);
     // A stop that came when the job was done changes nothing any more: its output is there.
     if (_runner->getProgressListener()->getState() != HVProgressListener::Succeeded)
@@ -84,7 +84,7 @@ void HostSession::run(const std::string& jobText, const JobOrigin& origin)
     failIfFailed(jobText, origin);
 }
 
-void HostSession::execute(const std::string& jobText)
+void HostSession::execute(const std::string& jobText, HVStatDataIterator* rows)
 {
     ProgressLine progress(_options.quiet ? "never" : _options.progress, "hvhost " + _command);
     HostJournal::instance().setObserver([&progress](const HostJournal::Entry& entry) {
@@ -98,6 +98,8 @@ void HostSession::execute(const std::string& jobText)
     } catch (const EmbeddedHV::Exception& error) {
         throw CommandFault(ExitStatus::Engine, error.getMessage());
     }
+    if (rows)
+        _runner->addInputIterator(rows);
     _watch.check();
     try {
         _runner->execute();

@@ -9,7 +9,8 @@
 
 namespace {
 
-void addInput(CLI::App& app, InputOptions& options)
+/// The file and how it is opened, whoever reads it.
+void addSource(CLI::App& app, InputOptions& options)
 {
     app.add_option("IN", options.path, "The data file; - for standard input")
         ->type_name("FILE")
@@ -27,15 +28,35 @@ void addInput(CLI::App& app, InputOptions& options)
         ->type_name("FILE")
         ->check(notEmpty())
         ->excludes(password->check(notEmpty()));
-    add("--data-model", options.dataModel, "A data model document for the fields")
-        ->type_name("FILE")
+    add("--encoding", options.encoding, "Encoding of a csv file, as in windows-1252")
+        ->type_name("NAME")
         ->check(notEmpty());
     app.add_flag("--no-header", options.noHeader, "A csv file without a line of names")
         ->group("Input");
+}
+
+/// What a job may make of it.
+void addReading(CLI::App& app, InputOptions& options)
+{
+    const auto add = [&app](const char* name, auto& value, const char* purpose) {
+        return app.add_option(name, value, purpose)->group("Input");
+    };
     add("--limit", options.limit, "Read at most so many records")
         ->type_name("N")
         ->check(wholeNumberFrom(0));
-    add("--max-errors", options.maxErrors, "Skip up to so many bad records; -1 for any")
+    CLI::Option* const missing =
+        add("--user-missing", options.userMissing, "Whether user-missing values count as missing")
+            ->type_name("WHAT")
+            ->check(CLI::IsMember({"exclude", "keep"}));
+    app.add_flag("--direct", options.direct, "The engine reads the file itself, not the host")
+        ->group("Input")
+        ->excludes(missing);
+    add("--data-model", options.dataModel, "A data model document for the fields; as --direct")
+        ->type_name("FILE")
+        ->check(notEmpty())
+        ->excludes(missing);
+    add("--max-errors", options.maxErrors,
+        "Skip up to so many bad records, -1 for any;\nas --direct")
         ->type_name("N")
         ->check(wholeNumberFrom(-1));
 }
@@ -107,10 +128,16 @@ void addCommonOptions(CLI::App& app, CommonOptions& options)
 
 void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput)
 {
-    addInput(app, options.input);
+    addSource(app, options.input);
+    addReading(app, options.input);
     addOutput(app, options.output, needsOutput);
     addRecords(app, options.records);
     addPrintJob(app, options.printJob);
+}
+
+void addDatasetOptions(CLI::App& app, InputOptions& options)
+{
+    addSource(app, options);
 }
 
 void addPrintJob(CLI::App& app, bool& printJob)

@@ -14,5 +14,7 @@ void addCommonOptions(CLI::App& app, CommonOptions& options);
 /// The input, the output and what happens to the records in between.
 void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput);
 
+/// An input that the host opens as a dataset.
+void addDatasetOptions(CLI::App& app, InputOptions& options);
 /// --print-job
 void addPrintJob(CLI::App& app, bool& printJob);

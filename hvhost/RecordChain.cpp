@@ -2,12 +2,14 @@
 
 #include "CommandFault.h"
 #include "DataFile.h"
+#include "Dataset.h"
 #include "JNIException.h"
 #include "Text.h"
 #include "bridge/JNIHvlExpression.h"
 #include "bridge/JNIHvlProgram.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLRead.h"
+#include "hvl/HVLUpdateDataModel.h"
 #include "support/Tracing.h"
 
 namespace {
@@ -41,6 +43,13 @@ RecordChain::RecordChain(JNIHvlProgram& program, const InputFile& input,
     : _program(program), _read(std::make_unique<HVLRead>(&program)), _last(_read.get())
 {
     input.configure(*_read);
+    if (input.dataset()) {
+        _update = std::make_unique<HVLUpdateDataModel>(&program);
+        if (input.dataset()->complete(*_update)) {
+            _update->AddPredFunction(_last);
+            _last = _update.get();
+        }
+    }
     for (const std::string& derivation : options.derivations)
         derive(derivation);
     if (options.where.empty())

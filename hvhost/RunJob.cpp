@@ -49,7 +49,7 @@ void loadData(HostSession& session, const std::string& name, const InputFile& in
     HVLWrite write(&program);
     write.WriteHVDatasource(name, false);
     write.AddPredFunction(&read);
-    session.run(generateJob(program, write), input.origin());
+    session.run(generateJob(program, write), input.origin(), input.rows());
 }
 
 /// Writes the engine's data source of the name to a file. A fault is one of the option.

@@ -100,6 +100,7 @@ CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path)
         relation->columns.push_back(
             {datafile::quotedIdentifier(profile.names()[i]), profile.storageOf(i)});
         variables.push_back(variableOf(profile, i));
+        source.integers.push_back(profile.storageOf(i) == CFField::Integer);
     }
     relation->from = datafile::csvTable(readable, spec.HasHeader(), fields, "");
     source.caseCount = static_cast<long long>(profile.records());

@@ -199,6 +199,8 @@ CaseFileSource ParquetOpening::open()
         variables.push_back(variableOf(described, _relation->columns[i].storage, width));
     }
     CaseFileSource source;
+    for (const RelationColumn& column : _relation->columns)
+        source.integers.push_back(column.storage == CFField::Integer);
     source.caseCount = _connection->query("SELECT count(*) FROM " + _relation->from).integer(0, 0);
     source.encoding = _dictionary.encoding;
     for (const std::string& line : _dictionary.documents)
