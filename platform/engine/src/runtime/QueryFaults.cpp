@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "ErrorIds.h"
+#include "steps/StorageChange.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -65,6 +66,8 @@ struct Phrase
 };
 
 constexpr Phrase kPhrases[] = {
+    // First, since a value stands in the message, with whatever words it has.
+    {kStorageFault, errors::kConversion, nullptr, false},
     {"No space left on device", errors::kDiskFull, "there is no room left for the file", true},
     {"File too large", errors::kDiskFull, "there is no room left for the file", true},
     {"Disk quota exceeded", errors::kDiskFull, "there is no room left for the file", true},
