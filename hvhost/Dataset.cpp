@@ -1,5 +1,8 @@
 #include "Dataset.h"
 
+#include <string_view>
+#include <utility>
+
 #include "CommandFault.h"
 #include "ErrorText.h"
 #include "ReadableFile.h"
@@ -23,16 +26,30 @@ CaseFileKind caseFileKind(DataKind kind)
     }
 }
 
+/// What may be done, by a phrase of what is wrong.
+constexpr std::pair<std::string_view, const char*> kHints[] = {
+    {"and none is given", "--password-file FILE or --password WORD gives it"},
+    {": this is not a", "--from csv, sav or hvbf tells what it is, whatever its name says"},
+    {": the record has", "--max-errors N skips up to N bad records, and says how many there were"},
+    {"the encoding", "for example --encoding windows-1252"},
+    {"the file is no text", "--encoding names the encoding that it is in"},
+};
+
+std::string hintFor(std::string_view text)
+{
+    for (const auto& [phrase, hint] : kHints)
+        if (text.find(phrase) != std::string_view::npos)
+            return hint;
+    return {};
+}
+
 /// The data library's sentence, with the file as the user calls it.
 CommandFault inputFault(const ErrorText& error, const ReadableFile& file)
 {
     std::string text = error.what();
     if (text.starts_with(file.path()))
         text.replace(0, file.path().size(), file.name());
-    std::string hint;
-    if (text.find("none is given") != std::string::npos)
-        hint = "--password gives one";
-    return {ExitStatus::Input, text, hint};
+    return {ExitStatus::Input, text, hintFor(text)};
 }
 
 } // namespace

@@ -102,6 +102,7 @@ public:
             const Binding binding = splitBinding(text, "--data");
             InputOptions input;
             input.path = binding.file;
+            input.direct = true; // into the engine, which keeps it
             _inputs.emplace_back(binding.name,
                                  std::make_unique<InputFile>(input, FileOptions::None, watch));
         }
