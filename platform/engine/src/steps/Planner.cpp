@@ -148,7 +148,7 @@ void Planner::countIterator(const language::Step& step)
 {
     if (step.name != "read" || _context.iterators.empty())
         return;
-    StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values};
+    StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values, nullptr};
     readArguments(step, stepKind(step), call);
     if (call.configuration.is_object())
         if (const auto name = call.settings().text("dataSource"))
@@ -165,13 +165,15 @@ Statement Planner::planStatement(std::size_t index)
 StepResult Planner::planPipeline(const language::Pipeline& pipeline)
 {
     StepResult result;
+    std::string before;
     if (!pipeline.input.empty())
         result.node = planChain(pipeline.input, pipeline.steps.front().fullName());
     for (const language::Step& step : pipeline.steps) {
         if (result.output)
-            throw JobError(errors::kStepInput, step.fullName() + ": nothing can follow write, "
-                                                                 "which gives no records");
+            throw JobError(errors::kStepInput, step.fullName() + ": nothing can follow " + before +
+                                                   ", which gives no records");
         result = planStep(step, std::move(result.node));
+        before = step.fullName();
     }
     return result;
 }
@@ -181,10 +183,12 @@ NodePtr Planner::planChain(const std::string& name, const std::string& step)
     NodePtr& planned = _planned[name];
     if (planned)
         return planned;
-    StepResult result = planPipeline(chainOf(name));
+    const language::Pipeline& chain = chainOf(name);
+    StepResult result = planPipeline(chain);
     if (result.output)
-        throw JobError(errors::kStepInput,
-                       step + ": the chain \"" + name + "\" ends in write, which gives no records");
+        throw JobError(errors::kStepInput, step + ": the chain \"" + name + "\" ends in " +
+                                               chain.steps.back().fullName() +
+                                               ", which gives no records");
     planned = std::move(result.node);
     planned->shared = planned->shared || _uses[name] > 1;
     return planned;
@@ -193,7 +197,7 @@ NodePtr Planner::planChain(const std::string& name, const std::string& step)
 StepResult Planner::planStep(const language::Step& step, NodePtr input)
 {
     const StepKind& kind = stepKind(step);
-    StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values};
+    StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values, nullptr};
     gatherInputs(step, std::move(input), call);
     const std::size_t inputs = call.inputs.size();
     if (kind.inputs == StepInputs::None && inputs > 0)
@@ -242,16 +246,31 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
         call.lambda = lambdaOf(*places[1]->value, call.name);
         return;
     }
+    if (kind.arguments == StepArguments::Component) {
+        if (places.empty() || places.size() > 3 || places[0]->kind == Kind::Open)
+            refuse("(configuration, input containers, output containers)");
+        if (places.size() > 1 && places[1]->kind != Kind::Open)
+            refuse("(configuration, _, output containers): it reads no container");
+        call.configuration = literalOf(*places[0], call.name);
+        if (places.size() > 2 && places[2]->kind != Kind::Open)
+            call.outputContainers = literalOf(*places[2], call.name);
+        return;
+    }
     const bool open = places.empty() || places[0]->kind == Kind::Open;
     if (places.size() > 1 || (open && kind.arguments == StepArguments::Configuration))
         refuse("(configuration)");
     if (open)
         return;
+    call.configuration = literalOf(*places[0], call.name);
+}
+
+Json Planner::literalOf(const language::Argument& argument, const std::string& step) const
+{
     const auto lookup = [this](const std::string& name) -> const language::Expression* {
         const auto found = _values.find(name);
         return found == _values.end() ? nullptr : found->second;
     };
-    call.configuration = language::jsonLiteral(*places[0]->value, lookup, call.name);
+    return language::jsonLiteral(*argument.value, lookup, step);
 }
 
 const language::Expression* Planner::lambdaOf(const language::Expression& argument,

@@ -29,6 +29,7 @@ struct StepCall
     Json configuration;                           ///< null if the text has none
     const language::Expression* lambda = nullptr; ///< steps with a lambda
     const Definitions& definitions;               ///< what a lambda may name
+    Json outputContainers;                        ///< components; null if the text has none
 
     const NodePtr& input() const { return inputs.front().node; }
     Settings settings() const { return {configuration, name}; }
