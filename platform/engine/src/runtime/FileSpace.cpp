@@ -56,7 +56,7 @@ FileSpace::FileSpace(const std::string& analyticRoot, const std::string& scratch
 }
 
 std::string FileSpace::resolve(const std::string& text,
-                               const std::vector<Container*>& containers) const
+                               const std::vector<const Container*>& containers) const
 {
     for (const Container* container : containers)
         if (container->getName() == text)

@@ -23,7 +23,8 @@ public:
 
     /// The operating system's path for what a job text says: the name of a container of the job, a
     /// file URL, a path, or a bare file name.
-    std::string resolve(const std::string& text, const std::vector<Container*>& containers) const;
+    std::string resolve(const std::string& text,
+                        const std::vector<const Container*>& containers) const;
     /// Where scratch files go.
     const std::string& scratchFolder() const { return _scratchFolder; }
 

@@ -5,7 +5,11 @@
 #include <utility>
 
 #include "ErrorIds.h"
+<<<<<<< HEAD
 #include "expression/RaisedFault.h"
+=======
+#include "steps/StorageChange.h"
+>>>>>>> steps
 
 namespace EmbeddedHV {
 namespace {
@@ -83,6 +87,8 @@ constexpr const char* kNoSpread =
     "there is no sd or variance of values that are infinite, not a number or too large";
 
 constexpr Phrase kPhrases[] = {
+    // First, since a value stands in the message, with whatever words it has.
+    {kStorageFault, errors::kConversion, nullptr, false},
     {"No space left on device", errors::kDiskFull, "there is no room left for the file", true},
     {"File too large", errors::kDiskFull, "there is no room left for the file", true},
     {"Disk quota exceeded", errors::kDiskFull, "there is no room left for the file", true},

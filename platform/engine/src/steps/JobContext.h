@@ -49,9 +49,11 @@ struct JobContext
     DataSources& dataSources;
     ConnectionLease connection;
     Cancellation* cancellation = nullptr;
+    /// The plan is all that is wanted: types that it has guessed must hold.
+    bool plansOnly = false;
     MessageSink message;
 
-    std::vector<Container*> containers;
+    std::vector<const Container*> containers;
     std::map<std::string, RowDataIterator*> iterators;
     /// Made when a step first reads an iterator; gone at the end of execute.
     std::map<std::string, IteratorInput> iteratorInputs;

@@ -6,7 +6,11 @@
 #include "JobError.h"
 #include "expression/NearestName.h"
 #include "language/JsonLiteral.h"
+<<<<<<< HEAD
 #include "language/Parser.h"
+=======
+#include "steps/DataModelExport.h"
+>>>>>>> steps
 
 namespace EmbeddedHV {
 namespace {
@@ -151,7 +155,13 @@ Statement Planner::planStatement(std::size_t index)
 {
     const language::Pipeline& pipeline = *_statements[index];
     StepResult result = planPipeline(pipeline);
-    return {std::move(result.node), std::move(result.output), stepsOf(pipeline)};
+    Statement statement{std::move(result.node), std::move(result.output), stepsOf(pipeline), {}};
+    statement.exports = exportsOf(*statement.result);
+    checkTargets(statement);
+    // A statement that reads a document still reads the one from before it.
+    for (const auto& document : statement.exports)
+        _context.unwritten.insert(document->path());
+    return statement;
 }
 
 StepResult Planner::planPipeline(const language::Pipeline& pipeline)
@@ -234,12 +244,34 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
         call.lambda = lambdaOf(*places[1]->value, call.name);
         return;
     }
+    if (kind.arguments == StepArguments::ConfigurationAndExport) {
+        if (places.size() > 2)
+            refuse("(configuration, export)");
+        if (!places.empty() && places[0]->kind != Kind::Open)
+            call.configuration = literalOf(*places[0], call.name);
+        if (places.size() > 1 && places[1]->kind != Kind::Open)
+            call.exported = literalOf(*places[1], call.name);
+        return;
+    }
     const bool open = places.empty() || places[0]->kind == Kind::Open;
     if (places.size() > 1 || (open && kind.arguments == StepArguments::Configuration))
         refuse("(configuration)");
     if (open)
         return;
+<<<<<<< HEAD
     call.configuration = language::jsonLiteral(*places[0]->value, _values, call.name);
+=======
+    call.configuration = literalOf(*places[0], call.name);
+}
+
+Json Planner::literalOf(const language::Argument& argument, const std::string& step) const
+{
+    const auto lookup = [this](const std::string& name) -> const language::Expression* {
+        const auto found = _values.find(name);
+        return found == _values.end() ? nullptr : found->second;
+    };
+    return language::jsonLiteral(*argument.value, lookup, step);
+>>>>>>> steps
 }
 
 const language::Expression* Planner::lambdaOf(const language::Expression& argument,

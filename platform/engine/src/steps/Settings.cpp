@@ -114,6 +114,18 @@ std::optional<std::int64_t> Settings::integer(const std::string& key) const
     refuseType(pathOf(key), "a whole number", *value);
 }
 
+std::optional<CFDatum> Settings::number(const std::string& key) const
+{
+    const Json* value = find(key);
+    if (!value)
+        return std::nullopt;
+    if (!value->is_number())
+        refuseType(pathOf(key), "a number", *value);
+    const bool fits = value->is_number_integer() &&
+                      (!value->is_number_unsigned() || value->get<std::uint64_t>() <= INT64_MAX);
+    return fits ? CFDatum(value->get<std::int64_t>()) : CFDatum(value->get<double>());
+}
+
 Settings Settings::neededObject(const std::string& key) const
 {
     const Json* value = find(key);

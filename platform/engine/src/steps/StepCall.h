@@ -29,6 +29,7 @@ struct StepCall
     Json configuration;                           ///< null if the text has none
     const language::Expression* lambda = nullptr; ///< steps with a lambda
     const Definitions& definitions;               ///< what a lambda may name
+    Json exported = nullptr; ///< the container that the step writes; null if the text has none
 
     const NodePtr& input() const { return inputs.front().node; }
     Settings settings() const { return {configuration, name}; }
@@ -58,5 +59,7 @@ StepResult planBalanceRecords(StepCall& call);
 StepResult planAggregate(StepCall& call);
 StepResult planJoin(StepCall& call);
 StepResult planUnion(StepCall& call);
+StepResult planUpdateDataModel(StepCall& call);
+StepResult planDataModelBuilder(StepCall& call);
 
 } // namespace EmbeddedHV

@@ -22,10 +22,13 @@ constexpr StepKind kSteps[] = {
     {"aggregate", StepInputs::One, StepArguments::Configuration, planAggregate},
     {"join", StepInputs::Tagged, StepArguments::Configuration, planJoin},
     {"union", StepInputs::Tagged, StepArguments::OptionalConfiguration, planUnion},
+    {"updateDataModel", StepInputs::One, StepArguments::Configuration, planUpdateDataModel},
+    {"dataModelBuilder", StepInputs::One, StepArguments::ConfigurationAndExport,
+     planDataModelBuilder},
 };
 
 /// Steps of the language that other engines run.
-constexpr std::string_view kUnavailable[] = {"updateDataModel", "reprojection", "dataModelBuilder"};
+constexpr std::string_view kUnavailable[] = {"reprojection"};
 
 } // namespace
 

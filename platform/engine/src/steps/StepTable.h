@@ -17,9 +17,10 @@ enum class StepInputs
 /// What a step's arguments are.
 enum class StepArguments
 {
-    Configuration,         ///< an object
-    OptionalConfiguration, ///< an object or an open place
-    Lambda                 ///< an open place and a lambda
+    Configuration,          ///< an object
+    OptionalConfiguration,  ///< an object or an open place
+    ConfigurationAndExport, ///< the same, and a container that the step writes
+    Lambda                  ///< an open place and a lambda
 };
 
 /// A step that this engine runs.
