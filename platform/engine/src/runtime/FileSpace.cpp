@@ -41,6 +41,13 @@ std::string pathOfUrl(std::string_view url)
 
 } // namespace
 
+std::string canonicalPath(const std::string& path)
+{
+    std::error_code error;
+    const auto folder = std::filesystem::weakly_canonical(folderOf(path), error);
+    return error ? path : (folder / fileNameOf(path)).string();
+}
+
 FileSpace::FileSpace(const std::string& analyticRoot, const std::string& scratchFolder)
     : _publicFolder(nativePath(analyticRoot) + kPublicFolder),
       _scratchFolder(scratchFolder.empty() ? _publicFolder : nativePath(scratchFolder))
@@ -49,7 +56,7 @@ FileSpace::FileSpace(const std::string& analyticRoot, const std::string& scratch
 }
 
 std::string FileSpace::resolve(const std::string& text,
-                               const std::vector<Container*>& containers) const
+                               const std::vector<const Container*>& containers) const
 {
     for (const Container* container : containers)
         if (container->getName() == text)

@@ -7,6 +7,7 @@
 #include "language/Parser.h"
 #include "runtime/QueryFaults.h"
 #include "runtime/QueryWatch.h"
+#include "steps/DataModelExport.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -81,8 +82,25 @@ void Job::runStatement(Statement& statement)
     const std::string select = selectOf(*statement.result, statement);
     execute(statement.output ? statement.output->statement(select) : select, *statement.result,
             statement);
-    if (statement.output)
-        statement.output->commit();
+    commit(statement);
+}
+
+void Job::commit(Statement& statement)
+{
+    // A chain that several statements use has exported its model with the first of them.
+    std::erase_if(statement.exports, [](const auto& document) { return document->isCommitted(); });
+    try {
+        for (const auto& document : statement.exports)
+            document->commit();
+        if (statement.output)
+            statement.output->commit();
+    } catch (...) {
+        for (const auto& document : statement.exports)
+            document->revoke();
+        throw;
+    }
+    for (const auto& document : statement.exports)
+        _context.unwritten.erase(document->path());
 }
 
 std::string Job::selectOf(Node& node, const Statement& statement)

@@ -32,6 +32,8 @@ public:
 private:
     std::vector<Statement> planAhead(Planner& planner, std::size_t from);
     void runStatement(Statement& statement);
+    /// Gives all that the statement has written its names, or nothing of it.
+    void commit(Statement& statement);
     /// The FROM item of a node; evaluates what is used more than once.
     std::string render(Node& node, const Statement& statement);
     std::string selectOf(Node& node, const Statement& statement);

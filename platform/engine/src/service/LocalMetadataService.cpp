@@ -1,6 +1,7 @@
 #include "service/LocalMetadataService.h"
 
 #include "EngineException.h"
+#include "ErrorIds.h"
 #include "JobError.h"
 #include "language/Parser.h"
 #include "steps/JobContext.h"
@@ -14,28 +15,52 @@ namespace {
     throw Exception(std::string(what) + " are not available in this engine yet");
 }
 
+/// The fields of what the last statement gives. All statements are planned, so that a job that
+/// could not run is not described.
+Fields outputFields(const std::string& jobText, JobContext& context)
+{
+    const language::Program program = language::parseProgram(jobText);
+    Planner planner(program, context);
+    const std::size_t count = planner.statementCount();
+    if (count == 0)
+        throw JobError(errors::kNoStatement, "the job has no statement, so it has no data model");
+    for (std::size_t i = 0; i + 1 < count; ++i) {
+        try {
+            planner.planStatement(i);
+        } catch (const NotYetWritten&) {
+            continue; // what it reads is known when the job runs
+        }
+    }
+    try {
+        return planner.planStatement(count - 1).result->fields;
+    } catch (const NotYetWritten&) {
+        throw JobError(errors::kStepInput,
+                       "the last statement reads what the job itself writes, so "
+                       "its data model is known only when the job has run");
+    }
+}
+
 constexpr const char* kMapServices = "map services";
 constexpr const char* kCoordinateSystems = "coordinate systems";
 
 } // namespace
 
 std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobText, void*&, int,
-                                              const Container&)
+                                              const Container& container)
 {
-    Cancellation cancellation;
-    JobContext context(_database, _files, _dataSources);
-    context.cancellation = &cancellation;
-    context.message = [](const std::string&, const std::string&) {};
     try {
-        const language::Program program = language::parseProgram(jobText);
-        Planner planner(program, context);
-        if (planner.statementCount() == 0)
-            throw Exception("the job has no statement, so it has no data model");
-        return dataModelOf(planner.planStatement(planner.statementCount() - 1).result->fields);
+        Cancellation cancellation;
+        JobContext context(_database, _files, _dataSources);
+        context.cancellation = &cancellation;
+        context.plansOnly = true;
+        context.message = [](const std::string&, const std::string&) {};
+        // The job may name it as the place of the document, though nothing is written there.
+        context.containers.push_back(&container);
+        return dataModelOf(outputFields(jobText, context));
     } catch (const JobError& error) {
         throw Exception(error.text());
-    } catch (const duck::QueryError& error) {
-        throw Exception(error.what());
+    } catch (const std::exception& error) {
+        throw Exception(std::string("the job cannot be described: ") + error.what());
     }
 }
 

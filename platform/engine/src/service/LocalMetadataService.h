@@ -18,7 +18,8 @@ public:
     {
     }
 
-    /// The data model of what the last statement of the job gives or writes.
+    /// The data model of what the last statement of the job gives or writes. No record is read but
+    /// for those of a CSV file that tell the types of its fields, and nothing is written.
     std::string getMetadata(JNIEnv* env, const std::string& jobText, void*& reserved, int flags,
                             const Container& container) override;
     void reservedOperation() override {}

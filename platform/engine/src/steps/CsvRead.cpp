@@ -56,7 +56,9 @@ private:
 Fields CsvPlan::guessedFields()
 {
     // Rows of an iterator come once: a job that has any cannot be planned anew when a guess fails.
-    const std::uint64_t sample = _context.iterators.empty() ? kSampleRecords : UINT64_MAX;
+    // Nor is there a run to show the failure where only the plan is made.
+    const bool mayGuess = _context.iterators.empty() && !_context.plansOnly;
+    const std::uint64_t sample = mayGuess ? kSampleRecords : UINT64_MAX;
     readProfile(std::min(sample, _settings.mostRecords));
     Fields fields;
     for (std::size_t i = 0; i < _known->names().size(); ++i)

@@ -49,9 +49,11 @@ struct JobContext
     DataSources& dataSources;
     ConnectionLease connection;
     Cancellation* cancellation = nullptr;
+    /// The plan is all that is wanted: types that it has guessed must hold.
+    bool plansOnly = false;
     MessageSink message;
 
-    std::vector<Container*> containers;
+    std::vector<const Container*> containers;
     std::map<std::string, RowDataIterator*> iterators;
     /// Made when a step first reads an iterator; gone at the end of execute.
     std::map<std::string, IteratorInput> iteratorInputs;
@@ -59,7 +61,8 @@ struct JobContext
 
     /// By path and header. A profile that is complete stays valid for the job.
     std::map<std::pair<std::string, bool>, std::shared_ptr<CsvProfile>> profiles;
-    /// Destinations of statements that are planned but have not run.
+    /// Destinations of statements that are planned but have not run: canonical paths, and names of
+    /// data sources.
     std::set<std::string> unwritten;
     /// The files that the job has written, by name without folder.
     std::map<std::string, WrittenFile> written;

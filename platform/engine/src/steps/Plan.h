@@ -12,6 +12,7 @@
 
 namespace EmbeddedHV {
 
+class DataModelExport;
 class Reporter;
 
 /// What a source has to look after while a statement reads it: that the types it guessed hold, that
@@ -45,11 +46,12 @@ struct Node
     Fields fields;
     std::vector<NodePtr> inputs;
     std::function<std::string(const std::vector<std::string>& inputs)> select;
-    std::shared_ptr<SourceCheck> check; ///< sources only; may be null
-    bool shared = false;                ///< used more than once, so evaluated into a table
-    int depth = 0;                      ///< steps since the last table or source
-    int steps = 1;                      ///< steps since the source
-    std::string table;                  ///< once evaluated
+    std::shared_ptr<SourceCheck> check;        ///< sources only; may be null
+    std::shared_ptr<DataModelExport> exported; ///< null but for dataModelBuilder
+    bool shared = false;                       ///< used more than once, so evaluated into a table
+    int depth = 0;                             ///< steps since the last table or source
+    int steps = 1;                             ///< steps since the source
+    std::string table;                         ///< once evaluated
 };
 
 /// A relation over others; its depth follows from theirs. Throws JobError past the longest chain.
@@ -75,6 +77,8 @@ struct Statement
     NodePtr result;
     std::unique_ptr<Output> output; ///< null: the records are computed and dropped
     std::string steps;              ///< "read -> filterRecords -> write", for messages
+    /// The documents of the steps that the result is made by.
+    std::vector<std::shared_ptr<DataModelExport>> exports;
 };
 
 /// A column list: quoted names with commas.

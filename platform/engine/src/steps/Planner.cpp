@@ -6,17 +6,14 @@
 #include "JobError.h"
 #include "expression/NearestName.h"
 #include "language/JsonLiteral.h"
+#include "language/Parser.h"
+#include "steps/DataModelExport.h"
 
 namespace EmbeddedHV {
 namespace {
 
 /// Chains of chains are followed by recursion.
 constexpr std::size_t kMostNestedChains = 1000;
-
-std::string placeOf(const language::Position& position)
-{
-    return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
-}
 
 std::string stepsOf(const language::Pipeline& pipeline)
 {
@@ -29,7 +26,7 @@ std::string stepsOf(const language::Pipeline& pipeline)
 } // namespace
 
 Planner::Planner(const language::Program& program, JobContext& context)
-    : _program(program), _context(context)
+    : _program(program), _context(context), _values(language::boundValues(program))
 {
     bindNames();
     checkCycles();
@@ -42,20 +39,18 @@ Planner::Planner(const language::Program& program, JobContext& context)
 
 void Planner::bindNames()
 {
+    std::set<std::string> bound;
     for (const auto& item : _program.items) {
         if (const auto* statement = std::get_if<language::Pipeline>(&item)) {
             _statements.push_back(statement);
             continue;
         }
         const auto& definition = std::get<language::Definition>(item);
-        if (_chains.contains(definition.name) || _values.contains(definition.name))
-            throw JobError(errors::kNameBoundTwice, placeOf(definition.position) + ": the name \"" +
+        if (!bound.insert(definition.name).second)
+            throw JobError(errors::kNameBoundTwice, definition.position.text() + ": the name \"" +
                                                         definition.name + "\" is bound already");
         if (const auto* chain = std::get_if<language::Pipeline>(&definition.value))
             _chains.emplace(definition.name, chain);
-        else
-            _values.emplace(definition.name,
-                            std::get<language::ExpressionPtr>(definition.value).get());
     }
     for (const auto& [name, chain] : _chains)
         checkSteps(*chain);
@@ -79,11 +74,9 @@ const language::Pipeline& Planner::chainOf(const std::string& name) const
         throw JobError(errors::kNameKind,
                        "\"" + name +
                            "\" is a value, not a chain that a step can take records from");
-    std::vector<std::string_view> names;
-    for (const auto& [known, chain] : _chains)
-        names.emplace_back(known);
     throw JobError(errors::kUnknownName,
-                   "there is no chain \"" + name + "\"" + suggestion(name, names));
+                   "there is no chain \"" + name + "\"" +
+                       suggestion(name, _chains, &decltype(_chains)::value_type::first));
 }
 
 std::pair<std::string, std::string> Planner::inputIn(const language::Argument& argument) const
@@ -125,10 +118,10 @@ void Planner::visit(const std::string& name, std::set<std::string>& open,
     const language::Pipeline& chain = chainOf(name);
     if (!open.insert(name).second)
         throw JobError(errors::kCycle,
-                       placeOf(chain.position) + ": the chain \"" + name + "\" uses itself");
+                       chain.position.text() + ": the chain \"" + name + "\" uses itself");
     if (open.size() > kMostNestedChains)
         throw JobError(errors::kLiteralSize,
-                       placeOf(chain.position) + ": the chain \"" + name + "\" is nested too deep");
+                       chain.position.text() + ": the chain \"" + name + "\" is nested too deep");
     for (const std::string& input : chainsIn(chain))
         visit(input, open, done);
     open.erase(name);
@@ -148,7 +141,7 @@ void Planner::countIterator(const language::Step& step)
 {
     if (step.name != "read" || _context.iterators.empty())
         return;
-    StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values, nullptr};
+    StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values};
     readArguments(step, stepKind(step), call);
     if (call.configuration.is_object())
         if (const auto name = call.settings().text("dataSource"))
@@ -159,7 +152,13 @@ Statement Planner::planStatement(std::size_t index)
 {
     const language::Pipeline& pipeline = *_statements[index];
     StepResult result = planPipeline(pipeline);
-    return {std::move(result.node), std::move(result.output), stepsOf(pipeline)};
+    Statement statement{std::move(result.node), std::move(result.output), stepsOf(pipeline), {}};
+    statement.exports = exportsOf(*statement.result);
+    checkTargets(statement);
+    // A statement that reads a document still reads the one from before it.
+    for (const auto& document : statement.exports)
+        _context.unwritten.insert(document->path());
+    return statement;
 }
 
 StepResult Planner::planPipeline(const language::Pipeline& pipeline)
@@ -197,7 +196,7 @@ NodePtr Planner::planChain(const std::string& name, const std::string& step)
 StepResult Planner::planStep(const language::Step& step, NodePtr input)
 {
     const StepKind& kind = stepKind(step);
-    StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values, nullptr};
+    StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values};
     gatherInputs(step, std::move(input), call);
     const std::size_t inputs = call.inputs.size();
     if (kind.inputs == StepInputs::None && inputs > 0)
@@ -237,7 +236,7 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
             places.push_back(&argument);
     const bool takesLambda = kind.arguments == StepArguments::Lambda;
     const auto refuse = [&](const std::string& form) {
-        throw JobError(errors::kStepArguments, placeOf(step.position) + ": " + call.name +
+        throw JobError(errors::kStepArguments, step.position.text() + ": " + call.name +
                                                    ": the step is written " + call.name + form);
     };
     if (takesLambda) {
@@ -256,6 +255,15 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
             call.outputContainers = literalOf(*places[2], call.name);
         return;
     }
+    if (kind.arguments == StepArguments::ConfigurationAndExport) {
+        if (places.size() > 2)
+            refuse("(configuration, export)");
+        if (!places.empty() && places[0]->kind != Kind::Open)
+            call.configuration = literalOf(*places[0], call.name);
+        if (places.size() > 1 && places[1]->kind != Kind::Open)
+            call.exported = literalOf(*places[1], call.name);
+        return;
+    }
     const bool open = places.empty() || places[0]->kind == Kind::Open;
     if (places.size() > 1 || (open && kind.arguments == StepArguments::Configuration))
         refuse("(configuration)");
@@ -266,11 +274,7 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
 
 Json Planner::literalOf(const language::Argument& argument, const std::string& step) const
 {
-    const auto lookup = [this](const std::string& name) -> const language::Expression* {
-        const auto found = _values.find(name);
-        return found == _values.end() ? nullptr : found->second;
-    };
-    return language::jsonLiteral(*argument.value, lookup, step);
+    return language::jsonLiteral(*argument.value, _values, step);
 }
 
 const language::Expression* Planner::lambdaOf(const language::Expression& argument,
@@ -283,13 +287,10 @@ const language::Expression* Planner::lambdaOf(const language::Expression& argume
         if (!name)
             return expression;
         const auto found = _values.find(name->name);
-        if (found == _values.end()) {
-            std::vector<std::string_view> names;
-            for (const auto& [known, value] : _values)
-                names.emplace_back(known);
-            throw JobError(errors::kUnknownName, step + ": there is no definition \"" + name->name +
-                                                     "\"" + suggestion(name->name, names));
-        }
+        if (found == _values.end())
+            throw JobError(errors::kUnknownName,
+                           step + ": there is no definition \"" + name->name + "\"" +
+                               suggestion(name->name, _values, &Definitions::value_type::first));
         expression = found->second;
     }
     throw JobError(errors::kCycle, step + ": the definition of the lambda leads back to itself");

@@ -8,6 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "CFDatum.h"
+
 namespace EmbeddedHV {
 
 using Json = nlohmann::ordered_json;
@@ -29,6 +31,9 @@ public:
     std::optional<bool> flag(const std::string& key) const;
     /// A number beyond 64 bits counts as the largest one.
     std::optional<std::int64_t> integer(const std::string& key) const;
+    /// An integer datum for a whole number of 64 bits that is written without a point, else a real
+    /// one.
+    std::optional<CFDatum> number(const std::string& key) const;
     Settings neededObject(const std::string& key) const;
     /// The list under a key; throws if it is absent.
     const Json& neededList(const std::string& key) const;
@@ -46,6 +51,7 @@ public:
 
 private:
     const Json* find(const std::string& key) const;
+    std::string textOf(const Json& value, const std::string& key) const;
     [[noreturn]] void refuseType(const std::string& path, const char* wanted,
                                  const Json& found) const;
     [[noreturn]] void refuseMissing(const std::string& key) const;

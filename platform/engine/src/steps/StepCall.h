@@ -29,7 +29,8 @@ struct StepCall
     Json configuration;                           ///< null if the text has none
     const language::Expression* lambda = nullptr; ///< steps with a lambda
     const Definitions& definitions;               ///< what a lambda may name
-    Json outputContainers;                        ///< components; null if the text has none
+    Json exported = nullptr; ///< the container that the step writes; null if the text has none
+    Json outputContainers = nullptr; ///< of a component; null if the text has none
 
     const NodePtr& input() const { return inputs.front().node; }
     Settings settings() const { return {configuration, name}; }
@@ -59,5 +60,7 @@ StepResult planBalanceRecords(StepCall& call);
 StepResult planAggregate(StepCall& call);
 StepResult planJoin(StepCall& call);
 StepResult planUnion(StepCall& call);
+StepResult planUpdateDataModel(StepCall& call);
+StepResult planDataModelBuilder(StepCall& call);
 
 } // namespace EmbeddedHV

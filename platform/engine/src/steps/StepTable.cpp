@@ -23,10 +23,13 @@ constexpr StepKind kSteps[] = {
     {"aggregate", StepInputs::One, StepArguments::Configuration, planAggregate},
     {"join", StepInputs::Tagged, StepArguments::Configuration, planJoin},
     {"union", StepInputs::Tagged, StepArguments::OptionalConfiguration, planUnion},
+    {"updateDataModel", StepInputs::One, StepArguments::Configuration, planUpdateDataModel},
+    {"dataModelBuilder", StepInputs::One, StepArguments::ConfigurationAndExport,
+     planDataModelBuilder},
 };
 
 /// Steps of the language that other engines run.
-constexpr std::string_view kUnavailable[] = {"updateDataModel", "reprojection", "dataModelBuilder"};
+constexpr std::string_view kUnavailable[] = {"reprojection"};
 
 } // namespace
 
@@ -46,10 +49,8 @@ const StepKind& stepKind(const language::Step& step)
     std::vector<std::string_view> names(std::begin(kUnavailable), std::end(kUnavailable));
     for (const StepKind& kind : kSteps)
         names.emplace_back(kind.name);
-    throw JobError(errors::kUnknownStep, "line " + std::to_string(step.position.line) +
-                                             ", column " + std::to_string(step.position.column) +
-                                             ": there is no step \"" + step.name + "\"" +
-                                             suggestion(step.name, names));
+    throw JobError(errors::kUnknownStep, step.position.text() + ": there is no step \"" +
+                                             step.name + "\"" + suggestion(step.name, names));
 }
 
 } // namespace EmbeddedHV

@@ -1,0 +1,94 @@
+#include "steps/StorageChange.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "DataFileNames.h"
+#include "datafile/ColumnTypes.h"
+#include "datafile/SqlQuoting.h"
+#include "expression/FunctionTable.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// How values change their storage: the SQL, with $1 for the value, is missing for a value that
+/// does not change without loss. Where there is no SQL, the language's function of that name reads
+/// the text.
+struct Conversion
+{
+    CFField::StorageType from;
+    CFField::StorageType to;
+    const char* sql;
+    const char* function = nullptr;
+};
+
+constexpr Conversion kConversions[] = {
+    // Integers past 2^53 have no double of their own.
+    {CFField::Integer, CFField::Real,
+     "CASE WHEN CAST(CAST($1 AS DOUBLE) AS HUGEINT) = $1 THEN CAST($1 AS DOUBLE) END"},
+    {CFField::Real, CFField::Integer,
+     "CASE WHEN TRY_CAST($1 AS BIGINT) = $1 THEN TRY_CAST($1 AS BIGINT) END"},
+    {CFField::Integer, CFField::String, "CAST($1 AS VARCHAR)"},
+    {CFField::Real, CFField::String, "CAST($1 AS VARCHAR)"},
+    {CFField::Date, CFField::String, "CAST($1 AS VARCHAR)"},
+    {CFField::Time, CFField::String, "CAST($1 AS VARCHAR)"},
+    {CFField::Timestamp, CFField::String, "CAST($1 AS VARCHAR)"},
+    {CFField::String, CFField::Integer, nullptr, "toInteger"},
+    {CFField::String, CFField::Real, nullptr, "toReal"},
+    {CFField::String, CFField::Date, nullptr, "toDate"},
+    {CFField::String, CFField::Time, nullptr, "toTime"},
+    {CFField::String, CFField::Timestamp, nullptr, "toTimestamp"},
+    {CFField::String, CFField::String, "$1"}, // one that was not known
+    {CFField::Date, CFField::Timestamp, "CAST($1 AS TIMESTAMP)"},
+    {CFField::Timestamp, CFField::Date,
+     "CASE WHEN CAST(CAST($1 AS DATE) AS TIMESTAMP) = $1 THEN CAST($1 AS DATE) END"},
+};
+
+/// The SQL of the form of a function that takes one text.
+std::string_view textForm(const char* function)
+{
+    const auto forms = formsOf(function);
+    return std::find_if(forms.begin(), forms.end(),
+                        [](const Function& form) { return form.parameters == "String"; })
+        ->sql;
+}
+
+std::string filledIn(std::string_view sql, const std::string& value)
+{
+    constexpr std::string_view kPlace = "$1";
+    std::string text(sql);
+    for (auto at = text.find(kPlace); at != std::string::npos;
+         at = text.find(kPlace, at + value.size()))
+        text.replace(at, kPlace.size(), value);
+    return text;
+}
+
+} // namespace
+
+std::optional<std::string> convertedColumn(const CFField& field, CFField::StorageType storage)
+{
+    const std::string column = quotedIdentifier(field.GetName());
+    if (field.GetStorage() == storage)
+        return column;
+    // Where the storage is not known, texts stand in the column.
+    const auto from = field.GetStorage() == CFField::Unknown ? CFField::String : field.GetStorage();
+    const auto* found =
+        std::find_if(std::begin(kConversions), std::end(kConversions),
+                     [&](const auto& known) { return known.from == from && known.to == storage; });
+    if (found == std::end(kConversions))
+        return std::nullopt;
+    const std::string_view sql = found->sql ? found->sql : textForm(found->function);
+    std::string missing = column + " IS NULL";
+    if (from == CFField::String && storage != CFField::String)
+        missing += " OR trim(" + column + ") = ''";
+    // A text of any length may stand in the field; the message shows its beginning.
+    const std::string fault = "error(" +
+                              quotedLiteral("a value of the field \"" + field.GetName() +
+                                            kStorageFault + WordOf(storage) + ": \"") +
+                              " || left(CAST(" + column + " AS VARCHAR), 100) || '\"')";
+    return "CASE WHEN " + missing + " THEN NULL ELSE coalesce(" + filledIn(sql, column) +
+           ", CAST(" + fault + " AS " + sqlTypeOf(storage) + ")) END";
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,59 @@
+#include <set>
+
+#include "steps/FieldUpdate.h"
+#include "steps/StepCall.h"
+#include "steps/StorageChange.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// The fields as the entries of the step change them.
+Fields updatedFields(const StepCall& call, const Settings& settings)
+{
+    const Json& entries = settings.neededList("fields");
+    Fields fields = call.input()->fields;
+    std::set<std::string> seen;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const Settings entry = settings.objectAt(entries, "fields", i);
+        const std::string name = entry.neededText("name");
+        const CFField& field = call.inputField(name);
+        if (!seen.insert(name).second)
+            entry.refuse("name", "is \"" + name + "\", as that of an entry before it");
+        const auto place = &field - call.input()->fields.data();
+        updateField(entry, fields[static_cast<std::size_t>(place)], call.context.message);
+    }
+    return fields;
+}
+
+/// The columns of the input, those with another storage converted; updateField has refused what
+/// does not convert.
+std::string convertedColumns(const Fields& before, const Fields& after)
+{
+    std::string columns;
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        columns += i == 0 ? "" : ", ";
+        columns += convertedColumn(before[i], after[i].GetStorage()).value();
+        if (before[i].GetStorage() != after[i].GetStorage())
+            columns += " AS " + quotedIdentifier(before[i].GetName());
+    }
+    return columns;
+}
+
+} // namespace
+
+/// Changes what is known of fields, on the way through. Missing values that are declared here stay
+/// values for the rest of the job: what is missing was decided where the values were read.
+StepResult planUpdateDataModel(StepCall& call)
+{
+    const Settings settings = call.settings();
+    Fields fields = updatedFields(call, settings);
+    settings.reportOthers(call.context.message);
+    const std::string columns = convertedColumns(call.input()->fields, fields);
+    return {derivedNode(std::move(fields), {call.input()},
+                        [columns](const std::vector<std::string>& inputs) {
+                            return "SELECT " + columns + " FROM " + inputs[0];
+                        }),
+            nullptr};
+}
+
+} // namespace EmbeddedHV
