@@ -1,5 +1,6 @@
 #include "datafile/Duck.h"
 
+#include <cmath>
 #include <memory>
 #include <string_view>
 
@@ -49,6 +50,21 @@ std::string Result::text(std::size_t column, std::size_t row)
     const std::unique_ptr<char, decltype(&duckdb_free)> value(
         duckdb_value_varchar(&_result, column, row), duckdb_free);
     return value ? std::string(value.get()) : std::string();
+}
+
+std::string Result::bytes(std::size_t column, std::size_t row)
+{
+    const duckdb_string value = duckdb_value_string(&_result, column, row);
+    const std::unique_ptr<char, decltype(&duckdb_free)> owner(value.data, duckdb_free);
+    return owner ? std::string(owner.get(), value.size) : std::string();
+}
+
+std::optional<double> Result::real(std::size_t column, std::size_t row)
+{
+    if (duckdb_value_is_null(&_result, column, row))
+        return std::nullopt;
+    const double value = duckdb_value_double(&_result, column, row);
+    return std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
 std::int64_t Result::integer(std::size_t column, std::size_t row)

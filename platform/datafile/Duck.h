@@ -2,6 +2,8 @@
 
 #include <duckdb.h>
 
+#include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -36,7 +38,11 @@ public:
     std::size_t rows() { return duckdb_row_count(&_result); }
     /// The value as text; empty for a missing value.
     std::string text(std::size_t column, std::size_t row);
+    /// The text with all its bytes, be there zero characters among them.
+    std::string bytes(std::size_t column, std::size_t row);
     std::int64_t integer(std::size_t column, std::size_t row);
+    /// Nothing for a missing value, or one that is infinite or not a number.
+    std::optional<double> real(std::size_t column, std::size_t row);
     duckdb_result& handle() { return _result; }
 
 private:

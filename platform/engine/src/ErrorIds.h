@@ -30,6 +30,10 @@ inline constexpr const char* kNotAvailable = "HVEPL0013E"; ///< known, but not i
 inline constexpr const char* kLiteralSize = "HVEPL0014E";  ///< a literal too large or too deep
 inline constexpr const char* kSettingIgnored = "HVEPL0015W"; ///< a setting that the step lacks
 
+// DE: the component descriptives.
+inline constexpr const char* kSettingNotHonoured = "HVEDE0001W"; ///< a setting without effect
+inline constexpr const char* kNoTimeInterval = "HVEDE0002W"; ///< fields that make up no interval
+
 // EX: expressions over records.
 inline constexpr const char* kLambdaForm = "HVEEX0001E";      ///< not the form that the step takes
 inline constexpr const char* kExpressionField = "HVEEX0002E"; ///< a field that the record lacks

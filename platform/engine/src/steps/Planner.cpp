@@ -164,13 +164,15 @@ Statement Planner::planStatement(std::size_t index)
 StepResult Planner::planPipeline(const language::Pipeline& pipeline)
 {
     StepResult result;
+    std::string before;
     if (!pipeline.input.empty())
         result.node = planChain(pipeline.input, pipeline.steps.front().fullName());
     for (const language::Step& step : pipeline.steps) {
         if (result.output)
-            throw JobError(errors::kStepInput, step.fullName() + ": nothing can follow write, "
-                                                                 "which gives no records");
+            throw JobError(errors::kStepInput, step.fullName() + ": nothing can follow " + before +
+                                                   ", which gives no records");
         result = planStep(step, std::move(result.node));
+        before = step.fullName();
     }
     return result;
 }
@@ -180,10 +182,12 @@ NodePtr Planner::planChain(const std::string& name, const std::string& step)
     NodePtr& planned = _planned[name];
     if (planned)
         return planned;
-    StepResult result = planPipeline(chainOf(name));
+    const language::Pipeline& chain = chainOf(name);
+    StepResult result = planPipeline(chain);
     if (result.output)
-        throw JobError(errors::kStepInput,
-                       step + ": the chain \"" + name + "\" ends in write, which gives no records");
+        throw JobError(errors::kStepInput, step + ": the chain \"" + name + "\" ends in " +
+                                               chain.steps.back().fullName() +
+                                               ", which gives no records");
     planned = std::move(result.node);
     planned->shared = planned->shared || _uses[name] > 1;
     return planned;
@@ -239,6 +243,16 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
         if (places.size() != 2 || places[0]->kind != Kind::Open || places[1]->kind != Kind::Value)
             refuse("(_, lambda)");
         call.lambda = lambdaOf(*places[1]->value, call.name);
+        return;
+    }
+    if (kind.arguments == StepArguments::Component) {
+        if (places.empty() || places.size() > 3 || places[0]->kind == Kind::Open)
+            refuse("(configuration, input containers, output containers)");
+        if (places.size() > 1 && places[1]->kind != Kind::Open)
+            refuse("(configuration, _, output containers): it reads no container");
+        call.configuration = literalOf(*places[0], call.name);
+        if (places.size() > 2 && places[2]->kind != Kind::Open)
+            call.outputContainers = literalOf(*places[2], call.name);
         return;
     }
     if (kind.arguments == StepArguments::ConfigurationAndExport) {

@@ -30,6 +30,7 @@ struct StepCall
     const language::Expression* lambda = nullptr; ///< steps with a lambda
     const Definitions& definitions;               ///< what a lambda may name
     Json exported = nullptr; ///< the container that the step writes; null if the text has none
+    Json outputContainers = nullptr; ///< of a component; null if the text has none
 
     const NodePtr& input() const { return inputs.front().node; }
     Settings settings() const { return {configuration, name}; }

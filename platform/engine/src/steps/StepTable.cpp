@@ -6,6 +6,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "components/ComponentTable.h"
 #include "expression/NearestName.h"
 
 namespace EmbeddedHV {
@@ -34,16 +35,17 @@ constexpr std::string_view kUnavailable[] = {"reprojection"};
 
 const StepKind& stepKind(const language::Step& step)
 {
+    if (!step.nameSpace.empty())
+        return componentKind(step);
     const auto* found = std::find_if(std::begin(kSteps), std::end(kSteps),
                                      [&](const StepKind& kind) { return step.name == kind.name; });
-    if (step.nameSpace.empty() && found != std::end(kSteps))
+    if (found != std::end(kSteps))
         return *found;
     const bool known = std::find(std::begin(kUnavailable), std::end(kUnavailable), step.name) !=
                        std::end(kUnavailable);
-    if (!step.nameSpace.empty() || known)
+    if (known)
         throw JobError(errors::kNotAvailable,
-                       (step.nameSpace.empty() ? "the step \"" : "the component \"") +
-                           step.fullName() + "\" is not available in this engine yet");
+                       "the step \"" + step.name + "\" is not available in this engine yet");
     std::vector<std::string_view> names(std::begin(kUnavailable), std::end(kUnavailable));
     for (const StepKind& kind : kSteps)
         names.emplace_back(kind.name);

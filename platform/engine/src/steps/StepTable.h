@@ -20,7 +20,8 @@ enum class StepArguments
     Configuration,          ///< an object
     OptionalConfiguration,  ///< an object or an open place
     ConfigurationAndExport, ///< the same, and a container that the step writes
-    Lambda                  ///< an open place and a lambda
+    Lambda,                 ///< an open place and a lambda
+    Component               ///< an object, input containers, output containers
 };
 
 /// A step that this engine runs.

@@ -1,0 +1,23 @@
+#include "components/ComponentQueries.h"
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "runtime/QueryFaults.h"
+#include "runtime/QueryWatch.h"
+
+namespace EmbeddedHV {
+
+duck::Result ComponentQueries::run(const std::string& sql) const
+{
+    // The job turns any fault into its cancellation where it was cancelled.
+    if (_context.stopping())
+        throw JobError(errors::kQueryFailed, _component + ": the job was stopped");
+    const QueryWatch watch(_context.connection->handle(), *_context.cancellation, [](double) {});
+    try {
+        return _context.connection->query(sql);
+    } catch (const duck::QueryError& error) {
+        throw faultOf(error.what(), _component, "the result of " + _component);
+    }
+}
+
+} // namespace EmbeddedHV

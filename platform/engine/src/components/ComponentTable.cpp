@@ -1,0 +1,37 @@
+#include "components/ComponentTable.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+#include <vector>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "components/descriptives/Descriptives.h"
+#include "expression/NearestName.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr StepKind kComponents[] = {
+    {"descriptives:descriptives", StepInputs::One, StepArguments::Component, planDescriptives},
+};
+
+} // namespace
+
+const StepKind& componentKind(const language::Step& step)
+{
+    const std::string name = step.fullName();
+    const auto* found = std::find_if(std::begin(kComponents), std::end(kComponents),
+                                     [&](const StepKind& kind) { return name == kind.name; });
+    if (found != std::end(kComponents))
+        return *found;
+    std::vector<std::string_view> names;
+    for (const StepKind& kind : kComponents)
+        names.emplace_back(kind.name);
+    throw JobError(errors::kNotAvailable, "the component \"" + name +
+                                              "\" is not available in this engine yet" +
+                                              suggestion(name, names));
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,126 @@
+#include "components/descriptives/Descriptives.h"
+
+#include <deque>
+
+#include "ErrorIds.h"
+#include "components/ComponentQueries.h"
+#include "components/ContainerFile.h"
+#include "components/descriptives/DescriptivesSettings.h"
+#include "components/descriptives/InputTable.h"
+#include "components/descriptives/IntervalDocument.h"
+#include "components/descriptives/PmmlDocument.h"
+#include "components/descriptives/StatDocument.h"
+#include "components/descriptives/Summaries.h"
+#include "components/descriptives/TimeInterval.h"
+
+namespace EmbeddedHV {
+namespace {
+
+const char* memberOf(ContainerKind kind)
+{
+    switch (kind) {
+    case ContainerKind::Pmml:
+        return "PMML.xml";
+    case ContainerKind::Statistics:
+        return "StatXML.xml";
+    case ContainerKind::TimeIntervals:
+        return "TIME_INTERVAL.json";
+    }
+    return "";
+}
+
+std::string listOf(const std::vector<std::string>& names)
+{
+    std::string list;
+    for (const std::string& name : names)
+        list += (list.empty() ? "\"" : ", \"") + name + "\"";
+    return list;
+}
+
+/// Where the records go: into a table first, which is described once it is whole. The containers
+/// get their files together, or none does.
+class DescriptivesOutput : public Output
+{
+public:
+    DescriptivesOutput(StepCall& call, DescriptivesSettings settings)
+        : _context(call.context), _component(call.name), _settings(std::move(settings)),
+          _table(call.context.newTable("hv_described_"), _settings)
+    {
+        for (const OutputContainer& container : _settings.containers)
+            _files.emplace_back(container.path, memberOf(container.kind), _component);
+        for (const OutputContainer& container : _settings.containers)
+            _context.unwritten.insert(container.path);
+    }
+
+    std::string target() const override { return "the result of " + _component; }
+    std::string statement(const std::string& select) override { return _table.creation(select); }
+
+    void commit() override
+    {
+        const ComponentQueries queries(_context, _component);
+        _summary = summarize(queries, _table, _settings);
+        for (const Fields& point : _settings.points)
+            addInterval(detectInterval(queries, _table, point));
+        queries.run("DROP TABLE " + _table.name());
+        for (std::size_t i = 0; i < _files.size(); ++i)
+            _files[i].write(documentOf(_settings.containers[i].kind));
+        publish();
+    }
+
+private:
+    void addInterval(TimeInterval interval)
+    {
+        if (!interval.unit)
+            _context.message(errors::kNoTimeInterval, _component + ": the values of " +
+                                                          listOf(interval.fields) +
+                                                          " make up no time interval");
+        _intervals.push_back(std::move(interval));
+    }
+
+    std::string documentOf(ContainerKind kind) const
+    {
+        switch (kind) {
+        case ContainerKind::Pmml:
+            return pmmlDocument(_summary);
+        case ContainerKind::Statistics:
+            return statDocument(_summary);
+        case ContainerKind::TimeIntervals:
+            return intervalDocument(_intervals);
+        }
+        return {};
+    }
+
+    void publish()
+    {
+        std::size_t done = 0;
+        try {
+            for (; done < _files.size(); ++done)
+                _files[done].commit();
+        } catch (...) {
+            while (done > 0)
+                _files[--done].revoke();
+            throw;
+        }
+        for (const ContainerFile& file : _files)
+            _context.unwritten.erase(file.destination());
+    }
+
+    JobContext& _context;
+    std::string _component;
+    DescriptivesSettings _settings;
+    InputTable _table;
+    std::deque<ContainerFile> _files; ///< a deque, since a file neither moves nor copies
+    DataSummary _summary;
+    std::vector<TimeInterval> _intervals;
+};
+
+} // namespace
+
+StepResult planDescriptives(StepCall& call)
+{
+    DescriptivesSettings settings = descriptivesSettings(call);
+    NodePtr input = call.input();
+    return {std::move(input), std::make_unique<DescriptivesOutput>(call, std::move(settings))};
+}
+
+} // namespace EmbeddedHV

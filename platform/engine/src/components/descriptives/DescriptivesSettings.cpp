@@ -1,0 +1,236 @@
+#include "components/descriptives/DescriptivesSettings.h"
+
+#include <algorithm>
+#include <variant>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "datafile/ColumnTypes.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr std::int64_t kDefaultDistinctValues = 1000;
+constexpr std::int64_t kAnyNumber = -1;
+
+/// Settings of the analysis that the component does not have, with the value that asks for nothing.
+const std::pair<const char*, std::variant<bool, const char*>> kNotHonoured[] = {
+    {"computeCustomPercentiles", false},
+    {"customPercentilesAccuracy", "none"},
+    {"computeAllPercentiles", false},
+    {"computeAllTargetInputPairs", false},
+    {"storageTypeHandling", "none"},
+    {"fieldRoleHandling", "none"},
+    {"measureHandling", "none"},
+    {"computeDistSummaryForNumeric", "none"},
+    {"computeBivStatsForBDP", false},
+    {"identifyExtremeOutliers", false},
+    {"dataInterestingness", false},
+    {"useFeatureSelection", "none"},
+    {"useEqualFreqBinning", false},
+    {"useMissingValueHandling", false},
+    {"useSupervisedMerging", false},
+    {"zeroInflationDetection", false},
+    {"zeroInflationHandling", false},
+    {"computeDateDuration", false},
+    {"computeTimeDuration", false},
+    // Without detection there is no outlier to mark.
+    {"outlierHandlingMethod", "markOut"},
+    {"outlierDetectionMethod", "none"},
+};
+/// Threads belong to the engine as a whole.
+constexpr const char* kThreads = "NumberOfThreads";
+
+constexpr std::pair<const char*, ContainerKind> kContainerNames[] = {
+    {"PMML", ContainerKind::Pmml},
+    {"StatXML", ContainerKind::Statistics},
+    {"JSON", ContainerKind::TimeIntervals},
+};
+/// What containers of other names hold, by their place.
+constexpr ContainerKind kContainerPlaces[] = {ContainerKind::Pmml, ContainerKind::Statistics};
+
+bool isDefault(const Json& value, const std::variant<bool, const char*>& standard)
+{
+    if (const bool* flag = std::get_if<bool>(&standard))
+        return value.is_boolean() && value.get<bool>() == *flag;
+    return value.is_string() && value.get<std::string>() == std::get<const char*>(standard);
+}
+
+void tellNotHonoured(const StepCall& call, const char* key)
+{
+    call.context.message(
+        errors::kSettingNotHonoured,
+        call.name + ": the setting \"" + key + "\" is " +
+            call.configuration[key].dump(-1, ' ', false, Json::error_handler_t::replace) +
+            ", which this engine does not do: it has no effect");
+}
+
+void checkNotHonoured(const StepCall& call, const Settings& settings)
+{
+    for (const auto& [key, standard] : kNotHonoured)
+        if (settings.has(key) && !isDefault(call.configuration[key], standard))
+            tellNotHonoured(call, key);
+    if (settings.integer(kThreads))
+        tellNotHonoured(call, kThreads);
+}
+
+std::optional<Fields> fieldList(const StepCall& call, const Settings& settings,
+                                const std::string& key)
+{
+    if (!settings.has(key))
+        return std::nullopt;
+    const Json& names = settings.neededList(key);
+    Fields fields;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const CFField& field = call.inputField(settings.textAt(names, key, i));
+        if (!findField(fields, field.GetName()))
+            fields.push_back(field);
+    }
+    return fields;
+}
+
+bool isNumber(const CFField& field)
+{
+    return field.GetStorage() == CFField::Integer || field.GetStorage() == CFField::Real;
+}
+
+bool isMoment(const CFField& field)
+{
+    return field.GetStorage() == CFField::Date || field.GetStorage() == CFField::Time ||
+           field.GetStorage() == CFField::Timestamp;
+}
+
+[[noreturn]] void refuseType(const Settings& settings, const std::string& key, const CFField& field,
+                             const std::string& wanted)
+{
+    settings.refuse(key, "names \"" + field.GetName() + "\", which is " +
+                             typeWordOf(field.GetStorage()) + ", not " + wanted);
+}
+
+void readDateFields(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
+{
+    const std::string key = "stdDateTimeFieldList";
+    for (const CFField& field : fieldList(call, settings, key).value_or(Fields())) {
+        if (!isMoment(field))
+            refuseType(settings, key, field, "a date, a time or a timestamp");
+        result.points.push_back({field});
+    }
+}
+
+void readPeriodFields(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
+{
+    const std::string key = "nonStdDateTimeFieldList";
+    if (!settings.has(key))
+        return;
+    const Json& groups = settings.neededList(key);
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        const std::string place = key + "[" + std::to_string(i) + "]";
+        Json wrapped = Json::object();
+        wrapped[place] = groups[i];
+        const Fields fields =
+            fieldList(call, Settings(wrapped, settings.step()), place).value_or(Fields());
+        for (const CFField& field : fields)
+            if (!isNumber(field))
+                refuseType(settings, place, field, "a number");
+        if (!fields.empty())
+            result.points.push_back(fields);
+    }
+}
+
+void readWeight(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
+{
+    const std::string key = "frequencyWeightField";
+    const std::string name = settings.text(key).value_or("");
+    if (name.empty())
+        return;
+    const CFField& field = call.inputField(name);
+    if (!isNumber(field))
+        refuseType(settings, key, field, "a number");
+    result.weight = name;
+}
+
+void readFields(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
+{
+    if (auto listed = fieldList(call, settings, "inputFieldList")) {
+        result.fields = std::move(*listed);
+        return;
+    }
+    for (const CFField& field : call.input()->fields)
+        if (field.GetName() != result.weight)
+            result.fields.push_back(field);
+}
+
+void readDistinctValues(const Settings& settings, DescriptivesSettings& result)
+{
+    const std::string key = "maxNOfDistinctValues";
+    const std::int64_t most = settings.integer(key).value_or(kDefaultDistinctValues);
+    if (most < kAnyNumber)
+        settings.refuse(key, "is " + std::to_string(most) + ", not -1 or a count");
+    if (most != kAnyNumber)
+        result.mostDistinctValues = most;
+}
+
+ContainerKind kindOf(const Settings& container, std::size_t place)
+{
+    const std::string name = container.neededText("name");
+    for (const auto& [known, kind] : kContainerNames)
+        if (name == known)
+            return kind;
+    if (place >= std::size(kContainerPlaces))
+        container.refuse("name", "is \"" + name + "\"; known are PMML, StatXML and JSON");
+    return kContainerPlaces[place];
+}
+
+/// The path of a container: the job's own of that name, else what the text says.
+std::string pathOf(const StepCall& call, const Settings& container)
+{
+    const JobContext& context = call.context;
+    const std::string name = container.neededText("name");
+    const std::string uri = container.text("uri").value_or("");
+    return context.files.resolve(uri.empty() ? name : uri, context.containers);
+}
+
+void readContainers(StepCall& call, DescriptivesSettings& result)
+{
+    if (call.outputContainers.is_null())
+        throw JobError(errors::kSettingMissing,
+                       call.name + ": no output container is given, so there is no place for the "
+                                   "result");
+    Json wrapped = Json::object();
+    wrapped["output containers"] = call.outputContainers;
+    const Settings outer(wrapped, call.name);
+    const Json& list = outer.neededList("output containers");
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        const Settings container = outer.objectAt(list, "output containers", i);
+        if (!container.flag("export").value_or(true))
+            continue;
+        const OutputContainer output{kindOf(container, i), pathOf(call, container)};
+        for (const OutputContainer& other : result.containers)
+            if (other.path == output.path)
+                container.refuse("uri", "names the same file as another container, " + output.path);
+        container.reportOthers(call.context.message);
+        result.containers.push_back(output);
+    }
+}
+
+} // namespace
+
+DescriptivesSettings descriptivesSettings(StepCall& call)
+{
+    const Settings settings = call.settings();
+    DescriptivesSettings result;
+    readWeight(call, settings, result);
+    readFields(call, settings, result);
+    readDateFields(call, settings, result);
+    readPeriodFields(call, settings, result);
+    readDistinctValues(settings, result);
+    result.summaries = settings.flag("computeSummaryStats").value_or(true);
+    result.stringDistributions = settings.flag("computeDistSummaryForString").value_or(true);
+    result.trimsBlanks = settings.flag("trimTrailingBlank").value_or(false);
+    checkNotHonoured(call, settings);
+    settings.reportOthers(call.context.message);
+    readContainers(call, result);
+    return result;
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,95 @@
+#include "components/descriptives/DistinctValues.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// Where so many records alone have too many values, the rest need not be looked at.
+constexpr std::int64_t kRecordsTried = 50000;
+
+/// A value as data models tell it.
+std::string onModelScale(const std::string& column, CFField::StorageType storage)
+{
+    switch (storage) {
+    case CFField::Date:
+        return "(" + column + " - DATE '1970-01-01')";
+    case CFField::Time:
+    case CFField::Timestamp:
+        return "epoch(" + column + ")";
+    default:
+        return column;
+    }
+}
+
+CFDatum datumAt(duck::Result& rows, std::size_t row, CFField::StorageType storage)
+{
+    if (storage == CFField::Integer)
+        return CFDatum(rows.integer(0, row));
+    if (storage == CFField::String || storage == CFField::Unknown)
+        return CFDatum(rows.bytes(0, row));
+    const auto number = rows.real(0, row);
+    return number ? CFDatum(*number) : CFDatum();
+}
+
+bool hasTooMany(const ComponentQueries& queries, const InputTable& table, const std::string& x,
+                std::int64_t most)
+{
+    if (most >= kRecordsTried)
+        return false;
+    return queries
+               .run("SELECT count(DISTINCT " + x + ") FROM (SELECT " + x + " FROM " + table.name() +
+                    " LIMIT " + std::to_string(kRecordsTried) + ")")
+               .integer(0, 0) > most;
+}
+
+/// Value, records and weight of each distinct value, in ascending order; one more than are asked
+/// for where there are too many.
+duck::Result countValues(const ComponentQueries& queries, const InputTable& table,
+                         const FieldSummary& summary, std::optional<std::int64_t> most)
+{
+    const std::string x = table.column(summary.field);
+    const std::string limit = most ? " LIMIT " + std::to_string(*most + 1) : std::string();
+    return queries.run("SELECT " + onModelScale("x", summary.field.GetStorage()) +
+                       ", n, f FROM (SELECT " + x + " AS x, count(*) AS n, CAST(sum(w) AS DOUBLE)" +
+                       " AS f FROM " + table.name() + " WHERE " + x +
+                       " IS NOT NULL GROUP BY ALL) ORDER BY x" + limit);
+}
+
+void takeValues(duck::Result& rows, bool withDistribution, FieldSummary& summary)
+{
+    const std::vector<CFValue>& labels = summary.field.GetValueLabels();
+    std::vector<CFValue> values;
+    for (std::size_t row = 0; row < rows.rows(); ++row) {
+        CFDatum datum = datumAt(rows, row, summary.field.GetStorage());
+        const int label = CFValue::GetIndex(datum, labels);
+        if (withDistribution)
+            summary.distribution.push_back(
+                {datum, rows.integer(1, row), rows.real(2, row).value_or(0)});
+        values.emplace_back(std::move(datum),
+                            label < 0 ? std::string()
+                                      : labels[static_cast<std::size_t>(label)].GetLabel(),
+                            CFValue::Valid);
+    }
+    summary.distinct = static_cast<std::int64_t>(values.size());
+    summary.field.SetValues(std::move(values));
+}
+
+} // namespace
+
+void fillDistinctValues(const ComponentQueries& queries, const InputTable& table,
+                        const DescriptivesSettings& settings, FieldSummary& summary)
+{
+    // What a document or file says of its values need not be what is there.
+    summary.field.SetValues({});
+    std::optional<std::int64_t> most = settings.mostDistinctValues;
+    if (most && *most >= summary.valid)
+        most.reset();
+    if (most && (*most == 0 || hasTooMany(queries, table, table.column(summary.field), *most)))
+        return;
+    duck::Result rows = countValues(queries, table, summary, most);
+    if (most && static_cast<std::int64_t>(rows.rows()) > *most)
+        return;
+    takeValues(rows, settings.stringDistributions && summary.field.GetStorage() == CFField::String,
+               summary);
+}
+
+} // namespace EmbeddedHV

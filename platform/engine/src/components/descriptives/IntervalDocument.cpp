@@ -1,0 +1,60 @@
+#include "components/descriptives/IntervalDocument.h"
+
+#include <cmath>
+
+namespace EmbeddedHV {
+namespace {
+
+/// A whole number is written without a point.
+Json number(double value)
+{
+    return value == std::floor(value) ? Json(static_cast<std::int64_t>(value)) : Json(value);
+}
+
+Json pointOf(const TimeInterval& interval, const std::string& text,
+             const std::vector<std::int64_t>& periods)
+{
+    if (interval.distinct == 0)
+        return nullptr;
+    if (interval.periods.empty())
+        return text;
+    Json point = Json::object();
+    for (std::size_t i = 0; i < periods.size(); ++i)
+        point[interval.fields[i]] = periods[i];
+    return point;
+}
+
+Json entryOf(const TimeInterval& interval)
+{
+    Json entry = Json::object();
+    entry["fields"] = interval.fields;
+    if (!interval.periods.empty()) {
+        entry["periods"] = Json::array();
+        for (const TimeUnit period : interval.periods)
+            entry["periods"].push_back(wordOf(period));
+    }
+    entry["unit"] = interval.unit ? Json(wordOf(*interval.unit)) : Json();
+    entry["increment"] = interval.unit ? number(interval.increment) : Json();
+    entry["start"] = pointOf(interval, interval.start, interval.startPeriods);
+    entry["end"] = pointOf(interval, interval.end, interval.endPeriods);
+    entry["points"] = interval.points;
+    entry["distinctPoints"] = interval.distinct;
+    entry["missingPoints"] = interval.missingPoints;
+    entry["duplicateRecords"] = interval.duplicates;
+    entry["missingRecords"] = interval.missing;
+    return entry;
+}
+
+} // namespace
+
+std::string intervalDocument(const std::vector<TimeInterval>& intervals)
+{
+    Json document = Json::object();
+    document["version"] = 1;
+    document["timeIntervals"] = Json::array();
+    for (const TimeInterval& interval : intervals)
+        document["timeIntervals"].push_back(entryOf(interval));
+    return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,82 @@
+#include "components/descriptives/StatDocument.h"
+
+#include "components/descriptives/SummaryText.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr const char* kModelEnd = "</DataModel>";
+
+void addNumeric(pugi::xml_node& node, const FieldSummary& summary)
+{
+    const NumericSummary& numeric = summary.numeric;
+    if (summary.minimum.empty() && !numeric.mean)
+        return;
+    pugi::xml_node range = node.append_child("Statistics");
+    addAttribute(range, "minimum", summary.minimum);
+    addAttribute(range, "maximum", summary.maximum);
+    addAttribute(range, "mean", numeric.mean);
+    addAttribute(range, "standardDeviation", numeric.standardDeviation);
+    addAttribute(range, "variance", numeric.variance);
+    addAttribute(range, "skewness", numeric.skewness);
+    addAttribute(range, "kurtosis", numeric.kurtosis);
+    addAttribute(range, "firstQuartile", numeric.firstQuartile);
+    addAttribute(range, "median", numeric.median);
+    addAttribute(range, "thirdQuartile", numeric.thirdQuartile);
+}
+
+void addDistribution(pugi::xml_node& node, const FieldSummary& summary, bool weighted)
+{
+    if (summary.distribution.empty())
+        return;
+    pugi::xml_node list = node.append_child("Distribution");
+    for (const ValueCount& count : summary.distribution) {
+        pugi::xml_node value = list.append_child("Value");
+        // An empty text is a value too, so its attribute is there.
+        value.append_attribute("value").set_value(xmlText(count.value.ToString(-1)).c_str());
+        addAttribute(value, "count", std::to_string(count.records));
+        if (weighted)
+            addAttribute(value, "weight", count.weight);
+    }
+}
+
+void addField(pugi::xml_node& summaries, const FieldSummary& summary, bool weighted)
+{
+    pugi::xml_node node = summaries.append_child("FieldSummary");
+    addAttribute(node, "name", xmlText(summary.field.GetName()));
+    addAttribute(node, "valid", std::to_string(summary.valid));
+    addAttribute(node, "missing", std::to_string(summary.missing));
+    if (weighted) {
+        addAttribute(node, "validWeight", summary.validWeight);
+        addAttribute(node, "missingWeight", summary.missingWeight);
+    }
+    if (summary.distinct)
+        addAttribute(node, "distinct", std::to_string(*summary.distinct));
+    addNumeric(node, summary);
+    addDistribution(node, summary, weighted);
+}
+
+} // namespace
+
+std::string statDocument(const DataSummary& summary)
+{
+    Fields fields;
+    pugi::xml_document document;
+    // Readers of the model look for this tag as it stands, without attributes.
+    pugi::xml_node summaries = document.append_child("DatasetSummaries");
+    pugi::xml_node dataset = summaries.append_child("Dataset");
+    addAttribute(dataset, "records", std::to_string(summary.records));
+    if (summary.weightField) {
+        addAttribute(dataset, "weightField", xmlText(*summary.weightField));
+        addAttribute(dataset, "weight", summary.weight);
+    }
+    for (const FieldSummary& field : summary.fields) {
+        addField(summaries, field, summary.weightField.has_value());
+        fields.push_back(field.field);
+    }
+    std::string model = dataModelOf(fields);
+    model.insert(model.rfind(kModelEnd), textOf(summaries));
+    return "<StatXML>\n" + model + "</StatXML>\n";
+}
+
+} // namespace EmbeddedHV

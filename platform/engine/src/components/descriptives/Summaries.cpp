@@ -1,0 +1,207 @@
+#include "components/descriptives/Summaries.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "components/descriptives/DistinctValues.h"
+#include "components/descriptives/Moments.h"
+#include "expression/SqlText.h"
+
+namespace EmbeddedHV {
+namespace {
+
+bool isNumber(const CFField& field)
+{
+    return field.GetStorage() == CFField::Integer || field.GetStorage() == CFField::Real;
+}
+
+/// A SELECT of one row whose columns are asked for and read in the same order.
+class OneRow
+{
+public:
+    void add(const std::string& sql) { _columns += (_columns.empty() ? "" : ", ") + sql; }
+    bool empty() const { return _columns.empty(); }
+    void run(const ComponentQueries& queries, const std::string& from)
+    {
+        _result = queries.run("SELECT " + _columns + " FROM " + from);
+    }
+    std::int64_t integer() { return _result.integer(_next++, 0); }
+    std::string text() { return _result.text(_next++, 0); }
+    std::optional<double> real() { return _result.real(_next++, 0); }
+
+private:
+    std::string _columns;
+    duck::Result _result;
+    std::size_t _next = 0;
+};
+
+/// Counts and ranges of all fields, in one pass.
+class CountPass
+{
+public:
+    CountPass(const InputTable& table, bool ranges) : _table(table), _ranges(ranges) {}
+
+    void run(const ComponentQueries& queries, DataSummary& summary)
+    {
+        _row.add("count(*)");
+        if (_table.isWeighted())
+            _row.add("sum(w)");
+        for (const FieldSummary& field : summary.fields)
+            ask(field.field);
+        _row.run(queries, _table.name());
+        summary.records = _row.integer();
+        summary.weight =
+            _table.isWeighted() ? _row.real().value_or(0) : static_cast<double>(summary.records);
+        for (FieldSummary& field : summary.fields)
+            answer(summary, field);
+    }
+
+private:
+    bool hasRange(const CFField& field) const
+    {
+        return _ranges && field.GetStorage() != CFField::String;
+    }
+
+    void ask(const CFField& field)
+    {
+        const std::string x = _table.column(field);
+        _row.add("count(" + x + ")");
+        if (_table.isWeighted())
+            _row.add("sum(w) FILTER (WHERE " + x + " IS NOT NULL)");
+        if (hasRange(field)) {
+            _row.add("CAST(min(" + x + ") AS VARCHAR)");
+            _row.add("CAST(max(" + x + ") AS VARCHAR)");
+        }
+        if (_ranges && isNumber(field))
+            _row.add(_table.isWeighted()
+                         ? "sum(w * " + x + ") / sum(w) FILTER (WHERE " + x + " IS NOT NULL)"
+                         : "avg(" + x + ")");
+    }
+
+    void answer(const DataSummary& whole, FieldSummary& field)
+    {
+        field.valid = _row.integer();
+        field.missing = whole.records - field.valid;
+        field.validWeight =
+            _table.isWeighted() ? _row.real().value_or(0) : static_cast<double>(field.valid);
+        field.missingWeight = field.missing == 0 ? 0 : whole.weight - field.validWeight;
+        if (hasRange(field.field)) {
+            field.minimum = _row.text();
+            field.maximum = _row.text();
+        }
+        if (_ranges && isNumber(field.field))
+            field.numeric.mean = _row.real();
+    }
+
+    const InputTable& _table;
+    bool _ranges;
+    OneRow _row;
+};
+
+/// Deviations from the means, which the first pass has found: sums of powers of the values
+/// themselves would lose the digits that count where the mean is far from 0. Without a weight the
+/// quartiles come along.
+class MomentPass
+{
+public:
+    explicit MomentPass(const InputTable& table) : _table(table) {}
+
+    void run(const ComponentQueries& queries, DataSummary& summary)
+    {
+        for (const FieldSummary& field : summary.fields)
+            if (field.numeric.mean)
+                ask(field);
+        if (_row.empty())
+            return;
+        _row.run(queries, _table.name());
+        for (FieldSummary& field : summary.fields)
+            if (field.numeric.mean)
+                answer(field);
+    }
+
+private:
+    void ask(const FieldSummary& field)
+    {
+        const std::string x = _table.column(field.field);
+        const std::string d = "(" + x + " - " + sqlConstant(*field.numeric.mean).sql + ")";
+        const std::string weight = _table.isWeighted() ? "w * " : "";
+        for (const char* power : {"", "2", "3", "4"}) {
+            std::string term = weight + d;
+            for (char times = '1'; *power != '\0' && times < *power; ++times)
+                term += " * " + d;
+            _row.add("sum(" + term + ")");
+        }
+        if (!_table.isWeighted())
+            for (const char* part : {"0.25", "0.5", "0.75"})
+                _row.add("quantile_cont(CAST(" + x + " AS DOUBLE), " + part + ")");
+    }
+
+    void answer(FieldSummary& field)
+    {
+        CentralSums sums;
+        sums.weight = field.validWeight;
+        const double drift = _row.real().value_or(0);
+        sums.second = _row.real().value_or(NAN) - drift * drift / sums.weight;
+        sums.third = _row.real().value_or(NAN);
+        sums.fourth = _row.real().value_or(NAN);
+        fillMoments(sums, field.numeric);
+        if (_table.isWeighted())
+            return;
+        field.numeric.firstQuartile = _row.real();
+        field.numeric.median = _row.real();
+        field.numeric.thirdQuartile = _row.real();
+    }
+
+    const InputTable& _table;
+    OneRow _row;
+};
+
+/// The quartiles of a field whose records are weighted: those of a sample in which each value
+/// stands as often as its weight says, interpolated at (W - 1) p like those without a weight.
+void weightedQuartiles(const ComponentQueries& queries, const InputTable& table,
+                       FieldSummary& field)
+{
+    const std::string x = table.column(field.field);
+    const double last = std::max(field.validWeight - 1, 0.0);
+    OneRow row;
+    for (const double part : {0.25, 0.5, 0.75})
+        for (const double place : {std::floor(last * part), std::ceil(last * part)})
+            row.add("CAST(min(x) FILTER (WHERE s > " + sqlConstant(place).sql + ") AS DOUBLE)");
+    row.run(queries, "(SELECT x, sum(f) OVER (ORDER BY x ROWS UNBOUNDED PRECEDING) AS s FROM "
+                     "(SELECT " +
+                         x + " AS x, sum(w) AS f FROM " + table.name() + " WHERE " + x +
+                         " IS NOT NULL GROUP BY ALL))");
+    const auto quartile = [&](double part) -> std::optional<double> {
+        const double place = last * part;
+        const auto below = row.real();
+        // Rounding may leave the sum of all weights a little short of the last place.
+        const auto above = row.real();
+        if (!below || !above)
+            return below;
+        return *below + (*above - *below) * (place - std::floor(place));
+    };
+    field.numeric.firstQuartile = quartile(0.25);
+    field.numeric.median = quartile(0.5);
+    field.numeric.thirdQuartile = quartile(0.75);
+}
+
+} // namespace
+
+DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
+                      const DescriptivesSettings& settings)
+{
+    DataSummary summary;
+    summary.weightField = settings.weight;
+    for (const CFField& field : settings.fields)
+        summary.fields.emplace_back(field);
+    CountPass(table, settings.summaries).run(queries, summary);
+    MomentPass(table).run(queries, summary);
+    for (FieldSummary& field : summary.fields) {
+        if (table.isWeighted() && field.numeric.mean)
+            weightedQuartiles(queries, table, field);
+        fillDistinctValues(queries, table, settings, field);
+    }
+    return summary;
+}
+
+} // namespace EmbeddedHV
