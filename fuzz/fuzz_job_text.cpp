@@ -30,13 +30,7 @@ void useExpression(const Expression& expression, const Definitions& definitions)
     std::string field;
     attempt([&] { compileRecordLambda(expression, kFields, definitions, "fuzz"); });
     attempt([&] { compileFieldLambda(expression, kFields, definitions, "fuzz", field); });
-    attempt([&] {
-        const auto lookup = [&definitions](const std::string& name) -> const Expression* {
-            const auto found = definitions.find(name);
-            return found == definitions.end() ? nullptr : found->second;
-        };
-        (void)language::jsonLiteral(expression, lookup, "fuzz").dump();
-    });
+    attempt([&] { (void)language::jsonLiteral(expression, definitions, "fuzz").dump(); });
 }
 
 } // namespace
@@ -46,11 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     try {
         const language::Program program = language::parseProgram(text);
-        Definitions definitions;
-        for (const auto& item : program.items)
-            if (const auto* definition = std::get_if<language::Definition>(&item))
-                if (const auto* bound = std::get_if<language::ExpressionPtr>(&definition->value))
-                    definitions[definition->name] = bound->get();
+        const Definitions definitions = language::boundValues(program);
         for (const auto& [name, expression] : definitions)
             useExpression(*expression, definitions);
     } catch (const JobError&) { // a text that breaks the grammar

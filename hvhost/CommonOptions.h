@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Options that every command takes.
+/// Options of every command that runs jobs.
 struct CommonOptions
 {
     bool quiet = false;
@@ -20,10 +20,13 @@ struct CommonOptions
 struct InputOptions
 {
     std::string path; ///< "-" for standard input
-    std::string kind; ///< csv, sav or hvbf; empty: by extension
+    std::string kind; ///< a word of kDataKinds; empty: by extension
     std::string password;
     std::string passwordFile;
     std::string dataModel;
+    std::string encoding;                ///< of a csv file; empty: UTF-8
+    std::string userMissing = "exclude"; ///< or keep
+    bool direct = false;                 ///< the engine reads the file itself
     bool noHeader = false;
     std::optional<long long> limit;
     std::optional<long long> maxErrors; ///< -1: any number
@@ -52,4 +55,13 @@ struct RecordOptions
 {
     std::vector<std::string> derivations; ///< NAME=EXPRESSION
     std::string where;
+};
+
+/// Options of the commands that generate a job with one input and one output.
+struct JobOptions
+{
+    InputOptions input;
+    OutputOptions output;
+    RecordOptions records;
+    bool printJob = false;
 };

@@ -29,14 +29,15 @@ public:
 
     /// Runs one job to its end and prints its warnings. The execution stays, for the rows of its
     /// outputs, until the next run. Throws CommandFault, worded by where the text came from.
-    void run(const std::string& jobText, const JobOrigin& origin);
+    void run(const std::string& jobText, const JobOrigin& origin,
+             HVStatDataIterator* rows = nullptr);
     /// Throws CommandFault (Warnings) if there were any and the command is strict.
     void finish() const;
 
 private:
-    void execute(const std::string& jobText);
+    void execute(const std::string& jobText, HVStatDataIterator* rows);
     void failIfFailed(const std::string& jobText, const JobOrigin& origin);
-    void printMessages();
+    void printMessages(const JobOrigin& origin);
     void log(const std::string& line) const;
     void checkTrails() const;
 

@@ -2,11 +2,14 @@
 
 #include "CommandFault.h"
 #include "DataFile.h"
+#include "Dataset.h"
 #include "JNIException.h"
+#include "Text.h"
 #include "bridge/JNIHvlExpression.h"
 #include "bridge/JNIHvlProgram.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLRead.h"
+#include "hvl/HVLUpdateDataModel.h"
 #include "support/Tracing.h"
 
 namespace {
@@ -18,14 +21,6 @@ std::string patternOf(const std::string& expression)
     for (const char character : expression)
         pattern.append(character == '%' ? 2 : 1, character);
     return pattern;
-}
-
-std::string trimmed(const std::string& text)
-{
-    const std::size_t begin = text.find_first_not_of(" \t");
-    if (begin == std::string::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(" \t") - begin + 1);
 }
 
 /// Splits NAME=EXPRESSION at the first "=" that is not part of a comparison.
@@ -48,6 +43,13 @@ RecordChain::RecordChain(JNIHvlProgram& program, const InputFile& input,
     : _program(program), _read(std::make_unique<HVLRead>(&program)), _last(_read.get())
 {
     input.configure(*_read);
+    if (input.dataset()) {
+        _update = std::make_unique<HVLUpdateDataModel>(&program);
+        if (input.dataset()->complete(*_update)) {
+            _update->AddPredFunction(_last);
+            _last = _update.get();
+        }
+    }
     for (const std::string& derivation : options.derivations)
         derive(derivation);
     if (options.where.empty())

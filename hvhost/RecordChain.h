@@ -10,6 +10,7 @@
 class HVLExpressionFun;
 class HVLFunction;
 class HVLRead;
+class HVLUpdateDataModel;
 class InputFile;
 class JNIHvlProgram;
 
@@ -33,6 +34,7 @@ private:
 
     JNIHvlProgram& _program;
     std::unique_ptr<HVLRead> _read;
+    std::unique_ptr<HVLUpdateDataModel> _update; ///< what a dataset tells of its fields
     std::vector<std::unique_ptr<HVLExpressionFun>> _steps;
     std::vector<JobOrigin::Expression> _expressions;
     HVLFunction* _last;

@@ -33,7 +33,7 @@ constexpr std::uint64_t kCountUnknown = 0xffff;
 } // namespace
 
 /// The archive, and the result that decides whether it is touched again.
-struct ZipReader::Impl
+struct HVINTEG_HIDDEN ZipReader::Impl
 {
     std::string path;
     bool open = false;

@@ -30,7 +30,7 @@ std::string resolved(const std::string& path)
 } // namespace
 
 /// The archive, and the result that decides whether it is touched again.
-struct ZipWriter::Impl
+struct HVINTEG_HIDDEN ZipWriter::Impl
 {
     std::string path;
     bool open = false;

@@ -40,6 +40,11 @@ const char* typeWordOf(CFField::StorageType storage)
     return namesOf(storage).word;
 }
 
+duckdb_type columnTypeOf(CFField::StorageType storage)
+{
+    return namesOf(storage).column;
+}
+
 CFField::StorageType storageOfColumn(duckdb_type type)
 {
     switch (type) {

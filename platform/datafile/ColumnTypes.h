@@ -13,6 +13,8 @@ const char* sqlTypeOf(CFField::StorageType storage);
 /// The word for messages, as in "Integer".
 const char* typeWordOf(CFField::StorageType storage);
 
+duckdb_type columnTypeOf(CFField::StorageType storage);
+
 /// The storage that holds values of a database column, whatever its type.
 CFField::StorageType storageOfColumn(duckdb_type type);
 /// `column`, a quoted name, as SQL of the type that its storage stands for.

@@ -169,7 +169,8 @@ void adoptDictionary(Fields& fields, const Dictionary& dictionary)
 {
     for (CFField& field : fields)
         for (const DictionaryVariable& variable : dictionary.variables)
-            if (variable.name == field.GetName())
+            if (variable.name == field.GetName() &&
+                variable.isText == (field.GetStorage() == CFField::String))
                 adopt(field, variable, dictionary);
 }
 

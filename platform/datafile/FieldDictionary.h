@@ -9,7 +9,8 @@ namespace datafile {
 Dictionary dictionaryOfFields(const Fields& fields);
 
 /// What the dictionary says of the fields whose names stand in it: measure, role, labels, missing
-/// values and print format. Storages stay.
+/// values and print format. Storages stay; what is said of a text does not hold for a number, nor
+/// the other way round.
 void adoptDictionary(Fields& fields, const Dictionary& dictionary);
 
 } // namespace datafile

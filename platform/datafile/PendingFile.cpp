@@ -40,10 +40,16 @@ PendingFile::PendingFile(std::string destination, std::string step)
     if (stat(folder.c_str(), &state) != 0 || !S_ISDIR(state.st_mode))
         throw Fault(faults::kFolderMissing,
                     placeOf(_step, _destination) + "there is no folder " + folder);
-    if (fileNameOf(_destination).empty() ||
-        (stat(_destination.c_str(), &state) == 0 && S_ISDIR(state.st_mode)))
+    const bool exists = stat(_destination.c_str(), &state) == 0;
+    if (!exists && errno != ENOENT)
+        refuse(_step, _destination, errno);
+    if (fileNameOf(_destination).empty() || (exists && S_ISDIR(state.st_mode)))
         throw Fault(faults::kFileIsFolder,
                     placeOf(_step, _destination) + "this is a folder, not a file");
+    // A device must not be replaced by a file of its name.
+    if (exists && !S_ISREG(state.st_mode))
+        throw Fault(faults::kFileUnwritable,
+                    placeOf(_step, _destination) + "this is not a regular file");
     if (access(folder.c_str(), W_OK | X_OK) != 0)
         refuse(_step, _destination, errno);
 }

@@ -15,6 +15,8 @@ public:
     explicit ScratchFile(const std::string& folder);
 
     int descriptor() const { return _file.get(); }
+    /// False, with errno set, if not all of the text could be written.
+    bool write(const std::string& text) const { return _file.writeAll(text.data(), text.size()); }
     /// A path by which this process can open the file.
     std::string path() const;
     /// Back to the first byte. Throws std::system_error.

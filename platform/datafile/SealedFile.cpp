@@ -22,7 +22,7 @@ using Kind = SealedFileError::Kind;
 /// The form of the file: magic, salt, stream header, chunks. The last digit of the magic is the
 /// version, which fixes the cost of the key and the size of a chunk.
 constexpr std::string_view kMagic = "HVSEALED1\n";
-constexpr std::size_t kChunk = 64U * 1024U;
+constexpr std::size_t kChunk = std::size_t{64} * 1024;
 constexpr std::size_t kSealedChunk = kChunk + crypto_secretstream_xchacha20poly1305_ABYTES;
 
 using Key = std::array<unsigned char, crypto_secretstream_xchacha20poly1305_KEYBYTES>;
@@ -166,7 +166,8 @@ void openSealedFile(int source, int target, const std::string& password, const S
             crypto_secretstream_xchacha20poly1305_pull(&state, plain.data(), &length, &tag,
                                                        sealed.data(), got, nullptr, 0) != 0)
             throw first && got > 0
-                ? SealedFileError(Kind::WrongPassword, "the password is wrong")
+                ? SealedFileError(Kind::WrongPassword,
+                                  "the password is wrong, or the file is damaged at its beginning")
                 : SealedFileError(Kind::Damaged, "the file is damaged or cut short");
         first = false;
         output.write(plain.data(), static_cast<std::size_t>(length));

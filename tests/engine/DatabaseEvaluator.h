@@ -1,9 +1,7 @@
 #pragma once
 
-#include <duckdb.h>
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -12,6 +10,7 @@
 #include "expression/ExpressionCompiler.h"
 #include "expression/ValueTypes.h"
 #include "language/Parser.h"
+#include "runtime/Database.h"
 
 namespace EmbeddedHV {
 
@@ -22,21 +21,11 @@ class DatabaseEvaluator : public testing::Test
 protected:
     DatabaseEvaluator()
     {
-        duckdb_open(nullptr, &_database);
-        duckdb_connect(_database, &_connection);
-        // No function may need an extension that is not part of the library.
-        query("SET autoinstall_known_extensions = false");
-        query("SET autoload_known_extensions = false");
         query("CREATE TABLE record AS SELECT 7::BIGINT AS i, (-2)::BIGINT AS j, 2.5::DOUBLE AS r, "
               "'Ab c'::VARCHAR AS s, DATE '2024-02-29' AS d, TIME '03:04:05.5' AS t, "
               "TIMESTAMP '2024-02-29 23:59:58.25' AS ts, [1.5::DOUBLE, 2] AS l, "
               "NULL::BIGINT AS mi, NULL::DOUBLE AS mr, NULL::VARCHAR AS ms, NULL::DATE AS md, "
               "1::BIGINT AS \"a \"\"field\"");
-    }
-    ~DatabaseEvaluator() override
-    {
-        duckdb_disconnect(&_connection);
-        duckdb_close(&_database);
     }
 
     /// "value:Type" of the body of a lambda over the record, "missing:Type", or the error's text.
@@ -64,23 +53,23 @@ protected:
 
     SqlExpression compile(const std::string& lambda, const std::string& definitions = {})
     {
-        const Names names(definitions);
-        const auto expression = language::parseExpression(lambda);
-        return compileRecordLambda(*expression, _schema, names.definitions, "filterRecords");
+        const auto program = language::parseProgram(definitions);
+        return compileRecordLambda(*language::parseExpression(lambda), _schema,
+                                   language::boundValues(program), "filterRecords");
     }
 
     SqlExpression compileField(const std::string& lambda, std::string& field,
                                const std::string& definitions = {})
     {
-        const Names names(definitions);
-        const auto expression = language::parseExpression(lambda);
-        return compileFieldLambda(*expression, _schema, names.definitions, "deriveField", field);
+        const auto program = language::parseProgram(definitions);
+        return compileFieldLambda(*language::parseExpression(lambda), _schema,
+                                  language::boundValues(program), "deriveField", field);
     }
 
     std::string run(const SqlExpression& compiled)
     {
-        const std::string value =
-            query("SELECT CAST((" + compiled.sql + ") AS VARCHAR) FROM record");
+        const std::string value = query("SELECT coalesce(CAST((" + compiled.sql +
+                                        ") AS VARCHAR), 'missing') FROM record");
         const std::string type = query("SELECT typeof(" + compiled.sql + ") FROM record");
         EXPECT_TRUE(type == sqlNameOf(compiled.type) || compiled.type == ValueType::Null)
             << type << " of " << compiled.sql;
@@ -89,38 +78,13 @@ protected:
 
     std::string query(const std::string& sql)
     {
-        duckdb_result result;
-        const duckdb_state state = duckdb_query(_connection, sql.c_str(), &result);
-        const std::unique_ptr<duckdb_result, decltype(&duckdb_destroy_result)> guard(
-            &result, duckdb_destroy_result);
-        if (state == DuckDBError)
-            throw std::runtime_error(duckdb_result_error(&result));
-        if (duckdb_row_count(&result) == 0)
-            return {};
-        char* value = duckdb_value_varchar(&result, 0, 0);
-        std::string text = value != nullptr ? value : "missing";
-        duckdb_free(value);
-        return text;
+        duck::Result result = _connection->query(sql);
+        return result.rows() > 0 ? result.text(0, 0) : std::string();
     }
 
 private:
-    /// The definitions of a job, which their program must outlive.
-    struct Names
-    {
-        explicit Names(const std::string& text) : program(language::parseProgram(text))
-        {
-            for (const auto& item : program.items)
-                if (const auto* definition = std::get_if<language::Definition>(&item))
-                    if (const auto* bound =
-                            std::get_if<language::ExpressionPtr>(&definition->value))
-                        definitions[definition->name] = bound->get();
-        }
-        language::Program program;
-        Definitions definitions;
-    };
-
-    duckdb_database _database = nullptr;
-    duckdb_connection _connection = nullptr;
+    Database _database;
+    ConnectionLease _connection = _database.connect();
     const Schema _schema = {
         {"i", ValueType::Integer},        {"j", ValueType::Integer}, {"r", ValueType::Real},
         {"s", ValueType::String},         {"d", ValueType::Date},    {"t", ValueType::Time},

@@ -30,6 +30,9 @@ TEST_F(ExpressionError, NamesStepPositionAndThing)
         {"conf(1)", errors::kUnknownFunction, "column 13: 'conf' is an object, not a function"},
         {"y + 1", errors::kExpressionName,
          "column 13: the name 'y' is neither a parameter nor the definition of an expression"},
+        {"x.i > ones", errors::kExpressionName,
+         "column 19: the name 'ones' is neither a parameter nor the definition of an expression; "
+         "did you mean \"one\"?"},
         {"x.i + x.s", errors::kOperandType,
          "column 17: '+' takes two numbers or two strings, found Integer (the field i) and String "
          "(the field s)"},
@@ -82,7 +85,8 @@ TEST_F(ExpressionError, NamesStepPositionAndThing)
          "column 17: only the record has fields; '.i' follows the name 'ctx'"},
         {"(1).i", errors::kNotAValue,
          "column 17: only the record has fields; '.i' follows a number"},
-        {"(1, 2)", errors::kNotAValue, "column 13: expected a value, found a tuple"},
+        {"(1,)", errors::kNotAValue, "column 13: expected a value, found a tuple"},
+        {"()", errors::kNotAValue, "column 13: expected a value, found a tuple"},
         {"conf", errors::kNotAValue, "column 12: expected a value, found an object"},
         {"(v => v) == 1", errors::kNotAValue, "column 14: expected a value, found a lambda"},
     };
@@ -105,6 +109,10 @@ TEST_F(ExpressionError, LambdasOfAnotherForm)
          "expected a lambda over a record, ctx => x => body, found a number"},
         {"(ctx, x) => x.i", errors::kLambdaForm,
          "expected a lambda over a record, ctx => x => body, found a lambda with 2 parameters"},
+        {"() => 1", errors::kLambdaForm,
+         "expected a lambda over a record, ctx => x => body, found a lambda with 0 parameters"},
+        {"ctx => x: {i: (Int, Any)} => (\"F\", 1)", errors::kDeclaredType,
+         "the field \"i\" is declared as (Int, Any) but is Integer"},
         {"ctx => x => x.i", errors::kLambdaForm,
          "expected a body of a field's name and a value, (\"F\", value), found the field i"},
         {"ctx => x => (\"F\", 1, 2)", errors::kLambdaForm,

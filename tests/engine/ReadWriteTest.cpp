@@ -202,6 +202,24 @@ TEST_F(ReadWriteTest, WhatIsKnownOfValuesTravelsWithTheField)
     EXPECT_EQ(through(R"(d -> reclassifyField(_, c => x => ("n", x.s)))"), expected);
 }
 
+TEST_F(ReadWriteTest, ADataModelBesideABinaryFileSuitsIt)
+{
+    write("in.csv", "n,d\n1,2024-02-29\n");
+    run(readCsv("in.csv") + R"( -> write({"dataDestination": "$DIR/b.hvbf", "type": "hvbf"}))");
+    const auto read = [this](const std::string& field) {
+        write("m.xml", R"(<DataModel version="1"><Field )" + field +
+                           R"( measure="nominal" role="input"/></DataModel>)");
+        return asCsv("b.hvbf", kHvbf, R"(, "dataModel": "$DIR/m.xml")");
+    };
+    EXPECT_EQ(read(R"(name="n" storage="real")"), "n,d\n1.0,2024-02-29\n");
+    EXPECT_EQ(read(R"(name="d" storage="timestamp")"), "n,d\n1,2024-02-29 00:00:00\n");
+    EXPECT_THAT(read(R"(name="n" storage="string")"),
+                HasSubstr(R"(HVEIO0012E read: )" + path("b.hvbf") +
+                          R"(: the field "n" is Integer, and in the data model String)"));
+    EXPECT_THAT(read(R"(name="nn" storage="integer")"),
+                HasSubstr(R"(a field "nn", which the file lacks; did you mean "n"?)"));
+}
+
 struct FaultCase
 {
     const char* what;
@@ -218,7 +236,7 @@ constexpr FaultCase kFaults[] = {
     {"empty, binary", "empty.csv", R"({"name": "hvbf"})", "HVEIO0004E read: $DIR/empty.csv"},
     {"blank lines only", "blank.csv", R"({"name": "csv"})", "HVEIO0004E read: $DIR/blank.csv"},
     {"too few fields", "ragged.csv", R"({"name": "csv", "config": {"hasHeader": true}})",
-     "HVEIO0006E read: $DIR/ragged.csv:3: the record has 1 fields, not 2"},
+     "HVEIO0006E read: $DIR/ragged.csv:3: the record has 1 field, not 2"},
     {"too many fields", "ragged2.csv", R"({"name": "csv", "config": {"hasHeader": true}})",
      "HVEIO0006E read: $DIR/ragged2.csv:2: the record has 3 fields, not 2"},
     {"an open quote", "quote.csv", R"({"name": "csv", "config": {"hasHeader": true}})",
@@ -227,9 +245,11 @@ constexpr FaultCase kFaults[] = {
      "HVEIO0006E read: $DIR/latin.csv:2: the text is not UTF-8"},
     {"binary for text", "data.hvbf", R"({"name": "csv"})", "HVEIO0005E read: $DIR/data.hvbf:1"},
     {"text for binary", "ragged.csv", R"({"name": "hvbf"})",
-     "HVEIO0005E read: $DIR/ragged.csv: this is not a HVBF file"},
+     "HVEIO0005E read: $DIR/ragged.csv: this is not an HVBF file"},
     {"cut short", "cut.hvbf", R"({"name": "sav"})",
      "HVEIO0005E read: $DIR/cut.hvbf: this is not a SAV file, or it is cut short"},
+    {"damaged where it does not show at once", "damaged.hvbf", R"({"name": "hvbf"})",
+     "HVEIO0005E read: $DIR/damaged.hvbf: the file is damaged"},
     {"an unknown parser", "ragged.csv", R"({"name": "xls"})",
      R"(HVEPL0004E read: the setting "filesystem.locations[0].parser.name" is "xls")"},
 };
@@ -247,6 +267,15 @@ TEST_F(ReadWriteTest, FilesThatCannotBeReadAreNamed)
         "$DIR/data.hvbf", "type": "hvbf"}))");
     const std::string whole = read("data.hvbf");
     write("cut.hvbf", whole.substr(0, whole.size() / 2));
+    std::string numbers = "n\n";
+    for (int i = 0; i < 5000; ++i)
+        numbers += std::to_string(i * 7919 % 5003) + "\n";
+    write("numbers.csv", numbers);
+    run(readCsv("numbers.csv") + R"( -> write({"dataDestination": "$DIR/damaged.hvbf",
+        "type": "hvbf"}))");
+    std::string damaged = read("damaged.hvbf");
+    damaged.replace(4, 400, std::string(400, '\x55'));
+    write("damaged.hvbf", damaged);
     const auto before = files();
     for (const FaultCase& one : kFaults) {
         SCOPED_TRACE(one.what);
@@ -278,7 +307,7 @@ TEST_F(ReadWriteTest, BadRecordsAreSkippedUpToAThreshold)
         ASSERT_EQ(last.messages.size(), 1U);
         EXPECT_EQ(last.messages[0].first, "HVEIO0008W");
         EXPECT_THAT(last.messages[0].second, HasSubstr("2 records were skipped, the first on line "
-                                                       "3: the record has 1 fields, not 2"));
+                                                       "3: the record has 1 field, not 2"));
     }
     EXPECT_THAT(read(R"(, "readErrorThreshold": 0)"), HasSubstr("in.csv:3"));
     EXPECT_THAT(read(R"(, "readErrorThreshold": -2)"), HasSubstr("is below -1"));
@@ -370,7 +399,12 @@ TEST_F(ReadWriteTest, BothFilesOfAPairOrNone)
     EXPECT_EQ(into("none/d.csv", "m.xml").errorId, "HVEIO0015E");
     EXPECT_THAT(into("d.csv", "none/m.xml").errorText, HasSubstr("there is no folder"));
     EXPECT_EQ(into("same", "same").errorId, "HVEPL0004E");
-    EXPECT_EQ(files(), (std::vector<std::string>{"folder", "in.csv"}));
+    EXPECT_EQ(into("same", "folder/../same").errorId, "HVEPL0004E");
+    EXPECT_EQ(into(std::string(300, 'x'), "m.xml").errorId, "HVEIO0016E");
+    EXPECT_THAT(into(R"(d\u0000.csv)", "m.xml").errorText, HasSubstr("holds the character NUL"));
+    mkfifo(path("pipe").c_str(), 0600);
+    EXPECT_THAT(into("pipe", "m.xml").errorText, HasSubstr("this is not a regular file"));
+    EXPECT_EQ(files(), (std::vector<std::string>{"folder", "in.csv", "pipe"}));
     EXPECT_EQ(into("d.csv", "m.xml").ending, "success");
     EXPECT_EQ(into("d.csv", "m.xml").ending, "success") << "an existing file is replaced";
 }
@@ -400,6 +434,18 @@ TEST_F(ReadWriteTest, NamedDataSourcesLastAcrossJobs)
         return listener.ending == "success" ? EngineFixture::read("out.csv") : listener.errorText;
     };
     EXPECT_THAT(show("kept"), HasSubstr(R"(no data source "kept")"));
+    // Statements of one job add to the same source, whoever of them makes it.
+    const std::string append = read + R"( -> write({"dataSource": "added", "mode": "append"}) )";
+    EXPECT_EQ(run(append + append).ending, "success");
+    EXPECT_EQ(show("added"), "a,b\n1,x\n1,x\n");
+    EXPECT_EQ(run(read +
+                  R"( -> filterFields({"fields": ["a"]}) -> write({"dataSource": "added"}) )" +
+                  read + R"( -> filterFields({"fields": ["a"]}) ->
+                      write({"dataSource": "added", "mode": "append"}))")
+                  .ending,
+              "success");
+    EXPECT_EQ(show("added"), "a\n1\n1\n");
+    EXPECT_THAT(show("addded"), HasSubstr(R"(did you mean "added"?)"));
     EXPECT_EQ(run(read + R"( -> write({"dataSource": "kept", "mode": "append"}))").ending,
               "success");
     EXPECT_EQ(run(read + R"( -> write({"dataSource": "kept", "mode": "append"}))").ending,

@@ -11,8 +11,8 @@ namespace EmbeddedHV {
 /// What the engine is started with. Paths are UTF-8 in the host's spelling.
 ///
 /// Properties that the engine reads: "ae.temp.path" (spill files), "af.temp.path" (scratch files of
-/// the file layer), "mmr.threads" (most threads of a query), "af.io.cache.size" (bytes of an I/O
-/// buffer). Unknown keys are kept and ignored.
+/// the file layer), "mmr.threads" (most threads of a query). "af.io.cache.size" (bytes of an I/O
+/// buffer) is for engines that buffer files themselves. Other keys are kept and ignored, too.
 class ENGINE_API EHVAppSetting
 {
 public:

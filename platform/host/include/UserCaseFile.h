@@ -66,6 +66,8 @@ public:
     const VEXA_DataSource* DataSource() const;
     /// How many cases there are.
     long long CaseCount() const;
+    /// Whether the file itself holds the values of a column as whole numbers.
+    bool IsInteger(int column) const;
     /// The lines of the file's documents, in the host's encoding, and the encoding that it was
     /// written in.
     const std::vector<std::string>& Documents() const;

@@ -51,7 +51,7 @@ public:
     VEXA_Case(const IndependentDataStore* store, OBS* buffer);
 
     void SetNumericValue(int column, double value);
-    /// `width` bytes; filled up with blanks or cut to the variable's width.
+    /// `width` bytes; filled up with blanks, or cut to whole characters that fit the variable.
     void SetStringValue(int column, const char* text, int width);
     const OBS* GetObsPointer(int column) const { return _buffer + _offsets[at(column)]; }
 

@@ -57,9 +57,12 @@ public:
     /// The user-missing values: the result is their number, 1 to 3, for single values; 0 for none;
     /// -2 for a range from `first` to `second`; -3 for such a range and the value `third`. A range
     /// without a lower end begins at the lowest number, one without an upper end goes to the
-    /// highest. Texts have 8 bytes, filled up with blanks. The pointers last until the variable is
+    /// highest. Texts are filled up with blanks. The pointers last until the variable is
     /// changed; those that the result has no use for become null.
     int GetMissingValues(const OBS*& first, const OBS*& second, const OBS*& third) const;
+    /// How many bytes each text of GetMissingValues takes: 8, or as many as a conversion between
+    /// encodings has made of them.
+    std::size_t MissingTextWidth() const { return _missingUnits * sizeof(OBS); }
     bool HasMissingValues() const { return _missingCode != 0; }
     bool IsUserMissing(double value) const;
     /// `text` has as many bytes as GetType says.

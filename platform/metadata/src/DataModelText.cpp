@@ -1,5 +1,6 @@
 #include "DataModelText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <string_view>
@@ -9,6 +10,7 @@
 namespace {
 
 constexpr std::size_t kSequenceLength = 7; // _xHHHH_
+constexpr std::string_view kSequenceBegin = "_x";
 constexpr unsigned kUnderscore = 0x5F;
 
 // A carriage return is allowed, but an XML reader makes a line feed of it.
@@ -23,7 +25,7 @@ int openSequenceCode(std::string_view text)
 {
     constexpr std::size_t kDigitsBegin = 2;
     constexpr std::size_t kDigitsEnd = 6;
-    if (text.size() < kDigitsEnd || !text.starts_with("_x"))
+    if (text.size() < kDigitsEnd || !text.starts_with(kSequenceBegin))
         return -1;
     unsigned code = 0;
     const char* last = text.data() + kDigitsEnd;
@@ -60,6 +62,15 @@ void appendCode(std::string& text, char32_t code)
         text += static_cast<char>(isStrayByte(code) ? code - kStrayByte : code);
 }
 
+// Whether the text is the same with its escapes, as most are: printable ASCII without the beginning
+// of a sequence.
+bool isPlain(std::string_view text)
+{
+    const auto isPrintable = [](char c) { return c >= ' ' && c <= '~'; };
+    return std::all_of(text.begin(), text.end(), isPrintable) &&
+           text.find(kSequenceBegin) == std::string_view::npos;
+}
+
 } // namespace
 
 bool isXmlCharacter(char32_t code)
@@ -73,6 +84,8 @@ bool isXmlCharacter(char32_t code)
 std::string escapeText(const std::string& text)
 {
     const std::string_view whole = text;
+    if (isPlain(whole))
+        return text;
     std::string escaped;
     escaped.reserve(text.size());
     for (std::size_t at = 0; at < whole.size();) {
@@ -92,6 +105,8 @@ std::string escapeText(const std::string& text)
 std::string unescapeText(const std::string& text)
 {
     const std::string_view whole = text;
+    if (whole.find(kSequenceBegin) == std::string_view::npos)
+        return text;
     std::string plain;
     plain.reserve(text.size());
     for (std::size_t at = 0; at < whole.size();) {

@@ -2,7 +2,8 @@
 
 namespace {
 
-/// A form of UTF-8: the bits that tell its first byte, and the lowest code that needs it.
+/// A form of UTF-8 beyond ASCII: the bits that tell its first byte, and the lowest code that needs
+/// it.
 struct Form
 {
     unsigned char mask;
@@ -42,6 +43,8 @@ char32_t decodeAs(const Form& form, std::string_view text)
 Character decodeCharacter(std::string_view text)
 {
     const auto first = static_cast<unsigned char>(text[0]);
+    if (first < 0x80) // nearly all there is
+        return {first, 1};
     for (const Form& form : kForms) {
         if ((first & form.mask) != form.mark)
             continue;

@@ -140,10 +140,21 @@ SqlExpression BodyCompiler::compileName(const language::Name& name, const Scope&
     }
     const Expression* body = definition(name.name);
     if (body == nullptr)
-        place.fail(errors::kExpressionName, "the name '" + name.name +
-                                                "' is neither a parameter nor the definition of an "
-                                                "expression");
+        failName(name.name, scope, place);
     return compileDefined(name.name, *body, {}, place);
+}
+
+void BodyCompiler::failName(const std::string& name, const Scope& scope, const Place& place) const
+{
+    std::vector<std::string_view> names;
+    for (const auto& [known, binding] : scope)
+        names.push_back(known);
+    for (const auto& [known, expression] : _definitions)
+        names.push_back(known);
+    place.fail(errors::kExpressionName,
+               "the name '" + name +
+                   "' is neither a parameter nor the definition of an expression" +
+                   suggestion(name, names));
 }
 
 /// Compiles what a definition binds, on the way from which it must not come back to itself.
@@ -175,11 +186,8 @@ const Column& BodyCompiler::column(const std::string& name, const Place& place) 
 {
     if (const auto found = _columns.find(name); found != _columns.end())
         return *found->second;
-    std::vector<std::string_view> names;
-    for (const Column& field : _input)
-        names.push_back(field.name);
-    place.fail(errors::kExpressionField,
-               "the records have no field \"" + name + "\"" + suggestion(name, names));
+    place.fail(errors::kExpressionField, "the records have no field \"" + name + "\"" +
+                                             suggestion(name, _input, &Column::name));
 }
 
 SqlExpression BodyCompiler::compileList(const language::List& list, const Scope& scope,

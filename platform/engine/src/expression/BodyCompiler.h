@@ -54,6 +54,8 @@ private:
     SqlExpression compileDefined(const std::string& name, const language::Expression& body,
                                  const Scope& scope, const Place& place);
     const Column& column(const std::string& name, const Place& place) const;
+    [[noreturn]] void failName(const std::string& name, const Scope& scope,
+                               const Place& place) const;
     const language::Expression* definition(const std::string& name) const;
     Place at(const language::Position& position) const { return {_step, position}; }
 

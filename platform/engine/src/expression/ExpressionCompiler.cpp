@@ -93,13 +93,4 @@ SqlExpression compileFieldLambda(const Expression& lambda, const Schema& input,
     return storable(compiler.compile(*pair->elements.back(), record.scope));
 }
 
-std::optional<JobError> expressionFault(const std::string& databaseMessage)
-{
-    const std::size_t begin = databaseMessage.find(errors::kConversion);
-    if (begin == std::string::npos)
-        return std::nullopt;
-    const std::size_t text = begin + std::string(errors::kConversion).size() + 1;
-    return JobError(errors::kConversion, databaseMessage.substr(text), databaseMessage);
-}
-
 } // namespace EmbeddedHV

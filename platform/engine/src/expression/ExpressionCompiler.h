@@ -1,7 +1,5 @@
 #pragma once
 
-#include <map>
-#include <optional>
 #include <string>
 
 #include "JobError.h"
@@ -18,8 +16,8 @@ struct SqlExpression
     ValueType type;
 };
 
-/// Definitions that a lambda's body may use by name: values of `val` lines that are expressions.
-using Definitions = std::map<std::string, const language::Expression*>;
+/// A lambda's body may use definitions by name.
+using language::Definitions;
 
 /// Checks a record lambda (`ctx => x => body`) against the fields of its input, and writes its body
 /// as SQL over them. Throws JobError, naming the step, the position, and the field, function or
@@ -33,9 +31,5 @@ SqlExpression compileRecordLambda(const language::Expression& lambda, const Sche
 SqlExpression compileFieldLambda(const language::Expression& lambda, const Schema& input,
                                  const Definitions& definitions, const std::string& step,
                                  std::string& field);
-
-/// Some values can only be found wrong while a query runs; the compiled SQL then raises an error of
-/// the database. This makes the job's error of such a message, and of any other message nothing.
-std::optional<JobError> expressionFault(const std::string& databaseMessage);
 
 } // namespace EmbeddedHV

@@ -7,6 +7,7 @@
 #include "expression/DateTimePattern.h"
 #include "expression/FunctionTable.h"
 #include "expression/NearestName.h"
+#include "expression/RaisedFault.h"
 #include "expression/ValueTypes.h"
 #include "language/Describe.h"
 
@@ -105,11 +106,8 @@ std::string listed(const std::vector<std::string>& items)
 
 [[noreturn]] void failUnknown(const std::string& name, const Place& place)
 {
-    std::vector<std::string_view> names;
-    for (const Function& function : functionTable())
-        names.push_back(function.name);
-    place.fail(errors::kUnknownFunction,
-               "there is no function '" + name + "'" + suggestion(name, names));
+    place.fail(errors::kUnknownFunction, "there is no function '" + name + "'" +
+                                             suggestion(name, functionTable(), &Function::name));
 }
 
 [[noreturn]] void failArguments(const std::vector<Form>& forms,
@@ -159,12 +157,11 @@ std::string joined(const std::vector<std::string>& arguments)
     return text;
 }
 
-/// A fault at run time has no other way to say where it is than in the database's message.
+/// How an error that the function raises while it runs begins.
 std::string whereSql(const Place& place)
 {
-    return quotedLiteral(std::string(errors::kConversion) + " step " + place.step + ", line " +
-                         std::to_string(place.position.line) + ", column " +
-                         std::to_string(place.position.column) + ": ");
+    return quotedLiteral(raisedText(errors::kConversion,
+                                    "step " + place.step + ", " + place.position.text() + ": "));
 }
 
 std::string expanded(std::string_view sql, const std::vector<std::string>& arguments,

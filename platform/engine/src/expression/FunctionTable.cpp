@@ -8,6 +8,11 @@
     "CASE WHEN " argument " < " low " THEN " low " WHEN " argument " > " high " THEN " high        \
     " ELSE " argument " END"
 
+// A shift of a date, missing where it goes beyond all years that a date is written in. The database
+// would end the job there.
+#define SHIFTED(shift, farthest)                                                                   \
+    "CASE WHEN $2 BETWEEN -" farthest " AND " farthest " THEN $1 + " shift " END"
+
 // The timestamp of a text in one of some formats, missing if it fits none. The database reads the
 // words "infinity" and "epoch" in every format; a date or a time has a digit.
 #define PARSED(formats)                                                                            \
@@ -73,7 +78,7 @@ constexpr Function kFunctions[] = {
      "CASE WHEN " IS_DATE_PARTS " THEN " DATE_OF_PARTS " END"},
     {"time", "Integer, Integer, Real", "Time",
      "CASE WHEN $1 BETWEEN 0 AND 23 AND $2 BETWEEN 0 AND 59 AND $3 >= 0 AND $3 < 60 "
-     "THEN make_time($1, $2, $3) END"},
+     "THEN NULLIF(make_time($1, $2, $3), TIME '24:00:00') END"}, // a second may round up
     {"timestamp", "Integer, Integer, Integer, Integer, Integer, Real", "Timestamp",
      "CASE WHEN " IS_DATE_PARTS " AND $4 BETWEEN 0 AND 23 AND $5 BETWEEN 0 AND 59 AND $6 >= 0 "
      "AND $6 < 60 THEN " DATE_OF_PARTS " + make_time($4, $5, $6) END"},
@@ -90,12 +95,16 @@ constexpr Function kFunctions[] = {
     {"minute", "Timestamp", "Integer", "minute($1)"},
     {"second", "Time", "Integer", "second($1)"},
     {"second", "Timestamp", "Integer", "second($1)"},
-    {"addDays", "Date, Integer", "Date", "CAST(($1 + to_days(CAST($2 AS INTEGER))) AS DATE)"},
-    {"addDays", "Timestamp, Integer", "Timestamp", "($1 + to_days(CAST($2 AS INTEGER)))"},
-    {"addMonths", "Date, Integer", "Date", "CAST(($1 + to_months(CAST($2 AS INTEGER))) AS DATE)"},
-    {"addMonths", "Timestamp, Integer", "Timestamp", "($1 + to_months(CAST($2 AS INTEGER)))"},
+    {"addDays", "Date, Integer", "Date",
+     "CAST(" SHIFTED("to_days(CAST($2 AS INTEGER))", "4000000") " AS DATE)"},
+    {"addDays", "Timestamp, Integer", "Timestamp",
+     SHIFTED("to_days(CAST($2 AS INTEGER))", "4000000")},
+    {"addMonths", "Date, Integer", "Date",
+     "CAST(" SHIFTED("to_months(CAST($2 AS INTEGER))", "120000") " AS DATE)"},
+    {"addMonths", "Timestamp, Integer", "Timestamp",
+     SHIFTED("to_months(CAST($2 AS INTEGER))", "120000")},
     {"addSeconds", "Timestamp, Real", "Timestamp",
-     "($1 + to_microseconds(CAST(round($2 * 1e6) AS BIGINT)))"},
+     SHIFTED("to_microseconds(CAST(round($2 * 1e6) AS BIGINT))", "350000000000")},
     {"daysBetween", "Date, Date", "Integer", "date_diff('day', $1, $2)"},
     {"daysBetween", "Timestamp, Timestamp", "Integer", "date_diff('day', $1, $2)"},
     {"secondsBetween", "Time, Time", "Real", "((epoch_us($2) - epoch_us($1)) / 1e6)"},

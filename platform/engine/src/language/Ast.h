@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -15,6 +16,12 @@ struct Position
 {
     int line = 0;
     int column = 0;
+
+    /// "line 3, column 14", as messages say it.
+    std::string text() const
+    {
+        return "line " + std::to_string(line) + ", column " + std::to_string(column);
+    }
 };
 
 struct Expression;
@@ -188,5 +195,8 @@ struct Program
 {
     std::vector<std::variant<Definition, Pipeline>> items;
 };
+
+/// The definitions that bind values, by name. The expressions stay the program's.
+using Definitions = std::map<std::string, const Expression*>;
 
 } // namespace EmbeddedHV::language

@@ -35,8 +35,7 @@ std::string kindOf(const Expression& expression)
 void failInStep(const char* id, const std::string& step, const Position& position,
                 const std::string& text)
 {
-    throw JobError(id, "step " + step + ", line " + std::to_string(position.line) + ", column " +
-                           std::to_string(position.column) + ": " + text);
+    throw JobError(id, "step " + step + ", " + position.text() + ": " + text);
 }
 
 } // namespace EmbeddedHV::language

@@ -5,6 +5,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "expression/NearestName.h"
 #include "language/Describe.h"
 
 namespace EmbeddedHV::language {
@@ -20,8 +21,8 @@ constexpr int kMostValues = 1'000'000;
 class Converter
 {
 public:
-    Converter(const ExpressionLookup& lookup, const std::string& step)
-        : _lookup(lookup), _step(step)
+    Converter(const Definitions& definitions, const std::string& step)
+        : _definitions(definitions), _step(step)
     {
     }
 
@@ -34,7 +35,7 @@ private:
     Json convertObject(const Object& object);
     [[noreturn]] void fail(const char* id, const Position& position, const std::string& text) const;
 
-    const ExpressionLookup& _lookup;
+    const Definitions& _definitions;
     const std::string& _step;
     std::vector<std::string> _namesOnTheWay;
     int _depth = 0;
@@ -73,14 +74,15 @@ Json Converter::convert(const Expression& expression)
 
 Json Converter::convertName(const Name& name, const Position& position)
 {
-    const Expression* bound = _lookup ? _lookup(name.name) : nullptr;
-    if (bound == nullptr)
+    const auto bound = _definitions.find(name.name);
+    if (bound == _definitions.end())
         fail(errors::kUnknownName, position,
-             "expected a JSON value, but no expression is bound to the name '" + name.name + "'");
+             "expected a JSON value, but no expression is bound to the name '" + name.name + "'" +
+                 suggestion(name.name, _definitions, &Definitions::value_type::first));
     if (std::ranges::find(_namesOnTheWay, name.name) != _namesOnTheWay.end())
         fail(errors::kCycle, position, "the definition of '" + name.name + "' uses itself");
     _namesOnTheWay.push_back(name.name);
-    Json result = convert(*bound);
+    Json result = convert(*bound->second);
     _namesOnTheWay.pop_back();
     return result;
 }
@@ -124,10 +126,10 @@ void Converter::fail(const char* id, const Position& position, const std::string
 
 } // namespace
 
-Json jsonLiteral(const Expression& expression, const ExpressionLookup& lookup,
+Json jsonLiteral(const Expression& expression, const Definitions& definitions,
                  const std::string& step)
 {
-    return Converter(lookup, step).convert(expression);
+    return Converter(definitions, step).convert(expression);
 }
 
 } // namespace EmbeddedHV::language

@@ -50,9 +50,7 @@ Definition ProgramParser::definition()
 {
     Definition result;
     result.position = _tokens.take().position;
-    if (_tokens.peek().kind != Token::Kind::Name)
-        _tokens.failExpected("a name after 'val'");
-    result.name = _tokens.take().text;
+    result.name = _tokens.expectPlainName("a name after 'val'");
     _tokens.expectSymbol("=", "'=' after the name");
     if (atPipeline()) {
         result.value = pipeline();
@@ -110,13 +108,11 @@ Step ProgramParser::step()
 {
     Step result;
     result.position = _tokens.peek().position;
-    if (_tokens.peek().kind != Token::Kind::Name)
-        _tokens.failExpected("the name of a step");
-    result.name = _tokens.take().text;
+    result.name = _tokens.expectPlainName("the name of a step");
     if (_tokens.takeSymbol(":")) {
-        if (_tokens.peek().kind != Token::Kind::Name)
-            _tokens.failExpected("the name of a step after '" + result.name + ":'");
-        result.nameSpace = std::exchange(result.name, _tokens.take().text);
+        result.nameSpace = std::move(result.name);
+        result.name =
+            _tokens.expectPlainName("the name of a step after '" + result.nameSpace + ":'");
     }
     _tokens.expectSymbol("(", "'(' or '->'");
     if (_tokens.takeSymbol(")"))
@@ -155,6 +151,16 @@ Argument ProgramParser::argument()
 Program parseProgram(std::string_view text)
 {
     return ProgramParser(text).program();
+}
+
+Definitions boundValues(const Program& program)
+{
+    Definitions values;
+    for (const auto& item : program.items)
+        if (const auto* definition = std::get_if<Definition>(&item))
+            if (const auto* bound = std::get_if<ExpressionPtr>(&definition->value))
+                values[definition->name] = bound->get();
+    return values;
 }
 
 ExpressionPtr parseExpression(std::string_view text)

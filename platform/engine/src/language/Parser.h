@@ -11,6 +11,9 @@ namespace EmbeddedHV::language {
 /// bytes, and bounds the nesting.
 Program parseProgram(std::string_view text);
 
+/// What the program's definitions bind, chains left out.
+Definitions boundValues(const Program& program);
+
 /// Reads one expression that fills the text.
 ExpressionPtr parseExpression(std::string_view text);
 

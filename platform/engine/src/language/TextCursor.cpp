@@ -95,8 +95,7 @@ void appendUtf8(char32_t character, std::string& text)
 
 void failAt(const Position& position, const std::string& text, const char* id)
 {
-    throw JobError(id, "line " + std::to_string(position.line) + ", column " +
-                           std::to_string(position.column) + ": " + text);
+    throw JobError(id, position.text() + ": " + text);
 }
 
 } // namespace EmbeddedHV::language

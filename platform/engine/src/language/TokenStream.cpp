@@ -51,9 +51,16 @@ void TokenStream::expectSymbol(const char* symbol, const char* expected)
         failExpected(expected != nullptr ? expected : "'" + std::string(symbol) + "'");
 }
 
-std::string TokenStream::expectName(const char* expected)
+std::string TokenStream::expectName(const std::string& expected)
 {
     if (!peek().isName())
+        failExpected(expected);
+    return take().text;
+}
+
+std::string TokenStream::expectPlainName(const std::string& expected)
+{
+    if (peek().kind != Token::Kind::Name)
         failExpected(expected);
     return take().text;
 }

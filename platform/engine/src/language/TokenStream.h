@@ -29,7 +29,9 @@ public:
     /// Takes this symbol or fails; `expected` is what the message names, the symbol if it is null.
     void expectSymbol(const char* symbol, const char* expected = nullptr);
     /// Takes a plain name or one in backquotes.
-    std::string expectName(const char* expected);
+    std::string expectName(const std::string& expected);
+    /// Takes a plain name: steps and definitions have no others.
+    std::string expectPlainName(const std::string& expected);
 
     /// "expected X, found Y" at the next token.
     [[noreturn]] void failExpected(const std::string& expected) const;

@@ -11,6 +11,15 @@ std::optional<NamedTable> DataSources::find(const std::string& name) const
     return found == _tables.end() ? std::nullopt : std::optional(found->second);
 }
 
+std::vector<std::string> DataSources::names() const
+{
+    const std::lock_guard lock(_mutex);
+    std::vector<std::string> names;
+    for (const auto& [name, table] : _tables)
+        names.push_back(name);
+    return names;
+}
+
 std::string DataSources::newTable()
 {
     const std::lock_guard lock(_mutex);

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "runtime/DataModel.h"
 
@@ -22,6 +23,7 @@ class DataSources
 {
 public:
     std::optional<NamedTable> find(const std::string& name) const;
+    std::vector<std::string> names() const;
     /// A table name that was not used before.
     std::string newTable();
     /// Binds the name to a table; gives what it was bound to.

@@ -41,6 +41,13 @@ std::string pathOfUrl(std::string_view url)
 
 } // namespace
 
+std::string canonicalPath(const std::string& path)
+{
+    std::error_code error;
+    const auto folder = std::filesystem::weakly_canonical(folderOf(path), error);
+    return error ? path : (folder / fileNameOf(path)).string();
+}
+
 FileSpace::FileSpace(const std::string& analyticRoot, const std::string& scratchFolder)
     : _publicFolder(nativePath(analyticRoot) + kPublicFolder),
       _scratchFolder(scratchFolder.empty() ? _publicFolder : nativePath(scratchFolder))

@@ -10,6 +10,10 @@ namespace EmbeddedHV {
 
 class Container;
 
+/// One spelling for all spellings of a file's path, be the file there or not: to compare, not to
+/// show. The last part stays as it is, since an output replaces a link and not what it leads to.
+std::string canonicalPath(const std::string& path);
+
 /// Finds the files that job texts name. Bare names live in the public folder of the analytic root.
 class FileSpace
 {

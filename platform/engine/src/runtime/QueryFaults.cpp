@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "ErrorIds.h"
-#include "steps/StorageChange.h"
+#include "expression/RaisedFault.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -56,26 +56,46 @@ JobError csvFault(const std::string& message)
             message};
 }
 
+/// What the database says, without its own names of types.
+std::string ownWords(const std::string& message)
+{
+    if (const auto value = between(message, " with value ", " can't be cast"))
+        return "the number " + *value + " is beyond the range of an Integer";
+    constexpr std::string_view kType = "INT64";
+    std::string text = headline(message);
+    if (const auto at = text.find(kType); at != std::string::npos)
+        text.replace(at, kType.size(), "Integer");
+    if (text.ends_with('!'))
+        text.pop_back();
+    return text;
+}
+
 /// Faults that show by a phrase in the message.
 struct Phrase
 {
     std::string_view phrase;
     const char* id;
-    const char* text; ///< null: the headline of the message
+    const char* text; ///< null: the database's own
     bool aboutTarget; ///< the text names what is written, not the steps
 };
 
+constexpr const char* kNoSpread =
+    "there is no sd or variance of values that are infinite, not a number or too large";
+
 constexpr Phrase kPhrases[] = {
-    // First, since a value stands in the message, with whatever words it has.
-    {kStorageFault, errors::kConversion, nullptr, false},
     {"No space left on device", errors::kDiskFull, "there is no room left for the file", true},
     {"File too large", errors::kDiskFull, "there is no room left for the file", true},
     {"Disk quota exceeded", errors::kDiskFull, "there is no room left for the file", true},
     {"max_temp_directory_size", errors::kDiskFull, "there is no room left for temporary files",
      false},
     {"Could not write", errors::kFileUnwritable, "the file cannot be written", true},
+    // Only an unfinished file has such a name.
+    {".part\": ", errors::kFileUnwritable, "the file cannot be written", true},
     {"Out of Memory Error", errors::kOutOfMemory, "there is not enough memory", false},
+    {"STDDEV_SAMP is out of range", errors::kOutOfRange, kNoSpread, false},
+    {"VARSAMP is out of range", errors::kOutOfRange, kNoSpread, false},
     {"Out of Range Error", errors::kOutOfRange, nullptr, false},
+    {"out of range for the destination type", errors::kOutOfRange, nullptr, false},
     {"Conversion Error", errors::kConversion, nullptr, false},
 };
 
@@ -90,10 +110,12 @@ std::string headline(const std::string& databaseMessage)
 
 std::string csvReason(const std::string& databaseMessage)
 {
-    if (const auto wanted = between(databaseMessage, "Expected Number of Columns: ", " "))
-        return "the record has " +
-               between(databaseMessage, " Found: ", "\n").value_or("another number of") +
-               " fields, not " + *wanted;
+    if (const auto wanted = between(databaseMessage, "Expected Number of Columns: ", " ")) {
+        const std::string found =
+            between(databaseMessage, " Found: ", "\n").value_or("another number of");
+        return "the record has " + found + (found == "1" ? " field" : " fields") + ", not " +
+               *wanted;
+    }
     if (const auto value = between(databaseMessage, "Could not convert string \"", "\" to '"))
         return "field \"" +
                between(databaseMessage, "Error when converting column \"", "\". ").value_or("") +
@@ -121,13 +143,18 @@ bool isCsvConversionFault(const std::string& databaseMessage, const std::string&
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,
                  const std::string& target)
 {
+    if (auto raised = raisedFault(databaseMessage))
+        return *std::move(raised);
     if (contains(databaseMessage, kCsvMark))
         return csvFault(databaseMessage);
+    if (contains(databaseMessage, "CSV Parser state machine"))
+        return {errors::kNotOfItsKind,
+                "read: " + csvPath(databaseMessage) + ": this is not a CSV file", databaseMessage};
     for (const Phrase& known : kPhrases)
         if (contains(databaseMessage, known.phrase))
             return {known.id,
                     (known.aboutTarget ? "write: " + target : steps) + ": " +
-                        (known.text ? known.text : headline(databaseMessage)),
+                        (known.text ? known.text : ownWords(databaseMessage)),
                     databaseMessage};
     return {errors::kQueryFailed, steps + ": " + headline(databaseMessage), databaseMessage};
 }

@@ -49,24 +49,6 @@ private:
     duckdb_logical_type _type;
 };
 
-duckdb_type columnTypeOf(CFField::StorageType storage)
-{
-    switch (storage) {
-    case CFField::Integer:
-        return DUCKDB_TYPE_BIGINT;
-    case CFField::Real:
-        return DUCKDB_TYPE_DOUBLE;
-    case CFField::Date:
-        return DUCKDB_TYPE_DATE;
-    case CFField::Time:
-        return DUCKDB_TYPE_TIME;
-    case CFField::Timestamp:
-        return DUCKDB_TYPE_TIMESTAMP;
-    default:
-        return DUCKDB_TYPE_VARCHAR;
-    }
-}
-
 void bind(duckdb_bind_info info)
 {
     auto* sources = static_cast<RowSources*>(duckdb_bind_get_extra_info(info));

@@ -59,11 +59,8 @@ const Function& functionOf(const Settings& output)
                                      [&](const Function& known) { return known.name == name; });
     if (found != std::end(kFunctions))
         return *found;
-    std::vector<std::string_view> names;
-    for (const Function& known : kFunctions)
-        names.push_back(known.name);
-    output.refuse("function",
-                  "is \"" + name + "\", which is no aggregate function" + suggestion(name, names));
+    output.refuse("function", "is \"" + name + "\", which is no aggregate function" +
+                                  suggestion(name, kFunctions, &Function::name));
 }
 
 /// The pieces of the SELECT that grow output by output.

@@ -3,6 +3,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "expression/FieldTypes.h"
+#include "expression/RaisedFault.h"
 #include "expression/ValueTypes.h"
 #include "steps/StepCall.h"
 
@@ -123,13 +124,15 @@ StepResult planBalanceRecords(StepCall& call)
     const std::string columns = columnList(fields);
     const std::string inner = "SELECT *, CAST(" + factor.sql + " AS DOUBLE) AS " + name +
                               ", row_number() OVER () AS " + number + " FROM ";
-    const std::string count = "CASE WHEN " + name + " > " + kMostCopies +
-                              " THEN error('a factor is above " + kMostCopies +
-                              "')::BIGINT ELSE CAST(floor(" + name +
-                              ") AS BIGINT) + CASE WHEN "
-                              "hash(" +
-                              number + ")::DOUBLE / 18446744073709551616.0 < " + name +
-                              " - floor(" + name + ") THEN 1 ELSE 0 END END";
+    const std::string count =
+        "CASE WHEN " + name + " > " + kMostCopies + " THEN error(" +
+        quotedLiteral(
+            raisedText(errors::kOutOfRange, call.name + ": a factor is above " + kMostCopies)) +
+        ")::BIGINT ELSE CAST(floor(" + name +
+        ") AS BIGINT) + CASE WHEN "
+        "hash(" +
+        number + ")::DOUBLE / 18446744073709551616.0 < " + name + " - floor(" + name +
+        ") THEN 1 ELSE 0 END END";
     return {derivedNode(fields, {call.input()},
                         [=](const std::vector<std::string>& inputs) {
                             return "SELECT " + columns + " FROM (SELECT " + columns +

@@ -28,7 +28,7 @@ FileOutput::FileOutput(JobContext& context, FileOutputSettings settings, Fields 
 {
     if (_settings.modelPath.empty())
         return;
-    if (_settings.modelPath == _settings.path)
+    if (canonicalPath(_settings.modelPath) == canonicalPath(_settings.path))
         throw JobError(errors::kSettingType,
                        std::string(kStep) +
                            ": \"dataDestination\" and \"dataModelDestination\" "
@@ -107,8 +107,8 @@ void FileOutput::commit()
             throw;
         }
     }
-    _context.unwritten.erase(_settings.path);
-    _context.unwritten.erase(_settings.modelPath);
+    _context.unwritten.erase(canonicalPath(_settings.path));
+    _context.unwritten.erase(canonicalPath(_settings.modelPath));
     _context.written[fileNameOf(_settings.path)] = {_settings.path, _settings.kind, _fields,
                                                     _settings.password};
 }

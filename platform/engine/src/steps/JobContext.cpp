@@ -6,8 +6,8 @@ namespace EmbeddedHV {
 
 std::string JobContext::inputPath(const std::string& text) const
 {
-    const std::string path = files.resolve(text, containers);
-    if (unwritten.contains(path))
+    std::string path = files.resolve(text, containers);
+    if (unwritten.contains(canonicalPath(path)))
         throw NotYetWritten{};
     return path;
 }

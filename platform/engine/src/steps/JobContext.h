@@ -61,7 +61,8 @@ struct JobContext
 
     /// By path and header. A profile that is complete stays valid for the job.
     std::map<std::pair<std::string, bool>, std::shared_ptr<CsvProfile>> profiles;
-    /// Destinations of statements that are planned but have not run.
+    /// Destinations of statements that are planned but have not run: canonical paths, and names of
+    /// data sources.
     std::set<std::string> unwritten;
     /// The files that the job has written, by name without folder.
     std::map<std::string, WrittenFile> written;

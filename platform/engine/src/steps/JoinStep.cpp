@@ -66,14 +66,11 @@ private:
 
 std::size_t JoinReader::inputOf(const std::string& tag, const std::string& key) const
 {
-    std::vector<std::string_view> tags;
-    for (std::size_t i = 0; i < _call.inputs.size(); ++i) {
+    for (std::size_t i = 0; i < _call.inputs.size(); ++i)
         if (_call.inputs[i].tag == tag)
             return i;
-        tags.emplace_back(_call.inputs[i].tag);
-    }
-    _settings.refuse(key,
-                     "names \"" + tag + "\", which is the tag of no input" + suggestion(tag, tags));
+    _settings.refuse(key, "names \"" + tag + "\", which is the tag of no input" +
+                              suggestion(tag, _call.inputs, &StepInput::tag));
 }
 
 void JoinReader::readType()

@@ -6,6 +6,7 @@
 #include "JobError.h"
 #include "expression/NearestName.h"
 #include "language/JsonLiteral.h"
+#include "language/Parser.h"
 #include "steps/DataModelExport.h"
 
 namespace EmbeddedHV {
@@ -13,11 +14,6 @@ namespace {
 
 /// Chains of chains are followed by recursion.
 constexpr std::size_t kMostNestedChains = 1000;
-
-std::string placeOf(const language::Position& position)
-{
-    return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
-}
 
 std::string stepsOf(const language::Pipeline& pipeline)
 {
@@ -30,7 +26,7 @@ std::string stepsOf(const language::Pipeline& pipeline)
 } // namespace
 
 Planner::Planner(const language::Program& program, JobContext& context)
-    : _program(program), _context(context)
+    : _program(program), _context(context), _values(language::boundValues(program))
 {
     bindNames();
     checkCycles();
@@ -43,20 +39,18 @@ Planner::Planner(const language::Program& program, JobContext& context)
 
 void Planner::bindNames()
 {
+    std::set<std::string> bound;
     for (const auto& item : _program.items) {
         if (const auto* statement = std::get_if<language::Pipeline>(&item)) {
             _statements.push_back(statement);
             continue;
         }
         const auto& definition = std::get<language::Definition>(item);
-        if (_chains.contains(definition.name) || _values.contains(definition.name))
-            throw JobError(errors::kNameBoundTwice, placeOf(definition.position) + ": the name \"" +
+        if (!bound.insert(definition.name).second)
+            throw JobError(errors::kNameBoundTwice, definition.position.text() + ": the name \"" +
                                                         definition.name + "\" is bound already");
         if (const auto* chain = std::get_if<language::Pipeline>(&definition.value))
             _chains.emplace(definition.name, chain);
-        else
-            _values.emplace(definition.name,
-                            std::get<language::ExpressionPtr>(definition.value).get());
     }
     for (const auto& [name, chain] : _chains)
         checkSteps(*chain);
@@ -80,11 +74,9 @@ const language::Pipeline& Planner::chainOf(const std::string& name) const
         throw JobError(errors::kNameKind,
                        "\"" + name +
                            "\" is a value, not a chain that a step can take records from");
-    std::vector<std::string_view> names;
-    for (const auto& [known, chain] : _chains)
-        names.emplace_back(known);
     throw JobError(errors::kUnknownName,
-                   "there is no chain \"" + name + "\"" + suggestion(name, names));
+                   "there is no chain \"" + name + "\"" +
+                       suggestion(name, _chains, &decltype(_chains)::value_type::first));
 }
 
 std::pair<std::string, std::string> Planner::inputIn(const language::Argument& argument) const
@@ -126,10 +118,10 @@ void Planner::visit(const std::string& name, std::set<std::string>& open,
     const language::Pipeline& chain = chainOf(name);
     if (!open.insert(name).second)
         throw JobError(errors::kCycle,
-                       placeOf(chain.position) + ": the chain \"" + name + "\" uses itself");
+                       chain.position.text() + ": the chain \"" + name + "\" uses itself");
     if (open.size() > kMostNestedChains)
         throw JobError(errors::kLiteralSize,
-                       placeOf(chain.position) + ": the chain \"" + name + "\" is nested too deep");
+                       chain.position.text() + ": the chain \"" + name + "\" is nested too deep");
     for (const std::string& input : chainsIn(chain))
         visit(input, open, done);
     open.erase(name);
@@ -165,7 +157,7 @@ Statement Planner::planStatement(std::size_t index)
     checkTargets(statement);
     // A statement that reads a document still reads the one from before it.
     for (const auto& document : statement.exports)
-        _context.unwritten.insert(document->path());
+        _context.unwritten.insert(canonicalPath(document->path()));
     return statement;
 }
 
@@ -240,7 +232,7 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
             places.push_back(&argument);
     const bool takesLambda = kind.arguments == StepArguments::Lambda;
     const auto refuse = [&](const std::string& form) {
-        throw JobError(errors::kStepArguments, placeOf(step.position) + ": " + call.name +
+        throw JobError(errors::kStepArguments, step.position.text() + ": " + call.name +
                                                    ": the step is written " + call.name + form);
     };
     if (takesLambda) {
@@ -253,9 +245,9 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
         if (places.size() > 2)
             refuse("(configuration, export)");
         if (!places.empty() && places[0]->kind != Kind::Open)
-            call.configuration = literalOf(*places[0], call.name);
+            call.configuration = language::jsonLiteral(*places[0]->value, _values, call.name);
         if (places.size() > 1 && places[1]->kind != Kind::Open)
-            call.exported = literalOf(*places[1], call.name);
+            call.exported = language::jsonLiteral(*places[1]->value, _values, call.name);
         return;
     }
     const bool open = places.empty() || places[0]->kind == Kind::Open;
@@ -263,16 +255,7 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
         refuse("(configuration)");
     if (open)
         return;
-    call.configuration = literalOf(*places[0], call.name);
-}
-
-Json Planner::literalOf(const language::Argument& argument, const std::string& step) const
-{
-    const auto lookup = [this](const std::string& name) -> const language::Expression* {
-        const auto found = _values.find(name);
-        return found == _values.end() ? nullptr : found->second;
-    };
-    return language::jsonLiteral(*argument.value, lookup, step);
+    call.configuration = language::jsonLiteral(*places[0]->value, _values, call.name);
 }
 
 const language::Expression* Planner::lambdaOf(const language::Expression& argument,
@@ -285,13 +268,10 @@ const language::Expression* Planner::lambdaOf(const language::Expression& argume
         if (!name)
             return expression;
         const auto found = _values.find(name->name);
-        if (found == _values.end()) {
-            std::vector<std::string_view> names;
-            for (const auto& [known, value] : _values)
-                names.emplace_back(known);
-            throw JobError(errors::kUnknownName, step + ": there is no definition \"" + name->name +
-                                                     "\"" + suggestion(name->name, names));
-        }
+        if (found == _values.end())
+            throw JobError(errors::kUnknownName,
+                           step + ": there is no definition \"" + name->name + "\"" +
+                               suggestion(name->name, _values, &Definitions::value_type::first));
         expression = found->second;
     }
     throw JobError(errors::kCycle, step + ": the definition of the lambda leads back to itself");

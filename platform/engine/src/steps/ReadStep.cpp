@@ -3,6 +3,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/InputFile.h"
+#include "expression/NearestName.h"
 #include "steps/CsvRead.h"
 #include "steps/ParquetRead.h"
 #include "steps/StepCall.h"
@@ -53,6 +54,15 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
     return input.node;
 }
 
+[[noreturn]] void refuseDataSource(const StepCall& call, const std::string& name)
+{
+    std::vector<std::string> names = call.context.dataSources.names();
+    for (const auto& [iterator, rows] : call.context.iterators)
+        names.push_back(iterator);
+    throw JobError(errors::kUnknownDataSource, call.name + ": there is no data source \"" + name +
+                                                   "\"" + suggestion(name, names, std::identity{}));
+}
+
 NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& limits)
 {
     JobContext& context = call.context;
@@ -62,13 +72,12 @@ NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& l
         throw NotYetWritten{};
     const auto known = context.dataSources.find(name);
     if (!known)
-        throw JobError(errors::kUnknownDataSource,
-                       call.name + ": there is no data source \"" + name + "\"");
+        refuseDataSource(call, name);
     auto node = std::make_shared<Node>();
     node->fields = known->fields;
-    const std::string select =
+    std::string select =
         "SELECT " + columnList(known->fields) + " FROM " + quotedIdentifier(known->table);
-    node->select = [select](const std::vector<std::string>&) { return select; };
+    node->select = [select = std::move(select)](const std::vector<std::string>&) { return select; };
     return node;
 }
 
@@ -78,7 +87,7 @@ Settings locationOf(const Settings& files)
     const Json& locations = files.neededList("locations");
     if (locations.empty())
         files.refuse("locations", "is empty");
-    const Settings first = files.objectAt(locations, "locations", 0);
+    Settings first = files.objectAt(locations, "locations", 0);
     if (locations.size() > 1)
         throw JobError(errors::kNotAvailable,
                        files.step() + ": the setting \"" + files.pathOf("locations") + "\" names " +

@@ -23,6 +23,8 @@ const char* wordOf(const Json& value)
         return "true or false";
     case Json::value_t::null:
         return "null";
+    case Json::value_t::number_float:
+        return "a real number";
     default:
         return "a number";
     }
@@ -73,9 +75,7 @@ std::optional<std::string> Settings::text(const std::string& key) const
     const Json* value = find(key);
     if (!value)
         return std::nullopt;
-    if (!value->is_string())
-        refuseType(pathOf(key), "a text", *value);
-    return value->get<std::string>();
+    return textOf(*value, key);
 }
 
 std::string Settings::neededText(const std::string& key) const
@@ -151,9 +151,18 @@ Settings Settings::objectAt(const Json& list, const std::string& key, std::size_
 
 std::string Settings::textAt(const Json& list, const std::string& key, std::size_t index) const
 {
-    if (!list[index].is_string())
-        refuseType(pathOf(key) + "[" + std::to_string(index) + "]", "a text", list[index]);
-    return list[index].get<std::string>();
+    return textOf(list[index], key + "[" + std::to_string(index) + "]");
+}
+
+std::string Settings::textOf(const Json& value, const std::string& key) const
+{
+    if (!value.is_string())
+        refuseType(pathOf(key), "a text", value);
+    auto text = value.get<std::string>();
+    // Files and columns are named to interfaces that would take the text to end there.
+    if (text.find('\0') != std::string::npos)
+        refuse(key, "holds the character NUL");
+    return text;
 }
 
 void Settings::reportOthers(const MessageSink& message) const

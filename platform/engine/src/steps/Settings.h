@@ -51,6 +51,7 @@ public:
 
 private:
     const Json* find(const std::string& key) const;
+    std::string textOf(const Json& value, const std::string& key) const;
     [[noreturn]] void refuseType(const std::string& path, const char* wanted,
                                  const Json& found) const;
     [[noreturn]] void refuseMissing(const std::string& key) const;

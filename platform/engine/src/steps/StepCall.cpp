@@ -10,17 +10,17 @@ const CFField& fieldOf(const Fields& fields, const std::string& field, const std
 {
     if (const CFField* found = findField(fields, field))
         return *found;
-    std::vector<std::string_view> names;
-    for (const CFField& known : fields)
-        names.emplace_back(known.GetName());
-    throw JobError(errors::kUnknownField,
-                   step + ": the input has no field \"" + field + "\"" + suggestion(field, names));
+    throw JobError(errors::kUnknownField, step + ": the input has no field \"" + field + "\"" +
+                                              suggestion(field, fields, &CFField::GetName));
 }
 
 void refuseDuplicate(const Fields& fields, const std::string& field, const std::string& step)
 {
     if (field.empty())
         throw JobError(errors::kSettingType, step + ": the name of a field is empty");
+    if (field.find('\0') != std::string::npos)
+        throw JobError(errors::kSettingType,
+                       step + ": the name of a field holds the character NUL");
     const CFField* taken = findFieldAnyCase(fields, field);
     if (!taken)
         return;

@@ -47,10 +47,8 @@ const StepKind& stepKind(const language::Step& step)
     std::vector<std::string_view> names(std::begin(kUnavailable), std::end(kUnavailable));
     for (const StepKind& kind : kSteps)
         names.emplace_back(kind.name);
-    throw JobError(errors::kUnknownStep, "line " + std::to_string(step.position.line) +
-                                             ", column " + std::to_string(step.position.column) +
-                                             ": there is no step \"" + step.name + "\"" +
-                                             suggestion(step.name, names));
+    throw JobError(errors::kUnknownStep, step.position.text() + ": there is no step \"" +
+                                             step.name + "\"" + suggestion(step.name, names));
 }
 
 } // namespace EmbeddedHV

@@ -39,8 +39,11 @@ std::unique_ptr<Output> tableOutput(StepCall& call, const Settings& settings)
     if (call.context.iterators.contains(name))
         settings.refuse("dataSource",
                         "is \"" + name + "\", the name of a row iterator that the job reads");
-    auto output =
-        std::make_unique<TableOutput>(call.context, name, mode == "append", call.input()->fields);
+    const bool append = mode == "append";
+    // Whether the source is there, and with which fields, shows when the statement before has run.
+    if (append && call.context.unwritten.contains(name))
+        throw NotYetWritten{};
+    auto output = std::make_unique<TableOutput>(call.context, name, append, call.input()->fields);
     call.context.unwritten.insert(name);
     return output;
 }
@@ -59,9 +62,9 @@ std::unique_ptr<Output> fileOutput(StepCall& call, const Settings& settings)
         settings.refuse("dataPassword", "is given, but only a file of type "
                                         "application/x-vexa-sav can be sealed");
     auto output = std::make_unique<FileOutput>(context, file, call.input()->fields);
-    context.unwritten.insert(file.path);
+    context.unwritten.insert(canonicalPath(file.path));
     if (!file.modelPath.empty())
-        context.unwritten.insert(file.modelPath);
+        context.unwritten.insert(canonicalPath(file.modelPath));
     return output;
 }
 

@@ -19,25 +19,6 @@ bool isAscii(std::string_view text)
                        [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
-/// The longest beginning of at most `most` bytes that cuts no character.
-std::size_t wholeCharacters(std::string_view text, std::size_t most, const CodePage* page)
-{
-    if (!page) { // UTF-8
-        std::size_t length = most;
-        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
-            --length;
-        return length;
-    }
-    std::size_t length = 0;
-    page->eachCharacter(text, [&](std::size_t offset, std::size_t count) {
-        const bool fits = offset + count <= most;
-        if (fits)
-            length = offset + count;
-        return fits;
-    });
-    return length;
-}
-
 } // namespace
 
 CaseColumn::CaseColumn(CFField::StorageType storage, int width, std::string name,

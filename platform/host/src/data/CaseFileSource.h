@@ -13,6 +13,7 @@ struct CaseFileSource
 {
     std::unique_ptr<TableCases> cases;
     long long caseCount = 0;
+    std::vector<bool> integers; ///< of each column, whether it is one
     std::vector<std::string> documents;
     std::string encoding;
 };

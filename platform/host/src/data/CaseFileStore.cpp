@@ -1,7 +1,9 @@
 #include "data/CaseFileStore.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <set>
 #include <system_error>
 
 #include "FileServices.h"
@@ -15,6 +17,7 @@
 #include "datafile/PendingFile.h"
 #include "datafile/ScratchFile.h"
 #include "datafile/SqlQuoting.h"
+#include "text/NameCase.h"
 
 namespace {
 
@@ -24,6 +27,7 @@ namespace duck = datafile::duck;
 constexpr std::size_t kValuesPerRowGroup = 4U * 1024U * 1024U;
 constexpr std::size_t kMostRowsPerGroup = 122880;
 constexpr std::size_t kLeastRowsPerGroup = 2048;
+constexpr int kWidestText = 32767;
 
 /// A column of host numbers in a type that says more of them, and the condition under which no
 /// value changes by that.
@@ -61,6 +65,9 @@ StoredAs storedAs(const std::string& column, CFField::StorageType storage)
 CaseFileStore::CaseFileStore(const UserCaseFileSpec& spec)
     : _spec(spec), _path(datafile::nativePath(hostToUtf8(spec.GetName()))), _page(hostCodePage())
 {
+    // A name that promises another form would not be read back as what it is.
+    if (spec.GetKind() == CaseFileKind::Csv)
+        throw ErrorText(_path + ": the host writes SAV files, and this name is one of a CSV file");
     // Whoever cannot write there should know before the cases come.
     try {
         const datafile::PendingFile probe(_path, "");
@@ -127,10 +134,17 @@ void CaseFileStore::CommitDictionary()
 {
     needOpenDictionary();
     std::vector<int> widths;
+    std::set<std::u16string> names;
     for (const auto& variable : _variables) {
-        if (FindVarIndex(variable->GetName(), 0) != static_cast<int>(widths.size()))
-            throw ErrorText(_path + ": two variables are named \"" +
-                            hostToUtf8(variable->GetName()) + "\", letter case apart");
+        const std::string name = hostToUtf8(variable->GetName());
+        if (name.empty())
+            throw ErrorText(_path + ": a variable has no name");
+        if (!names.insert(foldedName(variable->GetName())).second)
+            throw ErrorText(_path + ": two variables are named \"" + name +
+                            "\", letter case apart");
+        if (variable->GetType() > kWidestText)
+            throw ErrorText(_path + ": variable \"" + name + "\" is wider than " +
+                            std::to_string(kWidestText) + " bytes");
         widths.push_back(variable->GetType());
     }
     if (widths.empty())
@@ -167,12 +181,12 @@ void CaseFileStore::AddCase(const VEXA_Case& newCase)
     _table->endCase();
 }
 
-std::string CaseFileStore::dictionary() const
+std::string CaseFileStore::dictionary(const Storages& storages) const
 {
     datafile::Dictionary dictionary;
     dictionary.encoding = _page->name();
-    for (const auto& variable : _variables)
-        dictionary.variables.push_back(descriptionOf(*variable));
+    for (std::size_t i = 0; i < _variables.size(); ++i)
+        dictionary.variables.push_back(descriptionOf(*_variables[i], storages[i]));
     if (_weight >= 0)
         dictionary.weight = dictionary.variables[static_cast<std::size_t>(_weight)].name;
     for (const int column : _split)
@@ -182,26 +196,32 @@ std::string CaseFileStore::dictionary() const
     return datafile::dictionaryText(dictionary);
 }
 
-/// The cases in the types that their formats speak of, where no value changes by that.
-std::string CaseFileStore::selectAsStored()
+/// The columns' kinds: those that their formats speak of, where no value changes by that.
+CaseFileStore::Storages CaseFileStore::storages()
 {
-    std::vector<StoredAs> columns;
+    Storages storages;
     std::string question;
     for (std::size_t i = 0; i < _variables.size(); ++i) {
-        const std::string column = CaseTable::columnName(i);
-        columns.push_back(_variables[i]->GetType() > 0
-                              ? StoredAs{column, ""}
-                              : storedAs(column, storageOfFormat(_variables[i]->GetFormat())));
+        storages.push_back(_variables[i]->GetType() > 0
+                               ? CFField::String
+                               : storageOfFormat(_variables[i]->GetFormat()));
+        const std::string condition = storedAs(CaseTable::columnName(i), storages[i]).condition;
         question += (i == 0 ? "SELECT coalesce(bool_and(" : ", coalesce(bool_and(") +
-                    (columns[i].condition.empty() ? "true" : columns[i].condition) +
-                    "), true)::INTEGER";
+                    (condition.empty() ? "true" : condition) + "), true)::INTEGER";
     }
     duck::Result exact = _table->connection().query(question + " FROM " + _table->name());
+    for (std::size_t i = 0; i < storages.size(); ++i)
+        if (exact.integer(i, 0) == 0)
+            storages[i] = CFField::Real;
+    return storages;
+}
+
+std::string CaseFileStore::selectAsStored(const Storages& storages) const
+{
     std::string sql;
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        sql += (i == 0 ? "SELECT " : ", ") +
-               (exact.integer(i, 0) != 0 ? columns[i].sql : CaseTable::columnName(i)) + " AS " +
-               datafile::quotedIdentifier(hostToUtf8(_variables[i]->GetName()));
+    for (std::size_t i = 0; i < storages.size(); ++i)
+        sql += (i == 0 ? "SELECT " : ", ") + storedAs(CaseTable::columnName(i), storages[i]).sql +
+               " AS " + datafile::quotedIdentifier(hostToUtf8(_variables[i]->GetName()));
     return sql + " FROM " + _table->name();
 }
 
@@ -209,10 +229,11 @@ std::string CaseFileStore::copyStatement(const std::string& target)
 {
     const std::size_t rows =
         std::clamp(kValuesPerRowGroup / _variables.size(), kLeastRowsPerGroup, kMostRowsPerGroup);
-    return "COPY (" + selectAsStored() + ") TO " + datafile::quotedLiteral(target) +
+    const Storages kinds = storages();
+    return "COPY (" + selectAsStored(kinds) + ") TO " + datafile::quotedLiteral(target) +
            " (USE_TMP_FILE false, FORMAT PARQUET, ROW_GROUP_SIZE " + std::to_string(rows) +
            ", KV_METADATA {" + datafile::quotedLiteral(datafile::kDictionaryKey) + ": " +
-           datafile::quotedLiteral(dictionary()) + "})";
+           datafile::quotedLiteral(dictionary(kinds)) + "})";
 }
 
 void CaseFileStore::write()

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "CFField.h"
+
 #include "UserCaseFile.h"
 #include "data/CaseTable.h"
 #include "text/CodePage.h"
@@ -35,9 +37,11 @@ public:
 private:
     void needOpenDictionary() const;
     void write();
-    std::string selectAsStored();
+    using Storages = std::vector<CFField::StorageType>;
+    Storages storages();
+    std::string selectAsStored(const Storages& storages) const;
     std::string copyStatement(const std::string& target);
-    std::string dictionary() const;
+    std::string dictionary(const Storages& storages) const;
 
     UserCaseFileSpec _spec;
     std::string _path;

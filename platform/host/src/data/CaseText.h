@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Obs.h"
+#include "text/CodePage.h"
 
 /// How texts stand in cases: in whole units, filled up with blanks.
 
@@ -32,6 +33,24 @@ inline std::vector<OBS> unitsOfText(std::string_view text, int width)
     std::vector<OBS> units(unitsOfWidth(width));
     putText(units.data(), units.size(), text);
     return units;
+}
+
+/// The length of the longest beginning of at most `most` bytes that cuts no character; the text is
+/// longer than that. A null page stands for UTF-8.
+inline std::size_t wholeCharacters(std::string_view text, std::size_t most, const CodePage* page)
+{
+    std::size_t length = page ? 0 : most;
+    if (!page)
+        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
+            --length;
+    else
+        page->eachCharacter(text, [&](std::size_t offset, std::size_t count) {
+            const bool fits = offset + count <= most;
+            if (fits)
+                length = offset + count;
+            return fits;
+        });
+    return length;
 }
 
 /// The length without trailing blanks.

@@ -32,13 +32,9 @@ std::shared_ptr<datafile::ScratchFile> inUtf8(const std::string& path, const Cod
         std::string converted;
         if (!page.toUtf8(text, converted))
             throw ErrorText(path + ": the file is no text in " + page.name());
-        for (std::string_view left = converted; !left.empty();) {
-            const ssize_t written = ::write(target->descriptor(), left.data(), left.size());
-            if (written < 0)
-                throw ErrorText(path + ": no copy in UTF-8 can be made: " +
-                                std::generic_category().message(errno));
-            left.remove_prefix(static_cast<std::size_t>(written));
-        }
+        if (!target->write(converted))
+            throw ErrorText(
+                path + ": no copy in UTF-8 can be made: " + std::generic_category().message(errno));
     };
     std::string pending;
     std::string block(kBlock, '\0');
@@ -49,6 +45,9 @@ std::shared_ptr<datafile::ScratchFile> inUtf8(const std::string& path, const Cod
         write(pending.substr(0, lines));
         pending.erase(0, lines);
     }
+    if (got < 0)
+        throw ErrorText(path +
+                        ": the file cannot be read: " + std::generic_category().message(errno));
     write(pending);
     target->rewind();
     return target;
@@ -100,7 +99,9 @@ CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path)
         relation->columns.push_back(
             {datafile::quotedIdentifier(profile.names()[i]), profile.storageOf(i)});
         variables.push_back(variableOf(profile, i));
+        source.integers.push_back(profile.storageOf(i) == CFField::Integer);
     }
+    tellNamesApart(variables);
     relation->from = datafile::csvTable(readable, spec.HasHeader(), fields, "");
     source.caseCount = static_cast<long long>(profile.records());
     source.cases = std::make_unique<TableCases>(std::move(variables), std::move(relation));

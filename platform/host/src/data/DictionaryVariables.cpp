@@ -1,11 +1,14 @@
 #include "data/DictionaryVariables.h"
 
+#include <cmath>
 #include <limits>
+#include <set>
 
 #include "HostConversions.h"
 #include "VexaCases.h"
 #include "data/CaseText.h"
 #include "text/CodePage.h"
+#include "text/NameCase.h"
 
 namespace {
 
@@ -30,7 +33,8 @@ DictionaryFormat formatOf(const VEXA_Format& format)
     return {format.type, format.width, format.decimals};
 }
 
-/// Numbers between the two scales.
+/// Numbers between the two scales. Only columns of dates and timestamps have one of their own:
+/// dates that are kept as plain numbers are the host's seconds, and so is what is said of them.
 struct Scale
 {
     CFField::StorageType storage;
@@ -40,6 +44,12 @@ struct Scale
         return NumericStorageCFToStat(std::get<double>(value), storage);
     }
     double fromHost(double value) const { return NumericStorageStatToCF(value, storage); }
+    /// Into the list, unless the dictionary's form has no numeral for it.
+    void add(std::vector<DictionaryValue>& values, double value) const
+    {
+        if (std::isfinite(value))
+            values.emplace_back(fromHost(value));
+    }
 };
 
 std::string hostText(const DictionaryValue& value)
@@ -82,19 +92,20 @@ DictionaryMissing missingOf(const VEXA_Variable& variable, const Scale& scale)
     DictionaryMissing missing;
     if (code < 0) {
         missing.hasRange = true;
-        if (values[0]->number != kLowest)
+        // An end at the last number or beyond it is an open one.
+        if (values[0]->number > kLowest)
             missing.from = scale.fromHost(values[0]->number);
-        if (values[1]->number != kHighest)
+        if (values[1]->number < kHighest)
             missing.to = scale.fromHost(values[1]->number);
         if (code == -3)
-            missing.values.emplace_back(scale.fromHost(values[2]->number));
+            scale.add(missing.values, values[2]->number);
         return missing;
     }
     for (int i = 0; i < code; ++i) {
         if (variable.GetType() > 0)
-            missing.values.emplace_back(utf8Text(values[i], sizeof(OBS)));
+            missing.values.emplace_back(utf8Text(values[i], variable.MissingTextWidth()));
         else
-            missing.values.emplace_back(scale.fromHost(values[i]->number));
+            scale.add(missing.values, values[i]->number);
     }
     return missing;
 }
@@ -159,8 +170,10 @@ VEXA_Variable variableOf(const DictionaryVariable& described, CFField::StorageTy
     variable.SetLabel(utf8ToHost(described.label));
     VEXA_Format print =
         described.print.type != 0 ? formatOf(described.print) : formatOfStorage(storage, width);
-    // A column of dates is one whatever the format says, for its values are on that scale.
-    if (isTime(storage) && storageOfFormat(print) != storage)
+    // A column of dates is one whatever the format says, for its values are on that scale; and a
+    // format for texts shows no number.
+    const CFField::StorageType shown = storageOfFormat(print);
+    if ((isTime(storage) && shown != storage) || (width > 0) != (shown == CFField::String))
         print = formatOfStorage(storage, width);
     variable.SetFormat(print);
     variable.SetWriteFormat(described.write.type != 0 ? formatOf(described.write) : print);
@@ -168,7 +181,7 @@ VEXA_Variable variableOf(const DictionaryVariable& described, CFField::StorageTy
     // The host has no role for what only numbers the cases.
     variable.SetRole(described.role == DictionaryRole::RecordId ? static_cast<int>(kRoleNone)
                                                                 : static_cast<int>(described.role));
-    const Scale scale{storageOfFormat(print)};
+    const Scale scale{storage};
     VEXA_ValueLabelMap labels(width);
     for (const auto& [value, label] : described.valueLabels) {
         if (width > 0)
@@ -181,7 +194,7 @@ VEXA_Variable variableOf(const DictionaryVariable& described, CFField::StorageTy
     return variable;
 }
 
-DictionaryVariable descriptionOf(const VEXA_Variable& variable)
+DictionaryVariable descriptionOf(const VEXA_Variable& variable, CFField::StorageType storage)
 {
     DictionaryVariable described;
     described.name = hostToUtf8(variable.GetName());
@@ -195,7 +208,7 @@ DictionaryVariable descriptionOf(const VEXA_Variable& variable)
     described.role = static_cast<DictionaryRole>(role >= 0 && role <= 4 ? role : 0);
     described.print = formatOf(variable.GetFormat());
     described.write = formatOf(variable.GetWriteFormat());
-    const Scale scale{storageOfFormat(variable.GetFormat())};
+    const Scale scale{storage};
     VEXA_ValueLabelMap labels = variable.GetValueLabels();
     labels.Reset();
     const OBS* value = nullptr;
@@ -204,9 +217,19 @@ DictionaryVariable descriptionOf(const VEXA_Variable& variable)
         if (variable.GetType() > 0)
             described.valueLabels.emplace_back(
                 utf8Text(value, static_cast<std::size_t>(variable.GetType())), hostToUtf8(label));
-        else
+        else if (std::isfinite(value->number))
             described.valueLabels.emplace_back(scale.fromHost(value->number), hostToUtf8(label));
     }
     described.missing = missingOf(variable, scale);
     return described;
+}
+
+void tellNamesApart(std::vector<VEXA_Variable>& variables)
+{
+    std::set<std::u16string> used;
+    for (VEXA_Variable& variable : variables) {
+        const std::string given = variable.GetName();
+        for (int number = 1; !used.insert(foldedName(variable.GetName())).second; ++number)
+            variable.SetName(given + "_" + std::to_string(number));
+    }
 }

@@ -14,8 +14,12 @@ CFField::StorageType storageOfFormat(const VEXA_Format& format);
 /// A print format for values of a kind; a text's width is its width.
 VEXA_Format formatOfStorage(CFField::StorageType storage, int width);
 
-/// `storage` is the kind of the column that the variable stands for, `width` how wide it is in the
-/// host's encoding.
+/// `storage` is the kind of the column that the variable stands for: the dictionary's values are on
+/// its scale. `width` is how wide a text is in the host's encoding.
 VEXA_Variable variableOf(const datafile::DictionaryVariable& described,
                          CFField::StorageType storage, int width);
-datafile::DictionaryVariable descriptionOf(const VEXA_Variable& variable);
+datafile::DictionaryVariable descriptionOf(const VEXA_Variable& variable,
+                                           CFField::StorageType storage);
+/// Numbers the names that repeat one before them, letter case apart: an encoding that lacks letters
+/// makes one name of two.
+void tellNamesApart(std::vector<VEXA_Variable>& variables);

@@ -41,6 +41,7 @@ private:
     void measureTexts();
     void check(const datafile::DictionaryVariable& described, CFField::StorageType storage) const;
     std::vector<int> columnsOf(const std::vector<std::string>& names) const;
+    int widthOf(const datafile::DictionaryVariable& described) const;
 
     const UserCaseFileSpec& _spec;
     std::string _path;
@@ -181,24 +182,32 @@ std::vector<int> ParquetOpening::columnsOf(const std::vector<std::string>& names
     return columns;
 }
 
+/// A width of the dictionary's encoding in the host's.
+int ParquetOpening::widthOf(const datafile::DictionaryVariable& described) const
+{
+    if (described.width == 0 || _dictionary.encoding == hostCodePage()->name())
+        return described.width;
+    // A byte of another encoding may become three of UTF-8.
+    const auto width = static_cast<std::size_t>(described.width);
+    return hostWidth(_dictionary.encoding == "UTF-8" ? width : 3 * width);
+}
+
 CaseFileSource ParquetOpening::open()
 {
     unseal();
     findColumns();
     readDictionary();
     describeColumns();
-    const auto page = hostCodePage();
     std::vector<VEXA_Variable> variables;
     for (std::size_t i = 0; i < _names.size(); ++i) {
         const datafile::DictionaryVariable& described = _described[i];
-        // A width that counts in another encoding is a width in UTF-8 at the least.
-        const bool ours = _dictionary.encoding == page->name();
-        const int width = described.width == 0 || ours
-                              ? described.width
-                              : hostWidth(3 * static_cast<std::size_t>(described.width));
-        variables.push_back(variableOf(described, _relation->columns[i].storage, width));
+        variables.push_back(
+            variableOf(described, _relation->columns[i].storage, widthOf(described)));
     }
+    tellNamesApart(variables);
     CaseFileSource source;
+    for (const RelationColumn& column : _relation->columns)
+        source.integers.push_back(column.storage == CFField::Integer);
     source.caseCount = _connection->query("SELECT count(*) FROM " + _relation->from).integer(0, 0);
     source.encoding = _dictionary.encoding;
     for (const std::string& line : _dictionary.documents)

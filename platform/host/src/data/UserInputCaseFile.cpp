@@ -72,6 +72,12 @@ long long UserInputCaseFile::CaseCount() const
     return _impl->source.caseCount;
 }
 
+bool UserInputCaseFile::IsInteger(int column) const
+{
+    const auto place = static_cast<std::size_t>(column);
+    return column >= 0 && place < _impl->source.integers.size() && _impl->source.integers[place];
+}
+
 const std::vector<std::string>& UserInputCaseFile::Documents() const
 {
     return _impl->source.documents;

@@ -77,7 +77,7 @@ private:
         std::vector<std::string> texts;
         for (int i = 0; i < code; ++i) {
             if (from.GetType() > 0)
-                texts.push_back(text(values[i], sizeof(OBS)));
+                texts.push_back(text(values[i], from.MissingTextWidth()));
             else
                 numbers.push_back(values[i]->number);
         }

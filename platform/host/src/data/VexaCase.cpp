@@ -22,5 +22,11 @@ void VEXA_Case::SetStringValue(int column, const char* text, int width)
     const std::size_t units = unitsOfWidth(_widths[at(column)]);
     const auto given = static_cast<std::size_t>(std::max(width, 0));
     const auto most = static_cast<std::size_t>(_widths[at(column)]);
-    putText(_buffer + _offsets[at(column)], units, {text, std::min(given, most)});
+    const std::string_view whole(text, given);
+    const auto fitting = [&] {
+        const auto page = hostCodePage();
+        return wholeCharacters(whole, most, page->isUtf8() ? nullptr : page.get());
+    };
+    putText(_buffer + _offsets[at(column)], units,
+            whole.substr(0, given > most ? fitting() : given));
 }

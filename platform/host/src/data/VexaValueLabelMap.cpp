@@ -1,6 +1,7 @@
 #include "VexaValueLabelMap.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <utility>
 
@@ -12,8 +13,12 @@ VEXA_ValueLabelMap::VEXA_ValueLabelMap(int width) : _data(std::make_shared<Data>
 
 bool VEXA_ValueLabelMap::isLess(const std::vector<OBS>& left, const std::vector<OBS>& right) const
 {
-    if (_data->width == 0)
-        return left.front().number < right.front().number;
+    if (_data->width == 0) {
+        // What is not a number comes last, so that there is an order at all.
+        const double a = left.front().number;
+        const double b = right.front().number;
+        return a < b || (std::isnan(b) && !std::isnan(a));
+    }
     const int order =
         std::memcmp(left.data(), right.data(), std::min(left.size(), right.size()) * sizeof(OBS));
     return order < 0 || (order == 0 && left.size() < right.size());

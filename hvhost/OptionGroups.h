@@ -1,0 +1,20 @@
+#pragma once
+
+#include "CommonOptions.h"
+
+namespace CLI {
+class App;
+}
+
+/// Adds options that several commands take; they are written to the options given, which must live
+/// as long as the application.
+
+void addCommonOptions(CLI::App& app, CommonOptions& options);
+
+/// The input, the output and what happens to the records in between.
+void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput);
+
+/// An input that the host opens as a dataset.
+void addDatasetOptions(CLI::App& app, InputOptions& options);
+/// --print-job
+void addPrintJob(CLI::App& app, bool& printJob);
