@@ -100,7 +100,7 @@ void Job::commit(Statement& statement)
         throw;
     }
     for (const auto& document : statement.exports)
-        _context.unwritten.erase(document->path());
+        _context.unwritten.erase(canonicalPath(document->path()));
 }
 
 std::string Job::selectOf(Node& node, const Statement& statement)

@@ -6,7 +6,6 @@
 
 #include "ErrorIds.h"
 #include "expression/RaisedFault.h"
-#include "steps/StorageChange.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -84,8 +83,6 @@ constexpr const char* kNoSpread =
     "there is no sd or variance of values that are infinite, not a number or too large";
 
 constexpr Phrase kPhrases[] = {
-    // First, since a value stands in the message, with whatever words it has.
-    {kStorageFault, errors::kConversion, nullptr, false},
     {"No space left on device", errors::kDiskFull, "there is no room left for the file", true},
     {"File too large", errors::kDiskFull, "there is no room left for the file", true},
     {"Disk quota exceeded", errors::kDiskFull, "there is no room left for the file", true},

@@ -4,6 +4,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "runtime/FileSpace.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -53,9 +54,9 @@ void checkTargets(const Statement& statement)
 {
     std::set<std::string> paths;
     if (statement.output)
-        paths.insert(statement.output->target());
+        paths.insert(canonicalPath(statement.output->target()));
     for (const auto& document : statement.exports)
-        if (!paths.insert(document->path()).second)
+        if (!paths.insert(canonicalPath(document->path())).second)
             throw JobError(errors::kSettingType, statement.steps +
                                                      ": the statement writes the file " +
                                                      document->path() + " twice");

@@ -157,7 +157,7 @@ Statement Planner::planStatement(std::size_t index)
     checkTargets(statement);
     // A statement that reads a document still reads the one from before it.
     for (const auto& document : statement.exports)
-        _context.unwritten.insert(document->path());
+        _context.unwritten.insert(canonicalPath(document->path()));
     return statement;
 }
 
@@ -259,9 +259,9 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
         if (places.size() > 2)
             refuse("(configuration, export)");
         if (!places.empty() && places[0]->kind != Kind::Open)
-            call.configuration = literalOf(*places[0], call.name);
+            call.configuration = language::jsonLiteral(*places[0]->value, _values, call.name);
         if (places.size() > 1 && places[1]->kind != Kind::Open)
-            call.exported = literalOf(*places[1], call.name);
+            call.exported = language::jsonLiteral(*places[1]->value, _values, call.name);
         return;
     }
     const bool open = places.empty() || places[0]->kind == Kind::Open;

@@ -35,7 +35,6 @@ private:
     StepResult planStep(const language::Step& step, NodePtr input);
     void gatherInputs(const language::Step& step, NodePtr input, StepCall& call);
     void readArguments(const language::Step& step, const StepKind& kind, StepCall& call);
-    Json literalOf(const language::Argument& argument, const std::string& step) const;
     const language::Expression* lambdaOf(const language::Expression& argument,
                                          const std::string& step) const;
     NodePtr planChain(const std::string& name, const std::string& step);

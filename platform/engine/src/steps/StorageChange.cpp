@@ -5,9 +5,11 @@
 #include <string_view>
 
 #include "DataFileNames.h"
+#include "ErrorIds.h"
 #include "datafile/ColumnTypes.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/FunctionTable.h"
+#include "expression/RaisedFault.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -66,7 +68,8 @@ std::string filledIn(std::string_view sql, const std::string& value)
 
 } // namespace
 
-std::optional<std::string> convertedColumn(const CFField& field, CFField::StorageType storage)
+std::optional<std::string> convertedColumn(const CFField& field, CFField::StorageType storage,
+                                           const std::string& step)
 {
     const std::string column = quotedIdentifier(field.GetName());
     if (field.GetStorage() == storage)
@@ -83,10 +86,11 @@ std::optional<std::string> convertedColumn(const CFField& field, CFField::Storag
     if (from == CFField::String && storage != CFField::String)
         missing += " OR trim(" + column + ") = ''";
     // A text of any length may stand in the field; the message shows its beginning.
-    const std::string fault = "error(" +
-                              quotedLiteral("a value of the field \"" + field.GetName() +
-                                            kStorageFault + WordOf(storage) + ": \"") +
-                              " || left(CAST(" + column + " AS VARCHAR), 100) || '\"')";
+    const std::string begin =
+        raisedText(errors::kConversion, step + ": a value of the field \"" + field.GetName() +
+                                            "\" cannot be stored as " + WordOf(storage) + ": \"");
+    const std::string fault =
+        "error(" + quotedLiteral(begin) + " || left(CAST(" + column + " AS VARCHAR), 100) || '\"')";
     return "CASE WHEN " + missing + " THEN NULL ELSE coalesce(" + filledIn(sql, column) +
            ", CAST(" + fault + " AS " + sqlTypeOf(storage) + ")) END";
 }

@@ -27,12 +27,12 @@ Fields updatedFields(const StepCall& call, const Settings& settings)
 
 /// The columns of the input, those with another storage converted; updateField has refused what
 /// does not convert.
-std::string convertedColumns(const Fields& before, const Fields& after)
+std::string convertedColumns(const Fields& before, const Fields& after, const std::string& step)
 {
     std::string columns;
     for (std::size_t i = 0; i < before.size(); ++i) {
         columns += i == 0 ? "" : ", ";
-        columns += convertedColumn(before[i], after[i].GetStorage()).value();
+        columns += convertedColumn(before[i], after[i].GetStorage(), step).value();
         if (before[i].GetStorage() != after[i].GetStorage())
             columns += " AS " + quotedIdentifier(before[i].GetName());
     }
@@ -48,7 +48,7 @@ StepResult planUpdateDataModel(StepCall& call)
     const Settings settings = call.settings();
     Fields fields = updatedFields(call, settings);
     settings.reportOthers(call.context.message);
-    const std::string columns = convertedColumns(call.input()->fields, fields);
+    const std::string columns = convertedColumns(call.input()->fields, fields, call.name);
     return {derivedNode(std::move(fields), {call.input()},
                         [columns](const std::vector<std::string>& inputs) {
                             return "SELECT " + columns + " FROM " + inputs[0];
