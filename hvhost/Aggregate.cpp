@@ -1,4 +1,6 @@
 #include <iostream>
+#include <optional>
+#include <sstream>
 
 #include "CommandFault.h"
 #include "Commands.h"
@@ -7,6 +9,7 @@
 #include "InterruptWatch.h"
 #include "RecordChain.h"
 #include "ResultTable.h"
+#include "StandardStreams.h"
 #include "bridge/JNIHvlProgram.h"
 #include "hvl/HVLAggregate.h"
 #include "hvl/HVLWrite.h"
@@ -66,30 +69,38 @@ void addStatistic(HVLAggregate& aggregates, const std::string& text)
         statistic.name.empty() ? statistic.function + "_" + statistic.field : statistic.name);
 }
 
-void showResult(HostSession& session, const std::string& fileName, const AggregateOptions& options)
+void showResult(HostSession& session, const std::string& fileName, const AggregateOptions& options,
+                const InterruptWatch& watch)
 {
     EmbeddedHV::RowDataIterator* const rows = session.runner().getOutputIterator(fileName);
     if (rows == nullptr)
         throw CommandFault(ExitStatus::JobFailed, "the job's result cannot be read");
-    printTable(readTable(*rows, options.by.size()), options.format, std::cout);
-    std::cout.flush();
-    if (!std::cout)
-        throw CommandFault(ExitStatus::JobFailed, "standard output cannot be written");
+    std::ostringstream text;
+    printTable(readTable(*rows, options.by.size()), options.format, text);
+    printToStandardOutput(text.str(), watch);
 }
 
-} // namespace
-
-void aggregate(const AggregateOptions& options, const CommonOptions& common)
+/// Whether the result is shown, not written. An option that would then do nothing is refused:
+/// nobody should believe that it did something.
+bool isShown(const AggregateOptions& options)
 {
-    const InterruptWatch watch(common.timeout);
+    const OutputOptions& output = options.output;
     const bool shown =
-        options.output.path.empty() || (options.output.path == "-" && options.output.kind.empty());
-    const InputFile input(options.input, watch);
-    const auto output = shown ? nullptr : std::make_unique<OutputFile>(options.output, watch);
-    HostSession session("aggregate", common, watch);
-    JNIHvlProgram program;
-    RecordChain records(program, input, options.records);
-    HVLAggregate aggregates(&program);
+        output.path.empty() || (output.path == kStandardStream && output.kind.empty());
+    if (!shown && !options.format.empty())
+        throw CommandFault(ExitStatus::Usage, "--format is for a result that is shown",
+                           "--to tells the kind of a file");
+    const bool written = !output.kind.empty() || !output.password.empty() ||
+                         !output.passwordFile.empty() || !output.dataModel.empty();
+    if (shown && written)
+        throw CommandFault(ExitStatus::Usage, "the options of an output need an output",
+                           "name the file to write, or - with --to for standard output");
+    return shown;
+}
+
+/// Adds the keys and the statistics, and tells which option each comes from.
+std::vector<std::string> addAggregates(HVLAggregate& aggregates, const AggregateOptions& options)
+{
     std::vector<std::string> origins;
     for (const std::string& field : options.by) {
         aggregates.AddAggregate("key", field, field);
@@ -99,13 +110,33 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
         addStatistic(aggregates, statistic);
         origins.push_back("--stat " + statistic);
     }
+    return origins;
+}
+
+} // namespace
+
+void aggregate(const AggregateOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const bool shown = isShown(options);
+    const InputFile input(options.input, FileOptions::Offered, watch);
+    std::optional<OutputFile> output;
+    if (!shown)
+        output.emplace(options.output, FileOptions::Offered, watch);
+    HostSession session("aggregate", common, watch);
+    JNIHvlProgram program;
+    RecordChain records(program, input, options.records);
+    HVLAggregate aggregates(&program);
+    JobOrigin origin = input.origin();
+    origin.expressions = records.expressions();
+    origin.aggregates = addAggregates(aggregates, options);
     aggregates.AddPredFunction(records.last());
     const HVSimpleFile scratch("aggregate.hvbf", true, true);
     HVLWrite write(&program);
-    if (shown)
-        write.WriteHVBF(scratch.GetFileName());
-    else
+    if (output)
         output->configure(write);
+    else
+        write.WriteHVBF(scratch.GetFileName());
     write.AddPredFunction(&aggregates);
 
     const std::string job = generateJob(program, write);
@@ -113,10 +144,10 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
         std::cout << job << '\n';
         return;
     }
-    session.run(job, {{input.origin()}, records.expressions(), origins, {}});
-    if (shown)
-        showResult(session, scratch.GetFileName(), options);
-    else
+    session.run(job, origin);
+    if (output)
         output->deliver();
+    else
+        showResult(session, scratch.GetFileName(), options, watch);
     session.finish();
 }

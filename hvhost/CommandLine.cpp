@@ -1,6 +1,5 @@
 #include "CommandLine.h"
 
-#include <cstdlib>
 #include <exception>
 #include <iostream>
 
@@ -8,20 +7,15 @@
 
 #include "CFAppHost.h"
 #include "CommandFault.h"
+#include "CommandLog.h"
 #include "Commands.h"
 #include "Completion.h"
+#include "HelpText.h"
+#include "OptionGroups.h"
+#include "StandardStreams.h"
+#include "Text.h"
 
 namespace {
-
-constexpr const char* kExitStatuses =
-    "Exit status: 0 done; 1 the job failed; 2 usage; 3 an input cannot be read or is invalid;\n"
-    "4 the engine or the Java virtual machine cannot start; 5 done with warnings under --strict;\n"
-    "124 --timeout; 130 interrupted.";
-
-std::string footer(const std::string& examples)
-{
-    return "Examples, in the folder examples/data:\n" + examples + "\n" + kExitStatuses;
-}
 
 const CLI::App* findCommand(const CLI::App& app, const std::string& name)
 {
@@ -32,24 +26,29 @@ const CLI::App* findCommand(const CLI::App& app, const std::string& name)
     }
 }
 
+CommandFault unknownCommand(const CLI::App& app, const std::string& word)
+{
+    const std::string nearest = nearestCommand(app, word);
+    return {ExitStatus::Usage, word + ": no such command",
+            nearest.empty() ? kCommandsHint : "did you mean " + nearest + "?"};
+}
+
 /// All options of all commands, and the application that fills them.
 class CommandLine
 {
 public:
     CommandLine();
     CLI::App& app() { return _app; }
-    void run();
-    bool verbose() const { return _common.verbose; }
+    const CommonOptions& common() const { return _common; }
 
 private:
     CLI::App* command(const char* name, const char* purpose, const std::string& examples);
     void addConvert();
     void addAggregate();
     void addRun();
-    void addRest();
-    void addInput(CLI::App& app, InputOptions& options);
-    void addOutput(CLI::App& app, OutputOptions& options, bool required);
-    void addRecords(CLI::App& app, RecordOptions& options);
+    void addDoctor();
+    void addCompletion();
+    void addHelp();
 
     CLI::App _app{"Runs the host's procedures on files, without the host's windows.", "hvhost"};
     CommonOptions _common;
@@ -63,82 +62,28 @@ private:
 
 CommandLine::CommandLine()
 {
-    _app.require_subcommand(1);
+    // None is told of in words of our own; a second one is an argument of the first, as for help.
+    _app.require_subcommand(0, 1);
+    _app.formatter(helpFormatter());
     _app.set_help_flag("-h,--help", "Show this help");
+    _app.set_version_flag("--version", "hvhost " HVINTEG_VERSION, "Print the version");
     _app.footer("hvhost help COMMAND tells more of a command.\n" + std::string(kExitStatuses));
     addConvert();
     addAggregate();
     addRun();
-    addRest();
+    addDoctor();
+    addCompletion();
+    _app.add_subcommand("version", "Print the version.")->group(kCommandGroup)->callback([] {
+        std::cout << "hvhost " HVINTEG_VERSION "\n";
+    });
+    addHelp();
 }
 
 CLI::App* CommandLine::command(const char* name, const char* purpose, const std::string& examples)
 {
-    CLI::App* const added = _app.add_subcommand(name, purpose);
-    added->footer(footer(examples));
-    added->add_flag("-q,--quiet", _common.quiet, "No warnings, no progress")->group("Common");
-    added->add_flag("-v,--verbose", _common.verbose, "Say more of a fault")->group("Common");
-    added->add_flag("--strict", _common.strict, "Exit 5 if there were warnings")->group("Common");
-    added->add_option("--progress", _common.progress, "auto, always or never")
-        ->check(CLI::IsMember({"auto", "always", "never"}))
-        ->group("Common");
-    added->add_option("--log", _common.logFile, "Append what happens to this file")
-        ->group("Common");
-    added
-        ->add_option("--trace", _common.traceDirectory,
-                     "Write job texts, passwords included, and a log below this folder")
-        // The tracer reads its folder once, from the environment, at its first use.
-        ->each([](const std::string& folder) { setenv("HV_STAT_DEBUG_DIR", folder.c_str(), 1); })
-        ->group("Common");
-    added->add_option("--timeout", _common.timeout, "Stop after so many seconds")
-        ->check(CLI::PositiveNumber)
-        ->group("Common");
+    CLI::App* const added = _app.add_subcommand(name, purpose)->group(kCommandGroup);
+    added->footer("Examples, in the folder examples/data:\n" + examples + "\n" + kExitStatuses);
     return added;
-}
-
-void CommandLine::addInput(CLI::App& app, InputOptions& options)
-{
-    app.add_option("IN", options.path, "The data file; - for standard input")->required();
-    app.add_option("--from", options.kind, "csv, sav or hvbf, whatever the name says")
-        ->group("Input");
-    app.add_option("--password", options.password, "Password of a sav file")->group("Input");
-    app.add_option("--password-file", options.passwordFile, "A file with it on its first line")
-        ->group("Input");
-    app.add_option("--data-model", options.dataModel, "A data model document for the fields")
-        ->group("Input");
-    app.add_flag("--no-header", options.noHeader, "A csv file without a line of names")
-        ->group("Input");
-    app.add_option("--limit", options.limit, "Read at most so many records")
-        ->check(CLI::NonNegativeNumber)
-        ->group("Input");
-    app.add_option("--max-errors", options.maxErrors, "Skip up to so many bad records; -1 for any")
-        ->group("Input");
-}
-
-void CommandLine::addOutput(CLI::App& app, OutputOptions& options, bool required)
-{
-    CLI::Option* const path =
-        app.add_option("OUT,-o", options.path, "The file to write; - for standard output");
-    if (required)
-        path->required();
-    app.add_option("--to", options.kind, "csv, sav or hvbf, whatever the name says")
-        ->group("Output");
-    app.add_option("--out-password", options.password, "Seal a sav file with this password")
-        ->group("Output");
-    app.add_option("--out-password-file", options.passwordFile, "A file with it on its first line")
-        ->group("Output");
-    app.add_option("--out-data-model", options.dataModel, "Write the data model document here")
-        ->group("Output");
-    app.add_flag("--force", options.force, "Replace an existing file")->group("Output");
-}
-
-void CommandLine::addRecords(CLI::App& app, RecordOptions& options)
-{
-    app.add_option("--derive", options.derivations,
-                   "NAME=EXPRESSION, a new field; the record is x, a field x.name; repeatable")
-        ->group("Records");
-    app.add_option("--where", options.where, "Keep records for which this expression is true")
-        ->group("Records");
 }
 
 void CommandLine::addConvert()
@@ -148,13 +93,13 @@ void CommandLine::addConvert()
         "  hvhost convert weather.csv weather.sav\n"
         "  hvhost convert weather.csv warm.csv --where 'x.temp_max > 20' --keep date,temp_max\n"
         "  hvhost convert weather.csv - --derive 'spread=x.temp_max - x.temp_min' --limit 5\n");
-    addInput(*app, _convert.input);
-    addOutput(*app, _convert.output, true);
-    addRecords(*app, _convert.records);
-    app->add_option("--keep", _convert.keep, "Fields to keep, in this order")
+    addJobOptions(*app, _convert, true);
+    app->add_option("--keep", _convert.keep, "Fields to keep, in this order, with commas between")
+        ->type_name("FIELD")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->group("Records");
-    app->add_flag("--print-job", _convert.printJob, "Show the job text and run nothing");
+    addCommonOptions(*app, _common);
     app->callback([this] { convert(_convert, _common); });
 }
 
@@ -164,21 +109,23 @@ void CommandLine::addAggregate()
         "aggregate", "Aggregate the records of each group.",
         "  hvhost aggregate weather.csv --by weather --stat mean:temp_max --stat count\n"
         "  hvhost aggregate penguins.csv out.csv --by species,sex --stat p90:body_mass_g\n");
-    addInput(*app, _aggregate.input);
-    addOutput(*app, _aggregate.output, false);
-    addRecords(*app, _aggregate.records);
-    app->add_option("--by", _aggregate.by, "Fields that make the groups")
-        ->delimiter(',')
-        ->group("Aggregates");
-    app->add_option("--stat", _aggregate.statistics,
-                    "FUNCTION:FIELD[:NAME]: sum, mean, min, max, sd, variance, median, pNN, first, "
-                    "last, count; or count alone")
-        ->delimiter(',')
-        ->required()
-        ->group("Aggregates");
-    app->add_option("--format", _aggregate.format, "text, csv or json, where no OUT is given")
+    addJobOptions(*app, _aggregate, false);
+    const auto add = [app](const char* name, std::vector<std::string>& values, const char* shown,
+                           const char* purpose) {
+        return app->add_option(name, values, purpose)
+            ->type_name(shown)
+            ->delimiter(',')
+            ->allow_extra_args(false)
+            ->group("Aggregates");
+    };
+    add("--by", _aggregate.by, "FIELD", "Fields that make the groups, with commas between");
+    add("--stat", _aggregate.statistics, "FUNCTION:FIELD[:NAME]",
+        "sum, mean, min, max, sd, variance, median, pNN,\nfirst, last, count; or count alone")
+        ->required();
+    app->add_option("--format", _aggregate.format, "How a result is shown, without OUT")
+        ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json"}));
-    app->add_flag("--print-job", _aggregate.printJob, "Show the job text and run nothing");
+    addCommonOptions(*app, _common);
     app->callback([this] { aggregate(_aggregate, _common); });
 }
 
@@ -188,44 +135,64 @@ void CommandLine::addRun()
         command("run", "Run a job text.",
                 "  hvhost run spread.hvl --data weather=weather.csv --save spread=-\n"
                 "  hvhost run spread.hvl --print-job\n");
-    app->add_option("JOB", _run.job, "A file with a job text; - for standard input")->required();
-    app->add_option("--data", _run.data,
-                    "NAME=FILE: the job reads the file as {\"dataSource\": NAME}; repeatable");
-    app->add_option(
-        "--save", _run.save,
-        "NAME=FILE: the data source NAME that the job writes goes to the file; repeatable");
+    app->add_option("JOB", _run.job, "A file with a job text; - for standard input")
+        ->type_name("FILE")
+        ->required();
+    const auto add = [app](const char* name, std::vector<std::string>& values,
+                           const char* purpose) {
+        app->add_option(name, values, purpose)->type_name("NAME=FILE")->allow_extra_args(false);
+    };
+    add("--data", _run.data, "The job reads this file as {\"dataSource\": NAME};\nrepeatable");
+    add("--save", _run.save,
+        "The data source NAME that the job writes goes to\nthis file; repeatable");
     app->add_flag("--force", _run.force, "Replace existing files");
-    app->add_flag("--print-job", _run.printJob, "Show the job text and run nothing");
+    addPrintJob(*app, _run.printJob);
+    addCommonOptions(*app, _common);
     app->callback([this] { runJob(_run, _common); });
 }
 
-void CommandLine::addRest()
+void CommandLine::addDoctor()
 {
-    CLI::App* const checkup =
+    CLI::App* const app =
         command("doctor", "Tell what was found where, and what is missing.", "  hvhost doctor\n");
-    checkup->add_option("--format", _doctorFormat, "text or json")
+    app->add_option("--format", _doctorFormat, "How the findings are shown")
+        ->type_name("FORM")
         ->check(CLI::IsMember({"text", "json"}));
-    checkup->callback([this] { doctor(_doctorFormat, _common); });
+    app->callback([this] { doctor(_doctorFormat); });
+}
 
-    CLI::App* const completion =
+void CommandLine::addCompletion()
+{
+    CLI::App* const app =
         _app.add_subcommand("completion", "Print a completion script for a shell.");
-    completion->add_option("SHELL", _shell, "bash, zsh or fish")
+    app->group(kCommandGroup);
+    app->footer("Examples:\n"
+                "  bash: source <(hvhost completion bash)\n"
+                "  zsh:  source <(hvhost completion zsh), behind compinit\n"
+                "  fish: hvhost completion fish | source\n");
+    app->add_option("SHELL", _shell, "The shell")
+        ->type_name("NAME")
         ->required()
         ->check(CLI::IsMember({"bash", "zsh", "fish"}));
-    completion->callback([this] { std::cout << completionScript(_app, _shell); });
+    app->callback([this] { std::cout << completionScript(_app, _shell); });
+}
 
-    _app.add_subcommand("version", "Print the version.")->callback([] {
-        std::cout << "hvhost " HVINTEG_VERSION "\n";
-    });
-
-    CLI::App* const help = _app.add_subcommand("help", "Show the help of a command.");
-    help->add_option("COMMAND", _helpCommand, "Its name");
-    help->callback([this] {
-        const CLI::App* const named =
-            _helpCommand.empty() ? &_app : findCommand(_app, _helpCommand);
+void CommandLine::addHelp()
+{
+    CLI::App* const app = _app.add_subcommand("help", "Show the help of a command.");
+    app->group(kCommandGroup);
+    app->add_option("COMMAND", _helpCommand, "Its name")->type_name("NAME");
+    app->callback([this] {
+        if (_helpCommand.empty()) {
+            // The application's own help() would show that of the command that was given: help.
+            std::cout << helpFormatter()->make_help(&_app, "hvhost", CLI::AppFormatMode::Normal);
+            return;
+        }
+        const CLI::App* const named = findCommand(_app, _helpCommand);
         if (named == nullptr)
-            throw CommandFault(ExitStatus::Usage, _helpCommand + ": no such command");
-        std::cout << named->help();
+            throw unknownCommand(_app, _helpCommand);
+        std::cout << helpFormatter()->make_help(named, "hvhost " + _helpCommand,
+                                                CLI::AppFormatMode::Normal);
     });
 }
 
@@ -239,53 +206,60 @@ public:
     TempDirectoryScope& operator=(const TempDirectoryScope&) = delete;
 };
 
-void printFault(const CommandFault& fault, bool verbose)
+int reportFault(const CommandFault& fault, const CommonOptions& common)
 {
+    const std::string text = withoutLineEnds(fault.what());
+    appendToLog(common.logFile, "error: " + text);
     std::cout.flush();
-    std::cerr << "hvhost: error: " << fault.what() << '\n';
+    std::cerr << "hvhost: error: " << text << '\n';
     if (!fault.hint().empty())
         std::cerr << "  hint: " << fault.hint() << '\n';
-    if (verbose && !fault.detail().empty())
-        std::cerr << fault.detail() << '\n';
+    if (common.verbose && !fault.detail().empty())
+        std::cerr << withoutLineEnds(fault.detail()) << '\n';
+    return static_cast<int>(fault.status());
 }
 
-int usageFault(CommandLine& line, const CLI::ParseError& error, int count, char** words)
+/// The fault in the words of the help, which calls the output OUT also where it is named by -o.
+CommandFault usageFault(const CLI::App& app, const CLI::ParseError& error, const char* word)
 {
-    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
-        return line.app().exit(error);
-    const std::string word = count > 1 ? words[1] : "";
-    std::string text = error.what();
-    std::string hint = "hvhost --help lists the commands";
-    if (!word.empty() && word.front() != '-') {
-        if (findCommand(line.app(), word) == nullptr) {
-            const std::string nearest = nearestCommand(line.app(), word);
-            text = word + ": no such command";
-            hint = nearest.empty() ? hint : "did you mean " + nearest + "?";
-        } else {
-            hint = "hvhost help " + word + " shows how it is used";
-        }
+    if (word != nullptr && *word != '-') {
+        if (findCommand(app, word) == nullptr)
+            return unknownCommand(app, word);
+        const std::string text = error.what();
+        return {ExitStatus::Usage,
+                text.starts_with("-o") ? "OUT" + text.substr(sizeof "-o" - 1) : text,
+                "hvhost help " + std::string(word) + " shows how it is used"};
     }
-    printFault(CommandFault(ExitStatus::Usage, text, hint), false);
-    return static_cast<int>(ExitStatus::Usage);
+    return {ExitStatus::Usage, error.what(), kCommandsHint};
+}
+
+void parse(CLI::App& app, int count, char** words)
+{
+    try {
+        app.parse(count, words);
+        if (app.get_subcommands().empty())
+            throw CommandFault(ExitStatus::Usage, "no command is given", kCommandsHint);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success))
+            throw usageFault(app, error, count > 1 ? words[1] : nullptr);
+        app.exit(error);
+    }
+    flushStandardOutput();
 }
 
 } // namespace
 
 int runCommandLine(int count, char** words)
 {
+    occupyStandardStreams();
     const TempDirectoryScope tempDirectory;
     CommandLine line;
     try {
-        line.app().parse(count, words);
-        std::cout.flush();
+        parse(line.app(), count, words);
         return static_cast<int>(ExitStatus::Done);
-    } catch (const CLI::ParseError& error) {
-        return usageFault(line, error, count, words);
     } catch (const CommandFault& fault) {
-        printFault(fault, line.verbose());
-        return static_cast<int>(fault.status());
+        return reportFault(fault, line.common());
     } catch (const std::exception& error) {
-        printFault(CommandFault(ExitStatus::JobFailed, error.what()), false);
-        return static_cast<int>(ExitStatus::JobFailed);
+        return reportFault(CommandFault(ExitStatus::JobFailed, error.what()), line.common());
     }
 }

@@ -7,26 +7,19 @@
 
 /// The commands. Each throws CommandFault, and returns when it is done.
 
-struct ConvertOptions
+struct ConvertOptions : JobOptions
 {
-    InputOptions input;
-    OutputOptions output;
-    RecordOptions records;
     std::vector<std::string> keep;
-    bool printJob = false;
 };
 /// A dataset to another form.
 void convert(const ConvertOptions& options, const CommonOptions& common);
 
-struct AggregateOptions
+/// Without an output path, or with "-" without a kind, the result is shown.
+struct AggregateOptions : JobOptions
 {
-    InputOptions input;
-    OutputOptions output; ///< an empty path, or "-" without a kind: the result is shown
-    RecordOptions records;
     std::vector<std::string> by;
     std::vector<std::string> statistics; ///< FUNCTION:FIELD[:NAME], or count
-    std::string format = "text";
-    bool printJob = false;
+    std::string format;                  ///< text, csv or json; empty for text
 };
 /// Grouped aggregates and percentiles.
 void aggregate(const AggregateOptions& options, const CommonOptions& common);
@@ -43,4 +36,4 @@ struct RunOptions
 void runJob(const RunOptions& options, const CommonOptions& common);
 
 /// What was found where, and what is missing; throws for a part without which no job runs.
-void doctor(const std::string& format, const CommonOptions& common);
+void doctor(const std::string& format);

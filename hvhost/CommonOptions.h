@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Options that every command takes.
+/// Options of every command that runs jobs.
 struct CommonOptions
 {
     bool quiet = false;
@@ -20,7 +20,7 @@ struct CommonOptions
 struct InputOptions
 {
     std::string path; ///< "-" for standard input
-    std::string kind; ///< csv, sav or hvbf; empty: by extension
+    std::string kind; ///< a word of kDataKinds; empty: by extension
     std::string password;
     std::string passwordFile;
     std::string dataModel;
@@ -52,4 +52,13 @@ struct RecordOptions
 {
     std::vector<std::string> derivations; ///< NAME=EXPRESSION
     std::string where;
+};
+
+/// Options of the commands that generate a job with one input and one output.
+struct JobOptions
+{
+    InputOptions input;
+    OutputOptions output;
+    RecordOptions records;
+    bool printJob = false;
 };

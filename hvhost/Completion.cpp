@@ -15,6 +15,26 @@ std::vector<const CLI::App*> commandsOf(const CLI::App& app)
         [](const CLI::App* command) { return !command->get_name().empty(); });
 }
 
+std::string commandWords(const CLI::App& app)
+{
+    std::string words;
+    for (const CLI::App* command : commandsOf(app))
+        words += (words.empty() ? "" : " ") + command->get_name();
+    return words;
+}
+
+/// The words that an option takes, as its type tells: NAME:{a,b}; empty for one that takes any.
+std::string valuesOf(const CLI::Option& option)
+{
+    const std::string type = option.get_type_name();
+    const std::size_t begin = type.find('{');
+    if (begin == std::string::npos)
+        return {};
+    std::string words = type.substr(begin + 1, type.find('}') - begin - 1);
+    std::replace(words.begin(), words.end(), ',', ' ');
+    return words;
+}
+
 std::string optionsOf(const CLI::App& command)
 {
     std::string words;
@@ -24,43 +44,79 @@ std::string optionsOf(const CLI::App& command)
     return words;
 }
 
-std::string commandWords(const CLI::App& app)
+/// The words that stand alone behind a command; empty for a command that takes files.
+std::string argumentsOf(const CLI::App& app, const CLI::App& command)
 {
-    std::string words;
-    for (const CLI::App* command : commandsOf(app))
-        words += (words.empty() ? "" : " ") + command->get_name();
-    return words;
+    if (command.get_name() == "help")
+        return commandWords(app);
+    for (const CLI::Option* option : command.get_options())
+        if (option->get_positional() && !valuesOf(*option).empty())
+            return valuesOf(*option);
+    return {};
 }
 
-/// zsh runs the same function through its emulation of bash.
+/// What completes a word, as a pattern, behind a command and the word before; nothing for no words.
+void addCase(std::ostream& script, const std::string& command, const std::string& before,
+             const char* word, const std::string& words)
+{
+    if (!words.empty())
+        script << "    " << command << ':' << before << ':' << word << ") COMPREPLY=($(compgen -W '"
+               << words << "' -- \"$word\")) ;;\n";
+}
+
+/// Where no word fits, bash completes file names, as it does for any program. zsh runs the same
+/// function through its emulation of bash.
 std::string bashScript(const CLI::App& app)
 {
     std::ostringstream script;
     script << "_hvhost() {\n"
-              "  local word=${COMP_WORDS[COMP_CWORD]}\n"
+              "  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]}\n"
               "  COMPREPLY=()\n"
-              "  if [ \"$COMP_CWORD\" -eq 1 ]; then\n"
-              "    COMPREPLY=($(compgen -W '"
-           << commandWords(app) << "' -- \"$word\")); return\n  fi\n"
-           << "  case ${COMP_WORDS[1]}:$word in\n";
-    for (const CLI::App* command : commandsOf(app))
-        script << "    " << command->get_name() << ":-*) COMPREPLY=($(compgen -W '"
-               << optionsOf(*command) << "' -- \"$word\")) ;;\n";
-    script << "    *) COMPREPLY=($(compgen -f -- \"$word\")) ;;\n"
-              "  esac\n}\n"
-              "complete -o filenames -F _hvhost hvhost\n";
+              "  if [ \"$COMP_CWORD\" -eq 1 ]; then before=; fi\n"
+              "  case ${COMP_WORDS[1]}:$before:$word in\n";
+    for (const CLI::App* command : commandsOf(app)) {
+        const std::string& name = command->get_name();
+        for (const CLI::Option* option : command->get_options())
+            for (const std::string& word : option->get_lnames())
+                addCase(script, name, "--" + word, "*", valuesOf(*option));
+        addCase(script, name, "?*", "-*", optionsOf(*command));
+        addCase(script, name, "?*", "*", argumentsOf(app, *command));
+    }
+    addCase(script, "*", "", "*", commandWords(app));
+    script << "  esac\n}\n"
+              "complete -o default -o bashdefault -F _hvhost hvhost\n";
     return script.str();
+}
+
+std::string fishQuoted(const std::string& text)
+{
+    std::string quoted = "'";
+    for (const char character : text) {
+        if (character == '\'')
+            quoted += '\\';
+        quoted += character == '\n' ? ' ' : character;
+    }
+    return quoted + "'";
 }
 
 std::string fishScript(const CLI::App& app)
 {
     std::ostringstream script;
     for (const CLI::App* command : commandsOf(app)) {
-        script << "complete -c hvhost -n __fish_use_subcommand -a " << command->get_name() << '\n';
+        const std::string condition =
+            "complete -c hvhost -n '__fish_seen_subcommand_from " + command->get_name() + "'";
+        script << "complete -c hvhost -f -n __fish_use_subcommand -a " << command->get_name()
+               << " -d " << fishQuoted(command->get_description()) << '\n';
+        if (!argumentsOf(app, *command).empty())
+            script << condition << " -f -a '" << argumentsOf(app, *command) << "'\n";
         for (const CLI::Option* option : command->get_options())
-            for (const std::string& name : option->get_lnames())
-                script << "complete -c hvhost -n '__fish_seen_subcommand_from "
-                       << command->get_name() << "' -l " << name << '\n';
+            for (const std::string& name : option->get_lnames()) {
+                const std::string values = valuesOf(*option);
+                const bool isFlag = option->get_type_size_max() == 0;
+                script << condition << " -l " << name << (isFlag ? "" : " -r")
+                       << (values.empty() ? "" : " -f -a '" + values + "'") << " -d "
+                       << fishQuoted(option->get_description()) << '\n';
+            }
     }
     return script.str();
 }

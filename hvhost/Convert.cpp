@@ -12,8 +12,8 @@
 void convert(const ConvertOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
-    const InputFile input(options.input, watch);
-    const OutputFile output(options.output, watch);
+    const InputFile input(options.input, FileOptions::Offered, watch);
+    const OutputFile output(options.output, FileOptions::Offered, watch);
     HostSession session("convert", common, watch);
     JNIHvlProgram program;
     RecordChain records(program, input, options.records);
@@ -29,7 +29,9 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
         std::cout << job << '\n';
         return;
     }
-    session.run(job, {{input.origin()}, records.expressions(), {}, {}});
+    JobOrigin origin = input.origin();
+    origin.expressions = records.expressions();
+    session.run(job, origin);
     output.deliver();
     session.finish();
 }

@@ -2,13 +2,9 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
-#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <limits>
-#include <string_view>
 
 #include "CommandFault.h"
 #include "StandardStreams.h"
@@ -21,29 +17,27 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct KindWord
+/// The path as the engine takes it.
+std::string engineUrl(const std::string& path)
 {
-    std::string_view word;
-    DataKind kind;
-};
-constexpr std::array<KindWord, 4> kKinds{{{"csv", DataKind::Csv},
-                                          {"sav", DataKind::Sav},
-                                          {"hvbf", DataKind::Hvbf},
-                                          {"parquet", DataKind::Hvbf}}};
+    return NormalizeHvlPathU(FormalizeFilePath(path, false), "file");
+}
 
-constexpr const char* kStandardStream = "-";
-
-/// A password from a file: its first line.
-std::string readPassword(const std::string& given, const std::string& file)
+/// The password that is given, or that is on the first line of a file.
+std::string readPassword(const std::string& given, const std::string& file,
+                         const InterruptWatch& watch)
 {
     if (file.empty())
         return given;
-    std::ifstream stream(file);
+    const ReadableFile source(file, watch);
+    std::ifstream stream(source.path());
     std::string password;
-    if (!std::getline(stream, password))
-        throw CommandFault(ExitStatus::Input, file + ": no password in this file");
+    std::getline(stream, password);
     if (password.ends_with('\r'))
         password.pop_back();
+    if (password.empty())
+        throw CommandFault(ExitStatus::Input,
+                           file + ": the first line of this file, the password, is empty");
     return password;
 }
 
@@ -55,84 +49,60 @@ void refusePassword(const std::string& path, DataKind kind, const std::string& p
                            std::string("leave ") + option + " out, or choose the kind sav");
 }
 
+/// The path of a file to write; a link stays, and what it points to is written. Throws CommandFault
+/// for a place where the file cannot be, or may not.
+std::string destination(const std::string& name, bool mayReplace)
+{
+    checkPath(name);
+    std::error_code error;
+    fs::path path = fs::weakly_canonical(fs::absolute(name), error);
+    if (error)
+        path = fs::absolute(name).lexically_normal();
+    const fs::file_status status = fs::status(path, error);
+    if (fs::is_directory(status))
+        throw CommandFault(ExitStatus::Usage, name + ": this is a folder");
+    const bool isThere = fs::status_known(status) && fs::exists(status);
+    if (isThere && !fs::is_regular_file(status))
+        throw CommandFault(ExitStatus::Usage, name + ": this is not a regular file",
+                           "- stands for standard output");
+    if (isThere && !mayReplace)
+        throw CommandFault(ExitStatus::Usage, name + ": the file exists", "--force replaces it");
+    const fs::path folder = path.parent_path();
+    if (!fs::is_directory(folder, error))
+        throw CommandFault(ExitStatus::JobFailed,
+                           name + ": the folder " + folder.string() + " does not exist");
+    if (access(folder.c_str(), W_OK | X_OK) != 0)
+        throw CommandFault(ExitStatus::JobFailed, name + ": no file can be written in its folder",
+                           "the permissions of the folder do not allow it");
+    return path.string();
+}
+
 } // namespace
 
-void checkReadable(const std::string& path)
-{
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (!fs::exists(status))
-        throw CommandFault(ExitStatus::Input, path + ": no such file");
-    if (fs::is_directory(status))
-        throw CommandFault(ExitStatus::Input, path + ": this is a folder, not a data file");
-    if (access(path.c_str(), R_OK) != 0)
-        throw CommandFault(ExitStatus::Input, path + ": the file may not be read",
-                           "its permissions do not allow it");
-    if (fs::is_regular_file(status) && fs::file_size(path, error) == 0)
-        throw CommandFault(ExitStatus::Input, path + ": the file is empty");
-}
-
-DataKind dataKind(const std::string& word, const std::string& path, const char* option)
-{
-    std::string wanted = word;
-    if (wanted.empty() && path == kStandardStream)
-        wanted = "csv";
-    if (wanted.empty())
-        wanted = fs::path(path).extension().string();
-    if (!wanted.empty() && wanted.front() == '.')
-        wanted.erase(0, 1);
-    std::transform(wanted.begin(), wanted.end(), wanted.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    for (const KindWord& row : kKinds)
-        if (row.word == wanted)
-            return row.kind;
-    throw CommandFault(ExitStatus::Usage, path + ": the kind of file is not clear from its name",
-                       std::string(option) + " csv, sav or hvbf names it");
-}
-
-std::string nativePath(const std::string& hostPath)
-{
-    std::string path = hostPath;
-    for (char& character : path)
-        if (character == '\\')
-            character = '/';
-    return path;
-}
-
-std::string engineUrl(const std::string& path)
-{
-    return NormalizeHvlPathU(FormalizeFilePath(fs::absolute(path).string(), false), "file");
-}
-
-InputFile::InputFile(const InputOptions& options, const InterruptWatch& watch)
-    : _options(options), _password(readPassword(options.password, options.passwordFile)),
-      _kind(dataKind(options.kind, options.path, "--from"))
+InputFile::InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch)
+    : _options(options), _offered(offered), _file(options.path, watch),
+      _password(readPassword(options.password, options.passwordFile, watch)),
+      _kind(dataKind(options.kind, options.path,
+                     offered == FileOptions::Offered ? "--from" : nullptr))
 {
     refusePassword(_options.path, _kind, _password, "--password");
     if (!_options.dataModel.empty())
-        checkReadable(_options.dataModel);
-    if (_options.path == kStandardStream) {
-        _fetched = std::make_unique<HVSimpleFile>("stdin", false, true);
-        _path = nativePath(_fetched->GetGenericPath());
-        fetchStandardInput(_path, watch);
-        if (fs::is_empty(_path))
-            throw CommandFault(ExitStatus::Input, "standard input is empty");
-        return;
-    }
-    checkReadable(_options.path);
-    _path = fs::absolute(_options.path).lexically_normal().string();
+        _dataModel.emplace(_options.dataModel, watch);
 }
 
-InputFile::~InputFile() = default;
-
-JobOrigin::File InputFile::origin() const
+JobOrigin InputFile::origin() const
 {
-    return {_path, _options.path == kStandardStream ? "standard input" : _options.path};
+    JobOrigin origin;
+    origin.inputs = {{_file.path(), _file.name()}};
+    if (_dataModel)
+        origin.inputs.push_back({_dataModel->path(), _dataModel->name()});
+    origin.hasInputOptions = _offered == FileOptions::Offered;
+    return origin;
 }
 
 void InputFile::configure(HVLRead& read) const
 {
-    const std::string url = engineUrl(_path);
+    const std::string url = engineUrl(_file.path());
     switch (_kind) {
     case DataKind::Csv:
         read.ReadCSV(url, !_options.noHeader);
@@ -144,8 +114,8 @@ void InputFile::configure(HVLRead& read) const
         read.ReadHVBF(url);
         break;
     }
-    if (!_options.dataModel.empty())
-        read.SetDataModel(engineUrl(_options.dataModel));
+    if (_dataModel)
+        read.SetDataModel(engineUrl(_dataModel->path()));
     if (_options.limit)
         read.SetMaxCaseCount(static_cast<unsigned long long>(*_options.limit));
     if (_options.maxErrors) {
@@ -155,42 +125,25 @@ void InputFile::configure(HVLRead& read) const
     }
 }
 
-OutputFile::OutputFile(const OutputOptions& options, const InterruptWatch& watch)
+OutputFile::OutputFile(const OutputOptions& options, FileOptions offered,
+                       const InterruptWatch& watch)
     : _options(options), _watch(watch),
-      _password(readPassword(options.password, options.passwordFile)),
-      _kind(dataKind(options.kind, options.path, "--to"))
+      _password(readPassword(options.password, options.passwordFile, watch)),
+      _kind(
+          dataKind(options.kind, options.path, offered == FileOptions::Offered ? "--to" : nullptr))
 {
     refusePassword(_options.path, _kind, _password, "--out-password");
+    if (!_options.dataModel.empty())
+        _options.dataModel = destination(_options.dataModel, _options.force);
     if (_options.path == kStandardStream) {
-        _collected = std::make_unique<HVSimpleFile>("stdout", false, true);
+        _collected = std::make_unique<HVSimpleFile>("output", false, true);
         _path = nativePath(_collected->GetGenericPath());
-        return;
+    } else {
+        _path = destination(_options.path, _options.force);
     }
-    _path = fs::absolute(_options.path).lexically_normal().string();
-    checkDestination();
 }
 
 OutputFile::~OutputFile() = default;
-
-void OutputFile::checkDestination() const
-{
-    if (fs::is_directory(_path))
-        throw CommandFault(ExitStatus::Usage, _options.path + ": this is a folder");
-    if (fs::exists(_path) && !_options.force)
-        throw CommandFault(ExitStatus::Usage, _options.path + ": the file exists",
-                           "--force replaces it");
-    if (!fs::is_directory(fs::path(_path).parent_path()))
-        throw CommandFault(ExitStatus::JobFailed, _options.path + ": the folder " +
-                                                      fs::path(_path).parent_path().string() +
-                                                      " does not exist");
-    if (access(fs::path(_path).parent_path().c_str(), W_OK) != 0)
-        throw CommandFault(ExitStatus::JobFailed,
-                           _options.path + ": no file can be written in its folder",
-                           "the permissions of the folder do not allow it");
-    if (!_options.dataModel.empty() && fs::exists(_options.dataModel) && !_options.force)
-        throw CommandFault(ExitStatus::Usage, _options.dataModel + ": the file exists",
-                           "--force replaces it");
-}
 
 void OutputFile::configure(HVLWrite& write) const
 {

@@ -10,9 +10,11 @@
 #include "CFAppHost.h"
 #include "CommandFault.h"
 #include "Commands.h"
-#include "DataFile.h"
 #include "EngineException.h"
+#include "InterruptWatch.h"
 #include "PathFactory.h"
+#include "ReadableFile.h"
+#include "Text.h"
 #include "VexaJVM.h"
 #include "VexaJVMError.h"
 #include "runner/HVRunner.h"
@@ -71,8 +73,9 @@ Finding findTempFolder()
 /// Starts the Java virtual machine and the engine, as a job would.
 std::vector<Finding> tryStart(const Finding& classes)
 {
+    const Finding idle{"engine", {}, "not started without Java", true};
     if (classes.found.empty())
-        return {{"Java", {}, "not started without the engine's classes", true}};
+        return {{"Java", {}, "not started without the engine's classes", true}, idle};
     try {
         const HVRunner runner;
         const std::string library = VexaJVM::GetInstance()->LibraryPath();
@@ -80,7 +83,7 @@ std::vector<Finding> tryStart(const Finding& classes)
         StatHVServiceManager::get(false);
         return {java, {"engine", "starts", {}, true}};
     } catch (const VexaJVMError& error) {
-        return {{"Java", {}, error.what(), true}};
+        return {{"Java", {}, withoutLineEnds(error.what()), true}, idle};
     } catch (const EmbeddedHV::Exception& error) {
         return {{"engine", {}, error.getMessage(), true}};
     }
@@ -121,14 +124,19 @@ void printJson(const std::vector<Finding>& all)
                             {"found", finding.found},
                             {"problem", finding.problem},
                             {"needed", finding.needed}});
-    std::cout << nlohmann::ordered_json{{"schema", 1}, {"findings", findings}}.dump(2) << '\n';
+    // A path may hold any bytes.
+    std::cout << nlohmann::ordered_json{{"schema", 1}, {"findings", findings}}.dump(
+                     2, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
+              << '\n';
 }
 
 } // namespace
 
-void doctor(const std::string& format, const CommonOptions&)
+void doctor(const std::string& format)
 {
+    const InterruptWatch watch(std::nullopt);
     const std::vector<Finding> all = findAll();
+    watch.check();
     if (format == "json")
         printJson(all);
     else
@@ -136,6 +144,6 @@ void doctor(const std::string& format, const CommonOptions&)
     StatHVServiceManager::shutdown();
     for (const Finding& finding : all)
         if (finding.needed && finding.found.empty())
-            throw CommandFault(ExitStatus::Engine, finding.name + " is missing",
+            throw CommandFault(ExitStatus::Engine, finding.name + ": " + finding.problem,
                                "VEXA_HOME names the installation, JAVA_HOME a Java to use");
 }

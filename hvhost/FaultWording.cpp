@@ -6,6 +6,8 @@
 #include <regex>
 #include <string_view>
 
+#include "Text.h"
+
 namespace {
 
 /// Faults of a file that is read, with what may help in a command that has options for it.
@@ -38,17 +40,6 @@ const InputFault* inputFault(const EngineFault& fault)
     return row != kInputFaults.end() && fault.text.starts_with("read") ? row : nullptr;
 }
 
-/// "read: PATH: what" as "NAME: what", for a file that the user named.
-std::string withFileName(const std::string& text, const JobOrigin& origin)
-{
-    for (const JobOrigin::File& file : origin.inputs) {
-        const std::string start = "read: " + file.path + ":";
-        if (text.starts_with(start))
-            return file.name + text.substr(start.size() - 1);
-    }
-    return text;
-}
-
 /// A place in a job text, and what is said of it.
 struct Place
 {
@@ -64,16 +55,6 @@ std::optional<Place> placeOf(const std::string& text)
     if (!std::regex_match(text, found, form))
         return std::nullopt;
     return Place{std::stoul(found[1].str()), std::stoul(found[2].str()), found[3].str()};
-}
-
-bool beginsCharacter(char byte)
-{
-    return (byte & 0xC0) != 0x80;
-}
-
-std::size_t characters(std::string_view text)
-{
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
 }
 
 /// The place as a count of bytes from the start of the text.
@@ -105,7 +86,7 @@ std::string inExpression(const Place& place, const std::string& job, const JobOr
         const std::size_t end = begin + expression.text.size();
         if (fault < end)
             return expression.option + ": character " +
-                   std::to_string(characters(job.substr(begin, fault - begin)) + 1) + ": " +
+                   std::to_string(countCharacters(job.substr(begin, fault - begin)) + 1) + ": " +
                    place.what;
         behind = &expression;
         begin = end;
@@ -148,17 +129,28 @@ std::string withPosition(const std::string& text, const std::string& name)
            place->what;
 }
 
-/// Whoever writes "wind > 2" has not met the record yet.
+/// Whoever writes "wind > 2" or "x.weather == 'sun'" comes from another language.
 std::string expressionHint(const std::string& text)
 {
     static const std::regex form("the name '([^']*)' is neither");
     std::smatch found;
-    if (!std::regex_search(text, found, form))
-        return {};
-    return "a field of the record is written x." + found[1].str();
+    if (std::regex_search(text, found, form))
+        return "a field of the record is written x." + found[1].str() + ", a text \"" +
+               found[1].str() + "\"";
+    return text.ends_with("found '\''") ? "a text stands in double quotes" : "";
 }
 
 } // namespace
+
+std::string withFileName(const std::string& text, const JobOrigin& origin)
+{
+    for (const JobOrigin::File& file : origin.inputs) {
+        const std::string start = "read: " + file.path + ":";
+        if (text.starts_with(start))
+            return file.name + text.substr(start.size() - 1);
+    }
+    return text;
+}
 
 CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
                        const JobOrigin& origin)
@@ -166,9 +158,9 @@ CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
     const std::string detail = fault.id + " " + fault.detail;
     if (const InputFault* const input = inputFault(fault)) {
         const std::string text = withFileName(fault.text, origin);
-        const bool hasOptions = origin.jobName.empty();
-        return {ExitStatus::Input, hasOptions ? text : origin.jobName + ": " + text,
-                hasOptions ? input->hint : "", detail};
+        const bool generated = origin.jobName.empty();
+        return {ExitStatus::Input, generated ? text : origin.jobName + ": " + text,
+                generated && origin.hasInputOptions ? input->hint : "", detail};
     }
     if (!origin.jobName.empty())
         return {ExitStatus::JobFailed, withPosition(fault.text, origin.jobName),

@@ -17,3 +17,6 @@ struct EngineFault
 /// generated text as places in the options that it came from, and what may be done about it.
 CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
                        const JobOrigin& origin);
+
+/// "read: PATH: what" as "NAME: what", for a file that the user named.
+std::string withFileName(const std::string& text, const JobOrigin& origin);

@@ -1,11 +1,10 @@
 #include "HostSession.h"
 
 #include <cstdio>
-#include <fstream>
-#include <regex>
 #include <thread>
 
 #include "CommandFault.h"
+#include "CommandLog.h"
 #include "EngineException.h"
 #include "EnginePreload.h"
 #include "FaultWording.h"
@@ -42,15 +41,8 @@ std::unique_ptr<HVRunner> startRunner(TnProcedure* procedure)
         return std::make_unique<HVRunner>(procedure);
     } catch (const VexaJVMError& error) {
         throw CommandFault(ExitStatus::Engine, error.what(),
-                           "hvhost doctor tells what was found; JAVA_HOME names a Java to use");
+                           "hvhost doctor tells what was found, and what is missing");
     }
-}
-
-/// A log goes around, a job text with the password of a file had better not.
-std::string withoutPasswords(const std::string& jobText)
-{
-    static const std::regex password(R"re(("dataPassword"\s*:\s*)"(\\.|[^"\\])*")re");
-    return std::regex_replace(jobText, password, R"re($1"***")re");
 }
 
 } // namespace
@@ -74,8 +66,7 @@ HostSession::~HostSession()
 /// Whoever asks for a log or a trace wants to know at once that there will be none.
 void HostSession::checkTrails() const
 {
-    if (!_options.logFile.empty() && !std::ofstream(_options.logFile, std::ios::app))
-        throw CommandFault(ExitStatus::Usage, _options.logFile + ": the log cannot be written");
+    checkLog(_options.logFile);
     if (!_options.traceDirectory.empty() && !HVTracer()->canTrace())
         throw CommandFault(ExitStatus::Usage,
                            _options.traceDirectory + ": no trace can be written in this folder",
@@ -84,9 +75,9 @@ void HostSession::checkTrails() const
 
 void HostSession::run(const std::string& jobText, const JobOrigin& origin)
 {
-    log("job: " + withoutPasswords(jobText));
+    log("job: " + jobText);
     execute(jobText);
-    printMessages();
+    printMessages(origin);
     // A stop that came when the job was done changes nothing any more: its output is there.
     if (_runner->getProgressListener()->getState() != HVProgressListener::Succeeded)
         _watch.check();
@@ -126,7 +117,7 @@ void HostSession::failIfFailed(const std::string& jobText, const JobOrigin& orig
     throw wordFault(fault, jobText, origin);
 }
 
-void HostSession::printMessages()
+void HostSession::printMessages(const JobOrigin& origin)
 {
     _runner->displayAllMessages(false, false);
     for (const HostJournal::Entry& entry :
@@ -134,9 +125,10 @@ void HostSession::printMessages()
         if (entry.level != kLevelWarning)
             continue;
         ++_warnings;
-        log("warning: " + entry.text);
+        const std::string text = withFileName(entry.text, origin);
+        log("warning: " + text);
         if (!_options.quiet)
-            std::fprintf(stderr, "hvhost: warning: %s\n", entry.text.c_str());
+            std::fprintf(stderr, "hvhost: warning: %s\n", text.c_str());
     }
     HostJournal::instance().clear();
 }
@@ -145,10 +137,10 @@ void HostSession::finish() const
 {
     if (_options.strict && _warnings > 0)
         throw CommandFault(ExitStatus::Warnings, "done, with warnings");
+    log("done");
 }
 
 void HostSession::log(const std::string& line) const
 {
-    if (!_options.logFile.empty())
-        std::ofstream(_options.logFile, std::ios::app) << line << '\n';
+    appendToLog(_options.logFile, line);
 }

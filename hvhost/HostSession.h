@@ -36,7 +36,7 @@ public:
 private:
     void execute(const std::string& jobText);
     void failIfFailed(const std::string& jobText, const JobOrigin& origin);
-    void printMessages();
+    void printMessages(const JobOrigin& origin);
     void log(const std::string& line) const;
     void checkTrails() const;
 

@@ -4,18 +4,19 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <chrono>
+#include <csignal>
 
 #include "Attention.h"
+#include "CFAppHost.h"
 #include "CommandFault.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 // How often the watch looks up. A stop is told again each time, since a job may begin right after
 // it.
 constexpr long kLookNanoseconds = 50'000'000;
+// One Ctrl-C may come twice: from the terminal, and from a program in between that passes it on.
+constexpr std::chrono::milliseconds kOneStroke(250);
 
 sigset_t watchedSignals()
 {
@@ -33,6 +34,8 @@ InterruptWatch::InterruptWatch(std::optional<double> timeout)
 {
     const sigset_t signals = watchedSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    // A file that grows over its limit is a fault to report, as a full disk is.
+    std::signal(SIGXFSZ, SIG_IGN);
     _thread = std::thread([this, timeout] { watch(timeout); });
 }
 
@@ -44,6 +47,16 @@ InterruptWatch::~InterruptWatch()
     _thread.join();
 }
 
+void InterruptWatch::interrupted(Clock::time_point now)
+{
+    if (!_interrupted.exchange(true)) {
+        _firstInterrupt = now;
+    } else if (now - _firstInterrupt > kOneStroke) {
+        CFAppHost::removeTempDirectory();
+        _exit(static_cast<int>(ExitStatus::Interrupted));
+    }
+}
+
 void InterruptWatch::watch(std::optional<double> timeout)
 {
     const sigset_t signals = watchedSignals();
@@ -53,9 +66,10 @@ void InterruptWatch::watch(std::optional<double> timeout)
         const bool signalled = sigtimedwait(&signals, nullptr, &look) > 0;
         if (_ended)
             return;
-        if (signalled && _interrupted.exchange(true))
-            _exit(static_cast<int>(ExitStatus::Interrupted));
-        if (timeout && std::chrono::duration<double>(Clock::now() - start).count() >= *timeout)
+        const auto now = Clock::now();
+        if (signalled)
+            interrupted(now);
+        if (timeout && std::chrono::duration<double>(now - start).count() >= *timeout)
             _timedOut = true;
         if (_interrupted || _timedOut)
             GetAdapter()->interrupt();

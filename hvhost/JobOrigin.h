@@ -22,5 +22,6 @@ struct JobOrigin
     std::vector<File> inputs;
     std::vector<Expression> expressions; ///< in their order in the text
     std::vector<std::string> aggregates; ///< the options behind the outputs of the aggregate step
-    std::string jobName;                 ///< the user's own job text; empty for a generated one
+    std::string jobName;         ///< where the user's own job text is; empty for a generated one
+    bool hasInputOptions = true; ///< hints may speak of the options of an input
 };

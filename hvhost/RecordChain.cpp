@@ -3,6 +3,7 @@
 #include "CommandFault.h"
 #include "DataFile.h"
 #include "JNIException.h"
+#include "Text.h"
 #include "bridge/JNIHvlExpression.h"
 #include "bridge/JNIHvlProgram.h"
 #include "hvl/HVLExpressionFun.h"
@@ -18,14 +19,6 @@ std::string patternOf(const std::string& expression)
     for (const char character : expression)
         pattern.append(character == '%' ? 2 : 1, character);
     return pattern;
-}
-
-std::string trimmed(const std::string& text)
-{
-    const std::size_t begin = text.find_first_not_of(" \t");
-    if (begin == std::string::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(" \t") - begin + 1);
 }
 
 /// Splits NAME=EXPRESSION at the first "=" that is not part of a comparison.

@@ -2,6 +2,8 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
+#include <set>
+#include <utility>
 
 #include "CommandFault.h"
 #include "Commands.h"
@@ -13,26 +15,13 @@
 #include "bridge/JNIHvlProgram.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
-#include "support/HVSimpleFile.h"
 
 namespace {
 
-std::string readJob(const std::string& path, const InterruptWatch& watch)
+std::string readJob(const ReadableFile& source)
 {
-    std::string source = path;
-    std::unique_ptr<HVSimpleFile> fetched;
-    if (path == "-") {
-        fetched = std::make_unique<HVSimpleFile>("stdin", false, true);
-        source = nativePath(fetched->GetGenericPath());
-        fetchStandardInput(source, watch);
-    } else {
-        checkReadable(path);
-    }
-    std::ifstream file(source, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (text.empty())
-        throw CommandFault(ExitStatus::Input, path + ": no job text in this file");
-    return text;
+    std::ifstream file(source.path(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 /// NAME=FILE in its two parts.
@@ -60,11 +49,12 @@ void loadData(HostSession& session, const std::string& name, const InputFile& in
     HVLWrite write(&program);
     write.WriteHVDatasource(name, false);
     write.AddPredFunction(&read);
-    session.run(generateJob(program, write), {{input.origin()}, {}, {}, {}});
+    session.run(generateJob(program, write), input.origin());
 }
 
-/// Writes the engine's data source of the name to a file.
-void saveData(HostSession& session, const std::string& name, const OutputFile& output)
+/// Writes the engine's data source of the name to a file. A fault is one of the option.
+void saveData(HostSession& session, const std::string& option, const std::string& name,
+              const OutputFile& output)
 {
     JNIHvlProgram program;
     HVLRead read(&program);
@@ -72,8 +62,34 @@ void saveData(HostSession& session, const std::string& name, const OutputFile& o
     HVLWrite write(&program);
     output.configure(write);
     write.AddPredFunction(&read);
-    session.run(generateJob(program, write), {});
+    JobOrigin origin;
+    origin.jobName = option;
+    session.run(generateJob(program, write), origin);
     output.deliver();
+}
+
+/// Throws CommandFault (Usage) for a word that is there already.
+void addOnce(std::set<std::string>& words, const std::string& word, const std::string& what)
+{
+    if (!words.insert(word).second)
+        throw CommandFault(ExitStatus::Usage, what + " is named twice");
+}
+
+/// A second use of a data source, a file or a stream would undo the first one.
+void refuseRepeats(const RunOptions& options)
+{
+    std::set<std::string> sources;
+    std::set<std::string> outputs;
+    bool readsStream = options.job == kStandardStream;
+    for (const std::string& text : options.data) {
+        const Binding binding = splitBinding(text, "--data");
+        addOnce(sources, binding.name, "--data " + text + ": the data source");
+        if (binding.file == kStandardStream && std::exchange(readsStream, true))
+            throw CommandFault(ExitStatus::Usage,
+                               "--data " + text + ": standard input is read already");
+    }
+    for (const std::string& text : options.save)
+        addOnce(outputs, splitBinding(text, "--save").file, "--save " + text + ": the file");
 }
 
 /// The files around a job, checked before anything runs.
@@ -86,14 +102,16 @@ public:
             const Binding binding = splitBinding(text, "--data");
             InputOptions input;
             input.path = binding.file;
-            _inputs.emplace_back(binding.name, std::make_unique<InputFile>(input, watch));
+            _inputs.emplace_back(binding.name,
+                                 std::make_unique<InputFile>(input, FileOptions::None, watch));
         }
         for (const std::string& text : options.save) {
             const Binding binding = splitBinding(text, "--save");
             OutputOptions output;
             output.path = binding.file;
             output.force = options.force;
-            _outputs.emplace_back(binding.name, std::make_unique<OutputFile>(output, watch));
+            _outputs.push_back({"--save " + text, binding.name,
+                                std::make_unique<OutputFile>(output, FileOptions::None, watch)});
         }
     }
     void load(HostSession& session) const
@@ -103,13 +121,19 @@ public:
     }
     void save(HostSession& session) const
     {
-        for (const auto& [name, output] : _outputs)
-            saveData(session, name, *output);
+        for (const auto& [option, name, output] : _outputs)
+            saveData(session, option, name, *output);
     }
 
 private:
+    struct Output
+    {
+        std::string option;
+        std::string name;
+        std::unique_ptr<OutputFile> file;
+    };
     std::vector<std::pair<std::string, std::unique_ptr<InputFile>>> _inputs;
-    std::vector<std::pair<std::string, std::unique_ptr<OutputFile>>> _outputs;
+    std::vector<Output> _outputs;
 };
 
 } // namespace
@@ -117,15 +141,19 @@ private:
 void runJob(const RunOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
-    const std::string job = readJob(options.job, watch);
+    refuseRepeats(options);
+    const ReadableFile source(options.job, watch);
+    const std::string job = readJob(source);
     if (options.printJob) {
-        std::cout << job << '\n';
+        std::cout << job << (job.ends_with('\n') ? "" : "\n");
         return;
     }
     const JobFiles files(options, watch);
     HostSession session("run", common, watch);
     files.load(session);
-    session.run(job, {{}, {}, {}, options.job == "-" ? "standard input" : options.job});
+    JobOrigin origin;
+    origin.jobName = source.name();
+    session.run(job, origin);
     files.save(session);
     session.finish();
 }

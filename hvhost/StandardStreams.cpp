@@ -4,10 +4,12 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
 #include <cstring>
+#include <iostream>
 
 #include "CommandFault.h"
 #include "InterruptWatch.h"
@@ -15,6 +17,8 @@
 namespace {
 
 constexpr int kLookMilliseconds = 50;
+// A pipe that poll calls ready takes this much without blocking.
+constexpr std::size_t kPipeSpace = PIPE_BUF;
 
 /// A file descriptor that is closed at the end.
 class Descriptor
@@ -48,14 +52,14 @@ void waitFor(int descriptor, short events, const InterruptWatch& watch)
 
 /// Reads what is there, at most the size of a chunk; 0 at the end.
 template <std::size_t size>
-std::size_t readSome(int descriptor, std::array<char, size>& chunk)
+std::size_t readSome(int descriptor, std::array<char, size>& chunk, const std::string& what)
 {
     ssize_t count = 0;
     do
         count = read(descriptor, chunk.data(), chunk.size());
-    while (count < 0 && errno == EINTR);
+    while (count < 0 && (errno == EINTR || errno == EAGAIN));
     if (count < 0)
-        fail(ExitStatus::Input, "standard input cannot be read");
+        fail(ExitStatus::Input, what + " cannot be read");
     return static_cast<std::size_t>(count);
 }
 
@@ -71,17 +75,39 @@ void writeSome(int descriptor, const char* data, std::size_t size, const std::st
     }
 }
 
+void writeWhenReady(const char* data, std::size_t size, const InterruptWatch& watch)
+{
+    waitFor(STDOUT_FILENO, POLLOUT, watch);
+    writeSome(STDOUT_FILENO, data, size, "standard output");
+}
+
 } // namespace
 
-void fetchStandardInput(const std::string& path, const InterruptWatch& watch)
+void occupyStandardStreams()
 {
+    // The wrong way round, so that a use of the stream fails as it would without it.
+    constexpr std::array<int, 3> modes{O_WRONLY, O_RDONLY, O_RDONLY};
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
+        if (fcntl(stream, F_GETFD) < 0)
+            open("/dev/null", modes.at(static_cast<std::size_t>(stream)));
+}
+
+void fetchStream(const std::string& source, const std::string& path, const InterruptWatch& watch)
+{
+    const bool isStandard = source == kStandardStream;
+    const std::string what = isStandard ? "standard input" : source + ": the file";
+    // A pipe that nobody writes to yet would block the opening, and be deaf to the user.
+    const Descriptor input(isStandard ? dup(STDIN_FILENO)
+                                      : open(source.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (input.number() < 0)
+        fail(ExitStatus::Input, what + " cannot be read");
     const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
     if (file.number() < 0)
         fail(ExitStatus::JobFailed, path + ": a temporary file cannot be written");
     std::array<char, 65536> chunk{};
     for (;;) {
-        waitFor(STDIN_FILENO, POLLIN, watch);
-        const std::size_t size = readSome(STDIN_FILENO, chunk);
+        waitFor(input.number(), POLLIN, watch);
+        const std::size_t size = readSome(input.number(), chunk, what);
         if (size == 0)
             return;
         writeSome(file.number(), chunk.data(), size, path);
@@ -93,11 +119,22 @@ void deliverToStandardOutput(const std::string& path, const InterruptWatch& watc
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (file.number() < 0)
         fail(ExitStatus::JobFailed, path + ": the job's result cannot be read");
-    // A pipe that poll calls ready takes this much without blocking.
-    std::array<char, PIPE_BUF> chunk{};
-    for (std::size_t size = readSome(file.number(), chunk); size > 0;
-         size = readSome(file.number(), chunk)) {
-        waitFor(STDOUT_FILENO, POLLOUT, watch);
-        writeSome(STDOUT_FILENO, chunk.data(), size, "standard output");
-    }
+    std::array<char, kPipeSpace> chunk{};
+    const auto read = [&] { return readSome(file.number(), chunk, path); };
+    for (std::size_t size = read(); size > 0; size = read())
+        writeWhenReady(chunk.data(), size, watch);
+}
+
+void printToStandardOutput(const std::string& text, const InterruptWatch& watch)
+{
+    flushStandardOutput();
+    for (std::size_t begin = 0; begin < text.size(); begin += kPipeSpace)
+        writeWhenReady(text.data() + begin, std::min(kPipeSpace, text.size() - begin), watch);
+}
+
+void flushStandardOutput()
+{
+    std::cout.flush();
+    if (!std::cout)
+        throw CommandFault(ExitStatus::JobFailed, "standard output cannot be written");
 }

@@ -4,11 +4,21 @@
 
 class InterruptWatch;
 
-/// Data that a command takes from standard input or gives to standard output stands in a file while
-/// the engine works on it. Both ways wait for the other side of the stream no longer than until the
-/// user interrupts the command. They throw CommandFault.
+/// The path that stands for standard input or standard output.
+inline constexpr const char* kStandardStream = "-";
 
-/// Fetches all of standard input into a file.
-void fetchStandardInput(const std::string& path, const InterruptWatch& watch);
+/// Data that a command takes from a stream or gives to one stands in a file while the engine works
+/// on it. Both ways wait for the other side of the stream no longer than until the user interrupts
+/// the command. They throw CommandFault.
+
+/// Keeps files that the process opens from getting the number of a standard stream that it was
+/// started without, and with it whatever is read or written there.
+void occupyStandardStreams();
+/// Fetches all of standard input, or of a pipe by its name, into a file.
+void fetchStream(const std::string& source, const std::string& path, const InterruptWatch& watch);
 /// Copies a file to standard output.
 void deliverToStandardOutput(const std::string& path, const InterruptWatch& watch);
+/// Prints a text, behind all that was printed before.
+void printToStandardOutput(const std::string& text, const InterruptWatch& watch);
+/// Throws CommandFault (JobFailed) if something printed did not get to standard output.
+void flushStandardOutput();

@@ -11,6 +11,7 @@
 #include <ostream>
 
 #include "ResultTable.h"
+#include "Text.h"
 
 namespace {
 
@@ -21,21 +22,10 @@ constexpr std::size_t kNarrowest = 8;
 /// Columns of a table with the width of each.
 using Columns = std::vector<std::size_t>;
 
-bool beginsCharacter(char byte)
-{
-    return (byte & 0xC0) != 0x80;
-}
-
-/// Characters, not bytes: what a terminal counts.
-std::size_t widthOf(const std::string& text)
-{
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
-}
-
 /// A text of so many characters at most; a longer one ends in an ellipsis.
 std::string shortened(const std::string& text, std::size_t width)
 {
-    if (widthOf(text) <= width)
+    if (countCharacters(text) <= width)
         return text;
     std::size_t end = 0;
     for (std::size_t seen = 0; end < text.size(); ++end)
@@ -89,13 +79,13 @@ Drawing::Drawing(const ResultTable& table, std::size_t width) : _table(table), _
 {
     for (const ResultTable::Column& column : table.columns) {
         _header.push_back(cellText(column.name, {}));
-        _widths.push_back(widthOf(_header.back()));
+        _widths.push_back(countCharacters(_header.back()));
     }
     for (const ResultTable::Row& row : table.rows) {
         std::vector<std::string> texts;
         for (std::size_t i = 0; i < row.size(); ++i) {
             texts.push_back(cellText(row[i], table.columns[i]));
-            _widths[i] = std::max(_widths[i], widthOf(texts.back()));
+            _widths[i] = std::max(_widths[i], countCharacters(texts.back()));
         }
         _cells.push_back(std::move(texts));
     }
@@ -149,7 +139,7 @@ void Drawing::line(const Columns& columns, const std::vector<std::string>& texts
 {
     for (const std::size_t i : columns) {
         const std::string text = shortened(texts[i], _widths[i]);
-        const std::string padding(_widths[i] - widthOf(text), ' ');
+        const std::string padding(_widths[i] - countCharacters(text), ' ');
         out << "│ " << (_table.columns[i].isNumber() ? padding + text : text + padding) << ' ';
     }
     out << "│\n";

@@ -8,15 +8,12 @@ HvlExpressionConditional::Clause::Clause(JNIHvlExpression* condition, JNIHvlExpr
     : _condition(condition), _value(value)
 {
     setClass(JavaClassNames::Clause);
-    const LocalRef<> object =
-        JavaCall(*this, "<init>",
-                 "(Lcom/vexa/ae/hvlhelpers/HvlExpression;Lcom/vexa/ae/hvlhelpers/HvlExpression;)V",
-                 OnFailure::Record)
-            .wrapped(condition)
-            .wrapped(value)
-            .construct();
-    setObjectG(object.get(), true, true);
-    handleException(false);
+    JavaCall(*this, "<init>",
+             "(Lcom/vexa/ae/hvlhelpers/HvlExpression;Lcom/vexa/ae/hvlhelpers/HvlExpression;)V",
+             OnFailure::Record)
+        .wrapped(condition)
+        .wrapped(value)
+        .constructWrapped();
 }
 
 HvlExpressionConditional::Clause::~Clause() = default;

@@ -27,6 +27,7 @@ JNIHvlAccessor& JNIHvlAccessor::operator=(const JNIHvlAccessor& other)
 {
     if (this != &other) {
         JNIHvlAccessor copy(other);
+        releaseLocals();
         JNIAccessor::operator=(copy);
         std::swap(_localRefs, copy._localRefs);
     }
@@ -35,9 +36,16 @@ JNIHvlAccessor& JNIHvlAccessor::operator=(const JNIHvlAccessor& other)
 
 JNIHvlAccessor::~JNIHvlAccessor()
 {
-    if (_localRefs.empty() || !onOwnThread())
+    releaseLocals();
+}
+
+/// In the environment that they belong to, which must still be the wrapper's.
+void JNIHvlAccessor::releaseLocals()
+{
+    const std::vector<jobject> locals = std::exchange(_localRefs, {});
+    if (locals.empty() || !onOwnThread())
         return;
-    for (jobject const local : _localRefs)
+    for (jobject const local : locals)
         getEnv()->DeleteLocalRef(local);
 }
 

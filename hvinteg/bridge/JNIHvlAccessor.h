@@ -23,8 +23,8 @@ public:
     JNIHvlAccessor();
     JNIHvlAccessor(const JNIHvlAccessor& other);
     JNIHvlAccessor& operator=(const JNIHvlAccessor& other);
-    /// Deletes the local references of this wrapper; on a thread that is not the wrapper's it
-    /// leaves them to the end of that thread's attachment.
+    /// Deletes the local references of this wrapper, unless the attachment of the thread that they
+    /// belong to has ended, and they with it, or the calling thread is another one.
     ~JNIHvlAccessor() override;
 
     /// Wraps an object and takes its class. A local reference passes to the wrapper; with `global`
@@ -56,6 +56,7 @@ public:
 
 private:
     void keepLocal(jobject local);
+    void releaseLocals();
     jobject finishNew(jobject local, bool global, bool track);
 
     std::vector<jobject> _localRefs;

@@ -45,14 +45,11 @@ JNIHvlExpression::LambdaSignature::LambdaSignature(const std::string& name, JNIH
     : _name(name), _type(type)
 {
     setClass(JavaClassNames::LambdaSignature);
-    const LocalRef<> object =
-        JavaCall(*this, "<init>", "(Ljava/lang/String;Lcom/vexa/ae/hvlhelpers/HvlType;)V",
-                 OnFailure::Record)
-            .text(name)
-            .wrapped(type)
-            .construct();
-    setObjectG(object.get(), true, true);
-    handleException(false);
+    JavaCall(*this, "<init>", "(Ljava/lang/String;Lcom/vexa/ae/hvlhelpers/HvlType;)V",
+             OnFailure::Record)
+        .text(name)
+        .wrapped(type)
+        .constructWrapped();
 }
 
 JNIHvlExpression::LambdaSignature::~LambdaSignature() = default;

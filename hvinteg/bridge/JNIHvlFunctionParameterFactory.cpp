@@ -22,6 +22,11 @@ JNIHvlFunctionParameterFactory::JNIHvlFunctionParameterFactory()
     handleException(false);
 }
 
+JNIHvlFunctionParameterFactory::JNIHvlFunctionParameterFactory(jobject object)
+{
+    init(object, true);
+}
+
 JNIHvlFunctionParameterFactory::~JNIHvlFunctionParameterFactory() = default;
 
 JNIHvlFunctionParameter*

@@ -32,4 +32,7 @@ public:
                                           bool named);
     JNIHvlFunctionParameter* createJson(JNIJSONObject* json, bool named);
     JNIHvlFunctionParameter* createRaw(const std::string& text, bool named);
+
+protected:
+    explicit JNIHvlFunctionParameterFactory(jobject object);
 };

@@ -1,5 +1,7 @@
 #include "bridge/JNIHvlProgram.h"
 
+#include <stdexcept>
+
 #include "bridge/JNIHvlContainer.h"
 #include "bridge/JNIHvlFragment.h"
 #include "bridge/JNIHvlFunction.h"
@@ -21,22 +23,13 @@ LocalRef<> sorted(JNIHvlProgram& program, LocalRef<> fragments)
         .callStaticObject();
 }
 
-/// The flags in the size of `names`; a shorter vector is out of range.
-std::vector<bool> flagsFor(const std::vector<std::string>& names, const std::vector<bool>& flags)
+/// The first values, so many; a shorter vector is out of range.
+template <class Value>
+std::vector<Value> firstOf(const std::vector<Value>& values, std::size_t count)
 {
-    std::vector<bool> result;
-    for (std::size_t index = 0; index < names.size(); ++index)
-        result.push_back(flags.at(index));
-    return result;
-}
-
-std::vector<std::string> textsFor(const std::vector<std::string>& names,
-                                  const std::vector<std::string>& texts)
-{
-    std::vector<std::string> result;
-    for (std::size_t index = 0; index < names.size(); ++index)
-        result.push_back(texts.at(index));
-    return result;
+    if (values.size() < count)
+        throw std::out_of_range("The lists of containers are not of one size");
+    return {values.begin(), values.begin() + static_cast<std::ptrdiff_t>(count)};
 }
 } // namespace
 
@@ -48,10 +41,7 @@ JNIHvlProgram::JNIHvlProgram()
 JNIHvlProgram::JNIHvlProgram(const std::string& text)
 {
     setClass(JavaClassNames::Program);
-    const LocalRef<> program =
-        JavaCall(*this, "<init>", "(" SIG_STRING ")V", OnFailure::Record).text(text).construct();
-    setObjectG(program.get(), true, true);
-    handleException(false);
+    JavaCall(*this, "<init>", "(" SIG_STRING ")V", OnFailure::Record).text(text).constructWrapped();
 }
 
 JNIHvlProgram::JNIHvlProgram(jobject object)
@@ -96,8 +86,8 @@ std::string JNIHvlProgram::formatContainerListJSON(const std::vector<std::string
     if (names == nullptr || uris == nullptr || outputs == nullptr) {
         call.object(nullptr).object(nullptr).object(nullptr);
     } else {
-        const std::vector<std::string> uriTexts = textsFor(*names, *uris);
-        const std::vector<bool> flags = flagsFor(*names, *outputs);
+        const std::vector<std::string> uriTexts = firstOf(*uris, names->size());
+        const std::vector<bool> flags = firstOf(*outputs, names->size());
         call.take(JavaCollections::stringArray(*this, names))
             .take(JavaCollections::stringArray(*this, &uriTexts))
             .take(JavaCollections::booleanArray(*this, flags));

@@ -7,6 +7,17 @@
 
 // The operations of JNIHvlProgram that make expressions.
 
+namespace {
+template <class Value>
+JNIHvlExpression* literal(JNIHvlProgram& program, const char* signature, Value value)
+{
+    return WrapperFactory::wrapLocal<JNIHvlExpression>(
+        JavaCall(program, "createHvlExpressionLiteral", signature)
+            .value(value)
+            .callObject(program.getObject()));
+}
+} // namespace
+
 JNIHvlExpression* JNIHvlProgram::createHvlExpression(const std::string& pattern,
                                                      std::vector<JNIHvlExpression*>* arguments)
 {
@@ -68,42 +79,27 @@ JNIHvlExpression* JNIHvlProgram::createHvlExpressionList(std::vector<JNIHvlExpre
 
 JNIHvlExpression* JNIHvlProgram::createHvlExpressionLiteral(int value)
 {
-    return WrapperFactory::wrapLocal<JNIHvlExpression>(
-        JavaCall(*this, "createHvlExpressionLiteral", "(Ljava/lang/Integer;)" SIG_EXPRESSION)
-            .value(value)
-            .callObject(getObject()));
+    return literal(*this, "(Ljava/lang/Integer;)" SIG_EXPRESSION, value);
 }
 
 JNIHvlExpression* JNIHvlProgram::createHvlExpressionLiteral(double value)
 {
-    return WrapperFactory::wrapLocal<JNIHvlExpression>(
-        JavaCall(*this, "createHvlExpressionLiteral", "(Ljava/lang/Double;)" SIG_EXPRESSION)
-            .value(value)
-            .callObject(getObject()));
+    return literal(*this, "(Ljava/lang/Double;)" SIG_EXPRESSION, value);
 }
 
 JNIHvlExpression* JNIHvlProgram::createHvlExpressionLiteral(const char* value)
 {
-    return WrapperFactory::wrapLocal<JNIHvlExpression>(
-        JavaCall(*this, "createHvlExpressionLiteral", "(Ljava/lang/String;)" SIG_EXPRESSION)
-            .value(value)
-            .callObject(getObject()));
+    return literal(*this, "(Ljava/lang/String;)" SIG_EXPRESSION, value);
 }
 
 JNIHvlExpression* JNIHvlProgram::createHvlExpressionLiteral(long long value)
 {
-    return WrapperFactory::wrapLocal<JNIHvlExpression>(
-        JavaCall(*this, "createHvlExpressionLiteral", "(Ljava/lang/Long;)" SIG_EXPRESSION)
-            .value(value)
-            .callObject(getObject()));
+    return literal(*this, "(Ljava/lang/Long;)" SIG_EXPRESSION, value);
 }
 
 JNIHvlExpression* JNIHvlProgram::createHvlExpressionLiteral(bool value)
 {
-    return WrapperFactory::wrapLocal<JNIHvlExpression>(
-        JavaCall(*this, "createHvlExpressionLiteral", "(Ljava/lang/Boolean;)" SIG_EXPRESSION)
-            .value(value)
-            .callObject(getObject()));
+    return literal(*this, "(Ljava/lang/Boolean;)" SIG_EXPRESSION, value);
 }
 
 JNIHvlExpression* JNIHvlProgram::createHvlExpressionNullValue()

@@ -11,52 +11,91 @@
 
 // The operations of JNIHvlProgram that make functions.
 
+namespace {
+// How an argument goes to Java. Its type decides, for no two of one type differ in that.
+
+void pass(JavaCall& call, JNIHvlProgram&, const std::string& text)
+{
+    call.text(text);
+}
+
+void pass(JavaCall& call, JNIHvlProgram&, const JNIHvlAccessor* wrapper)
+{
+    call.wrapped(wrapper);
+}
+
+void pass(JavaCall& call, JNIHvlProgram& program, std::vector<JNIJSONObject*>* configurations)
+{
+    call.take(JavaCollections::listOf(program, configurations, ListRules::Positional));
+}
+
+void pass(JavaCall& call, JNIHvlProgram& program, std::vector<JNIHvlContainer*>* containers)
+{
+    call.take(JavaCollections::listOf(program, containers, ListRules::Containers));
+}
+
+void pass(JavaCall& call, JNIHvlProgram& program, std::map<std::string, JNIHvlFunction*>* inputs)
+{
+    call.take(JavaCollections::mapOf(program, inputs));
+}
+
+void pass(JavaCall& call, JNIHvlProgram& program, JNIHvlProgram::TypeMap* types)
+{
+    call.take(JavaCollections::typeMap(program, types));
+}
+
+void pass(JavaCall& call, JNIHvlProgram& program, std::vector<JNIHvlFunctionParameter*>* parameters)
+{
+    call.take(JavaCollections::arrayOf(program, JavaClassNames::Parameter, parameters));
+}
+
+void pass(JavaCall& call, JNIHvlProgram& program, const std::vector<std::string>* texts)
+{
+    call.take(JavaCollections::stringArray(program, texts));
+}
+
+/// The function that a factory method of the program makes of the arguments.
+template <class... Arguments>
+JNIHvlFunction* create(JNIHvlProgram& program, const char* method, const char* signature,
+                       const Arguments&... arguments)
+{
+    JavaCall call(program, method, signature);
+    (pass(call, program, arguments), ...);
+    return WrapperFactory::wrapGlobal<JNIHvlFunction>(call.callObject(program.getObject()));
+}
+} // namespace
+
 JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
                                                  std::vector<JNIJSONObject*>* configurations,
                                                  JNIHvlFunction* input)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunction", "(" SIG_STRING SIG_LIST SIG_FUNCTION ")" SIG_FUNCTION)
-            .text(name)
-            .take(JavaCollections::listOf(*this, configurations, ListRules::Positional))
-            .wrapped(input)
-            .callObject(getObject()));
+    return create(*this, "createHvlFunction", "(" SIG_STRING SIG_LIST SIG_FUNCTION ")" SIG_FUNCTION,
+                  name, configurations, input);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
                                                  JNIJSONObject* configuration)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunction", "(" SIG_STRING SIG_JSON_OBJECT ")" SIG_FUNCTION)
-            .text(name)
-            .wrapped(configuration)
-            .callObject(getObject()));
+    return create(*this, "createHvlFunction", "(" SIG_STRING SIG_JSON_OBJECT ")" SIG_FUNCTION, name,
+                  configuration);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
                                                  JNIJSONObject* configuration,
                                                  JNIHvlFunction* input)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunction",
-                 "(" SIG_STRING SIG_JSON_OBJECT SIG_FUNCTION ")" SIG_FUNCTION)
-            .text(name)
-            .wrapped(configuration)
-            .wrapped(input)
-            .callObject(getObject()));
+    return create(*this, "createHvlFunction",
+                  "(" SIG_STRING SIG_JSON_OBJECT SIG_FUNCTION ")" SIG_FUNCTION, name, configuration,
+                  input);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
                                                  JNIJSONObject* configuration,
                                                  std::map<std::string, JNIHvlFunction*>* inputs)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunction",
-                 "(" SIG_STRING SIG_JSON_OBJECT SIG_MAP ")" SIG_FUNCTION)
-            .text(name)
-            .wrapped(configuration)
-            .take(JavaCollections::mapOf(*this, inputs))
-            .callObject(getObject()));
+    return create(*this, "createHvlFunction",
+                  "(" SIG_STRING SIG_JSON_OBJECT SIG_MAP ")" SIG_FUNCTION, name, configuration,
+                  inputs);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
@@ -65,15 +104,9 @@ JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
                                                  std::vector<JNIHvlContainer*>* outputs,
                                                  JNIHvlFunction* input)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunction",
-                 "(" SIG_STRING SIG_JSON_OBJECT SIG_LIST SIG_LIST SIG_FUNCTION ")" SIG_FUNCTION)
-            .text(name)
-            .wrapped(configuration)
-            .take(JavaCollections::listOf(*this, inputs, ListRules::Containers))
-            .take(JavaCollections::listOf(*this, outputs, ListRules::Containers))
-            .wrapped(input)
-            .callObject(getObject()));
+    return create(*this, "createHvlFunction",
+                  "(" SIG_STRING SIG_JSON_OBJECT SIG_LIST SIG_LIST SIG_FUNCTION ")" SIG_FUNCTION,
+                  name, configuration, inputs, outputs, input);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
@@ -81,28 +114,18 @@ JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
                                                  JNIHvlExpression* expression,
                                                  JNIHvlFunction* input)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunction",
-                 "(" SIG_STRING SIG_JSON_OBJECT SIG_EXPRESSION SIG_FUNCTION ")" SIG_FUNCTION)
-            .text(name)
-            .wrapped(configuration)
-            .wrapped(expression)
-            .wrapped(input)
-            .callObject(getObject()));
+    return create(*this, "createHvlFunction",
+                  "(" SIG_STRING SIG_JSON_OBJECT SIG_EXPRESSION SIG_FUNCTION ")" SIG_FUNCTION, name,
+                  configuration, expression, input);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
                                                  JNIJSONObject* configuration,
                                                  JNIHvlFieldDerive* derive, JNIHvlFunction* input)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunction",
-                 "(" SIG_STRING SIG_JSON_OBJECT SIG_FIELD_DERIVE SIG_FUNCTION ")" SIG_FUNCTION)
-            .text(name)
-            .wrapped(configuration)
-            .wrapped(derive)
-            .wrapped(input)
-            .callObject(getObject()));
+    return create(*this, "createHvlFunction",
+                  "(" SIG_STRING SIG_JSON_OBJECT SIG_FIELD_DERIVE SIG_FUNCTION ")" SIG_FUNCTION,
+                  name, configuration, derive, input);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
@@ -110,74 +133,47 @@ JNIHvlFunction* JNIHvlProgram::createHvlFunction(const std::string& name,
                                                  JNIHvlFieldDerive* derive, JNIHvlFunction* input,
                                                  TypeMap* types)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunction",
-                 "(" SIG_STRING SIG_JSON_OBJECT SIG_FIELD_DERIVE SIG_FUNCTION SIG_MAP
-                 ")" SIG_FUNCTION)
-            .text(name)
-            .wrapped(configuration)
-            .wrapped(derive)
-            .wrapped(input)
-            .take(JavaCollections::typeMap(*this, types))
-            .callObject(getObject()));
+    return create(*this, "createHvlFunction",
+                  "(" SIG_STRING SIG_JSON_OBJECT SIG_FIELD_DERIVE SIG_FUNCTION SIG_MAP
+                  ")" SIG_FUNCTION,
+                  name, configuration, derive, input, types);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunctionDeriveFields(JNIHvlFieldDerive* derive,
                                                              JNIHvlFunction* input)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunctionDeriveFields",
-                 "(" SIG_FIELD_DERIVE SIG_FUNCTION ")" SIG_FUNCTION)
-            .wrapped(derive)
-            .wrapped(input)
-            .callObject(getObject()));
+    return create(*this, "createHvlFunctionDeriveFields",
+                  "(" SIG_FIELD_DERIVE SIG_FUNCTION ")" SIG_FUNCTION, derive, input);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunctionDeriveFields(JNIHvlFieldDerive* derive,
                                                              JNIHvlFunction* input, TypeMap* types)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunctionDeriveFields",
-                 "(" SIG_FIELD_DERIVE SIG_FUNCTION SIG_MAP ")" SIG_FUNCTION)
-            .wrapped(derive)
-            .wrapped(input)
-            .take(JavaCollections::typeMap(*this, types))
-            .callObject(getObject()));
+    return create(*this, "createHvlFunctionDeriveFields",
+                  "(" SIG_FIELD_DERIVE SIG_FUNCTION SIG_MAP ")" SIG_FUNCTION, derive, input, types);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunctionFilterRecords(JNIHvlExpression* condition,
                                                               JNIHvlFunction* input)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunctionFilterRecords",
-                 "(" SIG_EXPRESSION SIG_FUNCTION ")" SIG_FUNCTION)
-            .wrapped(condition)
-            .wrapped(input)
-            .callObject(getObject()));
+    return create(*this, "createHvlFunctionFilterRecords",
+                  "(" SIG_EXPRESSION SIG_FUNCTION ")" SIG_FUNCTION, condition, input);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunctionFilterRecords(JNIHvlExpression* condition,
                                                               JNIHvlFunction* input, TypeMap* types)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunctionFilterRecords",
-                 "(" SIG_EXPRESSION SIG_FUNCTION SIG_MAP ")" SIG_FUNCTION)
-            .wrapped(condition)
-            .wrapped(input)
-            .take(JavaCollections::typeMap(*this, types))
-            .callObject(getObject()));
+    return create(*this, "createHvlFunctionFilterRecords",
+                  "(" SIG_EXPRESSION SIG_FUNCTION SIG_MAP ")" SIG_FUNCTION, condition, input,
+                  types);
 }
 
 JNIHvlFunction*
 JNIHvlProgram::createHvlFunctionGeneral(const std::string& name,
                                         std::vector<JNIHvlFunctionParameter*>* parameters)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunctionGeneral",
-                 "(" SIG_STRING "[" SIG_PARAMETER ")" SIG_FUNCTION)
-            .text(name)
-            .take(JavaCollections::arrayOf(*this, JavaClassNames::Parameter, parameters))
-            .callObject(getObject()));
+    return create(*this, "createHvlFunctionGeneral",
+                  "(" SIG_STRING "[" SIG_PARAMETER ")" SIG_FUNCTION, name, parameters);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlFunctionGeneral(const std::string& name,
@@ -185,26 +181,16 @@ JNIHvlFunction* JNIHvlProgram::createHvlFunctionGeneral(const std::string& name,
                                                         const std::vector<std::string>* arguments,
                                                         JNIHvlFunction* input)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlFunctionGeneral",
-                 "(" SIG_STRING SIG_JSON_OBJECT "[" SIG_STRING SIG_FUNCTION ")" SIG_FUNCTION)
-            .text(name)
-            .wrapped(configuration)
-            .take(JavaCollections::stringArray(*this, arguments))
-            .wrapped(input)
-            .callObject(getObject()));
+    return create(*this, "createHvlFunctionGeneral",
+                  "(" SIG_STRING SIG_JSON_OBJECT "[" SIG_STRING SIG_FUNCTION ")" SIG_FUNCTION, name,
+                  configuration, arguments, input);
 }
 
 JNIHvlFunction* JNIHvlProgram::createHvlMetaFunction(const std::string& name,
                                                      JNIJSONObject* configuration,
                                                      JNIHvlFunction* operand, JNIHvlFunction* input)
 {
-    return WrapperFactory::wrapGlobal<JNIHvlFunction>(
-        JavaCall(*this, "createHvlMetaFunction",
-                 "(" SIG_STRING SIG_JSON_OBJECT SIG_FUNCTION SIG_FUNCTION ")" SIG_FUNCTION)
-            .text(name)
-            .wrapped(configuration)
-            .wrapped(operand)
-            .wrapped(input)
-            .callObject(getObject()));
+    return create(*this, "createHvlMetaFunction",
+                  "(" SIG_STRING SIG_JSON_OBJECT SIG_FUNCTION SIG_FUNCTION ")" SIG_FUNCTION, name,
+                  configuration, operand, input);
 }

@@ -6,12 +6,9 @@
 JNIHvlTypeList::JNIHvlTypeList(JNIHvlType& element)
 {
     setClass(JavaClassNames::TypeList);
-    const LocalRef<> object =
-        JavaCall(*this, "<init>", "(Lcom/vexa/ae/hvlhelpers/HvlType;)V", OnFailure::Record)
-            .wrapped(&element)
-            .construct();
-    setObjectG(object.get(), true, true);
-    handleException(false);
+    JavaCall(*this, "<init>", "(Lcom/vexa/ae/hvlhelpers/HvlType;)V", OnFailure::Record)
+        .wrapped(&element)
+        .constructWrapped();
 }
 
 JNIHvlTypeList::~JNIHvlTypeList() = default;

@@ -14,9 +14,7 @@ JNIHvlTypeSimple::JNIHvlTypeSimple(JNIHvlExpression::SimpleTypes type)
     handleException(false);
     if (!constant)
         return;
-    const LocalRef<> object = call.take(std::move(constant)).construct();
-    setObjectG(object.get(), true, true);
-    handleException(false);
+    call.take(std::move(constant)).constructWrapped();
 }
 
 JNIHvlTypeSimple::~JNIHvlTypeSimple() = default;

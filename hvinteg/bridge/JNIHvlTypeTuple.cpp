@@ -13,9 +13,7 @@ JNIHvlTypeTuple::JNIHvlTypeTuple(std::vector<JNIHvlType*>& elements)
         JavaCollections::arrayOf(*this, JavaClassNames::Type, &elements, OnFailure::Record);
     if (!array)
         return;
-    const LocalRef<> object = call.take(std::move(array)).construct();
-    setObjectG(object.get(), true, true);
-    handleException(false);
+    call.take(std::move(array)).constructWrapped();
 }
 
 JNIHvlTypeTuple::~JNIHvlTypeTuple() = default;

@@ -12,25 +12,12 @@ JNIJSONArray::JNIJSONArray()
 JNIJSONArray::JNIJSONArray(int capacity)
 {
     setClass(JavaClassNames::JSONArray);
-    const LocalRef<> array =
-        JavaCall(*this, "<init>", "(I)V", OnFailure::Record).number(capacity).construct();
-    setObjectG(array.get(), true, true);
-    handleException(false);
+    JavaCall(*this, "<init>", "(I)V", OnFailure::Record).number(capacity).constructWrapped();
 }
 
 JNIJSONArray::JNIJSONArray(const char* json)
 {
-    setClass(JavaClassNames::JSONArray);
-    handleException(false);
-    if (json == nullptr)
-        return;
-    const LocalRef<> parsed =
-        JavaCall::ofStatic(*this, getClass(), "parse",
-                           "(Ljava/lang/String;)Lcom/zor/json/java/JSONArray;", OnFailure::Record)
-            .text(json)
-            .callStaticObject();
-    setObjectG(parsed.get(), true, true);
-    handleException(false);
+    parse(JavaClassNames::JSONArray, "(Ljava/lang/String;)Lcom/zor/json/java/JSONArray;", json);
 }
 
 JNIJSONArray::~JNIJSONArray() = default;

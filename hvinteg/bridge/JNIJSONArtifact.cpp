@@ -30,6 +30,20 @@ bool JNIJSONArtifact::isString(jobject object)
     return isInstance(object, JavaClassNames::String);
 }
 
+void JNIJSONArtifact::parse(const char* className, const char* signature, const char* json)
+{
+    setClass(className);
+    handleException(false);
+    if (json == nullptr)
+        return;
+    const LocalRef<> parsed =
+        JavaCall::ofStatic(*this, getClass(), "parse", signature, OnFailure::Record)
+            .text(json)
+            .callStaticObject();
+    setObjectG(parsed.get(), true, true);
+    handleException(false);
+}
+
 bool JNIJSONArtifact::isInstance(jobject object, const char* className)
 {
     if (object == nullptr)

@@ -22,6 +22,11 @@ public:
     bool isJSONArray(jobject object);
     bool isString(jobject object);
 
+protected:
+    /// Binds the class, and wraps what its static `parse` makes of a text. A failure is recorded,
+    /// and nothing is wrapped; as for a null text.
+    void parse(const char* className, const char* signature, const char* json);
+
 private:
     bool isInstance(jobject object, const char* className);
 };

@@ -26,19 +26,9 @@ JNIJSONObject::JNIJSONObject()
 
 JNIJSONObject::JNIJSONObject(const char* json)
 {
-    setClass(JavaClassNames::JSONObject);
-    handleException(false);
-    if (json == nullptr)
-        return;
-    const LocalRef<> parsed =
-        JavaCall::ofStatic(*this, getClass(), "parse",
-                           "(Ljava/lang/String;)Lcom/zor/json/java/JSONObject;", OnFailure::Record)
-            .text(json)
-            .callStaticObject();
-    setObjectG(parsed.get(), true, true);
-    handleException(false);
+    parse(JavaClassNames::JSONObject, "(Ljava/lang/String;)Lcom/zor/json/java/JSONObject;", json);
     _top = getObject();
-    if (!isGood())
+    if (json != nullptr && !isGood())
         _parserError = getErrorMessage();
 }
 

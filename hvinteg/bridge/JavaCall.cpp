@@ -163,6 +163,13 @@ LocalRef<> JavaCall::construct()
     return result;
 }
 
+void JavaCall::constructWrapped()
+{
+    const LocalRef<> object = construct();
+    _wrapper.setObjectG(object.get(), true, true);
+    _wrapper.handleException(false);
+}
+
 bool JavaCall::accepts(jobject receiver)
 {
     if (_failed)

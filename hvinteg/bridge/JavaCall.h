@@ -66,6 +66,9 @@ public:
     void callVoid(jobject receiver);
     LocalRef<> callStaticObject();
     LocalRef<> construct();
+    /// Constructs the object that the wrapper is to hold, by a tracked global reference. Every
+    /// failure is recorded.
+    void constructWrapped();
 
     bool failed() const { return _failed; }
 

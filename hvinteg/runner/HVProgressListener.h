@@ -9,7 +9,6 @@
 #include "support/HvintegExport.h"
 
 class TnProcedure;
-class TnText;
 
 /// Records what a job tells: its state, its error, its id and its messages. It forwards progress to
 /// the host and, after the job, puts the messages into the host's output.

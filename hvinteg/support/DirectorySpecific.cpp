@@ -2,7 +2,6 @@
 
 #include <cstdint>
 
-#include "ExtNameStr.h"
 #include "FileServices.h"
 #include "support/Files.h"
 #include "support/Paths.h"
@@ -56,9 +55,10 @@ bool DirectorySpecific::Impl::next()
         if (listing == nullptr || !listing->Next(name))
             return false;
     } while (name == "." || name == "..");
-    // By the entry itself, so that a link tells what it leads to.
-    const ExtNameStr whole(expandedPath + name);
-    currentIsDirectory = FileAttributesOf(whole.GetU16()) == FileKind::Directory;
+    // By the bytes of its name, which need not be proper text; a link tells what it leads to.
+    std::string whole;
+    bool entryReadOnly = false;
+    ValidateDirSpecification(expandedPath + name, whole, currentIsDirectory, entryReadOnly);
     currentName = name;
     ++entriesSeen;
     return true;

@@ -52,11 +52,9 @@ private:
     bool takeDirectory();
     void writeFile(const std::string& text, const std::string& fileName, std::ios::openmode mode);
 
-    // In use: the root is there and can be written; lines go to the viewer too; a directory is
-    // open.
     bool _rootUsable = false;
     bool _printToViewer = false;
-    bool _tracing = false;
+    bool _tracing = false; // a directory was taken; its log may still have failed to open
     std::int32_t _maxDirCount = 1024;
     std::string _root;
     std::string _dir;

@@ -1,5 +1,6 @@
 #include "datafile/CsvProfile.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <stdexcept>
@@ -110,8 +111,13 @@ bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& go
 void CsvProfile::take()
 {
     ++_records;
-    if (_fields.size() != _names.size())
+    if (_fields.size() != _names.size()) {
+        if (!_ragged)
+            _ragged = {_scanner.line(), _fields.size()};
         return;
+    }
+    if (!_longest.empty())
+        takeLengths();
     if (!_expected.empty())
         return takeExpected();
     for (std::size_t column = 0; column < _fields.size(); ++column) {
@@ -120,6 +126,25 @@ void CsvProfile::take()
         if (kind == CsvKind::Text || (_trusting && isSafeAs(kind, field)))
             continue;
         kind = widened(kind, kindOf(field));
+    }
+}
+
+void CsvProfile::measure()
+{
+    _longest.assign(_names.size(), 0);
+    _gaps.assign(_names.size(), false);
+    if (_records > 0) // the first record, of a file without names
+        takeLengths();
+}
+
+void CsvProfile::takeLengths()
+{
+    for (std::size_t column = 0; column < _fields.size(); ++column) {
+        const CsvField& field = _fields[column];
+        if (field.text.empty())
+            _gaps[column] = true;
+        else if (field.text.size() > _longest[column])
+            _longest[column] = std::max(_longest[column], textOf(field).size());
     }
 }
 

@@ -25,6 +25,19 @@ public:
     /// A column without any value is a String.
     CFField::StorageType storageOf(std::size_t column) const;
 
+    /// From here on the texts are measured too; at best before anything is read.
+    void measure();
+    /// The longest text of a column in bytes, and whether a record has none there.
+    std::size_t longest(std::size_t column) const { return _longest[column]; }
+    bool hasGap(std::size_t column) const { return _gaps[column]; }
+    /// The first record that has another number of fields than there are names.
+    struct Ragged
+    {
+        std::uint64_t line = 0;
+        std::size_t fields = 0;
+    };
+    const std::optional<Ragged>& ragged() const { return _ragged; }
+
     /// Reads on until the records seen reach a number or the end of the file; false if `goOn`,
     /// asked now and then, stops it.
     bool read(std::uint64_t records, const std::function<bool()>& goOn = {});
@@ -52,6 +65,7 @@ private:
     void readNames();
     void take();
     void takeExpected();
+    void takeLengths();
     void checkExpected(std::size_t column, CsvKind kind);
 
     std::string _path;
@@ -61,6 +75,9 @@ private:
     std::vector<CsvKind> _kinds;
     std::vector<CFField::StorageType> _expected;
     std::optional<Misfit> _misfit;
+    std::optional<Ragged> _ragged;
+    std::vector<std::size_t> _longest; ///< empty if the texts are not measured
+    std::vector<bool> _gaps;
     std::vector<CsvField> _fields;
     std::uint64_t _records = 0;
     bool _complete = false;

@@ -4,10 +4,38 @@
 #include <string_view>
 
 namespace datafile::duck {
+namespace {
+
+/// Nothing is fetched from outside: what the engine needs is linked in.
+constexpr std::pair<const char*, const char*> kOpenOptions[] = {
+    {"autoinstall_known_extensions", "false"},
+    {"autoload_known_extensions", "false"},
+    {"allow_unsigned_extensions", "false"},
+};
+
+} // namespace
 
 bool QueryError::interrupted() const
 {
     return std::string_view(what()).find("INTERRUPT") != std::string_view::npos;
+}
+
+duckdb_database openInMemory()
+{
+    duckdb_config config = nullptr;
+    if (duckdb_create_config(&config) != DuckDBSuccess)
+        throw QueryError("the database takes no configuration");
+    for (const auto& [name, value] : kOpenOptions)
+        duckdb_set_config(config, name, value);
+    duckdb_database database = nullptr;
+    char* reason = nullptr;
+    const auto state = duckdb_open_ext(nullptr, &database, config, &reason);
+    duckdb_destroy_config(&config);
+    const std::string text = reason ? reason : "";
+    duckdb_free(reason);
+    if (state != DuckDBSuccess)
+        throw QueryError("the database does not open: " + text);
+    return database;
 }
 
 Result& Result::operator=(Result&& other) noexcept

@@ -19,6 +19,10 @@ public:
     bool interrupted() const;
 };
 
+/// A new instance in memory, which fetches nothing from outside: what is needed is linked in. The
+/// caller closes it. Throws QueryError.
+duckdb_database openInMemory();
+
 /// The whole result of a statement, held in memory: for small results.
 class Result
 {

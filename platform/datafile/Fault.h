@@ -23,4 +23,10 @@ private:
     std::string _detail;
 };
 
+/// How a message begins that is about a file: with the step that wants it, if there is one.
+inline std::string placeOf(const std::string& step, const std::string& path)
+{
+    return (step.empty() ? "" : step + ": ") + path + ": ";
+}
+
 } // namespace datafile

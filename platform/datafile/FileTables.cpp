@@ -44,6 +44,19 @@ std::string parquetTable(const std::string& path)
     return "read_parquet(" + quotedLiteral(literalPath(path)) + ", hive_partitioning = false)";
 }
 
+std::string parquetMetadata(duck::Connection& connection, const std::string& path,
+                            const std::string& key)
+{
+    try {
+        duck::Result values = connection.query("SELECT decode(value) FROM parquet_kv_metadata(" +
+                                               quotedLiteral(literalPath(path)) +
+                                               ") WHERE key = " + quotedLiteral(key) + "::BLOB");
+        return values.rows() > 0 ? values.text(0, 0) : std::string();
+    } catch (const duck::QueryError&) {
+        return {};
+    }
+}
+
 std::shared_ptr<ScratchFile> openSealed(const std::string& path, const std::string& password,
                                         const std::string& scratchFolder,
                                         const SealedFileStep& step)

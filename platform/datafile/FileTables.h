@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "datafile/Duck.h"
 #include "datafile/FieldNames.h"
 #include "datafile/ScratchFile.h"
 #include "datafile/SealedFile.h"
@@ -12,7 +13,7 @@ namespace datafile {
 enum class FileKind
 {
     Csv,
-    Sav, ///< Parquet with the data model inside, sealed if it has a password
+    Sav, ///< Parquet with a dictionary inside, sealed if it has a password
     Hvbf ///< Parquet with the data model inside
 };
 
@@ -27,6 +28,11 @@ std::string csvTable(const std::string& path, bool hasHeader, const Fields& colu
 std::string rejectScansOf(const std::string& rejects);
 /// The FROM item for a Parquet file.
 std::string parquetTable(const std::string& path);
+
+/// The text that stands under a key of a Parquet file's metadata; empty if there is none, or the
+/// file is no Parquet file.
+std::string parquetMetadata(duck::Connection& connection, const std::string& path,
+                            const std::string& key);
 
 /// The content of a sealed file in a file without a name. Throws SealedFileError and
 /// std::system_error.

@@ -23,7 +23,7 @@ std::string systemMessage(int code)
 [[noreturn]] void refuse(const char* id, const std::string& step, const std::string& path,
                          const std::string& reason, const std::string& detail = {})
 {
-    throw Fault(id, step + ": " + path + ": " + reason, detail);
+    throw Fault(id, placeOf(step, path) + reason, detail);
 }
 
 } // namespace

@@ -39,11 +39,11 @@ PendingFile::PendingFile(std::string destination, std::string step)
     const std::string folder = folderOf(_destination);
     if (stat(folder.c_str(), &state) != 0 || !S_ISDIR(state.st_mode))
         throw Fault(faults::kFolderMissing,
-                    _step + ": " + _destination + ": there is no folder " + folder);
+                    placeOf(_step, _destination) + "there is no folder " + folder);
     if (fileNameOf(_destination).empty() ||
         (stat(_destination.c_str(), &state) == 0 && S_ISDIR(state.st_mode)))
         throw Fault(faults::kFileIsFolder,
-                    _step + ": " + _destination + ": this is a folder, not a file");
+                    placeOf(_step, _destination) + "this is a folder, not a file");
     if (access(folder.c_str(), W_OK | X_OK) != 0)
         refuse(_step, _destination, errno);
 }
@@ -58,10 +58,9 @@ void PendingFile::refuse(const std::string& step, const std::string& path, int c
 {
     const bool full = code == ENOSPC || code == EDQUOT || code == EFBIG;
     throw Fault(full ? faults::kDiskFull : faults::kFileUnwritable,
-                step + ": " + path + ": " +
-                    (full
-                         ? "there is no room left for the file"
-                         : "the file cannot be written: " + std::generic_category().message(code)));
+                placeOf(step, path) + (full ? "there is no room left for the file"
+                                            : "the file cannot be written: " +
+                                                  std::generic_category().message(code)));
 }
 
 void PendingFile::write(const std::string& text)

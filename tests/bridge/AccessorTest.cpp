@@ -1,36 +1,10 @@
 #include <JNIException.h>
 
-#include <functional>
-
 #include "bridge/JNIJSONArray.h"
 #include "bridge/JNIObjectManager.h"
 #include "support/JvmFixture.h"
 
 namespace {
-using Make = std::function<jobject(JNIHvlAccessor&, bool global, bool track)>;
-
-struct ValueCase
-{
-    const char* name;
-    const char* javaClass;
-    Make make;
-    bool listed; ///< whether the kind of value is ever tracked
-};
-
-template <class Value>
-ValueCase valueCase(const char* name, const char* javaClass, Value value, bool listed = true)
-{
-    return {name, javaClass,
-            [value](JNIHvlAccessor& accessor, bool global, bool track) {
-                return accessor.newObject(value, global, track);
-            },
-            listed};
-}
-
-class NewObject : public JvmTest, public testing::WithParamInterface<ValueCase>
-{
-};
-
 class AccessorTest : public JvmTest
 {
 protected:
@@ -40,68 +14,62 @@ protected:
         JNIHvlAccessor maker;
         return maker.newObject(7, false, false);
     }
+
+    /// Makes a value in all four ways; `isListed` tells whether its kind is ever tracked.
+    template <class Value>
+    void expectOwnedAsAsked(Value value, const char* javaClass, bool isListed = true)
+    {
+        SCOPED_TRACE(javaClass);
+        {
+            JNIHvlAccessor accessor;
+            jobject const callers = accessor.newObject(value, false, false);
+            EXPECT_TRUE(env()->IsInstanceOf(callers, accessor.classNamed(javaClass)));
+            env()->DeleteLocalRef(callers);
+
+            jobject const global = accessor.newObject(value, true, false);
+            EXPECT_EQ(jni().liveGlobals(), 1);
+            EXPECT_EQ(jni().liveLocals(), 0);
+            env()->DeleteGlobalRef(global);
+
+            jobject const listed = accessor.newObject(value, false, true);
+            EXPECT_EQ(jni().liveLocals(), 1);
+            if (!isListed)
+                env()->DeleteLocalRef(listed);
+        }
+        EXPECT_EQ(jni().liveLocals(), 0) << "the wrapper deletes what it tracks";
+
+        JNIHvlAccessor accessor;
+        jobject const both = accessor.newObject(value, true, true);
+        EXPECT_EQ(jni().liveGlobals(), 1);
+        EXPECT_EQ(jni().liveLocals(), isListed ? 1 : 0);
+        JNIObjectManager::getManager()->cleanJRef();
+        EXPECT_EQ(jni().liveGlobals(), isListed ? 0 : 1);
+        if (!isListed)
+            env()->DeleteGlobalRef(both);
+    }
 };
 } // namespace
 
-TEST_P(NewObject, IsOwnedAsAsked)
+TEST_F(AccessorTest, NewObjectsAreOwnedAsAsked)
 {
-    const ValueCase& value = GetParam();
-    {
-        JNIHvlAccessor accessor;
-        jobject const callers = value.make(accessor, false, false);
-        JNIAccessor type(env());
-        EXPECT_TRUE(env()->IsInstanceOf(callers, type.setClass(value.javaClass)));
-        env()->DeleteLocalRef(callers);
-
-        jobject const global = value.make(accessor, true, false);
-        EXPECT_EQ(jni().liveGlobals(), 1);
-        EXPECT_EQ(jni().liveLocals(), 0);
-        env()->DeleteGlobalRef(global);
-
-        jobject const listed = value.make(accessor, false, true);
-        EXPECT_EQ(jni().liveLocals(), 1);
-        if (!value.listed)
-            env()->DeleteLocalRef(listed);
-    }
-    EXPECT_EQ(jni().liveLocals(), 0) << "the wrapper deletes what it tracks";
-
-    JNIHvlAccessor accessor;
-    jobject const both = value.make(accessor, true, true);
-    EXPECT_EQ(jni().liveGlobals(), 1);
-    EXPECT_EQ(jni().liveLocals(), value.listed ? 1 : 0);
-    JNIObjectManager::getManager()->cleanJRef();
-    EXPECT_EQ(jni().liveGlobals(), value.listed ? 0 : 1);
-    if (!value.listed)
-        env()->DeleteGlobalRef(both);
+    expectOwnedAsAsked(std::string("x"), "java/lang/String", false);
+    expectOwnedAsAsked("x", "java/lang/String");
+    expectOwnedAsAsked(1, "java/lang/Integer");
+    expectOwnedAsAsked(1.5, "java/lang/Double");
+    expectOwnedAsAsked(1LL, "java/lang/Long");
+    expectOwnedAsAsked(true, "java/lang/Boolean");
 }
 
-INSTANTIATE_TEST_SUITE_P(Values, NewObject,
-                         testing::Values(valueCase("string", "java/lang/String", std::string("x"),
-                                                   false),
-                                         valueCase("characters", "java/lang/String", "x"),
-                                         valueCase("int", "java/lang/Integer", 1),
-                                         valueCase("double", "java/lang/Double", 1.5),
-                                         valueCase("long", "java/lang/Long", 1LL),
-                                         valueCase("bool", "java/lang/Boolean", true)),
-                         [](const auto& rule) { return rule.param.name; });
-
-TEST_F(AccessorTest, AWrapperOfALocalReferenceDeletesIt)
-{
-    {
-        JNIHvlAccessor accessor;
-        accessor.init(localObject(), false);
-        EXPECT_EQ(jni().liveLocals(), 2) << "the object and its class";
-    }
-    EXPECT_EQ(jni().liveLocals(), 0);
-}
-
-TEST_F(AccessorTest, AGlobalReferenceOutlivesItsWrapper)
+TEST_F(AccessorTest, LocalReferencesEndWithTheirWrapperGlobalOnesLater)
 {
     jobject kept = nullptr;
     {
-        JNIHvlAccessor accessor;
-        accessor.init("java/util/ArrayList", true);
-        kept = accessor.getObject();
+        JNIHvlAccessor local;
+        local.init(localObject(), false);
+        EXPECT_EQ(jni().liveLocals(), 2) << "the object and its class";
+        JNIHvlAccessor global;
+        global.init("java/util/ArrayList", true);
+        kept = global.getObject();
     }
     EXPECT_EQ(jni().liveLocals(), 0);
     EXPECT_EQ(jni().liveGlobals(), 1);
@@ -110,11 +78,10 @@ TEST_F(AccessorTest, AGlobalReferenceOutlivesItsWrapper)
     EXPECT_EQ(jni().liveGlobals(), 0);
 }
 
-TEST_F(AccessorTest, CopiesOfALocalWrapperHaveReferencesOfTheirOwn)
+TEST_F(AccessorTest, CopiesShareGlobalReferencesButNotLocalOnes)
 {
-    jobject const object = localObject();
     auto first = std::make_unique<JNIHvlAccessor>();
-    first->init(object, false);
+    first->init(localObject(), false);
     JNIHvlAccessor second(*first);
     JNIHvlAccessor third;
     third.init(localObject(), false);
@@ -126,14 +93,11 @@ TEST_F(AccessorTest, CopiesOfALocalWrapperHaveReferencesOfTheirOwn)
     EXPECT_EQ(env()->GetObjectRefType(second.getObject()), JNILocalRefType);
     EXPECT_TRUE(env()->IsSameObject(second.getObject(), third.getObject()));
     EXPECT_FALSE(second.getObject() == third.getObject());
-}
 
-TEST_F(AccessorTest, CopiesOfAGlobalWrapperShareTheObject)
-{
-    JNIJSONArray first;
-    JNIJSONArray second = first;
-    first.add(1);
-    EXPECT_EQ(second.serialize(), "[1]");
+    JNIJSONArray array;
+    JNIJSONArray copy = array;
+    array.add(1);
+    EXPECT_EQ(copy.serialize(), "[1]");
     EXPECT_EQ(jni().liveGlobals(), 1);
 }
 

@@ -1,8 +1,6 @@
 #include <JNIException.h>
 
-#include <functional>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -28,158 +26,91 @@ struct Handed
 };
 
 constexpr Handed JavaNull{0, 0};
+constexpr Handed Nothing{1, 0}; ///< an empty collection
+constexpr Handed One{1, 1};
+constexpr Handed OneAndNull{1, 2};
+constexpr Handed OneInEach{2, 2};
 
 enum class Input
 {
     NullPointer,
     Empty,
-    OneAndNull
+    Full
 };
 
-/// The vector or map of a case, or null.
-template <class Collection>
-Collection* choose(Input input, Collection& empty, Collection& full)
-{
-    switch (input) {
-    case Input::Empty:
-        return &empty;
-    case Input::OneAndNull:
-        return &full;
-    default:
-        return nullptr;
-    }
-}
-
-/// Elements for the calls, made before they are counted.
+/// Elements for the calls, made before they are counted: one and a null in each collection.
 struct Parts
 {
     JNIHvlProgram program;
     JNIHvlFunctionParameterFactory factory;
     JNIJSONObject json;
     JNIHvlExpression* expression = program.createHvlExpressionLiteral(1);
-    JNIHvlContainer* container = program.createContainer("c", "file:///c", false);
     JNIHvlFunction* function = program.createHvlFunction("read", &json);
     HvlExpressionConditional::Clause clause{expression, expression};
     JNIHvlExpression::LambdaSignature signature{"p", nullptr};
+
+    std::vector<JNIJSONObject*> jsons{&json, nullptr};
+    std::vector<JNIHvlExpression*> expressions{expression, nullptr};
+    std::vector<JNIHvlContainer*> containers{program.createContainer("c", "u", false), nullptr};
+    std::vector<HvlExpressionConditional::Clause*> clauses{&clause, nullptr};
+    std::vector<JNIHvlExpression::LambdaSignature*> signatures{&signature, nullptr};
+    std::map<std::string, JNIHvlFunction*> inputs{{"l", function}, {"r", nullptr}};
+    JNIHvlProgram::TypeMap types{{"f", JNIHvlExpression::Real}};
 };
 
-using Call = std::function<void(Parts&, Input)>;
-
-/// A call with a vector of one element and a null.
-template <class Element, class Take>
-Call withVector(Element* (*element)(Parts&), Take take)
+template <class Collection>
+Collection* choose(Input input, Collection& full)
 {
-    return [=](Parts& parts, Input input) {
-        std::vector<Element*> empty;
-        std::vector<Element*> full = {element(parts), nullptr};
-        take(parts, choose(input, empty, full));
-    };
+    static Collection empty;
+    return input == Input::NullPointer ? nullptr : input == Input::Empty ? &empty : &full;
 }
 
 struct RuleCase
 {
     const char* name;
-    Call call;
+    void (*call)(Parts& parts, Input input);
     Handed ofNullPointer;
     Handed ofEmpty;
-    Handed ofOneAndNull;
+    Handed ofFull;
 };
-
-JNIJSONObject* jsonOf(Parts& parts)
-{
-    return &parts.json;
-}
-JNIHvlExpression* expressionOf(Parts& parts)
-{
-    return parts.expression;
-}
-JNIHvlContainer* containerOf(Parts& parts)
-{
-    return parts.container;
-}
-HvlExpressionConditional::Clause* clauseOf(Parts& parts)
-{
-    return &parts.clause;
-}
-JNIHvlExpression::LambdaSignature* signatureOf(Parts& parts)
-{
-    return &parts.signature;
-}
 
 const RuleCase Rules[] = {
     {"configurations",
-     withVector<JNIJSONObject>(
-         jsonOf,
-         [](Parts& parts, auto* list) { parts.program.createHvlFunction("f", list, nullptr); }),
-     JavaNull,
-     {1, 0},
-     {1, 2}},
+     [](Parts& p, Input i) { p.program.createHvlFunction("f", choose(i, p.jsons), nullptr); },
+     JavaNull, Nothing, OneAndNull},
     {"parameterContainers",
-     withVector<JNIHvlContainer>(
-         containerOf, [](Parts& parts, auto* list) { parts.factory.createContainers(list, true); }),
-     JavaNull,
-     {1, 0},
-     {1, 2}},
+     [](Parts& p, Input i) { p.factory.createContainers(choose(i, p.containers), true); }, JavaNull,
+     Nothing, OneAndNull},
     {"clauses",
-     withVector<HvlExpressionConditional::Clause>(clauseOf,
-                                                  [](Parts& parts, auto* list) {
-                                                      parts.program.createHvlExpressionConditional(
-                                                          list, parts.expression);
-                                                  }),
-     JavaNull,
-     JavaNull,
-     {1, 2}},
+     [](Parts& p, Input i) {
+         p.program.createHvlExpressionConditional(choose(i, p.clauses), p.expression);
+     },
+     JavaNull, JavaNull, OneAndNull},
     {"signatures",
-     withVector<JNIHvlExpression::LambdaSignature>(
-         signatureOf,
-         [](Parts& parts, auto* list) {
-             parts.program.createHvlExpressionLambdaFunction(list, parts.expression);
-         }),
-     JavaNull,
-     JavaNull,
-     {1, 2}},
+     [](Parts& p, Input i) {
+         p.program.createHvlExpressionLambdaFunction(choose(i, p.signatures), p.expression);
+     },
+     JavaNull, JavaNull, OneAndNull},
     {"listItems",
-     withVector<JNIHvlExpression>(
-         expressionOf,
-         [](Parts& parts, auto* list) { parts.program.createHvlExpressionList(list); }),
-     JavaNull,
-     JavaNull,
-     {1, 1}},
+     [](Parts& p, Input i) { p.program.createHvlExpressionList(choose(i, p.expressions)); },
+     JavaNull, JavaNull, One},
     {"tupleComponents",
-     withVector<JNIHvlExpression>(
-         expressionOf,
-         [](Parts& parts, auto* list) { parts.program.createHvlExpressionTuple(list); }),
-     JavaNull,
-     {1, 0},
-     {1, 1}},
+     [](Parts& p, Input i) { p.program.createHvlExpressionTuple(choose(i, p.expressions)); },
+     JavaNull, Nothing, One},
     {"containers",
-     withVector<JNIHvlContainer>(containerOf,
-                                 [](Parts& parts, auto* list) {
-                                     parts.program.createHvlFunction("f", nullptr, list, list,
-                                                                     parts.function);
-                                 }),
-     JavaNull,
-     JavaNull,
-     {2, 2}},
+     [](Parts& p, Input i) {
+         p.program.createHvlFunction("f", nullptr, choose(i, p.containers), choose(i, p.containers),
+                                     p.function);
+     },
+     JavaNull, JavaNull, OneInEach},
     {"inputsByTag",
-     [](Parts& parts, Input input) {
-         std::map<std::string, JNIHvlFunction*> empty;
-         std::map<std::string, JNIHvlFunction*> full = {{"l", parts.function}, {"r", nullptr}};
-         parts.program.createHvlFunction("f", nullptr, choose(input, empty, full));
-     },
-     JavaNull,
-     {1, 0},
-     {1, 1}},
+     [](Parts& p, Input i) { p.program.createHvlFunction("f", nullptr, choose(i, p.inputs)); },
+     JavaNull, Nothing, One},
     {"types",
-     [](Parts& parts, Input input) {
-         JNIHvlProgram::TypeMap empty;
-         JNIHvlProgram::TypeMap full = {{"f", JNIHvlExpression::Real}};
-         parts.program.createHvlFunctionFilterRecords(parts.expression, parts.function,
-                                                      choose(input, empty, full));
+     [](Parts& p, Input i) {
+         p.program.createHvlFunctionFilterRecords(p.expression, p.function, choose(i, p.types));
      },
-     JavaNull,
-     JavaNull,
-     {1, 1}},
+     JavaNull, JavaNull, One},
 };
 
 class Conversions : public JvmTest, public testing::WithParamInterface<RuleCase>
@@ -187,26 +118,22 @@ class Conversions : public JvmTest, public testing::WithParamInterface<RuleCase>
 protected:
     Handed handed(Parts& parts, Input input)
     {
-        const auto puts = [this] { return jni().count("CallObjectMethodA"); };
         const int collections = jni().count("NewObjectA");
         const int added = jni().count("CallBooleanMethodA");
-        const int put = puts();
-        int descriptions = 0;
+        const int put = jni().count("CallObjectMethodA");
         try {
             GetParam().call(parts, input);
-            descriptions = 1; // the factory call itself
         } catch (const JNIException&) {
-            // What Java thinks of the value is not the matter here; telling it takes more calls.
-            return {jni().count("NewObjectA") - collections - TraceObjects,
+            // What Java thinks of the value is not the matter here; telling it takes more calls,
+            // and a java.io.PrintWriter onto a java.io.StringWriter.
+            return {jni().count("NewObjectA") - collections - 2,
                     jni().count("CallBooleanMethodA") - added};
         }
-        return {jni().count("NewObjectA") - collections,
-                jni().count("CallBooleanMethodA") - added + puts() - put - descriptions};
+        const int factoryCall = 1;
+        return {jni().count("NewObjectA") - collections, jni().count("CallBooleanMethodA") - added +
+                                                             jni().count("CallObjectMethodA") -
+                                                             put - factoryCall};
     }
-
-private:
-    /// A trace is written through a java.io.PrintWriter onto a java.io.StringWriter.
-    static constexpr int TraceObjects = 2;
 };
 } // namespace
 
@@ -215,7 +142,7 @@ TEST_P(Conversions, HandOverWhatTheRuleSays)
     Parts parts;
     EXPECT_EQ(handed(parts, Input::NullPointer), GetParam().ofNullPointer);
     EXPECT_EQ(handed(parts, Input::Empty), GetParam().ofEmpty);
-    EXPECT_EQ(handed(parts, Input::OneAndNull), GetParam().ofOneAndNull);
+    EXPECT_EQ(handed(parts, Input::Full), GetParam().ofFull);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rules, Conversions, testing::ValuesIn(Rules),
@@ -226,15 +153,15 @@ using ArrayTest = JvmTest;
 TEST_F(ArrayTest, ArraysAreMadeUnlessTheVectorIsNull)
 {
     JNIHvlProgram program;
-    JNIHvlFunction* read = program.createHvlFunction("read", nullptr);
     std::vector<std::string> arguments = {"1", "\"two\""};
     std::vector<std::string> none;
-    program.createHvlFunctionGeneral("f", nullptr, &arguments, read);
-    EXPECT_EQ(jni().count("NewObjectArray"), 1);
-    EXPECT_EQ(jni().count("SetObjectArrayElement"), 2);
-    program.createHvlFunctionGeneral("f", nullptr, &none, read);
-    EXPECT_EQ(jni().count("NewObjectArray"), 2);
-    program.createHvlFunctionGeneral("f", nullptr, nullptr, read);
+    std::vector<JNIHvlExpression*> oneAndNull = {program.createHvlExpressionLiteral(1), nullptr};
+    program.createHvlFunctionGeneral("f", nullptr, &arguments, nullptr);
+    program.createHvlFunctionGeneral("f", nullptr, &none, nullptr);
+    EXPECT_THROW(program.createHvlExpression("%s %s", &oneAndNull), JNIException);
+    EXPECT_EQ(jni().count("NewObjectArray"), 3);
+    EXPECT_EQ(jni().count("SetObjectArrayElement"), 3);
+    program.createHvlFunctionGeneral("f", nullptr, nullptr, nullptr);
     program.createHvlExpression("1", nullptr);
-    EXPECT_EQ(jni().count("NewObjectArray"), 2);
+    EXPECT_EQ(jni().count("NewObjectArray"), 3);
 }

@@ -14,7 +14,7 @@ using Signature = JNIHvlExpression::LambdaSignature;
 using Clause = HvlExpressionConditional::Clause;
 } // namespace
 
-TEST_F(ExpressionTest, SimpleTypesHaveTheirNames)
+TEST_F(ExpressionTest, TypesHaveTheirTexts)
 {
     const char* names[] = {"Any",  "Number", "String", "Int",  "Real",
                            "Char", "Bool",   "Time",   "Date", "Timestamp"};
@@ -22,89 +22,62 @@ TEST_F(ExpressionTest, SimpleTypesHaveTheirNames)
         EXPECT_EQ(JNIHvlTypeSimple(static_cast<Type>(type)).generate(), names[type]);
     EXPECT_EQ(JNIHvlTypeSimple(static_cast<Type>(10)).generate(), "Any");
     EXPECT_EQ(JNIHvlTypeSimple(static_cast<Type>(-1)).generate(), "Any");
-}
 
-TEST_F(ExpressionTest, TypesNest)
-{
     JNIHvlTypeSimple real(JNIHvlExpression::Real);
     JNIHvlTypeList list(real);
     std::vector<JNIHvlType*> elements = {&real, &list};
-    JNIHvlTypeTuple tuple(elements);
-    EXPECT_EQ(list.generate(), "[Real]");
-    EXPECT_EQ(tuple.generate(), "(Real, [Real])");
-}
-
-TEST_F(ExpressionTest, ATypeThatJavaRefusesWrapsNothing)
-{
-    std::vector<JNIHvlType*> elements = {nullptr};
-    JNIHvlTypeTuple tuple(elements);
-    if (tuple.getObject() == nullptr) {
-        EXPECT_NE(tuple.getErrorMessage(), "");
-        EXPECT_THROW(tuple.generate(), JNIException);
-    } else {
-        EXPECT_EQ(tuple.getErrorMessage(), "");
-    }
-}
-
-TEST_F(ExpressionTest, LiteralsAndReferences)
-{
-    JNIHvlProgram program;
-    EXPECT_EQ(program.createHvlExpressionLiteral(-3)->generate(), "-3");
-    EXPECT_EQ(program.createHvlExpressionLiteral(0.1)->generate(), "0.1");
-    EXPECT_EQ(program.createHvlExpressionLiteral(1LL << 40)->generate(), "1099511627776");
-    EXPECT_EQ(program.createHvlExpressionLiteral(true)->generate(), "true");
-    EXPECT_EQ(program.createHvlExpressionLiteral("a\"b")->generate(), R"("a\"b")");
-    EXPECT_EQ(program.createHvlExpressionNullValue()->generate(), "null");
-    EXPECT_EQ(program.createHvlExpressionParameterName("p")->generate(), "p");
-    EXPECT_EQ(program.createHvlExpressionFieldReference("two words")->generate(), "x.`two words`");
-    EXPECT_EQ(program.createHvlExpressionFieldReference("r", "f")->generate(), "r.f");
-    EXPECT_THROW(program.createHvlExpressionFieldReference(""), JNIException);
+    EXPECT_EQ(JNIHvlTypeTuple(elements).generate(), "(Real, [Real])");
+    std::vector<JNIHvlType*> missing = {nullptr};
+    JNIHvlTypeTuple refused(missing);
+    EXPECT_EQ(refused.getObject(), nullptr);
+    EXPECT_NE(refused.getErrorMessage(), "");
+    EXPECT_THROW(refused.generate(), JNIException);
 }
 
 TEST_F(ExpressionTest, TreesAreComposed)
 {
     JNIHvlProgram program;
-    JNIHvlExpression* field = program.createHvlExpressionFieldReference("f");
     JNIHvlExpression* one = program.createHvlExpressionLiteral(1);
-    std::vector<JNIHvlExpression*> operands = {field, one};
+    std::vector<JNIHvlExpression*> operands = {program.createHvlExpressionFieldReference("f"), one};
     JNIHvlExpression* above = program.createHvlExpression("%s > %s", &operands);
-    EXPECT_EQ(above->generate(), "x.f > 1");
-
     Clause clause(above, one);
-    std::vector<Clause*> clauses = {&clause};
-    JNIHvlExpression* conditional =
-        program.createHvlExpressionConditional(&clauses, program.createHvlExpressionNullValue());
-    EXPECT_EQ(conditional->generate(), "if (x.f > 1) 1 else null");
     EXPECT_EQ(clause.getCondition(), above);
     EXPECT_EQ(clause.getValue(), one);
-
-    std::vector<JNIHvlExpression*> single = {one};
-    EXPECT_EQ(program.createHvlExpressionTuple(&single)->generate(), "(1,)");
-    EXPECT_EQ(program.createHvlExpressionList(&operands)->generate(), "[x.f, 1]");
-}
-
-TEST_F(ExpressionTest, ALambdaKeepsItsSignatures)
-{
-    JNIHvlProgram program;
+    EXPECT_NE(Clause(nullptr, nullptr).getObject(), nullptr);
+    std::vector<Clause*> clauses = {&clause};
     JNIHvlTypeSimple real(JNIHvlExpression::Real);
-    Signature a("a", &real);
-    std::vector<Signature*> signatures = {&a};
-    JNIHvlExpression* body = program.createHvlExpressionParameterName("a");
-    EXPECT_EQ(program.createHvlExpressionLambdaFunction(&signatures, body)->generate(),
-              "(a: Real) => a");
+    Signature parameter("a", &real);
+    std::vector<Signature*> signatures = {&parameter};
     std::vector<Signature*> none;
-    EXPECT_EQ(program.createHvlExpressionLambdaFunction(&none, body)->generate(), "() => a");
+    JNIHvlExpression* body = program.createHvlExpressionParameterName("a");
+
+    struct Row
+    {
+        JNIHvlExpression* expression;
+        const char* text;
+    };
+    for (const Row& row :
+         {Row{program.createHvlExpressionLiteral(-3), "-3"},
+          Row{program.createHvlExpressionLiteral(0.1), "0.1"},
+          Row{program.createHvlExpressionLiteral(1LL << 40), "1099511627776"},
+          Row{program.createHvlExpressionLiteral(true), "true"},
+          Row{program.createHvlExpressionLiteral("a\"b"), R"("a\"b")"},
+          Row{program.createHvlExpressionLiteral(static_cast<const char*>(nullptr)), "null"},
+          Row{program.createHvlExpressionNullValue(), "null"},
+          Row{program.createHvlExpressionFieldReference("two words"), "x.`two words`"},
+          Row{program.createHvlExpressionFieldReference("r", "f"), "r.f"}, Row{above, "x.f > 1"},
+          Row{program.createHvlExpressionList(&operands), "[x.f, 1]"},
+          Row{program.createHvlExpressionTuple(&operands), "(x.f, 1)"},
+          Row{program.createHvlExpressionConditional(&clauses, body), "if (x.f > 1) 1 else a"},
+          Row{program.createHvlExpressionLambdaFunction(&signatures, body), "(a: Real) => a"},
+          Row{program.createHvlExpressionLambdaFunction(&none, body), "() => a"}})
+        EXPECT_EQ(row.expression->generate(), row.text);
+    EXPECT_THROW(program.createHvlExpressionFieldReference(""), JNIException);
 
     const int calls = jni().count("CallObjectMethodA");
-    EXPECT_EQ(a.getParameterName(), "a");
-    EXPECT_EQ(a.getParameterType(), &real);
+    EXPECT_EQ(parameter.getParameterName(), "a");
+    EXPECT_EQ(parameter.getParameterType(), &real);
     EXPECT_EQ(jni().count("CallObjectMethodA"), calls);
-}
-
-TEST_F(ExpressionTest, AClauseWithoutACondition)
-{
-    Clause clause(nullptr, nullptr);
-    EXPECT_NE(clause.getObject(), nullptr) << clause.getErrorMessage();
 }
 
 TEST_F(ExpressionTest, AThousandExpressionsLiveAtOnce)

@@ -72,15 +72,6 @@ bool contains(const std::string& text, const std::string& part)
     return text.find(part) != std::string::npos;
 }
 
-/// Runs the case in a child, which ends with 1 where a demand is not met.
-#define EXPECT_IN_CHILD(statements)                                                                \
-    EXPECT_EXIT(                                                                                   \
-        {                                                                                          \
-            statements;                                                                            \
-            std::exit(0);                                                                          \
-        },                                                                                         \
-        testing::ExitedWithCode(0), "")
-
 void demand(bool condition, const std::string& otherwise)
 {
     if (condition)
@@ -230,49 +221,41 @@ void javaExitAborts()
     system.setClass("java/lang/System");
     env->CallStaticVoidMethod(system.getClass(), system.setStaticMethod("exit", "(I)V"), 0);
 }
+
+struct Case
+{
+    const char* name;
+    void (*run)();
+};
+
+class JvmStart : public testing::TestWithParam<Case>
+{
+};
 } // namespace
 
-TEST(JvmStart, NamesAMissingJarAndCanBeTriedAgain)
+TEST_P(JvmStart, InAProcessOfItsOwn)
 {
-    EXPECT_IN_CHILD(missingJarCanBeMended());
+    EXPECT_EXIT(
+        {
+            GetParam().run();
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
-TEST(JvmStart, NamesABrokenJar)
-{
-    EXPECT_IN_CHILD(brokenJarFailsForGood());
-}
+INSTANTIATE_TEST_SUITE_P(Cases, JvmStart,
+                         testing::Values(Case{"MissingJarCanBeMended", missingJarCanBeMended},
+                                         Case{"BrokenJarFailsForGood", brokenJarFailsForGood},
+                                         Case{"WrongOptionIsTold", wrongOptionIsTold},
+                                         Case{"UselessJavaHomeIsPassedOver",
+                                              uselessJavaHomeIsPassedOver},
+                                         Case{"ProcessStaysAsItWas", processStaysAsItWas},
+                                         Case{"OneThreadStarts", oneThreadStarts},
+                                         Case{"AttachmentsNest", attachmentsNest},
+                                         Case{"EndedThreadsAreDetached", endedThreadsAreDetached}),
+                         [](const auto& one) { return one.param.name; });
 
-TEST(JvmStart, TellsWhatTheMachineSaysOfAWrongOption)
-{
-    EXPECT_IN_CHILD(wrongOptionIsTold());
-}
-
-TEST(JvmStart, LooksFurtherWhereJavaHomeHasNoLibrary)
-{
-    EXPECT_IN_CHILD(uselessJavaHomeIsPassedOver());
-}
-
-TEST(JvmStart, LeavesLocaleAndStreamsToTheHost)
-{
-    EXPECT_IN_CHILD(processStaysAsItWas());
-}
-
-TEST(JvmStart, StartsOnceForThreadsThatRace)
-{
-    EXPECT_IN_CHILD(oneThreadStarts());
-}
-
-TEST(JvmThreads, AttachmentsNestAndEndWhatTheyBegan)
-{
-    EXPECT_IN_CHILD(attachmentsNest());
-}
-
-TEST(JvmThreads, AThreadThatEndsIsDetached)
-{
-    EXPECT_IN_CHILD(endedThreadsAreDetached());
-}
-
-TEST(JvmStart, AnExitFromJavaDoesNotPassForSuccess)
+TEST(JvmExit, AnExitFromJavaDoesNotPassForSuccess)
 {
     EXPECT_EXIT(javaExitAborts(), testing::KilledBySignal(SIGABRT), "");
 }

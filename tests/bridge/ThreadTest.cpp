@@ -2,6 +2,7 @@
 
 #include <thread>
 
+#include "bridge/JNIHvlProgram.h"
 #include "bridge/JNIJSONObject.h"
 #include "bridge/JNIObjectManager.h"
 #include "support/JvmFixture.h"
@@ -43,6 +44,30 @@ TEST_F(BridgeThreads, AWrapperThatEndsElsewhereLeavesItsReferencesAlone)
     EXPECT_EQ(jni().count("DeleteLocalRef"), deleted);
     env()->DeleteLocalRef(classReference);
     env()->DeleteLocalRef(object);
+}
+
+TEST_F(BridgeThreads, ReferencesOfAnAttachmentThatEndedAreLeftAlone)
+{
+    // The machine gives a new attachment the environment of one that has ended, so the references
+    // of the one would pass for references of the other.
+    JNIHvlAccessor wrapper;
+    std::thread([&] {
+        JNIObjectManager::getManager()->reAttachJVM();
+        JNIHvlProgram().createHvlExpressionLiteral(1);
+        JNIHvlAccessor theirs;
+        theirs.init(theirs.newObject(1, false, false), false);
+        wrapper = theirs;
+    }).join();
+    std::thread([&] {
+        JNIObjectManager::getManager()->reAttachJVM();
+        JNIHvlAccessor theirs;
+        const int deleted = jni().count("DeleteLocalRef");
+        wrapper = theirs;
+        JNIObjectManager::getManager()->cleanJRef();
+        EXPECT_EQ(jni().count("DeleteLocalRef"), deleted);
+    }).join();
+    JNIObjectManager::getManager()->reAttachJVM();
+    jni().restart(); // the references went with their attachment
 }
 
 TEST_F(BridgeThreads, GlobalReferencesCanBeReleasedFromAnyThread)

@@ -6,7 +6,7 @@
 
 #include "ExtNameStr.h"
 #include "FileServices.h"
-#include "MultiByte.h"
+#include "support/HostScopes.h"
 
 namespace {
 
@@ -17,32 +17,24 @@ fs::path nativeOf(const HVSimpleContainer& container)
     return ExtNameStr(container.getGenericPath()).GetNative();
 }
 
-TEST(Container, TemporaryFileLivesAndDiesWithIt)
+TEST(Container, TemporaryFileLivesAndDiesWithItUnlessPreserved)
 {
     fs::path file;
+    fs::path preserved;
     {
         const HVSimpleContainer first("out", "");
-        const HVSimpleContainer second("out", "");
+        HVSimpleContainer second("out", "");
         file = nativeOf(first);
+        preserved = nativeOf(second);
         EXPECT_TRUE(first.isTempFile());
         EXPECT_EQ(first.getName(), "out");
-        EXPECT_EQ(first.getGenericPath().rfind(GetVexaTempPath() + "hvcontfile_", 0), 0U);
+        EXPECT_TRUE(first.getGenericPath().starts_with(GetVexaTempPath() + "hvcontfile_"));
         EXPECT_EQ(fs::file_size(file), 0U);
-        EXPECT_NE(first.getGenericPath(), second.getGenericPath());
+        second.preserveTempFile();
+        EXPECT_FALSE(second.isTempFile());
     }
     EXPECT_FALSE(fs::exists(file));
-}
-
-TEST(Container, PreservedFileStays)
-{
-    fs::path file;
-    {
-        HVSimpleContainer container("out", "");
-        file = nativeOf(container);
-        container.preserveTempFile();
-        EXPECT_FALSE(container.isTempFile());
-    }
-    EXPECT_TRUE(fs::remove(file));
+    EXPECT_TRUE(fs::remove(preserved));
 }
 
 TEST(Container, CallersFileIsLeftAlone)
@@ -60,12 +52,10 @@ TEST(Container, CallersFileIsLeftAlone)
 
 TEST(Container, EngineGetsThePathInUtf8)
 {
-    const std::string earlier = VEXAMBDefaultCodePage();
-    SetDefaultCodePage("windows-1252");
+    const ScopedCodePage page("windows-1252");
     const HVSimpleContainer container("in", "c:\\caf\xe9");
     EXPECT_EQ(container.getAbsolutePath(), "c:\\caf\xc3\xa9");
     EXPECT_EQ(container.getGenericPath(), "c:\\caf\xe9");
-    SetDefaultCodePage(earlier);
 }
 
 } // namespace

@@ -1,18 +1,16 @@
-#include <atomic>
-#include <fstream>
-#include <thread>
+#include "TnOutput.h"
 
 #include <gtest/gtest.h>
 
-#include "ExtNameStr.h"
+#include "CFAppHost.h"
 #include "HostLines.h"
-#include "HostScopes.h"
 #include "Journal.h"
 #include "ParserMessage.h"
 #include "PathFactory.h"
-#include "TnOutput.h"
 #include "VexaDataSource.h"
 #include "output/CompositeFormat.h"
+#include "support/HostScopes.h"
+#include "support/ScratchFolder.h"
 
 namespace {
 
@@ -28,13 +26,15 @@ protected:
     HostJournal& journal = HostJournal::instance();
 };
 
+void send(int code, double part, int length = 8, int end = -1)
+{
+    const int subCode = 0;
+    IpcPutC(&code, &subCode, &length, &part, &end);
+}
+
 void sendProgress(double part)
 {
-    const int code = kIpcProgress;
-    const int subCode = 0;
-    const int length = 8;
-    const int end = -1;
-    IpcPutC(&code, &subCode, &length, &part, &end);
+    send(kIpcProgress, part);
 }
 
 std::string splitLine(const std::string& message)
@@ -53,23 +53,16 @@ std::string splitLine(const std::string& message)
 class TablesFinder final : public PathFinder
 {
 public:
-    TablesFinder()
-    {
-        ExtNameStr::mkdir(ExtNameStr(_folder.name("strings")));
-        PathFactory::setPathInstance(this);
-    }
+    TablesFinder() { PathFactory::setPathInstance(this); }
     ~TablesFinder() override { PathFactory::setPathInstance(nullptr); }
-    std::string getInstallationPath() const override { return _folder.path; }
+    std::string getInstallationPath() const override { return _scratch.folder; }
     void write(const std::string& language, const std::string& json) const
     {
-        std::ofstream file;
-        ExtNameStr::Open(file, ExtNameStr(_folder.name("strings\\" + language + ".json")),
-                         std::ios::out);
-        file << json;
+        _scratch.put("strings/" + language + ".json", json);
     }
 
 private:
-    ScopedFolder _folder;
+    ScratchFolder _scratch;
 };
 
 } // namespace
@@ -79,13 +72,12 @@ TEST_F(OutputTest, CompositesFillTheirPlaces)
     const CompositePart two = {{"sex", "f"}, {"region", "^2"}};
     const CompositePart one = {{"sex", "f"}};
     const CompositePart text = {{"done"}};
-    struct Case
+    const struct
     {
         const char* format;
         std::vector<CompositePart> parts;
         const char* filled;
-    };
-    const Case cases[] = {
+    } rows[] = {
         {kSplitFormat, {one, text}, "Split file sex = f. done"},
         {kSplitFormat, {two, text}, "Split file sex = f,region = ^2. done"},
         {kSplitFormat, {{}, text}, "Split file . done"},
@@ -98,7 +90,7 @@ TEST_F(OutputTest, CompositesFillTheirPlaces)
         {"^99999999999999999999999", {text}, "^99999999999999999999999"},
         {"", {text}, ""},
     };
-    for (const Case& row : cases)
+    for (const auto& row : rows)
         EXPECT_EQ(fillComposite(row.format, row.parts), row.filled) << row.format;
 }
 
@@ -111,50 +103,43 @@ TEST_F(OutputTest, ASplitListNamesThePresentGroupOfTheCurrentProcedure)
     source.SetSplitValues({"north", "f"});
     const TnProcedure outer("FREQUENCIES", &source);
     EXPECT_EQ(splitLine("m"), "Split file region = north,sex = f, = . m");
-    auto inner = std::make_unique<TnProcedure>("INNER");
-    EXPECT_EQ(inner->DataSource().GetNSplitVars(), 0);
-    EXPECT_EQ(splitLine("m"), "Split file . m");
-    inner.reset();
+    {
+        const TnProcedure inner("INNER");
+        EXPECT_EQ(inner.DataSource().GetNSplitVars(), 0);
+        EXPECT_EQ(splitLine("m"), "Split file . m");
+    }
     source.SetSplitValues({"south", "m"});
     EXPECT_EQ(splitLine("m").substr(0, 25), "Split file region = south");
 }
 
-TEST_F(OutputTest, ErrorLinesReachTheJournalAsUtf8)
+TEST_F(OutputTest, LinesReachTheJournalAsUtf8)
 {
     const ScopedCodePage page("windows-1252");
-    TnError(TnString("Gr\xF6\xDF"
-                     "e"),
-            2, 3);
+    TnError(TnString("Gr\366\337e"), 2, 3);
     TnError(TnUTF8String("Größe"), 2, 2);
-    const std::string line = "Zeile \xE4";
     const int one = 1;
-    const int length = static_cast<int>(line.size()) - 2;
-    DSPLNS(&one, &one, line.c_str(), &length);
-    const int negative = -1;
-    DSPLNS(&one, &one, line.c_str(), &negative);
+    for (const int length : {8, 5, -1})
+        DSPLNS(&one, &one, "Zeile \344\n", &length);
 
     const auto errors = journal.entries(Kind::Error);
     ASSERT_EQ(errors.size(), 2U);
     EXPECT_EQ(errors[0].text, "Größe");
-    EXPECT_EQ(errors[0].show * 10 + errors[0].level, 23);
+    EXPECT_EQ(errors[0].show, 2);
+    EXPECT_EQ(errors[0].level, 3);
+    EXPECT_EQ(errors[1].text, "Größe");
     EXPECT_EQ(errors[1].level, 2);
     const auto lines = journal.entries(Kind::Line);
-    ASSERT_EQ(lines.size(), 1U);
-    EXPECT_EQ(lines[0].text, "Zeile");
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].text, "Zeile ä\n");
+    EXPECT_EQ(lines[1].text, "Zeile");
 }
 
 TEST_F(OutputTest, ProgressIsTakenByItsCodeAndLength)
 {
     sendProgress(0.25);
-    const int other = 12;
-    const int zero = 0;
-    const int length = 4;
-    const int progress = kIpcProgress;
-    const int end = -1;
-    const double part = 0.5;
-    IpcPutC(&progress, &zero, &length, &part, &end); // too short for a double
-    IpcPutC(&progress, &zero, &length, &part, &zero);
-    IpcPutC(&other, &zero, &length, &part, &end);
+    send(kIpcProgress, 0.5, 4);    // too short for a double
+    send(kIpcProgress, 0.5, 8, 0); // without the end mark
+    send(12, 0.5, 4);
     const auto all = journal.entries();
     ASSERT_EQ(all.size(), 2U);
     EXPECT_EQ(all[0].kind, Kind::Progress);
@@ -193,75 +178,34 @@ TEST_F(OutputTest, AnObserverSeesAllAndProgressIsNotKept)
     EXPECT_EQ(journal.entries().size(), 2U);
 }
 
-TEST_F(OutputTest, TheJournalTakesEntriesFromManyThreads)
-{
-    std::atomic<int> observed = 0;
-    std::vector<std::thread> threads;
-    threads.reserve(4);
-    for (int t = 0; t < 4; ++t)
-        threads.emplace_back([&] {
-            for (int i = 0; i < 500; ++i)
-                journal.add({Kind::Line, "x"});
-        });
-    for (int i = 0; i < 50; ++i) {
-        journal.setObserver([&](const HostJournal::Entry&) { ++observed; });
-        journal.setObserver({});
-    }
-    for (auto& thread : threads)
-        thread.join();
-    EXPECT_EQ(journal.entries(Kind::Line).size(), 2000U);
-}
-
-TEST_F(OutputTest, TextsComeFromTheTableOfTheLanguage)
+TEST_F(OutputTest, TextsComeFromTheTableOfTheLanguageInTheHostsEncoding)
 {
     const TablesFinder tables;
     tables.write("de_AT", R"({"Case Count": "Fallzahl", "bad": 5})");
-    tables.write("de", R"({"Case Count": "nicht diese", "only de": "nur hier"})");
+    tables.write("de", R"({"Case Count": "nicht diese", "only de": "größer", "größe": "size"})");
     tables.write("en", R"({"only en": "just here"})");
     tables.write("fr", "{ this is no table");
-    CFAppHost& host = *CFAppHost::getInstance();
-    const ParserMessage message;
-    host.setLocale("de_AT");
-    EXPECT_EQ(message.GetTranslatedText("Case Count"), "Fallzahl");
-    EXPECT_EQ(message.GetTranslatedText("only de"), "nur hier");
-    EXPECT_EQ(message.GetTranslatedText("only en"), "just here");
-    EXPECT_EQ(message.GetTranslatedText("bad"), "bad");
-    EXPECT_EQ(TnUTF8String("Case Count", true).text(), "Fallzahl");
-    EXPECT_EQ(TnUTF8String("Case Count").text(), "Case Count");
-    host.setLocale("fr_FR");
-    EXPECT_EQ(message.GetTranslatedText("Case Count"), "Case Count");
-    host.setLocale("");
-}
-
-TEST_F(OutputTest, TranslatedTextsAreInTheHostsEncoding)
-{
-    const TablesFinder tables;
-    tables.write("en", R"({"key": "größer", "größe": "size"})");
     const ScopedCodePage page("windows-1252");
-    EXPECT_EQ(ParserMessage().GetTranslatedText("key"), "gr\xF6\xDF"
-                                                        "er");
-    EXPECT_EQ(ParserMessage().GetTranslatedText("gr\xF6\xDF"
-                                                "e"),
-              "size");
-    EXPECT_EQ(TnString("gr\xF6\xDF"
-                       "e",
-                       true)
-                  .text(),
-              "size");
-}
-
-TEST_F(OutputTest, IgnoredSettingsAreNotedAndWarnedOf)
-{
-    ParserMessage message;
-    message.DisableWeight();
-    message.DisableSplit();
-    const auto notes = journal.entries(Kind::Note);
-    ASSERT_EQ(notes.size(), 2U);
-    EXPECT_EQ(notes[0].text + notes[1].text, "DisableWeightDisableSplit");
-    const auto lines = journal.entries(Kind::Error);
-    ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[0].level, kLevelWarning);
-    EXPECT_NE(lines[0].text, lines[1].text);
+    const struct
+    {
+        const char* locale;
+        const char* key;
+        const char* text;
+    } rows[] = {
+        {"de_AT", "Case Count", "Fallzahl"}, {"de_AT", "only de", "gr\366\337er"},
+        {"de_AT", "only en", "just here"},   {"de_AT", "bad", "bad"},
+        {"de_AT", "gr\366\337e", "size"},    {"fr_FR", "Case Count", "Case Count"},
+        {"fr_FR", "only en", "just here"},
+    };
+    for (const auto& row : rows) {
+        CFAppHost::getInstance()->setLocale(row.locale);
+        EXPECT_EQ(ParserMessage().GetTranslatedText(row.key), row.text) << row.locale;
+    }
+    CFAppHost::getInstance()->setLocale("de_AT");
+    EXPECT_EQ(TnUTF8String("only de", true).text(), "größer");
+    EXPECT_EQ(TnUTF8String("only de").text(), "only de");
+    EXPECT_EQ(TnString("gr\366\337e", true).text(), "size");
+    CFAppHost::getInstance()->setLocale("");
 }
 
 TEST_F(OutputTest, UnknownMeasurementLevelsFollowFromTheType)

@@ -1,56 +1,69 @@
+#include "CFAppHost.h"
+
 #include <filesystem>
 #include <thread>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "CFEntry.h"
 #include "ExtNameStr.h"
-#include "HostScopes.h"
 #include "PathFactory.h"
+#include "host/ChildProcess.h"
+#include "support/HostScopes.h"
+#include "support/ScratchFolder.h"
 
 namespace {
 
-std::string nativeTemp()
+namespace fs = std::filesystem;
+
+/// The settings as of their defaults, and again after each case.
+class Settings : public testing::Test
 {
-    return ExtNameStr(CFAppHost::getInstance()->getTempDirectory()).GetNative();
-}
+protected:
+    void SetUp() override { CFAppHost::update(); }
+    void TearDown() override { CFAppHost::update(); }
+
+    static fs::path nativeTemp()
+    {
+        return ExtNameStr(CFAppHost::getInstance()->getTempDirectory()).GetNative();
+    }
+
+    CFAppHost& host = *CFAppHost::getInstance();
+
+private:
+    const ScopedEnvironment _noTemp{"VEXA_TEMP", std::nullopt};
+};
 
 } // namespace
 
-TEST(Settings, TheLocaleComesFromTheFirstVariableThatIsSet)
+TEST_F(Settings, TheLocaleComesFromTheFirstVariableThatIsSet)
 {
-    struct Case
+    const struct
     {
         std::optional<std::string> all, messages, lang;
         const char* locale;
-    };
-    const Case cases[] = {
+    } rows[] = {
         {"de_DE.UTF-8@euro", "fr_FR", "it_IT", "de_DE"},
         {"", "fr_FR.UTF-8", "it_IT", "fr_FR"},
         {std::nullopt, std::nullopt, "sr_RS@latin", "sr_RS"},
-        {"C", "fr_FR", "it_IT", "en_US"},
-        {"C.UTF-8", std::nullopt, std::nullopt, "en_US"},
+        {"C.UTF-8", "fr_FR", "it_IT", "en_US"},
         {std::nullopt, "POSIX", "it_IT", "en_US"},
         {std::nullopt, std::nullopt, std::nullopt, "en_US"},
     };
-    for (const Case& row : cases) {
+    for (const auto& row : rows) {
         const ScopedEnvironment all("LC_ALL", row.all);
         const ScopedEnvironment messages("LC_MESSAGES", row.messages);
         const ScopedEnvironment lang("LANG", row.lang);
         CFAppHost::update();
-        EXPECT_EQ(CFAppHost::getInstance()->getLocale(), row.locale);
+        EXPECT_EQ(host.getLocale(), row.locale);
     }
 }
 
-TEST(Settings, WhatTheHostProgramSetsSurvivesAnUpdateUntilItIsTakenBack)
+TEST_F(Settings, WhatTheHostProgramSetsSurvivesAnUpdateUntilItIsTakenBack)
 {
     const ScopedEnvironment locale("LC_ALL", "de_DE");
     const ScopedEnvironment temp("VEXA_TEMP", "/somewhere/else");
     const ScopedEnvironment threads("VEXA_THREADS", "7");
-    CFAppHost& host = *CFAppHost::getInstance();
     host.setLocale("ja_JP");
     host.setTempDirectory("c:/x");
     host.setMaxCompThreads(3);
@@ -71,94 +84,74 @@ TEST(Settings, WhatTheHostProgramSetsSurvivesAnUpdateUntilItIsTakenBack)
     EXPECT_EQ(host.getMaxCompThreads(), 7);
 }
 
-TEST(Settings, AThreadLimitThatIsNoneLeavesTheProcessors)
+TEST_F(Settings, TheTemporaryPathEndsInASeparatorInAnyEncoding)
+{
+    const ScopedCodePage page("Shift_JIS");
+    const ScopedEnvironment temp("VEXA_TEMP", "/tmp/表");
+    CFAppHost::update();
+    EXPECT_EQ(GetVexaTempPath(), "\\tmp\\\x95\x5C\\");
+}
+
+TEST_F(Settings, AThreadLimitThatIsNoneLeavesTheProcessors)
 {
     const int processors = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
     for (const char* text : {"0", "-2", "four", "4x", "", "99999999999999"}) {
         const ScopedEnvironment threads("VEXA_THREADS", text);
         CFAppHost::update();
-        EXPECT_EQ(CFAppHost::getInstance()->getMaxCompThreads(), processors) << text;
+        EXPECT_EQ(host.getMaxCompThreads(), processors) << text;
     }
 }
 
-TEST(Settings, TheProcessHasATemporaryDirectoryOfItsOwnAndRemovesIt)
+TEST_F(Settings, TheProcessHasATemporaryDirectoryOfItsOwnAndRemovesIt)
 {
-    const ScopedEnvironment none("VEXA_TEMP", std::nullopt);
-    CFAppHost::update();
-    const std::string directory = nativeTemp();
-    struct stat state = {};
-    ASSERT_EQ(::stat(directory.c_str(), &state), 0) << directory;
-    EXPECT_EQ(state.st_mode & 0777U, 0700U);
+    const fs::path directory = nativeTemp();
+    EXPECT_EQ(fs::status(directory).permissions(), fs::perms::owner_all);
     EXPECT_EQ(nativeTemp(), directory);
-    std::filesystem::create_directories(directory + "/analytic-root/zor");
-
+    fs::create_directories(directory / "analytic-root/zor");
     // A child process has one of its own and leaves its parent's alone.
-    const pid_t child = ::fork();
-    if (child == 0) {
-        const bool removed = CFAppHost::removeTempDirectory();
-        const bool other = nativeTemp() != directory && CFAppHost::removeTempDirectory();
-        ::_exit(removed && other && std::filesystem::exists(directory) ? 0 : 1);
-    }
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
-
+    EXPECT_TRUE(holdsInChild([&directory] {
+        return CFAppHost::removeTempDirectory() && nativeTemp() != directory &&
+               CFAppHost::removeTempDirectory() && fs::exists(directory);
+    }));
     EXPECT_TRUE(CFAppHost::removeTempDirectory());
-    EXPECT_FALSE(std::filesystem::exists(directory));
+    EXPECT_FALSE(fs::exists(directory));
     EXPECT_TRUE(CFAppHost::removeTempDirectory());
 }
 
-TEST(Settings, TheTemporaryDirectoryGoesWhenTheProcessExits)
+TEST_F(Settings, TheTemporaryDirectoryGoesWhenTheProcessExits)
 {
-    int names[2] = {};
-    ASSERT_EQ(::pipe(names), 0);
-    const pid_t child = ::fork();
-    if (child == 0) {
-        const std::string directory = nativeTemp();
-        const bool told = ::write(names[1], directory.data(), directory.size()) > 0;
-        std::exit(told && std::filesystem::exists(directory) ? 0 : 1);
-    }
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
-    char directory[4096] = "";
-    ASSERT_GT(::read(names[0], directory, sizeof(directory) - 1), 0);
-    EXPECT_FALSE(std::filesystem::exists(directory)) << directory;
-    ::close(names[0]);
-    ::close(names[1]);
+    const ScratchFolder scratch;
+    const ScopedEnvironment inside("TMPDIR", scratch.path.string());
+    EXPECT_TRUE(holdsInChild([&scratch] { return nativeTemp().parent_path() == scratch.path; }));
+    EXPECT_TRUE(fs::is_empty(scratch.path));
 }
 
-TEST(Settings, ATmpdirThatIsNotThereDoesNotLeaveTheProcessWithout)
+TEST_F(Settings, ATmpdirThatIsNotThereDoesNotLeaveTheProcessWithout)
 {
-    CFAppHost::removeTempDirectory();
-    const ScopedEnvironment none("VEXA_TEMP", std::nullopt);
     const ScopedEnvironment missing("TMPDIR", "/no/such/directory");
-    CFAppHost::update();
-    EXPECT_TRUE(std::filesystem::is_directory(nativeTemp()));
-    CFAppHost::removeTempDirectory();
+    EXPECT_TRUE(holdsInChild([] { return fs::is_directory(nativeTemp()); }));
 }
 
-TEST(Settings, ANamedTemporaryDirectoryStaysWhenTheProcessCleansUp)
+TEST_F(Settings, ANamedTemporaryDirectoryStaysWhenTheProcessCleansUp)
 {
-    const ScopedFolder folder;
-    {
-        const ScopedEnvironment named("VEXA_TEMP", ExtNameStr(folder.path).GetNative());
+    const ScratchFolder scratch;
+    EXPECT_TRUE(holdsInChild([&scratch] {
+        const ScopedEnvironment named("VEXA_TEMP", scratch.path.string());
         CFAppHost::update();
-        EXPECT_EQ(GetVexaTempPath(), folder.path + "\\");
         ExtNameStr::mkdir(ExtNameStr(GetVexaTempPath() + "kept"));
-    }
-    CFAppHost::update();
-    EXPECT_EQ(FileAttributesOf(ExtNameStr(folder.name("kept")).GetU16()), FileKind::Directory);
+        return CFAppHost::removeTempDirectory();
+    }));
+    EXPECT_TRUE(scratch.has("kept"));
 }
 
-TEST(Settings, TheInstallationIsBesideTheLibraryUnlessItIsNamed)
+TEST_F(Settings, TheInstallationIsBesideTheLibraryUnlessItIsNamed)
 {
     const ScopedEnvironment none("VEXA_HOME", std::nullopt);
     const PathFinder& finder = *PathFactory::getPathInstance();
     const std::string own = finder.getInstallationPath();
     EXPECT_TRUE(own.ends_with("\\hvinteg")) << own;
     EXPECT_EQ(own.find('/'), std::string::npos);
-    EXPECT_EQ(FileAttributesOf(ExtNameStr(own + "\\strings\\en.json").GetU16()), FileKind::File);
+    EXPECT_TRUE(fs::exists(ExtNameStr(own + "\\strings\\en.json").GetNative()));
     const ScopedEnvironment named("VEXA_HOME", "/opt/vexa//");
     EXPECT_EQ(finder.getInstallationPath(), "\\opt\\vexa");
 }

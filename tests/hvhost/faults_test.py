@@ -1,32 +1,119 @@
 """What goes wrong, and what hvhost says then: no trace of a half-written output, one clear error."""
 import os
 import resource
+import shlex
+import shutil
 import signal
 import subprocess
 import unittest
 
 from hvhost_case import DATA, HVHOST, Case
 
+# The command, as typed in a folder with the sample data; its exit status; words that it must say.
+FAULTS = [
+    ("", 2, ["no command is given", "hvhost --help"]),
+    ("convrt", 2, ["convrt: no such command", "did you mean convert?"]),
+    ("help convrt", 2, ["did you mean convert?"]),
+    ("--verson", 2, ["--verson"]),
+    ("convert weather.csv", 2, ["OUT is required", "hvhost help convert"]),
+    ("convert weather.csv o.csv --wher 1", 2, ["--wher"]),
+    ("convert weather.csv o.csv --limit -1", 2, ["--limit: -1 is no whole number from 0 up"]),
+    ("convert weather.csv o.csv --timeout nan", 2, ["--timeout: nan is no number above 0"]),
+    ("convert weather.csv o.csv --where ''", 2, ["--where: nothing is given"]),
+    ("convert weather.csv o.csv --derive a==1", 2, ["--derive a==1: no NAME="]),
+    ("convert weather.csv o.csv --from xls", 2, ["--from: xls"]),
+    ("convert weather.csv o.csv --log none/log", 2, ["none/log"]),
+    ("convert weather.csv o.csv --trace=/proc/none", 2, ["/proc/none"]),
+    ("convert weather.csv o.xyz", 2, ["o.xyz", "--to"]),
+    ("convert weather.csv a.csv --out-password x", 2, ["a.csv: only a sav file"]),
+    ("convert weather.csv o.sav --out-password ''", 2, ["--out-password: nothing is given"]),
+    ("convert weather.csv o.sav --out-password-file blank", 3, ["blank: the first line"]),
+    ("convert weather.csv o.sav --out-password x --out-password-file blank", 2, ["excludes"]),
+    ("aggregate weather.csv --stat mean", 2, ["--stat mean: a field is missing"]),
+    ("aggregate weather.csv --stat p101:wind", 2, ["--stat p101:wind"]),
+    ("aggregate weather.csv --stat count --out-password x", 2, ["need an output"]),
+    ("aggregate weather.csv o.csv --stat count --format json", 2, ["--format"]),
+    ("aggregate weather.csv --stat fist:wind", 1, ["--stat fist:wind", '"first"']),
+    ("run spread.hvl --data weather", 2, ["--data weather: no NAME=FILE"]),
+    ("run - --data weather=-", 2, ["standard input is read already"]),
+    ("run spread.hvl --data weather=weather.csv --data weather=penguins.csv", 2, ["named twice"]),
+    ("run spread.hvl --data weather=weather.csv --save none=-", 1, ["--save none=-", '"none"']),
+    # Inputs
+    ("convert none.csv o.csv", 3, ["none.csv: no such file"]),
+    ("convert none o.csv", 3, ["none: no such file"]),
+    ("convert folder.csv o.csv", 3, ["folder.csv: this is a folder"]),
+    ("convert blank.csv o.csv", 3, ["blank.csv: the file is empty"]),
+    ("convert - -", 3, ["standard input is empty"]),
+    ("convert cut.sav o.csv", 3, ["cut.sav: ", "--from"]),
+    ("convert text.hvbf o.csv", 3, ["text.hvbf: "]),
+    ("convert sealed.sav o.csv", 3, ["sealed.sav: ", "none is given"]),
+    ("convert sealed.sav o.csv --password squid", 3, ["sealed.sav: the password is wrong"]),
+    ("convert weather.csv o.csv --data-model spread.hvl", 3, ["spread.hvl"]),
+    ("run spread.hvl --data weather=ragged.csv", 3, ["ragged.csv:3: "]),
+    (r"convert 'a\b.csv' o.csv", 2, ["backslash"]),
+    # Outputs
+    ("convert weather.csv existing.csv", 2, ["existing.csv: the file exists", "--force"]),
+    ("convert weather.csv - --out-data-model existing.csv", 2, ["existing.csv", "--force"]),
+    ("convert weather.csv pipe.csv --force", 2, ["pipe.csv: this is not a regular file"]),
+    ("convert weather.csv folder.csv --force", 2, ["folder.csv: this is a folder"]),
+    ("convert weather.csv none/o.csv", 1, ["none/o.csv: the folder"]),
+    # Fields and expressions
+    ("convert weather.csv o.csv --where 'x.temp_mx > 1'", 1, ["--where", "temp_max"]),
+    ("convert weather.csv o.csv --derive 'a=flor(x.wind)'", 1, ["--derive", "floor"]),
+    ("convert weather.csv o.csv --where \"x.weather == 'sun'\"", 1, ["double quotes"]),
+    ("convert weather.csv o.csv --where 'wind > 2'", 1, ["x.wind"]),
+    ("convert weather.csv o.csv --keep date,nothing", 1, ["nothing"]),
+    ("convert weather.csv o.csv --derive wind=1", 1, ["wind"]),
+]
+# A job text, and what a fault of it says.
+JOB_FAULTS = [
+    ('val a = {"x": }', r"job\.hvl:1:15: "),
+    ('reed({"dataSource": "a"})', "reed"),
+    ('read({"dataSource": 5})', "dataSource"),
+    ('read({"dataSource": "nobody"}) -> write({"dataSource": "b", "mode": "overwrite"})', "nobody"),
+    ('val a = b -> filterFields({"fields": ["x"]})\nval b = a -> filterFields({"fields": ["x"]})\n'
+     'a -> write({"dataSource": "c", "mode": "overwrite"})', "a"),
+]
+
 
 class Faults(Case):
-    def test_inputs_that_cannot_be_read(self):
-        sav = self.folder / "whole.sav"
-        self.run_hvhost("convert", DATA / "penguins.csv", sav)
-        inputs = {
-            "missing.csv": None,
-            "empty.csv": b"",
-            "truncated.sav": sav.read_bytes()[:200],
-            "text.hvbf": b"no such thing\n" * 100,
-        }
-        (self.folder / "folder.csv").mkdir()
-        for name, content in [*inputs.items(), ("folder.csv", None)]:
-            with self.subTest(name):
-                if content is not None:
-                    self.write(name, content)
-                out = self.folder / "out.csv"
-                done = self.run_hvhost("convert", self.folder / name, out, status=3)
-                self.assertIn(name, done.stderr)
-                self.assertFalse(out.exists())
+    def test_each_names_the_thing_and_writes_nothing(self):
+        place = self.folder / "place"
+        shutil.copytree(DATA, place)
+        whole = place / "sealed.sav"
+        self.run_hvhost("convert", DATA / "penguins.csv", place / "cut.sav")
+        self.run_hvhost("convert", DATA / "penguins.csv", whole, "--out-password", "krill")
+        (place / "cut.sav").write_bytes((place / "cut.sav").read_bytes()[:200])
+        (place / "text.hvbf").write_text("no such thing\n" * 100)
+        (place / "ragged.csv").write_text("a,b\n1,2\n3\n")
+        (place / "blank").write_text("\nkrill\n")
+        (place / "blank.csv").touch()
+        (place / "existing.csv").write_text("keep me\n")
+        (place / r"a\b.csv").write_text("a\n1\n")
+        (place / "folder.csv").mkdir()
+        os.mkfifo(place / "pipe.csv")
+        before = sorted(place.iterdir())
+        for words, status, expected in FAULTS:
+            with self.subTest(words):
+                done = self.run_hvhost(*shlex.split(words), status=status, text="", cwd=place)
+                for words_said in expected:
+                    self.assertIn(words_said, done.stderr)
+                self.assertEqual(sorted(place.iterdir()), before)
+        self.assertEqual((place / "existing.csv").read_text(), "keep me\n")
+
+    def test_hints_name_only_options_that_there_are(self):
+        ragged = self.write("ragged.csv", "a,b\n1,2\n3\n")
+        for words, hinted in ((["convert", ragged, "-"], True),
+                              (["run", DATA / "spread.hvl", "--data", f"weather={ragged}"], False)):
+            done = self.run_hvhost(*words, status=3)
+            self.assertEqual("--max-errors" in done.stderr, hinted)
+
+    def test_faults_of_a_job_text(self):
+        for text, expected in JOB_FAULTS:
+            with self.subTest(text):
+                done = self.run_hvhost("run", self.write("job.hvl", text), status=1)
+                self.assertRegex(done.stderr, r"^hvhost: error: .*job\.hvl")
+                self.assertRegex(done.stderr, expected)
 
     def test_inputs_that_may_not_be_read(self):
         nobody = {"user": 65534} if os.geteuid() == 0 else {}
@@ -36,21 +123,22 @@ class Faults(Case):
             subprocess.run([HVHOST, "version"], capture_output=True, check=True, **nobody)
         except (OSError, subprocess.CalledProcessError):
             self.skipTest("another user may not run hvhost here")
-        locked = self.write("locked.csv", "a\n1\n")
-        locked.chmod(0)
-        done = self.run_hvhost("convert", locked, "-", status=3, **nobody)
-        self.assertIn("locked.csv: the file may not be read", done.stderr)
+        self.write("locked.csv", "a\n1\n").chmod(0)
+        (self.folder / "folder").mkdir(mode=0o700)
+        for name in ("locked.csv", "folder/a.csv") if nobody else ("locked.csv",):
+            done = self.run_hvhost("convert", self.folder / name, "-", status=3, **nobody)
+            self.assertIn(name + ": the file may not be read", done.stderr)
 
-    def test_standard_input_without_data(self):
-        self.assertIn("standard input is empty", self.run_hvhost("convert", "-", "-", text="", status=3).stderr)
-
-    def test_outputs_that_cannot_be_written(self):
-        existing = self.write("existing.csv", "keep me\n")
-        done = self.run_hvhost("convert", DATA / "weather.csv", existing, status=2)
-        self.assertIn("--force", done.stderr)
-        self.assertEqual(existing.read_text(), "keep me\n")
-        done = self.run_hvhost("convert", DATA / "weather.csv", self.folder / "none" / "out.csv", status=1)
-        self.assertIn("none", done.stderr)
+    def test_standard_output_that_takes_nothing(self):
+        for words in (["convert", DATA / "weather.csv", "-"], ["help"], ["completion", "bash"],
+                      ["convert", DATA / "weather.csv", "-", "--print-job"],
+                      ["aggregate", DATA / "weather.csv", "--stat", "count"]):
+            with self.subTest(words):
+                done = subprocess.run(["sh", "-c", '"$@" >/dev/full', "sh", HVHOST, *map(str, words)],
+                                      stderr=subprocess.PIPE, text=True, check=False,
+                                      env=self.environment())
+                self.assertEqual(done.returncode, 1)
+                self.assertIn("standard output cannot be written", done.stderr)
 
     def test_a_reader_that_goes_away(self):
         process = self.start_hvhost("convert", DATA / "weather.csv", "-")
@@ -64,53 +152,26 @@ class Faults(Case):
         target.mkdir()
 
         def limit():
-            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            # The signal ends a program that does not look after it.
+            signal.signal(signal.SIGXFSZ, signal.SIG_DFL)
             resource.setrlimit(resource.RLIMIT_FSIZE, (20000, 20000))
 
-        done = self.run_hvhost("convert", DATA / "weather.csv", target / "out.csv", status=1,
-                               preexec_fn=limit)
-        self.assertIn("out.csv", done.stderr)
-        self.assertEqual(list(target.iterdir()), [])
+        text = (DATA / "weather.csv").read_text(encoding="utf-8")
+        for source in (DATA / "weather.csv", "-"):
+            self.run_hvhost("convert", source, target / "out.csv", status=1, text=text, preexec_fn=limit)
+            self.assertEqual(list(target.iterdir()), [])
 
-    def test_fields_and_functions_that_are_not_there(self):
-        for words, expected in [(["--where", "x.temp_mx > 1"], "temp_max"),
-                                (["--derive", "a=flor(x.wind)"], "floor"),
-                                (["--keep", "date,nothing"], "nothing"),
-                                (["--derive", "wind=1"], "wind")]:
-            with self.subTest(words):
-                done = self.run_hvhost("convert", DATA / "weather.csv", self.folder / "o.csv", *words,
-                                       status=1)
-                self.assertIn(expected, done.stderr)
-
-    def test_usage(self):
-        for words, expected in [(["convrt"], "did you mean convert?"),
-                                ([], "hvhost --help"),
-                                (["convert", "a.csv"], "hvhost help convert"),
-                                (["convert", DATA / "weather.csv", "o.csv", "--wher", "1"], "--wher"),
-                                (["convert", DATA / "weather.csv", "o.csv", "--limit", "-1"], "--limit"),
-                                (["convert", DATA / "weather.csv", "o.csv", "--derive", "a==1"], "NAME="),
-                                (["convert", DATA / "weather.csv", "o.csv", "--out-password", "x"],
-                                 "only a sav file"),
-                                (["convert", DATA / "weather.csv", "o.csv", "--log", "/none/log"], "/none/log"),
-                                (["convert", DATA / "weather.csv", "o.csv", "--trace=/proc/none"],
-                                 "/proc/none"),
-                                (["run", DATA / "spread.hvl", "--data", "weather"], "--data weather"),
-                                (["convert", DATA / "weather.csv", "out.xyz"], "--to"),
-                                (["aggregate", DATA / "weather.csv", "--stat", "mean"], "--stat mean")]:
-            with self.subTest(words):
-                self.assertIn(expected, self.run_hvhost(*words, status=2).stderr)
-
-    def test_no_machine_and_no_jar(self):
+    def test_no_engine(self):
         words = ["convert", DATA / "weather.csv", self.folder / "out.csv"]
-        broken = self.folder / "home"
-        jar = broken / "hv" / "af" / "components" / "hvengine.jar"
-        done = self.run_hvhost(*words, status=4, environment={"VEXA_HOME": str(broken)})
-        self.assertIn("hvengine.jar", done.stderr)
-        jar.parent.mkdir(parents=True)
-        jar.write_bytes(b"no jar")
-        done = self.run_hvhost(*words, status=4, environment={"VEXA_HOME": str(broken)})
-        self.assertIn("hvengine.jar", done.stderr)
-        self.run_hvhost("doctor", status=4, environment={"VEXA_HOME": str(broken)})
+        home = self.folder / "home"
+        jar = home / "hv" / "af" / "components" / "hvengine.jar"
+        for content in (None, b"no jar"):
+            if content:
+                jar.parent.mkdir(parents=True)
+                jar.write_bytes(content)
+            for command in (words, ["doctor"]):
+                done = self.run_hvhost(*command, status=4, environment={"VEXA_HOME": str(home)})
+                self.assertIn("hvengine.jar", done.stderr + done.stdout)
 
     def test_no_machine(self):
         """Java hidden behind an empty folder, in a view of the file system of its own."""
@@ -118,28 +179,12 @@ class Faults(Case):
                 'mount -t tmpfs none /usr/lib/jvm && exec "$@"', "sh"]
         if subprocess.run([*hide, "true"], capture_output=True, check=False).returncode != 0:
             self.skipTest("no right to hide /usr/lib/jvm")
-        words = ["env", "JAVA_HOME=", "PATH=/none", HVHOST, "convert", DATA / "weather.csv"]
-        done = subprocess.run([*hide, *words, self.folder / "out.csv"], capture_output=True, text=True,
-                              env=self.environment(), check=False)
-        self.assertEqual(done.returncode, 4, done.stderr)
-        self.assertIn("/usr/lib/jvm/default-java", done.stderr)
-        self.assertIn("hint: ", done.stderr)
-
-    def test_faults_of_the_text(self):
-        """Each names the thing; a fault of syntax says where it is."""
-        cases = [
-            ('val a = {"x": }', r"job\.hvl:1:15: "),
-            ('reed({"dataSource": "a"})', "reed"),
-            ('read({"dataSource": 5})', "dataSource"),
-            ('read({"dataSource": "nobody"}) -> write({"dataSource": "b", "mode": "overwrite"})', "nobody"),
-            ('val a = b -> filterFields({"fields": ["x"]})\nval b = a -> filterFields({"fields": ["x"]})\n'
-             'a -> write({"dataSource": "c", "mode": "overwrite"})', "a"),
-        ]
-        for text, expected in cases:
-            with self.subTest(text):
-                done = self.run_hvhost("run", self.write("job.hvl", text), status=1)
-                self.assertRegex(done.stderr, r"^hvhost: error: .*job\.hvl")
-                self.assertRegex(done.stderr, expected)
+        for words in (["convert", DATA / "weather.csv", self.folder / "out.csv"], ["doctor"]):
+            done = subprocess.run([*hide, "env", "JAVA_HOME=", "PATH=/none", HVHOST, *words],
+                                  capture_output=True, text=True, env=self.environment(), check=False)
+            self.assertEqual(done.returncode, 4, done.stderr)
+            self.assertIn("/usr/lib/jvm/default-java", done.stderr)
+            self.assertIn("hint: ", done.stderr)
 
 
 if __name__ == "__main__":

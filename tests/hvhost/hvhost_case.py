@@ -47,7 +47,7 @@ class Case(unittest.TestCase):
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, **more)
 
     def wait_until(self, condition, what):
-        end = time.monotonic() + 30
+        end = time.monotonic() + 60
         while not condition():
             self.assertLess(time.monotonic(), end, what)
             time.sleep(0.01)
@@ -64,7 +64,9 @@ class Case(unittest.TestCase):
     def stop(self, process, *signals, status=130):
         for number in signals or (signal.SIGINT,):
             process.send_signal(number)
-        _, errors = process.communicate(timeout=60)
+        # Standard input stays open until the end: to close it is another way to end the program.
+        process.wait(timeout=60)
+        _, errors = process.communicate()
         self.assertEqual(process.returncode, status, errors)
         return errors
 

@@ -40,5 +40,6 @@ run_example "$work/by_pkg_config" pkg_config
 cmp "$work/find_package.csv" "$work/pkg_config.csv"
 
 # hvhost runs from where it was moved to.
-"$prefix/bin/hvhost" version >"$work/version"
+"$prefix/bin/hvhost" doctor >"$work/doctor" || { cat "$work/doctor"; exit 1; }
+grep -q "^installation .*$prefix/" "$work/doctor" || { cat "$work/doctor"; exit 1; }
 echo "the installed tree builds and runs the example"

@@ -42,7 +42,6 @@ TEST_F(ProgressListener, MessagesAreKeptByTheirIds)
         {"AEQAE2264I ", "g", true}, {"W1", "", true},           {"W1", "h", true},
     };
     HVProgressListener listener;
-    Names expected;
     for (const auto& row : rows) {
         listener.reset();
         listener.onMessage(row.id, row.text);
@@ -58,9 +57,13 @@ TEST_F(ProgressListener, MessagesAreKeptByTheirIds)
 TEST_F(ProgressListener, EachTextIsShownOncePerCall)
 {
     HVProgressListener listener(&procedure);
-    for (const char* text : {"b", "a", "b", "", "b", "a"})
+    HVProgressListener interactive;
+    for (const char* text : {"b", "a", "b", "", "b", "a"}) {
         listener.onMessage("W1", text);
-    listener.onSuccess();
+        interactive.onMessage("W1", text);
+    }
+    interactive.onCancel();
+    EXPECT_TRUE(display(interactive, true, true).empty());
     const Lines expected{{"b", kLevelWarning}, {"a", kLevelWarning}};
     EXPECT_EQ(display(listener, true, true), expected);
     EXPECT_EQ(display(listener, true, true), expected);

@@ -1,4 +1,3 @@
-#include <future>
 #include <stdexcept>
 
 #include "VexaJVM.h"
@@ -74,37 +73,30 @@ TEST_F(RunnerCancel, UsersInterruptEndsTheJobOfAProcedure)
     EXPECT_EQ(runIndicator(), -1);
 
     runner.displayAllMessages(false, true);
-    const auto lines = journal(HostJournal::Kind::Error);
-    ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[1].text, "The Vexa Statistics run will terminate now.");
-    EXPECT_EQ(lines[1].level, kLevelError);
+    EXPECT_EQ(texts(HostJournal::Kind::Error),
+              (std::vector<std::string>{"before the end",
+                                        "The Vexa Statistics run will terminate now."}));
 }
 
-TEST_F(RunnerCancel, StoppedProcedureRunsAgainOnlyAfterReset)
+TEST_F(RunnerCancel, OnlyAProcedureRunsAgainAfterAReset)
 {
-    HVRunner runner(&procedure);
-    runner.prepareHVLJob("job");
-    executeAndStop(runner, [&runner] { runner.cancelExecution(); });
-    runner.prepareHVLJob("next");
+    HVRunner ofProcedure(&procedure);
+    HVRunner ofDialog;
+    for (HVRunner* runner : {&ofDialog, &ofProcedure}) {
+        const bool again = runner == &ofProcedure;
+        runner->prepareHVLJob("job");
+        EXPECT_TRUE(executeAndStop(*runner, [runner] { runner->cancelExecution(); }));
+        EXPECT_EQ(runIndicator(), again ? -1 : 0);
+        runner->prepareHVLJob("next");
+        engine.clearCalls();
+        EXPECT_FALSE(runner->execute());
+        EXPECT_TRUE(engine.calls().empty());
+        runner->resetStopRrocessor();
+        EXPECT_EQ(runner->isStopProcessor(), !again);
+    }
     engine.setScript([](ScriptedJob& job) { job.listener().onSuccess(); });
-    engine.clearCalls();
-    EXPECT_FALSE(runner.execute());
-    EXPECT_TRUE(engine.calls().empty());
-    runner.resetStopRrocessor();
-    EXPECT_FALSE(runner.isStopProcessor());
-    EXPECT_TRUE(runner.execute());
-}
-
-TEST_F(RunnerCancel, RunnerWithoutAProcedureStaysStopped)
-{
-    HVRunner runner;
-    runner.prepareHVLJob("job");
-    EXPECT_TRUE(executeAndStop(runner, [&runner] { runner.cancelExecution(); }));
-    EXPECT_EQ(runIndicator(), 0);
-    runner.resetStopRrocessor();
-    EXPECT_TRUE(runner.isStopProcessor());
-    runner.prepareHVLJob("next");
-    EXPECT_FALSE(runner.execute());
+    EXPECT_TRUE(ofProcedure.execute());
+    EXPECT_FALSE(ofDialog.execute());
 }
 
 TEST_F(RunnerCancel, WithoutAnExecutionTheEngineIsNotAsked)
@@ -137,23 +129,6 @@ TEST_F(RunnerCancel, EnginesExceptionPassesAndNothingElseHappens)
     // On the runner's own thread the attachment that was there stays.
     EXPECT_THROW(runner.cancelExecution(), std::runtime_error);
     EXPECT_TRUE(isAttached());
-}
-
-TEST_F(RunnerCancel, ManyCancelsAreOneStop)
-{
-    HVRunner runner(&procedure);
-    runner.prepareHVLJob("job");
-    EXPECT_TRUE(executeAndStop(runner, [&runner] {
-        std::vector<std::future<void>> stops;
-        stops.reserve(4);
-        for (int i = 0; i < 4; ++i)
-            stops.push_back(std::async(std::launch::async, [&runner] {
-                runner.cancelExecution();
-                runner.isStopProcessor();
-            }));
-    }));
-    EXPECT_EQ(cancels().size(), 4U);
-    EXPECT_EQ(runner.getProgressListener()->getState(), HVProgressListener::Cancelled);
 }
 
 } // namespace

@@ -20,8 +20,8 @@ TEST_F(RunnerHost, WeightAndSplitAreOffWhileTheRunnerLives)
         {3, 2, false, true, {"DisableWeight"}},
         {3, 2, true, false, {"DisableSplit"}},
         {3, 2, false, false, {"DisableWeight", "DisableSplit"}},
-        {0, 0, false, false, {}},
         {3, 0, false, false, {"DisableWeight"}},
+        {0, -1, false, false, {}},
     };
     for (const auto& row : rows) {
         HostJournal::instance().clear();
@@ -34,29 +34,17 @@ TEST_F(RunnerHost, WeightAndSplitAreOffWhileTheRunnerLives)
             EXPECT_EQ(pvGetCmnGlb()->weight, 0);
             EXPECT_EQ(pvGetCmnGlb()->split, 0);
             EXPECT_FALSE(source.SplitEndCheck());
+            // The host may choose anew meanwhile; only what was in force is given back.
+            pvGetCmnGlb()->weight = 7;
+            pvGetCmnGlb()->split = 7;
         }
         EXPECT_EQ(texts(Kind::Note), row.notes);
-        EXPECT_EQ(pvGetCmnGlb()->weight, row.weight);
-        EXPECT_EQ(pvGetCmnGlb()->split, row.split);
+        EXPECT_EQ(texts(Kind::Error).size(), row.notes.size());
+        EXPECT_EQ(pvGetCmnGlb()->weight, row.weight > 0 ? row.weight : 7);
+        EXPECT_EQ(pvGetCmnGlb()->split, row.split > 0 ? row.split : 7);
     }
-    expectedSplit = 0;
+    expectedWeight = expectedSplit = 7;
     EXPECT_EQ(source.GetMeasurementLevel(0), MeasurementLevel::Scale);
-}
-
-TEST_F(RunnerHost, SettingThatWasNotInForceIsNotGivenBack)
-{
-    for (const std::int64_t found : {0, -1}) {
-        pvGetCmnGlb()->weight = found;
-        {
-            HVRunner runner(&procedure);
-            runner.prepareActiveDS(source, false, true);
-            EXPECT_TRUE(texts(Kind::Note).empty());
-            // The host may choose another weight meanwhile.
-            pvGetCmnGlb()->weight = 7;
-        }
-        EXPECT_EQ(pvGetCmnGlb()->weight, 7) << found;
-    }
-    expectedWeight = 7;
 }
 
 TEST_F(RunnerHost, SourceWithoutColumnsIsLeftAlone)
@@ -75,41 +63,29 @@ TEST_F(RunnerHost, SourceWithoutColumnsIsLeftAlone)
 
 TEST_F(RunnerHost, AdapterHoldsTheRunnersHandlerDuringAJob)
 {
+    HVRunner::InterruptHandler earlier(nullptr);
+    GetAdapter()->setInterruptHandler(&earlier);
     VexaAdapter::InterruptHandler* during = nullptr;
-    engine.setScript([&during](ScriptedJob& job) {
+    bool fails = false;
+    engine.setScript([&](ScriptedJob&) {
         during = GetAdapter()->getInterruptHandler();
-        job.listener().onSuccess();
+        if (fails)
+            throw std::runtime_error("in the job");
     });
-    {
-        HVRunner runner(&procedure);
-        runner.prepareHVLJob("job");
-        EXPECT_EQ(GetAdapter()->getInterruptHandler(), nullptr);
-        runner.execute();
+    HVRunner ofProcedure(&procedure);
+    HVRunner ofDialog;
+    for (HVRunner* runner : {&ofProcedure, &ofDialog}) {
+        runner->prepareHVLJob("job");
+        EXPECT_EQ(GetAdapter()->getInterruptHandler(), &earlier);
+        fails = false;
+        runner->execute();
+        EXPECT_EQ(during != &earlier, runner == &ofProcedure);
+        EXPECT_EQ(GetAdapter()->getInterruptHandler(), &earlier);
+        fails = true;
+        EXPECT_THROW(runner->execute(), std::runtime_error);
+        EXPECT_EQ(GetAdapter()->getInterruptHandler(), &earlier);
     }
-    EXPECT_NE(during, nullptr);
-    EXPECT_EQ(texts(Kind::Interrupt), (Names{"set", "clear"}));
-    HVRunner runner;
-    runner.prepareHVLJob("job");
-    runner.execute();
-    EXPECT_EQ(during, nullptr);
-}
-
-TEST_F(RunnerHost, MessagesOfAProcedureReachTheOutput)
-{
-    engine.setScript([](ScriptedJob& job) {
-        job.message("W1", "a warning");
-        job.listener().onError("E1", "the error", "detail");
-    });
-    HVRunner interactive;
-    interactive.prepareHVLJob("job");
-    interactive.execute();
-    interactive.displayAllMessages(true, true);
-    EXPECT_TRUE(journal(Kind::Error).empty());
-    HVRunner runner(&procedure);
-    runner.prepareHVLJob("job");
-    runner.execute();
-    runner.displayAllMessages(true, true);
-    EXPECT_EQ(texts(Kind::Error), (Names{"a warning", "the error"}));
+    GetAdapter()->setInterruptHandler(nullptr);
 }
 
 } // namespace

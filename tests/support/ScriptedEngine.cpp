@@ -1,9 +1,8 @@
 #include "support/ScriptedEngine.h"
 
-#include <algorithm>
 #include <chrono>
 #include <condition_variable>
-#include <exception>
+#include <future>
 #include <map>
 #include <mutex>
 #include <stdexcept>
@@ -29,6 +28,12 @@ struct ScriptedEngine::State
     std::string metadata = "<DataModel/>";
     bool running = false;
 
+    void setRunning(bool now)
+    {
+        const std::lock_guard guard(mutex);
+        running = now;
+        changed.notify_all();
+    }
     void record(const std::string& name, const std::string& argument, JNIEnv* env);
 };
 
@@ -74,57 +79,52 @@ void ScriptedEngine::State::record(const std::string& name, const std::string& a
 class ScriptedExecution : public EmbeddedHV::Execution
 {
 public:
-    explicit ScriptedExecution(std::shared_ptr<ScriptedEngine::State> state)
-        : _state(std::move(state))
-    {
-    }
+    explicit ScriptedExecution(ScriptedEngine::State& state) : _state(state) {}
+    // Faults are for operations: a destructor does not throw.
     ~ScriptedExecution() override
     {
-        const std::lock_guard guard(_state->mutex);
-        _state->calls.push_back({"delete", "", nullptr, std::this_thread::get_id()});
+        const std::lock_guard guard(_state.mutex);
+        _state.calls.push_back({"delete", "", nullptr, std::this_thread::get_id()});
     }
 
     void prepare(JNIEnv* env, const std::string& jobText) override
     {
-        _state->record("prepare", jobText, env);
+        _state.record("prepare", jobText, env);
     }
     void addInputContainer(JNIEnv* env, EmbeddedHV::Container* container) override
     {
-        _state->record("addInputContainer", container->getName(), env);
+        _state.record("addInputContainer", container->getName(), env);
     }
     void addOutputContainer(JNIEnv* env, EmbeddedHV::Container* container) override
     {
-        _state->record("addOutputContainer", container->getName(), env);
+        _state.record("addOutputContainer", container->getName(), env);
     }
     void addInputIterator(JNIEnv* env, EmbeddedHV::RowDataIterator* iterator,
                           void* reserved) override
     {
         _iterators[iterator->getName()] = iterator;
-        _state->record("addInputIterator", iterator->getName() + (reserved ? " reserved" : ""),
-                       env);
+        _state.record("addInputIterator", iterator->getName() + (reserved ? " reserved" : ""), env);
     }
     void execute(JNIEnv* env, EmbeddedHV::ExecutionListener* listener) override;
-    EmbeddedHV::RowDataIterator* getOutputIterator(JNIEnv* env,
-                                                   const std::string& fileName) override
+    EmbeddedHV::RowDataIterator* getOutputIterator(JNIEnv* env, const std::string& name) override
     {
-        _state->record("getOutputIterator", fileName, env);
-        const auto found = _iterators.find(fileName);
-        return found != _iterators.end() ? found->second : nullptr;
+        _state.record("getOutputIterator", name, env);
+        return iterator(name);
     }
     void cancel(JNIEnv* env) override
     {
-        _state->record("cancel", "", env);
-        const std::lock_guard guard(_state->mutex);
+        _state.record("cancel", "", env);
+        const std::lock_guard guard(_state.mutex);
         _cancelled = true;
-        _state->changed.notify_all();
+        _state.changed.notify_all();
     }
-    void dispose(JNIEnv* env) override { _state->record("dispose", "", env); }
+    void dispose(JNIEnv* env) override { _state.record("dispose", "", env); }
 
     bool waitForCancel(int seconds)
     {
-        std::unique_lock lock(_state->mutex);
-        return _state->changed.wait_for(lock, std::chrono::seconds(seconds),
-                                        [this] { return _cancelled; });
+        std::unique_lock lock(_state.mutex);
+        return _state.changed.wait_for(lock, std::chrono::seconds(seconds),
+                                       [this] { return _cancelled; });
     }
     EmbeddedHV::RowDataIterator* iterator(const std::string& name)
     {
@@ -133,48 +133,27 @@ public:
     }
 
 private:
-    void run(const ScriptedEngine::Script& script, EmbeddedHV::ExecutionListener& listener);
-
-    std::shared_ptr<ScriptedEngine::State> _state;
+    ScriptedEngine::State& _state;
     std::map<std::string, EmbeddedHV::RowDataIterator*> _iterators;
     bool _cancelled = false;
 };
 
 void ScriptedExecution::execute(JNIEnv* env, EmbeddedHV::ExecutionListener* listener)
 {
-    _state->record("execute", "", env);
+    _state.record("execute", "", env);
     ScriptedEngine::Script script;
     {
-        const std::lock_guard guard(_state->mutex);
-        script = _state->script;
+        const std::lock_guard guard(_state.mutex);
+        script = _state.script;
     }
-    run(script, *listener);
-}
-
-void ScriptedExecution::run(const ScriptedEngine::Script& script,
-                            EmbeddedHV::ExecutionListener& listener)
-{
-    std::exception_ptr failure;
-    std::thread worker([&] {
-        try {
-            {
-                const std::lock_guard guard(_state->mutex);
-                _state->running = true;
-                _state->changed.notify_all();
-            }
-            ScriptedJob job(*this, listener);
-            script(job);
-        } catch (...) {
-            failure = std::current_exception();
-        }
+    std::future<void> worker = std::async(std::launch::async, [&] {
+        _state.setRunning(true);
+        ScriptedJob job(*this, *listener);
+        script(job);
     });
-    worker.join();
-    {
-        const std::lock_guard guard(_state->mutex);
-        _state->running = false;
-    }
-    if (failure)
-        std::rethrow_exception(failure);
+    worker.wait();
+    _state.setRunning(false);
+    worker.get();
 }
 
 void ScriptedJob::message(const std::string& id, const std::string& text)
@@ -190,117 +169,67 @@ bool ScriptedJob::waitForCancel(int seconds)
 int ScriptedJob::pull(const std::string& name)
 {
     EmbeddedHV::RowDataIterator* const rows = _execution.iterator(name);
-    if (rows == nullptr)
-        return -1;
-    int count = 0;
-    while (rows->nextRecord() == EmbeddedHV::RowDataIterator::RecordAvailable)
+    int count = rows == nullptr ? -1 : 0;
+    while (rows != nullptr && rows->nextRecord() == EmbeddedHV::RowDataIterator::RecordAvailable)
         ++count;
     return count;
 }
 
 namespace {
 
-/// Queries beyond getMetadata are recorded and answer with nothing.
-class ScriptedMetadata : public EmbeddedHV::MetadataService
+/// The backend is both of its services. Queries beyond getMetadata answer with nothing.
+class ScriptedBackend : public EmbeddedHV::Backend,
+                        public EmbeddedHV::ExecutionService,
+                        public EmbeddedHV::MetadataService
 {
 public:
-    explicit ScriptedMetadata(std::shared_ptr<ScriptedEngine::State> state)
-        : _state(std::move(state))
-    {
-    }
-    std::string getMetadata(JNIEnv* env, const std::string& jobText, void*& reserved, int flags,
-                            const EmbeddedHV::Container& container) override
-    {
-        const bool plain = reserved == nullptr && flags == 0;
-        _state->record("getMetadata", jobText + (plain ? ";" : ";reserved;") + container.getName(),
-                       env);
-        const std::lock_guard guard(_state->mutex);
-        return _state->metadata;
-    }
-    void reservedOperation() override { _state->record("reservedOperation", "", nullptr); }
-    std::string getMapServiceLayers(JNIEnv* env, const std::string& url) override
-    {
-        _state->record("getMapServiceLayers", url, env);
-        return {};
-    }
-    void getGeographics(JNIEnv* env, std::vector<std::string>&) override
-    {
-        _state->record("getGeographics", "", env);
-    }
-    void getProjections(JNIEnv* env, std::vector<std::string>&) override
-    {
-        _state->record("getProjections", "", env);
-    }
-    void getRecommendPCSs(JNIEnv* env, const std::string& input, int,
-                          std::vector<std::string>&) override
-    {
-        _state->record("getRecommendPCSs", input, env);
-    }
-    void getRecommendPCSs(JNIEnv* env, const std::string& input, std::vector<std::string>&) override
-    {
-        _state->record("getRecommendPCSs", input, env);
-    }
-    std::string getCoordinatesSystemInfo(JNIEnv* env, const std::string& name) override
-    {
-        _state->record("getCoordinatesSystemInfo", name, env);
-        return {};
-    }
-    std::string getCoordinatesSystemInfo(JNIEnv* env, int wkid) override
-    {
-        _state->record("getCoordinatesSystemInfo", std::to_string(wkid), env);
-        return {};
-    }
+    explicit ScriptedBackend(ScriptedEngine::State& state) : _state(state) {}
+    ~ScriptedBackend() override { _state.record("stop", "", nullptr); }
+    EmbeddedHV::ExecutionService* getExecutionService() override { return this; }
+    EmbeddedHV::MetadataService* getMetaDataService() override { return this; }
 
-private:
-    std::shared_ptr<ScriptedEngine::State> _state;
-};
-
-class ScriptedService : public EmbeddedHV::ExecutionService
-{
-public:
-    explicit ScriptedService(std::shared_ptr<ScriptedEngine::State> state)
-        : _state(std::move(state))
-    {
-    }
     EmbeddedHV::Execution* createExecution(const std::string& locale) override
     {
-        _state->record("createExecution", locale, nullptr);
+        _state.record("createExecution", locale, nullptr);
         // The contract hands the object to the caller.
         return std::make_unique<ScriptedExecution>(_state).release();
     }
 
-private:
-    std::shared_ptr<ScriptedEngine::State> _state;
-};
-
-class ScriptedBackend : public EmbeddedHV::Backend
-{
-public:
-    explicit ScriptedBackend(const std::shared_ptr<ScriptedEngine::State>& state)
-        : _state(state), _service(state), _metadata(state)
+    std::string getMetadata(JNIEnv* env, const std::string& jobText, void*& reserved, int flags,
+                            const EmbeddedHV::Container& container) override
     {
+        const bool plain = reserved == nullptr && flags == 0;
+        _state.record("getMetadata", jobText + (plain ? ";" : ";reserved;") + container.getName(),
+                      env);
+        const std::lock_guard guard(_state.mutex);
+        return _state.metadata;
     }
-    ~ScriptedBackend() override { _state->record("stop", "", nullptr); }
-    EmbeddedHV::ExecutionService* getExecutionService() override { return &_service; }
-    EmbeddedHV::MetadataService* getMetaDataService() override { return &_metadata; }
+    using Names = std::vector<std::string>;
+    void reservedOperation() override {}
+    std::string getMapServiceLayers(JNIEnv*, const std::string&) override { return {}; }
+    void getGeographics(JNIEnv*, Names&) override {}
+    void getProjections(JNIEnv*, Names&) override {}
+    void getRecommendPCSs(JNIEnv*, const std::string&, int, Names&) override {}
+    void getRecommendPCSs(JNIEnv*, const std::string&, Names&) override {}
+    std::string getCoordinatesSystemInfo(JNIEnv*, const std::string&) override { return {}; }
+    std::string getCoordinatesSystemInfo(JNIEnv*, int) override { return {}; }
 
 private:
-    std::shared_ptr<ScriptedEngine::State> _state;
-    ScriptedService _service;
-    ScriptedMetadata _metadata;
+    ScriptedEngine::State& _state;
 };
 
 } // namespace
 
-ScriptedEngine::ScriptedEngine() : _state(std::make_shared<State>())
+// The service that stands on this engine is shut down before the state goes.
+ScriptedEngine::ScriptedEngine() : _state(std::make_unique<State>())
 {
     StatHVServiceManager::shutdown();
     EmbeddedHV::setBackendFactory(
-        [state = _state](JNIEnv* env, const EmbeddedHV::EHVAppSetting& settings) {
+        [state = _state.get()](JNIEnv* env, const EmbeddedHV::EHVAppSetting& settings) {
             state->record("start", settings.locale(), env);
             const std::lock_guard guard(state->mutex);
             state->starts.push_back(settings);
-            return std::make_unique<ScriptedBackend>(state);
+            return std::make_unique<ScriptedBackend>(*state);
         });
 }
 

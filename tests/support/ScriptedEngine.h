@@ -89,5 +89,5 @@ public:
     struct State;
 
 private:
-    std::shared_ptr<State> _state;
+    std::unique_ptr<State> _state;
 };

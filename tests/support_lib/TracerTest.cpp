@@ -2,43 +2,26 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <memory>
 #include <optional>
 
 #include "Journal.h"
-#include "ScratchDir.h"
+#include "support/HostScopes.h"
+#include "support/ScratchFolder.h"
 
 namespace {
 
-/// Sets the tracer's environment for a scope; what is not given is unset.
-struct TraceEnvironment
+using Value = std::optional<std::string>;
+
+/// A tracer in an environment of its own; what is not given is unset.
+std::unique_ptr<HVStatTracer> makeTracer(const Value& dir, const Value& print = {},
+                                         const Value& maxCount = {})
 {
-    std::optional<std::string> dir;
-    std::optional<std::string> print;
-    std::optional<std::string> maxCount;
-
-    std::unique_ptr<HVStatTracer> makeTracer() const
-    {
-        apply("HV_STAT_DEBUG_DIR", dir);
-        apply("HV_STAT_DEBUG_PRINT", print);
-        apply("HV_STAT_DEBUG_MAXCOUNT", maxCount);
-        auto tracer = std::make_unique<HVStatTracer>();
-        for (const char* name :
-             {"HV_STAT_DEBUG_DIR", "HV_STAT_DEBUG_PRINT", "HV_STAT_DEBUG_MAXCOUNT"})
-            unsetenv(name);
-        return tracer;
-    }
-
-private:
-    static void apply(const char* name, const std::optional<std::string>& value)
-    {
-        if (value)
-            setenv(name, value->c_str(), 1);
-        else
-            unsetenv(name);
-    }
-};
+    const ScopedEnvironment directory("HV_STAT_DEBUG_DIR", dir);
+    const ScopedEnvironment printing("HV_STAT_DEBUG_PRINT", print);
+    const ScopedEnvironment count("HV_STAT_DEBUG_MAXCOUNT", maxCount);
+    return std::make_unique<HVStatTracer>();
+}
 
 std::vector<std::string> viewerLines()
 {
@@ -53,14 +36,14 @@ class Tracer : public ::testing::Test
 protected:
     Tracer() { HostJournal::instance().clear(); }
 
-    const ScratchDir scratch;
-    const std::string root = scratch.path.string() + "/trace";
+    const ScratchFolder scratch;
+    const std::string root = (scratch.path / "trace").string();
 };
 
 TEST_F(Tracer, IsOffWithoutADirectory)
 {
-    for (const auto& dir : {std::optional<std::string>(), std::optional<std::string>("")}) {
-        const auto tracer = TraceEnvironment{dir, {}, {}}.makeTracer();
+    for (const Value& dir : {Value(), Value("")}) {
+        const auto tracer = makeTracer(dir);
         EXPECT_FALSE(tracer->canTrace());
         EXPECT_FALSE(tracer->isTrace());
         EXPECT_FALSE(tracer->write("text", "hvinteg_test_trace.hvl"));
@@ -78,10 +61,10 @@ TEST_F(Tracer, TakesTheFirstFreeNumber)
 {
     scratch.put("trace/hvtrace_0/x");
     scratch.put("trace/hvtrace_1/x");
-    const auto tracer = TraceEnvironment{root, {}, {}}.makeTracer();
+    const auto tracer = makeTracer(root);
     EXPECT_TRUE(tracer->canTrace());
-    EXPECT_EQ(tracer->traceRoot(), scratch.host + "trace\\");
-    EXPECT_EQ(tracer->traceDir(), scratch.host + "trace\\hvtrace_2");
+    EXPECT_EQ(tracer->traceRoot(), scratch.name("trace\\"));
+    EXPECT_EQ(tracer->traceDir(), scratch.name("trace\\hvtrace_2"));
     EXPECT_TRUE(tracer->addLog("first"));
     EXPECT_TRUE(tracer->addLog(std::string("sec\0ond", 7)));
     EXPECT_EQ(scratch.read("trace/hvtrace_2/hvinteg.log"), "first\nsec\n");
@@ -104,34 +87,32 @@ TEST_F(Tracer, MaxCountLimitsTheDirectories)
                 {"none", true, "trace\\"},
                 {"2x", true, "trace\\hvtrace_1"}};
     for (const auto& row : rows) {
-        const auto tracer = TraceEnvironment{root, {}, row.count}.makeTracer();
+        const auto tracer = makeTracer(root, {}, row.count);
         EXPECT_EQ(tracer->canTrace(), row.tracing) << row.count;
         EXPECT_TRUE(tracer->isTrace()) << row.count;
-        EXPECT_EQ(tracer->traceDir(), row.tracing ? scratch.host + row.dir : "") << row.count;
+        EXPECT_EQ(tracer->traceDir(), row.tracing ? scratch.name(row.dir) : "") << row.count;
     }
     EXPECT_TRUE(scratch.has("trace/hvinteg.log"));
 }
 
-TEST_F(Tracer, DirectoryThatCannotBeMadeLeavesItOff)
+TEST_F(Tracer, RootThatCannotBeUsedLeavesItOff)
 {
+    namespace fs = std::filesystem;
     scratch.put("file");
-    for (const std::string& dir : {root + "/deep/er", scratch.path.string() + "/file"}) {
-        const auto tracer = TraceEnvironment{dir, {}, {}}.makeTracer();
-        EXPECT_FALSE(tracer->canTrace()) << dir;
-        EXPECT_FALSE(tracer->isTrace()) << dir;
+    fs::create_directory(scratch.path / "fixed");
+    fs::permissions(scratch.path / "fixed", fs::perms::owner_read | fs::perms::owner_exec);
+    const struct
+    {
+        const char* dir;
+        std::string root;
+    } rows[] = {{"deep/er", ""}, {"file", ""}, {"fixed", scratch.name("fixed\\")}};
+    for (const auto& row : rows) {
+        const auto tracer = makeTracer((scratch.path / row.dir).string(), {}, "0");
+        EXPECT_FALSE(tracer->canTrace()) << row.dir;
+        EXPECT_FALSE(tracer->isTrace()) << row.dir;
+        EXPECT_EQ(tracer->traceRoot(), row.root);
+        EXPECT_FALSE(scratch.has(std::string(row.dir) + "/hvinteg.log"));
     }
-}
-
-TEST_F(Tracer, ReadOnlyRootLeavesItOff)
-{
-    std::filesystem::create_directory(root);
-    std::filesystem::permissions(root, std::filesystem::perms::owner_read |
-                                           std::filesystem::perms::owner_exec);
-    const auto tracer = TraceEnvironment{root, {}, "0"}.makeTracer();
-    EXPECT_FALSE(tracer->canTrace());
-    EXPECT_FALSE(tracer->isTrace());
-    EXPECT_EQ(tracer->traceRoot(), scratch.host + "trace\\");
-    EXPECT_FALSE(scratch.has("trace/hvinteg.log"));
 }
 
 TEST_F(Tracer, ViewerTakesLinesOnlyForTheTwoWords)
@@ -144,7 +125,7 @@ TEST_F(Tracer, ViewerTakesLinesOnlyForTheTwoWords)
                 {"11", false}, {"", false}, {"YES ", false}, {"TRUE", false}};
     for (const auto& row : rows) {
         HostJournal::instance().clear();
-        const auto tracer = TraceEnvironment{{}, row.value, {}}.makeTracer();
+        const auto tracer = makeTracer({}, row.value);
         EXPECT_EQ(tracer->printLogToViewer(), row.prints) << row.value;
         EXPECT_FALSE(tracer->addLog("line"));
         EXPECT_EQ(viewerLines(),
@@ -155,7 +136,7 @@ TEST_F(Tracer, ViewerTakesLinesOnlyForTheTwoWords)
 
 TEST_F(Tracer, FileNamesLeaveOutWhatIsEmpty)
 {
-    const auto tracer = TraceEnvironment{root, {}, {}}.makeTracer();
+    const auto tracer = makeTracer(root);
     const struct
     {
         const char* extension;
@@ -178,7 +159,7 @@ TEST_F(Tracer, FileNamesLeaveOutWhatIsEmpty)
 
 TEST_F(Tracer, FilesAreReplacedAppendedAndRemoved)
 {
-    const auto tracer = TraceEnvironment{root, {}, {}}.makeTracer();
+    const auto tracer = makeTracer(root);
     const std::string file = "trace/hvtrace_0/a.hvl";
     EXPECT_TRUE(tracer->write("a long first text", "a.hvl"));
     EXPECT_TRUE(tracer->write(std::string("b\r\n\0c", 5), "a.hvl"));

@@ -4,15 +4,15 @@
 
 #include <cstdlib>
 
-#include "ScratchDir.h"
 #include "support/HVStatTracer.h"
+#include "support/ScratchFolder.h"
 
 namespace {
 
 // The tracer of the process reads its environment once, so all of it stands in one case.
 TEST(Tracing, EveryKindGoesToAFileOfItsOwn)
 {
-    const ScratchDir scratch;
+    const ScratchFolder scratch;
     setenv("HV_STAT_DEBUG_DIR", scratch.path.c_str(), 1);
     setenv("HV_STAT_DEBUG_MAXCOUNT", "0", 1);
     traceHVLFile("read()", "HvlJobText", "GetIterator");

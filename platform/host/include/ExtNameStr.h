@@ -30,6 +30,8 @@ public:
     static int remove(const ExtNameStr& name);
     static int mkdir(const ExtNameStr& name);
     static int rmdir(const ExtNameStr& name);
+    /// Takes the place of whatever file `to` is.
+    static int rename(const ExtNameStr& from, const ExtNameStr& to);
     /// Opens a stream on the name; a stream that was open, or a failure, sets its failbit.
     static void Open(std::fstream& stream, const ExtNameStr& name, std::ios::openmode mode);
     static void Open(std::ifstream& stream, const ExtNameStr& name, std::ios::openmode mode);

@@ -22,6 +22,9 @@ struct FileState
 /// Makes a name absolute and tidy: without ".", "..", doubled or trailing separators. Non-zero for
 /// an empty name, one with a NUL or one that does not fit into the buffer; nothing is written then.
 HOST_API int ExpandFileSpecification(const std::string& name, char* buffer, std::size_t length);
+/// The absolute, tidy name of what a name leads to, without links on the way. Non-zero if nothing
+/// stands there, or if the host cannot spell the result, which is then empty.
+HOST_API int ResolveFileSpecification(const std::string& name, std::string& resolved);
 /// `expanded` receives the absolute name, as ExpandFileSpecification makes it. Non-zero only for a
 /// name that is none; a directory that is not there is no failure.
 HOST_API int ValidateDirSpecification(const std::string& name, std::string& expanded, bool& exists,
@@ -34,9 +37,10 @@ enum class FileKind
 {
     None,
     File,
-    Directory
+    Directory,
+    Special ///< a device, a pipe or a socket: to open it may wait for another, or do something
 };
-/// What a name stands for, by its UTF-16 form.
+/// What a name stands for, by its UTF-16 form; a link counts as what it leads to.
 HOST_API FileKind FileAttributesOf(const std::u16string& name);
 
 /// The host's temporary directory, with a trailing separator. The reference stays good.

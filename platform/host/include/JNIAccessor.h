@@ -2,6 +2,7 @@
 
 #include <jni.h>
 
+#include <cstdint>
 #include <string>
 
 #include "HostExport.h"
@@ -52,8 +53,8 @@ public:
     /// also with an exception pending, for a charset that does not exist or for lack of memory.
     std::string FromJString(jstring text, const char* charset = nullptr);
 
-    /// Whether the calling thread is the one that the environment belongs to. Where it is not, no
-    /// reference may be touched.
+    /// Whether the calling thread is the one that the environment was set on, and still attached as
+    /// it was then. Where it is not, no local reference may be touched.
     bool onOwnThread() const;
 
 private:
@@ -61,6 +62,7 @@ private:
     std::string bytesInCharset(jstring text, const char* charset);
 
     JNIEnv* _env;
+    std::uint64_t _attachment; ///< of the thread on which the environment was set
     jclass _class = nullptr;
     jmethodID _method = nullptr;
     jobject _object = nullptr;

@@ -48,9 +48,8 @@ private:
 ///
 ///     ^n                   the n-th part
 ///     [first:further:]n    the n-th part as a list: "first" for its first entry, "further" for
-///     each
-///                          entry after that; inside, %m in "first" and ^m in "further" stand for
-///                          the m-th column of the entry
+///                          each entry after that; inside, %m in "first" and ^m in "further" stand
+///                          for the m-th column of the entry
 ///
 /// Numbers are decimal. "first" ends at its first colon, "further" at the first ":]" with a number
 /// after it. What looks like a place and is none stands for itself, and so do the characters of

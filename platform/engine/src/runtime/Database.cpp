@@ -9,37 +9,12 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Nothing is fetched from outside: what the engine needs is linked in.
-constexpr std::pair<const char*, const char*> kOpenOptions[] = {
-    {"autoinstall_known_extensions", "false"},
-    {"autoload_known_extensions", "false"},
-    {"allow_unsigned_extensions", "false"},
-};
-
 /// Progress is counted but never printed, and counted from the start.
 constexpr const char* kConnectionOptions[] = {
     "SET enable_progress_bar = true",
     "SET enable_progress_bar_print = false",
     "SET progress_bar_time = 0",
 };
-
-duckdb_database openInMemory()
-{
-    duckdb_config config = nullptr;
-    if (duckdb_create_config(&config) != DuckDBSuccess)
-        throw duck::QueryError("the database takes no configuration");
-    for (const auto& [name, value] : kOpenOptions)
-        duckdb_set_config(config, name, value);
-    duckdb_database database = nullptr;
-    char* reason = nullptr;
-    const auto state = duckdb_open_ext(nullptr, &database, config, &reason);
-    duckdb_destroy_config(&config);
-    const std::string text = reason ? reason : "";
-    duckdb_free(reason);
-    if (state != DuckDBSuccess)
-        throw duck::QueryError("the database does not open: " + text);
-    return database;
-}
 
 } // namespace
 
@@ -49,7 +24,7 @@ ConnectionLease::~ConnectionLease()
         _database->takeBack(std::move(_connection));
 }
 
-Database::Database() : _database(openInMemory())
+Database::Database() : _database(duck::openInMemory())
 {
     // The function belongs to the whole instance, whichever connection registers it.
     auto connection = connect();

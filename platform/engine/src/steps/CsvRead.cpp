@@ -8,6 +8,7 @@
 #include "expression/FieldTypes.h"
 #include "expression/NearestName.h"
 #include "steps/CsvCheck.h"
+#include "steps/UserMissing.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -121,7 +122,16 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
 
     const std::string table =
         csvTable(settings.path, settings.hasHeader, node->fields, check.rejects);
-    node->select = [table](const std::vector<std::string>&) { return "SELECT * FROM " + table; };
+    std::string columns = "*";
+    if (anyUserMissing(node->fields)) {
+        std::vector<std::string> names;
+        for (const CFField& field : node->fields)
+            names.push_back(quotedIdentifier(field.GetName()));
+        columns = selectList(node->fields, names);
+    }
+    node->select = [sql = "SELECT " + columns + " FROM " + table](const std::vector<std::string>&) {
+        return sql;
+    };
     return node;
 }
 

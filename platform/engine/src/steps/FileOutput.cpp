@@ -7,7 +7,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "expression/ExpressionCompiler.h"
+#include "datafile/FieldDictionary.h"
+#include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -54,9 +55,17 @@ std::string FileOutput::statement(const std::string& select)
     if (_settings.kind == FileKind::Csv)
         options += "FORMAT CSV, HEADER true";
     else
-        options += "FORMAT PARQUET, KV_METADATA {" + quotedLiteral(kDataModelKey) + ": " +
-                   quotedLiteral(dataModelOf(_fields)) + "}";
+        options += "FORMAT PARQUET, KV_METADATA {" + describedFields() + "}";
     return "COPY (" + select + ") TO " + quotedLiteral(path) + " (" + options + ")";
+}
+
+/// What the file says of its fields, as an entry of its metadata.
+std::string FileOutput::describedFields() const
+{
+    if (_settings.kind == FileKind::Sav)
+        return quotedLiteral(kDictionaryKey) + ": " +
+               quotedLiteral(dictionaryText(dictionaryOfFields(_fields)));
+    return quotedLiteral(kDataModelKey) + ": " + quotedLiteral(dataModelOf(_fields));
 }
 
 void FileOutput::seal()

@@ -34,6 +34,7 @@ public:
 
 private:
     void seal();
+    std::string describedFields() const;
 
     JobContext& _context;
     FileOutputSettings _settings;

@@ -5,7 +5,9 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/ColumnTypes.h"
+#include "datafile/FieldDictionary.h"
 #include "datafile/InputFile.h"
+#include "steps/UserMissing.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -52,23 +54,22 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
     }
 }
 
-/// The model that stands in the file itself. One that cannot be read counts as none: the columns
+/// What the file itself says of its fields. A text that cannot be read counts as none: the columns
 /// are there all the same.
-Fields innerModel(JobContext& context, const std::string& path)
+void adoptInnerMetadata(JobContext& context, const std::string& path, Fields& fields)
 {
+    const auto text = [&](const char* key) {
+        return parquetMetadata(*context.connection, path, key);
+    };
     try {
-        duck::Result model = context.connection->query(
-            "SELECT decode(value) FROM parquet_kv_metadata(" + quotedLiteral(literalPath(path)) +
-            ") WHERE key = " + quotedLiteral(kDataModelKey) + "::BLOB");
-        if (model.rows() > 0)
-            return fieldsOfDataModel(model.text(0, 0), "the data model in " + path,
-                                     errors::kDataModel);
-    } catch (const duck::QueryError&) {
-        return {};
+        if (const std::string dictionary = text(kDictionaryKey); !dictionary.empty())
+            adoptDictionary(fields, dictionaryOf(dictionary, path));
+        else if (const std::string model = text(kDataModelKey); !model.empty())
+            adoptMetadata(
+                fields, fieldsOfDataModel(model, "the data model in " + path, errors::kDataModel));
     } catch (const JobError&) {
-        return {};
+        return;
     }
-    return {};
 }
 
 } // namespace
@@ -78,15 +79,13 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
     const auto scratch = unsealed(context, settings);
     const std::string path = scratch ? scratch->path() : settings.path;
     const std::string table = parquetTable(path);
-    std::string columns;
+    std::vector<std::string> columns;
     auto node = std::make_shared<Node>();
     try {
         const duck::Prepared statement(*context.connection, "SELECT * FROM " + table);
         for (const auto& [name, type] : statement.columns()) {
             const std::string quoted = quotedIdentifier(name);
-            const std::string column = canonicalColumn(quoted, type);
-            columns +=
-                (columns.empty() ? "" : ", ") + column + (column == quoted ? "" : " AS " + quoted);
+            columns.push_back(canonicalColumn(quoted, type));
             node->fields.push_back(plainField(name, storageOfColumn(type)));
         }
     } catch (const duck::QueryError& error) {
@@ -96,10 +95,12 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
                            " file, or it is cut short",
                        error.what());
     }
-    adoptMetadata(node->fields,
-                  settings.dataModel ? *settings.dataModel : innerModel(context, path));
+    if (settings.dataModel)
+        adoptMetadata(node->fields, *settings.dataModel);
+    else
+        adoptInnerMetadata(context, path, node->fields);
     // The file without a name lives as long as the node that reads it.
-    node->select = [scratch, sql = "SELECT " + columns + " FROM " +
+    node->select = [scratch, sql = "SELECT " + selectList(node->fields, columns) + " FROM " +
                                    table](const std::vector<std::string>&) { return sql; };
     return node;
 }

@@ -1,19 +1,19 @@
-#include "VexaDataSource.h"
-
 #include <utility>
 
 #include "Journal.h"
+#include "VexaDataSource.h"
+#include "data/ProcedureCases.h"
 
 struct ProcedureDataSource::Impl
 {
     bool isColumn(int column) const
     {
-        return column >= 0 && static_cast<std::size_t>(column) < names.size();
+        return column >= 0 && static_cast<std::size_t>(column) < variables.size();
     }
 
-    std::vector<std::string> names;
-    std::vector<int> types;
-    std::vector<MeasurementLevel> levels;
+    const VEXA_DataSource* dataset = nullptr;
+    VEXA_Variable none{0}; ///< what stands for a column that is not there
+    std::vector<VEXA_Variable> variables;
     int weightColumn = -1;
     std::vector<int> splitColumns;
     std::vector<std::string> splitValues;
@@ -25,7 +25,13 @@ ProcedureDataSource::~ProcedureDataSource() = default;
 
 int ProcedureDataSource::ColumnCount() const
 {
-    return static_cast<int>(_impl->names.size());
+    return static_cast<int>(_impl->variables.size());
+}
+
+const VEXA_Variable& ProcedureDataSource::GetVariable(int column) const
+{
+    return _impl->isColumn(column) ? _impl->variables[static_cast<std::size_t>(column)]
+                                   : _impl->none;
 }
 
 int ProcedureDataSource::GetWeightVarIndex() const
@@ -45,21 +51,37 @@ int ProcedureDataSource::GetSplitVarIndex(int position) const
     return _impl->splitColumns[static_cast<std::size_t>(position)];
 }
 
+VEXA_InputCaseIterator* ProcedureDataSource::MakeIterator(ErrorMonitor* monitor) const
+{
+    ProcedureCases::Group group;
+    group.columns = _impl->splitColumns;
+    for (const int column : group.columns)
+        group.variables.push_back(GetVariable(column));
+    Impl& state = *_impl;
+    group.begun = [&state](std::vector<std::string> values) {
+        state.splitValues = std::move(values);
+    };
+    group.isWatched = [&state] { return state.splitEndCheck; };
+    std::unique_ptr<VEXA_InputCaseIterator> cases;
+    if (_impl->dataset)
+        cases.reset(_impl->dataset->MakeIterator(monitor));
+    return std::make_unique<ProcedureCases>(std::move(cases), std::move(group)).release();
+}
+
 MeasurementLevel ProcedureDataSource::GetMeasurementLevel(int column) const
 {
-    return _impl->isColumn(column) ? _impl->levels[static_cast<std::size_t>(column)]
-                                   : MeasurementLevel::Unknown;
+    return GetVariable(column).GetMeasurementLevel();
 }
 
 int ProcedureDataSource::GetColumnType(int column) const
 {
-    return _impl->isColumn(column) ? _impl->types[static_cast<std::size_t>(column)] : 0;
+    return GetVariable(column).GetType();
 }
 
 void ProcedureDataSource::SetMeasurementLevel(int column, MeasurementLevel level)
 {
     if (_impl->isColumn(column))
-        _impl->levels[static_cast<std::size_t>(column)] = level;
+        _impl->variables[static_cast<std::size_t>(column)].SetMeasurementLevel(level);
 }
 
 void ProcedureDataSource::SetSplitEndCheck(bool check)
@@ -72,17 +94,36 @@ bool ProcedureDataSource::SplitEndCheck() const
     return _impl->splitEndCheck;
 }
 
-void ProcedureDataSource::SetColumns(std::vector<std::string> names)
+void ProcedureDataSource::SetDataset(const VEXA_DataSource* dataset)
 {
-    _impl->names = std::move(names);
-    _impl->types.assign(_impl->names.size(), 0);
-    _impl->levels.assign(_impl->names.size(), MeasurementLevel::Unknown);
+    _impl->dataset = dataset;
+    _impl->variables.clear();
+    _impl->splitColumns.clear();
+    _impl->splitValues.clear();
+    _impl->weightColumn = dataset ? dataset->GetWeightVarIndex() : -1;
+    for (int column = 0; dataset && column < dataset->ColumnCount(); ++column)
+        _impl->variables.push_back(dataset->GetVariable(column));
+    for (int i = 0; dataset && i < dataset->GetNSplitVars(); ++i)
+        _impl->splitColumns.push_back(dataset->GetSplitVarIndex(i));
 }
 
-void ProcedureDataSource::SetColumnTypes(std::vector<int> types)
+void ProcedureDataSource::SetColumns(std::vector<std::string> names)
 {
-    types.resize(_impl->names.size());
-    _impl->types = std::move(types);
+    SetDataset(nullptr);
+    for (std::string& name : names) {
+        _impl->variables.emplace_back(0);
+        _impl->variables.back().SetName(std::move(name));
+    }
+}
+
+void ProcedureDataSource::SetColumnTypes(const std::vector<int>& types)
+{
+    for (std::size_t i = 0; i < _impl->variables.size(); ++i) {
+        VEXA_Variable typed(i < types.size() ? types[i] : 0);
+        typed.SetName(_impl->variables[i].GetName());
+        typed.SetMeasurementLevel(_impl->variables[i].GetMeasurementLevel());
+        _impl->variables[i] = typed;
+    }
 }
 
 void ProcedureDataSource::SetWeightVarIndex(int column)
@@ -100,9 +141,12 @@ void ProcedureDataSource::SetSplitValues(std::vector<std::string> values)
     _impl->splitValues = std::move(values);
 }
 
-const std::vector<std::string>& ProcedureDataSource::ColumnNames() const
+std::vector<std::string> ProcedureDataSource::ColumnNames() const
 {
-    return _impl->names;
+    std::vector<std::string> names;
+    for (const VEXA_Variable& variable : _impl->variables)
+        names.push_back(variable.GetName());
+    return names;
 }
 
 const std::vector<std::string>& ProcedureDataSource::SplitValues() const

@@ -92,6 +92,17 @@ int ExtNameStr::rmdir(const ExtNameStr& name)
         name, [](const char* native) { return ::rmdir(native); }, -1);
 }
 
+int ExtNameStr::rename(const ExtNameStr& from, const ExtNameStr& to)
+{
+    return onNative(
+        from,
+        [&to](const char* native) {
+            return onNative(
+                to, [native](const char* target) { return std::rename(native, target); }, -1);
+        },
+        -1);
+}
+
 void ExtNameStr::Open(std::fstream& stream, const ExtNameStr& name, std::ios::openmode mode)
 {
     openStream(stream, name, mode);

@@ -73,6 +73,20 @@ int ExpandFileSpecification(const std::string& name, char* buffer, std::size_t l
     return 0;
 }
 
+int ResolveFileSpecification(const std::string& name, std::string& resolved)
+{
+    resolved.clear();
+    const std::string native = absoluteNative(name);
+    if (native.empty())
+        return 1;
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::canonical(native, error);
+    if (error)
+        return 1;
+    resolved = nameFromUtf8(hostSpelling(path.string())).value_or("");
+    return resolved.empty() ? 1 : 0;
+}
+
 int ValidateDirSpecification(const std::string& name, std::string& expanded, bool& exists,
                              bool& readOnly)
 {
@@ -124,7 +138,9 @@ FileKind FileAttributesOf(const std::u16string& name)
     struct stat state = {};
     if (!read || utf8.find('\0') != std::string::npos || !stateOf(nativeSpelling(utf8), state))
         return FileKind::None;
-    return S_ISDIR(state.st_mode) ? FileKind::Directory : FileKind::File;
+    if (S_ISDIR(state.st_mode))
+        return FileKind::Directory;
+    return S_ISREG(state.st_mode) ? FileKind::File : FileKind::Special;
 }
 
 bool FetchFile::fetch(const std::string& name, std::string& content)

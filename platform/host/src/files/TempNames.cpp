@@ -28,9 +28,10 @@ std::string uniquePart()
 
 bool isTaken(const std::string& native)
 {
-    // A link that leads nowhere takes the name as well.
+    // A link that leads nowhere takes the name as well. Where the system cannot tell, as in a
+    // directory that is a file, no other name would be free either.
     struct stat state = {};
-    return ::lstat(native.c_str(), &state) == 0 || errno != ENOENT;
+    return ::lstat(native.c_str(), &state) == 0;
 }
 
 std::string expandedName(const std::string& name)
@@ -46,11 +47,11 @@ std::string expandedName(const std::string& name)
 
 const std::string& GetVexaTempPath()
 {
-    const std::string directory = hostSpelling(CFAppHost::getInstance()->getTempDirectory());
-    std::string path = nameFromUtf8(directory).value_or(directory);
-    if (path.empty() || path.back() != '\\')
-        path += '\\';
-    return keepString(path);
+    std::string directory = hostSpelling(CFAppHost::getInstance()->getTempDirectory());
+    // Still as UTF-8: in the host's encoding a letter may end in the byte of the backslash.
+    if (!directory.ends_with('\\'))
+        directory += '\\';
+    return keepString(nameFromUtf8(directory).value_or(directory));
 }
 
 std::string FormTempName(const std::string& prefix)

@@ -3,14 +3,16 @@
 #include "JNIException.h"
 #include "JavaClasses.h"
 #include "JavaText.h"
+#include "JavaThread.h"
 #include "JavaThrowable.h"
 #include "VexaJVM.h"
 
-JNIAccessor::JNIAccessor(JNIEnv* env) : _env(env) {}
+JNIAccessor::JNIAccessor(JNIEnv* env) : _env(env), _attachment(JavaThread::attachment()) {}
 
 JNIAccessor::JNIAccessor(const JNIAccessor& other)
-    : _env(other._env), _class(other._class), _method(other._method), _object(other._object),
-      _errorMessage(other._errorMessage), _ownsClass(other._ownsClass)
+    : _env(other._env), _attachment(other._attachment), _class(other._class),
+      _method(other._method), _object(other._object), _errorMessage(other._errorMessage),
+      _ownsClass(other._ownsClass)
 {
     if (_ownsClass)
         _class = onOwnThread() ? static_cast<jclass>(_env->NewLocalRef(other._class)) : nullptr;
@@ -21,6 +23,7 @@ JNIAccessor& JNIAccessor::operator=(const JNIAccessor& other)
     if (this != &other) {
         JNIAccessor copy(other);
         std::swap(_env, copy._env);
+        std::swap(_attachment, copy._attachment);
         std::swap(_class, copy._class);
         std::swap(_method, copy._method);
         std::swap(_object, copy._object);
@@ -47,6 +50,7 @@ void JNIAccessor::setEnv(JNIEnv* env)
 {
     releaseClass();
     _env = env;
+    _attachment = JavaThread::attachment();
 }
 
 jclass JNIAccessor::classNamed(const char* name)
@@ -156,6 +160,6 @@ bool JNIAccessor::onOwnThread() const
 {
     JavaVM* machine = VexaJVM::GetInstance()->GetJavaVM();
     void* env = nullptr;
-    return machine != nullptr && _env != nullptr &&
+    return machine != nullptr && _env != nullptr && _attachment == JavaThread::attachment() &&
            machine->GetEnv(&env, JNI_VERSION_10) == JNI_OK && env == _env;
 }

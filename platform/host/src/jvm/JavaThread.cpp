@@ -2,8 +2,20 @@
 
 #include <unistd.h>
 
+#include <atomic>
+
 namespace {
 constexpr jint JniVersion = JNI_VERSION_10;
+
+std::uint64_t nextAttachment()
+{
+    static std::atomic<std::uint64_t> last = 0;
+    return ++last;
+}
+
+// Not a member: static objects ask for it when the main thread's JavaThread is gone. A thread that
+// the machine or others attach has its first number for as long as it lives.
+thread_local std::uint64_t currentAttachment = nextAttachment();
 } // namespace
 
 JavaThread& JavaThread::current()
@@ -24,12 +36,19 @@ jint JavaThread::attach(JavaVM* machine, JNIEnv** env)
     jint result = machine->GetEnv(reinterpret_cast<void**>(env), JniVersion);
     if (result == JNI_EDETACHED) {
         result = machine->AttachCurrentThread(reinterpret_cast<void**>(env), nullptr);
-        if (result == JNI_OK)
+        if (result == JNI_OK) {
             _machine = machine;
+            currentAttachment = nextAttachment();
+        }
     }
     if (result == JNI_OK)
         ++_depth;
     return result;
+}
+
+std::uint64_t JavaThread::attachment()
+{
+    return currentAttachment;
 }
 
 void JavaThread::detach()

@@ -2,6 +2,8 @@
 
 #include <jni.h>
 
+#include <cstdint>
+
 /// The attachment of the calling thread to the machine.
 ///
 /// A thread may be attached by several callers at once, each of which detaches; only the last one
@@ -19,6 +21,11 @@ public:
     /// The result code of JNI.
     jint attach(JavaVM* machine, JNIEnv** env);
     void detach();
+
+    /// The number of the calling thread's attachment, which no other one has, before or after it
+    /// and on whichever thread. An environment does not tell attachments apart: the machine gives
+    /// the address of one that has ended to the next.
+    static std::uint64_t attachment();
 
 private:
     JavaThread() = default;

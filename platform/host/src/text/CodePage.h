@@ -7,8 +7,7 @@
 #include <string_view>
 
 /// One code page, by ICU: conversion from and to UTF-8, and stepping through a text character by
-/// character. All operations may be called from
-/// any thread.
+/// character. All operations may be called from any thread.
 class CodePage
 {
 public:

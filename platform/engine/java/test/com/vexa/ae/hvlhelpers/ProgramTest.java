@@ -73,24 +73,6 @@ class ProgramTest
     }
 
     @Test
-    void expressionsBecomeFunctionsOverRecords()
-    {
-        HvlFunction read = _composer.open("read", null);
-        HvlExpression body = _composer.template("%s > 20", _composer.field("t 1"));
-        HvlFieldDerive derive = _program.createHvlFieldDerive("F\"", body);
-        assertFunction("val f2Lambda = ctx => x => x.`t 1` > 20", "filterRecords(_, f2Lambda)",
-                       _program.createHvlFunctionFilterRecords(body, read));
-        assertFunction("val f3Lambda = ctx => x => (\"F\\\"\", x.`t 1` > 20)",
-                       "deriveField(_, f3Lambda)",
-                       _program.createHvlFunctionDeriveFields(derive, read));
-        assertFunction("val f4Lambda = ctx => x => x.`t 1` > 20", "balanceRecords(_, f4Lambda)",
-                       _program.createHvlFunction("balanceRecords", null, body, read));
-        assertFunction("val f5Lambda = ctx => x => (\"F\\\"\", x.`t 1` > 20)",
-                       "reclassifyField(_, f5Lambda)",
-                       _program.createHvlFunction("reclassifyField", null, derive, read));
-    }
-
-    @Test
     void theRecordMayDeclareItsTypes()
     {
         HvlFunction read = _composer.open("read", null);
@@ -134,19 +116,6 @@ class ProgramTest
                                                   null));
         refused(() -> _program.createContainer(null, "u", true), "no name");
         refused(() -> _program.createContainer("c", null, true), "\"c\"");
-    }
-
-    @Test
-    void containersOutsideAProgramAreOneArray()
-    {
-        assertEquals("[{\"export\":true,\"name\":\"a\",\"uri\":\"u\"},"
-                         + "{\"name\":\"b\",\"uri\":\"v\"}]",
-                     HvlHelpers.formatContainerListJSON(new String[] {"a", "b"},
-                                                        new String[] {"u", "v"},
-                                                        new boolean[] {true, false}));
-        assertEquals("[]", HvlHelpers.formatContainerListJSON(null, null, null));
-        assertEquals("[]", HvlHelpers.formatContainerListJSON(new String[0], new String[0],
-                                                              new boolean[0]));
         refused(() -> HvlHelpers.formatContainerListJSON(new String[1], new String[2],
                                                          new boolean[1]), "2 addresses");
     }
@@ -177,7 +146,7 @@ class ProgramTest
         HvlFunction a = _composer.open("read", null);
         HvlFunction b = _composer.open("read", null);
         JSONObject json = Composer.json("{\"k\":1}");
-        HvlExpression call = _composer.template("toReal(3)");
+        HvlExpression call = _composer.template(" toReal(3)");
         List<HvlContainer> containers = Arrays.asList(
             null, _program.createContainer("c", "u", false));
         HvlFunction bound = _composer.general(

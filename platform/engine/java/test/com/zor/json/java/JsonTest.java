@@ -49,6 +49,7 @@ class JsonTest
                         "{\"a\": 1e999}|line 1, column 7: the number 1e999 is out of range",
                         "{} // end|line 1, column ", "[]|line 1, column 1: the text is not",
                         "7|line 1, column 1: the text is not", "~~|the JSON text is empty",
+                        "~{\n\"a\": 1,\n  oops}~|line 3, column ",
                         "~  ~|the JSON text is empty"})
     void whatIsNoObjectIsRefusedWithItsPlace(String text, String start)
     {
@@ -56,17 +57,6 @@ class JsonTest
             assertThrows(JSONException.class, () -> JSONObject.parse(text)).getMessage();
         assertTrue(message.startsWith(start), message);
         assertTrue(!message.contains("Source"), message);
-    }
-
-    @Test
-    void theLineOfAMistakeIsCounted()
-    {
-        String message =
-            assertThrows(JSONException.class, () -> JSONArray.parse("[1,\n 2,\n  oops]"))
-                .getMessage();
-        assertTrue(message.startsWith("line 3, column "), message);
-        assertThrows(JSONException.class, () -> JSONObject.parse(null));
-        assertThrows(JSONException.class, () -> JSONArray.parse("{}"));
     }
 
     @Test
@@ -100,27 +90,13 @@ class JsonTest
     }
 
     @Test
-    void anArrayAppendsInsertsAndReplaces()
-    {
-        JSONArray array = new JSONArray(4);
-        assertTrue(array.add("a"));
-        array.add(0, 7);
-        array.add((Object) null);
-        assertEquals("a", array.set(1, true));
-        assertEquals("[7,true,null]", array.toString());
-        assertEquals(3, array.size());
-        assertThrows(IndexOutOfBoundsException.class, () -> array.get(3));
-        assertThrows(IndexOutOfBoundsException.class, () -> array.add(4, 1));
-        assertThrows(IndexOutOfBoundsException.class, () -> array.set(-1, 1));
-    }
-
-    @Test
     void whatJsonDoesNotHaveIsRefused()
     {
         JSONObject object = new JSONObject();
         assertThrows(JSONException.class, () -> object.put(null, 1));
         assertThrows(JSONException.class, () -> object.put(7, 1));
         assertThrows(JSONException.class, () -> object.put("a", new Object()));
+        assertThrows(JSONException.class, () -> new JSONArray().add('c'));
         for (double number : new double[] {Double.NaN, Double.NEGATIVE_INFINITY}) {
             object.put("a", number);
             String message = assertThrows(JSONException.class, object::serialize).getMessage();

@@ -69,7 +69,8 @@ public final class Expressions
         if (template == null || template.isBlank()) {
             throw new IllegalArgumentException("the template of an expression is empty");
         }
-        return new ExpressionText(ExpressionTemplate.fill(template, arguments));
+        // Blanks around it would hide what the text begins with.
+        return new ExpressionText(ExpressionTemplate.fill(template.strip(), arguments));
     }
 
     public static HvlExpression conditional(List<HvlExpressionConditional.Clause> clauses,

@@ -4,15 +4,13 @@
 #include <optional>
 #include <string>
 
-#include "CFAppHost.h"
-#include "FileServices.h"
 #include "MultiByte.h"
 
 /// Sets an environment variable for a scope; no value takes it away.
 class ScopedEnvironment
 {
 public:
-    ScopedEnvironment(const char* name, std::optional<std::string> value) : _name(name)
+    ScopedEnvironment(const char* name, const std::optional<std::string>& value) : _name(name)
     {
         if (const char* before = std::getenv(name))
             _before = before;
@@ -41,28 +39,12 @@ class ScopedCodePage
 public:
     explicit ScopedCodePage(const std::string& name) : _before(VEXAMBDefaultCodePage())
     {
-        known = SetDefaultCodePage(name);
+        SetDefaultCodePage(name);
     }
     ~ScopedCodePage() { SetDefaultCodePage(_before); }
     ScopedCodePage(const ScopedCodePage&) = delete;
     ScopedCodePage& operator=(const ScopedCodePage&) = delete;
 
-    bool known = false;
-
 private:
-    std::string _before;
-};
-
-/// A folder of the host's temporary directory for a scope.
-class ScopedFolder
-{
-public:
-    ScopedFolder() : path(CreateTempFolder("test_")) {}
-    ~ScopedFolder() { RemoveFolderFromTempDir(path); }
-    ScopedFolder(const ScopedFolder&) = delete;
-    ScopedFolder& operator=(const ScopedFolder&) = delete;
-
-    std::string name(const std::string& file) const { return path + "\\" + file; }
-
-    const std::string path;
+    const std::string _before;
 };

@@ -1,0 +1,119 @@
+#include "OptionGroups.h"
+
+#include <cstdlib>
+
+#include <CLI/CLI.hpp>
+
+#include "DataKind.h"
+#include "OptionChecks.h"
+
+namespace {
+
+void addInput(CLI::App& app, InputOptions& options)
+{
+    app.add_option("IN", options.path, "The data file; - for standard input")
+        ->type_name("FILE")
+        ->required()
+        ->check(notEmpty());
+    const auto add = [&app](const char* name, auto& value, const char* purpose) {
+        return app.add_option(name, value, purpose)->group("Input");
+    };
+    add("--from", options.kind, "What the file is, whatever its name says")
+        ->type_name("KIND")
+        ->check(dataKindWord());
+    CLI::Option* const password =
+        add("--password", options.password, "Password of a sav file")->type_name("WORD");
+    add("--password-file", options.passwordFile, "A file with it on its first line")
+        ->type_name("FILE")
+        ->check(notEmpty())
+        ->excludes(password->check(notEmpty()));
+    add("--data-model", options.dataModel, "A data model document for the fields")
+        ->type_name("FILE")
+        ->check(notEmpty());
+    app.add_flag("--no-header", options.noHeader, "A csv file without a line of names")
+        ->group("Input");
+    add("--limit", options.limit, "Read at most so many records")
+        ->type_name("N")
+        ->check(wholeNumberFrom(0));
+    add("--max-errors", options.maxErrors, "Skip up to so many bad records; -1 for any")
+        ->type_name("N")
+        ->check(wholeNumberFrom(-1));
+}
+
+void addOutput(CLI::App& app, OutputOptions& options, bool needed)
+{
+    app.add_option("OUT,-o", options.path, "The file to write; - for standard output")
+        ->type_name("FILE")
+        ->required(needed)
+        ->check(notEmpty());
+    const auto add = [&app](const char* name, std::string& value, const char* purpose) {
+        return app.add_option(name, value, purpose)->group("Output");
+    };
+    add("--to", options.kind, "What the file is to be, whatever its name says")
+        ->type_name("KIND")
+        ->check(dataKindWord());
+    CLI::Option* const password =
+        add("--out-password", options.password, "Seal a sav file with this password")
+            ->type_name("WORD");
+    add("--out-password-file", options.passwordFile, "A file with it on its first line")
+        ->type_name("FILE")
+        ->check(notEmpty())
+        ->excludes(password->check(notEmpty()));
+    add("--out-data-model", options.dataModel, "Write the data model document here")
+        ->type_name("FILE")
+        ->check(notEmpty());
+    app.add_flag("--force", options.force, "Replace existing files")->group("Output");
+}
+
+void addRecords(CLI::App& app, RecordOptions& options)
+{
+    app.add_option("--derive", options.derivations,
+                   "A new field; the record is x, a field x.name;\nrepeatable")
+        ->type_name("NAME=EXPRESSION")
+        ->allow_extra_args(false)
+        ->group("Records");
+    app.add_option("--where", options.where, "Keep records for which this is true")
+        ->type_name("EXPRESSION")
+        ->check(notEmpty())
+        ->group("Records");
+}
+
+} // namespace
+
+void addCommonOptions(CLI::App& app, CommonOptions& options)
+{
+    const auto add = [&app](const char* name, auto& value, const char* purpose) {
+        return app.add_option(name, value, purpose)->group("Common");
+    };
+    app.add_flag("-q,--quiet", options.quiet, "No warnings, no progress")->group("Common");
+    app.add_flag("-v,--verbose", options.verbose, "Say more of a fault")->group("Common");
+    app.add_flag("--strict", options.strict, "Exit 5 if there were warnings")->group("Common");
+    add("--progress", options.progress, "Progress on standard error; auto: on a terminal")
+        ->type_name("WHEN")
+        ->check(CLI::IsMember({"auto", "always", "never"}));
+    add("--log", options.logFile, "Append what happens to this file")
+        ->type_name("FILE")
+        ->check(notEmpty());
+    add("--trace", options.traceDirectory,
+        "Write job texts, passwords included, and a log\nbelow this folder")
+        ->type_name("FOLDER")
+        ->check(notEmpty())
+        // The tracer reads its folder once, from the environment, at its first use.
+        ->each([](const std::string& folder) { setenv("HV_STAT_DEBUG_DIR", folder.c_str(), 1); });
+    add("--timeout", options.timeout, "Stop after so many seconds")
+        ->type_name("SECONDS")
+        ->check(positiveNumber());
+}
+
+void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput)
+{
+    addInput(app, options.input);
+    addOutput(app, options.output, needsOutput);
+    addRecords(app, options.records);
+    addPrintJob(app, options.printJob);
+}
+
+void addPrintJob(CLI::App& app, bool& printJob)
+{
+    app.add_flag("--print-job", printJob, "Show the job text and run nothing");
+}

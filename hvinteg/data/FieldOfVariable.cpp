@@ -1,0 +1,168 @@
+#include "data/FieldOfVariable.h"
+
+#include <memory>
+#include <utility>
+
+#include "HostConversions.h"
+#include "support/Conversions.h"
+#include "support/Transcoding.h"
+
+namespace {
+
+/// As many bytes of a text as decide on whether it is missing.
+constexpr int kMissingTextWidth = 8;
+
+/// Makes the values of one variable.
+class ValueMaker
+{
+public:
+    ValueMaker(const VEXA_Variable& variable, CFField::StorageType storage, void* converter)
+        : _variable(variable), _storage(storage), _converter(converter)
+    {
+    }
+
+    std::vector<CFValue> labelled() const
+    {
+        std::vector<CFValue> values;
+        VEXA_ValueLabelMap labels = _variable.GetValueLabels();
+        labels.Reset();
+        const OBS* value = nullptr;
+        const char* label = nullptr;
+        while (labels.GetNextPair(value, label))
+            values.emplace_back(isString() ? textDatum(hostText(value)) : numberDatum(value),
+                                transcodeToUTF8(label, _converter), 0, 0);
+        return values;
+    }
+
+    /// A single missing value, with the label that it has as a value.
+    CFValue missing(const OBS* value) const
+    {
+        const VEXA_ValueLabelMap& labels = _variable.GetValueLabels();
+        if (!isString())
+            return CFValue(numberDatum(value),
+                           transcodeToUTF8(labels.Find(value->number), _converter), 0, 0);
+        std::string text;
+        ConvertObsValToStr(value, kMissingTextWidth, text);
+        const std::string label = transcodeToUTF8(labels.Find(text), _converter);
+        return CFValue(textDatum(text), label, 0, 0);
+    }
+
+    CFDatum numberDatum(const OBS* value) const
+    {
+        return CFDatum(NumericStorageStatToCF(value->number, _storage));
+    }
+
+private:
+    bool isString() const { return _variable.GetType() > 0; }
+    std::string hostText(const OBS* value) const
+    {
+        std::string text;
+        ConvertObsValToStr(value, _variable, text);
+        return text;
+    }
+    CFDatum textDatum(const std::string& text) const
+    {
+        return CFDatum(transcodeToUTF8(text.c_str(), _converter));
+    }
+
+    const VEXA_Variable& _variable;
+    CFField::StorageType _storage;
+    void* _converter;
+};
+
+void setMissingValues(CFField& field, const VEXA_Variable& variable, const ValueMaker& maker)
+{
+    const OBS* first = nullptr;
+    const OBS* second = nullptr;
+    const OBS* third = nullptr;
+    const int code = variable.GetMissingValues(first, second, third);
+    if (code == 0)
+        return;
+    CFRange range;
+    std::vector<CFValue> values;
+    if (code < 0)
+        range = CFRange(maker.numberDatum(first), maker.numberDatum(second));
+    if (code == -3)
+        values.push_back(maker.missing(third));
+    const OBS* const singles[] = {first, second, third};
+    for (int i = 0; i < code; ++i)
+        values.push_back(maker.missing(singles[i]));
+    field.SetMissingValues(CFMissingValues(range, std::move(values), true, false));
+}
+
+} // namespace
+
+CFField::FieldType fieldTypeOf(MeasurementLevel level, bool isString)
+{
+    switch (level) {
+    case MeasurementLevel::Unknown:
+    case MeasurementLevel::Scale:
+        return isString ? CFField::Nominal : CFField::Continuous;
+    case MeasurementLevel::Nominal:
+        return CFField::Nominal;
+    case MeasurementLevel::Ordinal:
+        return CFField::Ordinal;
+    default:
+        return CFField::Typeless;
+    }
+}
+
+CFField::StorageType storageOfFormatType(std::uint8_t formatType)
+{
+    switch (formatType) {
+    case kFormatString:
+    case kFormatHexString:
+        return CFField::String;
+    case kFormatDate:
+    case kFormatDateMonthFirst:
+    case kFormatDateDayOfYear:
+    case kFormatMonthAndYear:
+    case kFormatQuarterAndYear:
+    case kFormatWeekAndYear:
+    case kFormatDateWithDots:
+    case kFormatDateYearFirst:
+        return CFField::Date;
+    case kFormatTime:
+    case kFormatTimeWithDays:
+    case kFormatTimeMinutesFirst:
+        return CFField::Time;
+    case kFormatDateTime:
+    case kFormatDateTimeYearFirst:
+        return CFField::Timestamp;
+    default:
+        return CFField::Real;
+    }
+}
+
+CFField::RoleType roleOf(int hostRole)
+{
+    switch (hostRole) {
+    case kRoleTarget:
+        return CFField::Target;
+    case kRoleBoth:
+        return CFField::Both;
+    case kRoleNone:
+        return CFField::None;
+    case kRolePartition:
+        return CFField::Partition;
+    default:
+        return CFField::Input;
+    }
+}
+
+CFField fieldOf(const VEXA_Variable& variable, MeasurementLevel level, CFField::RoleType role,
+                void* converter)
+{
+    const CFField::StorageType storage = storageOfFormatType(variable.GetFormat().type);
+    CFField field(transcodeToUTF8(variable.GetName().c_str(), converter),
+                  fieldTypeOf(level, variable.GetType() > 0), storage, role);
+    if (const std::unique_ptr<CFFormat> format{GetCFFieldFormat(variable)})
+        field.SetPrivateFormat(*format);
+    if (const char* label = variable.GetLabel(); label && *label)
+        field.SetLabel(transcodeToUTF8(label, converter));
+    const ValueMaker maker(variable, storage, converter);
+    if (std::vector<CFValue> labels = maker.labelled(); !labels.empty())
+        field.SetValueLabels(std::move(labels));
+    setMissingValues(field, variable, maker);
+    return field;
+}

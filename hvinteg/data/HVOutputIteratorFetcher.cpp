@@ -1,0 +1,89 @@
+#include "data/HVOutputIteratorFetcher.h"
+
+#include "bridge/JNIHvlProgram.h"
+#include "bridge/JNIObjectManager.h"
+#include "hvl/HVLFilterFields.h"
+#include "hvl/HVLRead.h"
+#include "hvl/HVLWrite.h"
+#include "runner/HVRunner.h"
+#include "support/HVSimpleFile.h"
+#include "support/Paths.h"
+#include "support/Tracing.h"
+
+HVOutputIteratorFetcher::HVOutputIteratorFetcher(HVRunner& runner) : _runner(runner) {}
+
+HVOutputIteratorFetcher::~HVOutputIteratorFetcher()
+{
+    Finalize();
+}
+
+std::string HVOutputIteratorFetcher::jobText(const std::string& dataPath,
+                                             const std::string& dataModelPath, HVDataFileType type,
+                                             const std::vector<std::string>& fields) const
+{
+    JNIHvlProgram program;
+    HVLRead read(&program);
+    const std::string url = NormalizeHvlPathU(dataPath, "file");
+    if (type != kCsv)
+        read.ReadHVBF(url);
+    else
+        read.ReadCSV(url, false);
+    if (!dataModelPath.empty())
+        read.SetDataModel(NormalizeHvlPathU(dataModelPath, "file"));
+    HVLFilterFields filter(&program);
+    if (!fields.empty()) {
+        filter.KeepFieldNames(fields);
+        filter.AddPredFunction(&read);
+    }
+    // Bare names: the engine finds them in the analytic directory.
+    HVLWrite write(&program);
+    write.SetDataModel(_modelFile->GetFileName());
+    write.WriteHVBF(_dataFile->GetFileName());
+    if (fields.empty())
+        write.AddPredFunction(&read);
+    else
+        write.AddPredFunction(&filter);
+    std::string text;
+    write.GenerateHVL();
+    program.getHvlText(text);
+    return text;
+}
+
+EmbeddedHV::RowDataIterator* HVOutputIteratorFetcher::Fetch(const std::string& dataPath,
+                                                            const std::string& dataModelPath,
+                                                            HVDataFileType type,
+                                                            const std::vector<std::string>& fields)
+{
+    Finalize(); // of an earlier fetch
+    _dataFile = std::make_unique<HVSimpleFile>("outitera.hvbf", true, true);
+    _modelFile = std::make_unique<HVSimpleFile>("outmodel.xml", true, true);
+    const std::string text = jobText(dataPath, dataModelPath, type, fields);
+    traceHVLFile(text, "HvlJobText", "GetIterator");
+    fetchIterator(text);
+    return _iterator;
+}
+
+void HVOutputIteratorFetcher::fetchIterator(const std::string& text)
+{
+    bool succeeded = false;
+    try {
+        _runner.prepareHVLJob(text);
+        succeeded = _runner.execute();
+    } catch (...) {
+        succeeded = false;
+    }
+    if (succeeded)
+        _iterator = _runner.getOutputIterator(_dataFile->GetFileName());
+    else
+        Finalize();
+}
+
+void HVOutputIteratorFetcher::Finalize()
+{
+    if (_iterator)
+        _iterator->dispose(JNIObjectManager::getManager()->getEnv());
+    _iterator = nullptr;
+    _runner.cleanExecution();
+    _modelFile.reset();
+    _dataFile.reset();
+}

@@ -1,0 +1,470 @@
+#include "data/HVRawDataIterator.h"
+
+#include <algorithm>
+#include <atomic>
+#include <utility>
+
+#include "MultiByte.h"
+#include "VexaDataViews.h"
+#include "data/HVDataModel.h"
+#include "data/RecordSlots.h"
+#include "support/Tracing.h"
+
+namespace {
+
+/// Set by any thread, never cleared.
+struct CancelFlag
+{
+    CancelFlag() = default;
+    CancelFlag(const CancelFlag& other) : isSet(other.isSet.load()) {}
+    CancelFlag& operator=(const CancelFlag& other)
+    {
+        isSet = other.isSet.load();
+        return *this;
+    }
+    std::atomic<bool> isSet = false;
+};
+
+bool hasText(const VEXA_DataSource& source)
+{
+    for (int column = 0; column < source.ColumnCount(); ++column)
+        if (source.GetVariable(column).GetType() >= 1)
+            return true;
+    return false;
+}
+
+} // namespace
+
+struct HVRawDataIterator::Impl
+{
+    void takeModel(const HVDataModel& model);
+    void takeMetadata(const CFMetaData& fields);
+    void init();
+    void readViewAsUtf8(const VEXA_DataSource& current);
+    void describeFields(const VEXA_DataSource& current);
+    bool isCancelled();
+    unsigned int nextRecord();
+    unsigned int rewind(bool score);
+
+    const VEXA_DataSource* source = nullptr;
+    std::string name;
+    std::string dataModel;
+    CFMetaData metadata;
+    std::vector<int> variables;
+    RecordRules rules;
+    RecordSlots slots;
+    CaseCounts counts;
+    int columnCount = 0;
+    ErrorMonitor* monitor = nullptr;
+    bool scoreIteration = false;
+    bool firstPass = true;
+    unsigned int status = RecordAvailable;
+    HVStopProcessor* stopProcessor = nullptr;
+    CancelFlag cancelled;
+
+    // Shared by copies. Each reads from the one before it, so they go in the opposite order.
+    std::shared_ptr<SvrDMInputDataSource> dataset;
+    std::shared_ptr<VEXA_CProjection> projection;
+    std::shared_ptr<ErrorMonitor> ownMonitor;
+    std::shared_ptr<UTF8DataSource> utf8View;
+    std::shared_ptr<TempFileDataStore> temporaryStore;
+    const VEXA_DataSource* view = nullptr; ///< where the cases are read
+    std::shared_ptr<VEXA_InputCaseIterator> cases;
+};
+
+void HVRawDataIterator::Impl::takeModel(const HVDataModel& model)
+{
+    dataModel = model.getDataModel();
+    metadata = model.getMetaData();
+}
+
+void HVRawDataIterator::Impl::takeMetadata(const CFMetaData& fields)
+{
+    metadata = fields;
+    metadata.ExportXMLDoc(dataModel);
+}
+
+void HVRawDataIterator::Impl::init()
+{
+    std::vector<int> columns;
+    std::copy_if(variables.begin(), variables.end(), std::back_inserter(columns),
+                 [](int column) { return column >= 0; });
+    if (!columns.empty())
+        projection = std::make_shared<VEXA_CProjection>(*source, columns);
+    const VEXA_DataSource& current = projection ? *projection : *source;
+    if (rules.adjust != kWeightNone)
+        rules.weightField = current.GetWeightVarIndex();
+    rules.incrementValue = kSystemMissing;
+    rules.trimsTabs = qUTF8mode();
+    columnCount = current.ColumnCount();
+    slots.resize(metadata.FieldCount());
+    view = &current;
+    if (!rules.trimsTabs && hasText(current))
+        readViewAsUtf8(current);
+    monitor = nullptr;
+    describeFields(*view);
+    cases.reset(view->MakeIterator(nullptr));
+}
+
+/// The engine reads UTF-8, and may read more than once what takes work to convert.
+void HVRawDataIterator::Impl::readViewAsUtf8(const VEXA_DataSource& current)
+{
+    if (!monitor) {
+        ownMonitor = std::make_shared<VexaErrorMonitor>(&Reporter);
+        monitor = ownMonitor.get();
+    }
+    utf8View = std::make_shared<UTF8DataSource>(current, VEXAMBDefaultCodePage(), monitor);
+    temporaryStore = std::make_shared<TempFileDataStore>(*utf8View);
+    view = temporaryStore.get();
+}
+
+void HVRawDataIterator::Impl::describeFields(const VEXA_DataSource& current)
+{
+    rules.fields.clear();
+    for (std::size_t i = 0; i < metadata.FieldCount(); ++i) {
+        RecordField field;
+        field.storage = metadata.GetField(i)->GetStorage();
+        field.isCaseCount = static_cast<int>(i) >= columnCount;
+        if (!field.isCaseCount) {
+            field.variable = &current.GetVariable(static_cast<int>(i));
+            field.hasUserMissing = field.variable->HasMissingValues();
+            field.width = field.variable->GetType();
+        }
+        rules.fields.push_back(field);
+    }
+}
+
+bool HVRawDataIterator::Impl::isCancelled()
+{
+    if (stopProcessor && stopProcessor->CheckCancel())
+        cancelled.isSet = true;
+    if (cancelled.isSet)
+        status = Cancelled;
+    return status == Cancelled;
+}
+
+unsigned int HVRawDataIterator::Impl::nextRecord()
+{
+    isCancelled();
+    if (status != RecordAvailable)
+        return status;
+    while (cases->NextCase() != 0) {
+        if (firstPass)
+            ++counts.cases;
+        const double weight = slots.fill(*cases, rules, firstPass ? &counts : nullptr);
+        if (firstPass)
+            counts.judge(weight);
+        if (weight > 0)
+            return status;
+    }
+    cases.reset();
+    status = EndOfData;
+    return status;
+}
+
+unsigned int HVRawDataIterator::Impl::rewind(bool score)
+{
+    scoreIteration = score;
+    isCancelled();
+    if (counts.cases >= 1 && cases) {
+        if (firstPass)
+            while (nextRecord() == RecordAvailable && !cancelled.isSet) {
+            }
+        cases.reset();
+    }
+    if (status == Cancelled)
+        return status;
+    if (!cases) {
+        cases.reset(view->MakeIterator(nullptr));
+        firstPass = false;
+    }
+    status = RecordAvailable;
+    return status;
+}
+
+HVRawDataIterator::HVRawDataIterator(const HVDataModel& model, ErrorMonitor* monitor)
+    : _impl(std::make_unique<Impl>())
+{
+    _impl->source = &model.getDataSource();
+    _impl->takeModel(model);
+    _impl->variables = model.getAnalysVars();
+    _impl->monitor = monitor;
+    _impl->init();
+}
+
+HVRawDataIterator::HVRawDataIterator(const VEXA_DataSource& source,
+                                     const std::vector<int>& variables,
+                                     const std::vector<MeasurementLevel>& levels, bool addCaseCount,
+                                     WeightAdjust adjust, bool splitRole, ErrorMonitor* monitor)
+    : _impl(std::make_unique<Impl>())
+{
+    HVDataModel model(source, addCaseCount, adjust != kWeightNone, splitRole);
+    if (!variables.empty())
+        model.UpdateAnalysMetadata(variables, levels);
+    _impl->source = &source;
+    _impl->takeModel(model);
+    _impl->variables = variables;
+    _impl->rules.adjust = adjust;
+    _impl->monitor = monitor;
+    _impl->init();
+}
+
+HVRawDataIterator::HVRawDataIterator(const VEXA_DataSource& source,
+                                     const std::vector<std::string>& names,
+                                     const std::vector<MeasurementLevel>& levels, bool addCaseCount,
+                                     WeightAdjust adjust, bool splitRole, bool fromUTF8,
+                                     ErrorMonitor* monitor)
+    : _impl(std::make_unique<Impl>())
+{
+    HVDataModel model(source, addCaseCount, adjust != kWeightNone, splitRole);
+    if (!names.empty()) {
+        model.UpdateAnalysMetadata(names, levels, fromUTF8);
+        _impl->variables = model.getAnalysVars();
+    }
+    _impl->source = &source;
+    _impl->takeModel(model);
+    _impl->rules.adjust = adjust;
+    _impl->monitor = monitor;
+    _impl->init();
+}
+
+HVRawDataIterator::HVRawDataIterator(const VEXA_DataSource& source, const CFMetaData& metadata,
+                                     const std::vector<int>& variables, ErrorMonitor* monitor)
+    : _impl(std::make_unique<Impl>())
+{
+    _impl->source = &source;
+    _impl->takeMetadata(metadata);
+    _impl->variables = variables;
+    _impl->monitor = monitor;
+    _impl->init();
+}
+
+namespace {
+
+const VEXA_DataSource& sourceOf(const SvrDMInputDataSource& dataset)
+{
+    return *dataset.operator->();
+}
+
+} // namespace
+
+HVRawDataIterator::HVRawDataIterator(LocallyUniqueID dataset, const std::vector<int>& variables,
+                                     const std::vector<MeasurementLevel>& levels, bool addCaseCount,
+                                     WeightAdjust adjust, bool splitRole)
+{
+    auto opened = std::make_shared<SvrDMInputDataSource>(dataset, false);
+    HVRawDataIterator iterator(sourceOf(*opened), variables, levels, addCaseCount, adjust,
+                               splitRole, SvrDMDataset::GetErrorMonitor());
+    _impl = std::move(iterator._impl);
+    _impl->dataset = std::move(opened);
+}
+
+HVRawDataIterator::HVRawDataIterator(LocallyUniqueID dataset, const std::vector<std::string>& names,
+                                     const std::vector<MeasurementLevel>& levels, bool addCaseCount,
+                                     WeightAdjust adjust, bool splitRole, bool fromUTF8)
+{
+    auto opened = std::make_shared<SvrDMInputDataSource>(dataset, false);
+    HVRawDataIterator iterator(sourceOf(*opened), names, levels, addCaseCount, adjust, splitRole,
+                               fromUTF8, SvrDMDataset::GetErrorMonitor());
+    _impl = std::move(iterator._impl);
+    _impl->dataset = std::move(opened);
+}
+
+HVRawDataIterator::HVRawDataIterator(const HVRawDataIterator& other)
+    : HVStatDataIterator(other), _impl(std::make_unique<Impl>(*other._impl))
+{
+}
+
+HVRawDataIterator& HVRawDataIterator::operator=(const HVRawDataIterator& other)
+{
+    if (this != &other)
+        _impl = std::make_unique<Impl>(*other._impl);
+    return *this;
+}
+
+HVRawDataIterator::~HVRawDataIterator() = default;
+
+std::string HVRawDataIterator::getName()
+{
+    return _impl->name;
+}
+
+std::string HVRawDataIterator::getDataModel()
+{
+    traceXMLFile(_impl->dataModel, "InputDataModel", _impl->name);
+    return _impl->dataModel;
+}
+
+unsigned int HVRawDataIterator::nextRecord()
+{
+    return _impl->nextRecord();
+}
+
+unsigned int HVRawDataIterator::getRecordValue(unsigned long long index, void*& value,
+                                               unsigned long long& length)
+{
+    if (_impl->status != RecordAvailable)
+        return _impl->status;
+    _impl->slots.get(index, _impl->rules.fields[index].storage == CFField::String, value, length);
+    return _impl->status;
+}
+
+void HVRawDataIterator::dispose(JNIEnv*) {}
+
+unsigned int HVRawDataIterator::Rewind(bool scoreIteration)
+{
+    return _impl->rewind(scoreIteration);
+}
+
+void HVRawDataIterator::SetName(const std::string& name)
+{
+    _impl->name = name;
+}
+
+void HVRawDataIterator::SetExcludeUserMissing(bool exclude)
+{
+    _impl->rules.excludeUserMissing = exclude;
+}
+
+void HVRawDataIterator::SetVarValidSpecs(const ACAVarValidSpecs* specs)
+{
+    _impl->rules.validSpecs = specs;
+}
+
+void HVRawDataIterator::SetScoreIteration(bool score)
+{
+    _impl->scoreIteration = score;
+}
+
+void HVRawDataIterator::SetStopProcessor(HVStopProcessor* processor)
+{
+    _impl->stopProcessor = processor;
+}
+
+void HVRawDataIterator::SetFreqWeightAdj(WeightAdjust adjust)
+{
+    if (_impl->rules.adjust != kWeightNone && adjust != kWeightNone)
+        _impl->rules.adjust = adjust;
+}
+
+void HVRawDataIterator::SetVariableIncrement(int target, int source, double value)
+{
+    _impl->rules.incrementTarget = target;
+    _impl->rules.incrementSource = source;
+    _impl->rules.incrementValue = value;
+}
+
+void HVRawDataIterator::SetCancelStatus()
+{
+    _impl->cancelled.isSet = true;
+}
+
+void HVRawDataIterator::UpdateUserMissing()
+{
+    if (_impl->rules.excludeUserMissing && !_impl->rules.validSpecs)
+        return;
+    CFMetaData updated;
+    for (std::size_t i = 0; i < _impl->metadata.FieldCount(); ++i) {
+        CFField field = *_impl->metadata.GetField(i);
+        const int place = static_cast<int>(i);
+        if (place < _impl->columnCount && !_impl->rules.isExcluded(place))
+            field.SetMissingValues(CFMissingValues());
+        updated.AppendField(field);
+    }
+    _impl->takeMetadata(updated);
+}
+
+bool HVRawDataIterator::GetExcludeUserMissing() const
+{
+    return _impl->rules.excludeUserMissing;
+}
+
+WeightAdjust HVRawDataIterator::GetFreqWeightAdj() const
+{
+    return static_cast<WeightAdjust>(_impl->rules.adjust);
+}
+
+bool HVRawDataIterator::GetScoreIteration() const
+{
+    return _impl->scoreIteration;
+}
+
+HVStopProcessor* HVRawDataIterator::GetStopProcessor() const
+{
+    return _impl->stopProcessor;
+}
+
+const ACAVarValidSpecs* HVRawDataIterator::GetVarValidSpecs() const
+{
+    return _impl->rules.validSpecs;
+}
+
+VEXA_InputCaseIterator* HVRawDataIterator::GetStatDSIter() const
+{
+    return _impl->cases.get();
+}
+
+bool HVRawDataIterator::GetCancelStatus() const
+{
+    return _impl->cancelled.isSet;
+}
+
+const CFMetaData& HVRawDataIterator::getMetaData() const
+{
+    return _impl->metadata;
+}
+
+int HVRawDataIterator::GetIncrTargetVarInd() const
+{
+    return _impl->rules.incrementTarget;
+}
+
+int HVRawDataIterator::GetIncrSourceVarInd() const
+{
+    return _impl->rules.incrementSource;
+}
+
+double HVRawDataIterator::GetIncrVarValue() const
+{
+    return _impl->rules.incrementValue;
+}
+
+int HVRawDataIterator::GetNCases() const
+{
+    return _impl->counts.cases;
+}
+
+int HVRawDataIterator::GetNValidCases() const
+{
+    return _impl->counts.valid;
+}
+
+int HVRawDataIterator::GetNInvalidCases() const
+{
+    return _impl->counts.invalid;
+}
+
+double HVRawDataIterator::GetWeightNCases() const
+{
+    return _impl->counts.weightOfCases;
+}
+
+double HVRawDataIterator::GetWeightNValidCases() const
+{
+    return _impl->counts.weightOfValid;
+}
+
+double HVRawDataIterator::GetWeightNInvalidCases() const
+{
+    return _impl->counts.weightOfInvalid;
+}
+
+bool HVRawDataIterator::AreAllWeightsGood() const
+{
+    return _impl->counts.allWeightsGood;
+}
+
+bool HVRawDataIterator::AreAllWeightsIntegers() const
+{
+    return _impl->counts.allWeightsIntegers;
+}

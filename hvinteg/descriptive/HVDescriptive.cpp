@@ -1,0 +1,305 @@
+#include "descriptive/HVDescriptive.h"
+
+#include <algorithm>
+#include <utility>
+#include <variant>
+
+#include "bridge/JNIJSONArray.h"
+#include "bridge/JNIJSONObject.h"
+#include "data/HVRawDataIterator.h"
+#include "data/HVSimpleContainer.h"
+#include "runner/HVRunner.h"
+#include "support/Tracing.h"
+#include "support/ZipReader.h"
+
+namespace {
+
+/// What a job says where its caller says nothing. Some of the words stand where one would expect a
+/// boolean: the component tells the two apart.
+const std::pair<const char*, std::variant<bool, const char*>> kDefaultSettings[] = {
+    {"computeSummaryStats", true},        {"computeDistSummaryForString", true},
+    {"computeCustomPercentiles", false},  {"customPercentilesAccuracy", "none"},
+    {"computeAllPercentiles", false},     {"computeAllTargetInputPairs", false},
+    {"storageTypeHandling", "none"},      {"fieldRoleHandling", "none"},
+    {"measureHandling", "none"},          {"computeDistSummaryForNumeric", "none"},
+    {"computeBivStatsForBDP", false},     {"identifyExtremeOutliers", false},
+    {"dataInterestingness", false},       {"useFeatureSelection", "none"},
+    {"useEqualFreqBinning", false},       {"useMissingValueHandling", false},
+    {"useSupervisedMerging", false},      {"zeroInflationDetection", false},
+    {"zeroInflationHandling", false},     {"trimTrailingBlank", false},
+    {"computeDateDuration", false},       {"computeTimeDuration", false},
+    {"outlierHandlingMethod", "markOut"}, {"outlierDetectionMethod", "none"},
+};
+
+constexpr const char* kStep = "-> descriptives:descriptives( deConf, _,outCon)\n";
+constexpr const char* kStatMember = "StatXML.xml";
+constexpr const char* kIntervalMember = "TIME_INTERVAL.json";
+constexpr const char* kModelBegin = "<DataModel>";
+constexpr const char* kModelEnd = "</DataModel>";
+constexpr const char* kSummaries = "<DatasetSummaries>";
+constexpr const char* kTraceLabel = "HVINTEG";
+
+/// A path as the job text wants it.
+std::string transformPath(const std::string& path)
+{
+    std::string url = "file:///" + path;
+    std::replace(url.begin(), url.end(), '\\', '/');
+    return url;
+}
+
+/// Java may escape the slashes of a URL, which the engine takes as they are.
+std::string removeBackslash(std::string text)
+{
+    text.erase(std::remove(text.begin(), text.end(), '\\'), text.end());
+    return text;
+}
+
+std::string outputContainerJson(const HVSimpleContainer& container)
+{
+    JNIJSONObject json;
+    json.put("export", true);
+    json.put("name", container.getName().c_str());
+    json.put("uri", transformPath(container.getAbsolutePath()).c_str());
+    return removeBackslash(json.toString());
+}
+
+std::string inputDataJson(const std::string& name)
+{
+    JNIJSONObject json;
+    json.put("dataSource", name.c_str());
+    json.put("readErrorThreshold", -1);
+    return json.toString();
+}
+
+/// The data model of a result, without the summaries, which its reader does not know. Throws
+/// std::out_of_range if there is none.
+std::string modelOf(const std::string& statXml)
+{
+    std::string model = statXml.substr(statXml.find(kModelBegin));
+    model = model.substr(0, model.find(kSummaries));
+    if (model.find(kModelEnd) == std::string::npos)
+        model += kModelEnd;
+    return model;
+}
+
+void putFields(JNIJSONArray& array, const std::vector<std::string>& fields)
+{
+    for (const std::string& field : fields)
+        array.add(field.c_str());
+}
+
+} // namespace
+
+struct HVDescriptive::Impl
+{
+    Impl(HVRunner& owner, HVRawDataIterator* rows, std::string text);
+
+    std::string weightField() const;
+    void putInputFields(const std::vector<std::string>& fields, const std::string& weight);
+    void putDateFields(const std::vector<std::string>& fields, bool standard);
+    std::string jobFor(const HVSimpleContainer& first, const HVSimpleContainer& second);
+    bool run(HVSimpleContainer& first, HVSimpleContainer& second);
+    bool runPrepared(HVSimpleContainer& first, HVSimpleContainer& second);
+    bool readModel(const HVSimpleContainer& stat, std::string& model);
+    static bool readInterval(const HVSimpleContainer& json, std::string& interval);
+
+    HVRunner& runner;
+    HVRawDataIterator* iterator;
+    std::string readText;
+    JNIJSONObject settings;
+    std::string statXml;
+    std::string jobText;
+};
+
+HVDescriptive::Impl::Impl(HVRunner& owner, HVRawDataIterator* rows, std::string text)
+    : runner(owner), iterator(rows), readText(std::move(text))
+{
+    for (const auto& [key, value] : kDefaultSettings) {
+        if (const bool* flag = std::get_if<bool>(&value))
+            settings.put(key, *flag);
+        else
+            settings.put(key, std::get<const char*>(value));
+    }
+}
+
+std::string HVDescriptive::Impl::weightField() const
+{
+    const CFMetaData& model = iterator->getMetaData();
+    for (std::size_t i = 0; i < model.FieldCount(); ++i)
+        if (model.GetField(i)->GetRole() == CFField::FrequencyWeight)
+            return model.GetField(i)->GetName();
+    return {};
+}
+
+std::string HVDescriptive::Impl::jobFor(const HVSimpleContainer& first,
+                                        const HVSimpleContainer& second)
+{
+    std::string text = "val deConf = " + settings.toString() + "\n";
+    text +=
+        "val outCon = [" + outputContainerJson(first) + "," + outputContainerJson(second) + "]\n";
+    text += iterator ? "read(" + inputDataJson(iterator->getName()) + ") " : readText;
+    return text + kStep;
+}
+
+bool HVDescriptive::Impl::runPrepared(HVSimpleContainer& first, HVSimpleContainer& second)
+{
+    runner.prepareHVLJob(jobText);
+    if (iterator)
+        runner.addInputIterator(iterator);
+    runner.addOutputContainer(&first);
+    runner.addOutputContainer(&second);
+    try {
+        return runner.execute();
+    } catch (...) {
+        return false;
+    }
+}
+
+bool HVDescriptive::Impl::run(HVSimpleContainer& first, HVSimpleContainer& second)
+{
+    if (iterator && iterator->Rewind(false) != 0)
+        return false;
+    jobText = jobFor(first, second);
+    traceHVLFile(jobText, kTraceLabel, "HVDescriptive");
+    const bool succeeded = runPrepared(first, second);
+    runner.displayAllMessages(true, true);
+    runner.cleanExecution();
+    return succeeded;
+}
+
+void HVDescriptive::Impl::putInputFields(const std::vector<std::string>& fields,
+                                         const std::string& weight)
+{
+    JNIJSONArray array;
+    for (const std::string& field : fields)
+        if (weight.empty() || field != weight)
+            array.add(field.c_str());
+    settings.put("inputFieldList", &array);
+}
+
+void HVDescriptive::Impl::putDateFields(const std::vector<std::string>& fields, bool standard)
+{
+    JNIJSONArray array;
+    putFields(array, fields);
+    if (standard) {
+        settings.put("stdDateTimeFieldList", &array);
+        return;
+    }
+    JNIJSONArray groups;
+    groups.add(&array);
+    settings.put("nonStdDateTimeFieldList", &groups);
+}
+
+/// The text of the data model; false leaves it as it was where the archive lacks it.
+bool HVDescriptive::Impl::readModel(const HVSimpleContainer& stat, std::string& model)
+{
+    ZipReader reader(stat.getAbsolutePath());
+    if (!reader.GotoFile(kStatMember))
+        return false;
+    if (!reader.ExportString(statXml)) {
+        model.clear();
+        return false;
+    }
+    traceXMLFile(statXml, kTraceLabel, "HVDescriptive_DataModel");
+    model = modelOf(statXml);
+    return true;
+}
+
+bool HVDescriptive::Impl::readInterval(const HVSimpleContainer& json, std::string& interval)
+{
+    ZipReader reader(json.getAbsolutePath());
+    if (!reader.GotoFile(kIntervalMember))
+        return false;
+    std::string text;
+    if (!reader.ExportString(text)) {
+        interval.clear();
+        return false;
+    }
+    traceJSONFile(text, kTraceLabel, "HVDescriptive_AutoDetect");
+    interval = text;
+    return true;
+}
+
+HVDescriptive::HVDescriptive(HVRunner& runner, HVRawDataIterator* iterator)
+    : _impl(std::make_unique<Impl>(runner, iterator, std::string()))
+{
+}
+
+HVDescriptive::HVDescriptive(HVRunner& runner, std::string readText)
+    : _impl(std::make_unique<Impl>(runner, nullptr, std::move(readText)))
+{
+}
+
+HVDescriptive::~HVDescriptive() = default;
+
+void HVDescriptive::SetDESetting(const std::string& key, const std::string& value)
+{
+    _impl->settings.put(key, value.c_str());
+}
+
+void HVDescriptive::SetDESetting(const std::string& key, const bool& value)
+{
+    _impl->settings.put(key, value);
+}
+
+void HVDescriptive::SetNThreads(int threads)
+{
+    if (threads > 0)
+        _impl->settings.put("NumberOfThreads", threads);
+}
+
+bool HVDescriptive::BuildMetaData(const std::vector<std::string>* fields, CFMetaData& metadata,
+                                  int maxDistinctValues, bool useWeight)
+{
+    if (!fields || fields->empty())
+        return false;
+    const std::string weight = useWeight && _impl->iterator ? _impl->weightField() : std::string();
+    _impl->putInputFields(*fields, weight);
+    _impl->settings.put("maxNOfDistinctValues", maxDistinctValues);
+    if (!weight.empty())
+        _impl->settings.put("frequencyWeightField", weight.c_str());
+    HVSimpleContainer pmml("PMML", "");
+    HVSimpleContainer stat("StatXML", "");
+    if (!_impl->run(pmml, stat))
+        return false;
+    ZipReader reader(stat.getAbsolutePath());
+    if (!reader.GotoFile(kStatMember) || !reader.ExportString(_impl->statXml))
+        return false;
+    traceXMLFile(_impl->statXml, kTraceLabel,
+                 weight.empty() ? "HVDescriptive_DataModel" : "HVDesc_Weight_DataModel");
+    metadata = CFMetaData(modelOf(_impl->statXml), nullptr);
+    return true;
+}
+
+bool HVDescriptive::UpdateDateModel(const std::vector<std::string>* inputFields,
+                                    const std::vector<std::string>* dateFields, bool standardDates,
+                                    std::string& timeInterval, std::string& dataModel,
+                                    int maxDistinctValues)
+{
+    if (!inputFields || !dateFields)
+        return false;
+    if (inputFields->empty() && dateFields->empty()) {
+        dataModel.clear();
+        timeInterval.clear();
+        return false;
+    }
+    if (!inputFields->empty())
+        _impl->putInputFields(*inputFields, "");
+    if (!dateFields->empty())
+        _impl->putDateFields(*dateFields, standardDates);
+    _impl->settings.put("maxNOfDistinctValues", maxDistinctValues);
+    HVSimpleContainer json("JSON", "");
+    HVSimpleContainer stat("StatXML", "");
+    if (!_impl->run(json, stat))
+        return false;
+    bool result = true;
+    if (inputFields->empty())
+        dataModel.clear();
+    else
+        result = _impl->readModel(stat, dataModel);
+    if (dateFields->empty()) {
+        timeInterval.clear();
+        return result;
+    }
+    return Impl::readInterval(json, timeInterval);
+}

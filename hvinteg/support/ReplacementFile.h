@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <ostream>
+#include <streambuf>
+#include <string>
+
+#include "ExtNameStr.h"
+
+/// A file that appears under its name only when it is whole. Until then it is written beside it,
+/// and a file that has the name stays as it is. One that is not finished leaves nothing behind.
+class ReplacementFile
+{
+public:
+    /// `path` is in the host's spelling. A directory, a device or a file that is not to be written
+    /// is not replaced; a link is, and what it leads to stays.
+    explicit ReplacementFile(const std::string& path);
+    ~ReplacementFile();
+    ReplacementFile(const ReplacementFile&) = delete;
+    ReplacementFile& operator=(const ReplacementFile&) = delete;
+
+    bool isOpen() const { return _buffer.file != nullptr; }
+    std::ostream& stream() { return _stream; }
+    /// Gives the file its name. False if not all of it could be written.
+    bool finish();
+
+private:
+    /// Hands what a stream gets to a C file, which takes over only a name that nobody has, and
+    /// gathers small chunks: a std::ofstream writes each of them on its own.
+    class FileBuffer : public std::streambuf
+    {
+    public:
+        std::FILE* file = nullptr;
+
+    private:
+        std::streamsize xsputn(const char* bytes, std::streamsize size) override;
+        int_type overflow(int_type character) override;
+    };
+
+    std::FILE* createBeside(const std::string& directory);
+    bool close();
+
+    ExtNameStr _target;
+    ExtNameStr _unfinished;
+    std::unique_ptr<char[]> _gathered;
+    FileBuffer _buffer;
+    std::ostream _stream{&_buffer};
+};

@@ -1,0 +1,95 @@
+#include "steps/UserMissing.h"
+
+#include <algorithm>
+
+#include "datafile/SqlQuoting.h"
+#include "expression/SqlText.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// A column on the scale on which data models tell its values.
+std::string onModelScale(const std::string& column, CFField::StorageType storage)
+{
+    switch (storage) {
+    case CFField::Date:
+        return "(" + column + " - DATE '1970-01-01')";
+    case CFField::Time:
+    case CFField::Timestamp:
+        return "epoch(" + column + ")";
+    default:
+        return column;
+    }
+}
+
+bool isNumber(const CFDatum& datum)
+{
+    return datum.IsReal() || datum.IsInteger();
+}
+
+std::string numberOf(const CFDatum& datum)
+{
+    return datum.IsInteger() ? sqlConstant(datum.GetInteger()).sql
+                             : sqlConstant(datum.GetReal()).sql;
+}
+
+/// The condition under which a value is declared missing; empty if none is.
+std::string missingCondition(const std::string& column, const CFField& field)
+{
+    const CFMissingValues& missing = field.GetMissingValues();
+    const bool isText = field.GetStorage() == CFField::String;
+    // Trailing blanks of a text do not count: the host's texts are filled up with them.
+    const std::string value =
+        isText ? "rtrim(" + column + ")" : onModelScale(column, field.GetStorage());
+    std::vector<std::string> conditions;
+    for (const CFValue& single : missing.GetValues()) {
+        const CFDatum& datum = single.GetDatum();
+        if (isText && datum.IsString()) {
+            const std::string& text = datum.GetString();
+            conditions.push_back(
+                value + " = " +
+                datafile::quotedLiteral(text.substr(0, text.find_last_not_of(' ') + 1)));
+        } else if (!isText && isNumber(datum)) {
+            conditions.push_back(value + " = " + numberOf(datum));
+        }
+    }
+    const CFRange& range = missing.GetRange();
+    if (!isText && (isNumber(range.GetLower()) || isNumber(range.GetUpper()))) {
+        std::string inside = "(";
+        if (isNumber(range.GetLower()))
+            inside += value + " >= " + numberOf(range.GetLower());
+        if (isNumber(range.GetLower()) && isNumber(range.GetUpper()))
+            inside += " AND ";
+        if (isNumber(range.GetUpper()))
+            inside += value + " <= " + numberOf(range.GetUpper());
+        conditions.push_back(inside + ")");
+    }
+    std::string all;
+    for (const std::string& condition : conditions)
+        all += (all.empty() ? "" : " OR ") + condition;
+    return all;
+}
+
+} // namespace
+
+bool anyUserMissing(const datafile::Fields& fields)
+{
+    return std::any_of(fields.begin(), fields.end(),
+                       [](const CFField& field) { return !missingCondition("x", field).empty(); });
+}
+
+std::string selectList(const datafile::Fields& fields, const std::vector<std::string>& columns)
+{
+    std::string list;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        const std::string name = datafile::quotedIdentifier(fields[i].GetName());
+        const std::string condition = missingCondition(columns[i], fields[i]);
+        const std::string column =
+            condition.empty() ? columns[i]
+                              : "CASE WHEN " + condition + " THEN NULL ELSE " + columns[i] + " END";
+        list += (i == 0 ? "" : ", ") + column + (column == name ? "" : " AS " + name);
+    }
+    return list;
+}
+
+} // namespace EmbeddedHV

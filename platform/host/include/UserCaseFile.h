@@ -1,0 +1,114 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "HostExport.h"
+#include "VexaDataSource.h"
+
+/// The forms of a data file.
+enum class CaseFileKind
+{
+    ByName, ///< by the extension: .csv; .sav; .hvbf and .parquet
+    Csv,
+    Sav,
+    Parquet
+};
+
+/// Which data file is meant, and how it is to be taken.
+class HOST_API UserCaseFileSpec
+{
+public:
+    /// `name` is in the host's encoding and spelling. `asIs`: the name is taken as it stands, not
+    /// completed by ".sav" where it has no extension. `forOutput`: the file is to be written. False
+    /// for an empty name.
+    bool Init(const std::string& name, bool asIs, bool forOutput);
+
+    /// What a plain Init leaves at its default: a form by the name, no password, a first record of
+    /// names in a CSV file, UTF-8 in a CSV file.
+    void SetKind(CaseFileKind kind) { _kind = kind; }
+    void SetPassword(std::string password) { _password = std::move(password); }
+    void SetHeader(bool hasHeader) { _hasHeader = hasHeader; }
+    void SetCodePage(std::string codePage) { _codePage = std::move(codePage); }
+
+    const std::string& GetName() const { return _name; }
+    bool IsForOutput() const { return _forOutput; }
+    /// Never ByName: a name without a known extension is SAV.
+    CaseFileKind GetKind() const;
+    const std::string& GetPassword() const { return _password; }
+    bool HasHeader() const { return _hasHeader; }
+    const std::string& GetCodePage() const { return _codePage; }
+
+private:
+    std::string _name;
+    bool _forOutput = false;
+    CaseFileKind _kind = CaseFileKind::ByName;
+    std::string _password;
+    bool _hasHeader = true;
+    std::string _codePage;
+};
+
+/// A data file that is open for reading. Its cases are streamed: memory does not grow with the
+/// file.
+class HOST_API UserInputCaseFile
+{
+public:
+    /// Opens the file and reads its dictionary; of a CSV file, and of one that another program
+    /// made, the whole content, to know types and widths. `procedure`, if not null, gets the file
+    /// as its dataset for as long as this object lives. Throws ErrorText.
+    UserInputCaseFile(const UserCaseFileSpec& spec, ProcedureDataSource* procedure);
+    ~UserInputCaseFile();
+    UserInputCaseFile(const UserInputCaseFile&) = delete;
+    UserInputCaseFile& operator=(const UserInputCaseFile&) = delete;
+
+    /// Lives as long as this object. Null if the specification was never initialized.
+    const VEXA_DataSource* DataSource() const;
+    /// How many cases there are.
+    long long CaseCount() const;
+    /// The lines of the file's documents, in the host's encoding, and the encoding that it was
+    /// written in.
+    const std::vector<std::string>& Documents() const;
+    const std::string& Encoding() const;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> _impl;
+};
+
+/// A dataset that is being made, case by case. The order: variables, weight, split and documents,
+/// CommitDictionary, cases, Close. Operations out of order, and failures, throw ErrorText.
+class HOST_API IndependentDataStore : public VEXA_DataSource
+{
+public:
+    /// Adds a copy of the variable. The result stays the store's, and may be changed until the
+    /// dictionary is committed.
+    virtual VEXA_Variable* MakeVariable(const VEXA_Variable& variable) = 0;
+    virtual void SetWeightVar(int column) = 0;
+    virtual void SetSplitVars(const std::vector<int>& columns) = 0;
+    virtual void SetDocuments(const std::vector<std::string>& lines) = 0;
+    virtual void CommitDictionary() = 0;
+    /// How many units a case takes.
+    virtual int GetObsAreaSize() const = 0;
+    virtual void AddCase(const VEXA_Case& newCase) = 0;
+    /// Writes what is not yet written, and gives the file its name.
+    virtual void Close() = 0;
+};
+
+/// A data file that is open for writing. It appears under its name when its store is closed; a file
+/// that is never closed leaves nothing.
+class HOST_API UserOutputCaseFile
+{
+public:
+    explicit UserOutputCaseFile(const UserCaseFileSpec& spec);
+    ~UserOutputCaseFile();
+    UserOutputCaseFile(const UserOutputCaseFile&) = delete;
+    UserOutputCaseFile& operator=(const UserOutputCaseFile&) = delete;
+
+    /// Lives as long as this object. Null if the specification is not one for output.
+    IndependentDataStore* DataSource() const;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> _impl;
+};

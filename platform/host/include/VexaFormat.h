@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+
+/// A host format: how wide, of which kind and with how many decimals a value is shown. The type
+/// codes are those of VEXA_FormatType.
+struct VEXA_Format
+{
+    std::uint16_t width = 8;
+    std::uint8_t type = 5;
+    std::uint8_t decimals = 2;
+};
+static_assert(sizeof(VEXA_Format) == 4, "a format is stored in four bytes");
+
+inline bool operator==(const VEXA_Format& left, const VEXA_Format& right)
+{
+    return left.width == right.width && left.type == right.type && left.decimals == right.decimals;
+}
+
+/// The format types by which the host tells what kind of value a variable holds. A date, a time and
+/// a timestamp are seconds: of dates and timestamps since the host's first day, 1582-10-14.
+enum VEXA_FormatType : std::uint8_t
+{
+    kFormatString = 1,
+    kFormatHexString = 2,
+    kFormatComma = 3,
+    kFormatDollar = 4,
+    kFormatNumber = 5,
+    kFormatDate = 20, ///< day first
+    kFormatTime = 21,
+    kFormatDateTime = 22,
+    kFormatDateMonthFirst = 23,
+    kFormatDateDayOfYear = 24,
+    kFormatTimeWithDays = 25,
+    kFormatWeekday = 26,
+    kFormatMonth = 27,
+    kFormatMonthAndYear = 28,
+    kFormatQuarterAndYear = 29,
+    kFormatWeekAndYear = 30,
+    kFormatPercent = 31,
+    kFormatDot = 32,
+    kFormatDateWithDots = 38,
+    kFormatDateYearFirst = 39,
+    kFormatGeneral = 40,
+    kFormatTimeMinutesFirst = 85,
+    kFormatDateTimeYearFirst = 86
+};

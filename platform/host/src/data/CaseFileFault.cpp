@@ -1,0 +1,29 @@
+#include "data/CaseFileFault.h"
+
+#include <string_view>
+
+ErrorText errorTextOf(const datafile::Fault& fault)
+{
+    // The steps are those of jobs: here nobody knows of any.
+    std::string text = fault.text();
+    for (const std::string_view step : {"read: ", "write: "})
+        if (text.starts_with(step))
+            text.erase(0, step.size());
+    return ErrorText(text);
+}
+
+ErrorText errorTextOf(const std::string& path, const datafile::SealedFileError& error)
+{
+    return ErrorText(path + ": " + error.what());
+}
+
+ErrorText errorTextOf(const std::string& path, const std::string& what,
+                      const datafile::duck::QueryError& error)
+{
+    const std::string text = error.what();
+    for (const std::string_view full :
+         {"No space left on device", "File too large", "Disk quota exceeded"})
+        if (text.find(full) != std::string::npos)
+            return ErrorText(path + ": there is no room left for the file");
+    return ErrorText(path + ": " + what + ": " + text.substr(0, text.find('\n')));
+}

@@ -1,0 +1,276 @@
+#include "data/CaseFileStore.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <system_error>
+
+#include "FileServices.h"
+#include "HostConversions.h"
+#include "data/CaseFileFault.h"
+#include "data/CaseText.h"
+#include "data/DictionaryVariables.h"
+#include "datafile/Dictionary.h"
+#include "datafile/FileDescriptor.h"
+#include "datafile/NativePath.h"
+#include "datafile/PendingFile.h"
+#include "datafile/ScratchFile.h"
+#include "datafile/SqlQuoting.h"
+
+namespace {
+
+namespace duck = datafile::duck;
+
+/// How many values of a row group are held while a file is written.
+constexpr std::size_t kValuesPerRowGroup = 4U * 1024U * 1024U;
+constexpr std::size_t kMostRowsPerGroup = 122880;
+constexpr std::size_t kLeastRowsPerGroup = 2048;
+
+/// A column of host numbers in a type that says more of them, and the condition under which no
+/// value changes by that.
+struct StoredAs
+{
+    std::string sql;
+    std::string condition;
+};
+
+StoredAs storedAs(const std::string& column, CFField::StorageType storage)
+{
+    const std::string base =
+        std::to_string(static_cast<long long>(GetBaseDateNumber())) + "::DOUBLE";
+    const std::string since1970 = "(" + column + " - " + base + ")";
+    const std::string micro = "round(" + since1970 + " * 1e6)";
+    switch (storage) {
+    case CFField::Date:
+        return {"(DATE '1970-01-01' + CAST(" + since1970 + " / 86400 AS INTEGER))",
+                since1970 + " / 86400 = trunc(" + since1970 + " / 86400) AND abs(" + since1970 +
+                    ") < 86400.0 * 1e6"};
+    case CFField::Time:
+        return {"(TIME '00:00:00' + to_microseconds(CAST(round(" + column + " * 1e6) AS BIGINT)))",
+                column + " >= 0 AND " + column + " < 86400 AND round(" + column +
+                    " * 1e6) / 1e6 = " + column};
+    case CFField::Timestamp:
+        return {"make_timestamp(CAST(" + micro + " AS BIGINT))",
+                "abs(" + since1970 + ") < 1e11 AND " + micro + " / 1e6 + " + base + " = " + column};
+    default:
+        return {column, ""};
+    }
+}
+
+} // namespace
+
+CaseFileStore::CaseFileStore(const UserCaseFileSpec& spec)
+    : _spec(spec), _path(datafile::nativePath(hostToUtf8(spec.GetName()))), _page(hostCodePage())
+{
+    // Whoever cannot write there should know before the cases come.
+    try {
+        const datafile::PendingFile probe(_path, "");
+    } catch (const datafile::Fault& fault) {
+        throw errorTextOf(fault);
+    }
+}
+
+const VEXA_Variable& CaseFileStore::GetVariable(int column) const
+{
+    if (column < 0 || column >= ColumnCount())
+        throw ErrorText(_path + " has no column " + std::to_string(column));
+    return *_variables[static_cast<std::size_t>(column)];
+}
+
+int CaseFileStore::GetSplitVarIndex(int position) const
+{
+    return position < 0 || position >= GetNSplitVars() ? -1
+                                                       : _split[static_cast<std::size_t>(position)];
+}
+
+VEXA_InputCaseIterator* CaseFileStore::MakeIterator(ErrorMonitor*) const
+{
+    throw ErrorText(_path + ": the cases can be read when the file is closed");
+}
+
+void CaseFileStore::needOpenDictionary() const
+{
+    if (_committed)
+        throw ErrorText(_path + ": the dictionary is complete and cannot be changed");
+}
+
+VEXA_Variable* CaseFileStore::MakeVariable(const VEXA_Variable& variable)
+{
+    needOpenDictionary();
+    _variables.push_back(std::make_unique<VEXA_Variable>(variable));
+    return _variables.back().get();
+}
+
+void CaseFileStore::SetWeightVar(int column)
+{
+    needOpenDictionary();
+    if (column >= 0 && GetVariable(column).GetType() > 0)
+        throw ErrorText(_path + ": the weight variable \"" +
+                        hostToUtf8(GetVariable(column).GetName()) + "\" is a text");
+    _weight = column;
+}
+
+void CaseFileStore::SetSplitVars(const std::vector<int>& columns)
+{
+    needOpenDictionary();
+    for (const int column : columns)
+        GetVariable(column); // throws for one that is not there
+    _split = columns;
+}
+
+void CaseFileStore::SetDocuments(const std::vector<std::string>& lines)
+{
+    needOpenDictionary();
+    _documents = lines;
+}
+
+void CaseFileStore::CommitDictionary()
+{
+    needOpenDictionary();
+    std::vector<int> widths;
+    for (const auto& variable : _variables) {
+        if (FindVarIndex(variable->GetName(), 0) != static_cast<int>(widths.size()))
+            throw ErrorText(_path + ": two variables are named \"" +
+                            hostToUtf8(variable->GetName()) + "\", letter case apart");
+        widths.push_back(variable->GetType());
+    }
+    if (widths.empty())
+        throw ErrorText(_path + ": a file needs a variable");
+    _table = std::make_unique<CaseTable>(widths, CaseTableText::Utf8);
+    _committed = true;
+}
+
+int CaseFileStore::GetObsAreaSize() const
+{
+    std::size_t units = 0;
+    for (const auto& variable : _variables)
+        units += unitsOfWidth(variable->GetType());
+    return static_cast<int>(units);
+}
+
+void CaseFileStore::AddCase(const VEXA_Case& newCase)
+{
+    if (!_table)
+        throw ErrorText(_path + ": the file is not open for cases");
+    for (std::size_t i = 0; i < _variables.size(); ++i) {
+        const OBS* value = newCase.GetObsPointer(static_cast<int>(i));
+        const int width = _variables[i]->GetType();
+        if (width == 0) {
+            _table->setNumber(i, value->number);
+            continue;
+        }
+        const std::string_view whole(value->text, static_cast<std::size_t>(width));
+        const std::string_view text = whole.substr(0, trimmedLength(whole));
+        // UTF-8 too: bytes that are none would spoil the file.
+        _page->toUtf8(text, _converted);
+        _table->setText(i, _converted);
+    }
+    _table->endCase();
+}
+
+std::string CaseFileStore::dictionary() const
+{
+    datafile::Dictionary dictionary;
+    dictionary.encoding = _page->name();
+    for (const auto& variable : _variables)
+        dictionary.variables.push_back(descriptionOf(*variable));
+    if (_weight >= 0)
+        dictionary.weight = dictionary.variables[static_cast<std::size_t>(_weight)].name;
+    for (const int column : _split)
+        dictionary.split.push_back(dictionary.variables[static_cast<std::size_t>(column)].name);
+    for (const std::string& line : _documents)
+        dictionary.documents.push_back(hostToUtf8(line));
+    return datafile::dictionaryText(dictionary);
+}
+
+/// The cases in the types that their formats speak of, where no value changes by that.
+std::string CaseFileStore::selectAsStored()
+{
+    std::vector<StoredAs> columns;
+    std::string question;
+    for (std::size_t i = 0; i < _variables.size(); ++i) {
+        const std::string column = CaseTable::columnName(i);
+        columns.push_back(_variables[i]->GetType() > 0
+                              ? StoredAs{column, ""}
+                              : storedAs(column, storageOfFormat(_variables[i]->GetFormat())));
+        question += (i == 0 ? "SELECT coalesce(bool_and(" : ", coalesce(bool_and(") +
+                    (columns[i].condition.empty() ? "true" : columns[i].condition) +
+                    "), true)::INTEGER";
+    }
+    duck::Result exact = _table->connection().query(question + " FROM " + _table->name());
+    std::string sql;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        sql += (i == 0 ? "SELECT " : ", ") +
+               (exact.integer(i, 0) != 0 ? columns[i].sql : CaseTable::columnName(i)) + " AS " +
+               datafile::quotedIdentifier(hostToUtf8(_variables[i]->GetName()));
+    return sql + " FROM " + _table->name();
+}
+
+std::string CaseFileStore::copyStatement(const std::string& target)
+{
+    const std::size_t rows =
+        std::clamp(kValuesPerRowGroup / _variables.size(), kLeastRowsPerGroup, kMostRowsPerGroup);
+    return "COPY (" + selectAsStored() + ") TO " + datafile::quotedLiteral(target) +
+           " (USE_TMP_FILE false, FORMAT PARQUET, ROW_GROUP_SIZE " + std::to_string(rows) +
+           ", KV_METADATA {" + datafile::quotedLiteral(datafile::kDictionaryKey) + ": " +
+           datafile::quotedLiteral(dictionary()) + "})";
+}
+
+void CaseFileStore::write()
+{
+    datafile::PendingFile pending(_path, "");
+    if (_spec.GetPassword().empty()) {
+        _table->connection().query(copyStatement(pending.path()));
+    } else {
+        const datafile::ScratchFile plain(datafile::nativePath(hostToUtf8(GetVexaTempPath())));
+        _table->connection().query(copyStatement(plain.path()));
+        plain.rewind();
+        const datafile::FileDescriptor sealed(
+            open(pending.path().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+        if (!sealed)
+            datafile::PendingFile::refuse("", _path, errno);
+        datafile::sealFile(plain.descriptor(), sealed.get(), _spec.GetPassword());
+    }
+    pending.commit();
+}
+
+void CaseFileStore::Close()
+{
+    if (!_table)
+        throw ErrorText(_path + ": the file is not open for cases");
+    try {
+        _table->finish();
+        write();
+    } catch (const datafile::Fault& fault) {
+        _table.reset();
+        throw errorTextOf(fault);
+    } catch (const datafile::SealedFileError& error) {
+        _table.reset();
+        throw errorTextOf(_path, error);
+    } catch (const duck::QueryError& error) {
+        _table.reset();
+        throw errorTextOf(_path, "the file cannot be written", error);
+    } catch (const std::system_error& error) {
+        _table.reset();
+        throw ErrorText(_path + ": the file cannot be written: " + error.what());
+    }
+    _table.reset();
+}
+
+struct UserOutputCaseFile::Impl
+{
+    std::unique_ptr<CaseFileStore> store;
+};
+
+UserOutputCaseFile::UserOutputCaseFile(const UserCaseFileSpec& spec)
+    : _impl(std::make_unique<Impl>())
+{
+    if (!spec.GetName().empty() && spec.IsForOutput())
+        _impl->store = std::make_unique<CaseFileStore>(spec);
+}
+
+UserOutputCaseFile::~UserOutputCaseFile() = default;
+
+IndependentDataStore* UserOutputCaseFile::DataSource() const
+{
+    return _impl->store.get();
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "UserCaseFile.h"
+#include "data/CaseTable.h"
+#include "text/CodePage.h"
+
+/// A SAV file that is being made: the cases are kept in a table and written when the store closes,
+/// since only all of its values tell whether a date is a day.
+class CaseFileStore : public IndependentDataStore
+{
+public:
+    explicit CaseFileStore(const UserCaseFileSpec& spec);
+
+    int ColumnCount() const override { return static_cast<int>(_variables.size()); }
+    const VEXA_Variable& GetVariable(int column) const override;
+    int GetWeightVarIndex() const override { return _weight; }
+    int GetNSplitVars() const override { return static_cast<int>(_split.size()); }
+    int GetSplitVarIndex(int position) const override;
+    VEXA_InputCaseIterator* MakeIterator(ErrorMonitor* monitor) const override;
+
+    VEXA_Variable* MakeVariable(const VEXA_Variable& variable) override;
+    void SetWeightVar(int column) override;
+    void SetSplitVars(const std::vector<int>& columns) override;
+    void SetDocuments(const std::vector<std::string>& lines) override;
+    void CommitDictionary() override;
+    int GetObsAreaSize() const override;
+    void AddCase(const VEXA_Case& newCase) override;
+    void Close() override;
+
+private:
+    void needOpenDictionary() const;
+    void write();
+    std::string selectAsStored();
+    std::string copyStatement(const std::string& target);
+    std::string dictionary() const;
+
+    UserCaseFileSpec _spec;
+    std::string _path;
+    std::vector<std::unique_ptr<VEXA_Variable>> _variables; ///< places that callers may hold
+    int _weight = -1;
+    std::vector<int> _split;
+    std::vector<std::string> _documents;
+    std::shared_ptr<CodePage> _page;
+    std::string _converted;
+    std::unique_ptr<CaseTable> _table; ///< there while cases are taken
+    bool _committed = false;
+};

@@ -1,0 +1,45 @@
+#include "HostConversions.h"
+
+#include <memory>
+
+#include "CFFormat.h"
+
+#include "VexaCases.h"
+
+namespace {
+
+constexpr double kSecondsPerDay = 86400;
+constexpr double kBaseDate = 12219379200.0;
+
+} // namespace
+
+double GetBaseDateNumber()
+{
+    return kBaseDate;
+}
+
+double NumericStorageStatToCF(double value, CFField::StorageType storage)
+{
+    if (value == kSystemMissing)
+        return value;
+    if (storage == CFField::Date)
+        return (value - kBaseDate) / kSecondsPerDay;
+    return storage == CFField::Timestamp ? value - kBaseDate : value;
+}
+
+double NumericStorageCFToStat(double value, CFField::StorageType storage)
+{
+    if (value == kSystemMissing)
+        return value;
+    if (storage == CFField::Date)
+        return value * kSecondsPerDay + kBaseDate;
+    return storage == CFField::Timestamp ? value + kBaseDate : value;
+}
+
+CFFormat* GetCFFieldFormat(const VEXA_Variable& variable)
+{
+    const VEXA_Format& format = variable.GetFormat();
+    if (format.type == 0)
+        return nullptr;
+    return std::make_unique<CFFormat>(format.type, format.width, format.decimals).release();
+}

@@ -1,0 +1,72 @@
+#include "data/ProcedureCases.h"
+
+#include <array>
+#include <charconv>
+#include <cstring>
+
+#include "data/CaseText.h"
+
+namespace {
+
+std::string textOfNumber(double value)
+{
+    std::array<char, 32> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    return {text.data(), end};
+}
+
+/// A value as a line of output names it: by its label, if it has one.
+std::string shown(const VEXA_Variable& variable, const std::vector<OBS>& value)
+{
+    if (variable.GetType() == 0) {
+        const double number = value.front().number;
+        if (number == kSystemMissing)
+            return ".";
+        const char* label = variable.GetValueLabels().Find(number);
+        return label ? label : textOfNumber(number);
+    }
+    const std::string_view whole(value.front().text, static_cast<std::size_t>(variable.GetType()));
+    const std::string text(whole.substr(0, trimmedLength(whole)));
+    const char* label = variable.GetValueLabels().Find(text);
+    return label ? label : text;
+}
+
+} // namespace
+
+ProcedureCases::ProcedureCases(std::unique_ptr<VEXA_InputCaseIterator> cases, Group group)
+    : _cases(std::move(cases)), _group(std::move(group))
+{
+}
+
+int ProcedureCases::NextCase()
+{
+    if (!_cases || _cases->NextCase() == 0)
+        return 0;
+    if (_values.empty())
+        StartNextGroup();
+    else
+        _groupEnd = _group.isWatched() && !isSameGroup();
+    return 1;
+}
+
+void ProcedureCases::StartNextGroup()
+{
+    _groupEnd = false;
+    _values.clear();
+    std::vector<std::string> texts;
+    for (std::size_t i = 0; i < _group.columns.size(); ++i) {
+        const OBS* value = GetObsPointer(_group.columns[i]);
+        _values.emplace_back(value, value + unitsOfWidth(_group.variables[i].GetType()));
+        texts.push_back(shown(_group.variables[i], _values.back()));
+    }
+    _group.begun(std::move(texts));
+}
+
+bool ProcedureCases::isSameGroup() const
+{
+    for (std::size_t i = 0; i < _values.size(); ++i)
+        if (std::memcmp(GetObsPointer(_group.columns[i]), _values[i].data(),
+                        _values[i].size() * sizeof(OBS)) != 0)
+            return false;
+    return true;
+}

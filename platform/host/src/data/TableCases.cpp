@@ -1,0 +1,112 @@
+#include "data/TableCases.h"
+
+#include <numeric>
+
+#include "ErrorText.h"
+#include "data/HostDatabase.h"
+
+namespace {
+
+namespace duck = datafile::duck;
+
+std::string selectOf(const Relation& relation, const std::vector<int>& columns)
+{
+    std::string sql = "SELECT ";
+    const char* separator = "";
+    for (const int column : columns) {
+        sql += separator + relation.columns[static_cast<std::size_t>(column)].sql;
+        separator = ", ";
+    }
+    // A case without values is still a case.
+    return sql + (columns.empty() ? "true" : "") + " FROM " + relation.from;
+}
+
+/// The first line of what the database says.
+std::string firstLine(const std::string& text)
+{
+    return text.substr(0, text.find('\n'));
+}
+
+} // namespace
+
+TableCases::TableCases(std::vector<VEXA_Variable> variables,
+                       std::shared_ptr<const Relation> relation)
+    : _variables(std::move(variables)), _relation(std::move(relation))
+{
+}
+
+const VEXA_Variable& TableCases::GetVariable(int column) const
+{
+    if (column < 0 || column >= ColumnCount())
+        throw ErrorText(_relation->name + " has no column " + std::to_string(column));
+    return _variables[static_cast<std::size_t>(column)];
+}
+
+int TableCases::GetSplitVarIndex(int position) const
+{
+    return position < 0 || position >= GetNSplitVars() ? -1
+                                                       : _split[static_cast<std::size_t>(position)];
+}
+
+VEXA_InputCaseIterator* TableCases::MakeIterator(ErrorMonitor* monitor) const
+{
+    std::vector<int> all(_variables.size());
+    std::iota(all.begin(), all.end(), 0);
+    return MakeProjectedIterator(all, monitor);
+}
+
+VEXA_InputCaseIterator* TableCases::MakeProjectedIterator(const std::vector<int>& columns,
+                                                          ErrorMonitor* monitor) const
+{
+    std::vector<CaseColumn> buffers;
+    buffers.reserve(columns.size());
+    for (const int column : columns) {
+        const VEXA_Variable& variable = GetVariable(column);
+        buffers.emplace_back(_relation->columns[static_cast<std::size_t>(column)].storage,
+                             variable.GetType(), hostToUtf8(variable.GetName()), hostCodePage());
+    }
+    return std::make_unique<TableCaseIterator>(_relation, columns, std::move(buffers), monitor)
+        .release();
+}
+
+TableCaseIterator::TableCaseIterator(std::shared_ptr<const Relation> relation,
+                                     const std::vector<int>& columns,
+                                     std::vector<CaseColumn> buffers, ErrorMonitor* monitor)
+    : _relation(std::move(relation)), _connection(connectToHostDatabase()),
+      _buffers(std::move(buffers)), _monitor(monitor)
+{
+    try {
+        duck::Prepared statement(*_connection, selectOf(*_relation, columns));
+        _result = std::make_unique<duck::Result>(statement.stream());
+    } catch (const duck::QueryError& error) {
+        throw ErrorText(_relation->name + ": the cases cannot be read: " + firstLine(error.what()));
+    }
+}
+
+bool TableCaseIterator::fetch()
+{
+    if (!_result)
+        return false;
+    try {
+        _chunk = duck::nextChunk(*_result);
+    } catch (const duck::QueryError& error) {
+        _result.reset();
+        throw ErrorText(_relation->name + ": the cases cannot be read on after case " +
+                        std::to_string(_count) + ": " + firstLine(error.what()));
+    }
+    _row = 0;
+    _rows = _chunk ? _chunk.rows() : 0;
+    if (!_chunk)
+        _result.reset();
+    for (std::size_t i = 0; i < _buffers.size() && _rows > 0; ++i)
+        _buffers[i].load(_chunk.column(i), _rows, _monitor);
+    return _rows > 0;
+}
+
+int TableCaseIterator::NextCase()
+{
+    if (++_row >= _rows && !fetch())
+        return 0;
+    ++_count;
+    return 1;
+}

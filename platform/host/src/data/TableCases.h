@@ -1,0 +1,66 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "VexaDataSource.h"
+#include "data/CaseColumn.h"
+#include "data/Relation.h"
+#include "datafile/Duck.h"
+
+/// A dictionary over a relation of the host's database, whose cases are streamed.
+class TableCases : public VEXA_DataSource
+{
+public:
+    /// One variable for each column of the relation.
+    TableCases(std::vector<VEXA_Variable> variables, std::shared_ptr<const Relation> relation);
+
+    void setWeight(int column) { _weight = column; }
+    void setSplit(std::vector<int> columns) { _split = std::move(columns); }
+
+    int ColumnCount() const override { return static_cast<int>(_variables.size()); }
+    const VEXA_Variable& GetVariable(int column) const override;
+    int GetWeightVarIndex() const override { return _weight; }
+    int GetNSplitVars() const override { return static_cast<int>(_split.size()); }
+    int GetSplitVarIndex(int position) const override;
+    VEXA_InputCaseIterator* MakeIterator(ErrorMonitor* monitor) const override;
+    VEXA_InputCaseIterator* MakeProjectedIterator(const std::vector<int>& columns,
+                                                  ErrorMonitor* monitor) const override;
+
+private:
+    std::vector<VEXA_Variable> _variables;
+    std::shared_ptr<const Relation> _relation;
+    int _weight = -1;
+    std::vector<int> _split;
+};
+
+/// Cases as they come from the database, a chunk at a time.
+class TableCaseIterator : public VEXA_InputCaseIterator
+{
+public:
+    /// `columns` are the columns of the relation that `buffers` hold, in order. Throws ErrorText.
+    TableCaseIterator(std::shared_ptr<const Relation> relation, const std::vector<int>& columns,
+                      std::vector<CaseColumn> buffers, ErrorMonitor* monitor);
+
+    int NextCase() override;
+    double GetNumericValue(int column) const override { return GetObsPointer(column)->number; }
+    const char* GetStringValue(int column) const override { return GetObsPointer(column)->text; }
+    const OBS* GetObsPointer(int column) const override
+    {
+        return _buffers[static_cast<std::size_t>(column)].at(_row);
+    }
+    long long GetCaseCount() const override { return _count; }
+
+private:
+    bool fetch();
+
+    std::shared_ptr<const Relation> _relation;
+    std::unique_ptr<datafile::duck::Connection> _connection;
+    std::unique_ptr<datafile::duck::Result> _result;
+    datafile::duck::Chunk _chunk;
+    std::vector<CaseColumn> _buffers;
+    ErrorMonitor* _monitor;
+    std::size_t _rows = 0;
+    std::size_t _row = 0;
+    long long _count = 0;
+};

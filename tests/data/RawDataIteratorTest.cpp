@@ -1,0 +1,358 @@
+#include "data/HVRawDataIterator.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+#include "HostConversions.h"
+#include "MemorySource.h"
+#include "data/HVDataModel.h"
+#include "support/HostScopes.h"
+
+// Every allocation of a thread is counted: the row loop must make none.
+namespace {
+thread_local long long allocations = 0;
+}
+void* operator new(std::size_t size)
+{
+    ++allocations;
+    if (void* memory = std::malloc(size))
+        return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace {
+
+constexpr double kMissing = kSystemMissing;
+
+HVRawDataIterator over(const MemorySource& source, WeightAdjust adjust = kWeightRound,
+                       bool caseCount = false)
+{
+    return {source, std::vector<int>(), {}, caseCount, adjust, false, nullptr};
+}
+
+/// The present record as text: numbers, texts in quotes, "-" for a missing value.
+std::string recordOf(HVRawDataIterator& cases)
+{
+    std::string record;
+    for (std::size_t i = 0; i < cases.getMetaData().FieldCount(); ++i) {
+        void* value = nullptr;
+        unsigned long long length = 7777;
+        EXPECT_EQ(cases.getRecordValue(i, value, length), 0U);
+        record += record.empty() ? "" : " ";
+        if (!value) {
+            EXPECT_EQ(length, 0U);
+            record += "-";
+        } else if (cases.getMetaData().GetField(i)->GetStorage() == CFField::String) {
+            record += "'" + std::string(static_cast<char*>(value), length) + "'";
+        } else {
+            EXPECT_EQ(length, 8U);
+            record += CFDatum(*static_cast<double*>(value)).ToString(-1);
+        }
+    }
+    return record;
+}
+
+std::string recordsOf(HVRawDataIterator& cases)
+{
+    std::string all;
+    while (cases.nextRecord() == 0)
+        all += recordOf(cases) + "; ";
+    return all;
+}
+
+TEST(RawDataIterator, ServesEachStorageOnTheEnginesScale)
+{
+    const double base = GetBaseDateNumber();
+    MemorySource source({numeric("real"), numeric("date", kFormatDate),
+                         numeric("time", kFormatTime), numeric("stamp", kFormatDateTime),
+                         text("text", 10)},
+                        {{2.5, base + 2 * 86400, 3600.0, base + 1.5, std::string("ab \n ")},
+                         {kMissing, kMissing, kMissing, kMissing, std::string(" ")}});
+    HVRawDataIterator cases = over(source, kWeightRound, true);
+    EXPECT_EQ(recordsOf(cases), "2.5 2 3600 1.5 'ab' 1; - - - - ' ' 2; ");
+    void* value = &source;
+    unsigned long long length = 42;
+    EXPECT_EQ(cases.getRecordValue(0, value, length), 1U);
+    EXPECT_EQ(value, &source);
+    EXPECT_EQ(length, 42U);
+    EXPECT_EQ(cases.nextRecord(), 1U);
+    EXPECT_EQ(cases.GetStatDSIter(), nullptr);
+}
+
+TEST(RawDataIterator, ExcludesUserMissingValues)
+{
+    const double base = GetBaseDateNumber();
+    VEXA_Variable number = numeric("n");
+    number.SetMissingRange(8, 9, -1);
+    VEXA_Variable date = numeric("d", kFormatDate);
+    date.SetMissingValues(std::vector<double>{base});
+    VEXA_Variable word = text("t", 12);
+    word.SetMissingValues(std::vector<std::string>{"none"});
+    const MemorySource source({number, date, word},
+                              {{8.5, base, std::string("none")},
+                               {-1.0, base + 86400, std::string("nonetheless")},
+                               {7.0, base, std::string("x")}});
+    HVRawDataIterator excluded = over(source);
+    EXPECT_EQ(recordsOf(excluded), "- - -; - 1 'nonetheless'; 7 - 'x'; ");
+    const std::string before = excluded.getDataModel();
+    excluded.UpdateUserMissing();
+    EXPECT_EQ(excluded.getDataModel(), before);
+
+    HVRawDataIterator kept = over(source);
+    kept.SetExcludeUserMissing(false);
+    EXPECT_TRUE(kept.getMetaData().GetField(0)->GetMissingValues().IsValid());
+    kept.UpdateUserMissing();
+    EXPECT_FALSE(kept.getMetaData().GetField(0)->GetMissingValues().IsValid());
+    EXPECT_FALSE(CFMetaData(kept.getDataModel()).GetField(2)->GetMissingValues().IsValid());
+    EXPECT_EQ(recordsOf(kept), "8.5 0 'none'; -1 1 'nonetheless'; 7 0 'x'; ");
+
+    // By variable: a variable without a description is not touched.
+    ACAVarValidSpecs specs;
+    specs.SetExclUserMiss(0, false);
+    specs.SetExclUserMiss(1, true);
+    HVRawDataIterator chosen = over(source);
+    chosen.SetVarValidSpecs(&specs);
+    chosen.UpdateUserMissing();
+    EXPECT_FALSE(chosen.getMetaData().GetField(0)->GetMissingValues().IsValid());
+    EXPECT_TRUE(chosen.getMetaData().GetField(1)->GetMissingValues().IsValid());
+    EXPECT_FALSE(chosen.getMetaData().GetField(2)->GetMissingValues().IsValid());
+    EXPECT_EQ(recordsOf(chosen), "8.5 - 'none'; -1 1 'nonetheless'; 7 - 'x'; ");
+}
+
+struct WeightCase
+{
+    WeightAdjust adjust;
+    std::vector<double> weights;
+    std::string served;
+    int valid;
+    double validWeight;
+    bool good;
+    bool integers;
+};
+
+TEST(RawDataIterator, WeighsCasesAndCountsThemOnce)
+{
+    const WeightCase cases[] = {
+        {kWeightRound, {0.4}, "", 0, 0, false, false},
+        {kWeightRound, {2.5, 1}, "3; 1; ", 2, 4, true, false},
+        {kWeightTruncate, {2.5, 0.9}, "2; ", 1, 2, true, true},
+        {kWeightUnchanged, {2.5, -1, 0, kMissing}, "2.5; ", 1, 2.5, true, true},
+        {kWeightRound, {-3, kMissing, 2}, "2; ", 1, 2, true, true},
+        {kWeightNone, {-3, 2.5, kMissing}, "-3; 2.5; -; ", 3, 3, true, true},
+    };
+    for (const WeightCase& row : cases) {
+        std::vector<MemorySource::Row> rows;
+        for (const double weight : row.weights)
+            rows.push_back({weight});
+        MemorySource source({numeric("w")}, rows);
+        source.weight = 0;
+        HVRawDataIterator iterator = over(source, row.adjust);
+        EXPECT_EQ(recordsOf(iterator), row.served);
+        EXPECT_EQ(iterator.Rewind(true), 0U);
+        EXPECT_EQ(recordsOf(iterator), row.served);
+        const int count = static_cast<int>(row.weights.size());
+        EXPECT_EQ(iterator.GetNCases(), count);
+        EXPECT_EQ(iterator.GetNValidCases(), row.valid);
+        EXPECT_EQ(iterator.GetNInvalidCases(), count - row.valid);
+        EXPECT_EQ(iterator.GetWeightNValidCases(), row.validWeight);
+        EXPECT_EQ(iterator.GetWeightNCases(), row.validWeight);
+        EXPECT_EQ(iterator.GetWeightNInvalidCases(), 0);
+        EXPECT_EQ(iterator.AreAllWeightsGood(), row.good) << row.served;
+        EXPECT_EQ(iterator.AreAllWeightsIntegers(), row.integers) << row.served;
+    }
+}
+
+TEST(RawDataIterator, KnowsTheRoleOfTheWeight)
+{
+    MemorySource source({numeric("a"), numeric("w")}, {{1.0, 2.0}});
+    source.weight = 1;
+    EXPECT_EQ(over(source).getMetaData().GetField(1)->GetRole(), CFField::FrequencyWeight);
+    HVRawDataIterator unweighted = over(source, kWeightNone);
+    EXPECT_EQ(unweighted.getMetaData().GetField(1)->GetRole(), CFField::Input);
+    unweighted.SetFreqWeightAdj(kWeightUnchanged);
+    EXPECT_EQ(unweighted.GetFreqWeightAdj(), kWeightNone);
+    // The weight is found among the columns that are served.
+    HVRawDataIterator turned(source, std::vector<int>{1, -1, 0}, {}, false, kWeightRound, false,
+                             nullptr);
+    EXPECT_EQ(recordsOf(turned), "2 1; ");
+    EXPECT_EQ(turned.GetWeightNCases(), 2);
+}
+
+TEST(RawDataIterator, IncrementsOneField)
+{
+    struct Row
+    {
+        int target;
+        int source;
+        double value;
+        const char* served;
+    };
+    const MemorySource source({numeric("a"), numeric("b"), numeric("c")},
+                              {{1.0, 10.0, 100.0}, {kMissing, kMissing, kMissing}});
+    for (const Row& row :
+         {Row{1, -1, 5, "1 5 100; - 5 -; "}, Row{1, 2, 5, "1 5 100; - 5 -; "},
+          Row{1, 2, kMissing, "1 10 100; - - -; "}, Row{1, 1, 5, "1 15 100; - - -; "},
+          Row{1, 0, 5, "1 6 100; - - -; "}, Row{1, 0, kMissing, "1 1 100; - - -; "}}) {
+        HVRawDataIterator cases = over(source);
+        cases.SetVariableIncrement(row.target, row.source, row.value);
+        EXPECT_EQ(recordsOf(cases), row.served) << row.source << " " << row.value;
+    }
+}
+
+TEST(RawDataIterator, RewindsWithinTheFirstPassOnlyAfterCountingAll)
+{
+    MemorySource source({numeric("a")}, {{1.0}, {2.0}, {3.0}});
+    HVRawDataIterator cases = over(source);
+    EXPECT_EQ(cases.Rewind(false), 0U); // nothing read yet: still the first pass
+    EXPECT_EQ(source.iterators, 1);
+    EXPECT_EQ(cases.nextRecord(), 0U);
+    EXPECT_EQ(cases.Rewind(true), 0U);
+    EXPECT_TRUE(cases.GetScoreIteration());
+    EXPECT_EQ(source.iterators, 2);
+    EXPECT_EQ(cases.GetNCases(), 3);
+    EXPECT_EQ(recordsOf(cases), "1; 2; 3; ");
+    EXPECT_EQ(cases.GetNCases(), 3);
+
+    const MemorySource empty({numeric("a")});
+    HVRawDataIterator none = over(empty);
+    EXPECT_EQ(none.nextRecord(), 1U);
+    EXPECT_EQ(none.Rewind(false), 0U);
+    EXPECT_EQ(none.nextRecord(), 1U);
+}
+
+class StopAfter : public HVStopProcessor
+{
+public:
+    explicit StopAfter(int looks) : _looks(looks) {}
+    bool CheckCancel() const override { return _looks-- <= 0; }
+
+private:
+    mutable int _looks;
+};
+
+TEST(RawDataIterator, StopsForGood)
+{
+    const MemorySource source({numeric("a")}, {{1.0}, {2.0}, {3.0}});
+    HVRawDataIterator cases = over(source);
+    StopAfter stop(2);
+    cases.SetStopProcessor(&stop);
+    EXPECT_EQ(recordsOf(cases), "1; 2; ");
+    EXPECT_TRUE(cases.GetCancelStatus());
+    cases.SetStopProcessor(nullptr);
+    EXPECT_EQ(cases.Rewind(false), 3U);
+    EXPECT_EQ(cases.nextRecord(), 3U);
+
+    HVRawDataIterator flagged = over(source);
+    flagged.nextRecord();
+    flagged.SetCancelStatus();
+    EXPECT_EQ(flagged.nextRecord(), 3U);
+}
+
+TEST(RawDataIterator, ConvertsTextsOfACodePageAndReportsWhatIsNone)
+{
+    class Monitor : public ErrorMonitor
+    {
+    public:
+        void Report(const std::string& report) override { last = report; }
+        long long ErrorCount() const override { return 0; }
+        std::string last;
+    };
+    const ScopedCodePage page("Shift_JIS");
+    VEXA_Variable word = text("t", 4);
+    word.SetMissingValues(std::vector<std::string>{"\x93\xfa"});
+    const MemorySource source({word, numeric("n")}, {{std::string("\x93\xfa\x96\x7b"), 1.0},
+                                                     {std::string("\x93\xfa"), 2.0},
+                                                     {std::string("\xb1\t"), 3.0},
+                                                     {std::string("\xff"), 4.0}});
+    Monitor monitor;
+    HVRawDataIterator cases(source, std::vector<int>(), {}, false, kWeightRound, false, &monitor);
+    EXPECT_EQ(recordsOf(cases), "'日本' 1; - 2; 'ｱ\t' 3; '\xef\xbf\xbd' 4; ");
+    EXPECT_NE(monitor.last.find("\"t\", case 4"), std::string::npos) << monitor.last;
+    cases.Rewind(false);
+    EXPECT_EQ(recordsOf(cases).substr(0, 10), "'日本' 1");
+}
+
+TEST(RawDataIterator, CopiesMayBeDestroyedInAnyOrder)
+{
+    const ScopedCodePage page("windows-1252");
+    const MemorySource source({text("t", 3)}, {{std::string("a")}, {std::string("b")}});
+    auto first = std::make_unique<HVRawDataIterator>(over(source));
+    HVRawDataIterator second(*first);
+    first->nextRecord();
+    first.reset();
+    EXPECT_EQ(recordsOf(second), "'b'; ");
+    second = HVRawDataIterator(over(source));
+    EXPECT_EQ(recordsOf(second), "'a'; 'b'; ");
+}
+
+TEST(RawDataIterator, OpensDatasetsByTheirId)
+{
+    const auto source =
+        std::make_shared<MemorySource>(std::vector<VEXA_Variable>{numeric("a"), text("b", 2)},
+                                       std::vector<MemorySource::Row>{{1.0, std::string("x")}});
+    const LocallyUniqueID id = SvrDMDataset::Register(source);
+    {
+        HVRawDataIterator cases(id, std::vector<std::string>{"B"}, {}, false, kWeightRound, false,
+                                true);
+        SvrDMDataset::Unregister(id);
+        EXPECT_EQ(recordsOf(cases), "'x'; ");
+    }
+    EXPECT_EQ(source.use_count(), 1);
+    EXPECT_THROW(HVRawDataIterator(id, std::vector<int>(), {}, false, kWeightRound, false),
+                 std::runtime_error);
+}
+
+/// A million records of memory that is never touched.
+class EndlessSource : public MemorySource
+{
+public:
+    using MemorySource::MemorySource;
+    VEXA_InputCaseIterator* MakeIterator(ErrorMonitor*) const override
+    {
+        return std::make_unique<Cases>().release();
+    }
+
+private:
+    class Cases : public VEXA_InputCaseIterator
+    {
+    public:
+        int NextCase() override { return ++_count <= 1000000 ? 1 : 0; }
+        double GetNumericValue(int) const override { return 1.5; }
+        const char* GetStringValue(int) const override { return "abcdefg "; }
+        const OBS* GetObsPointer(int) const override { return nullptr; }
+        long long GetCaseCount() const override { return _count; }
+
+    private:
+        long long _count = 0;
+    };
+};
+
+TEST(RawDataIterator, AllocatesNothingPerRecord)
+{
+    VEXA_Variable number = numeric("n");
+    number.SetMissingValues(std::vector<double>{9});
+    EndlessSource source({number, numeric("w"), numeric("d", kFormatDate), text("t", 8)});
+    source.weight = 1;
+    HVRawDataIterator cases = over(source, kWeightRound, true);
+    const long long before = allocations;
+    void* value = nullptr;
+    unsigned long long length = 0;
+    while (cases.nextRecord() == 0)
+        for (unsigned long long i = 0; i < 5; ++i)
+            cases.getRecordValue(i, value, length);
+    const long long after = allocations; // a failing comparison allocates, too
+    EXPECT_EQ(after, before);
+    EXPECT_EQ(cases.GetNValidCases(), 1000000);
+}
+
+} // namespace

@@ -1,0 +1,209 @@
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <set>
+
+#include <sys/resource.h>
+
+#include "RawZip.h"
+#include "support/ScratchFolder.h"
+#include "support/ZipReader.h"
+#include "support/ZipWriter.h"
+
+/// Archives that are damaged, very large, or have nowhere to go.
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string text()
+{
+    std::string result;
+    for (int i = 0; i < 3000; ++i)
+        result += std::to_string(i * i) + ' ';
+    return result;
+}
+
+template <typename Change>
+RawEntry changed(Change change)
+{
+    RawEntry entry = RawEntry::deflated("bad", text());
+    change(entry);
+    return entry;
+}
+
+TEST(ZipDamage, IsNeverGivenOutAsContent)
+{
+    const struct
+    {
+        const char* what;
+        RawEntry entry;
+    } rows[] = {{"checksum", changed([](RawEntry& entry) { entry.crc ^= 1; })},
+                {"size too large", changed([](RawEntry& entry) { ++entry.size; })},
+                {"size far too large", changed([](RawEntry& entry) { entry.size = 1U << 29; })},
+                {"size too small", changed([](RawEntry& entry) { --entry.size; })},
+                {"size of nothing", changed([](RawEntry& entry) { entry.size = 0; })},
+                {"data breaks off", changed([](RawEntry& entry) { entry.packedSize -= 20; })},
+                {"no data", changed([](RawEntry& entry) { entry.packedSize = 0; })},
+                {"data beyond the end", changed([](RawEntry& entry) { entry.data.resize(40); })},
+                {"garbage behind a start", changed([](RawEntry& entry) {
+                     entry.data.replace(entry.data.size() / 2, 100, 100, '\xff');
+                 })},
+                {"stored, too large", [] {
+                     RawEntry entry = RawEntry::stored("bad", text());
+                     ++entry.size;
+                     return entry;
+                 }()}};
+    for (const auto& row : rows) {
+        const ScratchFolder scratch;
+        scratch.put("a.zip", RawZip().add(row.entry).finish());
+        scratch.put("out/bad", "old");
+        std::string content = "as before";
+        EXPECT_FALSE(ZipReader(scratch.folder + "\\a.zip").ExportString(content)) << row.what;
+        EXPECT_EQ(content, "") << row.what;
+        EXPECT_FALSE(
+            ZipReader(scratch.folder + "\\a.zip").ExportFile(scratch.folder + "\\out\\bad"))
+            << row.what;
+        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << row.what;
+        EXPECT_EQ(scratch.read("out/bad"), "old") << row.what;
+        EXPECT_EQ(std::distance(fs::directory_iterator(scratch.path / "out"), {}), 1) << row.what;
+    }
+}
+
+TEST(ZipDamage, OfOneEntryLeavesTheNext)
+{
+    const ScratchFolder scratch;
+    const RawEntry bad = changed([](RawEntry& entry) { ++entry.size; });
+    scratch.put("a.zip", RawZip().add(bad).add(RawEntry::stored("good", "x")).finish());
+    ZipReader reader(scratch.folder + "\\a.zip");
+    std::string content;
+    EXPECT_FALSE(reader.ExportString(content));
+    EXPECT_TRUE(reader.GotoFile("good") && reader.ExportString(content));
+}
+
+TEST(ZipDamage, OfTheDirectoryIsNoEnd)
+{
+    const ScratchFolder scratch;
+    std::string bytes =
+        RawZip().add(RawEntry::stored("a", "x")).add(RawEntry::stored("b", "x")).finish();
+    const std::string intact = bytes;
+    const std::size_t first = bytes.find("PK\1\2");
+    for (const std::size_t place : {first, bytes.find("PK\1\2", first + 1)}) {
+        bytes = intact;
+        bytes[place] = '?';
+        scratch.put("a.zip", bytes);
+        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << place;
+    }
+}
+
+// Whatever the reader gives out of an archive with one wrong byte is what went into it.
+TEST(ZipDamage, OfAnyOneByteOrOfTheEndIsSeen)
+{
+    const ScratchFolder scratch;
+    const std::set<std::string> contents = {"", "stored content", std::string(500, 'd')};
+    const std::string intact = RawZip()
+                                   .add(RawEntry::stored("folder/", ""))
+                                   .add(RawEntry::stored("folder/s", "stored content"))
+                                   .add(RawEntry::deflated("d", std::string(500, 'd')))
+                                   .finish();
+    const auto check = [&](const std::string& bytes, std::size_t place) {
+        scratch.put("a.zip", bytes);
+        ZipReader reader(scratch.folder + "\\a.zip");
+        std::string name;
+        bool isDirectory = false;
+        std::string content;
+        for (bool found = reader.GetFirst(name, isDirectory); found;
+             found = reader.GetNext(name, isDirectory))
+            if (reader.ExportString(content)) {
+                EXPECT_TRUE(contents.count(content) == 1) << "byte " << place << ": " << content;
+                // An empty content is that of the folder, whose name may have been hurt.
+                EXPECT_TRUE(!content.empty() || name.substr(0, 3) != "d") << place;
+            }
+    };
+    for (std::size_t place = 0; place < intact.size(); ++place)
+        for (const int bits : {0x01, 0x08, 0x80, 0xff}) {
+            std::string bytes = intact;
+            bytes[place] = static_cast<char>(bytes[place] ^ bits);
+            check(bytes, place);
+        }
+    for (std::size_t size = 0; size < intact.size(); ++size) {
+        scratch.put("a.zip", intact.substr(0, size));
+        const bool unpacked = UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out");
+        // The last bytes say only how long the comment is.
+        EXPECT_TRUE(!unpacked || (size > intact.size() - 8 && scratch.has("out/d"))) << size;
+        fs::remove_all(scratch.path / "out");
+    }
+}
+
+TEST(ZipSize, AHundredThousandEntriesAreWalkedAndFound)
+{
+    const ScratchFolder scratch;
+    constexpr int kCount = 100000;
+    {
+        ZipWriter writer(scratch.folder + "\\a.zip");
+        for (int i = 0; i < kCount; ++i)
+            ASSERT_TRUE(writer.AddString("entry " + std::to_string(i), std::to_string(i)));
+    }
+    ZipReader reader(scratch.folder + "\\a.zip");
+    std::string content;
+    EXPECT_TRUE(reader.GotoFile("entry 99999") && reader.ExportString(content));
+    EXPECT_EQ(content, "99999");
+    std::string name;
+    bool isDirectory = false;
+    int count = 0;
+    for (bool found = reader.GetFirst(name, isDirectory); found;
+         found = reader.GetNext(name, isDirectory))
+        EXPECT_EQ(name, "entry " + std::to_string(count++));
+    EXPECT_EQ(count, kCount);
+}
+
+// Minizip has no count for exactly this many, which is the value that stands for "more".
+TEST(ZipSize, ADirectoryOf65535EntriesHasAnEnd)
+{
+    const ScratchFolder scratch;
+    RawZip archive;
+    for (int i = 0; i < 0xffff; ++i)
+        archive.add(RawEntry::stored(std::to_string(i) + "/", ""));
+    scratch.put("a.zip", archive.finish());
+    EXPECT_TRUE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out"));
+    EXPECT_TRUE(scratch.has("out/65534"));
+}
+
+/// No file may grow beyond a limit while it lives, as on a disk that is full.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &_before);
+        const rlimit limit = {bytes, _before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &_before);
+        std::signal(SIGXFSZ, _handler);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit _before = {};
+    void (*_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
+
+TEST(ZipSize, ADiskThatIsFullIsAFailure)
+{
+    const ScratchFolder scratch;
+    scratch.put("tree/a", text());
+    ASSERT_TRUE(ZipDir(scratch.folder + "\\a.zip", scratch.folder + "\\tree"));
+    const auto whole = fs::file_size(scratch.path / "a.zip");
+    fs::create_directories(scratch.path / "out");
+    const FullDisk full(whole - 10);
+    ZipReader reader(scratch.folder + "\\a.zip");
+    EXPECT_FALSE(reader.ExportFile(scratch.folder + "\\out\\a"));
+    EXPECT_TRUE(fs::is_empty(scratch.path / "out"));
+    // What does not fit is the end of the archive, which is written last.
+    EXPECT_FALSE(ZipDir(scratch.folder + "\\b.zip", scratch.folder + "\\tree"));
+}
+
+} // namespace
