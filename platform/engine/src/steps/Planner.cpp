@@ -250,9 +250,9 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
             refuse("(configuration, input containers, output containers)");
         if (places.size() > 1 && places[1]->kind != Kind::Open)
             refuse("(configuration, _, output containers): it reads no container");
-        call.configuration = literalOf(*places[0], call.name);
+        call.configuration = language::jsonLiteral(*places[0]->value, _values, call.name);
         if (places.size() > 2 && places[2]->kind != Kind::Open)
-            call.outputContainers = literalOf(*places[2], call.name);
+            call.outputContainers = language::jsonLiteral(*places[2]->value, _values, call.name);
         return;
     }
     if (kind.arguments == StepArguments::ConfigurationAndExport) {
@@ -269,12 +269,7 @@ void Planner::readArguments(const language::Step& step, const StepKind& kind, St
         refuse("(configuration)");
     if (open)
         return;
-    call.configuration = literalOf(*places[0], call.name);
-}
-
-Json Planner::literalOf(const language::Argument& argument, const std::string& step) const
-{
-    return language::jsonLiteral(*argument.value, _values, step);
+    call.configuration = language::jsonLiteral(*places[0]->value, _values, call.name);
 }
 
 const language::Expression* Planner::lambdaOf(const language::Expression& argument,
