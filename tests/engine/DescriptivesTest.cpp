@@ -65,7 +65,8 @@ protected:
     std::string valuesOf(const std::string& field) const
     {
         std::string list;
-        for (const CFValue& value : model().GetField(field)->GetValues()) {
+        const CFMetaData whole = model();
+        for (const CFValue& value : whole.GetField(field)->GetValues()) {
             EXPECT_EQ(value.GetProperty(), CFValue::Valid);
             list += (list.empty() ? "" : "|") + value.GetText();
         }
