@@ -65,7 +65,8 @@ protected:
     std::string valuesOf(const std::string& field) const
     {
         std::string list;
-        for (const CFValue& value : model().GetField(field)->GetValues()) {
+        const CFMetaData fields = model();
+        for (const CFValue& value : fields.GetField(field)->GetValues()) {
             EXPECT_EQ(value.GetProperty(), CFValue::Valid);
             list += (list.empty() ? "" : "|") + value.GetText();
         }
@@ -304,8 +305,8 @@ TEST_F(Descriptives, DetectsTheIntervalOfPeriodFields)
         const char* end;
     };
     const Case cases[] = {
-        {"y,m\n2020,11\n2020,12\n2021,2\n2021,13\n", R"(["y", "m"])", R"(["year","month"])",
-         "month", 4, 1, R"({"y":2021,"m":2})"},
+        {"y,month\n2020,11\n2020,12\n2021,2\n2021,13\n", R"(["y", "month"])", R"(["year","month"])",
+         "month", 4, 1, R"({"y":2021,"month":2})"},
         {"y,q\n2020,4\n2021,1\n2021,3\n", R"(["y", "q"])", R"(["year","quarter"])", "quarter", 4, 1,
          R"({"y":2021,"q":3})"},
         {"Year,Week\n2020,52\n2020,53\n2021,1\n2021,3\n", R"(["Year", "Week"])",
