@@ -305,8 +305,8 @@ TEST_F(Descriptives, DetectsTheIntervalOfPeriodFields)
         const char* end;
     };
     const Case cases[] = {
-        {"y,m\n2020,11\n2020,12\n2021,2\n2021,13\n", R"(["y", "m"])", R"(["year","month"])",
-         "month", 4, 1, R"({"y":2021,"m":2})"},
+        {"y,month\n2020,11\n2020,12\n2021,2\n2021,13\n", R"(["y", "month"])", R"(["year","month"])",
+         "month", 4, 1, R"({"y":2021,"month":2})"},
         {"y,q\n2020,4\n2021,1\n2021,3\n", R"(["y", "q"])", R"(["year","quarter"])", "quarter", 4, 1,
          R"({"y":2021,"q":3})"},
         {"Year,Week\n2020,52\n2020,53\n2021,1\n2021,3\n", R"(["Year", "Week"])",
