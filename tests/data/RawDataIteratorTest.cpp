@@ -14,18 +14,19 @@
 namespace {
 thread_local long long allocations = 0;
 }
-void* operator new(std::size_t size)
+// Not inline: the compiler would take a pair of malloc and free for one of new and free.
+[[gnu::noinline]] void* operator new(std::size_t size)
 {
     ++allocations;
     if (void* memory = std::malloc(size))
         return memory;
     throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept
+[[gnu::noinline]] void operator delete(void* memory) noexcept
 {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
