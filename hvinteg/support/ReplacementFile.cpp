@@ -72,8 +72,7 @@ bool ReplacementFile::finish()
 
 bool ReplacementFile::close()
 {
-    const bool written = std::ferror(_buffer.file) == 0;
-    return std::fclose(std::exchange(_buffer.file, nullptr)) == 0 && written;
+    return std::fclose(std::exchange(_buffer.file, nullptr)) == 0;
 }
 
 ReplacementFile::~ReplacementFile()

@@ -22,7 +22,7 @@ public:
 
     bool isOpen() const { return _buffer.file != nullptr; }
     std::ostream& stream() { return _stream; }
-    /// Gives the file its name. False if not all of it could be written.
+    /// Gives the file its name, if the stream took everything; false if the disk did not.
     bool finish();
 
 private:

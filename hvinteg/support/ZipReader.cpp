@@ -82,7 +82,7 @@ bool ZipReader::Impl::openArchive(const std::string& archive)
         return false;
     }
     lastResult = UNZ_OK;
-    entryCount = static_cast<std::uint32_t>(info.number_entry);
+    entryCount = static_cast<std::uint32_t>(std::min<std::uint64_t>(info.number_entry, UINT32_MAX));
     allowance = std::max(kAllowedAnyway, kAllowedRatio * end.fileSize());
     path = archive;
     return true;

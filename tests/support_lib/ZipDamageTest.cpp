@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <set>
 
@@ -199,6 +200,14 @@ TEST(ZipSize, ADiskThatIsFullIsAFailure)
     const auto whole = fs::file_size(scratch.path / "a.zip");
     fs::create_directories(scratch.path / "out");
     const FullDisk full(whole - 10);
+    {
+        // Too little to leave the buffers before the entry is closed.
+        std::string scattered = text();
+        std::reverse(scattered.begin(), scattered.end());
+        ZipWriter writer(scratch.folder + "\\c.zip");
+        EXPECT_FALSE(writer.AddString("a", text() + scattered));
+        EXPECT_FALSE(writer.AddString("b", ""));
+    }
     ZipReader reader(scratch.folder + "\\a.zip");
     EXPECT_FALSE(reader.ExportFile(scratch.folder + "\\out\\a"));
     EXPECT_TRUE(fs::is_empty(scratch.path / "out"));

@@ -233,9 +233,11 @@ TEST(ZipSafety, MoreEntriesThanTheLimitAreNotUnpacked)
 {
     const ScratchFolder scratch;
     const RawZip archive = RawZip().add(RawEntry::stored("a", ""));
-    scratch.put("a.zip", archive.finishWide(1'000'001));
-    EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out"));
-    EXPECT_TRUE(fs::is_empty(scratch.path / "out"));
+    for (const std::uint64_t count : {std::uint64_t{1'000'001}, (std::uint64_t{1} << 32) + 1}) {
+        scratch.put("a.zip", archive.finishWide(count));
+        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out"));
+        EXPECT_TRUE(fs::is_empty(scratch.path / "out"));
+    }
     // The same record with the right count is no obstacle.
     scratch.put("a.zip", archive.finishWide(1));
     EXPECT_TRUE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out"));

@@ -212,6 +212,9 @@ TEST(Zip, ALinkThatLeadsBackUpIsAFailure)
     for (const char* name : {"tree/a/up", "tree/a/up too"})
         fs::create_directory_symlink(scratch.path / "tree", scratch.path / name);
     EXPECT_FALSE(ZipDir(scratch.folder + "\\a.zip", scratch.folder + "\\tree"));
+    // It is not entered even once.
+    EXPECT_EQ(walk(scratch.folder + "\\a.zip"),
+              (Names{{"a\\", true}, {"a\\file", false}, {"a\\up\\", true}}));
 }
 
 TEST(Zip, UnpacksOneLevelDeepIntoWhatMayBeWritten)
@@ -298,10 +301,14 @@ TEST(Zip, PathsAndNamesAreInTheHostsEncoding)
 TEST(Zip, AStreamThatBreaksIsAFailure)
 {
     const ScratchFolder scratch;
-    ASSERT_TRUE(ZipWriter(scratch.folder + "\\a.zip").AddString("a", noise(20000)));
+    {
+        ZipWriter writer(scratch.folder + "\\a.zip");
+        ASSERT_TRUE(writer.AddString("a", noise(20000)) && writer.AddString("b", "one chunk"));
+    }
     ZipReader reader(scratch.folder + "\\a.zip");
     std::ofstream full("/dev/full", std::ios::binary);
     EXPECT_FALSE(reader.ExportStream(full));
+    EXPECT_FALSE(reader.GotoFile("b") && reader.ExportStream(full));
     std::string text;
     EXPECT_TRUE(reader.ExportString(text));
 
