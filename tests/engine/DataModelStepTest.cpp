@@ -199,7 +199,7 @@ TEST_F(DataModelStep, SettingsThatAnEntryDoesNotHaveAreTold)
     EXPECT_EQ(listener.ending, "success") << listener.errorText;
     std::string told;
     for (const auto& [id, text] : listener.messages)
-        told += id + " " + text + "\n";
+        told.append(id).append(" ").append(text).append("\n");
     EXPECT_EQ(listener.messages.size(), 3U) << told;
     EXPECT_THAT(told, HasSubstr(R"("fields[0].label" is not known)"));
     EXPECT_THAT(told, HasSubstr(R"(missingValues.value" is not known here and is ignored; did you )"

@@ -226,3 +226,54 @@ TEST_F(JobRoad, FeedsRowsFromMemoryReclassifiesThemAndBalances)
     EXPECT_EQ(run(write, &rows), "");
     EXPECT_EQ(content("out.csv"), "a b\n0.5\n\n20.0\n20.0\n");
 }
+
+TEST_F(JobRoad, UpdatesAndExportsADataModelAndTellsItWithoutRunning)
+{
+    HVSimpleContainer container("model", path("model.xml"));
+    for (const bool isNormalized : {false, true}) {
+        SCOPED_TRACE(isNormalized);
+        JNIHvlProgram own;
+        HVLRead read(&own);
+        read.ReadCSV(url("in.csv"), true);
+        HVLUpdateDataModel update(&own);
+        update.Update("amount", std::string("Amount \"a\""));
+        update.Update("amount", CFField::Target);
+        update.Update("amount", CFMissingValues({CFDatum(1.5), CFDatum(9)}, {CFValue(CFDatum(-1))},
+                                                true, false));
+        update.Update("amount", std::vector<CFValue>{CFValue(CFDatum(0.5), "half")});
+        update.Update("note", CFField::Typeless);
+        update.Update("name", CFGeo::Polygon, 2, 4326, "WGS 84", true, "W", -9.5, 71.25, 33, 34.5);
+        update.AddPredFunction(&read);
+        HVLDataModelBuilder builder(&own);
+        builder.SetOutputContainer(container);
+        builder.SetNormalizeDataModel(isNormalized);
+        builder.AddPredFunction(&update);
+        ASSERT_TRUE(builder.GenerateHVL());
+        std::string job;
+        own.getHvlText(job);
+
+        std::string described;
+        EXPECT_TRUE(runner.getMetadata(job, container, described));
+        EXPECT_FALSE(std::filesystem::exists(path("model.xml")));
+        EXPECT_EQ(runText(job), "");
+        EXPECT_EQ(content("model.xml"), described);
+        std::filesystem::remove(path("model.xml"));
+
+        const CFMetaData model(described);
+        ASSERT_EQ(model.FieldCount(), 3U);
+        CFField amount("amount", CFField::Continuous, CFField::Real, CFField::Target);
+        amount.SetLabel("Amount \"a\"");
+        amount.SetValueLabels({CFValue(CFDatum(0.5), "half")});
+        const CFDatum upper = isNormalized ? CFDatum(9.0) : CFDatum(9);
+        amount.SetMissingValues({{CFDatum(1.5), upper}, {CFValue(CFDatum(-1.0))}, true, false});
+        EXPECT_TRUE(*model.GetField("amount") == amount) << described;
+        ASSERT_NE(model.GetField("name")->GetGeo(), nullptr);
+        EXPECT_EQ(model.GetField("name")->GetGeo()->GetWkid(), 4326);
+        EXPECT_EQ(model.GetField("note")->GetType(),
+                  isNormalized ? CFField::Nominal : CFField::Typeless);
+    }
+    // A job that cannot run has no data model; the empty text alone says so.
+    std::string described = "before";
+    EXPECT_TRUE(runner.getMetadata("dataModelBuilder(_)", container, described));
+    EXPECT_EQ(described, "");
+}

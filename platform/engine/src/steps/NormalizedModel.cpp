@@ -32,10 +32,12 @@ std::vector<CFValue> normalizedValues(const std::vector<CFValue>& values,
                                       CFField::StorageType storage, bool isOrdered)
 {
     std::vector<CFValue> result;
+    result.reserve(values.size());
     for (const CFValue& value : values)
         result.emplace_back(ofKind(value.GetDatum(), storage), value.GetLabel(),
                             value.GetProperty(), value.GetOrder());
     std::vector<std::pair<CFDatum, std::size_t>> places;
+    places.reserve(values.size());
     for (std::size_t i = 0; i < result.size(); ++i)
         places.emplace_back(result[i].GetDatum(), i);
     const auto before = [](const auto& a, const auto& b) { return a.first.Compare(b.first) < 0; };
@@ -48,6 +50,7 @@ std::vector<CFValue> normalizedValues(const std::vector<CFValue>& values,
         std::sort(places.begin(), places.end(),
                   [](const auto& a, const auto& b) { return a.second < b.second; });
     std::vector<CFValue> picked;
+    picked.reserve(places.size());
     for (const auto& [datum, place] : places)
         picked.push_back(result[place]);
     return picked;
