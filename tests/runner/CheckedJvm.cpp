@@ -15,21 +15,28 @@ class CheckedJvm : public ::testing::Environment
 public:
     void SetUp() override
     {
-        VexaJVM::GetInstance()->SetOutput([this](const std::string& text) {
-            const std::lock_guard guard(_mutex);
-            _output += text;
+        VexaJVM::GetInstance()->SetOutput([printed = _printed](const std::string& text) {
+            const std::lock_guard guard(printed->mutex);
+            printed->text += text;
         });
     }
     void TearDown() override
     {
-        const std::lock_guard guard(_mutex);
+        const std::lock_guard guard(_printed->mutex);
         for (const char* complaint : {"WARNING", "FATAL"})
-            EXPECT_EQ(_output.find(complaint), std::string::npos) << _output;
+            EXPECT_EQ(_printed->text.find(complaint), std::string::npos) << _printed->text;
     }
 
 private:
-    std::mutex _mutex;
-    std::string _output;
+    struct Printed
+    {
+        std::mutex mutex;
+        std::string text;
+    };
+
+    /// Shared with the machine, whose own threads print until the process is gone, and that is
+    /// after the test framework has deleted this object.
+    std::shared_ptr<Printed> _printed = std::make_shared<Printed>();
 };
 
 [[maybe_unused]] const auto* const registered =

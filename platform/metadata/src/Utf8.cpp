@@ -6,16 +6,13 @@ namespace {
 /// it.
 struct Form
 {
-    unsigned char mask;
-    unsigned char mark;
     std::size_t length;
     char32_t lowest;
+    unsigned char mask;
+    unsigned char mark;
 };
 
-constexpr Form kForms[] = {{0x80, 0x00, 1, 0},
-                           {0xE0, 0xC0, 2, 0x80},
-                           {0xF0, 0xE0, 3, 0x800},
-                           {0xF8, 0xF0, 4, 0x10000}};
+constexpr Form kForms[] = {{2, 0x80, 0xE0, 0xC0}, {3, 0x800, 0xF0, 0xE0}, {4, 0x10000, 0xF8, 0xF0}};
 constexpr char32_t kHighestCode = 0x10FFFF;
 
 constexpr bool isSurrogate(char32_t code)
