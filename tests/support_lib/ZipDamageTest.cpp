@@ -7,6 +7,7 @@
 #include <sys/resource.h>
 
 #include "RawZip.h"
+#include "support/Paths.h"
 #include "support/ScratchFolder.h"
 #include "support/ZipReader.h"
 #include "support/ZipWriter.h"
@@ -165,8 +166,13 @@ TEST(ZipSize, ADirectoryOf65535EntriesHasAnEnd)
     for (int i = 0; i < 0xffff; ++i)
         archive.add(RawEntry::stored(std::to_string(i) + "/", ""));
     scratch.put("a.zip", archive.finish());
-    EXPECT_TRUE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out"));
-    EXPECT_TRUE(scratch.has("out/65534"));
+    // So many folders can keep a disk busy for minutes; memory takes them at once.
+    const fs::path memory = "/dev/shm";
+    const fs::path target =
+        fs::exists(memory) ? memory / scratch.path.filename() : scratch.path / "out";
+    EXPECT_TRUE(UnzipToDir(scratch.folder + "\\a.zip", FormalizeFilePath(target.string(), false)));
+    EXPECT_TRUE(fs::exists(target / "65534"));
+    fs::remove_all(target);
 }
 
 /// No file may grow beyond a limit while it lives, as on a disk that is full.
