@@ -82,7 +82,7 @@ public:
 
     void SetName(const std::string& name);
     /// Whether user-missing values are served as missing ones; by variable, or for all of them
-    /// where there are no specifications. The specifications are borrowed.
+    /// where nothing is said by variable. What says so is borrowed.
     void SetExcludeUserMissing(bool exclude);
     void SetVarValidSpecs(const ACAVarValidSpecs* specs);
     void SetScoreIteration(bool score);

@@ -51,8 +51,8 @@ public:
     bool IsDataWriteFileOpen() const;
 
     /// The cases of the file, which must be closed; the iterator stays this object's, and is the
-    /// same until it is cleared. Null on failure. With `metadata` its fields describe them. The
-    /// specifications are borrowed.
+    /// same until it is cleared. Null on failure. With `metadata` its fields describe them. `specs`
+    /// is borrowed.
     HVRawDataIterator* CreateHVRawDataIter(const std::string& name, WeightAdjust adjust,
                                            const ACAVarValidSpecs* specs,
                                            const CFMetaData* metadata, bool scoreIteration);

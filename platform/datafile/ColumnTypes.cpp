@@ -89,6 +89,19 @@ std::string canonicalColumn(const std::string& column, duckdb_type type)
     return names.column == type ? column : "CAST(" + column + " AS " + names.sql + ")";
 }
 
+std::string onModelScale(const std::string& column, CFField::StorageType storage)
+{
+    switch (storage) {
+    case CFField::Date:
+        return "(" + column + " - DATE '1970-01-01')";
+    case CFField::Time:
+    case CFField::Timestamp:
+        return "epoch(" + column + ")";
+    default:
+        return column;
+    }
+}
+
 CFField::FieldType defaultMeasure(CFField::StorageType storage)
 {
     return storage == CFField::String ? CFField::Nominal : CFField::Continuous;

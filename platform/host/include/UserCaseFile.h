@@ -62,7 +62,7 @@ public:
     UserInputCaseFile(const UserInputCaseFile&) = delete;
     UserInputCaseFile& operator=(const UserInputCaseFile&) = delete;
 
-    /// Lives as long as this object. Null if the specification was never initialized.
+    /// Lives as long as this object. Null if no file was named.
     const VEXA_DataSource* DataSource() const;
     /// How many cases there are.
     long long CaseCount() const;
@@ -107,7 +107,7 @@ public:
     UserOutputCaseFile(const UserOutputCaseFile&) = delete;
     UserOutputCaseFile& operator=(const UserOutputCaseFile&) = delete;
 
-    /// Lives as long as this object. Null if the specification is not one for output.
+    /// Lives as long as this object. Null if no file for output was named.
     IndependentDataStore* DataSource() const;
 
 private:

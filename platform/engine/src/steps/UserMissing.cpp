@@ -2,25 +2,12 @@
 
 #include <algorithm>
 
+#include "datafile/ColumnTypes.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/SqlText.h"
 
 namespace EmbeddedHV {
 namespace {
-
-/// A column on the scale on which data models tell its values.
-std::string onModelScale(const std::string& column, CFField::StorageType storage)
-{
-    switch (storage) {
-    case CFField::Date:
-        return "(" + column + " - DATE '1970-01-01')";
-    case CFField::Time:
-    case CFField::Timestamp:
-        return "epoch(" + column + ")";
-    default:
-        return column;
-    }
-}
 
 bool isNumber(const CFDatum& datum)
 {
@@ -40,7 +27,7 @@ std::string missingCondition(const std::string& column, const CFField& field)
     const bool isText = field.GetStorage() == CFField::String;
     // Trailing blanks of a text do not count: the host's texts are filled up with them.
     const std::string value =
-        isText ? "rtrim(" + column + ")" : onModelScale(column, field.GetStorage());
+        isText ? "rtrim(" + column + ")" : datafile::onModelScale(column, field.GetStorage());
     std::vector<std::string> conditions;
     for (const CFValue& single : missing.GetValues()) {
         const CFDatum& datum = single.GetDatum();

@@ -1,24 +1,12 @@
 #include "components/descriptives/DistinctValues.h"
 
+#include "datafile/ColumnTypes.h"
+
 namespace EmbeddedHV {
 namespace {
 
 /// Where so many records alone have too many values, the rest need not be looked at.
 constexpr std::int64_t kRecordsTried = 50000;
-
-/// A value as data models tell it.
-std::string onModelScale(const std::string& column, CFField::StorageType storage)
-{
-    switch (storage) {
-    case CFField::Date:
-        return "(" + column + " - DATE '1970-01-01')";
-    case CFField::Time:
-    case CFField::Timestamp:
-        return "epoch(" + column + ")";
-    default:
-        return column;
-    }
-}
 
 CFDatum datumAt(duck::Result& rows, std::size_t row, CFField::StorageType storage)
 {
