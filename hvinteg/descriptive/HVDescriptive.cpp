@@ -303,3 +303,13 @@ bool HVDescriptive::UpdateDateModel(const std::vector<std::string>* inputFields,
     }
     return Impl::readInterval(json, timeInterval);
 }
+
+const std::string& HVDescriptive::GetStatXML() const
+{
+    return _impl->statXml;
+}
+
+const std::string& HVDescriptive::GetHVLJob() const
+{
+    return _impl->jobText;
+}
