@@ -104,7 +104,8 @@ int Dataset::columnOf(const std::string& name, const std::string& origin) const
         names.push_back(nameOf(known));
     const std::string nearest = nearestWord(names, name);
     throw CommandFault(
-        ExitStatus::Usage, origin + ": " + _name + " has no variable \"" + name + "\"",
+        ExitStatus::Usage,
+        (origin.empty() ? _name : origin) + ": there is no variable \"" + name + "\"",
         nearest.empty() ? "hvhost info lists the variables" : "did you mean " + nearest + "?");
 }
 
