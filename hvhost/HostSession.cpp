@@ -5,6 +5,8 @@
 
 #include "CommandFault.h"
 #include "CommandLog.h"
+#include "CommonBlocks.h"
+#include "Dataset.h"
 #include "EngineException.h"
 #include "EnginePreload.h"
 #include "FaultWording.h"
@@ -72,6 +74,16 @@ void HostSession::checkTrails() const
         throw CommandFault(ExitStatus::Usage,
                            _options.traceDirectory + ": no trace can be written in this folder",
                            "it must be a folder that may be written to, or one that can be made");
+}
+
+void HostSession::giveUpSettings(const Dataset& dataset)
+{
+    ProcedureDataSource source;
+    source.SetDataset(&dataset.source());
+    // The host's settings are columns from 1; 0 stands for none.
+    pvGetCmnGlb()->weight = dataset.weight() + 1;
+    pvGetCmnGlb()->split = dataset.split().empty() ? 0 : dataset.split().front() + 1;
+    _runner->prepareActiveDS(source, false, false);
 }
 
 void HostSession::run(const std::string& jobText, const JobOrigin& origin, HVStatDataIterator* rows)

@@ -7,6 +7,7 @@
 #include "CommonOptions.h"
 #include "JobOrigin.h"
 
+class Dataset;
 class HVRunner;
 class HVStatDataIterator;
 class InterruptWatch;
@@ -30,6 +31,9 @@ public:
     HVRunner& runner() { return *_runner; }
     const CommonOptions& options() const { return _options; }
 
+    /// For a command whose jobs neither weigh nor split: sets the dataset's weight and split in the
+    /// host and gives them up, of which the user is warned with the next job.
+    void giveUpSettings(const Dataset& dataset);
     /// Runs one job to its end and prints its warnings. The execution stays, for the rows of its
     /// outputs, until the next run. Throws CommandFault, worded by where the text came from.
     void run(const std::string& jobText, const JobOrigin& origin,
