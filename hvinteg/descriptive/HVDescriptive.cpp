@@ -77,6 +77,13 @@ std::string GetInputDataJson(const std::string& name)
     return json.toString();
 }
 
+/// Where a result stands, as the file services spell it: in code pages other than UTF-8 that is not
+/// what the engine was told.
+std::string archiveOf(const HVSimpleContainer& container)
+{
+    return container.getGenericPath();
+}
+
 /// The data model of a result, without the summaries, which its reader does not know. Throws
 /// std::out_of_range if there is none.
 std::string modelOf(const std::string& statXml)
@@ -206,7 +213,7 @@ void HVDescriptive::Impl::putDateFields(const std::vector<std::string>& fields, 
 /// The text of the data model; false leaves it as it was where the archive lacks it.
 bool HVDescriptive::Impl::readModel(const HVSimpleContainer& stat, std::string& model)
 {
-    ZipReader reader(stat.getAbsolutePath());
+    ZipReader reader(archiveOf(stat));
     if (!reader.GotoFile(kStatMember))
         return false;
     if (!reader.ExportString(statXml)) {
@@ -220,7 +227,7 @@ bool HVDescriptive::Impl::readModel(const HVSimpleContainer& stat, std::string& 
 
 bool HVDescriptive::Impl::readInterval(const HVSimpleContainer& json, std::string& interval)
 {
-    ZipReader reader(json.getAbsolutePath());
+    ZipReader reader(archiveOf(json));
     if (!reader.GotoFile(kIntervalMember))
         return false;
     std::string text;
@@ -275,7 +282,7 @@ bool HVDescriptive::BuildMetaData(const std::vector<std::string>* fields, CFMeta
     HVSimpleContainer stat("StatXML", "");
     if (!_impl->RunDescriptive(&pmml, &stat))
         return false;
-    ZipReader reader(stat.getAbsolutePath());
+    ZipReader reader(archiveOf(stat));
     if (!reader.GotoFile(kStatMember) || !reader.ExportString(_impl->statXml))
         return false;
     traceXMLFile(_impl->statXml, kTraceLabel,
