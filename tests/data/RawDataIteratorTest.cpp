@@ -262,7 +262,9 @@ TEST(RawDataIterator, OnlyARealFieldWeighs)
     fields.AppendField(CFField("w", CFField::Nominal, CFField::String, CFField::Input));
     fields.AppendField(CFField("x", CFField::Continuous, CFField::Integer, CFField::Input));
     // What is past the columns is the case count, as whatever it is described.
-    fields.AppendField(CFField("n", CFField::Nominal, CFField::String, CFField::Input));
+    CFField count("n", CFField::Nominal, CFField::String, CFField::Input);
+    count.SetMissingValues(CFMissingValues({}, {CFValue(CFDatum("1"))}, true, false));
+    fields.AppendField(count);
     HVRawDataIterator whole(source, fields, {}, nullptr);
     ASSERT_EQ(whole.nextRecord(), 0U);
     void* value = nullptr;
@@ -270,6 +272,9 @@ TEST(RawDataIterator, OnlyARealFieldWeighs)
     EXPECT_EQ(whole.getRecordValue(2, value, length), 0U);
     ASSERT_EQ(length, 8U);
     EXPECT_EQ(*static_cast<double*>(value), 1);
+    whole.SetExcludeUserMissing(false);
+    whole.UpdateUserMissing();
+    EXPECT_TRUE(whole.getMetaData().GetField(2)->GetMissingValues().IsValid());
 }
 
 TEST(RawDataIterator, RewindsWithinTheFirstPassOnlyAfterCountingAll)

@@ -13,6 +13,7 @@
 #include "Journal.h"
 #include "MemorySource.h"
 #include "TnOutput.h"
+#include "support/HostScopes.h"
 
 namespace {
 
@@ -239,6 +240,24 @@ TEST_F(SplitRawData, HoldsOneGroup)
     EXPECT_EQ(served(iterator), "1 ; 2 ; 3 ; ");
     data.CloseDataReadFile(); // the iterator is left to the end
     EXPECT_EQ(data.GetHVRawDataIter(), iterator);
+}
+
+TEST_F(SplitRawData, TextsOfACodePageTakeTheirRoadThroughTheFile)
+{
+    const ScopedCodePage page("windows-1252");
+    VEXA_Variable word = text("w\xf6rt", 4);
+    word.SetMissingValues(std::vector<std::string>{"\xe4"});
+    MemorySource latin({word}, {{std::string("\xf6\xf6\xf6\xf6")}, {std::string("\xe4")}});
+    latin.split = {0};
+    HVSplitRawData data(latin, {0}, {}, false);
+    const std::unique_ptr<VEXA_InputCaseIterator> cases(latin.MakeIterator(nullptr));
+    cases->NextCase();
+    ASSERT_TRUE(data.FillDataFile(*cases));
+    EXPECT_EQ(std::string(data.GetSplitValues().at(0)->text, 4), "\xf6\xf6\xf6\xf6");
+    HVRawDataIterator* iterator = data.CreateHVRawDataIter("c", kWeightRound, true, nullptr, false);
+    ASSERT_NE(iterator, nullptr);
+    EXPECT_EQ(iterator->getMetaData().GetField(0)->GetName(), "wört");
+    EXPECT_EQ(served(iterator), "öööö ; - ; ");
 }
 
 TEST_F(SplitRawData, NamesVariablesWithoutValues)
