@@ -13,8 +13,8 @@ std::size_t lengthOf(JNIEnv* env, const LocalRef<>& array)
 LocalRef<> elementOf(JNIHvlAccessor& caller, const LocalRef<>& pair, jsize index)
 {
     JNIEnv* const env = caller.getEnv();
-    LocalRef<> element(
-        env, env->GetObjectArrayElement(static_cast<jobjectArray>(pair.get()), index));
+    LocalRef<> element(env,
+                       env->GetObjectArrayElement(static_cast<jobjectArray>(pair.get()), index));
     caller.exceptionCheck();
     return element;
 }

@@ -61,7 +61,8 @@ void JsonImageWriter::writeScalar(jobject value)
 
 void JsonImageWriter::writeNumber(jobject number)
 {
-    if (_object.isInstance(number, "java/lang/Integer") || _object.isInstance(number, "java/lang/Long"))
+    if (_object.isInstance(number, "java/lang/Integer") ||
+        _object.isInstance(number, "java/lang/Long"))
         put(JsonKind::Integer, std::strtoll(_object.toString(number).c_str(), nullptr, 10));
     else
         put(JsonKind::Real, std::bit_cast<std::int64_t>(_double.doubleValue(number)));
@@ -89,8 +90,8 @@ void JsonImageWriter::leave(std::size_t own)
 {
     --_depth;
     JsonNode& node = _nodes[own];
-    node.head = node.head % JsonNode::kKinds +
-                JsonNode::kKinds * static_cast<std::int64_t>(_nodes.size());
+    node.head =
+        node.head % JsonNode::kKinds + JsonNode::kKinds * static_cast<std::int64_t>(_nodes.size());
 }
 
 void JsonImageWriter::put(JsonKind kind, std::int64_t payload)

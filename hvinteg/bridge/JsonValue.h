@@ -78,9 +78,8 @@ private:
     }
     JsonKind kind() const
     {
-        return _nodes == nullptr
-                   ? JsonKind::Null
-                   : static_cast<JsonKind>(_nodes[_index].head % JsonNode::kKinds);
+        return _nodes == nullptr ? JsonKind::Null
+                                 : static_cast<JsonKind>(_nodes[_index].head % JsonNode::kKinds);
     }
     std::int64_t payload() const { return _nodes[_index].payload; }
     std::int64_t next() const { return _nodes[_index].head / JsonNode::kKinds; }

@@ -51,8 +51,11 @@ std::uint8_t typeOfFirst(std::string_view pattern)
     case 'm':
         return kFormatTimeMinutesFirst;
     default:
-        return pattern.find('.') == pattern.npos ? kFormatDate : kFormatDateWithDots;
+        break;
     }
+    if (pattern.find('.') == pattern.npos)
+        return kFormatDate;
+    return kFormatDateWithDots;
 }
 
 /// With hours in the pattern, a date is one with a time.
@@ -63,7 +66,9 @@ std::uint8_t patternTypeOf(std::string_view pattern)
         return type;
     if (type == kFormatDateYearFirst)
         return kFormatDateTimeYearFirst;
-    return type == kFormatDate || type == kFormatDateWithDots ? kFormatDateTime : type;
+    if (type == kFormatDate || type == kFormatDateWithDots)
+        return kFormatDateTime;
+    return type;
 }
 
 bool isDate(double value, const VEXA_Format& format)

@@ -29,17 +29,16 @@ const dataField* FieldLookup::field(const std::string& name) const
 
 std::string FieldLookup::preferredLabel(const VEXA_Variable& variable)
 {
-    const char* label = variable.GetLabel();
-    return transcodeToUTF8(label == nullptr ? variable.GetName().c_str() : label, nullptr);
+    return transcodeToUTF8(variable.GetPreferredLabel().c_str(), nullptr);
 }
 
 std::string FieldLookup::valueLabel(const VEXA_Variable& variable, double value)
 {
-    return transcodeToUTF8(variable.GetValueLabels().Find(value), nullptr);
+    return transcodeToUTF8(variable.GetValueLabels().GetLabel(value), nullptr);
 }
 
 std::string FieldLookup::valueLabel(const VEXA_Variable& variable, const std::string& value)
 {
     const std::string text = transcodeFromUTF8(value.c_str(), nullptr);
-    return transcodeToUTF8(variable.GetValueLabels().Find(text), nullptr);
+    return transcodeToUTF8(variable.GetValueLabels().GetLabel(text), nullptr);
 }

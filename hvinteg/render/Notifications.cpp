@@ -16,8 +16,8 @@ TnErrorLevel levelOf(std::string_view severity)
     {
         std::string_view word;
         TnErrorLevel level;
-    } kLevels[] = {{"NoScreen", 0}, {"Comment", 1}, {"Error", kLevelError},
-                   {"Fatal", 4},    {"Catastrophic", 5}};
+    } kLevels[] = {
+        {"NoScreen", 0}, {"Comment", 1}, {"Error", kLevelError}, {"Fatal", 4}, {"Catastrophic", 5}};
     for (const auto& entry : kLevels)
         if (severity == entry.word)
             return entry.level;

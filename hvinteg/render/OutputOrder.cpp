@@ -29,9 +29,7 @@ void append(std::string& text, const char* separator, const std::string& additio
 }
 } // namespace
 
-OutputOrder::OutputOrder() : _impl(std::make_unique<Impl>())
-{
-}
+OutputOrder::OutputOrder() : _impl(std::make_unique<Impl>()) {}
 
 OutputOrder::OutputOrder(const std::string& title, const std::vector<std::string>& location,
                          Type type, const std::string& outlineTitle, const std::string& OMSSubType)
@@ -41,9 +39,7 @@ OutputOrder::OutputOrder(const std::string& title, const std::vector<std::string
     setOMSSubType(OMSSubType).setNeedsGEOJson(true);
 }
 
-OutputOrder::OutputOrder(const OutputOrder& other) : _impl(std::make_unique<Impl>(*other._impl))
-{
-}
+OutputOrder::OutputOrder(const OutputOrder& other) : _impl(std::make_unique<Impl>(*other._impl)) {}
 
 OutputOrder& OutputOrder::operator=(const OutputOrder& other)
 {

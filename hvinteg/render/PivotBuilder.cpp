@@ -32,8 +32,7 @@ std::unique_ptr<TnPivotTable> PivotBuilder::build(TnHeading& heading, const std:
 bool PivotBuilder::isWhole() const
 {
     const JsonValue blocks = _json["cells"];
-    const bool isNamed =
-        !_json["tableId"].text().empty() && _json["title"] && _json["dimensions"];
+    const bool isNamed = !_json["tableId"].text().empty() && _json["title"] && _json["dimensions"];
     if (!blocks || (!_json["footnotes"] && !isNamed))
         return false;
     bool hasValues = false;
@@ -99,8 +98,7 @@ void PivotBuilder::fill()
     DimensionReader dimensionReader(_texts, _settings);
     std::vector<PivotDimension> ready;
     for (const JsonValue dimension : dimensions)
-        ready.push_back(
-            dimensionReader.read(dimension, store.layout().segments()[ready.size()]));
+        ready.push_back(dimensionReader.read(dimension, store.layout().segments()[ready.size()]));
     const CellPlacer placer(store, labels, _footnotes);
     TableWalk(*_table, ready, store, placer, _footnotes).run();
 }

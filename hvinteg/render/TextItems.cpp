@@ -24,7 +24,7 @@ std::unique_ptr<TnCellText> dateText(double value, const std::string& storage)
         return nullptr;
     VEXA_Format format = CellFormat::yearFirstDate;
     if (isTime)
-        format.type = storage == "time" ? kFormatTime : kFormatDateTime;
+        format.type = storage == "time" ? std::uint8_t{kFormatTime} : std::uint8_t{kFormatDateTime};
     value = CellFormat::toHostDate(value, format, isTime);
     return std::make_unique<TnUTF8String>(CellFormat::textOf(value, format));
 }

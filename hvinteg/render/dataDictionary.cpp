@@ -8,9 +8,7 @@ struct dataDictionary::Impl
     std::map<std::string, dataField> fields;
 };
 
-dataDictionary::dataDictionary() : _impl(std::make_unique<Impl>())
-{
-}
+dataDictionary::dataDictionary() : _impl(std::make_unique<Impl>()) {}
 
 dataDictionary::dataDictionary(const dataDictionary& other)
     : _impl(std::make_unique<Impl>(*other._impl))

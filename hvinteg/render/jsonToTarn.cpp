@@ -1,5 +1,6 @@
 #include "render/jsonToTarn.h"
 
+#include <JNIException.h>
 #include <TnOutput.h>
 
 #include <algorithm>
@@ -34,12 +35,25 @@ struct jsonToTarn::Impl
         : context{procedure, source, strings, true, JNIJSONObject(json.c_str())}
     {
     }
+    void readDictionary();
     bool render(jobject result);
 
     ResultContext context;
     bool showsNotifications = true;
     std::vector<OutputOrder> outputs;
 };
+
+/// A data model that does not come across leaves the dictionary as far as it got.
+void jsonToTarn::Impl::readDictionary()
+{
+    try {
+        const LocalRef<> model = context.reader.get(context.document.getTop(), "dataModel");
+        if (model)
+            DictionaryReader(context.dictionary, model.get()).read();
+    } catch (const JNIException&) {
+        // Fields that are not known are shown by their names.
+    }
+}
 
 bool jsonToTarn::Impl::render(jobject result)
 {
@@ -60,10 +74,7 @@ jsonToTarn::jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source
                        FacSTDictionary& strings, const std::string& json)
     : _impl(std::make_unique<Impl>(procedure, source, strings, json))
 {
-    ResultContext& context = _impl->context;
-    const LocalRef<> model = context.reader.get(context.document.getTop(), "dataModel");
-    if (model)
-        DictionaryReader(context.dictionary, model.get()).read();
+    _impl->readDictionary();
 }
 
 jsonToTarn::~jsonToTarn() = default;
@@ -77,8 +88,7 @@ void jsonToTarn::addObjectToOutput(const std::string& title, const std::string& 
                                    const std::string& outlineTitle, const std::string& OMSSubType,
                                    OutputOrder::Type type)
 {
-    addObjectToOutput(
-        OutputOrder(title, segmentsOf(location), type, outlineTitle, OMSSubType));
+    addObjectToOutput(OutputOrder(title, segmentsOf(location), type, outlineTitle, OMSSubType));
 }
 
 void jsonToTarn::showNotifications(bool show)

@@ -29,8 +29,7 @@ class HVINTEG_EXPORT jsonToTarn
 public:
     /// All pointers and references are borrowed; the data source may be null. Without a document
     /// only interactive views come of it.
-    jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source,
-               FacSTDictionary& strings);
+    jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings);
     jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings,
                const std::string& json);
     jsonToTarn(const jsonToTarn&) = delete;
