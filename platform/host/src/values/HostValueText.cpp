@@ -23,11 +23,6 @@ bool isNumeric(const VEXA_Format& format)
     return isNumberFormat(format) || isDateFormat(format);
 }
 
-bool isText(const VEXA_Format& format)
-{
-    return format.type == kFormatString || format.type == kFormatHexString;
-}
-
 int readNumeric(std::string_view text, const VEXA_Format& format, OBS* value)
 {
     value->number = kSystemMissing;
@@ -56,7 +51,7 @@ int ToString(const OBS* value, const VEXA_Format& format, char* buffer)
     if (!buffer)
         return kFailed;
     std::memset(buffer, ' ', format.width);
-    if (!value || !(isNumeric(format) || isText(format)))
+    if (!value || !(isNumeric(format) || isTextFormat(format)))
         return kFailed;
     if (format.type == kFormatString) {
         std::memcpy(buffer, value->text, format.width);
@@ -72,7 +67,7 @@ int ToString(const OBS* value, const VEXA_Format& format, char* buffer)
 
 int FromString(const char* text, const VEXA_Format& format, OBS* value)
 {
-    if (!value || !(isNumeric(format) || isText(format)))
+    if (!value || !(isNumeric(format) || isTextFormat(format)))
         return kFailed;
     const std::string_view given = text ? std::string_view(text, format.width) : "";
     if (isNumeric(format))
