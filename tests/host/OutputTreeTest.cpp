@@ -223,7 +223,7 @@ TEST_F(OutputTreeTest, ValuesAndVariablesShowAsTheyAreAskedTo)
     std::copy_n("north           ", sizeof(text), text[0].text);
     EXPECT_EQ(TnDataValue(region, text, TnDataValue::PreferHost).text(), "north");
     EXPECT_EQ(TnNumber(0.25, TnProcedure::Percent()).text(), "0.3%");
-    EXPECT_EQ(TnNumber(3, TnFormatSpec({40, 1, 0})).text(), "3");
+    EXPECT_EQ(TnNumber(3.5, TnFormatSpec({40, 1, 0})).text(), "3.5");
 }
 
 TEST_F(OutputTreeTest, AStringTableOfAFileHasItsOwnWords)

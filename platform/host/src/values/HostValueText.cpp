@@ -15,6 +15,8 @@
 namespace {
 
 constexpr std::string_view kMissingText = ".";
+/// More than a number has that is not shown in scientific notation.
+constexpr int kAllDecimals = 40;
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 
@@ -41,9 +43,10 @@ std::string valueText(double value, const VEXA_Format& format)
 {
     if (value == kSystemMissing)
         return std::string(format.width > 0 ? kMissingText : "");
-    return isDateFormat(format)
-               ? dateText(value, format)
-               : numberText(value, numberStyle(format), format.decimals, format.width);
+    if (isDateFormat(format))
+        return dateText(value, format);
+    const int decimals = isNumberFormat(format) ? format.decimals : kAllDecimals;
+    return numberText(value, numberStyle(format), decimals, format.width);
 }
 
 int ToString(const OBS* value, const VEXA_Format& format, char* buffer)

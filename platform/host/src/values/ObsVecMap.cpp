@@ -18,7 +18,7 @@ int compare(const ObsVecMap::Value& left, const ObsVecMap::Value& right, bool is
     if (isText || left.empty() || right.empty())
         return bytesOf(left).compare(bytesOf(right));
     const auto order = std::strong_order(left.front().number, right.front().number);
-    return order < 0 ? -1 : order > 0 ? 1 : 0;
+    return std::is_lt(order) ? -1 : std::is_gt(order) ? 1 : 0;
 }
 
 // `isText` says so of the value at a place.
