@@ -179,7 +179,19 @@ std::unique_ptr<TnCellText> RenderTest::textOf(const std::string& item, bool tra
     return std::unique_ptr<TnCellText>(pivot.getCellText(top));
 }
 
+const OutputTable& RenderTest::onlyTable()
+{
+    const auto& items = OutputTree::instance().procedures().front()->items;
+    return *std::get<std::shared_ptr<OutputTable>>(items.at(0));
+}
+
 std::string RenderTest::tableOf(const std::string& table, Preparation prepare)
+{
+    buildTable(table, prepare);
+    return outputText();
+}
+
+void RenderTest::buildTable(const std::string& table, Preparation prepare)
 {
     OutputTree::instance().clear();
     JNIJSONObject document(json(table).c_str());
@@ -191,5 +203,4 @@ std::string RenderTest::tableOf(const std::string& table, Preparation prepare)
             prepare(pivot);
         pivot.createPivotTable(procedure.get(), "T", false, "S");
     }
-    return outputText();
 }

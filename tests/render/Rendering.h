@@ -32,6 +32,9 @@ protected:
     /// Builds a table under the procedure, as `prepare` sets it up, and tells what came of it.
     using Preparation = void (*)(jsonPivot&);
     std::string tableOf(const std::string& table, Preparation prepare = nullptr);
+    void buildTable(const std::string& table, Preparation prepare = nullptr);
+    /// The table that stands alone under the procedure.
+    static const OutputTable& onlyTable();
 
     ProcedureDataSource source;
     dataDictionary dictionary;

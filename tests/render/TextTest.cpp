@@ -85,7 +85,7 @@ TEST_F(TextTest, ItemsBecomeTexts)
         bool translate;
         const char* shown; ///< text|key|help, null for no text
     } rows[] = {
-        {"'stringText':{'key':'no_such_key','value':'B','helpId':'H'}", true, "no_such_key"},
+        {"'stringText':{'key':'no_such_key','value':'B','helpId':'H'}", true, "no_such_key|no_such_key|"},
         {"'stringText':{}", true, " "},
         {"'stringText':{'helpId':'H'}", true, " "},
         {"'stringText':{'value':'B','helpId':'H'}", true, "B|B|H"},
@@ -102,8 +102,8 @@ TEST_F(TextTest, ItemsBecomeTexts)
         {"'numericText':{'value':1},'stringText':{'value':'B'}", false, "B"},
         {"'numericText':{}", false, nullptr},
         {"'nothing':{}", false, nullptr},
-        {"'variableText':{'variable':'SEX'}", false, "The sex"},
-        {"'variableText':{'variable':'@#$randsubj@#$_sex'}", false, "The sex"},
+        {"'variableText':{'variable':'SEX'}", false, "The sex|Sex|"},
+        {"'variableText':{'variable':'@#$randsubj@#$_sex'}", false, "The sex|Sex|"},
         {"'variableText':{'variable':'@#$randsubj@#$sex'}", false, "@#$randsubj@#$sex"},
         {"'variableText':{'variable':'f_real'}", false, "Field real"},
         {"'variableText':{'variable':'nobody'}", false, "nobody"},
@@ -113,10 +113,10 @@ TEST_F(TextTest, ItemsBecomeTexts)
         {"'numericDataText':{'variable':'day','value':1}", false, "1970/01/02"},
         {"'numericDataText':{'variable':'town','value':1}", false, "1"},
         {"'numericDataText':{'variable':'f_date','value':1}", false, "1970/01/02"},
-        {"'numericDataText':{'variable':'f_time','value':3600}", false, "1:00:00"},
+        {"'numericDataText':{'variable':'f_time','value':3600}", false, "01:00:00"},
         {"'numericDataText':{'variable':'f_timestamp','value':3600}", false,
-         "01-Jan-1970 01:00:00"},
-        {"'numericDataText':{'variable':'f_timespan','value':3600}", false, "01-Jan-1970 01:00:00"},
+         "01-JAN-1970 01:00:00"},
+        {"'numericDataText':{'variable':'f_timespan','value':3600}", false, "01-JAN-1970 01:00:00"},
         {"'stringDataText':{'variable':'town','value':'Bern'}", false, "Capital"},
         {"'stringDataText':{'variable':'town','value':'Basel'}", false, "Basel"},
         {"'stringDataText':{'variable':'town','value':'Bern and more'}", false, "Bern and more"},
@@ -201,7 +201,7 @@ TEST_F(TextTest, ItemsBecomeStrings)
     const std::pair<const char*, const char*> rows[] = {
         {"'stringText':{'key':'A','value':'B'}", "B"},
         {"'stringText':{'key':'A'}", "A"},
-        {"'numericText':{'value':2.5}", "2.500"},
+        {"'numericText':{'value':2.5}", "2.5"},
         {"'numericText':{'value':0,'format':{'dateTimePattern':'yyyy-MM-dd'}}", "1970/01/01"},
         {"'numericText':{'value':2.5,'format':{'decimals':1,'positiveInfinity':true}}", "."},
         {"'variableText':{'variable':'sex'}", "The sex"},
@@ -214,10 +214,10 @@ TEST_F(TextTest, ItemsBecomeStrings)
         {"'numericDataText':{'variable':'day','value':1}", "1970/01/02"},
         {"'numericDataText':{'variable':'f_date','value':7}", "seven"},
         {"'numericDataText':{'variable':'f_date','value':1}", "1970/01/02"},
-        {"'numericDataText':{'variable':'f_time','value':60}", "0:01:00"},
-        {"'numericDataText':{'variable':'f_timestamp','value':60}", "01-Jan-1970 00:01:00"},
-        {"'numericDataText':{'variable':'f_timespan','value':60}", "60.000"},
-        {"'numericDataText':{'variable':'nobody','value':60}", "60.000"},
+        {"'numericDataText':{'variable':'f_time','value':60}", "00:01:00.000"},
+        {"'numericDataText':{'variable':'f_timestamp','value':60}", "01-JAN-1970 00:01:00.000"},
+        {"'numericDataText':{'variable':'f_timespan','value':60}", "60"},
+        {"'numericDataText':{'variable':'nobody','value':60}", "60"},
         {"'stringDataText':{'variable':'town','value':'Bern'}", "Capital"},
         {"'stringDataText':{'variable':'town','value':'Basel, on the Rhine'}",
          "Basel, on the Rhine"},
@@ -228,11 +228,9 @@ TEST_F(TextTest, ItemsBecomeStrings)
          "A1"},
     };
     for (const auto& [body, shown] : rows) {
-        tableOf(std::string("{'footnotes':[],'caption':{'text':[{'text':{") + body +
-                "}}]},'cells':[{'cells':{'compactCells':{'value':[1]}}}]}");
-        const auto& heading = *OutputTree::instance().procedures().front();
-        const auto& table = *std::get<std::shared_ptr<OutputTable>>(heading.items.front());
-        ASSERT_TRUE(table.caption.has_value());
-        EXPECT_EQ(table.caption->text, shown) << body;
+        buildTable(std::string("{'footnotes':[],'caption':{'text':[{'text':{") + body +
+                   "}}]},'cells':[{'cells':{'compactCells':{'value':[1]}}}]}");
+        ASSERT_TRUE(onlyTable().caption.has_value());
+        EXPECT_EQ(onlyTable().caption->text, shown) << body;
     }
 }
