@@ -60,5 +60,5 @@ bool JsonImage::takeFrom(JNIHvlAccessor& caller, jobject value)
 
 JsonValue JsonImage::root() const
 {
-    return _nodes.empty() ? JsonValue() : JsonValue(_nodes.data(), _texts.data(), 0);
+    return _nodes.empty() ? JsonValue() : JsonValue(_nodes.data(), _texts.data());
 }

@@ -36,6 +36,8 @@ class JsonValue
 {
 public:
     JsonValue() = default;
+    /// The first of a layout, all of which is borrowed.
+    JsonValue(const JsonNode* nodes, const char* texts) : JsonValue(nodes, texts, 0) {}
 
     explicit operator bool() const { return kind() != JsonKind::Null; }
     bool isText() const { return kind() == JsonKind::Text; }
@@ -71,7 +73,6 @@ public:
     Iterator end() const { return {*this, isArray() ? next() : _index + 1}; }
 
 private:
-    friend class JsonImage;
     JsonValue(const JsonNode* nodes, const char* texts, std::int64_t index)
         : _nodes(nodes), _texts(texts), _index(index)
     {

@@ -2,7 +2,6 @@ package com.zor.json.java;
 
 import java.nio.ByteBuffer;
 import java.nio.CharBuffer;
-import java.nio.charset.CharacterCodingException;
 import java.nio.charset.CharsetEncoder;
 import java.nio.charset.CodingErrorAction;
 import java.nio.charset.StandardCharsets;
@@ -129,19 +128,10 @@ public final class JSONImage
             _texts = Arrays.copyOf(_texts, Math.max(most, (int) Math.min(Integer.MAX_VALUE - 8L,
                                                                         2L * _texts.length)));
         }
-        int begin = _length;
-        _length += encode(text, ByteBuffer.wrap(_texts, begin, _texts.length - begin)) - begin;
-        put(TEXT, (long) begin << 32 | _length - begin);
-    }
-
-    /** Where the text ends. */
-    private int encode(String text, ByteBuffer target)
-    {
-        try {
-            _encoder.reset().encode(CharBuffer.wrap(text), target, true).throwException();
-        } catch (CharacterCodingException e) {
-            throw new IllegalStateException(e);
-        }
-        return target.position();
+        // There is room for any text of that length, so the encoder cannot stop half-way.
+        ByteBuffer target = ByteBuffer.wrap(_texts, _length, _texts.length - _length);
+        _encoder.reset().encode(CharBuffer.wrap(text), target, true);
+        put(TEXT, (long) _length << 32 | target.position() - _length);
+        _length = target.position();
     }
 }
