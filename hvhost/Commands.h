@@ -49,6 +49,20 @@ struct DescribeOptions
 /// Descriptive statistics, distinct values and time intervals.
 void describe(const DescribeOptions& options, const CommonOptions& common);
 
+/// Without an order file, all tables and charts of the document.
+struct RenderOptions
+{
+    std::string document; ///< a file, or "-"
+    std::string order;
+    std::string format;  ///< text or html; empty: by the name of the output
+    std::string output;  ///< empty for standard output
+    long long width = 0; ///< of text; 0: that of the terminal
+    bool force = false;
+    bool debug = false;
+};
+/// A result document as text or page.
+void render(const RenderOptions& options, const CommonOptions& common);
+
 struct RunOptions
 {
     std::string job;               ///< a file, or "-"

@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr std::size_t kDefaultWidth = 80;
 constexpr std::size_t kEdges = 4; ///< a line and a blank on each side
 
 /// Numbers as people read them in a table: seven significant digits. A missing value is a period.

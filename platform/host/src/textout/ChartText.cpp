@@ -115,7 +115,7 @@ void writeChart(const OutputChart& chart, TextPage& page)
     } catch (const std::invalid_argument&) {
         if (!chart.description.empty())
             page.write(chart.description, TextPage::Style::Bold);
-        page.write(translate("This chart cannot be shown."), TextPage::Style::Warning);
+        page.write(translate("This chart cannot be drawn."), TextPage::Style::Warning);
     }
     for (const auto& [name, text] : chart.geoJson)
         page.write(name, TextPage::Style::Plain, translate("Map") + ": ");

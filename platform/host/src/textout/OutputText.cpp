@@ -24,8 +24,8 @@ constexpr std::array<LevelWord, 6> kLevels{{{"Comment", TextPage::Style::Plain},
                                             {"Comment", TextPage::Style::Plain},
                                             {"Warning", TextPage::Style::Warning},
                                             {"Error", TextPage::Style::Error},
-                                            {"Fatal error", TextPage::Style::Error},
-                                            {"Catastrophic error", TextPage::Style::Error}}};
+                                            {"Fatal Error", TextPage::Style::Error},
+                                            {"Catastrophic Error", TextPage::Style::Error}}};
 
 const LevelWord& wordOf(int level)
 {

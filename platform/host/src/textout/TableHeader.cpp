@@ -14,7 +14,7 @@ struct HeaderLine
     std::optional<std::size_t> depth; ///< nothing for the name
 };
 
-std::vector<HeaderLine> headerLines(const TableAxis& columns)
+std::vector<HeaderLine> headerLines(const TextAxis& columns)
 {
     std::vector<HeaderLine> lines;
     for (std::size_t part = 0; part < columns.parts().size(); ++part) {
@@ -26,14 +26,14 @@ std::vector<HeaderLine> headerLines(const TableAxis& columns)
     return lines;
 }
 
-bool hasRowNames(const TableAxis& rows)
+bool hasRowNames(const TextAxis& rows)
 {
     return std::any_of(rows.parts().begin(), rows.parts().end(),
-                       [](const TableAxis::Part& part) { return part.hasName(); });
+                       [](const TextAxis::Part& part) { return part.hasName(); });
 }
 
 /// The columns that the labels of a row dimension take; a name takes one even without labels.
-std::size_t columnsOf(const TableAxis::Part& part)
+std::size_t columnsOf(const TextAxis::Part& part)
 {
     return std::max<std::size_t>(part.depth, part.hasName() ? 1 : 0);
 }
@@ -41,8 +41,8 @@ std::size_t columnsOf(const TableAxis::Part& part)
 class HeaderBuilder
 {
 public:
-    HeaderBuilder(TextGrid& grid, const OutputTable& table, const TableAxis& rows,
-                  const TableAxis& columns, const NoteSigns& signs)
+    HeaderBuilder(TextGrid& grid, const OutputTable& table, const TextAxis& rows,
+                  const TextAxis& columns, const NoteSigns& signs)
         : _grid(grid), _table(table), _rows(rows), _columns(columns), _signs(signs),
           _lines(headerLines(columns))
     {
@@ -61,8 +61,8 @@ private:
 
     TextGrid& _grid;
     const OutputTable& _table;
-    const TableAxis& _rows;
-    const TableAxis& _columns;
+    const TextAxis& _rows;
+    const TextAxis& _columns;
     const NoteSigns& _signs;
     std::vector<HeaderLine> _lines;
 };
@@ -100,7 +100,7 @@ void HeaderBuilder::corner()
 void HeaderBuilder::rowNames(std::size_t top)
 {
     std::size_t column = 0;
-    for (const TableAxis::Part& part : _rows.parts()) {
+    for (const TextAxis::Part& part : _rows.parts()) {
         const std::size_t columns = columnsOf(part);
         if (part.hasName())
             add(part.dimension->name.text, part.dimension->notes, top, column,
@@ -125,7 +125,7 @@ std::size_t HeaderBuilder::untilNextLine(std::size_t row, std::size_t rows) cons
 
 std::size_t HeaderBuilder::name(std::size_t row, std::size_t column)
 {
-    const TableAxis::Part& part = _columns.parts()[_lines[row].part];
+    const TextAxis::Part& part = _columns.parts()[_lines[row].part];
     const std::size_t width = part.stride * part.leaves.size();
     add(part.dimension->name.text, part.dimension->notes, row, _grid.keyCount + column,
         untilNextLine(row, 1), width);
@@ -134,13 +134,13 @@ std::size_t HeaderBuilder::name(std::size_t row, std::size_t column)
 
 std::size_t HeaderBuilder::label(std::size_t row, std::size_t column)
 {
-    const TableAxis::Level level{_lines[row].part, *_lines[row].depth};
+    const TextAxis::Level level{_lines[row].part, *_lines[row].depth};
     std::size_t width = 1;
     while (column + width < _columns.size() && _columns.continues(level, column + width))
         ++width;
     // One that ended above lies over this line, too.
     if (const OutputCategory* const category = _columns.label(level, column)) {
-        const TableAxis::Part& part = _columns.parts()[level.part];
+        const TextAxis::Part& part = _columns.parts()[level.part];
         const bool isLast = _columns.labels(level.part, column).size() == level.depth + 1;
         add(category->label.text, category->notes, row, _grid.keyCount + column,
             untilNextLine(row, isLast ? part.depth - level.depth : 1), width);
@@ -164,16 +164,16 @@ std::string NoteSigns::signs(const std::vector<int>& notes) const
     return all;
 }
 
-std::size_t keyColumns(const OutputTable& table, const TableAxis& rows)
+std::size_t keyColumns(const OutputTable& table, const TextAxis& rows)
 {
     std::size_t count = 0;
-    for (const TableAxis::Part& part : rows.parts())
+    for (const TextAxis::Part& part : rows.parts())
         count += columnsOf(part);
     return count == 0 && table.cornerText ? 1 : count;
 }
 
-void setHeader(TextGrid& grid, const OutputTable& table, const TableAxis& rows,
-               const TableAxis& columns, const NoteSigns& signs)
+void setHeader(TextGrid& grid, const OutputTable& table, const TextAxis& rows,
+               const TextAxis& columns, const NoteSigns& signs)
 {
     HeaderBuilder(grid, table, rows, columns, signs).build();
 }

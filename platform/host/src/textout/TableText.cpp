@@ -4,7 +4,7 @@
 
 #include "TerminalText.h"
 #include "TextGrid.h"
-#include "textout/TableAxis.h"
+#include "textout/TextAxis.h"
 #include "textout/TableHeader.h"
 #include "textout/TextPage.h"
 
@@ -29,13 +29,13 @@ std::string withLineEnds(std::string text)
 }
 
 /// The level of the row labels that a key column shows; nothing for one that has a name alone.
-std::vector<std::optional<TableAxis::Level>> levelsOfKeys(const TableAxis& rows)
+std::vector<std::optional<TextAxis::Level>> levelsOfKeys(const TextAxis& rows)
 {
-    std::vector<std::optional<TableAxis::Level>> levels;
+    std::vector<std::optional<TextAxis::Level>> levels;
     for (std::size_t part = 0; part < rows.parts().size(); ++part) {
         const std::size_t depth = rows.parts()[part].depth;
         for (std::size_t level = 0; level < depth; ++level)
-            levels.emplace_back(TableAxis::Level{part, level});
+            levels.emplace_back(TextAxis::Level{part, level});
         if (depth == 0 && rows.parts()[part].hasName())
             levels.emplace_back();
     }
@@ -66,11 +66,11 @@ private:
 
     const OutputTable& _table;
     TextPage& _page;
-    TableAxis _rows;
-    TableAxis _columns;
-    TableAxis _layers;
+    TextAxis _rows;
+    TextAxis _columns;
+    TextAxis _layers;
     NoteSigns _signs;
-    std::vector<std::optional<TableAxis::Level>> _keyLevels;
+    std::vector<std::optional<TextAxis::Level>> _keyLevels;
     OutputCells::Address _address; ///< of the cell that is written
 };
 
@@ -87,7 +87,7 @@ void TableWriter::title()
 
 std::string TableWriter::layerText(std::size_t part, std::size_t position) const
 {
-    const TableAxis::Part& of = _layers.parts()[part];
+    const TextAxis::Part& of = _layers.parts()[part];
     std::string text;
     for (const OutputCategory* label : _layers.labels(part, position))
         text += (text.empty() ? "" : " / ") + label->label.text + _signs.signs(label->notes);
@@ -154,7 +154,7 @@ bool TableWriter::beginsGroup(std::size_t row) const
 {
     if (_rows.levels().empty())
         return false;
-    const TableAxis::Level& outermost = _rows.levels().front();
+    const TextAxis::Level& outermost = _rows.levels().front();
     return !_rows.continues(outermost, row) &&
            (_rows.hasDeeper(outermost, row) || _rows.hasDeeper(outermost, row - 1));
 }

@@ -78,7 +78,7 @@ void writeView(const OutputView& view, TextPage& page)
                TextPage::Style::Faint);
     const Json json = Json::parse(view.json, nullptr, false);
     if (!json.is_object()) {
-        page.write(translate("This view cannot be shown."), TextPage::Style::Warning);
+        page.write(translate("What this was to show cannot be read."), TextPage::Style::Warning);
         return;
     }
     for (const auto& [key, value] : json.items())

@@ -1,4 +1,4 @@
-#include "textout/TableAxis.h"
+#include "textout/TextAxis.h"
 
 #include <algorithm>
 
@@ -19,9 +19,9 @@ std::vector<int> shownLabels(const OutputDimension& dimension, const OutputLeaf&
     return labels;
 }
 
-TableAxis::Part partOf(const OutputTable& table, int number)
+TextAxis::Part partOf(const OutputTable& table, int number)
 {
-    TableAxis::Part part;
+    TextAxis::Part part;
     part.number = static_cast<std::size_t>(number);
     part.dimension = &table.dimensions[part.number];
     part.leaves = shownLeaves(*part.dimension);
@@ -34,13 +34,13 @@ TableAxis::Part partOf(const OutputTable& table, int number)
 
 } // namespace
 
-bool TableAxis::Part::hasName() const
+bool TextAxis::Part::hasName() const
 {
     return !dimension->hidesName &&
            dimension->name.text.find_first_not_of(' ') != std::string::npos;
 }
 
-TableAxis::TableAxis(const OutputTable& table, TnDimension::Place place)
+TextAxis::TextAxis(const OutputTable& table, TnDimension::Place place)
 {
     for (const int number : dimensionsAt(table, place))
         _parts.push_back(partOf(table, number));
@@ -53,19 +53,19 @@ TableAxis::TableAxis(const OutputTable& table, TnDimension::Place place)
             _levels.push_back({i, depth});
 }
 
-std::size_t TableAxis::leafAt(const Part& part, std::size_t position)
+std::size_t TextAxis::leafAt(const Part& part, std::size_t position)
 {
     return position / part.stride % part.leaves.size();
 }
 
-const OutputCategory* TableAxis::label(const Level& level, std::size_t position) const
+const OutputCategory* TextAxis::label(const Level& level, std::size_t position) const
 {
     const Part& part = _parts[level.part];
     const std::vector<int>& labels = part.labels[leafAt(part, position)];
     return level.depth < labels.size() ? &nodeOf(*part.dimension, labels[level.depth]) : nullptr;
 }
 
-bool TableAxis::continues(const Level& level, std::size_t position) const
+bool TextAxis::continues(const Level& level, std::size_t position) const
 {
     if (position == 0)
         return false;
@@ -86,14 +86,14 @@ bool TableAxis::continues(const Level& level, std::size_t position) const
                       others.begin());
 }
 
-bool TableAxis::hasDeeper(const Level& level, std::size_t position) const
+bool TextAxis::hasDeeper(const Level& level, std::size_t position) const
 {
     const Part& part = _parts[level.part];
     return level.depth + 1 < part.labels[leafAt(part, position)].size() ||
            level.part + 1 < _parts.size();
 }
 
-std::vector<const OutputCategory*> TableAxis::labels(std::size_t part, std::size_t position) const
+std::vector<const OutputCategory*> TextAxis::labels(std::size_t part, std::size_t position) const
 {
     const Part& of = _parts[part];
     std::vector<const OutputCategory*> labels;
@@ -102,7 +102,7 @@ std::vector<const OutputCategory*> TableAxis::labels(std::size_t part, std::size
     return labels;
 }
 
-void TableAxis::put(std::size_t position, OutputCells::Address& address) const
+void TextAxis::put(std::size_t position, OutputCells::Address& address) const
 {
     for (const Part& part : _parts)
         address[part.number] = part.leaves[leafAt(part, position)].leaf;

@@ -7,7 +7,7 @@
 
 /// The rows, columns or layers of a table, one position for each combination of shown categories of
 /// their dimensions, and the labels over them. Borrows the table.
-class TableAxis
+class TextAxis
 {
 public:
     /// One dimension of the axis.
@@ -29,7 +29,7 @@ public:
         std::size_t depth = 0;
     };
 
-    TableAxis(const OutputTable& table, TnDimension::Place place);
+    TextAxis(const OutputTable& table, TnDimension::Place place);
 
     /// 1 without a dimension.
     std::size_t size() const { return _size; }
