@@ -204,10 +204,8 @@ void CommandLine::addRender()
     add("--order", _render.order, "FILE",
         "What to show, where and how, as JSON; without it\nevery table and chart is shown")
         ->check(notEmpty());
-    add("--format", _render.format, "FORM",
-        "How it is shown; by the name of a file if it ends\nin .html, else text")
-        ->check(CLI::IsMember({"text", "html"}));
-    add("--width", _render.width, "N", "Places in a line of text; by default those of the terminal")
+    add("--width", _render.width, "N",
+        "Places in a line of text; by default as many as the\nterminal has")
         ->check(wholeNumberFrom(20));
     add("-o", _render.output, "FILE", "Write the output to this file")->check(notEmpty());
     app->add_flag("--force", _render.force, "Replace an existing file")->group("Output");

@@ -17,6 +17,11 @@ std::size_t widestLine(const std::string& text)
     return widest;
 }
 
+std::size_t widthOf(const TextGrid::Label& label)
+{
+    return widestLine(label.text) + terminalWidth(label.mark);
+}
+
 } // namespace
 
 GridColumns::GridColumns(const TextGrid& grid, std::size_t width) : _grid(grid), _width(width)
@@ -36,6 +41,9 @@ GridColumns::GridColumns(const TextGrid& grid, std::size_t width) : _grid(grid),
     if (needed(0, _columns.size()) > _width)
         shrinkKeys();
     split();
+    for (const GridBlock& block : _blocks)
+        for (const TextGrid::Label* label : labels)
+            makeRoom(*label, block);
 }
 
 void GridColumns::measureCells()
@@ -69,7 +77,7 @@ void GridColumns::widen(std::size_t column, std::size_t width)
 /// A label that is wider than what it lies over widens all of that, as far as lines allow.
 void GridColumns::makeRoom(const TextGrid::Label& label)
 {
-    const std::size_t wanted = widestLine(label.text) + terminalWidth(label.mark);
+    const std::size_t wanted = widthOf(label);
     const std::size_t end = label.column + label.columns;
     if (label.columns == 1) {
         widen(label.column, wanted);
@@ -83,6 +91,21 @@ void GridColumns::makeRoom(const TextGrid::Label& label)
     const std::size_t each = (most - there + label.columns - 1) / label.columns;
     for (std::size_t column = label.column; column < end; ++column)
         _columns[column].width += each;
+}
+
+/// A label that goes on in another block has less to lie over than it had. What the line leaves
+/// free, it gets.
+void GridColumns::makeRoom(const TextGrid::Label& label, const GridBlock& block)
+{
+    const auto begin = std::lower_bound(block.begin(), block.end(), label.column);
+    const auto end = std::lower_bound(begin, block.end(), label.column + label.columns);
+    if (begin == end || label.column < _grid.keyCount)
+        return;
+    const std::size_t used = width(block.data(), block.data() + block.size()) + 1 + kMargins;
+    const std::size_t there = width(&*begin, &*begin + (end - begin));
+    const std::size_t wanted = widthOf(label);
+    if (wanted > there && _width > used)
+        _columns[*(end - 1)].width += std::min(wanted - there, _width - used);
 }
 
 std::size_t GridColumns::needed(std::size_t begin, std::size_t end) const
@@ -101,12 +124,16 @@ std::size_t GridColumns::width(const std::size_t* begin, const std::size_t* end)
     return sum;
 }
 
-/// Keys that are drawn again and again leave half of the width to what they are keys of. What is
-/// left out of their texts is the end of the widest.
+/// Keys that are drawn again and again leave half of the width, and room for any number, to what
+/// they are keys of. What is left out of their texts is the end of the widest.
 void GridColumns::shrinkKeys()
 {
     const std::size_t keys = std::min(_grid.keyCount, _columns.size());
-    while (needed(0, keys) > _width / 2) {
+    std::size_t number = 0;
+    for (std::size_t column = keys; column < _columns.size(); ++column)
+        number = std::max(number, _columns[column].numbers + _columns[column].marks + kMargins);
+    const std::size_t most = std::min(_width / 2, _width - std::min(_width, number));
+    while (needed(0, keys) > most) {
         const auto excess = [](const Column& column) {
             const std::size_t least = std::max(kNarrowest, column.numbers + column.marks);
             return column.width > least ? column.width : 0;

@@ -35,6 +35,7 @@ private:
     void measureCells();
     void measureCell(std::size_t column, const TextGrid::Cell& cell);
     void makeRoom(const TextGrid::Label& label);
+    void makeRoom(const TextGrid::Label& label, const GridBlock& block);
     void widen(std::size_t column, std::size_t width);
     std::size_t needed(std::size_t begin, std::size_t end) const;
     void shrinkKeys();
