@@ -22,12 +22,12 @@ std::string shown(const VEXA_Variable& variable, const std::vector<OBS>& value)
         const double number = value.front().number;
         if (number == kSystemMissing)
             return ".";
-        const char* label = variable.GetValueLabels().Find(number);
+        const char* label = variable.GetValueLabels().GetLabel(number);
         return label ? label : textOfNumber(number);
     }
     const std::string_view whole(value.front().text, static_cast<std::size_t>(variable.GetType()));
     const std::string text(whole.substr(0, trimmedLength(whole)));
-    const char* label = variable.GetValueLabels().Find(text);
+    const char* label = variable.GetValueLabels().GetLabel(text);
     return label ? label : text;
 }
 
