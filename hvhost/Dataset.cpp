@@ -8,7 +8,6 @@
 #include "ReadableFile.h"
 #include "hvl/HVLUpdateDataModel.h"
 #include "support/Paths.h"
-#include "support/Transcoding.h"
 
 namespace {
 
@@ -52,11 +51,44 @@ CommandFault inputFault(const ErrorText& error, const ReadableFile& file)
     return {ExitStatus::Input, text, hintFor(text)};
 }
 
+bool isNumber(CFField::StorageType storage)
+{
+    return storage == CFField::Integer || storage == CFField::Real;
+}
+
+void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& geo)
+{
+    if (const auto& envelope = geo.GetEnvelope())
+        update.Update(name, geo.GetType(), geo.GetCoordinates(), geo.GetWkid(), geo.GetCsname(),
+                      geo.IsProjected(), geo.GetWkt(), envelope->leftUpperX, envelope->leftUpperY,
+                      envelope->rightLowerX, envelope->rightLowerY);
+    else
+        update.Update(name, geo.GetType(), geo.GetCoordinates(), geo.GetWkid(), geo.GetCsname(),
+                      geo.IsProjected(), geo.GetWkt());
+}
+
+/// `told` is the field as the file has it, `known` as the rows that are served describe it.
+void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFField& known)
+{
+    const std::string& name = known.GetName();
+    if (told.GetStorage() == CFField::Integer && known.GetStorage() == CFField::Real)
+        update.Update(name, CFField::Integer);
+    if (told.GetType() != known.GetType())
+        update.Update(name, told.GetType());
+    if (told.GetRole() != known.GetRole())
+        update.Update(name, told.GetRole());
+    const bool comparable = told.GetStorage() == known.GetStorage() ||
+                            (isNumber(told.GetStorage()) && isNumber(known.GetStorage()));
+    if (comparable && told.GetMissingValues() != known.GetMissingValues())
+        update.Update(name, told.GetMissingValues());
+    if (told.GetGeo() != nullptr)
+        addGeo(update, name, *told.GetGeo());
+}
+
 } // namespace
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const std::string& password)
-    : _keepsUserMissing(options.userMissing == "keep")
 {
     UserCaseFileSpec spec;
     spec.Init(FormalizeFilePath(file.path(), false), true, false);
@@ -64,6 +96,8 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     spec.SetPassword(password);
     spec.SetHeader(!options.noHeader);
     spec.SetCodePage(options.encoding);
+    // What is declared missing is a value to a job that keeps it; complete declares it again.
+    spec.SetDeclaresMissing(options.userMissing != "keep");
     try {
         _file = std::make_unique<UserInputCaseFile>(spec, nullptr);
     } catch (const ErrorText& error) {
@@ -80,25 +114,14 @@ HVRawDataIterator& Dataset::cases()
                                                      std::vector<MeasurementLevel>(), false,
                                                      kWeightNone, false, nullptr);
         _cases->SetName(kIteratorName);
-        if (_keepsUserMissing) {
-            _cases->SetExcludeUserMissing(false);
-            _cases->UpdateUserMissing();
-        }
     }
     return *_cases;
 }
 
-bool Dataset::complete(HVLUpdateDataModel& update) const
+void Dataset::complete(HVLUpdateDataModel& update) const
 {
-    const auto nameOf = [this](int column) {
-        return transcodeToUTF8(source().GetVariable(column).GetName().c_str(), nullptr);
-    };
+    const CFMetaData& known = _cases->getMetaData();
     for (int column = 0; column < source().ColumnCount(); ++column)
-        if (_file->IsInteger(column))
-            update.Update(nameOf(column), CFField::Integer);
-    if (source().GetWeightVarIndex() >= 0)
-        update.Update(nameOf(source().GetWeightVarIndex()), CFField::FrequencyWeight);
-    for (int i = 0; i < source().GetNSplitVars(); ++i)
-        update.Update(nameOf(source().GetSplitVarIndex(i)), CFField::Split);
-    return update.SizeOfUpdate() > 0;
+        addWhatIsTold(update, _file->Field(column),
+                      *known.GetField(static_cast<std::size_t>(column)));
 }

@@ -27,12 +27,12 @@ public:
 
     /// All cases, unweighted; made at the first call. Stays the dataset's.
     HVRawDataIterator& cases();
-    /// What is known of the fields beside what the row protocol can say: which numbers are whole,
-    /// which variable weighs, which split the file. False if there is nothing to add.
-    bool complete(HVLUpdateDataModel& update) const;
+    /// Adds what the file tells of the fields beside what variables and rows can say: which numbers
+    /// are whole, measures and roles without a level or role of the host, missing values that are
+    /// served as values. After cases.
+    void complete(HVLUpdateDataModel& update) const;
 
 private:
-    bool _keepsUserMissing;
     std::unique_ptr<UserInputCaseFile> _file;
     std::unique_ptr<HVRawDataIterator> _cases;
 };

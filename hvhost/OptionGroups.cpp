@@ -44,19 +44,16 @@ void addReading(CLI::App& app, InputOptions& options)
     add("--limit", options.limit, "Read at most so many records")
         ->type_name("N")
         ->check(wholeNumberFrom(0));
-    CLI::Option* const missing =
-        add("--user-missing", options.userMissing, "Whether user-missing values count as missing")
-            ->type_name("WHAT")
-            ->check(CLI::IsMember({"exclude", "keep"}));
+    add("--user-missing", options.userMissing, "Whether user-missing values count as missing")
+        ->type_name("WHAT")
+        ->check(CLI::IsMember({"exclude", "keep"}));
     app.add_flag("--direct", options.direct, "The engine reads the file itself, not the host")
-        ->group("Input")
-        ->excludes(missing);
+        ->group("Input");
     add("--data-model", options.dataModel, "A data model document for the fields; as --direct")
         ->type_name("FILE")
-        ->check(notEmpty())
-        ->excludes(missing);
+        ->check(notEmpty());
     add("--max-errors", options.maxErrors,
-        "Skip up to so many bad records, -1 for any;\nas --direct")
+        "Skip up to so many bad records of a csv file,\n-1 for any; as --direct")
         ->type_name("N")
         ->check(wholeNumberFrom(-1));
 }

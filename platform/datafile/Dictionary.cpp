@@ -22,7 +22,6 @@ constexpr int kDeepest = 8;
 constexpr std::string_view kLevels[] = {"unknown", "nominal", "ordinal", "scale"};
 constexpr std::string_view kRoles[] = {"input", "target", "both", "none", "partition", "recordId"};
 constexpr std::string_view kTypes[] = {"number", "text"};
-constexpr std::size_t kMostMissing = 3;
 
 /// What is wrong with a text, before it is known whose text it is.
 struct Wrong
@@ -190,7 +189,7 @@ DictionaryMissing missingIn(const Json& json, bool isString)
         missing.from = endIn(*range, "from");
         missing.to = endIn(*range, "to");
     }
-    if (missing.values.size() > (missing.hasRange ? 1 : kMostMissing))
+    if (missing.values.size() > (missing.hasRange ? 1 : kMostMissingValues))
         throw Wrong{"there are too many missing values"};
     return missing;
 }
@@ -291,7 +290,7 @@ Dictionary dictionaryOf(const std::string& text, const std::string& origin)
 {
     const auto fault = [&](const std::string& what) {
         return Fault(faults::kDataModel,
-                     "the dictionary of " + origin + " cannot be used: " + what);
+                     "read: " + origin + ": the dictionary cannot be used: " + what);
     };
     try {
         const auto bounded = [](int depth, Json::parse_event_t, const Json&) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -42,8 +43,11 @@ enum class DictionaryRole
     RecordId
 };
 
-/// Values that stand for a missing one: single ones, or a range with at most one more. An end that
-/// is absent means that the range is open there.
+/// How many single values a variable can declare missing, without a range.
+inline constexpr std::size_t kMostMissingValues = 3;
+
+/// Values that stand for a missing one: single ones, or, for a number, a range with at most one
+/// more. An end that is absent means that the range is open there.
 struct DictionaryMissing
 {
     std::vector<DictionaryValue> values;
@@ -69,7 +73,8 @@ struct DictionaryVariable
     DictionaryMissing missing;
 };
 
-/// What a SAV file says about its columns. All texts are UTF-8; docs/sav.md describes the form.
+/// What a SAV file says about its columns. All texts are UTF-8; docs/data-model.md
+/// describes the form.
 struct Dictionary
 {
     std::string encoding = "UTF-8"; ///< of the host that wrote the file: its widths count in it

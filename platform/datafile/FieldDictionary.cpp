@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <utility>
+
+#include "datafile/FieldMetadata.h"
 
 namespace datafile {
 namespace {
@@ -46,12 +47,7 @@ CFDatum datumOf(const DictionaryValue& value, CFField::StorageType storage)
 {
     if (const auto* text = std::get_if<std::string>(&value))
         return CFDatum(*text);
-    const double number = std::get<double>(value);
-    constexpr double kMostExact = 9007199254740992.0; // 2 to the 53
-    if (storage == CFField::Integer && number == std::trunc(number) &&
-        std::abs(number) <= kMostExact)
-        return CFDatum(static_cast<std::int64_t>(number));
-    return CFDatum(number);
+    return numberAs(CFDatum(std::get<double>(value)), storage);
 }
 
 std::optional<double> endOf(const CFDatum& limit)
@@ -121,17 +117,24 @@ CFField::RoleType roleOf(const DictionaryVariable& variable, const Dictionary& d
     return CFField::Input;
 }
 
-CFMissingValues missingOf(const DictionaryMissing& missing, CFField::StorageType storage)
+/// As data models have it, a missing value carries the label that the value has.
+CFMissingValues missingOf(const DictionaryMissing& missing, const CFField& field)
 {
     if (missing.empty())
         return {};
+    const CFField::StorageType storage = field.GetStorage();
+    const std::vector<CFValue>& labels = field.GetValueLabels();
     CFRange range;
     if (missing.hasRange)
         range = CFRange(missing.from ? datumOf(*missing.from, storage) : CFDatum(),
                         missing.to ? datumOf(*missing.to, storage) : CFDatum());
     std::vector<CFValue> values;
-    for (const DictionaryValue& value : missing.values)
-        values.emplace_back(datumOf(value, storage));
+    for (const DictionaryValue& value : missing.values) {
+        const CFDatum datum = datumOf(value, storage);
+        const int label = CFValue::GetIndex(datum, labels);
+        values.emplace_back(datum, label < 0 ? std::string()
+                                             : labels[static_cast<std::size_t>(label)].GetLabel());
+    }
     return {range, std::move(values), true, false};
 }
 
@@ -144,7 +147,7 @@ void adopt(CFField& field, const DictionaryVariable& variable, const Dictionary&
     for (const auto& [value, label] : variable.valueLabels)
         labels.emplace_back(datumOf(value, field.GetStorage()), label);
     field.SetValueLabels(std::move(labels));
-    field.SetMissingValues(missingOf(variable.missing, field.GetStorage()));
+    field.SetMissingValues(missingOf(variable.missing, field));
     if (variable.print.type != 0)
         field.SetPrivateFormat(
             CFFormat(variable.print.type, variable.print.width, variable.print.decimals));
@@ -157,7 +160,8 @@ Dictionary dictionaryOfFields(const Fields& fields)
     Dictionary dictionary;
     for (const CFField& field : fields) {
         dictionary.variables.push_back(variableOf(field));
-        if (field.GetRole() == CFField::FrequencyWeight && dictionary.weight.empty())
+        if (field.GetRole() == CFField::FrequencyWeight && dictionary.weight.empty() &&
+            field.GetStorage() != CFField::String)
             dictionary.weight = field.GetName();
         if (field.GetRole() == CFField::Split)
             dictionary.split.push_back(field.GetName());

@@ -7,7 +7,7 @@
 #include "DatabaseEvaluator.h"
 #include "expression/DateTimePattern.h"
 #include "expression/FunctionTable.h"
-#include "expression/RaisedFault.h"
+#include "datafile/RaisedFault.h"
 
 namespace EmbeddedHV {
 namespace {

@@ -7,7 +7,7 @@
 #include "expression/DateTimePattern.h"
 #include "expression/FunctionTable.h"
 #include "expression/NearestName.h"
-#include "expression/RaisedFault.h"
+#include "datafile/RaisedFault.h"
 #include "expression/ValueTypes.h"
 #include "language/Describe.h"
 

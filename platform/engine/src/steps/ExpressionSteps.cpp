@@ -3,7 +3,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "expression/FieldTypes.h"
-#include "expression/RaisedFault.h"
+#include "datafile/RaisedFault.h"
 #include "expression/ValueTypes.h"
 #include "steps/StepCall.h"
 

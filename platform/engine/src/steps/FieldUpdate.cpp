@@ -77,7 +77,16 @@ CFDatum limitOf(const Settings& missing, const char* key, const CFField& field)
     const auto limit = missing.number(key);
     if (limit && field.GetStorage() == CFField::String)
         missing.refuse(key, "is a number, but the field \"" + field.GetName() + "\" is String");
-    return limit.value_or(CFDatum());
+    return limit ? numberAs(*limit, field.GetStorage()) : CFDatum();
+}
+
+/// As data models have it, a missing value carries the label that the value has.
+CFValue labelled(CFDatum datum, const CFField& field)
+{
+    const std::vector<CFValue>& labels = field.GetValueLabels();
+    const int label = CFValue::GetIndex(datum, labels);
+    return CFValue(std::move(datum), label < 0 ? std::string()
+                                               : labels[static_cast<std::size_t>(label)].GetLabel());
 }
 
 CFMissingValues missingValuesOf(const Settings& missing, const CFField& field,
@@ -88,8 +97,9 @@ CFMissingValues missingValuesOf(const Settings& missing, const CFField& field,
     if (missing.has("Value")) {
         const Json& list = missing.neededList("Value");
         for (std::size_t i = 0; i < list.size(); ++i)
-            values.emplace_back(neededDatum(missing, "Value[" + std::to_string(i) + "]",
-                                            missing.textAt(list, "Value", i), field));
+            values.push_back(labelled(neededDatum(missing, "Value[" + std::to_string(i) + "]",
+                                                  missing.textAt(list, "Value", i), field),
+                                      field));
     }
     missing.reportOthers(message);
     // The step has no words for these two: they stay, or are what a document without them says.
@@ -122,8 +132,12 @@ void updateField(const Settings& entry, CFField& field, const MessageSink& messa
         field.SetLabel(*std::move(label));
     if (const auto measure = wordSetting(entry, "measure", CFField::Continuous))
         field.SetType(*measure);
-    if (const auto role = wordSetting(entry, "role", CFField::Input))
+    if (const auto role = wordSetting(entry, "role", CFField::Input)) {
+        if (*role == CFField::FrequencyWeight && field.GetStorage() == CFField::String)
+            entry.refuse("role", "is \"freqWeight\", but the field \"" + field.GetName() +
+                                     "\" is String");
         field.SetRole(*role);
+    }
     if (entry.has("valueLabels"))
         field.SetValueLabels(valueLabelsOf(entry, field, message));
     if (entry.has("missingValues"))

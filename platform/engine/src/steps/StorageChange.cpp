@@ -9,7 +9,7 @@
 #include "datafile/ColumnTypes.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/FunctionTable.h"
-#include "expression/RaisedFault.h"
+#include "datafile/RaisedFault.h"
 
 namespace EmbeddedHV {
 namespace {
