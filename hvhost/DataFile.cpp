@@ -150,8 +150,7 @@ JobOrigin InputFile::origin() const
     JobOrigin origin;
     origin.inputs = {{_file.path(), _file.name()}};
     if (_dataModel)
-        origin.inputs.push_back(
-            {_kept ? _kept->path() : _dataModel->path(), _dataModel->name()});
+        origin.inputs.push_back({_kept ? _kept->path() : _dataModel->path(), _dataModel->name()});
     origin.hasInputOptions = _offered == FileOptions::Offered;
     return origin;
 }

@@ -57,8 +57,10 @@ std::optional<double> endOf(const CFDatum& limit)
                                                            : std::nullopt;
 }
 
-DictionaryMissing missingOf(const CFMissingValues& missing)
+/// All of it, be it more than a dictionary has room for.
+DictionaryMissing missingOf(const CFField& field)
 {
+    const CFMissingValues& missing = field.GetMissingValues();
     DictionaryMissing result;
     result.hasRange = !missing.GetRange().IsEmpty();
     if (result.hasRange) {
@@ -69,6 +71,11 @@ DictionaryMissing missingOf(const CFMissingValues& missing)
         if (const auto known = valueOf(value.GetDatum()))
             result.values.push_back(*known);
     return result;
+}
+
+std::size_t roomFor(const DictionaryMissing& missing)
+{
+    return missing.hasRange ? 1 : kMostMissingValues;
 }
 
 DictionaryVariable variableOf(const CFField& field)
@@ -91,7 +98,12 @@ DictionaryVariable variableOf(const CFField& field)
     for (const CFValue& value : field.GetValueLabels())
         if (const auto known = valueOf(value.GetDatum()))
             variable.valueLabels.emplace_back(*known, value.GetLabel());
-    variable.missing = missingOf(field.GetMissingValues());
+    variable.missing = missingOf(field);
+    // Texts have no order that a range could lie in.
+    if (variable.isText)
+        variable.missing.hasRange = false;
+    std::vector<DictionaryValue>& missing = variable.missing.values;
+    missing.resize(std::min(missing.size(), roomFor(variable.missing)));
     return variable;
 }
 
@@ -167,6 +179,13 @@ Dictionary dictionaryOfFields(const Fields& fields)
             dictionary.split.push_back(field.GetName());
     }
     return dictionary;
+}
+
+bool holdsMissingOf(const CFField& field)
+{
+    const DictionaryMissing missing = missingOf(field);
+    return missing.values.size() <= roomFor(missing) &&
+           !(missing.hasRange && field.GetStorage() == CFField::String);
 }
 
 void adoptDictionary(Fields& fields, const Dictionary& dictionary)

@@ -71,8 +71,8 @@ public:
     const VEXA_DataSource* DataSource() const;
     /// How many cases there are.
     long long CaseCount() const;
-    /// What the file itself says of a column, as a field of a job, in UTF-8: whole numbers, measures
-    /// and roles that a variable has no word for. Lives as long as this object.
+    /// What the file itself says of a column, as a field of a job, in UTF-8: whole numbers,
+    /// measures and roles that a variable has no word for. Lives as long as this object.
     const CFField& Field(int column) const;
     /// The lines of the file's documents, in the host's encoding, and the encoding that it was
     /// written in.

@@ -85,8 +85,8 @@ CFValue labelled(CFDatum datum, const CFField& field)
 {
     const std::vector<CFValue>& labels = field.GetValueLabels();
     const int label = CFValue::GetIndex(datum, labels);
-    return CFValue(std::move(datum), label < 0 ? std::string()
-                                               : labels[static_cast<std::size_t>(label)].GetLabel());
+    return CFValue(std::move(datum),
+                   label < 0 ? std::string() : labels[static_cast<std::size_t>(label)].GetLabel());
 }
 
 CFMissingValues missingValuesOf(const Settings& missing, const CFField& field,
@@ -134,8 +134,8 @@ void updateField(const Settings& entry, CFField& field, const MessageSink& messa
         field.SetType(*measure);
     if (const auto role = wordSetting(entry, "role", CFField::Input)) {
         if (*role == CFField::FrequencyWeight && field.GetStorage() == CFField::String)
-            entry.refuse("role", "is \"freqWeight\", but the field \"" + field.GetName() +
-                                     "\" is String");
+            entry.refuse("role",
+                         "is \"freqWeight\", but the field \"" + field.GetName() + "\" is String");
         field.SetRole(*role);
     }
     if (entry.has("valueLabels"))

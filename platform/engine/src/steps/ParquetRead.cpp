@@ -140,7 +140,9 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
         node->check = std::make_shared<ParquetCheck>(path);
     // The file without a name lives as long as the node that reads it.
     node->select = [scratch, sql = "SELECT " + selectList(node->fields, columns.values) + " FROM " +
-                                   parquetTable(path)](const std::vector<std::string>&) { return sql; };
+                                   parquetTable(path)](const std::vector<std::string>&) {
+        return sql;
+    };
     return node;
 }
 

@@ -24,9 +24,8 @@ class Utf8Copy
 {
 public:
     Utf8Copy(const std::string& path, const CodePage& page)
-        : _path(path), _page(page),
-          _target(std::make_shared<datafile::ScratchFile>(
-              datafile::nativePath(hostToUtf8(GetVexaTempPath()))))
+        : _path(path), _page(page), _target(std::make_shared<datafile::ScratchFile>(
+                                        datafile::nativePath(hostToUtf8(GetVexaTempPath()))))
     {
     }
 
@@ -75,8 +74,8 @@ void Utf8Copy::write(std::string_view lines)
     if (!_page.toUtf8(lines, _converted))
         refuse(lines);
     if (!_target->write(_converted))
-        throw ErrorText(_path + ": no copy in UTF-8 can be made: " +
-                        std::generic_category().message(errno));
+        throw ErrorText(
+            _path + ": no copy in UTF-8 can be made: " + std::generic_category().message(errno));
     _lines += std::count(lines.begin(), lines.end(), '\n');
 }
 
