@@ -89,6 +89,7 @@ void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFFiel
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const std::string& password)
+    : _readable(file)
 {
     UserCaseFileSpec spec;
     spec.Init(FormalizeFilePath(file.path(), false), true, false);
@@ -109,12 +110,16 @@ Dataset::~Dataset() = default;
 
 HVRawDataIterator& Dataset::cases()
 {
-    if (!_cases) {
+    if (_cases)
+        return *_cases;
+    try {
         _cases = std::make_unique<HVRawDataIterator>(source(), std::vector<int>(),
                                                      std::vector<MeasurementLevel>(), false,
                                                      kWeightNone, false, nullptr);
-        _cases->SetName(kIteratorName);
+    } catch (const ErrorText& error) {
+        throw inputFault(error, _readable);
     }
+    _cases->SetName(kIteratorName);
     return *_cases;
 }
 

@@ -25,7 +25,8 @@ public:
     const VEXA_DataSource& source() const { return *_file->DataSource(); }
     const UserInputCaseFile& file() const { return *_file; }
 
-    /// All cases, unweighted; made at the first call. Stays the dataset's.
+    /// All cases, unweighted; made at the first call. Stays the dataset's. Throws CommandFault
+    /// (Input) for cases that cannot be read.
     HVRawDataIterator& cases();
     /// Adds what the file tells of the fields beside what variables and rows can say: which numbers
     /// are whole, measures and roles without a level or role of the host, missing values that are
@@ -33,6 +34,7 @@ public:
     void complete(HVLUpdateDataModel& update) const;
 
 private:
+    const ReadableFile& _readable;
     std::unique_ptr<UserInputCaseFile> _file;
     std::unique_ptr<HVRawDataIterator> _cases;
 };
