@@ -23,6 +23,8 @@ struct DictionaryFormat
     std::uint8_t type = 0; ///< 0: none is known
     std::uint16_t width = 0;
     std::uint8_t decimals = 0;
+
+    friend bool operator==(const DictionaryFormat&, const DictionaryFormat&) = default;
 };
 
 enum class DictionaryLevel
@@ -43,11 +45,8 @@ enum class DictionaryRole
     RecordId
 };
 
-/// How many single values a variable can declare missing, without a range.
-inline constexpr std::size_t kMostMissingValues = 3;
-
-/// Values that stand for a missing one: single ones, or, for a number, a range with at most one
-/// more. An end that is absent means that the range is open there.
+/// Values that stand for a missing one: up to three, or a range with at most one more. An end that
+/// is absent means that the range is open there.
 struct DictionaryMissing
 {
     std::vector<DictionaryValue> values;
@@ -56,6 +55,8 @@ struct DictionaryMissing
     std::optional<double> to;
 
     bool empty() const { return values.empty() && !hasRange; }
+    std::size_t mostValues() const { return hasRange ? 1 : 3; }
+    friend bool operator==(const DictionaryMissing&, const DictionaryMissing&) = default;
 };
 
 struct DictionaryVariable
@@ -71,10 +72,11 @@ struct DictionaryVariable
     DictionaryFormat write;
     std::vector<std::pair<DictionaryValue, std::string>> valueLabels;
     DictionaryMissing missing;
+
+    friend bool operator==(const DictionaryVariable&, const DictionaryVariable&) = default;
 };
 
-/// What a SAV file says about its columns. All texts are UTF-8; docs/data-model.md
-/// describes the form.
+/// What a SAV file says about its columns. All texts are UTF-8; docs/sav.md describes the form.
 struct Dictionary
 {
     std::string encoding = "UTF-8"; ///< of the host that wrote the file: its widths count in it
@@ -82,6 +84,8 @@ struct Dictionary
     std::vector<std::string> split;
     std::vector<std::string> documents;
     std::vector<DictionaryVariable> variables;
+
+    friend bool operator==(const Dictionary&, const Dictionary&) = default;
 };
 
 /// The text of a dictionary.

@@ -20,6 +20,5 @@ inline constexpr const char* kDataModelMismatch =
 inline constexpr const char* kFolderMissing = "HVEIO0015E";  ///< no folder for the output
 inline constexpr const char* kFileUnwritable = "HVEIO0016E"; ///< the file cannot be written
 inline constexpr const char* kDiskFull = "HVEIO0017E";       ///< no room for a file
-inline constexpr const char* kNotHeld = "HVEIO0021W"; ///< more than a SAV file can say of a field
 
 } // namespace datafile::faults

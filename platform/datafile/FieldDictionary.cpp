@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
+#include "datafile/ColumnTypes.h"
 #include "datafile/FieldMetadata.h"
 
 namespace datafile {
@@ -31,15 +35,21 @@ constexpr std::pair<CFField::RoleType, DictionaryRole> kRoles[] = {
     {CFField::Partition, DictionaryRole::Partition}, {CFField::RecordId, DictionaryRole::RecordId},
 };
 
-/// Null for a datum that a dictionary cannot hold.
-std::optional<DictionaryValue> valueOf(const CFDatum& datum)
+/// A text stands in the column, also where the storage is not known.
+bool isText(const CFField& field)
 {
-    if (datum.IsString())
-        return datum.GetString();
-    if (datum.IsInteger())
-        return static_cast<double>(datum.GetInteger());
-    if (datum.IsReal() && std::isfinite(datum.GetReal()))
-        return datum.GetReal();
+    return columnTypeOf(field.GetStorage()) == DUCKDB_TYPE_VARCHAR;
+}
+
+/// Null for a datum that a dictionary cannot hold: the nearest double of an integer is another
+/// value, and would take over what is said of this one.
+std::optional<DictionaryValue> valueOf(const CFDatum& datum, bool isText)
+{
+    if (isText)
+        return datum.IsString() ? std::optional<DictionaryValue>(datum.GetString()) : std::nullopt;
+    const CFDatum number = numberAs(datum, CFField::Real);
+    if (number.IsReal() && std::isfinite(number.GetReal()))
+        return number.GetReal();
     return std::nullopt;
 }
 
@@ -50,32 +60,35 @@ CFDatum datumOf(const DictionaryValue& value, CFField::StorageType storage)
     return numberAs(CFDatum(std::get<double>(value)), storage);
 }
 
-std::optional<double> endOf(const CFDatum& limit)
+bool isNumber(const CFDatum& datum)
 {
-    const auto value = valueOf(limit);
-    return value && std::holds_alternative<double>(*value) ? std::optional(std::get<double>(*value))
-                                                           : std::nullopt;
+    return datum.IsInteger() || datum.IsReal();
 }
 
-/// All of it, be it more than a dictionary has room for.
+/// Open for an infinite limit. A limit between two doubles goes to the nearest.
+std::optional<double> endOf(const CFDatum& limit)
+{
+    if (limit.IsInteger())
+        return static_cast<double>(limit.GetInteger());
+    return limit.IsReal() && std::isfinite(limit.GetReal()) ? std::optional(limit.GetReal())
+                                                            : std::nullopt;
+}
+
+/// All that are of the field's kind, be they more than a dictionary holds.
 DictionaryMissing missingOf(const CFField& field)
 {
     const CFMissingValues& missing = field.GetMissingValues();
+    const CFRange& range = missing.GetRange();
     DictionaryMissing result;
-    result.hasRange = !missing.GetRange().IsEmpty();
+    result.hasRange = !isText(field) && (isNumber(range.GetLower()) || isNumber(range.GetUpper()));
     if (result.hasRange) {
-        result.from = endOf(missing.GetRange().GetLower());
-        result.to = endOf(missing.GetRange().GetUpper());
+        result.from = endOf(range.GetLower());
+        result.to = endOf(range.GetUpper());
     }
     for (const CFValue& value : missing.GetValues())
-        if (const auto known = valueOf(value.GetDatum()))
+        if (const auto known = valueOf(value.GetDatum(), isText(field)))
             result.values.push_back(*known);
     return result;
-}
-
-std::size_t roomFor(const DictionaryMissing& missing)
-{
-    return missing.hasRange ? 1 : kMostMissingValues;
 }
 
 DictionaryVariable variableOf(const CFField& field)
@@ -83,7 +96,7 @@ DictionaryVariable variableOf(const CFField& field)
     DictionaryVariable variable;
     variable.name = field.GetName();
     variable.label = field.GetLabel();
-    variable.isText = field.GetStorage() == CFField::String;
+    variable.isText = isText(field);
     for (const Measure& measure : kMeasures)
         if (measure.type == field.GetType()) {
             variable.level = measure.level;
@@ -96,14 +109,11 @@ DictionaryVariable variableOf(const CFField& field)
     if (const CFFormat* format = field.GetPrivateFormat())
         variable.print = {format->GetType(), format->GetWidth(), format->GetDecimals()};
     for (const CFValue& value : field.GetValueLabels())
-        if (const auto known = valueOf(value.GetDatum()))
+        if (const auto known = valueOf(value.GetDatum(), variable.isText))
             variable.valueLabels.emplace_back(*known, value.GetLabel());
     variable.missing = missingOf(field);
-    // Texts have no order that a range could lie in.
-    if (variable.isText)
-        variable.missing.hasRange = false;
-    std::vector<DictionaryValue>& missing = variable.missing.values;
-    missing.resize(std::min(missing.size(), roomFor(variable.missing)));
+    if (variable.missing.values.size() > variable.missing.mostValues())
+        variable.missing.values.resize(variable.missing.mostValues());
     return variable;
 }
 
@@ -129,24 +139,20 @@ CFField::RoleType roleOf(const DictionaryVariable& variable, const Dictionary& d
     return CFField::Input;
 }
 
-/// As data models have it, a missing value carries the label that the value has.
-CFMissingValues missingOf(const DictionaryMissing& missing, const CFField& field)
+CFMissingValues missingOf(const DictionaryMissing& missing, CFField::StorageType storage)
 {
     if (missing.empty())
         return {};
-    const CFField::StorageType storage = field.GetStorage();
-    const std::vector<CFValue>& labels = field.GetValueLabels();
     CFRange range;
     if (missing.hasRange)
         range = CFRange(missing.from ? datumOf(*missing.from, storage) : CFDatum(),
                         missing.to ? datumOf(*missing.to, storage) : CFDatum());
+    // A range without limits would hold no value here; there it holds them all.
+    if (missing.hasRange && range.IsEmpty())
+        range = CFRange(CFDatum(std::numeric_limits<double>::lowest()), CFDatum());
     std::vector<CFValue> values;
-    for (const DictionaryValue& value : missing.values) {
-        const CFDatum datum = datumOf(value, storage);
-        const int label = CFValue::GetIndex(datum, labels);
-        values.emplace_back(datum, label < 0 ? std::string()
-                                             : labels[static_cast<std::size_t>(label)].GetLabel());
-    }
+    for (const DictionaryValue& value : missing.values)
+        values.emplace_back(datumOf(value, storage));
     return {range, std::move(values), true, false};
 }
 
@@ -159,7 +165,7 @@ void adopt(CFField& field, const DictionaryVariable& variable, const Dictionary&
     for (const auto& [value, label] : variable.valueLabels)
         labels.emplace_back(datumOf(value, field.GetStorage()), label);
     field.SetValueLabels(std::move(labels));
-    field.SetMissingValues(missingOf(variable.missing, field));
+    field.SetMissingValues(missingOf(variable.missing, field.GetStorage()));
     if (variable.print.type != 0)
         field.SetPrivateFormat(
             CFFormat(variable.print.type, variable.print.width, variable.print.decimals));
@@ -173,7 +179,7 @@ Dictionary dictionaryOfFields(const Fields& fields)
     for (const CFField& field : fields) {
         dictionary.variables.push_back(variableOf(field));
         if (field.GetRole() == CFField::FrequencyWeight && dictionary.weight.empty() &&
-            field.GetStorage() != CFField::String)
+            !isText(field))
             dictionary.weight = field.GetName();
         if (field.GetRole() == CFField::Split)
             dictionary.split.push_back(field.GetName());
@@ -181,20 +187,21 @@ Dictionary dictionaryOfFields(const Fields& fields)
     return dictionary;
 }
 
-bool holdsMissingOf(const CFField& field)
+bool holdsMissingValues(const CFField& field)
 {
     const DictionaryMissing missing = missingOf(field);
-    return missing.values.size() <= roomFor(missing) &&
-           !(missing.hasRange && field.GetStorage() == CFField::String);
+    return missing.values.size() <= missing.mostValues();
 }
 
 void adoptDictionary(Fields& fields, const Dictionary& dictionary)
 {
+    std::unordered_map<std::string_view, const DictionaryVariable*> variables;
+    for (const DictionaryVariable& variable : dictionary.variables)
+        variables.emplace(variable.name, &variable);
     for (CFField& field : fields)
-        for (const DictionaryVariable& variable : dictionary.variables)
-            if (variable.name == field.GetName() &&
-                variable.isText == (field.GetStorage() == CFField::String))
-                adopt(field, variable, dictionary);
+        if (const auto found = variables.find(field.GetName());
+            found != variables.end() && found->second->isText == isText(field))
+            adopt(field, *found->second, dictionary);
 }
 
 } // namespace datafile

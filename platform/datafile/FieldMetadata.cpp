@@ -35,15 +35,20 @@ CFField plainField(const std::string& name, CFField::StorageType storage)
     return {name, defaultMeasure(storage), storage};
 }
 
+bool isWhole(double number)
+{
+    constexpr double kTwoTo63 = 9223372036854775808.0;
+    return number == std::trunc(number) && number >= -kTwoTo63 && number < kTwoTo63;
+}
+
 CFDatum numberAs(const CFDatum& datum, CFField::StorageType storage)
 {
-    constexpr double kMostExact = 9007199254740992.0; // 2 to the 53
     if (datum.IsInteger() && storage != CFField::Integer) {
         const auto number = static_cast<double>(datum.GetInteger());
-        return std::abs(number) <= kMostExact ? CFDatum(number) : datum;
+        if (isWhole(number) && static_cast<std::int64_t>(number) == datum.GetInteger())
+            return CFDatum(number);
     }
-    if (datum.IsReal() && storage == CFField::Integer &&
-        std::trunc(datum.GetReal()) == datum.GetReal() && std::abs(datum.GetReal()) <= kMostExact)
+    if (datum.IsReal() && storage == CFField::Integer && isWhole(datum.GetReal()))
         return CFDatum(static_cast<std::int64_t>(datum.GetReal()));
     return datum;
 }

@@ -13,8 +13,11 @@ CFField plainField(const std::string& name, CFField::StorageType storage);
 /// as integer and real numbers do; else only measure, role and label stay.
 void changeStorage(CFField& field, CFField::StorageType storage);
 
-/// A number as fields of the storage have it: an integer where they are integers and no digit is
-/// lost by it, else real. Anything else stays as it is.
+/// Whether a 64 bit integer is the same number.
+bool isWhole(double number);
+
+/// A number as fields of the storage have it: an integer where they are integers, else real, if
+/// no digit is lost by it. Anything else stays as it is.
 CFDatum numberAs(const CFDatum& datum, CFField::StorageType storage);
 
 /// The part of a data model that suits the fields: all but the storage of each field whose name

@@ -80,15 +80,6 @@ CFDatum limitOf(const Settings& missing, const char* key, const CFField& field)
     return limit ? numberAs(*limit, field.GetStorage()) : CFDatum();
 }
 
-/// As data models have it, a missing value carries the label that the value has.
-CFValue labelled(CFDatum datum, const CFField& field)
-{
-    const std::vector<CFValue>& labels = field.GetValueLabels();
-    const int label = CFValue::GetIndex(datum, labels);
-    return CFValue(std::move(datum),
-                   label < 0 ? std::string() : labels[static_cast<std::size_t>(label)].GetLabel());
-}
-
 CFMissingValues missingValuesOf(const Settings& missing, const CFField& field,
                                 const MessageSink& message)
 {
@@ -97,9 +88,8 @@ CFMissingValues missingValuesOf(const Settings& missing, const CFField& field,
     if (missing.has("Value")) {
         const Json& list = missing.neededList("Value");
         for (std::size_t i = 0; i < list.size(); ++i)
-            values.push_back(labelled(neededDatum(missing, "Value[" + std::to_string(i) + "]",
-                                                  missing.textAt(list, "Value", i), field),
-                                      field));
+            values.emplace_back(neededDatum(missing, "Value[" + std::to_string(i) + "]",
+                                            missing.textAt(list, "Value", i), field));
     }
     missing.reportOthers(message);
     // The step has no words for these two: they stay, or are what a document without them says.

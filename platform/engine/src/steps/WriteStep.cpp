@@ -3,7 +3,6 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "datafile/FieldDictionary.h"
 #include "steps/FileOutput.h"
 #include "steps/StepCall.h"
 #include "steps/TableOutput.h"
@@ -49,18 +48,6 @@ std::unique_ptr<Output> tableOutput(StepCall& call, const Settings& settings)
     return output;
 }
 
-/// Readers would find values that are declared missing, and should know why.
-void tellWhatIsNotHeld(const StepCall& call)
-{
-    for (const CFField& field : call.input()->fields)
-        if (!holdsMissingOf(field))
-            call.context.message(errors::kNotHeld,
-                                 call.name +
-                                     ": a SAV file cannot hold all missing values of the "
-                                     "field \"" +
-                                     field.GetName() + "\"");
-}
-
 std::unique_ptr<Output> fileOutput(StepCall& call, const Settings& settings)
 {
     JobContext& context = call.context;
@@ -74,8 +61,6 @@ std::unique_ptr<Output> fileOutput(StepCall& call, const Settings& settings)
     if (!file.password.empty() && file.kind != FileKind::Sav)
         settings.refuse("dataPassword", "is given, but only a file of type "
                                         "application/x-vexa-sav can be sealed");
-    if (file.kind == FileKind::Sav)
-        tellWhatIsNotHeld(call);
     auto output = std::make_unique<FileOutput>(context, file, call.input()->fields);
     context.unwritten.insert(canonicalPath(file.path));
     if (!file.modelPath.empty())

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr std::size_t kBlock = 256U * 1024U;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
 /// The file in UTF-8, in a file without a name.
 class Utf8Copy

@@ -17,14 +17,14 @@ namespace duck = datafile::duck;
 
 /// A text that is not there can only be blank in a case: blanks are missing then, if there is room
 /// among the values that the file declares.
-void addBlank(std::vector<datafile::DictionaryValue>& missing)
+void addBlank(datafile::DictionaryMissing& missing)
 {
     const auto isBlank = [](const datafile::DictionaryValue& value) {
         return std::get<std::string>(value).find_first_not_of(' ') == std::string::npos;
     };
-    if (missing.size() < datafile::kMostMissingValues &&
-        std::none_of(missing.begin(), missing.end(), isBlank))
-        missing.emplace_back(std::string(" "));
+    if (missing.values.size() < missing.mostValues() &&
+        std::none_of(missing.values.begin(), missing.values.end(), isBlank))
+        missing.values.emplace_back(std::string(" "));
 }
 
 /// Finds out what a Parquet file holds.
@@ -109,8 +109,12 @@ void ParquetOpening::measureTexts()
     for (std::size_t i = 0; i < _described.size(); ++i)
         if (_relation->columns[i].storage == CFField::String && _described[i].width == 0) {
             const std::string& column = _relation->columns[i].sql;
-            sql += (sql.empty() ? "SELECT coalesce(max(strlen(" : ", coalesce(max(strlen(") +
-                   column + ")), 0), count(*) - count(nullif(" + column + ", ''))";
+            sql.append(sql.empty() ? "SELECT" : ",")
+                .append(" coalesce(max(strlen(")
+                .append(column)
+                .append(")), 0), count(*) - count(nullif(")
+                .append(column)
+                .append(", ''))");
             unknown.push_back(i);
         }
     if (unknown.empty())
@@ -120,7 +124,7 @@ void ParquetOpening::measureTexts()
         datafile::DictionaryVariable& described = _described[unknown[place]];
         described.width = hostWidth(static_cast<std::size_t>(measured.integer(2 * place, 0)));
         if (measured.integer(2 * place + 1, 0) > 0)
-            addBlank(described.missing.values);
+            addBlank(described.missing);
     }
 }
 
