@@ -173,6 +173,12 @@ void InputFile::complete(HVLUpdateDataModel& update) const
         _kept->redeclare(update);
 }
 
+void InputFile::finish() const
+{
+    if (_dataset)
+        _dataset->finish();
+}
+
 void InputFile::configureFile(HVLRead& read) const
 {
     const std::string url = engineUrl(_file.path());

@@ -41,6 +41,8 @@ public:
     void configure(HVLRead& read) const;
     /// Adds what the reading itself cannot say of the fields; after configure.
     void complete(HVLUpdateDataModel& update) const;
+    /// Has the host tell what is left to say of the reading, once it is done.
+    void finish() const;
     /// The dataset, and the rows that the job is handed; null if the engine reads the file.
     const Dataset* dataset() const { return _dataset.get(); }
     HVStatDataIterator* rows() const;

@@ -115,7 +115,7 @@ HVRawDataIterator& Dataset::cases()
     try {
         _cases = std::make_unique<HVRawDataIterator>(source(), std::vector<int>(),
                                                      std::vector<MeasurementLevel>(), false,
-                                                     kWeightNone, false, nullptr);
+                                                     kWeightNone, false, &_monitor);
     } catch (const ErrorText& error) {
         throw inputFault(error, _readable);
     }

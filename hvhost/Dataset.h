@@ -5,6 +5,7 @@
 
 #include "CommonOptions.h"
 #include "DataKind.h"
+#include "ErrorMonitor.h"
 #include "UserCaseFile.h"
 #include "data/HVRawDataIterator.h"
 
@@ -24,6 +25,8 @@ public:
 
     const VEXA_DataSource& source() const { return *_file->DataSource(); }
     const UserInputCaseFile& file() const { return *_file; }
+    /// Tells how many values could not be taken as they are; when the cases have been read.
+    void finish() { _monitor.Finish(); }
 
     /// All cases, unweighted; made at the first call. Stays the dataset's. Throws CommandFault
     /// (Input) for cases that cannot be read.
@@ -35,6 +38,7 @@ public:
 
 private:
     const ReadableFile& _readable;
+    VexaErrorMonitor _monitor{Reporter};
     std::unique_ptr<UserInputCaseFile> _file;
     std::unique_ptr<HVRawDataIterator> _cases;
 };

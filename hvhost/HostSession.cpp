@@ -77,7 +77,8 @@ void HostSession::run(const std::string& jobText, const JobOrigin& origin, HVSta
 {
     log("job: " + jobText);
     execute(jobText, rows);
-    printMessages(origin);
+    _runner->displayAllMessages(false, false);
+    printWarnings(origin);
     // A stop that came when the job was done changes nothing any more: its output is there.
     if (_runner->getProgressListener()->getState() != HVProgressListener::Succeeded)
         _watch.check();
@@ -119,9 +120,8 @@ void HostSession::failIfFailed(const std::string& jobText, const JobOrigin& orig
     throw wordFault(fault, jobText, origin);
 }
 
-void HostSession::printMessages(const JobOrigin& origin)
+void HostSession::printWarnings(const JobOrigin& origin)
 {
-    _runner->displayAllMessages(false, false);
     for (const HostJournal::Entry& entry :
          HostJournal::instance().entries(HostJournal::Kind::Error)) {
         if (entry.level != kLevelWarning)
@@ -135,8 +135,9 @@ void HostSession::printMessages(const JobOrigin& origin)
     HostJournal::instance().clear();
 }
 
-void HostSession::finish() const
+void HostSession::finish()
 {
+    printWarnings({});
     if (_options.strict && _warnings > 0)
         throw CommandFault(ExitStatus::Warnings, "done, with warnings");
     log("done");

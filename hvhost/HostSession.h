@@ -31,13 +31,14 @@ public:
     /// outputs, until the next run. Throws CommandFault, worded by where the text came from.
     void run(const std::string& jobText, const JobOrigin& origin,
              HVStatDataIterator* rows = nullptr);
-    /// Throws CommandFault (Warnings) if there were any and the command is strict.
-    void finish() const;
+    /// Prints what the host has told since. Throws CommandFault (Warnings) if there were any
+    /// warnings and the command is strict.
+    void finish();
 
 private:
     void execute(const std::string& jobText, HVStatDataIterator* rows);
     void failIfFailed(const std::string& jobText, const JobOrigin& origin);
-    void printMessages(const JobOrigin& origin);
+    void printWarnings(const JobOrigin& origin);
     void log(const std::string& line) const;
     void checkTrails() const;
 

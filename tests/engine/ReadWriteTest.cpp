@@ -313,6 +313,13 @@ TEST_F(ReadWriteTest, BadRecordsAreSkippedUpToAThreshold)
     }
     EXPECT_THAT(read(R"(, "readErrorThreshold": 0)"), HasSubstr("in.csv:3"));
     EXPECT_THAT(read(R"(, "readErrorThreshold": -2)"), HasSubstr("is below -1"));
+    // Records of other sources are not read one by one.
+    write("b.csv", "a\n1\n");
+    last = run(readCsv("b.csv") + R"( -> write({"dataSource": "b", "mode": "overwrite"})
+        read({"dataSource": "b", "readErrorThreshold": 1}) -> )" +
+               writeCsv("out.csv"));
+    ASSERT_EQ(last.messages.size(), 1U);
+    EXPECT_THAT(last.messages[0].second, HasSubstr("\"readErrorThreshold\" is for CSV files"));
 }
 
 TEST_F(ReadWriteTest, NoMoreRecordsThanAskedFor)

@@ -170,6 +170,15 @@ class Agreement(Case):
         self.assertEqual([variable["type"] for variable in self.facts(path)["variables"]],
                          [kind for _, kind, _ in columns])
 
+    def test_what_the_hosts_code_page_cannot_hold_is_told_and_counted(self):
+        source = self.write("many.csv", "naïve\n" + "é表\n" * 12)
+        done = self.run_hvhost("convert", source, "-", environment={"VEXA_CODEPAGE": "windows-1252"})
+        self.assertEqual(done.stdout, "naïve\n" + "é?\n" * 12)
+        told = done.stderr.splitlines()
+        self.assertEqual(len(told), 11)
+        self.assertIn('variable "naïve": the encoding windows-1252 cannot hold "é表"', told[0])
+        self.assertIn("In all, 12 values", told[10])
+
     def test_encodings(self):
         for encoding, text in (("Shift_JIS", "表示,ｶﾅ\n能,1\n"), ("GB18030", "中,𠀀\n€,1\n"),
                                ("windows-1252", "Größe,„x“\n€,1\n"), ("ISO-8859-15", "œ,é\n€,1\n")):
