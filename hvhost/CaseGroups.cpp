@@ -45,10 +45,10 @@ GroupKey keyOf(const VEXA_Variable& variable, const OBS* value, CFField::Storage
         std::string text;
         ConvertObsValToStr(value, variable, text);
         key.value = transcodeToUTF8(text.c_str(), nullptr);
-        label = variable.GetValueLabels().Find(text);
+        label = variable.GetValueLabels().GetLabel(text);
     } else if (value->number != kSystemMissing) {
         key.value = textOfValue(*value, storage);
-        label = variable.GetValueLabels().Find(value->number);
+        label = variable.GetValueLabels().GetLabel(value->number);
     }
     key.label = transcodeToUTF8(label, nullptr);
     return key;
