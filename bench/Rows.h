@@ -41,6 +41,8 @@ public:
     }
     void dispose(JNIEnv*) override { rewind(); }
     void rewind() { _next = 0; }
+    /// All of them, row after row.
+    const std::vector<double>& values() const { return _values; }
 
 private:
     std::vector<double> _values;

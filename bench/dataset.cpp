@@ -64,7 +64,7 @@ int main(int argc, char** argv)
     bench::writeRows(database, parquet, caseCount);
     compare("Parquet", parquet);
     const std::string sav = argv[1] + std::string("/dataset.sav");
-    bench::writeCases(sav, bench::CaseRules::None, caseCount);
+    bench::writeCases(sav, caseCount);
     compare("SAV", sav);
     return holds ? 0 : 1;
 }

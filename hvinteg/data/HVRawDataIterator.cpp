@@ -132,6 +132,7 @@ void HVRawDataIterator::Impl::describeFields(const VEXA_DataSource& current)
         }
         rules.fields.push_back(field);
     }
+    rules.settle();
 }
 
 bool HVRawDataIterator::Impl::isCancelled()
@@ -305,8 +306,8 @@ unsigned int HVRawDataIterator::getRecordValue(unsigned long long index, void*& 
 {
     if (_impl->status != RecordAvailable)
         return _impl->status;
-    _impl->slots.get(index, _impl->rules.fields[index].storage == CFField::String, value, length);
-    return _impl->status;
+    _impl->slots.get(index, value, length);
+    return RecordAvailable;
 }
 
 void HVRawDataIterator::dispose(JNIEnv*) {}
@@ -352,6 +353,7 @@ void HVRawDataIterator::SetVariableIncrement(int target, int source, double valu
     _impl->rules.incrementTarget = target;
     _impl->rules.incrementSource = source;
     _impl->rules.incrementValue = value;
+    _impl->rules.settle();
 }
 
 void HVRawDataIterator::SetCancelStatus()
