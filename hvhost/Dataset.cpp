@@ -56,7 +56,8 @@ CommandFault inputFault(const ErrorText& error, const ReadableFile& file)
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const std::string& password)
-    : _keepsUserMissing(options.userMissing == "keep")
+    : _preload(std::async(std::launch::async, PreloadCaseFiles)),
+      _keepsUserMissing(options.userMissing == "keep")
 {
     UserCaseFileSpec spec;
     spec.Init(FormalizeFilePath(file.path(), false), true, false);

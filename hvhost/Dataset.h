@@ -1,5 +1,6 @@
 #pragma once
 
+#include <future>
 #include <memory>
 #include <string>
 
@@ -32,6 +33,9 @@ public:
     bool complete(HVLUpdateDataModel& update) const;
 
 private:
+    /// Opens what the host reads its data with, while the file is looked at and the Java virtual
+    /// machine starts.
+    std::future<void> _preload;
     bool _keepsUserMissing;
     std::unique_ptr<UserInputCaseFile> _file;
     std::unique_ptr<HVRawDataIterator> _cases;
