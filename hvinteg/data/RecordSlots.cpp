@@ -15,7 +15,7 @@ unsigned long long trimmedLength(const char* text, int width, bool trimsTabs)
     int at = width - 1;
     while (at > 0 && (text[at] == ' ' || text[at] == '\n' || (trimsTabs && text[at] == '\t')))
         --at;
-    return static_cast<unsigned long long>(at + 1);
+    return static_cast<unsigned long long>(at) + 1;
 }
 
 double adjusted(double weight, int adjust)
@@ -60,7 +60,7 @@ RecordSlots::RecordSlots(const RecordSlots& other)
             _values[i].pointer = &_numbers[i];
 }
 
-void RecordSlots::resize(std::size_t fields)
+void RecordSlots::clear(std::size_t fields)
 {
     _numbers.assign(fields, kSystemMissing);
     _values.assign(fields, Value());
@@ -70,19 +70,22 @@ double RecordSlots::fill(const VEXA_InputCaseIterator& cases, const RecordRules&
                          CaseCounts* counts)
 {
     double weight = 1.0;
+    // Nobody changes these meanwhile, which the compiler cannot know of a call to the host.
     const std::size_t count = rules.fields.size();
     const RecordField* const fields = rules.fields.data();
+    double* const numbers = _numbers.data();
+    Value* const values = _values.data();
     for (std::size_t i = 0; i < count; ++i) {
         const RecordField& field = fields[i];
         // Most fields of most datasets, and this is where the time goes.
         if (field.isPlain)
-            setNumber(i, cases.GetNumericValue(static_cast<int>(i)));
+            values[i] = stored(numbers[i], cases.GetNumericValue(static_cast<int>(i)));
         else if (field.isCaseCount)
-            setNumber(i, static_cast<double>(cases.GetCaseCount()));
+            values[i] = stored(numbers[i], static_cast<double>(cases.GetCaseCount()));
         else if (field.storage == CFField::String)
-            setText(i, cases, rules);
+            values[i] = textOf(i, cases, rules);
         else
-            setNumber(i, ruledNumber(i, cases, rules, weight, counts));
+            values[i] = stored(numbers[i], ruledNumber(i, cases, rules, weight, counts));
     }
     return weight;
 }
@@ -120,18 +123,18 @@ double RecordSlots::numberOf(std::size_t field, const VEXA_InputCaseIterator& ca
     return kind.storage == CFField::Timestamp ? value - GetBaseDateNumber() : value;
 }
 
-void RecordSlots::setText(std::size_t field, const VEXA_InputCaseIterator& cases,
-                          const RecordRules& rules)
+RecordSlots::Value RecordSlots::textOf(std::size_t field, const VEXA_InputCaseIterator& cases,
+                                       const RecordRules& rules)
 {
     const RecordField& kind = rules.fields[field];
     const int column = static_cast<int>(field);
     const char* text = cases.GetStringValue(column);
     const bool isMissing =
         kind.hasUserMissing && rules.isExcluded(column) && kind.variable->IsUserMissing(text);
+    if (isMissing)
+        return {};
     // The protocol hands out pointers that nobody writes through.
-    _values[field] = isMissing ? Value()
-                               : Value{const_cast<char*>(text),
-                                       trimmedLength(text, kind.width, rules.trimsTabs)};
+    return {const_cast<char*>(text), trimmedLength(text, kind.width, rules.trimsTabs)};
 }
 
 double RecordSlots::incremented(double value, const RecordRules& rules) const

@@ -54,7 +54,8 @@ public:
     RecordSlots& operator=(const RecordSlots&) = delete;
     ~RecordSlots() = default;
 
-    void resize(std::size_t fields);
+    /// A slot for each field, with nothing in it until the first case.
+    void clear(std::size_t fields);
     /// Fills the slots from the present case; the result is the weight of the case, 0 for one that
     /// is to be passed over. `counts` hears of weights that are rounded, if it is not null.
     double fill(const VEXA_InputCaseIterator& cases, const RecordRules& rules, CaseCounts* counts);
@@ -74,13 +75,15 @@ private:
         unsigned long long length = 0;
     };
 
-    void setNumber(std::size_t field, double number)
+    /// Stores a number in its slot.
+    static Value stored(double& slot, double number)
     {
-        _numbers[field] = number;
+        slot = number;
         const bool isThere = number != kSystemMissing;
-        _values[field] = {isThere ? &_numbers[field] : nullptr, isThere ? sizeof(double) : 0};
+        return {isThere ? &slot : nullptr, isThere ? sizeof(double) : 0};
     }
-    void setText(std::size_t field, const VEXA_InputCaseIterator& cases, const RecordRules& rules);
+    static Value textOf(std::size_t field, const VEXA_InputCaseIterator& cases,
+                        const RecordRules& rules);
     double ruledNumber(std::size_t field, const VEXA_InputCaseIterator& cases,
                        const RecordRules& rules, double& weight, CaseCounts* counts) const;
     double numberOf(std::size_t field, const VEXA_InputCaseIterator& cases,
