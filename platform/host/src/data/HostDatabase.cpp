@@ -16,7 +16,7 @@ namespace duck = datafile::duck;
 
 /// What the datasets under construction may take before they go to the disk. A file that is read
 /// needs far less.
-constexpr const char* kMemoryLimit = "128MB";
+constexpr const char* kMemoryLimit = "512MB";
 
 class HostDatabase
 {
