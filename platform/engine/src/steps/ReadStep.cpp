@@ -34,10 +34,11 @@ Limits limitsOf(const Settings& settings)
     return limits;
 }
 
-/// Only records of text can be bad one by one: whoever sets a threshold elsewhere is told.
+/// Only records of text can be bad one by one: whoever counts on a threshold elsewhere is told. To
+/// bear any number asks for nothing that others do not do.
 void tellThresholdIgnored(const StepCall& call, const Limits& limits)
 {
-    if (limits.errorThreshold != 0)
+    if (limits.errorThreshold > 0)
         call.context.message(errors::kSettingIgnored,
                              call.name + ": the setting \"readErrorThreshold\" is for CSV files "
                                          "and is ignored");
