@@ -34,7 +34,8 @@ Limits limitsOf(const Settings& settings)
     return limits;
 }
 
-/// Only records of text can be bad one by one: whoever sets a threshold elsewhere is told.
+/// Only records of text can be bad one by one: whoever sets a threshold elsewhere is told. Not for
+/// rows, since jobs for rows are written for files as well.
 void tellThresholdIgnored(const StepCall& call, const Limits& limits)
 {
     if (limits.errorThreshold != 0)
@@ -75,9 +76,9 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
 NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& limits)
 {
     JobContext& context = call.context;
-    tellThresholdIgnored(call, limits);
     if (context.iterators.contains(name))
         return iteratorNode(context, name, limits);
+    tellThresholdIgnored(call, limits);
     if (context.unwritten.contains(name))
         throw NotYetWritten{};
     const auto known = context.dataSources.find(name);
