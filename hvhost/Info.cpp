@@ -219,8 +219,10 @@ private:
     }
     std::vector<std::string> splitNames() const
     {
+        const int count = _dataset.source().GetNSplitVars();
         std::vector<std::string> names;
-        for (int i = 0; i < _dataset.source().GetNSplitVars(); ++i)
+        names.reserve(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i)
             names.push_back(name(static_cast<std::size_t>(_dataset.source().GetSplitVarIndex(i))));
         return names;
     }

@@ -70,7 +70,13 @@ private:
     void* _converter;
 };
 
-void setMissingValues(CFField& field, const VEXA_Variable& variable, const ValueMaker& maker)
+void SetValueLabels(CFField& field, const ValueMaker& maker)
+{
+    if (std::vector<CFValue> labels = maker.labelled(); !labels.empty())
+        field.SetValueLabels(std::move(labels));
+}
+
+void SetMissingValues(CFField& field, const VEXA_Variable& variable, const ValueMaker& maker)
 {
     const OBS* first = nullptr;
     const OBS* second = nullptr;
@@ -161,8 +167,7 @@ CFField fieldOf(const VEXA_Variable& variable, MeasurementLevel level, CFField::
     if (const char* label = variable.GetLabel(); label && *label)
         field.SetLabel(transcodeToUTF8(label, converter));
     const ValueMaker maker(variable, storage, converter);
-    if (std::vector<CFValue> labels = maker.labelled(); !labels.empty())
-        field.SetValueLabels(std::move(labels));
-    setMissingValues(field, variable, maker);
+    SetValueLabels(field, maker);
+    SetMissingValues(field, variable, maker);
     return field;
 }

@@ -27,7 +27,6 @@ struct HVDataModel::Impl
     };
 
     const VEXA_DataSource* source = nullptr;
-    int weightVariable = -1;
     bool weightRole = false;
     std::vector<int> splitVariables;
     bool splitRole = false;
@@ -41,9 +40,13 @@ struct HVDataModel::Impl
     std::string analysisXml;
     std::vector<int> analysisVariables;
 
-    void createDictionary();
+    void CreateDictMetadata();
     CFField::RoleType roleOfColumn(int column) const;
-    CFField fieldOfColumn(int column, MeasurementLevel level) const;
+    void AppendDictField(CFMetaData& target, int column, MeasurementLevel level) const;
+    MeasurementLevel levelOf(int column) const
+    {
+        return source->GetVariable(column).GetMeasurementLevel();
+    }
     CFField caseCountField() const;
     bool isColumn(int column) const { return column >= 0 && column < source->ColumnCount(); }
     void update(const std::vector<Choice>& choices, bool withLevels);
@@ -62,9 +65,11 @@ CFField::RoleType HVDataModel::Impl::roleOfColumn(int column) const
     return roleOf(source->GetVariable(column).GetRole());
 }
 
-CFField HVDataModel::Impl::fieldOfColumn(int column, MeasurementLevel level) const
+void HVDataModel::Impl::AppendDictField(CFMetaData& target, int column,
+                                        MeasurementLevel level) const
 {
-    return fieldOf(source->GetVariable(column), level, roleOfColumn(column), converter.get());
+    target.AppendField(
+        fieldOf(source->GetVariable(column), level, roleOfColumn(column), converter.get()));
 }
 
 CFField HVDataModel::Impl::caseCountField() const
@@ -75,11 +80,10 @@ CFField HVDataModel::Impl::caseCountField() const
     return field;
 }
 
-void HVDataModel::Impl::createDictionary()
+void HVDataModel::Impl::CreateDictMetadata()
 {
     for (int column = 0; column < source->ColumnCount(); ++column)
-        dictionary.AppendField(
-            fieldOfColumn(column, source->GetVariable(column).GetMeasurementLevel()));
+        AppendDictField(dictionary, column, levelOf(column));
     if (addCaseCount)
         dictionary.AppendField(caseCountField());
     dictionary.ExportXMLDoc(dictionaryXml);
@@ -101,14 +105,12 @@ void HVDataModel::Impl::update(const std::vector<Choice>& choices, bool withLeve
     for (const Choice& choice : choices) {
         if (!isColumn(choice.column))
             continue;
-        if (!withLevels) {
+        const bool asItIs = static_cast<int>(choice.level) < 0;
+        if (withLevels)
+            AppendDictField(analysis, choice.column,
+                            asItIs ? levelOf(choice.column) : choice.level);
+        else
             analysis.AppendField(*dictionary.GetField(static_cast<std::size_t>(choice.column)));
-        } else {
-            const bool asItIs = static_cast<int>(choice.level) < 0;
-            analysis.AppendField(fieldOfColumn(
-                choice.column,
-                asItIs ? source->GetVariable(choice.column).GetMeasurementLevel() : choice.level));
-        }
         analysisVariables.push_back(choice.column);
     }
     if (analysis.FieldCount() == 0)
@@ -125,13 +127,12 @@ HVDataModel::HVDataModel(const VEXA_DataSource& source, bool addCaseCount, bool 
     : _impl(std::make_unique<Impl>())
 {
     _impl->source = &source;
-    _impl->weightVariable = source.GetWeightVarIndex();
     _impl->weightRole = weightRole;
     for (int i = 0; i < source.GetNSplitVars(); ++i)
         _impl->splitVariables.push_back(source.GetSplitVarIndex(i));
     _impl->splitRole = splitRole;
     _impl->addCaseCount = addCaseCount;
-    _impl->createDictionary();
+    _impl->CreateDictMetadata();
 }
 
 HVDataModel::HVDataModel(const HVDataModel& other) : _impl(std::make_unique<Impl>(*other._impl)) {}
@@ -170,6 +171,7 @@ void HVDataModel::UpdateAnalysMetadata(const std::vector<std::string>& names,
                                        const std::vector<MeasurementLevel>& levels, bool fromUTF8)
 {
     std::vector<int> columns;
+    columns.reserve(names.size());
     for (const std::string& name : names)
         columns.push_back(_impl->columnOf(name, fromUTF8));
     UpdateAnalysMetadata(columns, levels);

@@ -97,12 +97,12 @@ void HVRawDataIterator::Impl::init()
     rules.incrementValue = kSystemMissing;
     rules.trimsTabs = qUTF8mode();
     columnCount = current.ColumnCount();
-    slots.resize(metadata.FieldCount());
     view = &current;
     if (!rules.trimsTabs && hasText(current))
         readViewAsUtf8(current);
     monitor = nullptr;
     describeFields(*view);
+    slots.clear(rules.fields);
     cases.reset(view->MakeIterator(nullptr));
 }
 
@@ -123,9 +123,9 @@ void HVRawDataIterator::Impl::describeFields(const VEXA_DataSource& current)
     rules.fields.clear();
     for (std::size_t i = 0; i < metadata.FieldCount(); ++i) {
         RecordField field;
-        field.storage = metadata.GetField(i)->GetStorage();
         field.isCaseCount = static_cast<int>(i) >= columnCount;
         if (!field.isCaseCount) {
+            field.storage = metadata.GetField(i)->GetStorage();
             field.variable = &current.GetVariable(static_cast<int>(i));
             field.hasUserMissing = field.variable->HasMissingValues();
             field.width = field.variable->GetType();
@@ -175,6 +175,10 @@ unsigned int HVRawDataIterator::Impl::rewind(bool score)
     if (status == Cancelled)
         return status;
     if (!cases) {
+        // The texts of the last record went with the cases. Cases that cannot be read again are at
+        // their end.
+        slots.clear(rules.fields);
+        status = EndOfData;
         cases.reset(view->MakeIterator(nullptr));
         firstPass = false;
     }

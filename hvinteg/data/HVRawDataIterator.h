@@ -77,7 +77,9 @@ public:
     void dispose(JNIEnv* env) override;
     ~HVRawDataIterator() override;
     /// Back to the first case. In the first pass, the cases that are left are counted before. The
-    /// result is that of nextRecord; an iterator that was cancelled stays so.
+    /// result is that of nextRecord; an iterator that was cancelled stays so. When the source
+    /// throws because it cannot be read again, the iterator is at its end, and may be rewound
+    /// later.
     virtual unsigned int Rewind(bool scoreIteration);
 
     void SetName(const std::string& name);

@@ -15,6 +15,8 @@
 namespace {
 
 constexpr const char* kTempPrefix = "hvadatafile_";
+/// What goes before the number of a variable without values.
+constexpr const char* kEmptyName = "empty_";
 constexpr const char* kCopyFailed = "Cannot write system file.";
 
 std::size_t unitsOfWidth(int width)
@@ -43,12 +45,14 @@ struct HVSplitRawData::Impl
          std::vector<std::string> newNames, std::vector<MeasurementLevel> newLevels,
          bool withCaseCount);
 
-    bool initDataFile();
+    bool InitDataFile();
     void makeVariables();
+    void nameEmptyVariables(const std::vector<VEXA_Variable*>& made) const;
     void fail(const ErrorText& error, int level);
     void keepSplitValues(const VEXA_InputCaseIterator& cases);
     void composeCase(const VEXA_InputCaseIterator& cases);
-    bool addCase(const VEXA_Case& newCase, int failureLevel);
+    void addCase(const VEXA_Case& newCase);
+    void copyGroup(VEXA_InputCaseIterator& cases);
     void closeWriteFile();
     void closeReadFile();
     bool openReadFile();
@@ -88,7 +92,7 @@ HVSplitRawData::Impl::Impl(const VEXA_DataSource& dataSource, std::vector<int> c
       addCaseCount(withCaseCount)
 {
     try {
-        initDataFile();
+        InitDataFile();
     } catch (const ErrorText& error) {
         fail(error, kLevelError);
     }
@@ -100,7 +104,7 @@ void HVSplitRawData::Impl::fail(const ErrorText& error, int level)
     show(error.what(), level);
 }
 
-bool HVSplitRawData::Impl::initDataFile()
+bool HVSplitRawData::Impl::InitDataFile()
 {
     dataFileName = FormTempName(kTempPrefix);
     writeSpec = std::make_unique<UserCaseFileSpec>();
@@ -124,6 +128,7 @@ bool HVSplitRawData::Impl::initDataFile()
 void HVSplitRawData::Impl::makeVariables()
 {
     const int weight = source->GetWeightVarIndex();
+    std::vector<VEXA_Variable*> allMade;
     for (std::size_t i = 0; i < variables.size(); ++i) {
         const bool isEmpty = variables[i] < 0;
         VEXA_Variable variable = isEmpty ? VEXA_Variable(0) : source->GetVariable(variables[i]);
@@ -137,6 +142,23 @@ void HVSplitRawData::Impl::makeVariables()
         if (!names.empty())
             made->NewID();
         widths.push_back(variable.GetType());
+        allMade.push_back(made);
+    }
+    nameEmptyVariables(allMade);
+}
+
+/// A file takes no variable without a name, and no name twice.
+void HVSplitRawData::Impl::nameEmptyVariables(const std::vector<VEXA_Variable*>& made) const
+{
+    int number = 0;
+    for (VEXA_Variable* variable : made) {
+        if (!variable->GetName().empty())
+            continue;
+        std::string name;
+        do
+            name = kEmptyName + std::to_string(++number);
+        while (store->FindVarIndex(name, 0) >= 0);
+        variable->SetName(name);
     }
 }
 
@@ -170,16 +192,26 @@ void HVSplitRawData::Impl::composeCase(const VEXA_InputCaseIterator& cases)
     }
 }
 
-bool HVSplitRawData::Impl::addCase(const VEXA_Case& newCase, int failureLevel)
+void HVSplitRawData::Impl::addCase(const VEXA_Case& newCase)
 {
-    try {
-        store->AddCase(newCase);
-    } catch (const ErrorText& error) {
-        fail(error, failureLevel);
-        return false;
-    }
+    store->AddCase(newCase);
     ++caseCount;
-    return true;
+}
+
+void HVSplitRawData::Impl::copyGroup(VEXA_InputCaseIterator& cases)
+{
+    const auto* groups = dynamic_cast<const ProcDSIterator*>(&cases);
+    try {
+        keepSplitValues(cases);
+        while (!(groups && groups->SplitGroupEnd())) {
+            composeCase(cases);
+            addCase(*bufferCase);
+            if (cases.NextCase() == 0)
+                break;
+        }
+    } catch (const ErrorText& error) {
+        fail(error, kLevelWarning);
+    }
 }
 
 void HVSplitRawData::Impl::closeWriteFile()
@@ -227,7 +259,7 @@ HVRawDataIterator* HVSplitRawData::Impl::createIterator(const std::string& name,
                                                         WeightAdjust adjust,
                                                         const CFMetaData* metadata)
 {
-    if (iterator || !complete || !openReadFile())
+    if (iterator || state == Failed || !complete || !openReadFile())
         return nullptr;
     try {
         if (metadata) {
@@ -274,16 +306,11 @@ HVSplitRawData::~HVSplitRawData()
 
 bool HVSplitRawData::FillDataFile(VEXA_InputCaseIterator& cases)
 {
-    const auto* groups = dynamic_cast<const ProcDSIterator*>(&cases);
-    if (_impl->state != Impl::Failed && _impl->store && _impl->bufferCase) {
-        _impl->keepSplitValues(cases);
-        while (!(groups && groups->SplitGroupEnd())) {
-            _impl->composeCase(cases);
-            if (!_impl->addCase(*_impl->bufferCase, kLevelWarning))
-                break;
-            if (cases.NextCase() == 0)
-                break;
-        }
+    if (_impl->state != Impl::Failed) {
+        // A file that is closed takes no second group.
+        if (!_impl->store)
+            return false;
+        _impl->copyGroup(cases);
     }
     _impl->bufferCase.reset();
     _impl->caseBuffer = {};
@@ -295,8 +322,15 @@ bool HVSplitRawData::FillDataFile(VEXA_InputCaseIterator& cases)
 
 bool HVSplitRawData::AddNewCase(const VEXA_Case* newCase)
 {
-    if (_impl->state != Impl::Failed && newCase && _impl->store)
-        _impl->addCase(*newCase, kLevelWarning);
+    if (newCase && _impl->state != Impl::Failed) {
+        if (!_impl->store)
+            return false;
+        try {
+            _impl->addCase(*newCase);
+        } catch (const ErrorText& error) {
+            _impl->fail(error, kLevelWarning);
+        }
+    }
     return _impl->state != Impl::Failed;
 }
 

@@ -37,13 +37,15 @@ public:
     /// Removes the file.
     ~HVSplitRawData();
 
-    /// Copies cases from the present one on, to the end of the group, and closes the file.
+    /// Copies cases from the present one on, to the end of the group, and closes the file. False
+    /// for a second group too, which takes an object of its own.
     bool FillDataFile(VEXA_InputCaseIterator& cases);
     /// For a caller that composes cases itself, in the buffer case: adds one; then CompleteDataFile
     /// closes the file.
     bool AddNewCase(const VEXA_Case* newCase);
     bool CompleteDataFile();
     void CloseDataWriteFile();
+    /// An iterator over the file must not be used any more, but may be cleared.
     void CloseDataReadFile();
     bool OpenDataReadFile() { return true; }
     bool OpenDataWriteFile() { return true; }

@@ -16,7 +16,7 @@ std::uint64_t trimmedLength(const char* text, int width, bool trimsTabs)
     int at = width - 1;
     while (at > 0 && (text[at] == ' ' || text[at] == '\n' || (trimsTabs && text[at] == '\t')))
         --at;
-    return static_cast<std::uint64_t>(at + 1);
+    return static_cast<std::uint64_t>(at) + 1;
 }
 
 double adjusted(double weight, int adjust)
@@ -39,10 +39,15 @@ double weightOf(double value, int adjust, CaseCounts* counts)
 
 } // namespace
 
-void RecordSlots::resize(std::size_t fields)
+void RecordSlots::clear(const std::vector<RecordField>& fields)
 {
-    _slots.assign(fields, Slot{kSystemMissing});
-    _lengths.assign(fields, kNumberLength);
+    _slots.assign(fields.size(), Slot{kSystemMissing});
+    _lengths.assign(fields.size(), kNumberLength);
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        if (fields[i].storage == CFField::String) {
+            _slots[i].text = nullptr;
+            _lengths[i] = 0;
+        }
 }
 
 double RecordSlots::fill(const VEXA_InputCaseIterator& cases, const RecordRules& rules,

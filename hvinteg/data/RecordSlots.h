@@ -45,7 +45,8 @@ struct RecordRules
 class RecordSlots
 {
 public:
-    void resize(std::size_t fields);
+    /// A slot for each field, with nothing in it until the first case.
+    void clear(const std::vector<RecordField>& fields);
     /// Fills the slots from the present case; the result is the weight of the case, 0 for one that
     /// is to be passed over. `counts` hears of weights that are rounded, if it is not null.
     double fill(const VEXA_InputCaseIterator& cases, const RecordRules& rules, CaseCounts* counts);

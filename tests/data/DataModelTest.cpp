@@ -92,6 +92,7 @@ TEST(DataModel, CarriesLabelsAndMissingValues)
     VEXA_Variable name = text("name", 12);
     VEXA_ValueLabelMap names(12);
     names.SetLabel("none", "nobody");
+    names.SetLabel("twelve bytes", "wide");
     name.SetValueLabels(names);
     name.SetMissingValues(std::vector<std::string>{"none", "x"});
     MemorySource source({date, name, numeric("free")});
@@ -106,12 +107,39 @@ TEST(DataModel, CarriesLabelsAndMissingValues)
                               {CFValue(CFDatum(1.0), "second", 0, 0)}, true, false));
     ASSERT_NE(day.GetPrivateFormat(), nullptr);
     EXPECT_EQ(*day.GetPrivateFormat(), CFFormat(kFormatDate, 8, 2));
+    EXPECT_EQ(model.getMetaData().GetField(1)->GetValueLabels(),
+              (std::vector<CFValue>{CFValue(CFDatum("none"), "nobody"),
+                                    CFValue(CFDatum("twelve bytes"), "wide")}));
     EXPECT_EQ(model.getMetaData().GetField(1)->GetMissingValues(),
               CFMissingValues({}, {CFValue(CFDatum("none"), "nobody"), CFValue(CFDatum("x"))}, true,
                               false));
     EXPECT_FALSE(model.getMetaData().GetField(2)->GetMissingValues().IsValid());
     // What the engine gets is the same.
     EXPECT_EQ(*CFMetaData(model.getDataModel()).GetField(0), day);
+}
+
+TEST(DataModel, MissingNumbersAreListedByTheirKind)
+{
+    const auto missing = [](const VEXA_Variable& variable) {
+        MemorySource source({variable});
+        const HVDataModel model(source, false, false, false);
+        return model.getMetaData().GetField(0)->GetMissingValues();
+    };
+    VEXA_Variable variable = numeric("n");
+    variable.SetMissingRange(7, 9);
+    EXPECT_EQ(missing(variable),
+              CFMissingValues(CFRange(CFDatum(7.0), CFDatum(9.0)), {}, true, false));
+    variable.SetMissingRange(7, 9, -1);
+    EXPECT_EQ(missing(variable), CFMissingValues(CFRange(CFDatum(7.0), CFDatum(9.0)),
+                                                 {CFValue(CFDatum(-1.0))}, true, false));
+    std::vector<double> numbers;
+    std::vector<CFValue> values;
+    for (const double number : {3.0, 1.0, 2.0}) {
+        numbers.push_back(number);
+        values.emplace_back(CFDatum(number));
+        variable.SetMissingValues(numbers);
+        EXPECT_EQ(missing(variable), CFMissingValues({}, values, true, false));
+    }
 }
 
 TEST(DataModel, AnalysisIsWhatResolvesOfTheChoice)
@@ -132,6 +160,8 @@ TEST(DataModel, AnalysisIsWhatResolvesOfTheChoice)
 
     // Nothing resolves: the dictionary again, and no case count by itself.
     const std::string dictionary = HVDataModel(source, true, false, false).getDataModel();
+    model.UpdateAnalysMetadata(std::vector<std::string>{}, false);
+    EXPECT_EQ(model.getDataModel(), dictionary);
     for (const std::vector<int>& columns : {std::vector<int>{-5, 3}, std::vector<int>{}}) {
         model.UpdateAnalysMetadata(columns);
         EXPECT_TRUE(model.getAnalysVars().empty());
@@ -160,10 +190,19 @@ TEST(DataModel, TextsComeOutOfTheHostsEncoding)
                                   "e",
                                   4);
     variable.SetLabel("\x80");
+    VEXA_ValueLabelMap labels(4);
+    labels.SetLabel("\xf6", "\xe4");
+    variable.SetValueLabels(labels);
+    variable.SetMissingValues(std::vector<std::string>{"\xf6"});
     MemorySource source({variable});
     HVDataModel model(source, false, false, false);
     EXPECT_EQ(namesOf(model.getMetaData()), "größe ");
     EXPECT_EQ(model.getMetaData().GetField(0)->GetLabel(), "€");
+    // The label of a missing value is found before its text is converted.
+    const CFValue umlaut(CFDatum("ö"), "ä");
+    EXPECT_EQ(model.getMetaData().GetField(0)->GetValueLabels(), std::vector<CFValue>{umlaut});
+    EXPECT_EQ(model.getMetaData().GetField(0)->GetMissingValues(),
+              CFMissingValues({}, {umlaut}, true, false));
     model.UpdateAnalysMetadata(std::vector<std::string>{"GRÖßE"}, true);
     EXPECT_EQ(model.getAnalysVars(), std::vector<int>{0});
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
 #include <variant>
 #include <vector>
 
+#include "ErrorText.h"
 #include "VexaDataSource.h"
 
 /// Cases that stand in memory, as a test writes them down.
@@ -24,6 +26,9 @@ public:
     std::vector<int> split;
     /// How many iterators were made, and the most that were open at once.
     mutable int iterators = 0;
+    /// After how many cases the source is lost, and whether it is already.
+    std::size_t readable = SIZE_MAX;
+    bool lost = false;
 
     int ColumnCount() const override { return static_cast<int>(_variables.size()); }
     const VEXA_Variable& GetVariable(int column) const override
@@ -38,6 +43,8 @@ public:
     }
     VEXA_InputCaseIterator* MakeIterator(ErrorMonitor*) const override
     {
+        if (lost)
+            throw ErrorText("the source is gone");
         ++iterators;
         return std::make_unique<Cases>(*this).release();
     }
@@ -54,6 +61,8 @@ private:
         {
             if (_next == _source._rows.size())
                 return 0;
+            if (_next >= _source.readable)
+                throw ErrorText("the source is lost");
             const Row& row = _source._rows[_next++];
             for (std::size_t i = 0; i < row.size(); ++i)
                 put(i, row[i]);

@@ -3,12 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <new>
 
+#include "ErrorText.h"
 #include "HostConversions.h"
 #include "MemorySource.h"
 #include "data/HVDataModel.h"
+#include "host/CaseFiles.h"
 #include "support/HostScopes.h"
+#include "support/ScratchFolder.h"
 
 // Every allocation of a thread is counted: the row loop must make none.
 namespace {
@@ -88,6 +92,26 @@ TEST(RawDataIterator, ServesEachStorageOnTheEnginesScale)
     EXPECT_EQ(length, 42U);
     EXPECT_EQ(cases.nextRecord(), 1U);
     EXPECT_EQ(cases.GetStatDSIter(), nullptr);
+}
+
+TEST(RawDataIterator, TrimsTexts)
+{
+    struct Row
+    {
+        const char* text;
+        const char* inUtf8;
+        const char* inCodePage;
+    };
+    for (const Row& row : {Row{" ", "' '; ", "' '; "}, Row{"\t\n\t", "'\t'; ", "'\t\n\t'; "},
+                           Row{" a\t \n", "' a'; ", "' a\t'; "}}) {
+        const std::string text_(row.text);
+        const MemorySource source({text("t", static_cast<int>(text_.size()))}, {{text_}});
+        HVRawDataIterator cases = over(source);
+        EXPECT_EQ(recordsOf(cases), row.inUtf8);
+        const ScopedCodePage page("windows-1252");
+        HVRawDataIterator converted = over(source);
+        EXPECT_EQ(recordsOf(converted), row.inCodePage);
+    }
 }
 
 TEST(RawDataIterator, ExcludesUserMissingValues)
@@ -182,6 +206,9 @@ TEST(RawDataIterator, KnowsTheRoleOfTheWeight)
     EXPECT_EQ(unweighted.getMetaData().GetField(1)->GetRole(), CFField::Input);
     unweighted.SetFreqWeightAdj(kWeightUnchanged);
     EXPECT_EQ(unweighted.GetFreqWeightAdj(), kWeightNone);
+    HVRawDataIterator weighted = over(source);
+    weighted.SetFreqWeightAdj(kWeightNone);
+    EXPECT_EQ(weighted.GetFreqWeightAdj(), kWeightRound);
     // The weight is found among the columns that are served.
     HVRawDataIterator turned(source, std::vector<int>{1, -1, 0}, {}, false, kWeightRound, false,
                              nullptr);
@@ -210,6 +237,46 @@ TEST(RawDataIterator, IncrementsOneField)
     }
 }
 
+TEST(RawDataIterator, TheWeightIsIncrementedFirstAndServesAdjusted)
+{
+    MemorySource source({numeric("w"), numeric("x")}, {{1.4, 1.0}, {-1.0, 2.0}, {-0.6, 3.0}});
+    source.weight = 0;
+    HVRawDataIterator grown = over(source);
+    grown.SetVariableIncrement(0, 0, 1);
+    EXPECT_EQ(recordsOf(grown), "2 1; ");
+    EXPECT_FALSE(grown.AreAllWeightsGood()); // 0.4
+    HVRawDataIterator read = over(source);
+    read.SetVariableIncrement(1, 0, 10);
+    EXPECT_EQ(recordsOf(read), "1 11; ");
+}
+
+TEST(RawDataIterator, OnlyARealFieldWeighs)
+{
+    MemorySource source({text("w", 2), numeric("x")}, {{std::string("0"), 0.0}});
+    source.weight = 0;
+    HVRawDataIterator cases = over(source);
+    EXPECT_EQ(recordsOf(cases), "'0' 0; ");
+    EXPECT_EQ(cases.GetWeightNCases(), 1);
+    source.weight = 1;
+    CFMetaData fields;
+    fields.AppendField(CFField("w", CFField::Nominal, CFField::String, CFField::Input));
+    fields.AppendField(CFField("x", CFField::Continuous, CFField::Integer, CFField::Input));
+    // What is past the columns is the case count, as whatever it is described.
+    CFField count("n", CFField::Nominal, CFField::String, CFField::Input);
+    count.SetMissingValues(CFMissingValues({}, {CFValue(CFDatum("1"))}, true, false));
+    fields.AppendField(count);
+    HVRawDataIterator whole(source, fields, {}, nullptr);
+    ASSERT_EQ(whole.nextRecord(), 0U);
+    void* value = nullptr;
+    unsigned long long length = 0;
+    EXPECT_EQ(whole.getRecordValue(2, value, length), 0U);
+    ASSERT_EQ(length, 8U);
+    EXPECT_EQ(*static_cast<double*>(value), 1);
+    whole.SetExcludeUserMissing(false);
+    whole.UpdateUserMissing();
+    EXPECT_TRUE(whole.getMetaData().GetField(2)->GetMissingValues().IsValid());
+}
+
 TEST(RawDataIterator, RewindsWithinTheFirstPassOnlyAfterCountingAll)
 {
     MemorySource source({numeric("a")}, {{1.0}, {2.0}, {3.0}});
@@ -229,6 +296,53 @@ TEST(RawDataIterator, RewindsWithinTheFirstPassOnlyAfterCountingAll)
     EXPECT_EQ(none.nextRecord(), 1U);
     EXPECT_EQ(none.Rewind(false), 0U);
     EXPECT_EQ(none.nextRecord(), 1U);
+}
+
+TEST(RawDataIterator, SurvivesTheLossOfItsSource)
+{
+    MemorySource source({text("t", 2)}, {{std::string("a")}, {std::string("b")}});
+    HVRawDataIterator cases = over(source);
+    const auto isNull = [&] {
+        void* value = &source;
+        unsigned long long length = 9;
+        return cases.getRecordValue(0, value, length) == 0 && !value && length == 0;
+    };
+    EXPECT_TRUE(isNull()); // no record yet
+    source.readable = 1;
+    EXPECT_EQ(cases.nextRecord(), 0U);
+    EXPECT_THROW(cases.nextRecord(), ErrorText);
+    source.readable = 2;
+    EXPECT_EQ(cases.Rewind(false), 0U);
+    EXPECT_TRUE(isNull()); // the text of the last record is gone
+    EXPECT_EQ(cases.nextRecord(), 0U);
+    source.lost = true;
+    EXPECT_THROW(cases.Rewind(false), ErrorText);
+    EXPECT_EQ(cases.nextRecord(), 1U);
+    source.lost = false;
+    EXPECT_EQ(cases.Rewind(false), 0U);
+    EXPECT_EQ(recordsOf(cases), "'a'; 'b'; ");
+}
+
+TEST(RawDataIterator, AFileThatIsCutOrRemovedEndsInAnError)
+{
+    const ScratchFolder scratch;
+    std::vector<casefiles::Row> rows;
+    for (int i = 0; i < 400000; ++i)
+        rows.push_back({i * 0.37});
+    casefiles::writeSav(scratch.name("v.sav"), {casefiles::variable("n")}, rows);
+    const UserInputCaseFile file(casefiles::specOf(scratch.name("v.sav"), false), nullptr);
+    HVRawDataIterator cases(*file.DataSource(), std::vector<int>(), {}, false, kWeightRound, false,
+                            nullptr);
+    ASSERT_EQ(cases.nextRecord(), 0U);
+    std::filesystem::resize_file(scratch.path / "v.sav", 4096);
+    const auto all = [&] {
+        while (cases.nextRecord() == 0) {
+        }
+    };
+    EXPECT_NE(casefiles::refusalOf(all).find("v.sav: the cases cannot be read"), std::string::npos);
+    std::filesystem::remove(scratch.path / "v.sav");
+    EXPECT_NE(casefiles::refusalOf([&] { cases.Rewind(false); }), "");
+    EXPECT_EQ(cases.nextRecord(), 1U);
 }
 
 class StopAfter : public HVStopProcessor
@@ -257,6 +371,26 @@ TEST(RawDataIterator, StopsForGood)
     flagged.nextRecord();
     flagged.SetCancelStatus();
     EXPECT_EQ(flagged.nextRecord(), 3U);
+}
+
+TEST(RawDataIterator, LooksAtTheCancellationOncePerCall)
+{
+    MemorySource source({numeric("w")}, {{1.0}, {-1.0}, {kMissing}, {0.0}, {2.0}, {3.0}});
+    source.weight = 0;
+    HVRawDataIterator cases = over(source);
+    StopAfter stop(2);
+    cases.SetStopProcessor(&stop);
+    EXPECT_EQ(recordsOf(cases), "1; 2; ");
+    EXPECT_EQ(cases.GetNInvalidCases(), 3);
+
+    // Counting at the end of the first pass can be cancelled too: a look of its own, then one for
+    // each record.
+    HVRawDataIterator counting = over(source);
+    EXPECT_EQ(counting.nextRecord(), 0U);
+    StopAfter later(2);
+    counting.SetStopProcessor(&later);
+    EXPECT_EQ(counting.Rewind(false), 3U);
+    EXPECT_EQ(counting.GetNCases(), 5);
 }
 
 TEST(RawDataIterator, ConvertsTextsOfACodePageAndReportsWhatIsNone)

@@ -2,24 +2,32 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
+#include <tuple>
+
+#include <sys/resource.h>
 
 #include "ExtNameStr.h"
 #include "FileServices.h"
 #include "Journal.h"
 #include "MemorySource.h"
+#include "TnOutput.h"
+#include "support/HostScopes.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-std::size_t temporaryFiles()
+/// Finished and unfinished ones.
+std::vector<fs::path> temporaryFiles()
 {
     const fs::path folder = ExtNameStr(GetVexaTempPath()).GetNative();
-    std::size_t count = 0;
+    std::vector<fs::path> files;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder))
-        count += entry.path().filename().string().starts_with("hvadatafile_") ? 1 : 0;
-    return count;
+        if (entry.path().filename().string().find("hvadatafile_") != std::string::npos)
+            files.push_back(entry.path());
+    return files;
 }
 
 /// Two groups of a split by a text of ten bytes.
@@ -35,7 +43,7 @@ protected:
         source.weight = 2;
         procedure.SetDataset(&source);
     }
-    ~SplitRawData() override { EXPECT_EQ(temporaryFiles(), 0U); }
+    ~SplitRawData() override { EXPECT_TRUE(temporaryFiles().empty()); }
 
     std::string served(HVRawDataIterator* cases)
     {
@@ -57,6 +65,31 @@ protected:
         return all;
     }
 
+    /// Fills a file from the first case on.
+    bool filled(HVSplitRawData& data) const
+    {
+        const std::unique_ptr<VEXA_InputCaseIterator> cases(source.MakeIterator(nullptr));
+        cases->NextCase();
+        return data.FillDataFile(*cases);
+    }
+
+    /// A file that has failed says so in each of its operations, and has told why in one line.
+    void expectFailed(HVSplitRawData& data, const std::string& why, int level)
+    {
+        const auto lines = HostJournal::instance().entries(HostJournal::Kind::Error);
+        ASSERT_EQ(lines.size(), 1U);
+        EXPECT_NE(lines[0].text.find(why), std::string::npos) << lines[0].text;
+        EXPECT_EQ(lines[0].show, 2);
+        EXPECT_EQ(lines[0].level, level);
+        EXPECT_EQ(data.CreateHVRawDataIter("c", kWeightRound, true, nullptr, false), nullptr);
+        EXPECT_FALSE(data.ClearHVRawDataIter());
+        EXPECT_FALSE(data.AddNewCase(nullptr));
+        EXPECT_FALSE(data.CompleteDataFile());
+        EXPECT_FALSE(filled(data));
+        EXPECT_EQ(HostJournal::instance().entries(HostJournal::Kind::Error).size(), 1U);
+        HostJournal::instance().clear();
+    }
+
     MemorySource source;
     ProcedureDataSource procedure;
 };
@@ -66,9 +99,9 @@ TEST_F(SplitRawData, ServesOneGroupAfterTheOther)
     const std::unique_ptr<VEXA_InputCaseIterator> cases(procedure.MakeIterator(nullptr));
     auto& groups = dynamic_cast<ProcDSIterator&>(*cases);
     ASSERT_EQ(cases->NextCase(), 1);
-    const std::pair<const char*, const char*> expected[] = {{"one", "one 1 2 ; one 2 1 ; "},
-                                                            {"two", "two 3 1 ; "}};
-    for (const auto& [group, records] : expected) {
+    const std::tuple<const char*, const char*, double> expected[] = {
+        {"one", "one 1 2 ; one 2 1 ; ", 3}, {"two", "two 3 1 ; ", 1}};
+    for (const auto& [group, records, weight] : expected) {
         HVSplitRawData data(procedure, {0, 1, 2}, {}, false);
         EXPECT_EQ(data.CreateHVRawDataIter("early", kWeightRound, true, nullptr, false), nullptr);
         EXPECT_TRUE(data.IsDataWriteFileOpen());
@@ -82,7 +115,9 @@ TEST_F(SplitRawData, ServesOneGroupAfterTheOther)
         ASSERT_NE(iterator, nullptr);
         EXPECT_EQ(iterator->getName(), "cases");
         EXPECT_TRUE(iterator->GetScoreIteration());
+        EXPECT_TRUE(iterator->GetExcludeUserMissing());
         EXPECT_EQ(served(iterator), records);
+        EXPECT_EQ(iterator->GetWeightNCases(), weight);
         EXPECT_EQ(data.CreateHVRawDataIter("again", kWeightRound, true, nullptr, true), iterator);
         EXPECT_TRUE(data.ClearHVRawDataIter());
         EXPECT_FALSE(data.IsDataReadFileOpen());
@@ -96,12 +131,10 @@ TEST_F(SplitRawData, ServesOneGroupAfterTheOther)
 
 TEST_F(SplitRawData, MakesADictionaryOfItsOwn)
 {
-    const std::unique_ptr<VEXA_InputCaseIterator> cases(source.MakeIterator(nullptr));
-    cases->NextCase();
     HVSplitRawData data(
         source, {1, -1, 0}, {"renamed", "empty", ""},
         {MeasurementLevel::Ordinal, MeasurementLevel::Nominal, MeasurementLevel::Nominal}, true);
-    ASSERT_TRUE(data.FillDataFile(*cases));
+    ASSERT_TRUE(filled(data));
     EXPECT_EQ(data.GetNSysFileCases(), 3);
     EXPECT_EQ(data.GetNRecVars(), 3);
     HVRawDataIterator* iterator =
@@ -112,8 +145,9 @@ TEST_F(SplitRawData, MakesADictionaryOfItsOwn)
     EXPECT_EQ(model.GetField(0)->GetName(), "renamed");
     EXPECT_EQ(model.GetField(0)->GetType(), CFField::Ordinal);
     EXPECT_EQ(model.GetField(2)->GetName(), "group");
-    // The weight is not among the variables: the file is not weighted.
     EXPECT_EQ(served(iterator), "1 - one 1 ; 2 - one 2 ; 3 - two 3 ; ");
+    // The weight is not among the variables: the file is not weighted.
+    EXPECT_EQ(iterator->GetWeightNCases(), 3);
 
     std::vector<std::string> names{"left over"};
     std::vector<std::string> labels{"left over", "too"};
@@ -140,17 +174,102 @@ TEST_F(SplitRawData, FailsForGoodAndSaysWhy)
 {
     HostJournal::instance().clear();
     // Two variables of one name make no dictionary.
-    HVSplitRawData data(source, {1, 1}, {}, false);
-    const auto lines = HostJournal::instance().entries(HostJournal::Kind::Error);
-    ASSERT_EQ(lines.size(), 1U);
-    EXPECT_NE(lines[0].text.find("\"x\""), std::string::npos) << lines[0].text;
-    const std::unique_ptr<VEXA_InputCaseIterator> cases(source.MakeIterator(nullptr));
+    HVSplitRawData twice(source, {1, 1}, {}, false);
+    expectFailed(twice, "\"x\"", kLevelError);
+    source.weight = 0;
+    HVSplitRawData textWeight(source, {1, 0}, {}, false);
+    expectFailed(textWeight, "weight variable \"group\" is a text", kLevelError);
+    source.weight = -1;
+
+    source.readable = 2;
+    HVSplitRawData lost(source, {1}, {}, false);
+    EXPECT_FALSE(filled(lost));
+    EXPECT_EQ(lost.GetBufferCase(), nullptr);
+    expectFailed(lost, "the source is lost", kLevelWarning);
+    source.readable = 3;
+
+    HVSplitRawData vanished(source, {1}, {}, false);
+    ASSERT_TRUE(filled(vanished));
+    ASSERT_EQ(temporaryFiles().size(), 1U);
+    const fs::path file = temporaryFiles()[0];
+    fs::rename(file, file.string() + ".away");
+    EXPECT_EQ(vanished.CreateHVRawDataIter("c", kWeightRound, true, nullptr, false), nullptr);
+    fs::rename(file.string() + ".away", file);
+    expectFailed(vanished, "hvadatafile_", kLevelError);
+}
+
+TEST_F(SplitRawData, AFullDiskFailsAndLeavesNothing)
+{
+    HostJournal::instance().clear();
+    HVSplitRawData data(source, {0, 1, 2}, {}, false);
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit = {};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit full = {64, limit.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &full);
+    const bool isFilled = filled(data);
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, before);
+    EXPECT_FALSE(isFilled);
+    EXPECT_TRUE(temporaryFiles().empty());
+    expectFailed(data, "no room left", kLevelError);
+}
+
+TEST_F(SplitRawData, HoldsOneGroup)
+{
+    HVSplitRawData data(source, {1}, {}, false);
+    EXPECT_FALSE(data.IsDataReadFileOpen());
+    ASSERT_TRUE(filled(data));
+    const std::unique_ptr<VEXA_InputCaseIterator> last(source.MakeIterator(nullptr));
+    for (int i = 0; i < 3; ++i)
+        last->NextCase();
+    EXPECT_FALSE(data.FillDataFile(*last));
+    EXPECT_EQ(std::string(data.GetSplitValues().at(0)->text, 3), "one");
+    HVSplitRawData other(source, {1}, {}, false);
+    EXPECT_FALSE(data.AddNewCase(other.GetBufferCase()));
+    EXPECT_EQ(data.GetNSysFileCases(), 3);
+    CFMetaData fields;
+    fields.AppendField(CFField("days", CFField::Continuous, CFField::Integer, CFField::Target));
+    const ACAVarValidSpecs specs;
+    HVRawDataIterator* iterator =
+        data.CreateHVRawDataIter("c", kWeightTruncate, &specs, &fields, false);
+    ASSERT_NE(iterator, nullptr);
+    EXPECT_EQ(iterator->getMetaData().GetField(0)->GetName(), "days");
+    EXPECT_EQ(iterator->GetFreqWeightAdj(), kWeightTruncate);
+    EXPECT_EQ(iterator->GetVarValidSpecs(), &specs);
+    EXPECT_EQ(served(iterator), "1 ; 2 ; 3 ; ");
+    data.CloseDataReadFile(); // the iterator is left to the end
+    EXPECT_EQ(data.GetHVRawDataIter(), iterator);
+}
+
+TEST_F(SplitRawData, TextsOfACodePageTakeTheirRoadThroughTheFile)
+{
+    const ScopedCodePage page("windows-1252");
+    VEXA_Variable word = text("w\xf6rt", 4);
+    word.SetMissingValues(std::vector<std::string>{"\xe4"});
+    MemorySource latin({word}, {{std::string("\xf6\xf6\xf6\xf6")}, {std::string("\xe4")}});
+    latin.split = {0};
+    HVSplitRawData data(latin, {0}, {}, false);
+    const std::unique_ptr<VEXA_InputCaseIterator> cases(latin.MakeIterator(nullptr));
     cases->NextCase();
-    EXPECT_FALSE(data.FillDataFile(*cases));
-    EXPECT_FALSE(data.AddNewCase(nullptr));
-    EXPECT_FALSE(data.CompleteDataFile());
-    EXPECT_EQ(data.CreateHVRawDataIter("c", kWeightRound, true, nullptr, false), nullptr);
-    EXPECT_FALSE(data.ClearHVRawDataIter());
+    ASSERT_TRUE(data.FillDataFile(*cases));
+    EXPECT_EQ(std::string(data.GetSplitValues().at(0)->text, 4), "\xf6\xf6\xf6\xf6");
+    HVRawDataIterator* iterator = data.CreateHVRawDataIter("c", kWeightRound, true, nullptr, false);
+    ASSERT_NE(iterator, nullptr);
+    EXPECT_EQ(iterator->getMetaData().GetField(0)->GetName(), "wört");
+    EXPECT_EQ(served(iterator), "öööö ; - ; ");
+}
+
+TEST_F(SplitRawData, NamesVariablesWithoutValues)
+{
+    HVSplitRawData data(source, {-1, 1, -1}, {"", "EMPTY_1", ""}, {}, false);
+    ASSERT_TRUE(filled(data));
+    HVRawDataIterator* iterator =
+        data.CreateHVRawDataIter("c", kWeightRound, false, nullptr, false);
+    ASSERT_NE(iterator, nullptr);
+    EXPECT_EQ(iterator->getMetaData().GetField(0)->GetName(), "empty_2");
+    EXPECT_EQ(iterator->getMetaData().GetField(2)->GetName(), "empty_3");
+    EXPECT_EQ(served(iterator), "- 1 - ; - 2 - ; - 3 - ; ");
 }
 
 } // namespace

@@ -15,12 +15,13 @@ class TnDimension;
 ///
 /// A table has no numbers of rows and columns. A dimension, a group or a category that is declared
 /// again with equal text is the one that was declared before, and becomes open again; a cell lies
-/// where the open categories of all dimensions meet.
+/// where the open categories of all dimensions meet. Cells that are told before the last new
+/// dimension lie nowhere in it, and are lost.
 ///
 ///     std::unique_ptr<TnPivotTable> table(heading.PivotTable(title, subtype, true));
-///     std::unique_ptr<TnDimension> rows(table->Dimension(TnString("row"),
-///     TnPivotTable::Unsorted)); std::unique_ptr<TnDimension> columns(
-///         table->Dimension(TnString("col"), TnPivotTable::Unsorted));
+///     const auto sort = TnPivotTable::Unsorted;
+///     std::unique_ptr<TnDimension> rows(table->Dimension(TnString("row"), sort));
+///     std::unique_ptr<TnDimension> columns(table->Dimension(TnString("col"), sort));
 ///     columns->Position(TnDimension::Column, 1, false, false);
 ///     rows->Category(TnString("age"));
 ///     columns->Category(TnString("mean")).Cell(TnNumber(41.5, TnProcedure::GeneralStat()));

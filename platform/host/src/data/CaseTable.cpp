@@ -89,6 +89,8 @@ void CaseTable::flush()
     if (_row == 0)
         return;
     duckdb_data_chunk_set_size(_raw, _row);
+    // Whoever goes on after a failure must not write behind the end.
+    _row = 0;
     if (duckdb_append_data_chunk(_appender, _raw) != DuckDBSuccess) {
         const char* text = duckdb_appender_error(_appender);
         fail(text ? text : "the table takes no more");
@@ -96,7 +98,6 @@ void CaseTable::flush()
     duckdb_data_chunk_reset(_raw);
     for (duckdb_vector vector : _vectors)
         duckdb_vector_ensure_validity_writable(vector);
-    _row = 0;
 }
 
 void CaseTable::finish()

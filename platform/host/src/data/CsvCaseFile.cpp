@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr std::size_t kBlock = 256U * 1024U;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
 /// The file in UTF-8, in a file without a name. A character never lies across a line end, so whole
 /// lines are converted.

@@ -156,8 +156,12 @@ void ParquetOpening::measureTexts()
     for (std::size_t i = 0; i < _names.size(); ++i)
         if (_relation->columns[i].storage == CFField::String && _described[i].width == 0) {
             const std::string& column = _relation->columns[i].sql;
-            sql += (sql.empty() ? "SELECT coalesce(max(strlen(" : ", coalesce(max(strlen(") +
-                   column + ")), 0), count(*) - count(nullif(" + column + ", ''))";
+            sql.append(sql.empty() ? "SELECT" : ",")
+                .append(" coalesce(max(strlen(")
+                .append(column)
+                .append(")), 0), count(*) - count(nullif(")
+                .append(column)
+                .append(", ''))");
             unknown.push_back(i);
         }
     if (unknown.empty())

@@ -9,6 +9,7 @@ namespace {
 std::shared_ptr<const Relation> copyOf(const VEXA_DataSource& source, ErrorMonitor* monitor)
 {
     std::vector<int> widths;
+    widths.reserve(static_cast<std::size_t>(source.ColumnCount()));
     for (int column = 0; column < source.ColumnCount(); ++column)
         widths.push_back(source.GetVariable(column).GetType());
     auto table = std::make_shared<CaseTable>(widths, CaseTableText::Bytes);

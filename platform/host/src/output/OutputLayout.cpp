@@ -20,7 +20,7 @@ std::unique_ptr<icu::Collator> collatorOfHost()
 bool isLess(const icu::Collator* collator, const TnContent& left, const TnContent& right)
 {
     if (left.number && right.number)
-        return std::strong_order(*left.number, *right.number) < 0;
+        return std::is_lt(std::strong_order(*left.number, *right.number));
     if (left.number || right.number)
         return left.number.has_value();
     if (!collator)

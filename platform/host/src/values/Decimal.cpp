@@ -4,15 +4,17 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 
 Decimal::Decimal(double value) : _isNegative(std::signbit(value))
 {
     char text[32];
-    const auto end =
+    const char* end =
         std::to_chars(text, text + sizeof(text), std::fabs(value), std::chars_format::scientific)
             .ptr;
-    const char* sign = std::find(text, end, 'e');
-    std::copy_if(text, const_cast<char*>(sign), std::back_inserter(_digits),
+    const char* begin = text;
+    const char* sign = std::find(begin, end, 'e');
+    std::copy_if(begin, sign, std::back_inserter(_digits),
                  [](char character) { return character != '.'; });
     int exponent = 0;
     std::from_chars(sign + (sign[1] == '+' ? 2 : 1), end, exponent);

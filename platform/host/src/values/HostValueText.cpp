@@ -15,17 +15,14 @@
 namespace {
 
 constexpr std::string_view kMissingText = ".";
+/// More than a number has that is not shown in scientific notation.
+constexpr int kAllDecimals = 40;
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 
 bool isNumeric(const VEXA_Format& format)
 {
     return isNumberFormat(format) || isDateFormat(format);
-}
-
-bool isText(const VEXA_Format& format)
-{
-    return format.type == kFormatString || format.type == kFormatHexString;
 }
 
 int readNumeric(std::string_view text, const VEXA_Format& format, OBS* value)
@@ -46,9 +43,10 @@ std::string valueText(double value, const VEXA_Format& format)
 {
     if (value == kSystemMissing)
         return std::string(format.width > 0 ? kMissingText : "");
-    return isDateFormat(format)
-               ? dateText(value, format)
-               : numberText(value, numberStyle(format), format.decimals, format.width);
+    if (isDateFormat(format))
+        return dateText(value, format);
+    const int decimals = isNumberFormat(format) ? format.decimals : kAllDecimals;
+    return numberText(value, numberStyle(format), decimals, format.width);
 }
 
 int ToString(const OBS* value, const VEXA_Format& format, char* buffer)
@@ -56,7 +54,7 @@ int ToString(const OBS* value, const VEXA_Format& format, char* buffer)
     if (!buffer)
         return kFailed;
     std::memset(buffer, ' ', format.width);
-    if (!value || !(isNumeric(format) || isText(format)))
+    if (!value || !(isNumeric(format) || isTextFormat(format)))
         return kFailed;
     if (format.type == kFormatString) {
         std::memcpy(buffer, value->text, format.width);
@@ -72,7 +70,7 @@ int ToString(const OBS* value, const VEXA_Format& format, char* buffer)
 
 int FromString(const char* text, const VEXA_Format& format, OBS* value)
 {
-    if (!value || !(isNumeric(format) || isText(format)))
+    if (!value || !(isNumeric(format) || isTextFormat(format)))
         return kFailed;
     const std::string_view given = text ? std::string_view(text, format.width) : "";
     if (isNumeric(format))
