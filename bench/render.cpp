@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -61,7 +62,12 @@ double render(TnProcedure& procedure, const std::string& json)
     output.addObjectToOutput("", "", "Table", "Table", OutputOrder::Pivot);
     output.generateOutput("r");
     JNIObjectManager::getManager()->cleanJRef();
-    return watch.milliseconds();
+    const double time = watch.milliseconds();
+    const auto& items = OutputTree::instance().procedures().front()->items;
+    const auto& table = std::get<std::shared_ptr<OutputTable>>(items.at(0));
+    if (table->cells.size() != std::size_t{leaves} * leaves)
+        throw std::runtime_error("bench: cells are missing");
+    return time;
 }
 
 double parse(const std::string& json)
