@@ -1,22 +1,20 @@
 #include "DataFile.h"
 
-#include <unistd.h>
-
-#include <filesystem>
 #include <fstream>
 #include <limits>
 
 #include "CommandFault.h"
 #include "Dataset.h"
+#include "OutputPath.h"
 #include "StandardStreams.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
 #include "support/HVSimpleFile.h"
 #include "support/Paths.h"
 
-namespace fs = std::filesystem;
-
 namespace {
+
+constexpr const char* kNeedsHost = "leave out --direct, --data-model and --max-errors";
 
 /// The path as the engine takes it.
 std::string engineUrl(const std::string& path)
@@ -50,34 +48,6 @@ void refusePassword(const std::string& path, DataKind kind, const std::string& p
                            std::string("leave ") + option + " out, or choose the kind sav");
 }
 
-/// The path of a file to write; a link stays, and what it points to is written. Throws CommandFault
-/// for a place where the file cannot be, or may not.
-std::string destination(const std::string& name, bool mayReplace)
-{
-    checkPath(name);
-    std::error_code error;
-    fs::path path = fs::weakly_canonical(fs::absolute(name), error);
-    if (error)
-        path = fs::absolute(name).lexically_normal();
-    const fs::file_status status = fs::status(path, error);
-    if (fs::is_directory(status))
-        throw CommandFault(ExitStatus::Usage, name + ": this is a folder");
-    const bool isThere = fs::status_known(status) && fs::exists(status);
-    if (isThere && !fs::is_regular_file(status))
-        throw CommandFault(ExitStatus::Usage, name + ": this is not a regular file",
-                           "- stands for standard output");
-    if (isThere && !mayReplace)
-        throw CommandFault(ExitStatus::Usage, name + ": the file exists", "--force replaces it");
-    const fs::path folder = path.parent_path();
-    if (!fs::is_directory(folder, error))
-        throw CommandFault(ExitStatus::JobFailed,
-                           name + ": the folder " + folder.string() + " does not exist");
-    if (access(folder.c_str(), W_OK | X_OK) != 0)
-        throw CommandFault(ExitStatus::JobFailed, name + ": no file can be written in its folder",
-                           "the permissions of the folder do not allow it");
-    return path.string();
-}
-
 } // namespace
 
 InputFile::InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch)
@@ -91,10 +61,20 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
         _dataModel.emplace(_options.dataModel, watch);
     // Documents beside a file, and records to be skipped, are the engine's affair.
     if (!_options.direct && !_dataModel && !_options.maxErrors)
-        _dataset = std::make_unique<Dataset>(_options, _file, _kind, _password);
+        openDataset();
     else if (!_options.encoding.empty())
         throw CommandFault(ExitStatus::Usage, "--encoding: the engine reads UTF-8 only",
-                           "leave out --direct, --data-model and --max-errors");
+                           kNeedsHost);
+    else if (!_options.weight.empty())
+        throw CommandFault(ExitStatus::Usage, "--weight: only the host weighs a dataset",
+                           kNeedsHost);
+}
+
+void InputFile::openDataset()
+{
+    _dataset = std::make_unique<Dataset>(_options, _file, _kind, _password);
+    if (!_options.weight.empty())
+        _dataset->setWeight(_options.weight);
 }
 
 InputFile::~InputFile() = default;
@@ -156,12 +136,12 @@ OutputFile::OutputFile(const OutputOptions& options, FileOptions offered,
 {
     refusePassword(_options.path, _kind, _password, "--out-password");
     if (!_options.dataModel.empty())
-        _options.dataModel = destination(_options.dataModel, _options.force);
+        _options.dataModel = outputPath(_options.dataModel, _options.force);
     if (_options.path == kStandardStream) {
         _collected = std::make_unique<HVSimpleFile>("output", false, true);
         _path = nativePath(_collected->GetGenericPath());
     } else {
-        _path = destination(_options.path, _options.force);
+        _path = outputPath(_options.path, _options.force);
     }
 }
 

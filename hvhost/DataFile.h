@@ -29,7 +29,7 @@ class InputFile
 {
 public:
     /// Throws CommandFault: Input as ReadableFile, Usage for a kind that is not clear and for a
-    /// password that the kind of file does not take.
+    /// password that the kind of file does not take, or a weight that is none.
     InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch);
     ~InputFile();
 
@@ -39,9 +39,11 @@ public:
     void configure(HVLRead& read) const;
     /// The dataset, and the rows that the job is handed; null if the engine reads the file.
     const Dataset* dataset() const { return _dataset.get(); }
+    Dataset* dataset() { return _dataset.get(); }
     HVStatDataIterator* rows() const;
 
 private:
+    void openDataset();
     void configureFile(HVLRead& read) const;
 
     InputOptions _options;
@@ -66,6 +68,8 @@ public:
 
     /// Has the builder write this file.
     void configure(HVLWrite& write) const;
+    /// Whether it tells which field is a weight: by itself, or by a document beside it.
+    bool keepsWeight() const { return _kind != DataKind::Csv || !_options.dataModel.empty(); }
     /// Copies what was written to standard output, if it is to go there.
     void deliver() const;
 

@@ -1,11 +1,14 @@
 #include "Dataset.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "CommandFault.h"
 #include "ErrorText.h"
 #include "ReadableFile.h"
+#include "Text.h"
+#include "data/HVDataModel.h"
 #include "hvl/HVLUpdateDataModel.h"
 #include "support/Paths.h"
 #include "support/Transcoding.h"
@@ -56,7 +59,7 @@ CommandFault inputFault(const ErrorText& error, const ReadableFile& file)
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const std::string& password)
-    : _keepsUserMissing(options.userMissing == "keep")
+    : _keepsUserMissing(options.userMissing == "keep"), _name(file.name())
 {
     UserCaseFileSpec spec;
     spec.Init(FormalizeFilePath(file.path(), false), true, false);
@@ -69,6 +72,9 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     } catch (const ErrorText& error) {
         throw inputFault(error, file);
     }
+    _weight = source().GetWeightVarIndex();
+    for (int i = 0; i < source().GetNSplitVars(); ++i)
+        _split.push_back(source().GetSplitVarIndex(i));
 }
 
 Dataset::~Dataset() = default;
@@ -88,17 +94,60 @@ HVRawDataIterator& Dataset::cases()
     return *_cases;
 }
 
+int Dataset::columnOf(const std::string& name, const std::string& origin) const
+{
+    const int column = source().FindVarIndex(transcodeFromUTF8(name.c_str(), nullptr), 0);
+    if (column >= 0)
+        return column;
+    std::vector<std::string> names;
+    for (int known = 0; known < source().ColumnCount(); ++known)
+        names.push_back(nameOf(known));
+    const std::string nearest = nearestWord(names, name);
+    throw CommandFault(
+        ExitStatus::Usage,
+        (origin.empty() ? _name : origin) + ": there is no variable \"" + name + "\"",
+        nearest.empty() ? "hvhost info lists the variables" : "did you mean " + nearest + "?");
+}
+
+std::string Dataset::nameOf(int column) const
+{
+    return transcodeToUTF8(source().GetVariable(column).GetName().c_str(), nullptr);
+}
+
+CFField::StorageType Dataset::storageOf(int column) const
+{
+    HVDataModel model(source(), false, false, false);
+    return model.getMetaData().GetField(static_cast<std::size_t>(column))->GetStorage();
+}
+
+void Dataset::setWeight(const std::string& name)
+{
+    const std::string origin = "--weight " + name;
+    const int column = columnOf(name, origin);
+    if (storageOf(column) != CFField::Real)
+        throw CommandFault(ExitStatus::Usage, origin + ": a weight is a number, and this is a " +
+                                                  WordOf(storageOf(column)));
+    _weight = column;
+}
+
+void Dataset::setSplit(const std::vector<std::string>& names)
+{
+    _split.clear();
+    for (const std::string& name : names) {
+        _split.push_back(columnOf(name, "--by " + name));
+        if (std::count(_split.begin(), _split.end(), _split.back()) > 1)
+            throw CommandFault(ExitStatus::Usage, "--by " + name + ": it is named twice");
+    }
+}
+
 bool Dataset::complete(HVLUpdateDataModel& update) const
 {
-    const auto nameOf = [this](int column) {
-        return transcodeToUTF8(source().GetVariable(column).GetName().c_str(), nullptr);
-    };
     for (int column = 0; column < source().ColumnCount(); ++column)
         if (_file->IsInteger(column))
             update.Update(nameOf(column), CFField::Integer);
-    if (source().GetWeightVarIndex() >= 0)
-        update.Update(nameOf(source().GetWeightVarIndex()), CFField::FrequencyWeight);
-    for (int i = 0; i < source().GetNSplitVars(); ++i)
-        update.Update(nameOf(source().GetSplitVarIndex(i)), CFField::Split);
+    if (_weight >= 0)
+        update.Update(nameOf(_weight), CFField::FrequencyWeight);
+    for (const int column : _split)
+        update.Update(nameOf(column), CFField::Split);
     return update.SizeOfUpdate() > 0;
 }
