@@ -179,8 +179,9 @@ void HostSession::printMessages(const JobOrigin& origin, const std::string& erro
     HostJournal::instance().clear();
 }
 
-void HostSession::finish() const
+void HostSession::finish()
 {
+    printMessages({}, {});
     if (_options.strict && _warnings > 0)
         throw CommandFault(ExitStatus::Warnings, "done, with warnings");
     log("done");
