@@ -40,10 +40,10 @@ public:
         const VEXA_ValueLabelMap& labels = _variable.GetValueLabels();
         if (!isString())
             return CFValue(numberDatum(value),
-                           transcodeToUTF8(labels.Find(value->number), _converter), 0, 0);
+                           transcodeToUTF8(labels.GetLabel(value->number), _converter), 0, 0);
         std::string text;
         ConvertObsValToStr(value, kMissingTextWidth, text);
-        const std::string label = transcodeToUTF8(labels.Find(text), _converter);
+        const std::string label = transcodeToUTF8(labels.GetLabel(text), _converter);
         return CFValue(textDatum(text), label, 0, 0);
     }
 

@@ -171,6 +171,7 @@ void HVDataModel::UpdateAnalysMetadata(const std::vector<std::string>& names,
                                        const std::vector<MeasurementLevel>& levels, bool fromUTF8)
 {
     std::vector<int> columns;
+    columns.reserve(names.size());
     for (const std::string& name : names)
         columns.push_back(_impl->columnOf(name, fromUTF8));
     UpdateAnalysMetadata(columns, levels);

@@ -1,10 +1,13 @@
 #include "data/HVOutputIteratorFetcher.h"
 
+#include <utility>
+
 #include "bridge/JNIHvlProgram.h"
 #include "bridge/JNIObjectManager.h"
 #include "hvl/HVLFilterFields.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
+#include "runner/ExecutionScope.h"
 #include "runner/HVRunner.h"
 #include "support/HVSimpleFile.h"
 #include "support/Paths.h"
@@ -14,7 +17,10 @@ HVOutputIteratorFetcher::HVOutputIteratorFetcher(HVRunner& runner) : _runner(run
 
 HVOutputIteratorFetcher::~HVOutputIteratorFetcher()
 {
-    Finalize();
+    try {
+        Finalize();
+    } catch (...) { // NOLINT(bugprone-empty-catch): all is released, and nobody can be told
+    }
 }
 
 std::string HVOutputIteratorFetcher::jobText(const std::string& dataPath,
@@ -59,15 +65,15 @@ EmbeddedHV::RowDataIterator* HVOutputIteratorFetcher::Fetch(const std::string& d
     _modelFile = std::make_unique<HVSimpleFile>("outmodel.xml", true, true);
     const std::string text = jobText(dataPath, dataModelPath, type, fields);
     traceHVLFile(text, "HvlJobText", "GetIterator");
-    fetchIterator(text);
+    FetchIterator(text);
     return _iterator;
 }
 
-void HVOutputIteratorFetcher::fetchIterator(const std::string& text)
+void HVOutputIteratorFetcher::FetchIterator(const std::string& text)
 {
+    _runner.prepareHVLJob(text);
     bool succeeded = false;
     try {
-        _runner.prepareHVLJob(text);
         succeeded = _runner.execute();
     } catch (...) {
         succeeded = false;
@@ -80,10 +86,11 @@ void HVOutputIteratorFetcher::fetchIterator(const std::string& text)
 
 void HVOutputIteratorFetcher::Finalize()
 {
-    if (_iterator)
-        _iterator->dispose(JNIObjectManager::getManager()->getEnv());
-    _iterator = nullptr;
+    // Out of the members first, so that all goes even if the engine throws.
+    const std::unique_ptr<HVSimpleFile> dataFile = std::move(_dataFile);
+    const std::unique_ptr<HVSimpleFile> modelFile = std::move(_modelFile);
+    const ExecutionScope execution(_runner);
+    if (auto* const rows = std::exchange(_iterator, nullptr))
+        rows->dispose(JNIObjectManager::getManager()->getEnv());
     _runner.cleanExecution();
-    _modelFile.reset();
-    _dataFile.reset();
 }

@@ -24,7 +24,7 @@ class HVINTEG_EXPORT HVOutputIteratorFetcher
 {
 public:
     /// The form of the file: CSV without a line of names, or HVBF for any other number.
-    enum HVDataFileType
+    enum HVDataFileType : int
     {
         kCsv = 0,
         kHvbf = 1
@@ -37,9 +37,10 @@ public:
     /// Finalize.
     ~HVOutputIteratorFetcher();
 
-    /// Runs the job. Paths are in the host's encoding; an empty data model path stands for none, no
-    /// fields for all. The rows stay the fetcher's; null if the job failed, with everything
-    /// released.
+    /// Runs the job, after a Finalize of what was fetched before. Paths are in the host's encoding;
+    /// an empty data model path stands for none, no fields for all. The rows stay the fetcher's;
+    /// null if the job failed or the engine threw while it ran, with everything released. What is
+    /// thrown before the job runs passes.
     EmbeddedHV::RowDataIterator* Fetch(const std::string& dataPath,
                                        const std::string& dataModelPath, HVDataFileType type,
                                        const std::vector<std::string>& fields);
@@ -49,7 +50,7 @@ public:
 private:
     std::string jobText(const std::string& dataPath, const std::string& dataModelPath,
                         HVDataFileType type, const std::vector<std::string>& fields) const;
-    void fetchIterator(const std::string& text);
+    void FetchIterator(const std::string& text);
 
     HVRunner& _runner;
     EmbeddedHV::RowDataIterator* _iterator = nullptr; ///< the execution's

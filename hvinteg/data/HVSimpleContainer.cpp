@@ -6,16 +6,26 @@
 #include "ExtNameStr.h"
 #include "FileServices.h"
 
-HVSimpleContainer::HVSimpleContainer(const std::string& name, std::string path)
-    : _name(name), _genericPath(std::move(path))
+namespace {
+
+void createEmpty(const ExtNameStr& path)
 {
-    if (_genericPath.empty()) {
+    if (std::FILE* const file = ExtNameStr::fopen(path, "w"))
+        std::fclose(file);
+}
+
+} // namespace
+
+HVSimpleContainer::HVSimpleContainer(const std::string& name, std::string path)
+    : _name(name), _genericPath(std::move(path)), _isTemp(_genericPath.empty())
+{
+    if (_isTemp)
         _genericPath = FormTempName("hvcontfile_");
-        if (std::FILE* const file = ExtNameStr::fopen(ExtNameStr(_genericPath), "w"))
-            std::fclose(file);
-        _isTemp = true;
-    }
-    _absolutePath = ExtNameStr(_genericPath).GetU8();
+    const ExtNameStr file(_genericPath);
+    _absolutePath = file.GetU8();
+    // Last, as only a finished object removes its file.
+    if (_isTemp)
+        createEmpty(file);
 }
 
 HVSimpleContainer::~HVSimpleContainer()

@@ -16,7 +16,7 @@ std::uint64_t trimmedLength(const char* text, int width, bool trimsTabs)
     int at = width - 1;
     while (at > 0 && (text[at] == ' ' || text[at] == '\n' || (trimsTabs && text[at] == '\t')))
         --at;
-    return static_cast<std::uint64_t>(at + 1);
+    return static_cast<std::uint64_t>(at) + 1;
 }
 
 double adjusted(double weight, int adjust)

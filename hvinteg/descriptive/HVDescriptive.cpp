@@ -8,6 +8,7 @@
 #include "bridge/JNIJSONObject.h"
 #include "data/HVRawDataIterator.h"
 #include "data/HVSimpleContainer.h"
+#include "runner/ExecutionScope.h"
 #include "runner/HVRunner.h"
 #include "support/Tracing.h"
 #include "support/ZipReader.h"
@@ -40,7 +41,7 @@ constexpr const char* kSummaries = "<DatasetSummaries>";
 constexpr const char* kTraceLabel = "HVINTEG";
 
 /// A path as the job text wants it.
-std::string transformPath(const std::string& path)
+std::string TransformPath(const std::string& path)
 {
     std::string url = "file:///" + path;
     std::replace(url.begin(), url.end(), '\\', '/');
@@ -54,21 +55,33 @@ std::string removeBackslash(std::string text)
     return text;
 }
 
-std::string outputContainerJson(const HVSimpleContainer& container)
+std::string GetOutputContainerJson(const std::string& name, const std::string& uri)
 {
     JNIJSONObject json;
     json.put("export", true);
-    json.put("name", container.getName().c_str());
-    json.put("uri", transformPath(container.getAbsolutePath()).c_str());
+    json.put("name", name.c_str());
+    json.put("uri", TransformPath(uri).c_str());
     return removeBackslash(json.toString());
 }
 
-std::string inputDataJson(const std::string& name)
+std::string jsonOf(const HVSimpleContainer& container)
+{
+    return GetOutputContainerJson(container.getName(), container.getAbsolutePath());
+}
+
+std::string GetInputDataJson(const std::string& name)
 {
     JNIJSONObject json;
     json.put("dataSource", name.c_str());
     json.put("readErrorThreshold", -1);
     return json.toString();
+}
+
+/// Where a result stands, as the file services spell it: in code pages other than UTF-8 that is not
+/// what the engine was told.
+std::string archiveOf(const HVSimpleContainer& container)
+{
+    return container.getGenericPath();
 }
 
 /// The data model of a result, without the summaries, which its reader does not know. Throws
@@ -90,16 +103,18 @@ void putFields(JNIJSONArray& array, const std::vector<std::string>& fields)
 
 } // namespace
 
-struct HVDescriptive::Impl
+/// The input, the settings, and what the last job left.
+struct HVINTEG_HIDDEN HVDescriptive::Impl
 {
     Impl(HVRunner& owner, HVRawDataIterator* rows, std::string text);
 
     std::string weightField() const;
     void putInputFields(const std::vector<std::string>& fields, const std::string& weight);
     void putDateFields(const std::vector<std::string>& fields, bool standard);
-    std::string jobFor(const HVSimpleContainer& first, const HVSimpleContainer& second);
-    bool run(HVSimpleContainer& first, HVSimpleContainer& second);
-    bool runPrepared(HVSimpleContainer& first, HVSimpleContainer& second);
+    void BuildDescriptiveJson();
+    std::string GetHVL(const HVSimpleContainer& first, const HVSimpleContainer& second);
+    bool RunDescriptive(HVSimpleContainer* first, HVSimpleContainer* second);
+    bool execute();
     bool readModel(const HVSimpleContainer& stat, std::string& model);
     static bool readInterval(const HVSimpleContainer& json, std::string& interval);
 
@@ -113,6 +128,11 @@ struct HVDescriptive::Impl
 
 HVDescriptive::Impl::Impl(HVRunner& owner, HVRawDataIterator* rows, std::string text)
     : runner(owner), iterator(rows), readText(std::move(text))
+{
+    BuildDescriptiveJson();
+}
+
+void HVDescriptive::Impl::BuildDescriptiveJson()
 {
     for (const auto& [key, value] : kDefaultSettings) {
         if (const bool* flag = std::get_if<bool>(&value))
@@ -131,40 +151,40 @@ std::string HVDescriptive::Impl::weightField() const
     return {};
 }
 
-std::string HVDescriptive::Impl::jobFor(const HVSimpleContainer& first,
+std::string HVDescriptive::Impl::GetHVL(const HVSimpleContainer& first,
                                         const HVSimpleContainer& second)
 {
     std::string text = "val deConf = " + settings.toString() + "\n";
-    text +=
-        "val outCon = [" + outputContainerJson(first) + "," + outputContainerJson(second) + "]\n";
-    text += iterator ? "read(" + inputDataJson(iterator->getName()) + ") " : readText;
+    text += "val outCon = [" + jsonOf(first) + "," + jsonOf(second) + "]\n";
+    text += iterator ? "read(" + GetInputDataJson(iterator->getName()) + ") " : readText;
     return text + kStep;
 }
 
-bool HVDescriptive::Impl::runPrepared(HVSimpleContainer& first, HVSimpleContainer& second)
+bool HVDescriptive::Impl::RunDescriptive(HVSimpleContainer* first, HVSimpleContainer* second)
 {
+    if (iterator && iterator->Rewind(false) != 0)
+        return false;
+    jobText = GetHVL(*first, *second);
+    traceHVLFile(jobText, kTraceLabel, "HVDescriptive");
+    const ExecutionScope execution(runner);
     runner.prepareHVLJob(jobText);
     if (iterator)
         runner.addInputIterator(iterator);
-    runner.addOutputContainer(&first);
-    runner.addOutputContainer(&second);
+    runner.addOutputContainer(first);
+    runner.addOutputContainer(second);
+    const bool succeeded = execute();
+    runner.displayAllMessages(true, true);
+    runner.cleanExecution();
+    return succeeded;
+}
+
+bool HVDescriptive::Impl::execute()
+{
     try {
         return runner.execute();
     } catch (...) {
         return false;
     }
-}
-
-bool HVDescriptive::Impl::run(HVSimpleContainer& first, HVSimpleContainer& second)
-{
-    if (iterator && iterator->Rewind(false) != 0)
-        return false;
-    jobText = jobFor(first, second);
-    traceHVLFile(jobText, kTraceLabel, "HVDescriptive");
-    const bool succeeded = runPrepared(first, second);
-    runner.displayAllMessages(true, true);
-    runner.cleanExecution();
-    return succeeded;
 }
 
 void HVDescriptive::Impl::putInputFields(const std::vector<std::string>& fields,
@@ -193,7 +213,7 @@ void HVDescriptive::Impl::putDateFields(const std::vector<std::string>& fields, 
 /// The text of the data model; false leaves it as it was where the archive lacks it.
 bool HVDescriptive::Impl::readModel(const HVSimpleContainer& stat, std::string& model)
 {
-    ZipReader reader(stat.getAbsolutePath());
+    ZipReader reader(archiveOf(stat));
     if (!reader.GotoFile(kStatMember))
         return false;
     if (!reader.ExportString(statXml)) {
@@ -207,7 +227,7 @@ bool HVDescriptive::Impl::readModel(const HVSimpleContainer& stat, std::string& 
 
 bool HVDescriptive::Impl::readInterval(const HVSimpleContainer& json, std::string& interval)
 {
-    ZipReader reader(json.getAbsolutePath());
+    ZipReader reader(archiveOf(json));
     if (!reader.GotoFile(kIntervalMember))
         return false;
     std::string text;
@@ -260,9 +280,9 @@ bool HVDescriptive::BuildMetaData(const std::vector<std::string>* fields, CFMeta
         _impl->settings.put("frequencyWeightField", weight.c_str());
     HVSimpleContainer pmml("PMML", "");
     HVSimpleContainer stat("StatXML", "");
-    if (!_impl->run(pmml, stat))
+    if (!_impl->RunDescriptive(&pmml, &stat))
         return false;
-    ZipReader reader(stat.getAbsolutePath());
+    ZipReader reader(archiveOf(stat));
     if (!reader.GotoFile(kStatMember) || !reader.ExportString(_impl->statXml))
         return false;
     traceXMLFile(_impl->statXml, kTraceLabel,
@@ -290,7 +310,7 @@ bool HVDescriptive::UpdateDateModel(const std::vector<std::string>* inputFields,
     _impl->settings.put("maxNOfDistinctValues", maxDistinctValues);
     HVSimpleContainer json("JSON", "");
     HVSimpleContainer stat("StatXML", "");
-    if (!_impl->run(json, stat))
+    if (!_impl->RunDescriptive(&json, &stat))
         return false;
     bool result = true;
     if (inputFields->empty())
@@ -302,4 +322,14 @@ bool HVDescriptive::UpdateDateModel(const std::vector<std::string>* inputFields,
         return result;
     }
     return Impl::readInterval(json, timeInterval);
+}
+
+const std::string& HVDescriptive::GetStatXML() const
+{
+    return _impl->statXml;
+}
+
+const std::string& HVDescriptive::GetHVLJob() const
+{
+    return _impl->jobText;
 }

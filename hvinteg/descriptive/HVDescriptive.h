@@ -19,8 +19,9 @@ class HVRunner;
 ///     if (descriptive.BuildMetaData(&fields, model, 100, true)) ...
 ///
 /// Each operation runs one job, shows its messages and ends its execution; settings stay from one
-/// to the next. Names are UTF-8. The thread is the runner's; what Java throws while a job is
-/// composed passes.
+/// to the next, until HVRunner::cleanJRef releases them: the object is not used after that. Names
+/// are UTF-8. The thread is the runner's. What Java or the engine throws before the job runs
+/// passes.
 class HVINTEG_EXPORT HVDescriptive
 {
 public:
@@ -36,6 +37,11 @@ public:
     /// Put a setting of the engine's component, in place of an earlier one of that key.
     void SetDESetting(const std::string& key, const std::string& value);
     void SetDESetting(const std::string& key, const bool& value);
+    /// A literal would otherwise become true.
+    void SetDESetting(const std::string& key, const char* value)
+    {
+        SetDESetting(key, std::string(value));
+    }
     /// Without effect for a number that is not above 0.
     void SetNThreads(int threads);
 

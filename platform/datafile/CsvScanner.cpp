@@ -11,9 +11,9 @@
 namespace datafile {
 namespace {
 
-constexpr std::size_t kBufferSize = 64U * 1024U;
+constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
 /// The database's reader gives up on longer lines as well.
-constexpr std::size_t kLongestRecord = 64U * 1024U * 1024U;
+constexpr std::size_t kLongestRecord = std::size_t{64} * 1024 * 1024;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool isLineEnd(char character)

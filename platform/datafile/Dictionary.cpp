@@ -14,7 +14,10 @@
 namespace datafile {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = nlohmann::json;
+/// Keeps the order in which a text is easy to read. Not for reading: the search for a key takes as
+/// long as the object has keys.
+using OrderedJson = nlohmann::ordered_json;
 
 constexpr int kSchema = 1;
 /// A dictionary is flat: nothing in it lies deeper than a value label.
@@ -22,7 +25,6 @@ constexpr int kDeepest = 8;
 constexpr std::string_view kLevels[] = {"unknown", "nominal", "ordinal", "scale"};
 constexpr std::string_view kRoles[] = {"input", "target", "both", "none", "partition", "recordId"};
 constexpr std::string_view kTypes[] = {"number", "text"};
-constexpr std::size_t kMostMissing = 3;
 
 /// What is wrong with a text, before it is known whose text it is.
 struct Wrong
@@ -30,30 +32,30 @@ struct Wrong
     std::string what;
 };
 
-Json jsonOf(const DictionaryValue& value)
+OrderedJson jsonOf(const DictionaryValue& value)
 {
-    return std::visit([](const auto& content) { return Json(content); }, value);
+    return std::visit([](const auto& content) { return OrderedJson(content); }, value);
 }
 
-Json jsonOf(const DictionaryFormat& format)
+OrderedJson jsonOf(const DictionaryFormat& format)
 {
     return {{"type", format.type}, {"width", format.width}, {"decimals", format.decimals}};
 }
 
-Json jsonOf(const DictionaryMissing& missing)
+OrderedJson jsonOf(const DictionaryMissing& missing)
 {
-    Json json = Json::object();
+    OrderedJson json = OrderedJson::object();
     if (missing.hasRange)
-        json["range"] = {{"from", missing.from ? Json(*missing.from) : Json()},
-                         {"to", missing.to ? Json(*missing.to) : Json()}};
+        json["range"] = {{"from", missing.from ? OrderedJson(*missing.from) : OrderedJson()},
+                         {"to", missing.to ? OrderedJson(*missing.to) : OrderedJson()}};
     for (const DictionaryValue& value : missing.values)
         json["values"].push_back(jsonOf(value));
     return json;
 }
 
-Json jsonOf(const DictionaryVariable& variable)
+OrderedJson jsonOf(const DictionaryVariable& variable)
 {
-    Json json = {{"name", variable.name}};
+    OrderedJson json = {{"name", variable.name}};
     if (!variable.label.empty())
         json["label"] = variable.label;
     if (variable.isText)
@@ -161,7 +163,8 @@ DictionaryFormat formatIn(const Json& json, const char* key)
         format.width = static_cast<std::uint16_t>(countIn(*found, "width", 65535));
         format.decimals = static_cast<std::uint8_t>(countIn(*found, "decimals", 255));
     }
-    return format;
+    // Without a type there is no format, whatever else is said of it.
+    return format.type != 0 ? format : DictionaryFormat();
 }
 
 std::optional<double> endIn(const Json& range, const char* key)
@@ -190,7 +193,7 @@ DictionaryMissing missingIn(const Json& json, bool isString)
         missing.from = endIn(*range, "from");
         missing.to = endIn(*range, "to");
     }
-    if (missing.values.size() > (missing.hasRange ? 1 : kMostMissing))
+    if (missing.values.size() > missing.mostValues())
         throw Wrong{"there are too many missing values"};
     return missing;
 }
@@ -274,24 +277,24 @@ Dictionary read(const Json& json)
 
 std::string dictionaryText(const Dictionary& dictionary)
 {
-    Json json = {{"schema", kSchema}, {"encoding", dictionary.encoding}};
+    OrderedJson json = {{"schema", kSchema}, {"encoding", dictionary.encoding}};
     if (!dictionary.weight.empty())
         json["weight"] = dictionary.weight;
     if (!dictionary.split.empty())
         json["split"] = dictionary.split;
     if (!dictionary.documents.empty())
         json["documents"] = dictionary.documents;
-    json["variables"] = Json::array();
+    json["variables"] = OrderedJson::array();
     for (const DictionaryVariable& variable : dictionary.variables)
         json["variables"].push_back(jsonOf(variable));
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+    return json.dump(-1, ' ', false, OrderedJson::error_handler_t::replace);
 }
 
 Dictionary dictionaryOf(const std::string& text, const std::string& origin)
 {
     const auto fault = [&](const std::string& what) {
         return Fault(faults::kDataModel,
-                     "the dictionary of " + origin + " cannot be used: " + what);
+                     "read: " + origin + ": the dictionary cannot be used: " + what);
     };
     try {
         const auto bounded = [](int depth, Json::parse_event_t, const Json&) {

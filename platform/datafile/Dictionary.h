@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -22,6 +23,8 @@ struct DictionaryFormat
     std::uint8_t type = 0; ///< 0: none is known
     std::uint16_t width = 0;
     std::uint8_t decimals = 0;
+
+    friend bool operator==(const DictionaryFormat&, const DictionaryFormat&) = default;
 };
 
 enum class DictionaryLevel
@@ -42,7 +45,7 @@ enum class DictionaryRole
     RecordId
 };
 
-/// Values that stand for a missing one: single ones, or a range with at most one more. An end that
+/// Values that stand for a missing one: up to three, or a range with at most one more. An end that
 /// is absent means that the range is open there.
 struct DictionaryMissing
 {
@@ -52,6 +55,8 @@ struct DictionaryMissing
     std::optional<double> to;
 
     bool empty() const { return values.empty() && !hasRange; }
+    std::size_t mostValues() const { return hasRange ? 1 : 3; }
+    friend bool operator==(const DictionaryMissing&, const DictionaryMissing&) = default;
 };
 
 struct DictionaryVariable
@@ -67,6 +72,8 @@ struct DictionaryVariable
     DictionaryFormat write;
     std::vector<std::pair<DictionaryValue, std::string>> valueLabels;
     DictionaryMissing missing;
+
+    friend bool operator==(const DictionaryVariable&, const DictionaryVariable&) = default;
 };
 
 /// What a SAV file says about its columns. All texts are UTF-8; docs/sav.md describes the form.
@@ -77,6 +84,8 @@ struct Dictionary
     std::vector<std::string> split;
     std::vector<std::string> documents;
     std::vector<DictionaryVariable> variables;
+
+    friend bool operator==(const Dictionary&, const Dictionary&) = default;
 };
 
 /// The text of a dictionary.

@@ -200,8 +200,8 @@ TEST(SavFile, WhatNoNumeralSaysIsLeftOutOfTheDictionary)
     labels.SetLabel(nan, "none");
     labels.SetLabel(kInfinity, "endless");
     labels.SetLabel(1, "one");
-    EXPECT_STREQ(labels.Find(nan), "none");
-    EXPECT_STREQ(labels.Find(1), "one");
+    EXPECT_STREQ(labels.GetLabel(nan), "none");
+    EXPECT_STREQ(labels.GetLabel(1), "one");
     VEXA_Variable described = variable("v");
     described.SetValueLabels(labels);
     described.SetMissingValues(std::vector<double>{nan, 2, -kInfinity});

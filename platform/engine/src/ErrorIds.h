@@ -56,6 +56,7 @@ inline constexpr const char* kAppendMismatch = "HVEIO0014E";    ///< fields do n
 inline constexpr const char* kIteratorModel = "HVEIO0018E";  ///< the data model of a row iterator
 inline constexpr const char* kIteratorFailed = "HVEIO0019E"; ///< a row iterator threw
 inline constexpr const char* kIteratorValue = "HVEIO0020E";  ///< a value without a place
+inline constexpr const char* kMissingCut = "HVEIO0021W"; ///< more missing values than a file has
 
 // RT: while a job runs.
 inline constexpr const char* kQueryFailed = "HVERT0001E"; ///< the database gave up, see the detail

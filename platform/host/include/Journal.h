@@ -22,7 +22,7 @@ public:
         Error,     ///< text, show and level of TnError
         Note,      ///< text: the key of a parser message
         Interrupt, ///< text: "set" or "clear", a handler; "fire", the user stopped a job
-        Output     ///< text: the name of another call: output, measurement levels
+        Output     ///< text: another call: charts and views, measurement levels
     };
     /// Texts are UTF-8.
     struct Entry

@@ -45,3 +45,9 @@ enum VEXA_FormatType : std::uint8_t
     kFormatTimeMinutesFirst = 85,
     kFormatDateTimeYearFirst = 86
 };
+
+/// Whether a format is one of texts; their width in bytes, or twice that for hexadecimal digits.
+inline bool isTextFormat(const VEXA_Format& format)
+{
+    return format.type == kFormatString || format.type == kFormatHexString;
+}

@@ -22,8 +22,8 @@ public:
     bool empty() const { return _data->entries.empty(); }
     std::size_t size() const { return _data->entries.size(); }
     /// Null if the value has no label. Trailing blanks of a text do not count.
-    const char* Find(double value) const;
-    const char* Find(const std::string& text) const;
+    const char* GetLabel(double value) const;
+    const char* GetLabel(const std::string& text) const;
 
     /// Starts the iteration over; the next pair, or false at the end. What the two point to lasts
     /// as long as this map is not changed.

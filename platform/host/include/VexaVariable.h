@@ -41,6 +41,8 @@ public:
     const std::string& GetName() const { return _name; }
     /// Null if the variable has no label.
     const char* GetLabel() const { return _label.empty() ? nullptr : _label.c_str(); }
+    /// The label, or the name of a variable without one.
+    const std::string& GetPreferredLabel() const { return _label.empty() ? _name : _label; }
     /// 0 for a numeric variable, the width in bytes for a string variable.
     int GetType() const { return _type; }
     /// The print format, as the dictionary has it, and in full where the two differ.

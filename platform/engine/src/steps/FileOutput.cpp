@@ -39,6 +39,7 @@ FileOutput::FileOutput(JobContext& context, FileOutputSettings settings, Fields 
 
 std::string FileOutput::statement(const std::string& select)
 {
+    reportCutMissing();
     std::string path = _data.path();
     if (!_settings.password.empty()) {
         try {
@@ -57,6 +58,19 @@ std::string FileOutput::statement(const std::string& select)
     else
         options += "FORMAT PARQUET, KV_METADATA {" + describedFields() + "}";
     return "COPY (" + select + ") TO " + quotedLiteral(path) + " (" + options + ")";
+}
+
+void FileOutput::reportCutMissing() const
+{
+    if (_settings.kind != FileKind::Sav)
+        return;
+    for (const CFField& field : _fields)
+        if (!holdsMissingValues(field))
+            _context.message(errors::kMissingCut,
+                             std::string(kStep) + ": " + _settings.path + ": the field \"" +
+                                 field.GetName() +
+                                 "\" has more single missing values than a SAV file holds; the "
+                                 "first are kept");
 }
 
 /// What the file says of its fields, as an entry of its metadata.

@@ -35,6 +35,7 @@ public:
 private:
     void seal();
     std::string describedFields() const;
+    void reportCutMissing() const;
 
     JobContext& _context;
     FileOutputSettings _settings;

@@ -24,7 +24,7 @@ namespace {
 namespace duck = datafile::duck;
 
 /// How many values of a row group are held while a file is written.
-constexpr std::size_t kValuesPerRowGroup = 4U * 1024U * 1024U;
+constexpr std::size_t kValuesPerRowGroup = std::size_t{4} * 1024 * 1024;
 constexpr std::size_t kMostRowsPerGroup = 122880;
 constexpr std::size_t kLeastRowsPerGroup = 2048;
 constexpr int kWidestText = 32767;

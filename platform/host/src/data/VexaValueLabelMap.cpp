@@ -57,7 +57,7 @@ void VEXA_ValueLabelMap::SetLabel(const std::string& text, std::string label)
     set(unitsOfText(text, _data->width), std::move(label));
 }
 
-const char* VEXA_ValueLabelMap::Find(double value) const
+const char* VEXA_ValueLabelMap::GetLabel(double value) const
 {
     OBS unit{};
     unit.number = value;
@@ -65,7 +65,7 @@ const char* VEXA_ValueLabelMap::Find(double value) const
     return entry ? entry->label.c_str() : nullptr;
 }
 
-const char* VEXA_ValueLabelMap::Find(const std::string& text) const
+const char* VEXA_ValueLabelMap::GetLabel(const std::string& text) const
 {
     const std::size_t length = trimmedLength(text);
     if (_data->width == 0 || length > unitsOfWidth(_data->width) * sizeof(OBS))

@@ -1,6 +1,5 @@
 #include "output/StringTable.h"
 
-#include <map>
 #include <mutex>
 #include <vector>
 
@@ -10,36 +9,34 @@
 #include "FileServices.h"
 #include "PathFactory.h"
 
-namespace {
-
-using Table = std::map<std::string, std::string>;
-
-// A file that is not there, or is no table, translates nothing: a message in English is better than
-// none.
-Table readTable(const std::string& file)
+std::optional<StringTable> readStringTable(const std::string& file)
 {
     std::string content;
-    Table table;
     if (!FetchFile::fetch(file, content))
-        return table;
+        return std::nullopt;
     const auto json = nlohmann::json::parse(content, nullptr, false);
     if (!json.is_object())
-        return table;
+        return std::nullopt;
+    StringTable table;
     for (const auto& [key, text] : json.items())
         if (text.is_string())
             table.emplace(key, text.get<std::string>());
     return table;
 }
 
-// Tables are kept by file name, since installation and locale may change.
-const Table& tableOf(const std::string& file)
+namespace {
+
+// Tables are kept by file name, since installation and locale may change. A file that is not there,
+// or is no table, translates nothing: a message in English is better than none.
+const StringTable& tableOf(const std::string& file)
 {
     static std::mutex mutex;
-    static std::map<std::string, Table> tables;
+    static std::map<std::string, StringTable> tables;
     const std::lock_guard lock(mutex);
     const auto found = tables.find(file);
-    return found != tables.end() ? found->second
-                                 : tables.emplace(file, readTable(file)).first->second;
+    return found != tables.end()
+               ? found->second
+               : tables.emplace(file, readStringTable(file).value_or(StringTable())).first->second;
 }
 
 std::vector<std::string> languages()
@@ -55,7 +52,7 @@ std::string translate(const std::string& key)
     const std::string folder =
         PathFactory::getPathInstance()->getInstallationPath() + "\\strings\\";
     for (const std::string& language : languages()) {
-        const Table& table = tableOf(folder + language + ".json");
+        const StringTable& table = tableOf(folder + language + ".json");
         if (const auto found = table.find(key); found != table.end())
             return found->second;
     }

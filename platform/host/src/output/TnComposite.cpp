@@ -1,23 +1,23 @@
 #include <utility>
 
-#include "TnOutput.h"
+#include "TnStrings.h"
 #include "output/CompositeFormat.h"
-#include "output/CurrentProcedure.h"
+#include "output/LiveHeadings.h"
 #include "output/StringTable.h"
 
 struct TnComposite::Impl
 {
     std::string format;
-    bool translate = false;
+    bool isTableKey = false;
     std::vector<CompositePart> parts;
     bool inSublist = false;
     bool finished = false;
 };
 
-TnComposite::TnComposite(std::string format, bool translate) : _impl(std::make_unique<Impl>())
+TnComposite::TnComposite(std::string format, bool stringTableKey) : _impl(std::make_unique<Impl>())
 {
     _impl->format = std::move(format);
-    _impl->translate = translate;
+    _impl->isTableKey = stringTableKey;
 }
 
 TnComposite::TnComposite(const TnComposite& other) : _impl(std::make_unique<Impl>(*other._impl)) {}
@@ -44,7 +44,7 @@ void TnComposite::EndSublist()
     _impl->inSublist = false;
 }
 
-void TnComposite::Add(const TnText& text)
+void TnComposite::Add(const TnCellText& text)
 {
     if (_impl->finished)
         return;
@@ -60,13 +60,16 @@ void TnComposite::Finish()
     _impl->finished = true;
 }
 
-std::string TnComposite::text() const
+TnContent TnComposite::content() const
 {
-    const std::string format = _impl->translate ? ::translate(_impl->format) : _impl->format;
-    return fillComposite(format, _impl->parts);
+    TnContent content;
+    content.key = _impl->isTableKey ? _impl->format : std::string();
+    content.text =
+        fillComposite(_impl->isTableKey ? translate(_impl->format) : _impl->format, _impl->parts);
+    return content;
 }
 
-std::unique_ptr<TnText> TnComposite::clone() const
+std::unique_ptr<TnCellText> TnComposite::clone() const
 {
     return std::make_unique<TnComposite>(*this);
 }

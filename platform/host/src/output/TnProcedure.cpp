@@ -1,31 +1,21 @@
-#include "TnOutput.h"
+#include <utility>
 
-#include <mutex>
-
+#include "OutputTree.h"
+#include "TnHeading.h"
 #include "VexaDataSource.h"
-#include "output/CurrentProcedure.h"
+#include "output/LiveHeadings.h"
 #include "text/CodePage.h"
 
 namespace {
 
-/// The procedures that are alive, the current one last. They need not end in the order in which
-/// they began.
-struct LiveProcedures
-{
-    std::mutex mutex;
-    std::vector<const TnProcedure*> procedures;
-};
+constexpr std::uint16_t kWidth = 40;
 
-LiveProcedures& live()
+std::shared_ptr<OutputHeading> procedureNode(const std::string& name)
 {
-    static LiveProcedures instance;
-    return instance;
-}
-
-std::string textAt(const std::vector<std::string>& texts, int position)
-{
-    const auto index = static_cast<std::size_t>(position);
-    return position >= 0 && index < texts.size() ? hostToUtf8(texts[index]) : std::string();
+    auto node = std::make_shared<OutputHeading>();
+    node->text.text = hostToUtf8(name);
+    OutputTree::instance().add(nullptr, node);
+    return node;
 }
 
 } // namespace
@@ -38,18 +28,18 @@ struct TnProcedure::Impl
 };
 
 TnProcedure::TnProcedure(std::string name, ProcedureDataSource* dataSource)
-    : _impl(std::make_unique<Impl>())
+    : TnHeading(procedureNode(name)), _impl(std::make_unique<Impl>())
 {
     _impl->name = std::move(name);
     _impl->given = dataSource;
-    const std::lock_guard lock(live().mutex);
-    live().procedures.push_back(this);
+    beginProcedure(*this);
 }
 
 TnProcedure::~TnProcedure()
 {
-    const std::lock_guard lock(live().mutex);
-    std::erase(live().procedures, this);
+    // Before the data source goes, which others may ask for the split group.
+    endHeading(*this);
+    OutputTree::instance().removeEmpty(*node());
 }
 
 const std::string& TnProcedure::Name() const
@@ -62,15 +52,17 @@ ProcedureDataSource& TnProcedure::DataSource() const
     return _impl->given ? *_impl->given : _impl->empty;
 }
 
-std::vector<std::pair<std::string, std::string>> currentSplitList()
+TnFormatSpec TnProcedure::Count()
 {
-    const std::lock_guard lock(live().mutex);
-    std::vector<std::pair<std::string, std::string>> list;
-    if (live().procedures.empty())
-        return list;
-    const ProcedureDataSource& source = live().procedures.back()->DataSource();
-    for (int i = 0; i < source.GetNSplitVars(); ++i)
-        list.emplace_back(textAt(source.ColumnNames(), source.GetSplitVarIndex(i)),
-                          textAt(source.SplitValues(), i));
-    return list;
+    return TnFormatSpec({kWidth, kFormatNumber, 0});
+}
+
+TnFormatSpec TnProcedure::GeneralStat()
+{
+    return TnFormatSpec({kWidth, kFormatGeneral, 3});
+}
+
+TnFormatSpec TnProcedure::Percent()
+{
+    return TnFormatSpec({kWidth, kFormatPercent, 1});
 }

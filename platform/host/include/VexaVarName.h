@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string>
+
+/// The name of a variable, in the host's encoding.
+using VexaVarName = std::string;

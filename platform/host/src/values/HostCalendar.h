@@ -1,0 +1,36 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+/// The host's calendar: seconds since 1582-10-14, and what they are in days. Days before the first
+/// one are counted on backwards.
+
+inline constexpr double kSecondsPerDay = 86400;
+inline constexpr int kMonths = 12;
+inline constexpr int kWeekdays = 7;
+
+inline constexpr std::array<std::string_view, kMonths> kMonthNames{
+    "JANUARY", "FEBRUARY", "MARCH",     "APRIL",   "MAY",      "JUNE",
+    "JULY",    "AUGUST",   "SEPTEMBER", "OCTOBER", "NOVEMBER", "DECEMBER"};
+inline constexpr std::array<std::string_view, kWeekdays> kWeekdayNames{
+    "SUNDAY", "MONDAY", "TUESDAY", "WEDNESDAY", "THURSDAY", "FRIDAY", "SATURDAY"};
+
+/// The day that a moment lies in; nothing outside of the years 1 to 9999.
+std::optional<std::chrono::sys_days> dayOfSeconds(double seconds);
+double secondsOfDay(std::chrono::sys_days day);
+
+/// From 1.
+int dayOfYear(std::chrono::sys_days day);
+std::chrono::sys_days firstOfYear(int year);
+
+/// Years are written in two digits, and read so, from 1940 to 2039.
+bool hasShortYear(int year);
+int yearOfShort(int digits);
+
+/// The number, from 1, of the month or weekday that a word of at least three letters begins.
+std::optional<int> monthOfName(std::string_view upper);
+std::optional<int> weekdayOfName(std::string_view upper);

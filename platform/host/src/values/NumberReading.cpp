@@ -1,0 +1,65 @@
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "values/NumberText.h"
+#include "values/TextParts.h"
+
+namespace {
+
+std::optional<double> readWord(std::string_view text)
+{
+    const std::string word = upperCase(text);
+    if (word == "INF" || word == "INFINITY")
+        return std::numeric_limits<double>::infinity();
+    if (word == "NAN")
+        return std::numeric_limits<double>::quiet_NaN();
+    return std::nullopt;
+}
+
+bool takeSign(std::string_view& text)
+{
+    const bool isNegative = !text.empty() && text.front() == '-';
+    if (isNegative || (!text.empty() && text.front() == '+'))
+        text.remove_prefix(1);
+    return isNegative;
+}
+
+// The amount in the spelling that from_chars reads; empty if the style does not know a character.
+std::string plainAmount(std::string_view text, const NumberStyle& style)
+{
+    std::string plain;
+    bool isWhole = true;
+    for (const char character : text) {
+        if (isWhole && style.groupSign != 0 && character == style.groupSign)
+            continue;
+        const bool isDecimalSign = character == style.decimalSign;
+        if (!isDecimalSign && (character == '.' || character == ','))
+            return {};
+        isWhole = isWhole && character >= '0' && character <= '9';
+        plain += isDecimalSign ? '.' : character;
+    }
+    return plain;
+}
+
+} // namespace
+
+std::optional<double> readNumber(std::string_view text, const NumberStyle& style)
+{
+    const bool isNegative = takeSign(text);
+    if (!style.prefix.empty() && text.starts_with(style.prefix))
+        text.remove_prefix(style.prefix.size());
+    if (!style.suffix.empty() && text.ends_with(style.suffix))
+        text.remove_suffix(style.suffix.size());
+    std::optional<double> number = readWord(text);
+    if (!number) {
+        const std::string amount = plainAmount(text, style);
+        const char* end = amount.data() + amount.size();
+        double value = 0;
+        const auto [stop, error] = std::from_chars(amount.data(), end, value);
+        if (amount.empty() || amount.front() == '-' || error != std::errc() || stop != end)
+            return std::nullopt;
+        number = value;
+    }
+    return isNegative ? -*number : *number;
+}

@@ -1,0 +1,67 @@
+#include "values/NumberStyle.h"
+
+#include <string>
+
+#include <unicode/dcfmtsym.h>
+
+#include "CFAppHost.h"
+
+namespace {
+
+char readDecimalSign(const std::string& locale)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::DecimalFormatSymbols symbols(icu::Locale(locale.c_str()), status);
+    const bool isComma =
+        U_SUCCESS(status) &&
+        symbols.getConstSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol) == u',';
+    return isComma ? ',' : '.';
+}
+
+// Numbers come by the million and the locale changes hardly ever, so each thread keeps the last.
+char localeDecimalSign()
+{
+    thread_local const std::string* known = nullptr;
+    thread_local char sign = '.';
+    const std::string& locale = CFAppHost::getInstance()->getLocale();
+    if (known != &locale) {
+        sign = readDecimalSign(locale);
+        known = &locale;
+    }
+    return sign;
+}
+
+} // namespace
+
+bool isNumberFormat(const VEXA_Format& format)
+{
+    switch (format.type) {
+    case kFormatComma:
+    case kFormatDollar:
+    case kFormatNumber:
+    case kFormatPercent:
+    case kFormatDot:
+    case kFormatGeneral:
+        return true;
+    default:
+        return false;
+    }
+}
+
+NumberStyle numberStyle(const VEXA_Format& format)
+{
+    switch (format.type) {
+    case kFormatComma:
+        return {.decimalSign = '.', .groupSign = ','};
+    case kFormatDollar:
+        return {.decimalSign = '.', .groupSign = ',', .prefix = "$"};
+    case kFormatDot:
+        return {.decimalSign = ',', .groupSign = '.'};
+    case kFormatNumber:
+        return {.decimalSign = localeDecimalSign()};
+    case kFormatPercent:
+        return {.decimalSign = localeDecimalSign(), .suffix = "%"};
+    default:
+        return {.decimalSign = localeDecimalSign(), .dropsZeros = true};
+    }
+}
