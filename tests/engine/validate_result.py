@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Validates result documents: validate_result.py SCHEMA DOCUMENT...
 
-With --documentation FILE in place of documents, the first JSON example of the file has to be valid,
-and has to become invalid by each of some slips of the pen: a schema that takes anything tells nothing.
+With --documentation FILE in place of documents, the first JSON example of the file has to be
+valid, and has to become invalid by each of some slips of the pen: a schema that takes anything
+tells nothing.
 """
 import copy
 import json
@@ -13,6 +14,7 @@ import sys
 import jsonschema
 
 TABLE = ("frequencies", "tables", "sex")
+CELLS = (*TABLE, "cells", 0, "cells", "compactCells")
 SLIPS = {
     "a field without a name": (("dataModel", "fields", 0, "id"), None),
     "a value label with a fraction": (("dataModel", "fields", 0, "valueLabels", "values", 0), 1.5),
@@ -22,8 +24,8 @@ SLIPS = {
     "a severity of its own": (("frequencies", "notifications", 0, "severity"), "Bad"),
     "a key that is misspelt": ((*TABLE, "footnote"), []),
     "no table id": ((*TABLE, "tableId"), ""),
-    "a cell key with a quotation mark": ((*TABLE, "cells", 0, "cells", "compactCells", "index"), '"0'),
-    "a cell that is an object": ((*TABLE, "cells", 0, "cells", "compactCells", "value", 0), {}),
+    "a cell key with a quotation mark": ((*CELLS, "index"), '"0'),
+    "a cell that is an object": ((*CELLS, "value", 0), {}),
     "decimals in words": ((*TABLE, "formats", 0, "format", "decimals"), "two"),
     "a role that is none": ((*TABLE, "dimensions", 0, "role"), "rows"),
 }
@@ -67,9 +69,11 @@ def main():
     jsonschema.Draft202012Validator.check_schema(schema)
     validator = jsonschema.Draft202012Validator(schema)
     if rest[0] == "--documentation":
-        faults = list(documentation_faults(validator, pathlib.Path(rest[1]).read_text(encoding="utf-8")))
+        text = pathlib.Path(rest[1]).read_text(encoding="utf-8")
+        faults = list(documentation_faults(validator, text))
     else:
-        faults = [fault for name in rest for fault in document_faults(validator, pathlib.Path(name))]
+        paths = map(pathlib.Path, rest)
+        faults = [fault for path in paths for fault in document_faults(validator, path)]
     for fault in faults:
         print(fault)
     return 1 if faults else 0
