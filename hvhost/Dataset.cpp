@@ -93,7 +93,7 @@ void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFFiel
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const std::string& password)
-    : _readable(file)
+    : _preload(std::async(std::launch::async, PreloadCaseFiles)), _readable(file)
 {
     UserCaseFileSpec spec;
     spec.Init(FormalizeFilePath(file.path(), false), true, false);
