@@ -152,5 +152,6 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
         output->deliver();
     else
         showResult(session, scratch.GetFileName(), options, watch);
+    input.finish();
     session.finish();
 }

@@ -109,14 +109,6 @@ HVRawDataIterator* CaseGroups::next()
     return isSplit() ? nextGroup() : allCases();
 }
 
-void CaseGroups::configure(HVRawDataIterator& cases) const
-{
-    if (!_dataset.keepsUserMissing())
-        return;
-    cases.SetExcludeUserMissing(false);
-    cases.UpdateUserMissing();
-}
-
 HVRawDataIterator* CaseGroups::allCases()
 {
     if (_all)
@@ -125,7 +117,6 @@ HVRawDataIterator* CaseGroups::allCases()
         _active, _columns, std::vector<MeasurementLevel>(), false,
         _dataset.weight() < 0 ? kWeightNone : kWeightUnchanged, false, nullptr);
     _all->SetName(kIteratorName);
-    configure(*_all);
     return _all.get();
 }
 
@@ -157,11 +148,10 @@ HVRawDataIterator* CaseGroups::nextGroup()
         throw hostFault();
     readKey();
     HVRawDataIterator* const cases = _group->CreateHVRawDataIter(
-        kIteratorName, _dataset.weight() < 0 ? kWeightNone : kWeightUnchanged,
-        !_dataset.keepsUserMissing(), nullptr, false);
+        kIteratorName, _dataset.weight() < 0 ? kWeightNone : kWeightUnchanged, true, nullptr,
+        false);
     if (!cases)
         throw hostFault();
-    configure(*cases);
     return cases;
 }
 

@@ -51,7 +51,6 @@ private:
     HVRawDataIterator* nextGroup();
     bool beginGroup();
     void readKey();
-    void configure(HVRawDataIterator& cases) const;
 
     const Dataset& _dataset;
     std::vector<int> _columns; ///< of the dataset, for the jobs

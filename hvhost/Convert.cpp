@@ -58,5 +58,6 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
     origin.expressions = records.expressions();
     session.run(job, origin, input.rows());
     output.deliver();
+    input.finish();
     session.finish();
 }

@@ -1,10 +1,13 @@
 #include "DataFile.h"
 
 #include <fstream>
+#include <iterator>
 #include <limits>
 
+#include "CFMetaData.h"
 #include "CommandFault.h"
 #include "Dataset.h"
+#include "KeptMissing.h"
 #include "OutputPath.h"
 #include "StandardStreams.h"
 #include "hvl/HVLRead.h"
@@ -56,7 +59,7 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
       _kind(dataKind(options.kind, options.path,
                      offered == FileOptions::Offered ? "--from" : nullptr))
 {
-    refusePassword(_options.path, _kind, _password, "--password");
+    refuseOptions();
     if (!_options.dataModel.empty())
         _dataModel.emplace(_options.dataModel, watch);
     // Documents beside a file, and records to be skipped, are the engine's affair.
@@ -68,6 +71,8 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
     else if (!_options.weight.empty())
         throw CommandFault(ExitStatus::Usage, "--weight: only the host weighs a dataset",
                            kNeedsHost);
+    if (!_dataset && _options.userMissing == "keep")
+        keepMissing();
 }
 
 void InputFile::openDataset()
@@ -79,6 +84,42 @@ void InputFile::openDataset()
 
 InputFile::~InputFile() = default;
 
+/// An option that would do nothing is refused: nobody should believe that it did something.
+void InputFile::refuseOptions() const
+{
+    refusePassword(_options.path, _kind, _password, "--password");
+    if (_kind == DataKind::Csv)
+        return;
+    const auto refuse = [this](bool given, const char* option) {
+        if (given)
+            throw CommandFault(ExitStatus::Usage,
+                               std::string(option) + ": " + _options.path + " is no csv file",
+                               std::string("leave ") + option + " out, or choose the kind csv");
+    };
+    refuse(_options.noHeader, "--no-header");
+    refuse(!_options.encoding.empty(), "--encoding");
+    refuse(_options.maxErrors.has_value(), "--max-errors");
+}
+
+/// A csv file without a document declares nothing, and a document that cannot be read is the
+/// engine's to refuse.
+void InputFile::keepMissing()
+{
+    if (_dataModel) {
+        std::ifstream document(_dataModel->path(), std::ios::binary);
+        try {
+            _kept = std::make_unique<KeptMissing>(
+                CFMetaData(std::string(std::istreambuf_iterator<char>(document), {})));
+        } catch (const CFMetaDataError&) {
+            _kept = nullptr;
+        }
+    } else if (_kind != DataKind::Csv) {
+        _kept = std::make_unique<KeptMissing>(Dataset(_options, _file, _kind, _password).file());
+    }
+    if (_kept && !_kept->isNeeded())
+        _kept = nullptr;
+}
+
 HVStatDataIterator* InputFile::rows() const
 {
     return _dataset ? &_dataset->cases() : nullptr;
@@ -89,7 +130,7 @@ JobOrigin InputFile::origin() const
     JobOrigin origin;
     origin.inputs = {{_file.path(), _file.name()}};
     if (_dataModel)
-        origin.inputs.push_back({_dataModel->path(), _dataModel->name()});
+        origin.inputs.push_back({_kept ? _kept->path() : _dataModel->path(), _dataModel->name()});
     origin.hasInputOptions = _offered == FileOptions::Offered;
     return origin;
 }
@@ -102,6 +143,20 @@ void InputFile::configure(HVLRead& read) const
         read.ReadIterator(_dataset->cases());
     else
         configureFile(read);
+}
+
+void InputFile::complete(HVLUpdateDataModel& update) const
+{
+    if (_dataset)
+        _dataset->complete(update);
+    if (_kept)
+        _kept->redeclare(update);
+}
+
+void InputFile::finish() const
+{
+    if (_dataset)
+        _dataset->finish();
 }
 
 void InputFile::configureFile(HVLRead& read) const
@@ -118,7 +173,9 @@ void InputFile::configureFile(HVLRead& read) const
         read.ReadHVBF(url);
         break;
     }
-    if (_dataModel)
+    if (_kept)
+        read.SetDataModel(engineUrl(_kept->path()));
+    else if (_dataModel)
         read.SetDataModel(engineUrl(_dataModel->path()));
     if (_options.maxErrors) {
         const bool any = *_options.maxErrors < 0;

@@ -55,11 +55,45 @@ CommandFault inputFault(const ErrorText& error, const ReadableFile& file)
     return {ExitStatus::Input, text, hintFor(text)};
 }
 
+bool isNumber(CFField::StorageType storage)
+{
+    return storage == CFField::Integer || storage == CFField::Real;
+}
+
+void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& geo)
+{
+    if (const auto& envelope = geo.GetEnvelope())
+        update.Update(name, geo.GetType(), geo.GetCoordinates(), geo.GetWkid(), geo.GetCsname(),
+                      geo.IsProjected(), geo.GetWkt(), envelope->leftUpperX, envelope->leftUpperY,
+                      envelope->rightLowerX, envelope->rightLowerY);
+    else
+        update.Update(name, geo.GetType(), geo.GetCoordinates(), geo.GetWkid(), geo.GetCsname(),
+                      geo.IsProjected(), geo.GetWkt());
+}
+
+/// `told` is the field as the file has it, `known` as the rows that are served describe it.
+void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFField& known)
+{
+    const std::string& name = known.GetName();
+    if (told.GetStorage() == CFField::Integer && known.GetStorage() == CFField::Real)
+        update.Update(name, CFField::Integer);
+    if (told.GetType() != known.GetType())
+        update.Update(name, told.GetType());
+    if (told.GetRole() != known.GetRole())
+        update.Update(name, told.GetRole());
+    const bool comparable = told.GetStorage() == known.GetStorage() ||
+                            (isNumber(told.GetStorage()) && isNumber(known.GetStorage()));
+    if (comparable && told.GetMissingValues() != known.GetMissingValues())
+        update.Update(name, told.GetMissingValues());
+    if (told.GetGeo() != nullptr)
+        addGeo(update, name, *told.GetGeo());
+}
+
 } // namespace
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const std::string& password)
-    : _keepsUserMissing(options.userMissing == "keep"), _name(file.name())
+    : _preload(std::async(std::launch::async, PreloadCaseFiles)), _readable(file)
 {
     UserCaseFileSpec spec;
     spec.Init(FormalizeFilePath(file.path(), false), true, false);
@@ -67,6 +101,8 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     spec.SetPassword(password);
     spec.SetHeader(!options.noHeader);
     spec.SetCodePage(options.encoding);
+    // What is declared missing is a value to a job that keeps it; complete declares it again.
+    spec.SetDeclaresMissing(options.userMissing != "keep");
     try {
         _file = std::make_unique<UserInputCaseFile>(spec, nullptr);
     } catch (const ErrorText& error) {
@@ -81,16 +117,16 @@ Dataset::~Dataset() = default;
 
 HVRawDataIterator& Dataset::cases()
 {
-    if (!_cases) {
+    if (_cases)
+        return *_cases;
+    try {
         _cases = std::make_unique<HVRawDataIterator>(source(), std::vector<int>(),
                                                      std::vector<MeasurementLevel>(), false,
-                                                     kWeightNone, false, nullptr);
-        _cases->SetName(kIteratorName);
-        if (_keepsUserMissing) {
-            _cases->SetExcludeUserMissing(false);
-            _cases->UpdateUserMissing();
-        }
+                                                     kWeightNone, false, &_monitor);
+    } catch (const ErrorText& error) {
+        throw inputFault(error, _readable);
     }
+    _cases->SetName(kIteratorName);
     return *_cases;
 }
 
@@ -100,12 +136,13 @@ int Dataset::columnOf(const std::string& name, const std::string& origin) const
     if (column >= 0)
         return column;
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(source().ColumnCount()));
     for (int known = 0; known < source().ColumnCount(); ++known)
         names.push_back(nameOf(known));
     const std::string nearest = nearestWord(names, name);
     throw CommandFault(
         ExitStatus::Usage,
-        (origin.empty() ? _name : origin) + ": there is no variable \"" + name + "\"",
+        (origin.empty() ? _readable.name() : origin) + ": there is no variable \"" + name + "\"",
         nearest.empty() ? "hvhost info lists the variables" : "did you mean " + nearest + "?");
 }
 
@@ -140,14 +177,16 @@ void Dataset::setSplit(const std::vector<std::string>& names)
     }
 }
 
-bool Dataset::complete(HVLUpdateDataModel& update) const
+void Dataset::complete(HVLUpdateDataModel& update) const
 {
-    for (int column = 0; column < source().ColumnCount(); ++column)
-        if (_file->IsInteger(column))
-            update.Update(nameOf(column), CFField::Integer);
-    if (_weight >= 0)
-        update.Update(nameOf(_weight), CFField::FrequencyWeight);
-    for (const int column : _split)
-        update.Update(nameOf(column), CFField::Split);
-    return update.SizeOfUpdate() > 0;
+    for (int column = 0; column < source().ColumnCount(); ++column) {
+        const CFField& known = *_cases->getMetaData().GetField(static_cast<std::size_t>(column));
+        CFField told = _file->Field(column);
+        // The user may have set another weight in the place of the file's.
+        if (column == _weight)
+            told.SetRole(CFField::FrequencyWeight);
+        else if (column == source().GetWeightVarIndex())
+            told.SetRole(known.GetRole());
+        addWhatIsTold(update, told, known);
+    }
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <future>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "CommonOptions.h"
 #include "DataKind.h"
+#include "ErrorMonitor.h"
 #include "UserCaseFile.h"
 #include "data/HVRawDataIterator.h"
 
@@ -26,6 +28,8 @@ public:
 
     const VEXA_DataSource& source() const { return *_file->DataSource(); }
     const UserInputCaseFile& file() const { return *_file; }
+    /// Tells how many values could not be taken as they are; when the cases have been read.
+    void finish() { _monitor.Finish(); }
 
     /// The column of a variable by its UTF-8 name, letter case apart. Throws CommandFault (Usage)
     /// that begins with `origin`, the option that names it or nothing, if there is none.
@@ -41,16 +45,20 @@ public:
     void setWeight(const std::string& name);
     void setSplit(const std::vector<std::string>& names);
 
-    /// All cases, unweighted; made at the first call. Stays the dataset's.
+    /// All cases, unweighted; made at the first call. Stays the dataset's. Throws CommandFault
+    /// (Input) for cases that cannot be read.
     HVRawDataIterator& cases();
-    bool keepsUserMissing() const { return _keepsUserMissing; }
-    /// What is known of the fields beside what the row protocol can say: which numbers are whole,
-    /// which variable weighs, which split the file. False if there is nothing to add.
-    bool complete(HVLUpdateDataModel& update) const;
+    /// Adds what is known of the fields beside what variables and rows can say: which numbers are
+    /// whole, which variable weighs, measures and roles without a level or role of the host,
+    /// missing values that are served as values. After cases.
+    void complete(HVLUpdateDataModel& update) const;
 
 private:
-    bool _keepsUserMissing;
-    std::string _name; ///< as the user calls the file
+    /// Opens what the host reads its data with, while the file is looked at and the Java virtual
+    /// machine starts.
+    std::future<void> _preload;
+    const ReadableFile& _readable;
+    VexaErrorMonitor _monitor{Reporter};
     std::unique_ptr<UserInputCaseFile> _file;
     int _weight = -1;
     std::vector<int> _split;

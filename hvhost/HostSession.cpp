@@ -194,8 +194,9 @@ void HostSession::countShownWarnings()
     HostJournal::instance().clear();
 }
 
-void HostSession::finish() const
+void HostSession::finish()
 {
+    printMessages({}, {});
     if (_options.strict && _warnings > 0)
         throw CommandFault(ExitStatus::Warnings, "done, with warnings");
     log("done");

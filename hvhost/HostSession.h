@@ -47,8 +47,9 @@ public:
     void countShownWarnings();
     /// Appends a line to the log, if there is one.
     void log(const std::string& line) const;
-    /// Throws CommandFault (Warnings) if there were any and the command is strict.
-    void finish() const;
+    /// Prints what the host has told since. Throws CommandFault (Warnings) if there were any
+    /// warnings and the command is strict.
+    void finish();
 
 private:
     void observed(const std::function<void()>& work);

@@ -35,11 +35,10 @@ void addSource(CLI::App& app, InputOptions& options)
         ->group("Input");
 }
 
-CLI::Option* addUserMissing(CLI::App& app, InputOptions& options)
+void addUserMissing(CLI::App& app, InputOptions& options)
 {
-    return app
-        .add_option("--user-missing", options.userMissing,
-                    "Whether user-missing values count as missing")
+    app.add_option("--user-missing", options.userMissing,
+                   "Whether user-missing values count as missing")
         ->type_name("WHAT")
         ->check(CLI::IsMember({"exclude", "keep"}))
         ->group("Input");
@@ -54,16 +53,14 @@ void addReading(CLI::App& app, InputOptions& options)
     add("--limit", options.limit, "Read at most so many records")
         ->type_name("N")
         ->check(wholeNumberFrom(0));
-    CLI::Option* const missing = addUserMissing(app, options);
+    addUserMissing(app, options);
     app.add_flag("--direct", options.direct, "The engine reads the file itself, not the host")
-        ->group("Input")
-        ->excludes(missing);
+        ->group("Input");
     add("--data-model", options.dataModel, "A data model document for the fields; as --direct")
         ->type_name("FILE")
-        ->check(notEmpty())
-        ->excludes(missing);
+        ->check(notEmpty());
     add("--max-errors", options.maxErrors,
-        "Skip up to so many bad records, -1 for any;\nas --direct")
+        "Skip up to so many bad records of a csv file,\n-1 for any; as --direct")
         ->type_name("N")
         ->check(wholeNumberFrom(-1));
 }

@@ -138,6 +138,8 @@ class Describe(Case):
         day = self.write("days.csv", "day,g,v,w\n" + "".join(
             f"2024-01-{n + 1:02},{n % 2},{v},{'' if w is None else w}\n" for n, (v, w) in enumerate(cases)))
         self.run_hvhost("convert", day, self.folder / "own.sav", "--weight", "w")
+        done = self.run_hvhost("aggregate", self.folder / "own.sav", "--stat", "mean:v", "--strict", status=5)
+        self.assertIn("ignores the weight variable", done.stderr)
         groups = self.groups(self.folder / "own.sav", "v", "--by", "g", "--date", "day")
         for number, group in enumerate(groups):
             mine = [(v, w) for n, (v, w) in enumerate(cases) if n % 2 == number and (v, w) in kept]

@@ -85,7 +85,8 @@ TEST_F(TextTest, ItemsBecomeTexts)
         bool translate;
         const char* shown; ///< text|key|help, null for no text
     } rows[] = {
-        {"'stringText':{'key':'no_such_key','value':'B','helpId':'H'}", true, "no_such_key|no_such_key|"},
+        {"'stringText':{'key':'no_such_key','value':'B','helpId':'H'}", true,
+         "no_such_key|no_such_key|"},
         {"'stringText':{}", true, " "},
         {"'stringText':{'helpId':'H'}", true, " "},
         {"'stringText':{'value':'B','helpId':'H'}", true, "B|B|H"},

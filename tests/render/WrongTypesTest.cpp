@@ -84,13 +84,11 @@ protected:
     FacSTDictionary strings;
 };
 
-// Whatever stands at a key, nothing else than that key is read as if it were not there.
+// Whatever stands at a key, the result is shown as far as the rest goes.
 TEST_F(WrongTypesTest, AnyKeyMayHoldAnyType)
 {
     const std::string document = json(kDocument);
-    const std::string whole = shown(document);
-    EXPECT_THAT(whole, testing::HasSubstr("=2:1.0^n"));
-    int kept = 0;
+    EXPECT_THAT(shown(document), testing::HasSubstr("=2:1.0^n"));
     for (const auto& [begin, end] : valuesIn(document))
         for (const char* value :
              {"null", "true", "7", "1.5e300", "\"w\"", "[]", "[[null]]", "{}", "{\"text\":{}}"}) {
@@ -101,8 +99,5 @@ TEST_F(WrongTypesTest, AnyKeyMayHoldAnyType)
             if (changed.find("\"r\":{") != changed.npos) {
                 EXPECT_THAT(text, testing::HasSubstr("heading H")) << changed;
             }
-            kept += text == whole ? 1 : 0;
         }
-    // Most changes show.
-    EXPECT_GT(kept, 0);
 }

@@ -34,6 +34,17 @@ Limits limitsOf(const Settings& settings)
     return limits;
 }
 
+/// Only records of text can be bad one by one: whoever counts on a threshold elsewhere is told. Not
+/// for rows, since jobs for rows are written for files as well; and to bear any number asks for
+/// nothing that other sources do not do.
+void tellThresholdIgnored(const StepCall& call, const Limits& limits)
+{
+    if (limits.errorThreshold > 0)
+        call.context.message(errors::kSettingIgnored,
+                             call.name + ": the setting \"readErrorThreshold\" is for CSV files "
+                                         "and is ignored");
+}
+
 NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits& limits)
 {
     IteratorInput& input = context.iteratorInputs[name];
@@ -68,6 +79,7 @@ NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& l
     JobContext& context = call.context;
     if (context.iterators.contains(name))
         return iteratorNode(context, name, limits);
+    tellThresholdIgnored(call, limits);
     if (context.unwritten.contains(name))
         throw NotYetWritten{};
     const auto known = context.dataSources.find(name);
@@ -121,6 +133,7 @@ NodePtr fileNode(StepCall& call, const Settings& files, const Limits& limits)
         node = planCsv(call.context,
                        {path, hasHeader, limits.errorThreshold, limits.mostRecords, dataModel});
     } else {
+        tellThresholdIgnored(call, limits);
         const bool isSav = format == "sav";
         const std::string password =
             isSav ? configuration.text("dataPassword").value_or("") : std::string();
