@@ -60,6 +60,7 @@ double madeUp(int seed, double scale)
 void addStatistics(TnHeading& heading)
 {
     const Table table = tableUnder(heading, "Descriptive Statistics");
+    table->Note(note("Seattle, 2012 to 2015."));
     const Dimension rows = dimensionOf(*table, "Variable", TnDimension::Row);
     const Dimension columns = dimensionOf(*table, "Statistic", TnDimension::Column);
     columns->Position(TnDimension::Column, 1, true, false);
@@ -77,7 +78,6 @@ void addStatistics(TnHeading& heading)
         columns->Category(words("Mean")).Cell(number(figures[row][3], kFormatNumber, 3));
     }
     columns->Category(words("Mean")).Note(note("Days without an observation are left out."));
-    table->Note(note("Seattle, 2012 to 2015."));
     table->Caption(words("Temperatures in degrees Celsius, precipitation in millimetres."));
 }
 
@@ -200,9 +200,9 @@ void writeHostile()
         const std::unique_ptr<TnHeading> heading(procedure.Heading(words(label)));
         TnError(words(label), kShowInOutput, kLevelError);
         const Table table = tableUnder(*heading, label);
-        const Dimension rows = dimensionOf(*table, label, TnDimension::Row);
-        const Dimension columns = dimensionOf(*table, label, TnDimension::Column);
-        const Dimension layer = dimensionOf(*table, label, TnDimension::Layer);
+        const Dimension rows = dimensionOf(*table, label + " rows", TnDimension::Row);
+        const Dimension columns = dimensionOf(*table, label + " columns", TnDimension::Column);
+        const Dimension layer = dimensionOf(*table, label + " layers", TnDimension::Layer);
         layer->Category(words(label));
         rows->Category(words(label));
         TnCategory column = columns->Category(words(label));

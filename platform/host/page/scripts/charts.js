@@ -3,16 +3,17 @@
 /** Draws the charts. Where that fails, the data stay open below a note that says why. */
 {
   /** Nothing is fetched, and links lead nowhere but to other pages of the web. */
-  const loader = {
-    load: (uri) => Promise.reject(new Error(`${uri} is outside of this page`)),
-    http: (uri) => loader.load(uri),
-    file: (uri) => loader.load(uri),
-    sanitize: (uri, options) => {
+  const loaderWith = (errors) => {
+    const refuse = (uri) => {
+      errors.push(`${uri} is outside of this page`);
+      return Promise.reject(new Error(errors.at(-1)));
+    };
+    const sanitize = (uri, options) => {
       const isImage = options?.context === "image";
       const isAllowed = (isImage ? /^data:image\//i : /^(https?:|mailto:|#)/i).test(uri);
-      return isAllowed ? Promise.resolve({ href: uri, rel: "noopener noreferrer" })
-        : loader.load(uri);
-    },
+      return isAllowed ? Promise.resolve({ href: uri, rel: "noopener noreferrer" }) : refuse(uri);
+    };
+    return { load: refuse, http: refuse, file: refuse, sanitize };
   };
 
   /** Lines and texts take the colour of the page's text, by day, by night and on paper. */
@@ -51,10 +52,8 @@
   };
 
   /** Collects what the library has to say. */
-  const listener = () => {
-    const errors = [];
+  const loggerWith = (errors) => {
     const logger = {
-      errors,
       level: () => logger,
       error: (...args) => { errors.push(args.join(" ")); return logger; },
       warn: () => logger,
@@ -76,15 +75,15 @@
   };
 
   const draw = async (figure, place) => {
-    const logger = listener();
+    const errors = [];
     await chartLibrary.embed(place, specificationOf(figure), {
       mode: "vega-lite", renderer: "svg", actions: false, defaultStyle: false, hover: false,
       tooltip: { disableDefaultStyle: true, theme: "page" },
       ast: true, expr: chartLibrary.expressionInterpreter,
-      loader, logger, config,
+      loader: loaderWith(errors), logger: loggerWith(errors), config,
     });
-    if (logger.errors.length > 0)
-      throw new Error(logger.errors[0]);
+    if (errors.length > 0)
+      throw new Error(errors[0]);
     describe(figure);
     figure.querySelector(":scope > details").open = false;
   };

@@ -111,6 +111,6 @@
     button.setAttribute("aria-live", "polite");
     button.addEventListener("click", () =>
       copyNow(button, figure.querySelector(":scope > .grid:not([hidden]) table")));
-    page.tools(figure).append(button);
+    [...figure.querySelectorAll(":scope > .grid")].at(-1)?.after(button);
   });
 }

@@ -14,17 +14,6 @@ const page = {
     return element;
   },
 
-  /** The bar above a table or a chart, made when something first goes into it. */
-  tools(figure) {
-    const title = figure.querySelector(":scope > figcaption");
-    let bar = figure.querySelector(":scope > .tools");
-    if (!bar) {
-      bar = page.element("div", { className: "tools" });
-      title ? title.after(bar) : figure.prepend(bar);
-    }
-    return bar;
-  },
-
   /** What a cell says, without its footnote marks. */
   text(cell) {
     if (!cell.querySelector("sup"))

@@ -46,12 +46,22 @@ std::vector<std::string> columnsOf(const PageJson& records)
     return columns;
 }
 
-void writeColumns(std::ostream& out, const std::vector<std::string>& columns)
+bool hasWords(const PageJson& records, const std::string& column)
+{
+    const auto first = std::find_if(records.begin(), records.end(), [&](const PageJson& record) {
+        return memberOf(record, column) != nullptr;
+    });
+    return first != records.end() && !memberOf(*first, column)->is_number();
+}
+
+void writeColumns(std::ostream& out, const std::vector<std::string>& columns,
+                  const PageJson& records)
 {
     out << "<thead>\n<tr>";
     for (std::size_t column = 0; column < columns.size(); ++column)
-        out << "<th scope=\"col\" data-column=\"" << column << "\">" << isolated(columns[column])
-            << "</th>";
+        out << "<th scope=\"col\" data-column=\"" << column << "\""
+            << (hasWords(records, columns[column]) ? " class=\"words\">" : ">")
+            << isolated(columns[column]) << "</th>";
     out << "</tr>\n</thead>\n";
 }
 
@@ -84,7 +94,7 @@ void writeArray(std::ostream& out, const std::string& name, const PageJson& arra
         isRecords(array) ? columnsOf(array) : std::vector<std::string>();
     writeOpening(out, name, "data");
     if (!columns.empty())
-        writeColumns(out, columns);
+        writeColumns(out, columns, array);
     out << "<tbody>\n";
     for (const PageJson& row : array)
         writeRow(out, row, columns);

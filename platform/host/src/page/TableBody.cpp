@@ -31,8 +31,7 @@ std::string valueOf(const TnContent& content)
 class BodyWriter
 {
 public:
-    BodyWriter(std::ostream& out, TableGrid& grid, OutputCells::Address address)
-        : _out(out), _grid(grid), _address(std::move(address))
+    BodyWriter(std::ostream& out, TableGrid& grid) : _out(out), _grid(grid), _address(grid.layer)
     {
         if (grid.named)
             for (std::size_t column = 0; column < grid.columns.size(); ++column)
@@ -125,7 +124,7 @@ private:
 
 } // namespace
 
-void writeTableBody(std::ostream& out, TableGrid& grid, OutputCells::Address address)
+void writeTableBody(std::ostream& out, TableGrid& grid)
 {
-    BodyWriter(out, grid, std::move(address)).write();
+    BodyWriter(out, grid).write();
 }

@@ -96,7 +96,8 @@ private:
             const bool isLowest = level + label->depth == columns.levels();
             label->depth += isLowest ? _height - columns.levels() : 0;
             const bool isColumn = isLowest && label->span == 1;
-            const std::string column = " data-column=\"" + std::to_string(at) + "\"";
+            const std::string column = " data-column=\"" + std::to_string(at) + "\"" +
+                                       (_grid.hasWords(at) ? " class=\"words\"" : "");
             _out << headerCell(_grid, *label, "col",
                                TableAxis::name(_grid.columnPrefix(), at, level),
                                spans(static_cast<std::size_t>(label->depth), label->span) +
@@ -123,6 +124,19 @@ std::string headerCell(TableGrid& grid, const AxisLabel& label, const std::strin
         cell += " id=\"" + name + "\"";
     cell += " scope=\"" + scope + (label.span > 1 ? "group" : "") + "\"" + more + ">";
     return cell + isolated(label.text->text) + grid.notes.marks(*label.notes) + "</th>";
+}
+
+bool TableGrid::hasWords(std::size_t column) const
+{
+    constexpr std::size_t kLooked = 20;
+    OutputCells::Address address = layer;
+    columns.setAddress(column, address);
+    for (std::size_t row = 0; row < std::min(rows.size(), kLooked); ++row) {
+        rows.setAddress(row, address);
+        if (const std::optional<OutputCell> cell = table.cells.at(address))
+            return !cell->content.number;
+    }
+    return false;
 }
 
 void writeTableHead(std::ostream& out, TableGrid& grid)

@@ -15,8 +15,11 @@ struct TableGrid
     const TableAxis& columns;
     TableNotes& notes;
     std::string anchor;
+    OutputCells::Address layer; ///< an address with the categories of the grid's layer in it
     bool named = false;
 
+    /// Whether the first cells of a column say that it is one of texts.
+    bool hasWords(std::size_t column) const;
     std::string rowPrefix() const { return anchor + "r"; }
     std::string columnPrefix() const { return anchor + "c"; }
 };

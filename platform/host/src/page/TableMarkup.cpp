@@ -60,14 +60,14 @@ private:
     void writeLayer(std::size_t layer)
     {
         const std::string anchor = _anchor + "l" + std::to_string(layer);
-        TableGrid grid{_table, _rows, _columns, _notes, anchor + "-", false};
+        TableGrid grid{_table, _rows, _columns, _notes, anchor + "-", {}, false};
         grid.named = _rows.levels() > 1 || _columns.levels() > 1;
-        OutputCells::Address address(_table.dimensions.size(), 0);
-        _layers.setAddress(layer, address);
+        grid.layer.assign(_table.dimensions.size(), 0);
+        _layers.setAddress(layer, grid.layer);
         _out << "<div class=\"grid\"" << layerPlace(layer) << ">\n<table class=\"data\">\n";
         writeCaption(layer);
         writeTableHead(_out, grid);
-        writeTableBody(_out, grid, std::move(address));
+        writeTableBody(_out, grid);
         _out << "</table>\n</div>\n";
     }
 
