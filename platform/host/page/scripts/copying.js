@@ -19,14 +19,21 @@
     };
   };
 
-  const touches = (ranges, node) => ranges.some((range) => range.intersectsNode(node));
+  /** Whether some of a node is selected; a selection that ends where it begins has none of it. */
+  const touches = (ranges, node) => {
+    const content = document.createRange();
+    content.selectNodeContents(node);
+    return ranges.some((range) => range.compareBoundaryPoints(Range.START_TO_END, content) > 0
+      && range.compareBoundaryPoints(Range.END_TO_START, content) < 0);
+  };
 
   /** A table, or the rows of it that are selected; of a single row the cells that are. */
   const tableCopy = (table, ranges) => {
     const head = table.tHead ? [...table.tHead.rows] : [];
     const body = [...table.tBodies].flatMap((part) => [...part.rows]);
     const whole = page.grid(body);
-    const places = body.map((_, at) => at).filter((at) => !ranges || touches(ranges, body[at]));
+    const isTouched = (row) => [...row.cells].some((cell) => touches(ranges, cell));
+    const places = body.map((_, at) => at).filter((at) => !ranges || isTouched(body[at]));
     const chosen = places.map((at) => whole[at]);
     if (!ranges || places.length !== 1)
       return copyOf([...page.grid(head), ...chosen]);
@@ -55,7 +62,8 @@
   const mixedCopy = (ranges) => {
     const blocks = "h1, h2, h3, h4, h5, h6, p, li, figcaption, summary, pre, table.data";
     const copies = [...document.querySelectorAll(blocks)]
-      .filter((block) => touches(ranges, block) && block.checkVisibility?.() !== false)
+      .filter((block) => touches(ranges, block) && !block.closest("nav"))
+      .filter((block) => block.checkVisibility?.() !== false)
       .map((block) => {
         if (block.tagName === "TABLE")
           return tableCopy(block, ranges);

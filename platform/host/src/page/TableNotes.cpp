@@ -64,7 +64,7 @@ void TableNotes::write(std::ostream& out) const
             << "</span> " << isolated(_notes[note].text.text);
         if (_isMarked[note])
             out << " <a class=\"back\" href=\"#" << target << "-mark\" aria-label=\""
-                << escaped(translate("Back to the table")) << "\">↩</a>";
+                << escaped(translate("Back to the table")) << "\"></a>";
         out << "</li>\n";
     }
     out << "</ul>\n";
