@@ -234,6 +234,58 @@ void writePlain()
     addStatistics(procedure);
 }
 
+/// Puts a number into the cell where the open categories meet.
+void fill(TnDimension& dimension, const std::vector<std::string>& categories)
+{
+    for (const std::string& category : categories)
+        dimension.Category(words(category)).Cell(number(1));
+}
+
+void writeShapes()
+{
+    TnProcedure procedure("Shapes");
+    {
+        const Table table = tableUnder(procedure, "rows alone");
+        fill(*dimensionOf(*table, "Row", TnDimension::Row), {"a", "b"});
+    }
+    {
+        const Table table = tableUnder(procedure, "columns alone");
+        fill(*dimensionOf(*table, "Column", TnDimension::Column), {"a", "b"});
+    }
+    {
+        const Table table = tableUnder(procedure, "hidden labels");
+        table->HideTitle();
+        table->CornerText(words("corner"));
+        const Dimension rows = dimensionOf(*table, "Row", TnDimension::Row);
+        const Dimension columns = dimensionOf(*table, "Column", TnDimension::Column);
+        columns->Position(TnDimension::Column, 1, true, true);
+        rows->Category(words("a"));
+        fill(*columns, {"x", "y"});
+    }
+    {
+        const Table table = tableUnder(procedure, "uneven groups");
+        const Dimension rows = dimensionOf(*table, "Row", TnDimension::Row);
+        const Dimension columns =
+            dimensionOf(*table, "Column", TnDimension::Column, 1, TnPivotTable::Descending);
+        columns->Position(TnDimension::Column, 1, true, false);
+        rows->Category(words("r"));
+        const std::unique_ptr<TnGroup> shown(columns->Group(words("G"), true, TnGroup::Ascending));
+        const std::unique_ptr<TnGroup> unseen(columns->Group(words("H"), false, TnGroup::Unsorted));
+        for (const char* label : {"2", "1"})
+            shown->Category(words(label)).Cell(number(std::stod(label)));
+        unseen->Category(words("h")).Cell(number(3));
+        columns->Category(words("away")).hide();
+        columns->Category(words("z")).Cell(number(4));
+    }
+    {
+        const Table table = tableUnder(procedure, "no category");
+        const Dimension rows = dimensionOf(*table, "Row", TnDimension::Row);
+        const Dimension columns = dimensionOf(*table, "Column", TnDimension::Column);
+        rows->Category(words("a"));
+    }
+    tableUnder(procedure, "no dimension");
+}
+
 /// A million cells.
 void writeLarge()
 {
@@ -255,6 +307,7 @@ int main(int argc, char** argv)
     const std::map<std::string, void (*)()> kinds = {{"sample", writeSample},
                                                      {"hostile", writeHostile},
                                                      {"plain", writePlain},
+                                                     {"shapes", writeShapes},
                                                      {"large", writeLarge}};
     if (argc != 3 || kinds.count(argv[1]) == 0) {
         std::cerr << "usage: page_samples KIND FILE\n";
