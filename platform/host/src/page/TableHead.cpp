@@ -54,8 +54,8 @@ private:
         if (row < _grid.columns.levels())
             writeLabels(row);
         else if (row == 0 && _grid.columns.size() > 0)
-            _out << "<td" << spans(static_cast<std::size_t>(_height), _grid.columns.size())
-                 << "></td>";
+            _out << "<td class=\"unlabelled\""
+                 << spans(static_cast<std::size_t>(_height), _grid.columns.size()) << "></td>";
         _out << "</tr>\n";
     }
 
