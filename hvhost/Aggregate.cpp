@@ -5,6 +5,7 @@
 #include "CommandFault.h"
 #include "Commands.h"
 #include "DataFile.h"
+#include "Dataset.h"
 #include "HostSession.h"
 #include "InterruptWatch.h"
 #include "RecordChain.h"
@@ -144,10 +145,13 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
         std::cout << job << '\n';
         return;
     }
+    if (input.dataset())
+        session.giveUpSettings(*input.dataset());
     session.run(job, origin, input.rows());
     if (output)
         output->deliver();
     else
         showResult(session, scratch.GetFileName(), options, watch);
+    input.finish();
     session.finish();
 }

@@ -11,6 +11,7 @@
 #include "Commands.h"
 #include "Completion.h"
 #include "HelpText.h"
+#include "OptionChecks.h"
 #include "OptionGroups.h"
 #include "StandardStreams.h"
 #include "Text.h"
@@ -45,6 +46,7 @@ private:
     CLI::App* command(const char* name, const char* purpose, const std::string& examples);
     void addConvert();
     void addAggregate();
+    void addDescribe();
     void addInfo();
     void addRun();
     void addDoctor();
@@ -55,6 +57,7 @@ private:
     CommonOptions _common;
     ConvertOptions _convert;
     AggregateOptions _aggregate;
+    DescribeOptions _describe;
     InfoOptions _info;
     RunOptions _run;
     std::string _doctorFormat = "text";
@@ -72,6 +75,7 @@ CommandLine::CommandLine()
     _app.footer("hvhost help COMMAND tells more of a command.\n" + std::string(kExitStatuses));
     addConvert();
     addAggregate();
+    addDescribe();
     addInfo();
     addRun();
     addDoctor();
@@ -102,6 +106,7 @@ void CommandLine::addConvert()
         ->delimiter(',')
         ->allow_extra_args(false)
         ->group("Records");
+    addWeight(*app, _convert.input);
     addCommonOptions(*app, _common);
     app->callback([this] { convert(_convert, _common); });
 }
@@ -130,6 +135,40 @@ void CommandLine::addAggregate()
         ->check(CLI::IsMember({"text", "csv", "json"}));
     addCommonOptions(*app, _common);
     app->callback([this] { aggregate(_aggregate, _common); });
+}
+
+void CommandLine::addDescribe()
+{
+    CLI::App* const app =
+        command("describe", "Describe the variables of a dataset.",
+                "  hvhost describe weather.csv\n"
+                "  hvhost describe weather.csv wind weather --date date --format json\n"
+                "  hvhost describe penguins.csv body_mass_g --by species,sex -o masses.csv\n");
+    addCasesOptions(*app, _describe.input);
+    app->add_option("VARIABLE", _describe.variables,
+                    "What to describe; all that neither weigh\nnor split if none is named")
+        ->type_name("NAME");
+    const auto add = [app](const char* name, auto& value, const char* shown, const char* purpose) {
+        return app->add_option(name, value, purpose)->type_name(shown)->group("Description");
+    };
+    for (CLI::Option* const list :
+         {add("--by", _describe.by, "VARIABLE",
+              "Describe each group of cases that are equal in these,\nwith commas between"),
+          add("--date", _describe.dates, "VARIABLE",
+              "Find the time interval of a date; or of numbers, as\nyear,month, that make one up")})
+        list->delimiter(',')->allow_extra_args(false);
+    add("--distinct", _describe.mostDistinct, "N",
+        "List the distinct values of a category if there are\nno more; 100 by default, -1 for any")
+        ->check(wholeNumberFrom(-1));
+    add("--format", _describe.format, "FORM",
+        "How it is shown; csv has the statistics alone;\nby the name of a file if it ends in .csv "
+        "or .json")
+        ->check(CLI::IsMember({"text", "csv", "json"}));
+    add("-o", _describe.output, "FILE", "Write the description to this file")->check(notEmpty());
+    app->add_flag("--force", _describe.force, "Replace an existing file")->group("Description");
+    addPrintJob(*app, _describe.printJob);
+    addCommonOptions(*app, _common);
+    app->callback([this] { describe(_describe, _common); });
 }
 
 void CommandLine::addInfo()

@@ -33,6 +33,22 @@ struct InfoOptions
 /// What is known of a dataset.
 void info(const InfoOptions& options, const CommonOptions& common);
 
+/// Without variables, all but those that weigh the cases or split the file.
+struct DescribeOptions
+{
+    InputOptions input;
+    std::vector<std::string> variables;
+    std::vector<std::string> by;    ///< empty: the split of the file
+    std::vector<std::string> dates; ///< date variables, or numbers that make up a date
+    int mostDistinct = 100;         ///< values of a variable that are told, -1 for any number
+    std::string format;             ///< text, csv or json; empty: by the name of the output
+    std::string output;             ///< empty for standard output
+    bool force = false;
+    bool printJob = false;
+};
+/// Descriptive statistics, distinct values and time intervals.
+void describe(const DescribeOptions& options, const CommonOptions& common);
+
 struct RunOptions
 {
     std::string job;               ///< a file, or "-"

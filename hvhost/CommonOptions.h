@@ -26,6 +26,7 @@ struct InputOptions
     std::string dataModel;
     std::string encoding;                ///< of a csv file; empty: UTF-8
     std::string userMissing = "exclude"; ///< or keep
+    std::string weight;                  ///< a variable of the dataset; empty: the file's own
     bool direct = false;                 ///< the engine reads the file itself
     bool noHeader = false;
     std::optional<long long> limit;

@@ -1,11 +1,12 @@
 #include "Completion.h"
 
 #include <algorithm>
-#include <numeric>
 #include <sstream>
 #include <vector>
 
 #include <CLI/CLI.hpp>
+
+#include "Text.h"
 
 namespace {
 
@@ -121,20 +122,6 @@ std::string fishScript(const CLI::App& app)
     return script.str();
 }
 
-std::size_t editDistance(const std::string& left, const std::string& right)
-{
-    std::vector<std::size_t> row(right.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 1; i <= left.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i);
-        for (std::size_t j = 1; j <= right.size(); ++j) {
-            const std::size_t replaced = diagonal + (left[i - 1] == right[j - 1] ? 0 : 1);
-            diagonal = std::exchange(row[j], std::min({row[j] + 1, row[j - 1] + 1, replaced}));
-        }
-    }
-    return row.back();
-}
-
 } // namespace
 
 std::string completionScript(const CLI::App& app, const std::string& shell)
@@ -147,14 +134,8 @@ std::string completionScript(const CLI::App& app, const std::string& shell)
 
 std::string nearestCommand(const CLI::App& app, const std::string& word)
 {
-    std::string nearest;
-    std::size_t best = word.size() / 2 + 1;
-    for (const CLI::App* command : commandsOf(app)) {
-        const std::size_t distance = editDistance(word, command->get_name());
-        if (distance < best) {
-            best = distance;
-            nearest = command->get_name();
-        }
-    }
-    return nearest;
+    std::vector<std::string> names;
+    for (const CLI::App* command : commandsOf(app))
+        names.push_back(command->get_name());
+    return nearestWord(names, word);
 }

@@ -1,7 +1,10 @@
+#include <algorithm>
 #include <iostream>
 
+#include "CommandFault.h"
 #include "Commands.h"
 #include "DataFile.h"
+#include "Dataset.h"
 #include "HostSession.h"
 #include "InterruptWatch.h"
 #include "RecordChain.h"
@@ -9,11 +12,33 @@
 #include "hvl/HVLFilterFields.h"
 #include "hvl/HVLWrite.h"
 
+namespace {
+
+/// An option that would do nothing is refused: nobody should believe that it did something.
+void refuseLostWeight(const ConvertOptions& options, const InputFile& input,
+                      const OutputFile& output)
+{
+    const std::string& given = options.input.weight;
+    if (given.empty())
+        return;
+    if (!output.keepsWeight())
+        throw CommandFault(ExitStatus::Usage,
+                           "--weight " + given + ": a csv file does not tell of a weight",
+                           "write another kind of file, or --out-data-model beside it");
+    const std::string name = input.dataset()->nameOf(input.dataset()->weight());
+    if (!options.keep.empty() &&
+        std::find(options.keep.begin(), options.keep.end(), name) == options.keep.end())
+        throw CommandFault(ExitStatus::Usage, "--weight " + given + ": --keep leaves it out");
+}
+
+} // namespace
+
 void convert(const ConvertOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
     const InputFile input(options.input, FileOptions::Offered, watch);
     const OutputFile output(options.output, FileOptions::Offered, watch);
+    refuseLostWeight(options, input, output);
     HostSession session("convert", common, watch);
     JNIHvlProgram program;
     RecordChain records(program, input, options.records);
@@ -33,5 +58,6 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
     origin.expressions = records.expressions();
     session.run(job, origin, input.rows());
     output.deliver();
+    input.finish();
     session.finish();
 }

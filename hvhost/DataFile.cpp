@@ -1,22 +1,23 @@
 #include "DataFile.h"
 
-#include <unistd.h>
-
-#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <limits>
 
+#include "CFMetaData.h"
 #include "CommandFault.h"
 #include "Dataset.h"
+#include "KeptMissing.h"
+#include "OutputPath.h"
 #include "StandardStreams.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
 #include "support/HVSimpleFile.h"
 #include "support/Paths.h"
 
-namespace fs = std::filesystem;
-
 namespace {
+
+constexpr const char* kNeedsHost = "leave out --direct, --data-model and --max-errors";
 
 /// The path as the engine takes it.
 std::string engineUrl(const std::string& path)
@@ -50,34 +51,6 @@ void refusePassword(const std::string& path, DataKind kind, const std::string& p
                            std::string("leave ") + option + " out, or choose the kind sav");
 }
 
-/// The path of a file to write; a link stays, and what it points to is written. Throws CommandFault
-/// for a place where the file cannot be, or may not.
-std::string destination(const std::string& name, bool mayReplace)
-{
-    checkPath(name);
-    std::error_code error;
-    fs::path path = fs::weakly_canonical(fs::absolute(name), error);
-    if (error)
-        path = fs::absolute(name).lexically_normal();
-    const fs::file_status status = fs::status(path, error);
-    if (fs::is_directory(status))
-        throw CommandFault(ExitStatus::Usage, name + ": this is a folder");
-    const bool isThere = fs::status_known(status) && fs::exists(status);
-    if (isThere && !fs::is_regular_file(status))
-        throw CommandFault(ExitStatus::Usage, name + ": this is not a regular file",
-                           "- stands for standard output");
-    if (isThere && !mayReplace)
-        throw CommandFault(ExitStatus::Usage, name + ": the file exists", "--force replaces it");
-    const fs::path folder = path.parent_path();
-    if (!fs::is_directory(folder, error))
-        throw CommandFault(ExitStatus::JobFailed,
-                           name + ": the folder " + folder.string() + " does not exist");
-    if (access(folder.c_str(), W_OK | X_OK) != 0)
-        throw CommandFault(ExitStatus::JobFailed, name + ": no file can be written in its folder",
-                           "the permissions of the folder do not allow it");
-    return path.string();
-}
-
 } // namespace
 
 InputFile::InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch)
@@ -86,18 +59,66 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
       _kind(dataKind(options.kind, options.path,
                      offered == FileOptions::Offered ? "--from" : nullptr))
 {
-    refusePassword(_options.path, _kind, _password, "--password");
+    refuseOptions();
     if (!_options.dataModel.empty())
         _dataModel.emplace(_options.dataModel, watch);
     // Documents beside a file, and records to be skipped, are the engine's affair.
     if (!_options.direct && !_dataModel && !_options.maxErrors)
-        _dataset = std::make_unique<Dataset>(_options, _file, _kind, _password);
+        openDataset();
     else if (!_options.encoding.empty())
         throw CommandFault(ExitStatus::Usage, "--encoding: the engine reads UTF-8 only",
-                           "leave out --direct, --data-model and --max-errors");
+                           kNeedsHost);
+    else if (!_options.weight.empty())
+        throw CommandFault(ExitStatus::Usage, "--weight: only the host weighs a dataset",
+                           kNeedsHost);
+    if (!_dataset && _options.userMissing == "keep")
+        keepMissing();
+}
+
+void InputFile::openDataset()
+{
+    _dataset = std::make_unique<Dataset>(_options, _file, _kind, _password);
+    if (!_options.weight.empty())
+        _dataset->setWeight(_options.weight);
 }
 
 InputFile::~InputFile() = default;
+
+/// An option that would do nothing is refused: nobody should believe that it did something.
+void InputFile::refuseOptions() const
+{
+    refusePassword(_options.path, _kind, _password, "--password");
+    if (_kind == DataKind::Csv)
+        return;
+    const auto refuse = [this](bool given, const char* option) {
+        if (given)
+            throw CommandFault(ExitStatus::Usage,
+                               std::string(option) + ": " + _options.path + " is no csv file",
+                               std::string("leave ") + option + " out, or choose the kind csv");
+    };
+    refuse(_options.noHeader, "--no-header");
+    refuse(!_options.encoding.empty(), "--encoding");
+    refuse(_options.maxErrors.has_value(), "--max-errors");
+}
+
+/// A csv file without a document declares nothing, and a document that cannot be read is the
+/// engine's to refuse.
+void InputFile::keepMissing()
+{
+    if (_dataModel) {
+        std::ifstream document(_dataModel->path(), std::ios::binary);
+        try {
+            _kept = std::make_unique<KeptMissing>(
+                CFMetaData(std::string(std::istreambuf_iterator<char>(document), {})));
+        } catch (const CFMetaDataError&) {
+            _kept = nullptr;
+        }
+    } else if (_kind != DataKind::Csv) {
+        _kept = std::make_unique<KeptMissing>(Dataset(_options, _file, _kind, _password).file());
+    }
+    if (_kept && !_kept->isNeeded())
+        _kept = nullptr;
+}
 
 HVStatDataIterator* InputFile::rows() const
 {
@@ -109,7 +130,7 @@ JobOrigin InputFile::origin() const
     JobOrigin origin;
     origin.inputs = {{_file.path(), _file.name()}};
     if (_dataModel)
-        origin.inputs.push_back({_dataModel->path(), _dataModel->name()});
+        origin.inputs.push_back({_kept ? _kept->path() : _dataModel->path(), _dataModel->name()});
     origin.hasInputOptions = _offered == FileOptions::Offered;
     return origin;
 }
@@ -122,6 +143,20 @@ void InputFile::configure(HVLRead& read) const
         read.ReadIterator(_dataset->cases());
     else
         configureFile(read);
+}
+
+void InputFile::complete(HVLUpdateDataModel& update) const
+{
+    if (_dataset)
+        _dataset->complete(update);
+    if (_kept)
+        _kept->redeclare(update);
+}
+
+void InputFile::finish() const
+{
+    if (_dataset)
+        _dataset->finish();
 }
 
 void InputFile::configureFile(HVLRead& read) const
@@ -138,7 +173,9 @@ void InputFile::configureFile(HVLRead& read) const
         read.ReadHVBF(url);
         break;
     }
-    if (_dataModel)
+    if (_kept)
+        read.SetDataModel(engineUrl(_kept->path()));
+    else if (_dataModel)
         read.SetDataModel(engineUrl(_dataModel->path()));
     if (_options.maxErrors) {
         const bool any = *_options.maxErrors < 0;
@@ -156,12 +193,12 @@ OutputFile::OutputFile(const OutputOptions& options, FileOptions offered,
 {
     refusePassword(_options.path, _kind, _password, "--out-password");
     if (!_options.dataModel.empty())
-        _options.dataModel = destination(_options.dataModel, _options.force);
+        _options.dataModel = outputPath(_options.dataModel, _options.force);
     if (_options.path == kStandardStream) {
         _collected = std::make_unique<HVSimpleFile>("output", false, true);
         _path = nativePath(_collected->GetGenericPath());
     } else {
-        _path = destination(_options.path, _options.force);
+        _path = outputPath(_options.path, _options.force);
     }
 }
 

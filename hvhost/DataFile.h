@@ -11,10 +11,12 @@
 
 class Dataset;
 class HVLRead;
+class HVLUpdateDataModel;
 class HVStatDataIterator;
 class HVLWrite;
 class HVSimpleFile;
 class InterruptWatch;
+class KeptMissing;
 
 /// Whether a command has the options that a hint may speak of.
 enum class FileOptions
@@ -28,8 +30,8 @@ enum class FileOptions
 class InputFile
 {
 public:
-    /// Throws CommandFault: Input as ReadableFile, Usage for a kind that is not clear and for a
-    /// password that the kind of file does not take.
+    /// Throws CommandFault: Input as ReadableFile, Usage for a kind that is not clear and for
+    /// options that the kind of file does not take, or a weight that is none.
     InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch);
     ~InputFile();
 
@@ -37,11 +39,19 @@ public:
     JobOrigin origin() const;
     /// Has the builder read this file.
     void configure(HVLRead& read) const;
+    /// Adds what the reading itself cannot say of the fields; after configure.
+    void complete(HVLUpdateDataModel& update) const;
+    /// Has the host tell what is left to say of the reading, once it is done.
+    void finish() const;
     /// The dataset, and the rows that the job is handed; null if the engine reads the file.
     const Dataset* dataset() const { return _dataset.get(); }
+    Dataset* dataset() { return _dataset.get(); }
     HVStatDataIterator* rows() const;
 
 private:
+    void refuseOptions() const;
+    void openDataset();
+    void keepMissing();
     void configureFile(HVLRead& read) const;
 
     InputOptions _options;
@@ -51,6 +61,7 @@ private:
     std::string _password;
     DataKind _kind;
     std::unique_ptr<Dataset> _dataset;
+    std::unique_ptr<KeptMissing> _kept; ///< where the engine reads and keeps user-missing values
 };
 
 /// A file that a command writes. The engine gives it its name once it is whole. The watch is
@@ -66,6 +77,8 @@ public:
 
     /// Has the builder write this file.
     void configure(HVLWrite& write) const;
+    /// Whether it tells which field is a weight: by itself, or by a document beside it.
+    bool keepsWeight() const { return _kind != DataKind::Csv || !_options.dataModel.empty(); }
     /// Copies what was written to standard output, if it is to go there.
     void deliver() const;
 

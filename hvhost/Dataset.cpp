@@ -1,11 +1,14 @@
 #include "Dataset.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "CommandFault.h"
 #include "ErrorText.h"
 #include "ReadableFile.h"
+#include "Text.h"
+#include "data/HVDataModel.h"
 #include "hvl/HVLUpdateDataModel.h"
 #include "support/Paths.h"
 #include "support/Transcoding.h"
@@ -52,11 +55,45 @@ CommandFault inputFault(const ErrorText& error, const ReadableFile& file)
     return {ExitStatus::Input, text, hintFor(text)};
 }
 
+bool isNumber(CFField::StorageType storage)
+{
+    return storage == CFField::Integer || storage == CFField::Real;
+}
+
+void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& geo)
+{
+    if (const auto& envelope = geo.GetEnvelope())
+        update.Update(name, geo.GetType(), geo.GetCoordinates(), geo.GetWkid(), geo.GetCsname(),
+                      geo.IsProjected(), geo.GetWkt(), envelope->leftUpperX, envelope->leftUpperY,
+                      envelope->rightLowerX, envelope->rightLowerY);
+    else
+        update.Update(name, geo.GetType(), geo.GetCoordinates(), geo.GetWkid(), geo.GetCsname(),
+                      geo.IsProjected(), geo.GetWkt());
+}
+
+/// `told` is the field as the file has it, `known` as the rows that are served describe it.
+void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFField& known)
+{
+    const std::string& name = known.GetName();
+    if (told.GetStorage() == CFField::Integer && known.GetStorage() == CFField::Real)
+        update.Update(name, CFField::Integer);
+    if (told.GetType() != known.GetType())
+        update.Update(name, told.GetType());
+    if (told.GetRole() != known.GetRole())
+        update.Update(name, told.GetRole());
+    const bool comparable = told.GetStorage() == known.GetStorage() ||
+                            (isNumber(told.GetStorage()) && isNumber(known.GetStorage()));
+    if (comparable && told.GetMissingValues() != known.GetMissingValues())
+        update.Update(name, told.GetMissingValues());
+    if (told.GetGeo() != nullptr)
+        addGeo(update, name, *told.GetGeo());
+}
+
 } // namespace
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const std::string& password)
-    : _keepsUserMissing(options.userMissing == "keep")
+    : _readable(file)
 {
     UserCaseFileSpec spec;
     spec.Init(FormalizeFilePath(file.path(), false), true, false);
@@ -64,41 +101,91 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     spec.SetPassword(password);
     spec.SetHeader(!options.noHeader);
     spec.SetCodePage(options.encoding);
+    // What is declared missing is a value to a job that keeps it; complete declares it again.
+    spec.SetDeclaresMissing(options.userMissing != "keep");
     try {
         _file = std::make_unique<UserInputCaseFile>(spec, nullptr);
     } catch (const ErrorText& error) {
         throw inputFault(error, file);
     }
+    _weight = source().GetWeightVarIndex();
+    for (int i = 0; i < source().GetNSplitVars(); ++i)
+        _split.push_back(source().GetSplitVarIndex(i));
 }
 
 Dataset::~Dataset() = default;
 
 HVRawDataIterator& Dataset::cases()
 {
-    if (!_cases) {
+    if (_cases)
+        return *_cases;
+    try {
         _cases = std::make_unique<HVRawDataIterator>(source(), std::vector<int>(),
                                                      std::vector<MeasurementLevel>(), false,
-                                                     kWeightNone, false, nullptr);
-        _cases->SetName(kIteratorName);
-        if (_keepsUserMissing) {
-            _cases->SetExcludeUserMissing(false);
-            _cases->UpdateUserMissing();
-        }
+                                                     kWeightNone, false, &_monitor);
+    } catch (const ErrorText& error) {
+        throw inputFault(error, _readable);
     }
+    _cases->SetName(kIteratorName);
     return *_cases;
 }
 
-bool Dataset::complete(HVLUpdateDataModel& update) const
+int Dataset::columnOf(const std::string& name, const std::string& origin) const
 {
-    const auto nameOf = [this](int column) {
-        return transcodeToUTF8(source().GetVariable(column).GetName().c_str(), nullptr);
-    };
-    for (int column = 0; column < source().ColumnCount(); ++column)
-        if (_file->IsInteger(column))
-            update.Update(nameOf(column), CFField::Integer);
-    if (source().GetWeightVarIndex() >= 0)
-        update.Update(nameOf(source().GetWeightVarIndex()), CFField::FrequencyWeight);
-    for (int i = 0; i < source().GetNSplitVars(); ++i)
-        update.Update(nameOf(source().GetSplitVarIndex(i)), CFField::Split);
-    return update.SizeOfUpdate() > 0;
+    const int column = source().FindVarIndex(transcodeFromUTF8(name.c_str(), nullptr), 0);
+    if (column >= 0)
+        return column;
+    std::vector<std::string> names;
+    for (int known = 0; known < source().ColumnCount(); ++known)
+        names.push_back(nameOf(known));
+    const std::string nearest = nearestWord(names, name);
+    throw CommandFault(
+        ExitStatus::Usage,
+        (origin.empty() ? _readable.name() : origin) + ": there is no variable \"" + name + "\"",
+        nearest.empty() ? "hvhost info lists the variables" : "did you mean " + nearest + "?");
+}
+
+std::string Dataset::nameOf(int column) const
+{
+    return transcodeToUTF8(source().GetVariable(column).GetName().c_str(), nullptr);
+}
+
+CFField::StorageType Dataset::storageOf(int column) const
+{
+    HVDataModel model(source(), false, false, false);
+    return model.getMetaData().GetField(static_cast<std::size_t>(column))->GetStorage();
+}
+
+void Dataset::setWeight(const std::string& name)
+{
+    const std::string origin = "--weight " + name;
+    const int column = columnOf(name, origin);
+    if (storageOf(column) != CFField::Real)
+        throw CommandFault(ExitStatus::Usage, origin + ": a weight is a number, and this is a " +
+                                                  WordOf(storageOf(column)));
+    _weight = column;
+}
+
+void Dataset::setSplit(const std::vector<std::string>& names)
+{
+    _split.clear();
+    for (const std::string& name : names) {
+        _split.push_back(columnOf(name, "--by " + name));
+        if (std::count(_split.begin(), _split.end(), _split.back()) > 1)
+            throw CommandFault(ExitStatus::Usage, "--by " + name + ": it is named twice");
+    }
+}
+
+void Dataset::complete(HVLUpdateDataModel& update) const
+{
+    for (int column = 0; column < source().ColumnCount(); ++column) {
+        const CFField& known = *_cases->getMetaData().GetField(static_cast<std::size_t>(column));
+        CFField told = _file->Field(column);
+        // The user may have set another weight in the place of the file's.
+        if (column == _weight)
+            told.SetRole(CFField::FrequencyWeight);
+        else if (column == source().GetWeightVarIndex())
+            told.SetRole(known.GetRole());
+        addWhatIsTold(update, told, known);
+    }
 }

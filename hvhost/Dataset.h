@@ -2,16 +2,19 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "CommonOptions.h"
 #include "DataKind.h"
+#include "ErrorMonitor.h"
 #include "UserCaseFile.h"
 #include "data/HVRawDataIterator.h"
 
 class HVLUpdateDataModel;
 class ReadableFile;
 
-/// A data file that the host has opened as a dataset, and its cases as a job reads them. The file
+/// A data file that the host has opened as a dataset, with what the host knows of it and the user
+/// sets: the weight and the split of the file; and its cases as a job reads them. The file
 /// is borrowed and must outlive the dataset.
 class Dataset
 {
@@ -24,15 +27,36 @@ public:
 
     const VEXA_DataSource& source() const { return *_file->DataSource(); }
     const UserInputCaseFile& file() const { return *_file; }
+    /// Tells how many values could not be taken as they are; when the cases have been read.
+    void finish() { _monitor.Finish(); }
 
-    /// All cases, unweighted; made at the first call. Stays the dataset's.
+    /// The column of a variable by its UTF-8 name, letter case apart. Throws CommandFault (Usage)
+    /// that begins with `origin`, the option that names it or nothing, if there is none.
+    int columnOf(const std::string& name, const std::string& origin) const;
+    /// The name of a column's variable in UTF-8, and what its values are.
+    std::string nameOf(int column) const;
+    CFField::StorageType storageOf(int column) const;
+
+    /// The variables that weigh the cases and split the file: the file's own unless others are set.
+    /// -1 for no weight. A weight must be a number; throws CommandFault (Usage).
+    int weight() const { return _weight; }
+    const std::vector<int>& split() const { return _split; }
+    void setWeight(const std::string& name);
+    void setSplit(const std::vector<std::string>& names);
+
+    /// All cases, unweighted; made at the first call. Stays the dataset's. Throws CommandFault
+    /// (Input) for cases that cannot be read.
     HVRawDataIterator& cases();
-    /// What is known of the fields beside what the row protocol can say: which numbers are whole,
-    /// which variable weighs, which split the file. False if there is nothing to add.
-    bool complete(HVLUpdateDataModel& update) const;
+    /// Adds what is known of the fields beside what variables and rows can say: which numbers are
+    /// whole, which variable weighs, measures and roles without a level or role of the host,
+    /// missing values that are served as values. After cases.
+    void complete(HVLUpdateDataModel& update) const;
 
 private:
-    bool _keepsUserMissing;
+    const ReadableFile& _readable;
+    VexaErrorMonitor _monitor{Reporter};
     std::unique_ptr<UserInputCaseFile> _file;
+    int _weight = -1;
+    std::vector<int> _split;
     std::unique_ptr<HVRawDataIterator> _cases;
 };

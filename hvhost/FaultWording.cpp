@@ -17,7 +17,7 @@ struct InputFault
     const char* hint;
 };
 constexpr const char* kPasswordHint = "--password-file FILE or --password WORD gives it";
-constexpr std::array<InputFault, 11> kInputFaults{{
+constexpr std::array<InputFault, 12> kInputFaults{{
     {"HVEIO0001E", ""},
     {"HVEIO0002E", ""},
     {"HVEIO0003E", ""},
@@ -29,6 +29,7 @@ constexpr std::array<InputFault, 11> kInputFaults{{
     {"HVEIO0010E", kPasswordHint},
     {"HVEIO0011E", ""},
     {"HVEIO0012E", ""},
+    {"HVEIO0019E", ""},
 }};
 
 const InputFault* inputFault(const EngineFault& fault)
@@ -38,6 +39,13 @@ const InputFault* inputFault(const EngineFault& fault)
                      [&](const InputFault& known) { return known.id == fault.id; });
     // The step that writes has some of the same faults.
     return row != kInputFaults.end() && fault.text.starts_with("read") ? row : nullptr;
+}
+
+/// A fault of the rows that are served: what the host says of its file, as the engine would say it.
+std::string withoutIterator(const std::string& text)
+{
+    static const std::regex form("^read: the row iterator \"[^\"]*\" failed at record \\d+: ");
+    return std::regex_replace(text, form, "read: ", std::regex_constants::format_first_only);
 }
 
 /// A place in a job text, and what is said of it.
@@ -157,7 +165,7 @@ CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
 {
     const std::string detail = fault.id + " " + fault.detail;
     if (const InputFault* const input = inputFault(fault)) {
-        const std::string text = withFileName(fault.text, origin);
+        const std::string text = withFileName(withoutIterator(fault.text), origin);
         const bool generated = origin.jobName.empty();
         return {ExitStatus::Input, generated ? text : origin.jobName + ": " + text,
                 generated && origin.hasInputOptions ? input->hint : "", detail};

@@ -5,10 +5,13 @@
 
 #include "CommandFault.h"
 #include "CommandLog.h"
+#include "CommonBlocks.h"
+#include "Dataset.h"
 #include "EngineException.h"
 #include "EnginePreload.h"
 #include "FaultWording.h"
 #include "InterruptWatch.h"
+#include "JNIException.h"
 #include "Journal.h"
 #include "ProgressLine.h"
 #include "TnOutput.h"
@@ -48,9 +51,9 @@ std::unique_ptr<HVRunner> startRunner(TnProcedure* procedure)
 } // namespace
 
 HostSession::HostSession(const std::string& command, const CommonOptions& options,
-                         const InterruptWatch& watch)
+                         const InterruptWatch& watch, ProcedureDataSource* data)
     : _options(options), _watch(watch),
-      _procedure(std::make_unique<TnProcedure>("hvhost " + command)),
+      _procedure(std::make_unique<TnProcedure>("hvhost " + command, data)),
       _runner(startRunner(_procedure.get())), _command(command)
 {
     checkTrails();
@@ -73,18 +76,46 @@ void HostSession::checkTrails() const
                            "it must be a folder that may be written to, or one that can be made");
 }
 
+void HostSession::giveUpSettings(const Dataset& dataset)
+{
+    ProcedureDataSource source;
+    source.SetDataset(&dataset.source());
+    // The host's settings are columns from 1; 0 stands for none.
+    pvGetCmnGlb()->weight = dataset.weight() + 1;
+    pvGetCmnGlb()->split = dataset.split().empty() ? 0 : dataset.split().front() + 1;
+    _runner->prepareActiveDS(source, false, false);
+}
+
 void HostSession::run(const std::string& jobText, const JobOrigin& origin, HVStatDataIterator* rows)
 {
     log("job: " + jobText);
-    execute(jobText, rows);
-    printMessages(origin);
-    // A stop that came when the job was done changes nothing any more: its output is there.
-    if (_runner->getProgressListener()->getState() != HVProgressListener::Succeeded)
-        _watch.check();
-    failIfFailed(jobText, origin);
+    observed([&] { execute(jobText, rows); });
+    _runner->displayAllMessages(false, false);
+    settle(jobText, origin);
 }
 
-void HostSession::execute(const std::string& jobText, HVStatDataIterator* rows)
+void HostSession::perform(const std::function<bool()>& work, const JobOrigin& origin)
+{
+    bool done = false;
+    observed([&] {
+        try {
+            done = work();
+        } catch (const EmbeddedHV::Exception& error) {
+            throw CommandFault(ExitStatus::Engine, error.getMessage());
+        } catch (const EmbeddedHV::JavaException& error) {
+            throw CommandFault(ExitStatus::JobFailed, error.getMessage(), {}, error.getTrace());
+        } catch (const JNIException& error) {
+            throw CommandFault(ExitStatus::JobFailed,
+                               "the job cannot be composed: " + error.message(), {}, error.trace());
+        }
+    });
+    settle({}, origin);
+    if (!done)
+        throw CommandFault(ExitStatus::JobFailed, "the job left no result");
+}
+
+/// Shows the progress of the work.
+void HostSession::observed(const std::function<void()>& work)
 {
     ProgressLine progress(_options.quiet ? "never" : _options.progress, "hvhost " + _command);
     HostJournal::instance().setObserver([&progress](const HostJournal::Entry& entry) {
@@ -92,7 +123,12 @@ void HostSession::execute(const std::string& jobText, HVStatDataIterator* rows)
             progress.show(entry.number);
     });
     const auto quiet = [](void*) { HostJournal::instance().setObserver({}); };
-    const std::unique_ptr<void, decltype(quiet)> observed(&progress, quiet);
+    const std::unique_ptr<void, decltype(quiet)> watched(&progress, quiet);
+    work();
+}
+
+void HostSession::execute(const std::string& jobText, HVStatDataIterator* rows)
+{
     try {
         _runner->prepareHVLJob(jobText);
     } catch (const EmbeddedHV::Exception& error) {
@@ -110,21 +146,29 @@ void HostSession::execute(const std::string& jobText, HVStatDataIterator* rows)
     }
 }
 
-void HostSession::failIfFailed(const std::string& jobText, const JobOrigin& origin)
+/// What the job told, and the fault that it ended with.
+void HostSession::settle(const std::string& jobText, const JobOrigin& origin)
 {
     EngineFault fault;
-    if (!_runner->getProgressListener()->hasError(fault.id, fault.text, fault.detail))
+    const bool failed =
+        _runner->getProgressListener()->hasError(fault.id, fault.text, fault.detail);
+    printMessages(origin, fault.text);
+    // A stop that came when the job was done changes nothing any more: its output is there.
+    if (_runner->getProgressListener()->getState() != HVProgressListener::Succeeded)
+        _watch.check();
+    if (!failed)
         return;
     log("failed: " + fault.id + " " + fault.text + " " + fault.detail);
     throw wordFault(fault, jobText, origin);
 }
 
-void HostSession::printMessages(const JobOrigin& origin)
+/// The warnings. Behind the label of a split group the error of the job, which is told apart, is
+/// one, too.
+void HostSession::printMessages(const JobOrigin& origin, const std::string& error)
 {
-    _runner->displayAllMessages(false, false);
     for (const HostJournal::Entry& entry :
          HostJournal::instance().entries(HostJournal::Kind::Error)) {
-        if (entry.level != kLevelWarning)
+        if (entry.level != kLevelWarning || (!error.empty() && entry.text.ends_with(error)))
             continue;
         ++_warnings;
         const std::string text = withFileName(entry.text, origin);
@@ -135,8 +179,9 @@ void HostSession::printMessages(const JobOrigin& origin)
     HostJournal::instance().clear();
 }
 
-void HostSession::finish() const
+void HostSession::finish()
 {
+    printMessages({}, {});
     if (_options.strict && _warnings > 0)
         throw CommandFault(ExitStatus::Warnings, "done, with warnings");
     log("done");

@@ -1,14 +1,17 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "CommonOptions.h"
 #include "JobOrigin.h"
 
+class Dataset;
 class HVRunner;
 class HVStatDataIterator;
 class InterruptWatch;
+class ProcedureDataSource;
 class TnProcedure;
 
 /// One command's stay in the host: a procedure with a runner, a log and a line of progress. The
@@ -17,9 +20,10 @@ class TnProcedure;
 class HostSession
 {
 public:
-    /// Starts the Java virtual machine. Throws CommandFault (Engine) if there is none.
+    /// Starts the Java virtual machine. Throws CommandFault (Engine) if there is none. `data` is
+    /// what the procedure works on, borrowed; null for a command whose jobs know by themselves.
     HostSession(const std::string& command, const CommonOptions& options,
-                const InterruptWatch& watch);
+                const InterruptWatch& watch, ProcedureDataSource* data = nullptr);
     ~HostSession();
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;
@@ -27,18 +31,27 @@ public:
     HVRunner& runner() { return *_runner; }
     const CommonOptions& options() const { return _options; }
 
+    /// For a command whose jobs neither weigh nor split: sets the dataset's weight and split in the
+    /// host and gives them up, of which the user is warned with the next job.
+    void giveUpSettings(const Dataset& dataset);
     /// Runs one job to its end and prints its warnings. The execution stays, for the rows of its
     /// outputs, until the next run. Throws CommandFault, worded by where the text came from.
     void run(const std::string& jobText, const JobOrigin& origin,
              HVStatDataIterator* rows = nullptr);
-    /// Throws CommandFault (Warnings) if there were any and the command is strict.
-    void finish() const;
+    /// The same for work that runs one job on the runner, shows its messages and ends its execution
+    /// by itself. `work` returns whether it succeeded.
+    void perform(const std::function<bool()>& work, const JobOrigin& origin);
+    /// Appends a line to the log, if there is one.
+    void log(const std::string& line) const;
+    /// Prints what the host has told since. Throws CommandFault (Warnings) if there were any
+    /// warnings and the command is strict.
+    void finish();
 
 private:
+    void observed(const std::function<void()>& work);
     void execute(const std::string& jobText, HVStatDataIterator* rows);
-    void failIfFailed(const std::string& jobText, const JobOrigin& origin);
-    void printMessages(const JobOrigin& origin);
-    void log(const std::string& line) const;
+    void settle(const std::string& jobText, const JobOrigin& origin);
+    void printMessages(const JobOrigin& origin, const std::string& error);
     void checkTrails() const;
 
     CommonOptions _options;

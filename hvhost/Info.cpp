@@ -63,8 +63,8 @@ public:
     {
         const CFMissingValues& missing = _field.GetMissingValues();
         std::string all;
-        for (const CFValue& value : missing.GetValues())
-            all += (all.empty() ? "" : ", ") + shown(value.GetDatum());
+        for (const CFDatum& value : missingValues())
+            all += (all.empty() ? "" : ", ") + shown(value);
         if (!missing.GetRange().IsEmpty())
             all += (all.empty() ? "" : ", ") + endOf(missing.GetRange().GetLower(), "lowest") +
                    " to " + endOf(missing.GetRange().GetUpper(), "highest");
@@ -88,8 +88,8 @@ public:
             json["valueLabels"].push_back(
                 {{"value", jsonOf(value.GetDatum())}, {"label", value.GetLabel()}});
         const CFMissingValues& missing = _field.GetMissingValues();
-        for (const CFValue& value : missing.GetValues())
-            json["missing"]["values"].push_back(jsonOf(value.GetDatum()));
+        for (const CFDatum& value : missingValues())
+            json["missing"]["values"].push_back(jsonOf(value));
         if (!missing.GetRange().IsEmpty())
             json["missing"]["range"] = {{"from", limit(missing.GetRange().GetLower())},
                                         {"to", limit(missing.GetRange().GetUpper())}};
@@ -97,6 +97,23 @@ public:
     }
 
 private:
+    /// The model has the beginnings of long texts alone, the variable has them whole.
+    std::vector<CFDatum> missingValues() const
+    {
+        std::vector<CFDatum> all;
+        const OBS* texts[3] = {};
+        if (_variable.GetType() > 0)
+            _variable.GetMissingValues(texts[0], texts[1], texts[2]);
+        else
+            for (const CFValue& value : _field.GetMissingValues().GetValues())
+                all.push_back(value.GetDatum());
+        for (const OBS* text : texts)
+            if (text != nullptr) {
+                const std::string whole = utf8({text->text, _variable.MissingTextWidth()});
+                all.emplace_back(whole.substr(0, whole.find_last_not_of(' ') + 1));
+            }
+        return all;
+    }
     static bool isOpen(const CFDatum& limit)
     {
         constexpr double kMost = 1.7976931348623157e308;
@@ -141,7 +158,7 @@ public:
             _variables.emplace_back(
                 dataset.source().GetVariable(column),
                 *_model.getMetaData().GetField(static_cast<std::size_t>(column)),
-                dataset.file().IsInteger(column));
+                dataset.file().Field(column).GetStorage() == CFField::Integer);
     }
 
     const std::string& dataModel() const { return _model.getDataModel(); }

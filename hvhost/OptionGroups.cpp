@@ -35,6 +35,15 @@ void addSource(CLI::App& app, InputOptions& options)
         ->group("Input");
 }
 
+void addUserMissing(CLI::App& app, InputOptions& options)
+{
+    app.add_option("--user-missing", options.userMissing,
+                   "Whether user-missing values count as missing")
+        ->type_name("WHAT")
+        ->check(CLI::IsMember({"exclude", "keep"}))
+        ->group("Input");
+}
+
 /// What a job may make of it.
 void addReading(CLI::App& app, InputOptions& options)
 {
@@ -44,19 +53,14 @@ void addReading(CLI::App& app, InputOptions& options)
     add("--limit", options.limit, "Read at most so many records")
         ->type_name("N")
         ->check(wholeNumberFrom(0));
-    CLI::Option* const missing =
-        add("--user-missing", options.userMissing, "Whether user-missing values count as missing")
-            ->type_name("WHAT")
-            ->check(CLI::IsMember({"exclude", "keep"}));
+    addUserMissing(app, options);
     app.add_flag("--direct", options.direct, "The engine reads the file itself, not the host")
-        ->group("Input")
-        ->excludes(missing);
+        ->group("Input");
     add("--data-model", options.dataModel, "A data model document for the fields; as --direct")
         ->type_name("FILE")
-        ->check(notEmpty())
-        ->excludes(missing);
+        ->check(notEmpty());
     add("--max-errors", options.maxErrors,
-        "Skip up to so many bad records, -1 for any;\nas --direct")
+        "Skip up to so many bad records of a csv file,\n-1 for any; as --direct")
         ->type_name("N")
         ->check(wholeNumberFrom(-1));
 }
@@ -138,6 +142,21 @@ void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput)
 void addDatasetOptions(CLI::App& app, InputOptions& options)
 {
     addSource(app, options);
+}
+
+void addCasesOptions(CLI::App& app, InputOptions& options)
+{
+    addSource(app, options);
+    addUserMissing(app, options);
+    addWeight(app, options);
+}
+
+void addWeight(CLI::App& app, InputOptions& options)
+{
+    app.add_option("--weight", options.weight, "Variable that says how many cases one stands for")
+        ->type_name("VARIABLE")
+        ->check(notEmpty())
+        ->group("Input");
 }
 
 void addPrintJob(CLI::App& app, bool& printJob)

@@ -16,5 +16,10 @@ void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput);
 
 /// An input that the host opens as a dataset.
 void addDatasetOptions(CLI::App& app, InputOptions& options);
+/// The same for a command whose jobs read the cases: weighted, and with or without user-missing
+/// values.
+void addCasesOptions(CLI::App& app, InputOptions& options);
+/// --weight
+void addWeight(CLI::App& app, InputOptions& options);
 /// --print-job
 void addPrintJob(CLI::App& app, bool& printJob);

@@ -2,7 +2,6 @@
 
 #include "CommandFault.h"
 #include "DataFile.h"
-#include "Dataset.h"
 #include "JNIException.h"
 #include "Text.h"
 #include "bridge/JNIHvlExpression.h"
@@ -43,12 +42,11 @@ RecordChain::RecordChain(JNIHvlProgram& program, const InputFile& input,
     : _program(program), _read(std::make_unique<HVLRead>(&program)), _last(_read.get())
 {
     input.configure(*_read);
-    if (input.dataset()) {
-        _update = std::make_unique<HVLUpdateDataModel>(&program);
-        if (input.dataset()->complete(*_update)) {
-            _update->AddPredFunction(_last);
-            _last = _update.get();
-        }
+    _update = std::make_unique<HVLUpdateDataModel>(&program);
+    input.complete(*_update);
+    if (_update->SizeOfUpdate() > 0) {
+        _update->AddPredFunction(_last);
+        _last = _update.get();
     }
     for (const std::string& derivation : options.derivations)
         derive(derivation);

@@ -34,7 +34,7 @@ private:
 
     JNIHvlProgram& _program;
     std::unique_ptr<HVLRead> _read;
-    std::unique_ptr<HVLUpdateDataModel> _update; ///< what a dataset tells of its fields
+    std::unique_ptr<HVLUpdateDataModel> _update; ///< what the reading itself cannot say of fields
     std::vector<std::unique_ptr<HVLExpressionFun>> _steps;
     std::vector<JobOrigin::Expression> _expressions;
     HVLFunction* _last;

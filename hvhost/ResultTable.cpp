@@ -1,10 +1,6 @@
 #include "ResultTable.h"
 
-#include <array>
-#include <charconv>
-#include <chrono>
-#include <cmath>
-#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ostream>
 
@@ -13,46 +9,12 @@
 #include "CFMetaData.h"
 #include "RowDataIterator.h"
 #include "TextTable.h"
+#include "ValueText.h"
 #include "bridge/JNIObjectManager.h"
 
 namespace {
 
-constexpr double kSecondsPerDay = 86400.0;
 constexpr int kJsonSchema = 1;
-
-std::string shortestNumber(double value)
-{
-    std::array<char, 32> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return {buffer.data(), end.ptr};
-}
-
-std::string dateText(double days)
-{
-    const std::chrono::sys_days day{std::chrono::days(static_cast<int>(days))};
-    const std::chrono::year_month_day date(day);
-    std::array<char, 32> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%04d-%02u-%02u", static_cast<int>(date.year()),
-                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()));
-    return buffer.data();
-}
-
-std::string timeText(double seconds)
-{
-    const int whole = static_cast<int>(seconds);
-    std::array<char, 32> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%02d:%02d:%02d", whole / 3600, whole / 60 % 60,
-                  whole % 60);
-    const double fraction = seconds - whole;
-    const std::string text = buffer.data();
-    return fraction > 0 ? text + shortestNumber(std::round(fraction * 1e6) / 1e6).substr(1) : text;
-}
-
-std::string timestampText(double seconds)
-{
-    const double days = std::floor(seconds / kSecondsPerDay);
-    return dateText(days) + " " + timeText(seconds - days * kSecondsPerDay);
-}
 
 std::string valueText(const void* value, unsigned long long length, CFField::StorageType storage)
 {
@@ -60,16 +22,7 @@ std::string valueText(const void* value, unsigned long long length, CFField::Sto
         return {static_cast<const char*>(value), static_cast<std::size_t>(length)};
     double number = 0;
     std::memcpy(&number, value, sizeof number);
-    switch (storage) {
-    case CFField::Date:
-        return dateText(number);
-    case CFField::Time:
-        return timeText(number);
-    case CFField::Timestamp:
-        return timestampText(number);
-    default:
-        return shortestNumber(number);
-    }
+    return numberText(number, storage);
 }
 
 void printCsvCell(std::ostream& out, const std::string& text)

@@ -1,6 +1,26 @@
 #include "Text.h"
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace {
+
+std::size_t editDistance(const std::string& left, const std::string& right)
+{
+    std::vector<std::size_t> row(right.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 1; i <= left.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i);
+        for (std::size_t j = 1; j <= right.size(); ++j) {
+            const std::size_t replaced = diagonal + (left[i - 1] == right[j - 1] ? 0 : 1);
+            diagonal = std::exchange(row[j], std::min({row[j] + 1, row[j - 1] + 1, replaced}));
+        }
+    }
+    return row.back();
+}
+
+} // namespace
 
 bool beginsCharacter(char byte)
 {
@@ -24,4 +44,26 @@ std::string withoutLineEnds(std::string text)
 {
     text.erase(text.find_last_not_of("\r\n") + 1);
     return text;
+}
+
+std::string printable(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(),
+        [](char byte) { return static_cast<unsigned char>(byte) < ' ' || byte == '\x7f'; }, ' ');
+    return text;
+}
+
+std::string nearestWord(const std::vector<std::string>& words, const std::string& word)
+{
+    std::string nearest;
+    std::size_t best = word.size() / 2 + 1;
+    for (const std::string& candidate : words) {
+        const std::size_t distance = editDistance(word, candidate);
+        if (distance < best) {
+            best = distance;
+            nearest = candidate;
+        }
+    }
+    return nearest;
 }

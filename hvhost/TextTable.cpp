@@ -44,11 +44,7 @@ std::string cellText(const std::optional<std::string>& cell, const ResultTable::
         std::snprintf(buffer.data(), buffer.size(), "%.7g", std::strtod(cell->c_str(), nullptr));
         return buffer.data();
     }
-    std::string text = *cell;
-    std::replace_if(
-        text.begin(), text.end(),
-        [](char byte) { return static_cast<unsigned char>(byte) < ' ' || byte == '\x7f'; }, ' ');
-    return text;
+    return printable(*cell);
 }
 
 /// A table under drawing: texts and widths of its cells.

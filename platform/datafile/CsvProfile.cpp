@@ -141,6 +141,8 @@ void CsvProfile::takeLengths()
 {
     for (std::size_t column = 0; column < _fields.size(); ++column) {
         const CsvField& field = _fields[column];
+        if (!_foreignLine && !isUtf8(field.text))
+            _foreignLine = _scanner.line();
         if (field.text.empty())
             _gaps[column] = true;
         else if (field.text.size() > _longest[column])

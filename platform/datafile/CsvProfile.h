@@ -25,7 +25,8 @@ public:
     /// A column without any value is a String.
     CFField::StorageType storageOf(std::size_t column) const;
 
-    /// From here on the texts are measured too; at best before anything is read.
+    /// From here on the texts are measured and looked at closely too; at best before anything is
+    /// read.
     void measure();
     /// The longest text of a column in bytes, and whether a record has none there.
     std::size_t longest(std::size_t column) const { return _longest[column]; }
@@ -37,6 +38,8 @@ public:
         std::size_t fields = 0;
     };
     const std::optional<Ragged>& ragged() const { return _ragged; }
+    /// The line of the first record, if any, that is not UTF-8.
+    const std::optional<std::uint64_t>& foreignLine() const { return _foreignLine; }
 
     /// Reads on until the records seen reach a number or the end of the file; false if `goOn`,
     /// asked now and then, stops it.
@@ -76,6 +79,7 @@ private:
     std::vector<CFField::StorageType> _expected;
     std::optional<Misfit> _misfit;
     std::optional<Ragged> _ragged;
+    std::optional<std::uint64_t> _foreignLine;
     std::vector<std::size_t> _longest; ///< empty if the texts are not measured
     std::vector<bool> _gaps;
     std::vector<CsvField> _fields;

@@ -294,7 +294,7 @@ Dictionary dictionaryOf(const std::string& text, const std::string& origin)
 {
     const auto fault = [&](const std::string& what) {
         return Fault(faults::kDataModel,
-                     "the dictionary of " + origin + " cannot be used: " + what);
+                     "read: " + origin + ": the dictionary cannot be used: " + what);
     };
     try {
         const auto bounded = [](int depth, Json::parse_event_t, const Json&) {

@@ -1,6 +1,7 @@
 #include "datafile/Duck.h"
 
 #include <cmath>
+#include <exception>
 #include <memory>
 #include <string_view>
 
@@ -76,6 +77,18 @@ Connection::Connection(duckdb_database database)
 {
     if (duckdb_connect(database, &_connection) != DuckDBSuccess)
         throw QueryError("the database gives no connection");
+}
+
+Connection::~Connection()
+{
+    // While an exception unwinds the stack, the database lets go of a statement whose rows were not
+    // all fetched without waiting for the threads that work on it, and they go on with what is
+    // gone. A further statement waits for them.
+    if (std::uncaught_exceptions() > 0) {
+        duckdb_interrupt(_connection);
+        duckdb_query(_connection, "SELECT 1", nullptr);
+    }
+    duckdb_disconnect(&_connection);
 }
 
 namespace {

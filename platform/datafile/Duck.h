@@ -56,7 +56,7 @@ public:
     explicit Connection(duckdb_database database);
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
-    ~Connection() { duckdb_disconnect(&_connection); }
+    ~Connection();
 
     /// Runs one statement. Throws QueryError.
     Result query(const std::string& sql);

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
 
 #include "datafile/ColumnTypes.h"
+#include "datafile/FieldMetadata.h"
 
 namespace datafile {
 namespace {
@@ -41,26 +41,15 @@ bool isText(const CFField& field)
     return columnTypeOf(field.GetStorage()) == DUCKDB_TYPE_VARCHAR;
 }
 
-constexpr double kTwoTo63 = 9223372036854775808.0;
-
-bool isWhole(double number)
-{
-    return number == std::trunc(number) && number >= -kTwoTo63 && number < kTwoTo63;
-}
-
 /// Null for a datum that a dictionary cannot hold: the nearest double of an integer is another
 /// value, and would take over what is said of this one.
 std::optional<DictionaryValue> valueOf(const CFDatum& datum, bool isText)
 {
     if (isText)
         return datum.IsString() ? std::optional<DictionaryValue>(datum.GetString()) : std::nullopt;
-    if (datum.IsInteger()) {
-        const auto number = static_cast<double>(datum.GetInteger());
-        if (isWhole(number) && static_cast<std::int64_t>(number) == datum.GetInteger())
-            return number;
-    }
-    if (datum.IsReal() && std::isfinite(datum.GetReal()))
-        return datum.GetReal();
+    const CFDatum number = numberAs(datum, CFField::Real);
+    if (number.IsReal() && std::isfinite(number.GetReal()))
+        return number.GetReal();
     return std::nullopt;
 }
 
@@ -68,10 +57,7 @@ CFDatum datumOf(const DictionaryValue& value, CFField::StorageType storage)
 {
     if (const auto* text = std::get_if<std::string>(&value))
         return CFDatum(*text);
-    const double number = std::get<double>(value);
-    if (storage == CFField::Integer && isWhole(number))
-        return CFDatum(static_cast<std::int64_t>(number));
-    return CFDatum(number);
+    return numberAs(CFDatum(std::get<double>(value)), storage);
 }
 
 bool isNumber(const CFDatum& datum)
@@ -192,7 +178,8 @@ Dictionary dictionaryOfFields(const Fields& fields)
     Dictionary dictionary;
     for (const CFField& field : fields) {
         dictionary.variables.push_back(variableOf(field));
-        if (field.GetRole() == CFField::FrequencyWeight && dictionary.weight.empty())
+        if (field.GetRole() == CFField::FrequencyWeight && dictionary.weight.empty() &&
+            !isText(field))
             dictionary.weight = field.GetName();
         if (field.GetRole() == CFField::Split)
             dictionary.split.push_back(field.GetName());

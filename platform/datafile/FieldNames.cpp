@@ -1,11 +1,21 @@
 #include "datafile/FieldNames.h"
 
+#include <algorithm>
 #include <set>
+
+#include <unicode/unistr.h>
 
 namespace datafile {
 
 std::string foldedName(std::string name)
 {
+    // Most names are ASCII, and are compared often.
+    const auto isAscii = [](char letter) { return static_cast<unsigned char>(letter) < 0x80; };
+    if (!std::all_of(name.begin(), name.end(), isAscii)) {
+        std::string folded;
+        icu::UnicodeString::fromUTF8(name).foldCase().toUTF8String(folded);
+        return folded;
+    }
     for (char& letter : name)
         if (letter >= 'A' && letter <= 'Z')
             letter = static_cast<char>(letter - 'A' + 'a');

@@ -9,7 +9,7 @@ namespace datafile {
 
 using Fields = std::vector<CFField>;
 
-/// The name with letter case as the database folds it: ASCII only.
+/// The name in a form that is the same for all its spellings in upper and lower case.
 std::string foldedName(std::string name);
 
 /// The names with what repeats them, letter case apart, told apart by "_1", "_2"...; an empty name

@@ -175,6 +175,7 @@ TEST_F(DataModelStep, AWrongUpdateNamesItsSetting)
         {ofX(R"("missingValues": {"minValue": "1"})"), R"(missingValues.minValue" must be a num)"},
         {update(R"({"name": "s", "missingValues": {"maxValue": 1}})"),
          R"(maxValue" is a number, but the field "s" is String)"},
+        {update(R"({"name": "s", "role": "freqWeight"})"), R"(the field "s" is String)"},
         {ofX(R"("Geo": {"type": "point"})"), R"("fields[0].Geo.type" is "point")"},
         {ofX(R"("Geo": {})"), R"("fields[0].Geo.type" is missing)"},
         {ofX(R"("Geo": {"type": "Point", "wkid": "x"})"), R"(Geo.wkid" is "x", not a whole)"},

@@ -5,9 +5,9 @@
 #include <span>
 
 #include "DatabaseEvaluator.h"
+#include "datafile/RaisedFault.h"
 #include "expression/DateTimePattern.h"
 #include "expression/FunctionTable.h"
-#include "expression/RaisedFault.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -49,6 +49,10 @@ constexpr FunctionCase kConversions[] = {
     {"toDate(\" \")", "missing:Date"},
     {"toDate(\"29.02.24\", \"dd.MM.yy\")", "2024-02-29:Date"},
     {"toDate(\"1 February 1999\", \"d MMMM yyyy\")", "1999-02-01:Date"},
+    {"toDate(\"366\", \"D\")", "missing:Date"},
+    {"toDate(\"2023-366\", \"yyyy-D\")", "missing:Date"},
+    {"toDate(\"2024-366\", \"yyyy-D\")", "2024-12-31:Date"},
+    {"toDate(\"366 %j 1\", \"yyy '%j' D\")", "0366-01-01:Date"},
     {"toDate(x.ts)", "2024-02-29:Date"},
     {"toTime(\"23:59\")", "23:59:00:Time"},
     {"toTime(\"23:59:59.123456\")", "23:59:59.123456:Time"},

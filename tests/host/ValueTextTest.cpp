@@ -180,6 +180,8 @@ TEST(ValueTextTest, DatesAndTimesFitTheirWidthAndComeBack)
         {90061, format(25, 8), " 1 01:01", 90060},
         {3723.5, format(85, 7, 1), "62:03.5", 3723.5},
         {3723.5, format(85, 5, 0), "62:04", 3724},
+        {247166327979, format(85, 13, 1), "4119438799:39", 247166327979},
+        {-30, format(21, 5), "00:00", 0},
     };
     for (const auto& row : rows) {
         const std::string text = written(row.value, row.how);

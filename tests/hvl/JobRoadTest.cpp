@@ -264,8 +264,8 @@ TEST_F(JobRoad, UpdatesAndExportsADataModelAndTellsItWithoutRunning)
         CFField amount("amount", CFField::Continuous, CFField::Real, CFField::Target);
         amount.SetLabel("Amount \"a\"");
         amount.SetValueLabels({CFValue(CFDatum(0.5), "half")});
-        const CFDatum upper = isNormalized ? CFDatum(9.0) : CFDatum(9);
-        amount.SetMissingValues({{CFDatum(1.5), upper}, {CFValue(CFDatum(-1.0))}, true, false});
+        amount.SetMissingValues(
+            {{CFDatum(1.5), CFDatum(9.0)}, {CFValue(CFDatum(-1.0))}, true, false});
         EXPECT_TRUE(*model.GetField("amount") == amount) << described;
         ASSERT_NE(model.GetField("name")->GetGeo(), nullptr);
         EXPECT_EQ(model.GetField("name")->GetGeo()->GetWkid(), 4326);

@@ -19,8 +19,8 @@ public:
 /// Puts a line into the host's output, as a warning.
 HOST_API void Reporter(const std::string& text);
 
-/// Counts, and hands the first few reports to a function; more would only bury them. Its destructor
-/// tells how many were kept back.
+/// Counts, and hands the first few reports to a function; more would only bury them. Finish, or
+/// else the destructor, tells how many there were in all.
 class HOST_API VexaErrorMonitor : public ErrorMonitor
 {
 public:
@@ -32,8 +32,11 @@ public:
 
     void Report(const std::string& text) override;
     long long ErrorCount() const override { return _count; }
+    /// Nothing if all reports were handed on, or since the last call there were no more.
+    void Finish();
 
 private:
     void (*_reporter)(const std::string& text);
     long long _count = 0;
+    long long _told = 0; ///< of all reports, so many are accounted for
 };

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "CFField.h"
 #include "HostExport.h"
 #include "VexaDataSource.h"
 
@@ -26,11 +27,13 @@ public:
     bool Init(const std::string& name, bool asIs, bool forOutput);
 
     /// What a plain Init leaves at its default: a form by the name, no password, a first record of
-    /// names in a CSV file, UTF-8 in a CSV file.
+    /// names in a CSV file, UTF-8 in a CSV file, variables that declare missing what the file does.
+    /// Without these declarations a text that is not there is missing still.
     void SetKind(CaseFileKind kind) { _kind = kind; }
     void SetPassword(std::string password) { _password = std::move(password); }
     void SetHeader(bool hasHeader) { _hasHeader = hasHeader; }
     void SetCodePage(std::string codePage) { _codePage = std::move(codePage); }
+    void SetDeclaresMissing(bool declaresMissing) { _declaresMissing = declaresMissing; }
 
     const std::string& GetName() const { return _name; }
     bool IsForOutput() const { return _forOutput; }
@@ -39,6 +42,7 @@ public:
     const std::string& GetPassword() const { return _password; }
     bool HasHeader() const { return _hasHeader; }
     const std::string& GetCodePage() const { return _codePage; }
+    bool DeclaresMissing() const { return _declaresMissing; }
 
 private:
     std::string _name;
@@ -47,6 +51,7 @@ private:
     std::string _password;
     bool _hasHeader = true;
     std::string _codePage;
+    bool _declaresMissing = true;
 };
 
 /// A data file that is open for reading. Its cases are streamed: memory does not grow with the
@@ -66,8 +71,9 @@ public:
     const VEXA_DataSource* DataSource() const;
     /// How many cases there are.
     long long CaseCount() const;
-    /// Whether the file itself holds the values of a column as whole numbers.
-    bool IsInteger(int column) const;
+    /// What the file itself says of a column, as a field of a job, in UTF-8: whole numbers,
+    /// measures and roles that a variable has no word for. Lives as long as this object.
+    const CFField& Field(int column) const;
     /// The lines of the file's documents, in the host's encoding, and the encoding that it was
     /// written in.
     const std::vector<std::string>& Documents() const;

@@ -53,6 +53,9 @@ public:
     int GetSplitVarIndex(int position) const override;
     /// A ProcDSIterator. Without a dataset there are no cases.
     VEXA_InputCaseIterator* MakeIterator(ErrorMonitor* monitor) const override;
+    /// Not a ProcDSIterator: who chooses columns reads all cases in one piece.
+    VEXA_InputCaseIterator* MakeProjectedIterator(const std::vector<int>& columns,
+                                                  ErrorMonitor* monitor) const override;
 
     /// Level and type of a column: Unknown and 0 outside the columns. A type is 0 for a numeric
     /// variable and the width in bytes for a string variable.

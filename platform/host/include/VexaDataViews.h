@@ -64,7 +64,10 @@ private:
 class HOST_API TempFileDataStore : public VEXA_DataSource
 {
 public:
-    explicit TempFileDataStore(const VEXA_DataSource& source);
+    /// With sort keys, columns of the source with the coarsest first, the copy is in their
+    /// ascending order: a missing number before all others, texts by their bytes, and cases that
+    /// are equal in them as they were.
+    explicit TempFileDataStore(const VEXA_DataSource& source, std::vector<int> sortKeys = {});
     ~TempFileDataStore() override;
     TempFileDataStore(const TempFileDataStore&) = delete;
     TempFileDataStore& operator=(const TempFileDataStore&) = delete;

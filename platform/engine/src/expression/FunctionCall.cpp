@@ -4,10 +4,10 @@
 #include <set>
 
 #include "ErrorIds.h"
+#include "datafile/RaisedFault.h"
 #include "expression/DateTimePattern.h"
 #include "expression/FunctionTable.h"
 #include "expression/NearestName.h"
-#include "expression/RaisedFault.h"
 #include "expression/ValueTypes.h"
 #include "language/Describe.h"
 

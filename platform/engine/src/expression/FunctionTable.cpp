@@ -18,6 +18,15 @@
 #define PARSED(formats)                                                                            \
     "CASE WHEN regexp_matches($1, '[0-9]') THEN try_strptime($1, " formats ") END"
 
+// The same by a pattern. The database makes of day 366 of a year that has 365 the next one's first
+// day; a first day that the pattern also reads with a plain 366 in that place is such a one.
+#define WITH_DAY_366(pattern) "regexp_replace(" pattern ", '(^|[^%])((%%)*)%j', '\\1\\2366')"
+#define PARSED_BY(pattern)                                                                         \
+    "CASE WHEN NOT (" WITH_DAY_366(                                                                \
+        pattern) " <> " pattern                                                                    \
+                 " AND dayofyear(" PARSED(pattern) ") = 1 AND try_strptime($1, " WITH_DAY_366(     \
+                     pattern) ") IS NOT NULL) THEN " PARSED(pattern) " END"
+
 #define ISO_DATE "'%Y-%m-%d'"
 #define ISO_TIMES "['%H:%M:%S.%f', '%H:%M:%S', '%H:%M']"
 #define ISO_TIMESTAMPS                                                                             \
@@ -54,7 +63,7 @@ constexpr Function kFunctions[] = {
     {"toString", "Time", "String", "CAST($1 AS VARCHAR)"},
     {"toString", "Timestamp", "String", "CAST($1 AS VARCHAR)"},
     {"toDate", "String", "Date", "CAST(" PARSED(ISO_DATE) " AS DATE)"},
-    {"toDate", "String, Pattern", "Date", "CAST(" PARSED("$2") " AS DATE)"},
+    {"toDate", "String, Pattern", "Date", "CAST(" PARSED_BY("$2") " AS DATE)"},
     {"toDate", "Date", "Date", "$1"},
     {"toDate", "Timestamp", "Date", "CAST($1 AS DATE)"},
     {"toTime", "String", "Time", "CAST(" PARSED(ISO_TIMES) " AS TIME)"},
@@ -62,7 +71,7 @@ constexpr Function kFunctions[] = {
     {"toTime", "Time", "Time", "$1"},
     {"toTime", "Timestamp", "Time", "CAST($1 AS TIME)"},
     {"toTimestamp", "String", "Timestamp", PARSED(ISO_TIMESTAMPS)},
-    {"toTimestamp", "String, Pattern", "Timestamp", PARSED("$2")},
+    {"toTimestamp", "String, Pattern", "Timestamp", PARSED_BY("$2")},
     {"toTimestamp", "Timestamp", "Timestamp", "$1"},
     {"toTimestamp", "String, Pattern, Pattern, Pattern, String, Date", "Timestamp",
      "CASE WHEN trim($1) <> '' THEN coalesce(" PARSED("$2") ", " PARSED(

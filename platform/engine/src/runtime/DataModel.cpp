@@ -7,20 +7,6 @@
 #include "expression/FieldTypes.h"
 
 namespace EmbeddedHV {
-namespace {
-
-bool isNumber(CFField::StorageType storage)
-{
-    return storage == CFField::Integer || storage == CFField::Real;
-}
-
-} // namespace
-
-CFField plainField(const std::string& name, CFField::StorageType storage)
-{
-    return {name, defaultMeasure(storage), storage};
-}
-
 std::string dataModelOf(const Fields& fields)
 {
     CFMetaData model;
@@ -82,31 +68,6 @@ const CFField* findFieldAnyCase(const Fields& fields, const std::string& name)
         return foldedName(field.GetName()) == wanted;
     });
     return found == fields.end() ? nullptr : &*found;
-}
-
-void changeStorage(CFField& field, CFField::StorageType storage)
-{
-    if (field.GetStorage() == storage)
-        return;
-    if (isNumber(field.GetStorage()) && isNumber(storage)) {
-        field.SetStorage(storage);
-        return;
-    }
-    CFField changed(field.GetName(), field.GetType(), storage, field.GetRole());
-    changed.SetLabel(field.GetLabel());
-    field = changed;
-}
-
-void adoptMetadata(Fields& fields, const Fields& model)
-{
-    for (CFField& field : fields) {
-        const CFField* known = findField(model, field.GetName());
-        if (!known)
-            continue;
-        const CFField::StorageType storage = field.GetStorage();
-        field = *known;
-        changeStorage(field, storage);
-    }
 }
 
 } // namespace EmbeddedHV

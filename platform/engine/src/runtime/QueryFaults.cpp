@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "ErrorIds.h"
-#include "expression/RaisedFault.h"
+#include "datafile/RaisedFault.h"
 
 namespace EmbeddedHV {
 namespace {

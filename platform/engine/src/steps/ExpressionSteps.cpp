@@ -2,8 +2,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/RaisedFault.h"
 #include "expression/FieldTypes.h"
-#include "expression/RaisedFault.h"
 #include "expression/ValueTypes.h"
 #include "steps/StepCall.h"
 

@@ -77,7 +77,7 @@ CFDatum limitOf(const Settings& missing, const char* key, const CFField& field)
     const auto limit = missing.number(key);
     if (limit && field.GetStorage() == CFField::String)
         missing.refuse(key, "is a number, but the field \"" + field.GetName() + "\" is String");
-    return limit.value_or(CFDatum());
+    return limit ? numberAs(*limit, field.GetStorage()) : CFDatum();
 }
 
 CFMissingValues missingValuesOf(const Settings& missing, const CFField& field,
@@ -122,8 +122,12 @@ void updateField(const Settings& entry, CFField& field, const MessageSink& messa
         field.SetLabel(*std::move(label));
     if (const auto measure = wordSetting(entry, "measure", CFField::Continuous))
         field.SetType(*measure);
-    if (const auto role = wordSetting(entry, "role", CFField::Input))
+    if (const auto role = wordSetting(entry, "role", CFField::Input)) {
+        if (*role == CFField::FrequencyWeight && field.GetStorage() == CFField::String)
+            entry.refuse("role",
+                         "is \"freqWeight\", but the field \"" + field.GetName() + "\" is String");
         field.SetRole(*role);
+    }
     if (entry.has("valueLabels"))
         field.SetValueLabels(valueLabelsOf(entry, field, message));
     if (entry.has("missingValues"))

@@ -7,8 +7,9 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "datafile/FieldDictionary.h"
-#include "datafile/InputFile.h"
+#include "datafile/ColumnTypes.h"
+#include "datafile/FieldMetadata.h"
+#include "datafile/ParquetColumns.h"
 #include "expression/FieldTypes.h"
 #include "expression/NearestName.h"
 #include "expression/ValueTypes.h"
@@ -59,24 +60,6 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
     }
 }
 
-/// What the file itself says of its fields. A text that cannot be read counts as none: the columns
-/// are there all the same.
-void adoptInnerMetadata(JobContext& context, const std::string& path, Fields& fields)
-{
-    const auto text = [&](const char* key) {
-        return parquetMetadata(*context.connection, path, key);
-    };
-    try {
-        if (const std::string dictionary = text(kDictionaryKey); !dictionary.empty())
-            adoptDictionary(fields, dictionaryOf(dictionary, path));
-        else if (const std::string model = text(kDataModelKey); !model.empty())
-            adoptMetadata(
-                fields, fieldsOfDataModel(model, "the data model in " + path, errors::kDataModel));
-    } catch (const JobError&) {
-        return;
-    }
-}
-
 /// Damage inside of a file shows only while its records are read.
 class ParquetCheck : public SourceCheck
 {
@@ -97,23 +80,11 @@ private:
     std::string _path;
 };
 
-/// The fields of a file, and the SQL of the value of each.
-struct ParquetColumns
-{
-    Fields fields;
-    std::vector<std::string> values;
-};
-
 ParquetColumns columnsOf(JobContext& context, const ParquetReadSettings& settings,
-                         const std::string& table)
+                         const std::string& path)
 {
-    ParquetColumns columns;
     try {
-        const duck::Prepared statement(*context.connection, "SELECT * FROM " + table);
-        for (const auto& [name, type] : statement.columns()) {
-            columns.fields.push_back(plainField(name, storageOfColumn(type)));
-            columns.values.push_back(canonicalColumn(quotedIdentifier(name), type));
-        }
+        return parquetColumns(*context.connection, path);
     } catch (const duck::QueryError& error) {
         throw JobError(errors::kNotOfItsKind,
                        "read: " + settings.path + ": this is not " +
@@ -121,7 +92,6 @@ ParquetColumns columnsOf(JobContext& context, const ParquetReadSettings& setting
                            " file, or it is cut short",
                        error.what());
     }
-    return columns;
 }
 
 /// A document beside the file may widen a type. Whatever else it says of a field must be so: the
@@ -154,22 +124,25 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
 {
     const auto scratch = unsealed(context, settings);
     const std::string path = scratch ? scratch->path() : settings.path;
-    const std::string table = parquetTable(path);
-    ParquetColumns columns = columnsOf(context, settings, table);
-    if (settings.dataModel)
+    ParquetColumns columns = columnsOf(context, settings, path);
+    if (settings.dataModel) {
+        makeNamesUnique(columns.fields);
         applyDocument(columns, settings);
+        adoptMetadata(columns.fields, *settings.dataModel);
+    } else {
+        describeColumns(*context.connection, path, settings.path, columns);
+        makeNamesUnique(columns.fields);
+    }
     auto node = std::make_shared<Node>();
     node->fields = columns.fields;
-    if (settings.dataModel)
-        adoptMetadata(node->fields, *settings.dataModel);
-    else
-        adoptInnerMetadata(context, path, node->fields);
     // What was sealed was checked when it was opened.
     if (!scratch)
         node->check = std::make_shared<ParquetCheck>(path);
     // The file without a name lives as long as the node that reads it.
     node->select = [scratch, sql = "SELECT " + selectList(node->fields, columns.values) + " FROM " +
-                                   table](const std::vector<std::string>&) { return sql; };
+                                   parquetTable(path)](const std::vector<std::string>&) {
+        return sql;
+    };
     return node;
 }
 

@@ -34,6 +34,15 @@ Limits limitsOf(const Settings& settings)
     return limits;
 }
 
+/// Only records of text can be bad one by one: whoever sets a threshold elsewhere is told.
+void tellThresholdIgnored(const StepCall& call, const Limits& limits)
+{
+    if (limits.errorThreshold != 0)
+        call.context.message(errors::kSettingIgnored,
+                             call.name + ": the setting \"readErrorThreshold\" is for CSV files "
+                                         "and is ignored");
+}
+
 NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits& limits)
 {
     IteratorInput& input = context.iteratorInputs[name];
@@ -66,6 +75,7 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
 NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& limits)
 {
     JobContext& context = call.context;
+    tellThresholdIgnored(call, limits);
     if (context.iterators.contains(name))
         return iteratorNode(context, name, limits);
     if (context.unwritten.contains(name))
@@ -121,6 +131,7 @@ NodePtr fileNode(StepCall& call, const Settings& files, const Limits& limits)
         node = planCsv(call.context,
                        {path, hasHeader, limits.errorThreshold, limits.mostRecords, dataModel});
     } else {
+        tellThresholdIgnored(call, limits);
         const bool isSav = format == "sav";
         const std::string password =
             isSav ? configuration.text("dataPassword").value_or("") : std::string();

@@ -7,9 +7,9 @@
 #include "DataFileNames.h"
 #include "ErrorIds.h"
 #include "datafile/ColumnTypes.h"
+#include "datafile/RaisedFault.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/FunctionTable.h"
-#include "expression/RaisedFault.h"
 
 namespace EmbeddedHV {
 namespace {

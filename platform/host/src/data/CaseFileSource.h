@@ -6,14 +6,14 @@
 
 #include "UserCaseFile.h"
 #include "data/TableCases.h"
-#include "datafile/Dictionary.h"
+#include "datafile/FieldNames.h"
 
 /// What a data file holds, ready to be read.
 struct CaseFileSource
 {
     std::unique_ptr<TableCases> cases;
     long long caseCount = 0;
-    std::vector<bool> integers; ///< of each column, whether it is one
+    datafile::Fields fields; ///< the columns, as the file itself tells of them
     std::vector<std::string> documents;
     std::string encoding;
 };

@@ -8,6 +8,7 @@
 #include "data/CaseFileSource.h"
 #include "data/DictionaryVariables.h"
 #include "datafile/CsvProfile.h"
+#include "datafile/FieldMetadata.h"
 #include "datafile/FileDescriptor.h"
 #include "datafile/FileTables.h"
 #include "datafile/NativePath.h"
@@ -18,39 +19,79 @@ namespace {
 
 constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
-/// The file in UTF-8, in a file without a name. A character never lies across a line end, so whole
-/// lines are converted.
-std::shared_ptr<datafile::ScratchFile> inUtf8(const std::string& path, const CodePage& page)
+/// The file in UTF-8, in a file without a name.
+class Utf8Copy
 {
-    const datafile::FileDescriptor source(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!source)
-        throw ErrorText(path +
+public:
+    Utf8Copy(const std::string& path, const CodePage& page)
+        : _path(path), _page(page), _target(std::make_shared<datafile::ScratchFile>(
+                                        datafile::nativePath(hostToUtf8(GetVexaTempPath()))))
+    {
+    }
+
+    std::shared_ptr<datafile::ScratchFile> make();
+
+private:
+    void write(std::string_view lines);
+    [[noreturn]] void refuse(std::string_view lines) const;
+    [[noreturn]] void failToRead() const
+    {
+        throw ErrorText(_path +
                         ": the file cannot be read: " + std::generic_category().message(errno));
-    auto target = std::make_shared<datafile::ScratchFile>(
-        datafile::nativePath(hostToUtf8(GetVexaTempPath())));
-    const auto write = [&](const std::string& text) {
-        std::string converted;
-        if (!page.toUtf8(text, converted))
-            throw ErrorText(path + ": the file is no text in " + page.name());
-        if (!target->write(converted))
-            throw ErrorText(
-                path + ": no copy in UTF-8 can be made: " + std::generic_category().message(errno));
-    };
+    }
+
+    const std::string& _path;
+    const CodePage& _page;
+    std::shared_ptr<datafile::ScratchFile> _target;
+    std::ptrdiff_t _lines = 0; ///< so many are written
+    std::string _converted;
+};
+
+/// A character never lies across a line end, so whole lines are converted.
+std::shared_ptr<datafile::ScratchFile> Utf8Copy::make()
+{
+    const datafile::FileDescriptor source(open(_path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!source)
+        failToRead();
     std::string pending;
     std::string block(kBlock, '\0');
     ssize_t got = 0;
     while ((got = source.readUpTo(block.data(), block.size())) > 0) {
         pending.append(block.data(), static_cast<std::size_t>(got));
         const std::size_t lines = pending.rfind('\n') + 1;
-        write(pending.substr(0, lines));
+        write(std::string_view(pending).substr(0, lines));
         pending.erase(0, lines);
     }
     if (got < 0)
-        throw ErrorText(path +
-                        ": the file cannot be read: " + std::generic_category().message(errno));
+        failToRead();
     write(pending);
-    target->rewind();
-    return target;
+    _target->rewind();
+    return std::move(_target);
+}
+
+void Utf8Copy::write(std::string_view lines)
+{
+    if (!_page.toUtf8(lines, _converted))
+        refuse(lines);
+    if (!_target->write(_converted))
+        throw ErrorText(
+            _path + ": no copy in UTF-8 can be made: " + std::generic_category().message(errno));
+    _lines += std::count(lines.begin(), lines.end(), '\n');
+}
+
+/// Names the line that cannot be converted.
+void Utf8Copy::refuse(std::string_view lines) const
+{
+    std::ptrdiff_t line = _lines + 1;
+    std::string converted;
+    for (std::size_t end = lines.find('\n');
+         end != std::string_view::npos && _page.toUtf8(lines.substr(0, end), converted);
+         end = lines.find('\n')) {
+        lines.remove_prefix(end + 1);
+        ++line;
+    }
+    throw ErrorText(_path + ":" + std::to_string(line) + ": the file is no text in " +
+                    _page.name());
 }
 
 VEXA_Variable variableOf(const datafile::CsvProfile& profile, std::size_t column)
@@ -81,7 +122,7 @@ CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path)
             throw ErrorText("the encoding " + spec.GetCodePage() + " is not known");
         source.encoding = page->name();
         if (!page->isUtf8()) {
-            relation->scratch = inUtf8(path, *page);
+            relation->scratch = Utf8Copy(path, *page).make();
             readable = relation->scratch->path();
         }
     }
@@ -92,17 +133,17 @@ CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path)
         throw ErrorText(path + ":" + std::to_string(ragged->line) + ": the record has " +
                         std::to_string(ragged->fields) + " fields, not " +
                         std::to_string(profile.names().size()));
+    if (const auto& line = profile.foreignLine())
+        throw ErrorText(path + ":" + std::to_string(*line) + ": the text is not UTF-8");
     std::vector<VEXA_Variable> variables;
-    datafile::Fields fields;
     for (std::size_t i = 0; i < profile.names().size(); ++i) {
-        fields.emplace_back(profile.names()[i], CFField::Typeless, profile.storageOf(i));
+        source.fields.push_back(datafile::plainField(profile.names()[i], profile.storageOf(i)));
         relation->columns.push_back(
             {datafile::quotedIdentifier(profile.names()[i]), profile.storageOf(i)});
         variables.push_back(variableOf(profile, i));
-        source.integers.push_back(profile.storageOf(i) == CFField::Integer);
     }
     tellNamesApart(variables);
-    relation->from = datafile::csvTable(readable, spec.HasHeader(), fields, "");
+    relation->from = datafile::csvTable(readable, spec.HasHeader(), source.fields, "");
     source.caseCount = static_cast<long long>(profile.records());
     source.cases = std::make_unique<TableCases>(std::move(variables), std::move(relation));
     return source;

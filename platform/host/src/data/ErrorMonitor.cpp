@@ -24,12 +24,20 @@ VexaErrorMonitor::VexaErrorMonitor(void (*reporter)(const std::string& text)) : 
 
 VexaErrorMonitor::~VexaErrorMonitor()
 {
-    if (_count > kMostReports)
+    Finish();
+}
+
+void VexaErrorMonitor::Finish()
+{
+    if (_count > _told)
         _reporter("In all, " + std::to_string(_count) + " values could not be taken as they are.");
+    _told = _count;
 }
 
 void VexaErrorMonitor::Report(const std::string& text)
 {
-    if (++_count <= kMostReports)
-        _reporter(text);
+    if (++_count > kMostReports)
+        return;
+    _told = _count;
+    _reporter(text);
 }

@@ -64,9 +64,14 @@ void ProcedureCases::StartNextGroup()
 
 bool ProcedureCases::isSameGroup() const
 {
-    for (std::size_t i = 0; i < _values.size(); ++i)
-        if (std::memcmp(GetObsPointer(_group.columns[i]), _values[i].data(),
-                        _values[i].size() * sizeof(OBS)) != 0)
+    for (std::size_t i = 0; i < _values.size(); ++i) {
+        const OBS* value = GetObsPointer(_group.columns[i]);
+        // The two zeros are one number.
+        const bool isSameNumber =
+            _group.variables[i].GetType() == 0 && value->number == _values[i].front().number;
+        if (!isSameNumber &&
+            std::memcmp(value, _values[i].data(), _values[i].size() * sizeof(OBS)) != 0)
             return false;
+    }
     return true;
 }

@@ -68,6 +68,13 @@ VEXA_InputCaseIterator* ProcedureDataSource::MakeIterator(ErrorMonitor* monitor)
     return std::make_unique<ProcedureCases>(std::move(cases), std::move(group)).release();
 }
 
+VEXA_InputCaseIterator* ProcedureDataSource::MakeProjectedIterator(const std::vector<int>& columns,
+                                                                   ErrorMonitor* monitor) const
+{
+    return _impl->dataset ? _impl->dataset->MakeProjectedIterator(columns, monitor)
+                          : VEXA_DataSource::MakeProjectedIterator(columns, monitor);
+}
+
 MeasurementLevel ProcedureDataSource::GetMeasurementLevel(int column) const
 {
     return GetVariable(column).GetMeasurementLevel();

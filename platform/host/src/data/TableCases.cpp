@@ -3,7 +3,9 @@
 #include <numeric>
 
 #include "ErrorText.h"
+#include "data/CaseFileFault.h"
 #include "data/HostDatabase.h"
+#include "datafile/RaisedFault.h"
 
 namespace {
 
@@ -21,10 +23,14 @@ std::string selectOf(const Relation& relation, const std::vector<int>& columns)
     return sql + (columns.empty() ? "true" : "") + " FROM " + relation.from;
 }
 
-/// The first line of what the database says.
-std::string firstLine(const std::string& text)
+/// A fault that the query raises names the place itself; of anything else the first line of what
+/// the database says.
+ErrorText errorTextOf(const std::string& what, const duck::QueryError& error)
 {
-    return text.substr(0, text.find('\n'));
+    const std::string text = error.what();
+    if (const auto fault = datafile::raisedFault(text))
+        return ::errorTextOf(*fault);
+    return ErrorText(what + ": " + text.substr(0, text.find('\n')));
 }
 
 } // namespace
@@ -79,7 +85,7 @@ TableCaseIterator::TableCaseIterator(std::shared_ptr<const Relation> relation,
         duck::Prepared statement(*_connection, selectOf(*_relation, columns));
         _result = std::make_unique<duck::Result>(statement.stream());
     } catch (const duck::QueryError& error) {
-        throw ErrorText(_relation->name + ": the cases cannot be read: " + firstLine(error.what()));
+        throw errorTextOf(_relation->name + ": the cases cannot be read", error);
     }
 }
 
@@ -91,8 +97,9 @@ bool TableCaseIterator::fetch()
         _chunk = duck::nextChunk(*_result);
     } catch (const duck::QueryError& error) {
         _result.reset();
-        throw ErrorText(_relation->name + ": the cases cannot be read on after case " +
-                        std::to_string(_count) + ": " + firstLine(error.what()));
+        throw errorTextOf(_relation->name + ": the cases cannot be read on after case " +
+                              std::to_string(_count),
+                          error);
     }
     _row = 0;
     _rows = _chunk ? _chunk.rows() : 0;

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "ErrorText.h"
 #include "VexaDataViews.h"
 #include "data/CaseTable.h"
@@ -5,8 +7,20 @@
 
 namespace {
 
+/// The FROM item of a table whose rows are in the order of some columns.
+std::string inOrder(const std::string& table, const std::vector<int>& keys)
+{
+    if (keys.empty())
+        return table;
+    std::string order;
+    for (const int key : keys)
+        order += CaseTable::columnName(static_cast<std::size_t>(key)) + " NULLS FIRST, ";
+    return "(SELECT * FROM " + table + " ORDER BY " + order + "rowid)";
+}
+
 /// The cases of a source as a relation that outlives their table's maker.
-std::shared_ptr<const Relation> copyOf(const VEXA_DataSource& source, ErrorMonitor* monitor)
+std::shared_ptr<const Relation> copyOf(const VEXA_DataSource& source,
+                                       const std::vector<int>& sortKeys, ErrorMonitor* monitor)
 {
     std::vector<int> widths;
     widths.reserve(static_cast<std::size_t>(source.ColumnCount()));
@@ -28,7 +42,7 @@ std::shared_ptr<const Relation> copyOf(const VEXA_DataSource& source, ErrorMonit
     table->finish();
     auto relation = std::make_shared<Relation>();
     relation->name = "the copy of the cases";
-    relation->from = table->name();
+    relation->from = inOrder(table->name(), sortKeys);
     for (std::size_t i = 0; i < widths.size(); ++i)
         relation->columns.push_back(
             {CaseTable::columnName(i), widths[i] > 0 ? CFField::String : CFField::Real});
@@ -41,11 +55,12 @@ std::shared_ptr<const Relation> copyOf(const VEXA_DataSource& source, ErrorMonit
 struct TempFileDataStore::Impl
 {
     const VEXA_DataSource& source;
+    std::vector<int> sortKeys;
     std::shared_ptr<const Relation> relation; ///< null until it is needed
 };
 
-TempFileDataStore::TempFileDataStore(const VEXA_DataSource& source)
-    : _impl(std::make_unique<Impl>(Impl{source, nullptr}))
+TempFileDataStore::TempFileDataStore(const VEXA_DataSource& source, std::vector<int> sortKeys)
+    : _impl(std::make_unique<Impl>(Impl{source, std::move(sortKeys), nullptr}))
 {
 }
 
@@ -79,7 +94,7 @@ int TempFileDataStore::GetSplitVarIndex(int position) const
 VEXA_InputCaseIterator* TempFileDataStore::MakeIterator(ErrorMonitor* monitor) const
 {
     if (!_impl->relation)
-        _impl->relation = copyOf(_impl->source, monitor);
+        _impl->relation = copyOf(_impl->source, _impl->sortKeys, monitor);
     std::vector<int> columns;
     std::vector<CaseColumn> buffers;
     for (int column = 0; column < ColumnCount(); ++column) {

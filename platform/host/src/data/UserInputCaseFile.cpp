@@ -72,10 +72,11 @@ long long UserInputCaseFile::CaseCount() const
     return _impl->source.caseCount;
 }
 
-bool UserInputCaseFile::IsInteger(int column) const
+const CFField& UserInputCaseFile::Field(int column) const
 {
-    const auto place = static_cast<std::size_t>(column);
-    return column >= 0 && place < _impl->source.integers.size() && _impl->source.integers[place];
+    if (column < 0 || static_cast<std::size_t>(column) >= _impl->source.fields.size())
+        throw ErrorText("the file has no column " + std::to_string(column));
+    return _impl->source.fields[static_cast<std::size_t>(column)];
 }
 
 const std::vector<std::string>& UserInputCaseFile::Documents() const

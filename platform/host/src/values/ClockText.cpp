@@ -6,7 +6,6 @@ namespace {
 
 constexpr int kPerMinute = 60;
 constexpr int kPerHour = 3600;
-constexpr std::size_t kMostDigits = 9;
 
 // A number below 60 behind a colon.
 std::optional<int> readSixtieth(TextParts& parts)
@@ -52,11 +51,11 @@ std::string hoursText(const Clock& clock)
 
 std::optional<double> readHours(TextParts& parts)
 {
-    const std::optional<int> hours = parts.number(kMostDigits);
+    const std::optional<double> hours = parts.amount();
     const std::optional<int> minutes = readSixtieth(parts);
     if (!hours || !minutes)
         return std::nullopt;
-    const double whole = static_cast<double>(*hours) * kPerHour + *minutes * kPerMinute;
+    const double whole = *hours * kPerHour + *minutes * kPerMinute;
     if (!parts.rest().starts_with(":"))
         return whole;
     const std::optional<int> seconds = readSixtieth(parts);
@@ -65,9 +64,9 @@ std::optional<double> readHours(TextParts& parts)
 
 std::optional<double> readMinutes(TextParts& parts)
 {
-    const std::optional<int> minutes = parts.number(kMostDigits);
+    const std::optional<double> minutes = parts.amount();
     const std::optional<int> seconds = readSixtieth(parts);
     if (!minutes || !seconds)
         return std::nullopt;
-    return static_cast<double>(*minutes) * kPerMinute + *seconds + parts.fraction();
+    return *minutes * kPerMinute + *seconds + parts.fraction();
 }

@@ -146,7 +146,7 @@ std::optional<double> readDuration(TextParts& parts, int type)
     const bool isNegative = parts.take("-");
     double whole = 0;
     if (type == kFormatTimeWithDays) {
-        const std::optional<int> count = parts.number(9);
+        const std::optional<double> count = parts.amount();
         if (!count || !parts.take(kBlanks))
             return std::nullopt;
         whole = *count * kSecondsPerDay;

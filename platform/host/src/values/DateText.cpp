@@ -115,7 +115,9 @@ std::string spellDuration(Clock clock, int type, bool withSeconds)
 {
     constexpr int kPerMinute = 60;
     constexpr auto kPerDay = static_cast<long long>(kSecondsPerDay);
-    std::string text = clock.isNegative ? "-" : "";
+    // Without seconds, a few of them are nothing, which has no sign.
+    const bool isNegative = clock.isNegative && (withSeconds || clock.seconds >= kPerMinute);
+    std::string text = isNegative ? "-" : "";
     if (type == kFormatTimeMinutesFirst)
         return text + twoDigits(clock.seconds / kPerMinute) + ":" +
                twoDigits(clock.seconds % kPerMinute) + clock.fraction;

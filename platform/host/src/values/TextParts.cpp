@@ -69,6 +69,14 @@ std::optional<int> TextParts::number(std::size_t mostDigits)
     return error == std::errc() ? std::optional(value) : std::nullopt;
 }
 
+std::optional<double> TextParts::amount()
+{
+    const std::string_view digits = takeWhile(_rest, _rest.size(), isDigit);
+    double value = 0;
+    const auto error = std::from_chars(digits.data(), digits.data() + digits.size(), value).ec;
+    return error == std::errc() ? std::optional(value) : std::nullopt;
+}
+
 std::string TextParts::word()
 {
     return upperCase(takeWhile(_rest, _rest.size(), isLetter));

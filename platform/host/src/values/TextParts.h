@@ -24,6 +24,8 @@ public:
     void skip(std::string_view characters);
     /// Digits, at most so many.
     std::optional<int> number(std::size_t mostDigits);
+    /// Digits, as many as there are, for amounts that are too great for the former.
+    std::optional<double> amount();
     /// Letters, in upper case; empty for none.
     std::string word();
     /// Digits behind a decimal sign, as a part of one; 0 if there is no sign.

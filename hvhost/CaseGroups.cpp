@@ -1,0 +1,164 @@
+#include "CaseGroups.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+#include "CommandFault.h"
+#include "Dataset.h"
+#include "HostConversions.h"
+#include "Journal.h"
+#include "ValueText.h"
+#include "data/HVSplitRawData.h"
+#include "support/Conversions.h"
+#include "support/Transcoding.h"
+
+namespace {
+
+constexpr const char* kIteratorName = "cases";
+constexpr double kSecondsPerDay = 86400.0;
+
+/// What the host showed last, which is why something of it failed.
+CommandFault hostFault()
+{
+    const auto errors = HostJournal::instance().entries(HostJournal::Kind::Error);
+    HostJournal::instance().clear();
+    return {ExitStatus::JobFailed,
+            errors.empty() ? "the cases of a group cannot be kept" : errors.back().text};
+}
+
+std::string textOfValue(const OBS& value, CFField::StorageType storage)
+{
+    double number = value.number;
+    if (storage == CFField::Date)
+        number = (number - GetBaseDateNumber()) / kSecondsPerDay;
+    else if (storage == CFField::Timestamp)
+        number -= GetBaseDateNumber();
+    return numberText(number, storage);
+}
+
+GroupKey keyOf(const VEXA_Variable& variable, const OBS* value, CFField::StorageType storage)
+{
+    GroupKey key{transcodeToUTF8(variable.GetName().c_str(), nullptr), {}, storage, {}};
+    const char* label = nullptr;
+    if (variable.GetType() > 0) {
+        std::string text;
+        ConvertObsValToStr(value, variable, text);
+        key.value = transcodeToUTF8(text.c_str(), nullptr);
+        label = variable.GetValueLabels().GetLabel(text);
+    } else if (value->number != kSystemMissing) {
+        key.value = textOfValue(*value, storage);
+        label = variable.GetValueLabels().GetLabel(value->number);
+    }
+    key.label = transcodeToUTF8(label, nullptr);
+    return key;
+}
+
+} // namespace
+
+CaseGroups::CaseGroups(const Dataset& dataset, std::vector<int> columns,
+                       const InterruptWatch& watch)
+    : _dataset(dataset), _columns(std::move(columns)), _source(dataset.source(), watch)
+{
+    if (dataset.weight() >= 0 && placeOf(dataset.weight()) < 0)
+        _columns.push_back(dataset.weight());
+    if (dataset.split().empty()) {
+        _active.SetDataset(&dataset.source());
+        _active.SetWeightVarIndex(dataset.weight());
+        _active.SetSplitVars({});
+        return;
+    }
+    // The keys stand behind what the jobs need, and are not handed to them.
+    std::vector<int> all = _columns;
+    for (const int column : dataset.split()) {
+        _keyStorages.push_back(dataset.storageOf(column));
+        if (placeOf(column) < 0)
+            all.push_back(column);
+    }
+    sort(all, watch);
+}
+
+CaseGroups::~CaseGroups() = default;
+
+/// Has the procedure read a copy whose groups are each in one piece, with nothing but `columns`.
+void CaseGroups::sort(const std::vector<int>& columns, const InterruptWatch& watch)
+{
+    const auto place = [&columns](int column) {
+        return static_cast<int>(std::find(columns.begin(), columns.end(), column) -
+                                columns.begin());
+    };
+    std::vector<int> keys;
+    for (const int column : _dataset.split())
+        keys.push_back(place(column));
+    _chosen = std::make_unique<VEXA_CProjection>(_source, columns);
+    _sorted = std::make_unique<TempFileDataStore>(*_chosen, keys);
+    _watchedSorted = std::make_unique<WatchedSource>(*_sorted, watch);
+    _active.SetDataset(_watchedSorted.get());
+    _active.SetWeightVarIndex(_dataset.weight() < 0 ? -1 : place(_dataset.weight()));
+    _active.SetSplitVars(keys);
+}
+
+int CaseGroups::placeOf(int column) const
+{
+    const auto found = std::find(_columns.begin(), _columns.end(), column);
+    return found == _columns.end() ? -1 : static_cast<int>(found - _columns.begin());
+}
+
+HVRawDataIterator* CaseGroups::next()
+{
+    return isSplit() ? nextGroup() : allCases();
+}
+
+HVRawDataIterator* CaseGroups::allCases()
+{
+    if (_all)
+        return nullptr;
+    _all = std::make_unique<HVRawDataIterator>(
+        _active, _columns, std::vector<MeasurementLevel>(), false,
+        _dataset.weight() < 0 ? kWeightNone : kWeightUnchanged, false, nullptr);
+    _all->SetName(kIteratorName);
+    return _all.get();
+}
+
+/// Moves to the first case of the next group; false if there is none.
+bool CaseGroups::beginGroup()
+{
+    if (!_walk) {
+        _walk.reset(_active.MakeIterator(nullptr));
+        return _walk->NextCase() != 0;
+    }
+    auto& groups = dynamic_cast<ProcDSIterator&>(*_walk);
+    if (!groups.SplitGroupEnd())
+        return false;
+    groups.StartNextGroup();
+    return true;
+}
+
+HVRawDataIterator* CaseGroups::nextGroup()
+{
+    _group.reset();
+    if (!beginGroup())
+        return nullptr;
+    // The wanted variables are the first ones of the sorted copy.
+    std::vector<int> columns(_columns.size());
+    std::iota(columns.begin(), columns.end(), 0);
+    _group =
+        std::make_unique<HVSplitRawData>(_active, columns, std::vector<MeasurementLevel>(), false);
+    if (!_group->FillDataFile(*_walk))
+        throw hostFault();
+    readKey();
+    HVRawDataIterator* const cases = _group->CreateHVRawDataIter(
+        kIteratorName, _dataset.weight() < 0 ? kWeightNone : kWeightUnchanged, true, nullptr,
+        false);
+    if (!cases)
+        throw hostFault();
+    return cases;
+}
+
+void CaseGroups::readKey()
+{
+    _key.clear();
+    for (std::size_t i = 0; i < _keyStorages.size(); ++i)
+        _key.push_back(keyOf(_dataset.source().GetVariable(_dataset.split()[i]),
+                             _group->GetSplitValues()[i], _keyStorages[i]));
+}

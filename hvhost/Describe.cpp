@@ -1,0 +1,229 @@
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <sstream>
+
+#include "CommandFault.h"
+#include "Commands.h"
+#include "DataFile.h"
+#include "Dataset.h"
+#include "Description.h"
+#include "DescriptionShown.h"
+#include "HostSession.h"
+#include "InterruptWatch.h"
+#include "ShownResult.h"
+#include "TextTable.h"
+#include "descriptive/HVDescriptive.h"
+#include "runner/HVRunner.h"
+
+namespace {
+
+/// Wide enough for any table to stay in one piece, in a file.
+constexpr std::size_t kFileWidth = 1000;
+
+bool isIn(const std::vector<int>& columns, int column)
+{
+    return std::find(columns.begin(), columns.end(), column) != columns.end();
+}
+
+/// The variables that the user names, or all that neither weigh nor split.
+std::vector<int> describedColumns(const Dataset& dataset, const std::vector<std::string>& names)
+{
+    std::vector<int> columns;
+    for (const std::string& name : names) {
+        const int column = dataset.columnOf(name, "");
+        if (column == dataset.weight())
+            throw CommandFault(ExitStatus::Usage,
+                               name + ": this variable weighs the cases, and is not described");
+        if (isIn(columns, column))
+            throw CommandFault(ExitStatus::Usage, name + ": it is named twice");
+        columns.push_back(column);
+    }
+    if (!names.empty())
+        return columns;
+    for (int column = 0; column < dataset.source().ColumnCount(); ++column)
+        if (column != dataset.weight() && !isIn(dataset.split(), column))
+            columns.push_back(column);
+    if (columns.empty())
+        throw CommandFault(ExitStatus::Usage, "there is no variable to describe beside those that "
+                                              "weigh the cases or split the file");
+    return columns;
+}
+
+/// Date variables, each with an interval of its own; or numbers that make up a date together.
+struct DateColumns
+{
+    std::vector<int> columns;
+    bool areDates = true;
+};
+
+DateColumns dateColumns(const Dataset& dataset, const std::vector<std::string>& names)
+{
+    DateColumns dates;
+    for (const std::string& name : names) {
+        const std::string origin = "--date " + name;
+        const int column = dataset.columnOf(name, origin);
+        const CFField::StorageType storage = dataset.storageOf(column);
+        if (storage == CFField::String)
+            throw CommandFault(ExitStatus::Usage,
+                               origin + ": this is a text, neither a date nor a number");
+        const bool isDate = storage != CFField::Real && storage != CFField::Integer;
+        if (!dates.columns.empty() && isDate != dates.areDates)
+            throw CommandFault(ExitStatus::Usage,
+                               origin + ": dates and numbers do not go together");
+        if (isIn(dates.columns, column))
+            throw CommandFault(ExitStatus::Usage, origin + ": it is named twice");
+        dates.areDates = isDate;
+        dates.columns.push_back(column);
+    }
+    return dates;
+}
+
+std::vector<std::string> namesOf(const Dataset& dataset, const std::vector<int>& columns)
+{
+    std::vector<std::string> names;
+    for (const int column : columns)
+        names.push_back(dataset.nameOf(column));
+    return names;
+}
+
+std::vector<int> together(std::vector<int> columns, const std::vector<int>& others)
+{
+    for (const int column : others)
+        if (!isIn(columns, column))
+            columns.push_back(column);
+    return columns;
+}
+
+/// What the user asks, in terms of the dataset.
+class Question
+{
+public:
+    Question(const Dataset& dataset, const DescribeOptions& options)
+        : _dataset(dataset), _columns(describedColumns(dataset, options.variables)),
+          _dates(dateColumns(dataset, options.dates)), _mostDistinct(options.mostDistinct)
+    {
+    }
+
+    /// The variables that it takes to answer it.
+    std::vector<int> columns() const { return together(_columns, _dates.columns); }
+
+    Description emptyDescription(const std::string& file) const
+    {
+        Description description;
+        description.file = file;
+        if (_dataset.weight() >= 0)
+            description.weight = _dataset.nameOf(_dataset.weight());
+        description.split = namesOf(_dataset, _dataset.split());
+        description.mostDistinct = _mostDistinct;
+        return description;
+    }
+
+    /// Runs one job. False if it failed.
+    bool ask(HVDescriptive& descriptive, CFMetaData& model, std::string& intervals) const
+    {
+        const std::vector<std::string> fields = namesOf(_dataset, _columns);
+        if (_dates.columns.empty())
+            return descriptive.BuildMetaData(&fields, model, _mostDistinct, true);
+        // Both in one job, which has to be told of the weight.
+        if (_dataset.weight() >= 0)
+            descriptive.SetDESetting("frequencyWeightField", _dataset.nameOf(_dataset.weight()));
+        const std::vector<std::string> dates = namesOf(_dataset, _dates.columns);
+        std::string text;
+        if (!descriptive.UpdateDateModel(&fields, &dates, _dates.areDates, intervals, text,
+                                         _mostDistinct))
+            return false;
+        model = CFMetaData(text);
+        return true;
+    }
+
+private:
+    const Dataset& _dataset;
+    std::vector<int> _columns;
+    DateColumns _dates;
+    int _mostDistinct;
+};
+
+GroupDescription describeGroup(const Question& question, const CaseGroups& groups,
+                               HVRawDataIterator& cases, HostSession& session,
+                               const JobOrigin& origin)
+{
+    CFMetaData model;
+    std::string statXml;
+    std::string intervals;
+    session.perform(
+        [&] {
+            HVDescriptive descriptive(session.runner(), &cases);
+            const bool done = question.ask(descriptive, model, intervals);
+            session.log("job: " + descriptive.GetHVLJob());
+            statXml = descriptive.GetStatXML();
+            return done;
+        },
+        origin);
+    GroupDescription group = readDescription(model, statXml, intervals);
+    group.key = groups.key();
+    group.leftOut = cases.GetNInvalidCases();
+    return group;
+}
+
+/// A stopped runner has the job composed, and runs nothing.
+std::string composeJob(const Question& question, HVRawDataIterator& cases)
+{
+    HVRunner stopped;
+    stopped.cancelExecution();
+    HVDescriptive descriptive(stopped, &cases);
+    CFMetaData model;
+    std::string intervals;
+    question.ask(descriptive, model, intervals);
+    return descriptive.GetHVLJob();
+}
+
+/// The form that is asked for, else the one that the name of the file speaks of, else text.
+std::string formOf(const DescribeOptions& options)
+{
+    if (!options.format.empty())
+        return options.format;
+    const std::string extension = std::filesystem::path(options.output).extension().string();
+    return extension == ".json" || extension == ".csv" ? extension.substr(1) : "text";
+}
+
+std::string shown(const Description& description, const std::string& form, std::size_t width)
+{
+    std::ostringstream text;
+    if (form == "json")
+        printDescriptionJson(description, text);
+    else if (form == "csv")
+        printDescriptionCsv(description, text);
+    else
+        printDescriptionText(description, width, text);
+    return text.str();
+}
+
+} // namespace
+
+void describe(const DescribeOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const ShownResult result(options.output, options.force, watch);
+    InputFile input(options.input, FileOptions::Offered, watch);
+    Dataset& dataset = *input.dataset();
+    if (!options.by.empty())
+        dataset.setSplit(options.by);
+    const Question question(dataset, options);
+    CaseGroups groups(dataset, question.columns(), watch);
+    HostSession session("describe", common, watch, &groups.procedureData());
+    if (options.printJob) {
+        if (HVRawDataIterator* const cases = groups.next())
+            std::cout << composeJob(question, *cases);
+        return;
+    }
+    Description description = question.emptyDescription(options.input.path);
+    while (HVRawDataIterator* const cases = groups.next()) {
+        watch.check();
+        description.groups.push_back(
+            describeGroup(question, groups, *cases, session, input.origin()));
+    }
+    result.deliver(
+        shown(description, formOf(options), result.isFile() ? kFileWidth : outputWidth()));
+    session.finish();
+}

@@ -1,0 +1,146 @@
+#include "DescriptionShown.h"
+
+#include <cstdlib>
+#include <ostream>
+
+#include "DescriptionTables.h"
+#include "ValueText.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr int kSchema = 1;
+
+/// Statistics by their keys in JSON, which are those of the engine's document.
+constexpr const char* kCounts[] = {"valid", "missing", "validWeight", "missingWeight", "distinct"};
+constexpr const char* kMoments[] = {"mean",     "standardDeviation", "variance", "skewness",
+                                    "kurtosis", "firstQuartile",     "median",   "thirdQuartile"};
+
+bool isNumber(CFField::StorageType storage)
+{
+    return storage == CFField::Real || storage == CFField::Integer;
+}
+
+/// A number as JSON; a whole one without a fraction.
+Json jsonNumber(const std::string& text)
+{
+    const double number = std::strtod(text.c_str(), nullptr);
+    if (text.find_first_not_of("-0123456789") == std::string::npos)
+        return static_cast<std::int64_t>(number);
+    return number;
+}
+
+Json jsonText(const std::optional<std::string>& text, CFField::StorageType storage)
+{
+    if (!text)
+        return nullptr;
+    return isNumber(storage) ? jsonNumber(*text) : Json(*text);
+}
+
+/// What there is of the facts, under their own names.
+template <std::size_t Count>
+void putNumbers(Json& json, const Facts& facts, const char* const (&names)[Count])
+{
+    for (const char* name : names)
+        if (const auto fact = factOf(facts, name))
+            json[name] = jsonNumber(*fact);
+}
+
+Json jsonValues(const FieldDescription& description)
+{
+    const CFField& field = description.field;
+    Json list = Json::array();
+    for (const CFValue& value : field.GetValues()) {
+        const CFDatum& datum = value.GetDatum();
+        Json entry = {{"value", datum.IsReal() && !isNumber(field.GetStorage())
+                                    ? Json(numberText(datum.GetReal(), field.GetStorage()))
+                                    : jsonText(value.GetText(), field.GetStorage())}};
+        if (!value.GetLabel().empty())
+            entry["label"] = value.GetLabel();
+        if (list.size() < description.counts.size())
+            putNumbers(entry, description.counts[list.size()], {"count", "weight"});
+        list.push_back(std::move(entry));
+    }
+    return list;
+}
+
+Json jsonField(const FieldDescription& description)
+{
+    const CFField& field = description.field;
+    Json json = {{"name", field.GetName()}};
+    if (!field.GetLabel().empty())
+        json["label"] = field.GetLabel();
+    json["storage"] = WordOf(field.GetStorage());
+    json["measure"] = WordOf(field.GetType());
+    putNumbers(json, description.facts, kCounts);
+    for (const char* end : {"minimum", "maximum"})
+        if (const auto fact = factOf(description.facts, end))
+            json[end] = jsonText(fact, field.GetStorage());
+    putNumbers(json, description.facts, kMoments);
+    if (description.isCategorical() && !description.isCut())
+        json["values"] = jsonValues(description);
+    return json;
+}
+
+Json jsonGroup(const GroupDescription& group)
+{
+    Json json = Json::object();
+    for (const GroupKey& key : group.key) {
+        Json entry = {{"variable", key.variable}, {"value", jsonText(key.value, key.storage)}};
+        if (!key.label.empty())
+            entry["label"] = key.label;
+        json["by"].push_back(std::move(entry));
+    }
+    json["cases"] = jsonNumber(group.facts.at("records"));
+    if (const auto weight = factOf(group.facts, "weight")) {
+        json["weight"] = jsonNumber(*weight);
+        json["casesLeftOut"] = group.leftOut;
+    }
+    json["fields"] = Json::array();
+    for (const FieldDescription& field : group.fields)
+        json["fields"].push_back(jsonField(field));
+    if (!group.intervals.empty())
+        json["timeIntervals"] = group.intervals;
+    return json;
+}
+
+/// The group's key in front of each row.
+void addKey(ResultTable& table, const GroupDescription& group)
+{
+    for (std::size_t i = 0; i < group.key.size(); ++i) {
+        const auto place = static_cast<std::ptrdiff_t>(i);
+        table.columns.insert(table.columns.begin() + place,
+                             {group.key[i].variable, group.key[i].storage});
+        for (ResultTable::Row& row : table.rows)
+            row.insert(row.begin() + place, group.key[i].value);
+    }
+}
+
+} // namespace
+
+void printDescriptionCsv(const Description& description, std::ostream& out)
+{
+    ResultTable all;
+    for (const GroupDescription& group : description.groups) {
+        ResultTable table = statisticsTable(description, group, TableFor::Programs);
+        addKey(table, group);
+        all.columns = table.columns;
+        all.rows.insert(all.rows.end(), table.rows.begin(), table.rows.end());
+    }
+    printTable(all, "csv", out);
+}
+
+void printDescriptionJson(const Description& description, std::ostream& out)
+{
+    Json json = {{"schema", kSchema}, {"file", description.file}};
+    if (!description.weight.empty())
+        json["weight"] = description.weight;
+    if (!description.split.empty())
+        json["split"] = description.split;
+    json["mostDistinct"] = description.mostDistinct;
+    json["groups"] = Json::array();
+    for (const GroupDescription& group : description.groups)
+        json["groups"].push_back(jsonGroup(group));
+    out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+}

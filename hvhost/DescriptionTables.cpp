@@ -1,0 +1,159 @@
+#include "DescriptionTables.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ValueText.h"
+
+namespace {
+
+using Cell = std::optional<std::string>;
+
+/// A column of the statistics: its heading, the fact that it shows, and what that is.
+struct StatisticColumn
+{
+    const char* title;
+    const char* fact;
+    CFField::StorageType storage;
+};
+constexpr StatisticColumn kCounts[] = {{"valid", "valid", CFField::Integer},
+                                       {"missing", "missing", CFField::Integer}};
+constexpr StatisticColumn kWeights[] = {{"valid weight", "validWeight", CFField::Real},
+                                        {"missing weight", "missingWeight", CFField::Real}};
+constexpr StatisticColumn kMoments[] = {{"mean", "mean", CFField::Real},
+                                        {"sd", "standardDeviation", CFField::Real}};
+constexpr StatisticColumn kRange[] = {{"min", "minimum", CFField::String},
+                                      {"max", "maximum", CFField::String}};
+constexpr StatisticColumn kShape[] = {{"q1", "firstQuartile", CFField::Real},
+                                      {"median", "median", CFField::Real},
+                                      {"q3", "thirdQuartile", CFField::Real},
+                                      {"skewness", "skewness", CFField::Real},
+                                      {"kurtosis", "kurtosis", CFField::Real}};
+
+bool isNumeric(const FieldDescription& field)
+{
+    return field.field.GetStorage() == CFField::Real ||
+           field.field.GetStorage() == CFField::Integer;
+}
+
+/// Adds columns to a table that has its rows.
+class ColumnAdder
+{
+public:
+    ColumnAdder(ResultTable& table, const std::vector<FieldDescription>& fields)
+        : _table(table), _fields(fields)
+    {
+    }
+
+    template <class GetCell>
+    void add(const char* title, CFField::StorageType storage, GetCell cell)
+    {
+        _table.columns.push_back({title, storage});
+        for (std::size_t i = 0; i < _fields.size(); ++i)
+            _table.rows[i].push_back(cell(_fields[i]));
+    }
+    template <std::size_t Count>
+    void add(const StatisticColumn (&columns)[Count])
+    {
+        for (const StatisticColumn& column : columns)
+            add(column.title, column.storage,
+                [&](const FieldDescription& field) { return factOf(field.facts, column.fact); });
+    }
+
+private:
+    ResultTable& _table;
+    const std::vector<FieldDescription>& _fields;
+};
+
+/// Where dates are among the fields, the ends of the range are texts; else numbers.
+void setRangeStorage(ResultTable& table, const std::vector<FieldDescription>& fields)
+{
+    const bool allNumbers = std::all_of(fields.begin(), fields.end(), [](const auto& field) {
+        return isNumeric(field) || !field.facts.contains("minimum");
+    });
+    for (ResultTable::Column& column : table.columns)
+        if (allNumbers && (column.name == "min" || column.name == "max"))
+            column.storage = CFField::Real;
+}
+
+Cell distinctCell(const FieldDescription& field, int most, TableFor reader)
+{
+    if (!field.isCut())
+        return factOf(field.facts, "distinct");
+    if (reader == TableFor::Programs || most == 0)
+        return std::nullopt;
+    return "> " + std::to_string(most);
+}
+
+Cell shownValue(const CFField& field, const CFValue& value)
+{
+    if (value.GetDatum().IsReal())
+        return numberText(value.GetDatum().GetReal(), field.GetStorage());
+    return value.GetText();
+}
+
+void addValues(ResultTable& table, const FieldDescription& field)
+{
+    const std::vector<CFValue>& values = field.field.GetValues();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const Facts counts = i < field.counts.size() ? field.counts[i] : Facts();
+        const std::string& label = values[i].GetLabel();
+        table.rows.push_back({field.field.GetName(), shownValue(field.field, values[i]),
+                              label.empty() ? Cell() : Cell(label), factOf(counts, "count"),
+                              factOf(counts, "weight")});
+    }
+}
+
+/// Takes a column out that says nothing.
+void dropIfEmpty(ResultTable& table, std::size_t column)
+{
+    const bool isEmpty = std::none_of(table.rows.begin(), table.rows.end(),
+                                      [&](const auto& row) { return row[column].has_value(); });
+    if (!isEmpty)
+        return;
+    const auto place = static_cast<std::ptrdiff_t>(column);
+    table.columns.erase(table.columns.begin() + place);
+    for (ResultTable::Row& row : table.rows)
+        row.erase(row.begin() + place);
+}
+
+} // namespace
+
+ResultTable statisticsTable(const Description& description, const GroupDescription& group,
+                            TableFor reader)
+{
+    ResultTable table;
+    table.keyCount = 1;
+    table.rows.resize(group.fields.size());
+    ColumnAdder columns(table, group.fields);
+    columns.add("variable", CFField::String,
+                [](const FieldDescription& field) { return Cell(field.field.GetName()); });
+    columns.add(kCounts);
+    if (!description.weight.empty())
+        columns.add(kWeights);
+    columns.add(kMoments);
+    columns.add(kRange);
+    setRangeStorage(table, group.fields);
+    columns.add(kShape);
+    columns.add("distinct", CFField::Integer, [&](const FieldDescription& field) {
+        return distinctCell(field, description.mostDistinct, reader);
+    });
+    return table;
+}
+
+ResultTable valuesTable(const GroupDescription& group)
+{
+    ResultTable table;
+    table.keyCount = 2;
+    table.columns = {{"variable", CFField::String},
+                     {"value", CFField::String},
+                     {"label", CFField::String},
+                     {"count", CFField::Integer},
+                     {"weight", CFField::Real}};
+    for (const FieldDescription& field : group.fields)
+        if (field.isCategorical() && !field.isCut())
+            addValues(table, field);
+    for (const std::size_t optional : {4U, 3U, 2U})
+        dropIfEmpty(table, optional);
+    return table;
+}

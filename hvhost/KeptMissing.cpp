@@ -1,0 +1,63 @@
+#include "KeptMissing.h"
+
+#include <fstream>
+
+#include "CFMetaData.h"
+#include "CommandFault.h"
+#include "ReadableFile.h"
+#include "UserCaseFile.h"
+#include "hvl/HVLUpdateDataModel.h"
+#include "support/HVSimpleFile.h"
+
+namespace {
+
+bool declares(const CFMissingValues& missing)
+{
+    return missing.IsValid() && (!missing.GetRange().IsEmpty() || !missing.GetValues().empty());
+}
+
+} // namespace
+
+KeptMissing::KeptMissing(const CFMetaData& model)
+{
+    std::vector<CFField> fields;
+    for (std::size_t i = 0; i < model.FieldCount(); ++i)
+        fields.push_back(*model.GetField(i));
+    take(fields);
+}
+
+KeptMissing::KeptMissing(const UserInputCaseFile& file)
+{
+    std::vector<CFField> fields;
+    for (int column = 0; column < file.DataSource()->ColumnCount(); ++column)
+        fields.push_back(file.Field(column));
+    take(fields);
+}
+
+KeptMissing::~KeptMissing() = default;
+
+void KeptMissing::take(const std::vector<CFField>& fields)
+{
+    CFMetaData model;
+    for (CFField field : fields) {
+        if (declares(field.GetMissingValues()))
+            _declared.push_back(field);
+        field.SetMissingValues({});
+        model.AppendField(field);
+    }
+    if (_declared.empty())
+        return;
+    _document = std::make_unique<HVSimpleFile>("fields.xml", false, true);
+    _path = nativePath(_document->GetGenericPath());
+    std::string xml;
+    model.ExportXMLDoc(xml);
+    std::ofstream file(_path, std::ios::binary);
+    if (!(file << xml).flush())
+        throw CommandFault(ExitStatus::JobFailed, _path + ": the data model cannot be written");
+}
+
+void KeptMissing::redeclare(HVLUpdateDataModel& update) const
+{
+    for (const CFField& field : _declared)
+        update.Update(field.GetName(), field.GetMissingValues());
+}

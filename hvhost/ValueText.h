@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include "CFField.h"
+
+/// The shortest text that reads back as the same number.
+std::string shortestNumber(double value);
+
+/// A number of the engine as text, by what it counts: days since 1970-01-01, seconds of the day,
+/// seconds since 1970-01-01, or itself.
+std::string numberText(double number, CFField::StorageType storage);

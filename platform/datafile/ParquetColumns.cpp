@@ -1,0 +1,136 @@
+#include "datafile/ParquetColumns.h"
+
+#include <algorithm>
+
+#include "CFMetaData.h"
+
+#include "datafile/ColumnTypes.h"
+#include "datafile/Fault.h"
+#include "datafile/FaultIds.h"
+#include "datafile/FieldDictionary.h"
+#include "datafile/FieldMetadata.h"
+#include "datafile/FileTables.h"
+#include "datafile/RaisedFault.h"
+#include "datafile/SqlQuoting.h"
+
+namespace datafile {
+namespace {
+
+/// A data model that cannot be read counts as none: the columns are there all the same.
+Fields fieldsOfModel(const std::string& xml)
+{
+    Fields fields;
+    try {
+        const CFMetaData model(xml);
+        for (std::size_t i = 0; i < model.FieldCount(); ++i)
+            fields.push_back(*model.GetField(i));
+    } catch (const CFMetaDataError&) {
+        fields.clear();
+    }
+    return fields;
+}
+
+/// Holds a dictionary against the columns that it speaks of.
+class DictionaryCheck
+{
+public:
+    DictionaryCheck(const Dictionary& dictionary, const std::string& origin,
+                    ParquetColumns& columns)
+        : _dictionary(dictionary), _origin(origin), _columns(columns)
+    {
+    }
+
+    void run() const
+    {
+        for (const DictionaryVariable& variable : _dictionary.variables)
+            check(variable);
+    }
+
+private:
+    std::string prefix(const DictionaryVariable& variable) const
+    {
+        return "read: " + _origin + ": variable \"" + variable.name + "\" ";
+    }
+    void check(const DictionaryVariable& variable) const;
+    void bound(std::string& value, const DictionaryVariable& variable) const;
+
+    const Dictionary& _dictionary;
+    const std::string& _origin;
+    ParquetColumns& _columns;
+};
+
+void DictionaryCheck::check(const DictionaryVariable& variable) const
+{
+    const auto field = std::ranges::find(_columns.fields, variable.name, &CFField::GetName);
+    if (field == _columns.fields.end())
+        throw Fault(faults::kDataModel, prefix(variable) + "of the dictionary has no data");
+    if (variable.isText != (field->GetStorage() == CFField::String))
+        throw Fault(faults::kDataModel, prefix(variable) + "is " +
+                                            (variable.isText ? "a text" : "a number") +
+                                            " in the dictionary, but not in the data");
+    if (variable.isText && variable.name == _dictionary.weight)
+        throw Fault(faults::kDataModel, "read: " + _origin + ": the weight variable \"" +
+                                            variable.name + "\" is a text");
+    if (variable.width > 0)
+        bound(_columns.values[static_cast<std::size_t>(field - _columns.fields.begin())], variable);
+}
+
+/// Widths show only while the values are read.
+void DictionaryCheck::bound(std::string& value, const DictionaryVariable& variable) const
+{
+    const std::string most = std::to_string(mostBytes(_dictionary, variable));
+    const std::string fault = raisedText(
+        faults::kDataModel, prefix(variable) + "has a value that is longer than the " +
+                                std::to_string(variable.width) + " bytes that the dictionary says");
+    // Blanks at the end fill the host's texts up. To look for them takes longer than to count.
+    value = "CASE WHEN strlen(" + value + ") > " + most + " AND strlen(rtrim(" + value + ")) > " +
+            most + " THEN error(" + quotedLiteral(fault) + ") ELSE " + value + " END";
+}
+
+} // namespace
+
+ParquetColumns parquetColumns(duck::Connection& connection, const std::string& path)
+{
+    ParquetColumns columns;
+    const duck::Prepared statement(connection, "SELECT * FROM " + parquetTable(path));
+    for (const auto& [name, type] : statement.columns()) {
+        columns.fields.push_back(plainField(name, storageOfColumn(type)));
+        columns.values.push_back(canonicalColumn(quotedIdentifier(name), type));
+    }
+    return columns;
+}
+
+Dictionary describeColumns(duck::Connection& connection, const std::string& path,
+                           const std::string& origin, ParquetColumns& columns)
+{
+    if (const std::string text = parquetMetadata(connection, path, kDictionaryKey); !text.empty()) {
+        Dictionary dictionary = dictionaryOf(text, origin);
+        DictionaryCheck(dictionary, origin, columns).run();
+        adoptDictionary(columns.fields, dictionary);
+        return dictionary;
+    }
+    const std::string model = parquetMetadata(connection, path, kDataModelKey);
+    if (model.empty())
+        return {};
+    adoptMetadata(columns.fields, fieldsOfModel(model));
+    return dictionaryOfFields(columns.fields);
+}
+
+std::size_t mostBytes(const Dictionary& dictionary, const DictionaryVariable& variable)
+{
+    // A byte of another encoding may become three of UTF-8.
+    const auto width = static_cast<std::size_t>(variable.width);
+    return dictionary.encoding == "UTF-8" ? width : 3 * width;
+}
+
+void makeNamesUnique(Fields& fields)
+{
+    std::vector<std::string> names;
+    for (const CFField& field : fields)
+        names.push_back(field.GetName());
+    names = uniqueNames(std::move(names));
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        fields[i].SetName(names[i]);
+}
+
+} // namespace datafile

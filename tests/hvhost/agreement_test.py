@@ -1,0 +1,196 @@
+"""What the host serves and what the engine reads of the same file is the same.
+
+Some differences are meant, since a case of the host has numbers of 53 bits and texts of a fixed width:
+a date with a time of day is a date to the host and a number or timestamp to the engine, microseconds of
+timestamps and integers beyond 2^53 may lose their last digit, and blanks at the end of a text count for
+nothing, so that an empty text in a file with gaps is missing. A text that is not there is blank where
+its variable declares three other values missing, which is all that a variable can.
+"""
+import json
+import os
+import subprocess
+import unittest
+
+from hvhost_case import Case
+
+RUN_SQL = os.environ["HV_RUN_SQL"]
+KINDS = ("sav", "hvbf", "csv")
+ROADS = {"host": (), "engine": ("--direct",)}
+
+VALUES = f"""s1,s8,s9,s255,i,r,d,t,ts
+a,abcdefgh,refusedxy,{"é" * 127}x,1,1.5,2020-01-01,12:30:00,2020-01-01 12:30:00
+b,short,x,y,2,2.25,1999-12-31,23:59:59.5,1999-12-31 23:59:59.25
+x,refused,refusedxx,z,9,99,1582-10-14,00:00:00,1969-12-31 23:59:59
+,,,,,,,,
+d,gap,q,w,-1,-1e300,2024-02-29,01:02:03,2262-01-01 00:00:00
+"""
+FIELDS = [
+    {"name": "s1", "displayLabel": "Öne", "role": "target", "missingValues": {"Value": ["x"]},
+     "valueLabels": [{"value": "a", "displayLabel": "A é"}, {"value": "x", "displayLabel": "no"}]},
+    {"name": "s8", "measure": "ordinal", "role": "split", "missingValues": {"Value": ["refused", "b"]}},
+    {"name": "s9", "measure": "flag", "role": "none", "missingValues": {"Value": ["refusedxx"]}},
+    {"name": "s255", "measure": "typeless", "role": "recordId"},
+    {"name": "i", "measure": "ordinal", "role": "both",
+     "missingValues": {"minValue": 9, "maxValue": 99, "Value": ["-1"]},
+     "valueLabels": [{"value": "1", "displayLabel": "one"}, {"value": "9", "displayLabel": "nine"}]},
+    {"name": "r", "role": "freqWeight", "missingValues": {"minValue": 90},
+     "valueLabels": [{"value": "1.5", "displayLabel": "half"}]},
+    {"name": "d", "measure": "discrete", "role": "partition", "missingValues": {"Value": ["-141428"]},
+     "valueLabels": [{"value": "0", "displayLabel": "epoch"}]},
+    {"name": "t", "measure": "nominal", "missingValues": {"Value": ["0"]}},
+    {"name": "ts", "missingValues": {"maxValue": 0}, "valueLabels": [{"value": "0.5", "displayLabel": "half"}]}]
+
+
+class Agreement(Case):
+    def sources(self):
+        """The same records with all that a dictionary can say, in each form that can say it."""
+        records = self.write("records.csv", VALUES)
+        job = ('val told = {"fields": ' + json.dumps(FIELDS) + '}\nread({"dataSource": "in"}) -> '
+               'updateDataModel(told) -> write({"dataSource": "out", "mode": "overwrite"})')
+        for kind in KINDS:
+            path = self.folder / f"source.{kind}"
+            self.run_hvhost("run", "-", "--data", f"in={records}", "--save", f"out={path}", text=job)
+            yield kind, path
+
+    def parquet(self, name, select, **metadata):
+        path = self.folder / name
+        entries = ", ".join(f"'hvinteg.{key}': '{text}'" for key, text in metadata.items())
+        options = "FORMAT PARQUET" + (", KV_METADATA {" + entries + "}" if entries else "")
+        subprocess.run([RUN_SQL, f"COPY ({select}) TO '{path}' ({options})"], check=True)
+        return path
+
+    def on_both_roads(self, *words, **more):
+        """What the two roads say, which must be the same."""
+        done = [self.run_hvhost(*words, *road, **more) for road in ROADS.values()]
+        self.assertEqual(*[(one.stdout, one.stderr) for one in done])
+        return done[0]
+
+    def facts(self, path):
+        facts = json.loads(self.run_hvhost("info", path, "--format", "json").stdout)
+        del facts["file"]
+        for variable in facts["variables"]:
+            # The host alone declares what is not there.
+            missing = variable.get("missing", {})
+            missing["values"] = [value for value in missing.get("values", []) if value != ""]
+            variable["missing"] = missing
+        return facts
+
+    def records(self, path):
+        text = self.run_hvhost("convert", path, "-", "--to", "csv", "--direct", "--user-missing", "keep").stdout
+        return text.splitlines()
+
+    def test_a_conversion_is_the_same_on_both_roads(self):
+        for kind, source in self.sources():
+            for missing in ("exclude", "keep"):
+                for target in KINDS:
+                    results = []
+                    for road, option in ROADS.items():
+                        out = self.folder / f"{road}.{target}"
+                        self.run_hvhost("convert", source, out, "--force", "--user-missing", missing, *option)
+                        results.append((None if target == "csv" else self.facts(out), self.records(out)))
+                    with self.subTest(kind=kind, missing=missing, target=target):
+                        self.assertEqual(*results)
+                        kept = missing == "keep" or kind == "csv"
+                        self.assertEqual("x,refused,refusedxx,z,9" in results[0][1][3], kept)
+                        if "csv" not in (kind, target):
+                            self.assertEqual(results[0][0], self.facts(source))
+
+    def test_an_aggregate_is_the_same_on_both_roads(self):
+        for kind, source in self.sources():
+            for missing in ("exclude", "keep"):
+                for by, of in (("s1,i", "r"), ("s9,d", "ts"), ("r,t", "i")):
+                    with self.subTest(kind=kind, missing=missing, by=by):
+                        self.on_both_roads("aggregate", source, "--by", by, "--stat",
+                                           f"count,min:{of},max:{of},last:{of}", "--format", "json",
+                                           "--user-missing", missing)
+
+    def test_a_dictionary_that_is_wrong_is_refused_on_both_roads(self):
+        def of(variable):
+            return '{"variables":[' + variable + ']}'
+        for dictionary, says in (
+                (of('{"name":"gone"}'), 'variable "gone" of the dictionary has no data'),
+                (of('{"name":"N"}'), 'variable "N" of the dictionary has no data'),
+                (of('{"name":"n","type":"text"}'), '"n" is a text in the dictionary, but not in the data'),
+                (of('{"name":"d","type":"text"}'), '"d" is a text'),
+                (of('{"name":"t"}'), '"t" is a number in the dictionary'),
+                (of('{"name":"t","type":"text","width":3}'), '"t" has a value that is longer than the 3 bytes'),
+                (of('{"name":"n","valueLabels":[{"value":"x","label":""}]}'), "a value of a number is not a num"),
+                (of('{"name":"t","type":"text","missing":{"values":[1]}}'), "a value of a text is not a text"),
+                (of('{"name":"n"},{"name":"n"}'), 'two variables are named "n"'),
+                (of('{"name":"ä"},{"name":"Ä"}'), 'two variables are named "Ä"'),
+                ('{"weight":"t","variables":[{"name":"t","type":"text"}]}', 'the weight variable "t" is a text'),
+                ('{"weight":"w","variables":[{"name":"n"}]}', 'the weight variable "w" is not there'),
+                ("{", "the dictionary cannot be used")):
+            with self.subTest(dictionary):
+                path = self.parquet("bad.sav", "SELECT 1 AS n, CASE WHEN i < 4000 THEN 'abc ' ELSE 'four' END AS t, "
+                                    "DATE '2020-01-01' AS d FROM range(5000) AS rows(i)", dictionary=dictionary)
+                done = self.on_both_roads("convert", path, self.folder / "out.csv", status=3)
+                self.assertIn(f"{path}: ", done.stderr)
+                self.assertIn(says, done.stderr)
+                self.assertFalse((self.folder / "out.csv").exists())
+
+    def test_what_a_data_model_contradicts_counts_for_nothing(self):
+        field = '<Field name="{}" storage="{}" measure="{}"><ValueLabels><Value value="1" label="l"/></ValueLabels></Field>'
+        model = "".join(field.format(*words) for words in (
+            ("n", "real", "ordinal"), ("t", "integer", "ordinal"), ("d", "timestamp", "flag"),
+            ("gone", "string", "flag")))
+        for text, labels in ((f"<DataModel>{model}</DataModel>", 1), ("<DataModel>", 0)):
+            path = self.parquet("other.hvbf", "SELECT 1 AS n, '1' AS t, DATE '2020-01-01' AS d", datamodel=text)
+            results = []
+            for road in ROADS.values():
+                out = self.folder / "out.sav"
+                self.run_hvhost("convert", path, out, "--force", *road)
+                results.append((self.facts(out), self.records(out)))
+            self.assertEqual(*results)
+            self.assertEqual(results[0][1][1], "1,1,2020-01-01")
+            self.assertEqual([len(variable.get("valueLabels", [])) for variable in results[0][0]["variables"]],
+                             [labels, 0, 0])
+
+    def test_names_that_differ_only_in_case_are_told_apart(self):
+        names = self.write("names.csv", "ä,Ä,b,B,B_1\n1,2,3,4,5\n")
+        self.assertEqual(self.on_both_roads("convert", names, "-").stdout, "ä,Ä_1,b,B_2,B_1\n1,2,3,4,5\n")
+        path = self.parquet("names.parquet", 'SELECT 1 AS "ä", 2 AS "Ä"')
+        self.assertEqual(self.on_both_roads("convert", path, "-", "--to", "csv").stdout, "ä,Ä_1\n1,2\n")
+
+    def test_files_of_other_programs(self):
+        columns = (
+            ("255::UTINYINT", "integer", "255"), ("true", "integer", "1"), ("(-128)::TINYINT", "integer", "-128"),
+            ("18446744073709551615::UBIGINT", "real", "1.8446744073709552e+19"),
+            ("1.25::DECIMAL(9,2)", "real", "1.25"), ("1.5::FLOAT", "real", "1.5"), ("'NaN'::DOUBLE", "real", "nan"),
+            ("TIMESTAMPTZ '2020-01-01 01:30:00+02'", "timestamp", "2019-12-31 23:30:00"),
+            ("TIMESTAMP_NS '2020-01-01 12:00:00.25'", "timestamp", "2020-01-01 12:00:00.25"),
+            ("NULL::INTEGER", "integer", ""), ("'\\xFFa'::BLOB", "text(5)", "\\xFFa"),
+            ("'f81d4fae-7dec-11d0-a765-00a0c91e6bf6'::UUID", "text(36)", "f81d4fae-7dec-11d0-a765-00a0c91e6bf6"),
+            ("[1, 2]", "text(6)", '"[1, 2]"'), ("{'a': {'b': 1}}", "text(15)", "{'a': {'b': 1}}"),
+            ("INTERVAL 3 DAY", "text(6)", "3 days"))
+        path = self.parquet("other.parquet", "SELECT " + ", ".join(
+            f"{sql} AS v{place}" for place, (sql, _, _) in enumerate(columns)))
+        done = self.on_both_roads("convert", path, "-", "--to", "csv", environment={"TZ": "Asia/Tokyo"})
+        self.assertEqual(done.stdout.splitlines()[1], ",".join(text for _, _, text in columns))
+        self.assertEqual([variable["type"] for variable in self.facts(path)["variables"]],
+                         [kind for _, kind, _ in columns])
+
+    def test_what_the_hosts_code_page_cannot_hold_is_told_and_counted(self):
+        source = self.write("many.csv", "naïve\n" + "é表\n" * 12)
+        done = self.run_hvhost("convert", source, "-", environment={"VEXA_CODEPAGE": "windows-1252"})
+        self.assertEqual(done.stdout, "naïve\n" + "é?\n" * 12)
+        told = done.stderr.splitlines()
+        self.assertEqual(len(told), 11)
+        self.assertIn('variable "naïve": the encoding windows-1252 cannot hold "é表"', told[0])
+        self.assertIn("In all, 12 values", told[10])
+
+    def test_encodings(self):
+        for encoding, text in (("Shift_JIS", "表示,ｶﾅ\n能,1\n"), ("GB18030", "中,𠀀\n€,1\n"),
+                               ("windows-1252", "Größe,„x“\n€,1\n"), ("ISO-8859-15", "œ,é\n€,1\n")):
+            with self.subTest(encoding):
+                path = self.write("text.csv", text.encode(encoding))
+                self.assertEqual(self.run_hvhost("convert", path, "-", "--encoding", encoding).stdout, text)
+        bad = self.write("bad.csv", b"a,b\n1,x\n2,\x81\x20\n")
+        for options in (("--encoding", "Shift_JIS"), (), ("--direct",)):
+            with self.subTest(options):
+                done = self.run_hvhost("convert", bad, "-", *options, status=3)
+                self.assertRegex(done.stderr, r"bad\.csv:3: the (file is no text in Shift_JIS|text is not UTF-8)\n")
+
+
+if __name__ == "__main__":
+    unittest.main()

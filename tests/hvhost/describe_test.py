@@ -1,0 +1,249 @@
+"""hvhost describe: its figures against those that Python computes from the same file."""
+import csv
+import io
+import json
+import re
+import shlex
+import shutil
+import signal
+import statistics
+import time
+import unittest
+
+from hvhost_case import DATA, Case
+
+WEATHER = DATA / "weather.csv"
+PENGUINS = DATA / "penguins.csv"
+# Makes a file of the host's own, which knows a split, missing values and labels.
+FINDS = "site,grade\n2,2\n1,9\n2,3\n1,2\n,1\n"
+KNOWN = """read({"dataSource": "finds"})
+    -> updateDataModel({"fields": [
+        {"name": "site", "role": "split", "measure": "nominal",
+         "valueLabels": [{"value": "1", "displayLabel": "north"}]},
+        {"name": "grade", "measure": "ordinal", "displayLabel": "Grade of the find",
+         "valueLabels": [{"value": "2", "displayLabel": "good"}], "missingValues": {"Value": ["9"]}}]})
+    -> write({"dataDestination": "file://%s", "type": "hvbf", "mode": "overwrite"})
+"""
+FAULTS = [
+    ("weather.csv wnd", 2, ['weather.csv: there is no variable "wnd"', "did you mean wind?"]),
+    ("weather.csv wind WIND", 2, ["WIND: it is named twice"]),
+    ("weather.csv --by weather,Weather", 2, ["--by Weather: it is named twice"]),
+    ("weather.csv --by sky", 2, ['--by sky: there is no variable "sky"']),
+    ("weather.csv --weight kilos", 2, ["--weight kilos"]),
+    ("weather.csv --weight weather", 2, ["--weight weather: a weight is a number", "string"]),
+    ("weather.csv --weight date", 2, ["--weight date: a weight is a number", "date"]),
+    ("weather.csv wind --weight wind", 2, ["wind: this variable weighs the cases"]),
+    ("one.csv --weight a", 2, ["no variable to describe"]),
+    ("weather.csv --date weather", 2, ["--date weather: this is a text"]),
+    ("weather.csv --date date,wind", 2, ["--date wind: dates and numbers do not go together"]),
+    ("weather.csv --distinct -2", 2, ["--distinct: -2"]),
+    ("weather.csv -o one.csv", 2, ["one.csv: the file exists", "--force"]),
+    ("weather.csv -o none/a.json", 1, ["none/a.json: the folder"]),
+    ("weather.csv --direct", 2, ["--direct"]),
+    ("none.csv", 3, ["none.csv: no such file"]),
+    ("ragged.csv", 3, ["ragged.csv:3"]),
+]
+
+
+def moments(values, weights=None):
+    """By the definitions, value by value."""
+    weights = weights or [1] * len(values)
+    total = sum(weights)
+    mean = sum(w * x for x, w in zip(values, weights)) / total
+    second, third, fourth = (sum(w * (x - mean) ** k for x, w in zip(values, weights)) for k in (2, 3, 4))
+    sd = (second / (total - 1)) ** 0.5
+    return {"mean": mean, "standardDeviation": sd, "variance": sd ** 2,
+            "skewness": total * third / ((total - 1) * (total - 2) * sd ** 3),
+            "kurtosis": (total * (total + 1) * fourth - 3 * (total - 1) * second ** 2)
+            / ((total - 1) * (total - 2) * (total - 3) * sd ** 4)}
+
+
+class Describe(Case):
+    def groups(self, *words):
+        document = json.loads(self.run_hvhost("describe", *words, "--format", "json").stdout)
+        self.assertEqual(document["schema"], 1)
+        return document["groups"]
+
+    def fields(self, *words):
+        group, = self.groups(*words)
+        return {field["name"]: field for field in group["fields"]}
+
+    def check_numbers(self, field, cells):
+        values = [float(cell) for cell in cells if cell]
+        low, middle, high = statistics.quantiles(values, n=4, method="inclusive")
+        expected = dict(moments(values), minimum=min(values), maximum=max(values), firstQuartile=low,
+                        median=middle, thirdQuartile=high)
+        for name, value in expected.items():
+            self.assertAlmostEqual(field[name], value, msg=f"{field['name']} {name}", delta=1e-9 * abs(value))
+        self.assertEqual((field["valid"], field["missing"]), (len(values), len(cells) - len(values)))
+        self.assertEqual(field.get("distinct", ">"), len(set(values)) if len(set(values)) <= 100 else ">")
+
+    def check_texts(self, field, cells):
+        self.assertEqual([(entry["value"], entry["count"]) for entry in field["values"]],
+                         [(value, cells.count(value)) for value in sorted(set(cells) - {""})])
+
+    def test_all_variables(self):
+        for path, texts in ((WEATHER, ("weather",)), (PENGUINS, ("species", "island", "sex"))):
+            rows = self.rows(path)
+            fields = self.fields(path)
+            self.assertEqual(list(fields), list(rows[0]))
+            for name, field in fields.items():
+                cells = [row[name] for row in rows]
+                if name == "date":
+                    self.assertEqual((field["minimum"], field["maximum"]), (min(cells), max(cells)))
+                elif name in texts:
+                    self.check_texts(field, cells)
+                else:
+                    self.check_numbers(field, cells)
+
+    def test_groups_of_cases_in_any_order(self):
+        groups = self.groups(PENGUINS, "body_mass_g", "--by", "sex,species")
+        cells = {}
+        for row in self.rows(PENGUINS):
+            cells.setdefault((row["sex"], row["species"]), []).append(row["body_mass_g"])
+        self.assertEqual([tuple(part["value"] for part in group["by"]) for group in groups], sorted(cells))
+        for group, key in zip(groups, sorted(cells)):
+            self.assertEqual(group["cases"], len(cells[key]))
+            values = [float(cell) for cell in cells[key] if cell]
+            self.assertAlmostEqual(group["fields"][0]["mean"], statistics.mean(values))
+        table = self.run_hvhost("describe", PENGUINS, "body_mass_g", "--by", "sex", "--format", "csv").stdout
+        self.assertEqual([row["sex"] for row in csv.DictReader(io.StringIO(table))],
+                         sorted({key[0] for key in cells}))
+
+    def test_keys_that_are_numbers_and_dates(self):
+        """A missing number is a group, the first one; the two zeros are one number."""
+        path = self.write("keys.csv", "k,d,v\n2,2024-02-29,1\n-0.0,1582-10-15,2\n,,3\n0.0,2024-02-29,4\n-1.5,,5\n"
+                                      "-0.0,2024-02-29,6\n")
+        for key, expected in (("k", [(None, 3), (-1.5, 5), (0, 4), (2, 1)]),
+                              ("d", [(None, 4), ("1582-10-15", 2), ("2024-02-29", 11 / 3)])):
+            groups = self.groups(path, "v", "--by", key)
+            self.assertEqual([(group["by"][0]["value"], group["fields"][0]["mean"]) for group in groups],
+                             expected)
+
+    def test_weight(self):
+        """Each case stands for so many; those without a positive weight are left out."""
+        cases = [(4.5, 2), (1.0, 1), (7.25, 0.5), (3.0, 3), (9.0, 0), (8.0, -1), (6.0, None)]
+        path = self.write("weighted.csv", "v,w\n" + "".join(f"{v},{'' if w is None else w}\n" for v, w in cases))
+        kept = [(v, w) for v, w in cases if w and w > 0]
+        group, = self.groups(path, "--weight", "w")
+        self.assertEqual((group["cases"], group["casesLeftOut"], group["weight"]), (4, 3, 6.5))
+        field, = group["fields"]
+        for name, value in moments(*map(list, zip(*kept))).items():
+            self.assertAlmostEqual(field[name], value, msg=name)
+        self.assertEqual((field["minimum"], field["maximum"], field["validWeight"]), (1, 7.25, 6.5))
+        text = self.run_hvhost("describe", path, "--weight", "W").stdout
+        self.assertIn("4 cases, weighted by w to 6.5, 3 cases without a weight left out", text)
+
+        # The file's own weight, group by group and with an interval, gives the same.
+        day = self.write("days.csv", "day,g,v,w\n" + "".join(
+            f"2024-01-{n + 1:02},{n % 2},{v},{'' if w is None else w}\n" for n, (v, w) in enumerate(cases)))
+        self.run_hvhost("convert", day, self.folder / "own.sav", "--weight", "w")
+        done = self.run_hvhost("aggregate", self.folder / "own.sav", "--stat", "mean:v", "--strict", status=5)
+        self.assertIn("ignores the weight variable", done.stderr)
+        groups = self.groups(self.folder / "own.sav", "v", "--by", "g", "--date", "day")
+        for number, group in enumerate(groups):
+            mine = [(v, w) for n, (v, w) in enumerate(cases) if n % 2 == number and (v, w) in kept]
+            self.assertAlmostEqual(group["fields"][0]["mean"],
+                                   sum(v * w for v, w in mine) / sum(w for _, w in mine))
+            self.assertEqual(group["timeIntervals"][0]["increment"], 2)
+
+    def test_what_the_file_knows(self):
+        """Its split, labels and missing values, from a file of the host's own."""
+        known = self.folder / "finds.hvbf"
+        self.run_hvhost("run", "-", "--data", f"finds={self.write('finds.csv', FINDS)}", text=KNOWN % known)
+        for words, counts in (([], [(1, 0), (1, 1), (2, 0)]), (["--user-missing", "keep"], [(1, 0), (2, 0), (2, 0)])):
+            groups = self.groups(known, *words)
+            self.assertEqual([group["by"][0]["value"] for group in groups], [None, 1, 2])
+            self.assertEqual([group["by"][0].get("label") for group in groups], [None, "north", None])
+            fields = [group["fields"][0] for group in groups]
+            self.assertEqual([(field["valid"], field["missing"]) for field in fields], counts)
+        self.assertEqual((fields[0]["name"], fields[0]["label"]), ("grade", "Grade of the find"))
+        self.assertEqual(fields[2]["values"], [{"value": 2, "label": "good"}, {"value": 3}])
+        text = self.run_hvhost("describe", known).stdout
+        self.assertIn("finds.hvbf, site = 1 (north): 2 cases", text)
+        self.assertIn("│ grade    │ 2     │ good  │", text)
+        one, = self.groups(known, "grade", "--by", "grade")[1:2]
+        self.assertEqual(one["by"][0], {"variable": "grade", "value": 2, "label": "good"})
+
+    def test_limit_of_distinct_values(self):
+        text = self.run_hvhost("describe", WEATHER, "weather", "--distinct", 4).stdout
+        self.assertIn("weather: more than 4 distinct values", text)
+        self.assertIn("> 4", text)
+        self.assertNotIn("drizzle", text)
+        for limit, field in ((4, {}), (0, {}), (5, {"distinct": 5}), (-1, {"distinct": 5})):
+            told = self.fields(WEATHER, "weather", "--distinct", limit)["weather"]
+            self.assertEqual({key: told[key] for key in told if key == "distinct"}, field)
+            self.assertEqual("values" in told, bool(field))
+
+    def test_time_intervals(self):
+        interval, = self.groups(WEATHER, "wind", "--date", "date")[0]["timeIntervals"]
+        self.assertEqual([interval[key] for key in ("unit", "increment", "start", "end", "points", "missingPoints")],
+                         ["day", 1, "2012-01-01", "2015-12-31", 1461, 0])
+        quarters = self.write("quarters.csv", "year,quarter,v\n2020,1,5\n2020,3,6\n2021,1,7\n2021,1,8\n,2,9\n")
+        text = self.run_hvhost("describe", quarters, "v", "--date", "year,quarter").stdout
+        self.assertIn("year, quarter: every 2 quarters from year 2020, quarter 1 to year 2021, quarter 1, 3 points, "
+                      "0 of them missing; 1 record at the point of another, 1 without a point", text)
+        single = self.write("single.csv", "d,v\n2020-01-01,5\n")
+        done = self.run_hvhost("describe", single, "v", "--date", "d", "--strict", status=5)
+        self.assertIn("d: no interval", done.stdout)
+        self.assertRegex(done.stderr, r"^hvhost: warning: .*\"d\"")
+
+    def test_names_texts_and_encoding(self):
+        path = self.write("café.csv", 'größe m,"a,""b"\n1.5,x\x1b[2J\n2.5,é\n'.encode("windows-1252"))
+        text = self.run_hvhost("describe", path, "Größe m", 'a,"b', "--encoding", "windows-1252").stdout
+        self.assertIn("│ größe m", text)
+        self.assertNotIn("\x1b", text)
+        fields = self.fields(path, "--encoding", "windows-1252")
+        self.assertEqual([entry["value"] for entry in fields['a,"b']["values"]], ["x\x1b[2J", "é"])
+
+    def test_into_a_file(self):
+        for name, start in (("a.json", "{"), ("a.csv", "variable,valid"), ("a.txt", str(WEATHER))):
+            done = self.run_hvhost("describe", WEATHER, "-o", self.folder / name)
+            self.assertEqual(done.stdout, "")
+            self.assertTrue((self.folder / name).read_text(encoding="utf-8").startswith(start))
+            self.run_hvhost("describe", WEATHER, "-o", self.folder / name, status=2)
+            self.run_hvhost("describe", WEATHER, "wind", "-o", self.folder / name, "--format", "csv", "--force")
+            self.assertEqual(len(self.rows(self.folder / name)), 1)
+
+    def test_faults(self):
+        place = self.folder / "place"
+        shutil.copytree(DATA, place)
+        (place / "one.csv").write_text("a\n1\n")
+        (place / "ragged.csv").write_text("a,b\n1,2\n3\n")
+        before = sorted(place.iterdir())
+        for words, status, expected in FAULTS:
+            with self.subTest(words):
+                done = self.run_hvhost("describe", *shlex.split(words), status=status, cwd=place)
+                for said in expected:
+                    self.assertIn(said, done.stderr)
+                self.assertEqual(sorted(place.iterdir()), before)
+        self.run_hvhost("convert", WEATHER, place / "a.csv", "--weight", "wind", status=2)
+        self.run_hvhost("convert", WEATHER, place / "a.sav", "--weight", "wind", "--keep", "date", status=2)
+        self.run_hvhost("convert", WEATHER, place / "a.sav", "--weight", "wind", "--direct", status=2)
+
+    def test_print_job(self):
+        done = self.run_hvhost("describe", WEATHER, "wind", "--date", "date", "--print-job")
+        settings = json.loads(re.match(r"val deConf = (.*)\n", done.stdout)[1])
+        self.assertEqual((settings["inputFieldList"], settings["stdDateTimeFieldList"]), (["wind"], ["date"]))
+        self.assertIn("-> descriptives:descriptives(", done.stdout)
+
+    def test_ctrl_c_at_several_moments(self):
+        """While the cases are sorted, while a group is copied, while it is described."""
+        big = self.write("big.csv", "g,h,v\n" + "".join(f"{i % 7},{i % 5},{i * 7919 % 1009}\n" for i in range(400000)))
+        for words in (["--by", "g,h"], ["--date", "v"]):
+            for delay in (0, 0.3, 0.6, 1.0, 1.5, 2.5):
+                with self.subTest(words=words, delay=delay):
+                    process = self.start_hvhost("describe", big, *words, "-o", self.folder / "out.json")
+                    self.wait_until_stoppable(process)
+                    time.sleep(delay)
+                    if process.poll() is None:
+                        process.send_signal(signal.SIGINT)
+                    errors = process.communicate(timeout=60)[1]
+                    self.assertIn(process.returncode, (0, 130), errors)
+                    self.assertEqual((self.folder / "out.json").exists(), process.returncode == 0)
+                    self.assertEqual(list(self.temp.iterdir()), [])
+                    (self.folder / "out.json").unlink(missing_ok=True)
+
+
+if __name__ == "__main__":
+    unittest.main()
