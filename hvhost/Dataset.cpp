@@ -93,7 +93,7 @@ void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFFiel
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const std::string& password)
-    : _readable(file)
+    : _preload(std::async(std::launch::async, PreloadCaseFiles)), _readable(file)
 {
     UserCaseFileSpec spec;
     spec.Init(FormalizeFilePath(file.path(), false), true, false);
@@ -136,6 +136,7 @@ int Dataset::columnOf(const std::string& name, const std::string& origin) const
     if (column >= 0)
         return column;
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(source().ColumnCount()));
     for (int known = 0; known < source().ColumnCount(); ++known)
         names.push_back(nameOf(known));
     const std::string nearest = nearestWord(names, name);

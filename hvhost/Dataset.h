@@ -1,5 +1,6 @@
 #pragma once
 
+#include <future>
 #include <memory>
 #include <string>
 #include <vector>
@@ -53,6 +54,9 @@ public:
     void complete(HVLUpdateDataModel& update) const;
 
 private:
+    /// Opens what the host reads its data with, while the file is looked at and the Java virtual
+    /// machine starts.
+    std::future<void> _preload;
     const ReadableFile& _readable;
     VexaErrorMonitor _monitor{Reporter};
     std::unique_ptr<UserInputCaseFile> _file;

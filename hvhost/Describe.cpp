@@ -82,6 +82,7 @@ DateColumns dateColumns(const Dataset& dataset, const std::vector<std::string>& 
 std::vector<std::string> namesOf(const Dataset& dataset, const std::vector<int>& columns)
 {
     std::vector<std::string> names;
+    names.reserve(columns.size());
     for (const int column : columns)
         names.push_back(dataset.nameOf(column));
     return names;

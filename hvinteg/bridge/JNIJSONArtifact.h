@@ -21,12 +21,11 @@ public:
     bool isJSONObject(jobject object);
     bool isJSONArray(jobject object);
     bool isString(jobject object);
+    /// Whether it is of the class of that JNI name. Throws JNIException.
+    bool isInstance(jobject object, const char* className);
 
 protected:
     /// Binds the class, and wraps what its static `parse` makes of a text. A failure is recorded,
     /// and nothing is wrapped; as for a null text.
     void parse(const char* className, const char* signature, const char* json);
-
-private:
-    bool isInstance(jobject object, const char* className);
 };

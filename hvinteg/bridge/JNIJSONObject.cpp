@@ -3,21 +3,7 @@
 #include "bridge/JNIJSONArray.h"
 #include "bridge/JavaClassNames.h"
 #include "bridge/JavaCollections.h"
-
-namespace {
-std::vector<std::string> piecesOf(const std::string& path)
-{
-    std::vector<std::string> pieces;
-    std::size_t begin = 0;
-    while (begin < path.size()) {
-        const std::size_t end = std::min(path.find('.', begin), path.size());
-        if (end > begin)
-            pieces.push_back(path.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    return pieces;
-}
-} // namespace
+#include "support/DottedPath.h"
 
 JNIJSONObject::JNIJSONObject()
 {
@@ -97,7 +83,7 @@ jobject JNIJSONObject::get(jobject object, const char* key)
 
 jobject JNIJSONObject::getByPath(jobject object, const std::string& path)
 {
-    const std::vector<std::string> pieces = piecesOf(path);
+    const std::vector<std::string> pieces = segmentsOf(path);
     if (object == nullptr || pieces.empty())
         return nullptr;
     LocalRef<> result(getEnv(), get(object, pieces.front().c_str()));

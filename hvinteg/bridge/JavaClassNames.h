@@ -5,6 +5,7 @@ namespace JavaClassNames {
 inline constexpr const char* String = "java/lang/String";
 inline constexpr const char* JSONObject = "com/zor/json/java/JSONObject";
 inline constexpr const char* JSONArray = "com/zor/json/java/JSONArray";
+inline constexpr const char* JSONImage = "com/zor/json/java/JSONImage";
 inline constexpr const char* Expression = "com/vexa/ae/hvlhelpers/HvlExpression";
 inline constexpr const char* LambdaSignature =
     "com/vexa/ae/hvlhelpers/HvlExpression$LambdaSignature";

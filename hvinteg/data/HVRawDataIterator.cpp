@@ -102,7 +102,7 @@ void HVRawDataIterator::Impl::init()
         readViewAsUtf8(current);
     monitor = nullptr;
     describeFields(*view);
-    slots.clear(rules.fields);
+    slots.clear(rules.fields.size());
     cases.reset(view->MakeIterator(nullptr));
 }
 
@@ -132,6 +132,7 @@ void HVRawDataIterator::Impl::describeFields(const VEXA_DataSource& current)
         }
         rules.fields.push_back(field);
     }
+    rules.settle();
 }
 
 bool HVRawDataIterator::Impl::isCancelled()
@@ -177,7 +178,7 @@ unsigned int HVRawDataIterator::Impl::rewind(bool score)
     if (!cases) {
         // The texts of the last record went with the cases. Cases that cannot be read again are at
         // their end.
-        slots.clear(rules.fields);
+        slots.clear(rules.fields.size());
         status = EndOfData;
         cases.reset(view->MakeIterator(nullptr));
         firstPass = false;
@@ -309,8 +310,8 @@ unsigned int HVRawDataIterator::getRecordValue(unsigned long long index, void*& 
 {
     if (_impl->status != RecordAvailable)
         return _impl->status;
-    _impl->slots.get(index, _impl->rules.fields[index].storage == CFField::String, value, length);
-    return _impl->status;
+    _impl->slots.get(index, value, length);
+    return RecordAvailable;
 }
 
 void HVRawDataIterator::dispose(JNIEnv*) {}
@@ -356,6 +357,7 @@ void HVRawDataIterator::SetVariableIncrement(int target, int source, double valu
     _impl->rules.incrementTarget = target;
     _impl->rules.incrementSource = source;
     _impl->rules.incrementValue = value;
+    _impl->rules.settle();
 }
 
 void HVRawDataIterator::SetCancelStatus()

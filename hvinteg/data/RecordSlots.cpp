@@ -8,15 +8,14 @@
 namespace {
 
 constexpr double kSecondsPerDay = 86400.0;
-constexpr std::uint64_t kNumberLength = 8;
 
 /// The length of a text without what fills it up; the first byte always counts.
-std::uint64_t trimmedLength(const char* text, int width, bool trimsTabs)
+unsigned long long trimmedLength(const char* text, int width, bool trimsTabs)
 {
     int at = width - 1;
     while (at > 0 && (text[at] == ' ' || text[at] == '\n' || (trimsTabs && text[at] == '\t')))
         --at;
-    return static_cast<std::uint64_t>(at) + 1;
+    return static_cast<unsigned long long>(at) + 1;
 }
 
 double adjusted(double weight, int adjust)
@@ -39,45 +38,74 @@ double weightOf(double value, int adjust, CaseCounts* counts)
 
 } // namespace
 
-void RecordSlots::clear(const std::vector<RecordField>& fields)
+void RecordRules::settle()
 {
-    _slots.assign(fields.size(), Slot{kSystemMissing});
-    _lengths.assign(fields.size(), kNumberLength);
-    for (std::size_t i = 0; i < fields.size(); ++i)
-        if (fields[i].storage == CFField::String) {
-            _slots[i].text = nullptr;
-            _lengths[i] = 0;
-        }
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        RecordField& field = fields[i];
+        const int place = static_cast<int>(i);
+        const bool isReal = field.storage == CFField::Real;
+        const bool isSpecial = isReal && (place == incrementTarget || place == weightField);
+        const bool isOnScale =
+            isReal || field.storage == CFField::Time || field.storage == CFField::Integer;
+        field.isPlain = isOnScale && !isSpecial && !field.isCaseCount && !field.hasUserMissing;
+    }
+}
+
+RecordSlots::RecordSlots(const RecordSlots& other)
+    : _numbers(other._numbers), _values(other._values)
+{
+    // A text stays where the case has it; a number is the copy's own.
+    for (std::size_t i = 0; i < _values.size(); ++i)
+        if (_values[i].pointer == &other._numbers[i])
+            _values[i].pointer = &_numbers[i];
+}
+
+void RecordSlots::clear(std::size_t fields)
+{
+    _numbers.assign(fields, kSystemMissing);
+    _values.assign(fields, Value());
 }
 
 double RecordSlots::fill(const VEXA_InputCaseIterator& cases, const RecordRules& rules,
                          CaseCounts* counts)
 {
     double weight = 1.0;
-    for (std::size_t i = 0; i < rules.fields.size(); ++i) {
-        const RecordField& field = rules.fields[i];
-        if (field.isCaseCount) {
-            _slots[i].number = static_cast<double>(cases.GetCaseCount());
-            continue;
-        }
-        if (field.storage == CFField::String) {
-            fillText(i, cases, rules);
-            continue;
-        }
-        double value = numberOf(i, cases, rules);
-        if (field.storage == CFField::Real) {
-            const int place = static_cast<int>(i);
-            if (place == rules.incrementTarget)
-                value = incremented(value, rules);
-            if (place == rules.weightField) {
-                weight = weightOf(value, rules.adjust, counts);
-                if (weight > 0)
-                    value = weight;
-            }
-        }
-        _slots[i].number = value;
+    // Nobody changes these meanwhile, which the compiler cannot know of a call to the host.
+    const std::size_t count = rules.fields.size();
+    const RecordField* const fields = rules.fields.data();
+    double* const numbers = _numbers.data();
+    Value* const values = _values.data();
+    for (std::size_t i = 0; i < count; ++i) {
+        const RecordField& field = fields[i];
+        // Most fields of most datasets, and this is where the time goes.
+        if (field.isPlain)
+            values[i] = stored(numbers[i], cases.GetNumericValue(static_cast<int>(i)));
+        else if (field.isCaseCount)
+            values[i] = stored(numbers[i], static_cast<double>(cases.GetCaseCount()));
+        else if (field.storage == CFField::String)
+            values[i] = textOf(i, cases, rules);
+        else
+            values[i] = stored(numbers[i], ruledNumber(i, cases, rules, weight, counts));
     }
     return weight;
+}
+
+/// The number after the rules for increment and weight, which only real ones have.
+double RecordSlots::ruledNumber(std::size_t field, const VEXA_InputCaseIterator& cases,
+                                const RecordRules& rules, double& weight, CaseCounts* counts) const
+{
+    double value = numberOf(field, cases, rules);
+    if (rules.fields[field].storage != CFField::Real)
+        return value;
+    const int place = static_cast<int>(field);
+    if (place == rules.incrementTarget)
+        value = incremented(value, rules);
+    if (place == rules.weightField) {
+        weight = weightOf(value, rules.adjust, counts);
+        if (weight > 0)
+            value = weight;
+    }
+    return value;
 }
 
 double RecordSlots::numberOf(std::size_t field, const VEXA_InputCaseIterator& cases,
@@ -95,16 +123,18 @@ double RecordSlots::numberOf(std::size_t field, const VEXA_InputCaseIterator& ca
     return kind.storage == CFField::Timestamp ? value - GetBaseDateNumber() : value;
 }
 
-void RecordSlots::fillText(std::size_t field, const VEXA_InputCaseIterator& cases,
-                           const RecordRules& rules)
+RecordSlots::Value RecordSlots::textOf(std::size_t field, const VEXA_InputCaseIterator& cases,
+                                       const RecordRules& rules)
 {
     const RecordField& kind = rules.fields[field];
     const int column = static_cast<int>(field);
     const char* text = cases.GetStringValue(column);
     const bool isMissing =
         kind.hasUserMissing && rules.isExcluded(column) && kind.variable->IsUserMissing(text);
-    _slots[field].text = isMissing ? nullptr : text;
-    _lengths[field] = isMissing ? 0 : trimmedLength(text, kind.width, rules.trimsTabs);
+    if (isMissing)
+        return {};
+    // The protocol hands out pointers that nobody writes through.
+    return {const_cast<char*>(text), trimmedLength(text, kind.width, rules.trimsTabs)};
 }
 
 double RecordSlots::incremented(double value, const RecordRules& rules) const
@@ -116,6 +146,6 @@ double RecordSlots::incremented(double value, const RecordRules& rules) const
         return hasIncrement ? increment : value;
     if (source == rules.incrementTarget)
         return hasIncrement && value != kSystemMissing ? value + increment : value;
-    const double other = _slots[static_cast<std::size_t>(source)].number;
+    const double other = _numbers[static_cast<std::size_t>(source)];
     return hasIncrement && other != kSystemMissing ? other + increment : other;
 }

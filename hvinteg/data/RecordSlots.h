@@ -1,11 +1,12 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <vector>
 
 #include "ACAVarValidSpecs.h"
 #include "CFMetaData.h"
-#include "VexaDataSource.h"
+#include "VexaCases.h"
+#include "VexaVariable.h"
 #include "data/CaseCounts.h"
 
 /// How a field is filled, settled before the first record.
@@ -14,6 +15,7 @@ struct RecordField
     CFField::StorageType storage = CFField::Real;
     bool isCaseCount = false;
     bool hasUserMissing = false;
+    bool isPlain = false;                    ///< the slot takes the number as the host has it
     int width = 0;                           ///< of a text, in bytes
     const VEXA_Variable* variable = nullptr; ///< null for the case count
 };
@@ -31,6 +33,8 @@ struct RecordRules
     double incrementValue = 0;
     bool trimsTabs = false;
 
+    /// Finds out which fields are plain; after each change of the fields, or of which is special.
+    void settle();
     /// Whether user-missing values of a field count as missing.
     bool isExcluded(int field) const
     {
@@ -45,42 +49,47 @@ struct RecordRules
 class RecordSlots
 {
 public:
+    RecordSlots() = default;
+    RecordSlots(const RecordSlots& other);
+    RecordSlots& operator=(const RecordSlots&) = delete;
+    ~RecordSlots() = default;
+
     /// A slot for each field, with nothing in it until the first case.
-    void clear(const std::vector<RecordField>& fields);
+    void clear(std::size_t fields);
     /// Fills the slots from the present case; the result is the weight of the case, 0 for one that
     /// is to be passed over. `counts` hears of weights that are rounded, if it is not null.
     double fill(const VEXA_InputCaseIterator& cases, const RecordRules& rules, CaseCounts* counts);
 
     /// The value as the row protocol has it; a missing one is a null pointer of length 0.
-    void get(std::size_t field, bool isString, void*& value, unsigned long long& length)
+    void get(std::size_t field, void*& value, unsigned long long& length) const
     {
-        Slot& slot = _slots[field];
-        if (isString) {
-            value = const_cast<char*>(slot.text);
-            length = _lengths[field];
-        } else if (slot.number == kSystemMissing) {
-            value = nullptr;
-            length = 0;
-        } else {
-            value = &slot.number;
-            length = _lengths[field];
-        }
+        value = _values[field].pointer;
+        length = _values[field].length;
     }
 
 private:
-    /// A number, or where the bytes of a text begin in the case.
-    union Slot
+    /// Where a value is, and how long.
+    struct Value
     {
-        double number;
-        const char* text;
+        void* pointer = nullptr;
+        unsigned long long length = 0;
     };
-    static_assert(sizeof(Slot) == 8, "a slot holds a number or a pointer");
 
-    void fillText(std::size_t field, const VEXA_InputCaseIterator& cases, const RecordRules& rules);
+    /// Stores a number in its slot.
+    static Value stored(double& slot, double number)
+    {
+        slot = number;
+        const bool isThere = number != kSystemMissing;
+        return {isThere ? &slot : nullptr, isThere ? sizeof(double) : 0};
+    }
+    static Value textOf(std::size_t field, const VEXA_InputCaseIterator& cases,
+                        const RecordRules& rules);
+    double ruledNumber(std::size_t field, const VEXA_InputCaseIterator& cases,
+                       const RecordRules& rules, double& weight, CaseCounts* counts) const;
     double numberOf(std::size_t field, const VEXA_InputCaseIterator& cases,
                     const RecordRules& rules) const;
     double incremented(double value, const RecordRules& rules) const;
 
-    std::vector<Slot> _slots;
-    std::vector<std::uint64_t> _lengths;
+    std::vector<double> _numbers; ///< of the fields that are no texts
+    std::vector<Value> _values;
 };

@@ -58,8 +58,9 @@ HVINTEG_EXPORT void DisplaySLDM(TN_Character title,
                                 const std::map<std::vector<std::string>, double>& values);
 HVINTEG_EXPORT void DisplaySVV(TN_Character title,
                                const std::vector<std::vector<std::string>>& values);
-HVINTEG_EXPORT void DisplayIntVecDVecMap(
-    TN_Character title, const std::map<std::vector<int>, std::vector<double>>& values);
+HVINTEG_EXPORT void
+DisplayIntVecDVecMap(TN_Character title,
+                     const std::map<std::vector<int>, std::vector<double>>& values);
 HVINTEG_EXPORT void DisplayIntVecIntMap(TN_Character title,
                                         const std::map<std::vector<int>, int>& values);
 

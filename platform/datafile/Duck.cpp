@@ -22,13 +22,15 @@ bool QueryError::interrupted() const
     return std::string_view(what()).find("INTERRUPT") != std::string_view::npos;
 }
 
-duckdb_database openInMemory()
+duckdb_database openInMemory(const std::vector<std::pair<std::string, std::string>>& options)
 {
     duckdb_config config = nullptr;
     if (duckdb_create_config(&config) != DuckDBSuccess)
         throw QueryError("the database takes no configuration");
     for (const auto& [name, value] : kOpenOptions)
         duckdb_set_config(config, name, value);
+    for (const auto& [name, value] : options)
+        duckdb_set_config(config, name.c_str(), value.c_str());
     duckdb_database database = nullptr;
     char* reason = nullptr;
     const auto state = duckdb_open_ext(nullptr, &database, config, &reason);

@@ -21,9 +21,10 @@ public:
     bool interrupted() const;
 };
 
-/// A new instance in memory, which fetches nothing from outside: what is needed is linked in. The
-/// caller closes it. Throws QueryError.
-duckdb_database openInMemory();
+/// A new instance in memory, which fetches nothing from outside: what is needed is linked in.
+/// `options` are settings of the whole instance, name and value, which cost a statement each once
+/// it is open. The caller closes it. Throws QueryError.
+duckdb_database openInMemory(const std::vector<std::pair<std::string, std::string>>& options = {});
 
 /// The whole result of a statement, held in memory: for small results.
 class Result

@@ -53,10 +53,26 @@ public:
     /// set, on a failure.
     ssize_t readUpTo(void* bytes, std::size_t count) const
     {
+        return readWith(bytes, count, [this](char* at, std::size_t rest, std::size_t) {
+            return ::read(_descriptor, at, rest);
+        });
+    }
+    /// The same from a place in the file, wherever others read in it.
+    ssize_t readAt(std::size_t offset, void* bytes, std::size_t count) const
+    {
+        return readWith(bytes, count, [this, offset](char* at, std::size_t rest, std::size_t done) {
+            return ::pread(_descriptor, at, rest, static_cast<off_t>(offset + done));
+        });
+    }
+
+private:
+    template <class Read>
+    static ssize_t readWith(void* bytes, std::size_t count, Read read)
+    {
         auto* at = static_cast<char*>(bytes);
         std::size_t total = 0;
         while (total < count) {
-            const ssize_t got = ::read(_descriptor, at + total, count - total);
+            const ssize_t got = read(at + total, count - total, total);
             if (got < 0 && errno == EINTR)
                 continue;
             if (got < 0)
@@ -68,7 +84,6 @@ public:
         return static_cast<ssize_t>(total);
     }
 
-private:
     int _descriptor;
 };
 

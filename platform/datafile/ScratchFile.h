@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "datafile/FileDescriptor.h"
 
@@ -16,7 +17,12 @@ public:
 
     int descriptor() const { return _file.get(); }
     /// False, with errno set, if not all of the text could be written.
-    bool write(const std::string& text) const { return _file.writeAll(text.data(), text.size()); }
+    bool write(std::string_view text) const { return _file.writeAll(text.data(), text.size()); }
+    /// As FileDescriptor::readAt.
+    ssize_t readAt(std::size_t offset, void* bytes, std::size_t count) const
+    {
+        return _file.readAt(offset, bytes, count);
+    }
     /// A path by which this process can open the file.
     std::string path() const;
     /// Back to the first byte. Throws std::system_error.

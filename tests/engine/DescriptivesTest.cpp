@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <memory>
 #include <sstream>
 
-#include <minizip/unzip.h>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 
@@ -37,20 +35,6 @@ protected:
             {"export": true, "name": ")" +
                second + R"(", "uri": "$DIR/json.zip"}]
             )";
-    }
-
-    std::string member(const std::string& archive, const char* name) const
-    {
-        const std::unique_ptr<void, decltype(&unzClose)> zip(unzOpen(path(archive).c_str()),
-                                                             unzClose);
-        unz_file_info info = {};
-        if (!zip || unzLocateFile(zip.get(), name, 1) != UNZ_OK ||
-            unzGetCurrentFileInfo(zip.get(), &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK ||
-            unzOpenCurrentFile(zip.get()) != UNZ_OK)
-            return "no member";
-        std::string text(info.uncompressed_size, ' ');
-        unzReadCurrentFile(zip.get(), text.data(), static_cast<unsigned>(text.size()));
-        return unzCloseCurrentFile(zip.get()) == UNZ_OK ? text : "damaged";
     }
 
     /// The model as its readers cut it out: up to the summaries.

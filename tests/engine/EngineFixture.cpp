@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iterator>
 
+#include <minizip/unzip.h>
 #include <unistd.h>
 
 using namespace EmbeddedHV;
@@ -157,6 +158,19 @@ std::string EngineFixture::read(const std::string& name) const
     std::ifstream file(path(name), std::ios::binary);
     EXPECT_TRUE(file) << name << " is missing";
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::string EngineFixture::member(const std::string& archive, const char* name) const
+{
+    const std::unique_ptr<void, decltype(&unzClose)> zip(unzOpen(path(archive).c_str()), unzClose);
+    unz_file_info info = {};
+    if (!zip || unzLocateFile(zip.get(), name, 1) != UNZ_OK ||
+        unzGetCurrentFileInfo(zip.get(), &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK ||
+        unzOpenCurrentFile(zip.get()) != UNZ_OK)
+        return "no member";
+    std::string text(info.uncompressed_size, ' ');
+    unzReadCurrentFile(zip.get(), text.data(), static_cast<unsigned>(text.size()));
+    return unzCloseCurrentFile(zip.get()) == UNZ_OK ? text : "damaged";
 }
 
 std::vector<std::string> EngineFixture::files() const

@@ -67,6 +67,8 @@ protected:
     std::string path(const std::string& name) const { return _folder + "/" + name; }
     void write(const std::string& name, const std::string& content) const;
     std::string read(const std::string& name) const;
+    /// The text of a member of a zip archive; "no member" or "damaged" if it cannot be had.
+    std::string member(const std::string& archive, const char* name) const;
     /// The names in the test's folder, hidden ones too, in order.
     std::vector<std::string> files() const;
 

@@ -87,7 +87,9 @@ struct Entry<Member, Result (*)(JNIEnv*, Arguments...)>
     X(NewObjectArray, true, false, 1, 0)                                                           \
     X(SetObjectArrayElement, true, false, 0, 0)                                                    \
     X(GetArrayLength, false, false, 0, 0)                                                          \
+    X(GetObjectArrayElement, true, false, 1, 0)                                                    \
     X(GetByteArrayRegion, false, false, 0, 0)                                                      \
+    X(GetLongArrayRegion, false, false, 0, 0)                                                      \
     X(NewBooleanArray, true, false, 1, 0)                                                          \
     X(GetBooleanArrayElements, true, false, 0, 0)                                                  \
     X(ReleaseBooleanArrayElements, false, true, 0, 0)                                              \

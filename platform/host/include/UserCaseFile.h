@@ -8,6 +8,11 @@
 #include "HostExport.h"
 #include "VexaDataSource.h"
 
+/// Opens ahead what the first data file would have to wait for. A host that has a thread to spare
+/// calls it there while it does something else. Any thread, at any time; a failure shows when a
+/// file is opened.
+HOST_API void PreloadCaseFiles();
+
 /// The forms of a data file.
 enum class CaseFileKind
 {

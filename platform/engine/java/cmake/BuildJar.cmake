@@ -5,9 +5,11 @@ set(classes ${WORK}/classes)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${classes})
 
+# Texts are put together by plain calls: the dynamic ones would be linked anew in each process, which
+# takes longer than a small job, and no archive keeps them.
 file(GLOB_RECURSE sources ${SOURCES}/*.java)
 execute_process(
-  COMMAND ${JAVAC} --release 17 -encoding UTF-8 -g -Xlint:all -Werror
+  COMMAND ${JAVAC} --release 17 -encoding UTF-8 -g -Xlint:all -Werror -XDstringConcat=inline
     -classpath ${LIBRARY} -d ${classes} ${sources}
   COMMAND_ERROR_IS_FATAL ANY)
 

@@ -4,6 +4,7 @@ import com.vexa.ae.hvlhelpers.HvlFunction;
 import com.vexa.ae.hvlhelpers.HvlFunctionParameter;
 import com.vexa.ae.hvlhelpers.HvlProgram;
 import com.zor.json.java.JSONArray;
+import com.zor.json.java.JSONImage;
 import com.zor.json.java.JSONObject;
 import java.util.List;
 import java.util.Map;
@@ -43,5 +44,6 @@ final class TouchClasses
         }
         json.serialize(true);
         array.serialize();
+        JSONImage.of(json);
     }
 }

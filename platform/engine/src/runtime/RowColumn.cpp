@@ -44,16 +44,13 @@ void RowColumn::setMissing(std::size_t row)
     duckdb_validity_set_row_invalid(duckdb_vector_get_validity(_vector), row);
 }
 
-bool RowColumn::set(std::size_t row, const void* value, std::size_t length, std::string& problem)
+bool RowColumn::setOther(std::size_t row, const void* value, std::size_t length,
+                         std::string& problem)
 {
     if (_storage == CFField::String)
         return setText(row, static_cast<const char*>(value), length, problem);
     double number = 0;
     std::memcpy(&number, value, sizeof number);
-    if (_storage == CFField::Real) {
-        static_cast<double*>(_data)[row] = number;
-        return true;
-    }
     return setNumber(row, number, problem);
 }
 

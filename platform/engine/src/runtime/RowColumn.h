@@ -3,6 +3,7 @@
 #include <duckdb.h>
 
 #include <cstddef>
+#include <cstring>
 #include <string>
 
 #include "CFField.h"
@@ -19,9 +20,17 @@ public:
     std::size_t fieldIndex() const { return _fieldIndex; }
     void setMissing(std::size_t row);
     /// False if the value has no place in the column; `problem` then says why.
-    bool set(std::size_t row, const void* value, std::size_t length, std::string& problem);
+    bool set(std::size_t row, const void* value, std::size_t length, std::string& problem)
+    {
+        // Nearly all values are of this kind, and any double has its place.
+        if (_storage != CFField::Real)
+            return setOther(row, value, length, problem);
+        std::memcpy(static_cast<double*>(_data) + row, value, sizeof(double));
+        return true;
+    }
 
 private:
+    bool setOther(std::size_t row, const void* value, std::size_t length, std::string& problem);
     bool setNumber(std::size_t row, double value, std::string& problem);
     bool setText(std::size_t row, const char* text, std::size_t length, std::string& problem);
     bool setDate(std::size_t row, double days, std::string& problem);

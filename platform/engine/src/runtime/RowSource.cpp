@@ -76,6 +76,7 @@ std::size_t RowSource::pull(std::vector<RowColumn>& columns, std::size_t capacit
 
 bool RowSource::readRecord(std::vector<RowColumn>& columns, std::size_t row)
 {
+    std::string problem;
     for (RowColumn& column : columns) {
         void* value = nullptr;
         unsigned long long length = 0;
@@ -86,7 +87,6 @@ bool RowSource::readRecord(std::vector<RowColumn>& columns, std::size_t row)
             column.setMissing(row);
             continue;
         }
-        std::string problem;
         if (column.set(row, value, length, problem))
             continue;
         _failure.emplace(errors::kIteratorValue,

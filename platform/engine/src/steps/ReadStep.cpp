@@ -34,10 +34,12 @@ Limits limitsOf(const Settings& settings)
     return limits;
 }
 
-/// Only records of text can be bad one by one: whoever sets a threshold elsewhere is told.
+/// Only records of text can be bad one by one: whoever counts on a threshold elsewhere is told. Not
+/// for rows, since jobs for rows are written for files as well; and to bear any number asks for
+/// nothing that other sources do not do.
 void tellThresholdIgnored(const StepCall& call, const Limits& limits)
 {
-    if (limits.errorThreshold != 0)
+    if (limits.errorThreshold > 0)
         call.context.message(errors::kSettingIgnored,
                              call.name + ": the setting \"readErrorThreshold\" is for CSV files "
                                          "and is ignored");
@@ -75,9 +77,9 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
 NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& limits)
 {
     JobContext& context = call.context;
-    tellThresholdIgnored(call, limits);
     if (context.iterators.contains(name))
         return iteratorNode(context, name, limits);
+    tellThresholdIgnored(call, limits);
     if (context.unwritten.contains(name))
         throw NotYetWritten{};
     const auto known = context.dataSources.find(name);

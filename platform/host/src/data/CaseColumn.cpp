@@ -23,7 +23,7 @@ bool isAscii(std::string_view text)
 
 CaseColumn::CaseColumn(CFField::StorageType storage, int width, std::string name,
                        std::shared_ptr<CodePage> page)
-    : _storage(storage), _width(width), _units(unitsOfWidth(width)), _name(std::move(name)),
+    : _units(unitsOfWidth(width)), _storage(storage), _width(width), _name(std::move(name)),
       _page(page && !page->isUtf8() ? std::move(page) : nullptr)
 {
 }
@@ -31,6 +31,7 @@ CaseColumn::CaseColumn(CFField::StorageType storage, int width, std::string name
 template <class T, class Convert>
 void CaseColumn::loadNumbers(duckdb_vector vector, std::size_t rows, Convert convert)
 {
+    makeRoom(rows);
     const auto* data = static_cast<const T*>(duckdb_vector_get_data(vector));
     for (std::size_t row = 0; row < rows; ++row)
         _values[row].number = convert(data[row]);
@@ -41,10 +42,24 @@ void CaseColumn::loadNumbers(duckdb_vector vector, std::size_t rows, Convert con
                 _values[row].number = kSystemMissing;
 }
 
-void CaseColumn::load(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor)
+/// Most numbers of most datasets stand in the database as they do in a case: no copy then.
+void CaseColumn::loadReals(duckdb_vector vector, std::size_t rows)
+{
+    if (duckdb_vector_get_validity(vector))
+        loadNumbers<double>(vector, rows, [](double value) { return value; });
+    else
+        _first = static_cast<const OBS*>(duckdb_vector_get_data(vector));
+}
+
+void CaseColumn::makeRoom(std::size_t rows)
 {
     if (_values.size() < rows * _units)
         _values.resize(rows * _units);
+    _first = _values.data();
+}
+
+void CaseColumn::load(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor)
+{
     const double base = GetBaseDateNumber();
     switch (_storage) {
     case CFField::Integer:
@@ -64,12 +79,13 @@ void CaseColumn::load(duckdb_vector vector, std::size_t rows, ErrorMonitor* moni
     case CFField::String:
         return loadTexts(vector, rows, monitor);
     default:
-        return loadNumbers<double>(vector, rows, [](double value) { return value; });
+        return loadReals(vector, rows);
     }
 }
 
 void CaseColumn::loadTexts(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor)
 {
+    makeRoom(rows);
     auto* data = static_cast<duckdb_string_t*>(duckdb_vector_get_data(vector));
     std::uint64_t* validity = duckdb_vector_get_validity(vector);
     for (std::size_t row = 0; row < rows; ++row) {

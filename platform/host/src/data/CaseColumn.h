@@ -21,17 +21,21 @@ public:
 
     /// Takes the values over from the database. The monitor may be null.
     void load(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor);
-    const OBS* at(std::size_t row) const { return &_values[row * _units]; }
+    /// Lasts, as the database's vector may be read in place, until the vector is gone.
+    const OBS* at(std::size_t row) const { return _first + row * _units; }
 
 private:
     template <class T, class Convert>
     void loadNumbers(duckdb_vector vector, std::size_t rows, Convert convert);
+    void loadReals(duckdb_vector vector, std::size_t rows);
+    void makeRoom(std::size_t rows);
     void loadTexts(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor);
     void put(std::size_t row, std::string_view text, ErrorMonitor* monitor);
 
+    const OBS* _first = nullptr; ///< the value of the first row
+    std::size_t _units;
     CFField::StorageType _storage;
     int _width;
-    std::size_t _units;
     std::string _name;
     std::shared_ptr<CodePage> _page; ///< null if texts stay UTF-8
     std::string _converted;

@@ -1,12 +1,13 @@
 #include "data/HostDatabase.h"
 
+#include <exception>
 #include <string>
 
 #include "CFAppHost.h"
 #include "ErrorText.h"
 #include "FileServices.h"
+#include "UserCaseFile.h"
 #include "datafile/NativePath.h"
-#include "datafile/SqlQuoting.h"
 #include "text/CodePage.h"
 
 namespace {
@@ -20,16 +21,14 @@ constexpr const char* kMemoryLimit = "512MB";
 class HostDatabase
 {
 public:
-    HostDatabase() : _database(duck::openInMemory())
+    HostDatabase()
+        : _database(duck::openInMemory(
+              {{"temp_directory", datafile::nativePath(hostToUtf8(GetVexaTempPath()))},
+               {"threads", std::to_string(CFAppHost::getInstance()->getMaxCompThreads())},
+               {"memory_limit", kMemoryLimit},
+               // What was read once is rarely read again, and the system keeps it anyway.
+               {"enable_external_file_cache", "false"}}))
     {
-        duck::Connection connection(_database);
-        const std::string folder = datafile::nativePath(hostToUtf8(GetVexaTempPath()));
-        connection.query("SET GLOBAL temp_directory = " + datafile::quotedLiteral(folder));
-        connection.query("SET GLOBAL threads = " +
-                         std::to_string(CFAppHost::getInstance()->getMaxCompThreads()));
-        connection.query(std::string("SET GLOBAL memory_limit = '") + kMemoryLimit + "'");
-        // What was read once is rarely read again, and the system keeps it anyway.
-        connection.query("SET GLOBAL enable_external_file_cache = false");
     }
     HostDatabase(const HostDatabase&) = delete;
     HostDatabase& operator=(const HostDatabase&) = delete;
@@ -44,13 +43,28 @@ private:
     duckdb_database _database;
 };
 
+const HostDatabase& hostDatabase()
+{
+    static const HostDatabase database;
+    return database;
+}
+
 } // namespace
+
+void PreloadCaseFiles()
+{
+    try {
+        hostDatabase();
+    } catch (const std::exception&) {
+        // Whoever opens a file tries again and tells why that fails.
+        return;
+    }
+}
 
 std::unique_ptr<duck::Connection> connectToHostDatabase()
 {
     try {
-        static const HostDatabase database;
-        return database.connect();
+        return hostDatabase().connect();
     } catch (const duck::QueryError& error) {
         throw ErrorText(std::string("the host's database does not start: ") + error.what());
     }

@@ -35,7 +35,7 @@ private:
 };
 
 /// Cases as they come from the database, a chunk at a time.
-class TableCaseIterator : public VEXA_InputCaseIterator
+class TableCaseIterator final : public VEXA_InputCaseIterator
 {
 public:
     /// `columns` are the columns of the relation that `buffers` hold, in order. Throws ErrorText.

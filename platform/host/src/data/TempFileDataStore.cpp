@@ -2,30 +2,46 @@
 
 #include "ErrorText.h"
 #include "VexaDataViews.h"
+#include "data/CaseCopy.h"
 #include "data/CaseTable.h"
 #include "data/TableCases.h"
 
 namespace {
 
+std::vector<int> widthsOf(const VEXA_DataSource& source)
+{
+    std::vector<int> widths;
+    widths.reserve(static_cast<std::size_t>(source.ColumnCount()));
+    for (int column = 0; column < source.ColumnCount(); ++column)
+        widths.push_back(source.GetVariable(column).GetType());
+    return widths;
+}
+
+std::shared_ptr<const CaseCopy> copyOf(const VEXA_DataSource& source, ErrorMonitor* monitor)
+{
+    auto copy = std::make_shared<CaseCopy>(widthsOf(source));
+    const std::unique_ptr<VEXA_InputCaseIterator> cases(source.MakeIterator(monitor));
+    while (cases->NextCase() != 0)
+        copy->add(*cases);
+    copy->finish();
+    return copy;
+}
+
 /// The FROM item of a table whose rows are in the order of some columns.
 std::string inOrder(const std::string& table, const std::vector<int>& keys)
 {
-    if (keys.empty())
-        return table;
     std::string order;
     for (const int key : keys)
         order += CaseTable::columnName(static_cast<std::size_t>(key)) + " NULLS FIRST, ";
     return "(SELECT * FROM " + table + " ORDER BY " + order + "rowid)";
 }
 
-/// The cases of a source as a relation that outlives their table's maker.
-std::shared_ptr<const Relation> copyOf(const VEXA_DataSource& source,
-                                       const std::vector<int>& sortKeys, ErrorMonitor* monitor)
+/// The cases of a source in an order, which the database knows how to make, as a relation that
+/// outlives their table's maker.
+std::shared_ptr<const Relation>
+sortedCopyOf(const VEXA_DataSource& source, const std::vector<int>& sortKeys, ErrorMonitor* monitor)
 {
-    std::vector<int> widths;
-    widths.reserve(static_cast<std::size_t>(source.ColumnCount()));
-    for (int column = 0; column < source.ColumnCount(); ++column)
-        widths.push_back(source.GetVariable(column).GetType());
+    const std::vector<int> widths = widthsOf(source);
     auto table = std::make_shared<CaseTable>(widths, CaseTableText::Bytes);
     const std::unique_ptr<VEXA_InputCaseIterator> cases(source.MakeIterator(monitor));
     while (cases->NextCase() != 0) {
@@ -56,11 +72,13 @@ struct TempFileDataStore::Impl
 {
     const VEXA_DataSource& source;
     std::vector<int> sortKeys;
-    std::shared_ptr<const Relation> relation; ///< null until it is needed
+    // Null until they are needed; one of the two, as there are keys or not.
+    std::shared_ptr<const CaseCopy> copy;
+    std::shared_ptr<const Relation> relation;
 };
 
 TempFileDataStore::TempFileDataStore(const VEXA_DataSource& source, std::vector<int> sortKeys)
-    : _impl(std::make_unique<Impl>(Impl{source, std::move(sortKeys), nullptr}))
+    : _impl(std::make_unique<Impl>(Impl{source, std::move(sortKeys), nullptr, nullptr}))
 {
 }
 
@@ -93,8 +111,13 @@ int TempFileDataStore::GetSplitVarIndex(int position) const
 
 VEXA_InputCaseIterator* TempFileDataStore::MakeIterator(ErrorMonitor* monitor) const
 {
+    if (_impl->sortKeys.empty()) {
+        if (!_impl->copy)
+            _impl->copy = copyOf(_impl->source, monitor);
+        return std::make_unique<CopiedCases>(_impl->copy).release();
+    }
     if (!_impl->relation)
-        _impl->relation = copyOf(_impl->source, _impl->sortKeys, monitor);
+        _impl->relation = sortedCopyOf(_impl->source, _impl->sortKeys, monitor);
     std::vector<int> columns;
     std::vector<CaseColumn> buffers;
     for (int column = 0; column < ColumnCount(); ++column) {

@@ -9,6 +9,7 @@
 #include "components/descriptives/InputTable.h"
 #include "components/descriptives/IntervalDocument.h"
 #include "components/descriptives/PmmlDocument.h"
+#include "components/descriptives/ResultDocument.h"
 #include "components/descriptives/StatDocument.h"
 #include "components/descriptives/Summaries.h"
 #include "components/descriptives/TimeInterval.h"
@@ -25,6 +26,8 @@ const char* memberOf(ContainerKind kind)
         return "StatXML.xml";
     case ContainerKind::TimeIntervals:
         return "TIME_INTERVAL.json";
+    case ContainerKind::Results:
+        return "Results.json";
     }
     return "";
 }
@@ -70,10 +73,11 @@ public:
 private:
     void addInterval(TimeInterval interval)
     {
-        if (!interval.unit)
-            _context.message(errors::kNoTimeInterval, _component + ": the values of " +
-                                                          listOf(interval.fields) +
-                                                          " make up no time interval");
+        if (!interval.unit) {
+            _settings.remarks.push_back(_component + ": the values of " + listOf(interval.fields) +
+                                        " make up no time interval");
+            _context.message(errors::kNoTimeInterval, _settings.remarks.back());
+        }
         _intervals.push_back(std::move(interval));
     }
 
@@ -86,6 +90,8 @@ private:
             return statDocument(_summary);
         case ContainerKind::TimeIntervals:
             return intervalDocument(_intervals);
+        case ContainerKind::Results:
+            return resultDocument(_summary, _settings.summaries, _settings.remarks);
         }
         return {};
     }

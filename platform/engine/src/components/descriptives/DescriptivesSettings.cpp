@@ -5,6 +5,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "components/descriptives/FieldSummary.h"
 #include "datafile/ColumnTypes.h"
 
 namespace EmbeddedHV {
@@ -45,6 +46,7 @@ constexpr std::pair<const char*, ContainerKind> kContainerNames[] = {
     {"PMML", ContainerKind::Pmml},
     {"StatXML", ContainerKind::Statistics},
     {"JSON", ContainerKind::TimeIntervals},
+    {"Results", ContainerKind::Results},
 };
 /// What containers of other names hold, by their place.
 constexpr ContainerKind kContainerPlaces[] = {ContainerKind::Pmml, ContainerKind::Statistics};
@@ -56,22 +58,21 @@ bool isDefault(const Json& value, const std::variant<bool, const char*>& standar
     return value.is_string() && value.get<std::string>() == std::get<const char*>(standard);
 }
 
-void tellNotHonoured(const StepCall& call, const char* key)
+void tellNotHonoured(const StepCall& call, const MessageSink& tell, const char* key)
 {
-    call.context.message(
-        errors::kSettingNotHonoured,
-        call.name + ": the setting \"" + key + "\" is " +
-            call.configuration[key].dump(-1, ' ', false, Json::error_handler_t::replace) +
-            ", which this engine does not do: it has no effect");
+    tell(errors::kSettingNotHonoured,
+         call.name + ": the setting \"" + key + "\" is " +
+             call.configuration[key].dump(-1, ' ', false, Json::error_handler_t::replace) +
+             ", which this engine does not do: it has no effect");
 }
 
-void checkNotHonoured(const StepCall& call, const Settings& settings)
+void checkNotHonoured(const StepCall& call, const Settings& settings, const MessageSink& tell)
 {
     for (const auto& [key, standard] : kNotHonoured)
         if (settings.has(key) && !isDefault(call.configuration[key], standard))
-            tellNotHonoured(call, key);
+            tellNotHonoured(call, tell, key);
     if (settings.integer(kThreads))
-        tellNotHonoured(call, kThreads);
+        tellNotHonoured(call, tell, kThreads);
 }
 
 std::optional<Fields> fieldList(const StepCall& call, const Settings& settings,
@@ -87,17 +88,6 @@ std::optional<Fields> fieldList(const StepCall& call, const Settings& settings,
             fields.push_back(field);
     }
     return fields;
-}
-
-bool isNumber(const CFField& field)
-{
-    return field.GetStorage() == CFField::Integer || field.GetStorage() == CFField::Real;
-}
-
-bool isMoment(const CFField& field)
-{
-    return field.GetStorage() == CFField::Date || field.GetStorage() == CFField::Time ||
-           field.GetStorage() == CFField::Timestamp;
 }
 
 [[noreturn]] void refuseType(const Settings& settings, const std::string& key, const CFField& field,
@@ -177,7 +167,7 @@ ContainerKind kindOf(const Settings& container, std::size_t place)
         if (name == known)
             return kind;
     if (place >= std::size(kContainerPlaces))
-        container.refuse("name", "is \"" + name + "\"; known are PMML, StatXML and JSON");
+        container.refuse("name", "is \"" + name + "\"; known are PMML, StatXML, JSON and Results");
     return kContainerPlaces[place];
 }
 
@@ -215,6 +205,12 @@ void readContainers(StepCall& call, DescriptivesSettings& result)
 
 } // namespace
 
+bool DescriptivesSettings::wants(ContainerKind kind) const
+{
+    return std::any_of(containers.begin(), containers.end(),
+                       [kind](const OutputContainer& output) { return output.kind == kind; });
+}
+
 DescriptivesSettings descriptivesSettings(StepCall& call)
 {
     const Settings settings = call.settings();
@@ -227,8 +223,12 @@ DescriptivesSettings descriptivesSettings(StepCall& call)
     result.summaries = settings.flag("computeSummaryStats").value_or(true);
     result.stringDistributions = settings.flag("computeDistSummaryForString").value_or(true);
     result.trimsBlanks = settings.flag("trimTrailingBlank").value_or(false);
-    checkNotHonoured(call, settings);
-    settings.reportOthers(call.context.message);
+    const MessageSink tell = [&](const std::string& id, const std::string& text) {
+        result.remarks.push_back(text);
+        call.context.message(id, text);
+    };
+    checkNotHonoured(call, settings, tell);
+    settings.reportOthers(tell);
     readContainers(call, result);
     return result;
 }

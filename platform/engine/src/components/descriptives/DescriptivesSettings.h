@@ -14,7 +14,8 @@ enum class ContainerKind
 {
     Pmml,
     Statistics,
-    TimeIntervals
+    TimeIntervals,
+    Results
 };
 
 /// An output container of the job text.
@@ -36,6 +37,11 @@ struct DescriptivesSettings
     bool stringDistributions = true;
     bool trimsBlanks = false;
     std::vector<OutputContainer> containers;
+    /// What was said of settings that have no effect, for a result document.
+    std::vector<std::string> remarks;
+
+    /// Whether a container holds what `kind` says.
+    bool wants(ContainerKind kind) const;
 };
 
 /// Reads the configuration and the containers of the call, and tells of each setting that asks for

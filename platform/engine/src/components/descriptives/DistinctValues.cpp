@@ -1,5 +1,6 @@
 #include "components/descriptives/DistinctValues.h"
 
+#include "components/descriptives/ValueCounts.h"
 #include "datafile/ColumnTypes.h"
 
 namespace EmbeddedHV {
@@ -7,16 +8,6 @@ namespace {
 
 /// Where so many records alone have too many values, the rest need not be looked at.
 constexpr std::int64_t kRecordsTried = 50000;
-
-CFDatum datumAt(duck::Result& rows, std::size_t row, CFField::StorageType storage)
-{
-    if (storage == CFField::Integer)
-        return CFDatum(rows.integer(0, row));
-    if (storage == CFField::String || storage == CFField::Unknown)
-        return CFDatum(rows.bytes(0, row));
-    const auto number = rows.real(0, row);
-    return number ? CFDatum(*number) : CFDatum();
-}
 
 bool hasTooMany(const ComponentQueries& queries, const InputTable& table, const std::string& x,
                 std::int64_t most)
@@ -42,20 +33,25 @@ duck::Result countValues(const ComponentQueries& queries, const InputTable& tabl
                        " IS NOT NULL GROUP BY ALL) ORDER BY x" + limit);
 }
 
+bool wantsDistribution(const DescriptivesSettings& settings, const CFField& field)
+{
+    return isText(field) ? settings.stringDistributions
+                         : settings.wants(ContainerKind::Results) && isCategorical(field);
+}
+
 void takeValues(duck::Result& rows, bool withDistribution, FieldSummary& summary)
 {
     const std::vector<CFValue>& labels = summary.field.GetValueLabels();
     std::vector<CFValue> values;
     for (std::size_t row = 0; row < rows.rows(); ++row) {
-        CFDatum datum = datumAt(rows, row, summary.field.GetStorage());
-        const int label = CFValue::GetIndex(datum, labels);
-        if (withDistribution)
-            summary.distribution.push_back(
-                {datum, rows.integer(1, row), rows.real(2, row).value_or(0)});
-        values.emplace_back(std::move(datum),
+        ValueCount count = valueCountAt(rows, row, summary.field.GetStorage());
+        const int label = CFValue::GetIndex(count.value, labels);
+        values.emplace_back(count.value,
                             label < 0 ? std::string()
                                       : labels[static_cast<std::size_t>(label)].GetLabel(),
                             CFValue::Valid);
+        if (withDistribution)
+            summary.distribution.push_back(std::move(count));
     }
     summary.distinct = static_cast<std::int64_t>(values.size());
     summary.field.SetValues(std::move(values));
@@ -76,8 +72,7 @@ void fillDistinctValues(const ComponentQueries& queries, const InputTable& table
     duck::Result rows = countValues(queries, table, summary, most);
     if (most && static_cast<std::int64_t>(rows.rows()) > *most)
         return;
-    takeValues(rows, settings.stringDistributions && summary.field.GetStorage() == CFField::String,
-               summary);
+    takeValues(rows, wantsDistribution(settings, summary.field), summary);
 }
 
 } // namespace EmbeddedHV

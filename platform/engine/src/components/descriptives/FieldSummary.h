@@ -31,6 +31,13 @@ struct ValueCount
     double weight = 0;
 };
 
+/// How many records, or how much weight, lie in equally wide bins; dates and times in seconds.
+struct Histogram
+{
+    std::vector<double> edges;  ///< ascending, one more than counts
+    std::vector<double> counts; ///< a value on an edge counts in the bin that begins there
+};
+
 /// What is known of the values of one field.
 struct FieldSummary
 {
@@ -48,7 +55,15 @@ struct FieldSummary
     NumericSummary numeric;
     /// Nothing if there are more values than are asked for.
     std::optional<std::int64_t> distinct;
-    std::vector<ValueCount> distribution; ///< texts only, in their order
+    /// In the order of the values: of texts, and for a result document of all categorical fields.
+    std::vector<ValueCount> distribution;
+
+    // For a result document only.
+    std::optional<double> least; ///< the minimum as a number, dates and times in seconds
+    std::optional<double> greatest;
+    std::optional<Histogram> histogram;
+    /// The values that occur and are declared missing; null for records without any value.
+    std::vector<ValueCount> missingValues;
 };
 
 /// What is known of a data source.
@@ -57,7 +72,15 @@ struct DataSummary
     std::int64_t records = 0; ///< those that count
     std::optional<std::string> weightField;
     double weight = 0;
+    std::int64_t leftOut = 0; ///< records whose weight does not count; for a result document only
     std::vector<FieldSummary> fields;
 };
+
+bool isNumber(const CFField& field);
+/// Whether its values are dates, times or timestamps.
+bool isMoment(const CFField& field);
+bool isText(const CFField& field);
+/// Whether its values name something rather than measure it.
+bool isCategorical(const CFField& field);
 
 } // namespace EmbeddedHV

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "components/descriptives/FieldSummary.h"
 #include "datafile/SqlQuoting.h"
 #include "steps/UserMissing.h"
 
@@ -9,7 +10,7 @@ namespace EmbeddedHV {
 
 InputTable::InputTable(std::string name, const DescriptivesSettings& settings)
     : _quotedName(quotedIdentifier(name)), _weight(settings.weight),
-      _trimsBlanks(settings.trimsBlanks)
+      _trimsBlanks(settings.trimsBlanks), _forResults(settings.wants(ContainerKind::Results))
 {
     for (const CFField& field : settings.fields)
         add(field);
@@ -24,12 +25,32 @@ void InputTable::add(const CFField& field)
         _fields.push_back(field);
 }
 
-std::string InputTable::column(const CFField& field) const
+std::size_t InputTable::place(const CFField& field) const
 {
     const auto found = std::find_if(_fields.begin(), _fields.end(), [&](const CFField& known) {
         return known.GetName() == field.GetName();
     });
-    return "c" + std::to_string(found - _fields.begin());
+    return static_cast<std::size_t>(found - _fields.begin());
+}
+
+bool InputTable::tellsMissing(const CFField& field) const
+{
+    return _forResults && isCategorical(field) && field.GetMissingValues().IsValid();
+}
+
+std::string InputTable::column(const CFField& field) const
+{
+    return "c" + std::to_string(place(field));
+}
+
+std::optional<std::string> InputTable::missingColumn(const CFField& field) const
+{
+    return tellsMissing(field) ? std::optional("m" + std::to_string(place(field))) : std::nullopt;
+}
+
+std::string InputTable::rawName(const CFField& field) const
+{
+    return quotedIdentifier(unusedName(_fields, "hv_raw_" + std::to_string(place(field))));
 }
 
 std::string InputTable::source(const CFField& field) const
@@ -46,21 +67,27 @@ std::string InputTable::creation(const std::string& select) const
 {
     std::vector<std::string> sources;
     std::string columns;
+    std::string raw;
     for (const CFField& field : _fields) {
+        const std::string name = quotedIdentifier(field.GetName());
         sources.push_back(source(field));
-        columns += quotedIdentifier(field.GetName()) + " AS " + column(field) + ", ";
+        columns += name + " AS " + column(field) + ", ";
+        if (const auto missing = missingColumn(field)) {
+            raw += sources.back() + " AS " + rawName(field) + ", ";
+            columns += "CASE WHEN " + name + " IS NULL THEN " + rawName(field) + " END AS " +
+                       *missing + ", ";
+        }
     }
     const std::string weight =
         _weight ? "CAST(" + quotedIdentifier(*_weight) + " AS DOUBLE)" : "CAST(1 AS UTINYINT)";
-    const std::string weightName = unusedName(_fields, "hv_weight");
+    const std::string weightName = quotedIdentifier(unusedName(_fields, "hv_weight"));
+    const std::string counts = "isfinite(" + weightName + ") AND " + weightName + " > 0";
     const std::string list = selectList(_fields, sources);
     return "CREATE TEMP TABLE " + _quotedName + " AS SELECT " + columns +
-           quotedIdentifier(weightName) + " AS " + kWeight + " FROM (SELECT " + list +
-           (list.empty() ? "" : ", ") + weight + " AS " + quotedIdentifier(weightName) + " FROM (" +
-           select + "))" +
-           (_weight ? " WHERE isfinite(" + quotedIdentifier(weightName) + ") AND " +
-                          quotedIdentifier(weightName) + " > 0"
-                    : std::string());
+           (keepsLeftOut() ? "CASE WHEN " + counts + " THEN " + weightName + " END" : weightName) +
+           " AS " + kWeight + " FROM (SELECT " + raw + list + (list.empty() ? "" : ", ") + weight +
+           " AS " + weightName + " FROM (" + select + "))" +
+           (_weight && !keepsLeftOut() ? " WHERE " + counts : std::string());
 }
 
 } // namespace EmbeddedHV

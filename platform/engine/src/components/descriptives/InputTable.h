@@ -23,18 +23,28 @@ public:
     const std::string& name() const { return _quotedName; }
     /// The column of a field of the settings.
     std::string column(const CFField& field) const;
+    /// The column of the values that the field declares missing, where the table has one: that of
+    /// a categorical field, if a result document is wanted. Null for any other value.
+    std::optional<std::string> missingColumn(const CFField& field) const;
     bool isWeighted() const { return _weight.has_value(); }
+    /// Whether records whose weight does not count are in the table, with a missing weight, for
+    /// their number to be told. Who has counted them deletes them.
+    bool keepsLeftOut() const { return _forResults && isWeighted(); }
     /// SQL of a record's weight; 1 without one.
     static constexpr const char* kWeight = "w";
 
 private:
     void add(const CFField& field);
+    std::size_t place(const CFField& field) const;
+    bool tellsMissing(const CFField& field) const;
     std::string source(const CFField& field) const;
+    std::string rawName(const CFField& field) const;
 
     std::string _quotedName;
     Fields _fields;
     std::optional<std::string> _weight;
     bool _trimsBlanks;
+    bool _forResults;
 };
 
 } // namespace EmbeddedHV

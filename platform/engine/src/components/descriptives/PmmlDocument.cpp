@@ -101,7 +101,7 @@ void addArray(pugi::xml_node& node, const char* type, std::size_t count, const s
 
 void addDistribution(pugi::xml_node& node, const FieldSummary& summary)
 {
-    if (summary.distribution.empty())
+    if (summary.distribution.empty() || !isText(summary.field))
         return;
     std::string values;
     std::string counts;

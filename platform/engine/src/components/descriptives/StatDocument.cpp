@@ -27,7 +27,7 @@ void addNumeric(pugi::xml_node& node, const FieldSummary& summary)
 
 void addDistribution(pugi::xml_node& node, const FieldSummary& summary, bool weighted)
 {
-    if (summary.distribution.empty())
+    if (summary.distribution.empty() || !isText(summary.field))
         return;
     pugi::xml_node list = node.append_child("Distribution");
     for (const ValueCount& count : summary.distribution) {

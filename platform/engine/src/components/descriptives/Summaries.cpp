@@ -1,19 +1,16 @@
 #include "components/descriptives/Summaries.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "components/descriptives/DistinctValues.h"
+#include "components/descriptives/Histogram.h"
 #include "components/descriptives/Moments.h"
+#include "components/descriptives/Quartiles.h"
+#include "components/descriptives/ValueCounts.h"
 #include "expression/SqlText.h"
 
 namespace EmbeddedHV {
 namespace {
-
-bool isNumber(const CFField& field)
-{
-    return field.GetStorage() == CFField::Integer || field.GetStorage() == CFField::Real;
-}
 
 /// A SELECT of one row whose columns are asked for and read in the same order.
 class OneRow
@@ -158,33 +155,34 @@ private:
     OneRow _row;
 };
 
-/// The quartiles of a field whose records are weighted: those of a sample in which each value
-/// stands as often as its weight says, interpolated at (W - 1) p like those without a weight.
-void weightedQuartiles(const ComponentQueries& queries, const InputTable& table,
-                       FieldSummary& field)
+void takeWeightedQuartiles(const ComponentQueries& queries, const InputTable& table,
+                           FieldSummary& field)
 {
-    const std::string x = table.column(field.field);
-    const double last = std::max(field.validWeight - 1, 0.0);
-    OneRow row;
-    for (const double part : {0.25, 0.5, 0.75})
-        for (const double place : {std::floor(last * part), std::ceil(last * part)})
-            row.add("CAST(min(x) FILTER (WHERE s > " + sqlConstant(place).sql + ") AS DOUBLE)");
-    row.run(queries, "(SELECT x, sum(f) OVER (ORDER BY x ROWS UNBOUNDED PRECEDING) AS s FROM "
-                     "(SELECT " +
-                         x + " AS x, sum(w) AS f FROM " + table.name() + " WHERE " + x +
-                         " IS NOT NULL GROUP BY ALL))");
-    const auto quartile = [&](double part) -> std::optional<double> {
-        const double place = last * part;
-        const auto below = row.real();
-        // Rounding may leave the sum of all weights a little short of the last place.
-        const auto above = row.real();
-        if (!below || !above)
-            return below;
-        return *below + (*above - *below) * (place - std::floor(place));
-    };
-    field.numeric.firstQuartile = quartile(0.25);
-    field.numeric.median = quartile(0.5);
-    field.numeric.thirdQuartile = quartile(0.75);
+    const Quartiles quartiles =
+        weightedQuartiles(queries, table, table.column(field.field), field.validWeight);
+    field.numeric.firstQuartile = quartiles.first;
+    field.numeric.median = quartiles.median;
+    field.numeric.thirdQuartile = quartiles.third;
+}
+
+std::int64_t dropLeftOut(const ComponentQueries& queries, const InputTable& table)
+{
+    const std::string leftOut = " FROM " + table.name() + " WHERE w IS NULL";
+    const std::int64_t count = queries.run("SELECT count(*)" + leftOut).integer(0, 0);
+    if (count > 0)
+        queries.run("DELETE" + leftOut);
+    return count;
+}
+
+/// What a result document shows beyond the others.
+void fillResults(const ComponentQueries& queries, const InputTable& table,
+                 const DescriptivesSettings& settings, DataSummary& summary)
+{
+    if (settings.summaries)
+        fillHistograms(queries, table, summary);
+    for (FieldSummary& field : summary.fields)
+        if (isCategorical(field.field))
+            fillMissingValues(queries, table, field);
 }
 
 } // namespace
@@ -196,13 +194,17 @@ DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
     summary.weightField = settings.weight;
     for (const CFField& field : settings.fields)
         summary.fields.emplace_back(field);
+    if (table.keepsLeftOut())
+        summary.leftOut = dropLeftOut(queries, table);
     CountPass(table, settings.summaries).run(queries, summary);
     MomentPass(table).run(queries, summary);
     for (FieldSummary& field : summary.fields) {
         if (table.isWeighted() && field.numeric.mean)
-            weightedQuartiles(queries, table, field);
+            takeWeightedQuartiles(queries, table, field);
         fillDistinctValues(queries, table, settings, field);
     }
+    if (settings.wants(ContainerKind::Results))
+        fillResults(queries, table, settings, summary);
     return summary;
 }
 

@@ -1,0 +1,145 @@
+#include "render/CellFormat.h"
+
+#include <HostValueText.h>
+
+#include <algorithm>
+#include <limits>
+
+#include "support/Transcoding.h"
+
+namespace CellFormat {
+namespace {
+
+/// From the host's first day, 1582-10-14, to 1970-01-01.
+constexpr double kSecondsToEpoch = 12219379200.0;
+constexpr double kSecondsPerDay = 60.0 * 60.0 * 24.0;
+
+std::uint8_t decimalsOf(const JsonValue& object, int byDefault)
+{
+    const int decimals = object["decimals"].integer(byDefault);
+    return static_cast<std::uint8_t>(std::clamp(decimals, 0, 255));
+}
+
+/// What decorates a number decides its type; the later rule counts.
+std::uint8_t numberTypeOf(const JsonValue& object)
+{
+    const auto decimal = object["decimalSeparator"].text();
+    const auto thousands = object["thousandsSeparator"].text();
+    std::uint8_t type = kFormatGeneral;
+    if (decimal == "." || thousands == ",")
+        type = kFormatComma;
+    if (decimal == "," || thousands == ".")
+        type = kFormatDot;
+    if (object["prefix"].text() == "$")
+        type = kFormatDollar;
+    if (object["suffix"].text() == "%")
+        type = kFormatPercent;
+    return type;
+}
+
+std::uint8_t typeOfFirst(std::string_view pattern)
+{
+    switch (pattern.front()) {
+    case 'h':
+    case 'H':
+        return kFormatTime;
+    case 'y':
+    case 'Y':
+        return kFormatDateYearFirst;
+    case 'M':
+        return kFormatDateMonthFirst;
+    case 'm':
+        return kFormatTimeMinutesFirst;
+    default:
+        break;
+    }
+    if (pattern.find('.') == pattern.npos)
+        return kFormatDate;
+    return kFormatDateWithDots;
+}
+
+/// With hours in the pattern, a date is one with a time.
+std::uint8_t patternTypeOf(std::string_view pattern)
+{
+    const std::uint8_t type = typeOfFirst(pattern);
+    if (pattern.find_first_of("hH") == pattern.npos)
+        return type;
+    if (type == kFormatDateYearFirst)
+        return kFormatDateTimeYearFirst;
+    if (type == kFormatDate || type == kFormatDateWithDots)
+        return kFormatDateTime;
+    return type;
+}
+
+bool isDate(double value, const VEXA_Format& format)
+{
+    switch (format.type) {
+    case kFormatDate:
+    case kFormatDateTime:
+    case kFormatDateMonthFirst:
+    case kFormatDateDayOfYear:
+    case kFormatMonthAndYear:
+    case kFormatQuarterAndYear:
+    case kFormatWeekAndYear:
+    case kFormatDateWithDots:
+    case kFormatDateYearFirst:
+    case kFormatDateTimeYearFirst:
+        return true;
+    case kFormatWeekday:
+        return !(value >= 1 && value <= 7);
+    case kFormatMonth:
+        return !(value >= 1 && value <= 12);
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+double missingValue()
+{
+    return std::numeric_limits<double>::lowest();
+}
+
+VEXA_Format formatOf(const JsonValue& object)
+{
+    VEXA_Format format = noFormat;
+    if (!object.isObject())
+        return format;
+    if (object["string"].flag(false)) {
+        format.type = kFormatString;
+        return format;
+    }
+    format.decimals = decimalsOf(object, generalNumber.decimals);
+    const auto pattern = object["dateTimePattern"].text();
+    format.type = pattern.empty() ? numberTypeOf(object) : patternTypeOf(pattern);
+    return format;
+}
+
+bool isInfinite(const JsonValue& object)
+{
+    return object["positiveInfinity"].flag(false) || object["negativeInfinity"].flag(false);
+}
+
+double toHostDate(double value, const VEXA_Format& format, bool valueIsSeconds)
+{
+    if (!isDate(value, format))
+        return value;
+    return (valueIsSeconds ? value : value * kSecondsPerDay) + kSecondsToEpoch;
+}
+
+std::string textOf(double value, const VEXA_Format& format)
+{
+    OBS unit{};
+    unit.number = value;
+    std::string text(std::size_t{format.width} + 1, '\0');
+    ToString(&unit, format, text.data());
+    text.resize(format.width);
+    const std::size_t begin = text.find_first_not_of(" \t");
+    if (begin == text.npos)
+        return {};
+    text = text.substr(begin, text.find_last_not_of(" \t") - begin + 1);
+    return transcodeToUTF8(text.c_str(), nullptr);
+}
+
+} // namespace CellFormat

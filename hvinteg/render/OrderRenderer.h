@@ -1,0 +1,35 @@
+#pragma once
+
+#include <ChartOutput.h>
+#include <jni.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "render/OutputOrder.h"
+#include "render/ResultContext.h"
+
+/// Shows what an order asks for of one result object.
+class OrderRenderer
+{
+public:
+    /// The context and the result object are borrowed; without a document there is no object.
+    OrderRenderer(ResultContext& context, jobject result) : _context(context), _result(result) {}
+    /// Whether a table or a chart came of it. What Java throws ends the order, not its headings.
+    bool render(const OutputOrder& order);
+
+private:
+    using Headings = std::vector<std::unique_ptr<TnHeading>>;
+
+    bool renderUnder(TnHeading& heading, const OutputOrder& order);
+    void renderTable(TnHeading& heading, const OutputOrder& order, jobject item);
+    void renderChart(TnHeading& heading, const OutputOrder& order, jobject item);
+    void renderView(TnHeading& heading, const OutputOrder& order);
+    void addMapSources(xGlyph& chart, jobject item);
+    void describe(XDocument& output, const OutputOrder& order) const;
+    std::string viewJson(const OutputOrder& order);
+
+    ResultContext& _context;
+    jobject _result;
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <FacSTDictionary.h>
+#include <TnHeading.h>
+
+#include <map>
+#include <string>
+
+#include "bridge/JNIJSONObject.h"
+#include "render/DocumentPath.h"
+#include "render/dataDictionary.h"
+
+class ProcedureDataSource;
+
+/// What the output of a result needs to know. Pointers and references are borrowed.
+struct ResultContext
+{
+    TnProcedure* procedure;
+    const ProcedureDataSource* source; ///< may be null
+    FacSTDictionary& strings;
+    bool hasDocument;
+    JNIJSONObject document;
+    dataDictionary dictionary{};
+    std::map<std::string, std::string> geoJSON{}; ///< GeoJSON texts by name
+    std::string path{};                           ///< of the result object that is shown
+    DocumentPath reader{};
+
+    /// Whether there is a document, and it could be read.
+    bool isReadable() const { return hasDocument && document.getTop() != nullptr; }
+    /// The data model as JSON text; empty if the document has none.
+    std::string dataModelJson();
+};

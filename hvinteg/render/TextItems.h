@@ -1,0 +1,49 @@
+#pragma once
+
+#include <TnCellText.h>
+
+#include <memory>
+#include <string>
+
+#include "bridge/JsonValue.h"
+#include "render/FieldLookup.h"
+
+/// Turns the text items of a result into texts of the host's output, and into plain strings.
+///
+/// An item holds under `text` a body of one of six kinds. What a body lacks, or has of another
+/// type, reads as empty; an item that makes no text gives null, or an empty string.
+class TextItems
+{
+public:
+    /// Source and dictionary are borrowed; the source may be null.
+    TextItems(const ProcedureDataSource* source, const dataDictionary& dictionary)
+        : _fields(source, dictionary)
+    {
+    }
+
+    /// `translate`: keys are looked up in the host's string table.
+    std::unique_ptr<TnCellText> cellTextOf(const JsonValue& item, bool translate) const;
+    /// UTF-8, never translated: what filters compare, and what captions are made of.
+    std::string cellTextString(const JsonValue& item) const;
+
+private:
+    using Text = std::unique_ptr<TnCellText>;
+    struct Kind;
+    static const Kind* kindOf(const JsonValue& body);
+
+    Text fixedText(const JsonValue& body, bool translate) const;
+    Text numberText(const JsonValue& body, bool translate) const;
+    Text variableText(const JsonValue& body, bool translate) const;
+    Text numberOfVariable(const JsonValue& body, bool translate) const;
+    Text stringOfVariable(const JsonValue& body, bool translate) const;
+    Text compositeText(const JsonValue& body, bool translate) const;
+
+    std::string fixedString(const JsonValue& body) const;
+    std::string numberString(const JsonValue& body) const;
+    std::string variableString(const JsonValue& body) const;
+    std::string numberOfVariableString(const JsonValue& body) const;
+    std::string stringOfVariableString(const JsonValue& body) const;
+    std::string compositeString(const JsonValue& body) const;
+
+    FieldLookup _fields;
+};

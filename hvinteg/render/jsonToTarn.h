@@ -1,0 +1,73 @@
+#pragma once
+
+#include <FacSTDictionary.h>
+#include <TnHeading.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bridge/JNIJSONObject.h"
+#include "render/OutputOrder.h"
+#include "render/dataDictionary.h"
+#include "support/HvintegExport.h"
+
+class ProcedureDataSource;
+
+/// Turns a result document of the engine into the host's output. The caller decides what is shown
+/// and where, the document what it says.
+///
+///     jsonToTarn output(&procedure, &procedure.DataSource(), strings, statJson);
+///     output.addObjectToOutput("Model", "summary", "Summary", "ModelSummary", OutputOrder::Pivot);
+///     output.generateOutput("tcm");
+///
+/// On the thread that works with Java, after the job has ended, and until cleanJRef. Texts are
+/// UTF-8. Operations that read the document throw JNIException unless they say otherwise.
+class HVINTEG_EXPORT jsonToTarn
+{
+public:
+    /// All pointers and references are borrowed; the data source may be null. Without a document
+    /// only interactive views come of it.
+    jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings);
+    jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings,
+               const std::string& json);
+    jsonToTarn(const jsonToTarn&) = delete;
+    jsonToTarn& operator=(const jsonToTarn&) = delete;
+    ~jsonToTarn();
+
+    /// Appends to what is shown, in this order.
+    void addObjectToOutput(const OutputOrder& order);
+    /// `title` and `location` are segments with dots between them.
+    void addObjectToOutput(const std::string& title, const std::string& location,
+                           const std::string& outlineTitle, const std::string& OMSSubType,
+                           OutputOrder::Type type);
+    /// Whether the messages of a result come before its output; by default they do.
+    void showNotifications(bool show);
+    /// GeoJSON texts by name, for maps.
+    void setGeoJSONMap(const std::map<std::string, std::string>& texts);
+    const std::map<std::string, std::string>& getGeoJSONMap() const;
+
+    /// Shows the result object of that name, a key of the document's top. False if there is none,
+    /// or if the document could not be read, which is told as a warning; else true, whatever came
+    /// of it. Without a document: whether there was output other than interactive views. What Java
+    /// throws costs the object that is being shown.
+    bool generateOutput(const std::string& path);
+
+    dataDictionary& getDataDictionary();
+    FacSTDictionary& getDictionary();
+    /// The document; an empty object without one.
+    JNIJSONObject& getTop();
+
+    /// Whether a path, keys with dots between them, leads to something that is no text.
+    bool hasItem(const std::string& path);
+    /// Whether it leads to an object or an array that holds something.
+    bool hasItemContent(const std::string& path);
+    /// Whether a GeoJSON text has features; the text of that name; or all texts, without a name.
+    bool hasGeoJSONFeatures(const std::string& text);
+    bool hasGeoJSONMapFeatures(const std::string& name);
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> _impl;
+};

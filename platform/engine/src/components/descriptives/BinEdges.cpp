@@ -1,0 +1,102 @@
+#include "components/descriptives/BinEdges.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <limits>
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr double kDay = 86400;
+/// Bins that the range is divided into before widths are rounded and edges moved to multiples of
+/// them, which may take two more.
+constexpr double kMostDivisions = kMostBins - 2;
+constexpr double kClockWidths[] = {1,   2,   5,    10,   15,   30,    60,    120,   300,
+                                   600, 900, 1800, 3600, 7200, 10800, 21600, 43200, kDay};
+
+/// A width as a fraction, so that its multiples are the numbers that people would write.
+struct Width
+{
+    double numerator = 1;
+    double denominator = 1;
+
+    double size() const { return numerator / denominator; }
+    double edge(double index) const { return index * numerator / denominator; }
+};
+
+double divisions(const BinRequest& request)
+{
+    const double range = request.maximum - request.minimum;
+    const double sturges = std::ceil(std::log2(std::max(request.weight, 1.0))) + 1;
+    const double quartileRange = request.interquartileRange.value_or(0);
+    const double wanted =
+        quartileRange > 0 ? std::ceil(range / (2 * quartileRange / std::cbrt(request.weight))) : 0;
+    return std::clamp(wanted, std::min(sturges, kMostDivisions), kMostDivisions);
+}
+
+/// The next of 1, 2 and 5 times a power of ten.
+Width roundWidth(double width)
+{
+    const double power = std::floor(std::log10(width));
+    const double scale = std::pow(10, std::abs(power));
+    for (const double step : {1.0, 2.0, 5.0, 10.0}) {
+        const Width tried = power < 0 ? Width{step, scale} : Width{step * scale, 1};
+        if (tried.size() >= width)
+            return tried;
+    }
+    return {width, 1};
+}
+
+Width clockWidth(double width)
+{
+    const auto* found = std::find_if(std::begin(kClockWidths), std::end(kClockWidths),
+                                     [width](double known) { return known >= width; });
+    if (found != std::end(kClockWidths))
+        return {*found, 1};
+    return {roundWidth(width / kDay).size() * kDay, 1};
+}
+
+/// Narrower bins would have edges that no double can tell apart.
+double narrowest(const BinRequest& request)
+{
+    constexpr double kSteps = 8;
+    const double largest = std::max(std::abs(request.minimum), std::abs(request.maximum));
+    const double step = std::nextafter(largest, std::numeric_limits<double>::infinity()) - largest;
+    return std::max(step * kSteps, 1e-290);
+}
+
+Width widthFor(const BinRequest& request)
+{
+    const double range = request.maximum - request.minimum;
+    const double width = std::max(range > 0 ? range / divisions(request) : 1.0, narrowest(request));
+    switch (request.scale) {
+    case BinScale::Whole:
+        return roundWidth(std::max(width, 1.0));
+    case BinScale::Days:
+        return clockWidth(std::max(width, kDay));
+    case BinScale::Seconds:
+        return clockWidth(width);
+    default:
+        return roundWidth(width);
+    }
+}
+
+} // namespace
+
+std::vector<double> binEdges(const BinRequest& request)
+{
+    const Width width = widthFor(request);
+    double first = std::floor(request.minimum / width.size());
+    // The quotient may be rounded across an edge.
+    while (width.edge(first) > request.minimum)
+        --first;
+    while (width.edge(first + 1) <= request.minimum)
+        ++first;
+    std::vector<double> edges = {width.edge(first)};
+    for (double next = first + 1; edges.size() == 1 || edges.back() <= request.maximum; ++next)
+        edges.push_back(width.edge(next));
+    return edges;
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,194 @@
+#include "components/descriptives/FieldCharts.h"
+
+#include <algorithm>
+
+#include "components/descriptives/MomentText.h"
+#include "components/result/ChartSpecification.h"
+#include "steps/Plan.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr std::size_t kMostBars = 50;
+constexpr const char* kCounts = "count";
+constexpr const char* kBinEnds = "end";
+
+std::string column(const CFField& field, const char* base)
+{
+    return unusedName({field}, base);
+}
+
+std::string missingText(const FieldSummary& field)
+{
+    return field.missing == 0 ? "" : ", " + std::to_string(field.missing) + " missing";
+}
+
+/// A point of the axis as the chart reads it; null if it cannot be told.
+Json edgeOf(const CFField& field, double edge)
+{
+    std::optional<std::string> text;
+    if (!isMoment(field))
+        return edge;
+    if (field.GetStorage() == CFField::Date)
+        text = dateText(edge);
+    else
+        text = timestampText(edge);
+    return text ? Json(*text) : Json();
+}
+
+/// Times of the day lie on the first day of the scale: the axis shows the time only.
+Json binAxis(const CFField& field, const std::string& reference)
+{
+    Json axis = {{"field", reference}, {"title", chart::axisTitle(chart::titleOf(field))}};
+    if (!isMoment(field)) {
+        axis["type"] = "quantitative";
+        axis["bin"] = "binned";
+        return axis;
+    }
+    axis["type"] = "temporal";
+    axis["scale"] = {{"type", "utc"}};
+    if (field.GetStorage() == CFField::Time)
+        axis["axis"] = {{"format", "%H:%M:%S"}};
+    return axis;
+}
+
+std::optional<Json> binRows(const FieldSummary& field, const std::string& begin,
+                            const std::string& end, const std::string& counts)
+{
+    const Histogram& histogram = *field.histogram;
+    Json rows = Json::array();
+    for (std::size_t i = 0; i < histogram.counts.size(); ++i) {
+        const Json from = edgeOf(field.field, histogram.edges[i]);
+        const Json to = edgeOf(field.field, histogram.edges[i + 1]);
+        if (from.is_null() || to.is_null())
+            return std::nullopt;
+        rows.push_back({{begin, from}, {end, to}, {counts, histogram.counts[i]}});
+    }
+    return rows;
+}
+
+/// A value as the data of a chart holds it.
+Json valueOf(const CFField& field, const CFDatum& datum)
+{
+    if (datum.IsString())
+        return datum.GetString();
+    if (datum.IsInteger())
+        return datum.GetInteger();
+    constexpr double kSecondsOfDay = 86400;
+    std::optional<std::string> text;
+    if (field.GetStorage() == CFField::Date)
+        text = dateText(datum.GetReal() * kSecondsOfDay);
+    else if (field.GetStorage() == CFField::Timestamp)
+        text = timestampText(datum.GetReal());
+    else if (field.GetStorage() == CFField::Time)
+        text = timeText(datum.GetReal());
+    return text ? Json(*text) : Json(datum.GetReal());
+}
+
+std::vector<ValueCount> shownValues(const FieldSummary& field)
+{
+    std::vector<ValueCount> values = field.distribution;
+    if (values.size() <= kMostBars)
+        return values;
+    std::vector<double> weights;
+    for (const ValueCount& value : values)
+        weights.push_back(value.weight);
+    std::nth_element(weights.begin(), weights.begin() + kMostBars - 1, weights.end(),
+                     std::greater<>());
+    const double least = weights[kMostBars - 1];
+    auto above = static_cast<std::size_t>(
+        std::count_if(weights.begin(), weights.end(), [&](double w) { return w > least; }));
+    // Of values that occur as often as the last one shown, the first are shown.
+    std::erase_if(values, [&](const ValueCount& value) {
+        return value.weight < least || (value.weight == least && ++above > kMostBars);
+    });
+    return values;
+}
+
+/// An expression that shows labels in place of values; empty if no value has one.
+std::string labelExpression(const CFField& field, const std::vector<ValueCount>& values)
+{
+    Json labels = Json::object();
+    for (const ValueCount& value : values) {
+        const int label = CFValue::GetIndex(value.value, field.GetValueLabels());
+        if (label < 0)
+            continue;
+        const Json key = valueOf(field, value.value);
+        labels[key.is_string() ? key.get<std::string>() : value.value.ToString(-1)] =
+            field.GetValueLabels()[static_cast<std::size_t>(label)].GetLabel();
+    }
+    if (labels.empty())
+        return {};
+    // As ASCII, since some line ends of Unicode would end the expression.
+    return "(" + labels.dump(-1, ' ', true, Json::error_handler_t::replace) +
+           ")[datum.value] || datum.label";
+}
+
+Json barTitle(const FieldSummary& field, std::size_t bars)
+{
+    const std::string& title = chart::titleOf(field.field);
+    if (bars == field.distribution.size())
+        return title;
+    return {{"text", title},
+            {"subtitle", "The " + std::to_string(bars) + " most frequent of " +
+                             std::to_string(field.distribution.size()) + " values"}};
+}
+
+Json categoryAxis(const CFField& field, const std::string& reference,
+                  const std::vector<ValueCount>& values)
+{
+    Json axis = {{"field", reference},
+                 {"type", field.GetType() == CFField::Ordinal ? "ordinal" : "nominal"},
+                 {"sort", nullptr},
+                 {"title", chart::axisTitle(chart::titleOf(field))}};
+    const std::string labels = labelExpression(field, values);
+    if (!labels.empty())
+        axis["axis"] = {{"labelExpr", labels}};
+    return axis;
+}
+
+} // namespace
+
+std::optional<Json> histogramChart(const FieldSummary& field, const std::string& key)
+{
+    const std::string begin = chart::columnName(field.field.GetName(), key);
+    const std::string end = column(field.field, kBinEnds);
+    const std::string counts = column(field.field, kCounts);
+    auto rows = binRows(field, begin, end, counts);
+    if (!rows)
+        return std::nullopt;
+    const std::string& title = chart::titleOf(field.field);
+    Json specification = chart::barSpecification(
+        title,
+        "Histogram of " + title + ": " + std::to_string(field.valid) + " values in " +
+            std::to_string(rows->size()) + " bins" + missingText(field),
+        std::move(*rows));
+    specification["encoding"] = {
+        {"x", binAxis(field.field, chart::columnReference(begin))},
+        {"x2", {{"field", chart::columnReference(end)}}},
+        {"y", {{"field", counts}, {"type", "quantitative"}, {"title", "Frequency"}}}};
+    return specification;
+}
+
+Json barChart(const FieldSummary& field, const std::string& key, bool weighted)
+{
+    const std::string name = chart::columnName(field.field.GetName(), key);
+    const std::string counts = column(field.field, kCounts);
+    const std::vector<ValueCount> values = shownValues(field);
+    Json rows = Json::array();
+    for (const ValueCount& value : values)
+        rows.push_back({{name, valueOf(field.field, value.value)},
+                        {counts, weighted ? Json(value.weight) : Json(value.records)}});
+    const std::string& title = chart::titleOf(field.field);
+    Json specification =
+        chart::barSpecification(barTitle(field, values.size()),
+                                "Frequencies of " + title + ": " + std::to_string(field.valid) +
+                                    " values" + missingText(field),
+                                std::move(rows));
+    specification["encoding"] = {
+        {"y", categoryAxis(field.field, chart::columnReference(name), values)},
+        {"x", {{"field", counts}, {"type", "quantitative"}, {"title", "Frequency"}}}};
+    return specification;
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,26 @@
+#include "components/descriptives/FieldSummary.h"
+
+namespace EmbeddedHV {
+
+bool isNumber(const CFField& field)
+{
+    return field.GetStorage() == CFField::Integer || field.GetStorage() == CFField::Real;
+}
+
+bool isMoment(const CFField& field)
+{
+    return field.GetStorage() == CFField::Date || field.GetStorage() == CFField::Time ||
+           field.GetStorage() == CFField::Timestamp;
+}
+
+bool isText(const CFField& field)
+{
+    return !isNumber(field) && !isMoment(field);
+}
+
+bool isCategorical(const CFField& field)
+{
+    return isText(field) || field.GetType() != CFField::Continuous;
+}
+
+} // namespace EmbeddedHV

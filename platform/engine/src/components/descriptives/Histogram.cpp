@@ -1,0 +1,107 @@
+#include "components/descriptives/Histogram.h"
+
+#include <algorithm>
+
+#include "components/descriptives/BinEdges.h"
+#include "components/descriptives/Quartiles.h"
+#include "expression/SqlText.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// The column on the scale of charts: a number as it is, a date or a time in seconds.
+std::string onChartScale(const InputTable& table, const CFField& field)
+{
+    const std::string x = table.column(field);
+    return isMoment(field) ? "epoch(" + x + ")" : "CAST(" + x + " AS DOUBLE)";
+}
+
+/// Beyond it, edges and widths might leave the range of a double.
+constexpr double kFarthest = 1e300;
+
+struct Range
+{
+    std::optional<double> minimum;
+    std::optional<double> maximum;
+    bool isWhole = false;
+};
+
+Range rangeOf(const ComponentQueries& queries, const InputTable& table, const CFField& field)
+{
+    const std::string x = onChartScale(table, field);
+    duck::Result row =
+        queries.run("SELECT min(x), max(x), CAST(bool_and(x = floor(x)) AS BIGINT) FROM (SELECT " +
+                    x + " AS x FROM " + table.name() + ")");
+    return {row.real(0, 0), row.real(1, 0), row.integer(2, 0) == 1};
+}
+
+BinScale scaleOf(const CFField& field, const Range& range)
+{
+    if (field.GetStorage() == CFField::Date)
+        return BinScale::Days;
+    if (isMoment(field))
+        return BinScale::Seconds;
+    return range.isWhole ? BinScale::Whole : BinScale::Real;
+}
+
+std::optional<double> interquartileRange(const ComponentQueries& queries, const InputTable& table,
+                                         const FieldSummary& summary)
+{
+    Quartiles quartiles{summary.numeric.firstQuartile, summary.numeric.median,
+                        summary.numeric.thirdQuartile};
+    if (isMoment(summary.field))
+        quartiles = weightedQuartiles(queries, table, onChartScale(table, summary.field),
+                                      summary.validWeight);
+    if (!quartiles.first || !quartiles.third)
+        return std::nullopt;
+    return *quartiles.third - *quartiles.first;
+}
+
+/// SQL of the bin of `x`: a comparison with the very edges, which a quotient would miss by a hair.
+std::string binOf(const std::vector<double>& edges)
+{
+    const std::string last = std::to_string(edges.size() - 2);
+    if (edges.size() == 2)
+        return last;
+    std::string sql = "CASE";
+    for (std::size_t i = 1; i + 1 < edges.size(); ++i)
+        sql += " WHEN x < " + sqlConstant(edges[i]).sql + " THEN " + std::to_string(i - 1);
+    return sql + " ELSE " + last + " END";
+}
+
+Histogram countBins(const ComponentQueries& queries, const InputTable& table, const CFField& field,
+                    std::vector<double> edges)
+{
+    duck::Result rows =
+        queries.run("SELECT " + binOf(edges) + " AS bin, CAST(sum(w) AS DOUBLE) FROM (SELECT " +
+                    onChartScale(table, field) + " AS x, " + InputTable::kWeight + " AS w FROM " +
+                    table.name() + " WHERE " + table.column(field) + " IS NOT NULL) GROUP BY bin");
+    Histogram histogram{std::move(edges), {}};
+    histogram.counts.resize(histogram.edges.size() - 1);
+    for (std::size_t row = 0; row < rows.rows(); ++row)
+        histogram.counts[static_cast<std::size_t>(rows.integer(0, row))] =
+            rows.real(1, row).value_or(0);
+    return histogram;
+}
+
+} // namespace
+
+void fillHistograms(const ComponentQueries& queries, const InputTable& table, DataSummary& summary)
+{
+    for (FieldSummary& field : summary.fields) {
+        if (field.valid == 0 || isText(field.field))
+            continue;
+        const Range range = rangeOf(queries, table, field.field);
+        field.least = range.minimum;
+        field.greatest = range.maximum;
+        if (!range.minimum || !range.maximum || isCategorical(field.field) ||
+            std::max(-*range.minimum, *range.maximum) > kFarthest)
+            continue;
+        field.histogram = countBins(
+            queries, table, field.field,
+            binEdges({*range.minimum, *range.maximum, interquartileRange(queries, table, field),
+                      field.validWeight, scaleOf(field.field, range)}));
+    }
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,113 @@
+#include "components/descriptives/ResultDocument.h"
+
+#include "components/descriptives/FieldCharts.h"
+#include "components/descriptives/FrequencyTable.h"
+#include "components/descriptives/StatisticsTable.h"
+#include "components/result/FieldModel.h"
+#include "components/result/TextItem.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr const char* kName = "descriptives";
+constexpr const char* kWarning = "Warning";
+constexpr const char* kComment = "Comment";
+
+/// The result object as it grows.
+class Results
+{
+public:
+    explicit Results(const DataSummary& summary) : _isWeighted(summary.weightField.has_value()) {}
+
+    void notify(Json text, const char* severity)
+    {
+        text["severity"] = severity;
+        _notifications.push_back(std::move(text));
+    }
+
+    void addStatistics(const DataSummary& summary, bool withSummaries)
+    {
+        if (summary.fields.empty())
+            notify(text::fixed("There is no field to describe."), kWarning);
+        else
+            _object["statistics"]["table"] = statisticsTable(summary, withSummaries);
+    }
+
+    /// `key` has no dot, which would part it where readers name a place in the document.
+    void addField(const FieldSummary& field, const std::string& key, bool withSummaries)
+    {
+        if (isCategorical(field.field))
+            addFrequencies(field, key);
+        else if (withSummaries && field.valid > 0)
+            addHistogram(field, key);
+    }
+
+    Json json() const
+    {
+        Json result = {{"notifications", _notifications}};
+        result.update(_object);
+        return result;
+    }
+
+private:
+    /// Known, but not asked for one by one.
+    static bool areWithheld(const FieldSummary& field)
+    {
+        return field.distinct && field.distribution.empty();
+    }
+
+    void addFrequencies(const FieldSummary& field, const std::string& key)
+    {
+        if (hasFrequencies(field)) {
+            _object["frequencies"][key] = frequencyTable(field, key, _isWeighted);
+            _object["bars"][key] = barChart(field, key, _isWeighted);
+        } else if (field.valid > 0 && !areWithheld(field)) {
+            tell(field, " has more values than are told one by one: no frequencies are shown.");
+        }
+    }
+
+    void addHistogram(const FieldSummary& field, const std::string& key)
+    {
+        const auto chart = field.histogram ? histogramChart(field, key) : std::nullopt;
+        if (chart)
+            _object["histograms"][key] = *chart;
+        else
+            tell(field, " has values beyond the range of charts: no histogram is shown.");
+    }
+
+    void tell(const FieldSummary& field, const char* what)
+    {
+        notify(text::composite({text::field(field.field.GetName()), text::fixed(what)}), kComment);
+    }
+
+    bool _isWeighted;
+    Json _notifications = Json::array();
+    Json _object = Json::object();
+};
+
+datafile::Fields fieldsOf(const DataSummary& summary)
+{
+    datafile::Fields fields;
+    for (const FieldSummary& field : summary.fields)
+        fields.push_back(field.field);
+    return fields;
+}
+
+} // namespace
+
+std::string resultDocument(const DataSummary& summary, bool withSummaries,
+                           const std::vector<std::string>& remarks)
+{
+    Results results(summary);
+    for (const std::string& remark : remarks)
+        results.notify(text::plain(remark), kWarning);
+    results.addStatistics(summary, withSummaries);
+    for (std::size_t i = 0; i < summary.fields.size(); ++i)
+        results.addField(summary.fields[i], "f" + std::to_string(i + 1), withSummaries);
+    const Json document = {{"dataModel", fieldModel(kName, fieldsOf(summary))},
+                           {kName, results.json()}};
+    // Names and texts may hold bytes that are no characters.
+    return document.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "components/descriptives/FieldSummary.h"
+
+namespace EmbeddedHV {
+
+/// The text of "Results.json", docs/result-document.md: the data model of the fields and the result
+/// object "descriptives" with a table of statistics, and for each field its frequencies or its
+/// histogram. `remarks` become notifications.
+std::string resultDocument(const DataSummary& summary, bool withSummaries,
+                           const std::vector<std::string>& remarks);
+
+} // namespace EmbeddedHV

@@ -1,0 +1,264 @@
+#include "components/descriptives/StatisticsTable.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <string_view>
+
+#include "components/result/PivotTable.h"
+#include "components/result/TextItem.h"
+#include "components/result/ValueFormat.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr int kDecimalsOfWeights = 3;
+constexpr int kDecimalsOfShapes = 3;
+/// Beyond those of the values, for what lies between values.
+constexpr int kMoreDecimals = 2;
+/// Digits of the standard deviation that are to be seen, however small it is.
+constexpr int kDigitsShown = 4;
+
+enum class Kind
+{
+    Records,
+    Weight,
+    Range,
+    Between, ///< on the scale of the values, and between them
+    Spread,  ///< the same, and not below 0
+    Square,
+    Shape
+};
+
+/// A column of the table. A group begins where its name is not that of the column before.
+struct Statistic
+{
+    std::string_view group; ///< empty for a column by itself
+    const char* title;
+    Kind kind;
+    std::optional<double> (*value)(const FieldSummary&);
+    double leastWeight; ///< of the values that determine it
+    bool needsVariety;  ///< not determined by values that are all the same
+};
+
+std::optional<double> countOf(std::int64_t count)
+{
+    return static_cast<double>(count);
+}
+
+using Field = const FieldSummary&;
+constexpr Statistic kRecords[] = {
+    {"N", "Valid", Kind::Records, [](Field f) { return countOf(f.valid); }, 0, false},
+    {"N", "Missing", Kind::Records, [](Field f) { return countOf(f.missing); }, 0, false},
+};
+constexpr Statistic kWeights[] = {
+    {"N", "Valid", Kind::Weight, [](Field f) { return std::optional(f.validWeight); }, 0, false},
+    {"N", "Missing", Kind::Weight, [](Field f) { return std::optional(f.missingWeight); }, 0,
+     false},
+    {"Unweighted N", "Valid", Kind::Records, [](Field f) { return countOf(f.valid); }, 0, false},
+    {"Unweighted N", "Missing", Kind::Records, [](Field f) { return countOf(f.missing); }, 0,
+     false},
+};
+/// Above 1 is as good as the next number after it: variance is not determined by a weight of 1.
+constexpr double kAboveOne = 1 + 1e-15;
+constexpr Statistic kSummaries[] = {
+    {"", "Mean", Kind::Between, [](Field f) { return f.numeric.mean; }, 0, false},
+    {"", "Std. Deviation", Kind::Spread, [](Field f) { return f.numeric.standardDeviation; },
+     kAboveOne, false},
+    {"", "Variance", Kind::Square, [](Field f) { return f.numeric.variance; }, kAboveOne, false},
+    {"", "Skewness", Kind::Shape, [](Field f) { return f.numeric.skewness; }, 3, true},
+    {"", "Kurtosis", Kind::Shape, [](Field f) { return f.numeric.kurtosis; }, 4, true},
+    {"", "Minimum", Kind::Range, [](Field f) { return f.least; }, 0, false},
+    {"", "Maximum", Kind::Range, [](Field f) { return f.greatest; }, 0, false},
+    {"Quartiles", "First", Kind::Between, [](Field f) { return f.numeric.firstQuartile; }, 0,
+     false},
+    {"Quartiles", "Median", Kind::Between, [](Field f) { return f.numeric.median; }, 0, false},
+    {"Quartiles", "Third", Kind::Between, [](Field f) { return f.numeric.thirdQuartile; }, 0,
+     false},
+};
+
+std::vector<Statistic> columnsFor(const DataSummary& summary, bool withSummaries)
+{
+    std::vector<Statistic> columns;
+    if (summary.weightField)
+        columns.assign(std::begin(kWeights), std::end(kWeights));
+    else
+        columns.assign(std::begin(kRecords), std::end(kRecords));
+    if (withSummaries)
+        columns.insert(columns.end(), std::begin(kSummaries), std::end(kSummaries));
+    return columns;
+}
+
+std::vector<Category> categoriesOf(const std::vector<Statistic>& columns)
+{
+    std::vector<Category> categories;
+    std::string_view group;
+    for (const Statistic& column : columns) {
+        Category leaf(text::fixed(column.title));
+        if (column.group.empty())
+            categories.push_back(std::move(leaf));
+        else if (column.group == group)
+            categories.back().members.push_back(std::move(leaf));
+        else
+            categories.emplace_back(text::fixed(std::string(column.group)),
+                                    std::vector{std::move(leaf)});
+        group = column.group;
+    }
+    return categories;
+}
+
+bool isCount(Kind kind)
+{
+    return kind == Kind::Records || kind == Kind::Weight;
+}
+
+/// Whether the statistic says something of such a field at all.
+bool applies(const Statistic& statistic, const CFField& field)
+{
+    return isCount(statistic.kind) || isNumber(field) ||
+           (isMoment(field) && statistic.kind == Kind::Range);
+}
+
+/// The decimals by which the first digits of a number are seen.
+int decimalsFor(double value)
+{
+    if (!(value > 0) || !std::isfinite(value))
+        return 0;
+    const double decimals = kDigitsShown - 1 - std::floor(std::log10(value));
+    return static_cast<int>(std::clamp(decimals, 0.0, static_cast<double>(kMostDecimals)));
+}
+
+int decimalsOfValues(const FieldSummary& field)
+{
+    if (const auto decimals = decimalsOf(field.field))
+        return *decimals;
+    const double extent =
+        std::max(std::abs(field.least.value_or(0)), std::abs(field.greatest.value_or(0)));
+    return decimalsFor(field.numeric.standardDeviation.value_or(extent));
+}
+
+Json countFormat(Kind kind)
+{
+    return numberFormat(kind == Kind::Weight ? kDecimalsOfWeights : 0);
+}
+
+Json formatFor(const Statistic& statistic, const FieldSummary& field)
+{
+    const int most = static_cast<int>(kMostDecimals);
+    const int decimals = decimalsOfValues(field);
+    const int between = std::max(std::min(decimals + kMoreDecimals, most),
+                                 decimalsFor(field.numeric.standardDeviation.value_or(0)));
+    switch (statistic.kind) {
+    case Kind::Records:
+    case Kind::Weight:
+        return countFormat(statistic.kind);
+    case Kind::Shape:
+        return numberFormat(kDecimalsOfShapes);
+    case Kind::Square:
+        return numberFormat(std::max(between, decimalsFor(field.numeric.variance.value_or(0))));
+    case Kind::Range:
+        return valueFormat(field.field, decimals);
+    default:
+        return valueFormat(field.field, between);
+    }
+}
+
+/// Why a statistic that applies has no value.
+const char* reasonOf(const Statistic& statistic, const FieldSummary& field)
+{
+    if (field.valid == 0)
+        return "There is no valid value.";
+    if (field.validWeight < statistic.leastWeight)
+        return "There are too few valid values.";
+    if (statistic.needsVariety && field.numeric.variance == 0.0)
+        return "All valid values are the same.";
+    return nullptr;
+}
+
+class Filling
+{
+public:
+    Filling(PivotTable& table, const std::vector<Statistic>& columns)
+        : _table(table), _columns(columns)
+    {
+    }
+
+    void countFormats()
+    {
+        for (std::size_t column = 0; column < _columns.size(); ++column)
+            if (isCount(_columns[column].kind))
+                _table.format({CellKeys::kAny, column}, countFormat(_columns[column].kind));
+    }
+
+    void row(std::size_t row, const FieldSummary& field)
+    {
+        for (std::size_t column = 0; column < _columns.size(); ++column)
+            if (applies(_columns[column], field.field))
+                cell({row, column}, _columns[column], field);
+    }
+
+private:
+    void cell(const PivotTable::Places& place, const Statistic& statistic,
+              const FieldSummary& field)
+    {
+        const std::optional<double> value = statistic.value(field);
+        _table.set(place, value);
+        if (!value)
+            explain(place, statistic, field);
+        else if (!isCount(statistic.kind))
+            _table.format(place, formatFor(statistic, field));
+    }
+
+    void explain(const PivotTable::Places& place, const Statistic& statistic,
+                 const FieldSummary& field)
+    {
+        const char* reason = reasonOf(statistic, field);
+        Json format = formatFor(statistic, field);
+        if (!reason) {
+            reason = "The result is beyond the range of numbers.";
+            // What cannot be negative is too large, and so is told as what it is.
+            if (statistic.kind == Kind::Spread || statistic.kind == Kind::Square) {
+                format["positiveInfinity"] = true;
+                _table.set(place, 0);
+            }
+        }
+        _table.note(place, _table.footnote(text::fixed(reason)), format);
+    }
+
+    PivotTable& _table;
+    const std::vector<Statistic>& _columns;
+};
+
+void tellWeight(PivotTable& table, const DataSummary& summary)
+{
+    if (!summary.weightField)
+        return;
+    table.addCaption(
+        text::composite({text::fixed("Weighted by "), text::field(*summary.weightField)}));
+    if (summary.leftOut > 0)
+        table.noteTitle(table.footnote(text::composite(
+            {text::fixed("Records left out, since their weight is missing, not above 0 or "
+                         "infinite: "),
+             text::number(static_cast<double>(summary.leftOut), numberFormat(0))})));
+}
+
+} // namespace
+
+Json statisticsTable(const DataSummary& summary, bool withSummaries)
+{
+    const std::vector<Statistic> columns = columnsFor(summary, withSummaries);
+    std::vector<Category> fields;
+    for (const FieldSummary& field : summary.fields)
+        fields.emplace_back(text::field(field.field.GetName()));
+    PivotTable table("descriptives.statistics", text::fixed("Descriptive Statistics"),
+                     {{text::fixed("Fields"), "row", std::move(fields)},
+                      {text::fixed("Statistics"), "column", categoriesOf(columns)}});
+    tellWeight(table, summary);
+    Filling filling(table, columns);
+    filling.countFormats();
+    for (std::size_t row = 0; row < summary.fields.size(); ++row)
+        filling.row(row, summary.fields[row]);
+    return table.json();
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,54 @@
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <memory>
+
+#include <sys/resource.h>
+
+#include "VexaDataViews.h"
+#include "host/CaseFiles.h"
+#include "support/ScratchFolder.h"
+
+namespace {
+
+using namespace casefiles;
+
+/// Enough cases to fill the buffer of a copy several times over, and not to the brim.
+std::vector<Row> manyCases()
+{
+    std::vector<Row> rows;
+    for (int i = 0; i < 20'011; ++i)
+        rows.push_back({i % 7 == 0 ? kSystemMissing : i / 4.0,
+                        std::string(static_cast<std::size_t>(i % 38), 'a'), -1.0 * i});
+    return rows;
+}
+
+} // namespace
+
+TEST(CaseCopy, ServesSeveralReadersAtOnceAndFailsClearly)
+{
+    const ScratchFolder scratch;
+    const std::string name = scratch.name("many.sav");
+    const std::vector<Row> rows = manyCases();
+    writeSav(name, {variable("a"), variable("t", 37), variable("b")}, rows);
+    const UserInputCaseFile file(specOf(name, false), nullptr);
+    const TempFileDataStore copy(*file.DataSource());
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit = {};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit full = {300'000, limit.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &full);
+    const std::string said = refusalOf([&] { casesOf(copy); });
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, before);
+    EXPECT_EQ(said, "the cases cannot be kept: File too large");
+
+    const std::unique_ptr<VEXA_InputCaseIterator> ahead(copy.MakeIterator(nullptr));
+    for (int i = 0; i < 15'000; ++i)
+        ASSERT_EQ(ahead->NextCase(), 1);
+    EXPECT_EQ(casesOf(copy), rows);
+    EXPECT_EQ(ahead->GetCaseCount(), 15'000);
+    EXPECT_EQ(ahead->GetNumericValue(2), -14'999);
+    EXPECT_EQ(ahead->NextCase(), 1);
+    EXPECT_EQ(ahead->GetNumericValue(2), -15'000);
+}
