@@ -158,14 +158,8 @@ TEST(OutputText, NamesLabelsAndDimensionsMayBeHidden)
     columns->Position(TnDimension::Column, 1, true, true);
     EXPECT_EQ(textOf(procedure), "\n┌─────┐\n│ 1.0 │\n│ 2.0 │\n└─────┘\n");
     rows->Position(TnDimension::Row, 1, false, true);
-    EXPECT_EQ(textOf(procedure), R"(
-┌──────┬─────┐
-│ rows │     │
-├──────┼─────┤
-│      │ 1.0 │
-│      │ 2.0 │
-└──────┴─────┘
-)");
+    EXPECT_EQ(textOf(procedure), "\n┌──────┬─────┐\n│ rows │ 1.0 │\n│      │ 2.0 │\n"
+                                 "└──────┴─────┘\n");
 }
 
 TEST(OutputText, HeadingsAndMessagesStandInOrder)

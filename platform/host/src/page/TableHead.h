@@ -3,7 +3,7 @@
 #include <iosfwd>
 #include <string>
 
-#include "page/TableAxis.h"
+#include "output/TableAxis.h"
 #include "page/TableNotes.h"
 
 /// What the parts of one grid of a table share. `named`: whether cells name the labels that they

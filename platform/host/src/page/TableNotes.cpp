@@ -1,35 +1,12 @@
 #include "page/TableNotes.h"
 
-#include <algorithm>
 #include <ostream>
 
 #include "output/StringTable.h"
 #include "page/PageText.h"
 
-namespace {
-
-/// a to z, then aa, ab and so on.
-std::string letters(std::size_t number)
-{
-    std::string text;
-    for (std::size_t rest = number + 1; rest > 0; rest = (rest - 1) / 26)
-        text.insert(text.begin(), static_cast<char>('a' + (rest - 1) % 26));
-    return text;
-}
-
-} // namespace
-
-std::vector<std::string> noteMarkers(const std::vector<OutputNote>& notes)
-{
-    std::vector<std::string> markers;
-    std::size_t counted = 0;
-    for (const OutputNote& note : notes)
-        markers.push_back(note.marker.empty() ? letters(counted++) : note.marker);
-    return markers;
-}
-
 TableNotes::TableNotes(const OutputTable& table, std::string anchor)
-    : _notes(table.notes), _anchor(std::move(anchor)), _markers(noteMarkers(table.notes)),
+    : _notes(table.notes), _anchor(std::move(anchor)), _markers(noteMarkers(table)),
       _isMarked(table.notes.size(), false)
 {
 }

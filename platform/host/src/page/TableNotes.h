@@ -6,9 +6,6 @@
 
 #include "OutputTable.h"
 
-/// The marker of each footnote of a table: its own, or a letter, counted over those without.
-std::vector<std::string> noteMarkers(const std::vector<OutputNote>& notes);
-
 /// The footnotes of a table: superscripts where they belong, each a link to the note, and the notes
 /// themselves, each with a link back to its first superscript. The table is borrowed.
 class TableNotes

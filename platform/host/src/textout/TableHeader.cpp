@@ -1,50 +1,25 @@
 #include "textout/TableHeader.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "TerminalText.h"
 
 namespace {
 
-/// One row of the header over the columns: names of a dimension, or labels of a level.
-struct HeaderLine
+/// Whether the corner names a row dimension; one without labels is named by a label of its own.
+bool isNamed(const TableAxis::Head& head)
 {
-    std::size_t part = 0;
-    std::optional<std::size_t> depth; ///< nothing for the name
-};
-
-std::vector<HeaderLine> headerLines(const TextAxis& columns)
-{
-    std::vector<HeaderLine> lines;
-    for (std::size_t part = 0; part < columns.parts().size(); ++part) {
-        if (columns.parts()[part].hasName())
-            lines.push_back({part, std::nullopt});
-        for (std::size_t depth = 0; depth < columns.parts()[part].depth; ++depth)
-            lines.push_back({part, depth});
-    }
-    return lines;
-}
-
-bool hasRowNames(const TextAxis& rows)
-{
-    return std::any_of(rows.parts().begin(), rows.parts().end(),
-                       [](const TextAxis::Part& part) { return part.hasName(); });
-}
-
-/// The columns that the labels of a row dimension take; a name takes one even without labels.
-std::size_t columnsOf(const TextAxis::Part& part)
-{
-    return std::max<std::size_t>(part.depth, part.hasName() ? 1 : 0);
+    return !head.dimension->hidesName && !head.dimension->hidesChildren;
 }
 
 class HeaderBuilder
 {
 public:
-    HeaderBuilder(TextGrid& grid, const OutputTable& table, const TextAxis& rows,
-                  const TextAxis& columns, const NoteSigns& signs)
-        : _grid(grid), _table(table), _rows(rows), _columns(columns), _signs(signs),
-          _lines(headerLines(columns))
+    HeaderBuilder(TextGrid& grid, const OutputTable& table, const TableAxis& rows,
+                  const TableAxis& columns, const NoteSigns& signs)
+        : _grid(grid), _table(table), _heads(rows.heads()), _columns(columns), _signs(signs),
+          _levels(static_cast<std::size_t>(columns.levels())),
+          _hasNames(std::any_of(_heads.begin(), _heads.end(), isNamed))
     {
     }
     void build();
@@ -52,100 +27,75 @@ public:
 private:
     void corner();
     void rowNames(std::size_t top);
-    void line(std::size_t row);
-    std::size_t name(std::size_t row, std::size_t column);
-    std::size_t label(std::size_t row, std::size_t column);
-    std::size_t untilNextLine(std::size_t row, std::size_t rows) const;
-    void add(std::string text, const std::vector<int>& notes, std::size_t row, std::size_t column,
-             std::size_t rows, std::size_t columns);
+    void labels(std::size_t level);
+    void add(const TextGrid::Label& label);
 
     TextGrid& _grid;
     const OutputTable& _table;
-    const TextAxis& _rows;
-    const TextAxis& _columns;
+    std::vector<TableAxis::Head> _heads;
+    const TableAxis& _columns;
     const NoteSigns& _signs;
-    std::vector<HeaderLine> _lines;
+    std::size_t _levels; ///< of the columns
+    bool _hasNames;
 };
 
-void HeaderBuilder::add(std::string text, const std::vector<int>& notes, std::size_t row,
-                        std::size_t column, std::size_t rows, std::size_t columns)
+void HeaderBuilder::add(const TextGrid::Label& label)
 {
-    if (rows > 0 && columns > 0)
-        _grid.header.push_back({std::move(text), _signs.signs(notes), row, column, rows, columns});
+    if (label.rows > 0 && label.columns > 0)
+        _grid.header.push_back(label);
 }
 
 void HeaderBuilder::build()
 {
-    const std::size_t inCorner = (_table.cornerText ? 1U : 0U) + (hasRowNames(_rows) ? 1U : 0U);
-    _grid.headerRows = std::max(_lines.size(), inCorner);
+    const std::size_t inCorner = (_table.cornerText ? 1U : 0U) + (_hasNames ? 1U : 0U);
+    _grid.headerRows = std::max(_levels, inCorner);
     corner();
-    if (_lines.empty())
-        add({}, {}, 0, _grid.keyCount, _grid.headerRows, _columns.size());
-    else
-        for (std::size_t row = 0; row < _lines.size(); ++row)
-            line(row);
+    if (_levels == 0)
+        add({{}, {}, 0, _grid.keyCount, _grid.headerRows, _columns.size()});
+    for (std::size_t level = 0; level < _levels; ++level)
+        labels(level);
 }
 
 void HeaderBuilder::corner()
 {
-    const bool hasNames = hasRowNames(_rows);
     const std::size_t textRows =
-        _table.cornerText || !hasNames ? _grid.headerRows - (hasNames ? 1 : 0) : 0;
-    add(_table.cornerText ? _table.cornerText->text : std::string(), {}, 0, 0, textRows,
-        _grid.keyCount);
-    if (hasNames)
+        _table.cornerText || !_hasNames ? _grid.headerRows - (_hasNames ? 1 : 0) : 0;
+    add({_table.cornerText ? _table.cornerText->text : std::string(),
+         {},
+         0,
+         0,
+         textRows,
+         _grid.keyCount});
+    if (_hasNames)
         rowNames(textRows);
 }
 
 void HeaderBuilder::rowNames(std::size_t top)
 {
     std::size_t column = 0;
-    for (const TextAxis::Part& part : _rows.parts()) {
-        const std::size_t columns = columnsOf(part);
-        if (part.hasName())
-            add(part.dimension->name.text, part.dimension->notes, top, column,
-                _grid.headerRows - top, columns);
-        else
-            add({}, {}, top, column, _grid.headerRows - top, columns);
-        column += columns;
+    for (const TableAxis::Head& head : _heads) {
+        TextGrid::Label label{
+            {}, {}, top, column, _grid.headerRows - top, static_cast<std::size_t>(head.levels)};
+        if (isNamed(head)) {
+            label.text = head.dimension->name.text;
+            label.mark = _signs.signs(head.dimension->notes);
+        }
+        add(label);
+        column += label.columns;
     }
 }
 
-void HeaderBuilder::line(std::size_t row)
+/// What ends the labels of the last level ends the header.
+void HeaderBuilder::labels(std::size_t level)
 {
-    for (std::size_t column = 0; column < _columns.size();)
-        column += _lines[row].depth ? label(row, column) : name(row, column);
-}
-
-/// What ends the labels of the last line ends the header.
-std::size_t HeaderBuilder::untilNextLine(std::size_t row, std::size_t rows) const
-{
-    return row + rows == _lines.size() ? _grid.headerRows - row : rows;
-}
-
-std::size_t HeaderBuilder::name(std::size_t row, std::size_t column)
-{
-    const TextAxis::Part& part = _columns.parts()[_lines[row].part];
-    const std::size_t width = part.stride * part.leaves.size();
-    add(part.dimension->name.text, part.dimension->notes, row, _grid.keyCount + column,
-        untilNextLine(row, 1), width);
-    return width;
-}
-
-std::size_t HeaderBuilder::label(std::size_t row, std::size_t column)
-{
-    const TextAxis::Level level{_lines[row].part, *_lines[row].depth};
-    std::size_t width = 1;
-    while (column + width < _columns.size() && _columns.continues(level, column + width))
-        ++width;
-    // One that ended above lies over this line, too.
-    if (const OutputCategory* const category = _columns.label(level, column)) {
-        const TextAxis::Part& part = _columns.parts()[level.part];
-        const bool isLast = _columns.labels(level.part, column).size() == level.depth + 1;
-        add(category->label.text, category->notes, row, _grid.keyCount + column,
-            untilNextLine(row, isLast ? part.depth - level.depth : 1), width);
+    for (std::size_t column = 0; column < _columns.size(); ++column) {
+        const std::optional<AxisLabel> label = _columns.labelAt(column, static_cast<int>(level));
+        if (!label)
+            continue;
+        const auto depth = static_cast<std::size_t>(label->depth);
+        add({label->text->text, _signs.signs(*label->notes), level, _grid.keyCount + column,
+             level + depth == _levels ? _grid.headerRows - level : depth, label->span});
     }
-    return width;
 }
 
 } // namespace
@@ -164,16 +114,13 @@ std::string NoteSigns::signs(const std::vector<int>& notes) const
     return all;
 }
 
-std::size_t keyColumns(const OutputTable& table, const TextAxis& rows)
+std::size_t keyColumns(const OutputTable& table, const TableAxis& rows)
 {
-    std::size_t count = 0;
-    for (const TextAxis::Part& part : rows.parts())
-        count += columnsOf(part);
-    return count == 0 && table.cornerText ? 1 : count;
+    return std::max<std::size_t>(static_cast<std::size_t>(rows.levels()), table.cornerText ? 1 : 0);
 }
 
-void setHeader(TextGrid& grid, const OutputTable& table, const TextAxis& rows,
-               const TextAxis& columns, const NoteSigns& signs)
+void setHeader(TextGrid& grid, const OutputTable& table, const TableAxis& rows,
+               const TableAxis& columns, const NoteSigns& signs)
 {
     HeaderBuilder(grid, table, rows, columns, signs).build();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TextGrid.h"
-#include "textout/TextAxis.h"
+#include "output/TableAxis.h"
 
 /// Signs of footnotes, as they stand behind what they belong to.
 class NoteSigns
@@ -16,10 +16,10 @@ private:
     std::vector<std::string> _signs;
 };
 
-/// The number of columns that hold the labels of the rows.
-std::size_t keyColumns(const OutputTable& table, const TextAxis& rows);
+/// The number of columns that hold the labels of the rows, or the corner text alone.
+std::size_t keyColumns(const OutputTable& table, const TableAxis& rows);
 
 /// Sets the header of a table: the labels of its columns, and before them the corner, with the
 /// corner text over the names of the row dimensions.
-void setHeader(TextGrid& grid, const OutputTable& table, const TextAxis& rows,
-               const TextAxis& columns, const NoteSigns& signs);
+void setHeader(TextGrid& grid, const OutputTable& table, const TableAxis& rows,
+               const TableAxis& columns, const NoteSigns& signs);

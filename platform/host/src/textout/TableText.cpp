@@ -4,7 +4,7 @@
 
 #include "TerminalText.h"
 #include "TextGrid.h"
-#include "textout/TextAxis.h"
+#include "output/TableAxis.h"
 #include "textout/TableHeader.h"
 #include "textout/TextPage.h"
 
@@ -28,20 +28,6 @@ std::string withLineEnds(std::string text)
     return text;
 }
 
-/// The level of the row labels that a key column shows; nothing for one that has a name alone.
-std::vector<std::optional<TextAxis::Level>> levelsOfKeys(const TextAxis& rows)
-{
-    std::vector<std::optional<TextAxis::Level>> levels;
-    for (std::size_t part = 0; part < rows.parts().size(); ++part) {
-        const std::size_t depth = rows.parts()[part].depth;
-        for (std::size_t level = 0; level < depth; ++level)
-            levels.emplace_back(TextAxis::Level{part, level});
-        if (depth == 0 && rows.parts()[part].hasName())
-            levels.emplace_back();
-    }
-    return levels;
-}
-
 /// Writes one table; borrows it.
 class TableWriter
 {
@@ -49,15 +35,17 @@ public:
     TableWriter(const OutputTable& table, TextPage& page)
         : _table(table), _page(page), _rows(table, TnDimension::Row),
           _columns(table, TnDimension::Column), _layers(table, TnDimension::Layer), _signs(table),
-          _keyLevels(levelsOfKeys(_rows)), _address(table.dimensions.size(), 0)
+          _address(table.dimensions.size(), 0)
     {
+        for (const TableAxis::Head& head : _layers.heads())
+            _layerLeaves.push_back(shownLeaves(*head.dimension));
     }
     void write();
 
 private:
     void title();
     void layer(std::size_t position);
-    std::string layerText(std::size_t part, std::size_t position) const;
+    std::string layerText(std::size_t number, std::size_t position) const;
     TextGrid grid();
     TextGrid::Cell key(std::size_t row, std::size_t column) const;
     TextGrid::Cell cell(std::size_t row, std::size_t column);
@@ -66,12 +54,12 @@ private:
 
     const OutputTable& _table;
     TextPage& _page;
-    TextAxis _rows;
-    TextAxis _columns;
-    TextAxis _layers;
+    TableAxis _rows;
+    TableAxis _columns;
+    TableAxis _layers;
     NoteSigns _signs;
-    std::vector<std::optional<TextAxis::Level>> _keyLevels;
-    OutputCells::Address _address; ///< of the cell that is written
+    std::vector<std::vector<OutputLeaf>> _layerLeaves; ///< by dimension
+    OutputCells::Address _address;                     ///< of the cell that is written
 };
 
 void TableWriter::title()
@@ -85,26 +73,33 @@ void TableWriter::title()
         _page.write(group);
 }
 
-std::string TableWriter::layerText(std::size_t part, std::size_t position) const
+std::string TableWriter::layerText(std::size_t number, std::size_t position) const
 {
-    const TextAxis::Part& of = _layers.parts()[part];
+    const OutputDimension& dimension = *_layers.heads()[number].dimension;
     std::string text;
-    for (const OutputCategory* label : _layers.labels(part, position))
-        text += (text.empty() ? "" : " / ") + label->label.text + _signs.signs(label->notes);
-    if (!of.hasName())
+    if (!dimension.hidesName)
+        text = dimension.name.text + _signs.signs(dimension.notes);
+    if (dimension.hidesChildren)
         return text;
-    return of.dimension->name.text + _signs.signs(of.dimension->notes) +
-           (text.empty() ? "" : ": " + text);
+    const char* before = text.empty() ? "" : ": ";
+    for (const int node : _layerLeaves[number][_layers.categoryAt(number, position)].path) {
+        const OutputCategory& category = dimension.nodes[static_cast<std::size_t>(node)];
+        if (!category.isShown)
+            continue;
+        text += before + category.label.text + _signs.signs(category.notes);
+        before = " › ";
+    }
+    return text;
 }
 
 void TableWriter::layer(std::size_t position)
 {
     if (position > 0)
         _page.beginBlock();
-    for (std::size_t part = 0; part < _layers.parts().size(); ++part)
-        if (const std::string text = layerText(part, position); !text.empty())
+    for (std::size_t number = 0; number < _layerLeaves.size(); ++number)
+        if (const std::string text = layerText(number, position); !text.empty())
             _page.write(text);
-    _layers.put(position, _address);
+    _layers.setAddress(position, _address);
     drawTextGrid(grid(), _page.options().width, _page.out());
 }
 
@@ -128,19 +123,17 @@ TextGrid TableWriter::grid()
 
 TextGrid::Cell TableWriter::key(std::size_t row, std::size_t column) const
 {
-    if (column >= _keyLevels.size() || !_keyLevels[column] ||
-        _rows.continues(*_keyLevels[column], row))
+    if (column >= static_cast<std::size_t>(_rows.levels()))
         return {};
-    const OutputCategory* const category = _rows.label(*_keyLevels[column], row);
-    if (!category)
-        return {};
-    return {category->label.text, _signs.signs(category->notes), false};
+    const std::optional<AxisLabel> label = _rows.labelAt(row, static_cast<int>(column));
+    return label ? TextGrid::Cell{label->text->text, _signs.signs(*label->notes), false}
+                 : TextGrid::Cell();
 }
 
 TextGrid::Cell TableWriter::cell(std::size_t row, std::size_t column)
 {
-    _rows.put(row, _address);
-    _columns.put(column, _address);
+    _rows.setAddress(row, _address);
+    _columns.setAddress(column, _address);
     std::optional<OutputCell> found = _table.cells.at(_address);
     if (!found)
         return {};
@@ -149,14 +142,13 @@ TextGrid::Cell TableWriter::cell(std::size_t row, std::size_t column)
             _signs.signs(found->notes), isNumber};
 }
 
-/// Rows with another outermost label are set off, if one of them has more labels than that.
+/// Outermost labels are set off from each other, if one of the two lies over several rows.
 bool TableWriter::beginsGroup(std::size_t row) const
 {
-    if (_rows.levels().empty())
+    if (_rows.levels() == 0)
         return false;
-    const TextAxis::Level& outermost = _rows.levels().front();
-    return !_rows.continues(outermost, row) &&
-           (_rows.hasDeeper(outermost, row) || _rows.hasDeeper(outermost, row - 1));
+    const std::optional<AxisLabel> label = _rows.labelAt(row, 0);
+    return label && (label->span > 1 || !_rows.labelAt(row - 1, 0));
 }
 
 void TableWriter::notes()

@@ -1,4 +1,4 @@
-#include "page/TableAxis.h"
+#include "output/TableAxis.h"
 
 #include <algorithm>
 
