@@ -112,7 +112,7 @@ struct HVINTEG_HIDDEN HVDescriptive::Impl
     void putInputFields(const std::vector<std::string>& fields, const std::string& weight);
     void putDateFields(const std::vector<std::string>& fields, bool standard);
     void BuildDescriptiveJson();
-    std::string GetHVL(const std::vector<HVSimpleContainer*>& containers) const;
+    std::string GetHVL(const std::vector<HVSimpleContainer*>& containers);
     bool RunDescriptive(HVSimpleContainer* first, HVSimpleContainer* second);
     bool execute();
     bool readModel(const HVSimpleContainer& stat, std::string& model);
@@ -152,7 +152,7 @@ std::string HVDescriptive::Impl::weightField() const
     return {};
 }
 
-std::string HVDescriptive::Impl::GetHVL(const std::vector<HVSimpleContainer*>& containers) const
+std::string HVDescriptive::Impl::GetHVL(const std::vector<HVSimpleContainer*>& containers)
 {
     std::string list;
     for (const HVSimpleContainer* container : containers)

@@ -30,8 +30,9 @@ std::vector<Category> rows()
             leaf("Units from point to point"),
             leaf("First point"),
             leaf("Last point"),
-            {text::fixed("Points"), {leaf("Total"), leaf("Occurring"), leaf("Missing")}},
-            {text::fixed("Records"), {leaf("At the point of another"), leaf("Without a point")}}};
+            Category(text::fixed("Points"), {leaf("Total"), leaf("Occurring"), leaf("Missing")}),
+            Category(text::fixed("Records"),
+                     {leaf("At the point of another"), leaf("Without a point")})};
 }
 
 /// The fields that make up the point of time.
