@@ -36,7 +36,8 @@ Json edgeOf(const CFField& field, double edge)
     return text ? Json(*text) : Json();
 }
 
-/// Times of the day lie on the first day of the scale: the axis shows the time only.
+/// Times of the day lie on the first day of the scale: the axis shows the time only. Of dates it
+/// shows all, since months alone do not tell them apart.
 Json binAxis(const CFField& field, const std::string& reference)
 {
     Json axis = {{"field", reference}, {"title", chart::axisTitle(chart::titleOf(field))}};
@@ -49,6 +50,8 @@ Json binAxis(const CFField& field, const std::string& reference)
     axis["scale"] = {{"type", "utc"}};
     if (field.GetStorage() == CFField::Time)
         axis["axis"] = {{"format", "%H:%M:%S"}};
+    else if (field.GetStorage() == CFField::Date)
+        axis["axis"] = {{"format", "%Y-%m-%d"}};
     return axis;
 }
 
@@ -163,6 +166,8 @@ std::optional<Json> histogramChart(const FieldSummary& field, const std::string&
                                     " values in " + std::to_string(rows->size()) + " bins" +
                                     missingText(field);
     Json specification = chart::barSpecification(title, description, std::move(*rows));
+    // Said, since bars from one point of time to another would be taken for lying ones.
+    specification["mark"]["orient"] = "vertical";
     specification["encoding"] = {
         {"x", binAxis(field.field, chart::columnReference(begin))},
         {"x2", {{"field", chart::columnReference(end)}}},
