@@ -164,9 +164,8 @@ void CommandLine::addDescribe()
         "List the distinct values of a category if there are\nno more; 100 by default, -1 for any")
         ->check(wholeNumberFrom(-1));
     add("--format", _describe.format, "FORM",
-        "How it is shown; csv has the statistics alone;\nby the name of a file if it ends in "
-        ".html, "
-        ".json or .csv")
+        "How it is shown; csv has the statistics alone. By\ndefault what the file is named after; "
+        "else text")
         ->check(CLI::IsMember({"text", "html", "csv", "json"}));
     add("-o", _describe.output, "FILE", "Write the description to this file")->check(notEmpty());
     app->add_flag("--force", _describe.force, "Replace an existing file")->group("Description");
@@ -209,7 +208,7 @@ void CommandLine::addRender()
         "Places in a line of text; by default as many as the\nterminal has")
         ->check(wholeNumberFrom(20));
     add("--format", _render.format, "FORM",
-        "How it is shown, text or html; by the name of a\nfile if it ends in .html")
+        "How it is shown; by default a page in a file that is\nnamed .html, else text")
         ->check(CLI::IsMember({"text", "html"}));
     add("-o", _render.output, "FILE", "Write the output to this file")->check(notEmpty());
     app->add_flag("--force", _render.force, "Replace an existing file")->group("Output");

@@ -92,7 +92,7 @@ std::string nameOf(const GroupDescription& group)
 }
 
 /// What the statistics do not tell of the cases they are of, a line each.
-std::vector<std::string> factsOf(const GroupDescription& group)
+std::vector<std::string> factsOf(const Description& description, const GroupDescription& group)
 {
     const FacSTDictionary strings;
     std::vector<std::string> lines;
@@ -100,8 +100,10 @@ std::vector<std::string> factsOf(const GroupDescription& group)
         lines.push_back(strings.LookUp(key) + ": " + number);
     };
     tell("Cases", group.facts.at("records"));
-    if (const auto weight = factOf(group.facts, "weight"))
-        tell("Sum of weights", *weight);
+    if (!description.weight.empty()) {
+        lines.push_back(strings.LookUp("Weighted by ") + description.weight);
+        tell("Sum of weights", group.facts.at("weight"));
+    }
     if (group.leftOut > 0)
         tell("Cases left out, without a weight", std::to_string(group.leftOut));
     return lines;
@@ -128,7 +130,7 @@ void DescriptionOutput::add(const GroupDescription& group, const std::string& re
 {
     TnProcedure procedure(nameOf(group), &data);
     Rendering(_session, procedure, _description.file, results)
-        .render(OrderMaker(results).make(factsOf(group)));
+        .render(OrderMaker(results).make(factsOf(_description, group)));
     if (group.key.empty())
         _heading->items = procedure.node()->items;
     else
