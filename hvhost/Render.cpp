@@ -6,13 +6,16 @@
 
 #include "CommandFault.h"
 #include "Commands.h"
+#include "ErrorText.h"
 #include "HostSession.h"
 #include "InterruptWatch.h"
 #include "JNIException.h"
 #include "JsonFile.h"
+#include "OutputPage.h"
 #include "OutputText.h"
 #include "RenderOrder.h"
 #include "ShownResult.h"
+#include "StandardStreams.h"
 #include "TextTable.h"
 #include "TnOutput.h"
 #include "render/jsonToTarn.h"
@@ -117,8 +120,8 @@ bool wantsColours(bool toFile)
     return !toFile && isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0');
 }
 
-void writeOutput(const OutputHeading& output, const RenderOptions& options, bool toFile,
-                 std::ostream& out)
+void writeText(const OutputHeading& output, const RenderOptions& options, bool toFile,
+               std::ostream& out)
 {
     OutputTextOptions text;
     text.width = options.width > 0 ? static_cast<std::size_t>(options.width)
@@ -126,6 +129,26 @@ void writeOutput(const OutputHeading& output, const RenderOptions& options, bool
                                    : outputWidth();
     text.colours = wantsColours(toFile);
     writeOutputText(output, text, out);
+}
+
+void writePage(const OutputHeading& output, const RenderOptions& options, std::ostream& out)
+{
+    OutputPage page(output);
+    if (options.document != kStandardStream)
+        page.setSubtitle(options.document);
+    try {
+        page.write(out);
+    } catch (const ErrorText& error) {
+        throw CommandFault(ExitStatus::JobFailed, error.what());
+    }
+}
+
+/// The form that is asked for, else the one that the name of the file speaks of, else text.
+bool isPage(const RenderOptions& options)
+{
+    const std::string extension = std::filesystem::path(options.output).extension().string();
+    const bool isNamedSo = extension == ".html" || extension == ".htm";
+    return options.format.empty() ? isNamedSo : options.format == "html";
 }
 
 } // namespace
@@ -139,6 +162,11 @@ void render(const RenderOptions& options, const CommonOptions& common)
     HostSession session("render", common, watch);
     const auto output = renderAll(orders, document, options.debug, session, watch);
     session.countShownWarnings();
-    result.deliver([&](std::ostream& out) { writeOutput(*output, options, result.isFile(), out); });
+    result.deliver([&](std::ostream& out) {
+        if (isPage(options))
+            writePage(*output, options, out);
+        else
+            writeText(*output, options, result.isFile(), out);
+    });
     session.finish();
 }

@@ -103,6 +103,10 @@ class Render(Case):
         self.run_hvhost("render", WEATHER, "-o", out, status=2)
         self.run_hvhost("render", WEATHER, "-o", out, "--force", "--width", 200)
         self.assertIn("│ Days[a] │ Mean │\n├", out.read_text(encoding="utf-8"))
+        page = self.folder / "out.html"
+        self.run_hvhost("render", WEATHER, "-o", page)
+        self.assertRegex(page.read_text(encoding="utf-8"), r"(?si)^<!DOCTYPE html>.*<title>weather.*Days by kind")
+        self.assertIn("<table", self.run_hvhost("render", WEATHER, "--format", "html").stdout)
         self.assertRegex(self.run_hvhost("render", WEATHER, "--debug").stdout, r"Debug\n┌[^┐]*┐\n│ Comment +│ Time")
 
     def test_a_large_table_is_shown_whole(self):
