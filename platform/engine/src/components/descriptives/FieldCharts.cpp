@@ -158,11 +158,12 @@ std::optional<Json> histogramChart(const FieldSummary& field, const std::string&
     if (!rows)
         return std::nullopt;
     const std::string& title = chart::titleOf(field.field);
-    Json specification = chart::barSpecification(
-        title,
-        "Histogram of " + title + ": " + std::to_string(field.valid) + " values in " +
-            std::to_string(rows->size()) + " bins" + missingText(field),
-        std::move(*rows));
+    const std::string description = "Histogram of " + title + ": " + std::to_string(field.valid) +
+                                    " values in " + std::to_string(rows->size()) + " bins" +
+                                    missingText(field);
+    Json specification = chart::barSpecification(title, description, std::move(*rows));
+    // Bars from one moment to another would lie down of themselves.
+    specification["mark"]["orient"] = "vertical";
     specification["encoding"] = {
         {"x", binAxis(field.field, chart::columnReference(begin))},
         {"x2", {{"field", chart::columnReference(end)}}},
