@@ -146,7 +146,7 @@ void CommandLine::addDescribe()
         command("describe", "Describe the variables of a dataset.",
                 "  hvhost describe weather.csv\n"
                 "  hvhost describe weather.csv wind weather --date date --format json\n"
-                "  hvhost describe penguins.csv body_mass_g --by species,sex -o masses.csv\n");
+                "  hvhost describe penguins.csv --by species -o penguins.html\n");
     addCasesOptions(*app, _describe.input);
     app->add_option("VARIABLE", _describe.variables,
                     "What to describe; all that neither weigh\nnor split if none is named")
@@ -164,9 +164,10 @@ void CommandLine::addDescribe()
         "List the distinct values of a category if there are\nno more; 100 by default, -1 for any")
         ->check(wholeNumberFrom(-1));
     add("--format", _describe.format, "FORM",
-        "How it is shown; csv has the statistics alone;\nby the name of a file if it ends in .csv "
-        "or .json")
-        ->check(CLI::IsMember({"text", "csv", "json"}));
+        "How it is shown; csv has the statistics alone;\nby the name of a file if it ends in "
+        ".html, "
+        ".json or .csv")
+        ->check(CLI::IsMember({"text", "html", "csv", "json"}));
     add("-o", _describe.output, "FILE", "Write the description to this file")->check(notEmpty());
     app->add_flag("--force", _describe.force, "Replace an existing file")->group("Description");
     addPrintJob(*app, _describe.printJob);
@@ -210,6 +211,9 @@ void CommandLine::addRender()
     add("--width", _render.width, "N",
         "Places in a line of text; by default as many as the\nterminal has")
         ->check(wholeNumberFrom(20));
+    add("--format", _render.format, "FORM",
+        "How it is shown, text or html; by the name of a\nfile if it ends in .html")
+        ->check(CLI::IsMember({"text", "html"}));
     add("-o", _render.output, "FILE", "Write the output to this file")->check(notEmpty());
     app->add_flag("--force", _render.force, "Replace an existing file")->group("Output");
     app->add_flag("--debug", _render.debug, "Show what took how long, too")->group("Output");

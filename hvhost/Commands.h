@@ -41,7 +41,7 @@ struct DescribeOptions
     std::vector<std::string> by;    ///< empty: the split of the file
     std::vector<std::string> dates; ///< date variables, or numbers that make up a date
     int mostDistinct = 100;         ///< values of a variable that are told, -1 for any number
-    std::string format;             ///< text, csv or json; empty: by the name of the output
+    std::string format;             ///< text, html, csv or json; empty: by the name of the output
     std::string output;             ///< empty for standard output
     bool force = false;
     bool printJob = false;

@@ -158,6 +158,7 @@ std::optional<Json> histogramChart(const FieldSummary& field, const std::string&
     if (!rows)
         return std::nullopt;
     const std::string& title = chart::titleOf(field.field);
+    // Put together before the rows go.
     const std::string description = "Histogram of " + title + ": " + std::to_string(field.valid) +
                                     " values in " + std::to_string(rows->size()) + " bins" +
                                     missingText(field);

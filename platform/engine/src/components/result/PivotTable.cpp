@@ -69,6 +69,13 @@ void PivotTable::set(const Places& places, std::optional<double> value)
     _cells[_keys.position(places)] = value;
 }
 
+void PivotTable::setText(const Places& places, const Json& text)
+{
+    set(places, static_cast<double>(_cellLabels.size()));
+    format(places, {{"string", true}});
+    _cellLabels.push_back(text);
+}
+
 void PivotTable::format(const Places& places, const Json& format)
 {
     const bool isWide = std::find(places.begin(), places.end(), CellKeys::kAny) != places.end();
@@ -103,6 +110,8 @@ Json PivotTable::json() const
     }
     if (!_footnotes.empty())
         result["footnotes"] = _footnotes;
+    if (!_cellLabels.empty())
+        result["cellLabels"] = {{"values", _cellLabels}};
     if (!_caption.empty())
         result["caption"] = {{"show", true}, {"text", _caption}};
     result["formats"] = _wideFormats;
