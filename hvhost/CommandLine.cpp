@@ -211,9 +211,6 @@ void CommandLine::addRender()
     add("--width", _render.width, "N",
         "Places in a line of text; by default as many as the\nterminal has")
         ->check(wholeNumberFrom(20));
-    add("--format", _render.format, "FORM",
-        "How it is shown, text or html; by the name of a\nfile if it ends in .html")
-        ->check(CLI::IsMember({"text", "html"}));
     add("-o", _render.output, "FILE", "Write the output to this file")->check(notEmpty());
     app->add_flag("--force", _render.force, "Replace an existing file")->group("Output");
     app->add_flag("--debug", _render.debug, "Show what took how long, too")->group("Output");
