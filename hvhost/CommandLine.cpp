@@ -193,7 +193,7 @@ void CommandLine::addRender()
     CLI::App* const app =
         command("render", "Show the tables, charts and messages of a result document.",
                 "  hvhost render weather.json\n"
-                "  hvhost render weather.json --order weather-order.json -o weather.txt\n");
+                "  hvhost render weather.json --order weather-order.json -o weather.html\n");
     app->add_option("RESULT", _render.document, "The result document; - for standard input")
         ->type_name("FILE")
         ->required()
@@ -204,12 +204,12 @@ void CommandLine::addRender()
     add("--order", _render.order, "FILE",
         "What to show, where and how, as JSON; without it\nevery table and chart is shown")
         ->check(notEmpty());
+    add("--format", _render.format, "FORM",
+        "How it is shown; by the name of a file if it ends\nin .html, else text")
+        ->check(CLI::IsMember({"text", "html"}));
     add("--width", _render.width, "N",
         "Places in a line of text; by default as many as the\nterminal has")
         ->check(wholeNumberFrom(20));
-    add("--format", _render.format, "FORM",
-        "How it is shown; by default a page in a file that is\nnamed .html, else text")
-        ->check(CLI::IsMember({"text", "html"}));
     add("-o", _render.output, "FILE", "Write the output to this file")->check(notEmpty());
     app->add_flag("--force", _render.force, "Replace an existing file")->group("Output");
     app->add_flag("--debug", _render.debug, "Show what took how long, too")->group("Output");

@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "CommandFault.h"
+#include "ErrorText.h"
 #include "OutputPage.h"
 #include "OutputText.h"
 #include "TextTable.h"
@@ -18,6 +20,17 @@ bool wantsColours(bool toFile)
     return !toFile && isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0');
 }
 
+void writePage(const OutputHeading& output, const OutputLook& look, std::ostream& out)
+{
+    OutputPage page(output);
+    page.setSubtitle(look.subtitle);
+    try {
+        page.write(out);
+    } catch (const ErrorText& error) {
+        throw CommandFault(ExitStatus::JobFailed, error.what());
+    }
+}
+
 } // namespace
 
 std::string formOf(const std::string& asked, const std::string& path,
@@ -25,7 +38,9 @@ std::string formOf(const std::string& asked, const std::string& path,
 {
     if (!asked.empty())
         return asked;
-    const std::string extension = std::filesystem::path(path).extension().string();
+    std::string extension = std::filesystem::path(path).extension().string();
+    if (extension == ".htm")
+        extension = ".html";
     const auto named = std::find_if(forms.begin(), forms.end(), [&](const std::string& form) {
         return extension == "." + form;
     });
@@ -35,7 +50,7 @@ std::string formOf(const std::string& asked, const std::string& path,
 void writeOutput(const OutputHeading& output, const OutputLook& look, std::ostream& out)
 {
     if (look.form == "html") {
-        OutputPage(output).write(out);
+        writePage(output, look, out);
         return;
     }
     OutputTextOptions text;

@@ -11,6 +11,7 @@
 #include "RenderOrder.h"
 #include "Rendering.h"
 #include "ShownResult.h"
+#include "StandardStreams.h"
 #include "TnOutput.h"
 
 namespace {

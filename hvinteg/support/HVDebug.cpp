@@ -24,7 +24,7 @@ double secondsBetween(Clock::time_point from, Clock::time_point to)
 }
 
 // The share of a whole in percent. A whole of 0 gives what the division gives.
-[[gnu::no_sanitize("float-divide-by-zero")]] double percent(double part, double whole)
+__attribute__((no_sanitize("float-divide-by-zero"))) double percent(double part, double whole)
 {
     return part / whole * 100.0;
 }

@@ -155,6 +155,8 @@ TEST_F(ResultDocument, ShowsTheFiguresOfWeightedRecords)
 
     const json bins = part(document, "histograms", "f1").at("data").at("values");
     EXPECT_GT(bins.size(), 5U);
+    EXPECT_THAT(part(document, "histograms", "f1").at("description").get<std::string>(),
+                testing::HasSubstr(" values in " + std::to_string(bins.size()) + " bins"));
     for (const json& bin : bins)
         EXPECT_EQ(bin.at("count"), std::count_if(all.begin(), all.end(),
                                                  [&](const Record& record) {

@@ -1,8 +1,14 @@
 """hvhost render: result documents and order files in, text out."""
+import fcntl
 import json
+import os
+import pty
+import struct
+import subprocess
+import termios
 import unittest
 
-from hvhost_case import DATA, Case
+from hvhost_case import DATA, HVHOST, Case
 from page_reader import Page
 
 WEATHER = DATA / "weather.json"
@@ -118,6 +124,26 @@ class Render(Case):
         self.run_hvhost("render", WEATHER, "-o", out, "--force", "--format", "text")
         self.assertTrue(out.read_text(encoding="utf-8").startswith("weather\n═══"))
         self.run_hvhost("render", WEATHER, "--format", "pdf", status=2)
+
+    def on_terminal(self, columns, **environment):
+        own, other = pty.openpty()
+        fcntl.ioctl(other, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+        with subprocess.Popen([HVHOST, "render", WEATHER], stdout=other, env=self.environment(**environment)):
+            os.close(other)
+            shown = b""
+            try:
+                while chunk := os.read(own, 65536):
+                    shown += chunk
+            except OSError:  # the end of a terminal
+                pass
+        os.close(own)
+        return shown.decode()
+
+    def test_a_terminal_has_colours_and_a_width(self):
+        self.assertIn("\x1b[1mweather\x1b[0m", self.on_terminal(200))
+        plain = self.on_terminal(50, NO_COLOR="1")
+        self.assertNotIn("\x1b", plain)
+        self.assertLessEqual(max(map(len, plain.splitlines())), 50)
 
     def test_a_large_table_is_shown_whole(self):
         count = 300

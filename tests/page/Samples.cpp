@@ -152,13 +152,17 @@ const std::string kBars = R"({
   "description": "Days of each kind of weather, by year.",
   "usermeta": {"embedOptions": {"actions": true}},
   "data": {"values": [
-    {"weather": "sun", "days": 118, "year": "2012"}, {"weather": "sun", "days": 205, "year": "2013"},
-    {"weather": "rain", "days": 191, "year": "2012"}, {"weather": "rain", "days": 60, "year": "2013"},
+    {"weather": "sun", "days": 118, "year": "2012"},
+    {"weather": "sun", "days": 205, "year": "2013"},
+    {"weather": "rain", "days": 191, "year": "2012"},
+    {"weather": "rain", "days": 60, "year": "2013"},
     {"weather": "fog", "days": 26, "year": "2012"}, {"weather": "fog", "days": 82, "year": "2013"},
-    {"weather": "snow", "days": 21, "year": "2012"}, {"weather": "snow", "days": 2, "year": "2013"}]},
+    {"weather": "snow", "days": 21, "year": "2012"},
+    {"weather": "snow", "days": 2, "year": "2013"}]},
   "mark": {"type": "bar", "tooltip": true},
   "transform": [{"calculate": "datum.days / 366 * 100", "as": "share"}],
-  "encoding": {"x": {"field": "weather", "type": "nominal", "title": "Weather", "axis": {"labelAngle": 0}},
+  "encoding": {
+    "x": {"field": "weather", "type": "nominal", "title": "Weather", "axis": {"labelAngle": 0}},
     "xOffset": {"field": "year"},
     "y": {"field": "share", "type": "quantitative", "title": "Percent of days"},
     "color": {"field": "year", "type": "nominal", "title": "Year"}}})";
@@ -170,7 +174,8 @@ void addView(TnHeading& heading)
     description.assignUTF8("Model Overview");
     view.SetDescription(description);
     view.setInteractiveJSON(
-        R"({"0":{"fields":[{"name":"wind","level":"scale"}]},"1":{"target":"wind","fit":0.8127345612,
+        R"({"0":{"fields":[{"name":"wind","level":"scale"}]},"1":{"target":"wind",
+        "fit":0.8127345612,
         "inputs":[{"name":"temp_max","weight":0.62},{"name":"season","weight":0.38,"lag":2}],
         "residuals":)" +
         kBars + "}}");

@@ -118,9 +118,10 @@ class Page:
             if event.get("sessionId") != self.session:
                 continue
             method, parameters = event.get("method"), event.get("params", {})
-            if method == "Log.entryAdded" and parameters["entry"]["level"] in ("error", "warning"):
+            bad = ("error", "warning")
+            if method == "Log.entryAdded" and parameters["entry"]["level"] in bad:
                 found.append(parameters["entry"]["text"])
-            elif method == "Runtime.consoleAPICalled" and parameters["type"] in ("error", "warning"):
+            elif method == "Runtime.consoleAPICalled" and parameters["type"] in bad:
                 found.append(json.dumps(parameters["args"])[:500])
             elif method == "Runtime.exceptionThrown":
                 found.append(json.dumps(parameters["exceptionDetails"])[:500])

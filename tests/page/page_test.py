@@ -78,7 +78,7 @@ class Tables(unittest.TestCase):
 
     def test_footnotes_are_linked_both_ways(self):
         page = opened("sample")
-        notes = page.evaluate("""[...document.querySelectorAll("figure.table sup a")].map((mark) => {
+        notes = page.evaluate("""[...document.querySelectorAll("figure sup a")].map((mark) => {
             const note = document.querySelector(mark.getAttribute("href"));
             const back = note.querySelector(".back").getAttribute("href");
             return [mark.textContent, note.innerText.split(/\s/)[0], "#" + mark.id === back]; })""")
@@ -123,7 +123,8 @@ class Tables(unittest.TestCase):
             window.pasted = event.clipboardData.getData("text/plain"); });
             named("Means").closest("figure").querySelector(".copy").click()""")
         lines = page.evaluate("window.pasted").split("\n")
-        self.assertEqual(lines[:2], ["\tMeasure\tMeasure\tMeasure", "Region\tIncome\tSince\tRemark"])
+        self.assertEqual(lines[:2], ["\tMeasure\tMeasure\tMeasure",
+                                     "Region\tIncome\tSince\tRemark"])
         self.assertRegex(lines[2], r"^East\t34\d{3}\.\d{4,}\t2020/02/02\tfirst\\nsecond$")
         rows = "named('Weather by').tBodies[0].rows"
         page.evaluate(f"select({rows}[2].cells[1], {rows}[3].cells[1])")
@@ -188,10 +189,10 @@ class WholePages(unittest.TestCase):
             new MouseEvent("click", { bubbles: true }))""")
         self.assertEqual(page.complaints(), [])
         self.assertEqual(page.evaluate("document.querySelector('h1').textContent"), HOSTILE)
-        self.assertEqual(page.evaluate("document.querySelectorAll('img, iframe, [onerror]').length"),
-                         0)
-        self.assertEqual(page.evaluate("document.querySelector('figure.table td.text bdi').textContent"),
-                         HOSTILE)
+        made = "document.querySelectorAll('img, iframe, [onerror]').length"
+        self.assertEqual(page.evaluate(made), 0)
+        cell = "document.querySelector('figure.table td.text bdi').textContent"
+        self.assertEqual(page.evaluate(cell), HOSTILE)
         self.assertEqual(page.evaluate("getComputedStyle(document.querySelector('h3 bdi, h2 bdi'))"
                                        ".unicodeBidi"), "isolate")
         self.assertLessEqual(page.evaluate("document.documentElement.scrollWidth"), 1280)
@@ -210,9 +211,9 @@ class WholePages(unittest.TestCase):
         for dark in (False, True):
             page = opened("sample", dark=dark)
             page.evaluate(axe)
-            found = page.evaluate("""axe.run().then((result) => result.violations.filter((violation) =>
-                ["serious", "critical"].includes(violation.impact)).map((violation) =>
-                violation.id + " " + violation.nodes[0].html.slice(0, 200)))""")
+            found = page.evaluate("""axe.run().then((result) => result.violations
+                .filter((violation) => ["serious", "critical"].includes(violation.impact))
+                .map((violation) => violation.id + " " + violation.nodes[0].html.slice(0, 200)))""")
             self.assertEqual(found, [])
 
     def test_a_large_table_is_not_kept_twice(self):

@@ -21,7 +21,9 @@
   const config = {
     background: null,
     font: "system-ui, sans-serif",
-    view: { stroke: null, continuousWidth: 560, continuousHeight: 300, discreteWidth: { step: 28 } },
+    view: {
+      stroke: null, continuousWidth: 560, continuousHeight: 300, discreteWidth: { step: 28 },
+    },
     axis: {
       domainColor: ink, domainOpacity: 0.45, tickColor: ink, tickOpacity: 0.45,
       gridColor: ink, gridOpacity: 0.12, labelColor: ink, titleColor: ink,
@@ -88,17 +90,20 @@
     figure.querySelector(":scope > details").open = false;
   };
 
+  const missing = "The library that draws charts is missing from the installation.";
+
   const drawOrTell = async (figure) => {
     const place = figure.querySelector(":scope > .drawing");
     place.hidden = false;
     try {
       if (typeof chartLibrary === "undefined")
-        throw new Error(page.word("The library that draws charts is missing from the installation."));
+        throw new Error(page.word(missing));
       await draw(figure, place);
     } catch (error) {
       const why = page.element("bdi", { textContent: String(error.message ?? error) });
       const note = page.element("p", { className: "message level2" },
-        page.element("strong", { textContent: page.word("This chart cannot be drawn.") }), " ", why);
+        page.element("strong", { textContent: page.word("This chart cannot be drawn.") }),
+        " ", why);
       note.setAttribute("role", "note");
       place.replaceWith(note);
     }

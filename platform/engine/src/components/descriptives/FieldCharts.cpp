@@ -167,7 +167,7 @@ std::optional<Json> histogramChart(const FieldSummary& field, const std::string&
                                     " values in " + std::to_string(rows->size()) + " bins" +
                                     missingText(field);
     Json specification = chart::barSpecification(title, description, std::move(*rows));
-    // Said, since bars from one point of time to another would be taken for lying ones.
+    // Bars from one moment to another would lie down of themselves.
     specification["mark"]["orient"] = "vertical";
     specification["encoding"] = {
         {"x", binAxis(field.field, chart::columnReference(begin))},
