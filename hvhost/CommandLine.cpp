@@ -164,9 +164,8 @@ void CommandLine::addDescribe()
         "List the distinct values of a category if there are\nno more; 100 by default, -1 for any")
         ->check(wholeNumberFrom(-1));
     add("--format", _describe.format, "FORM",
-        "How it is shown; csv has the statistics alone;\nby the name of a file if it ends in "
-        ".html, "
-        ".json or .csv")
+        "How it is shown; csv has the statistics alone. By\ndefault what the file is named after; "
+        "else text")
         ->check(CLI::IsMember({"text", "html", "csv", "json"}));
     add("-o", _describe.output, "FILE", "Write the description to this file")->check(notEmpty());
     app->add_flag("--force", _describe.force, "Replace an existing file")->group("Description");

@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <iostream>
-#include <sstream>
+#include <utility>
 
 #include "CommandFault.h"
 #include "Commands.h"
@@ -148,9 +148,9 @@ private:
 class Describing
 {
 public:
-    Describing(const Question& question, HostSession& session, const JobOrigin& origin,
+    Describing(const Question& question, HostSession& session, JobOrigin origin,
                const InterruptWatch& watch)
-        : _question(question), _session(session), _origin(origin), _watch(watch)
+        : _question(question), _session(session), _origin(std::move(origin)), _watch(watch)
     {
     }
 
@@ -182,7 +182,7 @@ public:
 private:
     const Question& _question;
     HostSession& _session;
-    const JobOrigin& _origin;
+    JobOrigin _origin;
     const InterruptWatch& _watch;
 };
 

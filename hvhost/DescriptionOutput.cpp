@@ -35,21 +35,13 @@ public:
                 _order.objects.front().order.addTextToCaption(fact);
         if (OutputOrder* const intervals = add({"intervals", "table"}, OutputOrder::Pivot))
             title(*intervals, "Time Intervals");
-        addFields("Frequencies", {{"frequencies", OutputOrder::Pivot, "Frequencies"},
-                                  {"bars", OutputOrder::Chart, "Bar Chart"}});
-        addFields("Histograms", {{"histograms", OutputOrder::Chart, "Histogram"}});
+        addFields("frequencies", OutputOrder::Pivot, "Frequencies");
+        addFields("bars", OutputOrder::Chart, "Bar Charts");
+        addFields("histograms", OutputOrder::Chart, "Histograms");
         return std::move(_order);
     }
 
 private:
-    /// What the document may have of a field.
-    struct Part
-    {
-        const char* key;
-        OutputOrder::Type type;
-        const char* kind; ///< for people and programs
-    };
-
     /// Null if there is nothing at the location.
     OutputOrder* add(const std::vector<std::string>& location, OutputOrder::Type type)
     {
@@ -62,24 +54,20 @@ private:
     {
         order.setOutlineTitle(key, true).setOMSSubType(key);
     }
-    void addFields(const char* heading, const std::vector<Part>& parts)
+    /// One part of what there is of the fields, under a heading of its own.
+    void addFields(const char* part, OutputOrder::Type type, const char* heading)
     {
         std::size_t number = 0;
-        for (const Json& field : _document.at("dataModel").at("fields")) {
-            const std::string key = "f" + std::to_string(++number);
-            for (const Part& part : parts)
-                if (OutputOrder* const order = add({part.key, key}, part.type))
-                    order->setHeading(_strings.LookUp(heading))
-                        .setOutlineTitle(titleOf(field, part), false)
-                        .setOMSSubType(part.kind);
-        }
+        for (const Json& field : _document.at("dataModel").at("fields"))
+            if (OutputOrder* const order = add({part, "f" + std::to_string(++number)}, type))
+                order->setHeading(_strings.LookUp(heading))
+                    .setOutlineTitle(titleOf(field), false)
+                    .setOMSSubType(heading);
     }
-    /// A table is titled by its field, and a chart beside it by what it is, too.
-    std::string titleOf(const Json& field, const Part& part) const
+    static std::string titleOf(const Json& field)
     {
         const auto label = field.value("label", std::string());
-        const auto name = label.empty() ? field.at("id").get<std::string>() : label;
-        return part.type == OutputOrder::Pivot ? name : _strings.LookUp(part.kind) + ": " + name;
+        return label.empty() ? field.at("id").get<std::string>() : label;
     }
 
     Json _document;
@@ -104,7 +92,7 @@ std::string nameOf(const GroupDescription& group)
 }
 
 /// What the statistics do not tell of the cases they are of, a line each.
-std::vector<std::string> factsOf(const GroupDescription& group)
+std::vector<std::string> factsOf(const Description& description, const GroupDescription& group)
 {
     const FacSTDictionary strings;
     std::vector<std::string> lines;
@@ -112,8 +100,10 @@ std::vector<std::string> factsOf(const GroupDescription& group)
         lines.push_back(strings.LookUp(key) + ": " + number);
     };
     tell("Cases", group.facts.at("records"));
-    if (const auto weight = factOf(group.facts, "weight"))
-        tell("Sum of weights", *weight);
+    if (!description.weight.empty()) {
+        lines.push_back(strings.LookUp("Weighted by ") + description.weight);
+        tell("Sum of weights", group.facts.at("weight"));
+    }
     if (group.leftOut > 0)
         tell("Cases left out, without a weight", std::to_string(group.leftOut));
     return lines;
@@ -140,7 +130,7 @@ void DescriptionOutput::add(const GroupDescription& group, const std::string& re
 {
     TnProcedure procedure(nameOf(group), &data);
     Rendering(_session, procedure, _description.file, results)
-        .render(OrderMaker(results).make(factsOf(group)));
+        .render(OrderMaker(results).make(factsOf(_description, group)));
     if (group.key.empty())
         _heading->items = procedure.node()->items;
     else

@@ -9,6 +9,7 @@ import termios
 import unittest
 
 from hvhost_case import DATA, HVHOST, Case
+from page_reader import Page
 
 WEATHER = DATA / "weather.json"
 
@@ -109,11 +110,20 @@ class Render(Case):
         self.run_hvhost("render", WEATHER, "-o", out, status=2)
         self.run_hvhost("render", WEATHER, "-o", out, "--force", "--width", 200)
         self.assertIn("│ Days[a] │ Mean │\n├", out.read_text(encoding="utf-8"))
-        page = self.folder / "out.html"
-        self.run_hvhost("render", WEATHER, "-o", page)
-        self.assertRegex(page.read_text(encoding="utf-8"), r"(?si)^<!DOCTYPE html>.*<title>weather.*Days by kind")
-        self.assertIn("<table", self.run_hvhost("render", WEATHER, "--format", "html").stdout)
         self.assertRegex(self.run_hvhost("render", WEATHER, "--debug").stdout, r"Debug\n┌[^┐]*┐\n│ Comment +│ Time")
+
+    def test_a_page_by_its_name_or_by_the_form(self):
+        out = self.folder / "out.html"
+        self.run_hvhost("render", WEATHER, "-o", out)
+        page = Page(out.read_text(encoding="utf-8"))
+        self.assertEqual(page.headings[0], ("h1", "weather"))
+        self.assertEqual(page.charts, 1)
+        self.assertEqual(self.run_hvhost("render", WEATHER, "--format", "html").stdout,
+                         out.read_text(encoding="utf-8"))
+        self.run_hvhost("render", WEATHER, "-o", out, status=2)
+        self.run_hvhost("render", WEATHER, "-o", out, "--force", "--format", "text")
+        self.assertTrue(out.read_text(encoding="utf-8").startswith("weather\n═══"))
+        self.run_hvhost("render", WEATHER, "--format", "pdf", status=2)
 
     def on_terminal(self, columns, **environment):
         own, other = pty.openpty()

@@ -1,8 +1,9 @@
 #include "components/result/PivotTable.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
+
+#include "components/result/ValueFormat.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -34,17 +35,6 @@ Json listOf(const std::vector<Category>& categories)
         list.push_back(std::move(entry));
     }
     return list;
-}
-
-/// A whole number is written without a point, and one that JSON cannot write is none.
-Json numberOf(std::optional<double> value)
-{
-    constexpr double kExact = 9007199254740992;
-    if (!value || !std::isfinite(*value))
-        return nullptr;
-    if (*value == std::floor(*value) && std::abs(*value) <= kExact)
-        return static_cast<std::int64_t>(*value);
-    return *value;
 }
 
 } // namespace
@@ -119,7 +109,7 @@ Json PivotTable::json() const
         result["formats"].push_back(format);
     Json values = Json::array();
     for (const std::optional<double>& value : _cells)
-        values.push_back(numberOf(value));
+        values.push_back(value ? numberJson(*value) : Json());
     const std::string start = _keys.at(Places(_dimensions.size(), 0));
     result["cells"] = Json::array(
         {{{"cells", {{"compactCells", {{"index", start}, {"value", std::move(values)}}}}}}});
