@@ -31,7 +31,9 @@ bool matches(const std::string& index, const std::string& key)
 
 std::string shownText(const json& item)
 {
-    const auto& [variant, content] = *item.at("text").items().begin();
+    const auto only = item.at("text").begin();
+    const std::string& variant = only.key();
+    const json& content = only.value();
     if (variant == "variableText")
         return content.at("variable");
     if (variant == "numericText" || variant == "numericDataText")
