@@ -48,6 +48,7 @@ private:
     void addAggregate();
     void addDescribe();
     void addInfo();
+    void addRender();
     void addRun();
     void addDoctor();
     void addCompletion();
@@ -59,6 +60,7 @@ private:
     AggregateOptions _aggregate;
     DescribeOptions _describe;
     InfoOptions _info;
+    RenderOptions _render;
     RunOptions _run;
     std::string _doctorFormat = "text";
     std::string _shell;
@@ -77,6 +79,7 @@ CommandLine::CommandLine()
     addAggregate();
     addDescribe();
     addInfo();
+    addRender();
     addRun();
     addDoctor();
     addCompletion();
@@ -143,7 +146,7 @@ void CommandLine::addDescribe()
         command("describe", "Describe the variables of a dataset.",
                 "  hvhost describe weather.csv\n"
                 "  hvhost describe weather.csv wind weather --date date --format json\n"
-                "  hvhost describe penguins.csv body_mass_g --by species,sex -o masses.csv\n");
+                "  hvhost describe penguins.csv --by species -o penguins.html\n");
     addCasesOptions(*app, _describe.input);
     app->add_option("VARIABLE", _describe.variables,
                     "What to describe; all that neither weigh\nnor split if none is named")
@@ -161,9 +164,9 @@ void CommandLine::addDescribe()
         "List the distinct values of a category if there are\nno more; 100 by default, -1 for any")
         ->check(wholeNumberFrom(-1));
     add("--format", _describe.format, "FORM",
-        "How it is shown; csv has the statistics alone;\nby the name of a file if it ends in .csv "
-        "or .json")
-        ->check(CLI::IsMember({"text", "csv", "json"}));
+        "How it is shown; csv has the statistics alone. By\ndefault what the file is named after; "
+        "else text")
+        ->check(CLI::IsMember({"text", "html", "csv", "json"}));
     add("-o", _describe.output, "FILE", "Write the description to this file")->check(notEmpty());
     app->add_flag("--force", _describe.force, "Replace an existing file")->group("Description");
     addPrintJob(*app, _describe.printJob);
@@ -183,6 +186,35 @@ void CommandLine::addInfo()
     app->add_flag("--data-model", _info.showDataModel, "Show the data model document instead");
     addCommonOptions(*app, _common);
     app->callback([this] { info(_info, _common); });
+}
+
+void CommandLine::addRender()
+{
+    CLI::App* const app =
+        command("render", "Show the tables, charts and messages of a result document.",
+                "  hvhost render weather.json\n"
+                "  hvhost render weather.json --order weather-order.json -o weather.html\n");
+    app->add_option("RESULT", _render.document, "The result document; - for standard input")
+        ->type_name("FILE")
+        ->required()
+        ->check(notEmpty());
+    const auto add = [app](const char* name, auto& value, const char* shown, const char* purpose) {
+        return app->add_option(name, value, purpose)->type_name(shown)->group("Output");
+    };
+    add("--order", _render.order, "FILE",
+        "What to show, where and how, as JSON; without it\nevery table and chart is shown")
+        ->check(notEmpty());
+    add("--format", _render.format, "FORM",
+        "How it is shown; by the name of a file if it ends\nin .html, else text")
+        ->check(CLI::IsMember({"text", "html"}));
+    add("--width", _render.width, "N",
+        "Places in a line of text; by default as many as the\nterminal has")
+        ->check(wholeNumberFrom(20));
+    add("-o", _render.output, "FILE", "Write the output to this file")->check(notEmpty());
+    app->add_flag("--force", _render.force, "Replace an existing file")->group("Output");
+    app->add_flag("--debug", _render.debug, "Show what took how long, too")->group("Output");
+    addCommonOptions(*app, _common);
+    app->callback([this] { render(_render, _common); });
 }
 
 void CommandLine::addRun()

@@ -41,13 +41,27 @@ struct DescribeOptions
     std::vector<std::string> by;    ///< empty: the split of the file
     std::vector<std::string> dates; ///< date variables, or numbers that make up a date
     int mostDistinct = 100;         ///< values of a variable that are told, -1 for any number
-    std::string format;             ///< text, csv or json; empty: by the name of the output
+    std::string format;             ///< text, html, csv or json; empty: by the name of the output
     std::string output;             ///< empty for standard output
     bool force = false;
     bool printJob = false;
 };
 /// Descriptive statistics, distinct values and time intervals.
 void describe(const DescribeOptions& options, const CommonOptions& common);
+
+/// Without an order file, all tables and charts of the document.
+struct RenderOptions
+{
+    std::string document; ///< a file, or "-"
+    std::string order;
+    std::string format;  ///< text or html; empty: by the name of the output
+    std::string output;  ///< empty for standard output
+    long long width = 0; ///< of text; 0: that of the terminal
+    bool force = false;
+    bool debug = false;
+};
+/// A result document as text or page.
+void render(const RenderOptions& options, const CommonOptions& common);
 
 struct RunOptions
 {

@@ -1,25 +1,24 @@
 #include <algorithm>
-#include <filesystem>
 #include <iostream>
-#include <sstream>
+#include <utility>
 
 #include "CommandFault.h"
 #include "Commands.h"
 #include "DataFile.h"
 #include "Dataset.h"
 #include "Description.h"
+#include "DescriptionOutput.h"
 #include "DescriptionShown.h"
 #include "HostSession.h"
 #include "InterruptWatch.h"
+#include "OutputShown.h"
 #include "ShownResult.h"
-#include "TextTable.h"
+#include "data/HVSimpleContainer.h"
 #include "descriptive/HVDescriptive.h"
 #include "runner/HVRunner.h"
+#include "support/ZipReader.h"
 
 namespace {
-
-/// Wide enough for any table to stay in one piece, in a file.
-constexpr std::size_t kFileWidth = 1000;
 
 bool isIn(const std::vector<int>& columns, int column)
 {
@@ -145,59 +144,107 @@ private:
     int _mostDistinct;
 };
 
-GroupDescription describeGroup(const Question& question, const CaseGroups& groups,
-                               HVRawDataIterator& cases, HostSession& session,
-                               const JobOrigin& origin)
+/// Describes the cases of one group after the other.
+class Describing
 {
-    CFMetaData model;
-    std::string statXml;
-    std::string intervals;
-    session.perform(
-        [&] {
-            HVDescriptive descriptive(session.runner(), &cases);
-            const bool done = question.ask(descriptive, model, intervals);
-            session.log("job: " + descriptive.GetHVLJob());
-            statXml = descriptive.GetStatXML();
-            return done;
-        },
-        origin);
-    GroupDescription group = readDescription(model, statXml, intervals);
-    group.key = groups.key();
-    group.leftOut = cases.GetNInvalidCases();
-    return group;
+public:
+    Describing(const Question& question, HostSession& session, JobOrigin origin,
+               const InterruptWatch& watch)
+        : _question(question), _session(session), _origin(std::move(origin)), _watch(watch)
+    {
+    }
+
+    /// Without `results` the job writes none.
+    GroupDescription describe(const CaseGroups& groups, HVRawDataIterator& cases,
+                              HVSimpleContainer* results)
+    {
+        _watch.check();
+        CFMetaData model;
+        std::string statXml;
+        std::string intervals;
+        _session.perform(
+            [&] {
+                HVDescriptive descriptive(_session.runner(), &cases);
+                if (results)
+                    descriptive.AddOutputContainer(*results);
+                const bool done = _question.ask(descriptive, model, intervals);
+                _session.log("job: " + descriptive.GetHVLJob());
+                statXml = descriptive.GetStatXML();
+                return done;
+            },
+            _origin);
+        GroupDescription group = readDescription(model, statXml, intervals);
+        group.key = groups.key();
+        group.leftOut = cases.GetNInvalidCases();
+        return group;
+    }
+
+private:
+    const Question& _question;
+    HostSession& _session;
+    JobOrigin _origin;
+    const InterruptWatch& _watch;
+};
+
+constexpr const char* kResults = "Results";
+
+std::string resultsIn(const HVSimpleContainer& container)
+{
+    ZipReader reader(container.getGenericPath());
+    std::string text;
+    if (!reader.GotoFile("Results.json") || !reader.ExportString(text))
+        throw CommandFault(ExitStatus::JobFailed, "the job left no result");
+    return text;
 }
 
 /// A stopped runner has the job composed, and runs nothing.
-std::string composeJob(const Question& question, HVRawDataIterator& cases)
+std::string composeJob(const Question& question, HVRawDataIterator& cases, bool withResults)
 {
     HVRunner stopped;
     stopped.cancelExecution();
+    HVSimpleContainer results(kResults, "");
     HVDescriptive descriptive(stopped, &cases);
+    if (withResults)
+        descriptive.AddOutputContainer(results);
     CFMetaData model;
     std::string intervals;
     question.ask(descriptive, model, intervals);
     return descriptive.GetHVLJob();
 }
 
-/// The form that is asked for, else the one that the name of the file speaks of, else text.
-std::string formOf(const DescribeOptions& options)
+/// For programs: all groups as one table or document.
+void showFigures(Describing& describing, Description& description, CaseGroups& groups,
+                 const std::string& form, const ShownResult& result)
 {
-    if (!options.format.empty())
-        return options.format;
-    const std::string extension = std::filesystem::path(options.output).extension().string();
-    return extension == ".json" || extension == ".csv" ? extension.substr(1) : "text";
+    while (HVRawDataIterator* const cases = groups.next())
+        description.groups.push_back(describing.describe(groups, *cases, nullptr));
+    result.deliver([&](std::ostream& out) {
+        if (form == "json")
+            printDescriptionJson(description, out);
+        else
+            printDescriptionCsv(description, out);
+    });
 }
 
-std::string shown(const Description& description, const std::string& form, std::size_t width)
+/// For people: what the engine has to show of each group.
+void showOutput(Describing& describing, const Description& description, CaseGroups& groups,
+                const std::string& form, const ShownResult& result, HostSession& session)
 {
-    std::ostringstream text;
-    if (form == "json")
-        printDescriptionJson(description, text);
-    else if (form == "csv")
-        printDescriptionCsv(description, text);
-    else
-        printDescriptionText(description, width, text);
-    return text.str();
+    DescriptionOutput output(session, description);
+    while (HVRawDataIterator* const cases = groups.next()) {
+        HVSimpleContainer results(kResults, "");
+        const GroupDescription group = describing.describe(groups, *cases, &results);
+        output.add(group, resultsIn(results), groups.procedureData());
+    }
+    session.countShownWarnings();
+    result.deliver([&](std::ostream& out) {
+        writeOutput(*output.heading(), {form, result.isFile()}, out);
+    });
+}
+
+bool isForPrograms(const std::string& form)
+{
+    return form == "csv" || form == "json";
 }
 
 } // namespace
@@ -211,20 +258,19 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
     if (!options.by.empty())
         dataset.setSplit(options.by);
     const Question question(dataset, options);
+    const std::string form = formOf(options.format, options.output, {"csv", "json", "html"});
     CaseGroups groups(dataset, question.columns(), watch);
     HostSession session("describe", common, watch, &groups.procedureData());
     if (options.printJob) {
         if (HVRawDataIterator* const cases = groups.next())
-            std::cout << composeJob(question, *cases);
+            std::cout << composeJob(question, *cases, !isForPrograms(form));
         return;
     }
     Description description = question.emptyDescription(options.input.path);
-    while (HVRawDataIterator* const cases = groups.next()) {
-        watch.check();
-        description.groups.push_back(
-            describeGroup(question, groups, *cases, session, input.origin()));
-    }
-    result.deliver(
-        shown(description, formOf(options), result.isFile() ? kFileWidth : outputWidth()));
+    Describing describing(question, session, input.origin(), watch);
+    if (isForPrograms(form))
+        showFigures(describing, description, groups, form, result);
+    else
+        showOutput(describing, description, groups, form, result, session);
     session.finish();
 }

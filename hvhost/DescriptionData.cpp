@@ -123,7 +123,7 @@ void printDescriptionCsv(const Description& description, std::ostream& out)
 {
     ResultTable all;
     for (const GroupDescription& group : description.groups) {
-        ResultTable table = statisticsTable(description, group, TableFor::Programs);
+        ResultTable table = statisticsTable(description, group);
         addKey(table, group);
         all.columns = table.columns;
         all.rows.insert(all.rows.end(), table.rows.begin(), table.rows.end());

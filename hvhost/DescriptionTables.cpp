@@ -1,9 +1,6 @@
 #include "DescriptionTables.h"
 
 #include <algorithm>
-#include <utility>
-
-#include "ValueText.h"
 
 namespace {
 
@@ -76,51 +73,9 @@ void setRangeStorage(ResultTable& table, const std::vector<FieldDescription>& fi
             column.storage = CFField::Real;
 }
 
-Cell distinctCell(const FieldDescription& field, int most, TableFor reader)
-{
-    if (!field.isCut())
-        return factOf(field.facts, "distinct");
-    if (reader == TableFor::Programs || most == 0)
-        return std::nullopt;
-    return "> " + std::to_string(most);
-}
-
-Cell shownValue(const CFField& field, const CFValue& value)
-{
-    if (value.GetDatum().IsReal())
-        return numberText(value.GetDatum().GetReal(), field.GetStorage());
-    return value.GetText();
-}
-
-void addValues(ResultTable& table, const FieldDescription& field)
-{
-    const std::vector<CFValue>& values = field.field.GetValues();
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        const Facts counts = i < field.counts.size() ? field.counts[i] : Facts();
-        const std::string& label = values[i].GetLabel();
-        table.rows.push_back({field.field.GetName(), shownValue(field.field, values[i]),
-                              label.empty() ? Cell() : Cell(label), factOf(counts, "count"),
-                              factOf(counts, "weight")});
-    }
-}
-
-/// Takes a column out that says nothing.
-void dropIfEmpty(ResultTable& table, std::size_t column)
-{
-    const bool isEmpty = std::none_of(table.rows.begin(), table.rows.end(),
-                                      [&](const auto& row) { return row[column].has_value(); });
-    if (!isEmpty)
-        return;
-    const auto place = static_cast<std::ptrdiff_t>(column);
-    table.columns.erase(table.columns.begin() + place);
-    for (ResultTable::Row& row : table.rows)
-        row.erase(row.begin() + place);
-}
-
 } // namespace
 
-ResultTable statisticsTable(const Description& description, const GroupDescription& group,
-                            TableFor reader)
+ResultTable statisticsTable(const Description& description, const GroupDescription& group)
 {
     ResultTable table;
     table.keyCount = 1;
@@ -135,25 +90,7 @@ ResultTable statisticsTable(const Description& description, const GroupDescripti
     columns.add(kRange);
     setRangeStorage(table, group.fields);
     columns.add(kShape);
-    columns.add("distinct", CFField::Integer, [&](const FieldDescription& field) {
-        return distinctCell(field, description.mostDistinct, reader);
-    });
-    return table;
-}
-
-ResultTable valuesTable(const GroupDescription& group)
-{
-    ResultTable table;
-    table.keyCount = 2;
-    table.columns = {{"variable", CFField::String},
-                     {"value", CFField::String},
-                     {"label", CFField::String},
-                     {"count", CFField::Integer},
-                     {"weight", CFField::Real}};
-    for (const FieldDescription& field : group.fields)
-        if (field.isCategorical() && !field.isCut())
-            addValues(table, field);
-    for (const std::size_t optional : {4U, 3U, 2U})
-        dropIfEmpty(table, optional);
+    columns.add("distinct", CFField::Integer,
+                [](const FieldDescription& field) { return factOf(field.facts, "distinct"); });
     return table;
 }

@@ -170,12 +170,27 @@ void HostSession::printMessages(const JobOrigin& origin, const std::string& erro
          HostJournal::instance().entries(HostJournal::Kind::Error)) {
         if (entry.level != kLevelWarning || (!error.empty() && entry.text.ends_with(error)))
             continue;
-        ++_warnings;
-        const std::string text = withFileName(entry.text, origin);
-        log("warning: " + text);
-        if (!_options.quiet)
-            std::fprintf(stderr, "hvhost: warning: %s\n", text.c_str());
+        warn(withFileName(entry.text, origin));
     }
+    HostJournal::instance().clear();
+}
+
+void HostSession::warn(const std::string& text)
+{
+    ++_warnings;
+    log("warning: " + text);
+    if (!_options.quiet)
+        std::fprintf(stderr, "hvhost: warning: %s\n", text.c_str());
+}
+
+void HostSession::countShownWarnings()
+{
+    for (const HostJournal::Entry& entry :
+         HostJournal::instance().entries(HostJournal::Kind::Error))
+        if (entry.level >= kLevelWarning) {
+            ++_warnings;
+            log("warning: " + entry.text);
+        }
     HostJournal::instance().clear();
 }
 

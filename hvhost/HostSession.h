@@ -41,6 +41,10 @@ public:
     /// The same for work that runs one job on the runner, shows its messages and ends its execution
     /// by itself. `work` returns whether it succeeded.
     void perform(const std::function<bool()>& work, const JobOrigin& origin);
+    /// Tells the user of something that is no fault.
+    void warn(const std::string& text);
+    /// Takes note of warnings, and of what is worse, that the user sees in the output itself.
+    void countShownWarnings();
     /// Appends a line to the log, if there is one.
     void log(const std::string& line) const;
     /// Prints what the host has told since. Throws CommandFault (Warnings) if there were any

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <iosfwd>
 #include <string>
 
 class InterruptWatch;
@@ -15,8 +17,13 @@ public:
     bool isFile() const { return !_path.empty(); }
     /// Throws CommandFault (JobFailed) for what cannot be written.
     void deliver(const std::string& text) const;
+    /// The same for a result that is not worth to be kept in memory: `write` writes it to a stream,
+    /// which throws when it cannot go on.
+    void deliver(const std::function<void(std::ostream&)>& write) const;
 
 private:
+    void writeFile(const std::function<void(std::ostream&)>& write) const;
+
     std::string _path; ///< empty for standard output
     const InterruptWatch& _watch;
 };

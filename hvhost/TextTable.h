@@ -5,7 +5,10 @@
 
 struct ResultTable;
 
-/// The width of the terminal that standard output is; 80 if it is none.
+/// The width of what is no terminal.
+inline constexpr std::size_t kDefaultWidth = 80;
+
+/// The width of the terminal that standard output is; kDefaultWidth if it is none.
 std::size_t outputWidth();
 
 /// Draws a table with lines. Columns that do not fit in the width go into further tables, each with

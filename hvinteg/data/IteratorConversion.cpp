@@ -101,9 +101,9 @@ bool runJob(const std::string& text, HVRawDataIterator& iterator, HVRunner& runn
 int IteratorConversion(HVRawDataIterator* iterator, HVRunner* runner, HVDebug* debug,
                        const std::string& dataPath, const std::string& modelPath)
 {
+    const Target* wanted = target();
     if (!iterator)
         return -1;
-    const Target* wanted = target();
     if (!wanted)
         return 0;
     if (!runner)
@@ -120,9 +120,9 @@ int IteratorConversion(HVRawDataIterator* iterator, HVRunner* runner, HVDebug* d
 int IteratorConversion(HVRawDataIterator* iterator, HVRunner* runner, HVDebug* debug,
                        const std::string& directory, std::string& dataPath, std::string& modelPath)
 {
+    const Target* wanted = target();
     if (!iterator)
         return -1;
-    const Target* wanted = target();
     if (!wanted)
         return 0;
     const std::string stem = directory + "hv_stats_" + iterator->getName();

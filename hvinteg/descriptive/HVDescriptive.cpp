@@ -112,7 +112,7 @@ struct HVINTEG_HIDDEN HVDescriptive::Impl
     void putInputFields(const std::vector<std::string>& fields, const std::string& weight);
     void putDateFields(const std::vector<std::string>& fields, bool standard);
     void BuildDescriptiveJson();
-    std::string GetHVL(const HVSimpleContainer& first, const HVSimpleContainer& second);
+    std::string GetHVL(const std::vector<HVSimpleContainer*>& containers);
     bool RunDescriptive(HVSimpleContainer* first, HVSimpleContainer* second);
     bool execute();
     bool readModel(const HVSimpleContainer& stat, std::string& model);
@@ -121,6 +121,7 @@ struct HVINTEG_HIDDEN HVDescriptive::Impl
     HVRunner& runner;
     HVRawDataIterator* iterator;
     std::string readText;
+    std::vector<HVSimpleContainer*> furtherContainers;
     JNIJSONObject settings;
     std::string statXml;
     std::string jobText;
@@ -151,11 +152,13 @@ std::string HVDescriptive::Impl::weightField() const
     return {};
 }
 
-std::string HVDescriptive::Impl::GetHVL(const HVSimpleContainer& first,
-                                        const HVSimpleContainer& second)
+std::string HVDescriptive::Impl::GetHVL(const std::vector<HVSimpleContainer*>& containers)
 {
+    std::string list;
+    for (const HVSimpleContainer* container : containers)
+        list += (list.empty() ? "" : ",") + jsonOf(*container);
     std::string text = "val deConf = " + settings.toString() + "\n";
-    text += "val outCon = [" + jsonOf(first) + "," + jsonOf(second) + "]\n";
+    text += "val outCon = [" + list + "]\n";
     text += iterator ? "read(" + GetInputDataJson(iterator->getName()) + ") " : readText;
     return text + kStep;
 }
@@ -164,14 +167,16 @@ bool HVDescriptive::Impl::RunDescriptive(HVSimpleContainer* first, HVSimpleConta
 {
     if (iterator && iterator->Rewind(false) != 0)
         return false;
-    jobText = GetHVL(*first, *second);
+    std::vector<HVSimpleContainer*> containers = {first, second};
+    containers.insert(containers.end(), furtherContainers.begin(), furtherContainers.end());
+    jobText = GetHVL(containers);
     traceHVLFile(jobText, kTraceLabel, "HVDescriptive");
     const ExecutionScope execution(runner);
     runner.prepareHVLJob(jobText);
     if (iterator)
         runner.addInputIterator(iterator);
-    runner.addOutputContainer(first);
-    runner.addOutputContainer(second);
+    for (HVSimpleContainer* container : containers)
+        runner.addOutputContainer(container);
     const bool succeeded = execute();
     runner.displayAllMessages(true, true);
     runner.cleanExecution();
@@ -266,6 +271,11 @@ void HVDescriptive::SetNThreads(int threads)
 {
     if (threads > 0)
         _impl->settings.put("NumberOfThreads", threads);
+}
+
+void HVDescriptive::AddOutputContainer(HVSimpleContainer& container)
+{
+    _impl->furtherContainers.push_back(&container);
 }
 
 bool HVDescriptive::BuildMetaData(const std::vector<std::string>* fields, CFMetaData& metadata,

@@ -9,6 +9,7 @@
 
 class HVRawDataIterator;
 class HVRunner;
+class HVSimpleContainer;
 
 /// Has the engine describe a data source: a data model of its fields, with their distinct values
 /// and statistics, and the time interval that date fields keep.
@@ -44,6 +45,9 @@ public:
     }
     /// Without effect for a number that is not above 0.
     void SetNThreads(int threads);
+    /// Has the jobs write a further container, behind those that the operations read: the engine
+    /// tells by its name what it is to hold. The container is borrowed, for all jobs that follow.
+    void AddOutputContainer(HVSimpleContainer& container);
 
     /// Describes the fields; a field that is the frequency weight of the rows weighs them instead,
     /// with `useWeight`. False without fields, or if the job failed or left no data model; then

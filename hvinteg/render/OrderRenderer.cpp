@@ -1,9 +1,9 @@
 #include "render/OrderRenderer.h"
 
 #include <JNIException.h>
-#include <TnStrings.h>
 
 #include "bridge/JsonImage.h"
+#include "render/HostString.h"
 #include "render/JsonEnvelope.h"
 #include "render/jsonPivot.h"
 #include "support/DottedPath.h"
@@ -14,8 +14,8 @@ std::string joined(const std::vector<std::string>& segments)
 {
     std::string path;
     for (const std::string& segment : segments)
-        path += (path.empty() ? "" : ".") + segment;
-    return path;
+        path += "." + segment;
+    return path.empty() ? path : path.substr(1);
 }
 } // namespace
 
@@ -27,7 +27,7 @@ bool OrderRenderer::render(const OutputOrder& order)
     Headings headings;
     try {
         for (const std::string& segment : segmentsOf(order.getTitle())) {
-            headings.emplace_back(heading->Heading(TnString(segment, true)));
+            headings.emplace_back(heading->Heading(hostString(segment, true)));
             heading = headings.back().get();
         }
         return renderUnder(*heading, order);

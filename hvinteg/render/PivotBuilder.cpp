@@ -1,13 +1,12 @@
 #include "render/PivotBuilder.h"
 
-#include <TnStrings.h>
-
 #include <algorithm>
 
 #include "render/CellLabels.h"
 #include "render/CellPlacer.h"
 #include "render/CellReader.h"
 #include "render/DimensionReader.h"
+#include "render/HostString.h"
 #include "render/TableWalk.h"
 
 namespace {
@@ -20,7 +19,7 @@ std::unique_ptr<TnPivotTable> PivotBuilder::build(TnHeading& heading, const std:
     if (!isWhole())
         return nullptr;
     _footnotes.read(_json["footnotes"], _texts, _settings.translates);
-    _table.reset(heading.PivotTable(TnString(title, translate), TnString(subType, false),
+    _table.reset(heading.PivotTable(hostString(title, translate), hostString(subType, false),
                                     _settings.supportsSplits));
     setTitle();
     setCaption();
@@ -54,7 +53,7 @@ void PivotBuilder::setCaption()
 {
     const JsonValue caption = _json["caption"];
     if (!_settings.caption.empty())
-        _table->Caption(TnString(_settings.caption, false));
+        _table->Caption(hostString(_settings.caption, false));
     else if (caption["show"].flag(true) && caption["text"].isArray())
         setOwnCaption(caption["text"]);
 }

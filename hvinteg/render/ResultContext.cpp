@@ -3,6 +3,7 @@
 std::string ResultContext::dataModelJson()
 {
     const LocalRef<> model = reader.get(document.getTop(), "dataModel");
-    return reader.reader().isJSONObject(model.get()) ? reader.reader().toString(model.get())
-                                                     : std::string();
+    // What Java makes of a text would be no JSON.
+    const bool isJson = model && !reader.reader().isString(model.get());
+    return isJson ? reader.reader().toString(model.get()) : std::string();
 }

@@ -27,6 +27,6 @@ struct ResultContext
 
     /// Whether there is a document, and it could be read.
     bool isReadable() const { return hasDocument && document.getTop() != nullptr; }
-    /// The data model as JSON text; empty if the document has none.
+    /// The data model as JSON text; empty if the document has none, or a mere text.
     std::string dataModelJson();
 };

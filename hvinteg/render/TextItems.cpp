@@ -1,7 +1,6 @@
 #include "render/TextItems.h"
 
 #include <HostValueText.h>
-#include <TnStrings.h>
 #include <TnValues.h>
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <vector>
 
 #include "render/CellFormat.h"
+#include "render/HostString.h"
 #include "render/TextItemKind.h"
 #include "support/Transcoding.h"
 
@@ -94,7 +94,7 @@ TextItems::Text TextItems::fixedText(const JsonValue& body, bool translate) cons
     const std::string key(body["key"].text());
     const std::string helpId(body["helpId"].text());
     if (translate && !key.empty())
-        return std::make_unique<TnString>(key, true);
+        return std::make_unique<TnString>(hostString(key, true));
     if (value.empty() && key.empty())
         return std::make_unique<TnUTF8String>(kBlank);
     if (key.empty() && helpId.empty())

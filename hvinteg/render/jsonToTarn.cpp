@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "render/DictionaryReader.h"
+#include "render/HostString.h"
 #include "render/Notifications.h"
 #include "render/OrderRenderer.h"
 #include "render/ResultContext.h"
@@ -18,7 +19,7 @@ constexpr const char* kFeatures = "source.value.features";
 void tellUnreadable(const std::string& reason)
 {
     TnComposite text(kUnreadable, true);
-    text.Add(TnString(reason, false));
+    text.Add(hostString(reason, false));
     text.Finish();
     TnError(text, kShowInOutput, kLevelWarning);
 }

@@ -4,11 +4,13 @@
 #include <regex>
 
 #include "CFAppHost.h"
+#include "data/HVSimpleContainer.h"
 #include "descriptive/HVDescriptive.h"
 #include "descriptive/People.h"
 #include "support/HostScopes.h"
 #include "support/JobFixture.h"
 #include "support/ScratchFolder.h"
+#include "support/ZipReader.h"
 
 // Jobs of the class on the real engine.
 
@@ -171,6 +173,29 @@ TEST_F(DescriptiveJob, TellsTheModelAndTheIntervalOfDates)
         EXPECT_EQ(descriptive.GetStatXML().empty(), inputs.empty()) << "read only for the model";
         EXPECT_EQ(takeTrace("HVINTEG_HVDescriptive_AutoDetect.json"), interval);
     }
+}
+
+TEST_F(DescriptiveJob, WritesAFurtherContainer)
+{
+    HVSimpleContainer results("Results", "");
+    HVDescriptive descriptive(*runner, &rows);
+    descriptive.AddOutputContainer(results);
+    CFMetaData model;
+    std::string interval;
+    std::string text;
+    const Names day = {"day"};
+    const auto written = [&] {
+        std::string document;
+        ZipReader reader(results.getGenericPath());
+        EXPECT_TRUE(reader.GotoFile("Results.json") && reader.ExportString(document));
+        return document;
+    };
+    ASSERT_TRUE(descriptive.BuildMetaData(&fields, model, 10, false));
+    EXPECT_EQ(namesOf(model), fields);
+    EXPECT_THAT(written(), Not(HasSubstr("\"intervals\"")));
+    ASSERT_TRUE(descriptive.UpdateDateModel(&fields, &day, true, interval, text, 10));
+    EXPECT_THAT(interval, HasSubstr(R"("month")"));
+    EXPECT_THAT(written(), HasSubstr("\"intervals\"")) << "of the second job";
 }
 
 TEST_F(DescriptiveJob, RunsNoJobForNothing)

@@ -155,6 +155,8 @@ TEST_F(ResultDocument, ShowsTheFiguresOfWeightedRecords)
 
     const json bins = part(document, "histograms", "f1").at("data").at("values");
     EXPECT_GT(bins.size(), 5U);
+    EXPECT_THAT(part(document, "histograms", "f1").at("description").get<std::string>(),
+                testing::HasSubstr(" values in " + std::to_string(bins.size()) + " bins"));
     for (const json& bin : bins)
         EXPECT_EQ(bin.at("count"), std::count_if(all.begin(), all.end(),
                                                  [&](const Record& record) {
@@ -361,6 +363,45 @@ TEST_F(ResultDocument, RefersToFieldsOfAnyName)
         EXPECT_EQ(bars["encoding"]["y"]["field"], cases[i].reference);
         EXPECT_EQ(bars["data"]["values"][0].size(), 2U) << "counts have a column of their own";
     }
+}
+
+TEST_F(ResultDocument, TellsTheTimeIntervals)
+{
+    const json document =
+        describeCsv("d,year,quarter,c\n2024-01-31,2020,1,0.5\n2024-02-29,2020,3,0.5\n"
+                    "2024-06-30,2021,1,0.5\n2024-06-30,2021,1,0.5\n",
+                    R"({"inputFieldList": ["d"], "stdDateTimeFieldList": ["d"],
+        "nonStdDateTimeFieldList": [["year", "quarter"], ["c"]]})");
+    const json table = part(document, "intervals", "table");
+    const TableView view(table);
+    const auto told = [&](const std::string& row, const std::string& fields) {
+        const json cell = view.cell({row, fields});
+        return view.format({row, fields}).contains("string")
+                   ? shownText(table["cellLabels"]["values"][cell.get<std::size_t>()])
+                   : cell.dump();
+    };
+    const std::vector<std::vector<std::string>> expected = {
+        {"Unit of time", "month", "quarter", "null"},
+        {"Units from point to point", "1", "2", "null"},
+        {"First point", "2024-01-31", "year 2020, quarter 1", "null"},
+        {"Last point", "2024-06-30", "year 2021, quarter 1", "null"},
+        {"Points/Total", "6", "3", "0"},
+        {"Points/Occurring", "3", "3", "0"},
+        {"Points/Missing", "3", "0", "0"},
+        {"Records/At the point of another", "1", "1", "0"},
+        {"Records/Without a point", "0", "0", "4"}};
+    for (const auto& row : expected) {
+        SCOPED_TRACE(row[0]);
+        for (std::size_t column = 1; column < row.size(); ++column)
+            EXPECT_EQ(told(row[0], view.leaves(1).at(column - 1)), row[column]);
+    }
+    EXPECT_EQ(view.leaves(1), (std::vector<std::string>{"d", "year, quarter", "c"}));
+    EXPECT_EQ(view.notes({"Unit of time", "c"}), "The values make up no time interval.");
+    // The bars of dates stand, and their number is told.
+    const json chart = part(document, "histograms", "f1");
+    EXPECT_EQ(chart["mark"]["orient"], "vertical");
+    EXPECT_EQ(chart["description"], "Histogram of d: 4 values in " +
+                                        std::to_string(chart["data"]["values"].size()) + " bins");
 }
 
 TEST_F(ResultDocument, LeavesTheOtherContainersAsTheyWere)

@@ -11,6 +11,7 @@ import time
 import unittest
 
 from hvhost_case import DATA, Case
+from page_reader import Page
 
 WEATHER = DATA / "weather.csv"
 PENGUINS = DATA / "penguins.csv"
@@ -132,7 +133,7 @@ class Describe(Case):
             self.assertAlmostEqual(field[name], value, msg=name)
         self.assertEqual((field["minimum"], field["maximum"], field["validWeight"]), (1, 7.25, 6.5))
         text = self.run_hvhost("describe", path, "--weight", "W").stdout
-        self.assertIn("4 cases, weighted by w to 6.5, 3 cases without a weight left out", text)
+        self.assertIn("Cases: 4\nWeighted by w\nSum of weights: 6.5\nCases left out, without a weight: 3\n", text)
 
         # The file's own weight, group by group and with an interval, gives the same.
         day = self.write("days.csv", "day,g,v,w\n" + "".join(
@@ -160,15 +161,15 @@ class Describe(Case):
         self.assertEqual((fields[0]["name"], fields[0]["label"]), ("grade", "Grade of the find"))
         self.assertEqual(fields[2]["values"], [{"value": 2, "label": "good"}, {"value": 3}])
         text = self.run_hvhost("describe", known).stdout
-        self.assertIn("finds.hvbf, site = 1 (north): 2 cases", text)
-        self.assertIn("│ grade    │ 2     │ good  │", text)
+        self.assertIn("finds.hvbf\n══════════\n\nsite = .\n", text)
+        self.assertIn("\nsite = 1 (north)\n────────────────\n", text)
+        self.assertRegex(text, r"\n│ Grade of the find +│[^\n]*\n(.*\n)*?│ Valid +│ good +│ +1 │")
         one, = self.groups(known, "grade", "--by", "grade")[1:2]
         self.assertEqual(one["by"][0], {"variable": "grade", "value": 2, "label": "good"})
 
     def test_limit_of_distinct_values(self):
         text = self.run_hvhost("describe", WEATHER, "weather", "--distinct", 4).stdout
-        self.assertIn("weather: more than 4 distinct values", text)
-        self.assertIn("> 4", text)
+        self.assertIn("Comment: weather has more values than are told one by one", text)
         self.assertNotIn("drizzle", text)
         for limit, field in ((4, {}), (0, {}), (5, {"distinct": 5}), (-1, {"distinct": 5})):
             told = self.fields(WEATHER, "weather", "--distinct", limit)["weather"]
@@ -181,11 +182,14 @@ class Describe(Case):
                          ["day", 1, "2012-01-01", "2015-12-31", 1461, 0])
         quarters = self.write("quarters.csv", "year,quarter,v\n2020,1,5\n2020,3,6\n2021,1,7\n2021,1,8\n,2,9\n")
         text = self.run_hvhost("describe", quarters, "v", "--date", "year,quarter").stdout
-        self.assertIn("year, quarter: every 2 quarters from year 2020, quarter 1 to year 2021, quarter 1, 3 points, "
-                      "0 of them missing; 1 record at the point of another, 1 without a point", text)
+        cells = [re.findall(r"[^│ ][^│]*[^│ ]|[^│ ]", line)[-1].strip() for line in
+                 text.split("Time Intervals\n")[1].split("\n\n")[0].splitlines() if line.startswith("│") and "──" not in line]
+        self.assertEqual(cells, ["Fields", "year, quarter", "quarter", "2", "year 2020, quarter 1",
+                                 "year 2021, quarter 1", "3", "3", "0", "1", "1"])
         single = self.write("single.csv", "d,v\n2020-01-01,5\n")
         done = self.run_hvhost("describe", single, "v", "--date", "d", "--strict", status=5)
-        self.assertIn("d: no interval", done.stdout)
+        self.assertIn("Warning: descriptives:descriptives: the values of \"d\" make up no time interval", done.stdout)
+        self.assertIn("[a] The values make up no time interval.", done.stdout)
         self.assertRegex(done.stderr, r"^hvhost: warning: .*\"d\"")
 
     def test_names_texts_and_encoding(self):
@@ -197,13 +201,50 @@ class Describe(Case):
         self.assertEqual([entry["value"] for entry in fields['a,"b']["values"]], ["x\x1b[2J", "é"])
 
     def test_into_a_file(self):
-        for name, start in (("a.json", "{"), ("a.csv", "variable,valid"), ("a.txt", str(WEATHER))):
+        for name, start in (("a.json", "{"), ("a.csv", "variable,valid"), ("a.txt", "weather.csv\n═══"),
+                            ("a.html", "<!DOCTYPE html>")):
             done = self.run_hvhost("describe", WEATHER, "-o", self.folder / name)
             self.assertEqual(done.stdout, "")
             self.assertTrue((self.folder / name).read_text(encoding="utf-8").startswith(start))
             self.run_hvhost("describe", WEATHER, "-o", self.folder / name, status=2)
             self.run_hvhost("describe", WEATHER, "wind", "-o", self.folder / name, "--format", "csv", "--force")
             self.assertEqual(len(self.rows(self.folder / name)), 1)
+
+    def test_page_and_text_show_the_same(self):
+        """Both the numbers that programs get."""
+        pages = {}
+        for form in ("html", "text"):
+            self.run_hvhost("describe", WEATHER, "--date", "date", "--format", form, "-o", self.folder / form)
+            pages[form] = (self.folder / form).read_text(encoding="utf-8")
+        page = Page(pages["html"])
+        numeric = ["precipitation", "temp_max", "temp_min", "wind"]
+        self.assertEqual(page.headings[0], ("h1", "weather.csv"))
+        self.assertEqual(page.outline, ["Descriptive Statistics", "Time Intervals", "Frequencies", "weather",
+                                        "Bar Charts", "weather", "Histograms", "date", *numeric])
+        self.assertEqual(page.charts, 6)
+        fields = self.fields(WEATHER)
+        names = ["valid", "missing", "mean", "standardDeviation", "variance", "skewness", "kurtosis", "minimum",
+                 "maximum", "firstQuartile", "median", "thirdQuartile"]
+        for name in numeric:
+            for statistic, (_, value) in zip(names, page.row("Descriptive Statistics", name), strict=True):
+                self.assertAlmostEqual(float(value), fields[name][statistic], msg=f"{name} {statistic}")
+        for entry in fields["weather"]["values"]:
+            self.assertEqual(page.row("weather", entry["value"])[0], (str(entry["count"]),) * 2)
+        cells = {cell.strip() for cell in re.split("[│\n]", pages["text"])}
+        self.assertEqual({cell for rows in page.tables.values() for row in rows for cell, _ in row} - cells, set())
+        # Beside what one line of text says of a chart stands its data, bar by bar.
+        self.assertRegex(pages["text"], r"\n│ rain +│ +641 │ █{5,}")
+        self.assertIn("Histogram of wind: 1461 values in ", pages["text"])
+
+    def test_page_of_groups_and_hostile_texts(self):
+        """What looks like markup is text; a name with dots is one heading."""
+        value = "</title><script>alert(1)</script>&amp; 1.5"
+        path = self.write("a <b>&amp;.csv", f'g,"<i>x</i>"\n{value},1\n{value},2\nz,3\n')
+        page = Page(self.run_hvhost("describe", path, "--by", "g", "--format", "html").stdout)
+        self.assertEqual(page.headings[:2], [("h1", path.name), ("h2", "g = " + value)])
+        self.assertEqual([text for _, text in page.headings if text.startswith("g = ")],
+                         ["g = " + value, "g = z"])
+        self.assertEqual(page.row("Descriptive Statistics g: z", "<i>x</i>")[2], ("3", "3"))
 
     def test_faults(self):
         place = self.folder / "place"
@@ -226,6 +267,9 @@ class Describe(Case):
         settings = json.loads(re.match(r"val deConf = (.*)\n", done.stdout)[1])
         self.assertEqual((settings["inputFieldList"], settings["stdDateTimeFieldList"]), (["wind"], ["date"]))
         self.assertIn("-> descriptives:descriptives(", done.stdout)
+        for form, result in (("text", True), ("html", True), ("json", False)):
+            done = self.run_hvhost("describe", WEATHER, "wind", "--print-job", "--format", form)
+            self.assertEqual('"Results"' in done.stdout, result)
 
     def test_ctrl_c_at_several_moments(self):
         """While the cases are sorted, while a group is copied, while it is described."""

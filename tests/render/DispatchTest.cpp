@@ -2,6 +2,7 @@
 
 #include "render/Rendering.h"
 #include "render/jsonToTarn.h"
+#include "support/HostScopes.h"
 
 namespace {
 
@@ -106,6 +107,8 @@ TEST_F(DispatchTest, ChartsAndViewsGetValidEnvelopes)
     }
     EXPECT_EQ(shown("{'dataModel':'M','r':{}}", {order("", "", OutputOrder::Chart)}),
               json("heading P\n chart t {} {'1':{}}\n"));
+    EXPECT_EQ(shown("{'dataModel':[5],'r':{}}", {order("", "", OutputOrder::Chart)}),
+              json("heading P\n chart t {} {'0':[5],'1':{}}\n"));
 }
 
 TEST_F(DispatchTest, WithoutADocumentOnlyViewsCome)
@@ -121,6 +124,24 @@ TEST_F(DispatchTest, WithoutADocumentOnlyViewsCome)
                 testing::MatchesRegex("heading P\n message 2 Unknown error. line 1.*\n"));
     const std::string deep(10000, '[');
     EXPECT_THAT(shown("{'r':" + deep, {}, false), testing::HasSubstr("500 levels"));
+}
+
+// Callers and documents speak UTF-8, whatever the host does.
+TEST_F(DispatchTest, TextsReachAHostOfAnotherEncoding)
+{
+    const ScopedCodePage page("windows-1252");
+    OutputOrder table = order("Größe", "a", OutputOrder::Pivot);
+    table.setOutlineTitle("é", false).addTextToCaption("ö").setOMSSubType("ü");
+    OutputOrder chart = order("", "e", OutputOrder::Chart);
+    chart.setOutlineTitle("é", true);
+    EXPECT_EQ(
+        shown("{'r':{'notifications':[{'text':{'stringText':{'value':'ß'}}}],'e':{'k':'ä'},'a':" +
+                  kTable + "}}",
+              {table, chart}),
+        "heading P\n message 2 ß\n heading Größe\n  table é [ü] ..260\n  caption ö\n chart é {} " +
+            json("{'1':{'k':'ä'}}\n"));
+    EXPECT_THAT(shown("{'r':ä}", {}, false), testing::HasSubstr("ä"));
+    EXPECT_EQ(textOf("{'text':{'stringText':{'key':'ä'}}}", true)->text(), "ä");
 }
 
 TEST_F(DispatchTest, ContentIsFoundByPath)

@@ -80,3 +80,6 @@ HOST_API std::vector<int> dimensionsAt(const OutputTable& table, TnDimension::Pl
 /// are left out, unless the dimension hides its labels and would be left without a category: what
 /// is hidden then is the label alone.
 HOST_API std::vector<OutputLeaf> shownLeaves(const OutputDimension& dimension);
+
+/// The marker of each footnote of a table: its own, or a letter, which counts those that have none.
+HOST_API std::vector<std::string> noteMarkers(const OutputTable& table);

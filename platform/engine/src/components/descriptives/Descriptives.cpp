@@ -91,7 +91,7 @@ private:
         case ContainerKind::TimeIntervals:
             return intervalDocument(_intervals);
         case ContainerKind::Results:
-            return resultDocument(_summary, _settings.summaries, _settings.remarks);
+            return resultDocument(_summary, _settings.summaries, _intervals, _settings.remarks);
         }
         return {};
     }

@@ -4,6 +4,7 @@
 
 #include "components/descriptives/MomentText.h"
 #include "components/result/ChartSpecification.h"
+#include "components/result/ValueFormat.h"
 #include "steps/Plan.h"
 
 namespace EmbeddedHV {
@@ -28,7 +29,7 @@ Json edgeOf(const CFField& field, double edge)
 {
     std::optional<std::string> text;
     if (!isMoment(field))
-        return edge;
+        return numberJson(edge);
     if (field.GetStorage() == CFField::Date)
         text = dateText(edge);
     else
@@ -36,7 +37,8 @@ Json edgeOf(const CFField& field, double edge)
     return text ? Json(*text) : Json();
 }
 
-/// Times of the day lie on the first day of the scale: the axis shows the time only.
+/// Times of the day lie on the first day of the scale: the axis shows the time only. Of dates it
+/// shows all, since months alone do not tell them apart.
 Json binAxis(const CFField& field, const std::string& reference)
 {
     Json axis = {{"field", reference}, {"title", chart::axisTitle(chart::titleOf(field))}};
@@ -49,6 +51,8 @@ Json binAxis(const CFField& field, const std::string& reference)
     axis["scale"] = {{"type", "utc"}};
     if (field.GetStorage() == CFField::Time)
         axis["axis"] = {{"format", "%H:%M:%S"}};
+    else if (field.GetStorage() == CFField::Date)
+        axis["axis"] = {{"format", "%Y-%m-%d"}};
     return axis;
 }
 
@@ -62,7 +66,7 @@ std::optional<Json> binRows(const FieldSummary& field, const std::string& begin,
         const Json to = edgeOf(field.field, histogram.edges[i + 1]);
         if (from.is_null() || to.is_null())
             return std::nullopt;
-        rows.push_back({{begin, from}, {end, to}, {counts, histogram.counts[i]}});
+        rows.push_back({{begin, from}, {end, to}, {counts, numberJson(histogram.counts[i])}});
     }
     return rows;
 }
@@ -82,7 +86,7 @@ Json valueOf(const CFField& field, const CFDatum& datum)
         text = timestampText(datum.GetReal());
     else if (field.GetStorage() == CFField::Time)
         text = timeText(datum.GetReal());
-    return text ? Json(*text) : Json(datum.GetReal());
+    return text ? Json(*text) : numberJson(datum.GetReal());
 }
 
 std::vector<ValueCount> shownValues(const FieldSummary& field)
@@ -158,11 +162,13 @@ std::optional<Json> histogramChart(const FieldSummary& field, const std::string&
     if (!rows)
         return std::nullopt;
     const std::string& title = chart::titleOf(field.field);
-    Json specification = chart::barSpecification(
-        title,
-        "Histogram of " + title + ": " + std::to_string(field.valid) + " values in " +
-            std::to_string(rows->size()) + " bins" + missingText(field),
-        std::move(*rows));
+    // Put together before the rows go.
+    const std::string description = "Histogram of " + title + ": " + std::to_string(field.valid) +
+                                    " values in " + std::to_string(rows->size()) + " bins" +
+                                    missingText(field);
+    Json specification = chart::barSpecification(title, description, std::move(*rows));
+    // Bars from one moment to another would lie down of themselves.
+    specification["mark"]["orient"] = "vertical";
     specification["encoding"] = {
         {"x", binAxis(field.field, chart::columnReference(begin))},
         {"x2", {{"field", chart::columnReference(end)}}},
@@ -178,7 +184,7 @@ Json barChart(const FieldSummary& field, const std::string& key, bool weighted)
     Json rows = Json::array();
     for (const ValueCount& value : values)
         rows.push_back({{name, valueOf(field.field, value.value)},
-                        {counts, weighted ? Json(value.weight) : Json(value.records)}});
+                        {counts, weighted ? numberJson(value.weight) : Json(value.records)}});
     const std::string& title = chart::titleOf(field.field);
     Json specification =
         chart::barSpecification(barTitle(field, values.size()),

@@ -1,15 +1,9 @@
 #include "components/descriptives/IntervalDocument.h"
 
-#include <cmath>
+#include "components/result/ValueFormat.h"
 
 namespace EmbeddedHV {
 namespace {
-
-/// A whole number is written without a point.
-Json number(double value)
-{
-    return value == std::floor(value) ? Json(static_cast<std::int64_t>(value)) : Json(value);
-}
 
 Json pointOf(const TimeInterval& interval, const std::string& text,
              const std::vector<std::int64_t>& periods)
@@ -34,7 +28,7 @@ Json entryOf(const TimeInterval& interval)
             entry["periods"].push_back(wordOf(period));
     }
     entry["unit"] = interval.unit ? Json(wordOf(*interval.unit)) : Json();
-    entry["increment"] = interval.unit ? number(interval.increment) : Json();
+    entry["increment"] = interval.unit ? numberJson(interval.increment) : Json();
     entry["start"] = pointOf(interval, interval.start, interval.startPeriods);
     entry["end"] = pointOf(interval, interval.end, interval.endPeriods);
     entry["points"] = interval.points;

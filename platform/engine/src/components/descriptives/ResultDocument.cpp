@@ -2,6 +2,7 @@
 
 #include "components/descriptives/FieldCharts.h"
 #include "components/descriptives/FrequencyTable.h"
+#include "components/descriptives/IntervalTable.h"
 #include "components/descriptives/StatisticsTable.h"
 #include "components/result/FieldModel.h"
 #include "components/result/TextItem.h"
@@ -31,6 +32,12 @@ public:
             notify(text::fixed("There is no field to describe."), kWarning);
         else
             _object["statistics"]["table"] = statisticsTable(summary, withSummaries);
+    }
+
+    void addIntervals(const std::vector<TimeInterval>& intervals)
+    {
+        if (!intervals.empty())
+            _object["intervals"]["table"] = intervalTable(intervals);
     }
 
     /// `key` has no dot, which would part it where readers name a place in the document.
@@ -96,12 +103,14 @@ datafile::Fields fieldsOf(const DataSummary& summary)
 } // namespace
 
 std::string resultDocument(const DataSummary& summary, bool withSummaries,
+                           const std::vector<TimeInterval>& intervals,
                            const std::vector<std::string>& remarks)
 {
     Results results(summary);
     for (const std::string& remark : remarks)
         results.notify(text::plain(remark), kWarning);
     results.addStatistics(summary, withSummaries);
+    results.addIntervals(intervals);
     for (std::size_t i = 0; i < summary.fields.size(); ++i)
         results.addField(summary.fields[i], "f" + std::to_string(i + 1), withSummaries);
     const Json document = {{"dataModel", fieldModel(kName, fieldsOf(summary))},

@@ -4,13 +4,15 @@
 #include <vector>
 
 #include "components/descriptives/FieldSummary.h"
+#include "components/descriptives/TimeInterval.h"
 
 namespace EmbeddedHV {
 
 /// The text of "Results.json", docs/result-document.md: the data model of the fields and the result
 /// object "descriptives" with a table of statistics, and for each field its frequencies or its
-/// histogram. `remarks` become notifications.
+/// histogram, and one of time intervals, if there are any. `remarks` become notifications.
 std::string resultDocument(const DataSummary& summary, bool withSummaries,
+                           const std::vector<TimeInterval>& intervals,
                            const std::vector<std::string>& remarks);
 
 } // namespace EmbeddedHV

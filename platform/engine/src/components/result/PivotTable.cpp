@@ -1,8 +1,9 @@
 #include "components/result/PivotTable.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
+
+#include "components/result/ValueFormat.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -36,17 +37,6 @@ Json listOf(const std::vector<Category>& categories)
     return list;
 }
 
-/// A whole number is written without a point, and one that JSON cannot write is none.
-Json numberOf(std::optional<double> value)
-{
-    constexpr double kExact = 9007199254740992;
-    if (!value || !std::isfinite(*value))
-        return nullptr;
-    if (*value == std::floor(*value) && std::abs(*value) <= kExact)
-        return static_cast<std::int64_t>(*value);
-    return *value;
-}
-
 } // namespace
 
 PivotTable::PivotTable(std::string id, Json title, std::vector<Dimension> dimensions)
@@ -67,6 +57,13 @@ std::size_t PivotTable::footnote(const Json& text)
 void PivotTable::set(const Places& places, std::optional<double> value)
 {
     _cells[_keys.position(places)] = value;
+}
+
+void PivotTable::setText(const Places& places, const Json& text)
+{
+    set(places, static_cast<double>(_cellLabels.size()));
+    format(places, {{"string", true}});
+    _cellLabels.push_back(text);
 }
 
 void PivotTable::format(const Places& places, const Json& format)
@@ -103,6 +100,8 @@ Json PivotTable::json() const
     }
     if (!_footnotes.empty())
         result["footnotes"] = _footnotes;
+    if (!_cellLabels.empty())
+        result["cellLabels"] = {{"values", _cellLabels}};
     if (!_caption.empty())
         result["caption"] = {{"show", true}, {"text", _caption}};
     result["formats"] = _wideFormats;
@@ -110,7 +109,7 @@ Json PivotTable::json() const
         result["formats"].push_back(format);
     Json values = Json::array();
     for (const std::optional<double>& value : _cells)
-        values.push_back(numberOf(value));
+        values.push_back(value ? numberJson(*value) : Json());
     const std::string start = _keys.at(Places(_dimensions.size(), 0));
     result["cells"] = Json::array(
         {{{"cells", {{"compactCells", {{"index", start}, {"value", std::move(values)}}}}}}});

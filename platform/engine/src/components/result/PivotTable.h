@@ -44,6 +44,8 @@ public:
 
     /// The number at one leaf of each dimension; a cell without one is empty.
     void set(const Places& places, std::optional<double> value);
+    /// A text item in place of a number.
+    void setText(const Places& places, const Json& text);
     /// How cells are shown; places may be CellKeys::kAny. Formats of single cells hold over others.
     void format(const Places& places, const Json& format);
     void note(const Places& place, std::size_t footnote, const Json& format);
@@ -59,6 +61,7 @@ private:
     std::vector<std::size_t> _titleNotes;
     std::vector<Json> _caption;
     std::vector<std::optional<double>> _cells;
+    std::vector<Json> _cellLabels; ///< what the numbers of cells that are texts stand for
     Json _wideFormats = Json::array();
     Json _cellFormats = Json::array();
 };

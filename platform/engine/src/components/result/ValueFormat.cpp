@@ -1,5 +1,7 @@
 #include "components/result/ValueFormat.h"
 
+#include <cmath>
+
 namespace EmbeddedHV {
 namespace {
 
@@ -66,6 +68,16 @@ const char* formatKeyOf(const CFField& field)
 }
 
 } // namespace
+
+Json numberJson(double value)
+{
+    constexpr double kExact = 9007199254740992;
+    if (!std::isfinite(value))
+        return nullptr;
+    if (value == std::floor(value) && std::abs(value) <= kExact)
+        return static_cast<std::int64_t>(value);
+    return value;
+}
 
 Json numberFormat(int decimals)
 {

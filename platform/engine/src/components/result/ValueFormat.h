@@ -10,6 +10,8 @@ namespace EmbeddedHV {
 /// A double has no more decimals that tell anything.
 inline constexpr std::size_t kMostDecimals = 15;
 
+/// A number as it is written: whole ones without a point, and null for what JSON cannot write.
+Json numberJson(double value);
 /// The format of plain numbers, shown with so many decimals.
 Json numberFormat(int decimals);
 /// How values of the field are shown: a date or a time by its pattern, a number with so many

@@ -1,0 +1,60 @@
+#include "OutputShown.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+
+#include "CommandFault.h"
+#include "ErrorText.h"
+#include "OutputPage.h"
+#include "OutputText.h"
+#include "TextTable.h"
+
+namespace {
+
+bool wantsColours(bool toFile)
+{
+    const char* const refused = std::getenv("NO_COLOR");
+    return !toFile && isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0');
+}
+
+void writePage(const OutputHeading& output, const OutputLook& look, std::ostream& out)
+{
+    OutputPage page(output);
+    page.setSubtitle(look.subtitle);
+    try {
+        page.write(out);
+    } catch (const ErrorText& error) {
+        throw CommandFault(ExitStatus::JobFailed, error.what());
+    }
+}
+
+} // namespace
+
+std::string formOf(const std::string& asked, const std::string& path,
+                   const std::vector<std::string>& forms)
+{
+    if (!asked.empty())
+        return asked;
+    std::string extension = std::filesystem::path(path).extension().string();
+    if (extension == ".htm")
+        extension = ".html";
+    const auto named = std::find_if(forms.begin(), forms.end(), [&](const std::string& form) {
+        return extension == "." + form;
+    });
+    return named == forms.end() ? "text" : *named;
+}
+
+void writeOutput(const OutputHeading& output, const OutputLook& look, std::ostream& out)
+{
+    if (look.form == "html") {
+        writePage(output, look, out);
+        return;
+    }
+    OutputTextOptions text;
+    text.width = look.width > 0 ? look.width : look.toFile ? kDefaultWidth : outputWidth();
+    text.colours = wantsColours(look.toFile);
+    writeOutputText(output, text, out);
+}

@@ -1,0 +1,82 @@
+#include <filesystem>
+#include <memory>
+
+#include "CommandFault.h"
+#include "Commands.h"
+#include "HostSession.h"
+#include "InterruptWatch.h"
+#include "JsonFile.h"
+#include "OutputShown.h"
+#include "OutputTree.h"
+#include "RenderOrder.h"
+#include "Rendering.h"
+#include "ShownResult.h"
+#include "StandardStreams.h"
+#include "TnOutput.h"
+
+namespace {
+
+/// A document whose top is an object.
+JsonFile readDocument(const std::string& name, const InterruptWatch& watch)
+{
+    JsonFile document(name, watch);
+    if (!document.json.is_object())
+        throw CommandFault(ExitStatus::Input, document.name + ": this is JSON, but no object, and "
+                                                              "so no result document");
+    return document;
+}
+
+std::vector<RenderOrder> ordersOf(const RenderOptions& options, const JsonFile& document,
+                                  const InterruptWatch& watch)
+{
+    if (options.order.empty())
+        return everythingIn(document.json);
+    return readOrders(JsonFile(options.order, watch), document.json, watch);
+}
+
+/// Whoever orders something that is not there learns it from nobody else.
+void warnOfEmptyLocations(const RenderOrder& order, const JsonFile& document, HostSession& session)
+{
+    const nlohmann::ordered_json& result = document.json.at(order.result);
+    for (const RenderOrder::Object& object : order.objects)
+        for (const std::vector<std::string>& location : object.order.getLocations()) {
+            const nlohmann::ordered_json* const found = find(result, location);
+            if (found == nullptr || found->is_string())
+                session.warn(object.origin + ": there is nothing to show at this location of \"" +
+                             order.result + "\"");
+        }
+}
+
+/// The output, which stays when its procedure goes.
+std::shared_ptr<const OutputHeading> renderAll(const std::vector<RenderOrder>& orders,
+                                               const JsonFile& document, bool showsTimes,
+                                               HostSession& session, const InterruptWatch& watch)
+{
+    TnProcedure procedure(std::filesystem::path(document.name).stem().string());
+    Rendering rendering(session, procedure, document.name, document.text, showsTimes);
+    for (const RenderOrder& order : orders) {
+        watch.check();
+        warnOfEmptyLocations(order, document, session);
+        rendering.render(order);
+    }
+    if (procedure.node()->items.empty())
+        session.warn(document.name + ": there is nothing to show");
+    return procedure.node();
+}
+
+} // namespace
+
+void render(const RenderOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const ShownResult result(options.output, options.force, watch);
+    const JsonFile document = readDocument(options.document, watch);
+    const std::vector<RenderOrder> orders = ordersOf(options, document, watch);
+    HostSession session("render", common, watch);
+    const auto output = renderAll(orders, document, options.debug, session, watch);
+    session.countShownWarnings();
+    const OutputLook look{formOf(options.format, options.output, {"html"}), result.isFile(),
+                          static_cast<std::size_t>(options.width)};
+    result.deliver([&](std::ostream& out) { writeOutput(*output, look, out); });
+    session.finish();
+}

@@ -1,0 +1,118 @@
+"use strict";
+
+/** Draws the charts. Where that fails, the data stay open below a note that says why. */
+{
+  /** Nothing is fetched, and links lead nowhere but to other pages of the web. */
+  const loaderWith = (errors) => {
+    const refuse = (uri) => {
+      errors.push(`${uri} is outside of this page`);
+      return Promise.reject(new Error(errors.at(-1)));
+    };
+    const sanitize = (uri, options) => {
+      const isImage = options?.context === "image";
+      const isAllowed = (isImage ? /^data:image\//i : /^(https?:|mailto:|#)/i).test(uri);
+      return isAllowed ? Promise.resolve({ href: uri, rel: "noopener noreferrer" }) : refuse(uri);
+    };
+    return { load: refuse, http: refuse, file: refuse, sanitize };
+  };
+
+  /** Lines and texts take the colour of the page's text, by day, by night and on paper. */
+  const ink = "currentColor";
+  const config = {
+    background: null,
+    font: "system-ui, sans-serif",
+    view: {
+      stroke: null, continuousWidth: 560, continuousHeight: 300, discreteWidth: { step: 28 },
+    },
+    axis: {
+      domainColor: ink, domainOpacity: 0.45, tickColor: ink, tickOpacity: 0.45,
+      gridColor: ink, gridOpacity: 0.12, labelColor: ink, titleColor: ink,
+      labelFontSize: 11, titleFontSize: 12, titleFontWeight: 500, titlePadding: 10,
+    },
+    legend: { labelColor: ink, titleColor: ink, titleFontWeight: 500 },
+    header: { labelColor: ink, titleColor: ink, titleFontWeight: 500 },
+    title: { color: ink, subtitleColor: ink, fontWeight: 600, anchor: "start" },
+    text: { color: ink },
+    rule: { color: ink },
+    mark: { color: "#4a78a8" },
+    range: {
+      category: ["#4a78a8", "#d08a3e", "#5b9a6b", "#b85c6e", "#8a72b0", "#4f9ea6", "#a2894f",
+        "#c07fb0", "#7d8891", "#8f6a52"],
+    },
+  };
+
+  const specificationOf = (figure) => {
+    const read = (element) => JSON.parse(element.textContent);
+    const specification = read(figure.querySelector(":scope > .specification"));
+    const sources = [...figure.querySelectorAll(":scope > .source")].map((source) =>
+      [source.dataset.name, read(source)]);
+    delete specification.usermeta;
+    delete specification.$schema;
+    if (sources.length > 0)
+      specification.datasets = { ...Object.fromEntries(sources), ...specification.datasets };
+    return specification;
+  };
+
+  /** Collects what the library has to say. */
+  const loggerWith = (errors) => {
+    const logger = {
+      level: () => logger,
+      error: (...args) => { errors.push(args.join(" ")); return logger; },
+      warn: () => logger,
+      info: () => logger,
+      debug: () => logger,
+    };
+    return logger;
+  };
+
+  const describe = (figure) => {
+    const drawing = figure.querySelector("svg");
+    const words = figure.querySelector(":scope > figcaption").textContent.replace(/\s+/g, " ");
+    const title = document.createElementNS("http://www.w3.org/2000/svg", "title");
+    title.textContent = words.trim();
+    drawing.prepend(title);
+    drawing.setAttribute("role", "img");
+    drawing.setAttribute("aria-label", words.trim());
+    drawing.removeAttribute("aria-roledescription");
+  };
+
+  const draw = async (figure, place) => {
+    const errors = [];
+    await chartLibrary.embed(place, specificationOf(figure), {
+      mode: "vega-lite", renderer: "svg", actions: false, defaultStyle: false, hover: false,
+      tooltip: { disableDefaultStyle: true, theme: "page" },
+      ast: true, expr: chartLibrary.expressionInterpreter,
+      loader: loaderWith(errors), logger: loggerWith(errors), config,
+    });
+    if (errors.length > 0)
+      throw new Error(errors[0]);
+    describe(figure);
+    figure.querySelector(":scope > details").open = false;
+  };
+
+  const missing = "The library that draws charts is missing from the installation.";
+
+  const drawOrTell = async (figure) => {
+    const place = figure.querySelector(":scope > .drawing");
+    place.hidden = false;
+    try {
+      if (typeof chartLibrary === "undefined")
+        throw new Error(page.word(missing));
+      await draw(figure, place);
+    } catch (error) {
+      const why = page.element("bdi", { textContent: String(error.message ?? error) });
+      const note = page.element("p", { className: "message level2" },
+        page.element("strong", { textContent: page.word("This chart cannot be drawn.") }),
+        " ", why);
+      note.setAttribute("role", "note");
+      place.replaceWith(note);
+    }
+  };
+
+  const drawAll = async () => {
+    for (const specification of document.querySelectorAll("figure.chart > .specification"))
+      await drawOrTell(specification.parentElement);
+    document.documentElement.classList.add("drawn");
+  };
+  drawAll();
+}

@@ -1,0 +1,90 @@
+"use strict";
+
+/** Sorts the rows of a table by a column, each row staying in its group. */
+{
+  const collator = new Intl.Collator(document.documentElement.lang || undefined, { numeric: true });
+
+  /** Numbers come before texts; what is empty comes last in either order. */
+  const rankOf = (key) => (key === "" ? 2 : typeof key === "number" ? 0 : 1);
+
+  const keyOf = (cell) => {
+    const { value } = cell.dataset;
+    if (value !== undefined)
+      return value === "" ? "" : Number(value);
+    return page.value(cell);
+  };
+
+  const compare = (left, right, sign) => {
+    const ranks = [rankOf(left), rankOf(right)];
+    if (ranks[0] === 2 || ranks[1] === 2)
+      return ranks[0] - ranks[1];
+    if (ranks[0] !== ranks[1])
+      return sign * (ranks[0] - ranks[1]);
+    return sign * (ranks[0] === 0 ? left - right : collator.compare(left, right));
+  };
+
+  /** The rows between which only the innermost category differs, and what labels them together. */
+  const groupsOf = (body) => {
+    const groups = [];
+    for (const row of body.rows) {
+      if (groups.length === 0 || row.classList.contains("first"))
+        groups.push({ rows: [], labels: [...row.cells].filter((cell) => cell.rowSpan > 1) });
+      groups.at(-1).rows.push(row);
+    }
+    return groups;
+  };
+
+  const sorted = (group, column, columns, sign) => {
+    if (sign === 0)
+      return group.rows;
+    const keyed = group.rows.map((row) => {
+      const labels = row.cells.length - columns;
+      return { row, key: keyOf(row.cells[labels + column]) };
+    });
+    return keyed.sort((left, right) => compare(left.key, right.key, sign)).map(({ row }) => row);
+  };
+
+  /** Rows of a group keep their common labels in front of whichever comes first. */
+  const arrange = (body, groups, column, columns, sign) => {
+    const rows = document.createDocumentFragment();
+    for (const group of groups) {
+      group.labels.forEach((label) => label.remove());
+      const order = sorted(group, column, columns, sign);
+      const isMarked = group.rows.some((row) => row.classList.contains("first"));
+      order.forEach((row, at) => row.classList.toggle("first", isMarked && at === 0));
+      order[0].prepend(...group.labels);
+      order.forEach((row) => rows.append(row));
+    }
+    body.append(rows);
+  };
+
+  const nextOrder = { none: "ascending", ascending: "descending", descending: "none" };
+  const signs = { none: 0, ascending: 1, descending: -1 };
+
+  const makeSortable = (table) => {
+    const headers = [...table.querySelectorAll("thead th[data-column]")];
+    const columns = [...(table.tBodies[0]?.rows[0]?.cells ?? [])].filter(
+      (cell) => cell.tagName === "TD").length;
+    const groups = new Map([...table.tBodies].map((body) => [body, groupsOf(body)]));
+    const isSortable = [...groups.values()].flat().some((group) => group.rows.length > 1);
+    if (!isSortable)
+      return;
+    for (const header of headers) {
+      const button = page.element("button", { type: "button", className: "sort" });
+      button.title = page.word("Sort");
+      button.append(header.firstChild);
+      header.prepend(button);
+      header.ariaSort = "none";
+      button.addEventListener("click", () => {
+        const order = nextOrder[header.getAttribute("aria-sort")];
+        headers.forEach((other) => other.setAttribute("aria-sort", "none"));
+        header.setAttribute("aria-sort", order);
+        const column = Number(header.dataset.column);
+        for (const [body, inBody] of groups)
+          arrange(body, inBody, column, columns, signs[order]);
+      });
+    }
+  };
+
+  document.querySelectorAll("table.data").forEach(makeSortable);
+}

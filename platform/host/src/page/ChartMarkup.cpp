@@ -1,0 +1,121 @@
+#include "page/ChartMarkup.h"
+
+#include <ostream>
+
+#include "output/StringTable.h"
+#include "page/JsonTables.h"
+#include "page/PageText.h"
+#include "page/ViewMarkup.h"
+
+namespace {
+
+/// The text of a title or a description, which may stand in an object or in lines.
+std::string textOf(const PageJson* value)
+{
+    if (!value)
+        return {};
+    if (value->is_string())
+        return value->get<std::string>();
+    if (value->is_object())
+        return textOf(memberOf(*value, "text"));
+    std::string lines;
+    if (value->is_array())
+        for (const PageJson& line : *value)
+            lines += (lines.empty() ? "" : " ") + textOf(&line);
+    return lines;
+}
+
+void writeValues(std::ostream& out, const std::string& name, const PageJson& values)
+{
+    if (values.is_array() && !values.empty())
+        writeArray(out, name, values);
+    else if (values.is_string())
+        out << "<pre>" << isolated(values.get_ref<const std::string&>()) << "</pre>\n";
+}
+
+/// Writes every set of values that a specification carries, in whatever part of it.
+void writeData(std::ostream& out, const PageJson& part, const std::string& name)
+{
+    for (const auto& [key, value] : part.items()) {
+        if (key == "data" && memberOf(value, "values"))
+            writeValues(out, memberOf(value, "name") ? textOf(memberOf(value, "name")) : name,
+                        *memberOf(value, "values"));
+        else if (key == "datasets" && value.is_object())
+            for (const auto& [set, values] : value.items())
+                writeValues(out, set, values);
+        else if (value.is_structured() && key != "encoding" && key != "values")
+            writeData(out, value, name);
+    }
+}
+
+/// The features of a GeoJSON text, which may come wrapped as a source.
+const PageJson& featuresOf(const PageJson& geoJson)
+{
+    const PageJson* source = memberOf(geoJson, "source");
+    const PageJson* collection = source ? memberOf(*source, "value") : &geoJson;
+    const PageJson* features = collection ? memberOf(*collection, "features") : nullptr;
+    return features ? *features : geoJson;
+}
+
+void writeSources(std::ostream& out, const OutputDocument& document)
+{
+    for (const auto& [name, text] : document.geoJson)
+        if (const std::optional<PageJson> geoJson = parseDocument(text))
+            out << "<script type=\"application/json\" class=\"source\" data-name=\""
+                << escaped(name) << "\">" << scriptJson(featuresOf(*geoJson)) << "</script>\n";
+}
+
+void writeNote(std::ostream& out, const std::string& key)
+{
+    out << "<p class=\"message level2\" role=\"note\">" << escaped(translate(key)) << "</p>\n";
+}
+
+} // namespace
+
+void writeDrawing(std::ostream& out, const ChartDrawing& drawing)
+{
+    const std::string description = textOf(memberOf(drawing.specification, "description"));
+    const std::string title =
+        drawing.title.empty() ? textOf(memberOf(drawing.specification, "title")) : drawing.title;
+    out << "<figure class=\"chart\" id=\"" << drawing.anchor << "\">\n<figcaption>"
+        << isolated(title.empty() ? translate("Chart") : title);
+    if (!description.empty() && description != title)
+        out << " <span class=\"detail\">" << isolated(description) << "</span>";
+    out << "</figcaption>\n<div class=\"drawing\" hidden></div>\n"
+        << "<script type=\"application/json\" class=\"specification\">"
+        << scriptJson(drawing.specification) << "</script>\n";
+    writeSources(out, drawing.source);
+    out << "<details open><summary>" << escaped(translate("Data")) << "</summary>\n";
+    writeData(out, drawing.specification, title.empty() ? translate("Data") : title);
+    out << "</details>\n</figure>\n";
+}
+
+const PageJson* drawableOf(const PageJson* document)
+{
+    const PageJson* specification = document ? memberOf(*document, "1") : nullptr;
+    return specification && isDrawable(*specification) ? specification : nullptr;
+}
+
+void writeChart(std::ostream& out, const OutputChart& chart, const PageJson* document,
+                const std::string& anchor)
+{
+    if (const PageJson* specification = drawableOf(document)) {
+        writeDrawing(out, {*specification, chart.description, anchor, chart});
+        return;
+    }
+    const std::string title = chart.description.empty() ? translate("Chart") : chart.description;
+    out << "<figure class=\"chart\" id=\"" << anchor << "\">\n<figcaption>" << isolated(title)
+        << "</figcaption>\n";
+    if (document) {
+        writeNote(out, "This chart is of a kind that the page cannot draw.");
+        writeJson(out, {title, anchor, chart}, *document);
+    } else
+        writeUnread(out, chart.templateJson);
+    out << "</figure>\n";
+}
+
+void writeUnread(std::ostream& out, const std::string& text)
+{
+    writeNote(out, "What this was to show cannot be read.");
+    out << "<pre tabindex=\"0\">" << isolated(text) << "</pre>\n";
+}

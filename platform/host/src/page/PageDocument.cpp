@@ -1,0 +1,85 @@
+#include "page/PageDocument.h"
+
+#include <algorithm>
+#include <array>
+
+#include "page/PageText.h"
+
+namespace {
+
+constexpr int kDeepest = 64;
+
+bool isMark(const PageJson* mark)
+{
+    return mark && (mark->is_string() || mark->is_object());
+}
+
+/// A single view: a mark, and something for it to stand for.
+bool isUnit(const PageJson& value)
+{
+    return isMark(memberOf(value, "mark")) &&
+           (memberOf(value, "encoding") || memberOf(value, "data") ||
+            memberOf(value, "projection"));
+}
+
+/// Views on top of each other or side by side.
+bool isComposed(const PageJson& value)
+{
+    constexpr std::array kinds{"layer", "concat", "hconcat", "vconcat"};
+    return std::any_of(kinds.begin(), kinds.end(), [&](const char* kind) {
+        const PageJson* parts = memberOf(value, kind);
+        return parts && parts->is_array() && !parts->empty() &&
+               std::all_of(parts->begin(), parts->end(), [](const PageJson& part) {
+                   return isMark(memberOf(part, "mark")) || isDrawable(part);
+               });
+    });
+}
+
+bool isRepeated(const PageJson& value)
+{
+    const PageJson* view = memberOf(value, "spec");
+    return view && (memberOf(value, "facet") || memberOf(value, "repeat")) &&
+           (isMark(memberOf(*view, "mark")) || isDrawable(*view));
+}
+
+} // namespace
+
+std::optional<PageJson> parseDocument(const std::string& text)
+{
+    bool isTooDeep = false;
+    const auto check = [&](int depth, PageJson::parse_event_t, PageJson&) {
+        isTooDeep |= depth > kDeepest;
+        return depth <= kDeepest;
+    };
+    PageJson json = PageJson::parse(text, check, false);
+    if (json.is_discarded() || isTooDeep)
+        return std::nullopt;
+    return json;
+}
+
+bool isDrawable(const PageJson& value)
+{
+    if (const PageJson* schema = memberOf(value, "$schema"); schema && schema->is_string())
+        return schema->get_ref<const std::string&>().find("/vega-lite/") != std::string::npos;
+    return isUnit(value) || isComposed(value) || isRepeated(value);
+}
+
+const PageJson* memberOf(const PageJson& value, std::string_view name)
+{
+    if (!value.is_object())
+        return nullptr;
+    const auto member = value.find(std::string(name));
+    return member == value.end() ? nullptr : &*member;
+}
+
+std::string scriptJson(const PageJson& value)
+{
+    return scriptText(value.dump(-1, ' ', true, PageJson::error_handler_t::replace));
+}
+
+std::string scalarText(const PageJson& value)
+{
+    if (value.is_string())
+        return value.get<std::string>();
+    return value.is_null() ? "" : value.dump(-1, ' ', false, PageJson::error_handler_t::replace);
+}

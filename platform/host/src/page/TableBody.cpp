@@ -1,0 +1,130 @@
+#include "page/TableBody.h"
+
+#include <limits>
+#include <ostream>
+
+#include "page/PageText.h"
+
+namespace {
+
+bool isTime(const VEXA_Format& format)
+{
+    return (format.type >= kFormatDate && format.type <= kFormatWeekAndYear) ||
+           format.type == kFormatDateWithDots || format.type == kFormatDateYearFirst ||
+           format.type == kFormatTimeMinutesFirst || format.type == kFormatDateTimeYearFirst;
+}
+
+/// The value behind a cell's text, where the text is not all there is to it. A spreadsheet takes a
+/// date better as it is shown than as seconds, and a missing value as an empty cell.
+std::string valueOf(const TnContent& content)
+{
+    if (!content.number)
+        return content.text.find("\\n") == std::string::npos
+                   ? ""
+                   : " data-text=\"" + escaped(content.text) + "\"";
+    if (*content.number == std::numeric_limits<double>::lowest())
+        return " data-value=\"\"";
+    return " data-value=\"" + fullNumber(*content.number) + "\"" +
+           (isTime(content.format) ? " data-shown" : "");
+}
+
+class BodyWriter
+{
+public:
+    BodyWriter(std::ostream& out, TableGrid& grid) : _out(out), _grid(grid), _address(grid.layer)
+    {
+        if (grid.named)
+            for (std::size_t column = 0; column < grid.columns.size(); ++column)
+                _columnNames.push_back(grid.columns.names(column, grid.columnPrefix()));
+    }
+
+    void write()
+    {
+        bool isAfterSpan = true;
+        for (std::size_t row = 0; row < _grid.rows.size(); ++row) {
+            const std::size_t span = outerSpan(row);
+            if (span > 1 || (span == 1 && isAfterSpan))
+                _out << (row > 0 ? "</tbody>\n<tbody>\n" : "<tbody>\n");
+            if (span > 0)
+                isAfterSpan = span > 1;
+            writeRow(row);
+        }
+        if (_grid.rows.size() > 0)
+            _out << "</tbody>\n";
+    }
+
+private:
+    /// Over how many rows the outermost label stands that begins here; 0 inside one.
+    std::size_t outerSpan(std::size_t row) const
+    {
+        if (_grid.rows.levels() == 0)
+            return row == 0 ? 1 : 0;
+        const std::optional<AxisLabel> label = _grid.rows.labelAt(row, 0);
+        return label ? label->span : 0;
+    }
+
+    void writeRow(std::size_t row)
+    {
+        _out << (_grid.rows.beginsGroup(row) ? "<tr class=\"first\">" : "<tr>");
+        for (int level = 0; level < _grid.rows.levels(); ++level)
+            writeLabel(row, level);
+        _rowNames = _grid.named ? _grid.rows.names(row, _grid.rowPrefix()) : "";
+        _grid.rows.setAddress(row, _address);
+        for (std::size_t column = 0; column < _grid.columns.size(); ++column)
+            writeCell(column);
+        _out << "</tr>\n";
+    }
+
+    void writeLabel(std::size_t row, int level)
+    {
+        const std::optional<AxisLabel> label = _grid.rows.labelAt(row, level);
+        if (!label)
+            return;
+        std::string spans;
+        if (label->span > 1)
+            spans += " rowspan=\"" + std::to_string(label->span) + "\"";
+        if (label->depth > 1)
+            spans += " colspan=\"" + std::to_string(label->depth) + "\"";
+        _out << headerCell(_grid, *label, "row", TableAxis::name(_grid.rowPrefix(), row, level),
+                           spans);
+    }
+
+    void writeCell(std::size_t column)
+    {
+        _grid.columns.setAddress(column, _address);
+        _out << "<td";
+        if (_grid.named)
+            _out << " headers=\"" << _rowNames
+                 << (_rowNames.empty() || _columnNames[column].empty() ? "" : " ")
+                 << _columnNames[column] << "\"";
+        const std::optional<OutputCell> cell = _grid.table.cells.at(_address);
+        if (cell)
+            writeContent(*cell);
+        else
+            _out << "></td>";
+    }
+
+    void writeContent(const OutputCell& cell)
+    {
+        const TnContent& content = cell.content;
+        _out << valueOf(content);
+        if (content.number)
+            _out << ">" << escaped(content.text);
+        else
+            _out << " class=\"text\">" << (content.text.empty() ? "" : cellText(content.text));
+        _out << _grid.notes.marks(cell.notes) << "</td>";
+    }
+
+    std::ostream& _out;
+    TableGrid& _grid;
+    OutputCells::Address _address;
+    std::vector<std::string> _columnNames;
+    std::string _rowNames;
+};
+
+} // namespace
+
+void writeTableBody(std::ostream& out, TableGrid& grid)
+{
+    BodyWriter(out, grid).write();
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "page/TableHead.h"
+
+/// Writes the rows of one grid of a table as they come.
+void writeTableBody(std::ostream& out, TableGrid& grid);

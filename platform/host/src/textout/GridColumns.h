@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "TextGrid.h"
+
+/// Columns that are drawn beside each other.
+using GridBlock = std::vector<std::size_t>;
+
+/// How wide the columns of a table are, and which of them stand beside each other.
+class GridColumns
+{
+public:
+    static constexpr std::size_t kMargins = 3; ///< a blank on each side of a cell, and a line
+
+    GridColumns(const TextGrid& grid, std::size_t width);
+
+    const std::vector<GridBlock>& blocks() const { return _blocks; }
+    std::size_t width(std::size_t column) const { return _columns[column].width; }
+    /// The places at the right of a column that belong to the marks of its numbers.
+    std::size_t markWidth(std::size_t column) const { return _columns[column].marks; }
+    bool hasNumbers(std::size_t column) const { return _columns[column].numbers > 0; }
+    /// Of columns beside each other, with the lines between them.
+    std::size_t width(const std::size_t* begin, const std::size_t* end) const;
+
+private:
+    struct Column
+    {
+        std::size_t width = 0;
+        std::size_t numbers = 0; ///< the widest number
+        std::size_t marks = 0;   ///< the widest mark of a number
+    };
+
+    void measureCells();
+    void measureCell(std::size_t column, const TextGrid::Cell& cell);
+    void makeRoom(const TextGrid::Label& label);
+    void makeRoom(const TextGrid::Label& label, const GridBlock& block);
+    void widen(std::size_t column, std::size_t width);
+    std::size_t needed(std::size_t begin, std::size_t end) const;
+    void shrinkKeys();
+    void split();
+
+    const TextGrid& _grid;
+    std::size_t _width;
+    std::vector<Column> _columns;
+    std::vector<GridBlock> _blocks;
+};

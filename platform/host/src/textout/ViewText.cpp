@@ -1,0 +1,87 @@
+#include "textout/ViewText.h"
+
+#include <algorithm>
+
+#include <nlohmann/json.hpp>
+
+#include "OutputTree.h"
+#include "output/StringTable.h"
+#include "textout/ChartSpec.h"
+#include "textout/TextPage.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::size_t kDeepest = 16;
+constexpr std::size_t kIndent = 2;
+constexpr const char* kDataModel = "0";
+
+bool hasPlainElements(const Json& value)
+{
+    return std::all_of(value.begin(), value.end(),
+                       [](const Json& element) { return element.is_primitive(); });
+}
+
+std::string inOneLine(const Json& array)
+{
+    std::string line;
+    for (const Json& element : array)
+        line += (line.empty() ? "" : ", ") +
+                (element.is_null() ? std::string("null") : jsonCellText(element));
+    return "[" + line + "]";
+}
+
+/// Writes JSON values with their members indented below them.
+class Outline
+{
+public:
+    explicit Outline(TextPage& page) : _page(page) {}
+
+    void write(const std::string& name, const Json& value, std::size_t depth)
+    {
+        if (value.is_primitive())
+            line(name, value.is_null() ? "null" : jsonCellText(value), depth);
+        else if (value.is_array() && hasPlainElements(value))
+            line(name, inOneLine(value), depth);
+        else if (value.empty() || depth >= kDeepest)
+            line(name, value.empty() ? "{}" : "…", depth);
+        else
+            members(name, value, depth);
+    }
+
+private:
+    void line(const std::string& name, const std::string& text, std::size_t depth)
+    {
+        _page.write(name + (text.empty() ? ":" : ": " + text), TextPage::Style::Plain,
+                    std::string(depth * kIndent, ' '));
+    }
+    void members(const std::string& name, const Json& value, std::size_t depth)
+    {
+        line(name, {}, depth);
+        std::size_t number = 1;
+        for (const auto& [key, member] : value.items())
+            write(value.is_array() ? std::to_string(number++) : key, member, depth + 1);
+    }
+
+    TextPage& _page;
+};
+
+} // namespace
+
+void writeView(const OutputView& view, TextPage& page)
+{
+    page.beginBlock();
+    if (!view.description.empty())
+        page.write(view.description, TextPage::Style::Bold);
+    page.write(view.procedureName + (view.path.empty() ? "" : ", " + view.path),
+               TextPage::Style::Faint);
+    const Json json = Json::parse(view.json, nullptr, false);
+    if (!json.is_object()) {
+        page.write(translate("What this was to show cannot be read."), TextPage::Style::Warning);
+        return;
+    }
+    for (const auto& [key, value] : json.items())
+        if (key != kDataModel)
+            Outline(page).write(key, value, 0);
+}

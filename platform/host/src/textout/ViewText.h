@@ -1,0 +1,8 @@
+#pragma once
+
+struct OutputView;
+class TextPage;
+
+/// Writes an interactive view: its title, where it comes from, and what it shows as an outline of
+/// keys and values.
+void writeView(const OutputView& view, TextPage& page);

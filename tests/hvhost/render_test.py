@@ -1,0 +1,159 @@
+"""hvhost render: result documents and order files in, text out."""
+import fcntl
+import json
+import os
+import pty
+import struct
+import subprocess
+import termios
+import unittest
+
+from hvhost_case import DATA, HVHOST, Case
+from page_reader import Page
+
+WEATHER = DATA / "weather.json"
+
+
+def text(words):
+    return {"text": {"stringText": {"value": words}}}
+
+
+def table(rows, columns, values, **more):
+    def dimension(name, role, labels):
+        return {"text": text(name), "role": role, "children": [{"text": text(label)} for label in labels]}
+
+    return {"tableId": "t", "title": {}, "cells": [{"cells": {"compactCells": {"value": values}}}],
+            "dimensions": [dimension("Rows", "row", rows), dimension("Columns", "column", columns)], **more}
+
+
+class Render(Case):
+    def render(self, document, order=None, *words, **more):
+        result = self.write("result.json", json.dumps(document, ensure_ascii=False))
+        if order is not None:
+            words += ("--order", self.write("order.json", json.dumps(order)))
+        return self.run_hvhost("render", result, *words, **more)
+
+    def test_everything_is_shown_in_order_without_an_order_file(self):
+        document = {"zeta": {"notifications": [dict(text("careful"), severity="Warning")],
+                             "deep": {"second": table(["r"], ["c"], [1.5]), "no": {"table": 1}},
+                             "first": {"mark": "bar", "data": {"values": [{"n": 7}]}}},
+                    "dataModel": {"looks": table(["r"], ["c"], [1])},
+                    "alpha": table(["r"], ["c"], [2])}
+        shown = self.render(document).stdout
+        places = [shown.index(words) for words in
+                  ("result\n══════", "Warning: careful", "zeta\n────", "› deep", "second\n┌", " 1.5 │",
+                   "first\n┌", "│ 7 │", "alpha\n┌")]
+        self.assertEqual(places, sorted(places))
+        self.assertNotIn("looks", shown)
+
+    def test_an_order_says_what_is_shown_and_how(self):
+        document = {"one": {"a": {"t": table(["x", "y"], ["p", "q"], [1, 2, 3, 4])}, "k.k": {"n": [1]}},
+                    "two": {"notifications": [text("unseen")], "t": table(["z"], ["p"], [5])}}
+        document["one"]["map"] = {"mark": "geoshape", "parameters": [{"externalSource": "land"}]}
+        self.write("land.geojson", json.dumps({"source": {"value": {"features": []}}}))
+        order = [
+            {"result": "one", "geoJson": {"land": "land.geojson"}, "objects": [
+                {"heading": "Total.Deep", "location": "a.t", "title": "Mean", "translateTitle": True,
+                 "subtype": "S", "caption": ["first", "second"], "showRows": "y", "showColumns": ["p", "q"],
+                 "hideColumns": ["q"]},
+                {"location": "map", "type": "mapChart", "title": "A map", "options": ["a", "b"]},
+                {"locations": [["k.k"], "a"], "type": "interactive", "title": "A view", "pathId": "own",
+                 "needsGeoJson": True}]},
+            {"result": "two", "notifications": False, "objects": {"location": "t", "title": "Mean"}}]
+        german = self.render(document, order, environment={"LC_ALL": "de_DE.UTF-8"}).stdout
+        self.assertIn("› Deep\n\nMittelwert\n┌──────┬─────────┐\n│      │ Columns │\n│      ├─────────┤\n"
+                      "│ Rows │       p │\n├──────┼─────────┤\n│ y    │       3 │\n└──────┴─────────┘\n"
+                      "first\nsecond\n", german)
+        self.assertIn("A map\nKarte: land\n", german)
+        self.assertIn("A view\none, own\n1:\n  n: [1]\n2:\n  t:\n", german)
+        self.assertIn("Mean\n┌", german)
+        self.assertNotIn("unseen", german)
+
+    def test_faults_name_the_key_or_the_place(self):
+        for order, fault in (
+                ({"objects": [{"titel": "x"}]}, r"order\.json: objects\[0\]\.titel: .*\n  hint: did you mean title"),
+                ({"objects": [{"location": 3}]}, r"order\.json: objects\[0\]\.location: a location is"),
+                ({"objects": [{}, {"showRows": ["a", 1]}]}, r"objects\[1\]\.showRows\[1\]: a text is needed"),
+                ([{}, {"notifications": "no"}], r"order\.json: \[1\]\.notifications: true or false"),
+                ({"result": "none"}, r"order\.json: result: .*\n  hint: the document has weather"),
+                ({"objects": [{"type": "pie"}]}, r"objects\[0\]\.type: a type is pivot"),
+                ({"geoJson": {"x": "missing.json"}}, r"missing\.json: no such file"),
+                (3, r"order\.json: an object is needed")):
+            with self.subTest(order):
+                done = self.run_hvhost("render", WEATHER, "--order",
+                                       self.write("order.json", json.dumps(order)), status=3)
+                self.assertRegex(done.stderr, fault)
+        for document, fault in (('{"a":\n  {"ö": tru}}', r"bad\.json:2:12: no JSON: "),
+                                ("[1]", r"bad\.json: this is JSON, but no object"), ("", r"bad\.json: .*empty"),
+                                ('{"a": 1e999}', r"bad\.json: no JSON: number overflow parsing '1e999'")):
+            with self.subTest(document):
+                done = self.run_hvhost("render", self.write("bad.json", document), status=3)
+                self.assertRegex(done.stderr, fault)
+        self.run_hvhost("render", WEATHER, "--width", 5, status=2)
+
+    def test_what_leads_nowhere_is_a_warning(self):
+        order = {"objects": [{"location": "no.such", "title": "x"}]}
+        done = self.run_hvhost("render", WEATHER, "--strict", "--order",
+                               self.write("order.json", json.dumps(order)), status=5)
+        self.assertRegex(done.stderr, r"warning: .*order\.json: objects\[0\]: there is nothing to show")
+        self.assertRegex(self.render({"x": {}}).stderr, r"result\.json: there is nothing to show")
+        warned = {"x": {"notifications": [text("careful")]}}
+        self.assertNotIn("careful", self.render(warned, None, "--strict", status=5).stderr)
+
+    def test_output_goes_where_it_is_told_to(self):
+        out = self.folder / "out.txt"
+        self.run_hvhost("render", WEATHER, "-o", out)
+        shown = self.run_hvhost("render", "-", text=WEATHER.read_text(encoding="utf-8")).stdout
+        self.assertEqual(out.read_text(encoding="utf-8").split("\n")[3:], shown.split("\n")[3:])
+        self.assertNotIn("\x1b", shown)
+        self.assertLessEqual(max(map(len, shown.splitlines())), 80)
+        self.run_hvhost("render", WEATHER, "-o", out, status=2)
+        self.run_hvhost("render", WEATHER, "-o", out, "--force", "--width", 200)
+        self.assertIn("│ Days[a] │ Mean │\n├", out.read_text(encoding="utf-8"))
+        self.assertRegex(self.run_hvhost("render", WEATHER, "--debug").stdout, r"Debug\n┌[^┐]*┐\n│ Comment +│ Time")
+
+    def test_a_page_by_its_name_or_by_the_form(self):
+        out = self.folder / "out.html"
+        self.run_hvhost("render", WEATHER, "-o", out)
+        page = Page(out.read_text(encoding="utf-8"))
+        self.assertEqual(page.headings[0], ("h1", "weather"))
+        self.assertEqual(page.charts, 1)
+        self.assertEqual(self.run_hvhost("render", WEATHER, "--format", "html").stdout,
+                         out.read_text(encoding="utf-8"))
+        self.run_hvhost("render", WEATHER, "-o", out, status=2)
+        self.run_hvhost("render", WEATHER, "-o", out, "--force", "--format", "text")
+        self.assertTrue(out.read_text(encoding="utf-8").startswith("weather\n═══"))
+        self.run_hvhost("render", WEATHER, "--format", "pdf", status=2)
+
+    def on_terminal(self, columns, **environment):
+        own, other = pty.openpty()
+        fcntl.ioctl(other, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+        with subprocess.Popen([HVHOST, "render", WEATHER], stdout=other, env=self.environment(**environment)):
+            os.close(other)
+            shown = b""
+            try:
+                while chunk := os.read(own, 65536):
+                    shown += chunk
+            except OSError:  # the end of a terminal
+                pass
+        os.close(own)
+        return shown.decode()
+
+    def test_a_terminal_has_colours_and_a_width(self):
+        self.assertIn("\x1b[1mweather\x1b[0m", self.on_terminal(200))
+        plain = self.on_terminal(50, NO_COLOR="1")
+        self.assertNotIn("\x1b", plain)
+        self.assertLessEqual(max(map(len, plain.splitlines())), 50)
+
+    def test_a_large_table_is_shown_whole(self):
+        count = 300
+        labels = [f"v{i}" for i in range(count)]
+        document = {"r": {"t": table(labels, labels, list(range(count * count)))}}
+        shown = self.render(document).stdout
+        rows = [line for line in shown.splitlines() if line.startswith("│ v7 ")]
+        numbers = [int(cell) for row in rows for cell in row.split("│")[2:-1]]
+        self.assertEqual(numbers, list(range(7 * count, 8 * count)))
+
+
+if __name__ == "__main__":
+    unittest.main()

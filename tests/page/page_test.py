@@ -1,0 +1,228 @@
+"""Pages of made-up output, read in a browser as a person reads, sorts and copies them."""
+import os
+import re
+import resource
+import subprocess
+import tempfile
+import unittest
+
+from browser import Browser
+
+SAMPLES = os.environ["PAGE_SAMPLES"]
+HOSTILE = "</script><img src=x onerror=alert(1)>\"' & \u2028\u2400\u241b \ufffd end"
+
+# A table by its title, as rows of what each cell shows.
+FUNCTIONS = r"""
+const named = (title) => [...document.querySelectorAll("table")].find((table) =>
+    table.offsetParent && table.caption.textContent.startsWith(title));
+const text = (node) => page.text(node).trim();
+const body = (title) => [...named(title).tBodies].flatMap((part) =>
+    [...part.rows].map((row) => [...row.cells].map(text)));
+const headers = (cell) => cell.headers.split(" ").map((id) => text(document.getElementById(id)));
+const copied = () => {
+  const event = new ClipboardEvent("copy", { clipboardData: new DataTransfer(), cancelable: true });
+  document.dispatchEvent(event);
+  return event.defaultPrevented ? event.clipboardData.getData("text/plain") : null;
+};
+const select = (first, last) => document.getSelection().setBaseAndExtent(first, 0, last, 0);
+"""
+
+
+def setUpModule():
+    global browser, folder, pages
+    folder = unittest.enterModuleContext(tempfile.TemporaryDirectory())
+    browser = unittest.enterModuleContext(Browser())
+    pages = {}
+
+
+def file_of(kind):
+    if kind not in pages:
+        pages[kind] = os.path.join(folder, kind + ".html")
+        subprocess.run([SAMPLES, kind, pages[kind]], check=True)
+    return pages[kind]
+
+
+def opened(kind, **settings):
+    page = browser.open(file_of(kind), **settings)
+    if settings.get("scripting", True):
+        page.evaluate(FUNCTIONS)
+        if kind in ("sample", "hostile"):
+            page.wait_until("document.documentElement.classList.contains('drawn')")
+    return page
+
+
+class Tables(unittest.TestCase):
+    def test_cells_name_their_labels_from_the_outside_in(self):
+        page = opened("sample")
+        cells = "[...named('Weather by').tBodies[0].rows].map((row) => row.cells)"
+        self.assertEqual(page.evaluate(f"headers({cells}[3].item(2))"),
+                         ["Winter", "Wet", "Rain", "Year", "2012", "Percent"])
+        self.assertEqual(page.evaluate(f"headers({cells}[5].item(4))"),
+                         ["Winter", "Total", "Year", "2013", "Percent"])
+        self.assertEqual(page.evaluate("named('Weather by').querySelector('.corner').innerText"),
+                         "Days")
+
+    def test_lays_out_every_shape(self):
+        page = opened("shapes")
+        grids = page.evaluate("""Object.fromEntries([...document.querySelectorAll("table")].map(
+            (table) => [page.text(table.caption), [...page.grid([...table.tHead?.rows ?? []]),
+                ["--"], ...page.grid([...table.tBodies].flatMap((part) => [...part.rows]))]
+                .map((row) => row.join("|")).join(" / ")]))""")
+        self.assertEqual(grids, {
+            "rows alone": "Row| / -- / a|1 / b|1",
+            "columns alone": "Column|Column / a|b / -- / 1|1",
+            "hidden labels": "corner|| / Row|| / -- / a|1|1",
+            "uneven groups": "|z|h|G|G / Row|z|h|1|2 / -- / r|4|3|1|2",
+            "no category": "Row / -- / a",
+            "no dimension": "-- / "})
+
+    def test_footnotes_are_linked_both_ways(self):
+        page = opened("sample")
+        notes = page.evaluate("""[...document.querySelectorAll("figure sup a")].map((mark) => {
+            const note = document.querySelector(mark.getAttribute("href"));
+            const back = note.querySelector(".back").getAttribute("href");
+            return [mark.textContent, note.innerText.split(/\s/)[0], "#" + mark.id === back]; })""")
+        self.assertEqual(notes, [["a", "a", True], ["b", "b", True], ["a", "a", True]])
+
+    def test_a_select_shows_one_layer_and_paper_all(self):
+        page = opened("sample")
+        shown = """[...document.querySelectorAll("[data-layer]")].filter((grid) =>
+            grid.offsetParent).map((grid) => grid.querySelector(".detail").textContent)"""
+        self.assertEqual(page.evaluate(shown), ["Sex: female"])
+        page.evaluate("""{ const list = document.querySelector("select");
+            list.value = "1"; list.dispatchEvent(new Event("change")); }""")
+        self.assertEqual(page.evaluate(shown), ["Sex: male"])
+        self.assertEqual(page.evaluate("body('Means').map((row) => row[0])"),
+                         ["East", "North", "West"])
+        page.media("print")
+        self.assertEqual(page.evaluate(shown), ["Sex: female", "Sex: male"])
+        self.assertFalse(page.evaluate("Boolean(document.querySelector('nav').offsetParent)"))
+
+    def test_sorting_stays_in_groups_and_a_third_click_restores(self):
+        page = opened("sample")
+        table = "named('Weather by')"
+        column = f"{table}.querySelector('[data-column=\"0\"]')"
+        states, orders = [], []
+        for _ in range(4):
+            orders.append(page.evaluate("body('Weather by').map((row) => row.slice(0, -4))"))
+            states.append(page.evaluate(f"{column}.getAttribute('aria-sort')"))
+            page.evaluate(f"{column}.querySelector('button').click()")
+        self.assertEqual(states, ["none", "ascending", "descending", "none"])
+        self.assertEqual(orders[0], orders[3])
+        firsts = [[row[-1] for row in order[:6]] for order in orders]
+        self.assertEqual(firsts[0], ["Sun", "Fog", "Drizzle", "Rain", "Snow", "Total"])
+        self.assertEqual(firsts[1], ["Sun", "Fog", "Snow", "Rain", "Drizzle", "Total"])
+        self.assertEqual(firsts[2], ["Fog", "Sun", "Drizzle", "Rain", "Snow", "Total"])
+        # What labels a group stays in front of it, whichever row comes first.
+        self.assertEqual(orders[2][0], ["Winter", "Dry", "Fog"])
+        self.assertEqual(orders[1][2], ["Wet", "Snow"])
+
+    def test_copies_have_every_digit_and_every_label(self):
+        page = opened("sample")
+        page.evaluate("""document.addEventListener("copy", (event) => {
+            window.pasted = event.clipboardData.getData("text/plain"); });
+            named("Means").closest("figure").querySelector(".copy").click()""")
+        lines = page.evaluate("window.pasted").split("\n")
+        self.assertEqual(lines[:2], ["\tMeasure\tMeasure\tMeasure",
+                                     "Region\tIncome\tSince\tRemark"])
+        self.assertRegex(lines[2], r"^East\t34\d{3}\.\d{4,}\t2020/02/02\tfirst\\nsecond$")
+        rows = "named('Weather by').tBodies[0].rows"
+        page.evaluate(f"select({rows}[2].cells[1], {rows}[3].cells[1])")
+        lines = page.evaluate("copied()").split("\n")
+        self.assertEqual(lines[1:3], ["Days\tDays\tDays\t2012\t2012\t2013\t2013",
+                                      "Season\tWeather\tWeather\tCount\tPercent\tCount\tPercent"])
+        self.assertEqual([line.split("\t")[:3] for line in lines[3:5]],
+                         [["Winter", "Wet", "Drizzle"], ["Winter", "Wet", "Rain"]])
+        self.assertTrue(lines[3].endswith("\t63\t"), "a missing value is an empty cell")
+        page.evaluate("select(document.querySelector('h1'), named('Weather by').tHead)")
+        mixed = page.evaluate("copied()")
+        self.assertTrue(mixed.startswith("Weather in Seattle\n"))
+        self.assertIn("\t3.0294318959616704\n", mixed)
+        self.assertNotIn("Means by Region", mixed)
+        page.evaluate("select(named('Means').rows[2].cells[1], named('Means').rows[2].cells[2])")
+        self.assertRegex(page.evaluate("copied()"),
+                         r"^\tMeasure\nRegion\tIncome\nEast\t34\d{3}\.\d+\n$")
+
+
+class Charts(unittest.TestCase):
+    def test_a_chart_is_drawn_with_its_words_and_data(self):
+        page = opened("sample")
+        self.assertEqual(page.complaints(), [])
+        self.assertEqual(page.evaluate("document.querySelectorAll('figure.chart svg').length"), 2)
+        figure = "document.querySelector('figure.chart')"
+        self.assertEqual(page.evaluate(f"{figure}.querySelectorAll('.mark-rect path').length"), 8)
+        self.assertEqual(page.evaluate(f"{figure}.querySelector('svg > title').textContent"),
+                         "Kinds of Weather Days of each kind of weather, by year.")
+        self.assertEqual(page.evaluate(f"{figure}.querySelector('details').open"), False)
+        self.assertEqual(page.evaluate(f"{figure}.querySelectorAll('details tbody tr').length"), 8)
+
+    def test_what_cannot_be_drawn_becomes_a_note_and_data(self):
+        page = opened("hostile")
+        shown = page.evaluate("""[...document.querySelectorAll("figure.chart")].map((figure) =>
+            [figure.querySelector(".message")?.innerText ?? "", figure.innerText])""")
+        for (note, text), expected in zip(shown, [
+                ("cannot be read", "<script>alert(1)"), ("of a kind", "<script>alert(2)"),
+                ("cannot be drawn", "<b>kept</b>"), ("outside of this page", "fetching"),
+                ("", "onerror=alert(4)"), ("cannot be read", "[[[[")]):
+            self.assertIn(expected[0], note)
+            self.assertIn(expected[1], text)
+
+
+class WholePages(unittest.TestCase):
+    def test_reads_with_scripting_off(self):
+        page = opened("sample", scripting=False)
+        self.assertEqual(page.complaints(), [])
+        self.assertEqual(page.evaluate("document.querySelectorAll('button, select').length"), 0)
+        shown = page.evaluate("document.body.innerText")
+        for text in ("Sex: female", "Sex: male", "Not computed", "12 cases", "118", "0.8127345612"):
+            self.assertIn(text, shown)
+        self.assertNotIn("in the log only", shown)
+        links = page.evaluate("""[...document.querySelectorAll("nav a")].map((link) =>
+            [link.textContent, Boolean(document.querySelector(link.getAttribute("href")))])""")
+        self.assertEqual(links, [[title, True] for title in (
+            "Descriptive Statistics", "Tables", "Weather by Season and Year", "Means by Region",
+            "Charts", "Kinds of Weather", "Model Overview")])
+
+    def test_data_stay_data(self):
+        page = opened("hostile")
+        page.evaluate("""document.querySelector(".mark-symbol path").dispatchEvent(
+            new MouseEvent("click", { bubbles: true }))""")
+        self.assertEqual(page.complaints(), [])
+        self.assertEqual(page.evaluate("document.querySelector('h1').textContent"), HOSTILE)
+        made = "document.querySelectorAll('img, iframe, [onerror]').length"
+        self.assertEqual(page.evaluate(made), 0)
+        cell = "document.querySelector('figure.table td.text bdi').textContent"
+        self.assertEqual(page.evaluate(cell), HOSTILE)
+        self.assertEqual(page.evaluate("getComputedStyle(document.querySelector('h3 bdi, h2 bdi'))"
+                                       ".unicodeBidi"), "isolate")
+        self.assertLessEqual(page.evaluate("document.documentElement.scrollWidth"), 1280)
+
+    def test_carries_the_library_only_for_charts_and_stays_small(self):
+        self.assertLess(os.path.getsize(file_of("sample")), 1_500_000)
+        self.assertLess(os.path.getsize(file_of("plain")), 60_000)
+        with open(file_of("sample"), encoding="utf-8") as file:
+            text = file.read()
+        self.assertEqual(text.count("University of Washington"), 1)
+        self.assertNotIn("unsafe", re.search("Content-Security-Policy.*", text)[0])
+
+    def test_is_accessible_by_day_and_by_night(self):
+        with open(os.environ["AXE"], encoding="utf-8") as file:
+            axe = file.read()
+        for dark in (False, True):
+            page = opened("sample", dark=dark)
+            page.evaluate(axe)
+            found = page.evaluate("""axe.run().then((result) => result.violations
+                .filter((violation) => ["serious", "critical"].includes(violation.impact))
+                .map((violation) => violation.id + " " + violation.nodes[0].html.slice(0, 200)))""")
+            self.assertEqual(found, [])
+
+    def test_a_large_table_is_not_kept_twice(self):
+        size = os.path.getsize(file_of("large"))
+        peak = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss * 1024
+        self.assertGreater(size, 80_000_000)
+        if not os.environ.get("PAGE_SANITIZER"):
+            self.assertLess(peak, size)
+
+
+if __name__ == "__main__":
+    unittest.main()
