@@ -17,7 +17,7 @@ constexpr int kCaseCountColumn = -1;
 
 } // namespace
 
-struct HVDataModel::Impl
+struct HVINTEG_HIDDEN HVDataModel::Impl
 {
     /// What was asked for at one place of the input.
     struct Choice

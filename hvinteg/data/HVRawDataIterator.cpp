@@ -35,7 +35,7 @@ bool hasText(const VEXA_DataSource& source)
 
 } // namespace
 
-struct HVRawDataIterator::Impl
+struct HVINTEG_HIDDEN HVRawDataIterator::Impl
 {
     void takeModel(const HVDataModel& model);
     void takeMetadata(const CFMetaData& fields);

@@ -31,7 +31,7 @@ void show(const std::string& text, int level)
 
 } // namespace
 
-struct HVSplitRawData::Impl
+struct HVINTEG_HIDDEN HVSplitRawData::Impl
 {
     enum State
     {

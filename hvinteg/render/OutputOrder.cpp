@@ -2,7 +2,7 @@
 
 #include "support/DottedPath.h"
 
-struct OutputOrder::Impl
+struct HVINTEG_HIDDEN OutputOrder::Impl
 {
     std::string title;
     std::vector<std::vector<std::string>> locations;

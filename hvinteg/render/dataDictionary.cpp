@@ -2,7 +2,7 @@
 
 #include <map>
 
-struct dataDictionary::Impl
+struct HVINTEG_HIDDEN dataDictionary::Impl
 {
     std::string name;
     std::map<std::string, dataField> fields;

@@ -5,7 +5,7 @@
 #include "render/PivotSettings.h"
 #include "render/TextItems.h"
 
-struct jsonPivot::Impl
+struct HVINTEG_HIDDEN jsonPivot::Impl
 {
     Impl(JNIJSONObject& json, jobject object, const ProcedureDataSource* source,
          const dataDictionary& dictionary)

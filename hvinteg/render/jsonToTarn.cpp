@@ -25,7 +25,7 @@ void tellUnreadable(const std::string& reason)
 }
 } // namespace
 
-struct jsonToTarn::Impl
+struct HVINTEG_HIDDEN jsonToTarn::Impl
 {
     Impl(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings)
         : context{procedure, source, strings, false, JNIJSONObject()}

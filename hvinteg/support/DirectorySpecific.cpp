@@ -8,7 +8,7 @@
 #include "support/Separators.h"
 
 /// What was found out at construction, and the listing that is under way, if one is.
-struct DirectorySpecific::Impl
+struct HVINTEG_HIDDEN DirectorySpecific::Impl
 {
     std::string expandedPath;
     bool exists = false;

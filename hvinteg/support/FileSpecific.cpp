@@ -7,7 +7,7 @@
 #include "support/Paths.h"
 
 /// What was found out at construction.
-struct FileSpecific::Impl
+struct HVINTEG_HIDDEN FileSpecific::Impl
 {
     std::string expandedPath;
     FileState state;

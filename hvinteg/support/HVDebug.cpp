@@ -46,7 +46,7 @@ std::string timeOfDay(Clock::time_point time)
 
 } // namespace
 
-struct HVDebug::Impl
+struct HVINTEG_HIDDEN HVDebug::Impl
 {
     explicit Impl(TnHeading& heading);
     void addLine(const std::string& comment);

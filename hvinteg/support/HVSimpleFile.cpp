@@ -33,7 +33,7 @@ void createEmpty(const ExtNameStr& path)
 } // namespace
 
 /// The file itself, shared by all copies; the last one takes it away.
-struct HVSimpleFile::Impl
+struct HVINTEG_HIDDEN HVSimpleFile::Impl
 {
     std::string fileName;
     ExtNameStr path;
