@@ -8,6 +8,7 @@
 #include "data/HVRawDataIterator.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
+#include "runner/ExecutionScope.h"
 #include "runner/HVRunner.h"
 #include "support/Conversions.h"
 #include "support/Files.h"
@@ -88,6 +89,7 @@ bool execute(HVRawDataIterator& iterator, HVRunner& runner)
 bool runJob(const std::string& text, HVRawDataIterator& iterator, HVRunner& runner)
 {
     traceHVLFile(text, "IteratorConversion", iterator.getName());
+    const ExecutionScope execution(runner);
     if (!runner.prepareHVLJob(text))
         return false;
     const bool isDone = execute(iterator, runner);

@@ -17,8 +17,8 @@ class HVRunner;
 ///     3   to a SAV file without a password
 ///
 /// and nothing else asks for a copy. Of the thread that the runner belongs to. What the engine
-/// throws while the job runs is a failure of the copy; the runner can take the next job in any
-/// case.
+/// throws while the job runs is a failure of the copy, and what it throws before passes; the runner
+/// can take the next job in any case.
 
 /// Copies to a file and a data model document, both host paths. `debug` may be null; else it
 /// receives a line before and one after the copy. The result is the option; 0 if no copy is wanted

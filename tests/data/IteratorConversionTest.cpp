@@ -117,6 +117,24 @@ TEST_F(Conversion, AFailedCopyLeavesTheRunnerUsable)
     EXPECT_EQ(convert("data", "model.xml"), kWanted);
 }
 
+TEST_F(Conversion, WhatTheEngineThrowsIsAFailedCopyAtMost)
+{
+    for (const Fault fault : {Fault::Engine, Fault::Java, Fault::Standard, Fault::Unknown}) {
+        SCOPED_TRACE(nameOf(fault));
+        ScriptedEngine engine;
+        engine.throwAt("execute", fault);
+        EXPECT_EQ(convert("data", "model.xml"), 0);
+        EXPECT_EQ(openExecutions(engine), 0);
+        engine.throwAt("execute", Fault::None);
+        engine.throwAt("addInputIterator", fault);
+        if (kWanted != 0) {
+            EXPECT_ANY_THROW(convert("data", "model.xml"));
+        }
+        EXPECT_EQ(openExecutions(engine), 0);
+    }
+    EXPECT_EQ(convert("data", "model.xml"), kWanted);
+}
+
 TEST_F(Conversion, TellsTheTimingLogBeforeAndAfter)
 {
     OutputTree::instance().clear();
