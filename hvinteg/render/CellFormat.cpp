@@ -1,5 +1,7 @@
 #include "render/CellFormat.h"
 
+#include "data/FieldOfVariable.h"
+
 #include <HostValueText.h>
 
 #include <algorithm>
@@ -71,27 +73,15 @@ std::uint8_t patternTypeOf(std::string_view pattern)
     return type;
 }
 
+/// A day of the week or a month may also be told by its number.
 bool isDate(double value, const VEXA_Format& format)
 {
-    switch (format.type) {
-    case kFormatDate:
-    case kFormatDateTime:
-    case kFormatDateMonthFirst:
-    case kFormatDateDayOfYear:
-    case kFormatMonthAndYear:
-    case kFormatQuarterAndYear:
-    case kFormatWeekAndYear:
-    case kFormatDateWithDots:
-    case kFormatDateYearFirst:
-    case kFormatDateTimeYearFirst:
-        return true;
-    case kFormatWeekday:
+    if (format.type == kFormatWeekday)
         return !(value >= 1 && value <= 7);
-    case kFormatMonth:
+    if (format.type == kFormatMonth)
         return !(value >= 1 && value <= 12);
-    default:
-        return false;
-    }
+    const CFField::StorageType storage = storageOfFormatType(format.type);
+    return storage == CFField::Date || storage == CFField::Timestamp;
 }
 
 } // namespace
