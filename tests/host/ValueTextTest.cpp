@@ -60,18 +60,21 @@ std::optional<double> readBack(std::string text, VEXA_Format how)
     return isRead ? std::optional(unit.number) : std::nullopt;
 }
 
+/// A value, its text in a format, and the value that the text is read as.
+struct ThereAndBack
+{
+    double value;
+    VEXA_Format how;
+    const char* text;
+    double back;
+};
+
 } // namespace
 
 TEST(ValueTextTest, NumbersFitTheirWidthAndComeBack)
 {
     const ScopedLocale locale("en_US");
-    const struct
-    {
-        double value;
-        VEXA_Format how;
-        const char* text;
-        double back;
-    } rows[] = {
+    const ThereAndBack rows[] = {
         {1234.567, format(kFormatNumber, 10, 2), "   1234.57", 1234.57},
         {-1234567.891, format(kFormatComma, 14, 2), " -1,234,567.89", -1234567.89},
         {1234567.5, format(kFormatDot, 12, 1), " 1.234.567,5", 1234567.5},
@@ -143,13 +146,7 @@ TEST(ValueTextTest, WhatIsNoNumberHasATextInEveryFormat)
 TEST(ValueTextTest, DatesAndTimesFitTheirWidthAndComeBack)
 {
     const double firstOfYear = kLeapDay - 59 * kDay;
-    const struct
-    {
-        double value;
-        VEXA_Format how;
-        const char* text;
-        double back;
-    } rows[] = {
+    const ThereAndBack rows[] = {
         {kLeapDay, format(20, 11), "29-FEB-2020", kLeapDay},
         {kNoon, format(20, 10), " 29-FEB-20", kLeapDay},
         {0, format(20, 11), "14-OCT-1582", 0},
