@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "HostConversions.h"
+#include "data/StorageOfFormat.h"
 #include "support/Conversions.h"
 #include "support/Transcoding.h"
 
@@ -110,33 +111,6 @@ CFField::FieldType fieldTypeOf(MeasurementLevel level, bool isString)
         return CFField::Ordinal;
     default:
         return CFField::Typeless;
-    }
-}
-
-CFField::StorageType storageOfFormatType(std::uint8_t formatType)
-{
-    switch (formatType) {
-    case kFormatString:
-    case kFormatHexString:
-        return CFField::String;
-    case kFormatDate:
-    case kFormatDateMonthFirst:
-    case kFormatDateDayOfYear:
-    case kFormatMonthAndYear:
-    case kFormatQuarterAndYear:
-    case kFormatWeekAndYear:
-    case kFormatDateWithDots:
-    case kFormatDateYearFirst:
-        return CFField::Date;
-    case kFormatTime:
-    case kFormatTimeWithDays:
-    case kFormatTimeMinutesFirst:
-        return CFField::Time;
-    case kFormatDateTime:
-    case kFormatDateTimeYearFirst:
-        return CFField::Timestamp;
-    default:
-        return CFField::Real;
     }
 }
 

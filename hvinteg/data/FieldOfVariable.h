@@ -7,8 +7,6 @@
 
 /// `level` is the level to take, which need not be the variable's own.
 CFField::FieldType fieldTypeOf(MeasurementLevel level, bool isString);
-/// By the print format: dates and times are numbers to the host.
-CFField::StorageType storageOfFormatType(std::uint8_t formatType);
 /// By the variable's own role.
 CFField::RoleType roleOf(int hostRole);
 

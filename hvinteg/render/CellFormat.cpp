@@ -1,6 +1,6 @@
 #include "render/CellFormat.h"
 
-#include "data/FieldOfVariable.h"
+#include "data/StorageOfFormat.h"
 
 #include <HostValueText.h>
 
