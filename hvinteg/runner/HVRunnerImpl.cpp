@@ -6,11 +6,11 @@
 #include "HVServiceManager.h"
 #include "MetadataService.h"
 #include "bridge/JNIObjectManager.h"
+#include "bridge/JavaThreadScope.h"
 #include "runner/HVProgressListener.h"
 #include "runner/HVStatContainer.h"
 #include "runner/HVStatDataIterator.h"
 #include "runner/HostBlocks.h"
-#include "runner/JavaThreadScope.h"
 #include "runner/StatHVServiceManager.h"
 
 namespace {
