@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "HostConversions.h"
-#include "data/StorageOfFormat.h"
+#include "StorageOfFormat.h"
 #include "support/Conversions.h"
 #include "support/Transcoding.h"
 
@@ -133,7 +133,7 @@ CFField::RoleType roleOf(int hostRole)
 CFField fieldOf(const VEXA_Variable& variable, MeasurementLevel level, CFField::RoleType role,
                 void* converter)
 {
-    const CFField::StorageType storage = storageOfFormatType(variable.GetFormat().type);
+    const CFField::StorageType storage = storageOfFormat(variable.GetFormat());
     CFField field(transcodeToUTF8(variable.GetName().c_str(), converter),
                   fieldTypeOf(level, variable.GetType() > 0), storage, role);
     if (const std::unique_ptr<CFFormat> format{GetCFFieldFormat(variable)})

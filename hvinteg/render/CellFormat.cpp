@@ -1,8 +1,7 @@
 #include "render/CellFormat.h"
 
-#include "data/StorageOfFormat.h"
-
-#include <HostValueText.h>
+#include "HostValueText.h"
+#include "StorageOfFormat.h"
 
 #include <algorithm>
 #include <limits>
@@ -80,7 +79,7 @@ bool isDate(double value, const VEXA_Format& format)
         return !(value >= 1 && value <= 7);
     if (format.type == kFormatMonth)
         return !(value >= 1 && value <= 12);
-    const CFField::StorageType storage = storageOfFormatType(format.type);
+    const CFField::StorageType storage = storageOfFormat(format);
     return storage == CFField::Date || storage == CFField::Timestamp;
 }
 
