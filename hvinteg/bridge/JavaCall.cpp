@@ -1,6 +1,6 @@
 #include "bridge/JavaCall.h"
 
-#include <JNIException.h>
+#include "JNIException.h"
 
 JavaCall::JavaCall(JNIHvlAccessor& wrapper, const char* name, const char* signature,
                    OnFailure onFailure)

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <VexaFormat.h>
-
 #include <string>
 
+#include "VexaFormat.h"
 #include "bridge/JsonValue.h"
 
 /// Formats of numbers in results, and the numbers as the host counts them.

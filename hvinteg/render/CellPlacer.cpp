@@ -1,7 +1,7 @@
 #include "render/CellPlacer.h"
 
-#include <TnStrings.h>
-#include <TnValues.h>
+#include "TnStrings.h"
+#include "TnValues.h"
 
 void CellPlacer::place(TnCategory& category, Cell& cell) const
 {

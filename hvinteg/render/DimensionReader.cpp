@@ -1,10 +1,9 @@
 #include "render/DimensionReader.h"
 
-#include <TnStrings.h>
-
 #include <algorithm>
 #include <utility>
 
+#include "TnStrings.h"
 #include "render/Footnotes.h"
 
 namespace {

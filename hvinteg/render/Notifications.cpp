@@ -1,10 +1,9 @@
 #include "render/Notifications.h"
 
-#include <JNIException.h>
-#include <TnOutput.h>
-
 #include <string_view>
 
+#include "JNIException.h"
+#include "TnOutput.h"
 #include "bridge/JsonImage.h"
 #include "render/TextItems.h"
 

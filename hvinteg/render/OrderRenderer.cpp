@@ -1,7 +1,6 @@
 #include "render/OrderRenderer.h"
 
-#include <JNIException.h>
-
+#include "JNIException.h"
 #include "bridge/JsonImage.h"
 #include "render/HostString.h"
 #include "render/JsonEnvelope.h"

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <TnHeading.h>
-
 #include <memory>
 #include <string>
 
+#include "TnHeading.h"
 #include "bridge/JsonValue.h"
 #include "render/CellStore.h"
 #include "render/Footnotes.h"

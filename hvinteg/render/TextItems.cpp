@@ -1,12 +1,11 @@
 #include "render/TextItems.h"
 
-#include <HostValueText.h>
-#include <TnValues.h>
-
 #include <algorithm>
 #include <new>
 #include <vector>
 
+#include "HostValueText.h"
+#include "TnValues.h"
 #include "render/CellFormat.h"
 #include "render/HostString.h"
 #include "render/TextItemKind.h"
