@@ -19,12 +19,6 @@ constexpr const char* kTempPrefix = "hvadatafile_";
 constexpr const char* kEmptyName = "empty_";
 constexpr const char* kCopyFailed = "Cannot write system file.";
 
-/// How many units of eight bytes a value takes; a number takes one.
-std::size_t unitsOfWidth(int width)
-{
-    return width <= 8 ? 1 : static_cast<std::size_t>((width + 7) / 8);
-}
-
 void show(const std::string& text, int level)
 {
     TnError(TnUTF8String(text), kShowInOutput, level);

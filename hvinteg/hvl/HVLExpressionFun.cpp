@@ -59,6 +59,7 @@ void HVLExpressionFun::setExpression(HVFunction functionType, JNIHvlExpression* 
     _expression = expression;
 }
 
+/// Each kind has a factory operation of its own on the Java side.
 JNIHvlFunction* HVLExpressionFun::createFunction(JNIHvlFunction* input)
 {
     JNIHvlProgram& program = *GetProgram();

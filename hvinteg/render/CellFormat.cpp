@@ -4,7 +4,6 @@
 #include "StorageOfFormat.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "support/Transcoding.h"
 
@@ -38,6 +37,7 @@ std::uint8_t numberTypeOf(const JsonValue& object)
     return type;
 }
 
+/// What a pattern begins with tells its kind; where a day comes first, its dots do.
 std::uint8_t typeOfFirst(std::string_view pattern)
 {
     switch (pattern.front()) {
@@ -84,11 +84,6 @@ bool isDate(double value, const VEXA_Format& format)
 }
 
 } // namespace
-
-double missingValue()
-{
-    return std::numeric_limits<double>::lowest();
-}
 
 VEXA_Format formatOf(const JsonValue& object)
 {

@@ -18,9 +18,6 @@ inline constexpr VEXA_Format plainNumber{kWidth, kFormatGeneral, 0};
 inline constexpr VEXA_Format generalNumber{kWidth, kFormatGeneral, 3};
 inline constexpr VEXA_Format yearFirstDate{kWidth, kFormatDateYearFirst, 0};
 
-/// The host's system missing value.
-double missingValue();
-
 /// The format that a JSON object describes; noFormat for anything else.
 VEXA_Format formatOf(const JsonValue& object);
 /// Whether that object says that its number is infinite.

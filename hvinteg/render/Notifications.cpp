@@ -9,6 +9,7 @@
 
 namespace {
 
+/// A severity that the host has no level for is a warning.
 TnErrorLevel levelOf(std::string_view severity)
 {
     static constexpr struct

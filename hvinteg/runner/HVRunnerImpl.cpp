@@ -15,6 +15,7 @@
 
 namespace {
 
+/// That of the thread which attached last, asked anew for each call: the runner may change threads.
 JNIEnv* managerEnv()
 {
     return JNIObjectManager::getManager()->getEnv();
