@@ -1,7 +1,6 @@
 #include "data/HVDataModel.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "MultiByte.h"
 #include "ParserMessage.h"

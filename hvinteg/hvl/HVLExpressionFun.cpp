@@ -1,7 +1,6 @@
 #include "hvl/HVLExpressionFun.h"
 
 #include "bridge/JNIHvlExpression.h"
-#include "bridge/JNIHvlFieldDerive.h"
 #include "bridge/JNIHvlProgram.h"
 
 HVLExpressionFun::HVLExpressionFun(JNIHvlProgram* program) : HVLFunction(program) {}

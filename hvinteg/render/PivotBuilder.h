@@ -5,7 +5,6 @@
 
 #include "TnHeading.h"
 #include "bridge/JsonValue.h"
-#include "render/CellStore.h"
 #include "render/Footnotes.h"
 #include "render/PivotSettings.h"
 #include "render/TextItems.h"

@@ -3,7 +3,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "FacSTDictionary.h"
 #include "TnHeading.h"

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <string>
 #include <string_view>
 #include <vector>
 

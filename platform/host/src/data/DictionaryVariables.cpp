@@ -6,7 +6,6 @@
 
 #include "HostConversions.h"
 #include "StorageOfFormat.h"
-#include "VexaCases.h"
 #include "data/CaseText.h"
 #include "text/CodePage.h"
 #include "text/NameCase.h"
