@@ -5,7 +5,6 @@
 #include <nlohmann/json.hpp>
 
 #include "CFDatum.h"
-#include "CommandFault.h"
 #include "Commands.h"
 #include "DataFile.h"
 #include "Dataset.h"

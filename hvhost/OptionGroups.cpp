@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include "DataKind.h"
 #include "OptionChecks.h"
 
 namespace {

@@ -15,6 +15,7 @@ class RowDataIterator;
 /// Rows of a job's output, as text. A missing value is nothing.
 struct ResultTable
 {
+    /// A column's name and the kind of its values, which decides how they are aligned and quoted.
     struct Column
     {
         std::string name;

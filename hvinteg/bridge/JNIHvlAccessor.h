@@ -1,10 +1,9 @@
 #pragma once
 
-#include <JNIAccessor.h>
-
 #include <string>
 #include <vector>
 
+#include "JNIAccessor.h"
 #include "support/HvintegExport.h"
 
 class JNIObjectManager;

@@ -14,6 +14,7 @@
 class HVINTEG_EXPORT OutputOrder
 {
 public:
+    /// What becomes of the place in the result. Callers store the numbers.
     enum Type : int
     {
         Pivot = 0,       ///< a pivot table

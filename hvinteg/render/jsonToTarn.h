@@ -1,13 +1,11 @@
 #pragma once
 
-#include <FacSTDictionary.h>
-#include <TnHeading.h>
-
 #include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
+#include "FacSTDictionary.h"
+#include "TnHeading.h"
 #include "bridge/JNIJSONObject.h"
 #include "render/OutputOrder.h"
 #include "render/dataDictionary.h"

@@ -18,6 +18,7 @@ class TnProcedure;
 class HVINTEG_EXPORT HVProgressListener : public HVStatExeListener
 {
 public:
+    /// How far a job is, or how it ended. Callers store the numbers.
     enum ExecutionState : std::int32_t
     {
         NotStarted = 0,

@@ -1,7 +1,6 @@
 #include "datafile/Dictionary.h"
 
 #include <algorithm>
-#include <cmath>
 #include <set>
 #include <string_view>
 

@@ -81,6 +81,7 @@ private:
 class HOST_API TnGroup
 {
 public:
+    /// The order in which categories are shown: of their texts, or as they came.
     enum Sort : int
     {
         Ascending = 0,
@@ -108,6 +109,7 @@ protected:
 class HOST_API TnDimension : public TnGroup
 {
 public:
+    /// Where in the table a dimension stands.
     enum Place : int
     {
         Row = 0,

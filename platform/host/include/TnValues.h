@@ -38,6 +38,7 @@ private:
 class HOST_API TnVariable : public TnCellText
 {
 public:
+    /// What of a variable is shown.
     enum Show : int
     {
         ShowName = 0,
@@ -57,6 +58,7 @@ private:
 class HOST_API TnDataValue : public TnCellText
 {
 public:
+    /// What of a value is shown.
     enum Preference : int
     {
         PreferValue = 0,

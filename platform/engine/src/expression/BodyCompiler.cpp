@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ErrorIds.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/CaseClauses.h"
 #include "expression/FunctionCall.h"
 #include "expression/FunctionTable.h"

@@ -1,10 +1,10 @@
 #include "expression/FunctionCall.h"
 
 #include <algorithm>
-#include <set>
 
 #include "ErrorIds.h"
 #include "datafile/RaisedFault.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/DateTimePattern.h"
 #include "expression/FunctionTable.h"
 #include "expression/NearestName.h"

@@ -2,9 +2,8 @@
 #include <iterator>
 #include <string_view>
 
-#include "ErrorIds.h"
-#include "JobError.h"
 #include "datafile/ColumnTypes.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/NearestName.h"
 #include "steps/StepCall.h"
 

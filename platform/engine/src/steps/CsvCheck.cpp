@@ -5,7 +5,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "expression/ExpressionCompiler.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "runtime/QueryFaults.h"
 #include "runtime/Reporter.h"

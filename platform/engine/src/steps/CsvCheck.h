@@ -13,6 +13,7 @@
 
 namespace EmbeddedHV {
 
+/// What the check reads, and which records it may pass over.
 struct CsvCheckSettings
 {
     std::string path;

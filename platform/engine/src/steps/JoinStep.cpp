@@ -4,6 +4,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "expression/NearestName.h"
 #include "expression/ValueTypes.h"

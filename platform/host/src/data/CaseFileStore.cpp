@@ -8,6 +8,7 @@
 
 #include "FileServices.h"
 #include "HostConversions.h"
+#include "StorageOfFormat.h"
 #include "data/CaseFileFault.h"
 #include "data/CaseText.h"
 #include "data/DictionaryVariables.h"

@@ -4,8 +4,6 @@
 
 #include <pugixml.hpp>
 
-#include "components/descriptives/FieldSummary.h"
-
 namespace EmbeddedHV {
 
 /// A text without the characters that XML has no place for, each written as `_xHHHH_` in the way of
