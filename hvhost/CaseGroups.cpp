@@ -16,7 +16,6 @@
 namespace {
 
 constexpr const char* kIteratorName = "cases";
-constexpr double kSecondsPerDay = 86400.0;
 
 /// What the host showed last, which is why something of it failed.
 CommandFault hostFault()
@@ -25,16 +24,6 @@ CommandFault hostFault()
     HostJournal::instance().clear();
     return {ExitStatus::JobFailed,
             errors.empty() ? "the cases of a group cannot be kept" : errors.back().text};
-}
-
-std::string textOfValue(const OBS& value, CFField::StorageType storage)
-{
-    double number = value.number;
-    if (storage == CFField::Date)
-        number = (number - GetBaseDateNumber()) / kSecondsPerDay;
-    else if (storage == CFField::Timestamp)
-        number -= GetBaseDateNumber();
-    return numberText(number, storage);
 }
 
 GroupKey keyOf(const VEXA_Variable& variable, const OBS* value, CFField::StorageType storage)
@@ -47,7 +36,7 @@ GroupKey keyOf(const VEXA_Variable& variable, const OBS* value, CFField::Storage
         key.value = transcodeToUTF8(text.c_str(), nullptr);
         label = variable.GetValueLabels().GetLabel(text);
     } else if (value->number != kSystemMissing) {
-        key.value = textOfValue(*value, storage);
+        key.value = numberText(NumericStorageStatToCF(value->number, storage), storage);
         label = variable.GetValueLabels().GetLabel(value->number);
     }
     key.label = transcodeToUTF8(label, nullptr);

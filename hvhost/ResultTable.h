@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "CFField.h"
+#include "ValueText.h"
 
 namespace EmbeddedHV {
 class RowDataIterator;
@@ -21,7 +22,7 @@ struct ResultTable
         std::string name;
         CFField::StorageType storage = CFField::String;
 
-        bool isNumber() const { return storage == CFField::Integer || storage == CFField::Real; }
+        bool isNumber() const { return ::isNumber(storage); }
     };
     using Row = std::vector<std::optional<std::string>>;
 

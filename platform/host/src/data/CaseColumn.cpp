@@ -1,6 +1,5 @@
 #include "data/CaseColumn.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -12,12 +11,6 @@ namespace {
 
 constexpr double kMicroseconds = 1e6;
 constexpr double kSecondsPerDay = 86400;
-
-bool isAscii(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(),
-                       [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-}
 
 } // namespace
 

@@ -64,13 +64,13 @@ std::string preferredName(UConverter* converter)
     return own;
 }
 
+} // namespace
+
 bool isAscii(std::string_view text)
 {
     return std::all_of(text.begin(), text.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
-
-} // namespace
 
 struct CodePage::Impl
 {
