@@ -26,6 +26,7 @@ CommandFault hostFault()
             errors.empty() ? "the cases of a group cannot be kept" : errors.back().text};
 }
 
+/// A missing value leaves the key's value empty.
 GroupKey keyOf(const VEXA_Variable& variable, const OBS* value, CFField::StorageType storage)
 {
     GroupKey key{transcodeToUTF8(variable.GetName().c_str(), nullptr), {}, storage, {}};
@@ -144,6 +145,7 @@ HVRawDataIterator* CaseGroups::nextGroup()
     return cases;
 }
 
+/// The values that the group is of, as its first case has them.
 void CaseGroups::readKey()
 {
     _key.clear();
