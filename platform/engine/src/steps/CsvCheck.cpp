@@ -49,6 +49,7 @@ void CsvCheck::start(Cancellation& cancellation)
         _thread = std::thread([this] { readRest(); });
 }
 
+/// Whether the rest of the file so far leaves each column what its beginning made of it.
 bool CsvCheck::guessHolds() const
 {
     for (std::size_t i = 0; i < _settings.fields.size(); ++i)
@@ -57,6 +58,7 @@ bool CsvCheck::guessHolds() const
     return true;
 }
 
+/// On a thread of its own, beside the statement that reads the same file.
 void CsvCheck::readRest()
 {
     try {
@@ -86,6 +88,7 @@ void CsvCheck::guessAnew()
     _settings.guess->readAnew(_settings.mostRecords, [this] { return goOn(); });
 }
 
+/// Waits for the thread. Without `toTheEnd` what it finds is of no interest any more.
 void CsvCheck::join(bool toTheEnd)
 {
     if (!toTheEnd)

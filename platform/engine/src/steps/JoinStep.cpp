@@ -18,6 +18,7 @@ std::string aliasOf(std::size_t input)
     return "t" + std::to_string(input);
 }
 
+/// Fields of one name may come from several inputs, so each has its input before it.
 std::string columnOf(std::size_t input, const std::string& field)
 {
     return aliasOf(input) + "." + quotedIdentifier(field);
@@ -87,6 +88,7 @@ void JoinReader::readType()
                                                std::to_string(_call.inputs.size()));
 }
 
+/// Names one field of each of two inputs, of types that can be compared.
 void JoinReader::addMatch(const Settings& match)
 {
     std::vector<std::pair<std::size_t, const CFField*>> sides;

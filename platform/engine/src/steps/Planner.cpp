@@ -15,6 +15,7 @@ namespace {
 /// Chains of chains are followed by recursion.
 constexpr std::size_t kMostNestedChains = 1000;
 
+/// What messages call a statement: its steps with arrows between them.
 std::string stepsOf(const language::Pipeline& pipeline)
 {
     std::string steps = pipeline.input;
@@ -37,6 +38,8 @@ Planner::Planner(const language::Program& program, JobContext& context)
             _context.sharedIterators.insert(name);
 }
 
+/// Tells chains from values and from statements, and checks that each step exists before any is
+/// planned: a job that cannot run is refused as a whole.
 void Planner::bindNames()
 {
     std::set<std::string> bound;
@@ -79,6 +82,8 @@ const language::Pipeline& Planner::chainOf(const std::string& name) const
                        suggestion(name, _chains, &decltype(_chains)::value_type::first));
 }
 
+/// The tag and the chain of an argument that is an input; empty for any other. The name of a chain
+/// in the place of a value is an input under its own name.
 std::pair<std::string, std::string> Planner::inputIn(const language::Argument& argument) const
 {
     if (argument.kind == language::Argument::Kind::Tagged)
@@ -110,6 +115,7 @@ void Planner::checkCycles()
         visit(name, open, done);
 }
 
+/// Depth first: a chain that is met while it is open uses itself.
 void Planner::visit(const std::string& name, std::set<std::string>& open,
                     std::set<std::string>& done)
 {
@@ -128,6 +134,8 @@ void Planner::visit(const std::string& name, std::set<std::string>& open,
     done.insert(name);
 }
 
+/// A chain that several steps read is planned once and its records are kept; an iterator can be
+/// read once only.
 void Planner::countUses(const language::Pipeline& pipeline)
 {
     for (const language::Step& step : pipeline.steps)
@@ -177,6 +185,7 @@ StepResult Planner::planPipeline(const language::Pipeline& pipeline)
     return result;
 }
 
+/// Plans a chain at its first use.
 NodePtr Planner::planChain(const std::string& name, const std::string& step)
 {
     NodePtr& planned = _planned[name];
@@ -227,6 +236,7 @@ void Planner::gatherInputs(const language::Step& step, NodePtr input, StepCall& 
     }
 }
 
+/// Each kind of step is written in one form; another one is refused with the form that is right.
 void Planner::readArguments(const language::Step& step, const StepKind& kind, StepCall& call)
 {
     using Kind = language::Argument::Kind;
