@@ -5,8 +5,8 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "expression/NearestName.h"
-#include "language/JsonLiteral.h"
 #include "language/Parser.h"
+#include "steps/ArgumentReader.h"
 #include "steps/DataModelExport.h"
 
 namespace EmbeddedHV {
@@ -236,50 +236,17 @@ void Planner::gatherInputs(const language::Step& step, NodePtr input, StepCall& 
     }
 }
 
-/// Each kind of step is written in one form; another one is refused with the form that is right.
 void Planner::readArguments(const language::Step& step, const StepKind& kind, StepCall& call)
 {
-    using Kind = language::Argument::Kind;
     std::vector<const language::Argument*> places;
     for (const language::Argument& argument : step.arguments)
         if (inputIn(argument).second.empty())
             places.push_back(&argument);
-    const bool takesLambda = kind.arguments == StepArguments::Lambda;
-    const auto refuse = [&](const std::string& form) {
-        throw JobError(errors::kStepArguments, step.position.text() + ": " + call.name +
-                                                   ": the step is written " + call.name + form);
-    };
-    if (takesLambda) {
-        if (places.size() != 2 || places[0]->kind != Kind::Open || places[1]->kind != Kind::Value)
-            refuse("(_, lambda)");
-        call.lambda = lambdaOf(*places[1]->value, call.name);
-        return;
-    }
-    if (kind.arguments == StepArguments::Component) {
-        if (places.empty() || places.size() > 3 || places[0]->kind == Kind::Open)
-            refuse("(configuration, input containers, output containers)");
-        if (places.size() > 1 && places[1]->kind != Kind::Open)
-            refuse("(configuration, _, output containers): it reads no container");
-        call.configuration = language::jsonLiteral(*places[0]->value, _values, call.name);
-        if (places.size() > 2 && places[2]->kind != Kind::Open)
-            call.outputContainers = language::jsonLiteral(*places[2]->value, _values, call.name);
-        return;
-    }
-    if (kind.arguments == StepArguments::ConfigurationAndExport) {
-        if (places.size() > 2)
-            refuse("(configuration, export)");
-        if (!places.empty() && places[0]->kind != Kind::Open)
-            call.configuration = language::jsonLiteral(*places[0]->value, _values, call.name);
-        if (places.size() > 1 && places[1]->kind != Kind::Open)
-            call.exported = language::jsonLiteral(*places[1]->value, _values, call.name);
-        return;
-    }
-    const bool open = places.empty() || places[0]->kind == Kind::Open;
-    if (places.size() > 1 || (open && kind.arguments == StepArguments::Configuration))
-        refuse("(configuration)");
-    if (open)
-        return;
-    call.configuration = language::jsonLiteral(*places[0]->value, _values, call.name);
+    ArgumentReader reader(step, std::move(places), call);
+    if (kind.arguments == StepArguments::Lambda)
+        call.lambda = lambdaOf(reader.lambda(), call.name);
+    else
+        reader.read(kind.arguments);
 }
 
 const language::Expression* Planner::lambdaOf(const language::Expression& argument,
