@@ -33,6 +33,7 @@ public:
     /// open.
     using TypeMap = std::map<std::string, SimpleTypes>;
 
+    /// An empty program.
     JNIHvlProgram();
     /// A program that begins with job text as it is given.
     explicit JNIHvlProgram(const std::string& text);

@@ -52,6 +52,7 @@ public:
     /// throws costs the object that is being shown.
     bool generateOutput(const std::string& path);
 
+    /// The fields of the document, and the string table that was handed in.
     dataDictionary& getDataDictionary();
     FacSTDictionary& getDictionary();
     /// The document; an empty object without one.

@@ -50,6 +50,7 @@ public:
     /// Forgets the last job.
     void reset();
 
+    /// The state, and the engine's id of the job, which its log has, too.
     ExecutionState getState() const { return _state; }
     std::string getExecutionId() const { return _executionId; }
     /// The texts in order of arrival, repetitions included.

@@ -39,6 +39,7 @@ public:
     HostJournal(const HostJournal&) = delete;
     HostJournal& operator=(const HostJournal&) = delete;
 
+    /// The journal of the process.
     static HostJournal& instance();
 
     void add(Entry entry);

@@ -39,6 +39,7 @@ public:
     TnPivotTable(const TnPivotTable&) = delete;
     TnPivotTable& operator=(const TnPivotTable&) = delete;
 
+    /// The table is shown without its title, which outlines still have.
     void HideTitle();
     /// A footnote of the title. Footnotes of equal text share one marker in a table.
     void Note(const TnAnnotation& note);

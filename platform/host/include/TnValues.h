@@ -23,6 +23,7 @@ private:
 class HOST_API TnNumber : public TnCellText
 {
 public:
+    /// The system-missing number shows as the host shows it.
     TnNumber(double value, TnFormatSpec format) : _value(value), _format(format) {}
     TnContent content() const override;
     std::unique_ptr<TnCellText> clone() const override;
