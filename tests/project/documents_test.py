@@ -23,7 +23,8 @@ def faults_of(document):
 def main():
     documents = [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md")]
     faults = [fault for document in documents for fault in faults_of(document)]
-    print("\n".join(faults))
+    for fault in faults:
+        print(fault)
     return 1 if faults else 0
 
 
