@@ -8,6 +8,7 @@
 #include "DataKind.h"
 #include "JobOrigin.h"
 #include "ReadableFile.h"
+#include "UserCaseFile.h"
 
 class Dataset;
 class HVLRead;
@@ -43,6 +44,8 @@ public:
     void complete(HVLUpdateDataModel& update) const;
     /// Has the host tell what is left to say of the reading, once it is done.
     void finish() const;
+    /// What separates the fields of a csv file; a comma for another kind.
+    char separator() const { return _form.separator; }
     /// The dataset, and the rows that the job is handed; null if the engine reads the file.
     const Dataset* dataset() const { return _dataset.get(); }
     Dataset* dataset() { return _dataset.get(); }
@@ -50,6 +53,7 @@ public:
 
 private:
     void refuseOptions() const;
+    void refuseForEngine() const;
     void openDataset();
     void keepMissing();
     void configureFile(HVLRead& read) const;
@@ -60,6 +64,7 @@ private:
     std::optional<ReadableFile> _dataModel;
     std::string _password;
     DataKind _kind;
+    CsvForm _form;
     std::unique_ptr<Dataset> _dataset;
     std::unique_ptr<KeptMissing> _kept; ///< where the engine reads and keeps user-missing values
 };

@@ -22,7 +22,7 @@ constexpr std::array<InputFault, 12> kInputFaults{{
     {"HVEIO0002E", ""},
     {"HVEIO0003E", ""},
     {"HVEIO0004E", ""},
-    {"HVEIO0005E", "--from csv, sav or hvbf tells what it is, whatever its name says"},
+    {"HVEIO0005E", kKindHint},
     {"HVEIO0006E", "--max-errors N skips up to N bad records, and says how many there were"},
     {"HVEIO0007E", "a larger --max-errors skips more bad records, -1 any number"},
     {"HVEIO0009E", kPasswordHint},
@@ -167,8 +167,9 @@ CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
     if (const InputFault* const input = inputFault(fault)) {
         const std::string text = withFileName(withoutIterator(fault.text), origin);
         const bool generated = origin.jobName.empty();
+        const char* const hint = text.ends_with("in UTF-8") ? kForeignTextHint : input->hint;
         return {ExitStatus::Input, generated ? text : origin.jobName + ": " + text,
-                generated && origin.hasInputOptions ? input->hint : "", detail};
+                generated && origin.hasInputOptions ? hint : "", detail};
     }
     if (!origin.jobName.empty())
         return {ExitStatus::JobFailed, withPosition(fault.text, origin.jobName),

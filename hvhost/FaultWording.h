@@ -5,6 +5,12 @@
 #include "CommandFault.h"
 #include "JobOrigin.h"
 
+/// What helps with files that are not what they seem.
+inline constexpr const char* kKindHint =
+    "--from csv, sav, hvbf or parquet tells what it is, whatever its name says";
+inline constexpr const char* kForeignTextHint =
+    "--encoding NAME, as in windows-1252, tells what it is written in";
+
 /// A fault of a job as the engine reported it.
 struct EngineFault
 {

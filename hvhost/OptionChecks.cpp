@@ -4,6 +4,7 @@
 #include <cmath>
 #include <system_error>
 
+#include "CsvSeparator.h"
 #include "DataKind.h"
 
 namespace {
@@ -42,6 +43,16 @@ CLI::Validator positiveNumber()
                 if (isNumber(text, number) && std::isfinite(number) && number > 0)
                     return {};
                 return text + " is no number above 0";
+            },
+            ""};
+}
+
+CLI::Validator separatorWordCheck()
+{
+    return {[](const std::string& text) -> std::string {
+                if (separatorOf(text) != '\0')
+                    return {};
+                return text + " is neither a character that separates fields nor the word tab";
             },
             ""};
 }

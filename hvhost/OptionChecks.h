@@ -10,5 +10,7 @@ CLI::Validator notEmpty();
 CLI::Validator wholeNumberFrom(long long minimum);
 /// A finite number above 0.
 CLI::Validator positiveNumber();
+/// A character that separates fields, or a word for one.
+CLI::Validator separatorWordCheck();
 /// A word for a kind of data file, in any case.
 CLI::Validator dataKindWord();

@@ -31,6 +31,14 @@ void addSource(CLI::App& app, InputOptions& options)
     add("--encoding", options.encoding, "Encoding of a csv file, as in windows-1252")
         ->type_name("NAME")
         ->check(notEmpty());
+    add("--separator", options.separator,
+        "What stands between the fields of a csv file, or tab;\nby default what its first line "
+        "tells")
+        ->type_name("CHARACTER")
+        ->check(separatorWordCheck());
+    app.add_flag("--decimal-comma", options.decimalComma,
+                 "Numbers of a csv file are written as 1.234,5")
+        ->group("Input");
     app.add_flag("--no-header", options.noHeader, "A csv file without a line of names")
         ->group("Input");
 }

@@ -65,6 +65,24 @@ class Convert(Case):
         self.assertEqual(self.rows(out), [{"a": "1", "b": "2"}, {"a": "4", "b": "5"}])
         self.run_hvhost("convert", broken, out, "--force", "--max-errors", -1, "--strict", status=5)
 
+    def test_text_files_of_other_programs(self):
+        """Separators, decimal commas and code pages; the numbers come out as numbers."""
+        for text, options, expected in (
+                ("a;b\n1;x,y\n2;\n", [], 'a,b\n1,"x,y"\n2,\n'),
+                ("\ufeffa\tb\n1\t2\n", [], "a,b\n1,2\n"),
+                ('"a, b"|c\n1|2\n', [], '"a, b",c\n1,2\n'),
+                ('a;b\n-1.234,5;"2,5"\n0,5;x"y,z\n', ["--decimal-comma"],
+                 'a,b\n-1234.5,2.5\n0.5,"x""y,z"\n'),
+                ('a,b\n"1,5","v;w"\n"2,5e3",1.2.3\n', ["--decimal-comma"],
+                 "a,b\n1.5,v;w\n2500.0,1.2.3\n"),
+                ("a;b\nx;1\n", ["--separator", ","], "a;b\nx;1\n"),
+                ("a#b\n1#2\n", ["--separator", "#"], "a,b\n1,2\n"),
+                ("stadt;größe\nKöln;1,5\n".encode("cp1252"),
+                 ["--encoding", "windows-1252", "--decimal-comma"], "stadt,größe\nKöln,1.5\n")):
+            with self.subTest(text):
+                source = self.write("other.csv", text)
+                self.assertEqual(self.run_hvhost("convert", source, "-", *options).stdout, expected)
+
     def test_names_that_are_no_plain_words(self):
         source = self.folder / "a b%20c#é'.CSV"
         shutil.copy(PENGUINS, source)

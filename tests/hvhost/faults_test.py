@@ -54,6 +54,16 @@ FAULTS = [
     ("convert weather.csv o.csv --data-model spread.hvl", 3, ["spread.hvl"]),
     ("run spread.hvl --data weather=ragged.csv", 3, ["ragged.csv:3: "]),
     (r"convert 'a\b.csv' o.csv", 2, ["backslash"]),
+    ("info open.csv", 3, ["open.csv:2: a quote is not closed"]),
+    ("convert behind.csv -", 3, ["behind.csv:2: a quote is not closed"]),
+    ("convert foreign.csv o.csv", 3, ["foreign.csv:1: ", "--encoding NAME"]),
+    ("convert foreign.csv o.csv --direct", 3, ["foreign.csv:1: ", "--encoding NAME"]),
+    ("info semicolons.csv", 3, ["semicolons.csv:3: the record has 1 field, not 2", "--separator"]),
+    ("convert semicolons.csv o.csv --direct", 2, ["semicolons.csv: ; separates", "--direct"]),
+    ("run spread.hvl --data weather=semicolons.csv", 2, ["semicolons.csv: ; separates"]),
+    ("convert weather.csv o.csv --direct --decimal-comma", 2, ["--decimal-comma"]),
+    ("convert weather.csv o.csv --separator ab", 2, ["--separator: ab"]),
+    ("info text.hvbf --separator ,", 2, ["--separator: text.hvbf is no csv file"]),
     # Outputs
     ("convert weather.csv existing.csv", 2, ["existing.csv: the file exists", "--force"]),
     ("convert weather.csv - --out-data-model existing.csv", 2, ["existing.csv", "--force"]),
@@ -89,6 +99,10 @@ class Faults(Case):
         (place / "cut.sav").write_bytes((place / "cut.sav").read_bytes()[:200])
         (place / "text.hvbf").write_text("no such thing\n" * 100)
         (place / "ragged.csv").write_text("a,b\n1,2\n3\n")
+        (place / "open.csv").write_text('a,b\n1,"x\n2,y\n')
+        (place / "behind.csv").write_text('a,b\n"x"y,1\n')
+        (place / "foreign.csv").write_bytes("größe,b\n1,2\n".encode("cp1252"))
+        (place / "semicolons.csv").write_text("a;b\n1;2\n3\n")
         (place / "blank").write_text("\nkrill\n")
         (place / "blank.csv").touch()
         (place / "existing.csv").write_text("keep me\n")

@@ -5,6 +5,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/CsvFault.h"
 #include "expression/ExpressionCompiler.h"
 #include "expression/FieldTypes.h"
 #include "runtime/QueryFaults.h"
@@ -161,7 +162,7 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
         throw JobError(errors::kTooManyBadRecords,
                        "read: " + _settings.path + ":" +
                            bad.text(0, static_cast<std::size_t>(count - 1)) + ": " +
-                           csvReason(bad.text(1, static_cast<std::size_t>(count - 1))) +
+                           datafile::csvReason(bad.text(1, static_cast<std::size_t>(count - 1))) +
                            "; more than " + std::to_string(_settings.errorThreshold) +
                            " records cannot be read");
     if (count > 0)
@@ -169,7 +170,7 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
                          "read: " + _settings.path + ": " + std::to_string(count) +
                              (count == 1 ? " record was skipped, " : " records were skipped, ") +
                              "the first on line " + bad.text(0, 0) + ": " +
-                             csvReason(bad.text(1, 0)));
+                             datafile::csvReason(bad.text(1, 0)));
 }
 
 } // namespace EmbeddedHV
