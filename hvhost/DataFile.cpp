@@ -8,6 +8,7 @@
 #include "CommandFault.h"
 #include "CsvSeparator.h"
 #include "Dataset.h"
+#include "FaultWording.h"
 #include "KeptMissing.h"
 #include "OutputPath.h"
 #include "StandardStreams.h"
@@ -214,14 +215,18 @@ OutputFile::OutputFile(const OutputOptions& options, FileOptions offered,
           dataKind(options.kind, options.path, offered == FileOptions::Offered ? "--to" : nullptr))
 {
     refusePassword(_options.path, _kind, _password, "--out-password");
+    if (_options.path == kStandardStream && _options.dataModel == kStandardStream)
+        throw CommandFault(ExitStatus::Usage,
+                           "--out-data-model -: the records go to standard output already");
+    const auto place = [&](const std::string& name, std::unique_ptr<HVSimpleFile>& collected) {
+        if (name != kStandardStream)
+            return outputPath(name, _options.force);
+        collected = std::make_unique<HVSimpleFile>("output", false, true);
+        return nativePath(collected->GetGenericPath());
+    };
     if (!_options.dataModel.empty())
-        _options.dataModel = outputPath(_options.dataModel, _options.force);
-    if (_options.path == kStandardStream) {
-        _collected = std::make_unique<HVSimpleFile>("output", false, true);
-        _path = nativePath(_collected->GetGenericPath());
-    } else {
-        _path = outputPath(_options.path, _options.force);
-    }
+        _dataModelPath = place(_options.dataModel, _collectedDocument);
+    _path = place(_options.path, _collected);
 }
 
 OutputFile::~OutputFile() = default;
@@ -241,11 +246,19 @@ void OutputFile::configure(HVLWrite& write) const
         break;
     }
     if (!_options.dataModel.empty())
-        write.SetDataModel(engineUrl(_options.dataModel));
+        write.SetDataModel(engineUrl(_dataModelPath));
+}
+
+std::vector<JobOrigin::File> OutputFile::origins() const
+{
+    return {{_path, _collected ? kTemporaryFile : _options.path},
+            {_dataModelPath, _collectedDocument ? kTemporaryFile : _options.dataModel}};
 }
 
 void OutputFile::deliver() const
 {
     if (_collected)
         deliverToStandardOutput(_path, _watch);
+    if (_collectedDocument)
+        deliverToStandardOutput(_dataModelPath, _watch);
 }

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "CommonOptions.h"
 #include "DataKind.h"
@@ -84,6 +85,8 @@ public:
     void configure(HVLWrite& write) const;
     /// Whether it tells which field is a weight: by itself, or by a document beside it.
     bool keepsWeight() const { return _kind != DataKind::Csv || !_options.dataModel.empty(); }
+    /// The files that the job writes, and what the user calls them.
+    std::vector<JobOrigin::File> origins() const;
     /// Copies what was written to standard output, if it is to go there.
     void deliver() const;
 
@@ -91,7 +94,9 @@ private:
     OutputOptions _options;
     const InterruptWatch& _watch;
     std::string _path;
+    std::string _dataModelPath;
     std::string _password;
     DataKind _kind;
-    std::unique_ptr<HVSimpleFile> _collected;
+    std::unique_ptr<HVSimpleFile> _collected;         ///< what goes to standard output
+    std::unique_ptr<HVSimpleFile> _collectedDocument; ///< or its data model, which alone can
 };

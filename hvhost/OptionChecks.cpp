@@ -6,6 +6,7 @@
 
 #include "CsvSeparator.h"
 #include "DataKind.h"
+#include "StandardStreams.h"
 
 namespace {
 
@@ -23,6 +24,14 @@ bool isNumber(const std::string& text, Number& number)
 CLI::Validator notEmpty()
 {
     return {[](const std::string& text) { return text.empty() ? "nothing is given" : ""; }, ""};
+}
+
+CLI::Validator noStream()
+{
+    return {[](const std::string& text) {
+                return text == kStandardStream ? "a file is needed, not a stream" : "";
+            },
+            ""};
 }
 
 CLI::Validator wholeNumberFrom(long long minimum)

@@ -6,6 +6,8 @@
 
 /// Anything but nothing, which is what a shell makes of a variable that is not set.
 CLI::Validator notEmpty();
+/// A file, not a standard stream.
+CLI::Validator noStream();
 /// A whole number from this one up.
 CLI::Validator wholeNumberFrom(long long minimum);
 /// A finite number above 0.

@@ -126,7 +126,7 @@ void addCommonOptions(CLI::App& app, CommonOptions& options)
         ->check(CLI::IsMember({"auto", "always", "never"}));
     add("--log", options.logFile, "Append what happens to this file")
         ->type_name("FILE")
-        ->check(notEmpty());
+        ->check(notEmpty() & noStream());
     add("--trace", options.traceDirectory,
         "Write job texts, passwords included, and a log\nbelow this folder")
         ->type_name("FOLDER")
@@ -169,5 +169,6 @@ void addWeight(CLI::App& app, InputOptions& options)
 
 void addPrintJob(CLI::App& app, bool& printJob)
 {
-    app.add_flag("--print-job", printJob, "Show the job text and run nothing");
+    app.add_flag("--print-job", printJob,
+                 "Show the job text, passwords included, and run\nnothing");
 }

@@ -102,7 +102,9 @@ class Convert(Case):
     def test_data_model_document(self):
         model = self.folder / "model.xml"
         self.run_hvhost("convert", PENGUINS, self.folder / "a.csv", "--out-data-model", model)
-        text = model.read_text(encoding="utf-8").replace('name="body_mass_g" storage="integer"',
+        text = self.run_hvhost("convert", PENGUINS, self.folder / "c.csv", "--out-data-model", "-").stdout
+        self.assertEqual(model.read_text(encoding="utf-8"), text)
+        text = text.replace('name="body_mass_g" storage="integer"',
                                                          'name="body_mass_g" storage="string"')
         model.write_text(text, encoding="utf-8")
         self.run_hvhost("convert", PENGUINS, self.folder / "b.csv", "--data-model", model,
@@ -127,6 +129,13 @@ class Aggregate(Case):
             self.assertEqual([row["p50_body_mass_g"], row["median"]], [statistics.median(known)] * 2)
         self.assertTrue(self.run_hvhost(*words, "--format", "csv").stdout.startswith("species,count,mass"))
         self.assertIn("│ Gentoo", self.run_hvhost(*words).stdout)
+
+    def test_text_shows_missing_texts_as_nothing_and_large_numbers_whole(self):
+        data = self.write("data.csv", "g,x\n,20000000.25\n.,\n")
+        lines = self.run_hvhost("aggregate", data, "--by", "g", "--stat", "sum:x,count").stdout
+        self.assertEqual([[cell.strip() for cell in line.split("│")[1:-1]]
+                          for line in lines.splitlines()[3:-1]],
+                         [[".", ".", "1"], ["", "20000000", "1"]])
 
     def test_wide_tables_continue_in_further_ones(self):
         wanted = ",".join(f"{name}:beak_length_mm" for name in ("mean", "sd", "min", "max", "median"))

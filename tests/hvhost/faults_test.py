@@ -14,14 +14,21 @@ FAULTS = [
     ("", 2, ["no command is given", "hvhost --help"]),
     ("convrt", 2, ["convrt: no such command", "did you mean convert?"]),
     ("help convrt", 2, ["did you mean convert?"]),
-    ("--verson", 2, ["--verson"]),
+    ("--verson", 2, ["--verson: no such option", "did you mean --version?"]),
+    ("-q", 2, ["-q: no such option", "hvhost --help"]),
     ("convert weather.csv", 2, ["OUT is required", "hvhost help convert"]),
-    ("convert weather.csv o.csv --wher 1", 2, ["--wher"]),
+    ("convert weather.csv o.csv --wher 1", 2, ["--wher: no such option", "did you mean --where?"]),
+    ("convert weather.csv o.csv p.csv", 2, ["p.csv: there is one argument too many"]),
+    ("convert weather.csv o.csv -o p.csv", 2, ["OUT: it is given 2 times"]),
+    ("convert weather.csv o.csv --limit", 2, ["--limit: its value, N, is missing"]),
+    ("convert weather.csv o.csv --keep ''", 2, ["--keep: nothing is given"]),
+    ("convert weather.csv o.csv --log -", 2, ["--log: a file is needed"]),
+    ("convert weather.csv - --out-data-model -", 2, ["--out-data-model -"]),
     ("convert weather.csv o.csv --limit -1", 2, ["--limit: -1 is no whole number from 0 up"]),
     ("convert weather.csv o.csv --timeout nan", 2, ["--timeout: nan is no number above 0"]),
     ("convert weather.csv o.csv --where ''", 2, ["--where: nothing is given"]),
     ("convert weather.csv o.csv --derive a==1", 2, ["--derive a==1: no NAME="]),
-    ("convert weather.csv o.csv --from xls", 2, ["--from: xls"]),
+    ("convert weather.csv o.csv --from xls", 2, ["--from: xls is none of csv, sav, "]),
     ("convert weather.csv o.csv --log none/log", 2, ["none/log"]),
     ("convert weather.csv o.csv --trace=/proc/none", 2, ["/proc/none"]),
     ("convert sealed.sav o.csv --no-header", 2, ["--no-header: sealed.sav is no csv file"]),
@@ -75,8 +82,14 @@ FAULTS = [
     ("convert weather.csv o.csv --derive 'a=flor(x.wind)'", 1, ["--derive", "floor"]),
     ("convert weather.csv o.csv --where \"x.weather == 'sun'\"", 1, ["double quotes"]),
     ("convert weather.csv o.csv --where 'wind > 2'", 1, ["x.wind"]),
-    ("convert weather.csv o.csv --keep date,nothing", 1, ["nothing"]),
-    ("convert weather.csv o.csv --derive wind=1", 1, ["wind"]),
+    ("convert weather.csv o.csv --keep date,nothing", 1, ["--keep: ", '"nothing"', "hvhost info"]),
+    ("convert weather.csv o.csv --derive wind=1", 1, ['--derive wind=1: there is a field "wind"']),
+    ("convert weather.csv o.csv --derive 'é = x.wind + true'", 1, [": character 12: "]),
+    ("convert weather.csv o.csv --where 'x.\"a b\" > 1'", 1, ["written x.`a b`"]),
+    ("convert weather.csv o.csv --where 'x.date > \"2012\"'", 1, ["toDate("]),
+    ("aggregate weather.csv --stat mean:none:wind", 1, ["--stat mean:none:wind: the input has no"]),
+    ("aggregate weather.csv --by none --stat count", 1, ["--by none: the input has no field"]),
+    ("aggregate weather.csv --stat zzzz:wind", 1, ["hvhost help aggregate"]),
 ]
 # A job text, and what a fault of it says.
 JOB_FAULTS = [
@@ -158,11 +171,15 @@ class Faults(Case):
                 self.assertIn("standard output cannot be written", done.stderr)
 
     def test_a_reader_that_goes_away(self):
-        process = self.start_hvhost("convert", DATA / "weather.csv", "-")
-        process.stdout.close()
-        self.assertEqual(process.wait(timeout=60), 1)
-        self.assertIn("standard output cannot be written", process.stderr.read())
-        process.stderr.close()
+        """As `head` does: no fault to speak of, whether or not Java is running, and nothing stays."""
+        for words in (["convert", DATA / "weather.csv", "-"], ["describe", DATA / "weather.csv"],
+                      ["convert", DATA / "weather.csv", "-", "--print-job"], ["info", "-"], ["help"]):
+            with self.subTest(words), open(DATA / "weather.csv", encoding="utf-8") as source:
+                process = self.start_hvhost(*words, stdin=source)
+                process.stdout.close()
+                self.assertEqual(process.wait(timeout=60), 141)
+                self.assertEqual(process.stderr.read(), "")
+                process.stderr.close()
 
     def test_a_full_disk_leaves_nothing(self):
         target = self.folder / "target"
@@ -175,8 +192,10 @@ class Faults(Case):
 
         text = (DATA / "weather.csv").read_text(encoding="utf-8")
         for source in (DATA / "weather.csv", "-"):
-            self.run_hvhost("convert", source, target / "out.csv", status=1, text=text, preexec_fn=limit)
+            done = self.run_hvhost("convert", source, "target/out.csv", status=1, text=text,
+                                   preexec_fn=limit, cwd=self.folder)
             self.assertEqual(list(target.iterdir()), [])
+            self.assertIn("error: " + ("a temporary file " if source == "-" else "target/out.csv: "), done.stderr)
 
     def test_no_engine(self):
         words = ["convert", DATA / "weather.csv", self.folder / "out.csv"]
