@@ -60,6 +60,7 @@ private:
     void addMatch(const Settings& match);
     void addColumn(std::size_t input, const CFField& field);
     std::size_t inputOf(const std::string& tag, const std::string& key) const;
+    const CFField& taggedField(const StepInput& input, const std::string& field) const;
 
     StepCall& _call;
     Settings _settings;
@@ -73,6 +74,11 @@ std::size_t JoinReader::inputOf(const std::string& tag, const std::string& key) 
             return i;
     _settings.refuse(key, "names \"" + tag + "\", which is the tag of no input" +
                               suggestion(tag, _call.inputs, &StepInput::tag));
+}
+
+const CFField& JoinReader::taggedField(const StepInput& input, const std::string& field) const
+{
+    return fieldOf(input.node->fields, field, _call.name + ": the input \"" + input.tag + "\"");
 }
 
 void JoinReader::readType()
@@ -94,8 +100,7 @@ void JoinReader::addMatch(const Settings& match)
     std::vector<std::pair<std::size_t, const CFField*>> sides;
     for (const StepInput& input : _call.inputs)
         if (const auto field = match.text(input.tag))
-            sides.emplace_back(inputOf(input.tag, "matchFields"),
-                               &fieldOf(input.node->fields, *field, _call.name));
+            sides.emplace_back(inputOf(input.tag, "matchFields"), &taggedField(input, *field));
     if (sides.size() != 2)
         _settings.refuse("matchFields", "must name a field of two inputs in each element");
     const auto& [left, leftField] = sides[0];
@@ -134,6 +139,12 @@ void JoinReader::readUnmatched()
         _join.keepsUnmatched[0] = _join.type == "Outer" || _join.type == "Anti";
         return;
     }
+    if (_join.type != "Outer" && _join.type != "Anti")
+        _call.context.message(errors::kSettingIgnored,
+                              _call.name +
+                                  ": the setting \"nonMatchingSources\" has no meaning in "
+                                  "a join of type " +
+                                  _join.type + " and is ignored");
     const Json& tags = _settings.neededList("nonMatchingSources");
     for (std::size_t i = 0; i < tags.size(); ++i)
         _join.keepsUnmatched[inputOf(_settings.textAt(tags, "nonMatchingSources", i),
@@ -166,8 +177,7 @@ void JoinReader::readOutputFields()
         if (dropped && !names.empty())
             output.refuse(input.tag, "names fields of an input whose records an Anti join drops");
         for (std::size_t name = 0; name < names.size(); ++name)
-            addColumn(
-                i, fieldOf(input.node->fields, output.textAt(names, input.tag, name), _call.name));
+            addColumn(i, taggedField(input, output.textAt(names, input.tag, name)));
     }
     output.reportOthers(_call.context.message);
     if (!_join.fields.empty())
