@@ -374,7 +374,7 @@ TEST_F(TableTest, AHeadingThatOutlivesItsProcedureAsksItNothing)
         TnProcedure split("SPLIT", &source);
         heading.reset(split.Heading(TnString("Heading")));
     }
-    const std::unique_ptr<TnPivotTable> table(
+    const std::unique_ptr<TnPivotTable> pivot(
         heading->PivotTable(TnString("Title"), TnString("Kind"), true));
     const auto& node = *std::get<std::shared_ptr<OutputTable>>(heading->node()->items.front());
     EXPECT_TRUE(node.splitGroup.empty());
