@@ -14,7 +14,6 @@
 #include "Measure.h"
 #include "OutputTree.h"
 #include "TnOutput.h"
-#include "VexaDataSource.h"
 #include "bridge/JNIObjectManager.h"
 #include "render/CellStore.h"
 #include "render/KeyWalk.h"
