@@ -63,6 +63,8 @@ constexpr ValueCase kValues[] = {
      "a,b\r\n1,2\r\n3,4",
      "integer integer", "a,b\n1,2\n3,4\n"},
     {"no record", "a,b\n", "string string", "a,b\n"},
+    {"blank lines before the names and between", "\xEF\xBB\xBF\n\na,b\n\n1,2\n\n3,4\n",
+     "integer integer", "a,b\n1,2\n3,4\n"},
     {"comment signs and other delimiters are data", "#a;b\n#1;2\n", "string",
      "\"#a;b\"\n\"#1;2\"\n"},
     {"not a number and infinity", "r\nnan\n-inf\n1\n", "real", "r\nnan\n-inf\n1.0\n"},
