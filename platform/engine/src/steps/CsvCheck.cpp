@@ -5,7 +5,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "expression/ExpressionCompiler.h"
+#include "datafile/CsvFault.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "runtime/QueryFaults.h"
 #include "runtime/Reporter.h"
@@ -49,6 +50,7 @@ void CsvCheck::start(Cancellation& cancellation)
         _thread = std::thread([this] { readRest(); });
 }
 
+/// Whether the rest of the file so far leaves each column what its beginning made of it.
 bool CsvCheck::guessHolds() const
 {
     for (std::size_t i = 0; i < _settings.fields.size(); ++i)
@@ -57,6 +59,7 @@ bool CsvCheck::guessHolds() const
     return true;
 }
 
+/// On a thread of its own, beside the statement that reads the same file.
 void CsvCheck::readRest()
 {
     try {
@@ -86,6 +89,7 @@ void CsvCheck::guessAnew()
     _settings.guess->readAnew(_settings.mostRecords, [this] { return goOn(); });
 }
 
+/// Waits for the thread. Without `toTheEnd` what it finds is of no interest any more.
 void CsvCheck::join(bool toTheEnd)
 {
     if (!toTheEnd)
@@ -167,7 +171,7 @@ std::size_t CsvCheck::countWithinLimit(duck::Result& bad) const
 void CsvCheck::refuseRecord(duck::Result& bad, std::size_t record) const
 {
     const std::string text = "read: " + _settings.path + ":" + bad.text(0, record) + ": " +
-                             csvReason(bad.text(1, record));
+                             datafile::csvReason(bad.text(1, record));
     if (_settings.errorThreshold == 0)
         throw JobError(errors::kBadRecord, text, bad.text(1, record));
     throw JobError(errors::kTooManyBadRecords,
@@ -216,7 +220,7 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
                          "read: " + _settings.path + ": " + std::to_string(count) +
                              (count == 1 ? " record was skipped, " : " records were skipped, ") +
                              "the first on line " + bad.text(0, 0) + ": " +
-                             csvReason(bad.text(1, 0)));
+                             datafile::csvReason(bad.text(1, 0)));
 }
 
 } // namespace EmbeddedHV

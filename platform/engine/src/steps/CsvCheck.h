@@ -14,6 +14,7 @@
 
 namespace EmbeddedHV {
 
+/// What the check reads, and which records it may pass over.
 struct CsvCheckSettings
 {
     std::string path;

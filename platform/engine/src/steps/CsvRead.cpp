@@ -5,6 +5,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/FileTables.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "expression/NearestName.h"
 #include "steps/CsvCheck.h"

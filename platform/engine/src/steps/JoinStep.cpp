@@ -4,6 +4,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "expression/NearestName.h"
 #include "expression/ValueTypes.h"
@@ -17,6 +18,7 @@ std::string aliasOf(std::size_t input)
     return "t" + std::to_string(input);
 }
 
+/// Fields of one name may come from several inputs, so each has its input before it.
 std::string columnOf(std::size_t input, const std::string& field)
 {
     return aliasOf(input) + "." + quotedIdentifier(field);
@@ -92,6 +94,7 @@ void JoinReader::readType()
                                                std::to_string(_call.inputs.size()));
 }
 
+/// Names one field of each of two inputs, of types that can be compared.
 void JoinReader::addMatch(const Settings& match)
 {
     std::vector<std::pair<std::size_t, const CFField*>> sides;

@@ -3,7 +3,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/ColumnTypes.h"
-#include "expression/ExpressionCompiler.h"
+#include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {
 
