@@ -63,6 +63,8 @@ constexpr ValueCase kValues[] = {
      "a,b\r\n1,2\r\n3,4",
      "integer integer", "a,b\n1,2\n3,4\n"},
     {"no record", "a,b\n", "string string", "a,b\n"},
+    {"blank lines before the names and between", "\xEF\xBB\xBF\n\na,b\n\n1,2\n\n3,4\n",
+     "integer integer", "a,b\n1,2\n3,4\n"},
     {"comment signs and other delimiters are data", "#a;b\n#1;2\n", "string",
      "\"#a;b\"\n\"#1;2\"\n"},
     {"not a number and infinity", "r\nnan\n-inf\n1\n", "real", "r\nnan\n-inf\n1.0\n"},
@@ -514,7 +516,7 @@ TEST_F(ReadWriteTest, NamedDataSourcesLastAcrossJobs)
 
 /// Records are added once and whole, also where the statement has run before it shows that it has
 /// to run anew, or that it fails.
-TEST_F(ReadWriteTest, WhatFailsAddsNothingToADataSource)
+TEST_F(ReadWriteTest, AStatementThatRunsAnewDoesSoFromWhereItBegan)
 {
     write("in.csv", "v\n1.5\n");
     std::ofstream late(path("late.csv"));
@@ -536,6 +538,15 @@ TEST_F(ReadWriteTest, WhatFailsAddsNothingToADataSource)
             writeCsv("out.csv"));
         return read("out.csv");
     };
+    // A chain stays as it was read first, whatever has become of what it was read from.
+    EXPECT_EQ(run("val d = " + readCsv("in.csv") + " d -> " + writeCsv("out.csv") +
+                  readCsv("late.csv", R"(, "maxRecordsCount": 1)") + " -> " + writeCsv("in.csv") +
+                  "val n = " + readCsv("late.csv", R"(, "readErrorThreshold": 2)") +
+                  "union(_, d, n) -> filterRecords(_, c => x => !isMissing(x.v)) -> " +
+                  writeCsv("out.csv"))
+                  .ending,
+              "success");
+    EXPECT_EQ(read("out.csv"), "v,n,k\n1.5,,\n");
     EXPECT_EQ(add("1").errorId, "HVEIO0007E");
     EXPECT_EQ(count(), "count\n1\n");
     EXPECT_EQ(add("2").ending, "success");
