@@ -157,7 +157,10 @@ Json formatFor(const Statistic& statistic, const FieldSummary& field)
     case Kind::Square:
         return numberFormat(std::max(between, decimalsFor(field.numeric.variance.value_or(0))));
     case Kind::Range:
-        return valueFormat(field.field, decimals);
+        // Values that differ in digits that their format hides are not all the same.
+        return valueFormat(
+            field.field,
+            std::max(decimals, decimalsFor(field.numeric.standardDeviation.value_or(0))));
     default:
         return valueFormat(field.field, between);
     }
