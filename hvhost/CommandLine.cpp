@@ -28,6 +28,7 @@ public:
     const CommonOptions& common() const { return _common; }
 
 private:
+    /// A command with its help; each of the functions below adds the options of one.
     CLI::App* command(const char* name, const char* purpose, const std::string& examples);
     void addConvert();
     void addAggregate();
@@ -280,6 +281,7 @@ public:
     TempDirectoryScope& operator=(const TempDirectoryScope&) = delete;
 };
 
+/// Tells it on standard error and in the log, and gives the exit status.
 int reportFault(const CommandFault& fault, const CommonOptions& common)
 {
     const std::string text = withoutLineEnds(fault.what());
@@ -295,6 +297,7 @@ int reportFault(const CommandFault& fault, const CommonOptions& common)
     return static_cast<int>(fault.status());
 }
 
+/// Reads the words and runs the command that they name.
 void parse(CLI::App& app, int count, char** words)
 {
     try {

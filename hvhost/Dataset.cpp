@@ -10,6 +10,7 @@
 #include "FaultWording.h"
 #include "ReadableFile.h"
 #include "Text.h"
+#include "ValueText.h"
 #include "data/HVDataModel.h"
 #include "hvl/HVLUpdateDataModel.h"
 #include "support/Paths.h"
@@ -61,11 +62,6 @@ CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const 
     if (text.starts_with(file.path()))
         text.replace(0, file.path().size(), file.name());
     return {ExitStatus::Input, text, hintFor(text, form)};
-}
-
-bool isNumber(CFField::StorageType storage)
-{
-    return storage == CFField::Integer || storage == CFField::Real;
 }
 
 void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& geo)

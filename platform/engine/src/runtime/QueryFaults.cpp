@@ -75,10 +75,15 @@ constexpr Phrase kPhrases[] = {
 
 } // namespace
 
+bool isCsvFault(const std::string& databaseMessage, const std::string& path)
+{
+    return csvLine(databaseMessage) && csvPath(databaseMessage) == path;
+}
+
 bool isCsvConversionFault(const std::string& databaseMessage, const std::string& path)
 {
-    return csvLine(databaseMessage) && contains(databaseMessage, "Error when converting column") &&
-           csvPath(databaseMessage) == path;
+    return isCsvFault(databaseMessage, path) &&
+           contains(databaseMessage, "Error when converting column");
 }
 
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,
