@@ -205,13 +205,17 @@ TEST_F(ResultDocument, TellsWhyAStatisticIsNotThere)
 TEST_F(ResultDocument, ShowsValuesInTheFormatsOfTheirFields)
 {
     TestRows rows("rows", {},
-                  {{1.5, 0.0, 0.0, 1.0}, {2.25, 1.0, 90061.5, 3600.0}, {4.0, -1.0, -0.5, 7200.0}});
+                  {{1.5, 0.0, 0.0, 1.0, 0.001},
+                   {2.25, 1.0, 90061.5, 3600.0, 0.0025},
+                   {4.0, -1.0, -0.5, 7200.0, 0.004}});
     rows.model = R"(<DataModel>
         <Field name="money" storage="real" measure="continuous"><Label>Money &amp; co</Label>
           <Format type="4" width="10" decimals="1"/></Field>
         <Field name="day" storage="date" measure="continuous"/>
         <Field name="at" storage="timestamp" measure="nominal"/>
-        <Field name="clock" storage="time" measure="continuous"/></DataModel>)";
+        <Field name="clock" storage="time" measure="continuous"/>
+        <Field name="small" storage="real" measure="continuous">
+          <Format type="5" width="8" decimals="2"/></Field></DataModel>)";
     const json document = describeRows(rows);
     const TableView table = statistics(document);
     const std::tuple<const char*, const char*, json, const char*> cases[] = {
@@ -220,6 +224,7 @@ TEST_F(ResultDocument, ShowsValuesInTheFormatsOfTheirFields)
         {"money", "Skewness", nullptr, R"({"decimals": 3})"},
         {"day", "Minimum", -86400, R"({"dateTimePattern": "yyyy-MM-dd"})"},
         {"at", "Maximum", 90061.5, R"({"dateTimePattern": "yyyy-MM-dd HH:mm:ss"})"},
+        {"small", "Minimum", 0.001, R"({"decimals": 4})"},
         {"clock", "Maximum", 7200, R"({"dateTimePattern": "HH:mm:ss"})"},
         {"day", "N/Valid", 3, R"({"decimals": 0})"}};
     for (const auto& [field, column, value, format] : cases) {
