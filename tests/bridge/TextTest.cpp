@@ -3,6 +3,8 @@
 #include "bridge/JNIJSONObject.h"
 #include "support/JvmFixture.h"
 
+#include <utility>
+
 namespace {
 struct TextCase
 {
@@ -47,19 +49,14 @@ using TextTest = JvmTest;
 TEST_F(TextTest, ASurrogateWithoutItsPartnerIsReplaced)
 {
     JNIHvlAccessor accessor;
-    struct Row
-    {
-        std::u16string units;
-        std::string text;
-    };
-    const Row rows[] = {{{u'a', 0xD83D, u'b'}, "a\uFFFDb"},
-                        {{0xDE00, u'b'}, "\uFFFDb"},
-                        {{u'a', 0xD83D}, "a\uFFFD"},
-                        {{0xD83D, 0xD83D, 0xDE00}, "\uFFFD😀"}};
-    for (const Row& row : rows) {
-        jstring const java = env()->NewString(reinterpret_cast<const jchar*>(row.units.data()),
-                                              static_cast<jsize>(row.units.size()));
-        EXPECT_EQ(accessor.getString(java), row.text);
+    const std::pair<std::u16string, std::string> rows[] = {{{u'a', 0xD83D, u'b'}, "a\uFFFDb"},
+                                                           {{0xDE00, u'b'}, "\uFFFDb"},
+                                                           {{u'a', 0xD83D}, "a\uFFFD"},
+                                                           {{0xD83D, 0xD83D, 0xDE00}, "\uFFFD😀"}};
+    for (const auto& [units, text] : rows) {
+        jstring const java = env()->NewString(reinterpret_cast<const jchar*>(units.data()),
+                                              static_cast<jsize>(units.size()));
+        EXPECT_EQ(accessor.getString(java), text);
         env()->DeleteLocalRef(java);
     }
 }

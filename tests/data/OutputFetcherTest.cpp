@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
+#include <tuple>
 
 #include "JNIException.h"
 #include "bridge/JNIHvlProgram.h"
@@ -78,23 +79,17 @@ protected:
 TEST_F(OutputFetcher, GivesTheRowsOfAFile)
 {
     makeInputs("a,1,x\nb,,y\n,3,\n");
-    struct FileCase
-    {
-        const char* file;
-        const char* model;
-        Fetcher::HVDataFileType type;
-        std::vector<std::string> fields;
-        const char* content;
-    };
-    const FileCase cases[] = {
-        {"in.csv", "", Fetcher::kCsv, {}, "a 1;b -;- 3;"},
-        {"in.csv", "in.xml", Fetcher::kCsv, {"field1", "field2"}, "a 1;b -;- 3;"},
-        {"in.hvbf", "", Fetcher::kHvbf, {"field1"}, "a none;b none;- none;"},
-        {"in.hvbf", "in.xml", static_cast<Fetcher::HVDataFileType>(7), {}, "a 1;b -;- 3;"},
-        {"in.csv", "", Fetcher::kHvbf, {}, ""},
-        {"missing.csv", "", Fetcher::kCsv, {}, ""},
-        {"in.csv", "", Fetcher::kCsv, {"no such field"}, ""},
-    };
+    const std::tuple<const char*, const char*, Fetcher::HVDataFileType, std::vector<std::string>,
+                     const char*>
+        cases[] = {
+            {"in.csv", "", Fetcher::kCsv, {}, "a 1;b -;- 3;"},
+            {"in.csv", "in.xml", Fetcher::kCsv, {"field1", "field2"}, "a 1;b -;- 3;"},
+            {"in.hvbf", "", Fetcher::kHvbf, {"field1"}, "a none;b none;- none;"},
+            {"in.hvbf", "in.xml", static_cast<Fetcher::HVDataFileType>(7), {}, "a 1;b -;- 3;"},
+            {"in.csv", "", Fetcher::kHvbf, {}, ""},
+            {"missing.csv", "", Fetcher::kCsv, {}, ""},
+            {"in.csv", "", Fetcher::kCsv, {"no such field"}, ""},
+        };
     // One fetcher for all: the next fetch lets go of what the last one holds.
     Fetcher fetcher(*runner);
     for (const auto& [file, model, type, fields, content] : cases) {
@@ -119,29 +114,23 @@ TEST_F(OutputFetcher, ComposesAReadAndAWrite)
 {
     const std::string written = R"({"dataDestination":"outitera.hvbf",)"
                                 R"("dataModelDestination":"outmodel.xml","type":"hvbf"})";
-    struct TextCase
-    {
-        Fetcher::HVDataFileType type;
-        const char* model;
-        std::vector<std::string> fields;
-        std::string job;
-    };
-    const TextCase cases[] = {
-        {Fetcher::kCsv,
-         "",
-         {},
-         R"(val f1Conf = {"filesystem":{"locations":[{"path":"file:///c:/d ir/f","parser":)"
-         R"({"name":"csv","config":{"hasHeader":false}}}]}})"
-         "\nval f2Conf = " +
-             written + "\nread(f1Conf) -> write(f2Conf)"},
-        {Fetcher::kHvbf,
-         "c:\\m.xml",
-         {"b", "a"},
-         R"(val f1Conf = {"filesystem":{"dataModel":"file:///c:/m.xml","locations":)"
-         R"([{"path":"file:///c:/d ir/f","parser":{"name":"hvbf","config":{}}}]}})"
-         "\nval f2Conf = {\"fields\":[\"b\",\"a\"]}\nval f3Conf = " +
-             written + "\nread(f1Conf) -> filterFields(f2Conf) -> write(f3Conf)"},
-    };
+    const std::tuple<Fetcher::HVDataFileType, const char*, std::vector<std::string>, std::string>
+        cases[] = {
+            {Fetcher::kCsv,
+             "",
+             {},
+             R"(val f1Conf = {"filesystem":{"locations":[{"path":"file:///c:/d ir/f","parser":)"
+             R"({"name":"csv","config":{"hasHeader":false}}}]}})"
+             "\nval f2Conf = " +
+                 written + "\nread(f1Conf) -> write(f2Conf)"},
+            {Fetcher::kHvbf,
+             "c:\\m.xml",
+             {"b", "a"},
+             R"(val f1Conf = {"filesystem":{"dataModel":"file:///c:/m.xml","locations":)"
+             R"([{"path":"file:///c:/d ir/f","parser":{"name":"hvbf","config":{}}}]}})"
+             "\nval f2Conf = {\"fields\":[\"b\",\"a\"]}\nval f3Conf = " +
+                 written + "\nread(f1Conf) -> filterFields(f2Conf) -> write(f3Conf)"},
+        };
     const ScriptedEngine engine;
     for (const auto& [type, model, fields, job] : cases) {
         Fetcher(*runner).Fetch("c:\\d ir\\f", model, type, fields);
@@ -157,13 +146,7 @@ TEST_F(OutputFetcher, ComposesAReadAndAWrite)
 TEST_F(OutputFetcher, LetsGoOfEverythingWhenTheEngineFails)
 {
     for (const Fault fault : {Fault::Engine, Fault::Java, Fault::Standard, Fault::Unknown}) {
-        struct FaultCase
-        {
-            const char* call;
-            bool jobFails;
-            bool passes;
-        };
-        const FaultCase cases[] = {
+        const std::tuple<const char*, bool, bool> cases[] = {
             {"start", false, true},    {"createExecution", false, true},
             {"prepare", false, true},  {"execute", false, false},
             {"dispose", false, false}, {"getOutputIterator", false, false},

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <regex>
 #include <stdexcept>
+#include <tuple>
 
 #include "JNIException.h"
 #include "descriptive/HVDescriptive.h"
@@ -93,16 +94,7 @@ protected:
 TEST_F(DescriptiveFault, ResultIsThatOfTheLastStep)
 {
     const std::string model = "<DataModel></DataModel>";
-    struct AnswerCase
-    {
-        Left model;
-        Left interval;
-        bool withDates;
-        bool result;
-        std::string modelText;
-        const char* intervalText;
-    };
-    const AnswerCase cases[] = {
+    const std::tuple<Left, Left, bool, bool, std::string, const char*> cases[] = {
         {Left::Member, Left::Member, true, true, model, "{}"},
         {Left::Nothing, Left::Member, true, true, "before", "{}"},
         {Left::OtherMember, Left::Member, true, true, "before", "{}"},

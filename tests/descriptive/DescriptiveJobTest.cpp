@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <regex>
+#include <tuple>
 
 #include "CFAppHost.h"
 #include "data/HVSimpleContainer.h"
@@ -144,15 +145,9 @@ TEST_F(DescriptiveJob, WritesThreeLines)
 
 TEST_F(DescriptiveJob, TellsTheModelAndTheIntervalOfDates)
 {
-    struct DateCase
-    {
-        Names inputs;
-        Names dates;
-        bool standard;
-        const char* setting; ///< in the job
-        const char* unit;    ///< empty for no interval
-    };
-    const DateCase cases[] = {
+    // setting: in the job.
+    // unit: empty for no interval.
+    const std::tuple<Names, Names, bool, const char*, const char*> cases[] = {
         {{"size"}, {"day"}, true, R"("stdDateTimeFieldList":["day"])", R"("month")"},
         {{}, {"day"}, true, R"("stdDateTimeFieldList":["day"])", R"("month")"},
         {{}, {"year"}, false, R"("nonStdDateTimeFieldList":[["year"]])", R"("year")"},

@@ -327,13 +327,8 @@ TEST_F(ResultDocument, LimitsWhatItTellsOneByOne)
 
 TEST_F(ResultDocument, RefersToFieldsOfAnyName)
 {
-    struct Case
-    {
-        const char* quoted; ///< as CSV has it
-        const char* column;
-        const char* reference;
-        const char* title;
-    };
+    // quoted: as CSV has it.
+    using Case = std::tuple<const char*, const char*, const char*, const char*>;
     const Case cases[] = {
         {"a.b[0]", "a.b[0]", "a\\.b\\[0\\]", "a.b[0]"},
         {"\"it's \"\"it\"\"\"", "it's \"it\"", "it\\'s \\\"it\\\"", "it's \"it\""},
@@ -345,8 +340,8 @@ TEST_F(ResultDocument, RefersToFieldsOfAnyName)
     std::string header;
     std::string numbers;
     std::string texts;
-    for (const Case& tested : cases) {
-        header += (header.empty() ? "" : ",") + std::string(tested.quoted);
+    for (const auto& [quoted, column, reference, title] : cases) {
+        header += (header.empty() ? "" : ",") + std::string(quoted);
         numbers += numbers.empty() ? "1" : ",1";
         texts += texts.empty() ? "s" : ",s";
     }
@@ -429,13 +424,7 @@ TEST(BinEdges, AreRoundAndHoldAllValues)
 {
     using EmbeddedHV::BinScale;
     const double day = 86400;
-    struct Case
-    {
-        EmbeddedHV::BinRequest request;
-        double first;
-        double width;
-        std::size_t bins;
-    };
+    using Case = std::tuple<EmbeddedHV::BinRequest, double, double, std::size_t>;
     const Case cases[] = {
         // 2 * 10 / 1000^(1/3) = 2, as wide as that.
         {{0, 30, 10, 1000, BinScale::Real}, 0, 2, 16},
@@ -450,15 +439,15 @@ TEST(BinEdges, AreRoundAndHoldAllValues)
         {{1e15, 1e15 + 1, 1, 10, BinScale::Real}, 1e15, 1, 2},         // doubles lie apart there
         {{-1e300, 1e300, 1e299, 2, BinScale::Real}, -1e300, 2e299, 11},
     };
-    for (const Case& tested : cases) {
-        const std::vector<double> edges = EmbeddedHV::binEdges(tested.request);
-        SCOPED_TRACE(tested.request.minimum);
-        SCOPED_TRACE(tested.request.maximum);
-        EXPECT_EQ(edges.front(), tested.first);
-        EXPECT_DOUBLE_EQ(edges[1] - edges[0], tested.width);
-        EXPECT_EQ(edges.size() - 1, tested.bins);
-        EXPECT_LE(edges.front(), tested.request.minimum);
-        EXPECT_GT(edges.back(), tested.request.maximum);
+    for (const auto& [request, first, width, bins] : cases) {
+        const std::vector<double> edges = EmbeddedHV::binEdges(request);
+        SCOPED_TRACE(request.minimum);
+        SCOPED_TRACE(request.maximum);
+        EXPECT_EQ(edges.front(), first);
+        EXPECT_DOUBLE_EQ(edges[1] - edges[0], width);
+        EXPECT_EQ(edges.size() - 1, bins);
+        EXPECT_LE(edges.front(), request.minimum);
+        EXPECT_GT(edges.back(), request.maximum);
         EXPECT_TRUE(std::is_sorted(edges.begin(), edges.end(), std::less_equal<>()));
     }
     // Whatever the numbers, there are no more bins than that.

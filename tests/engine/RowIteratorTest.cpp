@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <thread>
+#include <tuple>
 
 #include "EngineException.h"
 
@@ -45,12 +46,7 @@ TEST_F(RowIteratorTest, ValuesComeOnTheScaleOfTheProtocol)
                                "-3,inf,\"\",1969-12-31,23:59:59.999999,1969-12-31 23:59:58.5\n");
 }
 
-struct BadValue
-{
-    const char* storage;
-    TestRows::Value value;
-    const char* fault;
-};
+using BadValue = std::tuple<const char*, TestRows::Value, const char*>;
 
 TEST_F(RowIteratorTest, AValueWithoutAPlaceFailsTheJob)
 {
@@ -63,14 +59,14 @@ TEST_F(RowIteratorTest, AValueWithoutAPlaceFailsTheJob)
         {"string", std::string("x\xC3"), "the text is not UTF-8"},
         {"string", std::string("\xED\xA0\x80"), "the text is not UTF-8"},
     };
-    for (const BadValue& bad : kBad) {
-        TestRows rows("rows", {{"good", "real"}, {"bad", bad.storage}},
-                      {{1.0, std::monostate{}}, {2.0, bad.value}});
+    for (const auto& [storage, value, fault] : kBad) {
+        TestRows rows("rows", {{"good", "real"}, {"bad", storage}},
+                      {{1.0, std::monostate{}}, {2.0, value}});
         const auto listener = feed(rows, _copy);
         EXPECT_EQ(listener.errorId, "HVEIO0020E");
         EXPECT_THAT(listener.errorText,
                     testing::AllOf(HasSubstr(R"(field "bad" of the row iterator "rows", record 2)"),
-                                   HasSubstr(bad.fault)));
+                                   HasSubstr(fault)));
         EXPECT_TRUE(files().empty());
     }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <tuple>
 
 using namespace EngineTest;
 using testing::HasSubstr;
@@ -189,14 +190,8 @@ TEST_F(StepTest, UnknownSettingsAreToldAndIgnored)
                           R"("maxRecordsCount"?)"));
 }
 
-struct JoinCase
-{
-    const char* what;
-    const char* configuration;
-    const char* result; ///< lines in any order, or a part of the fault
-};
-
-constexpr JoinCase kJoins[] = {
+// result: lines in any order, or a part of the fault.
+constexpr std::tuple<const char*, const char*, const char*> kJoins[] = {
     {"inner", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Inner",
                  "outputFields": {"l": ["person"], "r": ["size"]}})",
      "person,size\nAnn,7\nCid,7\n"},
@@ -226,12 +221,12 @@ TEST_F(StepTest, JoinsMatchByTag)
 {
     write("l.csv", "person,city\nAnn,Oslo\nBob,Rome\nCid,Oslo\nDee,\n");
     write("r.csv", "name,size\nOslo,7\nBern,1\n");
-    for (const JoinCase& one : kJoins) {
-        SCOPED_TRACE(one.what);
+    for (const auto& [what, configuration, result] : kJoins) {
+        SCOPED_TRACE(what);
         const auto listener =
             run("val l = " + readCsv("l.csv") + "\nval r = " + readCsv("r.csv") + "\njoin(" +
-                one.configuration + ", l: l, r: r) -> " + writeCsv("out.csv"));
-        const std::string expected = one.result;
+                configuration + ", l: l, r: r) -> " + writeCsv("out.csv"));
+        const std::string expected = result;
         if (expected.find('\n') == std::string::npos) {
             EXPECT_THAT(listener.errorText, HasSubstr(expected));
             continue;

@@ -3,6 +3,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -180,11 +181,7 @@ TEST(OutputText, HeadingsAndMessagesStandInOrder)
 
 TEST(OutputText, AChartShowsItsData)
 {
-    const struct
-    {
-        const char* specification;
-        const char* text;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         // A histogram, with a label of the data model and a field name that has to be escaped.
         {R"({"title":"Ages","description":"of people","mark":{"type":"bar"},"data":{"values":[
             {"from":0,"to":10,"n.1":8},{"from":10,"to":20,"n.1":1},{"from":20,"to":30,"n.1":-4}]},
@@ -212,16 +209,16 @@ of people
         {"3", "\nChart\nThis chart cannot be drawn.\n"},
         {"{", "\nChart\nThis chart cannot be drawn.\n"},
     };
-    for (const auto& each : cases) {
+    for (const auto& [specification, text] : cases) {
         TnProcedure procedure("TEST");
         xGlyph chart(procedure);
         ChartString title;
         title.assign("Chart");
         chart.SetDescription(title);
         chart.setViZJSONTemplate(R"({"0":{"fields":[{"id":"n.1","label":"Count"}]},"1":)" +
-                                 std::string(each.specification) + "}");
+                                 std::string(specification) + "}");
         chart.sendChart();
-        EXPECT_EQ(textOf(procedure, 60), each.text);
+        EXPECT_EQ(textOf(procedure, 60), text);
     }
 }
 

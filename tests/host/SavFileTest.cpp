@@ -2,6 +2,8 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <tuple>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -154,13 +156,7 @@ TEST(SavFile, TheDictionaryComesBackWhole)
 
 TEST(SavFile, ValuesComeBackAsTheyAre)
 {
-    struct Column
-    {
-        const char* what;
-        std::uint8_t format;
-        std::vector<double> values;
-    };
-    const Column columns[] = {
+    const std::tuple<const char*, std::uint8_t, std::vector<double>> columns[] = {
         {"numbers", kFormatNumber, {0.1, -1e300, 4.9e-324, kInfinity, 9007199254740993.0}},
         {"whole days", kFormatDate, {day(0), day(-141427), day(11016), 0}},
         {"days before the calendar", kFormatDate, {-86400, day(-800000)}},
@@ -174,16 +170,16 @@ TEST(SavFile, ValuesComeBackAsTheyAre)
         {"weekdays are numbers", kFormatWeekday, {1, 7, 2.5}},
     };
     const ScratchFolder scratch;
-    for (const Column& column : columns) {
-        SCOPED_TRACE(column.what);
-        VEXA_Variable described = variable("v", 0, {12, column.format, 2});
+    for (const auto& [what, format, values] : columns) {
+        SCOPED_TRACE(what);
+        VEXA_Variable described = variable("v", 0, {12, format, 2});
         VEXA_ValueLabelMap labels;
-        labels.SetLabel(column.values.front(), "first");
-        described.SetMissingValues(std::vector<double>{column.values.back()});
-        if (std::isfinite(column.values.front()))
+        labels.SetLabel(values.front(), "first");
+        described.SetMissingValues(std::vector<double>{values.back()});
+        if (std::isfinite(values.front()))
             described.SetValueLabels(labels);
         std::vector<Row> rows = {{kSystemMissing}};
-        for (const double value : column.values)
+        for (const double value : values)
             rows.push_back({value});
         writeSav(scratch.name("v.sav"), {described}, rows);
         const UserInputCaseFile file(specOf(scratch.name("v.sav"), false), nullptr);
@@ -313,11 +309,7 @@ TEST(SavFile, ABadFileIsRefusedByItsName)
 
 TEST(SavFile, ADictionaryThatContradictsIsRefused)
 {
-    struct Bad
-    {
-        const char* dictionary;
-        const char* says;
-    };
+    using Bad = std::pair<const char*, const char*>;
     const Bad dictionaries[] = {
         {R"({"variables":[{"name":"n","type":"text"}]})", "\"n\" is a text in the dictionary"},
         {R"({"variables":[{"name":"t"}]})", "\"t\" is a number in the dictionary"},
@@ -346,16 +338,16 @@ TEST(SavFile, ADictionaryThatContradictsIsRefused)
     const std::unique_ptr<duckdb_database, void (*)(duckdb_database*)> closing(&database,
                                                                                &duckdb_close);
     datafile::duck::Connection connection(database);
-    for (const Bad& bad : dictionaries) {
+    for (const auto& [dictionary, says] : dictionaries) {
         connection.query(
             "COPY (SELECT 1 AS n, 'x' AS t) TO '" + (scratch.path / "bad.sav").string() +
-            "' (FORMAT PARQUET, KV_METADATA {'hvinteg.dictionary': '" + bad.dictionary + "'})");
+            "' (FORMAT PARQUET, KV_METADATA {'hvinteg.dictionary': '" + dictionary + "'})");
         EXPECT_THAT(refusalOf([&] {
                         const UserInputCaseFile file(specOf(scratch.name("bad.sav"), false),
                                                      nullptr);
                     }),
-                    HasSubstr(bad.says))
-            << bad.dictionary;
+                    HasSubstr(says))
+            << dictionary;
     }
 }
 

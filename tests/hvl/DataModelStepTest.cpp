@@ -59,12 +59,7 @@ CFMissingValues missing(CFRange range, std::vector<CFValue> values)
 TEST_F(DataModelStep, BuilderExportsToItsContainer)
 {
     HVSimpleContainer file("Modell ü", "C:\\data\\a b.xml");
-    struct BuilderCase
-    {
-        std::function<void(HVLDataModelBuilder&)> configure;
-        const char* job;
-    };
-    const BuilderCase cases[] = {
+    const std::pair<std::function<void(HVLDataModelBuilder&)>, const char*> cases[] = {
         {[](HVLDataModelBuilder&) {}, "val f2Conf = {\"export\":true,\"name\":\"\",\"uri\":\"\"}\n"
                                       "read(f1Conf) -> dataModelBuilder(_, f2Conf)"},
         {[](HVLDataModelBuilder& builder) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <random>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -29,13 +30,7 @@ std::vector<std::string> labelsOf(const std::vector<CFValue>& values)
 
 TEST(Datum, IsTextOfAsManyDecimalsAsAskedFor)
 {
-    struct Case
-    {
-        CFDatum datum;
-        int decimals;
-        std::string text;
-    };
-    const Case cases[] = {
+    const std::tuple<CFDatum, int, std::string> cases[] = {
         {CFDatum(), -1, ""},
         {CFDatum(), 2, ""},
         {CFDatum("1.50"), 0, "1.50"},

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <tuple>
 #include <vector>
 
 #include "render/Rendering.h"
@@ -79,12 +80,8 @@ std::string show(const TnContent& content)
 
 TEST_F(TextTest, ItemsBecomeTexts)
 {
-    const struct
-    {
-        const char* body;
-        bool translate;
-        const char* shown; ///< text|key|help, null for no text
-    } rows[] = {
+    // shown: text|key|help, null for no text.
+    const std::tuple<const char*, bool, const char*> rows[] = {
         {"'stringText':{'key':'no_such_key','value':'B','helpId':'H'}", true,
          "no_such_key|no_such_key|"},
         {"'stringText':{}", true, " "},
@@ -134,11 +131,11 @@ TEST_F(TextTest, ItemsBecomeTexts)
          "{'text':{'stringText':{'key':'k','value':'b'}}}]}",
          true, "a^2k"},
     };
-    for (const auto& row : rows) {
-        const auto text = textOf(std::string("{'text':{") + row.body + "}}", row.translate);
-        ASSERT_EQ(text != nullptr, row.shown != nullptr) << row.body;
+    for (const auto& [body, translate, shown] : rows) {
+        const auto text = textOf(std::string("{'text':{") + body + "}}", translate);
+        ASSERT_EQ(text != nullptr, shown != nullptr) << body;
         if (text) {
-            EXPECT_EQ(show(text->content()), row.shown) << row.body << row.translate;
+            EXPECT_EQ(show(text->content()), shown) << body << translate;
         }
     }
     source.SetDataset(nullptr);

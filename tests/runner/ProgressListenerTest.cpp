@@ -1,5 +1,7 @@
 #include "runner/RunnerFixture.h"
 
+#include <tuple>
+
 namespace {
 
 using Kind = HostJournal::Kind;
@@ -31,22 +33,17 @@ protected:
 
 TEST_F(ProgressListener, MessagesAreKeptByTheirIds)
 {
-    const struct
-    {
-        const char* id;
-        const char* text;
-        bool kept;
-    } rows[] = {
+    const std::tuple<const char*, const char*, bool> rows[] = {
         {"AEQAE2264I", "a", false}, {"AEQAF0151E", "b", false}, {"AEQAR0051W", "c", false},
         {"", "d", false},           {"AEQAE2264", "e", true},   {"aeqae2264i", "f", true},
         {"AEQAE2264I ", "g", true}, {"W1", "", true},           {"W1", "h", true},
     };
     HVProgressListener listener;
-    for (const auto& row : rows) {
+    for (const auto& [id, text, kept] : rows) {
         listener.reset();
-        listener.onMessage(row.id, row.text);
-        EXPECT_EQ(listener.getState(), HVProgressListener::Running) << row.id;
-        EXPECT_EQ(listener.getMessages(), row.kept ? Names{row.text} : Names{}) << row.id;
+        listener.onMessage(id, text);
+        EXPECT_EQ(listener.getState(), HVProgressListener::Running) << id;
+        EXPECT_EQ(listener.getMessages(), kept ? Names{text} : Names{}) << id;
     }
     listener.reset();
     listener.onMessage("only a text");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <csignal>
 #include <set>
+#include <utility>
 
 #include <sys/resource.h>
 
@@ -35,39 +36,36 @@ RawEntry changed(Change change)
 
 TEST(ZipDamage, IsNeverGivenOutAsContent)
 {
-    const struct
-    {
-        const char* what;
-        RawEntry entry;
-    } rows[] = {{"checksum", changed([](RawEntry& entry) { entry.crc ^= 1; })},
-                {"size too large", changed([](RawEntry& entry) { ++entry.size; })},
-                {"size far too large", changed([](RawEntry& entry) { entry.size = 1U << 29; })},
-                {"size too small", changed([](RawEntry& entry) { --entry.size; })},
-                {"size of nothing", changed([](RawEntry& entry) { entry.size = 0; })},
-                {"data breaks off", changed([](RawEntry& entry) { entry.packedSize -= 20; })},
-                {"no data", changed([](RawEntry& entry) { entry.packedSize = 0; })},
-                {"data beyond the end", changed([](RawEntry& entry) { entry.data.resize(40); })},
-                {"garbage behind a start", changed([](RawEntry& entry) {
-                     entry.data.replace(entry.data.size() / 2, 100, 100, '\xff');
-                 })},
-                {"stored, too large", [] {
-                     RawEntry entry = RawEntry::stored("bad", text());
-                     ++entry.size;
-                     return entry;
-                 }()}};
-    for (const auto& row : rows) {
+    const std::pair<const char*, RawEntry> rows[] = {
+        {"checksum", changed([](RawEntry& entry) { entry.crc ^= 1; })},
+        {"size too large", changed([](RawEntry& entry) { ++entry.size; })},
+        {"size far too large", changed([](RawEntry& entry) { entry.size = 1U << 29; })},
+        {"size too small", changed([](RawEntry& entry) { --entry.size; })},
+        {"size of nothing", changed([](RawEntry& entry) { entry.size = 0; })},
+        {"data breaks off", changed([](RawEntry& entry) { entry.packedSize -= 20; })},
+        {"no data", changed([](RawEntry& entry) { entry.packedSize = 0; })},
+        {"data beyond the end", changed([](RawEntry& entry) { entry.data.resize(40); })},
+        {"garbage behind a start", changed([](RawEntry& entry) {
+             entry.data.replace(entry.data.size() / 2, 100, 100, '\xff');
+         })},
+        {"stored, too large", [] {
+             RawEntry entry = RawEntry::stored("bad", text());
+             ++entry.size;
+             return entry;
+         }()}};
+    for (const auto& [what, entry] : rows) {
         const ScratchFolder scratch;
-        scratch.put("a.zip", RawZip().add(row.entry).finish());
+        scratch.put("a.zip", RawZip().add(entry).finish());
         scratch.put("out/bad", "old");
         std::string content = "as before";
-        EXPECT_FALSE(ZipReader(scratch.folder + "\\a.zip").ExportString(content)) << row.what;
-        EXPECT_EQ(content, "") << row.what;
+        EXPECT_FALSE(ZipReader(scratch.folder + "\\a.zip").ExportString(content)) << what;
+        EXPECT_EQ(content, "") << what;
         EXPECT_FALSE(
             ZipReader(scratch.folder + "\\a.zip").ExportFile(scratch.folder + "\\out\\bad"))
-            << row.what;
-        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << row.what;
-        EXPECT_EQ(scratch.read("out/bad"), "old") << row.what;
-        EXPECT_EQ(std::distance(fs::directory_iterator(scratch.path / "out"), {}), 1) << row.what;
+            << what;
+        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << what;
+        EXPECT_EQ(scratch.read("out/bad"), "old") << what;
+        EXPECT_EQ(std::distance(fs::directory_iterator(scratch.path / "out"), {}), 1) << what;
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <ostream>
 #include <streambuf>
+#include <utility>
 
 #include "RawZip.h"
 #include "support/ScratchFolder.h"
@@ -85,36 +86,32 @@ TEST(ZipSafety, OddEntriesAreRefusedAndTheOthersAreNot)
     encrypted.flags = 1;
     RawEntry packedOtherwise = plain();
     packedOtherwise.method = 12;
-    const struct
-    {
-        const char* what;
-        RawEntry entry;
-    } rows[] = {{"link", RawEntry::withMode("odd", 0120777, "/etc")},
-                {"link of a system that has none", with(plain(), 0120777U << 16)},
-                {"pipe", RawEntry::withMode("odd", 0010644)},
-                {"device", RawEntry::withMode("odd", 0060644)},
-                {"folder without a separator", RawEntry::withMode("odd", 0040755)},
-                {"file with one", RawEntry::withMode("odd/", 0100644, "")},
-                {"folder with content", RawEntry::stored("odd/", "x")},
-                {"folder by attribute", with(plain(), 0x10)},
-                {"volume label", with(plain(), 0x08)},
-                {"reparse point", with(plain(), 0x400)},
-                {"encrypted", encrypted},
-                {"another method", packedOtherwise}};
-    for (const auto& row : rows) {
+    const std::pair<const char*, RawEntry> rows[] = {
+        {"link", RawEntry::withMode("odd", 0120777, "/etc")},
+        {"link of a system that has none", with(plain(), 0120777U << 16)},
+        {"pipe", RawEntry::withMode("odd", 0010644)},
+        {"device", RawEntry::withMode("odd", 0060644)},
+        {"folder without a separator", RawEntry::withMode("odd", 0040755)},
+        {"file with one", RawEntry::withMode("odd/", 0100644, "")},
+        {"folder with content", RawEntry::stored("odd/", "x")},
+        {"folder by attribute", with(plain(), 0x10)},
+        {"volume label", with(plain(), 0x08)},
+        {"reparse point", with(plain(), 0x400)},
+        {"encrypted", encrypted},
+        {"another method", packedOtherwise}};
+    for (const auto& [what, entry] : rows) {
         const ScratchFolder scratch;
-        scratch.put("a.zip",
-                    RawZip().add(row.entry).add(RawEntry::withMode("good", 0100644)).finish());
-        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << row.what;
-        EXPECT_TRUE(fs::is_empty(scratch.path / "out")) << row.what;
+        scratch.put("a.zip", RawZip().add(entry).add(RawEntry::withMode("good", 0100644)).finish());
+        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << what;
+        EXPECT_TRUE(fs::is_empty(scratch.path / "out")) << what;
         ZipReader reader(scratch.folder + "\\a.zip");
         std::string text = "as before";
         bool isDirectory = false;
-        EXPECT_FALSE(reader.ExportString(text)) << row.what;
-        EXPECT_FALSE(reader.ExportFile(scratch.folder + "\\out\\odd")) << row.what;
-        EXPECT_TRUE(reader.GetNext(text, isDirectory) && reader.ExportString(text)) << row.what;
-        EXPECT_EQ(text, "x") << row.what;
-        EXPECT_TRUE(reader.ExportFile(scratch.folder + "\\out\\good")) << row.what;
+        EXPECT_FALSE(reader.ExportString(text)) << what;
+        EXPECT_FALSE(reader.ExportFile(scratch.folder + "\\out\\odd")) << what;
+        EXPECT_TRUE(reader.GetNext(text, isDirectory) && reader.ExportString(text)) << what;
+        EXPECT_EQ(text, "x") << what;
+        EXPECT_TRUE(reader.ExportFile(scratch.folder + "\\out\\good")) << what;
     }
 }
 
@@ -122,27 +119,24 @@ TEST(ZipSafety, TheFirstOfANameStays)
 {
     const RawEntry folder = RawEntry::stored("name/", "");
     const RawEntry first = RawEntry::stored("name", "first");
-    const struct
-    {
-        const char* what;
-        RawZip archive;
-    } rows[] = {{"twice", RawZip().add(first).add(RawEntry::stored("name", "second"))},
-                {"other separator", RawZip()
-                                        .add(RawEntry::stored("d/", ""))
-                                        .add(RawEntry::stored("d/e", "first"))
-                                        .add(RawEntry::stored("d\\e", "second"))},
-                {"then as a folder", RawZip().add(first).add(folder)},
-                {"then as a part of the way",
-                 RawZip().add(first).add(RawEntry::stored("name/x", "second"))},
-                {"then as a file", RawZip().add(folder).add(RawEntry::stored("name", "second"))},
-                {"a folder twice", RawZip().add(folder).add(folder)}};
-    for (const auto& row : rows) {
+    const std::pair<const char*, RawZip> rows[] = {
+        {"twice", RawZip().add(first).add(RawEntry::stored("name", "second"))},
+        {"other separator", RawZip()
+                                .add(RawEntry::stored("d/", ""))
+                                .add(RawEntry::stored("d/e", "first"))
+                                .add(RawEntry::stored("d\\e", "second"))},
+        {"then as a folder", RawZip().add(first).add(folder)},
+        {"then as a part of the way",
+         RawZip().add(first).add(RawEntry::stored("name/x", "second"))},
+        {"then as a file", RawZip().add(folder).add(RawEntry::stored("name", "second"))},
+        {"a folder twice", RawZip().add(folder).add(folder)}};
+    for (const auto& [what, archive] : rows) {
         const ScratchFolder scratch;
-        scratch.put("a.zip", row.archive.finish());
-        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << row.what;
+        scratch.put("a.zip", archive.finish());
+        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << what;
         for (const auto& entry : fs::recursive_directory_iterator(scratch.path / "out")) {
             const std::string name = fs::relative(entry, scratch.path).string();
-            EXPECT_TRUE(entry.is_directory() || scratch.read(name) == "first") << row.what;
+            EXPECT_TRUE(entry.is_directory() || scratch.read(name) == "first") << what;
         }
     }
 }
