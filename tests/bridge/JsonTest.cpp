@@ -142,7 +142,7 @@ TEST_F(JsonTest, AReaderWithoutAnObjectReadsOthers)
 TEST_F(JsonTest, PathsStepThroughObjectsOnly)
 {
     JNIJSONObject object(Nested);
-    // text: null: leads nowhere.
+    // A path without a text leads nowhere.
     using Row = std::pair<const char*, const char*>;
     for (const auto& [path, text] :
          {Row{"zoo.b.c", "3"}, Row{"zoo..b.c", "3"}, Row{".zoo.n.", "4"}, Row{"t", "true"},

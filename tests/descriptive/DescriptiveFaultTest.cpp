@@ -85,7 +85,7 @@ protected:
 
     ScriptedEngine engine;
     const MemorySource source = people();
-    PeopleRows rows{source};
+    SourceRows rows{source, "people"};
     const Names fields = {"town", "size"};
     const Names dates = {"day"};
     const Names none;

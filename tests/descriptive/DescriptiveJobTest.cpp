@@ -52,7 +52,7 @@ protected:
     }
 
     const MemorySource source = people();
-    PeopleRows rows{source};
+    SourceRows rows{source, "people"};
     const Names fields = {"town", "persons", "size"};
 };
 
@@ -145,8 +145,7 @@ TEST_F(DescriptiveJob, WritesThreeLines)
 
 TEST_F(DescriptiveJob, TellsTheModelAndTheIntervalOfDates)
 {
-    // setting: in the job.
-    // unit: empty for no interval.
+    // The setting is that of the job; a unit that is empty stands for no interval.
     const std::tuple<Names, Names, bool, const char*, const char*> cases[] = {
         {{"size"}, {"day"}, true, R"("stdDateTimeFieldList":["day"])", R"("month")"},
         {{}, {"day"}, true, R"("stdDateTimeFieldList":["day"])", R"("month")"},

@@ -184,12 +184,9 @@ TEST_F(Descriptives, TakesDeclaredMissingValuesOfRowsForMissing)
         <ValueLabels><Value value="1" label="one"/><Value value="-9" label="none"/></ValueLabels>
         <MissingValues><Value value="-9"/></MissingValues></Field></DataModel>)";
     const auto result =
-        run("val out = [{\"name\": \"PMML\", \"uri\": \"$DIR/pmml.zip\"}, "
-            "{\"name\": \"StatXML\", \"uri\": \"$DIR/stat.zip\"}]\n"
-            "read({\"dataSource\": \"rows\"}) -> descriptives:descriptives({}, _, out)",
-            [&](EmbeddedHV::Execution& execution) {
-                execution.addInputIterator(nullptr, &rows, nullptr);
-            });
+        feed(rows, "val out = [{\"name\": \"PMML\", \"uri\": \"$DIR/pmml.zip\"}, "
+                   "{\"name\": \"StatXML\", \"uri\": \"$DIR/stat.zip\"}]\n"
+                   "read({\"dataSource\": \"rows\"}) -> descriptives:descriptives({}, _, out)");
     ASSERT_EQ(result.ending, "success") << result.errorText;
     expectStatistics("x", {{"valid", 2}, {"missing", 3}, {"mean", 1.5}});
     EXPECT_EQ(valuesOf("x"), "1|2");
@@ -250,9 +247,9 @@ TEST_F(Descriptives, DetectsTheIntervalOfDates)
         {"2020-01-01 2020-01-01", "", 0, 1, 0, 1},
     };
     for (const Case& tested : cases) {
-        std::istringstream values(tested.values);
+        std::istringstream list(tested.values);
         std::string csv = "d,n\n,1\n";
-        for (std::string value; values >> value;)
+        for (std::string value; list >> value;)
             csv += value.replace(value.find('T') < value.size() ? value.find('T') : 0,
                                  value.find('T') < value.size() ? 1 : 0,
                                  value.find('T') < value.size() ? " " : "") +

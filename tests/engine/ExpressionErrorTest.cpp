@@ -16,7 +16,7 @@ constexpr const char* kDefinitions =
 
 TEST_F(ExpressionError, NamesStepPositionAndThing)
 {
-    // text: behind the step and the line.
+    // The text stands behind the step and the line.
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"x.S > 1", errors::kExpressionField,
          "column 15: the records have no field \"S\"; did you mean \"s\"?"},

@@ -14,11 +14,8 @@ namespace {
 
 using ExpressionFunction = DatabaseEvaluator;
 
-struct FunctionCase
-{
-    const char* body;
-    const char* value;
-};
+/// A body, and its value and type.
+using FunctionCase = std::pair<const char*, const char*>;
 
 constexpr FunctionCase kConversions[] = {
     {"toReal(x.i)", "7.0:Real"},

@@ -1,5 +1,6 @@
 #include <span>
 #include <sstream>
+#include <tuple>
 
 #include "DatabaseEvaluator.h"
 
@@ -8,11 +9,8 @@ namespace {
 
 using ExpressionValue = DatabaseEvaluator;
 
-struct ValueCase
-{
-    const char* body;
-    const char* value;
-};
+/// A body, and its value and type.
+using ValueCase = std::pair<const char*, const char*>;
 
 constexpr ValueCase kConstants[] = {
     {"5", "5:Integer"},
@@ -150,13 +148,7 @@ TEST_F(ExpressionValue, Definitions)
 
 TEST_F(ExpressionValue, FieldLambdasGiveWhatAFieldCanHold)
 {
-    const struct
-    {
-        const char* lambda;
-        const char* field;
-        const char* value;
-        ValueType type;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*, ValueType> cases[] = {
         {"ctx => x => (\"F 1\", x.i > 5)", "F 1", "1", ValueType::Integer},
         {"ctx => x => (\"F\", x.mi > 5)", "F", "missing", ValueType::Integer},
         {"ctx => x => (\"F\", null)", "F", "missing", ValueType::Real},
@@ -168,13 +160,13 @@ TEST_F(ExpressionValue, FieldLambdasGiveWhatAFieldCanHold)
          "(\"F\", x.s)",
          "F", "Ab c", ValueType::String},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(expected.lambda);
-        std::string field;
-        const SqlExpression compiled = compileField(expected.lambda, field, "val name = \"named\"");
-        EXPECT_EQ(field, expected.field);
-        EXPECT_EQ(run(compiled), expected.value);
-        EXPECT_EQ(compiled.type, expected.type);
+    for (const auto& [lambda, field, value, type] : cases) {
+        SCOPED_TRACE(lambda);
+        std::string named;
+        const SqlExpression compiled = compileField(lambda, named, "val name = \"named\"");
+        EXPECT_EQ(named, field);
+        EXPECT_EQ(run(compiled), value);
+        EXPECT_EQ(compiled.type, type);
     }
 }
 

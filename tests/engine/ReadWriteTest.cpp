@@ -1,6 +1,7 @@
 #include "engine/EngineFixture.h"
 
 #include <fstream>
+#include <tuple>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,12 +18,11 @@ class ReadWriteTest : public EngineFixture
 protected:
     /// Reads a file of the given form and gives it as CSV, or the fault.
     std::string asCsv(const std::string& name, const std::string& parser,
-                      const std::string& more = "")
+                      const std::string& source = "")
     {
         std::filesystem::remove(path("as.csv"));
-        last = run(R"(read({"filesystem": {"locations": [{"path": "$DIR/)" + name +
-                   R"(", "parser": )" + parser + "}]" + more + "}}) -> " + writeCsv("as.csv"));
-        return last.ending == "success" ? read("as.csv") : last.errorId + " " + last.errorText;
+        last = run(readFile(name, parser, source) + " -> " + writeCsv("as.csv"));
+        return last.ending == "success" ? read("as.csv") : last.fault();
     }
     static constexpr const char* kCsv = R"({"name": "csv", "config": {"hasHeader": true}})";
     static constexpr const char* kBareCsv = R"({"name": "csv"})";
@@ -32,15 +32,8 @@ protected:
     RecordingListener last;
 };
 
-struct ValueCase
-{
-    const char* what;
-    const char* content;
-    const char* types; ///< of the fields, as the data model says them
-    const char* result;
-};
-
-constexpr ValueCase kValues[] = {
+/// The types are those of the fields, in the words of the data model.
+constexpr std::tuple<const char*, const char*, const char*, const char*> kValues[] = {
     {"plain types", "i,r,s,d,t,z\n1,1.5,x,2012-02-29,9:05,2012-02-29T10:00\n",
      "integer real string date time timestamp",
      "i,r,s,d,t,z\n1,1.5,x,2012-02-29,09:05:00,2012-02-29 10:00:00\n"},
@@ -71,25 +64,25 @@ constexpr ValueCase kValues[] = {
 
 TEST_F(ReadWriteTest, CsvValuesKeepTheirMeaning)
 {
-    for (const ValueCase& one : kValues) {
-        SCOPED_TRACE(one.what);
-        write("in.csv", one.content);
-        EXPECT_EQ(asCsv("in.csv", kCsv), one.result);
+    for (const auto& [what, content, types, result] : kValues) {
+        SCOPED_TRACE(what);
+        write("in.csv", content);
+        EXPECT_EQ(asCsv("in.csv", kCsv), result);
         // What was written reads back as the same.
         std::filesystem::copy_file(path("as.csv"), path("again.csv"));
-        EXPECT_EQ(asCsv("again.csv", kCsv), one.result);
+        EXPECT_EQ(asCsv("again.csv", kCsv), result);
         std::filesystem::remove(path("again.csv"));
-        // And through the binary form, whose document tells the types.
+        // And through the binary form, whose document tells the storages.
         run(readCsv("in.csv") + R"( -> write({"dataDestination": "$DIR/b.hvbf",
             "dataModelDestination": "$DIR/b.xml", "type": "hvbf"}))");
-        EXPECT_EQ(asCsv("b.hvbf", kHvbf), one.result);
-        std::string types;
+        EXPECT_EQ(asCsv("b.hvbf", kHvbf), result);
+        std::string storages;
         const std::string xml = read("b.xml");
         for (auto at = xml.find("storage=\""); at != std::string::npos;
              at = xml.find("storage=\"", at + 1))
-            types +=
-                (types.empty() ? "" : " ") + xml.substr(at + 9, xml.find('"', at + 9) - at - 9);
-        EXPECT_EQ(types, one.types);
+            storages +=
+                (storages.empty() ? "" : " ") + xml.substr(at + 9, xml.find('"', at + 9) - at - 9);
+        EXPECT_EQ(storages, types);
     }
 }
 
@@ -129,9 +122,7 @@ TEST_F(ReadWriteTest, ADataModelFixesTypesNamesAndLabels)
         role="target"><Label>The key</Label></Field><Field name="v" storage="real"
         measure="continuous" role="input"/></DataModel>)");
     write("in.csv", "v,k\n1,007\n2,8\n");
-    const auto read = [&](const char* parser) {
-        return asCsv("in.csv", parser, R"(, "dataModel": "$DIR/m.xml")");
-    };
+    const auto read = [&](const char* parser) { return asCsv("in.csv", parser, kWithModel); };
     EXPECT_EQ(read(kCsv), "v,k\n1.0,007\n2.0,8\n");
 
     write("in.csv", "x,1.5\n");
@@ -151,9 +142,8 @@ TEST_F(ReadWriteTest, ADataModelFixesTypesNamesAndLabels)
     write("in.csv", "n\n1\n2.5\n");
     EXPECT_THAT(read(kCsv), HasSubstr(R"(in.csv:3: field "n": "2.5" is not Integer)"));
     write("in.csv", "n,g\n1,a\n2,b\n");
-    run(R"(read({"filesystem": {"locations": [{"path": "$DIR/in.csv", "parser": {"name": "csv",
-        "config": {"hasHeader": true}}}], "dataModel": "$DIR/m.xml"}})
-        -> aggregate({"output": [{"function": "key", "input": "n", "outName": "m"}]})
+    run(readCsv("in.csv", "", kWithModel) +
+        R"( -> aggregate({"output": [{"function": "key", "input": "n", "outName": "m"}]})
         -> write({"dataDestination": "$DIR/o.hvbf", "dataModelDestination": "$DIR/o.xml",
                   "type": "hvbf"}))");
     EXPECT_THAT(EngineFixture::read("o.xml"),
@@ -169,14 +159,12 @@ TEST_F(ReadWriteTest, WhatIsKnownOfValuesTravelsWithTheField)
     write("in.csv", "n,s\n1,a\n2,b\n");
     // The model of a field that went through steps, by way of a file.
     const auto through = [&](const std::string& steps) {
-        const auto listener = run(R"(val d = read({"filesystem": {"locations": [
-            {"path": "$DIR/in.csv", "parser": {"name": "csv", "config": {"hasHeader": true}}}],
-            "dataModel": "$DIR/m.xml"}})
-            )" + steps + R"( -> write({"dataDestination": "$DIR/o.hvbf",
-            "dataModelDestination": "$DIR/o.xml", "type": "hvbf"})
-            read({"filesystem": {"locations": [{"path": "$DIR/o.hvbf", "parser": {"name": "hvbf",
-            "config": {}}}]}}) -> write({"dataDestination": "$DIR/p.csv",
-            "dataModelDestination": "$DIR/p.xml", "type": "text/csv"}))");
+        const auto listener = run("val d = " + readCsv("in.csv", "", kWithModel) + "\n" + steps +
+                                  R"( -> write({"dataDestination": "$DIR/o.hvbf", "type": "hvbf",
+                              "dataModelDestination": "$DIR/o.xml"}))" +
+                                  readFile("o.hvbf", kHvbf) +
+                                  R"( -> write({"dataDestination": "$DIR/p.csv", "type": "text/csv",
+                              "dataModelDestination": "$DIR/p.xml"}))");
         EXPECT_EQ(listener.ending, "success") << listener.errorText;
         EXPECT_EQ(EngineFixture::read("p.xml"), EngineFixture::read("o.xml"));
         return *CFMetaData(EngineFixture::read("p.xml")).GetField("n");
@@ -192,10 +180,7 @@ TEST_F(ReadWriteTest, WhatIsKnownOfValuesTravelsWithTheField)
     std::string real = EngineFixture::read("m.xml");
     real.replace(real.find("integer"), 7, "real");
     CFField expected = *CFMetaData(real).GetField("n");
-    EXPECT_EQ(through(R"(val e = read({"filesystem": {"locations": [{"path": "$DIR/r.csv",
-        "parser": {"name": "csv", "config": {"hasHeader": true}}}]}})
-        union({}, a: d, b: e))"),
-              expected);
+    EXPECT_EQ(through("val e = " + readCsv("r.csv") + " union({}, a: d, b: e)"), expected);
     expected = known;
     expected.SetValues({});
     EXPECT_EQ(through(R"(d -> reclassifyField(_, c => x => ("n", x.n + 1)))"), expected);
@@ -211,7 +196,7 @@ TEST_F(ReadWriteTest, ADataModelBesideABinaryFileSuitsIt)
     const auto read = [this](const std::string& field) {
         write("m.xml", R"(<DataModel version="1"><Field )" + field +
                            R"( measure="nominal" role="input"/></DataModel>)");
-        return asCsv("b.hvbf", kHvbf, R"(, "dataModel": "$DIR/m.xml")");
+        return asCsv("b.hvbf", kHvbf, kWithModel);
     };
     EXPECT_EQ(read(R"(name="n" storage="real")"), "n,d\n1.0,2024-02-29\n");
     EXPECT_EQ(read(R"(name="d" storage="timestamp")"), "n,d\n1,2024-02-29 00:00:00\n");
@@ -222,16 +207,8 @@ TEST_F(ReadWriteTest, ADataModelBesideABinaryFileSuitsIt)
                 HasSubstr(R"(a field "nn", which the file lacks; did you mean "n"?)"));
 }
 
-struct FaultCase
-{
-    const char* what;
-    const char* file;
-    const char* parser;
-    const char* fault;
-};
-
 /// The files are made by the test.
-constexpr FaultCase kFaults[] = {
+constexpr std::tuple<const char*, const char*, const char*, const char*> kFaults[] = {
     {"missing", "none.csv", R"({"name": "csv"})", "HVEIO0001E read: $DIR/none.csv: there is no"},
     {"a folder", "folder", R"({"name": "csv"})", "HVEIO0002E read: $DIR/folder: this is a folder"},
     {"empty", "empty.csv", R"({"name": "csv"})", "HVEIO0004E read: $DIR/empty.csv: the file is"},
@@ -269,22 +246,19 @@ TEST_F(ReadWriteTest, FilesThatCannotBeReadAreNamed)
         "$DIR/data.hvbf", "type": "hvbf"}))");
     const std::string whole = read("data.hvbf");
     write("cut.hvbf", whole.substr(0, whole.size() / 2));
-    std::string numbers = "n\n";
-    for (int i = 0; i < 5000; ++i)
-        numbers += std::to_string(i * 7919 % 5003) + "\n";
-    write("numbers.csv", numbers);
+    write("numbers.csv", numbers(5000));
     run(readCsv("numbers.csv") + R"( -> write({"dataDestination": "$DIR/damaged.hvbf",
         "type": "hvbf"}))");
     std::string damaged = read("damaged.hvbf");
     damaged.replace(4, 400, std::string(400, '\x55'));
     write("damaged.hvbf", damaged);
     const auto before = files();
-    for (const FaultCase& one : kFaults) {
-        SCOPED_TRACE(one.what);
-        std::string fault = one.fault;
-        if (const auto mark = fault.find("$DIR"); mark != std::string::npos)
-            fault.replace(mark, 4, path("").substr(0, path("").size() - 1));
-        EXPECT_THAT(asCsv(one.file, one.parser), HasSubstr(fault));
+    for (const auto& [what, file, parser, fault] : kFaults) {
+        SCOPED_TRACE(what);
+        std::string expected = fault;
+        if (const auto mark = expected.find("$DIR"); mark != std::string::npos)
+            expected.replace(mark, 4, path("").substr(0, path("").size() - 1));
+        EXPECT_THAT(asCsv(file, parser), HasSubstr(expected));
         EXPECT_EQ(files(), before);
     }
     if (geteuid() != 0) {

@@ -327,7 +327,7 @@ TEST_F(ResultDocument, LimitsWhatItTellsOneByOne)
 
 TEST_F(ResultDocument, RefersToFieldsOfAnyName)
 {
-    // quoted: as CSV has it.
+    // The name as CSV has it, as records have it, and as a chart refers to it and shows it.
     using Case = std::tuple<const char*, const char*, const char*, const char*>;
     const Case cases[] = {
         {"a.b[0]", "a.b[0]", "a\\.b\\[0\\]", "a.b[0]"},
@@ -348,14 +348,15 @@ TEST_F(ResultDocument, RefersToFieldsOfAnyName)
     const json scales = describeCsv(header + "\n" + numbers + "\n");
     const json names = describeCsv(header + "\n" + texts + "\n");
     for (std::size_t i = 0; i < std::size(cases); ++i) {
+        const auto& [quoted, column, reference, title] = cases[i];
         const std::string key = "f" + std::to_string(i + 1);
         const json histogram = part(scales, "histograms", key.c_str());
         const json bars = part(names, "bars", key.c_str());
-        EXPECT_EQ(histogram["data"]["values"][0].at(cases[i].column), 1) << histogram;
-        EXPECT_EQ(histogram["encoding"]["x"]["field"], cases[i].reference);
-        EXPECT_EQ(histogram["encoding"]["x"]["title"], cases[i].title);
-        EXPECT_EQ(bars["data"]["values"][0].at(cases[i].column), "s") << bars;
-        EXPECT_EQ(bars["encoding"]["y"]["field"], cases[i].reference);
+        EXPECT_EQ(histogram["data"]["values"][0].at(column), 1) << histogram;
+        EXPECT_EQ(histogram["encoding"]["x"]["field"], reference);
+        EXPECT_EQ(histogram["encoding"]["x"]["title"], title);
+        EXPECT_EQ(bars["data"]["values"][0].at(column), "s") << bars;
+        EXPECT_EQ(bars["encoding"]["y"]["field"], reference);
         EXPECT_EQ(bars["data"]["values"][0].size(), 2U) << "counts have a column of their own";
     }
 }
@@ -410,11 +411,8 @@ TEST_F(ResultDocument, LeavesTheOtherContainersAsTheyWere)
     describeRows(rows, settings);
     const std::string with = member("stat.zip", "StatXML.xml");
     const auto result =
-        run(std::string("read({\"dataSource\": \"rows\"}) -> descriptives:descriptives(") +
-                settings + R"(, _, [{"name": "StatXML", "uri": "$DIR/stat.zip"}]))",
-            [&](EmbeddedHV::Execution& execution) {
-                execution.addInputIterator(nullptr, &again, nullptr);
-            });
+        feed(again, std::string("read({\"dataSource\": \"rows\"}) -> descriptives:descriptives(") +
+                        settings + R"(, _, [{"name": "StatXML", "uri": "$DIR/stat.zip"}]))");
     ASSERT_EQ(result.ending, "success") << result.errorText;
     EXPECT_EQ(member("stat.zip", "StatXML.xml"), with);
     EXPECT_NE(with.find(R"(records="2")"), std::string::npos) << with;

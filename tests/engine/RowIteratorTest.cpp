@@ -16,12 +16,6 @@ namespace {
 class RowIteratorTest : public EngineFixture
 {
 protected:
-    RecordingListener feed(TestRows& rows, const std::string& job)
-    {
-        return run(job, [&](EmbeddedHV::Execution& execution) {
-            execution.addInputIterator(nullptr, &rows, nullptr);
-        });
-    }
     static constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     static constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const std::string _copy = R"(read({"dataSource": "rows"}) -> )" + writeCsv("out.csv");
@@ -160,14 +154,11 @@ TEST_F(RowIteratorTest, ExceptionsOfIteratorsAreFaultsOfTheJob)
 /// not be gone by then.
 TEST_F(RowIteratorTest, LateTypesAndRowsThatComeOnceGoTogether)
 {
-    std::string csv = "k\n";
-    for (int i = 0; i < 30000; ++i)
-        csv += "1\n";
-    write("late.csv", csv + "1.5\n");
+    write("late.csv", onesThen("1.5"));
     TestRows rows("rows", {{"v", "real"}}, {{1.0}, {1.5}});
     const auto listener = feed(rows, "val f = " + readCsv("late.csv") + R"(
         val r = read({"dataSource": "rows"})
-        join({"matchFields": [{"f": "k", "r": "v"}]}, f: f, r: r)
+        join({"matchFields": [{"f": "x", "r": "v"}]}, f: f, r: r)
             -> aggregate({"output": [{"function": "count"}]}) -> )" +
                                          writeCsv("out.csv"));
     ASSERT_EQ(listener.ending, "success") << listener.errorText;

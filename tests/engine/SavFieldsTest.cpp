@@ -42,10 +42,10 @@ protected:
     /// Reads a SAV file and writes what came: its fields to m.xml, its records to o.csv.
     void readBack(const std::string& password)
     {
+        const std::string parser =
+            R"({"name": "sav", "config": {"dataPassword": ")" + password + "\"}}";
         const auto listener =
-            run(R"(read({"filesystem": {"locations": [{"path": "$DIR/f.sav", "parser":
-                {"name": "sav", "config": {"dataPassword": ")" +
-                password + R"("}}}]}}) -> dataModelBuilder(_, {"export": true, "name": "m",
+            run(readFile("f.sav", parser) + R"( -> dataModelBuilder(_, {"export": true, "name": "m",
                 "uri": "$DIR/m.xml"}) -> )" +
                 writeCsv("o.csv"));
         ASSERT_EQ(listener.ending, "success") << listener.errorText;
@@ -72,9 +72,7 @@ TEST_F(SavFields, ComeBackAsTheyWereAndSoDoTheRecords)
     write("in.csv", csv);
     for (const char* password : {"", "wörd"}) {
         const auto listener =
-            run(R"(read({"filesystem": {"locations": [{"path": "$DIR/in.csv", "parser":
-                {"name": "csv", "config": {"hasHeader": true}}}], "dataModel": "$DIR/model.xml"}}))" +
-                writeSav(password));
+            run(readCsv("in.csv", "", R"(, "dataModel": "$DIR/model.xml")") + writeSav(password));
         ASSERT_EQ(listener.ending, "success") << listener.errorText;
         EXPECT_TRUE(listener.messages.empty());
         readBack(password);

@@ -9,9 +9,7 @@ using testing::HasSubstr;
 
 namespace {
 
-class StepTest : public EngineFixture
-{
-};
+using StepTest = EngineFixture;
 
 constexpr const char* kPeople = "name,age,city,pay\n"
                                 "Ann,31,Oslo,10.5\n"
@@ -19,14 +17,8 @@ constexpr const char* kPeople = "name,age,city,pay\n"
                                 "Cid,,Oslo,30.25\n"
                                 "Dee,25,,\n";
 
-struct Case
-{
-    const char* what;
-    const char* steps;
-    const char* result; ///< the whole file, or the beginning of the fault after its id
-};
-
-constexpr Case kCases[] = {
+/// The result is the whole file, or a part of the fault.
+constexpr std::tuple<const char*, const char*, const char*> kCases[] = {
     {"fields in the order of their names", R"(filterFields({"fields": ["city", "name"]}))",
      "city,name\nOslo,Ann\nRome,Bob\nOslo,Cid\n,Dee\n"},
     {"a missing answer keeps no record", "filterRecords(_, c => x => x.age < 30)",
@@ -147,14 +139,14 @@ constexpr Case kCases[] = {
 
 TEST_F(StepTest, EachStepGivesItsRecordsOrNamesItsFault)
 {
-    for (const Case& one : kCases) {
-        SCOPED_TRACE(one.what);
-        const std::string result = through(kPeople, one.steps);
-        const bool fault = std::string(one.result).find('\n') == std::string::npos;
+    for (const auto& [what, steps, result] : kCases) {
+        SCOPED_TRACE(what);
+        const std::string got = through(kPeople, steps);
+        const bool fault = std::string(result).find('\n') == std::string::npos;
         if (fault)
-            EXPECT_THAT(result, HasSubstr(one.result));
+            EXPECT_THAT(got, HasSubstr(result));
         else
-            EXPECT_EQ(result, one.result);
+            EXPECT_EQ(got, result);
         // Whatever happened, nothing half-written is left.
         std::vector<std::string> expected = {"in.csv"};
         if (!fault)
@@ -165,9 +157,7 @@ TEST_F(StepTest, EachStepGivesItsRecordsOrNamesItsFault)
 
 TEST_F(StepTest, FractionsOfFactorsAreDrawnTheSameWayEachTime)
 {
-    std::string csv = "n\n";
-    for (int i = 0; i < 2000; ++i)
-        csv += std::to_string(i) + "\n";
+    const std::string csv = numbers(2000);
     const std::string once = through(csv, "balanceRecords(_, c => x => 1.25)");
     const auto records = std::count(once.begin(), once.end(), '\n') - 1;
     EXPECT_GT(records, 2400);
@@ -190,7 +180,7 @@ TEST_F(StepTest, UnknownSettingsAreToldAndIgnored)
                           R"("maxRecordsCount"?)"));
 }
 
-// result: lines in any order, or a part of the fault.
+// The result has its lines in any order, or is a part of the fault.
 constexpr std::tuple<const char*, const char*, const char*> kJoins[] = {
     {"inner", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Inner",
                  "outputFields": {"l": ["person"], "r": ["size"]}})",

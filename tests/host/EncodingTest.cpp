@@ -114,9 +114,9 @@ TEST(Encoding, CharactersAreFoundAndReplacedWhole)
         const ScopedCodePage page(row.codePage);
         const char* found = VEXAMBstrchr_A(row.text, row.character);
         EXPECT_EQ(found == nullptr ? -1 : found - row.text, row.found) << row.text;
-        std::string text = row.text;
-        VEXAMBStringReplaceChar_A(text, row.character, '/');
-        EXPECT_EQ(text, row.replaced);
+        std::string buffer = row.text;
+        VEXAMBStringReplaceChar_A(buffer, row.character, '/');
+        EXPECT_EQ(buffer, row.replaced);
         EXPECT_EQ(*VEXAMBstrchr_A(row.text, '\0'), '\0');
     }
     EXPECT_EQ(VEXAMBstrchr_A(nullptr, 'x'), nullptr);

@@ -3,6 +3,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -252,13 +253,8 @@ TEST(OutputText, AViewShowsWhatItHolds)
 
 TEST(TerminalText, NothingOfADataTextCommandsTheTerminal)
 {
-    const struct
-    {
-        std::string text;
-        const char* shown;
-        std::size_t width;
-        const char* cut; ///< to four places
-    } cases[] = {
+    // The last one is cut to four places.
+    const std::tuple<std::string, const char*, std::size_t, const char*> cases[] = {
         {"plain", "plain", 5, "pla…"},
         {"a\x1b[31m", "a�[31m", 6, "a�[…"},
         {std::string("a\0b", 3), "a�b", 3, "a�b"},
@@ -271,11 +267,11 @@ TEST(TerminalText, NothingOfADataTextCommandsTheTerminal)
         {"🇩🇪👩‍👩‍👧x", "🇩🇪👩‍👩‍👧x", 5, "🇩🇪…"},
         {"", "", 0, ""},
     };
-    for (const auto& each : cases) {
-        const std::string shown = terminalText(each.text);
-        EXPECT_EQ(shown, each.shown);
-        EXPECT_EQ(terminalWidth(shown), each.width) << shown;
-        EXPECT_EQ(terminalCut(shown, 4), each.cut);
+    for (const auto& [text, shown, width, cut] : cases) {
+        const std::string made = terminalText(text);
+        EXPECT_EQ(made, shown);
+        EXPECT_EQ(terminalWidth(made), width) << made;
+        EXPECT_EQ(terminalCut(made, 4), cut);
     }
     EXPECT_EQ(terminalIsolated("a"), "a");
     EXPECT_EQ(terminalIsolated("aש"), "\u2068aש\u2069");

@@ -73,13 +73,7 @@ TEST_F(ProgressListener, EndOfAJobIsShownByItsState)
 {
     using State = HVProgressListener::ExecutionState;
     const std::string terminated = "The Vexa Statistics run will terminate now.";
-    const struct
-    {
-        State state;
-        bool showError;
-        bool split;
-        Lines lines;
-    } rows[] = {
+    const std::tuple<State, bool, bool, Lines> rows[] = {
         {State::Failed, true, false, {{"m", 2}, {"wrong", 3}}},
         {State::Failed, false, false, {{"m", 2}}},
         {State::Failed,
@@ -91,20 +85,20 @@ TEST_F(ProgressListener, EndOfAJobIsShownByItsState)
         {State::Cancelled, false, true, {{"Split file sex = f. m", 2}, {terminated, 3}}},
         {State::Succeeded, true, false, {{"m", 2}}},
     };
-    for (const auto& row : rows) {
-        source.SetSplitVars(row.split ? std::vector<int>{1} : std::vector<int>{});
-        source.SetSplitValues(row.split ? Names{"f"} : Names{});
+    for (const auto& [state, showError, isSplit, lines] : rows) {
+        source.SetSplitVars(isSplit ? std::vector<int>{1} : std::vector<int>{});
+        source.SetSplitValues(isSplit ? Names{"f"} : Names{});
         HVProgressListener listener(&procedure);
         listener.onMessage("W1", "m");
-        if (row.state == State::Failed)
+        if (state == State::Failed)
             listener.onError("E1", "wrong", "detail");
-        else if (row.state == State::Cancelled)
+        else if (state == State::Cancelled)
             listener.onCancel();
         else
             listener.onSuccess();
-        EXPECT_EQ(display(listener, row.showError, true), row.lines) << row.state;
+        EXPECT_EQ(display(listener, showError, true), lines) << state;
         // Without the label the split makes no difference.
-        for (const Line& line : display(listener, row.showError, false))
+        for (const Line& line : display(listener, showError, false))
             EXPECT_EQ(line.text.find("Split file"), std::string::npos);
     }
 }

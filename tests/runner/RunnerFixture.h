@@ -7,13 +7,13 @@
 
 #include "Attention.h"
 #include "CommonBlocks.h"
-#include "Journal.h"
 #include "TnOutput.h"
 #include "VexaDataSource.h"
 #include "runner/HVProgressListener.h"
 #include "runner/HVRunner.h"
 #include "runner/HVStatContainer.h"
 #include "runner/HVStatDataIterator.h"
+#include "support/JournalTexts.h"
 #include "support/ScriptedEngine.h"
 
 /// A container that is only a name.
@@ -72,13 +72,6 @@ protected:
     static std::vector<HostJournal::Entry> journal(HostJournal::Kind kind)
     {
         return HostJournal::instance().entries(kind);
-    }
-    static std::vector<std::string> texts(HostJournal::Kind kind)
-    {
-        std::vector<std::string> result;
-        for (const auto& entry : journal(kind))
-            result.push_back(entry.text);
-        return result;
     }
 
     ScriptedEngine engine;

@@ -33,8 +33,8 @@ TEST_F(RunnerHost, WeightAndSplitAreOffWhileTheRunnerLives)
             pvGetCmnGlb()->weight = 7;
             pvGetCmnGlb()->split = 7;
         }
-        EXPECT_EQ(texts(Kind::Note), notes);
-        EXPECT_EQ(texts(Kind::Error).size(), notes.size());
+        EXPECT_EQ(journalTexts(Kind::Note), notes);
+        EXPECT_EQ(journalTexts(Kind::Error).size(), notes.size());
         EXPECT_EQ(pvGetCmnGlb()->weight, weight > 0 ? weight : 7);
         EXPECT_EQ(pvGetCmnGlb()->split, split > 0 ? split : 7);
     }
@@ -51,7 +51,7 @@ TEST_F(RunnerHost, SourceWithoutColumnsIsLeftAlone)
     EXPECT_EQ(pvGetCmnGlb()->weight, 3);
     EXPECT_EQ(pvGetCmnGlb()->split, 2);
     EXPECT_TRUE(source.SplitEndCheck());
-    EXPECT_TRUE(texts(Kind::Note).empty());
+    EXPECT_TRUE(journalTexts(Kind::Note).empty());
     pvGetCmnGlb()->weight = 5;
     expectedWeight = 5;
 }

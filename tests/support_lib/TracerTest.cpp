@@ -7,8 +7,8 @@
 #include <tuple>
 #include <utility>
 
-#include "Journal.h"
 #include "support/HostScopes.h"
+#include "support/JournalTexts.h"
 #include "support/ScratchFolder.h"
 
 namespace {
@@ -23,14 +23,6 @@ std::unique_ptr<HVStatTracer> makeTracer(const Value& dir, const Value& print = 
     const ScopedEnvironment printing("HV_STAT_DEBUG_PRINT", print);
     const ScopedEnvironment count("HV_STAT_DEBUG_MAXCOUNT", maxCount);
     return std::make_unique<HVStatTracer>();
-}
-
-std::vector<std::string> viewerLines()
-{
-    std::vector<std::string> lines;
-    for (const auto& entry : HostJournal::instance().entries(HostJournal::Kind::Line))
-        lines.push_back(entry.text);
-    return lines;
 }
 
 class Tracer : public ::testing::Test
@@ -56,7 +48,7 @@ TEST_F(Tracer, IsOffWithoutADirectory)
         EXPECT_FALSE(std::filesystem::exists("hvinteg_test_trace.hvl"));
         EXPECT_EQ(tracer->maxTraceDirCount(), 1024);
     }
-    EXPECT_TRUE(viewerLines().empty());
+    EXPECT_TRUE(journalTexts(HostJournal::Kind::Line).empty());
 }
 
 TEST_F(Tracer, TakesTheFirstFreeNumber)
@@ -100,11 +92,11 @@ TEST_F(Tracer, RootThatCannotBeUsedLeavesItOff)
     fs::permissions(scratch.path / "fixed", fs::perms::owner_read | fs::perms::owner_exec);
     const std::pair<const char*, std::string> rows[] = {
         {"deep/er", ""}, {"file", ""}, {"fixed", scratch.name("fixed\\")}};
-    for (const auto& [dir, root] : rows) {
+    for (const auto& [dir, traceRoot] : rows) {
         const auto tracer = makeTracer((scratch.path / dir).string(), {}, "0");
         EXPECT_FALSE(tracer->canTrace()) << dir;
         EXPECT_FALSE(tracer->isTrace()) << dir;
-        EXPECT_EQ(tracer->traceRoot(), root);
+        EXPECT_EQ(tracer->traceRoot(), traceRoot);
         EXPECT_FALSE(scratch.has(std::string(dir) + "/hvinteg.log"));
     }
 }
@@ -119,7 +111,7 @@ TEST_F(Tracer, ViewerTakesLinesOnlyForTheTwoWords)
         const auto tracer = makeTracer({}, value);
         EXPECT_EQ(tracer->printLogToViewer(), prints) << value;
         EXPECT_FALSE(tracer->addLog("line"));
-        EXPECT_EQ(viewerLines(),
+        EXPECT_EQ(journalTexts(HostJournal::Kind::Line),
                   prints ? std::vector<std::string>{"line"} : std::vector<std::string>{})
             << value;
     }
