@@ -19,11 +19,13 @@ MemorySource variables()
     VEXA_ValueLabelMap numbers;
     numbers.SetLabel(1.0, "female");
     sex.SetValueLabels(numbers);
+    VEXA_Variable day = numeric("day");
+    day.SetFormat({11, kFormatDateYearFirst, 0});
     VEXA_Variable town = text("town", 10);
     VEXA_ValueLabelMap texts(10);
     texts.SetLabel("Bern", "Capital");
     town.SetValueLabels(texts);
-    return MemorySource({sex, numeric("day", kFormatDateYearFirst), town});
+    return MemorySource({sex, day, town});
 }
 
 class TextTest : public RenderTest
@@ -155,9 +157,9 @@ TEST_F(TextTest, FormatsDecideTypeAndScale)
         {"{'negativeInfinity':'true'}", 5, 40, 3, 5},
     };
     for (const auto& [format, value, type, decimals, shown] : rows) {
-        const std::string member = *format == '\0' ? "" : std::string(",'member':") + format;
+        const std::string member = *format == '\0' ? "" : std::string(",'format':") + format;
         const auto made =
-            textOf("{'made':{'numericText':{'value':" + std::to_string(value) + member + "}}}");
+            textOf("{'text':{'numericText':{'value':" + std::to_string(value) + member + "}}}");
         ASSERT_NE(made, nullptr) << format;
         const TnContent content = made->content();
         EXPECT_EQ(int{content.format.type}, type) << format;
