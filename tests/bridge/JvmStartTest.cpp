@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <thread>
+#include <utility>
 
 #include "JNIAccessor.h"
 
@@ -221,39 +222,25 @@ void javaExitAborts()
     system.setClass("java/lang/System");
     env->CallStaticVoidMethod(system.getClass(), system.setStaticMethod("exit", "(I)V"), 0);
 }
-
-struct Case
-{
-    const char* name;
-    void (*run)();
-};
-
-class JvmStart : public testing::TestWithParam<Case>
-{
-};
 } // namespace
 
-TEST_P(JvmStart, InAProcessOfItsOwn)
+TEST(JvmStart, EachInAProcessOfItsOwn)
 {
-    EXPECT_EXIT(
-        {
-            GetParam().run();
-            std::exit(0);
-        },
-        testing::ExitedWithCode(0), "");
+    const std::pair<const char*, void (*)()> cases[] = {
+        {"a missing jar can be mended", missingJarCanBeMended},
+        {"a broken jar fails for good", brokenJarFailsForGood},
+        {"a wrong option is told", wrongOptionIsTold},
+        {"a useless JAVA_HOME is passed over", uselessJavaHomeIsPassedOver},
+        {"the process stays as it was", processStaysAsItWas},
+        {"one thread starts", oneThreadStarts},
+        {"attachments nest", attachmentsNest},
+        {"ended threads are detached", endedThreadsAreDetached},
+    };
+    for (const auto& [what, run] : cases) {
+        SCOPED_TRACE(what);
+        EXPECT_EXIT((run(), std::exit(0)), testing::ExitedWithCode(0), "");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Cases, JvmStart,
-                         testing::Values(Case{"MissingJarCanBeMended", missingJarCanBeMended},
-                                         Case{"BrokenJarFailsForGood", brokenJarFailsForGood},
-                                         Case{"WrongOptionIsTold", wrongOptionIsTold},
-                                         Case{"UselessJavaHomeIsPassedOver",
-                                              uselessJavaHomeIsPassedOver},
-                                         Case{"ProcessStaysAsItWas", processStaysAsItWas},
-                                         Case{"OneThreadStarts", oneThreadStarts},
-                                         Case{"AttachmentsNest", attachmentsNest},
-                                         Case{"EndedThreadsAreDetached", endedThreadsAreDetached}),
-                         [](const auto& one) { return one.param.name; });
 
 TEST(JvmExit, AnExitFromJavaDoesNotPassForSuccess)
 {

@@ -7,6 +7,7 @@
 
 #include "JNIException.h"
 #include "bridge/JNIHvlProgram.h"
+#include "data/SourceRows.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
 #include "support/HVSimpleFile.h"
@@ -53,39 +54,19 @@ protected:
         ASSERT_TRUE(runner->execute());
         runner->cleanExecution();
     }
-
-    static std::string cellOf(Rows& rows, unsigned long long field)
-    {
-        void* value = nullptr;
-        unsigned long long length = 0;
-        if (rows.getRecordValue(field, value, length) != Rows::RecordAvailable)
-            return "none";
-        if (value == nullptr)
-            return "-";
-        return field == 0 ? std::string(static_cast<char*>(value), length)
-                          : std::to_string(static_cast<int>(*static_cast<double*>(value)));
-    }
-
-    /// The first two fields of all rows.
-    static std::string contentOf(Rows* rows)
-    {
-        std::string content;
-        while (rows != nullptr && rows->nextRecord() == Rows::RecordAvailable)
-            content += cellOf(*rows, 0) + " " + cellOf(*rows, 1) + ";";
-        return content;
-    }
 };
 
 TEST_F(OutputFetcher, GivesTheRowsOfAFile)
 {
     makeInputs("a,1,x\nb,,y\n,3,\n");
+    const char* const all = "'a' 1 'x'; 'b' - 'y'; - 3 -; ";
     const std::tuple<const char*, const char*, Fetcher::HVDataFileType, std::vector<std::string>,
                      const char*>
         cases[] = {
-            {"in.csv", "", Fetcher::kCsv, {}, "a 1;b -;- 3;"},
-            {"in.csv", "in.xml", Fetcher::kCsv, {"field1", "field2"}, "a 1;b -;- 3;"},
-            {"in.hvbf", "", Fetcher::kHvbf, {"field1"}, "a none;b none;- none;"},
-            {"in.hvbf", "in.xml", static_cast<Fetcher::HVDataFileType>(7), {}, "a 1;b -;- 3;"},
+            {"in.csv", "", Fetcher::kCsv, {}, all},
+            {"in.csv", "in.xml", Fetcher::kCsv, {"field1", "field2"}, "'a' 1; 'b' -; - 3; "},
+            {"in.hvbf", "", Fetcher::kHvbf, {"field1"}, "'a'; 'b'; -; "},
+            {"in.hvbf", "in.xml", static_cast<Fetcher::HVDataFileType>(7), {}, all},
             {"in.csv", "", Fetcher::kHvbf, {}, ""},
             {"missing.csv", "", Fetcher::kCsv, {}, ""},
             {"in.csv", "", Fetcher::kCsv, {"no such field"}, ""},
@@ -97,7 +78,7 @@ TEST_F(OutputFetcher, GivesTheRowsOfAFile)
         const std::string modelPath = *model ? path(model) : "";
         Rows* const rows = fetcher.Fetch(path(file), modelPath, type, fields);
         EXPECT_EQ(rows != nullptr, *content != '\0');
-        EXPECT_EQ(contentOf(rows), content);
+        EXPECT_EQ(rows ? recordsOf(*rows) : "", content);
     }
     ASSERT_NE(fetcher.Fetch(path("in.csv"), "", Fetcher::kCsv, {}), nullptr);
     EXPECT_EQ(scratchFiles().size(), 5U) << "three inputs, and the data and data model of the rows";

@@ -9,6 +9,7 @@
 #include "HostConversions.h"
 #include "data/HVDataModel.h"
 #include "data/SourceRows.h"
+#include "host/CaseFiles.h"
 #include "support/HostScopes.h"
 
 // Every allocation of a thread is counted: the row loop must make none.
@@ -339,13 +340,6 @@ TEST(RawDataIterator, LooksAtTheCancellationOncePerCall)
 
 TEST(RawDataIterator, ConvertsTextsOfACodePageAndReportsWhatIsNone)
 {
-    class Monitor : public ErrorMonitor
-    {
-    public:
-        void Report(const std::string& report) override { last = report; }
-        long long ErrorCount() const override { return 0; }
-        std::string last;
-    };
     const ScopedCodePage page("Shift_JIS");
     VEXA_Variable word = text("t", 4);
     word.SetMissingValues(std::vector<std::string>{"\x93\xfa"});
@@ -353,10 +347,11 @@ TEST(RawDataIterator, ConvertsTextsOfACodePageAndReportsWhatIsNone)
                                                      {std::string("\x93\xfa"), 2.0},
                                                      {std::string("\xb1\t"), 3.0},
                                                      {std::string("\xff"), 4.0}});
-    Monitor monitor;
+    casefiles::KeepingMonitor monitor;
     HVRawDataIterator cases(source, std::vector<int>(), {}, false, kWeightRound, false, &monitor);
     EXPECT_EQ(recordsOf(cases), "'日本' 1; - 2; 'ｱ\t' 3; '\xef\xbf\xbd' 4; ");
-    EXPECT_NE(monitor.last.find("\"t\", case 4"), std::string::npos) << monitor.last;
+    ASSERT_FALSE(monitor.reports.empty());
+    EXPECT_NE(monitor.reports.back().find("\"t\", case 4"), std::string::npos);
     cases.Rewind(false);
     EXPECT_EQ(recordsOf(cases).substr(0, 10), "'日本' 1");
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "CFMetaData.h"
 #include "data/HVRawDataIterator.h"
 #include "data/MemorySource.h"
 
@@ -21,10 +22,10 @@ public:
 };
 
 /// The present record as text: numbers, texts in quotes, "-" for a missing value.
-inline std::string recordOf(HVRawDataIterator& cases)
+inline std::string recordOf(EmbeddedHV::RowDataIterator& cases, const CFMetaData& fields)
 {
     std::string record;
-    for (std::size_t i = 0; i < cases.getMetaData().FieldCount(); ++i) {
+    for (std::size_t i = 0; i < fields.FieldCount(); ++i) {
         void* value = nullptr;
         unsigned long long length = 7777;
         EXPECT_EQ(cases.getRecordValue(i, value, length), 0U);
@@ -32,7 +33,7 @@ inline std::string recordOf(HVRawDataIterator& cases)
         if (!value) {
             EXPECT_EQ(length, 0U);
             record += "-";
-        } else if (cases.getMetaData().GetField(i)->GetStorage() == CFField::String) {
+        } else if (fields.GetField(i)->GetStorage() == CFField::String) {
             record += "'" + std::string(static_cast<char*>(value), length) + "'";
         } else {
             EXPECT_EQ(length, 8U);
@@ -42,10 +43,11 @@ inline std::string recordOf(HVRawDataIterator& cases)
     return record;
 }
 
-inline std::string recordsOf(HVRawDataIterator& cases)
+inline std::string recordsOf(EmbeddedHV::RowDataIterator& cases)
 {
+    const CFMetaData fields(cases.getDataModel());
     std::string all;
     while (cases.nextRecord() == 0)
-        all += recordOf(cases) + "; ";
+        all += recordOf(cases, fields) + "; ";
     return all;
 }
