@@ -5,7 +5,6 @@
 #include <fstream>
 #include <tuple>
 
-#include "JNIException.h"
 #include "bridge/JNIHvlProgram.h"
 #include "data/SourceRows.h"
 #include "hvl/HVLRead.h"
@@ -161,21 +160,10 @@ TEST_F(OutputFetcher, LetsGoOfEverythingWhenTheEngineFails)
     }
 }
 
-// Whichever call of the machine fails, what was made goes.
 TEST_F(OutputFetcher, SurvivesEveryFailureOfTheMachine)
 {
     const ScriptedEngine engine;
-    bool reached = true;
-    for (int number = 1; reached; ++number) {
-        SCOPED_TRACE(number);
-        jni().failAt(number, RecordingJni::Fault::OutOfMemory);
-        try {
-            Fetcher(*runner).Fetch("f", "m", Fetcher::kHvbf, {"a"});
-        } catch (const JNIException&) {
-        }
-        reached = jni().endFault();
-        expectNothingLeft();
-    }
+    expectToSurviveFailures([&] { Fetcher(*runner).Fetch("f", "m", Fetcher::kHvbf, {"a"}); });
     EXPECT_EQ(openExecutions(engine), 0);
 }
 

@@ -5,7 +5,6 @@
 #include <stdexcept>
 #include <tuple>
 
-#include "JNIException.h"
 #include "descriptive/HVDescriptive.h"
 #include "descriptive/People.h"
 #include "support/JobFixture.h"
@@ -175,25 +174,16 @@ TEST_F(DescriptiveFault, EndsTheJobThatTheEngineFails)
     }
 }
 
-// Whichever call of the machine fails, what was made goes.
 TEST_F(DescriptiveFault, SurvivesEveryFailureOfTheMachine)
 {
     answerWith(Left::Member, "<DataModel></DataModel>", Left::Member, "{}");
     std::string interval;
     std::string model;
     bool result = false;
-    bool reached = true;
-    for (int number = 1; reached; ++number) {
-        SCOPED_TRACE(number);
-        jni().failAt(number, RecordingJni::Fault::OutOfMemory);
-        try {
-            HVDescriptive descriptive(*runner, &rows);
-            result = descriptive.UpdateDateModel(&fields, &dates, false, interval, model, 1);
-        } catch (const JNIException&) {
-        }
-        reached = jni().endFault();
-        expectNothingLeft();
-    }
+    expectToSurviveFailures([&] {
+        HVDescriptive descriptive(*runner, &rows);
+        result = descriptive.UpdateDateModel(&fields, &dates, false, interval, model, 1);
+    });
     EXPECT_TRUE(result) << "the last run meets no failure";
     EXPECT_EQ(interval, "{}");
 }

@@ -138,6 +138,12 @@ RecordingListener EngineFixture::run(const std::string& job, const Setup& setup)
     return listener;
 }
 
+RecordingListener EngineFixture::succeeded(RecordingListener listener)
+{
+    EXPECT_EQ(listener.ending, "success") << listener.fault();
+    return listener;
+}
+
 RecordingListener EngineFixture::feed(RowDataIterator& rows, const std::string& job)
 {
     return run(job, [&rows](Execution& execution) {

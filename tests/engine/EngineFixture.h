@@ -62,7 +62,9 @@ protected:
     using Setup = std::function<void(EmbeddedHV::Execution&)>;
     /// Runs a job in the test's folder: "$DIR" in the text stands for the folder's URL.
     RecordingListener run(const std::string& job, const Setup& setup = {});
-    /// The same with rows for a read step to take by their name.
+    /// What came of a job, which must have succeeded.
+    static RecordingListener succeeded(RecordingListener listener);
+    /// Runs a job with rows for a read step to take by their name.
     RecordingListener feed(EmbeddedHV::RowDataIterator& rows, const std::string& job);
     /// A job that reads a CSV text, goes through steps and writes CSV: what it writes, or its
     /// fault.

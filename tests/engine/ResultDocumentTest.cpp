@@ -30,12 +30,10 @@ protected:
     json describe(const std::string& input, const std::string& settings = "{}",
                   const Setup& setup = {})
     {
-        const RecordingListener result =
-            run("val conf = " + settings +
-                    "\nval out = [{\"name\": \"StatXML\", \"uri\": \"$DIR/stat.zip\"}, " +
-                    kResults + "]\n" + input + " -> descriptives:descriptives(conf, _, out)",
-                setup);
-        EXPECT_EQ(result.ending, "success") << result.errorText;
+        succeeded(run("val conf = " + settings +
+                          "\nval out = [{\"name\": \"StatXML\", \"uri\": \"$DIR/stat.zip\"}, " +
+                          kResults + "]\n" + input + " -> descriptives:descriptives(conf, _, out)",
+                      setup));
         const std::string text = member("results.zip", "Results.json");
         write("Results.json", text);
         const std::string command =
@@ -410,10 +408,9 @@ TEST_F(ResultDocument, LeavesTheOtherContainersAsTheyWere)
     TestRows again = rows;
     describeRows(rows, settings);
     const std::string with = member("stat.zip", "StatXML.xml");
-    const auto result =
+    succeeded(
         feed(again, std::string("read({\"dataSource\": \"rows\"}) -> descriptives:descriptives(") +
-                        settings + R"(, _, [{"name": "StatXML", "uri": "$DIR/stat.zip"}]))");
-    ASSERT_EQ(result.ending, "success") << result.errorText;
+                        settings + R"(, _, [{"name": "StatXML", "uri": "$DIR/stat.zip"}]))"));
     EXPECT_EQ(member("stat.zip", "StatXML.xml"), with);
     EXPECT_NE(with.find(R"(records="2")"), std::string::npos) << with;
 }

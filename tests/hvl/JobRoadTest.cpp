@@ -1,5 +1,4 @@
 #include <filesystem>
-#include <functional>
 #include <vector>
 
 #include "CFMetaData.h"
@@ -62,22 +61,6 @@ protected:
         return error;
     }
 
-    /// Reads with one builder and writes with another, in a program of its own.
-    std::string convert(const std::function<void(HVLRead&)>& source,
-                        const std::function<void(HVLWrite&)>& destination)
-    {
-        JNIHvlProgram own;
-        HVLRead read(&own);
-        source(read);
-        HVLWrite write(&own);
-        destination(write);
-        write.AddPredFunction(&read);
-        EXPECT_TRUE(write.GenerateHVL());
-        std::string job;
-        own.getHvlText(job);
-        return runText(job);
-    }
-
     const ScratchFolder folder;
 };
 
@@ -115,35 +98,6 @@ TEST_F(JobRoad, DerivesFiltersAndAggregatesAFile)
     ASSERT_EQ(model.FieldCount(), 4U);
     EXPECT_EQ(model.GetField(0)->GetStorage(), CFField::String);
     EXPECT_EQ(model.GetField(2)->GetStorage(), CFField::Integer);
-}
-
-TEST_F(JobRoad, CarriesEveryFileFormBackToTheSameTable)
-{
-    const std::string expected = "name,amount,note\na,1.5,first\nb,2.5,\"with, comma\"\na,4.0,\n"
-                                 "c,0.5,last\n";
-    const auto csv = [&](HVLRead& read) { read.ReadCSV(url("in.csv"), true); };
-    const auto out = [&](HVLWrite& write) { write.WriteCSV(url("out.csv")); };
-    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteSAV(url("a.sav"), ""); }), "");
-    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteSAV(url("b.sav"), "Ünlocked"); }), "");
-    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteHVBF(url("a.hvbf")); }), "");
-    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteHVDatasource("kept", false); }), "");
-    const std::function<void(HVLRead&)> sources[] = {
-        [&](HVLRead& read) { read.ReadSAV(url("a.sav"), ""); },
-        [&](HVLRead& read) { read.ReadSAV(url("b.sav"), "Ünlocked"); },
-        [&](HVLRead& read) { read.ReadHVBF(url("a.hvbf")); },
-        [&](HVLRead& read) { read.ReadHVDatasource("kept"); },
-    };
-    for (const auto& source : sources) {
-        EXPECT_EQ(convert(source, out), "");
-        EXPECT_EQ(folder.read("out.csv"), expected);
-        std::filesystem::remove(folder.path / "out.csv");
-    }
-
-    // A wrong password names the file and leaves nothing behind.
-    const std::string error =
-        convert([&](HVLRead& read) { read.ReadSAV(url("b.sav"), "locked"); }, out);
-    EXPECT_NE(error.find("b.sav"), std::string::npos) << error;
-    EXPECT_FALSE(folder.has("out.csv"));
 }
 
 TEST_F(JobRoad, FeedsRowsFromMemoryReclassifiesThemAndBalances)
