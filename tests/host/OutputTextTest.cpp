@@ -12,22 +12,13 @@
 #include "ChartOutput.h"
 #include "TerminalText.h"
 #include "TextGrid.h"
-#include "TnOutput.h"
+#include "support/OutputParts.h"
 
 namespace {
 
-using Dimension = std::unique_ptr<TnDimension>;
-using Group = std::unique_ptr<TnGroup>;
-using Table = std::unique_ptr<TnPivotTable>;
-
-TnAnnotation note(const std::string& text)
-{
-    return {TnHandle(TnUTF8String(text).Replicate()), TnHandle(-1), false};
-}
-
 TnNumber fixed(double value)
 {
-    return {value, TnFormatSpec({40, kFormatNumber, 1})};
+    return number(value, kFormatNumber, 1);
 }
 
 /// What stands under the heading of a procedure, with a line end before it.
@@ -36,13 +27,6 @@ std::string textOf(const TnHeading& heading, std::size_t width = 80)
     std::ostringstream out;
     writeOutputText(*heading.node(), {width, false, 2}, out);
     return out.str().substr(out.str().find("\n\n") + 1);
-}
-
-Dimension dimensionOf(TnPivotTable& table, const char* name, TnDimension::Place place)
-{
-    Dimension made(table.Dimension(TnUTF8String(name), TnPivotTable::Unsorted));
-    made->Position(place, 1, false, false);
-    return made;
 }
 
 /// Statistics of places, in groups of both, in two years.
