@@ -48,6 +48,13 @@ protected:
         return describe(readCsv("in.csv"), settings);
     }
 
+    json describeRows(const char* model, const std::vector<std::vector<TestRows::Value>>& values)
+    {
+        TestRows rows("rows", {}, values);
+        rows.model = model;
+        return describeRows(rows);
+    }
+
     json describeRows(TestRows& rows, const std::string& settings = "{}")
     {
         return describe("read({\"dataSource\": \"rows\"})", settings,
@@ -166,17 +173,16 @@ TEST_F(ResultDocument, ShowsTheFiguresOfWeightedRecords)
 
 TEST_F(ResultDocument, TellsWhyAStatisticIsNotThere)
 {
-    TestRows rows("rows", {},
-                  {{1.0, 5.0, NAN, 1e200, "a"},
-                   {NAN, 5.0, NAN, -1e200, "b"},
-                   {NAN, 5.0, NAN, NAN, "c"},
-                   {NAN, 5.0, NAN, NAN, "d"}});
-    rows.model = R"(<DataModel><Field name="one" storage="real" measure="continuous"/>
+    const json document =
+        describeRows(R"(<DataModel><Field name="one" storage="real" measure="continuous"/>
         <Field name="same" storage="integer" measure="continuous"/>
         <Field name="none" storage="real" measure="continuous"/>
         <Field name="huge" storage="real" measure="continuous"/>
-        <Field name="text" storage="string" measure="nominal"/></DataModel>)";
-    const json document = describeRows(rows);
+        <Field name="text" storage="string" measure="nominal"/></DataModel>)",
+                     {{1.0, 5.0, NAN, 1e200, "a"},
+                      {NAN, 5.0, NAN, -1e200, "b"},
+                      {NAN, 5.0, NAN, NAN, "c"},
+                      {NAN, 5.0, NAN, NAN, "d"}});
     const TableView table = statistics(document);
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"one", "Variance", "There are too few valid values."},
@@ -202,15 +208,14 @@ TEST_F(ResultDocument, TellsWhyAStatisticIsNotThere)
 
 TEST_F(ResultDocument, ShowsValuesInTheFormatsOfTheirFields)
 {
-    TestRows rows("rows", {},
-                  {{1.5, 0.0, 0.0, 1.0}, {2.25, 1.0, 90061.5, 3600.0}, {4.0, -1.0, -0.5, 7200.0}});
-    rows.model = R"(<DataModel>
+    const json document = describeRows(
+        R"(<DataModel>
         <Field name="money" storage="real" measure="continuous"><Label>Money &amp; co</Label>
           <Format type="4" width="10" decimals="1"/></Field>
         <Field name="day" storage="date" measure="continuous"/>
         <Field name="at" storage="timestamp" measure="nominal"/>
-        <Field name="clock" storage="time" measure="continuous"/></DataModel>)";
-    const json document = describeRows(rows);
+        <Field name="clock" storage="time" measure="continuous"/></DataModel>)",
+        {{1.5, 0.0, 0.0, 1.0}, {2.25, 1.0, 90061.5, 3600.0}, {4.0, -1.0, -0.5, 7200.0}});
     const TableView table = statistics(document);
     const std::tuple<const char*, const char*, json, const char*> cases[] = {
         {"money", "Maximum", 4, R"({"decimals": 1, "prefix": "$"})"},
@@ -242,21 +247,20 @@ TEST_F(ResultDocument, ShowsValuesInTheFormatsOfTheirFields)
 
 TEST_F(ResultDocument, KeepsMissingValuesInAGroupOfTheirOwn)
 {
-    TestRows rows("rows", {},
-                  {{1.0, ""},
-                   {2.5, " "},
-                   {1.0, "(empty)"},
-                   {-9.0, "x"},
-                   {-8.0, ""},
-                   {std::monostate(), std::monostate()},
-                   {INFINITY, "x"},
-                   {-9.0, "x"}});
-    rows.model = R"(<DataModel><Field name="x" storage="real" measure="nominal">
+    const json document =
+        describeRows(R"(<DataModel><Field name="x" storage="real" measure="nominal">
         <ValueLabels><Value value="1" label="one"/><Value value="2.5" label="more"/>
         <Value value="-9" label="refused"/></ValueLabels>
         <MissingValues><Value value="-9"/><Value value="-8"/></MissingValues></Field>
-        <Field name="t" storage="string" measure="nominal"/></DataModel>)";
-    const json document = describeRows(rows);
+        <Field name="t" storage="string" measure="nominal"/></DataModel>)",
+                     {{1.0, ""},
+                      {2.5, " "},
+                      {1.0, "(empty)"},
+                      {-9.0, "x"},
+                      {-8.0, ""},
+                      {std::monostate(), std::monostate()},
+                      {INFINITY, "x"},
+                      {-9.0, "x"}});
     const TableView numbers(part(document, "frequencies", "f1"));
     EXPECT_EQ(numbers.leaves(0), (std::vector<std::string>{
                                      "Valid/1.0", "Valid/2.5", "Valid/Total", "Missing/-9.0",
@@ -400,12 +404,12 @@ TEST_F(ResultDocument, TellsTheTimeIntervals)
 
 TEST_F(ResultDocument, LeavesTheOtherContainersAsTheyWere)
 {
-    TestRows rows("rows", {}, {{1.0, 2.0}, {-9.0, 1.0}, {3.0, -1.0}, {3.0, std::monostate()}});
-    rows.model = R"(<DataModel><Field name="x" storage="real" measure="nominal">
+    TestRows again("rows", {}, {{1.0, 2.0}, {-9.0, 1.0}, {3.0, -1.0}, {3.0, std::monostate()}});
+    again.model = R"(<DataModel><Field name="x" storage="real" measure="nominal">
         <MissingValues><Value value="-9"/></MissingValues></Field>
         <Field name="w" storage="real" measure="continuous"/></DataModel>)";
     const char* const settings = R"({"frequencyWeightField": "w"})";
-    TestRows again = rows;
+    TestRows rows = again;
     describeRows(rows, settings);
     const std::string with = member("stat.zip", "StatXML.xml");
     succeeded(

@@ -8,10 +8,10 @@
 #include "HostLines.h"
 #include "Journal.h"
 #include "ParserMessage.h"
-#include "PathFactory.h"
 #include "VexaDataSource.h"
 #include "output/CompositeFormat.h"
 #include "support/HostScopes.h"
+#include "support/Installation.h"
 #include "support/ScratchFolder.h"
 
 namespace {
@@ -50,22 +50,6 @@ std::string splitLine(const std::string& message)
     line.Add(TnUTF8String("too late"));
     return line.clone()->text();
 }
-
-/// An installation with string tables of its own.
-class TablesFinder final : public PathFinder
-{
-public:
-    TablesFinder() { PathFactory::setPathInstance(this); }
-    ~TablesFinder() override { PathFactory::setPathInstance(nullptr); }
-    std::string getInstallationPath() const override { return _scratch.folder; }
-    void write(const std::string& language, const std::string& json) const
-    {
-        _scratch.put("strings/" + language + ".json", json);
-    }
-
-private:
-    ScratchFolder _scratch;
-};
 
 } // namespace
 
@@ -177,11 +161,13 @@ TEST_F(OutputTest, AnObserverSeesAllAndProgressIsNotKept)
 
 TEST_F(OutputTest, TextsComeFromTheTableOfTheLanguageInTheHostsEncoding)
 {
-    const TablesFinder tables;
-    tables.write("de_AT", R"({"Case Count": "Fallzahl", "bad": 5})");
-    tables.write("de", R"({"Case Count": "nicht diese", "only de": "größer", "größe": "size"})");
-    tables.write("en", R"({"only en": "just here"})");
-    tables.write("fr", "{ this is no table");
+    const ScratchFolder home;
+    const Installation installation(home.folder);
+    home.put("strings/de_AT.json", R"({"Case Count": "Fallzahl", "bad": 5})");
+    home.put("strings/de.json",
+             R"({"Case Count": "nicht diese", "only de": "größer", "größe": "size"})");
+    home.put("strings/en.json", R"({"only en": "just here"})");
+    home.put("strings/fr.json", "{ this is no table");
     const ScopedCodePage page("windows-1252");
     const std::tuple<const char*, const char*, const char*> rows[] = {
         {"de_AT", "Case Count", "Fallzahl"}, {"de_AT", "only de", "gr\366\337er"},
