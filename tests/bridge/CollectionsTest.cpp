@@ -1,10 +1,10 @@
-#include <JNIException.h>
 
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "JNIException.h"
 #include "bridge/JNIHvlContainer.h"
 #include "bridge/JNIHvlFunction.h"
 #include "bridge/JNIHvlFunctionParameterFactory.h"

@@ -1,7 +1,6 @@
-#include <JNIException.h>
-
 #include <utility>
 
+#include "JNIException.h"
 #include "bridge/HvlExpressionConditional.h"
 #include "bridge/JNIHvlProgram.h"
 #include "bridge/JNIHvlTypeList.h"

@@ -1,10 +1,10 @@
-#include <JNIException.h>
 
 #include <climits>
 #include <limits>
 #include <memory>
 #include <utility>
 
+#include "JNIException.h"
 #include "bridge/JNIJSONArray.h"
 #include "bridge/JNIJSONBoolean.h"
 #include "bridge/JNIJSONDouble.h"

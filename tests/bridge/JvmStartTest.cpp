@@ -1,5 +1,3 @@
-#include <VexaJVM.h>
-#include <VexaJVMError.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -11,6 +9,8 @@
 #include <utility>
 
 #include "JNIAccessor.h"
+#include "VexaJVM.h"
+#include "VexaJVMError.h"
 #include "support/Installation.h"
 #include "support/ScratchFolder.h"
 

@@ -50,6 +50,7 @@ constexpr ValueCase kArithmetic[] = {
     {"6 / 2", "3.0:Real"},
     {"x.i % 4", "3:Integer"},
     {"-7 % 4", "-3:Integer"},
+    {"-9223372036854775808 % -1", "0:Integer"},
     {"7.5 % 2", "1.5:Real"},
     {"2 ** 10", "1024.0:Real"},
     {"2 ** 3 ** 2", "512.0:Real"},

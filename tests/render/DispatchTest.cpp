@@ -1,7 +1,6 @@
-#include <VexaJVM.h>
-
 #include <tuple>
 
+#include "VexaJVM.h"
 #include "render/Rendering.h"
 #include "render/jsonToTarn.h"
 #include "support/HostScopes.h"
