@@ -357,11 +357,13 @@ TEST(TransformModel, FieldsAndFunctions)
 
 TEST(TransformModel, RefusesWhatItCannotDo)
 {
-    std::string deep = X;
-    for (int i = 0; i < 100000; ++i)
-        deep = "<Apply function='abs'>" + deep;
-    for (int i = 0; i < 100000; ++i)
-        deep += "</Apply>";
+    std::string deep;
+    std::string ends;
+    for (int i = 0; i < 100000; ++i) {
+        deep += "<Apply function='abs'>";
+        ends += "</Apply>";
+    }
+    deep += X + ends;
     // Each function calls the one before twice: a few lines that would grow to a billion calls.
     std::string growing =
         "<DefineFunction name='f0'><ParameterField name='p'/>" + field("p") + "</DefineFunction>";
