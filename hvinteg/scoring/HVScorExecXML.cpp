@@ -11,7 +11,7 @@ const std::string HVScorExecXML::InputPMMLContainerID = "InputPMMLContainer";
 const std::string HVScorExecXML::InputPMMLName = "InputPMML";
 const std::string HVScorExecXML::ScoringFolderName = "vexa.scoring.9";
 
-struct HVScorExecXML::Impl
+struct HVINTEG_HIDDEN HVScorExecXML::Impl
 {
     /// Does not change once it is built, so that copies share it.
     std::shared_ptr<const SDOMXMLWrapper> document;

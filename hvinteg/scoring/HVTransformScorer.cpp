@@ -45,7 +45,7 @@ std::unique_ptr<IMCScoreComputer> readModel(const std::string& text)
 
 } // namespace
 
-struct HVTransformScorer::Impl
+struct HVINTEG_HIDDEN HVTransformScorer::Impl
 {
     ~Impl() { VEXAMBConverterDelete_A(converter); }
 
