@@ -18,6 +18,7 @@
 
 namespace {
 
+/// Null if there is no such command.
 const CLI::App* findCommand(const CLI::App& app, const std::string& name)
 {
     try {
@@ -27,6 +28,7 @@ const CLI::App* findCommand(const CLI::App& app, const std::string& name)
     }
 }
 
+/// With the nearest command as a hint, if one is near.
 CommandFault unknownCommand(const CLI::App& app, const std::string& word)
 {
     const std::string nearest = nearestCommand(app, word);
@@ -43,6 +45,7 @@ public:
     const CommonOptions& common() const { return _common; }
 
 private:
+    /// A command with its help; each of the functions below adds the options of one.
     CLI::App* command(const char* name, const char* purpose, const std::string& examples);
     void addConvert();
     void addAggregate();
@@ -329,6 +332,7 @@ public:
     TempDirectoryScope& operator=(const TempDirectoryScope&) = delete;
 };
 
+/// Tells it on standard error and in the log, and gives the exit status.
 int reportFault(const CommandFault& fault, const CommonOptions& common)
 {
     const std::string text = withoutLineEnds(fault.what());
@@ -356,6 +360,7 @@ CommandFault usageFault(const CLI::App& app, const CLI::ParseError& error, const
     return {ExitStatus::Usage, error.what(), kCommandsHint};
 }
 
+/// Reads the words and runs the command that they name.
 void parse(CLI::App& app, int count, char** words)
 {
     try {

@@ -8,6 +8,7 @@
 #include "ErrorText.h"
 #include "ReadableFile.h"
 #include "Text.h"
+#include "ValueText.h"
 #include "data/HVDataModel.h"
 #include "hvl/HVLUpdateDataModel.h"
 #include "support/Paths.h"
@@ -53,11 +54,6 @@ CommandFault inputFault(const ErrorText& error, const ReadableFile& file)
     if (text.starts_with(file.path()))
         text.replace(0, file.path().size(), file.name());
     return {ExitStatus::Input, text, hintFor(text)};
-}
-
-bool isNumber(CFField::StorageType storage)
-{
-    return storage == CFField::Integer || storage == CFField::Real;
 }
 
 void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& geo)

@@ -46,6 +46,7 @@ std::string javaVersion(const std::string& library)
     return "of unknown version";
 }
 
+/// The library that the process has loaded is asked, not one that may lie about somewhere.
 Finding findDatabase()
 {
     using Version = const char* (*)();
@@ -55,6 +56,7 @@ Finding findDatabase()
     return {"DuckDB", reinterpret_cast<Version>(symbol)(), {}, true};
 }
 
+/// A file of the installation.
 Finding findFile(const char* name, const fs::path& path, bool needed)
 {
     if (fs::exists(path))

@@ -5,7 +5,6 @@
 #include <nlohmann/json.hpp>
 
 #include "CFDatum.h"
-#include "CommandFault.h"
 #include "Commands.h"
 #include "DataFile.h"
 #include "Dataset.h"
@@ -30,6 +29,7 @@ std::string utf8(const std::string& text)
     return transcodeToUTF8(text.c_str(), nullptr);
 }
 
+/// A number that has no word is one that this program does not know.
 std::string wordAt(const char* const* words, std::size_t count, int place)
 {
     return place >= 0 && static_cast<std::size_t>(place) < count ? words[place] : "unknown";
@@ -114,6 +114,7 @@ private:
             }
         return all;
     }
+    /// The host has no open limits: the lowest and the highest number stand for them.
     static bool isOpen(const CFDatum& limit)
     {
         constexpr double kMost = 1.7976931348623157e308;

@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include "DataKind.h"
 #include "OptionChecks.h"
 
 namespace {
@@ -65,6 +64,7 @@ void addReading(CLI::App& app, InputOptions& options)
         ->check(wholeNumberFrom(-1));
 }
 
+/// The file to write, and in which form.
 void addOutput(CLI::App& app, OutputOptions& options, bool needed)
 {
     app.add_option("OUT,-o", options.path, "The file to write; - for standard output")
@@ -90,6 +90,7 @@ void addOutput(CLI::App& app, OutputOptions& options, bool needed)
     app.add_flag("--force", options.force, "Replace existing files")->group("Output");
 }
 
+/// What becomes of the records on their way.
 void addRecords(CLI::App& app, RecordOptions& options)
 {
     app.add_option("--derive", options.derivations,

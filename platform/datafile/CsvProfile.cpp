@@ -24,6 +24,7 @@ bool isWhole(const std::string& text)
     return parsed.ec == std::errc() && std::trunc(value) == value;
 }
 
+/// The operating system's refusal as a fault of the job.
 CsvScanner scannerFor(const std::string& path)
 {
     try {

@@ -113,6 +113,7 @@ public:
 class HOST_API UserOutputCaseFile
 {
 public:
+    /// Nothing is open for a spec that names no file or is not for output. Throws ErrorText.
     explicit UserOutputCaseFile(const UserCaseFileSpec& spec);
     ~UserOutputCaseFile();
     UserOutputCaseFile(const UserOutputCaseFile&) = delete;

@@ -133,11 +133,15 @@ std::string csvReason(const std::string& databaseMessage)
     return reason == std::string::npos ? headline(databaseMessage) : lines->substr(reason + 1);
 }
 
+bool isCsvFault(const std::string& databaseMessage, const std::string& path)
+{
+    return contains(databaseMessage, kCsvMark) && csvPath(databaseMessage) == path;
+}
+
 bool isCsvConversionFault(const std::string& databaseMessage, const std::string& path)
 {
-    return contains(databaseMessage, kCsvMark) &&
-           contains(databaseMessage, "Error when converting column") &&
-           csvPath(databaseMessage) == path;
+    return isCsvFault(databaseMessage, path) &&
+           contains(databaseMessage, "Error when converting column");
 }
 
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,

@@ -121,7 +121,12 @@ void FileOutput::commit()
             throw;
         }
     }
-    _context.unwritten.erase(canonicalPath(_settings.path));
+    const std::string written = canonicalPath(_settings.path);
+    _context.unwritten.erase(written);
+    // The next statement that reads the file finds other records, and maybe other fields.
+    std::erase_if(_context.profiles, [&written](const auto& known) {
+        return canonicalPath(known.first.first) == written;
+    });
     _context.unwritten.erase(canonicalPath(_settings.modelPath));
     _context.written[fileNameOf(_settings.path)] = {_settings.path, _settings.kind, _fields,
                                                     _settings.password};

@@ -29,9 +29,11 @@ public:
     {
     }
 
+    /// The copy, ready to be read from its beginning. Throws ErrorText.
     std::shared_ptr<datafile::ScratchFile> make();
 
 private:
+    /// Appends whole lines.
     void write(std::string_view lines);
     [[noreturn]] void refuse(std::string_view lines) const;
     [[noreturn]] void failToRead() const
@@ -94,6 +96,7 @@ void Utf8Copy::refuse(std::string_view lines) const
                     _page.name());
 }
 
+/// A column as what all its values can be; a text is as wide as its longest one.
 VEXA_Variable variableOf(const datafile::CsvProfile& profile, std::size_t column)
 {
     const CFField::StorageType storage = profile.storageOf(column);

@@ -11,6 +11,7 @@ namespace {
 
 namespace duck = datafile::duck;
 
+/// Only the columns that are wanted are read, which in a Parquet file is most of the saving.
 std::string selectOf(const Relation& relation, const std::vector<int>& columns)
 {
     std::string sql = "SELECT ";
@@ -89,6 +90,7 @@ TableCaseIterator::TableCaseIterator(std::shared_ptr<const Relation> relation,
     }
 }
 
+/// Takes the next chunk of the stream into the buffers; false at the end, and ever after.
 bool TableCaseIterator::fetch()
 {
     if (!_result)
