@@ -7,9 +7,9 @@
 #include "scoring/ExecutionDocument.h"
 #include "support/Conversions.h"
 
-const std::string HVScorExecXML::InputPMMLContainerID = "InputPMMLContainer";
-const std::string HVScorExecXML::InputPMMLName = "InputPMML";
-const std::string HVScorExecXML::ScoringFolderName = "vexa.scoring.9";
+const char* const HVScorExecXML::InputPMMLContainerID = "InputPMMLContainer";
+const char* const HVScorExecXML::InputPMMLName = "InputPMML";
+const char* const HVScorExecXML::ScoringFolderName = "vexa.scoring.9";
 
 struct HVINTEG_HIDDEN HVScorExecXML::Impl
 {

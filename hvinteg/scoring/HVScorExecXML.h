@@ -26,9 +26,9 @@ class HVINTEG_EXPORT HVScorExecXML
 {
 public:
     /// The input of the document, and the folder of the module.
-    static const std::string InputPMMLContainerID;
-    static const std::string InputPMMLName;
-    static const std::string ScoringFolderName;
+    static const char* const InputPMMLContainerID;
+    static const char* const InputPMMLName;
+    static const char* const ScoringFolderName;
 
     /// Whether a missing predictor is handled as the model says; if not, a record with one gets no
     /// score.
