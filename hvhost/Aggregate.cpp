@@ -136,9 +136,10 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     aggregates.AddPredFunction(records.last());
     const HVSimpleFile scratch("aggregate.hvbf", true, true);
     HVLWrite write(&program);
-    if (output)
+    if (output) {
         output->configure(write);
-    else
+        origin.outputs = output->origins();
+    } else
         write.WriteHVBF(scratch.GetFileName());
     write.AddPredFunction(&aggregates);
 

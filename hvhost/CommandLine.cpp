@@ -15,26 +15,9 @@
 #include "OptionGroups.h"
 #include "StandardStreams.h"
 #include "Text.h"
+#include "UsageFault.h"
 
 namespace {
-
-/// Null if there is no such command.
-const CLI::App* findCommand(const CLI::App& app, const std::string& name)
-{
-    try {
-        return app.get_subcommand(name);
-    } catch (const CLI::OptionNotFound&) {
-        return nullptr;
-    }
-}
-
-/// With the nearest command as a hint, if one is near.
-CommandFault unknownCommand(const CLI::App& app, const std::string& word)
-{
-    const std::string nearest = nearestCommand(app, word);
-    return {ExitStatus::Usage, word + ": no such command",
-            nearest.empty() ? kCommandsHint : "did you mean " + nearest + "?"};
-}
 
 /// All options of all commands, and the application that fills them.
 class CommandLine
@@ -112,6 +95,7 @@ void CommandLine::addConvert()
     addJobOptions(*app, _convert, true);
     app->add_option("--keep", _convert.keep, "Fields to keep, in this order, with commas between")
         ->type_name("FIELD")
+        ->check(notEmpty())
         ->delimiter(',')
         ->allow_extra_args(false)
         ->group("Records");
@@ -337,6 +321,8 @@ int reportFault(const CommandFault& fault, const CommonOptions& common)
 {
     const std::string text = withoutLineEnds(fault.what());
     appendToLog(common.logFile, "error: " + text);
+    if (fault.status() == ExitStatus::NoReader)
+        return static_cast<int>(fault.status());
     std::cout.flush();
     std::cerr << "hvhost: error: " << text << '\n';
     if (!fault.hint().empty())
@@ -344,20 +330,6 @@ int reportFault(const CommandFault& fault, const CommonOptions& common)
     if (common.verbose && !fault.detail().empty())
         std::cerr << withoutLineEnds(fault.detail()) << '\n';
     return static_cast<int>(fault.status());
-}
-
-/// The fault in the words of the help, which calls the output OUT also where it is named by -o.
-CommandFault usageFault(const CLI::App& app, const CLI::ParseError& error, const char* word)
-{
-    if (word != nullptr && *word != '-') {
-        if (findCommand(app, word) == nullptr)
-            return unknownCommand(app, word);
-        const std::string text = error.what();
-        return {ExitStatus::Usage,
-                text.starts_with("-o") ? "OUT" + text.substr(sizeof "-o" - 1) : text,
-                "hvhost help " + std::string(word) + " shows how it is used"};
-    }
-    return {ExitStatus::Usage, error.what(), kCommandsHint};
 }
 
 /// Reads the words and runs the command that they name.
@@ -380,6 +352,7 @@ void parse(CLI::App& app, int count, char** words)
 int runCommandLine(int count, char** words)
 {
     occupyStandardStreams();
+    ignoreLostReaders();
     const TempDirectoryScope tempDirectory;
     CommandLine line;
     try {

@@ -30,6 +30,14 @@ void addSource(CLI::App& app, InputOptions& options)
     add("--encoding", options.encoding, "Encoding of a csv file, as in windows-1252")
         ->type_name("NAME")
         ->check(notEmpty());
+    add("--separator", options.separator,
+        "What stands between the fields of a csv file, or tab;\nby default what its first line "
+        "tells")
+        ->type_name("CHARACTER")
+        ->check(separatorWordCheck());
+    app.add_flag("--decimal-comma", options.decimalComma,
+                 "Numbers of a csv file are written as 1.234,5")
+        ->group("Input");
     app.add_flag("--no-header", options.noHeader, "A csv file without a line of names")
         ->group("Input");
 }
@@ -119,7 +127,7 @@ void addCommonOptions(CLI::App& app, CommonOptions& options)
         ->check(CLI::IsMember({"auto", "always", "never"}));
     add("--log", options.logFile, "Append what happens to this file")
         ->type_name("FILE")
-        ->check(notEmpty());
+        ->check(notEmpty() & noStream());
     add("--trace", options.traceDirectory,
         "Write job texts, passwords included, and a log\nbelow this folder")
         ->type_name("FOLDER")
@@ -169,5 +177,6 @@ void addWeight(CLI::App& app, InputOptions& options)
 
 void addPrintJob(CLI::App& app, bool& printJob)
 {
-    app.add_flag("--print-job", printJob, "Show the job text and run nothing");
+    app.add_flag("--print-job", printJob,
+                 "Show the job text, passwords included, and run\nnothing");
 }

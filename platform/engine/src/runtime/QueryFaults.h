@@ -16,10 +16,4 @@ JobError faultOf(const std::string& databaseMessage, const std::string& steps,
 bool isCsvFault(const std::string& databaseMessage, const std::string& path);
 bool isCsvConversionFault(const std::string& databaseMessage, const std::string& path);
 
-/// What is wrong with a CSV record, in the words of this engine.
-std::string csvReason(const std::string& databaseMessage);
-
-/// The first line of a database message, without the name of its class.
-std::string headline(const std::string& databaseMessage);
-
 } // namespace EmbeddedHV

@@ -5,6 +5,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/CsvFault.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "runtime/QueryFaults.h"
@@ -170,7 +171,7 @@ std::size_t CsvCheck::countWithinLimit(duck::Result& bad) const
 void CsvCheck::refuseRecord(duck::Result& bad, std::size_t record) const
 {
     const std::string text = "read: " + _settings.path + ":" + bad.text(0, record) + ": " +
-                             csvReason(bad.text(1, record));
+                             datafile::csvReason(bad.text(1, record));
     if (_settings.errorThreshold == 0)
         throw JobError(errors::kBadRecord, text, bad.text(1, record));
     throw JobError(errors::kTooManyBadRecords,
@@ -219,7 +220,7 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
                          "read: " + _settings.path + ": " + std::to_string(count) +
                              (count == 1 ? " record was skipped, " : " records were skipped, ") +
                              "the first on line " + bad.text(0, 0) + ": " +
-                             csvReason(bad.text(1, 0)));
+                             datafile::csvReason(bad.text(1, 0)));
 }
 
 } // namespace EmbeddedHV

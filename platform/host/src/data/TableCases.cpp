@@ -5,7 +5,6 @@
 #include "ErrorText.h"
 #include "data/CaseFileFault.h"
 #include "data/HostDatabase.h"
-#include "datafile/RaisedFault.h"
 
 namespace {
 
@@ -22,16 +21,6 @@ std::string selectOf(const Relation& relation, const std::vector<int>& columns)
     }
     // A case without values is still a case.
     return sql + (columns.empty() ? "true" : "") + " FROM " + relation.from;
-}
-
-/// A fault that the query raises names the place itself; of anything else the first line of what
-/// the database says.
-ErrorText errorTextOf(const std::string& what, const duck::QueryError& error)
-{
-    const std::string text = error.what();
-    if (const auto fault = datafile::raisedFault(text))
-        return ::errorTextOf(*fault);
-    return ErrorText(what + ": " + text.substr(0, text.find('\n')));
 }
 
 } // namespace
@@ -86,7 +75,7 @@ TableCaseIterator::TableCaseIterator(std::shared_ptr<const Relation> relation,
         duck::Prepared statement(*_connection, selectOf(*_relation, columns));
         _result = std::make_unique<duck::Result>(statement.stream());
     } catch (const duck::QueryError& error) {
-        throw errorTextOf(_relation->name + ": the cases cannot be read", error);
+        throw errorTextOf(_relation->name, "the cases cannot be read", error);
     }
 }
 
@@ -99,8 +88,8 @@ bool TableCaseIterator::fetch()
         _chunk = duck::nextChunk(*_result);
     } catch (const duck::QueryError& error) {
         _result.reset();
-        throw errorTextOf(_relation->name + ": the cases cannot be read on after case " +
-                              std::to_string(_count),
+        throw errorTextOf(_relation->name,
+                          "the cases cannot be read on after case " + std::to_string(_count),
                           error);
     }
     _row = 0;

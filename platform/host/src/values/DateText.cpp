@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <string>
+#include <vector>
 
 #include "values/ClockText.h"
 #include "values/HostCalendar.h"
