@@ -52,6 +52,8 @@ void addStructure(const XmlElement& parameter, const XmlElement& structure)
     });
 }
 
+/// The first of these that there is: a value that is set, the table of names, a structure, the
+/// default.
 void addParameter(const XmlElement& parent, const XmlElement& property, const ScoringModule& module,
                   const ScoringParameters& parameters)
 {

@@ -71,6 +71,7 @@ struct HVINTEG_HIDDEN HVTransformScorer::Impl
     void* converter = VEXAMBConverterNew_A(nullptr);
 };
 
+/// Columns are found once, so that no row looks a name up.
 bool HVTransformScorer::Impl::bindInputs()
 {
     MCVarList variables;
@@ -82,6 +83,7 @@ bool HVTransformScorer::Impl::bindInputs()
     return true;
 }
 
+/// The name is compared by the metadata's rules, the host's letters among them.
 bool HVTransformScorer::Impl::bindInput(const IMCVariable& variable)
 {
     const std::string name = nameOf(variable);
@@ -114,6 +116,7 @@ bool HVTransformScorer::Impl::readOutputs()
     return true;
 }
 
+/// Both sides are compared in upper case; a name may be asked for twice.
 bool HVTransformScorer::Impl::bindOutputs(const std::vector<std::string>& names, bool namesAreUTF8)
 {
     for (const std::string& given : names) {

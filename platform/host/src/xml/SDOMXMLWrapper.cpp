@@ -27,6 +27,7 @@ private:
 
 } // namespace
 
+/// An element with its document, which it keeps alive.
 struct SDOMXMLWrapper::Impl
 {
     Document document;
@@ -48,6 +49,7 @@ struct SDOMXMLWrapper::Impl
     }
 };
 
+/// The next element to hand out, and what makes it one.
 struct SDOMXMLIterator::Impl
 {
     SDOMXMLWrapper::Impl parent;

@@ -11,12 +11,14 @@
 namespace scoring {
 namespace {
 
+/// Makes the arguments from one on values of a kind.
 void coerceAll(Expressions& arguments, std::size_t first, ValueKind kind)
 {
     for (std::size_t i = first; i < arguments.size(); ++i)
         arguments[i] = coerced(std::move(arguments[i]), kind);
 }
 
+/// Numbers and truth values have a text, which functions of texts take.
 void coerceText(ExpressionPtr& argument)
 {
     argument = converted(std::move(argument), DataType{ValueKind::Text, false, std::nullopt, 1});
@@ -67,6 +69,7 @@ void coerceArguments(Expressions& arguments, ArgumentRule rule)
     }
 }
 
+/// What the function gives for arguments that are coerced already.
 ValueKind resultKind(const FunctionEntry& entry, const Expressions& arguments)
 {
     switch (entry.result) {
@@ -100,6 +103,7 @@ ExpressionPtr ExpressionCompiler::apply(Element element, const Scope& scope, Wan
     }
 }
 
+/// The branches of a choice are what the choice is wanted to be; other arguments are what they are.
 ExpressionPtr ExpressionCompiler::applyBuiltIn(Element element, const FunctionEntry& entry,
                                                const Scope& scope, Wanted wanted)
 {
@@ -118,6 +122,8 @@ ExpressionPtr ExpressionCompiler::applyBuiltIn(Element element, const FunctionEn
                                    treatmentOf(element, kind));
 }
 
+/// Each call has a body and places of its own, so that a parameter has the kind of its argument,
+/// and an argument is evaluated once however often the body names it.
 ExpressionPtr ExpressionCompiler::call(Element element, Element definition, const Scope& scope)
 {
     const std::vector<Element> parameters = elementsIn(definition, "ParameterField");
@@ -146,6 +152,7 @@ ExpressionPtr ExpressionCompiler::call(Element element, Element definition, cons
                                   treatmentOf(element, kind));
 }
 
+/// The names of the bodies that are being compiled tell a function that calls itself.
 ExpressionPtr ExpressionCompiler::body(Element definition, const Scope& parameters)
 {
     const std::string name = required(definition, "name");

@@ -30,6 +30,7 @@ private:
     int& _depth;
 };
 
+/// What a name stands for here. A body of a function sees its parameters alone.
 const ScopeEntry& entryOf(const Scope& scope, const std::string& name)
 {
     const auto found = scope.find(name);
@@ -62,6 +63,8 @@ std::optional<ValueKind> together(ValueKind one, ValueKind other)
 
 } // namespace
 
+/// An expression that is not in the table is refused, not passed over: a model without it would
+/// give other numbers.
 ExpressionCompiler::Rule ExpressionCompiler::ruleOf(Element element)
 {
     static constexpr std::array<std::pair<std::string_view, Rule>, 7> kRules{{
@@ -80,6 +83,8 @@ ExpressionCompiler::Rule ExpressionCompiler::ruleOf(Element element)
     throw ModelFault(std::string("<") + element.name() + "> is no expression that can be scored");
 }
 
+/// Counts every expression that is made, so that functions that call functions cannot grow without
+/// end.
 ExpressionPtr ExpressionCompiler::compile(Element element, const Scope& scope, Wanted wanted)
 {
     const DepthScope depth(_depth, _settings.GetMaxDepth());
@@ -88,6 +93,8 @@ ExpressionPtr ExpressionCompiler::compile(Element element, const Scope& scope, W
     return (this->*ruleOf(element))(element, scope, wanted);
 }
 
+/// A constant keeps its text if nobody says what it is: "01" beside a text is one, beside a
+/// number 1.
 ExpressionPtr ExpressionCompiler::constant(Element element, const Scope&, Wanted wanted)
 {
     const std::string text = element.text().get();

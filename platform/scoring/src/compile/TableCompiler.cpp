@@ -19,6 +19,7 @@ constexpr std::array<std::pair<std::string_view, Outliers>, 4> kOutliers{{
     {"asExtremeValues", Outliers::AsExtremes},
 }};
 
+/// A word that is none is refused: the default would be a guess.
 Outliers outliersOf(pugi::xml_node element)
 {
     const std::string_view word = element.attribute("outliers").value();
@@ -49,6 +50,7 @@ ValueKind tableKind(pugi::xml_node element, std::optional<ValueKind> wanted,
     return areNumbers ? ValueKind::Number : ValueKind::Text;
 }
 
+/// A table that lies elsewhere is nothing that a model in a file can be scored with.
 pugi::xml_node inlineTable(pugi::xml_node element)
 {
     const pugi::xml_node table = elementIn(element, "InlineTable");
@@ -67,6 +69,7 @@ std::optional<std::string> valueIn(pugi::xml_node row, const std::string& column
     return cell ? std::optional<std::string>(cell.text().get()) : std::nullopt;
 }
 
+/// The text of a row's column, without which the row says nothing.
 std::string cellOf(pugi::xml_node row, const std::string& column)
 {
     auto value = valueIn(row, column);
@@ -77,6 +80,7 @@ std::string cellOf(pugi::xml_node row, const std::string& column)
 
 } // namespace
 
+/// The points must ascend: a line between two points at one place has no slope.
 ExpressionPtr ExpressionCompiler::normContinuous(Element element, const Scope& scope, Wanted)
 {
     std::vector<NormContinuous::Point> points;
@@ -119,6 +123,7 @@ ExpressionPtr ExpressionCompiler::discretize(Element element, const Scope& scope
                                         treatmentOf(element, kind));
 }
 
+/// Keys are constants of the kinds of their fields, so that 2.0 in the table is 2 in the data.
 ExpressionPtr ExpressionCompiler::mapValues(Element element, const Scope& scope, Wanted wanted)
 {
     const std::string outputColumn = required(element, "outputColumn");

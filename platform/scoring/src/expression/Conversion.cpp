@@ -38,6 +38,7 @@ Cell Conversion::evaluate(Cells& cells)
     }
 }
 
+/// The number as a person writes it.
 Cell Conversion::text(double number)
 {
     if (_source->kind() == ValueKind::Boolean)

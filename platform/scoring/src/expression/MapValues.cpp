@@ -22,6 +22,7 @@ MapValues::MapValues(ValueKind kind, Expressions sources, std::vector<Row> rows,
     });
 }
 
+/// By the first key that differs.
 int MapValues::order(const std::vector<Cell>& first, const std::vector<Cell>& second) const
 {
     int result = 0;
@@ -30,6 +31,7 @@ int MapValues::order(const std::vector<Cell>& first, const std::vector<Cell>& se
     return result;
 }
 
+/// A missing key matches no row, not even one with an empty text.
 Cell MapValues::evaluate(Cells& cells)
 {
     bool isMissing = false;

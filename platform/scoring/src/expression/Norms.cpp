@@ -36,6 +36,7 @@ Cell NormContinuous::onLine(double number) const
     return Cell::of(from.normed + (number - from.original) * slope);
 }
 
+/// Missing is none of the categories, but not known to be another one either.
 Cell NormDiscrete::evaluate(Cells& cells)
 {
     const Cell cell = _source->evaluate(cells);

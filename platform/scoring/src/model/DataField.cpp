@@ -12,6 +12,7 @@
 namespace scoring {
 namespace {
 
+/// Without a type nobody knows how the rows carry it.
 ValueKind kindOf(pugi::xml_node element)
 {
     const auto type = dataTypeOf(element);
@@ -53,6 +54,7 @@ bool DataField::ValueSet::contains(const Cell& cell, bool isText) const
     return isText ? texts.contains(cell.text) : numbers.contains(cell.number);
 }
 
+/// Missing values come first: a model may declare a value missing that its intervals leave out.
 Cell DataField::read(const Value& value) const
 {
     const bool isText = _variable.isText();
@@ -69,6 +71,8 @@ Cell DataField::read(const Value& value) const
     return cell.isPresent() && isValid(cell) ? cell : Cell::invalid();
 }
 
+/// Listed values and intervals add up; without either, every value is valid that is not declared
+/// invalid.
 bool DataField::isValid(const Cell& cell) const
 {
     const bool isText = _variable.isText();

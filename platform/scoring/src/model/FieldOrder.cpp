@@ -64,6 +64,7 @@ DerivedField derivedField(pugi::xml_node element)
     return field;
 }
 
+/// Takes, again and again, the first field that waits for none. What is left over waits for itself.
 std::vector<std::size_t> orderOf(const std::vector<DerivedField>& fields)
 {
     Waiting waiting = waitingOf(fields);

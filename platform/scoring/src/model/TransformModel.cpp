@@ -15,6 +15,7 @@ TransformModel::TransformModel(std::vector<DataField> inputs, Expressions steps,
 {
 }
 
+/// Every derived field once and in order, so that none is computed twice and the stack stays flat.
 void TransformModel::evaluate(const ValueRecord& input)
 {
     for (std::size_t i = 0; i < _inputs.size(); ++i)
@@ -23,6 +24,7 @@ void TransformModel::evaluate(const ValueRecord& input)
         _cells[_inputs.size() + i] = _steps[i]->evaluate(_cells);
 }
 
+/// One output that has no value makes the row fail: half a row would be taken for a whole one.
 MCStatus TransformModel::Compute(const ValueRecord& input, ValueRecord& output, int)
 {
     if (input.Size() != static_cast<int>(_inputs.size()) || output.Size() != GetOutputCount())

@@ -19,6 +19,7 @@ struct Contents
     std::unordered_set<std::string> sources; ///< all that derived fields are made from
 };
 
+/// A definition by the name of a built-in function would change what other expressions mean.
 void addDefinition(Contents& contents, pugi::xml_node element)
 {
     const std::string name = required(element, "name");
@@ -54,6 +55,7 @@ void refuseDoubledNames(const Contents& contents, pugi::xml_node dataDictionary)
         take(field.name);
 }
 
+/// Data fields that nobody uses are no inputs: the data need not have them.
 Contents contentsOf(pugi::xml_node root)
 {
     Contents contents;
@@ -70,6 +72,7 @@ Contents contentsOf(pugi::xml_node root)
     return contents;
 }
 
+/// Faults tell the field, since a model may have hundreds.
 ExpressionPtr compileField(ExpressionCompiler& compiler, const DerivedField& field,
                            const Scope& scope)
 {

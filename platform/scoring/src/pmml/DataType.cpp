@@ -53,6 +53,7 @@ ExpressionPtr reread(const Expression& expression, ValueKind kind)
                                         : constantOf(constant->text(), kind, false);
 }
 
+/// A point of time, whose number says nothing without the scale that it is on.
 bool isTemporal(ValueKind kind)
 {
     return kind == ValueKind::Date || kind == ValueKind::Moment || kind == ValueKind::Time;
@@ -91,6 +92,7 @@ std::optional<DataType> dataTypeOf(pugi::xml_node node)
     throw ModelFault("there is no data type \"" + std::string(word) + "\"");
 }
 
+/// What the model asks for in so many words, and so more than an argument may be turned into.
 ExpressionPtr converted(ExpressionPtr expression, const DataType& type)
 {
     const ValueKind from = expression->kind();

@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::string_view kVersions = "4.";
 
+/// Entities are declared there, by which a few lines become gigabytes.
 void refuseDocumentType(const pugi::xml_document& document)
 {
     for (const pugi::xml_node node : document.children())
