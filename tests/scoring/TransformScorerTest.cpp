@@ -31,6 +31,11 @@ thread_local long long allocations = 0;
         return memory;
     throw std::bad_alloc();
 }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    ++allocations;
+    return std::malloc(size);
+}
 [[gnu::noinline]] void operator delete(void* memory) noexcept
 {
     std::free(memory);
