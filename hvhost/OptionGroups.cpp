@@ -45,7 +45,8 @@ void addSource(CLI::App& app, InputOptions& options)
 void addUserMissing(CLI::App& app, InputOptions& options)
 {
     app.add_option("--user-missing", options.userMissing,
-                   "Whether user-missing values count as missing")
+                   "Whether user-missing values count as missing; by\ndefault they do, but where "
+                   "convert only copies")
         ->type_name("WHAT")
         ->check(CLI::IsMember({"exclude", "keep"}))
         ->group("Input");
