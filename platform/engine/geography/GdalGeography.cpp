@@ -1,3 +1,4 @@
+#include <curl/curl.h>
 #include <gdal_priv.h>
 #include <ogrsf_frmts.h>
 
@@ -16,6 +17,7 @@ class GdalGeography : public Geography
 public:
     GdalGeography()
     {
+        curl_global_init(CURL_GLOBAL_DEFAULT);
         // The one format that is read through a driver; all of them would take longer to register.
         RegisterOGRShape();
     }

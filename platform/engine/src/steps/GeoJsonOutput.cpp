@@ -27,6 +27,13 @@ std::size_t shapesIn(const Fields& fields)
     return static_cast<std::size_t>(found - fields.begin());
 }
 
+/// The catalogue that has the system's id, which its well-known text tells.
+std::string catalogueOf(const CFGeo& geo)
+{
+    const std::string id = "AUTHORITY[\"ESRI\",\"" + std::to_string(geo.GetWkid()) + "\"]";
+    return geo.GetWkt().find(id) == std::string::npos ? "EPSG" : "ESRI";
+}
+
 /// The members of the document ahead of its features.
 std::string headOf(const GeoJsonMetadata& metadata, const CFGeo& geo)
 {
@@ -35,8 +42,8 @@ std::string headOf(const GeoJsonMetadata& metadata, const CFGeo& geo)
         head += ",\"metadata\":{\"resourceId\":" + jsonText(metadata.resourceId) +
                 ",\"key\":" + jsonText(metadata.key) + "}";
     if (geo.GetWkid() > 0 && geo.GetWkid() != kDegreesWkid)
-        head += ",\"crs\":{\"type\":\"name\",\"properties\":{\"name\":\"urn:ogc:def:crs:EPSG::" +
-                std::to_string(geo.GetWkid()) + "\"}}";
+        head += ",\"crs\":{\"type\":\"name\",\"properties\":{\"name\":\"urn:ogc:def:crs:" +
+                catalogueOf(geo) + "::" + std::to_string(geo.GetWkid()) + "\"}}";
     return head + ",\"features\":[";
 }
 
