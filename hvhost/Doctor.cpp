@@ -47,6 +47,7 @@ std::string javaVersion(const std::string& library)
     return "of unknown version";
 }
 
+/// The library that the process has loaded is asked, not one that may lie about somewhere.
 Finding findDatabase()
 {
     using Version = const char* (*)();
@@ -70,6 +71,7 @@ std::vector<Finding> findMapLibraries()
     }
 }
 
+/// A file of the installation.
 Finding findFile(const char* name, const fs::path& path, bool needed)
 {
     if (fs::exists(path))

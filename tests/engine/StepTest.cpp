@@ -218,7 +218,7 @@ constexpr JoinCase kJoins[] = {
     {"types that do not meet", R"({"matchFields": [{"l": "city", "r": "size"}]})",
      R"(matches "city", which is String, with "size", which is Integer)"},
     {"a field that is not there", R"({"matchFields": [{"l": "town", "r": "name"}]})",
-     R"(no field "town")"},
+     R"(join: the input "l" has no field "town")"},
     {"an unknown type", R"({"matchFields": [], "joinType": "Sideways"})", R"("Sideways")"},
 };
 
