@@ -26,6 +26,8 @@ struct ScriptedEngine::State
     std::vector<EmbeddedHV::EHVAppSetting> starts;
     Script script = [](ScriptedJob& job) { job.listener().onSuccess(); };
     std::string metadata = "<DataModel/>";
+    std::map<std::string, std::string> answers;
+    Outputs outputs;
     bool running = false;
 
     void setRunning(bool now)
@@ -35,6 +37,7 @@ struct ScriptedEngine::State
         changed.notify_all();
     }
     void record(const std::string& name, const std::string& argument, JNIEnv* env);
+    std::string answer(const std::string& name, const std::string& argument, JNIEnv* env);
 };
 
 const char* nameOf(Fault fault)
@@ -76,6 +79,15 @@ void ScriptedEngine::State::record(const std::string& name, const std::string& a
     raise(fault);
 }
 
+std::string ScriptedEngine::State::answer(const std::string& name, const std::string& argument,
+                                          JNIEnv* env)
+{
+    record(name, argument, env);
+    const std::lock_guard guard(mutex);
+    const auto found = answers.find(name + "(" + argument + ")");
+    return found != answers.end() ? found->second : std::string();
+}
+
 class ScriptedExecution : public EmbeddedHV::Execution
 {
 public:
@@ -109,7 +121,12 @@ public:
     EmbeddedHV::RowDataIterator* getOutputIterator(JNIEnv* env, const std::string& name) override
     {
         _state.record("getOutputIterator", name, env);
-        return iterator(name);
+        ScriptedEngine::Outputs outputs;
+        {
+            const std::lock_guard guard(_state.mutex);
+            outputs = _state.outputs;
+        }
+        return outputs ? outputs(name) : iterator(name);
     }
     void cancel(JNIEnv* env) override
     {
@@ -177,7 +194,7 @@ int ScriptedJob::pull(const std::string& name)
 
 namespace {
 
-/// The backend is both of its services. Queries beyond getMetadata answer with nothing.
+/// The backend is both of its services.
 class ScriptedBackend : public EmbeddedHV::Backend,
                         public EmbeddedHV::ExecutionService,
                         public EmbeddedHV::MetadataService
@@ -206,13 +223,35 @@ public:
     }
     using Names = std::vector<std::string>;
     void reservedOperation() override {}
-    std::string getMapServiceLayers(JNIEnv*, const std::string&) override { return {}; }
-    void getGeographics(JNIEnv*, Names&) override {}
-    void getProjections(JNIEnv*, Names&) override {}
-    void getRecommendPCSs(JNIEnv*, const std::string&, int, Names&) override {}
-    void getRecommendPCSs(JNIEnv*, const std::string&, Names&) override {}
-    std::string getCoordinatesSystemInfo(JNIEnv*, const std::string&) override { return {}; }
-    std::string getCoordinatesSystemInfo(JNIEnv*, int) override { return {}; }
+    std::string getMapServiceLayers(JNIEnv* env, const std::string& url) override
+    {
+        return _state.answer("getMapServiceLayers", url, env);
+    }
+    void getGeographics(JNIEnv* env, Names& names) override
+    {
+        names.push_back(_state.answer("getGeographics", "", env));
+    }
+    void getProjections(JNIEnv* env, Names& names) override
+    {
+        names.push_back(_state.answer("getProjections", "", env));
+    }
+    void getRecommendPCSs(JNIEnv* env, const std::string& input, int count, Names& names) override
+    {
+        names.push_back(
+            _state.answer("getRecommendPCSs", input + ";" + std::to_string(count), env));
+    }
+    void getRecommendPCSs(JNIEnv* env, const std::string& input, Names& names) override
+    {
+        names.push_back(_state.answer("getRecommendPCSs", input, env));
+    }
+    std::string getCoordinatesSystemInfo(JNIEnv* env, const std::string& name) override
+    {
+        return _state.answer("getCoordinatesSystemInfo", name, env);
+    }
+    std::string getCoordinatesSystemInfo(JNIEnv* env, int wkid) override
+    {
+        return _state.answer("getCoordinatesSystemInfo", std::to_string(wkid), env);
+    }
 
 private:
     ScriptedEngine::State& _state;
@@ -255,6 +294,18 @@ void ScriptedEngine::setMetadata(const std::string& xml)
 {
     const std::lock_guard guard(_state->mutex);
     _state->metadata = xml;
+}
+
+void ScriptedEngine::setAnswer(const std::string& query, const std::string& answer)
+{
+    const std::lock_guard guard(_state->mutex);
+    _state->answers[query] = answer;
+}
+
+void ScriptedEngine::setOutputs(Outputs outputs)
+{
+    const std::lock_guard guard(_state->mutex);
+    _state->outputs = std::move(outputs);
 }
 
 std::vector<EngineCall> ScriptedEngine::calls() const

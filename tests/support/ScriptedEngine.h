@@ -11,6 +11,7 @@
 
 #include "EHVAppSetting.h"
 #include "ExecutionListener.h"
+#include "RowDataIterator.h"
 
 /// What a scripted call throws.
 enum class Fault
@@ -74,6 +75,13 @@ public:
     /// of the execution.
     void throwAt(const std::string& call, Fault fault);
     void setMetadata(const std::string& xml);
+    /// What a query without a job answers, as in "getCoordinatesSystemInfo(4326)"; it answers with
+    /// nothing otherwise.
+    void setAnswer(const std::string& query, const std::string& answer);
+    /// Rows of a file that a job wrote, by its name; the test owns them. Input rows stand for files
+    /// of their names otherwise.
+    using Outputs = std::function<EmbeddedHV::RowDataIterator*(const std::string& fileName)>;
+    void setOutputs(Outputs outputs);
 
     /// All calls so far, in order; "delete" is the end of an execution object.
     std::vector<EngineCall> calls() const;
