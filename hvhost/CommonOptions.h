@@ -21,6 +21,7 @@ struct InputOptions
 {
     std::string path; ///< "-" for standard input
     std::string kind; ///< a word of kDataKinds; empty: by extension
+    std::string kindOption = "--from"; ///< the option that says so
     std::string password;
     std::string passwordFile;
     std::string dataModel;

@@ -29,30 +29,32 @@ CaseFileKind caseFileKind(DataKind kind)
     }
 }
 
-/// What may be done, by a phrase of what is wrong.
+/// What may be done, by a phrase of what is wrong; the option that tells the kind goes before a
+/// blank.
 constexpr std::pair<std::string_view, const char*> kHints[] = {
     {"and none is given", "--password-file FILE or --password WORD gives it"},
-    {": this is not a", "--from csv, sav or hvbf tells what it is, whatever its name says"},
+    {": this is not a", " csv, sav or hvbf tells what it is, whatever its name says"},
     {": the record has", "--max-errors N skips up to N bad records, and says how many there were"},
     {"the encoding", "for example --encoding windows-1252"},
     {"the file is no text", "--encoding names the encoding that it is in"},
 };
 
-std::string hintFor(std::string_view text)
+std::string hintFor(std::string_view text, const std::string& kindOption)
 {
     for (const auto& [phrase, hint] : kHints)
         if (text.find(phrase) != std::string_view::npos)
-            return hint;
+            return *hint == ' ' ? kindOption + hint : hint;
     return {};
 }
 
 /// The data library's sentence, with the file as the user calls it.
-CommandFault inputFault(const ErrorText& error, const ReadableFile& file)
+CommandFault inputFault(const ErrorText& error, const ReadableFile& file,
+                        const std::string& kindOption = "--from")
 {
     std::string text = error.what();
     if (text.starts_with(file.path()))
         text.replace(0, file.path().size(), file.name());
-    return {ExitStatus::Input, text, hintFor(text)};
+    return {ExitStatus::Input, text, hintFor(text, kindOption)};
 }
 
 bool isNumber(CFField::StorageType storage)
@@ -106,7 +108,7 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     try {
         _file = std::make_unique<UserInputCaseFile>(spec, nullptr);
     } catch (const ErrorText& error) {
-        throw inputFault(error, file);
+        throw inputFault(error, file, options.kindOption);
     }
     _weight = source().GetWeightVarIndex();
     for (int i = 0; i < source().GetNSplitVars(); ++i)

@@ -2,6 +2,7 @@
 
 #include "geo/GeoFixture.h"
 #include "support/HVSimpleFile.h"
+#include "support/HostScopes.h"
 
 // How well keys match: the four jobs of a request, and what it reads of them.
 
@@ -140,6 +141,26 @@ TEST_F(Matching, LeavesOtherKeysAndLayersAsTheyAre)
     EXPECT_THAT(jobs()[0], testing::StartsWith(R"(val f1Conf = {"geospatial":{"location":)"
                                                R"("http://maps","type":"mps","queryLayer":3}})"));
     EXPECT_THAT(takeTraces(), testing::Contains("HvlJobText_MatchServiceKeys_Preshape.hvl"));
+}
+
+TEST_F(Matching, SpeaksUtf8ToTheEngineWhateverTheHostSpeaks)
+{
+    const ScopedCodePage latin("ISO-8859-1");
+    maps.emplace();
+    const LocallyUniqueID sizes = SvrDMDataset::Register(
+        std::make_shared<MemorySource>(std::vector<VEXA_Variable>{numeric("gr\xF6\xDF"
+                                                                          "e")}));
+    EXPECT_FALSE(maps->matchServiceKeys("http://\xFC", 0,
+                                        {"fl\xE4"
+                                         "che"},
+                                        mapUnmatched, sizes, "",
+                                        {"gr\xF6\xDF"
+                                         "e"},
+                                        dataUnmatched, -1, matchedCount))
+        << "there are no rows";
+    ASSERT_EQ(jobs().size(), 2U);
+    EXPECT_THAT(jobs()[0], testing::HasSubstr("http://ü"));
+    EXPECT_THAT(jobs()[1], testing::HasSubstr(R"({"shape":"fläche","dataset":"größe"})"));
 }
 
 TEST_F(Matching, CutsListsOneRowBehindTheLimit)
