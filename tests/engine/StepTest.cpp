@@ -139,8 +139,6 @@ constexpr Case kCases[] = {
     {"an overflow while the job runs",
      R"(deriveField(_, c => x => ("big", x.age * 9223372036854775807)))",
      "HVERT0003E read -> deriveField -> write: Overflow in multiplication of Integer (31 * "},
-    {"a step that others have", "reprojection({})",
-     R"(HVEPL0013E the step "reprojection" is not available in this engine yet)"},
     {"a component", "tcm:score(_)", R"(HVEPL0013E the component "tcm:score")"},
 };
 

@@ -37,7 +37,6 @@ struct ScriptedEngine::State
         changed.notify_all();
     }
     void record(const std::string& name, const std::string& argument, JNIEnv* env);
-    std::string answer(const std::string& name, const std::string& argument, JNIEnv* env);
 };
 
 const char* nameOf(Fault fault)
@@ -77,15 +76,6 @@ void ScriptedEngine::State::record(const std::string& name, const std::string& a
             fault = found->second;
     }
     raise(fault);
-}
-
-std::string ScriptedEngine::State::answer(const std::string& name, const std::string& argument,
-                                          JNIEnv* env)
-{
-    record(name, argument, env);
-    const std::lock_guard guard(mutex);
-    const auto found = answers.find(name + "(" + argument + ")");
-    return found != answers.end() ? found->second : std::string();
 }
 
 class ScriptedExecution : public EmbeddedHV::Execution
@@ -216,44 +206,51 @@ public:
                             const EmbeddedHV::Container& container) override
     {
         const bool plain = reserved == nullptr && flags == 0;
-        _state.record("getMetadata", jobText + (plain ? ";" : ";reserved;") + container.getName(),
+        return answer("getMetadata", jobText + (plain ? ";" : ";reserved;") + container.getName(),
                       env);
-        const std::lock_guard guard(_state.mutex);
-        return _state.metadata;
     }
     using Names = std::vector<std::string>;
     void reservedOperation() override {}
     std::string getMapServiceLayers(JNIEnv* env, const std::string& url) override
     {
-        return _state.answer("getMapServiceLayers", url, env);
+        return answer("getMapServiceLayers", url, env);
     }
     void getGeographics(JNIEnv* env, Names& names) override
     {
-        names.push_back(_state.answer("getGeographics", "", env));
+        names.push_back(answer("getGeographics", "", env));
     }
     void getProjections(JNIEnv* env, Names& names) override
     {
-        names.push_back(_state.answer("getProjections", "", env));
+        names.push_back(answer("getProjections", "", env));
     }
     void getRecommendPCSs(JNIEnv* env, const std::string& input, int count, Names& names) override
     {
-        names.push_back(
-            _state.answer("getRecommendPCSs", input + ";" + std::to_string(count), env));
+        names.push_back(answer("getRecommendPCSs", input + ";" + std::to_string(count), env));
     }
     void getRecommendPCSs(JNIEnv* env, const std::string& input, Names& names) override
     {
-        names.push_back(_state.answer("getRecommendPCSs", input, env));
+        names.push_back(answer("getRecommendPCSs", input, env));
     }
     std::string getCoordinatesSystemInfo(JNIEnv* env, const std::string& name) override
     {
-        return _state.answer("getCoordinatesSystemInfo", name, env);
+        return answer("getCoordinatesSystemInfo", name, env);
     }
     std::string getCoordinatesSystemInfo(JNIEnv* env, int wkid) override
     {
-        return _state.answer("getCoordinatesSystemInfo", std::to_string(wkid), env);
+        return answer("getCoordinatesSystemInfo", std::to_string(wkid), env);
     }
 
 private:
+    std::string answer(const char* call, const std::string& argument, JNIEnv* env)
+    {
+        _state.record(call, argument, env);
+        const std::lock_guard guard(_state.mutex);
+        if (call == std::string("getMetadata") || _state.answers.empty())
+            return _state.metadata;
+        const auto found = _state.answers.find(std::string(call) + "(" + argument + ")");
+        return found != _state.answers.end() ? found->second : std::string();
+    }
+
     ScriptedEngine::State& _state;
 };
 

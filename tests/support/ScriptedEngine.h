@@ -71,12 +71,13 @@ public:
 
     /// What the jobs to come do; onSuccess alone by default.
     void setScript(Script script);
-    /// Has the call of this name throw: "start", "createExecution", "getMetadata" or an operation
-    /// of the execution.
+    /// Has the call of this name throw: "start", "createExecution", a query of the metadata service
+    /// or an operation of the execution.
     void throwAt(const std::string& call, Fault fault);
-    void setMetadata(const std::string& xml);
-    /// What a query without a job answers, as in "getCoordinatesSystemInfo(4326)"; it answers with
-    /// nothing otherwise.
+    /// What queries of the metadata service answer.
+    void setMetadata(const std::string& answer);
+    /// What one query answers, as in "getCoordinatesSystemInfo(4326)"; others then answer with
+    /// nothing, but for that of a data model.
     void setAnswer(const std::string& query, const std::string& answer);
     /// Rows of a file that a job wrote, by its name; the test owns them. Input rows stand for files
     /// of their names otherwise.
