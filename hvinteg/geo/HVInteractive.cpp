@@ -107,6 +107,13 @@ const std::vector<std::string>& HVInteractive::getMessages() const
     return _hasOwnMessages ? _messages : _runner->getProgressListener()->getMessages();
 }
 
+void HVInteractive::beginRequest()
+{
+    resetJNI();
+    CleanExceptions();
+    _runner->getProgressListener()->reset();
+}
+
 void HVInteractive::AddMessage(const std::string& text)
 {
     _messages.push_back(text);

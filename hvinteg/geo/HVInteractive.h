@@ -65,6 +65,11 @@ public:
     const std::vector<std::string>& getMessages() const;
 
 protected:
+    /// The beginning of every request: takes over the thread, and forgets why the last one failed,
+    /// be it told by a job or not. A request that fails before its first job would give the reason
+    /// of an earlier one otherwise.
+    void beginRequest();
+
     /// The object's own messages stand in for those of the job until they are cleaned.
     void AddMessage(const std::string& text);
     /// Takes over the messages of the last job, which the next one forgets.

@@ -71,8 +71,7 @@ HVInteractiveSTEM::~HVInteractiveSTEM()
 
 bool HVInteractiveSTEM::validateShapeSource(const std::string& path, std::string& dataModel)
 {
-    resetJNI();
-    CleanExceptions();
+    beginRequest();
     const std::string shapePath = getShapeFilePath(path);
     return !shapePath.empty() && readDataModel(MapSource::shape(shapePath), "validateShapeSource",
                                                kUnreadableShape, dataModel);
@@ -81,16 +80,14 @@ bool HVInteractiveSTEM::validateShapeSource(const std::string& path, std::string
 bool HVInteractiveSTEM::validateServiceLayer(const std::string& url, int layer,
                                              std::string& dataModel)
 {
-    resetJNI();
-    CleanExceptions();
+    beginRequest();
     return readDataModel(serviceOf(url, layer), "validateServiceLayer", kUnreadableLayer,
                          dataModel);
 }
 
 bool HVInteractiveSTEM::validateMapService(const std::string& url, std::string& layers)
 {
-    resetJNI();
-    CleanExceptions();
+    beginRequest();
     layers.clear();
     RequestScope request(*this);
     const bool answers = !url.empty() && runner().getMapServiceLayers(url, layers);

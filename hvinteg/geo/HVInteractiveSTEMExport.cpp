@@ -47,8 +47,7 @@ bool HVInteractiveSTEM::getShapeGeoJSON(const std::string& fromName, int fromWki
                                         const std::string& dataModelPath,
                                         const std::string& geoJsonPath)
 {
-    resetJNI();
-    CleanExceptions();
+    beginRequest();
     const std::string path = getShapeFilePath(shapePath);
     return !path.empty() && exportMap(MapSource::shape(path), {{fromName, fromWkid},
                                                                {toName, toWkid},
@@ -64,8 +63,7 @@ bool HVInteractiveSTEM::getServiceGeoJSON(const std::string& fromName, int fromW
                                           const std::string& dataModelPath,
                                           const std::string& geoJsonPath)
 {
-    resetJNI();
-    CleanExceptions();
+    beginRequest();
     return exportMap(serviceOf(url, layer), {{fromName, fromWkid},
                                              {toName, toWkid},
                                              dataModelPath,

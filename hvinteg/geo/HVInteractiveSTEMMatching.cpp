@@ -50,8 +50,7 @@ bool HVInteractiveSTEM::matchShapeKeys(const std::string& shapePath, const Names
                                        const std::string& dataPath, const Names& dataKeys,
                                        KeyRows& dataUnmatched, int maxRows, int& matchedCount)
 {
-    resetJNI();
-    CleanExceptions();
+    beginRequest();
     const std::string path = getShapeFilePath(shapePath);
     if (path.empty())
         return false;
@@ -65,8 +64,7 @@ bool HVInteractiveSTEM::matchServiceKeys(const std::string& url, int layer, cons
                                          const std::string& dataPath, const Names& dataKeys,
                                          KeyRows& dataUnmatched, int maxRows, int& matchedCount)
 {
-    resetJNI();
-    CleanExceptions();
+    beginRequest();
     const KeyMatching matching{
         mapKeys, {dataset, dataPath, dataKeys}, maxRows, mapUnmatched, dataUnmatched, matchedCount};
     return matchKeys(serviceOf(url, layer), "MatchServiceKeys_Preshape", matching);

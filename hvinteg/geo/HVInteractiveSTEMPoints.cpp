@@ -35,8 +35,7 @@ bool HVInteractiveSTEM::getPointGeoJSON(const std::string& fromName, int fromWki
                                         const std::string& dataModelPath,
                                         const std::string& geoJsonPath)
 {
-    resetJNI();
-    CleanExceptions();
+    beginRequest();
     if (coordinateFields.size() != 2 && coordinateFields.size() != 3)
         return false;
     const MapExport order{{fromName, fromWkid}, {toName, toWkid},  dataModelPath,

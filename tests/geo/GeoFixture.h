@@ -11,6 +11,7 @@
 #include "data/MemorySource.h"
 #include "geo/HVInteractiveSTEM.h"
 #include "support/JobFixture.h"
+#include "support/Paths.h"
 #include "support/ScratchFolder.h"
 #include "support/ZipWriter.h"
 
@@ -46,10 +47,7 @@ protected:
         EXPECT_EQ(scratchFiles(), files);
     }
     /// As it stands in a job.
-    std::string url(const std::string& name) const
-    {
-        return "file://" + (folder().path / name).string();
-    }
+    std::string url(const std::string& name) const { return NormalizeHvlPathU(path(name), "file"); }
 
     /// What hasError tells, as "id|text|detail"; empty if it tells nothing.
     std::string reason()

@@ -84,15 +84,15 @@ TEST_F(RealMaps, WriteAShapeFileAsGeoJson)
     ASSERT_EQ(features().size(), 4U);
     const Json torgersen = features()[2];
     EXPECT_EQ(torgersen.at("properties").at("KEY"), "Torgersen");
-    EXPECT_EQ(torgersen.at("geometry").at("type"), "MultiPolygon");
-    const Json corner = torgersen.at("geometry").at("coordinates")[0][0][0];
+    EXPECT_EQ(torgersen.at("geometry").at("type"), "Polygon");
+    const Json corner = torgersen.at("geometry").at("coordinates")[0][0];
     EXPECT_THAT(corner[0].get<double>(), DoubleNear(-64.08, 0.01));
     EXPECT_THAT(corner[1].get<double>(), DoubleNear(-64.77, 0.01));
     EXPECT_EQ(features()[0].at("geometry").at("coordinates").size(), 3U) << "a group of islands";
 
     // South polar stereographic, in metres from the pole.
     ASSERT_TRUE(exportIslands("", "WGS 84 / Antarctic Polar Stereographic")) << reason();
-    const Json moved = features()[2].at("geometry").at("coordinates")[0][0][0];
+    const Json moved = features()[2].at("geometry").at("coordinates")[0][0];
     EXPECT_THAT(moved[0].get<double>(), DoubleNear(-2.49e6, 5e4));
     EXPECT_THAT(moved[1].get<double>(), DoubleNear(1.21e6, 5e4));
     ASSERT_NE(shapesOf(model()), nullptr);
