@@ -1,6 +1,6 @@
 // A table of a thousand by a thousand cells, from the text of its result document to the tree of
-// the host's output, against parsing that text alone; and the store of its cells against the
-// ordered map that it stands in for.
+// the host's output, against parsing that text alone; what a cell costs in tables of growing size;
+// and the store of the cells against the ordered map that it stands in for.
 
 #include <OutputTree.h>
 #include <TnOutput.h>
@@ -23,14 +23,23 @@
 
 namespace {
 
-constexpr int leaves = 1000;
+/// The shape of a table.
+struct Size
+{
+    int rows = 0;
+    int columns = 0;
+
+    int cells() const { return rows * columns; }
+};
+
+constexpr Size large{1000, 1000};
 
 std::string textItem(const std::string& word)
 {
     return R"({"text":{"stringText":{"value":")" + word + R"("}}})";
 }
 
-std::string dimension(const std::string& name, const std::string& role)
+std::string dimension(const std::string& name, const std::string& role, int leaves)
 {
     std::string json = R"({"role":")" + role + R"(","text":)" + textItem(name) + R"(,"children":[)";
     for (int leaf = 0; leaf < leaves; ++leaf)
@@ -39,36 +48,61 @@ std::string dimension(const std::string& name, const std::string& role)
     return json + "]}";
 }
 
-std::string document()
+std::string document(Size size)
 {
     std::mt19937 random(1);
     std::uniform_real_distribution<double> numbers(-1000, 1000);
     std::string values;
-    for (int cell = 0; cell < leaves * leaves; ++cell)
+    for (int cell = 0; cell < size.cells(); ++cell)
         values += (cell == 0 ? "" : ",") + std::to_string(numbers(random));
-    return R"({"r":{"tableId":"t","title":{},"dimensions":[)" + dimension("row", "row") + "," +
-           dimension("column", "column") +
+    return R"({"r":{"tableId":"t","title":{},"dimensions":[)" + dimension("row", "row", size.rows) +
+           "," + dimension("column", "column", size.columns) +
            R"(],"formats":[{"index":"****","format":{"decimals":2}}],)"
            R"("cells":[{"cells":{"compactCells":{"value":[)" +
            values + "]}}}]}}";
 }
 
-double render(TnProcedure& procedure, const std::string& json)
+/// Documents are rendered to the tree of the host's output, which keeps none of them.
+class Renderer
 {
-    OutputTree::instance().clear();
-    FacSTDictionary strings;
-    const bench::Stopwatch watch;
-    jsonToTarn output(&procedure, nullptr, strings, json);
-    output.addObjectToOutput("", "", "Table", "Table", OutputOrder::Pivot);
-    output.generateOutput("r");
-    JNIObjectManager::getManager()->cleanJRef();
-    const double time = watch.milliseconds();
-    const auto& items = OutputTree::instance().procedures().front()->items;
-    const auto& table = std::get<std::shared_ptr<OutputTable>>(items.at(0));
-    if (table->cells.size() != std::size_t{leaves} * leaves)
-        throw std::runtime_error("bench: cells are missing");
-    return time;
-}
+public:
+    /// Milliseconds from the text of a document with a table of so many cells to its tree.
+    double time(const std::string& json, int cells)
+    {
+        OutputTree::instance().clear();
+        const bench::Stopwatch watch;
+        jsonToTarn output(&_procedure, nullptr, _strings, json);
+        output.addObjectToOutput("", "", "Table", "Table", OutputOrder::Pivot);
+        output.generateOutput("r");
+        JNIObjectManager::getManager()->cleanJRef();
+        const double time = watch.milliseconds();
+        const auto& items = OutputTree::instance().procedures().front()->items;
+        const auto& table = std::get<std::shared_ptr<OutputTable>>(items.at(0));
+        if (table->cells.size() != static_cast<std::size_t>(cells))
+            throw std::runtime_error("bench: cells are missing");
+        return time;
+    }
+
+private:
+    TnProcedure _procedure{"bench"};
+    FacSTDictionary _strings;
+};
+
+/// Nanoseconds a cell of a document with a table of this size.
+class CellTime
+{
+public:
+    explicit CellTime(Size size) : _cells(size.cells()), _json(document(size)) {}
+
+    double operator()(Renderer& renderer) const
+    {
+        return renderer.time(_json, _cells) * 1e6 / _cells;
+    }
+
+private:
+    int _cells;
+    std::string _json;
+};
 
 double parse(const std::string& json)
 {
@@ -90,7 +124,7 @@ struct MapCell
 
 const KeyLayout& layout()
 {
-    static const KeyLayout table({leaves, leaves});
+    static const KeyLayout table({large.rows, large.columns});
     return table;
 }
 
@@ -130,28 +164,46 @@ double megabytesOf(Fill fill)
     return (used() - before) / 1e6;
 }
 
+bool reportGrowth(Renderer& renderer, const std::string& name, Size small, Size big, int turns)
+{
+    const CellTime ours(big);
+    const CellTime baseline(small);
+    return bench::report(
+        "a cell of " + name,
+        bench::interleave(
+            turns, [&] { return ours(renderer); }, [&] { return baseline(renderer); }),
+        "ns", 1.25);
+}
+
+bool reportStore()
+{
+    const bool isFast =
+        bench::report("cells of a table: time",
+                      bench::interleave(
+                          9, [] { return timeOf(fillStore); }, [] { return timeOf(fillMap); }),
+                      "ms", 0.25);
+    return bench::report(
+               "cells of a table: memory",
+               bench::interleave(
+                   1, [] { return megabytesOf(fillStore); }, [] { return megabytesOf(fillMap); }),
+               "MB", 0.5) &&
+           isFast;
+}
+
 } // namespace
 
 int main()
 {
     HVRunner runner;
-    TnProcedure procedure("bench");
-    const std::string json = document();
-    bool isWithin =
-        bench::report("render a table of 1,000,000 cells",
-                      bench::interleave(
-                          15, [&] { return render(procedure, json); }, [&] { return parse(json); }),
-                      "ms", 3);
-    OutputTree::instance().clear();
-    isWithin &=
-        bench::report("cells of a table: time",
-                      bench::interleave(
-                          9, [] { return timeOf(fillStore); }, [] { return timeOf(fillMap); }),
-                      "ms", 0.25);
-    isWithin &= bench::report(
-        "cells of a table: memory",
+    Renderer renderer;
+    const std::string json = document(large);
+    bool isWithin = bench::report(
+        "render a table of 1,000,000 cells",
         bench::interleave(
-            1, [] { return megabytesOf(fillStore); }, [] { return megabytesOf(fillMap); }),
-        "MB", 0.5);
-    return isWithin ? 0 : 1;
+            15, [&] { return renderer.time(json, large.cells()); }, [&] { return parse(json); }),
+        "ms", 3);
+    isWithin &= reportGrowth(renderer, "100,000 beside one of 10,000", {100, 100}, {1000, 100}, 41);
+    isWithin &= reportGrowth(renderer, "1,000,000 beside one of 100,000", {1000, 100}, large, 15);
+    OutputTree::instance().clear();
+    return reportStore() && isWithin ? 0 : 1;
 }

@@ -1,8 +1,3 @@
-#include <JNIException.h>
-#include <OutputTree.h>
-#include <TnOutput.h>
-#include <VexaDataSource.h>
-#include <VexaJVM.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -12,7 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "JNIException.h"
 #include "JsonMutator.h"
+#include "OutputTree.h"
+#include "TnOutput.h"
+#include "VexaDataSource.h"
+#include "VexaJVM.h"
 #include "bridge/JNIObjectManager.h"
 #include "bridge/JsonImage.h"
 #include "render/DimensionReader.h"

@@ -43,12 +43,14 @@ Statistic splitStatistic(const std::string& text)
     return result;
 }
 
+/// As in p90; what is wrong with the number is told later, in words.
 bool isPercentile(const std::string& function)
 {
     return function.size() > 1 && function.front() == 'p' &&
            function.find_first_not_of("0123456789", 1) == std::string::npos;
 }
 
+/// The builder takes what it is given without a word, so faults are found here.
 void addStatistic(HVLAggregate& aggregates, const std::string& text)
 {
     const Statistic statistic = splitStatistic(text);
@@ -134,9 +136,10 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     aggregates.AddPredFunction(records.last());
     const HVSimpleFile scratch("aggregate.hvbf", true, true);
     HVLWrite write(&program);
-    if (output)
+    if (output) {
         output->configure(write);
-    else
+        origin.outputs = output->origins();
+    } else
         write.WriteHVBF(scratch.GetFileName());
     write.AddPredFunction(&aggregates);
 

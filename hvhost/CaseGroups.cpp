@@ -16,7 +16,6 @@
 namespace {
 
 constexpr const char* kIteratorName = "cases";
-constexpr double kSecondsPerDay = 86400.0;
 
 /// What the host showed last, which is why something of it failed.
 CommandFault hostFault()
@@ -27,16 +26,7 @@ CommandFault hostFault()
             errors.empty() ? "the cases of a group cannot be kept" : errors.back().text};
 }
 
-std::string textOfValue(const OBS& value, CFField::StorageType storage)
-{
-    double number = value.number;
-    if (storage == CFField::Date)
-        number = (number - GetBaseDateNumber()) / kSecondsPerDay;
-    else if (storage == CFField::Timestamp)
-        number -= GetBaseDateNumber();
-    return numberText(number, storage);
-}
-
+/// A missing value leaves the key's value empty.
 GroupKey keyOf(const VEXA_Variable& variable, const OBS* value, CFField::StorageType storage)
 {
     GroupKey key{transcodeToUTF8(variable.GetName().c_str(), nullptr), {}, storage, {}};
@@ -47,7 +37,7 @@ GroupKey keyOf(const VEXA_Variable& variable, const OBS* value, CFField::Storage
         key.value = transcodeToUTF8(text.c_str(), nullptr);
         label = variable.GetValueLabels().GetLabel(text);
     } else if (value->number != kSystemMissing) {
-        key.value = textOfValue(*value, storage);
+        key.value = numberText(NumericStorageStatToCF(value->number, storage), storage);
         label = variable.GetValueLabels().GetLabel(value->number);
     }
     key.label = transcodeToUTF8(label, nullptr);
@@ -155,6 +145,7 @@ HVRawDataIterator* CaseGroups::nextGroup()
     return cases;
 }
 
+/// The values that the group is of, as its first case has them.
 void CaseGroups::readKey()
 {
     _key.clear();

@@ -16,24 +16,9 @@
 #include "OptionGroups.h"
 #include "StandardStreams.h"
 #include "Text.h"
+#include "UsageFault.h"
 
 namespace {
-
-const CLI::App* findCommand(const CLI::App& app, const std::string& name)
-{
-    try {
-        return app.get_subcommand(name);
-    } catch (const CLI::OptionNotFound&) {
-        return nullptr;
-    }
-}
-
-CommandFault unknownCommand(const CLI::App& app, const std::string& word)
-{
-    const std::string nearest = nearestCommand(app, word);
-    return {ExitStatus::Usage, word + ": no such command",
-            nearest.empty() ? kCommandsHint : "did you mean " + nearest + "?"};
-}
 
 /// All options of all commands, and the application that fills them.
 class CommandLine
@@ -44,6 +29,7 @@ public:
     const CommonOptions& common() const { return _common; }
 
 private:
+    /// A command with its help; each of the functions below adds the options of one.
     CLI::App* command(const char* name, const char* purpose, const std::string& examples);
     void addConvert();
     void addAggregate();
@@ -109,6 +95,7 @@ void CommandLine::addConvert()
     addJobOptions(*app, _convert, true);
     app->add_option("--keep", _convert.keep, "Fields to keep, in this order, with commas between")
         ->type_name("FIELD")
+        ->check(notEmpty())
         ->delimiter(',')
         ->allow_extra_args(false)
         ->group("Records");
@@ -301,10 +288,13 @@ public:
     TempDirectoryScope& operator=(const TempDirectoryScope&) = delete;
 };
 
+/// Tells it on standard error and in the log, and gives the exit status.
 int reportFault(const CommandFault& fault, const CommonOptions& common)
 {
     const std::string text = withoutLineEnds(fault.what());
     appendToLog(common.logFile, "error: " + text);
+    if (fault.status() == ExitStatus::NoReader)
+        return static_cast<int>(fault.status());
     std::cout.flush();
     std::cerr << "hvhost: error: " << text << '\n';
     if (!fault.hint().empty())
@@ -314,20 +304,7 @@ int reportFault(const CommandFault& fault, const CommonOptions& common)
     return static_cast<int>(fault.status());
 }
 
-/// The fault in the words of the help, which calls the output OUT also where it is named by -o.
-CommandFault usageFault(const CLI::App& app, const CLI::ParseError& error, const char* word)
-{
-    if (word != nullptr && *word != '-') {
-        if (findCommand(app, word) == nullptr)
-            return unknownCommand(app, word);
-        const std::string text = error.what();
-        return {ExitStatus::Usage,
-                text.starts_with("-o") ? "OUT" + text.substr(sizeof "-o" - 1) : text,
-                "hvhost help " + std::string(word) + " shows how it is used"};
-    }
-    return {ExitStatus::Usage, error.what(), kCommandsHint};
-}
-
+/// Reads the words and runs the command that they name.
 void parse(CLI::App& app, int count, char** words)
 {
     try {
@@ -347,6 +324,7 @@ void parse(CLI::App& app, int count, char** words)
 int runCommandLine(int count, char** words)
 {
     occupyStandardStreams();
+    ignoreLostReaders();
     const TempDirectoryScope tempDirectory;
     CommandLine line;
     try {

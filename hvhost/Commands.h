@@ -8,6 +8,7 @@
 
 /// The commands. Each throws CommandFault, and returns when it is done.
 
+/// Without names to keep, all variables go over.
 struct ConvertOptions : JobOptions
 {
     std::vector<std::string> keep;
@@ -25,6 +26,7 @@ struct AggregateOptions : JobOptions
 /// Grouped aggregates and percentiles.
 void aggregate(const AggregateOptions& options, const CommonOptions& common);
 
+/// What of a dataset to tell, and in which form.
 struct InfoOptions
 {
     InputOptions input;
@@ -64,6 +66,7 @@ struct RenderOptions
 /// A result document as text or page.
 void render(const RenderOptions& options, const CommonOptions& common);
 
+/// A job, the datasets that it reads and the files that it hands out, by the job's names.
 struct RunOptions
 {
     std::string job;               ///< a file, or "-"

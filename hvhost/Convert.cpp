@@ -55,6 +55,7 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
         return;
     }
     JobOrigin origin = input.origin();
+    origin.outputs = output.origins();
     origin.expressions = records.expressions();
     session.run(job, origin, input.rows());
     output.deliver();

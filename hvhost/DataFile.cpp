@@ -6,7 +6,9 @@
 
 #include "CFMetaData.h"
 #include "CommandFault.h"
+#include "CsvSeparator.h"
 #include "Dataset.h"
+#include "FaultWording.h"
 #include "KeptMissing.h"
 #include "OutputPath.h"
 #include "StandardStreams.h"
@@ -60,29 +62,47 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
                      offered == FileOptions::Offered ? options.kindOption.c_str() : nullptr))
 {
     refuseOptions();
+    if (_kind == DataKind::Csv)
+        _form = {_options.separator.empty() ? likelySeparator(_file.path())
+                                            : separatorOf(_options.separator),
+                 _options.decimalComma};
     if (!_options.dataModel.empty())
         _dataModel.emplace(_options.dataModel, watch);
     // Documents beside a file, and records to be skipped, are the engine's affair.
     if (!_options.direct && !_dataModel && !_options.maxErrors)
         openDataset();
-    else if (!_options.encoding.empty())
-        throw CommandFault(ExitStatus::Usage, "--encoding: the engine reads UTF-8 only",
-                           kNeedsHost);
-    else if (!_options.weight.empty())
-        throw CommandFault(ExitStatus::Usage, "--weight: only the host weighs a dataset",
-                           kNeedsHost);
+    else
+        refuseForEngine();
     if (!_dataset && _options.userMissing == "keep")
         keepMissing();
 }
 
 void InputFile::openDataset()
 {
-    _dataset = std::make_unique<Dataset>(_options, _file, _kind, _password);
+    _dataset = std::make_unique<Dataset>(_options, _file, _kind, _form, _password);
     if (!_options.weight.empty())
         _dataset->setWeight(_options.weight);
 }
 
 InputFile::~InputFile() = default;
+
+void InputFile::refuseForEngine() const
+{
+    const auto refuse = [](const std::string& what, const std::string& hint = kNeedsHost) {
+        throw CommandFault(ExitStatus::Usage, what, hint);
+    };
+    if (!_options.encoding.empty())
+        refuse("--encoding: the engine reads UTF-8 only");
+    if (!_options.weight.empty())
+        refuse("--weight: only the host weighs a dataset");
+    if (_form.decimalComma)
+        refuse("--decimal-comma: the engine reads numbers such as 1234.5 only");
+    if (_form.separator != ',')
+        refuse(_file.name() + ": " + separatorWord(_form.separator) +
+                   " separates the fields, and the engine reads commas only",
+               _offered == FileOptions::Offered ? kNeedsHost
+                                                : "hvhost convert writes the file with commas");
+}
 
 /// An option that would do nothing is refused: nobody should believe that it did something.
 void InputFile::refuseOptions() const
@@ -98,6 +118,8 @@ void InputFile::refuseOptions() const
     };
     refuse(_options.noHeader, "--no-header");
     refuse(!_options.encoding.empty(), "--encoding");
+    refuse(!_options.separator.empty(), "--separator");
+    refuse(_options.decimalComma, "--decimal-comma");
     refuse(_options.maxErrors.has_value(), "--max-errors");
 }
 
@@ -114,7 +136,8 @@ void InputFile::keepMissing()
             _kept = nullptr;
         }
     } else if (_kind != DataKind::Csv) {
-        _kept = std::make_unique<KeptMissing>(Dataset(_options, _file, _kind, _password).file());
+        _kept =
+            std::make_unique<KeptMissing>(Dataset(_options, _file, _kind, _form, _password).file());
     }
     if (_kept && !_kept->isNeeded())
         _kept = nullptr;
@@ -192,14 +215,18 @@ OutputFile::OutputFile(const OutputOptions& options, FileOptions offered,
           dataKind(options.kind, options.path, offered == FileOptions::Offered ? "--to" : nullptr))
 {
     refusePassword(_options.path, _kind, _password, "--out-password");
+    if (_options.path == kStandardStream && _options.dataModel == kStandardStream)
+        throw CommandFault(ExitStatus::Usage,
+                           "--out-data-model -: the records go to standard output already");
+    const auto place = [&](const std::string& name, std::unique_ptr<HVSimpleFile>& collected) {
+        if (name != kStandardStream)
+            return outputPath(name, _options.force);
+        collected = std::make_unique<HVSimpleFile>("output", false, true);
+        return nativePath(collected->GetGenericPath());
+    };
     if (!_options.dataModel.empty())
-        _options.dataModel = outputPath(_options.dataModel, _options.force);
-    if (_options.path == kStandardStream) {
-        _collected = std::make_unique<HVSimpleFile>("output", false, true);
-        _path = nativePath(_collected->GetGenericPath());
-    } else {
-        _path = outputPath(_options.path, _options.force);
-    }
+        _dataModelPath = place(_options.dataModel, _collectedDocument);
+    _path = place(_options.path, _collected);
 }
 
 OutputFile::~OutputFile() = default;
@@ -219,11 +246,19 @@ void OutputFile::configure(HVLWrite& write) const
         break;
     }
     if (!_options.dataModel.empty())
-        write.SetDataModel(engineUrl(_options.dataModel));
+        write.SetDataModel(engineUrl(_dataModelPath));
+}
+
+std::vector<JobOrigin::File> OutputFile::origins() const
+{
+    return {{_path, _collected ? kTemporaryFile : _options.path},
+            {_dataModelPath, _collectedDocument ? kTemporaryFile : _options.dataModel}};
 }
 
 void OutputFile::deliver() const
 {
     if (_collected)
         deliverToStandardOutput(_path, _watch);
+    if (_collectedDocument)
+        deliverToStandardOutput(_dataModelPath, _watch);
 }

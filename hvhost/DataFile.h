@@ -3,11 +3,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "CommonOptions.h"
 #include "DataKind.h"
 #include "JobOrigin.h"
 #include "ReadableFile.h"
+#include "UserCaseFile.h"
 
 class Dataset;
 class HVLRead;
@@ -43,6 +45,8 @@ public:
     void complete(HVLUpdateDataModel& update) const;
     /// Has the host tell what is left to say of the reading, once it is done.
     void finish() const;
+    /// What separates the fields of a csv file; a comma for another kind.
+    char separator() const { return _form.separator; }
     /// The dataset, and the rows that the job is handed; null if the engine reads the file.
     const Dataset* dataset() const { return _dataset.get(); }
     Dataset* dataset() { return _dataset.get(); }
@@ -50,6 +54,7 @@ public:
 
 private:
     void refuseOptions() const;
+    void refuseForEngine() const;
     void openDataset();
     void keepMissing();
     void configureFile(HVLRead& read) const;
@@ -60,6 +65,7 @@ private:
     std::optional<ReadableFile> _dataModel;
     std::string _password;
     DataKind _kind;
+    CsvForm _form;
     std::unique_ptr<Dataset> _dataset;
     std::unique_ptr<KeptMissing> _kept; ///< where the engine reads and keeps user-missing values
 };
@@ -79,6 +85,8 @@ public:
     void configure(HVLWrite& write) const;
     /// Whether it tells which field is a weight: by itself, or by a document beside it.
     bool keepsWeight() const { return _kind != DataKind::Csv || !_options.dataModel.empty(); }
+    /// The files that the job writes, and what the user calls them.
+    std::vector<JobOrigin::File> origins() const;
     /// Copies what was written to standard output, if it is to go there.
     void deliver() const;
 
@@ -86,7 +94,9 @@ private:
     OutputOptions _options;
     const InterruptWatch& _watch;
     std::string _path;
+    std::string _dataModelPath;
     std::string _password;
     DataKind _kind;
-    std::unique_ptr<HVSimpleFile> _collected;
+    std::unique_ptr<HVSimpleFile> _collected;         ///< what goes to standard output
+    std::unique_ptr<HVSimpleFile> _collectedDocument; ///< or its data model, which alone can
 };

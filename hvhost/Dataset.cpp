@@ -5,9 +5,12 @@
 #include <utility>
 
 #include "CommandFault.h"
+#include "CsvSeparator.h"
 #include "ErrorText.h"
+#include "FaultWording.h"
 #include "ReadableFile.h"
 #include "Text.h"
+#include "ValueText.h"
 #include "data/HVDataModel.h"
 #include "hvl/HVLUpdateDataModel.h"
 #include "support/Paths.h"
@@ -16,6 +19,7 @@
 namespace {
 
 constexpr const char* kIteratorName = "cases";
+const std::string kUsualKindOption = "--from"; ///< the one that the hints speak of
 
 CaseFileKind caseFileKind(DataKind kind)
 {
@@ -29,37 +33,40 @@ CaseFileKind caseFileKind(DataKind kind)
     }
 }
 
-/// What may be done, by a phrase of what is wrong; the option that tells the kind goes before a
-/// blank.
+/// What may be done, by a phrase of what is wrong; the first one counts.
 constexpr std::pair<std::string_view, const char*> kHints[] = {
     {"and none is given", "--password-file FILE or --password WORD gives it"},
-    {": this is not a", " csv, sav or hvbf tells what it is, whatever its name says"},
+    {"in UTF-8", kForeignTextHint},
+    {"the text is not UTF-8", kForeignTextHint},
+    {": this is not a", kKindHint},
     {": the record has", "--max-errors N skips up to N bad records, and says how many there were"},
     {"the encoding", "for example --encoding windows-1252"},
     {"the file is no text", "--encoding names the encoding that it is in"},
 };
 
-std::string hintFor(std::string_view text, const std::string& kindOption)
+std::string hintFor(std::string_view text, const CsvForm& form)
 {
+    // The engine, which skips records, takes commas only.
+    if (text.find(": the record has") != std::string_view::npos && form.separator != ',')
+        return separatorWord(form.separator) + " was taken to separate the fields; --separator " +
+               "CHARACTER tells what does";
     for (const auto& [phrase, hint] : kHints)
         if (text.find(phrase) != std::string_view::npos)
-            return *hint == ' ' ? kindOption + hint : hint;
+            return hint;
     return {};
 }
 
 /// The data library's sentence, with the file as the user calls it.
-CommandFault inputFault(const ErrorText& error, const ReadableFile& file,
-                        const std::string& kindOption = "--from")
+CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const CsvForm& form = {},
+                        const std::string& kindOption = kUsualKindOption)
 {
     std::string text = error.what();
     if (text.starts_with(file.path()))
         text.replace(0, file.path().size(), file.name());
-    return {ExitStatus::Input, text, hintFor(text, kindOption)};
-}
-
-bool isNumber(CFField::StorageType storage)
-{
-    return storage == CFField::Integer || storage == CFField::Real;
+    std::string hint = hintFor(text, form);
+    if (hint.starts_with(kUsualKindOption))
+        hint.replace(0, kUsualKindOption.size(), kindOption);
+    return {ExitStatus::Input, text, hint};
 }
 
 void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& geo)
@@ -94,7 +101,7 @@ void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFFiel
 } // namespace
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
-                 const std::string& password)
+                 const CsvForm& form, const std::string& password)
     : _preload(std::async(std::launch::async, PreloadCaseFiles)), _readable(file)
 {
     UserCaseFileSpec spec;
@@ -103,12 +110,13 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     spec.SetPassword(password);
     spec.SetHeader(!options.noHeader);
     spec.SetCodePage(options.encoding);
+    spec.SetCsvForm(form);
     // What is declared missing is a value to a job that keeps it; complete declares it again.
     spec.SetDeclaresMissing(options.userMissing != "keep");
     try {
         _file = std::make_unique<UserInputCaseFile>(spec, nullptr);
     } catch (const ErrorText& error) {
-        throw inputFault(error, file, options.kindOption);
+        throw inputFault(error, file, form, options.kindOption);
     }
     _weight = source().GetWeightVarIndex();
     for (int i = 0; i < source().GetNSplitVars(); ++i)

@@ -23,7 +23,7 @@ public:
     /// Throws CommandFault (Input) for a file that cannot be read, with the place where it is
     /// wrong.
     Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
-            const std::string& password);
+            const CsvForm& form, const std::string& password);
     ~Dataset();
 
     const VEXA_DataSource& source() const { return *_file->DataSource(); }

@@ -17,11 +17,6 @@ constexpr const char* kCounts[] = {"valid", "missing", "validWeight", "missingWe
 constexpr const char* kMoments[] = {"mean",     "standardDeviation", "variance", "skewness",
                                     "kurtosis", "firstQuartile",     "median",   "thirdQuartile"};
 
-bool isNumber(CFField::StorageType storage)
-{
-    return storage == CFField::Real || storage == CFField::Integer;
-}
-
 /// A number as JSON; a whole one without a fraction.
 Json jsonNumber(const std::string& text)
 {

@@ -11,6 +11,7 @@
 #include "CommandFault.h"
 #include "Commands.h"
 #include "EngineException.h"
+#include "EngineMaps.h"
 #include "InterruptWatch.h"
 #include "PathFactory.h"
 #include "ReadableFile.h"
@@ -46,6 +47,7 @@ std::string javaVersion(const std::string& library)
     return "of unknown version";
 }
 
+/// The library that the process has loaded is asked, not one that may lie about somewhere.
 Finding findDatabase()
 {
     using Version = const char* (*)();
@@ -55,6 +57,21 @@ Finding findDatabase()
     return {"DuckDB", reinterpret_cast<Version>(symbol)(), {}, true};
 }
 
+/// Jobs without maps run without these, so none of them is needed.
+std::vector<Finding> findMapLibraries()
+{
+    try {
+        std::vector<Finding> all;
+        for (const auto& [name, version, data] : EmbeddedHV::mapLibraries())
+            all.push_back(
+                {name, version + (data.empty() ? " without its data" : " " + data), {}, false});
+        return all;
+    } catch (const EmbeddedHV::Exception& error) {
+        return {{"maps", {}, withoutLineEnds(error.getMessage()), false}};
+    }
+}
+
+/// A file of the installation.
 Finding findFile(const char* name, const fs::path& path, bool needed)
 {
     if (fs::exists(path))
@@ -99,6 +116,8 @@ std::vector<Finding> findAll()
     for (Finding& finding : tryStart(classes))
         all.push_back(std::move(finding));
     all.push_back(findDatabase());
+    for (Finding& finding : findMapLibraries())
+        all.push_back(std::move(finding));
     const CFAppHost& host = *CFAppHost::getInstance();
     all.push_back(findTempFolder());
     all.push_back({"locale", host.getLocale(), {}, false});

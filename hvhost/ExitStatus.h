@@ -10,5 +10,6 @@ enum class ExitStatus : int
     Engine = 4,    ///< the engine or the Java virtual machine cannot start
     Warnings = 5,  ///< done, but with warnings, under --strict
     Timeout = 124, ///< --timeout ran out
-    Interrupted = 130
+    Interrupted = 130,
+    NoReader = 141 ///< nobody reads standard output any more, as of a program that SIGPIPE ends
 };

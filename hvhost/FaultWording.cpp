@@ -22,7 +22,7 @@ constexpr std::array<InputFault, 12> kInputFaults{{
     {"HVEIO0002E", ""},
     {"HVEIO0003E", ""},
     {"HVEIO0004E", ""},
-    {"HVEIO0005E", "--from csv, sav or hvbf tells what it is, whatever its name says"},
+    {"HVEIO0005E", kKindHint},
     {"HVEIO0006E", "--max-errors N skips up to N bad records, and says how many there were"},
     {"HVEIO0007E", "a larger --max-errors skips more bad records, -1 any number"},
     {"HVEIO0009E", kPasswordHint},
@@ -78,6 +78,17 @@ std::size_t offsetOf(const Place& place, const std::string& text)
     return offset;
 }
 
+/// Characters of the option's value that stand before its expression, as the name of a derived
+/// field does.
+std::size_t charactersBefore(const JobOrigin::Expression& expression)
+{
+    const std::size_t value = expression.option.find(' ') + 1;
+    const std::size_t begin = expression.option.rfind(expression.text);
+    return begin == std::string::npos
+               ? 0
+               : countCharacters(expression.option.substr(value, begin - value));
+}
+
 /// A fault in a generated text. One that lies behind an expression, where the engine still looked
 /// for more of it, is a fault of that expression, too.
 std::string inExpression(const Place& place, const std::string& job, const JobOrigin& origin)
@@ -94,8 +105,9 @@ std::string inExpression(const Place& place, const std::string& job, const JobOr
         const std::size_t end = begin + expression.text.size();
         if (fault < end)
             return expression.option + ": character " +
-                   std::to_string(countCharacters(job.substr(begin, fault - begin)) + 1) + ": " +
-                   place.what;
+                   std::to_string(charactersBefore(expression) +
+                                  countCharacters(job.substr(begin, fault - begin)) + 1) +
+                   ": " + place.what;
         behind = &expression;
         begin = end;
     }
@@ -117,13 +129,50 @@ std::string withAggregate(const std::string& text, const JobOrigin& origin)
     return origin.aggregates[number] + ": the " + found[2].str() + " " + found[3].str();
 }
 
+/// The first text between double quotes.
+std::string firstQuoted(const std::string& text)
+{
+    const std::size_t begin = text.find('"');
+    const std::size_t end = begin == std::string::npos ? begin : text.find('"', begin + 1);
+    return end == std::string::npos ? std::string() : text.substr(begin + 1, end - begin - 1);
+}
+
+/// The option that derives the field.
+std::string derivationOf(const std::string& name, const JobOrigin& origin)
+{
+    for (const JobOrigin::Expression& expression : origin.expressions)
+        if (expression.option.starts_with("--derive " + name) &&
+            trimmed(expression.option.substr(9 + name.size())).starts_with('='))
+            return expression.option;
+    return "--derive";
+}
+
+/// The first option that names the field, as in "--by NAME" and "--stat mean:NAME:other".
+std::string aggregateOf(const std::string& name, const JobOrigin& origin)
+{
+    for (const std::string& option : origin.aggregates)
+        if (option == "--by " + name || option.ends_with(":" + name) ||
+            option.find(":" + name + ":") != std::string::npos)
+            return option;
+    return "--stat";
+}
+
 std::string withOption(const std::string& text, const std::string& job, const JobOrigin& origin)
 {
     if (const std::optional<Place> place = placeOf(text))
         return inExpression(*place, job, origin);
+    const std::string step = text.substr(0, text.find(": "));
+    const std::string what = text.substr(std::min(text.size(), step.size() + 2));
+    const std::string name = firstQuoted(what);
     // The condition of a generated job is its last expression.
-    if (text.starts_with("filterRecords: ") && !origin.expressions.empty())
-        return origin.expressions.back().option + ": " + text.substr(text.find(' ') + 1);
+    if (step == "filterRecords" && !origin.expressions.empty())
+        return origin.expressions.back().option + ": " + what;
+    if (step == "filterFields")
+        return "--keep: " + what;
+    if (step == "deriveField")
+        return derivationOf(name, origin) + ": " + what;
+    if (step == "aggregate" && !what.starts_with("the setting "))
+        return aggregateOf(name, origin) + ": " + what;
     return withAggregate(text, origin);
 }
 
@@ -145,19 +194,45 @@ std::string expressionHint(const std::string& text)
     if (std::regex_search(text, found, form))
         return "a field of the record is written x." + found[1].str() + ", a text \"" +
                found[1].str() + "\"";
+    static const std::regex field(
+        "expected the name of a field after '\\.', found string (\"[^]*\")$");
+    if (std::regex_search(text, found, field)) {
+        const std::string name = found[1].str();
+        return "it is written x.`" + name.substr(1, name.size() - 2) + "`";
+    }
+    if (text.find("found Date") != std::string::npos && text.find("String") != std::string::npos)
+        return "a date is written toDate(\"2024-12-31\")";
     return text.ends_with("found '\''") ? "a text stands in double quotes" : "";
+}
+
+/// What may be done about a fault of a generated job.
+std::string hintFor(const std::string& text)
+{
+    const bool isOffered = text.find("did you mean") != std::string::npos;
+    if (!isOffered && text.find("is no aggregate function") != std::string::npos)
+        return "hvhost help aggregate lists the functions";
+    if (!isOffered && text.find("the input has no field") != std::string::npos)
+        return "hvhost info lists the variables";
+    if (text.starts_with(kTemporaryFile) && text.find("no room left") != std::string::npos)
+        return "TMPDIR names the folder of temporary files";
+    return expressionHint(text);
 }
 
 } // namespace
 
 std::string withFileName(const std::string& text, const JobOrigin& origin)
 {
-    for (const JobOrigin::File& file : origin.inputs) {
-        const std::string start = "read: " + file.path + ":";
-        if (text.starts_with(start))
-            return file.name + text.substr(start.size() - 1);
-    }
-    return text;
+    const auto named = [&](const std::vector<JobOrigin::File>& files, const std::string& step) {
+        for (const JobOrigin::File& file : files) {
+            const std::string start = step + ": " + file.path + ":";
+            if (text.starts_with(start))
+                return file.name + text.substr(start.size() - 1);
+        }
+        return std::string();
+    };
+    const std::string input = named(origin.inputs, "read");
+    const std::string output = input.empty() ? named(origin.outputs, "write") : input;
+    return output.empty() ? text : output;
 }
 
 CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
@@ -167,12 +242,15 @@ CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
     if (const InputFault* const input = inputFault(fault)) {
         const std::string text = withFileName(withoutIterator(fault.text), origin);
         const bool generated = origin.jobName.empty();
+        const char* const hint = text.ends_with("in UTF-8") ? kForeignTextHint : input->hint;
         return {ExitStatus::Input, generated ? text : origin.jobName + ": " + text,
-                generated && origin.hasInputOptions ? input->hint : "", detail};
+                generated && origin.hasInputOptions ? hint : "", detail};
     }
+    const std::string text = withFileName(fault.text, origin);
+    if (text != fault.text)
+        return {ExitStatus::JobFailed, text, hintFor(text), detail};
     if (!origin.jobName.empty())
-        return {ExitStatus::JobFailed, withPosition(fault.text, origin.jobName),
-                expressionHint(fault.text), detail};
-    return {ExitStatus::JobFailed, withOption(fault.text, jobText, origin),
-            expressionHint(fault.text), detail};
+        return {ExitStatus::JobFailed, withPosition(text, origin.jobName), expressionHint(text),
+                detail};
+    return {ExitStatus::JobFailed, withOption(text, jobText, origin), hintFor(text), detail};
 }

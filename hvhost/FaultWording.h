@@ -5,6 +5,15 @@
 #include "CommandFault.h"
 #include "JobOrigin.h"
 
+/// What helps with files that are not what they seem.
+inline constexpr const char* kKindHint =
+    "--from csv, sav, hvbf or parquet tells what it is, whatever its name says";
+inline constexpr const char* kForeignTextHint =
+    "--encoding NAME, as in windows-1252, tells what it is written in";
+
+/// What the user never named.
+inline constexpr const char* kTemporaryFile = "a temporary file";
+
 /// A fault of a job as the engine reported it.
 struct EngineFault
 {
@@ -18,5 +27,5 @@ struct EngineFault
 CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
                        const JobOrigin& origin);
 
-/// "read: PATH: what" as "NAME: what", for a file that the user named.
+/// "read: PATH: what", and the same of write, as "NAME: what", for a file that the user named.
 std::string withFileName(const std::string& text, const JobOrigin& origin);

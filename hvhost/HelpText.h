@@ -8,7 +8,8 @@
 inline constexpr const char* kExitStatuses =
     "Exit status: 0 done; 1 the job failed; 2 usage; 3 an input cannot be read or is\n"
     "invalid; 4 the engine or the Java virtual machine cannot start; 5 done with\n"
-    "warnings under --strict; 124 --timeout; 130 interrupted.";
+    "warnings under --strict; 124 --timeout; 130 interrupted; 141 nobody reads the\n"
+    "output any more.";
 inline constexpr const char* kCommandsHint = "hvhost --help lists the commands";
 inline constexpr const char* kCommandGroup = "Commands";
 

@@ -5,8 +5,8 @@
 #include <nlohmann/json.hpp>
 
 #include "CFDatum.h"
-#include "CommandFault.h"
 #include "Commands.h"
+#include "CsvSeparator.h"
 #include "DataFile.h"
 #include "Dataset.h"
 #include "InterruptWatch.h"
@@ -30,9 +30,16 @@ std::string utf8(const std::string& text)
     return transcodeToUTF8(text.c_str(), nullptr);
 }
 
+/// A number that has no word is one that this program does not know.
 std::string wordAt(const char* const* words, std::size_t count, int place)
 {
     return place >= 0 && static_cast<std::size_t>(place) < count ? words[place] : "unknown";
+}
+
+/// As in "1 case" or "2 cases".
+std::string counted(long long count, const std::string& what)
+{
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 /// A variable and its field: what a person wants to know of it.
@@ -114,6 +121,7 @@ private:
             }
         return all;
     }
+    /// The host has no open limits: the lowest and the highest number stand for them.
     static bool isOpen(const CFDatum& limit)
     {
         constexpr double kMost = 1.7976931348623157e308;
@@ -151,8 +159,8 @@ private:
 class DatasetFacts
 {
 public:
-    explicit DatasetFacts(const Dataset& dataset)
-        : _dataset(dataset), _model(dataset.source(), false, true, false)
+    DatasetFacts(const Dataset& dataset, char separator)
+        : _dataset(dataset), _separator(separator), _model(dataset.source(), false, true, false)
     {
         for (int column = 0; column < dataset.source().ColumnCount(); ++column)
             _variables.emplace_back(
@@ -169,6 +177,8 @@ public:
                      {"file", name},
                      {"cases", _dataset.file().CaseCount()},
                      {"encoding", _dataset.file().Encoding()}};
+        if (_separator != ',')
+            json["separator"] = separatorWord(_separator);
         if (const std::string weight = weightName(); !weight.empty())
             json["weight"] = weight;
         for (const std::string& split : splitNames())
@@ -183,8 +193,12 @@ public:
 
     void printHead(const std::string& name) const
     {
-        std::cout << name << ": " << _dataset.file().CaseCount() << " cases, " << _variables.size()
-                  << " variables, encoding " << _dataset.file().Encoding() << '\n';
+        std::cout << name << ": " << counted(_dataset.file().CaseCount(), "case") << ", "
+                  << counted(static_cast<long long>(_variables.size()), "variable") << ", encoding "
+                  << _dataset.file().Encoding();
+        if (_separator != ',')
+            std::cout << ", separator " << separatorWord(_separator);
+        std::cout << '\n';
         if (const std::string weight = weightName(); !weight.empty())
             std::cout << "weighted by " << weight << '\n';
         std::string split;
@@ -245,6 +259,7 @@ private:
     }
 
     const Dataset& _dataset;
+    char _separator;
     HVDataModel _model;
     std::vector<VariableFacts> _variables;
 };
@@ -255,7 +270,7 @@ void info(const InfoOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
     const InputFile input(options.input, FileOptions::Offered, watch);
-    const DatasetFacts facts(*input.dataset());
+    const DatasetFacts facts(*input.dataset(), input.separator());
     watch.check();
     if (options.showDataModel)
         std::cout << facts.dataModel();
@@ -264,7 +279,8 @@ void info(const InfoOptions& options, const CommonOptions& common)
     else if (options.format == "csv")
         printTable(facts.table(), options.format, std::cout);
     else {
-        facts.printHead(options.input.path);
+        facts.printHead(options.input.path == kStandardStream ? "standard input"
+                                                              : options.input.path);
         printTable(facts.table(), options.format, std::cout);
     }
 }

@@ -6,7 +6,7 @@
 /// What of a job's text the user knows, and by which words.
 struct JobOrigin
 {
-    /// A file that the job reads: where the engine finds it, and what the user calls it.
+    /// A file of the job: where the engine finds it, and what the user calls it.
     struct File
     {
         std::string path;
@@ -20,6 +20,7 @@ struct JobOrigin
     };
 
     std::vector<File> inputs;
+    std::vector<File> outputs;
     std::vector<Expression> expressions; ///< in their order in the text
     std::vector<std::string> aggregates; ///< the options behind the outputs of the aggregate step
     std::string jobName;         ///< where the user's own job text is; empty for a generated one

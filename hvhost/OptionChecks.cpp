@@ -4,7 +4,9 @@
 #include <cmath>
 #include <system_error>
 
+#include "CsvSeparator.h"
 #include "DataKind.h"
+#include "StandardStreams.h"
 
 namespace {
 
@@ -22,6 +24,14 @@ bool isNumber(const std::string& text, Number& number)
 CLI::Validator notEmpty()
 {
     return {[](const std::string& text) { return text.empty() ? "nothing is given" : ""; }, ""};
+}
+
+CLI::Validator noStream()
+{
+    return {[](const std::string& text) {
+                return text == kStandardStream ? "a file is needed, not a stream" : "";
+            },
+            ""};
 }
 
 CLI::Validator wholeNumberFrom(long long minimum)
@@ -42,6 +52,16 @@ CLI::Validator positiveNumber()
                 if (isNumber(text, number) && std::isfinite(number) && number > 0)
                     return {};
                 return text + " is no number above 0";
+            },
+            ""};
+}
+
+CLI::Validator separatorWordCheck()
+{
+    return {[](const std::string& text) -> std::string {
+                if (separatorOf(text) != '\0')
+                    return {};
+                return text + " is neither a character that separates fields nor the word tab";
             },
             ""};
 }

@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include "DataKind.h"
 #include "OptionChecks.h"
 
 namespace {
@@ -31,6 +30,14 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
     add("--encoding", options.encoding, "Encoding of a csv file, as in windows-1252")
         ->type_name("NAME")
         ->check(notEmpty());
+    add("--separator", options.separator,
+        "What stands between the fields of a csv file, or tab;\nby default what its first line "
+        "tells")
+        ->type_name("CHARACTER")
+        ->check(separatorWordCheck());
+    app.add_flag("--decimal-comma", options.decimalComma,
+                 "Numbers of a csv file are written as 1.234,5")
+        ->group("Input");
     app.add_flag("--no-header", options.noHeader, "A csv file without a line of names")
         ->group("Input");
 }
@@ -65,6 +72,7 @@ void addReading(CLI::App& app, InputOptions& options)
         ->check(wholeNumberFrom(-1));
 }
 
+/// The file to write, and in which form.
 void addOutput(CLI::App& app, OutputOptions& options, bool needed)
 {
     app.add_option("OUT,-o", options.path, "The file to write; - for standard output")
@@ -90,6 +98,7 @@ void addOutput(CLI::App& app, OutputOptions& options, bool needed)
     app.add_flag("--force", options.force, "Replace existing files")->group("Output");
 }
 
+/// What becomes of the records on their way.
 void addRecords(CLI::App& app, RecordOptions& options)
 {
     app.add_option("--derive", options.derivations,
@@ -118,7 +127,7 @@ void addCommonOptions(CLI::App& app, CommonOptions& options)
         ->check(CLI::IsMember({"auto", "always", "never"}));
     add("--log", options.logFile, "Append what happens to this file")
         ->type_name("FILE")
-        ->check(notEmpty());
+        ->check(notEmpty() & noStream());
     add("--trace", options.traceDirectory,
         "Write job texts, passwords included, and a log\nbelow this folder")
         ->type_name("FOLDER")
@@ -167,5 +176,6 @@ void addWeight(CLI::App& app, InputOptions& options)
 
 void addPrintJob(CLI::App& app, bool& printJob)
 {
-    app.add_flag("--print-job", printJob, "Show the job text and run nothing");
+    app.add_flag("--print-job", printJob,
+                 "Show the job text, passwords included, and run\nnothing");
 }

@@ -33,6 +33,7 @@ void readMembers(Target& target, const OrderValue& object, const Keys<Target>& k
     }
 }
 
+/// Keys that have dots of their own can only be told as a list.
 void readLocation(OutputOrder& order, const OrderValue& value)
 {
     if (value.isText())
@@ -81,6 +82,7 @@ void readShown(OutputOrder& order, const OrderValue& value)
         order.hideAllCategoriesExcept(category, isOfRows);
 }
 
+/// The keys of an element of `objects`, as docs/hvhost-order.md lists them.
 const Keys<OutputOrder>& objectKeys()
 {
     static const Keys<OutputOrder> keys{
@@ -139,6 +141,7 @@ private:
     const InterruptWatch& _watch;
 };
 
+/// What there is to choose from, for a hint.
 std::string listed(const std::vector<std::string>& words)
 {
     std::string list;

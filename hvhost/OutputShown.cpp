@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <filesystem>
 
@@ -39,6 +40,8 @@ std::string formOf(const std::string& asked, const std::string& path,
     if (!asked.empty())
         return asked;
     std::string extension = std::filesystem::path(path).extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     if (extension == ".htm")
         extension = ".html";
     const auto named = std::find_if(forms.begin(), forms.end(), [&](const std::string& form) {

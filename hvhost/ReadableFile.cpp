@@ -6,24 +6,14 @@
 #include <filesystem>
 #include <system_error>
 
-#include <nlohmann/json.hpp>
-
 #include "CommandFault.h"
 #include "StandardStreams.h"
+#include "datafile/Utf8.h"
 #include "support/HVSimpleFile.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-bool isUtf8(const std::string& text)
-{
-    try {
-        return !nlohmann::json(text).dump().empty();
-    } catch (const nlohmann::json::type_error&) {
-        return false;
-    }
-}
 
 /// Throws CommandFault (Input) for a file that is missing, a folder or unreadable.
 fs::file_type typeOf(const std::string& path)
@@ -48,7 +38,7 @@ void checkPath(const std::string& path)
     if (whole.find('\\') != std::string::npos)
         throw CommandFault(ExitStatus::Usage, path + ": a path with a backslash cannot be used",
                            "to the host it stands between folders");
-    if (!isUtf8(whole))
+    if (!datafile::isUtf8(whole))
         throw CommandFault(ExitStatus::Usage, path + ": the path is not UTF-8");
 }
 

@@ -4,7 +4,6 @@
 #include "DataFile.h"
 #include "JNIException.h"
 #include "Text.h"
-#include "bridge/JNIHvlExpression.h"
 #include "bridge/JNIHvlProgram.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLRead.h"

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "CFField.h"
+#include "ValueText.h"
 
 namespace EmbeddedHV {
 class RowDataIterator;
@@ -15,12 +16,13 @@ class RowDataIterator;
 /// Rows of a job's output, as text. A missing value is nothing.
 struct ResultTable
 {
+    /// A column's name and the kind of its values, which decides how they are aligned and quoted.
     struct Column
     {
         std::string name;
         CFField::StorageType storage = CFField::String;
 
-        bool isNumber() const { return storage == CFField::Integer || storage == CFField::Real; }
+        bool isNumber() const { return ::isNumber(storage); }
     };
     using Row = std::vector<std::optional<std::string>>;
 

@@ -64,6 +64,7 @@ void saveData(HostSession& session, const std::string& option, const std::string
     write.AddPredFunction(&read);
     JobOrigin origin;
     origin.jobName = option;
+    origin.outputs = output.origins();
     session.run(generateJob(program, write), origin);
     output.deliver();
 }

@@ -1,6 +1,8 @@
 #include "ShownResult.h"
 
 #include <array>
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 #include <ostream>
 #include <streambuf>
@@ -46,7 +48,8 @@ private:
 } // namespace
 
 ShownResult::ShownResult(const std::string& path, bool mayReplace, const InterruptWatch& watch)
-    : _path(path.empty() || path == kStandardStream ? std::string() : outputPath(path, mayReplace)),
+    : _name(path),
+      _path(path.empty() || path == kStandardStream ? std::string() : outputPath(path, mayReplace)),
       _watch(watch)
 {
 }
@@ -74,14 +77,21 @@ void ShownResult::writeFile(const std::function<void(std::ostream&)>& write) con
 {
     try {
         datafile::PendingFile file(_path, "");
+        errno = 0;
         std::ofstream out(file.path(), std::ios::binary);
         out.exceptions(std::ios::badbit | std::ios::failbit);
         write(out);
         out.close();
         file.commit();
     } catch (const datafile::Fault& fault) {
-        throw CommandFault(ExitStatus::JobFailed, fault.text());
+        std::string text = fault.text();
+        if (text.starts_with(_path))
+            text.replace(0, _path.size(), _name);
+        throw CommandFault(ExitStatus::JobFailed, text);
     } catch (const std::ios::failure&) {
-        throw CommandFault(ExitStatus::JobFailed, _path + ": the file cannot be written");
+        const int reason = errno;
+        throw CommandFault(ExitStatus::JobFailed,
+                           _name + ": the file cannot be written" +
+                               (reason == 0 ? "" : std::string(": ") + std::strerror(reason)));
     }
 }

@@ -24,6 +24,7 @@ public:
 private:
     void writeFile(const std::function<void(std::ostream&)>& write) const;
 
+    std::string _name; ///< what the user calls the file
     std::string _path; ///< empty for standard output
     const InterruptWatch& _watch;
 };

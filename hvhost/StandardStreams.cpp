@@ -8,10 +8,12 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstring>
 #include <iostream>
 
 #include "CommandFault.h"
+#include "FaultWording.h"
 #include "InterruptWatch.h"
 
 namespace {
@@ -43,6 +45,15 @@ private:
     throw CommandFault(status, what + ": " + std::strerror(errno));
 }
 
+/// `head` has seen enough: that is no fault to speak of.
+[[noreturn]] void failToPrint(const std::string& reason)
+{
+    pollfd output{STDOUT_FILENO, POLLOUT, 0};
+    if (poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0)
+        throw CommandFault(ExitStatus::NoReader, "nobody reads standard output");
+    throw CommandFault(ExitStatus::JobFailed, "standard output cannot be written" + reason);
+}
+
 void waitFor(int descriptor, short events, const InterruptWatch& watch)
 {
     pollfd waited{descriptor, events, 0};
@@ -67,6 +78,8 @@ void writeSome(int descriptor, const char* data, std::size_t size, const std::st
 {
     while (size > 0) {
         const ssize_t count = write(descriptor, data, size);
+        if (count < 0 && errno != EINTR && errno != EAGAIN && descriptor == STDOUT_FILENO)
+            failToPrint(std::string(": ") + std::strerror(errno));
         if (count < 0 && errno != EINTR && errno != EAGAIN)
             fail(ExitStatus::JobFailed, what + " cannot be written");
         const std::size_t written = count < 0 ? 0 : static_cast<std::size_t>(count);
@@ -82,6 +95,11 @@ void writeWhenReady(const char* data, std::size_t size, const InterruptWatch& wa
 }
 
 } // namespace
+
+void ignoreLostReaders()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
 
 void occupyStandardStreams()
 {
@@ -110,7 +128,7 @@ void fetchStream(const std::string& source, const std::string& path, const Inter
         const std::size_t size = readSome(input.number(), chunk, what);
         if (size == 0)
             return;
-        writeSome(file.number(), chunk.data(), size, path);
+        writeSome(file.number(), chunk.data(), size, kTemporaryFile);
     }
 }
 
@@ -136,5 +154,5 @@ void flushStandardOutput()
 {
     std::cout.flush();
     if (!std::cout)
-        throw CommandFault(ExitStatus::JobFailed, "standard output cannot be written");
+        failToPrint("");
 }

@@ -56,9 +56,13 @@ std::string printable(std::string text)
 
 std::string nearestWord(const std::vector<std::string>& words, const std::string& word)
 {
+    constexpr std::size_t kTellingLength = 3;
     std::string nearest;
     std::size_t best = word.size() / 2 + 1;
     for (const std::string& candidate : words) {
+        // Whoever typed the beginning meant that word, however long it is.
+        if (word.size() >= kTellingLength && candidate.starts_with(word))
+            return candidate;
         const std::size_t distance = editDistance(word, candidate);
         if (distance < best) {
             best = distance;

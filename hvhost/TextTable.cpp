@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <ostream>
@@ -16,15 +17,23 @@ namespace {
 
 constexpr std::size_t kEdges = 4; ///< a line and a blank on each side
 
-/// Numbers as people read them in a table: seven significant digits. A missing value is a period.
+/// From here on a number has no digits to spare behind its point; up to there a double tells the
+/// units.
+constexpr double kManyDigits = 1e7;
+constexpr double kAllDigits = 1e15;
+
+/// Numbers as people read them in a table: seven significant digits, and of large ones the units. A
+/// missing number is a period; a text that is not there is blank, since a period may be a text.
 std::string cellText(const std::optional<std::string>& cell, const ResultTable::Column& column)
 {
     if (!cell)
-        return ".";
+        return column.isNumber() ? "." : "";
     if (column.storage != CFField::Real)
         return *cell;
     std::array<char, 32> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%.7g", std::strtod(cell->c_str(), nullptr));
+    const double number = std::strtod(cell->c_str(), nullptr);
+    const bool isLarge = std::abs(number) >= kManyDigits && std::abs(number) < kAllDigits;
+    std::snprintf(buffer.data(), buffer.size(), isLarge ? "%.0f" : "%.7g", number);
     return buffer.data();
 }
 

@@ -39,6 +39,11 @@ std::string timestampText(double seconds)
 
 } // namespace
 
+bool isNumber(CFField::StorageType storage)
+{
+    return storage == CFField::Integer || storage == CFField::Real;
+}
+
 std::string shortestNumber(double value)
 {
     std::array<char, 32> buffer{};

@@ -4,6 +4,9 @@
 
 #include "CFField.h"
 
+/// Whether values of this storage are plain numbers, and no moments.
+bool isNumber(CFField::StorageType storage);
+
 /// The shortest text that reads back as the same number.
 std::string shortestNumber(double value);
 

@@ -7,7 +7,6 @@
 #include <iostream>
 #include <string>
 
-#include "Attention.h"
 #include "CFAppHost.h"
 #include "Journal.h"
 #include "TnOutput.h"

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <JNIAccessor.h>
-
 #include <string>
 #include <vector>
 
+#include "JNIAccessor.h"
 #include "support/HvintegExport.h"
 
 class JNIObjectManager;
@@ -20,6 +19,7 @@ class JNIObjectManager;
 class HVINTEG_EXPORT JNIHvlAccessor : public JNIAccessor
 {
 public:
+    /// Wraps nothing yet, in the manager's present environment.
     JNIHvlAccessor();
     JNIHvlAccessor(const JNIHvlAccessor& other);
     JNIHvlAccessor& operator=(const JNIHvlAccessor& other);
@@ -52,6 +52,7 @@ public:
     std::string getString(jstring text);
     void getString(jstring text, std::string& out);
 
+    /// The manager of the process, asked anew at each call: a new one may have come.
     JNIObjectManager* getJNIObjectManager() const;
 
 private:

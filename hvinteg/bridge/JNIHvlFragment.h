@@ -15,6 +15,7 @@ public:
     JNIHvlFragment& operator=(const JNIHvlFragment&) = default;
     ~JNIHvlFragment() override;
 
+    /// Whether the function is rendered by this fragment.
     bool containsFunction(JNIHvlFunction* function);
     std::string getId();
     /// The ids of the fragments that must stand before this one.

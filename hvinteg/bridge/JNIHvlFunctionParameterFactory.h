@@ -25,6 +25,7 @@ public:
 
     JNIHvlFunctionParameter* createContainers(std::vector<JNIHvlContainer*>* containers,
                                               bool named);
+    /// An expression; a function whose records come in.
     JNIHvlFunctionParameter* createExpression(JNIHvlExpression* expression, bool named);
     JNIHvlFunctionParameter* createInput(JNIHvlFunction* input);
     /// Functions by tag; one that is null is left out.

@@ -12,6 +12,7 @@
 #include "bridge/WrapperFactory.h"
 
 namespace {
+/// Most jobs fit, so that the text is allocated once.
 constexpr std::size_t UsualTextSize = 1024;
 
 /// The fragments of a Java set, as a Java list in the order of execution.

@@ -33,6 +33,7 @@ public:
     /// open.
     using TypeMap = std::map<std::string, SimpleTypes>;
 
+    /// An empty program.
     JNIHvlProgram();
     /// A program that begins with job text as it is given.
     explicit JNIHvlProgram(const std::string& text);
@@ -45,7 +46,8 @@ public:
     /// Makes the second function run after the first, without records passing between them.
     void addDependency(JNIHvlFunction* earlier, JNIHvlFunction* later);
 
-    /// An expression from a template with places for the arguments' texts.
+    /// An expression from its text, in which `%s` stands for the next argument and `%%` for a
+    /// percent sign; null for no arguments.
     JNIHvlExpression* createHvlExpression(const std::string& pattern,
                                           std::vector<JNIHvlExpression*>* arguments);
     /// The value of the first clause whose condition holds, else `otherwise`.

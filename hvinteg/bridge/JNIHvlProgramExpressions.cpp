@@ -8,6 +8,7 @@
 // The operations of JNIHvlProgram that make expressions.
 
 namespace {
+/// Java has one overload for each kind of literal; the signature chooses it.
 template <class Value>
 JNIHvlExpression* literal(JNIHvlProgram& program, const char* signature, Value value)
 {

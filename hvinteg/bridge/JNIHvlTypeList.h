@@ -6,6 +6,7 @@
 class HVINTEG_EXPORT JNIHvlTypeList : public JNIHvlType
 {
 public:
+    /// The type of the elements, which is borrowed for the call.
     explicit JNIHvlTypeList(JNIHvlType& element);
     JNIHvlTypeList(const JNIHvlTypeList&) = default;
     JNIHvlTypeList& operator=(const JNIHvlTypeList&) = default;

@@ -6,6 +6,7 @@
 class HVINTEG_EXPORT JNIHvlTypeTuple : public JNIHvlType
 {
 public:
+    /// The types of the elements, which are borrowed for the call.
     explicit JNIHvlTypeTuple(std::vector<JNIHvlType*>& elements);
     JNIHvlTypeTuple(const JNIHvlTypeTuple&) = default;
     JNIHvlTypeTuple& operator=(const JNIHvlTypeTuple&) = default;

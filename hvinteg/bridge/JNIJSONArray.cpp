@@ -22,6 +22,8 @@ JNIJSONArray::JNIJSONArray(const char* json)
 
 JNIJSONArray::~JNIJSONArray() = default;
 
+/// The three operations of java.util.List behind all overloads below, which differ only in how a
+/// value goes to Java.
 template <class Value>
 void JNIJSONArray::append(Value value)
 {

@@ -20,6 +20,7 @@ JNIJSONObject::JNIJSONObject(const char* json)
 
 JNIJSONObject::~JNIJSONObject() = default;
 
+/// java.util.Map's put behind all overloads below; the value that the key had before goes at once.
 template <class Value>
 void JNIJSONObject::putValue(const std::string& key, Value value)
 {

@@ -3,24 +3,11 @@
 #include <utility>
 #include <vector>
 
-#include <VexaJVM.h>
-
+#include "VexaJVM.h"
 #include "bridge/JNIHvlAccessor.h"
+#include "bridge/JavaThreadScope.h"
 
 namespace {
-/// The environment of the calling thread, whichever it is, for as long as the scope lasts.
-class CallingThread
-{
-public:
-    CallingThread() { VexaJVM::GetInstance()->AttachCurrentThread(&_env); }
-    ~CallingThread() { VexaJVM::GetInstance()->DetachCurrentThread(); }
-    CallingThread(const CallingThread&) = delete;
-    CallingThread& operator=(const CallingThread&) = delete;
-    JNIEnv* env() const { return _env; }
-
-private:
-    JNIEnv* _env = nullptr;
-};
 /// The expressions of a job live on local references until the job is composed. The machine grants
 /// as many as are asked for one by one; announcing them keeps its checked mode, which takes more
 /// than a few for a leak, from complaining.
@@ -59,7 +46,7 @@ void JNIObjectManager::Data::clean()
     const std::vector<jobject> references = std::exchange(globalRefs, {});
     if (!references.empty()) {
         // A global reference can be deleted from any thread, with that thread's environment.
-        const CallingThread thread;
+        const JavaThreadScope thread;
         for (jobject const reference : references)
             thread.env()->DeleteGlobalRef(reference);
     }

@@ -45,7 +45,7 @@ public:
     void cleanJRef();
 
 private:
-    struct Data;
+    struct HVINTEG_HIDDEN Data;
 
     JNIObjectManager();
 

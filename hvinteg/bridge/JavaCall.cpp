@@ -1,6 +1,6 @@
 #include "bridge/JavaCall.h"
 
-#include <JNIException.h>
+#include "JNIException.h"
 
 JavaCall::JavaCall(JNIHvlAccessor& wrapper, const char* name, const char* signature,
                    OnFailure onFailure)
@@ -170,6 +170,7 @@ void JavaCall::constructWrapped()
     _wrapper.handleException(false);
 }
 
+/// JNI does not check a receiver: one of another class would end the process.
 bool JavaCall::accepts(jobject receiver)
 {
     if (_failed)
@@ -181,6 +182,7 @@ bool JavaCall::accepts(jobject receiver)
     return !_failed;
 }
 
+/// A call may be made again with other arguments, as in a loop over a list.
 void JavaCall::clearArguments()
 {
     _arguments.clear();
@@ -198,6 +200,8 @@ void JavaCall::settle()
     }
 }
 
+/// A fault of ours as a Java exception, so that callers hear of it in the way in which they hear of
+/// Java's.
 void JavaCall::raise(const char* className, const std::string& message)
 {
     if (jclass const type = _wrapper.classNamed(className); type != nullptr)

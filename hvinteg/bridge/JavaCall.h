@@ -73,6 +73,7 @@ public:
     bool failed() const { return _failed; }
 
 private:
+    /// Which of a class's methods a name stands for: Java looks them up apart.
     enum class Kind
     {
         Instance,

@@ -12,6 +12,7 @@ LocalRef<> withCapacity(JNIHvlAccessor& caller, const char* className, std::size
         .construct();
 }
 
+/// Looks `add` up once for all elements.
 void addAll(JNIHvlAccessor& caller, const char* className, jobject collection,
             const Wrappers& elements, bool skipsNull)
 {
@@ -41,11 +42,13 @@ LocalRef<jobjectArray> newArray(JNIHvlAccessor& caller, const char* elementClass
     return result;
 }
 
+/// Calls take objects; the reference moves, so that it is deleted once.
 LocalRef<> asObject(JNIHvlAccessor& caller, LocalRef<jobjectArray>& array)
 {
     return {caller.getEnv(), array.release()};
 }
 
+/// Does nothing after an array that could not be made, whose failure is recorded.
 void store(JNIHvlAccessor& caller, const LocalRef<jobjectArray>& array, std::size_t index,
            jobject element, OnFailure onFailure)
 {

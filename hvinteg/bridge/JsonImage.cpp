@@ -10,6 +10,7 @@ std::size_t lengthOf(JNIEnv* env, const LocalRef<>& array)
     return static_cast<std::size_t>(env->GetArrayLength(static_cast<jarray>(array.get())));
 }
 
+/// An image comes as a pair: an array of numbers, and one of bytes that the numbers point into.
 LocalRef<> elementOf(JNIHvlAccessor& caller, const LocalRef<>& pair, jsize index)
 {
     JNIEnv* const env = caller.getEnv();

@@ -1,11 +1,10 @@
 #include "bridge/JsonImageWriter.h"
 
-#include <JNIException.h>
-
 #include <bit>
 #include <cstdlib>
 #include <set>
 
+#include "JNIException.h"
 #include "bridge/JavaCall.h"
 #include "bridge/LocalRef.h"
 

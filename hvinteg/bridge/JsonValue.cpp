@@ -5,6 +5,7 @@
 #include <limits>
 
 namespace {
+/// As Java casts a double to an int: not-a-number is 0, what is too large the nearest int.
 int integerOf(double value)
 {
     using Limits = std::numeric_limits<int>;

@@ -2,9 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
-#include <vector>
 
 /// The kinds of a JSON value, by the numbers that the Java side gives them.
 enum class JsonKind : std::uint8_t

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "HostConversions.h"
-#include "data/StorageOfFormat.h"
+#include "StorageOfFormat.h"
 #include "support/Conversions.h"
 #include "support/Transcoding.h"
 
@@ -22,6 +22,7 @@ public:
     {
     }
 
+    /// All values that have a label, in the order of the values.
     std::vector<CFValue> labelled() const
     {
         std::vector<CFValue> values;
@@ -48,6 +49,7 @@ public:
         return CFValue(textDatum(text), label, 0, 0);
     }
 
+    /// On the engine's scale: dates in the host's seconds would stand centuries away.
     CFDatum numberDatum(const OBS* value) const
     {
         return CFDatum(NumericStorageStatToCF(value->number, _storage));
@@ -55,6 +57,7 @@ public:
 
 private:
     bool isString() const { return _variable.GetType() > 0; }
+    /// As long as the variable shows it, without the blanks that fill it up.
     std::string hostText(const OBS* value) const
     {
         std::string text;
@@ -77,6 +80,8 @@ void SetValueLabels(CFField& field, const ValueMaker& maker)
         field.SetValueLabels(std::move(labels));
 }
 
+/// The host's code tells how many single values there are, 1 to 3, or that there is a range, -2, or
+/// a range and one value, -3.
 void SetMissingValues(CFField& field, const VEXA_Variable& variable, const ValueMaker& maker)
 {
     const OBS* first = nullptr;
@@ -133,7 +138,7 @@ CFField::RoleType roleOf(int hostRole)
 CFField fieldOf(const VEXA_Variable& variable, MeasurementLevel level, CFField::RoleType role,
                 void* converter)
 {
-    const CFField::StorageType storage = storageOfFormatType(variable.GetFormat().type);
+    const CFField::StorageType storage = storageOfFormat(variable.GetFormat());
     CFField field(transcodeToUTF8(variable.GetName().c_str(), converter),
                   fieldTypeOf(level, variable.GetType() > 0), storage, role);
     if (const std::unique_ptr<CFFormat> format{GetCFFieldFormat(variable)})

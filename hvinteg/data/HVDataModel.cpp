@@ -1,7 +1,6 @@
 #include "data/HVDataModel.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "MultiByte.h"
 #include "ParserMessage.h"
@@ -17,6 +16,8 @@ constexpr int kCaseCountColumn = -1;
 
 } // namespace
 
+/// Two sets of fields: all columns of the source, made once, and those that an analysis asked for,
+/// made anew by each update. Callers see the second where it has any field.
 struct HVINTEG_HIDDEN HVDataModel::Impl
 {
     /// What was asked for at one place of the input.
@@ -40,7 +41,10 @@ struct HVINTEG_HIDDEN HVDataModel::Impl
     std::string analysisXml;
     std::vector<int> analysisVariables;
 
+    /// The first set, with the case count behind all columns if it is wanted.
     void CreateDictMetadata();
+    /// A weight or split variable has that role where it is wanted, and where splits are, every
+    /// other one is an input; else the host's own role counts.
     CFField::RoleType roleOfColumn(int column) const;
     void AppendDictField(CFMetaData& target, int column, MeasurementLevel level) const;
     MeasurementLevel levelOf(int column) const
@@ -49,7 +53,10 @@ struct HVINTEG_HIDDEN HVDataModel::Impl
     }
     CFField caseCountField() const;
     bool isColumn(int column) const { return column >= 0 && column < source->ColumnCount(); }
+    /// The second set. Choices that are no columns are left out, and without any that is one the
+    /// first set counts again.
     void update(const std::vector<Choice>& choices, bool withLevels);
+    /// Negative for a name that no column has.
     int columnOf(const std::string& name, bool fromUTF8) const;
 };
 

@@ -25,6 +25,7 @@ struct CancelFlag
     std::atomic<bool> isSet = false;
 };
 
+/// Only texts need a conversion; numbers are the same in every encoding.
 bool hasText(const VEXA_DataSource& source)
 {
     for (int column = 0; column < source.ColumnCount(); ++column)
@@ -35,15 +36,27 @@ bool hasText(const VEXA_DataSource& source)
 
 } // namespace
 
+/// The cases and how they become records. Columns that were asked for become a projection, over
+/// which texts that are not UTF-8 become a copy that is; the record's fields then count as that
+/// view does.
+///
+/// The first pass over the cases counts them, their weights and what is wrong with these, and no
+/// later one does. A rewind in its middle therefore finishes it first.
 struct HVINTEG_HIDDEN HVRawDataIterator::Impl
 {
+    /// Where the fields come from: what the source says of its variables, or what a caller says.
     void takeModel(const HVDataModel& model);
     void takeMetadata(const CFMetaData& fields);
+    /// Sets the views up and opens the cases, from `source`, `variables`, `metadata` and the rules.
     void init();
     void readViewAsUtf8(const VEXA_DataSource& current);
+    /// Settles how each field is filled, so that nothing is looked up while records are served.
     void describeFields(const VEXA_DataSource& current);
+    /// Asks the stop processor; once cancelled, an iterator stays so.
     bool isCancelled();
+    /// Moves to the next case that counts; one whose weight is not above 0 is passed over.
     unsigned int nextRecord();
+    /// Goes back to the first case, after the counts are complete.
     unsigned int rewind(bool score);
 
     const VEXA_DataSource* source = nullptr;
@@ -246,6 +259,7 @@ HVRawDataIterator::HVRawDataIterator(const VEXA_DataSource& source, const CFMeta
 
 namespace {
 
+/// The open dataset gives its source by operator-> only.
 const VEXA_DataSource& sourceOf(const SvrDMInputDataSource& dataset)
 {
     return *dataset.operator->();

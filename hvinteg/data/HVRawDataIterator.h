@@ -82,6 +82,7 @@ public:
     /// later.
     virtual unsigned int Rewind(bool scoreIteration);
 
+    /// The name by which the job text refers to the rows; set before the job is composed.
     void SetName(const std::string& name);
     /// Whether user-missing values are served as missing ones; by variable, or for all of them
     /// where nothing is said by variable. What says so is borrowed.

@@ -1,20 +1,10 @@
 #include "data/HVSimpleContainer.h"
 
-#include <cstdio>
 #include <utility>
 
 #include "ExtNameStr.h"
 #include "FileServices.h"
-
-namespace {
-
-void createEmpty(const ExtNameStr& path)
-{
-    if (std::FILE* const file = ExtNameStr::fopen(path, "w"))
-        std::fclose(file);
-}
-
-} // namespace
+#include "support/EmptyFile.h"
 
 HVSimpleContainer::HVSimpleContainer(const std::string& name, std::string path)
     : _name(name), _genericPath(std::move(path)), _isTemp(_genericPath.empty())

@@ -19,11 +19,6 @@ constexpr const char* kTempPrefix = "hvadatafile_";
 constexpr const char* kEmptyName = "empty_";
 constexpr const char* kCopyFailed = "Cannot write system file.";
 
-std::size_t unitsOfWidth(int width)
-{
-    return width <= 8 ? 1 : static_cast<std::size_t>((width + 7) / 8);
-}
-
 void show(const std::string& text, int level)
 {
     TnError(TnUTF8String(text), kShowInOutput, level);
@@ -31,8 +26,12 @@ void show(const std::string& text, int level)
 
 } // namespace
 
+/// The file of one group on its way: variables are made and the dictionary committed at
+/// construction, cases are written, the file is closed, and an iterator reads it. What the host's
+/// data library throws ends in `fail`, and nothing is done any more.
 struct HVINTEG_HIDDEN HVSplitRawData::Impl
 {
+    /// How far the writing is. What is above LastUsable has failed.
     enum State
     {
         Idle = 0,
@@ -45,16 +44,24 @@ struct HVINTEG_HIDDEN HVSplitRawData::Impl
          std::vector<std::string> newNames, std::vector<MeasurementLevel> newLevels,
          bool withCaseCount);
 
+    /// Opens the file for writing, with its dictionary.
     bool InitDataFile();
+    /// The stored variables, in the order of `variables`.
     void makeVariables();
     void nameEmptyVariables(const std::vector<VEXA_Variable*>& made) const;
+    /// The end of all work on the file, told to the user once.
     void fail(const ErrorText& error, int level);
+    /// Those of the group's first case stand for the group; a file that is not split has none.
     void keepSplitValues(const VEXA_InputCaseIterator& cases);
+    /// Puts the present case into the buffer, column by column.
     void composeCase(const VEXA_InputCaseIterator& cases);
     void addCase(const VEXA_Case& newCase);
+    /// From the present case to the end of its group: cases that know of no groups make one.
     void copyGroup(VEXA_InputCaseIterator& cases);
+    /// Gives the file its name, from when on it can be read.
     void closeWriteFile();
     void closeReadFile();
+    /// Opens the finished file as a dataset of its own.
     bool openReadFile();
     HVRawDataIterator* createIterator(const std::string& name, WeightAdjust adjust,
                                       const CFMetaData* metadata);

@@ -18,6 +18,7 @@ unsigned long long trimmedLength(const char* text, int width, bool trimsTabs)
     return static_cast<unsigned long long>(at) + 1;
 }
 
+/// Halves go up, as the host rounds its weights.
 double adjusted(double weight, int adjust)
 {
     if (adjust == kWeightRound)

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "ACAVarValidSpecs.h"
-#include "CFMetaData.h"
+#include "CFField.h"
 #include "VexaCases.h"
 #include "VexaVariable.h"
 #include "data/CaseCounts.h"

@@ -108,13 +108,24 @@ struct HVINTEG_HIDDEN HVDescriptive::Impl
 {
     Impl(HVRunner& owner, HVRawDataIterator* rows, std::string text);
 
+    /// The field that the rows' data model has as the weight; empty for none.
     std::string weightField() const;
+    /// A field that weighs is not described.
     void putInputFields(const std::vector<std::string>& fields, const std::string& weight);
+    /// Numbers that make up a point of time are one group among possibly several, hence a list in a
+    /// list.
     void putDateFields(const std::vector<std::string>& fields, bool standard);
+    /// Puts the default of every setting, so that the job text tells them all.
     void BuildDescriptiveJson();
+    /// The job: settings and containers as definitions, and a pipeline from the input to the step.
     std::string GetHVL(const std::vector<HVSimpleContainer*>& containers);
+    /// Composes and runs one job with these two containers and the further ones, and shows what it
+    /// says. False if the rows cannot be read from the first one on, or the job failed.
     bool RunDescriptive(HVSimpleContainer* first, HVSimpleContainer* second);
+    /// What the engine throws while the job runs is a failure of the job.
     bool execute();
+    /// Both read one member of an archive that the job wrote. A member that is not there changes
+    /// nothing, one that is damaged clears the result.
     bool readModel(const HVSimpleContainer& stat, std::string& model);
     static bool readInterval(const HVSimpleContainer& json, std::string& interval);
 

@@ -1,7 +1,6 @@
 #include "hvl/HVLExpressionFun.h"
 
 #include "bridge/JNIHvlExpression.h"
-#include "bridge/JNIHvlFieldDerive.h"
 #include "bridge/JNIHvlProgram.h"
 
 HVLExpressionFun::HVLExpressionFun(JNIHvlProgram* program) : HVLFunction(program) {}
@@ -59,6 +58,7 @@ void HVLExpressionFun::setExpression(HVFunction functionType, JNIHvlExpression* 
     _expression = expression;
 }
 
+/// Each kind has a factory operation of its own on the Java side.
 JNIHvlFunction* HVLExpressionFun::createFunction(JNIHvlFunction* input)
 {
     JNIHvlProgram& program = *GetProgram();

@@ -46,6 +46,7 @@ void HVLFunction::CompleteTags(const char* base)
     }
 }
 
+/// Only earlier inputs count: a later one that has the same tag gives way itself.
 bool HVLFunction::isTagTaken(const std::string& tag, std::size_t before) const
 {
     const auto end = _tags.begin() + static_cast<std::ptrdiff_t>(before);

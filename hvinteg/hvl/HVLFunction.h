@@ -52,6 +52,8 @@ public:
     void AddPredFunction(HVLFunction* pred);
     void AddPredFunction(HVLFunction* pred, const std::string& tag);
 
+    /// What kind of builder this is, whether its step stands in the program, and another program
+    /// for it: what was created stays in the one it was created in.
     HVFunction GetFunctionType() const { return _functionType; }
     bool IsCreatedHvl() const { return _isCreated; }
     void SetJNIHvlProgram(JNIHvlProgram* program) { _program = program; }

@@ -145,6 +145,7 @@ void HVLRead::putSource(JNIJSONObject& configuration) const
     }
 }
 
+/// A file is a location with a parser, and the parser's settings are those of its kind alone.
 void HVLRead::putFile(JNIJSONObject& configuration, const char* parserName) const
 {
     JNIJSONObject parserConfig;
@@ -170,6 +171,7 @@ void HVLRead::putFile(JNIJSONObject& configuration, const char* parserName) cons
     configuration.put("filesystem", &filesystem);
 }
 
+/// Map sources have a form of their own, without a parser.
 void HVLRead::putGeospatial(JNIJSONObject& configuration, const char* type) const
 {
     JNIJSONObject geospatial;

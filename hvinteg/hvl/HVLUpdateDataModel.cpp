@@ -11,6 +11,7 @@ namespace {
 /// Gives the shortest text that stands for the very same value.
 constexpr int kShortest = -1;
 
+/// A limit that is open, or a text, is no key: the engine takes its absence for no limit.
 void putLimit(JNIJSONObject& range, const char* key, const CFDatum& limit)
 {
     if (limit.IsReal())
@@ -19,6 +20,7 @@ void putLimit(JNIJSONObject& range, const char* key, const CFDatum& limit)
         range.put(key, static_cast<long long>(limit.GetInteger()));
 }
 
+/// Limits are numbers, single values are texts, whatever the storage: so the engine reads them.
 void putMissing(JNIJSONObject& object, const CFMissingValues& missing)
 {
     putLimit(object, "minValue", missing.GetRange().GetLower());
@@ -31,6 +33,7 @@ void putMissing(JNIJSONObject& object, const CFMissingValues& missing)
     object.put("Value", &values);
 }
 
+/// A system without an id says nothing of its name either.
 void putSystem(JNIJSONObject& object, const CFGeo& geo)
 {
     if (geo.GetWkid() > 0) {
@@ -65,6 +68,7 @@ HVLUpdateDataModel& HVLUpdateDataModel::operator=(const HVLUpdateDataModel& othe
 
 HVLUpdateDataModel::~HVLUpdateDataModel() = default;
 
+/// What was said of the field so far, begun with its name if that is nothing.
 JNIJSONObject& HVLUpdateDataModel::entryOf(const std::string& field)
 {
     if (const auto known = _fields.find(field); known != _fields.end())
@@ -74,6 +78,7 @@ JNIJSONObject& HVLUpdateDataModel::entryOf(const std::string& field)
     return *_fields.emplace(field, std::move(entry)).first->second;
 }
 
+/// The entry comes into being even without a word: the field then stands there with its name.
 void HVLUpdateDataModel::updateWord(const std::string& field, const char* key, const char* word)
 {
     JNIJSONObject& entry = entryOf(field);

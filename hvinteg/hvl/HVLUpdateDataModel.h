@@ -29,6 +29,7 @@ public:
     HVLUpdateDataModel& operator=(const HVLUpdateDataModel& other);
     ~HVLUpdateDataModel() override;
 
+    /// The label that output shows in place of the name.
     void Update(const std::string& field, const std::string& label);
     /// A value of these three that has no word leaves the field with its name alone.
     void Update(const std::string& field, CFField::FieldType type);

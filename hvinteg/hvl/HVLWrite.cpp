@@ -68,6 +68,7 @@ bool HVLWrite::GenerateHVL()
     return CreateFunction("write", configuration);
 }
 
+/// The qualifier is what the kind has beside its place: a mode, a password or a type.
 void HVLWrite::setDestination(Destination kind, const std::string& destination,
                               const std::string& qualifier)
 {
@@ -111,6 +112,7 @@ void HVLWrite::putFile(JNIJSONObject& configuration, const char* type) const
     configuration.put("type", type);
 }
 
+/// Both parts, or nothing.
 void HVLWrite::putMetadata(JNIJSONObject& configuration) const
 {
     if (_resourceId.empty() || _metadataKey.empty())

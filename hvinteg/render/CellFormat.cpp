@@ -1,11 +1,9 @@
 #include "render/CellFormat.h"
 
-#include "data/StorageOfFormat.h"
-
-#include <HostValueText.h>
+#include "HostValueText.h"
+#include "StorageOfFormat.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "support/Transcoding.h"
 
@@ -39,6 +37,7 @@ std::uint8_t numberTypeOf(const JsonValue& object)
     return type;
 }
 
+/// What a pattern begins with tells its kind; where a day comes first, its dots do.
 std::uint8_t typeOfFirst(std::string_view pattern)
 {
     switch (pattern.front()) {
@@ -80,16 +79,11 @@ bool isDate(double value, const VEXA_Format& format)
         return !(value >= 1 && value <= 7);
     if (format.type == kFormatMonth)
         return !(value >= 1 && value <= 12);
-    const CFField::StorageType storage = storageOfFormatType(format.type);
+    const CFField::StorageType storage = storageOfFormat(format);
     return storage == CFField::Date || storage == CFField::Timestamp;
 }
 
 } // namespace
-
-double missingValue()
-{
-    return std::numeric_limits<double>::lowest();
-}
 
 VEXA_Format formatOf(const JsonValue& object)
 {

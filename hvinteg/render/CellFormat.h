@@ -1,9 +1,8 @@
 #pragma once
 
-#include <VexaFormat.h>
-
 #include <string>
 
+#include "VexaFormat.h"
 #include "bridge/JsonValue.h"
 
 /// Formats of numbers in results, and the numbers as the host counts them.
@@ -18,9 +17,6 @@ inline constexpr VEXA_Format noFormat{kWidth, kNoType, 0};
 inline constexpr VEXA_Format plainNumber{kWidth, kFormatGeneral, 0};
 inline constexpr VEXA_Format generalNumber{kWidth, kFormatGeneral, 3};
 inline constexpr VEXA_Format yearFirstDate{kWidth, kFormatDateYearFirst, 0};
-
-/// The host's system missing value.
-double missingValue();
 
 /// The format that a JSON object describes; noFormat for anything else.
 VEXA_Format formatOf(const JsonValue& object);

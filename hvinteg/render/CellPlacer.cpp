@@ -1,7 +1,8 @@
 #include "render/CellPlacer.h"
 
-#include <TnStrings.h>
-#include <TnValues.h>
+#include "TnStrings.h"
+#include "TnValues.h"
+#include "VexaCases.h"
 
 void CellPlacer::place(TnCategory& category, Cell& cell) const
 {
@@ -31,7 +32,7 @@ void CellPlacer::placeNumber(TnCategory& category, Cell& cell) const
         return;
     if (cell.format.type == CellFormat::kNoType)
         cell.format = CellFormat::generalNumber;
-    const double value = cell.infinite != 0 ? CellFormat::missingValue()
-                                            : CellFormat::toHostDate(cell.value, cell.format, true);
+    const double value =
+        cell.infinite != 0 ? kSystemMissing : CellFormat::toHostDate(cell.value, cell.format, true);
     category.Cell(TnNumber(value, TnFormatSpec(cell.format)));
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <TnPivotTable.h>
-
+#include "TnPivotTable.h"
 #include "render/CellLabels.h"
 #include "render/CellStore.h"
 #include "render/Footnotes.h"

@@ -7,9 +7,10 @@ namespace {
 /// A format without a type of its own keeps the cell's.
 VEXA_Format formatOfType(std::uint8_t type)
 {
-    const bool isText = type == kFormatString || type == kFormatHexString;
-    return {CellFormat::kWidth, type,
-            isText ? std::uint8_t{0} : CellFormat::generalNumber.decimals};
+    VEXA_Format format{CellFormat::kWidth, type, CellFormat::generalNumber.decimals};
+    if (isTextFormat(format))
+        format.decimals = 0;
+    return format;
 }
 } // namespace
 
@@ -19,6 +20,7 @@ void CellReader::readFormats(const JsonValue& formats)
         readFormat(entry);
 }
 
+/// One entry: for the cell of its key, or for all cells of its pattern.
 void CellReader::readFormat(const JsonValue& json)
 {
     const std::string_view index = json["index"].text();
@@ -34,6 +36,8 @@ void CellReader::readFormat(const JsonValue& json)
         applyToPattern(entry, _store.at(walk.key()));
 }
 
+/// What the entry does not say stays as it was, but whether the number is infinite: that is said by
+/// silence, too.
 void CellReader::apply(const Entry& entry, Cell& cell)
 {
     if (entry.format.type != CellFormat::kNoType)
@@ -79,6 +83,7 @@ void CellReader::readCompact(const JsonValue& json)
     }
 }
 
+/// Keys and values stand in two lists; pairs that are not a key and a number are passed over.
 void CellReader::readSparse(const JsonValue& json)
 {
     const JsonValue keys = json["index"];

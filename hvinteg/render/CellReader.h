@@ -19,6 +19,7 @@ public:
     static bool hasValues(const JsonValue& block);
 
 private:
+    /// What one entry of the formats gives to each cell that it speaks of.
     struct Entry
     {
         VEXA_Format format;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <VexaFormat.h>
-
 #include <limits>
 #include <map>
 #include <memory>
@@ -9,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "VexaFormat.h"
 #include "render/CellFormat.h"
 #include "render/CellKey.h"
 

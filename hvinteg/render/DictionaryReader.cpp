@@ -19,6 +19,7 @@ int decimalsOf(const JsonValue& description)
     return decimals;
 }
 
+/// A value is kept by the storage of its field, however the document spells it.
 void addLabel(dataField& field, const JsonValue& value, const std::string& label)
 {
     const std::string text(value.text());
@@ -62,6 +63,7 @@ void DictionaryReader::readField(const JsonValue& json, int index)
     _dictionary.addField(field);
 }
 
+/// Values and labels stand in two lists; the shorter one decides how many pairs there are.
 void DictionaryReader::readLabels(const JsonValue& json, int index, dataField& field)
 {
     const JsonValue values = json["values"];

@@ -1,14 +1,14 @@
 #include "render/DimensionReader.h"
 
-#include <TnStrings.h>
-
 #include <algorithm>
 #include <utility>
 
+#include "TnStrings.h"
 #include "render/Footnotes.h"
 
 namespace {
 
+/// How many leaves stand under a node; what has no children is one itself.
 std::uint64_t leavesOf(const JsonValue& children)
 {
     std::uint64_t leaves = 0;
@@ -122,6 +122,8 @@ void DimensionReader::readGroup(const JsonValue& json, std::unique_ptr<TnCellTex
     _steps.emplace_back();
 }
 
+/// A leaf's subscript is its part of the keys, stated by the document or counted. One that states
+/// no position of this dimension finds its cells by their keys alone.
 void DimensionReader::readLeaf(const JsonValue& json, std::unique_ptr<TnCellText> label)
 {
     PivotStep leaf;

@@ -3,8 +3,9 @@
 #include "support/Transcoding.h"
 
 namespace {
+/// What the engine puts before the names of variables that it derives for itself.
 constexpr std::string_view kAliasPrefix = "@#$randsubj@#$_";
-}
+} // namespace
 
 std::string FieldLookup::nameOf(std::string_view text)
 {

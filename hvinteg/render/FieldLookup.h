@@ -1,10 +1,9 @@
 #pragma once
 
-#include <VexaDataSource.h>
-
 #include <string>
 #include <string_view>
 
+#include "VexaDataSource.h"
 #include "render/dataDictionary.h"
 
 /// Finds what a name in a result stands for: a variable of the active dataset, or else a field of

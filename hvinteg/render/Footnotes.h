@@ -1,11 +1,10 @@
 #pragma once
 
-#include <TnAnnotation.h>
-#include <TnCellText.h>
-
 #include <memory>
 #include <vector>
 
+#include "TnAnnotation.h"
+#include "TnCellText.h"
 #include "bridge/JsonValue.h"
 #include "render/TextItems.h"
 

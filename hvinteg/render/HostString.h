@@ -1,9 +1,8 @@
 #pragma once
 
-#include <TnStrings.h>
-
 #include <string>
 
+#include "TnStrings.h"
 #include "support/Transcoding.h"
 
 /// A UTF-8 text as the host's output takes it, in the host's encoding. `isKey`: a key of the

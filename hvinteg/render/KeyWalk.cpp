@@ -26,6 +26,7 @@ KeyWalk KeyWalk::of(const KeyLayout& layout, std::string_view pattern)
     return walk;
 }
 
+/// Appends a dimension that the walk counts through. Without leaves there is no key to be at.
 void KeyWalk::walkThrough(const KeyLayout::Segment& segment, std::uint64_t position)
 {
     _digits.push_back({_key.size(), segment.width, segment.leaves, position});

@@ -1,15 +1,15 @@
 #include "render/Notifications.h"
 
-#include <JNIException.h>
-#include <TnOutput.h>
-
 #include <string_view>
 
+#include "JNIException.h"
+#include "TnOutput.h"
 #include "bridge/JsonImage.h"
 #include "render/TextItems.h"
 
 namespace {
 
+/// A severity that the host has no level for is a warning.
 TnErrorLevel levelOf(std::string_view severity)
 {
     static constexpr struct

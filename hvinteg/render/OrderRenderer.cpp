@@ -1,7 +1,6 @@
 #include "render/OrderRenderer.h"
 
-#include <JNIException.h>
-
+#include "JNIException.h"
 #include "bridge/JsonImage.h"
 #include "render/HostString.h"
 #include "render/JsonEnvelope.h"
@@ -36,6 +35,7 @@ bool OrderRenderer::render(const OutputOrder& order)
     }
 }
 
+/// Whether there was output. A view is none for this answer: it is shown without a result, too.
 bool OrderRenderer::renderUnder(TnHeading& heading, const OutputOrder& order)
 {
     if (order.getLocations().empty())
@@ -89,6 +89,7 @@ void OrderRenderer::renderChart(TnHeading& heading, const OutputOrder& order, jo
     chart.sendChart();
 }
 
+/// Only the texts that the chart names: a map of the world may be among them all.
 void OrderRenderer::addMapSources(xGlyph& chart, jobject item)
 {
     const LocalRef<> parameters = _context.reader.get(item, "parameters");

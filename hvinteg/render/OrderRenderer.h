@@ -1,12 +1,12 @@
 #pragma once
 
-#include <ChartOutput.h>
 #include <jni.h>
 
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "ChartOutput.h"
 #include "render/OutputOrder.h"
 #include "render/ResultContext.h"
 

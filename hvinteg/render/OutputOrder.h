@@ -14,6 +14,7 @@
 class HVINTEG_EXPORT OutputOrder
 {
 public:
+    /// What becomes of the place in the result. Callers store the numbers.
     enum Type : int
     {
         Pivot = 0,       ///< a pivot table
@@ -22,6 +23,7 @@ public:
         MapChart = 3     ///< a chart with GeoJSON sources
     };
 
+    /// An order that shows nothing until it is told what.
     OutputOrder();
     /// `title` is the heading path, its segments with dots between them; the location is the first
     /// of the order. The outline title is a key of the string table, and GeoJSON is wanted.
@@ -31,6 +33,7 @@ public:
     OutputOrder& operator=(const OutputOrder& other);
     ~OutputOrder();
 
+    /// The heading path, as in the constructor.
     OutputOrder& setHeading(const std::string& title);
     /// `translate`: the title is a key of the string table.
     OutputOrder& setOutlineTitle(const std::string& title, bool translate);
@@ -53,6 +56,7 @@ public:
     /// Appends one to those which alone are shown.
     OutputOrder& hideAllCategoriesExcept(const std::string& category, bool rows);
 
+    /// What was set; options and lines of the caption put together.
     const std::string& getTitle() const;
     const std::string& getCaption() const;
     const std::vector<std::vector<std::string>>& getLocations() const;

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <TnHeading.h>
-
 #include <memory>
 #include <string>
 
+#include "TnHeading.h"
 #include "bridge/JsonValue.h"
-#include "render/CellStore.h"
 #include "render/Footnotes.h"
 #include "render/PivotSettings.h"
 #include "render/TextItems.h"

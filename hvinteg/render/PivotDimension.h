@@ -1,17 +1,18 @@
 #pragma once
 
-#include <TnCellText.h>
-#include <TnPivotTable.h>
-
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "TnCellText.h"
+#include "TnPivotTable.h"
+
 /// One step of declaring a dimension's categories. A dimension is declared again and again, so the
 /// tree is laid out once as the steps that declare it.
 struct PivotStep
 {
+    /// A group is told by two steps, with its members' steps between them.
     enum Kind
     {
         OpenGroup,

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <FacSTDictionary.h>
-#include <TnHeading.h>
-
 #include <map>
 #include <string>
 
+#include "FacSTDictionary.h"
+#include "TnHeading.h"
 #include "bridge/JNIJSONObject.h"
 #include "render/DocumentPath.h"
 #include "render/dataDictionary.h"

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+/// Depth first, with a stack of its own: how many dimensions there are is up to the document.
 void TableWalk::run()
 {
     declare({"", _store.isNumbered() ? 0 : CellKey::kNowhere});

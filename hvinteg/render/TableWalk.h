@@ -1,11 +1,10 @@
 #pragma once
 
-#include <TnPivotTable.h>
-
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "TnPivotTable.h"
 #include "render/CellPlacer.h"
 #include "render/CellStore.h"
 #include "render/Footnotes.h"

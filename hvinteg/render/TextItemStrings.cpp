@@ -1,3 +1,4 @@
+#include "VexaCases.h"
 #include "render/CellFormat.h"
 #include "render/TextItemKind.h"
 #include "render/TextItems.h"
@@ -15,11 +16,13 @@ constexpr Storage kStorages[] = {{"date", kFormatDateYearFirst, false},
                                  {"time", kFormatTime, true},
                                  {"timestamp", kFormatDateTime, true}};
 
+/// As the host shows it, from the result's scale.
 std::string numberIn(double value, const VEXA_Format& format, bool isSeconds)
 {
     return CellFormat::textOf(CellFormat::toHostDate(value, format, isSeconds), format);
 }
 
+/// Of a field of the result's own: its label, or the value as its storage wants to be shown.
 std::string numberOfField(double value, const dataField* field)
 {
     VEXA_Format format = CellFormat::generalNumber;
@@ -58,7 +61,7 @@ std::string TextItems::numberString(const JsonValue& body) const
     const VEXA_Format format =
         json.isObject() ? CellFormat::formatOf(json) : CellFormat::generalNumber;
     if (CellFormat::isInfinite(json))
-        return CellFormat::textOf(CellFormat::missingValue(), format);
+        return CellFormat::textOf(kSystemMissing, format);
     return numberIn(body["value"].number(), format, true);
 }
 

@@ -1,12 +1,12 @@
 #include "render/TextItems.h"
 
-#include <HostValueText.h>
-#include <TnValues.h>
-
 #include <algorithm>
 #include <new>
 #include <vector>
 
+#include "HostValueText.h"
+#include "TnValues.h"
+#include "VexaCases.h"
 #include "render/CellFormat.h"
 #include "render/HostString.h"
 #include "render/TextItemKind.h"
@@ -42,15 +42,14 @@ std::unique_ptr<TnCellText> stringValueText(const VEXA_Variable& variable, std::
     value.back() = '\0';
     OBS blank;
     std::fill(std::begin(blank.text), std::end(blank.text), ' ');
-    const auto widest =
-        std::max(static_cast<std::size_t>(variable.GetType()), std::size_t{format.width});
-    std::vector<OBS> units(std::max<std::size_t>(1, (widest + sizeof(OBS) - 1) / sizeof(OBS)),
-                           blank);
+    const int widest = std::max(variable.GetType(), int{format.width});
+    std::vector<OBS> units(unitsOfWidth(widest), blank);
     if (FromString(value.c_str(), format, units.data()) != 0)
         return nullptr;
     return std::make_unique<TnDataValue>(variable, units.data(), TnDataValue::PreferHost);
 }
 
+/// A composite that shows its parts one after the other.
 std::string patternOf(std::size_t parts)
 {
     std::string pattern;
@@ -111,7 +110,7 @@ TextItems::Text TextItems::numberText(const JsonValue& body, bool) const
     const VEXA_Format format =
         json.isObject() ? CellFormat::formatOf(json) : CellFormat::plainNumber;
     const double number = CellFormat::isInfinite(json)
-                              ? CellFormat::missingValue()
+                              ? kSystemMissing
                               : CellFormat::toHostDate(body["value"].number(), format, true);
     return std::make_unique<TnNumber>(number, TnFormatSpec(format));
 }

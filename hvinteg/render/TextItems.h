@@ -1,10 +1,9 @@
 #pragma once
 
-#include <TnCellText.h>
-
 #include <memory>
 #include <string>
 
+#include "TnCellText.h"
 #include "bridge/JsonValue.h"
 #include "render/FieldLookup.h"
 

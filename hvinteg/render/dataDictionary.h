@@ -15,6 +15,7 @@ public:
     dataDictionary& operator=(const dataDictionary& other);
     ~dataDictionary();
 
+    /// The name of the data model, empty where a document gives none.
     void setName(const std::string& name);
     std::string& getName();
     const std::string& getName() const;

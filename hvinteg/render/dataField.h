@@ -9,6 +9,7 @@
 class HVINTEG_EXPORT dataField
 {
 public:
+    /// What the document says of the field; each empty where it says nothing.
     void setName(const std::string& name) { _name = name; }
     const std::string& getName() const { return _name; }
     void setLabel(const std::string& label) { _label = label; }

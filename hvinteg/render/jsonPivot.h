@@ -1,13 +1,13 @@
 #pragma once
 
-#include <TnCellText.h>
-#include <TnHeading.h>
 #include <jni.h>
 
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "TnCellText.h"
+#include "TnHeading.h"
 #include "bridge/JNIJSONObject.h"
 #include "render/dataDictionary.h"
 #include "support/HvintegExport.h"

@@ -1,10 +1,9 @@
 #include "render/jsonToTarn.h"
 
-#include <JNIException.h>
-#include <TnOutput.h>
-
 #include <algorithm>
 
+#include "JNIException.h"
+#include "TnOutput.h"
 #include "render/DictionaryReader.h"
 #include "render/HostString.h"
 #include "render/Notifications.h"

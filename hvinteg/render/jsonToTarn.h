@@ -1,13 +1,11 @@
 #pragma once
 
-#include <FacSTDictionary.h>
-#include <TnHeading.h>
-
 #include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
+#include "FacSTDictionary.h"
+#include "TnHeading.h"
 #include "bridge/JNIJSONObject.h"
 #include "render/OutputOrder.h"
 #include "render/dataDictionary.h"
@@ -54,6 +52,7 @@ public:
     /// throws costs the object that is being shown.
     bool generateOutput(const std::string& path);
 
+    /// The fields of the document, and the string table that was handed in.
     dataDictionary& getDataDictionary();
     FacSTDictionary& getDictionary();
     /// The document; an empty object without one.

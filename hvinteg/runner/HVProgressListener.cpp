@@ -14,6 +14,7 @@ namespace {
 /// Ids of engine messages that repeat what the host shows by other means.
 constexpr std::array<std::string_view, 3> kDroppedIds{"AEQAE2264I", "AEQAF0151E", "AEQAR0051W"};
 
+/// A message without an id is one that the engine did not mean for users.
 bool isDropped(const std::string& id)
 {
     return id.empty() || std::find(kDroppedIds.begin(), kDroppedIds.end(), id) != kDroppedIds.end();

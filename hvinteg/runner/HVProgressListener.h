@@ -18,6 +18,7 @@ class TnProcedure;
 class HVINTEG_EXPORT HVProgressListener : public HVStatExeListener
 {
 public:
+    /// How far a job is, or how it ended. Callers store the numbers.
     enum ExecutionState : std::int32_t
     {
         NotStarted = 0,
@@ -49,6 +50,7 @@ public:
     /// Forgets the last job.
     void reset();
 
+    /// The state, and the engine's id of the job, which its log has, too.
     ExecutionState getState() const { return _state; }
     std::string getExecutionId() const { return _executionId; }
     /// The texts in order of arrival, repetitions included.

@@ -6,15 +6,16 @@
 #include "HVServiceManager.h"
 #include "MetadataService.h"
 #include "bridge/JNIObjectManager.h"
+#include "bridge/JavaThreadScope.h"
 #include "runner/HVProgressListener.h"
 #include "runner/HVStatContainer.h"
 #include "runner/HVStatDataIterator.h"
 #include "runner/HostBlocks.h"
-#include "runner/JavaThreadScope.h"
 #include "runner/StatHVServiceManager.h"
 
 namespace {
 
+/// That of the thread which attached last, asked anew for each call: the runner may change threads.
 JNIEnv* managerEnv()
 {
     return JNIObjectManager::getManager()->getEnv();

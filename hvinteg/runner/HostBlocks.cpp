@@ -6,6 +6,8 @@ namespace {
 
 constexpr std::int64_t kEndOfRun = -1;
 
+/// Asked for at the first use and not before, since a host sets its blocks up after this library is
+/// loaded.
 CmnGlb& globalBlock()
 {
     static CmnGlb* const block = pvGetCmnGlb();

@@ -16,6 +16,8 @@ constexpr std::string_view kSignature("PK\5\6");
 // bytes for each.
 constexpr std::string_view kNothing("\0\0\0\0\0\0\0\0\0\0\0\0", 12);
 
+/// Whether the record counts no entries and its comment reaches exactly to the end of the file, so
+/// that the signature is not a piece of something else.
 bool isRecordOfNothing(std::string_view rest)
 {
     if (rest.size() < kRecordSize || rest.substr(kSignature.size(), kNothing.size()) != kNothing)

@@ -25,6 +25,7 @@ void assignText(const OBS* value, std::size_t width, std::string& out)
     out.assign(buffer.data());
 }
 
+/// Up to 15 significant digits: what was written with so many comes out as it was written.
 void assignNumber(double number, std::string& out)
 {
     std::array<char, 64> buffer{};
@@ -39,6 +40,7 @@ void assignNumber(double number, std::string& out)
         out.replace(position, separator.size(), ".");
 }
 
+/// The number at the start of a text, as String2Double and String2Integer tell.
 template <typename Number>
 Number readNumber(const std::string& text)
 {

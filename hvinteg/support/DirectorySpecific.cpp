@@ -18,8 +18,11 @@ struct HVINTEG_HIDDEN DirectorySpecific::Impl
     bool currentIsDirectory = false;
     std::int64_t entriesSeen = 0;
 
+    /// Fills the first three members; all that never changes afterwards.
     void lookUp(std::string path);
+    /// Begins a listing, whatever the last one had come to.
     bool browse(const std::string& mask);
+    /// Takes the next entry that is a name of something below the directory.
     bool next();
 };
 

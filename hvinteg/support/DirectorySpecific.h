@@ -19,6 +19,7 @@ public:
     DirectorySpecific(const DirectorySpecific&) = delete;
     DirectorySpecific& operator=(const DirectorySpecific&) = delete;
 
+    /// As found at construction. Read-only: nothing can be created in it.
     bool Exists() const;
     bool ReadOnly() const;
     /// The absolute path with a trailing backslash; empty if it cannot be expanded.

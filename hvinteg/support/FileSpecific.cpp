@@ -13,6 +13,7 @@ struct HVINTEG_HIDDEN FileSpecific::Impl
     FileState state;
     bool directory = false;
 
+    /// Asks the host once; a path that it cannot expand leaves everything false.
     void lookUp(const std::string& path);
 };
 

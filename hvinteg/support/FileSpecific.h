@@ -10,6 +10,7 @@
 class HVINTEG_EXPORT FileSpecific
 {
 public:
+    /// Looks the path up once; what changes afterwards is not seen.
     explicit FileSpecific(const std::string& path);
     ~FileSpecific();
     FileSpecific(const FileSpecific&) = delete;

@@ -15,6 +15,8 @@ namespace {
 
 using Clock = std::chrono::system_clock;
 
+/// In whole milliseconds, as the times of day beside it are shown, so that a reader can add them
+/// up.
 double secondsBetween(Clock::time_point from, Clock::time_point to)
 {
     using std::chrono::milliseconds;
@@ -48,8 +50,11 @@ std::string timeOfDay(Clock::time_point time)
 
 struct HVINTEG_HIDDEN HVDebug::Impl
 {
+    /// Declares the table, to which rows are added as they come.
     explicit Impl(TnHeading& heading);
+    /// A row with the times of now.
     void addLine(const std::string& comment);
+    /// Goes back to the rows, which the output library finds by their numbers, and adds the shares.
     void addSummary();
 
     // Goes after its dimensions, and these after the labels.

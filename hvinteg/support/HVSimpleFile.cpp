@@ -1,9 +1,8 @@
 #include "support/HVSimpleFile.h"
 
-#include <cstdio>
-
 #include "ExtNameStr.h"
 #include "FileServices.h"
+#include "support/EmptyFile.h"
 #include "support/Files.h"
 #include "support/Paths.h"
 
@@ -21,13 +20,6 @@ const ExtNameStr& analyticDefaultDir()
 {
     static const ExtNameStr directory(JoinFilePath(analyticRoot().GetGeneric(), "zor/public/"));
     return directory;
-}
-
-/// A file that cannot be created shows when somebody writes it.
-void createEmpty(const ExtNameStr& path)
-{
-    if (std::FILE* const file = ExtNameStr::fopen(path, "w"))
-        std::fclose(file);
 }
 
 } // namespace

@@ -14,11 +14,13 @@ namespace {
 
 constexpr long long kLineView = 1;
 
+/// All that this namespace shows goes to the front end's view of lines.
 void show(const std::string& line)
 {
     TN_ToFront(kLineView, line);
 }
 
+/// As a developer wants to see it: short, and a missing value by a word.
 std::string textOf(double value)
 {
     if (value == kSystemMissing)
@@ -38,6 +40,7 @@ std::string textOf(bool value)
     return value ? "true" : "false";
 }
 
+/// In quotation marks, so that blanks at its ends are seen.
 std::string textOf(const std::string& value)
 {
     return '"' + value + '"';

@@ -12,12 +12,14 @@
 
 namespace {
 
+/// A variable that is not set counts as an empty one.
 std::string environmentValue(const char* name)
 {
     const char* const value = std::getenv(name);
     return value != nullptr ? value : "";
 }
 
+/// The host takes its arguments by address; the two ones are layout numbers.
 void showInViewer(const std::string& line)
 {
     const int one = 1;

@@ -18,6 +18,7 @@
 class HVINTEG_EXPORT HVStatTracer
 {
 public:
+    /// Takes the first directory if the environment asks for tracing.
     HVStatTracer();
     HVStatTracer(const HVStatTracer&) = delete;
     HVStatTracer& operator=(const HVStatTracer&) = delete;

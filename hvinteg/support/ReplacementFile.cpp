@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::size_t kGathered = 65536;
 
+/// Whether a rename may take the place of what has the name: a directory, a device or a file that
+/// its owner protects is no file of ours to take away.
 bool mayBeReplaced(const ExtNameStr& target)
 {
     const FileKind kind = FileAttributesOf(target.GetU16());

@@ -6,6 +6,8 @@
 
 namespace {
 
+/// The host finds a character forward only: in its code pages nothing can be told of a byte without
+/// what comes before it.
 std::size_t findLast(const std::string& path, char separator)
 {
     std::size_t last = std::string::npos;

@@ -6,6 +6,8 @@
 
 namespace {
 
+/// The next file of a label and name takes the place of the last one: a trace shows the latest
+/// state.
 void traceFile(const char* extension, const std::string& text, const std::string& label,
                const std::string& name)
 {

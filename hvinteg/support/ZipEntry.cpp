@@ -31,6 +31,7 @@ bool isControlCharacter(char character)
     return code < 0x20 || code == 0x7f;
 }
 
+/// Components that would climb, or be nothing, once the operating system reads the path.
 bool isTrustedComponent(std::string_view component)
 {
     return !component.empty() && component != "." && component != "..";

@@ -29,6 +29,7 @@ voidpf openFile(voidpf, const char* path, int mode)
     return ExtNameStr::fopen(ExtNameStr(path), openMode);
 }
 
+/// The next functions are the C library's, in the form that minizip calls them in.
 uLong readFile(voidpf, voidpf stream, void* buffer, uLong size)
 {
     return std::fread(buffer, 1, size, fileOf(stream));

@@ -33,6 +33,7 @@
 class HVINTEG_EXPORT ZipReader
 {
 public:
+    /// Without an archive, or with one that Open opens.
     ZipReader();
     explicit ZipReader(const std::string& path);
     ~ZipReader();

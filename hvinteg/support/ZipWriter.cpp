@@ -46,8 +46,11 @@ struct HVINTEG_HIDDEN ZipWriter::Impl
 
     bool openArchive(const std::string& archive);
     bool close();
+    /// An entry around what `content` writes; false if that fails, and then the archive has a torn
+    /// entry.
     template <typename Content>
     bool addEntry(const std::string& name, Content content);
+    /// Appends to the entry that is open.
     bool write(const char* bytes, std::size_t size);
     bool addStream(const std::string& name, std::istream& stream);
     bool addFile(const std::string& name, const std::string& filePath);

@@ -15,6 +15,7 @@
 class HVINTEG_EXPORT ZipWriter
 {
 public:
+    /// Without an archive, or with one that Open creates.
     ZipWriter();
     explicit ZipWriter(const std::string& path);
     ~ZipWriter();

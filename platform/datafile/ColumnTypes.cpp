@@ -3,6 +3,7 @@
 namespace datafile {
 namespace {
 
+/// A storage in the words of the database and of messages.
 struct TypeNames
 {
     CFField::StorageType storage;

@@ -24,6 +24,7 @@ bool isWhole(const std::string& text)
     return parsed.ec == std::errc() && std::trunc(value) == value;
 }
 
+/// The operating system's refusal as a fault of the job.
 CsvScanner scannerFor(const std::string& path)
 {
     try {
@@ -47,6 +48,9 @@ void CsvProfile::readNames()
 {
     if (!_scanner.next(_fields))
         throw Fault(faults::kFileEmpty, "read: " + _path + ": the file holds no line with text");
+    if (_hasHeader && _scanner.unclosed())
+        throw Fault(faults::kBadRecord, "read: " + _path + ":" + std::to_string(_scanner.line()) +
+                                            ": a quote is not closed");
     for (const CsvField& field : _fields) {
         if (!isUtf8(field.text) || field.text.find('\0') != std::string_view::npos)
             throw Fault(faults::kNotOfItsKind,
@@ -111,6 +115,8 @@ bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& go
 void CsvProfile::take()
 {
     ++_records;
+    if (_scanner.unclosed())
+        _unclosedLine = _scanner.line();
     if (_fields.size() != _names.size()) {
         if (!_ragged)
             _ragged = {_scanner.line(), _fields.size()};

@@ -38,6 +38,8 @@ public:
         std::size_t fields = 0;
     };
     const std::optional<Ragged>& ragged() const { return _ragged; }
+    /// The line of the record, if any, whose quotes the end of the file leaves open.
+    const std::optional<std::uint64_t>& unclosedLine() const { return _unclosedLine; }
     /// The line of the first record, if any, that is not UTF-8.
     const std::optional<std::uint64_t>& foreignLine() const { return _foreignLine; }
 
@@ -79,6 +81,7 @@ private:
     std::vector<CFField::StorageType> _expected;
     std::optional<Misfit> _misfit;
     std::optional<Ragged> _ragged;
+    std::optional<std::uint64_t> _unclosedLine;
     std::optional<std::uint64_t> _foreignLine;
     std::vector<std::size_t> _longest; ///< empty if the texts are not measured
     std::vector<bool> _gaps;

@@ -94,6 +94,8 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
         const std::size_t end = quoted ? delimiter(mark) : textEnd;
         if (end == _end && !_atEnd)
             return false;
+        // Only a quote at the very end leaves its field without one that closes it.
+        _unclosed = quoted && textEnd == _end;
         const std::size_t textBegin = quoted ? at + 1 : at;
         fields.push_back({{_buffer.data() + textBegin, textEnd - textBegin}, quoted});
         at = end;

@@ -32,6 +32,8 @@ public:
     bool next(std::vector<CsvField>& fields);
     /// The number of the line on which the record of the last next() begins, from 1.
     std::uint64_t line() const { return _recordLine; }
+    /// Whether the file ended within the quotes of that record.
+    bool unclosed() const { return _unclosed; }
     /// The bytes before the next record.
     std::uint64_t offset() const { return _consumed + _at; }
 
@@ -52,6 +54,7 @@ private:
     std::uint64_t _line = 1;
     std::uint64_t _recordLine = 1;
     bool _atEnd = false;
+    bool _unclosed = false;
 };
 
 /// The text of a field: inner quotes halved.

@@ -1,7 +1,6 @@
 #include "datafile/Dictionary.h"
 
 #include <algorithm>
-#include <cmath>
 #include <set>
 #include <string_view>
 
@@ -53,6 +52,7 @@ OrderedJson jsonOf(const DictionaryMissing& missing)
     return json;
 }
 
+/// What has its default is left out, so that a dictionary is short to read.
 OrderedJson jsonOf(const DictionaryVariable& variable)
 {
     OrderedJson json = {{"name", variable.name}};
@@ -112,6 +112,7 @@ std::string textIn(const Json& json, const char* key)
     return found ? found->get<std::string>() : std::string();
 }
 
+/// These read a member by its key, with the default where it is absent.
 std::uint64_t countIn(const Json& json, const char* key, std::uint64_t most)
 {
     const Json* found = member(json, key, isCount, "a whole number");
@@ -133,6 +134,7 @@ std::vector<std::string> textsIn(const Json& json, const char* key)
     return texts;
 }
 
+/// The place of the word among those that may stand there; the first one is the default.
 template <std::size_t Count>
 std::size_t wordIn(const Json& json, const char* key, const std::string_view (&words)[Count])
 {
@@ -177,6 +179,7 @@ std::optional<double> endIn(const Json& range, const char* key)
     return found->get<double>();
 }
 
+/// At most three values, or a range with one more, as the host has them.
 DictionaryMissing missingIn(const Json& json, bool isString)
 {
     DictionaryMissing missing;
@@ -230,6 +233,8 @@ DictionaryVariable variableOf(const Json& json)
     return variable;
 }
 
+/// The host finds names without regard to letter case, so none may depend on it; weight and split
+/// name columns, by the letter.
 void checkNames(const Dictionary& dictionary)
 {
     std::set<std::string> names;

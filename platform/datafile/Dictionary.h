@@ -27,6 +27,7 @@ struct DictionaryFormat
     friend bool operator==(const DictionaryFormat&, const DictionaryFormat&) = default;
 };
 
+/// How a variable is measured; Unknown where the file does not say.
 enum class DictionaryLevel
 {
     Unknown,
@@ -35,6 +36,7 @@ enum class DictionaryLevel
     Scale
 };
 
+/// What analyses take a variable for where the user does not choose.
 enum class DictionaryRole
 {
     Input,
@@ -59,6 +61,8 @@ struct DictionaryMissing
     friend bool operator==(const DictionaryMissing&, const DictionaryMissing&) = default;
 };
 
+/// All that the dictionary says of one variable. Values stand as the column holds them: dates on
+/// the file's scale, not on a host's. Texts are UTF-8.
 struct DictionaryVariable
 {
     std::string name;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <utility>
 
 #include "datafile/ColumnTypes.h"
 
@@ -15,6 +14,7 @@ bool isNumber(CFField::StorageType storage)
     return storage == CFField::Integer || storage == CFField::Real;
 }
 
+/// Whether what is said of values of the one can be said of the other's.
 bool areComparable(CFField::StorageType one, CFField::StorageType other)
 {
     return one == other || (isNumber(one) && isNumber(other));

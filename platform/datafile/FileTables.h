@@ -10,6 +10,7 @@
 
 namespace datafile {
 
+/// The forms of a data file that host and engine read and write alike.
 enum class FileKind
 {
     Csv,

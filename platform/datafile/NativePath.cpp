@@ -26,4 +26,10 @@ std::string folderOf(const std::string& path)
     return separator == 0 ? "/" : path.substr(0, separator);
 }
 
+bool hasDrive(std::string_view path)
+{
+    return path.size() >= 2 && path[1] == ':' &&
+           ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
+}
+
 } // namespace datafile

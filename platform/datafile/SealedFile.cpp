@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdint>
 #include <cstring>
 #include <string_view>
 #include <system_error>

@@ -10,6 +10,7 @@ namespace datafile {
 class SealedFileError : public std::runtime_error
 {
 public:
+    /// Why a sealed file cannot be had: what a user can do about it differs.
     enum class Kind
     {
         WrongPassword, ///< or a file that was changed in its first chunk

@@ -1,5 +1,5 @@
-#include <JNIException.h>
 
+#include "JNIException.h"
 #include "bridge/JNIJSONArray.h"
 #include "bridge/JNIObjectManager.h"
 #include "support/JvmFixture.h"

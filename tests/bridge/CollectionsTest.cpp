@@ -1,9 +1,9 @@
-#include <JNIException.h>
 
 #include <map>
 #include <string>
 #include <vector>
 
+#include "JNIException.h"
 #include "bridge/JNIHvlContainer.h"
 #include "bridge/JNIHvlFunction.h"
 #include "bridge/JNIHvlFunctionParameterFactory.h"

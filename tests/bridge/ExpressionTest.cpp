@@ -1,5 +1,5 @@
-#include <JNIException.h>
 
+#include "JNIException.h"
 #include "bridge/HvlExpressionConditional.h"
 #include "bridge/JNIHvlProgram.h"
 #include "bridge/JNIHvlTypeList.h"

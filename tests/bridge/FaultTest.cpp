@@ -1,5 +1,5 @@
-#include <JNIException.h>
 
+#include "JNIException.h"
 #include "bridge/JNIHvlFieldDerive.h"
 #include "bridge/JNIHvlFragment.h"
 #include "bridge/JNIHvlFunctionImpl.h"

@@ -1,9 +1,9 @@
-#include <JNIException.h>
 
 #include <climits>
 #include <limits>
 #include <memory>
 
+#include "JNIException.h"
 #include "bridge/JNIJSONArray.h"
 #include "bridge/JNIJSONBoolean.h"
 #include "bridge/JNIJSONDouble.h"

@@ -1,6 +1,3 @@
-#include <PathFactory.h>
-#include <VexaJVM.h>
-#include <VexaJVMError.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -14,6 +11,9 @@
 #include <thread>
 
 #include "JNIAccessor.h"
+#include "PathFactory.h"
+#include "VexaJVM.h"
+#include "VexaJVMError.h"
 
 // A machine starts once in a process, so each case runs in a child of its own, which tells its
 // findings by its exit status.

@@ -1,9 +1,9 @@
-#include <JNIException.h>
 
 #include <map>
 #include <set>
 #include <stdexcept>
 
+#include "JNIException.h"
 #include "bridge/JNIHvlContainer.h"
 #include "bridge/JNIHvlFieldDerive.h"
 #include "bridge/JNIHvlFragment.h"

@@ -1,7 +1,7 @@
-#include <VexaJVM.h>
 
 #include <thread>
 
+#include "VexaJVM.h"
 #include "bridge/JNIHvlProgram.h"
 #include "bridge/JNIJSONObject.h"
 #include "bridge/JNIObjectManager.h"

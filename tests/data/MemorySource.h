@@ -50,6 +50,7 @@ public:
     }
 
 private:
+    /// Walks through the source's rows.
     class Cases : public VEXA_InputCaseIterator
     {
     public:

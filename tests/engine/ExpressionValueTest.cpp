@@ -60,6 +60,7 @@ constexpr ValueCase kArithmetic[] = {
     {"x.i % 4", "3:Integer"},
     {"-7 % 4", "-3:Integer"},
     {"x.i % 0", "missing:Integer"},
+    {"-9223372036854775808 % -1", "0:Integer"},
     {"x.r % 0", "missing:Real"},
     {"7.5 % 2", "1.5:Real"},
     {"2 ** 10", "1024.0:Real"},

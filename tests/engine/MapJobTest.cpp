@@ -131,6 +131,9 @@ TEST_F(MapJob, OtherStepsTakeShapesLikeAnyText)
         {readShape("land.shp") +
              R"( -> aggregate({"output": [{"function": "count", "input": "shape"}]}))",
          "count_shape\n2\n"},
+        {readShape("land.shp") +
+             R"( -> aggregate({"output": [{"function": "count", "outName": "n"}]}))",
+         "n\n3\n"},
     };
     for (const auto& [job, expected] : cases)
         EXPECT_EQ(csv(job), expected) << job;

@@ -301,7 +301,7 @@ TEST_F(ReadWriteTest, BadRecordsAreSkippedUpToAThreshold)
         return last.ending == "success" ? EngineFixture::read("out.csv") : last.errorText;
     };
     EXPECT_THAT(read(R"(, "readErrorThreshold": 1)"),
-                HasSubstr("in.csv:5: the record has 3 fields, not 2; more than 1 records"));
+                HasSubstr("in.csv:5: the record has 3 fields, not 2; more than 1 record "));
     EXPECT_EQ(files(), std::vector<std::string>{"in.csv"});
     for (const char* threshold : {"2", "-1", "18446744073709551614"}) {
         EXPECT_EQ(read(std::string(R"(, "readErrorThreshold": )") + threshold),
@@ -320,6 +320,38 @@ TEST_F(ReadWriteTest, BadRecordsAreSkippedUpToAThreshold)
                writeCsv("out.csv"));
     ASSERT_EQ(last.messages.size(), 1U);
     EXPECT_THAT(last.messages[0].second, HasSubstr("\"readErrorThreshold\" is for CSV files"));
+}
+
+/// Whether a record is bad hangs neither on what the job does with it nor on what stands behind the
+/// last one that is asked for.
+TEST_F(ReadWriteTest, BadRecordsAreThoseThatAreAskedFor)
+{
+    write("in.csv", "a,b\n1,2\n3,x\n4,5\n6\n");
+    write("m.xml", R"(<DataModel version="1"><Field name="a" storage="integer"/>
+        <Field name="b" storage="integer"/></DataModel>)");
+    const std::string count = R"( -> aggregate({"output": [{"function": "count"}]}))";
+    const std::string none = " -> filterRecords(_, c => x => false)";
+    const auto read = [this](const std::string& more, const std::string& steps, bool modelled) {
+        std::string source = readCsv("in.csv", more);
+        if (modelled)
+            source.replace(source.find("\"locations"), 0, "\"dataModel\": \"$DIR/m.xml\", ");
+        last = run(source + steps + " -> " + writeCsv("out.csv"));
+        return last.ending == "success" ? EngineFixture::read("out.csv") : last.errorText;
+    };
+    const std::string any = R"(, "readErrorThreshold": -1)";
+    EXPECT_EQ(read(any, "", true), "a,b\n1,2\n4,5\n");
+    EXPECT_EQ(read(any, count, true), "count\n2\n");
+    EXPECT_EQ(read(any, R"( -> filterFields({"fields": ["a"]}))", true), "a\n1\n4\n");
+    EXPECT_EQ(read(any, none, false), "a,b\n");
+    const std::string most = R"(, "maxRecordsCount": )";
+    EXPECT_EQ(read(most + "1", "", true), "a,b\n1,2\n");
+    EXPECT_EQ(read(most + "3", "", false), "a,b\n1,2\n3,x\n4,5\n");
+    EXPECT_THAT(read(most + "2", "", true), HasSubstr("in.csv:3: field \"b\": \"x\" is not"));
+    EXPECT_EQ(last.errorId, "HVEIO0006E");
+    EXPECT_THAT(read(most + "4", "", false), HasSubstr("in.csv:5: the record has 1 field, not 2"));
+    EXPECT_EQ(read(most + "2" + any, "", true), "a,b\n1,2\n4,5\n");
+    ASSERT_EQ(last.messages.size(), 1U);
+    EXPECT_THAT(last.messages[0].second, HasSubstr("1 record was skipped"));
 }
 
 TEST_F(ReadWriteTest, NoMoreRecordsThanAskedFor)
@@ -478,6 +510,49 @@ TEST_F(ReadWriteTest, NamedDataSourcesLastAcrossJobs)
     EXPECT_EQ(EngineFixture::read("out.csv"), "a,b,c\n1,x,2\n");
     EXPECT_THAT(run(read + R"( -> write({"dataSource": "kept", "mode": "upsert"}))").errorText,
                 HasSubstr("known are append and overwrite"));
+}
+
+/// Records are added once and whole, also where the statement has run before it shows that it has
+/// to run anew, or that it fails.
+TEST_F(ReadWriteTest, WhatFailsAddsNothingToADataSource)
+{
+    write("in.csv", "v\n1.5\n");
+    std::ofstream late(path("late.csv"));
+    late << "n,k\n";
+    for (int i = 0; i < 30000; ++i)
+        late << i << ",7\n";
+    late << "1,7.5\n1\n1\n";
+    late.close();
+    ASSERT_EQ(run(readCsv("in.csv") + R"( -> write({"dataSource": "sums"}))").ending, "success");
+    const auto add = [this](const char* threshold) {
+        return run(readCsv("late.csv", R"(, "readErrorThreshold": )" + std::string(threshold)) +
+                   R"( -> deriveField(_, c => x => ("v", toReal(x.n) * 0)) ->
+                       filterFields({"fields": ["v"]}) ->
+                       write({"dataSource": "sums", "mode": "append"}))");
+    };
+    const auto count = [this] {
+        run(R"(read({"dataSource": "sums"}) ->
+            aggregate({"output": [{"function": "count"}]}) -> )" +
+            writeCsv("out.csv"));
+        return read("out.csv");
+    };
+    EXPECT_EQ(add("1").errorId, "HVEIO0007E");
+    EXPECT_EQ(count(), "count\n1\n");
+    EXPECT_EQ(add("2").ending, "success");
+    EXPECT_EQ(count(), "count\n30002\n");
+}
+
+/// What was learnt of a file holds until the job writes it.
+TEST_F(ReadWriteTest, AFileThatTheJobHasWrittenIsReadAsItIsNow)
+{
+    write("in.csv", "a,b\n1,2\n");
+    const auto listener =
+        run(readCsv("in.csv") + R"( ->
+            reclassifyField(_, c => x => ("b", x.b + 0.5)) ->
+            deriveField(_, c => x => ("c", "new")) -> )" +
+            writeCsv("in.csv") + readCsv("in.csv") + " -> " + writeCsv("out.csv"));
+    EXPECT_EQ(listener.ending, "success") << listener.errorText;
+    EXPECT_EQ(read("out.csv"), "a,b,c\n1,2.5,new\n");
 }
 
 constexpr std::pair<const char*, const char*> kConfigurationFaults[] = {

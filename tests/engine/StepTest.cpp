@@ -28,6 +28,9 @@ struct Case
 constexpr Case kCases[] = {
     {"fields in the order of their names", R"(filterFields({"fields": ["city", "name"]}))",
      "city,name\nOslo,Ann\nRome,Bob\nOslo,Cid\n,Dee\n"},
+    {"a list is a text, missing if a number of it is",
+     R"(deriveField(_, c => x => ("l", [x.age, x.pay])) -> filterFields({"fields": ["l"]}))",
+     "l\n\"[31.0, 10.5]\"\n\"[25.0, 20.0]\"\n\"\"\n\"\"\n"},
     {"a missing answer keeps no record", "filterRecords(_, c => x => x.age < 30)",
      "name,age,city,pay\nBob,25,Rome,20.0\nDee,25,,\n"},
     {"a new field stands last",
@@ -94,7 +97,6 @@ constexpr Case kCases[] = {
      "HVEEX0005E filterRecords: the condition"},
     {"a factor that is none", "balanceRecords(_, c => x => x.name)",
      "HVEEX0005E balanceRecords: the factor"},
-    {"a list is no field", R"(deriveField(_, c => x => ("l", [1, 2])))", "deriveField"},
     {"no such function", R"(aggregate({"output": [{"function": "meen", "input": "age"}]}))",
      R"("output[0].function" is "meen", which is no aggregate function; did you mean "mean"?)"},
     {"a mean of texts", R"(aggregate({"output": [{"function": "mean", "input": "name"}]}))",
@@ -216,7 +218,7 @@ constexpr JoinCase kJoins[] = {
     {"types that do not meet", R"({"matchFields": [{"l": "city", "r": "size"}]})",
      R"(matches "city", which is String, with "size", which is Integer)"},
     {"a field that is not there", R"({"matchFields": [{"l": "town", "r": "name"}]})",
-     R"(no field "town")"},
+     R"(join: the input "l" has no field "town")"},
     {"an unknown type", R"({"matchFields": [], "joinType": "Sideways"})", R"("Sideways")"},
 };
 

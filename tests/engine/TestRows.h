@@ -17,6 +17,7 @@ class TestRows : public EmbeddedHV::RowDataIterator
 {
 public:
     using Value = std::variant<std::monostate, double, std::string>;
+    /// A field's name, and the word of its storage.
     struct Field
     {
         std::string name;

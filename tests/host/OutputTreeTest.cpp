@@ -362,3 +362,20 @@ TEST_F(TableTest, ATableKnowsWhatIsSaidOfItAndItsSplitGroup)
     EXPECT_EQ(node.minDataColumnWidth, std::nullopt);
     EXPECT_EQ(node.splitGroup.at(0), std::make_pair(std::string("sex"), std::string("f")));
 }
+
+TEST_F(TableTest, AHeadingThatOutlivesItsProcedureAsksItNothing)
+{
+    std::unique_ptr<TnHeading> heading;
+    {
+        ProcedureDataSource source;
+        source.SetColumns({"sex"});
+        source.SetSplitVars({0});
+        source.SetSplitValues({"f"});
+        TnProcedure split("SPLIT", &source);
+        heading.reset(split.Heading(TnString("Heading")));
+    }
+    const std::unique_ptr<TnPivotTable> table(
+        heading->PivotTable(TnString("Title"), TnString("Kind"), true));
+    const auto& node = *std::get<std::shared_ptr<OutputTable>>(heading->node()->items.front());
+    EXPECT_TRUE(node.splitGroup.empty());
+}

@@ -65,6 +65,24 @@ class Convert(Case):
         self.assertEqual(self.rows(out), [{"a": "1", "b": "2"}, {"a": "4", "b": "5"}])
         self.run_hvhost("convert", broken, out, "--force", "--max-errors", -1, "--strict", status=5)
 
+    def test_text_files_of_other_programs(self):
+        """Separators, decimal commas and code pages; the numbers come out as numbers."""
+        for text, options, expected in (
+                ("a;b\n1;x,y\n2;\n", [], 'a,b\n1,"x,y"\n2,\n'),
+                ("\ufeffa\tb\n1\t2\n", [], "a,b\n1,2\n"),
+                ('"a, b"|c\n1|2\n', [], '"a, b",c\n1,2\n'),
+                ('a;b\n-1.234,5;"2,5"\n0,5;x"y,z\n', ["--decimal-comma"],
+                 'a,b\n-1234.5,2.5\n0.5,"x""y,z"\n'),
+                ('a,b\n"1,5","v;w"\n"2,5e3",1.2.3\n', ["--decimal-comma"],
+                 "a,b\n1.5,v;w\n2500.0,1.2.3\n"),
+                ("a;b\nx;1\n", ["--separator", ","], "a;b\nx;1\n"),
+                ("a#b\n1#2\n", ["--separator", "#"], "a,b\n1,2\n"),
+                ("stadt;größe\nKöln;1,5\n".encode("cp1252"),
+                 ["--encoding", "windows-1252", "--decimal-comma"], "stadt,größe\nKöln,1.5\n")):
+            with self.subTest(text):
+                source = self.write("other.csv", text)
+                self.assertEqual(self.run_hvhost("convert", source, "-", *options).stdout, expected)
+
     def test_names_that_are_no_plain_words(self):
         source = self.folder / "a b%20c#é'.CSV"
         shutil.copy(PENGUINS, source)
@@ -84,7 +102,9 @@ class Convert(Case):
     def test_data_model_document(self):
         model = self.folder / "model.xml"
         self.run_hvhost("convert", PENGUINS, self.folder / "a.csv", "--out-data-model", model)
-        text = model.read_text(encoding="utf-8").replace('name="body_mass_g" storage="integer"',
+        text = self.run_hvhost("convert", PENGUINS, self.folder / "c.csv", "--out-data-model", "-").stdout
+        self.assertEqual(model.read_text(encoding="utf-8"), text)
+        text = text.replace('name="body_mass_g" storage="integer"',
                                                          'name="body_mass_g" storage="string"')
         model.write_text(text, encoding="utf-8")
         self.run_hvhost("convert", PENGUINS, self.folder / "b.csv", "--data-model", model,
@@ -109,6 +129,13 @@ class Aggregate(Case):
             self.assertEqual([row["p50_body_mass_g"], row["median"]], [statistics.median(known)] * 2)
         self.assertTrue(self.run_hvhost(*words, "--format", "csv").stdout.startswith("species,count,mass"))
         self.assertIn("│ Gentoo", self.run_hvhost(*words).stdout)
+
+    def test_text_shows_missing_texts_as_nothing_and_large_numbers_whole(self):
+        data = self.write("data.csv", "g,x\n,20000000.25\n.,\n")
+        lines = self.run_hvhost("aggregate", data, "--by", "g", "--stat", "sum:x,count").stdout
+        self.assertEqual([[cell.strip() for cell in line.split("│")[1:-1]]
+                          for line in lines.splitlines()[3:-1]],
+                         [[".", ".", "1"], ["", "20000000", "1"]])
 
     def test_wide_tables_continue_in_further_ones(self):
         wanted = ",".join(f"{name}:beak_length_mm" for name in ("mean", "sd", "min", "max", "median"))

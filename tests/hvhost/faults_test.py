@@ -14,14 +14,21 @@ FAULTS = [
     ("", 2, ["no command is given", "hvhost --help"]),
     ("convrt", 2, ["convrt: no such command", "did you mean convert?"]),
     ("help convrt", 2, ["did you mean convert?"]),
-    ("--verson", 2, ["--verson"]),
+    ("--verson", 2, ["--verson: no such option", "did you mean --version?"]),
+    ("-q", 2, ["-q: no such option", "hvhost --help"]),
     ("convert weather.csv", 2, ["OUT is required", "hvhost help convert"]),
-    ("convert weather.csv o.csv --wher 1", 2, ["--wher"]),
+    ("convert weather.csv o.csv --wher 1", 2, ["--wher: no such option", "did you mean --where?"]),
+    ("convert weather.csv o.csv p.csv", 2, ["p.csv: there is one argument too many"]),
+    ("convert weather.csv o.csv -o p.csv", 2, ["OUT: it is given 2 times"]),
+    ("convert weather.csv o.csv --limit", 2, ["--limit: its value, N, is missing"]),
+    ("convert weather.csv o.csv --keep ''", 2, ["--keep: nothing is given"]),
+    ("convert weather.csv o.csv --log -", 2, ["--log: a file is needed"]),
+    ("convert weather.csv - --out-data-model -", 2, ["--out-data-model -"]),
     ("convert weather.csv o.csv --limit -1", 2, ["--limit: -1 is no whole number from 0 up"]),
     ("convert weather.csv o.csv --timeout nan", 2, ["--timeout: nan is no number above 0"]),
     ("convert weather.csv o.csv --where ''", 2, ["--where: nothing is given"]),
     ("convert weather.csv o.csv --derive a==1", 2, ["--derive a==1: no NAME="]),
-    ("convert weather.csv o.csv --from xls", 2, ["--from: xls"]),
+    ("convert weather.csv o.csv --from xls", 2, ["--from: xls is none of csv, sav, "]),
     ("convert weather.csv o.csv --log none/log", 2, ["none/log"]),
     ("convert weather.csv o.csv --trace=/proc/none", 2, ["/proc/none"]),
     ("convert sealed.sav o.csv --no-header", 2, ["--no-header: sealed.sav is no csv file"]),
@@ -54,6 +61,16 @@ FAULTS = [
     ("convert weather.csv o.csv --data-model spread.hvl", 3, ["spread.hvl"]),
     ("run spread.hvl --data weather=ragged.csv", 3, ["ragged.csv:3: "]),
     (r"convert 'a\b.csv' o.csv", 2, ["backslash"]),
+    ("info open.csv", 3, ["open.csv:2: a quote is not closed"]),
+    ("convert behind.csv -", 3, ["behind.csv:2: a quote is not closed"]),
+    ("convert foreign.csv o.csv", 3, ["foreign.csv:1: ", "--encoding NAME"]),
+    ("convert foreign.csv o.csv --direct", 3, ["foreign.csv:1: ", "--encoding NAME"]),
+    ("info semicolons.csv", 3, ["semicolons.csv:3: the record has 1 field, not 2", "--separator"]),
+    ("convert semicolons.csv o.csv --direct", 2, ["semicolons.csv: ; separates", "--direct"]),
+    ("run spread.hvl --data weather=semicolons.csv", 2, ["semicolons.csv: ; separates"]),
+    ("convert weather.csv o.csv --direct --decimal-comma", 2, ["--decimal-comma"]),
+    ("convert weather.csv o.csv --separator ab", 2, ["--separator: ab"]),
+    ("info text.hvbf --separator ,", 2, ["--separator: text.hvbf is no csv file"]),
     # Outputs
     ("convert weather.csv existing.csv", 2, ["existing.csv: the file exists", "--force"]),
     ("convert weather.csv - --out-data-model existing.csv", 2, ["existing.csv", "--force"]),
@@ -65,8 +82,14 @@ FAULTS = [
     ("convert weather.csv o.csv --derive 'a=flor(x.wind)'", 1, ["--derive", "floor"]),
     ("convert weather.csv o.csv --where \"x.weather == 'sun'\"", 1, ["double quotes"]),
     ("convert weather.csv o.csv --where 'wind > 2'", 1, ["x.wind"]),
-    ("convert weather.csv o.csv --keep date,nothing", 1, ["nothing"]),
-    ("convert weather.csv o.csv --derive wind=1", 1, ["wind"]),
+    ("convert weather.csv o.csv --keep date,nothing", 1, ["--keep: ", '"nothing"', "hvhost info"]),
+    ("convert weather.csv o.csv --derive wind=1", 1, ['--derive wind=1: there is a field "wind"']),
+    ("convert weather.csv o.csv --derive 'é = x.wind + true'", 1, [": character 12: "]),
+    ("convert weather.csv o.csv --where 'x.\"a b\" > 1'", 1, ["written x.`a b`"]),
+    ("convert weather.csv o.csv --where 'x.date > \"2012\"'", 1, ["toDate("]),
+    ("aggregate weather.csv --stat mean:none:wind", 1, ["--stat mean:none:wind: the input has no"]),
+    ("aggregate weather.csv --by none --stat count", 1, ["--by none: the input has no field"]),
+    ("aggregate weather.csv --stat zzzz:wind", 1, ["hvhost help aggregate"]),
 ]
 # A job text, and what a fault of it says.
 JOB_FAULTS = [
@@ -89,6 +112,10 @@ class Faults(Case):
         (place / "cut.sav").write_bytes((place / "cut.sav").read_bytes()[:200])
         (place / "text.hvbf").write_text("no such thing\n" * 100)
         (place / "ragged.csv").write_text("a,b\n1,2\n3\n")
+        (place / "open.csv").write_text('a,b\n1,"x\n2,y\n')
+        (place / "behind.csv").write_text('a,b\n"x"y,1\n')
+        (place / "foreign.csv").write_bytes("größe,b\n1,2\n".encode("cp1252"))
+        (place / "semicolons.csv").write_text("a;b\n1;2\n3\n")
         (place / "blank").write_text("\nkrill\n")
         (place / "blank.csv").touch()
         (place / "existing.csv").write_text("keep me\n")
@@ -144,11 +171,15 @@ class Faults(Case):
                 self.assertIn("standard output cannot be written", done.stderr)
 
     def test_a_reader_that_goes_away(self):
-        process = self.start_hvhost("convert", DATA / "weather.csv", "-")
-        process.stdout.close()
-        self.assertEqual(process.wait(timeout=60), 1)
-        self.assertIn("standard output cannot be written", process.stderr.read())
-        process.stderr.close()
+        """As `head` does: no fault to speak of, whether or not Java is running, and nothing stays."""
+        for words in (["convert", DATA / "weather.csv", "-"], ["describe", DATA / "weather.csv"],
+                      ["convert", DATA / "weather.csv", "-", "--print-job"], ["info", "-"], ["help"]):
+            with self.subTest(words), open(DATA / "weather.csv", encoding="utf-8") as source:
+                process = self.start_hvhost(*words, stdin=source)
+                process.stdout.close()
+                self.assertEqual(process.wait(timeout=60), 141)
+                self.assertEqual(process.stderr.read(), "")
+                process.stderr.close()
 
     def test_a_full_disk_leaves_nothing(self):
         target = self.folder / "target"
@@ -161,8 +192,10 @@ class Faults(Case):
 
         text = (DATA / "weather.csv").read_text(encoding="utf-8")
         for source in (DATA / "weather.csv", "-"):
-            self.run_hvhost("convert", source, target / "out.csv", status=1, text=text, preexec_fn=limit)
+            done = self.run_hvhost("convert", source, "target/out.csv", status=1, text=text,
+                                   preexec_fn=limit, cwd=self.folder)
             self.assertEqual(list(target.iterdir()), [])
+            self.assertIn("error: " + ("a temporary file " if source == "-" else "target/out.csv: "), done.stderr)
 
     def test_no_engine(self):
         words = ["convert", DATA / "weather.csv", self.folder / "out.csv"]

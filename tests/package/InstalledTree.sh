@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the build somewhere, moves it, and builds and runs the example against what is there:
-# with find_package(hvinteg), and with pkg-config.
+# with find_package(hvinteg), and with pkg-config. Code in the documents must compile, too.
 set -euo pipefail
 source_dir=$1
 build_dir=$2
@@ -21,6 +21,14 @@ read -ra libraries < <(pkg-config --libs hvinteg)
 (cd "$prefix/include/hvinteg" && find . -name '*.h' | sed 's/.*/#include "&"/') >"$work/all.cpp"
 [ "$(wc -l <"$work/all.cpp")" -gt 40 ] || { echo "headers are missing"; exit 1; }
 "$cxx" -std=c++20 -Wall -Wextra -Werror -fsyntax-only "${flags[@]}" "$work/all.cpp"
+
+# Each piece of C++ in the documents is the body of a function that is given two paths.
+awk '/^```cpp$/ { inside = 1; print "void piece" ++pieces "(std::string input, std::string output)\n{"; next }
+     /^```$/ && inside { inside = 0; print "}"; next }
+     inside' "$source_dir/README.md" "$source_dir/docs/writing-a-procedure.md" >"$work/pieces"
+[ "$(grep -c '^void piece' "$work/pieces")" -ge 2 ] || { echo "the documents have no code"; exit 1; }
+cat "$work/all.cpp" "$work/pieces" >"$work/documents.cpp"
+"$cxx" -std=c++20 -fsyntax-only "${flags[@]}" "$work/documents.cpp"
 
 run_example() {
   "$1" "$source_dir/examples/data/weather.csv" "$work/$2.csv" >"$work/$2.hvl"

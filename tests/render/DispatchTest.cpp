@@ -1,5 +1,5 @@
-#include <VexaJVM.h>
 
+#include "VexaJVM.h"
 #include "render/Rendering.h"
 #include "render/jsonToTarn.h"
 #include "support/HostScopes.h"

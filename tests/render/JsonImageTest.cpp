@@ -1,10 +1,9 @@
 #include "bridge/JsonImage.h"
 
-#include <JNIException.h>
-
 #include <functional>
 #include <limits>
 
+#include "JNIException.h"
 #include "bridge/JsonImageWriter.h"
 #include "render/Rendering.h"
 

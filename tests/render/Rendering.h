@@ -1,12 +1,12 @@
 #pragma once
 
-#include <OutputTree.h>
-#include <TnOutput.h>
 #include <gmock/gmock.h>
 
 #include <memory>
 #include <string>
 
+#include "OutputTree.h"
+#include "TnOutput.h"
 #include "VexaDataSource.h"
 #include "bridge/JNIJSONObject.h"
 #include "render/jsonPivot.h"

@@ -1,10 +1,9 @@
 #include "support/JvmFixture.h"
 
-#include <VexaJVM.h>
-
 #include <cstdlib>
 #include <mutex>
 
+#include "VexaJVM.h"
 #include "bridge/JNIObjectManager.h"
 
 namespace {

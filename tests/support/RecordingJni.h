@@ -59,6 +59,7 @@ public:
     const JNINativeInterface_& original() const { return _original; }
 
 private:
+    /// A piece of memory that holds the code of a library.
     struct Code
     {
         const char* begin;

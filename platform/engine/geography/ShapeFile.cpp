@@ -247,9 +247,7 @@ CoordinateSystem systemOf(const OGRSpatialReference& reference, CoordinateSystem
     if (authority && code && (EQUAL(authority, "EPSG") || EQUAL(authority, "ESRI"))) {
         try {
             return systems.of(std::atoi(code));
-        } catch (const GeographyError&) {
-            // A height, or a code of another catalogue: the file describes the system itself.
-            (void)0;
+        } catch (const GeographyError&) { // NOLINT(bugprone-empty-catch): the file has its own text
         }
     }
     CoordinateSystem system;

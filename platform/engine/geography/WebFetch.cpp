@@ -67,6 +67,7 @@ Handle newHandle(const std::string& address, Request& request, char* problem)
     curl_easy_setopt(curl, CURLOPT_MAXREDIRS, kMostRedirects);
     // A service must not lead to a file of this machine.
     curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(curl, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(curl, CURLOPT_ACCEPT_ENCODING, ""); // whatever can be unpacked
     return handle;
 }

@@ -16,6 +16,8 @@ namespace EmbeddedHV {
 class ENGINE_API EHVAppSetting
 {
 public:
+    /// The root of the engine's file system, the folder of its components, and the locale of its
+    /// messages, as in "en_US".
     EHVAppSetting(std::string analyticRoot, std::string componentsPath, std::string locale);
     ~EHVAppSetting();
 

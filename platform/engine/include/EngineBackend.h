@@ -19,6 +19,7 @@ class ENGINE_API Backend
 {
 public:
     virtual ~Backend() = default;
+    /// Both stay the backend's and live as long as it does.
     virtual ExecutionService* getExecutionService() = 0;
     virtual MetadataService* getMetaDataService() = 0;
 };

@@ -11,6 +11,7 @@ namespace EmbeddedHV {
 class ENGINE_API Exception
 {
 public:
+    /// A sentence that names what could not be done.
     explicit Exception(std::string message);
     Exception(const Exception&);
     Exception& operator=(const Exception&);

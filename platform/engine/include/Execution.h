@@ -37,6 +37,7 @@ public:
     virtual ~Execution() = default;
 };
 
+/// Makes executions. It is the service manager's, and lives until the service is shut down.
 class ENGINE_API ExecutionService
 {
 public:

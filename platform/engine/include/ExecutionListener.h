@@ -12,6 +12,7 @@ namespace EmbeddedHV {
 class ENGINE_API ExecutionListener
 {
 public:
+    /// The job was cancelled, from whichever side.
     virtual void onCancel() = 0;
     /// The job failed: an error id, one sentence for the user, and detail for the log.
     virtual void onError(const std::string& id, const std::string& text,

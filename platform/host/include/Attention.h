@@ -41,6 +41,7 @@ public:
     {
     public:
         virtual ~InterruptHandler() = default;
+        /// The user wants the job to stop; wants it to go on after all.
         virtual void interrupt() = 0;
         virtual void resume() {}
     };

@@ -26,6 +26,7 @@ public:
     CFAppHost(const CFAppHost&) = delete;
     CFAppHost& operator=(const CFAppHost&) = delete;
 
+    /// Reads the settings anew; then the object that has them.
     static void update();
     static CFAppHost* getInstance();
 

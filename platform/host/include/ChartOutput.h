@@ -29,6 +29,7 @@ public:
     XDocument(const XDocument&) = delete;
     XDocument& operator=(const XDocument&) = delete;
 
+    /// The title that outlines and lists show.
     void SetDescription(const ChartString& text);
     void setOptions(const std::string& options);
     /// Hands over a GeoJSON text by its name.
@@ -47,6 +48,7 @@ class HOST_API xGlyph : public XDocument
 public:
     explicit xGlyph(TnHeading& heading);
     ~xGlyph() override;
+    /// The JSON object, as above.
     void setViZJSONTemplate(const std::string& json);
     /// Puts the chart into the output, once.
     void sendChart();
@@ -59,6 +61,7 @@ class HOST_API xInteractive : public XDocument
 public:
     explicit xInteractive(TnHeading& heading);
     ~xInteractive() override;
+    /// The result object that the view belongs to.
     void setProcedureName(const std::string& name);
     /// Where in the result document the view's object lies.
     void setJSONPath(const std::string& path);

@@ -33,6 +33,7 @@ HOST_API int ValidateDirSpecification(const std::string& name, std::string& expa
 HOST_API int ValidateFileSpecification(const std::string& name, bool& exists);
 HOST_API int ValidateFileSpecificationEx(const std::string& name, FileState& state);
 
+/// What stands behind a name.
 enum class FileKind
 {
     None,

@@ -16,6 +16,7 @@
 class HOST_API JNIAccessor
 {
 public:
+    /// Works in this environment, on its thread.
     explicit JNIAccessor(JNIEnv* env);
     JNIAccessor(const JNIAccessor& other);
     JNIAccessor& operator=(const JNIAccessor& other);

@@ -15,6 +15,7 @@
 class HOST_API HostJournal
 {
 public:
+    /// What was asked for. It decides which parts of an entry have something in them.
     enum class Kind
     {
         Progress,  ///< number: the part done
@@ -38,6 +39,7 @@ public:
     HostJournal(const HostJournal&) = delete;
     HostJournal& operator=(const HostJournal&) = delete;
 
+    /// The journal of the process.
     static HostJournal& instance();
 
     void add(Entry entry);

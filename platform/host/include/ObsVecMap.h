@@ -31,6 +31,7 @@ public:
     std::vector<Entry> Sort(const std::vector<VEXA_Format>& formats) const;
 
 private:
+    /// Orders keys by their bytes, since a unit may hold a number or a piece of a text.
     struct ByBytes
     {
         bool operator()(const Key& left, const Key& right) const;

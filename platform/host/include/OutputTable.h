@@ -31,6 +31,7 @@ struct OutputCategory
     int leaf = -1;             ///< of a category: its number in cell addresses
 };
 
+/// A dimension of a table with the tree of its categories, as the output library was told it.
 struct OutputDimension
 {
     TnContent name;

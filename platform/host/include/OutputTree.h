@@ -26,11 +26,13 @@ struct OutputDocument
     std::vector<std::pair<std::string, std::string>> geoJson; ///< names and texts, as they came
 };
 
+/// A chart: its data as JSON, and the JSON of the template that draws it.
 struct OutputChart : OutputDocument
 {
     std::string templateJson;
 };
 
+/// An interactive view: what a front end opens, with the JSON that it shows.
 struct OutputView : OutputDocument
 {
     std::string procedureName;

@@ -13,6 +13,7 @@
 /// with whatever characters; a line end begins another line in the same place.
 struct TextGrid
 {
+    /// A cell that takes one column.
     struct Cell
     {
         std::string text;
@@ -20,11 +21,13 @@ struct TextGrid
                                ///< sign; as terminalText gives it
         bool isNumber = false; ///< stands at the right, and is never cut
     };
+    /// How wide a column may become, in characters of a terminal.
     struct Column
     {
         std::size_t minimum = 1;
         std::size_t maximum = 40; ///< of its texts; numbers take what they need
     };
+    /// A text that stands over several rows or columns; `row` and `column` are its first ones.
     struct Label
     {
         std::string text;

@@ -23,6 +23,7 @@ class HOST_API TnCellText
 {
 public:
     virtual ~TnCellText();
+    /// What it says now: a text that depends on the host's settings follows them.
     virtual TnContent content() const = 0;
     virtual std::unique_ptr<TnCellText> clone() const = 0;
     /// The text as it is shown, UTF-8.

@@ -39,6 +39,7 @@ public:
     TnPivotTable(const TnPivotTable&) = delete;
     TnPivotTable& operator=(const TnPivotTable&) = delete;
 
+    /// The table is shown without its title, which outlines still have.
     void HideTitle();
     /// A footnote of the title. Footnotes of equal text share one marker in a table.
     void Note(const TnAnnotation& note);
@@ -81,6 +82,7 @@ private:
 class HOST_API TnGroup
 {
 public:
+    /// The order in which categories are shown: of their texts, or as they came.
     enum Sort : int
     {
         Ascending = 0,
@@ -108,6 +110,7 @@ protected:
 class HOST_API TnDimension : public TnGroup
 {
 public:
+    /// Where in the table a dimension stands.
     enum Place : int
     {
         Row = 0,

@@ -23,6 +23,7 @@ private:
 class HOST_API TnNumber : public TnCellText
 {
 public:
+    /// The system-missing number shows as the host shows it.
     TnNumber(double value, TnFormatSpec format) : _value(value), _format(format) {}
     TnContent content() const override;
     std::unique_ptr<TnCellText> clone() const override;
@@ -38,6 +39,7 @@ private:
 class HOST_API TnVariable : public TnCellText
 {
 public:
+    /// What of a variable is shown.
     enum Show : int
     {
         ShowName = 0,
@@ -57,6 +59,7 @@ private:
 class HOST_API TnDataValue : public TnCellText
 {
 public:
+    /// What of a value is shown.
     enum Preference : int
     {
         PreferValue = 0,

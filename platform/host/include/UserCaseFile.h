@@ -22,6 +22,15 @@ enum class CaseFileKind
     Parquet
 };
 
+/// How a CSV file separates its fields, and whether its numbers are written as in 1.234,5.
+struct CsvForm
+{
+    char separator = ',';
+    bool decimalComma = false;
+
+    bool isPlain() const { return separator == ',' && !decimalComma; }
+};
+
 /// Which data file is meant, and how it is to be taken.
 class HOST_API UserCaseFileSpec
 {
@@ -32,12 +41,13 @@ public:
     bool Init(const std::string& name, bool asIs, bool forOutput);
 
     /// What a plain Init leaves at its default: a form by the name, no password, a first record of
-    /// names in a CSV file, UTF-8 in a CSV file, variables that declare missing what the file does.
+    /// names, commas and UTF-8 in a CSV file, variables that declare missing what the file does.
     /// Without these declarations a text that is not there is missing still.
     void SetKind(CaseFileKind kind) { _kind = kind; }
     void SetPassword(std::string password) { _password = std::move(password); }
     void SetHeader(bool hasHeader) { _hasHeader = hasHeader; }
     void SetCodePage(std::string codePage) { _codePage = std::move(codePage); }
+    void SetCsvForm(CsvForm form) { _csvForm = form; }
     void SetDeclaresMissing(bool declaresMissing) { _declaresMissing = declaresMissing; }
 
     const std::string& GetName() const { return _name; }
@@ -47,6 +57,7 @@ public:
     const std::string& GetPassword() const { return _password; }
     bool HasHeader() const { return _hasHeader; }
     const std::string& GetCodePage() const { return _codePage; }
+    const CsvForm& GetCsvForm() const { return _csvForm; }
     bool DeclaresMissing() const { return _declaresMissing; }
 
 private:
@@ -56,6 +67,7 @@ private:
     std::string _password;
     bool _hasHeader = true;
     std::string _codePage;
+    CsvForm _csvForm;
     bool _declaresMissing = true;
 };
 
@@ -113,6 +125,7 @@ public:
 class HOST_API UserOutputCaseFile
 {
 public:
+    /// Nothing is open for a spec that names no file or is not for output. Throws ErrorText.
     explicit UserOutputCaseFile(const UserCaseFileSpec& spec);
     ~UserOutputCaseFile();
     UserOutputCaseFile(const UserOutputCaseFile&) = delete;

@@ -50,6 +50,7 @@ public:
     /// The dictionary of the store must be committed. Both are borrowed.
     VEXA_Case(const IndependentDataStore* store, OBS* buffer);
 
+    /// Of a numeric variable; kSystemMissing stands for none.
     void SetNumericValue(int column, double value);
     /// `width` bytes; filled up with blanks, or cut to whole characters that fit the variable.
     void SetStringValue(int column, const char* text, int width);

@@ -15,6 +15,7 @@ class HOST_API VEXA_DataSource
 {
 public:
     virtual ~VEXA_DataSource();
+    /// Columns are numbered from 0.
     virtual int ColumnCount() const = 0;
     /// Throws ErrorText for a column that is not there.
     virtual const VEXA_Variable& GetVariable(int column) const = 0;

@@ -20,6 +20,7 @@ public:
     VexaJVM(const VexaJVM&) = delete;
     VexaJVM& operator=(const VexaJVM&) = delete;
 
+    /// The object of the process, whether a machine has started or not.
     static VexaJVM* GetInstance();
 
     bool IsStarted() const;

@@ -31,11 +31,14 @@ public:
     bool GetNextPair(const OBS*& value, const char*& label);
 
 private:
+    /// One value, in as many units as the width takes, and its label.
     struct Entry
     {
         std::vector<OBS> value;
         std::string label;
     };
+    /// What copies of a map share until one of them changes; the entries are in order of their
+    /// values.
     struct Data
     {
         int width = 0;

@@ -28,6 +28,7 @@ public:
         Discrete = 4,
         Typeless = 5
     };
+    /// What the values are, as they are stored.
     enum StorageType : int
     {
         Unknown = 0,
@@ -38,6 +39,7 @@ public:
         Time = 5,
         Timestamp = 6
     };
+    /// What an analysis takes the field for.
     enum RoleType : int
     {
         Input = 0,

@@ -9,6 +9,7 @@
 class METADATA_API CFGeo
 {
 public:
+    /// What the shapes of a geospatial field are made of.
     enum Type : int
     {
         Point = 0,

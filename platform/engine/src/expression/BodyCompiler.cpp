@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ErrorIds.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/CaseClauses.h"
 #include "expression/FunctionCall.h"
 #include "expression/FunctionTable.h"
@@ -116,6 +117,8 @@ Operand BodyCompiler::operand(const Expression& expression, const Scope& scope)
     return result;
 }
 
+/// A text that stands in the job, there or by way of a definition: patterns must be known before a
+/// record is read.
 const std::string* BodyCompiler::constantText(const Expression& expression,
                                               const Scope& scope) const
 {
@@ -204,6 +207,7 @@ SqlExpression BodyCompiler::compileList(const language::List& list, const Scope&
     return {"CAST([" + elements + "] AS DOUBLE[])", ValueType::List};
 }
 
+/// A chain of conditionals becomes one CASE, however long it is.
 SqlExpression BodyCompiler::compileConditional(const language::Conditional& conditional,
                                                const Scope& scope)
 {
@@ -255,6 +259,8 @@ SqlExpression BodyCompiler::compileUserCall(const language::Call& call,
     return compileDefined(call.function, *lambda.body, inner, place);
 }
 
+/// The record and the context are handed on as they are; everything else as SQL, of the type that
+/// is declared.
 Binding BodyCompiler::argumentOf(const language::Parameter& parameter, const Expression& argument,
                                  const Scope& scope)
 {

@@ -14,6 +14,7 @@ namespace EmbeddedHV {
 struct RecordValue
 {
 };
+/// The job's context, which some steps pass to a lambda beside the record.
 struct ContextValue
 {
 };

@@ -2,8 +2,6 @@
 
 #include <string>
 
-#include "JobError.h"
-#include "datafile/SqlQuoting.h"
 #include "expression/Schema.h"
 #include "language/Ast.h"
 

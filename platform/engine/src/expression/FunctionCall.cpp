@@ -1,10 +1,10 @@
 #include "expression/FunctionCall.h"
 
 #include <algorithm>
-#include <set>
 
 #include "ErrorIds.h"
 #include "datafile/RaisedFault.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/DateTimePattern.h"
 #include "expression/FunctionTable.h"
 #include "expression/NearestName.h"
@@ -45,6 +45,7 @@ struct Form
     }
 };
 
+/// Parameters stand in the table as docs/hvl.md shows them, in one text.
 Form formOf(const Function& function)
 {
     Form form{&function, {}, function.parameters.ends_with(kMore)};
@@ -60,6 +61,7 @@ Form formOf(const Function& function)
     return form;
 }
 
+/// Whether an argument goes where the table has this word.
 bool accepts(std::string_view word, const Operand& argument)
 {
     const ValueType type = argument.value.type;

@@ -118,9 +118,12 @@ SqlExpression compileDivision(const Operation& operation)
     const bool quotient = operation.op == BinaryOperator::Divide;
     const ValueType numbers = numberType(operation);
     const ValueType type = quotient ? ValueType::Real : numbers;
-    return {"(" + sqlAs(operation.left.value, type) + " " + operation.form().sql + " NULLIF(" +
-                sqlAs(operation.right.value, type) + ", 0))",
-            type};
+    std::string left = sqlAs(operation.left.value, type);
+    const std::string right = "NULLIF(" + sqlAs(operation.right.value, type) + ", 0)";
+    if (type != ValueType::Integer)
+        return {"(" + left + " " + operation.form().sql + " " + right + ")", type};
+    // The database takes the quotient of the least integer and -1 on its way, which does not fit.
+    return {"CAST(CAST(" + left + " AS HUGEINT) % " + right + " AS BIGINT)", type};
 }
 
 /// What is not a number (a root of a negative) is missing.

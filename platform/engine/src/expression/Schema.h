@@ -19,6 +19,7 @@ enum class ValueType
     Null       ///< the type of a bare null
 };
 
+/// A field of a relation and the type of its values, which expressions are checked against.
 struct Column
 {
     std::string name;

@@ -3,6 +3,9 @@
 #include <array>
 #include <charconv>
 
+#include "DataFileNames.h"
+#include "datafile/SqlQuoting.h"
+
 namespace EmbeddedHV {
 SqlExpression sqlConstant(std::int64_t value)
 {

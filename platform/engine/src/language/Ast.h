@@ -29,6 +29,7 @@ struct Type;
 using ExpressionPtr = std::unique_ptr<Expression>;
 using TypePtr = std::unique_ptr<Type>;
 
+/// The types that a lambda's parameter may be declared with.
 enum class SimpleType
 {
     Any,
@@ -46,6 +47,7 @@ enum class SimpleType
 /// A declared type: a simple one, a list of one element type, a tuple, or a record of named fields.
 struct Type
 {
+    /// Which of the four it is.
     enum class Kind
     {
         Simple,
@@ -59,13 +61,16 @@ struct Type
     std::vector<std::string> names; ///< Record only.
 };
 
+/// `null`
 struct Null
 {
 };
+/// `[a, b]`
 struct List
 {
     std::vector<ExpressionPtr> elements;
 };
+/// `(a, b)`
 struct Tuple
 {
     std::vector<ExpressionPtr> elements;
@@ -75,6 +80,7 @@ struct Object
 {
     std::vector<std::pair<std::string, ExpressionPtr>> members;
 };
+/// A parameter or a definition, by its name.
 struct Name
 {
     std::string name;
@@ -85,21 +91,25 @@ struct Member
     ExpressionPtr target;
     std::string field;
 };
+/// `function(a, b)`
 struct Call
 {
     std::string function;
     std::vector<ExpressionPtr> arguments;
 };
+/// The operators before one operand: `-` and `!`.
 enum class UnaryOperator
 {
     Minus,
     Not
 };
+/// An operand with an operator before it.
 struct Unary
 {
     UnaryOperator op;
     ExpressionPtr operand;
 };
+/// The operators between two operands, those that bind least first.
 enum class BinaryOperator
 {
     Or,
@@ -117,29 +127,34 @@ enum class BinaryOperator
     Modulo,
     Power
 };
+/// Two operands with an operator between them.
 struct Binary
 {
     BinaryOperator op;
     ExpressionPtr left;
     ExpressionPtr right;
 };
+/// `if (condition) then else otherwise`
 struct Conditional
 {
     ExpressionPtr condition;
     ExpressionPtr then;
     ExpressionPtr otherwise; ///< null where the text has no else
 };
+/// One parameter of a lambda.
 struct Parameter
 {
     std::string name;
     TypePtr type; ///< null where the text declares none
 };
+/// `(a, b) => body`
 struct Lambda
 {
     std::vector<Parameter> parameters;
     ExpressionPtr body;
 };
 
+/// Any expression, and where it begins in the text, for messages.
 struct Expression
 {
     using Value = std::variant<Null, bool, std::int64_t, double, std::string, List, Tuple, Object,
@@ -151,6 +166,7 @@ struct Expression
 /// One argument of a step: an open place, an input named by tag, or an expression.
 struct Argument
 {
+    /// Which of the three it is, and so which members have something in them.
     enum class Kind
     {
         Open,
@@ -164,6 +180,7 @@ struct Argument
     Position position;
 };
 
+/// One step of a chain as it is written; what it means is the plan's business.
 struct Step
 {
     std::string nameSpace; ///< empty for a step of the engine's own
@@ -183,6 +200,7 @@ struct Pipeline
     Position position;
 };
 
+/// `val name = value`: a chain of steps or an expression, for other places of the job to name.
 struct Definition
 {
     std::string name;

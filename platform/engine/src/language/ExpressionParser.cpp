@@ -57,6 +57,7 @@ Parsed node(const Position& position, Expression::Value value, int heightBelow)
     return {std::move(expression), heightBelow + 1};
 }
 
+/// An operator over two operands, at the place of the operator.
 Parsed joined(const Position& position, BinaryOperator op, Parsed left, Parsed right)
 {
     const int height = std::max(left.height, right.height);
@@ -91,6 +92,7 @@ Parsed ExpressionParser::expression()
     return binary(1);
 }
 
+/// Told by what follows the parameters, without reading them.
 bool ExpressionParser::atLambda() const
 {
     if (_tokens.peek().isSymbol("(")) {
@@ -146,6 +148,8 @@ Parsed ExpressionParser::conditional()
                 height);
 }
 
+/// Operands and operators down to a level, by climbing: an operator that binds closer takes its
+/// right side first.
 Parsed ExpressionParser::binary(int lowestLevel)
 {
     Parsed left = unary();
@@ -198,6 +202,7 @@ Parsed ExpressionParser::unary()
     return node(position, Unary{op, std::move(operand.expression)}, operand.height);
 }
 
+/// To the right: a power in an exponent belongs to the exponent, and so does a sign.
 Parsed ExpressionParser::power()
 {
     Parsed base = postfix();
@@ -299,6 +304,7 @@ Parsed ExpressionParser::list()
     return node(position, List{std::move(elements.expressions)}, elements.height);
 }
 
+/// As in JSON, but the values are expressions, so that definitions may stand in them.
 Parsed ExpressionParser::object()
 {
     const Position position = _tokens.take().position;

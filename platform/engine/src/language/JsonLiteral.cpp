@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "ErrorIds.h"
-#include "JobError.h"
 #include "expression/NearestName.h"
 #include "language/Describe.h"
 

@@ -12,6 +12,7 @@ constexpr std::pair<char, char> kEscapes[] = {{'"', '"'},  {'\\', '\\'}, {'/', '
                                               {'b', '\b'}, {'f', '\f'},  {'n', '\n'},
                                               {'r', '\r'}, {'t', '\t'},  {'`', '`'}};
 
+/// Negative for a character that is none.
 int hexDigit(char c)
 {
     if (c >= '0' && c <= '9')

@@ -27,6 +27,7 @@ bool isIn(char byte, unsigned char low, unsigned char high)
     return value >= low && value <= high;
 }
 
+/// Whether the text begins with a whole character of this form.
 bool matches(const Utf8Form& form, std::string_view text)
 {
     if (!isIn(text[0], form.firstLow, form.firstHigh) || text.size() < form.length)

@@ -10,6 +10,7 @@ namespace EmbeddedHV::language {
 /// The smallest unit of a job text that has a meaning.
 struct Token
 {
+    /// What a token is to the parser.
     enum class Kind
     {
         Name,

@@ -10,7 +10,7 @@
 namespace EmbeddedHV::maps {
 namespace {
 
-constexpr const char* kLibrary = "libhvgeography.so.0";
+constexpr const char* kLibrary = HV_GEOGRAPHY_LIBRARY;
 
 /// Beside whatever this code is linked into: the engine's library, or a program in the folder bin.
 std::filesystem::path libraryPath()

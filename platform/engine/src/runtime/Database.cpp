@@ -1,10 +1,9 @@
 #include "runtime/Database.h"
 
 #include <cstdlib>
-#include <filesystem>
 
-#include "expression/ExpressionCompiler.h"
-#include "runtime/FileSpace.h"
+#include "datafile/NativePath.h"
+#include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {
 namespace {

@@ -4,7 +4,6 @@
 
 #include <memory>
 #include <mutex>
-#include <string>
 #include <vector>
 
 #include "DataFileNames.h"

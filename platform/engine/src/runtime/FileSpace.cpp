@@ -23,12 +23,6 @@ void makeFolder(const std::string& path, const char* purpose)
                         path + ": " + error.message());
 }
 
-bool hasDrive(std::string_view path)
-{
-    return path.size() >= 2 && path[1] == ':' &&
-           ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
-}
-
 /// The path of a file URL. What follows the protocol begins with the slash that the URL form adds
 /// to any path; a path that began with a slash itself has two there, one that lost it has none.
 std::string pathOfUrl(std::string_view url)

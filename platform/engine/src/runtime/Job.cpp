@@ -1,9 +1,7 @@
 #include "runtime/Job.h"
 
-#include <optional>
-
 #include "ErrorIds.h"
-#include "expression/ExpressionCompiler.h"
+#include "datafile/SqlQuoting.h"
 #include "language/Parser.h"
 #include "runtime/QueryFaults.h"
 #include "runtime/QueryWatch.h"

@@ -5,43 +5,17 @@
 #include <utility>
 
 #include "ErrorIds.h"
+#include "datafile/CsvFault.h"
 #include "datafile/RaisedFault.h"
 
 namespace EmbeddedHV {
 namespace {
 
-bool contains(std::string_view text, std::string_view part)
-{
-    return text.find(part) != std::string_view::npos;
-}
-
-/// What stands between two marks; nullopt if the first one is not there. An `end` that is not there
-/// stands for the end of the text.
-std::optional<std::string> between(const std::string& text, std::string_view begin,
-                                   std::string_view end)
-{
-    const auto from = text.find(begin);
-    if (from == std::string::npos)
-        return std::nullopt;
-    const auto start = from + begin.size();
-    return text.substr(start, text.find(end, start) - start);
-}
-
-/// The words of types in the database's messages and in this engine's.
-constexpr std::pair<std::string_view, const char*> kTypeWords[] = {
-    {"BIGINT", "Integer"},      {"DOUBLE", "Real"}, {"DATE", "Date"},
-    {"TIMESTAMP", "Timestamp"}, {"TIME", "Time"},
-};
-
-const char* typeWord(std::string_view type)
-{
-    for (const auto& [name, word] : kTypeWords)
-        if (name == type)
-            return word;
-    return "of its type";
-}
-
-constexpr std::string_view kCsvMark = "CSV Error on Line: ";
+using datafile::between;
+using datafile::contains;
+using datafile::csvLine;
+using datafile::csvReason;
+using datafile::headline;
 
 std::string csvPath(const std::string& message)
 {
@@ -51,8 +25,8 @@ std::string csvPath(const std::string& message)
 JobError csvFault(const std::string& message)
 {
     return {errors::kBadRecord,
-            "read: " + csvPath(message) + ":" + between(message, kCsvMark, "\n").value_or("1") +
-                ": " + csvReason(message),
+            "read: " + csvPath(message) + ":" + csvLine(message).value_or("1") + ": " +
+                csvReason(message),
             message};
 }
 
@@ -101,43 +75,15 @@ constexpr Phrase kPhrases[] = {
 
 } // namespace
 
-std::string headline(const std::string& databaseMessage)
+bool isCsvFault(const std::string& databaseMessage, const std::string& path)
 {
-    std::string line = databaseMessage.substr(0, databaseMessage.find('\n'));
-    const auto classEnd = line.find(" Error: ");
-    return classEnd == std::string::npos ? line : line.substr(classEnd + 8);
-}
-
-std::string csvReason(const std::string& databaseMessage)
-{
-    if (const auto wanted = between(databaseMessage, "Expected Number of Columns: ", " ")) {
-        const std::string found =
-            between(databaseMessage, " Found: ", "\n").value_or("another number of");
-        return "the record has " + found + (found == "1" ? " field" : " fields") + ", not " +
-               *wanted;
-    }
-    if (const auto value = between(databaseMessage, "Could not convert string \"", "\" to '"))
-        return "field \"" +
-               between(databaseMessage, "Error when converting column \"", "\". ").value_or("") +
-               "\": \"" + *value + "\" is not " +
-               typeWord(between(databaseMessage, "\" to '", "'").value_or(""));
-    if (contains(databaseMessage, "unterminated quote"))
-        return "a quote is not closed";
-    if (contains(databaseMessage, "Invalid unicode"))
-        return "the text is not UTF-8";
-    if (contains(databaseMessage, "Maximum line size"))
-        return "the line is too long";
-    // The mark stands on the first line, the reason on the one after the record itself.
-    const auto lines = between(databaseMessage, "Original Line: ", "\n\n");
-    const auto reason = lines ? lines->find('\n') : std::string::npos;
-    return reason == std::string::npos ? headline(databaseMessage) : lines->substr(reason + 1);
+    return csvLine(databaseMessage) && csvPath(databaseMessage) == path;
 }
 
 bool isCsvConversionFault(const std::string& databaseMessage, const std::string& path)
 {
-    return contains(databaseMessage, kCsvMark) &&
-           contains(databaseMessage, "Error when converting column") &&
-           csvPath(databaseMessage) == path;
+    return isCsvFault(databaseMessage, path) &&
+           contains(databaseMessage, "Error when converting column");
 }
 
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,
@@ -145,7 +91,7 @@ JobError faultOf(const std::string& databaseMessage, const std::string& steps,
 {
     if (auto raised = raisedFault(databaseMessage))
         return *std::move(raised);
-    if (contains(databaseMessage, kCsvMark))
+    if (csvLine(databaseMessage))
         return csvFault(databaseMessage);
     if (contains(databaseMessage, "CSV Parser state machine"))
         return {errors::kNotOfItsKind,

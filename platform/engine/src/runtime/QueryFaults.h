@@ -11,13 +11,9 @@ namespace EmbeddedHV {
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,
                  const std::string& target);
 
-/// Whether the message is about a value of this CSV file that does not convert to its field's type.
+/// Whether the message is about a record of this CSV file, and about a value in one that does not
+/// convert to its field's type.
+bool isCsvFault(const std::string& databaseMessage, const std::string& path);
 bool isCsvConversionFault(const std::string& databaseMessage, const std::string& path);
-
-/// What is wrong with a CSV record, in the words of this engine.
-std::string csvReason(const std::string& databaseMessage);
-
-/// The first line of a database message, without the name of its class.
-std::string headline(const std::string& databaseMessage);
 
 } // namespace EmbeddedHV

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <string_view>
 
 #include "DataFileNames.h"
 #include "datafile/Utf8.h"

@@ -1,7 +1,6 @@
 #include "runtime/RowFile.h"
 
 #include "EngineException.h"
-#include "expression/ExpressionCompiler.h"
 #include "runtime/FileSpace.h"
 #include "steps/Plan.h"
 

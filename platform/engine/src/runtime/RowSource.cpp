@@ -60,7 +60,6 @@ std::size_t RowSource::pull(std::vector<RowColumn>& columns, std::size_t capacit
     const auto room =
         static_cast<std::size_t>(std::min<std::uint64_t>(capacity, _limit - _records));
     while (row < room && !_ended) {
-        _started = true;
         // Any code but 0 ends the input: a cancelled iterator hands over what it has given so far.
         if (_cancellation.stopping() ||
             _iterator.nextRecord() != RowDataIterator::RecordAvailable ||

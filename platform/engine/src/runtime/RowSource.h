@@ -36,8 +36,6 @@ public:
     std::string table() const { return RowSources::tableOf(_id); }
     /// No record past this number is asked for.
     void limitTo(std::uint64_t records) { _limit = records; }
-    /// Whether a record was asked for: the rows cannot be read again.
-    bool started() const { return _started; }
     /// What went wrong while rows were read; the statement that read them has failed.
     const std::optional<JobError>& failure() const { return _failure; }
 
@@ -56,7 +54,6 @@ private:
     std::vector<CFField> _fields;
     std::uint64_t _limit = UINT64_MAX;
     std::uint64_t _records = 0;
-    bool _started = false;
     bool _ended = false;
     std::optional<JobError> _failure;
 };

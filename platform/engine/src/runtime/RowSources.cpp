@@ -3,7 +3,6 @@
 #include <duckdb.h>
 
 #include <memory>
-#include <stdexcept>
 #include <vector>
 
 #include "DataFileNames.h"

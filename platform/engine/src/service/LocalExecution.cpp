@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <new>
-#include <system_error>
 
 #include <unistd.h>
 

@@ -33,6 +33,7 @@ public:
     void dispose(JNIEnv* env) override;
 
 private:
+    /// Which callback ends a job.
     enum class Ending
     {
         Success,

@@ -2,15 +2,15 @@
 #include <iterator>
 #include <string_view>
 
-#include "ErrorIds.h"
-#include "JobError.h"
 #include "datafile/ColumnTypes.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/NearestName.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {
 namespace {
 
+/// What an aggregate can be made of.
 enum class Accepts
 {
     Numbers,
@@ -90,6 +90,7 @@ std::string filledIn(const char* sql, const std::string& column, const std::stri
     return text;
 }
 
+/// A key keeps all that is known of its field; of any other result only the type is known.
 CFField resultField(const std::string& name, const Function& function, const CFField* input)
 {
     if (function.name == "key") {
@@ -102,6 +103,7 @@ CFField resultField(const std::string& name, const Function& function, const CFF
     return plainField(name, function.gives == Gives::Real ? CFField::Real : input->GetStorage());
 }
 
+/// 0 for functions that have none.
 std::int64_t centileOf(const Settings& output, const Function& function)
 {
     if (function.name != "percentile")
@@ -114,6 +116,7 @@ std::int64_t centileOf(const Settings& output, const Function& function)
     return *centile;
 }
 
+/// As in mean_income; a key keeps its name.
 std::string defaultName(const Function& function, const CFField* input)
 {
     if (!input)

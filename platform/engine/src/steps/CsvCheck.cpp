@@ -5,7 +5,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "expression/ExpressionCompiler.h"
+#include "datafile/CsvFault.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "runtime/QueryFaults.h"
 #include "runtime/Reporter.h"
@@ -49,6 +50,7 @@ void CsvCheck::start(Cancellation& cancellation)
         _thread = std::thread([this] { readRest(); });
 }
 
+/// Whether the rest of the file so far leaves each column what its beginning made of it.
 bool CsvCheck::guessHolds() const
 {
     for (std::size_t i = 0; i < _settings.fields.size(); ++i)
@@ -57,6 +59,7 @@ bool CsvCheck::guessHolds() const
     return true;
 }
 
+/// On a thread of its own, beside the statement that reads the same file.
 void CsvCheck::readRest()
 {
     try {
@@ -86,6 +89,7 @@ void CsvCheck::guessAnew()
     _settings.guess->readAnew(_settings.mostRecords, [this] { return goOn(); });
 }
 
+/// Waits for the thread. Without `toTheEnd` what it finds is of no interest any more.
 void CsvCheck::join(bool toTheEnd)
 {
     if (!toTheEnd)
@@ -120,6 +124,12 @@ void CsvCheck::finish(duck::Connection& connection, Reporter& reporter)
 
 void CsvCheck::abandon(const std::string& databaseMessage)
 {
+    // The database reads on to the end of a block: the bad record may stand behind the limit.
+    if (_settings.readWhole && isCsvFault(databaseMessage, _settings.path)) {
+        join(false);
+        _settings.readWhole->insert(_settings.path);
+        throw Reread{};
+    }
     const bool stopped = _cancellation && _cancellation->stopping();
     const bool conversion = isCsvConversionFault(databaseMessage, _settings.path);
     // Either the check stopped the statement, or the database met the value first.
@@ -137,8 +147,53 @@ void CsvCheck::abandon(const std::string& databaseMessage)
         refuseMisfit(*misfit);
 }
 
+/// How many of the bad records stand before the last record that is asked for.
+std::size_t CsvCheck::countWithinLimit(duck::Result& bad) const
+{
+    const std::size_t count = bad.rows();
+    if (_settings.mostRecords == UINT64_MAX || count == 0)
+        return count;
+    CsvScanner scanner(_settings.path);
+    std::vector<CsvField> fields;
+    if (_settings.hasHeader)
+        scanner.next(fields);
+    std::size_t passed = 0;
+    for (std::uint64_t good = 0;
+         good < _settings.mostRecords && passed < count && scanner.next(fields);) {
+        if (static_cast<std::uint64_t>(bad.integer(0, passed)) <= scanner.line())
+            ++passed;
+        else
+            ++good;
+    }
+    return passed;
+}
+
+void CsvCheck::refuseRecord(duck::Result& bad, std::size_t record) const
+{
+    const std::string text = "read: " + _settings.path + ":" + bad.text(0, record) + ": " +
+                             datafile::csvReason(bad.text(1, record));
+    if (_settings.errorThreshold == 0)
+        throw JobError(errors::kBadRecord, text, bad.text(1, record));
+    throw JobError(errors::kTooManyBadRecords,
+                   text + "; more than " + std::to_string(_settings.errorThreshold) +
+                       (_settings.errorThreshold == 1 ? " record" : " records") +
+                       " cannot be read");
+}
+
+/// Whether the database has kept a list of bad records: a statement that needs no record, as one
+/// with a limit of 0, leaves the file unread.
+bool CsvCheck::hasRejects(duck::Connection& connection) const
+{
+    return connection
+               .query("SELECT count(*) FROM duckdb_tables() WHERE temporary AND table_name = " +
+                      quotedLiteral(_settings.rejects))
+               .integer(0, 0) > 0;
+}
+
 void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
 {
+    if (!hasRejects(connection))
+        return;
     const std::string table = quotedIdentifier(_settings.rejects);
     duck::Result conversions = connection.query(
         "SELECT count(*) FROM " + table + " WHERE error_message LIKE 'Error when converting%'");
@@ -156,20 +211,16 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
              : " LIMIT " +
                    std::to_string(std::min<std::int64_t>(_settings.errorThreshold, INT64_MAX - 1) +
                                   1)));
-    const auto count = static_cast<std::int64_t>(bad.rows());
-    if (_settings.errorThreshold >= 0 && count > _settings.errorThreshold)
-        throw JobError(errors::kTooManyBadRecords,
-                       "read: " + _settings.path + ":" +
-                           bad.text(0, static_cast<std::size_t>(count - 1)) + ": " +
-                           csvReason(bad.text(1, static_cast<std::size_t>(count - 1))) +
-                           "; more than " + std::to_string(_settings.errorThreshold) +
-                           " records cannot be read");
+    const std::size_t count = countWithinLimit(bad);
+    if (_settings.errorThreshold >= 0 &&
+        count > static_cast<std::uint64_t>(_settings.errorThreshold))
+        refuseRecord(bad, count - 1);
     if (count > 0)
         reporter.message(errors::kRecordsSkipped,
                          "read: " + _settings.path + ": " + std::to_string(count) +
                              (count == 1 ? " record was skipped, " : " records were skipped, ") +
                              "the first on line " + bad.text(0, 0) + ": " +
-                             csvReason(bad.text(1, 0)));
+                             datafile::csvReason(bad.text(1, 0)));
 }
 
 } // namespace EmbeddedHV

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <exception>
 #include <memory>
+#include <set>
 #include <string>
 #include <thread>
 
@@ -13,6 +14,7 @@
 
 namespace EmbeddedHV {
 
+/// What the check reads, and which records it may pass over.
 struct CsvCheckSettings
 {
     std::string path;
@@ -20,8 +22,9 @@ struct CsvCheckSettings
     Fields fields;
     std::int64_t errorThreshold = 0;
     std::uint64_t mostRecords = UINT64_MAX;
-    std::string rejects;               ///< the table of skipped records; empty if none is kept
-    std::shared_ptr<CsvProfile> guess; ///< null if a data model gives the types
+    std::string rejects; ///< the table of skipped records; empty if none is kept
+    std::set<std::string>* readWhole = nullptr; ///< where to note a file that has to be read anew
+    std::shared_ptr<CsvProfile> guess;          ///< null if a data model gives the types
 };
 
 /// Looks after a CSV file while a statement reads it. The database converts with losses where the
@@ -46,6 +49,9 @@ private:
     void guessAnew();
     void join(bool toTheEnd);
     void countRejects(duck::Connection& connection, Reporter& reporter);
+    bool hasRejects(duck::Connection& connection) const;
+    std::size_t countWithinLimit(duck::Result& bad) const;
+    [[noreturn]] void refuseRecord(duck::Result& bad, std::size_t record) const;
     void refuseMisfit(const CsvProfile::Misfit& misfit) const;
 
     CsvCheckSettings _settings;

@@ -5,6 +5,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/FileTables.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "expression/NearestName.h"
 #include "steps/CsvCheck.h"
@@ -100,6 +101,18 @@ Fields CsvPlan::modelledFields()
     return fields;
 }
 
+/// A condition that is always true and looks at every value that may not convert. The database
+/// leaves columns alone that a statement does not use, and which records are skipped must not hang
+/// on that.
+std::string allConverted(const Fields& fields)
+{
+    std::string columns;
+    for (const CFField& field : fields)
+        if (field.GetStorage() != CFField::String)
+            columns += (columns.empty() ? "" : ", ") + quotedIdentifier(field.GetName());
+    return columns.empty() ? "" : " WHERE hash(" + columns + ") IS NOT NULL";
+}
+
 } // namespace
 
 NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
@@ -114,9 +127,18 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
     check.fields = node->fields;
     check.errorThreshold = settings.errorThreshold;
     check.mostRecords = settings.mostRecords;
-    if (settings.errorThreshold != 0) {
+    // The database ends a limited read when it has enough, and then forgets the list of what it has
+    // skipped. The whole file goes into a table where that list is needed: to count, or to tell bad
+    // records behind the limit from those before it. The rows of an iterator allow no second try.
+    const bool whole = settings.mostRecords != UINT64_MAX &&
+                       (settings.errorThreshold != 0 || !context.iterators.empty() ||
+                        context.readWhole.contains(settings.path));
+    node->shared = whole;
+    if (settings.errorThreshold != 0 || whole) {
         check.rejects = context.newTable("hv_rejects_");
         context.tables.push_back(rejectScansOf(check.rejects));
+    } else if (settings.mostRecords != UINT64_MAX) {
+        check.readWhole = &context.readWhole;
     }
     if (!settings.dataModel)
         check.guess = plan.profile();
@@ -131,9 +153,10 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
             names.push_back(quotedIdentifier(field.GetName()));
         columns = selectList(node->fields, names);
     }
-    node->select = [sql = "SELECT " + columns + " FROM " + table](const std::vector<std::string>&) {
-        return sql;
-    };
+    std::string sql = "SELECT " + columns + " FROM " + table;
+    if (settings.dataModel && settings.errorThreshold != 0)
+        sql += allConverted(node->fields);
+    node->select = [sql](const std::vector<std::string>&) { return sql; };
     return node;
 }
 

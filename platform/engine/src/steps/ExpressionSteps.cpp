@@ -3,6 +3,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/RaisedFault.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "expression/ValueTypes.h"
 #include "steps/StepCall.h"

@@ -103,6 +103,11 @@ void FileOutput::commit()
     if (_plain)
         seal();
     _files.commit(_context, _fields);
+    // The next statement that reads the file finds other records, and maybe other fields.
+    const std::string written = canonicalPath(_settings.path);
+    std::erase_if(_context.profiles, [&written](const auto& known) {
+        return canonicalPath(known.first.first) == written;
+    });
     _context.written[fileNameOf(_settings.path)] = {_settings.path, _settings.kind, _fields,
                                                     _settings.password};
 }

@@ -1,6 +1,6 @@
 #include "steps/JobContext.h"
 
-#include "expression/ExpressionCompiler.h"
+#include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {
 

@@ -59,8 +59,10 @@ struct JobContext
     std::map<std::string, IteratorInput> iteratorInputs;
     std::set<std::string> sharedIterators; ///< read at more than one place
 
-    /// By path and header. A profile that is complete stays valid for the job.
+    /// By path and header. A profile that is complete stays valid until the job writes the file.
     std::map<std::pair<std::string, bool>, std::shared_ptr<CsvProfile>> profiles;
+    /// CSV files that are read to the end even if few of their records are asked for: some are bad.
+    std::set<std::string> readWhole;
     /// Destinations of statements that are planned but have not run: canonical paths, and names of
     /// data sources.
     std::set<std::string> unwritten;

@@ -4,6 +4,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "expression/NearestName.h"
 #include "expression/ValueTypes.h"
@@ -17,6 +18,7 @@ std::string aliasOf(std::size_t input)
     return "t" + std::to_string(input);
 }
 
+/// Fields of one name may come from several inputs, so each has its input before it.
 std::string columnOf(std::size_t input, const std::string& field)
 {
     return aliasOf(input) + "." + quotedIdentifier(field);
@@ -58,6 +60,7 @@ private:
     void addMatch(const Settings& match);
     void addColumn(std::size_t input, const CFField& field);
     std::size_t inputOf(const std::string& tag, const std::string& key) const;
+    const CFField& taggedField(const StepInput& input, const std::string& field) const;
 
     StepCall& _call;
     Settings _settings;
@@ -73,6 +76,11 @@ std::size_t JoinReader::inputOf(const std::string& tag, const std::string& key) 
                               suggestion(tag, _call.inputs, &StepInput::tag));
 }
 
+const CFField& JoinReader::taggedField(const StepInput& input, const std::string& field) const
+{
+    return fieldOf(input.node->fields, field, _call.name + ": the input \"" + input.tag + "\"");
+}
+
 void JoinReader::readType()
 {
     constexpr std::string_view kTypes[] = {"Inner", "Outer", "Anti", "Cartesian"};
@@ -86,13 +94,13 @@ void JoinReader::readType()
                                                std::to_string(_call.inputs.size()));
 }
 
+/// Names one field of each of two inputs, of types that can be compared.
 void JoinReader::addMatch(const Settings& match)
 {
     std::vector<std::pair<std::size_t, const CFField*>> sides;
     for (const StepInput& input : _call.inputs)
         if (const auto field = match.text(input.tag))
-            sides.emplace_back(inputOf(input.tag, "matchFields"),
-                               &fieldOf(input.node->fields, *field, _call.name));
+            sides.emplace_back(inputOf(input.tag, "matchFields"), &taggedField(input, *field));
     if (sides.size() != 2)
         _settings.refuse("matchFields", "must name a field of two inputs in each element");
     const auto& [left, leftField] = sides[0];
@@ -131,6 +139,12 @@ void JoinReader::readUnmatched()
         _join.keepsUnmatched[0] = _join.type == "Outer" || _join.type == "Anti";
         return;
     }
+    if (_join.type != "Outer" && _join.type != "Anti")
+        _call.context.message(errors::kSettingIgnored,
+                              _call.name +
+                                  ": the setting \"nonMatchingSources\" has no meaning in "
+                                  "a join of type " +
+                                  _join.type + " and is ignored");
     const Json& tags = _settings.neededList("nonMatchingSources");
     for (std::size_t i = 0; i < tags.size(); ++i)
         _join.keepsUnmatched[inputOf(_settings.textAt(tags, "nonMatchingSources", i),
@@ -163,8 +177,7 @@ void JoinReader::readOutputFields()
         if (dropped && !names.empty())
             output.refuse(input.tag, "names fields of an input whose records an Anti join drops");
         for (std::size_t name = 0; name < names.size(); ++name)
-            addColumn(
-                i, fieldOf(input.node->fields, output.textAt(names, input.tag, name), _call.name));
+            addColumn(i, taggedField(input, output.textAt(names, input.tag, name)));
     }
     output.reportOthers(_call.context.message);
     if (!_join.fields.empty())

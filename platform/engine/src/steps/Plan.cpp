@@ -4,7 +4,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "expression/ExpressionCompiler.h"
+#include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {
 namespace {

@@ -1,8 +1,8 @@
-#include <algorithm>
 
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/InputFile.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/NearestName.h"
 #include "steps/CsvRead.h"
 #include "steps/GeoRead.h"

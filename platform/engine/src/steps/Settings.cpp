@@ -10,6 +10,7 @@
 namespace EmbeddedHV {
 namespace {
 
+/// What a user calls a value of this type.
 const char* wordOf(const Json& value)
 {
     switch (value.type()) {

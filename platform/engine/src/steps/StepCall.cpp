@@ -6,11 +6,11 @@
 
 namespace EmbeddedHV {
 
-const CFField& fieldOf(const Fields& fields, const std::string& field, const std::string& step)
+const CFField& fieldOf(const Fields& fields, const std::string& field, const std::string& owner)
 {
     if (const CFField* found = findField(fields, field))
         return *found;
-    throw JobError(errors::kUnknownField, step + ": the input has no field \"" + field + "\"" +
+    throw JobError(errors::kUnknownField, owner + " has no field \"" + field + "\"" +
                                               suggestion(field, fields, &CFField::GetName));
 }
 
@@ -33,7 +33,7 @@ void refuseDuplicate(const Fields& fields, const std::string& field, const std::
 
 const CFField& StepCall::inputField(const std::string& field) const
 {
-    return fieldOf(input()->fields, field, name);
+    return fieldOf(input()->fields, field, name + ": the input");
 }
 
 } // namespace EmbeddedHV

@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "expression/ExpressionCompiler.h"
@@ -45,8 +44,9 @@ struct StepResult
     std::unique_ptr<Output> output;
 };
 
-/// The field of that name; throws JobError that names the step and suggests the nearest name.
-const CFField& fieldOf(const Fields& fields, const std::string& field, const std::string& step);
+/// The field of that name; throws JobError that suggests the nearest name. `owner` is how the
+/// message begins, "filterFields: the input".
+const CFField& fieldOf(const Fields& fields, const std::string& field, const std::string& owner);
 /// Throws JobError if a field of that name, letter case apart, is there already.
 void refuseDuplicate(const Fields& fields, const std::string& field, const std::string& step);
 

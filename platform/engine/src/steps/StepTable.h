@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {

@@ -3,7 +3,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/ColumnTypes.h"
-#include "expression/ExpressionCompiler.h"
+#include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {
 
@@ -19,6 +19,13 @@ TableOutput::TableOutput(JobContext& context, std::string name, bool append, Fie
 
 TableOutput::~TableOutput()
 {
+    if (_adding) {
+        try {
+            _context.connection->query("ROLLBACK");
+        } catch (const duck::QueryError&) {
+            // The database has ended the transaction by itself.
+        }
+    }
     if (_unfinished)
         drop(_table);
 }
@@ -45,17 +52,31 @@ void TableOutput::checkFields(const Fields& known) const
 std::string TableOutput::statement(const std::string& select)
 {
     const std::string table = quotedIdentifier(_table);
-    if (_insert)
+    if (_insert) {
+        _context.connection->query("BEGIN TRANSACTION");
+        _adding = true;
         return "INSERT INTO " + table + " BY NAME " + select;
+    }
     _unfinished = true;
     return "CREATE TABLE " + table + " AS " + select;
+}
+
+void TableOutput::endAddition()
+{
+    _adding = false;
+    try {
+        _context.connection->query("COMMIT");
+    } catch (const duck::QueryError& error) {
+        throw JobError(errors::kQueryFailed, "write: the records cannot be added to " + target(),
+                       error.what());
+    }
 }
 
 void TableOutput::commit()
 {
     _context.unwritten.erase(_name);
     if (_insert)
-        return;
+        return endAddition();
     const auto replaced = _context.dataSources.publish(_name, {_table, _fields});
     _unfinished = false;
     if (replaced)

@@ -9,7 +9,8 @@
 namespace EmbeddedHV {
 
 /// Writes a named data source: a new table that takes the name when it is whole, or more records
-/// for the one that is there.
+/// for the one that is there. What fails, or is planned anew because a source has other types than
+/// it seemed, has added nothing.
 class TableOutput : public Output
 {
 public:
@@ -26,6 +27,7 @@ public:
 
 private:
     void checkFields(const Fields& known) const;
+    void endAddition();
     void drop(const std::string& table);
 
     JobContext& _context;
@@ -33,6 +35,7 @@ private:
     Fields _fields;
     std::string _table;
     bool _insert = false;     ///< the table is there, and records are added to it
+    bool _adding = false;     ///< records are being added, in a transaction
     bool _unfinished = false; ///< a new table that has no name yet
 };
 

@@ -1,5 +1,6 @@
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "expression/ValueTypes.h"
 #include "steps/StepCall.h"

@@ -1,5 +1,6 @@
 #include <set>
 
+#include "datafile/SqlQuoting.h"
 #include "steps/FieldUpdate.h"
 #include "steps/StepCall.h"
 #include "steps/StorageChange.h"

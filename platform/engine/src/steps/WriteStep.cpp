@@ -1,4 +1,3 @@
-#include <iterator>
 #include <string_view>
 
 #include "ErrorIds.h"

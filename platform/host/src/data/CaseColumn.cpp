@@ -1,6 +1,5 @@
 #include "data/CaseColumn.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -12,12 +11,6 @@ namespace {
 
 constexpr double kMicroseconds = 1e6;
 constexpr double kSecondsPerDay = 86400;
-
-bool isAscii(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(),
-                       [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-}
 
 } // namespace
 
@@ -83,6 +76,7 @@ void CaseColumn::load(duckdb_vector vector, std::size_t rows, ErrorMonitor* moni
     }
 }
 
+/// A text that is not there is blank: a case has no other way to say it.
 void CaseColumn::loadTexts(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor)
 {
     makeRoom(rows);
@@ -96,6 +90,8 @@ void CaseColumn::loadTexts(duckdb_vector vector, std::size_t rows, ErrorMonitor*
     }
 }
 
+/// Converts a text to the host's encoding and to the width of its variable. What is lost on the way
+/// is reported, and the case goes on.
 void CaseColumn::put(std::size_t row, std::string_view text, ErrorMonitor* monitor)
 {
     const std::string_view original = text;

@@ -2,6 +2,9 @@
 
 #include <string_view>
 
+#include "datafile/CsvFault.h"
+#include "datafile/RaisedFault.h"
+
 ErrorText errorTextOf(const datafile::Fault& fault)
 {
     // The steps are those of jobs: here nobody knows of any.
@@ -21,6 +24,10 @@ ErrorText errorTextOf(const std::string& path, const std::string& what,
                       const datafile::duck::QueryError& error)
 {
     const std::string text = error.what();
+    if (const auto fault = datafile::raisedFault(text))
+        return errorTextOf(*fault);
+    if (const auto line = datafile::csvLine(text))
+        return ErrorText(path + ":" + *line + ": " + datafile::csvReason(text));
     for (const std::string_view full :
          {"No space left on device", "File too large", "Disk quota exceeded"})
         if (text.find(full) != std::string::npos)

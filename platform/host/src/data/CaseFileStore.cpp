@@ -8,6 +8,7 @@
 
 #include "FileServices.h"
 #include "HostConversions.h"
+#include "StorageOfFormat.h"
 #include "data/CaseFileFault.h"
 #include "data/CaseText.h"
 #include "data/DictionaryVariables.h"
@@ -37,6 +38,8 @@ struct StoredAs
     std::string condition;
 };
 
+/// The condition asks for a round trip: whole days, times within a day, and moments that
+/// microseconds tell apart.
 StoredAs storedAs(const std::string& column, CFField::StorageType storage)
 {
     const std::string base =
@@ -94,6 +97,7 @@ VEXA_InputCaseIterator* CaseFileStore::MakeIterator(ErrorMonitor*) const
     throw ErrorText(_path + ": the cases can be read when the file is closed");
 }
 
+/// Cases are laid out by the dictionary, so nothing of it may change once they come.
 void CaseFileStore::needOpenDictionary() const
 {
     if (_committed)
@@ -181,6 +185,7 @@ void CaseFileStore::AddCase(const VEXA_Case& newCase)
     _table->endCase();
 }
 
+/// Values in it stand on the scales of the columns, hence their kinds.
 std::string CaseFileStore::dictionary(const Storages& storages) const
 {
     datafile::Dictionary dictionary;
@@ -225,6 +230,7 @@ std::string CaseFileStore::selectAsStored(const Storages& storages) const
     return sql + " FROM " + _table->name();
 }
 
+/// Row groups shrink as cases widen, so that what is held while writing stays the same.
 std::string CaseFileStore::copyStatement(const std::string& target)
 {
     const std::size_t rows =
@@ -236,6 +242,8 @@ std::string CaseFileStore::copyStatement(const std::string& target)
            datafile::quotedLiteral(dictionary(kinds)) + "})";
 }
 
+/// A sealed file goes by way of a plain one that has no name: the database cannot write into a
+/// stream.
 void CaseFileStore::write()
 {
     datafile::PendingFile pending(_path, "");
@@ -254,6 +262,7 @@ void CaseFileStore::write()
     pending.commit();
 }
 
+/// Whatever comes of it, the cases are let go: a store that failed does not try again.
 void CaseFileStore::Close()
 {
     if (!_table)

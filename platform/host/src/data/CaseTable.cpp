@@ -10,6 +10,7 @@ namespace {
 
 namespace duck = datafile::duck;
 
+/// Tables of all stores lie in one database, so no two have one name.
 std::string newName()
 {
     static std::atomic<unsigned> last = 0;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -11,12 +10,6 @@
 #include "text/CodePage.h"
 
 /// How texts stand in cases: in whole units, filled up with blanks.
-
-/// The units that a value takes; `width` is 0 for a number.
-inline std::size_t unitsOfWidth(int width)
-{
-    return width <= 0 ? 1 : (static_cast<std::size_t>(width) + sizeof(OBS) - 1) / sizeof(OBS);
-}
 
 /// Fills units with a text; what does not fit is cut.
 inline void putText(OBS* units, std::size_t count, std::string_view text)

@@ -6,8 +6,10 @@
 #include "ErrorText.h"
 #include "FileServices.h"
 #include "data/CaseFileSource.h"
+#include "data/CsvPlainCopy.h"
 #include "data/DictionaryVariables.h"
 #include "datafile/CsvProfile.h"
+#include "datafile/Fault.h"
 #include "datafile/FieldMetadata.h"
 #include "datafile/FileDescriptor.h"
 #include "datafile/FileTables.h"
@@ -29,9 +31,11 @@ public:
     {
     }
 
+    /// The copy, ready to be read from its beginning. Throws ErrorText.
     std::shared_ptr<datafile::ScratchFile> make();
 
 private:
+    /// Appends whole lines.
     void write(std::string_view lines);
     [[noreturn]] void refuse(std::string_view lines) const;
     [[noreturn]] void failToRead() const
@@ -94,6 +98,7 @@ void Utf8Copy::refuse(std::string_view lines) const
                     _page.name());
 }
 
+/// A column as what all its values can be; a text is as wide as its longest one.
 VEXA_Variable variableOf(const datafile::CsvProfile& profile, std::size_t column)
 {
     const CFField::StorageType storage = profile.storageOf(column);
@@ -105,6 +110,37 @@ VEXA_Variable variableOf(const datafile::CsvProfile& profile, std::size_t column
     if (width > 0 && profile.hasGap(column))
         variable.SetMissingValues(std::vector<std::string>{" "});
     return variable;
+}
+
+/// The first thing that no record may be.
+void refuseRecords(const datafile::CsvProfile& profile, const std::string& path)
+{
+    const auto refuse = [&](std::uint64_t line, const std::string& what) {
+        throw ErrorText(path + ":" + std::to_string(line) + ": " + what);
+    };
+    if (const auto& line = profile.unclosedLine())
+        refuse(*line, "a quote is not closed");
+    if (const auto& ragged = profile.ragged())
+        refuse(ragged->line, "the record has " + std::to_string(ragged->fields) +
+                                 (ragged->fields == 1 ? " field" : " fields") + ", not " +
+                                 std::to_string(profile.names().size()));
+    if (const auto& line = profile.foreignLine())
+        refuse(*line, "the text is not UTF-8");
+}
+
+/// What the records at `readable` look like; what is wrong with them is said of `path`.
+datafile::CsvProfile profileOf(const std::string& readable, const std::string& path, bool hasHeader)
+try {
+    datafile::CsvProfile profile(readable, hasHeader);
+    profile.measure();
+    profile.read(UINT64_MAX);
+    refuseRecords(profile, path);
+    return profile;
+} catch (const datafile::Fault& fault) {
+    std::string text = fault.text();
+    if (const auto at = text.find(readable); at != std::string::npos)
+        text.replace(at, readable.size(), path);
+    throw datafile::Fault(fault.id(), text, fault.detail());
 }
 
 } // namespace
@@ -126,15 +162,11 @@ CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path)
             readable = relation->scratch->path();
         }
     }
-    datafile::CsvProfile profile(readable, spec.HasHeader());
-    profile.measure();
-    profile.read(UINT64_MAX);
-    if (const auto& ragged = profile.ragged())
-        throw ErrorText(path + ":" + std::to_string(ragged->line) + ": the record has " +
-                        std::to_string(ragged->fields) + " fields, not " +
-                        std::to_string(profile.names().size()));
-    if (const auto& line = profile.foreignLine())
-        throw ErrorText(path + ":" + std::to_string(*line) + ": the text is not UTF-8");
+    if (!spec.GetCsvForm().isPlain()) {
+        relation->scratch = plainCopy(readable, path, spec.GetCsvForm());
+        readable = relation->scratch->path();
+    }
+    const datafile::CsvProfile profile = profileOf(readable, path, spec.HasHeader());
     std::vector<VEXA_Variable> variables;
     for (std::size_t i = 0; i < profile.names().size(); ++i) {
         source.fields.push_back(datafile::plainField(profile.names()[i], profile.storageOf(i)));

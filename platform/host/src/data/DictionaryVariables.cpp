@@ -5,7 +5,7 @@
 #include <set>
 
 #include "HostConversions.h"
-#include "VexaCases.h"
+#include "StorageOfFormat.h"
 #include "data/CaseText.h"
 #include "text/CodePage.h"
 #include "text/NameCase.h"
@@ -116,33 +116,6 @@ bool isTime(CFField::StorageType storage)
 }
 
 } // namespace
-
-CFField::StorageType storageOfFormat(const VEXA_Format& format)
-{
-    switch (format.type) {
-    case kFormatString:
-    case kFormatHexString:
-        return CFField::String;
-    case kFormatDate:
-    case kFormatDateMonthFirst:
-    case kFormatDateDayOfYear:
-    case kFormatMonthAndYear:
-    case kFormatQuarterAndYear:
-    case kFormatWeekAndYear:
-    case kFormatDateWithDots:
-    case kFormatDateYearFirst:
-        return CFField::Date;
-    case kFormatTime:
-    case kFormatTimeWithDays:
-    case kFormatTimeMinutesFirst:
-        return CFField::Time;
-    case kFormatDateTime:
-    case kFormatDateTimeYearFirst:
-        return CFField::Timestamp;
-    default:
-        return CFField::Real;
-    }
-}
 
 VEXA_Format formatOfStorage(CFField::StorageType storage, int width)
 {

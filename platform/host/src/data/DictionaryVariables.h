@@ -9,9 +9,8 @@
 /// The dictionary of a SAV file and the host's variables, which hold texts in the host's encoding
 /// and dates on the host's scale.
 
-/// The kind of column that holds the values of a print format.
-CFField::StorageType storageOfFormat(const VEXA_Format& format);
-/// A print format for values of a kind; a text's width is its width.
+/// A print format for values of a kind, storageOfFormat the other way round; a text's width is its
+/// width.
 VEXA_Format formatOfStorage(CFField::StorageType storage, int width);
 
 /// `storage` is the kind of the column that the variable stands for: the dictionary's values are on

@@ -8,7 +8,6 @@
 #include "datafile/FileTables.h"
 #include "datafile/NativePath.h"
 #include "datafile/ParquetColumns.h"
-#include "datafile/SqlQuoting.h"
 #include "text/CodePage.h"
 
 namespace {

@@ -11,6 +11,7 @@
 class ProcedureCases : public ProcDSIterator
 {
 public:
+    /// The split of the file: its columns, and who hears of its groups.
     struct Group
     {
         std::vector<int> columns;

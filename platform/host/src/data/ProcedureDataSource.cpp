@@ -4,6 +4,8 @@
 #include "VexaDataSource.h"
 #include "data/ProcedureCases.h"
 
+/// The columns as the procedure sees them: copies of the dataset's, since a procedure may give them
+/// other levels.
 struct ProcedureDataSource::Impl
 {
     bool isColumn(int column) const

@@ -5,12 +5,12 @@
 #include "ErrorText.h"
 #include "data/CaseFileFault.h"
 #include "data/HostDatabase.h"
-#include "datafile/RaisedFault.h"
 
 namespace {
 
 namespace duck = datafile::duck;
 
+/// Only the columns that are wanted are read, which in a Parquet file is most of the saving.
 std::string selectOf(const Relation& relation, const std::vector<int>& columns)
 {
     std::string sql = "SELECT ";
@@ -21,16 +21,6 @@ std::string selectOf(const Relation& relation, const std::vector<int>& columns)
     }
     // A case without values is still a case.
     return sql + (columns.empty() ? "true" : "") + " FROM " + relation.from;
-}
-
-/// A fault that the query raises names the place itself; of anything else the first line of what
-/// the database says.
-ErrorText errorTextOf(const std::string& what, const duck::QueryError& error)
-{
-    const std::string text = error.what();
-    if (const auto fault = datafile::raisedFault(text))
-        return ::errorTextOf(*fault);
-    return ErrorText(what + ": " + text.substr(0, text.find('\n')));
 }
 
 } // namespace
@@ -85,10 +75,11 @@ TableCaseIterator::TableCaseIterator(std::shared_ptr<const Relation> relation,
         duck::Prepared statement(*_connection, selectOf(*_relation, columns));
         _result = std::make_unique<duck::Result>(statement.stream());
     } catch (const duck::QueryError& error) {
-        throw errorTextOf(_relation->name + ": the cases cannot be read", error);
+        throw errorTextOf(_relation->name, "the cases cannot be read", error);
     }
 }
 
+/// Takes the next chunk of the stream into the buffers; false at the end, and ever after.
 bool TableCaseIterator::fetch()
 {
     if (!_result)
@@ -97,8 +88,8 @@ bool TableCaseIterator::fetch()
         _chunk = duck::nextChunk(*_result);
     } catch (const duck::QueryError& error) {
         _result.reset();
-        throw errorTextOf(_relation->name + ": the cases cannot be read on after case " +
-                              std::to_string(_count),
+        throw errorTextOf(_relation->name,
+                          "the cases cannot be read on after case " + std::to_string(_count),
                           error);
     }
     _row = 0;

@@ -1,6 +1,5 @@
 #include <utility>
 
-#include "ErrorText.h"
 #include "VexaDataViews.h"
 #include "data/CaseCopy.h"
 #include "data/CaseTable.h"

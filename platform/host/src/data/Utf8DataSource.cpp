@@ -16,6 +16,7 @@ class Dictionary
 public:
     Dictionary(const CodePage& page) : _page(page) {}
 
+    /// The variable as the view shows it: wider, with all its texts converted.
     VEXA_Variable converted(const VEXA_Variable& variable) const
     {
         const int width = variable.GetType() * kMostBytesPerByte;
@@ -42,6 +43,7 @@ private:
         return result;
     }
 
+    /// The blanks that fill a value up are no part of it.
     std::string text(const OBS* units, std::size_t bytes) const
     {
         const std::string_view original(units->text, bytes);
@@ -65,6 +67,7 @@ private:
         return result;
     }
 
+    /// In the host's code: single values, a range, or a range and one value.
     void copyMissing(const VEXA_Variable& from, VEXA_Variable& to) const
     {
         const OBS* values[3] = {};

@@ -12,6 +12,7 @@ namespace {
 constexpr int kMissingBytes = 8;
 constexpr std::size_t kMostMissingValues = 3;
 
+/// No two variables of the process have one id, copies apart.
 unsigned long long nextId()
 {
     static std::atomic<unsigned long long> last = 0;

@@ -8,19 +8,12 @@
 #include <unistd.h>
 
 #include "ExtNameStr.h"
+#include "datafile/NativePath.h"
 #include "files/FileLocks.h"
 #include "files/HostPath.h"
 #include "text/Utf16.h"
 
 namespace {
-
-// A name that begins with a drive is absolute in the host's spelling, whatever this system makes of
-// it.
-bool hasDrive(const std::string& native)
-{
-    const auto letter = static_cast<unsigned char>(native.empty() ? '\0' : native[0] | 0x20);
-    return native.size() >= 2 && native[1] == ':' && letter >= 'a' && letter <= 'z';
-}
 
 // The absolute, tidy native path: no ".", "..", doubled or trailing separators. ".." is taken by
 // the text, as the host's users see it, not through links. Empty for a name that is none.
@@ -31,7 +24,7 @@ std::string absoluteNative(const std::string& name)
         return {};
     std::error_code error;
     std::filesystem::path path = native;
-    if (hasDrive(native))
+    if (datafile::hasDrive(native))
         // Below a root of its own ".." cannot climb above the drive.
         path = "/" + native.substr(2);
     else if (path = std::filesystem::absolute(path, error); error)
@@ -39,7 +32,7 @@ std::string absoluteNative(const std::string& name)
     std::string tidy = path.lexically_normal().string();
     while (tidy.size() > 1 && tidy.back() == '/')
         tidy.pop_back();
-    return hasDrive(native) ? native.substr(0, 2) + tidy : tidy;
+    return datafile::hasDrive(native) ? native.substr(0, 2) + tidy : tidy;
 }
 
 // The system's view of a native path; false if nothing stands there.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 /// Whether a name matches a mask in which `*` stands for any characters and `?` for one; both are

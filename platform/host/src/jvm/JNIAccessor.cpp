@@ -134,6 +134,8 @@ std::string JNIAccessor::FromJString(jstring text, const char* charset)
     return result;
 }
 
+/// Java converts, since it knows charsets by its own names. Empty, with the exception pending, if
+/// it does not know this one.
 std::string JNIAccessor::bytesInCharset(jstring text, const char* charset)
 {
     std::string result;

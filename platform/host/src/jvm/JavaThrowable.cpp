@@ -33,6 +33,7 @@ public:
         return result;
     }
 
+    /// Has Java write the stack trace, which knows of causes and of frames in common.
     void print(jthrowable exception, jobject writer)
     {
         const jclass type = settled(_env->FindClass("java/lang/Throwable"));
@@ -99,6 +100,7 @@ std::string classNameOf(QuietCalls& calls, jthrowable exception)
     return name.empty() ? "java.lang.Throwable" : name;
 }
 
+/// As printStackTrace writes it; empty if the machine cannot.
 std::string traceOf(QuietCalls& calls, jthrowable exception)
 {
     const jobject text = calls.make("java/io/StringWriter", "()V", nullptr);

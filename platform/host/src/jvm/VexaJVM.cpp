@@ -16,6 +16,7 @@
 namespace {
 constexpr const char* ProbeClass = "com/zor/json/java/JSONObject";
 
+/// The codes of JNI in words.
 std::string describeResult(jint result)
 {
     struct Row
@@ -48,6 +49,7 @@ private:
     std::string _locale;
 };
 
+/// The machine takes pointers, so the texts must outlive its start.
 std::vector<JavaVMOption> optionTable(std::vector<std::string>& texts)
 {
     std::vector<JavaVMOption> table = JvmOutput::hooks();
@@ -92,7 +94,10 @@ struct VexaJVM::Impl
 
     Impl() { output.install(); }
     bool claimStart();
+    /// Ends the start and wakes whoever waits for it.
     void settle(State next);
+    /// Starts the machine on the calling thread. A start that did not get as far as the machine may
+    /// be tried again; after that the process cannot have another.
     void start(JNIEnv** env);
     void create(const JvmLibrary& library, JvmOptions options, JNIEnv** env);
 };

@@ -1,7 +1,5 @@
 #include "FacSTDictionary.h"
 
-#include <utility>
-
 #include "ErrorText.h"
 #include "output/StringTable.h"
 

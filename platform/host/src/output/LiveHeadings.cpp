@@ -10,6 +10,7 @@
 
 namespace {
 
+/// A heading that is alive, with the procedure that it belongs to; null once that has gone.
 struct Entry
 {
     const TnHeading* heading = nullptr;
@@ -52,6 +53,7 @@ LiveHeadings& live()
     return instance;
 }
 
+/// Empty for a position outside, as that of a split variable without a value yet.
 std::string textAt(const std::vector<std::string>& texts, int position)
 {
     const auto index = static_cast<std::size_t>(position);
@@ -92,6 +94,10 @@ void endHeading(const TnHeading& heading)
 {
     const std::lock_guard lock(live().mutex);
     std::erase_if(live().entries, [&](const Entry& entry) { return entry.heading == &heading; });
+    // A heading may outlive its procedure, whose data nobody can ask from then on.
+    for (Entry& entry : live().entries)
+        if (entry.procedure == &heading)
+            entry.procedure = nullptr;
 }
 
 std::shared_ptr<OutputHeading> currentHeading()

@@ -6,6 +6,7 @@
 
 namespace {
 
+/// What `aside` of a slot says; from kFirstContent on it is the place of a content.
 constexpr std::uint32_t kEmpty = 0;
 constexpr std::uint32_t kNumber = 1;
 constexpr std::uint32_t kFirstContent = 2;
@@ -87,6 +88,7 @@ void OutputCells::setContent(const Address& address, TnContent content)
     slotAt(address).aside = kFirstContent + keep(std::move(content));
 }
 
+/// Labels repeat in thousands of cells; the same content is kept once.
 std::uint32_t OutputCells::keep(TnContent content)
 {
     const auto known = _contentOfText.find(content.text);

@@ -62,6 +62,8 @@ int PivotTableState::declareChild(int dimension, int parent, bool isGroup, const
     return found->second;
 }
 
+/// Procedures tell the categories of a dimension again and again in one order, so the one behind
+/// the last is tried first.
 int PivotTableState::nextChild(int dimension, int parent, bool isGroup, const std::string& text)
 {
     const auto& children = node(dimension, parent).children;
@@ -92,6 +94,7 @@ int PivotTableState::addChild(int dimension, int parent, bool isGroup, const TnC
     return added;
 }
 
+/// Empty while a category of some dimension is not open: there is no cell then.
 std::vector<int> PivotTableState::addressOf(int dimension, int category)
 {
     std::vector<int> address = leafOpen;
@@ -100,6 +103,7 @@ std::vector<int> PivotTableState::addressOf(int dimension, int category)
     return isWhole ? address : std::vector<int>();
 }
 
+/// The place of the note in the table's list, where equal texts are one.
 int PivotTableState::note(const TnAnnotation& annotation)
 {
     const TnCellText* text = annotation.text.text();

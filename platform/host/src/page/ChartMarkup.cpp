@@ -25,6 +25,7 @@ std::string textOf(const PageJson* value)
     return lines;
 }
 
+/// Values that are no list are a text in some form of the drawing library's, shown as it is.
 void writeValues(std::ostream& out, const std::string& name, const PageJson& values)
 {
     if (values.is_array() && !values.empty())
@@ -57,6 +58,7 @@ const PageJson& featuresOf(const PageJson& geoJson)
     return features ? *features : geoJson;
 }
 
+/// Maps as data beside the chart: the page may fetch nothing.
 void writeSources(std::ostream& out, const OutputDocument& document)
 {
     for (const auto& [name, text] : document.geoJson)
@@ -65,6 +67,7 @@ void writeSources(std::ostream& out, const OutputDocument& document)
                 << escaped(name) << "\">" << scriptJson(featuresOf(*geoJson)) << "</script>\n";
 }
 
+/// A remark of the page's own, looking like a warning of the output.
 void writeNote(std::ostream& out, const std::string& key)
 {
     out << "<p class=\"message level2\" role=\"note\">" << escaped(translate(key)) << "</p>\n";

@@ -20,6 +20,7 @@ void writeClosing(std::ostream& out)
     out << "</table>\n</div>\n";
 }
 
+/// A number carries its value, for sorting and copying; what has parts of its own is shown as JSON.
 void writeCell(std::ostream& out, const PageJson* value)
 {
     if (!value)
@@ -46,6 +47,7 @@ std::vector<std::string> columnsOf(const PageJson& records)
     return columns;
 }
 
+/// Judged by the first record that has the member: columns of words stand at the left.
 bool hasWords(const PageJson& records, const std::string& column)
 {
     const auto first = std::find_if(records.begin(), records.end(), [&](const PageJson& record) {
@@ -65,6 +67,7 @@ void writeColumns(std::ostream& out, const std::vector<std::string>& columns,
     out << "</tr>\n</thead>\n";
 }
 
+/// Records go by their columns, other rows by their elements.
 void writeRow(std::ostream& out, const PageJson& row, const std::vector<std::string>& columns)
 {
     out << "<tr>";

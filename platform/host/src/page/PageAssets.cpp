@@ -10,6 +10,7 @@
 
 namespace {
 
+/// As a security policy names a text that it lets in.
 std::string hashSource(const std::string& text)
 {
     std::array<unsigned char, crypto_hash_sha256_BYTES> hash{};

@@ -31,6 +31,7 @@ std::string titleOf(const OutputItem& item)
     return {};
 }
 
+/// The words of the host for the levels of a message.
 std::string levelWord(int level)
 {
     constexpr const char* words[] = {"",      "Comment",     "Warning",

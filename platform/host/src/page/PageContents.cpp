@@ -7,6 +7,7 @@
 
 namespace {
 
+/// A letter for the kind, so that an anchor tells what it leads to.
 char kindOf(const OutputItem& item)
 {
     constexpr char kinds[] = {'h', 't', 'c', 'v', 'm'};

@@ -9,6 +9,7 @@ namespace {
 
 constexpr int kDeepest = 64;
 
+/// What a view draws: a word, or an object with more to say of it.
 bool isMark(const PageJson* mark)
 {
     return mark && (mark->is_string() || mark->is_object());
@@ -35,6 +36,7 @@ bool isComposed(const PageJson& value)
     });
 }
 
+/// One view, drawn for each value of a field.
 bool isRepeated(const PageJson& value)
 {
     const PageJson* view = memberOf(value, "spec");

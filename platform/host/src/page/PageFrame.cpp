@@ -20,6 +20,7 @@ std::string language()
     return locale;
 }
 
+/// The hashes of what the page carries, for its policy.
 std::string sources(const std::vector<PageAsset>& assets)
 {
     std::string list;
@@ -28,6 +29,7 @@ std::string sources(const std::vector<PageAsset>& assets)
     return list;
 }
 
+/// What the scripts say, in the host's language: they have no words of their own.
 std::string words()
 {
     nlohmann::json table;

@@ -15,6 +15,7 @@ constexpr char16_t kControlPictures = 0x2400;
 constexpr char16_t kDeletePicture = 0x2421;
 constexpr char kDelete = 0x7F;
 
+/// Whether a byte may stand in markup as it is.
 bool isPlain(char byte)
 {
     constexpr std::string_view markup = "&<>\"'";
@@ -32,6 +33,7 @@ char16_t shownAs(char16_t character)
     return character == kDelete ? kDeletePicture : character;
 }
 
+/// Valid UTF-8 whatever came in: ICU puts U+FFFD for bytes that are none.
 std::string withoutControls(std::string_view text)
 {
     auto units = icu::UnicodeString::fromUTF8(
@@ -61,6 +63,7 @@ std::string_view entityOf(char byte)
     }
 }
 
+/// Set apart by direction; a long text gets a box that scrolls.
 std::string boxed(std::size_t length, const std::string& markup)
 {
     if (length <= kLongText)

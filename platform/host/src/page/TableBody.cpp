@@ -1,18 +1,12 @@
 #include "page/TableBody.h"
 
-#include <limits>
 #include <ostream>
 
+#include "VexaCases.h"
 #include "page/PageText.h"
+#include "values/DateText.h"
 
 namespace {
-
-bool isTime(const VEXA_Format& format)
-{
-    return (format.type >= kFormatDate && format.type <= kFormatWeekAndYear) ||
-           format.type == kFormatDateWithDots || format.type == kFormatDateYearFirst ||
-           format.type == kFormatTimeMinutesFirst || format.type == kFormatDateTimeYearFirst;
-}
 
 /// The value behind a cell's text, where the text is not all there is to it. A spreadsheet takes a
 /// date better as it is shown than as seconds, and a missing value as an empty cell.
@@ -22,10 +16,10 @@ std::string valueOf(const TnContent& content)
         return content.text.find("\\n") == std::string::npos
                    ? ""
                    : " data-text=\"" + escaped(content.text) + "\"";
-    if (*content.number == std::numeric_limits<double>::lowest())
+    if (*content.number == kSystemMissing)
         return " data-value=\"\"";
     return " data-value=\"" + fullNumber(*content.number) + "\"" +
-           (isTime(content.format) ? " data-shown" : "");
+           (isDateFormat(content.format) ? " data-shown" : "");
 }
 
 class BodyWriter

@@ -4,7 +4,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "output/StringTable.h"
 #include "page/PageText.h"
 #include "page/TableBody.h"
 

@@ -52,6 +52,7 @@ bool isPlainBytes(UConverter* converter)
     }
 }
 
+/// The name that other programs know, where there is one.
 std::string preferredName(UConverter* converter)
 {
     UErrorCode error = U_ZERO_ERROR;
@@ -64,19 +65,20 @@ std::string preferredName(UConverter* converter)
     return own;
 }
 
+} // namespace
+
 bool isAscii(std::string_view text)
 {
     return std::all_of(text.begin(), text.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-} // namespace
-
 struct CodePage::Impl
 {
     explicit Impl(ConverterHandle handle);
     void toUnits(std::string_view text, std::u16string& result);
     void toBytes(std::u16string_view units, std::string& result);
+    /// By trying: what ICU tells of a code page does not say it.
     bool findsAscii();
 
     std::mutex mutex; // the converter keeps state during a call

@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+/// Whether all bytes are ASCII's: such a text is the same in nearly every code page.
+bool isAscii(std::string_view text);
+
 /// One code page, by ICU: conversion from and to UTF-8, and stepping through a text character by
 /// character. All operations may be called from any thread.
 class CodePage

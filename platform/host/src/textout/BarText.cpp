@@ -10,6 +10,7 @@ constexpr std::size_t kEighths = 8;
 constexpr const char* kFull = "█";
 constexpr std::array<const char*, kEighths> kParts{"", "▏", "▎", "▍", "▌", "▋", "▊", "▉"};
 
+/// Of a character that takes more than a byte.
 std::string repeated(const char* text, std::size_t count)
 {
     std::string all;

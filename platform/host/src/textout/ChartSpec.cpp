@@ -12,6 +12,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr int kDeepest = 50; ///< views inside each other
 
+/// A null for what is not there, so that paths into a specification need no test at each step.
 const Json& memberOf(const Json& object, const char* key)
 {
     static const Json none;
@@ -58,6 +59,7 @@ std::string fieldName(const std::string& path)
     return name;
 }
 
+/// The labels of the result's fields, by id: axes have them where a chart names no title.
 std::map<std::string, std::string> fieldLabels(const Json& dataModel)
 {
     std::map<std::string, std::string> labels;
@@ -119,6 +121,7 @@ private:
     std::vector<ChartPlot> _plots;
 };
 
+/// Goes through views that are laid over or beside each other, down to those that draw.
 void PlotCollector::visit(const Json& view, Inherited above, int depth)
 {
     if (!view.is_object() || depth > kDeepest)
@@ -141,6 +144,7 @@ void PlotCollector::visit(const Json& view, Inherited above, int depth)
         add(view, above);
 }
 
+/// Values stand in the view, or under a name among the data sets of the whole chart.
 const Json& PlotCollector::valuesOf(const Json& data) const
 {
     if (data.is_object() && data.contains("values"))
@@ -148,6 +152,7 @@ const Json& PlotCollector::valuesOf(const Json& data) const
     return memberOf(_datasets, textOf(memberOf(data, "name")).c_str());
 }
 
+/// The chart's own title for it comes first, then the field's label, then its name.
 std::string PlotCollector::titleOfField(const Channel& channel) const
 {
     for (const Json* holder : {channel.definition, &memberOf(*channel.definition, "axis"),

@@ -22,6 +22,7 @@ const nlohmann::ordered_json& valueOf(const nlohmann::ordered_json& row, const s
     return found != row.end() ? *found : none;
 }
 
+/// A value, or both ends of what a bar stands over.
 TextGrid::Cell cellOf(const nlohmann::ordered_json& row, const ChartPlot::Column& column)
 {
     const nlohmann::ordered_json& value = valueOf(row, column.field);
@@ -51,6 +52,7 @@ private:
     BarScale _scale;
 };
 
+/// No bar for what is no number.
 double PlotWriter::barValue(std::size_t row) const
 {
     const auto& value = valueOf(*_plot.rows[row], _plot.columns[*_plot.bars].field);

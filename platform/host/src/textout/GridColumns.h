@@ -25,6 +25,7 @@ public:
     std::size_t width(const std::size_t* begin, const std::size_t* end) const;
 
 private:
+    /// What the cells of a column take, in characters.
     struct Column
     {
         std::size_t width = 0;

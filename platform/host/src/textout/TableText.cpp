@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "TerminalText.h"
 #include "TextGrid.h"
 #include "output/TableAxis.h"
 #include "textout/TableHeader.h"

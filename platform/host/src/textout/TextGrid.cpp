@@ -41,6 +41,7 @@ std::string blanks(std::size_t count)
     return std::string(count, ' ');
 }
 
+/// One line of a part, as wide as the part. A mark stands behind the last line of its text.
 std::string lineOf(const Part& part, std::size_t number)
 {
     if (number >= part.lines.size())
@@ -114,6 +115,8 @@ Tiles BlockDrawing::bodyTiles(std::size_t row) const
     return tiles;
 }
 
+/// The line between two rows. Nothing is drawn inside a label that goes on below; where lines meet,
+/// the joint is that of the directions they go in.
 void BlockDrawing::rule(const Tiles& above, const Tiles& below)
 {
     const std::size_t count = _block.size();
@@ -138,6 +141,7 @@ void BlockDrawing::rule(const Tiles& above, const Tiles& below)
     _out << line << '\n';
 }
 
+/// Writes parts beside each other, as high as the highest.
 void BlockDrawing::parts(const std::vector<Part>& parts)
 {
     std::size_t height = 1;

@@ -6,6 +6,7 @@
 
 namespace {
 
+/// The terminal's command; colours are those that every terminal has.
 const char* codeOf(TextPage::Style style)
 {
     switch (style) {

@@ -23,6 +23,7 @@ bool hasPlainElements(const Json& value)
                        [](const Json& element) { return element.is_primitive(); });
 }
 
+/// Short lists read better in one line than each element on its own.
 std::string inOneLine(const Json& array)
 {
     std::string line;
@@ -56,6 +57,7 @@ private:
         _page.write(name + (text.empty() ? ":" : ": " + text), TextPage::Style::Plain,
                     std::string(depth * kIndent, ' '));
     }
+    /// Elements of a list are called by their numbers.
     void members(const std::string& name, const Json& value, std::size_t depth)
     {
         line(name, {}, depth);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <string>
+#include <vector>
 
 #include "values/ClockText.h"
 #include "values/HostCalendar.h"
@@ -53,6 +55,7 @@ std::string threeDigits(int number)
     return (number < 100 ? "0" : "") + twoDigits(number);
 }
 
+/// One spelling of a date, with the year as given.
 std::string spellDate(const DatePieces& date, const std::string& year, int type)
 {
     switch (type) {
@@ -75,6 +78,7 @@ std::string spellDate(const DatePieces& date, const std::string& year, int type)
     }
 }
 
+/// A width that does not hold the century may hold the rest.
 Spellings dates(double value, int type)
 {
     Spellings all;
@@ -128,6 +132,7 @@ std::string spellDuration(Clock clock, int type, bool withSeconds)
     return text + (withSeconds ? hoursText(clock) : hoursAndMinutesText(clock));
 }
 
+/// Decimals go first, then the seconds.
 Spellings durations(double value, int decimals, int type)
 {
     Spellings all;
@@ -156,6 +161,7 @@ Spellings names(double value, int type)
     return {name, name.substr(0, kShortName)};
 }
 
+/// None for a value that is no date.
 Spellings spellings(double value, const VEXA_Format& format)
 {
     const int decimals = std::min<int>(format.decimals, kMostClockDecimals);

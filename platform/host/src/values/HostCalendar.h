@@ -2,7 +2,6 @@
 
 #include <array>
 #include <chrono>
-#include <cstdint>
 #include <optional>
 #include <string_view>
 

@@ -1,5 +1,4 @@
 #include <charconv>
-#include <cmath>
 #include <limits>
 
 #include "values/NumberText.h"

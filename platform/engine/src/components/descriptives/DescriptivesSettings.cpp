@@ -51,6 +51,7 @@ constexpr std::pair<const char*, ContainerKind> kContainerNames[] = {
 /// What containers of other names hold, by their place.
 constexpr ContainerKind kContainerPlaces[] = {ContainerKind::Pmml, ContainerKind::Statistics};
 
+/// Whether the value asks for nothing; one of another type asks for something.
 bool isDefault(const Json& value, const std::variant<bool, const char*>& standard)
 {
     if (const bool* flag = std::get_if<bool>(&standard))
@@ -97,6 +98,7 @@ std::optional<Fields> fieldList(const StepCall& call, const Settings& settings,
                              typeWordOf(field.GetStorage()) + ", not " + wanted);
 }
 
+/// Each date makes up points of time by itself.
 void readDateFields(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
 {
     const std::string key = "stdDateTimeFieldList";
@@ -107,6 +109,7 @@ void readDateFields(const StepCall& call, const Settings& settings, Descriptives
     }
 }
 
+/// The numbers of one inner list make up points of time together.
 void readPeriodFields(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
 {
     const std::string key = "nonStdDateTimeFieldList";
@@ -139,6 +142,7 @@ void readWeight(const StepCall& call, const Settings& settings, DescriptivesSett
     result.weight = name;
 }
 
+/// Without a list every field is described, but not the one that weighs.
 void readFields(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
 {
     if (auto listed = fieldList(call, settings, "inputFieldList")) {

@@ -8,6 +8,7 @@
 
 namespace EmbeddedHV {
 
+/// Nothing in a place stands for no quartile: a column without values has none.
 struct Quartiles
 {
     std::optional<double> first;

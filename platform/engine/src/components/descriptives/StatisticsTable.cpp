@@ -77,6 +77,7 @@ constexpr Statistic kSummaries[] = {
      false},
 };
 
+/// Data that are weighted have weights and counts of records, others counts alone.
 std::vector<Statistic> columnsFor(const DataSummary& summary, bool withSummaries)
 {
     std::vector<Statistic> columns;
@@ -89,6 +90,7 @@ std::vector<Statistic> columnsFor(const DataSummary& summary, bool withSummaries
     return columns;
 }
 
+/// Statistics of one group that follow each other share its heading.
 std::vector<Category> categoriesOf(const std::vector<Statistic>& columns)
 {
     std::vector<Category> categories;
@@ -128,6 +130,7 @@ int decimalsFor(double value)
     return static_cast<int>(std::clamp(decimals, 0.0, static_cast<double>(kMostDecimals)));
 }
 
+/// Those of the field's own format, or as many as its spread takes to be seen.
 int decimalsOfValues(const FieldSummary& field)
 {
     if (const auto decimals = decimalsOf(field.field))
@@ -142,6 +145,7 @@ Json countFormat(Kind kind)
     return numberFormat(kind == Kind::Weight ? kDecimalsOfWeights : 0);
 }
 
+/// A mean has more decimals than the values, a shape has none of theirs.
 Json formatFor(const Statistic& statistic, const FieldSummary& field)
 {
     const int most = static_cast<int>(kMostDecimals);
@@ -229,6 +233,7 @@ private:
     const std::vector<Statistic>& _columns;
 };
 
+/// A reader must know that counts are weights, and what was left out for them.
 void tellWeight(PivotTable& table, const DataSummary& summary)
 {
     if (!summary.weightField)

@@ -4,6 +4,8 @@
 #include <cctype>
 #include <string_view>
 
+#include "CFDatum.h"
+
 namespace EmbeddedHV {
 namespace {
 

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include <pugixml.hpp>
-
-#include "components/descriptives/FieldSummary.h"
 
 namespace EmbeddedHV {
 

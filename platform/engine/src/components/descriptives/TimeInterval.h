@@ -10,6 +10,7 @@
 
 namespace EmbeddedHV {
 
+/// The units that an interval is told in, the longest first.
 enum class TimeUnit
 {
     Year,

@@ -26,6 +26,7 @@ struct Category
 class PivotTable
 {
 public:
+    /// One dimension, with its outermost categories in order.
     struct Dimension
     {
         Json text;        ///< a text item

@@ -1,4 +1,4 @@
-#include "runner/JavaThreadScope.h"
+#include "bridge/JavaThreadScope.h"
 
 #include "VexaJVM.h"
 

@@ -1,10 +1,14 @@
-#include "data/StorageOfFormat.h"
+#pragma once
 
+#include "CFField.h"
 #include "VexaFormat.h"
 
-CFField::StorageType storageOfFormatType(std::uint8_t formatType)
+/// The kind of column that holds the values of a format. To the host dates, times and timestamps
+/// are numbers like any other; only the format tells that they stand for a moment. Weekdays and
+/// months stay numbers. Any thread.
+inline CFField::StorageType storageOfFormat(const VEXA_Format& format)
 {
-    switch (formatType) {
+    switch (format.type) {
     case kFormatString:
     case kFormatHexString:
         return CFField::String;

@@ -1,0 +1,172 @@
+#include "data/CsvPlainCopy.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <optional>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "ErrorText.h"
+#include "FileServices.h"
+#include "datafile/FileDescriptor.h"
+#include "datafile/NativePath.h"
+#include "text/CodePage.h"
+
+namespace {
+
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t kDigitsOfGroup = 3;
+
+std::size_t countDigits(std::string_view text)
+{
+    const std::size_t end = text.find_first_not_of("0123456789");
+    return end == std::string_view::npos ? text.size() : end;
+}
+
+/// Takes the whole part of a number away from the beginning of the text, and gives its digits. In
+/// 1.234 a period groups digits; in 0.234 it cannot.
+std::string takeWholePart(std::string_view& text)
+{
+    const std::size_t first = countDigits(text);
+    std::string digits(text.substr(0, first));
+    text.remove_prefix(first);
+    if (first == 0 || first > kDigitsOfGroup || digits.front() == '0')
+        return digits;
+    while (text.starts_with('.') && countDigits(text.substr(1)) == kDigitsOfGroup) {
+        digits += text.substr(1, kDigitsOfGroup);
+        text.remove_prefix(1 + kDigitsOfGroup);
+    }
+    return digits;
+}
+
+bool isFraction(std::string_view text)
+{
+    const std::size_t digits = countDigits(text);
+    std::string_view rest = text.substr(digits);
+    if (digits == 0 || rest.empty())
+        return digits > 0;
+    if (rest.front() != 'e' && rest.front() != 'E')
+        return false;
+    rest.remove_prefix(1);
+    if (rest.starts_with('-') || rest.starts_with('+'))
+        rest.remove_prefix(1);
+    return !rest.empty() && countDigits(rest) == rest.size();
+}
+
+/// A number such as -1.234,5 as -1234.5; nullopt for a text that is none, or is one as it stands.
+std::optional<std::string> withPeriod(std::string_view text)
+{
+    const std::size_t whole = text.size();
+    std::string number;
+    if (text.starts_with('-') || text.starts_with('+')) {
+        number = text.front();
+        text.remove_prefix(1);
+    }
+    number += takeWholePart(text);
+    if (text.empty())
+        return number.size() == whole ? std::nullopt : std::optional(number);
+    if (text.front() != ',' || !isFraction(text.substr(1)))
+        return std::nullopt;
+    return number + "." + std::string(text.substr(1));
+}
+
+/// Rewrites a text that comes in pieces.
+class PlainText
+{
+public:
+    explicit PlainText(const CsvForm& form) : _form(form) {}
+
+    void take(std::string_view piece)
+    {
+        for (const char character : piece)
+            take(character);
+    }
+    void end() { endField(); }
+    /// What is done so far; it goes from here.
+    std::string& done() { return _done; }
+
+private:
+    void take(char character);
+    void endField();
+
+    const CsvForm& _form;
+    std::string _field;   ///< as it stands in the file, quotes included
+    bool _quoted = false; ///< between quotes, where a separator is a letter like others
+    std::string _done;
+};
+
+void PlainText::take(char character)
+{
+    const bool isSeparator = character == _form.separator;
+    if (!_quoted && (isSeparator || character == '\n' || character == '\r')) {
+        endField();
+        _done += isSeparator ? ',' : character;
+        return;
+    }
+    // A doubled quote closes and opens. One inside a field that does not begin with one is a
+    // letter.
+    if (character == '"' && (_field.empty() || _field.front() == '"'))
+        _quoted = !_quoted;
+    _field += character;
+}
+
+void PlainText::endField()
+{
+    const bool hasQuotes = _field.size() > 1 && _field.front() == '"' && _field.back() == '"';
+    const std::string_view text =
+        std::string_view(_field).substr(hasQuotes ? 1 : 0, _field.size() - (hasQuotes ? 2 : 0));
+    const auto number = _form.decimalComma ? withPeriod(text) : std::nullopt;
+    if (number) {
+        _done += *number;
+    } else if (_field.starts_with('"') || _field.find(',') == std::string::npos) {
+        _done += _field;
+    } else {
+        _done += '"';
+        for (const char character : _field)
+            _done.append(character == '"' ? 2 : 1, character);
+        _done += '"';
+    }
+    _field.clear();
+    _quoted = false;
+}
+
+[[noreturn]] void fail(const std::string& what)
+{
+    throw ErrorText(what + ": " + std::generic_category().message(errno));
+}
+
+} // namespace
+
+std::shared_ptr<datafile::ScratchFile> plainCopy(const std::string& path, const std::string& name,
+                                                 const CsvForm& form)
+{
+    const datafile::FileDescriptor source(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!source)
+        fail(name + ": the file cannot be read");
+    auto target = std::make_shared<datafile::ScratchFile>(
+        datafile::nativePath(hostToUtf8(GetVexaTempPath())));
+    PlainText text(form);
+    const auto flush = [&] {
+        if (!target->write(text.done()))
+            fail(name + ": no copy with commas can be made");
+        text.done().clear();
+    };
+    std::string block(kBlock, '\0');
+    bool isFirst = true;
+    ssize_t got = 0;
+    while ((got = source.readUpTo(block.data(), block.size())) > 0) {
+        std::string_view piece(block.data(), static_cast<std::size_t>(got));
+        if (std::exchange(isFirst, false) && piece.starts_with(kByteOrderMark))
+            piece.remove_prefix(kByteOrderMark.size());
+        text.take(piece);
+        flush();
+    }
+    if (got < 0)
+        fail(name + ": the file cannot be read");
+    text.end();
+    flush();
+    target->rewind();
+    return target;
+}
