@@ -15,6 +15,7 @@ CLI::App* command(CLI::App& map, const char* name, const char* purpose, const st
     return added;
 }
 
+/// The source of geometry.
 void addMap(CLI::App& app, MapOptions& options)
 {
     app.add_option(
@@ -37,6 +38,7 @@ void addFormat(CLI::App& app, std::string& format)
         ->check(CLI::IsMember({"text", "csv", "json"}));
 }
 
+/// The file to write and the systems; what the source's is by default differs.
 void addResult(CLI::App& app, GeoJsonOptions& options, const char* from)
 {
     app.add_option("OUT,-o", options.output, "The GeoJSON file to write; - for standard output")

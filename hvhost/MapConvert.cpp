@@ -12,6 +12,7 @@ namespace {
 /// The name for coordinates of a plane, without a system.
 constexpr const char* kPlane = "CARTESIAN";
 
+/// An option that would do nothing is refused: nobody should believe that it did something.
 void refuseTargetOfPlane(const GeoJsonOptions& options, bool isPlane)
 {
     if (isPlane && !options.to.empty())
@@ -20,6 +21,7 @@ void refuseTargetOfPlane(const GeoJsonOptions& options, bool isPlane)
                            "--from names the system that they are in");
 }
 
+/// Without an option the source tells its system by itself, or has none.
 KnownSystem sourceSystem(MapSession& session, const std::string& text)
 {
     return text == kPlane ? KnownSystem{kPlane, 0} : session.system("--from", text);

@@ -54,6 +54,7 @@ Json jsonOf(const std::vector<HVRunner::LayerInfo>& layers, const std::string& n
     return document;
 }
 
+/// An answer that is empty means that something went wrong on the way.
 std::string shownLayers(MapSession& session, const MapInput& map, const std::string& format)
 {
     std::string answer;
@@ -85,6 +86,7 @@ const CFField* shapesOf(const CFMetaData& model)
     return nullptr;
 }
 
+/// Shapes are told by their kind, not by the text that they are kept as.
 ResultTable fieldTable(const CFMetaData& model)
 {
     ResultTable table;
@@ -101,6 +103,7 @@ ResultTable fieldTable(const CFMetaData& model)
     return table;
 }
 
+/// As in "WGS 84 (4326), geographic".
 std::string systemOf(const CFGeo& geo)
 {
     if (geo.GetCsname().empty() && geo.GetWkid() <= 0)
@@ -175,6 +178,7 @@ void readOne(MapSession& session, const MapInput& map)
     session.host().run(job, map.origin());
 }
 
+/// The data model, or the fault that keeps it from being there.
 std::string dataModelOf(MapSession& session, const MapInput& map)
 {
     std::string model;

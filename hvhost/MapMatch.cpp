@@ -75,6 +75,7 @@ ResultTable tableOf(const std::vector<const Side*>& sides)
     return table;
 }
 
+/// How many there are, and which.
 void printText(const Side& side, std::ostream& out)
 {
     out << "only in the " << side.word << ": " << side.count() << '\n';
@@ -87,6 +88,7 @@ Json jsonOf(const Side& side)
     return {{"keys", side.keys}, {"unmatched", side.unmatched}, {"more", side.hasMore}};
 }
 
+/// The whole result; as csv the lists alone, one below the other.
 std::string shown(int matched, const Side& map, const Side& data, const std::string& format)
 {
     std::ostringstream out;

@@ -41,6 +41,7 @@ private:
     InterruptHandler* _earlier;
 };
 
+/// A path has no protocol in front.
 bool isAddress(const std::string& source)
 {
     return source.find("://") != std::string::npos;
@@ -84,6 +85,7 @@ void MapSession::perform(const std::function<bool(HVInteractiveSTEM&)>& request,
         origin);
 }
 
+/// Tells of the last job, and ends the command if the request did not succeed.
 void MapSession::settle(bool isDone, const std::string& source, const JobOrigin& origin)
 {
     for (const std::string& message : _maps->getMessages())
@@ -97,11 +99,13 @@ void MapSession::settle(bool isDone, const std::string& source, const JobOrigin&
     if (!_maps->hasError(fault.id, fault.text, fault.detail))
         throw CommandFault(ExitStatus::JobFailed, source + ": the request failed without a reason");
     _host.log("failed: " + fault.id + " " + fault.text + " " + fault.detail);
+    // Without an id it is no job that says so, but what was found before one.
     if (fault.id.empty())
         throw CommandFault(ExitStatus::Input, source + ": " + fault.text);
     throw wordFault(fault, {}, origin);
 }
 
+/// The engine tells the full name, which a request for a map needs to know that there is a target.
 KnownSystem MapSession::system(const std::string& option, const std::string& text)
 {
     if (text.empty())

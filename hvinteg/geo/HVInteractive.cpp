@@ -7,6 +7,7 @@
 
 namespace {
 
+/// The reason where nobody gives one. Callers know it by this text and say what they were at.
 constexpr const char* kUnknown = "unknown HV message";
 
 /// Asks the engine something. What it throws becomes a text; `reason` stays as it is otherwise.
@@ -16,6 +17,7 @@ bool ask(const Question& question, std::string& reason)
     try {
         return question();
     } catch (const EmbeddedHV::JavaException& exception) {
+        // The trace is for whoever looks after the engine, and goes where the message goes.
         reason = std::string(exception.getMessage()) + "\nTrace message:\n" + exception.getTrace();
     } catch (const EmbeddedHV::Exception& exception) {
         reason = exception.getMessage();
@@ -51,6 +53,7 @@ bool HVInteractive::tryGetMetadata(HVRunner& runner, const std::string& jobText,
     _exceptionText.clear();
     if (ask([&] { return runner.getMetadata(jobText, container, result); }, _exceptionText))
         return true;
+    // Nothing was thrown: the engine has no answer.
     if (_exceptionText.empty())
         _exceptionText = kUnknown;
     return false;

@@ -20,6 +20,7 @@
 
 namespace {
 
+// What the user is told, by the keys of the host's string table.
 constexpr const char* kNoShapeInZip = "The selected zip file does not contain a shape file.";
 constexpr const char* kNoDbf = "A corresponding dbf file was not found";
 constexpr const char* kUnreadableShape = "Cannot read the selected file.";
@@ -28,6 +29,7 @@ constexpr const char* kUnreadableLayer = "Shape source is invalid.";
 constexpr std::size_t kExtension = 3; ///< what a file name ends in, behind its period
 constexpr std::size_t kZipEnding = 4; ///< and with it
 
+/// By its ending, in any letter case.
 bool isZip(const std::string& path)
 {
     return path.size() >= kZipEnding &&
@@ -43,6 +45,7 @@ bool hasAttributes(std::string path)
     return FileSpecific(path).Exists();
 }
 
+/// The job whose result is described: it is never run.
 std::string describeJob(const MapSource& source, const HVStatContainer& container)
 {
     JNIHvlProgram program;
@@ -118,6 +121,8 @@ MapSource HVInteractiveSTEM::serviceOf(const std::string& url, int layer) const
     return MapSource::service(transcodeToUTF8(url.c_str(), converter()), layer);
 }
 
+/// Empty, with the reason set, if there is none. Whether the file itself is there, and good, the
+/// engine finds out when it reads it.
 std::string HVInteractiveSTEM::getShapeFilePath(const std::string& path)
 {
     std::string shapePath = path;
@@ -132,6 +137,7 @@ std::string HVInteractiveSTEM::getShapeFilePath(const std::string& path)
     return {};
 }
 
+/// The shape file bears the name of its archive and stands at the top of it.
 std::string HVInteractiveSTEM::unpackedShape(const std::string& path)
 {
     std::string directory;
@@ -145,6 +151,8 @@ std::string HVInteractiveSTEM::unpackedShape(const std::string& path)
     return {};
 }
 
+/// An archive that was unpacked before is not looked at again, so that all requests of a dialog see
+/// one map. Empty if it cannot be unpacked.
 std::string HVInteractiveSTEM::unpackedFolder(const std::string& path, const std::string& name)
 {
     if (_tempSubDirs == nullptr)

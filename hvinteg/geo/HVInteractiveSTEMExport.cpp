@@ -13,6 +13,7 @@
 
 namespace {
 
+/// Read, moved if there is a target, and written.
 std::string exportJob(const MapSource& source, const CoordinateSystem& from,
                       const CoordinateSystem& to, const MapExport& order)
 {
@@ -72,6 +73,8 @@ bool HVInteractiveSTEM::getServiceGeoJSON(const std::string& fromName, int fromW
                                              "Shape source is invalid."});
 }
 
+/// A system that is not known leaves an empty name: as the source it is the map's own, as the
+/// target it is a fault that the job reports.
 bool HVInteractiveSTEM::exportMap(const MapSource& source, const MapExport& order)
 {
     RequestScope request(*this);

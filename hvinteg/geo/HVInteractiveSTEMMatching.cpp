@@ -37,6 +37,7 @@ struct HVInteractiveSTEM::KeyMatching
 
 namespace {
 
+/// Which of the three questions a traced job answers.
 std::string traceNameOf(const MatchedValues& wanted)
 {
     return std::string("MappingKeys") + (wanted.unmatched ? "_UnMatch" : "_Match") +
@@ -70,6 +71,7 @@ bool HVInteractiveSTEM::matchServiceKeys(const std::string& url, int layer, cons
     return matchKeys(serviceOf(url, layer), "MatchServiceKeys_Preshape", matching);
 }
 
+/// The answers are empty from here on, whatever comes of the request.
 bool HVInteractiveSTEM::matchKeys(const MapSource& source, const char* tag,
                                   const KeyMatching& matching)
 {
@@ -99,6 +101,7 @@ bool HVInteractiveSTEM::runMatching(const MapSource& source, const char* tag,
         return false;
     const MatchSides sides{data, model, cases->rows(), toUtf8(matching.mapKeys),
                            toUtf8(matching.data.variables)};
+    // Only their number is wanted.
     KeyRows matched;
     const MatchedValues common{true, false, kNoLimit, matched};
     const bool isCounted = getMatchedValues(sides, common);
@@ -108,6 +111,7 @@ bool HVInteractiveSTEM::runMatching(const MapSource& source, const char* tag,
     return isCounted && getMatchedValues(sides, ofMap) && getMatchedValues(sides, ofData);
 }
 
+/// The joins read the map three times, from a file that is faster than a shape file or a service.
 bool HVInteractiveSTEM::copyMap(const MapSource& source, const char* tag, const HVSimpleFile& data,
                                 const HVSimpleFile& model)
 {
@@ -127,6 +131,7 @@ bool HVInteractiveSTEM::copyMap(const MapSource& source, const char* tag, const 
     return isCopied;
 }
 
+/// One question: the join of the distinct keys of both sides, and the rows that it leaves.
 bool HVInteractiveSTEM::getMatchedValues(const MatchSides& sides, const MatchedValues& wanted)
 {
     const HVSimpleFile data("joindata.csv", true, true);

@@ -18,6 +18,7 @@ namespace {
 
 constexpr const char* kInvalid = "Shape source is invalid.";
 
+/// Whether all fields are there and can be coordinates.
 bool areNumbers(const CFMetaData& model, const std::vector<std::string>& fields)
 {
     return std::all_of(fields.begin(), fields.end(), [&model](const std::string& name) {
@@ -65,10 +66,13 @@ bool HVInteractiveSTEM::exportPoints(const DialogChoice& data,
     const ExecutionScope execution(runner());
     const bool isWritten = writePoints(cases->rows(), toUtf8(coordinateFields),
                                        order.isCartesian() ? nullptr : &from, to, order);
+    // Before the cases go, which the execution knows.
     cleanExecution();
     return isWritten;
 }
 
+/// Two jobs over the same cases: the first finds where the points lie, which the data model of the
+/// second one tells.
 bool HVInteractiveSTEM::writePoints(HVRawDataIterator& iterator,
                                     const std::vector<std::string>& fields,
                                     const CoordinateSystem* from, const CoordinateSystem& to,
@@ -87,6 +91,7 @@ bool HVInteractiveSTEM::writePoints(HVRawDataIterator& iterator,
     return isWritten;
 }
 
+/// A job that was cancelled on the way leaves no file, and so no envelope.
 std::vector<double> HVInteractiveSTEM::getGeoEnvelope(HVRawDataIterator& iterator,
                                                       const std::string& xField,
                                                       const std::string& yField)

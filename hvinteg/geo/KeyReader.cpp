@@ -47,6 +47,7 @@ std::optional<std::vector<std::string>> KeyReader::presentRow()
     return row;
 }
 
+/// Numbers are told as the host tells them in texts, so that a caller can compare them.
 std::optional<std::string> KeyReader::valueOf(int field)
 {
     if (field < 0)

@@ -96,6 +96,7 @@ void MatchJob::makeReal(const std::string& key)
     _realKeys.push_back(std::move(reclassify));
 }
 
+/// Keys alone make each side small, and count what is there several times once.
 void MatchJob::aggregate()
 {
     for (std::size_t i = 0; i < _sides.mapKeys.size(); ++i) {
@@ -106,6 +107,8 @@ void MatchJob::aggregate()
     _dataKeys.AddPredFunction(&_readData);
 }
 
+/// Missing keys match nothing, and so stand among the unmatched ones; who reads them leaves them
+/// out.
 void MatchJob::join()
 {
     _join.AddPredFunction(&_mapKeys, "shape");

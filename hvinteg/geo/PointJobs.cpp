@@ -47,6 +47,7 @@ JNIHvlExpression* pointOf(JNIHvlProgram& program, const std::vector<std::string>
     return program.createHvlExpression(pattern, &references);
 }
 
+/// Says that the list of coordinates is a point, and where all points lie.
 void describePoint(HVLUpdateDataModel& update, int dimensions, const CoordinateSystem* system,
                    const std::vector<double>& envelope)
 {
