@@ -2,6 +2,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/SqlQuoting.h"
 #include "maps/GeographyLibrary.h"
 #include "maps/Reprojection.h"
 #include "maps/Reprojections.h"
