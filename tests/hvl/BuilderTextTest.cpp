@@ -2,35 +2,16 @@
 #include <vector>
 
 #include "bridge/JNIHvlExpression.h"
+#include "data/SourceRows.h"
 #include "hvl/BuilderText.h"
 #include "hvl/HVLAggregate.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLFilterFields.h"
 #include "hvl/HVLRead.h"
+#include "hvl/HVLReprojection.h"
 #include "hvl/HVLWrite.h"
-#include "runner/HVStatDataIterator.h"
 
 // What each builder writes for its settings, by the text of the whole job.
-
-namespace {
-
-/// Only its name matters.
-class NamedRows : public HVStatDataIterator
-{
-public:
-    std::string getName() override { return name; }
-    std::string getDataModel() override { return {}; }
-    unsigned int nextRecord() override { return EndOfData; }
-    unsigned int getRecordValue(unsigned long long, void*&, unsigned long long&) override
-    {
-        return EndOfData;
-    }
-    void dispose(JNIEnv*) override {}
-
-    std::string name = "rows";
-};
-
-} // namespace
 
 TEST_F(BuilderText, ReadWritesItsSource)
 {
@@ -40,9 +21,10 @@ TEST_F(BuilderText, ReadWritesItsSource)
             {"no source", [](HVLRead& read) { read.SetMaxCaseCount(1); }, ""},
             {"iterator: its name at the moment of the call, no data model",
              [](HVLRead& read) {
-                 NamedRows rows;
+                 const MemorySource source({});
+                 SourceRows rows(source);
                  read.ReadIterator(rows);
-                 rows.name = "renamed";
+                 rows.SetName("renamed");
                  read.SetDataModel("model.xml");
              },
              R"({"dataSource":"rows"})"},
@@ -203,6 +185,40 @@ TEST_F(BuilderText, FilterFieldsKeepsNamesInOrder)
                                 },
                                 R"({"fields":["z","a","z"]})"},
                            });
+}
+
+TEST_F(BuilderText, ReprojectionTellsTheSystemsThatAreSet)
+{
+    check<HVLReprojection>(
+        "reprojection", ReprojectionFunction,
+        {
+            {"nothing", [](HVLReprojection&) {}, R"({"type":"all","reprojectionFields":[{}]})"},
+            {"a transformation without a target",
+             [](HVLReprojection& step) {
+                 step.SetTransMethodsName("t");
+                 step.SetOriCoorSystem("ED50");
+             },
+             R"({"type":"all","reprojectionFields":[{"inSR":{"csName":"ED50"}}]})"},
+            {"all of it, for one field",
+             [](HVLReprojection& step) {
+                 step.SetProjectionFieldName("at");
+                 step.SetOriCoorSystem(4326);
+                 step.SetOriCoorSystem("WGS 84");
+                 step.SetDesCoorSystem("Web");
+                 step.SetDesCoorSystem(3857);
+                 step.SetTransMethodsName("t");
+             },
+             R"({"type":"part","reprojectionFields":[{"name":"at",)"
+             R"("inSR":{"csName":"WGS 84","wkid":4326},)"
+             R"("outSR":{"csName":"Web","wkid":3857,"transMethodsName":"t"}}]})"},
+            {"a wkid of 0, and one taken back",
+             [](HVLReprojection& step) {
+                 step.SetOriCoorSystem(5);
+                 step.SetOriCoorSystem(-1);
+                 step.SetDesCoorSystem(0);
+             },
+             R"({"type":"all","reprojectionFields":[{"outSR":{"wkid":0}}]})"},
+        });
 }
 
 TEST_F(BuilderText, ExpressionsStandInTheirStep)
