@@ -34,7 +34,7 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
         "What stands between the fields of a csv file, or tab;\nby default what its first line "
         "tells")
         ->type_name("CHARACTER")
-        ->check(separatorWordCheck());
+        ->check(notEmpty() & separatorWordCheck());
     app.add_flag("--decimal-comma", options.decimalComma,
                  "Numbers of a csv file are written as 1.234,5")
         ->group("Input");
