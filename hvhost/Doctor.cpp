@@ -11,6 +11,7 @@
 #include "CommandFault.h"
 #include "Commands.h"
 #include "EngineException.h"
+#include "EngineMaps.h"
 #include "InterruptWatch.h"
 #include "PathFactory.h"
 #include "ReadableFile.h"
@@ -54,6 +55,20 @@ Finding findDatabase()
     if (symbol == nullptr)
         return {"DuckDB", {}, "the library is not loaded", true};
     return {"DuckDB", reinterpret_cast<Version>(symbol)(), {}, true};
+}
+
+/// Jobs without maps run without these, so none of them is needed.
+std::vector<Finding> findMapLibraries()
+{
+    try {
+        std::vector<Finding> all;
+        for (const auto& [name, version, data] : EmbeddedHV::mapLibraries())
+            all.push_back(
+                {name, version + (data.empty() ? " without its data" : " " + data), {}, false});
+        return all;
+    } catch (const EmbeddedHV::Exception& error) {
+        return {{"maps", {}, withoutLineEnds(error.getMessage()), false}};
+    }
 }
 
 /// A file of the installation.
@@ -101,6 +116,8 @@ std::vector<Finding> findAll()
     for (Finding& finding : tryStart(classes))
         all.push_back(std::move(finding));
     all.push_back(findDatabase());
+    for (Finding& finding : findMapLibraries())
+        all.push_back(std::move(finding));
     const CFAppHost& host = *CFAppHost::getInstance();
     all.push_back(findTempFolder());
     all.push_back({"locale", host.getLocale(), {}, false});

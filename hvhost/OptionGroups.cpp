@@ -149,6 +149,13 @@ void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput)
     addPrintJob(app, options.printJob);
 }
 
+void addRecordsOptions(CLI::App& app, InputOptions& input, RecordOptions& records)
+{
+    addSource(app, input);
+    addReading(app, input);
+    addRecords(app, records);
+}
+
 void addDatasetOptions(CLI::App& app, InputOptions& options)
 {
     addSource(app, options);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Attention.h"
 #include "support/HvintegExport.h"
@@ -11,6 +12,7 @@ class HVProgressListener;
 class HVRunnerImpl;
 class HVStatContainer;
 class HVStatDataIterator;
+class JNIJSONObject;
 class ParserMessage;
 class ProcedureDataSource;
 class TnProcedure;
@@ -52,6 +54,57 @@ public:
 
     private:
         HVRunner* _runner;
+    };
+
+    /// What a coordinate system is: nothing is known of it, it has the units of a plane, or
+    /// degrees.
+    enum CSTYPE : std::int32_t
+    {
+        CSTYPE_None = 0,
+        CSTYPE_Projected = 1,
+        CSTYPE_Geographic = 2
+    };
+
+    /// A layer of a map service.
+    struct LayerInfo
+    {
+        std::int32_t id = 0;
+        std::vector<std::int32_t> subLayers; ///< ids of the layers in a group of layers
+        std::string name;
+        std::string keys; ///< fields that tell its shapes apart, with commas between them
+        std::string description;
+        std::string features; ///< the kind of its shapes
+    };
+
+    /// A projected coordinate system that suits an area.
+    struct RecommendPCS
+    {
+        std::int32_t wkid = 0;
+        std::string name;
+        std::string wkt;
+        /// Transformations between the system's datum and that of the area's corners, and for each
+        /// whether it runs forward on the way to the system.
+        std::vector<std::string> transMethods;
+        std::vector<bool> transForward;
+    };
+
+    /// Collects the areas of a getRecommendPCSs, in degrees. Works in Java objects, on the thread
+    /// of the runner.
+    class HVINTEG_EXPORT RecommendPCSInputMaker
+    {
+    public:
+        RecommendPCSInputMaker();
+        RecommendPCSInputMaker(const RecommendPCSInputMaker&) = delete;
+        RecommendPCSInputMaker& operator=(const RecommendPCSInputMaker&) = delete;
+        ~RecommendPCSInputMaker();
+
+        /// Adds an area; one of the same id takes its place.
+        void addInput(int id, double leftUpperX, double leftUpperY, double rightLowerX,
+                      double rightLowerY);
+        std::string toString();
+
+    private:
+        std::unique_ptr<JNIJSONObject> _top;
     };
 
     /// The procedure is borrowed; null for a runner that shows nothing and leaves the host's run
@@ -112,6 +165,34 @@ public:
     /// whether `metadata` has something in it.
     bool getMetadata(const std::string& jobText, const HVStatContainer& container,
                      std::string& metadata);
+
+    /// Questions about maps. Each ends a present execution, but for the one about an empty name. A
+    /// failure of the engine is an empty answer, and never leaves these operations.
+    ///
+    /// What is known of a coordinate system, as JSON for ParseCoordinatesSystemInfo.
+    std::string getCoordinatesSystemInfo(const std::string& name);
+    std::string getCoordinatesSystemInfo(int wkid);
+    /// The names of all geographic and of all projected coordinate systems.
+    void getGeographics(std::vector<std::string>& names);
+    void getProjections(std::vector<std::string>& names);
+    /// The projected systems that suit the areas of a RecommendPCSInputMaker: one JSON text for
+    /// each area, for ParseRecommendPCS, with at most `count` systems.
+    void getRecommendPCSs(std::vector<std::string>& result, const std::string& input);
+    void getRecommendPCSs(std::vector<std::string>& result, const std::string& input, int count);
+    /// The layers of a map service, as JSON for ParseMapServiceLayers. A failure of the engine
+    /// leaves `layers` empty and the result true; otherwise the result is whether there is a text.
+    bool getMapServiceLayers(const std::string& url, std::string& layers);
+
+    /// These read what the questions answer; false for an empty text. A text that is not JSON
+    /// throws JNIException. They work on Java objects, on the thread of the runner.
+    static bool ParseCoordinatesSystemInfo(const std::string& json, int& wkid, std::string& name,
+                                           std::string& wkt, CSTYPE& type);
+    static bool ParseMapServiceLayers(const std::string& json, std::vector<int>& ids,
+                                      std::vector<std::string>& names);
+    static bool ParseMapServiceLayers(const std::string& json, std::vector<LayerInfo>& layers);
+    /// False, too, for a text that is not about exactly one area.
+    static bool ParseRecommendPCS(const std::string& json, int& id,
+                                  std::vector<RecommendPCS>& result);
 
     /// Both stay the runner's.
     const ParserMessage* getParserMessage() const;

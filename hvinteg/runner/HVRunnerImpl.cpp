@@ -112,19 +112,28 @@ EmbeddedHV::RowDataIterator* HVRunnerImpl::getOutputIterator(const std::string& 
     }
 }
 
-bool HVRunnerImpl::getMetadata(const std::string& jobText, const HVStatContainer& container,
-                               std::string& metadata)
+bool HVRunnerImpl::askService(
+    const std::function<void(EmbeddedHV::MetadataService&, JNIEnv*)>& question)
 {
     cleanExecution();
     try {
-        void* reserved = nullptr;
-        EmbeddedHV::MetadataService* const service =
-            StatHVServiceManager::get(_hasProcedure)->getMetaDataService();
-        metadata = service->getMetadata(managerEnv(), jobText, reserved, 0, container);
-    } catch (...) {
-        // The empty text is how a caller tells a failure; the result says nothing of it.
-        metadata.clear();
+        question(*StatHVServiceManager::get(_hasProcedure)->getMetaDataService(), managerEnv());
         return true;
+    } catch (...) {
+        return false;
     }
-    return !metadata.empty();
+}
+
+bool HVRunnerImpl::getMetadata(const std::string& jobText, const HVStatContainer& container,
+                               std::string& metadata)
+{
+    const bool answered = askService([&](EmbeddedHV::MetadataService& service, JNIEnv* env) {
+        void* reserved = nullptr;
+        metadata = service.getMetadata(env, jobText, reserved, 0, container);
+    });
+    if (answered)
+        return !metadata.empty();
+    // The empty text is how a caller tells a failure; the result says nothing of it.
+    metadata.clear();
+    return true;
 }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "Execution.h"
+#include "MetadataService.h"
 #include "runner/RunnerRegistration.h"
 
 class HVProgressListener;
@@ -43,6 +45,9 @@ public:
     /// Ends the present execution first; answers with nothing, whatever the engine throws.
     bool getMetadata(const std::string& jobText, const HVStatContainer& container,
                      std::string& metadata);
+
+    /// Ends the present execution, then asks the engine. False if anything was thrown on the way.
+    bool askService(const std::function<void(EmbeddedHV::MetadataService&, JNIEnv*)>& question);
 
     bool isStopProcessor() const { return _stopped; }
     /// For a runner with a procedure only: a dialog that was cancelled stays cancelled.

@@ -161,6 +161,8 @@ TEST_F(DataModelStep, AWrongUpdateNamesItsSetting)
         {ofX(R"("Geo": {"type": "Point", "wkid": "x"})"), R"(Geo.wkid" is "x", not a whole)"},
         {ofX(R"("Geo": {"type": "Point", "GeoEnvelope": {"leftUpperX": 1}})"),
          R"(Geo.GeoEnvelope.leftUpperY" is missing)"},
+        {ofX(R"("Geo": {"type": "Point"})"),
+         R"("fields[0].Geo" is given, but the field "x" is Integer)"},
     };
     for (const auto& [step, text] : faults) {
         SCOPED_TRACE(step);
@@ -172,7 +174,7 @@ TEST_F(DataModelStep, AWrongUpdateNamesItsSetting)
 
 TEST_F(DataModelStep, SettingsThatAreNotKnownAreToldAndIgnored)
 {
-    write("in.csv", "x\n1\n");
+    write("in.csv", "x\na\n");
     const auto listener = succeeded(
         run(readCsv("in.csv", R"(, "maxRecordCount": 0)") + " -> " +
             ofX(R"("label": "a", "missingValues": {"value": ["1"]}, "Geo": {"type": "Point",

@@ -297,7 +297,6 @@ TEST_F(JobLifeTest, MetadataOfAJobComesWithoutRunningIt)
     EXPECT_EQ(files(), std::vector<std::string>{"n.csv"});
     EXPECT_THROW(metadata.getMetadata(nullptr, "nonsense", reserved, 0, container),
                  EmbeddedHV::Exception);
-    EXPECT_THROW(metadata.getMapServiceLayers(nullptr, "http://x"), EmbeddedHV::Exception);
 }
 
 TEST_F(JobLifeTest, AnEngineThatIsOpenedAheadIsAdopted)

@@ -526,8 +526,7 @@ TEST_F(ReadWriteTest, AFileThatTheJobHasWrittenIsReadAsItIsNow)
 
 constexpr std::pair<const char*, const char*> kConfigurationFaults[] = {
     {"read({})", "no source is given"},
-    {R"(read({"geospatial": {"location": "x"}}))",
-     R"("geospatial", map sources, is not available)"},
+    {R"(read({"geospatial": {"location": "x"}}))", R"("geospatial.type" is missing)"},
     {R"(read({"dataSource": "a", "filesystem": {}}))", "more than one source"},
     {R"(read({"dataSource": 3}))", R"("dataSource" must be a text, not a number)"},
     {R"(read({"filesystem": {"locations": []}}))", R"("filesystem.locations" is empty)"},
@@ -548,7 +547,7 @@ TEST_F(ReadWriteTest, ConfigurationsAreChecked)
     write("in.csv", "a\n1\n");
     for (const auto& [write, fault] :
          {std::pair{R"({})", "no destination is given"},
-          {R"({"dataDestination": "x", "type": "text/geojson"})", "not available"},
+          {R"({"dataDestination": "x", "type": "text/geojson"})", "no geospatial field"},
           {R"({"dataDestination": "x", "type": "text/plain"})", R"(is "text/plain")"},
           {R"({"dataDestination": "x"})", R"("type" is missing)"},
           {R"({"dataDestination": "x", "type": "text/csv", "dataPassword": "p"})", "sealed"}})

@@ -8,6 +8,7 @@
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLFilterFields.h"
 #include "hvl/HVLRead.h"
+#include "hvl/HVLReprojection.h"
 #include "hvl/HVLWrite.h"
 
 // What each builder writes for its settings, by the text of the whole job.
@@ -184,6 +185,40 @@ TEST_F(BuilderText, FilterFieldsKeepsNamesInOrder)
                                 },
                                 R"({"fields":["z","a","z"]})"},
                            });
+}
+
+TEST_F(BuilderText, ReprojectionTellsTheSystemsThatAreSet)
+{
+    check<HVLReprojection>(
+        "reprojection", ReprojectionFunction,
+        {
+            {"nothing", [](HVLReprojection&) {}, R"({"type":"all","reprojectionFields":[{}]})"},
+            {"a transformation without a target",
+             [](HVLReprojection& step) {
+                 step.SetTransMethodsName("t");
+                 step.SetOriCoorSystem("ED50");
+             },
+             R"({"type":"all","reprojectionFields":[{"inSR":{"csName":"ED50"}}]})"},
+            {"all of it, for one field",
+             [](HVLReprojection& step) {
+                 step.SetProjectionFieldName("at");
+                 step.SetOriCoorSystem(4326);
+                 step.SetOriCoorSystem("WGS 84");
+                 step.SetDesCoorSystem("Web");
+                 step.SetDesCoorSystem(3857);
+                 step.SetTransMethodsName("t");
+             },
+             R"({"type":"part","reprojectionFields":[{"name":"at",)"
+             R"("inSR":{"csName":"WGS 84","wkid":4326},)"
+             R"("outSR":{"csName":"Web","wkid":3857,"transMethodsName":"t"}}]})"},
+            {"a wkid of 0, and one taken back",
+             [](HVLReprojection& step) {
+                 step.SetOriCoorSystem(5);
+                 step.SetOriCoorSystem(-1);
+                 step.SetDesCoorSystem(0);
+             },
+             R"({"type":"all","reprojectionFields":[{"outSR":{"wkid":0}}]})"},
+        });
 }
 
 TEST_F(BuilderText, ExpressionsStandInTheirStep)

@@ -177,7 +177,7 @@ int ScriptedJob::pull(const std::string& name)
 
 namespace {
 
-/// The backend is both of its services. Queries beyond getMetadata answer with nothing.
+/// The backend is both of its services. All queries have the same answer.
 class ScriptedBackend : public EmbeddedHV::Backend,
                         public EmbeddedHV::ExecutionService,
                         public EmbeddedHV::MetadataService
@@ -199,22 +199,48 @@ public:
                             const EmbeddedHV::Container& container) override
     {
         const bool plain = reserved == nullptr && flags == 0;
-        _state.record("getMetadata", jobText + (plain ? ";" : ";reserved;") + container.getName(),
+        return answer("getMetadata", jobText + (plain ? ";" : ";reserved;") + container.getName(),
                       env);
-        const std::lock_guard guard(_state.mutex);
-        return _state.metadata;
     }
     using Names = std::vector<std::string>;
     void reservedOperation() override {}
-    std::string getMapServiceLayers(JNIEnv*, const std::string&) override { return {}; }
-    void getGeographics(JNIEnv*, Names&) override {}
-    void getProjections(JNIEnv*, Names&) override {}
-    void getRecommendPCSs(JNIEnv*, const std::string&, int, Names&) override {}
-    void getRecommendPCSs(JNIEnv*, const std::string&, Names&) override {}
-    std::string getCoordinatesSystemInfo(JNIEnv*, const std::string&) override { return {}; }
-    std::string getCoordinatesSystemInfo(JNIEnv*, int) override { return {}; }
+    std::string getMapServiceLayers(JNIEnv* env, const std::string& url) override
+    {
+        return answer("getMapServiceLayers", url, env);
+    }
+    void getGeographics(JNIEnv* env, Names& names) override
+    {
+        names.push_back(answer("getGeographics", "", env));
+    }
+    void getProjections(JNIEnv* env, Names& names) override
+    {
+        names.push_back(answer("getProjections", "", env));
+    }
+    void getRecommendPCSs(JNIEnv* env, const std::string& input, int count, Names& names) override
+    {
+        names.push_back(answer("getRecommendPCSs", input + ";" + std::to_string(count), env));
+    }
+    void getRecommendPCSs(JNIEnv* env, const std::string& input, Names& names) override
+    {
+        names.push_back(answer("getRecommendPCSs", input, env));
+    }
+    std::string getCoordinatesSystemInfo(JNIEnv* env, const std::string& name) override
+    {
+        return answer("getCoordinatesSystemInfo", name, env);
+    }
+    std::string getCoordinatesSystemInfo(JNIEnv* env, int wkid) override
+    {
+        return answer("getCoordinatesSystemInfo", std::to_string(wkid), env);
+    }
 
 private:
+    std::string answer(const char* call, const std::string& argument, JNIEnv* env)
+    {
+        _state.record(call, argument, env);
+        const std::lock_guard guard(_state.mutex);
+        return _state.metadata;
+    }
+
     ScriptedEngine::State& _state;
 };
 

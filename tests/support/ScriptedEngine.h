@@ -70,10 +70,11 @@ public:
 
     /// What the jobs to come do; onSuccess alone by default.
     void setScript(Script script);
-    /// Has the call of this name throw: "start", "createExecution", "getMetadata" or an operation
-    /// of the execution.
+    /// Has the call of this name throw: "start", "createExecution", a query of the metadata service
+    /// or an operation of the execution.
     void throwAt(const std::string& call, Fault fault);
-    void setMetadata(const std::string& xml);
+    /// What queries of the metadata service answer.
+    void setMetadata(const std::string& answer);
 
     /// All calls so far, in order; "delete" is the end of an execution object.
     std::vector<EngineCall> calls() const;

@@ -20,17 +20,26 @@ public:
     virtual std::string getMetadata(JNIEnv* env, const std::string& jobText, void*& reserved,
                                     int flags, const Container& container) = 0;
     virtual void reservedOperation() = 0;
-    /// The layers of a map service, as a JSON array.
+    /// The layers of a map service, as a JSON array of objects: `value` (the layer's number as a
+    /// text), `name`, `keys` (fields that can be matched, with commas between them), `description`,
+    /// `features` (the kind of shapes), and for a group `subLayers` (numbers). The address is one
+    /// of http, https or file; a folder stands in for a service.
     virtual std::string getMapServiceLayers(JNIEnv* env, const std::string& url) = 0;
     /// Names of the geographic and of the projected coordinate systems.
     virtual void getGeographics(JNIEnv* env, std::vector<std::string>& names) = 0;
     virtual void getProjections(JNIEnv* env, std::vector<std::string>& names) = 0;
-    /// Projected systems that suit the areas in `input`, at most `count` for each.
+    /// Projected systems that suit the areas in `input`, the smallest area of use first, at most
+    /// `count` for each (all for a negative one; 10 without it). `input` is a JSON object: under
+    /// the id of each area an object of degrees, `leftUpperX`, `leftUpperY`, `rightLowerX` and
+    /// `rightLowerY`. `result` holds a JSON object for each area: under its id a list of objects
+    /// with `wkid`, `name`, `wkt` and `trans_methods`, a list of objects that give the name of a
+    /// transformation the value "forward" or "inverse".
     virtual void getRecommendPCSs(JNIEnv* env, const std::string& input, int count,
                                   std::vector<std::string>& result) = 0;
     virtual void getRecommendPCSs(JNIEnv* env, const std::string& input,
                                   std::vector<std::string>& result) = 0;
-    /// A coordinate system by name or by well-known id, as a JSON object.
+    /// A coordinate system by name or by well-known id, as a JSON object: `wkid`, `name`, `wkt`,
+    /// `isProjection`.
     virtual std::string getCoordinatesSystemInfo(JNIEnv* env, const std::string& name) = 0;
     virtual std::string getCoordinatesSystemInfo(JNIEnv* env, int wkid) = 0;
     virtual ~MetadataService() = default;

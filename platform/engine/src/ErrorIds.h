@@ -58,6 +58,15 @@ inline constexpr const char* kIteratorFailed = "HVEIO0019E"; ///< a row iterator
 inline constexpr const char* kIteratorValue = "HVEIO0020E";  ///< a value without a place
 inline constexpr const char* kMissingCut = "HVEIO0021W"; ///< more missing values than a file has
 
+// GE: shapes, map services and coordinate systems.
+inline constexpr const char* kMapService = "HVEGE0001E";    ///< a map service gives no records
+inline constexpr const char* kUnknownSystem = "HVEGE0002E"; ///< no such coordinate system
+inline constexpr const char* kUnknownTransformation = "HVEGE0003E"; ///< no way between two systems
+inline constexpr const char* kNoShapes = "HVEGE0004E";   ///< a field or an input without shapes
+inline constexpr const char* kNoSystem = "HVEGE0005E";   ///< shapes without a coordinate system
+inline constexpr const char* kNotAShape = "HVEGE0006E";  ///< a text that is no shape
+inline constexpr const char* kShapesLost = "HVEGE0007W"; ///< shapes without a place elsewhere
+
 // RT: while a job runs.
 inline constexpr const char* kQueryFailed = "HVERT0001E"; ///< the database gave up, see the detail
 inline constexpr const char* kOutOfMemory = "HVERT0002E"; ///< not enough memory

@@ -25,9 +25,10 @@ ConnectionLease::~ConnectionLease()
 
 Database::Database() : _database(duck::openInMemory())
 {
-    // The function belongs to the whole instance, whichever connection registers it.
+    // The functions belong to the whole instance, whichever connection registers them.
     auto connection = connect();
     _rowSources.registerFunction(*connection);
+    _reprojections.registerFunction(*connection);
 }
 
 Database::~Database()

@@ -9,6 +9,7 @@
 #include "DataFileNames.h"
 #include "EHVAppSetting.h"
 #include "datafile/Duck.h"
+#include "maps/Reprojections.h"
 #include "runtime/RowSources.h"
 
 namespace EmbeddedHV {
@@ -49,8 +50,9 @@ public:
     /// Threads and spill folder from the engine's start-up settings. Throws duck::QueryError.
     void configure(const EHVAppSetting& settings);
     ConnectionLease connect();
-    /// The row iterators that statements can read just now.
+    /// What statements can read, and how they can move shapes, just now.
     RowSources& rowSources() { return _rowSources; }
+    Reprojections& reprojections() { return _reprojections; }
 
 private:
     friend class ConnectionLease;
@@ -58,6 +60,7 @@ private:
 
     duckdb_database _database = nullptr;
     RowSources _rowSources;
+    Reprojections _reprojections;
     std::mutex _mutex;
     std::vector<std::unique_ptr<duck::Connection>> _idle;
 };

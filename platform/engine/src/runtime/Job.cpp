@@ -78,8 +78,9 @@ void Job::startOver(Planner& planner)
 void Job::runStatement(Statement& statement)
 {
     const std::string select = selectOf(*statement.result, statement);
-    execute(statement.output ? statement.output->statement(select) : select, *statement.result,
-            statement);
+    Output* const output = statement.output.get();
+    execute(output ? output->statement(select) : select, *statement.result, statement,
+            output && output->takesRecords() ? output : nullptr);
     commit(statement);
 }
 
@@ -127,11 +128,11 @@ void Job::evaluate(Node& node, const Statement& statement)
         inputs.push_back(render(*input, statement));
     const std::string table = _context.newTable("hv_chain_");
     execute("CREATE TEMP TABLE " + quotedIdentifier(table) + " AS " + node.select(inputs), node,
-            statement);
+            statement, nullptr);
     node.table = table;
 }
 
-void Job::execute(const std::string& sql, Node& node, const Statement& statement)
+void Job::execute(const std::string& sql, Node& node, const Statement& statement, Output* taker)
 {
     _cancellation.resume();
     throwIfCancelled();
@@ -140,7 +141,7 @@ void Job::execute(const std::string& sql, Node& node, const Statement& statement
     for (SourceCheck* check : checks)
         check->start(_cancellation);
     try {
-        runSql(sql, !statement.output);
+        runSql(sql, !statement.output, taker);
     } catch (const duck::QueryError& error) {
         explainFailure(error, checks, statement);
     }
@@ -150,20 +151,23 @@ void Job::execute(const std::string& sql, Node& node, const Statement& statement
     throwIfCancelled();
 }
 
-void Job::runSql(const std::string& sql, bool keepsNothing)
+void Job::runSql(const std::string& sql, bool keepsNothing, Output* taker)
 {
     const auto progress = [this](double part) {
         _reporter.progress((static_cast<double>(_done) + part) / static_cast<double>(_statements));
     };
     const QueryWatch watch(_context.connection->handle(), _cancellation, progress);
-    if (!keepsNothing) {
+    if (!keepsNothing && !taker) {
         _context.connection->query(sql);
         return;
     }
     duck::Prepared statement(*_context.connection, sql);
     duck::Result rows = statement.stream();
-    while (duck::nextChunk(rows))
+    while (duck::Chunk chunk = duck::nextChunk(rows)) {
         throwIfCancelled();
+        if (taker)
+            taker->take(chunk);
+    }
 }
 
 void Job::explainFailure(const duck::QueryError& error, const std::vector<SourceCheck*>& checks,

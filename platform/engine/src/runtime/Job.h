@@ -39,8 +39,10 @@ private:
     std::string selectOf(Node& node, const Statement& statement);
     void evaluate(Node& node, const Statement& statement);
 
-    void execute(const std::string& sql, Node& node, const Statement& statement);
-    void runSql(const std::string& sql, bool keepsNothing);
+    /// `taker` is the output that takes the records that the SQL gives; null if it gives none that
+    /// anyone wants.
+    void execute(const std::string& sql, Node& node, const Statement& statement, Output* taker);
+    void runSql(const std::string& sql, bool keepsNothing, Output* taker);
     void explainFailure(const duck::QueryError& error, const std::vector<SourceCheck*>& checks,
                         const Statement& statement);
     /// Makes way for another plan of what has not run yet.

@@ -11,6 +11,7 @@
 #include "JobError.h"
 #include "RowDataIterator.h"
 #include "runtime/Cancellation.h"
+#include "runtime/RecordSource.h"
 #include "runtime/RowSources.h"
 
 namespace EmbeddedHV {
@@ -19,7 +20,7 @@ class RowColumn;
 
 /// A row iterator as a table: pulls records into the vectors of the database, on one thread at a
 /// time. The rows can be read once.
-class RowSource
+class RowSource : public RecordSource
 {
 public:
     /// Asks the iterator for its name and data model. The iterator, the cancellation and the
@@ -27,10 +28,10 @@ public:
     RowSource(RowDataIterator& iterator, const Cancellation& cancellation, RowSources& registry);
     RowSource(const RowSource&) = delete;
     RowSource& operator=(const RowSource&) = delete;
-    ~RowSource();
+    ~RowSource() override;
 
     const std::string& name() const { return _name; }
-    const std::vector<CFField>& fields() const { return _fields; }
+    const std::vector<CFField>& fields() const override { return _fields; }
     /// The FROM item that reads the rows.
     std::string table() const { return RowSources::tableOf(_id); }
     /// No record past this number is asked for.
@@ -38,9 +39,7 @@ public:
     /// What went wrong while rows were read; the statement that read them has failed.
     const std::optional<JobError>& failure() const { return _failure; }
 
-    /// Fills the chunk with records of the given fields, in this order; none at the end. False
-    /// after a failure. Never throws: the database calls it.
-    bool fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept;
+    bool fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept override;
 
 private:
     std::size_t pull(std::vector<RowColumn>& columns, std::size_t capacity);

@@ -8,7 +8,7 @@
 #include "DataFileNames.h"
 #include "datafile/ColumnTypes.h"
 #include "datafile/Duck.h"
-#include "runtime/RowSource.h"
+#include "runtime/RecordSource.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -54,9 +54,9 @@ void bind(duckdb_bind_info info)
     const Value parameter(duckdb_bind_get_parameter(info, 0));
     auto scan = std::make_unique<Scan>();
     scan->id = duckdb_get_int64(parameter.get());
-    const RowSource* source = sources->find(scan->id);
+    const RecordSource* source = sources->find(scan->id);
     if (!source) {
-        duckdb_bind_set_error(info, "the row iterator is gone");
+        duckdb_bind_set_error(info, "the source is gone");
         return;
     }
     for (const CFField& field : source->fields())
@@ -72,6 +72,9 @@ void init(duckdb_init_info info)
     const idx_t count = duckdb_init_get_column_count(info);
     for (idx_t i = 0; i < count; ++i)
         scan->fields.push_back(duckdb_init_get_column_index(info, i));
+    auto* sources = static_cast<RowSources*>(duckdb_init_get_extra_info(info));
+    if (RecordSource* source = sources->find(scan->id))
+        source->begin(scan->fields);
     duckdb_init_set_max_threads(info, 1);
     duckdb_init_set_init_data(info, scan.release(), destroy<Scan>);
 }
@@ -80,9 +83,9 @@ void scan(duckdb_function_info info, duckdb_data_chunk chunk)
 {
     auto* sources = static_cast<RowSources*>(duckdb_function_get_extra_info(info));
     const auto* state = static_cast<const Scan*>(duckdb_function_get_init_data(info));
-    RowSource* source = sources->find(state->id);
+    RecordSource* source = sources->find(state->id);
     if (!source || !source->fill(chunk, state->fields))
-        duckdb_function_set_error(info, "the row iterator failed");
+        duckdb_function_set_error(info, "the source failed");
 }
 
 } // namespace
@@ -104,7 +107,7 @@ void RowSources::registerFunction(duck::Connection& connection)
         throw duck::QueryError("the database takes no table function");
 }
 
-std::int64_t RowSources::add(RowSource& source)
+std::int64_t RowSources::add(RecordSource& source)
 {
     const std::lock_guard lock(_mutex);
     _sources.emplace(_nextId, &source);
@@ -117,7 +120,7 @@ void RowSources::remove(std::int64_t id)
     _sources.erase(id);
 }
 
-RowSource* RowSources::find(std::int64_t id)
+RecordSource* RowSources::find(std::int64_t id)
 {
     const std::lock_guard lock(_mutex);
     const auto found = _sources.find(id);

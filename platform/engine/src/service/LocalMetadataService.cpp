@@ -4,15 +4,26 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "language/Parser.h"
+#include "maps/GeographyLibrary.h"
+#include "service/MapQuestions.h"
 #include "steps/JobContext.h"
 #include "steps/Planner.h"
 
 namespace EmbeddedHV {
 namespace {
 
-[[noreturn]] void refuse(const char* what)
+/// How many systems are recommended for an area to who does not say.
+constexpr int kUsualCount = 10;
+
+/// Answers a question about maps; what goes wrong becomes an Exception.
+template <class Question>
+auto answered(Question question)
 {
-    throw Exception(std::string(what) + " are not available in this engine yet");
+    try {
+        return question();
+    } catch (const std::exception& error) {
+        throw Exception(error.what());
+    }
 }
 
 /// The fields of what the last statement gives. All statements are planned, so that a job that
@@ -40,9 +51,6 @@ Fields outputFields(const std::string& jobText, JobContext& context)
     }
 }
 
-constexpr const char* kMapServices = "map services";
-constexpr const char* kCoordinateSystems = "coordinate systems";
-
 } // namespace
 
 std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobText, void*&, int,
@@ -64,40 +72,41 @@ std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobTex
     }
 }
 
-std::string LocalMetadataService::getMapServiceLayers(JNIEnv*, const std::string&)
+std::string LocalMetadataService::getMapServiceLayers(JNIEnv*, const std::string& url)
 {
-    refuse(kMapServices);
+    return answered([&] { return maps::geography().serviceLayers(url); });
 }
 
-void LocalMetadataService::getGeographics(JNIEnv*, std::vector<std::string>&)
+void LocalMetadataService::getGeographics(JNIEnv*, std::vector<std::string>& names)
 {
-    refuse(kCoordinateSystems);
+    names = answered([] { return maps::geography().systemNames(false); });
 }
 
-void LocalMetadataService::getProjections(JNIEnv*, std::vector<std::string>&)
+void LocalMetadataService::getProjections(JNIEnv*, std::vector<std::string>& names)
 {
-    refuse(kCoordinateSystems);
+    names = answered([] { return maps::geography().systemNames(true); });
 }
 
-void LocalMetadataService::getRecommendPCSs(JNIEnv*, const std::string&, int,
-                                            std::vector<std::string>&)
+void LocalMetadataService::getRecommendPCSs(JNIEnv*, const std::string& input, int count,
+                                            std::vector<std::string>& result)
 {
-    refuse(kCoordinateSystems);
+    result = answered([&] { return recommendations(input, count); });
 }
 
-void LocalMetadataService::getRecommendPCSs(JNIEnv*, const std::string&, std::vector<std::string>&)
+void LocalMetadataService::getRecommendPCSs(JNIEnv* env, const std::string& input,
+                                            std::vector<std::string>& result)
 {
-    refuse(kCoordinateSystems);
+    getRecommendPCSs(env, input, kUsualCount, result);
 }
 
-std::string LocalMetadataService::getCoordinatesSystemInfo(JNIEnv*, const std::string&)
+std::string LocalMetadataService::getCoordinatesSystemInfo(JNIEnv*, const std::string& name)
 {
-    refuse(kCoordinateSystems);
+    return answered([&] { return systemInfo(maps::geography().systemNamed(name)); });
 }
 
-std::string LocalMetadataService::getCoordinatesSystemInfo(JNIEnv*, int)
+std::string LocalMetadataService::getCoordinatesSystemInfo(JNIEnv*, int wkid)
 {
-    refuse(kCoordinateSystems);
+    return answered([&] { return systemInfo(maps::geography().systemOf(wkid)); });
 }
 
 } // namespace EmbeddedHV

@@ -7,8 +7,7 @@
 
 namespace EmbeddedHV {
 
-/// Questions about jobs that do not run. Questions about maps throw Exception: this engine has
-/// none.
+/// Questions about jobs that do not run, and about maps.
 class LocalMetadataService : public MetadataService
 {
 public:

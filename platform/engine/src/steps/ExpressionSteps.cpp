@@ -22,19 +22,27 @@ struct MadeField
     std::string sql;
 };
 
+/// A list of numbers as a text that JSON and geospatial fields understand. A list with a number
+/// missing is no point, so it is missing as a whole.
+std::string listText(const std::string& list)
+{
+    return "CASE WHEN list_aggregate(list_transform(" + list +
+           ", lambda hv_n: hv_n IS NOT NULL AND isfinite(hv_n)), 'bool_and') THEN CAST(" + list +
+           " AS VARCHAR) END";
+}
+
 MadeField madeField(const StepCall& call)
 {
     MadeField made;
     const SqlExpression value = compileFieldLambda(*call.lambda, schemaOf(call.input()->fields),
                                                    call.definitions, call.name, made.name);
-    if (value.type == ValueType::List)
-        throw JobError(errors::kOperandType, call.name + ": the value of \"" + made.name +
-                                                 "\" is a list, which no field holds");
     made.storage = storageOf(value.type);
+    made.sql = value.sql;
     // A bare null has no type in SQL, nor has a truth value one in a data model.
-    made.sql = value.type == ValueType::Null || value.type == ValueType::Boolean
-                   ? "CAST(" + value.sql + " AS " + sqlTypeOf(made.storage) + ")"
-                   : value.sql;
+    if (value.type == ValueType::Null || value.type == ValueType::Boolean)
+        made.sql = "CAST(" + value.sql + " AS " + sqlTypeOf(made.storage) + ")";
+    if (value.type == ValueType::List)
+        made.sql = listText(value.sql);
     return made;
 }
 

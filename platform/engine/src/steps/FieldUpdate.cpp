@@ -113,6 +113,19 @@ void updateStorage(const Settings& entry, CFField& field)
         field.SetType(defaultMeasure(*storage));
 }
 
+void updateGeo(const Settings& entry, CFField& field, const MessageSink& message)
+{
+    CFGeo geo = geoOf(entry.neededObject("Geo"), message);
+    if (field.GetStorage() != CFField::String)
+        entry.refuse("Geo", "is given, but the field \"" + field.GetName() + "\" is " +
+                                typeWordOf(field.GetStorage()) +
+                                ": the values of a geospatial field are texts");
+    // Shapes are neither measured nor named.
+    if (!field.GetGeo() && !entry.has("measure"))
+        field.SetType(CFField::Typeless);
+    field.SetGeo(std::move(geo));
+}
+
 } // namespace
 
 void updateField(const Settings& entry, CFField& field, const MessageSink& message)
@@ -134,7 +147,7 @@ void updateField(const Settings& entry, CFField& field, const MessageSink& messa
         field.SetMissingValues(
             missingValuesOf(entry.neededObject("missingValues"), field, message));
     if (entry.has("Geo"))
-        field.SetGeo(geoOf(entry.neededObject("Geo"), message));
+        updateGeo(entry, field, message);
     entry.reportOthers(message);
 }
 

@@ -24,23 +24,15 @@ struct Stopped
 
 FileOutput::FileOutput(JobContext& context, FileOutputSettings settings, Fields fields)
     : _context(context), _settings(std::move(settings)), _fields(std::move(fields)),
-      _data(_settings.path, kStep)
+      _files(_settings.path, _settings.modelPath, kStep)
 {
-    if (_settings.modelPath.empty())
-        return;
-    if (canonicalPath(_settings.modelPath) == canonicalPath(_settings.path))
-        throw JobError(errors::kSettingType,
-                       std::string(kStep) +
-                           ": \"dataDestination\" and \"dataModelDestination\" "
-                           "name the same file, " +
-                           _settings.path);
-    _model.emplace(_settings.modelPath, kStep);
+    _files.announce(_context);
 }
 
 std::string FileOutput::statement(const std::string& select)
 {
     reportCutMissing();
-    std::string path = _data.path();
+    std::string path = _files.dataPath();
     if (!_settings.password.empty()) {
         try {
             _plain = std::make_unique<ScratchFile>(_context.files.scratchFolder());
@@ -85,7 +77,7 @@ std::string FileOutput::describedFields() const
 void FileOutput::seal()
 {
     const FileDescriptor sealed(
-        open(_data.path().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+        open(_files.dataPath().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
     if (!sealed)
         PendingFile::refuse(kStep, _settings.path, errno);
     try {
@@ -110,24 +102,12 @@ void FileOutput::commit()
 {
     if (_plain)
         seal();
-    if (_model)
-        _model->write(dataModelOf(_fields));
-    _data.commit();
-    if (_model) {
-        try {
-            _model->commit();
-        } catch (const JobError&) {
-            _data.revoke();
-            throw;
-        }
-    }
-    const std::string written = canonicalPath(_settings.path);
-    _context.unwritten.erase(written);
+    _files.commit(_context, _fields);
     // The next statement that reads the file finds other records, and maybe other fields.
+    const std::string written = canonicalPath(_settings.path);
     std::erase_if(_context.profiles, [&written](const auto& known) {
         return canonicalPath(known.first.first) == written;
     });
-    _context.unwritten.erase(canonicalPath(_settings.modelPath));
     _context.written[fileNameOf(_settings.path)] = {_settings.path, _settings.kind, _fields,
                                                     _settings.password};
 }

@@ -1,13 +1,12 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "DataFileNames.h"
 #include "datafile/FileTables.h"
-#include "datafile/PendingFile.h"
 #include "steps/JobContext.h"
+#include "steps/OutputFiles.h"
 #include "steps/Plan.h"
 
 namespace EmbeddedHV {
@@ -40,8 +39,7 @@ private:
     JobContext& _context;
     FileOutputSettings _settings;
     Fields _fields;
-    PendingFile _data;
-    std::optional<PendingFile> _model;
+    OutputFiles _files;
     std::unique_ptr<ScratchFile> _plain; ///< what is to be sealed
 };
 

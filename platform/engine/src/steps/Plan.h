@@ -15,8 +15,8 @@ namespace EmbeddedHV {
 class DataModelExport;
 class Reporter;
 
-/// What a source has to look after while a statement reads it: that the types it guessed hold, that
-/// bad records stay within their limit.
+/// What a source or a step has to look after while a statement runs it: that the types it guessed
+/// hold, that bad records stay within their limit.
 class SourceCheck
 {
 public:
@@ -46,7 +46,7 @@ struct Node
     Fields fields;
     std::vector<NodePtr> inputs;
     std::function<std::string(const std::vector<std::string>& inputs)> select;
-    std::shared_ptr<SourceCheck> check;        ///< sources only; may be null
+    std::shared_ptr<SourceCheck> check;        ///< may be null
     std::shared_ptr<DataModelExport> exported; ///< null but for dataModelBuilder
     bool shared = false;                       ///< used more than once, so evaluated into a table
     int depth = 0;                             ///< steps since the last table or source
@@ -65,8 +65,12 @@ public:
     virtual ~Output() = default;
     /// The thing that is written, for messages: a file or a data source.
     virtual std::string target() const = 0;
-    /// The SQL that writes the records of a SELECT.
+    /// The SQL that writes the records of a SELECT; for an output that takes its records itself,
+    /// the SQL that gives them.
     virtual std::string statement(const std::string& select) = 0;
+    virtual bool takesRecords() const { return false; }
+    /// The next records, in their order. Throws JobError.
+    virtual void take(duck::Chunk&) {}
     /// Makes the result visible under its name. Throws JobError.
     virtual void commit() = 0;
 };

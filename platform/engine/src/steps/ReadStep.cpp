@@ -5,6 +5,7 @@
 #include "datafile/SqlQuoting.h"
 #include "expression/NearestName.h"
 #include "steps/CsvRead.h"
+#include "steps/GeoRead.h"
 #include "steps/ParquetRead.h"
 #include "steps/StepCall.h"
 
@@ -157,6 +158,16 @@ NodePtr limited(NodePtr node, const Limits& limits)
                        });
 }
 
+NodePtr sourceNode(StepCall& call, const Settings& settings, const Limits& limits)
+{
+    if (settings.has("dataSource"))
+        return namedSourceNode(call, settings.neededText("dataSource"), limits);
+    if (settings.has("filesystem"))
+        return fileNode(call, settings.neededObject("filesystem"), limits);
+    tellThresholdIgnored(call, limits);
+    return planGeospatial(call, settings.neededObject("geospatial"), limits.mostRecords);
+}
+
 } // namespace
 
 StepResult planRead(StepCall& call)
@@ -167,19 +178,13 @@ StepResult planRead(StepCall& call)
         settings.has("dataSource") + settings.has("filesystem") + settings.has("geospatial");
     if (sources == 0)
         throw JobError(errors::kSettingMissing,
-                       call.name + ": no source is given: the setting \"dataSource\" or "
-                                   "\"filesystem\" is missing");
+                       call.name + ": no source is given: the setting \"dataSource\", "
+                                   "\"filesystem\" or \"geospatial\" is missing");
     if (sources > 1)
         throw JobError(errors::kSettingType, call.name + ": more than one source is given: only "
                                                          "one of \"dataSource\", \"filesystem\" "
                                                          "and \"geospatial\" can be");
-    if (settings.has("geospatial"))
-        throw JobError(errors::kNotAvailable,
-                       call.name + ": the setting \"geospatial\", map sources, is not available "
-                                   "in this engine yet");
-    NodePtr node = settings.has("dataSource")
-                       ? namedSourceNode(call, settings.neededText("dataSource"), limits)
-                       : fileNode(call, settings.neededObject("filesystem"), limits);
+    NodePtr node = sourceNode(call, settings, limits);
     settings.reportOthers(call.context.message);
     return {limited(std::move(node), limits), nullptr};
 }

@@ -62,5 +62,6 @@ StepResult planJoin(StepCall& call);
 StepResult planUnion(StepCall& call);
 StepResult planUpdateDataModel(StepCall& call);
 StepResult planDataModelBuilder(StepCall& call);
+StepResult planReprojection(StepCall& call);
 
 } // namespace EmbeddedHV

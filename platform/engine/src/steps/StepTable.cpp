@@ -26,10 +26,8 @@ constexpr StepKind kSteps[] = {
     {"updateDataModel", StepInputs::One, StepArguments::Configuration, planUpdateDataModel},
     {"dataModelBuilder", StepInputs::One, StepArguments::ConfigurationAndExport,
      planDataModelBuilder},
+    {"reprojection", StepInputs::One, StepArguments::Configuration, planReprojection},
 };
-
-/// Steps of the language that other engines run.
-constexpr std::string_view kUnavailable[] = {"reprojection"};
 
 } // namespace
 
@@ -41,12 +39,7 @@ const StepKind& stepKind(const language::Step& step)
                                      [&](const StepKind& kind) { return step.name == kind.name; });
     if (found != std::end(kSteps))
         return *found;
-    const bool known = std::find(std::begin(kUnavailable), std::end(kUnavailable), step.name) !=
-                       std::end(kUnavailable);
-    if (known)
-        throw JobError(errors::kNotAvailable,
-                       "the step \"" + step.name + "\" is not available in this engine yet");
-    std::vector<std::string_view> names(std::begin(kUnavailable), std::end(kUnavailable));
+    std::vector<std::string_view> names;
     for (const StepKind& kind : kSteps)
         names.emplace_back(kind.name);
     throw JobError(errors::kUnknownStep, step.position.text() + ": there is no step \"" +

@@ -31,8 +31,8 @@ struct StepKind
     StepResult (*plan)(StepCall&);
 };
 
-/// The step of that name. Throws JobError: for a name that is no step, with the nearest name; for a
-/// step of the language that this engine does not run; for a component.
+/// The step of that name. Throws JobError for a name that is no step, with the nearest name, and
+/// for a component.
 const StepKind& stepKind(const language::Step& step);
 
 } // namespace EmbeddedHV

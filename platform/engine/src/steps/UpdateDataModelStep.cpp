@@ -26,6 +26,16 @@ Fields updatedFields(const StepCall& call, const Settings& settings)
     return fields;
 }
 
+/// The column of a field that becomes geospatial, from SQL of its texts: one that tells the
+/// coordinates alone becomes a shape of the field's kind.
+std::string shapeColumn(const CFField& field, const std::string& text)
+{
+    const std::string begin =
+        std::string(R"({"type":")") + WordOf(field.GetGeo()->GetType()) + R"(","coordinates":)";
+    return "CASE WHEN starts_with(" + text + ", '[') THEN " + quotedLiteral(begin) + " || " + text +
+           " || '}' ELSE " + text + " END";
+}
+
 /// The columns of the input, those with another storage converted; updateField has refused what
 /// does not convert.
 std::string convertedColumns(const Fields& before, const Fields& after, const std::string& step)
@@ -33,8 +43,10 @@ std::string convertedColumns(const Fields& before, const Fields& after, const st
     std::string columns;
     for (std::size_t i = 0; i < before.size(); ++i) {
         columns += i == 0 ? "" : ", ";
-        columns += convertedColumn(before[i], after[i].GetStorage(), step).value();
-        if (before[i].GetStorage() != after[i].GetStorage())
+        const bool isNewShape = after[i].GetGeo() && !before[i].GetGeo();
+        const std::string column = convertedColumn(before[i], after[i].GetStorage(), step).value();
+        columns += isNewShape ? shapeColumn(after[i], column) : column;
+        if (isNewShape || before[i].GetStorage() != after[i].GetStorage())
             columns += " AS " + quotedIdentifier(before[i].GetName());
     }
     return columns;

@@ -3,6 +3,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "steps/FileOutput.h"
+#include "steps/GeoJsonOutput.h"
 #include "steps/StepCall.h"
 #include "steps/TableOutput.h"
 
@@ -16,17 +17,18 @@ constexpr std::pair<std::string_view, FileKind> kFileTypes[] = {
 };
 constexpr std::string_view kGeoJson = "text/geojson";
 
-FileKind kindOf(const Settings& settings)
+/// The kind of table; nullopt for the one type that is a document.
+std::optional<FileKind> kindOf(const Settings& settings)
 {
     const std::string type = settings.neededText("type");
     for (const auto& [name, kind] : kFileTypes)
         if (name == type)
             return kind;
-    if (type == kGeoJson)
-        throw JobError(errors::kNotAvailable, settings.step() + ": the type \"" + type +
-                                                  "\" is not available in this engine yet");
-    settings.refuse("type",
-                    "is \"" + type + "\"; known are application/x-vexa-sav, text/csv and hvbf");
+    if (type != kGeoJson)
+        settings.refuse("type", "is \"" + type +
+                                    "\"; known are application/x-vexa-sav, text/csv, "
+                                    "text/geojson and hvbf");
+    return std::nullopt;
 }
 
 std::unique_ptr<Output> tableOutput(StepCall& call, const Settings& settings)
@@ -47,6 +49,19 @@ std::unique_ptr<Output> tableOutput(StepCall& call, const Settings& settings)
     return output;
 }
 
+/// What the GeoJSON document says of itself: of which resource it is, and by which key.
+GeoJsonMetadata metadataOf(const Settings& settings, const MessageSink& message)
+{
+    GeoJsonMetadata metadata;
+    if (!settings.has("metadata"))
+        return metadata;
+    const Settings object = settings.neededObject("metadata");
+    metadata.resourceId = object.neededText("resourceId");
+    metadata.key = object.neededText("key");
+    object.reportOthers(message);
+    return metadata;
+}
+
 std::unique_ptr<Output> fileOutput(StepCall& call, const Settings& settings)
 {
     JobContext& context = call.context;
@@ -55,16 +70,17 @@ std::unique_ptr<Output> fileOutput(StepCall& call, const Settings& settings)
     const std::string model = settings.text("dataModelDestination").value_or("");
     if (!model.empty())
         file.modelPath = context.files.resolve(model, context.containers);
-    file.kind = kindOf(settings);
+    const std::optional<FileKind> kind = kindOf(settings);
     file.password = settings.text("dataPassword").value_or("");
-    if (!file.password.empty() && file.kind != FileKind::Sav)
+    if (!file.password.empty() && kind != FileKind::Sav)
         settings.refuse("dataPassword", "is given, but only a file of type "
                                         "application/x-vexa-sav can be sealed");
-    auto output = std::make_unique<FileOutput>(context, file, call.input()->fields);
-    context.unwritten.insert(canonicalPath(file.path));
-    if (!file.modelPath.empty())
-        context.unwritten.insert(canonicalPath(file.modelPath));
-    return output;
+    if (!kind)
+        return std::make_unique<GeoJsonOutput>(context, file.path, file.modelPath,
+                                               metadataOf(settings, context.message),
+                                               call.input()->fields);
+    file.kind = *kind;
+    return std::make_unique<FileOutput>(context, file, call.input()->fields);
 }
 
 } // namespace

@@ -1,0 +1,144 @@
+#include "maps/LayerSource.h"
+
+#include <numeric>
+
+#include "DataFileNames.h"
+#include "ErrorIds.h"
+#include "datafile/ParquetColumns.h"
+#include "datafile/Utf8.h"
+#include "maps/GeographyLibrary.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr const char* kStep = "read";
+
+/// The text, with a question mark for each byte that is no UTF-8: a file may tell another encoding
+/// than it has.
+void mend(std::string& text)
+{
+    if (isUtf8(text))
+        return;
+    for (char& letter : text)
+        if ((letter & 0x80) != 0)
+            letter = '?';
+}
+
+void setMissing(duckdb_vector vector, std::size_t row)
+{
+    duckdb_vector_ensure_validity_writable(vector);
+    duckdb_validity_set_row_invalid(duckdb_vector_get_validity(vector), row);
+}
+
+void store(duckdb_vector vector, std::size_t row, CFField::StorageType storage,
+           maps::LayerValue& value)
+{
+    void* const data = duckdb_vector_get_data(vector);
+    switch (storage) {
+    case CFField::Real:
+        static_cast<double*>(data)[row] = value.real;
+        break;
+    case CFField::Date:
+        static_cast<std::int32_t*>(data)[row] = static_cast<std::int32_t>(value.integer);
+        break;
+    case CFField::Integer:
+    case CFField::Time:
+    case CFField::Timestamp:
+        static_cast<std::int64_t*>(data)[row] = value.integer;
+        break;
+    default:
+        mend(value.text);
+        duckdb_vector_assign_string_element_len(vector, row, value.text.data(), value.text.size());
+    }
+}
+
+} // namespace
+
+LayerSource::LayerSource(std::unique_ptr<maps::Layer> layer, const Cancellation& cancellation,
+                         RowSources& registry)
+    : _layer(std::move(layer)), _cancellation(cancellation), _registry(registry),
+      _fields(_layer->fields())
+{
+    for (CFField& field : _fields) {
+        std::string name = field.GetName();
+        mend(name);
+        field.SetName(name);
+    }
+    makeNamesUnique(_fields);
+    _id = _registry.add(*this);
+}
+
+LayerSource::~LayerSource()
+{
+    _registry.remove(_id);
+}
+
+void LayerSource::probe()
+{
+    try {
+        std::vector<std::size_t> all(_fields.size());
+        std::iota(all.begin(), all.end(), std::size_t{0});
+        _layer->rewind(all);
+        maps::LayerValue value;
+        if (_layer->next())
+            for (const std::size_t field : all)
+                _layer->read(field, value);
+    } catch (const maps::GeographyError& error) {
+        throw maps::faultOf(error, kStep);
+    }
+}
+
+template <class Work>
+void LayerSource::guarded(Work work) noexcept
+{
+    try {
+        work();
+    } catch (const maps::GeographyError& error) {
+        _failure = maps::faultOf(error, kStep);
+    } catch (const std::exception& error) {
+        _failure.emplace(errors::kInternal, std::string(kStep) + ": " + error.what());
+    }
+}
+
+void LayerSource::begin(const std::vector<std::size_t>& fields) noexcept
+{
+    _ended = false;
+    guarded([&] { _layer->rewind(fields); });
+}
+
+bool LayerSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept
+{
+    if (!_failure)
+        guarded([&] { duckdb_data_chunk_set_size(chunk, pull(chunk, fields)); });
+    return !_failure;
+}
+
+std::size_t LayerSource::pull(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields)
+{
+    const std::size_t capacity = duckdb_vector_size();
+    maps::LayerValue value;
+    std::size_t row = 0;
+    for (; row < capacity && !_ended; ++row) {
+        // What was read until a stop is never used.
+        if (_cancellation.stopping() || !_layer->next()) {
+            _ended = true;
+            break;
+        }
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            const duckdb_vector vector = duckdb_data_chunk_get_vector(chunk, i);
+            // A statement that only counts records asks for a field that is none.
+            if (fields[i] >= _fields.size()) {
+                setMissing(vector, row);
+                continue;
+            }
+            _layer->read(fields[i], value);
+            if (value.isMissing)
+                setMissing(vector, row);
+            else
+                store(vector, row, _fields[fields[i]].GetStorage(), value);
+        }
+    }
+    return row;
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,60 @@
+#include "maps/Reprojection.h"
+
+#include <utility>
+
+#include "maps/GeographyLibrary.h"
+
+namespace EmbeddedHV {
+
+class Reprojection::Lease
+{
+public:
+    explicit Lease(Reprojection& owner) : _owner(owner)
+    {
+        {
+            const std::lock_guard lock(owner._mutex);
+            if (!owner._idle.empty()) {
+                _mover = std::move(owner._idle.back());
+                owner._idle.pop_back();
+            }
+        }
+        if (!_mover)
+            _mover = maps::geography().mover(owner._from, owner._to, owner._method);
+    }
+    Lease(const Lease&) = delete;
+    Lease& operator=(const Lease&) = delete;
+    ~Lease()
+    {
+        const std::lock_guard lock(_owner._mutex);
+        _owner._idle.push_back(std::move(_mover));
+    }
+    maps::PointMover& mover() { return *_mover; }
+
+private:
+    Reprojection& _owner;
+    std::unique_ptr<maps::PointMover> _mover;
+};
+
+Reprojection::Reprojection(maps::CoordinateSystem from, maps::CoordinateSystem to,
+                           std::string method)
+    : _from(std::move(from)), _to(std::move(to)), _method(std::move(method))
+{
+    const Lease tried(*this);
+}
+
+maps::MovedShape Reprojection::move(std::string_view text, std::string& out)
+{
+    Lease lease(*this);
+    const maps::MovedShape result = maps::moveShape(text, lease.mover(), out);
+    if (result == maps::MovedShape::Lost)
+        ++_lost;
+    return result;
+}
+
+std::optional<CFGeo::Envelope> Reprojection::moved(const CFGeo::Envelope& envelope)
+{
+    Lease lease(*this);
+    return lease.mover().moved(envelope);
+}
+
+} // namespace EmbeddedHV

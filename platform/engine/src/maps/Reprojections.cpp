@@ -1,0 +1,144 @@
+#include "maps/Reprojections.h"
+
+#include <duckdb.h>
+
+#include <memory>
+
+#include "ErrorIds.h"
+#include "datafile/Duck.h"
+#include "datafile/RaisedFault.h"
+#include "maps/Reprojection.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr const char* kFunction = "hv_reproject";
+constexpr std::size_t kShownBytes = 60; // of a text that is no shape
+
+template <class Handle, void (*destroy)(Handle*)>
+class Owned
+{
+public:
+    explicit Owned(Handle handle) : _handle(handle) {}
+    Owned(const Owned&) = delete;
+    Owned& operator=(const Owned&) = delete;
+    ~Owned() { destroy(&_handle); }
+    Handle get() const { return _handle; }
+
+private:
+    Handle _handle;
+};
+using Type = Owned<duckdb_logical_type, duckdb_destroy_logical_type>;
+using Function = Owned<duckdb_scalar_function, duckdb_destroy_scalar_function>;
+
+bool isMissing(duckdb_vector vector, std::size_t row)
+{
+    std::uint64_t* validity = duckdb_vector_get_validity(vector);
+    return validity && !duckdb_validity_row_is_valid(validity, row);
+}
+
+void setMissing(duckdb_vector vector, std::size_t row)
+{
+    duckdb_vector_ensure_validity_writable(vector);
+    duckdb_validity_set_row_invalid(duckdb_vector_get_validity(vector), row);
+}
+
+std::string notAShape(std::string_view text)
+{
+    return raisedText(errors::kNotAShape, "reprojection: a value is no shape: \"" +
+                                              std::string(text.substr(0, kShownBytes)) + "\"");
+}
+
+/// Moves the shapes of a chunk. Throws what it cannot do.
+void moveChunk(Reprojection& reprojection, duckdb_function_info info, duckdb_data_chunk input,
+               duckdb_vector output)
+{
+    const duckdb_vector column = duckdb_data_chunk_get_vector(input, 1);
+    auto* const texts = static_cast<duckdb_string_t*>(duckdb_vector_get_data(column));
+    const std::size_t rows = duckdb_data_chunk_get_size(input);
+    std::string moved;
+    for (std::size_t row = 0; row < rows; ++row) {
+        if (isMissing(column, row)) {
+            setMissing(output, row);
+            continue;
+        }
+        const std::string_view text(duckdb_string_t_data(&texts[row]),
+                                    duckdb_string_t_length(texts[row]));
+        switch (reprojection.move(text, moved)) {
+        case maps::MovedShape::Moved:
+            duckdb_vector_assign_string_element_len(output, row, moved.data(), moved.size());
+            break;
+        case maps::MovedShape::Lost:
+            setMissing(output, row);
+            break;
+        case maps::MovedShape::NotAShape:
+            duckdb_scalar_function_set_error(info, notAShape(text).c_str());
+            return;
+        }
+    }
+}
+
+void reproject(duckdb_function_info info, duckdb_data_chunk input, duckdb_vector output)
+{
+    if (duckdb_data_chunk_get_size(input) == 0)
+        return;
+    auto* known = static_cast<Reprojections*>(duckdb_scalar_function_get_extra_info(info));
+    const auto* ids = static_cast<const std::int64_t*>(
+        duckdb_vector_get_data(duckdb_data_chunk_get_vector(input, 0)));
+    Reprojection* reprojection = known->find(ids[0]);
+    if (!reprojection) {
+        duckdb_scalar_function_set_error(info, "the reprojection is gone");
+        return;
+    }
+    try {
+        moveChunk(*reprojection, info, input, output);
+    } catch (const std::exception& error) {
+        duckdb_scalar_function_set_error(info, error.what());
+    }
+}
+
+} // namespace
+
+void Reprojections::registerFunction(duck::Connection& connection)
+{
+    const Function function(duckdb_create_scalar_function());
+    const Type number(duckdb_create_logical_type(DUCKDB_TYPE_BIGINT));
+    const Type text(duckdb_create_logical_type(DUCKDB_TYPE_VARCHAR));
+    duckdb_scalar_function_set_name(function.get(), kFunction);
+    duckdb_scalar_function_add_parameter(function.get(), number.get());
+    duckdb_scalar_function_add_parameter(function.get(), text.get());
+    duckdb_scalar_function_set_return_type(function.get(), text.get());
+    duckdb_scalar_function_set_extra_info(function.get(), this, nullptr);
+    // The number of a reprojection means nothing while a statement is but prepared.
+    duckdb_scalar_function_set_volatile(function.get());
+    duckdb_scalar_function_set_function(function.get(), reproject);
+    if (duckdb_register_scalar_function(connection.handle(), function.get()) != DuckDBSuccess)
+        throw duck::QueryError("the database takes no function");
+}
+
+std::int64_t Reprojections::add(Reprojection& reprojection)
+{
+    const std::lock_guard lock(_mutex);
+    _known.emplace(_nextId, &reprojection);
+    return _nextId++;
+}
+
+void Reprojections::remove(std::int64_t id)
+{
+    const std::lock_guard lock(_mutex);
+    _known.erase(id);
+}
+
+Reprojection* Reprojections::find(std::int64_t id)
+{
+    const std::lock_guard lock(_mutex);
+    const auto found = _known.find(id);
+    return found == _known.end() ? nullptr : found->second;
+}
+
+std::string Reprojections::call(std::int64_t id, const std::string& column)
+{
+    return std::string(kFunction) + "(" + std::to_string(id) + "::BIGINT, " + column + ")";
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,211 @@
+#include "maps/ShapeText.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iterator>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+namespace EmbeddedHV::maps {
+namespace {
+
+/// A kind of shape by how deep its lists are nested around a point's numbers.
+struct Kind
+{
+    std::string_view word;
+    std::size_t depth;
+};
+
+constexpr Kind kKinds[] = {{"Point", 1},   {"MultiPoint", 2},      {"LineString", 2},
+                           {"Polygon", 3}, {"MultiLineString", 3}, {"MultiPolygon", 4}};
+
+/// The points of a shape, and the lists around them as text with a place for each point.
+struct Shape
+{
+    std::string kind;
+    std::string lists;
+    std::vector<std::size_t> places; ///< in `lists`, one for each point
+    std::vector<double> x;
+    std::vector<double> y;
+    std::vector<double> z;
+    std::vector<bool> hasZ;
+};
+
+/// Reads a geometry object. What it has besides type and coordinates is passed over: an envelope or
+/// a system of its own would not hold any more.
+class ShapeReader : public nlohmann::json_sax<nlohmann::json>
+{
+public:
+    explicit ShapeReader(Shape& shape) : _shape(shape) {}
+    bool isWhole() const
+    {
+        const auto* kind = std::ranges::find(kKinds, _shape.kind, &Kind::word);
+        return _hasCoordinates && kind != std::end(kKinds) &&
+               (_pointDepth == 0 || kind->depth == _pointDepth);
+    }
+
+    bool null() override { return plain(); }
+    bool boolean(bool) override { return plain(); }
+    bool number_integer(number_integer_t value) override
+    {
+        return number(static_cast<double>(value));
+    }
+    bool number_unsigned(number_unsigned_t value) override
+    {
+        return number(static_cast<double>(value));
+    }
+    bool number_float(number_float_t value, const string_t&) override { return number(value); }
+    bool string(string_t& value) override
+    {
+        if (_objects == 1 && _key == "type" && _lists == 0)
+            _shape.kind = value;
+        return plain();
+    }
+    bool binary(binary_t&) override { return false; }
+    bool key(string_t& name) override
+    {
+        if (_objects == 1 && _lists == 0)
+            _key = name;
+        return _key != "coordinates" || !_hasCoordinates || _objects > 1;
+    }
+    bool start_object(std::size_t) override
+    {
+        const bool fits = !inCoordinates();
+        ++_objects;
+        return fits;
+    }
+    bool end_object() override
+    {
+        --_objects;
+        return true;
+    }
+    bool start_array(std::size_t) override;
+    bool end_array() override;
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override
+    {
+        return false;
+    }
+
+private:
+    bool inCoordinates() const { return _lists > 0 && _objects == 1 && _key == "coordinates"; }
+    /// A value that is no number has no place among coordinates, nor in their stead.
+    bool plain() const { return !(_objects == 1 && _key == "coordinates"); }
+    bool number(double value);
+    bool endPoint();
+
+    Shape& _shape;
+    std::string _key;
+    std::size_t _objects = 0;
+    std::size_t _lists = 0;
+    std::size_t _pointDepth = 0; ///< 0 before the first point
+    std::vector<double> _numbers;
+    bool _hasCoordinates = false;
+};
+
+bool ShapeReader::number(double value)
+{
+    if (!inCoordinates())
+        return plain();
+    if (_pointDepth == 0)
+        _pointDepth = _lists;
+    _numbers.push_back(value);
+    return _lists == _pointDepth;
+}
+
+bool ShapeReader::start_array(std::size_t)
+{
+    ++_lists;
+    if (!inCoordinates())
+        return _objects > 0;
+    _hasCoordinates = true;
+    if (!_numbers.empty() || (_pointDepth > 0 && _lists > _pointDepth))
+        return false;
+    if (!_shape.lists.empty() && _shape.lists.back() == ']')
+        _shape.lists += ',';
+    _shape.lists += '[';
+    return true;
+}
+
+bool ShapeReader::endPoint()
+{
+    if (_numbers.size() < 2)
+        return false;
+    _shape.places.push_back(_shape.lists.size());
+    _shape.x.push_back(_numbers[0]);
+    _shape.y.push_back(_numbers[1]);
+    // Past the third, numbers are measures that GeoJSON has no place for.
+    _shape.hasZ.push_back(_numbers.size() > 2);
+    _shape.z.push_back(_numbers.size() > 2 ? _numbers[2] : 0);
+    _numbers.clear();
+    return true;
+}
+
+bool ShapeReader::end_array()
+{
+    const bool counts = inCoordinates();
+    if (counts && _lists == _pointDepth && !endPoint())
+        return false;
+    if (counts)
+        _shape.lists += ']';
+    --_lists;
+    return true;
+}
+
+bool readShape(std::string_view text, Shape& shape)
+{
+    ShapeReader reader(shape);
+    return nlohmann::json::sax_parse(text, &reader) && reader.isWhole();
+}
+
+void append(std::string& out, double value)
+{
+    char digits[32];
+    out.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+}
+
+void write(const Shape& shape, std::string& out)
+{
+    out = "{\"type\":\"" + shape.kind + "\",\"coordinates\":";
+    std::size_t written = 0;
+    for (std::size_t i = 0; i < shape.places.size(); ++i) {
+        out.append(shape.lists, written, shape.places[i] - written);
+        written = shape.places[i];
+        append(out, shape.x[i]);
+        out += ',';
+        append(out, shape.y[i]);
+        if (shape.hasZ[i]) {
+            out += ',';
+            append(out, shape.z[i]);
+        }
+    }
+    out.append(shape.lists, written).append("}");
+}
+
+bool isFinite(const std::vector<double>& values)
+{
+    return std::ranges::all_of(values, [](double value) { return std::isfinite(value); });
+}
+
+} // namespace
+
+MovedShape moveShape(std::string_view text, PointMover& mover, std::string& out)
+{
+    Shape shape;
+    if (!readShape(text, shape))
+        return MovedShape::NotAShape;
+    mover.move(shape.x.data(), shape.y.data(), shape.z.data(), shape.x.size());
+    if (!isFinite(shape.x) || !isFinite(shape.y) || !isFinite(shape.z))
+        return MovedShape::Lost;
+    write(shape, out);
+    return MovedShape::Moved;
+}
+
+bool isShape(std::string_view text)
+{
+    Shape shape;
+    return readShape(text, shape);
+}
+
+} // namespace EmbeddedHV::maps

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "maps/Geography.h"
+
+namespace EmbeddedHV::maps {
+
+enum class MovedShape
+{
+    Moved,
+    Lost,      ///< a point of it has no place in the other system
+    NotAShape, ///< the text is no geometry object of GeoJSON's
+};
+
+/// Moves the points of a shape, which is told as a GeoJSON geometry object, and writes it anew.
+MovedShape moveShape(std::string_view text, PointMover& mover, std::string& out);
+
+/// Whether a text is a geometry object of GeoJSON's: of one of the six kinds, with coordinates.
+bool isShape(std::string_view text);
+
+} // namespace EmbeddedHV::maps

@@ -1,0 +1,83 @@
+#include "steps/FeatureText.h"
+
+#include <charconv>
+#include <cmath>
+
+#include <nlohmann/json.hpp>
+
+#include "maps/ShapeText.h"
+
+namespace EmbeddedHV {
+namespace {
+
+template <class Number>
+void appendNumber(Number number, std::string& out)
+{
+    char digits[32];
+    out.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+}
+
+std::string_view textAt(void* data, std::size_t row)
+{
+    auto& text = static_cast<duckdb_string_t*>(data)[row];
+    return {duckdb_string_t_data(&text), duckdb_string_t_length(text)};
+}
+
+} // namespace
+
+std::string jsonText(std::string_view text)
+{
+    return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+FeatureColumns::FeatureColumns(duck::Chunk& chunk, const Fields& fields, std::size_t shapes)
+    : _shapes(shapes)
+{
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        const duckdb_vector vector = chunk.column(i);
+        _columns.push_back({jsonText(fields[i].GetName()) + ":", fields[i].GetStorage(),
+                            fields[i].GetGeo() != nullptr, duckdb_vector_get_data(vector),
+                            duckdb_vector_get_validity(vector)});
+    }
+}
+
+void FeatureColumns::appendValue(const Column& column, std::size_t row, std::string& out) const
+{
+    if (column.validity && !duckdb_validity_row_is_valid(column.validity, row)) {
+        out += "null";
+    } else if (column.storage == CFField::Integer) {
+        appendNumber(static_cast<const std::int64_t*>(column.data)[row], out);
+    } else if (column.storage == CFField::Real) {
+        const double value = static_cast<const double*>(column.data)[row];
+        // JSON has no word for what is no number.
+        if (std::isfinite(value))
+            appendNumber(value, out);
+        else
+            out += "null";
+    } else {
+        const std::string_view text = textAt(column.data, row);
+        out += column.isShape && maps::isShape(text) ? std::string(text) : jsonText(text);
+    }
+}
+
+bool FeatureColumns::append(std::size_t row, std::string& out) const
+{
+    out += R"({"type":"Feature","properties":{)";
+    bool isFirst = true;
+    for (std::size_t i = 0; i < _columns.size(); ++i) {
+        if (i == _shapes)
+            continue;
+        out += isFirst ? "" : ",";
+        isFirst = false;
+        out += _columns[i].key;
+        appendValue(_columns[i], row, out);
+    }
+    out += R"(},"geometry":)";
+    const std::size_t begin = out.size();
+    appendValue(_columns[_shapes], row, out);
+    out += '}';
+    // A text that is no shape has been written with its quotes.
+    return out[begin] != '"';
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,121 @@
+#include "steps/GeoJsonOutput.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "datafile/PendingFile.h"
+#include "datafile/SqlQuoting.h"
+#include "steps/FeatureText.h"
+
+namespace EmbeddedHV {
+namespace {
+
+constexpr const char* kStep = "write";
+constexpr std::size_t kFlushBytes = std::size_t{1} << 20;
+constexpr int kDegreesWkid = 4326; // what a document without a system is told in
+
+std::size_t shapesIn(const Fields& fields)
+{
+    const auto found = std::ranges::find_if(
+        fields, [](const CFField& field) { return field.GetGeo() != nullptr; });
+    if (found == fields.end())
+        throw JobError(errors::kNoShapes, std::string(kStep) +
+                                              ": the records have no geospatial field, which a "
+                                              "GeoJSON document needs");
+    return static_cast<std::size_t>(found - fields.begin());
+}
+
+/// The catalogue that has the system's id, which its well-known text tells.
+std::string catalogueOf(const CFGeo& geo)
+{
+    const std::string id = "AUTHORITY[\"ESRI\",\"" + std::to_string(geo.GetWkid()) + "\"]";
+    return geo.GetWkt().find(id) == std::string::npos ? "EPSG" : "ESRI";
+}
+
+/// The members of the document ahead of its features.
+std::string headOf(const GeoJsonMetadata& metadata, const CFGeo& geo)
+{
+    std::string head = "{\"type\":\"FeatureCollection\"";
+    if (!metadata.resourceId.empty() || !metadata.key.empty())
+        head += ",\"metadata\":{\"resourceId\":" + jsonText(metadata.resourceId) +
+                ",\"key\":" + jsonText(metadata.key) + "}";
+    if (geo.GetWkid() > 0 && geo.GetWkid() != kDegreesWkid)
+        head += ",\"crs\":{\"type\":\"name\",\"properties\":{\"name\":\"urn:ogc:def:crs:" +
+                catalogueOf(geo) + "::" + std::to_string(geo.GetWkid()) + "\"}}";
+    return head + ",\"features\":[";
+}
+
+} // namespace
+
+GeoJsonOutput::GeoJsonOutput(JobContext& context, const std::string& path,
+                             const std::string& modelPath, GeoJsonMetadata metadata, Fields fields)
+    : _context(context), _files(path, modelPath, kStep), _metadata(std::move(metadata)),
+      _fields(std::move(fields)), _shapes(shapesIn(_fields))
+{
+    _files.announce(_context);
+}
+
+void GeoJsonOutput::refuse() const
+{
+    PendingFile::refuse(kStep, target(), errno);
+}
+
+std::string GeoJsonOutput::statement(const std::string& select)
+{
+    std::string columns;
+    for (const CFField& field : _fields) {
+        const std::string name = quotedIdentifier(field.GetName());
+        const CFField::StorageType storage = field.GetStorage();
+        const bool isPlain = storage == CFField::Integer || storage == CFField::Real;
+        columns += columns.empty() ? "" : ", ";
+        // The database knows how dates are written.
+        columns += isPlain ? name : "CAST(" + name + " AS VARCHAR)";
+    }
+    begin();
+    return "SELECT " + columns + " FROM (" + select + ")";
+}
+
+void GeoJsonOutput::begin()
+{
+    _stream.open(_files.dataPath(), std::ios::binary | std::ios::trunc);
+    if (!_stream)
+        refuse();
+    _text = headOf(_metadata, *_fields[_shapes].GetGeo());
+    _isFirst = true;
+}
+
+void GeoJsonOutput::take(duck::Chunk& chunk)
+{
+    const FeatureColumns columns(chunk, _fields, _shapes);
+    for (std::size_t row = 0; row < chunk.rows(); ++row) {
+        _text += _isFirst ? "\n" : ",\n";
+        _isFirst = false;
+        if (!columns.append(row, _text))
+            throw JobError(errors::kNotAShape, std::string(kStep) + ": " + target() +
+                                                   ": a value of the field \"" +
+                                                   _fields[_shapes].GetName() + "\" is no shape");
+        if (_text.size() >= kFlushBytes)
+            flush();
+    }
+}
+
+void GeoJsonOutput::flush()
+{
+    if (!_stream.write(_text.data(), static_cast<std::streamsize>(_text.size())).flush())
+        refuse();
+    _text.clear();
+}
+
+void GeoJsonOutput::commit()
+{
+    _text += "\n]}\n";
+    flush();
+    _stream.close();
+    if (!_stream)
+        refuse();
+    _files.commit(_context, _fields);
+}
+
+} // namespace EmbeddedHV

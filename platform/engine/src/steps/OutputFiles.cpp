@@ -1,0 +1,47 @@
+#include "steps/OutputFiles.h"
+
+#include "ErrorIds.h"
+#include "JobError.h"
+
+namespace EmbeddedHV {
+
+OutputFiles::OutputFiles(const std::string& path, const std::string& modelPath,
+                         const std::string& step)
+    : _data(path, step)
+{
+    if (modelPath.empty())
+        return;
+    if (canonicalPath(modelPath) == canonicalPath(path))
+        throw JobError(errors::kSettingType,
+                       step +
+                           ": \"dataDestination\" and \"dataModelDestination\" name the same "
+                           "file, " +
+                           path);
+    _model.emplace(modelPath, step);
+}
+
+void OutputFiles::announce(JobContext& context) const
+{
+    context.unwritten.insert(canonicalPath(_data.destination()));
+    if (_model)
+        context.unwritten.insert(canonicalPath(_model->destination()));
+}
+
+void OutputFiles::commit(JobContext& context, const Fields& fields)
+{
+    if (_model)
+        _model->write(dataModelOf(fields));
+    _data.commit();
+    if (_model) {
+        try {
+            _model->commit();
+        } catch (const JobError&) {
+            _data.revoke();
+            throw;
+        }
+        context.unwritten.erase(canonicalPath(_model->destination()));
+    }
+    context.unwritten.erase(canonicalPath(_data.destination()));
+}
+
+} // namespace EmbeddedHV

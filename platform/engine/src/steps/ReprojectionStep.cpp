@@ -1,0 +1,234 @@
+#include <memory>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "datafile/SqlQuoting.h"
+#include "maps/GeographyLibrary.h"
+#include "maps/Reprojection.h"
+#include "maps/Reprojections.h"
+#include "runtime/Reporter.h"
+#include "steps/StepCall.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// A reprojection that statements can use while this lives.
+class KnownReprojection
+{
+public:
+    KnownReprojection(std::unique_ptr<Reprojection> reprojection, Reprojections& registry,
+                      std::string field)
+        : _reprojection(std::move(reprojection)), _registry(registry), _field(std::move(field)),
+          _id(_registry.add(*_reprojection))
+    {
+    }
+    KnownReprojection(const KnownReprojection&) = delete;
+    KnownReprojection& operator=(const KnownReprojection&) = delete;
+    ~KnownReprojection() { _registry.remove(_id); }
+
+    Reprojection& reprojection() const { return *_reprojection; }
+    const std::string& field() const { return _field; }
+    std::string column() const
+    {
+        const std::string name = quotedIdentifier(_field);
+        return Reprojections::call(_id, name) + " AS " + name;
+    }
+
+private:
+    std::unique_ptr<Reprojection> _reprojection;
+    Reprojections& _registry;
+    std::string _field;
+    std::int64_t _id;
+};
+using Moves = std::vector<std::shared_ptr<KnownReprojection>>;
+
+/// Tells of shapes that have no place in the new system: they are missing there.
+class LossCheck : public SourceCheck
+{
+public:
+    LossCheck(Moves moves, std::string step) : _moves(std::move(moves)), _step(std::move(step)) {}
+    void start(Cancellation&) override
+    {
+        for (const auto& move : _moves)
+            move->reprojection().takeLost();
+    }
+    void finish(duck::Connection&, Reporter& reporter) override
+    {
+        for (const auto& move : _moves)
+            if (const std::uint64_t lost = move->reprojection().takeLost())
+                reporter.message(errors::kShapesLost,
+                                 _step + ": " + std::to_string(lost) +
+                                     (lost == 1 ? " shape" : " shapes") + " of the field \"" +
+                                     move->field() +
+                                     "\" have no place in the new coordinate system and are "
+                                     "missing there");
+    }
+    void abandon(const std::string&) override {}
+
+private:
+    Moves _moves;
+    std::string _step;
+};
+
+/// The system that an object tells of by name, by wkid, or by both, where the name counts first;
+/// nullopt if it tells of none.
+std::optional<maps::CoordinateSystem> systemIn(const Settings& settings)
+{
+    const std::string name = settings.text("csName").value_or("");
+    const auto wkid = settings.integer("wkid");
+    if (name.empty() && !wkid)
+        return std::nullopt;
+    if (wkid && (*wkid < INT32_MIN || *wkid > INT32_MAX))
+        settings.refuse("wkid", "is " + std::to_string(*wkid) + ", which no system has");
+    if (name.empty())
+        return maps::geography().systemOf(static_cast<int>(*wkid));
+    try {
+        return maps::geography().systemNamed(name);
+    } catch (const maps::GeographyError&) {
+        if (!wkid)
+            throw;
+        return maps::geography().systemOf(static_cast<int>(*wkid));
+    }
+}
+
+/// The system that the data model tells of.
+std::optional<maps::CoordinateSystem> systemOf(const CFGeo& geo)
+{
+    if (geo.GetWkid() > 0 || !geo.GetWkt().empty())
+        return maps::CoordinateSystem{geo.GetWkid(), geo.GetCsname(), geo.GetWkt(),
+                                      geo.IsProjected()};
+    if (geo.GetCsname().empty())
+        return std::nullopt;
+    return maps::geography().systemNamed(geo.GetCsname());
+}
+
+maps::CoordinateSystem sourceSystem(const StepCall& call, const Settings& entry,
+                                    const CFField& field)
+{
+    std::optional<maps::CoordinateSystem> system;
+    if (entry.has("inSR")) {
+        const Settings source = entry.neededObject("inSR");
+        // A system of the file's own is in no catalogue.
+        if (source.text("csName").value_or("") != field.GetGeo()->GetCsname() ||
+            field.GetGeo()->GetWkt().empty())
+            system = systemIn(source);
+        source.integer("wkid");
+        source.reportOthers(call.context.message);
+    }
+    if (!system)
+        system = systemOf(*field.GetGeo());
+    if (!system)
+        throw JobError(errors::kNoSystem,
+                       call.name + ": it is not known in which coordinate system the field \"" +
+                           field.GetName() + "\" stands: \"inSR\" can tell it");
+    return *std::move(system);
+}
+
+/// Moves one field as an entry of the step says, and what is known of it.
+std::shared_ptr<KnownReprojection> moveField(const StepCall& call, const Settings& entry,
+                                             CFField& field)
+{
+    const Settings target = entry.neededObject("outSR");
+    auto to = systemIn(target);
+    if (!to)
+        target.refuse("csName", "is missing, and so is \"wkid\"");
+    const std::string method = target.text("transMethodsName").value_or("");
+    target.reportOthers(call.context.message);
+    auto reprojection =
+        std::make_unique<Reprojection>(sourceSystem(call, entry, field), *to, method);
+    CFGeo geo(field.GetGeo()->GetType(), field.GetGeo()->GetCoordinates());
+    geo.SetCoordinateSystem(to->wkid, to->name, to->isProjected, to->wkt);
+    if (const auto& envelope = field.GetGeo()->GetEnvelope())
+        if (const auto moved = reprojection->moved(*envelope))
+            geo.SetEnvelope(*moved);
+    field.SetGeo(std::move(geo));
+    return std::make_shared<KnownReprojection>(
+        std::move(reprojection), call.context.database.reprojections(), field.GetName());
+}
+
+[[noreturn]] void refuseShapeless(const StepCall& call, const std::string& what)
+{
+    throw JobError(errors::kNoShapes, call.name + ": " + what + ", so nothing can be moved");
+}
+
+/// Every geospatial field, by the one entry.
+Moves moveAll(const StepCall& call, const Settings& settings, const Json& entries, Fields& fields)
+{
+    if (entries.size() != 1)
+        settings.refuse("reprojectionFields",
+                        "has " + std::to_string(entries.size()) +
+                            " entries, but with the type \"all\" it has one for all fields");
+    const Settings entry = settings.objectAt(entries, "reprojectionFields", 0);
+    Moves moves;
+    for (CFField& field : fields)
+        if (field.GetGeo())
+            moves.push_back(moveField(call, entry, field));
+    if (moves.empty())
+        refuseShapeless(call, "no field of the input is geospatial");
+    entry.reportOthers(call.context.message);
+    return moves;
+}
+
+/// The fields that the entries name.
+Moves moveNamed(const StepCall& call, const Settings& settings, const Json& entries, Fields& fields)
+{
+    Moves moves;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const Settings entry = settings.objectAt(entries, "reprojectionFields", i);
+        const CFField& named = call.inputField(entry.neededText("name"));
+        CFField& field = fields[static_cast<std::size_t>(&named - call.input()->fields.data())];
+        if (!field.GetGeo())
+            refuseShapeless(call, "the field \"" + field.GetName() + "\" is not geospatial");
+        for (const auto& move : moves)
+            if (move->field() == field.GetName())
+                entry.refuse("name",
+                             "is \"" + field.GetName() + "\", as that of an entry before it");
+        moves.push_back(moveField(call, entry, field));
+        entry.reportOthers(call.context.message);
+    }
+    return moves;
+}
+
+std::string replacements(const Moves& moves)
+{
+    std::string columns;
+    for (const auto& move : moves)
+        columns += (columns.empty() ? "" : ", ") + move->column();
+    return columns;
+}
+
+NodePtr movedNode(const StepCall& call, Fields fields, Moves moves)
+{
+    // The node keeps what its SQL names.
+    NodePtr node = derivedNode(
+        std::move(fields), {call.input()}, [moves](const std::vector<std::string>& inputs) {
+            return "SELECT * REPLACE (" + replacements(moves) + ") FROM " + inputs[0];
+        });
+    node->check = std::make_shared<LossCheck>(std::move(moves), call.name);
+    return node;
+}
+
+} // namespace
+
+/// Moves shapes from one coordinate system to another.
+StepResult planReprojection(StepCall& call)
+{
+    const Settings settings = call.settings();
+    const std::string type = settings.neededText("type");
+    if (type != "all" && type != "part")
+        settings.refuse("type", "is \"" + type + "\"; known are all and part");
+    const Json& entries = settings.neededList("reprojectionFields");
+    if (entries.empty())
+        settings.refuse("reprojectionFields", "is empty");
+    Fields fields = call.input()->fields;
+    try {
+        Moves moves = type == "all" ? moveAll(call, settings, entries, fields)
+                                    : moveNamed(call, settings, entries, fields);
+        settings.reportOthers(call.context.message);
+        return {movedNode(call, std::move(fields), std::move(moves)), nullptr};
+    } catch (const maps::GeographyError& error) {
+        throw maps::faultOf(error, call.name);
+    }
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,348 @@
+#include <chrono>
+#include <thread>
+
+#include "CFMetaData.h"
+#include "Container.h"
+#include "EngineException.h"
+#include "MetadataService.h"
+#include "engine/EngineFixture.h"
+#include "engine/MapSamples.h"
+
+// Jobs over shapes: what a shape file and a map service hold, and what the steps make of it.
+
+namespace {
+
+using namespace EngineTest;
+using testing::HasSubstr;
+
+class ModelContainer : public EmbeddedHV::Container
+{
+public:
+    std::string getName() const override { return "model"; }
+    std::string getAbsolutePath() const override { return {}; }
+};
+
+class MapJob : public EngineFixture
+{
+protected:
+    MapJob()
+    {
+        writeShapeFile(path("land.shp"), "POLYGON", 4326,
+                       {{"POLYGON ((0 0,0 4,4 4,4 0,0 0),(1 1,2 1,2 2,1 2,1 1))", "Åland", 7, 0.5,
+                         "2024/02/29"},
+                        {"MULTIPOLYGON (((10 0,10 1,11 0,10 0)),((20 0,20 1,21 0,20 0)))", "B",
+                         9007199254, -2, ""},
+                        {"", "none", 3, 1e-3, "1969/12/31"}});
+    }
+
+    CFMetaData describe(const std::string& job) const
+    {
+        void* reserved = nullptr;
+        return CFMetaData(service().getMetaDataService()->getMetadata(
+            nullptr, expanded(job), reserved, 0, ModelContainer()));
+    }
+    /// What a job writes as GeoJSON, or its fault.
+    std::string geoJson(const std::string& steps)
+    {
+        std::filesystem::remove(path("out.json"));
+        const RecordingListener listener = run(
+            steps + R"( -> write({"dataDestination": "$DIR/out.json", "type": "text/geojson"}))");
+        told = listener.messages;
+        return listener.ending == "success" ? read("out.json")
+                                            : listener.errorId + " " + listener.errorText;
+    }
+    /// The same as CSV.
+    std::string csv(const std::string& steps)
+    {
+        const RecordingListener listener = run(steps + " -> " + writeCsv("out.csv"));
+        return listener.ending == "success" ? read("out.csv")
+                                            : listener.errorId + " " + listener.errorText;
+    }
+
+    std::vector<std::pair<std::string, std::string>> told;
+};
+
+std::string readShape(const std::string& name, const std::string& more = "")
+{
+    return R"(read({"geospatial": {"location": "$DIR/)" + name + R"(", "type": "shp"})" + more +
+           "})";
+}
+
+std::string readService(const std::string& address, int layer, const std::string& more = "")
+{
+    return R"(read({"geospatial": {"location": ")" + address +
+           R"(", "type": "mps", "queryLayer": )" + std::to_string(layer) + "}" + more + "})";
+}
+
+std::string move(const std::string& in, const std::string& out)
+{
+    return R"(reprojection({"type": "all", "reprojectionFields": [{)" +
+           (in.empty() ? in : R"("inSR": )" + in + ", ") + R"("outSR": )" + out + "}]})";
+}
+
+constexpr const char* kLand =
+    R"({"type":"FeatureCollection","features":[
+{"type":"Feature","properties":{"name":"Åland","code":7,"share":0.5,"day":"2024-02-29"},"geometry":{"type":"Polygon","coordinates":[[[0,0],[4,0],[4,4],[0,4],[0,0]],[[1,1],[1,2],[2,2],[2,1],[1,1]]]}},
+{"type":"Feature","properties":{"name":"B","code":9007199254,"share":-2,"day":null},"geometry":{"type":"MultiPolygon","coordinates":[[[[10,0],[11,0],[10,1],[10,0]]],[[[20,0],[21,0],[20,1],[20,0]]]]}},
+{"type":"Feature","properties":{"name":"none","code":3,"share":0.001,"day":"1969-12-31"},"geometry":null}
+]}
+)";
+
+TEST_F(MapJob, ShapesGoThroughFilesUnchanged)
+{
+    EXPECT_EQ(geoJson(readShape("land.shp")), kLand);
+    ASSERT_EQ(run(readShape("land.shp") +
+                  R"( -> write({"dataDestination": "$DIR/land.hvbf", "type": "hvbf"}))")
+                  .ending,
+              "success");
+    EXPECT_EQ(geoJson(R"(read({"filesystem": {"locations": [{"path": "$DIR/land.hvbf",
+                         "parser": {"name": "hvbf"}}]}}))"),
+              kLand);
+}
+
+TEST_F(MapJob, TheDataModelTellsFieldsAndShapes)
+{
+    const CFMetaData model = describe(readShape("land.shp", R"(, "maxRecordsCount": 1)"));
+    ASSERT_EQ(model.FieldCount(), 5U);
+    const CFField::StorageType storages[] = {CFField::String, CFField::Integer, CFField::Real,
+                                             CFField::Date, CFField::String};
+    for (std::size_t i = 0; i < 5; ++i)
+        EXPECT_EQ(model.GetField(i)->GetStorage(), storages[i]) << model.GetField(i)->GetName();
+    const CFField& shape = *model.GetField(4);
+    EXPECT_EQ(shape.GetType(), CFField::Typeless);
+    ASSERT_NE(shape.GetGeo(), nullptr);
+    CFGeo expected(CFGeo::MultiPolygon, 2);
+    expected.SetCoordinateSystem(4326, "WGS 84", false, shape.GetGeo()->GetWkt());
+    expected.SetEnvelope({0, 4, 21, 0});
+    EXPECT_TRUE(*shape.GetGeo() == expected);
+    EXPECT_THAT(shape.GetGeo()->GetWkt(), HasSubstr(R"(AUTHORITY["EPSG","4326"])"));
+}
+
+TEST_F(MapJob, OtherStepsTakeShapesLikeAnyText)
+{
+    write("people.csv", "name,people\nB,5\nC,6\n");
+    const std::pair<std::string, std::string> cases[] = {
+        {readShape("land.shp") +
+             R"( -> filterRecords(_, c => r => r.code > 5) -> filterFields({"fields": ["name"]}))",
+         "name\nÅland\nB\n"},
+        {readShape("land.shp", R"(, "maxRecordsCount": 1)") +
+             R"( -> filterFields({"fields": ["code"]}))",
+         "code\n7\n"},
+        {readShape("land.shp") +
+             R"( -> aggregate({"output": [{"function": "count", "input": "shape"}]}))",
+         "count_shape\n2\n"},
+        {readShape("land.shp") +
+             R"( -> aggregate({"output": [{"function": "count", "outName": "n"}]}))",
+         "n\n3\n"},
+    };
+    for (const auto& [job, expected] : cases)
+        EXPECT_EQ(csv(job), expected) << job;
+}
+
+struct Fault
+{
+    std::string job;
+    const char* text;
+};
+
+TEST_F(MapJob, AMapThatCannotBeReadNamesItself)
+{
+    for (const char* name : {"half", "noindex"})
+        writeShapeFile(path(std::string(name) + ".shp"), "POINT", 0, {{"POINT (1 2)", "p"}});
+    std::filesystem::remove(path("half.dbf"));
+    std::filesystem::remove(path("noindex.shx"));
+    writeShapeFile(path("cut.shp"), "POINT", 0, {{"POINT (1 2)", "p"}});
+    write("cut.shp", "no shapes");
+    std::filesystem::create_directory(path("folder.shp"));
+    const Fault faults[] = {
+        {readShape("gone.shp"), "HVEIO0001E read: $DIR/gone.shp: there is no such file"},
+        {readShape("half.shp"), "no file with the extension .dbf beside"},
+        {readShape("noindex.shp"), "no file with the extension .shx beside"},
+        {readShape("cut.shp"), "HVEIO0005E read: $DIR/cut.shp: this is no shape file"},
+        {readShape("folder.shp"), "this is a folder"},
+        {R"(read({"geospatial": {"location": "x", "type": "kml"}}))",
+         R"("geospatial.type" is "kml"; known are shp and mps)"},
+        {R"(read({"geospatial": {"type": "shp"}}))", R"("geospatial.location" is missing)"},
+        {readService("ftp://host/a", 0), "only http, https and file addresses"},
+        {readService("file:///gone", 2), "HVEGE0001E read: file:///gone/2.json: there is no such"},
+        {readCsv("x.csv"), "HVEGE0004E write: the records have no geospatial field"},
+    };
+    write("x.csv", "x\n1\n");
+    for (const Fault& fault : faults) {
+        std::string expected = fault.text;
+        if (const auto at = expected.find("$DIR"); at != std::string::npos)
+            expected.replace(at, 4, path("").substr(0, path("").size() - 1));
+        EXPECT_THAT(geoJson(fault.job), HasSubstr(expected)) << fault.job;
+        EXPECT_THAT(files(), testing::Not(testing::Contains("out.json")));
+    }
+}
+
+// A degree of longitude is this many metres at the equator of the web's projection.
+constexpr const char* kWebPoint = "[111319.49";
+
+TEST_F(MapJob, ReprojectionMovesShapesByWhateverNamesTheSystem)
+{
+    writeShapeFile(path("p.shp"), "POINT", 4326, {{"POINT (1 0)", "p"}, {"", "q"}});
+    for (const char* target : {R"({"wkid": 3857})", R"({"csName": "WGS 84 / Pseudo-Mercator"})",
+                               R"({"csName": "wgs 84 / pseudo-mercator", "wkid": 4326})",
+                               R"({"csName": "none such", "wkid": 3857})"}) {
+        const std::string moved = geoJson(readShape("p.shp") + " -> " + move("", target));
+        EXPECT_THAT(moved, HasSubstr(kWebPoint)) << target;
+        EXPECT_THAT(moved, HasSubstr("urn:ogc:def:crs:EPSG::3857")) << target;
+        EXPECT_THAT(moved, HasSubstr(R"("geometry":null)"));
+    }
+    EXPECT_THAT(geoJson(readShape("p.shp") + " -> " + move("", R"({"wkid": 102100})")),
+                HasSubstr("urn:ogc:def:crs:ESRI::102100"));
+    const CFMetaData model =
+        describe(readShape("p.shp") + " -> " + move(R"({"wkid": 4326})", R"({"wkid": 32633})"));
+    const CFGeo* geo = model.GetField(model.FieldCount() - 1)->GetGeo();
+    ASSERT_NE(geo, nullptr);
+    EXPECT_EQ(geo->GetCsname(), "WGS 84 / UTM zone 33N");
+    EXPECT_TRUE(geo->IsProjected());
+    EXPECT_TRUE(geo->GetEnvelope());
+    // There and back again.
+    EXPECT_THAT(geoJson(readShape("land.shp") + " -> " + move("", R"({"wkid": 3395})") + " -> " +
+                        move("", R"({"wkid": 4326})") +
+                        R"( -> filterRecords(_, c => r => r.code == 7))"),
+                testing::ContainsRegex(R"(\[\[\[0,0\],\[(4|3\.9999999|4\.0000000)[0-9]*,0\])"));
+}
+
+TEST_F(MapJob, ATransformationCanBeNamed)
+{
+    writeShapeFile(path("ed.shp"), "POINT", 4230, {{"POINT (10 50)", "p"}});
+    const auto with = [&](const std::string& method) {
+        return geoJson(readShape("ed.shp") + " -> " +
+                       move("", R"({"wkid": 4326, "transMethodsName": ")" + method + "\"}"));
+    };
+    const std::string first = with("ED50 to WGS 84 (1)");
+    const std::string other = with("ED50 to WGS 84 (2)");
+    EXPECT_THAT(first, HasSubstr("[9.99"));
+    EXPECT_THAT(other, HasSubstr("[9.99"));
+    EXPECT_NE(first, other);
+    EXPECT_THAT(with("by magic"), HasSubstr("HVEGE0003E reprojection: there is no transformation "
+                                            "\"by magic\" between ED50 and WGS 84; known are"));
+}
+
+TEST_F(MapJob, AShapeWithoutAPlaceInTheNewSystemIsMissing)
+{
+    writeShapeFile(path("far.shp"), "POINT", 4326, {{"POINT (105 0)", "p"}, {"POINT (15 0)", "q"}});
+    EXPECT_THAT(geoJson(readShape("far.shp") + " -> " + move("", R"({"wkid": 32633})")),
+                HasSubstr(R"("geometry":null)"));
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0].first, "HVEGE0007W");
+    EXPECT_THAT(told[0].second, HasSubstr("1 shape of the field \"shape\" have no place"));
+}
+
+TEST_F(MapJob, AWrongReprojectionSaysWhy)
+{
+    writeShapeFile(path("plain.shp"), "POINT", 0, {{"POINT (1 2)", "p"}});
+    write("x.csv", "x,s\n1,a\n");
+    const std::string shape = readShape("plain.shp") + " -> ";
+    const Fault faults[] = {
+        {shape + move("", R"({"wkid": 3857})"), "HVEGE0005E"},
+        {shape + move(R"({"csName": "none such"})", R"({"wkid": 3857})"),
+         R"(HVEGE0002E reprojection: there is no coordinate system "none such")"},
+        {shape + move(R"({"wkid": 4326})", R"({"wkid": 0})"), "HVEGE0002E"},
+        {shape + move(R"({"wkid": 4326})", "{}"),
+         R"("reprojectionFields[0].outSR.csName" is miss)"},
+        {shape + R"(reprojection({"type": "all", "reprojectionFields": [{}]}))",
+         R"("reprojectionFields[0].outSR" is missing)"},
+        {shape + R"(reprojection({"type": "some", "reprojectionFields": [{}]}))", R"(is "some")"},
+        {shape + R"(reprojection({"type": "all", "reprojectionFields": []}))", "is empty"},
+        {shape + R"(reprojection({"type": "all", "reprojectionFields": [{}, {}]}))", "2 entries"},
+        {shape + R"(reprojection({"type": "part", "reprojectionFields": [{"name": "nam"}]}))",
+         R"(did you mean "name"?)"},
+        {shape + R"(reprojection({"type": "part", "reprojectionFields": [{"name": "name"}]}))",
+         R"(HVEGE0004E reprojection: the field "name" is not geospatial)"},
+        {readCsv("x.csv") + " -> " + move("", R"({"wkid": 3857})"), "HVEGE0004E"},
+        {readCsv("x.csv") + R"( -> updateDataModel({"fields": [{"name": "s", "Geo":
+             {"type": "Point", "wkid": "4326"}}]}) -> )" +
+             move("", R"({"wkid": 3857})"),
+         R"(HVEGE0006E reprojection: a value is no shape: "a")"},
+        {readCsv("x.csv") + R"( -> updateDataModel({"fields": [{"name": "s", "Geo":
+             {"type": "Point", "wkid": "4326"}}]}))",
+         R"(a value of the field "s" is no shape)"},
+    };
+    for (const Fault& fault : faults)
+        EXPECT_THAT(geoJson(fault.job), HasSubstr(fault.text)) << fault.job;
+}
+
+TEST_F(MapJob, CoordinatesOfRecordsBecomePoints)
+{
+    write("in.csv", "x,y,n\n1,2.5,a\n,3,b\n-1e-7,4,c\n");
+    const std::string points =
+        readCsv("in.csv") + R"( -> deriveField(_, c => r => ("at", [r.x, r.y])) -> updateDataModel(
+            {"fields": [{"name": "at", "Geo": {"type": "Point", "coordinates": "2",
+             "wkid": "4326", "csname": "WGS 84", "isProjected": false, "wkt": ""}}]}))";
+    const std::string text = geoJson(points);
+    EXPECT_THAT(text, HasSubstr(R"("properties":{"x":1,"y":2.5,"n":"a"},"geometry":{"type":"Point")"
+                                R"(,"coordinates":[1.0, 2.5]}})"));
+    EXPECT_THAT(text, HasSubstr(R"("n":"b"},"geometry":null)"));
+    EXPECT_THAT(text, HasSubstr("[-1e-07, 4.0]"));
+    EXPECT_THAT(geoJson(points + " -> " + move("", R"({"wkid": 3857})")), HasSubstr(kWebPoint));
+}
+
+TEST_F(MapJob, TheDocumentCanNameItsResource)
+{
+    const auto written = run(
+        readShape("land.shp") +
+        R"( -> write({"dataDestination": "$DIR/out.json", "dataModelDestination": "$DIR/out.xml",
+            "type": "text/geojson", "metadata": {"resourceId": "r\"1", "key": "name"}}))");
+    ASSERT_EQ(written.ending, "success") << written.errorText;
+    EXPECT_THAT(read("out.json"),
+                HasSubstr(R"("metadata":{"resourceId":"r\"1","key":"name"},"features")"));
+    EXPECT_EQ(CFMetaData(read("out.xml")).FieldCount(), 5U);
+}
+
+TEST_F(MapJob, ALayerOfAServiceIsReadInPages)
+{
+    const MapServer server;
+    const std::string job = readService(server.address() + "/pages", 3);
+    const std::string counts =
+        csv(job + R"( -> aggregate({"output": [{"function": "count", "input": "OID"},
+                      {"function": "max", "input": "OID"}]}))");
+    EXPECT_EQ(counts, "count_OID,max_OID\n25,24\n");
+    EXPECT_EQ(csv(readService(server.address() + "/pages?token=t", 3, R"(, "maxRecordsCount": 2)")),
+              "OID,town,kind,seen,shape\n"
+              "0,town 0,1,,\"{\"\"type\"\":\"\"Point\"\",\"\"coordinates\"\":[0,0]}\"\n"
+              "1,town 1,2,1970-01-01 00:00:01.001,"
+              "\"{\"\"type\"\":\"\"Point\"\",\"\"coordinates\"\":[1,2]}\"\n");
+    const CFMetaData model = describe(job);
+    ASSERT_EQ(model.FieldCount(), 5U);
+    EXPECT_EQ(model.GetField(1)->GetLabel(), "The town");
+    EXPECT_EQ(model.GetField(2)->GetValueLabels().size(), 2U);
+    EXPECT_EQ(model.GetField(4)->GetGeo()->GetWkid(), 4326);
+    const Fault faults[] = {
+        {readService(server.address() + "/cut", 3), "gives only 10 records"},
+        {readService(server.address() + "/stuck", 3), "the same records again"},
+        {readService(server.address() + "/broken", 3), "the answer is not JSON"},
+        {readService(server.address() + "/fault?token=secret", 3),
+         "/fault/3: the service reports a "
+         "fault: Token Required"},
+        {readService(server.address() + "/gone", 3), "the service does not answer"},
+    };
+    for (const Fault& fault : faults) {
+        const std::string result = csv(fault.job);
+        EXPECT_THAT(result, HasSubstr(fault.text));
+        EXPECT_THAT(result, HasSubstr("HVEGE0001E read: http://127.0.0.1"));
+    }
+}
+
+TEST_F(MapJob, CancellationEndsTheWaitForAService)
+{
+    const MapServer server;
+    const auto execution = newExecution(readService(server.address() + "/slow", 3));
+    RecordingListener listener;
+    std::thread stop([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        execution->cancel(nullptr);
+    });
+    const auto begin = std::chrono::steady_clock::now();
+    execution->execute(nullptr, &listener);
+    stop.join();
+    EXPECT_EQ(listener.ending, "cancel");
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    execution->dispose(nullptr);
+}
+
+} // namespace
