@@ -11,6 +11,7 @@
 #include "Commands.h"
 #include "Completion.h"
 #include "HelpText.h"
+#include "MapCommandLine.h"
 #include "OptionChecks.h"
 #include "OptionGroups.h"
 #include "StandardStreams.h"
@@ -50,9 +51,10 @@ private:
     RenderOptions _render;
     RunOptions _run;
     ScoreOptions _score;
+    MapCommandLine _map;
     std::string _doctorFormat = "text";
     std::string _shell;
-    std::string _helpCommand;
+    std::vector<std::string> _helpCommand; ///< more than one word for a command of a command
 };
 
 CommandLine::CommandLine()
@@ -70,6 +72,7 @@ CommandLine::CommandLine()
     addRender();
     addRun();
     addScore();
+    _map.addTo(_app, _common);
     addDoctor();
     addCompletion();
     _app.add_subcommand("version", "Print the version.")->group(kCommandGroup)->callback([] {
@@ -291,18 +294,22 @@ void CommandLine::addHelp()
 {
     CLI::App* const app = _app.add_subcommand("help", "Show the help of a command.");
     app->group(kCommandGroup);
-    app->add_option("COMMAND", _helpCommand, "Its name")->type_name("NAME");
+    constexpr int kMostWords = 2;
+    app->add_option("COMMAND", _helpCommand, "Its name")
+        ->type_name("NAME")
+        ->expected(0, kMostWords);
     app->callback([this] {
-        if (_helpCommand.empty()) {
-            // The application's own help() would show that of the command that was given: help.
-            std::cout << helpFormatter()->make_help(&_app, "hvhost", CLI::AppFormatMode::Normal);
-            return;
+        // The application's own help() would show that of the command that was given: help.
+        const CLI::App* named = &_app;
+        std::string name = "hvhost";
+        for (const std::string& word : _helpCommand) {
+            const CLI::App* const next = findCommand(*named, word);
+            if (next == nullptr)
+                throw unknownCommand(*named, word);
+            named = next;
+            name += " " + word;
         }
-        const CLI::App* const named = findCommand(_app, _helpCommand);
-        if (named == nullptr)
-            throw unknownCommand(_app, _helpCommand);
-        std::cout << helpFormatter()->make_help(named, "hvhost " + _helpCommand,
-                                                CLI::AppFormatMode::Normal);
+        std::cout << helpFormatter()->make_help(named, name, CLI::AppFormatMode::Normal);
     });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -92,6 +93,62 @@ struct RunOptions
 };
 /// A job text.
 void runJob(const RunOptions& options, const CommonOptions& common);
+
+/// A source of geometry: a shape file, a zip archive of one, or a layer of a map service.
+struct MapOptions
+{
+    std::string source; ///< a file, or an address with "://"
+    std::optional<int> layer;
+};
+
+/// Of a service without a layer, its layers.
+struct MapInfoOptions
+{
+    MapOptions map;
+    std::string format = "text"; ///< text, csv or json
+    bool showDataModel = false;
+};
+/// What is known of a source of geometry.
+void mapInfo(const MapInfoOptions& options, const CommonOptions& common);
+
+/// Between which coordinate systems, each a name, an id, or empty, and where to.
+struct GeoJsonOptions
+{
+    std::string from;
+    std::string to;
+    std::string output;    ///< "-" for standard output
+    std::string dataModel; ///< empty for none
+    bool force = false;
+};
+struct MapConvertOptions
+{
+    MapOptions map;
+    GeoJsonOptions result;
+};
+/// A source of geometry as GeoJSON.
+void mapConvert(const MapConvertOptions& options, const CommonOptions& common);
+
+struct MapPointsOptions
+{
+    InputOptions input;
+    std::string x;
+    std::string y;
+    std::string z; ///< empty for points of a plane
+    GeoJsonOptions result;
+};
+/// The points that variables of a dataset give, as GeoJSON.
+void mapPoints(const MapPointsOptions& options, const CommonOptions& common);
+
+struct MapMatchOptions
+{
+    MapOptions map;
+    InputOptions input;
+    std::vector<std::string> keys; ///< MAPFIELD=VARIABLE, or a name for both
+    int limit = 20;                ///< rows of each list, -1 for all
+    std::string format = "text";   ///< text, csv or json
+};
+/// How well the keys of a map match those of a dataset.
+void mapMatch(const MapMatchOptions& options, const CommonOptions& common);
 
 /// What was found where, and what is missing; throws for a part without which no job runs.
 void doctor(const std::string& format);

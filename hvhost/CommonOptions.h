@@ -19,8 +19,9 @@ struct CommonOptions
 /// Options of the commands that read one file.
 struct InputOptions
 {
-    std::string path; ///< "-" for standard input
-    std::string kind; ///< a word of kDataKinds; empty: by extension
+    std::string path;                  ///< "-" for standard input
+    std::string kind;                  ///< a word of kDataKinds; empty: by extension
+    std::string kindOption = "--from"; ///< the option that says so
     std::string password;
     std::string passwordFile;
     std::string dataModel;

@@ -36,10 +36,29 @@ std::string valuesOf(const CLI::Option& option)
     return words;
 }
 
+/// The options of a command and of the commands that it has, each once.
+std::vector<const CLI::Option*> allOptions(const CLI::App& command)
+{
+    std::vector<const CLI::Option*> all;
+    const auto add = [&all](const CLI::Option* option) {
+        if (std::none_of(all.begin(), all.end(), [&](const CLI::Option* known) {
+                return known->get_lnames() == option->get_lnames() &&
+                       known->get_positional() == option->get_positional();
+            }))
+            all.push_back(option);
+    };
+    for (const CLI::Option* option : command.get_options())
+        add(option);
+    for (const CLI::App* inner : commandsOf(command))
+        for (const CLI::Option* option : inner->get_options())
+            add(option);
+    return all;
+}
+
 std::string optionsOf(const CLI::App& command)
 {
     std::string words;
-    for (const CLI::Option* option : command.get_options())
+    for (const CLI::Option* option : allOptions(command))
         for (const std::string& name : option->get_lnames())
             words += (words.empty() ? "--" : " --") + name;
     return words;
@@ -50,6 +69,8 @@ std::string argumentsOf(const CLI::App& app, const CLI::App& command)
 {
     if (command.get_name() == "help")
         return commandWords(app);
+    if (!commandsOf(command).empty())
+        return commandWords(command);
     for (const CLI::Option* option : command.get_options())
         if (option->get_positional() && !valuesOf(*option).empty())
             return valuesOf(*option);
@@ -77,11 +98,12 @@ std::string bashScript(const CLI::App& app)
               "  case ${COMP_WORDS[1]}:$before:$word in\n";
     for (const CLI::App* command : commandsOf(app)) {
         const std::string& name = command->get_name();
-        for (const CLI::Option* option : command->get_options())
+        for (const CLI::Option* option : allOptions(*command))
             for (const std::string& word : option->get_lnames())
                 addCase(script, name, "--" + word, "*", valuesOf(*option));
         addCase(script, name, "?*", "-*", optionsOf(*command));
-        addCase(script, name, "?*", "*", argumentsOf(app, *command));
+        addCase(script, name, commandsOf(*command).empty() ? "?*" : name, "*",
+                argumentsOf(app, *command));
     }
     addCase(script, "*", "", "*", commandWords(app));
     script << "  esac\n}\n"
@@ -110,7 +132,7 @@ std::string fishScript(const CLI::App& app)
                << " -d " << fishQuoted(command->get_description()) << '\n';
         if (!argumentsOf(app, *command).empty())
             script << condition << " -f -a '" << argumentsOf(app, *command) << "'\n";
-        for (const CLI::Option* option : command->get_options())
+        for (const CLI::Option* option : allOptions(*command))
             for (const std::string& name : option->get_lnames()) {
                 const std::string values = valuesOf(*option);
                 const bool isFlag = option->get_type_size_max() == 0;

@@ -59,7 +59,7 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
     : _options(options), _offered(offered), _file(options.path, watch),
       _password(readPassword(options.password, options.passwordFile, watch)),
       _kind(dataKind(options.kind, options.path,
-                     offered == FileOptions::Offered ? "--from" : nullptr))
+                     offered == FileOptions::Offered ? options.kindOption.c_str() : nullptr))
 {
     refuseOptions();
     if (_kind == DataKind::Csv)

@@ -19,6 +19,7 @@
 namespace {
 
 constexpr const char* kIteratorName = "cases";
+const std::string kUsualKindOption = "--from"; ///< the one that the hints speak of
 
 CaseFileKind caseFileKind(DataKind kind)
 {
@@ -56,12 +57,16 @@ std::string hintFor(std::string_view text, const CsvForm& form)
 }
 
 /// The data library's sentence, with the file as the user calls it.
-CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const CsvForm& form = {})
+CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const CsvForm& form = {},
+                        const std::string& kindOption = kUsualKindOption)
 {
     std::string text = error.what();
     if (text.starts_with(file.path()))
         text.replace(0, file.path().size(), file.name());
-    return {ExitStatus::Input, text, hintFor(text, form)};
+    std::string hint = hintFor(text, form);
+    if (hint.starts_with(kUsualKindOption))
+        hint.replace(0, kUsualKindOption.size(), kindOption);
+    return {ExitStatus::Input, text, hint};
 }
 
 void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& geo)
@@ -111,7 +116,7 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     try {
         _file = std::make_unique<UserInputCaseFile>(spec, nullptr);
     } catch (const ErrorText& error) {
-        throw inputFault(error, file, form);
+        throw inputFault(error, file, form, options.kindOption);
     }
     _weight = source().GetWeightVarIndex();
     for (int i = 0; i < source().GetNSplitVars(); ++i)

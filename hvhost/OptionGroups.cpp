@@ -9,16 +9,16 @@
 namespace {
 
 /// The file and how it is opened, whoever reads it.
-void addSource(CLI::App& app, InputOptions& options)
+void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN")
 {
-    app.add_option("IN", options.path, "The data file; - for standard input")
+    app.add_option(argument, options.path, "The data file; - for standard input")
         ->type_name("FILE")
         ->required()
         ->check(notEmpty());
     const auto add = [&app](const char* name, auto& value, const char* purpose) {
         return app.add_option(name, value, purpose)->group("Input");
     };
-    add("--from", options.kind, "What the file is, whatever its name says")
+    add(options.kindOption.c_str(), options.kind, "What the file is, whatever its name says")
         ->type_name("KIND")
         ->check(dataKindWord());
     CLI::Option* const password =
@@ -159,6 +159,12 @@ void addRecordsOptions(CLI::App& app, InputOptions& input, RecordOptions& record
 void addDatasetOptions(CLI::App& app, InputOptions& options)
 {
     addSource(app, options);
+}
+
+void addMapData(CLI::App& app, InputOptions& options)
+{
+    options.kindOption = "--data-kind";
+    addSource(app, options, "DATA");
 }
 
 void addCasesOptions(CLI::App& app, InputOptions& options)

@@ -22,6 +22,8 @@ void addDatasetOptions(CLI::App& app, InputOptions& options);
 /// The same for a command whose jobs read the cases: weighted, and with or without user-missing
 /// values.
 void addCasesOptions(CLI::App& app, InputOptions& options);
+/// The same for a command whose --from is something else: --data-kind tells the kind.
+void addMapData(CLI::App& app, InputOptions& options);
 /// --weight
 void addWeight(CLI::App& app, InputOptions& options);
 /// --print-job

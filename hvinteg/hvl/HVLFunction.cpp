@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 
 #include "bridge/JNIHvlFunction.h"
 #include "bridge/JNIHvlProgram.h"
@@ -78,6 +79,22 @@ bool HVLFunction::CreateFunction(const std::string& name, JNIJSONObject& configu
     return KeepFunction(
         pred == nullptr ? _program->createHvlFunction(name, &configuration)
                         : _program->createHvlFunction(name, &configuration, pred->GetHVFunction()));
+}
+
+void HVLFunction::GenerateAllPredecessors()
+{
+    for (HVLFunction* pred : _predecessors)
+        pred->GenerateHVL();
+}
+
+bool HVLFunction::CreateTaggedFunction(const std::string& name, JNIJSONObject& configuration)
+{
+    if (_predecessors.empty())
+        return KeepFunction(_program->createHvlFunction(name, &configuration));
+    std::map<std::string, JNIHvlFunction*> inputs;
+    for (std::size_t i = 0; i < _predecessors.size(); ++i)
+        inputs[_tags[i]] = _predecessors[i]->GetHVFunction();
+    return KeepFunction(_program->createHvlFunction(name, &configuration, &inputs));
 }
 
 bool HVLFunction::KeepFunction(JNIHvlFunction* function)

@@ -82,6 +82,10 @@ protected:
     /// Creates the function with its configuration and the function of the first input, if there is
     /// an input, and keeps it.
     bool CreateFunction(const std::string& name, JNIJSONObject& configuration);
+    /// The same two for a step that takes all its inputs: generates each in order, and hands their
+    /// functions over by tag. The tags are complete by then.
+    void GenerateAllPredecessors();
+    bool CreateTaggedFunction(const std::string& name, JNIJSONObject& configuration);
     /// Keeps what a factory of the program returned, and tells whether it is there.
     bool KeepFunction(JNIHvlFunction* function);
 

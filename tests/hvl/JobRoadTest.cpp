@@ -1,4 +1,7 @@
 #include <filesystem>
+#include <set>
+#include <sstream>
+#include <tuple>
 #include <vector>
 
 #include "CFMetaData.h"
@@ -10,7 +13,9 @@
 #include "hvl/HVLDataModelBuilder.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLFilterFields.h"
+#include "hvl/HVLJoin.h"
 #include "hvl/HVLRead.h"
+#include "hvl/HVLUnion.h"
 #include "hvl/HVLUpdateDataModel.h"
 #include "hvl/HVLWrite.h"
 #include "runner/HVProgressListener.h"
@@ -59,6 +64,25 @@ protected:
         EXPECT_NE(isDone, hasError) << job;
         runner.cleanExecution();
         return error;
+    }
+
+    /// The CSV text of what a step gives, with its records in the order of their texts.
+    std::string sortedResultOf(HVLFunction& last)
+    {
+        HVLWrite write(&program);
+        write.WriteCSV(url("out.csv"));
+        write.AddPredFunction(&last);
+        EXPECT_EQ(run(write), "");
+        std::istringstream lines(folder.read("out.csv"));
+        std::string header;
+        std::getline(lines, header);
+        std::multiset<std::string> records;
+        for (std::string line; std::getline(lines, line);)
+            records.insert(line);
+        std::string result = header + "\n";
+        for (const std::string& record : records)
+            result += record + "\n";
+        return result;
     }
 
     const ScratchFolder folder;
@@ -123,6 +147,65 @@ TEST_F(JobRoad, FeedsRowsFromMemoryReclassifiesThemAndBalances)
     write.AddPredFunction(&fields);
     EXPECT_EQ(run(write, &rows), "");
     EXPECT_EQ(folder.read("out.csv"), "a b\n0.5\n\n20.0\n20.0\n");
+}
+
+TEST_F(JobRoad, JoinsAndUnitesFiles)
+{
+    folder.put("towns.csv", "town,Amount\na,10\nd,20\nc,\n");
+    HVLRead people(&program);
+    people.ReadCSV(url("in.csv"), true);
+    HVLRead towns(&program);
+    towns.ReadCSV(url("towns.csv"), true);
+    HVLAggregate names(&program);
+    names.AddAggregate("key", "name", "name");
+    names.AddPredFunction(&people);
+
+    struct JoinCase
+    {
+        HVLJoin::JoinType type;
+        std::vector<std::size_t> nonMatching;
+        std::vector<std::string> fields;
+        const char* result; ///< in the order of the rows' texts
+    };
+    const JoinCase cases[] = {
+        {HVLJoin::Inner, {}, {"name"}, "name,town\na,a\nc,c\n"},
+        {HVLJoin::Outer, {0}, {"name"}, "name,town\na,a\nb,\nc,c\n"},
+        {HVLJoin::Outer, {1}, {"name"}, "name,town\n,d\na,a\nc,c\n"},
+        {HVLJoin::Anti, {0}, {"name"}, "name\nb\n"},
+        {HVLJoin::Anti, {1}, {}, "town\nd\n"},
+        {HVLJoin::Cartesian,
+         {},
+         {"name"},
+         "name,town\na,a\na,c\na,d\nb,a\nb,c\nb,d\nc,a\nc,c\nc,d\n"},
+    };
+    for (const auto& [type, nonMatching, fields, result] : cases) {
+        SCOPED_TRACE(result);
+        HVLJoin join(&program);
+        join.AddPredFunction(&names);
+        join.AddPredFunction(&towns);
+        join.SetJoinType(type);
+        join.AddMatchField(0, "name", 1, "town");
+        join.SetOutputFieldNames(0, fields);
+        if (type != HVLJoin::Anti || fields.empty())
+            join.SetOutputFieldNames(1, {"town"});
+        for (const std::size_t source : nonMatching)
+            join.AddNonMatchingSource(source);
+        EXPECT_EQ(sortedResultOf(join), result);
+    }
+
+    for (const auto& [byPosition, matchCase, result] :
+         {std::tuple{false, false, "name,town\n,a\n,c\n,d\na,\nb,\nc,\n"},
+          std::tuple{true, true, "name\na\na\nb\nc\nc\nd\n"}}) {
+        HVLFilterFields town(&program);
+        town.KeepFieldNames("town");
+        town.AddPredFunction(&towns);
+        HVLUnion all(&program);
+        all.SetMatchByPosition(byPosition);
+        all.SetMatchCase(matchCase);
+        all.AddPredFunction(&names);
+        all.AddPredFunction(&town);
+        EXPECT_EQ(sortedResultOf(all), result);
+    }
 }
 
 TEST_F(JobRoad, UpdatesAndExportsADataModelAndTellsItWithoutRunning)

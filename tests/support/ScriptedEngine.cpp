@@ -26,6 +26,8 @@ struct ScriptedEngine::State
     std::vector<EmbeddedHV::EHVAppSetting> starts;
     Script script = [](ScriptedJob& job) { job.listener().onSuccess(); };
     std::string metadata = "<DataModel/>";
+    std::map<std::string, std::string> answers;
+    Outputs outputs;
     bool running = false;
 
     void setRunning(bool now)
@@ -109,7 +111,12 @@ public:
     EmbeddedHV::RowDataIterator* getOutputIterator(JNIEnv* env, const std::string& name) override
     {
         _state.record("getOutputIterator", name, env);
-        return iterator(name);
+        ScriptedEngine::Outputs outputs;
+        {
+            const std::lock_guard guard(_state.mutex);
+            outputs = _state.outputs;
+        }
+        return outputs ? outputs(name) : iterator(name);
     }
     void cancel(JNIEnv* env) override
     {
@@ -177,7 +184,7 @@ int ScriptedJob::pull(const std::string& name)
 
 namespace {
 
-/// The backend is both of its services. All queries have the same answer.
+/// The backend is both of its services.
 class ScriptedBackend : public EmbeddedHV::Backend,
                         public EmbeddedHV::ExecutionService,
                         public EmbeddedHV::MetadataService
@@ -238,7 +245,10 @@ private:
     {
         _state.record(call, argument, env);
         const std::lock_guard guard(_state.mutex);
-        return _state.metadata;
+        if (call == std::string("getMetadata") || _state.answers.empty())
+            return _state.metadata;
+        const auto found = _state.answers.find(std::string(call) + "(" + argument + ")");
+        return found != _state.answers.end() ? found->second : std::string();
     }
 
     ScriptedEngine::State& _state;
@@ -281,6 +291,18 @@ void ScriptedEngine::setMetadata(const std::string& xml)
 {
     const std::lock_guard guard(_state->mutex);
     _state->metadata = xml;
+}
+
+void ScriptedEngine::setAnswer(const std::string& query, const std::string& answer)
+{
+    const std::lock_guard guard(_state->mutex);
+    _state->answers[query] = answer;
+}
+
+void ScriptedEngine::setOutputs(Outputs outputs)
+{
+    const std::lock_guard guard(_state->mutex);
+    _state->outputs = std::move(outputs);
 }
 
 std::vector<EngineCall> ScriptedEngine::calls() const

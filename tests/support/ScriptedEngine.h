@@ -11,6 +11,7 @@
 
 #include "EHVAppSetting.h"
 #include "ExecutionListener.h"
+#include "RowDataIterator.h"
 
 /// What a scripted call throws.
 enum class Fault
@@ -75,6 +76,13 @@ public:
     void throwAt(const std::string& call, Fault fault);
     /// What queries of the metadata service answer.
     void setMetadata(const std::string& answer);
+    /// What one query answers, as in "getCoordinatesSystemInfo(4326)"; others then answer with
+    /// nothing, but for that of a data model.
+    void setAnswer(const std::string& query, const std::string& answer);
+    /// Rows of a file that a job wrote, by its name; the test owns them. Input rows stand for files
+    /// of their names otherwise.
+    using Outputs = std::function<EmbeddedHV::RowDataIterator*(const std::string& fileName)>;
+    void setOutputs(Outputs outputs);
 
     /// All calls so far, in order; "delete" is the end of an execution object.
     std::vector<EngineCall> calls() const;

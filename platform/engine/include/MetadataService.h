@@ -15,8 +15,9 @@ class Container;
 class ENGINE_API MetadataService
 {
 public:
-    /// The data model of a job's output, as XML, without running the job. The job names the
-    /// container in its dataModelBuilder step. `reserved` and `flags` are null and 0.
+    /// The data model of a job's output, as XML, without running the job; empty if a source that
+    /// the job reads cannot be read. The job names the container in its dataModelBuilder step.
+    /// `reserved` and `flags` are null and 0.
     virtual std::string getMetadata(JNIEnv* env, const std::string& jobText, void*& reserved,
                                     int flags, const Container& container) = 0;
     virtual void reservedOperation() = 0;

@@ -26,6 +26,14 @@ auto answered(Question question)
     }
 }
 
+/// A source that cannot be read has no data model, which is an answer; a job that is wrong has
+/// none.
+bool isUnreadable(const JobError& error)
+{
+    const std::string id = error.id();
+    return id.starts_with("HVEIO") || id == errors::kMapService;
+}
+
 /// The fields of what the last statement gives. All statements are planned, so that a job that
 /// could not run is not described.
 Fields outputFields(const std::string& jobText, JobContext& context)
@@ -66,6 +74,8 @@ std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobTex
         context.containers.push_back(&container);
         return dataModelOf(outputFields(jobText, context));
     } catch (const JobError& error) {
+        if (isUnreadable(error))
+            return {};
         throw Exception(error.text());
     } catch (const std::exception& error) {
         throw Exception(std::string("the job cannot be described: ") + error.what());

@@ -1,0 +1,147 @@
+#include "MapCommandLine.h"
+
+#include <CLI/CLI.hpp>
+
+#include "HelpText.h"
+#include "OptionChecks.h"
+#include "OptionGroups.h"
+
+namespace {
+
+CLI::App* command(CLI::App& map, const char* name, const char* purpose, const std::string& examples)
+{
+    CLI::App* const added = map.add_subcommand(name, purpose)->group(kCommandGroup);
+    added->footer("Examples, in the folder examples/data:\n" + examples + "\n" + kExitStatuses);
+    return added;
+}
+
+/// The source of geometry.
+void addMap(CLI::App& app, MapOptions& options)
+{
+    app.add_option(
+           "MAP", options.source,
+           "A shape file, a zip archive with a shape file of its\nname, or the address of a "
+           "map service")
+        ->type_name("FILE|URL")
+        ->required()
+        ->check(notEmpty());
+    app.add_option("--layer", options.layer, "The layer of a map service, by its id")
+        ->type_name("ID")
+        ->check(wholeNumberFrom(0))
+        ->group("Map");
+}
+
+void addFormat(CLI::App& app, std::string& format)
+{
+    app.add_option("--format", format, "How it is shown")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"text", "csv", "json"}));
+}
+
+/// The file to write and the systems; what the source's is by default differs.
+void addResult(CLI::App& app, GeoJsonOptions& options, const char* from)
+{
+    app.add_option("OUT,-o", options.output, "The GeoJSON file to write; - for standard output")
+        ->type_name("FILE")
+        ->required()
+        ->check(notEmpty());
+    const auto add = [&app](const char* name, std::string& value, const char* shown,
+                            const char* purpose) {
+        app.add_option(name, value, purpose)->type_name(shown)->check(notEmpty())->group("Output");
+    };
+    add("--from", options.from, "SYSTEM", from);
+    add("--to", options.to, "SYSTEM",
+        "The coordinate system of the result, by name or id,\nas in 4326; that of the source by "
+        "default");
+    add("--out-data-model", options.dataModel, "FILE", "Write the data model document here");
+    app.add_flag("--force", options.force, "Replace existing files")->group("Output");
+}
+
+} // namespace
+
+void MapCommandLine::addTo(CLI::App& app, CommonOptions& common)
+{
+    CLI::App* const map =
+        app.add_subcommand("map", "Look at maps, write them as GeoJSON, match their keys.");
+    map->group(kCommandGroup)->require_subcommand(1);
+    map->footer("hvhost map COMMAND --help tells more of a command.\n" +
+                std::string(kExitStatuses));
+    addInfo(*map, common);
+    addConvert(*map, common);
+    addPoints(*map, common);
+    addMatch(*map, common);
+}
+
+void MapCommandLine::addInfo(CLI::App& map, CommonOptions& common)
+{
+    CLI::App* const app = command(map, "info", "Tell what is known of a source of geometry.",
+                                  "  hvhost map info islands.shp\n"
+                                  "  hvhost map info islands.shp --format json\n");
+    addMap(*app, _info.map);
+    addFormat(*app, _info.format);
+    app->add_flag("--data-model", _info.showDataModel, "Show the data model document instead");
+    addCommonOptions(*app, common);
+    app->callback([this, &common] { mapInfo(_info, common); });
+}
+
+void MapCommandLine::addConvert(CLI::App& map, CommonOptions& common)
+{
+    CLI::App* const app = command(map, "convert", "Write a source of geometry as GeoJSON.",
+                                  "  hvhost map convert islands.shp islands.geojson\n"
+                                  "  hvhost map convert islands.shp - --to 3031\n");
+    addMap(*app, _convert.map);
+    addResult(*app, _convert.result,
+              "The coordinate system of the source, where it tells\nnone by itself");
+    addCommonOptions(*app, common);
+    app->callback([this, &common] { mapConvert(_convert, common); });
+}
+
+void MapCommandLine::addPoints(CLI::App& map, CommonOptions& common)
+{
+    CLI::App* const app =
+        command(map, "points", "Write the points of a dataset as GeoJSON.",
+                "  hvhost map points colonies.csv --x east --y north --from 4326 out.geojson\n"
+                "  hvhost map points colonies.csv --x east --y north --from 4326 --to 3031 -\n");
+    addMapData(*app, _points.input);
+    addResult(*app, _points.result,
+              "The coordinate system of the points; CARTESIAN, the\ndefault, for a plane without "
+              "one");
+    const auto add = [app](const char* name, std::string& value, const char* purpose) {
+        return app->add_option(name, value, purpose)
+            ->type_name("VARIABLE")
+            ->check(notEmpty())
+            ->group("Points");
+    };
+    add("--x", _points.x, "The coordinate to the east")->required();
+    add("--y", _points.y, "The coordinate to the north")->required();
+    add("--z", _points.z, "The height");
+    addCommonOptions(*app, common);
+    app->callback([this, &common] { mapPoints(_points, common); });
+}
+
+void MapCommandLine::addMatch(CLI::App& map, CommonOptions& common)
+{
+    CLI::App* const app =
+        command(map, "match", "Tell how well the keys of a map match those of a dataset.",
+                "  hvhost map match islands.shp penguins.csv --keys KEY=island\n"
+                "  hvhost map match islands.shp penguins.csv --keys KEY=island --format json\n");
+    addMap(*app, _match.map);
+    addMapData(*app, _match.input);
+    app->add_option("--keys", _match.keys,
+                    "Fields of the map and the variables that they match,\nor names for both, with "
+                    "commas between")
+        ->type_name("FIELD=VARIABLE")
+        ->required()
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->group("Map");
+    app->add_option("--limit", _match.limit,
+                    "Show at most so many combinations of keys that only\none side has; 20 by "
+                    "default, -1 for all")
+        ->type_name("N")
+        ->check(wholeNumberFrom(-1))
+        ->group("Map");
+    addFormat(*app, _match.format);
+    addCommonOptions(*app, common);
+    app->callback([this, &common] { mapMatch(_match, common); });
+}

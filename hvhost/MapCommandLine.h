@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Commands.h"
+
+namespace CLI {
+class App;
+}
+
+/// The commands of "hvhost map", and their options.
+class MapCommandLine
+{
+public:
+    /// Adds them to the application; this object and the options of all commands must live as long
+    /// as that.
+    void addTo(CLI::App& app, CommonOptions& common);
+
+private:
+    void addInfo(CLI::App& map, CommonOptions& common);
+    void addConvert(CLI::App& map, CommonOptions& common);
+    void addPoints(CLI::App& map, CommonOptions& common);
+    void addMatch(CLI::App& map, CommonOptions& common);
+
+    MapInfoOptions _info;
+    MapConvertOptions _convert;
+    MapPointsOptions _points;
+    MapMatchOptions _match;
+};

@@ -1,0 +1,227 @@
+#include <iostream>
+#include <sstream>
+
+#include <nlohmann/json.hpp>
+
+#include "CFMetaData.h"
+#include "CommandFault.h"
+#include "Commands.h"
+#include "InterruptWatch.h"
+#include "MapSession.h"
+#include "ResultTable.h"
+#include "StandardStreams.h"
+#include "bridge/JNIHvlProgram.h"
+#include "geo/HVInteractiveSTEM.h"
+#include "hvl/HVLRead.h"
+#include "hvl/HVLWrite.h"
+#include "runner/HVRunner.h"
+#include "support/HVSimpleFile.h"
+#include "support/Paths.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr int kSchema = 1;
+
+std::string dumped(const Json& document)
+{
+    return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+// The layers of a service.
+
+ResultTable layerTable(const std::vector<HVRunner::LayerInfo>& layers)
+{
+    ResultTable table;
+    table.keyCount = 1;
+    table.columns = {{"layer", CFField::Integer}, {"name"}, {"shapes"}, {"keys"}};
+    for (const HVRunner::LayerInfo& layer : layers)
+        table.rows.push_back({std::to_string(layer.id), layer.name, layer.features, layer.keys});
+    return table;
+}
+
+Json jsonOf(const std::vector<HVRunner::LayerInfo>& layers, const std::string& name)
+{
+    Json document{{"schema", kSchema}, {"service", name}, {"layers", Json::array()}};
+    for (const HVRunner::LayerInfo& layer : layers)
+        document["layers"].push_back({{"id", layer.id},
+                                      {"name", layer.name},
+                                      {"shapes", layer.features},
+                                      {"keys", layer.keys},
+                                      {"description", layer.description},
+                                      {"subLayers", layer.subLayers}});
+    return document;
+}
+
+/// An answer that is empty means that something went wrong on the way.
+std::string shownLayers(MapSession& session, const MapInput& map, const std::string& format)
+{
+    std::string answer;
+    const auto ask = [&](HVInteractiveSTEM& maps) {
+        return maps.validateMapService(map.location(), answer);
+    };
+    session.perform(ask, map.name(), map.origin());
+    std::vector<HVRunner::LayerInfo> layers;
+    if (!HVRunner::ParseMapServiceLayers(answer, layers))
+        throw CommandFault(ExitStatus::Input, map.name() + ": there is no map service that answers",
+                           "the address of a feature service ends in /FeatureServer");
+    if (format == "json")
+        return dumped(jsonOf(layers, map.name()));
+    std::ostringstream out;
+    if (format == "text")
+        out << map.name() << ": " << layers.size() << " layers\n";
+    printTable(layerTable(layers), format, out);
+    return out.str();
+}
+
+// The fields of a source.
+
+/// The first field that has shapes; null if there is none.
+const CFField* shapesOf(const CFMetaData& model)
+{
+    for (std::size_t i = 0; i < model.FieldCount(); ++i)
+        if (model.GetField(i)->GetGeo() != nullptr)
+            return model.GetField(i);
+    return nullptr;
+}
+
+/// Shapes are told by their kind, not by the text that they are kept as.
+ResultTable fieldTable(const CFMetaData& model)
+{
+    ResultTable table;
+    table.keyCount = 1;
+    table.columns = {{"field"}, {"type"}, {"measure"}};
+    for (std::size_t i = 0; i < model.FieldCount(); ++i) {
+        const CFField& field = *model.GetField(i);
+        const bool isShape = field.GetGeo() != nullptr;
+        table.rows.push_back(
+            {field.GetName(),
+             isShape ? WordOf(field.GetGeo()->GetType()) : WordOf(field.GetStorage()),
+             WordOf(field.GetType())});
+    }
+    return table;
+}
+
+/// As in "WGS 84 (4326), geographic".
+std::string systemOf(const CFGeo& geo)
+{
+    if (geo.GetCsname().empty() && geo.GetWkid() <= 0)
+        return "none is told";
+    std::string text = geo.GetCsname();
+    if (geo.GetWkid() > 0)
+        text += " (" + std::to_string(geo.GetWkid()) + ")";
+    return text + (geo.IsProjected() ? ", projected" : ", geographic");
+}
+
+void printShapes(const CFField& field, std::ostream& out)
+{
+    const CFGeo& geo = *field.GetGeo();
+    out << "shapes: " << WordOf(geo.GetType()) << " in the field " << field.GetName() << '\n'
+        << "coordinate system: " << systemOf(geo) << '\n';
+    if (const auto& extent = geo.GetEnvelope())
+        out << "extent: " << extent->leftUpperX << " to " << extent->rightLowerX << ", "
+            << extent->rightLowerY << " to " << extent->leftUpperY << '\n';
+}
+
+Json jsonOf(const CFField& shapes)
+{
+    const CFGeo& geo = *shapes.GetGeo();
+    Json json{{"field", shapes.GetName()},
+              {"type", WordOf(geo.GetType())},
+              {"coordinates", geo.GetCoordinates()}};
+    if (geo.GetWkid() > 0 || !geo.GetCsname().empty() || !geo.GetWkt().empty())
+        json["system"] = {{"wkid", geo.GetWkid()},
+                          {"name", geo.GetCsname()},
+                          {"projected", geo.IsProjected()},
+                          {"wkt", geo.GetWkt()}};
+    if (const auto& extent = geo.GetEnvelope())
+        json["extent"] = {{"left", extent->leftUpperX},
+                          {"upper", extent->leftUpperY},
+                          {"right", extent->rightLowerX},
+                          {"lower", extent->rightLowerY}};
+    return json;
+}
+
+Json jsonOf(const CFMetaData& model, const std::string& name)
+{
+    Json document{{"schema", kSchema}, {"source", name}};
+    if (const CFField* const shapes = shapesOf(model))
+        document["shapes"] = jsonOf(*shapes);
+    document["fields"] = Json::array();
+    for (std::size_t i = 0; i < model.FieldCount(); ++i) {
+        const CFField& field = *model.GetField(i);
+        document["fields"].push_back({{"name", field.GetName()},
+                                      {"type", WordOf(field.GetStorage())},
+                                      {"measure", WordOf(field.GetType())}});
+    }
+    return document;
+}
+
+/// Reads one record by a job, which unlike a question for a data model says what is wrong.
+void readOne(MapSession& session, const MapInput& map)
+{
+    JNIHvlProgram program;
+    HVLRead read(&program);
+    if (map.isService())
+        read.ReadMapService(map.location(), *map.layer());
+    else
+        read.ReadShape(NormalizeHvlPathU(map.location(), "file"));
+    read.SetMaxCaseCount(1);
+    const HVSimpleFile data("mapinfo.hvbf", true, true);
+    HVLWrite write(&program);
+    write.WriteHVBF(data.GetFileName());
+    write.AddPredFunction(&read);
+    write.GenerateHVL();
+    std::string job;
+    program.getHvlText(job);
+    session.host().run(job, map.origin());
+}
+
+/// The data model, or the fault that keeps it from being there.
+std::string dataModelOf(MapSession& session, const MapInput& map)
+{
+    std::string model;
+    const auto ask = [&](HVInteractiveSTEM& maps) {
+        return map.isService() ? maps.validateServiceLayer(map.location(), *map.layer(), model)
+                               : maps.validateShapeSource(map.location(), model);
+    };
+    session.perform(ask, map.name(), map.origin());
+    if (!model.empty())
+        return model;
+    readOne(session, map);
+    throw CommandFault(ExitStatus::Input, map.name() + ": the engine tells nothing of it");
+}
+
+std::string shownFields(const std::string& xml, const std::string& name, const std::string& format)
+{
+    const CFMetaData model(xml);
+    if (format == "json")
+        return dumped(jsonOf(model, name));
+    std::ostringstream out;
+    if (format == "text") {
+        out << name << ": " << model.FieldCount() << " fields\n";
+        if (const CFField* const shapes = shapesOf(model))
+            printShapes(*shapes, out);
+    }
+    printTable(fieldTable(model), format, out);
+    return out.str();
+}
+
+} // namespace
+
+void mapInfo(const MapInfoOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const MapInput map(options.map, options.showDataModel);
+    MapSession session("info", common, watch);
+    std::string text;
+    if (map.isService() && !map.layer()) {
+        text = shownLayers(session, map, options.format);
+    } else {
+        const std::string model = dataModelOf(session, map);
+        text = options.showDataModel ? model : shownFields(model, map.name(), options.format);
+    }
+    printToStandardOutput(text, watch);
+    session.host().finish();
+}

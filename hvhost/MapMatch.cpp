@@ -1,0 +1,142 @@
+#include <iostream>
+#include <sstream>
+
+#include <nlohmann/json.hpp>
+
+#include "CommandFault.h"
+#include "Commands.h"
+#include "DataFile.h"
+#include "Dataset.h"
+#include "InterruptWatch.h"
+#include "MapSession.h"
+#include "ResultTable.h"
+#include "StandardStreams.h"
+#include "geo/HVInteractiveSTEM.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Rows = std::vector<std::vector<std::string>>;
+
+/// The keys of one side, and its combinations of them that have no partner on the other one.
+struct Side
+{
+    const char* word;
+    std::vector<std::string> keys;  ///< as the user calls them
+    std::vector<std::string> names; ///< as the host does
+    Rows unmatched;
+    bool hasMore = false;
+
+    /// The list tells by one row more than it was to have that it was cut.
+    void cut(int limit)
+    {
+        hasMore = limit >= 0 && unmatched.size() > static_cast<std::size_t>(limit);
+        if (hasMore)
+            unmatched.resize(static_cast<std::size_t>(limit));
+    }
+    std::string count() const
+    {
+        return (hasMore ? "more than " : "") + std::to_string(unmatched.size());
+    }
+};
+
+/// MAPFIELD=VARIABLE, or one name for both.
+void addKey(const std::string& text, const Dataset& dataset, Side& map, Side& data)
+{
+    const std::size_t equals = text.find('=');
+    const std::string field = text.substr(0, equals);
+    const std::string variable = equals == std::string::npos ? text : text.substr(equals + 1);
+    if (field.empty() || variable.empty())
+        throw CommandFault(ExitStatus::Usage, "--keys " + text + ": a name is missing",
+                           "for example --keys NAME=town,ID=district");
+    const int column = dataset.columnOf(variable, "--keys " + text);
+    map.keys.push_back(field);
+    map.names.push_back(field);
+    data.keys.push_back(dataset.nameOf(column));
+    data.names.push_back(dataset.source().GetVariable(column).GetName());
+}
+
+/// With the word of the side in front, where both stand in one table.
+ResultTable tableOf(const std::vector<const Side*>& sides)
+{
+    ResultTable table;
+    const bool isJoint = sides.size() > 1;
+    if (isJoint)
+        table.columns.push_back({"side", CFField::String});
+    for (const std::string& key : sides.front()->keys)
+        table.columns.push_back({key, CFField::String});
+    for (const Side* side : sides)
+        for (const std::vector<std::string>& values : side->unmatched) {
+            ResultTable::Row row(values.begin(), values.end());
+            if (isJoint)
+                row.insert(row.begin(), side->word);
+            table.rows.push_back(std::move(row));
+        }
+    return table;
+}
+
+/// How many there are, and which.
+void printText(const Side& side, std::ostream& out)
+{
+    out << "only in the " << side.word << ": " << side.count() << '\n';
+    if (!side.unmatched.empty())
+        printTable(tableOf({&side}), "text", out);
+}
+
+Json jsonOf(const Side& side)
+{
+    return {{"keys", side.keys}, {"unmatched", side.unmatched}, {"more", side.hasMore}};
+}
+
+/// The whole result; as csv the lists alone, one below the other.
+std::string shown(int matched, const Side& map, const Side& data, const std::string& format)
+{
+    std::ostringstream out;
+    if (format == "json") {
+        const Json document{
+            {"schema", 1}, {"matched", matched}, {"map", jsonOf(map)}, {"data", jsonOf(data)}};
+        out << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    } else if (format == "csv") {
+        printTable(tableOf({&map, &data}), format, out);
+    } else {
+        out << "in both: " << matched << '\n';
+        printText(map, out);
+        printText(data, out);
+    }
+    return out.str();
+}
+
+} // namespace
+
+void mapMatch(const MapMatchOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const MapInput map(options.map, true);
+    const InputFile input(options.input, FileOptions::None, watch);
+    Side ofMap{"map", {}, {}, {}};
+    Side ofData{"data", {}, {}, {}};
+    for (const std::string& key : options.keys)
+        addKey(key, *input.dataset(), ofMap, ofData);
+    MapSession session("match", common, watch);
+    const KnownDataset known(*input.dataset());
+    JobOrigin origin = map.origin();
+    for (const JobOrigin::File& file : input.origin().inputs)
+        origin.inputs.push_back(file);
+    int matched = 0;
+    session.perform(
+        [&](HVInteractiveSTEM& maps) {
+            return map.isService()
+                       ? maps.matchServiceKeys(map.location(), *map.layer(), ofMap.names,
+                                               ofMap.unmatched, known.id(), "", ofData.names,
+                                               ofData.unmatched, options.limit, matched)
+                       : maps.matchShapeKeys(map.location(), ofMap.names, ofMap.unmatched,
+                                             known.id(), "", ofData.names, ofData.unmatched,
+                                             options.limit, matched);
+        },
+        map.name(), origin);
+    ofMap.cut(options.limit);
+    ofData.cut(options.limit);
+    printToStandardOutput(shown(matched, ofMap, ofData, options.format), watch);
+    input.finish();
+    session.host().finish();
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "Commands.h"
+#include "HostSession.h"
+
+class HVInteractiveSTEM;
+class Dataset;
+
+/// A coordinate system that the engine knows; empty for none.
+struct KnownSystem
+{
+    std::string name;
+    int wkid = 0;
+};
+
+/// One command's stay with the maps of the host: a dialog without windows, whose requests the user
+/// can interrupt. The watch is borrowed.
+class MapSession
+{
+public:
+    MapSession(const std::string& command, const CommonOptions& options,
+               const InterruptWatch& watch);
+    ~MapSession();
+    MapSession(const MapSession&) = delete;
+    MapSession& operator=(const MapSession&) = delete;
+
+    HostSession& host() { return _host; }
+    /// Runs a request, and prints the warnings of its last job. Throws CommandFault with the reason
+    /// of a request that is false; one that no job gave is a fault of `source`.
+    void perform(const std::function<bool(HVInteractiveSTEM&)>& request, const std::string& source,
+                 const JobOrigin& origin);
+    /// The system of an option: a name, or a well-known id with or without "EPSG:". Throws
+    /// CommandFault (Usage) for one that is not known.
+    KnownSystem system(const std::string& option, const std::string& text);
+
+private:
+    void settle(bool isDone, const std::string& source, const JobOrigin& origin);
+
+    const InterruptWatch& _watch;
+    HostSession _host;
+    std::unique_ptr<HVInteractiveSTEM> _maps;
+};
+
+/// A source of geometry, checked as far as it can be without the engine.
+class MapInput
+{
+public:
+    /// Throws CommandFault: Input for a file that is not there, Usage for a file with a layer and
+    /// for a service without one where it is needed.
+    MapInput(const MapOptions& options, bool needsLayer);
+
+    bool isService() const { return _isService; }
+    /// What the user calls it, and what the engine is told: an address or an absolute path.
+    const std::string& name() const { return _options.source; }
+    const std::string& location() const { return _location; }
+    std::optional<int> layer() const { return _options.layer; }
+    JobOrigin origin() const;
+
+private:
+    MapOptions _options;
+    std::string _location;
+    bool _isService;
+};
+
+/// Makes a dataset known to the host under an id, for its scope.
+class KnownDataset
+{
+public:
+    explicit KnownDataset(const Dataset& dataset);
+    ~KnownDataset();
+    KnownDataset(const KnownDataset&) = delete;
+    KnownDataset& operator=(const KnownDataset&) = delete;
+
+    std::uint32_t id() const { return _id; }
+
+private:
+    std::uint32_t _id;
+};

@@ -1,0 +1,96 @@
+#include "bridge/JNIHvlProgram.h"
+#include "geo/CoordinateSystem.h"
+#include "geo/HVInteractiveSTEM.h"
+#include "geo/MapExport.h"
+#include "geo/MapSource.h"
+#include "geo/RequestScope.h"
+#include "hvl/HVLRead.h"
+#include "hvl/HVLReprojection.h"
+#include "runner/HVRunner.h"
+#include "support/Tracing.h"
+
+// The geometry of shape files and map services as GeoJSON.
+
+namespace {
+
+/// Read, moved if there is a target, and written.
+std::string exportJob(const MapSource& source, const CoordinateSystem& from,
+                      const CoordinateSystem& to, const MapExport& order)
+{
+    JNIHvlProgram program;
+    HVLRead read(&program);
+    source.applyTo(read);
+    HVLReprojection reprojection(&program);
+    if (!to.name.empty()) {
+        reprojection.SetOriCoorSystem(from.name);
+        reprojection.SetDesCoorSystem(to.name);
+        reprojection.AddPredFunction(&read);
+    }
+    HVLWrite write(&program);
+    order.applyTo(write);
+    // A target that was asked for and is not known leaves a job without a source, which the engine
+    // refuses: a map in another system than the one asked for would be taken for the right one.
+    if (order.to.name.empty())
+        write.AddPredFunction(&read);
+    else
+        write.AddPredFunction(&reprojection);
+    write.GenerateHVL();
+    std::string text;
+    program.getHvlText(text);
+    return text;
+}
+
+} // namespace
+
+bool HVInteractiveSTEM::getShapeGeoJSON(const std::string& fromName, int fromWkid,
+                                        const std::string& toName, int toWkid,
+                                        const std::string& shapePath,
+                                        const std::string& dataModelPath,
+                                        const std::string& geoJsonPath)
+{
+    beginRequest();
+    const std::string path = getShapeFilePath(shapePath);
+    return !path.empty() && exportMap(MapSource::shape(path), {{fromName, fromWkid},
+                                                               {toName, toWkid},
+                                                               dataModelPath,
+                                                               geoJsonPath,
+                                                               "getShapeGeoJSON",
+                                                               "Cannot read the selected file."});
+}
+
+bool HVInteractiveSTEM::getServiceGeoJSON(const std::string& fromName, int fromWkid,
+                                          const std::string& toName, int toWkid,
+                                          const std::string& url, int layer,
+                                          const std::string& dataModelPath,
+                                          const std::string& geoJsonPath)
+{
+    beginRequest();
+    return exportMap(serviceOf(url, layer), {{fromName, fromWkid},
+                                             {toName, toWkid},
+                                             dataModelPath,
+                                             geoJsonPath,
+                                             "getServiceGeoJSON",
+                                             "Shape source is invalid."});
+}
+
+/// A system that is not known leaves an empty name: as the source it is the map's own, as the
+/// target it is a fault that the job reports.
+bool HVInteractiveSTEM::exportMap(const MapSource& source, const MapExport& order)
+{
+    RequestScope request(*this);
+    CoordinateSystem from;
+    CoordinateSystem to;
+    if (!order.isCartesian()) {
+        getCoordinatesInfo(order.from.name, order.from.wkid, from);
+        getCoordinatesInfo(order.to.name, order.to.wkid, to);
+    }
+    const std::string job = exportJob(source, from, to, order);
+    traceHVLFile(job, "HvlJobText", order.operation);
+    const bool isWritten = runner().prepareHVLJob(job) && tryRunHV(runner());
+    if (!isWritten)
+        explainUnknown(order.message);
+    request.end();
+    if (isWritten)
+        order.traceFiles();
+    return isWritten;
+}

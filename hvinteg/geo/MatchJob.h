@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+class HVRawDataIterator;
+class HVSimpleFile;
+
+/// The two sides of the joins: the map, as a file of its attributes, and the dataset. Names are
+/// UTF-8.
+struct MatchSides
+{
+    const HVSimpleFile& mapData;
+    const HVSimpleFile& mapModel;
+    HVRawDataIterator& iterator;
+    std::vector<std::string> mapKeys;
+    std::vector<std::string> dataKeys;
+};
+
+/// One question about the keys, and its answer: those of which side, and whether those that have a
+/// partner on the other side, or those that have none.
+struct MatchedValues
+{
+    bool mapSide;
+    bool unmatched;
+    int maxRows;
+    std::vector<std::vector<std::string>>& rows;
+};
+
+/// The fields of the side that is asked about.
+const std::vector<std::string>& keysOf(const MatchSides& sides, const MatchedValues& wanted);
+
+/// The job that answers a question: both sides are reduced to their distinct keys, and joined. Its
+/// rows go to the file `data`, their data model to `model`.
+std::string matchJob(const MatchSides& sides, const MatchedValues& wanted, const HVSimpleFile& data,
+                     const HVSimpleFile& model);

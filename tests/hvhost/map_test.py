@@ -1,0 +1,124 @@
+"""hvhost map: what it tells of maps, what it writes, and how it refuses."""
+import http.server
+import json
+import os
+import shutil
+import threading
+import unittest
+import zipfile
+
+from hvhost_case import DATA, Case
+
+ISLANDS = DATA / "islands.shp"
+COLONIES = DATA / "colonies.csv"
+
+
+class MapTest(Case):
+    def features(self, text):
+        return json.loads(text)["features"]
+
+    def test_info_tells_fields_system_and_extent(self):
+        text = self.run_hvhost("map", "info", ISLANDS).stdout
+        self.assertRegex(text, r"MultiPolygon")
+        self.assertRegex(text, r"4326")
+        told = json.loads(self.run_hvhost("map", "info", ISLANDS, "--format", "json").stdout)
+        self.assertEqual(told["shapes"]["system"]["wkid"], 4326)
+        self.assertIn({"name": "KEY", "type": "string", "measure": "nominal"}, told["fields"])
+        with zipfile.ZipFile(self.folder / "islands.zip", "w") as archive:
+            for ending in ("shp", "shx", "dbf", "prj", "cpg"):
+                archive.write(ISLANDS.with_suffix("." + ending), "islands." + ending)
+        packed = json.loads(self.run_hvhost("map", "info", self.folder / "islands.zip",
+                                            "--format", "json").stdout)
+        self.assertEqual(packed["fields"], told["fields"])
+        self.assertIn("<DataModel", self.run_hvhost("map", "info", ISLANDS, "--data-model").stdout)
+
+    def test_convert_writes_a_map_in_another_system(self):
+        out = self.folder / "out.geojson"
+        self.run_hvhost("map", "convert", ISLANDS, out, "--out-data-model", self.folder / "out.xml")
+        plain = self.features(out.read_text(encoding="utf-8"))
+        self.assertEqual([feature["properties"]["KEY"] for feature in plain],
+                         ["Biscoe", "Dream", "Torgersen", "Anvers"])
+        for system in ("3031", "EPSG:3031", "WGS 84 / Antarctic Polar Stereographic"):
+            moved = self.features(self.run_hvhost("map", "convert", ISLANDS, "-", "--to",
+                                                  system).stdout)
+            east, north = moved[0]["geometry"]["coordinates"][0][0][0]
+            self.assertLess(east, -1e6, system)
+            self.assertGreater(north, 1e6, system)
+        self.run_hvhost("map", "convert", ISLANDS, out, status=2)
+        self.run_hvhost("map", "convert", ISLANDS, out, "--force", "--to", 3031)
+        self.assertNotEqual(self.features(out.read_text(encoding="utf-8")), plain)
+
+    def test_points_of_a_dataset(self):
+        words = ["map", "points", COLONIES, "--x", "east", "--y", "NORTH"]
+        points = self.features(self.run_hvhost(*words, "-").stdout)
+        self.assertEqual(points[1]["geometry"],
+                         {"type": "Point", "coordinates": [-64.2333, -64.7333]})
+        moved = self.features(self.run_hvhost(*words, "--from", 4326, "--to", 3031, "-").stdout)
+        self.assertLess(moved[1]["geometry"]["coordinates"][0], -1e6)
+        latin = self.write("latin.csv", "näme;x;y\nö;1,5;2\n".encode("latin-1"))
+        self.assertEqual(self.features(self.run_hvhost(
+            "map", "points", latin, "--x", "x", "--y", "y", "--encoding", "latin1",
+            "-").stdout)[0]["properties"]["näme"], "ö")
+
+    def test_match_counts_and_lists(self):
+        words = ["map", "match", ISLANDS, COLONIES, "--keys", "KEY=island"]
+        found = json.loads(self.run_hvhost(*words, "--format", "json").stdout)
+        self.assertEqual(found, {
+            "schema": 1, "matched": 3,
+            "map": {"keys": ["KEY"], "unmatched": [["Anvers"]], "more": False},
+            "data": {"keys": ["island"], "unmatched": [["Cormorant"]], "more": False}})
+        self.assertEqual(self.run_hvhost(*words, "--format", "csv").stdout,
+                         "side,KEY\nmap,Anvers\ndata,Cormorant\n")
+        self.assertIn("in both: 3", self.run_hvhost(*words).stdout)
+        cut = self.run_hvhost(*words, "--limit", 0).stdout
+        self.assertIn("only in the map: more than 0", cut)
+        penguins = self.run_hvhost("map", "match", ISLANDS, DATA / "penguins.csv", "--keys",
+                                   "KEY=island").stdout
+        self.assertIn("only in the data: 0", penguins)
+
+    def test_faults_name_the_thing(self):
+        broken = self.write("broken.shp", "no shapes")
+        alone = self.write("alone.shp", "no shapes")
+        self.write("broken.dbf", "no table")
+        with zipfile.ZipFile(self.folder / "empty.zip", "w") as archive:
+            archive.writestr("readme", "x")
+        out = self.folder / "out.geojson"
+        points = ["map", "points", COLONIES, out]
+        match = ["map", "match", ISLANDS, COLONIES, "--keys"]
+        for status, words, told in (
+                (3, ["map", "info", self.folder / "missing.shp"], "missing.shp: no such file"),
+                (3, ["map", "info", self.folder], "folder"),
+                (3, ["map", "info", alone], "alone.shp: .*dbf"),
+                (3, ["map", "info", broken], "broken.shp"),
+                (3, ["map", "info", self.folder / "empty.zip"], "does not contain a shape file"),
+                (2, ["map", "info", ISLANDS, "--layer", 1], "layer"),
+                (3, ["map", "info", "http://127.0.0.1:9/none"], "127.0.0.1"),
+                (2, ["map", "convert", "http://127.0.0.1:9/none", out], "layer"),
+                (2, ["map", "convert", ISLANDS, out, "--to", "nowhere"], "--to nowhere"),
+                (2, ["map", "convert", ISLANDS, out, "--to", 99999999], "--to 99999999"),
+                (2, [*points, "--x", "east", "--y", "nroth"], "did you mean north"),
+                (2, [*points, "--x", "east", "--y", "island"], "--y island"),
+                (2, [*points, "--x", "east", "--y", "north", "--to", 3031], "--to 3031"),
+                (2, [*match, "KEY=isle"], "isle"),
+                (2, [*match, "=island"], "--keys =island"),
+                (1, [*match, "KEI=island"], "KEI"),
+                (1, [*match, "ID=island"], "ID"),
+                (2, ["map"], "map"),
+                (2, ["map", "nothing"], "nothing")):
+            errors = self.run_hvhost(*words, status=status).stderr
+            self.assertRegex(errors, told)
+            self.assertFalse(out.exists(), words)
+
+    def test_help_and_completion_know_the_commands_of_map(self):
+        for words in (["map", "--help"], ["help", "map"]):
+            text = self.run_hvhost(*words).stdout
+            for name in ("info", "convert", "points", "match"):
+                self.assertRegex(text, rf"(?m)^  {name} ")
+        self.assertIn("--keys", self.run_hvhost("help", "map", "match").stdout)
+        self.run_hvhost("help", "map", "nothing", status=2)
+        script = self.run_hvhost("completion", "bash").stdout
+        self.assertIn("info convert points match", script)
+
+
+if __name__ == "__main__":
+    unittest.main()
