@@ -12,6 +12,7 @@ class ReadableFile;
 class ScoringModel
 {
 public:
+    /// What the model takes or gives: a name, and the kind of its values.
     struct Variable
     {
         std::string name;

@@ -11,18 +11,21 @@
 
 namespace EmbeddedHV::maps {
 
+/// Lets a context of PROJ go; a context belongs to one thread.
 struct ContextDeleter
 {
     void operator()(PJ_CONTEXT* context) const { proj_context_destroy(context); }
 };
 using ContextPtr = std::unique_ptr<PJ_CONTEXT, ContextDeleter>;
 
+/// Lets a coordinate system or an operation of PROJ go, before its context.
 struct ObjectDeleter
 {
     void operator()(PJ* object) const { proj_destroy(object); }
 };
 using ObjectPtr = std::unique_ptr<PJ, ObjectDeleter>;
 
+/// Lets a list of such objects go.
 struct ListDeleter
 {
     void operator()(PJ_OBJ_LIST* list) const { proj_list_destroy(list); }

@@ -20,6 +20,7 @@ namespace EmbeddedHV::maps {
 class ENGINE_API GeographyError : public std::runtime_error
 {
 public:
+    /// Each kind becomes another error of a job.
     enum Kind
     {
         FileMissing,
@@ -41,6 +42,7 @@ private:
 /// Asked now and then while something takes long: whether to end it, with GeographyError::Stopped.
 using StopWish = std::function<bool()>;
 
+/// A coordinate system by its id, its name and its text; ids are well-known ones.
 struct CoordinateSystem
 {
     int wkid = -1; ///< -1 for a system that has none
@@ -67,6 +69,7 @@ struct TransformationMethod
     bool isForward = true;
 };
 
+/// A system that suits an area, with the ways into it.
 struct RecommendedSystem
 {
     CoordinateSystem system;

@@ -7,6 +7,7 @@
 
 namespace EmbeddedHV::maps {
 
+/// What became of a shape.
 enum class MovedShape
 {
     Moved,

@@ -130,10 +130,11 @@ void CsvCheck::abandon(const std::string& databaseMessage)
         _settings.readWhole->insert(_settings.path);
         throw Reread{};
     }
-    const bool stopped = _cancellation && _cancellation->stopping();
-    const bool conversion = isCsvConversionFault(databaseMessage, _settings.path);
+    const bool checks = _profile && _cancellation && !_cancellation->cancelled();
+    const bool stopped = checks && _cancellation->stopping();
+    const bool conversion = checks && isCsvConversionFault(databaseMessage, _settings.path);
     // Either the check stopped the statement, or the database met the value first.
-    if (!_profile || _cancellation->cancelled() || !(stopped || conversion)) {
+    if (!stopped && !conversion) {
         join(false);
         return;
     }

@@ -24,6 +24,7 @@ public:
     bool append(std::size_t row, std::string& out) const;
 
 private:
+    /// A column of the chunk that is being written.
     struct Column
     {
         std::string key; ///< the field's name, quoted, with its colon

@@ -11,7 +11,7 @@ namespace EmbeddedHV {
 /// Writes a named data source: a new table that takes the name when it is whole, or more records
 /// for the one that is there. What fails, or is planned anew because a source has other types than
 /// it seemed, has added nothing.
-class TableOutput : public Output
+class TableOutput final : public Output
 {
 public:
     /// Throws JobError if the fields do not suit a source that is appended to. The context is

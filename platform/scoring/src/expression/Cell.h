@@ -22,6 +22,7 @@ enum class ValueKind
 /// that made it, and lasts until the row is done.
 struct Cell
 {
+    /// Whether there is a value, and whether it may be used.
     enum class State
     {
         Missing,

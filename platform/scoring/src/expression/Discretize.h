@@ -11,6 +11,7 @@ namespace scoring {
 class Discretize : public Expression
 {
 public:
+    /// Numbers from an interval, and what they become.
     struct Bin
     {
         Interval interval;

@@ -20,6 +20,7 @@ public:
     Cell evaluate(Cells& cells) override;
 
 private:
+    /// The keys of a row of the table, for the search, and the place of the row.
     struct Entry
     {
         std::vector<Cell> keys;

@@ -18,6 +18,7 @@ enum class Outliers
 class NormContinuous : public Expression
 {
 public:
+    /// A corner of the polyline.
     struct Point
     {
         double original;

@@ -25,6 +25,7 @@ public:
     Cell read(const Value& value) const;
 
 private:
+    /// Looks texts up without a copy of them.
     struct Hash
     {
         using is_transparent = void;

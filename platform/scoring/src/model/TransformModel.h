@@ -14,6 +14,7 @@ namespace scoring {
 class TransformModel : public IMCScoreComputer
 {
 public:
+    /// What the model gives, and the slot that it is in when a row is done.
     struct Output
     {
         ModelVariable variable;
