@@ -2,8 +2,6 @@
 // the host's output, against parsing that text alone; what a cell costs in tables of growing size;
 // and the store of the cells against the ordered map that it stands in for.
 
-#include <OutputTree.h>
-#include <TnOutput.h>
 #include <malloc.h>
 
 #include <map>
@@ -14,7 +12,8 @@
 #include <vector>
 
 #include "Measure.h"
-#include "VexaDataSource.h"
+#include "OutputTree.h"
+#include "TnOutput.h"
 #include "bridge/JNIObjectManager.h"
 #include "render/CellStore.h"
 #include "render/KeyWalk.h"

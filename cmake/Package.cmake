@@ -5,7 +5,7 @@ include(CMakePackageConfigHelpers)
 set(package_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/hvinteg)
 set(package_config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/hvinteg)
 
-foreach(contract metadata host engine)
+foreach(contract metadata host engine scoring)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/platform/${contract}/include/
     DESTINATION ${package_include_dir} FILES_MATCHING PATTERN "*.h")
 endforeach()

@@ -37,6 +37,7 @@ private:
     void addInfo();
     void addRender();
     void addRun();
+    void addScore();
     void addDoctor();
     void addCompletion();
     void addHelp();
@@ -50,6 +51,7 @@ private:
     RenderOptions _render;
     RunOptions _run;
     MapCommandLine _map;
+    ScoreOptions _score;
     std::string _doctorFormat = "text";
     std::string _shell;
     std::vector<std::string> _helpCommand; ///< more than one word for a command of a command
@@ -70,6 +72,7 @@ CommandLine::CommandLine()
     addRender();
     addRun();
     _map.addTo(_app, _common);
+    addScore();
     addDoctor();
     addCompletion();
     _app.add_subcommand("version", "Print the version.")->group(kCommandGroup)->callback([] {
@@ -227,6 +230,38 @@ void CommandLine::addRun()
     addPrintJob(*app, _run.printJob);
     addCommonOptions(*app, _common);
     app->callback([this] { runJob(_run, _common); });
+}
+
+void CommandLine::addScore()
+{
+    CLI::App* const app = command(
+        "score", "Score each record with a transform model.",
+        "  hvhost score penguins.pmml penguins.csv\n"
+        "  hvhost score penguins.pmml penguins.csv --keep species --target beak_ratio\n"
+        "  hvhost score penguins.pmml penguins.csv --where 'x.sex == \"MALE\"' -o males.csv\n");
+    app->add_option("MODEL", _score.model, "A PMML file with derived fields; - for standard input")
+        ->type_name("FILE")
+        ->required()
+        ->check(notEmpty());
+    addRecordsOptions(*app, _score.input, _score.records);
+    const auto add = [app](const char* name, auto& value, const char* shown, const char* purpose) {
+        return app->add_option(name, value, purpose)->type_name(shown)->group("Output");
+    };
+    for (CLI::Option* const list :
+         {add("--keep", _score.keep, "FIELD",
+              "Fields of the data to keep beside the results, with\ncommas between; all by "
+              "default"),
+          add("--target", _score.targets, "NAME",
+              "Results of the model to write, with commas between;\nall by default")})
+        list->delimiter(',')->allow_extra_args(false);
+    add("--format", _score.format, "FORM",
+        "How it is shown; by the name of a file if it ends\nin .json or .txt, else csv")
+        ->check(CLI::IsMember({"text", "csv", "json"}));
+    add("-o", _score.output, "FILE", "Write the scored records to this file")->check(notEmpty());
+    app->add_flag("--force", _score.force, "Replace an existing file")->group("Output");
+    addPrintJob(*app, _score.printJob);
+    addCommonOptions(*app, _common);
+    app->callback([this] { score(_score, _common); });
 }
 
 void CommandLine::addDoctor()

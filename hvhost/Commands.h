@@ -52,6 +52,22 @@ struct DescribeOptions
 /// Descriptive statistics, distinct values and time intervals.
 void describe(const DescribeOptions& options, const CommonOptions& common);
 
+/// Without targets, all results of the model; without variables to keep, all of the data.
+struct ScoreOptions
+{
+    std::string model; ///< a PMML file
+    InputOptions input;
+    RecordOptions records;
+    std::vector<std::string> keep;
+    std::vector<std::string> targets;
+    std::string format; ///< csv, text or json; empty: by the name of the output, else csv
+    std::string output; ///< empty for standard output
+    bool force = false;
+    bool printJob = false;
+};
+/// Row by row scoring with a transform model.
+void score(const ScoreOptions& options, const CommonOptions& common);
+
 /// Without an order file, all tables and charts of the document.
 struct RenderOptions
 {

@@ -25,12 +25,12 @@ struct InputOptions
     std::string password;
     std::string passwordFile;
     std::string dataModel;
-    std::string encoding;                ///< of a csv file; empty: UTF-8
-    std::string separator;               ///< of a csv file; empty: what its first line tells
-    bool decimalComma = false;           ///< the numbers of a csv file are written as 1.234,5
-    std::string userMissing = "exclude"; ///< or keep
-    std::string weight;                  ///< a variable of the dataset; empty: the file's own
-    bool direct = false;                 ///< the engine reads the file itself
+    std::string encoding;      ///< of a csv file; empty: UTF-8
+    std::string separator;     ///< of a csv file; empty: what its first line tells
+    bool decimalComma = false; ///< the numbers of a csv file are written as 1.234,5
+    std::string userMissing;   ///< exclude or keep; empty: as the command has it
+    std::string weight;        ///< a variable of the dataset; empty: the file's own
+    bool direct = false;       ///< the engine reads the file itself
     bool noHeader = false;
     std::optional<long long> limit;
     std::optional<long long> maxErrors; ///< -1: any number

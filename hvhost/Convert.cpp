@@ -31,12 +31,24 @@ void refuseLostWeight(const ConvertOptions& options, const InputFile& input,
         throw CommandFault(ExitStatus::Usage, "--weight " + given + ": --keep leaves it out");
 }
 
+/// A copy keeps what its file declares missing. An expression that looks at the records must not
+/// take such a value for a number, though.
+InputOptions readingOf(const ConvertOptions& options)
+{
+    InputOptions input = options.input;
+    const bool isCopy = options.records.where.empty() && options.records.derivations.empty();
+    if (input.userMissing.empty() && isCopy)
+        input.userMissing = "keep";
+    return input;
+}
+
 } // namespace
 
 void convert(const ConvertOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
-    const InputFile input(options.input, FileOptions::Offered, watch);
+    const InputOptions reading = readingOf(options);
+    const InputFile input(reading, FileOptions::Offered, watch);
     const OutputFile output(options.output, FileOptions::Offered, watch);
     refuseLostWeight(options, input, output);
     HostSession session("convert", common, watch);
@@ -54,6 +66,10 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
         std::cout << job << '\n';
         return;
     }
+    if (reading.userMissing.empty() && input.declaresMissing())
+        session.warn(options.input.path +
+                     ": what it declares missing is written as system-missing; --user-missing "
+                     "exclude or keep says what is wanted");
     JobOrigin origin = input.origin();
     origin.outputs = output.origins();
     origin.expressions = records.expressions();

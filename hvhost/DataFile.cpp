@@ -143,6 +143,14 @@ void InputFile::keepMissing()
         _kept = nullptr;
 }
 
+bool InputFile::declaresMissing() const
+{
+    for (int column = 0; _dataset && column < _dataset->source().ColumnCount(); ++column)
+        if (_dataset->file().Field(column).GetMissingValues() != CFMissingValues())
+            return true;
+    return false;
+}
+
 HVStatDataIterator* InputFile::rows() const
 {
     return _dataset ? &_dataset->cases() : nullptr;

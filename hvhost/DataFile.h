@@ -45,6 +45,8 @@ public:
     void complete(HVLUpdateDataModel& update) const;
     /// Has the host tell what is left to say of the reading, once it is done.
     void finish() const;
+    /// Whether the file declares values missing; false if the engine reads it.
+    bool declaresMissing() const;
     /// What separates the fields of a csv file; a comma for another kind.
     char separator() const { return _form.separator; }
     /// The dataset, and the rows that the job is handed; null if the engine reads the file.

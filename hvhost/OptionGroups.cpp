@@ -45,7 +45,8 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
 void addUserMissing(CLI::App& app, InputOptions& options)
 {
     app.add_option("--user-missing", options.userMissing,
-                   "Whether user-missing values count as missing")
+                   "Whether user-missing values count as missing; by\ndefault they do, but where "
+                   "convert only copies")
         ->type_name("WHAT")
         ->check(CLI::IsMember({"exclude", "keep"}))
         ->group("Input");
@@ -146,6 +147,13 @@ void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput)
     addOutput(app, options.output, needsOutput);
     addRecords(app, options.records);
     addPrintJob(app, options.printJob);
+}
+
+void addRecordsOptions(CLI::App& app, InputOptions& input, RecordOptions& records)
+{
+    addSource(app, input);
+    addReading(app, input);
+    addRecords(app, records);
 }
 
 void addDatasetOptions(CLI::App& app, InputOptions& options)

@@ -14,6 +14,9 @@ void addCommonOptions(CLI::App& app, CommonOptions& options);
 /// The input, the output and what happens to the records in between.
 void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput);
 
+/// The input and what happens to the records, for a command that shows what it makes of them.
+void addRecordsOptions(CLI::App& app, InputOptions& input, RecordOptions& records);
+
 /// An input that the host opens as a dataset.
 void addDatasetOptions(CLI::App& app, InputOptions& options);
 /// The same for a command whose jobs read the cases: weighted, and with or without user-missing

@@ -39,18 +39,9 @@ void printCsvCell(std::ostream& out, const std::string& text)
 
 void printCsv(const ResultTable& table, std::ostream& out)
 {
-    for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        out << (i == 0 ? "" : ",");
-        printCsvCell(out, table.columns[i].name);
-    }
-    out << '\n';
-    for (const ResultTable::Row& row : table.rows) {
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            out << (i == 0 ? "" : ",");
-            printCsvCell(out, row[i].value_or(""));
-        }
-        out << '\n';
-    }
+    printCsvNames(table.columns, out);
+    for (const ResultTable::Row& row : table.rows)
+        printCsvRow(row, out);
 }
 
 nlohmann::ordered_json jsonValue(const std::optional<std::string>& cell,
@@ -81,6 +72,35 @@ void printJson(const ResultTable& table, std::ostream& out)
 
 } // namespace
 
+std::optional<std::string> cellText(EmbeddedHV::RowDataIterator& rows, std::size_t field,
+                                    CFField::StorageType storage)
+{
+    void* value = nullptr;
+    unsigned long long length = 0;
+    rows.getRecordValue(field, value, length);
+    if (value == nullptr)
+        return std::nullopt;
+    return valueText(value, length, storage);
+}
+
+void printCsvNames(const std::vector<ResultTable::Column>& columns, std::ostream& out)
+{
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        out << (i == 0 ? "" : ",");
+        printCsvCell(out, columns[i].name);
+    }
+    out << '\n';
+}
+
+void printCsvRow(const ResultTable::Row& row, std::ostream& out)
+{
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        out << (i == 0 ? "" : ",");
+        printCsvCell(out, row[i].value_or(""));
+    }
+    out << '\n';
+}
+
 ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount)
 {
     ResultTable table;
@@ -90,14 +110,8 @@ ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount)
         table.columns.push_back({model.GetField(i)->GetName(), model.GetField(i)->GetStorage()});
     while (rows.nextRecord() == EmbeddedHV::RowDataIterator::RecordAvailable) {
         ResultTable::Row row;
-        for (std::size_t i = 0; i < table.columns.size(); ++i) {
-            void* value = nullptr;
-            unsigned long long length = 0;
-            rows.getRecordValue(i, value, length);
-            row.push_back(value == nullptr
-                              ? std::nullopt
-                              : std::optional(valueText(value, length, table.columns[i].storage)));
-        }
+        for (std::size_t i = 0; i < table.columns.size(); ++i)
+            row.push_back(cellText(rows, i, table.columns[i].storage));
         table.rows.push_back(std::move(row));
     }
     rows.dispose(JNIObjectManager::getManager()->getEnv());

@@ -32,8 +32,16 @@ struct ResultTable
     std::size_t keyCount = 0;
 };
 
+/// The value of a field of the present row; nothing for a missing one.
+std::optional<std::string> cellText(EmbeddedHV::RowDataIterator& rows, std::size_t field,
+                                    CFField::StorageType storage);
+
 /// Reads all rows and disposes of the iterator.
 ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount);
 
 /// `format` is text, csv or json.
 void printTable(const ResultTable& table, const std::string& format, std::ostream& out);
+
+/// The lines that a table as csv is made of.
+void printCsvNames(const std::vector<ResultTable::Column>& columns, std::ostream& out);
+void printCsvRow(const ResultTable::Row& row, std::ostream& out);

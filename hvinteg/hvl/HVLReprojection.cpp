@@ -3,6 +3,28 @@
 #include "bridge/JNIJSONArray.h"
 #include "bridge/JNIJSONObject.h"
 
+namespace {
+
+constexpr int kNoWkid = -1;
+
+/// Tells of a system, if one was set. The name's key is spelt unlike the one of updateDataModel.
+void putSystem(JNIJSONObject& entry, const char* key, const std::string& name, int wkid,
+               const std::string& transformation)
+{
+    if (name.empty() && wkid == kNoWkid)
+        return;
+    JNIJSONObject system;
+    if (!name.empty())
+        system.put("csName", name.c_str());
+    if (wkid != kNoWkid)
+        system.put("wkid", wkid);
+    if (!transformation.empty())
+        system.put("transMethodsName", transformation.c_str());
+    entry.put(key, &system);
+}
+
+} // namespace
+
 HVLReprojection::HVLReprojection(JNIHvlProgram* program) : HVLFunction(program)
 {
     SetFunctionType(ReprojectionFunction);
@@ -44,39 +66,6 @@ void HVLReprojection::SetProjectionFieldName(const std::string& name)
     _field = name;
 }
 
-namespace {
-
-void putSystem(JNIJSONObject& system, const std::string& name, int wkid, int noWkid)
-{
-    // The key is spelt unlike the one of updateDataModel.
-    if (!name.empty())
-        system.put("csName", name.c_str());
-    if (wkid != noWkid)
-        system.put("wkid", wkid);
-}
-
-} // namespace
-
-void HVLReprojection::putSource(JNIJSONObject& entry) const
-{
-    if (_sourceName.empty() && _sourceWkid == kNoWkid)
-        return;
-    JNIJSONObject system;
-    putSystem(system, _sourceName, _sourceWkid, kNoWkid);
-    entry.put("inSR", &system);
-}
-
-void HVLReprojection::putDestination(JNIJSONObject& entry) const
-{
-    if (_destinationName.empty() && _destinationWkid == kNoWkid)
-        return;
-    JNIJSONObject system;
-    putSystem(system, _destinationName, _destinationWkid, kNoWkid);
-    if (!_transformation.empty())
-        system.put("transMethodsName", _transformation.c_str());
-    entry.put("outSR", &system);
-}
-
 bool HVLReprojection::GenerateHVL()
 {
     if (const auto known = GetKnownResult())
@@ -86,8 +75,8 @@ bool HVLReprojection::GenerateHVL()
     JNIJSONObject entry;
     if (!_field.empty())
         entry.put("name", _field.c_str());
-    putSource(entry);
-    putDestination(entry);
+    putSystem(entry, "inSR", _sourceName, _sourceWkid, {});
+    putSystem(entry, "outSR", _destinationName, _destinationWkid, _transformation);
     JNIJSONArray fields;
     fields.add(&entry);
     JNIJSONObject configuration;

@@ -4,8 +4,6 @@
 
 #include "hvl/HVLFunction.h"
 
-class JNIJSONObject;
-
 /// Moves shapes from one coordinate system to another. A system is told by its name, by its
 /// well-known id, or by both; what is not told is the engine's to find.
 class HVINTEG_EXPORT HVLReprojection : public HVLFunction
@@ -30,12 +28,9 @@ public:
     bool GenerateHVL() override;
 
 private:
-    void putSource(JNIJSONObject& entry) const;
-    void putDestination(JNIJSONObject& entry) const;
-
-    static constexpr int kNoWkid = -1;
-    int _sourceWkid = kNoWkid;
-    int _destinationWkid = kNoWkid;
+    // -1 where none was set.
+    int _sourceWkid = -1;
+    int _destinationWkid = -1;
     std::string _sourceName;
     std::string _destinationName;
     std::string _transformation;

@@ -144,8 +144,9 @@ TextItems::Text TextItems::numberOfVariable(const JsonValue& body, bool) const
     const dataField* field = _fields.field(name);
     if (field == nullptr)
         return std::make_unique<TnNumber>(value, TnFormatSpec(CellFormat::plainNumber));
-    Text date = dateText(value, field->getStorage());
-    return date ? std::move(date) : std::make_unique<TnNumber>(value, general);
+    if (Text date = dateText(value, field->getStorage()))
+        return date;
+    return std::make_unique<TnNumber>(value, general);
 }
 
 TextItems::Text TextItems::stringOfVariable(const JsonValue& body, bool) const
@@ -156,7 +157,9 @@ TextItems::Text TextItems::stringOfVariable(const JsonValue& body, bool) const
     const std::string name = FieldLookup::nameOf(body["variable"].text());
     const VEXA_Variable* variable = _fields.variable(name);
     Text text = variable == nullptr ? nullptr : stringValueText(*variable, value);
-    return text ? std::move(text) : std::make_unique<TnUTF8String>(value);
+    if (text)
+        return text;
+    return std::make_unique<TnUTF8String>(value);
 }
 
 TextItems::Text TextItems::compositeText(const JsonValue& body, bool translate) const

@@ -1,6 +1,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "JNIException.h"
@@ -13,17 +14,8 @@
 
 namespace {
 /// What a call hands to Java can be told by what it makes: no collection for a Java null, one with
-/// so many elements added otherwise.
-struct Handed
-{
-    int collections;
-    int elements;
-    friend bool operator==(const Handed&, const Handed&) = default;
-    friend std::ostream& operator<<(std::ostream& out, const Handed& handed)
-    {
-        return out << handed.collections << " with " << handed.elements;
-    }
-};
+/// so many elements added otherwise. The collections come first, then the elements in all.
+using Handed = std::pair<int, int>;
 
 constexpr Handed JavaNull{0, 0};
 constexpr Handed Nothing{1, 0}; ///< an empty collection

@@ -1,3 +1,4 @@
+#include <utility>
 
 #include "JNIException.h"
 #include "bridge/HvlExpressionConditional.h"
@@ -51,12 +52,8 @@ TEST_F(ExpressionTest, TreesAreComposed)
     std::vector<Signature*> none;
     JNIHvlExpression* body = program.createHvlExpressionParameterName("a");
 
-    struct Row
-    {
-        JNIHvlExpression* expression;
-        const char* text;
-    };
-    for (const Row& row :
+    using Row = std::pair<JNIHvlExpression*, const char*>;
+    for (const auto& [expression, text] :
          {Row{program.createHvlExpressionLiteral(-3), "-3"},
           Row{program.createHvlExpressionLiteral(0.1), "0.1"},
           Row{program.createHvlExpressionLiteral(1LL << 40), "1099511627776"},
@@ -71,7 +68,7 @@ TEST_F(ExpressionTest, TreesAreComposed)
           Row{program.createHvlExpressionConditional(&clauses, body), "if (x.f > 1) 1 else a"},
           Row{program.createHvlExpressionLambdaFunction(&signatures, body), "(a: Real) => a"},
           Row{program.createHvlExpressionLambdaFunction(&none, body), "() => a"}})
-        EXPECT_EQ(row.expression->generate(), row.text);
+        EXPECT_EQ(expression->generate(), text);
     EXPECT_THROW(program.createHvlExpressionFieldReference(""), JNIException);
 
     const int calls = jni().count("CallObjectMethodA");

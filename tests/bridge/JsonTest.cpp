@@ -2,6 +2,7 @@
 #include <climits>
 #include <limits>
 #include <memory>
+#include <utility>
 
 #include "JNIException.h"
 #include "bridge/JNIJSONArray.h"
@@ -141,19 +142,17 @@ TEST_F(JsonTest, AReaderWithoutAnObjectReadsOthers)
 TEST_F(JsonTest, PathsStepThroughObjectsOnly)
 {
     JNIJSONObject object(Nested);
-    struct Row
-    {
-        const char* path;
-        const char* text; ///< null: leads nowhere
-    };
-    for (const Row& row : {Row{"zoo.b.c", "3"}, Row{"zoo..b.c", "3"}, Row{".zoo.n.", "4"},
-                           Row{"t", "true"}, Row{"zoo.n.c", nullptr}, Row{"none.b.c", nullptr},
-                           Row{"zoo.none.c", nullptr}, Row{"Z.0", nullptr}, Row{"a", nullptr},
-                           Row{"a.b", nullptr}, Row{"", nullptr}, Row{"..", nullptr}}) {
-        const Value value(object, row.path);
-        ASSERT_EQ(value.get() == nullptr, row.text == nullptr) << row.path;
-        if (row.text != nullptr) {
-            EXPECT_EQ(object.toString(value.get()), row.text) << row.path;
+    // A path without a text leads nowhere.
+    using Row = std::pair<const char*, const char*>;
+    for (const auto& [path, text] :
+         {Row{"zoo.b.c", "3"}, Row{"zoo..b.c", "3"}, Row{".zoo.n.", "4"}, Row{"t", "true"},
+          Row{"zoo.n.c", nullptr}, Row{"none.b.c", nullptr}, Row{"zoo.none.c", nullptr},
+          Row{"Z.0", nullptr}, Row{"a", nullptr}, Row{"a.b", nullptr}, Row{"", nullptr},
+          Row{"..", nullptr}}) {
+        const Value value(object, path);
+        ASSERT_EQ(value.get() == nullptr, text == nullptr) << path;
+        if (text != nullptr) {
+            EXPECT_EQ(object.toString(value.get()), text) << path;
         }
     }
     EXPECT_EQ(object.getByPath(nullptr, "zoo"), nullptr);

@@ -1,60 +1,26 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <thread>
+#include <utility>
 
 #include "JNIAccessor.h"
-#include "PathFactory.h"
 #include "VexaJVM.h"
 #include "VexaJVMError.h"
+#include "support/Installation.h"
+#include "support/ScratchFolder.h"
 
 // A machine starts once in a process, so each case runs in a child of its own, which tells its
 // findings by its exit status.
 
 namespace {
-namespace fs = std::filesystem;
 
-/// An installation somewhere else.
-class Installation : public PathFinder
-{
-public:
-    explicit Installation(std::string path) : _path(std::move(path))
-    {
-        PathFactory::setPathInstance(this);
-    }
-    ~Installation() override { PathFactory::setPathInstance(nullptr); }
-    std::string getInstallationPath() const override { return _path; }
-
-private:
-    std::string _path;
-};
-
-/// A directory with an engine's jar of the given content in it.
-class FakeHome
-{
-public:
-    explicit FakeHome(const char* jarContent)
-    {
-        std::string pattern = (fs::temp_directory_path() / "hvhomeXXXXXX").string();
-        _path = mkdtemp(pattern.data());
-        fs::create_directories(_path / "hv/af/components");
-        if (jarContent != nullptr)
-            std::ofstream(_path / "hv/af/components/hvengine.jar") << jarContent;
-    }
-    ~FakeHome() { fs::remove_all(_path); }
-    std::string path() const { return _path.string(); }
-    std::string jar() const { return path() + "/hv/af/components/hvengine.jar"; }
-
-private:
-    fs::path _path;
-};
+/// The engine's jar below a home of the host.
+const std::string kJar = "hv/af/components/hvengine.jar";
 
 std::string startFailure()
 {
@@ -88,11 +54,11 @@ void demandStart()
 
 void missingJarCanBeMended()
 {
-    const FakeHome home(nullptr);
+    const ScratchFolder home;
     {
-        const Installation elsewhere(home.path());
+        const Installation elsewhere(home.path);
         const std::string failure = startFailure();
-        demand(contains(failure, "missing") && contains(failure, home.jar()), failure);
+        demand(contains(failure, "missing") && contains(failure, home.path / kJar), failure);
         demand(!VexaJVM::GetInstance()->WaitForStartedJVM(), "a machine is up");
     }
     demandStart();
@@ -101,10 +67,11 @@ void missingJarCanBeMended()
 
 void brokenJarFailsForGood()
 {
-    const FakeHome home("this is no archive");
-    const Installation elsewhere(home.path());
+    const ScratchFolder home;
+    home.put(kJar, "this is no archive");
+    const Installation elsewhere(home.path);
     const std::string failure = startFailure();
-    demand(contains(failure, "broken") && contains(failure, home.jar()), failure);
+    demand(contains(failure, "broken") && contains(failure, home.path / kJar), failure);
     demand(startFailure() == failure, "the second attempt tells something else");
     demand(!VexaJVM::GetInstance()->IsStarted(), "started");
 }
@@ -118,14 +85,13 @@ void wrongOptionIsTold()
 
 void uselessJavaHomeIsPassedOver()
 {
-    const FakeHome home(nullptr);
-    fs::create_directories(home.path() + "/lib/server");
-    std::ofstream(home.path() + "/lib/server/libjvm.so") << "no library";
-    setenv("JAVA_HOME", home.path().c_str(), 1);
+    const ScratchFolder home;
+    home.put("lib/server/libjvm.so", "no library");
+    setenv("JAVA_HOME", home.path.c_str(), 1);
     setenv("PATH", "/nowhere", 1);
     demandStart();
     const std::string& path = VexaJVM::GetInstance()->LibraryPath();
-    demand(!contains(path, home.path()) && contains(path, "libjvm.so"), path);
+    demand(!contains(path, home.path) && contains(path, "libjvm.so"), path);
 }
 
 void processStaysAsItWas()
@@ -221,39 +187,25 @@ void javaExitAborts()
     system.setClass("java/lang/System");
     env->CallStaticVoidMethod(system.getClass(), system.setStaticMethod("exit", "(I)V"), 0);
 }
-
-struct Case
-{
-    const char* name;
-    void (*run)();
-};
-
-class JvmStart : public testing::TestWithParam<Case>
-{
-};
 } // namespace
 
-TEST_P(JvmStart, InAProcessOfItsOwn)
+TEST(JvmStart, EachInAProcessOfItsOwn)
 {
-    EXPECT_EXIT(
-        {
-            GetParam().run();
-            std::exit(0);
-        },
-        testing::ExitedWithCode(0), "");
+    const std::pair<const char*, void (*)()> cases[] = {
+        {"a missing jar can be mended", missingJarCanBeMended},
+        {"a broken jar fails for good", brokenJarFailsForGood},
+        {"a wrong option is told", wrongOptionIsTold},
+        {"a useless JAVA_HOME is passed over", uselessJavaHomeIsPassedOver},
+        {"the process stays as it was", processStaysAsItWas},
+        {"one thread starts", oneThreadStarts},
+        {"attachments nest", attachmentsNest},
+        {"ended threads are detached", endedThreadsAreDetached},
+    };
+    for (const auto& [what, run] : cases) {
+        SCOPED_TRACE(what);
+        EXPECT_EXIT((run(), std::exit(0)), testing::ExitedWithCode(0), "");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Cases, JvmStart,
-                         testing::Values(Case{"MissingJarCanBeMended", missingJarCanBeMended},
-                                         Case{"BrokenJarFailsForGood", brokenJarFailsForGood},
-                                         Case{"WrongOptionIsTold", wrongOptionIsTold},
-                                         Case{"UselessJavaHomeIsPassedOver",
-                                              uselessJavaHomeIsPassedOver},
-                                         Case{"ProcessStaysAsItWas", processStaysAsItWas},
-                                         Case{"OneThreadStarts", oneThreadStarts},
-                                         Case{"AttachmentsNest", attachmentsNest},
-                                         Case{"EndedThreadsAreDetached", endedThreadsAreDetached}),
-                         [](const auto& one) { return one.param.name; });
 
 TEST(JvmExit, AnExitFromJavaDoesNotPassForSuccess)
 {

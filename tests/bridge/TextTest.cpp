@@ -1,65 +1,54 @@
+#include <tuple>
+
 #include "bridge/JNIHvlExpression.h"
 #include "bridge/JNIHvlProgram.h"
 #include "bridge/JNIJSONObject.h"
 #include "support/JvmFixture.h"
 
-namespace {
-struct TextCase
-{
-    std::string text;
-    int units; ///< the length of the Java string
-    std::string back;
-};
-
-class TextRoundTrip : public JvmTest, public testing::WithParamInterface<TextCase>
-{
-};
-} // namespace
-
-TEST_P(TextRoundTrip, KeepsCharacters)
-{
-    JNIHvlAccessor accessor;
-    const auto java = static_cast<jstring>(accessor.newObject(GetParam().text, false, false));
-    EXPECT_EQ(env()->GetStringLength(java), GetParam().units);
-    EXPECT_EQ(accessor.getString(java), GetParam().back);
-    env()->DeleteLocalRef(java);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Texts, TextRoundTrip,
-    testing::Values(TextCase{"", 0, ""}, TextCase{"plain", 5, "plain"},
-                    TextCase{"Größe", 5, "Größe"}, TextCase{"日本", 2, "日本"},
-                    TextCase{"\uD7A3\uE000\uFFFD", 3, "\uD7A3\uE000\uFFFD"},
-                    TextCase{"a😀b", 4, "a😀b"}, TextCase{"\U0010FFFF", 2, "\U0010FFFF"},
-                    TextCase{std::string("a\0b", 3), 3, std::string("a\0b", 3)},
-                    // What is not UTF-8: a lone lead byte, one cut off by another character and by
-                    // the end, an overlong NUL, a surrogate, a character beyond the last.
-                    TextCase{"\xE4"
-                             "x",
-                             2, "\uFFFDx"},
-                    TextCase{"\xE2\x82x", 2, "\uFFFDx"}, TextCase{"\xF0\x9F\x98", 1, "\uFFFD"},
-                    TextCase{"\xC0\x80", 2, "\uFFFD\uFFFD"},
-                    TextCase{"\xED\xA0\x80", 3, "\uFFFD\uFFFD\uFFFD"},
-                    TextCase{"\xF4\x90\x80\x80", 4, "\uFFFD\uFFFD\uFFFD\uFFFD"}));
-
 using TextTest = JvmTest;
+
+TEST_F(TextTest, CharactersAreKeptAndWhatIsNoUtf8IsReplaced)
+{
+    const std::string withNul("a\0b", 3);
+    // The text, the length of the Java string, and the text that comes back.
+    const std::tuple<std::string, int, std::string> rows[] = {
+        {"", 0, ""},
+        {"plain", 5, "plain"},
+        {"Größe", 5, "Größe"},
+        {"日本", 2, "日本"},
+        {"\uD7A3\uE000\uFFFD", 3, "\uD7A3\uE000\uFFFD"},
+        {"a😀b", 4, "a😀b"},
+        {"\U0010FFFF", 2, "\U0010FFFF"},
+        {withNul, 3, withNul},
+        // A lone lead byte, one cut off by another character and by the end, an overlong NUL, a
+        // surrogate, a character beyond the last.
+        {"\xE4 x", 3, "\uFFFD x"},
+        {"\xE2\x82x", 2, "\uFFFDx"},
+        {"\xF0\x9F\x98", 1, "\uFFFD"},
+        {"\xC0\x80", 2, "\uFFFD\uFFFD"},
+        {"\xED\xA0\x80", 3, "\uFFFD\uFFFD\uFFFD"},
+        {"\xF4\x90\x80\x80", 4, "\uFFFD\uFFFD\uFFFD\uFFFD"},
+    };
+    JNIHvlAccessor accessor;
+    for (const auto& [text, units, back] : rows) {
+        const auto java = static_cast<jstring>(accessor.newObject(text, false, false));
+        EXPECT_EQ(env()->GetStringLength(java), units) << text;
+        EXPECT_EQ(accessor.getString(java), back);
+        env()->DeleteLocalRef(java);
+    }
+}
 
 TEST_F(TextTest, ASurrogateWithoutItsPartnerIsReplaced)
 {
     JNIHvlAccessor accessor;
-    struct Row
-    {
-        std::u16string units;
-        std::string text;
-    };
-    const Row rows[] = {{{u'a', 0xD83D, u'b'}, "a\uFFFDb"},
-                        {{0xDE00, u'b'}, "\uFFFDb"},
-                        {{u'a', 0xD83D}, "a\uFFFD"},
-                        {{0xD83D, 0xD83D, 0xDE00}, "\uFFFD😀"}};
-    for (const Row& row : rows) {
-        jstring const java = env()->NewString(reinterpret_cast<const jchar*>(row.units.data()),
-                                              static_cast<jsize>(row.units.size()));
-        EXPECT_EQ(accessor.getString(java), row.text);
+    const std::pair<std::u16string, std::string> rows[] = {{{u'a', 0xD83D, u'b'}, "a\uFFFDb"},
+                                                           {{0xDE00, u'b'}, "\uFFFDb"},
+                                                           {{u'a', 0xD83D}, "a\uFFFD"},
+                                                           {{0xD83D, 0xD83D, 0xDE00}, "\uFFFD😀"}};
+    for (const auto& [units, text] : rows) {
+        jstring const java = env()->NewString(reinterpret_cast<const jchar*>(units.data()),
+                                              static_cast<jsize>(units.size()));
+        EXPECT_EQ(accessor.getString(java), text);
         env()->DeleteLocalRef(java);
     }
 }

@@ -4,8 +4,7 @@
 
 #include "CFMetaData.h"
 #include "OutputTree.h"
-#include "data/HVRawDataIterator.h"
-#include "data/MemorySource.h"
+#include "data/SourceRows.h"
 #include "support/HVDebug.h"
 #include "support/JobFixture.h"
 #include "support/ScratchFolder.h"
@@ -32,8 +31,6 @@ std::vector<std::shared_ptr<OutputTable>> tablesUnder(const TnHeading& heading)
 class Conversion : public JobTest
 {
 protected:
-    Conversion() { rows.SetName("cases"); }
-
     const ScratchFolder& folder() const { return *_folder; }
 
     int convert(const std::string& data, const std::string& model, HVDebug* debug = nullptr)
@@ -59,7 +56,7 @@ protected:
     }
 
     MemorySource source{{numeric("x"), text("name", 4)}, {{1.5, "a"}, {kSystemMissing, "b"}}};
-    HVRawDataIterator rows{source, std::vector<int>(), {}, false, kWeightNone, false, nullptr};
+    SourceRows rows{source, "cases", kWeightNone};
 
 private:
     std::optional<ScratchFolder> _folder{std::in_place};

@@ -3,9 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
+#include <tuple>
 
-#include "JNIException.h"
 #include "bridge/JNIHvlProgram.h"
+#include "data/SourceRows.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
 #include "support/HVSimpleFile.h"
@@ -52,49 +53,23 @@ protected:
         ASSERT_TRUE(runner->execute());
         runner->cleanExecution();
     }
-
-    static std::string cellOf(Rows& rows, unsigned long long field)
-    {
-        void* value = nullptr;
-        unsigned long long length = 0;
-        if (rows.getRecordValue(field, value, length) != Rows::RecordAvailable)
-            return "none";
-        if (value == nullptr)
-            return "-";
-        return field == 0 ? std::string(static_cast<char*>(value), length)
-                          : std::to_string(static_cast<int>(*static_cast<double*>(value)));
-    }
-
-    /// The first two fields of all rows.
-    static std::string contentOf(Rows* rows)
-    {
-        std::string content;
-        while (rows != nullptr && rows->nextRecord() == Rows::RecordAvailable)
-            content += cellOf(*rows, 0) + " " + cellOf(*rows, 1) + ";";
-        return content;
-    }
 };
 
 TEST_F(OutputFetcher, GivesTheRowsOfAFile)
 {
     makeInputs("a,1,x\nb,,y\n,3,\n");
-    struct FileCase
-    {
-        const char* file;
-        const char* model;
-        Fetcher::HVDataFileType type;
-        std::vector<std::string> fields;
-        const char* content;
-    };
-    const FileCase cases[] = {
-        {"in.csv", "", Fetcher::kCsv, {}, "a 1;b -;- 3;"},
-        {"in.csv", "in.xml", Fetcher::kCsv, {"field1", "field2"}, "a 1;b -;- 3;"},
-        {"in.hvbf", "", Fetcher::kHvbf, {"field1"}, "a none;b none;- none;"},
-        {"in.hvbf", "in.xml", static_cast<Fetcher::HVDataFileType>(7), {}, "a 1;b -;- 3;"},
-        {"in.csv", "", Fetcher::kHvbf, {}, ""},
-        {"missing.csv", "", Fetcher::kCsv, {}, ""},
-        {"in.csv", "", Fetcher::kCsv, {"no such field"}, ""},
-    };
+    const char* const all = "'a' 1 'x'; 'b' - 'y'; - 3 -; ";
+    const std::tuple<const char*, const char*, Fetcher::HVDataFileType, std::vector<std::string>,
+                     const char*>
+        cases[] = {
+            {"in.csv", "", Fetcher::kCsv, {}, all},
+            {"in.csv", "in.xml", Fetcher::kCsv, {"field1", "field2"}, "'a' 1; 'b' -; - 3; "},
+            {"in.hvbf", "", Fetcher::kHvbf, {"field1"}, "'a'; 'b'; -; "},
+            {"in.hvbf", "in.xml", static_cast<Fetcher::HVDataFileType>(7), {}, all},
+            {"in.csv", "", Fetcher::kHvbf, {}, ""},
+            {"missing.csv", "", Fetcher::kCsv, {}, ""},
+            {"in.csv", "", Fetcher::kCsv, {"no such field"}, ""},
+        };
     // One fetcher for all: the next fetch lets go of what the last one holds.
     Fetcher fetcher(*runner);
     for (const auto& [file, model, type, fields, content] : cases) {
@@ -102,7 +77,7 @@ TEST_F(OutputFetcher, GivesTheRowsOfAFile)
         const std::string modelPath = *model ? path(model) : "";
         Rows* const rows = fetcher.Fetch(path(file), modelPath, type, fields);
         EXPECT_EQ(rows != nullptr, *content != '\0');
-        EXPECT_EQ(contentOf(rows), content);
+        EXPECT_EQ(rows ? recordsOf(*rows) : "", content);
     }
     ASSERT_NE(fetcher.Fetch(path("in.csv"), "", Fetcher::kCsv, {}), nullptr);
     EXPECT_EQ(scratchFiles().size(), 5U) << "three inputs, and the data and data model of the rows";
@@ -119,29 +94,23 @@ TEST_F(OutputFetcher, ComposesAReadAndAWrite)
 {
     const std::string written = R"({"dataDestination":"outitera.hvbf",)"
                                 R"("dataModelDestination":"outmodel.xml","type":"hvbf"})";
-    struct TextCase
-    {
-        Fetcher::HVDataFileType type;
-        const char* model;
-        std::vector<std::string> fields;
-        std::string job;
-    };
-    const TextCase cases[] = {
-        {Fetcher::kCsv,
-         "",
-         {},
-         R"(val f1Conf = {"filesystem":{"locations":[{"path":"file:///c:/d ir/f","parser":)"
-         R"({"name":"csv","config":{"hasHeader":false}}}]}})"
-         "\nval f2Conf = " +
-             written + "\nread(f1Conf) -> write(f2Conf)"},
-        {Fetcher::kHvbf,
-         "c:\\m.xml",
-         {"b", "a"},
-         R"(val f1Conf = {"filesystem":{"dataModel":"file:///c:/m.xml","locations":)"
-         R"([{"path":"file:///c:/d ir/f","parser":{"name":"hvbf","config":{}}}]}})"
-         "\nval f2Conf = {\"fields\":[\"b\",\"a\"]}\nval f3Conf = " +
-             written + "\nread(f1Conf) -> filterFields(f2Conf) -> write(f3Conf)"},
-    };
+    const std::tuple<Fetcher::HVDataFileType, const char*, std::vector<std::string>, std::string>
+        cases[] = {
+            {Fetcher::kCsv,
+             "",
+             {},
+             R"(val f1Conf = {"filesystem":{"locations":[{"path":"file:///c:/d ir/f","parser":)"
+             R"({"name":"csv","config":{"hasHeader":false}}}]}})"
+             "\nval f2Conf = " +
+                 written + "\nread(f1Conf) -> write(f2Conf)"},
+            {Fetcher::kHvbf,
+             "c:\\m.xml",
+             {"b", "a"},
+             R"(val f1Conf = {"filesystem":{"dataModel":"file:///c:/m.xml","locations":)"
+             R"([{"path":"file:///c:/d ir/f","parser":{"name":"hvbf","config":{}}}]}})"
+             "\nval f2Conf = {\"fields\":[\"b\",\"a\"]}\nval f3Conf = " +
+                 written + "\nread(f1Conf) -> filterFields(f2Conf) -> write(f3Conf)"},
+        };
     const ScriptedEngine engine;
     for (const auto& [type, model, fields, job] : cases) {
         Fetcher(*runner).Fetch("c:\\d ir\\f", model, type, fields);
@@ -157,13 +126,7 @@ TEST_F(OutputFetcher, ComposesAReadAndAWrite)
 TEST_F(OutputFetcher, LetsGoOfEverythingWhenTheEngineFails)
 {
     for (const Fault fault : {Fault::Engine, Fault::Java, Fault::Standard, Fault::Unknown}) {
-        struct FaultCase
-        {
-            const char* call;
-            bool jobFails;
-            bool passes;
-        };
-        const FaultCase cases[] = {
+        const std::tuple<const char*, bool, bool> cases[] = {
             {"start", false, true},    {"createExecution", false, true},
             {"prepare", false, true},  {"execute", false, false},
             {"dispose", false, false}, {"getOutputIterator", false, false},
@@ -197,21 +160,10 @@ TEST_F(OutputFetcher, LetsGoOfEverythingWhenTheEngineFails)
     }
 }
 
-// Whichever call of the machine fails, what was made goes.
 TEST_F(OutputFetcher, SurvivesEveryFailureOfTheMachine)
 {
     const ScriptedEngine engine;
-    bool reached = true;
-    for (int number = 1; reached; ++number) {
-        SCOPED_TRACE(number);
-        jni().failAt(number, RecordingJni::Fault::OutOfMemory);
-        try {
-            Fetcher(*runner).Fetch("f", "m", Fetcher::kHvbf, {"a"});
-        } catch (const JNIException&) {
-        }
-        reached = jni().endFault();
-        expectNothingLeft();
-    }
+    expectToSurviveFailures([&] { Fetcher(*runner).Fetch("f", "m", Fetcher::kHvbf, {"a"}); });
     EXPECT_EQ(openExecutions(engine), 0);
 }
 

@@ -3,16 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <new>
 
 #include "ErrorText.h"
 #include "HostConversions.h"
-#include "MemorySource.h"
 #include "data/HVDataModel.h"
+#include "data/SourceRows.h"
 #include "host/CaseFiles.h"
 #include "support/HostScopes.h"
-#include "support/ScratchFolder.h"
 
 // Every allocation of a thread is counted: the row loop must make none.
 namespace {
@@ -44,42 +42,6 @@ namespace {
 
 constexpr double kMissing = kSystemMissing;
 
-HVRawDataIterator over(const MemorySource& source, WeightAdjust adjust = kWeightRound,
-                       bool caseCount = false)
-{
-    return {source, std::vector<int>(), {}, caseCount, adjust, false, nullptr};
-}
-
-/// The present record as text: numbers, texts in quotes, "-" for a missing value.
-std::string recordOf(HVRawDataIterator& cases)
-{
-    std::string record;
-    for (std::size_t i = 0; i < cases.getMetaData().FieldCount(); ++i) {
-        void* value = nullptr;
-        unsigned long long length = 7777;
-        EXPECT_EQ(cases.getRecordValue(i, value, length), 0U);
-        record += record.empty() ? "" : " ";
-        if (!value) {
-            EXPECT_EQ(length, 0U);
-            record += "-";
-        } else if (cases.getMetaData().GetField(i)->GetStorage() == CFField::String) {
-            record += "'" + std::string(static_cast<char*>(value), length) + "'";
-        } else {
-            EXPECT_EQ(length, 8U);
-            record += CFDatum(*static_cast<double*>(value)).ToString(-1);
-        }
-    }
-    return record;
-}
-
-std::string recordsOf(HVRawDataIterator& cases)
-{
-    std::string all;
-    while (cases.nextRecord() == 0)
-        all += recordOf(cases) + "; ";
-    return all;
-}
-
 TEST(RawDataIterator, ServesEachStorageOnTheEnginesScale)
 {
     const double base = GetBaseDateNumber();
@@ -88,7 +50,7 @@ TEST(RawDataIterator, ServesEachStorageOnTheEnginesScale)
                          text("text", 10)},
                         {{2.5, base + 2 * 86400, 3600.0, base + 1.5, std::string("ab \n ")},
                          {kMissing, kMissing, kMissing, kMissing, std::string(" ")}});
-    HVRawDataIterator cases = over(source, kWeightRound, true);
+    SourceRows cases(source, "rows", kWeightRound, true);
     EXPECT_EQ(recordsOf(cases), "2.5 2 3600 1.5 'ab' 1; - - - - ' ' 2; ");
     void* value = &source;
     unsigned long long length = 42;
@@ -111,10 +73,10 @@ TEST(RawDataIterator, TrimsTexts)
                            Row{" a\t \n", "' a'; ", "' a\t'; "}}) {
         const std::string text_(row.text);
         const MemorySource source({text("t", static_cast<int>(text_.size()))}, {{text_}});
-        HVRawDataIterator cases = over(source);
+        SourceRows cases(source);
         EXPECT_EQ(recordsOf(cases), row.inUtf8);
         const ScopedCodePage page("windows-1252");
-        HVRawDataIterator converted = over(source);
+        SourceRows converted(source);
         EXPECT_EQ(recordsOf(converted), row.inCodePage);
     }
 }
@@ -132,13 +94,13 @@ TEST(RawDataIterator, ExcludesUserMissingValues)
                               {{8.5, base, std::string("none")},
                                {-1.0, base + 86400, std::string("nonetheless")},
                                {7.0, base, std::string("x")}});
-    HVRawDataIterator excluded = over(source);
+    SourceRows excluded(source);
     EXPECT_EQ(recordsOf(excluded), "- - -; - 1 'nonetheless'; 7 - 'x'; ");
     const std::string before = excluded.getDataModel();
     excluded.UpdateUserMissing();
     EXPECT_EQ(excluded.getDataModel(), before);
 
-    HVRawDataIterator kept = over(source);
+    SourceRows kept(source);
     kept.SetExcludeUserMissing(false);
     EXPECT_TRUE(kept.getMetaData().GetField(0)->GetMissingValues().IsValid());
     kept.UpdateUserMissing();
@@ -150,7 +112,7 @@ TEST(RawDataIterator, ExcludesUserMissingValues)
     ACAVarValidSpecs specs;
     specs.SetExclUserMiss(0, false);
     specs.SetExclUserMiss(1, true);
-    HVRawDataIterator chosen = over(source);
+    SourceRows chosen(source);
     chosen.SetVarValidSpecs(&specs);
     chosen.UpdateUserMissing();
     EXPECT_FALSE(chosen.getMetaData().GetField(0)->GetMissingValues().IsValid());
@@ -186,7 +148,7 @@ TEST(RawDataIterator, WeighsCasesAndCountsThemOnce)
             rows.push_back({weight});
         MemorySource source({numeric("w")}, rows);
         source.weight = 0;
-        HVRawDataIterator iterator = over(source, row.adjust);
+        SourceRows iterator(source, "rows", row.adjust);
         EXPECT_EQ(recordsOf(iterator), row.served);
         EXPECT_EQ(iterator.Rewind(true), 0U);
         EXPECT_EQ(recordsOf(iterator), row.served);
@@ -206,12 +168,12 @@ TEST(RawDataIterator, KnowsTheRoleOfTheWeight)
 {
     MemorySource source({numeric("a"), numeric("w")}, {{1.0, 2.0}});
     source.weight = 1;
-    EXPECT_EQ(over(source).getMetaData().GetField(1)->GetRole(), CFField::FrequencyWeight);
-    HVRawDataIterator unweighted = over(source, kWeightNone);
+    EXPECT_EQ(SourceRows(source).getMetaData().GetField(1)->GetRole(), CFField::FrequencyWeight);
+    SourceRows unweighted(source, "rows", kWeightNone);
     EXPECT_EQ(unweighted.getMetaData().GetField(1)->GetRole(), CFField::Input);
     unweighted.SetFreqWeightAdj(kWeightUnchanged);
     EXPECT_EQ(unweighted.GetFreqWeightAdj(), kWeightNone);
-    HVRawDataIterator weighted = over(source);
+    SourceRows weighted(source);
     weighted.SetFreqWeightAdj(kWeightNone);
     EXPECT_EQ(weighted.GetFreqWeightAdj(), kWeightRound);
     // The weight is found among the columns that are served.
@@ -236,7 +198,7 @@ TEST(RawDataIterator, IncrementsOneField)
          {Row{1, -1, 5, "1 5 100; - 5 -; "}, Row{1, 2, 5, "1 5 100; - 5 -; "},
           Row{1, 2, kMissing, "1 10 100; - - -; "}, Row{1, 1, 5, "1 15 100; - - -; "},
           Row{1, 0, 5, "1 6 100; - - -; "}, Row{1, 0, kMissing, "1 1 100; - - -; "}}) {
-        HVRawDataIterator cases = over(source);
+        SourceRows cases(source);
         cases.SetVariableIncrement(row.target, row.source, row.value);
         EXPECT_EQ(recordsOf(cases), row.served) << row.source << " " << row.value;
     }
@@ -246,11 +208,11 @@ TEST(RawDataIterator, TheWeightIsIncrementedFirstAndServesAdjusted)
 {
     MemorySource source({numeric("w"), numeric("x")}, {{1.4, 1.0}, {-1.0, 2.0}, {-0.6, 3.0}});
     source.weight = 0;
-    HVRawDataIterator grown = over(source);
+    SourceRows grown(source);
     grown.SetVariableIncrement(0, 0, 1);
     EXPECT_EQ(recordsOf(grown), "2 1; ");
     EXPECT_FALSE(grown.AreAllWeightsGood()); // 0.4
-    HVRawDataIterator read = over(source);
+    SourceRows read(source);
     read.SetVariableIncrement(1, 0, 10);
     EXPECT_EQ(recordsOf(read), "1 11; ");
 }
@@ -259,7 +221,7 @@ TEST(RawDataIterator, OnlyARealFieldWeighs)
 {
     MemorySource source({text("w", 2), numeric("x")}, {{std::string("0"), 0.0}});
     source.weight = 0;
-    HVRawDataIterator cases = over(source);
+    SourceRows cases(source);
     EXPECT_EQ(recordsOf(cases), "'0' 0; ");
     EXPECT_EQ(cases.GetWeightNCases(), 1);
     source.weight = 1;
@@ -285,7 +247,7 @@ TEST(RawDataIterator, OnlyARealFieldWeighs)
 TEST(RawDataIterator, RewindsWithinTheFirstPassOnlyAfterCountingAll)
 {
     MemorySource source({numeric("a")}, {{1.0}, {2.0}, {3.0}});
-    HVRawDataIterator cases = over(source);
+    SourceRows cases(source);
     EXPECT_EQ(cases.Rewind(false), 0U); // nothing read yet: still the first pass
     EXPECT_EQ(source.iterators, 1);
     EXPECT_EQ(cases.nextRecord(), 0U);
@@ -297,7 +259,7 @@ TEST(RawDataIterator, RewindsWithinTheFirstPassOnlyAfterCountingAll)
     EXPECT_EQ(cases.GetNCases(), 3);
 
     const MemorySource empty({numeric("a")});
-    HVRawDataIterator none = over(empty);
+    SourceRows none(empty);
     EXPECT_EQ(none.nextRecord(), 1U);
     EXPECT_EQ(none.Rewind(false), 0U);
     EXPECT_EQ(none.nextRecord(), 1U);
@@ -306,7 +268,7 @@ TEST(RawDataIterator, RewindsWithinTheFirstPassOnlyAfterCountingAll)
 TEST(RawDataIterator, SurvivesTheLossOfItsSource)
 {
     MemorySource source({text("t", 2)}, {{std::string("a")}, {std::string("b")}});
-    HVRawDataIterator cases = over(source);
+    SourceRows cases(source);
     const auto isNull = [&] {
         void* value = &source;
         unsigned long long length = 9;
@@ -328,28 +290,6 @@ TEST(RawDataIterator, SurvivesTheLossOfItsSource)
     EXPECT_EQ(recordsOf(cases), "'a'; 'b'; ");
 }
 
-TEST(RawDataIterator, AFileThatIsCutOrRemovedEndsInAnError)
-{
-    const ScratchFolder scratch;
-    std::vector<casefiles::Row> rows;
-    for (int i = 0; i < 400000; ++i)
-        rows.push_back({i * 0.37});
-    casefiles::writeSav(scratch.name("v.sav"), {casefiles::variable("n")}, rows);
-    const UserInputCaseFile file(casefiles::specOf(scratch.name("v.sav"), false), nullptr);
-    HVRawDataIterator cases(*file.DataSource(), std::vector<int>(), {}, false, kWeightRound, false,
-                            nullptr);
-    ASSERT_EQ(cases.nextRecord(), 0U);
-    std::filesystem::resize_file(scratch.path / "v.sav", 4096);
-    const auto all = [&] {
-        while (cases.nextRecord() == 0) {
-        }
-    };
-    EXPECT_NE(casefiles::refusalOf(all).find("v.sav: the cases cannot be read"), std::string::npos);
-    std::filesystem::remove(scratch.path / "v.sav");
-    EXPECT_NE(casefiles::refusalOf([&] { cases.Rewind(false); }), "");
-    EXPECT_EQ(cases.nextRecord(), 1U);
-}
-
 class StopAfter : public HVStopProcessor
 {
 public:
@@ -363,7 +303,7 @@ private:
 TEST(RawDataIterator, StopsForGood)
 {
     const MemorySource source({numeric("a")}, {{1.0}, {2.0}, {3.0}});
-    HVRawDataIterator cases = over(source);
+    SourceRows cases(source);
     StopAfter stop(2);
     cases.SetStopProcessor(&stop);
     EXPECT_EQ(recordsOf(cases), "1; 2; ");
@@ -372,7 +312,7 @@ TEST(RawDataIterator, StopsForGood)
     EXPECT_EQ(cases.Rewind(false), 3U);
     EXPECT_EQ(cases.nextRecord(), 3U);
 
-    HVRawDataIterator flagged = over(source);
+    SourceRows flagged(source);
     flagged.nextRecord();
     flagged.SetCancelStatus();
     EXPECT_EQ(flagged.nextRecord(), 3U);
@@ -382,7 +322,7 @@ TEST(RawDataIterator, LooksAtTheCancellationOncePerCall)
 {
     MemorySource source({numeric("w")}, {{1.0}, {-1.0}, {kMissing}, {0.0}, {2.0}, {3.0}});
     source.weight = 0;
-    HVRawDataIterator cases = over(source);
+    SourceRows cases(source);
     StopAfter stop(2);
     cases.SetStopProcessor(&stop);
     EXPECT_EQ(recordsOf(cases), "1; 2; ");
@@ -390,7 +330,7 @@ TEST(RawDataIterator, LooksAtTheCancellationOncePerCall)
 
     // Counting at the end of the first pass can be cancelled too: a look of its own, then one for
     // each record.
-    HVRawDataIterator counting = over(source);
+    SourceRows counting(source);
     EXPECT_EQ(counting.nextRecord(), 0U);
     StopAfter later(2);
     counting.SetStopProcessor(&later);
@@ -400,13 +340,6 @@ TEST(RawDataIterator, LooksAtTheCancellationOncePerCall)
 
 TEST(RawDataIterator, ConvertsTextsOfACodePageAndReportsWhatIsNone)
 {
-    class Monitor : public ErrorMonitor
-    {
-    public:
-        void Report(const std::string& report) override { last = report; }
-        long long ErrorCount() const override { return 0; }
-        std::string last;
-    };
     const ScopedCodePage page("Shift_JIS");
     VEXA_Variable word = text("t", 4);
     word.SetMissingValues(std::vector<std::string>{"\x93\xfa"});
@@ -414,10 +347,11 @@ TEST(RawDataIterator, ConvertsTextsOfACodePageAndReportsWhatIsNone)
                                                      {std::string("\x93\xfa"), 2.0},
                                                      {std::string("\xb1\t"), 3.0},
                                                      {std::string("\xff"), 4.0}});
-    Monitor monitor;
+    casefiles::KeepingMonitor monitor;
     HVRawDataIterator cases(source, std::vector<int>(), {}, false, kWeightRound, false, &monitor);
     EXPECT_EQ(recordsOf(cases), "'日本' 1; - 2; 'ｱ\t' 3; '\xef\xbf\xbd' 4; ");
-    EXPECT_NE(monitor.last.find("\"t\", case 4"), std::string::npos) << monitor.last;
+    ASSERT_FALSE(monitor.reports.empty());
+    EXPECT_NE(monitor.reports.back().find("\"t\", case 4"), std::string::npos);
     cases.Rewind(false);
     EXPECT_EQ(recordsOf(cases).substr(0, 10), "'日本' 1");
 }
@@ -426,12 +360,12 @@ TEST(RawDataIterator, CopiesMayBeDestroyedInAnyOrder)
 {
     const ScopedCodePage page("windows-1252");
     const MemorySource source({text("t", 3)}, {{std::string("a")}, {std::string("b")}});
-    auto first = std::make_unique<HVRawDataIterator>(over(source));
+    auto first = std::make_unique<SourceRows>(source);
     HVRawDataIterator second(*first);
     first->nextRecord();
     first.reset();
     EXPECT_EQ(recordsOf(second), "'b'; ");
-    second = HVRawDataIterator(over(source));
+    second = SourceRows(source);
     EXPECT_EQ(recordsOf(second), "'a'; 'b'; ");
 }
 
@@ -483,7 +417,7 @@ TEST(RawDataIterator, AllocatesNothingPerRecord)
     number.SetMissingValues(std::vector<double>{9});
     EndlessSource source({number, numeric("w"), numeric("d", kFormatDate), text("t", 8)});
     source.weight = 1;
-    HVRawDataIterator cases = over(source, kWeightRound, true);
+    SourceRows cases(source, "rows", kWeightRound, true);
     const long long before = allocations;
     void* value = nullptr;
     unsigned long long length = 0;

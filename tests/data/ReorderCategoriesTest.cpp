@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "data/ReorderCategories.h"
@@ -36,58 +37,40 @@ CFField fieldOf(CFField::FieldType type, const Texts& values, const Texts& label
 
 TEST(ReorderCategories, SortsAndPutsTheReferenceLast)
 {
-    const struct
-    {
-        CFField::FieldType type;
-        Texts values;
-        Texts labels;
-        std::optional<CFValue> reference;
-        Texts newValues;
-        Texts newLabels;
-        bool isMissed;
-    } cases[] = {
-        {CFField::Nominal, {"c", "a", "b"}, {}, CFValue(CFDatum("a")), {"b", "c", "a"}, {}, false},
-        {CFField::Nominal, {"c", "a", "b"}, {}, {}, {"a", "b", "c"}, {}, false},
-        {CFField::Ordinal, {"c", "a"}, {}, CFValue(CFDatum("x")), {"a", "c"}, {}, true},
-        {CFField::Flag, {"c", "a"}, {}, CFValue(CFDatum()), {"a", "c"}, {}, false},
-        {CFField::Nominal, {"a"}, {}, CFValue(CFDatum("a")), {"a"}, {}, false},
-        {CFField::Nominal, {}, {}, CFValue(CFDatum("a")), {}, {}, false},
-        {CFField::Nominal, {}, {"b", "a"}, CFValue(CFDatum("x")), {}, {"a", "b"}, true},
-        // Pairs go by the first list, whatever the second holds.
-        {CFField::Nominal,
-         {"c", "a", "b"},
-         {"1", "3", "2"},
-         CFValue(CFDatum("b")),
-         {"a", "c", "b"},
-         {"3", "1", "2"},
-         false},
-        {CFField::Nominal,
-         {"b", "a"},
-         {"c", "b", "a"},
-         CFValue(CFDatum("a")),
-         {"b", "a"},
-         {"b", "c", "a"},
-         false},
-        {CFField::Continuous,
-         {"c", "a"},
-         {"2", "1"},
-         CFValue(CFDatum("x")),
-         {"c", "a"},
-         {"2", "1"},
-         false},
-    };
-    for (const auto& test : cases) {
-        SCOPED_TRACE(testing::PrintToString(test.values) + testing::PrintToString(test.labels));
-        const CFField field = fieldOf(test.type, test.values, test.labels);
+    using enum CFField::FieldType;
+    const auto ref = [](const char* text) { return CFValue(CFDatum(text)); };
+    const std::tuple<CFField::FieldType, Texts, Texts, std::optional<CFValue>, Texts, Texts, bool>
+        cases[] = {
+            {Nominal, {"c", "a", "b"}, {}, ref("a"), {"b", "c", "a"}, {}, false},
+            {Nominal, {"c", "a", "b"}, {}, {}, {"a", "b", "c"}, {}, false},
+            {Ordinal, {"c", "a"}, {}, ref("x"), {"a", "c"}, {}, true},
+            {Flag, {"c", "a"}, {}, CFValue(CFDatum()), {"a", "c"}, {}, false},
+            {Nominal, {"a"}, {}, ref("a"), {"a"}, {}, false},
+            {Nominal, {}, {}, ref("a"), {}, {}, false},
+            {Nominal, {}, {"b", "a"}, ref("x"), {}, {"a", "b"}, true},
+            // Pairs go by the first list, whatever the second holds.
+            {Nominal,
+             {"c", "a", "b"},
+             {"1", "3", "2"},
+             ref("b"),
+             {"a", "c", "b"},
+             {"3", "1", "2"},
+             false},
+            {Nominal, {"b", "a"}, {"c", "b", "a"}, ref("a"), {"b", "a"}, {"b", "c", "a"}, false},
+            {Continuous, {"c", "a"}, {"2", "1"}, ref("x"), {"c", "a"}, {"2", "1"}, false},
+        };
+    for (const auto& [type, values, labels, reference, newValues, newLabels, isMissed] : cases) {
+        SCOPED_TRACE(testing::PrintToString(values) + testing::PrintToString(labels));
+        const CFField field = fieldOf(type, values, labels);
         CFField out("other", CFField::Typeless, CFField::Unknown);
-        bool isMissed = !test.isMissed;
-        ReorderCategories(out, field, test.reference ? &*test.reference : nullptr, &isMissed);
-        EXPECT_EQ(textsOf(out.GetValues()), test.newValues);
-        EXPECT_EQ(textsOf(out.GetValueLabels()), test.newLabels);
-        EXPECT_EQ(isMissed, test.isMissed);
+        bool missed = !isMissed;
+        ReorderCategories(out, field, reference ? &*reference : nullptr, &missed);
+        EXPECT_EQ(textsOf(out.GetValues()), newValues);
+        EXPECT_EQ(textsOf(out.GetValueLabels()), newLabels);
+        EXPECT_EQ(missed, isMissed);
         EXPECT_EQ(out.GetName(), "f");
         if (!out.GetValues().empty()) {
-            EXPECT_EQ(out.GetValues().back().GetLabel(), "label of " + test.newValues.back());
+            EXPECT_EQ(out.GetValues().back().GetLabel(), "label of " + newValues.back());
         }
     }
 }

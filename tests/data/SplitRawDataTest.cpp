@@ -2,17 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
 #include <tuple>
-
-#include <sys/resource.h>
 
 #include "ExtNameStr.h"
 #include "FileServices.h"
 #include "Journal.h"
-#include "MemorySource.h"
 #include "TnOutput.h"
+#include "data/SourceRows.h"
+#include "support/FullDisk.h"
 #include "support/HostScopes.h"
 
 namespace {
@@ -44,26 +42,6 @@ protected:
         procedure.SetDataset(&source);
     }
     ~SplitRawData() override { EXPECT_TRUE(temporaryFiles().empty()); }
-
-    std::string served(HVRawDataIterator* cases)
-    {
-        std::string all;
-        void* value = nullptr;
-        unsigned long long length = 0;
-        while (cases->nextRecord() == 0) {
-            for (std::size_t i = 0; i < cases->getMetaData().FieldCount(); ++i) {
-                cases->getRecordValue(i, value, length);
-                if (!value)
-                    all += "- ";
-                else if (cases->getMetaData().GetField(i)->GetStorage() == CFField::String)
-                    all += std::string(static_cast<char*>(value), length) + " ";
-                else
-                    all += CFDatum(*static_cast<double*>(value)).ToString(-1) + " ";
-            }
-            all += "; ";
-        }
-        return all;
-    }
 
     /// Fills a file from the first case on.
     bool filled(HVSplitRawData& data) const
@@ -100,7 +78,7 @@ TEST_F(SplitRawData, ServesOneGroupAfterTheOther)
     auto& groups = dynamic_cast<ProcDSIterator&>(*cases);
     ASSERT_EQ(cases->NextCase(), 1);
     const std::tuple<const char*, const char*, double> expected[] = {
-        {"one", "one 1 2 ; one 2 1 ; ", 3}, {"two", "two 3 1 ; ", 1}};
+        {"one", "'one' 1 2; 'one' 2 1; ", 3}, {"two", "'two' 3 1; ", 1}};
     for (const auto& [group, records, weight] : expected) {
         HVSplitRawData data(procedure, {0, 1, 2}, {}, false);
         EXPECT_EQ(data.CreateHVRawDataIter("early", kWeightRound, true, nullptr, false), nullptr);
@@ -116,12 +94,12 @@ TEST_F(SplitRawData, ServesOneGroupAfterTheOther)
         EXPECT_EQ(iterator->getName(), "cases");
         EXPECT_TRUE(iterator->GetScoreIteration());
         EXPECT_TRUE(iterator->GetExcludeUserMissing());
-        EXPECT_EQ(served(iterator), records);
+        EXPECT_EQ(recordsOf(*iterator), records);
         EXPECT_EQ(iterator->GetWeightNCases(), weight);
         EXPECT_EQ(data.CreateHVRawDataIter("again", kWeightRound, true, nullptr, true), iterator);
         EXPECT_TRUE(data.ClearHVRawDataIter());
         EXPECT_FALSE(data.IsDataReadFileOpen());
-        EXPECT_EQ(served(data.CreateHVRawDataIter("cases", kWeightNone, true, nullptr, false)),
+        EXPECT_EQ(recordsOf(*data.CreateHVRawDataIter("cases", kWeightNone, true, nullptr, false)),
                   records);
         if (groups.SplitGroupEnd())
             groups.StartNextGroup();
@@ -145,7 +123,7 @@ TEST_F(SplitRawData, MakesADictionaryOfItsOwn)
     EXPECT_EQ(model.GetField(0)->GetName(), "renamed");
     EXPECT_EQ(model.GetField(0)->GetType(), CFField::Ordinal);
     EXPECT_EQ(model.GetField(2)->GetName(), "group");
-    EXPECT_EQ(served(iterator), "1 - one 1 ; 2 - one 2 ; 3 - two 3 ; ");
+    EXPECT_EQ(recordsOf(*iterator), "1 - 'one' 1; 2 - 'one' 2; 3 - 'two' 3; ");
     // The weight is not among the variables: the file is not weighted.
     EXPECT_EQ(iterator->GetWeightNCases(), 3);
 
@@ -166,8 +144,8 @@ TEST_F(SplitRawData, TakesCasesThatTheCallerComposes)
     EXPECT_TRUE(data.AddNewCase(nullptr));
     EXPECT_TRUE(data.CompleteDataFile());
     EXPECT_FALSE(data.IsDataWriteFileOpen());
-    EXPECT_EQ(served(data.CreateHVRawDataIter("c", kWeightRound, true, nullptr, false)),
-              "5 ; 6 ; ");
+    EXPECT_EQ(recordsOf(*data.CreateHVRawDataIter("c", kWeightRound, true, nullptr, false)),
+              "5; 6; ");
 }
 
 TEST_F(SplitRawData, FailsForGoodAndSaysWhy)
@@ -202,15 +180,10 @@ TEST_F(SplitRawData, AFullDiskFailsAndLeavesNothing)
 {
     HostJournal::instance().clear();
     HVSplitRawData data(source, {0, 1, 2}, {}, false);
-    const auto before = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit = {};
-    ::getrlimit(RLIMIT_FSIZE, &limit);
-    const rlimit full = {64, limit.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &full);
-    const bool isFilled = filled(data);
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, before);
-    EXPECT_FALSE(isFilled);
+    {
+        const FullDisk full(64);
+        EXPECT_FALSE(filled(data));
+    }
     EXPECT_TRUE(temporaryFiles().empty());
     expectFailed(data, "no room left", kLevelError);
 }
@@ -237,7 +210,7 @@ TEST_F(SplitRawData, HoldsOneGroup)
     EXPECT_EQ(iterator->getMetaData().GetField(0)->GetName(), "days");
     EXPECT_EQ(iterator->GetFreqWeightAdj(), kWeightTruncate);
     EXPECT_EQ(iterator->GetVarValidSpecs(), &specs);
-    EXPECT_EQ(served(iterator), "1 ; 2 ; 3 ; ");
+    EXPECT_EQ(recordsOf(*iterator), "1; 2; 3; ");
     data.CloseDataReadFile(); // the iterator is left to the end
     EXPECT_EQ(data.GetHVRawDataIter(), iterator);
 }
@@ -257,7 +230,7 @@ TEST_F(SplitRawData, TextsOfACodePageTakeTheirRoadThroughTheFile)
     HVRawDataIterator* iterator = data.CreateHVRawDataIter("c", kWeightRound, true, nullptr, false);
     ASSERT_NE(iterator, nullptr);
     EXPECT_EQ(iterator->getMetaData().GetField(0)->GetName(), "wört");
-    EXPECT_EQ(served(iterator), "öööö ; - ; ");
+    EXPECT_EQ(recordsOf(*iterator), "'öööö'; -; ");
 }
 
 TEST_F(SplitRawData, NamesVariablesWithoutValues)
@@ -269,7 +242,7 @@ TEST_F(SplitRawData, NamesVariablesWithoutValues)
     ASSERT_NE(iterator, nullptr);
     EXPECT_EQ(iterator->getMetaData().GetField(0)->GetName(), "empty_2");
     EXPECT_EQ(iterator->getMetaData().GetField(2)->GetName(), "empty_3");
-    EXPECT_EQ(served(iterator), "- 1 - ; - 2 - ; - 3 - ; ");
+    EXPECT_EQ(recordsOf(*iterator), "- 1 -; - 2 -; - 3 -; ");
 }
 
 } // namespace

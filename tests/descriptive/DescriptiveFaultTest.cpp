@@ -3,8 +3,8 @@
 #include <fstream>
 #include <regex>
 #include <stdexcept>
+#include <tuple>
 
-#include "JNIException.h"
 #include "descriptive/HVDescriptive.h"
 #include "descriptive/People.h"
 #include "support/JobFixture.h"
@@ -84,7 +84,7 @@ protected:
 
     ScriptedEngine engine;
     const MemorySource source = people();
-    PeopleRows rows{source};
+    SourceRows rows{source, "people"};
     const Names fields = {"town", "size"};
     const Names dates = {"day"};
     const Names none;
@@ -93,16 +93,7 @@ protected:
 TEST_F(DescriptiveFault, ResultIsThatOfTheLastStep)
 {
     const std::string model = "<DataModel></DataModel>";
-    struct AnswerCase
-    {
-        Left model;
-        Left interval;
-        bool withDates;
-        bool result;
-        std::string modelText;
-        const char* intervalText;
-    };
-    const AnswerCase cases[] = {
+    const std::tuple<Left, Left, bool, bool, std::string, const char*> cases[] = {
         {Left::Member, Left::Member, true, true, model, "{}"},
         {Left::Nothing, Left::Member, true, true, "before", "{}"},
         {Left::OtherMember, Left::Member, true, true, "before", "{}"},
@@ -183,25 +174,16 @@ TEST_F(DescriptiveFault, EndsTheJobThatTheEngineFails)
     }
 }
 
-// Whichever call of the machine fails, what was made goes.
 TEST_F(DescriptiveFault, SurvivesEveryFailureOfTheMachine)
 {
     answerWith(Left::Member, "<DataModel></DataModel>", Left::Member, "{}");
     std::string interval;
     std::string model;
     bool result = false;
-    bool reached = true;
-    for (int number = 1; reached; ++number) {
-        SCOPED_TRACE(number);
-        jni().failAt(number, RecordingJni::Fault::OutOfMemory);
-        try {
-            HVDescriptive descriptive(*runner, &rows);
-            result = descriptive.UpdateDateModel(&fields, &dates, false, interval, model, 1);
-        } catch (const JNIException&) {
-        }
-        reached = jni().endFault();
-        expectNothingLeft();
-    }
+    expectToSurviveFailures([&] {
+        HVDescriptive descriptive(*runner, &rows);
+        result = descriptive.UpdateDateModel(&fields, &dates, false, interval, model, 1);
+    });
     EXPECT_TRUE(result) << "the last run meets no failure";
     EXPECT_EQ(interval, "{}");
 }

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <regex>
+#include <tuple>
 
 #include "CFAppHost.h"
 #include "data/HVSimpleContainer.h"
@@ -51,7 +52,7 @@ protected:
     }
 
     const MemorySource source = people();
-    PeopleRows rows{source};
+    SourceRows rows{source, "people"};
     const Names fields = {"town", "persons", "size"};
 };
 
@@ -144,15 +145,8 @@ TEST_F(DescriptiveJob, WritesThreeLines)
 
 TEST_F(DescriptiveJob, TellsTheModelAndTheIntervalOfDates)
 {
-    struct DateCase
-    {
-        Names inputs;
-        Names dates;
-        bool standard;
-        const char* setting; ///< in the job
-        const char* unit;    ///< empty for no interval
-    };
-    const DateCase cases[] = {
+    // The setting is that of the job; a unit that is empty stands for no interval.
+    const std::tuple<Names, Names, bool, const char*, const char*> cases[] = {
         {{"size"}, {"day"}, true, R"("stdDateTimeFieldList":["day"])", R"("month")"},
         {{}, {"day"}, true, R"("stdDateTimeFieldList":["day"])", R"("month")"},
         {{}, {"year"}, false, R"("nonStdDateTimeFieldList":[["year"]])", R"("year")"},

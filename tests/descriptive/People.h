@@ -1,8 +1,7 @@
 #pragma once
 
 #include "HostConversions.h"
-#include "data/HVRawDataIterator.h"
-#include "data/MemorySource.h"
+#include "data/SourceRows.h"
 
 /// Weighted cases, a month and a year apart.
 inline MemorySource people()
@@ -16,14 +15,3 @@ inline MemorySource people()
     source.weight = 4;
     return source;
 }
-
-/// The source as rows by the name "people"; the weight has its role.
-class PeopleRows : public HVRawDataIterator
-{
-public:
-    explicit PeopleRows(const MemorySource& source)
-        : HVRawDataIterator(source, std::vector<int>(), {}, false, kWeightRound, false, nullptr)
-    {
-        SetName("people");
-    }
-};

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <sstream>
 
 #include <nlohmann/json.hpp>
@@ -87,7 +88,7 @@ protected:
 TEST_F(Descriptives, ComputesTheStatisticsOfASample)
 {
     // 1, 2, 3, 4, 10: mean 4; squares 9+4+1+0+36 = 50, cubes -27-8-1+216 = 180, fourths 1394.
-    ASSERT_EQ(describe("x,t\n1,a\n2,b\n3,a\n4,\n10,b\n,a\n", "{}").ending, "success");
+    succeeded(describe("x,t\n1,a\n2,b\n3,a\n4,\n10,b\n,a\n", "{}"));
     const double s2 = 12.5;
     expectStatistics("x", {{"valid", 5},
                            {"missing", 1},
@@ -112,17 +113,15 @@ TEST_F(Descriptives, ComputesTheStatisticsOfASample)
 
 TEST_F(Descriptives, WeightsStandForRepeatedRecords)
 {
-    ASSERT_EQ(describe("x\n1\n1\n1\n2.5\n4\n4\n", "{}").ending, "success");
+    succeeded(describe("x\n1\n1\n1\n2.5\n4\n4\n", "{}"));
     const char* const names[] = {"mean",          "variance", "skewness",     "kurtosis",
                                  "firstQuartile", "median",   "thirdQuartile"};
     std::vector<std::pair<const char*, double>> repeated;
     for (const char* name : names)
         repeated.emplace_back(name, statistic("x", name));
     // Records without a weight that counts are nowhere, and nor are their values.
-    ASSERT_EQ(describe("x,w\n1,3\n2.5,1\n4,2\n100,0\n200,-1\n300,\n,5\n",
-                       R"({"frequencyWeightField": "w"})")
-                  .ending,
-              "success");
+    succeeded(describe("x,w\n1,3\n2.5,1\n4,2\n100,0\n200,-1\n300,\n,5\n",
+                       R"({"frequencyWeightField": "w"})"));
     expectStatistics("x", repeated);
     expectStatistics(
         "x",
@@ -133,21 +132,8 @@ TEST_F(Descriptives, WeightsStandForRepeatedRecords)
 
 TEST_F(Descriptives, KeepsDigitsFarFromZero)
 {
-    ASSERT_EQ(describe("x\n1000000000001\n1000000000002\n1000000000003\n", "{}").ending, "success");
+    succeeded(describe("x\n1000000000001\n1000000000002\n1000000000003\n", "{}"));
     expectStatistics("x", {{"variance", 1}, {"skewness", 0}});
-}
-
-TEST_F(Descriptives, LeavesOutWhatIsNotDetermined)
-{
-    ASSERT_EQ(describe("one,same,none\n1,5,\n,5,\n,5,\n,5,\n", "{}").ending, "success");
-    EXPECT_TRUE(std::isnan(statistic("one", "variance")));
-    EXPECT_EQ(statistic("one", "median"), 1);
-    EXPECT_EQ(statistic("same", "variance"), 0);
-    EXPECT_TRUE(std::isnan(statistic("same", "skewness")));
-    EXPECT_TRUE(std::isnan(statistic("same", "kurtosis")));
-    EXPECT_EQ(statistic("none", "valid"), 0);
-    EXPECT_TRUE(std::isnan(statistic("none", "mean")));
-    EXPECT_EQ(valuesOf("none"), "");
 }
 
 TEST_F(Descriptives, TellsDistinctValuesUpToTheLimit)
@@ -155,21 +141,17 @@ TEST_F(Descriptives, TellsDistinctValuesUpToTheLimit)
     const std::pair<const char*, const char*> cases[] = {
         {"3", "3|5|7"}, {"2", ""}, {"0", ""}, {"-1", "3|5|7"}};
     for (const auto& [limit, expected] : cases) {
-        ASSERT_EQ(
-            describe("x\n7\n3\n5\n3\n", R"({"maxNOfDistinctValues": )" + std::string(limit) + "}")
-                .ending,
-            "success");
+        succeeded(
+            describe("x\n7\n3\n5\n3\n", R"({"maxNOfDistinctValues": )" + std::string(limit) + "}"));
         EXPECT_EQ(valuesOf("x"), expected) << limit;
     }
 }
 
 TEST_F(Descriptives, HonoursItsSwitches)
 {
-    ASSERT_EQ(describe("x,t\n1,a\n2,\"a  \"\n",
+    succeeded(describe("x,t\n1,a\n2,\"a  \"\n",
                        R"({"computeSummaryStats": false, "computeDistSummaryForString": false,
-                           "trimTrailingBlank": true, "inputFieldList": ["t", "x"]})")
-                  .ending,
-              "success");
+                           "trimTrailingBlank": true, "inputFieldList": ["t", "x"]})"));
     EXPECT_EQ(valuesOf("t"), "a");
     EXPECT_EQ(model().GetField(std::size_t{0})->GetName(), "t");
     EXPECT_TRUE(std::isnan(statistic("x", "mean")));
@@ -183,14 +165,10 @@ TEST_F(Descriptives, TakesDeclaredMissingValuesOfRowsForMissing)
     rows.model = R"(<DataModel><Field name="x" storage="real" measure="nominal"><Label>ecks</Label>
         <ValueLabels><Value value="1" label="one"/><Value value="-9" label="none"/></ValueLabels>
         <MissingValues><Value value="-9"/></MissingValues></Field></DataModel>)";
-    const auto result =
-        run("val out = [{\"name\": \"PMML\", \"uri\": \"$DIR/pmml.zip\"}, "
-            "{\"name\": \"StatXML\", \"uri\": \"$DIR/stat.zip\"}]\n"
-            "read({\"dataSource\": \"rows\"}) -> descriptives:descriptives({}, _, out)",
-            [&](EmbeddedHV::Execution& execution) {
-                execution.addInputIterator(nullptr, &rows, nullptr);
-            });
-    ASSERT_EQ(result.ending, "success") << result.errorText;
+    succeeded(feed(rows,
+                   "val out = [{\"name\": \"PMML\", \"uri\": \"$DIR/pmml.zip\"}, "
+                   "{\"name\": \"StatXML\", \"uri\": \"$DIR/stat.zip\"}]\n"
+                   "read({\"dataSource\": \"rows\"}) -> descriptives:descriptives({}, _, out)"));
     expectStatistics("x", {{"valid", 2}, {"missing", 3}, {"mean", 1.5}});
     EXPECT_EQ(valuesOf("x"), "1|2");
     EXPECT_EQ(model().GetField("x")->GetValues().front().GetLabel(), "one");
@@ -209,8 +187,7 @@ TEST_F(Descriptives, TakesDeclaredMissingValuesOfRowsForMissing)
 
 TEST_F(Descriptives, WritesTextsThatXmlCannotHold)
 {
-    ASSERT_EQ(describe("\"a<&\"\"\x01\",_x0001_\nx\x02,\"<DatasetSummaries>\"\n", "{}").ending,
-              "success");
+    succeeded(describe("\"a<&\"\"\x01\",_x0001_\nx\x02,\"<DatasetSummaries>\"\n", "{}"));
     const CFMetaData fields = model();
     ASSERT_EQ(fields.FieldCount(), 2U);
     EXPECT_EQ(fields.GetField(std::size_t{0})->GetName(), "a<&\"\x01");
@@ -236,29 +213,25 @@ TEST_F(Descriptives, DetectsTheIntervalOfDates)
         int duplicates;
     };
     const Case cases[] = {
-        {"2020-03-01 2021-03-01 2023-03-01", "year", 1, 4, 1, 0},
-        {"2020-01-31 2020-04-30 2020-10-31", "quarter", 1, 4, 1, 0},
-        {"2020-01-15 2020-02-15 2020-02-15 2020-05-15", "month", 1, 5, 2, 1},
-        {"2020-01-01 2020-03-01 2020-05-01 2020-09-01", "month", 2, 5, 1, 0},
-        {"2023-12-25 2024-01-01 2024-01-15", "week", 1, 4, 1, 0},
-        {"2024-02-28 2024-02-29 2024-03-02", "day", 1, 4, 1, 0},
-        {"2024-02-28 2024-03-01 2024-03-05", "day", 2, 4, 1, 0},
-        {"2020-01-01T22:30:00 2020-01-02T00:30:00 2020-01-02T04:30:00", "hour", 2, 4, 1, 0},
-        {"2020-01-01T00:00:00 2020-01-01T00:00:45", "second", 45, 2, 0, 0},
-        {"08:00:00 08:15:00 09:00:00", "minute", 15, 5, 2, 0},
-        {"08:00:00 08:00:00.25 08:00:01", "second", 0.25, 5, 2, 0},
-        {"2020-01-01 2020-01-01", "", 0, 1, 0, 1},
+        {"2020-03-01;2021-03-01;2023-03-01", "year", 1, 4, 1, 0},
+        {"2020-01-31;2020-04-30;2020-10-31", "quarter", 1, 4, 1, 0},
+        {"2020-01-15;2020-02-15;2020-02-15;2020-05-15", "month", 1, 5, 2, 1},
+        {"2020-01-01;2020-03-01;2020-05-01;2020-09-01", "month", 2, 5, 1, 0},
+        {"2023-12-25;2024-01-01;2024-01-15", "week", 1, 4, 1, 0},
+        {"2024-02-28;2024-02-29;2024-03-02", "day", 1, 4, 1, 0},
+        {"2024-02-28;2024-03-01;2024-03-05", "day", 2, 4, 1, 0},
+        {"2020-01-01 22:30:00;2020-01-02 00:30:00;2020-01-02 04:30:00", "hour", 2, 4, 1, 0},
+        {"2020-01-01 00:00:00;2020-01-01 00:00:45", "second", 45, 2, 0, 0},
+        {"08:00:00;08:15:00;09:00:00", "minute", 15, 5, 2, 0},
+        {"08:00:00;08:00:00.25;08:00:01", "second", 0.25, 5, 2, 0},
+        {"2020-01-01;2020-01-01", "", 0, 1, 0, 1},
     };
     for (const Case& tested : cases) {
-        std::istringstream values(tested.values);
+        std::istringstream list(tested.values);
         std::string csv = "d,n\n,1\n";
-        for (std::string value; values >> value;)
-            csv += value.replace(value.find('T') < value.size() ? value.find('T') : 0,
-                                 value.find('T') < value.size() ? 1 : 0,
-                                 value.find('T') < value.size() ? " " : "") +
-                   ",1\n";
-        const auto result = describe(csv, R"({"stdDateTimeFieldList": ["d"]})");
-        ASSERT_EQ(result.ending, "success") << result.errorText;
+        for (std::string value; std::getline(list, value, ';');)
+            csv += value + ",1\n";
+        const auto result = succeeded(describe(csv, R"({"stdDateTimeFieldList": ["d"]})"));
         const json interval = intervals().at(0);
         const bool found = *tested.unit != '\0';
         EXPECT_EQ(interval["unit"], found ? json(tested.unit) : json()) << tested.values;
@@ -268,12 +241,9 @@ TEST_F(Descriptives, DetectsTheIntervalOfDates)
         EXPECT_EQ(interval["duplicateRecords"], tested.duplicates) << tested.values;
         EXPECT_EQ(interval["missingRecords"], 1) << tested.values;
         EXPECT_EQ(interval["start"],
-                  std::string(tested.values).substr(0, 10).find(':') == std::string::npos
-                      ? interval["start"]
-                      : json("08:00:00"));
+                  std::string(tested.values, 0, std::strcspn(tested.values, ";")));
         EXPECT_EQ(result.messages.empty(), found) << tested.values;
     }
-    EXPECT_EQ(intervals().at(0)["start"], "2020-01-01");
 }
 
 TEST_F(Descriptives, DetectsTheIntervalOfPeriodFields)
@@ -301,9 +271,8 @@ TEST_F(Descriptives, DetectsTheIntervalOfPeriodFields)
          R"(["hour","minute"])", "minute", 4, 1, R"({"the hour":9,"minute":30})"},
     };
     for (const Case& tested : cases) {
-        const auto result = describe(tested.csv, R"({"nonStdDateTimeFieldList": [)" +
-                                                     std::string(tested.fields) + "]}");
-        ASSERT_EQ(result.ending, "success") << result.errorText;
+        succeeded(describe(tested.csv,
+                           R"({"nonStdDateTimeFieldList": [)" + std::string(tested.fields) + "]}"));
         const json interval = intervals().at(0);
         EXPECT_EQ(interval["periods"], json::parse(tested.periods)) << tested.csv;
         EXPECT_EQ(interval["unit"], tested.unit) << tested.csv;
@@ -321,10 +290,9 @@ TEST_F(Descriptives, DetectsTheIntervalOfPeriodFields)
 
 TEST_F(Descriptives, TellsOnceOfEachSettingThatIsNotDone)
 {
-    const auto result = describe("x\n1\n", R"({"computeCustomPercentiles": false,
+    const auto result = succeeded(describe("x\n1\n", R"({"computeCustomPercentiles": false,
         "outlierHandlingMethod": "markOut", "useFeatureSelection": false,
-        "measureHandling": "auto", "NumberOfThreads": 4, "computeSumaryStats": true})");
-    ASSERT_EQ(result.ending, "success");
+        "measureHandling": "auto", "NumberOfThreads": 4, "computeSumaryStats": true})"));
     std::vector<std::string> told;
     for (const auto& [id, text] : result.messages)
         told.push_back(id + text.substr(text.find(" \""), text.find("\" ") - text.find(" \"") + 1));

@@ -138,14 +138,26 @@ RecordingListener EngineFixture::run(const std::string& job, const Setup& setup)
     return listener;
 }
 
+RecordingListener EngineFixture::succeeded(RecordingListener listener)
+{
+    EXPECT_EQ(listener.ending, "success") << listener.fault();
+    return listener;
+}
+
+RecordingListener EngineFixture::feed(RowDataIterator& rows, const std::string& job)
+{
+    return run(job, [&rows](Execution& execution) {
+        execution.addInputIterator(nullptr, &rows, nullptr);
+    });
+}
+
 std::string EngineFixture::through(const std::string& csv, const std::string& steps)
 {
     write("in.csv", csv);
     std::filesystem::remove(path("out.csv"));
     const RecordingListener listener =
         run(readCsv("in.csv") + " -> " + steps + " -> " + writeCsv("out.csv"));
-    return listener.ending == "success" ? read("out.csv")
-                                        : listener.errorId + " " + listener.errorText;
+    return listener.ending == "success" ? read("out.csv") : listener.fault();
 }
 
 void EngineFixture::write(const std::string& name, const std::string& content) const
@@ -182,16 +194,38 @@ std::vector<std::string> EngineFixture::files() const
     return names;
 }
 
-std::string readCsv(const std::string& name, const std::string& more)
+std::string readFile(const std::string& name, const std::string& parser, const std::string& source,
+                     const std::string& more)
 {
-    return R"(read({"filesystem": {"locations": [{"path": "$DIR/)" + name +
-           R"(", "parser": {"name": "csv", "config": {"hasHeader": true}}}]})" + more + "})";
+    return R"(read({"filesystem": {"locations": [{"path": "$DIR/)" + name + R"(", "parser": )" +
+           parser + "}]" + source + "}" + more + "})";
+}
+
+std::string readCsv(const std::string& name, const std::string& more, const std::string& source)
+{
+    return readFile(name, R"({"name": "csv", "config": {"hasHeader": true}})", source, more);
 }
 
 std::string writeCsv(const std::string& name)
 {
     return R"(write({"dataDestination": "$DIR/)" + name +
            R"(", "dataModelDestination": "", "type": "text/csv"}))";
+}
+
+std::string numbers(int count)
+{
+    std::string csv = "n\n";
+    for (int i = 0; i < count; ++i)
+        csv += std::to_string(i) + "\n";
+    return csv;
+}
+
+std::string onesThen(const std::string& last)
+{
+    std::string csv = "x\n";
+    for (int i = 0; i < 30000; ++i)
+        csv += "1\n";
+    return csv + last + "\n";
 }
 
 } // namespace EngineTest

@@ -11,10 +11,12 @@
 #include <string>
 #include <vector>
 
+#include "Container.h"
 #include "EHVAppSetting.h"
 #include "Execution.h"
 #include "ExecutionListener.h"
 #include "HVServiceManager.h"
+#include "RowDataIterator.h"
 
 namespace EngineTest {
 
@@ -39,6 +41,8 @@ public:
     std::string executionId;
     std::vector<std::pair<std::string, std::string>> messages;
     std::vector<float> progress;
+    /// The error as users see it: its id, a blank and its text.
+    std::string fault() const { return errorId + " " + errorText; }
     /// Called at each progress report and each message.
     std::function<void()> onCall;
 
@@ -58,6 +62,10 @@ protected:
     using Setup = std::function<void(EmbeddedHV::Execution&)>;
     /// Runs a job in the test's folder: "$DIR" in the text stands for the folder's URL.
     RecordingListener run(const std::string& job, const Setup& setup = {});
+    /// What came of a job, which must have succeeded.
+    static RecordingListener succeeded(RecordingListener listener);
+    /// Runs a job with rows for a read step to take by their name.
+    RecordingListener feed(EmbeddedHV::RowDataIterator& rows, const std::string& job);
     /// A job that reads a CSV text, goes through steps and writes CSV: what it writes, or its
     /// fault.
     std::string through(const std::string& csv, const std::string& steps);
@@ -79,8 +87,35 @@ private:
     std::string _folder;
 };
 
-/// A read step for a CSV file of the test's folder, and a write step for one.
-std::string readCsv(const std::string& name, const std::string& more = "");
+/// A named file of the test.
+class NamedFile : public EmbeddedHV::Container
+{
+public:
+    NamedFile(std::string name, std::string path) : _name(std::move(name)), _path(std::move(path))
+    {
+    }
+    std::string getName() const override { return _name; }
+    std::string getAbsolutePath() const override { return _path; }
+
+private:
+    std::string _name;
+    std::string _path;
+};
+
+/// A read step for a file of the test's folder; `source` stands with its location, `more` beside
+/// it.
+std::string readFile(const std::string& name, const std::string& parser,
+                     const std::string& source = "", const std::string& more = "");
+/// The same for a CSV file with a header, and a write step for one.
+std::string readCsv(const std::string& name, const std::string& more = "",
+                    const std::string& source = "");
 std::string writeCsv(const std::string& name);
+/// Goes with the source of a read step.
+inline const std::string kWithModel = R"(, "dataModel": "$DIR/m.xml")";
+
+/// A CSV text of one column: the numbers from 0 on.
+std::string numbers(int count);
+/// One of ones that ends in a value which no reader meets before the job runs.
+std::string onesThen(const std::string& last);
 
 } // namespace EngineTest

@@ -1,4 +1,5 @@
 #include <sstream>
+#include <tuple>
 
 #include "DatabaseEvaluator.h"
 
@@ -15,12 +16,8 @@ constexpr const char* kDefinitions =
 
 TEST_F(ExpressionError, NamesStepPositionAndThing)
 {
-    const struct
-    {
-        const char* body;
-        const char* id;
-        const char* text; ///< behind the step and the line
-    } cases[] = {
+    // The text stands behind the step and the line.
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"x.S > 1", errors::kExpressionField,
          "column 15: the records have no field \"S\"; did you mean \"s\"?"},
         {"x.somethingElse", errors::kExpressionField,
@@ -99,12 +96,7 @@ TEST_F(ExpressionError, NamesStepPositionAndThing)
 
 TEST_F(ExpressionError, LambdasOfAnotherForm)
 {
-    const struct
-    {
-        const char* lambda;
-        const char* id;
-        const char* text;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"x => 1", errors::kLambdaForm,
          "expected a lambda over a record, ctx => x => body, found a number"},
         {"(ctx, x) => x.i", errors::kLambdaForm,

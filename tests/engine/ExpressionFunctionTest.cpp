@@ -3,6 +3,7 @@
 #include <cctype>
 #include <set>
 #include <span>
+#include <vector>
 
 #include "DatabaseEvaluator.h"
 #include "datafile/RaisedFault.h"
@@ -14,27 +15,15 @@ namespace {
 
 using ExpressionFunction = DatabaseEvaluator;
 
-struct FunctionCase
-{
-    const char* body;
-    const char* value;
-};
+/// A body, and its value and type.
+using FunctionCase = std::pair<const char*, const char*>;
 
 constexpr FunctionCase kConversions[] = {
     {"toReal(x.i)", "7.0:Real"},
     {"toReal(\" 1.5e1 \")", "15.0:Real"},
-    {"toReal(\"abc\")", "missing:Real"},
-    {"toReal(\"\")", "missing:Real"},
-    {"toReal(\"nan\")", "missing:Real"},
-    {"toReal(\"-infinity\")", "missing:Real"},
-    {"toReal(\"1e999\")", "missing:Real"},
-    {"toReal(\"1_000\")", "missing:Real"},
     {"toInteger(x.j)", "-2:Integer"},
     {"toInteger(-2.9)", "-2:Integer"},
-    {"toInteger(1e300)", "missing:Integer"},
     {"toInteger(\" +12 \")", "12:Integer"},
-    {"toInteger(\"12.7\")", "missing:Integer"},
-    {"toInteger(\"9223372036854775808\")", "missing:Integer"},
     {"toString(x.i)", "7:String"},
     {"toString(0.1 + 0.2)", "0.30000000000000004:String"},
     {"toString(2.0)", "2.0:String"},
@@ -43,26 +32,18 @@ constexpr FunctionCase kConversions[] = {
     {"toString(x.t)", "03:04:05.5:String"},
     {"toString(x.ts)", "2024-02-29 23:59:58.25:String"},
     {"toDate(\"2024-02-29\")", "2024-02-29:Date"},
-    {"toDate(\"2023-02-29\")", "missing:Date"},
-    {"toDate(\"infinity\")", "missing:Date"},
-    {"toDate(\"epoch\")", "missing:Date"},
-    {"toDate(\" \")", "missing:Date"},
     {"toDate(\"29.02.24\", \"dd.MM.yy\")", "2024-02-29:Date"},
     {"toDate(\"1 February 1999\", \"d MMMM yyyy\")", "1999-02-01:Date"},
-    {"toDate(\"366\", \"D\")", "missing:Date"},
-    {"toDate(\"2023-366\", \"yyyy-D\")", "missing:Date"},
     {"toDate(\"2024-366\", \"yyyy-D\")", "2024-12-31:Date"},
     {"toDate(\"366 %j 1\", \"yyy '%j' D\")", "0366-01-01:Date"},
     {"toDate(x.ts)", "2024-02-29:Date"},
     {"toTime(\"23:59\")", "23:59:00:Time"},
     {"toTime(\"23:59:59.123456\")", "23:59:59.123456:Time"},
-    {"toTime(\"24:00:00\")", "missing:Time"},
     {"toTime(\"03.15 PM\", \"hh.mm a\")", "15:15:00:Time"},
     {"toTime(x.ts)", "23:59:58.25:Time"},
     {"toTimestamp(\"2024-02-29T01:02\")", "2024-02-29 01:02:00:Timestamp"},
     {"toTimestamp(\"2024-02-29 01:02:03.5\")", "2024-02-29 01:02:03.5:Timestamp"},
     {"toTimestamp(\"2024-02-29\")", "2024-02-29 00:00:00:Timestamp"},
-    {"toTimestamp(\"x\")", "missing:Timestamp"},
     {"toTimestamp(\"20240229-0102\", \"yyyyMMdd-HHmm\")", "2024-02-29 01:02:00:Timestamp"},
     {"toTimestamp(x.d)", "2024-02-29 00:00:00:Timestamp"},
 };
@@ -72,17 +53,8 @@ constexpr FunctionCase kDates[] = {
     {"[hour(x.t), minute(x.t), second(x.t)]", "[3.0, 4.0, 5.0]:List"},
     {"[hour(x.ts), minute(x.ts), second(x.ts), hour(x.d)]", "[23.0, 59.0, 58.0, 0.0]:List"},
     {"date(2024, 2, 29)", "2024-02-29:Date"},
-    {"date(2023, 2, 29)", "missing:Date"},
-    {"date(2024, 13, 1)", "missing:Date"},
-    {"date(2024, 1, -1)", "missing:Date"},
-    {"date(0, 1, 1)", "missing:Date"},
     {"time(23, 59, 59.5)", "23:59:59.5:Time"},
-    {"time(24, 0, 0)", "missing:Time"},
-    {"time(1, 2, 60)", "missing:Time"},
-    {"time(23, 59, 59.9999999)", "missing:Time"},
     {"timestamp(2024, 2, 29, 1, 2, 3.25)", "2024-02-29 01:02:03.25:Timestamp"},
-    {"timestamp(2024, 2, 30, 1, 2, 3)", "missing:Timestamp"},
-    {"timestamp(2024, 2, 29, 25, 2, 3)", "missing:Timestamp"},
     {"week(date(2021, 1, 3))", "53:Integer"},
     {"dayOfYear(date(2024, 12, 31))", "366:Integer"},
     {"dayOfWeek(date(2024, 3, 3))", "7:Integer"},
@@ -93,9 +65,6 @@ constexpr FunctionCase kDates[] = {
     {"addMonths(x.ts, 12)", "2025-02-28 23:59:58.25:Timestamp"},
     {"addSeconds(x.ts, 1.75)", "2024-03-01 00:00:00:Timestamp"},
     {"addSeconds(x.d, -1)", "2024-02-28 23:59:59:Timestamp"},
-    {"addDays(x.d, 99999999999)", "missing:Date"},
-    {"addMonths(x.ts, -2147483647)", "missing:Timestamp"},
-    {"addSeconds(x.ts, 1e300)", "missing:Timestamp"},
     {"daysBetween(x.d, date(2024, 1, 1))", "-59:Integer"},
     {"daysBetween(x.ts, toTimestamp(\"2024-03-01\"))", "1:Integer"},
     {"daysBetween(x.d, addSeconds(x.ts, 2))", "1:Integer"},
@@ -116,11 +85,6 @@ constexpr FunctionCase kTexts[] = {
     {"substring(\"größe\", 4, 99999999999)", "ße:String"},
     {"substring(\"größe\", 99999999999, 1)", ":String"},
     {"substring(\"größe\", 2, -1)", ":String"},
-    {"startsWith(x.s, \"Ab\")", "true:Boolean"},
-    {"startsWith(x.s, \"\")", "true:Boolean"},
-    {"endsWith(x.s, \" C\")", "false:Boolean"},
-    {"contains(x.s, \"b c\")", "true:Boolean"},
-    {"contains(\"50%\", \"%\")", "true:Boolean"},
     {"indexOf(\"größe\", \"ß\")", "4:Integer"},
     {"indexOf(\"größe\", \"x\")", "0:Integer"},
     {"replace(\"a.b.c\", \".\", \"\")", "abc:String"},
@@ -128,11 +92,8 @@ constexpr FunctionCase kTexts[] = {
     {"concat(\"a\", x.ms, \"b\")", "ab:String"},
     {"split(\"a;b;c\", \";\", 2)", "b:String"},
     {"split(\"a;b;c\", \";\", 4)", ":String"},
-    {"split(\"a;b;c\", \";\", 0)", "missing:String"},
     {"padLeft(\"7\", 3, \"0\")", "007:String"},
     {"padLeft(\"1234\", 3, \"0\")", "1234:String"},
-    {"padLeft(\"7\", 3, \"\")", "missing:String"},
-    {"padLeft(\"7\", 99999999999, \"0\")", "missing:String"},
     {"padRight(\"é\", 3, \"xy\")", "éxy:String"},
 };
 
@@ -145,28 +106,41 @@ constexpr FunctionCase kNumbers[] = {
     {"round(2.347, 2)", "2.35:Real"},
     {"round(1234, -2)", "1200.0:Real"},
     {"round(2.5, 99999999999)", "2.5:Real"},
-    {"sqrt(-1)", "missing:Real"},
-    {"ln(0)", "missing:Real"},
-    {"ln(-x.r)", "missing:Real"},
-    {"log10(0)", "missing:Real"},
-    {"power(2, 0.5) ** 2 > 1.99", "true:Boolean"},
-    {"power(-1, 0.5)", "missing:Real"},
     {"min(x.i, x.r, x.mr)", "2.5:Real"},
     {"max(3)", "3:Integer"},
     {"max(x.s, \"B\")", "B:String"},
     {"max(x.d, x.ts)", "2024-02-29 23:59:58.25:Timestamp"},
-    {"min(x.mi, null)", "missing:Integer"},
-    {"sin(1e308 * 10)", "missing:Real"},
-    {"asin(2)", "missing:Real"},
-    {"acos(-1.1)", "missing:Real"},
-    {"atan2(0, -1) == pi()", "true:Boolean"},
-    {"isMissing(x.mi)", "true:Boolean"},
-    {"isMissing(x.l)", "false:Boolean"},
-    {"isMissing(null)", "true:Boolean"},
     {"ifMissing(x.mi, 2.5)", "2.5:Real"},
     {"ifMissing(x.ms, \"none\")", "none:String"},
-    {"nullIf(x.i, 7)", "missing:Integer"},
     {"nullIf(x.i, 8.5)", "7.0:Real"},
+};
+
+/// Values and types, and the bodies that have them.
+const std::pair<const char*, std::vector<const char*>> kShared[] = {
+    {"missing:Real",
+     {"toReal(\"abc\")", "toReal(\"\")", "toReal(\"nan\")", "toReal(\"-infinity\")",
+      "toReal(\"1e999\")", "toReal(\"1_000\")", "sqrt(-1)", "ln(0)", "ln(-x.r)", "log10(0)",
+      "power(-1, 0.5)", "sin(1e308 * 10)", "asin(2)", "acos(-1.1)"}},
+    {"missing:Integer",
+     {"toInteger(1e300)", "toInteger(\"12.7\")", "toInteger(\"9223372036854775808\")",
+      "min(x.mi, null)", "nullIf(x.i, 7)"}},
+    {"missing:Date",
+     {"toDate(\"2023-02-29\")", "toDate(\"infinity\")", "toDate(\"epoch\")", "toDate(\" \")",
+      "toDate(\"366\", \"D\")", "toDate(\"2023-366\", \"yyyy-D\")", "date(2023, 2, 29)",
+      "date(2024, 13, 1)", "date(2024, 1, -1)", "date(0, 1, 1)", "addDays(x.d, 99999999999)"}},
+    {"missing:Time",
+     {"toTime(\"24:00:00\")", "time(24, 0, 0)", "time(1, 2, 60)", "time(23, 59, 59.9999999)"}},
+    {"missing:Timestamp",
+     {"toTimestamp(\"x\")", "timestamp(2024, 2, 30, 1, 2, 3)", "timestamp(2024, 2, 29, 25, 2, 3)",
+      "addMonths(x.ts, -2147483647)", "addSeconds(x.ts, 1e300)"}},
+    {"true:Boolean",
+     {"startsWith(x.s, \"Ab\")", "startsWith(x.s, \"\")", "contains(x.s, \"b c\")",
+      "contains(\"50%\", \"%\")", "power(2, 0.5) ** 2 > 1.99", "atan2(0, -1) == pi()",
+      "isMissing(x.mi)", "isMissing(null)"}},
+    {"false:Boolean", {"endsWith(x.s, \" C\")", "isMissing(x.l)"}},
+    {"missing:String",
+     {"split(\"a;b;c\", \";\", 0)", "padLeft(\"7\", 3, \"\")",
+      "padLeft(\"7\", 99999999999, \"0\")"}},
 };
 
 TEST_F(ExpressionFunction, GivesWhatTheTableOfThePageSays)
@@ -174,6 +148,9 @@ TEST_F(ExpressionFunction, GivesWhatTheTableOfThePageSays)
     for (const auto cases :
          {std::span<const FunctionCase>(kConversions), {kDates}, {kTexts}, {kNumbers}})
         for (const auto& [body, value] : cases)
+            EXPECT_EQ(valueOf(body), value) << body;
+    for (const auto& [value, bodies] : kShared)
+        for (const char* body : bodies)
             EXPECT_EQ(valueOf(body), value) << body;
 }
 

@@ -3,15 +3,14 @@
 
 #include <atomic>
 #include <chrono>
-#include <csignal>
+#include <optional>
 #include <thread>
+#include <tuple>
 
-#include <sys/resource.h>
-
-#include "Container.h"
 #include "EngineException.h"
 #include "EnginePreload.h"
 #include "MetadataService.h"
+#include "support/FullDisk.h"
 
 using namespace EngineTest;
 using namespace std::chrono_literals;
@@ -42,13 +41,6 @@ protected:
         execution->dispose(nullptr);
         return std::chrono::duration_cast<std::chrono::milliseconds>(end - cancelled);
     }
-    void writeNumbers(int count)
-    {
-        std::string csv = "n\n";
-        for (int i = 0; i < count; ++i)
-            csv += std::to_string(i) + "\n";
-        write("n.csv", csv);
-    }
     /// A job over n.csv that runs for minutes: every record with every record.
     std::string endless() const
     {
@@ -60,7 +52,7 @@ protected:
 
 TEST_F(JobLifeTest, ARunningJobIsCancelledAtOnceAndLeavesNothing)
 {
-    writeNumbers(50000);
+    write("n.csv", numbers(50000));
     const std::string count = R"(aggregate({"output": [{"function": "key", "input": "n"},
                                                        {"function": "count"}]}) -> )";
     for (const std::string& job :
@@ -112,7 +104,7 @@ TEST_F(JobLifeTest, SlowRowsDoNotDelayACancellation)
 
 TEST_F(JobLifeTest, AListenerThatThrowsEndsTheJobAndGetsItsExceptionBack)
 {
-    writeNumbers(50000);
+    write("n.csv", numbers(50000));
     const auto execution = newExecution(endless() + writeCsv("out.csv"));
     RecordingListener listener;
     listener.onCall = [] { throw std::runtime_error("listener"); };
@@ -120,26 +112,20 @@ TEST_F(JobLifeTest, AListenerThatThrowsEndsTheJobAndGetsItsExceptionBack)
     EXPECT_EQ(listener.ending, "");
     execution->dispose(nullptr);
     EXPECT_EQ(files(), std::vector<std::string>{"n.csv"});
-    EXPECT_EQ(run(readCsv("n.csv") + " -> " + writeCsv("out.csv")).ending, "success");
+    succeeded(run(readCsv("n.csv") + " -> " + writeCsv("out.csv")));
 }
 
 TEST_F(JobLifeTest, ProgressGrowsFromStatementToStatement)
 {
-    writeNumbers(10);
+    write("n.csv", numbers(10));
     const auto listener = run(readCsv("n.csv") + " -> " + writeCsv("a.csv") + readCsv("n.csv") +
                               " -> " + writeCsv("b.csv"));
     EXPECT_EQ(listener.progress.back(), 1.0F);
     EXPECT_TRUE(std::count(listener.progress.begin(), listener.progress.end(), 0.5F));
 }
 
-struct ProgramCase
-{
-    const char* what;
-    const char* job;
-    const char* fault; ///< empty for a success
-};
-
-constexpr ProgramCase kPrograms[] = {
+/// The fault is empty for a success.
+constexpr std::tuple<const char*, const char*, const char*> kPrograms[] = {
     {"a syntax error", "val = 3", "HVEPA0001E line 1, column 5"},
     {"a name bound twice", "val a = 1 val a = 2", "HVEPL0008E line 1, column"},
     {"a chain and a value of one name", "val a = 1 val a = IN", R"(the name "a" is bound already)"},
@@ -173,38 +159,35 @@ constexpr ProgramCase kPrograms[] = {
 
 TEST_F(JobLifeTest, ProgramsArePlannedWholeBeforeAFileIsWritten)
 {
-    writeNumbers(5);
-    for (const ProgramCase& one : kPrograms) {
-        SCOPED_TRACE(one.what);
-        std::string job = one.job;
+    write("n.csv", numbers(5));
+    for (const auto& [what, job, fault] : kPrograms) {
+        SCOPED_TRACE(what);
+        std::string program = job;
         for (const auto& [mark, text] :
              {std::pair<std::string, std::string>{"IN", readCsv("n.csv")},
               {"OUT", writeCsv("out.csv")}})
-            for (auto at = job.find(mark); at != std::string::npos;
-                 at = job.find(mark, at + text.size()))
-                job.replace(at, mark.size(), text);
-        const auto listener = run(job);
-        const std::string fault = one.fault;
-        EXPECT_THAT(listener.errorId + " " + listener.errorText,
-                    HasSubstr(fault.empty() ? " " : fault));
-        EXPECT_EQ(listener.ending, fault.empty() ? "success" : "error");
-        EXPECT_EQ(files().size(), fault.empty() ? 2U : 1U);
+            for (auto at = program.find(mark); at != std::string::npos;
+                 at = program.find(mark, at + text.size()))
+                program.replace(at, mark.size(), text);
+        const auto listener = run(program);
+        const std::string expected = fault;
+        EXPECT_THAT(listener.fault(), HasSubstr(expected.empty() ? " " : expected));
+        EXPECT_EQ(listener.ending, expected.empty() ? "success" : "error");
+        EXPECT_EQ(files().size(), expected.empty() ? 2U : 1U);
         std::filesystem::remove(path("out.csv"));
     }
-    const auto empty = run("// nothing");
-    EXPECT_EQ(empty.ending, "success");
+    const auto empty = succeeded(run("// nothing"));
     ASSERT_EQ(empty.messages.size(), 1U);
     EXPECT_EQ(empty.messages[0].first, "HVERT0005W");
 }
 
 TEST_F(JobLifeTest, LongChainsRun)
 {
-    writeNumbers(3);
+    write("n.csv", numbers(3));
     std::string chain = readCsv("n.csv");
     for (int i = 0; i < 300; ++i)
         chain += " -> reclassifyField(_, c => x => (\"n\", x.n + 1))";
-    const auto listener = run(chain + " -> " + writeCsv("out.csv"));
-    ASSERT_EQ(listener.ending, "success") << listener.errorText;
+    succeeded(run(chain + " -> " + writeCsv("out.csv")));
     EXPECT_EQ(read("out.csv"), "n\n300\n301\n302\n");
     for (int i = 0; i < 3000; ++i)
         chain += " -> filterRecords(_, c => x => true)";
@@ -212,60 +195,25 @@ TEST_F(JobLifeTest, LongChainsRun)
                 HasSubstr("more than 2000 steps"));
 }
 
-TEST_F(JobLifeTest, AStatementReadsWhatAnEarlierOneWrote)
-{
-    write("in.csv", "a\n1\n2\n");
-    const auto listener = run(readCsv("in.csv") + R"( -> write({"dataDestination": "step.hvbf",
-        "type": "hvbf"})
-        val step = read({"filesystem": {"locations": [{"path": "step.hvbf",
-            "parser": {"name": "hvbf", "config": {}}}]}})
-        step -> deriveField(_, c => x => ("b", x.a * 10)) -> )" +
-                              writeCsv("out.csv"));
-    ASSERT_EQ(listener.ending, "success") << listener.errorText;
-    EXPECT_EQ(read("out.csv"), "a,b\n1,10\n2,20\n");
-}
-
-/// A named file of the test.
-class NamedFile : public EmbeddedHV::Container
-{
-public:
-    NamedFile(std::string name, std::string path) : _name(std::move(name)), _path(std::move(path))
-    {
-    }
-    std::string getName() const override { return _name; }
-    std::string getAbsolutePath() const override { return _path; }
-
-private:
-    std::string _name;
-    std::string _path;
-};
-
 TEST_F(JobLifeTest, ContainersStandForTheirPaths)
 {
     write("in.csv", "a\n1\n");
     NamedFile input("source", path("in.csv"));
     NamedFile output("result", path("out.csv"));
-    const auto listener =
-        run(R"(read({"filesystem": {"locations": [{"path": "source", "parser": {"name": "csv",
+    succeeded(run(R"(read({"filesystem": {"locations": [{"path": "source", "parser": {"name": "csv",
             "config": {"hasHeader": true}}}]}})
             -> write({"dataDestination": "result", "type": "text/csv"}))",
-            [&](EmbeddedHV::Execution& execution) {
-                execution.addInputContainer(nullptr, &input);
-                execution.addOutputContainer(nullptr, &output);
-            });
-    ASSERT_EQ(listener.ending, "success") << listener.errorText;
+                  [&](EmbeddedHV::Execution& execution) {
+                      execution.addInputContainer(nullptr, &input);
+                      execution.addOutputContainer(nullptr, &output);
+                  }));
     EXPECT_EQ(read("out.csv"), "a\n1\n");
 }
 
 TEST_F(JobLifeTest, AFullDiskIsToldAndLeavesNothing)
 {
-    writeNumbers(300000);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit small = before;
-    small.rlim_cur = 100000;
-    setrlimit(RLIMIT_FSIZE, &small);
+    write("n.csv", numbers(300000));
+    std::optional<FullDisk> full(100000);
     for (const char* destination :
          {R"("$DIR/out.csv", "type": "text/csv")", R"("$DIR/out.hvbf", "type": "hvbf")",
           R"("$DIR/out.sav", "type": "application/x-vexa-sav", "dataPassword": "p")"}) {
@@ -276,9 +224,8 @@ TEST_F(JobLifeTest, AFullDiskIsToldAndLeavesNothing)
         EXPECT_THAT(listener.errorText, HasSubstr("/out."));
         EXPECT_EQ(files(), std::vector<std::string>{"n.csv"});
     }
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(run(readCsv("n.csv") + " -> " + writeCsv("out.csv")).ending, "success");
+    full.reset();
+    succeeded(run(readCsv("n.csv") + " -> " + writeCsv("out.csv")));
 }
 
 TEST_F(JobLifeTest, JobsRunSideBySide)
@@ -337,7 +284,7 @@ TEST_F(JobLifeTest, AListenerWithoutIdsGetsTexts)
 
 TEST_F(JobLifeTest, MetadataOfAJobComesWithoutRunningIt)
 {
-    writeNumbers(3);
+    write("n.csv", numbers(3));
     EmbeddedHV::MetadataService& metadata = *service().getMetaDataService();
     const NamedFile container("model", path("model.xml"));
     void* reserved = nullptr;

@@ -1,6 +1,7 @@
 #include "engine/EngineFixture.h"
 
 #include <fstream>
+#include <tuple>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,12 +18,11 @@ class ReadWriteTest : public EngineFixture
 protected:
     /// Reads a file of the given form and gives it as CSV, or the fault.
     std::string asCsv(const std::string& name, const std::string& parser,
-                      const std::string& more = "")
+                      const std::string& source = "")
     {
         std::filesystem::remove(path("as.csv"));
-        last = run(R"(read({"filesystem": {"locations": [{"path": "$DIR/)" + name +
-                   R"(", "parser": )" + parser + "}]" + more + "}}) -> " + writeCsv("as.csv"));
-        return last.ending == "success" ? read("as.csv") : last.errorId + " " + last.errorText;
+        last = run(readFile(name, parser, source) + " -> " + writeCsv("as.csv"));
+        return last.ending == "success" ? read("as.csv") : last.fault();
     }
     static constexpr const char* kCsv = R"({"name": "csv", "config": {"hasHeader": true}})";
     static constexpr const char* kBareCsv = R"({"name": "csv"})";
@@ -32,15 +32,8 @@ protected:
     RecordingListener last;
 };
 
-struct ValueCase
-{
-    const char* what;
-    const char* content;
-    const char* types; ///< of the fields, as the data model says them
-    const char* result;
-};
-
-constexpr ValueCase kValues[] = {
+/// The types are those of the fields, in the words of the data model.
+constexpr std::tuple<const char*, const char*, const char*, const char*> kValues[] = {
     {"plain types", "i,r,s,d,t,z\n1,1.5,x,2012-02-29,9:05,2012-02-29T10:00\n",
      "integer real string date time timestamp",
      "i,r,s,d,t,z\n1,1.5,x,2012-02-29,09:05:00,2012-02-29 10:00:00\n"},
@@ -63,6 +56,8 @@ constexpr ValueCase kValues[] = {
      "a,b\r\n1,2\r\n3,4",
      "integer integer", "a,b\n1,2\n3,4\n"},
     {"no record", "a,b\n", "string string", "a,b\n"},
+    {"blank lines before the names and between", "\xEF\xBB\xBF\n\na,b\n\n1,2\n\n3,4\n",
+     "integer integer", "a,b\n1,2\n3,4\n"},
     {"comment signs and other delimiters are data", "#a;b\n#1;2\n", "string",
      "\"#a;b\"\n\"#1;2\"\n"},
     {"not a number and infinity", "r\nnan\n-inf\n1\n", "real", "r\nnan\n-inf\n1.0\n"},
@@ -71,32 +66,26 @@ constexpr ValueCase kValues[] = {
 
 TEST_F(ReadWriteTest, CsvValuesKeepTheirMeaning)
 {
-    for (const ValueCase& one : kValues) {
-        SCOPED_TRACE(one.what);
-        write("in.csv", one.content);
-        EXPECT_EQ(asCsv("in.csv", kCsv), one.result);
+    for (const auto& [what, content, types, result] : kValues) {
+        SCOPED_TRACE(what);
+        write("in.csv", content);
+        EXPECT_EQ(asCsv("in.csv", kCsv), result);
         // What was written reads back as the same.
         std::filesystem::copy_file(path("as.csv"), path("again.csv"));
-        EXPECT_EQ(asCsv("again.csv", kCsv), one.result);
+        EXPECT_EQ(asCsv("again.csv", kCsv), result);
         std::filesystem::remove(path("again.csv"));
-        // And through the binary form, whose document tells the types.
+        // And through the binary form, whose document tells the storages.
         run(readCsv("in.csv") + R"( -> write({"dataDestination": "$DIR/b.hvbf",
             "dataModelDestination": "$DIR/b.xml", "type": "hvbf"}))");
-        EXPECT_EQ(asCsv("b.hvbf", kHvbf), one.result);
-        std::string types;
+        EXPECT_EQ(asCsv("b.hvbf", kHvbf), result);
+        std::string storages;
         const std::string xml = read("b.xml");
         for (auto at = xml.find("storage=\""); at != std::string::npos;
              at = xml.find("storage=\"", at + 1))
-            types +=
-                (types.empty() ? "" : " ") + xml.substr(at + 9, xml.find('"', at + 9) - at - 9);
-        EXPECT_EQ(types, one.types);
+            storages +=
+                (storages.empty() ? "" : " ") + xml.substr(at + 9, xml.find('"', at + 9) - at - 9);
+        EXPECT_EQ(storages, types);
     }
-}
-
-TEST_F(ReadWriteTest, WithoutAHeaderFieldsHaveNumbers)
-{
-    write("in.csv", "1,x\n2,y\n");
-    EXPECT_EQ(asCsv("in.csv", kBareCsv), "field1,field2\n1,x\n2,y\n");
 }
 
 /// A value far behind the head of the file, which alone is looked at before the job runs.
@@ -108,12 +97,11 @@ TEST_F(ReadWriteTest, LateValuesDecideOnTypesToo)
         for (int i = 0; i < 60000; ++i)
             file << i << "," << (i == 50000 ? value : "7") << "\n";
         file.close();
-        const auto listener = run("val d = " + readCsv("late.csv", more) + R"(
+        succeeded(run("val d = " + readCsv("late.csv", more) + R"(
                 d -> filterRecords(_, c => x => x.n == 50000) -> )" +
-                                  writeCsv("one.csv") + R"(
+                      writeCsv("one.csv") + R"(
                 d -> aggregate({"output": [{"function": "max", "input": "k"}]}) -> )" +
-                                  writeCsv("max.csv"));
-        EXPECT_EQ(listener.ending, "success") << listener.errorText;
+                      writeCsv("max.csv")));
         return read("one.csv") + read("max.csv");
     };
     EXPECT_EQ(late("7"), "n,k\n50000,7\nmax_k\n7\n");
@@ -129,9 +117,7 @@ TEST_F(ReadWriteTest, ADataModelFixesTypesNamesAndLabels)
         role="target"><Label>The key</Label></Field><Field name="v" storage="real"
         measure="continuous" role="input"/></DataModel>)");
     write("in.csv", "v,k\n1,007\n2,8\n");
-    const auto read = [&](const char* parser) {
-        return asCsv("in.csv", parser, R"(, "dataModel": "$DIR/m.xml")");
-    };
+    const auto read = [&](const char* parser) { return asCsv("in.csv", parser, kWithModel); };
     EXPECT_EQ(read(kCsv), "v,k\n1.0,007\n2.0,8\n");
 
     write("in.csv", "x,1.5\n");
@@ -151,9 +137,8 @@ TEST_F(ReadWriteTest, ADataModelFixesTypesNamesAndLabels)
     write("in.csv", "n\n1\n2.5\n");
     EXPECT_THAT(read(kCsv), HasSubstr(R"(in.csv:3: field "n": "2.5" is not Integer)"));
     write("in.csv", "n,g\n1,a\n2,b\n");
-    run(R"(read({"filesystem": {"locations": [{"path": "$DIR/in.csv", "parser": {"name": "csv",
-        "config": {"hasHeader": true}}}], "dataModel": "$DIR/m.xml"}})
-        -> aggregate({"output": [{"function": "key", "input": "n", "outName": "m"}]})
+    run(readCsv("in.csv", "", kWithModel) +
+        R"( -> aggregate({"output": [{"function": "key", "input": "n", "outName": "m"}]})
         -> write({"dataDestination": "$DIR/o.hvbf", "dataModelDestination": "$DIR/o.xml",
                   "type": "hvbf"}))");
     EXPECT_THAT(EngineFixture::read("o.xml"),
@@ -169,15 +154,12 @@ TEST_F(ReadWriteTest, WhatIsKnownOfValuesTravelsWithTheField)
     write("in.csv", "n,s\n1,a\n2,b\n");
     // The model of a field that went through steps, by way of a file.
     const auto through = [&](const std::string& steps) {
-        const auto listener = run(R"(val d = read({"filesystem": {"locations": [
-            {"path": "$DIR/in.csv", "parser": {"name": "csv", "config": {"hasHeader": true}}}],
-            "dataModel": "$DIR/m.xml"}})
-            )" + steps + R"( -> write({"dataDestination": "$DIR/o.hvbf",
-            "dataModelDestination": "$DIR/o.xml", "type": "hvbf"})
-            read({"filesystem": {"locations": [{"path": "$DIR/o.hvbf", "parser": {"name": "hvbf",
-            "config": {}}}]}}) -> write({"dataDestination": "$DIR/p.csv",
-            "dataModelDestination": "$DIR/p.xml", "type": "text/csv"}))");
-        EXPECT_EQ(listener.ending, "success") << listener.errorText;
+        succeeded(run("val d = " + readCsv("in.csv", "", kWithModel) + "\n" + steps +
+                      R"( -> write({"dataDestination": "$DIR/o.hvbf", "type": "hvbf",
+                              "dataModelDestination": "$DIR/o.xml"}))" +
+                      readFile("o.hvbf", kHvbf) +
+                      R"( -> write({"dataDestination": "$DIR/p.csv", "type": "text/csv",
+                              "dataModelDestination": "$DIR/p.xml"}))"));
         EXPECT_EQ(EngineFixture::read("p.xml"), EngineFixture::read("o.xml"));
         return *CFMetaData(EngineFixture::read("p.xml")).GetField("n");
     };
@@ -192,10 +174,7 @@ TEST_F(ReadWriteTest, WhatIsKnownOfValuesTravelsWithTheField)
     std::string real = EngineFixture::read("m.xml");
     real.replace(real.find("integer"), 7, "real");
     CFField expected = *CFMetaData(real).GetField("n");
-    EXPECT_EQ(through(R"(val e = read({"filesystem": {"locations": [{"path": "$DIR/r.csv",
-        "parser": {"name": "csv", "config": {"hasHeader": true}}}]}})
-        union({}, a: d, b: e))"),
-              expected);
+    EXPECT_EQ(through("val e = " + readCsv("r.csv") + " union({}, a: d, b: e)"), expected);
     expected = known;
     expected.SetValues({});
     EXPECT_EQ(through(R"(d -> reclassifyField(_, c => x => ("n", x.n + 1)))"), expected);
@@ -211,7 +190,7 @@ TEST_F(ReadWriteTest, ADataModelBesideABinaryFileSuitsIt)
     const auto read = [this](const std::string& field) {
         write("m.xml", R"(<DataModel version="1"><Field )" + field +
                            R"( measure="nominal" role="input"/></DataModel>)");
-        return asCsv("b.hvbf", kHvbf, R"(, "dataModel": "$DIR/m.xml")");
+        return asCsv("b.hvbf", kHvbf, kWithModel);
     };
     EXPECT_EQ(read(R"(name="n" storage="real")"), "n,d\n1.0,2024-02-29\n");
     EXPECT_EQ(read(R"(name="d" storage="timestamp")"), "n,d\n1,2024-02-29 00:00:00\n");
@@ -222,16 +201,8 @@ TEST_F(ReadWriteTest, ADataModelBesideABinaryFileSuitsIt)
                 HasSubstr(R"(a field "nn", which the file lacks; did you mean "n"?)"));
 }
 
-struct FaultCase
-{
-    const char* what;
-    const char* file;
-    const char* parser;
-    const char* fault;
-};
-
 /// The files are made by the test.
-constexpr FaultCase kFaults[] = {
+constexpr std::tuple<const char*, const char*, const char*, const char*> kFaults[] = {
     {"missing", "none.csv", R"({"name": "csv"})", "HVEIO0001E read: $DIR/none.csv: there is no"},
     {"a folder", "folder", R"({"name": "csv"})", "HVEIO0002E read: $DIR/folder: this is a folder"},
     {"empty", "empty.csv", R"({"name": "csv"})", "HVEIO0004E read: $DIR/empty.csv: the file is"},
@@ -269,22 +240,19 @@ TEST_F(ReadWriteTest, FilesThatCannotBeReadAreNamed)
         "$DIR/data.hvbf", "type": "hvbf"}))");
     const std::string whole = read("data.hvbf");
     write("cut.hvbf", whole.substr(0, whole.size() / 2));
-    std::string numbers = "n\n";
-    for (int i = 0; i < 5000; ++i)
-        numbers += std::to_string(i * 7919 % 5003) + "\n";
-    write("numbers.csv", numbers);
+    write("numbers.csv", numbers(5000));
     run(readCsv("numbers.csv") + R"( -> write({"dataDestination": "$DIR/damaged.hvbf",
         "type": "hvbf"}))");
     std::string damaged = read("damaged.hvbf");
     damaged.replace(4, 400, std::string(400, '\x55'));
     write("damaged.hvbf", damaged);
     const auto before = files();
-    for (const FaultCase& one : kFaults) {
-        SCOPED_TRACE(one.what);
-        std::string fault = one.fault;
-        if (const auto mark = fault.find("$DIR"); mark != std::string::npos)
-            fault.replace(mark, 4, path("").substr(0, path("").size() - 1));
-        EXPECT_THAT(asCsv(one.file, one.parser), HasSubstr(fault));
+    for (const auto& [what, file, parser, fault] : kFaults) {
+        SCOPED_TRACE(what);
+        std::string expected = fault;
+        if (const auto mark = expected.find("$DIR"); mark != std::string::npos)
+            expected.replace(mark, 4, path("").substr(0, path("").size() - 1));
+        EXPECT_THAT(asCsv(file, parser), HasSubstr(expected));
         EXPECT_EQ(files(), before);
     }
     if (geteuid() != 0) {
@@ -380,11 +348,9 @@ TEST_F(ReadWriteTest, PathsComeInSeveralForms)
     for (const std::string& spelling : {escaped, absolute, "file://" + absolute,
                                         "file:///" + absolute, "file:///" + absolute.substr(1)}) {
         SCOPED_TRACE(spelling);
-        const auto listener =
-            run(R"(read({"filesystem": {"locations": [{"path": ")" + spelling +
-                R"(", "parser": {"name": "csv", "config": {"hasHeader": true}}}]}}) -> )" +
-                R"(write({"dataDestination": "bare.csv", "type": "text/csv"}))");
-        ASSERT_EQ(listener.ending, "success") << listener.errorText;
+        succeeded(run(R"(read({"filesystem": {"locations": [{"path": ")" + spelling +
+                      R"(", "parser": {"name": "csv", "config": {"hasHeader": true}}}]}}) -> )" +
+                      R"(write({"dataDestination": "bare.csv", "type": "text/csv"}))"));
         std::ifstream bare(root() + "/analytic-root/zor/public/bare.csv");
         std::string line;
         std::getline(bare, line);
@@ -403,9 +369,8 @@ TEST_F(ReadWriteTest, SealedFilesOpenWithTheirPasswordOnly)
     for (int i = 0; i < 30000; ++i)
         csv += std::to_string(i) + ",secret text " + std::to_string(i) + "\n";
     write("in.csv", csv);
-    const auto seal = run(readCsv("in.csv") + R"( -> write({"dataDestination": "$DIR/s.sav",
-        "type": "application/x-vexa-sav", "dataPassword": "open sesame"}))");
-    ASSERT_EQ(seal.ending, "success") << seal.errorText;
+    succeeded(run(readCsv("in.csv") + R"( -> write({"dataDestination": "$DIR/s.sav",
+        "type": "application/x-vexa-sav", "dataPassword": "open sesame"}))"));
     const std::string sealed = read("s.sav");
     EXPECT_EQ(sealed.find("PAR1"), std::string::npos);
     EXPECT_EQ(sealed.find("secret"), std::string::npos);
@@ -446,8 +411,9 @@ TEST_F(ReadWriteTest, BothFilesOfAPairOrNone)
     mkfifo(path("pipe").c_str(), 0600);
     EXPECT_THAT(into("pipe", "m.xml").errorText, HasSubstr("this is not a regular file"));
     EXPECT_EQ(files(), (std::vector<std::string>{"folder", "in.csv", "pipe"}));
-    EXPECT_EQ(into("d.csv", "m.xml").ending, "success");
-    EXPECT_EQ(into("d.csv", "m.xml").ending, "success") << "an existing file is replaced";
+    succeeded(into("d.csv", "m.xml"));
+    // A file that is there is replaced.
+    succeeded(into("d.csv", "m.xml"));
 }
 
 TEST_F(ReadWriteTest, AFailedJobLeavesTheOldFile)
@@ -461,7 +427,7 @@ TEST_F(ReadWriteTest, AFailedJobLeavesTheOldFile)
     EXPECT_EQ(read("out.csv"), "old\n");
     EXPECT_EQ(files(), (std::vector<std::string>{"in.csv", "out.csv"}));
     // A job may well write the file that it reads.
-    EXPECT_EQ(run(readCsv("in.csv") + " -> " + writeCsv("in.csv")).ending, "success");
+    succeeded(run(readCsv("in.csv") + " -> " + writeCsv("in.csv")));
     EXPECT_EQ(read("in.csv"), "a\n1\n9223372036854775807\n");
 }
 
@@ -477,36 +443,30 @@ TEST_F(ReadWriteTest, NamedDataSourcesLastAcrossJobs)
     EXPECT_THAT(show("kept"), HasSubstr(R"(no data source "kept")"));
     // Statements of one job add to the same source, whoever of them makes it.
     const std::string append = read + R"( -> write({"dataSource": "added", "mode": "append"}) )";
-    EXPECT_EQ(run(append + append).ending, "success");
+    succeeded(run(append + append));
     EXPECT_EQ(show("added"), "a,b\n1,x\n1,x\n");
-    EXPECT_EQ(run(read +
+    succeeded(run(read +
                   R"( -> filterFields({"fields": ["a"]}) -> write({"dataSource": "added"}) )" +
                   read + R"( -> filterFields({"fields": ["a"]}) ->
-                      write({"dataSource": "added", "mode": "append"}))")
-                  .ending,
-              "success");
+                      write({"dataSource": "added", "mode": "append"}))"));
     EXPECT_EQ(show("added"), "a\n1\n1\n");
     EXPECT_THAT(show("addded"), HasSubstr(R"(did you mean "added"?)"));
-    EXPECT_EQ(run(read + R"( -> write({"dataSource": "kept", "mode": "append"}))").ending,
-              "success");
-    EXPECT_EQ(run(read + R"( -> write({"dataSource": "kept", "mode": "append"}))").ending,
-              "success");
+    succeeded(run(read + R"( -> write({"dataSource": "kept", "mode": "append"}))"));
+    succeeded(run(read + R"( -> write({"dataSource": "kept", "mode": "append"}))"));
     EXPECT_EQ(show("kept"), "a,b\n1,x\n1,x\n");
     EXPECT_THAT(run(read + R"( -> filterFields({"fields": ["a"]}) ->
                               write({"dataSource": "kept", "mode": "append"}))")
                     .errorText,
                 HasSubstr(R"(they lack the field "b")"));
-    EXPECT_EQ(run(read + R"( -> filterFields({"fields": ["a"]}) -> write({"dataSource": "kept"}))")
-                  .ending,
-              "success");
+    succeeded(
+        run(read + R"( -> filterFields({"fields": ["a"]}) -> write({"dataSource": "kept"}))"));
     EXPECT_EQ(show("kept"), "a\n1\n");
     // One job may read what its earlier statement writes, replace what it reads, and add to it.
-    const auto chained = run(read + R"( -> write({"dataSource": "kept"})
+    succeeded(run(read + R"( -> write({"dataSource": "kept"})
         read({"dataSource": "kept"}) -> deriveField(_, c => x => ("c", x.a + 1)) ->
             write({"dataSource": "kept"})
         read({"dataSource": "kept"}) -> )" +
-                             writeCsv("out.csv"));
-    EXPECT_EQ(chained.ending, "success") << chained.errorText;
+                  writeCsv("out.csv")));
     EXPECT_EQ(EngineFixture::read("out.csv"), "a,b,c\n1,x,2\n");
     EXPECT_THAT(run(read + R"( -> write({"dataSource": "kept", "mode": "upsert"}))").errorText,
                 HasSubstr("known are append and overwrite"));
@@ -514,7 +474,7 @@ TEST_F(ReadWriteTest, NamedDataSourcesLastAcrossJobs)
 
 /// Records are added once and whole, also where the statement has run before it shows that it has
 /// to run anew, or that it fails.
-TEST_F(ReadWriteTest, WhatFailsAddsNothingToADataSource)
+TEST_F(ReadWriteTest, AStatementThatRunsAnewDoesSoFromWhereItBegan)
 {
     write("in.csv", "v\n1.5\n");
     std::ofstream late(path("late.csv"));
@@ -536,6 +496,15 @@ TEST_F(ReadWriteTest, WhatFailsAddsNothingToADataSource)
             writeCsv("out.csv"));
         return read("out.csv");
     };
+    // A chain stays as it was read first, whatever has become of what it was read from.
+    EXPECT_EQ(run("val d = " + readCsv("in.csv") + " d -> " + writeCsv("out.csv") +
+                  readCsv("late.csv", R"(, "maxRecordsCount": 1)") + " -> " + writeCsv("in.csv") +
+                  "val n = " + readCsv("late.csv", R"(, "readErrorThreshold": 2)") +
+                  "union(_, d, n) -> filterRecords(_, c => x => !isMissing(x.v)) -> " +
+                  writeCsv("out.csv"))
+                  .ending,
+              "success");
+    EXPECT_EQ(read("out.csv"), "v,n,k\n1.5,,\n");
     EXPECT_EQ(add("1").errorId, "HVEIO0007E");
     EXPECT_EQ(count(), "count\n1\n");
     EXPECT_EQ(add("2").ending, "success");

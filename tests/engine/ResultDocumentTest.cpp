@@ -30,12 +30,10 @@ protected:
     json describe(const std::string& input, const std::string& settings = "{}",
                   const Setup& setup = {})
     {
-        const RecordingListener result =
-            run("val conf = " + settings +
-                    "\nval out = [{\"name\": \"StatXML\", \"uri\": \"$DIR/stat.zip\"}, " +
-                    kResults + "]\n" + input + " -> descriptives:descriptives(conf, _, out)",
-                setup);
-        EXPECT_EQ(result.ending, "success") << result.errorText;
+        succeeded(run("val conf = " + settings +
+                          "\nval out = [{\"name\": \"StatXML\", \"uri\": \"$DIR/stat.zip\"}, " +
+                          kResults + "]\n" + input + " -> descriptives:descriptives(conf, _, out)",
+                      setup));
         const std::string text = member("results.zip", "Results.json");
         write("Results.json", text);
         const std::string command =
@@ -48,6 +46,13 @@ protected:
     {
         write("in.csv", csv);
         return describe(readCsv("in.csv"), settings);
+    }
+
+    json describeRows(const char* model, const std::vector<std::vector<TestRows::Value>>& values)
+    {
+        TestRows rows("rows", {}, values);
+        rows.model = model;
+        return describeRows(rows);
     }
 
     json describeRows(TestRows& rows, const std::string& settings = "{}")
@@ -168,17 +173,16 @@ TEST_F(ResultDocument, ShowsTheFiguresOfWeightedRecords)
 
 TEST_F(ResultDocument, TellsWhyAStatisticIsNotThere)
 {
-    TestRows rows("rows", {},
-                  {{1.0, 5.0, NAN, 1e200, "a"},
-                   {NAN, 5.0, NAN, -1e200, "b"},
-                   {NAN, 5.0, NAN, NAN, "c"},
-                   {NAN, 5.0, NAN, NAN, "d"}});
-    rows.model = R"(<DataModel><Field name="one" storage="real" measure="continuous"/>
+    const json document =
+        describeRows(R"(<DataModel><Field name="one" storage="real" measure="continuous"/>
         <Field name="same" storage="integer" measure="continuous"/>
         <Field name="none" storage="real" measure="continuous"/>
         <Field name="huge" storage="real" measure="continuous"/>
-        <Field name="text" storage="string" measure="nominal"/></DataModel>)";
-    const json document = describeRows(rows);
+        <Field name="text" storage="string" measure="nominal"/></DataModel>)",
+                     {{1.0, 5.0, NAN, 1e200, "a"},
+                      {NAN, 5.0, NAN, -1e200, "b"},
+                      {NAN, 5.0, NAN, NAN, "c"},
+                      {NAN, 5.0, NAN, NAN, "d"}});
     const TableView table = statistics(document);
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"one", "Variance", "There are too few valid values."},
@@ -204,15 +208,18 @@ TEST_F(ResultDocument, TellsWhyAStatisticIsNotThere)
 
 TEST_F(ResultDocument, ShowsValuesInTheFormatsOfTheirFields)
 {
-    TestRows rows("rows", {},
-                  {{1.5, 0.0, 0.0, 1.0}, {2.25, 1.0, 90061.5, 3600.0}, {4.0, -1.0, -0.5, 7200.0}});
-    rows.model = R"(<DataModel>
+    const json document = describeRows(
+        R"(<DataModel>
         <Field name="money" storage="real" measure="continuous"><Label>Money &amp; co</Label>
           <Format type="4" width="10" decimals="1"/></Field>
         <Field name="day" storage="date" measure="continuous"/>
         <Field name="at" storage="timestamp" measure="nominal"/>
-        <Field name="clock" storage="time" measure="continuous"/></DataModel>)";
-    const json document = describeRows(rows);
+        <Field name="clock" storage="time" measure="continuous"/>
+        <Field name="small" storage="real" measure="continuous">
+          <Format type="5" width="8" decimals="2"/></Field></DataModel>)",
+        {{1.5, 0.0, 0.0, 1.0, 0.001},
+         {2.25, 1.0, 90061.5, 3600.0, 0.0025},
+         {4.0, -1.0, -0.5, 7200.0, 0.004}});
     const TableView table = statistics(document);
     const std::tuple<const char*, const char*, json, const char*> cases[] = {
         {"money", "Maximum", 4, R"({"decimals": 1, "prefix": "$"})"},
@@ -220,6 +227,7 @@ TEST_F(ResultDocument, ShowsValuesInTheFormatsOfTheirFields)
         {"money", "Skewness", nullptr, R"({"decimals": 3})"},
         {"day", "Minimum", -86400, R"({"dateTimePattern": "yyyy-MM-dd"})"},
         {"at", "Maximum", 90061.5, R"({"dateTimePattern": "yyyy-MM-dd HH:mm:ss"})"},
+        {"small", "Minimum", 0.001, R"({"decimals": 4})"},
         {"clock", "Maximum", 7200, R"({"dateTimePattern": "HH:mm:ss"})"},
         {"day", "N/Valid", 3, R"({"decimals": 0})"}};
     for (const auto& [field, column, value, format] : cases) {
@@ -244,21 +252,20 @@ TEST_F(ResultDocument, ShowsValuesInTheFormatsOfTheirFields)
 
 TEST_F(ResultDocument, KeepsMissingValuesInAGroupOfTheirOwn)
 {
-    TestRows rows("rows", {},
-                  {{1.0, ""},
-                   {2.5, " "},
-                   {1.0, "(empty)"},
-                   {-9.0, "x"},
-                   {-8.0, ""},
-                   {std::monostate(), std::monostate()},
-                   {INFINITY, "x"},
-                   {-9.0, "x"}});
-    rows.model = R"(<DataModel><Field name="x" storage="real" measure="nominal">
+    const json document =
+        describeRows(R"(<DataModel><Field name="x" storage="real" measure="nominal">
         <ValueLabels><Value value="1" label="one"/><Value value="2.5" label="more"/>
         <Value value="-9" label="refused"/></ValueLabels>
         <MissingValues><Value value="-9"/><Value value="-8"/></MissingValues></Field>
-        <Field name="t" storage="string" measure="nominal"/></DataModel>)";
-    const json document = describeRows(rows);
+        <Field name="t" storage="string" measure="nominal"/></DataModel>)",
+                     {{1.0, ""},
+                      {2.5, " "},
+                      {1.0, "(empty)"},
+                      {-9.0, "x"},
+                      {-8.0, ""},
+                      {std::monostate(), std::monostate()},
+                      {INFINITY, "x"},
+                      {-9.0, "x"}});
     const TableView numbers(part(document, "frequencies", "f1"));
     EXPECT_EQ(numbers.leaves(0), (std::vector<std::string>{
                                      "Valid/1.0", "Valid/2.5", "Valid/Total", "Missing/-9.0",
@@ -327,13 +334,8 @@ TEST_F(ResultDocument, LimitsWhatItTellsOneByOne)
 
 TEST_F(ResultDocument, RefersToFieldsOfAnyName)
 {
-    struct Case
-    {
-        const char* quoted; ///< as CSV has it
-        const char* column;
-        const char* reference;
-        const char* title;
-    };
+    // The name as CSV has it, as records have it, and as a chart refers to it and shows it.
+    using Case = std::tuple<const char*, const char*, const char*, const char*>;
     const Case cases[] = {
         {"a.b[0]", "a.b[0]", "a\\.b\\[0\\]", "a.b[0]"},
         {"\"it's \"\"it\"\"\"", "it's \"it\"", "it\\'s \\\"it\\\"", "it's \"it\""},
@@ -345,22 +347,23 @@ TEST_F(ResultDocument, RefersToFieldsOfAnyName)
     std::string header;
     std::string numbers;
     std::string texts;
-    for (const Case& tested : cases) {
-        header += (header.empty() ? "" : ",") + std::string(tested.quoted);
+    for (const auto& [quoted, column, reference, title] : cases) {
+        header += (header.empty() ? "" : ",") + std::string(quoted);
         numbers += numbers.empty() ? "1" : ",1";
         texts += texts.empty() ? "s" : ",s";
     }
     const json scales = describeCsv(header + "\n" + numbers + "\n");
     const json names = describeCsv(header + "\n" + texts + "\n");
     for (std::size_t i = 0; i < std::size(cases); ++i) {
+        const auto& [quoted, column, reference, title] = cases[i];
         const std::string key = "f" + std::to_string(i + 1);
         const json histogram = part(scales, "histograms", key.c_str());
         const json bars = part(names, "bars", key.c_str());
-        EXPECT_EQ(histogram["data"]["values"][0].at(cases[i].column), 1) << histogram;
-        EXPECT_EQ(histogram["encoding"]["x"]["field"], cases[i].reference);
-        EXPECT_EQ(histogram["encoding"]["x"]["title"], cases[i].title);
-        EXPECT_EQ(bars["data"]["values"][0].at(cases[i].column), "s") << bars;
-        EXPECT_EQ(bars["encoding"]["y"]["field"], cases[i].reference);
+        EXPECT_EQ(histogram["data"]["values"][0].at(column), 1) << histogram;
+        EXPECT_EQ(histogram["encoding"]["x"]["field"], reference);
+        EXPECT_EQ(histogram["encoding"]["x"]["title"], title);
+        EXPECT_EQ(bars["data"]["values"][0].at(column), "s") << bars;
+        EXPECT_EQ(bars["encoding"]["y"]["field"], reference);
         EXPECT_EQ(bars["data"]["values"][0].size(), 2U) << "counts have a column of their own";
     }
 }
@@ -406,21 +409,17 @@ TEST_F(ResultDocument, TellsTheTimeIntervals)
 
 TEST_F(ResultDocument, LeavesTheOtherContainersAsTheyWere)
 {
-    TestRows rows("rows", {}, {{1.0, 2.0}, {-9.0, 1.0}, {3.0, -1.0}, {3.0, std::monostate()}});
-    rows.model = R"(<DataModel><Field name="x" storage="real" measure="nominal">
+    TestRows again("rows", {}, {{1.0, 2.0}, {-9.0, 1.0}, {3.0, -1.0}, {3.0, std::monostate()}});
+    again.model = R"(<DataModel><Field name="x" storage="real" measure="nominal">
         <MissingValues><Value value="-9"/></MissingValues></Field>
         <Field name="w" storage="real" measure="continuous"/></DataModel>)";
     const char* const settings = R"({"frequencyWeightField": "w"})";
-    TestRows again = rows;
+    TestRows rows = again;
     describeRows(rows, settings);
     const std::string with = member("stat.zip", "StatXML.xml");
-    const auto result =
-        run(std::string("read({\"dataSource\": \"rows\"}) -> descriptives:descriptives(") +
-                settings + R"(, _, [{"name": "StatXML", "uri": "$DIR/stat.zip"}]))",
-            [&](EmbeddedHV::Execution& execution) {
-                execution.addInputIterator(nullptr, &again, nullptr);
-            });
-    ASSERT_EQ(result.ending, "success") << result.errorText;
+    succeeded(
+        feed(again, std::string("read({\"dataSource\": \"rows\"}) -> descriptives:descriptives(") +
+                        settings + R"(, _, [{"name": "StatXML", "uri": "$DIR/stat.zip"}]))"));
     EXPECT_EQ(member("stat.zip", "StatXML.xml"), with);
     EXPECT_NE(with.find(R"(records="2")"), std::string::npos) << with;
 }
@@ -429,13 +428,7 @@ TEST(BinEdges, AreRoundAndHoldAllValues)
 {
     using EmbeddedHV::BinScale;
     const double day = 86400;
-    struct Case
-    {
-        EmbeddedHV::BinRequest request;
-        double first;
-        double width;
-        std::size_t bins;
-    };
+    using Case = std::tuple<EmbeddedHV::BinRequest, double, double, std::size_t>;
     const Case cases[] = {
         // 2 * 10 / 1000^(1/3) = 2, as wide as that.
         {{0, 30, 10, 1000, BinScale::Real}, 0, 2, 16},
@@ -450,15 +443,15 @@ TEST(BinEdges, AreRoundAndHoldAllValues)
         {{1e15, 1e15 + 1, 1, 10, BinScale::Real}, 1e15, 1, 2},         // doubles lie apart there
         {{-1e300, 1e300, 1e299, 2, BinScale::Real}, -1e300, 2e299, 11},
     };
-    for (const Case& tested : cases) {
-        const std::vector<double> edges = EmbeddedHV::binEdges(tested.request);
-        SCOPED_TRACE(tested.request.minimum);
-        SCOPED_TRACE(tested.request.maximum);
-        EXPECT_EQ(edges.front(), tested.first);
-        EXPECT_DOUBLE_EQ(edges[1] - edges[0], tested.width);
-        EXPECT_EQ(edges.size() - 1, tested.bins);
-        EXPECT_LE(edges.front(), tested.request.minimum);
-        EXPECT_GT(edges.back(), tested.request.maximum);
+    for (const auto& [request, first, width, bins] : cases) {
+        const std::vector<double> edges = EmbeddedHV::binEdges(request);
+        SCOPED_TRACE(request.minimum);
+        SCOPED_TRACE(request.maximum);
+        EXPECT_EQ(edges.front(), first);
+        EXPECT_DOUBLE_EQ(edges[1] - edges[0], width);
+        EXPECT_EQ(edges.size() - 1, bins);
+        EXPECT_LE(edges.front(), request.minimum);
+        EXPECT_GT(edges.back(), request.maximum);
         EXPECT_TRUE(std::is_sorted(edges.begin(), edges.end(), std::less_equal<>()));
     }
     // Whatever the numbers, there are no more bins than that.

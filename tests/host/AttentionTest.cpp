@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "CommonBlocks.h"
-#include "Journal.h"
+#include "support/JournalTexts.h"
 
 namespace {
 
@@ -88,10 +88,8 @@ TEST_F(AttentionTest, AnInterruptMarksTheAttentionAndCallsTheHandlerInForce)
     EXPECT_EQ(handler.left, 1);
     EXPECT_NE(attentionFlag(), 0);
 
-    std::string told;
-    for (const auto& entry : HostJournal::instance().entries(HostJournal::Kind::Interrupt))
-        told += entry.text + " ";
-    EXPECT_EQ(told, "set fire clear fire ");
+    EXPECT_EQ(journalTexts(HostJournal::Kind::Interrupt),
+              (std::vector<std::string>{"set", "fire", "clear", "fire"}));
 }
 
 TEST_F(AttentionTest, AHandlerThatIsTakenOutIsInNoCallAndGetsNone)

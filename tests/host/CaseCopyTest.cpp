@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <memory>
-
-#include <sys/resource.h>
 
 #include "VexaDataViews.h"
 #include "host/CaseFiles.h"
+#include "support/FullDisk.h"
 #include "support/ScratchFolder.h"
 
 namespace {
@@ -33,15 +31,10 @@ TEST(CaseCopy, ServesSeveralReadersAtOnceAndFailsClearly)
     writeSav(name, {variable("a"), variable("t", 37), variable("b")}, rows);
     const UserInputCaseFile file(specOf(name, false), nullptr);
     const TempFileDataStore copy(*file.DataSource());
-    const auto before = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit = {};
-    ::getrlimit(RLIMIT_FSIZE, &limit);
-    const rlimit full = {300'000, limit.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &full);
-    const std::string said = refusalOf([&] { casesOf(copy); });
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, before);
-    EXPECT_EQ(said, "the cases cannot be kept: File too large");
+    {
+        const FullDisk full(300'000);
+        EXPECT_EQ(refusalOf([&] { casesOf(copy); }), "the cases cannot be kept: File too large");
+    }
 
     const std::unique_ptr<VEXA_InputCaseIterator> ahead(copy.MakeIterator(nullptr));
     for (int i = 0; i < 15'000; ++i)

@@ -1,5 +1,7 @@
 #include "MultiByte.h"
 
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "support/HostScopes.h"
@@ -30,12 +32,7 @@ std::string fromUtf8(const char* text, void* converter = nullptr)
 
 TEST(Encoding, TextsGoToUtf8AndBackUnchanged)
 {
-    const struct
-    {
-        const char* codePage;
-        const char* bytes;
-        const char* utf8;
-    } samples[] = {
+    const std::tuple<const char*, const char*, const char*> samples[] = {
         {"UTF-8", "Größe 🐧", "Größe 🐧"},
         {"windows-1252", "Gr\366\337e \200", "Größe €"},
         {"ISO-8859-15", "\244 \275\351", "€ œé"},
@@ -43,15 +40,15 @@ TEST(Encoding, TextsGoToUtf8AndBackUnchanged)
         {"GB18030", "\xD6\xD0 \x84\x31\xA4\x37", "中 \uFFFD"},
         {"ISO-8859-1", "", ""},
     };
-    for (const auto& sample : samples) {
-        SCOPED_TRACE(sample.codePage);
-        void* converter = VEXAMBConverterNew_A(sample.codePage);
+    for (const auto& [codePage, bytes, utf8] : samples) {
+        SCOPED_TRACE(codePage);
+        void* converter = VEXAMBConverterNew_A(codePage);
         ASSERT_TRUE(converter);
-        EXPECT_EQ(toUtf8(sample.bytes, converter), sample.utf8);
-        EXPECT_EQ(fromUtf8(sample.utf8, converter), sample.bytes);
+        EXPECT_EQ(toUtf8(bytes, converter), utf8);
+        EXPECT_EQ(fromUtf8(utf8, converter), bytes);
         VEXAMBConverterDelete_A(converter);
-        const ScopedCodePage page(sample.codePage);
-        EXPECT_EQ(toUtf8(sample.bytes), sample.utf8);
+        const ScopedCodePage page(codePage);
+        EXPECT_EQ(toUtf8(bytes), utf8);
     }
 }
 
@@ -117,9 +114,9 @@ TEST(Encoding, CharactersAreFoundAndReplacedWhole)
         const ScopedCodePage page(row.codePage);
         const char* found = VEXAMBstrchr_A(row.text, row.character);
         EXPECT_EQ(found == nullptr ? -1 : found - row.text, row.found) << row.text;
-        std::string text = row.text;
-        VEXAMBStringReplaceChar_A(text, row.character, '/');
-        EXPECT_EQ(text, row.replaced);
+        std::string buffer = row.text;
+        VEXAMBStringReplaceChar_A(buffer, row.character, '/');
+        EXPECT_EQ(buffer, row.replaced);
         EXPECT_EQ(*VEXAMBstrchr_A(row.text, '\0'), '\0');
     }
     EXPECT_EQ(VEXAMBstrchr_A(nullptr, 'x'), nullptr);

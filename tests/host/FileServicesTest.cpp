@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <tuple>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -155,13 +156,7 @@ TEST(FileServices, AFileTellsItsState)
     scratch.put("file");
     scratch.put("fixed");
     ASSERT_EQ(::chmod((scratch.path / "fixed").c_str(), 0444), 0);
-    const struct
-    {
-        std::string name;
-        bool exists;
-        bool valid;
-        bool readOnly;
-    } rows[] = {
+    const std::tuple<std::string, bool, bool, bool> rows[] = {
         {"file", true, true, false},
         {"fixed", true, true, true},
         {".", true, true, false},
@@ -169,12 +164,12 @@ TEST(FileServices, AFileTellsItsState)
         {"file\\below", false, false, false},
         {std::string(300, 'n'), false, false, false},
     };
-    for (const auto& row : rows) {
-        const FileState state = stateOf(scratch.name(row.name));
-        EXPECT_EQ(state.exists, row.exists) << row.name;
-        EXPECT_EQ(state.valid, row.valid) << row.name;
-        EXPECT_EQ(state.readOnly, row.readOnly) << row.name;
-        EXPECT_FALSE(state.inUse || state.locked) << row.name;
+    for (const auto& [name, exists, valid, readOnly] : rows) {
+        const FileState state = stateOf(scratch.name(name));
+        EXPECT_EQ(state.exists, exists) << name;
+        EXPECT_EQ(state.valid, valid) << name;
+        EXPECT_EQ(state.readOnly, readOnly) << name;
+        EXPECT_FALSE(state.inUse || state.locked) << name;
     }
     bool exists = true;
     EXPECT_NE(ValidateFileSpecification("", exists), 0);
@@ -278,19 +273,14 @@ TEST(FileServices, AListingHoldsWhatMatchesAndStandsStillWhileEntriesGo)
 
 TEST(FileServices, MasksMatchByTheWholeName)
 {
-    const struct
-    {
-        const char* mask;
-        const char* name;
-        bool matches;
-    } rows[] = {
+    const std::tuple<const char*, const char*, bool> rows[] = {
         {"*", "", true},           {"", "", true},        {"?", "", false},
         {"a*b*c", "aXbbYc", true}, {"**", "x", true},     {"a*b*c", "aXbbYd", false},
         {"*ab", "aab", true},      {"??", "é", false},    {"*.sav", "x.sav.bak", false},
         {"?", "🐧", true},          {"*é", "caféé", true}, {"A", "a", false},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(matchesMask(row.name, row.mask), row.matches) << row.mask << " " << row.name;
+    for (const auto& [mask, name, matches] : rows)
+        EXPECT_EQ(matchesMask(name, mask), matches) << mask << " " << name;
 }
 
 TEST(FileServices, AWholeFileIsFetched)

@@ -1,15 +1,17 @@
 #include "TnOutput.h"
 
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "CFAppHost.h"
 #include "HostLines.h"
 #include "Journal.h"
 #include "ParserMessage.h"
-#include "PathFactory.h"
 #include "VexaDataSource.h"
 #include "output/CompositeFormat.h"
 #include "support/HostScopes.h"
+#include "support/Installation.h"
 #include "support/ScratchFolder.h"
 
 namespace {
@@ -49,22 +51,6 @@ std::string splitLine(const std::string& message)
     return line.clone()->text();
 }
 
-/// An installation with string tables of its own.
-class TablesFinder final : public PathFinder
-{
-public:
-    TablesFinder() { PathFactory::setPathInstance(this); }
-    ~TablesFinder() override { PathFactory::setPathInstance(nullptr); }
-    std::string getInstallationPath() const override { return _scratch.folder; }
-    void write(const std::string& language, const std::string& json) const
-    {
-        _scratch.put("strings/" + language + ".json", json);
-    }
-
-private:
-    ScratchFolder _scratch;
-};
-
 } // namespace
 
 TEST_F(OutputTest, CompositesFillTheirPlaces)
@@ -72,12 +58,7 @@ TEST_F(OutputTest, CompositesFillTheirPlaces)
     const CompositePart two = {{"sex", "f"}, {"region", "^2"}};
     const CompositePart one = {{"sex", "f"}};
     const CompositePart text = {{"done"}};
-    const struct
-    {
-        const char* format;
-        std::vector<CompositePart> parts;
-        const char* filled;
-    } rows[] = {
+    const std::tuple<const char*, std::vector<CompositePart>, const char*> rows[] = {
         {kSplitFormat, {one, text}, "Split file sex = f. done"},
         {kSplitFormat, {two, text}, "Split file sex = f,region = ^2. done"},
         {kSplitFormat, {{}, text}, "Split file . done"},
@@ -90,8 +71,8 @@ TEST_F(OutputTest, CompositesFillTheirPlaces)
         {"^99999999999999999999999", {text}, "^99999999999999999999999"},
         {"", {text}, ""},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(fillComposite(row.format, row.parts), row.filled) << row.format;
+    for (const auto& [format, parts, filled] : rows)
+        EXPECT_EQ(fillComposite(format, parts), filled) << format;
 }
 
 TEST_F(OutputTest, ASplitListNamesThePresentGroupOfTheCurrentProcedure)
@@ -180,26 +161,23 @@ TEST_F(OutputTest, AnObserverSeesAllAndProgressIsNotKept)
 
 TEST_F(OutputTest, TextsComeFromTheTableOfTheLanguageInTheHostsEncoding)
 {
-    const TablesFinder tables;
-    tables.write("de_AT", R"({"Case Count": "Fallzahl", "bad": 5})");
-    tables.write("de", R"({"Case Count": "nicht diese", "only de": "größer", "größe": "size"})");
-    tables.write("en", R"({"only en": "just here"})");
-    tables.write("fr", "{ this is no table");
+    const ScratchFolder home;
+    const Installation installation(home.folder);
+    home.put("strings/de_AT.json", R"({"Case Count": "Fallzahl", "bad": 5})");
+    home.put("strings/de.json",
+             R"({"Case Count": "nicht diese", "only de": "größer", "größe": "size"})");
+    home.put("strings/en.json", R"({"only en": "just here"})");
+    home.put("strings/fr.json", "{ this is no table");
     const ScopedCodePage page("windows-1252");
-    const struct
-    {
-        const char* locale;
-        const char* key;
-        const char* text;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"de_AT", "Case Count", "Fallzahl"}, {"de_AT", "only de", "gr\366\337er"},
         {"de_AT", "only en", "just here"},   {"de_AT", "bad", "bad"},
         {"de_AT", "gr\366\337e", "size"},    {"fr_FR", "Case Count", "Case Count"},
         {"fr_FR", "only en", "just here"},
     };
-    for (const auto& row : rows) {
-        CFAppHost::getInstance()->setLocale(row.locale);
-        EXPECT_EQ(ParserMessage().GetTranslatedText(row.key), row.text) << row.locale;
+    for (const auto& [locale, key, text] : rows) {
+        CFAppHost::getInstance()->setLocale(locale);
+        EXPECT_EQ(ParserMessage().GetTranslatedText(key), text) << locale;
     }
     CFAppHost::getInstance()->setLocale("de_AT");
     EXPECT_EQ(TnUTF8String("only de", true).text(), "größer");

@@ -3,6 +3,8 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -10,22 +12,13 @@
 #include "ChartOutput.h"
 #include "TerminalText.h"
 #include "TextGrid.h"
-#include "TnOutput.h"
+#include "support/OutputParts.h"
 
 namespace {
 
-using Dimension = std::unique_ptr<TnDimension>;
-using Group = std::unique_ptr<TnGroup>;
-using Table = std::unique_ptr<TnPivotTable>;
-
-TnAnnotation note(const std::string& text)
-{
-    return {TnHandle(TnUTF8String(text).Replicate()), TnHandle(-1), false};
-}
-
 TnNumber fixed(double value)
 {
-    return {value, TnFormatSpec({40, kFormatNumber, 1})};
+    return number(value, kFormatNumber, 1);
 }
 
 /// What stands under the heading of a procedure, with a line end before it.
@@ -34,13 +27,6 @@ std::string textOf(const TnHeading& heading, std::size_t width = 80)
     std::ostringstream out;
     writeOutputText(*heading.node(), {width, false, 2}, out);
     return out.str().substr(out.str().find("\n\n") + 1);
-}
-
-Dimension dimensionOf(TnPivotTable& table, const char* name, TnDimension::Place place)
-{
-    Dimension made(table.Dimension(TnUTF8String(name), TnPivotTable::Unsorted));
-    made->Position(place, 1, false, false);
-    return made;
 }
 
 /// Statistics of places, in groups of both, in two years.
@@ -180,11 +166,7 @@ TEST(OutputText, HeadingsAndMessagesStandInOrder)
 
 TEST(OutputText, AChartShowsItsData)
 {
-    const struct
-    {
-        const char* specification;
-        const char* text;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         // A histogram, with a label of the data model and a field name that has to be escaped.
         {R"({"title":"Ages","description":"of people","mark":{"type":"bar"},"data":{"values":[
             {"from":0,"to":10,"n.1":8},{"from":10,"to":20,"n.1":1},{"from":20,"to":30,"n.1":-4}]},
@@ -212,16 +194,16 @@ of people
         {"3", "\nChart\nThis chart cannot be drawn.\n"},
         {"{", "\nChart\nThis chart cannot be drawn.\n"},
     };
-    for (const auto& each : cases) {
+    for (const auto& [specification, text] : cases) {
         TnProcedure procedure("TEST");
         xGlyph chart(procedure);
         ChartString title;
         title.assign("Chart");
         chart.SetDescription(title);
         chart.setViZJSONTemplate(R"({"0":{"fields":[{"id":"n.1","label":"Count"}]},"1":)" +
-                                 std::string(each.specification) + "}");
+                                 std::string(specification) + "}");
         chart.sendChart();
-        EXPECT_EQ(textOf(procedure, 60), each.text);
+        EXPECT_EQ(textOf(procedure, 60), text);
     }
 }
 
@@ -255,13 +237,8 @@ TEST(OutputText, AViewShowsWhatItHolds)
 
 TEST(TerminalText, NothingOfADataTextCommandsTheTerminal)
 {
-    const struct
-    {
-        std::string text;
-        const char* shown;
-        std::size_t width;
-        const char* cut; ///< to four places
-    } cases[] = {
+    // The last one is cut to four places.
+    const std::tuple<std::string, const char*, std::size_t, const char*> cases[] = {
         {"plain", "plain", 5, "pla…"},
         {"a\x1b[31m", "a�[31m", 6, "a�[…"},
         {std::string("a\0b", 3), "a�b", 3, "a�b"},
@@ -274,11 +251,11 @@ TEST(TerminalText, NothingOfADataTextCommandsTheTerminal)
         {"🇩🇪👩‍👩‍👧x", "🇩🇪👩‍👩‍👧x", 5, "🇩🇪…"},
         {"", "", 0, ""},
     };
-    for (const auto& each : cases) {
-        const std::string shown = terminalText(each.text);
-        EXPECT_EQ(shown, each.shown);
-        EXPECT_EQ(terminalWidth(shown), each.width) << shown;
-        EXPECT_EQ(terminalCut(shown, 4), each.cut);
+    for (const auto& [text, shown, width, cut] : cases) {
+        const std::string made = terminalText(text);
+        EXPECT_EQ(made, shown);
+        EXPECT_EQ(terminalWidth(made), width) << made;
+        EXPECT_EQ(terminalCut(made, 4), cut);
     }
     EXPECT_EQ(terminalIsolated("a"), "a");
     EXPECT_EQ(terminalIsolated("aש"), "\u2068aש\u2069");

@@ -12,15 +12,13 @@
 #include "FacSTDictionary.h"
 #include "Journal.h"
 #include "TnFront.h"
-#include "TnOutput.h"
 #include "VexaDataSource.h"
+#include "support/OutputParts.h"
 #include "support/ScratchFolder.h"
 
 namespace {
 
 using Heading = std::unique_ptr<TnHeading>;
-using Dimension = std::unique_ptr<TnDimension>;
-using Group = std::unique_ptr<TnGroup>;
 
 class OutputTreeTest : public testing::Test
 {
@@ -31,16 +29,6 @@ protected:
         HostJournal::instance().clear();
     }
 };
-
-TnAnnotation note(const std::string& text, bool keepsMarker = false)
-{
-    return {TnHandle(TnUTF8String(text).Replicate()), TnHandle(-1), keepsMarker};
-}
-
-TnNumber general(double value)
-{
-    return {value, TnProcedure::GeneralStat()};
-}
 
 // What stands in the output, in one line: headings with what is under them in brackets.
 std::string outline(const std::vector<OutputItem>& items)
@@ -75,13 +63,6 @@ protected:
     {
         OutputTreeTest::SetUp();
         table.reset(procedure.PivotTable(TnString("Title"), TnString("Kind"), true));
-    }
-    Dimension dimension(const char* name, TnDimension::Place place, int position,
-                        TnPivotTable::Sort sort = TnPivotTable::Unsorted)
-    {
-        Dimension made(table->Dimension(TnString(name), sort));
-        made->Position(place, position, false, false);
-        return made;
     }
     const OutputTable& told() const
     {
@@ -242,17 +223,17 @@ TEST_F(TableTest, CellsLieWhereTheOpenCategoriesMeet)
 {
     // Declared as a walk over three nested dimensions declares them, the inner ones again and
     // again.
-    const Dimension rows = dimension("rows", TnDimension::Row, 1);
+    const Dimension rows = dimensionOf(*table, "rows", TnDimension::Row, 1);
     for (const char* row : {"r0", "r1"}) {
         rows->Category(TnString(row));
-        const Dimension inner = dimension("inner", TnDimension::Row, 2);
+        const Dimension inner = dimensionOf(*table, "inner", TnDimension::Row, 2);
         for (const char* label : {"a", "b"}) {
             inner->Category(TnString(label));
-            const Dimension columns = dimension("columns", TnDimension::Column, 1);
+            const Dimension columns = dimensionOf(*table, "columns", TnDimension::Column, 1);
             const Group group(columns->Group(TnString("g"), false, TnGroup::Unsorted));
             group->Category(TnString("x")).Cell(TnString(std::string(row) + label));
             if (*label == 'b')
-                columns->Category(TnString("x")).Cell(general(0.5));
+                columns->Category(TnString("x")).Cell(number(0.5));
         }
     }
     EXPECT_EQ(told().dimensions.size(), 3U);
@@ -270,17 +251,17 @@ TEST_F(TableTest, CellsLieWhereTheOpenCategoriesMeet)
 
 TEST_F(TableTest, ACellHasToBeOfEveryDimensionAndTheLastWordCounts)
 {
-    const Dimension rows = dimension("rows", TnDimension::Row, 2);
-    const Dimension columns = dimension("columns", TnDimension::Column, 1);
+    const Dimension rows = dimensionOf(*table, "rows", TnDimension::Row, 2);
+    const Dimension columns = dimensionOf(*table, "columns", TnDimension::Column, 1);
     TnCategory row = rows->Category(TnString("r"));
     row.Cell(TnString("lost"));
     TnCategory first = columns->Category(TnString("c0"));
     TnCategory third = columns->Category(TnString("c2"));
     third.Cell(TnString("text"));
-    third.Cell(general(1));
+    third.Cell(number(1));
     third.CellNote(note("n"));
     first.CellNote(note("n"));
-    row.Cell(general(2));
+    row.Cell(number(2));
     EXPECT_EQ(cell({0, 1}), "2");
     EXPECT_EQ(told().cells.at({0, 1})->notes, std::vector<int>{0});
     EXPECT_EQ(told().cells.at({0, 0})->content.text, "");
@@ -289,14 +270,14 @@ TEST_F(TableTest, ACellHasToBeOfEveryDimensionAndTheLastWordCounts)
     // A new dimension stands behind the rows that are there, and its cells are yet to come.
     const Dimension late(table->Dimension(TnString("late"), TnPivotTable::Unsorted));
     EXPECT_EQ(dimensionsAt(told(), TnDimension::Row), (std::vector<int>{0, 2}));
-    late->Category(TnString("l")).Cell(general(3));
+    late->Category(TnString("l")).Cell(number(3));
     EXPECT_EQ(cell({0, 1, 0}), "3");
     EXPECT_EQ(told().cells.size(), 1U);
 }
 
 TEST_F(TableTest, FootnotesOfEqualTextAreOneAndStandOnce)
 {
-    const Dimension rows = dimension("rows", TnDimension::Row, 1);
+    const Dimension rows = dimensionOf(*table, "rows", TnDimension::Row, 1);
     const Group group(rows->Group(TnString("g"), true, TnGroup::Unsorted));
     for (int again = 0; again < 2; ++again) {
         table->Note(note("one"));
@@ -319,19 +300,20 @@ TEST_F(TableTest, FootnotesOfEqualTextAreOneAndStandOnce)
 
 TEST_F(TableTest, CategoriesAreSortedAndHiddenWhenShown)
 {
-    const Dimension rows = dimension("rows", TnDimension::Row, 1, TnPivotTable::Descending);
+    const Dimension rows =
+        dimensionOf(*table, "rows", TnDimension::Row, 1, TnPivotTable::Descending);
     const Group group(rows->Group(TnString("Mitte"), true, TnGroup::Ascending));
     for (const char* label : {"Zebra", "Öl", "apfel", "Ofen"})
         group->Category(TnString(label));
-    group->Category(general(10));
-    group->Category(general(9));
+    group->Category(number(10));
+    group->Category(number(9));
     rows->Category(TnString("Zuletzt"));
     rows->Category(TnString("hidden")).hide();
     EXPECT_EQ(shown(told().dimensions[0]),
               (std::vector<std::string>{"/Zuletzt", "/Mitte/9", "/Mitte/10", "/Mitte/apfel",
                                         "/Mitte/Ofen", "/Mitte/Öl", "/Mitte/Zebra"}));
 
-    const Dimension single = dimension("single", TnDimension::Column, 1);
+    const Dimension single = dimensionOf(*table, "single", TnDimension::Column, 1);
     single->Category(TnString("only")).hide();
     EXPECT_EQ(shown(told().dimensions[1]).size(), 0U);
     single->Position(TnDimension::Column, 1, true, true);
@@ -374,7 +356,7 @@ TEST_F(TableTest, AHeadingThatOutlivesItsProcedureAsksItNothing)
         TnProcedure split("SPLIT", &source);
         heading.reset(split.Heading(TnString("Heading")));
     }
-    const std::unique_ptr<TnPivotTable> table(
+    const std::unique_ptr<TnPivotTable> pivot(
         heading->PivotTable(TnString("Title"), TnString("Kind"), true));
     const auto& node = *std::get<std::shared_ptr<OutputTable>>(heading->node()->items.front());
     EXPECT_TRUE(node.splitGroup.empty());

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <thread>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -38,24 +39,22 @@ private:
 
 TEST_F(Settings, TheLocaleComesFromTheFirstVariableThatIsSet)
 {
-    const struct
-    {
-        std::optional<std::string> all, messages, lang;
-        const char* locale;
-    } rows[] = {
-        {"de_DE.UTF-8@euro", "fr_FR", "it_IT", "de_DE"},
-        {"", "fr_FR.UTF-8", "it_IT", "fr_FR"},
-        {std::nullopt, std::nullopt, "sr_RS@latin", "sr_RS"},
-        {"C.UTF-8", "fr_FR", "it_IT", "en_US"},
-        {std::nullopt, "POSIX", "it_IT", "en_US"},
-        {std::nullopt, std::nullopt, std::nullopt, "en_US"},
-    };
-    for (const auto& row : rows) {
-        const ScopedEnvironment all("LC_ALL", row.all);
-        const ScopedEnvironment messages("LC_MESSAGES", row.messages);
-        const ScopedEnvironment lang("LANG", row.lang);
+    const std::tuple<std::optional<std::string>, std::optional<std::string>,
+                     std::optional<std::string>, const char*>
+        rows[] = {
+            {"de_DE.UTF-8@euro", "fr_FR", "it_IT", "de_DE"},
+            {"", "fr_FR.UTF-8", "it_IT", "fr_FR"},
+            {std::nullopt, std::nullopt, "sr_RS@latin", "sr_RS"},
+            {"C.UTF-8", "fr_FR", "it_IT", "en_US"},
+            {std::nullopt, "POSIX", "it_IT", "en_US"},
+            {std::nullopt, std::nullopt, std::nullopt, "en_US"},
+        };
+    for (const auto& [all, messages, lang, locale] : rows) {
+        const ScopedEnvironment inAll("LC_ALL", all);
+        const ScopedEnvironment inMessages("LC_MESSAGES", messages);
+        const ScopedEnvironment inLang("LANG", lang);
         CFAppHost::update();
-        EXPECT_EQ(host.getLocale(), row.locale);
+        EXPECT_EQ(host.getLocale(), locale);
     }
 }
 

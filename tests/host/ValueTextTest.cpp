@@ -4,6 +4,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -61,13 +62,7 @@ std::optional<double> readBack(std::string text, VEXA_Format how)
 }
 
 /// A value, its text in a format, and the value that the text is read as.
-struct ThereAndBack
-{
-    double value;
-    VEXA_Format how;
-    const char* text;
-    double back;
-};
+using ThereAndBack = std::tuple<double, VEXA_Format, const char*, double>;
 
 } // namespace
 
@@ -96,10 +91,10 @@ TEST(ValueTextTest, NumbersFitTheirWidthAndComeBack)
         {9.99e10, format(kFormatNumber, 5, 0), "1E+11", 1e11},
         {5e-324, format(kFormatGeneral, 3, 3), "  0", 0},
     };
-    for (const auto& row : rows) {
-        const std::string text = written(row.value, row.how);
-        EXPECT_EQ(text, row.text);
-        EXPECT_DOUBLE_EQ(readBack(text, row.how).value_or(kInfinity), row.back) << text;
+    for (const auto& [value, how, text, back] : rows) {
+        const std::string made = written(value, how);
+        EXPECT_EQ(made, text);
+        EXPECT_DOUBLE_EQ(readBack(made, how).value_or(kInfinity), back) << made;
     }
     EXPECT_EQ(written(123, format(kFormatNumber, 2)), "**");
     EXPECT_EQ(written(12, format(kFormatGeneral, 1)), "*");
@@ -180,10 +175,10 @@ TEST(ValueTextTest, DatesAndTimesFitTheirWidthAndComeBack)
         {247166327979, format(85, 13, 1), "4119438799:39", 247166327979},
         {-30, format(21, 5), "00:00", 0},
     };
-    for (const auto& row : rows) {
-        const std::string text = written(row.value, row.how);
-        EXPECT_EQ(text, row.text);
-        EXPECT_EQ(readBack(text, row.how).value_or(-1), row.back) << text;
+    for (const auto& [value, how, text, back] : rows) {
+        const std::string made = written(value, how);
+        EXPECT_EQ(made, text);
+        EXPECT_EQ(readBack(made, how).value_or(-1), back) << made;
     }
     EXPECT_EQ(readBack("1 march 1999", format(20, 0)), readBack("03/01/99", format(23, 0)));
     EXPECT_EQ(readBack("29.02.2100", format(38, 0)), std::nullopt);

@@ -91,6 +91,25 @@ class Convert(Case):
                         "--where", "!isMissing(x.`wide bill`)", "--keep", "wide bill,species")
         self.assertEqual(self.rows(out)[0], {"wide bill": "78.2", "species": "Adelie"})
 
+    def test_a_copy_keeps_what_is_declared_missing(self):
+        source = self.folder / "source.sav"
+        job = ('val told = {"fields": [{"name": "a", "missingValues": {"Value": ["9"]}}]}\n'
+               'read({"dataSource": "in"}) -> updateDataModel(told) -> '
+               'write({"dataSource": "out", "mode": "overwrite"})')
+        self.run_hvhost("run", "-", "--data", f"in={self.write('in.csv', 'a,b' + chr(10) + '9,1' + chr(10))}",
+                        "--save", f"out={source}", text=job)
+        where = ["--where", "x.b > 0"]
+        for options, kept, warned in (([], "9", False), (["--direct"], "9", False), (where, "", True),
+                                      (where + ["--user-missing", "keep"], "9", False),
+                                      (where + ["--user-missing", "exclude"], "", False)):
+            with self.subTest(options):
+                copy = self.folder / "copy.sav"
+                done = self.run_hvhost("convert", source, copy, "--force", *options)
+                self.assertEqual("source.sav: what it declares missing" in done.stderr, warned)
+                text = self.run_hvhost("convert", copy, "-").stdout
+                self.assertEqual(text, f"a,b\n{kept},1\n")
+                self.assertIn("│ 9       │", self.run_hvhost("info", copy).stdout)
+
     def test_a_link_stays_one(self):
         whole = self.write("whole.csv", "old\n")
         link = self.folder / "link.csv"
@@ -179,7 +198,7 @@ class Rest(Case):
         place = self.folder / "data"
         shutil.copytree(DATA, place)
         for command, count in (
-                ("convert", 3), ("aggregate", 2), ("describe", 3), ("render", 2), ("run", 2), ("doctor", 1),
+                ("convert", 3), ("aggregate", 2), ("describe", 3), ("render", 2), ("run", 2), ("score", 3), ("doctor", 1),
                 ("map info", 2), ("map convert", 2), ("map points", 2), ("map match", 2)):
             text = self.run_hvhost(*command.split(), "--help").stdout
             self.assertLessEqual(max(map(len, text.splitlines())), 84)

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "bridge/JNIHvlExpression.h"
+#include "data/SourceRows.h"
 #include "hvl/BuilderText.h"
 #include "hvl/HVLAggregate.h"
 #include "hvl/HVLExpressionFun.h"
@@ -9,29 +10,8 @@
 #include "hvl/HVLRead.h"
 #include "hvl/HVLReprojection.h"
 #include "hvl/HVLWrite.h"
-#include "runner/HVStatDataIterator.h"
 
 // What each builder writes for its settings, by the text of the whole job.
-
-namespace {
-
-/// Only its name matters.
-class NamedRows : public HVStatDataIterator
-{
-public:
-    std::string getName() override { return name; }
-    std::string getDataModel() override { return {}; }
-    unsigned int nextRecord() override { return EndOfData; }
-    unsigned int getRecordValue(unsigned long long, void*&, unsigned long long&) override
-    {
-        return EndOfData;
-    }
-    void dispose(JNIEnv*) override {}
-
-    std::string name = "rows";
-};
-
-} // namespace
 
 TEST_F(BuilderText, ReadWritesItsSource)
 {
@@ -41,9 +21,10 @@ TEST_F(BuilderText, ReadWritesItsSource)
             {"no source", [](HVLRead& read) { read.SetMaxCaseCount(1); }, ""},
             {"iterator: its name at the moment of the call, no data model",
              [](HVLRead& read) {
-                 NamedRows rows;
+                 const MemorySource source({});
+                 SourceRows rows(source);
                  read.ReadIterator(rows);
-                 rows.name = "renamed";
+                 rows.SetName("renamed");
                  read.SetDataModel("model.xml");
              },
              R"({"dataSource":"rows"})"},

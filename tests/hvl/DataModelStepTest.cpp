@@ -19,20 +19,14 @@ std::string ofX(const std::string& properties)
     return R"({"fields":[{"name":"x")" + properties + "}]}";
 }
 
+/// Updates a field with each value of an enumeration, and one below and one past the words; these
+/// stand by value from 0 on, with null for a value without a word.
 template <typename Enumeration>
-struct Words
-{
-    const char* key;
-    /// By value, from 0 on; null for a value without a word.
-    std::vector<const char*> words;
-};
-
-/// Updates a field with each value of an enumeration, and one below and one past the words.
-template <typename Enumeration>
-std::vector<std::pair<std::string, std::string>> jobsOf(const Words<Enumeration>& table)
+std::vector<std::pair<std::string, std::string>> jobsOf(const std::string& key,
+                                                        const std::vector<const char*>& words)
 {
     std::vector<std::pair<std::string, std::string>> jobs;
-    for (int value = -1; value <= static_cast<int>(table.words.size()); ++value) {
+    for (int value = -1; value <= static_cast<int>(words.size()); ++value) {
         JNIHvlProgram program;
         HVLUpdateDataModel update(&program);
         update.Update("x", static_cast<Enumeration>(value));
@@ -40,10 +34,9 @@ std::vector<std::pair<std::string, std::string>> jobsOf(const Words<Enumeration>
         EXPECT_TRUE(update.GenerateHVL());
         std::string text;
         program.getHvlText(text);
-        const bool inTable = value >= 0 && value < static_cast<int>(table.words.size());
-        const char* word = inTable ? table.words[static_cast<std::size_t>(value)] : nullptr;
-        const std::string property =
-            word ? std::string(",\"") + table.key + "\":\"" + word + "\"" : "";
+        const bool inTable = value >= 0 && value < static_cast<int>(words.size());
+        const char* word = inTable ? words[static_cast<std::size_t>(value)] : nullptr;
+        const std::string property = word ? std::string(",\"") + key + "\":\"" + word + "\"" : "";
         jobs.emplace_back(text, "val f1Conf = " + ofX(property) + "\nupdateDataModel(f1Conf)");
     }
     return jobs;
@@ -59,12 +52,7 @@ CFMissingValues missing(CFRange range, std::vector<CFValue> values)
 TEST_F(DataModelStep, BuilderExportsToItsContainer)
 {
     HVSimpleContainer file("Modell ü", "C:\\data\\a b.xml");
-    struct BuilderCase
-    {
-        std::function<void(HVLDataModelBuilder&)> configure;
-        const char* job;
-    };
-    const BuilderCase cases[] = {
+    const std::pair<std::function<void(HVLDataModelBuilder&)>, const char*> cases[] = {
         {[](HVLDataModelBuilder&) {}, "val f2Conf = {\"export\":true,\"name\":\"\",\"uri\":\"\"}\n"
                                       "read(f1Conf) -> dataModelBuilder(_, f2Conf)"},
         {[](HVLDataModelBuilder& builder) {
@@ -110,13 +98,12 @@ TEST_F(DataModelStep, UpdateHasAWordForEachMeasureStorageAndRole)
         for (const auto& [text, expected] : jobs)
             EXPECT_EQ(text, expected);
     };
-    check(jobsOf(Words<CFField::FieldType>{
-        "measure", {"continuous", "nominal", "ordinal", "flag", "discrete", "typeless"}}));
-    check(jobsOf(Words<CFField::StorageType>{
-        "storage", {nullptr, "integer", "real", "string", "date", "time", "timestamp"}}));
-    check(jobsOf(Words<CFField::RoleType>{
-        "role",
-        {"input", "target", "both", "partition", "split", "freqWeight", "recordId", "none"}}));
+    check(jobsOf<CFField::FieldType>(
+        "measure", {"continuous", "nominal", "ordinal", "flag", "discrete", "typeless"}));
+    check(jobsOf<CFField::StorageType>(
+        "storage", {nullptr, "integer", "real", "string", "date", "time", "timestamp"}));
+    check(jobsOf<CFField::RoleType>("role", {"input", "target", "both", "partition", "split",
+                                             "freqWeight", "recordId", "none"}));
 }
 
 TEST_F(DataModelStep, UpdateKeepsOneEntryAField)

@@ -1,9 +1,4 @@
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <functional>
-#include <iterator>
-#include <optional>
 #include <set>
 #include <sstream>
 #include <tuple>
@@ -12,6 +7,7 @@
 #include "CFMetaData.h"
 #include "bridge/JNIHvlExpression.h"
 #include "data/HVSimpleContainer.h"
+#include "data/SourceRows.h"
 #include "hvl/Composing.h"
 #include "hvl/HVLAggregate.h"
 #include "hvl/HVLDataModelBuilder.h"
@@ -23,82 +19,28 @@
 #include "hvl/HVLUpdateDataModel.h"
 #include "hvl/HVLWrite.h"
 #include "runner/HVProgressListener.h"
-#include "runner/HVStatDataIterator.h"
 #include "support/Paths.h"
+#include "support/ScratchFolder.h"
 
 // Jobs from the builders through the program's text, the runner and the engine to a file.
 
 namespace {
-
-/// Columns of doubles in memory; an absent value is missing.
-class MemoryRows : public HVStatDataIterator
-{
-public:
-    using Row = std::vector<std::optional<double>>;
-
-    MemoryRows(std::vector<std::string> names, std::vector<Row> rows)
-        : _names(std::move(names)), _rows(std::move(rows))
-    {
-    }
-
-    std::string getName() override { return "memory"; }
-
-    std::string getDataModel() override
-    {
-        CFMetaData model;
-        for (const std::string& name : _names)
-            model.AppendField(CFField(name, CFField::Continuous, CFField::Real));
-        std::string xml;
-        model.ExportXMLDoc(xml);
-        return xml;
-    }
-
-    unsigned int nextRecord() override
-    {
-        return _next++ < _rows.size() ? RecordAvailable : EndOfData;
-    }
-
-    unsigned int getRecordValue(unsigned long long fieldIndex, void*& value,
-                                unsigned long long& length) override
-    {
-        auto& cell = _rows.at(_next - 1).at(fieldIndex);
-        value = cell ? &*cell : nullptr;
-        length = cell ? sizeof(double) : 0;
-        return RecordAvailable;
-    }
-
-    void dispose(JNIEnv*) override {}
-
-private:
-    std::vector<std::string> _names;
-    std::vector<Row> _rows;
-    std::size_t _next = 0;
-};
 
 class JobRoad : public Composing
 {
 protected:
     void SetUp() override
     {
-        std::string name = (std::filesystem::temp_directory_path() / "job_road_XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        _directory = name;
-        std::ofstream(path("in.csv")) << "name,amount,note\n"
-                                         "a,1.5,first\n"
-                                         "b,2.5,\"with, comma\"\n"
-                                         "a,4,\n"
-                                         "c,0.5,last\n";
+        folder.put("in.csv", "name,amount,note\n"
+                             "a,1.5,first\n"
+                             "b,2.5,\"with, comma\"\n"
+                             "a,4,\n"
+                             "c,0.5,last\n");
     }
 
-    void TearDown() override { std::filesystem::remove_all(_directory); }
-
-    std::string path(const std::string& name) const { return _directory + "/" + name; }
-    std::string url(const std::string& name) const { return NormalizeHvlPathU(path(name), "file"); }
-
-    std::string content(const std::string& name) const
+    std::string url(const std::string& name) const
     {
-        std::ifstream file(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+        return NormalizeHvlPathU(folder.name(name), "file");
     }
 
     /// Generates the chain that ends here and runs it; the error's text, empty for none.
@@ -124,22 +66,6 @@ protected:
         return error;
     }
 
-    /// Reads with one builder and writes with another, in a program of its own.
-    std::string convert(const std::function<void(HVLRead&)>& source,
-                        const std::function<void(HVLWrite&)>& destination)
-    {
-        JNIHvlProgram own;
-        HVLRead read(&own);
-        source(read);
-        HVLWrite write(&own);
-        destination(write);
-        write.AddPredFunction(&read);
-        EXPECT_TRUE(write.GenerateHVL());
-        std::string job;
-        own.getHvlText(job);
-        return runText(job);
-    }
-
     /// The CSV text of what a step gives, with its records in the order of their texts.
     std::string sortedResultOf(HVLFunction& last)
     {
@@ -147,7 +73,7 @@ protected:
         write.WriteCSV(url("out.csv"));
         write.AddPredFunction(&last);
         EXPECT_EQ(run(write), "");
-        std::istringstream lines(content("out.csv"));
+        std::istringstream lines(folder.read("out.csv"));
         std::string header;
         std::getline(lines, header);
         std::multiset<std::string> records;
@@ -159,8 +85,7 @@ protected:
         return result;
     }
 
-private:
-    std::string _directory;
+    const ScratchFolder folder;
 };
 
 } // namespace
@@ -192,45 +117,18 @@ TEST_F(JobRoad, DerivesFiltersAndAggregatesAFile)
     write.AddPredFunction(&aggregate);
 
     EXPECT_EQ(run(write), "");
-    EXPECT_EQ(content("out.csv"), "name,total,n,largest\na,11.0,2,4.0\nb,5.0,1,2.5\n");
-    const CFMetaData model(content("out.xml"));
+    EXPECT_EQ(folder.read("out.csv"), "name,total,n,largest\na,11.0,2,4.0\nb,5.0,1,2.5\n");
+    const CFMetaData model(folder.read("out.xml"));
     ASSERT_EQ(model.FieldCount(), 4U);
     EXPECT_EQ(model.GetField(0)->GetStorage(), CFField::String);
     EXPECT_EQ(model.GetField(2)->GetStorage(), CFField::Integer);
 }
 
-TEST_F(JobRoad, CarriesEveryFileFormBackToTheSameTable)
-{
-    const std::string expected = "name,amount,note\na,1.5,first\nb,2.5,\"with, comma\"\na,4.0,\n"
-                                 "c,0.5,last\n";
-    const auto csv = [&](HVLRead& read) { read.ReadCSV(url("in.csv"), true); };
-    const auto out = [&](HVLWrite& write) { write.WriteCSV(url("out.csv")); };
-    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteSAV(url("a.sav"), ""); }), "");
-    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteSAV(url("b.sav"), "Ünlocked"); }), "");
-    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteHVBF(url("a.hvbf")); }), "");
-    EXPECT_EQ(convert(csv, [&](HVLWrite& write) { write.WriteHVDatasource("kept", false); }), "");
-    const std::function<void(HVLRead&)> sources[] = {
-        [&](HVLRead& read) { read.ReadSAV(url("a.sav"), ""); },
-        [&](HVLRead& read) { read.ReadSAV(url("b.sav"), "Ünlocked"); },
-        [&](HVLRead& read) { read.ReadHVBF(url("a.hvbf")); },
-        [&](HVLRead& read) { read.ReadHVDatasource("kept"); },
-    };
-    for (const auto& source : sources) {
-        EXPECT_EQ(convert(source, out), "");
-        EXPECT_EQ(content("out.csv"), expected);
-        std::filesystem::remove(path("out.csv"));
-    }
-
-    // A wrong password names the file and leaves nothing behind.
-    const std::string error =
-        convert([&](HVLRead& read) { read.ReadSAV(url("b.sav"), "locked"); }, out);
-    EXPECT_NE(error.find("b.sav"), std::string::npos) << error;
-    EXPECT_FALSE(std::filesystem::exists(path("out.csv")));
-}
-
 TEST_F(JobRoad, FeedsRowsFromMemoryReclassifiesThemAndBalances)
 {
-    MemoryRows rows({"id", "a b"}, {{1, 10}, {2, std::nullopt}, {3, 20}, {4, 7}});
+    const MemorySource source({numeric("id"), numeric("a b")},
+                              {{1.0, 10.0}, {2.0, kSystemMissing}, {3.0, 20.0}, {4.0, 7.0}});
+    SourceRows rows(source);
     HVLRead read(&program);
     read.ReadIterator(rows);
     read.SetMaxCaseCount(3);
@@ -248,12 +146,12 @@ TEST_F(JobRoad, FeedsRowsFromMemoryReclassifiesThemAndBalances)
     write.WriteCSV(url("out.csv"));
     write.AddPredFunction(&fields);
     EXPECT_EQ(run(write, &rows), "");
-    EXPECT_EQ(content("out.csv"), "a b\n0.5\n\n20.0\n20.0\n");
+    EXPECT_EQ(folder.read("out.csv"), "a b\n0.5\n\n20.0\n20.0\n");
 }
 
 TEST_F(JobRoad, JoinsAndUnitesFiles)
 {
-    std::ofstream(path("towns.csv")) << "town,Amount\na,10\nd,20\nc,\n";
+    folder.put("towns.csv", "town,Amount\na,10\nd,20\nc,\n");
     HVLRead people(&program);
     people.ReadCSV(url("in.csv"), true);
     HVLRead towns(&program);
@@ -312,7 +210,7 @@ TEST_F(JobRoad, JoinsAndUnitesFiles)
 
 TEST_F(JobRoad, UpdatesAndExportsADataModelAndTellsItWithoutRunning)
 {
-    HVSimpleContainer container("model", path("model.xml"));
+    HVSimpleContainer container("model", folder.name("model.xml"));
     for (const bool isNormalized : {false, true}) {
         SCOPED_TRACE(isNormalized);
         JNIHvlProgram own;
@@ -337,10 +235,10 @@ TEST_F(JobRoad, UpdatesAndExportsADataModelAndTellsItWithoutRunning)
 
         std::string described;
         EXPECT_TRUE(runner.getMetadata(job, container, described));
-        EXPECT_FALSE(std::filesystem::exists(path("model.xml")));
+        EXPECT_FALSE(folder.has("model.xml"));
         EXPECT_EQ(runText(job), "");
-        EXPECT_EQ(content("model.xml"), described);
-        std::filesystem::remove(path("model.xml"));
+        EXPECT_EQ(folder.read("model.xml"), described);
+        std::filesystem::remove(folder.path / "model.xml");
 
         const CFMetaData model(described);
         ASSERT_EQ(model.FieldCount(), 3U);

@@ -70,44 +70,40 @@ TEST(DataModel, EveryMeasureStorageAndRoleSurvivesTheRoundTrip)
                                           static_cast<CFField::RoleType>(role)));
     const CFMetaData read(exported(model));
     ASSERT_EQ(read.FieldCount(), 7U * 6U * 8U);
-    for (std::size_t i = 0; i < read.FieldCount(); ++i) {
-        const CFField& before = *model.GetField(i);
-        const CFField& after = *read.GetField(i);
-        EXPECT_EQ(after.GetName(), before.GetName());
-        EXPECT_EQ(after.GetType(), before.GetType());
-        EXPECT_EQ(after.GetStorage(), before.GetStorage());
-        EXPECT_EQ(after.GetRole(), before.GetRole());
-    }
+    for (std::size_t i = 0; i < read.FieldCount(); ++i)
+        EXPECT_TRUE(*read.GetField(i) == *model.GetField(i)) << i;
 }
 
 TEST(DataModel, NamesAndLabelsSurviveWhateverTheyHold)
 {
-    const std::string texts[] = {"größe 🐧",
-                                 "a<b>&\"c'",
-                                 " blanks ",
-                                 "  ",
-                                 "tab\tline\nend",
-                                 "carriage\r\nreturn",
-                                 "bell\x07 esc\x1B",
-                                 std::string("nul\0inside", 10),
-                                 "_x0007_",
-                                 "_x005F_x0007_",
-                                 "_x0041_",
-                                 "_x0007",
-                                 "_x0007\x07",
-                                 "__x000D_",
-                                 "\xEF\xBF\xBF",
-                                 "\xEF\xBF\xBE_xFFFF_",
-                                 "&#7; &amp;",
-                                 "]]><![CDATA[",
-                                 "\xE4 alone",
-                                 "end \xE2\x82",
-                                 "\xED\xB3\xA4",
-                                 "_xDCE4_",
-                                 "\xC0\xAF\xFF",
-                                 "_xDCE4\xE4",
-                                 "\xF0\x9F\x90\xA7\xF0\x9F"};
-    for (const std::string& text : texts) {
+    using namespace std::literals;
+    const std::string_view texts[] = {"größe 🐧",
+                                      "a<b>&\"c'",
+                                      " blanks ",
+                                      "  ",
+                                      "tab\tline\nend",
+                                      "carriage\r\nreturn",
+                                      "bell\x07 esc\x1B",
+                                      "nul\0inside"sv,
+                                      "_x0007_",
+                                      "_x005F_x0007_",
+                                      "_x0041_",
+                                      "_x0007",
+                                      "_x0007\x07",
+                                      "__x000D_",
+                                      "\xEF\xBF\xBF",
+                                      "\xEF\xBF\xBE_xFFFF_",
+                                      "&#7; &amp;",
+                                      "]]><![CDATA[",
+                                      "\xE4 alone",
+                                      "end \xE2\x82",
+                                      "\xED\xB3\xA4",
+                                      "_xDCE4_",
+                                      "\xC0\xAF\xFF",
+                                      "_xDCE4\xE4",
+                                      "\xF0\x9F\x90\xA7\xF0\x9F"};
+    for (const std::string_view given : texts) {
+        const std::string text(given);
         CFMetaData model;
         CFField field(text, CFField::Nominal, CFField::String);
         field.SetLabel(text);
@@ -219,12 +215,9 @@ TEST(DataModel, ReferencesStandForTheirCharacters)
                                    "storage='real'><Label><![CDATA[&#0;]]>&#9;</Label></Field>"));
     EXPECT_EQ(model.GetField(0U)->GetName(), "AB\xF0\x9F\x90\xA7\r");
     EXPECT_EQ(model.GetField(0U)->GetLabel(), "&#0;\t");
-}
-
-TEST(DataModel, EntitiesAreNeverExpanded)
-{
-    const CFMetaData model(inModel("<Field name='&lol;' storage='real'/>"));
-    EXPECT_EQ(model.GetField(0U)->GetName(), "&lol;");
+    // Entities are never expanded.
+    const CFMetaData entity(inModel("<Field name='&lol;' storage='real'/>"));
+    EXPECT_EQ(entity.GetField(0U)->GetName(), "&lol;");
 }
 
 TEST(DataModel, FieldsAreFoundByNameAndWithAFunctionByLetters)
@@ -248,17 +241,10 @@ TEST(DataModel, ANameIsTakenOnce)
     model.AppendField(CFField("a", CFField::Flag, CFField::Integer));
     EXPECT_THROW(model.AppendField(CFField("a", CFField::Flag, CFField::Integer)), CFMetaDataError);
     EXPECT_EQ(model.FieldCount(), 1U);
-    // A copy goes its own way.
-    CFMetaData copy = model;
-    copy.AppendField(CFField("b", CFField::Flag, CFField::Integer));
-    EXPECT_EQ(model.GetFieldIndex("b"), -1);
 }
 
 TEST(DataModel, ValuesOutsideTheEnumerationsHaveNoWord)
 {
-    EXPECT_STREQ(WordOf(CFField::Typeless), "typeless");
-    EXPECT_STREQ(WordOf(CFField::Timestamp), "timestamp");
-    EXPECT_STREQ(WordOf(CFField::None), "none");
     EXPECT_EQ(WordOf(CFField::Unknown), nullptr);
     EXPECT_EQ(WordOf(static_cast<CFField::FieldType>(6)), nullptr);
     EXPECT_EQ(WordOf(static_cast<CFField::StorageType>(7)), nullptr);

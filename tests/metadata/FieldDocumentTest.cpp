@@ -211,6 +211,8 @@ TEST(FieldDocument, ACopyGoesItsOwnWay)
     field.SetPrivateFormat(CFFormat(1, 1, 0));
     field.SetBaseField(field);
     copy.ReplaceField(0, field);
+    copy.AppendField(CFField("b", CFField::Flag, CFField::Integer));
+    EXPECT_EQ(model.FieldCount(), 1U);
     EXPECT_EQ(model.GetField(0U)->GetLabel(), "");
     EXPECT_EQ(model.GetField(0U)->GetPrivateFormat()->GetWidth(), 8);
     EXPECT_EQ(model.GetField(0U)->GetBaseField()->GetLabel(), "");
@@ -220,5 +222,5 @@ TEST(FieldDocument, ACopyGoesItsOwnWay)
     CFField other = field;
     other.SetName("other");
     EXPECT_THROW(copy.ReplaceField(0, other), CFMetaDataError);
-    EXPECT_THROW(copy.ReplaceField(1, field), std::out_of_range);
+    EXPECT_THROW(copy.ReplaceField(2, field), std::out_of_range);
 }

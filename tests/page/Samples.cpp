@@ -11,12 +11,9 @@
 #include "ChartOutput.h"
 #include "OutputPage.h"
 #include "OutputTree.h"
-#include "TnOutput.h"
+#include "support/OutputParts.h"
 
 namespace {
-
-using Table = std::unique_ptr<TnPivotTable>;
-using Dimension = std::unique_ptr<TnDimension>;
 
 constexpr double kMissing = std::numeric_limits<double>::lowest();
 const std::string kHostile = "</script><img src=x onerror=alert(1)>\"' & \xE2\x80\xA8" +
@@ -29,27 +26,9 @@ TnUTF8String words(const std::string& text)
     return TnUTF8String(text);
 }
 
-TnNumber number(double value, std::uint8_t type = kFormatGeneral, std::uint8_t decimals = 2)
-{
-    return {value, TnFormatSpec({40, type, decimals})};
-}
-
-TnAnnotation note(const std::string& text)
-{
-    return {TnHandle(words(text).Replicate()), TnHandle(-1), false};
-}
-
 Table tableUnder(TnHeading& heading, const std::string& title)
 {
     return Table(heading.PivotTable(words(title), words("Sample"), true));
-}
-
-Dimension dimensionOf(TnPivotTable& table, const std::string& name, TnDimension::Place place,
-                      int position = 1, TnPivotTable::Sort sort = TnPivotTable::Unsorted)
-{
-    Dimension dimension(table.Dimension(words(name), sort));
-    dimension->Position(place, position, false, false);
-    return dimension;
 }
 
 double madeUp(int seed, double scale)
@@ -91,8 +70,8 @@ void addCrossTable(TnHeading& heading)
     const Dimension figures = dimensionOf(*table, "Statistics", TnDimension::Column, 2);
     table->CornerText(words("Days"));
     figures->Position(TnDimension::Column, 2, true, false);
-    const std::unique_ptr<TnGroup> dry(kinds->Group(words("Dry"), true, TnGroup::Unsorted));
-    const std::unique_ptr<TnGroup> wet(kinds->Group(words("Wet"), true, TnGroup::Unsorted));
+    const Group dry(kinds->Group(words("Dry"), true, TnGroup::Unsorted));
+    const Group wet(kinds->Group(words("Wet"), true, TnGroup::Unsorted));
     int seed = 0;
     const auto fill = [&](TnGroup& group, const std::string& kind) {
         group.Category(words(kind));
@@ -223,13 +202,9 @@ void writeHostile()
     addChart(procedure, "fetching",
              R"({"mark": "point", "encoding": {}, "data": {"url": "https://example.org/x.json"}})");
     addChart(procedure, "</script>",
-             R"json({"mark": {"type": "point", "href": "javascript:alert(3)"
-}
-, "encoding" : {"x" : {"field" : "</script>", "type" : "nominal"}}, "data":
-{
-    "values" : [ {"</script>" : "\u2028<img src=x onerror=alert(4)>"} ]
-}
-})json");
+             R"X({"mark": {"type": "point", "href": "javascript:alert(3)"},
+                  "encoding": {"x": {"field": "</script>", "type": "nominal"}},
+                  "data": {"values": [{"</script>": "\u2028<img src=x onerror=alert(4)>"}]}})X");
     addChart(procedure, "deep", std::string(100000, '[') + std::string(100000, ']'));
 }
 
@@ -274,8 +249,8 @@ void writeShapes()
             dimensionOf(*table, "Column", TnDimension::Column, 1, TnPivotTable::Descending);
         columns->Position(TnDimension::Column, 1, true, false);
         rows->Category(words("r"));
-        const std::unique_ptr<TnGroup> shown(columns->Group(words("G"), true, TnGroup::Ascending));
-        const std::unique_ptr<TnGroup> unseen(columns->Group(words("H"), false, TnGroup::Unsorted));
+        const Group shown(columns->Group(words("G"), true, TnGroup::Ascending));
+        const Group unseen(columns->Group(words("H"), false, TnGroup::Unsorted));
         for (const char* label : {"2", "1"})
             shown->Category(words(label)).Cell(number(std::stod(label)));
         unseen->Category(words("h")).Cell(number(3));

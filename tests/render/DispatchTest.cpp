@@ -1,3 +1,4 @@
+#include <tuple>
 
 #include "VexaJVM.h"
 #include "render/Rendering.h"
@@ -148,18 +149,14 @@ TEST_F(DispatchTest, ContentIsFoundByPath)
 {
     jsonToTarn output(procedure.get(), &source, strings,
                       json("{'o':{'k':1,'s':'x','e':{},'l':[],'m':[0],'n':null}}"));
-    const struct
-    {
-        const char* path;
-        bool isItem;
-        bool hasContent;
-    } rows[] = {{"o", true, true},         {".o.", true, true},   {"o.k", true, false},
-                {"o.s", false, false},     {"o.e", true, false},  {"o.l", true, false},
-                {"o..m", true, true},      {"o.n", false, false}, {"o.k.x", false, false},
-                {"missing", false, false}, {"", false, false}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(output.hasItem(row.path), row.isItem) << row.path;
-        EXPECT_EQ(output.hasItemContent(row.path), row.hasContent) << row.path;
+    const std::tuple<const char*, bool, bool> rows[] = {
+        {"o", true, true},         {".o.", true, true},   {"o.k", true, false},
+        {"o.s", false, false},     {"o.e", true, false},  {"o.l", true, false},
+        {"o..m", true, true},      {"o.n", false, false}, {"o.k.x", false, false},
+        {"missing", false, false}, {"", false, false}};
+    for (const auto& [path, isItem, hasContent] : rows) {
+        EXPECT_EQ(output.hasItem(path), isItem) << path;
+        EXPECT_EQ(output.hasItemContent(path), hasContent) << path;
     }
     EXPECT_EQ(output.getTop().getObject(), output.getTop().getTop());
 

@@ -1,5 +1,7 @@
 #include "render/Rendering.h"
 
+#include <utility>
+
 namespace {
 
 std::string text(const std::string& word)
@@ -65,11 +67,7 @@ protected:
 
 TEST_F(TableTest, CellsFillInOrder)
 {
-    const struct
-    {
-        std::string cells;
-        const char* shown;
-    } rows[] = {
+    const std::pair<std::string, const char*> rows[] = {
         {values("1,2,3,4,5"), " a/x=1:40.3\n a/y=2:40.3\n b/x=3:40.3\n b/y=4:40.3\n c/x=5:40.3\n"},
         {values("1,2", "10"), " b/x=1:40.3\n b/y=2:40.3\n"},
         {values("1,2,3,4,5,6,7,8", "11"), " b/y=1:40.3\n c/x=2:40.3\n c/y=3:40.3\n"},
@@ -83,18 +81,14 @@ TEST_F(TableTest, CellsFillInOrder)
          " a/x=1:40.3\n c/y=5:40.3\n"},
         {values("1,true,[],2"), " a/x=1:40.3\n b/y=2:40.3\n"},
     };
-    for (const auto& row : rows)
-        expect(table(kGrid, row.cells), row.shown, kGridHead);
+    for (const auto& [cells, shown] : rows)
+        expect(table(kGrid, cells), shown, kGridHead);
 }
 
 TEST_F(TableTest, ATableThatIsNotWholeLeavesNoTrace)
 {
     const std::string cells = "'cells':[{'cells':{'compactCells':{'value':[1]}}}]";
-    const struct
-    {
-        std::string json;
-        bool isBuilt;
-    } rows[] = {
+    const std::pair<std::string, bool> rows[] = {
         {"{" + cells + ",'footnotes':[]}", true},
         {"{" + cells + ",'tableId':'','title':{},'dimensions':[]}", false},
         {"{" + cells + ",'tableId':'i','dimensions':[]}", false},
@@ -105,17 +99,13 @@ TEST_F(TableTest, ATableThatIsNotWholeLeavesNoTrace)
         {"{'footnotes':[],'cells':[null,{'cells':{}},{'cells':{'compactCells':{'value':[1]}}}]}",
          true},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(tableOf(row.json), row.isBuilt ? kHead : "heading P\n") << row.json;
+    for (const auto& [json, isBuilt] : rows)
+        EXPECT_EQ(tableOf(json), isBuilt ? kHead : "heading P\n") << json;
 }
 
 TEST_F(TableTest, FormatsMeetTheirCells)
 {
-    const struct
-    {
-        const char* formats;
-        const char* shown;
-    } rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         {"{'index':'01','format':{'decimals':1}}", " a/x=1:40.3\n a/y=2:40.1\n b/x=8:40.3\n"},
         {"{'index':'*1','format':{'suffix':'%'}}", " a/x=1:40.3\n a/y=2:31.3\n b/x=8:40.3\n"},
         {"{'index':'**','format':{'decimals':0}}", " a/x=1:40.0\n a/y=2:40.0\n b/x=8:40.0\n"},
@@ -137,9 +127,9 @@ TEST_F(TableTest, FormatsMeetTheirCells)
         {"{'index':'**','format':{'dateTimePattern':'dd'}}",
          " a/x=12219379201:20.3\n a/y=12219379202:20.3\n b/x=12219379208:20.3\n"},
     };
-    for (const auto& row : rows)
-        expect(table(kGrid, values("1,2,8"), std::string(",'formats':[") + row.formats + "]"),
-               row.shown, kGridHead);
+    for (const auto& [formats, shown] : rows)
+        expect(table(kGrid, values("1,2,8"), std::string(",'formats':[") + formats + "]"), shown,
+               kGridHead);
 }
 
 TEST_F(TableTest, CellsNameLabels)
@@ -220,11 +210,7 @@ TEST_F(TableTest, FiltersKeepWhatTheyLetThrough)
     const std::string rows =
         dimension("R", group("g", leaf("a") + "," + group("h", leaf("b") + "," + leaf("c"))) + "," +
                            leaf("d") + "," + leaf("e"));
-    const struct
-    {
-        Preparation prepare;
-        const char* shown;
-    } cases[] = {
+    const std::pair<Preparation, const char*> cases[] = {
         {nullptr, ": g(a h(b c)) d e\n a=1:40.3\n b=2:40.3\n c=3:40.3\n d=4:40.3\n e=5:40.3\n"},
         {[](jsonPivot& pivot) { pivot.hideCategories({"d"}, true); }, ": \n"},
         {[](jsonPivot& pivot) {
@@ -241,11 +227,11 @@ TEST_F(TableTest, FiltersKeepWhatTheyLetThrough)
         {[](jsonPivot& pivot) { pivot.hideAllCategoriesExcept({"g"}, false); },
          ": g(a h(b c)) d e\n a=1:40.3\n b=2:40.3\n c=3:40.3\n d=4:40.3\n e=5:40.3\n"},
     };
-    for (const auto& row : cases) {
-        std::string shown = row.shown;
-        if (shown.find("h)") != shown.npos)
-            shown.replace(shown.find("h)"), 2, "h())");
-        expect(table(rows, values("1,2,3,4,5")), shown, kHead + " row1 R", row.prepare);
+    for (const auto& [prepare, shown] : cases) {
+        std::string expected = shown;
+        if (expected.find("h)") != expected.npos)
+            expected.replace(expected.find("h)"), 2, "h())");
+        expect(table(rows, values("1,2,3,4,5")), expected, kHead + " row1 R", prepare);
     }
     EXPECT_EQ(tableOf(table(dimension("L", leaf("a") + "," + leaf("b"), ",'role':'layer'"),
                             values("1,2")),

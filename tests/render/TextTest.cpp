@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <tuple>
 #include <vector>
 
+#include "data/MemorySource.h"
 #include "render/Rendering.h"
 
 namespace {
@@ -8,30 +10,23 @@ namespace {
 constexpr double kEpoch = 12219379200.0;
 constexpr double kMissing = -1.7976931348623157e308;
 
-/// Variables without cases.
-class Variables : public VEXA_DataSource
+/// A number and a text with labels, and a day between them.
+MemorySource variables()
 {
-public:
-    int ColumnCount() const override { return static_cast<int>(list.size()); }
-    const VEXA_Variable& GetVariable(int column) const override
-    {
-        return list.at(static_cast<std::size_t>(column));
-    }
-    int GetWeightVarIndex() const override { return -1; }
-    int GetNSplitVars() const override { return 0; }
-    int GetSplitVarIndex(int) const override { return -1; }
-    VEXA_InputCaseIterator* MakeIterator(ErrorMonitor*) const override { return nullptr; }
-
-    VEXA_Variable& add(const std::string& name, int type, const VEXA_Format& format)
-    {
-        list.emplace_back(type);
-        list.back().SetName(name);
-        list.back().SetFormat(format);
-        return list.back();
-    }
-
-    std::vector<VEXA_Variable> list;
-};
+    VEXA_Variable sex = numeric("Sex");
+    sex.SetFormat({8, kFormatNumber, 0});
+    sex.SetLabel("The sex");
+    VEXA_ValueLabelMap numbers;
+    numbers.SetLabel(1.0, "female");
+    sex.SetValueLabels(numbers);
+    VEXA_Variable day = numeric("day");
+    day.SetFormat({11, kFormatDateYearFirst, 0});
+    VEXA_Variable town = text("town", 10);
+    VEXA_ValueLabelMap texts(10);
+    texts.SetLabel("Bern", "Capital");
+    town.SetValueLabels(texts);
+    return MemorySource({sex, day, town});
+}
 
 class TextTest : public RenderTest
 {
@@ -39,17 +34,7 @@ protected:
     void SetUp() override
     {
         RenderTest::SetUp();
-        VEXA_Variable& sex = variables.add("Sex", 0, {8, kFormatNumber, 0});
-        sex.SetLabel("The sex");
-        VEXA_ValueLabelMap numbers;
-        numbers.SetLabel(1.0, "female");
-        sex.SetValueLabels(numbers);
-        variables.add("day", 0, {11, kFormatDateYearFirst, 0});
-        VEXA_Variable& town = variables.add("town", 10, {10, kFormatString, 0});
-        VEXA_ValueLabelMap texts(10);
-        texts.SetLabel("Bern", "Capital");
-        town.SetValueLabels(texts);
-        source.SetDataset(&variables);
+        source.SetDataset(&cases);
         for (const char* storage : {"date", "time", "timestamp", "timespan", "real", "string"})
             addField(storage);
     }
@@ -64,7 +49,7 @@ protected:
         dictionary.addField(field);
     }
 
-    Variables variables;
+    const MemorySource cases = variables();
 };
 
 std::string show(const TnContent& content)
@@ -79,12 +64,8 @@ std::string show(const TnContent& content)
 
 TEST_F(TextTest, ItemsBecomeTexts)
 {
-    const struct
-    {
-        const char* body;
-        bool translate;
-        const char* shown; ///< text|key|help, null for no text
-    } rows[] = {
+    // Shown as text|key|help; null for no text.
+    const std::tuple<const char*, bool, const char*> rows[] = {
         {"'stringText':{'key':'no_such_key','value':'B','helpId':'H'}", true,
          "no_such_key|no_such_key|"},
         {"'stringText':{}", true, " "},
@@ -134,11 +115,11 @@ TEST_F(TextTest, ItemsBecomeTexts)
          "{'text':{'stringText':{'key':'k','value':'b'}}}]}",
          true, "a^2k"},
     };
-    for (const auto& row : rows) {
-        const auto text = textOf(std::string("{'text':{") + row.body + "}}", row.translate);
-        ASSERT_EQ(text != nullptr, row.shown != nullptr) << row.body;
+    for (const auto& [body, translate, shown] : rows) {
+        const auto text = textOf(std::string("{'text':{") + body + "}}", translate);
+        ASSERT_EQ(text != nullptr, shown != nullptr) << body;
         if (text) {
-            EXPECT_EQ(show(text->content()), row.shown) << row.body << row.translate;
+            EXPECT_EQ(show(text->content()), shown) << body << translate;
         }
     }
     source.SetDataset(nullptr);
@@ -147,14 +128,7 @@ TEST_F(TextTest, ItemsBecomeTexts)
 
 TEST_F(TextTest, FormatsDecideTypeAndScale)
 {
-    const struct
-    {
-        const char* format;
-        double value;
-        int type;
-        int decimals;
-        double shown;
-    } rows[] = {
+    const std::tuple<const char*, double, int, int, double> rows[] = {
         {"", 5, 40, 0, 5},
         {"{}", 5, 40, 3, 5},
         {"{'string':true,'decimals':2}", 5, 1, 0, 5},
@@ -182,17 +156,16 @@ TEST_F(TextTest, FormatsDecideTypeAndScale)
         {"{'negativeInfinity':true,'positiveInfinity':false}", 5, 40, 3, kMissing},
         {"{'negativeInfinity':'true'}", 5, 40, 3, 5},
     };
-    for (const auto& row : rows) {
-        const std::string format =
-            *row.format == '\0' ? "" : std::string(",'format':") + row.format;
-        const auto text =
-            textOf("{'text':{'numericText':{'value':" + std::to_string(row.value) + format + "}}}");
-        ASSERT_NE(text, nullptr) << row.format;
-        const TnContent content = text->content();
-        EXPECT_EQ(int{content.format.type}, row.type) << row.format;
-        EXPECT_EQ(int{content.format.decimals}, row.decimals) << row.format;
-        EXPECT_EQ(content.format.width, 40) << row.format;
-        EXPECT_EQ(content.number, row.shown) << row.format;
+    for (const auto& [format, value, type, decimals, shown] : rows) {
+        const std::string member = *format == '\0' ? "" : std::string(",'format':") + format;
+        const auto made =
+            textOf("{'text':{'numericText':{'value':" + std::to_string(value) + member + "}}}");
+        ASSERT_NE(made, nullptr) << format;
+        const TnContent content = made->content();
+        EXPECT_EQ(int{content.format.type}, type) << format;
+        EXPECT_EQ(int{content.format.decimals}, decimals) << format;
+        EXPECT_EQ(content.format.width, 40) << format;
+        EXPECT_EQ(content.number, shown) << format;
     }
 }
 

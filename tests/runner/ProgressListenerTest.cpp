@@ -1,5 +1,7 @@
 #include "runner/RunnerFixture.h"
 
+#include <tuple>
+
 namespace {
 
 using Kind = HostJournal::Kind;
@@ -31,22 +33,17 @@ protected:
 
 TEST_F(ProgressListener, MessagesAreKeptByTheirIds)
 {
-    const struct
-    {
-        const char* id;
-        const char* text;
-        bool kept;
-    } rows[] = {
+    const std::tuple<const char*, const char*, bool> rows[] = {
         {"AEQAE2264I", "a", false}, {"AEQAF0151E", "b", false}, {"AEQAR0051W", "c", false},
         {"", "d", false},           {"AEQAE2264", "e", true},   {"aeqae2264i", "f", true},
         {"AEQAE2264I ", "g", true}, {"W1", "", true},           {"W1", "h", true},
     };
     HVProgressListener listener;
-    for (const auto& row : rows) {
+    for (const auto& [id, text, kept] : rows) {
         listener.reset();
-        listener.onMessage(row.id, row.text);
-        EXPECT_EQ(listener.getState(), HVProgressListener::Running) << row.id;
-        EXPECT_EQ(listener.getMessages(), row.kept ? Names{row.text} : Names{}) << row.id;
+        listener.onMessage(id, text);
+        EXPECT_EQ(listener.getState(), HVProgressListener::Running) << id;
+        EXPECT_EQ(listener.getMessages(), kept ? Names{text} : Names{}) << id;
     }
     listener.reset();
     listener.onMessage("only a text");
@@ -76,13 +73,7 @@ TEST_F(ProgressListener, EndOfAJobIsShownByItsState)
 {
     using State = HVProgressListener::ExecutionState;
     const std::string terminated = "The Vexa Statistics run will terminate now.";
-    const struct
-    {
-        State state;
-        bool showError;
-        bool split;
-        Lines lines;
-    } rows[] = {
+    const std::tuple<State, bool, bool, Lines> rows[] = {
         {State::Failed, true, false, {{"m", 2}, {"wrong", 3}}},
         {State::Failed, false, false, {{"m", 2}}},
         {State::Failed,
@@ -94,20 +85,20 @@ TEST_F(ProgressListener, EndOfAJobIsShownByItsState)
         {State::Cancelled, false, true, {{"Split file sex = f. m", 2}, {terminated, 3}}},
         {State::Succeeded, true, false, {{"m", 2}}},
     };
-    for (const auto& row : rows) {
-        source.SetSplitVars(row.split ? std::vector<int>{1} : std::vector<int>{});
-        source.SetSplitValues(row.split ? Names{"f"} : Names{});
+    for (const auto& [state, showError, isSplit, lines] : rows) {
+        source.SetSplitVars(isSplit ? std::vector<int>{1} : std::vector<int>{});
+        source.SetSplitValues(isSplit ? Names{"f"} : Names{});
         HVProgressListener listener(&procedure);
         listener.onMessage("W1", "m");
-        if (row.state == State::Failed)
+        if (state == State::Failed)
             listener.onError("E1", "wrong", "detail");
-        else if (row.state == State::Cancelled)
+        else if (state == State::Cancelled)
             listener.onCancel();
         else
             listener.onSuccess();
-        EXPECT_EQ(display(listener, row.showError, true), row.lines) << row.state;
+        EXPECT_EQ(display(listener, showError, true), lines) << state;
         // Without the label the split makes no difference.
-        for (const Line& line : display(listener, row.showError, false))
+        for (const Line& line : display(listener, showError, false))
             EXPECT_EQ(line.text.find("Split file"), std::string::npos);
     }
 }

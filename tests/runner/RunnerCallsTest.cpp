@@ -18,9 +18,10 @@ protected:
 TEST_F(RunnerCalls, AJobMakesEachCallOnceAndInOrder)
 {
     CFAppHost::getInstance()->setLocale("de_DE");
-    NamedContainer input("in");
-    NamedContainer output("out");
-    CountedRows rows("rows", 5);
+    HVSimpleContainer input("in", "c:\\in");
+    HVSimpleContainer output("out", "c:\\out");
+    const MemorySource cases({numeric("x")}, std::vector<MemorySource::Row>(5, {1.0}));
+    SourceRows rows(cases);
     int pulled = 0;
     engine.setScript([&pulled](ScriptedJob& job) {
         job.listener().onInit("job-1");
@@ -89,7 +90,7 @@ TEST_F(RunnerCalls, ResultTellsAFailureAlone)
 TEST_F(RunnerCalls, MetadataQueryEndsTheExecution)
 {
     HVRunner runner;
-    const NamedContainer container("model");
+    const HVSimpleContainer container("model", "c:\\m");
     std::string metadata;
     runner.prepareHVLJob("job");
     engine.clearCalls();

@@ -73,7 +73,7 @@ TEST_F(RunnerCancel, UsersInterruptEndsTheJobOfAProcedure)
     EXPECT_EQ(runIndicator(), -1);
 
     runner.displayAllMessages(false, true);
-    EXPECT_EQ(texts(HostJournal::Kind::Error),
+    EXPECT_EQ(journalTexts(HostJournal::Kind::Error),
               (std::vector<std::string>{"before the end",
                                         "The Vexa Statistics run will terminate now."}));
 }

@@ -30,8 +30,9 @@ Fault faultOf(Action action)
 
 void runWholeJob(HVRunner& runner)
 {
-    static NamedContainer container("c");
-    static CountedRows rows("rows", 1);
+    HVSimpleContainer container("c", "c:\\c");
+    const MemorySource cases({numeric("x")}, {{1.0}});
+    SourceRows rows(cases);
     runner.prepareHVLJob("job");
     runner.addInputContainer(&container);
     runner.addOutputContainer(&container);
@@ -61,7 +62,7 @@ TEST_F(RunnerFaults, EngineExceptionsPassFromEveryCall)
 
 TEST_F(RunnerFaults, QueriesAnswerWithNothing)
 {
-    const NamedContainer container("model");
+    const HVSimpleContainer container("model", "c:\\m");
     for (const Fault fault : kFaults) {
         SCOPED_TRACE(nameOf(fault));
         HVRunner runner;

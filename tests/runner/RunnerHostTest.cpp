@@ -1,5 +1,7 @@
 #include "runner/RunnerFixture.h"
 
+#include <tuple>
+
 namespace {
 
 using Kind = HostJournal::Kind;
@@ -8,14 +10,7 @@ using RunnerHost = RunnerFixture;
 
 TEST_F(RunnerHost, WeightAndSplitAreOffWhileTheRunnerLives)
 {
-    const struct
-    {
-        std::int64_t weight;
-        std::int64_t split;
-        bool supportsWeight;
-        bool supportsSplit;
-        Names notes;
-    } rows[] = {
+    const std::tuple<std::int64_t, std::int64_t, bool, bool, Names> rows[] = {
         {3, 2, true, true, {}},
         {3, 2, false, true, {"DisableWeight"}},
         {3, 2, true, false, {"DisableSplit"}},
@@ -23,14 +18,14 @@ TEST_F(RunnerHost, WeightAndSplitAreOffWhileTheRunnerLives)
         {3, 0, false, false, {"DisableWeight"}},
         {0, -1, false, false, {}},
     };
-    for (const auto& row : rows) {
+    for (const auto& [weight, split, supportsWeight, supportsSplit, notes] : rows) {
         HostJournal::instance().clear();
-        pvGetCmnGlb()->weight = row.weight;
-        pvGetCmnGlb()->split = row.split;
+        pvGetCmnGlb()->weight = weight;
+        pvGetCmnGlb()->split = split;
         source.SetSplitEndCheck(true);
         {
             HVRunner runner(&procedure);
-            EXPECT_TRUE(runner.prepareActiveDS(source, row.supportsWeight, row.supportsSplit));
+            EXPECT_TRUE(runner.prepareActiveDS(source, supportsWeight, supportsSplit));
             EXPECT_EQ(pvGetCmnGlb()->weight, 0);
             EXPECT_EQ(pvGetCmnGlb()->split, 0);
             EXPECT_FALSE(source.SplitEndCheck());
@@ -38,10 +33,10 @@ TEST_F(RunnerHost, WeightAndSplitAreOffWhileTheRunnerLives)
             pvGetCmnGlb()->weight = 7;
             pvGetCmnGlb()->split = 7;
         }
-        EXPECT_EQ(texts(Kind::Note), row.notes);
-        EXPECT_EQ(texts(Kind::Error).size(), row.notes.size());
-        EXPECT_EQ(pvGetCmnGlb()->weight, row.weight > 0 ? row.weight : 7);
-        EXPECT_EQ(pvGetCmnGlb()->split, row.split > 0 ? row.split : 7);
+        EXPECT_EQ(journalTexts(Kind::Note), notes);
+        EXPECT_EQ(journalTexts(Kind::Error).size(), notes.size());
+        EXPECT_EQ(pvGetCmnGlb()->weight, weight > 0 ? weight : 7);
+        EXPECT_EQ(pvGetCmnGlb()->split, split > 0 ? split : 7);
     }
     expectedWeight = expectedSplit = 7;
     EXPECT_EQ(source.GetMeasurementLevel(0), MeasurementLevel::Scale);
@@ -56,7 +51,7 @@ TEST_F(RunnerHost, SourceWithoutColumnsIsLeftAlone)
     EXPECT_EQ(pvGetCmnGlb()->weight, 3);
     EXPECT_EQ(pvGetCmnGlb()->split, 2);
     EXPECT_TRUE(source.SplitEndCheck());
-    EXPECT_TRUE(texts(Kind::Note).empty());
+    EXPECT_TRUE(journalTexts(Kind::Note).empty());
     pvGetCmnGlb()->weight = 5;
     expectedWeight = 5;
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <tuple>
 
 #include "CFAppHost.h"
 #include "HVServiceManager.h"
@@ -52,23 +53,19 @@ TEST_F(ServiceManager, FirstCallSettlesWhetherTheStartIsLogged)
 TEST_F(ServiceManager, SettingsFollowTheHost)
 {
     CFAppHost& host = *CFAppHost::getInstance();
-    const struct
-    {
-        int threads;
-        const char* directory;
-        const char* threadsText;
-    } rows[] = {{2, "/some where", "2"}, {16, "/some where/", "4"}, {4, "\\some where\\", "4"}};
-    for (const auto& row : rows) {
+    const std::tuple<int, const char*, const char*> rows[] = {
+        {2, "/some where", "2"}, {16, "/some where/", "4"}, {4, "\\some where\\", "4"}};
+    for (const auto& [threads, directory, threadsText] : rows) {
         StatHVServiceManager::shutdown();
-        host.setMaxCompThreads(row.threads);
-        host.setTempDirectory(row.directory);
+        host.setMaxCompThreads(threads);
+        host.setTempDirectory(directory);
         host.setLocale("pt_BR");
         StatHVServiceManager::get(false);
         const auto start = engine.starts().back();
         using Properties = std::vector<std::pair<std::string, std::string>>;
         EXPECT_EQ(start.properties(), (Properties{{"ae.temp.path", "\\some where\\ae"},
                                                   {"af.temp.path", "\\some where\\af"},
-                                                  {"mmr.threads", row.threadsText},
+                                                  {"mmr.threads", threadsText},
                                                   {"af.io.cache.size", "4194304"}}));
         EXPECT_EQ(start.locale(), "pt_BR");
         EXPECT_EQ(start.analyticRoot(), HVSimpleFile::GetAnalyticRootUTF());

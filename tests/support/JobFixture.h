@@ -7,6 +7,7 @@
 
 #include "ExtNameStr.h"
 #include "FileServices.h"
+#include "JNIException.h"
 #include "Journal.h"
 #include "TnOutput.h"
 #include "VexaDataSource.h"
@@ -38,6 +39,24 @@ protected:
         runner->cleanJRef();
         EXPECT_EQ(jni().liveGlobals(), 0);
         EXPECT_EQ(scratchFiles(), std::vector<std::string>());
+    }
+
+    /// Runs a piece of work as often as it makes calls of the machine, each of which fails once;
+    /// whichever fails, what was made goes.
+    template <typename Work>
+    void expectToSurviveFailures(Work work)
+    {
+        bool reached = true;
+        for (int number = 1; reached; ++number) {
+            SCOPED_TRACE(number);
+            jni().failAt(number, RecordingJni::Fault::OutOfMemory);
+            try {
+                work();
+            } catch (const JNIException&) {
+            }
+            reached = jni().endFault();
+            expectNothingLeft();
+        }
     }
 
     static std::vector<std::string> scratchFiles()

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 #include <locale>
+#include <tuple>
 #include <vector>
 
 #include "VexaVariable.h"
@@ -93,18 +94,13 @@ TEST(Conversions, VariableSaysHowWide)
 
 TEST(Conversions, ReadUpToWhatIsNoNumber)
 {
-    const struct
-    {
-        const char* text;
-        int integer;
-        double real;
-    } rows[] = {
+    const std::tuple<const char*, int, double> rows[] = {
         {"12abc", 12, 12}, {"abc", 0, 0},    {"", 0, 0},    {"  \t-7 8", -7, -7}, {"1.5x", 1, 1.5},
         {"+3", 3, 3},      {"1e3", 1, 1000}, {"1,5", 1, 1}, {"- 1", 0, 0},        {"0x10", 0, 0},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(String2Integer(row.text), row.integer) << row.text;
-        EXPECT_EQ(String2Double(row.text), row.real) << row.text;
+    for (const auto& [text, integer, real] : rows) {
+        EXPECT_EQ(String2Integer(text), integer) << text;
+        EXPECT_EQ(String2Double(text), real) << text;
     }
     EXPECT_EQ(String2Integer("99999999999"), std::numeric_limits<int>::max());
 }

@@ -6,12 +6,12 @@
 #include <thread>
 #include <vector>
 
-#include "Journal.h"
 #include "OutputTree.h"
 #include "TnOutput.h"
 #include "VexaCases.h"
 #include "support/HVDebug.h"
 #include "support/HVStatDisplay.h"
+#include "support/JournalTexts.h"
 
 namespace {
 
@@ -74,10 +74,7 @@ std::vector<std::string> linesOf(Call call)
 {
     HostJournal::instance().clear();
     call();
-    std::vector<std::string> lines;
-    for (const auto& entry : HostJournal::instance().entries(HostJournal::Kind::Line))
-        lines.push_back(entry.text);
-    return lines;
+    return journalTexts(HostJournal::Kind::Line);
 }
 
 using namespace HVStatDisplay;

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <set>
+#include <tuple>
 #include <utility>
 
 #include "support/DirectorySpecific.h"
@@ -86,27 +87,21 @@ TEST(FileFacts, TellFileDirectoryAndNothingApart)
     fs::create_directory(scratch.path / "fixed");
     for (const char* name : {"fixed.txt", "fixed"})
         fs::permissions(scratch.path / name, fs::perms::owner_read | fs::perms::owner_exec);
-    const struct
-    {
-        std::string path;
-        bool valid;
-        bool exists;
-        bool directory;
-        bool readOnly;
-    } rows[] = {{scratch.name("file.txt"), true, true, false, false},
-                {scratch.name("fixed.txt"), true, true, false, true},
-                {scratch.name("missing.txt"), true, false, false, false},
-                {scratch.folder, true, true, true, false},
-                {scratch.name("fixed"), true, true, true, true},
-                {"", false, false, false, false}};
-    for (const auto& row : rows) {
-        const FileSpecific file(row.path);
-        EXPECT_EQ(file.IsValid(), row.valid) << row.path;
-        EXPECT_EQ(file.Exists(), row.exists) << row.path;
-        EXPECT_EQ(file.IsDir(), row.directory) << row.path;
-        EXPECT_EQ(file.ReadOnly(), row.readOnly) << row.path;
-        EXPECT_FALSE(file.IsInUse() || file.IsLocked()) << row.path;
-        EXPECT_EQ(file.ExpandPath(), row.path);
+    const std::tuple<std::string, bool, bool, bool, bool> rows[] = {
+        {scratch.name("file.txt"), true, true, false, false},
+        {scratch.name("fixed.txt"), true, true, false, true},
+        {scratch.name("missing.txt"), true, false, false, false},
+        {scratch.folder, true, true, true, false},
+        {scratch.name("fixed"), true, true, true, true},
+        {"", false, false, false, false}};
+    for (const auto& [path, valid, exists, directory, readOnly] : rows) {
+        const FileSpecific file(path);
+        EXPECT_EQ(file.IsValid(), valid) << path;
+        EXPECT_EQ(file.Exists(), exists) << path;
+        EXPECT_EQ(file.IsDir(), directory) << path;
+        EXPECT_EQ(file.ReadOnly(), readOnly) << path;
+        EXPECT_FALSE(file.IsInUse() || file.IsLocked()) << path;
+        EXPECT_EQ(file.ExpandPath(), path);
     }
     const FileSpecific file((scratch.path / "file.txt").string());
     EXPECT_EQ(file.ExpandPath(), scratch.name("file.txt"));

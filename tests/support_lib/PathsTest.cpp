@@ -1,5 +1,7 @@
 #include "support/Paths.h"
 
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "support/HostScopes.h"
@@ -9,12 +11,7 @@ namespace {
 
 TEST(Paths, HostSpellingUsesTheBackslash)
 {
-    const struct
-    {
-        const char* path;
-        bool trailing;
-        const char* expected;
-    } rows[] = {
+    const std::tuple<const char*, bool, const char*> rows[] = {
         {"", false, ""},
         {"", true, ""},
         {"c:/a", false, "c:\\a"},
@@ -24,36 +21,25 @@ TEST(Paths, HostSpellingUsesTheBackslash)
         {"/", true, "\\"},
         {"a//b", true, "a\\\\b\\"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(FormalizeFilePath(row.path, row.trailing), row.expected) << row.path;
+    for (const auto& [path, trailing, expected] : rows)
+        EXPECT_EQ(FormalizeFilePath(path, trailing), expected) << path;
 }
 
 TEST(Paths, JoiningDropsOneLeadingSeparator)
 {
-    const struct
-    {
-        const char* first;
-        const char* second;
-        const char* expected;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"c:/a", "/b", "c:\\a\\b"},    {"c:\\a\\", "b", "c:\\a\\b"},
         {"c:/a", "//b", "c:\\a\\\\b"}, {"", "/b", "\\b"},
         {"", "b/c/", "b\\c\\"},        {"c:/a", "", "c:\\a\\"},
         {"c:/a", "b/", "c:\\a\\b\\"},  {"", "", ""},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(JoinFilePath(row.first, row.second), row.expected)
-            << row.first << " + " << row.second;
+    for (const auto& [first, second, expected] : rows)
+        EXPECT_EQ(JoinFilePath(first, second), expected) << first << " + " << second;
 }
 
 TEST(Paths, EngineSpellingIsAUrl)
 {
-    const struct
-    {
-        const char* path;
-        const char* protocol;
-        const char* expected;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"C:\\data\\a.sav", "file", "file:///C:/data/a.sav"},
         {"\\tmp\\a.sav", "file", "file:////tmp/a.sav"},
         {"file:///x", "file", "/file:///x"},
@@ -62,9 +48,9 @@ TEST(Paths, EngineSpellingIsAUrl)
         {"http://h\\b", "http", "http://h/b"},
         {"", "file", "file:///"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(NormalizeHvlPath(row.path, row.protocol), row.expected) << row.path;
-        EXPECT_EQ(NormalizeHvlPathU(row.path, row.protocol), row.expected) << row.path;
+    for (const auto& [path, protocol, expected] : rows) {
+        EXPECT_EQ(NormalizeHvlPath(path, protocol), expected) << path;
+        EXPECT_EQ(NormalizeHvlPathU(path, protocol), expected) << path;
     }
 }
 

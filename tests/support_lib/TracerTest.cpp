@@ -4,9 +4,11 @@
 
 #include <memory>
 #include <optional>
+#include <tuple>
+#include <utility>
 
-#include "Journal.h"
 #include "support/HostScopes.h"
+#include "support/JournalTexts.h"
 #include "support/ScratchFolder.h"
 
 namespace {
@@ -21,14 +23,6 @@ std::unique_ptr<HVStatTracer> makeTracer(const Value& dir, const Value& print = 
     const ScopedEnvironment printing("HV_STAT_DEBUG_PRINT", print);
     const ScopedEnvironment count("HV_STAT_DEBUG_MAXCOUNT", maxCount);
     return std::make_unique<HVStatTracer>();
-}
-
-std::vector<std::string> viewerLines()
-{
-    std::vector<std::string> lines;
-    for (const auto& entry : HostJournal::instance().entries(HostJournal::Kind::Line))
-        lines.push_back(entry.text);
-    return lines;
 }
 
 class Tracer : public ::testing::Test
@@ -54,7 +48,7 @@ TEST_F(Tracer, IsOffWithoutADirectory)
         EXPECT_FALSE(std::filesystem::exists("hvinteg_test_trace.hvl"));
         EXPECT_EQ(tracer->maxTraceDirCount(), 1024);
     }
-    EXPECT_TRUE(viewerLines().empty());
+    EXPECT_TRUE(journalTexts(HostJournal::Kind::Line).empty());
 }
 
 TEST_F(Tracer, TakesTheFirstFreeNumber)
@@ -76,21 +70,16 @@ TEST_F(Tracer, TakesTheFirstFreeNumber)
 TEST_F(Tracer, MaxCountLimitsTheDirectories)
 {
     scratch.put("trace/hvtrace_0/x");
-    const struct
-    {
-        const char* count;
-        bool tracing;
-        const char* dir;
-    } rows[] = {{"1", false, ""},
-                {"-1", false, ""},
-                {"0", true, "trace\\"},
-                {"none", true, "trace\\"},
-                {"2x", true, "trace\\hvtrace_1"}};
-    for (const auto& row : rows) {
-        const auto tracer = makeTracer(root, {}, row.count);
-        EXPECT_EQ(tracer->canTrace(), row.tracing) << row.count;
-        EXPECT_TRUE(tracer->isTrace()) << row.count;
-        EXPECT_EQ(tracer->traceDir(), row.tracing ? scratch.name(row.dir) : "") << row.count;
+    const std::tuple<const char*, bool, const char*> rows[] = {{"1", false, ""},
+                                                               {"-1", false, ""},
+                                                               {"0", true, "trace\\"},
+                                                               {"none", true, "trace\\"},
+                                                               {"2x", true, "trace\\hvtrace_1"}};
+    for (const auto& [count, tracing, dir] : rows) {
+        const auto tracer = makeTracer(root, {}, count);
+        EXPECT_EQ(tracer->canTrace(), tracing) << count;
+        EXPECT_TRUE(tracer->isTrace()) << count;
+        EXPECT_EQ(tracer->traceDir(), tracing ? scratch.name(dir) : "") << count;
     }
     EXPECT_TRUE(scratch.has("trace/hvinteg.log"));
 }
@@ -101,50 +90,37 @@ TEST_F(Tracer, RootThatCannotBeUsedLeavesItOff)
     scratch.put("file");
     fs::create_directory(scratch.path / "fixed");
     fs::permissions(scratch.path / "fixed", fs::perms::owner_read | fs::perms::owner_exec);
-    const struct
-    {
-        const char* dir;
-        std::string root;
-    } rows[] = {{"deep/er", ""}, {"file", ""}, {"fixed", scratch.name("fixed\\")}};
-    for (const auto& row : rows) {
-        const auto tracer = makeTracer((scratch.path / row.dir).string(), {}, "0");
-        EXPECT_FALSE(tracer->canTrace()) << row.dir;
-        EXPECT_FALSE(tracer->isTrace()) << row.dir;
-        EXPECT_EQ(tracer->traceRoot(), row.root);
-        EXPECT_FALSE(scratch.has(std::string(row.dir) + "/hvinteg.log"));
+    const std::pair<const char*, std::string> rows[] = {
+        {"deep/er", ""}, {"file", ""}, {"fixed", scratch.name("fixed\\")}};
+    for (const auto& [dir, traceRoot] : rows) {
+        const auto tracer = makeTracer((scratch.path / dir).string(), {}, "0");
+        EXPECT_FALSE(tracer->canTrace()) << dir;
+        EXPECT_FALSE(tracer->isTrace()) << dir;
+        EXPECT_EQ(tracer->traceRoot(), traceRoot);
+        EXPECT_FALSE(scratch.has(std::string(dir) + "/hvinteg.log"));
     }
 }
 
 TEST_F(Tracer, ViewerTakesLinesOnlyForTheTwoWords)
 {
-    const struct
-    {
-        const char* value;
-        bool prints;
-    } rows[] = {{"YES", true}, {"1", true}, {"yes", false},  {"Yes", false},
-                {"11", false}, {"", false}, {"YES ", false}, {"TRUE", false}};
-    for (const auto& row : rows) {
+    const std::pair<const char*, bool> rows[] = {{"YES", true},   {"1", true},    {"yes", false},
+                                                 {"Yes", false},  {"11", false},  {"", false},
+                                                 {"YES ", false}, {"TRUE", false}};
+    for (const auto& [value, prints] : rows) {
         HostJournal::instance().clear();
-        const auto tracer = makeTracer({}, row.value);
-        EXPECT_EQ(tracer->printLogToViewer(), row.prints) << row.value;
+        const auto tracer = makeTracer({}, value);
+        EXPECT_EQ(tracer->printLogToViewer(), prints) << value;
         EXPECT_FALSE(tracer->addLog("line"));
-        EXPECT_EQ(viewerLines(),
-                  row.prints ? std::vector<std::string>{"line"} : std::vector<std::string>{})
-            << row.value;
+        EXPECT_EQ(journalTexts(HostJournal::Kind::Line),
+                  prints ? std::vector<std::string>{"line"} : std::vector<std::string>{})
+            << value;
     }
 }
 
 TEST_F(Tracer, FileNamesLeaveOutWhatIsEmpty)
 {
     const auto tracer = makeTracer(root);
-    const struct
-    {
-        const char* extension;
-        const char* label;
-        const char* name;
-        bool unique;
-        const char* expected;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*, bool, const char*> rows[] = {
         {"hvl", "a", "b", false, "a_b.hvl"}, {"hvl", "a", "", false, "a.hvl"},
         {"hvl", "", "b", false, "b.hvl"},    {"hvl", "", "", false, "unname.hvl"},
         {"", "a", "b", false, "a_b"},        {"hvl", "a", "b", true, "a_b_2.hvl"},
@@ -152,9 +128,8 @@ TEST_F(Tracer, FileNamesLeaveOutWhatIsEmpty)
     };
     tracer->write("x", "a_b.hvl");
     tracer->write("x", "a_b_1.hvl");
-    for (const auto& row : rows)
-        EXPECT_EQ(tracer->newValidFileName(row.extension, row.label, row.name, row.unique),
-                  row.expected);
+    for (const auto& [extension, label, name, unique, expected] : rows)
+        EXPECT_EQ(tracer->newValidFileName(extension, label, name, unique), expected);
 }
 
 TEST_F(Tracer, FilesAreReplacedAppendedAndRemoved)

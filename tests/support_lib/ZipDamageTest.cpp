@@ -1,21 +1,19 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <csignal>
 #include <set>
-
-#include <sys/resource.h>
+#include <utility>
 
 #include "RawZip.h"
+#include "support/FullDisk.h"
 #include "support/Paths.h"
-#include "support/ScratchFolder.h"
-#include "support/ZipReader.h"
 #include "support/ZipWriter.h"
+#include "support_lib/ZipFixture.h"
 
 /// Archives that are damaged, very large, or have nowhere to go.
 namespace {
 
 namespace fs = std::filesystem;
+using ZipDamage = ZipFixture;
+using ZipSize = ZipFixture;
 
 std::string text()
 {
@@ -33,58 +31,48 @@ RawEntry changed(Change change)
     return entry;
 }
 
-TEST(ZipDamage, IsNeverGivenOutAsContent)
+TEST_F(ZipDamage, IsNeverGivenOutAsContent)
 {
-    const struct
-    {
-        const char* what;
-        RawEntry entry;
-    } rows[] = {{"checksum", changed([](RawEntry& entry) { entry.crc ^= 1; })},
-                {"size too large", changed([](RawEntry& entry) { ++entry.size; })},
-                {"size far too large", changed([](RawEntry& entry) { entry.size = 1U << 29; })},
-                {"size too small", changed([](RawEntry& entry) { --entry.size; })},
-                {"size of nothing", changed([](RawEntry& entry) { entry.size = 0; })},
-                {"data breaks off", changed([](RawEntry& entry) { entry.packedSize -= 20; })},
-                {"no data", changed([](RawEntry& entry) { entry.packedSize = 0; })},
-                {"data beyond the end", changed([](RawEntry& entry) { entry.data.resize(40); })},
-                {"garbage behind a start", changed([](RawEntry& entry) {
-                     entry.data.replace(entry.data.size() / 2, 100, 100, '\xff');
-                 })},
-                {"stored, too large", [] {
-                     RawEntry entry = RawEntry::stored("bad", text());
-                     ++entry.size;
-                     return entry;
-                 }()}};
-    for (const auto& row : rows) {
-        const ScratchFolder scratch;
-        scratch.put("a.zip", RawZip().add(row.entry).finish());
+    const std::pair<const char*, RawEntry> rows[] = {
+        {"checksum", changed([](RawEntry& entry) { entry.crc ^= 1; })},
+        {"size too large", changed([](RawEntry& entry) { ++entry.size; })},
+        {"size far too large", changed([](RawEntry& entry) { entry.size = 1U << 29; })},
+        {"size too small", changed([](RawEntry& entry) { --entry.size; })},
+        {"size of nothing", changed([](RawEntry& entry) { entry.size = 0; })},
+        {"data breaks off", changed([](RawEntry& entry) { entry.packedSize -= 20; })},
+        {"no data", changed([](RawEntry& entry) { entry.packedSize = 0; })},
+        {"data beyond the end", changed([](RawEntry& entry) { entry.data.resize(40); })},
+        {"garbage behind a start", changed([](RawEntry& entry) {
+             entry.data.replace(entry.data.size() / 2, 100, 100, '\xff');
+         })},
+        {"stored, too large", [] {
+             RawEntry entry = RawEntry::stored("bad", text());
+             ++entry.size;
+             return entry;
+         }()}};
+    for (const auto& [what, entry] : rows) {
+        SCOPED_TRACE(what);
+        scratch.put("a.zip", RawZip().add(entry).finish());
         scratch.put("out/bad", "old");
         std::string content = "as before";
-        EXPECT_FALSE(ZipReader(scratch.folder + "\\a.zip").ExportString(content)) << row.what;
-        EXPECT_EQ(content, "") << row.what;
-        EXPECT_FALSE(
-            ZipReader(scratch.folder + "\\a.zip").ExportFile(scratch.folder + "\\out\\bad"))
-            << row.what;
-        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << row.what;
-        EXPECT_EQ(scratch.read("out/bad"), "old") << row.what;
-        EXPECT_EQ(std::distance(fs::directory_iterator(scratch.path / "out"), {}), 1) << row.what;
+        EXPECT_FALSE(ZipReader(archive).ExportString(content));
+        EXPECT_EQ(content, "");
+        EXPECT_FALSE(ZipReader(archive).ExportFile(scratch.name("out\\bad")));
+        EXPECT_FALSE(UnzipToDir(archive, out));
+        EXPECT_EQ(scratch.read("out/bad"), "old");
+        EXPECT_EQ(std::distance(fs::directory_iterator(scratch.path / "out"), {}), 1);
     }
-}
-
-TEST(ZipDamage, OfOneEntryLeavesTheNext)
-{
-    const ScratchFolder scratch;
+    // What is shorter than it says leaves the next entry.
     const RawEntry bad = changed([](RawEntry& entry) { ++entry.size; });
     scratch.put("a.zip", RawZip().add(bad).add(RawEntry::stored("good", "x")).finish());
-    ZipReader reader(scratch.folder + "\\a.zip");
+    ZipReader reader(archive);
     std::string content;
     EXPECT_FALSE(reader.ExportString(content));
     EXPECT_TRUE(reader.GotoFile("good") && reader.ExportString(content));
 }
 
-TEST(ZipDamage, OfTheDirectoryIsNoEnd)
+TEST_F(ZipDamage, OfTheDirectoryIsNoEnd)
 {
-    const ScratchFolder scratch;
     std::string bytes =
         RawZip().add(RawEntry::stored("a", "x")).add(RawEntry::stored("b", "x")).finish();
     const std::string intact = bytes;
@@ -93,14 +81,13 @@ TEST(ZipDamage, OfTheDirectoryIsNoEnd)
         bytes = intact;
         bytes[place] = '?';
         scratch.put("a.zip", bytes);
-        EXPECT_FALSE(UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out")) << place;
+        EXPECT_FALSE(UnzipToDir(archive, out)) << place;
     }
 }
 
 // Whatever the reader gives out of an archive with one wrong byte is what went into it.
-TEST(ZipDamage, OfAnyOneByteOrOfTheEndIsSeen)
+TEST_F(ZipDamage, OfAnyOneByteOrOfTheEndIsSeen)
 {
-    const ScratchFolder scratch;
     const std::set<std::string> contents = {"", "stored content", std::string(500, 'd')};
     const std::string intact = RawZip()
                                    .add(RawEntry::stored("folder/", ""))
@@ -109,17 +96,15 @@ TEST(ZipDamage, OfAnyOneByteOrOfTheEndIsSeen)
                                    .finish();
     const auto check = [&](const std::string& bytes, std::size_t place) {
         scratch.put("a.zip", bytes);
-        ZipReader reader(scratch.folder + "\\a.zip");
-        std::string name;
-        bool isDirectory = false;
-        std::string content;
-        for (bool found = reader.GetFirst(name, isDirectory); found;
-             found = reader.GetNext(name, isDirectory))
-            if (reader.ExportString(content)) {
-                EXPECT_TRUE(contents.count(content) == 1) << "byte " << place << ": " << content;
-                // An empty content is that of the folder, whose name may have been hurt.
-                EXPECT_TRUE(!content.empty() || name.substr(0, 3) != "d") << place;
-            }
+        ZipReader reader(archive);
+        forEachEntry(reader, [&](const std::string& name, bool) {
+            std::string content;
+            if (!reader.ExportString(content))
+                return;
+            EXPECT_TRUE(contents.count(content) == 1) << "byte " << place << ": " << content;
+            // An empty content is that of the folder, whose name may have been hurt.
+            EXPECT_TRUE(!content.empty() || name.substr(0, 3) != "d") << place;
+        });
     };
     for (std::size_t place = 0; place < intact.size(); ++place)
         for (const int bits : {0x01, 0x08, 0x80, 0xff}) {
@@ -129,80 +114,52 @@ TEST(ZipDamage, OfAnyOneByteOrOfTheEndIsSeen)
         }
     for (std::size_t size = 0; size < intact.size(); ++size) {
         scratch.put("a.zip", intact.substr(0, size));
-        const bool unpacked = UnzipToDir(scratch.folder + "\\a.zip", scratch.folder + "\\out");
+        const bool unpacked = UnzipToDir(archive, out);
         // The last bytes say only how long the comment is.
         EXPECT_TRUE(!unpacked || (size > intact.size() - 8 && scratch.has("out/d"))) << size;
         fs::remove_all(scratch.path / "out");
     }
 }
 
-TEST(ZipSize, AHundredThousandEntriesAreWalkedAndFound)
+TEST_F(ZipSize, AHundredThousandEntriesAreWalkedAndFound)
 {
-    const ScratchFolder scratch;
     constexpr int kCount = 100000;
     {
-        ZipWriter writer(scratch.folder + "\\a.zip");
+        ZipWriter writer(archive);
         for (int i = 0; i < kCount; ++i)
             ASSERT_TRUE(writer.AddString("entry " + std::to_string(i), std::to_string(i)));
     }
-    ZipReader reader(scratch.folder + "\\a.zip");
+    ZipReader reader(archive);
     std::string content;
     EXPECT_TRUE(reader.GotoFile("entry 99999") && reader.ExportString(content));
     EXPECT_EQ(content, "99999");
-    std::string name;
-    bool isDirectory = false;
     int count = 0;
-    for (bool found = reader.GetFirst(name, isDirectory); found;
-         found = reader.GetNext(name, isDirectory))
+    forEachEntry(reader, [&](const std::string& name, bool) {
         EXPECT_EQ(name, "entry " + std::to_string(count++));
+    });
     EXPECT_EQ(count, kCount);
 }
 
 // Minizip has no count for exactly this many, which is the value that stands for "more".
-TEST(ZipSize, ADirectoryOf65535EntriesHasAnEnd)
+TEST_F(ZipSize, ADirectoryOf65535EntriesHasAnEnd)
 {
-    const ScratchFolder scratch;
-    RawZip archive;
+    RawZip zip;
     for (int i = 0; i < 0xffff; ++i)
-        archive.add(RawEntry::stored(std::to_string(i) + "/", ""));
-    scratch.put("a.zip", archive.finish());
+        zip.add(RawEntry::stored(std::to_string(i) + "/", ""));
+    scratch.put("a.zip", zip.finish());
     // So many folders can keep a disk busy for minutes; memory takes them at once.
     const fs::path memory = "/dev/shm";
     const fs::path target =
         fs::exists(memory) ? memory / scratch.path.filename() : scratch.path / "out";
-    EXPECT_TRUE(UnzipToDir(scratch.folder + "\\a.zip", FormalizeFilePath(target.string(), false)));
+    EXPECT_TRUE(UnzipToDir(archive, FormalizeFilePath(target.string(), false)));
     EXPECT_TRUE(fs::exists(target / "65534"));
     fs::remove_all(target);
 }
 
-/// No file may grow beyond a limit while it lives, as on a disk that is full.
-class FullDisk
+TEST_F(ZipSize, ADiskThatIsFullIsAFailure)
 {
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        getrlimit(RLIMIT_FSIZE, &_before);
-        const rlimit limit = {bytes, _before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &_before);
-        std::signal(SIGXFSZ, _handler);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit _before = {};
-    void (*_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
-};
-
-TEST(ZipSize, ADiskThatIsFullIsAFailure)
-{
-    const ScratchFolder scratch;
     scratch.put("tree/a", text());
-    ASSERT_TRUE(ZipDir(scratch.folder + "\\a.zip", scratch.folder + "\\tree"));
+    ASSERT_TRUE(ZipDir(archive, scratch.name("tree")));
     const auto whole = fs::file_size(scratch.path / "a.zip");
     fs::create_directories(scratch.path / "out");
     const FullDisk full(whole - 10);
@@ -210,15 +167,15 @@ TEST(ZipSize, ADiskThatIsFullIsAFailure)
         // Too little to leave the buffers before the entry is closed.
         std::string scattered = text();
         std::reverse(scattered.begin(), scattered.end());
-        ZipWriter writer(scratch.folder + "\\c.zip");
+        ZipWriter writer(scratch.name("c.zip"));
         EXPECT_FALSE(writer.AddString("a", text() + scattered));
         EXPECT_FALSE(writer.AddString("b", ""));
     }
-    ZipReader reader(scratch.folder + "\\a.zip");
-    EXPECT_FALSE(reader.ExportFile(scratch.folder + "\\out\\a"));
+    ZipReader reader(archive);
+    EXPECT_FALSE(reader.ExportFile(scratch.name("out\\a")));
     EXPECT_TRUE(fs::is_empty(scratch.path / "out"));
     // What does not fit is the end of the archive, which is written last.
-    EXPECT_FALSE(ZipDir(scratch.folder + "\\b.zip", scratch.folder + "\\tree"));
+    EXPECT_FALSE(ZipDir(scratch.name("b.zip"), scratch.name("tree")));
 }
 
 } // namespace

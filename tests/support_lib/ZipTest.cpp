@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <fstream>
 #include <sstream>
 #include <utility>
@@ -7,26 +5,25 @@
 
 #include <sys/stat.h>
 
-#include "MultiByte.h"
-#include "support/ScratchFolder.h"
-#include "support/ZipReader.h"
+#include "support/HostScopes.h"
 #include "support/ZipWriter.h"
+#include "support_lib/ZipFixture.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-using Names = std::vector<std::pair<std::string, bool>>;
+using Zip = ZipFixture;
+using Names = std::vector<std::string>;
 
 Names walk(const std::string& archive)
 {
     ZipReader reader(archive);
     Names names;
-    std::string name;
-    bool isDirectory = false;
-    for (bool found = reader.GetFirst(name, isDirectory); found;
-         found = reader.GetNext(name, isDirectory))
-        names.emplace_back(name, isDirectory);
+    forEachEntry(reader, [&](const std::string& name, bool isDirectory) {
+        EXPECT_EQ(isDirectory, name.ends_with('\\')) << name;
+        names.push_back(name);
+    });
     return names;
 }
 
@@ -40,9 +37,8 @@ std::string noise(std::size_t size)
     return text;
 }
 
-TEST(Zip, PacksATreeAndUnpacksIt)
+TEST_F(Zip, PacksATreeAndUnpacksIt)
 {
-    const ScratchFolder scratch;
     const std::pair<const char*, std::string> files[] = {{"tree/empty.txt", ""},
                                                          {"tree/chunk", noise(8192)},
                                                          {"tree/deep/er/big", noise(300001)},
@@ -54,28 +50,19 @@ TEST(Zip, PacksATreeAndUnpacksIt)
     fs::create_directories(scratch.path / "tree/hollow");
     fs::create_symlink(scratch.path / "tree/chunk", scratch.path / "tree/link");
     // The archive stands in the tree and must not eat itself.
-    ASSERT_TRUE(ZipDir(scratch.folder + "\\tree\\self.zip", scratch.folder + "\\tree"));
-    EXPECT_EQ(walk(scratch.folder + "\\tree\\self.zip"), (Names{{"bad\xff", false},
-                                                                {"chunk", false},
-                                                                {"deep\\", true},
-                                                                {"deep\\er\\", true},
-                                                                {"deep\\er\\big", false},
-                                                                {"deep\\größe 🐧.csv", false},
-                                                                {"empty.txt", false},
-                                                                {"hollow\\", true},
-                                                                {"link", false},
-                                                                {"zeros", false}}));
-    ASSERT_TRUE(UnzipToDir(scratch.folder + "\\tree\\self.zip", scratch.folder + "\\out"));
+    const std::string self = scratch.name("tree\\self.zip");
+    ASSERT_TRUE(ZipDir(self, scratch.name("tree")));
+    EXPECT_EQ(walk(self), (Names{"bad\xff", "chunk", "deep\\", "deep\\er\\", "deep\\er\\big",
+                                 "deep\\größe 🐧.csv", "empty.txt", "hollow\\", "link", "zeros"}));
+    ASSERT_TRUE(UnzipToDir(self, out));
     for (const auto& [name, content] : files)
         EXPECT_EQ(scratch.read("out" + std::string(name).substr(4)), content) << name;
     EXPECT_TRUE(fs::is_directory(scratch.path / "out/hollow"));
     EXPECT_EQ(scratch.read("out/link"), noise(8192));
 }
 
-TEST(Zip, NamesAreStoredWithBackslashesAndFoundWithEither)
+TEST_F(Zip, NamesAreStoredWithBackslashesAndFoundWithEither)
 {
-    const ScratchFolder scratch;
-    const std::string archive = scratch.folder + "\\a.zip";
     scratch.put("file", "from disk");
     {
         ZipWriter writer(archive);
@@ -90,14 +77,8 @@ TEST(Zip, NamesAreStoredWithBackslashesAndFoundWithEither)
         EXPECT_TRUE(writer.AddString("Twice", "first"));
         EXPECT_TRUE(writer.AddString("Twice", "second"));
     }
-    EXPECT_EQ(walk(archive), (Names{{"plain\\", true},
-                                    {"slash\\", true},
-                                    {"back\\", true},
-                                    {"slash\\a\\b", false},
-                                    {"disk", false},
-                                    {"empty", false},
-                                    {"Twice", false},
-                                    {"Twice", false}}));
+    EXPECT_EQ(walk(archive), (Names{"plain\\", "slash\\", "back\\", "slash\\a\\b", "disk", "empty",
+                                    "Twice", "Twice"}));
     const std::pair<const char*, const char*> rows[] = {{"slash/a/b", "from a stream"},
                                                         {"slash\\a\\b", "from a stream"},
                                                         {"empty", ""},
@@ -121,20 +102,18 @@ void expectFailed(ZipReader& reader, const ScratchFolder& scratch)
     EXPECT_FALSE(reader.GetFirst(name, isDirectory));
     EXPECT_FALSE(reader.GetNext(name, isDirectory));
     EXPECT_FALSE(reader.GotoFile("a"));
-    EXPECT_FALSE(reader.ExportFile(scratch.folder + "\\copy"));
+    EXPECT_FALSE(reader.ExportFile(scratch.name("copy")));
     EXPECT_FALSE(reader.ExportStream(stream));
     EXPECT_FALSE(reader.ExportString(name));
     EXPECT_TRUE(isDirectory);
     EXPECT_FALSE(scratch.has("copy"));
-    EXPECT_TRUE(reader.ExportFullDirectory(scratch.folder + "\\nothing"));
+    EXPECT_TRUE(reader.ExportFullDirectory(scratch.name("nothing")));
     EXPECT_TRUE(fs::is_empty(scratch.path / "nothing"));
     fs::remove(scratch.path / "nothing");
 }
 
-TEST(Zip, AFailureOfTheArchiveIsFinal)
+TEST_F(Zip, AFailureOfTheArchiveIsFinal)
 {
-    const ScratchFolder scratch;
-    const std::string archive = scratch.folder + "\\a.zip";
     ASSERT_TRUE(ZipWriter(archive).AddString("a", "content"));
     std::string name;
     bool isDirectory = false;
@@ -153,7 +132,7 @@ TEST(Zip, AFailureOfTheArchiveIsFinal)
     }
     ZipReader closed;
     expectFailed(closed, scratch);
-    EXPECT_FALSE(closed.Open(scratch.folder + "\\missing.zip"));
+    EXPECT_FALSE(closed.Open(scratch.name("missing.zip")));
     EXPECT_FALSE(closed.Open(archive + std::string("\0", 1)));
     EXPECT_FALSE(closed.IsOpen());
     EXPECT_TRUE(closed.Open(archive));
@@ -161,96 +140,86 @@ TEST(Zip, AFailureOfTheArchiveIsFinal)
     EXPECT_EQ(name, "content");
 }
 
-TEST(Zip, AWriterIsNotHarmedByAFileThatItCannotRead)
+TEST_F(Zip, AWriterIsNotHarmedByAFileThatItCannotRead)
 {
-    const ScratchFolder scratch;
-    const std::string archive = scratch.folder + "\\a.zip";
     fs::create_directories(scratch.path / "dir");
     ASSERT_EQ(::mkfifo((scratch.path / "pipe").c_str(), 0600), 0);
-    ZipWriter closed;
-    EXPECT_FALSE(closed.IsOpen() || closed.AddString("a", "a") || closed.AddDirectoryName("d") ||
-                 closed.AddFullDirectory(scratch.folder + "\\missing"));
-    EXPECT_FALSE(closed.Open(scratch.folder + "\\no\\dir.zip"));
-    ZipWriter* const writer = &closed;
-    EXPECT_TRUE(writer->Open(archive));
+    ZipWriter writer;
+    EXPECT_FALSE(writer.IsOpen() || writer.AddString("a", "a") || writer.AddDirectoryName("d") ||
+                 writer.AddFullDirectory(scratch.name("missing")));
+    EXPECT_FALSE(writer.Open(scratch.name("no\\dir.zip")));
+    EXPECT_TRUE(writer.Open(archive));
     for (const char* name : {"missing", "dir", "pipe", "a.zip", ""})
-        EXPECT_FALSE(writer->AddFile("entry", scratch.folder + "\\" + name)) << name;
-    EXPECT_TRUE(writer->AddString("after", "all is well"));
+        EXPECT_FALSE(writer.AddFile("entry", scratch.name("") + name)) << name;
+    EXPECT_TRUE(writer.AddString("after", "all is well"));
 }
 
-TEST(Zip, OpeningCreatesAnewAndOnlyOnce)
+TEST_F(Zip, OpeningCreatesAnewAndOnlyOnce)
 {
-    const ScratchFolder scratch;
-    ASSERT_TRUE(ZipWriter(scratch.folder + "\\first.zip").AddString("old", noise(5000)));
-    ASSERT_TRUE(ZipWriter(scratch.folder + "\\second.zip").AddString("other", ""));
+    ASSERT_TRUE(ZipWriter(scratch.name("first.zip")).AddString("old", noise(5000)));
+    ASSERT_TRUE(ZipWriter(scratch.name("second.zip")).AddString("other", ""));
     {
-        ZipWriter writer(scratch.folder + "\\first.zip");
-        EXPECT_TRUE(writer.Open(scratch.folder + "\\third.zip"));
+        ZipWriter writer(scratch.name("first.zip"));
+        EXPECT_TRUE(writer.Open(scratch.name("third.zip")));
         EXPECT_TRUE(writer.AddString("new", ""));
     }
     EXPECT_FALSE(scratch.has("third.zip"));
-    EXPECT_EQ(walk(scratch.folder + "\\first.zip"), (Names{{"new", false}}));
-    ZipReader reader(scratch.folder + "\\first.zip");
-    EXPECT_TRUE(reader.Open(scratch.folder + "\\second.zip"));
+    EXPECT_EQ(walk(scratch.name("first.zip")), (Names{"new"}));
+    ZipReader reader(scratch.name("first.zip"));
+    EXPECT_TRUE(reader.Open(scratch.name("second.zip")));
     EXPECT_TRUE(reader.GotoFile("new"));
 }
 
-TEST(Zip, AMissingDirectoryMakesAnEmptyArchive)
+TEST_F(Zip, AMissingDirectoryMakesAnEmptyArchive)
 {
-    const ScratchFolder scratch;
-    ASSERT_TRUE(ZipDir(scratch.folder + "\\empty.zip", scratch.folder + "\\missing"));
-    EXPECT_TRUE(ZipReader(scratch.folder + "\\empty.zip").IsOpen());
-    EXPECT_EQ(walk(scratch.folder + "\\empty.zip"), Names());
-    EXPECT_TRUE(UnzipToDir(scratch.folder + "\\empty.zip", scratch.folder + "\\out"));
+    ASSERT_TRUE(ZipDir(scratch.name("empty.zip"), scratch.name("missing")));
+    EXPECT_TRUE(ZipReader(scratch.name("empty.zip")).IsOpen());
+    EXPECT_EQ(walk(scratch.name("empty.zip")), Names());
+    EXPECT_TRUE(UnzipToDir(scratch.name("empty.zip"), out));
     EXPECT_TRUE(fs::is_empty(scratch.path / "out"));
 }
 
-TEST(Zip, ALinkThatLeadsBackUpIsAFailure)
+TEST_F(Zip, ALinkThatLeadsBackUpIsAFailure)
 {
-    const ScratchFolder scratch;
     scratch.put("tree/a/file");
     for (const char* name : {"tree/a/up", "tree/a/up too"})
         fs::create_directory_symlink(scratch.path / "tree", scratch.path / name);
-    EXPECT_FALSE(ZipDir(scratch.folder + "\\a.zip", scratch.folder + "\\tree"));
+    EXPECT_FALSE(ZipDir(archive, scratch.name("tree")));
     // It is not entered even once.
-    EXPECT_EQ(walk(scratch.folder + "\\a.zip"),
-              (Names{{"a\\", true}, {"a\\file", false}, {"a\\up\\", true}}));
+    EXPECT_EQ(walk(archive), (Names{"a\\", "a\\file", "a\\up\\"}));
 }
 
-TEST(Zip, UnpacksOneLevelDeepIntoWhatMayBeWritten)
+TEST_F(Zip, UnpacksOneLevelDeepIntoWhatMayBeWritten)
 {
-    const ScratchFolder scratch;
-    const std::string archive = scratch.folder + "\\a.zip";
     ASSERT_TRUE(ZipWriter(archive).AddString("a", "new"));
-    EXPECT_TRUE(UnzipToDir(archive, scratch.folder + "\\one"));
-    EXPECT_FALSE(UnzipToDir(archive, scratch.folder + "\\two\\levels"));
+    EXPECT_TRUE(UnzipToDir(archive, scratch.name("one")));
+    EXPECT_FALSE(UnzipToDir(archive, scratch.name("two\\levels")));
     EXPECT_FALSE(scratch.has("two"));
     scratch.put("there/a", "old and longer");
     scratch.put("there/b", "stays");
-    EXPECT_TRUE(UnzipToDir(archive, scratch.folder + "\\there\\"));
+    EXPECT_TRUE(UnzipToDir(archive, scratch.name("there\\")));
     EXPECT_EQ(scratch.read("there/a"), "new");
     EXPECT_EQ(scratch.read("there/b"), "stays");
     fs::create_directories(scratch.path / "fixed");
     fs::permissions(scratch.path / "fixed", fs::perms::owner_read | fs::perms::owner_exec);
-    EXPECT_FALSE(UnzipToDir(archive, scratch.folder + "\\fixed"));
+    EXPECT_FALSE(UnzipToDir(archive, scratch.name("fixed")));
     EXPECT_FALSE(scratch.has("fixed/a"));
     scratch.put("text.zip", "no archive");
-    EXPECT_FALSE(UnzipToDir(scratch.folder + "\\text.zip", scratch.folder + "\\three"));
-    EXPECT_FALSE(UnzipToDir(scratch.folder + "\\one", scratch.folder + "\\three"));
+    EXPECT_FALSE(UnzipToDir(scratch.name("text.zip"), scratch.name("three")));
+    EXPECT_FALSE(UnzipToDir(scratch.name("one"), scratch.name("three")));
     EXPECT_FALSE(scratch.has("three"));
 }
 
-TEST(Zip, AFileIsReplacedOnlyWhereThatDoesNoHarm)
+TEST_F(Zip, AFileIsReplacedOnlyWhereThatDoesNoHarm)
 {
-    const ScratchFolder scratch;
-    ASSERT_TRUE(ZipWriter(scratch.folder + "\\a.zip").AddString("a", "new"));
+    ASSERT_TRUE(ZipWriter(archive).AddString("a", "new"));
     scratch.put("fixed", "old");
     fs::permissions(scratch.path / "fixed", fs::perms::owner_read);
     fs::create_directories(scratch.path / "dir");
     ASSERT_EQ(::mkfifo((scratch.path / "pipe").c_str(), 0600), 0);
-    ZipReader reader(scratch.folder + "\\a.zip");
+    ZipReader reader(archive);
     for (const char* name : {"fixed", "dir", "pipe", "dir\\", "no\\dir", ""})
-        EXPECT_FALSE(reader.ExportFile(scratch.folder + "\\" + name)) << name;
+        EXPECT_FALSE(reader.ExportFile(scratch.name("") + name)) << name;
     EXPECT_EQ(scratch.read("fixed"), "old");
     EXPECT_TRUE(fs::is_fifo(scratch.path / "pipe"));
     // A name of a file that was left by a program that died.
@@ -262,10 +231,8 @@ TEST(Zip, AFileIsReplacedOnlyWhereThatDoesNoHarm)
     EXPECT_FALSE(scratch.has("~unfinished1"));
 }
 
-TEST(Zip, ALongNameIsCut)
+TEST_F(Zip, ALongNameIsCut)
 {
-    const ScratchFolder scratch;
-    const std::string archive = scratch.folder + "\\a.zip";
     {
         ZipWriter writer(archive);
         for (const std::size_t length : {259U, 260U, 261U, 5000U})
@@ -273,39 +240,36 @@ TEST(Zip, ALongNameIsCut)
         EXPECT_TRUE(writer.AddDirectoryName(std::string(400, 'd')));
     }
     const std::string cut(259, 'n');
-    EXPECT_EQ(walk(archive), (Names{{cut, false},
-                                    {cut, false},
-                                    {cut, false},
-                                    {cut, false},
-                                    {std::string(259, 'd'), false}}));
-    ZipWriter writer(scratch.folder + "\\b.zip");
+    EXPECT_EQ(walk(archive), (Names{cut, cut, cut, cut, std::string(259, 'd')}));
+    ZipWriter writer(scratch.name("b.zip"));
     EXPECT_FALSE(writer.AddString(std::string(70000, 'n'), "longer than its length can say"));
 }
 
-TEST(Zip, PathsAndNamesAreInTheHostsEncoding)
+TEST_F(Zip, PathsAndNamesAreInTheHostsEncoding)
 {
-    const ScratchFolder scratch;
-    const std::string before = VEXAMBDefaultCodePage();
-    ASSERT_TRUE(SetDefaultCodePage("Shift_JIS"));
+    const ScopedCodePage page("Shift_JIS");
     // The second byte of this letter is that of a backslash.
     const std::string letter = "\x95\x5c";
+    const std::string packed = scratch.name(letter + ".zip");
     scratch.put("tree/表", "table");
-    EXPECT_TRUE(ZipDir(scratch.folder + "\\" + letter + ".zip", scratch.folder + "\\tree"));
+    EXPECT_TRUE(ZipDir(packed, scratch.name("tree")));
     EXPECT_TRUE(scratch.has("表.zip"));
-    EXPECT_EQ(walk(scratch.folder + "\\" + letter + ".zip"), (Names{{letter, false}}));
-    EXPECT_TRUE(UnzipToDir(scratch.folder + "\\" + letter + ".zip", scratch.folder + "\\out"));
+    std::string name;
+    bool isDirectory = true;
+    EXPECT_TRUE(ZipReader(packed).GetFirst(name, isDirectory));
+    EXPECT_EQ(name, letter);
+    EXPECT_FALSE(isDirectory) << "the last byte is no separator";
+    EXPECT_TRUE(UnzipToDir(packed, out));
     EXPECT_EQ(scratch.read("out/表"), "table");
-    ASSERT_TRUE(SetDefaultCodePage(before));
 }
 
-TEST(Zip, AStreamThatBreaksIsAFailure)
+TEST_F(Zip, AStreamThatBreaksIsAFailure)
 {
-    const ScratchFolder scratch;
     {
-        ZipWriter writer(scratch.folder + "\\a.zip");
+        ZipWriter writer(archive);
         ASSERT_TRUE(writer.AddString("a", noise(20000)) && writer.AddString("b", "one chunk"));
     }
-    ZipReader reader(scratch.folder + "\\a.zip");
+    ZipReader reader(archive);
     std::ofstream full("/dev/full", std::ios::binary);
     EXPECT_FALSE(reader.ExportStream(full));
     EXPECT_FALSE(reader.GotoFile("b") && reader.ExportStream(full));
@@ -327,7 +291,7 @@ TEST(Zip, AStreamThatBreaksIsAFailure)
         bool _given = false;
     } breaking;
     std::istream broken(&breaking);
-    ZipWriter writer(scratch.folder + "\\b.zip");
+    ZipWriter writer(scratch.name("b.zip"));
     EXPECT_FALSE(writer.AddStream("a", broken));
     EXPECT_TRUE(writer.AddString("b", "still open"));
 }

@@ -33,12 +33,12 @@ void Job::run(const std::string& text)
 {
     throwIfCancelled();
     const language::Program program = language::parseProgram(text);
-    auto planner = std::make_unique<Planner>(program, _context);
-    _statements = planner->statementCount();
+    Planner planner(program, _context);
+    _statements = planner.statementCount();
     if (_statements == 0)
         _reporter.message(errors::kNoStatement, "the job has no statement, so nothing was done");
     while (_done < _statements) {
-        std::vector<Statement> batch = planAhead(*planner, _done);
+        std::vector<Statement> batch = planAhead(planner, _done);
         try {
             for (Statement& statement : batch) {
                 runStatement(statement);
@@ -47,8 +47,7 @@ void Job::run(const std::string& text)
             }
         } catch (const Reread&) {
             batch.clear();
-            startOver();
-            planner = std::make_unique<Planner>(program, _context);
+            startOver(planner);
         }
     }
 }
@@ -68,10 +67,11 @@ std::vector<Statement> Job::planAhead(Planner& planner, std::size_t from)
     return batch;
 }
 
-void Job::startOver()
+void Job::startOver(Planner& planner)
 {
-    // Tables were made with the types of the old plan; what statements have written stays.
-    _context.dropTables();
+    // Tables that were being made have the types of the old plan. Those of finished chains were
+    // checked, and what they were read from may be another by now.
+    _context.dropTables(planner.forgetPlans());
     _context.unwritten.clear();
 }
 

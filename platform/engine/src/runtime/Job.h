@@ -45,7 +45,8 @@ private:
     void runSql(const std::string& sql, bool keepsNothing, Output* taker);
     void explainFailure(const duck::QueryError& error, const std::vector<SourceCheck*>& checks,
                         const Statement& statement);
-    void startOver();
+    /// Makes way for another plan of what has not run yet.
+    void startOver(Planner& planner);
     void throwIfCancelled() const;
 
     JobContext& _context;

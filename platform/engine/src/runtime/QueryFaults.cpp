@@ -95,7 +95,9 @@ JobError faultOf(const std::string& databaseMessage, const std::string& steps,
         return csvFault(databaseMessage);
     if (contains(databaseMessage, "CSV Parser state machine"))
         return {errors::kNotOfItsKind,
-                "read: " + csvPath(databaseMessage) + ": this is not a CSV file", databaseMessage};
+                "read: " + csvPath(databaseMessage) +
+                    ": this is not a CSV file, or its lines end in two ways",
+                databaseMessage};
     for (const Phrase& known : kPhrases)
         if (contains(databaseMessage, known.phrase))
             return {known.id,

@@ -17,16 +17,18 @@ std::string JobContext::newTable(const char* prefix)
     return tables.emplace_back(prefix + std::to_string(++tablesNamed));
 }
 
-void JobContext::dropTables() noexcept
+void JobContext::dropTables(const std::set<std::string>& kept) noexcept
 {
-    for (const std::string& table : tables) {
+    std::erase_if(tables, [&](const std::string& table) {
+        if (kept.contains(table))
+            return false;
         try {
             connection->query("DROP TABLE IF EXISTS " + quotedIdentifier(table));
         } catch (const std::exception&) {
-            continue; // it goes with the connection
+            return true; // it goes with the connection
         }
-    }
-    tables.clear();
+        return true;
+    });
 }
 
 } // namespace EmbeddedHV

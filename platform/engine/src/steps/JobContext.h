@@ -76,8 +76,8 @@ struct JobContext
     std::string inputPath(const std::string& text) const;
     /// The name for a temporary table, which dropTables drops.
     std::string newTable(const char* prefix);
-    /// Drops all temporary tables of the job. Never throws.
-    void dropTables() noexcept;
+    /// Drops the temporary tables of the job but those that are kept. Never throws.
+    void dropTables(const std::set<std::string>& kept = {}) noexcept;
     bool stopping() const { return cancellation && cancellation->stopping(); }
 };
 

@@ -169,6 +169,18 @@ Statement Planner::planStatement(std::size_t index)
     return statement;
 }
 
+std::set<std::string> Planner::forgetPlans()
+{
+    std::set<std::string> tables;
+    std::erase_if(_planned, [&tables](const auto& chain) {
+        const bool evaluated = chain.second && !chain.second->table.empty();
+        if (evaluated)
+            tables.insert(chain.second->table);
+        return !evaluated;
+    });
+    return tables;
+}
+
 StepResult Planner::planPipeline(const language::Pipeline& pipeline)
 {
     StepResult result;

@@ -22,6 +22,9 @@ public:
     std::size_t statementCount() const { return _statements.size(); }
     /// Throws JobError, and NotYetWritten if the statement reads what an earlier one is to write.
     Statement planStatement(std::size_t index);
+    /// Forgets what was planned but for chains that are tables by now, whose names it gives: their
+    /// records have been read once, and are not to be read again.
+    std::set<std::string> forgetPlans();
 
 private:
     void bindNames();

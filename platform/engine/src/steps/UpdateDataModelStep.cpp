@@ -26,15 +26,14 @@ Fields updatedFields(const StepCall& call, const Settings& settings)
     return fields;
 }
 
-/// The column of a field that becomes geospatial: a text that tells the coordinates alone becomes a
-/// shape of the field's kind.
-std::string shapeColumn(const CFField& field)
+/// The column of a field that becomes geospatial, from SQL of its texts: one that tells the
+/// coordinates alone becomes a shape of the field's kind.
+std::string shapeColumn(const CFField& field, const std::string& text)
 {
-    const std::string name = quotedIdentifier(field.GetName());
     const std::string begin =
         std::string(R"({"type":")") + WordOf(field.GetGeo()->GetType()) + R"(","coordinates":)";
-    return "CASE WHEN starts_with(" + name + ", '[') THEN " + quotedLiteral(begin) + " || " + name +
-           " || '}' ELSE " + name + " END";
+    return "CASE WHEN starts_with(" + text + ", '[') THEN " + quotedLiteral(begin) + " || " + text +
+           " || '}' ELSE " + text + " END";
 }
 
 /// The columns of the input, those with another storage converted; updateField has refused what
@@ -45,8 +44,8 @@ std::string convertedColumns(const Fields& before, const Fields& after, const st
     for (std::size_t i = 0; i < before.size(); ++i) {
         columns += i == 0 ? "" : ", ";
         const bool isNewShape = after[i].GetGeo() && !before[i].GetGeo();
-        columns += isNewShape ? shapeColumn(after[i])
-                              : convertedColumn(before[i], after[i].GetStorage(), step).value();
+        const std::string column = convertedColumn(before[i], after[i].GetStorage(), step).value();
+        columns += isNewShape ? shapeColumn(after[i], column) : column;
         if (isNewShape || before[i].GetStorage() != after[i].GetStorage())
             columns += " AS " + quotedIdentifier(before[i].GetName());
     }

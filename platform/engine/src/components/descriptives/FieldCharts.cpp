@@ -1,6 +1,7 @@
 #include "components/descriptives/FieldCharts.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "components/descriptives/MomentText.h"
 #include "components/result/ChartSpecification.h"
@@ -69,6 +70,21 @@ std::optional<Json> binRows(const FieldSummary& field, const std::string& begin,
         rows.push_back({{begin, from}, {end, to}, {counts, numberJson(histogram.counts[i])}});
     }
     return rows;
+}
+
+/// An axis of whole counts has no ticks between them, however few the cases are.
+Json countAxis(const std::string& counts, bool areWhole)
+{
+    Json axis = {{"field", counts}, {"type", "quantitative"}, {"title", "Frequency"}};
+    if (areWhole)
+        axis["axis"] = {{"tickMinStep", 1}};
+    return axis;
+}
+
+bool areWhole(const std::vector<double>& counts)
+{
+    return std::all_of(counts.begin(), counts.end(),
+                       [](double count) { return std::trunc(count) == count; });
 }
 
 /// A value as the data of a chart holds it.
@@ -169,10 +185,9 @@ std::optional<Json> histogramChart(const FieldSummary& field, const std::string&
     Json specification = chart::barSpecification(title, description, std::move(*rows));
     // Bars from one moment to another would lie down of themselves.
     specification["mark"]["orient"] = "vertical";
-    specification["encoding"] = {
-        {"x", binAxis(field.field, chart::columnReference(begin))},
-        {"x2", {{"field", chart::columnReference(end)}}},
-        {"y", {{"field", counts}, {"type", "quantitative"}, {"title", "Frequency"}}}};
+    specification["encoding"] = {{"x", binAxis(field.field, chart::columnReference(begin))},
+                                 {"x2", {{"field", chart::columnReference(end)}}},
+                                 {"y", countAxis(counts, areWhole(field.histogram->counts))}};
     return specification;
 }
 
@@ -193,7 +208,7 @@ Json barChart(const FieldSummary& field, const std::string& key, bool weighted)
                                 std::move(rows));
     specification["encoding"] = {
         {"y", categoryAxis(field.field, chart::columnReference(name), values)},
-        {"x", {{"field", counts}, {"type", "quantitative"}, {"title", "Frequency"}}}};
+        {"x", countAxis(counts, !weighted)}};
     return specification;
 }
 

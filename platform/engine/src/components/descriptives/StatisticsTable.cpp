@@ -18,6 +18,8 @@ constexpr int kDecimalsOfShapes = 3;
 constexpr int kMoreDecimals = 2;
 /// Digits of the standard deviation that are to be seen, however small it is.
 constexpr int kDigitsShown = 4;
+/// The same of the ends of the range, whose own format has its reasons.
+constexpr int kDigitsOfRange = 2;
 
 enum class Kind
 {
@@ -152,6 +154,9 @@ Json formatFor(const Statistic& statistic, const FieldSummary& field)
     const int decimals = decimalsOfValues(field);
     const int between = std::max(std::min(decimals + kMoreDecimals, most),
                                  decimalsFor(field.numeric.standardDeviation.value_or(0)));
+    // Ends of a range that its own format shows alike would say that all values are the same.
+    const int least =
+        decimalsFor(field.numeric.standardDeviation.value_or(0)) - (kDigitsShown - kDigitsOfRange);
     switch (statistic.kind) {
     case Kind::Records:
     case Kind::Weight:
@@ -161,7 +166,7 @@ Json formatFor(const Statistic& statistic, const FieldSummary& field)
     case Kind::Square:
         return numberFormat(std::max(between, decimalsFor(field.numeric.variance.value_or(0))));
     case Kind::Range:
-        return valueFormat(field.field, decimals);
+        return valueFormat(field.field, std::max(decimals, least));
     default:
         return valueFormat(field.field, between);
     }

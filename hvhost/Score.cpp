@@ -1,0 +1,129 @@
+#include <iostream>
+#include <memory>
+
+#include "CFMetaData.h"
+#include "CFUpperFuncImpl.h"
+#include "CommandFault.h"
+#include "Commands.h"
+#include "DataFile.h"
+#include "Dataset.h"
+#include "EngineException.h"
+#include "HostSession.h"
+#include "InterruptWatch.h"
+#include "OutputShown.h"
+#include "ReadableFile.h"
+#include "RecordChain.h"
+#include "RowDataIterator.h"
+#include "ScoredTable.h"
+#include "ScoringModel.h"
+#include "ShownResult.h"
+#include "bridge/JNIHvlProgram.h"
+#include "bridge/JNIObjectManager.h"
+#include "hvl/HVLWrite.h"
+#include "runner/HVRunner.h"
+#include "scoring/HVTransformScorer.h"
+#include "support/HVSimpleFile.h"
+
+namespace {
+
+/// Ends the rows of a job's output.
+struct DisposeRows
+{
+    void operator()(EmbeddedHV::RowDataIterator* rows) const
+    {
+        rows->dispose(JNIObjectManager::getManager()->getEnv());
+    }
+};
+using OutputRows = std::unique_ptr<EmbeddedHV::RowDataIterator, DisposeRows>;
+
+/// Without a word for it, rows are for programs.
+std::string scoredForm(const ScoreOptions& options)
+{
+    const std::string form = formOf(options.format, options.output, {"csv", "json", "txt"});
+    if (form == "txt")
+        return "text";
+    return options.format.empty() && form == "text" ? "csv" : form;
+}
+
+/// One command's rows and the model that scores them.
+class Scoring
+{
+public:
+    Scoring(const ScoreOptions& options, const ScoringModel& model, const InterruptWatch& watch)
+        : _options(options), _model(model), _targets(model.targets(options.targets)), _watch(watch)
+    {
+    }
+
+    /// Before the job, as far as that is known then: a step may add what the model needs.
+    void check(const InputFile& input) const
+    {
+        if (!input.dataset() || !_options.records.derivations.empty())
+            return;
+        _model.checkInputs(CFMetaData(input.rows()->getDataModel(), &_upper), _options.input.path);
+    }
+
+    void show(EmbeddedHV::RowDataIterator& rows, const ShownResult& result, HostSession& session)
+    {
+        const CFMetaData fields(rows.getDataModel(), &_upper);
+        _model.checkInputs(fields, _options.input.path);
+        ScoredTable table(rows, fields, _options.keep, _targets);
+        HVTransformScorer scorer;
+        if (!scorer.PrepareScoring(&rows, _model.text(), targetNames(), true))
+            throw CommandFault(ExitStatus::JobFailed, "the model does not fit the rows");
+        result.deliver(
+            [&](std::ostream& out) { table.write(scorer, scoredForm(_options), _watch, out); });
+        if (table.failedCount() > 0)
+            session.warn(std::to_string(table.failedCount()) + " of " +
+                         std::to_string(table.rowCount()) +
+                         " rows cannot be scored: their results are empty");
+    }
+
+private:
+    std::vector<std::string> targetNames() const
+    {
+        std::vector<std::string> names;
+        for (const ScoringModel::Variable& target : _targets)
+            names.push_back(target.name);
+        return names;
+    }
+
+    const ScoreOptions& _options;
+    const ScoringModel& _model;
+    std::vector<ScoringModel::Variable> _targets;
+    const InterruptWatch& _watch;
+    CFUpperFuncImpl _upper;
+};
+
+} // namespace
+
+void score(const ScoreOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const ShownResult result(options.output, options.force, watch);
+    const ReadableFile file(options.model, watch);
+    const ScoringModel model(file);
+    Scoring scoring(options, model, watch);
+    const InputFile input(options.input, FileOptions::Offered, watch);
+    scoring.check(input);
+    HostSession session("score", common, watch);
+    JNIHvlProgram program;
+    RecordChain records(program, input, options.records);
+    const HVSimpleFile scratch("score.hvbf", true, true);
+    HVLWrite write(&program);
+    write.WriteHVBF(scratch.GetFileName());
+    write.AddPredFunction(records.last());
+    const std::string job = generateJob(program, write);
+    if (options.printJob) {
+        std::cout << job << '\n';
+        return;
+    }
+    JobOrigin origin = input.origin();
+    origin.expressions = records.expressions();
+    session.run(job, origin, input.rows());
+    const OutputRows rows(session.runner().getOutputIterator(scratch.GetFileName()));
+    if (!rows)
+        throw CommandFault(ExitStatus::JobFailed, "the rows of the job cannot be read");
+    scoring.show(*rows, result, session);
+    input.finish();
+    session.finish();
+}

@@ -1,0 +1,196 @@
+#include "scoring/HVTransformScorer.h"
+
+#include <algorithm>
+#include <sstream>
+#include <unordered_map>
+
+#include "CFMetaData.h"
+#include "CFUpperFuncImpl.h"
+#include "IMCScoreComputer.h"
+#include "IMCVariable.h"
+#include "MCMV.h"
+#include "MCMathFun.h"
+#include "MCScorerFactory.h"
+#include "MCSettings.h"
+#include "MCVarList.h"
+#include "MultiByte.h"
+#include "RowDataIterator.h"
+#include "ValueRecord.h"
+#include "scoring/RowValue.h"
+
+namespace {
+
+/// A guess at the number of variables that a model has.
+constexpr int kRecordCapacity = 2;
+
+std::string nameOf(const IMCVariable& variable)
+{
+    std::string name;
+    variable.GetName(name);
+    return name;
+}
+
+bool isText(const IMCVariable& variable)
+{
+    return variable.GetValueType() == IMCVariable::kString;
+}
+
+std::unique_ptr<IMCScoreComputer> readModel(const std::string& text)
+{
+    MCScorerFactory factory;
+    MCSettings settings;
+    std::istringstream stream(text);
+    return std::unique_ptr<IMCScoreComputer>(factory.CreateMCScoringObject(settings, stream));
+}
+
+} // namespace
+
+struct HVINTEG_HIDDEN HVTransformScorer::Impl
+{
+    ~Impl() { VEXAMBConverterDelete_A(converter); }
+
+    bool bindInputs();
+    bool bindInput(const IMCVariable& variable);
+    bool readOutputs();
+    bool bindOutputs(const std::vector<std::string>& names, bool namesAreUTF8);
+    void addOutput(int index);
+
+    CFUpperFuncImpl upper;
+    std::unique_ptr<CFMetaData> metaData;
+    EmbeddedHV::RowDataIterator* iterator = nullptr;
+    double missing = MCMV::Missing();
+    std::vector<double> targetValues;
+    std::unique_ptr<IMCScoreComputer> computer;
+    ValueRecord inputRecord{kRecordCapacity};
+    ValueRecord outputRecord{kRecordCapacity};
+    std::vector<std::string> inputNames;
+    std::vector<InputColumn> inputs;
+    std::vector<std::string> outputNames;
+    std::unordered_map<std::string, int> outputsByName; ///< in upper case
+    std::vector<int> outputIndexes;                     ///< of the results that are wanted
+    void* converter = VEXAMBConverterNew_A(nullptr);
+};
+
+/// Columns are found once, so that no row looks a name up.
+bool HVTransformScorer::Impl::bindInputs()
+{
+    MCVarList variables;
+    if (computer->GetInputs(variables).IsError())
+        return false;
+    for (int i = 0; i < variables.Size(); ++i)
+        if (!bindInput(*variables.GetVarAt(i)))
+            return false;
+    return true;
+}
+
+/// The name is compared by the metadata's rules, the host's letters among them.
+bool HVTransformScorer::Impl::bindInput(const IMCVariable& variable)
+{
+    const std::string name = nameOf(variable);
+    const int column = metaData->GetFieldIndex(name);
+    if (column < 0)
+        return false;
+    const bool isString = isText(variable);
+    if (isString != (variable.GetStorage() == IMCVariable::kStoredString))
+        return false;
+    // The row's bytes would be taken for what they are not.
+    const auto* field = metaData->GetField(static_cast<std::size_t>(column));
+    if (isString != (field->GetStorage() == CFField::String))
+        return false;
+    inputRecord.AddValue(name, isString ? Value("") : Value(missing));
+    inputNames.push_back(name);
+    inputs.push_back({static_cast<unsigned long long>(column), variable.GetStorage()});
+    return true;
+}
+
+/// False for a model that gives texts.
+bool HVTransformScorer::Impl::readOutputs()
+{
+    for (int i = 0; i < computer->GetOutputCount(); ++i) {
+        const IMCVariable& variable = *computer->GetOutputAt(i);
+        if (isText(variable))
+            return false;
+        outputNames.push_back(nameOf(variable));
+        outputsByName[GetUpperVarName(outputNames.back())] = i;
+    }
+    return true;
+}
+
+/// Both sides are compared in upper case; a name may be asked for twice.
+bool HVTransformScorer::Impl::bindOutputs(const std::vector<std::string>& names, bool namesAreUTF8)
+{
+    for (const std::string& given : names) {
+        std::string name = given;
+        if (!namesAreUTF8)
+            VEXAMBGenericToU8(given.c_str(), name, converter);
+        const auto found = outputsByName.find(GetUpperVarName(name));
+        if (found == outputsByName.end())
+            return false;
+        outputIndexes.push_back(found->second);
+    }
+    if (names.empty())
+        for (int i = 0; i < computer->GetOutputCount(); ++i)
+            outputIndexes.push_back(i);
+    return true;
+}
+
+HVTransformScorer::HVTransformScorer() : _impl(std::make_shared<Impl>()) {}
+
+HVTransformScorer::~HVTransformScorer() = default;
+
+bool HVTransformScorer::PrepareScoring(EmbeddedHV::RowDataIterator* iterator,
+                                       const std::string& model,
+                                       const std::vector<std::string>& names, bool namesAreUTF8)
+{
+    if (iterator == nullptr || model.empty())
+        return false;
+    Impl& impl = *_impl;
+    impl.computer = readModel(model);
+    if (!impl.computer || impl.computer->GetModelType() != IMCScoreComputer::kTransformModel)
+        return false;
+    impl.iterator = iterator;
+    impl.metaData = std::make_unique<CFMetaData>(iterator->getDataModel(), &impl.upper);
+    if (!impl.bindInputs() || !impl.readOutputs() || !impl.bindOutputs(names, namesAreUTF8))
+        return false;
+    // A model that cannot prepare its outputs cannot score a row either, and says so then.
+    impl.computer->PrepareOutput(impl.outputRecord);
+    impl.targetValues.assign(impl.outputIndexes.size(), impl.missing);
+    return true;
+}
+
+bool HVTransformScorer::ScoreRecord()
+{
+    Impl& impl = *_impl;
+    if (!impl.computer || impl.iterator == nullptr)
+        return false;
+    for (std::size_t i = 0; i < impl.inputs.size(); ++i)
+        readInput(*impl.iterator, impl.inputs[i], impl.missing,
+                  impl.inputRecord[static_cast<int>(i)]);
+    if (impl.computer->Compute(impl.inputRecord, impl.outputRecord, 0).IsError()) {
+        std::fill(impl.targetValues.begin(), impl.targetValues.end(), impl.missing);
+        return false;
+    }
+    for (std::size_t j = 0; j < impl.targetValues.size(); ++j)
+        impl.targetValues[j] = impl.outputRecord[impl.outputIndexes[j]];
+    return true;
+}
+
+const std::vector<std::string>& HVTransformScorer::GetInputModelVarNames() const
+{
+    return _impl->inputNames;
+}
+
+const std::vector<std::string>& HVTransformScorer::GetOutputModelVarNames() const
+{
+    return _impl->outputNames;
+}
+
+const std::vector<double>& HVTransformScorer::GetTargetValues() const
+{
+    return _impl->targetValues;
+}
+
+bool HVTransformScorer::IsValidDouble(double value)
+{
+    return MCMathFun::IsValidDouble(value);
+}

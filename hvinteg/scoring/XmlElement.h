@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "SDOMXMLWrapper.h"
+
+/// The host's XML, whose operations hand their results over by pointers: a null pointer stands for
+/// an element that is not there.
+
+using XmlElement = std::unique_ptr<SDOMXMLWrapper>;
+
+inline XmlElement findElement(const XmlElement& parent, const std::string& path)
+{
+    SDOMXMLWrapper* found = nullptr;
+    if (parent)
+        parent->GetFirstElement(path, &found, true);
+    return XmlElement(found);
+}
+
+inline XmlElement addElement(const XmlElement& parent, const std::string& name)
+{
+    SDOMXMLWrapper* added = nullptr;
+    if (parent)
+        parent->CreateElement(name, &added);
+    return XmlElement(added);
+}
+
+inline void setAttribute(const XmlElement& element, const std::string& name,
+                         const std::string& value)
+{
+    if (element)
+        element->SetAttribute(name, value);
+}
+
+/// Empty without the element or the attribute.
+inline std::string attributeOf(const XmlElement& element, const std::string& name)
+{
+    std::string value;
+    if (element)
+        element->GetAttribute(name, value);
+    return value;
+}
+
+/// Calls `visit` with each element of a name in another, in order.
+template <typename Visit>
+void forEachElement(const XmlElement& parent, const std::string& name, Visit visit)
+{
+    SDOMXMLIterator* found = nullptr;
+    if (!parent || !parent->GetElementIterator(name, &found, true))
+        return;
+    const std::unique_ptr<SDOMXMLIterator> elements(found);
+    SDOMXMLWrapper* next = nullptr;
+    while (elements->Next(&next))
+        visit(XmlElement(next));
+}

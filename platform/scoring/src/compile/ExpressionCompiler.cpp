@@ -1,0 +1,160 @@
+#include "compile/ExpressionCompiler.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "pmml/DataType.h"
+#include "pmml/Literal.h"
+#include "pmml/ModelFault.h"
+#include "pmml/PmmlDocument.h"
+
+namespace scoring {
+namespace {
+
+/// Counts how deep the expressions are in each other.
+class DepthScope
+{
+public:
+    DepthScope(int& depth, int most) : _depth(depth)
+    {
+        if (_depth >= most)
+            throw ModelFault("the expressions are nested too deeply");
+        ++_depth;
+    }
+    ~DepthScope() { --_depth; }
+    DepthScope(const DepthScope&) = delete;
+    DepthScope& operator=(const DepthScope&) = delete;
+
+private:
+    int& _depth;
+};
+
+/// What a name stands for here. A body of a function sees its parameters alone.
+const ScopeEntry& entryOf(const Scope& scope, const std::string& name)
+{
+    const auto found = scope.find(name);
+    if (found == scope.end())
+        throw ModelFault("there is no field \"" + name + "\"");
+    return found->second;
+}
+
+/// Whether nothing else tells what kind of value an expression has.
+bool isUntyped(const Expression& expression)
+{
+    const auto* constant = dynamic_cast<const Constant*>(&expression);
+    return constant != nullptr && !constant->isTyped();
+}
+
+/// The kind that fits both; nothing if there is none.
+std::optional<ValueKind> together(ValueKind one, ValueKind other)
+{
+    if (one == other)
+        return one;
+    const auto are = [one, other](ValueKind first, ValueKind second) {
+        return (one == first && other == second) || (one == second && other == first);
+    };
+    if (are(ValueKind::Number, ValueKind::Boolean))
+        return ValueKind::Number;
+    if (are(ValueKind::Date, ValueKind::Moment))
+        return ValueKind::Moment;
+    return std::nullopt;
+}
+
+} // namespace
+
+/// An expression that is not in the table is refused, not passed over: a model without it would
+/// give other numbers.
+ExpressionCompiler::Rule ExpressionCompiler::ruleOf(Element element)
+{
+    static constexpr std::array<std::pair<std::string_view, Rule>, 7> kRules{{
+        {"Constant", &ExpressionCompiler::constant},
+        {"FieldRef", &ExpressionCompiler::fieldRef},
+        {"NormContinuous", &ExpressionCompiler::normContinuous},
+        {"NormDiscrete", &ExpressionCompiler::normDiscrete},
+        {"Discretize", &ExpressionCompiler::discretize},
+        {"MapValues", &ExpressionCompiler::mapValues},
+        {"Apply", &ExpressionCompiler::apply},
+    }};
+    const std::string_view name = localName(element);
+    for (const auto& [known, rule] : kRules)
+        if (name == known)
+            return rule;
+    throw ModelFault(std::string("<") + element.name() + "> is no expression that can be scored");
+}
+
+/// Counts every expression that is made, so that functions that call functions cannot grow without
+/// end.
+ExpressionPtr ExpressionCompiler::compile(Element element, const Scope& scope, Wanted wanted)
+{
+    const DepthScope depth(_depth, _settings.GetMaxDepth());
+    if (++_expressions > _settings.GetMaxExpressions())
+        throw ModelFault("the model has too many expressions");
+    return (this->*ruleOf(element))(element, scope, wanted);
+}
+
+/// A constant keeps its text if nobody says what it is: "01" beside a text is one, beside a
+/// number 1.
+ExpressionPtr ExpressionCompiler::constant(Element element, const Scope&, Wanted wanted)
+{
+    const std::string text = element.text().get();
+    const auto type = dataTypeOf(element);
+    if (std::string_view(element.attribute("missing").value()) == "true")
+        return missingConstant(type ? type->kind : wanted.value_or(ValueKind::Number));
+    if (type)
+        return constantOf(text, type->kind);
+    return wanted ? constantOf(text, *wanted, false) : inferredConstant(text);
+}
+
+ExpressionPtr ExpressionCompiler::fieldRef(Element element, const Scope& scope, Wanted)
+{
+    ExpressionPtr field = sourceOf(element, scope);
+    const ValueKind kind = field->kind();
+    if (ExpressionPtr replacement = attributeConstant(element, "mapMissingTo", kind))
+        return std::make_unique<MissingReplaced>(std::move(field), std::move(replacement));
+    return field;
+}
+
+ExpressionPtr sourceOf(pugi::xml_node element, const Scope& scope, const char* attribute)
+{
+    const ScopeEntry& entry = entryOf(scope, required(element, attribute));
+    return std::make_unique<Reference>(entry.kind, entry.slot);
+}
+
+ExpressionPtr attributeConstant(pugi::xml_node element, const char* attribute, ValueKind kind)
+{
+    const pugi::xml_attribute given = element.attribute(attribute);
+    return given ? constantOf(given.value(), kind) : nullptr;
+}
+
+Treatment treatmentOf(pugi::xml_node element, ValueKind kind)
+{
+    Treatment treatment;
+    treatment.mapMissingTo = attributeConstant(element, "mapMissingTo", kind);
+    treatment.defaultValue = attributeConstant(element, "defaultValue", kind);
+    const std::string_view invalid = element.attribute("invalidValueTreatment").value();
+    treatment.invalidAsMissing = invalid == "asMissing";
+    if (!invalid.empty() && invalid != "asMissing" && invalid != "returnInvalid")
+        throw ModelFault("invalid results are to be treated \"" + std::string(invalid) +
+                         "\", which is not supported");
+    return treatment;
+}
+
+ValueKind commonKind(const Expressions& expressions)
+{
+    std::optional<ValueKind> kind;
+    bool hasTextConstant = false;
+    for (const ExpressionPtr& expression : expressions) {
+        if (isUntyped(*expression)) {
+            hasTextConstant = hasTextConstant || expression->kind() == ValueKind::Text;
+            continue;
+        }
+        const auto both = kind ? together(*kind, expression->kind()) : expression->kind();
+        if (!both)
+            throw ModelFault("the arguments are of types that do not go together");
+        kind = both;
+    }
+    return kind.value_or(hasTextConstant ? ValueKind::Text : ValueKind::Number);
+}
+
+} // namespace scoring

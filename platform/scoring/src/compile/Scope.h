@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <unordered_map>
+
+#include <pugixml.hpp>
+
+#include "expression/Cell.h"
+
+namespace scoring {
+
+/// What names stand for where an expression is: fields of the model, or parameters of a function.
+struct ScopeEntry
+{
+    std::size_t slot;
+    ValueKind kind;
+};
+using Scope = std::unordered_map<std::string, ScopeEntry>;
+
+/// The functions that the model defines, by name.
+using Definitions = std::unordered_map<std::string, pugi::xml_node>;
+
+} // namespace scoring

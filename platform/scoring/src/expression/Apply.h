@@ -1,0 +1,28 @@
+#pragma once
+
+#include "expression/Treatment.h"
+#include "functions/FunctionTable.h"
+
+namespace scoring {
+
+/// A function that every model may use, on arguments of the kinds that it takes.
+class Apply : public Expression
+{
+public:
+    Apply(const FunctionEntry& entry, bool toTexts, ValueKind kind, Expressions arguments,
+          Treatment treatment);
+    Cell evaluate(Cells& cells) override;
+
+private:
+    bool missesArgument() const;
+    Cell result();
+
+    const FunctionEntry& _entry;
+    FunctionEntry::Apply _apply;
+    Expressions _arguments;
+    Treatment _treatment;
+    std::vector<Cell> _values;
+    Scratch _scratch;
+};
+
+} // namespace scoring

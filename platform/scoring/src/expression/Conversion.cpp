@@ -1,0 +1,65 @@
+#include "expression/Conversion.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+
+#include "functions/Calendar.h"
+#include "pmml/Literal.h"
+
+namespace scoring {
+namespace {
+
+/// "-1.7976931348623157e+308" is as long as they get.
+constexpr std::size_t kLongestNumber = 32;
+/// Whole numbers below it are all different.
+constexpr double kMostInteger = 9007199254740992.0;
+
+} // namespace
+
+Cell Conversion::evaluate(Cells& cells)
+{
+    const Cell cell = _source->evaluate(cells);
+    if (!cell.isPresent())
+        return cell;
+    switch (_rule) {
+    case ConversionRule::ToWhole:
+        return Cell::of(std::round(cell.number));
+    case ConversionRule::ToTruth:
+        return cell.number == 0 || cell.number == 1 ? cell : Cell::invalid();
+    case ConversionRule::ToDay:
+        return Cell::of(std::floor(cell.number / kSecondsPerDay) * kSecondsPerDay);
+    case ConversionRule::ToText:
+        return text(cell.number);
+    case ConversionRule::FromText:
+        return parseCell(cell.text, kind()).value_or(Cell::invalid());
+    default:
+        return cell;
+    }
+}
+
+/// The number as a person writes it.
+Cell Conversion::text(double number)
+{
+    if (_source->kind() == ValueKind::Boolean)
+        return Cell::of(std::string_view(number != 0 ? "true" : "false"));
+    std::array<char, kLongestNumber> digits;
+    char* const last = digits.data() + digits.size();
+    // A million is 1000000, though 1e+06 is shorter.
+    const bool isWhole = number == std::floor(number) && std::fabs(number) < kMostInteger;
+    const auto result = isWhole ? std::to_chars(digits.data(), last, static_cast<long long>(number))
+                                : std::to_chars(digits.data(), last, number);
+    _text.assign(digits.data(), result.ptr);
+    return Cell::of(std::string_view(_text));
+}
+
+Cell Counting::evaluate(Cells& cells)
+{
+    const Cell cell = _source->evaluate(cells);
+    if (!cell.isPresent())
+        return cell;
+    const double count = (cell.number - _origin) / _unit;
+    return Cell::of(_unit == 1 ? count : std::floor(count));
+}
+
+} // namespace scoring

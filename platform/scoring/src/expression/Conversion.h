@@ -1,0 +1,55 @@
+#pragma once
+
+#include <utility>
+
+#include "expression/Expression.h"
+
+namespace scoring {
+
+/// How a value becomes one of another kind.
+enum class ConversionRule
+{
+    Same,    ///< the number stays
+    ToWhole, ///< the nearest whole number, halves away from 0
+    ToTruth, ///< 1 and 0; any other number is invalid
+    ToDay,   ///< the day of a moment
+    ToText,  ///< the shortest text of a number; true or false
+    FromText ///< what the text says; invalid if it does not
+};
+
+/// A value as one of another kind.
+class Conversion : public Expression
+{
+public:
+    Conversion(ExpressionPtr source, ValueKind kind, ConversionRule rule)
+        : Expression(kind), _source(std::move(source)), _rule(rule)
+    {
+    }
+    Cell evaluate(Cells& cells) override;
+
+private:
+    Cell text(double number);
+
+    ExpressionPtr _source;
+    ConversionRule _rule;
+    std::string _text;
+};
+
+/// A date or time as a number of whole days or of seconds from an origin.
+class Counting : public Expression
+{
+public:
+    /// `unit` in seconds.
+    Counting(ExpressionPtr source, double origin, double unit)
+        : Expression(ValueKind::Number), _source(std::move(source)), _origin(origin), _unit(unit)
+    {
+    }
+    Cell evaluate(Cells& cells) override;
+
+private:
+    ExpressionPtr _source;
+    double _origin;
+    double _unit;
+};
+
+} // namespace scoring

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "expression/Cell.h"
+
+namespace scoring {
+
+/// A part of a model that has a value for each row. Evaluated at most once a row, on one thread.
+class Expression
+{
+public:
+    explicit Expression(ValueKind kind) : _kind(kind) {}
+    virtual ~Expression() = default;
+    Expression(const Expression&) = delete;
+    Expression& operator=(const Expression&) = delete;
+
+    /// Allocates nothing, unless texts are made.
+    virtual Cell evaluate(Cells& cells) = 0;
+    ValueKind kind() const { return _kind; }
+
+private:
+    ValueKind _kind;
+};
+
+using ExpressionPtr = std::unique_ptr<Expression>;
+using Expressions = std::vector<ExpressionPtr>;
+
+/// A value that the model writes down. One without a type of its own is read as what it stands
+/// beside, so its text stays known.
+class Constant : public Expression
+{
+public:
+    /// `cell` may hold the text, which the constant then keeps for it.
+    Constant(ValueKind kind, const Cell& cell, std::string text, bool isTyped)
+        : Expression(kind), _text(std::move(text)), _cell(cell), _isTyped(isTyped)
+    {
+        if (kind == ValueKind::Text)
+            _cell.text = _text;
+    }
+
+    Cell evaluate(Cells&) override { return _cell; }
+    const Cell& cell() const { return _cell; }
+    const std::string& text() const { return _text; }
+    bool isTyped() const { return _isTyped; }
+
+private:
+    std::string _text;
+    Cell _cell;
+    bool _isTyped;
+};
+
+/// The value of a field, or of a parameter of a function.
+class Reference : public Expression
+{
+public:
+    Reference(ValueKind kind, std::size_t slot) : Expression(kind), _slot(slot) {}
+    Cell evaluate(Cells& cells) override { return cells[_slot]; }
+
+private:
+    std::size_t _slot;
+};
+
+/// Puts a constant in the place of a missing value.
+class MissingReplaced : public Expression
+{
+public:
+    MissingReplaced(ExpressionPtr source, ExpressionPtr replacement)
+        : Expression(source->kind()), _source(std::move(source)),
+          _replacement(std::move(replacement))
+    {
+    }
+    Cell evaluate(Cells& cells) override
+    {
+        const Cell cell = _source->evaluate(cells);
+        return cell.isMissing() ? _replacement->evaluate(cells) : cell;
+    }
+
+private:
+    ExpressionPtr _source;
+    ExpressionPtr _replacement;
+};
+
+} // namespace scoring

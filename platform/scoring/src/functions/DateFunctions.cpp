@@ -1,0 +1,55 @@
+#include <array>
+#include <cmath>
+
+#include "functions/Calendar.h"
+#include "functions/FunctionTable.h"
+
+namespace scoring {
+namespace {
+
+using Arguments = std::span<const Cell>;
+
+/// The seconds between the beginning of a year and a moment; nothing for a year that is none.
+Cell secondsSinceYear(Arguments arguments)
+{
+    const double year = arguments[1].number;
+    if (year != std::floor(year) || year < 0 || year > kLastYear)
+        return Cell::invalid();
+    return Cell::of(arguments[0].number - startOfYear(static_cast<int>(year)));
+}
+
+Cell dateSecondsSinceYear(Arguments arguments, Scratch&)
+{
+    return secondsSinceYear(arguments);
+}
+
+Cell dateDaysSinceYear(Arguments arguments, Scratch&)
+{
+    Cell cell = secondsSinceYear(arguments);
+    cell.number = std::floor(cell.number / kSecondsPerDay);
+    return cell;
+}
+
+Cell dateSecondsSinceMidnight(Arguments arguments, Scratch&)
+{
+    const double moment = arguments[0].number;
+    return Cell::of(moment - std::floor(moment / kSecondsPerDay) * kSecondsPerDay);
+}
+
+constexpr std::array kFunctions{
+    FunctionEntry{"dateDaysSinceYear", 2, 2, ArgumentRule::SinceYear, ResultRule::Number,
+                  MissingRule::Passes, dateDaysSinceYear, nullptr},
+    FunctionEntry{"dateSecondsSinceYear", 2, 2, ArgumentRule::SinceYear, ResultRule::Number,
+                  MissingRule::Passes, dateSecondsSinceYear, nullptr},
+    FunctionEntry{"dateSecondsSinceMidnight", 1, 1, ArgumentRule::MomentOrTime, ResultRule::Number,
+                  MissingRule::Passes, dateSecondsSinceMidnight, nullptr},
+};
+
+} // namespace
+
+std::span<const FunctionEntry> dateFunctions()
+{
+    return kFunctions;
+}
+
+} // namespace scoring

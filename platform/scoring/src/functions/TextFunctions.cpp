@@ -1,0 +1,109 @@
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include <unicode/bytestream.h>
+#include <unicode/casemap.h>
+
+#include "functions/FunctionTable.h"
+
+namespace scoring {
+namespace {
+
+using Arguments = std::span<const Cell>;
+using MapCase = void (*)(const char*, uint32_t, icu::StringPiece, icu::ByteSink&, icu::Edits*,
+                         UErrorCode&);
+
+/// By the rules of no language in particular.
+template <MapCase map>
+Cell mapCase(Arguments arguments, Scratch& scratch)
+{
+    const std::string_view text = arguments[0].text;
+    scratch.text.clear();
+    icu::StringByteSink<std::string> sink(&scratch.text);
+    UErrorCode status = U_ZERO_ERROR;
+    map("", 0, icu::StringPiece(text.data(), static_cast<int32_t>(text.size())), sink, nullptr,
+        status);
+    return U_SUCCESS(status) ? Cell::of(std::string_view(scratch.text)) : Cell::invalid();
+}
+
+bool startsCharacter(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+}
+
+/// Where the character of this number begins, from 0; the end of the text if there are not so many.
+std::size_t placeOf(std::string_view text, double number)
+{
+    std::size_t place = 0;
+    for (double passed = 0; place < text.size(); ++place)
+        if (startsCharacter(text[place]) && passed++ == number)
+            break;
+    return place;
+}
+
+bool isWhole(double number, double least)
+{
+    return number >= least && number == std::floor(number);
+}
+
+/// Counts characters, from 1.
+Cell substring(Arguments arguments, Scratch&)
+{
+    const std::string_view text = arguments[0].text;
+    const double start = arguments[1].number;
+    const double length = arguments[2].number;
+    if (!isWhole(start, 1) || !isWhole(length, 0))
+        return Cell::invalid();
+    const std::string_view rest = text.substr(placeOf(text, start - 1));
+    return Cell::of(rest.substr(0, placeOf(rest, length)));
+}
+
+Cell trimBlanks(Arguments arguments, Scratch&)
+{
+    const std::string_view text = arguments[0].text;
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return Cell::of(std::string_view());
+    return Cell::of(text.substr(first, text.find_last_not_of(' ') - first + 1));
+}
+
+Cell concat(Arguments arguments, Scratch& scratch)
+{
+    scratch.text.clear();
+    for (const Cell& cell : arguments)
+        scratch.text += cell.text;
+    return Cell::of(std::string_view(scratch.text));
+}
+
+Cell stringLength(Arguments arguments, Scratch&)
+{
+    const std::string_view text = arguments[0].text;
+    return Cell::of(static_cast<double>(std::count_if(text.begin(), text.end(), startsCharacter)));
+}
+
+constexpr FunctionEntry entry(std::string_view name, FunctionEntry::Apply apply,
+                              ResultRule result = ResultRule::Text)
+{
+    return {name, 1, 1, ArgumentRule::Texts, result, MissingRule::Passes, apply, nullptr};
+}
+
+constexpr std::array kFunctions{
+    entry("uppercase", mapCase<icu::CaseMap::utf8ToUpper>),
+    entry("lowercase", mapCase<icu::CaseMap::utf8ToLower>),
+    entry("trimBlanks", trimBlanks),
+    entry("stringLength", stringLength, ResultRule::Number),
+    FunctionEntry{"substring", 3, 3, ArgumentRule::TextPart, ResultRule::Text, MissingRule::Passes,
+                  substring, nullptr},
+    FunctionEntry{"concat", 2, FunctionEntry::kAnyNumber, ArgumentRule::Texts, ResultRule::Text,
+                  MissingRule::Passes, concat, nullptr},
+};
+
+} // namespace
+
+std::span<const FunctionEntry> textFunctions()
+{
+    return kFunctions;
+}
+
+} // namespace scoring

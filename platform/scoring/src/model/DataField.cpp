@@ -1,0 +1,91 @@
+#include "model/DataField.h"
+
+#include <algorithm>
+
+#include "MCMV.h"
+#include "Value.h"
+#include "pmml/DataType.h"
+#include "pmml/Literal.h"
+#include "pmml/ModelFault.h"
+#include "pmml/PmmlDocument.h"
+
+namespace scoring {
+namespace {
+
+/// Without a type nobody knows how the rows carry it.
+ValueKind kindOf(pugi::xml_node element)
+{
+    const auto type = dataTypeOf(element);
+    if (!type)
+        throw ModelFault("the data field \"" + required(element, "name") + "\" has no data type");
+    return type->kind;
+}
+
+} // namespace
+
+DataField::DataField(pugi::xml_node element) : _variable(required(element, "name"), kindOf(element))
+{
+    for (const pugi::xml_node value : elementsIn(element, "Value"))
+        add(value);
+    for (const pugi::xml_node interval : elementsIn(element, "Interval"))
+        _intervals.push_back(intervalOf(interval));
+    if (!_intervals.empty() && _variable.isText())
+        throw ModelFault("the data field \"" + _variable.name() + "\" is a text with intervals");
+}
+
+void DataField::add(pugi::xml_node value)
+{
+    const std::string text = required(value, "value");
+    const std::string_view property = value.attribute("property").value();
+    if (!property.empty() && property != "valid" && property != "invalid" && property != "missing")
+        throw ModelFault("a value is declared \"" + std::string(property) + "\"");
+    ValueSet& set = property == "missing" ? _missing : property == "invalid" ? _invalid : _valid;
+    if (_variable.isText())
+        set.texts.insert(text);
+    else if (const auto cell = parseCell(text, _variable.kind()))
+        set.numbers.insert(cell->number);
+    else
+        throw ModelFault("the data field \"" + _variable.name() + "\" lists \"" + text +
+                         "\", which is no value of its type");
+}
+
+bool DataField::ValueSet::contains(const Cell& cell, bool isText) const
+{
+    return isText ? texts.contains(cell.text) : numbers.contains(cell.number);
+}
+
+/// Missing values come first: a model may declare a value missing that its intervals leave out.
+Cell DataField::read(const Value& value) const
+{
+    const bool isText = _variable.isText();
+    if (isText != value.IsText())
+        return value.IsText() || value.GetNumber() != MCMV::Missing() ? Cell::invalid()
+                                                                      : Cell::missing();
+    // A row has no other way to tell of a missing text.
+    if (isText ? value.GetText().empty() : value.GetNumber() == MCMV::Missing())
+        return Cell::missing();
+    const Cell cell =
+        isText ? Cell::of(std::string_view(value.GetText())) : Cell::of(value.GetNumber());
+    if (_missing.contains(cell, isText))
+        return Cell::missing();
+    return cell.isPresent() && isValid(cell) ? cell : Cell::invalid();
+}
+
+/// Listed values and intervals add up; without either, every value is valid that is not declared
+/// invalid.
+bool DataField::isValid(const Cell& cell) const
+{
+    const bool isText = _variable.isText();
+    if (_invalid.contains(cell, isText))
+        return false;
+    if (_variable.kind() == ValueKind::Boolean && cell.number != 0 && cell.number != 1)
+        return false;
+    if (_valid.isEmpty() && _intervals.empty())
+        return true;
+    return _valid.contains(cell, isText) ||
+           std::any_of(_intervals.begin(), _intervals.end(), [&cell](const Interval& interval) {
+               return interval.contains(cell.number);
+           });
+}
+
+} // namespace scoring

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "PathFactory.h"
+
+/// Has the host installed somewhere else for a scope.
+class Installation final : public PathFinder
+{
+public:
+    explicit Installation(std::string path) : _path(std::move(path))
+    {
+        PathFactory::setPathInstance(this);
+    }
+    ~Installation() override { PathFactory::setPathInstance(nullptr); }
+    Installation(const Installation&) = delete;
+    Installation& operator=(const Installation&) = delete;
+    std::string getInstallationPath() const override { return _path; }
+
+private:
+    std::string _path;
+};
