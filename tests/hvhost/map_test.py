@@ -55,7 +55,7 @@ class MapTest(Case):
                          {"type": "Point", "coordinates": [-64.2333, -64.7333]})
         moved = self.features(self.run_hvhost(*words, "--from", 4326, "--to", 3031, "-").stdout)
         self.assertLess(moved[1]["geometry"]["coordinates"][0], -1e6)
-        latin = self.write("latin.csv", "näme;x;y\nö;1,5;2\n".encode("latin-1"))
+        latin = self.write("latin.csv", "näme;x;y\nö;1.5;2\n".encode("latin-1"))
         self.assertEqual(self.features(self.run_hvhost(
             "map", "points", latin, "--x", "x", "--y", "y", "--encoding", "latin1",
             "-").stdout)[0]["properties"]["näme"], "ö")
@@ -104,7 +104,7 @@ class MapTest(Case):
                 (1, [*match, "KEI=island"], "KEI"),
                 (1, [*match, "ID=island"], "ID"),
                 (2, ["map"], "map"),
-                (2, ["map", "nothing"], "nothing")):
+                (2, ["map", "nothing"], "hvhost help map")):
             errors = self.run_hvhost(*words, status=status).stderr
             self.assertRegex(errors, told)
             self.assertFalse(out.exists(), words)
