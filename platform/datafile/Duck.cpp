@@ -83,14 +83,18 @@ Connection::Connection(duckdb_database database)
 
 Connection::~Connection()
 {
-    // While an exception unwinds the stack, the database lets go of a statement whose rows were not
-    // all fetched without waiting for the threads that work on it, and they go on with what is
-    // gone. A further statement waits for them.
-    if (std::uncaught_exceptions() > 0) {
-        duckdb_interrupt(_connection);
-        duckdb_query(_connection, "SELECT 1", nullptr);
-    }
+    // While an exception unwinds the stack, the database lets go of such a statement without
+    // waiting for the threads that work on it, and they go on with what is gone.
+    if (std::uncaught_exceptions() > 0)
+        endStatement();
     duckdb_disconnect(&_connection);
+}
+
+void Connection::endStatement() noexcept
+{
+    duckdb_interrupt(_connection);
+    // A further statement waits for the threads that work on the last one, and lets go of it.
+    duckdb_query(_connection, "SELECT 1", nullptr);
 }
 
 namespace {

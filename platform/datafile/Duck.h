@@ -61,6 +61,9 @@ public:
 
     /// Runs one statement. Throws QueryError.
     Result query(const std::string& sql);
+    /// Ends a statement whose rows were not all fetched. Its result is gone by then; left alone, it
+    /// would keep what it holds, and lose it if the connection ended first.
+    void endStatement() noexcept;
     duckdb_connection handle() const { return _connection; }
 
 private:

@@ -115,6 +115,9 @@ void RowFile::dispose(JNIEnv*)
 {
     _chunk = duck::Chunk();
     _result.reset();
+    if (_connection && !_ended)
+        (*_connection)->endStatement();
+    _ended = true;
     _connection.reset();
     _scratch.reset();
     _columns.clear();
