@@ -47,7 +47,7 @@ public:
     const char* GetStringValue(int column) const override { return GetObsPointer(column)->text; }
     const OBS* GetObsPointer(int column) const override
     {
-        return _buffers[static_cast<std::size_t>(column)].at(_row);
+        return _values[static_cast<std::size_t>(column)];
     }
     long long GetCaseCount() const override { return _count; }
 
@@ -59,6 +59,8 @@ private:
     std::unique_ptr<datafile::duck::Result> _result;
     datafile::duck::Chunk _chunk;
     std::vector<CaseColumn> _buffers;
+    std::vector<const OBS*> _values; ///< the present case's, in the buffers
+    std::vector<std::size_t> _units; ///< from one case's value to the next one's
     ErrorMonitor* _monitor;
     std::size_t _rows = 0;
     std::size_t _row = 0;
