@@ -61,7 +61,8 @@ VEXA_InputCaseIterator* TableCases::MakeProjectedIterator(const std::vector<int>
         buffers.emplace_back(_relation->columns[static_cast<std::size_t>(column)].storage,
                              variable.GetType(), hostToUtf8(variable.GetName()), hostCodePage());
     }
-    return std::make_unique<TableCaseIterator>(_relation, columns, std::move(buffers), monitor)
+    return std::make_unique<TableCaseIterator>(_relation, columns, std::move(buffers),
+                                               monitor ? monitor : _monitor)
         .release();
 }
 

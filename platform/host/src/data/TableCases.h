@@ -15,6 +15,8 @@ public:
     /// One variable for each column of the relation.
     TableCases(std::vector<VEXA_Variable> variables, std::shared_ptr<const Relation> relation);
 
+    /// Hears of what goes wrong with values where a reader names no monitor; borrowed.
+    void setMonitor(ErrorMonitor* monitor) { _monitor = monitor; }
     void setWeight(int column) { _weight = column; }
     void setSplit(std::vector<int> columns) { _split = std::move(columns); }
 
@@ -30,6 +32,7 @@ public:
 private:
     std::vector<VEXA_Variable> _variables;
     std::shared_ptr<const Relation> _relation;
+    ErrorMonitor* _monitor = nullptr;
     int _weight = -1;
     std::vector<int> _split;
 };
