@@ -1,0 +1,5 @@
+#include "tcm/HVInteractiveTSR.h"
+
+HVInteractiveTSR::HVInteractiveTSR() = default;
+
+HVInteractiveTSR::~HVInteractiveTSR() = default;
