@@ -27,7 +27,7 @@ std::set<std::string> JNIHvlFragment::getPredecessorFragmentIds()
     std::set<std::string> ids;
     const LocalRef<> found =
         JavaCall(*this, "getPredecessorFragmentIds", "()Ljava/util/Set;").callObject(getObject());
-    JavaCollections::forEachOfSet(*this, found.get(), OnFailure::Throw, [&](LocalRef<> id) {
+    JavaCollections::forEachOf(*this, found.get(), OnFailure::Throw, [&](LocalRef<> id) {
         ids.insert(getString(static_cast<jstring>(id.get())));
     });
     return ids;

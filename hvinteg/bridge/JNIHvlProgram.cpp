@@ -113,7 +113,7 @@ std::set<JNIHvlFragment*> JNIHvlProgram::getFragments()
 {
     std::set<JNIHvlFragment*> fragments;
     const LocalRef<> found = JavaCall(*this, "getFragments", "()" SIG_SET).callObject(getObject());
-    JavaCollections::forEachOfSet(
+    JavaCollections::forEachOf(
         *this, found.get(), OnFailure::Throw, [&](const LocalRef<>& fragment) {
             fragments.insert(WrapperFactory::wrapGlobal<JNIHvlFragment>(fragment));
         });

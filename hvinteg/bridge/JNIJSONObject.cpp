@@ -118,7 +118,7 @@ std::set<std::string> JNIJSONObject::keySet(jobject object)
     std::set<std::string> keys;
     const LocalRef<> set =
         JavaCall(*this, "keySet", "()Ljava/util/Set;", OnFailure::Record).callObject(object);
-    JavaCollections::forEachOfSet(*this, set.get(), OnFailure::Record, [&](LocalRef<> key) {
+    JavaCollections::forEachOf(*this, set.get(), OnFailure::Record, [&](LocalRef<> key) {
         keys.insert(getString(static_cast<jstring>(key.get())));
     });
     return keys;

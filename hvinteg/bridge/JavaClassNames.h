@@ -20,6 +20,7 @@ inline constexpr const char* Helpers = "com/vexa/ae/hvlhelpers/HvlHelpers";
 inline constexpr const char* Parameter = "com/vexa/ae/hvlhelpers/HvlFunctionParameter";
 inline constexpr const char* ParameterFactory =
     "com/vexa/ae/hvlhelpers/HvlFunctionParameter$Factory";
+inline constexpr const char* TargetMap = "com/vexa/utilities/targetpredictormap/TargetPredictorMap";
 inline constexpr const char* ParameterFactoryInstance =
     "com/vexa/ae/hvlhelpers/HvlFunctionParameter$FactoryInstance";
 } // namespace JavaClassNames

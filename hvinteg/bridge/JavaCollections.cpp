@@ -149,22 +149,23 @@ void forEachOfList(JNIHvlAccessor& caller, jobject list, const Taker& take)
         take(get.number(index).callObject(list));
 }
 
-void forEachOfSet(JNIHvlAccessor& caller, jobject set, OnFailure onFailure, const Taker& take)
+bool forEachOf(JNIHvlAccessor& caller, jobject collection, OnFailure onFailure, const Taker& take)
 {
-    if (set == nullptr)
-        return;
+    if (collection == nullptr)
+        return true;
     JNIEnv* env = caller.getEnv();
-    const LocalRef<jclass> setClass(env, env->GetObjectClass(set));
+    const LocalRef<jclass> collectionClass(env, env->GetObjectClass(collection));
     const LocalRef<> iterator =
-        JavaCall(caller, setClass.get(), "iterator", "()Ljava/util/Iterator;", onFailure)
-            .callObject(set);
+        JavaCall(caller, collectionClass.get(), "iterator", "()Ljava/util/Iterator;", onFailure)
+            .callObject(collection);
     if (!iterator)
-        return;
+        return false;
     const LocalRef<jclass> type(env, env->GetObjectClass(iterator.get()));
     JavaCall hasNext(caller, type.get(), "hasNext", "()Z", onFailure);
     JavaCall next(caller, type.get(), "next", "()Ljava/lang/Object;", onFailure);
     while (!next.failed() && hasNext.callBoolean(iterator.get()))
         if (LocalRef<> element = next.callObject(iterator.get()); !next.failed())
             take(std::move(element));
+    return !hasNext.failed() && !next.failed();
 }
 } // namespace JavaCollections

@@ -42,11 +42,11 @@ LocalRef<> typeMap(JNIHvlAccessor& caller,
 LocalRef<> stringArray(JNIHvlAccessor& caller, const std::vector<std::string>* texts);
 LocalRef<> booleanArray(JNIHvlAccessor& caller, const std::vector<bool>& flags);
 
-/// Hands each element of a java.util.List, or of a java.util.Set, to `take`, in order. A null
-/// collection has none, and after a recorded failure no more come.
+/// Hands each element of a java.util.List to `take`, in order; a null list has none.
 using Taker = std::function<void(LocalRef<> element)>;
 void forEachOfList(JNIHvlAccessor& caller, jobject list, const Taker& take);
-void forEachOfSet(JNIHvlAccessor& caller, jobject set, OnFailure onFailure, const Taker& take);
+/// The same for any collection, by its iterator. False after a recorded failure: no more come.
+bool forEachOf(JNIHvlAccessor& caller, jobject collection, OnFailure onFailure, const Taker& take);
 
 template <class Wrapper>
 LocalRef<> listOf(JNIHvlAccessor& caller, const std::vector<Wrapper*>* elements, ListRule rule)

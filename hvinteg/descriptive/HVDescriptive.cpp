@@ -1,6 +1,5 @@
 #include "descriptive/HVDescriptive.h"
 
-#include <algorithm>
 #include <utility>
 #include <variant>
 
@@ -8,6 +7,7 @@
 #include "bridge/JNIJSONObject.h"
 #include "data/HVRawDataIterator.h"
 #include "data/HVSimpleContainer.h"
+#include "hvl/TextJob.h"
 #include "runner/ExecutionScope.h"
 #include "runner/HVRunner.h"
 #include "support/Tracing.h"
@@ -39,43 +39,6 @@ constexpr const char* kModelBegin = "<DataModel>";
 constexpr const char* kModelEnd = "</DataModel>";
 constexpr const char* kSummaries = "<DatasetSummaries>";
 constexpr const char* kTraceLabel = "HVINTEG";
-
-/// A path as the job text wants it.
-std::string TransformPath(const std::string& path)
-{
-    std::string url = "file:///" + path;
-    std::replace(url.begin(), url.end(), '\\', '/');
-    return url;
-}
-
-/// Java may escape the slashes of a URL, which the engine takes as they are.
-std::string removeBackslash(std::string text)
-{
-    text.erase(std::remove(text.begin(), text.end(), '\\'), text.end());
-    return text;
-}
-
-std::string GetOutputContainerJson(const std::string& name, const std::string& uri)
-{
-    JNIJSONObject json;
-    json.put("export", true);
-    json.put("name", name.c_str());
-    json.put("uri", TransformPath(uri).c_str());
-    return removeBackslash(json.toString());
-}
-
-std::string jsonOf(const HVSimpleContainer& container)
-{
-    return GetOutputContainerJson(container.getName(), container.getAbsolutePath());
-}
-
-std::string GetInputDataJson(const std::string& name)
-{
-    JNIJSONObject json;
-    json.put("dataSource", name.c_str());
-    json.put("readErrorThreshold", -1);
-    return json.toString();
-}
 
 /// Where a result stands, as the file services spell it: in code pages other than UTF-8 that is not
 /// what the engine was told.
@@ -167,10 +130,10 @@ std::string HVDescriptive::Impl::GetHVL(const std::vector<HVSimpleContainer*>& c
 {
     std::string list;
     for (const HVSimpleContainer* container : containers)
-        list += (list.empty() ? "" : ",") + jsonOf(*container);
-    std::string text = "val deConf = " + settings.toString() + "\n";
-    text += "val outCon = [" + list + "]\n";
-    text += iterator ? "read(" + GetInputDataJson(iterator->getName()) + ") " : readText;
+        list += (list.empty() ? "" : ",") + exportedContainer(*container);
+    std::string text = definition("deConf", settings.toString());
+    text += definition("outCon", "[" + list + "]");
+    text += iterator ? "read(" + iteratorReader(*iterator) + ") " : readText;
     return text + kStep;
 }
 

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "SvrDMDataset.h"
+#include "geo/HVInteractive.h"
+
+class HVRawDataIterator;
+class HVSimpleContainer;
+struct RecordFile;
+
+/// What a viewer of temporal causal models asks: what a model can do, what it predicts for a
+/// series, and what influences what. A model is an archive that is finished; none is trained here.
+///
+/// A series is told by the values of the model's dimension fields, one for each of them in the
+/// model's order, and by the name of a metric. A model without dimensions has none of the former.
+///
+///     HVInteractiveTSR viewer;
+///     std::vector<double> actual;
+///     std::vector<double> predicted;
+///     if (viewer.GetScenarioInfo(dataset, modelPath, "month", "-11", "6", {}, {}, {}, "sales",
+///                                {"region"}, {"north"}, actual, predicted))
+///         draw(actual, predicted);
+///
+/// What needs data prepares them as the model's own were, anew at each request. Paths are in the
+/// host's encoding, as are the names given to getGatingInfo; all other texts are UTF-8. A request
+/// that gives false has a reason, for hasError and getMessages, where a job failed; none where the
+/// model cannot be read, or does not know a field or a series.
+class HVINTEG_EXPORT HVInteractiveTSR : public HVInteractive
+{
+public:
+    HVInteractiveTSR();
+    HVInteractiveTSR(const HVInteractiveTSR&) = delete;
+    HVInteractiveTSR& operator=(const HVInteractiveTSR&) = delete;
+    ~HVInteractiveTSR() override;
+
+    /// What a model is made of: the data models of all its fields, of what scoring reads and of
+    /// what it writes, and its properties, XML; its network of series, and the settings and results
+    /// of its data preparation, JSON. A request that fails leaves what it read until then.
+    bool getModelCapabilities(const std::string& modelPath, std::string& fullDataModel,
+                              std::string& inputDataModel, std::string& outputDataModel,
+                              std::string& modelProperties, std::string& netGraph,
+                              std::string& tsdpOutput);
+
+    /// Actual and predicted values of a series, appended in the order of time: for each point of
+    /// time one value, an actual one up to the end of the data, a predicted one beyond it. Missing
+    /// ones are the host's system-missing value.
+    ///
+    /// The range is closed. Its ends are whole numbers: 0 is the last point of time that the model
+    /// was trained on, 3 the third one behind it. The point of time comes from the field
+    /// `timeField`, a text maybe; without a name it is told by other fields. The reserved lists
+    /// take no part.
+    bool GetScenarioInfo(LocallyUniqueID dataset, const std::string& modelPath,
+                         const std::string& timeField, const std::string& rangeStart,
+                         const std::string& rangeEnd, const std::vector<std::string>& reservedNames,
+                         const std::vector<long long>& reservedFirst,
+                         const std::vector<long long>& reservedSecond,
+                         const std::string& metricName, const std::vector<std::string>& dimFields,
+                         const std::vector<std::string>& dimValues,
+                         std::vector<double>& actualValues, std::vector<double>& predictedValues);
+
+    /// The effects of a series and its causes, `level` steps through the network, as JSON: on the
+    /// cases of a dataset, or by the model alone with kNoDataset. `flag` takes no part.
+    bool getImpactDiagram(LocallyUniqueID dataset, const std::string& modelPath,
+                          const std::string& metricName, const std::vector<std::string>& dimFields,
+                          const std::vector<std::string>& dimValues, bool flag, int level,
+                          std::string& statJson);
+
+    /// What there is to model in a dataset, or in the file `dataPath` with kNoDataset: the data
+    /// model of the fields, with up to `maxValues` distinct values of each and some to tell that
+    /// there are more, XML; and the time interval of the date field, JSON. Either may be left out,
+    /// and its result is empty then; not both.
+    bool getGatingInfo(LocallyUniqueID dataset, const std::string& dataPath,
+                       const std::string& dateTimeField, const std::vector<std::string>& fields,
+                       int maxValues, std::string& timeInterval, std::string& dataModel);
+
+private:
+    /// Turns a field of texts into timestamps, on the way from rows or a file to another file.
+    /// False, without messages, if the rows were cancelled.
+    bool ConvertTimeStr(const std::string& timeField, HVRawDataIterator& iterator,
+                        const RecordFile& output);
+    bool ConvertTimeStr(const std::string& timeField, const RecordFile& input,
+                        const RecordFile& output);
+
+    /// Copies rows to a file, whose data model lists the distinct values of the dimension fields.
+    bool UpdateDataModel(const std::vector<std::string>& dimFields, HVRawDataIterator& iterator,
+                         const RecordFile& output);
+    /// Prepares rows or a file as `settings`, JSON, say.
+    bool RunTSDP(HVRawDataIterator& iterator, const std::string& settings,
+                 const HVSimpleContainer& jsonOutput, const RecordFile& output);
+    bool RunTSDP(const RecordFile& input, const std::string& settings,
+                 const HVSimpleContainer& jsonOutput, const RecordFile& output);
+
+    struct SeriesScoring;
+
+    /// Score a series that is a target of the model, and any other one.
+    bool TcmScore(const SeriesScoring& scoring);
+    bool ArScore(const SeriesScoring& scoring);
+};
