@@ -12,6 +12,7 @@
 #include "ChartOutput.h"
 #include "TerminalText.h"
 #include "TextGrid.h"
+#include "VexaCases.h"
 #include "support/OutputParts.h"
 
 namespace {
@@ -148,6 +149,25 @@ TEST(OutputText, NamesLabelsAndDimensionsMayBeHidden)
                                  "└──────┴─────┘\n");
 }
 
+TEST(OutputText, DecimalSignsStandBelowEachOther)
+{
+    TnProcedure procedure("TEST");
+    const Table table(procedure.PivotTable(TnString("T"), TnString("W"), false));
+    const Dimension rows = dimensionOf(*table, "r", TnDimension::Row);
+    const Dimension columns = dimensionOf(*table, "c", TnDimension::Column);
+    for (const TnNumber& value : {number(5), number(-17.25), number(1234, kFormatComma, 0),
+                                  number(2.5, kFormatPercent, 1), number(1e99), number(kSystemMissing),
+                                  number(1, kFormatDateYearFirst)}) {
+        rows->Category(value);
+        columns->Category(TnString("v")).Cell(value);
+        if (value.value() == 5)
+            columns->Category(TnString("v")).CellNote(note("n"));
+    }
+    EXPECT_NE(textOf(procedure).find("""),
+              std::string::npos)
+        << textOf(procedure);
+}
+
 TEST(OutputText, HeadingsAndMessagesStandInOrder)
 {
     TnProcedure procedure("RUN");
@@ -190,6 +210,10 @@ of people
             "aggregate":"mean"}}},{"mark":"rule","encoding":{"y":{"field":"b"}}}]})",
          "\nChart\n┌───┬───────┐\n│ a │     b │\n├───┼───────┤\n│ x │ 0.125 │\n└───┴───────┘\n"
          "┌───────┐\n│     b │\n├───────┤\n│ 0.125 │\n└───────┘\n"},
+        // A channel that goes on from one that goes on itself.
+        {R"({"mark":"bar","data":{"values":[{"a":1,"b":2,"c":3}]},"encoding":{"x":{"field":"a"},
+            "x2":{"field":"b"},"x22":{"field":"c"}}})",
+         "\nChart\n┌───────┐\n│     a │\n├───────┤\n│ 1 – 2 │\n└───────┘\n"},
         {R"({"mark":"bar","data":{"url":"far.csv"}})", "\nChart\n"},
         {"3", "\nChart\nThis chart cannot be drawn.\n"},
         {"{", "\nChart\nThis chart cannot be drawn.\n"},

@@ -42,6 +42,7 @@ private:
     {
         const std::string width = widthClass(_table);
         return "table" + std::string(width.empty() ? "" : " ") + width +
+               (_table.notes.empty() ? "" : " noted") +
                (_rows.size() > kLongTable ? " long-table" : "") +
                (_columns.size() >= kManyColumns ? " wide-table" : "");
     }
@@ -51,8 +52,9 @@ private:
     {
         nlohmann::ordered_json list = nlohmann::ordered_json::array();
         for (std::size_t head = 0; head < _heads.size(); ++head)
-            list.push_back(
-                {{"name", _heads[head].dimension->name.text}, {"categories", _categories[head]}});
+            list.push_back({{"name", _heads[head].dimension->name.text},
+                            {"hidesName", _heads[head].dimension->hidesName},
+                            {"categories", _categories[head]}});
         return list.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
     }
 
