@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::size_t kLongTable = 40;
 constexpr std::size_t kManyColumns = 9;
+/// More than a sheet of paper takes in its upright form.
+constexpr std::size_t kLandscapeColumns = 16;
 
 /// A table with its axes, and the layer that is being written.
 class TableWriter
@@ -44,7 +46,9 @@ private:
         return "table" + std::string(width.empty() ? "" : " ") + width +
                (_table.notes.empty() ? "" : " noted") +
                (_rows.size() > kLongTable ? " long-table" : "") +
-               (_columns.size() >= kManyColumns ? " wide-table" : "");
+               (_rows.levels() == 1 ? " one-stub" : "") +
+               (_columns.size() >= kManyColumns ? " wide-table" : "") +
+               (_columns.size() >= kLandscapeColumns ? " landscape" : "");
     }
 
     /// What the selects offer: names and categories of the layer dimensions.
