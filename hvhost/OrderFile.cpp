@@ -44,6 +44,16 @@ void readLocation(OutputOrder& order, const OrderValue& value)
         value.refuse("a location is a text with dots between its keys, or a list of keys");
 }
 
+/// Deeper than any outline is read, and not as deep as would cost more stack than there is.
+void readHeading(OutputOrder& order, const OrderValue& value)
+{
+    constexpr std::ptrdiff_t kDeepest = 100;
+    const std::string heading = value.text();
+    if (std::count(heading.begin(), heading.end(), '.') >= kDeepest)
+        value.refuse("headings go at most " + std::to_string(kDeepest) + " deep");
+    order.setHeading(heading);
+}
+
 void readType(OutputOrder& order, const OrderValue& value)
 {
     static const std::vector<std::pair<std::string, OutputOrder::Type>> kTypes{
@@ -86,7 +96,7 @@ void readShown(OutputOrder& order, const OrderValue& value)
 const Keys<OutputOrder>& objectKeys()
 {
     static const Keys<OutputOrder> keys{
-        {"heading", [](auto& order, const auto& value) { order.setHeading(value.text()); }},
+        {"heading", readHeading},
         {"location", readLocation},
         {"locations",
          [](auto& order, const auto& value) {

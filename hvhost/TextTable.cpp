@@ -60,7 +60,10 @@ void printTextTable(const ResultTable& table, std::size_t width, std::ostream& o
     grid.rowCount = table.rows.size();
     grid.cell = [&table](std::size_t row, std::size_t column) {
         const ResultTable::Column& of = table.columns[column];
-        return TextGrid::Cell{cellText(table.rows[row][column], of), {}, of.isNumber()};
+        TextGrid::Cell cell{cellText(table.rows[row][column], of), {}, of.isNumber()};
+        if (of.storage == CFField::Real)
+            cell.fraction = plainFraction(cell.text);
+        return cell;
     };
     drawTextGrid(grid, width, out);
 }

@@ -12,6 +12,7 @@
 #include "ChartOutput.h"
 #include "TerminalText.h"
 #include "TextGrid.h"
+#include "VexaCases.h"
 #include "support/OutputParts.h"
 
 namespace {
@@ -148,6 +149,33 @@ TEST(OutputText, NamesLabelsAndDimensionsMayBeHidden)
                                  "└──────┴─────┘\n");
 }
 
+TEST(OutputText, DecimalSignsStandBelowEachOther)
+{
+    TnProcedure procedure("TEST");
+    const Table table(procedure.PivotTable(TnString("T"), TnString("W"), false));
+    const Dimension rows = dimensionOf(*table, "r", TnDimension::Row);
+    const Dimension columns = dimensionOf(*table, "c", TnDimension::Column);
+    for (const TnNumber& value :
+         {number(5), number(-17.25), number(1234, kFormatComma, 0), number(2.5, kFormatPercent, 1),
+          number(1e99), number(kSystemMissing), number(1, kFormatDateYearFirst)}) {
+        rows->Category(value);
+        columns->Category(TnString("v")).Cell(value);
+        if (value.value() == 5)
+            columns->Category(TnString("v")).CellNote(note("n"));
+    }
+    EXPECT_NE(textOf(procedure).find(R"(
+│ 5          │       5[a]    │
+│ -17.25     │     -17.25    │
+│ 1,234      │   1,234       │
+│ 2.5%       │       2.5%    │
+│ 1E+99      │      1E+99    │
+│ .          │       .       │
+│ 1582/10/14 │ 1582/10/14    │
+)"),
+              std::string::npos)
+        << textOf(procedure);
+}
+
 TEST(OutputText, HeadingsAndMessagesStandInOrder)
 {
     TnProcedure procedure("RUN");
@@ -190,6 +218,10 @@ of people
             "aggregate":"mean"}}},{"mark":"rule","encoding":{"y":{"field":"b"}}}]})",
          "\nChart\n┌───┬───────┐\n│ a │     b │\n├───┼───────┤\n│ x │ 0.125 │\n└───┴───────┘\n"
          "┌───────┐\n│     b │\n├───────┤\n│ 0.125 │\n└───────┘\n"},
+        // A channel that goes on from one that goes on itself.
+        {R"({"mark":"bar","data":{"values":[{"a":1,"b":2,"c":3}]},"encoding":{"x":{"field":"a"},
+            "x2":{"field":"b"},"x22":{"field":"c"}}})",
+         "\nChart\n┌───────┐\n│     a │\n├───────┤\n│ 1 – 2 │\n└───────┘\n"},
         {R"({"mark":"bar","data":{"url":"far.csv"}})", "\nChart\n"},
         {"3", "\nChart\nThis chart cannot be drawn.\n"},
         {"{", "\nChart\nThis chart cannot be drawn.\n"},
@@ -225,13 +257,16 @@ TEST(OutputText, AViewShowsWhatItHolds)
     xInteractive view(procedure);
     view.setProcedureName("tcm");
     view.setJSONPath("a.b");
-    view.setInteractiveJSON(R"({"0":{"fields":[]},"1":{"list":[1,null,"x"],"of":[{"k":true}],)"
-                            R"("empty":{}},"3":)" +
-                            std::string(30000, '[') + std::string(30000, ']') + "}");
+    view.setInteractiveJSON(
+        R"({"0":{"fields":[]},"1":{"list":[1,null,"x"],"of":[{"k":true},{"n":2}],)"
+        R"("empty":{}},"3":)" +
+        std::string(30000, '[') + std::string(30000, ']') + "}");
     view.sendInteractive();
-    EXPECT_TRUE(textOf(procedure).starts_with("\ntcm, a.b\n1:\n  list: [1, null, x]\n  of:\n"
-                                              "    1:\n      k: true\n  empty: {}\n3:\n"
-                                              "  1:\n    1:\n"))
+    EXPECT_TRUE(
+        textOf(procedure).starts_with("\ntcm, a.b\n1:\n  list: [1, null, x]\n  of:\n"
+                                      "┌──────┬───┐\n│ k    │ n │\n├──────┼───┤\n│ true │   │\n"
+                                      "│      │ 2 │\n└──────┴───┘\n  empty: {}\n3:\n"
+                                      "  1:\n    1:\n"))
         << textOf(procedure);
 }
 
@@ -271,7 +306,7 @@ TEST(TerminalText, LinesBreakWhereTheyMay)
     EXPECT_EQ(terminalWrapped("", 5), Lines{""});
 }
 
-TEST(TextGrid, KeysAreCutBeforeValuesAreLost)
+TEST(TextGrid, KeysTakeLinesBeforeValuesAreLost)
 {
     TextGrid grid;
     grid.keyCount = 1;
@@ -285,9 +320,10 @@ TEST(TextGrid, KeysAreCutBeforeValuesAreLost)
     };
     std::ostringstream out;
     drawTextGrid(grid, 24, out);
-    EXPECT_EQ(out.str(), "┌────────┬────────────────┐\n│ key    │          first │\n"
-                         "├────────┼────────────────┤\n│ a …[a] │ 12345678901234 │\n"
-                         "└────────┴────────────────┘\n┌────────┬────────────────┐\n"
-                         "│ key    │         second │\n├────────┼────────────────┤\n"
-                         "│ a …[a] │ 12345678901234 │\n└────────┴────────────────┘\n");
+    const std::string keys = "├────────┼────────────────┤\n│ a      │ 12345678901234 │\n"
+                             "│ ver    │                │\n│ y      │                │\n"
+                             "│ lon    │                │\n│ g      │                │\n"
+                             "│ ke…[a] │                │\n└────────┴────────────────┘\n";
+    EXPECT_EQ(out.str(), "┌────────┬────────────────┐\n│ key    │          first │\n" + keys +
+                             "┌────────┬────────────────┐\n│ key    │         second │\n" + keys);
 }

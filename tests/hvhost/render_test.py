@@ -76,6 +76,7 @@ class Render(Case):
                 ({"objects": [{}, {"showRows": ["a", 1]}]}, r"objects\[1\]\.showRows\[1\]: a text is needed"),
                 ([{}, {"notifications": "no"}], r"order\.json: \[1\]\.notifications: true or false"),
                 ({"result": "none"}, r"order\.json: result: .*\n  hint: the document has weather"),
+                ({"objects": [{"heading": "a." * 100}]}, r"objects\[0\]\.heading: headings go at most 100"),
                 ({"objects": [{"type": "pie"}]}, r"objects\[0\]\.type: a type is pivot"),
                 ({"geoJson": {"x": "missing.json"}}, r"missing\.json: no such file"),
                 (3, r"order\.json: an object is needed")):
@@ -84,6 +85,7 @@ class Render(Case):
                                        self.write("order.json", json.dumps(order)), status=3)
                 self.assertRegex(done.stderr, fault)
         for document, fault in (('{"a":\n  {"ö": tru}}', r"bad\.json:2:12: no JSON: "),
+                                ('{"a":\n' + 40000 * '{"b":' + "1", r"bad\.json:2:2496: it is nested deeper"),
                                 ("[1]", r"bad\.json: this is JSON, but no object"), ("", r"bad\.json: .*empty"),
                                 ('{"a": 1e999}', r"bad\.json: no JSON: number overflow parsing '1e999'")):
             with self.subTest(document):

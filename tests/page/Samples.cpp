@@ -52,7 +52,7 @@ void addStatistics(TnHeading& heading)
     for (std::size_t row = 0; row < variables.size(); ++row) {
         rows->Category(words(variables[row]));
         columns->Category(words("N")).Cell(number(figures[row][0], kFormatNumber, 0));
-        columns->Category(words("Minimum")).Cell(number(figures[row][1], kFormatNumber, 1));
+        columns->Category(words("Minimum")).Cell(number(figures[row][1], kFormatGeneral, 1));
         columns->Category(words("Maximum")).Cell(number(figures[row][2], kFormatNumber, 1));
         columns->Category(words("Mean")).Cell(number(figures[row][3], kFormatNumber, 3));
     }

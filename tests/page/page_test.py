@@ -76,6 +76,16 @@ class Tables(unittest.TestCase):
             "no category": "Row / -- / a",
             "no dimension": "-- / "})
 
+    def test_decimal_signs_stand_below_each_other(self):
+        page = opened("sample")
+        units = page.evaluate("""[...named("Descriptive").tBodies[0].rows].map((row) => {
+            const digits = row.cells[2].firstChild;
+            const range = document.createRange();
+            range.setStart(digits, 0);
+            range.setEnd(digits, (digits.data + ".").indexOf("."));
+            return Math.round(range.getBoundingClientRect().right * 4); })""")
+        self.assertEqual(units, units[:1] * 4)
+
     def test_footnotes_are_linked_both_ways(self):
         page = opened("sample")
         notes = page.evaluate("""[...document.querySelectorAll("figure sup a")].map((mark) => {

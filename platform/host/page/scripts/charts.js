@@ -46,6 +46,9 @@
     const specification = read(figure.querySelector(":scope > .specification"));
     const sources = [...figure.querySelectorAll(":scope > .source")].map((source) =>
       [source.dataset.name, read(source)]);
+    const caption = figure.querySelector(":scope > figcaption > bdi")?.textContent;
+    if ((specification.title?.text ?? specification.title) === caption)
+      delete specification.title;
     delete specification.usermeta;
     delete specification.$schema;
     if (sources.length > 0)

@@ -8,7 +8,7 @@
     const list = page.element("select");
     dimension.categories.forEach((category, at) => {
       list.append(page.element("option", {
-        value: String(at), textContent: shortened(category), dir: "auto",
+        value: String(at), textContent: shortened(category) || String(at + 1), dir: "auto",
       }));
     });
     return list;
@@ -26,6 +26,7 @@
     const lists = JSON.parse(figure.dataset.layers).map((dimension) => {
       const list = select(dimension);
       const name = page.element("bdi", { textContent: shortened(dimension.name) });
+      name.classList.toggle("unseen", dimension.hidesName);
       bar.append(page.element("label", {}, name, " ", list));
       list.addEventListener("change", () => showLayer(figure, lists));
       return list;

@@ -74,7 +74,7 @@
       button.title = page.word("Sort");
       button.append(header.firstChild);
       header.prepend(button);
-      header.ariaSort = "none";
+      header.setAttribute("aria-sort", "none");
       button.addEventListener("click", () => {
         const order = nextOrder[header.getAttribute("aria-sort")];
         headers.forEach((other) => other.setAttribute("aria-sort", "none"));

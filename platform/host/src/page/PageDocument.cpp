@@ -24,24 +24,24 @@ bool isUnit(const PageJson& value)
 }
 
 /// Views on top of each other or side by side.
-bool isComposed(const PageJson& value)
+bool isComposed(const PageJson& value, int depth)
 {
     constexpr std::array kinds{"layer", "concat", "hconcat", "vconcat"};
     return std::any_of(kinds.begin(), kinds.end(), [&](const char* kind) {
         const PageJson* parts = memberOf(value, kind);
         return parts && parts->is_array() && !parts->empty() &&
-               std::all_of(parts->begin(), parts->end(), [](const PageJson& part) {
-                   return isMark(memberOf(part, "mark")) || isDrawable(part);
+               std::all_of(parts->begin(), parts->end(), [&](const PageJson& part) {
+                   return isMark(memberOf(part, "mark")) || isDrawable(part, depth + 1);
                });
     });
 }
 
 /// One view, drawn for each value of a field.
-bool isRepeated(const PageJson& value)
+bool isRepeated(const PageJson& value, int depth)
 {
     const PageJson* view = memberOf(value, "spec");
     return view && (memberOf(value, "facet") || memberOf(value, "repeat")) &&
-           (isMark(memberOf(*view, "mark")) || isDrawable(*view));
+           (isMark(memberOf(*view, "mark")) || isDrawable(*view, depth + 1));
 }
 
 } // namespace
@@ -59,11 +59,13 @@ std::optional<PageJson> parseDocument(const std::string& text)
     return json;
 }
 
-bool isDrawable(const PageJson& value)
+bool isDrawable(const PageJson& value, int depth)
 {
+    if (depth > kDeepest)
+        return false;
     if (const PageJson* schema = memberOf(value, "$schema"); schema && schema->is_string())
         return schema->get_ref<const std::string&>().find("/vega-lite/") != std::string::npos;
-    return isUnit(value) || isComposed(value) || isRepeated(value);
+    return isUnit(value) || isComposed(value, depth) || isRepeated(value, depth);
 }
 
 const PageJson* memberOf(const PageJson& value, std::string_view name)

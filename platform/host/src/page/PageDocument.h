@@ -13,8 +13,8 @@ using PageJson = nlohmann::ordered_json;
 std::optional<PageJson> parseDocument(const std::string& text);
 
 /// Whether a value is a chart that the page can draw: a Vega-Lite specification, which says so by
-/// its schema or is built like one.
-bool isDrawable(const PageJson& value);
+/// its schema or is built like one. `depth`: of the views that it lies in.
+bool isDrawable(const PageJson& value, int depth = 0);
 
 /// A member of an object; null if there is none, or the value is no object.
 const PageJson* memberOf(const PageJson& value, std::string_view name);

@@ -1,10 +1,12 @@
 #include "page/TableBody.h"
 
+#include <algorithm>
 #include <ostream>
 
 #include "VexaCases.h"
 #include "page/PageText.h"
 #include "values/DateText.h"
+#include "values/ValueText.h"
 
 namespace {
 
@@ -22,6 +24,16 @@ std::string valueOf(const TnContent& content)
            (isDateFormat(content.format) ? " data-shown" : "");
 }
 
+/// Of what its fraction lacks, so that it stands with its decimal sign below those of others.
+std::string padding(const TnContent& content, std::size_t longest)
+{
+    const std::size_t own = fractionOf(content.text, content.format).value_or(longest);
+    if (own >= longest)
+        return {};
+    const std::string zeros(longest - own, '0');
+    return " data-pad=\"" + (own == 0 ? "." + zeros.substr(1) : zeros) + "\"";
+}
+
 class BodyWriter
 {
 public:
@@ -30,6 +42,8 @@ public:
         if (grid.named)
             for (std::size_t column = 0; column < grid.columns.size(); ++column)
                 _columnNames.push_back(grid.columns.names(column, grid.columnPrefix()));
+        for (std::size_t column = 0; column < grid.columns.size(); ++column)
+            _fractions.push_back(longestFraction(column));
     }
 
     void write()
@@ -48,6 +62,22 @@ public:
     }
 
 private:
+    /// Of the numbers in a column; those far below decide nothing for the ones before.
+    std::size_t longestFraction(std::size_t column)
+    {
+        constexpr std::size_t kLooked = 1000;
+        std::size_t longest = 0;
+        _grid.columns.setAddress(column, _address);
+        for (std::size_t row = 0; row < std::min(_grid.rows.size(), kLooked); ++row) {
+            _grid.rows.setAddress(row, _address);
+            const std::optional<OutputCell> cell = _grid.table.cells.at(_address);
+            if (cell && cell->content.number)
+                longest = std::max(
+                    longest, fractionOf(cell->content.text, cell->content.format).value_or(0));
+        }
+        return longest;
+    }
+
     /// Over how many rows the outermost label stands that begins here; 0 inside one.
     std::size_t outerSpan(std::size_t row) const
     {
@@ -93,17 +123,17 @@ private:
                  << _columnNames[column] << "\"";
         const std::optional<OutputCell> cell = _grid.table.cells.at(_address);
         if (cell)
-            writeContent(*cell);
+            writeContent(*cell, _fractions[column]);
         else
             _out << "></td>";
     }
 
-    void writeContent(const OutputCell& cell)
+    void writeContent(const OutputCell& cell, std::size_t fraction)
     {
         const TnContent& content = cell.content;
         _out << valueOf(content);
         if (content.number)
-            _out << ">" << escaped(content.text);
+            _out << padding(content, fraction) << ">" << escaped(content.text);
         else
             _out << " class=\"text\">" << (content.text.empty() ? "" : cellText(content.text));
         _out << _grid.notes.marks(cell.notes) << "</td>";
@@ -113,6 +143,7 @@ private:
     TableGrid& _grid;
     OutputCells::Address _address;
     std::vector<std::string> _columnNames;
+    std::vector<std::size_t> _fractions; ///< the longest, by column
     std::string _rowNames;
 };
 

@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::size_t kLongTable = 40;
 constexpr std::size_t kManyColumns = 9;
+/// More than a sheet of paper takes in its upright form.
+constexpr std::size_t kLandscapeColumns = 16;
 
 /// A table with its axes, and the layer that is being written.
 class TableWriter
@@ -42,8 +44,11 @@ private:
     {
         const std::string width = widthClass(_table);
         return "table" + std::string(width.empty() ? "" : " ") + width +
+               (_table.notes.empty() ? "" : " noted") +
                (_rows.size() > kLongTable ? " long-table" : "") +
-               (_columns.size() >= kManyColumns ? " wide-table" : "");
+               (_rows.levels() == 1 ? " one-stub" : "") +
+               (_columns.size() >= kManyColumns ? " wide-table" : "") +
+               (_columns.size() >= kLandscapeColumns ? " landscape" : "");
     }
 
     /// What the selects offer: names and categories of the layer dimensions.
@@ -51,8 +56,9 @@ private:
     {
         nlohmann::ordered_json list = nlohmann::ordered_json::array();
         for (std::size_t head = 0; head < _heads.size(); ++head)
-            list.push_back(
-                {{"name", _heads[head].dimension->name.text}, {"categories", _categories[head]}});
+            list.push_back({{"name", _heads[head].dimension->name.text},
+                            {"hidesName", _heads[head].dimension->hidesName},
+                            {"categories", _categories[head]}});
         return list.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
     }
 

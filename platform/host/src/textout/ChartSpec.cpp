@@ -181,8 +181,9 @@ std::vector<ChartPlot::Column> PlotCollector::columnsOf(const std::vector<Channe
     }
     for (const Channel& channel : channels)
         for (const Channel& start : channels)
-            if (start.name + "2" == channel.name)
-                ofField(start.field())->endField = channel.field();
+            if (const auto column = ofField(start.field());
+                start.name + "2" == channel.name && column != columns.end())
+                column->endField = channel.field();
     if (columns.empty() && !plot.rows.empty())
         for (const auto& [key, value] : plot.rows.front()->items())
             columns.push_back({key, key, {}});

@@ -26,8 +26,11 @@ const nlohmann::ordered_json& valueOf(const nlohmann::ordered_json& row, const s
 TextGrid::Cell cellOf(const nlohmann::ordered_json& row, const ChartPlot::Column& column)
 {
     const nlohmann::ordered_json& value = valueOf(row, column.field);
-    if (column.endField.empty())
-        return {jsonCellText(value), {}, value.is_number()};
+    if (column.endField.empty()) {
+        std::string text = jsonCellText(value);
+        const auto fraction = value.is_number() ? plainFraction(text) : std::nullopt;
+        return {std::move(text), {}, value.is_number(), fraction};
+    }
     return {jsonCellText(value) + " – " + jsonCellText(valueOf(row, column.endField)), {}, true};
 }
 
@@ -106,6 +109,11 @@ void writeHead(const OutputChart& chart, const ChartSpec& spec, TextPage& page)
 
 } // namespace
 
+void writePlot(const ChartPlot& plot, TextPage& page)
+{
+    PlotWriter(plot, page).write();
+}
+
 void writeChart(const OutputChart& chart, TextPage& page)
 {
     page.beginBlock();
@@ -113,7 +121,7 @@ void writeChart(const OutputChart& chart, TextPage& page)
         const ChartSpec spec(chart.templateJson);
         writeHead(chart, spec, page);
         for (const ChartPlot& plot : spec.plots())
-            PlotWriter(plot, page).write();
+            writePlot(plot, page);
     } catch (const std::invalid_argument&) {
         if (!chart.description.empty())
             page.write(chart.description, TextPage::Style::Bold);

@@ -27,7 +27,7 @@ std::size_t widthOf(const TextGrid::Label& label)
 GridColumns::GridColumns(const TextGrid& grid, std::size_t width) : _grid(grid), _width(width)
 {
     for (const TextGrid::Column& column : grid.columns)
-        _columns.push_back({std::max<std::size_t>(column.minimum, 1), 0, 0});
+        _columns.push_back({std::max<std::size_t>(column.minimum, 1), 0, 0, 0, 0});
     measureCells();
     // What lies over one column decides before what lies over several.
     std::vector<const TextGrid::Label*> labels;
@@ -51,8 +51,10 @@ void GridColumns::measureCells()
     for (std::size_t row = 0; row < _grid.rowCount; ++row)
         for (std::size_t column = 0; column < _columns.size(); ++column)
             measureCell(column, _grid.cell(row, column));
-    for (Column& column : _columns)
+    for (Column& column : _columns) {
+        column.numbers = std::max(column.numbers, column.whole + column.fraction);
         column.width = std::max(column.width, column.numbers + column.marks);
+    }
 }
 
 void GridColumns::measureCell(std::size_t column, const TextGrid::Cell& cell)
@@ -62,6 +64,8 @@ void GridColumns::measureCell(std::size_t column, const TextGrid::Cell& cell)
     const std::size_t mark = cell.mark.empty() ? 0 : terminalWidth(cell.mark);
     if (cell.isNumber) {
         measured.numbers = std::max(measured.numbers, width);
+        measured.whole = std::max(measured.whole, cell.fraction ? width - *cell.fraction : 0);
+        measured.fraction = std::max(measured.fraction, cell.fraction.value_or(0));
         measured.marks = std::max(measured.marks, mark);
     } else {
         widen(column, width + mark);
@@ -125,7 +129,7 @@ std::size_t GridColumns::width(const std::size_t* begin, const std::size_t* end)
 }
 
 /// Keys that are drawn again and again leave half of the width, and room for any number, to what
-/// they are keys of. What is left out of their texts is the end of the widest.
+/// they are keys of. It is the widest that goes on in more lines.
 void GridColumns::shrinkKeys()
 {
     const std::size_t keys = std::min(_grid.keyCount, _columns.size());
@@ -152,7 +156,8 @@ void GridColumns::split()
     GridBlock keys(std::min(_grid.keyCount, _columns.size()));
     std::iota(keys.begin(), keys.end(), std::size_t{0});
     const std::size_t keyWidth = needed(0, keys.size());
-    // A text that is wider than the room beside the keys is cut, unless there is hardly any room.
+    // A text that is wider than the room beside the keys takes more lines, unless there is hardly
+    // any room.
     const std::size_t room = _width > keyWidth + kMargins ? _width - keyWidth - kMargins : 0;
     std::size_t used = keyWidth;
     _blocks.assign(1, keys);

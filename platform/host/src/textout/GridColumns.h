@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "TextGrid.h"
@@ -20,6 +21,11 @@ public:
     std::size_t width(std::size_t column) const { return _columns[column].width; }
     /// The places at the right of a column that belong to the marks of its numbers.
     std::size_t markWidth(std::size_t column) const { return _columns[column].marks; }
+    /// What a fraction lacks to the longest one of the column.
+    std::size_t lacking(std::size_t column, std::optional<std::size_t> fraction) const
+    {
+        return fraction ? _columns[column].fraction - *fraction : 0;
+    }
     bool hasNumbers(std::size_t column) const { return _columns[column].numbers > 0; }
     /// Of columns beside each other, with the lines between them.
     std::size_t width(const std::size_t* begin, const std::size_t* end) const;
@@ -29,8 +35,10 @@ private:
     struct Column
     {
         std::size_t width = 0;
-        std::size_t numbers = 0; ///< the widest number
-        std::size_t marks = 0;   ///< the widest mark of a number
+        std::size_t numbers = 0;  ///< what all numbers take
+        std::size_t whole = 0;    ///< the widest part of a number before its fraction
+        std::size_t fraction = 0; ///< the longest one
+        std::size_t marks = 0;    ///< the widest mark of a number
     };
 
     void measureCells();

@@ -6,6 +6,7 @@
 #include "output/TableAxis.h"
 #include "textout/TableHeader.h"
 #include "textout/TextPage.h"
+#include "values/ValueText.h"
 
 namespace {
 
@@ -136,9 +137,11 @@ TextGrid::Cell TableWriter::cell(std::size_t row, std::size_t column)
     std::optional<OutputCell> found = _table.cells.at(_address);
     if (!found)
         return {};
-    const bool isNumber = found->content.number.has_value();
-    return {isNumber ? std::move(found->content.text) : withLineEnds(found->content.text),
-            _signs.signs(found->notes), isNumber};
+    TnContent& content = found->content;
+    if (!content.number)
+        return {withLineEnds(content.text), _signs.signs(found->notes)};
+    const std::optional<std::size_t> fraction = fractionOf(content.text, content.format);
+    return {std::move(content.text), _signs.signs(found->notes), true, fraction};
 }
 
 /// Outermost labels are set off from each other, if one of the two lies over several rows.

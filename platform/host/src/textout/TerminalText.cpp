@@ -172,8 +172,7 @@ private:
         removeBlanksAtEnd(bare);
         if (!_lines.back().empty() && terminalWidth(_lines.back() + bare) > _width)
             begin();
-        while (terminalWidth(bare) > _width) {
-            const std::size_t bytes = bytesOf(bare, _width);
+        for (std::size_t bytes = 0; (bytes = bytesOf(bare, _width)) < bare.size();) {
             _lines.back() = bare.substr(0, bytes);
             bare.erase(0, bytes);
             part.erase(0, bytes);

@@ -27,18 +27,40 @@ struct Part
     std::vector<std::string> lines;
     std::string mark;
     std::size_t width = 0;
-    std::size_t markWidth = 0; ///< at the right, kept free for marks
+    std::size_t markWidth = 0; ///< at the right, kept free for marks and longer fractions
     enum
     {
         Left,
         Right,
         Centre
     } place = Left;
+
+    /// For the text, beside its mark.
+    std::size_t room() const
+    {
+        return width - std::min(width, std::max(terminalWidth(mark), markWidth));
+    }
 };
 
 std::string blanks(std::size_t count)
 {
     return std::string(count, ' ');
+}
+
+/// The lines of a text, broken where it is too wide. A place for a label is none for a whole
+/// page: after a few lines there is an ellipsis.
+std::vector<std::string> linesIn(const std::string& text, std::size_t room)
+{
+    constexpr std::size_t kMostLines = 6;
+    std::vector<std::string> lines = terminalLines(text);
+    const auto isTooWide = [&](const std::string& line) { return terminalWidth(line) > room; };
+    if (std::any_of(lines.begin(), lines.end(), isTooWide))
+        lines = terminalWrapped(text, room);
+    if (lines.size() > kMostLines) {
+        lines.resize(kMostLines);
+        lines.back() = terminalCut(lines.back() + " …", room);
+    }
+    return lines;
 }
 
 /// One line of a part, as wide as the part. A mark stands behind the last line of its text.
@@ -170,8 +192,8 @@ void BlockDrawing::header(std::size_t row, const Tiles& tiles)
         else if (label.columns == 1 && _columns.hasNumbers(_block[begin]))
             part.place = Part::Right;
         if (row + 1 == label.row + label.rows) {
-            part.lines = terminalLines(label.text);
             part.mark = label.mark;
+            part.lines = linesIn(label.text, part.room());
         }
     }
     parts(shown);
@@ -183,11 +205,12 @@ void BlockDrawing::body(std::size_t row)
     for (const std::size_t column : _block) {
         const TextGrid::Cell cell = _grid.cell(row, column);
         Part& part = shown.emplace_back();
-        part.lines = terminalLines(cell.text);
         part.mark = cell.mark;
         part.width = _columns.width(column);
-        part.markWidth = cell.isNumber ? _columns.markWidth(column) : 0;
+        if (cell.isNumber)
+            part.markWidth = _columns.markWidth(column) + _columns.lacking(column, cell.fraction);
         part.place = cell.isNumber ? Part::Right : Part::Left;
+        part.lines = linesIn(cell.text, part.room());
     }
     parts(shown);
 }
@@ -214,6 +237,14 @@ void BlockDrawing::draw()
 }
 
 } // namespace
+
+std::optional<std::size_t> plainFraction(std::string_view number)
+{
+    if (number.find('e') != number.npos)
+        return std::nullopt;
+    const std::size_t point = number.size() > 1 ? number.find('.') : number.npos;
+    return point == number.npos ? 0 : number.size() - point;
+}
 
 void drawTextGrid(const TextGrid& grid, std::size_t width, std::ostream& out)
 {

@@ -1,12 +1,16 @@
 #include "textout/ViewText.h"
 
 #include <algorithm>
+#include <set>
+#include <string>
 
 #include <nlohmann/json.hpp>
 
 #include "OutputTree.h"
 #include "output/StringTable.h"
+#include "page/PageDocument.h"
 #include "textout/ChartSpec.h"
+#include "textout/ChartText.h"
 #include "textout/TextPage.h"
 
 namespace {
@@ -23,6 +27,28 @@ bool hasPlainElements(const Json& value)
                        [](const Json& element) { return element.is_primitive(); });
 }
 
+/// Objects without parts of their own, which make the rows of a table.
+bool isRecords(const Json& value)
+{
+    return value.is_array() && std::all_of(value.begin(), value.end(), [](const Json& record) {
+               return record.is_object() && hasPlainElements(record);
+           });
+}
+
+/// Has all members of all records, in the order in which they come up.
+ChartPlot plotOf(const Json& records)
+{
+    ChartPlot plot;
+    std::set<std::string> known;
+    for (const Json& record : records) {
+        plot.rows.push_back(&record);
+        for (const auto& [key, value] : record.items())
+            if (known.insert(key).second)
+                plot.columns.push_back({key, key, {}});
+    }
+    return plot;
+}
+
 /// Short lists read better in one line than each element on its own.
 std::string inOneLine(const Json& array)
 {
@@ -33,7 +59,7 @@ std::string inOneLine(const Json& array)
     return "[" + line + "]";
 }
 
-/// Writes JSON values with their members indented below them.
+/// Writes JSON values with their members indented below them; records and charts as tables.
 class Outline
 {
 public:
@@ -41,12 +67,16 @@ public:
 
     void write(const std::string& name, const Json& value, std::size_t depth)
     {
-        if (value.is_primitive())
+        if (isDrawable(value))
+            chart(name, value, depth);
+        else if (value.is_primitive())
             line(name, value.is_null() ? "null" : jsonCellText(value), depth);
         else if (value.is_array() && hasPlainElements(value))
             line(name, inOneLine(value), depth);
         else if (value.empty() || depth >= kDeepest)
             line(name, value.empty() ? "{}" : "…", depth);
+        else if (isRecords(value))
+            table(name, plotOf(value), depth);
         else
             members(name, value, depth);
     }
@@ -56,6 +86,18 @@ private:
     {
         _page.write(name + (text.empty() ? ":" : ": " + text), TextPage::Style::Plain,
                     std::string(depth * kIndent, ' '));
+    }
+    void table(const std::string& name, const ChartPlot& plot, std::size_t depth)
+    {
+        line(name, {}, depth);
+        writePlot(plot, _page);
+    }
+    void chart(const std::string& name, const Json& specification, std::size_t depth)
+    {
+        const ChartSpec spec(Json{{"1", specification}}.dump());
+        line(name, spec.title().empty() ? spec.description() : spec.title(), depth);
+        for (const ChartPlot& plot : spec.plots())
+            writePlot(plot, _page);
     }
     /// Elements of a list are called by their numbers.
     void members(const std::string& name, const Json& value, std::size_t depth)

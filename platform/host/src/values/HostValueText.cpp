@@ -49,6 +49,17 @@ std::string valueText(double value, const VEXA_Format& format)
     return numberText(value, numberStyle(format), decimals, format.width);
 }
 
+std::optional<std::size_t> fractionOf(std::string_view text, const VEXA_Format& format)
+{
+    if (isDateFormat(format) || text.find('E') != std::string_view::npos)
+        return std::nullopt;
+    const NumberStyle style = numberStyle(format);
+    const std::size_t sign = text.find(style.decimalSign);
+    if (sign != std::string_view::npos && text != kMissingText)
+        return text.size() - sign;
+    return text.ends_with(style.suffix) ? style.suffix.size() : 0;
+}
+
 int ToString(const OBS* value, const VEXA_Format& format, char* buffer)
 {
     if (!buffer)
