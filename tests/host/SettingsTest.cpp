@@ -58,6 +58,20 @@ TEST_F(Settings, TheLocaleComesFromTheFirstVariableThatIsSet)
     }
 }
 
+TEST_F(Settings, DatesAndTimesMayHaveALocaleOfTheirOwn)
+{
+    const ScopedEnvironment all("LC_ALL", std::nullopt);
+    const ScopedEnvironment messages("LC_MESSAGES", "fr_FR");
+    const ScopedEnvironment times("LC_TIME", "sv_SE.UTF-8");
+    CFAppHost::update();
+    EXPECT_EQ(host.getTimeLocale(), "sv_SE");
+    host.setTimeLocale("da_DK");
+    EXPECT_EQ(host.getTimeLocale(), "da_DK");
+    EXPECT_EQ(host.getLocale(), "fr_FR");
+    host.setTimeLocale("");
+    EXPECT_EQ(host.getTimeLocale(), "sv_SE");
+}
+
 TEST_F(Settings, WhatTheHostProgramSetsSurvivesAnUpdateUntilItIsTakenBack)
 {
     const ScopedEnvironment locale("LC_ALL", "de_DE");

@@ -9,10 +9,10 @@ class CFHostingCallback;
 
 /// The host's application settings, one object for the process. All texts are UTF-8.
 ///
-/// update() reads the settings anew: the locale from LC_ALL, LC_MESSAGES or LANG, the temporary
-/// directory from VEXA_TEMP, the thread limit from VEXA_THREADS or the number of processors. A host
-/// program may set them instead; what it sets survives update(). An empty text, or a thread limit
-/// below 1, takes such a setting back.
+/// update() reads the settings anew: the locale from LC_ALL, LC_MESSAGES or LANG, that of dates and
+/// times from LC_ALL, LC_TIME or LANG, the temporary directory from VEXA_TEMP, the thread limit from
+/// VEXA_THREADS or the number of processors. A host program may set them instead; what it sets
+/// survives update(). An empty text, or a thread limit below 1, takes such a setting back.
 ///
 /// Where nobody names a temporary directory, the process has one of its own, in TMPDIR or the
 /// system's, for its owner alone: two processes never share scratch files. It is made at first use,
@@ -32,6 +32,8 @@ public:
 
     /// As in "en_US", which it is where none is set.
     const std::string& getLocale() const;
+    /// The one that dates and times are written in where they are texts.
+    const std::string& getTimeLocale() const;
     /// The host's temporary directory in the host's spelling; may lack a trailing separator.
     const std::string& getTempDirectory() const;
     /// How many threads a computation may use, 1 or more.
@@ -40,6 +42,7 @@ public:
     CFHostingCallback* createCFHostingCalbck();
 
     void setLocale(const std::string& locale);
+    void setTimeLocale(const std::string& locale);
     void setTempDirectory(const std::string& directory);
     void setMaxCompThreads(int threads);
 

@@ -23,10 +23,10 @@ std::string_view environment(const char* name)
     return value ? std::string_view(value) : std::string_view();
 }
 
-// The locale of messages, without codeset and modifier: "de_DE.UTF-8@euro" is "de_DE".
-std::string environmentLocale()
+// The locale of a category, without codeset and modifier: "de_DE.UTF-8@euro" is "de_DE".
+std::string environmentLocale(const char* category)
 {
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    for (const char* name : {"LC_ALL", category, "LANG"}) {
         const std::string_view value = environment(name);
         if (value.empty())
             continue;
@@ -61,10 +61,12 @@ struct CFAppHost::Impl
     mutable std::mutex mutex;
     // From the environment, as of the last update; an empty directory stands for the private one.
     std::string locale;
+    std::string timeLocale;
     std::string tempDirectory;
     int threads = 1;
     // What the host program set comes first.
     std::optional<std::string> setLocale;
+    std::optional<std::string> setTimeLocale;
     std::optional<std::string> setTempDirectory;
     std::optional<int> setThreads;
     HostingCallback callback;
@@ -72,7 +74,8 @@ struct CFAppHost::Impl
     void read()
     {
         const std::lock_guard lock(mutex);
-        locale = environmentLocale();
+        locale = environmentLocale("LC_MESSAGES");
+        timeLocale = environmentLocale("LC_TIME");
         tempDirectory = hostSpelling(std::string(environment("VEXA_TEMP")));
         threads = environmentThreads();
     }
@@ -102,6 +105,12 @@ const std::string& CFAppHost::getLocale() const
     return keepString(_impl->setLocale.value_or(_impl->locale));
 }
 
+const std::string& CFAppHost::getTimeLocale() const
+{
+    const std::lock_guard lock(_impl->mutex);
+    return keepString(_impl->setTimeLocale.value_or(_impl->timeLocale));
+}
+
 const std::string& CFAppHost::getTempDirectory() const
 {
     const std::lock_guard lock(_impl->mutex);
@@ -127,6 +136,15 @@ void CFAppHost::setLocale(const std::string& locale)
         _impl->setLocale.reset();
     else
         _impl->setLocale = locale;
+}
+
+void CFAppHost::setTimeLocale(const std::string& locale)
+{
+    const std::lock_guard lock(_impl->mutex);
+    if (locale.empty())
+        _impl->setTimeLocale.reset();
+    else
+        _impl->setTimeLocale = locale;
 }
 
 void CFAppHost::setTempDirectory(const std::string& directory)

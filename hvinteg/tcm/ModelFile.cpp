@@ -1,0 +1,55 @@
+#include "tcm/ModelFile.h"
+
+#include <algorithm>
+
+#include "CFMetaData.h"
+#include "support/ZipReader.h"
+
+namespace {
+
+constexpr const char* kBegin = "<DataModel>";
+constexpr const char* kEnd = "</DataModel>";
+constexpr const char* kDocumentEnd = "</StatXML>";
+
+/// The part of a document from its data model on, up to a mark, which may lack.
+bool cutOut(std::string& document, const char* mark)
+{
+    const std::size_t begin = document.find(kBegin);
+    if (begin == std::string::npos)
+        return false;
+    document.erase(0, begin);
+    document.resize(std::min(document.find(mark), document.size()));
+    return true;
+}
+
+} // namespace
+
+bool readEntry(ZipReader& archive, const char* entry, std::string& text)
+{
+    return archive.GotoFile(entry) && archive.ExportString(text);
+}
+
+bool readFullDataModel(ZipReader& model, std::string& xml)
+{
+    if (!readEntry(model, kStatisticsEntry, xml))
+        return false;
+    if (!cutOut(xml, kEnd)) {
+        xml.clear();
+        return false;
+    }
+    xml += kEnd;
+    return true;
+}
+
+bool GetMetaData(const std::string& modelPath, CFMetaData& metadata)
+{
+    ZipReader model(modelPath);
+    std::string xml;
+    if (!readEntry(model, kStatisticsEntry, xml) || !cutOut(xml, kDocumentEnd))
+        return false;
+    // What stands behind the element its reader passes over.
+    if (xml.find(kEnd) == std::string::npos)
+        xml += kEnd;
+    metadata = CFMetaData(xml, nullptr);
+    return true;
+}
