@@ -7,14 +7,13 @@
 #include "support/Tracing.h"
 #include "support/ZipReader.h"
 #include "tcm/HVInteractiveTSR.h"
+#include "tcm/ModelFile.h"
 #include "tcm/PreparationReplay.h"
 #include "tcm/TemporalJobText.h"
 
 // What influences a series, and what it influences.
 
 namespace {
-
-constexpr const char* kMember = "statJson.json";
 
 /// One half of the diagram.
 JNIJSONObject artifact(const char* name, JNIJSONArray& target, int level)
@@ -106,7 +105,7 @@ bool HVInteractiveTSR::runImpactDiagram(const std::string& job, const HVSimpleCo
     if (!runner().prepareHVLJob(job) || !tryRunHV(runner()))
         return false;
     ZipReader reader(output.getGenericPath());
-    if (!reader.GotoFile(kMember) || !reader.ExportString(statJson))
+    if (!readEntry(reader, "statJson.json", statJson))
         return false;
     traceJSONFile(statJson, "StatJSON", "getImpactDiagram");
     return true;

@@ -26,8 +26,8 @@ bool isText(HVRawDataIterator& rows, const std::string& name)
     return field != nullptr && field->GetStorage() == CFField::String;
 }
 
-/// A file that cannot be written stays as the job left it: the model then lacks distinct values,
-/// for which the preparation has words of its own.
+/// Where the file cannot be opened, the records keep the model that their job wrote, which only
+/// lacks the distinct values.
 void replaceModel(const HVSimpleContainer& file, const CFMetaData& metadata)
 {
     std::string xml;

@@ -5,10 +5,10 @@
 #include "support/Tracing.h"
 #include "support/Transcoding.h"
 #include "support/ZipReader.h"
+#include "tcm/ModelFile.h"
 
 namespace {
 
-constexpr const char* kMember = "TSDPOutput.json";
 constexpr const char* kOperation = "ProcessTsdpSettings";
 /// The name of the time where the order of the records is the time. No variable has it.
 constexpr const char* kCaseCount = "$casecount";
@@ -47,7 +47,7 @@ bool TsdpSettings::read(const std::string& modelPath)
 {
     ZipReader reader(modelPath);
     std::string json;
-    if (!reader.GotoFile(kMember) || !reader.ExportString(json))
+    if (!readEntry(reader, kPreparationEntry, json))
         return false;
     traceJSONFile(json, "TSDPOutputContent", kOperation);
     if (!takeFrom(json))
