@@ -166,13 +166,13 @@ TEST_F(Gating, DescribesFieldsAndFindsTheInterval)
 TEST_F(Gating, ReadsADataFileWithoutADataset)
 {
     const std::string weather = std::string(std::getenv("HV_TEST_DATA")) + "/weather.csv";
-    ASSERT_TRUE(examine(kNoDataset, weather, "date", {"station"}, 100));
-    EXPECT_NE(CFMetaData(model).GetField("station"), nullptr);
+    ASSERT_TRUE(examine(kNoDataset, weather, "date", {"weather"}, 100));
+    EXPECT_NE(CFMetaData(model).GetField("weather"), nullptr);
     std::string id;
     std::string text;
     std::string detail;
     for (const char* missing : {"", "missing.sav"}) {
-        EXPECT_FALSE(examine(kNoDataset, missing, "date", {"station"}, 100));
+        EXPECT_FALSE(examine(kNoDataset, missing, "date", {"weather"}, 100));
         EXPECT_TRUE(viewer->hasError(id, text, detail));
         EXPECT_THAT(text, missing[0] == '\0' ? testing::Eq("Cannot read the selected file.")
                                              : HasSubstr(missing));
