@@ -18,8 +18,8 @@ class Impact : public Replay
 protected:
     bool draw(LocallyUniqueID data, int level)
     {
-        return viewer->getImpactDiagram(data, path("model.zip"), "sales", {"region"}, {"north"},
-                                        true, level, diagram);
+        return viewer->getImpactDiagram(data, modelPath, "sales", {"region"}, {"north"}, true,
+                                        level, diagram);
     }
 
     static std::string settingLines(int level, const char* file)

@@ -1,49 +1,26 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include <map>
-#include <optional>
-#include <regex>
-
 #include "data/MemorySource.h"
-#include "support/JobFixture.h"
 #include "support/Paths.h"
-#include "support/ScratchFolder.h"
 #include "support/WrittenRows.h"
-#include "support/ZipWriter.h"
-#include "tcm/HVInteractiveTSR.h"
-
-using Names = std::vector<std::string>;
+#include "tcm/ViewerFixture.h"
 
 /// A viewer of a model of sales by region and shop, with three months of data, on an engine that
 /// leaves what the steps would leave. The series of the region "north", and that of no region, are
 /// targets.
-class Replay : public JobTest
+class Replay : public ViewerTest
 {
 protected:
     void SetUp() override
     {
-        JobTest::SetUp();
-        _folder.emplace();
-        viewer.emplace();
+        ViewerTest::SetUp();
         engine.setScript([this](ScriptedJob& job) { answer(job); });
         engine.setOutputs([this](const std::string&) { return rows; });
-        putModel(kPreparation);
+        putModel(preparationOf("\"region\""));
     }
-
-    void TearDown() override
-    {
-        EXPECT_EQ(openExecutions(engine), 0);
-        viewer.reset();
-        _folder.reset();
-        JobTest::TearDown();
-    }
-
-    std::string path(const std::string& name) const { return _folder->name(name); }
 
     /// A model file with this "TSDPOutput.json", or none.
-    void putModel(const std::optional<std::string>& preparation) const
+    void putModel(const std::optional<std::string>& preparation)
     {
         const auto codes = [](const char* name, std::vector<CFValue> values) {
             CFField field(name, CFField::Nominal, CFField::Integer);
@@ -58,12 +35,11 @@ protected:
         std::string xml;
         fields.ExportXMLDoc(xml);
         xml.erase(0, xml.find("<DataModel>"));
-        ZipWriter model(path("model.zip"));
-        model.AddString("StatXML.xml", "<StatXML>" + xml + "</StatXML>");
-        model.AddString("TCMGraph.json", R"({"targets":[{"series":"0-1","predictors":[]},)"
-                                         R"({"series":"1","predictors":[]}]})");
+        Entries entries = {{"StatXML.xml", "<StatXML>" + xml + "</StatXML>"},
+                           {"TCMGraph.json", R"({"targets":[{"series":"0-1"},{"series":"1"}]})"}};
         if (preparation)
-            model.AddString("TSDPOutput.json", *preparation);
+            entries["TSDPOutput.json"] = *preparation;
+        modelPath = ViewerTest::putModel(entries);
     }
 
     bool score(const std::string& timeField, const std::string& start, const std::string& end,
@@ -71,8 +47,8 @@ protected:
     {
         actual.clear();
         predicted.clear();
-        return viewer->GetScenarioInfo(dataset, path("model.zip"), timeField, start, end, {"x"},
-                                       {1}, {2}, "sales", dimFields, dimValues, actual, predicted);
+        return viewer->GetScenarioInfo(dataset, modelPath, timeField, start, end, {"x"}, {1}, {2},
+                                       "sales", dimFields, dimValues, actual, predicted);
     }
 
     /// What hasError tells; empty if it tells nothing.
@@ -84,21 +60,12 @@ protected:
         return viewer->hasError(id, text, detail) ? id + text + detail : "";
     }
 
-    Names jobs() const
-    {
-        Names texts;
-        for (const EngineCall& call : engine.calls())
-            if (call.name == "prepare")
-                texts.push_back(call.argument);
-        return texts;
-    }
-
     /// The jobs but for the descriptive one, with short names for files: MODEL, and T1, T2 and so
     /// on, in the order of their appearance.
     Names plainJobs() const
     {
         std::map<std::string, std::string> names = {
-            {NormalizeHvlPathU(path("model.zip"), "file"), "MODEL"}};
+            {NormalizeHvlPathU(modelPath, "file"), "MODEL"}};
         Names texts;
         for (std::string rest : jobs()) {
             if (rest.find("descriptives:") != std::string::npos)
@@ -116,12 +83,15 @@ protected:
         return texts;
     }
 
-    static constexpr const char* kPreparation =
-        R"({"settings":{"dimFieldList":["region"],"metricFieldList":["sales"],)"
-        R"("dateTimeField":"month","span":{"n":3}},"output":{"timeVariable":[1,2,3]}})";
+    /// Three months, and these dimensions, in quotes.
+    static std::string preparationOf(const std::string& dimensions)
+    {
+        return R"({"settings":{"dimFieldList":[)" + dimensions +
+               R"(],"metricFieldList":["sales"],"dateTimeField":"month","span":{"n":3}},)"
+               R"("output":{"timeVariable":[1,2,3]}})";
+    }
 
-    ScriptedEngine engine;
-    std::optional<HVInteractiveTSR> viewer;
+    std::string modelPath;
     LocallyUniqueID dataset = SvrDMDataset::Register(std::make_shared<MemorySource>(
         std::vector<VEXA_Variable>{text("month", 7), numeric("day"), text("region", 5),
                                    text("shop", 3), numeric("sales")},
@@ -136,24 +106,19 @@ protected:
     std::size_t failingJob = 0;   ///< from 1
 
 private:
-    static std::string placeOf(const std::string& job, const std::string& expression)
-    {
-        std::smatch found;
-        std::regex_search(job, found, std::regex(expression + "\":\"file:///([^\"]*)\""));
-        return found[1];
-    }
-
     void answer(ScriptedJob& job)
     {
         const std::string text = jobs().back();
         if (const int count = job.pull("_activeDataset_"); count >= 0)
             recordsRead.push_back(count);
-        if (const std::string file = placeOf(text, "StatXML\",\"uri"); !file.empty())
+        if (const std::string file = placeOf(text, "StatXML"); !file.empty())
             ZipWriter(file).AddString("StatXML.xml", kDescribed);
-        if (const std::string file = placeOf(text, "tcmStatJson\",\"uri"); !file.empty())
+        if (const std::string file = placeOf(text, "tcmStatJson"); !file.empty())
             ZipWriter(file).AddString("statJson.json", R"({"effects":[]})");
-        if (text.find("tsdp:tsdp(tsdpConf") != std::string::npos)
-            FetchFile::fetch(placeOf(text, "filesystem\":\\{\"dataModel"), modelOfRecords);
+        std::smatch read;
+        if (std::regex_search(text, read, std::regex("dataModel\":\"file:///([^\"]*)\"")) &&
+            text.find("tsdp:tsdp") != std::string::npos)
+            FetchFile::fetch(read[1], modelOfRecords);
         if (jobs().size() == failingJob)
             job.listener().onError("ID", "text", "detail");
         else
@@ -163,6 +128,4 @@ private:
     static constexpr const char* kDescribed =
         R"(<StatXML><DataModel><Field name="region" storage="string">)"
         R"(<Values><Value value="north"/></Values></Field></DataModel></StatXML>)";
-
-    std::optional<ScratchFolder> _folder;
 };

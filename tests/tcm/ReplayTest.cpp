@@ -81,10 +81,7 @@ TEST_F(Replay, TakesTheJobsThatTheDataNeed)
         SCOPED_TRACE(std::string(timeField) + " " + std::to_string(dimensions.size()));
         engine.clearCalls();
         recordsRead.clear();
-        std::string model = kPreparation;
-        if (dimensions.empty())
-            model.replace(model.find("\"region\""), 8, "");
-        putModel(model);
+        putModel(preparationOf(dimensions.empty() ? "" : "\"region\""));
         // The columns of the preparation are its own affair: the time is told apart.
         EXPECT_FALSE(
             score(timeField, "0", "0", dimensions, dimensions.empty() ? Names() : Names{"north"}))
@@ -209,10 +206,10 @@ TEST_F(Replay, WantsSettingsInTheModel)
         putModel(text);
         EXPECT_FALSE(score("", "0", "0")) << text.value_or("none");
     }
-    putModel(kPreparation);
-    EXPECT_THROW(viewer->getImpactDiagram(12345, path("model.zip"), "sales", {}, {}, true, 1,
-                                          modelOfRecords),
-                 ErrorText);
+    putModel(preparationOf("\"region\""));
+    EXPECT_THROW(
+        viewer->getImpactDiagram(12345, modelPath, "sales", {}, {}, true, 1, modelOfRecords),
+        ErrorText);
     EXPECT_THAT(jobs(), testing::IsEmpty());
     EXPECT_EQ(reason(), "");
 }

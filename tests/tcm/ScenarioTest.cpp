@@ -14,6 +14,9 @@ using Numbers = std::vector<double>;
 const std::vector<CFField> kFields = {realField("sales_predicted"), realField("$FutureFlag"),
                                       realField("sales")};
 
+constexpr const char* kOneDimension = R"("region")";
+constexpr const char* kTwoDimensions = R"("region","shop")";
+
 /// Three months that the model was trained on, one more, and two beyond the data.
 std::vector<Row> sixMonths()
 {
@@ -69,10 +72,7 @@ TEST_F(Scenario, AsksForAScoreOfTheSeries)
     for (const auto& [dimensions, values, end, settings, step] : cases) {
         SCOPED_TRACE(settings);
         scored.rewind();
-        std::string model = kPreparation;
-        if (dimensions.size() == 2)
-            model.replace(model.find("\"region\""), 8, R"("region","shop")");
-        putModel(model);
+        putModel(preparationOf(dimensions.size() == 2 ? kTwoDimensions : kOneDimension));
         engine.clearCalls();
         EXPECT_TRUE(score("day", "0", end, dimensions, values));
         ASSERT_EQ(jobs().size(), 4U);
@@ -122,8 +122,8 @@ TEST_F(Scenario, ReadsTheRowsOfTheRange)
         EXPECT_EQ(scored.disposals, 1);
     }
     scored.rewind();
-    EXPECT_TRUE(viewer->GetScenarioInfo(dataset, path("model.zip"), "day", "1", "2", {}, {}, {},
-                                        "sales", {"region"}, {"north"}, actual, predicted));
+    EXPECT_TRUE(viewer->GetScenarioInfo(dataset, modelPath, "day", "1", "2", {}, {}, {}, "sales",
+                                        {"region"}, {"north"}, actual, predicted));
     EXPECT_THAT(predicted, ElementsAre(50)) << "behind what is there";
 }
 
@@ -170,12 +170,11 @@ TEST_F(Scenario, FailsWhereRowsCannotBeRead)
         SCOPED_TRACE(std::to_string(fields.size()) + " " + std::to_string(values.size()));
         WrittenRows written(fields, values);
         rows = &written;
-        putModel(kPreparation);
+        putModel(preparationOf(kOneDimension));
         EXPECT_EQ(score("day", "-2", "0"), result);
         EXPECT_EQ(actual, actualValues);
         written.rewind();
-        std::string model = kPreparation;
-        putModel(model.replace(model.find("\"region\""), 8, R"("region","shop")"));
+        putModel(preparationOf(kTwoDimensions));
         EXPECT_EQ(score("day", "-2", "0", {"region", "shop"}, {"north", "old"}), otherResult);
         EXPECT_EQ(written.disposals, 2);
         EXPECT_EQ(openExecutions(engine), 0);
@@ -186,8 +185,8 @@ TEST_F(Scenario, FailsWhereRowsCannotBeRead)
 
 TEST_F(Scenario, ScoresNoSeriesThatTheModelDoesNotKnow)
 {
-    EXPECT_FALSE(viewer->GetScenarioInfo(dataset, path("model.zip"), "day", "0", "0", {}, {}, {},
-                                         "", {"region"}, {"north"}, actual, predicted));
+    EXPECT_FALSE(viewer->GetScenarioInfo(dataset, modelPath, "day", "0", "0", {}, {}, {}, "",
+                                         {"region"}, {"north"}, actual, predicted));
     EXPECT_THAT(engine.calls(), IsEmpty());
     EXPECT_FALSE(score("day", "0", "0", {"region"}, {"south"}));
     EXPECT_EQ(jobs().size(), 3U) << "the preparation only";
@@ -214,4 +213,28 @@ TEST_F(Scenario, FailuresOfTheEngineLeaveNothing)
             runner->cleanJRef();
             EXPECT_EQ(jni().liveGlobals(), 0);
         }
+}
+
+// Whichever call of the machine fails, what was made goes.
+TEST_F(Scenario, FailuresOfTheMachineLeaveNothing)
+{
+    const Names files = scratchFiles();
+    bool result = false;
+    bool reached = true;
+    for (int number = 1; reached; ++number) {
+        SCOPED_TRACE(number);
+        scored.rewind();
+        jni().failAt(number, RecordingJni::Fault::OutOfMemory);
+        try {
+            result = score("month", "0", "0");
+        } catch (const JNIException&) {
+        }
+        reached = jni().endFault();
+        EXPECT_EQ(openExecutions(engine), 0);
+        EXPECT_EQ(scratchFiles(), files);
+        runner->cleanJRef();
+        EXPECT_EQ(jni().liveGlobals(), 0);
+        engine.clearCalls();
+    }
+    EXPECT_TRUE(result) << "the last run meets no failure";
 }
