@@ -149,8 +149,9 @@ TEST_F(Gating, DescribesFieldsAndFindsTheInterval)
         SCOPED_TRACE(std::string(date) + " " + std::to_string(fields.size()));
         ASSERT_TRUE(examine(data, "", date, fields, maxValues));
         EXPECT_EQ(interval.empty(), date[0] == '\0');
-        if (!interval.empty())
+        if (!interval.empty()) {
             EXPECT_THAT(interval, HasSubstr(R"("day")"));
+        }
         ASSERT_EQ(model.empty(), fields.empty());
         const CFMetaData found = model.empty() ? CFMetaData() : CFMetaData(model);
         ASSERT_EQ(found.FieldCount(), values.size());

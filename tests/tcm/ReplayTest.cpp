@@ -129,8 +129,8 @@ TEST_F(Replay, SettingsFitADataset)
     {
         const char* dimensions;
         Names dimFields;
-        const char* rest;    ///< of the settings, and what the preparation found
-        const char* columns; ///< null: refused
+        const char* rest;   ///< of the settings, and what the preparation found
+        const char* served; ///< null: refused
         int timePoints;
     };
     const char* const byDay =
@@ -179,7 +179,7 @@ TEST_F(Replay, SettingsFitADataset)
         {"", {}, cycles[6].c_str(), nullptr, 0},
         {"", {}, cycles[7].c_str(), nullptr, 0},
     };
-    for (const auto& [dimensions, dimFields, rest, columns, timePoints] : cases) {
+    for (const auto& [dimensions, dimFields, rest, served, timePoints] : cases) {
         SCOPED_TRACE(std::string(dimensions) + " " + rest);
         putModel(std::string(R"({"settings":{"dimFieldList":[)") + dimensions + "]," + rest);
         engine.clearCalls();
@@ -188,11 +188,11 @@ TEST_F(Replay, SettingsFitADataset)
             {{0.0, 1.0, 0.0}, {0.0, 2.0, 0.0}, {0.0, 3.0, 0.0}, {0.0, 4.0, 0.0}});
         rows = &numbered;
         const Names values[] = {{}, {"north"}, {"north", "old"}};
-        EXPECT_EQ(score("day", "0", "0", dimFields, values[dimFields.size()]), columns != nullptr);
-        EXPECT_EQ(jobs().empty(), columns == nullptr);
-        if (columns == nullptr)
+        EXPECT_EQ(score("day", "0", "0", dimFields, values[dimFields.size()]), served != nullptr);
+        EXPECT_EQ(jobs().empty(), served == nullptr);
+        if (served == nullptr)
             continue;
-        EXPECT_EQ(columnsServed(), columns);
+        EXPECT_EQ(columnsServed(), served);
         EXPECT_EQ(actual, timePoints == 0 ? std::vector<double>()
                                           : std::vector<double>{static_cast<double>(timePoints)});
     }
