@@ -10,7 +10,7 @@ using JobText = JobTest;
 
 std::string uriOf(const HVSimpleContainer& container)
 {
-    return "file:///" + container.getAbsolutePath();
+    return TransformPath(container.getAbsolutePath());
 }
 
 } // namespace
