@@ -10,8 +10,8 @@ class CFHostingCallback;
 /// The host's application settings, one object for the process. All texts are UTF-8.
 ///
 /// update() reads the settings anew: the locale from LC_ALL, LC_MESSAGES or LANG, that of dates and
-/// times from LC_ALL, LC_TIME or LANG, the temporary directory from VEXA_TEMP, the thread limit from
-/// VEXA_THREADS or the number of processors. A host program may set them instead; what it sets
+/// times from LC_ALL, LC_TIME or LANG, the temporary directory from VEXA_TEMP, the thread limit
+/// from VEXA_THREADS or the number of processors. A host program may set them instead; what it sets
 /// survives update(). An empty text, or a thread limit below 1, takes such a setting back.
 ///
 /// Where nobody names a temporary directory, the process has one of its own, in TMPDIR or the
