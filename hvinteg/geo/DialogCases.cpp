@@ -40,11 +40,10 @@ DialogCases::DialogCases(std::unique_ptr<UserInputCaseFile> file, const DialogCh
 {
     if (_file != nullptr)
         _rows = std::make_unique<HVRawDataIterator>(*_file->DataSource(), choice.variables,
-                                                    std::vector<MeasurementLevel>(), false,
-                                                    kWeightRound, false, false, nullptr);
+                                                    choice.levels, false, kWeightRound, false,
+                                                    false, nullptr);
     else
-        _rows = std::make_unique<HVRawDataIterator>(choice.dataset, choice.variables,
-                                                    std::vector<MeasurementLevel>(), false,
-                                                    kWeightRound, false, false);
+        _rows = std::make_unique<HVRawDataIterator>(choice.dataset, choice.variables, choice.levels,
+                                                    false, kWeightRound, false, false);
     _rows->SetName(name);
 }

@@ -8,12 +8,14 @@
 #include "data/HVRawDataIterator.h"
 
 /// What data a dialog means: a dataset of the host or, with kNoDataset, a file. Variables by name,
-/// all of them for none. Path and names are in the host's encoding.
+/// all of them for none, and the measurement level that each of them is to have, if not their own.
+/// Path and names are in the host's encoding.
 struct DialogChoice
 {
     LocallyUniqueID dataset;
     const std::string& path;
     std::vector<std::string> variables;
+    std::vector<MeasurementLevel> levels = {};
 };
 
 /// The cases that a dialog works on, for the time of one request: those of a dataset of the host,

@@ -8,7 +8,10 @@
 
 class HVRawDataIterator;
 class HVSimpleContainer;
+struct PreparationReplay;
 struct RecordFile;
+struct ScoringStep;
+struct SeriesScoring;
 
 /// What a viewer of temporal causal models asks: what a model can do, what it predicts for a
 /// series, and what influences what. A model is an archive that is finished; none is trained here.
@@ -83,6 +86,10 @@ private:
     bool ConvertTimeStr(const std::string& timeField, const RecordFile& input,
                         const RecordFile& output);
 
+    /// Reads the settings of the model's data preparation, and finds the dataset's columns.
+    bool fitSettings(PreparationReplay& replay);
+    /// Runs the preparation. The field of the time, if there is one, may be a text.
+    bool prepareData(PreparationReplay& replay, const std::string& timeField);
     /// Copies rows to a file, whose data model lists the distinct values of the dimension fields.
     bool UpdateDataModel(const std::vector<std::string>& dimFields, HVRawDataIterator& iterator,
                          const RecordFile& output);
@@ -91,10 +98,10 @@ private:
                  const HVSimpleContainer& jsonOutput, const RecordFile& output);
     bool RunTSDP(const RecordFile& input, const std::string& settings,
                  const HVSimpleContainer& jsonOutput, const RecordFile& output);
+    bool runPreparation(const std::string& job, HVRawDataIterator* iterator);
 
-    struct SeriesScoring;
-
-    /// Score a series that is a target of the model, and any other one.
-    bool TcmScore(const SeriesScoring& scoring);
-    bool ArScore(const SeriesScoring& scoring);
+    /// Scores a series, and appends its values.
+    bool scoreSeries(const SeriesScoring& scoring, const ScoringStep& step);
+    bool runImpactDiagram(const std::string& job, const HVSimpleContainer& output,
+                          std::string& statJson);
 };

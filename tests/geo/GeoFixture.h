@@ -7,12 +7,12 @@
 #include <optional>
 #include <set>
 
-#include "CFMetaData.h"
 #include "data/MemorySource.h"
 #include "geo/HVInteractiveSTEM.h"
 #include "support/JobFixture.h"
 #include "support/Paths.h"
 #include "support/ScratchFolder.h"
+#include "support/WrittenRows.h"
 #include "support/ZipWriter.h"
 
 using Names = std::vector<std::string>;
@@ -119,63 +119,3 @@ protected:
 
     ScriptedEngine engine;
 };
-
-/// Rows of a file that a job wrote: reals and texts, as they are given.
-class WrittenRows : public EmbeddedHV::RowDataIterator
-{
-public:
-    using Value = std::optional<std::variant<double, std::string>>;
-
-    WrittenRows(const std::vector<CFField>& fields, std::vector<std::vector<Value>> rows)
-        : _rows(std::move(rows))
-    {
-        for (const CFField& field : fields)
-            _model.AppendField(field);
-    }
-
-    std::string getName() override { return "written"; }
-    std::string getDataModel() override
-    {
-        std::string xml;
-        _model.ExportXMLDoc(xml);
-        return xml;
-    }
-    unsigned int nextRecord() override
-    {
-        return _next++ < _rows.size() ? static_cast<unsigned int>(RecordAvailable) : end;
-    }
-    unsigned int getRecordValue(unsigned long long field, void*& value,
-                                unsigned long long& length) override
-    {
-        Value& cell = _rows.at(_next - 1).at(field);
-        value = nullptr;
-        if (cell && std::holds_alternative<double>(*cell))
-            value = &std::get<double>(*cell);
-        else if (cell)
-            value = std::get<std::string>(*cell).data();
-        length = cell && std::holds_alternative<std::string>(*cell)
-                     ? std::get<std::string>(*cell).size()
-                     : sizeof(double);
-        return RecordAvailable;
-    }
-    void dispose(JNIEnv*) override { ++disposals; }
-    void rewind() { _next = 0; }
-
-    unsigned int end = EndOfData;
-    int disposals = 0;
-
-private:
-    CFMetaData _model;
-    std::vector<std::vector<Value>> _rows;
-    std::size_t _next = 0;
-};
-
-inline CFField realField(const std::string& name)
-{
-    return {name, CFField::Continuous, CFField::Real};
-}
-
-inline CFField textField(const std::string& name)
-{
-    return {name, CFField::Nominal, CFField::String};
-}

@@ -1,0 +1,112 @@
+#include "CFAppHost.h"
+#include "bridge/JNIJSONArray.h"
+#include "bridge/JNIJSONObject.h"
+#include "geo/RequestScope.h"
+#include "hvl/TextJob.h"
+#include "runner/HVRunner.h"
+#include "support/Tracing.h"
+#include "support/ZipReader.h"
+#include "tcm/HVInteractiveTSR.h"
+#include "tcm/ModelFile.h"
+#include "tcm/PreparationReplay.h"
+#include "tcm/TemporalJobText.h"
+
+// What influences a series, and what it influences.
+
+namespace {
+
+/// One half of the diagram.
+JNIJSONObject artifact(const char* name, JNIJSONArray& target, int level)
+{
+    JNIJSONObject json;
+    json.put("name", name);
+    json.put("target", &target);
+    json.put("level", level);
+    return json;
+}
+
+std::string GetTargetsOutputSetting(const std::vector<std::string>& series, int level)
+{
+    JNIJSONArray names;
+    for (const std::string& name : series)
+        names.add(name.c_str());
+    JNIJSONArray target;
+    target.add(&names);
+    JNIJSONObject effects = artifact("interpretation.ImpactDiagramEffects", target, level);
+    JNIJSONObject causes = artifact("interpretation.ImpactDiagramCauses", target, level);
+    JNIJSONArray artifacts;
+    artifacts.add(&effects);
+    artifacts.add(&causes);
+    JNIJSONObject settings;
+    settings.put("artifacts", &artifacts);
+    settings.put("locale", CFAppHost::getInstance()->getLocale().c_str());
+    settings.put("timeFormat", "hh:mm:ss");
+    settings.put("isEncoded", false);
+    return settings.toString();
+}
+
+/// The lines that both kinds of the job have.
+std::string outputLines(const std::string& modelPath, const std::vector<std::string>& series,
+                        int level, const HVSimpleContainer& output)
+{
+    return definition("outputConf", GetTargetsOutputSetting(series, level)) +
+           modelLine("inputCons", "TCM", modelPath) + outputLine("outputCons", output);
+}
+
+/// On data that are prepared, and on the model alone.
+std::string GenerateImpactDiagramHVL(const PreparationReplay& data,
+                                     const std::vector<std::string>& series, int level,
+                                     const HVSimpleContainer& output)
+{
+    return readerLine(data.prepared) + GenerateRtsdpConf(data.output.getAbsolutePath()) +
+           outputLines(data.modelPath, series, level, output) +
+           "read(readerConf)->rtsdp:rtsdp(rtsdpConf, rtsdpInConf, _)"
+           "->OutputComponent:TCMOutputComponent(outputConf, inputCons, outputCons)";
+}
+
+std::string GenerateImpactDiagramHVL(const std::string& modelPath,
+                                     const std::vector<std::string>& series, int level,
+                                     const HVSimpleContainer& output)
+{
+    return outputLines(modelPath, series, level, output) +
+           "OutputComponent:TCMOutputComponent(outputConf,inputCons,outputCons)";
+}
+
+} // namespace
+
+bool HVInteractiveTSR::getImpactDiagram(LocallyUniqueID dataset, const std::string& modelPath,
+                                        const std::string& metricName,
+                                        const std::vector<std::string>& dimFields,
+                                        const std::vector<std::string>& dimValues, bool /*flag*/,
+                                        int level, std::string& statJson)
+{
+    beginRequest();
+    const HVSimpleContainer output("tcmStatJson", "");
+    PreparationReplay data{dataset, modelPath, dimFields};
+    RequestScope request(*this);
+    std::vector<std::string> series = dimValues;
+    series.push_back(metricName);
+    std::string job;
+    if (dataset == kNoDataset)
+        job = GenerateImpactDiagramHVL(modelPath, series, level, output);
+    else if (fitSettings(data) && prepareData(data, data.settings.dateTimeField()))
+        job = GenerateImpactDiagramHVL(data, series, level, output);
+    else
+        return false;
+    const bool isDrawn = runImpactDiagram(job, output, statJson);
+    request.end();
+    return isDrawn;
+}
+
+bool HVInteractiveTSR::runImpactDiagram(const std::string& job, const HVSimpleContainer& output,
+                                        std::string& statJson)
+{
+    traceHVLFile(job, "HvlJobText", "getImpactDiagram");
+    if (!runner().prepareHVLJob(job) || !tryRunHV(runner()))
+        return false;
+    ZipReader reader(output.getGenericPath());
+    if (!readEntry(reader, "statJson.json", statJson))
+        return false;
+    traceJSONFile(statJson, "StatJSON", "getImpactDiagram");
+    return true;
+}
