@@ -11,6 +11,23 @@ namespace {
 
 constexpr double kMicroseconds = 1e6;
 constexpr double kSecondsPerDay = 86400;
+/// Up to here, on both sides of 0, every integer is a double.
+constexpr std::uint64_t kMostExact = std::uint64_t{1} << 53;
+
+bool changes(std::int64_t value)
+{
+    const auto number = static_cast<double>(value);
+    return number >= 0x1p63 || static_cast<std::int64_t>(number) != value;
+}
+
+/// One look over all of them, which costs nearly nothing, where hardly any column has one.
+bool mayChange(const std::int64_t* values, std::size_t count)
+{
+    bool isBeyond = false;
+    for (std::size_t i = 0; i < count; ++i)
+        isBeyond |= static_cast<std::uint64_t>(values[i]) + kMostExact > 2 * kMostExact;
+    return isBeyond;
+}
 
 } // namespace
 
@@ -51,13 +68,34 @@ void CaseColumn::makeRoom(std::size_t rows)
     _first = _values.data();
 }
 
-void CaseColumn::load(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor)
+/// A double has 53 digits, so that not all integers beyond have one of their own. The first of a
+/// variable is told of: it stands for identifiers, which are worthless then.
+void CaseColumn::loadIntegers(duckdb_vector vector, std::size_t rows, long long casesBefore,
+                              ErrorMonitor* monitor)
+{
+    loadNumbers<std::int64_t>(vector, rows,
+                              [](std::int64_t value) { return static_cast<double>(value); });
+    const auto* data = static_cast<const std::int64_t*>(duckdb_vector_get_data(vector));
+    if (!monitor || _hasToldOfIntegers || !mayChange(data, rows))
+        return;
+    std::uint64_t* const validity = duckdb_vector_get_validity(vector);
+    for (std::size_t row = 0; row < rows && !_hasToldOfIntegers; ++row)
+        if ((!validity || duckdb_validity_row_is_valid(validity, row)) && changes(data[row])) {
+            monitor->Report("variable \"" + _name + "\", case " +
+                            std::to_string(casesBefore + static_cast<long long>(row) + 1) +
+                            ": the host's numbers cannot hold " + std::to_string(data[row]) +
+                            ", and others of its integers maybe");
+            _hasToldOfIntegers = true;
+        }
+}
+
+void CaseColumn::load(duckdb_vector vector, std::size_t rows, long long casesBefore,
+                      ErrorMonitor* monitor)
 {
     const double base = GetBaseDateNumber();
     switch (_storage) {
     case CFField::Integer:
-        return loadNumbers<std::int64_t>(
-            vector, rows, [](std::int64_t value) { return static_cast<double>(value); });
+        return loadIntegers(vector, rows, casesBefore, monitor);
     case CFField::Date:
         return loadNumbers<std::int32_t>(
             vector, rows, [base](std::int32_t days) { return base + days * kSecondsPerDay; });

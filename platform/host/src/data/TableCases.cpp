@@ -97,7 +97,7 @@ bool TableCaseIterator::fetch()
     if (!_chunk)
         _result.reset();
     for (std::size_t i = 0; i < _buffers.size() && _rows > 0; ++i)
-        _buffers[i].load(_chunk.column(i), _rows, _monitor);
+        _buffers[i].load(_chunk.column(i), _rows, _count, _monitor);
     return _rows > 0;
 }
 
