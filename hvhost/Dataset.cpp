@@ -102,7 +102,8 @@ void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFFiel
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const CsvForm& form, const std::string& password)
-    : _preload(std::async(std::launch::async, PreloadCaseFiles)), _readable(file)
+    : _preload(std::async(std::launch::async, PreloadCaseFiles)), _readable(file),
+      _monitor(options.offersDirect)
 {
     UserCaseFileSpec spec;
     spec.Init(FormalizeFilePath(file.path(), false), true, false);
@@ -115,6 +116,7 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     spec.SetDeclaresMissing(options.userMissing != "keep");
     try {
         _file = std::make_unique<UserInputCaseFile>(spec, nullptr);
+        _source = std::make_unique<MonitoredSource>(*_file->DataSource(), _monitor);
     } catch (const ErrorText& error) {
         throw inputFault(error, file, form, options.kindOption);
     }

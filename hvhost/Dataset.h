@@ -7,7 +7,8 @@
 
 #include "CommonOptions.h"
 #include "DataKind.h"
-#include "ErrorMonitor.h"
+#include "DatasetMonitor.h"
+#include "MonitoredSource.h"
 #include "UserCaseFile.h"
 #include "data/HVRawDataIterator.h"
 
@@ -26,7 +27,7 @@ public:
             const CsvForm& form, const std::string& password);
     ~Dataset();
 
-    const VEXA_DataSource& source() const { return *_file->DataSource(); }
+    const VEXA_DataSource& source() const { return *_source; }
     const UserInputCaseFile& file() const { return *_file; }
     /// Tells how many values could not be taken as they are; when the cases have been read.
     void finish() { _monitor.Finish(); }
@@ -58,8 +59,9 @@ private:
     /// machine starts.
     std::future<void> _preload;
     const ReadableFile& _readable;
-    VexaErrorMonitor _monitor{Reporter};
+    DatasetMonitor _monitor;
     std::unique_ptr<UserInputCaseFile> _file;
+    std::unique_ptr<MonitoredSource> _source; ///< the cases of the file
     int _weight = -1;
     std::vector<int> _split;
     std::unique_ptr<HVRawDataIterator> _cases;
