@@ -79,6 +79,7 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     JobOrigin origin = input.origin();
     origin.expressions = records.expressions();
     origin.aggregates = aggregates.origins();
+    origin.composed = aggregates.composed();
     const HVSimpleFile scratch("aggregate.hvbf", true, true);
     HVLWrite write(&program);
     if (output) {

@@ -156,6 +156,7 @@ std::string AggregateChain::derived(JNIHvlExpression* value)
 {
     const std::string name = kTemporary + std::to_string(++_temporaryCount);
     append().SetDeriveField(name, value);
+    _composed.push_back({_option, "\"" + name + "\""});
     return name;
 }
 

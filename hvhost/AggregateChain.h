@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "JobOrigin.h"
+
 class HVLAggregate;
 class HVLExpressionFun;
 class HVLFilterFields;
@@ -29,6 +31,8 @@ public:
     HVLFunction* last() { return _last; }
     /// The options behind the outputs of the aggregate step, in their order.
     const std::vector<std::string>& origins() const { return _origins; }
+    /// The options behind the expressions that the chain composes.
+    const std::vector<JobOrigin::Expression>& composed() const { return _composed; }
 
 private:
     struct Statistic;
@@ -61,6 +65,7 @@ private:
     std::vector<Quotient> _quotients;
     std::vector<std::string> _names; ///< of the results, in their order
     std::vector<std::string> _origins;
+    std::vector<JobOrigin::Expression> _composed;
     std::string _option; ///< the one that is being added
     int _temporaryCount = 0;
 };
