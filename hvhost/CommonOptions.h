@@ -30,7 +30,6 @@ struct InputOptions
     bool decimalComma = false; ///< the numbers of a csv file are written as 1.234,5
     std::string userMissing;   ///< exclude or keep; empty: as the command has it
     std::string weight;        ///< a variable of the dataset; empty: the file's own
-    bool offersDirect = false; ///< the command has --direct
     bool direct = false;       ///< the engine reads the file itself
     bool noHeader = false;
     std::optional<long long> limit;

@@ -7,12 +7,12 @@
 
 #include "CommonOptions.h"
 #include "DataKind.h"
-#include "DatasetMonitor.h"
-#include "MonitoredSource.h"
+#include "ErrorMonitor.h"
 #include "UserCaseFile.h"
 #include "data/HVRawDataIterator.h"
 
 class HVLUpdateDataModel;
+class InterruptWatch;
 class ReadableFile;
 
 /// A data file that the host has opened as a dataset, with what the host knows of it and the user
@@ -22,12 +22,12 @@ class Dataset
 {
 public:
     /// Throws CommandFault (Input) for a file that cannot be read, with the place where it is
-    /// wrong.
+    /// wrong; and what the watch throws, which is asked while a large file is opened.
     Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
-            const CsvForm& form, const std::string& password);
+            const CsvForm& form, const std::string& password, const InterruptWatch& watch);
     ~Dataset();
 
-    const VEXA_DataSource& source() const { return *_source; }
+    const VEXA_DataSource& source() const { return *_file->DataSource(); }
     const UserInputCaseFile& file() const { return *_file; }
     /// Tells how many values could not be taken as they are; when the cases have been read.
     void finish() { _monitor.Finish(); }
@@ -59,9 +59,8 @@ private:
     /// machine starts.
     std::future<void> _preload;
     const ReadableFile& _readable;
-    DatasetMonitor _monitor;
+    VexaErrorMonitor _monitor{Reporter};
     std::unique_ptr<UserInputCaseFile> _file;
-    std::unique_ptr<MonitoredSource> _source; ///< the cases of the file
     int _weight = -1;
     std::vector<int> _split;
     std::unique_ptr<HVRawDataIterator> _cases;

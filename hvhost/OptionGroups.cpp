@@ -52,7 +52,6 @@ void addReading(CLI::App& app, InputOptions& options)
         ->type_name("N")
         ->check(wholeNumberFrom(0));
     addUserMissing(app, options.userMissing)->group("Input");
-    options.offersDirect = true;
     app.add_flag("--direct", options.direct, "The engine reads the file itself, not the host")
         ->group("Input");
     add("--data-model", options.dataModel, "A data model document for the fields; as --direct")

@@ -19,18 +19,18 @@ public:
     CaseColumn(CFField::StorageType storage, int width, std::string name,
                std::shared_ptr<CodePage> page);
 
-    /// Takes the values over from the database, which are those behind so many cases. The monitor
-    /// may be null.
-    void load(duckdb_vector vector, std::size_t rows, long long casesBefore, ErrorMonitor* monitor);
-    /// Lasts, as the database's vector may be read in place, until the vector is gone.
-    const OBS* at(std::size_t row) const { return _first + row * _units; }
+    /// Takes the values over from the database. The monitor may be null.
+    void load(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor);
+    /// The value of the first case, each other one `units` further on. They last, as the database's
+    /// vector may be read in place, until the vector is gone.
+    const OBS* first() const { return _first; }
+    std::size_t units() const { return _units; }
 
 private:
     template <class T, class Convert>
     void loadNumbers(duckdb_vector vector, std::size_t rows, Convert convert);
-    void loadIntegers(duckdb_vector vector, std::size_t rows, long long casesBefore,
-                      ErrorMonitor* monitor);
     void loadReals(duckdb_vector vector, std::size_t rows);
+    void tellRounded(duckdb_vector vector, std::size_t rows, ErrorMonitor& monitor) const;
     void makeRoom(std::size_t rows);
     void loadTexts(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor);
     void put(std::size_t row, std::string_view text, ErrorMonitor* monitor);
@@ -42,6 +42,5 @@ private:
     std::string _name;
     std::shared_ptr<CodePage> _page; ///< null if texts stay UTF-8
     std::string _converted;
-    bool _hasToldOfIntegers = false;
     std::vector<OBS> _values;
 };
