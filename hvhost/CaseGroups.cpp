@@ -8,7 +8,9 @@
 #include "Dataset.h"
 #include "HostConversions.h"
 #include "Journal.h"
+#include "MissingTexts.h"
 #include "ValueText.h"
+#include "data/HVDataModel.h"
 #include "data/HVSplitRawData.h"
 #include "support/Conversions.h"
 #include "support/Transcoding.h"
@@ -24,6 +26,22 @@ CommandFault hostFault()
     HostJournal::instance().clear();
     return {ExitStatus::JobFailed,
             errors.empty() ? "the cases of a group cannot be kept" : errors.back().text};
+}
+
+/// Dates and times are told from minimum to maximum, not one by one.
+bool isNumberOrTextCategory(const CFField& field)
+{
+    return field.GetStorage() == CFField::String ||
+           (field.GetStorage() == CFField::Real && field.GetType() != CFField::Continuous);
+}
+
+/// A model of the library has the beginnings of texts alone, and cannot tell which are missing.
+CFMissingValues wholeMissing(const VEXA_Variable& variable)
+{
+    std::vector<CFValue> values;
+    for (const std::string& text : missingTexts(variable))
+        values.emplace_back(CFDatum(text));
+    return {CFRange(), std::move(values), true, false};
 }
 
 /// A missing value leaves the key's value empty.
@@ -56,6 +74,7 @@ CaseGroups::CaseGroups(const Dataset& dataset, std::vector<int> columns,
         _active.SetDataset(&dataset.source());
         _active.SetWeightVarIndex(dataset.weight());
         _active.SetSplitVars({});
+        describe(activeColumns());
         return;
     }
     // The keys stand behind what the jobs need, and are not handed to them.
@@ -66,9 +85,36 @@ CaseGroups::CaseGroups(const Dataset& dataset, std::vector<int> columns,
             all.push_back(column);
     }
     sort(all, watch);
+    describe(activeColumns());
 }
 
 CaseGroups::~CaseGroups() = default;
+
+/// Where the procedure's data has the columns: in a sorted copy they are the first ones.
+std::vector<int> CaseGroups::activeColumns() const
+{
+    std::vector<int> columns = _columns;
+    if (isSplit())
+        std::iota(columns.begin(), columns.end(), 0);
+    return columns;
+}
+
+/// A weight that is declared missing must not weigh, and a date that is one may be no date at all:
+/// they are taken out while the cases are served.
+void CaseGroups::describe(const std::vector<int>& columns)
+{
+    HVDataModel model(_active, false, _dataset.weight() >= 0, false);
+    model.UpdateAnalysMetadata(columns);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        CFField field = *model.getMetaData().GetField(i);
+        const VEXA_Variable& variable = _active.GetVariable(columns[i]);
+        const bool isServed = _columns[i] != _dataset.weight() && isNumberOrTextCategory(field);
+        _validSpecs.SetExclUserMiss(static_cast<int>(i), !isServed);
+        if (variable.GetType() > 0 && variable.HasMissingValues())
+            field.SetMissingValues(wholeMissing(variable));
+        _fields.AppendField(field);
+    }
+}
 
 /// Has the procedure read a copy whose groups are each in one piece, with nothing but `columns`.
 void CaseGroups::sort(const std::vector<int>& columns, const InterruptWatch& watch)
@@ -103,9 +149,9 @@ HVRawDataIterator* CaseGroups::allCases()
 {
     if (_all)
         return nullptr;
-    _all = std::make_unique<HVRawDataIterator>(
-        _active, _columns, std::vector<MeasurementLevel>(), false,
-        _dataset.weight() < 0 ? kWeightNone : kWeightUnchanged, false, nullptr);
+    _all = std::make_unique<HVRawDataIterator>(_active, _fields, _columns, nullptr);
+    _all->SetFreqWeightAdj(kWeightUnchanged);
+    _all->SetVarValidSpecs(&_validSpecs);
     _all->SetName(kIteratorName);
     return _all.get();
 }
@@ -129,17 +175,13 @@ HVRawDataIterator* CaseGroups::nextGroup()
     _group.reset();
     if (!beginGroup())
         return nullptr;
-    // The wanted variables are the first ones of the sorted copy.
-    std::vector<int> columns(_columns.size());
-    std::iota(columns.begin(), columns.end(), 0);
-    _group =
-        std::make_unique<HVSplitRawData>(_active, columns, std::vector<MeasurementLevel>(), false);
+    _group = std::make_unique<HVSplitRawData>(_active, activeColumns(),
+                                              std::vector<MeasurementLevel>(), false);
     if (!_group->FillDataFile(*_walk))
         throw hostFault();
     readKey();
-    HVRawDataIterator* const cases = _group->CreateHVRawDataIter(
-        kIteratorName, _dataset.weight() < 0 ? kWeightNone : kWeightUnchanged, true, nullptr,
-        false);
+    HVRawDataIterator* const cases =
+        _group->CreateHVRawDataIter(kIteratorName, kWeightUnchanged, &_validSpecs, &_fields, false);
     if (!cases)
         throw hostFault();
     return cases;

@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "CFField.h"
+#include "ACAVarValidSpecs.h"
+#include "CFMetaData.h"
 #include "VexaDataViews.h"
 #include "WatchedSource.h"
 
@@ -25,7 +26,9 @@ struct GroupKey
 
 /// The cases of a dataset, weighted as the dataset says, as jobs read them one after the other: the
 /// cases of each split group, in the order of the split variables' values, or all cases in one
-/// group. Dataset and watch are borrowed and outlive the groups.
+/// group. Categories that are declared missing are served as values that the data model declares
+/// missing, so that a job can tell them apart. Dataset and watch are borrowed and outlive the
+/// groups.
 class CaseGroups
 {
 public:
@@ -46,6 +49,8 @@ public:
 private:
     bool isSplit() const { return _sorted != nullptr; }
     void sort(const std::vector<int>& columns, const InterruptWatch& watch);
+    void describe(const std::vector<int>& columns);
+    std::vector<int> activeColumns() const;
     int placeOf(int column) const;
     HVRawDataIterator* allCases();
     HVRawDataIterator* nextGroup();
@@ -55,6 +60,8 @@ private:
     const Dataset& _dataset;
     std::vector<int> _columns; ///< of the dataset, for the jobs
     std::vector<CFField::StorageType> _keyStorages;
+    CFMetaData _fields; ///< of the columns, as jobs know them
+    ACAVarValidSpecs _validSpecs;
     WatchedSource _source;
     // With a split only; each reads from the one before it.
     std::unique_ptr<VEXA_CProjection> _chosen;

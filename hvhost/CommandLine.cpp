@@ -126,9 +126,15 @@ void CommandLine::addAggregate()
     add("--stat", _aggregate.statistics, "FUNCTION:FIELD[:NAME]",
         "sum, mean, min, max, sd, variance, median, pNN,\nfirst, last, count; or count alone")
         ->required();
+    addWeight(*app, _aggregate.input);
+    app->add_flag("--unweighted", _aggregate.unweighted,
+                  "Count each record once, whatever weight the file has")
+        ->excludes("--weight")
+        ->group("Input");
     app->add_option("--format", _aggregate.format, "How a result is shown, without OUT")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json"}));
+    addWidth(*app, _aggregate.width);
     addCommonOptions(*app, _common);
     app->callback([this] { aggregate(_aggregate, _common); });
 }
@@ -160,6 +166,7 @@ void CommandLine::addDescribe()
         "How it is shown; csv has the statistics alone. By\ndefault what the file is named after; "
         "else text")
         ->check(CLI::IsMember({"text", "html", "csv", "json"}));
+    addWidth(*app, _describe.width)->group("Description");
     add("-o", _describe.output, "FILE", "Write the description to this file")->check(notEmpty());
     app->add_flag("--force", _describe.force, "Replace an existing file")->group("Description");
     addPrintJob(*app, _describe.printJob);
@@ -176,6 +183,7 @@ void CommandLine::addInfo()
     app->add_option("--format", _info.format, "How it is shown")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json"}));
+    addWidth(*app, _info.width);
     app->add_flag("--data-model", _info.showDataModel, "Show the data model document instead");
     addCommonOptions(*app, _common);
     app->callback([this] { info(_info, _common); });
@@ -200,9 +208,7 @@ void CommandLine::addRender()
     add("--format", _render.format, "FORM",
         "How it is shown; by the name of a file if it ends\nin .html, else text")
         ->check(CLI::IsMember({"text", "html"}));
-    add("--width", _render.width, "N",
-        "Places in a line of text; by default as many as the\nterminal has")
-        ->check(wholeNumberFrom(20));
+    addWidth(*app, _render.width)->group("Output");
     add("-o", _render.output, "FILE", "Write the output to this file")->check(notEmpty());
     app->add_flag("--force", _render.force, "Replace an existing file")->group("Output");
     app->add_flag("--debug", _render.debug, "Show what took how long, too")->group("Output");
@@ -226,6 +232,7 @@ void CommandLine::addRun()
     add("--data", _run.data, "The job reads this file as {\"dataSource\": NAME};\nrepeatable");
     add("--save", _run.save,
         "The data source NAME that the job writes goes to\nthis file; repeatable");
+    addUserMissing(*app, _run.userMissing);
     app->add_flag("--force", _run.force, "Replace existing files");
     addPrintJob(*app, _run.printJob);
     addCommonOptions(*app, _common);
@@ -257,6 +264,7 @@ void CommandLine::addScore()
     add("--format", _score.format, "FORM",
         "How it is shown; by the name of a file if it ends\nin .json or .txt, else csv")
         ->check(CLI::IsMember({"text", "csv", "json"}));
+    addWidth(*app, _score.width)->group("Output");
     add("-o", _score.output, "FILE", "Write the scored records to this file")->check(notEmpty());
     app->add_flag("--force", _score.force, "Replace an existing file")->group("Output");
     addPrintJob(*app, _score.printJob);

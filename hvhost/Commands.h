@@ -21,7 +21,9 @@ struct AggregateOptions : JobOptions
 {
     std::vector<std::string> by;
     std::vector<std::string> statistics; ///< FUNCTION:FIELD[:NAME], or count
+    bool unweighted = false;             ///< each record counts once, whatever its file says
     std::string format;                  ///< text, csv or json; empty for text
+    long long width = 0;                 ///< of text; 0: that of the terminal
 };
 /// Grouped aggregates and percentiles.
 void aggregate(const AggregateOptions& options, const CommonOptions& common);
@@ -31,6 +33,7 @@ struct InfoOptions
 {
     InputOptions input;
     std::string format = "text"; ///< text, csv or json
+    long long width = 0;         ///< as above
     bool showDataModel = false;
 };
 /// What is known of a dataset.
@@ -45,6 +48,7 @@ struct DescribeOptions
     std::vector<std::string> dates; ///< date variables, or numbers that make up a date
     int mostDistinct = 100;         ///< values of a variable that are told, -1 for any number
     std::string format;             ///< text, html, csv or json; empty: by the name of the output
+    long long width = 0;            ///< as above
     std::string output;             ///< empty for standard output
     bool force = false;
     bool printJob = false;
@@ -60,8 +64,9 @@ struct ScoreOptions
     RecordOptions records;
     std::vector<std::string> keep;
     std::vector<std::string> targets;
-    std::string format; ///< csv, text or json; empty: by the name of the output, else csv
-    std::string output; ///< empty for standard output
+    std::string format;  ///< csv, text or json; empty: by the name of the output, else csv
+    long long width = 0; ///< as above
+    std::string output;  ///< empty for standard output
     bool force = false;
     bool printJob = false;
 };
@@ -75,7 +80,7 @@ struct RenderOptions
     std::string order;
     std::string format;  ///< text or html; empty: by the name of the output
     std::string output;  ///< empty for standard output
-    long long width = 0; ///< of text; 0: that of the terminal
+    long long width = 0; ///< as above
     bool force = false;
     bool debug = false;
 };
@@ -88,6 +93,7 @@ struct RunOptions
     std::string job;               ///< a file, or "-"
     std::vector<std::string> data; ///< NAME=FILE
     std::vector<std::string> save; ///< NAME=FILE
+    std::string userMissing;       ///< exclude or keep; empty: exclude, with a warning
     bool force = false;
     bool printJob = false;
 };
@@ -106,6 +112,7 @@ struct MapInfoOptions
 {
     MapOptions map;
     std::string format = "text"; ///< text, csv or json
+    long long width = 0;         ///< as above
     bool showDataModel = false;
 };
 /// What is known of a source of geometry.
@@ -146,6 +153,7 @@ struct MapMatchOptions
     std::vector<std::string> keys; ///< MAPFIELD=VARIABLE, or a name for both
     int limit = 20;                ///< rows of each list, -1 for all
     std::string format = "text";   ///< text, csv or json
+    long long width = 0;           ///< as above
 };
 /// How well the keys of a map match those of a dataset.
 void mapMatch(const MapMatchOptions& options, const CommonOptions& common);

@@ -136,19 +136,35 @@ void InputFile::keepMissing()
             _kept = nullptr;
         }
     } else if (_kind != DataKind::Csv) {
-        _kept = std::make_unique<KeptMissing>(
-            Dataset(_options, _file, _kind, _form, _password, _watch).file());
+        keepMissingOfDataset();
     }
     if (_kept && !_kept->isNeeded())
         _kept = nullptr;
 }
 
+/// What the host refuses the engine refuses too, with hints that every command can follow.
+void InputFile::keepMissingOfDataset()
+try {
+    _kept = std::make_unique<KeptMissing>(
+        Dataset(_options, _file, _kind, _form, _password, _watch).file());
+} catch (const CommandFault&) {
+    if (_offered == FileOptions::Offered)
+        throw;
+}
+
 bool InputFile::declaresMissing() const
 {
-    for (int column = 0; _dataset && column < _dataset->source().ColumnCount(); ++column)
+    if (!_dataset)
+        return _kept != nullptr;
+    for (int column = 0; column < _dataset->source().ColumnCount(); ++column)
         if (_dataset->file().Field(column).GetMissingValues() != CFMissingValues())
             return true;
     return false;
+}
+
+void InputFile::excludeMissing()
+{
+    _kept = nullptr;
 }
 
 HVStatDataIterator* InputFile::rows() const

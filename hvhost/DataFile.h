@@ -45,8 +45,11 @@ public:
     void complete(HVLUpdateDataModel& update) const;
     /// Has the host tell what is left to say of the reading, once it is done.
     void finish() const;
-    /// Whether the file declares values missing; false if the engine reads it.
+    /// Whether the file declares values missing; of one that the engine reads, whether it keeps
+    /// them.
     bool declaresMissing() const;
+    /// Has an engine that keeps such values take them for missing after all.
+    void excludeMissing();
     /// What separates the fields of a csv file; a comma for another kind.
     char separator() const { return _form.separator; }
     /// The dataset, and the rows that the job is handed; null if the engine reads the file.
@@ -59,6 +62,7 @@ private:
     void refuseForEngine() const;
     void openDataset();
     void keepMissing();
+    void keepMissingOfDataset();
     void configureFile(HVLRead& read) const;
 
     InputOptions _options;

@@ -13,6 +13,7 @@
 #include "InterruptWatch.h"
 #include "OutputShown.h"
 #include "ShownResult.h"
+#include "TextTable.h"
 #include "data/HVSimpleContainer.h"
 #include "descriptive/HVDescriptive.h"
 #include "runner/HVRunner.h"
@@ -228,7 +229,7 @@ void showFigures(Describing& describing, Description& description, CaseGroups& g
 
 /// For people: what the engine has to show of each group.
 void showOutput(Describing& describing, const Description& description, CaseGroups& groups,
-                const std::string& form, const ShownResult& result, HostSession& session)
+                const OutputLook& look, const ShownResult& result, HostSession& session)
 {
     DescriptionOutput output(session, description);
     while (HVRawDataIterator* const cases = groups.next()) {
@@ -237,9 +238,7 @@ void showOutput(Describing& describing, const Description& description, CaseGrou
         output.add(group, resultsIn(results), groups.procedureData());
     }
     session.countShownWarnings();
-    result.deliver([&](std::ostream& out) {
-        writeOutput(*output.heading(), {form, result.isFile()}, out);
-    });
+    result.deliver([&](std::ostream& out) { writeOutput(*output.heading(), look, out); });
 }
 
 bool isForPrograms(const std::string& form)
@@ -253,12 +252,13 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
     const ShownResult result(options.output, options.force, watch);
+    const std::string form = formOf(options.format, options.output, {"csv", "json", "html"});
+    const OutputLook look{form, result.isFile(), textWidth(options.width, form, result.isFile())};
     InputFile input(options.input, FileOptions::Offered, watch);
     Dataset& dataset = *input.dataset();
     if (!options.by.empty())
         dataset.setSplit(options.by);
     const Question question(dataset, options);
-    const std::string form = formOf(options.format, options.output, {"csv", "json", "html"});
     CaseGroups groups(dataset, question.columns(), watch);
     HostSession session("describe", common, watch, &groups.procedureData());
     if (options.printJob) {
@@ -271,6 +271,6 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
     if (isForPrograms(form))
         showFigures(describing, description, groups, form, result);
     else
-        showOutput(describing, description, groups, form, result, session);
+        showOutput(describing, description, groups, look, result, session);
     session.finish();
 }

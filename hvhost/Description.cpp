@@ -19,7 +19,7 @@ Facts attributesOf(const pugi::xml_node& node)
 
 FieldDescription readField(const CFField& field, const pugi::xml_node& node)
 {
-    FieldDescription description{field, attributesOf(node), {}};
+    FieldDescription description{field, attributesOf(node), {}, {}};
     description.facts.merge(attributesOf(node.child("Statistics")));
     if (field.GetStorage() == CFField::Real)
         for (const char* end : {"minimum", "maximum"})
@@ -28,6 +28,8 @@ FieldDescription readField(const CFField& field, const pugi::xml_node& node)
                 description.facts[end] = shortestNumber(std::strtod(fact->c_str(), nullptr));
     for (const pugi::xml_node& value : node.child("Distribution").children("Value"))
         description.counts.push_back(attributesOf(value));
+    for (const pugi::xml_node& value : node.child("Missing").children("Value"))
+        description.missingCounts.push_back(attributesOf(value));
     return description;
 }
 

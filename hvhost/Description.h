@@ -23,6 +23,8 @@ struct FieldDescription
     Facts facts;
     /// How often each distinct value occurs, in their order; the engine counts texts only.
     std::vector<Facts> counts;
+    /// The same of the values that are declared missing; what has no value at all comes last.
+    std::vector<Facts> missingCounts;
 
     /// Whether its values are categories, not amounts.
     bool isCategorical() const;

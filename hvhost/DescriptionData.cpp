@@ -65,6 +65,23 @@ Json jsonValues(const FieldDescription& description)
     return list;
 }
 
+/// What counts as missing, as it was declared; null for what has no value.
+Json jsonMissing(const FieldDescription& description)
+{
+    const CFField& field = description.field;
+    Json list = Json::array();
+    for (const Facts& counts : description.missingCounts) {
+        const std::optional<std::string> text = factOf(counts, "value");
+        Json entry = {{"value", jsonText(text, field.GetStorage())}};
+        for (const CFValue& value : field.GetValueLabels())
+            if (text && !value.GetLabel().empty() && value.GetText() == *text)
+                entry["label"] = value.GetLabel();
+        putNumbers(entry, counts, {"count", "weight"});
+        list.push_back(std::move(entry));
+    }
+    return list;
+}
+
 Json jsonField(const FieldDescription& description)
 {
     const CFField& field = description.field;
@@ -80,6 +97,8 @@ Json jsonField(const FieldDescription& description)
     putNumbers(json, description.facts, kMoments);
     if (description.isCategorical() && !description.isCut())
         json["values"] = jsonValues(description);
+    if (!description.missingCounts.empty())
+        json["missingValues"] = jsonMissing(description);
     return json;
 }
 
@@ -128,7 +147,7 @@ void printDescriptionCsv(const Description& description, std::ostream& out)
         all.columns = table.columns;
         all.rows.insert(all.rows.end(), table.rows.begin(), table.rows.end());
     }
-    printTable(all, "csv", out);
+    printTable(all, {"csv"}, out);
 }
 
 void printDescriptionJson(const Description& description, std::ostream& out)

@@ -98,6 +98,16 @@ const Json* find(const Json& result, const std::vector<std::string>& location)
     return node;
 }
 
+bool isResultDocument(const Json& document)
+{
+    const auto orders = everythingIn(document);
+    return std::any_of(orders.begin(), orders.end(), [&](const RenderOrder& order) {
+        const Json& result = document.at(order.result);
+        return !order.objects.empty() ||
+               (result.contains(kNotifications) && result.at(kNotifications).is_array());
+    });
+}
+
 std::vector<RenderOrder> everythingIn(const Json& document)
 {
     std::vector<RenderOrder> orders;

@@ -96,12 +96,26 @@ std::size_t charactersBefore(const JobOrigin::Expression& expression)
                : countCharacters(expression.option.substr(value, begin - value));
 }
 
+/// The option that a line of the text was composed for; null if the user wrote its expression.
+const JobOrigin::Expression* composedFor(std::size_t fault, const std::string& job,
+                                         const JobOrigin& origin)
+{
+    for (const JobOrigin::Expression& composed : origin.composed) {
+        const std::size_t begin = job.find(composed.text);
+        if (begin <= fault && fault < job.find('\n', begin))
+            return &composed;
+    }
+    return nullptr;
+}
+
 /// A fault in a generated text. One that lies behind an expression, where the engine still looked
 /// for more of it, is a fault of that expression, too.
 std::string inExpression(const Place& place, const std::string& job, const JobOrigin& origin)
 {
     static constexpr std::string_view lambda = "Lambda = ctx => x => ";
     const std::size_t fault = offsetOf(place, job);
+    if (const JobOrigin::Expression* const composed = composedFor(fault, job, origin))
+        return composed->option + ": " + place.what;
     std::size_t begin = 0;
     const JobOrigin::Expression* behind = nullptr;
     for (const JobOrigin::Expression& expression : origin.expressions) {

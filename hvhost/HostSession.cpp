@@ -83,7 +83,7 @@ void HostSession::giveUpSettings(const Dataset& dataset)
     // The host's settings are columns from 1; 0 stands for none.
     pvGetCmnGlb()->weight = dataset.weight() + 1;
     pvGetCmnGlb()->split = dataset.split().empty() ? 0 : dataset.split().front() + 1;
-    _runner->prepareActiveDS(source, false, false);
+    _runner->prepareActiveDS(source, true, false);
 }
 
 void HostSession::run(const std::string& jobText, const JobOrigin& origin, HVStatDataIterator* rows)

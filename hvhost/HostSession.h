@@ -31,8 +31,8 @@ public:
     HVRunner& runner() { return *_runner; }
     const CommonOptions& options() const { return _options; }
 
-    /// For a command whose jobs neither weigh nor split: sets the dataset's weight and split in the
-    /// host and gives them up, of which the user is warned with the next job.
+    /// For a command whose jobs weigh by themselves and do not split: sets the dataset's weight and
+    /// split in the host and gives them up; of the split the user is warned with the next job.
     void giveUpSettings(const Dataset& dataset);
     /// Runs one job to its end and prints its warnings. The execution stays, for the rows of its
     /// outputs, until the next run. Throws CommandFault, worded by where the text came from.

@@ -10,10 +10,12 @@
 #include "DataFile.h"
 #include "Dataset.h"
 #include "InterruptWatch.h"
+#include "MissingTexts.h"
 #include "ReadableFile.h"
 #include "ResultTable.h"
 #include "StandardStreams.h"
 #include "TerminalText.h"
+#include "TextTable.h"
 #include "data/HVDataModel.h"
 #include "support/Conversions.h"
 #include "support/Transcoding.h"
@@ -105,21 +107,16 @@ public:
     }
 
 private:
-    /// The model has the beginnings of long texts alone, the variable has them whole.
     std::vector<CFDatum> missingValues() const
     {
         std::vector<CFDatum> all;
-        const OBS* texts[3] = {};
-        if (_variable.GetType() > 0)
-            _variable.GetMissingValues(texts[0], texts[1], texts[2]);
-        else
-            for (const CFValue& value : _field.GetMissingValues().GetValues())
-                all.push_back(value.GetDatum());
-        for (const OBS* text : texts)
-            if (text != nullptr) {
-                const std::string whole = utf8({text->text, _variable.MissingTextWidth()});
-                all.emplace_back(whole.substr(0, whole.find_last_not_of(' ') + 1));
-            }
+        if (_variable.GetType() > 0) {
+            for (const std::string& text : missingTexts(_variable))
+                all.emplace_back(text);
+            return all;
+        }
+        for (const CFValue& value : _field.GetMissingValues().GetValues())
+            all.push_back(value.GetDatum());
         return all;
     }
     /// The host has no open limits: the lowest and the highest number stand for them.
@@ -271,6 +268,7 @@ private:
 void info(const InfoOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
+    const TableLook look{options.format, textWidth(options.width, options.format)};
     const InputFile input(options.input, FileOptions::Offered, watch);
     const DatasetFacts facts(*input.dataset(), input.separator());
     watch.check();
@@ -279,10 +277,10 @@ void info(const InfoOptions& options, const CommonOptions& common)
     else if (options.format == "json")
         std::cout << facts.json(options.input.path).dump(2) << '\n';
     else if (options.format == "csv")
-        printTable(facts.table(), options.format, std::cout);
+        printTable(facts.table(), look, std::cout);
     else {
         facts.printHead(options.input.path == kStandardStream ? "standard input"
                                                               : options.input.path);
-        printTable(facts.table(), options.format, std::cout);
+        printTable(facts.table(), look, std::cout);
     }
 }

@@ -22,6 +22,7 @@ struct JobOrigin
     std::vector<File> inputs;
     std::vector<File> outputs;
     std::vector<Expression> expressions; ///< in their order in the text
+    std::vector<Expression> composed;    ///< options, with what only the lines made for them have
     std::vector<std::string> aggregates; ///< the options behind the outputs of the aggregate step
     std::string jobName;         ///< where the user's own job text is; empty for a generated one
     bool hasInputOptions = true; ///< hints may speak of the options of an input

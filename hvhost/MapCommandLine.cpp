@@ -79,6 +79,7 @@ void MapCommandLine::addInfo(CLI::App& map, CommonOptions& common)
                                   "  hvhost map info islands.shp --format json\n");
     addMap(*app, _info.map);
     addFormat(*app, _info.format);
+    addWidth(*app, _info.width);
     app->add_flag("--data-model", _info.showDataModel, "Show the data model document instead");
     addCommonOptions(*app, common);
     app->callback([this, &common] { mapInfo(_info, common); });
@@ -142,6 +143,7 @@ void MapCommandLine::addMatch(CLI::App& map, CommonOptions& common)
         ->check(wholeNumberFrom(-1))
         ->group("Map");
     addFormat(*app, _match.format);
+    addWidth(*app, _match.width);
     addCommonOptions(*app, common);
     app->callback([this, &common] { mapMatch(_match, common); });
 }

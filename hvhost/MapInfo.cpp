@@ -10,6 +10,7 @@
 #include "MapSession.h"
 #include "ResultTable.h"
 #include "StandardStreams.h"
+#include "TextTable.h"
 #include "bridge/JNIHvlProgram.h"
 #include "geo/HVInteractiveSTEM.h"
 #include "hvl/HVLRead.h"
@@ -55,7 +56,7 @@ Json jsonOf(const std::vector<HVRunner::LayerInfo>& layers, const std::string& n
 }
 
 /// An answer that is empty means that something went wrong on the way.
-std::string shownLayers(MapSession& session, const MapInput& map, const std::string& format)
+std::string shownLayers(MapSession& session, const MapInput& map, const TableLook& look)
 {
     std::string answer;
     const auto ask = [&](HVInteractiveSTEM& maps) {
@@ -66,12 +67,12 @@ std::string shownLayers(MapSession& session, const MapInput& map, const std::str
     if (!HVRunner::ParseMapServiceLayers(answer, layers))
         throw CommandFault(ExitStatus::Input, map.name() + ": there is no map service that answers",
                            "the address of a feature service ends in /FeatureServer");
-    if (format == "json")
+    if (look.form == "json")
         return dumped(jsonOf(layers, map.name()));
     std::ostringstream out;
-    if (format == "text")
+    if (look.form == "text")
         out << map.name() << ": " << layers.size() << " layers\n";
-    printTable(layerTable(layers), format, out);
+    printTable(layerTable(layers), look, out);
     return out.str();
 }
 
@@ -193,18 +194,18 @@ std::string dataModelOf(MapSession& session, const MapInput& map)
     throw CommandFault(ExitStatus::Input, map.name() + ": the engine tells nothing of it");
 }
 
-std::string shownFields(const std::string& xml, const std::string& name, const std::string& format)
+std::string shownFields(const std::string& xml, const std::string& name, const TableLook& look)
 {
     const CFMetaData model(xml);
-    if (format == "json")
+    if (look.form == "json")
         return dumped(jsonOf(model, name));
     std::ostringstream out;
-    if (format == "text") {
+    if (look.form == "text") {
         out << name << ": " << model.FieldCount() << " fields\n";
         if (const CFField* const shapes = shapesOf(model))
             printShapes(*shapes, out);
     }
-    printTable(fieldTable(model), format, out);
+    printTable(fieldTable(model), look, out);
     return out.str();
 }
 
@@ -213,14 +214,15 @@ std::string shownFields(const std::string& xml, const std::string& name, const s
 void mapInfo(const MapInfoOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
+    const TableLook look{options.format, textWidth(options.width, options.format)};
     const MapInput map(options.map, options.showDataModel);
     MapSession session("info", common, watch);
     std::string text;
     if (map.isService() && !map.layer()) {
-        text = shownLayers(session, map, options.format);
+        text = shownLayers(session, map, look);
     } else {
         const std::string model = dataModelOf(session, map);
-        text = options.showDataModel ? model : shownFields(model, map.name(), options.format);
+        text = options.showDataModel ? model : shownFields(model, map.name(), look);
     }
     printToStandardOutput(text, watch);
     session.host().finish();

@@ -11,6 +11,7 @@
 #include "MapSession.h"
 #include "ResultTable.h"
 #include "StandardStreams.h"
+#include "TextTable.h"
 #include "geo/HVInteractiveSTEM.h"
 
 namespace {
@@ -76,11 +77,11 @@ ResultTable tableOf(const std::vector<const Side*>& sides)
 }
 
 /// How many there are, and which.
-void printText(const Side& side, std::ostream& out)
+void printText(const Side& side, const TableLook& look, std::ostream& out)
 {
     out << "only in the " << side.word << ": " << side.count() << '\n';
     if (!side.unmatched.empty())
-        printTable(tableOf({&side}), "text", out);
+        printTable(tableOf({&side}), look, out);
 }
 
 Json jsonOf(const Side& side)
@@ -89,19 +90,19 @@ Json jsonOf(const Side& side)
 }
 
 /// The whole result; as csv the lists alone, one below the other.
-std::string shown(int matched, const Side& map, const Side& data, const std::string& format)
+std::string shown(int matched, const Side& map, const Side& data, const TableLook& look)
 {
     std::ostringstream out;
-    if (format == "json") {
+    if (look.form == "json") {
         const Json document{
             {"schema", 1}, {"matched", matched}, {"map", jsonOf(map)}, {"data", jsonOf(data)}};
         out << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
-    } else if (format == "csv") {
-        printTable(tableOf({&map, &data}), format, out);
+    } else if (look.form == "csv") {
+        printTable(tableOf({&map, &data}), look, out);
     } else {
         out << "in both: " << matched << '\n';
-        printText(map, out);
-        printText(data, out);
+        printText(map, look, out);
+        printText(data, look, out);
     }
     return out.str();
 }
@@ -111,6 +112,7 @@ std::string shown(int matched, const Side& map, const Side& data, const std::str
 void mapMatch(const MapMatchOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
+    const TableLook look{options.format, textWidth(options.width, options.format)};
     const MapInput map(options.map, true);
     const InputFile input(options.input, FileOptions::None, watch);
     Side ofMap{"map", {}, {}, {}};
@@ -136,7 +138,7 @@ void mapMatch(const MapMatchOptions& options, const CommonOptions& common)
         map.name(), origin);
     ofMap.cut(options.limit);
     ofData.cut(options.limit);
-    printToStandardOutput(shown(matched, ofMap, ofData, options.format), watch);
+    printToStandardOutput(shown(matched, ofMap, ofData, look), watch);
     input.finish();
     session.host().finish();
 }

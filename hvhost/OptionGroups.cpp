@@ -42,16 +42,6 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
         ->group("Input");
 }
 
-void addUserMissing(CLI::App& app, InputOptions& options)
-{
-    app.add_option("--user-missing", options.userMissing,
-                   "Whether user-missing values count as missing; by\ndefault they do, but where "
-                   "convert only copies")
-        ->type_name("WHAT")
-        ->check(CLI::IsMember({"exclude", "keep"}))
-        ->group("Input");
-}
-
 /// What a job may make of it.
 void addReading(CLI::App& app, InputOptions& options)
 {
@@ -61,7 +51,7 @@ void addReading(CLI::App& app, InputOptions& options)
     add("--limit", options.limit, "Read at most so many records")
         ->type_name("N")
         ->check(wholeNumberFrom(0));
-    addUserMissing(app, options);
+    addUserMissing(app, options.userMissing)->group("Input");
     app.add_flag("--direct", options.direct, "The engine reads the file itself, not the host")
         ->group("Input");
     add("--data-model", options.dataModel, "A data model document for the fields; as --direct")
@@ -170,8 +160,18 @@ void addMapData(CLI::App& app, InputOptions& options)
 void addCasesOptions(CLI::App& app, InputOptions& options)
 {
     addSource(app, options);
-    addUserMissing(app, options);
+    addUserMissing(app, options.userMissing)->group("Input");
     addWeight(app, options);
+}
+
+CLI::Option* addUserMissing(CLI::App& app, std::string& what)
+{
+    return app
+        .add_option("--user-missing", what,
+                    "Whether user-missing values count as missing; by\ndefault they do, but where "
+                    "convert only copies")
+        ->type_name("WHAT")
+        ->check(CLI::IsMember({"exclude", "keep"}));
 }
 
 void addWeight(CLI::App& app, InputOptions& options)
@@ -180,6 +180,15 @@ void addWeight(CLI::App& app, InputOptions& options)
         ->type_name("VARIABLE")
         ->check(notEmpty())
         ->group("Input");
+}
+
+CLI::Option* addWidth(CLI::App& app, long long& width)
+{
+    return app
+        .add_option("--width", width,
+                    "Places in a line of text; by default as many as the\nterminal has")
+        ->type_name("N")
+        ->check(wholeNumberFrom(20));
 }
 
 void addPrintJob(CLI::App& app, bool& printJob)

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <string>
+
 #include "CommonOptions.h"
 
 namespace CLI {
 class App;
-}
+class Option;
+} // namespace CLI
 
 /// Adds options that several commands take; they are written to the options given, which must live
 /// as long as the application.
@@ -24,7 +27,11 @@ void addDatasetOptions(CLI::App& app, InputOptions& options);
 void addCasesOptions(CLI::App& app, InputOptions& options);
 /// The same for a command whose --from is something else: --data-kind tells the kind.
 void addMapData(CLI::App& app, InputOptions& options);
+/// --user-missing
+CLI::Option* addUserMissing(CLI::App& app, std::string& what);
 /// --weight
 void addWeight(CLI::App& app, InputOptions& options);
+/// --width, of what is shown as text; 0 if it is not given.
+CLI::Option* addWidth(CLI::App& app, long long& width);
 /// --print-job
 void addPrintJob(CLI::App& app, bool& printJob);

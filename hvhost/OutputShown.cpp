@@ -11,7 +11,6 @@
 #include "ErrorText.h"
 #include "OutputPage.h"
 #include "OutputText.h"
-#include "TextTable.h"
 
 namespace {
 
@@ -57,7 +56,7 @@ void writeOutput(const OutputHeading& output, const OutputLook& look, std::ostre
         return;
     }
     OutputTextOptions text;
-    text.width = look.width > 0 ? look.width : look.toFile ? kDefaultWidth : outputWidth();
+    text.width = look.width;
     text.colours = wantsColours(look.toFile);
     writeOutputText(output, text, out);
 }

@@ -16,7 +16,7 @@ struct OutputLook
 {
     std::string form;       ///< "html" for a page, else text
     bool toFile = false;    ///< not to standard output
-    std::size_t width = 0;  ///< of text; 0 for that of the terminal
+    std::size_t width = 0;  ///< of text
     std::string subtitle{}; ///< of a page; empty for none
 };
 

@@ -12,23 +12,32 @@
 #include "Rendering.h"
 #include "ShownResult.h"
 #include "StandardStreams.h"
+#include "TextTable.h"
 #include "TnOutput.h"
 
 namespace {
+
+constexpr const char* kResultHint =
+    "a result document has objects at its top, with tables, charts or notifications";
 
 /// A document whose top is an object.
 JsonFile readDocument(const std::string& name, const InterruptWatch& watch)
 {
     JsonFile document(name, watch);
     if (!document.json.is_object())
-        throw CommandFault(ExitStatus::Input, document.name + ": this is JSON, but no object, and "
-                                                              "so no result document");
+        throw CommandFault(ExitStatus::Input,
+                           document.name +
+                               ": this is JSON, but no object, and so no result document",
+                           kResultHint);
     return document;
 }
 
 std::vector<RenderOrder> ordersOf(const RenderOptions& options, const JsonFile& document,
                                   const InterruptWatch& watch)
 {
+    if (options.order.empty() && !isResultDocument(document.json))
+        throw CommandFault(ExitStatus::Input,
+                           document.name + ": this is JSON, but no result document", kResultHint);
     if (options.order.empty())
         return everythingIn(document.json);
     return readOrders(JsonFile(options.order, watch), document.json, watch);
@@ -70,13 +79,13 @@ void render(const RenderOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
     const ShownResult result(options.output, options.force, watch);
+    const std::string form = formOf(options.format, options.output, {"html"});
+    const OutputLook look{form, result.isFile(), textWidth(options.width, form, result.isFile())};
     const JsonFile document = readDocument(options.document, watch);
     const std::vector<RenderOrder> orders = ordersOf(options, document, watch);
     HostSession session("render", common, watch);
     const auto output = renderAll(orders, document, options.debug, session, watch);
     session.countShownWarnings();
-    const OutputLook look{formOf(options.format, options.output, {"html"}), result.isFile(),
-                          static_cast<std::size_t>(options.width)};
     result.deliver([&](std::ostream& out) { writeOutput(*output, look, out); });
     session.finish();
 }

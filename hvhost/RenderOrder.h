@@ -31,6 +31,9 @@ std::vector<RenderOrder> everythingIn(const nlohmann::ordered_json& document);
 std::vector<RenderOrder> readOrders(const JsonFile& file, const nlohmann::ordered_json& document,
                                     const InterruptWatch& watch);
 
+/// Whether any result object of a document has something to show, be it an empty list of messages.
+bool isResultDocument(const nlohmann::ordered_json& document);
+
 /// The names of a document's result objects.
 std::vector<std::string> resultNames(const nlohmann::ordered_json& document);
 

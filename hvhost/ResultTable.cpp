@@ -120,12 +120,12 @@ ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount)
     return table;
 }
 
-void printTable(const ResultTable& table, const std::string& format, std::ostream& out)
+void printTable(const ResultTable& table, const TableLook& look, std::ostream& out)
 {
-    if (format == "csv")
+    if (look.form == "csv")
         printCsv(table, out);
-    else if (format == "json")
+    else if (look.form == "json")
         printJson(table, out);
     else
-        printTextTable(table, outputWidth(), out);
+        printTextTable(table, look.width, out);
 }

@@ -39,8 +39,14 @@ std::optional<std::string> cellText(EmbeddedHV::RowDataIterator& rows, std::size
 /// Reads all rows and disposes of the iterator.
 ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount);
 
-/// `format` is text, csv or json.
-void printTable(const ResultTable& table, const std::string& format, std::ostream& out);
+/// How a table is shown.
+struct TableLook
+{
+    std::string form;      ///< text, csv or json
+    std::size_t width = 0; ///< of text
+};
+
+void printTable(const ResultTable& table, const TableLook& look, std::ostream& out);
 
 /// The lines that a table as csv is made of.
 void printCsvNames(const std::vector<ResultTable::Column>& columns, std::ostream& out);

@@ -45,11 +45,10 @@ Binding splitBinding(const std::string& text, const std::string& option)
 void loadData(HostSession& session, const std::string& name, const InputFile& input)
 {
     JNIHvlProgram program;
-    HVLRead read(&program);
-    input.configure(read);
+    RecordChain records(program, input, {});
     HVLWrite write(&program);
     write.WriteHVDatasource(name, false);
-    write.AddPredFunction(&read);
+    write.AddPredFunction(records.last());
     session.run(generateJob(program, write), input.origin(), input.rows());
 }
 
@@ -115,8 +114,9 @@ public:
             InputOptions input;
             input.path = binding.file;
             input.direct = true; // into the engine, which keeps it
-            _inputs.emplace_back(binding.name,
-                                 std::make_unique<InputFile>(input, FileOptions::None, watch));
+            input.userMissing = options.userMissing == "exclude" ? "exclude" : "keep";
+            _inputs.push_back({binding.name, binding.file,
+                               std::make_unique<InputFile>(input, FileOptions::None, watch)});
         }
         for (const std::string& text : options.save) {
             const Binding binding = splitBinding(text, "--save");
@@ -127,10 +127,22 @@ public:
                                 std::make_unique<OutputFile>(output, FileOptions::None, watch)});
         }
     }
+    /// A job that looks at records must not take what is declared missing for a value, unless its
+    /// user knows of it.
+    void excludeMissing(HostSession& session) const
+    {
+        for (const Input& input : _inputs)
+            if (input.file->declaresMissing()) {
+                session.warn(input.origin +
+                             ": what it declares missing is read as system-missing; --user-missing "
+                             "exclude or keep says what is wanted");
+                input.file->excludeMissing();
+            }
+    }
     void load(HostSession& session) const
     {
-        for (const auto& [name, input] : _inputs)
-            loadData(session, name, *input);
+        for (const Input& input : _inputs)
+            loadData(session, input.name, *input.file);
     }
     void save(HostSession& session) const
     {
@@ -139,13 +151,19 @@ public:
     }
 
 private:
+    struct Input
+    {
+        std::string name;
+        std::string origin; ///< what the user calls the file
+        std::unique_ptr<InputFile> file;
+    };
     struct Output
     {
         std::string option;
         std::string name;
         std::unique_ptr<OutputFile> file;
     };
-    std::vector<std::pair<std::string, std::unique_ptr<InputFile>>> _inputs;
+    std::vector<Input> _inputs;
     std::vector<Output> _outputs;
 };
 
@@ -163,6 +181,8 @@ void runJob(const RunOptions& options, const CommonOptions& common)
     }
     const JobFiles files(options, watch);
     HostSession session("run", common, watch);
+    if (options.userMissing.empty())
+        files.excludeMissing(session);
     files.load(session);
     JobOrigin origin;
     origin.jobName = source.name();

@@ -1,5 +1,6 @@
 #include <iostream>
 #include <memory>
+#include <utility>
 
 #include "CFMetaData.h"
 #include "CFUpperFuncImpl.h"
@@ -17,6 +18,7 @@
 #include "ScoredTable.h"
 #include "ScoringModel.h"
 #include "ShownResult.h"
+#include "TextTable.h"
 #include "bridge/JNIHvlProgram.h"
 #include "bridge/JNIObjectManager.h"
 #include "hvl/HVLWrite.h"
@@ -49,8 +51,10 @@ std::string scoredForm(const ScoreOptions& options)
 class Scoring
 {
 public:
-    Scoring(const ScoreOptions& options, const ScoringModel& model, const InterruptWatch& watch)
-        : _options(options), _model(model), _targets(model.targets(options.targets)), _watch(watch)
+    Scoring(const ScoreOptions& options, TableLook look, const ScoringModel& model,
+            const InterruptWatch& watch)
+        : _options(options), _look(std::move(look)), _model(model),
+          _targets(model.targets(options.targets)), _watch(watch)
     {
     }
 
@@ -70,8 +74,7 @@ public:
         HVTransformScorer scorer;
         if (!scorer.PrepareScoring(&rows, _model.text(), targetNames(), true))
             throw CommandFault(ExitStatus::JobFailed, "the model does not fit the rows");
-        result.deliver(
-            [&](std::ostream& out) { table.write(scorer, scoredForm(_options), _watch, out); });
+        result.deliver([&](std::ostream& out) { table.write(scorer, _look, _watch, out); });
         if (table.failedCount() > 0)
             session.warn(std::to_string(table.failedCount()) + " of " +
                          std::to_string(table.rowCount()) +
@@ -88,6 +91,7 @@ private:
     }
 
     const ScoreOptions& _options;
+    TableLook _look;
     const ScoringModel& _model;
     std::vector<ScoringModel::Variable> _targets;
     const InterruptWatch& _watch;
@@ -100,9 +104,11 @@ void score(const ScoreOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
     const ShownResult result(options.output, options.force, watch);
+    const std::string form = scoredForm(options);
+    const TableLook look{form, textWidth(options.width, form, result.isFile())};
     const ReadableFile file(options.model, watch);
     const ScoringModel model(file);
-    Scoring scoring(options, model, watch);
+    Scoring scoring(options, look, model, watch);
     const InputFile input(options.input, FileOptions::Offered, watch);
     scoring.check(input);
     HostSession session("score", common, watch);

@@ -80,11 +80,11 @@ ResultTable::Row ScoredTable::scoredRow(HVTransformScorer& scorer)
     return row;
 }
 
-void ScoredTable::write(HVTransformScorer& scorer, const std::string& form,
+void ScoredTable::write(HVTransformScorer& scorer, const TableLook& look,
                         const InterruptWatch& watch, std::ostream& out)
 {
     // Rows for programs go out as they come; the other forms need them all.
-    const bool isStreamed = form == "csv";
+    const bool isStreamed = look.form == "csv";
     ResultTable table{_columns, {}, 0};
     if (isStreamed)
         printCsvNames(_columns, out);
@@ -97,5 +97,5 @@ void ScoredTable::write(HVTransformScorer& scorer, const std::string& form,
             table.rows.push_back(scoredRow(scorer));
     }
     if (!isStreamed)
-        printTable(table, form, out);
+        printTable(table, look, out);
 }

@@ -21,8 +21,8 @@ public:
                 const std::vector<std::string>& keep,
                 const std::vector<ScoringModel::Variable>& targets);
 
-    /// Scores all rows, which it can do once, and writes them; `form` is text, csv or json.
-    void write(HVTransformScorer& scorer, const std::string& form, const InterruptWatch& watch,
+    /// Scores all rows, which it can do once, and writes them.
+    void write(HVTransformScorer& scorer, const TableLook& look, const InterruptWatch& watch,
                std::ostream& out);
     long long rowCount() const { return _rowCount; }
     /// The rows that the model could not score; their targets are missing.

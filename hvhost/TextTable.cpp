@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <ostream>
 
+#include "CommandFault.h"
 #include "ResultTable.h"
 #include "TextGrid.h"
 
@@ -46,6 +47,16 @@ std::size_t outputWidth()
         size.ws_col > 0)
         return size.ws_col;
     return kDefaultWidth;
+}
+
+std::size_t textWidth(long long asked, const std::string& form, bool toFile)
+{
+    if (asked > 0 && form != "text")
+        throw CommandFault(ExitStatus::Usage, "--width is for text, and this is " + form,
+                           "leave it out, or choose --format text");
+    if (asked > 0)
+        return static_cast<std::size_t>(asked);
+    return toFile ? kDefaultWidth : outputWidth();
 }
 
 void printTextTable(const ResultTable& table, std::size_t width, std::ostream& out)

@@ -17,7 +17,7 @@ from hvhost_case import Case
 RUN_SQL = os.environ["HV_RUN_SQL"]
 KINDS = ("sav", "hvbf", "csv")
 ROADS = {"host": (), "engine": ("--direct",)}
-# The engine does not know that a weight or a split is in force.
+# The engine does not know that a split is in force.
 IGNORES = re.compile(r"hvhost: warning: This procedure ignores the .*\n")
 
 VALUES = f"""s1,s8,s9,s255,i,r,d,t,ts
@@ -105,7 +105,7 @@ class Agreement(Case):
                     with self.subTest(kind=kind, missing=missing, by=by):
                         self.on_both_roads("aggregate", source, "--by", by, "--stat",
                                            f"count,min:{of},max:{of},last:{of}", "--format", "json",
-                                           "--user-missing", missing)
+                                           "--unweighted", "--user-missing", missing)
 
     def test_a_dictionary_that_is_wrong_is_refused_on_both_roads(self):
         def of(variable):

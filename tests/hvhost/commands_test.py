@@ -110,6 +110,17 @@ class Convert(Case):
                 self.assertEqual(text, f"a,b\n{kept},1\n")
                 self.assertIn("│ 9       │", self.run_hvhost("info", copy).stdout)
 
+        # A job's data too, which a job looks at.
+        job = 'read({"dataSource": "in"}) -> write({"dataSource": "out", "mode": "overwrite"})'
+        for options, kept, warned in (([], "", True), (["--user-missing", "keep"], "9", False),
+                                      (["--user-missing", "exclude"], "", False)):
+            with self.subTest(options):
+                done = self.run_hvhost("run", "-", "--data", f"in={source}", "--save", f"out={copy}", "--force",
+                                       *options, text=job)
+                self.assertEqual("source.sav: what it declares missing" in done.stderr, warned)
+                self.assertEqual(self.run_hvhost("convert", copy, "-").stdout, f"a,b\n{kept},1\n")
+                self.assertIn("│ 9       │", self.run_hvhost("info", copy).stdout)
+
     def test_a_link_stays_one(self):
         whole = self.write("whole.csv", "old\n")
         link = self.folder / "link.csv"
@@ -173,6 +184,32 @@ class Aggregate(Case):
         self.assertTrue(all("species" in header for header in headers))
         self.assertEqual(sum("Biscoe" in line and "Gentoo" in line for line in lines), len(headers))
 
+    def test_weight(self):
+        """Each record counts as often as its weight says, be it the file's own or one that is named."""
+        records = [("a", 1.5, 2), ("a", None, 3), ("b", 4.0, 0.5), ("b", 6.0, 1), ("b", 9.0, 0), ("c", None, 1),
+                   ("a", 8.0, -1), ("b", 8.0, None)]
+        data = self.write("data.csv", "g,v,w 1\n" + "".join(
+            ",".join("" if cell is None else str(cell) for cell in record) + "\n" for record in records))
+        own = self.folder / "own.sav"
+        self.run_hvhost("convert", data, own, "--weight", "w 1")
+        stats = "--stat", "count,count:v,mean:v:m,sum:v,max:v"
+        for words in ((data, "--weight", "W 1"), (own,)):
+            done = self.run_hvhost("aggregate", *words, "--by", "g", *stats, "--format", "json", "--strict")
+            self.assertEqual([list(row.values()) for row in json.loads(done.stdout)["rows"]],
+                             [["a", 5, 2, 1.5, 3, 1.5], ["b", 1.5, 1.5, 8 / 1.5, 8, 6], ["c", 1, 0, None, None, None]])
+        none = self.run_hvhost("aggregate", own, *stats, "--where", "x.v > 100", "--format", "csv").stdout
+        self.assertEqual(none, "count,count_v,m,sum_v,max_v\n0,0,,,\n")
+        once = self.run_hvhost("aggregate", own, "--stat", "count,sd:v:s,sum:v", "--unweighted", "--format", "csv").stdout
+        self.assertRegex(once, r"\n8,2\.8\d+,36\.5\n")
+        for stat, fault, status in (("sd:v", "sd:v: sd cannot be weighted", 2), ("p90:v", "p90 cannot be", 2),
+                                    ("median:v", "median cannot be", 2), ("variance:v", "variance cannot", 2),
+                                    ("mean:v,mean:v", 'there is a result "mean_v" already', 2),
+                                    ("mean:x", '--stat mean:x: .*no field.*"x"', 1),
+                                    ("count:g,sum:g", "--stat sum:g: ", 1), ("fist:v", '--stat fist:v: .*"first"', 1)):
+            with self.subTest(stat):
+                done = self.run_hvhost("aggregate", own, "--derive", "u=x.v * 2", "--stat", stat, status=status)
+                self.assertRegex(done.stderr, fault)
+
     def test_into_a_file(self):
         out = self.folder / "out.csv"
         self.run_hvhost("aggregate", "--stat", "min:date,max:date", WEATHER, out)
@@ -187,6 +224,24 @@ class Rest(Case):
         days = {row["weather"]: int(row["days"]) for row in self.rows(saved)}
         self.assertEqual(sorted(days), ["drizzle", "fog", "rain", "snow", "sun"])
         self.assertEqual(sum(days.values()), 1461)
+
+    def test_text_is_as_wide_as_is_asked(self):
+        for words in (["aggregate", PENGUINS, "--by", "species", "--stat", "count,mean:body_mass_g,max:body_mass_g"],
+                      ["info", PENGUINS], ["describe", PENGUINS, "species", "body_mass_g"],
+                      ["score", DATA / "penguins.pmml", PENGUINS, "--limit", "3", "--format", "text"],
+                      ["map", "info", DATA / "islands.shp"],
+                      ["map", "match", DATA / "islands.shp", PENGUINS, "--keys", "KEY=island"],
+                      ["render", DATA / "weather.json"]):
+            with self.subTest(words):
+                tables = [[len(line) for line in self.run_hvhost(*words, "--width", width).stdout.splitlines()
+                           if line[:1] in "┌│├└"] for width in (40, 300)]
+                self.assertLessEqual(max(tables[0], default=0), 40)
+                self.assertLessEqual(len(tables[1]), len(tables[0]))
+                form = ["html"] if words[0] == "render" else ["json"]
+                for option in ([] if "--format" in words else [["--format", *form]]):
+                    done = self.run_hvhost(*words, *option, "--width", 40, status=2)
+                    self.assertIn("--width is for text", done.stderr)
+        self.run_hvhost("aggregate", PENGUINS, self.folder / "o.csv", "--stat", "count", "--width", 90, status=2)
 
     def test_doctor(self):
         findings = json.loads(self.run_hvhost("doctor", "--format", "json").stdout)["findings"]

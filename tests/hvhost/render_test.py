@@ -87,6 +87,8 @@ class Render(Case):
         for document, fault in (('{"a":\n  {"ö": tru}}', r"bad\.json:2:12: no JSON: "),
                                 ('{"a":\n' + 40000 * '{"b":' + "1", r"bad\.json:2:2496: it is nested deeper"),
                                 ("[1]", r"bad\.json: this is JSON, but no object"), ("", r"bad\.json: .*empty"),
+                                ('{"name": "x", "scripts": {"t": {}}, "dataModel": {"fields": []}}',
+                                 r"bad\.json: .*no result document\n  hint: .*tables, charts or notif"),
                                 ('{"a": 1e999}', r"bad\.json: no JSON: number overflow parsing '1e999'")):
             with self.subTest(document):
                 done = self.run_hvhost("render", self.write("bad.json", document), status=3)
@@ -98,7 +100,7 @@ class Render(Case):
         done = self.run_hvhost("render", WEATHER, "--strict", "--order",
                                self.write("order.json", json.dumps(order)), status=5)
         self.assertRegex(done.stderr, r"warning: .*order\.json: objects\[0\]: there is nothing to show")
-        self.assertRegex(self.render({"x": {}}).stderr, r"result\.json: there is nothing to show")
+        self.assertRegex(self.render({"x": {"notifications": []}}).stderr, r"result\.json: there is nothing to show")
         warned = {"x": {"notifications": [text("careful")]}}
         self.assertNotIn("careful", self.render(warned, None, "--strict", status=5).stderr)
 

@@ -42,6 +42,11 @@ struct DescriptivesSettings
 
     /// Whether a container holds what `kind` says.
     bool wants(ContainerKind kind) const;
+    /// Whether a container tells the missing values one by one.
+    bool tellsMissing() const
+    {
+        return wants(ContainerKind::Results) || wants(ContainerKind::Statistics);
+    }
 };
 
 /// Reads the configuration and the containers of the call, and tells of each setting that asks for

@@ -57,13 +57,13 @@ struct FieldSummary
     std::optional<std::int64_t> distinct;
     /// In the order of the values: of texts, and for a result document of all categorical fields.
     std::vector<ValueCount> distribution;
+    /// The values that occur and are declared missing; null for records without any value.
+    std::vector<ValueCount> missingValues;
 
     // For a result document only.
     std::optional<double> least; ///< the minimum as a number, dates and times in seconds
     std::optional<double> greatest;
     std::optional<Histogram> histogram;
-    /// The values that occur and are declared missing; null for records without any value.
-    std::vector<ValueCount> missingValues;
 };
 
 /// What is known of a data source.

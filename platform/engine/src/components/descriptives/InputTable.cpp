@@ -10,7 +10,8 @@ namespace EmbeddedHV {
 
 InputTable::InputTable(std::string name, const DescriptivesSettings& settings)
     : _quotedName(quotedIdentifier(name)), _weight(settings.weight),
-      _trimsBlanks(settings.trimsBlanks), _forResults(settings.wants(ContainerKind::Results))
+      _trimsBlanks(settings.trimsBlanks), _forResults(settings.wants(ContainerKind::Results)),
+      _forMissing(settings.tellsMissing())
 {
     for (const CFField& field : settings.fields)
         add(field);
@@ -35,7 +36,7 @@ std::size_t InputTable::place(const CFField& field) const
 
 bool InputTable::tellsMissing(const CFField& field) const
 {
-    return _forResults && isCategorical(field) && field.GetMissingValues().IsValid();
+    return _forMissing && isCategorical(field) && field.GetMissingValues().IsValid();
 }
 
 std::string InputTable::column(const CFField& field) const

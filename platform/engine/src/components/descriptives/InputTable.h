@@ -23,7 +23,7 @@ public:
     /// The column of a field of the settings.
     std::string column(const CFField& field) const;
     /// The column of the values that the field declares missing, where the table has one: that of
-    /// a categorical field, if a result document is wanted. Null for any other value.
+    /// a categorical field, if a document tells of them. Null for any other value.
     std::optional<std::string> missingColumn(const CFField& field) const;
     bool isWeighted() const { return _weight.has_value(); }
     /// Whether records whose weight does not count are in the table, with a missing weight, for
@@ -44,6 +44,7 @@ private:
     std::optional<std::string> _weight;
     bool _trimsBlanks;
     bool _forResults;
+    bool _forMissing;
 };
 
 } // namespace EmbeddedHV

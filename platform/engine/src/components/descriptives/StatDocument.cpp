@@ -25,19 +25,26 @@ void addNumeric(pugi::xml_node& node, const FieldSummary& summary)
     addAttribute(range, "thirdQuartile", numeric.thirdQuartile);
 }
 
-void addDistribution(pugi::xml_node& node, const FieldSummary& summary, bool weighted)
+/// The null is a value without the attribute.
+void addCounts(pugi::xml_node list, const std::vector<ValueCount>& counts, bool weighted)
 {
-    if (summary.distribution.empty() || !isText(summary.field))
-        return;
-    pugi::xml_node list = node.append_child("Distribution");
-    for (const ValueCount& count : summary.distribution) {
+    for (const ValueCount& count : counts) {
         pugi::xml_node value = list.append_child("Value");
         // An empty text is a value too, so its attribute is there.
-        value.append_attribute("value").set_value(xmlText(count.value.ToString(-1)).c_str());
+        if (!count.value.IsNull())
+            value.append_attribute("value").set_value(xmlText(count.value.ToString(-1)).c_str());
         addAttribute(value, "count", std::to_string(count.records));
         if (weighted)
             addAttribute(value, "weight", count.weight);
     }
+}
+
+void addDistributions(pugi::xml_node& node, const FieldSummary& summary, bool weighted)
+{
+    if (!summary.distribution.empty() && isText(summary.field))
+        addCounts(node.append_child("Distribution"), summary.distribution, weighted);
+    if (!summary.missingValues.empty())
+        addCounts(node.append_child("Missing"), summary.missingValues, weighted);
 }
 
 void addField(pugi::xml_node& summaries, const FieldSummary& summary, bool weighted)
@@ -53,7 +60,7 @@ void addField(pugi::xml_node& summaries, const FieldSummary& summary, bool weigh
     if (summary.distinct)
         addAttribute(node, "distinct", std::to_string(*summary.distinct));
     addNumeric(node, summary);
-    addDistribution(node, summary, weighted);
+    addDistributions(node, summary, weighted);
 }
 
 } // namespace

@@ -174,15 +174,16 @@ std::int64_t dropLeftOut(const ComponentQueries& queries, const InputTable& tabl
     return count;
 }
 
-/// What a result document shows beyond the others.
-void fillResults(const ComponentQueries& queries, const InputTable& table,
+/// What only some documents tell.
+void fillDetails(const ComponentQueries& queries, const InputTable& table,
                  const DescriptivesSettings& settings, DataSummary& summary)
 {
-    if (settings.summaries)
+    if (settings.wants(ContainerKind::Results) && settings.summaries)
         fillHistograms(queries, table, summary);
-    for (FieldSummary& field : summary.fields)
-        if (isCategorical(field.field))
-            fillMissingValues(queries, table, field);
+    if (settings.tellsMissing())
+        for (FieldSummary& field : summary.fields)
+            if (isCategorical(field.field))
+                fillMissingValues(queries, table, field);
 }
 
 } // namespace
@@ -203,8 +204,7 @@ DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
             takeWeightedQuartiles(queries, table, field);
         fillDistinctValues(queries, table, settings, field);
     }
-    if (settings.wants(ContainerKind::Results))
-        fillResults(queries, table, settings, summary);
+    fillDetails(queries, table, settings, summary);
     return summary;
 }
 

@@ -1,5 +1,7 @@
 #include "components/descriptives/ValueCounts.h"
 
+#include <utility>
+
 #include "datafile/ColumnTypes.h"
 
 namespace EmbeddedHV {
@@ -26,6 +28,14 @@ duck::Result countMissing(const ComponentQueries& queries, const InputTable& tab
                        std::to_string(kMostMissingValues + 1));
 }
 
+/// A text that is not there is a blank one to the host; where nobody gives it a label it is still
+/// none.
+bool isNoValue(const CFDatum& value, const CFField& field)
+{
+    return value.IsString() && value.GetString().find_first_not_of(' ') == std::string::npos &&
+           CFValue::GetIndex(value, field.GetValueLabels()) < 0;
+}
+
 } // namespace
 
 ValueCount valueCountAt(duck::Result& rows, std::size_t row, CFField::StorageType storage)
@@ -45,9 +55,12 @@ void fillMissingValues(const ComponentQueries& queries, const InputTable& table,
         if (rows.rows() > kMostMissingValues)
             return;
         for (std::size_t row = 0; row < rows.rows(); ++row) {
-            summary.missingValues.push_back(valueCountAt(rows, row, storage));
-            without.records -= summary.missingValues.back().records;
-            without.weight -= summary.missingValues.back().weight;
+            ValueCount count = valueCountAt(rows, row, storage);
+            if (isNoValue(count.value, summary.field))
+                continue;
+            without.records -= count.records;
+            without.weight -= count.weight;
+            summary.missingValues.push_back(std::move(count));
         }
     }
     if (without.records > 0)

@@ -1,0 +1,201 @@
+#include "AggregateChain.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+#include "CommandFault.h"
+#include "bridge/JNIHvlProgram.h"
+#include "hvl/HVLAggregate.h"
+#include "hvl/HVLExpressionFun.h"
+#include "hvl/HVLFilterFields.h"
+#include "support/Conversions.h"
+
+namespace {
+
+constexpr const char* kStatisticHint =
+    "for example --stat mean:price, --stat p90:price:high, --stat count";
+/// Fields between the steps; a file has hardly any of this name.
+constexpr const char* kTemporary = "hvhost weighted ";
+
+/// As in p90; what is wrong with the number is told later, in words.
+bool isPercentile(const std::string& function)
+{
+    return function.size() > 1 && function.front() == 'p' &&
+           function.find_first_not_of("0123456789", 1) == std::string::npos;
+}
+
+bool isIn(const std::string& function, std::initializer_list<const char*> functions)
+{
+    return std::find(functions.begin(), functions.end(), function) != functions.end();
+}
+
+} // namespace
+
+/// FUNCTION:FIELD[:NAME] in its three parts; without a name it has the one that the engine gives.
+struct AggregateChain::Statistic
+{
+    explicit Statistic(const std::string& text)
+    {
+        const std::size_t first = text.find(':');
+        function = text.substr(0, first);
+        if (first != std::string::npos) {
+            const std::size_t second = text.find(':', first + 1);
+            field = text.substr(first + 1, second - first - 1);
+            if (second != std::string::npos)
+                name = text.substr(second + 1);
+        }
+        if (name.empty())
+            name = field.empty() ? function : function + "_" + field;
+    }
+
+    std::string function;
+    std::string field;
+    std::string name;
+};
+
+AggregateChain::AggregateChain(JNIHvlProgram& program, HVLFunction& input,
+                               const std::vector<std::string>& by,
+                               const std::vector<std::string>& statistics,
+                               const std::string& weight)
+    : _program(program), _weight(weight), _last(&input),
+      _aggregates(std::make_unique<HVLAggregate>(&program))
+{
+    if (!_weight.empty())
+        leaveOutUnweighted();
+    for (const std::string& field : by) {
+        _option = "--by " + field;
+        addResult(field);
+        addOutput("key", field, field);
+    }
+    for (const std::string& statistic : statistics) {
+        _option = "--stat " + statistic;
+        addStatistic(Statistic(statistic));
+    }
+    _aggregates->AddPredFunction(_last);
+    _last = _aggregates.get();
+    if (!_weight.empty())
+        deriveQuotients();
+}
+
+AggregateChain::~AggregateChain() = default;
+
+/// The builder takes what it is given without a word, so faults are found here.
+void AggregateChain::addStatistic(const Statistic& statistic)
+{
+    if (statistic.field.empty() && statistic.function != "count")
+        throw CommandFault(ExitStatus::Usage, _option + ": a field is missing", kStatisticHint);
+    addResult(statistic.name);
+    if (!_weight.empty() && !isIn(statistic.function, {"min", "max", "first", "last"})) {
+        addWeighted(statistic);
+        return;
+    }
+    if (!isPercentile(statistic.function)) {
+        addOutput(statistic.function, statistic.field, statistic.name);
+        return;
+    }
+    const int centile = String2Integer(statistic.function.substr(1));
+    if (centile < 1 || centile > 100)
+        throw CommandFault(ExitStatus::Usage, _option + ": a percentile is 1 to 100",
+                           kStatisticHint);
+    _aggregates->AddPercentileAggregate(centile, statistic.field, statistic.name);
+    _origins.push_back(_option);
+}
+
+void AggregateChain::addWeighted(const Statistic& statistic)
+{
+    const std::string& field = statistic.field;
+    const auto weights = [&] {
+        return sumOf(field.empty()
+                         ? expression("%s", {_weight})
+                         : expression("if (isMissing(%s)) null else %s", {field, _weight}));
+    };
+    if (statistic.function == "count") {
+        _quotients.push_back({statistic.name, weights(), {}});
+    } else if (statistic.function == "sum") {
+        addOutput("sum", derived(expression("%s * %s", {_weight, field})), statistic.name);
+    } else if (statistic.function == "mean") {
+        const std::string products = sumOf(expression("%s * %s", {_weight, field}));
+        _quotients.push_back({statistic.name, products, weights()});
+    } else if (isPercentile(statistic.function) ||
+               isIn(statistic.function, {"sd", "variance", "median"})) {
+        throw CommandFault(ExitStatus::Usage,
+                           _option + ": " + statistic.function +
+                               " cannot be weighted, and the records are, by " + _weight,
+                           "--unweighted counts each record once; hvhost describe has weighted "
+                           "statistics");
+    } else {
+        addOutput(statistic.function, field, statistic.name);
+    }
+}
+
+void AggregateChain::addOutput(const std::string& function, const std::string& input,
+                               const std::string& name)
+{
+    _aggregates->AddAggregate(function, input, name);
+    _origins.push_back(_option);
+}
+
+/// The engine tells of a name that is there twice only where both are outputs of one step.
+void AggregateChain::addResult(const std::string& name)
+{
+    if (!_weight.empty() && std::find(_names.begin(), _names.end(), name) != _names.end())
+        throw CommandFault(ExitStatus::Usage,
+                           _option + ": there is a result \"" + name + "\" already",
+                           "--stat FUNCTION:FIELD:NAME gives it another name");
+    _names.push_back(name);
+}
+
+/// Records that do not count as often as any number says count for nothing.
+void AggregateChain::leaveOutUnweighted()
+{
+    append().SetFilterRecords(
+        expression("%s > 0 && %s <= 1.7976931348623157e308", {_weight, _weight}));
+}
+
+std::string AggregateChain::derived(JNIHvlExpression* value)
+{
+    const std::string name = kTemporary + std::to_string(++_temporaryCount);
+    append().SetDeriveField(name, value);
+    _composed.push_back({_option, "\"" + name + "\""});
+    return name;
+}
+
+/// Has the aggregate step sum up the expression, and gives the name of the sum.
+std::string AggregateChain::sumOf(JNIHvlExpression* value)
+{
+    const std::string field = derived(value);
+    addOutput("sum", field, field);
+    return field;
+}
+
+void AggregateChain::deriveQuotients()
+{
+    for (const Quotient& quotient : _quotients)
+        append().SetDeriveField(quotient.name,
+                                quotient.below.empty()
+                                    ? expression("ifMissing(%s, 0.0)", {quotient.above})
+                                    : expression("%s / %s", {quotient.above, quotient.below}));
+    _results = std::make_unique<HVLFilterFields>(&_program);
+    _results->KeepFieldNames(_names);
+    _results->AddPredFunction(_last);
+    _last = _results.get();
+}
+
+HVLExpressionFun& AggregateChain::append()
+{
+    _steps.push_back(std::make_unique<HVLExpressionFun>(&_program));
+    _steps.back()->AddPredFunction(_last);
+    _last = _steps.back().get();
+    return *_steps.back();
+}
+
+/// The fields of the record in the places of the pattern.
+JNIHvlExpression* AggregateChain::expression(const std::string& pattern,
+                                             const std::vector<std::string>& fields)
+{
+    std::vector<JNIHvlExpression*> arguments;
+    arguments.reserve(fields.size());
+    for (const std::string& field : fields)
+        arguments.push_back(_program.createHvlExpressionFieldReference(field));
+    return _program.createHvlExpression(pattern, &arguments);
+}
