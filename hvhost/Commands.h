@@ -105,7 +105,9 @@ struct MapOptions
 struct MapInfoOptions
 {
     MapOptions map;
-    std::string format = "text"; ///< text, csv or json
+    std::string format; ///< text, csv, json or html; empty: by the name of the output, else text
+    std::string output; ///< empty for standard output
+    bool force = false;
     bool showDataModel = false;
 };
 /// What is known of a source of geometry.

@@ -6,13 +6,14 @@
 namespace {
 
 constexpr double kWantedSteps = 5;
+constexpr double kNothing = 1e-9;
 
 /// The least round number that is not below another one.
 double roundStep(double width)
 {
     const double power = std::pow(10, std::floor(std::log10(width)));
     for (const double factor : {1.0, 2.0, 2.5, 5.0})
-        if (factor * power >= width * (1 - 1e-9))
+        if (factor * power >= width * (1 - kNothing))
             return factor * power;
     return 10 * power;
 }
@@ -25,8 +26,8 @@ std::vector<double> roundBounds(double lowest, double highest)
     if (!(width > 0) || !std::isnormal(width))
         return {lowest, highest};
     const double step = roundStep(width);
-    const double first = std::floor(lowest / step);
-    const auto steps = static_cast<std::size_t>(std::ceil(highest / step) - first);
+    const double first = std::floor(lowest / step + kNothing);
+    const auto steps = static_cast<std::size_t>(std::ceil(highest / step - kNothing) - first);
     std::vector<double> bounds;
     for (std::size_t at = 0; at <= steps; ++at)
         bounds.push_back((first + static_cast<double>(at)) * step);

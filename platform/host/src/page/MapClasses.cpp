@@ -18,8 +18,8 @@ constexpr int kBoundDigits = 4;
 
 std::string between(double from, double to)
 {
-    return from == to ? roundedNumber(from, kBoundDigits)
-                      : roundedNumber(from, kBoundDigits) + " – " + roundedNumber(to, kBoundDigits);
+    const std::string first = roundedNumber(from, kBoundDigits);
+    return from == to ? first : first + " – " + roundedNumber(to, kBoundDigits);
 }
 
 std::vector<double> numbersIn(const std::vector<PageJson>& values)

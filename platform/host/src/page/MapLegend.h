@@ -7,7 +7,7 @@
 
 /// The looks of a map's layers: what stands for nothing and what has no data.
 constexpr const char* kLandLook = "land";
-constexpr const char* kDotLook = "kind1";
+constexpr const char* kDotLook = "kind6";
 constexpr const char* kNoneLook = "none";
 
 /// The attributes of what belongs to a class.
