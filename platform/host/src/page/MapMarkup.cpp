@@ -7,6 +7,7 @@
 
 #include "output/StringTable.h"
 #include "page/MapLegend.h"
+#include "page/MapNotes.h"
 #include "page/MapPath.h"
 #include "page/MapTables.h"
 #include "page/MapTitle.h"
@@ -15,7 +16,6 @@
 namespace {
 
 constexpr double kDotRadius = 4 * kUnitsPerPixel;
-constexpr std::size_t kNamedKeys = 12;
 
 /// A layer with all that is drawn of it.
 struct DrawnLayer
@@ -56,8 +56,6 @@ private:
     void writePoint(const MapPoint& point, double radius);
     void writeShape(const MapShape& shape, bool isHatched);
     void writeLegends();
-    void writeNotes();
-    void writeNote(const std::string& key, const std::string& what);
     std::string hatch() const { return _name.anchor + "-hatch"; }
 
     std::ostream& _out;
@@ -92,7 +90,8 @@ void MapWriter::write()
         writeLegends();
         _out << "</div>\n";
     }
-    writeNotes();
+    for (const DrawnLayer& drawn : _layers)
+        writeMapNotes(_out, drawn.data);
 }
 
 void MapWriter::writeDrawing()
@@ -176,29 +175,6 @@ void MapWriter::writeLegends()
             writeSizes(_out, *drawn.layer.size, drawn.largest);
     }
     _out << "</div>\n";
-}
-
-void MapWriter::writeNote(const std::string& key, const std::string& what)
-{
-    _out << "<p class=\"message level1\" role=\"note\">" << escaped(translate(key)) << ": "
-         << isolated(what) << "</p>\n";
-}
-
-void MapWriter::writeNotes()
-{
-    for (const DrawnLayer& drawn : _layers) {
-        if (drawn.data.withoutShape > 0)
-            writeNote("Left out, without a shape that can be drawn",
-                      std::to_string(drawn.data.withoutShape));
-        const std::vector<std::string>& keys = drawn.data.unplaced;
-        std::string names;
-        for (std::size_t at = 0; at < std::min(keys.size(), kNamedKeys); ++at)
-            names += (at > 0 ? ", " : "") + shortened(keys[at]);
-        if (keys.size() > kNamedKeys)
-            names += ", … (" + std::to_string(keys.size()) + ")";
-        if (!keys.empty())
-            writeNote("Without an area on the map", names);
-    }
 }
 
 } // namespace

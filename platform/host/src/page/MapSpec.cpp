@@ -1,10 +1,7 @@
 #include "page/MapSpec.h"
 
 #include <algorithm>
-#include <array>
-#include <initializer_list>
 
-#include "page/FieldPath.h"
 #include "page/MapChannelSpec.h"
 #include "page/MapSpecFault.h"
 
@@ -24,6 +21,7 @@ private:
     void readView(const PageJson& view);
     void readAreas(MapLayer& layer, const PageJson& view, const PageJson& encoding) const;
     void readPoints(MapLayer& layer, const PageJson& view, const PageJson& encoding) const;
+    static void readLooks(MapLayer& layer, const PageJson& encoding);
     void readProjection(const PageJson& projection);
     MapSource sourceOf(const PageJson* data) const;
     MapJoin joinOf(const MapSource& source, const PageJson& lookup) const;
@@ -142,26 +140,30 @@ void SpecReader::readPoints(MapLayer& layer, const PageJson& view, const PageJso
 
 void SpecReader::readView(const PageJson& view)
 {
-    constexpr std::array points{"circle", "point"};
     const PageJson* mark = memberOf(view, "mark");
     requireMap(mark);
     const std::string kind = wordOf(mark->is_object() ? memberOf(*mark, "type") : mark);
     const PageJson encoding = encodingOf(view);
     const bool isOfAreas = kind == "geoshape";
-    requireMap(isOfAreas || std::ranges::find(points, kind) != points.end());
+    requireMap(isOfAreas || kind == "circle" || kind == "point");
     requireChannels(encoding, isOfAreas);
     MapLayer layer;
     if (isOfAreas)
         readAreas(layer, view, encoding);
     else
         readPoints(layer, view, encoding);
+    readLooks(layer, encoding);
+    if (const PageJson* projection = memberOf(view, "projection"))
+        readProjection(*projection);
+    _spec.layers.push_back(std::move(layer));
+}
+
+void SpecReader::readLooks(MapLayer& layer, const PageJson& encoding)
+{
     for (const char* name : {"color", "fill"})
         if (const PageJson* colour = memberOf(encoding, name); colour && memberOf(*colour, "field"))
             layer.colour = readChannel(*colour);
     layer.tips = tipsOf(memberOf(encoding, "tooltip"));
-    if (const PageJson* projection = memberOf(view, "projection"))
-        readProjection(*projection);
-    _spec.layers.push_back(std::move(layer));
 }
 
 /// Anything that turns or cuts the map is not for this drawing.
