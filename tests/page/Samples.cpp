@@ -129,7 +129,7 @@ void addChart(TnHeading& heading, const std::string& title, const std::string& s
     chart.sendChart();
 }
 
-/// A block of fields, each an area called after its place in the alphabet.
+/// A block of fields, each at most six, each an area called by a letter.
 std::string fields(int columns, int rows)
 {
     std::string features;
@@ -139,7 +139,7 @@ std::string fields(int columns, int rows)
                    std::to_string(at / columns + up) + "]";
         };
         features += (at > 0 ? "," : "") +
-                    (R"({"type":"Feature","properties":{"KEY":")" + std::string(1, 'A' + at)) +
+                    (R"({"type":"Feature","properties":{"KEY":")" + std::string(1, "ABCDEF"[at])) +
                     R"("},"geometry":{"type":"Polygon","coordinates":[[)" + corner(0, 0) + "," +
                     corner(1, 0) + "," + corner(1, 1) + "," + corner(0, 1) + "]]}}";
     }

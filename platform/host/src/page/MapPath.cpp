@@ -7,7 +7,7 @@
 namespace {
 
 constexpr long kNearest = static_cast<long>(kUnitsPerPixel / 2);
-constexpr long kSpeck = static_cast<long>(kUnitsPerPixel);
+constexpr long kSpeck = static_cast<long>(3 * kUnitsPerPixel); // its border takes some of it
 
 /// A point in whole units.
 struct Dot
