@@ -6,8 +6,10 @@
 #include "Commands.h"
 #include "DataFile.h"
 #include "Dataset.h"
+#include "FaultWording.h"
 #include "HostSession.h"
 #include "InterruptWatch.h"
+#include "ReadableFile.h"
 #include "RecordChain.h"
 #include "ResultTable.h"
 #include "StandardStreams.h"
@@ -139,8 +141,10 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     if (output) {
         output->configure(write);
         origin.outputs = output->origins();
-    } else
+    } else {
         write.WriteHVBF(scratch.GetFileName());
+        origin.outputs = {{nativePath(scratch.GetGenericPath()), kTemporaryFile}};
+    }
     write.AddPredFunction(&aggregates);
 
     const std::string job = generateJob(program, write);

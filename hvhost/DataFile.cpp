@@ -56,7 +56,7 @@ void refusePassword(const std::string& path, DataKind kind, const std::string& p
 } // namespace
 
 InputFile::InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch)
-    : _options(options), _offered(offered), _file(options.path, watch),
+    : _options(options), _watch(watch), _offered(offered), _file(options.path, watch),
       _password(readPassword(options.password, options.passwordFile, watch)),
       _kind(dataKind(options.kind, options.path,
                      offered == FileOptions::Offered ? options.kindOption.c_str() : nullptr))
@@ -79,7 +79,7 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
 
 void InputFile::openDataset()
 {
-    _dataset = std::make_unique<Dataset>(_options, _file, _kind, _form, _password);
+    _dataset = std::make_unique<Dataset>(_options, _file, _kind, _form, _password, _watch);
     if (!_options.weight.empty())
         _dataset->setWeight(_options.weight);
 }
@@ -136,8 +136,8 @@ void InputFile::keepMissing()
             _kept = nullptr;
         }
     } else if (_kind != DataKind::Csv) {
-        _kept =
-            std::make_unique<KeptMissing>(Dataset(_options, _file, _kind, _form, _password).file());
+        _kept = std::make_unique<KeptMissing>(
+            Dataset(_options, _file, _kind, _form, _password, _watch).file());
     }
     if (_kept && !_kept->isNeeded())
         _kept = nullptr;

@@ -62,6 +62,7 @@ private:
     void configureFile(HVLRead& read) const;
 
     InputOptions _options;
+    const InterruptWatch& _watch;
     FileOptions _offered;
     ReadableFile _file;
     std::optional<ReadableFile> _dataModel;

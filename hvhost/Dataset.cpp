@@ -8,6 +8,8 @@
 #include "CsvSeparator.h"
 #include "ErrorText.h"
 #include "FaultWording.h"
+#include "InterruptWatch.h"
+#include "KeptMissing.h"
 #include "ReadableFile.h"
 #include "Text.h"
 #include "ValueText.h"
@@ -35,6 +37,7 @@ CaseFileKind caseFileKind(DataKind kind)
 
 /// What may be done, by a phrase of what is wrong; the first one counts.
 constexpr std::pair<std::string_view, const char*> kHints[] = {
+    {"can be made: No space left", kTemporaryHint},
     {"and none is given", "--password-file FILE or --password WORD gives it"},
     {"in UTF-8", kForeignTextHint},
     {"the text is not UTF-8", kForeignTextHint},
@@ -93,7 +96,7 @@ void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFFiel
     const bool comparable = told.GetStorage() == known.GetStorage() ||
                             (isNumber(told.GetStorage()) && isNumber(known.GetStorage()));
     if (comparable && told.GetMissingValues() != known.GetMissingValues())
-        update.Update(name, told.GetMissingValues());
+        update.Update(name, possibleMissing(told));
     if (told.GetGeo() != nullptr)
         addGeo(update, name, *told.GetGeo());
 }
@@ -101,7 +104,7 @@ void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFFiel
 } // namespace
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
-                 const CsvForm& form, const std::string& password)
+                 const CsvForm& form, const std::string& password, const InterruptWatch& watch)
     : _preload(std::async(std::launch::async, PreloadCaseFiles)), _readable(file)
 {
     UserCaseFileSpec spec;
@@ -113,6 +116,8 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     spec.SetCsvForm(form);
     // What is declared missing is a value to a job that keeps it; complete declares it again.
     spec.SetDeclaresMissing(options.userMissing != "keep");
+    spec.SetMonitor(&_monitor);
+    spec.SetLook([&watch] { watch.check(); });
     try {
         _file = std::make_unique<UserInputCaseFile>(spec, nullptr);
     } catch (const ErrorText& error) {

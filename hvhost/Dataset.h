@@ -12,6 +12,7 @@
 #include "data/HVRawDataIterator.h"
 
 class HVLUpdateDataModel;
+class InterruptWatch;
 class ReadableFile;
 
 /// A data file that the host has opened as a dataset, with what the host knows of it and the user
@@ -21,9 +22,9 @@ class Dataset
 {
 public:
     /// Throws CommandFault (Input) for a file that cannot be read, with the place where it is
-    /// wrong.
+    /// wrong; and what the watch throws, which is asked while a large file is opened.
     Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
-            const CsvForm& form, const std::string& password);
+            const CsvForm& form, const std::string& password, const InterruptWatch& watch);
     ~Dataset();
 
     const VEXA_DataSource& source() const { return *_file->DataSource(); }

@@ -1,5 +1,7 @@
 #include "DescriptionShown.h"
 
+#include <charconv>
+#include <cstdint>
 #include <cstdlib>
 #include <ostream>
 
@@ -20,10 +22,13 @@ constexpr const char* kMoments[] = {"mean",     "standardDeviation", "variance",
 /// A number as JSON; a whole one without a fraction.
 Json jsonNumber(const std::string& text)
 {
-    const double number = std::strtod(text.c_str(), nullptr);
-    if (text.find_first_not_of("-0123456789") == std::string::npos)
-        return static_cast<std::int64_t>(number);
-    return number;
+    std::int64_t whole = 0;
+    const char* const end = text.data() + text.size();
+    // Not by way of a double, which the greatest integers are not.
+    const auto [last, error] = std::from_chars(text.data(), end, whole);
+    if (error == std::errc() && last == end)
+        return whole;
+    return std::strtod(text.c_str(), nullptr);
 }
 
 Json jsonText(const std::optional<std::string>& text, CFField::StorageType storage)

@@ -17,7 +17,7 @@ struct InputFault
     const char* hint;
 };
 constexpr const char* kPasswordHint = "--password-file FILE or --password WORD gives it";
-constexpr std::array<InputFault, 12> kInputFaults{{
+constexpr std::array<InputFault, 13> kInputFaults{{
     {"HVEIO0001E", ""},
     {"HVEIO0002E", ""},
     {"HVEIO0003E", ""},
@@ -30,6 +30,7 @@ constexpr std::array<InputFault, 12> kInputFaults{{
     {"HVEIO0011E", ""},
     {"HVEIO0012E", ""},
     {"HVEIO0019E", ""},
+    {"HVEIO0020E", ""},
 }};
 
 const InputFault* inputFault(const EngineFault& fault)
@@ -42,9 +43,15 @@ const InputFault* inputFault(const EngineFault& fault)
 }
 
 /// A fault of the rows that are served: what the host says of its file, as the engine would say it.
-std::string withoutIterator(const std::string& text)
+std::string withoutIterator(const std::string& text, const JobOrigin& origin)
 {
     static const std::regex form("^read: the row iterator \"[^\"]*\" failed at record \\d+: ");
+    static const std::regex value(
+        "^read: (field \"[^]*\") of the row iterator \"[^\"]*\", (record \\d+: )");
+    std::smatch found;
+    if (!origin.inputs.empty() && std::regex_search(text, found, value))
+        return "read: " + origin.inputs.front().path + ": " + found[1].str() + ", " +
+               found[2].str() + found.suffix().str();
     return std::regex_replace(text, form, "read: ", std::regex_constants::format_first_only);
 }
 
@@ -171,6 +178,9 @@ std::string withOption(const std::string& text, const std::string& job, const Jo
         return "--keep: " + what;
     if (step == "deriveField")
         return derivationOf(name, origin) + ": " + what;
+    // What only brings the host's numbers back to what the file has; no option says it.
+    if (step == "updateDataModel" && !origin.inputs.empty())
+        return origin.inputs.front().name + ": " + what;
     if (step == "aggregate" && !what.starts_with("the setting "))
         return aggregateOf(name, origin) + ": " + what;
     return withAggregate(text, origin);
@@ -213,8 +223,10 @@ std::string hintFor(const std::string& text)
         return "hvhost help aggregate lists the functions";
     if (!isOffered && text.find("the input has no field") != std::string::npos)
         return "hvhost info lists the variables";
+    if (text.find("cannot be stored as integer") != std::string::npos)
+        return "--direct reads whole numbers of more than 15 digits as they are";
     if (text.starts_with(kTemporaryFile) && text.find("no room left") != std::string::npos)
-        return "TMPDIR names the folder of temporary files";
+        return kTemporaryHint;
     return expressionHint(text);
 }
 
@@ -240,7 +252,7 @@ CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
 {
     const std::string detail = fault.id + " " + fault.detail;
     if (const InputFault* const input = inputFault(fault)) {
-        const std::string text = withFileName(withoutIterator(fault.text), origin);
+        const std::string text = withFileName(withoutIterator(fault.text, origin), origin);
         const bool generated = origin.jobName.empty();
         const char* const hint = text.ends_with("in UTF-8") ? kForeignTextHint : input->hint;
         return {ExitStatus::Input, generated ? text : origin.jobName + ": " + text,

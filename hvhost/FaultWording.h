@@ -11,6 +11,8 @@ inline constexpr const char* kKindHint =
 inline constexpr const char* kForeignTextHint =
     "--encoding NAME, as in windows-1252, tells what it is written in";
 
+inline constexpr const char* kTemporaryHint = "TMPDIR names the folder of temporary files";
+
 /// What the user never named.
 inline constexpr const char* kTemporaryFile = "a temporary file";
 

@@ -13,6 +13,7 @@
 #include "ReadableFile.h"
 #include "ResultTable.h"
 #include "StandardStreams.h"
+#include "TerminalText.h"
 #include "data/HVDataModel.h"
 #include "support/Conversions.h"
 #include "support/Transcoding.h"
@@ -200,14 +201,15 @@ public:
             std::cout << ", separator " << separatorWord(_separator);
         std::cout << '\n';
         if (const std::string weight = weightName(); !weight.empty())
-            std::cout << "weighted by " << weight << '\n';
+            std::cout << "weighted by " << terminalText(weight) << '\n';
         std::string split;
         for (const std::string& variable : splitNames())
             split += (split.empty() ? "split by " : ", ") + variable;
         if (!split.empty())
-            std::cout << split << '\n';
+            std::cout << terminalText(split) << '\n';
         for (const std::string& line : _dataset.file().Documents())
-            std::cout << "  " << utf8(line) << '\n';
+            for (const std::string& shown : terminalLines(utf8(line)))
+                std::cout << "  " << shown << '\n';
     }
 
     /// Columns that say nothing of any variable are left out.

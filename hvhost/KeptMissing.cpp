@@ -1,6 +1,7 @@
 #include "KeptMissing.h"
 
 #include <fstream>
+#include <utility>
 
 #include "CFMetaData.h"
 #include "CommandFault.h"
@@ -17,6 +18,16 @@ bool declares(const CFMissingValues& missing)
 }
 
 } // namespace
+
+CFMissingValues possibleMissing(const CFField& field)
+{
+    const CFMissingValues& missing = field.GetMissingValues();
+    std::vector<CFValue> values = missing.GetValues();
+    if (field.GetStorage() == CFField::Integer)
+        std::erase_if(values, [](const CFValue& value) { return value.GetDatum().IsReal(); });
+    return {missing.GetRange(), std::move(values), missing.IsNullMissing(),
+            missing.IsWhiteSpMissing()};
+}
 
 KeptMissing::KeptMissing(const CFMetaData& model)
 {
@@ -59,5 +70,5 @@ void KeptMissing::take(const std::vector<CFField>& fields)
 void KeptMissing::redeclare(HVLUpdateDataModel& update) const
 {
     for (const CFField& field : _declared)
-        update.Update(field.GetName(), field.GetMissingValues());
+        update.Update(field.GetName(), possibleMissing(field));
 }

@@ -11,6 +11,10 @@ class HVLUpdateDataModel;
 class HVSimpleFile;
 class UserInputCaseFile;
 
+/// What a field declares missing, without the numbers that no value of it can be, as 1.5 of whole
+/// ones: a job refuses those.
+CFMissingValues possibleMissing(const CFField& field);
+
 /// Has the engine read values that their fields declare missing: the document that it is given
 /// declares none, and the declarations are made again behind the reading, for what the job writes.
 class KeptMissing

@@ -80,8 +80,8 @@ void MapCommandLine::addInfo(CLI::App& map, CommonOptions& common)
                                   "  hvhost map info islands.shp -o islands.html\n");
     addMap(*app, _info.map);
     app->add_option("--format", _info.format,
-                    "How it is shown: html is a page with the map; by the\nname of a file if it "
-                    "ends in .csv, .json or .html, else\ntext")
+                    "How it is shown: html is a page with the map; by the\nname of a file that "
+                    "ends in .csv, .json or .html,\nelse text")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json", "html"}));
     app->add_option("-o", _info.output, "Write it to this file")

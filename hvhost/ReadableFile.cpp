@@ -24,6 +24,9 @@ fs::file_type typeOf(const std::string& path)
         throw CommandFault(ExitStatus::Input, path + ": no such file");
     if (fs::is_directory(status))
         throw CommandFault(ExitStatus::Input, path + ": this is a folder, not a file");
+    if (error && error != std::errc::permission_denied)
+        throw CommandFault(ExitStatus::Input,
+                           path + ": the file cannot be read: " + error.message());
     if (error || access(path.c_str(), R_OK) != 0)
         throw CommandFault(ExitStatus::Input, path + ": the file may not be read",
                            "its permissions, or those of its folder, do not allow it");

@@ -52,7 +52,9 @@ nlohmann::ordered_json jsonValue(const std::optional<std::string>& cell,
     if (!column.isNumber())
         return *cell;
     const double number = std::strtod(cell->c_str(), nullptr);
-    if (column.storage == CFField::Integer)
+    // The greatest integers are none as doubles.
+    constexpr double kTwoTo63 = 9223372036854775808.0;
+    if (column.storage == CFField::Integer && number >= -kTwoTo63 && number < kTwoTo63)
         return static_cast<long long>(number);
     return number;
 }

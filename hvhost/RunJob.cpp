@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -76,6 +77,15 @@ void addOnce(std::set<std::string>& words, const std::string& word, const std::s
         throw CommandFault(ExitStatus::Usage, what + " is named twice");
 }
 
+/// The file that is meant, whichever way it is spelled.
+std::string placeOf(const std::string& file)
+{
+    std::error_code error;
+    return file == kStandardStream
+               ? file
+               : std::filesystem::weakly_canonical(std::filesystem::absolute(file), error).string();
+}
+
 /// A second use of a data source, a file or a stream would undo the first one.
 void refuseRepeats(const RunOptions& options)
 {
@@ -90,7 +100,8 @@ void refuseRepeats(const RunOptions& options)
                                "--data " + text + ": standard input is read already");
     }
     for (const std::string& text : options.save)
-        addOnce(outputs, splitBinding(text, "--save").file, "--save " + text + ": the file");
+        addOnce(outputs, placeOf(splitBinding(text, "--save").file),
+                "--save " + text + ": the file");
 }
 
 /// The files around a job, checked before anything runs.

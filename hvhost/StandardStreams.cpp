@@ -57,8 +57,10 @@ private:
 void waitFor(int descriptor, short events, const InterruptWatch& watch)
 {
     pollfd waited{descriptor, events, 0};
-    while (poll(&waited, 1, kLookMilliseconds) <= 0)
+    // The watch is asked first: a stream that is always ready must not keep it from being heard.
+    do
         watch.check();
+    while (poll(&waited, 1, kLookMilliseconds) <= 0);
 }
 
 /// Reads what is there, at most the size of a chunk; 0 at the end.

@@ -10,29 +10,62 @@ namespace {
 
 constexpr double kSecondsPerDay = 86400.0;
 
+/// Beyond it are neither dates nor times, but the infinities of the database and numbers that are
+/// only called so.
+constexpr double kFarthest = 1e12;
+
+bool isInReach(double number)
+{
+    return std::abs(number) < kFarthest;
+}
+
 std::string dateText(double days)
 {
-    const std::chrono::sys_days day{std::chrono::days(static_cast<int>(days))};
+    // The library's years end at 32767; the calendar comes round every 400.
+    constexpr double kDaysOfCycle = 146097;
+    constexpr long long kYearsOfCycle = 400;
+    if (!isInReach(days))
+        return shortestNumber(days);
+    const double cycles = std::floor(days / kDaysOfCycle);
+    const std::chrono::sys_days day{
+        std::chrono::days(static_cast<int>(std::floor(days - cycles * kDaysOfCycle)))};
     const std::chrono::year_month_day date(day);
-    std::array<char, 32> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%04d-%02u-%02u", static_cast<int>(date.year()),
+    std::array<char, 48> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "%04lld-%02u-%02u",
+                  static_cast<int>(date.year()) + static_cast<long long>(cycles) * kYearsOfCycle,
                   static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()));
     return buffer.data();
 }
 
+/// As in ".25"; nothing for a whole second. A microsecond is the least that is told apart.
+std::string fractionText(double fraction)
+{
+    constexpr long kMicroseconds = 1000000;
+    const long count = std::lround(fraction * kMicroseconds);
+    if (count == 0 || count == kMicroseconds)
+        return {};
+    std::array<char, 32> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), ".%06ld", count);
+    const std::string text = buffer.data();
+    return text.substr(0, text.find_last_not_of('0') + 1);
+}
+
 std::string timeText(double seconds)
 {
-    const int whole = static_cast<int>(seconds);
-    std::array<char, 32> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%02d:%02d:%02d", whole / 3600, whole / 60 % 60,
-                  whole % 60);
-    const double fraction = seconds - whole;
-    const std::string text = buffer.data();
-    return fraction > 0 ? text + shortestNumber(std::round(fraction * 1e6) / 1e6).substr(1) : text;
+    if (!isInReach(seconds))
+        return shortestNumber(seconds);
+    const double length = std::abs(seconds);
+    const auto whole = static_cast<long long>(length);
+    std::array<char, 48> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "%s%02lld:%02lld:%02lld", seconds < 0 ? "-" : "",
+                  whole / 3600, whole / 60 % 60, whole % 60);
+    return buffer.data() + fractionText(length - static_cast<double>(whole));
 }
 
 std::string timestampText(double seconds)
 {
+    if (!isInReach(seconds / kSecondsPerDay))
+        return shortestNumber(seconds);
     const double days = std::floor(seconds / kSecondsPerDay);
     return dateText(days) + " " + timeText(seconds - days * kSecondsPerDay);
 }

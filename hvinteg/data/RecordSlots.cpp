@@ -52,19 +52,19 @@ void RecordRules::settle()
     }
 }
 
-RecordSlots::RecordSlots(const RecordSlots& other)
-    : _numbers(other._numbers), _values(other._values)
+RecordSlots::RecordSlots(const RecordSlots& other) : _slots(other._slots)
 {
     // A text stays where the case has it; a number is the copy's own.
-    for (std::size_t i = 0; i < _values.size(); ++i)
-        if (_values[i].pointer == &other._numbers[i])
-            _values[i].pointer = &_numbers[i];
+    for (std::size_t i = 0; i < _slots.size(); ++i)
+        if (_slots[i].pointer == &other._slots[i].number)
+            _slots[i].pointer = &_slots[i].number;
 }
 
 void RecordSlots::clear(std::size_t fields)
 {
-    _numbers.assign(fields, kSystemMissing);
-    _values.assign(fields, Value());
+    _slots.assign(fields, Slot());
+    for (Slot& slot : _slots)
+        slot.pointer = &slot.number;
 }
 
 double RecordSlots::fill(const VEXA_InputCaseIterator& cases, const RecordRules& rules,
@@ -74,19 +74,19 @@ double RecordSlots::fill(const VEXA_InputCaseIterator& cases, const RecordRules&
     // Nobody changes these meanwhile, which the compiler cannot know of a call to the host.
     const std::size_t count = rules.fields.size();
     const RecordField* const fields = rules.fields.data();
-    double* const numbers = _numbers.data();
-    Value* const values = _values.data();
+    Slot* const slots = _slots.data();
     for (std::size_t i = 0; i < count; ++i) {
         const RecordField& field = fields[i];
+        const int column = static_cast<int>(i);
         // Most fields of most datasets, and this is where the time goes.
         if (field.isPlain)
-            values[i] = stored(numbers[i], cases.GetNumericValue(static_cast<int>(i)));
+            slots[i].number = cases.GetNumericValue(column);
         else if (field.isCaseCount)
-            values[i] = stored(numbers[i], static_cast<double>(cases.GetCaseCount()));
+            slots[i].number = static_cast<double>(cases.GetCaseCount());
         else if (field.storage == CFField::String)
-            values[i] = textOf(i, cases, rules);
+            takeText(slots[i], column, cases, rules);
         else
-            values[i] = stored(numbers[i], ruledNumber(i, cases, rules, weight, counts));
+            slots[i].number = ruledNumber(i, cases, rules, weight, counts);
     }
     return weight;
 }
@@ -124,18 +124,17 @@ double RecordSlots::numberOf(std::size_t field, const VEXA_InputCaseIterator& ca
     return kind.storage == CFField::Timestamp ? value - GetBaseDateNumber() : value;
 }
 
-RecordSlots::Value RecordSlots::textOf(std::size_t field, const VEXA_InputCaseIterator& cases,
-                                       const RecordRules& rules)
+void RecordSlots::takeText(Slot& slot, int column, const VEXA_InputCaseIterator& cases,
+                           const RecordRules& rules)
 {
-    const RecordField& kind = rules.fields[field];
-    const int column = static_cast<int>(field);
+    const RecordField& kind = rules.fields[static_cast<std::size_t>(column)];
     const char* text = cases.GetStringValue(column);
     const bool isMissing =
         kind.hasUserMissing && rules.isExcluded(column) && kind.variable->IsUserMissing(text);
-    if (isMissing)
-        return {};
+    slot.number = isMissing ? kSystemMissing : 0;
     // The protocol hands out pointers that nobody writes through.
-    return {const_cast<char*>(text), trimmedLength(text, kind.width, rules.trimsTabs)};
+    slot.pointer = const_cast<char*>(text);
+    slot.length = trimmedLength(text, kind.width, rules.trimsTabs);
 }
 
 double RecordSlots::incremented(double value, const RecordRules& rules) const
@@ -147,6 +146,6 @@ double RecordSlots::incremented(double value, const RecordRules& rules) const
         return hasIncrement ? increment : value;
     if (source == rules.incrementTarget)
         return hasIncrement && value != kSystemMissing ? value + increment : value;
-    const double other = _numbers[static_cast<std::size_t>(source)];
+    const double other = _slots[static_cast<std::size_t>(source)].number;
     return hasIncrement && other != kSystemMissing ? other + increment : other;
 }

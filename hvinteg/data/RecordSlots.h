@@ -63,33 +63,28 @@ public:
     /// The value as the row protocol has it; a missing one is a null pointer of length 0.
     void get(std::size_t field, void*& value, unsigned long long& length) const
     {
-        value = _values[field].pointer;
-        length = _values[field].length;
+        const Slot& slot = _slots[field];
+        const bool isThere = slot.number != kSystemMissing;
+        value = isThere ? slot.pointer : nullptr;
+        length = isThere ? slot.length : 0;
     }
 
 private:
-    /// Where a value is, and how long.
-    struct Value
+    /// A value, where it is and how long. The number of a text only says whether it is there.
+    struct Slot
     {
+        double number = kSystemMissing;
         void* pointer = nullptr;
-        unsigned long long length = 0;
+        unsigned long long length = sizeof(double);
     };
 
-    /// Stores a number in its slot.
-    static Value stored(double& slot, double number)
-    {
-        slot = number;
-        const bool isThere = number != kSystemMissing;
-        return {isThere ? &slot : nullptr, isThere ? sizeof(double) : 0};
-    }
-    static Value textOf(std::size_t field, const VEXA_InputCaseIterator& cases,
-                        const RecordRules& rules);
+    static void takeText(Slot& slot, int column, const VEXA_InputCaseIterator& cases,
+                         const RecordRules& rules);
     double ruledNumber(std::size_t field, const VEXA_InputCaseIterator& cases,
                        const RecordRules& rules, double& weight, CaseCounts* counts) const;
     double numberOf(std::size_t field, const VEXA_InputCaseIterator& cases,
                     const RecordRules& rules) const;
     double incremented(double value, const RecordRules& rules) const;
 
-    std::vector<double> _numbers; ///< of the fields that are no texts
-    std::vector<Value> _values;
+    std::vector<Slot> _slots;
 };

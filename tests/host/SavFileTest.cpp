@@ -295,6 +295,46 @@ TEST(SavFile, ABadFileIsRefusedByItsName)
     EXPECT_EQ(UserOutputCaseFile(nothing).DataSource(), nullptr);
 }
 
+TEST(SavFile, WhoeverWaitsForAFileIsAskedNowAndThen)
+{
+    const ScratchFolder scratch;
+    scratch.put("a.csv", "a;b\n1;2\n");
+    writeSav(scratch.name("s.sav"), {variable("n")}, {{1.0}}, "pass");
+    const auto looksAt = [&](const char* name, const auto& set) {
+        UserCaseFileSpec spec = specOf(scratch.name(name), false, "pass");
+        set(spec);
+        int looks = 0;
+        spec.SetLook([&looks] { ++looks; });
+        const UserInputCaseFile file(spec, nullptr);
+        return looks;
+    };
+    const int plain = looksAt("a.csv", [](auto&) {});
+    EXPECT_GT(plain, 0);
+    EXPECT_GT(looksAt("a.csv", [](auto& spec) { spec.SetCodePage("windows-1252"); }), plain);
+    EXPECT_GT(looksAt("a.csv", [](auto& spec) { spec.SetCsvForm({';', false}); }), plain);
+    EXPECT_GT(looksAt("s.sav", [](auto&) {}), 0);
+
+    struct Stop
+    {
+    };
+    UserCaseFileSpec spec = specOf(scratch.name("a.csv"), false);
+    spec.SetLook([] { throw Stop(); });
+    EXPECT_THROW(UserInputCaseFile(spec, nullptr), Stop);
+}
+
+TEST(ValueLabels, ThousandsAreQuicklySetAndACopyKeepsItsOwn)
+{
+    constexpr int kCount = 100000;
+    VEXA_ValueLabelMap labels;
+    for (int value = 0; value < kCount; ++value)
+        labels.SetLabel(value, std::to_string(value));
+    const VEXA_ValueLabelMap copy = labels;
+    labels.SetLabel(7, "seven");
+    EXPECT_STREQ(labels.GetLabel(7.0), "seven");
+    EXPECT_STREQ(copy.GetLabel(7.0), "7");
+    EXPECT_EQ(copy.size(), kCount);
+}
+
 TEST(SavFile, ADictionaryThatContradictsIsRefused)
 {
     using Bad = std::pair<const char*, const char*>;
@@ -434,6 +474,10 @@ TEST(SavFile, AnotherCodePageReadsWhatItHoldsAndReportsTheRest)
                       {"\x93\x8C\x8B\x9E", "?"}, {"\x82\xC8\x82\xB5", ""}, {"ascii", "?"}}));
         EXPECT_EQ(monitor.ErrorCount(), 2);
         writeSav(scratch.name("j.sav"), {read}, {{"\x93\x8C\x8B\x9E"}});
+        // The second bytes of these two are one letter in two cases.
+        writeSav(scratch.name("k.sav"), {variable("\x83\x41"), variable("\x83\x61")}, {{1.0, 2.0}});
+        const UserInputCaseFile kana(specOf(scratch.name("k.sav"), false), nullptr);
+        EXPECT_EQ(kana.DataSource()->FindVarIndex("\x83\x61", 0), 1);
     }
     // Every text of the other encoding has room, and what is missing stays so.
     const UserInputCaseFile file(specOf(scratch.name("j.sav"), false), nullptr);

@@ -182,6 +182,25 @@ class Agreement(Case):
         self.assertIn('variable "naïve": the encoding windows-1252 cannot hold "é表"', told[0])
         self.assertIn("In all, 12 values", told[10])
 
+    def test_what_a_case_cannot_hold_is_told_and_counted(self):
+        for line, says in (("1," + "x" * 40000, r'variable "b": "x{60}\.\.\." is longer than'),
+                           ("9007199254740993,y", r'variable "a": 9007199254740993 has more digits')):
+            source = self.write("much.csv", f"a,b\n{line}\n")
+            done = self.run_hvhost("convert", source, self.folder / "out.csv", "--force", "--strict", status=5)
+            self.assertRegex(done.stderr, says)
+            self.run_hvhost("convert", source, self.folder / "out.csv", "--force", "--strict", "--direct")
+
+    def test_what_a_column_cannot_be_is_no_reason_to_stop(self):
+        """A missing value with a fraction of whole numbers; a format that shows little of a text."""
+        path = self.parquet("odd.sav", "SELECT 1 AS n, 'abcdef' AS t", dictionary=json.dumps({"variables": [
+            {"name": "n", "missing": {"values": [1.5]}},
+            {"name": "t", "type": "text", "width": 8, "print": {"type": 1, "width": 3},
+             "valueLabels": [{"value": "abcdef", "label": "one"}, {"value": "abcxyz", "label": "two"}]}]}))
+        for road in ROADS.values():
+            self.run_hvhost("convert", path, self.folder / "out.sav", "--force", *road)
+            labels = self.facts(self.folder / "out.sav")["variables"][1]["valueLabels"]
+            self.assertEqual([label["value"] for label in labels], ["abcdef", "abcxyz"])
+
     def test_encodings(self):
         for encoding, text in (("Shift_JIS", "表示,ｶﾅ\n能,1\n"), ("GB18030", "中,𠀀\n€,1\n"),
                                ("windows-1252", "Größe,„x“\n€,1\n"), ("ISO-8859-15", "œ,é\n€,1\n")):

@@ -156,6 +156,13 @@ class Aggregate(Case):
                           for line in lines.splitlines()[3:-1]],
                          [[".", ".", "1"], ["", "20000000", "1"]])
 
+    def test_values_at_the_edge_of_their_kind(self):
+        data = self.write("edge.csv", "t,ts,id\n12:00:00.0001,2020-01-01 00:00:00.25,9223372036854775807\n")
+        result = self.run_hvhost("aggregate", data, "--stat", "max:t:t,max:ts:ts,max:id:id", "--format", "json",
+                                 "--direct")
+        self.assertEqual(json.loads(result.stdout)["rows"], [
+            {"t": "12:00:00.0001", "ts": "2020-01-01 00:00:00.25", "id": 2.0 ** 63}])
+
     def test_wide_tables_continue_in_further_ones(self):
         wanted = ",".join(f"{name}:beak_length_mm" for name in ("mean", "sd", "min", "max", "median"))
         lines = self.run_hvhost("aggregate", PENGUINS, "--by", "island,species", "--stat",

@@ -121,6 +121,10 @@ class Describe(Case):
             self.assertEqual([(group["by"][0]["value"], group["fields"][0]["mean"]) for group in groups],
                              expected)
 
+    def test_numbers_without_a_fraction_may_be_large(self):
+        field = self.fields(self.write("large.csv", "v\n1e18\n1e19\n"))["v"]
+        self.assertEqual((field["minimum"], field["maximum"], field["mean"]), (1e18, 1e19, 5.5e18))
+
     def test_weight(self):
         """Each case stands for so many; those without a positive weight are left out."""
         cases = [(4.5, 2), (1.0, 1), (7.25, 0.5), (3.0, 3), (9.0, 0), (8.0, -1), (6.0, None)]

@@ -47,6 +47,7 @@ FAULTS = [
     ("run spread.hvl --data weather", 2, ["--data weather: no NAME=FILE"]),
     ("run - --data weather=-", 2, ["standard input is read already"]),
     ("run spread.hvl --data weather=weather.csv --data weather=penguins.csv", 2, ["named twice"]),
+    ("run spread.hvl --data weather=weather.csv --save a=o.csv --save b=./o.csv", 2, ["named twice"]),
     ("run spread.hvl --data weather=weather.csv --save none=-", 1, ["--save none=-", '"none"']),
     # Inputs
     ("convert none.csv o.csv", 3, ["none.csv: no such file"]),

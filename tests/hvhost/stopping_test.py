@@ -70,7 +70,9 @@ class Stopping(Case):
         self.assertIn("interrupted", self.stop(process))
 
     def test_time_limit(self):
-        for words in ([self.big, "--derive", f"slow={SLOW}", "--timeout", "1"], ["-", "--timeout", "0.2"]):
+        """In a job; while nothing comes; while more comes than can ever be read."""
+        for words in ([self.big, "--derive", f"slow={SLOW}", "--timeout", "1"], ["-", "--timeout", "0.2"],
+                      ["/dev/zero", "--from", "csv", "--timeout", "0.05"]):
             process = self.start_hvhost("convert", words[0], self.target / "out.csv", *words[1:], stdin=-1)
             process.wait(timeout=60)
             errors = process.communicate()[1]

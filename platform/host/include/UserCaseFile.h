@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -49,6 +50,12 @@ public:
     void SetCodePage(std::string codePage) { _codePage = std::move(codePage); }
     void SetCsvForm(CsvForm form) { _csvForm = form; }
     void SetDeclaresMissing(bool declaresMissing) { _declaresMissing = declaresMissing; }
+    /// Hears of values that a case cannot hold as they are, from whatever reads the cases without a
+    /// monitor of its own. Borrowed, and lives as long as the file.
+    void SetMonitor(ErrorMonitor* monitor) { _monitor = monitor; }
+    /// Called now and then while the file is opened, which takes long for a large one. What it
+    /// throws ends that, and passes.
+    void SetLook(std::function<void()> look) { _look = std::move(look); }
 
     const std::string& GetName() const { return _name; }
     bool IsForOutput() const { return _forOutput; }
@@ -59,6 +66,12 @@ public:
     const std::string& GetCodePage() const { return _codePage; }
     const CsvForm& GetCsvForm() const { return _csvForm; }
     bool DeclaresMissing() const { return _declaresMissing; }
+    ErrorMonitor* GetMonitor() const { return _monitor; }
+    void Look() const
+    {
+        if (_look)
+            _look();
+    }
 
 private:
     std::string _name;
@@ -69,6 +82,8 @@ private:
     std::string _codePage;
     CsvForm _csvForm;
     bool _declaresMissing = true;
+    ErrorMonitor* _monitor = nullptr;
+    std::function<void()> _look;
 };
 
 /// A data file that is open for reading. Its cases are streamed: memory does not grow with the

@@ -48,6 +48,6 @@ private:
     void set(std::vector<OBS> value, std::string label);
     bool isLess(const std::vector<OBS>& left, const std::vector<OBS>& right) const;
 
-    std::shared_ptr<const Data> _data;
+    std::shared_ptr<Data> _data;
     std::size_t _next = 0;
 };

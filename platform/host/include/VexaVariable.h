@@ -44,9 +44,10 @@ public:
     const std::string& GetPreferredLabel() const { return _label.empty() ? _name : _label; }
     /// 0 for a numeric variable, the width in bytes for a string variable.
     int GetType() const { return _type; }
-    /// The print format, as the dictionary has it, and in full where the two differ.
+    /// The print format as the dictionary has it; and in full, which shows the whole of a text, be
+    /// the format ever so narrow.
     const VEXA_Format& GetFormat() const { return _format; }
-    const VEXA_Format& GetFormatEx() const { return _format; }
+    VEXA_Format GetFormatEx() const;
     const VEXA_Format& GetWriteFormat() const { return _writeFormat; }
     MeasurementLevel GetMeasurementLevel() const { return _level; }
     /// As in VEXA_Role.

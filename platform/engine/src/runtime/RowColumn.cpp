@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "CFDatum.h"
 #include "DataFileNames.h"
 #include "datafile/Utf8.h"
 
@@ -23,7 +24,7 @@ std::string numberText(double value)
         return "not a number (NaN)";
     if (std::isinf(value))
         return value > 0 ? "infinite" : "minus infinite";
-    return std::to_string(value);
+    return CFDatum(value).ToString(-1);
 }
 
 } // namespace

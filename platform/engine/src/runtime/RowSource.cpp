@@ -75,7 +75,6 @@ std::size_t RowSource::pull(std::vector<RowColumn>& columns, std::size_t capacit
 
 bool RowSource::readRecord(std::vector<RowColumn>& columns, std::size_t row)
 {
-    std::string problem;
     for (RowColumn& column : columns) {
         void* value = nullptr;
         unsigned long long length = 0;
@@ -86,12 +85,12 @@ bool RowSource::readRecord(std::vector<RowColumn>& columns, std::size_t row)
             column.setMissing(row);
             continue;
         }
-        if (column.set(row, value, length, problem))
+        if (column.set(row, value, length, _problem))
             continue;
         _failure.emplace(errors::kIteratorValue,
                          "read: field \"" + _fields[column.fieldIndex()].GetName() +
                              "\" of the row iterator \"" + _name + "\", record " +
-                             std::to_string(_records + 1) + ": " + problem);
+                             std::to_string(_records + 1) + ": " + _problem);
         return false;
     }
     return true;

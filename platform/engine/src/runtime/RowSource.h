@@ -56,6 +56,7 @@ private:
     std::uint64_t _records = 0;
     bool _ended = false;
     std::optional<JobError> _failure;
+    std::string _problem; ///< of a value; a member, so that no record makes one
 };
 
 } // namespace EmbeddedHV

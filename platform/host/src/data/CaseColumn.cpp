@@ -12,6 +12,15 @@ namespace {
 constexpr double kMicroseconds = 1e6;
 constexpr double kSecondsPerDay = 86400;
 
+/// Enough of a text, in UTF-8, to know it by.
+std::string beginningOf(std::string_view text)
+{
+    constexpr std::size_t kEnough = 60;
+    if (text.size() <= kEnough)
+        return std::string(text);
+    return std::string(text.substr(0, wholeCharacters(text, kEnough, nullptr))) + "...";
+}
+
 } // namespace
 
 CaseColumn::CaseColumn(CFField::StorageType storage, int width, std::string name,
@@ -35,6 +44,25 @@ void CaseColumn::loadNumbers(duckdb_vector vector, std::size_t rows, Convert con
                 _values[row].number = kSystemMissing;
 }
 
+/// Integers that no number of the host is: those of identifiers may be.
+void CaseColumn::tellRounded(duckdb_vector vector, std::size_t rows, ErrorMonitor& monitor) const
+{
+    constexpr std::int64_t kTwoTo53 = 9007199254740992;
+    constexpr double kTwoTo63 = 9223372036854775808.0;
+    const auto* data = static_cast<const std::int64_t*>(duckdb_vector_get_data(vector));
+    std::uint64_t* validity = duckdb_vector_get_validity(vector);
+    for (std::size_t row = 0; row < rows; ++row) {
+        const std::int64_t value = data[row];
+        if (value >= -kTwoTo53 && value <= kTwoTo53)
+            continue;
+        const auto number = static_cast<double>(value);
+        const bool isExact = number < kTwoTo63 && static_cast<std::int64_t>(number) == value;
+        if (!isExact && (!validity || duckdb_validity_row_is_valid(validity, row)))
+            monitor.Report("variable \"" + _name + "\": " + std::to_string(value) +
+                           " has more digits than a number of the host and was rounded");
+    }
+}
+
 /// Most numbers of most datasets stand in the database as they do in a case: no copy then.
 void CaseColumn::loadReals(duckdb_vector vector, std::size_t rows)
 {
@@ -56,8 +84,11 @@ void CaseColumn::load(duckdb_vector vector, std::size_t rows, ErrorMonitor* moni
     const double base = GetBaseDateNumber();
     switch (_storage) {
     case CFField::Integer:
-        return loadNumbers<std::int64_t>(
-            vector, rows, [](std::int64_t value) { return static_cast<double>(value); });
+        loadNumbers<std::int64_t>(vector, rows,
+                                  [](std::int64_t value) { return static_cast<double>(value); });
+        if (monitor)
+            tellRounded(vector, rows, *monitor);
+        return;
     case CFField::Date:
         return loadNumbers<std::int32_t>(
             vector, rows, [base](std::int32_t days) { return base + days * kSecondsPerDay; });
@@ -98,14 +129,14 @@ void CaseColumn::put(std::size_t row, std::string_view text, ErrorMonitor* monit
     if (_page && !isAscii(text)) {
         if (!_page->fromUtf8(text, _converted) && monitor)
             monitor->Report("variable \"" + _name + "\": the encoding " + _page->name() +
-                            " cannot hold \"" + std::string(original) + "\"");
+                            " cannot hold \"" + beginningOf(original) + "\"");
         text = _converted;
     }
     const auto most = static_cast<std::size_t>(_width);
     if (trimmedLength(text) > most) {
         text = text.substr(0, wholeCharacters(text, most, _page.get()));
         if (monitor)
-            monitor->Report("variable \"" + _name + "\": \"" + std::string(original) +
+            monitor->Report("variable \"" + _name + "\": \"" + beginningOf(original) +
                             "\" is longer than the variable is wide and was cut");
     }
     putText(&_values[row * _units], _units, text);

@@ -21,13 +21,16 @@ public:
 
     /// Takes the values over from the database. The monitor may be null.
     void load(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor);
-    /// Lasts, as the database's vector may be read in place, until the vector is gone.
-    const OBS* at(std::size_t row) const { return _first + row * _units; }
+    /// The value of the first case, each other one `units` further on. They last, as the database's
+    /// vector may be read in place, until the vector is gone.
+    const OBS* first() const { return _first; }
+    std::size_t units() const { return _units; }
 
 private:
     template <class T, class Convert>
     void loadNumbers(duckdb_vector vector, std::size_t rows, Convert convert);
     void loadReals(duckdb_vector vector, std::size_t rows);
+    void tellRounded(duckdb_vector vector, std::size_t rows, ErrorMonitor& monitor) const;
     void makeRoom(std::size_t rows);
     void loadTexts(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor);
     void put(std::size_t row, std::string_view text, ErrorMonitor* monitor);

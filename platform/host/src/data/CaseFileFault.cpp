@@ -32,5 +32,11 @@ ErrorText errorTextOf(const std::string& path, const std::string& what,
          {"No space left on device", "File too large", "Disk quota exceeded"})
         if (text.find(full) != std::string::npos)
             return ErrorText(path + ": there is no room left for the file");
+    if (text.find("reached an invalid state") != std::string::npos)
+        return ErrorText(path + ": this is not a CSV file, or its lines end in two ways");
+    // The second is how faults inside of the database's reader show.
+    if (text.find("Failed to read file \"") != std::string::npos ||
+        text.starts_with("Invalid Error: "))
+        return ErrorText(path + ": " + what + ": the file is damaged");
     return ErrorText(path + ": " + what + ": " + text.substr(0, text.find('\n')));
 }

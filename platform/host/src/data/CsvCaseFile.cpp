@@ -25,9 +25,10 @@ constexpr std::size_t kBlock = std::size_t{256} * 1024;
 class Utf8Copy
 {
 public:
-    Utf8Copy(const std::string& path, const CodePage& page)
-        : _path(path), _page(page), _target(std::make_shared<datafile::ScratchFile>(
-                                        datafile::nativePath(hostToUtf8(GetVexaTempPath()))))
+    Utf8Copy(const UserCaseFileSpec& spec, const std::string& path, const CodePage& page)
+        : _spec(spec), _path(path), _page(page),
+          _target(std::make_shared<datafile::ScratchFile>(
+              datafile::nativePath(hostToUtf8(GetVexaTempPath()))))
     {
     }
 
@@ -44,6 +45,7 @@ private:
                         ": the file cannot be read: " + std::generic_category().message(errno));
     }
 
+    const UserCaseFileSpec& _spec;
     const std::string& _path;
     const CodePage& _page;
     std::shared_ptr<datafile::ScratchFile> _target;
@@ -61,6 +63,7 @@ std::shared_ptr<datafile::ScratchFile> Utf8Copy::make()
     std::string block(kBlock, '\0');
     ssize_t got = 0;
     while ((got = source.readUpTo(block.data(), block.size())) > 0) {
+        _spec.Look();
         pending.append(block.data(), static_cast<std::size_t>(got));
         const std::size_t lines = pending.rfind('\n') + 1;
         write(std::string_view(pending).substr(0, lines));
@@ -129,11 +132,15 @@ void refuseRecords(const datafile::CsvProfile& profile, const std::string& path)
 }
 
 /// What the records at `readable` look like; what is wrong with them is said of `path`.
-datafile::CsvProfile profileOf(const std::string& readable, const std::string& path, bool hasHeader)
+datafile::CsvProfile profileOf(const std::string& readable, const std::string& path,
+                               const UserCaseFileSpec& spec)
 try {
-    datafile::CsvProfile profile(readable, hasHeader);
+    datafile::CsvProfile profile(readable, spec.HasHeader());
     profile.measure();
-    profile.read(UINT64_MAX);
+    profile.read(UINT64_MAX, [&spec] {
+        spec.Look();
+        return true;
+    });
     refuseRecords(profile, path);
     return profile;
 } catch (const datafile::Fault& fault) {
@@ -158,15 +165,15 @@ CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path)
             throw ErrorText("the encoding " + spec.GetCodePage() + " is not known");
         source.encoding = page->name();
         if (!page->isUtf8()) {
-            relation->scratch = Utf8Copy(path, *page).make();
+            relation->scratch = Utf8Copy(spec, path, *page).make();
             readable = relation->scratch->path();
         }
     }
     if (!spec.GetCsvForm().isPlain()) {
-        relation->scratch = plainCopy(readable, path, spec.GetCsvForm());
+        relation->scratch = plainCopy(readable, path, spec);
         readable = relation->scratch->path();
     }
-    const datafile::CsvProfile profile = profileOf(readable, path, spec.HasHeader());
+    const datafile::CsvProfile profile = profileOf(readable, path, spec);
     std::vector<VEXA_Variable> variables;
     for (std::size_t i = 0; i < profile.names().size(); ++i) {
         source.fields.push_back(datafile::plainField(profile.names()[i], profile.storageOf(i)));

@@ -140,14 +140,14 @@ void PlainText::endField()
 } // namespace
 
 std::shared_ptr<datafile::ScratchFile> plainCopy(const std::string& path, const std::string& name,
-                                                 const CsvForm& form)
+                                                 const UserCaseFileSpec& spec)
 {
     const datafile::FileDescriptor source(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!source)
         fail(name + ": the file cannot be read");
     auto target = std::make_shared<datafile::ScratchFile>(
         datafile::nativePath(hostToUtf8(GetVexaTempPath())));
-    PlainText text(form);
+    PlainText text(spec.GetCsvForm());
     const auto flush = [&] {
         if (!target->write(text.done()))
             fail(name + ": no copy with commas can be made");
@@ -157,6 +157,7 @@ std::shared_ptr<datafile::ScratchFile> plainCopy(const std::string& path, const 
     bool isFirst = true;
     ssize_t got = 0;
     while ((got = source.readUpTo(block.data(), block.size())) > 0) {
+        spec.Look();
         std::string_view piece(block.data(), static_cast<std::size_t>(got));
         if (std::exchange(isFirst, false) && piece.starts_with(kByteOrderMark))
             piece.remove_prefix(kByteOrderMark.size());

@@ -64,8 +64,9 @@ void ParquetOpening::unseal()
         return;
     if (_spec.GetPassword().empty())
         throw ErrorText(_path + ": the file is sealed with a password, and none is given");
-    _relation->scratch = datafile::openSealed(
-        _path, _spec.GetPassword(), datafile::nativePath(hostToUtf8(GetVexaTempPath())), {});
+    _relation->scratch = datafile::openSealed(_path, _spec.GetPassword(),
+                                              datafile::nativePath(hostToUtf8(GetVexaTempPath())),
+                                              [this] { _spec.Look(); });
     _readable = _relation->scratch->path();
 }
 

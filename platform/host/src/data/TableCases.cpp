@@ -61,7 +61,8 @@ VEXA_InputCaseIterator* TableCases::MakeProjectedIterator(const std::vector<int>
         buffers.emplace_back(_relation->columns[static_cast<std::size_t>(column)].storage,
                              variable.GetType(), hostToUtf8(variable.GetName()), hostCodePage());
     }
-    return std::make_unique<TableCaseIterator>(_relation, columns, std::move(buffers), monitor)
+    return std::make_unique<TableCaseIterator>(_relation, columns, std::move(buffers),
+                                               monitor ? monitor : _monitor)
         .release();
 }
 
@@ -69,8 +70,10 @@ TableCaseIterator::TableCaseIterator(std::shared_ptr<const Relation> relation,
                                      const std::vector<int>& columns,
                                      std::vector<CaseColumn> buffers, ErrorMonitor* monitor)
     : _relation(std::move(relation)), _connection(connectToHostDatabase()),
-      _buffers(std::move(buffers)), _monitor(monitor)
+      _buffers(std::move(buffers)), _values(_buffers.size()), _monitor(monitor)
 {
+    for (const CaseColumn& buffer : _buffers)
+        _units.push_back(buffer.units());
     try {
         duck::Prepared statement(*_connection, selectOf(*_relation, columns));
         _result = std::make_unique<duck::Result>(statement.stream());
@@ -96,14 +99,19 @@ bool TableCaseIterator::fetch()
     _rows = _chunk ? _chunk.rows() : 0;
     if (!_chunk)
         _result.reset();
-    for (std::size_t i = 0; i < _buffers.size() && _rows > 0; ++i)
+    for (std::size_t i = 0; i < _buffers.size() && _rows > 0; ++i) {
         _buffers[i].load(_chunk.column(i), _rows, _monitor);
+        _values[i] = _buffers[i].first();
+    }
     return _rows > 0;
 }
 
 int TableCaseIterator::NextCase()
 {
-    if (++_row >= _rows && !fetch())
+    if (++_row < _rows)
+        for (std::size_t i = 0; i < _values.size(); ++i)
+            _values[i] += _units[i];
+    else if (!fetch())
         return 0;
     ++_count;
     return 1;

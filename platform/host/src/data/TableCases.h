@@ -15,6 +15,8 @@ public:
     /// One variable for each column of the relation.
     TableCases(std::vector<VEXA_Variable> variables, std::shared_ptr<const Relation> relation);
 
+    /// Hears of what goes wrong with values where a reader names no monitor; borrowed.
+    void setMonitor(ErrorMonitor* monitor) { _monitor = monitor; }
     void setWeight(int column) { _weight = column; }
     void setSplit(std::vector<int> columns) { _split = std::move(columns); }
 
@@ -30,6 +32,7 @@ public:
 private:
     std::vector<VEXA_Variable> _variables;
     std::shared_ptr<const Relation> _relation;
+    ErrorMonitor* _monitor = nullptr;
     int _weight = -1;
     std::vector<int> _split;
 };
@@ -47,7 +50,7 @@ public:
     const char* GetStringValue(int column) const override { return GetObsPointer(column)->text; }
     const OBS* GetObsPointer(int column) const override
     {
-        return _buffers[static_cast<std::size_t>(column)].at(_row);
+        return _values[static_cast<std::size_t>(column)];
     }
     long long GetCaseCount() const override { return _count; }
 
@@ -59,6 +62,8 @@ private:
     std::unique_ptr<datafile::duck::Result> _result;
     datafile::duck::Chunk _chunk;
     std::vector<CaseColumn> _buffers;
+    std::vector<const OBS*> _values; ///< the present case's, in the buffers
+    std::vector<std::size_t> _units; ///< from one case's value to the next one's
     ErrorMonitor* _monitor;
     std::size_t _rows = 0;
     std::size_t _row = 0;

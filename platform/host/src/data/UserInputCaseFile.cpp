@@ -51,6 +51,7 @@ UserInputCaseFile::UserInputCaseFile(const UserCaseFileSpec& spec, ProcedureData
     if (spec.GetName().empty() || spec.IsForOutput())
         return;
     _impl->source = openCaseFile(spec);
+    _impl->source.cases->setMonitor(spec.GetMonitor());
     _impl->procedure = procedure;
     if (procedure)
         procedure->SetDataset(_impl->source.cases.get());

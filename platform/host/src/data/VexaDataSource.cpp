@@ -10,12 +10,10 @@ VEXA_InputCaseIterator::~VEXA_InputCaseIterator() = default;
 
 int VEXA_DataSource::FindVarIndex(const std::string& name, int firstColumn) const
 {
-    const std::u16string wanted = foldedName(name);
-    for (int column = std::max(firstColumn, 0); column < ColumnCount(); ++column) {
-        const std::string& known = GetVariable(column).GetName();
-        if (known == name || foldedName(known) == wanted)
+    const WantedName wanted(name);
+    for (int column = std::max(firstColumn, 0); column < ColumnCount(); ++column)
+        if (wanted.is(GetVariable(column).GetName()))
             return column;
-    }
     return -1;
 }
 

@@ -34,15 +34,17 @@ const VEXA_ValueLabelMap::Entry* VEXA_ValueLabelMap::find(const std::vector<OBS>
 
 void VEXA_ValueLabelMap::set(std::vector<OBS> value, std::string label)
 {
-    auto changed = std::make_shared<Data>(*_data);
+    // A copy for each of many thousand labels would take minutes.
+    if (_data.use_count() > 1)
+        _data = std::make_shared<Data>(*_data);
+    std::vector<Entry>& entries = _data->entries;
     const auto place = std::lower_bound(
-        changed->entries.begin(), changed->entries.end(), value,
+        entries.begin(), entries.end(), value,
         [&](const Entry& entry, const std::vector<OBS>& key) { return isLess(entry.value, key); });
-    if (place != changed->entries.end() && !isLess(value, place->value))
+    if (place != entries.end() && !isLess(value, place->value))
         place->label = std::move(label);
     else
-        changed->entries.insert(place, {std::move(value), std::move(label)});
-    _data = std::move(changed);
+        entries.insert(place, {std::move(value), std::move(label)});
 }
 
 void VEXA_ValueLabelMap::SetLabel(double value, std::string label)

@@ -42,6 +42,13 @@ void VEXA_Variable::SetFormat(const VEXA_Format& format)
     _format = format;
 }
 
+VEXA_Format VEXA_Variable::GetFormatEx() const
+{
+    VEXA_Format full = _format;
+    full.width = std::max(full.width, static_cast<std::uint16_t>(_type));
+    return full;
+}
+
 void VEXA_Variable::NewID()
 {
     _id = nextId();

@@ -1,5 +1,7 @@
 #include "text/NameCase.h"
 
+#include <algorithm>
+
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 
@@ -17,4 +19,21 @@ std::u16string foldedName(const std::string& name)
                       static_cast<int32_t>(units.size()), U_FOLD_CASE_DEFAULT, &status);
     folded.resize(U_SUCCESS(status) ? static_cast<std::size_t>(length) : 0);
     return folded;
+}
+
+WantedName::WantedName(const std::string& name)
+    : _name(name), _folded(foldedName(name)), _isAscii(isAscii(name))
+{
+}
+
+bool WantedName::is(const std::string& other) const
+{
+    // Byte by byte, letters are letters in ASCII alone: elsewhere one may be half a character.
+    if (!_isAscii || !isAscii(other))
+        return other == _name || foldedName(other) == _folded;
+    const auto lower = [](char letter) {
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    };
+    return std::equal(_name.begin(), _name.end(), other.begin(), other.end(),
+                      [&](char left, char right) { return lower(left) == lower(right); });
 }
