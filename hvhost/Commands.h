@@ -111,8 +111,10 @@ struct MapOptions
 struct MapInfoOptions
 {
     MapOptions map;
-    std::string format = "text"; ///< text, csv or json
-    long long width = 0;         ///< as above
+    std::string format; ///< text, csv, json or html; empty: by the name of the output, else text
+    std::string output; ///< empty for standard output
+    bool force = false;
+    long long width = 0; ///< as above
     bool showDataModel = false;
 };
 /// What is known of a source of geometry.

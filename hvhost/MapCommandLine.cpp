@@ -76,9 +76,18 @@ void MapCommandLine::addInfo(CLI::App& map, CommonOptions& common)
 {
     CLI::App* const app = command(map, "info", "Tell what is known of a source of geometry.",
                                   "  hvhost map info islands.shp\n"
-                                  "  hvhost map info islands.shp --format json\n");
+                                  "  hvhost map info islands.shp --format json\n"
+                                  "  hvhost map info islands.shp -o islands.html\n");
     addMap(*app, _info.map);
-    addFormat(*app, _info.format);
+    app->add_option("--format", _info.format,
+                    "How it is shown: html is a page with the map; by the\nname of a file that "
+                    "ends in .csv, .json or .html,\nelse text")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"text", "csv", "json", "html"}));
+    app->add_option("-o", _info.output, "Write it to this file")
+        ->type_name("FILE")
+        ->check(notEmpty());
+    app->add_flag("--force", _info.force, "Replace an existing file");
     addWidth(*app, _info.width);
     app->add_flag("--data-model", _info.showDataModel, "Show the data model document instead");
     addCommonOptions(*app, common);

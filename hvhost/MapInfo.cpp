@@ -6,10 +6,14 @@
 #include "CFMetaData.h"
 #include "CommandFault.h"
 #include "Commands.h"
+#include "FileServices.h"
 #include "InterruptWatch.h"
+#include "MapPage.h"
 #include "MapSession.h"
+#include "OutputShown.h"
+#include "ReadableFile.h"
 #include "ResultTable.h"
-#include "StandardStreams.h"
+#include "ShownResult.h"
 #include "TextTable.h"
 #include "bridge/JNIHvlProgram.h"
 #include "geo/HVInteractiveSTEM.h"
@@ -209,21 +213,59 @@ std::string shownFields(const std::string& xml, const std::string& name, const T
     return out.str();
 }
 
+/// The shapes as GeoJSON, in the system that they are in; empty for a source without shapes.
+std::string geoJsonOf(MapSession& session, const MapInput& map, const CFMetaData& model)
+{
+    if (shapesOf(model) == nullptr)
+        return {};
+    const HVSimpleFile shapes("map.geojson", false, true);
+    const HVSimpleFile fields("map.xml", false, true);
+    const std::string path = nativePath(shapes.GetGenericPath());
+    const std::string modelPath = nativePath(fields.GetGenericPath());
+    session.perform(
+        [&](HVInteractiveSTEM& maps) {
+            return map.isService()
+                       ? maps.getServiceGeoJSON("", 0, "", 0, map.location(), *map.layer(),
+                                                modelPath, path)
+                       : maps.getShapeGeoJSON("", 0, "", 0, map.location(), modelPath, path);
+        },
+        map.name(), map.origin());
+    std::string text;
+    if (!FetchFile::fetch(shapes.GetGenericPath(), text))
+        throw CommandFault(ExitStatus::JobFailed, map.name() + ": its shapes cannot be read back");
+    return text;
+}
+
+void showPage(MapSession& session, const MapInput& map, const std::string& xml,
+              const ShownResult& result)
+{
+    const CFMetaData model(xml);
+    std::ostringstream remarks;
+    if (const CFField* const shapes = shapesOf(model))
+        printShapes(*shapes, remarks);
+    const auto output = mapOutput(session.host(), {map.name(), fieldTable(model), remarks.str(),
+                                                   geoJsonOf(session, map, model)});
+    result.deliver([&](std::ostream& out) {
+        writeOutput(*output, {"html", result.isFile()}, out);
+    });
+}
+
 } // namespace
 
 void mapInfo(const MapInfoOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
-    const TableLook look{options.format, textWidth(options.width, options.format)};
-    const MapInput map(options.map, options.showDataModel);
+    const ShownResult result(options.output, options.force, watch);
+    const std::string format = formOf(options.format, options.output, {"csv", "json", "html"});
+    const TableLook look{format, textWidth(options.width, format, result.isFile())};
+    const bool isPage = format == "html" && !options.showDataModel;
+    const MapInput map(options.map, options.showDataModel || isPage);
     MapSession session("info", common, watch);
-    std::string text;
-    if (map.isService() && !map.layer()) {
-        text = shownLayers(session, map, look);
-    } else {
-        const std::string model = dataModelOf(session, map);
-        text = options.showDataModel ? model : shownFields(model, map.name(), look);
-    }
-    printToStandardOutput(text, watch);
+    if (map.isService() && !map.layer())
+        result.deliver(shownLayers(session, map, look));
+    else if (const std::string model = dataModelOf(session, map); isPage)
+        showPage(session, map, model, result);
+    else
+        result.deliver(options.showDataModel ? model : shownFields(model, map.name(), look));
     session.host().finish();
 }

@@ -261,7 +261,7 @@ class Rest(Case):
         shutil.copytree(DATA, place)
         for command, count in (
                 ("convert", 3), ("aggregate", 2), ("describe", 3), ("render", 2), ("run", 2), ("score", 3), ("doctor", 1),
-                ("map info", 2), ("map convert", 2), ("map points", 2), ("map match", 2)):
+                ("map info", 3), ("map convert", 2), ("map points", 2), ("map match", 2)):
             text = self.run_hvhost(*command.split(), "--help").stdout
             self.assertLessEqual(max(map(len, text.splitlines())), 84)
             examples = re.findall(r"(?m)^  hvhost (.*)$", text)

@@ -32,6 +32,17 @@ class MapTest(Case):
         self.assertEqual(packed["fields"], told["fields"])
         self.assertIn("<DataModel", self.run_hvhost("map", "info", ISLANDS, "--data-model").stdout)
 
+    def test_info_as_a_page_shows_the_map(self):
+        out = self.folder / "islands.html"
+        self.run_hvhost("map", "info", ISLANDS, "-o", out)
+        page = out.read_text(encoding="utf-8")
+        self.assertEqual(page.count("<path d="), 4)
+        self.assertIn("KEY: Torgersen", page)
+        self.assertRegex(page, r"WGS 84 \(4326\), geographic")
+        self.assertRegex(page, r"<th[^>]*><bdi>KEY</bdi></th><td[^>]*><bdi>string</bdi></td>")
+        self.run_hvhost("map", "info", ISLANDS, "-o", out, status=2)
+        self.run_hvhost("map", "info", "http://127.0.0.1:9/none", "--format", "html", status=2)
+
     def test_convert_writes_a_map_in_another_system(self):
         out = self.folder / "out.geojson"
         self.run_hvhost("map", "convert", ISLANDS, out, "--out-data-model", self.folder / "out.xml")

@@ -69,6 +69,14 @@ class Render(Case):
         self.assertIn("Mean\n┌", german)
         self.assertNotIn("unseen", german)
 
+    def test_a_map_is_drawn_on_the_page(self):
+        out = self.folder / "islands.html"
+        self.run_hvhost("render", DATA / "islands.json", "--order", DATA / "islands-order.json", "-o", out)
+        page = out.read_text(encoding="utf-8")
+        for part in ("<title>Biscoe\nMean mass (g): 4716</title>", "<title>Anvers\nMean mass (g): No data</title>",
+                     "<title>Torgersen\nPenguins: 52</title>", "url(#c1-hatch)"):
+            self.assertIn(part, page)
+
     def test_faults_name_the_key_or_the_place(self):
         for order, fault in (
                 ({"objects": [{"titel": "x"}]}, r"order\.json: objects\[0\]\.titel: .*\n  hint: did you mean title"),

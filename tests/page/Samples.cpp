@@ -116,15 +116,55 @@ void addLayers(TnHeading& heading)
     }
 }
 
-void addChart(TnHeading& heading, const std::string& title, const std::string& specification)
+void addChart(TnHeading& heading, const std::string& title, const std::string& specification,
+              const std::string& geoJson = {})
 {
     xGlyph chart(heading);
     ChartString description;
     description.assignUTF8(title);
     chart.SetDescription(description);
     chart.setViZJSONTemplate(R"({"0":{"fields":[]},"1":)" + specification + "}");
+    if (!geoJson.empty())
+        chart.addGeoJSON("land", geoJson);
     chart.sendChart();
 }
+
+/// A block of fields, each at most six, each an area called by a letter.
+std::string fields(int columns, int rows)
+{
+    std::string features;
+    for (int at = 0; at < columns * rows; ++at) {
+        const auto corner = [&](int right, int up) {
+            return "[" + std::to_string(at % columns + right) + "," +
+                   std::to_string(at / columns + up) + "]";
+        };
+        features += (at > 0 ? "," : "") +
+                    (R"({"type":"Feature","properties":{"KEY":")" + std::string(1, "ABCDEF"[at])) +
+                    R"("},"geometry":{"type":"Polygon","coordinates":[[)" + corner(0, 0) + "," +
+                    corner(1, 0) + "," + corner(1, 1) + "," + corner(0, 1) + "]]}}";
+    }
+    return R"({"type":"FeatureCollection","features":[)" + features + "]}";
+}
+
+/// Field C has no row, and row Z no field.
+const std::string kMap = R"({
+  "description": "Trees of each field, and where the wells are.",
+  "parameters": [{"externalSource": "land"}],
+  "layer": [
+    {"data": {"values": [{"field": "A", "trees": 12}, {"field": "B", "trees": 47},
+      {"field": "D", "trees": 31}, {"field": "E", "trees": 8}, {"field": "F", "trees": 25},
+      {"field": "Z", "trees": 1}]},
+     "transform": [{"lookup": "field", "from": {"data": {"name": "land"}, "key": "properties.KEY"},
+       "as": "geo"}],
+     "mark": "geoshape",
+     "encoding": {"shape": {"field": "geo", "type": "geojson"},
+       "color": {"field": "trees", "type": "quantitative", "title": "Trees"}}},
+    {"data": {"values": [{"well": "north", "x": 0.5, "y": 1.5, "depth": 20, "kind": "dug"},
+      {"well": "south", "x": 2.2, "y": 0.4, "depth": 5, "kind": "drilled"}]},
+     "mark": "circle",
+     "encoding": {"longitude": {"field": "x"}, "latitude": {"field": "y"},
+       "size": {"field": "depth", "type": "quantitative", "title": "Depth"},
+       "color": {"field": "kind", "type": "nominal", "title": "Well"}}}]})";
 
 const std::string kBars = R"({
   "$schema": "https://vega.github.io/schema/vega-lite/v6.json",
@@ -205,6 +245,11 @@ void writeHostile()
              R"X({"mark": {"type": "point", "href": "javascript:alert(3)"},
                   "encoding": {"x": {"field": "</script>", "type": "nominal"}},
                   "data": {"values": [{"</script>": "\u2028<img src=x onerror=alert(4)>"}]}})X");
+    addChart(procedure, "land",
+             R"({"mark": "geoshape", "data": {"name": "land"},
+                 "encoding": {"color": {"field": "properties.a", "type": "nominal"}}})",
+             R"({"features": [{"properties": {"a": "</title></svg><img src=x onerror=alert(5)>"},
+                 "geometry": {"type": "Point", "coordinates": [0, 0]}}]})");
     addChart(procedure, "deep", std::string(100000, '[') + std::string(100000, ']'));
 }
 
@@ -212,6 +257,12 @@ void writePlain()
 {
     TnProcedure procedure("Plain");
     addStatistics(procedure);
+}
+
+void writeMap()
+{
+    TnProcedure procedure("Orchard");
+    addChart(procedure, "Trees and Wells", kMap, fields(3, 2));
 }
 
 /// Puts a number into the cell where the open categories meet.
@@ -284,11 +335,9 @@ void writeLarge()
 
 int main(int argc, char** argv)
 {
-    const std::map<std::string, void (*)()> kinds = {{"sample", writeSample},
-                                                     {"hostile", writeHostile},
-                                                     {"plain", writePlain},
-                                                     {"shapes", writeShapes},
-                                                     {"large", writeLarge}};
+    const std::map<std::string, void (*)()> kinds = {
+        {"sample", writeSample}, {"hostile", writeHostile}, {"map", writeMap},
+        {"plain", writePlain},   {"shapes", writeShapes},   {"large", writeLarge}};
     if (argc != 3 || kinds.count(argv[1]) == 0) {
         std::cerr << "usage: page_samples KIND FILE\n";
         return 2;

@@ -173,9 +173,44 @@ class Charts(unittest.TestCase):
         for (note, text), expected in zip(shown, [
                 ("cannot be read", "<script>alert(1)"), ("of a kind", "<script>alert(2)"),
                 ("cannot be drawn", "<b>kept</b>"), ("outside of this page", "fetching"),
-                ("", "onerror=alert(4)"), ("cannot be read", "[[[[")]):
+                ("", "onerror=alert(4)"), ("", "onerror=alert(5)"), ("cannot be read", "[[[[")]):
             self.assertIn(expected[0], note)
             self.assertIn(expected[1], text)
+
+
+class Maps(unittest.TestCase):
+    def test_a_map_is_there_without_a_script(self):
+        self.assertLess(os.path.getsize(file_of("map")), 60_000)
+        page = opened("map", scripting=False)
+        self.assertEqual(page.complaints(), [])
+        areas = page.evaluate("""[...document.querySelectorAll(".map > svg > g")].map((area) => {
+            const shape = area.querySelector("path, circle");
+            const box = shape.getBoundingClientRect();
+            return [area.querySelector("title").textContent, Math.round(box.width),
+                    getComputedStyle(shape).fill]; })""")
+        self.assertEqual([title for title, *_ in areas], [
+            "A\nTrees: 12", "B\nTrees: 47", "C\nTrees: No data", "D\nTrees: 31", "E\nTrees: 8",
+            "F\nTrees: 25", "north\nWell: dug\nDepth: 20", "south\nWell: drilled\nDepth: 5"])
+        for _, width, fill in areas[:6]:
+            self.assertAlmostEqual(width, 200, delta=8)
+        self.assertIn("-hatch", areas[2][2])
+        self.assertEqual(len({fill for _, _, fill in areas}), 8)
+        legends = page.evaluate("[...document.querySelectorAll('.legend')].map((l) => l.innerText)")
+        self.assertEqual([text.split() for text in legends], [
+            ["Trees", "0", "–", "10", "10", "–", "20", "20", "–", "30", "30", "–", "40", "40", "–",
+             "50", "No", "data"], ["Well", "drilled", "dug"], ["Depth", "5", "10", "20"]])
+        self.assertIn("Without an area on the map: Z", page.evaluate("document.body.innerText"))
+        page.evaluate("document.querySelector('summary').click()")
+        self.assertEqual(page.evaluate("document.querySelectorAll('details tbody tr').length"), 8)
+
+    def test_looks_differ_by_night_and_are_printed_by_day(self):
+        fills = """[...document.querySelectorAll(".map > svg > g")].map((area) =>
+            getComputedStyle(area.querySelector("path, circle")).fill)"""
+        day, night = (opened("map", dark=dark) for dark in (False, True))
+        shown = day.evaluate(fills)
+        self.assertNotEqual(night.evaluate(fills), shown)
+        night.media("print", dark=True)
+        self.assertEqual(night.evaluate(fills), shown)
 
 
 class WholePages(unittest.TestCase):
@@ -218,8 +253,8 @@ class WholePages(unittest.TestCase):
     def test_is_accessible_by_day_and_by_night(self):
         with open(os.environ["AXE"], encoding="utf-8") as file:
             axe = file.read()
-        for dark in (False, True):
-            page = opened("sample", dark=dark)
+        for kind, dark in ((kind, dark) for kind in ("sample", "map") for dark in (False, True)):
+            page = opened(kind, dark=dark)
             page.evaluate(axe)
             found = page.evaluate("""axe.run().then((result) => result.violations
                 .filter((violation) => ["serious", "critical"].includes(violation.impact))

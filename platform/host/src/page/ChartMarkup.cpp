@@ -4,6 +4,7 @@
 
 #include "output/StringTable.h"
 #include "page/JsonTables.h"
+#include "page/MapMarkup.h"
 #include "page/PageText.h"
 #include "page/ViewMarkup.h"
 
@@ -49,15 +50,6 @@ void writeData(std::ostream& out, const PageJson& part, const std::string& name)
     }
 }
 
-/// The features of a GeoJSON text, which may come wrapped as a source.
-const PageJson& featuresOf(const PageJson& geoJson)
-{
-    const PageJson* source = memberOf(geoJson, "source");
-    const PageJson* collection = source ? memberOf(*source, "value") : &geoJson;
-    const PageJson* features = collection ? memberOf(*collection, "features") : nullptr;
-    return features ? *features : geoJson;
-}
-
 /// Maps as data beside the chart: the page may fetch nothing.
 void writeSources(std::ostream& out, const OutputDocument& document)
 {
@@ -65,6 +57,18 @@ void writeSources(std::ostream& out, const OutputDocument& document)
         if (const std::optional<PageJson> geoJson = parseDocument(text))
             out << "<script type=\"application/json\" class=\"source\" data-name=\""
                 << escaped(name) << "\">" << scriptJson(featuresOf(*geoJson)) << "</script>\n";
+}
+
+/// The specification for the library that draws charts, and the data for whom it does not draw.
+void writeForScript(std::ostream& out, const ChartDrawing& drawing, const std::string& title)
+{
+    out << "<div class=\"drawing\" hidden></div>\n"
+        << "<script type=\"application/json\" class=\"specification\">"
+        << scriptJson(drawing.specification) << "</script>\n";
+    writeSources(out, drawing.source);
+    out << "<details open><summary>" << escaped(translate("Data")) << "</summary>\n";
+    writeData(out, drawing.specification, title);
+    out << "</details>\n";
 }
 
 /// A remark of the page's own, looking like a warning of the output.
@@ -78,19 +82,20 @@ void writeNote(std::ostream& out, const std::string& key)
 void writeDrawing(std::ostream& out, const ChartDrawing& drawing)
 {
     const std::string description = textOf(memberOf(drawing.specification, "description"));
-    const std::string title =
+    const std::string told =
         drawing.title.empty() ? textOf(memberOf(drawing.specification, "title")) : drawing.title;
+    const std::string title = told.empty() ? translate("Chart") : told;
+    const bool isMore = !description.empty() && description != title;
     out << "<figure class=\"chart\" id=\"" << drawing.anchor << "\">\n<figcaption>"
-        << isolated(title.empty() ? translate("Chart") : title);
-    if (!description.empty() && description != title)
+        << isolated(title);
+    if (isMore)
         out << " <span class=\"detail\">" << isolated(description) << "</span>";
-    out << "</figcaption>\n<div class=\"drawing\" hidden></div>\n"
-        << "<script type=\"application/json\" class=\"specification\">"
-        << scriptJson(drawing.specification) << "</script>\n";
-    writeSources(out, drawing.source);
-    out << "<details open><summary>" << escaped(translate("Data")) << "</summary>\n";
-    writeData(out, drawing.specification, title.empty() ? translate("Data") : title);
-    out << "</details>\n</figure>\n";
+    out << "</figcaption>\n";
+    if (const std::optional<MapSpec> map = readMapSpec(drawing.specification, drawing.source))
+        writeMap(out, *map, drawing.source, {title, isMore ? description : "", drawing.anchor});
+    else
+        writeForScript(out, drawing, told.empty() ? translate("Data") : told);
+    out << "</figure>\n";
 }
 
 const PageJson* drawableOf(const PageJson* document)

@@ -1,9 +1,10 @@
 #include "page/PageContents.h"
 
+#include <algorithm>
 #include <iterator>
 
+#include "page/MapSpec.h"
 #include "page/TableMarkup.h"
-#include "page/ViewMarkup.h"
 
 namespace {
 
@@ -13,6 +14,16 @@ char kindOf(const OutputItem& item)
     constexpr char kinds[] = {'h', 't', 'c', 'v', 'm'};
     static_assert(std::size(kinds) == std::variant_size_v<OutputItem>);
     return kinds[item.index()];
+}
+
+/// Whether a script has to draw some part of a document: maps need none.
+bool needsLibrary(const PageJson& part, const OutputDocument& source)
+{
+    if (isDrawable(part))
+        return !readMapSpec(part, source);
+    return part.is_structured() && std::ranges::any_of(part, [&](const PageJson& inner) {
+               return needsLibrary(inner, source);
+           });
 }
 
 } // namespace
@@ -32,18 +43,19 @@ void PageContents::visit(const std::vector<OutputItem>& items)
             if (!widthClass(**table).empty())
                 _widthRules.insert(widthRule(**table));
         } else if (const auto* chart = std::get_if<OutputChart>(&item))
-            read(item, chart->templateJson);
+            read(item, *chart, chart->templateJson);
         else if (const auto* view = std::get_if<OutputView>(&item))
-            read(item, view->json);
+            read(item, *view, view->json);
     }
 }
 
-void PageContents::read(const OutputItem& item, const std::string& text)
+void PageContents::read(const OutputItem& item, const OutputDocument& source,
+                        const std::string& text)
 {
     std::optional<PageJson> json = parseDocument(text);
     if (!json)
         return;
-    _hasDrawings |= hasDrawing(*json);
+    _hasDrawings |= needsLibrary(*json, source);
     _documents.emplace(&item, std::move(*json));
 }
 

@@ -20,13 +20,14 @@ public:
     const std::string& anchor(const OutputItem& item) const { return _anchors.at(&item); }
     /// The document of a chart or a view; null if it cannot be read.
     const PageJson* document(const OutputItem& item) const;
+    /// Whether a script has to draw something.
     bool hasDrawings() const { return _hasDrawings; }
     /// Style sheet rules for the widths of columns.
     std::string widthRules() const;
 
 private:
     void visit(const std::vector<OutputItem>& items);
-    void read(const OutputItem& item, const std::string& text);
+    void read(const OutputItem& item, const OutputDocument& source, const std::string& text);
 
     std::unordered_map<const OutputItem*, std::string> _anchors;
     std::unordered_map<const OutputItem*, PageJson> _documents;

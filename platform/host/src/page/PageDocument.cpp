@@ -76,6 +76,14 @@ const PageJson* memberOf(const PageJson& value, std::string_view name)
     return member == value.end() ? nullptr : &*member;
 }
 
+const PageJson& featuresOf(const PageJson& geoJson)
+{
+    const PageJson* source = memberOf(geoJson, "source");
+    const PageJson* collection = source ? memberOf(*source, "value") : &geoJson;
+    const PageJson* features = collection ? memberOf(*collection, "features") : nullptr;
+    return features ? *features : geoJson;
+}
+
 std::string scriptJson(const PageJson& value)
 {
     return scriptText(value.dump(-1, ' ', true, PageJson::error_handler_t::replace));

@@ -19,6 +19,9 @@ bool isDrawable(const PageJson& value, int depth = 0);
 /// A member of an object; null if there is none, or the value is no object.
 const PageJson* memberOf(const PageJson& value, std::string_view name);
 
+/// The features of a GeoJSON text, which may come wrapped as a source; all of it if it has none.
+const PageJson& featuresOf(const PageJson& geoJson);
+
 /// As text for a script element.
 std::string scriptJson(const PageJson& value);
 

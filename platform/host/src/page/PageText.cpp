@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 
 #include <unicode/unistr.h>
@@ -121,6 +122,27 @@ std::string fullNumber(double number)
     std::array<char, 32> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
     return {digits.data(), end};
+}
+
+std::string roundedNumber(double number, int digits)
+{
+    constexpr double kSmallest = 1e-6;
+    constexpr double kLargest = 1e15;
+    const double size = std::abs(number);
+    std::array<char, 64> text{};
+    char* const end = text.data() + text.size();
+    if (size != 0 && (size < kSmallest || size >= kLargest))
+        return {text.data(),
+                std::to_chars(text.data(), end, number, std::chars_format::general, digits).ptr};
+    const int places = size == 0 ? 0 : digits - 1 - static_cast<int>(std::floor(std::log10(size)));
+    std::string shown(
+        text.data(),
+        std::to_chars(text.data(), end, number, std::chars_format::fixed, std::max(places, 0)).ptr);
+    if (shown.find('.') != std::string::npos)
+        shown.erase(shown.find_last_not_of('0') + 1);
+    if (shown.ends_with('.'))
+        shown.pop_back();
+    return shown.starts_with('-') ? "−" + shown.substr(1) : shown;
 }
 
 std::string scriptText(std::string_view asciiJson)

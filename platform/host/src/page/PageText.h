@@ -21,5 +21,8 @@ std::string shortened(std::string_view text, std::size_t limit = 120);
 /// A number with as many digits as it takes to read the same number back.
 std::string fullNumber(double number);
 
+/// A number for the eye: so many digits that count, without zeros behind them.
+std::string roundedNumber(double number, int digits = 6);
+
 /// JSON text for a script element: ASCII, and nothing in it that markup could take for its own.
 std::string scriptText(std::string_view asciiJson);

@@ -1,0 +1,93 @@
+#include "MapPage.h"
+
+#include <filesystem>
+
+#include <nlohmann/json.hpp>
+
+#include "HostSession.h"
+#include "Rendering.h"
+#include "TnOutput.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr const char* kName = "map";
+
+Json textItem(const std::string& text)
+{
+    return {{"text", {{"text", {{"stringText", {{"key", text}, {"value", text}}}}}}}};
+}
+
+Json dimension(const std::string& name, const char* role, bool hidesName)
+{
+    Json json = textItem(name);
+    json["role"] = role;
+    json["hideName"] = hidesName;
+    json["children"] = Json::array();
+    return json;
+}
+
+/// The rows under the names of all columns but the first, which names the rows.
+Json tableOf(const ResultTable& table)
+{
+    Json rows = dimension(table.columns.front().name, "row", false);
+    Json columns = dimension("Fields", "column", true);
+    for (std::size_t at = 1; at < table.columns.size(); ++at)
+        columns["children"].push_back(textItem(table.columns[at].name));
+    Json labels = Json::array();
+    Json cells = Json::array();
+    for (const ResultTable::Row& row : table.rows) {
+        rows["children"].push_back(textItem(row.front().value_or("")));
+        for (std::size_t at = 1; at < row.size(); ++at) {
+            cells.push_back(std::to_string(labels.size()));
+            labels.push_back(row[at].value_or(""));
+        }
+    }
+    return {{"tableId", "map.fields"},
+            {"title", Json::object()},
+            {"dimensions", {rows, columns}},
+            {"cellLabels", {{"values", labels}}},
+            {"cells", {{{"cells", {{"compactCells", {{"value", cells}}}}}}}}};
+}
+
+Json chartOf(const ResultTable& table)
+{
+    Json tips = Json::array();
+    for (const ResultTable::Row& row : table.rows)
+        tips.push_back({{"field", "properties['" + row.front().value_or("") + "']"},
+                        {"title", row.front().value_or("")}});
+    return {{"parameters", {{{"externalSource", kName}}}},
+            {"data", {{"name", kName}}},
+            {"mark", "geoshape"},
+            {"encoding", {{"tooltip", tips}}}};
+}
+
+RenderOrder orderOf(const MapFacts& facts)
+{
+    RenderOrder order;
+    order.result = kName;
+    order.geoJson = {{kName, facts.geoJson}};
+    if (!facts.geoJson.empty())
+        order.objects.emplace_back()
+            .order.setType(OutputOrder::MapChart)
+            .setOutlineTitle("Map", true)
+            .addLocation("chart");
+    order.objects.emplace_back()
+        .order.setOutlineTitle("Fields", true)
+        .addTextToCaption(facts.remarks)
+        .addLocation("fields");
+    return order;
+}
+
+} // namespace
+
+std::shared_ptr<const OutputHeading> mapOutput(HostSession& session, const MapFacts& facts)
+{
+    const std::string document =
+        Json{{kName, {{"chart", chartOf(facts.fields)}, {"fields", tableOf(facts.fields)}}}}.dump(
+            -1, ' ', false, Json::error_handler_t::replace);
+    TnProcedure procedure(std::filesystem::path(facts.name).filename().string());
+    Rendering(session, procedure, facts.name, document).render(orderOf(facts));
+    return procedure.node();
+}
