@@ -30,6 +30,7 @@ bool KeyReader::read(int maxRows, std::vector<std::vector<std::string>>& result)
             result.push_back(std::move(*row));
             ++count;
         }
+    // One row beyond the limit tells the caller that there are more.
     } while (maxRows == kNoLimit || count <= maxRows);
     return true;
 }
