@@ -52,6 +52,7 @@ void GridColumns::measureCells()
         for (std::size_t column = 0; column < _columns.size(); ++column)
             measureCell(column, _grid.cell(row, column));
     for (Column& column : _columns)
+        // A number is never cut, since the beginning of one is another number.
         column.width = std::max(column.width, column.numbers + column.marks);
 }
 
