@@ -164,6 +164,7 @@ void openSealedFile(int source, int target, const std::string& password, const S
         if (got == 0 ||
             crypto_secretstream_xchacha20poly1305_pull(&state, plain.data(), &length, &tag,
                                                        sealed.data(), got, nullptr, 0) != 0)
+            // The first chunk tells a wrong password: nothing before it is checked.
             throw first && got > 0
                 ? SealedFileError(Kind::WrongPassword,
                                   "the password is wrong, or the file is damaged at its beginning")
