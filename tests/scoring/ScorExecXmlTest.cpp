@@ -8,7 +8,6 @@
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 
 std::string documentOf(HVScorExecXML& scoring)
 {

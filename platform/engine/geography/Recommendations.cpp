@@ -60,6 +60,7 @@ std::vector<const CataloguedSystem*> fittingSystems(CoordinateSystems& systems, 
     };
     std::ranges::sort(fitting, {}, order);
     std::vector<const CataloguedSystem*> result;
+    result.reserve(fitting.size());
     for (const Candidate& candidate : fitting)
         result.push_back(candidate.system);
     return result;
