@@ -60,8 +60,8 @@ std::vector<Statement> Job::planAhead(Planner& planner, std::size_t from)
         throwIfCancelled();
         try {
             batch.push_back(planner.planStatement(i));
-        // The statements from here on are planned when those before them have written.
         } catch (const NotYetWritten&) {
+            // The statements from here on are planned when those before them have written.
             break;
         }
     }

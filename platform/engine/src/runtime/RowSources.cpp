@@ -86,7 +86,8 @@ void RowSources::registerFunction(duck::Connection& connection)
         function(duckdb_create_table_function(),
                  [](duckdb_table_function made) { duckdb_destroy_table_function(&made); });
     duckdb_table_function_set_name(function.get(), kFunction);
-    duckdb_table_function_add_parameter(function.get(), duck::LogicalType(DUCKDB_TYPE_BIGINT).get());
+    duckdb_table_function_add_parameter(function.get(),
+                                        duck::LogicalType(DUCKDB_TYPE_BIGINT).get());
     duckdb_table_function_set_extra_info(function.get(), this, nullptr);
     duckdb_table_function_set_bind(function.get(), bind);
     duckdb_table_function_set_init(function.get(), init);
