@@ -46,7 +46,6 @@ void fillMissingValues(const ComponentQueries& queries, const InputTable& table,
             return;
         for (std::size_t row = 0; row < rows.rows(); ++row) {
             summary.missingValues.push_back(valueCountAt(rows, row, storage));
-            // What no declared value accounts for was missing in the data already.
             without.records -= summary.missingValues.back().records;
             without.weight -= summary.missingValues.back().weight;
         }
