@@ -18,8 +18,7 @@ class Stopping(Case):
         super().setUp()
         self.target = self.folder / "target"
         self.target.mkdir()
-        self.big = self.write("big.csv",
-                              "a,b\n" + "".join(f"{i},{i % 97}\n" for i in range(RECORDS)))
+        self.big = self.write("big.csv", "a,b\n" + "".join(f"{i},{i % 97}\n" for i in range(RECORDS)))
 
     def tearDown(self):
         self.assertEqual(list(self.target.iterdir()), [], "an output is there")
@@ -54,8 +53,7 @@ class Stopping(Case):
         process = self.start_hvhost("convert", "-", self.target / "out.csv", "--log", log, stdin=-1)
         process.stdin.write("a\n1\n")
         process.stdin.close()
-        self.wait_until(lambda: any(path.stat().st_size == 4
-                                    for path in self.temp.glob("vexa-*/*")),
+        self.wait_until(lambda: any(path.stat().st_size == 4 for path in self.temp.glob("vexa-*/*")),
                         "the standard input is not copied")
         process.send_signal(signal.SIGINT)
         time.sleep(APART)
@@ -72,10 +70,8 @@ class Stopping(Case):
         self.assertIn("interrupted", self.stop(process))
 
     def test_time_limit(self):
-        for words in ([self.big, "--derive", f"slow={SLOW}", "--timeout", "1"],
-                      ["-", "--timeout", "0.2"]):
-            process = self.start_hvhost("convert", words[0], self.target / "out.csv", *words[1:],
-                                        stdin=-1)
+        for words in ([self.big, "--derive", f"slow={SLOW}", "--timeout", "1"], ["-", "--timeout", "0.2"]):
+            process = self.start_hvhost("convert", words[0], self.target / "out.csv", *words[1:], stdin=-1)
             process.wait(timeout=60)
             errors = process.communicate()[1]
             self.assertEqual(process.returncode, 124, errors)

@@ -13,7 +13,6 @@ int VEXA_DataSource::FindVarIndex(const std::string& name, int firstColumn) cons
     const std::u16string wanted = foldedName(name);
     for (int column = std::max(firstColumn, 0); column < ColumnCount(); ++column) {
         const std::string& known = GetVariable(column).GetName();
-        // Nearly always the same letters, and to fold a name costs more than to compare it.
         if (known == name || foldedName(known) == wanted)
             return column;
     }

@@ -34,7 +34,6 @@ const VEXA_ValueLabelMap::Entry* VEXA_ValueLabelMap::find(const std::vector<OBS>
 
 void VEXA_ValueLabelMap::set(std::vector<OBS> value, std::string label)
 {
-    // Copies share the labels, so a change makes a copy of its own.
     auto changed = std::make_shared<Data>(*_data);
     const auto place = std::lower_bound(
         changed->entries.begin(), changed->entries.end(), value,
