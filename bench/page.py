@@ -8,7 +8,7 @@ from browser import Browser  # noqa: E402
 
 LIMIT = 3
 REPETITIONS = 9
-# From the navigation to the end of the first frame behind the load event: by then the scripts have run.
+# From the navigation to the end of the first frame behind the load event, when scripts have run.
 READY = """new Promise((done) => requestAnimationFrame(() => setTimeout(() =>
     done(performance.now()))))"""
 

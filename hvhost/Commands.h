@@ -129,6 +129,7 @@ struct GeoJsonOptions
     std::string dataModel; ///< empty for none
     bool force = false;
 };
+/// What to write as GeoJSON, and how.
 struct MapConvertOptions
 {
     MapOptions map;
@@ -137,6 +138,7 @@ struct MapConvertOptions
 /// A source of geometry as GeoJSON.
 void mapConvert(const MapConvertOptions& options, const CommonOptions& common);
 
+/// The variables of a dataset that hold coordinates.
 struct MapPointsOptions
 {
     InputOptions input;
@@ -148,6 +150,7 @@ struct MapPointsOptions
 /// The points that variables of a dataset give, as GeoJSON.
 void mapPoints(const MapPointsOptions& options, const CommonOptions& common);
 
+/// A map and a dataset, with the fields by which they are to be joined.
 struct MapMatchOptions
 {
     MapOptions map;

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -62,9 +63,11 @@ std::vector<Finding> findMapLibraries()
 {
     try {
         std::vector<Finding> all;
-        for (const auto& [name, version, data] : EmbeddedHV::mapLibraries())
-            all.push_back(
-                {name, version + (data.empty() ? " without its data" : " " + data), {}, false});
+        for (const auto& [name, version, data] : EmbeddedHV::mapLibraries()) {
+            std::string found = version;
+            found.append(" ").append(data.empty() ? "without its data" : data);
+            all.push_back({name, std::move(found), {}, false});
+        }
         return all;
     } catch (const EmbeddedHV::Exception& error) {
         return {{"maps", {}, withoutLineEnds(error.getMessage()), false}};

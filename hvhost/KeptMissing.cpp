@@ -32,6 +32,7 @@ CFMissingValues possibleMissing(const CFField& field)
 KeptMissing::KeptMissing(const CFMetaData& model)
 {
     std::vector<CFField> fields;
+    fields.reserve(model.FieldCount());
     for (std::size_t i = 0; i < model.FieldCount(); ++i)
         fields.push_back(*model.GetField(i));
     take(fields);
@@ -39,8 +40,10 @@ KeptMissing::KeptMissing(const CFMetaData& model)
 
 KeptMissing::KeptMissing(const UserInputCaseFile& file)
 {
+    const int columns = file.DataSource()->ColumnCount();
     std::vector<CFField> fields;
-    for (int column = 0; column < file.DataSource()->ColumnCount(); ++column)
+    fields.reserve(static_cast<std::size_t>(columns));
+    for (int column = 0; column < columns; ++column)
         fields.push_back(file.Field(column));
     take(fields);
 }

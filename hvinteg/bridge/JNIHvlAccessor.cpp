@@ -17,6 +17,7 @@ JNIHvlAccessor::JNIHvlAccessor(const JNIHvlAccessor& other) : JNIAccessor(other)
     if (std::find(locals.begin(), locals.end(), other.getObject()) == locals.end())
         return;
     setObject(nullptr);
+    // A local reference means nothing on another thread, so the copy has no object there.
     if (onOwnThread()) {
         setObject(getEnv()->NewLocalRef(other.getObject()));
         keepLocal(getObject());

@@ -34,6 +34,7 @@ void JNIJSONArtifact::parse(const char* className, const char* signature, const 
 {
     setClass(className);
     handleException(false);
+    // A wrapper without an object of its own: a reader of objects that others give it.
     if (json == nullptr)
         return;
     const LocalRef<> parsed =

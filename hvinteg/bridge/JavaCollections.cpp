@@ -133,6 +133,7 @@ LocalRef<> booleanArray(JNIHvlAccessor& caller, const std::vector<bool>& flags)
     caller.exceptionCheck();
     if (elements != nullptr) {
         std::copy(flags.begin(), flags.end(), elements);
+        // 0 writes the flags back, where the machine gave a copy to write into.
         env->ReleaseBooleanArrayElements(array, elements, 0);
     }
     return result;

@@ -47,6 +47,7 @@ bool JsonImage::takeFrom(JNIHvlAccessor& caller, jobject value)
     if (!values || !texts)
         return false;
     JNIEnv* const env = caller.getEnv();
+    // A node is two numbers: what it is, and its value or place.
     _nodes.resize(lengthOf(env, values) / 2);
     env->GetLongArrayRegion(static_cast<jlongArray>(values.get()), 0,
                             static_cast<jsize>(2 * _nodes.size()),

@@ -92,6 +92,7 @@ void SetMissingValues(CFField& field, const VEXA_Variable& variable, const Value
         return;
     CFRange range;
     std::vector<CFValue> values;
+    // A range holds numbers only: a string variable has single values alone.
     if (code < 0)
         range = CFRange(maker.numberDatum(first), maker.numberDatum(second));
     if (code == -3)
@@ -99,6 +100,7 @@ void SetMissingValues(CFField& field, const VEXA_Variable& variable, const Value
     const OBS* const singles[] = {first, second, third};
     for (int i = 0; i < code; ++i)
         values.push_back(maker.missing(singles[i]));
+    // The host has a system-missing value, which the engine calls null; blank texts are values.
     field.SetMissingValues(CFMissingValues(range, std::move(values), true, false));
 }
 
@@ -107,6 +109,7 @@ void SetMissingValues(CFField& field, const VEXA_Variable& variable, const Value
 CFField::FieldType fieldTypeOf(MeasurementLevel level, bool isString)
 {
     switch (level) {
+    // A variable whose level is not settled yet is taken as its type suggests.
     case MeasurementLevel::Unknown:
     case MeasurementLevel::Scale:
         return isString ? CFField::Nominal : CFField::Continuous;

@@ -100,6 +100,7 @@ int HVDataModel::Impl::columnOf(const std::string& name, bool fromUTF8) const
 {
     if (name.empty())
         return -1;
+    // The source knows its variables in the host's encoding.
     return source->FindVarIndex(fromUTF8 ? transcodeFromUTF8(name.c_str(), converter.get()) : name,
                                 0);
 }
@@ -107,6 +108,7 @@ int HVDataModel::Impl::columnOf(const std::string& name, bool fromUTF8) const
 void HVDataModel::Impl::update(const std::vector<Choice>& choices, bool withLevels)
 {
     analysisVariables.clear();
+    // Also where nothing is asked for: callers then see the first set again.
     analysis = CFMetaData();
     analysisXml.clear();
     for (const Choice& choice : choices) {

@@ -106,6 +106,7 @@ void HVRawDataIterator::Impl::init()
         projection = std::make_shared<VEXA_CProjection>(*source, columns);
     const VEXA_DataSource& current = projection ? *projection : *source;
     if (rules.adjust != kWeightNone)
+        // Of the view, not of the source: a projection numbers its columns anew.
         rules.weightField = current.GetWeightVarIndex();
     rules.incrementValue = kSystemMissing;
     rules.trimsTabs = qUTF8mode();
@@ -136,6 +137,7 @@ void HVRawDataIterator::Impl::describeFields(const VEXA_DataSource& current)
     rules.fields.clear();
     for (std::size_t i = 0; i < metadata.FieldCount(); ++i) {
         RecordField field;
+        // The case count is the one field behind all columns.
         field.isCaseCount = static_cast<int>(i) >= columnCount;
         if (!field.isCaseCount) {
             field.storage = metadata.GetField(i)->GetStorage();
@@ -167,6 +169,7 @@ unsigned int HVRawDataIterator::Impl::nextRecord()
             ++counts.cases;
         const double weight = slots.fill(*cases, rules, firstPass ? &counts : nullptr);
         if (firstPass)
+            // A case without a weight too, since the counts tell of what was left out.
             counts.judge(weight);
         if (weight > 0)
             return status;
@@ -362,6 +365,7 @@ void HVRawDataIterator::SetStopProcessor(HVStopProcessor* processor)
 
 void HVRawDataIterator::SetFreqWeightAdj(WeightAdjust adjust)
 {
+    // The data model tells whether there is a weight at all, so only its rounding may change.
     if (_impl->rules.adjust != kWeightNone && adjust != kWeightNone)
         _impl->rules.adjust = adjust;
 }
@@ -381,6 +385,7 @@ void HVRawDataIterator::SetCancelStatus()
 
 void HVRawDataIterator::UpdateUserMissing()
 {
+    // Excluded everywhere, so every field keeps what it declares.
     if (_impl->rules.excludeUserMissing && !_impl->rules.validSpecs)
         return;
     CFMetaData updated;

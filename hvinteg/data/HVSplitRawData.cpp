@@ -147,6 +147,7 @@ void HVSplitRawData::Impl::makeVariables()
             variable.SetName(names[i]);
         VEXA_Variable* made = store->MakeVariable(variable);
         if (!names.empty())
+            // Under a new name it is another variable; the old id would lead to the source's.
             made->NewID();
         widths.push_back(variable.GetType());
         allMade.push_back(made);
@@ -272,6 +273,7 @@ HVRawDataIterator* HVSplitRawData::Impl::createIterator(const std::string& name,
         if (metadata) {
             iterator = std::make_unique<HVRawDataIterator>(*readSource, *metadata,
                                                            std::vector<int>(), nullptr);
+            // Changes the rounding only where the given metadata has a weight.
             iterator->SetFreqWeightAdj(adjust);
         } else {
             iterator = std::make_unique<HVRawDataIterator>(*readSource, std::vector<int>(),

@@ -35,6 +35,7 @@ constexpr std::array kTargets{
 
 int option()
 {
+    // Read once: a change in the middle of a process would mix kinds of files.
     static const int chosen = [] {
         const char* text = std::getenv("HV_STAT_ITER_OPT");
         return text ? String2Integer(text) : 0;
@@ -131,6 +132,7 @@ int IteratorConversion(HVRawDataIterator* iterator, HVRunner* runner, HVDebug* d
     const std::string model = FormUniqueFileName(stem + ".xml");
     const std::string data = FormUniqueFileName(stem + wanted->extension);
     const int result = IteratorConversion(iterator, runner, debug, data, model);
+    // Paths of files that were not written would be taken for results.
     if (result < 1)
         return 0;
     dataPath = data;

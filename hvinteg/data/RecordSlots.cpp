@@ -45,6 +45,7 @@ void RecordRules::settle()
         RecordField& field = fields[i];
         const int place = static_cast<int>(i);
         const bool isReal = field.storage == CFField::Real;
+        // Fields that each case works on; all others are served as the host has them.
         const bool isSpecial = isReal && (place == incrementTarget || place == weightField);
         const bool isOnScale =
             isReal || field.storage == CFField::Time || field.storage == CFField::Integer;
@@ -117,6 +118,7 @@ double RecordSlots::numberOf(std::size_t field, const VEXA_InputCaseIterator& ca
     const double value = cases.GetNumericValue(column);
     if (kind.hasUserMissing && rules.isExcluded(column) && kind.variable->IsUserMissing(value))
         return kSystemMissing;
+    // Before any change of scale: missing minus a date would be a number like others.
     if (value == kSystemMissing)
         return value;
     if (kind.storage == CFField::Date)
@@ -142,6 +144,7 @@ double RecordSlots::incremented(double value, const RecordRules& rules) const
     const double increment = rules.incrementValue;
     const bool hasIncrement = increment != kSystemMissing;
     const int source = rules.incrementSource;
+    // Slots are filled from left to right, so a later one still has the case before this.
     if (source < 0 || source > rules.incrementTarget)
         return hasIncrement ? increment : value;
     if (source == rules.incrementTarget)

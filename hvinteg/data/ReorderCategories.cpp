@@ -100,12 +100,14 @@ void ReorderCategories(CFField& out, const CFField& in, const CFValue* reference
 {
     CFField field = in;
     bool isMissed = false;
+    // The values of a continuous field are no categories, so their order says nothing.
     if (field.GetType() != CFField::Continuous) {
         isMissed = reorderLists(field, reference);
         field.SetMissingValues(reorderMissing(field.GetMissingValues(), reference));
     }
     if (notFound)
         *notFound = isMissed;
+    // Last, since `in` and `out` may be one field.
     out = std::move(field);
 }
 

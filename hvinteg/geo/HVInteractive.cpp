@@ -72,6 +72,7 @@ void HVInteractive::cleanJRef()
 void HVInteractive::cleanExecution()
 {
     _runner->cleanExecution();
+    // Reaches runners with a procedure only: this one stays stopped once a dialog was cancelled.
     _runner->resetStopRrocessor();
 }
 
@@ -97,6 +98,7 @@ HVProgressListener::ExecutionState HVInteractive::getState() const
 
 bool HVInteractive::hasError(std::string& errorId, std::string& errorText, std::string& errorDetail)
 {
+    // What a job reported has an id and a detail; what was thrown on the way is only its echo.
     if (_runner->getProgressListener()->hasError(errorId, errorText, errorDetail))
         return true;
     if (_exceptionText.empty())
@@ -107,6 +109,7 @@ bool HVInteractive::hasError(std::string& errorId, std::string& errorText, std::
 
 const std::vector<std::string>& HVInteractive::getMessages() const
 {
+    // By a flag and not by the list: a request that gathered nothing must not show an older job's.
     return _hasOwnMessages ? _messages : _runner->getProgressListener()->getMessages();
 }
 

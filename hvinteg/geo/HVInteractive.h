@@ -89,6 +89,7 @@ protected:
     void explainUnknown(const char* message);
 
 private:
+    /// The host hands its converter out as a plain pointer.
     struct ConverterDeleter
     {
         void operator()(void* converter) const;

@@ -93,6 +93,7 @@ bool HVInteractiveSTEM::validateMapService(const std::string& url, std::string& 
     beginRequest();
     layers.clear();
     RequestScope request(*this);
+    // A failure of the service counts as an answer here; the empty text tells it.
     const bool answers = !url.empty() && runner().getMapServiceLayers(url, layers);
     request.end();
     if (answers)
@@ -142,6 +143,7 @@ std::string HVInteractiveSTEM::unpackedShape(const std::string& path)
 {
     std::string directory;
     std::string name = SeparateFileName(path, directory);
+    // The ending may be in any letter case, so it is cut off by its length.
     name.resize(name.size() - kZipEnding);
     const std::string folder = unpackedFolder(path, name);
     std::string shapePath = folder + "\\" + name + ".shp";
@@ -184,6 +186,7 @@ bool HVInteractiveSTEM::getCoordinatesInfo(const std::string& name, int wkid,
     std::string info;
     if (!name.empty())
         info = runner().getCoordinatesSystemInfo(name);
+    // A name beats a number, which serves where the engine does not know the name.
     if (info.empty() && wkid >= 1)
         info = runner().getCoordinatesSystemInfo(wkid);
     if (info.empty())

@@ -87,6 +87,7 @@ bool HVInteractiveSTEM::matchKeys(const MapSource& source, const char* tag,
 bool HVInteractiveSTEM::runMatching(const MapSource& source, const char* tag,
                                     const KeyMatching& matching)
 {
+    // Keys are pairs by their places; what the data has beyond the map's keys has no partner.
     if (matching.data.variables.size() < matching.mapKeys.size()) {
         setTranslatedException(kKeyCounts);
         return false;
@@ -145,6 +146,7 @@ bool HVInteractiveSTEM::getMatchedValues(const MatchSides& sides, const MatchedV
         if (rows.get() != nullptr)
             isRead =
                 KeyReader(*rows.get(), keysOf(sides, wanted)).read(wanted.maxRows, wanted.rows);
+        // Here and not left to the scope, so that what the engine throws at it is a failure.
         rows.dispose();
     }
     cleanExecution();

@@ -37,6 +37,7 @@ bool HVInteractiveSTEM::getPointGeoJSON(const std::string& fromName, int fromWki
                                         const std::string& geoJsonPath)
 {
     beginRequest();
+    // Longitude and latitude, or x and y, and a height if there is one.
     if (coordinateFields.size() != 2 && coordinateFields.size() != 3)
         return false;
     const MapExport order{{fromName, fromWkid}, {toName, toWkid},  dataModelPath,
@@ -106,6 +107,7 @@ std::vector<double> HVInteractiveSTEM::getGeoEnvelope(HVRawDataIterator& iterato
         OutputRows rows(runner(), data.GetFileName());
         if (rows.get() != nullptr)
             envelope = envelopeOf(*rows.get());
+        // Here and not left to the scope, so that what the engine throws at it is a failure.
         rows.dispose();
     } else {
         explainUnknown(kInvalid);
@@ -118,6 +120,7 @@ bool HVInteractiveSTEM::runOn(HVRawDataIterator& iterator, const std::string& jo
 {
     if (!runner().prepareHVLJob(job))
         return false;
+    // One iterator serves several jobs in a row, and each reads all cases.
     iterator.Rewind(false);
     return runner().addInputIterator(&iterator) && tryRunHV(runner());
 }

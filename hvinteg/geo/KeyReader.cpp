@@ -21,6 +21,7 @@ KeyReader::KeyReader(RowDataIterator& rows, const std::vector<std::string>& keys
 
 bool KeyReader::read(int maxRows, std::vector<std::vector<std::string>>& result)
 {
+    // One row beyond the limit tells the caller that there are more.
     int count = 0;
     do {
         const unsigned int status = _rows.nextRecord();

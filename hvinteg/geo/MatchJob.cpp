@@ -50,6 +50,7 @@ private:
     JNIHvlProgram _program;
     HVLRead _readMap{&_program};
     HVLRead _readData{&_program};
+    // Each on the heap: builders know each other by address, and the list grows.
     std::vector<std::unique_ptr<HVLExpressionFun>> _realKeys;
     HVLFunction* _map = &_readMap; ///< the last step of the map's side so far
     HVLAggregate _mapKeys{&_program};
@@ -115,6 +116,7 @@ void MatchJob::join()
     _join.AddPredFunction(&_dataKeys, "dataset");
     _join.SetJoinType(_wanted.unmatched ? HVLJoin::Anti : HVLJoin::Inner);
     const std::size_t side = _wanted.mapSide ? kMap : kData;
+    // Both sides may use one name, so only the fields of the side that is asked for are written.
     _join.SetOutputFieldNames(side, keysOf(_sides, _wanted));
     if (_wanted.unmatched)
         _join.AddNonMatchingSource(side);

@@ -44,6 +44,7 @@ bool HVLExpressionFun::GenerateHVL()
     if (IsCreatedHvl())
         return true;
     HVLFunction* pred = GetFirstPredecessor();
+    // Unlike other steps, an expression without records to work on means nothing.
     if (pred == nullptr)
         return false;
     pred->GenerateHVL();

@@ -102,6 +102,7 @@ bool HVLFunction::KeepFunction(JNIHvlFunction* function)
     _function = function;
     if (function == nullptr)
         return false;
+    // A step that feeds several others is asked by each, and must come into being once.
     _isCreated = true;
     return true;
 }

@@ -47,6 +47,7 @@ public:
     bool GenerateHVL() override;
 
 private:
+    /// Fields of two inputs, each by its position, that must be equal.
     struct Match
     {
         std::size_t source1;

@@ -58,6 +58,7 @@ bool HVLWrite::GenerateHVL()
     if (const auto known = GetKnownResult())
         return *known;
     HVLFunction* pred = GetFirstPredecessor();
+    // A write is the end of its chain, so what fails before it is told here.
     if (pred != nullptr && !pred->GenerateHVL())
         return false;
     if (_kind == Destination::None)

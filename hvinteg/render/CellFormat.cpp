@@ -118,6 +118,7 @@ std::string textOf(double value, const VEXA_Format& format)
     unit.number = value;
     std::string text(std::size_t{format.width} + 1, '\0');
     ToString(&unit, format, text.data());
+    // The host fills the width with blanks and does not end the text.
     text.resize(format.width);
     const std::size_t begin = text.find_first_not_of(" \t");
     if (begin == text.npos)

@@ -58,6 +58,7 @@ std::uint64_t positionOf(std::string_view digits)
     std::uint64_t position = digits.empty() ? kNowhere : 0;
     for (const char digit : digits) {
         const std::uint8_t value = kDigitValues[static_cast<unsigned char>(digit)];
+        // A damaged key may state more than 64 bits, which must not wrap into a real place.
         if (value == kNoDigit || position > (kNowhere - value) / kBase)
             return kNowhere;
         position = position * kBase + value;

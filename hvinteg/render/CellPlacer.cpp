@@ -33,6 +33,7 @@ void CellPlacer::placeNumber(TnCategory& category, Cell& cell) const
     if (cell.format.type == CellFormat::kNoType)
         cell.format = CellFormat::generalNumber;
     const double value =
+        // The host has no infinite numbers to show.
         cell.infinite != 0 ? kSystemMissing : CellFormat::toHostDate(cell.value, cell.format, true);
     category.Cell(TnNumber(value, TnFormatSpec(cell.format)));
 }

@@ -8,6 +8,7 @@ constexpr std::uint64_t kMostNumbered = std::uint64_t{1} << 32;
 } // namespace
 
 CellStore::CellStore(KeyLayout layout)
+    // Place 0 of both lists is taken, so that 0 in a cell stands for nothing.
     : _layout(std::move(layout)), _isNumbered(_layout.cellCount() <= kMostNumbered), _texts(1),
       _footnotes(1)
 {

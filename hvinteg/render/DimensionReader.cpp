@@ -119,6 +119,7 @@ void DimensionReader::readGroup(const JsonValue& json, std::unique_ptr<TnCellTex
     group.sort = sortOf<TnGroup::Sort>(json["sort"]["order"]);
     _steps.push_back(std::move(group));
     readChildren(json["children"], filters);
+    // A step is the end of a group unless it says otherwise.
     _steps.emplace_back();
 }
 

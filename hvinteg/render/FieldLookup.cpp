@@ -18,6 +18,7 @@ const VEXA_Variable* FieldLookup::variable(const std::string& name) const
 {
     if (_source == nullptr || name.empty())
         return nullptr;
+    // Documents are UTF-8, and the host knows its variables in its own encoding.
     const int column = _source->FindVarIndex(transcodeFromUTF8(name.c_str(), nullptr), 0);
     return column < 0 ? nullptr : &_source->GetVariable(column);
 }

@@ -43,6 +43,7 @@ void KeyWalk::write(const Digits& digits)
 
 void KeyWalk::next()
 {
+    // As an odometer: the last dimension runs fastest, and moves the one before when it is through.
     for (auto digits = _digits.rbegin(); digits != _digits.rend(); ++digits) {
         const bool isLast = digits->position + 1 == digits->leaves;
         digits->position = isLast ? 0 : digits->position + 1;

@@ -26,6 +26,7 @@ bool OrderRenderer::render(const OutputOrder& order)
     Headings headings;
     try {
         for (const std::string& segment : segmentsOf(order.getTitle())) {
+            // Headings stay even where nothing comes of the order: others may stand under them.
             headings.emplace_back(heading->Heading(hostString(segment, true)));
             heading = headings.back().get();
         }
@@ -84,6 +85,7 @@ void OrderRenderer::renderChart(TnHeading& heading, const OutputOrder& order, jo
     envelope.add(1, json);
     chart.setViZJSONTemplate(envelope.text());
     chart.setOptions(order.getOptions());
+    // Before the chart is sent, after which it takes nothing more.
     if (order.getType() == OutputOrder::MapChart)
         addMapSources(chart, item);
     chart.sendChart();

@@ -18,6 +18,7 @@ std::unique_ptr<TnPivotTable> PivotBuilder::build(TnHeading& heading, const std:
 {
     if (!isWhole())
         return nullptr;
+    // First, since title, categories and cells all refer to them by number.
     _footnotes.read(_json["footnotes"], _texts, _settings.translates);
     _table.reset(heading.PivotTable(hostString(title, translate), hostString(subType, false),
                                     _settings.supportsSplits));

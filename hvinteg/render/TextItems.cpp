@@ -36,6 +36,7 @@ std::unique_ptr<TnCellText> stringValueText(const VEXA_Variable& variable, std::
     if (format.type != kFormatString || variable.GetType() <= 0)
         return nullptr;
     value = transcodeFromUTF8(value.c_str(), nullptr);
+    // Cut to the variable's width it would be another value, maybe one with a label.
     if (value.size() > format.width)
         return nullptr;
     value.resize(std::size_t{format.width} + 1, ' ');
@@ -121,6 +122,7 @@ TextItems::Text TextItems::variableText(const JsonValue& body, bool) const
         return nullptr;
     const std::string name = FieldLookup::nameOf(body["variable"].text());
     if (const VEXA_Variable* variable = _fields.variable(name))
+        // The host shows its own variable as the user has set: by name, by label or by both.
         return std::make_unique<TnVariable>(*variable, TnVariable::ShowPreferred);
     const dataField* field = _fields.field(name);
     return std::make_unique<TnUTF8String>(field == nullptr ? name : field->getLabel());

@@ -121,6 +121,7 @@ bool jsonToTarn::generateOutput(const std::string& path)
         return false;
     if (_impl->showsNotifications)
         showNotificationsOf(context, result.get());
+    // An order without output does not make the whole a failure.
     _impl->render(result.get());
     return true;
 }

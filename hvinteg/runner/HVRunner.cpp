@@ -44,6 +44,7 @@ HVRunner::HVRunner(TnProcedure* procedure)
 
 HVRunner::~HVRunner()
 {
+    // 0 stands for none, and then nothing was taken away.
     if (_savedWeight > 0)
         writeHostWeight(_savedWeight);
     if (_savedSplit > 0)
@@ -68,6 +69,7 @@ bool HVRunner::prepareActiveDS(ProcedureDataSource& dataSource, bool supportsWei
     if (_savedSplit > 0 && !supportsSplit)
         _parserMessage->DisableSplit();
     AdjustMeasurementLevels(dataSource);
+    // The engine reads all cases in one run, so the end of a split group must not end them.
     dataSource.SetSplitEndCheck(false);
     return true;
 }

@@ -132,6 +132,7 @@ bool HVRunner::ParseRecommendPCS(const std::string& json, int& id,
         return false;
     JNIJSONObject areas = parsedObject(json);
     const std::set<std::string> keys = areas.keySet();
+    // The answer is about one area; with several, nobody could tell which one `id` names.
     if (keys.size() != 1)
         return false;
     id = String2Integer(*keys.begin());

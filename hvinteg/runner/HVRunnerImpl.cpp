@@ -75,6 +75,7 @@ void HVRunnerImpl::addInputIterator(HVStatDataIterator* iterator)
 bool HVRunnerImpl::execute()
 {
     _execution->execute(managerEnv(), _listener);
+    // A cancelled job has not failed: its output is cut short, and the state tells that.
     return _listener->getState() != HVProgressListener::Failed;
 }
 

@@ -30,6 +30,7 @@ HVStopProcessor::~HVStopProcessor() = default;
 
 bool HVStopProcessor::isLimitOver() const
 {
+    // So written that a limit which is not a number is none either.
     if (!(_timeLimit > 0))
         return false;
     // The difference of two counters that wrap around is right as a signed number.
@@ -53,6 +54,7 @@ bool HVStopProcessor::GetCancel()
         TnError(TnString("Time out termination ...", true), kShowInOutput, kLevelError);
         endHostRun();
     }
+    // Does not come back if the user asked for a stop: nothing may be pending here.
     ATNJMP(stopWorkspace().load());
     return limitOver;
 }

@@ -10,6 +10,7 @@ bool RunnerRegistration::cfInitialized = false;
 RunnerRegistration::RunnerRegistration()
 {
     if (runnerCount == 0) {
+        // The metadata library starts once a process, and stays up behind the last runner.
         if (!cfInitialized) {
             CFAppHost::update();
             CFEntry::initialize(CFAppHost::getInstance()->createCFHostingCalbck());

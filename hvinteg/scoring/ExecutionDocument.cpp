@@ -77,6 +77,7 @@ XmlElement addOperation(const XmlElement& execution, const ScoringModule& module
 {
     XmlElement operation = addElement(execution, "Operation");
     setAttribute(operation, "componentId", module.id());
+    // The only operation waits for none, yet its reader wants the attributes.
     setAttribute(operation, "dependencyIds", "");
     setAttribute(operation, "id", "1");
     setAttribute(operation, "inputIds", "");

@@ -91,6 +91,7 @@ bool HVTransformScorer::Impl::bindInput(const IMCVariable& variable)
     if (column < 0)
         return false;
     const bool isString = isText(variable);
+    // A model that contradicts itself: a number would be read where its storage has a text.
     if (isString != (variable.GetStorage() == IMCVariable::kStoredString))
         return false;
     // The row's bytes would be taken for what they are not.
@@ -167,6 +168,7 @@ bool HVTransformScorer::ScoreRecord()
         readInput(*impl.iterator, impl.inputs[i], impl.missing,
                   impl.inputRecord[static_cast<int>(i)]);
     if (impl.computer->Compute(impl.inputRecord, impl.outputRecord, 0).IsError()) {
+        // Nobody may take the values of the row before for those of this one.
         std::fill(impl.targetValues.begin(), impl.targetValues.end(), impl.missing);
         return false;
     }

@@ -41,6 +41,7 @@ ArchiveEnd::ArchiveEnd(const std::string& path)
     file.seekg(-static_cast<std::streamoff>(tail.size()), std::ios::end);
     if (!file.read(tail.data(), static_cast<std::streamsize>(tail.size())))
         return;
+    // From behind: a comment or an entry may contain the signature too.
     const std::size_t place = tail.rfind(kSignature);
     _isOfEmptyArchive =
         place != std::string::npos && isRecordOfNothing(std::string_view(tail).substr(place));

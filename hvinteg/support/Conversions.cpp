@@ -19,6 +19,7 @@ namespace {
 /// `width` bytes of a case buffer, without the blanks that fill it up.
 void assignText(const OBS* value, std::size_t width, std::string& out)
 {
+    // A copy, since the host trims in place and a case buffer has no end mark.
     std::vector<char> buffer(width + 1, '\0');
     std::memcpy(buffer.data(), value, width);
     VEXAMBstrtrim_A(buffer.data());

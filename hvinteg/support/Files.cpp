@@ -44,6 +44,7 @@ std::string FormUniqueFileName(const std::string& path)
     const std::size_t dot = path.rfind('.');
     const std::string stem = path.substr(0, dot) + '_';
     const std::string extension = dot == std::string::npos ? std::string() : path.substr(dot);
+    // The lock keeps this process's threads apart; the file itself is made by the caller, later.
     for (int number = 1;; ++number) {
         std::string candidate = stem;
         candidate += Integer2String(number);

@@ -51,6 +51,7 @@ HVSimpleFile::HVSimpleFile(const std::string& name, bool analytic, bool deleteOn
     _impl->path.SetGeneric(FormUniqueFileName(directory + name));
     std::string rest;
     _impl->fileName = SeparateFileName(_impl->path.GetGeneric(), rest);
+    // In the analytic directory the engine makes the file, and takes one that is there for data.
     if (!analytic)
         createEmpty(_impl->path);
     // Only from here on: without a name of its own, nothing is to be removed.

@@ -62,6 +62,7 @@ void HVStatTracer::openRoot(const std::string& directory)
 
 bool HVStatTracer::takeDirectory()
 {
+    // All processes then share the root, and append to one log.
     if (_maxDirCount == 0) {
         _dir = _root;
         return true;

@@ -27,6 +27,7 @@ std::string JoinFilePath(const std::string& first, const std::string& second)
 std::string NormalizeHvlPath(const std::string& path, const std::string& protocol)
 {
     std::string result;
+    // A path that has its protocol keeps it.
     if (VEXAMBstrnccmp_A(path.c_str(), protocol.c_str(), protocol.size()) != 0)
         result = protocol + "://";
     if (protocol == "file")

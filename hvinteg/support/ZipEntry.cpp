@@ -51,6 +51,7 @@ int ZipEntry::read(unzFile archive)
     buffer[kNameBuffer - 1] = '\0';
     _name = FormalizeFilePath(buffer, false);
     _isDirectory = endsWithBackslash(_name);
+    // False for a name that was cut off, and for one with a NUL in it.
     _isNameWhole = std::strlen(buffer) == info.size_filename;
     _size = info.uncompressed_size;
     _flags = info.flag;

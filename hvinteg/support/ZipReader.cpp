@@ -133,6 +133,7 @@ bool ZipReader::Impl::exportEntry(const ZipEntry& entry, Sink sink)
     if (lastResult != UNZ_OK)
         return false;
     const std::uint64_t size = readEntry(sink);
+    // Over the life of the reader, so that an archive of many entries is bounded as one of few.
     allowance -= size;
     lastResult = unzCloseCurrentFile(handle);
     return lastResult == UNZ_OK && size == entry.size();
@@ -271,6 +272,7 @@ bool ZipReader::ExportString(std::string& content)
 bool ZipReader::ExportFullDirectory(const std::string& directory)
 {
     const DirectorySpecific target(directory);
+    // What is there is added to; only a directory that cannot be written is refused.
     if (target.Exists() ? target.ReadOnly() : !MakeDir(target.ExpandPath()))
         return false;
     if (_impl->lastResult != UNZ_OK)

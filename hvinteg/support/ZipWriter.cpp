@@ -176,6 +176,7 @@ bool ZipWriter::Impl::addFound(const std::string& found, bool isDirectory,
                                const std::string& entryName, std::vector<std::string>& ancestors)
 {
     if (!isDirectory)
+        // An archive that is written into the directory which it packs leaves itself out.
         return isArchive(found) || addFile(entryName, found);
     addDirectory(entryName);
     return addTree(found, entryName, ancestors);

@@ -124,6 +124,7 @@ void CsvProfile::take()
     }
     if (!_longest.empty())
         takeLengths();
+    // Types are given: only values that they would change without a word need a look.
     if (!_expected.empty())
         return takeExpected();
     for (std::size_t column = 0; column < _fields.size(); ++column) {
@@ -166,6 +167,7 @@ void CsvProfile::takeExpected()
 void CsvProfile::checkExpected(std::size_t column, CsvKind kind)
 {
     const std::string text(_fields[column].text);
+    // The database rounds a fraction and cuts a time of day off; all else it refuses itself.
     const bool changed = _expected[column] == CFField::Integer
                              ? kind == CsvKind::Real && !isWhole(text)
                              : kind == CsvKind::Timestamp;

@@ -43,6 +43,7 @@ bool CsvScanner::refill()
     _at = 0;
     if (_end == _buffer.size()) {
         if (_buffer.size() >= kLongestRecord)
+            // An unclosed quote would take the whole of a large file into memory.
             throw std::length_error("line " + std::to_string(_line) + " does not end");
         _buffer.resize(_buffer.size() * 2);
     }
@@ -50,6 +51,7 @@ bool CsvScanner::refill()
     if (got < 0)
         throw std::system_error(errno, std::generic_category());
     _end += static_cast<std::size_t>(got);
+    // A read that fills the room may have more behind it.
     _atEnd = _end < _buffer.size();
     _marks.find(_buffer.data(), 0, _end);
     _mark = 0;

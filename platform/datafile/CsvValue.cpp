@@ -74,6 +74,7 @@ CsvKind numberKind(std::string_view text)
     if (negative || (!text.empty() && text.front() == '+'))
         text.remove_prefix(1);
     const std::size_t whole = digitsFrom(text, 0);
+    // Codes such as 007 lose their zeros as numbers.
     if (whole > 1 && text.front() == '0')
         return CsvKind::Text;
     if (whole == 0 && (text.empty() || text.front() != '.'))

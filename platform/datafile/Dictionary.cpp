@@ -280,6 +280,7 @@ Dictionary read(const Json& json)
 {
     if (!json.is_object())
         throw Wrong{"it is not an object"};
+    // What a later version says cannot be guessed, and half a dictionary makes wrong results.
     if (countIn(json, "schema", UINT32_MAX) > kSchema)
         throw Wrong{"it is of a later version"};
     Dictionary dictionary;

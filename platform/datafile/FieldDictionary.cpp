@@ -178,6 +178,7 @@ Dictionary dictionaryOfFields(const Fields& fields)
     Dictionary dictionary;
     for (const CFField& field : fields) {
         dictionary.variables.push_back(variableOf(field));
+        // A file has one weight at most, and weights are numbers.
         if (field.GetRole() == CFField::FrequencyWeight && dictionary.weight.empty() &&
             !isText(field))
             dictionary.weight = field.GetName();

@@ -24,6 +24,7 @@ std::string unfinishedName(const std::string& destination)
 {
     static std::atomic<unsigned> counter = 0;
     static const unsigned seed = std::random_device{}();
+    // Beside the target, since a rename must not cross file systems; and short enough for a name.
     return folderOf(destination) + "/." + fileNameOf(destination).substr(0, 180) + "." +
            std::to_string(getpid()) + "-" + std::to_string(seed) + "-" + std::to_string(++counter) +
            ".part";

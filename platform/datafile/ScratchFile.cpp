@@ -18,6 +18,7 @@ ScratchFile::ScratchFile(const std::string& folder)
     _file = FileDescriptor(mkostemp(name.data(), O_CLOEXEC));
     if (!_file)
         throw std::system_error(errno, std::generic_category(), "a scratch file in " + folder);
+    // Without a name, nothing is left behind however the process ends.
     unlink(name.c_str());
 }
 

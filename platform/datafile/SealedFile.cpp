@@ -81,6 +81,26 @@ private:
     FileDescriptor _file;
 };
 
+/// What stands between the magic and the chunks.
+struct SealedHead
+{
+    Salt salt{};
+    StreamHeader header{};
+};
+
+SealedHead readHead(const Borrowed& input)
+{
+    std::array<unsigned char, kMagic.size()> magic{};
+    if (input.read(magic.data(), magic.size()) != magic.size() ||
+        std::memcmp(magic.data(), kMagic.data(), kMagic.size()) != 0)
+        throw SealedFileError(Kind::NotSealed, "the file is not sealed with a password");
+    SealedHead head;
+    if (input.read(head.salt.data(), head.salt.size()) != head.salt.size() ||
+        input.read(head.header.data(), head.header.size()) != head.header.size())
+        throw SealedFileError(Kind::Damaged, "the file is cut short");
+    return head;
+}
+
 void startSodium()
 {
     if (sodium_init() < 0)
@@ -140,18 +160,10 @@ void openSealedFile(int source, int target, const std::string& password, const S
     startSodium();
     const Borrowed input(source);
     const Borrowed output(target);
-    std::array<unsigned char, kMagic.size()> magic{};
-    Salt salt{};
-    StreamHeader header{};
-    if (input.read(magic.data(), magic.size()) != magic.size() ||
-        std::memcmp(magic.data(), kMagic.data(), kMagic.size()) != 0)
-        throw SealedFileError(Kind::NotSealed, "the file is not sealed with a password");
-    if (input.read(salt.data(), salt.size()) != salt.size() ||
-        input.read(header.data(), header.size()) != header.size())
-        throw SealedFileError(Kind::Damaged, "the file is cut short");
-    const DerivedKey key(password, salt);
+    const SealedHead head = readHead(input);
+    const DerivedKey key(password, head.salt);
     crypto_secretstream_xchacha20poly1305_state state;
-    crypto_secretstream_xchacha20poly1305_init_pull(&state, header.data(), key.data());
+    crypto_secretstream_xchacha20poly1305_init_pull(&state, head.header.data(), key.data());
 
     std::vector<unsigned char> plain(kChunk);
     std::vector<unsigned char> sealed(kSealedChunk);
@@ -164,6 +176,7 @@ void openSealedFile(int source, int target, const std::string& password, const S
         if (got == 0 ||
             crypto_secretstream_xchacha20poly1305_pull(&state, plain.data(), &length, &tag,
                                                        sealed.data(), got, nullptr, 0) != 0)
+            // The first chunk tells a wrong password: nothing before it is checked.
             throw first && got > 0
                 ? SealedFileError(Kind::WrongPassword,
                                   "the password is wrong, or the file is damaged at its beginning")

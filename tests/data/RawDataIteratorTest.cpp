@@ -2,41 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
-
 #include "ErrorText.h"
 #include "HostConversions.h"
 #include "data/HVDataModel.h"
 #include "data/SourceRows.h"
 #include "host/CaseFiles.h"
+#include "support/CountedAllocations.h"
 #include "support/HostScopes.h"
-
-// Every allocation of a thread is counted: the row loop must make none.
-namespace {
-thread_local long long allocations = 0;
-}
-// Not inline: the compiler would take a pair of malloc and free for one of new and free.
-[[gnu::noinline]] void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept
-{
-    ++allocations;
-    return std::malloc(size);
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace {
 

@@ -82,9 +82,14 @@ std::string move(const std::string& in, const std::string& out)
 
 constexpr const char* kLand =
     R"({"type":"FeatureCollection","features":[
-{"type":"Feature","properties":{"name":"Åland","code":7,"share":0.5,"day":"2024-02-29"},"geometry":{"type":"Polygon","coordinates":[[[0,0],[4,0],[4,4],[0,4],[0,0]],[[1,1],[1,2],[2,2],[2,1],[1,1]]]}},
-{"type":"Feature","properties":{"name":"B","code":9007199254,"share":-2,"day":null},"geometry":{"type":"MultiPolygon","coordinates":[[[[10,0],[11,0],[10,1],[10,0]]],[[[20,0],[21,0],[20,1],[20,0]]]]}},
-{"type":"Feature","properties":{"name":"none","code":3,"share":0.001,"day":"1969-12-31"},"geometry":null}
+{"type":"Feature","properties":{"name":"Åland","code":7,"share":0.5,"day":"2024-02-29"},)"
+    R"("geometry":{"type":"Polygon","coordinates":)"
+    R"([[[0,0],[4,0],[4,4],[0,4],[0,0]],[[1,1],[1,2],[2,2],[2,1],[1,1]]]}},
+{"type":"Feature","properties":{"name":"B","code":9007199254,"share":-2,"day":null},)"
+    R"("geometry":{"type":"MultiPolygon","coordinates":)"
+    R"([[[[10,0],[11,0],[10,1],[10,0]]],[[[20,0],[21,0],[20,1],[20,0]]]]}},
+{"type":"Feature","properties":{"name":"none","code":3,"share":0.001,"day":"1969-12-31"},)"
+    R"("geometry":null}
 ]}
 )";
 

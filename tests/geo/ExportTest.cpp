@@ -45,16 +45,27 @@ protected:
                R"(","dataModelDestination":")" + url("out.xml") + "\",\"type\":\"text/geojson\"}\n";
     }
 
-    bool exportShape(const char* from, int fromWkid, const char* to, int toWkid)
+    /// As a caller tells it: by name, by id, by both or not at all.
+    struct System
     {
-        return maps->getShapeGeoJSON(from, fromWkid, to, toWkid, path("roads.shp"), path("out.xml"),
-                                     path("out.json"));
+        const char* name;
+        int wkid = 0;
+    };
+
+    bool exportShape(const System& from, const System& to)
+    {
+        return maps->getShapeGeoJSON(from.name, from.wkid, to.name, to.wkid, path("roads.shp"),
+                                     path("out.xml"), path("out.json"));
     }
 
-    bool exportPoints(const char* from, int fromWkid, const char* to, int toWkid,
-                      const Names& fields)
+    bool exportPoints(const System& from, const System& to, const Names& fields)
     {
-        return maps->getPointGeoJSON(from, fromWkid, to, toWkid, dataset, "", fields,
+        return maps->getPointGeoJSON(from.name, from.wkid, to.name, to.wkid, dataset, "", fields,
+                                     path("out.xml"), path("out.json"));
+    }
+    bool exportFile(const std::string& file)
+    {
+        return maps->getPointGeoJSON("CARTESIAN", 0, "", 0, kNoDataset, file, {"a", "b"},
                                      path("out.xml"), path("out.json"));
     }
 
@@ -77,8 +88,6 @@ protected:
 };
 
 constexpr const char* kNoAnswer = "none";
-const std::string kReadShape = R"(,"type":"shp"}})"
-                               "\n";
 
 } // namespace
 
@@ -86,10 +95,8 @@ TEST_F(Export, ReprojectsAMapWhereATargetIsNamed)
 {
     struct SystemCase
     {
-        const char* from;
-        int fromWkid;
-        const char* to;
-        int toWkid;
+        System from;
+        System to;
         Names asked;
         std::string steps; ///< between reading and writing
         const char* chain;
@@ -97,34 +104,33 @@ TEST_F(Export, ReprojectsAMapWhereATargetIsNamed)
     const char* const plain = "read(f1Conf) -> write(f2Conf)";
     const char* const moved = "read(f1Conf) -> reprojection(f2Conf) -> write(f3Conf)";
     const char* const loose = "reprojection(f1Conf) -> write(f2Conf)";
+    const std::string toUtm = reprojection("2", "WGS_84", "UTM_32");
     const std::string nothing = "val f1Conf = {\"type\":\"all\",\"reprojectionFields\":[{}]}\n";
     const SystemCase cases[] = {
-        {"WGS", 0, "UTM", 0, {"WGS", "UTM"}, reprojection("2", "WGS_84", "UTM_32"), moved},
-        {"WGS", 1, "x", 32632, {"WGS", "x", "32632"}, reprojection("2", "WGS_84", "UTM_32"), moved},
-        {"", 4326, "", 32632, {"4326", "32632"}, "", plain},
-        {"WGS", 0, "", 0, {"WGS"}, "", plain},
-        {"", 0, "", -1, {}, "", plain},
-        {"CARTESIAN", 4326, "", 32632, {}, "", plain},
-        {"CARTESIAN", 4326, "UTM", 0, {}, nothing, loose},
-        {"WGS", 0, "x", 0, {"WGS", "x"}, nothing, loose},
-        {"Cartesian",
-         0,
-         "UTM",
-         0,
+        {{"WGS"}, {"UTM"}, {"WGS", "UTM"}, toUtm, moved},
+        {{"WGS", 1}, {"x", 32632}, {"WGS", "x", "32632"}, toUtm, moved},
+        {{"", 4326}, {"", 32632}, {"4326", "32632"}, "", plain},
+        {{"WGS"}, {""}, {"WGS"}, "", plain},
+        {{""}, {"", -1}, {}, "", plain},
+        {{"CARTESIAN", 4326}, {"", 32632}, {}, "", plain},
+        {{"CARTESIAN", 4326}, {"UTM"}, {}, nothing, loose},
+        {{"WGS"}, {"x"}, {"WGS", "x"}, nothing, loose},
+        {{"Cartesian"},
+         {"UTM"},
          {"Cartesian", "UTM"},
          "val f2Conf = {\"type\":\"all\",\"reprojectionFields\":"
          "[{\"outSR\":{\"csName\":\"UTM_32\"}}]}\n",
          moved},
     };
-    for (const auto& [from, fromWkid, to, toWkid, asked, steps, chain] : cases) {
-        SCOPED_TRACE(std::string(from) + " to " + to + " " + std::to_string(toWkid));
+    for (const auto& [from, to, asked, steps, chain] : cases) {
+        SCOPED_TRACE(std::string(from.name) + " to " + to.name + " " + std::to_string(to.wkid));
         engine.clearCalls();
-        EXPECT_TRUE(exportShape(from, fromWkid, to, toWkid));
+        EXPECT_TRUE(exportShape(from, to));
         EXPECT_EQ(systemsAsked(), asked);
-        const bool isLoose = chain == loose;
-        const std::string read = isLoose ? ""
-                                         : R"(val f1Conf = {"geospatial":{"location":")" +
-                                               url("roads.shp") + "\"" + kReadShape;
+        std::string read;
+        if (chain != loose)
+            read = R"(val f1Conf = {"geospatial":{"location":")" + url("roads.shp") +
+                   "\",\"type\":\"shp\"}}\n";
         EXPECT_THAT(jobs(),
                     ElementsAre(read + steps + writing(chain == moved ? "3" : "2") + chain));
     }
@@ -151,41 +157,30 @@ TEST_F(Export, ReadsALayerAndTracesWhatWasWritten)
 TEST_F(Export, GathersThePointsOfADataset)
 {
     const std::string envelope =
-        R"("GeoEnvelope":{"leftUpperX":7.1,"leftUpperY":50.7,"rightLowerX":10.0,"rightLowerY":0.0})";
+        R"("GeoEnvelope":{"leftUpperX":7.1,"leftUpperY":50.7,"rightLowerX":10.0,)"
+        R"("rightLowerY":0.0})";
     const std::string wgs = R"("wkid":"4326","csname":"WGS_84","isProjected":false,)"
                             R"("wkt":"GEOGCS",)";
     const std::string utm = R"("wkid":"32632","csname":"UTM_32","isProjected":true,)"
                             R"("wkt":"PROJCS",)";
     struct PointCase
     {
-        const char* from;
-        int fromWkid;
-        const char* to;
-        int toWkid;
+        System from;
+        System to;
         Names fields;
         std::string system;
         std::string reprojection;
     };
+    const std::string toUtm = reprojection("4", "WGS_84", "UTM_32");
+    const std::string toWgs = reprojection("4", "UTM_32", "WGS_84");
     const PointCase cases[] = {
-        {"WGS",
-         0,
-         "UTM",
-         0,
-         {"east", "north"},
-         wgs + envelope,
-         reprojection("4", "WGS_84", "UTM_32")},
-        {"",
-         32632,
-         "",
-         4326,
-         {"east", "north", "height"},
-         utm + envelope,
-         reprojection("4", "UTM_32", "WGS_84")},
-        {"WGS", 0, "x", 0, {"east", "north"}, wgs + envelope, ""},
-        {"CARTESIAN", 4326, "UTM", 32632, {"east", "north"}, "", ""},
+        {{"WGS"}, {"UTM"}, {"east", "north"}, wgs + envelope, toUtm},
+        {{"", 32632}, {"", 4326}, {"east", "north", "height"}, utm + envelope, toWgs},
+        {{"WGS"}, {"x"}, {"east", "north"}, wgs + envelope, ""},
+        {{"CARTESIAN", 4326}, {"UTM", 32632}, {"east", "north"}, "", ""},
     };
-    for (const auto& [from, fromWkid, to, toWkid, fields, system, steps] : cases) {
-        SCOPED_TRACE(std::string(from) + " to " + to);
+    for (const auto& [from, to, fields, system, steps] : cases) {
+        SCOPED_TRACE(std::string(from.name) + " to " + to.name);
         engine.clearCalls();
         takeTraces();
         // The last limit is missing.
@@ -193,7 +188,7 @@ TEST_F(Export, GathersThePointsOfADataset)
                             realField("rightLowerX"), realField("rightLowerY")},
                            {{7.1, 50.7, 10.0, std::nullopt}});
         leaveEnvelope(limits);
-        EXPECT_TRUE(exportPoints(from, fromWkid, to, toWkid, fields)) << reason();
+        EXPECT_TRUE(exportPoints(from, to, fields)) << reason();
         EXPECT_EQ(limits.disposals, 1);
         const bool isSolid = fields.size() == 3;
         const std::string size = std::to_string(fields.size());
@@ -233,24 +228,18 @@ TEST_F(Export, PullsTheCasesOnceForEachJob)
         pulled.push_back(job.pull("pointData"));
         job.listener().onSuccess();
     });
-    EXPECT_TRUE(exportPoints("WGS", 0, "", 0, {"north", "east"}));
+    EXPECT_TRUE(exportPoints({"WGS"}, {""}, {"north", "east"}));
     EXPECT_THAT(pulled, ElementsAre(2, 2));
 
     // From a file as well, whose name needs no ending.
     folder().put("places.csv", "a,b\n1,2\n3,4\n5,6\n");
-    EXPECT_TRUE(maps->getPointGeoJSON("CARTESIAN", 0, "", 0, kNoDataset, path("places.csv"),
-                                      {"a", "b"}, path("out.xml"), path("out.json")));
+    EXPECT_TRUE(exportFile(path("places.csv")));
     EXPECT_THAT(pulled, ElementsAre(2, 2, 3, 3));
 }
 
 TEST_F(Export, RefusesPointsThatAreNone)
 {
-    struct PointCase
-    {
-        const char* from;
-        Names fields;
-    };
-    const PointCase cases[] = {
+    const std::pair<const char*, Names> cases[] = {
         {"WGS", {}},
         {"WGS", {"east"}},
         {"WGS", {"east", "north", "height", "east"}},
@@ -259,13 +248,9 @@ TEST_F(Export, RefusesPointsThatAreNone)
         {"CARTESIAN", {"east", "north", "depth"}},
     };
     for (const auto& [from, fields] : cases) {
-        EXPECT_FALSE(exportPoints(from, 0, "", 0, fields));
+        EXPECT_FALSE(exportPoints({from}, {""}, fields));
         EXPECT_EQ(reason(), "") << from;
     }
-    const auto exportFile = [this](const std::string& file) {
-        return maps->getPointGeoJSON("CARTESIAN", 0, "", 0, kNoDataset, file, {"a", "b"},
-                                     path("out.xml"), path("out.json"));
-    };
     EXPECT_FALSE(exportFile(path("missing.csv")));
     EXPECT_THAT(reason(), testing::HasSubstr("missing.csv"));
     EXPECT_FALSE(exportFile(""));
@@ -294,13 +279,13 @@ TEST_F(Export, ExplainsAFailureThatTheEngineDoesNot)
         if (fails)
             engine.setScript(
                 [](ScriptedJob& job) { job.listener().onError("ID", "text", "detail"); });
-        EXPECT_FALSE(exportShape("WGS", 0, "", 0));
+        EXPECT_FALSE(exportShape({"WGS"}, {""}));
         EXPECT_EQ(reason(), ofShape);
         EXPECT_FALSE(
             maps->getServiceGeoJSON("", 0, "", 0, "u", 0, path("out.xml"), path("out.json")));
         EXPECT_EQ(reason(), ofLayer);
         engine.clearCalls();
-        EXPECT_FALSE(exportPoints("WGS", 0, "", 0, {"east", "north"}));
+        EXPECT_FALSE(exportPoints({"WGS"}, {""}, {"east", "north"}));
         EXPECT_EQ(reason(), ofLayer) << "points have no file of shapes";
         EXPECT_EQ(jobs().size(), 1U) << "without an envelope there is no map";
     }
@@ -314,9 +299,9 @@ TEST_F(Export, EnvelopeTakesWhatItGets)
         const Names all = jobs();
         return all.size() == 2 ? all.back() : std::string(kNoAnswer);
     };
-    const std::vector<WrittenRows::Value> none;
+    const auto exportAll = [this] { return exportPoints({"WGS"}, {""}, {"east", "north"}); };
     engine.setScript([](ScriptedJob& job) { job.listener().onSuccess(); });
-    EXPECT_FALSE(exportPoints("WGS", 0, "", 0, {"east", "north"})) << "no file of limits";
+    EXPECT_FALSE(exportAll()) << "no file of limits";
     EXPECT_EQ(reason(), "");
     EXPECT_EQ(second(), kNoAnswer);
 
@@ -324,12 +309,12 @@ TEST_F(Export, EnvelopeTakesWhatItGets)
     // Texts and fields that are not there count as little as records that are not.
     WrittenRows odd({textField("leftUpperX"), realField("rightLowerX")}, {{"a", 3.0}});
     leaveEnvelope(odd);
-    EXPECT_TRUE(exportPoints("WGS", 0, "", 0, {"east", "north"}));
+    EXPECT_TRUE(exportAll());
     EXPECT_THAT(second(), testing::HasSubstr(R"({"leftUpperX":0.0,"leftUpperY":0.0,)"
                                              R"("rightLowerX":3.0,"rightLowerY":0.0})"));
     engine.clearCalls();
     WrittenRows empty({realField("leftUpperX")}, {});
     leaveEnvelope(empty);
-    EXPECT_TRUE(exportPoints("WGS", 0, "", 0, {"east", "north"}));
+    EXPECT_TRUE(exportAll());
     EXPECT_THAT(second(), testing::HasSubstr(R"({"leftUpperX":0.0,)"));
 }

@@ -114,7 +114,8 @@ TEST_F(Matching, AsksThreeQuestionsOfACopyOfTheMap)
         R"({"shape":"label","dataset":"name"},{"shape":"sub id","dataset":"part"}],)";
     const std::string questions[] = {
         R"("outputFields":{"shape":["id","label","sub id"]},"joinType":"Inner"})",
-        R"("outputFields":{"shape":["id","label","sub id"]},"joinType":"Anti","nonMatchingSources":["shape"]})",
+        R"("outputFields":{"shape":["id","label","sub id"]},"joinType":"Anti",)"
+        R"("nonMatchingSources":["shape"]})",
         R"("outputFields":{"dataset":["district","name","part"]},"joinType":"Anti",)"
         R"("nonMatchingSources":["dataset"]})"};
     for (std::size_t i = 0; i < 3; ++i)

@@ -1,4 +1,4 @@
-"""What goes wrong, and what hvhost says then: no trace of a half-written output, one clear error."""
+"""What goes wrong, and what hvhost says then: nothing half-written, one clear error."""
 import os
 import resource
 import shlex
@@ -165,16 +165,18 @@ class Faults(Case):
                       ["convert", DATA / "weather.csv", "-", "--print-job"],
                       ["aggregate", DATA / "weather.csv", "--stat", "count"]):
             with self.subTest(words):
-                done = subprocess.run(["sh", "-c", '"$@" >/dev/full', "sh", HVHOST, *map(str, words)],
+                done = subprocess.run(["sh", "-c", '"$@" >/dev/full', "sh", HVHOST,
+                                       *map(str, words)],
                                       stderr=subprocess.PIPE, text=True, check=False,
                                       env=self.environment())
                 self.assertEqual(done.returncode, 1)
                 self.assertIn("standard output cannot be written", done.stderr)
 
     def test_a_reader_that_goes_away(self):
-        """As `head` does: no fault to speak of, whether or not Java is running, and nothing stays."""
+        """As `head` does: no fault, whether or not Java is running, and nothing stays."""
         for words in (["convert", DATA / "weather.csv", "-"], ["describe", DATA / "weather.csv"],
-                      ["convert", DATA / "weather.csv", "-", "--print-job"], ["info", "-"], ["help"]):
+                      ["convert", DATA / "weather.csv", "-", "--print-job"], ["info", "-"],
+                      ["help"]):
             with self.subTest(words), open(DATA / "weather.csv", encoding="utf-8") as source:
                 process = self.start_hvhost(*words, stdin=source)
                 process.stdout.close()
@@ -196,7 +198,8 @@ class Faults(Case):
             done = self.run_hvhost("convert", source, "target/out.csv", status=1, text=text,
                                    preexec_fn=limit, cwd=self.folder)
             self.assertEqual(list(target.iterdir()), [])
-            self.assertIn("error: " + ("a temporary file " if source == "-" else "target/out.csv: "), done.stderr)
+            self.assertIn("error: " + ("a temporary file " if source == "-"
+                                       else "target/out.csv: "), done.stderr)
 
     def test_no_engine(self):
         words = ["convert", DATA / "weather.csv", self.folder / "out.csv"]
@@ -218,7 +221,8 @@ class Faults(Case):
             self.skipTest("no right to hide /usr/lib/jvm")
         for words in (["convert", DATA / "weather.csv", self.folder / "out.csv"], ["doctor"]):
             done = subprocess.run([*hide, "env", "JAVA_HOME=", "PATH=/none", HVHOST, *words],
-                                  capture_output=True, text=True, env=self.environment(), check=False)
+                                  capture_output=True, text=True, env=self.environment(),
+                                  check=False)
             self.assertEqual(done.returncode, 4, done.stderr)
             self.assertIn("/usr/lib/jvm/default-java", done.stderr)
             self.assertIn("hint: ", done.stderr)

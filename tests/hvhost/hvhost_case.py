@@ -33,7 +33,8 @@ class Case(unittest.TestCase):
 
     def run_hvhost(self, *words, status=0, text=None, **more):
         environment = self.environment(**more.pop("environment", {}))
-        done = subprocess.run([HVHOST, *map(str, words)], capture_output=True, text=True, input=text,
+        done = subprocess.run([HVHOST, *map(str, words)], capture_output=True, text=True,
+                              input=text,
                               env=environment, timeout=120, check=False, **more)
         self.assertEqual(done.returncode, status, f"{words}\n{done.stdout}\n{done.stderr}")
         # A fault is told in the one form that there is, and results alone go to standard output.

@@ -12,8 +12,8 @@ from hvhost_case import DATA, Case
 
 PENGUINS = DATA / "penguins.csv"
 MODEL = DATA / "penguins.pmml"
-PMML = """<PMML version="4.4" xmlns="http://www.dmg.org/PMML-4_4"><DataDictionary>%s</DataDictionary>
-<TransformationDictionary>%s</TransformationDictionary></PMML>"""
+PMML = """<PMML version="4.4" xmlns="http://www.dmg.org/PMML-4_4">
+<DataDictionary>%s</DataDictionary><TransformationDictionary>%s</TransformationDictionary></PMML>"""
 # A ratio that not every row has, a date, and a number made from a date.
 FIELDS = "".join(f'<DataField name="{name}" optype="continuous" dataType="{kind}"/>'
                  for name, kind in (("a", "double"), ("b", "double"), ("day", "date")))

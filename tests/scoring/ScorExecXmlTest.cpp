@@ -2,37 +2,12 @@
 
 #include <gmock/gmock.h>
 
-#include <stdexcept>
-
-#include "PathFactory.h"
+#include "support/Installation.h"
 #include "support/ScratchFolder.h"
 
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
-
-/// An installation that is somewhere else for one scope.
-class Installation : public PathFinder
-{
-public:
-    explicit Installation(std::string path) : _path(std::move(path))
-    {
-        PathFactory::setPathInstance(this);
-    }
-    ~Installation() override { PathFactory::setPathInstance(nullptr); }
-    Installation(const Installation&) = delete;
-    Installation& operator=(const Installation&) = delete;
-    std::string getInstallationPath() const override
-    {
-        if (_path.empty())
-            throw std::runtime_error("there is no installation");
-        return _path;
-    }
-
-private:
-    std::string _path;
-};
 
 std::string documentOf(HVScorExecXML& scoring)
 {

@@ -3,10 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <map>
-#include <new>
 #include <optional>
 #include <utility>
 
@@ -18,32 +16,7 @@
 #include "RowDataIterator.h"
 #include "ValueRecord.h"
 #include "scoring/Pmml.h"
-
-// Every allocation is counted: to score a row of numbers takes none.
-namespace {
-thread_local long long allocations = 0;
-}
-// Not inline: the compiler would take a pair of malloc and free for one of new and free.
-[[gnu::noinline]] void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept
-{
-    ++allocations;
-    return std::malloc(size);
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
+#include "support/CountedAllocations.h"
 
 namespace {
 

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <utility>
 
 #include "PathFactory.h"
 
-/// Has the host installed somewhere else for a scope.
+/// Has the host installed somewhere else for a scope; nowhere for an empty path.
 class Installation final : public PathFinder
 {
 public:
@@ -16,7 +17,10 @@ public:
     ~Installation() override { PathFactory::setPathInstance(nullptr); }
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;
-    std::string getInstallationPath() const override { return _path; }
+    std::string getInstallationPath() const override
+    {
+        return _path.empty() ? throw std::runtime_error("there is no installation") : _path;
+    }
 
 private:
     std::string _path;

@@ -75,6 +75,7 @@ ContextPtr newContext()
 {
     ContextPtr context(proj_context_create());
     proj_log_level(context.get(), PJ_LOG_NONE);
+    // The same job must give the same points with a network and without.
     proj_context_set_enable_network(context.get(), 0);
     return context;
 }
@@ -133,6 +134,7 @@ CoordinateSystems::find(PJ_CONTEXT* context, const std::string& name, const char
     for (int i = 0; i < count; ++i) {
         const ObjectPtr system(proj_list_get(context, list.get(), i));
         const char* code = proj_get_id_code(system.get(), 0);
+        // An outdated definition may have the name that people use, and moves points elsewhere.
         if (!code || proj_is_deprecated(system.get()))
             continue;
         auto found = describe(context, system.get(), numberOf(code));

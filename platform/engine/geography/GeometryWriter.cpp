@@ -80,6 +80,7 @@ void Writer::polygon(const OGRPolygon& polygon)
 {
     bool isOuter = true;
     list(polygon, [&](const OGRLinearRing* ring) {
+        // GeoJSON has outer rings counter-clockwise and holes clockwise, shape files the reverse.
         points(*ring, ring->isClockwise() == (isOuter ? TRUE : FALSE));
         isOuter = false;
     });

@@ -66,6 +66,7 @@ std::map<std::string, json> detailsOf(const MapService& service)
         for (const json& layer : memberOf(answer, "layers"))
             details.emplace(memberOf(layer, "id").dump(), layer);
     } catch (const GeographyError& error) {
+        // A service need not tell of all layers at once; the list does without details then.
         if (error.kind() == GeographyError::Stopped)
             throw;
     }
@@ -119,6 +120,7 @@ MapService::MapService(const std::string& address, StopWish stop)
     : _address(address), _stop(std::move(stop))
 {
     _isFolder = address.starts_with("file://");
+    // A query part may be a key, which no message may show.
     if (const auto mark = _address.find('?'); mark != std::string::npos && !_isFolder) {
         _secret = _address.substr(mark + 1);
         _address.resize(mark);

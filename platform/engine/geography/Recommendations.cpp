@@ -60,6 +60,7 @@ std::vector<const CataloguedSystem*> fittingSystems(CoordinateSystems& systems, 
     };
     std::ranges::sort(fitting, {}, order);
     std::vector<const CataloguedSystem*> result;
+    result.reserve(fitting.size());
     for (const Candidate& candidate : fitting)
         result.push_back(candidate.system);
     return result;
@@ -83,6 +84,7 @@ std::vector<RecommendedSystem> recommendedSystems(CoordinateSystems& systems, co
         if (!described)
             continue;
         const ObjectPtr datum(proj_crs_get_geodetic_crs(context.get(), system.get()));
+        // To look for methods takes longest, and many systems share a datum.
         const auto [known, isNew] = methodsOfDatum.try_emplace(proj_get_name(datum.get()));
         if (isNew)
             known->second = methodsBetween(context.get(), degrees.get(), datum.get(), area);

@@ -54,6 +54,7 @@ CFField attributeField(const json& described)
     std::vector<CFValue> labels;
     for (const json& code : codes)
         labels.emplace_back(datumOf(memberOf(code, "code")), textIn(code, "name"));
+    // Numbers with names are codes.
     const bool isNamed = storage == CFField::String || !labels.empty();
     CFField field(name, isNamed ? CFField::Nominal : CFField::Continuous, storage);
     if (const std::string label = textIn(described, "alias"); label != name)
@@ -64,6 +65,7 @@ CFField attributeField(const json& described)
 
 std::optional<CoordinateSystem> systemOf(const json& reference, CoordinateSystems& systems)
 {
+    // The latest number is that of a public catalogue, where one has the system by now.
     for (const char* key : {"latestWkid", "wkid"}) {
         const json& wkid = memberOf(reference, key);
         if (!wkid.is_number_integer())

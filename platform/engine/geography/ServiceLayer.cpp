@@ -128,6 +128,7 @@ std::string ServiceLayer::parameters(std::uint64_t count) const
         text += "&resultOffset=" + std::to_string(_offset) +
                 "&resultRecordCount=" + std::to_string(count);
         if (!_idField.empty())
+            // Without an order, a record may stand on two pages or on none.
             text += "&orderByFields=" + escaped(_idField);
     }
     return text;
@@ -138,6 +139,7 @@ void ServiceLayer::checkPage(const json& answer) const
     const json& features = memberOf(answer, "features");
     if (!features.is_array())
         throw GeographyError(GeographyError::Service, place() + ": the answer holds no features");
+    // A service that ignores the offset would be read for ever.
     const json& before = memberOf(_page, "features");
     if (before.is_array() && !before.empty() && !features.empty() && before[0] == features[0])
         throw GeographyError(GeographyError::Service,

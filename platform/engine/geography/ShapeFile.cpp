@@ -136,6 +136,7 @@ void ShapeFileLayer::describeShapes(CoordinateSystems& systems)
         geo.SetCoordinateSystem(system.wkid, system.name, system.isProjected, system.wkt);
     }
     OGREnvelope extent;
+    // The header of an empty file has an extent of zeros, which is a place.
     if (_layer.GetFeatureCount() > 0 && _layer.GetExtent(&extent) == OGRERR_NONE)
         geo.SetEnvelope({extent.MinX, extent.MaxY, extent.MaxX, extent.MinY});
     CFField field(kShapeField, CFField::Typeless, CFField::String, CFField::None);

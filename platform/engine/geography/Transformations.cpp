@@ -175,6 +175,7 @@ std::unique_ptr<PointMover> makeMover(const CoordinateSystem& from, const Coordi
                                                                   target.get(), nullptr, nullptr))
                        : operationNamed(context.get(), source.get(), target.get(), method);
     if (operation)
+        // Catalogues put latitude first in many systems; maps have x before y.
         operation.reset(proj_normalize_for_visualization(context.get(), operation.get()));
     if (!operation)
         throw GeographyError(GeographyError::UnknownMethod,

@@ -53,6 +53,7 @@ std::string codeName(char32_t code)
 DocumentText::DocumentText(const std::string& xml) : _text(xml)
 {
     const std::string_view end = datamodel::kRootEnd;
+    // What stands behind the model, as zero bytes of a buffer, is none of it.
     if (const std::size_t found = _text.rfind(end); found != std::string_view::npos)
         _text = _text.substr(0, found + end.size());
     if (_text.size() > kMaxBytes)

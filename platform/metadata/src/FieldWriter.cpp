@@ -29,6 +29,7 @@ void writeDatum(pugi::xml_node node, const CFDatum& datum, CFField::StorageType 
 {
     if (datum.IsNull())
         return;
+    // The kind is told only where the storage does not tell it, which keeps documents short.
     if (const DatumKind kind = kindOf(datum); kind != usualKind(storage))
         node.append_attribute(datamodel::kDatumType) = WordOf(kind);
     addText(node, datamodel::kDatum, datum.ToString(-1));

@@ -41,6 +41,7 @@ void ContainerFile::refuse(int code) const
 
 void ContainerFile::write(const std::string& content)
 {
+    // The archive library tells that it failed and not why; an older reason must not stand for it.
     errno = 0;
     std::unique_ptr<void, Closing> archive(zipOpen64(_file.path().c_str(), APPEND_STATUS_CREATE));
     if (!archive)

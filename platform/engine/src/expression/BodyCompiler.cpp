@@ -124,6 +124,7 @@ const std::string* BodyCompiler::constantText(const Expression& expression,
 {
     const Expression* source = &expression;
     if (const auto* name = std::get_if<language::Name>(&expression.value))
+        // A parameter hides a definition of the same name.
         if (const Expression* bound = definition(name->name); bound && !scope.contains(name->name))
             source = bound;
     return std::get_if<std::string>(&source->value);
@@ -232,6 +233,7 @@ SqlExpression BodyCompiler::compileCall(const language::Call& call, const Scope&
     if (const Expression* bound = definition(call.function)) {
         if (const auto* lambda = std::get_if<language::Lambda>(&bound->value))
             return compileUserCall(call, *lambda, scope, place);
+        // A value may be called like a function of the language; the call then means the function.
         if (!isFunction(call.function))
             place.fail(errors::kUnknownFunction,
                        "'" + call.function + "' is " + kindOf(*bound) + ", not a function");

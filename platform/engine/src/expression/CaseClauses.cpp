@@ -27,6 +27,7 @@ ValueType sharedType(const std::vector<CaseClause>& clauses,
             clause.place.fail(errors::kOperandType,
                               "the values of a conditional are of one type, found " +
                                   value.description + " and " + source);
+        // The value that widened the type is the one to name beside a later misfit.
         if (type != *common)
             source = value.description;
         type = *common;

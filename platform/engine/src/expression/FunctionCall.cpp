@@ -122,6 +122,7 @@ std::string listed(const std::vector<std::string>& items)
     std::string found;
     for (const Operand& argument : arguments)
         found += (found.empty() ? "" : ", ") + argument.description;
+    // Whether the number or the type is at fault: with a fitting number the types must be.
     const bool countFits =
         std::ranges::any_of(forms, [&](const Form& form) { return form.takes(arguments.size()); });
     place.fail(countFits ? errors::kOperandType : errors::kArgumentCount,

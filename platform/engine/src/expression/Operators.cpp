@@ -117,6 +117,7 @@ SqlExpression compileDivision(const Operation& operation)
 {
     const bool quotient = operation.op == BinaryOperator::Divide;
     const ValueType numbers = numberType(operation);
+    // The quotient of two integers is a real, as statisticians expect; the remainder stays whole.
     const ValueType type = quotient ? ValueType::Real : numbers;
     std::string left = sqlAs(operation.left.value, type);
     const std::string right = "NULLIF(" + sqlAs(operation.right.value, type) + ", 0)";

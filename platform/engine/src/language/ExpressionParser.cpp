@@ -163,6 +163,7 @@ Parsed ExpressionParser::binary(int lowestLevel)
             left = joined(position, word->op, std::move(left), std::move(right));
         }
         const OperatorWord* next = operatorAt(_tokens.peek());
+        // a < b < c would compare a truth value with c, which nobody means.
         if (word->level == kComparisonLevel && next != nullptr && next->level == kComparisonLevel)
             _tokens.failExpected("'&&' or '||' between two comparisons");
         word = next;
@@ -262,6 +263,7 @@ Parsed ExpressionParser::number()
 {
     const Token& token = _tokens.take();
     constexpr std::uint64_t kLargest = INT64_MAX;
+    // Digits beyond the integers are a real, so that no value wraps around.
     if (token.kind == Token::Kind::Integer && token.integer <= kLargest)
         return node(token.position, static_cast<std::int64_t>(token.integer), 0);
     return node(token.position, token.real, 0);

@@ -94,6 +94,7 @@ double realOf(const Token& token)
     const char* end = token.text.data() + token.text.size();
     if (std::from_chars(token.text.data(), end, value).ec == std::errc())
         return value;
+    // The strict conversion tells too small and too large alike; this one tells them apart.
     value = std::strtod(token.text.c_str(), nullptr);
     if (!std::isfinite(value))
         failAt(token.position, describe(token) + " is too large", errors::kSyntax);
@@ -106,6 +107,7 @@ Token readNumber(TextCursor& cursor)
     readDigits(cursor, token.text);
     if (readFraction(cursor, token.text))
         token.kind = Token::Kind::Real;
+    // "12ab" would pass for two tokens and fail later with a message about the wrong thing.
     if (isLetter(cursor.peek()))
         failAt(cursor.position(), "expected the end of number " + token.text + ", found a letter",
                errors::kSyntax);

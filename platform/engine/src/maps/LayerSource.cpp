@@ -4,6 +4,7 @@
 
 #include "DataFileNames.h"
 #include "ErrorIds.h"
+#include "datafile/DuckFunctions.h"
 #include "datafile/ParquetColumns.h"
 #include "datafile/Utf8.h"
 #include "maps/GeographyLibrary.h"
@@ -22,12 +23,6 @@ void mend(std::string& text)
     for (char& letter : text)
         if ((letter & 0x80) != 0)
             letter = '?';
-}
-
-void setMissing(duckdb_vector vector, std::size_t row)
-{
-    duckdb_vector_ensure_validity_writable(vector);
-    duckdb_validity_set_row_invalid(duckdb_vector_get_validity(vector), row);
 }
 
 void store(duckdb_vector vector, std::size_t row, CFField::StorageType storage,
@@ -64,6 +59,7 @@ LayerSource::LayerSource(std::unique_ptr<maps::Layer> layer, const Cancellation&
         mend(name);
         field.SetName(name);
     }
+    // Mended names may have become equal.
     makeNamesUnique(_fields);
     _id = _registry.add(*this);
 }
@@ -128,12 +124,12 @@ std::size_t LayerSource::pull(duckdb_data_chunk chunk, const std::vector<std::si
             const duckdb_vector vector = duckdb_data_chunk_get_vector(chunk, i);
             // A statement that only counts records asks for a field that is none.
             if (fields[i] >= _fields.size()) {
-                setMissing(vector, row);
+                duck::setMissing(vector, row);
                 continue;
             }
             _layer->read(fields[i], value);
             if (value.isMissing)
-                setMissing(vector, row);
+                duck::setMissing(vector, row);
             else
                 store(vector, row, _fields[fields[i]].GetStorage(), value);
         }

@@ -39,6 +39,7 @@ Reprojection::Reprojection(maps::CoordinateSystem from, maps::CoordinateSystem t
                            std::string method)
     : _from(std::move(from)), _to(std::move(to)), _method(std::move(method))
 {
+    // Unknown systems and methods are refused here, before a record is read.
     const Lease tried(*this);
 }
 

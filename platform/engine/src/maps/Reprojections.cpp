@@ -6,6 +6,7 @@
 
 #include "ErrorIds.h"
 #include "datafile/Duck.h"
+#include "datafile/DuckFunctions.h"
 #include "datafile/RaisedFault.h"
 #include "maps/Reprojection.h"
 
@@ -15,32 +16,10 @@ namespace {
 constexpr const char* kFunction = "hv_reproject";
 constexpr std::size_t kShownBytes = 60; // of a text that is no shape
 
-template <class Handle, void (*destroy)(Handle*)>
-class Owned
-{
-public:
-    explicit Owned(Handle handle) : _handle(handle) {}
-    Owned(const Owned&) = delete;
-    Owned& operator=(const Owned&) = delete;
-    ~Owned() { destroy(&_handle); }
-    Handle get() const { return _handle; }
-
-private:
-    Handle _handle;
-};
-using Type = Owned<duckdb_logical_type, duckdb_destroy_logical_type>;
-using Function = Owned<duckdb_scalar_function, duckdb_destroy_scalar_function>;
-
 bool isMissing(duckdb_vector vector, std::size_t row)
 {
     std::uint64_t* validity = duckdb_vector_get_validity(vector);
     return validity && !duckdb_validity_row_is_valid(validity, row);
-}
-
-void setMissing(duckdb_vector vector, std::size_t row)
-{
-    duckdb_vector_ensure_validity_writable(vector);
-    duckdb_validity_set_row_invalid(duckdb_vector_get_validity(vector), row);
 }
 
 std::string notAShape(std::string_view text)
@@ -59,7 +38,7 @@ void moveChunk(Reprojection& reprojection, duckdb_function_info info, duckdb_dat
     std::string moved;
     for (std::size_t row = 0; row < rows; ++row) {
         if (isMissing(column, row)) {
-            setMissing(output, row);
+            duck::setMissing(output, row);
             continue;
         }
         const std::string_view text(duckdb_string_t_data(&texts[row]),
@@ -69,7 +48,7 @@ void moveChunk(Reprojection& reprojection, duckdb_function_info info, duckdb_dat
             duckdb_vector_assign_string_element_len(output, row, moved.data(), moved.size());
             break;
         case maps::MovedShape::Lost:
-            setMissing(output, row);
+            duck::setMissing(output, row);
             break;
         case maps::MovedShape::NotAShape:
             duckdb_scalar_function_set_error(info, notAShape(text).c_str());
@@ -101,9 +80,12 @@ void reproject(duckdb_function_info info, duckdb_data_chunk input, duckdb_vector
 
 void Reprojections::registerFunction(duck::Connection& connection)
 {
-    const Function function(duckdb_create_scalar_function());
-    const Type number(duckdb_create_logical_type(DUCKDB_TYPE_BIGINT));
-    const Type text(duckdb_create_logical_type(DUCKDB_TYPE_VARCHAR));
+    const std::unique_ptr<std::remove_pointer_t<duckdb_scalar_function>,
+                          void (*)(duckdb_scalar_function)>
+        function(duckdb_create_scalar_function(),
+                 [](duckdb_scalar_function made) { duckdb_destroy_scalar_function(&made); });
+    const duck::LogicalType number(DUCKDB_TYPE_BIGINT);
+    const duck::LogicalType text(DUCKDB_TYPE_VARCHAR);
     duckdb_scalar_function_set_name(function.get(), kFunction);
     duckdb_scalar_function_add_parameter(function.get(), number.get());
     duckdb_scalar_function_add_parameter(function.get(), text.get());
@@ -114,26 +96,6 @@ void Reprojections::registerFunction(duck::Connection& connection)
     duckdb_scalar_function_set_function(function.get(), reproject);
     if (duckdb_register_scalar_function(connection.handle(), function.get()) != DuckDBSuccess)
         throw duck::QueryError("the database takes no function");
-}
-
-std::int64_t Reprojections::add(Reprojection& reprojection)
-{
-    const std::lock_guard lock(_mutex);
-    _known.emplace(_nextId, &reprojection);
-    return _nextId++;
-}
-
-void Reprojections::remove(std::int64_t id)
-{
-    const std::lock_guard lock(_mutex);
-    _known.erase(id);
-}
-
-Reprojection* Reprojections::find(std::int64_t id)
-{
-    const std::lock_guard lock(_mutex);
-    const auto found = _known.find(id);
-    return found == _known.end() ? nullptr : found->second;
 }
 
 std::string Reprojections::call(std::int64_t id, const std::string& column)

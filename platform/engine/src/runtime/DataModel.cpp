@@ -24,6 +24,7 @@ Fields fieldsOfDataModel(const std::string& xml, const std::string& origin, cons
         Fields fields;
         for (std::size_t i = 0; i < model.FieldCount(); ++i) {
             const CFField& field = *model.GetField(i);
+            // The database folds the case of names, so it could not tell the two apart.
             if (findFieldAnyCase(fields, field.GetName()))
                 throw CFMetaDataError("two fields are named \"" + field.GetName() +
                                       "\", letter case apart");

@@ -33,6 +33,7 @@ Database::Database() : _database(duck::openInMemory())
 
 Database::~Database()
 {
+    // Connections first: the instance must not close under one of them.
     _idle.clear();
     duckdb_close(&_database);
 }

@@ -38,6 +38,7 @@ std::string pathOfUrl(std::string_view url)
 std::string canonicalPath(const std::string& path)
 {
     std::error_code error;
+    // Links are followed in the folder alone: a write replaces the link, not what it leads to.
     const auto folder = std::filesystem::weakly_canonical(folderOf(path), error);
     return error ? path : (folder / fileNameOf(path)).string();
 }

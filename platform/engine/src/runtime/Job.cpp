@@ -13,6 +13,7 @@ namespace {
 /// The checks of all sources that a SELECT over the node reads.
 void gatherChecks(const Node& node, std::vector<SourceCheck*>& checks)
 {
+    // Its records are in a table already, and were checked on the way there.
     if (!node.table.empty())
         return;
     if (node.check)
@@ -60,6 +61,7 @@ std::vector<Statement> Job::planAhead(Planner& planner, std::size_t from)
         try {
             batch.push_back(planner.planStatement(i));
         } catch (const NotYetWritten&) {
+            // The statements from here on are planned when those before them have written.
             break;
         }
     }

@@ -89,6 +89,7 @@ bool isCsvConversionFault(const std::string& databaseMessage, const std::string&
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,
                  const std::string& target)
 {
+    // What our own SQL raises has its id and sentence in it; phrases of the database come after.
     if (auto raised = raisedFault(databaseMessage))
         return *std::move(raised);
     if (csvLine(databaseMessage))

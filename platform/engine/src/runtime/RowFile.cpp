@@ -66,6 +66,7 @@ void RowFile::load(Column& column, duckdb_vector vector, std::size_t rows)
 
 bool RowFile::fetch()
 {
+    // Past the end, the database would be asked for rows of a statement that is over.
     if (!_result || _ended)
         return false;
     try {

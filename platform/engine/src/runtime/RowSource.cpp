@@ -70,6 +70,7 @@ std::size_t RowSource::pull(std::vector<RowColumn>& columns, std::size_t capacit
         ++row;
         ++_records;
     }
+    // A chunk with a bad record in it is given up whole, since the statement fails anyway.
     return _failure ? 0 : row;
 }
 

@@ -8,6 +8,7 @@
 #include "DataFileNames.h"
 #include "datafile/ColumnTypes.h"
 #include "datafile/Duck.h"
+#include "datafile/DuckFunctions.h"
 #include "runtime/RecordSource.h"
 
 namespace EmbeddedHV {
@@ -35,19 +36,6 @@ struct ValueDeleter
 };
 using Value = std::unique_ptr<std::remove_pointer_t<duckdb_value>, ValueDeleter>;
 
-class LogicalType
-{
-public:
-    explicit LogicalType(duckdb_type type) : _type(duckdb_create_logical_type(type)) {}
-    LogicalType(const LogicalType&) = delete;
-    LogicalType& operator=(const LogicalType&) = delete;
-    ~LogicalType() { duckdb_destroy_logical_type(&_type); }
-    duckdb_logical_type get() const { return _type; }
-
-private:
-    duckdb_logical_type _type;
-};
-
 void bind(duckdb_bind_info info)
 {
     auto* sources = static_cast<RowSources*>(duckdb_bind_get_extra_info(info));
@@ -61,7 +49,7 @@ void bind(duckdb_bind_info info)
     }
     for (const CFField& field : source->fields())
         duckdb_bind_add_result_column(info, field.GetName().c_str(),
-                                      LogicalType(columnTypeOf(field.GetStorage())).get());
+                                      duck::LogicalType(columnTypeOf(field.GetStorage())).get());
     duckdb_bind_set_bind_data(info, scan.release(), destroy<Scan>);
 }
 
@@ -75,6 +63,7 @@ void init(duckdb_init_info info)
     auto* sources = static_cast<RowSources*>(duckdb_init_get_extra_info(info));
     if (RecordSource* source = sources->find(scan->id))
         source->begin(scan->fields);
+    // The row protocol has one present record.
     duckdb_init_set_max_threads(info, 1);
     duckdb_init_set_init_data(info, scan.release(), destroy<Scan>);
 }
@@ -97,7 +86,8 @@ void RowSources::registerFunction(duck::Connection& connection)
         function(duckdb_create_table_function(),
                  [](duckdb_table_function made) { duckdb_destroy_table_function(&made); });
     duckdb_table_function_set_name(function.get(), kFunction);
-    duckdb_table_function_add_parameter(function.get(), LogicalType(DUCKDB_TYPE_BIGINT).get());
+    duckdb_table_function_add_parameter(function.get(),
+                                        duck::LogicalType(DUCKDB_TYPE_BIGINT).get());
     duckdb_table_function_set_extra_info(function.get(), this, nullptr);
     duckdb_table_function_set_bind(function.get(), bind);
     duckdb_table_function_set_init(function.get(), init);
@@ -105,26 +95,6 @@ void RowSources::registerFunction(duck::Connection& connection)
     duckdb_table_function_supports_projection_pushdown(function.get(), true);
     if (duckdb_register_table_function(connection.handle(), function.get()) != DuckDBSuccess)
         throw duck::QueryError("the database takes no table function");
-}
-
-std::int64_t RowSources::add(RecordSource& source)
-{
-    const std::lock_guard lock(_mutex);
-    _sources.emplace(_nextId, &source);
-    return _nextId++;
-}
-
-void RowSources::remove(std::int64_t id)
-{
-    const std::lock_guard lock(_mutex);
-    _sources.erase(id);
-}
-
-RecordSource* RowSources::find(std::int64_t id)
-{
-    const std::lock_guard lock(_mutex);
-    const auto found = _sources.find(id);
-    return found == _sources.end() ? nullptr : found->second;
 }
 
 std::string RowSources::tableOf(std::int64_t id)

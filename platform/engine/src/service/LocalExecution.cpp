@@ -84,6 +84,7 @@ void LocalExecution::execute(JNIEnv*, ExecutionListener* listener)
         reporter.error(*fault);
         break;
     }
+    // Last, so that the job is cleaned up whatever the listener thinks of it.
     reporter.rethrow();
 }
 

@@ -26,6 +26,7 @@ double degreesIn(const Json& area, const std::string& id, const char* key, doubl
     const auto corner = area.find(key);
     const bool isNumber = corner != area.end() && corner->is_number();
     const double degrees = isNumber ? corner->get<double>() : NAN;
+    // So written that a missing corner, which is no number, is refused too.
     if (!(std::fabs(degrees) <= most))
         refuse("the area " + id + ": \"" + key + "\" is no number of degrees");
     return degrees;

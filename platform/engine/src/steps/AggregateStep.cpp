@@ -175,6 +175,7 @@ StepResult planAggregate(StepCall& call)
         addOutput(call, settings.objectAt(outputs, "output", i), number, aggregation);
     settings.reportOthers(call.context.message);
     Fields fields = aggregation.fields;
+    // Record numbers cost a pass of their own, so only functions that go by the order get them.
     return {derivedNode(std::move(fields), {call.input()},
                         [aggregation, number](const std::vector<std::string>& inputs) {
                             const std::string from = aggregation.ordered

@@ -28,6 +28,7 @@ CsvCheck::CsvCheck(CsvCheckSettings settings) : _settings(std::move(settings))
         std::any_of(_settings.fields.begin(), _settings.fields.end(),
                     [](const CFField& field) { return canLose(field.GetStorage()); });
     if (_settings.guess) {
+        // A guess from all records that are wanted is none any more.
         if (!_settings.guess->complete() && _settings.guess->records() < _settings.mostRecords)
             _profile = _settings.guess;
     }
@@ -45,6 +46,7 @@ CsvCheck::~CsvCheck()
 void CsvCheck::start(Cancellation& cancellation)
 {
     _cancellation = &cancellation;
+    // A statement that starts over starts its check over.
     _stop = false;
     if (_profile && !_profile->complete())
         _thread = std::thread([this] { readRest(); });

@@ -113,6 +113,23 @@ std::string allConverted(const Fields& fields)
     return columns.empty() ? "" : " WHERE hash(" + columns + ") IS NOT NULL";
 }
 
+std::string selectOf(const CsvReadSettings& settings, const Fields& fields,
+                     const std::string& rejects)
+{
+    std::string columns = "*";
+    if (anyUserMissing(fields)) {
+        std::vector<std::string> names;
+        for (const CFField& field : fields)
+            names.push_back(quotedIdentifier(field.GetName()));
+        columns = selectList(fields, names);
+    }
+    std::string sql = "SELECT " + columns + " FROM " +
+                      csvTable(settings.path, settings.hasHeader, fields, rejects);
+    if (settings.dataModel && settings.errorThreshold != 0)
+        sql += allConverted(fields);
+    return sql;
+}
+
 } // namespace
 
 NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
@@ -144,19 +161,8 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
         check.guess = plan.profile();
     node->check = std::make_shared<CsvCheck>(check);
 
-    const std::string table =
-        csvTable(settings.path, settings.hasHeader, node->fields, check.rejects);
-    std::string columns = "*";
-    if (anyUserMissing(node->fields)) {
-        std::vector<std::string> names;
-        for (const CFField& field : node->fields)
-            names.push_back(quotedIdentifier(field.GetName()));
-        columns = selectList(node->fields, names);
-    }
-    std::string sql = "SELECT " + columns + " FROM " + table;
-    if (settings.dataModel && settings.errorThreshold != 0)
-        sql += allConverted(node->fields);
-    node->select = [sql](const std::vector<std::string>&) { return sql; };
+    node->select = [sql = selectOf(settings, node->fields, check.rejects)](
+                       const std::vector<std::string>&) { return sql; };
     return node;
 }
 

@@ -141,6 +141,7 @@ void updateField(const Settings& entry, CFField& field, const MessageSink& messa
                          "is \"freqWeight\", but the field \"" + field.GetName() + "\" is String");
         field.SetRole(*role);
     }
+    // Behind the storage, which says what kind of values labels and missing values are for.
     if (entry.has("valueLabels"))
         field.SetValueLabels(valueLabelsOf(entry, field, message));
     if (entry.has("missingValues"))

@@ -76,6 +76,7 @@ void applyDocument(const StepCall& call, const Settings& source, Fields& fields)
                                typeWordOf(found->GetStorage()) + ", and in the data model " +
                                document + " " + typeWordOf(wanted.GetStorage()));
     }
+    // The shapes are the last field of a layer; a document without a word on them leaves them so.
     const CFGeo shapes = *fields.back().GetGeo();
     adoptMetadata(fields, model);
     if (!fields.back().GetGeo())

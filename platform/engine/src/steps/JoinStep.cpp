@@ -110,6 +110,7 @@ void JoinReader::addMatch(const Settings& match)
                                             typeWordOf(leftField->GetStorage()) + ", with \"" +
                                             rightField->GetName() + "\", which is " +
                                             typeWordOf(rightField->GetStorage()));
+    // Where the later of the two is joined, both are there to be compared.
     _join.conditions[std::max(left, right)].push_back(columnOf(left, leftField->GetName()) + " = " +
                                                       columnOf(right, rightField->GetName()));
     match.reportOthers(_call.context.message);
@@ -210,6 +211,7 @@ std::string antiJoin(const Join& join, const std::vector<std::string>& inputs)
 {
     const std::size_t kept = join.keepsUnmatched[0] ? 0 : 1;
     const std::size_t other = 1 - kept;
+    // Not a NOT IN, which a single missing value on the other side would empty.
     return "SELECT " + joined(join.columns, ", ") + " FROM " + inputs[kept] + " AS " +
            aliasOf(kept) + " WHERE NOT EXISTS (SELECT 1 FROM " + inputs[other] + " AS " +
            aliasOf(other) + " WHERE " + joined(join.conditions[1], " AND ") + ")";

@@ -41,6 +41,7 @@ std::vector<CFValue> normalizedValues(const std::vector<CFValue>& values,
     for (std::size_t i = 0; i < result.size(); ++i)
         places.emplace_back(result[i].GetDatum(), i);
     const auto before = [](const auto& a, const auto& b) { return a.first.Compare(b.first) < 0; };
+    // Stable, so that of equal values the first one with its label is kept.
     std::stable_sort(places.begin(), places.end(), before);
     places.erase(
         std::unique(places.begin(), places.end(),

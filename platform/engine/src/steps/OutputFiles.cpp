@@ -31,6 +31,7 @@ void OutputFiles::commit(JobContext& context, const Fields& fields)
 {
     if (_model)
         _model->write(dataModelOf(fields));
+    // Both are whole before either gets its name.
     _data.commit();
     if (_model) {
         try {

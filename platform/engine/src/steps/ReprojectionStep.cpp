@@ -85,6 +85,7 @@ std::optional<maps::CoordinateSystem> systemIn(const Settings& settings)
     try {
         return maps::geography().systemNamed(name);
     } catch (const maps::GeographyError&) {
+        // A name that no catalogue has is a fault unless a number can stand in for it.
         if (!wkid)
             throw;
         return maps::geography().systemOf(static_cast<int>(*wkid));

@@ -66,6 +66,7 @@ void Settings::refuseMissing(const std::string& key) const
 
 const Json* Settings::find(const std::string& key) const
 {
+    // Every key that is asked for is a known one; the others are reported.
     _asked.insert(key);
     const auto found = _object.find(key);
     return found == _object.end() || found->is_null() ? nullptr : &*found;

@@ -18,9 +18,11 @@ void refuseDuplicate(const Fields& fields, const std::string& field, const std::
 {
     if (field.empty())
         throw JobError(errors::kSettingType, step + ": the name of a field is empty");
+    // The database ends a name at a NUL, and two names might become one.
     if (field.find('\0') != std::string::npos)
         throw JobError(errors::kSettingType,
                        step + ": the name of a field holds the character NUL");
+    // The database tells no names apart that differ in letter case only.
     const CFField* taken = findFieldAnyCase(fields, field);
     if (!taken)
         return;

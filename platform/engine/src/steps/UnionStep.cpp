@@ -70,6 +70,7 @@ std::vector<UnionField> matchedByName(const StepCall& call, bool matchCase)
                 widen(known->field, fields[i], call.name);
             else
                 known = &result.emplace_back(UnionField{fields[i], {}});
+            // Inputs that lack the field have no place for it.
             known->places.resize(input, -1);
             known->places.push_back(static_cast<int>(i));
         }

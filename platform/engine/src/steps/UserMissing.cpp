@@ -31,6 +31,7 @@ std::string missingCondition(const std::string& column, const CFField& field)
     std::vector<std::string> conditions;
     for (const CFValue& single : missing.GetValues()) {
         const CFDatum& datum = single.GetDatum();
+        // A value of another kind than the field's can occur in no record.
         if (isText && datum.IsString()) {
             const std::string& text = datum.GetString();
             conditions.push_back(

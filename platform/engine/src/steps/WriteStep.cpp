@@ -37,6 +37,7 @@ std::unique_ptr<Output> tableOutput(StepCall& call, const Settings& settings)
     const std::string mode = settings.text("mode").value_or("overwrite");
     if (mode != "append" && mode != "overwrite")
         settings.refuse("mode", "is \"" + mode + "\"; known are append and overwrite");
+    // Readers ask the iterators first, so the table would never be read.
     if (call.context.iterators.contains(name))
         settings.refuse("dataSource",
                         "is \"" + name + "\", the name of a row iterator that the job reads");

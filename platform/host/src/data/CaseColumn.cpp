@@ -127,6 +127,7 @@ void CaseColumn::put(std::size_t row, std::string_view text, ErrorMonitor* monit
 {
     const std::string_view original = text;
     if (_page && !isAscii(text)) {
+        // What the encoding lacks is replaced, not refused: one odd letter must not cost a file.
         if (!_page->fromUtf8(text, _converted) && monitor)
             monitor->Report("variable \"" + _name + "\": the encoding " + _page->name() +
                             " cannot hold \"" + beginningOf(original) + "\"");

@@ -44,6 +44,7 @@ CaseCopy::CaseCopy(const std::vector<int>& widths) : _file(newFile())
 
 std::vector<OBS> CaseCopy::newBuffer() const
 {
+    // At least one case, however wide, so that every read makes headway.
     return std::vector<OBS>(_units == 0 ? 0
                                         : std::max<std::size_t>(kBufferUnits / _units, 1) * _units);
 }

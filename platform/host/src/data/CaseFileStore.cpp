@@ -154,6 +154,7 @@ void CaseFileStore::CommitDictionary()
     if (widths.empty())
         throw ErrorText(_path + ": a file needs a variable");
     _table = std::make_unique<CaseTable>(widths, CaseTableText::Utf8);
+    // Last: a dictionary that was refused may still be mended.
     _committed = true;
 }
 

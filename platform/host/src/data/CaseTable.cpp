@@ -96,6 +96,7 @@ void CaseTable::flush()
         const char* text = duckdb_appender_error(_appender);
         fail(text ? text : "the table takes no more");
     }
+    // A reset takes the room for missing marks away with the values.
     duckdb_data_chunk_reset(_raw);
     for (duckdb_vector vector : _vectors)
         duckdb_vector_ensure_validity_writable(vector);

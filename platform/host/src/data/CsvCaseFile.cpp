@@ -146,6 +146,7 @@ try {
 } catch (const datafile::Fault& fault) {
     std::string text = fault.text();
     if (const auto at = text.find(readable); at != std::string::npos)
+        // The user knows the file by its own name, not by that of its copy.
         text.replace(at, readable.size(), path);
     throw datafile::Fault(fault.id(), text, fault.detail());
 }

@@ -67,6 +67,7 @@ std::optional<std::string> withPeriod(std::string_view text)
     number += takeWholePart(text);
     if (text.empty())
         return number.size() == whole ? std::nullopt : std::optional(number);
+    // A second comma, as in a list of numbers, makes it a text.
     if (text.front() != ',' || !isFraction(text.substr(1)))
         return std::nullopt;
     return number + "." + std::string(text.substr(1));

@@ -176,6 +176,7 @@ DictionaryVariable descriptionOf(const VEXA_Variable& variable, CFField::Storage
     described.isText = variable.GetType() > 0;
     described.width = variable.GetType();
     const auto level = static_cast<int>(variable.GetMeasurementLevel());
+    // Numbers beyond the words of the form, as a later host may have, count as not told.
     described.level = static_cast<DictionaryLevel>(level >= 0 && level <= 3 ? level : 0);
     const int role = variable.GetRole();
     described.role = static_cast<DictionaryRole>(role >= 0 && role <= 4 ? role : 0);

@@ -36,6 +36,7 @@ void VexaErrorMonitor::Finish()
 
 void VexaErrorMonitor::Report(const std::string& text)
 {
+    // Further ones are counted only, since a bad column would fill the output.
     if (++_count > kMostReports)
         return;
     _told = _count;

@@ -141,6 +141,7 @@ std::vector<int> ParquetOpening::columnsOf(const std::vector<std::string>& names
 /// A width of the dictionary's encoding in the host's.
 int ParquetOpening::widthOf(const datafile::DictionaryVariable& described) const
 {
+    // In the same encoding the widths of the file are those of the host, to the byte.
     if (described.width == 0 || _dictionary.encoding == hostCodePage()->name())
         return described.width;
     return hostWidth(datafile::mostBytes(_dictionary, described));
@@ -151,6 +152,7 @@ CaseFileSource ParquetOpening::open()
     unseal();
     findColumns();
     describe();
+    // The dictionary was found by the names as the file has them, so only now.
     datafile::makeNamesUnique(_columns.fields);
     std::vector<VEXA_Variable> variables;
     for (std::size_t i = 0; i < _described.size(); ++i) {

@@ -42,6 +42,7 @@ int ProcedureCases::NextCase()
 {
     if (!_cases || _cases->NextCase() == 0)
         return 0;
+    // The first case of all begins a group and ends none.
     if (_values.empty())
         StartNextGroup();
     else

@@ -36,6 +36,7 @@ LocallyUniqueID SvrDMDataset::Register(std::shared_ptr<const VEXA_DataSource> da
     const std::lock_guard lock(all.mutex);
     do
         ++all.last;
+    // Ids may come round, and one of them means that there is no dataset.
     while (all.last == kNoDataset || all.datasets.contains(all.last));
     all.datasets[all.last].source = std::move(dataset);
     return all.last;
@@ -83,6 +84,7 @@ SvrDMInputDataSource::~SvrDMInputDataSource()
     Registry& all = registry();
     const std::lock_guard lock(all.mutex);
     const auto found = all.datasets.find(_impl->id);
+    // The dataset may be gone, and its id may be another one's by now.
     if (found == all.datasets.end() || found->second.source != _impl->source)
         return;
     --found->second.readers;

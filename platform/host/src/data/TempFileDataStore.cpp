@@ -32,6 +32,7 @@ std::string inOrder(const std::string& table, const std::vector<int>& keys)
     std::string order;
     for (const int key : keys)
         order += CaseTable::columnName(static_cast<std::size_t>(key)) + " NULLS FIRST, ";
+    // The row's number keeps cases of equal keys in the order in which they came.
     return "(SELECT * FROM " + table + " ORDER BY " + order + "rowid)";
 }
 

@@ -37,6 +37,7 @@ VEXA_Variable::VEXA_Variable(int type) : _type(type), _labels(type), _id(nextId(
 
 void VEXA_Variable::SetFormat(const VEXA_Format& format)
 {
+    // Who has not set the two apart wants them alike.
     if (_writeFormat == _format)
         _writeFormat = format;
     _format = format;

@@ -62,6 +62,7 @@ FileLocks probeFileLocks(const std::string& native)
     struct stat file = {};
     if (::stat(native.c_str(), &file) != 0)
         return locks;
+    // To close a further descriptor of the file would drop every lock that this process has on it.
     if (const int own = ownDescriptor(file); own >= 0) {
         locks.inUse = isLockedByOther(own);
         return locks;

@@ -37,6 +37,7 @@ bool matchesMask(std::string_view name, std::string_view mask)
             ++n;
             ++m;
         } else if (star != std::string_view::npos) {
+            // The last star is enough to go back to: an earlier one could do no better.
             taken += characterLength(name, taken);
             n = taken;
             m = star + 1;

@@ -70,6 +70,7 @@ std::string CreateTempFolder(const std::string& prefix)
         std::string name = FormTempName(prefix);
         if (::mkdir(ExtNameStr(name).GetNative().c_str(), kOwnerAlone) == 0)
             return name;
+        // Another process may take the name between the look and the making.
         if (errno != EEXIST)
             break;
     }

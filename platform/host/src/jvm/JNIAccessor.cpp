@@ -113,6 +113,7 @@ void JNIAccessor::handleException(bool rethrow, jthrowable exception)
 
 jstring JNIAccessor::ToJString(const std::string& text)
 {
+    // Java's own form of UTF-8 differs from the real one in the NUL and beyond U+FFFF.
     if (isPlainText(text))
         return _env->NewStringUTF(text.c_str());
     const std::u16string units = utf16FromUtf8(text);

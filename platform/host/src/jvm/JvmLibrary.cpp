@@ -72,6 +72,7 @@ JvmLibrary::Entry JvmLibrary::entryOf(const std::string& path, std::string& reas
         reason = "there is none";
         return nullptr;
     }
+    // Libraries of the machine look its symbols up by name, hence globally.
     void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_GLOBAL);
     void* entry = library == nullptr ? nullptr : dlsym(library, "JNI_CreateJavaVM");
     if (entry == nullptr) {

@@ -83,6 +83,8 @@ JvmOptions jvmOptions(const std::vector<std::string>& added)
     const std::string archive = components + "/hvengine.jsa";
     if (access(archive.c_str(), R_OK) == 0)
         options.texts.push_back("-XX:SharedArchiveFile=" + archive);
+    // The machine takes the last of contradicting options: the host's count more than these, the
+    // user's more than all.
     options.texts.insert(options.texts.end(), added.begin(), added.end());
     appendFromEnvironment(options.texts);
     return options;

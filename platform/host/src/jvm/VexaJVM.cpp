@@ -130,6 +130,7 @@ void VexaJVM::Impl::start(JNIEnv** env)
         const JvmLibrary library = JvmLibrary::load();
         libraryPath = library.path();
         classPath = {options.jar};
+        // From here on the process has had its one try, whatever comes of it.
         created = true;
         create(library, std::move(options), env);
         settle(State::Started);

@@ -17,6 +17,7 @@ constexpr int kEndMark = -1;
 void IpcPutC(const int* code, const int* subCode, const int* length, const void* buffer,
              const int* end)
 {
+    // A call without its end mark is one whose arguments were miscounted.
     if (!code || !subCode || !length || !end || *end != kEndMark)
         return;
     HostJournal::Entry entry;

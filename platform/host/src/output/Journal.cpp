@@ -62,6 +62,7 @@ void HostJournal::add(Entry entry)
         if (entry.kind != Kind::Progress)
             _impl->keep(entry);
     }
+    // Outside the lock, since an observer may read the journal or add to it.
     observer(entry);
 }
 

@@ -66,6 +66,7 @@ OutputCells::Slot& OutputCells::slotAt(const Address& address)
     const int leaf = address.back();
     if (line.slots.empty())
         line.first = leaf;
+    // Lines are mostly filled from the first leaf on; one before it is the exception.
     if (leaf < line.first) {
         line.slots.insert(line.slots.begin(), static_cast<std::size_t>(line.first - leaf), Slot());
         line.first = leaf;
@@ -92,6 +93,7 @@ void OutputCells::setContent(const Address& address, TnContent content)
 std::uint32_t OutputCells::keep(TnContent content)
 {
     const auto known = _contentOfText.find(content.text);
+    // One text may stand for a label here and a value there; only the first of these is shared.
     if (known != _contentOfText.end() && isSame(_contents[known->second], content))
         return known->second;
     const auto place = static_cast<std::uint32_t>(_contents.size());

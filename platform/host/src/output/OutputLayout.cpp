@@ -21,6 +21,7 @@ bool isLess(const icu::Collator* collator, const TnContent& left, const TnConten
 {
     if (left.number && right.number)
         return std::is_lt(std::strong_order(*left.number, *right.number));
+    // Numbers before texts, as a spreadsheet sorts them.
     if (left.number || right.number)
         return left.number.has_value();
     if (!collator)
@@ -102,5 +103,6 @@ std::vector<OutputLeaf> shownLeaves(const OutputDimension& dimension)
 {
     LeafWalk walk(dimension);
     std::vector<OutputLeaf> leaves = walk.leaves(false);
+    // A dimension whose labels are hidden has cells all the same.
     return leaves.empty() && dimension.hidesChildren ? walk.leaves(true) : leaves;
 }

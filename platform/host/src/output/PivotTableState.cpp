@@ -57,6 +57,7 @@ int PivotTableState::declareChild(int dimension, int parent, bool isGroup, const
         return addChild(dimension, parent, isGroup, label);
     const auto& children = node(dimension, parent).children;
     const auto place = std::lower_bound(children.begin(), children.end(), found->second);
+    // The procedure goes on from here, so the next one is likely the one behind.
     finders[index(dimension)].next[index(parent)] =
         static_cast<std::size_t>(place - children.begin()) + 1;
     return found->second;

@@ -101,6 +101,7 @@ std::optional<AxisLabel> TableAxis::labelAt(std::size_t position, int level) con
     label.text = labels.nodes[at] == 0 ? &part.dimension->name : &node.label;
     label.notes = labels.nodes[at] == 0 ? &part.dimension->notes : &node.notes;
     label.span = (labels.ends[at] - leaf) * part.inner;
+    // A label without others below it reaches down to the cells.
     label.depth = at + 1 == labels.nodes.size() ? part.levels - static_cast<int>(at) : 1;
     return label;
 }

@@ -31,6 +31,7 @@ std::string environmentLocale(const char* category)
         if (value.empty())
             continue;
         const std::string_view locale = value.substr(0, value.find_first_of(".@"));
+        // Programs run in these for want of a language, not by choice of one.
         const bool neutral = locale.empty() || locale == "C" || locale == "POSIX";
         return neutral ? kDefaultLocale : std::string(locale);
     }

@@ -52,6 +52,7 @@ std::string systemDirectory()
 std::string Folder::get()
 {
     const std::lock_guard lock(_mutex);
+    // A child process gets a folder of its own: each removes its folder when it ends.
     if (_native.empty() || _owner != getpid()) {
         _native = makeIn(systemDirectory());
         // A TMPDIR that is not there is a slip of a shell profile, not a reason to stop.

@@ -227,6 +227,7 @@ void CodePage::eachCharacter(std::string_view text,
                              const std::function<bool(std::size_t, std::size_t)>& visit) const
 {
     const std::lock_guard lock(_impl->mutex);
+    // A walk that was broken off has left the converter in the middle of a text.
     ucnv_resetToUnicode(_impl->converter.get());
     const char* at = text.data();
     const char* const end = at + text.size();

@@ -89,6 +89,7 @@ void PlotWriter::write()
     if (!_plot.title.empty())
         _page.write(_plot.title);
     drawTextGrid(grid(), _page.options().width, _page.out());
+    // A table that ends without a word would pass for a whole one.
     const std::size_t rest = _plot.rows.size() - _rows;
     if (rest > 0)
         _page.write("… " + translate("Further rows") + ": " + std::to_string(rest));

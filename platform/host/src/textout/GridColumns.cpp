@@ -53,6 +53,7 @@ void GridColumns::measureCells()
             measureCell(column, _grid.cell(row, column));
     for (Column& column : _columns) {
         column.numbers = std::max(column.numbers, column.whole + column.fraction);
+        // A number is never cut, since the beginning of one is another number.
         column.width = std::max(column.width, column.numbers + column.marks);
     }
 }

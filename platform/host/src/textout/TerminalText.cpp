@@ -72,6 +72,7 @@ std::size_t widthOfCluster(std::string_view cluster)
     std::size_t offset = 0;
     while (offset < cluster.size()) {
         const UChar32 character = nextCharacter(cluster, offset);
+        // Terminals draw flags and pictures two places wide, whatever their characters are alone.
         const bool isPicture = character == kEmojiStyle ||
                                u_hasBinaryProperty(character, UCHAR_REGIONAL_INDICATOR) != 0;
         width = std::max(width, isPicture ? 2 : widthOf(character));
@@ -216,6 +217,7 @@ std::string terminalText(std::string_view text)
         const UChar32 character = nextCharacter(text, offset);
         if (character == '\t')
             cleaned += ' ';
+        // Data must not move the cursor, change colours or turn the direction of other text.
         else if (character == 0xFFFD || !isHarmless(character))
             cleaned += kReplacement;
         else

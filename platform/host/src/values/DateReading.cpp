@@ -185,5 +185,6 @@ std::optional<double> readDate(std::string_view text, const VEXA_Format& format)
 {
     TextParts parts(text);
     const std::optional<double> value = readParts(parts, format.type);
+    // What is left over would be read as meant for something else.
     return parts.atEnd() ? value : std::nullopt;
 }

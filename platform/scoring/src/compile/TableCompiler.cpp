@@ -109,6 +109,7 @@ ExpressionPtr ExpressionCompiler::discretize(Element element, const Scope& scope
 {
     const std::vector<Element> elements = elementsIn(element, "DiscretizeBin");
     std::vector<std::string> values;
+    values.reserve(elements.size());
     for (const Element bin : elements)
         values.push_back(required(bin, "binValue"));
     const ValueKind kind = tableKind(element, wanted, values);
@@ -137,6 +138,7 @@ ExpressionPtr ExpressionCompiler::mapValues(Element element, const Scope& scope,
         throw ModelFault("<MapValues> has no <FieldColumnPair>");
     const std::vector<Element> elements = elementsIn(inlineTable(element), "row");
     std::vector<std::string> values;
+    values.reserve(elements.size());
     for (const Element row : elements)
         values.push_back(cellOf(row, outputColumn));
     const ValueKind kind = tableKind(element, wanted, values);

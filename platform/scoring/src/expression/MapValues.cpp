@@ -17,6 +17,7 @@ MapValues::MapValues(ValueKind kind, Expressions sources, std::vector<Row> rows,
             entry.keys.push_back(key->evaluate(none));
         _index.push_back(std::move(entry));
     }
+    // Stable, so that of rows with equal keys the first one of the table counts.
     std::stable_sort(_index.begin(), _index.end(), [this](const Entry& one, const Entry& other) {
         return order(one.keys, other.keys) < 0;
     });

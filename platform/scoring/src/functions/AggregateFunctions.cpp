@@ -47,6 +47,7 @@ Cell aggregate(std::span<const Cell> arguments, Scratch& scratch)
 {
     scratch.numbers.clear();
     for (const Cell& cell : arguments) {
+        // Missing arguments are left out, but an invalid one makes the whole invalid.
         if (cell.isInvalid())
             return cell;
         if (cell.isPresent())

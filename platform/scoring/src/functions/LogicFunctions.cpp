@@ -37,6 +37,7 @@ Cell combine(Arguments arguments, Scratch&)
     for (const Cell& cell : arguments) {
         if (decisive ? cell.isTrue() : cell.isFalse())
             return Cell::of(decisive);
+        // Invalid beats missing, in whichever order they come.
         if (cell.isInvalid() || (cell.isMissing() && !unknown.isInvalid()))
             unknown = cell;
     }

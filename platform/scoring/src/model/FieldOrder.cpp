@@ -74,6 +74,7 @@ std::vector<std::size_t> orderOf(const std::vector<DerivedField>& fields)
             ready.push(i);
     std::vector<std::size_t> order;
     while (!ready.empty()) {
+        // Of several that are ready, the first of the document: the order is always the same.
         order.push_back(ready.top());
         ready.pop();
         for (const std::size_t next : waiting.behind[order.back()])

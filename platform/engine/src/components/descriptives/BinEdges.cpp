@@ -28,6 +28,8 @@ struct Width
 double divisions(const BinRequest& request)
 {
     const double range = request.maximum - request.minimum;
+    // Two rules of thumb. The number of values alone gives the least that shows a shape; the spread
+    // of the middle half asks for more where a few values lie far out.
     const double sturges = std::ceil(std::log2(std::max(request.weight, 1.0))) + 1;
     const double quartileRange = request.interquartileRange.value_or(0);
     const double wanted =

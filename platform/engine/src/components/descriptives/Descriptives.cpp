@@ -52,6 +52,7 @@ public:
         for (const OutputContainer& container : _settings.containers)
             _files.emplace_back(container.path, memberOf(container.kind), _component);
         for (const OutputContainer& container : _settings.containers)
+            // Until they are whole: a later step of the job must not read what stood there before.
             _context.unwritten.insert(container.path);
     }
 
@@ -64,6 +65,7 @@ public:
         _summary = summarize(queries, _table, _settings);
         for (const Fields& point : _settings.points)
             addInterval(detectInterval(queries, _table, point));
+        // Before the files are written, since the table may be as large as the data.
         queries.run("DROP TABLE " + _table.name());
         for (std::size_t i = 0; i < _files.size(); ++i)
             _files[i].write(documentOf(_settings.containers[i].kind));

@@ -65,6 +65,7 @@ void fillDistinctValues(const ComponentQueries& queries, const InputTable& table
     // What a document or file says of its values need not be what is there.
     summary.field.SetValues({});
     std::optional<std::int64_t> most = settings.mostDistinctValues;
+    // No field has more values than records, and without a limit nothing is counted twice.
     if (most && *most >= summary.valid)
         most.reset();
     if (most && (*most == 0 || hasTooMany(queries, table, table.column(summary.field), *most)))

@@ -101,6 +101,7 @@ public:
         for (const ValueCount& value : field.distribution) {
             sum += countOf(value);
             addValid(countOf(value));
+            // Of the row just added; the sums of the table have no cumulative percent.
             set(_row - 1, CumulativePercent, share(sum, _valid));
         }
         addValid(_valid);

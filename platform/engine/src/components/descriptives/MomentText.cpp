@@ -34,6 +34,7 @@ std::string timeText(double seconds)
     char text[32];
     std::snprintf(text, sizeof text, "%02d:%02d:%02d", whole / 3600, whole / 60 % 60, whole % 60);
     std::string result = text;
+    // A fraction that rounds up to a second is left out: to carry it over might end in another day.
     if (micros == 0 || micros >= 1000000)
         return result;
     std::snprintf(text, sizeof text, ".%06d", micros);

@@ -15,6 +15,7 @@ std::optional<double> finite(double value)
 void fillMoments(const CentralSums& sums, NumericSummary& summary)
 {
     const double w = sums.weight;
+    // As sample statistics these divide by the weight less one; the later ones by less yet.
     if (!(w > 1))
         return;
     const double variance = sums.second / (w - 1);

@@ -91,6 +91,7 @@ std::optional<std::vector<TimeUnit>> periodsOf(const ComponentQueries& queries,
         auto period = periodByName(field.GetName());
         if (!period)
             period = periodByRange(queries, table, field, before);
+        // Fields go from the coarsest period to the finest, as the parts of a date are written.
         if (!period || (before && *period <= *before))
             return std::nullopt;
         periods.push_back(*period);

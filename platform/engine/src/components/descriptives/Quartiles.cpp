@@ -10,6 +10,7 @@ namespace EmbeddedHV {
 Quartiles weightedQuartiles(const ComponentQueries& queries, const InputTable& table,
                             const std::string& x, double weight)
 {
+    // A weight counts as so many cases of one value, so places are looked up among sums of weights.
     const double last = std::max(weight - 1, 0.0);
     std::string columns;
     for (const double part : {0.25, 0.5, 0.75})

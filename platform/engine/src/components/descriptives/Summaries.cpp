@@ -81,6 +81,7 @@ private:
         field.missing = whole.records - field.valid;
         field.validWeight =
             _table.isWeighted() ? _row.real().value_or(0) : static_cast<double>(field.valid);
+        // The difference of two rounded sums is seldom 0 where it should be.
         field.missingWeight = field.missing == 0 ? 0 : whole.weight - field.validWeight;
         if (hasRange(field.field)) {
             field.minimum = _row.text();
@@ -139,6 +140,8 @@ private:
     {
         CentralSums sums;
         sums.weight = field.validWeight;
+        // The mean is rounded, so the deviations do not quite add up to 0, and their squares to
+        // a little too much.
         const double drift = _row.real().value_or(0);
         sums.second = _row.real().value_or(NAN) - drift * drift / sums.weight;
         sums.third = _row.real().value_or(NAN);

@@ -118,6 +118,7 @@ private:
         if (rows.integer(4, 0) > 1)
             return microseconds();
         const bool sameDay = rows.integer(5, 0) == 1;
+        // Month ends are as regular as one day of the month, though their numbers differ.
         const bool lastDays = rows.integer(6, 0) == 1;
         return sameDay || lastDays ? months() : days();
     }
@@ -148,6 +149,7 @@ private:
         std::int64_t step = 0;
         std::int64_t span = 0;
         for (std::size_t row = 0; row < gaps.rows(); ++row) {
+            // The widest step that reaches all points; the gaps may be any multiple of it.
             step = std::gcd(step, gaps.integer(0, row));
             span += gaps.integer(0, row) * gaps.integer(1, row);
         }

@@ -104,6 +104,7 @@ Json PivotTable::json() const
         result["cellLabels"] = {{"values", _cellLabels}};
     if (!_caption.empty())
         result["caption"] = {{"show", true}, {"text", _caption}};
+    // Patterns first: a later entry of the list overrides an earlier one for its cell.
     result["formats"] = _wideFormats;
     for (const Json& format : _cellFormats)
         result["formats"].push_back(format);

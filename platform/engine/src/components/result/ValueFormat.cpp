@@ -74,6 +74,7 @@ Json numberJson(double value)
     constexpr double kExact = 9007199254740992;
     if (!std::isfinite(value))
         return nullptr;
+    // Whole numbers without a point, which is what a reader expects of counts.
     if (value == std::floor(value) && std::abs(value) <= kExact)
         return static_cast<std::int64_t>(value);
     return value;
