@@ -451,7 +451,20 @@ TEST(SavFile, AFileThatIsCutOrRemovedWhileItIsReadEndsInAnError)
                 HasSubstr("v.sav: the cases cannot be read"));
     EXPECT_EQ(cases->NextCase(), 0);
     std::filesystem::remove(scratch.path / "v.sav");
-    EXPECT_THAT(refusalOf([&] { casesOf(*file.DataSource()); }), HasSubstr("v.sav"));
+    EXPECT_THAT(refusalOf([&] { casesOf(*file.DataSource()); }),
+                HasSubstr("v.sav: the file is no longer there"));
+}
+
+TEST(CsvFile, CasesThatWereCountedAndAreNoLongerThereAreAnError)
+{
+    const ScratchFolder scratch;
+    std::ofstream(scratch.path / "v.csv") << "n\n1\n2\n3\n";
+    const UserInputCaseFile file(specOf(scratch.name("v.csv"), false), nullptr);
+    EXPECT_EQ(casesOf(*file.DataSource()).size(), 3U);
+    std::filesystem::resize_file(scratch.path / "v.csv", 4);
+    EXPECT_THAT(refusalOf([&] { casesOf(*file.DataSource()); }),
+                HasSubstr("v.csv: the file changed while it was read: it had 3 cases, and now has "
+                          "1"));
 }
 
 TEST(SavFile, AnotherCodePageReadsWhatItHoldsAndReportsTheRest)

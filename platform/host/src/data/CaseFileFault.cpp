@@ -32,6 +32,8 @@ ErrorText errorTextOf(const std::string& path, const std::string& what,
          {"No space left on device", "File too large", "Disk quota exceeded"})
         if (text.find(full) != std::string::npos)
             return ErrorText(path + ": there is no room left for the file");
+    if (text.find("No files found that match") != std::string::npos)
+        return ErrorText(path + ": the file is no longer there");
     if (text.find("reached an invalid state") != std::string::npos)
         return ErrorText(path + ": this is not a CSV file, or its lines end in two ways");
     // The second is how faults inside of the database's reader show.

@@ -185,6 +185,7 @@ CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path)
     tellNamesApart(variables);
     relation->from = datafile::csvTable(readable, spec.HasHeader(), source.fields, "");
     source.caseCount = static_cast<long long>(profile.records());
+    relation->caseCount = source.caseCount;
     source.cases = std::make_unique<TableCases>(std::move(variables), std::move(relation));
     return source;
 }

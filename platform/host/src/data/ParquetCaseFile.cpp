@@ -165,6 +165,7 @@ CaseFileSource ParquetOpening::open()
     CaseFileSource source;
     source.fields = _columns.fields;
     source.caseCount = _connection->query("SELECT count(*) FROM " + _relation->from).integer(0, 0);
+    _relation->caseCount = source.caseCount;
     source.encoding = _dictionary.encoding;
     for (const std::string& line : _dictionary.documents)
         source.documents.push_back(utf8ToHost(line));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,7 @@ struct Relation
     std::string name; ///< for messages, UTF-8
     std::string from; ///< the FROM item
     std::vector<RelationColumn> columns;
+    std::optional<long long> caseCount;             ///< as a file had when it was opened
     std::shared_ptr<datafile::ScratchFile> scratch; ///< what the FROM item reads, if it has no name
     std::shared_ptr<const void> table;              ///< likewise, if it is a table of the database
 };

@@ -98,12 +98,25 @@ bool TableCaseIterator::fetch()
     _row = 0;
     _rows = _chunk ? _chunk.rows() : 0;
     if (!_chunk)
-        _result.reset();
+        end();
     for (std::size_t i = 0; i < _buffers.size() && _rows > 0; ++i) {
         _buffers[i].load(_chunk.column(i), _rows, _monitor);
         _values[i] = _buffers[i].first();
     }
     return _rows > 0;
+}
+
+/// A file that another program cuts short while it is read looks like one that ends. More cases
+/// than were counted are no fault: a blank line of a file with one column is a case to the database
+/// and none to the count.
+void TableCaseIterator::end()
+{
+    _result.reset();
+    if (const std::optional<long long> expected = _relation->caseCount;
+        expected && _count < *expected)
+        throw ErrorText(_relation->name + ": the file changed while it was read: it had " +
+                        std::to_string(*expected) + " cases, and now has " +
+                        std::to_string(_count));
 }
 
 int TableCaseIterator::NextCase()

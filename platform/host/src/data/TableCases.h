@@ -56,6 +56,7 @@ public:
 
 private:
     bool fetch();
+    void end();
 
     std::shared_ptr<const Relation> _relation;
     std::unique_ptr<datafile::duck::Connection> _connection;
