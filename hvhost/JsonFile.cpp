@@ -8,6 +8,7 @@
 #include "CommandFault.h"
 #include "ReadableFile.h"
 #include "Text.h"
+#include "datafile/JsonDepth.h"
 
 namespace {
 
@@ -29,27 +30,6 @@ std::string placeOf(std::string_view text, std::size_t byte)
            std::to_string(countCharacters(before.substr(lineStart)) + 1);
 }
 
-/// Where a text goes deeper than the reader of results does; npos if it nowhere does. The parser
-/// copies what is inside of objects, one level calling the next, so it is not given such a text.
-std::size_t placeTooDeep(std::string_view text)
-{
-    constexpr int kDeepest = 500;
-    int depth = 0;
-    bool isInText = false;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char byte = text[at];
-        if (isInText && byte == '\\')
-            ++at;
-        else if (byte == '"')
-            isInText = !isInText;
-        else if (!isInText && (byte == '[' || byte == '{') && ++depth > kDeepest)
-            return at;
-        else if (!isInText && (byte == ']' || byte == '}'))
-            --depth;
-    }
-    return text.npos;
-}
-
 /// The parser's words behind its own way of telling places.
 std::string wordsOf(const std::string& what)
 {
@@ -66,9 +46,12 @@ JsonFile::JsonFile(const std::string& file, const InterruptWatch& watch)
     const ReadableFile source(file, watch);
     name = source.name();
     text = contentOf(source);
-    if (const std::size_t deep = placeTooDeep(text); deep != text.npos)
-        throw CommandFault(ExitStatus::Input,
-                           name + placeOf(text, deep) + ": it is nested deeper than 500 levels");
+    // As deep as the reader of results goes.
+    constexpr int kDeepest = 500;
+    if (const std::size_t deep = datafile::placeTooDeep(text, kDeepest); deep != text.npos)
+        throw CommandFault(ExitStatus::Input, name + placeOf(text, deep) +
+                                                  ": it is nested deeper than " +
+                                                  std::to_string(kDeepest) + " levels");
     try {
         json = nlohmann::ordered_json::parse(text);
     } catch (const nlohmann::json::parse_error& error) {

@@ -9,6 +9,7 @@
 #include "datafile/Fault.h"
 #include "datafile/FaultIds.h"
 #include "datafile/FieldNames.h"
+#include "datafile/JsonDepth.h"
 
 namespace datafile {
 namespace {
@@ -254,28 +255,6 @@ void checkNames(const Dictionary& dictionary)
         check(name, "split");
 }
 
-/// Looked for ahead: a parser that is asked at every step searches each list anew for each of its
-/// objects, which takes minutes where there are thousands of labels.
-bool isTooDeep(const std::string& text)
-{
-    int depth = 0;
-    bool inText = false;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char character = text[at];
-        if (inText && character == '\\')
-            ++at;
-        else if (character == '"')
-            inText = !inText;
-        else if (!inText && (character == '{' || character == '['))
-            ++depth;
-        else if (!inText && (character == '}' || character == ']'))
-            --depth;
-        if (depth > kDeepest)
-            return true;
-    }
-    return false;
-}
-
 Dictionary read(const Json& json)
 {
     if (!json.is_object())
@@ -325,7 +304,7 @@ Dictionary dictionaryOf(const std::string& text, const std::string& origin)
                      "read: " + origin + ": the dictionary cannot be used: " + what);
     };
     try {
-        if (isTooDeep(text))
+        if (placeTooDeep(text, kDeepest) != text.npos)
             throw Wrong{"it is nested too deep"};
         return read(Json::parse(text));
     } catch (const Wrong& wrong) {

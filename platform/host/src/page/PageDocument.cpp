@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "datafile/JsonDepth.h"
 #include "page/PageText.h"
 
 namespace {
@@ -48,13 +49,10 @@ bool isRepeated(const PageJson& value, int depth)
 
 std::optional<PageJson> parseDocument(const std::string& text)
 {
-    bool isTooDeep = false;
-    const auto check = [&](int depth, PageJson::parse_event_t, PageJson&) {
-        isTooDeep |= depth > kDeepest;
-        return depth <= kDeepest;
-    };
-    PageJson json = PageJson::parse(text, check, false);
-    if (json.is_discarded() || isTooDeep)
+    if (datafile::placeTooDeep(text, kDeepest) != text.npos)
+        return std::nullopt;
+    PageJson json = PageJson::parse(text, nullptr, false);
+    if (json.is_discarded())
         return std::nullopt;
     return json;
 }
