@@ -22,14 +22,7 @@ protected:
     }
 
     /// The systems that the engine was asked about.
-    Names systemsAsked() const
-    {
-        Names systems;
-        for (const EngineCall& call : engine.calls())
-            if (call.name == "getCoordinatesSystemInfo")
-                systems.push_back(call.argument);
-        return systems;
-    }
+    Names systemsAsked() const { return engine.argumentsOf("getCoordinatesSystemInfo"); }
 
     static std::string reprojection(const std::string& number, const std::string& from,
                                     const std::string& to)

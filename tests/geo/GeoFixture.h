@@ -108,14 +108,7 @@ protected:
     }
 
     /// The texts of the jobs so far.
-    Names jobs() const
-    {
-        Names texts;
-        for (const EngineCall& call : engine.calls())
-            if (call.name == "prepare")
-                texts.push_back(call.argument);
-        return texts;
-    }
+    Names jobs() const { return engine.argumentsOf("prepare"); }
 
     ScriptedEngine engine;
 };

@@ -305,6 +305,15 @@ void ScriptedEngine::setOutputs(Outputs outputs)
     _state->outputs = std::move(outputs);
 }
 
+std::vector<std::string> ScriptedEngine::argumentsOf(const std::string& name) const
+{
+    std::vector<std::string> arguments;
+    for (const EngineCall& call : calls())
+        if (call.name == name)
+            arguments.push_back(call.argument);
+    return arguments;
+}
+
 std::vector<EngineCall> ScriptedEngine::calls() const
 {
     const std::lock_guard guard(_state->mutex);

@@ -88,6 +88,8 @@ public:
     std::vector<EngineCall> calls() const;
     /// The same as "name(argument)", without the arguments' parentheses where there is none.
     std::vector<std::string> callNames() const;
+    /// Of all calls of one name, in order; those of "prepare" are the texts of jobs.
+    std::vector<std::string> argumentsOf(const std::string& name) const;
     void clearCalls();
     /// Blocks until a script is running; false if none does so within `seconds`.
     bool waitUntilRunning(int seconds = 30) const;

@@ -52,14 +52,7 @@ protected:
     }
 
     /// The texts of the jobs so far.
-    Names jobs() const
-    {
-        Names texts;
-        for (const EngineCall& call : engine.calls())
-            if (call.name == "prepare")
-                texts.push_back(call.argument);
-        return texts;
-    }
+    Names jobs() const { return engine.argumentsOf("prepare"); }
 
     /// Where a job wants a container to be.
     static std::string placeOf(const std::string& job, const std::string& container)
