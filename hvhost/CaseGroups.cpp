@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr const char* kIteratorName = "cases";
+constexpr const char* kGroupIterator = "cases";
 
 /// What the host showed last, which is why something of it failed.
 CommandFault hostFault()
@@ -152,7 +152,7 @@ HVRawDataIterator* CaseGroups::allCases()
     _all = std::make_unique<HVRawDataIterator>(_active, _fields, _columns, nullptr);
     _all->SetFreqWeightAdj(kWeightUnchanged);
     _all->SetVarValidSpecs(&_validSpecs);
-    _all->SetName(kIteratorName);
+    _all->SetName(kGroupIterator);
     return _all.get();
 }
 
@@ -180,8 +180,8 @@ HVRawDataIterator* CaseGroups::nextGroup()
     if (!_group->FillDataFile(*_walk))
         throw hostFault();
     readKey();
-    HVRawDataIterator* const cases =
-        _group->CreateHVRawDataIter(kIteratorName, kWeightUnchanged, &_validSpecs, &_fields, false);
+    HVRawDataIterator* const cases = _group->CreateHVRawDataIter(kGroupIterator, kWeightUnchanged,
+                                                                 &_validSpecs, &_fields, false);
     if (!cases)
         throw hostFault();
     return cases;

@@ -13,12 +13,12 @@ struct StatisticColumn
     const char* fact;
     CFField::StorageType storage;
 };
-constexpr StatisticColumn kCounts[] = {{"valid", "valid", CFField::Integer},
-                                       {"missing", "missing", CFField::Integer}};
+constexpr StatisticColumn kCountColumns[] = {{"valid", "valid", CFField::Integer},
+                                             {"missing", "missing", CFField::Integer}};
 constexpr StatisticColumn kWeights[] = {{"valid weight", "validWeight", CFField::Real},
                                         {"missing weight", "missingWeight", CFField::Real}};
-constexpr StatisticColumn kMoments[] = {{"mean", "mean", CFField::Real},
-                                        {"sd", "standardDeviation", CFField::Real}};
+constexpr StatisticColumn kMomentColumns[] = {{"mean", "mean", CFField::Real},
+                                              {"sd", "standardDeviation", CFField::Real}};
 constexpr StatisticColumn kRange[] = {{"min", "minimum", CFField::String},
                                       {"max", "maximum", CFField::String}};
 constexpr StatisticColumn kShape[] = {{"q1", "firstQuartile", CFField::Real},
@@ -83,10 +83,10 @@ ResultTable statisticsTable(const Description& description, const GroupDescripti
     ColumnAdder columns(table, group.fields);
     columns.add("variable", CFField::String,
                 [](const FieldDescription& field) { return Cell(field.field.GetName()); });
-    columns.add(kCounts);
+    columns.add(kCountColumns);
     if (!description.weight.empty())
         columns.add(kWeights);
-    columns.add(kMoments);
+    columns.add(kMomentColumns);
     columns.add(kRange);
     setRangeStorage(table, group.fields);
     columns.add(kShape);

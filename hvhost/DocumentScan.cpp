@@ -8,7 +8,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 /// Objects deeper inside each other are not looked into.
-constexpr std::size_t kDeepest = 100;
+constexpr std::size_t kDeepestPath = 100;
 constexpr const char* kDataModel = "dataModel";
 constexpr const char* kNotifications = "notifications";
 
@@ -42,7 +42,7 @@ public:
             add(OutputOrder::Pivot, key);
         else if (isChart(object))
             add(OutputOrder::Chart, key);
-        else if (_path.size() < kDeepest)
+        else if (_path.size() < kDeepestPath)
             for (const auto& [name, value] : object.items())
                 if (value.is_object() && name != kNotifications)
                     below(name, value);

@@ -26,7 +26,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr const char* kLevels[] = {"unknown", "nominal", "ordinal", "scale"};
 constexpr const char* kRoles[] = {"input", "target", "both", "none", "partition"};
-constexpr int kSchema = 1;
+constexpr int kInfoSchema = 1;
 
 std::string utf8(const std::string& text)
 {
@@ -171,7 +171,7 @@ public:
 
     Json json(const std::string& name) const
     {
-        Json json = {{"schema", kSchema},
+        Json json = {{"schema", kInfoSchema},
                      {"file", name},
                      {"cases", _dataset.file().CaseCount()},
                      {"encoding", _dataset.file().Encoding()}};

@@ -47,11 +47,11 @@ JsonFile::JsonFile(const std::string& file, const InterruptWatch& watch)
     name = source.name();
     text = contentOf(source);
     // As deep as the reader of results goes.
-    constexpr int kDeepest = 500;
-    if (const std::size_t deep = datafile::placeTooDeep(text, kDeepest); deep != text.npos)
+    constexpr int kDeepestJson = 500;
+    if (const std::size_t deep = datafile::placeTooDeep(text, kDeepestJson); deep != text.npos)
         throw CommandFault(ExitStatus::Input, name + placeOf(text, deep) +
                                                   ": it is nested deeper than " +
-                                                  std::to_string(kDeepest) + " levels");
+                                                  std::to_string(kDeepestJson) + " levels");
     try {
         json = nlohmann::ordered_json::parse(text);
     } catch (const nlohmann::json::parse_error& error) {

@@ -27,7 +27,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr int kSchema = 1;
+constexpr int kMapSchema = 1;
 
 std::string dumped(const Json& document)
 {
@@ -48,7 +48,7 @@ ResultTable layerTable(const std::vector<HVRunner::LayerInfo>& layers)
 
 Json jsonOf(const std::vector<HVRunner::LayerInfo>& layers, const std::string& name)
 {
-    Json document{{"schema", kSchema}, {"service", name}, {"layers", Json::array()}};
+    Json document{{"schema", kMapSchema}, {"service", name}, {"layers", Json::array()}};
     for (const HVRunner::LayerInfo& layer : layers)
         document["layers"].push_back({{"id", layer.id},
                                       {"name", layer.name},
@@ -150,7 +150,7 @@ Json jsonOf(const CFField& shapes)
 
 Json jsonOf(const CFMetaData& model, const std::string& name)
 {
-    Json document{{"schema", kSchema}, {"source", name}};
+    Json document{{"schema", kMapSchema}, {"source", name}};
     if (const CFField* const shapes = shapesOf(model))
         document["shapes"] = jsonOf(*shapes);
     document["fields"] = Json::array();

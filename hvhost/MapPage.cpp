@@ -12,7 +12,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr const char* kName = "map";
+constexpr const char* kMapName = "map";
 
 Json textItem(const std::string& text)
 {
@@ -57,8 +57,8 @@ Json chartOf(const ResultTable& table)
     for (const ResultTable::Row& row : table.rows)
         tips.push_back({{"field", "properties['" + row.front().value_or("") + "']"},
                         {"title", row.front().value_or("")}});
-    return {{"parameters", {{{"externalSource", kName}}}},
-            {"data", {{"name", kName}}},
+    return {{"parameters", {{{"externalSource", kMapName}}}},
+            {"data", {{"name", kMapName}}},
             {"mark", "geoshape"},
             {"encoding", {{"tooltip", tips}}}};
 }
@@ -66,8 +66,8 @@ Json chartOf(const ResultTable& table)
 RenderOrder orderOf(const MapFacts& facts)
 {
     RenderOrder order;
-    order.result = kName;
-    order.geoJson = {{kName, facts.geoJson}};
+    order.result = kMapName;
+    order.geoJson = {{kMapName, facts.geoJson}};
     if (!facts.geoJson.empty())
         order.objects.emplace_back()
             .order.setType(OutputOrder::MapChart)
@@ -85,8 +85,8 @@ RenderOrder orderOf(const MapFacts& facts)
 std::shared_ptr<const OutputHeading> mapOutput(HostSession& session, const MapFacts& facts)
 {
     const std::string document =
-        Json{{kName, {{"chart", chartOf(facts.fields)}, {"fields", tableOf(facts.fields)}}}}.dump(
-            -1, ' ', false, Json::error_handler_t::replace);
+        Json{{kMapName, {{"chart", chartOf(facts.fields)}, {"fields", tableOf(facts.fields)}}}}
+            .dump(-1, ' ', false, Json::error_handler_t::replace);
     TnProcedure procedure(std::filesystem::path(facts.name).filename().string());
     Rendering(session, procedure, facts.name, document).render(orderOf(facts));
     return procedure.node();

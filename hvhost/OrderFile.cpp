@@ -47,10 +47,10 @@ void readLocation(OutputOrder& order, const OrderValue& value)
 /// Deeper than any outline is read, and not as deep as would cost more stack than there is.
 void readHeading(OutputOrder& order, const OrderValue& value)
 {
-    constexpr std::ptrdiff_t kDeepest = 100;
+    constexpr std::ptrdiff_t kDeepestHeading = 100;
     const std::string heading = value.text();
-    if (std::count(heading.begin(), heading.end(), '.') >= kDeepest)
-        value.refuse("headings go at most " + std::to_string(kDeepest) + " deep");
+    if (std::count(heading.begin(), heading.end(), '.') >= kDeepestHeading)
+        value.refuse("headings go at most " + std::to_string(kDeepestHeading) + " deep");
     order.setHeading(heading);
 }
 

@@ -77,7 +77,7 @@ void addOnce(std::set<std::string>& words, const std::string& word, const std::s
 }
 
 /// The file that is meant, whichever way it is spelled.
-std::string placeOf(const std::string& file)
+std::string canonicalPath(const std::string& file)
 {
     std::error_code error;
     return file == kStandardStream
@@ -99,7 +99,7 @@ void refuseRepeats(const RunOptions& options)
                                "--data " + text + ": standard input is read already");
     }
     for (const std::string& text : options.save)
-        addOnce(outputs, placeOf(splitBinding(text, "--save").file),
+        addOnce(outputs, canonicalPath(splitBinding(text, "--save").file),
                 "--save " + text + ": the file");
 }
 

@@ -30,7 +30,7 @@ std::string reworded(const std::string& text)
 }
 
 /// The options of a command as they are typed. One letter is like any other: those are left out.
-std::vector<std::string> optionsOf(const CLI::App& command)
+std::vector<std::string> optionNames(const CLI::App& command)
 {
     std::vector<std::string> names;
     for (const CLI::Option* option : command.get_options())
@@ -48,7 +48,8 @@ CommandFault lostWords(const CLI::App& command, const std::string& usageHint)
     if (option == words.end())
         return {ExitStatus::Usage, words.front() + ": there is one argument too many", usageHint};
     const std::string name = option->substr(0, option->find('='));
-    const std::string nearest = name.starts_with("--") ? nearestWord(optionsOf(command), name) : "";
+    const std::string nearest =
+        name.starts_with("--") ? nearestWord(optionNames(command), name) : "";
     return {ExitStatus::Usage, name + ": no such option",
             nearest.empty() ? usageHint : "did you mean " + nearest + "?"};
 }

@@ -8,7 +8,7 @@ namespace {
 
 using EmbeddedHV::RowDataIterator;
 
-constexpr int kNoLimit = -1;
+constexpr int kAllRows = -1;
 
 } // namespace
 
@@ -31,7 +31,7 @@ bool KeyReader::read(int maxRows, std::vector<std::vector<std::string>>& result)
             result.push_back(std::move(*row));
             ++count;
         }
-    } while (maxRows == kNoLimit || count <= maxRows);
+    } while (maxRows == kAllRows || count <= maxRows);
     return true;
 }
 

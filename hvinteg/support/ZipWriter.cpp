@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr std::size_t kChunk = 8192;
+constexpr std::size_t kPacked = 8192;
 
 // Empty if there is nothing of the name.
 std::string resolved(const std::string& path)
@@ -119,8 +119,8 @@ bool ZipWriter::Impl::write(const char* bytes, std::size_t size)
 bool ZipWriter::Impl::addStream(const std::string& name, std::istream& stream)
 {
     return addEntry(name, [&] {
-        char chunk[kChunk];
-        while (stream.read(chunk, kChunk) || stream.gcount() > 0)
+        char chunk[kPacked];
+        while (stream.read(chunk, kPacked) || stream.gcount() > 0)
             if (!write(chunk, static_cast<std::size_t>(stream.gcount())))
                 return false;
         return !stream.bad();

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr const char* kOperation = "ProcessTsdpSettings";
+constexpr const char* kTracedOperation = "ProcessTsdpSettings";
 /// The name of the time where the order of the records is the time. No variable has it.
 constexpr const char* kCaseCount = "$casecount";
 
@@ -49,10 +49,10 @@ bool TsdpSettings::read(const std::string& modelPath)
     std::string json;
     if (!readEntry(reader, kPreparationEntry, json))
         return false;
-    traceJSONFile(json, "TSDPOutputContent", kOperation);
+    traceJSONFile(json, "TSDPOutputContent", kTracedOperation);
     if (!takeFrom(json))
         return false;
-    traceJSONFile(_text, "TSDPSettingsContent", kOperation);
+    traceJSONFile(_text, "TSDPSettingsContent", kTracedOperation);
     return true;
 }
 

@@ -23,8 +23,9 @@ constexpr int kSchema = 1;
 /// A dictionary is flat: nothing in it lies deeper than a value label.
 constexpr int kDeepest = 8;
 constexpr std::string_view kLevels[] = {"unknown", "nominal", "ordinal", "scale"};
-constexpr std::string_view kRoles[] = {"input", "target", "both", "none", "partition", "recordId"};
-constexpr std::string_view kTypes[] = {"number", "text"};
+constexpr std::string_view kRoleWords[] = {"input", "target",    "both",
+                                           "none",  "partition", "recordId"};
+constexpr std::string_view kValueTypes[] = {"number", "text"};
 
 /// What is wrong with a text, before it is known whose text it is.
 struct Wrong
@@ -60,13 +61,13 @@ OrderedJson jsonOf(const DictionaryVariable& variable)
     if (!variable.label.empty())
         json["label"] = variable.label;
     if (variable.isText)
-        json["type"] = kTypes[1];
+        json["type"] = kValueTypes[1];
     if (variable.width > 0)
         json["width"] = variable.width;
     json["level"] = kLevels[static_cast<std::size_t>(variable.level)];
     if (!variable.measure.empty())
         json["measure"] = variable.measure;
-    json["role"] = kRoles[static_cast<std::size_t>(variable.role)];
+    json["role"] = kRoleWords[static_cast<std::size_t>(variable.role)];
     if (variable.print.type != 0)
         json["print"] = jsonOf(variable.print);
     if (variable.write.type != 0)
@@ -212,12 +213,12 @@ DictionaryVariable variableOf(const Json& json)
         constexpr std::uint64_t kWidest = 32767;
         variable.label = textIn(json, "label");
         variable.width = static_cast<int>(countIn(json, "width", kWidest));
-        variable.isText = wordIn(json, "type", kTypes) == 1;
+        variable.isText = wordIn(json, "type", kValueTypes) == 1;
         if (variable.width > 0 && !variable.isText)
             throw Wrong{"a number has a width"};
         variable.measure = textIn(json, "measure");
         variable.level = static_cast<DictionaryLevel>(wordIn(json, "level", kLevels));
-        variable.role = static_cast<DictionaryRole>(wordIn(json, "role", kRoles));
+        variable.role = static_cast<DictionaryRole>(wordIn(json, "role", kRoleWords));
         variable.print = formatIn(json, "print");
         variable.write = formatIn(json, "write");
         if (const Json* labels = member(json, "valueLabels", isList, "a list"))

@@ -29,7 +29,7 @@ constexpr Measure kMeasures[] = {
     {CFField::Typeless, DictionaryLevel::Unknown, false},
 };
 
-constexpr std::pair<CFField::RoleType, DictionaryRole> kRoles[] = {
+constexpr std::pair<CFField::RoleType, DictionaryRole> kRolesOfFields[] = {
     {CFField::Input, DictionaryRole::Input},         {CFField::Target, DictionaryRole::Target},
     {CFField::Both, DictionaryRole::Both},           {CFField::None, DictionaryRole::None},
     {CFField::Partition, DictionaryRole::Partition}, {CFField::RecordId, DictionaryRole::RecordId},
@@ -103,7 +103,7 @@ DictionaryVariable variableOf(const CFField& field)
             if (!measure.isLevel)
                 variable.measure = WordOf(field.GetType());
         }
-    for (const auto& [role, word] : kRoles)
+    for (const auto& [role, word] : kRolesOfFields)
         if (role == field.GetRole())
             variable.role = word;
     if (const CFFormat* format = field.GetPrivateFormat())
@@ -133,7 +133,7 @@ CFField::RoleType roleOf(const DictionaryVariable& variable, const Dictionary& d
     if (std::find(dictionary.split.begin(), dictionary.split.end(), variable.name) !=
         dictionary.split.end())
         return CFField::Split;
-    for (const auto& [role, word] : kRoles)
+    for (const auto& [role, word] : kRolesOfFields)
         if (word == variable.role)
             return role;
     return CFField::Input;

@@ -87,7 +87,7 @@ protected:
     SourceRows rows{source, "people"};
     const Names fields = {"town", "size"};
     const Names dates = {"day"};
-    const Names none;
+    const Names none = {};
 };
 
 TEST_F(DescriptiveFault, ResultIsThatOfTheLastStep)

@@ -116,7 +116,7 @@ constexpr FunctionCase kNumbers[] = {
 };
 
 /// Values and types, and the bodies that have them.
-const std::pair<const char*, std::vector<const char*>> kShared[] = {
+const std::pair<const char*, std::vector<const char*>> kSharedBodies[] = {
     {"missing:Real",
      {"toReal(\"abc\")", "toReal(\"\")", "toReal(\"nan\")", "toReal(\"-infinity\")",
       "toReal(\"1e999\")", "toReal(\"1_000\")", "sqrt(-1)", "ln(0)", "ln(-x.r)", "log10(0)",
@@ -149,7 +149,7 @@ TEST_F(ExpressionFunction, GivesWhatTheTableOfThePageSays)
          {std::span<const FunctionCase>(kConversions), {kDates}, {kTexts}, {kNumbers}})
         for (const auto& [body, value] : cases)
             EXPECT_EQ(valueOf(body), value) << body;
-    for (const auto& [value, bodies] : kShared)
+    for (const auto& [value, bodies] : kSharedBodies)
         for (const char* body : bodies)
             EXPECT_EQ(valueOf(body), value) << body;
 }

@@ -18,7 +18,7 @@ std::string convert(const std::string& text, const std::string& definitions = {}
 
 using Error = std::pair<std::string, std::string>;
 
-Error errorOf(const std::string& text, const std::string& definitions = {})
+Error refusalOf(const std::string& text, const std::string& definitions = {})
 {
     try {
         return {"none", convert(text, definitions)};
@@ -43,26 +43,26 @@ TEST(JsonLiteral, PutsDefinitionsInTheirPlaces)
 
 TEST(JsonLiteral, RefusesWhatIsNoLiteral)
 {
-    EXPECT_EQ(errorOf("{\"a\":\n [1 + 2]}"),
+    EXPECT_EQ(refusalOf("{\"a\":\n [1 + 2]}"),
               Error(errors::kNotLiteral,
                     "step read, line 2, column 5: expected a JSON value, found an operator"));
     for (const char* text : {"f(1)", "x => 1", "(1, 2)", "- -1", "-\"a\""})
-        EXPECT_EQ(errorOf(text).first, errors::kNotLiteral) << text;
-    EXPECT_EQ(errorOf("conff", "val conf = 1"),
+        EXPECT_EQ(refusalOf(text).first, errors::kNotLiteral) << text;
+    EXPECT_EQ(refusalOf("conff", "val conf = 1"),
               Error(errors::kUnknownName,
                     "step read, line 1, column 1: expected a JSON value, but no expression is "
                     "bound to the name 'conff'; did you mean \"conf\"?"));
-    EXPECT_EQ(errorOf("c", "val c = read(x)").first, errors::kUnknownName);
+    EXPECT_EQ(refusalOf("c", "val c = read(x)").first, errors::kUnknownName);
 }
 
 TEST(JsonLiteral, RefusesEndlessLiterals)
 {
-    EXPECT_EQ(errorOf("a", "val a = [b] val b = {\"c\": a}").first, errors::kCycle);
+    EXPECT_EQ(refusalOf("a", "val a = [b] val b = {\"c\": a}").first, errors::kCycle);
     std::ostringstream doubling;
     doubling << "val a0 = [1, 1] ";
     for (int i = 1; i < 40; ++i)
         doubling << "val a" << i << " = [a" << i - 1 << ", a" << i - 1 << "] ";
-    EXPECT_EQ(errorOf("a39", doubling.str()).first, errors::kLiteralSize);
+    EXPECT_EQ(refusalOf("a39", doubling.str()).first, errors::kLiteralSize);
 }
 
 } // namespace

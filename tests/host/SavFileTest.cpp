@@ -278,7 +278,7 @@ TEST(SavFile, ABadFileIsRefusedByItsName)
         {"", "", ": "}, // the folder
     };
     for (const auto& [name, password, says] : files)
-        EXPECT_THAT(refusalOf([&] {
+        EXPECT_THAT(refusalOf([&, name = name, password = password] {
                         const UserInputCaseFile file(specOf(scratch.name(name), false, password),
                                                      nullptr);
                     }),

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kPositiveInfinity = std::numeric_limits<double>::infinity();
 
 CFField realField()
 {
@@ -24,7 +24,7 @@ std::vector<CFValue> valuesOfEveryKind()
 {
     return {CFValue(CFDatum(1.0), "one", 0, 0),
             CFValue(CFDatum(0.1), "", CFValue::Invalid, -3),
-            CFValue(CFDatum(-kInfinity)),
+            CFValue(CFDatum(-kPositiveInfinity)),
             CFValue(CFDatum(1e-320)),
             CFValue(CFDatum(std::numeric_limits<std::int64_t>::min()), "least", 99, 1),
             CFValue(CFDatum(7)),
@@ -33,18 +33,18 @@ std::vector<CFValue> valuesOfEveryKind()
             CFValue(CFDatum(), "null", CFValue::Missing)};
 }
 
-std::string exported(const CFMetaData& model)
+std::string documentOf(const CFMetaData& model)
 {
-    std::string xml;
+    std::string xml = "left over";
     model.ExportXMLDoc(xml);
     return xml;
 }
 
-std::string exported(const CFField& field)
+std::string documentOf(const CFField& field)
 {
     CFMetaData model;
     model.AppendField(field);
-    return exported(model);
+    return documentOf(model);
 }
 
 std::string docsExample()
@@ -95,7 +95,7 @@ TEST(FieldDocument, EveryPropertySurvivesAndIsWrittenTheSame)
         fields.emplace_back(realField()).SetGeo(CFGeo(static_cast<CFGeo::Type>(type), -type));
     fields.push_back(withGeo([](CFGeo& geo) {
         geo.SetCoordinateSystem(3857, "Pseudo \"M\"\x01", true, "PROJCS[\"<a>\"\n  ]");
-        geo.SetEnvelope({-20037508.342789244, 0.1, kInfinity, -1e-300});
+        geo.SetEnvelope({-20037508.342789244, 0.1, kPositiveInfinity, -1e-300});
     }));
     fields.push_back(withGeo([](CFGeo& geo) { geo.SetCoordinateSystem(0, "", false, " "); }));
     CFField inner("code", CFField::Ordinal, CFField::Integer, CFField::Target);
@@ -103,10 +103,10 @@ TEST(FieldDocument, EveryPropertySurvivesAndIsWrittenTheSame)
     fields.emplace_back(realField()).SetBaseField(inner);
 
     for (const CFField& field : fields) {
-        const std::string xml = exported(field);
+        const std::string xml = documentOf(field);
         const CFMetaData read(xml);
         EXPECT_TRUE(*read.GetField(0U) == field) << xml;
-        EXPECT_EQ(exported(read), xml);
+        EXPECT_EQ(documentOf(read), xml);
     }
 }
 
@@ -114,7 +114,7 @@ TEST(FieldDocument, TheDocumentedExampleIsWhatIsWritten)
 {
     const std::string example = docsExample();
     const CFMetaData model(example);
-    EXPECT_EQ(exported(model), example);
+    EXPECT_EQ(documentOf(model), example);
     ASSERT_EQ(model.FieldCount(), 4U);
 
     const CFField& age = *model.GetField("age");
@@ -141,10 +141,10 @@ TEST(FieldDocument, WhatNoDocumentTellsIsLeftOut)
         geo.SetEnvelope({1, 2, 3, 4});
         geo.SetEnvelope({0, 0, std::nan(""), 0});
     });
-    EXPECT_FALSE(CFMetaData(exported(field)).GetField(0U)->GetGeo()->GetEnvelope());
+    EXPECT_FALSE(CFMetaData(documentOf(field)).GetField(0U)->GetGeo()->GetEnvelope());
     field.SetGeo(CFGeo(static_cast<CFGeo::Type>(6)));
     field.SetValues({CFValue(CFDatum(std::nan("")))});
-    const CFMetaData read(exported(field));
+    const CFMetaData read(documentOf(field));
     EXPECT_EQ(read.GetField(0U)->GetGeo(), nullptr);
     EXPECT_TRUE(read.GetField(0U)->GetValues().at(0).GetDatum().IsNull());
 }

@@ -4,7 +4,7 @@
 
 namespace {
 
-std::string text(const std::string& word)
+std::string textItem(const std::string& word)
 {
     return "{'text':{'stringText':{'value':'" + word + "'}}}";
 }
@@ -12,7 +12,7 @@ std::string text(const std::string& word)
 /// A category; `more` are further members.
 std::string leaf(const std::string& word, const std::string& more = "")
 {
-    return "{'text':" + text(word) + more + "}";
+    return "{'text':" + textItem(word) + more + "}";
 }
 
 std::string group(const std::string& word, const std::string& children,
@@ -142,7 +142,7 @@ TEST_F(TableTest, CellsNameLabels)
                  ",'cellLabels':{'keys':[1,2],'values':['l','m']}"),
            " a=l\\nm\n b=m\\nl\n c=\n d=\n", head);
     expect(table(rows, values("'0','2',1,2.9,-1"),
-                 isText + ",'cellLabels':{'values':['o'," + text("p") + ",{}]}"),
+                 isText + ",'cellLabels':{'values':['o'," + textItem("p") + ",{}]}"),
            " a=o\n b=\n c=p\n d=\n e=-1:1.0\n", head);
     // As many as there are labels, whatever their keys.
     expect(table(rows, values("0,1,2,3,1e300"),
@@ -152,7 +152,8 @@ TEST_F(TableTest, CellsNameLabels)
 
 TEST_F(TableTest, DimensionsAreDeclaredAsTheySay)
 {
-    const std::string notesHere = ",'footnotes':[" + text("n") + ",{'text':{}}," + text("m") + "]";
+    const std::string notesHere =
+        ",'footnotes':[" + textItem("n") + ",{'text':{}}," + textItem("m") + "]";
     const std::string noted =
         "{'text':{'text':{'stringText':{'value':'a'},'footnotes':[0]},'footnotes':[1,-1,2]}";
     EXPECT_EQ(tableOf(table(dimension("R",
@@ -242,11 +243,11 @@ TEST_F(TableTest, FiltersKeepWhatTheyLetThrough)
 TEST_F(TableTest, TitleCaptionCornerAndNotes)
 {
     const std::string more =
-        notes(text("n0") + "," + text("n1")) +
-        ",'title':{'show':false,'text':{'footnotes':[1,2]}},'cornerText':{'text':" + text("k") +
+        notes(textItem("n0") + "," + textItem("n1")) +
+        ",'title':{'show':false,'text':{'footnotes':[1,2]}},'cornerText':{'text':" + textItem("k") +
         "},'minDataColumnWidth':20,'maxDataColumnWidth':99,"
         "'formats':[{'index':'1','footnotes':[1,0,9]}],'caption':{'text':[" +
-        text("one") + ",null,{'text':{'stringText':{'value':'two'},'footnotes':[0]}}]}";
+        textItem("one") + ",null,{'text':{'stringText':{'value':'two'},'footnotes':[0]}}]}";
     const std::string rows = dimension("R", leaf("a") + "," + leaf("b"));
     const std::string title = "heading P\n table -T^n1 [S] 20..99\n";
     const std::string rest = " corner k\n row1 R: a b\n a=1:40.3\n b=^n1^n0\n";
@@ -256,9 +257,9 @@ TEST_F(TableTest, TitleCaptionCornerAndNotes)
         title + " caption mine\n" + rest);
     EXPECT_EQ(tableOf(table(rows, values("1"), ",'caption':{'text':[]}")),
               kHead + " caption \n row1 R: a b\n a=1:40.3\n");
-    EXPECT_EQ(
-        tableOf(table(rows, values("1"), ",'caption':{'show':false,'text':[" + text("c") + "]}")),
-        kHead + " row1 R: a b\n a=1:40.3\n");
+    EXPECT_EQ(tableOf(table(rows, values("1"),
+                            ",'caption':{'show':false,'text':[" + textItem("c") + "]}")),
+              kHead + " row1 R: a b\n a=1:40.3\n");
 }
 
 // Tables of any shape are walked without end of memory or stack.

@@ -23,7 +23,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const double kMissing = MCMV::Missing();
+const double kMissingNumber = MCMV::Missing();
 
 /// One row, whose values are bytes.
 class OneRow : public EmbeddedHV::RowDataIterator
@@ -105,7 +105,7 @@ public:
         _model.given.clear();
         for (int i = 0; i < input.Size(); ++i)
             _model.given.push_back(input[i].IsText() ? "'" + input[i].GetText() + "'"
-                                   : input[i].GetNumber() == kMissing
+                                   : input[i].GetNumber() == kMissingNumber
                                        ? "-"
                                        : std::to_string(input[i].GetNumber()));
         for (int i = 0; i < output.Size(); ++i)
@@ -115,7 +115,7 @@ public:
     MCStatus PrepareOutput(ValueRecord& output) const override
     {
         for (const FakeVariable& variable : _model.outputs)
-            output.AddValue(variable.name, Value(kMissing));
+            output.AddValue(variable.name, Value(kMissingNumber));
         return {};
     }
     MCStatus GetInputs(MCVarList& inputs) const override
@@ -172,22 +172,22 @@ TEST_F(TransformScorer, GivesTheModelWhatItsStorageSays)
     ASSERT_TRUE(scorer.PrepareScoring(&row, "any", {}, true));
     EXPECT_THAT(scorer.GetInputModelVarNames(),
                 ElementsAre("REAL", "whole", "TEXT", "Day", "moment"));
-    EXPECT_THAT(scorer.GetTargetValues(), ElementsAre(kMissing, kMissing));
+    EXPECT_THAT(scorer.GetTargetValues(), ElementsAre(kMissingNumber, kMissingNumber));
     ASSERT_TRUE(scorer.ScoreRecord());
     EXPECT_THAT(model.given, ElementsAre("2.250000", "-7.000000", "'ab\xc3\xbc'",
                                          "13550198400.000000", "12219379201.500000"));
     EXPECT_THAT(scorer.GetTargetValues(), ElementsAre(1, 2));
 
     // What is missing in the row is missing to the model, by whichever way it is told.
-    std::string missing(sizeof kMissing, '\0');
-    std::memcpy(missing.data(), &kMissing, sizeof kMissing);
+    std::string missing(sizeof kMissingNumber, '\0');
+    std::memcpy(missing.data(), &kMissingNumber, sizeof kMissingNumber);
     row.values = {std::nullopt, std::nullopt, missing, missing, std::nullopt};
     ASSERT_TRUE(scorer.ScoreRecord());
     EXPECT_THAT(model.given, ElementsAre("-", "-", "''", "-", "-"));
 
     model.failsRows = true;
     EXPECT_FALSE(scorer.ScoreRecord());
-    EXPECT_THAT(scorer.GetTargetValues(), ElementsAre(kMissing, kMissing));
+    EXPECT_THAT(scorer.GetTargetValues(), ElementsAre(kMissingNumber, kMissingNumber));
     model.failsRows = false;
     EXPECT_TRUE(scorer.ScoreRecord());
     EXPECT_THAT(scorer.GetTargetValues(), ElementsAre(1, 2));
@@ -277,7 +277,7 @@ TEST(TransformScorerOfNumbers, AllocatesNothing)
         ASSERT_TRUE(scorer.ScoreRecord());
     EXPECT_EQ(allocations, before);
     EXPECT_THAT(scorer.GetTargetValues(), ElementsAre(2, 2));
-    EXPECT_FALSE(HVTransformScorer::IsValidDouble(kMissing));
+    EXPECT_FALSE(HVTransformScorer::IsValidDouble(kMissingNumber));
     EXPECT_TRUE(HVTransformScorer::IsValidDouble(0));
 }
 

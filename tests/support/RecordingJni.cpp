@@ -9,7 +9,7 @@
 #include <type_traits>
 
 namespace {
-RecordingJni* recorder = nullptr;
+RecordingJni* current = nullptr;
 
 using Traits = RecordingJni::Traits;
 
@@ -35,19 +35,19 @@ struct Entry<Member, Result (*)(JNIEnv*, Arguments...)>
     static Result call(JNIEnv* env, Arguments... arguments)
     {
         constexpr const Traits& traits = traitsOf<Member>;
-        const auto function = recorder->original().*Member;
-        if (!recorder->concerns(__builtin_return_address(0)))
+        const auto function = current->original().*Member;
+        if (!current->concerns(__builtin_return_address(0)))
             return function(env, arguments...);
-        if (!recorder->before(env, traits))
+        if (!current->before(env, traits))
             return failure();
         if constexpr (traits.locals < 0 || traits.globals < 0)
-            recorder->deleting(env, traits, firstReference(arguments...));
+            current->deleting(env, traits, firstReference(arguments...));
         if constexpr (std::is_void_v<Result>) {
             function(env, arguments...);
         } else {
             const Result result = function(env, arguments...);
             if constexpr (std::is_convertible_v<Result, jobject>)
-                recorder->made(env, traits, result);
+                current->made(env, traits, result);
             return result;
         }
     }
@@ -159,7 +159,7 @@ void RecordingJni::replaceTable(JavaVM* machine)
     _outOfMemory = keptClass(env, "java/lang/OutOfMemoryError");
     _exception = keptClass(env, "java/lang/IllegalStateException");
     _original = *table;
-    recorder = this;
+    current = this;
 #define REPLACE(function, fails, allowed, locals, globals)                                         \
     table->function =                                                                              \
         &Entry<&JNINativeInterface_::function, decltype(JNINativeInterface_::function)>::call;

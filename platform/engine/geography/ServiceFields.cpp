@@ -13,14 +13,14 @@ using nlohmann::json;
 
 constexpr const char* kShapeField = "shape";
 
-struct Storage
+struct ServiceStorage
 {
     const char* type;
     CFField::StorageType storage;
 };
 
 /// Fields of other types are texts.
-constexpr Storage kStorages[] = {
+constexpr ServiceStorage kServiceStorages[] = {
     {"esriFieldTypeOID", CFField::Integer},        {"esriFieldTypeInteger", CFField::Integer},
     {"esriFieldTypeBigInteger", CFField::Integer}, {"esriFieldTypeSmallInteger", CFField::Integer},
     {"esriFieldTypeDouble", CFField::Real},        {"esriFieldTypeSingle", CFField::Real},
@@ -33,8 +33,8 @@ constexpr const char* kWithoutValues[] = {"esriFieldTypeGeometry", "esriFieldTyp
 
 CFField::StorageType storageOf(const std::string& type)
 {
-    const auto* found = std::ranges::find(kStorages, type, &Storage::type);
-    return found == std::end(kStorages) ? CFField::String : found->storage;
+    const auto* found = std::ranges::find(kServiceStorages, type, &ServiceStorage::type);
+    return found == std::end(kServiceStorages) ? CFField::String : found->storage;
 }
 
 CFDatum datumOf(const json& code)

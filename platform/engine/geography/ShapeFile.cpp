@@ -15,7 +15,7 @@
 namespace EmbeddedHV::maps {
 namespace {
 
-constexpr const char* kShapeField = "shape";
+constexpr const char* kShapesField = "shape";
 
 struct Kind
 {
@@ -36,14 +36,14 @@ constexpr Kind kKinds[] = {
     {wkbPolyhedralSurface, CFGeo::MultiPolygon},
 };
 
-struct Storage
+struct ShapeStorage
 {
     OGRFieldType type;
     CFField::StorageType storage;
 };
 
 /// Everything else is read as text.
-constexpr Storage kStorages[] = {
+constexpr ShapeStorage kShapeStorages[] = {
     {OFTInteger, CFField::Integer}, {OFTInteger64, CFField::Integer},
     {OFTReal, CFField::Real},       {OFTDate, CFField::Date},
     {OFTTime, CFField::Time},       {OFTDateTime, CFField::Timestamp},
@@ -51,8 +51,8 @@ constexpr Storage kStorages[] = {
 
 CFField::StorageType storageOf(OGRFieldType type)
 {
-    const auto* found = std::ranges::find(kStorages, type, &Storage::type);
-    return found == std::end(kStorages) ? CFField::String : found->storage;
+    const auto* found = std::ranges::find(kShapeStorages, type, &ShapeStorage::type);
+    return found == std::end(kShapeStorages) ? CFField::String : found->storage;
 }
 
 /// A moment of a record in days and in microseconds of the day. The zone is left as the file has
@@ -139,7 +139,7 @@ void ShapeFileLayer::describeShapes(CoordinateSystems& systems)
     // The header of an empty file has an extent of zeros, which is a place.
     if (_layer.GetFeatureCount() > 0 && _layer.GetExtent(&extent) == OGRERR_NONE)
         geo.SetEnvelope({extent.MinX, extent.MaxY, extent.MaxX, extent.MinY});
-    CFField field(kShapeField, CFField::Typeless, CFField::String, CFField::None);
+    CFField field(kShapesField, CFField::Typeless, CFField::String, CFField::None);
     field.SetGeo(std::move(geo));
     _fields.push_back(std::move(field));
 }

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr std::array<const char*, 6> kTypeWords = {"Point",           "MultiPoint", "LineString",
-                                                   "MultiLineString", "Polygon",    "MultiPolygon"};
+constexpr std::array<const char*, 6> kGeoWords = {"Point",           "MultiPoint", "LineString",
+                                                  "MultiLineString", "Polygon",    "MultiPolygon"};
 
 } // namespace
 
@@ -29,5 +29,5 @@ void CFGeo::SetEnvelope(const Envelope& envelope)
 
 const char* WordOf(CFGeo::Type type)
 {
-    return wordAt(kTypeWords, static_cast<int>(type));
+    return wordAt(kGeoWords, static_cast<int>(type));
 }

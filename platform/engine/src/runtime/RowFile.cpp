@@ -7,7 +7,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr double kMicroseconds = 1e6;
+constexpr double kMicrosecondsPerSecond = 1e6;
 
 template <class T, class Convert>
 void convert(std::vector<double>& numbers, duckdb_vector vector, std::size_t rows, Convert toNumber)
@@ -55,7 +55,7 @@ void RowFile::load(Column& column, duckdb_vector vector, std::size_t rows)
     case CFField::Time:
     case CFField::Timestamp:
         convert<std::int64_t>(column.numbers, vector, rows, [](std::int64_t microseconds) {
-            return static_cast<double>(microseconds) / kMicroseconds;
+            return static_cast<double>(microseconds) / kMicrosecondsPerSecond;
         });
         break;
     default:

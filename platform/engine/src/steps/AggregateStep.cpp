@@ -27,7 +27,7 @@ enum class Gives
 
 /// One aggregate function. In the SQL, $ stands for the input column, # for the record number and
 /// % for the centile.
-struct Function
+struct AggregateFunction
 {
     std::string_view name;
     Accepts accepts;
@@ -36,7 +36,7 @@ struct Function
     bool needsOrder;
 };
 
-constexpr Function kFunctions[] = {
+constexpr AggregateFunction kAggregateFunctions[] = {
     {"key", Accepts::Anything, Gives::SameAsInput, "$", false},
     {"count", Accepts::Anything, Gives::Integer, "count($)", false},
     {"sum", Accepts::Numbers, Gives::SameAsInput, "sum($)", false},
@@ -52,15 +52,16 @@ constexpr Function kFunctions[] = {
     {"last", Accepts::Anything, Gives::SameAsInput, "arg_max_null($, #)", true},
 };
 
-const Function& functionOf(const Settings& output)
+const AggregateFunction& functionOf(const Settings& output)
 {
     const std::string name = output.neededText("function");
-    const auto* found = std::find_if(std::begin(kFunctions), std::end(kFunctions),
-                                     [&](const Function& known) { return known.name == name; });
-    if (found != std::end(kFunctions))
+    const auto* found =
+        std::find_if(std::begin(kAggregateFunctions), std::end(kAggregateFunctions),
+                     [&](const AggregateFunction& known) { return known.name == name; });
+    if (found != std::end(kAggregateFunctions))
         return *found;
     output.refuse("function", "is \"" + name + "\", which is no aggregate function" +
-                                  suggestion(name, kFunctions, &Function::name));
+                                  suggestion(name, kAggregateFunctions, &AggregateFunction::name));
 }
 
 /// The pieces of the SELECT that grow output by output.
@@ -91,7 +92,8 @@ std::string filledIn(const char* sql, const std::string& column, const std::stri
 }
 
 /// A key keeps all that is known of its field; of any other result only the type is known.
-CFField resultField(const std::string& name, const Function& function, const CFField* input)
+CFField resultField(const std::string& name, const AggregateFunction& function,
+                    const CFField* input)
 {
     if (function.name == "key") {
         CFField key = *input;
@@ -104,7 +106,7 @@ CFField resultField(const std::string& name, const Function& function, const CFF
 }
 
 /// 0 for functions that have none.
-std::int64_t centileOf(const Settings& output, const Function& function)
+std::int64_t centileOf(const Settings& output, const AggregateFunction& function)
 {
     if (function.name != "percentile")
         return 0;
@@ -117,7 +119,7 @@ std::int64_t centileOf(const Settings& output, const Function& function)
 }
 
 /// As in mean_income; a key keeps its name.
-std::string defaultName(const Function& function, const CFField* input)
+std::string defaultName(const AggregateFunction& function, const CFField* input)
 {
     if (!input)
         return std::string(function.name);
@@ -128,7 +130,7 @@ std::string defaultName(const Function& function, const CFField* input)
 void addOutput(StepCall& call, const Settings& output, const std::string& number,
                Aggregation& aggregation)
 {
-    const Function& function = functionOf(output);
+    const AggregateFunction& function = functionOf(output);
     const std::string inputName = output.text("input").value_or("");
     if (inputName.empty() && function.name != "count")
         output.neededText("input");

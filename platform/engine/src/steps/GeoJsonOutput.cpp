@@ -12,7 +12,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr const char* kStep = "write";
+constexpr const char* kWriteStep = "write";
 constexpr std::size_t kFlushBytes = std::size_t{1} << 20;
 constexpr int kDegreesWkid = 4326; // what a document without a system is told in
 
@@ -21,7 +21,7 @@ std::size_t shapesIn(const Fields& fields)
     const auto found = std::ranges::find_if(
         fields, [](const CFField& field) { return field.GetGeo() != nullptr; });
     if (found == fields.end())
-        throw JobError(errors::kNoShapes, std::string(kStep) +
+        throw JobError(errors::kNoShapes, std::string(kWriteStep) +
                                               ": the records have no geospatial field, which a "
                                               "GeoJSON document needs");
     return static_cast<std::size_t>(found - fields.begin());
@@ -51,7 +51,7 @@ std::string headOf(const GeoJsonMetadata& metadata, const CFGeo& geo)
 
 GeoJsonOutput::GeoJsonOutput(JobContext& context, const std::string& path,
                              const std::string& modelPath, GeoJsonMetadata metadata, Fields fields)
-    : _context(context), _files(path, modelPath, kStep), _metadata(std::move(metadata)),
+    : _context(context), _files(path, modelPath, kWriteStep), _metadata(std::move(metadata)),
       _fields(std::move(fields)), _shapes(shapesIn(_fields))
 {
     _files.announce(_context);
@@ -59,7 +59,7 @@ GeoJsonOutput::GeoJsonOutput(JobContext& context, const std::string& path,
 
 void GeoJsonOutput::refuse() const
 {
-    PendingFile::refuse(kStep, target(), errno);
+    PendingFile::refuse(kWriteStep, target(), errno);
 }
 
 std::string GeoJsonOutput::statement(const std::string& select)
@@ -93,7 +93,7 @@ void GeoJsonOutput::take(duck::Chunk& chunk)
         _text += _isFirst ? "\n" : ",\n";
         _isFirst = false;
         if (!columns.append(row, _text))
-            throw JobError(errors::kNotAShape, std::string(kStep) + ": " + target() +
+            throw JobError(errors::kNotAShape, std::string(kWriteStep) + ": " + target() +
                                                    ": a value of the field \"" +
                                                    _fields[_shapes].GetName() + "\" is no shape");
         if (_text.size() >= kFlushBytes)

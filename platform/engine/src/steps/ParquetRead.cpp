@@ -19,7 +19,7 @@ namespace EmbeddedHV {
 namespace {
 
 /// Ends the work on a sealed file when the job is cancelled; the job looks at that itself.
-struct Stopped
+struct Cancelled
 {
 };
 
@@ -48,9 +48,9 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
         return openSealed(settings.path, settings.password, context.files.scratchFolder(),
                           [&context] {
                               if (context.stopping())
-                                  throw Stopped{};
+                                  throw Cancelled{};
                           });
-    } catch (const Stopped&) {
+    } catch (const Cancelled&) {
         return nullptr;
     } catch (const SealedFileError& error) {
         throw JobError(idOf(error.kind()), prefix + error.what());

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{256} * 1024;
+constexpr std::size_t kCopyBlock = std::size_t{256} * 1024;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kDigitsOfGroup = 3;
 
@@ -154,7 +154,7 @@ std::shared_ptr<datafile::ScratchFile> plainCopy(const std::string& path, const 
             fail(name + ": no copy with commas can be made");
         text.done().clear();
     };
-    std::string block(kBlock, '\0');
+    std::string block(kCopyBlock, '\0');
     bool isFirst = true;
     ssize_t got = 0;
     while ((got = source.readUpTo(block.data(), block.size())) > 0) {

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double kSecondsPerDay = 86400;
+constexpr double kDayLength = 86400;
 constexpr double kBaseDate = 12219379200.0;
 
 } // namespace
@@ -23,7 +23,7 @@ double NumericStorageStatToCF(double value, CFField::StorageType storage)
     if (value == kSystemMissing)
         return value;
     if (storage == CFField::Date)
-        return (value - kBaseDate) / kSecondsPerDay;
+        return (value - kBaseDate) / kDayLength;
     return storage == CFField::Timestamp ? value - kBaseDate : value;
 }
 
@@ -32,7 +32,7 @@ double NumericStorageCFToStat(double value, CFField::StorageType storage)
     if (value == kSystemMissing)
         return value;
     if (storage == CFField::Date)
-        return value * kSecondsPerDay + kBaseDate;
+        return value * kDayLength + kBaseDate;
     return storage == CFField::Timestamp ? value + kBaseDate : value;
 }
 

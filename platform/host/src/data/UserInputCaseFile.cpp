@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kWidestText = 32767;
+constexpr std::size_t kWidestColumn = 32767;
 
 CaseFileSource openCaseFile(const UserCaseFileSpec& spec)
 {
@@ -36,7 +36,7 @@ int hostWidth(std::size_t utf8Bytes)
     // Only an encoding of four bytes for what UTF-8 holds in two can need more.
     const bool mayGrow = hostCodePage()->name() == "GB18030";
     return static_cast<int>(
-        std::clamp<std::size_t>(mayGrow ? 2 * utf8Bytes : utf8Bytes, 1, kWidestText));
+        std::clamp<std::size_t>(mayGrow ? 2 * utf8Bytes : utf8Bytes, 1, kWidestColumn));
 }
 
 struct UserInputCaseFile::Impl

@@ -9,8 +9,6 @@
 
 namespace {
 
-using Scale = MapChannel::Scale;
-
 constexpr std::size_t kShades = 12;    ///< of the style sheet, counted from 0
 constexpr std::size_t kCategories = 8; ///< colours that can be told apart
 constexpr std::size_t kQuantiles = 5;
@@ -36,7 +34,7 @@ std::vector<double> boundsOf(const MapChannel& channel, const std::vector<double
 {
     const std::vector<double> domain = numbersIn(channel.domain);
     const std::size_t colours = channel.colours.size();
-    if (channel.scale == Scale::Quantiles)
+    if (channel.scale == MapChannel::Scale::Quantiles)
         return quantileBounds(values, colours > 1 ? colours : kQuantiles);
     const auto& ends = domain.size() > 1 ? domain : values;
     return colours > 1 ? equalBounds(ends.front(), ends.back(), colours)
@@ -81,9 +79,10 @@ std::vector<PageJson> coloursOf(const std::vector<MapItem>& items)
 MapClasses::MapClasses(const MapChannel& channel, const std::vector<MapItem>& items)
 {
     const std::vector<PageJson> values = coloursOf(items);
-    if (channel.scale == Scale::Categories || channel.scale == Scale::Grades)
+    if (channel.scale == MapChannel::Scale::Categories ||
+        channel.scale == MapChannel::Scale::Grades)
         list(valuesIn(channel, values));
-    else if (channel.scale == Scale::Thresholds)
+    else if (channel.scale == MapChannel::Scale::Thresholds)
         divideAt(numbersIn(channel.domain));
     else if (!values.empty())
         divide(boundsOf(channel, numbersIn(values)));
@@ -125,7 +124,7 @@ void MapClasses::colour(const MapChannel& channel)
     if (count > 0 && channel.colours.size() >= count)
         for (std::size_t at = 0; at < count; ++at)
             _classes[at].colour = channel.colours[at];
-    else if (channel.scale != Scale::Categories)
+    else if (channel.scale != MapChannel::Scale::Categories)
         shade();
     else
         for (std::size_t at = 0; at < count; ++at)

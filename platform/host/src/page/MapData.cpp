@@ -43,10 +43,9 @@ std::optional<MapShape> placeOf(const PageJson& record, const MapLayer& layer)
 /// Numbers only, where classes are parts of a scale.
 const PageJson* colourOf(const MapItem& item, const MapLayer& layer)
 {
-    using Scale = MapChannel::Scale;
     const PageJson* value = layer.colour ? valueOf(item, layer, layer.colour->field) : nullptr;
-    const bool takesWords = layer.colour && (layer.colour->scale == Scale::Grades ||
-                                             layer.colour->scale == Scale::Categories);
+    const bool takesWords = layer.colour && (layer.colour->scale == MapChannel::Scale::Grades ||
+                                             layer.colour->scale == MapChannel::Scale::Categories);
     const bool fits = value && (takesWords ? !value->is_structured() : value->is_number());
     return fits ? value : nullptr;
 }

@@ -5,14 +5,14 @@
 
 namespace {
 
-constexpr double kTurn = 360;
+constexpr double kFullTurn = 360;
 constexpr double kHalfTurn = 180;
-constexpr double kPole = 90;
-constexpr double kNothing = 1e-9;
+constexpr double kPoleLatitude = 90;
+constexpr double kNegligible = 1e-9;
 
 bool isOnSeam(const MapPoint& point)
 {
-    return std::abs(std::abs(point.x) - kHalfTurn) < kNothing;
+    return std::abs(std::abs(point.x) - kHalfTurn) < kNegligible;
 }
 
 bool isLeap(const MapPoint& from, const MapPoint& to)
@@ -34,7 +34,7 @@ bool isFlat(const MapLine& ring)
 /// The longitude nearest to another one.
 double nearest(double longitude, double to)
 {
-    return longitude + kTurn * std::round((to - longitude) / kTurn);
+    return longitude + kFullTurn * std::round((to - longitude) / kFullTurn);
 }
 
 std::pair<double, double> endsOf(std::span<const MapPoint> part)
@@ -49,9 +49,9 @@ void closeAlongPole(MapLine& ring)
     double sum = 0;
     for (const MapPoint& point : ring)
         sum += point.y;
-    const double pole = std::copysign(kPole, sum);
+    const double pole = std::copysign(kPoleLatitude, sum);
     const MapPoint first = ring.front();
-    const double turn = std::copysign(kTurn, ring.back().x - first.x);
+    const double turn = std::copysign(kFullTurn, ring.back().x - first.x);
     ring.push_back({first.x + turn, first.y});
     ring.push_back({first.x + turn, pole});
     ring.push_back({first.x, pole});
@@ -71,7 +71,7 @@ void unwrapRing(MapLine& ring)
     unwrapLine(whole);
     const bool isClosed = !isLeap(whole.back(), whole.front());
     const auto [west, east] = endsOf(whole);
-    if (isFlat(ring) && (!isClosed || east - west < kNothing))
+    if (isFlat(ring) && (!isClosed || east - west < kNegligible))
         return;
     if (!isClosed)
         closeAlongPole(whole);
@@ -83,7 +83,7 @@ void MapCut::include(std::span<const MapPoint> part)
     if (part.empty())
         return;
     const auto [west, east] = endsOf(part);
-    const double start = west - kTurn * std::floor((west + kHalfTurn) / kTurn);
+    const double start = west - kFullTurn * std::floor((west + kHalfTurn) / kFullTurn);
     _spans.push_back({start, start + east - west});
 }
 
@@ -96,8 +96,8 @@ void MapCut::find()
     for (const Span& span : _spans)
         reached = std::max(reached, span.east);
     // What goes on over the seam covers the beginning of the circle.
-    reached -= kTurn;
-    double widest = kNothing;
+    reached -= kFullTurn;
+    double widest = kNegligible;
     for (const Span& span : _spans) {
         if (span.west - reached > widest) {
             widest = span.west - reached;
@@ -111,12 +111,12 @@ void MapCut::place(std::span<MapPoint> part) const
 {
     if (part.empty())
         return;
-    const double turns = std::floor((endsOf(part).first - _west + kNothing) / kTurn);
+    const double turns = std::floor((endsOf(part).first - _west + kNegligible) / kFullTurn);
     for (MapPoint& point : part)
-        point.x -= kTurn * turns;
+        point.x -= kFullTurn * turns;
 }
 
 bool MapCut::isCrossed(std::span<const MapPoint> part) const
 {
-    return !part.empty() && endsOf(part).second > _west + kTurn + kNothing;
+    return !part.empty() && endsOf(part).second > _west + kFullTurn + kNegligible;
 }

@@ -34,10 +34,10 @@ std::string padding(const TnContent& content, std::size_t longest)
     return " data-pad=\"" + (own == 0 ? "." + zeros.substr(1) : zeros) + "\"";
 }
 
-class BodyWriter
+class RowWriter
 {
 public:
-    BodyWriter(std::ostream& out, TableGrid& grid) : _out(out), _grid(grid), _address(grid.layer)
+    RowWriter(std::ostream& out, TableGrid& grid) : _out(out), _grid(grid), _address(grid.layer)
     {
         if (grid.named)
             for (std::size_t column = 0; column < grid.columns.size(); ++column)
@@ -151,5 +151,5 @@ private:
 
 void writeTableBody(std::ostream& out, TableGrid& grid)
 {
-    BodyWriter(out, grid).write();
+    RowWriter(out, grid).write();
 }

@@ -17,7 +17,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::size_t kDeepest = 16;
+constexpr std::size_t kDeepestView = 16;
 constexpr std::size_t kIndent = 2;
 constexpr const char* kDataModel = "0";
 
@@ -73,7 +73,7 @@ public:
             line(name, value.is_null() ? "null" : jsonCellText(value), depth);
         else if (value.is_array() && hasPlainElements(value))
             line(name, inOneLine(value), depth);
-        else if (value.empty() || depth >= kDeepest)
+        else if (value.empty() || depth >= kDeepestView)
             line(name, value.empty() ? "{}" : "…", depth);
         else if (isRecords(value))
             table(name, plotOf(value), depth);

@@ -16,9 +16,9 @@ using Spellings = std::vector<std::string>;
 using std::chrono::sys_days;
 using std::chrono::year_month_day;
 
-constexpr std::size_t kShortName = 3;
-constexpr int kDaysPerWeek = 7;
-constexpr int kMonthsPerQuarter = 3;
+constexpr std::size_t kShortLength = 3;
+constexpr int kWeekLength = 7;
+constexpr int kQuarterLength = 3;
 
 /// A date in the pieces that its spellings are made of.
 struct DatePieces
@@ -29,7 +29,7 @@ struct DatePieces
         number = static_cast<int>(date.year());
         month = static_cast<int>(static_cast<unsigned>(date.month()));
         day = twoDigits(static_cast<unsigned>(date.day()));
-        monthName = kMonthNames[static_cast<std::size_t>(month - 1)].substr(0, kShortName);
+        monthName = kMonthNames[static_cast<std::size_t>(month - 1)].substr(0, kShortLength);
         inYear = dayOfYear(moment);
     }
 
@@ -70,9 +70,9 @@ std::string spellDate(const DatePieces& date, const std::string& year, int type)
     case kFormatMonthAndYear:
         return date.monthName + " " + year;
     case kFormatQuarterAndYear:
-        return std::to_string((date.month - 1) / kMonthsPerQuarter + 1) + " Q " + year;
+        return std::to_string((date.month - 1) / kQuarterLength + 1) + " Q " + year;
     case kFormatWeekAndYear:
-        return std::to_string((date.inYear - 1) / kDaysPerWeek + 1) + " WK " + year;
+        return std::to_string((date.inYear - 1) / kWeekLength + 1) + " WK " + year;
     default:
         return date.day + "-" + date.monthName + "-" + year;
     }
@@ -117,14 +117,14 @@ Spellings datesWithTime(double value, int decimals, int type)
 
 std::string spellDuration(Clock clock, int type, bool withSeconds)
 {
-    constexpr int kPerMinute = 60;
+    constexpr int kMinuteLength = 60;
     constexpr auto kPerDay = static_cast<long long>(kSecondsPerDay);
     // Without seconds, a few of them are nothing, which has no sign.
-    const bool isNegative = clock.isNegative && (withSeconds || clock.seconds >= kPerMinute);
+    const bool isNegative = clock.isNegative && (withSeconds || clock.seconds >= kMinuteLength);
     std::string text = isNegative ? "-" : "";
     if (type == kFormatTimeMinutesFirst)
-        return text + twoDigits(clock.seconds / kPerMinute) + ":" +
-               twoDigits(clock.seconds % kPerMinute) + clock.fraction;
+        return text + twoDigits(clock.seconds / kMinuteLength) + ":" +
+               twoDigits(clock.seconds % kMinuteLength) + clock.fraction;
     if (type == kFormatTimeWithDays) {
         text += std::to_string(clock.seconds / kPerDay) + " ";
         clock.seconds %= kPerDay;
@@ -158,7 +158,7 @@ Spellings names(double value, int type)
     }
     const auto index = static_cast<std::size_t>(number) - 1;
     const std::string name(isMonth ? kMonthNames[index] : kWeekdayNames[index]);
-    return {name, name.substr(0, kShortName)};
+    return {name, name.substr(0, kShortLength)};
 }
 
 /// None for a value that is no date.

@@ -40,11 +40,11 @@ std::string upperCase(std::string_view text)
 
 std::string_view trimmed(std::string_view text)
 {
-    constexpr std::string_view kBlanks = " \t";
-    const std::size_t first = text.find_first_not_of(kBlanks);
+    constexpr std::string_view kBlankCharacters = " \t";
+    const std::size_t first = text.find_first_not_of(kBlankCharacters);
     if (first == std::string_view::npos)
         return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(kBlankCharacters) - first + 1);
 }
 
 bool TextParts::take(std::string_view characters)

@@ -68,7 +68,7 @@ constexpr FunctionEntry entry(std::string_view name, FunctionEntry::Apply apply)
             nullptr};
 }
 
-constexpr std::array kFunctions{
+constexpr std::array kAggregates{
     entry("sum", aggregate<sum>),      entry("product", aggregate<product>),
     entry("avg", aggregate<average>),  entry("min", aggregate<least>),
     entry("max", aggregate<greatest>), entry("median", aggregate<median>),
@@ -78,7 +78,7 @@ constexpr std::array kFunctions{
 
 std::span<const FunctionEntry> aggregateFunctions()
 {
-    return kFunctions;
+    return kAggregates;
 }
 
 } // namespace scoring

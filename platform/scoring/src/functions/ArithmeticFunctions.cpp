@@ -83,7 +83,7 @@ constexpr FunctionEntry entry(std::string_view name, std::size_t count, Function
             apply, nullptr};
 }
 
-constexpr std::array kFunctions{
+constexpr std::array kArithmetic{
     entry("+", 2, two<plus>),
     entry("-", 2, two<minus>),
     entry("*", 2, two<times>),
@@ -123,7 +123,7 @@ constexpr std::array kFunctions{
 
 std::span<const FunctionEntry> arithmeticFunctions()
 {
-    return kFunctions;
+    return kArithmetic;
 }
 
 } // namespace scoring

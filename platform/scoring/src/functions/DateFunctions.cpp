@@ -36,7 +36,7 @@ Cell dateSecondsSinceMidnight(Arguments arguments, Scratch&)
     return Cell::of(moment - std::floor(moment / kSecondsPerDay) * kSecondsPerDay);
 }
 
-constexpr std::array kFunctions{
+constexpr std::array kDates{
     FunctionEntry{"dateDaysSinceYear", 2, 2, ArgumentRule::SinceYear, ResultRule::Number,
                   MissingRule::Passes, dateDaysSinceYear, nullptr},
     FunctionEntry{"dateSecondsSinceYear", 2, 2, ArgumentRule::SinceYear, ResultRule::Number,
@@ -49,7 +49,7 @@ constexpr std::array kFunctions{
 
 std::span<const FunctionEntry> dateFunctions()
 {
-    return kFunctions;
+    return kDates;
 }
 
 } // namespace scoring

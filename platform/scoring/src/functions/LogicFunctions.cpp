@@ -109,7 +109,7 @@ using LessOrEqual = std::less_equal<>;
 using Greater = std::greater<>;
 using GreaterOrEqual = std::greater_equal<>;
 
-constexpr std::array kFunctions{
+constexpr std::array kLogic{
     relation("equal", relate<Equal, false>, relate<Equal, true>),
     relation("notEqual", relate<NotEqual, false>, relate<NotEqual, true>),
     relation("lessThan", relate<Less, false>, relate<Less, true>),
@@ -134,7 +134,7 @@ constexpr std::array kFunctions{
 
 std::span<const FunctionEntry> logicFunctions()
 {
-    return kFunctions;
+    return kLogic;
 }
 
 } // namespace scoring

@@ -82,17 +82,17 @@ Cell stringLength(Arguments arguments, Scratch&)
     return Cell::of(static_cast<double>(std::count_if(text.begin(), text.end(), startsCharacter)));
 }
 
-constexpr FunctionEntry entry(std::string_view name, FunctionEntry::Apply apply,
-                              ResultRule result = ResultRule::Text)
+constexpr FunctionEntry textEntry(std::string_view name, FunctionEntry::Apply apply,
+                                  ResultRule result = ResultRule::Text)
 {
     return {name, 1, 1, ArgumentRule::Texts, result, MissingRule::Passes, apply, nullptr};
 }
 
-constexpr std::array kFunctions{
-    entry("uppercase", mapCase<icu::CaseMap::utf8ToUpper>),
-    entry("lowercase", mapCase<icu::CaseMap::utf8ToLower>),
-    entry("trimBlanks", trimBlanks),
-    entry("stringLength", stringLength, ResultRule::Number),
+constexpr std::array kTexts{
+    textEntry("uppercase", mapCase<icu::CaseMap::utf8ToUpper>),
+    textEntry("lowercase", mapCase<icu::CaseMap::utf8ToLower>),
+    textEntry("trimBlanks", trimBlanks),
+    textEntry("stringLength", stringLength, ResultRule::Number),
     FunctionEntry{"substring", 3, 3, ArgumentRule::TextPart, ResultRule::Text, MissingRule::Passes,
                   substring, nullptr},
     FunctionEntry{"concat", 2, FunctionEntry::kAnyNumber, ArgumentRule::Texts, ResultRule::Text,
@@ -103,7 +103,7 @@ constexpr std::array kFunctions{
 
 std::span<const FunctionEntry> textFunctions()
 {
-    return kFunctions;
+    return kTexts;
 }
 
 } // namespace scoring

@@ -11,7 +11,7 @@ namespace {
 
 /// Nobody reads longer ones, and every reader holds all cells of a table at once.
 constexpr std::size_t kMostRows = 10000;
-constexpr int kDecimalsOfWeights = 3;
+constexpr int kDecimalsOfCounts = 3;
 
 enum Column : std::size_t
 {
@@ -151,7 +151,7 @@ private:
     void formats()
     {
         _table.format(placesOf(CellKeys::kAny, Frequency),
-                      numberFormat(_weights ? kDecimalsOfWeights : 0));
+                      numberFormat(_weights ? kDecimalsOfCounts : 0));
         Json percent = numberFormat(1);
         percent["suffix"] = "%";
         for (const Column column : {Percent, ValidPercent, CumulativePercent})

@@ -19,14 +19,14 @@ std::string onChartScale(const InputTable& table, const CFField& field)
 /// Beyond it, edges and widths might leave the range of a double.
 constexpr double kFarthest = 1e300;
 
-struct Range
+struct FieldRange
 {
     std::optional<double> minimum;
     std::optional<double> maximum;
     bool isWhole = false;
 };
 
-Range rangeOf(const ComponentQueries& queries, const InputTable& table, const CFField& field)
+FieldRange rangeOf(const ComponentQueries& queries, const InputTable& table, const CFField& field)
 {
     const std::string x = onChartScale(table, field);
     duck::Result row =
@@ -35,7 +35,7 @@ Range rangeOf(const ComponentQueries& queries, const InputTable& table, const CF
     return {row.real(0, 0), row.real(1, 0), row.integer(2, 0) == 1};
 }
 
-BinScale scaleOf(const CFField& field, const Range& range)
+BinScale scaleOf(const CFField& field, const FieldRange& range)
 {
     if (field.GetStorage() == CFField::Date)
         return BinScale::Days;
@@ -91,7 +91,7 @@ void fillHistograms(const ComponentQueries& queries, const InputTable& table, Da
     for (FieldSummary& field : summary.fields) {
         if (field.valid == 0 || isText(field.field))
             continue;
-        const Range range = rangeOf(queries, table, field.field);
+        const FieldRange range = rangeOf(queries, table, field.field);
         field.least = range.minimum;
         field.greatest = range.maximum;
         if (!range.minimum || !range.maximum || isCategorical(field.field) ||

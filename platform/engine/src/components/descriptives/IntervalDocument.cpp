@@ -5,8 +5,8 @@
 namespace EmbeddedHV {
 namespace {
 
-Json pointOf(const TimeInterval& interval, const std::string& text,
-             const std::vector<std::int64_t>& periods)
+Json pointAttributes(const TimeInterval& interval, const std::string& text,
+                     const std::vector<std::int64_t>& periods)
 {
     if (interval.distinct == 0)
         return nullptr;
@@ -29,8 +29,8 @@ Json entryOf(const TimeInterval& interval)
     }
     entry["unit"] = interval.unit ? Json(wordOf(*interval.unit)) : Json();
     entry["increment"] = interval.unit ? numberJson(interval.increment) : Json();
-    entry["start"] = pointOf(interval, interval.start, interval.startPeriods);
-    entry["end"] = pointOf(interval, interval.end, interval.endPeriods);
+    entry["start"] = pointAttributes(interval, interval.start, interval.startPeriods);
+    entry["end"] = pointAttributes(interval, interval.end, interval.endPeriods);
     entry["points"] = interval.points;
     entry["distinctPoints"] = interval.distinct;
     entry["missingPoints"] = interval.missingPoints;

@@ -48,8 +48,8 @@ Json nameOf(const TimeInterval& interval)
 }
 
 /// The text of a date or time, or the numbers of the fields that make it up.
-Json pointOf(const TimeInterval& interval, const std::string& point,
-             const std::vector<std::int64_t>& periods)
+Json pointText(const TimeInterval& interval, const std::string& point,
+               const std::vector<std::int64_t>& periods)
 {
     if (interval.periods.empty())
         return text::plain(point);
@@ -91,8 +91,8 @@ public:
         }
         if (interval.distinct > 0) {
             _table.setText({Start, _column},
-                           pointOf(interval, interval.start, interval.startPeriods));
-            _table.setText({End, _column}, pointOf(interval, interval.end, interval.endPeriods));
+                           pointText(interval, interval.start, interval.startPeriods));
+            _table.setText({End, _column}, pointText(interval, interval.end, interval.endPeriods));
         }
         count(Points, interval.points);
         count(DistinctPoints, interval.distinct);

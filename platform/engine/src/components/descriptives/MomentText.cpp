@@ -7,7 +7,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr double kDay = 86400;
+constexpr double kSecondsOfDay = 86400;
 /// Seconds of 0001-01-01 and of 10000-01-01.
 constexpr double kFirst = -62135596800;
 constexpr double kEnd = 253402300800;
@@ -18,8 +18,8 @@ std::optional<std::string> dateText(double seconds)
 {
     if (!(seconds >= kFirst && seconds < kEnd))
         return std::nullopt;
-    const std::chrono::year_month_day date{
-        std::chrono::sys_days(std::chrono::days(static_cast<int>(std::floor(seconds / kDay))))};
+    const std::chrono::year_month_day date{std::chrono::sys_days(
+        std::chrono::days(static_cast<int>(std::floor(seconds / kSecondsOfDay))))};
     char text[32];
     std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(date.year()),
                   static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()));
@@ -28,7 +28,7 @@ std::optional<std::string> dateText(double seconds)
 
 std::string timeText(double seconds)
 {
-    const double ofDay = seconds - std::floor(seconds / kDay) * kDay;
+    const double ofDay = seconds - std::floor(seconds / kSecondsOfDay) * kSecondsOfDay;
     const auto whole = static_cast<int>(ofDay);
     const auto micros = static_cast<int>(std::lround((ofDay - whole) * 1e6));
     char text[32];

@@ -9,7 +9,7 @@ namespace EmbeddedHV {
 namespace {
 
 /// The words that name a period; the first that occurs in a field's name counts.
-constexpr std::pair<const char*, TimeUnit> kWords[] = {
+constexpr std::pair<const char*, TimeUnit> kPeriodWords[] = {
     {"weekday", TimeUnit::Day},   {"dayof", TimeUnit::Day},       {"day_of", TimeUnit::Day},
     {"year", TimeUnit::Year},     {"quarter", TimeUnit::Quarter}, {"month", TimeUnit::Month},
     {"week", TimeUnit::Week},     {"day", TimeUnit::Day},         {"hour", TimeUnit::Hour},
@@ -17,7 +17,7 @@ constexpr std::pair<const char*, TimeUnit> kWords[] = {
 };
 
 /// What the numbers of a period can be.
-struct Range
+struct PeriodRange
 {
     TimeUnit unit;
     double least;
@@ -25,7 +25,7 @@ struct Range
 };
 
 /// From the coarsest on: of several periods that suit the values of a field, the coarsest counts.
-constexpr Range kRanges[] = {
+constexpr PeriodRange kRanges[] = {
     {TimeUnit::Year, 1000, 9999}, {TimeUnit::Quarter, 1, 4}, {TimeUnit::Month, 1, 12},
     {TimeUnit::Week, 1, 53},      {TimeUnit::Day, 1, 366},   {TimeUnit::Hour, 0, 23},
     {TimeUnit::Minute, 0, 59},    {TimeUnit::Second, 0, 59},
@@ -34,7 +34,7 @@ constexpr Range kRanges[] = {
 std::optional<TimeUnit> periodByName(const std::string& name)
 {
     const std::string folded = foldedName(name);
-    for (const auto& [word, unit] : kWords)
+    for (const auto& [word, unit] : kPeriodWords)
         if (folded.find(word) != std::string::npos)
             return unit;
     return std::nullopt;
@@ -48,7 +48,7 @@ std::optional<TimeUnit> periodByRange(const ComponentQueries& queries, const Inp
                                      ") AS DOUBLE) FROM " + table.name());
     const auto least = range.real(0, 0);
     const auto most = range.real(1, 0);
-    for (const Range& period : kRanges)
+    for (const PeriodRange& period : kRanges)
         if (least && most && (!before || period.unit > *before) && *least >= period.least &&
             *most <= period.most)
             return period.unit;

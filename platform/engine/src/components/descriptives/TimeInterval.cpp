@@ -9,8 +9,8 @@ namespace EmbeddedHV {
 namespace {
 
 /// In the order of TimeUnit.
-constexpr const char* kWords[] = {"year", "quarter", "month",  "week",
-                                  "day",  "hour",    "minute", "second"};
+constexpr const char* kUnitWords[] = {"year", "quarter", "month",  "week",
+                                      "day",  "hour",    "minute", "second"};
 
 /// A unit as a number of steps.
 struct UnitSteps
@@ -175,7 +175,7 @@ private:
 
 const char* wordOf(TimeUnit unit)
 {
-    return kWords[static_cast<std::size_t>(unit)];
+    return kUnitWords[static_cast<std::size_t>(unit)];
 }
 
 TimeInterval detectInterval(const ComponentQueries& queries, const InputTable& table,
