@@ -1,3 +1,9 @@
+# A compiler cache, where the machine keeps one.
+find_program(HVINTEG_CCACHE ccache DOC "Keeps compiled objects from one build to the next")
+if(HVINTEG_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${HVINTEG_CCACHE})
+endif()
+
 # Warnings on our own code; sanitizers go to everything that is built.
 
 option(HVINTEG_WARNINGS_AS_ERRORS "Warnings of the compiler are errors" ON)
@@ -6,7 +12,7 @@ target_compile_options(hv_compiler_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${HVINTEG_WARNINGS_AS_ERRORS}>:-Werror>)
 # At -O3, g++ 12 reports overlapping copies and dangling pointers in its own std::string, wrongly.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  target_compile_options(hv_compiler_settings INTERFACE 
+  target_compile_options(hv_compiler_settings INTERFACE
     $<$<CONFIG:Release,RelWithDebInfo>:-Wno-restrict;-Wno-dangling-pointer>)
 endif()
 
