@@ -275,6 +275,71 @@ TEST_F(TableTest, ACellHasToBeOfEveryDimensionAndTheLastWordCounts)
     EXPECT_EQ(told().cells.size(), 1U);
 }
 
+// As a walk over nested dimensions declares them; the label of a value and of a sum may be equal.
+TEST_F(TableTest, CategoriesOfOneDeclarationWithEqualTextAreDifferentCategories)
+{
+    const Dimension rows = dimensionOf(*table, "rows", TnDimension::Row);
+    const auto fill = [&](const std::string& row) {
+        const Dimension columns = dimensionOf(*table, "columns", TnDimension::Column);
+        for (const char* cell : {"1", "2"}) {
+            const Group group(columns->Group(TnString("g"), true, TnGroup::Unsorted));
+            for (const char* again : {"x", "y"})
+                group->Category(TnString("c")).Cell(TnString(row + cell + again));
+        }
+        columns->Category(TnString("c")).Cell(TnString(row));
+    };
+    for (const char* row : {"a", "b", "c"}) {
+        rows->Category(TnString(*row == 'b' ? "other" : "Total"));
+        fill(row);
+    }
+    EXPECT_EQ(shown(told().dimensions[0]),
+              (std::vector<std::string>{"/Total", "/other", "/Total"}));
+    EXPECT_EQ(shown(told().dimensions[1]),
+              (std::vector<std::string>{"/g/c", "/g/c", "/g/c", "/g/c", "/c"}));
+    EXPECT_EQ(cell({0, 0}), "a1x");
+    EXPECT_EQ(cell({1, 1}), "b1y");
+    EXPECT_EQ(cell({2, 2}), "c2x");
+    EXPECT_EQ(cell({2, 4}), "c");
+    // A later declaration of the rows means the same ones.
+    const Dimension again(table->Dimension(TnString("rows"), TnPivotTable::Unsorted));
+    EXPECT_EQ(told().dimensions.size(), 2U);
+    again->Category(TnString("Total"));
+    again->Category(TnString("Total"));
+    fill("d");
+    EXPECT_EQ(told().dimensions[0].leafCount, 3);
+    EXPECT_EQ(cell({2, 0}), "d1x");
+}
+
+TEST_F(TableTest, DimensionsOfOneNameAreTwoWhereOneIsDeclaredInsideTheOther)
+{
+    // The first cells are empty, so nothing is told before the outer dimension goes on.
+    const Dimension outer = dimensionOf(*table, "same", TnDimension::Row);
+    for (const char* row : {"r0", "r1"}) {
+        outer->Category(TnString(row));
+        const Dimension middle = dimensionOf(*table, "same", TnDimension::Row, 2);
+        for (const char* label : {"m0", "m1"}) {
+            middle->Category(TnString(label));
+            const Dimension inner = dimensionOf(*table, "same", TnDimension::Column);
+            TnCategory leaf = inner->Category(TnString("c"));
+            if (*row == 'r' && row[1] == '1')
+                leaf.Cell(TnString(label));
+        }
+    }
+    ASSERT_EQ(told().dimensions.size(), 3U);
+    EXPECT_EQ(cell({1, 0, 0}), "m0");
+    EXPECT_EQ(cell({1, 1, 0}), "m1");
+
+    // Declared side by side, they are one by the contract.
+    const Table flat(procedure.PivotTable(TnString("flat"), TnString("Kind"), false));
+    const Dimension rows = dimensionOf(*flat, "one", TnDimension::Row);
+    const Dimension same = dimensionOf(*flat, "one", TnDimension::Row);
+    rows->Category(TnString("r")).Cell(number(1));
+    same->Category(TnString("r")).Cell(number(2));
+    const auto& items = OutputTree::instance().procedures().front()->items;
+    const auto& node = *std::get<std::shared_ptr<OutputTable>>(items.back());
+    EXPECT_EQ(node.dimensions.size(), 1U);
+}
+
 TEST_F(TableTest, FootnotesOfEqualTextAreOneAndStandOnce)
 {
     const Dimension rows = dimensionOf(*table, "rows", TnDimension::Row, 1);

@@ -2,11 +2,13 @@
 import csv
 import io
 import json
+import os
 import re
 import shlex
 import shutil
 import signal
 import statistics
+import subprocess
 import time
 import unittest
 
@@ -197,6 +199,41 @@ class Describe(Case):
         self.assertRegex(text, r"│ Missing +│ nobody asked +│ +1 │[^\n]*\n│ +│ System +│ +1 │")
         page = self.run_hvhost("describe", known, "g", "--format", "html").stdout
         self.assertEqual(Page(page).row("g", "refused")[0], ("2", "2"))
+
+    def test_equal_texts_lose_nothing(self):
+        """Variables and values with one label, values shown without their decimals, a value named as the sum."""
+        number = {"print": {"type": 5, "width": 8, "decimals": 0}, "level": "nominal"}
+        labels = [{"value": value, "label": "same"} for value in (1, 2)]
+        known = self.folder / "equal.sav"
+        dictionary = {"schema": 1, "weight": "w", "variables": [
+            {"name": "w"}, {"name": "rounded", **number, "label": "Statistics"},
+            {"name": "coded", **number, "label": "Statistics", "valueLabels": labels},
+            {"name": "Counts", "type": "text", "width": 8, "level": "nominal"}]}
+        rows = "(VALUES (2::DOUBLE, 1.2::DOUBLE, 1::DOUBLE, 'Total'), (1, 1.4, 2, 'Valid'), (1, 1.4, 2, 'Total'))"
+        subprocess.run([os.environ["HV_RUN_SQL"],
+                        f"COPY (SELECT * FROM {rows} AS t(w, rounded, coded, \"Counts\")) TO '{known}' "
+                        f"(FORMAT PARQUET, KV_METADATA {{'hvinteg.dictionary': '{json.dumps(dictionary)}'}})"], check=True)
+        names = ["rounded", "coded", "Counts"]
+        fields = self.fields(known)
+        self.assertEqual({name: [entry["value"] for entry in field["values"]] for name, field in fields.items()},
+                         {"rounded": [1.2, 1.4], "coded": [1, 2], "Counts": ["Total", "Valid"]})
+        table = self.run_hvhost("describe", known, "--format", "csv").stdout
+        self.assertEqual([row["variable"] for row in csv.DictReader(io.StringIO(table))], names)
+
+        text = self.run_hvhost("describe", known, "--width", 400).stdout
+        self.assertEqual(re.findall(r"│ (Statistics|Counts) +│ +4 │ +0 │ +3 │", text),
+                         ["Statistics", "Statistics", "Counts"])
+        # Value by value, weighted and then by records.
+        for name, rows in (("rounded", "1 2,1 2,Total 4,1 1,1 2,Total 3"),
+                           ("coded", "same 2,same 2,Total 4,same 1,same 2,Total 3"),
+                           ("Counts", "Total 3,Valid 1,Total 4,Total 2,Valid 1,Total 3")):
+            text = self.run_hvhost("describe", known, name).stdout
+            shown = re.findall(r"│ [^│]+│ (\S+) +│ +(\d+) │ +[\d.]+% │", text)
+            page = Page(self.run_hvhost("describe", known, name, "--format", "html").stdout)
+            on_page = [(row[-5][0], row[-4][0]) for caption, table in page.tables.items() if "Counts: " in caption
+                       for row in table[2:]]
+            for found in (shown, on_page):
+                self.assertEqual(",".join(map(" ".join, found)), rows)
 
     def test_limit_of_distinct_values(self):
         text = self.run_hvhost("describe", WEATHER, "weather", "--distinct", 4).stdout

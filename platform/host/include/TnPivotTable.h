@@ -18,6 +18,15 @@ class TnDimension;
 /// where the open categories of all dimensions meet. Cells that are told before the last new
 /// dimension lie nowhere in it, and are lost.
 ///
+/// Equal text does not always mean the same thing: two values may have one label. Where each
+/// dimension is declared inside an open category of the ones before it, as a walk over all
+/// combinations does, the table tells them apart by the order of their declarations:
+///  - One declaration of a dimension or a group that names a text twice has two categories of that
+///    text. The next declaration names both again, in the same order.
+///  - A dimension with the name of another one, declared while the object of that one exists, is a
+///    dimension by itself.
+/// Where dimensions are declared side by side, before any category is open, text alone decides.
+///
 ///     std::unique_ptr<TnPivotTable> table(heading.PivotTable(title, subtype, true));
 ///     const auto sort = TnPivotTable::Unsorted;
 ///     std::unique_ptr<TnDimension> rows(table->Dimension(TnString("row"), sort));

@@ -8,12 +8,6 @@ namespace {
 
 constexpr int kNone = -1;
 
-// Names a child among all nodes of a dimension.
-std::string childKey(int parent, bool isGroup, const std::string& text)
-{
-    return std::to_string(parent) + (isGroup ? 'g' : 'c') + text;
-}
-
 int lastRowPosition(const OutputTable& table)
 {
     const std::vector<int> rows = dimensionsAt(table, TnDimension::Row);
@@ -22,25 +16,52 @@ int lastRowPosition(const OutputTable& table)
 
 } // namespace
 
+bool PivotTableState::isNamed(int dimension, const std::string& name) const
+{
+    return index(dimension) < table->dimensions.size() &&
+           table->dimensions[index(dimension)].name.text == name;
+}
+
+/// Whether a declaration made now lies inside a category of the dimension. After the first cell all
+/// dimensions are known, and the name decides again.
+bool PivotTableState::encloses(int dimension) const
+{
+    const Told& outer = told[index(dimension)];
+    return isNested && outer.objects > 0 && outer.openLeaf != kNone && table->cells.size() == 0;
+}
+
+int PivotTableState::findDimension(const std::string& name) const
+{
+    // Two dimensions may have one name: a table of a variable by itself. In nested declarations,
+    // the place tells them apart.
+    if (isNested && lastOpened != kNone && isNamed(lastOpened + 1, name))
+        return lastOpened + 1;
+    for (int number = 0; index(number) < told.size(); ++number)
+        if (isNamed(number, name) && !encloses(number))
+            return number;
+    return kNone;
+}
+
+int PivotTableState::addDimension(const TnContent& name)
+{
+    isNested = isNested && std::all_of(told.begin(), told.end(),
+                                       [](const Told& outer) { return outer.openLeaf != kNone; });
+    // What was said before there was this dimension lies nowhere in it.
+    table->cells.clear();
+    const int endOfRows = lastRowPosition(*table) + 1;
+    OutputDimension& added = table->dimensions.emplace_back();
+    added.name = name;
+    added.nodes.emplace_back().isGroup = true;
+    added.position = endOfRows;
+    told.emplace_back();
+    return static_cast<int>(told.size()) - 1;
+}
+
 int PivotTableState::declareDimension(const TnContent& name, int sort)
 {
-    auto& dimensions = table->dimensions;
-    const auto found =
-        std::find_if(dimensions.begin(), dimensions.end(), [&](const OutputDimension& dimension) {
-            return dimension.name.text == name.text;
-        });
-    const auto number = static_cast<int>(found - dimensions.begin());
-    if (found == dimensions.end()) {
-        // What was said before there was this dimension lies nowhere in it.
-        table->cells.clear();
-        const int endOfRows = lastRowPosition(*table) + 1;
-        OutputDimension& added = dimensions.emplace_back();
-        added.name = name;
-        added.nodes.emplace_back().isGroup = true;
-        added.position = endOfRows;
-        leafOpen.push_back(kNone);
-        finders.emplace_back().next.push_back(0);
-    }
+    const int known = findDimension(name.text);
+    const int number = known != kNone ? known : addDimension(name);
+    told[index(number)].finder.beginAll();
     dimension(number).sort = sort;
     dimension(number).nodes.front().sort = sort;
     return number;
@@ -48,57 +69,47 @@ int PivotTableState::declareDimension(const TnContent& name, int sort)
 
 int PivotTableState::declareChild(int dimension, int parent, bool isGroup, const TnContent& label)
 {
-    const int next = nextChild(dimension, parent, isGroup, label.text);
-    if (next != kNone)
-        return next;
-    const auto& byText = finders[index(dimension)].byText;
-    const auto found = byText.find(childKey(parent, isGroup, label.text));
-    if (found == byText.end())
-        return addChild(dimension, parent, isGroup, label);
-    const auto& children = node(dimension, parent).children;
-    const auto place = std::lower_bound(children.begin(), children.end(), found->second);
-    // The procedure goes on from here, so the next one is likely the one behind.
-    finders[index(dimension)].next[index(parent)] =
-        static_cast<std::size_t>(place - children.begin()) + 1;
-    return found->second;
-}
-
-/// Procedures tell the categories of a dimension again and again in one order, so the one behind
-/// the last is tried first.
-int PivotTableState::nextChild(int dimension, int parent, bool isGroup, const std::string& text)
-{
-    const auto& children = node(dimension, parent).children;
-    std::size_t& next = finders[index(dimension)].next[index(parent)];
-    const std::size_t tried = next < children.size() ? next : 0;
-    if (tried >= children.size())
-        return kNone;
-    const OutputCategory& child = node(dimension, children[tried]);
-    if (child.isGroup != isGroup || child.label.text != text)
-        return kNone;
-    next = tried + 1;
-    return children[tried];
+    CategoryFinder& finder = told[index(dimension)].finder;
+    // Dimensions that were declared side by side are addressed by text: each call is a round.
+    if (!isNested)
+        finder.begin(parent);
+    const std::optional<int> known =
+        finder.find(this->dimension(dimension), parent, isGroup, label.text);
+    const int child = known ? *known : addChild(dimension, parent, isGroup, label);
+    if (isGroup)
+        finder.begin(child);
+    return child;
 }
 
 int PivotTableState::addChild(int dimension, int parent, bool isGroup, const TnContent& label)
 {
     OutputDimension& owner = this->dimension(dimension);
-    Finder& finder = finders[index(dimension)];
     const auto added = static_cast<int>(owner.nodes.size());
     OutputCategory& child = owner.nodes.emplace_back();
     child.label = label;
     child.isGroup = isGroup;
     child.leaf = isGroup ? kNone : owner.leafCount++;
     owner.nodes[index(parent)].children.push_back(added);
-    finder.next.push_back(0);
-    finder.next[index(parent)] = owner.nodes[index(parent)].children.size();
-    finder.byText.emplace(childKey(parent, isGroup, label.text), added);
+    told[index(dimension)].finder.add(owner, parent, added);
     return added;
+}
+
+void PivotTableState::open(int dimension, int category)
+{
+    told[index(dimension)].openLeaf = leafOf(dimension, category);
+    lastOpened = dimension;
+    // The dimensions inside this category are told from their first categories on.
+    for (std::size_t inner = index(dimension) + 1; inner < told.size(); ++inner)
+        told[inner].finder.beginAll();
 }
 
 /// Empty while a category of some dimension is not open: there is no cell then.
 std::vector<int> PivotTableState::addressOf(int dimension, int category)
 {
-    std::vector<int> address = leafOpen;
+    std::vector<int> address;
+    address.reserve(told.size());
+    for (const Told& each : told)
+        address.push_back(each.openLeaf);
     address[index(dimension)] = leafOf(dimension, category);
     const bool isWhole = std::find(address.begin(), address.end(), kNone) == address.end();
     return isWhole ? address : std::vector<int>();

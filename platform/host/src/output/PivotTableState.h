@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "OutputTable.h"
+#include "output/CategoryFinder.h"
 
 struct TnAnnotation;
 
@@ -14,7 +15,7 @@ struct TnAnnotation;
 /// what was declared before.
 struct PivotTableState
 {
-    explicit PivotTableState(std::shared_ptr<OutputTable> told) : table(std::move(told)) {}
+    explicit PivotTableState(std::shared_ptr<OutputTable> output) : table(std::move(output)) {}
 
     OutputDimension& dimension(int number) { return table->dimensions[index(number)]; }
     OutputCategory& node(int dimension, int number)
@@ -22,14 +23,15 @@ struct PivotTableState
         return this->dimension(dimension).nodes[index(number)];
     }
 
-    /// The dimension of that name, or a new one at the end of the rows.
+    /// The dimension that a declaration of that name means, or a new one at the end of the rows.
     int declareDimension(const TnContent& name, int sort);
-    /// The child of that kind and text, or a new one.
+    /// Counts the objects that declare a dimension: as long as there is one, its declaration goes
+    /// on.
+    void beginDeclaration(int dimension) { ++told[index(dimension)].objects; }
+    void endDeclaration(int dimension) { --told[index(dimension)].objects; }
+    /// The child of that kind and text whose turn it is, or a new one.
     int declareChild(int dimension, int parent, bool isGroup, const TnContent& label);
-    void open(int dimension, int category)
-    {
-        leafOpen[index(dimension)] = leafOf(dimension, category);
-    }
+    void open(int dimension, int category);
 
     /// Where a category and the open ones of the other dimensions meet; empty if one is missing.
     std::vector<int> addressOf(int dimension, int category);
@@ -42,20 +44,24 @@ struct PivotTableState
     std::shared_ptr<OutputTable> table;
 
 private:
-    /// Finds children by their texts. They are declared again in the order in which they were
-    /// declared, so the one after the last found is tried first.
-    struct Finder
+    /// What is known of a dimension while it is being told.
+    struct Told
     {
-        std::vector<std::size_t> next; ///< by parent: the child that is tried first
-        std::unordered_map<std::string, int> byText;
+        int openLeaf = -1; ///< -1 for none
+        int objects = 0;
+        CategoryFinder finder;
     };
 
     static std::size_t index(int number) { return static_cast<std::size_t>(number); }
     int leafOf(int dimension, int category) { return node(dimension, category).leaf; }
-    int nextChild(int dimension, int parent, bool isGroup, const std::string& text);
+    bool isNamed(int dimension, const std::string& name) const;
+    bool encloses(int dimension) const;
+    int findDimension(const std::string& name) const;
+    int addDimension(const TnContent& name);
     int addChild(int dimension, int parent, bool isGroup, const TnContent& label);
 
-    std::vector<int> leafOpen; ///< by dimension; -1 for none
-    std::vector<Finder> finders;
+    std::vector<Told> told; ///< by dimension
+    bool isNested = true;   ///< each dimension was declared inside categories of those before it
+    int lastOpened = -1;    ///< the dimension whose category was opened last
     std::unordered_map<std::string, int> noteOfText;
 };

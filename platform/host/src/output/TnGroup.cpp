@@ -51,9 +51,13 @@ void TnGroup::Note(const TnAnnotation& note)
 TnDimension::TnDimension(std::shared_ptr<PivotTableState> state, int dimension)
     : TnGroup(std::move(state), dimension, kDimensionNode)
 {
+    _state->beginDeclaration(dimension);
 }
 
-TnDimension::~TnDimension() = default;
+TnDimension::~TnDimension()
+{
+    _state->endDeclaration(_dimension);
+}
 
 void TnDimension::Position(Place place, int position, bool hideName, bool hideChildren)
 {
