@@ -131,7 +131,7 @@ std::unique_ptr<CellStore> fillStore()
 {
     auto store = std::make_unique<CellStore>(layout());
     for (KeyWalk walk = KeyWalk::from(layout(), ""); walk.isAtKey(); walk.next())
-        store->at(walk.key()).value = 1;
+        store->inRun(walk.key()).value = 1;
     return store;
 }
 

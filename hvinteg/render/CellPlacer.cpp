@@ -4,36 +4,42 @@
 #include "TnValues.h"
 #include "VexaCases.h"
 
-void CellPlacer::place(TnCategory& category, Cell& cell) const
+void CellPlacer::place(TnCategory& category, const Cell* cell, const CellStyle& style) const
 {
-    if (cell.value != Cell::kNoValue)
-        placeNumber(category, cell);
-    else if (cell.text != 0)
-        category.Cell(TnUTF8String(_labels.labelsOf(_store.textOf(cell))));
-    if (cell.footnotes != 0)
-        _footnotes.forEach(_store.footnotesOf(cell),
+    if (cell != nullptr)
+        placeContent(category, *cell, style);
+    if (style.footnotes != nullptr)
+        _footnotes.forEach(*style.footnotes,
                            [&](const TnAnnotation& note) { category.CellNote(note); });
 }
 
-/// A cell of a string format names a label, if its value is one.
-bool CellPlacer::placeLabel(TnCategory& category, const Cell& cell) const
+void CellPlacer::placeContent(TnCategory& category, const Cell& cell, const CellStyle& style) const
 {
-    if (cell.format.type != kFormatString)
+    if (cell.value != Cell::kNoValue)
+        placeNumber(category, cell.value, style);
+    else if (cell.text != 0)
+        category.Cell(TnUTF8String(_labels.labelsOf(_store.textOf(cell))));
+}
+
+/// A cell of a string format names a label, if its value is one.
+bool CellPlacer::placeLabel(TnCategory& category, double value, const CellStyle& style) const
+{
+    if (style.format.type != kFormatString)
         return false;
-    const auto label = _labels.labelOf(cell.value);
+    const auto label = _labels.labelOf(value);
     if (label)
         category.Cell(TnUTF8String(*label));
     return label.has_value();
 }
 
-void CellPlacer::placeNumber(TnCategory& category, Cell& cell) const
+void CellPlacer::placeNumber(TnCategory& category, double value, const CellStyle& style) const
 {
-    if (placeLabel(category, cell))
+    if (placeLabel(category, value, style))
         return;
-    if (cell.format.type == CellFormat::kNoType)
-        cell.format = CellFormat::generalNumber;
-    const double value =
-        // The host has no infinite numbers to show.
-        cell.infinite != 0 ? kSystemMissing : CellFormat::toHostDate(cell.value, cell.format, true);
-    category.Cell(TnNumber(value, TnFormatSpec(cell.format)));
+    const VEXA_Format& format =
+        style.format.type == CellFormat::kNoType ? CellFormat::generalNumber : style.format;
+    // The host has no infinite numbers to show.
+    category.Cell(
+        TnNumber(style.isInfinite ? kSystemMissing : CellFormat::toHostDate(value, format, true),
+                 TnFormatSpec(format)));
 }

@@ -3,6 +3,7 @@
 #include "TnPivotTable.h"
 #include "render/CellLabels.h"
 #include "render/CellStore.h"
+#include "render/CellStyles.h"
 #include "render/Footnotes.h"
 
 /// Puts cells of the store where the open categories meet.
@@ -14,12 +15,13 @@ public:
         : _store(store), _labels(labels), _footnotes(footnotes)
     {
     }
-    /// Gives the cell, too, the format in which it is shown.
-    void place(TnCategory& category, Cell& cell) const;
+    /// Without a cell there may still be footnotes.
+    void place(TnCategory& category, const Cell* cell, const CellStyle& style) const;
 
 private:
-    void placeNumber(TnCategory& category, Cell& cell) const;
-    bool placeLabel(TnCategory& category, const Cell& cell) const;
+    void placeContent(TnCategory& category, const Cell& cell, const CellStyle& style) const;
+    void placeNumber(TnCategory& category, double value, const CellStyle& style) const;
+    bool placeLabel(TnCategory& category, double value, const CellStyle& style) const;
 
     const CellStore& _store;
     const CellLabels& _labels;

@@ -1,58 +1,6 @@
 #include "render/CellReader.h"
 
-#include "render/Footnotes.h"
 #include "render/KeyWalk.h"
-
-namespace {
-/// A format without a type of its own keeps the cell's.
-VEXA_Format formatOfType(std::uint8_t type)
-{
-    VEXA_Format format{CellFormat::kWidth, type, CellFormat::generalNumber.decimals};
-    if (isTextFormat(format))
-        format.decimals = 0;
-    return format;
-}
-} // namespace
-
-void CellReader::readFormats(const JsonValue& formats)
-{
-    for (const JsonValue entry : formats)
-        readFormat(entry);
-}
-
-/// One entry: for the cell of its key, or for all cells of its pattern.
-void CellReader::readFormat(const JsonValue& json)
-{
-    const std::string_view index = json["index"].text();
-    if (index.empty())
-        return;
-    const Entry entry{CellFormat::formatOf(json["format"]), CellFormat::isInfinite(json["format"]),
-                      _store.keepFootnotes(Footnotes::indexesOf(json["footnotes"]))};
-    if (index.find(CellKey::kAny) == index.npos) {
-        apply(entry, _store.at(index));
-        return;
-    }
-    for (KeyWalk walk = KeyWalk::of(_store.layout(), index); walk.isAtKey(); walk.next())
-        applyToPattern(entry, _store.at(walk.key()));
-}
-
-/// What the entry does not say stays as it was, but whether the number is infinite: that is said by
-/// silence, too.
-void CellReader::apply(const Entry& entry, Cell& cell)
-{
-    if (entry.format.type != CellFormat::kNoType)
-        cell.format = entry.format;
-    if (entry.footnotes != 0)
-        cell.footnotes = entry.footnotes & 0x7FFFFFFFU;
-    cell.infinite = entry.isInfinite ? 1 : 0;
-}
-
-void CellReader::applyToPattern(const Entry& entry, Cell& cell)
-{
-    if (entry.format.type == CellFormat::kNoType)
-        cell.format = formatOfType(cell.format.type);
-    apply(entry, cell);
-}
 
 bool CellReader::hasValues(const JsonValue& block)
 {
@@ -76,9 +24,9 @@ void CellReader::readCompact(const JsonValue& json)
         if (!walk.isAtKey())
             return;
         if (value.isText())
-            _store.at(walk.key()).text = _store.keepText(value.text());
+            _store.inRun(walk.key()).text = _store.keepText(value.text());
         else if (value.isNumber())
-            _store.at(walk.key()).value = value.number();
+            _store.inRun(walk.key()).value = value.number();
         walk.next();
     }
 }

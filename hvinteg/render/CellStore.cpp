@@ -2,55 +2,80 @@
 
 #include <utility>
 
-namespace {
-/// Beyond this the list of the pages would be larger than what a result can say about their cells.
-constexpr std::uint64_t kMostNumbered = std::uint64_t{1} << 32;
-} // namespace
-
 CellStore::CellStore(KeyLayout layout)
-    // Place 0 of both lists is taken, so that 0 in a cell stands for nothing.
-    : _layout(std::move(layout)), _isNumbered(_layout.cellCount() <= kMostNumbered), _texts(1),
-      _footnotes(1)
+    // Place 0 of the texts is taken, so that 0 in a cell stands for none.
+    : _layout(std::move(layout)), _texts(1)
 {
 }
 
 Cell& CellStore::at(std::string_view key)
 {
-    if (_isNumbered) {
-        const std::uint64_t number = _layout.numberOf(key);
-        if (number != CellKey::kNowhere)
-            return numbered(number);
-    }
+    const std::uint64_t number = _layout.numberOf(key);
+    if (number == CellKey::kNowhere)
+        return single(key);
+    Cell* const page = pageOf(number);
+    return page != nullptr ? page[number % kPageCells] : _scattered[number];
+}
+
+Cell& CellStore::inRun(std::string_view key)
+{
+    const std::uint64_t number = _layout.numberOf(key);
+    if (number == CellKey::kNowhere)
+        return single(key);
+    Cell* const page = pageOf(number);
+    return (page != nullptr ? page : addPage(number))[number % kPageCells];
+}
+
+const Cell* CellStore::find(std::string_view key) const
+{
+    const std::uint64_t number = _layout.numberOf(key);
+    if (number != CellKey::kNowhere)
+        return find(number);
+    const auto found = _others.find(key);
+    return found == _others.end() ? nullptr : &found->second;
+}
+
+const Cell* CellStore::find(std::uint64_t number) const
+{
+    if (const Cell* const page = pageOf(number))
+        return &page[number % kPageCells];
+    if (_scattered.empty())
+        return nullptr;
+    const auto found = _scattered.find(number);
+    return found == _scattered.end() ? nullptr : &found->second;
+}
+
+Cell& CellStore::single(std::string_view key)
+{
     const auto found = _others.find(key);
     return found != _others.end() ? found->second
                                   : _others.emplace(std::string(key), Cell()).first->second;
 }
 
-Cell* CellStore::find(std::string_view key)
-{
-    if (_isNumbered) {
-        const std::uint64_t number = _layout.numberOf(key);
-        if (number != CellKey::kNowhere)
-            return find(number);
-    }
-    const auto found = _others.find(key);
-    return found == _others.end() ? nullptr : &found->second;
-}
-
-Cell* CellStore::find(std::uint64_t number)
+Cell* CellStore::pageOf(std::uint64_t number) const
 {
     const std::uint64_t page = number / kPageCells;
-    return page < _pages.size() && _pages[page] ? &_pages[page][number % kPageCells] : nullptr;
+    if (page == _lastNumber)
+        return _lastPage;
+    const auto found = _pages.find(page);
+    if (found == _pages.end())
+        return nullptr;
+    _lastNumber = page;
+    _lastPage = found->second.get();
+    return _lastPage;
 }
 
-Cell& CellStore::numbered(std::uint64_t number)
+/// A cell has one place, so the page takes over the single cells that are there already.
+Cell* CellStore::addPage(std::uint64_t number)
 {
     const std::uint64_t page = number / kPageCells;
-    if (page >= _pages.size())
-        _pages.resize(page + 1);
-    if (!_pages[page])
-        _pages[page] = std::make_unique<Cell[]>(kPageCells);
-    return _pages[page][number % kPageCells];
+    const Page& added = _pages.emplace(page, std::make_unique<Cell[]>(kPageCells)).first->second;
+    const auto first = _scattered.lower_bound(page * kPageCells);
+    auto last = first;
+    for (; last != _scattered.end() && last->first / kPageCells == page; ++last)
+        added[last->first % kPageCells] = last->second;
+    _scattered.erase(first, last);
+    return added.get();
 }
 
 std::uint32_t CellStore::keepText(std::string_view text)
@@ -59,12 +84,4 @@ std::uint32_t CellStore::keepText(std::string_view text)
         return 0;
     _texts.emplace_back(text);
     return static_cast<std::uint32_t>(_texts.size() - 1);
-}
-
-std::uint32_t CellStore::keepFootnotes(std::vector<int> footnotes)
-{
-    if (footnotes.empty())
-        return 0;
-    _footnotes.push_back(std::move(footnotes));
-    return static_cast<std::uint32_t>(_footnotes.size() - 1);
 }

@@ -12,20 +12,6 @@ KeyWalk KeyWalk::from(const KeyLayout& layout, std::string_view start)
     return walk;
 }
 
-KeyWalk KeyWalk::of(const KeyLayout& layout, std::string_view pattern)
-{
-    KeyWalk walk(layout);
-    for (const KeyLayout::Segment& segment : layout.segments()) {
-        const std::string_view part = pattern.substr(0, segment.width);
-        pattern.remove_prefix(part.size());
-        if (part.find(CellKey::kAny) != part.npos)
-            walk.walkThrough(segment, 0);
-        else
-            walk._key += part;
-    }
-    return walk;
-}
-
 /// Appends a dimension that the walk counts through. Without leaves there is no key to be at.
 void KeyWalk::walkThrough(const KeyLayout::Segment& segment, std::uint64_t position)
 {

@@ -13,10 +13,6 @@ public:
     /// All keys from that of a start on. A segment of it that is no position of its dimension
     /// counts as the first one; a start of another length counts as the first key of all.
     static KeyWalk from(const KeyLayout& layout, std::string_view start);
-    /// The keys of a pattern: where a segment has a wildcard, all positions of that dimension; else
-    /// what stands there, whatever it is. A pattern that is too short has short keys, and what is
-    /// too long of it does not count.
-    static KeyWalk of(const KeyLayout& layout, std::string_view pattern);
 
     /// False after the last key.
     bool isAtKey() const { return _isAtKey; }

@@ -1,23 +1,30 @@
 #include "render/PivotBuilder.h"
 
-#include <algorithm>
-
+#include "TnOutput.h"
 #include "render/CellLabels.h"
 #include "render/CellPlacer.h"
 #include "render/CellReader.h"
-#include "render/DimensionReader.h"
+#include "render/CellStyles.h"
 #include "render/HostString.h"
 #include "render/TableWalk.h"
 
 namespace {
 constexpr int kWidestDataColumn = 260;
-}
+/// Categories that a table declares, and cells with them. A short document can ask for any number;
+/// nobody reads a table of this size, and no page can show it.
+constexpr std::uint64_t kMostDeclared = 10'000'000;
+} // namespace
 
 std::unique_ptr<TnPivotTable> PivotBuilder::build(TnHeading& heading, const std::string& title,
                                                   bool translate, const std::string& subType)
 {
     if (!isWhole())
         return nullptr;
+    readDimensions();
+    if (TableWalk::length(_dimensions) > kMostDeclared) {
+        refuse(title, translate);
+        return nullptr;
+    }
     // First, since title, categories and cells all refer to them by number.
     _footnotes.read(_json["footnotes"], _texts, _settings.translates);
     _table.reset(heading.PivotTable(hostString(title, translate), hostString(subType, false),
@@ -39,6 +46,26 @@ bool PivotBuilder::isWhole() const
     for (const JsonValue block : blocks)
         hasValues = hasValues || CellReader::hasValues(block);
     return hasValues;
+}
+
+void PivotBuilder::readDimensions()
+{
+    DimensionReader reader(_texts, _settings);
+    for (const JsonValue dimension : _json["dimensions"])
+        _dimensions.push_back(reader.read(dimension, _layout.segments()[_dimensions.size()]));
+}
+
+/// Whoever looks for the table learns why it is not there.
+void PivotBuilder::refuse(const std::string& title, bool translate) const
+{
+    TnComposite text("The table \"^1\" is not shown: it has more than ^2 cells.", true);
+    if (title.empty())
+        text.Add(TnUTF8String(std::string(_json["tableId"].text())));
+    else
+        text.Add(hostString(title, translate));
+    text.Add(TnUTF8String(std::to_string(kMostDeclared)));
+    text.Finish();
+    TnError(text, kShowInOutput, kLevelWarning);
 }
 
 void PivotBuilder::setTitle()
@@ -87,18 +114,12 @@ void PivotBuilder::setCornerAndWidths()
 
 void PivotBuilder::fill()
 {
-    const JsonValue dimensions = _json["dimensions"];
-    CellStore store(KeyLayout(DimensionReader::leafCounts(dimensions)));
+    CellStore store(_layout);
     CellLabels labels;
     labels.read(_json["cellLabels"], _texts);
-    CellReader reader(store);
-    reader.readFormats(_json["formats"]);
-    reader.readCells(_json["cells"]);
-
-    DimensionReader dimensionReader(_texts, _settings);
-    std::vector<PivotDimension> ready;
-    for (const JsonValue dimension : dimensions)
-        ready.push_back(dimensionReader.read(dimension, store.layout().segments()[ready.size()]));
+    CellStyles styles(_layout);
+    styles.read(_json["formats"]);
+    CellReader(store).readCells(_json["cells"]);
     const CellPlacer placer(store, labels, _footnotes);
-    TableWalk(*_table, ready, store, placer, _footnotes).run();
+    TableWalk(*_table, _dimensions, store, styles, placer, _footnotes).run();
 }

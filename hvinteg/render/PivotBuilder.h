@@ -2,10 +2,13 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "TnHeading.h"
 #include "bridge/JsonValue.h"
+#include "render/DimensionReader.h"
 #include "render/Footnotes.h"
+#include "render/PivotDimension.h"
 #include "render/PivotSettings.h"
 #include "render/TextItems.h"
 
@@ -15,11 +18,13 @@ class PivotBuilder
 public:
     /// All are borrowed.
     PivotBuilder(const JsonValue& json, const TextItems& texts, const PivotSettings& settings)
-        : _json(json), _texts(texts), _settings(settings)
+        : _json(json), _texts(texts), _settings(settings),
+          _layout(DimensionReader::leafCounts(json["dimensions"]))
     {
     }
-    /// Null, and no trace in the output, for an object that is no whole table. The title is a key
-    /// of the string table if `translate` is set.
+    /// Null, and no trace in the output, for an object that is no whole table. Null and a warning
+    /// for a table with too many cells. The title is a key of the string table if `translate` is
+    /// set. If the user asks the host for a stop, the table ends with the cells placed so far.
     std::unique_ptr<TnPivotTable> build(TnHeading& heading, const std::string& title,
                                         bool translate, const std::string& subType);
 
@@ -29,11 +34,15 @@ private:
     void setCaption();
     void setOwnCaption(const JsonValue& items);
     void setCornerAndWidths();
+    void readDimensions();
+    void refuse(const std::string& title, bool translate) const;
     void fill();
 
     JsonValue _json;
     const TextItems& _texts;
     const PivotSettings& _settings;
     Footnotes _footnotes;
+    KeyLayout _layout;
+    std::vector<PivotDimension> _dimensions;
     std::unique_ptr<TnPivotTable> _table;
 };

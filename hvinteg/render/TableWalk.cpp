@@ -1,12 +1,52 @@
 #include "render/TableWalk.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
+
+#include "render/StopRequest.h"
+
+namespace {
+
+constexpr std::uint64_t kEndless = std::numeric_limits<std::uint64_t>::max();
+
+std::uint64_t saturatedProduct(std::uint64_t left, std::uint64_t right)
+{
+    return right != 0 && left > kEndless / right ? kEndless : left * right;
+}
+
+std::uint64_t saturatedSum(std::uint64_t left, std::uint64_t right)
+{
+    return left > kEndless - right ? kEndless : left + right;
+}
+
+} // namespace
+
+std::uint64_t TableWalk::length(const std::vector<PivotDimension>& dimensions)
+{
+    std::uint64_t length = 0;
+    std::uint64_t declarations = 1;
+    for (const PivotDimension& dimension : dimensions) {
+        if (!dimension.name)
+            break;
+        length = saturatedSum(length, saturatedProduct(declarations, dimension.steps.size()));
+        const auto leaves =
+            std::count_if(dimension.steps.begin(), dimension.steps.end(),
+                          [](const PivotStep& step) { return step.kind == PivotStep::Leaf; });
+        declarations = saturatedProduct(declarations, static_cast<std::uint64_t>(leaves));
+    }
+    return length;
+}
 
 /// Depth first, with a stack of its own: how many dimensions there are is up to the document.
 void TableWalk::run()
 {
     declare({"", _store.isNumbered() ? 0 : CellKey::kNowhere});
-    while (!_levels.empty()) {
+    // Asking the host at each step would cost more than the step.
+    constexpr unsigned kStepsBetween = 256;
+    for (unsigned taken = 0; !_levels.empty(); ++taken) {
+        if (taken % kStepsBetween == 0 && isStopRequested())
+            return;
         Level& level = _levels.back();
         const std::vector<PivotStep>& steps = _dimensions[_levels.size() - 1].steps;
         if (level.step == steps.size())
@@ -66,12 +106,22 @@ void TableWalk::openLeaf(const PivotStep& step)
     _footnotes.forEach(step.footnotes, [&](const TnAnnotation& note) { category.Note(note); });
     if (_levels.size() < _dimensions.size())
         declare(addressOf(level.address, step));
-    else if (Cell* cell = cellAt(level.address, step))
-        _placer.place(category, *cell);
+    else
+        placeCell(category, level.address, step);
+}
+
+void TableWalk::placeCell(TnCategory& category, const Address& base, const PivotStep& leaf)
+{
+    CellStyle style;
+    if (!_styles.isEmpty()) {
+        _key.assign(base.key).append(leaf.subscript);
+        style = _styles.of(_key);
+    }
+    _placer.place(category, cellAt(base, leaf), style);
 }
 
 /// By number, which is quick, or by key, for cells that no leaves have by right.
-Cell* TableWalk::cellAt(const Address& base, const PivotStep& leaf)
+const Cell* TableWalk::cellAt(const Address& base, const PivotStep& leaf)
 {
     const std::uint64_t number = numberOf(base, leaf);
     return number == CellKey::kNowhere ? _store.find(base.key + leaf.subscript)

@@ -9,6 +9,7 @@
 #include "render/Notifications.h"
 #include "render/OrderRenderer.h"
 #include "render/ResultContext.h"
+#include "render/StopRequest.h"
 #include "support/DottedPath.h"
 
 namespace {
@@ -59,8 +60,11 @@ bool jsonToTarn::Impl::render(jobject result)
 {
     OrderRenderer renderer(context, result);
     bool hasOutput = false;
-    for (const OutputOrder& order : outputs)
+    for (const OutputOrder& order : outputs) {
+        if (isStopRequested())
+            break;
         hasOutput = renderer.render(order) || hasOutput;
+    }
     return hasOutput;
 }
 

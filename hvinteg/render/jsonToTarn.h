@@ -49,7 +49,9 @@ public:
     /// Shows the result object of that name, a key of the document's top. False if there is none,
     /// or if the document could not be read, which is told as a warning; else true, whatever came
     /// of it. Without a document: whether there was output other than interactive views. What Java
-    /// throws costs the object that is being shown.
+    /// throws costs the object that is being shown. A table of more than 10 million cells is
+    /// replaced by a warning. When the user asks the host for a stop, this returns early and leaves
+    /// what is shown until then, maybe a part of a table.
     bool generateOutput(const std::string& path);
 
     /// The fields of the document, and the string table that was handed in.

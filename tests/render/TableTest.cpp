@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "Attention.h"
+
 namespace {
 
 std::string textItem(const std::string& word)
@@ -123,6 +125,10 @@ TEST_F(TableTest, FormatsMeetTheirCells)
         {"{'index':'*0zzz','format':{'decimals':0}}", " a/x=1:40.0\n a/y=2:40.3\n b/x=8:40.0\n"},
         {"{'index':'*~','format':{'decimals':0}},{'index':'0000','format':{'decimals':0}}",
          " a/x=1:40.3\n a/y=2:40.3\n b/x=8:40.3\n"},
+        // A later pattern keeps what it does not state; one for a leaf that no position has.
+        {"{'index':'*1','format':{'suffix':'%','decimals':1}},{'index':'0*'},"
+         "{'index':'~*','format':{'decimals':7}}",
+         " a/x=1:40.3\n a/y=2:31.3\n b/x=8:40.3\n"},
         // Days of the week and months by number are no dates; the others count from 1970.
         {"{'index':'**','format':{'dateTimePattern':'dd'}}",
          " a/x=12219379201:20.3\n a/y=12219379202:20.3\n b/x=12219379208:20.3\n"},
@@ -130,6 +136,17 @@ TEST_F(TableTest, FormatsMeetTheirCells)
     for (const auto& [formats, shown] : rows)
         expect(table(kGrid, values("1,2,8"), std::string(",'formats':[") + formats + "]"), shown,
                kGridHead);
+}
+
+// Leaves that state their own keys: a fixed digit meets them, a wildcard stands for positions only.
+TEST_F(TableTest, PatternsReachPositionsAndTheKeysTheyName)
+{
+    const std::string rows = dimension("R", leaf("a") + "," + leaf("b", ",'subscript':'~'"));
+    const std::string columns = dimension("C", leaf("x"), ",'role':'column'");
+    expect(table(rows + "," + columns, values("1") + ",'sparse':{'index':['~0'],'value':[9]}",
+                 ",'formats':[{'index':'**','format':{'decimals':1}},"
+                 "{'index':'~*','format':{'decimals':2}}]"),
+           " a/x=1:40.1\n b/x=9:40.2\n", kHead + " row1 R: a b\n column1 C: x\n");
 }
 
 TEST_F(TableTest, CellsNameLabels)
@@ -285,5 +302,55 @@ TEST_F(TableTest, DimensionsMayBeManyOrHuge)
     std::string all = dimension("D", wide);
     for (int number = 1; number < 12; ++number)
         all += "," + dimension("D" + std::to_string(number), wide);
-    EXPECT_THAT(tableOf(table(all, values("1,2"))), testing::EndsWith("/a=1:40.3\n"));
+    // A pattern for all of them costs no more than the cells that are shown.
+    const std::string formats =
+        ",'formats':[{'index':'" + std::string(24, '*') + "','format':{'decimals':1}}]";
+    EXPECT_THAT(tableOf(table(all, values("1,2"), formats)), testing::EndsWith("/a=1:40.1\n"));
+}
+
+TEST_F(TableTest, ATableOfTooManyCellsIsAWarningThatNamesIt)
+{
+    std::string leaves;
+    for (int number = 0; number < 60; ++number)
+        leaves += (number == 0 ? "" : ",") + leaf(std::to_string(number));
+    std::string all;
+    for (const char* name : {"A", "B", "C", "D"})
+        all += (all.empty() ? "" : ",") + dimension(name, leaves);
+    EXPECT_EQ(
+        tableOf(table(all, values("1"))),
+        "heading P\n message 2 The table \"T\" is not shown: it has more than 10000000 cells.\n");
+    // The same where the walk would end without any cell.
+    EXPECT_THAT(tableOf(table(all + "," + dimension("E", "{}"), values("1"))),
+                testing::HasSubstr("is not shown"));
+    // What a filter leaves of it is shown.
+    EXPECT_THAT(tableOf(table(all, values("1")),
+                        [](jsonPivot& pivot) { pivot.hideAllCategoriesExcept({"0"}, true); }),
+                testing::EndsWith(" 0/0/0/0=1:40.3\n"));
+}
+
+TEST_F(TableTest, AStopEndsTheWalk)
+{
+    std::string leaves;
+    for (int number = 0; number < 500; ++number)
+        leaves += (number == 0 ? "" : ",") + leaf(std::to_string(number));
+    RequestAttention();
+    buildTable(table(dimension("R", leaves), values("1")));
+    ClearAttention();
+    EXPECT_EQ(onlyTable().cells.size(), 0U);
+}
+
+// Values with one label, a value named as the sum, and one name on both axes.
+TEST_F(TableTest, EveryLeafIsShownWhateverItIsCalled)
+{
+    const std::string rows =
+        dimension("C", leaf("Total") + "," + leaf("Total") + "," +
+                           group("Total", leaf("Total") + "," + leaf("Total")));
+    const std::string columns =
+        dimension("C", leaf("Total") + "," + leaf("Total"), ",'role':'column'");
+    EXPECT_EQ(tableOf(table(rows + "," + columns, values("null,null,null,4,5,6,7,8"))),
+              kHead + " row1 C: Total Total Total(Total Total)\n column1 C: Total Total\n"
+                      " Total/Total=4:40.3\n Total/Total=5:40.3\n Total/Total=6:40.3\n"
+                      " Total/Total=7:40.3\n Total/Total=8:40.3\n");
+    expect(table(dimension("R", leaf("a") + "," + leaf("a")), values("1,2")),
+           " a=1:40.3\n a=2:40.3\n", kHead + " row1 R: a a\n");
 }
