@@ -7,6 +7,7 @@
 #include "Description.h"
 #include "FacSTDictionary.h"
 #include "HostSession.h"
+#include "InterruptWatch.h"
 #include "Rendering.h"
 #include "StandardStreams.h"
 #include "TnOutput.h"
@@ -128,6 +129,7 @@ DescriptionOutput::DescriptionOutput(HostSession& session, const Description& de
 void DescriptionOutput::add(const GroupDescription& group, const std::string& results,
                             ProcedureDataSource& data)
 {
+    const InterruptWatch::Abandonable work(_session.watch());
     TnProcedure procedure(nameOf(group), &data);
     Rendering(_session, procedure, _description.file, results)
         .render(OrderMaker(results).make(factsOf(_description, group)));

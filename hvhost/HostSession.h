@@ -30,6 +30,7 @@ public:
 
     HVRunner& runner() { return *_runner; }
     const CommonOptions& options() const { return _options; }
+    const InterruptWatch& watch() const { return _watch; }
 
     /// For a command whose jobs weigh by themselves and do not split: sets the dataset's weight and
     /// split in the host and gives them up; of the split the user is warned with the next job.

@@ -5,10 +5,10 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 
 #include "Attention.h"
 #include "CFAppHost.h"
-#include "CommandFault.h"
 
 namespace {
 
@@ -17,6 +17,8 @@ namespace {
 constexpr long kLookNanoseconds = 50'000'000;
 // One Ctrl-C may come twice: from the terminal, and from a program in between that passes it on.
 constexpr std::chrono::milliseconds kOneStroke(250);
+// How long a stop may go unheeded by work that can be abandoned.
+constexpr std::chrono::milliseconds kUnheeded(500);
 
 sigset_t watchedSignals()
 {
@@ -52,9 +54,33 @@ void InterruptWatch::interrupted(Clock::time_point now)
     if (!_interrupted.exchange(true)) {
         _firstInterrupt = now;
     } else if (now - _firstInterrupt > kOneStroke) {
-        CFAppHost::removeTempDirectory();
-        _exit(static_cast<int>(ExitStatus::Interrupted));
+        const std::lock_guard lock(_abandoning);
+        leave(ExitStatus::Interrupted);
     }
+}
+
+void InterruptWatch::leave(ExitStatus status) const
+{
+    if (!_unfinishedFile.empty())
+        unlink(_unfinishedFile.c_str());
+    CFAppHost::removeTempDirectory();
+    _exit(static_cast<int>(status));
+}
+
+void InterruptWatch::abandonIfDeaf(Clock::time_point now)
+{
+    if (!_stopped)
+        _stopped = now;
+    if (now - *_stopped < kUnheeded)
+        return;
+    const std::lock_guard lock(_abandoning);
+    if (_abandonable == 0)
+        return;
+    const std::optional<CommandFault> fault = stop();
+    std::fprintf(stderr, "hvhost: error: %s\n", fault->what());
+    if (!fault->hint().empty())
+        std::fprintf(stderr, "  hint: %s\n", fault->hint().c_str());
+    leave(fault->status());
 }
 
 void InterruptWatch::watch(std::optional<double> timeout)
@@ -71,16 +97,46 @@ void InterruptWatch::watch(std::optional<double> timeout)
             interrupted(now);
         if (timeout && std::chrono::duration<double>(now - start).count() >= *timeout)
             _timedOut = true;
-        if (_interrupted || _timedOut)
+        if (_interrupted || _timedOut) {
             GetAdapter()->interrupt();
+            abandonIfDeaf(now);
+        }
     }
+}
+
+std::optional<CommandFault> InterruptWatch::stop() const
+{
+    if (_interrupted)
+        return CommandFault(ExitStatus::Interrupted, "interrupted");
+    if (_timedOut)
+        return CommandFault(ExitStatus::Timeout, "the time limit is over",
+                            "a longer one is set with --timeout SECONDS");
+    return std::nullopt;
 }
 
 void InterruptWatch::check() const
 {
-    if (_interrupted)
-        throw CommandFault(ExitStatus::Interrupted, "interrupted");
-    if (_timedOut)
-        throw CommandFault(ExitStatus::Timeout, "the time limit is over",
-                           "a longer one is set with --timeout SECONDS");
+    if (const std::optional<CommandFault> fault = stop())
+        throw *fault;
+}
+
+InterruptWatch::Abandonable::Abandonable(const InterruptWatch& watch,
+                                         const std::string& unfinishedFile)
+    : _watch(watch)
+{
+    const std::lock_guard lock(_watch._abandoning);
+    ++_watch._abandonable;
+    if (!unfinishedFile.empty())
+        _watch._unfinishedFile = unfinishedFile;
+}
+
+void InterruptWatch::Abandonable::end()
+{
+    if (!_isUnderWay)
+        return;
+    _isUnderWay = false;
+    const std::lock_guard lock(_watch._abandoning);
+    // The outermost one ends last, and the file belongs to the innermost.
+    --_watch._abandonable;
+    _watch._unfinishedFile.clear();
 }

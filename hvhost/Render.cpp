@@ -81,11 +81,13 @@ void render(const RenderOptions& options, const CommonOptions& common)
     const ShownResult result(options.output, options.force, watch);
     const std::string form = formOf(options.format, options.output, {"html"});
     const OutputLook look{form, result.isFile(), textWidth(options.width, form, result.isFile())};
+    InterruptWatch::Abandonable work(watch);
     const JsonFile document = readDocument(options.document, watch);
     const std::vector<RenderOrder> orders = ordersOf(options, document, watch);
     HostSession session("render", common, watch);
     const auto output = renderAll(orders, document, options.debug, session, watch);
     session.countShownWarnings();
+    work.end();
     result.deliver([&](std::ostream& out) { writeOutput(*output, look, out); });
     session.finish();
 }

@@ -2,6 +2,7 @@
 
 #include "CommandFault.h"
 #include "HostSession.h"
+#include "InterruptWatch.h"
 #include "JNIException.h"
 #include "TnOutput.h"
 #include "render/jsonToTarn.h"
@@ -19,8 +20,11 @@ Rendering::~Rendering() = default;
 
 void Rendering::render(const RenderOrder& order)
 {
+    const InterruptWatch::Abandonable work(_session.watch());
     try {
         generate(order);
+        // What is shown after a stop is not all of it.
+        _session.watch().check();
         _session.runner().cleanJRef();
     } catch (const JNIException& error) {
         throw CommandFault(ExitStatus::JobFailed, _name + ": " + error.message(), {},

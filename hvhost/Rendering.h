@@ -22,7 +22,8 @@ public:
     Rendering(const Rendering&) = delete;
     Rendering& operator=(const Rendering&) = delete;
 
-    /// Throws CommandFault: Input for a document that cannot be read, JobFailed for what Java says.
+    /// Throws CommandFault: Input for a document that cannot be read, JobFailed for what Java says,
+    /// and what the watch throws.
     void render(const RenderOrder& order);
 
 private:

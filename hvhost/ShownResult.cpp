@@ -6,8 +6,10 @@
 #include <fstream>
 #include <ostream>
 #include <streambuf>
+#include <utility>
 
 #include "CommandFault.h"
+#include "InterruptWatch.h"
 #include "OutputPath.h"
 #include "StandardStreams.h"
 #include "datafile/Fault.h"
@@ -15,35 +17,46 @@
 
 namespace {
 
-/// Prints what a stream gets, a chunk at a time.
-class PrintingBuffer : public std::streambuf
+/// Hands on what a stream gets, a chunk at a time.
+class ChunkBuffer : public std::streambuf
 {
 public:
-    explicit PrintingBuffer(const InterruptWatch& watch) : _watch(watch) { reset(); }
+    using Take = std::function<void(const std::string& chunk)>;
+    explicit ChunkBuffer(Take take) : _take(std::move(take)) { reset(); }
 
 private:
     int_type overflow(int_type character) override
     {
-        print();
+        handOn();
         if (character != traits_type::eof())
             sputc(traits_type::to_char_type(character));
         return traits_type::not_eof(character);
     }
     int sync() override
     {
-        print();
+        handOn();
         return 0;
     }
-    void print()
+    void handOn()
     {
-        printToStandardOutput(std::string(pbase(), pptr()), _watch);
+        _take(std::string(pbase(), pptr()));
         reset();
     }
     void reset() { setp(_chunk.data(), _chunk.data() + _chunk.size()); }
 
-    const InterruptWatch& _watch;
+    Take _take;
     std::array<char, 65536> _chunk{};
 };
+
+void writeInChunks(const std::function<void(std::ostream&)>& write, ChunkBuffer::Take take)
+{
+    ChunkBuffer buffer(std::move(take));
+    std::ostream out(&buffer);
+    // What the buffer throws goes through the stream.
+    out.exceptions(std::ios::badbit);
+    write(out);
+    out.flush();
+}
 
 } // namespace
 
@@ -65,23 +78,25 @@ void ShownResult::deliver(const std::function<void(std::ostream&)>& write) const
         writeFile(write);
         return;
     }
-    PrintingBuffer buffer(_watch);
-    std::ostream out(&buffer);
-    // What the buffer throws goes through the stream.
-    out.exceptions(std::ios::badbit);
-    write(out);
-    out.flush();
+    const InterruptWatch::Abandonable work(_watch);
+    writeInChunks(write, [&](const std::string& chunk) { printToStandardOutput(chunk, _watch); });
 }
 
 void ShownResult::writeFile(const std::function<void(std::ostream&)>& write) const
 {
     try {
         datafile::PendingFile file(_path, "");
+        InterruptWatch::Abandonable work(_watch, file.path());
         errno = 0;
         std::ofstream out(file.path(), std::ios::binary);
         out.exceptions(std::ios::badbit | std::ios::failbit);
-        write(out);
+        writeInChunks(write, [&](const std::string& chunk) {
+            _watch.check();
+            out.write(chunk.data(), static_cast<std::streamsize>(chunk.size()));
+        });
         out.close();
+        work.end();
+        _watch.check();
         file.commit();
     } catch (const datafile::Fault& fault) {
         std::string text = fault.text();

@@ -17,8 +17,8 @@ public:
     bool isFile() const { return !_path.empty(); }
     /// Throws CommandFault (JobFailed) for what cannot be written.
     void deliver(const std::string& text) const;
-    /// The same for a result that is not worth to be kept in memory: `write` writes it to a stream,
-    /// which throws when it cannot go on.
+    /// The same for a result that is too large for memory: `write` writes it to a stream, which
+    /// throws when it cannot go on. A stop that `write` does not heed ends the process.
     void deliver(const std::function<void(std::ostream&)>& write) const;
 
 private:

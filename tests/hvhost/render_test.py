@@ -3,6 +3,7 @@ import fcntl
 import json
 import os
 import pty
+import re
 import struct
 import subprocess
 import termios
@@ -156,6 +157,34 @@ class Render(Case):
         plain = self.on_terminal(50, NO_COLOR="1")
         self.assertNotIn("\x1b", plain)
         self.assertLessEqual(max(map(len, plain.splitlines())), 50)
+
+    def test_equal_names_lose_nothing(self):
+        """Categories of one label, and one name on both axes."""
+        same = table(["Total", "other", "Total"], ["c", "c"], [1, 2, 3, 4, 5, 6])
+        for dimension in same["dimensions"]:
+            dimension["text"] = text("Name")
+        shown = self.render({"r": {"t": same}}).stdout
+        self.assertEqual([line.split("│")[1:-1] for line in shown.splitlines() if re.search(r"│ +\d ", line)],
+                         [[" Total ", " 1 ", " 2 "], [" other ", " 3 ", " 4 "], [" Total ", " 5 ", " 6 "]])
+        page = Page(self.render({"r": {"t": same}}, None, "--format", "html").stdout)
+        self.assertEqual([[cell for cell, _ in row] for row in page.tables["t"][-3:]],
+                         [["Total", "1", "2"], ["other", "3", "4"], ["Total", "5", "6"]])
+
+    def test_a_table_of_too_many_cells_is_named(self):
+        """Patterns for all cells, at any number of dimensions, take no time and no room."""
+        for dimensions, leaves in ((4, 80), (12, 80)):
+            large = table([], [], [1], formats=[{"index": "*" * dimensions, "format": {"decimals": 1}}] * 3)
+            large["dimensions"] = [{"text": text(f"D{number}"), "role": "row",
+                                    "children": [{"text": text(str(leaf))} for leaf in range(leaves)]}
+                                   for number in range(dimensions)]
+            document = {"r": {"vast": large, "small": table(["a"], ["b"], [7])}}
+            done = self.render(document, None, "--strict", "--timeout", 60, status=5)
+            self.assertIn('Warning: The table "vast" is not shown: it has more than 10000000 cells.', done.stdout)
+            self.assertIn("│       7 │", done.stdout)
+            # A filter makes a table of one row of it.
+            order = {"objects": {"location": "vast", "title": "V", "showRows": "3"}}
+            document["r"]["vast"]["cells"][0]["cells"]["sparse"] = {"index": ["3" * dimensions], "value": [7]}
+            self.assertIn(" 7.0 │", self.render(document, order).stdout)
 
     def test_a_large_table_is_shown_whole(self):
         count = 300

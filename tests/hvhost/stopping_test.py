@@ -1,4 +1,5 @@
 """Commands that are stopped: by the user, by the time limit, at any moment."""
+import json
 import os
 import signal
 import time
@@ -78,6 +79,67 @@ class Stopping(Case):
             errors = process.communicate()[1]
             self.assertEqual(process.returncode, 124, errors)
             self.assertIn("--timeout", errors)
+
+
+class StoppingOutput(Case):
+    """A table of some million cells, which takes seconds to read, to build and to write."""
+
+    SIZE = 2000
+    # A stop is heeded within a second; a busy machine may need more.
+    PATIENCE = 3
+
+    def setUp(self):
+        super().setUp()
+        self.target = self.folder / "target"
+        self.target.mkdir()
+
+        def dimension(name, role):
+            return {"text": self.text(name), "role": role,
+                    "children": [{"text": self.text(f"{name} {number}")} for number in range(self.SIZE)]}
+
+        document = {"r": {"t": {"tableId": "t", "title": {}, "dimensions": [dimension("x", "row"), dimension("y", "column")],
+                                "cells": [{"cells": {"compactCells": {"value": [0.5] * self.SIZE ** 2}}}]}}}
+        self.document = self.write("large.json", json.dumps(document))
+
+    @staticmethod
+    def text(words):
+        return {"text": {"stringText": {"value": words}}}
+
+    def start(self, form, output, *words):
+        process = self.start_hvhost("render", self.document, "--format", form, "-o", output, *words)
+        self.wait_until_stoppable(process)
+        return process
+
+    def test_ctrl_c_at_several_moments(self):
+        """While the document is parsed, while the table is built, while it is written."""
+        for form, delays in (("html", (0, 0.3, 0.6, 1, 1.5, 2, 3)), ("text", (1, 3))):
+            for delay in delays:
+                with self.subTest(form=form, delay=delay):
+                    process = self.start(form, self.target / "out")
+                    time.sleep(delay)
+                    self.assertIsNone(process.poll())
+                    begin = time.monotonic()
+                    self.assertIn("hvhost: error: interrupted\n", self.stop(process))
+                    self.assertLess(time.monotonic() - begin, self.PATIENCE)
+                    self.assertEqual(list(self.target.iterdir()), [])
+                    self.assertEqual(list(self.temp.iterdir()), [])
+
+    def test_time_limit(self):
+        for form, limit in (("html", 0.1), ("html", 2), ("text", 3)):
+            with self.subTest(form=form, limit=limit):
+                begin = time.monotonic()
+                process = self.start(form, self.target / "out", "--timeout", str(limit))
+                errors = process.communicate(timeout=60)[1]
+                self.assertLess(time.monotonic() - begin, limit + self.PATIENCE)
+                self.assertEqual(process.returncode, 124, errors)
+                self.assertIn("hint: a longer one is set with --timeout", errors)
+                self.assertEqual(list(self.target.iterdir()), [])
+
+    def test_ctrl_c_while_output_is_printed(self):
+        """The reader takes a part of the page and no more."""
+        process = self.start("html", "-")
+        self.assertTrue(process.stdout.read(100000).startswith("<!DOCTYPE html>"))
+        self.assertIn("interrupted", self.stop(process))
 
 
 if __name__ == "__main__":
