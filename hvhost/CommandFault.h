@@ -7,7 +7,8 @@
 #include "ExitStatus.h"
 
 /// Ends a command. The text says what is wrong and names the thing, as in "data.csv: no such file";
-/// the hint, which may be empty, says what to do; the detail is for -v.
+/// the hint, which may be empty, says what to do; the detail is for -v. A log, which more people
+/// read, may get another text.
 class CommandFault : public std::runtime_error
 {
 public:
@@ -20,9 +21,12 @@ public:
     ExitStatus status() const { return _status; }
     const std::string& hint() const { return _hint; }
     const std::string& detail() const { return _detail; }
+    std::string logText() const { return _logText.empty() ? what() : _logText; }
+    void setLogText(const std::string& text) { _logText = text; }
 
 private:
     ExitStatus _status;
     std::string _hint;
     std::string _detail;
+    std::string _logText;
 };

@@ -1,5 +1,7 @@
 #include "CommandLine.h"
 
+#include <unistd.h>
+
 #include <exception>
 #include <iostream>
 
@@ -11,12 +13,16 @@
 #include "Commands.h"
 #include "Completion.h"
 #include "HelpText.h"
+#include "JobText.h"
 #include "MapCommandLine.h"
 #include "OptionChecks.h"
 #include "OptionGroups.h"
 #include "StandardStreams.h"
+#include "TerminalFilter.h"
 #include "Text.h"
 #include "UsageFault.h"
+#include "UserMessages.h"
+#include "support/Tracing.h"
 
 namespace {
 
@@ -302,10 +308,7 @@ void CommandLine::addHelp()
 {
     CLI::App* const app = _app.add_subcommand("help", "Show the help of a command.");
     app->group(kCommandGroup);
-    constexpr int kMostWords = 2;
-    app->add_option("COMMAND", _helpCommand, "Its name")
-        ->type_name("NAME")
-        ->expected(0, kMostWords);
+    app->add_option("COMMAND", _helpCommand, "Its name")->type_name("NAME");
     app->callback([this] {
         // The application's own help() would show that of the command that was given: help.
         const CLI::App* named = &_app;
@@ -313,7 +316,7 @@ void CommandLine::addHelp()
         for (const std::string& word : _helpCommand) {
             const CLI::App* const next = findCommand(*named, word);
             if (next == nullptr)
-                throw unknownCommand(*named, word);
+                throw unknownCommand(*named, word, kCommandsHint);
             named = next;
             name += " " + word;
         }
@@ -335,15 +338,15 @@ public:
 int reportFault(const CommandFault& fault, const CommonOptions& common)
 {
     const std::string text = withoutLineEnds(fault.what());
-    appendToLog(common.logFile, "error: " + text);
+    appendToLog(common.logFile, "error: " + withoutLineEnds(fault.logText()));
     if (fault.status() == ExitStatus::NoReader)
         return static_cast<int>(fault.status());
     std::cout.flush();
-    std::cerr << "hvhost: error: " << text << '\n';
+    printMessage("hvhost: error: " + text);
     if (!fault.hint().empty())
-        std::cerr << "  hint: " << fault.hint() << '\n';
+        printMessage("  hint: " + fault.hint());
     if (common.verbose && !fault.detail().empty())
-        std::cerr << withoutLineEnds(fault.detail()) << '\n';
+        printMessage(withoutLineEnds(fault.detail()));
     return static_cast<int>(fault.status());
 }
 
@@ -356,7 +359,7 @@ void parse(CLI::App& app, int count, char** words)
             throw CommandFault(ExitStatus::Usage, "no command is given", kCommandsHint);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success))
-            throw usageFault(app, error, count > 1 ? words[1] : nullptr);
+            throw usageFault(app, error);
         app.exit(error);
     }
     flushStandardOutput();
@@ -368,6 +371,11 @@ int runCommandLine(int count, char** words)
 {
     occupyStandardStreams();
     ignoreLostReaders();
+    rememberAddresses(count, words);
+    setJobTextFilter(&EmbeddedHV::withoutSecrets);
+    std::optional<CleanedStream> cleaned;
+    if (isatty(STDOUT_FILENO) != 0)
+        cleaned.emplace(std::cout);
     const TempDirectoryScope tempDirectory;
     CommandLine line;
     try {

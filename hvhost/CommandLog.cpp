@@ -3,9 +3,9 @@
 #include <array>
 #include <ctime>
 #include <fstream>
-#include <regex>
 
 #include "CommandFault.h"
+#include "UserMessages.h"
 
 namespace {
 
@@ -19,20 +19,12 @@ std::string currentTime()
     return buffer.data();
 }
 
-/// A log goes around, a job text with the password of a file had better not.
-std::string withoutPasswords(const std::string& line)
-{
-    static const std::regex password(R"re(("dataPassword"\s*:\s*)"(\\.|[^"\\])*")re");
-    return std::regex_replace(line, password, R"re($1"***")re");
-}
-
 } // namespace
 
 void appendToLog(const std::string& file, const std::string& line)
 {
     if (!file.empty())
-        std::ofstream(file, std::ios::app)
-            << currentTime() << ' ' << withoutPasswords(line) << '\n';
+        std::ofstream(file, std::ios::app) << currentTime() << ' ' << shownMessage(line) << '\n';
 }
 
 void checkLog(const std::string& file)

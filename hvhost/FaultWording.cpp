@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <regex>
 #include <string_view>
 
 #include "Text.h"
+#include "TextScan.h"
 
 namespace {
 
@@ -42,17 +42,40 @@ const InputFault* inputFault(const EngineFault& fault)
     return row != kInputFaults.end() && fault.text.starts_with("read") ? row : nullptr;
 }
 
+/// "read: the row iterator "NAME" failed at record N: what" without the iterator; empty for another
+/// text.
+std::string iteratorFault(std::string_view text)
+{
+    TextScan scan(text);
+    if (scan.skip("read: the row iterator \"") && scan.until("\" failed at record ") &&
+        scan.number() && scan.skip(": "))
+        return "read: " + std::string(scan.rest());
+    return {};
+}
+
+/// "read: field F of the row iterator "NAME", record N: what" of a file; empty for another text.
+std::string valueFault(std::string_view text, const std::string& file)
+{
+    TextScan scan(text);
+    if (!scan.skip("read: ") || !scan.rest().starts_with("field \""))
+        return {};
+    const auto field = scan.untilLast(" of the row iterator \"");
+    if (!field || !scan.until("\", record "))
+        return {};
+    const auto record = scan.number();
+    if (!record || !scan.skip(": "))
+        return {};
+    return "read: " + file + ": " + std::string(*field) + ", record " + std::to_string(*record) +
+           ": " + std::string(scan.rest());
+}
+
 /// A fault of the rows that are served: what the host says of its file, as the engine would say it.
 std::string withoutIterator(const std::string& text, const JobOrigin& origin)
 {
-    static const std::regex form("^read: the row iterator \"[^\"]*\" failed at record \\d+: ");
-    static const std::regex value(
-        "^read: (field \"[^]*\") of the row iterator \"[^\"]*\", (record \\d+: )");
-    std::smatch found;
-    if (!origin.inputs.empty() && std::regex_search(text, found, value))
-        return "read: " + origin.inputs.front().path + ": " + found[1].str() + ", " +
-               found[2].str() + found.suffix().str();
-    return std::regex_replace(text, form, "read: ", std::regex_constants::format_first_only);
+    std::string bare = iteratorFault(text);
+    if (bare.empty() && !origin.inputs.empty())
+        bare = valueFault(text, origin.inputs.front().path);
+    return bare.empty() ? text : bare;
 }
 
 /// A place in a job text, and what is said of it.
@@ -63,13 +86,21 @@ struct Place
     std::string what;
 };
 
+/// Reads "line L, column C: what", also behind "step NAME, ".
 std::optional<Place> placeOf(const std::string& text)
 {
-    static const std::regex form("^(?:step \\w+, )?line (\\d+), column (\\d+): ([^]*)$");
-    std::smatch found;
-    if (!std::regex_match(text, found, form))
+    TextScan scan(text);
+    if (scan.skip("step ") && !scan.until(", "))
         return std::nullopt;
-    return Place{std::stoul(found[1].str()), std::stoul(found[2].str()), found[3].str()};
+    if (!scan.skip("line "))
+        return std::nullopt;
+    const auto line = scan.number();
+    if (!line || !scan.skip(", column "))
+        return std::nullopt;
+    const auto column = scan.number();
+    if (!column || !scan.skip(": "))
+        return std::nullopt;
+    return Place{*line, *column, std::string(scan.rest())};
 }
 
 /// The place as a count of bytes from the start of the text.
@@ -140,14 +171,17 @@ std::string inExpression(const Place& place, const std::string& job, const JobOr
 /// A fault that names an output of the aggregate step by its number.
 std::string withAggregate(const std::string& text, const JobOrigin& origin)
 {
-    static const std::regex form("^aggregate: the setting \"output\\[(\\d+)\\]\\.(\\w+)\" ([^]*)$");
-    std::smatch found;
-    if (!std::regex_match(text, found, form))
+    TextScan scan(text);
+    if (!scan.skip("aggregate: the setting \"output["))
         return text;
-    const std::size_t number = std::stoul(found[1].str());
-    if (number >= origin.aggregates.size())
+    const auto number = scan.number();
+    if (!number || *number >= origin.aggregates.size() || !scan.skip("]."))
         return text;
-    return origin.aggregates[number] + ": the " + found[2].str() + " " + found[3].str();
+    const auto setting = scan.until("\" ");
+    if (!setting)
+        return text;
+    return origin.aggregates[*number] + ": the " + std::string(*setting) + " " +
+           std::string(scan.rest());
 }
 
 /// The first text between double quotes.
@@ -213,17 +247,15 @@ std::string withPosition(const std::string& text, const std::string& name)
 /// Whoever writes "wind > 2" or "x.weather == 'sun'" comes from another language.
 std::string expressionHint(const std::string& text)
 {
-    static const std::regex form("the name '([^']*)' is neither");
-    std::smatch found;
-    if (std::regex_search(text, found, form))
-        return "a field of the record is written x." + found[1].str() + ", a text \"" +
-               found[1].str() + "\"";
-    static const std::regex field(
-        "expected the name of a field after '\\.', found string (\"[^]*\")$");
-    if (std::regex_search(text, found, field)) {
-        const std::string name = found[1].str();
-        return "it is written x.`" + name.substr(1, name.size() - 2) + "`";
-    }
+    TextScan scan(text);
+    if (scan.until("the name '"))
+        if (const auto name = scan.until("' is neither"))
+            return "a field of the record is written x." + std::string(*name) + ", a text \"" +
+                   std::string(*name) + "\"";
+    TextScan quoted(text);
+    if (quoted.until("expected the name of a field after '.', found string \""))
+        if (const auto name = quoted.untilLast("\""))
+            return "it is written x.`" + std::string(*name) + "`";
     if (text.find("found Date") != std::string::npos && text.find("String") != std::string::npos)
         return "a date is written toDate(\"2024-12-31\")";
     return text.ends_with("found '\''") ? "a text stands in double quotes" : "";

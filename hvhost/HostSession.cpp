@@ -1,6 +1,5 @@
 #include "HostSession.h"
 
-#include <cstdio>
 #include <thread>
 
 #include "CommandFault.h"
@@ -12,9 +11,11 @@
 #include "FaultWording.h"
 #include "InterruptWatch.h"
 #include "JNIException.h"
+#include "JobText.h"
 #include "Journal.h"
 #include "ProgressLine.h"
 #include "TnOutput.h"
+#include "UserMessages.h"
 #include "VexaJVMError.h"
 #include "runner/HVProgressListener.h"
 #include "runner/HVRunner.h"
@@ -23,6 +24,9 @@
 #include "support/Tracing.h"
 
 namespace {
+
+/// The id of a job text that breaks the grammar.
+constexpr const char* kSyntaxFault = "HVEPA0001E";
 
 /// Opens the engine's database while the Java virtual machine starts.
 class PreloadThread
@@ -88,7 +92,7 @@ void HostSession::giveUpSettings(const Dataset& dataset)
 
 void HostSession::run(const std::string& jobText, const JobOrigin& origin, HVStatDataIterator* rows)
 {
-    log("job: " + jobText);
+    log("job: " + EmbeddedHV::withoutSecrets(jobText));
     observed([&] { execute(jobText, rows); });
     _runner->displayAllMessages(false, false);
     settle(jobText, origin);
@@ -158,8 +162,13 @@ void HostSession::settle(const std::string& jobText, const JobOrigin& origin)
         _watch.check();
     if (!failed)
         return;
-    log("failed: " + fault.id + " " + fault.text + " " + fault.detail);
-    throw wordFault(fault, jobText, origin);
+    CommandFault worded = wordFault(fault, jobText, origin);
+    // The engine quotes the text at the place of a syntax error, which may be a password.
+    if (fault.id == kSyntaxFault)
+        worded.setLogText("the job text breaks the grammar");
+    log("failed: " + fault.id + " " +
+        (fault.id == kSyntaxFault ? worded.logText() : fault.text + " " + fault.detail));
+    throw worded;
 }
 
 /// The warnings. Behind the label of a split group the error of the job, which is told apart, is
@@ -180,7 +189,7 @@ void HostSession::warn(const std::string& text)
     ++_warnings;
     log("warning: " + text);
     if (!_options.quiet)
-        std::fprintf(stderr, "hvhost: warning: %s\n", text.c_str());
+        printMessage("hvhost: warning: " + text);
 }
 
 void HostSession::countShownWarnings()

@@ -8,6 +8,7 @@
 #include "Dataset.h"
 #include "FaultWording.h"
 #include "InterruptWatch.h"
+#include "JobText.h"
 #include "ReadableFile.h"
 #include "SvrDMDataset.h"
 #include "geo/HVInteractiveSTEM.h"
@@ -123,7 +124,8 @@ KnownSystem MapSession::system(const std::string& option, const std::string& tex
 }
 
 MapInput::MapInput(const MapOptions& options, bool needsLayer)
-    : _options(options), _isService(isAddress(options.source))
+    : _options(options), _name(EmbeddedHV::shownAddress(options.source)),
+      _isService(isAddress(options.source))
 {
     if (_isService) {
         _location = options.source;

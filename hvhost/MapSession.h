@@ -54,14 +54,17 @@ public:
     MapInput(const MapOptions& options, bool needsLayer);
 
     bool isService() const { return _isService; }
-    /// What the user calls it, and what the engine is told: an address or an absolute path.
-    const std::string& name() const { return _options.source; }
+    /// What messages and results call it: a path as given, or an address without user info and
+    /// query, which may hold a key.
+    const std::string& name() const { return _name; }
+    /// What the engine is told: an address or an absolute path.
     const std::string& location() const { return _location; }
     std::optional<int> layer() const { return _options.layer; }
     JobOrigin origin() const;
 
 private:
     MapOptions _options;
+    std::string _name;
     std::string _location;
     bool _isService;
 };

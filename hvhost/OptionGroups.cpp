@@ -120,7 +120,7 @@ void addCommonOptions(CLI::App& app, CommonOptions& options)
         ->type_name("FILE")
         ->check(notEmpty() & noStream());
     add("--trace", options.traceDirectory,
-        "Write job texts, passwords included, and a log\nbelow this folder")
+        "Write job texts, without passwords, and a log below\nthis folder")
         ->type_name("FOLDER")
         ->check(notEmpty())
         // The tracer reads its folder once, from the environment, at its first use.

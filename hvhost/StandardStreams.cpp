@@ -15,6 +15,7 @@
 #include "CommandFault.h"
 #include "FaultWording.h"
 #include "InterruptWatch.h"
+#include "TerminalFilter.h"
 
 namespace {
 
@@ -92,6 +93,14 @@ void writeSome(int descriptor, const char* data, std::size_t size, const std::st
 
 void writeWhenReady(const char* data, std::size_t size, const InterruptWatch& watch)
 {
+    static const bool isTerminal = isatty(STDOUT_FILENO) != 0;
+    static TerminalFilter filter;
+    std::string cleaned;
+    if (isTerminal) {
+        cleaned = filter.clean({data, size});
+        data = cleaned.data();
+        size = cleaned.size();
+    }
     waitFor(STDOUT_FILENO, POLLOUT, watch);
     writeSome(STDOUT_FILENO, data, size, "standard output");
 }

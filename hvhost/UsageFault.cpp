@@ -1,7 +1,6 @@
 #include "UsageFault.h"
 
 #include <algorithm>
-#include <regex>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -9,23 +8,49 @@
 #include "Completion.h"
 #include "HelpText.h"
 #include "Text.h"
+#include "TextScan.h"
 
 namespace {
 
-/// What the parser says, as it is put here.
+/// "NAME: At Most 1 required but received N"; empty for another text.
+std::string repeatedOption(std::string_view text)
+{
+    TextScan scan(text);
+    const auto name = scan.until(": At Most 1 required but received ");
+    return name ? std::string(*name) + ": it is given " + std::string(scan.rest()) + " times"
+                : std::string();
+}
+
+/// "NAME: 1 required TYPE missing"; empty for another text.
+std::string valuelessOption(std::string_view text)
+{
+    TextScan scan(text);
+    const auto name = scan.until(": 1 required ");
+    const auto type = scan.untilLast(" missing");
+    return name && type && scan.rest().empty()
+               ? std::string(*name) + ": its value, " + std::string(*type) + ", is missing"
+               : std::string();
+}
+
+/// "NAME: VALUE not in {A,B}"; empty for another text.
+std::string foreignValue(std::string_view text)
+{
+    TextScan scan(text);
+    const auto named = scan.untilLast(" not in {");
+    if (!named || !scan.rest().ends_with('}'))
+        return {};
+    std::string fault = std::string(*named) + " is none of ";
+    for (const char letter : scan.rest().substr(0, scan.rest().size() - 1))
+        fault += letter == ',' ? std::string(", ") : std::string(1, letter);
+    return fault;
+}
+
+/// What the parser says, in the words that this program uses.
 std::string reworded(const std::string& text)
 {
-    static const std::regex repeated("^(\\S+): At Most 1 required but received (\\d+)$");
-    static const std::regex valueless("^(\\S+): 1 required (\\S+) missing$");
-    static const std::regex foreign("^(\\S+: [^]*) not in \\{(.*)\\}$");
-    std::smatch found;
-    if (std::regex_match(text, found, repeated))
-        return found[1].str() + ": it is given " + found[2].str() + " times";
-    if (std::regex_match(text, found, valueless))
-        return found[1].str() + ": its value, " + found[2].str() + ", is missing";
-    if (std::regex_match(text, found, foreign))
-        return found[1].str() + " is none of " +
-               std::regex_replace(found[2].str(), std::regex(","), ", ");
+    for (const auto& reword : {&repeatedOption, &valuelessOption, &foreignValue})
+        if (std::string fault = reword(text); !fault.empty())
+            return fault;
     return text;
 }
 
@@ -39,12 +64,38 @@ std::vector<std::string> optionNames(const CLI::App& command)
     return names;
 }
 
-/// Words that belong to nothing: an option among them is to blame for those behind it.
-CommandFault lostWords(const CLI::App& command, const std::string& usageHint)
+/// The command that the line names, with its words: that of a command of a command, too.
+struct NamedCommand
 {
-    const std::vector<std::string> words = command.remaining();
-    const auto option = std::find_if(words.begin(), words.end(),
-                                     [](const auto& word) { return word.starts_with('-'); });
+    const CLI::App* app;
+    std::string words;
+};
+
+NamedCommand namedCommand(const CLI::App& app)
+{
+    NamedCommand named{&app, {}};
+    while (!named.app->get_subcommands().empty()) {
+        named.app = named.app->get_subcommands().front();
+        named.words += (named.words.empty() ? "" : " ") + named.app->get_name();
+    }
+    return named;
+}
+
+bool isOption(const std::string& word)
+{
+    return word.starts_with('-');
+}
+
+bool hasOption(const std::vector<std::string>& words)
+{
+    return std::any_of(words.begin(), words.end(), isOption);
+}
+
+/// Words that no command takes. An option among them explains those behind it.
+CommandFault lostWords(const std::vector<std::string>& words, const CLI::App& command,
+                       const std::string& usageHint)
+{
+    const auto option = std::find_if(words.begin(), words.end(), isOption);
     if (option == words.end())
         return {ExitStatus::Usage, words.front() + ": there is one argument too many", usageHint};
     const std::string name = option->substr(0, option->find('='));
@@ -52,6 +103,13 @@ CommandFault lostWords(const CLI::App& command, const std::string& usageHint)
         name.starts_with("--") ? nearestWord(optionNames(command), name) : "";
     return {ExitStatus::Usage, name + ": no such option",
             nearest.empty() ? usageHint : "did you mean " + nearest + "?"};
+}
+
+/// Whether a word was expected to name one of the commands of this one.
+bool expectsCommand(const CLI::App& app)
+{
+    return app.get_subcommands().empty() &&
+           !app.get_subcommands([](const CLI::App*) { return true; }).empty();
 }
 
 } // namespace
@@ -65,25 +123,29 @@ const CLI::App* findCommand(const CLI::App& app, const std::string& name)
     }
 }
 
-CommandFault unknownCommand(const CLI::App& app, const std::string& word)
+CommandFault unknownCommand(const CLI::App& app, const std::string& word, const std::string& hint)
 {
     const std::string nearest = nearestCommand(app, word);
     return {ExitStatus::Usage, word + ": no such command",
-            nearest.empty() ? kCommandsHint : "did you mean " + nearest + "?"};
+            nearest.empty() ? hint : "did you mean " + nearest + "?"};
 }
 
-CommandFault usageFault(const CLI::App& app, const CLI::ParseError& error, const char* word)
+CommandFault usageFault(const CLI::App& app, const CLI::ParseError& error)
 {
+    const NamedCommand named = namedCommand(app);
+    const std::vector<std::string> lost = app.remaining(true);
+    const std::string hint = named.words.empty()
+                                 ? kCommandsHint
+                                 : "hvhost help " + named.words + " shows how it is used";
+    const bool needsCommand = expectsCommand(*named.app);
+    if (needsCommand && lost.empty())
+        return {ExitStatus::Usage, "no command is given", hint};
+    if (needsCommand && !isOption(lost.front()))
+        return unknownCommand(*named.app, lost.front(), hint);
+    // What is required may be missing only because an option before it is misspelled.
     const bool isExtra = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
-    if (word == nullptr || *word == '-')
-        return isExtra ? lostWords(app, kCommandsHint)
-                       : CommandFault(ExitStatus::Usage, reworded(error.what()), kCommandsHint);
-    const CLI::App* const command = findCommand(app, word);
-    if (command == nullptr)
-        return unknownCommand(app, word);
-    const std::string hint = "hvhost help " + std::string(word) + " shows how it is used";
-    if (isExtra)
-        return lostWords(*command, hint);
+    if (!lost.empty() && (isExtra || hasOption(lost)))
+        return lostWords(lost, *named.app, hint);
     // The help calls the output OUT also where it is named by -o.
     const std::string text = reworded(error.what());
     return {ExitStatus::Usage, text.starts_with("-o") ? "OUT" + text.substr(sizeof "-o" - 1) : text,

@@ -15,6 +15,8 @@ void traceFile(const char* extension, const std::string& text, const std::string
     tracer->write(text, tracer->newValidFileName(extension, label, name, false));
 }
 
+std::string (*jobTextFilter)(const std::string&) = nullptr;
+
 } // namespace
 
 HVStatTracer* HVTracer()
@@ -29,9 +31,15 @@ void WriteLog(const std::string& line)
     HVTracer()->addLog(line);
 }
 
+void setJobTextFilter(std::string (*filter)(const std::string& jobText))
+{
+    jobTextFilter = filter;
+}
+
 void traceHVLFile(const std::string& text, const std::string& label, const std::string& name)
 {
-    traceFile("hvl", text, label, name);
+    const bool isFiltered = jobTextFilter != nullptr && HVTracer()->canTrace();
+    traceFile("hvl", isFiltered ? jobTextFilter(text) : text, label, name);
 }
 
 void traceJSONFile(const std::string& text, const std::string& label, const std::string& name)

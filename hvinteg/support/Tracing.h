@@ -16,6 +16,11 @@ HVINTEG_EXPORT HVStatTracer* HVTracer();
 /// One line for the diagnostic log.
 HVINTEG_EXPORT void WriteLog(const std::string& line);
 
+/// Has each job text pass through a function before it is written, as one that takes passwords out;
+/// null, as at the start, for none. Traces that are written already stay. Not while a job is
+/// traced.
+HVINTEG_EXPORT void setJobTextFilter(std::string (*filter)(const std::string& jobText));
+
 /// Write a text to the file label_name.hvl, .json or .xml of the trace directory, in place of an
 /// earlier one of that name.
 HVINTEG_EXPORT void traceHVLFile(const std::string& text, const std::string& label,

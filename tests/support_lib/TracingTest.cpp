@@ -25,6 +25,12 @@ TEST(Tracing, EveryKindGoesToAFileOfItsOwn)
     EXPECT_EQ(scratch.read("hvinteg.log"), "started\n");
     traceHVLFile("write()", "HvlJobText", "GetIterator");
     EXPECT_EQ(scratch.read("HvlJobText_GetIterator.hvl"), "write()");
+    setJobTextFilter([](const std::string& job) { return job + " filtered"; });
+    traceHVLFile("write()", "HvlJobText", "GetIterator");
+    traceJSONFile("{}", "Result", "");
+    setJobTextFilter(nullptr);
+    EXPECT_EQ(scratch.read("HvlJobText_GetIterator.hvl"), "write() filtered");
+    EXPECT_EQ(scratch.read("Result.json"), "{}");
     EXPECT_EQ(HVTracer(), HVTracer());
     unsetenv("HV_STAT_DEBUG_DIR");
     EXPECT_TRUE(HVTracer()->canTrace());

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <map>
 
+#include "ShownAddress.h"
 #include "WebFetch.h"
 
 namespace EmbeddedHV::maps {
@@ -129,18 +130,19 @@ MapService::MapService(const std::string& address, StopWish stop)
         _address.resize(_address.size() - kServiceFile.size());
     while (_address.ends_with('/'))
         _address.pop_back();
+    _shown = withoutCredentials(_address);
 }
 
 json MapService::ask(const std::string& path, const std::string& file,
                      const std::string& parameters) const
 {
-    const std::string place = _isFolder ? _address + "/" + file : _address + path;
-    std::string address = place;
+    const std::string tail = _isFolder ? "/" + file : path;
+    std::string address = _address + tail;
     if (!_isFolder)
         address += "?f=json" + (parameters.empty() ? "" : "&" + parameters) +
                    (_secret.empty() ? "" : "&" + _secret);
     json answer = json::parse(fetchText(address, _stop), nullptr, false);
-    checkAnswer(answer, place);
+    checkAnswer(answer, _shown + tail);
     return answer;
 }
 

@@ -28,11 +28,12 @@ public:
     nlohmann::json ask(const std::string& path, const std::string& file,
                        const std::string& parameters = {}) const;
     bool isFolder() const { return _isFolder; }
-    /// The address without what may be a secret.
-    const std::string& address() const { return _address; }
+    /// The address as messages show it: without user info and query.
+    const std::string& address() const { return _shown; }
 
 private:
     std::string _address;
+    std::string _shown;
     std::string _secret;
     bool _isFolder = false;
     StopWish _stop;

@@ -6,6 +6,8 @@
 
 #include <curl/curl.h>
 
+#include "ShownAddress.h"
+
 namespace EmbeddedHV::maps {
 namespace {
 
@@ -72,12 +74,6 @@ Handle newHandle(const std::string& address, Request& request, char* problem)
     return handle;
 }
 
-/// What stands behind a question mark may be a secret.
-std::string shown(const std::string& address)
-{
-    return address.substr(0, address.find('?'));
-}
-
 std::string webText(const std::string& address, const StopWish& stop)
 {
     Request request{stop, {}};
@@ -85,8 +81,9 @@ std::string webText(const std::string& address, const StopWish& stop)
     const Handle handle = newHandle(address, request, problem);
     const CURLcode result = curl_easy_perform(handle.get());
     if (result == CURLE_ABORTED_BY_CALLBACK)
-        throw GeographyError(GeographyError::Stopped, shown(address) + ": the job was stopped");
-    const std::string prefix = shown(address) + ": the service does not answer: ";
+        throw GeographyError(GeographyError::Stopped,
+                             withoutCredentials(address) + ": the job was stopped");
+    const std::string prefix = withoutCredentials(address) + ": the service does not answer: ";
     if (result != CURLE_OK)
         throw GeographyError(GeographyError::Service,
                              prefix + (problem[0] ? problem : curl_easy_strerror(result)));
@@ -116,7 +113,8 @@ std::string fetchText(const std::string& address, const StopWish& stop)
         return fileText(address);
     if (!address.starts_with("http://") && !address.starts_with("https://"))
         throw GeographyError(GeographyError::Service,
-                             shown(address) + ": only http, https and file addresses can be read");
+                             withoutCredentials(address) +
+                                 ": only http, https and file addresses can be read");
     return webText(address, stop);
 }
 
