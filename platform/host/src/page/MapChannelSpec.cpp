@@ -117,7 +117,8 @@ MapChannel readChannel(const PageJson& json)
     if (const std::string kind = scale ? wordOf(memberOf(*scale, "type")) : "";
         channel.scale == Scale::Steps && kind != "quantize" && kind != "bin-ordinal")
         channel.colours.clear();
-    requireMap(channel.scale != Scale::Thresholds || !channel.domain.empty());
+    requireMap(channel.scale != Scale::Thresholds ||
+               std::ranges::any_of(channel.domain, &PageJson::is_number));
     return channel;
 }
 
