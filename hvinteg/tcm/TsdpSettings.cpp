@@ -38,7 +38,9 @@ JsonValue pointsOfCyclicFields(const JsonValue& points, const JsonValue& fields)
     for (const JsonValue field : fields)
         last = field;
     const JsonValue found = points[last.text()];
-    return found || isCaseCount(fields) ? found : points[(*fields.begin()).text()];
+    if (found || fields.size() == 0 || isCaseCount(fields))
+        return found;
+    return points[(*fields.begin()).text()];
 }
 
 } // namespace
