@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "ScratchFolder.h"
 #include "datafile/Dictionary.h"
 #include "datafile/Fault.h"
 #include "datafile/FieldDictionary.h"
@@ -12,13 +13,6 @@
 namespace {
 
 using namespace datafile;
-
-/// A rule that a dictionary breaks is a finding.
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 /// Whoever writes a text can read it. Throws nothing.
 Dictionary again(const Dictionary& dictionary)

@@ -4,9 +4,11 @@
 #include <string_view>
 
 #include "JobError.h"
+#include "ScratchFolder.h"
 #include "expression/ExpressionCompiler.h"
 #include "language/JsonLiteral.h"
 #include "language/Parser.h"
+#include "language/Secrets.h"
 
 namespace {
 
@@ -43,6 +45,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const Definitions definitions = language::boundValues(program);
         for (const auto& [name, expression] : definitions)
             useExpression(*expression, definitions);
+        // What is shown of a job is a job of which nothing more is to be hidden.
+        const std::string shown = language::withoutSecrets(text);
+        require(language::withoutSecrets(shown) == shown);
     } catch (const JobError&) { // a text that breaks the grammar
     }
     return 0;

@@ -2,14 +2,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
 #include <string>
 #include <vector>
 
 #include "JNIException.h"
-#include "JsonMutator.h"
 #include "OutputTree.h"
+#include "ScratchFolder.h"
 #include "TnOutput.h"
 #include "VexaDataSource.h"
 #include "VexaJVM.h"
@@ -20,13 +18,6 @@
 
 /// Any text as a result document: its table, its chart and its map are shown, whatever they are.
 namespace {
-
-/// A rule that the output breaks is a finding.
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 /// Variables that texts of a result can name.
 class Variables : public VEXA_DataSource
@@ -133,20 +124,6 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
     machine->AddOption("-XX:TieredStopAtLevel=1");
     JNIObjectManager::newManager();
     return 0;
-}
-
-extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
-
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
-                                               std::size_t maxSize, unsigned seed)
-{
-    std::string changed;
-    if (seed % 8 != 0)
-        changed = JsonMutator(seed).mutate({reinterpret_cast<const char*>(data), size});
-    if (changed.empty() || changed.size() > maxSize)
-        return LLVMFuzzerMutate(data, size, maxSize);
-    std::memcpy(data, changed.data(), changed.size());
-    return changed.size();
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
