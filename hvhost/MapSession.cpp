@@ -17,8 +17,8 @@
 
 namespace {
 
-/// Stops the job of a request when the user asks for it. Between the jobs of a request there is
-/// nothing to cancel; the watch asks again.
+/// Stops a request when the user asks for it: the job that runs is cancelled, and the jobs that the
+/// request would run after it are refused.
 class StopRequest : public VexaAdapter::InterruptHandler
 {
 public:
@@ -31,11 +31,7 @@ public:
     StopRequest(const StopRequest&) = delete;
     StopRequest& operator=(const StopRequest&) = delete;
 
-    void interrupt() override
-    {
-        if (_maps.getState() == HVProgressListener::Running)
-            _maps.cancelExecution();
-    }
+    void interrupt() override { _maps.cancelExecution(); }
 
 private:
     HVInteractiveSTEM& _maps;
@@ -91,8 +87,8 @@ void MapSession::settle(bool isDone, const std::string& source, const JobOrigin&
 {
     for (const std::string& message : _maps->getMessages())
         _host.warn(withFileName(message, origin));
-    // A stop that came when all was done changes nothing any more.
-    if (!isDone || _maps->isStopProcessor())
+    // A stop that came after the last job changes nothing: the result is there.
+    if (!isDone || _maps->getState() == HVProgressListener::Cancelled)
         _watch.check();
     if (isDone)
         return;

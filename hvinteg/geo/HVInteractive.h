@@ -21,9 +21,10 @@ class HVStatContainer;
 /// that calls it, to the end. The runner has no procedure: nothing goes to the host's output, and
 /// the host's interrupt does not stop a job; cancelExecution does.
 ///
-/// Threads: requests may come from different threads, but one at a time. cancelExecution alone
-/// comes from another thread while a request is running. Errors: a failed job makes a request
-/// false; what is thrown elsewhere passes, and leaves no execution and no Java reference behind.
+/// Threads: requests may come from different threads, but one at a time. cancelExecution alone may
+/// come from any thread, at any moment of the object's life. Errors: a request is false if a job
+/// failed, or if its dataset or file cannot be opened; what is thrown elsewhere passes, and leaves
+/// no execution and no Java reference behind.
 class HVINTEG_EXPORT HVInteractive
 {
 public:
@@ -47,8 +48,9 @@ public:
     /// Releases the Java references of the process, and ends the execution of the last job.
     void cleanJRef();
     void cleanExecution();
-    /// Stops the job that is running, and refuses all that come after it: a dialog that was
-    /// cancelled is not asked again.
+    /// Stops the job that is running, if there is one, and refuses all that come after it: a dialog
+    /// that was cancelled is not asked again. Any thread, at any moment between constructor and
+    /// destructor; see HVRunner::cancelExecution.
     void cancelExecution();
     /// Whether the object was cancelled.
     bool isStopProcessor();

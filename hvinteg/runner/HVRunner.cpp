@@ -44,6 +44,8 @@ HVRunner::HVRunner(TnProcedure* procedure)
 
 HVRunner::~HVRunner()
 {
+    // First, since a cancel under way on another thread still uses the members.
+    _impl->endCancels();
     // 0 stands for none, and then nothing was taken away.
     if (_savedWeight > 0)
         writeHostWeight(_savedWeight);

@@ -36,8 +36,8 @@ class RowDataIterator;
 /// except where an operation says otherwise; a job that merely fails is told by execute's result
 /// and the listener. All strings are UTF-8.
 ///
-/// One thread at a time, the one that made the runner or called resetJNI last. Only cancelExecution
-/// may come from another thread, while one sits in execute.
+/// Threads: one thread at a time, the one that made the runner or called resetJNI last, uses the
+/// runner. Only cancelExecution may come from any thread, at any moment.
 class HVINTEG_EXPORT HVRunner
 {
 public:
@@ -112,8 +112,9 @@ public:
     explicit HVRunner(TnProcedure* procedure = nullptr);
     HVRunner(const HVRunner&) = delete;
     HVRunner& operator=(const HVRunner&) = delete;
-    /// Ends a remaining execution, releases the process's Java references as cleanJRef does, and
-    /// gives the host back the weight and split that prepareActiveDS took.
+    /// Waits for calls of cancelExecution that are under way on other threads, and ends a remaining
+    /// execution. Releases the process's Java references as cleanJRef does, and gives the host back
+    /// the weight and split that prepareActiveDS took. Not from within cancelExecution.
     virtual ~HVRunner();
 
     /// Saves the host's weight and split and turns both off until the runner is destroyed. Warns of
@@ -137,7 +138,19 @@ public:
     bool execute();
 
     /// Cancels the execution, has the host end the run (with a procedure only), and stops the
-    /// runner. Any thread, but not while the runner is in prepareHVLJob or cleanExecution.
+    /// runner, in this order.
+    ///
+    /// Any thread may call it, at any moment from the end of the constructor to the beginning of
+    /// the destructor, also while other threads call it, and also between jobs or while the
+    /// runner's thread is in another operation. The engine is called only if there is an execution
+    /// whose text it has taken and that has not been ended; otherwise the runner is stopped, and
+    /// the next execute does nothing. cleanExecution, prepareHVLJob, the questions that end an
+    /// execution and the destructor wait until a call on another thread has returned. No lock is
+    /// held while the engine works, so what the engine calls back from its cancel may use the
+    /// listener, cancel again or end the execution.
+    ///
+    /// What the engine or the attachment to the Java virtual machine throws passes; the run and the
+    /// runner then go on.
     void cancelExecution();
     /// Whether the runner is stopped: execute then does nothing.
     bool isStopProcessor();
@@ -161,13 +174,14 @@ public:
     /// none. The execution owns the object; the caller ends its use with RowDataIterator::dispose.
     EmbeddedHV::RowDataIterator* getOutputIterator(const std::string& fileName);
     /// The data model of a job's output, as XML, without running the job; ends a present execution.
-    /// A failure of the engine leaves `metadata` empty and the result true; otherwise the result is
-    /// whether `metadata` has something in it.
+    /// What the engine throws, at the end of that execution too, leaves `metadata` empty and the
+    /// result true; otherwise the result is whether `metadata` has something in it.
     bool getMetadata(const std::string& jobText, const HVStatContainer& container,
                      std::string& metadata);
 
-    /// Questions about maps. Each ends a present execution, but for the one about an empty name. A
-    /// failure of the engine is an empty answer, and never leaves these operations.
+    /// Questions about maps. Each ends a present execution, except the one about an empty name.
+    /// What the engine throws, at the end of that execution too, is an empty answer: no exception
+    /// leaves these operations.
     ///
     /// What is known of a coordinate system, as JSON for ParseCoordinatesSystemInfo.
     std::string getCoordinatesSystemInfo(const std::string& name);

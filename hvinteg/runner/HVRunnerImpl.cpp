@@ -1,16 +1,14 @@
 #include "runner/HVRunnerImpl.h"
 
-#include <utility>
+#include <memory>
 
 #include "CFAppHost.h"
 #include "HVServiceManager.h"
 #include "MetadataService.h"
 #include "bridge/JNIObjectManager.h"
-#include "bridge/JavaThreadScope.h"
 #include "runner/HVProgressListener.h"
 #include "runner/HVStatContainer.h"
 #include "runner/HVStatDataIterator.h"
-#include "runner/HostBlocks.h"
 #include "runner/StatHVServiceManager.h"
 
 namespace {
@@ -19,6 +17,16 @@ namespace {
 JNIEnv* managerEnv()
 {
     return JNIObjectManager::getManager()->getEnv();
+}
+
+/// A part of a destructor. What it throws can be told to nobody.
+template <class Work>
+void quietly(Work work) noexcept
+{
+    try {
+        work();
+    } catch (...) { // NOLINT(bugprone-empty-catch)
+    }
 }
 
 } // namespace
@@ -33,11 +41,8 @@ HVRunnerImpl::HVRunnerImpl(HVProgressListener* listener, bool hasProcedure)
 
 HVRunnerImpl::~HVRunnerImpl()
 {
-    try {
-        cleanExecution();
-    } catch (...) { // NOLINT(bugprone-empty-catch): the execution is gone, and nobody can be told
-    }
-    JNIObjectManager::getManager()->cleanJRef();
+    quietly([this] { cleanExecution(); });
+    quietly([] { JNIObjectManager::getManager()->cleanJRef(); });
 }
 
 void HVRunnerImpl::updateAppSetting()
@@ -53,8 +58,11 @@ void HVRunnerImpl::prepareHVLJob(const std::string& jobText)
     updateAppSetting();
     EmbeddedHV::ExecutionService* const service =
         StatHVServiceManager::get(_hasProcedure)->getExecutionService();
-    _execution.reset(service->createExecution(_locale));
+    // The contract hands the object over by pointer.
+    _execution.hold(std::unique_ptr<EmbeddedHV::Execution>(service->createExecution(_locale)));
     _execution->prepare(managerEnv(), jobText);
+    // Not before: the engine need not take a cancel while it takes the text.
+    _execution.open();
 }
 
 void HVRunnerImpl::addInputContainer(HVStatContainer* container)
@@ -81,19 +89,13 @@ bool HVRunnerImpl::execute()
 
 void HVRunnerImpl::cancelExecution()
 {
-    if (_execution != nullptr) {
-        const JavaThreadScope thread;
-        _execution->cancel(thread.env());
-    }
-    if (_hasProcedure)
-        endHostRun();
-    _stopped = true;
+    _execution.cancel(_hasProcedure);
 }
 
 void HVRunnerImpl::cleanExecution()
 {
     // Out of the member first, so that it is deleted even if the engine throws.
-    const std::unique_ptr<EmbeddedHV::Execution> ended = std::move(_execution);
+    const std::shared_ptr<EmbeddedHV::Execution> ended = _execution.take();
     if (ended != nullptr)
         ended->dispose(managerEnv());
 }
@@ -101,7 +103,7 @@ void HVRunnerImpl::cleanExecution()
 void HVRunnerImpl::resetStopRrocessor()
 {
     if (_hasProcedure)
-        _stopped = false;
+        _execution.resetStop();
 }
 
 EmbeddedHV::RowDataIterator* HVRunnerImpl::getOutputIterator(const std::string& fileName)
@@ -116,8 +118,8 @@ EmbeddedHV::RowDataIterator* HVRunnerImpl::getOutputIterator(const std::string& 
 bool HVRunnerImpl::askService(
     const std::function<void(EmbeddedHV::MetadataService&, JNIEnv*)>& question)
 {
-    cleanExecution();
     try {
+        cleanExecution();
         question(*StatHVServiceManager::get(_hasProcedure)->getMetaDataService(), managerEnv());
         return true;
     } catch (...) {

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
 
-#include "Execution.h"
 #include "MetadataService.h"
+#include "runner/CancellableExecution.h"
 #include "runner/RunnerRegistration.h"
 
 class HVProgressListener;
@@ -28,28 +27,33 @@ public:
     HVRunnerImpl(const HVRunnerImpl&) = delete;
     HVRunnerImpl& operator=(const HVRunnerImpl&) = delete;
 
-    /// Ends the present execution, if there is one, before it makes the next. If the text is
-    /// refused the new execution stays, so that cleanExecution disposes it.
+    /// Ends the present execution, if there is one, before it makes the next. If the engine refuses
+    /// the text, the new execution stays, closed to cancels, until cleanExecution disposes it.
     void prepareHVLJob(const std::string& jobText);
     /// These five need a prepared execution; the caller keeps the order, and nothing tests for it.
     void addInputContainer(HVStatContainer* container);
     void addOutputContainer(HVStatContainer* container);
     void addInputIterator(HVStatDataIterator* iterator);
     bool execute();
-    /// Any thread. Works in an environment of its own, not in the manager's.
+    /// Any thread, at any moment until endCancels. See CancellableExecution::cancel.
     void cancelExecution();
-    /// Disposes and deletes. If the engine throws in dispose, the object is deleted all the same.
+    /// The owner calls it before it destroys this object: returns when no cancel is under way on
+    /// another thread.
+    void endCancels() { _execution.close(); }
+    /// Disposes and deletes. Waits for a cancel under way on another thread. If the engine throws
+    /// in dispose, the object is deleted all the same.
     void cleanExecution();
     /// Answers with null, whatever the engine throws.
     EmbeddedHV::RowDataIterator* getOutputIterator(const std::string& fileName);
-    /// Ends the present execution first; answers with nothing, whatever the engine throws.
+    /// Ends the present execution first; answers with nothing, whatever the engine throws, at the
+    /// end of the execution too.
     bool getMetadata(const std::string& jobText, const HVStatContainer& container,
                      std::string& metadata);
 
-    /// Ends the present execution, then asks the engine. False if anything was thrown on the way.
+    /// Ends the present execution, then asks the engine. False if either throws.
     bool askService(const std::function<void(EmbeddedHV::MetadataService&, JNIEnv*)>& question);
 
-    bool isStopProcessor() const { return _stopped; }
+    bool isStopProcessor() const { return _execution.isStopped(); }
     /// For a runner with a procedure only: a dialog that was cancelled stays cancelled.
     void resetStopRrocessor();
     /// Takes the host's locale, which each execution is made with.
@@ -59,10 +63,7 @@ private:
     // First, so that it goes last: the manager outlives everything else that a runner holds.
     RunnerRegistration _registration;
     std::string _locale;
-    // Read by a cancelling thread without a lock: it changes only while no job runs.
-    std::unique_ptr<EmbeddedHV::Execution> _execution;
     HVProgressListener* _listener;
     const bool _hasProcedure;
-    // A byte that the cancelling thread writes while another one reads it: atomic, without a lock.
-    std::atomic<bool> _stopped = false;
+    CancellableExecution _execution;
 };

@@ -1,4 +1,9 @@
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <optional>
 #include <stdexcept>
+#include <utility>
 
 #include "VexaJVM.h"
 #include "bridge/JNIObjectManager.h"
@@ -129,6 +134,87 @@ TEST_F(RunnerCancel, EnginesExceptionPassesAndNothingElseHappens)
     // On the runner's own thread the attachment that was there stays.
     EXPECT_THROW(runner.cancelExecution(), std::runtime_error);
     EXPECT_TRUE(isAttached());
+}
+
+TEST_F(RunnerCancel, WhatEndsAnExecutionWaitsForACancelUnderWay)
+{
+    using Ending = std::function<void(std::optional<HVRunner>&)>;
+    const std::pair<const char*, Ending> rows[] = {
+        {"cleanExecution", [](auto& runner) { runner->cleanExecution(); }},
+        {"prepareHVLJob", [](auto& runner) { runner->prepareHVLJob("next"); }},
+        {"question",
+         [](auto& runner) {
+             std::vector<std::string> names;
+             runner->getGeographics(names);
+         }},
+        {"destructor", [](auto& runner) { runner.reset(); }},
+    };
+    for (const auto& [what, end] : rows) {
+        SCOPED_TRACE(what);
+        std::optional<HVRunner> runner(std::in_place, &procedure);
+        runner->prepareHVLJob("job");
+        std::atomic<bool> entered = false;
+        std::atomic<bool> left = false;
+        engine.onCall("cancel", [&] {
+            entered = true;
+            entered.notify_all();
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            left = true;
+        });
+        engine.clearCalls();
+        std::thread canceller([&runner] { runner->cancelExecution(); });
+        entered.wait(false);
+        end(runner);
+        EXPECT_TRUE(left);
+        EXPECT_EQ(runIndicator(), -1) << "the cancel is over";
+        canceller.join();
+        const std::vector<std::string> calls = engine.callNames();
+        ASSERT_GE(calls.size(), 3U);
+        EXPECT_EQ(std::vector(calls.begin(), calls.begin() + 3),
+                  (std::vector<std::string>{"cancel", "dispose", "delete"}));
+        pvGetCmnSys()->runIndicator = 0;
+    }
+}
+
+TEST_F(RunnerCancel, EngineMayCallBackFromItsCancel)
+{
+    using Call = std::function<void(HVRunner&)>;
+    const std::pair<const char*, Call> rows[] = {
+        {"the listener",
+         [](HVRunner& runner) {
+             runner.getProgressListener()->onProgress(0.5F);
+             runner.getProgressListener()->onCancel();
+         }},
+        {"another cancel", [](HVRunner& runner) { runner.cancelExecution(); }},
+        {"the interrupt of the host", [](HVRunner&) { GetAdapter()->interrupt(); }},
+        {"cleanExecution", [](HVRunner& runner) { runner.cleanExecution(); }},
+        {"the next job", [](HVRunner& runner) { runner.prepareHVLJob("next"); }},
+    };
+    for (const auto& [what, call] : rows) {
+        SCOPED_TRACE(what);
+        HVRunner runner(&procedure);
+        runner.prepareHVLJob("job");
+        engine.clearCalls();
+        int depth = 0;
+        engine.onCall("cancel", [&] {
+            if (depth++ == 0)
+                call(runner);
+            EXPECT_NE(engine.callNames().back(), "delete") << "the execution is in its cancel";
+        });
+        runner.cancelExecution();
+        EXPECT_TRUE(runner.isStopProcessor());
+        EXPECT_FALSE(runner.execute());
+    }
+}
+
+TEST_F(RunnerCancel, ACancelWhileTheTextIsTakenStopsTheJobOnly)
+{
+    HVRunner runner(&procedure);
+    engine.onCall("prepare", [&runner] { std::thread([&] { runner.cancelExecution(); }).join(); });
+    runner.prepareHVLJob("job");
+    EXPECT_TRUE(cancels().empty());
+    EXPECT_FALSE(runner.execute());
+    EXPECT_NE(engine.callNames().back(), "execute");
 }
 
 } // namespace

@@ -69,10 +69,13 @@ TEST_F(RunnerFaults, QueriesAnswerWithNothing)
         engine.throwAt("getOutputIterator", fault);
         runner.prepareHVLJob("job");
         EXPECT_EQ(runner.getOutputIterator("file"), nullptr);
-        engine.throwAt("getMetadata", fault);
-        std::string metadata = "earlier";
-        EXPECT_TRUE(runner.getMetadata("job", container, metadata));
-        EXPECT_EQ(metadata, "");
+        for (const char* call : {"dispose", "getMetadata"}) {
+            engine.throwAt(call, fault);
+            std::string metadata = "earlier";
+            EXPECT_TRUE(runner.getMetadata("job", container, metadata)) << call;
+            EXPECT_EQ(metadata, "") << call;
+            engine.throwAt(call, Fault::None);
+        }
     }
 }
 

@@ -82,6 +82,12 @@ TEST_F(RunnerMaps, AQuestionEndsTheJobAndSwallowsFaults)
         }
         engine.throwAt(call.substr(0, call.find('(')), Fault::None);
         engine.setMetadata("answer");
+        for (const Fault fault : {Fault::Engine, Fault::Java, Fault::Standard, Fault::Unknown}) {
+            runner.prepareHVLJob("job");
+            engine.throwAt("dispose", fault);
+            EXPECT_EQ(question.ask(runner), question.afterFault) << "dispose, " << nameOf(fault);
+        }
+        engine.throwAt("dispose", Fault::None);
         runner.prepareHVLJob("job");
         engine.clearCalls();
         EXPECT_TRUE(question.ask(runner).ends_with("answer"));

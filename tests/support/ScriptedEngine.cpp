@@ -23,6 +23,7 @@ struct ScriptedEngine::State
     mutable std::condition_variable changed;
     std::vector<EngineCall> calls;
     std::map<std::string, Fault> faults;
+    std::map<std::string, std::function<void()>> hooks;
     std::vector<EmbeddedHV::EHVAppSetting> starts;
     Script script = [](ScriptedJob& job) { job.listener().onSuccess(); };
     std::string metadata = "<DataModel/>";
@@ -69,12 +70,17 @@ void ScriptedEngine::State::record(const std::string& name, const std::string& a
                                    JNIEnv* env)
 {
     Fault fault = Fault::None;
+    std::function<void()> hook;
     {
         const std::lock_guard guard(mutex);
         calls.push_back({name, argument, env, std::this_thread::get_id()});
+        if (const auto found = hooks.find(name); found != hooks.end())
+            hook = found->second;
         if (const auto found = faults.find(name); found != faults.end())
             fault = found->second;
     }
+    if (hook)
+        hook();
     raise(fault);
 }
 
@@ -285,6 +291,12 @@ void ScriptedEngine::throwAt(const std::string& call, Fault fault)
 {
     const std::lock_guard guard(_state->mutex);
     _state->faults[call] = fault;
+}
+
+void ScriptedEngine::onCall(const std::string& call, std::function<void()> hook)
+{
+    const std::lock_guard guard(_state->mutex);
+    _state->hooks[call] = std::move(hook);
 }
 
 void ScriptedEngine::setMetadata(const std::string& xml)

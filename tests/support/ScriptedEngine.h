@@ -74,6 +74,9 @@ public:
     /// Has the call of this name throw: "start", "createExecution", a query of the metadata service
     /// or an operation of the execution.
     void throwAt(const std::string& call, Fault fault);
+    /// Has the call of this name run something, on its thread; once it is recorded and before it
+    /// throws. An empty function takes it away.
+    void onCall(const std::string& call, std::function<void()> hook);
     /// What queries of the metadata service answer.
     void setMetadata(const std::string& answer);
     /// What one query answers, as in "getCoordinatesSystemInfo(4326)"; others then answer with

@@ -2,6 +2,11 @@
 
 namespace EmbeddedHV {
 
+Cancellation::~Cancellation()
+{
+    const std::lock_guard lock(_mutex);
+}
+
 void Cancellation::cancel()
 {
     wake([this] {

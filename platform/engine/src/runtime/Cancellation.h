@@ -11,6 +11,12 @@ namespace EmbeddedHV {
 class Cancellation
 {
 public:
+    Cancellation() = default;
+    /// Waits for a call of cancel that is under way.
+    ~Cancellation();
+    Cancellation(const Cancellation&) = delete;
+    Cancellation& operator=(const Cancellation&) = delete;
+
     void cancel();
     /// Ends the running statement for a reason of the engine's own.
     void stopStatement();
@@ -32,10 +38,9 @@ public:
     template <class Change>
     void wake(Change change)
     {
-        {
-            const std::lock_guard lock(_mutex);
-            change();
-        }
+        // Notifies under the lock: the object may go as soon as the destructor has the lock.
+        const std::lock_guard lock(_mutex);
+        change();
         _changed.notify_all();
     }
 
