@@ -21,7 +21,9 @@ public:
     static EmbeddedHV::HVServiceManager* get(bool log);
 
     /// Ends the service, if there is one; the next get starts a new one with fresh settings. For
-    /// the host: nothing in this library calls it. The Java virtual machine stays up.
+    /// the host: nothing in this library calls it. The Java virtual machine stays up. A runner that
+    /// still has an execution may use and end it afterwards, if the engine's executions outlive the
+    /// service, as those of the embedded engine do; with another engine, runners are cleaned first.
     static void shutdown();
 
 private:

@@ -27,7 +27,21 @@ public:
 using BackendFactory = std::function<std::unique_ptr<Backend>(JNIEnv*, const EHVAppSetting&)>;
 
 /// Chooses the backend of every service manager made from now on; an empty factory restores the
-/// embedded one. Not synchronised: call it while no service manager is being made.
+/// embedded one. Not synchronised: no other thread makes a service manager meanwhile. A factory may
+/// call it; the choice counts from the next service manager on.
+///
+/// A factory that returns null makes the service manager throw Exception. What a factory throws
+/// passes. A service manager that is made within a factory, on its thread, is on the embedded
+/// engine.
 ENGINE_API void setBackendFactory(BackendFactory factory);
+
+/// The embedded engine, for a backend that hands a part of the work to it.
+///
+///     setBackendFactory([](JNIEnv* env, const EHVAppSetting& settings) {
+///         return std::make_unique<CountingBackend>(makeEmbeddedBackend(env, settings));
+///     });
+///
+/// Throws Exception if the engine cannot start. Each call makes an engine of its own.
+ENGINE_API std::unique_ptr<Backend> makeEmbeddedBackend(JNIEnv* env, const EHVAppSetting& settings);
 
 } // namespace EmbeddedHV

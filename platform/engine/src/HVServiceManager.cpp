@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "EngineBackend.h"
+#include "EngineException.h"
 #include "LocalBackend.h"
 
 namespace EmbeddedHV {
@@ -14,6 +15,33 @@ BackendFactory& chosenFactory()
     return factory;
 }
 
+/// Marks that a factory runs on this thread.
+class FactoryScope
+{
+public:
+    FactoryScope() { running = true; }
+    ~FactoryScope() { running = false; }
+    FactoryScope(const FactoryScope&) = delete;
+    FactoryScope& operator=(const FactoryScope&) = delete;
+
+    static thread_local bool running;
+};
+
+thread_local bool FactoryScope::running = false;
+
+std::unique_ptr<Backend> makeBackend(JNIEnv* env, const EHVAppSetting& settings)
+{
+    // A copy, since the factory may choose another one while it runs.
+    const BackendFactory factory = chosenFactory();
+    if (!factory || FactoryScope::running)
+        return makeLocalBackend(env, settings);
+    const FactoryScope scope;
+    std::unique_ptr<Backend> backend = factory(env, settings);
+    if (!backend)
+        throw Exception("the engine does not start: the backend factory returned no backend");
+    return backend;
+}
+
 } // namespace
 
 void setBackendFactory(BackendFactory factory)
@@ -21,8 +49,13 @@ void setBackendFactory(BackendFactory factory)
     chosenFactory() = std::move(factory);
 }
 
+std::unique_ptr<Backend> makeEmbeddedBackend(JNIEnv* env, const EHVAppSetting& settings)
+{
+    return makeLocalBackend(env, settings);
+}
+
 HVServiceManager::HVServiceManager(JNIEnv* env, const EHVAppSetting& settings)
-    : _backend(chosenFactory() ? chosenFactory()(env, settings) : makeLocalBackend(env, settings))
+    : _backend(makeBackend(env, settings))
 {
 }
 

@@ -16,6 +16,9 @@ public:
             if (!owner._idle.empty()) {
                 _mover = std::move(owner._idle.back());
                 owner._idle.pop_back();
+            } else {
+                // Room for all that there are, so that the destructor need not allocate.
+                owner._idle.reserve(++owner._made);
             }
         }
         if (!_mover)

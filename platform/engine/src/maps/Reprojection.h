@@ -36,6 +36,7 @@ private:
     std::string _method;
     std::mutex _mutex;
     std::vector<std::unique_ptr<maps::PointMover>> _idle;
+    std::size_t _made = 0; ///< movers; _idle has room for all of them
     std::atomic<std::uint64_t> _lost = 0;
 };
 

@@ -58,6 +58,7 @@ ConnectionLease Database::connect()
             _idle.pop_back();
             return {*this, std::move(connection)};
         }
+        _idle.reserve(++_made);
     }
     auto connection = std::make_unique<duck::Connection>(_database);
     for (const char* option : kConnectionOptions)
@@ -65,7 +66,7 @@ ConnectionLease Database::connect()
     return {*this, std::move(connection)};
 }
 
-void Database::takeBack(std::unique_ptr<duck::Connection> connection)
+void Database::takeBack(std::unique_ptr<duck::Connection> connection) noexcept
 {
     const std::lock_guard lock(_mutex);
     _idle.push_back(std::move(connection));

@@ -56,13 +56,15 @@ public:
 
 private:
     friend class ConnectionLease;
-    void takeBack(std::unique_ptr<duck::Connection> connection);
+    /// Allocates nothing, since leases end in destructors.
+    void takeBack(std::unique_ptr<duck::Connection> connection) noexcept;
 
     duckdb_database _database = nullptr;
     RowSources _rowSources;
     Reprojections _reprojections;
     std::mutex _mutex;
     std::vector<std::unique_ptr<duck::Connection>> _idle;
+    std::size_t _made = 0; ///< connections; _idle has room for all of them
 };
 
 /// The instance that preload opened, or a new one.

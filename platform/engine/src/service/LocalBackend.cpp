@@ -1,10 +1,8 @@
 #include "LocalBackend.h"
 
 #include "EHVAppSetting.h"
-#include "EngineException.h"
-#include "runtime/DataSources.h"
-#include "runtime/Database.h"
-#include "runtime/FileSpace.h"
+#include "service/ContractFaults.h"
+#include "service/EngineResources.h"
 #include "service/LocalExecution.h"
 #include "service/LocalMetadataService.h"
 
@@ -17,41 +15,43 @@ std::string scratchFolderOf(const EHVAppSetting& settings)
     return folder ? *folder : std::string();
 }
 
-/// The database, the file space and the named data sources, and the services that work on them.
+/// The services of the embedded engine.
 class LocalBackend : public Backend, public ExecutionService
 {
 public:
     explicit LocalBackend(const EHVAppSetting& settings)
-        : _files(settings.analyticRoot(), scratchFolderOf(settings)), _database(adoptDatabase()),
-          _metadata(*_database, _files, _dataSources)
+        : _resources(std::make_shared<EngineResources>(settings)),
+          _metadata(*_resources->database, _resources->files, _resources->dataSources)
     {
-        _database->configure(settings);
     }
 
     ExecutionService* getExecutionService() override { return this; }
     MetadataService* getMetaDataService() override { return &_metadata; }
     Execution* createExecution(const std::string&) override
     {
-        // The contract hands the object over by pointer.
-        return std::make_unique<LocalExecution>(*_database, _files, _dataSources).release();
+        return contracted("the engine cannot begin a job", [this] {
+            // The contract hands the object over by pointer.
+            return std::make_unique<LocalExecution>(_resources).release();
+        });
     }
 
 private:
-    FileSpace _files;
-    std::unique_ptr<Database> _database;
-    DataSources _dataSources;
+    std::shared_ptr<EngineResources> _resources;
     LocalMetadataService _metadata;
 };
 
 } // namespace
 
+EngineResources::EngineResources(const EHVAppSetting& settings)
+    : files(settings.analyticRoot(), scratchFolderOf(settings)), database(adoptDatabase())
+{
+    database->configure(settings);
+}
+
 std::unique_ptr<Backend> makeLocalBackend(JNIEnv*, const EHVAppSetting& settings)
 {
-    try {
-        return std::make_unique<LocalBackend>(settings);
-    } catch (const duck::QueryError& error) {
-        throw Exception(std::string("the engine's database does not start: ") + error.what());
-    }
+    return contracted("the engine does not start",
+                      [&] { return std::make_unique<LocalBackend>(settings); });
 }
 
 } // namespace EmbeddedHV

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <new>
+#include <utility>
 
 #include <unistd.h>
 
@@ -9,9 +10,12 @@
 #include "ErrorIds.h"
 #include "runtime/Job.h"
 #include "runtime/Reporter.h"
+#include "service/ContractFaults.h"
 
 namespace EmbeddedHV {
 namespace {
+
+constexpr const char* kRefusal = "the engine cannot take the job";
 
 /// Unlike that of any other job of this process, and of most others.
 std::string newExecutionId()
@@ -22,8 +26,9 @@ std::string newExecutionId()
 
 } // namespace
 
-LocalExecution::LocalExecution(Database& database, const FileSpace& files, DataSources& dataSources)
-    : _context(std::in_place, database, files, dataSources)
+LocalExecution::LocalExecution(std::shared_ptr<EngineResources> resources)
+    : _resources(std::move(resources)),
+      _context(std::in_place, *_resources->database, _resources->files, _resources->dataSources)
 {
     _context->cancellation = &_cancellation;
 }
@@ -43,22 +48,26 @@ JobContext& LocalExecution::context()
 void LocalExecution::prepare(JNIEnv*, const std::string& jobText)
 {
     context();
-    _jobText = jobText;
+    contracted(kRefusal, [&] { _jobText = jobText; });
 }
 
 void LocalExecution::addInputContainer(JNIEnv*, Container* container)
 {
-    context().containers.push_back(container);
+    JobContext& job = context();
+    contracted(kRefusal, [&] { job.containers.push_back(container); });
 }
 
 void LocalExecution::addOutputContainer(JNIEnv*, Container* container)
 {
-    context().containers.push_back(container);
+    addInputContainer(nullptr, container);
 }
 
 void LocalExecution::addInputIterator(JNIEnv*, RowDataIterator* iterator, void*)
 {
-    context().iterators[iterator->getName()] = iterator;
+    JobContext& job = context();
+    // What the iterator throws is the caller's own, and passes.
+    const std::string name = iterator->getName();
+    contracted(kRefusal, [&] { job.iterators[name] = iterator; });
 }
 
 void LocalExecution::execute(JNIEnv*, ExecutionListener* listener)
@@ -151,6 +160,7 @@ void LocalExecution::release()
     if (_context)
         _context->dropTables();
     _context.reset();
+    _resources.reset();
 }
 
 } // namespace EmbeddedHV

@@ -9,18 +9,20 @@
 #include "JobError.h"
 #include "runtime/Cancellation.h"
 #include "runtime/RowFile.h"
+#include "service/EngineResources.h"
 #include "steps/JobContext.h"
 
 namespace EmbeddedHV {
 
 class Reporter;
 
-/// A job on the embedded engine. One thread at a time, but for cancel.
+/// A job on the embedded engine. One thread at a time, except for cancel, which any thread may call
+/// until the object is deleted. It keeps what it works on when the service is shut down.
 class LocalExecution : public Execution
 {
 public:
-    /// All are borrowed from the service.
-    LocalExecution(Database& database, const FileSpace& files, DataSources& dataSources);
+    /// Throws duck::QueryError if the database gives no connection.
+    explicit LocalExecution(std::shared_ptr<EngineResources> resources);
     ~LocalExecution() override;
 
     void prepare(JNIEnv* env, const std::string& jobText) override;
@@ -45,7 +47,8 @@ private:
     void release();
 
     Cancellation _cancellation;
-    std::optional<JobContext> _context; ///< none after dispose
+    std::shared_ptr<EngineResources> _resources; ///< outlives the context, which borrows from it
+    std::optional<JobContext> _context;          ///< none after dispose
     std::string _jobText;
     std::vector<std::unique_ptr<RowFile>> _outputs;
 };

@@ -22,8 +22,8 @@ TableOutput::~TableOutput()
     if (_adding) {
         try {
             _context.connection->query("ROLLBACK");
-        } catch (const duck::QueryError&) {
-            // The database has ended the transaction by itself.
+        } catch (const std::exception&) {
+            // The database has ended the transaction by itself, or has no memory to do so.
         }
     }
     if (_unfinished)
@@ -87,7 +87,7 @@ void TableOutput::drop(const std::string& table)
 {
     try {
         _context.connection->query("DROP TABLE IF EXISTS " + quotedIdentifier(table));
-    } catch (const duck::QueryError&) {
+    } catch (const std::exception&) {
         // Another job still reads it: the table is unreachable by name and goes with the service.
         return;
     }

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <exception>
+#include <new>
+#include <string>
+
+#include "EngineException.h"
+
+namespace EmbeddedHV {
+
+/// Makes the call. Callers of the engine know Exception and JavaException, so that whatever else
+/// the call throws becomes an Exception, whose text begins with `what`.
+template <class Call>
+auto contracted(const char* what, Call call)
+{
+    try {
+        return call();
+    } catch (const std::bad_alloc&) {
+        throw Exception(std::string(what) + ": there is not enough memory");
+    } catch (const std::exception& error) {
+        throw Exception(std::string(what) + ": " + error.what());
+    }
+}
+
+} // namespace EmbeddedHV
