@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 #include <atomic>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <thread>
 #include <utility>
 
@@ -81,6 +84,56 @@ void wrongOptionIsTold()
     setenv("VEXA_JVM_OPTIONS", "-XX:NoSuchOption=1", 1);
     const std::string failure = startFailure();
     demand(contains(failure, "NoSuchOption"), failure);
+}
+
+/// Each by a machine of its own: the process goes on, and ends as it wants.
+void machineThatGivesUpIsTold(const char* option, const std::string& reason)
+{
+    setenv("VEXA_JVM_OPTIONS", option, 1);
+    const std::string failure = startFailure();
+    demand(contains(failure, "does not start") && contains(failure, reason), failure);
+    demand(startFailure() == failure, "the second attempt tells something else");
+}
+
+void tooLittleMemoryIsTold()
+{
+    machineThatGivesUpIsTold("-Xmx1m", "Too small maximum heap");
+}
+
+void tooLittleSpaceIsTold()
+{
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    constexpr rlim_t kBytes = 600'000'000;
+    const rlimit limit{kBytes, kBytes};
+    setrlimit(RLIMIT_AS, &limit);
+    machineThatGivesUpIsTold("-Dnothing=1", "Could not");
+#endif
+}
+
+void missingModuleIsTold()
+{
+    machineThatGivesUpIsTold("--add-modules=none", "gave up");
+}
+
+void optionThatExitsIsRefused()
+{
+    setenv("VEXA_JVM_OPTIONS", "-Da=b -Xinternalversion", 1);
+    const std::string failure = startFailure();
+    demand(contains(failure, "-Xinternalversion"), failure);
+    unsetenv("VEXA_JVM_OPTIONS");
+    demandStart();
+}
+
+void goneWorkingDirectoryIsTold()
+{
+    {
+        const ScratchFolder folder;
+        std::filesystem::current_path(folder.path);
+    }
+    const std::string failure = startFailure();
+    demand(contains(failure, "working directory"), failure);
+    std::filesystem::current_path("/");
+    demandStart();
 }
 
 void uselessJavaHomeIsPassedOver()
@@ -195,6 +248,11 @@ TEST(JvmStart, EachInAProcessOfItsOwn)
         {"a missing jar can be mended", missingJarCanBeMended},
         {"a broken jar fails for good", brokenJarFailsForGood},
         {"a wrong option is told", wrongOptionIsTold},
+        {"too little memory is told", tooLittleMemoryIsTold},
+        {"too little space is told", tooLittleSpaceIsTold},
+        {"a missing module is told", missingModuleIsTold},
+        {"an option that exits is refused", optionThatExitsIsRefused},
+        {"a gone working directory is told", goneWorkingDirectoryIsTold},
         {"a useless JAVA_HOME is passed over", uselessJavaHomeIsPassedOver},
         {"the process stays as it was", processStaysAsItWas},
         {"one thread starts", oneThreadStarts},
@@ -209,5 +267,6 @@ TEST(JvmStart, EachInAProcessOfItsOwn)
 
 TEST(JvmExit, AnExitFromJavaDoesNotPassForSuccess)
 {
-    EXPECT_EXIT(javaExitAborts(), testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(javaExitAborts(), testing::KilledBySignal(SIGABRT),
+                "told to end the process with status 0");
 }

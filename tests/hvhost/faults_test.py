@@ -213,6 +213,14 @@ class Faults(Case):
                 done = self.run_hvhost(*command, status=4, environment={"VEXA_HOME": str(home)})
                 self.assertIn("hvengine.jar", done.stderr + done.stdout)
 
+    def test_a_machine_that_gives_up(self):
+        """It would end the process with status 1, and its reason would be lost."""
+        for option, reason in (("-Xmx1m", "Too small maximum heap"),
+                               ("-agentlib:none", "agent library none")):
+            for words in (["convert", DATA / "weather.csv", self.folder / "out.csv"], ["doctor"]):
+                done = self.run_hvhost(*words, status=4, environment={"VEXA_JVM_OPTIONS": option})
+                self.assertIn(reason, done.stderr)
+
     def test_no_machine(self):
         """Java hidden behind an empty folder, in a view of the file system of its own."""
         hide = ["unshare", "--mount", "--map-root-user", "sh", "-c",

@@ -26,8 +26,9 @@ public:
     bool IsStarted() const;
     /// Waits while another thread is starting the machine. True: one is up, attach to it.
     bool WaitForStartedJVM();
-    /// Throws VexaJVMError, which lists each place tried, if there is no machine to start or it
-    /// does not start, and names a jar that is missing.
+    /// The calling thread stays attached until it ends. Throws VexaJVMError if there is no machine
+    /// to start, listing each place tried; if a jar is missing, naming it; and if the machine gives
+    /// up while it starts, with what it printed. A failure of the machine itself is final.
     void StartJVMAndAttachThread(JNIEnv** env);
     /// Attaches the calling thread, or finds that it is attached. Throws VexaJVMError.
     void AttachCurrentThread(JNIEnv** env);
@@ -43,6 +44,7 @@ public:
     /// Adds an option for the start; has no effect afterwards.
     void AddOption(const std::string& option);
     /// Receives what the machine prints, instead of the standard streams; set before the start.
+    /// Without a receiver the machine's last words before it ends the process go to standard error.
     void SetOutput(std::function<void(const std::string&)> output);
 
 private:

@@ -46,6 +46,13 @@ jint JavaThread::attach(JavaVM* machine, JNIEnv** env)
     return result;
 }
 
+jint JavaThread::attachForGood(JavaVM* machine, JNIEnv** env)
+{
+    const jint result = attach(machine, env);
+    _isForGood = _isForGood || result == JNI_OK;
+    return result;
+}
+
 std::uint64_t JavaThread::attachment()
 {
     return currentAttachment;
@@ -53,7 +60,7 @@ std::uint64_t JavaThread::attachment()
 
 void JavaThread::detach()
 {
-    if (_depth == 0 || --_depth > 0 || _machine == nullptr)
+    if (_depth == 0 || --_depth > 0 || _machine == nullptr || _isForGood)
         return;
     _machine->DetachCurrentThread();
     _machine = nullptr;

@@ -20,6 +20,8 @@ public:
 
     /// The result code of JNI.
     jint attach(JavaVM* machine, JNIEnv** env);
+    /// The same for as long as the thread lives, however often it is detached.
+    jint attachForGood(JavaVM* machine, JNIEnv** env);
     void detach();
 
     /// The number of the calling thread's attachment, which no other one has, before or after it
@@ -33,4 +35,5 @@ private:
 
     JavaVM* _machine = nullptr; ///< set while an attachment that was made here is open
     int _depth = 0;
+    bool _isForGood = false;
 };

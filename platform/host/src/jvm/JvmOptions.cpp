@@ -2,8 +2,11 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <sstream>
+#include <system_error>
 
 #include "CFAppHost.h"
 #include "ExtNameStr.h"
@@ -68,6 +71,26 @@ void appendFromEnvironment(std::vector<std::string>& texts)
     for (std::string word; words >> word;)
         texts.push_back(word);
 }
+
+/// With these the machine does its work and ends the process, as if all were well.
+void refuseOptionsThatExit(const std::vector<std::string>& texts)
+{
+    for (const char* option : {"-Xinternalversion", "-Xlog:help", "-Xshare:dump"})
+        if (std::find(texts.begin(), texts.end(), option) != texts.end())
+            throw VexaJVMError(std::string("The Java virtual machine cannot be started with ") +
+                               option + ", which ends the process");
+}
+
+/// The machine needs one, even if nothing is read there.
+void requireWorkingDirectory()
+{
+    std::error_code error;
+    std::filesystem::current_path(error);
+    if (error)
+        throw VexaJVMError("The Java virtual machine needs the working directory, which is gone or "
+                           "cannot be read: " +
+                           error.message());
+}
 } // namespace
 
 JvmOptions jvmOptions(const std::vector<std::string>& added)
@@ -76,6 +99,7 @@ JvmOptions jvmOptions(const std::vector<std::string>& added)
     JvmOptions options;
     options.jar = components + "/hvengine.jar";
     requireJar(options.jar);
+    requireWorkingDirectory();
 
     options.texts.assign(std::begin(FixedOptions), std::end(FixedOptions));
     options.texts.push_back("-Djava.class.path=" + options.jar);
@@ -87,5 +111,6 @@ JvmOptions jvmOptions(const std::vector<std::string>& added)
     // user's more than all.
     options.texts.insert(options.texts.end(), added.begin(), added.end());
     appendFromEnvironment(options.texts);
+    refuseOptionsThatExit(options.texts);
     return options;
 }

@@ -4,8 +4,13 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "JvmStart.h"
+
 namespace {
 constinit JvmOutput* installed = nullptr;
+
+// Bytes of what was printed that are worth keeping to explain the end of the process.
+constexpr std::size_t kMostRecent = 4096;
 
 jint JNICALL printHook(FILE*, const char* format, va_list arguments)
 {
@@ -25,9 +30,16 @@ jint JNICALL printHook(FILE*, const char* format, va_list arguments)
 /// instead makes it the fault that it is, visible to whatever watches the host.
 void JNICALL exitHook(jint status)
 {
-    installed->take("The Java virtual machine was told to end the process with status " +
-                    std::to_string(status) + ".\n");
+    installed->takeLast("The Java virtual machine was told to end the process with status " +
+                        std::to_string(status) + ".\n");
     std::abort();
+}
+
+/// The machine cannot go on, and ends the process when this returns.
+void JNICALL abortHook()
+{
+    JvmStart::giveUp();
+    installed->takeLast("The Java virtual machine cannot go on, and ends the process.\n");
 }
 } // namespace
 
@@ -56,9 +68,22 @@ void JvmOutput::take(const std::string& text)
         const std::lock_guard<std::mutex> lock(_mutex);
         if (_starting)
             _startText += text;
+        _recent += text;
+        if (_recent.size() > kMostRecent)
+            _recent.erase(0, _recent.size() - kMostRecent);
     }
     if (_receiver)
         _receiver(text);
+}
+
+void JvmOutput::takeLast(const std::string& text)
+{
+    take(text);
+    if (_receiver)
+        return;
+    const std::lock_guard<std::mutex> lock(_mutex);
+    std::fputs(_recent.c_str(), stderr);
+    std::fflush(stderr);
 }
 
 std::vector<JavaVMOption> JvmOutput::hooks()
@@ -66,6 +91,8 @@ std::vector<JavaVMOption> JvmOutput::hooks()
     // The option texts are not changed by the machine; its interface predates const.
     static char print[] = "vfprintf";
     static char exit[] = "exit";
+    static char abort[] = "abort";
     return {{print, reinterpret_cast<void*>(&printHook)},
-            {exit, reinterpret_cast<void*>(&exitHook)}};
+            {exit, reinterpret_cast<void*>(&exitHook)},
+            {abort, reinterpret_cast<void*>(&abortHook)}};
 }

@@ -8,8 +8,9 @@
 #include <vector>
 
 /// Takes what the machine prints. A library has no business on the host's streams, so the text goes
-/// to the receiver, or nowhere; what is printed during the start is kept as well, since it tells
-/// why a start failed.
+/// to the receiver, or nowhere. What is printed during the start is kept as well, since it tells
+/// why a start failed. Where there is no receiver, the last text before the machine ends the
+/// process goes to standard error, since nobody could learn the reason otherwise.
 ///
 /// The machine calls back without any data of ours, so there is one object for the process; it must
 /// outlive the machine.
@@ -26,8 +27,10 @@ public:
     /// What was printed since beginStart.
     std::string endStart();
     void take(const std::string& text);
+    /// The text is the last one: the process ends.
+    void takeLast(const std::string& text);
 
-    /// The options that lead the machine's output and its exit here.
+    /// The options that lead the machine's output, its exit and its abortion here.
     static std::vector<JavaVMOption> hooks();
 
 private:
@@ -35,4 +38,5 @@ private:
     std::mutex _mutex;
     bool _starting = false;
     std::string _startText;
+    std::string _recent;
 };

@@ -4,6 +4,7 @@
 #include <clocale>
 #include <condition_variable>
 #include <mutex>
+#include <utility>
 
 #include "JNIAccessor.h"
 #include "JNIException.h"
@@ -11,6 +12,7 @@
 #include "JvmLibrary.h"
 #include "JvmOptions.h"
 #include "JvmOutput.h"
+#include "JvmStart.h"
 #include "VexaJVMError.h"
 
 namespace {
@@ -49,7 +51,7 @@ private:
     std::string _locale;
 };
 
-/// The machine takes pointers, so the texts must outlive its start.
+/// The table points into the texts.
 std::vector<JavaVMOption> optionTable(std::vector<std::string>& texts)
 {
     std::vector<JavaVMOption> table = JvmOutput::hooks();
@@ -69,6 +71,15 @@ void requireClasses(JNIEnv* env, const std::string& jar)
         throw VexaJVMError("The engine's jar is broken: " + jar + ": " + exception.className() +
                            ": " + exception.message());
     }
+}
+
+/// The thread that starts the machine is never detached from it.
+void attachStarter(JavaVM* machine, JNIEnv** env)
+{
+    const jint result = JavaThread::current().attachForGood(machine, env);
+    if (result != JNI_OK)
+        throw VexaJVMError("The thread that starts the Java virtual machine cannot be attached: " +
+                           describeResult(result));
 }
 } // namespace
 
@@ -99,6 +110,7 @@ struct VexaJVM::Impl
     /// Starts the machine on the calling thread. A start that did not get as far as the machine may
     /// be tried again; after that the process cannot have another.
     void start(JNIEnv** env);
+    [[noreturn]] void fail(const std::string& reason, bool isForGood);
     void create(const JvmLibrary& library, JvmOptions options, JNIEnv** env);
 };
 
@@ -122,6 +134,14 @@ void VexaJVM::Impl::settle(State next)
     changed.notify_all();
 }
 
+void VexaJVM::Impl::fail(const std::string& reason, bool isForGood)
+{
+    machine = nullptr;
+    failure = reason;
+    settle(isForGood ? State::Failed : State::NotStarted);
+    throw VexaJVMError(reason);
+}
+
 void VexaJVM::Impl::start(JNIEnv** env)
 {
     bool created = false;
@@ -134,28 +154,27 @@ void VexaJVM::Impl::start(JNIEnv** env)
         created = true;
         create(library, std::move(options), env);
         settle(State::Started);
+    } catch (const VexaJVMError& error) {
+        fail(error.what(), created);
     } catch (const std::exception& exception) {
-        machine = nullptr;
-        failure = exception.what();
-        settle(created ? State::Failed : State::NotStarted);
-        throw;
+        fail(std::string("The Java virtual machine does not start: ") + exception.what(), created);
     }
 }
 
 void VexaJVM::Impl::create(const JvmLibrary& library, JvmOptions options, JNIEnv** env)
 {
     const LocaleGuard locale;
-    std::vector<JavaVMOption> table = optionTable(options.texts);
-    JavaVMInitArgs arguments{JNI_VERSION_10, static_cast<jint>(table.size()), table.data(),
-                             JNI_FALSE};
-    JavaVM* created = nullptr;
+    const std::vector<JavaVMOption> table = optionTable(options.texts);
     output.beginStart();
-    const jint result = library.create(&created, env, &arguments);
+    // The strings keep their places when their vector moves.
+    const JvmStart::Outcome outcome = JvmStart::create(library, table, std::move(options.texts));
     const std::string printed = output.endStart();
-    if (result != JNI_OK)
+    if (outcome.result != JNI_OK)
         throw VexaJVMError("The Java virtual machine of " + library.path() + " does not start: " +
-                           describeResult(result) + (printed.empty() ? "" : "\n" + printed));
-    machine = created;
+                           (outcome.result ? describeResult(*outcome.result) : "it gave up") +
+                           (printed.empty() ? "" : "\n" + printed));
+    attachStarter(outcome.machine, env);
+    machine = outcome.machine;
     requireClasses(*env, options.jar);
 }
 
