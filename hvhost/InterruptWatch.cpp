@@ -6,9 +6,13 @@
 
 #include <csignal>
 #include <cstdio>
+#include <string>
+#include <utility>
 
 #include "Attention.h"
 #include "CFAppHost.h"
+#include "EngineException.h"
+#include "Text.h"
 
 namespace {
 
@@ -98,10 +102,32 @@ void InterruptWatch::watch(std::optional<double> timeout)
         if (timeout && std::chrono::duration<double>(now - start).count() >= *timeout)
             _timedOut = true;
         if (_interrupted || _timedOut) {
-            GetAdapter()->interrupt();
+            tellAdapter();
             abandonIfDeaf(now);
         }
     }
+}
+
+/// An exception that leaves the thread would end the process. The stop is told again at the next
+/// look, so that a cancellation that fails once is tried again.
+void InterruptWatch::tellAdapter()
+{
+    std::string reason;
+    try {
+        GetAdapter()->interrupt();
+        return;
+    } catch (const EmbeddedHV::Exception& error) {
+        reason = error.getMessage();
+    } catch (const EmbeddedHV::JavaException& error) {
+        reason = error.getMessage();
+    } catch (const std::exception& error) {
+        reason = error.what();
+    } catch (...) {
+        reason = "unknown exception";
+    }
+    if (!std::exchange(_hasFailed, true))
+        std::fprintf(stderr, "hvhost: warning: the job cannot be cancelled: %s\n",
+                     printable(reason).c_str());
 }
 
 std::optional<CommandFault> InterruptWatch::stop() const

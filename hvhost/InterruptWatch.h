@@ -51,6 +51,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void watch(std::optional<double> timeout);
+    void tellAdapter();
     void interrupted(Clock::time_point now);
     void abandonIfDeaf(Clock::time_point now);
     std::optional<CommandFault> stop() const;
@@ -59,8 +60,10 @@ private:
     std::atomic<bool> _ended = false;
     std::atomic<bool> _interrupted = false;
     std::atomic<bool> _timedOut = false;
-    Clock::time_point _firstInterrupt;         ///< for the watching thread alone
-    std::optional<Clock::time_point> _stopped; ///< the same
+    // For the watching thread alone.
+    Clock::time_point _firstInterrupt;
+    std::optional<Clock::time_point> _stopped;
+    bool _hasFailed = false; ///< whether the user was told that a job cannot be cancelled
     /// Guards the next two. The watching thread does not let go of it when it ends the process.
     mutable std::mutex _abandoning;
     mutable int _abandonable = 0;
