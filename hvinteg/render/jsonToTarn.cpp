@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "JNIException.h"
 #include "TnOutput.h"
 #include "render/DictionaryReader.h"
 #include "render/HostString.h"
@@ -44,16 +43,11 @@ struct HVINTEG_HIDDEN jsonToTarn::Impl
     std::vector<OutputOrder> outputs;
 };
 
-/// A data model that does not come across leaves the dictionary as far as it got.
 void jsonToTarn::Impl::readDictionary()
 {
-    try {
-        const LocalRef<> model = context.reader.get(context.document.getTop(), "dataModel");
-        if (model)
-            DictionaryReader(context.dictionary, model.get()).read();
-    } catch (const JNIException&) {
-        // Fields that are not known are shown by their names.
-    }
+    const LocalRef<> model = context.reader.get(context.document.getTop(), "dataModel");
+    if (model)
+        DictionaryReader(context.dictionary, model.get()).read();
 }
 
 bool jsonToTarn::Impl::render(jobject result)

@@ -26,7 +26,7 @@ class HVINTEG_EXPORT jsonToTarn
 {
 public:
     /// All pointers and references are borrowed; the data source may be null. Without a document
-    /// only interactive views come of it.
+    /// only interactive views come of it. What Java throws while the data model is read passes.
     jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings);
     jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings,
                const std::string& json);
@@ -49,7 +49,8 @@ public:
     /// Shows the result object of that name, a key of the document's top. False if there is none,
     /// or if the document could not be read, which is told as a warning; else true, whatever came
     /// of it. Without a document: whether there was output other than interactive views. What Java
-    /// throws costs the object that is being shown. A table of more than 10 million cells is
+    /// throws while an object is shown costs this object alone; what it throws while the messages
+    /// of the result are read passes, ahead of any output. A table of more than 10 million cells is
     /// replaced by a warning. When the user asks the host for a stop, this returns early and leaves
     /// what is shown until then, maybe a part of a table.
     bool generateOutput(const std::string& path);
