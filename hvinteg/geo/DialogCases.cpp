@@ -6,18 +6,13 @@
 
 namespace {
 
-/// Null, with or without a reason, if there is no data source.
-std::unique_ptr<UserInputCaseFile> openFile(const std::string& path, std::string& reason)
+/// Null if there is no data source. Throws ErrorText.
+std::unique_ptr<UserInputCaseFile> openFile(const std::string& path)
 {
     UserCaseFileSpec spec;
     spec.Init(path, true, false);
-    try {
-        auto file = std::make_unique<UserInputCaseFile>(spec, nullptr);
-        return file->DataSource() != nullptr ? std::move(file) : nullptr;
-    } catch (const ErrorText& error) {
-        reason = error.what();
-        return nullptr;
-    }
+    auto file = std::make_unique<UserInputCaseFile>(spec, nullptr);
+    return file->DataSource() != nullptr ? std::move(file) : nullptr;
 }
 
 } // namespace
@@ -25,13 +20,18 @@ std::unique_ptr<UserInputCaseFile> openFile(const std::string& path, std::string
 std::unique_ptr<DialogCases> DialogCases::open(const DialogChoice& choice, const char* name,
                                                std::string& reason)
 {
-    std::unique_ptr<UserInputCaseFile> file;
-    if (choice.dataset == kNoDataset) {
-        file = openFile(choice.path, reason);
-        if (file == nullptr)
-            return nullptr;
+    try {
+        std::unique_ptr<UserInputCaseFile> file;
+        if (choice.dataset == kNoDataset) {
+            file = openFile(choice.path);
+            if (file == nullptr)
+                return nullptr;
+        }
+        return std::make_unique<DialogCases>(std::move(file), choice, name);
+    } catch (const ErrorText& error) {
+        reason = error.what();
+        return nullptr;
     }
-    return std::make_unique<DialogCases>(std::move(file), choice, name);
 }
 
 DialogCases::DialogCases(std::unique_ptr<UserInputCaseFile> file, const DialogChoice& choice,

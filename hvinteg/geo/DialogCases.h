@@ -23,9 +23,8 @@ struct DialogChoice
 class DialogCases
 {
 public:
-    /// `name` is what jobs read the rows by. Throws ErrorText for a dataset that cannot be opened.
-    /// Null, with the reason in UTF-8, for a file that cannot be; an empty reason if no file is
-    /// named.
+    /// `name` is what jobs read the rows by. Null, with the reason in UTF-8, for a dataset or a
+    /// file that cannot be opened; the reason is empty if no file is named.
     static std::unique_ptr<DialogCases> open(const DialogChoice& choice, const char* name,
                                              std::string& reason);
 

@@ -122,7 +122,7 @@ private:
 
     /// Runs a job that reads the cases, from the first one on.
     bool runOn(HVRawDataIterator& iterator, const std::string& job);
-    /// Null, with a reason, if a data file cannot be opened.
+    /// Null, with a reason, if a dataset or a data file cannot be opened.
     std::unique_ptr<DialogCases> openCases(const DialogChoice& data, const char* name);
     std::vector<std::string> toUtf8(const std::vector<std::string>& texts) const;
 

@@ -27,9 +27,13 @@ struct SeriesScoring;
 ///         draw(actual, predicted);
 ///
 /// What needs data prepares them as the model's own were, anew at each request. Paths are in the
-/// host's encoding, as are the names given to getGatingInfo; all other texts are UTF-8. A request
-/// that gives false has a reason, for hasError and getMessages, where a job failed; none where the
-/// model cannot be read, or does not know a field or a series.
+/// host's encoding, as are the names given to getGatingInfo; all other texts are UTF-8.
+///
+/// Errors: a request is false, with a reason for hasError and getMessages, if a job failed, and if
+/// the dataset or the data file is unknown or cannot be opened. It is false without a reason if the
+/// model is missing or damaged, or does not know a field or a series. No damaged model and no
+/// unknown dataset makes a request throw. Exceptions of the engine outside the run of a job, and of
+/// Java while a job is composed, pass.
 class HVINTEG_EXPORT HVInteractiveTSR : public HVInteractive
 {
 public:

@@ -1,6 +1,7 @@
 #include <fstream>
 
 #include "CFMetaData.h"
+#include "ErrorText.h"
 #include "ExtNameStr.h"
 #include "bridge/JNIJSONObject.h"
 #include "descriptive/HVDescriptive.h"
@@ -53,18 +54,28 @@ std::string preparationJob(const std::string& reader, const std::string& setting
 /// The dataset is open only while its fields are looked up: the rows open it on their own.
 bool HVInteractiveTSR::fitSettings(PreparationReplay& replay)
 {
-    const SvrDMInputDataSource source(replay.dataset, false);
-    return replay.settings.read(replay.modelPath) &&
-           replay.settings.findVariables(*source.operator->(), replay.dimFields);
+    try {
+        const SvrDMInputDataSource source(replay.dataset, false);
+        return replay.settings.read(replay.modelPath) &&
+               replay.settings.findVariables(*source.operator->(), replay.dimFields);
+    } catch (const ErrorText& error) { // the dataset cannot be opened
+        setException(error.what());
+        return false;
+    }
 }
 
 /// Each job reads what the one before it left, the first one the rows.
 bool HVInteractiveTSR::prepareData(PreparationReplay& replay, const std::string& timeField)
 {
     const std::set<int>& variables = replay.settings.variables();
-    replay.rows = std::make_unique<HVRawDataIterator>(
-        replay.dataset, std::vector<int>(variables.begin(), variables.end()),
-        std::vector<MeasurementLevel>(), true, kWeightRound, true);
+    try {
+        replay.rows = std::make_unique<HVRawDataIterator>(
+            replay.dataset, std::vector<int>(variables.begin(), variables.end()),
+            std::vector<MeasurementLevel>(), true, kWeightRound, true);
+    } catch (const ErrorText& error) { // somebody has closed the dataset meanwhile
+        setException(error.what());
+        return false;
+    }
     HVRawDataIterator& rows = *replay.rows;
     rows.SetName("_activeDataset_");
     const bool isTextTime = isText(rows, timeField);

@@ -50,6 +50,10 @@ bool GetMetaData(const std::string& modelPath, CFMetaData& metadata)
     // What stands behind the element its reader passes over.
     if (xml.find(kEnd) == std::string::npos)
         xml += kEnd;
-    metadata = CFMetaData(xml, nullptr);
-    return true;
+    try {
+        metadata = CFMetaData(xml, nullptr);
+        return true;
+    } catch (const CFMetaDataError&) {
+        return false;
+    }
 }

@@ -20,6 +20,6 @@ bool readEntry(ZipReader& archive, const char* entry, std::string& text);
 bool readFullDataModel(ZipReader& model, std::string& xml);
 
 /// The same as metadata. In it a dimension field lists the values of its base field, and the field
-/// "metricField" the metrics, each as a label, with its code as the datum. Throws CFMetaDataError
-/// for a data model that is none.
+/// "metricField" the metrics, each as a label, with its code as the datum. False, too, for a data
+/// model that is damaged.
 bool GetMetaData(const std::string& modelPath, CFMetaData& metadata);

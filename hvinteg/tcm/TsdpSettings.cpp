@@ -1,5 +1,6 @@
 #include "tcm/TsdpSettings.h"
 
+#include "JNIException.h"
 #include "bridge/JNIJSONObject.h"
 #include "bridge/LocalRef.h"
 #include "support/Tracing.h"
@@ -52,8 +53,12 @@ bool TsdpSettings::read(const std::string& modelPath)
     if (!readEntry(reader, kPreparationEntry, json))
         return false;
     traceJSONFile(json, "TSDPOutputContent", kTracedOperation);
-    if (!takeFrom(json))
+    try {
+        if (!takeFrom(json))
+            return false;
+    } catch (const JNIException&) { // Java cannot handle it, as where it is nested too deeply
         return false;
+    }
     traceJSONFile(_text, "TSDPSettingsContent", kTracedOperation);
     return true;
 }

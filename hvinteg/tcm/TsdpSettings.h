@@ -14,7 +14,7 @@ class TsdpSettings
 {
 public:
     /// Takes the settings out of a model file; its path is in the host's encoding. False if there
-    /// are none.
+    /// are none, or they are damaged.
     bool read(const std::string& modelPath);
     /// Finds the columns of all fields in a dataset. False for one that is not there, for
     /// dimensions other than those of the caller, UTF-8, in number, order or name, and without a

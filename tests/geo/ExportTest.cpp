@@ -249,8 +249,9 @@ TEST_F(Export, RefusesPointsThatAreNone)
     EXPECT_FALSE(exportFile(""));
     EXPECT_EQ(reason(), "|Cannot read the selected file.|");
     EXPECT_THAT(jobs(), IsEmpty());
-    EXPECT_ANY_THROW(maps->getPointGeoJSON("CARTESIAN", 0, "", 0, dataset + 1, "",
-                                           {"east", "north"}, path("out.xml"), path("out.json")));
+    EXPECT_FALSE(maps->getPointGeoJSON("CARTESIAN", 0, "", 0, dataset + 1, "", {"east", "north"},
+                                       path("out.xml"), path("out.json")));
+    EXPECT_THAT(reason(), testing::HasSubstr("there is no open dataset"));
 }
 
 TEST_F(Export, ExplainsAFailureThatTheEngineDoesNot)
