@@ -1,4 +1,5 @@
 #include <atomic>
+#include <exception>
 #include <mutex>
 
 #include "Attention.h"
@@ -6,9 +7,14 @@
 
 namespace {
 
-void note(const char* what)
+/// Left out if there is no memory for it: destructors take handlers out.
+void note(const char* what) noexcept
 {
-    HostJournal::instance().add({HostJournal::Kind::Interrupt, what});
+    try {
+        HostJournal::instance().add({HostJournal::Kind::Interrupt, what});
+    } catch (const std::exception&) {
+        return;
+    }
 }
 
 } // namespace

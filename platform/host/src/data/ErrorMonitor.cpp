@@ -24,7 +24,12 @@ VexaErrorMonitor::VexaErrorMonitor(void (*reporter)(const std::string& text)) : 
 
 VexaErrorMonitor::~VexaErrorMonitor()
 {
-    Finish();
+    try {
+        Finish();
+    } catch (const std::exception&) {
+        // There is no memory for the line.
+        return;
+    }
 }
 
 void VexaErrorMonitor::Finish()
