@@ -8,6 +8,7 @@
 #include "datafile/ParquetColumns.h"
 #include "datafile/Utf8.h"
 #include "maps/GeographyLibrary.h"
+#include "runtime/ThreadBorder.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -98,12 +99,14 @@ void LayerSource::guarded(Work work) noexcept
 
 void LayerSource::begin(const std::vector<std::size_t>& fields) noexcept
 {
+    const border::Call call(&_cancellation);
     _ended = false;
     guarded([&] { _layer->rewind(fields); });
 }
 
 bool LayerSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept
 {
+    const border::Call call(&_cancellation);
     if (!_failure)
         guarded([&] { duckdb_data_chunk_set_size(chunk, pull(chunk, fields)); });
     return !_failure;

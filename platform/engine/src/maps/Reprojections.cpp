@@ -9,6 +9,7 @@
 #include "datafile/DuckFunctions.h"
 #include "datafile/RaisedFault.h"
 #include "maps/Reprojection.h"
+#include "runtime/ThreadBorder.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -74,6 +75,7 @@ void reproject(duckdb_function_info info, duckdb_data_chunk input, duckdb_vector
     } catch (const std::exception& error) {
         duckdb_scalar_function_set_error(info, error.what());
     }
+    border::handOver(reprojection);
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include "runtime/ThreadBorder.h"
+
 namespace EmbeddedHV {
 namespace {
 
@@ -15,12 +17,14 @@ QueryWatch::QueryWatch(duckdb_connection connection, Cancellation& cancellation,
     : _connection(connection), _cancellation(cancellation), _progress(std::move(progress)),
       _thread([this] { run(); })
 {
+    border::handOver(&_cancellation);
 }
 
 QueryWatch::~QueryWatch()
 {
     _cancellation.wake([this] { _done = true; });
     _thread.join();
+    border::takeOver(&_cancellation);
 }
 
 void QueryWatch::run()

@@ -12,6 +12,9 @@ namespace EmbeddedHV {
 /// Watches one running statement from a thread of its own: reports its progress a few times a
 /// second and interrupts it when the job is to end. An interrupt that comes before the statement
 /// has begun is forgotten by the database, so it is repeated until the watch ends.
+///
+/// The calls of the statement into our code take over at the job's cancellation from the thread
+/// that makes the watch, and hand over there to the thread that ends it.
 class QueryWatch
 {
 public:

@@ -6,6 +6,7 @@
 #include "ErrorIds.h"
 #include "runtime/DataModel.h"
 #include "runtime/RowColumn.h"
+#include "runtime/ThreadBorder.h"
 
 namespace EmbeddedHV {
 
@@ -26,6 +27,7 @@ RowSource::~RowSource()
 
 bool RowSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept
 {
+    const border::Call call(&_cancellation);
     if (_failure)
         return false;
     try {

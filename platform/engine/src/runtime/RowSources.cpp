@@ -10,6 +10,7 @@
 #include "datafile/Duck.h"
 #include "datafile/DuckFunctions.h"
 #include "runtime/RecordSource.h"
+#include "runtime/ThreadBorder.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -27,6 +28,7 @@ struct Scan
 template <class T>
 void destroy(void* object)
 {
+    border::takeOver(object);
     delete static_cast<T*>(object);
 }
 
@@ -50,12 +52,14 @@ void bind(duckdb_bind_info info)
     for (const CFField& field : source->fields())
         duckdb_bind_add_result_column(info, field.GetName().c_str(),
                                       duck::LogicalType(columnTypeOf(field.GetStorage())).get());
+    border::handOver(scan.get());
     duckdb_bind_set_bind_data(info, scan.release(), destroy<Scan>);
 }
 
 void init(duckdb_init_info info)
 {
     const auto* bound = static_cast<const Scan*>(duckdb_init_get_bind_data(info));
+    const border::Call call(bound);
     auto scan = std::make_unique<Scan>(*bound);
     const idx_t count = duckdb_init_get_column_count(info);
     for (idx_t i = 0; i < count; ++i)
@@ -65,6 +69,7 @@ void init(duckdb_init_info info)
         source->begin(scan->fields);
     // The row protocol has one present record.
     duckdb_init_set_max_threads(info, 1);
+    border::handOver(scan.get());
     duckdb_init_set_init_data(info, scan.release(), destroy<Scan>);
 }
 
@@ -72,6 +77,7 @@ void scan(duckdb_function_info info, duckdb_data_chunk chunk)
 {
     auto* sources = static_cast<RowSources*>(duckdb_function_get_extra_info(info));
     const auto* state = static_cast<const Scan*>(duckdb_function_get_init_data(info));
+    const border::Call call(state);
     RecordSource* source = sources->find(state->id);
     if (!source || !source->fill(chunk, state->fields))
         duckdb_function_set_error(info, "the source failed");

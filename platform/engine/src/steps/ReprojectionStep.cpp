@@ -7,6 +7,7 @@
 #include "maps/Reprojection.h"
 #include "maps/Reprojections.h"
 #include "runtime/Reporter.h"
+#include "runtime/ThreadBorder.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {
@@ -24,7 +25,11 @@ public:
     }
     KnownReprojection(const KnownReprojection&) = delete;
     KnownReprojection& operator=(const KnownReprojection&) = delete;
-    ~KnownReprojection() { _registry.remove(_id); }
+    ~KnownReprojection()
+    {
+        _registry.remove(_id);
+        border::takeOver(_reprojection.get());
+    }
 
     Reprojection& reprojection() const { return *_reprojection; }
     const std::string& field() const { return _field; }
