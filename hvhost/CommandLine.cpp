@@ -4,6 +4,7 @@
 
 #include <exception>
 #include <iostream>
+#include <new>
 
 #include <CLI/CLI.hpp>
 
@@ -365,6 +366,33 @@ void parse(CLI::App& app, int count, char** words)
     flushStandardOutput();
 }
 
+/// What ends the command, whatever it is: called while it is handled.
+CommandFault faultInFlight()
+{
+    try {
+        throw;
+    } catch (const CommandFault& fault) {
+        return fault;
+    } catch (const std::bad_alloc&) {
+        return {ExitStatus::JobFailed, "there is not enough memory"};
+    } catch (const std::exception& error) {
+        return {ExitStatus::JobFailed, error.what()};
+    } catch (...) {
+        return {ExitStatus::JobFailed, "the command failed for a reason that is not known"};
+    }
+}
+
+int run(int count, char** words)
+{
+    CommandLine line;
+    try {
+        parse(line.app(), count, words);
+        return static_cast<int>(ExitStatus::Done);
+    } catch (...) {
+        return reportFault(faultInFlight(), line.common());
+    }
+}
+
 } // namespace
 
 int runCommandLine(int count, char** words)
@@ -377,13 +405,10 @@ int runCommandLine(int count, char** words)
     if (isatty(STDOUT_FILENO) != 0)
         cleaned.emplace(std::cout);
     const TempDirectoryScope tempDirectory;
-    CommandLine line;
     try {
-        parse(line.app(), count, words);
-        return static_cast<int>(ExitStatus::Done);
-    } catch (const CommandFault& fault) {
-        return reportFault(fault, line.common());
-    } catch (const std::exception& error) {
-        return reportFault(CommandFault(ExitStatus::JobFailed, error.what()), line.common());
+        return run(count, words);
+    } catch (...) {
+        // The options are not there, so no log is known.
+        return reportFault(faultInFlight(), {});
     }
 }

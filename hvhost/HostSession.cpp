@@ -41,6 +41,20 @@ private:
     std::thread _thread;
 };
 
+/// Turns what the engine throws, which is no std::exception, into a fault of the command. `status`
+/// is that of an exception of the engine's own.
+template <class Work>
+void callEngine(ExitStatus status, Work work)
+{
+    try {
+        work();
+    } catch (const EmbeddedHV::Exception& error) {
+        throw CommandFault(status, error.getMessage());
+    } catch (const EmbeddedHV::JavaException& error) {
+        throw CommandFault(ExitStatus::JobFailed, error.getMessage(), {}, error.getTrace());
+    }
+}
+
 std::unique_ptr<HVRunner> startRunner(TnProcedure* procedure)
 {
     const PreloadThread preload;
@@ -102,16 +116,15 @@ void HostSession::perform(const std::function<bool()>& work, const JobOrigin& or
 {
     bool done = false;
     observed([&] {
-        try {
-            done = work();
-        } catch (const EmbeddedHV::Exception& error) {
-            throw CommandFault(ExitStatus::Engine, error.getMessage());
-        } catch (const EmbeddedHV::JavaException& error) {
-            throw CommandFault(ExitStatus::JobFailed, error.getMessage(), {}, error.getTrace());
-        } catch (const JNIException& error) {
-            throw CommandFault(ExitStatus::JobFailed,
-                               "the job cannot be composed: " + error.message(), {}, error.trace());
-        }
+        callEngine(ExitStatus::Engine, [&] {
+            try {
+                done = work();
+            } catch (const JNIException& error) {
+                throw CommandFault(ExitStatus::JobFailed,
+                                   "the job cannot be composed: " + error.message(), {},
+                                   error.trace());
+            }
+        });
     });
     settle({}, origin);
     if (!done)
@@ -133,21 +146,13 @@ void HostSession::observed(const std::function<void()>& work)
 
 void HostSession::execute(const std::string& jobText, HVStatDataIterator* rows)
 {
-    try {
+    callEngine(ExitStatus::Engine, [&] {
         _runner->prepareHVLJob(jobText);
-    } catch (const EmbeddedHV::Exception& error) {
-        throw CommandFault(ExitStatus::Engine, error.getMessage());
-    }
-    if (rows)
-        _runner->addInputIterator(rows);
+        if (rows)
+            _runner->addInputIterator(rows);
+    });
     _watch.check();
-    try {
-        _runner->execute();
-    } catch (const EmbeddedHV::JavaException& error) {
-        throw CommandFault(ExitStatus::JobFailed, error.getMessage(), {}, error.getTrace());
-    } catch (const EmbeddedHV::Exception& error) {
-        throw CommandFault(ExitStatus::JobFailed, error.getMessage());
-    }
+    callEngine(ExitStatus::JobFailed, [&] { _runner->execute(); });
 }
 
 /// What the job told, and the fault that it ended with.

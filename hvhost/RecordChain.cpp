@@ -84,6 +84,9 @@ std::string generateJob(JNIHvlProgram& program, HVLFunction& last)
         throw CommandFault(ExitStatus::JobFailed, "the job cannot be composed: " + error.message(),
                            {}, error.trace());
     }
+    // Java may leave out what it has no memory for. A job without statements would count as done.
+    if (job.empty())
+        throw CommandFault(ExitStatus::JobFailed, "the job cannot be composed: it has no text");
     traceHVLFile(job, "HvlJobText", "hvhost");
     return job;
 }
