@@ -366,19 +366,23 @@ void parse(CLI::App& app, int count, char** words)
     flushStandardOutput();
 }
 
+constexpr const char* kUnknownReason = "the command failed for a reason that is not known";
+
 /// What ends the command, whatever it is: called while it is handled.
 CommandFault faultInFlight()
 {
     try {
         throw;
     } catch (const CommandFault& fault) {
+        if (*fault.what() == '\0')
+            return {fault.status(), kUnknownReason, fault.hint(), fault.detail()};
         return fault;
     } catch (const std::bad_alloc&) {
         return {ExitStatus::JobFailed, "there is not enough memory"};
     } catch (const std::exception& error) {
         return {ExitStatus::JobFailed, error.what()};
     } catch (...) {
-        return {ExitStatus::JobFailed, "the command failed for a reason that is not known"};
+        return {ExitStatus::JobFailed, kUnknownReason};
     }
 }
 

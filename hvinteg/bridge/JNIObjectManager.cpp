@@ -96,16 +96,24 @@ jobject JNIObjectManager::createGlobalRef(jobject object, bool tracked)
 {
     if (object == nullptr)
         return nullptr;
+    if (!tracked)
+        return _data->env->NewGlobalRef(object);
+    // The place first: nobody would release a reference that there is no memory to remember.
+    _data->globalRefs.push_back(nullptr);
     jobject const reference = _data->env->NewGlobalRef(object);
-    if (tracked && reference != nullptr)
-        _data->globalRefs.push_back(reference);
+    if (reference != nullptr)
+        _data->globalRefs.back() = reference;
+    else
+        _data->globalRefs.pop_back();
     return reference;
 }
 
 void JNIObjectManager::addtoCleanList(JNIHvlAccessor* wrapper)
 {
-    if (wrapper != nullptr)
-        _data->cleanList.emplace_back(wrapper);
+    if (wrapper == nullptr)
+        return;
+    std::unique_ptr<JNIHvlAccessor> owner(wrapper);
+    _data->cleanList.push_back(std::move(owner));
 }
 
 void JNIObjectManager::cleanJRef()

@@ -1,5 +1,9 @@
 #include "support/HVSimpleFile.h"
 
+#include <cerrno>
+#include <cstdio>
+#include <exception>
+
 #include "ExtNameStr.h"
 #include "FileServices.h"
 #include "support/EmptyFile.h"
@@ -29,6 +33,9 @@ struct HVINTEG_HIDDEN HVSimpleFile::Impl
 {
     std::string fileName;
     ExtNameStr path;
+    /// For the removal, which must not depend on memory; empty for a name with a NUL, which would
+    /// be another file's.
+    std::string native;
     bool deleteOnClose = false;
 
     Impl() = default;
@@ -39,8 +46,13 @@ struct HVINTEG_HIDDEN HVSimpleFile::Impl
         if (!deleteOnClose)
             return;
         // Whatever has the name by now: the engine writes files, others make directories of it.
-        ExtNameStr::remove(path);
-        RemoveDir(path.GetGeneric());
+        if (std::remove(native.c_str()) == 0 || errno == ENOENT)
+            return;
+        try {
+            RemoveDir(path.GetGeneric());
+        } catch (const std::exception&) {
+            // A directory stays that there is no memory to look into.
+        }
     }
 };
 
@@ -49,6 +61,9 @@ HVSimpleFile::HVSimpleFile(const std::string& name, bool analytic, bool deleteOn
 {
     const std::string& directory = analytic ? GetAnalyticDefaultDir() : GetVexaTempPath();
     _impl->path.SetGeneric(FormUniqueFileName(directory + name));
+    _impl->native = _impl->path.GetNative();
+    if (_impl->native.find('\0') != std::string::npos)
+        _impl->native.clear();
     std::string rest;
     _impl->fileName = SeparateFileName(_impl->path.GetGeneric(), rest);
     // In the analytic directory the engine makes the file, and takes one that is there for data.

@@ -1,6 +1,7 @@
 #include "datafile/FieldNames.h"
 
 #include <algorithm>
+#include <new>
 #include <set>
 
 #include <unicode/unistr.h>
@@ -13,7 +14,11 @@ std::string foldedName(std::string name)
     const auto isAscii = [](char letter) { return static_cast<unsigned char>(letter) < 0x80; };
     if (!std::all_of(name.begin(), name.end(), isAscii)) {
         std::string folded;
-        icu::UnicodeString::fromUTF8(name).foldCase().toUTF8String(folded);
+        icu::UnicodeString letters = icu::UnicodeString::fromUTF8(name);
+        // Without memory ICU gives an empty text that is marked: all such names would be equal.
+        if (letters.foldCase().isBogus())
+            throw std::bad_alloc();
+        letters.toUTF8String(folded);
         return folded;
     }
     for (char& letter : name)

@@ -1,8 +1,10 @@
 #include "files/FileLocks.h"
 
 #include <charconv>
-#include <filesystem>
+#include <cstring>
+#include <memory>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -38,14 +40,20 @@ bool isLockedByOther(int descriptor)
     return descriptor >= 0 && ::fcntl(descriptor, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
+struct CloseDirectory
+{
+    void operator()(DIR* directory) const { ::closedir(directory); }
+};
+
 // A descriptor of this process on the same file; -1 if there is none.
 int ownDescriptor(const struct stat& file)
 {
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
-        const std::string name = entry.path().filename();
+    // The standard library's iterator ends the process where it has no memory for a name.
+    const std::unique_ptr<DIR, CloseDirectory> descriptors(::opendir("/proc/self/fd"));
+    const dirent* entry = nullptr;
+    while (descriptors && (entry = ::readdir(descriptors.get()))) {
         int number = -1;
-        std::from_chars(name.data(), name.data() + name.size(), number);
+        std::from_chars(entry->d_name, entry->d_name + std::strlen(entry->d_name), number);
         struct stat other = {};
         if (number >= 0 && ::fstat(number, &other) == 0 && other.st_dev == file.st_dev &&
             other.st_ino == file.st_ino)

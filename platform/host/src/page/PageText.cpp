@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <new>
 
 #include <unicode/unistr.h>
 
@@ -42,6 +43,9 @@ std::string withoutControls(std::string_view text)
     for (std::int32_t at = 0; at < units.length(); ++at)
         if (const char16_t shown = shownAs(units[at]); shown != units[at])
             units.setCharAt(at, shown);
+    // Without memory ICU gives an empty text that is marked.
+    if (units.isBogus())
+        throw std::bad_alloc();
     std::string result;
     return units.toUTF8String(result);
 }
