@@ -143,6 +143,9 @@ RecordingJni::RecordingJni(JavaVM* machine, bool withPendingCheck)
         _ours.push_back({begin, end});
     };
     dl_iterate_phdr(collectCode, &add);
+    // All names at once: a test may have allocations fail while calls are counted.
+#define KNOW(function, fails, allowed, locals, globals) _counts.emplace(#function, 0);
+    RECORDED_FUNCTIONS(KNOW)
     replaceTable(machine);
 }
 
@@ -180,7 +183,8 @@ jclass RecordingJni::keptClass(JNIEnv* env, const char* name)
 void RecordingJni::restart()
 {
     const std::lock_guard<std::mutex> lock(_mutex);
-    _counts.clear();
+    for (auto& [name, count] : _counts)
+        count = 0;
     _violations.clear();
     _liveGlobals = 0;
     _liveLocals = 0;
@@ -218,6 +222,7 @@ void RecordingJni::failAt(int number, Fault fault)
     _calls = 0;
     _failAt = number;
     _failed = false;
+    _failedFunction = {};
     _fault = fault;
 }
 
@@ -226,6 +231,18 @@ bool RecordingJni::endFault()
     const std::lock_guard<std::mutex> lock(_mutex);
     _failAt = 0;
     return _failed;
+}
+
+std::string_view RecordingJni::failedFunction() const
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _failedFunction;
+}
+
+int RecordingJni::faultableCalls() const
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _calls;
 }
 
 bool RecordingJni::concerns(const void* caller) const
@@ -242,9 +259,10 @@ bool RecordingJni::before(JNIEnv* env, const Traits& traits)
     ++_counts[traits.name];
     if (_withPendingCheck && !traits.allowedPending && _original.ExceptionCheck(env) == JNI_TRUE)
         _violations.push_back(std::string(traits.name) + " with an exception pending");
-    if (_failAt == 0 || !traits.fails || ++_calls != _failAt)
+    if (!traits.fails || ++_calls != _failAt)
         return true;
     _failed = true;
+    _failedFunction = traits.name;
     if (_fault != Fault::NothingReturned)
         _original.ThrowNew(env, _fault == Fault::Exception ? _exception : _outOfMemory,
                            "made to fail");

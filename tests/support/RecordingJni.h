@@ -5,6 +5,7 @@
 #include <map>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The calls that our libraries and the test program make through JNI: counted, checked, and made
@@ -36,10 +37,14 @@ public:
     int liveLocals() const;
     std::vector<std::string> violations() const;
 
-    /// Makes the call with this number fail, counted from 1 over those that can.
+    /// Makes the call with this number fail, counted from 1 over those that can; 0 counts only.
     void failAt(int number, Fault fault);
     /// Ends fault injection; returns whether the call was reached.
     bool endFault();
+    /// The function of the call that failed last; empty for none since failAt.
+    std::string_view failedFunction() const;
+    /// The calls since failAt that can fail.
+    int faultableCalls() const;
 
     // What the entries of the table use.
     struct Traits
@@ -78,12 +83,13 @@ private:
     jclass _classClass = nullptr;
     jclass _outOfMemory = nullptr;
     jclass _exception = nullptr;
-    std::map<std::string, int> _counts;
+    std::map<std::string_view, int> _counts;
     std::vector<std::string> _violations;
     int _liveGlobals = 0;
     int _liveLocals = 0;
     int _calls = 0;
     int _failAt = 0;
     bool _failed = false;
+    std::string_view _failedFunction;
     Fault _fault = Fault::OutOfMemory;
 };

@@ -29,6 +29,7 @@ struct ScriptedEngine::State
     std::string metadata = "<DataModel/>";
     std::map<std::string, std::string> answers;
     Outputs outputs;
+    std::function<void()> callHook;
     bool running = false;
 
     void setRunning(bool now)
@@ -46,9 +47,7 @@ const char* nameOf(Fault fault)
     return kNames[static_cast<int>(fault)];
 }
 
-namespace {
-
-void raise(Fault fault)
+void raiseFault(Fault fault)
 {
     switch (fault) {
     case Fault::Engine:
@@ -64,8 +63,6 @@ void raise(Fault fault)
     }
 }
 
-} // namespace
-
 void ScriptedEngine::State::record(const std::string& name, const std::string& argument,
                                    JNIEnv* env)
 {
@@ -78,10 +75,12 @@ void ScriptedEngine::State::record(const std::string& name, const std::string& a
             hook = found->second;
         if (const auto found = faults.find(name); found != faults.end())
             fault = found->second;
+        if (!hook && name != "stop")
+            hook = callHook;
     }
     if (hook)
         hook();
-    raise(fault);
+    raiseFault(fault);
 }
 
 class ScriptedExecution : public EmbeddedHV::Execution
@@ -297,6 +296,12 @@ void ScriptedEngine::onCall(const std::string& call, std::function<void()> hook)
 {
     const std::lock_guard guard(_state->mutex);
     _state->hooks[call] = std::move(hook);
+}
+
+void ScriptedEngine::setCallHook(std::function<void()> hook)
+{
+    const std::lock_guard guard(_state->mutex);
+    _state->callHook = std::move(hook);
 }
 
 void ScriptedEngine::setMetadata(const std::string& xml)

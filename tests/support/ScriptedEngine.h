@@ -23,6 +23,8 @@ enum class Fault
     Unknown
 };
 const char* nameOf(Fault fault);
+/// Throws what the fault stands for; returns for none.
+void raiseFault(Fault fault);
 
 /// One call that the engine got: its name, its argument in words, and on what it came.
 struct EngineCall
@@ -77,6 +79,9 @@ public:
     /// Has the call of this name run something, on its thread; once it is recorded and before it
     /// throws. An empty function takes it away.
     void onCall(const std::string& call, std::function<void()> hook);
+    /// Called at the start of each call, after it was noted; what it throws leaves the call. Not
+    /// for the end of the service, which must not throw.
+    void setCallHook(std::function<void()> hook);
     /// What queries of the metadata service answer.
     void setMetadata(const std::string& answer);
     /// What one query answers, as in "getCoordinatesSystemInfo(4326)"; others then answer with
