@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <thread>
 
 #include "Attention.h"
@@ -18,13 +19,30 @@ int entriesOf(const char* folder)
     return count;
 }
 
+std::string nameOfThread(const std::filesystem::path& folder)
+{
+    std::string name;
+    std::getline(std::ifstream(folder / "comm"), name);
+    return name;
+}
+
+/// The machine names its threads; all others have the name of the process.
+int unnamedThreads()
+{
+    const std::string own = nameOfThread("/proc/self");
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/task"))
+        count += nameOfThread(entry.path()) == own ? 1 : 0;
+    return count;
+}
+
 int threadsNow(int expected)
 {
     constexpr int kTries = 100;
-    int threads = entriesOf("/proc/self/task");
+    int threads = unnamedThreads();
     for (int i = 0; i < kTries && threads > expected; ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        threads = entriesOf("/proc/self/task");
+        threads = unnamedThreads();
     }
     return threads;
 }

@@ -31,6 +31,9 @@ void OutputFiles::commit(JobContext& context, const Fields& fields)
 {
     if (_model)
         _model->write(dataModelOf(fields));
+    // Nothing may fail once the files have their names.
+    const std::string dataName = canonicalPath(_data.destination());
+    const std::string modelName = _model ? canonicalPath(_model->destination()) : std::string();
     // Both are whole before either gets its name.
     _data.commit();
     if (_model) {
@@ -40,9 +43,9 @@ void OutputFiles::commit(JobContext& context, const Fields& fields)
             _data.revoke();
             throw;
         }
-        context.unwritten.erase(canonicalPath(_model->destination()));
+        context.unwritten.erase(modelName);
     }
-    context.unwritten.erase(canonicalPath(_data.destination()));
+    context.unwritten.erase(dataName);
 }
 
 } // namespace EmbeddedHV
