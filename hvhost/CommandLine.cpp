@@ -374,7 +374,7 @@ CommandFault faultInFlight()
     try {
         throw;
     } catch (const CommandFault& fault) {
-        if (*fault.what() == '\0')
+        if (std::string(fault.what()).find_first_not_of(" \n") == std::string::npos)
             return {fault.status(), kUnknownReason, fault.hint(), fault.detail()};
         return fault;
     } catch (const std::bad_alloc&) {

@@ -25,13 +25,28 @@ ConnectionLease::~ConnectionLease()
 
 Database::Database() : _database(duck::openInMemory())
 {
-    // The functions belong to the whole instance, whichever connection registers them.
+    try {
+        registerFunctions();
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+void Database::registerFunctions()
+{
+    // They belong to the whole instance, whichever connection registers them.
     auto connection = connect();
     _rowSources.registerFunction(*connection);
     _reprojections.registerFunction(*connection);
 }
 
 Database::~Database()
+{
+    close();
+}
+
+void Database::close()
 {
     // Connections first: the instance must not close under one of them.
     _idle.clear();

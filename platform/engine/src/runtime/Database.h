@@ -56,6 +56,8 @@ public:
 
 private:
     friend class ConnectionLease;
+    void registerFunctions();
+    void close();
     /// Allocates nothing, since leases end in destructors.
     void takeBack(std::unique_ptr<duck::Connection> connection) noexcept;
 
