@@ -1,6 +1,8 @@
 #include "hvl/TextJob.h"
 
 #include <algorithm>
+#include <iterator>
+#include <string_view>
 
 #include "runner/HVStatContainer.h"
 #include "runner/HVStatDataIterator.h"
@@ -28,16 +30,26 @@ JNIJSONObject GetOutputContainerJson(const std::string& name, const std::string&
     return json;
 }
 
+std::string cleanedJson(const std::string& json)
+{
+    // In JSON each backslash begins an escape. A slash is the same without it; any other character
+    // is not, and a quote without it would end the string and add the rest to the job.
+    for (std::size_t at = json.find('\\'); at != std::string::npos; at = json.find('\\', at + 2))
+        if (json.compare(at + 1, 1, "/") != 0)
+            return json;
+    return removeBackslash(json);
+}
+
 std::string exportedContainer(const HVStatContainer& container)
 {
-    return removeBackslash(GetOutputContainerJson(container.getName(),
-                                                  TransformPath(container.getAbsolutePath()), true)
-                               .toString());
+    return cleanedJson(GetOutputContainerJson(container.getName(),
+                                              TransformPath(container.getAbsolutePath()), true)
+                           .toString());
 }
 
 std::string importedContainer(const std::string& name, const std::string& path)
 {
-    return removeBackslash(GetOutputContainerJson(name, TransformPath(path), false).toString());
+    return cleanedJson(GetOutputContainerJson(name, TransformPath(path), false).toString());
 }
 
 std::string iteratorReader(HVStatDataIterator& iterator)
@@ -46,6 +58,20 @@ std::string iteratorReader(HVStatDataIterator& iterator)
     json.put("dataSource", iterator.getName().c_str());
     json.put("readErrorThreshold", -1);
     return json.toString();
+}
+
+bool isPlainName(const std::string& name)
+{
+    constexpr std::string_view kReserved[] = {"_", "val", "if", "else", "true", "false", "null"};
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const auto isLetter = [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' ||
+               static_cast<unsigned char>(c) >= 0x80;
+    };
+    return !name.empty() && !isDigit(name.front()) &&
+           std::all_of(name.begin(), name.end(),
+                       [&](char c) { return isLetter(c) || isDigit(c); }) &&
+           std::find(std::begin(kReserved), std::end(kReserved), name) == std::end(kReserved);
 }
 
 std::string definition(const std::string& name, const std::string& value)

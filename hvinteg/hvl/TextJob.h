@@ -13,9 +13,17 @@ class HVStatDataIterator;
 /// The address of a file: "file:///" and the path with slashes only.
 std::string TransformPath(const std::string& path);
 
-/// A text without its backslashes. Java may escape the slashes of an address, which the engine
-/// takes as they are.
+/// A text without its backslashes.
 std::string removeBackslash(std::string text);
+
+/// A JSON text whose slashes are not escaped. Java may escape the slashes of an address, and an
+/// engine may take them literally. A text that needs an escape, as for a quote in a path, is
+/// returned unchanged, so that no path can end its string.
+std::string cleanedJson(const std::string& json);
+
+/// Whether a text is a name of the job language and so needs no quotes: letters, digits, `_` and
+/// anything above ASCII, no digit first, no reserved word.
+bool isPlainName(const std::string& name);
 
 /// How a component is told of a file: what the file is to it, and where it stands. With `isExport`
 /// the component writes the file.

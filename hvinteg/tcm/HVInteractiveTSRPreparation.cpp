@@ -79,6 +79,12 @@ bool HVInteractiveTSR::prepareData(PreparationReplay& replay, const std::string&
     HVRawDataIterator& rows = *replay.rows;
     rows.SetName("_activeDataset_");
     const bool isTextTime = isText(rows, timeField);
+    // The conversion has the field without quotes. Any text but a name would be more of the job.
+    if (isTextTime && !isPlainName(timeField)) {
+        setException("The time field \"" + timeField +
+                     "\" cannot be converted: its name needs quotes in a job.");
+        return false;
+    }
     const RecordFile* file = nullptr;
     if (!replay.dimFields.empty()) {
         if (!UpdateDataModel(replay.dimFields, rows, replay.described))

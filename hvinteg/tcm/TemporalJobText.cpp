@@ -32,7 +32,7 @@ std::string GenerateReaderConf(const std::string& dataPath, const std::string& d
     filesystem.put("locations", &locations);
     JNIJSONObject root;
     root.put("filesystem", &filesystem);
-    return definition(kReaderConf, removeBackslash(root.toString()));
+    return definition(kReaderConf, cleanedJson(root.toString()));
 }
 
 std::string readerLine(const RecordFile& file)
@@ -51,7 +51,7 @@ std::string writerLine(const RecordFile& file)
     json.put("dataDestination", TransformPath(file.records.getAbsolutePath()).c_str());
     json.put("dataModelDestination", TransformPath(file.model.getAbsolutePath()).c_str());
     json.put("type", "hvbf");
-    return definition("writerConf", removeBackslash(json.toString()));
+    return definition("writerConf", cleanedJson(json.toString()));
 }
 
 std::string GenerateRtsdpConf(const std::string& containerPath)

@@ -22,6 +22,11 @@ TEST_F(JobText, AnAddressHasSlashesOnly)
     EXPECT_EQ(removeBackslash("a\\b\\\\c"), "abc");
     EXPECT_EQ(removeBackslash("\\\\"), "");
     EXPECT_EQ(removeBackslash("none"), "none");
+    EXPECT_EQ(cleanedJson(R"({"uri":"file:\/\/\/a\/b"})"), R"({"uri":"file:///a/b"})");
+    // Without its backslash the quote would end the string.
+    EXPECT_EQ(GenerateRtsdpConf("/a\"b"), "val rtsdpConf = {\"exportFutureFlag\":true}\n"
+                                          "val rtsdpInConf = [{\"name\":\"JSON\","
+                                          "\"uri\":\"file:////a\\\"b\"}]\n");
 }
 
 TEST_F(JobText, ReadsAndWritesFilesByTheirAddresses)

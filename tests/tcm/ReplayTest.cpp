@@ -97,6 +97,20 @@ TEST_F(Replay, TakesTheJobsThatTheDataNeed)
     EXPECT_THAT(modelOfRecords, testing::IsEmpty()) << "a conversion writes a model of its own";
 }
 
+TEST_F(Replay, RefusesATimeFieldThatIsNoNameOfTheJobLanguage)
+{
+    // The conversion writes the field without quotes: this one would have the job write a file.
+    const std::string field = "t, \"\")) read({}) -> write({}) //";
+    dataset = SvrDMDataset::Register(
+        std::make_shared<MemorySource>(std::vector<VEXA_Variable>{text(field, 7), numeric("sales")},
+                                       std::vector<MemorySource::Row>{{"2020-01", 5.0}}));
+    putModel(R"({"settings":{"dimFieldList":[],"metricFieldList":["sales"],"dateTimeField":")"
+             R"(t, \"\")) read({}) -> write({}) //"},"output":{"timeVariable":[1]}})");
+    EXPECT_FALSE(score(field, "0", "0", {}, {}));
+    EXPECT_THAT(jobs(), testing::IsEmpty());
+    EXPECT_THAT(reason(), HasSubstr("its name needs quotes in a job"));
+}
+
 TEST_F(Replay, HandsRowsInAndEndsEachExecution)
 {
     putModel(R"({"settings":{"dimFieldList":[""],"metricFieldList":["sales"],)"

@@ -10,6 +10,7 @@ import com.vexa.ae.hvlhelpers.impl.HvlExpressionConditional.Clause;
 import java.util.Arrays;
 import java.util.Collections;
 import java.util.List;
+import java.util.Random;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.CsvSource;
@@ -54,12 +55,56 @@ class ExpressionTest
                value = {"F|x.F", "_f1|x._f1", "\u00e9t\u00e9|x.\u00e9t\u00e9", "a b|x.`a b`",
                         "1st|x.`1st`", "if|x.`if`", "null|x.`null`", "_|x.`_`", "a.b|x.`a.b`",
                         "a`b|x.`a\\`b`", "a\"b|x.`a\"b`", "a\\b|x.`a\\\\b`",
-                        "a\\\"b|x.`a\\\\\"b`", "a\tb|x.`a\\tb`"})
+                        "a\\\"b|x.`a\\\\\"b`", "a\tb|x.`a\\tb`",
+                        "a\\|x.`a\\\\`", "\\`|x.`\\\\\\``", "a\u0001b|x.`a\\u0001b`"})
     void aFieldThatIsNoNameIsQuoted(String field, String text)
     {
         assertEquals(text, _composer.field(field).generate());
         assertEquals(text.replaceFirst("x", "row"),
                      _program.createHvlExpressionFieldReference("row", field).generate());
+    }
+
+    /** What the parser reads between the quotes, by the rules of the language; the end is checked. */
+    private static String unquoted(String text)
+    {
+        char quote = text.charAt(0);
+        StringBuilder result = new StringBuilder();
+        int at = 1;
+        for (; text.charAt(at) != quote; ++at) {
+            char c = text.charAt(at);
+            assertTrue(c >= ' ', text);
+            if (c == '\\') {
+                c = text.charAt(++at);
+                int letter = "bfnrt".indexOf(c);
+                if (c == 'u') {
+                    c = (char) Integer.parseInt(text.substring(at + 1, at + 5), 16);
+                    at += 4;
+                } else if (letter >= 0) {
+                    c = "\b\f\n\r\t".charAt(letter);
+                }
+            }
+            result.append(c);
+        }
+        assertEquals(text.length() - 1, at, text);
+        return result.toString();
+    }
+
+    @Test
+    void anyNameAndAnyTextReadBackAsTheyWere()
+    {
+        String[] pieces = {"\\", "`", "\"", "'", "/", "a", "n", "u0041", " ", "\n", "\u0000", "\u007f",
+                           "\u00e9", "\ud83d\ude00", "%s", "//", ")", "->"};
+        Random random = new Random(1);
+        for (int run = 0; run < 20000; ++run) {
+            StringBuilder built = new StringBuilder();
+            for (int left = 1 + random.nextInt(5); left > 0; --left) {
+                built.append(pieces[random.nextInt(pieces.length)]);
+            }
+            String text = built.toString();
+            assertEquals(text, unquoted(_program.createHvlExpressionLiteral(text).generate()));
+            String field = _composer.field(text).generate().substring(2);
+            assertEquals(text, field.startsWith("`") ? unquoted(field) : field);
+        }
     }
 
     @Test

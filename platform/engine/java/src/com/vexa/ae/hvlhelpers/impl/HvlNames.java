@@ -1,6 +1,5 @@
 package com.vexa.ae.hvlhelpers.impl;
 
-import com.fasterxml.jackson.core.io.JsonStringEncoder;
 import java.util.Set;
 
 /** The lexical rules of the job language: names, quoted names and strings. */
@@ -8,6 +7,8 @@ public final class HvlNames
 {
     private static final Set<String> RESERVED =
         Set.of("_", "val", "if", "else", "true", "false", "null");
+    private static final String CONTROLS = "\b\f\n\r\t";
+    private static final String CONTROL_LETTERS = "bfnrt";
 
     private HvlNames()
     {
@@ -67,23 +68,39 @@ public final class HvlNames
     /** A string literal. */
     static String string(String text)
     {
-        return '"' + new String(JsonStringEncoder.getInstance().quoteAsString(text)) + '"';
+        return quoted(text, '"');
     }
 
     /** A field as it follows a dot. */
     static String field(String name)
     {
-        if (isName(present(name, "a field"))) {
-            return name;
-        }
-        // Inside backquotes the escapes of a string hold, but it is the backquote that needs one.
-        String string = string(name).replace("\\\"", "\"").replace("`", "\\`");
-        return '`' + string.substring(1, string.length() - 1) + '`';
+        return isName(present(name, "a field")) ? name : quoted(name, '`');
     }
 
     /** A tag of an input, or a field of a record type. */
     static String label(String name)
     {
         return isName(name) ? name : string(name);
+    }
+
+    // All quoting of the renderer is here. A quote or a backslash that is not escaped ends the
+    // quoted text too early or hides its end, and then a name can add steps to the job.
+    private static String quoted(String text, char quote)
+    {
+        StringBuilder result = new StringBuilder(text.length() + 2).append(quote);
+        for (int i = 0; i < text.length(); ++i) {
+            char c = text.charAt(i);
+            int escape = CONTROLS.indexOf(c);
+            if (c == quote || c == '\\') {
+                result.append('\\').append(c);
+            } else if (escape >= 0) {
+                result.append('\\').append(CONTROL_LETTERS.charAt(escape));
+            } else if (c < ' ') {
+                result.append(String.format("\\u%04X", (int) c));
+            } else {
+                result.append(c);
+            }
+        }
+        return result.append(quote).toString();
     }
 }
