@@ -83,7 +83,7 @@ protected:
     /// an input, and keeps it.
     bool CreateFunction(const std::string& name, JNIJSONObject& configuration);
     /// The same two for a step that takes all its inputs: generates each in order, and hands their
-    /// functions over by tag. The tags are complete by then.
+    /// functions over by tag. The tags are complete by then. False if an input has no function.
     void GenerateAllPredecessors();
     bool CreateTaggedFunction(const std::string& name, JNIJSONObject& configuration);
     /// Keeps what a factory of the program returned, and tells whether it is there.

@@ -29,6 +29,7 @@ inline constexpr const char* kStepInput = "HVEPL0012E";    ///< an input too man
 inline constexpr const char* kNotAvailable = "HVEPL0013E"; ///< known, but not in this engine
 inline constexpr const char* kLiteralSize = "HVEPL0014E";  ///< a literal too large or too deep
 inline constexpr const char* kSettingIgnored = "HVEPL0015W"; ///< a setting that the step lacks
+inline constexpr const char* kFieldRenamed = "HVEPL0016W";   ///< only letter case told it apart
 
 // DE: the component descriptives.
 inline constexpr const char* kSettingNotHonoured = "HVEDE0001W"; ///< a setting without effect

@@ -1,5 +1,6 @@
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "datafile/FieldNames.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "expression/ValueTypes.h"
@@ -80,6 +81,24 @@ std::vector<UnionField> matchedByName(const StepCall& call, bool matchCase)
     return result;
 }
 
+/// With matchCase, id and ID are two fields, but the database cannot keep both names. The later one
+/// gets a number, as such a column of a file does.
+void renameCaseTwins(std::vector<UnionField>& fields, const StepCall& call)
+{
+    std::vector<std::string> names;
+    for (const UnionField& field : fields)
+        names.push_back(field.field.GetName());
+    const std::vector<std::string> unique = datafile::uniqueNames(names);
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (unique[i] == names[i])
+            continue;
+        fields[i].field.SetName(unique[i]);
+        call.context.message(errors::kFieldRenamed,
+                             call.name + ": the field \"" + names[i] + "\" becomes \"" + unique[i] +
+                                 "\", since only letter case tells it from another field");
+    }
+}
+
 std::string columnsOf(const std::vector<UnionField>& fields, const Fields& inputFields,
                       std::size_t input)
 {
@@ -106,8 +125,10 @@ StepResult planUnion(StepCall& call)
     const bool byPosition = settings.flag("matchByPosition").value_or(false);
     const bool matchCase = settings.flag("matchCase").value_or(false);
     settings.reportOthers(call.context.message);
-    const std::vector<UnionField> matched =
+    std::vector<UnionField> matched =
         byPosition ? matchedByPosition(call) : matchedByName(call, matchCase);
+    if (matchCase && !byPosition)
+        renameCaseTwins(matched, call);
     Fields fields;
     for (const UnionField& field : matched) {
         refuseDuplicate(fields, field.field.GetName(), call.name);

@@ -131,6 +131,12 @@ class ProgramTest
                      _program.getPredecessors(join).stream().map(i -> i.getTag()).toList());
         assertSame(a, _program.getPredecessors(join).get(1).getFunction());
         assertFunction("", "join(_)", _composer.join(null));
+        Map<String, HvlFunction> many = new HashMap<>();
+        List.of("str10", "str2", "str02", "str9x", "str", "str1", "s3")
+            .forEach(tag -> many.put(tag, a));
+        assertEquals(List.of("s3", "str", "str1", "str02", "str2", "str9x", "str10"),
+                     _program.getPredecessors(_composer.join(many)).stream()
+                         .map(i -> i.getTag()).toList());
 
         Map<String, HvlFunction> missing = new HashMap<>();
         missing.put("l", null);

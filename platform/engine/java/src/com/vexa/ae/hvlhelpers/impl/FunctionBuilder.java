@@ -135,7 +135,9 @@ public final class FunctionBuilder
         if (inputs.keySet().stream().anyMatch(Objects::isNull)) {
             throw failure("has an input without a tag");
         }
-        new TreeMap<>(inputs).forEach((tag, function) -> {
+        Map<String, HvlFunction> ordered = new TreeMap<>(TagOrder.INSTANCE);
+        ordered.putAll(inputs);
+        ordered.forEach((tag, function) -> {
             if (function == null) {
                 throw failure("has no function for the input \"" + tag + "\"");
             }
