@@ -1,7 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
 #include <cstring>
+#include <functional>
+#include <iterator>
+#include <limits>
+#include <set>
 #include <sstream>
 
 #include <nlohmann/json.hpp>
@@ -130,10 +137,130 @@ TEST_F(Descriptives, WeightsStandForRepeatedRecords)
     EXPECT_EQ(model().FieldCount(), 1U) << "the weight is described only if it is listed";
 }
 
-TEST_F(Descriptives, KeepsDigitsFarFromZero)
+std::string realText(double value)
 {
-    succeeded(describe("x\n1000000000001\n1000000000002\n1000000000003\n", "{}"));
-    expectStatistics("x", {{"variance", 1}, {"skewness", 0}});
+    char text[40];
+    std::snprintf(text, sizeof text, "%.17g", value);
+    // A column of whole numbers would be one of integers.
+    return std::strpbrk(text, ".e") ? text : std::string(text) + ".0";
+}
+
+/// Values by their number, and what exact arithmetic makes of them.
+struct MomentCase
+{
+    const char* name;
+    int records;
+    std::function<std::string(int)> value;
+    std::array<double, 5> expected; ///< in the order of kMoments; NaN for one that is absent
+    bool isWeighted = false;        ///< by 0.1 to 0.7 in turn
+};
+constexpr const char* kMoments[] = {"mean", "variance", "standardDeviation", "skewness",
+                                    "kurtosis"};
+
+/// The values, and what exact_moments.py prints for them.
+std::vector<MomentCase> momentCases()
+{
+    const double none = std::nan("");
+    const auto listed = [](std::vector<double> list) {
+        return [list](int i) { return realText(list[static_cast<std::size_t>(i)]); };
+    };
+    return {
+        {"large",
+         1000,
+         [](int i) { return realText(1e15 + 1 + i % 3); },
+         {1000000000000002.0, 0.6676666666666666, 0.8171087238958269, 0.0018403381893834902,
+          -1.5022518702802043}},
+        {"skewed",
+         1000,
+         [](int i) {
+             const int root = i * i % 997;
+             return realText(1e14 + root * root / 64 / 16.0);
+         },
+         {100000000000324.72, 86280.5831264233, 293.7355666691102, 0.6121977038094765,
+          -0.9265572134010861}},
+        {"rising",
+         5000,
+         [](int i) { return realText(1e9 + i * i / 8.0); },
+         {1001041354.1875, 867903604605.4688, 931613.4416191453, 0.6391760741358898,
+          -0.8566792278306122}},
+        {"outlier",
+         2000,
+         [](int i) { return realText(i == 0 ? -1e15 : i % 10 / 4.0); },
+         {-499999999998.875, 5.000000000000011e+26, 22360679774997.92, -44.721359549995796,
+          2000.0}},
+        {"integers",
+         100,
+         [](int i) {
+             return std::to_string((std::int64_t{1} << 53) + 1 + std::int64_t{i % 3} * (i % 5));
+         },
+         {9007199254740994.0, 5.908181818181818, 2.430675177431534, 1.0992993118078802,
+          0.2082348286144291}},
+        {"wide integers",
+         10,
+         [](int i) {
+             return (i < 3 ? "-" : "") +
+                    std::to_string(std::numeric_limits<std::int64_t>::max() - i);
+         },
+         {3.6893488147419105e+18, 7.939921894821898e+37, 8.910623937088748e+18, -1.0350983390135313,
+          -1.2244897959183674}},
+        {"weighted",
+         1500,
+         [](int i) { return realText(1e6 + i % 11 / 8.0); },
+         {1000000.6238115096, 0.15656447903188608, 0.3956822955754858, 0.004300136194159271,
+          -1.221070477272548},
+         true},
+        {"constant", 30, [](int) { return realText(0.1); }, {0.1, 0, 0, none, none}, true},
+        {"huge",
+         4,
+         listed({1.7e308, -1.7e308, 1.5e308, 1e307}),
+         {4e+307, none, 1.5705625319186329e+308, -0.991209662218918, -0.4742147552958365}},
+        {"tiny",
+         4,
+         listed({1e-200, 2e-200, 4e-200, 5e-200}),
+         {3e-200, 0.0, 1.8257418583505537e-200, 0.0, -3.3}},
+    };
+}
+
+TEST_F(Descriptives, AgreesWithExactArithmetic)
+{
+    for (const MomentCase& tested : momentCases()) {
+        SCOPED_TRACE(tested.name);
+        std::string csv = "x,w\n";
+        for (int i = 0; i < tested.records; ++i)
+            csv += tested.value(i) + "," + realText((i % 7 + 1) / 10.0) + "\n";
+        const char* const weight = R"(, "frequencyWeightField": "w")";
+        succeeded(describe(csv, R"({"inputFieldList": ["x"], "maxNOfDistinctValues": 0)" +
+                                    std::string(tested.isWeighted ? weight : "") + "}"));
+        for (std::size_t i = 0; i < std::size(kMoments); ++i) {
+            const double found = statistic("x", kMoments[i]);
+            const double expected = tested.expected[i];
+            if (std::isnan(expected))
+                EXPECT_TRUE(std::isnan(found)) << kMoments[i] << " " << found;
+            else
+                EXPECT_NEAR(found, expected, expected == 0 ? 1e-12 : 1e-10 * std::abs(expected))
+                    << kMoments[i];
+        }
+        EXPECT_GE(statistic("x", "mean"), statistic("x", "minimum"));
+        EXPECT_LE(statistic("x", "mean"), statistic("x", "maximum"));
+    }
+}
+
+TEST_F(Descriptives, GivesTheSameBitsOnEachRun)
+{
+    // More records than the threads of the database take at once.
+    std::string csv = "x,w\n";
+    for (int i = 0; i < 400000; ++i)
+        csv += std::to_string(i % 1013) + "." + std::to_string(i % 7) + ",0." +
+               std::to_string(i % 9 + 1) + "\n";
+    for (const char* weight : {"", R"(, "frequencyWeightField": "w")"}) {
+        std::set<std::string> results;
+        for (int run = 0; run < 5; ++run) {
+            succeeded(describe(csv, R"({"inputFieldList": ["x"], "maxNOfDistinctValues": 0)" +
+                                        std::string(weight) + "}"));
+            results.insert(member("stat.zip", "StatXML.xml"));
+        }
+        EXPECT_EQ(results.size(), 1U);
+    }
 }
 
 TEST_F(Descriptives, TellsDistinctValuesUpToTheLimit)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "steps/JobContext.h"
@@ -18,8 +19,13 @@ public:
 
     /// The whole result: for small ones. Throws JobError.
     duck::Result run(const std::string& sql) const;
+    /// Hands out the result chunk by chunk as it is made, in its order. Throws JobError, and what
+    /// `take` throws.
+    void stream(const std::string& sql, const std::function<void(duck::Chunk&)>& take) const;
 
 private:
+    void throwIfStopped() const;
+
     JobContext& _context;
     std::string _component;
 };

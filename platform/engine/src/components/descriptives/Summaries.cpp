@@ -1,13 +1,10 @@
 #include "components/descriptives/Summaries.h"
 
-#include <cmath>
-
 #include "components/descriptives/DistinctValues.h"
 #include "components/descriptives/Histogram.h"
-#include "components/descriptives/Moments.h"
+#include "components/descriptives/MomentPass.h"
 #include "components/descriptives/Quartiles.h"
 #include "components/descriptives/ValueCounts.h"
-#include "expression/SqlText.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -41,14 +38,10 @@ public:
     void run(const ComponentQueries& queries, DataSummary& summary)
     {
         _row.add("count(*)");
-        if (_table.isWeighted())
-            _row.add("sum(w)");
         for (const FieldSummary& field : summary.fields)
             ask(field.field);
         _row.run(queries, _table.name());
         summary.records = _row.integer();
-        summary.weight =
-            _table.isWeighted() ? _row.real().value_or(0) : static_cast<double>(summary.records);
         for (FieldSummary& field : summary.fields)
             answer(summary, field);
     }
@@ -63,32 +56,20 @@ private:
     {
         const std::string x = _table.column(field);
         _row.add("count(" + x + ")");
-        if (_table.isWeighted())
-            _row.add("sum(w) FILTER (WHERE " + x + " IS NOT NULL)");
         if (hasRange(field)) {
             _row.add("CAST(min(" + x + ") AS VARCHAR)");
             _row.add("CAST(max(" + x + ") AS VARCHAR)");
         }
-        if (_ranges && isNumber(field))
-            _row.add(_table.isWeighted()
-                         ? "sum(w * " + x + ") / sum(w) FILTER (WHERE " + x + " IS NOT NULL)"
-                         : "avg(" + x + ")");
     }
 
     void answer(const DataSummary& whole, FieldSummary& field)
     {
         field.valid = _row.integer();
         field.missing = whole.records - field.valid;
-        field.validWeight =
-            _table.isWeighted() ? _row.real().value_or(0) : static_cast<double>(field.valid);
-        // The difference of two rounded sums is seldom 0 where it should be.
-        field.missingWeight = field.missing == 0 ? 0 : whole.weight - field.validWeight;
         if (hasRange(field.field)) {
             field.minimum = _row.text();
             field.maximum = _row.text();
         }
-        if (_ranges && isNumber(field.field))
-            field.numeric.mean = _row.real();
     }
 
     const InputTable& _table;
@@ -96,13 +77,11 @@ private:
     OneRow _row;
 };
 
-/// Deviations from the means, which the first pass has found: sums of powers of the values
-/// themselves would lose the digits that count where the mean is far from 0. Without a weight the
-/// quartiles come along.
-class MomentPass
+/// The quartiles of all numeric fields, in one pass.
+class QuartilePass
 {
 public:
-    explicit MomentPass(const InputTable& table) : _table(table) {}
+    explicit QuartilePass(const InputTable& table) : _table(table) {}
 
     void run(const ComponentQueries& queries, DataSummary& summary)
     {
@@ -121,34 +100,14 @@ private:
     void ask(const FieldSummary& field)
     {
         const std::string x = _table.column(field.field);
-        const std::string d = "(" + x + " - " + sqlConstant(*field.numeric.mean).sql + ")";
-        const std::string weight = _table.isWeighted() ? "w * " : "";
-        for (const char* power : {"", "2", "3", "4"}) {
-            std::string term = weight + d;
-            for (char times = '1'; *power != '\0' && times < *power; ++times)
-                term += " * " + d;
-            _row.add("sum(" + term + ")");
-        }
-        if (!_table.isWeighted())
-            // One list, which the database computes once: three aggregates would each keep and
-            // part all values.
-            for (const char* place : {"[1]", "[2]", "[3]"})
-                _row.add("quantile_cont(CAST(" + x + " AS DOUBLE), [0.25, 0.5, 0.75])" + place);
+        // One list, which the database computes once: three aggregates would each keep and part
+        // all values.
+        for (const char* place : {"[1]", "[2]", "[3]"})
+            _row.add("quantile_cont(CAST(" + x + " AS DOUBLE), [0.25, 0.5, 0.75])" + place);
     }
 
     void answer(FieldSummary& field)
     {
-        CentralSums sums;
-        sums.weight = field.validWeight;
-        // The mean is rounded, so the deviations do not quite add up to 0, and their squares to
-        // a little too much.
-        const double drift = _row.real().value_or(0);
-        sums.second = _row.real().value_or(NAN) - drift * drift / sums.weight;
-        sums.third = _row.real().value_or(NAN);
-        sums.fourth = _row.real().value_or(NAN);
-        fillMoments(sums, field.numeric);
-        if (_table.isWeighted())
-            return;
         field.numeric.firstQuartile = _row.real();
         field.numeric.median = _row.real();
         field.numeric.thirdQuartile = _row.real();
@@ -201,7 +160,9 @@ DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
     if (table.keepsLeftOut())
         summary.leftOut = dropLeftOut(queries, table);
     CountPass(table, settings.summaries).run(queries, summary);
-    MomentPass(table).run(queries, summary);
+    sumUp(queries, table, settings.summaries, summary);
+    if (!table.isWeighted())
+        QuartilePass(table).run(queries, summary);
     for (FieldSummary& field : summary.fields) {
         if (table.isWeighted() && field.numeric.mean)
             takeWeightedQuartiles(queries, table, field);
