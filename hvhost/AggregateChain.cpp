@@ -105,16 +105,20 @@ void AggregateChain::addWeighted(const Statistic& statistic)
 {
     const std::string& field = statistic.field;
     const auto weights = [&] {
-        return sumOf(field.empty()
-                         ? expression("%s", {_weight})
-                         : expression("if (isMissing(%s)) null else %s", {field, _weight}));
+        if (field.empty())
+            return sumOf(expression("%s", {_weight}));
+        // A derived field keeps a number that is infinite or none as missing, and the aggregate
+        // step takes it for missing too.
+        const std::string copy = derived(expression("%s", {field}));
+        return sumOf(expression("if (isMissing(%s)) null else %s", {copy, _weight}));
     };
     if (statistic.function == "count") {
         _quotients.push_back({statistic.name, weights(), {}});
     } else if (statistic.function == "sum") {
         addOutput("sum", derived(expression("%s * %s", {_weight, field})), statistic.name);
     } else if (statistic.function == "mean") {
-        const std::string products = sumOf(expression("%s * %s", {_weight, field}));
+        // As reals: the product of two integers may have no room in 64 bits.
+        const std::string products = sumOf(expression("1.0 * %s * %s", {_weight, field}));
         _quotients.push_back({statistic.name, products, weights()});
     } else if (isPercentile(statistic.function) ||
                isIn(statistic.function, {"sd", "variance", "median"})) {

@@ -107,6 +107,17 @@ class Agreement(Case):
                                            f"count,min:{of},max:{of},last:{of}", "--format", "json",
                                            "--unweighted", "--user-missing", missing)
 
+    def test_what_is_no_number_is_missing_for_aggregate_and_describe(self):
+        rows = "('a', 1.0, 2.5::DOUBLE, 9e18::BIGINT), ('a', 2.0, 'NaN', 9e18::BIGINT), ('b', 3.0, 'Infinity', 7)"
+        path = self.parquet("numbers.hvbf", f"SELECT * FROM (VALUES {rows}) t(g, w, x, n)")
+        stats = "--stat", "count:x,mean:x,min:x,max:x,mean:n", "--format", "json"
+        for weight, wanted in ((("--unweighted",), [1, 2.5, 2.5, 2.5]), (("--weight", "w"), [1, 2.5, 2.5, 2.5])):
+            done = self.on_both_roads("aggregate", path, *weight, *stats)
+            self.assertEqual(list(json.loads(done.stdout)["rows"][0].values())[:4], wanted)
+        self.assertAlmostEqual(json.loads(done.stdout)["rows"][0]["mean_n"] / 4.5e18, 1)
+        told = self.run_hvhost("describe", path, "x", "--weight", "w", "--format", "csv").stdout
+        self.assertIn("2.5", told)
+
     def test_a_dictionary_that_is_wrong_is_refused_on_both_roads(self):
         def of(variable):
             return '{"variables":[' + variable + ']}'

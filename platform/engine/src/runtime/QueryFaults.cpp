@@ -53,8 +53,7 @@ struct Phrase
     bool aboutTarget; ///< the text names what is written, not the steps
 };
 
-constexpr const char* kNoSpread =
-    "there is no sd or variance of values that are infinite, not a number or too large";
+constexpr const char* kNoSpread = "an sd or a variance is beyond the range of a Real";
 
 constexpr Phrase kPhrases[] = {
     {"No space left on device", errors::kDiskFull, "there is no room left for the file", true},

@@ -34,13 +34,20 @@ struct AggregateFunction
     Gives gives;
     const char* sql;
     bool needsOrder;
+    const char* sqlOfReals = nullptr; ///< null if it is the same
 };
+
+/// Additions of reals carry what they round off. A sum beyond the range of a double is infinite and
+/// gives no mean. The mean is kept within the values, which rounding may leave by the last digit.
+constexpr const char* kSumOfReals = "CASE WHEN isfinite(fsum($)) THEN fsum($) ELSE sum($) END";
+constexpr const char* kMeanOfReals =
+    "CASE WHEN isfinite(favg($)) THEN greatest(min($), least(max($), favg($))) END";
 
 constexpr AggregateFunction kAggregateFunctions[] = {
     {"key", Accepts::Anything, Gives::SameAsInput, "$", false},
     {"count", Accepts::Anything, Gives::Integer, "count($)", false},
-    {"sum", Accepts::Numbers, Gives::SameAsInput, "sum($)", false},
-    {"mean", Accepts::Numbers, Gives::Real, "avg($)", false},
+    {"sum", Accepts::Numbers, Gives::SameAsInput, "sum($)", false, kSumOfReals},
+    {"mean", Accepts::Numbers, Gives::Real, "avg($)", false, kMeanOfReals},
     {"min", Accepts::Anything, Gives::SameAsInput, "min($)", false},
     {"max", Accepts::Anything, Gives::SameAsInput, "max($)", false},
     {"sd", Accepts::Numbers, Gives::Real, "stddev_samp($)", false},
@@ -73,6 +80,24 @@ struct Aggregation
     std::string order;
     bool ordered = false;
 };
+
+/// The input in SQL. A real that is infinite or not a number is missing, as it is for descriptives:
+/// one of them would make each mean of the field infinite or not a number.
+std::string aggregatedColumn(const CFField* input)
+{
+    if (!input)
+        return "*";
+    const std::string column = "t." + quotedIdentifier(input->GetName());
+    if (input->GetStorage() != CFField::Real)
+        return column;
+    return "CASE WHEN isfinite(" + column + ") THEN " + column + " END";
+}
+
+const char* sqlOfFunction(const AggregateFunction& function, const CFField* input)
+{
+    const bool isReal = input && input->GetStorage() == CFField::Real;
+    return isReal && function.sqlOfReals ? function.sqlOfReals : function.sql;
+}
 
 std::string filledIn(const char* sql, const std::string& column, const std::string& number,
                      std::int64_t centile)
@@ -148,11 +173,11 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
     output.reportOthers(call.context.message);
 
     aggregation.fields.push_back(resultField(name, function, input));
-    const std::string column = input ? "t." + quotedIdentifier(inputName) : "*";
     // The sum of integers is wider than an integer until it is known to fit.
     const char* type = sqlTypeOf(aggregation.fields.back().GetStorage());
     aggregation.columns += (aggregation.columns.empty() ? "" : ", ") +
-                           ("CAST(" + filledIn(function.sql, column, "t." + number, centile)) +
+                           ("CAST(" + filledIn(sqlOfFunction(function, input),
+                                               aggregatedColumn(input), "t." + number, centile)) +
                            " AS " + type + ") AS " + quotedIdentifier(name);
     aggregation.ordered |= function.needsOrder;
     if (function.name != "key")
