@@ -84,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     } catch (const JNIException& error) {
         require("Java refuses it: " + error.message());
     } catch (const EmbeddedHV::JobError& error) {
-        require(error.text);
+        require(error.text());
     }
     manager.cleanJRef();
     return 0;

@@ -44,6 +44,7 @@ public:
     /// An input whose records without a match are kept.
     void AddNonMatchingSource(std::size_t source);
 
+    /// False too if an input cannot be created: the job would run without its records.
     bool GenerateHVL() override;
 
 private:

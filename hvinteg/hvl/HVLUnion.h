@@ -17,6 +17,7 @@ public:
     /// Whether names have to agree in letter case.
     void SetMatchCase(bool matchCase) { _matchCase = matchCase; }
 
+    /// False too if an input cannot be created: the job would run without its records.
     bool GenerateHVL() override;
 
 private:

@@ -82,6 +82,22 @@ TEST_F(JobLifeTest, ACancellationBeforeTheJobCounts)
     EXPECT_EQ(files(), std::vector<std::string>{"in.csv"});
 }
 
+TEST_F(JobLifeTest, ACancellationEndsThePlanning)
+{
+    write("in.csv", "a\n1\n");
+    std::string chain = readCsv("in.csv");
+    // Each of these steps says something when it is planned.
+    for (int i = 0; i < 3; ++i)
+        chain += R"( -> filterFields({"fields": ["a"], "unknown)" + std::to_string(i) + R"(": 1}))";
+    const auto execution = newExecution(chain + " -> " + writeCsv("out.csv"));
+    RecordingListener listener;
+    listener.onCall = [&] { execution->cancel(nullptr); };
+    execution->execute(nullptr, &listener);
+    EXPECT_EQ(listener.ending, "cancel");
+    EXPECT_EQ(listener.messages.size(), 1U);
+    execution->dispose(nullptr);
+}
+
 TEST_F(JobLifeTest, SlowRowsDoNotDelayACancellation)
 {
     TestRows rows("rows", {{"v", "real"}},

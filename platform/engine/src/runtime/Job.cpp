@@ -79,7 +79,10 @@ void Job::startOver(Planner& planner)
 
 void Job::runStatement(Statement& statement)
 {
-    const std::string select = selectOf(*statement.result, statement);
+    for (Node* node : inputsFirst(*statement.result, Walk::UpToTables))
+        if (node->shared && node->table.empty())
+            evaluate(*node, statement);
+    const std::string select = selectOf(*statement.result);
     Output* const output = statement.output.get();
     execute(output ? output->statement(select) : select, *statement.result, statement,
             output && output->takesRecords() ? output : nullptr);
@@ -104,33 +107,31 @@ void Job::commit(Statement& statement)
         _context.unwritten.erase(canonicalPath(document->path()));
 }
 
-std::string Job::selectOf(Node& node, const Statement& statement)
+std::string Job::selectOf(const Node& node)
 {
     if (node.shared)
-        return "SELECT * FROM " + render(node, statement);
-    std::vector<std::string> inputs;
-    for (const NodePtr& input : node.inputs)
-        inputs.push_back(render(*input, statement));
-    return node.select(inputs);
+        return "SELECT * FROM " + render(node);
+    return node.select(inputsOf(node));
 }
 
-std::string Job::render(Node& node, const Statement& statement)
+std::string Job::render(const Node& node)
 {
-    if (!node.shared)
-        return "(" + selectOf(node, statement) + ")";
-    if (node.table.empty())
-        evaluate(node, statement);
-    return quotedIdentifier(node.table);
+    return node.shared ? quotedIdentifier(node.table) : "(" + selectOf(node) + ")";
+}
+
+std::vector<std::string> Job::inputsOf(const Node& node)
+{
+    std::vector<std::string> inputs;
+    for (const NodePtr& input : node.inputs)
+        inputs.push_back(render(*input));
+    return inputs;
 }
 
 void Job::evaluate(Node& node, const Statement& statement)
 {
-    std::vector<std::string> inputs;
-    for (const NodePtr& input : node.inputs)
-        inputs.push_back(render(*input, statement));
     const std::string table = _context.newTable("hv_chain_");
-    execute("CREATE TEMP TABLE " + quotedIdentifier(table) + " AS " + node.select(inputs), node,
-            statement, nullptr);
+    execute("CREATE TEMP TABLE " + quotedIdentifier(table) + " AS " + node.select(inputsOf(node)),
+            node, statement, nullptr);
     node.table = table;
 }
 

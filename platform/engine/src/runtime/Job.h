@@ -34,9 +34,11 @@ private:
     void runStatement(Statement& statement);
     /// Gives all that the statement has written its names, or nothing of it.
     void commit(Statement& statement);
-    /// The FROM item of a node; evaluates what is used more than once.
-    std::string render(Node& node, const Statement& statement);
-    std::string selectOf(Node& node, const Statement& statement);
+    /// The FROM item of a node, and its SELECT; the tables that they name are made before.
+    static std::string render(const Node& node);
+    static std::string selectOf(const Node& node);
+    static std::vector<std::string> inputsOf(const Node& node);
+    /// Makes the table of a node that is used more than once.
     void evaluate(Node& node, const Statement& statement);
 
     /// `taker` is the output that takes the records that the SQL gives; null if it gives none that

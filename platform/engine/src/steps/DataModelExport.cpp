@@ -7,21 +7,6 @@
 #include "runtime/FileSpace.h"
 
 namespace EmbeddedHV {
-namespace {
-
-void gather(const Node& node, std::set<const Node*>& seen,
-            std::vector<std::shared_ptr<DataModelExport>>& found)
-{
-    if (!seen.insert(&node).second)
-        return;
-    for (const NodePtr& input : node.inputs)
-        gather(*input, seen, found);
-    if (node.exported && !node.exported->isCommitted())
-        found.push_back(node.exported);
-}
-
-} // namespace
-
 DataModelExport::DataModelExport(const std::string& path, const std::string& step,
                                  const Fields& fields)
     : _file(path, step), _document(dataModelOf(fields))
@@ -42,11 +27,12 @@ void DataModelExport::revoke()
     _isCommitted = false;
 }
 
-std::vector<std::shared_ptr<DataModelExport>> exportsOf(const Node& node)
+std::vector<std::shared_ptr<DataModelExport>> exportsOf(Node& node)
 {
-    std::set<const Node*> seen;
     std::vector<std::shared_ptr<DataModelExport>> found;
-    gather(node, seen, found);
+    for (const Node* made : inputsFirst(node, Walk::Everywhere))
+        if (made->exported && !made->exported->isCommitted())
+            found.push_back(made->exported);
     return found;
 }
 

@@ -32,7 +32,7 @@ private:
 };
 
 /// The documents that are yet to be written of all steps that the relation is made by.
-std::vector<std::shared_ptr<DataModelExport>> exportsOf(const Node& node);
+std::vector<std::shared_ptr<DataModelExport>> exportsOf(Node& node);
 
 /// Throws JobError if two things that the statement writes would be one file.
 void checkTargets(const Statement& statement);

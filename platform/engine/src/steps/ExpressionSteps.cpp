@@ -69,7 +69,7 @@ CFField reclassifiedField(const CFField& old, CFField::StorageType storage)
 StepResult planDeriveField(StepCall& call)
 {
     const MadeField made = madeField(call);
-    Fields fields = call.input()->fields;
+    Fields fields = call.takeFields();
     refuseDuplicate(fields, made.name, call.name);
     fields.push_back(plainField(made.name, made.storage));
     const std::string column = "(" + made.sql + ") AS " + quotedIdentifier(made.name);
@@ -85,7 +85,7 @@ StepResult planReclassifyField(StepCall& call)
 {
     const MadeField made = madeField(call);
     const CFField changed = reclassifiedField(call.inputField(made.name), made.storage);
-    Fields fields = call.input()->fields;
+    Fields fields = call.takeFields();
     std::replace_if(
         fields.begin(), fields.end(),
         [&](const CFField& field) { return field.GetName() == made.name; }, changed);
@@ -108,7 +108,8 @@ StepResult planFilterRecords(StepCall& call)
                                                  "not of type " +
                                                  wordOf(condition.type));
     const std::string sql = "CAST(" + condition.sql + " AS BOOLEAN)";
-    return {derivedNode(call.input()->fields, {call.input()},
+    Fields fields = call.takeFields();
+    return {derivedNode(std::move(fields), {call.input()},
                         [sql](const std::vector<std::string>& inputs) {
                             return "SELECT * FROM " + inputs[0] + " WHERE " + sql;
                         }),
@@ -119,7 +120,7 @@ StepResult planFilterRecords(StepCall& call)
 /// copy, drawn by the record's number, so that a job gives the same records each time.
 StepResult planBalanceRecords(StepCall& call)
 {
-    const Fields& fields = call.input()->fields;
+    Fields fields = call.takeFields();
     const SqlExpression factor =
         compileRecordLambda(*call.lambda, schemaOf(fields), call.definitions, call.name);
     if (!isNumber(factor.type) && factor.type != ValueType::Null)
@@ -142,7 +143,7 @@ StepResult planBalanceRecords(StepCall& call)
         "hash(" +
         number + ")::DOUBLE / 18446744073709551616.0 < " + name + " - floor(" + name +
         ") THEN 1 ELSE 0 END END";
-    return {derivedNode(fields, {call.input()},
+    return {derivedNode(std::move(fields), {call.input()},
                         [=](const std::vector<std::string>& inputs) {
                             return "SELECT " + columns + " FROM (SELECT " + columns +
                                    ", unnest(range(" + count + ")) AS " + copies + " FROM (" +

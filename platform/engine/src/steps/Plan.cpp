@@ -1,6 +1,8 @@
 #include "steps/Plan.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 #include "ErrorIds.h"
 #include "JobError.h"
@@ -11,10 +13,45 @@ namespace {
 
 /// Deeper nests of subqueries are cut by a table: the database walks them recursively.
 constexpr int kMostNestedSteps = 64;
-/// Nodes are walked recursively as well.
+/// The planner keeps the fields of each step that others may use.
 constexpr int kMostSteps = 2000;
 
 } // namespace
+
+Node::~Node()
+{
+    std::vector<NodePtr> ending = std::move(inputs);
+    while (!ending.empty()) {
+        const NodePtr node = std::move(ending.back());
+        ending.pop_back();
+        if (node.use_count() > 1)
+            continue;
+        for (NodePtr& input : node->inputs)
+            ending.push_back(std::move(input));
+        node->inputs.clear();
+    }
+}
+
+std::vector<Node*> inputsFirst(Node& last, Walk walk)
+{
+    std::vector<Node*> order;
+    std::vector<std::pair<Node*, std::size_t>> open{{&last, 0}};
+    std::set<const Node*> seen{&last};
+    while (!open.empty()) {
+        Node* const node = open.back().first;
+        const std::size_t next = open.back().second++;
+        const bool ends = walk == Walk::UpToTables && !node->table.empty();
+        if (!ends && next < node->inputs.size()) {
+            Node* const input = node->inputs[next].get();
+            if (seen.insert(input).second)
+                open.emplace_back(input, 0);
+        } else {
+            order.push_back(node);
+            open.pop_back();
+        }
+    }
+    return order;
+}
 
 NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
                     std::function<std::string(const std::vector<std::string>&)> select)

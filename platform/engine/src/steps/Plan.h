@@ -43,6 +43,12 @@ using NodePtr = std::shared_ptr<Node>;
 /// inputs are known. Nothing runs until a statement is rendered from it.
 struct Node
 {
+    Node() = default;
+    Node(const Node&) = delete;
+    Node& operator=(const Node&) = delete;
+    /// Ends the nodes before this one without recursion: a chain may have thousands.
+    ~Node();
+
     Fields fields;
     std::vector<NodePtr> inputs;
     std::function<std::string(const std::vector<std::string>& inputs)> select;
@@ -53,6 +59,16 @@ struct Node
     int steps = 1;                             ///< steps since the source
     std::string table;                         ///< once evaluated
 };
+
+/// Whether a walk goes beyond nodes whose records are in a table.
+enum class Walk
+{
+    UpToTables,
+    Everywhere
+};
+
+/// The node and what it is made from, each once and behind its inputs. Without recursion.
+std::vector<Node*> inputsFirst(Node& last, Walk walk);
 
 /// A relation over others; its depth follows from theirs. Throws JobError past the longest chain.
 NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,

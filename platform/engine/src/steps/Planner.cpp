@@ -218,6 +218,9 @@ StepResult Planner::planStep(const language::Step& step, NodePtr input)
 {
     const StepKind& kind = stepKind(step);
     StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values};
+    // A chain may have many steps. The job turns the fault into its cancellation.
+    if (_context.cancellation && _context.cancellation->cancelled())
+        throw JobError(errors::kQueryFailed, call.name + ": the job was stopped");
     gatherInputs(step, std::move(input), call);
     const std::size_t inputs = call.inputs.size();
     if (kind.inputs == StepInputs::None && inputs > 0)

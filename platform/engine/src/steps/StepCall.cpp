@@ -33,6 +33,12 @@ void refuseDuplicate(const Fields& fields, const std::string& field, const std::
                             : ", and \"" + field + "\" differs from it only in letter case"));
 }
 
+Fields StepCall::takeFields()
+{
+    Node& node = *input();
+    return input().use_count() == 1 ? std::move(node.fields) : node.fields;
+}
+
 const CFField& StepCall::inputField(const std::string& field) const
 {
     return fieldOf(input()->fields, field, name + ": the input");

@@ -32,6 +32,10 @@ struct StepCall
     Json outputContainers = nullptr; ///< of a component; null if the text has none
 
     const NodePtr& input() const { return inputs.front().node; }
+    /// The fields of the input, for a step that goes on with them. They are moved out where no
+    /// other step can ask for them, so that a chain of steps does not keep a copy for each; the
+    /// caller needs the input's fields no more.
+    Fields takeFields();
     Settings settings() const { return {configuration, name}; }
     /// The field of the input; throws JobError with the nearest name if there is none.
     const CFField& inputField(const std::string& field) const;
