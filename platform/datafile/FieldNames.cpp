@@ -7,12 +7,25 @@
 #include <unicode/unistr.h>
 
 namespace datafile {
+namespace {
+
+bool isAscii(const std::string& name)
+{
+    return std::all_of(name.begin(), name.end(),
+                       [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
+}
+
+char lowered(char letter)
+{
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+} // namespace
 
 std::string foldedName(std::string name)
 {
     // Most names are ASCII, and are compared often.
-    const auto isAscii = [](char letter) { return static_cast<unsigned char>(letter) < 0x80; };
-    if (!std::all_of(name.begin(), name.end(), isAscii)) {
+    if (!isAscii(name)) {
         std::string folded;
         icu::UnicodeString letters = icu::UnicodeString::fromUTF8(name);
         // Without memory ICU gives an empty text that is marked: all such names would be equal.
@@ -22,9 +35,18 @@ std::string foldedName(std::string name)
         return folded;
     }
     for (char& letter : name)
-        if (letter >= 'A' && letter <= 'Z')
-            letter = static_cast<char>(letter - 'A' + 'a');
+        letter = lowered(letter);
     return name;
+}
+
+bool isSameName(const std::string& left, const std::string& right)
+{
+    // Letters beyond ASCII may fold to letters within.
+    if (!isAscii(left) || !isAscii(right))
+        return foldedName(left) == foldedName(right);
+    return left.size() == right.size() &&
+           std::equal(left.begin(), left.end(), right.begin(),
+                      [](char a, char b) { return lowered(a) == lowered(b); });
 }
 
 std::vector<std::string> uniqueNames(std::vector<std::string> names)

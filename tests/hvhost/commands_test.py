@@ -229,12 +229,11 @@ class Rest(Case):
     def test_the_longest_chain_runs_and_a_longer_one_is_refused(self):
         data, saved = self.write("in.csv", "a\n1\n"), self.folder / "out.csv"
         for count, status in ((1990, 0), (4000, 1)):
-            job = 'read({"dataSource": "in"})' + "".join(
-                f' -> deriveField(_, c => x => ("f{i}", x.a + {i}))' for i in range(count))
+            job = 'read({"dataSource": "in"})' + " -> filterRecords(_, c => x => x.a > 0)" * count
             done = self.run_hvhost("run", "--data", f"in={data}", "--save", f"out={saved}", "-", status=status,
                                    text=job + ' -> write({"dataSource": "out", "mode": "overwrite"})')
         self.assertIn("more than 2000 steps", done.stderr)
-        self.assertEqual(self.rows(saved)[0]["f1989"], "1990")
+        self.assertEqual(self.rows(saved), [{"a": "1"}])
 
     def test_text_is_as_wide_as_is_asked(self):
         for words in (["aggregate", PENGUINS, "--by", "species", "--stat", "count,mean:body_mass_g,max:body_mass_g"],

@@ -23,6 +23,7 @@ namespace {
 /// Definitions may use one another twice each, and so stand for endless SQL.
 constexpr std::size_t kLongestSql = 4'000'000;
 constexpr int kDeepest = 500;
+constexpr int kLookupsWithoutIndex = 16;
 
 } // namespace
 
@@ -30,8 +31,20 @@ BodyCompiler::BodyCompiler(const Schema& input, const Definitions& definitions,
                            const std::string& step)
     : _input(input), _definitions(definitions), _step(step)
 {
-    for (const Column& field : input)
-        _columns.emplace(field.name, &field);
+}
+
+const Column* BodyCompiler::findColumn(const std::string& name) const
+{
+    // Most bodies name a few fields, and an index of all would cost each step of a chain its width.
+    if (++_lookups <= kLookupsWithoutIndex) {
+        const auto found = std::ranges::find(_input, name, &Column::name);
+        return found == _input.end() ? nullptr : &*found;
+    }
+    if (_columns.empty())
+        for (const Column& field : _input)
+            _columns.emplace(field.name, &field);
+    const auto found = _columns.find(name);
+    return found == _columns.end() ? nullptr : found->second;
 }
 
 SqlExpression BodyCompiler::compile(const Expression& expression, const Scope& scope)
@@ -188,8 +201,8 @@ SqlExpression BodyCompiler::compileField(const language::Member& member, const S
 
 const Column& BodyCompiler::column(const std::string& name, const Place& place) const
 {
-    if (const auto found = _columns.find(name); found != _columns.end())
-        return *found->second;
+    if (const Column* found = findColumn(name))
+        return *found;
     place.fail(errors::kExpressionField, "the records have no field \"" + name + "\"" +
                                              suggestion(name, _input, &Column::name));
 }

@@ -55,6 +55,7 @@ private:
     SqlExpression compileDefined(const std::string& name, const language::Expression& body,
                                  const Scope& scope, const Place& place);
     const Column& column(const std::string& name, const Place& place) const;
+    const Column* findColumn(const std::string& name) const;
     [[noreturn]] void failName(const std::string& name, const Scope& scope,
                                const Place& place) const;
     const language::Expression* definition(const std::string& name) const;
@@ -63,7 +64,9 @@ private:
     const Schema& _input;
     const Definitions& _definitions;
     const std::string& _step;
-    std::unordered_map<std::string, const Column*> _columns;
+    /// An index of the columns, made once it is worth it.
+    mutable std::unordered_map<std::string, const Column*> _columns;
+    mutable int _lookups = 0;
     std::vector<std::string> _definitionsOnTheWay;
     int _depth = 0;
 };

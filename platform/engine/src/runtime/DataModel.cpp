@@ -64,9 +64,8 @@ const CFField* findField(const Fields& fields, const std::string& name)
 
 const CFField* findFieldAnyCase(const Fields& fields, const std::string& name)
 {
-    const std::string wanted = foldedName(name);
     const auto found = std::find_if(fields.begin(), fields.end(), [&](const CFField& field) {
-        return foldedName(field.GetName()) == wanted;
+        return datafile::isSameName(field.GetName(), name);
     });
     return found == fields.end() ? nullptr : &*found;
 }
