@@ -245,8 +245,9 @@ TEST(OutputMap, WhatTheHostCannotDrawIsLeftToTheLibrary)
         R"({"data":{"url":"land.json"},"mark":"geoshape"})",
         R"({"data":{"name":"land"},"mark":"geoshape","encoding":{"color":{"aggregate":"count"}}})",
         R"({"data":{"name":"land"},"mark":"geoshape","encoding":{"row":{"field":"x"}}})",
-        R"({"data":{"name":"land"},"mark":"geoshape","encoding":{"color":{"field":"properties.v",)"
-        R"("type":"quantitative","scale":{"type":"threshold","domain":[[1],"2"]}}}})",
+        R"({"data":{"name":"land"},"mark":"geoshape",
+            "encoding":{"color":{"field":"properties.v","type":"quantitative",
+                                 "scale":{"type":"threshold","domain":[[1],"2"]}}}})",
         R"({"data":{"values":[{"a":1}]},"mark":"circle","encoding":{"x":{"field":"a"}}})",
         R"({"layer":[{"data":{"name":"land"},"mark":"geoshape"},{"mark":"text","data":{"values":[]}}]})"};
     for (const char* other : others)

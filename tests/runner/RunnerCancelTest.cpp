@@ -196,9 +196,9 @@ TEST_F(RunnerCancel, EngineMayCallBackFromItsCancel)
         runner.prepareHVLJob("job");
         engine.clearCalls();
         int depth = 0;
-        engine.onCall("cancel", [&] {
+        engine.onCall("cancel", [&, callBack = call] {
             if (depth++ == 0)
-                call(runner);
+                callBack(runner);
             EXPECT_NE(engine.callNames().back(), "delete") << "the execution is in its cancel";
         });
         runner.cancelExecution();

@@ -85,7 +85,7 @@ void refuseOptionsThatExit(const std::vector<std::string>& texts)
 void requireWorkingDirectory()
 {
     std::error_code error;
-    std::filesystem::current_path(error);
+    static_cast<void>(std::filesystem::current_path(error));
     if (error)
         throw VexaJVMError("The Java virtual machine needs the working directory, which is gone or "
                            "cannot be read: " +
