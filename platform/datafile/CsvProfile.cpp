@@ -48,19 +48,30 @@ void CsvProfile::readNames()
 {
     if (!_scanner.next(_fields))
         throw Fault(faults::kFileEmpty, "read: " + _path + ": the file holds no line with text");
-    if (_hasHeader && _scanner.unclosed())
-        throw Fault(faults::kBadRecord, "read: " + _path + ":" + std::to_string(_scanner.line()) +
-                                            ": a quote is not closed");
+    if (_hasHeader && _scanner.flaw())
+        throw faultOf(*_scanner.flaw(), _path);
     for (const CsvField& field : _fields) {
         if (!isUtf8(field.text) || field.text.find('\0') != std::string_view::npos)
-            throw Fault(faults::kNotOfItsKind,
-                        "read: " + _path + ":1: this is not a CSV file in UTF-8");
+            throw Fault(faults::kNotOfItsKind, "read: " + _path + ":" +
+                                                   std::to_string(_scanner.line()) +
+                                                   ": this is not a CSV file in UTF-8");
         _names.push_back(_hasHeader ? textOf(field) : "");
     }
     _names = uniqueNames(std::move(_names));
     _kinds.assign(_names.size(), CsvKind::Missing);
+    if (_names.size() == 1)
+        _scanner.takeBlankLines();
     if (!_hasHeader)
-        take();
+        takeBlankHead();
+}
+
+/// Counts the first record of a file without names, and the blank lines before it, which are
+/// records too if there is one column.
+void CsvProfile::takeBlankHead()
+{
+    if (_names.size() == 1)
+        _records = _scanner.line() - 1;
+    take();
 }
 
 CFField::StorageType CsvProfile::storageOf(std::size_t column) const
@@ -86,10 +97,13 @@ try {
     while (_records < records && !_complete) {
         if (goOn && _records % kRecordsBetweenLooks == 0 && !goOn())
             return false;
-        if (_scanner.next(_fields))
+        if (_scanner.next(_fields)) {
             take();
-        else
-            _complete = true;
+            continue;
+        }
+        _complete = true;
+        if (_scanner.flaw()) // the last line's end
+            takeFlaw(*_scanner.flaw());
     }
     return true;
 } catch (const std::length_error& error) {
@@ -109,19 +123,22 @@ bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& go
     // The names are known; without a header the first record is a record.
     if (_hasHeader)
         _scanner.next(_fields);
+    if (_names.size() == 1)
+        _scanner.takeBlankLines();
     return read(records, goOn);
 }
 
 void CsvProfile::take()
 {
     ++_records;
-    if (_scanner.unclosed())
-        _unclosedLine = _scanner.line();
-    if (_fields.size() != _names.size()) {
-        if (!_ragged)
-            _ragged = {_scanner.line(), _fields.size()};
-        return;
-    }
+    if (_scanner.flaw())
+        takeFlaw(*_scanner.flaw());
+    if (_fields.size() != _names.size())
+        return takeFlaw({_scanner.line(), 0,
+                         "the record has " + std::to_string(_fields.size()) +
+                             (_fields.size() == 1 ? " field" : " fields") + ", not " +
+                             std::to_string(_names.size()),
+                         0, false});
     if (!_longest.empty())
         takeLengths();
     // Types are given: only values that they would change without a word need a look.
@@ -136,20 +153,30 @@ void CsvProfile::take()
     }
 }
 
+void CsvProfile::takeFlaw(const CsvFlaw& flaw)
+{
+    if (_flaw)
+        return;
+    _flaw = flaw;
+    _flaw->record = _records;
+}
+
 void CsvProfile::measure()
 {
     _longest.assign(_names.size(), 0);
     _gaps.assign(_names.size(), false);
     if (_records > 0) // the first record, of a file without names
         takeLengths();
+    if (_records > 1) // blank lines came before it
+        _gaps.front() = true;
 }
 
 void CsvProfile::takeLengths()
 {
     for (std::size_t column = 0; column < _fields.size(); ++column) {
         const CsvField& field = _fields[column];
-        if (!_foreignLine && !isUtf8(field.text))
-            _foreignLine = _scanner.line();
+        if (!_flaw && !isUtf8(field.text))
+            takeFlaw({_scanner.line(), 0, "the text is not UTF-8", 0, false});
         if (field.text.empty())
             _gaps[column] = true;
         else if (field.text.size() > _longest[column])
@@ -173,6 +200,21 @@ void CsvProfile::checkExpected(std::size_t column, CsvKind kind)
                              : kind == CsvKind::Timestamp;
     if (changed && !_misfit)
         _misfit = {_scanner.line(), column, text};
+}
+
+Fault faultOf(const CsvFlaw& flaw, const std::string& path)
+{
+    return {flaw.isOfFile ? faults::kFileUnreadable : faults::kBadRecord,
+            "read: " + path + ":" + flaw.described()};
+}
+
+std::optional<CsvFlaw> firstCsvFlaw(const std::string& path, bool hasHeader, std::uint64_t records,
+                                    const std::function<bool()>& goOn)
+{
+    CsvProfile profile(path, hasHeader);
+    profile.measure();
+    profile.read(records, [&] { return !profile.flaw() && goOn(); });
+    return profile.flaw();
 }
 
 } // namespace datafile

@@ -8,12 +8,13 @@
 
 #include "datafile/CsvScanner.h"
 #include "datafile/CsvValue.h"
+#include "datafile/Fault.h"
 #include "datafile/FieldNames.h"
 
 namespace datafile {
 
 /// What a CSV file looks like from its records: names, and for each column the narrowest kind that
-/// holds all its values. Records with the wrong number of fields count for nothing here.
+/// holds all its values. Records with the wrong number of fields do not change names or kinds.
 class CsvProfile
 {
 public:
@@ -31,17 +32,9 @@ public:
     /// The longest text of a column in bytes, and whether a record has none there.
     std::size_t longest(std::size_t column) const { return _longest[column]; }
     bool hasGap(std::size_t column) const { return _gaps[column]; }
-    /// The first record that has another number of fields than there are names.
-    struct Ragged
-    {
-        std::uint64_t line = 0;
-        std::size_t fields = 0;
-    };
-    const std::optional<Ragged>& ragged() const { return _ragged; }
-    /// The line of the record, if any, whose quotes the end of the file leaves open.
-    const std::optional<std::uint64_t>& unclosedLine() const { return _unclosedLine; }
-    /// The line of the first record, if any, that is not UTF-8.
-    const std::optional<std::uint64_t>& foreignLine() const { return _foreignLine; }
+    /// The first record, if any, that breaks the rules of a CSV file: its quotes, its line end, its
+    /// number of fields and, if the texts are measured, its encoding.
+    const std::optional<CsvFlaw>& flaw() const { return _flaw; }
 
     /// Reads on until the records seen reach a number or the end of the file; false if `goOn`,
     /// asked now and then, stops it.
@@ -70,7 +63,9 @@ private:
     void readNames();
     void take();
     void takeExpected();
+    void takeFlaw(const CsvFlaw& flaw);
     void takeLengths();
+    void takeBlankHead();
     void checkExpected(std::size_t column, CsvKind kind);
 
     std::string _path;
@@ -80,9 +75,7 @@ private:
     std::vector<CsvKind> _kinds;
     std::vector<CFField::StorageType> _expected;
     std::optional<Misfit> _misfit;
-    std::optional<Ragged> _ragged;
-    std::optional<std::uint64_t> _unclosedLine;
-    std::optional<std::uint64_t> _foreignLine;
+    std::optional<CsvFlaw> _flaw;
     std::vector<std::size_t> _longest; ///< empty if the texts are not measured
     std::vector<bool> _gaps;
     std::vector<CsvField> _fields;
@@ -90,5 +83,13 @@ private:
     bool _complete = false;
     bool _trusting = false;
 };
+
+Fault faultOf(const CsvFlaw& flaw, const std::string& path);
+
+/// The first flaw of a file's first `records` records, encoding included. Host and engine both
+/// refuse a file by this answer, so that they name the same place. `goOn` as for read(): nothing is
+/// found once it says no. Throws Fault.
+std::optional<CsvFlaw> firstCsvFlaw(const std::string& path, bool hasHeader, std::uint64_t records,
+                                    const std::function<bool()>& goOn);
 
 } // namespace datafile

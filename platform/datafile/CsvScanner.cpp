@@ -1,5 +1,6 @@
 #include "datafile/CsvScanner.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -16,12 +17,41 @@ constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
 constexpr std::size_t kLongestRecord = std::size_t{64} * 1024 * 1024;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+constexpr const char* kUnclosedQuote = "a quote is not closed";
+constexpr const char* kTextAfterQuote =
+    "text follows a closing quote; a quote within a quoted text must be doubled";
+
 bool isLineEnd(char character)
 {
     return character == '\n' || character == '\r';
 }
 
+const char* wordOf(CsvLineEnd end)
+{
+    switch (end) {
+    case CsvLineEnd::LineFeed:
+        return "LF";
+    case CsvLineEnd::Return:
+        return "CR";
+    default:
+        return "CR LF";
+    }
+}
+
+/// The number of characters in UTF-8.
+std::uint64_t countCharacters(std::string_view bytes)
+{
+    return static_cast<std::uint64_t>(std::count_if(bytes.begin(), bytes.end(), [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+    }));
+}
+
 } // namespace
+
+std::string CsvFlaw::described() const
+{
+    return std::to_string(line) + (column == 0 ? "" : ":" + std::to_string(column)) + ": " + text;
+}
 
 CsvScanner::CsvScanner(const std::string& path)
     : _file(open(path.c_str(), O_RDONLY | O_CLOEXEC)), _buffer(kBufferSize)
@@ -58,27 +88,66 @@ bool CsvScanner::refill()
     return got > 0;
 }
 
-/// The bytes that are left. `afterReturn` says whether a carriage return came just before: a line
-/// feed after it belongs to the same line end.
-std::size_t CsvScanner::skipBlankLines(bool& afterReturn)
+/// Whether a line ends here; with both bytes of its end, if it has two, in the buffer.
+bool CsvScanner::isAtLineEnd()
 {
-    for (; _at < _end && isLineEnd(_buffer[_at]); ++_at, ++_mark) {
-        const bool isReturn = _buffer[_at] == '\r';
-        if (isReturn || !afterReturn)
-            ++_line;
-        afterReturn = isReturn;
-    }
-    return _end - _at;
+    if (_at == _end && !refill())
+        return false;
+    if (!isLineEnd(_buffer[_at]))
+        return false;
+    if (_buffer[_at] == '\r' && _at + 1 == _end)
+        refill();
+    return true;
+}
+
+void CsvScanner::takeLineEnd()
+{
+    CsvLineEnd end = CsvLineEnd::LineFeed;
+    if (_buffer[_at] == '\r')
+        end = _at + 1 < _end && _buffer[_at + 1] == '\n' ? CsvLineEnd::ReturnLineFeed
+                                                         : CsvLineEnd::Return;
+    if (_lineEnd == CsvLineEnd::None)
+        _lineEnd = end;
+    else if (_lineEnd != end && !_flaw)
+        _flaw = {_line, 0,
+                 std::string("the line ends in ") + wordOf(end) + ", and the first one in " +
+                     wordOf(_lineEnd),
+                 0, true};
+    const std::size_t length = end == CsvLineEnd::ReturnLineFeed ? 2 : 1;
+    _at += length;
+    _mark += length; // each byte of a line end is a mark
+    ++_line;
+}
+
+void CsvScanner::finishLine()
+{
+    if (_isRecordOpen && isAtLineEnd())
+        takeLineEnd();
+    _isRecordOpen = false;
 }
 
 bool CsvScanner::next(std::vector<CsvField>& fields)
 {
-    bool afterReturn = false;
-    while (skipBlankLines(afterReturn) == 0)
-        if (!refill())
-            return false;
-    while (!splitRecord(fields))
+    _flaw.reset();
+    finishLine();
+    while (isAtLineEnd()) {
+        if (_takesBlankLines) {
+            fields.assign(1, CsvField());
+            _recordLine = _line;
+            _isRecordOpen = true;
+            return true;
+        }
+        takeLineEnd();
+    }
+    if (_at == _end)
+        return false;
+    // A record that goes on past the buffer is split again from its beginning.
+    const std::optional<CsvFlaw> before = _flaw;
+    while (!splitRecord(fields)) {
+        _flaw = before;
         refill();
+    }
+    _isRecordOpen = true;
     return true;
 }
 
@@ -90,15 +159,18 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
     std::size_t mark = _mark;
     std::size_t at = _at;
     while (true) {
-        const bool quoted = at < _end && _buffer[at] == '"';
+        const std::size_t quote = openingQuote(at);
+        const bool quoted = quote != _end;
         const std::size_t textEnd = quoted ? closingQuote(mark, lines) : delimiter(mark);
-        // Whatever stands between the closing quote and the comma is the database's to refuse.
         const std::size_t end = quoted ? delimiter(mark) : textEnd;
         if (end == _end && !_atEnd)
             return false;
         // Only a quote at the very end leaves its field without one that closes it.
-        _unclosed = quoted && textEnd == _end;
-        const std::size_t textBegin = quoted ? at + 1 : at;
+        if (quoted && textEnd == _end)
+            note(quote, kUnclosedQuote);
+        else if (quoted && end != textEnd + 1)
+            findTextAfterQuote(textEnd, end);
+        const std::size_t textBegin = quoted ? quote + 1 : at;
         fields.push_back({{_buffer.data() + textBegin, textEnd - textBegin}, quoted});
         at = end;
         if (end == _end || isLineEnd(_buffer[end]))
@@ -111,6 +183,35 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
     _mark = mark;
     _at = at;
     return true;
+}
+
+/// The quote that opens the field at `at`, or the end of the bytes if the field has none.
+std::size_t CsvScanner::openingQuote(std::size_t at) const
+{
+    if (at < _end && _buffer[at] == ' ')
+        ++at;
+    return at < _end && _buffer[at] == '"' ? at : _end;
+}
+
+/// Notes the first character between a closing quote and the end of its field that is no blank.
+void CsvScanner::findTextAfterQuote(std::size_t quote, std::size_t end)
+{
+    const std::string_view rest(_buffer.data() + quote + 1, end - quote - 1);
+    if (const auto place = rest.find_first_not_of(' '); place != std::string_view::npos)
+        note(quote + 1 + place, kTextAfterQuote);
+}
+
+/// Keeps a flaw of the record that begins at `_at`, unless there is an earlier one.
+void CsvScanner::note(std::size_t at, const char* text)
+{
+    if (_flaw)
+        return;
+    const std::string_view before(_buffer.data() + _at, at - _at);
+    const std::size_t feed = before.rfind('\n');
+    const std::string_view ownLine =
+        feed == std::string_view::npos ? before : before.substr(feed + 1);
+    _flaw = {_line + static_cast<std::uint64_t>(std::count(before.begin(), before.end(), '\n')),
+             countCharacters(ownLine) + 1, text, 0, false};
 }
 
 /// The first comma or line end from `mark` on, where `mark` then stands, or the end of the bytes. A

@@ -1,48 +1,54 @@
 #include "datafile/FileTables.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <fstream>
+#include <cstdint>
+#include <stdexcept>
 #include <system_error>
+#include <vector>
 
 #include <fcntl.h>
 
 #include "datafile/ColumnTypes.h"
-#include "datafile/Fault.h"
-#include "datafile/FaultIds.h"
+#include "datafile/CsvScanner.h"
 #include "datafile/InputFile.h"
 #include "datafile/SqlQuoting.h"
 
 namespace datafile {
 namespace {
 
-std::string lineEndAt(const std::string& text, std::size_t at)
+/// What the database has to be told of the lines of a CSV file. It would take the first line break
+/// of the file for its line end, even one within quotes, and a blank line for the names.
+struct CsvLines
 {
-    return text.substr(at, text.compare(at, 2, "\r\n") == 0 ? 2 : 1);
+    std::uint64_t blankLines = 0; ///< before the first record
+    CsvLineEnd end = CsvLineEnd::None;
+};
+
+/// A file that cannot be read is left to the database, which says why.
+CsvLines linesOf(const std::string& path)
+try {
+    CsvScanner scanner(path);
+    std::vector<CsvField> fields;
+    if (!scanner.next(fields))
+        return {};
+    scanner.finishLine();
+    return {scanner.line() - 1, scanner.lineEnd()};
+} catch (const std::system_error&) {
+    return {};
+} catch (const std::length_error&) {
+    return {};
 }
 
-/// How many blank lines stand before the names: the database would take the first one for them. It
-/// would also find no record at all if the blank lines ended in another way than the others.
-std::size_t linesBeforeNames(const std::string& path)
+std::string newLineOption(CsvLineEnd end)
 {
-    constexpr std::size_t kHead = 65536;
-    constexpr const char* kEnds = "\r\n";
-    std::string text(kHead, '\0');
-    std::ifstream file(path, std::ios::binary);
-    text.resize(static_cast<std::size_t>(
-        file.read(text.data(), static_cast<std::streamsize>(kHead)).gcount()));
-    if (text.starts_with("\xEF\xBB\xBF"))
-        text.erase(0, 3);
-    const std::size_t names = std::min(text.find_first_not_of(kEnds), text.size());
-    if (names == 0)
-        return 0;
-    const std::size_t end = text.find_first_of(kEnds, names);
-    const std::string lineEnd = lineEndAt(text, end == std::string::npos ? 0 : end);
-    for (std::size_t at = 0; at < names; at += lineEnd.size())
-        if (lineEndAt(text, at) != lineEnd)
-            throw Fault(faults::kNotOfItsKind,
-                        "read: " + path + ":1: this is not a CSV file: its lines end in two ways");
-    return names / lineEnd.size();
+    switch (end) {
+    case CsvLineEnd::Return:
+        return ", new_line = '\\r'";
+    case CsvLineEnd::ReturnLineFeed:
+        return ", new_line = '\\r\\n'";
+    default:
+        return ", new_line = '\\n'";
+    }
 }
 
 } // namespace
@@ -61,7 +67,9 @@ std::string csvTable(const std::string& path, bool hasHeader, const Fields& colu
                       ", auto_detect = false, delim = ',', quote = '\"', escape = '\"', "
                       "comment = '', compression = 'none', allow_quoted_nulls = false, "
                       "hive_partitioning = false, header = ";
-    sql += hasHeader ? "true, skip = " + std::to_string(linesBeforeNames(path)) : "false, skip = 0";
+    const CsvLines lines = linesOf(path);
+    sql += hasHeader ? "true, skip = " + std::to_string(lines.blankLines) : "false, skip = 0";
+    sql += newLineOption(lines.end);
     if (!rejects.empty())
         sql += ", store_rejects = true, rejects_table = " + quotedLiteral(rejects) +
                ", rejects_scan = " + quotedLiteral(rejectScansOf(rejects));

@@ -213,7 +213,7 @@ constexpr std::tuple<const char*, const char*, const char*, const char*> kFaults
     {"too many fields", "ragged2.csv", R"({"name": "csv", "config": {"hasHeader": true}})",
      "HVEIO0006E read: $DIR/ragged2.csv:2: the record has 3 fields, not 2"},
     {"an open quote", "quote.csv", R"({"name": "csv", "config": {"hasHeader": true}})",
-     "HVEIO0006E read: $DIR/quote.csv:2: a quote is not closed"},
+     "HVEIO0006E read: $DIR/quote.csv:2:3: a quote is not closed"},
     {"not UTF-8", "latin.csv", R"({"name": "csv", "config": {"hasHeader": true}})",
      "HVEIO0006E read: $DIR/latin.csv:2: the text is not UTF-8"},
     {"binary for text", "data.hvbf", R"({"name": "csv"})", "HVEIO0005E read: $DIR/data.hvbf:1"},

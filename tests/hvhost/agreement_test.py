@@ -212,6 +212,37 @@ class Agreement(Case):
             labels = self.facts(self.folder / "out.sav")["variables"][1]["valueLabels"]
             self.assertEqual([label["value"] for label in labels], ["abcdef", "abcxyz"])
 
+    def test_a_csv_file_is_read_by_one_rule(self):
+        """What is read: its text, and the records; what is refused: the place, and the reason."""
+        rows = ''.join(f"{row},x\n" for row in range(30000))  # more than the engine looks at ahead
+        for text, result in (
+                (b'"a\r\nx",b\n1,2\n', b'"a\r\nx",b\n1,2\n'), (b'"a\nx",b\r\n1,2\r\n', b'"a\nx",b\n1,2\n'),
+                (b'"a\rx",b\n1,2', b'"a\rx",b\n1,2\n'), (b'a, "b"\r1, "x,y" \r', b'a,b\n1,"x,y"\n'),
+                (b'\n\na\n1\n\n3\n\n', b'a\n1\n\n3\n\n'),
+                (b'"Pedro "the" legend",b\n1,2\n', '1:9: text follows a closing quote'),
+                ('é,b\n"é "the" x",2\n'.encode(), '2:5: text follows a closing quote'),
+                (b'a,b\n1, "x" "y"\n', '2:8: text follows'), (b'a,b\n"x\ny"z,2\n', '3:3: text follows'),
+                (b'a,b\n1,"2\n', '2:3: a quote is not closed'), (b'a,"b\n1,2\n', '1:3: a quote is not closed'),
+                (b'a,b\n1,2\r\n3,4\n', '2: the line ends in CR LF, and the first one in LF'),
+                (b'a,b\r\n1,2\n', '2: the line ends in LF, and the first one in CR LF'),
+                (b'\r\na,b\n1,2\n', '2: the line ends in LF'), (b'a,b\n1,2,3\n"4"x,5\n', '2: the record has 3'),
+                (b'a,b\n\xff,2\n3,"4"x\n', '2: the text is not UTF-8'),
+                (f'a,b\n{rows}9,"x"y\n'.encode(), '30002:6: text follows'),
+                (f'a,b\n{rows}9\n'.encode(), '30002: the record has 1 field'),
+                (f'a,b\n{rows}9,8\r\n'.encode(), '30002: the line ends in CR LF')):
+            source, out = self.write("form.csv", text), self.folder / "out.csv"
+            with self.subTest(text[-60:]):
+                if isinstance(result, str):
+                    done = self.on_both_roads("convert", source, out, "--force", status=3)
+                    self.assertIn(f"form.csv:{result}", done.stderr)
+                    continue
+                for road in ROADS.values():
+                    self.run_hvhost("convert", source, out, "--force", *road)
+                    self.assertEqual(out.read_bytes(), result)
+                    records = json.loads(self.run_hvhost("info", source, "--format", "json").stdout)["cases"]
+                    count = self.run_hvhost("aggregate", source, "--stat", "count", "--format", "csv", *road)
+                    self.assertEqual(count.stdout.split()[1], str(records))
+
     def test_encodings(self):
         for encoding, text in (("Shift_JIS", "表示,ｶﾅ\n能,1\n"), ("GB18030", "中,𠀀\n€,1\n"),
                                ("windows-1252", "Größe,„x“\n€,1\n"), ("ISO-8859-15", "œ,é\n€,1\n")):

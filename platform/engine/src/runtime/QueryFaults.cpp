@@ -72,6 +72,11 @@ constexpr Phrase kPhrases[] = {
     {"Conversion Error", errors::kConversion, nullptr, false},
 };
 
+bool isCsvStateFault(const std::string& message)
+{
+    return contains(message, "CSV Parser state machine");
+}
+
 } // namespace
 
 bool isCsvFault(const std::string& databaseMessage, const std::string& path)
@@ -85,6 +90,13 @@ bool isCsvConversionFault(const std::string& databaseMessage, const std::string&
            contains(databaseMessage, "Error when converting column");
 }
 
+bool isCsvFormFault(const std::string& databaseMessage, const std::string& path)
+{
+    const bool ofRecord =
+        isCsvFault(databaseMessage, path) && !isCsvConversionFault(databaseMessage, path);
+    return ofRecord || (isCsvStateFault(databaseMessage) && csvPath(databaseMessage) == path);
+}
+
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,
                  const std::string& target)
 {
@@ -93,7 +105,7 @@ JobError faultOf(const std::string& databaseMessage, const std::string& steps,
         return *std::move(raised);
     if (csvLine(databaseMessage))
         return csvFault(databaseMessage);
-    if (contains(databaseMessage, "CSV Parser state machine"))
+    if (isCsvStateFault(databaseMessage))
         return {errors::kNotOfItsKind,
                 "read: " + csvPath(databaseMessage) +
                     ": this is not a CSV file, or its lines end in two ways",

@@ -15,5 +15,8 @@ JobError faultOf(const std::string& databaseMessage, const std::string& steps,
 /// convert to its field's type.
 bool isCsvFault(const std::string& databaseMessage, const std::string& path);
 bool isCsvConversionFault(const std::string& databaseMessage, const std::string& path);
+/// Whether the message is about the form of this CSV file or of one of its records, not about a
+/// value.
+bool isCsvFormFault(const std::string& databaseMessage, const std::string& path);
 
 } // namespace EmbeddedHV

@@ -12,28 +12,15 @@
 #include "runtime/Reporter.h"
 
 namespace EmbeddedHV {
-namespace {
-
-/// Types that the database's conversion can change a value for.
-bool canLose(CFField::StorageType storage)
-{
-    return storage == CFField::Integer || storage == CFField::Date;
-}
-
-} // namespace
-
 CsvCheck::CsvCheck(CsvCheckSettings settings) : _settings(std::move(settings))
 {
-    const bool lossy =
-        std::any_of(_settings.fields.begin(), _settings.fields.end(),
-                    [](const CFField& field) { return canLose(field.GetStorage()); });
     if (_settings.guess) {
-        // A guess from all records that are wanted is none any more.
+        // A profile of all records that are wanted is no longer a guess.
         if (!_settings.guess->complete() && _settings.guess->records() < _settings.mostRecords)
             _profile = _settings.guess;
     }
     // With a threshold the database skips what it cannot convert, and rounds the rest.
-    else if (lossy && _settings.errorThreshold == 0)
+    else if (_settings.errorThreshold == 0)
         _profile = std::make_shared<CsvProfile>(_settings.path, _settings.hasHeader,
                                                 storagesOf(_settings.fields));
 }
@@ -68,13 +55,14 @@ void CsvCheck::readRest()
         if (_settings.guess)
             _profile->trust();
         _profile->read(_settings.mostRecords, [this] {
-            const bool wrong = _profile->misfit() || (_settings.guess && !guessHolds());
+            const bool wrong =
+                _profile->misfit() || hasFlaw() || (_settings.guess && !guessHolds());
             if (wrong)
                 _cancellation->stopStatement(); // no use in running on
             return !wrong && goOn();
         });
         // A guess that failed is made anew, since the next plan needs it.
-        if (_settings.guess && !guessHolds())
+        if (_settings.guess && !guessHolds() && !hasFlaw())
             guessAnew();
     } catch (...) {
         _failure = std::current_exception();
@@ -83,7 +71,7 @@ void CsvCheck::readRest()
 
 bool CsvCheck::goOn() const
 {
-    return !_stop && !_cancellation->cancelled();
+    return !_stop && !(_cancellation && _cancellation->cancelled());
 }
 
 void CsvCheck::guessAnew()
@@ -111,21 +99,55 @@ void CsvCheck::refuseMisfit(const CsvProfile::Misfit& misfit) const
                                            typeWordOf(field.GetStorage()));
 }
 
+/// Whether a record among those that are wanted cannot be read. Where bad records may be skipped,
+/// the database finds them.
+bool CsvCheck::hasFlaw() const
+{
+    return _settings.errorThreshold == 0 && _profile->flaw() &&
+           _profile->flaw()->record <= _settings.mostRecords;
+}
+
+/// Refuses the file for the first flaw among the records that are wanted. A further look at the
+/// file finds the first one, encoding included, whichever showed first.
+void CsvCheck::refuseFlaw() const
+{
+    if (_settings.errorThreshold != 0)
+        return;
+    const auto flaw = datafile::firstCsvFlaw(_settings.path, _settings.hasHeader,
+                                             _settings.mostRecords, [this] { return goOn(); });
+    if (flaw)
+        throw datafile::faultOf(*flaw, _settings.path);
+}
+
+/// What the check has found, first the records that cannot be read at all.
+void CsvCheck::refuseProblems() const
+{
+    const auto& misfit = _profile->misfit();
+    if (hasFlaw() && (!misfit || _profile->flaw()->line <= misfit->line))
+        refuseFlaw();
+    if (_settings.guess && !guessHolds())
+        throw Reread{};
+    if (misfit)
+        refuseMisfit(*misfit);
+}
+
 void CsvCheck::finish(duck::Connection& connection, Reporter& reporter)
 {
     join(true);
-    if (_profile && !_cancellation->cancelled()) {
-        if (_settings.guess && !guessHolds())
-            throw Reread{};
-        if (const auto& misfit = _profile->misfit())
-            refuseMisfit(*misfit);
-    }
+    if (_profile && !_cancellation->cancelled())
+        refuseProblems();
     if (!_settings.rejects.empty())
         countRejects(connection, reporter);
 }
 
 void CsvCheck::abandon(const std::string& databaseMessage)
 {
+    // The database knows the line at best, and not always the first one.
+    if (isCsvFormFault(databaseMessage, _settings.path)) {
+        join(false);
+        _stop = false;
+        refuseFlaw();
+    }
     // The database reads on to the end of a block: the bad record may stand behind the limit.
     if (_settings.readWhole && isCsvFault(databaseMessage, _settings.path)) {
         join(false);
@@ -144,10 +166,8 @@ void CsvCheck::abandon(const std::string& databaseMessage)
     // What the database refused was left to it.
     if (_settings.guess && conversion && _profile->trusting())
         guessAnew();
-    if (_settings.guess && !guessHolds())
-        throw Reread{};
-    if (const auto& misfit = _profile->misfit(); misfit && stopped)
-        refuseMisfit(*misfit);
+    if (stopped || (_settings.guess && !guessHolds()))
+        refuseProblems();
 }
 
 /// How many of the bad records stand before the last record that is asked for.
@@ -160,6 +180,8 @@ std::size_t CsvCheck::countWithinLimit(duck::Result& bad) const
     std::vector<CsvField> fields;
     if (_settings.hasHeader)
         scanner.next(fields);
+    if (_settings.fields.size() == 1)
+        scanner.takeBlankLines();
     std::size_t passed = 0;
     for (std::uint64_t good = 0;
          good < _settings.mostRecords && passed < count && scanner.next(fields);) {

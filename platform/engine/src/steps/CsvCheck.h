@@ -53,6 +53,9 @@ private:
     std::size_t countWithinLimit(duck::Result& bad) const;
     [[noreturn]] void refuseRecord(duck::Result& bad, std::size_t record) const;
     void refuseMisfit(const CsvProfile::Misfit& misfit) const;
+    bool hasFlaw() const;
+    void refuseFlaw() const;
+    void refuseProblems() const;
 
     CsvCheckSettings _settings;
     std::shared_ptr<CsvProfile> _profile; ///< what is read on; null if nothing needs to be

@@ -36,6 +36,8 @@ public:
     const std::shared_ptr<CsvProfile>& profile() const { return _known; }
     Fields guessedFields();
     Fields modelledFields();
+    /// Refuses a file that the profile shows to have a record that cannot be read.
+    void refuseFlaw() const;
 
 private:
     void readProfile(std::uint64_t records)
@@ -101,6 +103,19 @@ Fields CsvPlan::modelledFields()
     return fields;
 }
 
+void CsvPlan::refuseFlaw() const
+{
+    const auto& flaw = _known->flaw();
+    if (!flaw || flaw->record > _settings.mostRecords)
+        return;
+    // The profile does not look at the encoding; a record that is not UTF-8 may come first.
+    const auto first =
+        datafile::firstCsvFlaw(_settings.path, _settings.hasHeader, _settings.mostRecords,
+                               [this] { return !_context.stopping(); });
+    if (first)
+        throw datafile::faultOf(*first, _settings.path);
+}
+
 /// A condition that is always true and looks at every value that may not convert. The database
 /// leaves columns alone that a statement does not use, and which records are skipped must not hang
 /// on that.
@@ -159,6 +174,8 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
     }
     if (!settings.dataModel)
         check.guess = plan.profile();
+    if (settings.errorThreshold == 0)
+        plan.refuseFlaw();
     node->check = std::make_shared<CsvCheck>(check);
 
     node->select = [sql = selectOf(settings, node->fields, check.rejects)](

@@ -115,33 +115,22 @@ VEXA_Variable variableOf(const datafile::CsvProfile& profile, std::size_t column
     return variable;
 }
 
-/// The first thing that no record may be.
-void refuseRecords(const datafile::CsvProfile& profile, const std::string& path)
-{
-    const auto refuse = [&](std::uint64_t line, const std::string& what) {
-        throw ErrorText(path + ":" + std::to_string(line) + ": " + what);
-    };
-    if (const auto& line = profile.unclosedLine())
-        refuse(*line, "a quote is not closed");
-    if (const auto& ragged = profile.ragged())
-        refuse(ragged->line, "the record has " + std::to_string(ragged->fields) +
-                                 (ragged->fields == 1 ? " field" : " fields") + ", not " +
-                                 std::to_string(profile.names().size()));
-    if (const auto& line = profile.foreignLine())
-        refuse(*line, "the text is not UTF-8");
-}
-
 /// What the records at `readable` look like; what is wrong with them is said of `path`.
 datafile::CsvProfile profileOf(const std::string& readable, const std::string& path,
                                const UserCaseFileSpec& spec)
 try {
     datafile::CsvProfile profile(readable, spec.HasHeader());
     profile.measure();
-    profile.read(UINT64_MAX, [&spec] {
+    profile.read(UINT64_MAX, [&] {
         spec.Look();
-        return true;
+        return !profile.flaw();
     });
-    refuseRecords(profile, path);
+    if (std::optional<datafile::CsvFlaw> flaw = profile.flaw()) {
+        // A copy with commas may have its fields elsewhere in the line.
+        if (!spec.GetCsvForm().isPlain())
+            flaw->column = 0;
+        throw ErrorText(path + ":" + flaw->described());
+    }
     return profile;
 } catch (const datafile::Fault& fault) {
     std::string text = fault.text();

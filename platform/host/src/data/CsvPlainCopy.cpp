@@ -106,6 +106,9 @@ void PlainText::take(char character)
         _done += isSeparator ? ',' : character;
         return;
     }
+    // One blank may precede an opening quote.
+    if (character == '"' && _field == " ")
+        _field.clear();
     // A doubled quote closes and opens. One inside a field that does not begin with one is a
     // letter.
     if (character == '"' && (_field.empty() || _field.front() == '"'))
@@ -115,6 +118,8 @@ void PlainText::take(char character)
 
 void PlainText::endField()
 {
+    if (_field.starts_with('"'))
+        _field.erase(_field.find_last_not_of(' ') + 1); // blanks may follow a closing quote
     const bool hasQuotes = _field.size() > 1 && _field.front() == '"' && _field.back() == '"';
     const std::string_view text =
         std::string_view(_field).substr(hasQuotes ? 1 : 0, _field.size() - (hasQuotes ? 2 : 0));
