@@ -35,6 +35,9 @@ CaseFileKind caseFileKind(DataKind kind)
     }
 }
 
+constexpr const char* kSkippingHint =
+    "--max-errors N skips up to N bad records, and says how many there were";
+
 /// What may be done, by a phrase of what is wrong; the first one counts.
 constexpr std::pair<std::string_view, const char*> kHints[] = {
     {"can be made: No space left", kTemporaryHint},
@@ -42,7 +45,11 @@ constexpr std::pair<std::string_view, const char*> kHints[] = {
     {"in UTF-8", kForeignTextHint},
     {"the text is not UTF-8", kForeignTextHint},
     {": this is not a", kKindHint},
-    {": the record has", "--max-errors N skips up to N bad records, and says how many there were"},
+    {": the record has", kSkippingHint},
+    {": a quote is not closed", kSkippingHint},
+    {": text follows a closing quote", kSkippingHint},
+    {"that the host's database may take",
+     "--direct leaves the file to the engine, which may take more, where the command has it"},
     {"the encoding", "for example --encoding windows-1252"},
     {"the file is no text", "--encoding names the encoding that it is in"},
 };

@@ -258,6 +258,8 @@ std::string expressionHint(const std::string& text)
             return "it is written x.`" + std::string(*name) + "`";
     if (text.find("found Date") != std::string::npos && text.find("String") != std::string::npos)
         return "a date is written toDate(\"2024-12-31\")";
+    if (text.ends_with("the file exists already"))
+        return "--force replaces it";
     return text.ends_with("found '\''") ? "a text stands in double quotes" : "";
 }
 
@@ -300,7 +302,7 @@ CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
     if (const InputFault* const input = inputFault(fault)) {
         const std::string text = withFileName(withoutIterator(fault.text, origin), origin);
         const bool generated = origin.jobName.empty();
-        const char* const hint = text.ends_with("in UTF-8") ? kForeignTextHint : input->hint;
+        const char* const hint = text.ends_with("UTF-8") ? kForeignTextHint : input->hint;
         return {ExitStatus::Input, generated ? text : origin.jobName + ": " + text,
                 generated && origin.hasInputOptions ? hint : "", detail};
     }

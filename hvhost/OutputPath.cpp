@@ -13,9 +13,10 @@ std::string outputPath(const std::string& name, bool mayReplace)
 {
     checkPath(name);
     std::error_code error;
-    fs::path path = fs::weakly_canonical(fs::absolute(name), error);
-    if (error)
-        path = fs::absolute(name).lexically_normal();
+    fs::path path = fs::absolute(name).lexically_normal();
+    // The writer decides about the file itself if that is a link.
+    if (const fs::path parent = fs::weakly_canonical(path.parent_path(), error); !error)
+        path = parent / path.filename();
     const fs::file_status status = fs::status(path, error);
     if (fs::is_directory(status))
         throw CommandFault(ExitStatus::Usage, name + ": this is a folder");

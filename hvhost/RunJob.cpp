@@ -9,6 +9,7 @@
 #include "CommandFault.h"
 #include "Commands.h"
 #include "DataFile.h"
+#include "EngineFiles.h"
 #include "HostSession.h"
 #include "InterruptWatch.h"
 #include "RecordChain.h"
@@ -103,6 +104,16 @@ void refuseRepeats(const RunOptions& options)
                 "--save " + text + ": the file");
 }
 
+/// While it lives, jobs replace files that are there only if the user allows it.
+class ReplacingAsAllowed
+{
+public:
+    explicit ReplacingAsAllowed(bool allowed) { EmbeddedHV::allowReplacingFiles(allowed); }
+    ReplacingAsAllowed(const ReplacingAsAllowed&) = delete;
+    ReplacingAsAllowed& operator=(const ReplacingAsAllowed&) = delete;
+    ~ReplacingAsAllowed() { EmbeddedHV::allowReplacingFiles(true); }
+};
+
 /// The files around a job, checked before anything runs.
 class JobFiles
 {
@@ -186,7 +197,10 @@ void runJob(const RunOptions& options, const CommonOptions& common)
     files.load(session);
     JobOrigin origin;
     origin.jobName = source.name();
-    session.run(job, origin);
+    {
+        const ReplacingAsAllowed replacing(options.force);
+        session.run(job, origin);
+    }
     files.save(session);
     session.finish();
 }

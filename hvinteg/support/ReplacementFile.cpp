@@ -3,6 +3,9 @@
 #include <cerrno>
 #include <utility>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include "FileServices.h"
 #include "support/Conversions.h"
 #include "support/Paths.h"
@@ -46,6 +49,7 @@ ReplacementFile::ReplacementFile(const std::string& path) : _target(path)
     _buffer.file = createBeside(directory);
     if (!isOpen())
         return;
+    keepPermissions();
     _gathered = std::make_unique_for_overwrite<char[]>(kGathered);
     std::setvbuf(_buffer.file, _gathered.get(), _IOFBF, kGathered);
 }
@@ -62,11 +66,22 @@ std::FILE* ReplacementFile::createBeside(const std::string& directory)
     return file;
 }
 
+// Whoever could not read the file that is there must not read the one that takes its place.
+void ReplacementFile::keepPermissions()
+{
+    constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
+    struct stat replaced = {};
+    if (lstat(_target.GetNative().c_str(), &replaced) == 0 && S_ISREG(replaced.st_mode))
+        fchmod(fileno(_buffer.file), replaced.st_mode & kPermissions);
+}
+
 bool ReplacementFile::finish()
 {
     if (!isOpen())
         return false;
-    const bool finished = close() && ExtNameStr::rename(_unfinished, _target) == 0;
+    // A crash of the system must not leave the name with a part of the content.
+    const bool kept = std::fflush(_buffer.file) == 0 && fsync(fileno(_buffer.file)) == 0;
+    const bool finished = close() && kept && ExtNameStr::rename(_unfinished, _target) == 0;
     if (!finished)
         ExtNameStr::remove(_unfinished);
     return finished;

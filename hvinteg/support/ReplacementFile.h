@@ -9,7 +9,8 @@
 #include "ExtNameStr.h"
 
 /// A file that appears under its name only when it is whole. Until then it is written beside it,
-/// and a file that has the name stays as it is. One that is not finished leaves nothing behind.
+/// and a file that has the name stays as it is; the new one has its permissions. One that is not
+/// finished leaves nothing behind.
 class ReplacementFile
 {
 public:
@@ -39,6 +40,7 @@ private:
     };
 
     std::FILE* createBeside(const std::string& directory);
+    void keepPermissions();
     bool close();
 
     ExtNameStr _target;

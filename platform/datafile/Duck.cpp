@@ -50,9 +50,7 @@ Result& Result::operator=(Result&& other) noexcept
 
 std::string Result::text(std::size_t column, std::size_t row)
 {
-    const std::unique_ptr<char, decltype(&duckdb_free)> value(
-        duckdb_value_varchar(&_result, column, row), duckdb_free);
-    return value ? std::string(value.get()) : std::string();
+    return bytes(column, row);
 }
 
 std::string Result::bytes(std::size_t column, std::size_t row)

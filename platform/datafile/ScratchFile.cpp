@@ -2,18 +2,19 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <filesystem>
 #include <system_error>
 
 #include <fcntl.h>
 #include <unistd.h>
+
+#include "datafile/PrivateFolder.h"
 
 namespace datafile {
 
 ScratchFile::ScratchFile(const std::string& folder)
 {
     std::error_code ignored; // mkstemp tells what is wrong
-    std::filesystem::create_directories(folder, ignored);
+    makeOwnersFolders(folder, ignored);
     std::string name = folder + "/hvscratch-XXXXXX";
     _file = FileDescriptor(mkostemp(name.data(), O_CLOEXEC));
     if (!_file)

@@ -122,6 +122,26 @@ class Convert(Case):
                 self.assertEqual(self.run_hvhost("convert", copy, "-").stdout, f"a,b\n{kept},1\n")
                 self.assertIn("│ 9       │", self.run_hvhost("info", copy).stdout)
 
+    def test_a_replaced_file_keeps_who_may_read_it(self):
+        out = self.write("out.sav", "old")
+        for mode in (0o600, 0o640):
+            for more in ((), ("--out-password", "krill"), ("--direct",)):
+                out.chmod(mode)
+                self.run_hvhost("convert", PENGUINS, out, "--force", *more)
+                self.assertEqual(out.stat().st_mode & 0o777, mode)
+        page = self.write("page.html", "old")
+        page.chmod(0o600)
+        self.run_hvhost("describe", WEATHER, "-o", page, "--force")
+        self.assertEqual(page.stat().st_mode & 0o777, 0o600)
+
+    def test_a_shared_temporary_folder_shows_nothing_to_others(self):
+        shared = self.folder / "shared"
+        for _ in range(2):
+            self.run_hvhost("describe", WEATHER, environment={"VEXA_TEMP": str(shared)})
+        folders = [shared, *(path for path in shared.rglob("*") if path.is_dir())]
+        self.assertEqual({folder.stat().st_mode & 0o777 for folder in folders}, {0o700})
+        self.assertEqual([path for path in shared.rglob("*") if "spill" in path.name], [])
+
     def test_a_link_stays_one(self):
         whole = self.write("whole.csv", "old\n")
         link = self.folder / "link.csv"

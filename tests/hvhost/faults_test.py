@@ -62,8 +62,8 @@ FAULTS = [
     ("convert weather.csv o.csv --data-model spread.hvl", 3, ["spread.hvl"]),
     ("run spread.hvl --data weather=ragged.csv", 3, ["ragged.csv:3: "]),
     (r"convert 'a\b.csv' o.csv", 2, ["backslash"]),
-    ("info open.csv", 3, ["open.csv:2: a quote is not closed"]),
-    ("convert behind.csv -", 3, ["behind.csv:2: a quote is not closed"]),
+    ("info open.csv", 3, ["open.csv:2:3: a quote is not closed"]),
+    ("convert behind.csv -", 3, ["behind.csv:2:4: text follows a closing quote"]),
     ("convert foreign.csv o.csv", 3, ["foreign.csv:1: ", "--encoding NAME"]),
     ("convert foreign.csv o.csv --direct", 3, ["foreign.csv:1: ", "--encoding NAME"]),
     ("info semicolons.csv", 3, ["semicolons.csv:3: the record has 1 field, not 2", "--separator"]),
@@ -75,6 +75,10 @@ FAULTS = [
     # Outputs
     ("convert weather.csv existing.csv", 2, ["existing.csv: the file exists", "--force"]),
     ("convert weather.csv - --out-data-model existing.csv", 2, ["existing.csv", "--force"]),
+    ("convert weather.csv protected.csv --force", 1, ["protected.csv: the file is protected against writing"]),
+    ("convert weather.csv dangling.csv --force", 1, ["dangling.csv: this is a link that leads nowhere"]),
+    ("convert weather.csv - --log weather.csv", 2, ["weather.csv: this file is not a log"]),
+    ("run replace.hvl --data weather=weather.csv", 1, ["existing.csv: the file exists already", "--force"]),
     ("convert weather.csv pipe.csv --force", 2, ["pipe.csv: this is not a regular file"]),
     ("convert weather.csv folder.csv --force", 2, ["folder.csv: this is a folder"]),
     ("convert weather.csv none/o.csv", 1, ["none/o.csv: the folder"]),
@@ -120,6 +124,12 @@ class Faults(Case):
         (place / "blank").write_text("\nkrill\n")
         (place / "blank.csv").touch()
         (place / "existing.csv").write_text("keep me\n")
+        (place / "protected.csv").write_text("keep me\n")
+        (place / "protected.csv").chmod(0o444)
+        (place / "dangling.csv").symlink_to("nowhere")
+        (place / "replace.hvl").write_text('val data = read({"dataSource": "weather"})\n'
+            'data -> write({"dataDestination": "./new.csv", "type": "text/csv"})\n'
+            'data -> write({"dataDestination": "./existing.csv", "type": "text/csv"})')
         (place / r"a\b.csv").write_text("a\n1\n")
         (place / "folder.csv").mkdir()
         os.mkfifo(place / "pipe.csv")
@@ -131,6 +141,9 @@ class Faults(Case):
                     self.assertIn(words_said, done.stderr)
                 self.assertEqual(sorted(place.iterdir()), before)
         self.assertEqual((place / "existing.csv").read_text(), "keep me\n")
+        self.assertEqual((place / "protected.csv").read_text(), "keep me\n")
+        self.run_hvhost("run", "replace.hvl", "--data", "weather=weather.csv", "--force", cwd=place)
+        self.assertEqual((place / "existing.csv").read_text(), (place / "new.csv").read_text())
 
     def test_hints_name_only_options_that_there_are(self):
         ragged = self.write("ragged.csv", "a,b\n1,2\n3\n")

@@ -23,7 +23,7 @@ public:
     /// Hands in an input or output. The objects stay the caller's and must live until dispose.
     virtual void addInputContainer(JNIEnv* env, Container* container) = 0;
     virtual void addOutputContainer(JNIEnv* env, Container* container) = 0;
-    /// The last argument is reserved and null.
+    /// The last argument is reserved and null. Throws Exception if another iterator has the name.
     virtual void addInputIterator(JNIEnv* env, RowDataIterator* iterator, void* reserved) = 0;
     /// Runs the job and blocks until it has ended with onSuccess, onError or onCancel.
     virtual void execute(JNIEnv* env, ExecutionListener* listener) = 0;

@@ -1,7 +1,9 @@
 #include "runtime/Database.h"
 
 #include <cstdlib>
+#include <system_error>
 
+#include "EngineException.h"
 #include "datafile/NativePath.h"
 #include "datafile/SqlQuoting.h"
 
@@ -14,6 +16,20 @@ constexpr const char* kConnectionOptions[] = {
     "SET enable_progress_bar_print = false",
     "SET progress_bar_time = 0",
 };
+
+/// Processes that share a temporary folder must not share what they put aside: the database's names
+/// are the same in each.
+datafile::PrivateFolder newSpillFolder(const std::string& parent)
+{
+    std::error_code ignored; // the folder in it tells what is wrong
+    datafile::makeOwnersFolders(parent, ignored);
+    try {
+        return {parent, "hv-spill-"};
+    } catch (const std::system_error& error) {
+        throw Exception("the engine cannot make its folder for temporary files in " + parent +
+                        ": " + error.code().message());
+    }
+}
 
 } // namespace
 
@@ -56,8 +72,10 @@ void Database::close()
 void Database::configure(const EHVAppSetting& settings)
 {
     auto connection = connect();
-    if (const std::string* folder = settings.property("ae.temp.path"); folder && !folder->empty())
-        connection->query("SET GLOBAL temp_directory = " + quotedLiteral(nativePath(*folder)));
+    if (const std::string* folder = settings.property("ae.temp.path"); folder && !folder->empty()) {
+        _spills = newSpillFolder(nativePath(*folder));
+        connection->query("SET GLOBAL temp_directory = " + quotedLiteral(_spills.path()));
+    }
     const std::string* threads = settings.property("mmr.threads");
     const long count = threads ? std::strtol(threads->c_str(), nullptr, 10) : 0;
     if (count > 0)

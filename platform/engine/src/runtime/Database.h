@@ -9,6 +9,7 @@
 #include "DataFileNames.h"
 #include "EHVAppSetting.h"
 #include "datafile/Duck.h"
+#include "datafile/PrivateFolder.h"
 #include "maps/Reprojections.h"
 #include "runtime/RowSources.h"
 
@@ -61,6 +62,7 @@ private:
     /// Allocates nothing, since leases end in destructors.
     void takeBack(std::unique_ptr<duck::Connection> connection) noexcept;
 
+    datafile::PrivateFolder _spills; ///< what the database puts aside; outlives it
     duckdb_database _database = nullptr;
     RowSources _rowSources;
     Reprojections _reprojections;

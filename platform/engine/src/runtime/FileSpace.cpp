@@ -7,6 +7,7 @@
 
 #include "Container.h"
 #include "EngineException.h"
+#include "datafile/PrivateFolder.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -17,7 +18,7 @@ constexpr const char* kPublicFolder = "/zor/public";
 void makeFolder(const std::string& path, const char* purpose)
 {
     std::error_code error;
-    std::filesystem::create_directories(path, error);
+    datafile::makeOwnersFolders(path, error);
     if (error)
         throw Exception("the engine cannot make its folder for " + std::string(purpose) + ", " +
                         path + ": " + error.message());
@@ -38,9 +39,9 @@ std::string pathOfUrl(std::string_view url)
 std::string canonicalPath(const std::string& path)
 {
     std::error_code error;
-    // Links are followed in the folder alone: a write replaces the link, not what it leads to.
-    const auto folder = std::filesystem::weakly_canonical(folderOf(path), error);
-    return error ? path : (folder / fileNameOf(path)).string();
+    // A write follows links, so two names of one file are one destination.
+    const auto canonical = std::filesystem::weakly_canonical(path, error);
+    return error ? path : canonical.string();
 }
 
 FileSpace::FileSpace(const std::string& analyticRoot, const std::string& scratchFolder)
@@ -61,6 +62,11 @@ std::string FileSpace::resolve(const std::string& text,
     if (path.starts_with(kFileProtocol))
         return pathOfUrl(path);
     return path.find('/') == std::string::npos ? _publicFolder + "/" + path : path;
+}
+
+bool FileSpace::isOwn(const std::string& path) const
+{
+    return folderOf(canonicalPath(path)) == canonicalPath(_publicFolder);
 }
 
 } // namespace EmbeddedHV

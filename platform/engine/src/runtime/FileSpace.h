@@ -11,7 +11,7 @@ namespace EmbeddedHV {
 class Container;
 
 /// One spelling for all spellings of a file's path, be the file there or not: to compare, not to
-/// show. The last part stays as it is, since an output replaces a link and not what it leads to.
+/// show. Links are followed, as they are when a file is written.
 std::string canonicalPath(const std::string& path);
 
 /// Finds the files that job texts name. Bare names live in the public folder of the analytic root.
@@ -25,6 +25,8 @@ public:
     /// file URL, a path, or a bare file name.
     std::string resolve(const std::string& text,
                         const std::vector<const Container*>& containers) const;
+    /// Whether a file lies in the engine's folder, where bare names do.
+    bool isOwn(const std::string& path) const;
     /// Where scratch files go.
     const std::string& scratchFolder() const { return _scratchFolder; }
 

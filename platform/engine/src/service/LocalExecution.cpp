@@ -67,7 +67,12 @@ void LocalExecution::addInputIterator(JNIEnv*, RowDataIterator* iterator, void*)
     JobContext& job = context();
     // What the iterator throws is the caller's own, and passes.
     const std::string name = iterator->getName();
-    contracted(kRefusal, [&] { job.iterators[name] = iterator; });
+    contracted(kRefusal, [&] {
+        const auto [known, isNew] = job.iterators.try_emplace(name, iterator);
+        // A job reads rows by name: it could not reach one of the two.
+        if (!isNew && known->second != iterator)
+            throw Exception("the job has a row iterator named \"" + name + "\" already");
+    });
 }
 
 void LocalExecution::execute(JNIEnv*, ExecutionListener* listener)

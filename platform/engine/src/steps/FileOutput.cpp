@@ -76,9 +76,7 @@ std::string FileOutput::describedFields() const
 
 void FileOutput::seal()
 {
-    const FileDescriptor sealed(
-        // As any new file: the user's mask decides who may read it.
-        open(_files.dataPath().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    const FileDescriptor sealed(open(_files.dataPath().c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
     if (!sealed)
         PendingFile::refuse(kStep, _settings.path, errno);
     try {

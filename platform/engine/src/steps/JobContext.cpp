@@ -1,5 +1,14 @@
 #include "steps/JobContext.h"
 
+#include <algorithm>
+
+#include <sys/stat.h>
+
+#include "Container.h"
+#include "EngineFiles.h"
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "datafile/NativePath.h"
 #include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {
@@ -10,6 +19,27 @@ std::string JobContext::inputPath(const std::string& text) const
     if (unwritten.contains(canonicalPath(path)))
         throw NotYetWritten{};
     return path;
+}
+
+void JobContext::announce(const std::string& path, const std::string& step)
+{
+    const std::string canonical = canonicalPath(path);
+    if (!announced.contains(canonical) && !mayReplace(path))
+        throw JobError(errors::kFileUnwritable, placeOf(step, path) + "the file exists already");
+    announced.insert(canonical);
+    unwritten.insert(canonical);
+}
+
+/// Containers are the host's, and it knows what it hands out.
+bool JobContext::mayReplace(const std::string& path) const
+{
+    struct stat state = {};
+    const bool isContainer =
+        std::any_of(containers.begin(), containers.end(), [&](const Container* container) {
+            return canonicalPath(nativePath(container->getAbsolutePath())) == canonicalPath(path);
+        });
+    return mayReplaceFiles() || plansOnly || isContainer || files.isOwn(path) ||
+           stat(path.c_str(), &state) != 0;
 }
 
 std::string JobContext::newTable(const char* prefix)

@@ -66,12 +66,17 @@ struct JobContext
     /// Destinations of statements that are planned but have not run: canonical paths, and names of
     /// data sources.
     std::set<std::string> unwritten;
+    /// Canonical paths of all files that the job is to write or has written.
+    std::set<std::string> announced;
     /// The files that the job has written, by name without folder.
     std::map<std::string, WrittenFile> written;
     /// Names of temporary tables, made or yet to be made.
     std::vector<std::string> tables;
     int tablesNamed = 0;
 
+    /// Notes a file that the step is to write. Throws JobError if the file is there already, the
+    /// job has not written it itself, and jobs may not replace files.
+    void announce(const std::string& path, const std::string& step);
     /// The path of a text in a setting, or NotYetWritten.
     std::string inputPath(const std::string& text) const;
     /// The name for a temporary table, which dropTables drops.
@@ -79,6 +84,9 @@ struct JobContext
     /// Drops the temporary tables of the job but those that are kept. Never throws.
     void dropTables(const std::set<std::string>& kept = {}) noexcept;
     bool stopping() const { return cancellation && cancellation->stopping(); }
+
+private:
+    bool mayReplace(const std::string& path) const;
 };
 
 } // namespace EmbeddedHV

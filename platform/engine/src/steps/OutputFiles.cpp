@@ -7,7 +7,7 @@ namespace EmbeddedHV {
 
 OutputFiles::OutputFiles(const std::string& path, const std::string& modelPath,
                          const std::string& step)
-    : _data(path, step)
+    : _step(step), _data(path, step)
 {
     if (modelPath.empty())
         return;
@@ -22,9 +22,9 @@ OutputFiles::OutputFiles(const std::string& path, const std::string& modelPath,
 
 void OutputFiles::announce(JobContext& context) const
 {
-    context.unwritten.insert(canonicalPath(_data.destination()));
+    context.announce(_data.destination(), _step);
     if (_model)
-        context.unwritten.insert(canonicalPath(_model->destination()));
+        context.announce(_model->destination(), _step);
 }
 
 void OutputFiles::commit(JobContext& context, const Fields& fields)

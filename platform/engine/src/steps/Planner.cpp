@@ -165,7 +165,7 @@ Statement Planner::planStatement(std::size_t index)
     checkTargets(statement);
     // A statement that reads a document still reads the one from before it.
     for (const auto& document : statement.exports)
-        _context.unwritten.insert(canonicalPath(document->path()));
+        _context.announce(document->path(), statement.steps);
     return statement;
 }
 

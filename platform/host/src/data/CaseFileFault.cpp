@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "data/HostDatabase.h"
 #include "datafile/CsvFault.h"
 #include "datafile/RaisedFault.h"
 
@@ -32,6 +33,9 @@ ErrorText errorTextOf(const std::string& path, const std::string& what,
          {"No space left on device", "File too large", "Disk quota exceeded"})
         if (text.find(full) != std::string::npos)
             return ErrorText(path + ": there is no room left for the file");
+    if (text.find("Out of Memory Error") != std::string::npos)
+        return ErrorText(path + ": " + what + ": a text in it needs more than the " +
+                         kHostMemoryLimit + " of memory that the host's database may take");
     if (text.find("No files found that match") != std::string::npos)
         return ErrorText(path + ": the file is no longer there");
     if (text.find("reached an invalid state") != std::string::npos)

@@ -255,7 +255,7 @@ void CaseFileStore::write()
         _table->connection().query(copyStatement(plain.path()));
         plain.rewind();
         const datafile::FileDescriptor sealed(
-            open(pending.path().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+            open(pending.path().c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
         if (!sealed)
             datafile::PendingFile::refuse("", _path, errno);
         datafile::sealFile(plain.descriptor(), sealed.get(), _spec.GetPassword());

@@ -2,30 +2,47 @@
 
 #include <exception>
 #include <string>
+#include <system_error>
 
 #include "CFAppHost.h"
 #include "ErrorText.h"
 #include "FileServices.h"
 #include "UserCaseFile.h"
 #include "datafile/NativePath.h"
+#include "datafile/PrivateFolder.h"
+#include "settings/TempDirectory.h"
 #include "text/CodePage.h"
 
 namespace {
 
 namespace duck = datafile::duck;
 
-/// What the datasets under construction may take before they go to the disk. A file that is read
-/// needs far less.
-constexpr const char* kMemoryLimit = "512MB";
+std::string temporaryFolder()
+{
+    return datafile::nativePath(hostToUtf8(GetVexaTempPath()));
+}
+
+/// Processes that share a temporary folder must not share what they put aside: the database's names
+/// are the same in each, and others may look into the folder.
+datafile::PrivateFolder newSpillFolder()
+{
+    const std::string folder = temporaryFolder();
+    if (isPrivateTempDirectory(folder))
+        return {};
+    std::error_code ignored; // the folder that is made in it tells what is wrong
+    datafile::makeOwnersFolders(folder, ignored);
+    return {folder, "vexa-spill-"};
+}
 
 class HostDatabase
 {
 public:
     HostDatabase()
-        : _database(duck::openInMemory(
-              {{"temp_directory", datafile::nativePath(hostToUtf8(GetVexaTempPath()))},
+        : _spills(newSpillFolder()),
+          _database(duck::openInMemory(
+              {{"temp_directory", _spills.path().empty() ? temporaryFolder() : _spills.path()},
                {"threads", std::to_string(CFAppHost::getInstance()->getMaxCompThreads())},
-               {"memory_limit", kMemoryLimit},
+               {"memory_limit", kHostMemoryLimit},
                // What was read once is rarely read again, and the system keeps it anyway.
                {"enable_external_file_cache", "false"}}))
     {
@@ -40,6 +57,8 @@ public:
     }
 
 private:
+    /// For what the database puts aside; outlives it. None if the temporary folder is private.
+    datafile::PrivateFolder _spills;
     duckdb_database _database;
 };
 
@@ -67,5 +86,7 @@ std::unique_ptr<duck::Connection> connectToHostDatabase()
         return hostDatabase().connect();
     } catch (const duck::QueryError& error) {
         throw ErrorText(std::string("the host's database does not start: ") + error.what());
+    } catch (const std::system_error& error) {
+        throw ErrorText(std::string("the host has no folder for temporary files: ") + error.what());
     }
 }

@@ -3,25 +3,26 @@
 #include <cstdlib>
 #include <filesystem>
 #include <mutex>
+#include <system_error>
 
 #include <unistd.h>
 
+#include "datafile/PrivateFolder.h"
 #include "files/HostPath.h"
 
 namespace {
 
-/// The folder and the process that made it: a child process must not remove its parent's.
+/// The process's folder. Several threads may ask.
 class Folder
 {
 public:
-    ~Folder() { remove(); }
     std::string get();
     bool remove();
+    bool isAt(const std::string& native);
 
 private:
     std::mutex _mutex;
-    std::string _native;
-    pid_t _owner = 0;
+    datafile::PrivateFolder _folder;
 };
 
 Folder& folder()
@@ -30,13 +31,14 @@ Folder& folder()
     return instance;
 }
 
-// A new folder in a directory, or nothing if it cannot be made.
-std::string makeIn(const std::string& directory)
+// A new folder in a directory, or none if it cannot be made.
+datafile::PrivateFolder makeIn(const std::string& directory)
 {
-    std::string name = directory + "/vexa-" + std::to_string(getuid()) + "-" +
-                       std::to_string(getpid()) + "-XXXXXX";
-    // mkdtemp makes it for the owner alone and takes no name that is there.
-    return mkdtemp(name.data()) ? name : std::string();
+    try {
+        return {directory, "vexa-" + std::to_string(getuid()) + "-"};
+    } catch (const std::system_error&) {
+        return {};
+    }
 }
 
 std::string systemDirectory()
@@ -53,29 +55,33 @@ std::string Folder::get()
 {
     const std::lock_guard lock(_mutex);
     // A child process gets a folder of its own: each removes its folder when it ends.
-    if (_native.empty() || _owner != getpid()) {
-        _native = makeIn(systemDirectory());
+    if (!_folder.isOwn()) {
+        _folder = makeIn(systemDirectory());
         // A TMPDIR that is not there is a slip of a shell profile, not a reason to stop.
-        if (_native.empty())
-            _native = makeIn("/tmp");
-        _owner = getpid();
+        if (_folder.path().empty())
+            _folder = makeIn("/tmp");
     }
-    return hostSpelling(_native.empty() ? systemDirectory() : _native);
+    return hostSpelling(_folder.path().empty() ? systemDirectory() : _folder.path());
 }
 
 bool Folder::remove()
 {
     const std::lock_guard lock(_mutex);
-    if (_native.empty() || _owner != getpid())
-        return true;
-    std::error_code error;
-    std::filesystem::remove_all(_native, error);
-    if (!error)
-        _native.clear();
-    return !error;
+    return _folder.remove();
+}
+
+bool Folder::isAt(const std::string& native)
+{
+    const std::lock_guard lock(_mutex);
+    return _folder.isOwn() && _folder.path() == native;
 }
 
 } // namespace
+
+bool isPrivateTempDirectory(const std::string& native)
+{
+    return folder().isAt(native);
+}
 
 std::string privateTempDirectory()
 {

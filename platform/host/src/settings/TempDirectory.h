@@ -9,3 +9,6 @@ std::string privateTempDirectory();
 
 /// Removes it with all that is in it, if this process made one. False if something is left.
 bool removePrivateTempDirectory();
+
+/// Whether the folder, native spelling, is that one.
+bool isPrivateTempDirectory(const std::string& folder);

@@ -53,7 +53,7 @@ public:
             _files.emplace_back(container.path, memberOf(container.kind), _component);
         for (const OutputContainer& container : _settings.containers)
             // Until they are whole: a later step of the job must not read what stood there before.
-            _context.unwritten.insert(container.path);
+            _context.announce(container.path, _component);
     }
 
     std::string target() const override { return "the result of " + _component; }
@@ -110,7 +110,7 @@ private:
             throw;
         }
         for (const ContainerFile& file : _files)
-            _context.unwritten.erase(file.destination());
+            _context.unwritten.erase(canonicalPath(file.destination()));
     }
 
     JobContext& _context;

@@ -1,0 +1,107 @@
+#include "datafile/OutputTarget.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include <unistd.h>
+
+#include "datafile/Fault.h"
+#include "datafile/FaultIds.h"
+#include "datafile/NativePath.h"
+
+namespace datafile {
+namespace {
+
+constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO; // without those that change a user
+
+/// Whether a link may have been planted: the system itself does not follow such a link either.
+bool isForeignLink(const struct stat& link, const std::string& folder)
+{
+    struct stat state = {};
+    if (stat(folder.c_str(), &state) != 0)
+        return true;
+    const bool isShared = (state.st_mode & S_ISVTX) != 0 && (state.st_mode & S_IWOTH) != 0;
+    return isShared && link.st_uid != geteuid() && link.st_uid != state.st_uid;
+}
+
+/// The destination, or what it leads to if it is a link.
+std::string followed(const std::string& destination, const std::string& step)
+{
+    struct stat link = {};
+    if (lstat(destination.c_str(), &link) != 0 || !S_ISLNK(link.st_mode))
+        return destination;
+    if (isForeignLink(link, folderOf(destination)))
+        throw Fault(faults::kFileUnwritable,
+                    placeOf(step, destination) + "this is a link that another user has made");
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::canonical(destination, error);
+    if (error)
+        throw Fault(faults::kFileUnwritable,
+                    placeOf(step, destination) + "this is a link that leads nowhere");
+    return target.string();
+}
+
+void checkReplaced(const struct stat& state, const std::string& path,
+                   const std::string& destination, const std::string& step)
+{
+    if (S_ISDIR(state.st_mode))
+        throw Fault(faults::kFileIsFolder,
+                    placeOf(step, destination) + "this is a folder, not a file");
+    // A device must not be replaced by a file of its name.
+    if (!S_ISREG(state.st_mode))
+        throw Fault(faults::kFileUnwritable,
+                    placeOf(step, destination) + "this is not a regular file");
+    // A rename asks nobody but the folder. Root may write everything, which is not what a file
+    // without any write bit is meant for.
+    if ((state.st_mode & kWriteBits) == 0 || access(path.c_str(), W_OK) != 0)
+        throw Fault(faults::kFileUnwritable,
+                    placeOf(step, destination) + "the file is protected against writing");
+}
+
+} // namespace
+
+OutputTarget outputTarget(const std::string& destination, const std::string& step)
+{
+    struct stat state = {};
+    if (stat(folderOf(destination).c_str(), &state) != 0 || !S_ISDIR(state.st_mode))
+        throw Fault(faults::kFolderMissing,
+                    placeOf(step, destination) + "there is no folder " + folderOf(destination));
+    if (fileNameOf(destination).empty())
+        throw Fault(faults::kFileIsFolder,
+                    placeOf(step, destination) + "this is a folder, not a file");
+    OutputTarget target;
+    target.path = followed(destination, step);
+    if (stat(target.path.c_str(), &state) == 0) {
+        checkReplaced(state, target.path, destination, step);
+        target.replaced = state;
+    } else if (errno != ENOENT) {
+        refuseOutput(step, destination, errno);
+    }
+    if (access(folderOf(target.path).c_str(), W_OK | X_OK) != 0)
+        refuseOutput(step, destination, errno);
+    return target;
+}
+
+bool keepOwnership(int descriptor, const struct stat& replaced)
+{
+    mode_t mode = replaced.st_mode & kPermissions;
+    // Only root can give a file away; a member of the group can keep the group.
+    const bool keepsGroup = fchown(descriptor, replaced.st_uid, replaced.st_gid) == 0 ||
+                            fchown(descriptor, static_cast<uid_t>(-1), replaced.st_gid) == 0;
+    if (!keepsGroup)
+        mode &= ~static_cast<mode_t>(S_IRWXG);
+    return fchmod(descriptor, mode) == 0;
+}
+
+void refuseOutput(const std::string& step, const std::string& path, int code)
+{
+    const bool full = code == ENOSPC || code == EDQUOT || code == EFBIG;
+    throw Fault(full ? faults::kDiskFull : faults::kFileUnwritable,
+                placeOf(step, path) + (full ? "there is no room left for the file"
+                                            : "the file cannot be written: " +
+                                                  std::generic_category().message(code)));
+}
+
+} // namespace datafile

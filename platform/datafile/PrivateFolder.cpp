@@ -1,0 +1,131 @@
+#include "datafile/PrivateFolder.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace datafile {
+namespace {
+
+constexpr mode_t kOwnerAlone = 0700;
+constexpr int kMostTries = 100;
+
+FileDescriptor openFolder(const std::string& path)
+{
+    return FileDescriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+bool lock(const FileDescriptor& folder)
+{
+    return folder && flock(folder.get(), LOCK_EX | LOCK_NB) == 0;
+}
+
+/// Whether the path still leads to the folder: a sweep may have been faster.
+bool isAt(const FileDescriptor& folder, const std::string& path)
+{
+    struct stat own = {};
+    struct stat named = {};
+    return fstat(folder.get(), &own) == 0 && lstat(path.c_str(), &named) == 0 &&
+           own.st_ino == named.st_ino && own.st_dev == named.st_dev;
+}
+
+void sweepFolder(const std::string& path)
+{
+    const FileDescriptor folder = openFolder(path);
+    struct stat state = {};
+    if (!folder || fstat(folder.get(), &state) != 0 || state.st_uid != geteuid() || !lock(folder))
+        return;
+    std::error_code ignored; // what is left is left to the next sweep
+    if (isAt(folder, path))
+        fs::remove_all(path, ignored);
+}
+
+void sweep(const std::string& parent, const std::string& prefix)
+{
+    std::error_code error;
+    for (fs::directory_iterator entry(parent, error), end; !error && entry != end;
+         entry.increment(error))
+        if (entry->path().filename().native().starts_with(prefix))
+            sweepFolder(entry->path().native());
+}
+
+} // namespace
+
+PrivateFolder::PrivateFolder(const std::string& parent, const std::string& prefix)
+{
+    sweep(parent, prefix);
+    for (int tries = 0; tries < kMostTries; ++tries) {
+        std::string path = parent + "/" + prefix + "XXXXXX";
+        if (!mkdtemp(path.data()))
+            break;
+        FileDescriptor folder = openFolder(path);
+        // On a file system without locks nobody can sweep either.
+        if (folder && (lock(folder) || errno != EWOULDBLOCK) && isAt(folder, path)) {
+            _path = std::move(path);
+            _folder = std::move(folder);
+            _owner = getpid();
+            return;
+        }
+    }
+    throw std::system_error(errno, std::generic_category(), parent);
+}
+
+PrivateFolder::PrivateFolder(PrivateFolder&& other) noexcept
+    : _path(std::exchange(other._path, {})), _folder(std::move(other._folder)), _owner(other._owner)
+{
+}
+
+PrivateFolder& PrivateFolder::operator=(PrivateFolder&& other) noexcept
+{
+    std::swap(_path, other._path);
+    std::swap(_folder, other._folder);
+    std::swap(_owner, other._owner);
+    return *this;
+}
+
+PrivateFolder::~PrivateFolder()
+{
+    remove();
+}
+
+bool PrivateFolder::isOwn() const
+{
+    return !_path.empty() && _owner == getpid();
+}
+
+bool PrivateFolder::remove() noexcept
+{
+    if (!isOwn())
+        return true;
+    std::error_code error;
+    fs::remove_all(_path, error);
+    if (error)
+        return false;
+    _path.clear();
+    _folder = FileDescriptor();
+    return true;
+}
+
+void makeOwnersFolders(const std::string& path, std::error_code& error)
+{
+    error.clear();
+    if (fs::is_directory(path, error) || path.empty())
+        return;
+    const std::string parent = fs::path(path).parent_path().native();
+    if (parent != path)
+        makeOwnersFolders(parent, error);
+    error.clear();
+    // Another process may make it in between.
+    if (mkdir(path.c_str(), kOwnerAlone) != 0 && !fs::is_directory(path))
+        error = {errno, std::generic_category()};
+}
+
+} // namespace datafile
