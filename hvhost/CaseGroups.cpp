@@ -28,11 +28,15 @@ CommandFault hostFault()
             errors.empty() ? "the cases of a group cannot be kept" : errors.back().text};
 }
 
-/// Dates and times are told from minimum to maximum, not one by one.
-bool isNumberOrTextCategory(const CFField& field)
+/// Whether the values that are declared missing are told one by one. Those of dates and times are
+/// served only from a file that has such a column: what a variable of numbers in the format of a
+/// date declares missing may be no date at all.
+bool tellsMissing(const CFField& field, CFField::StorageType inFile)
 {
-    return field.GetStorage() == CFField::String ||
-           (field.GetStorage() == CFField::Real && field.GetType() != CFField::Continuous);
+    if (field.GetStorage() == CFField::String)
+        return true;
+    return field.GetType() != CFField::Continuous &&
+           (field.GetStorage() == CFField::Real || field.GetStorage() == inFile);
 }
 
 /// A model of the library has the beginnings of texts alone, and cannot tell which are missing.
@@ -99,8 +103,8 @@ std::vector<int> CaseGroups::activeColumns() const
     return columns;
 }
 
-/// A weight that is declared missing must not weigh, and a date that is one may be no date at all:
-/// they are taken out while the cases are served.
+/// Values that are declared missing are served if they are to be told, and else taken out. A weight
+/// that is declared missing must not weigh.
 void CaseGroups::describe(const std::vector<int>& columns)
 {
     HVDataModel model(_active, false, _dataset.weight() >= 0, false);
@@ -108,7 +112,8 @@ void CaseGroups::describe(const std::vector<int>& columns)
     for (std::size_t i = 0; i < columns.size(); ++i) {
         CFField field = *model.getMetaData().GetField(i);
         const VEXA_Variable& variable = _active.GetVariable(columns[i]);
-        const bool isServed = _columns[i] != _dataset.weight() && isNumberOrTextCategory(field);
+        const bool isServed = _columns[i] != _dataset.weight() &&
+                              tellsMissing(field, _dataset.file().Field(_columns[i]).GetStorage());
         _validSpecs.SetExclUserMiss(static_cast<int>(i), !isServed);
         if (variable.GetType() > 0 && variable.HasMissingValues())
             field.SetMissingValues(wholeMissing(variable));

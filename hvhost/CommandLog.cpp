@@ -1,8 +1,11 @@
 #include "CommandLog.h"
 
+#include <algorithm>
 #include <array>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 
 #include "CommandFault.h"
 #include "UserMessages.h"
@@ -19,16 +22,43 @@ std::string currentTime()
     return buffer.data();
 }
 
+/// Whether a file has content that does not begin as a log does. It is a file of the user's, such
+/// as the command's own input, and must not grow.
+bool isForeign(const std::string& file)
+{
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error))
+        return false;
+    std::string form = currentTime();
+    std::string begin(form.size(), '\0');
+    std::ifstream stream(file, std::ios::binary);
+    stream.read(begin.data(), static_cast<std::streamsize>(begin.size()));
+    if (stream.gcount() == 0)
+        return false;
+    const auto withoutDigits = [](std::string& text) {
+        std::replace_if(
+            text.begin(), text.end(),
+            [](char character) { return character >= '0' && character <= '9'; }, '0');
+    };
+    withoutDigits(form);
+    withoutDigits(begin);
+    return begin != form;
+}
+
 } // namespace
 
 void appendToLog(const std::string& file, const std::string& line)
 {
-    if (!file.empty())
+    // By now the command may have put its output there.
+    if (!file.empty() && !isForeign(file))
         std::ofstream(file, std::ios::app) << currentTime() << ' ' << shownMessage(line) << '\n';
 }
 
 void checkLog(const std::string& file)
 {
+    if (!file.empty() && isForeign(file))
+        throw CommandFault(ExitStatus::Usage, file + ": this file is not a log",
+                           "--log appends to a new file, or to a log of an earlier command");
     if (!file.empty() && !std::ofstream(file, std::ios::app))
         throw CommandFault(ExitStatus::Usage, file + ": the log cannot be written");
 }

@@ -176,7 +176,10 @@ public:
             _origin);
         GroupDescription group = readDescription(model, statXml, intervals);
         group.key = groups.key();
-        group.leftOut = cases.GetNInvalidCases();
+        // The engine leaves out infinite weights too; a result document tells of them itself.
+        const auto records = results ? std::nullopt : factOf(group.facts, "records");
+        group.leftOut =
+            records ? cases.GetNCases() - std::stoi(*records) : cases.GetNInvalidCases();
         return group;
     }
 

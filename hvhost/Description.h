@@ -37,7 +37,7 @@ struct GroupDescription
 {
     std::vector<GroupKey> key;
     Facts facts;     ///< of its records
-    int leftOut = 0; ///< cases without a positive weight
+    int leftOut = 0; ///< cases without a weight that is positive, and finite where figures are told
     std::vector<FieldDescription> fields;
     nlohmann::ordered_json intervals = nlohmann::ordered_json::array();
 };

@@ -1,5 +1,7 @@
 #include "runner/HVRunner.h"
 
+#include <algorithm>
+
 #include "ParserMessage.h"
 #include "VexaDataSource.h"
 #include "bridge/JNIObjectManager.h"
@@ -61,8 +63,9 @@ bool HVRunner::prepareActiveDS(ProcedureDataSource& dataSource, bool supportsWei
     if (dataSource.ColumnCount() == 0)
         return true;
     const HostSettings found = readHostSettings();
-    _savedWeight = found.weight;
-    _savedSplit = found.split;
+    // A second call finds both turned off by the first one, and keeps what that one found.
+    _savedWeight = found.weight > 0 ? found.weight : std::max(_savedWeight, found.weight);
+    _savedSplit = found.split > 0 ? found.split : std::max(_savedSplit, found.split);
     // From here on the data come unweighted and in one piece; the job weighs and splits itself.
     writeHostWeight(0);
     writeHostSplit(0);

@@ -118,8 +118,8 @@ public:
     virtual ~HVRunner();
 
     /// Saves the host's weight and split and turns both off until the runner is destroyed. Warns of
-    /// a setting in force that the procedure does not support. Does nothing for a source without
-    /// columns. Always true.
+    /// a setting in force that the procedure does not support. A further call saves a setting only
+    /// if the host has turned one on since. Does nothing for a source without columns. Always true.
     bool prepareActiveDS(ProcedureDataSource& dataSource, bool supportsWeight, bool supportsSplit);
 
     /// Begins a job: forgets what the last one told, ends its execution, and hands the text to a

@@ -1,7 +1,9 @@
 #include "support/Files.h"
 
+#include <filesystem>
 #include <fstream>
 #include <mutex>
+#include <system_error>
 
 #include "CriticalSection.h"
 #include "ExtNameStr.h"
@@ -32,6 +34,13 @@ void removeEntry(const std::string& path, bool isDirectory)
     const bool removed = ExtNameStr::remove(ExtNameStr(path)) == 0;
     if (!removed && isDirectory)
         RemoveDir(path);
+}
+
+// Whether both names lead to one file that is there.
+bool isSameFile(const ExtNameStr& left, const ExtNameStr& right)
+{
+    std::error_code error;
+    return std::filesystem::equivalent(left.GetNative(), right.GetNative(), error) && !error;
 }
 
 } // namespace
@@ -76,14 +85,17 @@ bool RemoveDir(const std::string& path)
 
 bool StatCopyFile(const std::string& target, const std::string& source)
 {
+    const ExtNameStr from(FormalizeFilePath(source, false));
+    const ExtNameStr to(FormalizeFilePath(target, false));
     std::ifstream input;
-    ExtNameStr::Open(input, ExtNameStr(FormalizeFilePath(source, false)),
-                     std::ios::in | std::ios::binary);
+    ExtNameStr::Open(input, from, std::ios::in | std::ios::binary);
     if (!input.is_open())
         return false;
+    // To open the file for output would empty it before it is read.
+    if (isSameFile(from, to))
+        return true;
     std::ofstream output;
-    ExtNameStr::Open(output, ExtNameStr(FormalizeFilePath(target, false)),
-                     std::ios::out | std::ios::binary | std::ios::trunc);
+    ExtNameStr::Open(output, to, std::ios::out | std::ios::binary | std::ios::trunc);
     if (!output.is_open())
         return false;
     // An empty source sets the failbit here and is copied all the same.

@@ -19,5 +19,6 @@ HVINTEG_EXPORT bool MakeDir(const std::string& path);
 HVINTEG_EXPORT bool RemoveDir(const std::string& path);
 
 /// Copies a file over `target`. True if both files opened; a failure on the way is not seen. A
-/// missing source leaves the target alone.
+/// missing source leaves the target alone. A copy onto the file itself, under whatever name, is
+/// true and changes nothing.
 HVINTEG_EXPORT bool StatCopyFile(const std::string& target, const std::string& source);

@@ -77,13 +77,18 @@ bool ZipEntry::contradictsItsName() const
 
 bool ZipEntry::hasTrustedName() const
 {
+    return _isNameWhole && isTrustedEntryName(_name);
+}
+
+bool isTrustedEntryName(const std::string& name)
+{
     // As the operating system will see it, which is what counts in the end.
-    const std::string native = ExtNameStr(_name).GetNative();
-    if (!_isNameWhole || native.find(':') != std::string::npos ||
+    const std::string native = ExtNameStr(name).GetNative();
+    if (name.size() >= kNameBuffer || native.find(':') != std::string::npos ||
         std::any_of(native.begin(), native.end(), isControlCharacter))
         return false;
     std::string_view rest = native;
-    if (_isDirectory && !rest.empty())
+    if (endsWithBackslash(name))
         rest.remove_suffix(1);
     for (std::size_t slash; (slash = rest.find('/')) != std::string_view::npos;
          rest.remove_prefix(slash + 1))

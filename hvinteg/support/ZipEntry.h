@@ -5,6 +5,11 @@
 
 #include <minizip/unzip.h>
 
+/// Whether an entry of this name, in the host's spelling, can be unpacked into a folder: the name
+/// stays below the folder on any system, and is not too long. A trailing separator makes it a
+/// directory's.
+bool isTrustedEntryName(const std::string& name);
+
 /// What an archive's directory says of one of its entries, and how far it is to be believed. An
 /// archive may come from anywhere, and minizip takes whatever stands in it.
 class ZipEntry

@@ -1,9 +1,12 @@
 #include "support/ZipWriter.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <limits>
+#include <system_error>
 #include <vector>
 
 #include <minizip/zip.h>
@@ -13,6 +16,7 @@
 #include "support/DirectorySpecific.h"
 #include "support/Paths.h"
 #include "support/Separators.h"
+#include "support/ZipEntry.h"
 #include "support/ZipFileFunctions.h"
 
 namespace {
@@ -25,6 +29,23 @@ std::string resolved(const std::string& path)
     std::string result;
     ResolveFileSpecification(path, result);
     return result;
+}
+
+// Whether a listing has all that is in the directory. It passes over names that the host cannot
+// spell, and is empty for a directory that cannot be read.
+bool listsAll(const std::string& directory)
+{
+    std::ptrdiff_t listed = 0;
+    DirectoryListing listing(directory, "*");
+    for (std::string name; listing.Next(name);)
+        listed += name == "." || name == ".." ? 0 : 1;
+    std::ptrdiff_t found = 0;
+    std::error_code error;
+    const std::filesystem::directory_iterator end;
+    for (std::filesystem::directory_iterator entry(ExtNameStr(directory).GetNative(), error);
+         !error && entry != end; entry.increment(error))
+        ++found;
+    return !error && found == listed;
 }
 
 } // namespace
@@ -161,7 +182,7 @@ bool ZipWriter::Impl::addTree(const std::string& directory, const std::string& p
         return false;
     ancestors.push_back(place);
     const std::string start = prefix.empty() ? prefix : prefix + '/';
-    bool added = true;
+    bool added = listsAll(listing.ExpandPath());
     std::string name;
     bool isDirectory = false;
     for (bool found = listing.BrowseFile(); found && added; found = listing.Next()) {
@@ -175,6 +196,9 @@ bool ZipWriter::Impl::addTree(const std::string& directory, const std::string& p
 bool ZipWriter::Impl::addFound(const std::string& found, bool isDirectory,
                                const std::string& entryName, std::vector<std::string>& ancestors)
 {
+    // What could not be unpacked again is no copy of the directory.
+    if (!isTrustedEntryName(FormalizeFilePath(entryName, isDirectory)))
+        return false;
     if (!isDirectory)
         // An archive that is written into the directory which it packs leaves itself out.
         return isArchive(found) || addFile(entryName, found);

@@ -34,7 +34,8 @@ public:
     bool AddFile(const std::string& entryName, const std::string& filePath);
     /// Adds what is in a directory and below, in the order of the names, each directory before what
     /// is in it; links are followed. The first failure ends it. A missing directory has nothing to
-    /// add. The archive itself is passed over; a link that leads back up is a failure.
+    /// add. The archive itself is passed over. Failures are a link that leads back up, a directory
+    /// that cannot be listed in full, and a name that ZipReader would not unpack.
     bool AddFullDirectory(const std::string& directory);
     /// Adds all that the stream still has; false as well if it broke off.
     bool AddStream(const std::string& entryName, std::istream& stream);

@@ -42,6 +42,23 @@ TEST_F(RunnerHost, WeightAndSplitAreOffWhileTheRunnerLives)
     EXPECT_EQ(source.GetMeasurementLevel(0), MeasurementLevel::Scale);
 }
 
+TEST_F(RunnerHost, ASecondPreparationKeepsWhatTheFirstOneSaved)
+{
+    pvGetCmnGlb()->weight = 3;
+    pvGetCmnGlb()->split = 2;
+    {
+        HVRunner runner(&procedure);
+        runner.prepareActiveDS(source, true, true);
+        pvGetCmnGlb()->split = 4; // the host turns on another one in between
+        runner.prepareActiveDS(source, true, true);
+        EXPECT_EQ(pvGetCmnGlb()->split, 0);
+    }
+    EXPECT_EQ(pvGetCmnGlb()->weight, 3);
+    EXPECT_EQ(pvGetCmnGlb()->split, 4);
+    expectedWeight = 3;
+    expectedSplit = 4;
+}
+
 TEST_F(RunnerHost, SourceWithoutColumnsIsLeftAlone)
 {
     source.SetColumns({});

@@ -74,6 +74,10 @@ TEST(Copying, ReplacesTheTarget)
     EXPECT_EQ(scratch.read("target"), binary);
     EXPECT_TRUE(StatCopyFile(scratch.name("target"), scratch.name("empty")));
     EXPECT_EQ(scratch.read("target"), "");
+    fs::create_hard_link(scratch.path / "source", scratch.path / "twin");
+    EXPECT_TRUE(StatCopyFile(scratch.name("twin"), scratch.name("source")));
+    EXPECT_TRUE(StatCopyFile(scratch.name("source"), scratch.name("source")));
+    EXPECT_EQ(scratch.read("source"), binary);
     EXPECT_FALSE(StatCopyFile(scratch.name("other"), scratch.name("missing")));
     EXPECT_FALSE(scratch.has("other"));
     EXPECT_FALSE(StatCopyFile(scratch.name("no\\dir"), scratch.name("source")));

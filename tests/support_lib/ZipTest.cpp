@@ -189,6 +189,23 @@ TEST_F(Zip, ALinkThatLeadsBackUpIsAFailure)
     EXPECT_EQ(walk(archive), (Names{"a\\", "a\\file", "a\\up\\"}));
 }
 
+TEST_F(Zip, WhatCannotBeUnpackedIsNotPacked)
+{
+    for (const std::string& name :
+         {std::string("a:b"), std::string("a\nb"), std::string("a\\b"), std::string(250, 'x')}) {
+        for (const bool isDirectory : {false, true}) {
+            const std::string place = "tree/0123456789/" + name;
+            scratch.put("tree/0123456789/plain");
+            if (isDirectory)
+                fs::create_directory(scratch.path / place);
+            else
+                scratch.put(place);
+            EXPECT_FALSE(ZipDir(scratch.name("odd.zip"), scratch.name("tree"))) << name;
+            fs::remove_all(scratch.path / "tree");
+        }
+    }
+}
+
 TEST_F(Zip, UnpacksOneLevelDeepIntoWhatMayBeWritten)
 {
     ASSERT_TRUE(ZipWriter(archive).AddString("a", "new"));

@@ -1,5 +1,6 @@
 #include "HostConversions.h"
 
+#include <limits>
 #include <memory>
 
 #include "CFFormat.h"
@@ -20,7 +21,8 @@ double GetBaseDateNumber()
 
 double NumericStorageStatToCF(double value, CFField::StorageType storage)
 {
-    if (value == kSystemMissing)
+    // The highest number stands for the open end of a range, and is a number of no scale.
+    if (value == kSystemMissing || value == std::numeric_limits<double>::max())
         return value;
     if (storage == CFField::Date)
         return (value - kBaseDate) / kDayLength;
@@ -29,7 +31,8 @@ double NumericStorageStatToCF(double value, CFField::StorageType storage)
 
 double NumericStorageCFToStat(double value, CFField::StorageType storage)
 {
-    if (value == kSystemMissing)
+    // The highest number stands for the open end of a range, and is a number of no scale.
+    if (value == kSystemMissing || value == std::numeric_limits<double>::max())
         return value;
     if (storage == CFField::Date)
         return value * kDayLength + kBaseDate;

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <cstdint>
+#include <map>
 
 #include "ErrorText.h"
 #include "FileServices.h"
@@ -6,8 +8,10 @@
 #include "data/DictionaryVariables.h"
 #include "data/HostDatabase.h"
 #include "datafile/FileTables.h"
+#include "datafile/InputFile.h"
 #include "datafile/NativePath.h"
 #include "datafile/ParquetColumns.h"
+#include "datafile/SqlQuoting.h"
 #include "text/CodePage.h"
 
 namespace {
@@ -44,6 +48,8 @@ private:
     void findColumns();
     void describe();
     void measureTexts();
+    void findGaps();
+    bool hasNull(const std::string& column) const;
     std::vector<int> columnsOf(const std::vector<std::string>& names) const;
     int widthOf(const datafile::DictionaryVariable& described) const;
 
@@ -98,7 +104,36 @@ void ParquetOpening::describe()
         _described.push_back(described);
         _relation->columns.push_back({_columns.values[i], field.GetStorage()});
     }
+    findGaps();
     measureTexts();
+}
+
+/// Which texts of known width are not there in some case. The file's own statistics know it; to
+/// look into the column is left for files without them.
+void ParquetOpening::findGaps()
+{
+    duck::Result counts = _connection->query(
+        "SELECT path_in_schema, CASE WHEN bool_and(stats_null_count IS NOT NULL) THEN "
+        "sum(stats_null_count)::BIGINT ELSE -1 END FROM parquet_metadata(" +
+        datafile::quotedLiteral(datafile::literalPath(_readable)) + ") GROUP BY ALL");
+    std::map<std::string, std::int64_t> nulls;
+    for (std::size_t row = 0; row < counts.rows(); ++row)
+        nulls[counts.text(0, row)] = counts.integer(1, row);
+    for (std::size_t i = 0; i < _described.size(); ++i) {
+        if (_relation->columns[i].storage != CFField::String || _described[i].width == 0)
+            continue;
+        const auto known = nulls.find(_columns.fields[i].GetName());
+        const bool isKnown = known != nulls.end() && known->second >= 0;
+        if (isKnown ? known->second > 0 : hasNull(_relation->columns[i].sql))
+            addBlank(_described[i].missing);
+    }
+}
+
+bool ParquetOpening::hasNull(const std::string& column) const
+{
+    return _connection
+               ->query("SELECT (count(*) - count(" + column + "))::BIGINT FROM " + _relation->from)
+               .integer(0, 0) > 0;
 }
 
 /// The widths of texts that nothing tells, and whether some are not there.
