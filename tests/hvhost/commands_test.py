@@ -250,7 +250,7 @@ class Rest(Case):
         data, saved = self.write("in.csv", "a\n1\n"), self.folder / "out.csv"
         for count, status in ((1990, 0), (4000, 1)):
             job = 'read({"dataSource": "in"})' + " -> filterRecords(_, c => x => x.a > 0)" * count
-            done = self.run_hvhost("run", "--data", f"in={data}", "--save", f"out={saved}", "-", status=status,
+            done = self.run_hvhost("run", "--data", f"in={data}", "--save", f"out={saved}", "-", "--force", status=status,
                                    text=job + ' -> write({"dataSource": "out", "mode": "overwrite"})')
         self.assertIn("more than 2000 steps", done.stderr)
         self.assertEqual(self.rows(saved), [{"a": "1"}])
