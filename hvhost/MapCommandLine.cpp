@@ -101,7 +101,7 @@ void MapCommandLine::addConvert(CLI::App& map, CommonOptions& common)
                                   "  hvhost map convert islands.shp - --to 3031\n");
     addMap(*app, _convert.map);
     addResult(*app, _convert.result,
-              "The coordinate system of the source, where it tells\nnone by itself");
+              "The coordinate system of the source, where it tells\nnone by itself; with --to");
     addCommonOptions(*app, common);
     app->callback([this, &common] { mapConvert(_convert, common); });
 }

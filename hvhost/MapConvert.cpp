@@ -12,7 +12,16 @@ namespace {
 /// The name for coordinates of a plane, without a system.
 constexpr const char* kPlane = "CARTESIAN";
 
-/// An option that would do nothing is refused: nobody should believe that it did something.
+// An option that would do nothing is refused: nobody should believe that it did something.
+
+void refuseSourceWithoutTarget(const GeoJsonOptions& options)
+{
+    if (!options.from.empty() && options.to.empty())
+        throw CommandFault(ExitStatus::Usage,
+                           "--from " + options.from + ": without --to no shape is moved",
+                           "--to names the coordinate system of the result");
+}
+
 void refuseTargetOfPlane(const GeoJsonOptions& options, bool isPlane)
 {
     if (isPlane && !options.to.empty())
@@ -44,6 +53,7 @@ void mapConvert(const MapConvertOptions& options, const CommonOptions& common)
     const InterruptWatch watch(common.timeout);
     const MapInput map(options.map, true);
     refuseTargetOfPlane(options.result, options.result.from == kPlane);
+    refuseSourceWithoutTarget(options.result);
     const GeoJsonOutput output(options.result, watch);
     MapSession session("convert", common, watch);
     const KnownSystem from = sourceSystem(session, options.result.from);

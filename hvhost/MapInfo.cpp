@@ -68,6 +68,8 @@ std::string shownLayers(MapSession& session, const MapInput& map, const TableLoo
     };
     session.perform(ask, map.name(), map.origin());
     std::vector<HVRunner::LayerInfo> layers;
+    if (answer.empty())
+        session.checkStop();
     if (!HVRunner::ParseMapServiceLayers(answer, layers))
         throw CommandFault(ExitStatus::Input, map.name() + ": there is no map service that answers",
                            "the address of a feature service ends in /FeatureServer");
@@ -194,6 +196,7 @@ std::string dataModelOf(MapSession& session, const MapInput& map)
     session.perform(ask, map.name(), map.origin());
     if (!model.empty())
         return model;
+    session.checkStop();
     readOne(session, map);
     throw CommandFault(ExitStatus::Input, map.name() + ": the engine tells nothing of it");
 }

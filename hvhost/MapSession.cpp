@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "ArchiveProblem.h"
 #include "Attention.h"
 #include "CommandFault.h"
 #include "Dataset.h"
@@ -97,9 +98,18 @@ void MapSession::settle(bool isDone, const std::string& source, const JobOrigin&
         throw CommandFault(ExitStatus::JobFailed, source + ": the request failed without a reason");
     _host.log("failed: " + fault.id + " " + fault.text + " " + fault.detail);
     // Without an id it is no job that says so, but what was found before one.
-    if (fault.id.empty())
-        throw CommandFault(ExitStatus::Input, source + ": " + fault.text);
+    if (fault.id.empty()) {
+        // The engine's side tells a refused archive as one without a shape file.
+        const std::string problem = archiveProblem(source);
+        throw CommandFault(ExitStatus::Input,
+                           source + ": " + (problem.empty() ? fault.text : problem));
+    }
     throw wordFault(fault, {}, origin);
+}
+
+void MapSession::checkStop() const
+{
+    _watch.check();
 }
 
 /// The engine tells the full name, which a request for a map needs to know that there is a target.

@@ -33,6 +33,9 @@ public:
     /// of a request that is false; one that no job gave is a fault of `source`.
     void perform(const std::function<bool(HVInteractiveSTEM&)>& request, const std::string& source,
                  const JobOrigin& origin);
+    /// Throws CommandFault if the user stopped the command: for a request that succeeds without an
+    /// answer, as a question to a service does when it is stopped.
+    void checkStop() const;
     /// The system of an option: a name, or a well-known id with or without "EPSG:". Throws
     /// CommandFault (Usage) for one that is not known.
     KnownSystem system(const std::string& option, const std::string& text);

@@ -44,7 +44,8 @@ public:
     ~HVInteractiveSTEM() override;
 
     /// Whether a source can be read, by its first record. `dataModel` receives its data model, XML;
-    /// it stays as it was if there is no shape file, and is empty if the engine tells none.
+    /// it stays as it was if there is no shape file, and is empty if the engine tells none. An
+    /// archive that cannot be unpacked counts as one without a shape file.
     bool validateShapeSource(const std::string& path, std::string& dataModel);
     bool validateServiceLayer(const std::string& url, int layer, std::string& dataModel);
     /// Whether a map service answers. `layers` receives its layers, JSON, to be read with

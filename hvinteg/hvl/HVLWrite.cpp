@@ -32,7 +32,7 @@ void HVLWrite::WriteCSV(const std::string& path)
 
 void HVLWrite::WriteGeoJSON(const std::string& path, const std::string& type)
 {
-    setDestination(Destination::GeoJson, path, type);
+    WriteGeoJSON(path, type, {}, {});
 }
 
 void HVLWrite::WriteGeoJSON(const std::string& path, const std::string& type,

@@ -181,7 +181,8 @@ public:
 
     /// Questions about maps. Each ends a present execution, except the one about an empty name.
     /// What the engine throws, at the end of that execution too, is an empty answer: no exception
-    /// leaves these operations.
+    /// leaves these operations. A question that waits for a map service fails when the runner is
+    /// stopped.
     ///
     /// What is known of a coordinate system, as JSON for ParseCoordinatesSystemInfo.
     std::string getCoordinatesSystemInfo(const std::string& name);

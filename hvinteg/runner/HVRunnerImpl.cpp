@@ -1,6 +1,7 @@
 #include "runner/HVRunnerImpl.h"
 
 #include <memory>
+#include <utility>
 
 #include "CFAppHost.h"
 #include "HVServiceManager.h"
@@ -28,6 +29,28 @@ void quietly(Work work) noexcept
     } catch (...) { // NOLINT(bugprone-empty-catch)
     }
 }
+
+/// Lets a stop of the runner end the question that is asked, where the engine offers that.
+class StopScope
+{
+public:
+    StopScope(EmbeddedHV::MetadataService& service, std::function<bool()> isStopped)
+        : _questions(dynamic_cast<EmbeddedHV::StoppableQuestions*>(&service))
+    {
+        if (_questions != nullptr)
+            _questions->setStop(std::move(isStopped));
+    }
+    ~StopScope()
+    {
+        if (_questions != nullptr)
+            _questions->setStop({});
+    }
+    StopScope(const StopScope&) = delete;
+    StopScope& operator=(const StopScope&) = delete;
+
+private:
+    EmbeddedHV::StoppableQuestions* _questions;
+};
 
 } // namespace
 
@@ -120,7 +143,10 @@ bool HVRunnerImpl::askService(
 {
     try {
         cleanExecution();
-        question(*StatHVServiceManager::get(_hasProcedure)->getMetaDataService(), managerEnv());
+        EmbeddedHV::MetadataService& service =
+            *StatHVServiceManager::get(_hasProcedure)->getMetaDataService();
+        const StopScope scope(service, [this] { return isStopProcessor(); });
+        question(service, managerEnv());
         return true;
     } catch (...) {
         return false;

@@ -1,5 +1,9 @@
+#include <sys/resource.h>
+
 #include <chrono>
 #include <thread>
+
+#include <nlohmann/json.hpp>
 
 #include "CFMetaData.h"
 #include "Container.h"
@@ -7,6 +11,7 @@
 #include "MetadataService.h"
 #include "engine/EngineFixture.h"
 #include "engine/MapSamples.h"
+#include "maps/GeographyLibrary.h"
 
 // Jobs over shapes: what a shape file and a map service hold, and what the steps make of it.
 
@@ -59,8 +64,39 @@ protected:
                                             : listener.errorId + " " + listener.errorText;
     }
 
+    /// The geometry of the one record that a job writes as GeoJSON.
+    nlohmann::json geometry(const std::string& steps)
+    {
+        const auto text = nlohmann::json::parse(geoJson(steps), nullptr, false);
+        return text.is_discarded() ? nlohmann::json() : text["features"][0]["geometry"];
+    }
+
     std::vector<std::pair<std::string, std::string>> told;
 };
+
+/// The areas of the rings of a polygon, positive for those that go counter-clockwise, and summed
+/// up over the polygons of a multipolygon.
+double areaOf(const nlohmann::json& geometry)
+{
+    const bool isOne = geometry["type"] == "Polygon";
+    double area = 0;
+    for (const auto& polygon :
+         isOne ? nlohmann::json{geometry["coordinates"]} : geometry["coordinates"])
+        for (const auto& ring : polygon)
+            for (std::size_t i = 0; i + 1 < ring.size(); ++i)
+                area += (ring[i][0].get<double>() * ring[i + 1][1].get<double>() -
+                         ring[i + 1][0].get<double>() * ring[i][1].get<double>()) /
+                        2;
+    return area;
+}
+
+/// The most memory that the process has had, in MiB.
+long peakMemory()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+}
 
 std::string readShape(const std::string& name, const std::string& more = "")
 {
@@ -198,6 +234,9 @@ TEST_F(MapJob, ReprojectionMovesShapesByWhateverNamesTheSystem)
     }
     EXPECT_THAT(geoJson(readShape("p.shp") + " -> " + move("", R"({"wkid": 102100})")),
                 HasSubstr("urn:ogc:def:crs:ESRI::102100"));
+    // A system that has no well-known text of the older form.
+    EXPECT_THAT(geoJson(readShape("p.shp") + " -> " + move("", R"({"wkid": 54035})")),
+                HasSubstr("urn:ogc:def:crs:ESRI::54035"));
     const CFMetaData model =
         describe(readShape("p.shp") + " -> " + move(R"({"wkid": 4326})", R"({"wkid": 32633})"));
     const CFGeo* geo = model.GetField(model.FieldCount() - 1)->GetGeo();
@@ -236,6 +275,57 @@ TEST_F(MapJob, AShapeWithoutAPlaceInTheNewSystemIsMissing)
     ASSERT_EQ(told.size(), 1U);
     EXPECT_EQ(told[0].first, "HVEGE0007W");
     EXPECT_THAT(told[0].second, HasSubstr("1 shape of the field \"shape\" have no place"));
+}
+
+TEST_F(MapJob, AnAreaKeepsItsExtentAndDirection)
+{
+    struct Case
+    {
+        int from;
+        const char* shape;
+        int to;
+        const char* type;
+        double area; ///< 0 for any above it
+    };
+    constexpr const char* kAroundPole =
+        "(-1000000 -1000000,1000000 -1000000,1000000 1000000,-1000000 1000000,-1000000 -1000000)";
+    const std::string pole = std::string("POLYGON (") + kAroundPole + ")";
+    const std::string ring = std::string("POLYGON (") + kAroundPole +
+                             ",(-10000 -10000,-10000 10000,10000 10000,10000 "
+                             "-10000,-10000 -10000))";
+    const Case cases[] = {
+        {3031, pole.c_str(), 4326, "Polygon", 360 * (90 - 77.0374006)},
+        {3995, pole.c_str(), 4326, "Polygon", 360 * (90 - 77.0374006)},
+        {3031, ring.c_str(), 4326, "Polygon", 360 * (89.8698406 - 77.0374006)},
+        // Across the antimeridian, and far from it.
+        {3031, "POLYGON ((-1e5 -15e5,1e5 -15e5,1e5 -1e6,-1e5 -1e6,-1e5 -15e5))", 4326,
+         "MultiPolygon", 43.2597},
+        {3031, "POLYGON ((-1e5 15e5,1e5 15e5,1e5 1e6,-1e5 1e6,-1e5 15e5))", 4326, "Polygon",
+         43.2597},
+        // The axes of the target point to the west and to the south.
+        {4326, "POLYGON ((15 49,15 50,16 50,16 49,15 49))", 5513, "Polygon", 0},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.shape);
+        writeShapeFile(path("area.shp"), "POLYGON", row.from, {{row.shape, "p"}});
+        const auto moved = geometry(readShape("area.shp") + " -> " +
+                                    move("", R"({"wkid": )" + std::to_string(row.to) + "}"));
+        ASSERT_TRUE(moved.is_object());
+        EXPECT_EQ(moved["type"], row.type);
+        if (row.area > 0)
+            EXPECT_NEAR(areaOf(moved), row.area, 0.01);
+        else
+            EXPECT_GT(areaOf(moved), 0);
+    }
+}
+
+TEST_F(MapJob, SurfacesAreReadAsPolygons)
+{
+    writeShapeFile(path("patch.shp"), "TIN Z", 0,
+                   {{"TIN Z (((0 0 1,1 0 1,0 1 1,0 0 1)),((1 0 1,1 1 1,0 1 1,1 0 1)))", "p"}});
+    EXPECT_EQ(geometry(readShape("patch.shp")),
+              nlohmann::json::parse(R"({"type": "MultiPolygon", "coordinates":
+                  [[[[0,0,1],[1,0,1],[0,1,1],[0,0,1]]],[[[1,0,1],[1,1,1],[0,1,1],[1,0,1]]]]})"));
 }
 
 TEST_F(MapJob, AWrongReprojectionSaysWhy)
@@ -285,6 +375,10 @@ TEST_F(MapJob, CoordinatesOfRecordsBecomePoints)
     EXPECT_THAT(text, HasSubstr(R"("n":"b"},"geometry":null)"));
     EXPECT_THAT(text, HasSubstr("[-1e-07, 4.0]"));
     EXPECT_THAT(geoJson(points + " -> " + move("", R"({"wkid": 3857})")), HasSubstr(kWebPoint));
+    write("high.csv", "x,y,z\n1,2,\n1,,3\n1,2,3\n");
+    const std::string high =
+        csv(readCsv("high.csv") + R"( -> deriveField(_, c => r => ("at", [r.x, r.y, r.z])))");
+    EXPECT_EQ(high, "x,y,z,at\n1,2,,\"[1.0, 2.0]\"\n1,,3,\n1,2,3,\"[1.0, 2.0, 3.0]\"\n");
 }
 
 TEST_F(MapJob, TheDocumentCanNameItsResource)
@@ -307,6 +401,10 @@ TEST_F(MapJob, ALayerOfAServiceIsReadInPages)
         csv(job + R"( -> aggregate({"output": [{"function": "count", "input": "OID"},
                       {"function": "max", "input": "OID"}]}))");
     EXPECT_EQ(counts, "count_OID,max_OID\n25,24\n");
+    const std::string kinds =
+        R"( -> aggregate({"output": [{"function": "count", "input": "kind"}]}))";
+    // Pages that begin with the same values.
+    EXPECT_EQ(csv(readService(server.address() + "/alike", 3) + kinds), "count_kind\n25\n");
     EXPECT_EQ(csv(readService(server.address() + "/pages?token=t", 3, R"(, "maxRecordsCount": 2)")),
               "OID,town,kind,seen,shape\n"
               "0,town 0,1,,\"{\"\"type\"\":\"\"Point\"\",\"\"coordinates\"\":[0,0]}\"\n"
@@ -321,6 +419,8 @@ TEST_F(MapJob, ALayerOfAServiceIsReadInPages)
         {readService(server.address() + "/cut", 3), "gives only 10 records"},
         {readService(server.address() + "/stuck", 3), "the same records again"},
         {readService(server.address() + "/broken", 3), "the answer is not JSON"},
+        {readService(server.address() + "/deep", 3), "the answer is nested deeper than 64 levels"},
+        {readService(server.address() + "/many", 3), "the answer holds more than 1000000 values"},
         {readService(server.address() + "/fault?token=secret", 3),
          "/fault/3: the service reports a "
          "fault: Token Required"},
@@ -333,21 +433,65 @@ TEST_F(MapJob, ALayerOfAServiceIsReadInPages)
     }
 }
 
-TEST_F(MapJob, CancellationEndsTheWaitForAService)
+TEST_F(MapJob, ALayerWithoutAnEndIsRefused)
+{
+    using EmbeddedHV::maps::LayerBounds;
+    const MapServer server;
+    const auto count = [&](const LayerBounds& bounds) {
+        const auto layer = EmbeddedHV::maps::geography().openServiceLayer(
+            server.address() + "/endless", 3, bounds, nullptr);
+        layer->rewind({0});
+        std::uint64_t records = 0;
+        try {
+            while (layer->next())
+                ++records;
+        } catch (const EmbeddedHV::maps::GeographyError& error) {
+            return std::string(error.what());
+        }
+        return std::to_string(records);
+    };
+    EXPECT_EQ(count({.wanted = 35, .records = 20}), "35");
+    // A page of ten records has more values, one of five has not.
+    EXPECT_EQ(count({.wanted = 35, .values = 100}), "35");
+    EXPECT_THAT(count({.wanted = 35, .values = 10}), HasSubstr("holds more than 10 values"));
+    EXPECT_THAT(count({.records = 20}),
+                HasSubstr("/endless/3: the layer has more than 20 records"));
+    EXPECT_THAT(count({.wanted = 1000, .bytes = 2000}),
+                HasSubstr("/endless/3: the layer has more than 2000 bytes"));
+}
+
+TEST_F(MapJob, AnAnswerIsRefusedBeforeItTakesMemory)
 {
     const MapServer server;
-    const auto execution = newExecution(readService(server.address() + "/slow", 3));
-    RecordingListener listener;
-    std::thread stop([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
-        execution->cancel(nullptr);
-    });
-    const auto begin = std::chrono::steady_clock::now();
-    execution->execute(nullptr, &listener);
-    stop.join();
-    EXPECT_EQ(listener.ending, "cancel");
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
-    execution->dispose(nullptr);
+    const long before = peakMemory();
+    for (const char* name : {"/many", "/deep"})
+        EXPECT_THROW(
+            service().getMetaDataService()->getMapServiceLayers(nullptr, server.address() + name),
+            EmbeddedHV::Exception);
+    EXPECT_LT(peakMemory() - before, 256);
+}
+
+TEST_F(MapJob, CancellationEndsTheWaitForAService)
+{
+    using Clock = std::chrono::steady_clock;
+    const MapServer server;
+    for (const char* name : {"/slow", "/trickle", "/astray", "/endless"}) {
+        SCOPED_TRACE(name);
+        const auto execution =
+            newExecution(readService(server.address() + name, 3) + " -> " + writeCsv("out.csv"));
+        RecordingListener listener;
+        Clock::time_point cancelled;
+        std::thread stop([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            cancelled = Clock::now();
+            execution->cancel(nullptr);
+        });
+        execution->execute(nullptr, &listener);
+        stop.join();
+        EXPECT_EQ(listener.ending, "cancel") << listener.errorText;
+        EXPECT_LT(Clock::now() - cancelled, std::chrono::seconds(1));
+        execution->dispose(nullptr);
+    }
 }
 
 } // namespace

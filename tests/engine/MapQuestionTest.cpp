@@ -1,3 +1,6 @@
+#include <chrono>
+#include <thread>
+
 #include <nlohmann/json.hpp>
 
 #include "EngineException.h"
@@ -57,6 +60,13 @@ TEST_F(MapQuestion, ASystemIsFoundByNameAndById)
         {nullptr, 3857, "WGS 84 / Pseudo-Mercator", true},
         {nullptr, 54030, "World_Robinson", true},
         {nullptr, 102100, "WGS_1984_Web_Mercator_Auxiliary_Sphere", true},
+        // Deprecated systems: one that has its name for itself, and one that has not.
+        {nullptr, 3785, "Popular Visualisation CRS / Mercator", true},
+        {"Popular Visualisation CRS / Mercator", 3785, "Popular Visualisation CRS / Mercator",
+         true},
+        {"SAD69", 4618, "SAD69", false},
+        {nullptr, 4291, "SAD69 (4291)", false},
+        {"SAD69 (4291)", 4291, "SAD69 (4291)", false},
     };
     for (const Case& row : cases) {
         const json info =
@@ -72,7 +82,7 @@ TEST_F(MapQuestion, ASystemIsFoundByNameAndById)
         EXPECT_THAT(answer([&] { return metadata.getCoordinatesSystemInfo(nullptr, wkid); }),
                     HasSubstr("no geographic or projected coordinate system with the id " +
                               std::to_string(wkid)));
-    for (const std::string name : {"none such", "WGS", "%"})
+    for (const std::string name : {"none such", "WGS", "%", "SAD69 (4618)"})
         EXPECT_THAT(answer([&] { return metadata.getCoordinatesSystemInfo(nullptr, name); }),
                     HasSubstr("there is no coordinate system \"" + name + "\""));
 }
@@ -168,6 +178,8 @@ TEST_F(MapQuestion, AServiceTellsItsLayers)
     const std::pair<std::string, const char*> faults[] = {
         {server.address() + "/pages/3", "names no layers"},
         {server.address() + "/fault", "Token Required"},
+        {server.address() + "/deep", "nested deeper than 64 levels"},
+        {server.address() + "/many", "holds more than 1000000 values"},
         {"http://127.0.0.1:1/a", "the service does not answer"},
         {"", "only http, https and file"},
     };
@@ -175,6 +187,29 @@ TEST_F(MapQuestion, AServiceTellsItsLayers)
         EXPECT_THAT(
             answer([&, address = url] { return metadata.getMapServiceLayers(nullptr, address); }),
             HasSubstr(text));
+    write("service.json", R"({"layers": [{"name": "a"}]})");
+    EXPECT_THAT(answer([&] { return metadata.getMapServiceLayers(nullptr, expanded("$DIR")); }),
+                HasSubstr("names a layer without an id"));
+}
+
+TEST_F(MapQuestion, AStopEndsAQuestionToAService)
+{
+    using Clock = std::chrono::steady_clock;
+    const MapServer server;
+    auto& questions = dynamic_cast<EmbeddedHV::StoppableQuestions&>(metadata);
+    for (const char* name : {"/slow", "/trickle", "/astray"}) {
+        SCOPED_TRACE(name);
+        const Clock::time_point stop = Clock::now() + std::chrono::milliseconds(300);
+        questions.setStop([stop] { return Clock::now() > stop; });
+        EXPECT_THAT(
+            answer([&] { return metadata.getMapServiceLayers(nullptr, server.address() + name); }),
+            HasSubstr("stopped"));
+        EXPECT_GT(Clock::now(), stop);
+        EXPECT_LT(Clock::now() - stop, std::chrono::seconds(1));
+    }
+    questions.setStop({});
+    EXPECT_THAT(metadata.getMapServiceLayers(nullptr, server.address() + "/pages"),
+                HasSubstr("towns"));
 }
 
 } // namespace

@@ -1,3 +1,10 @@
+#include <arpa/inet.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <thread>
+
 #include <nlohmann/json.hpp>
 
 #include "geo/GeoFixture.h"
@@ -11,6 +18,33 @@ using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+
+/// A server that takes connections and never answers.
+class SilentServer
+{
+public:
+    SilentServer() : _socket(socket(AF_INET, SOCK_STREAM, 0))
+    {
+        sockaddr_in place{};
+        place.sin_family = AF_INET;
+        place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof place;
+        auto* const address = reinterpret_cast<sockaddr*>(&place);
+        EXPECT_EQ(bind(_socket, address, size), 0);
+        EXPECT_EQ(listen(_socket, 5), 0);
+        getsockname(_socket, address, &size);
+        _port = ntohs(place.sin_port);
+    }
+    ~SilentServer() { close(_socket); }
+    SilentServer(const SilentServer&) = delete;
+    SilentServer& operator=(const SilentServer&) = delete;
+
+    std::string address() const { return "http://127.0.0.1:" + std::to_string(_port); }
+
+private:
+    int _socket;
+    int _port = 0;
+};
 
 class RealMaps : public MapDialog
 {
@@ -188,4 +222,44 @@ TEST_F(RealMaps, MatchTheirKeysWithThoseOfADataset)
                                         kNoDataset, path("sizes.csv"), {"island"}, dataUnmatched,
                                         -1, matched));
     EXPECT_EQ(matched, 0);
+}
+
+TEST_F(RealMaps, ACancelEndsTheWaitForAService)
+{
+    using Clock = std::chrono::steady_clock;
+    const SilentServer server;
+    folder().put("sizes.csv", "island\nDream\n");
+    const auto request = [&](int number) {
+        std::string answer;
+        KeyRows unmatched;
+        int matched = 0;
+        switch (number) {
+        case 0:
+            return maps->validateMapService(server.address(), answer);
+        case 1:
+            return maps->validateServiceLayer(server.address(), 0, answer);
+        case 2:
+            return maps->getServiceGeoJSON("", 0, "", 0, server.address(), 0, path("out.xml"),
+                                           path("out.json"));
+        default:
+            return maps->matchServiceKeys(server.address(), 0, {"KEY"}, unmatched, kNoDataset,
+                                          path("sizes.csv"), {"island"}, unmatched, -1, matched);
+        }
+    };
+    for (int number = 0; number < 4; ++number) {
+        SCOPED_TRACE(number);
+        // A dialog that was cancelled stays so.
+        maps.emplace();
+        Clock::time_point cancelled;
+        std::thread user([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            cancelled = Clock::now();
+            maps->cancelExecution();
+        });
+        request(number);
+        user.join();
+        EXPECT_TRUE(maps->isStopProcessor());
+        EXPECT_LT(Clock::now() - cancelled, std::chrono::seconds(1));
+        EXPECT_FALSE(std::filesystem::exists(folder().path / "out.json"));
+    }
 }

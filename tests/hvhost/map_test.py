@@ -3,7 +3,9 @@ import http.server
 import json
 import os
 import shutil
+import socket
 import threading
+import time
 import unittest
 import zipfile
 
@@ -93,6 +95,10 @@ class MapTest(Case):
         self.write("broken.dbf", "no table")
         with zipfile.ZipFile(self.folder / "empty.zip", "w") as archive:
             archive.writestr("readme", "x")
+        self.write("text.zip", "no archive")
+        with zipfile.ZipFile(self.folder / "away.zip", "w") as archive:
+            for name in ("away.shp", "away.dbf", "../away.shx"):
+                archive.writestr(name, "x")
         out = self.folder / "out.geojson"
         points = ["map", "points", COLONIES, out]
         match = ["map", "match", ISLANDS, COLONIES, "--keys"]
@@ -102,6 +108,10 @@ class MapTest(Case):
                 (3, ["map", "info", alone], "alone.shp: .*dbf"),
                 (3, ["map", "info", broken], "broken.shp"),
                 (3, ["map", "info", self.folder / "empty.zip"], "does not contain a shape file"),
+                (3, ["map", "info", self.folder / "text.zip"], "text.zip: this is no zip archive"),
+                (3, ["map", "info", self.folder / "away.zip"],
+                 r"not unpacked, since its entry \"\.\.[\\\\/]away.shx\" is"),
+                (2, ["map", "convert", ISLANDS, out, "--from", 4326], "--from 4326: without --to"),
                 (2, ["map", "info", ISLANDS, "--layer", 1], "layer"),
                 (3, ["map", "info", "http://127.0.0.1:9/none"], "127.0.0.1"),
                 (2, ["map", "convert", "http://127.0.0.1:9/none", out], "layer"),
@@ -119,6 +129,21 @@ class MapTest(Case):
             errors = self.run_hvhost(*words, status=status).stderr
             self.assertRegex(errors, told)
             self.assertFalse(out.exists(), words)
+
+    def test_a_service_that_does_not_answer_can_be_left(self):
+        with socket.create_server(("127.0.0.1", 0)) as server:
+            address = f"http://127.0.0.1:{server.getsockname()[1]}/FeatureServer"
+            out = self.folder / "out.geojson"
+            for words in (["info", address], ["info", address, "--layer", 0],
+                          ["convert", address, "--layer", 0, out]):
+                process = self.start_hvhost("map", *map(str, words))
+                self.wait_until_stoppable(process)
+                time.sleep(2)
+                begin = time.monotonic()
+                self.assertIn("interrupted", self.stop(process))
+                self.assertLess(time.monotonic() - begin, 1.5, words)
+                self.run_hvhost("map", *words, "--timeout", 0.5, status=124)
+            self.assertFalse(out.exists())
 
     def test_help_and_completion_know_the_commands_of_map(self):
         for words in (["map", "--help"], ["help", "map"]):

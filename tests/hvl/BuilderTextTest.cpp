@@ -124,6 +124,12 @@ TEST_F(BuilderText, WriteWritesItsDestination)
              [](HVLWrite& write) { write.WriteGeoJSON("a.json", "text/geojson", "r", "k"); },
              R"({"dataDestination":"a.json","dataModelDestination":"","type":"text/geojson",)"
              R"("metadata":{"resourceId":"r","key":"k"}})"},
+            {"GeoJSON without the map of an earlier one",
+             [](HVLWrite& write) {
+                 write.WriteGeoJSON("a.json", "text/geojson", "r", "k");
+                 write.WriteGeoJSON("b.json", "text/geojson");
+             },
+             R"({"dataDestination":"b.json","dataModelDestination":"","type":"text/geojson"})"},
             {"GeoJSON with a resource id alone",
              [](HVLWrite& write) { write.WriteGeoJSON("a.json", "text/geojson", "r", ""); },
              R"({"dataDestination":"a.json","dataModelDestination":"","type":"text/geojson"})"},

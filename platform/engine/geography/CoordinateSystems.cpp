@@ -69,6 +69,15 @@ ObjectPtr catalogued(PJ_CONTEXT* context, int wkid)
     return nullptr;
 }
 
+/// The id that a name ends in, as in "SAD69 (4291)"; -1 if it ends in none.
+int idInName(const std::string& name)
+{
+    const auto open = name.rfind('(');
+    if (open == name.npos || !name.ends_with(')'))
+        return -1;
+    return numberOf(name.substr(open + 1, name.size() - open - 2).c_str());
+}
+
 } // namespace
 
 ContextPtr newContext()
@@ -124,8 +133,10 @@ std::vector<std::string> CoordinateSystems::names(bool projected)
     return {names.begin(), names.end()};
 }
 
-std::optional<CoordinateSystem>
-CoordinateSystems::find(PJ_CONTEXT* context, const std::string& name, const char* catalogue) const
+std::optional<CoordinateSystem> CoordinateSystems::findIn(PJ_CONTEXT* context,
+                                                          const std::string& name,
+                                                          const char* catalogue,
+                                                          Status status) const
 {
     const ListPtr list(proj_create_from_name(context, catalogue, name.c_str(), kTypes,
                                              std::size(kTypes), 0, 0, nullptr));
@@ -134,24 +145,40 @@ CoordinateSystems::find(PJ_CONTEXT* context, const std::string& name, const char
     for (int i = 0; i < count; ++i) {
         const ObjectPtr system(proj_list_get(context, list.get(), i));
         const char* code = proj_get_id_code(system.get(), 0);
-        // An outdated definition may have the name that people use, and moves points elsewhere.
-        if (!code || proj_is_deprecated(system.get()))
+        const bool isDeprecated = proj_is_deprecated(system.get()) != 0;
+        if (!code || isDeprecated != (status == Status::Deprecated))
             continue;
         auto found = describe(context, system.get(), numberOf(code));
         if (found && strcasecmp(found->name.c_str(), name.c_str()) == 0)
             return found;
-        if (!alias)
+        if (!alias && !isDeprecated)
             alias = std::move(found);
     }
     return alias;
 }
 
+/// A deprecated definition may have the name that people use, and moves points elsewhere: all
+/// systems in force come before it.
+std::optional<CoordinateSystem> CoordinateSystems::find(PJ_CONTEXT* context,
+                                                        const std::string& name) const
+{
+    for (const Status status : {Status::InForce, Status::Deprecated})
+        for (const char* catalogue : kCatalogues)
+            if (auto found = findIn(context, name, catalogue, status))
+                return found;
+    return std::nullopt;
+}
+
 CoordinateSystem CoordinateSystems::named(const std::string& name)
 {
     const ContextPtr context = newContext();
-    for (const char* catalogue : kCatalogues)
-        if (auto found = find(context.get(), name, catalogue))
-            return *std::move(found);
+    if (auto found = find(context.get(), name))
+        return *std::move(found);
+    if (const int wkid = idInName(name); wkid > 0) {
+        const CoordinateSystem system = of(wkid);
+        if (strcasecmp(system.name.c_str(), name.c_str()) == 0)
+            return system;
+    }
     throw GeographyError(GeographyError::UnknownSystem,
                          "there is no coordinate system \"" + name + "\"");
 }
@@ -160,8 +187,13 @@ CoordinateSystem CoordinateSystems::of(int wkid)
 {
     const ContextPtr context = newContext();
     if (const ObjectPtr system = catalogued(context.get(), wkid))
-        if (auto found = describe(context.get(), system.get(), wkid))
+        if (auto found = describe(context.get(), system.get(), wkid)) {
+            if (proj_is_deprecated(system.get()))
+                if (const auto other = find(context.get(), found->name);
+                    other && other->wkid != wkid && other->name == found->name)
+                    found->name += " (" + std::to_string(wkid) + ")";
             return *std::move(found);
+        }
     throw GeographyError(GeographyError::UnknownSystem,
                          "there is no geographic or projected coordinate system with the id " +
                              std::to_string(wkid));

@@ -58,12 +58,21 @@ public:
     const std::vector<CataloguedSystem>& all();
     std::vector<std::string> names(bool projected);
     /// By its name, or one of the names that other software gives it; letter case does not count.
+    /// A deprecated system is found where no system in force has the name.
     CoordinateSystem named(const std::string& name);
+    /// A deprecated system that shares its name with another one has its id in its name, as in
+    /// "SAD69 (4291)", so that the name leads back to it.
     CoordinateSystem of(int wkid);
 
 private:
-    std::optional<CoordinateSystem> find(PJ_CONTEXT* context, const std::string& name,
-                                         const char* catalogue) const;
+    enum class Status
+    {
+        InForce,
+        Deprecated
+    };
+    std::optional<CoordinateSystem> find(PJ_CONTEXT* context, const std::string& name) const;
+    std::optional<CoordinateSystem> findIn(PJ_CONTEXT* context, const std::string& name,
+                                           const char* catalogue, Status status) const;
 
     std::once_flag _read;
     std::vector<CataloguedSystem> _all;

@@ -27,14 +27,14 @@ public:
         return maps::openShapeFile(path, _systems);
     }
     std::unique_ptr<Layer> openServiceLayer(const std::string& url, int layer,
-                                            std::uint64_t mostRecords, StopWish stop) override
+                                            const LayerBounds& bounds, StopWish stop) override
     {
-        return maps::openServiceLayer(MapService(url, std::move(stop)), layer, mostRecords,
-                                      _systems);
+        return maps::openServiceLayer(MapService(url, std::move(stop)), layer, bounds, _systems);
     }
-    std::string serviceLayers(const std::string& url) override
+    std::string serviceLayers(const std::string& url, StopWish stop) override
     {
-        return layersOf(MapService(url, nullptr));
+        MapService service(url, std::move(stop));
+        return layersOf(service);
     }
 
     std::vector<std::string> systemNames(bool projected) override

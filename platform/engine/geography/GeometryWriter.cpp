@@ -139,7 +139,8 @@ std::unique_ptr<OGRGeometry> plainGeometry(const OGRGeometry& geometry)
 {
     std::unique_ptr<OGRGeometry> linear(geometry.getLinearGeometry());
     const OGRwkbGeometryType type = wkbFlatten(linear->getGeometryType());
-    if (!OGR_GT_IsSubClassOf(type, wkbPolyhedralSurface) && type != wkbTriangle)
+    if (!OGR_GT_IsSubClassOf(type, wkbPolyhedralSurface) && type != wkbTriangle &&
+        type != wkbGeometryCollection)
         return linear;
     return std::unique_ptr<OGRGeometry>(OGRGeometryFactory::forceToMultiPolygon(linear.release()));
 }
@@ -147,7 +148,7 @@ std::unique_ptr<OGRGeometry> plainGeometry(const OGRGeometry& geometry)
 bool isPlain(const OGRGeometry& geometry)
 {
     const OGRwkbGeometryType type = wkbFlatten(geometry.getGeometryType());
-    return type >= wkbPoint && type <= wkbGeometryCollection;
+    return type >= wkbPoint && type < wkbGeometryCollection;
 }
 
 } // namespace

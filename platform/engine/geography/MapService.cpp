@@ -5,7 +5,7 @@
 #include <map>
 
 #include "ShownAddress.h"
-#include "WebFetch.h"
+#include "datafile/JsonDepth.h"
 
 namespace EmbeddedHV::maps {
 namespace {
@@ -31,6 +31,26 @@ constexpr ShapeWord kShapeWords[] = {
 /// Fields whose values can be found in a dataset again.
 constexpr const char* kKeyTypes[] = {"esriFieldTypeString", "esriFieldTypeInteger",
                                      "esriFieldTypeSmallInteger", "esriFieldTypeBigInteger"};
+
+// Real answers nest about ten deep.
+constexpr int kDeepest = 64;
+constexpr std::size_t kMostValues = 1'000'000; // of a description, 100 bytes each and more
+constexpr std::size_t kMostBytes = std::size_t{32} << 20;
+constexpr std::size_t kMostRecordBytes = std::size_t{128} << 20;
+
+void checkBounds(const std::string& text, const datafile::JsonBounds& bounds,
+                 const std::string& place)
+{
+    const auto excess = datafile::excessOf(text, bounds);
+    if (excess == datafile::JsonExcess::Depth)
+        throw GeographyError(GeographyError::Service, place +
+                                                          ": the answer is nested deeper than " +
+                                                          std::to_string(bounds.depth) + " levels");
+    if (excess == datafile::JsonExcess::Values)
+        throw GeographyError(GeographyError::TooLarge, place + ": the answer holds more than " +
+                                                           std::to_string(bounds.values) +
+                                                           " values");
+}
 
 void checkAnswer(const json& answer, const std::string& place)
 {
@@ -58,14 +78,24 @@ std::string keysOf(const json& layer)
     return keys;
 }
 
+/// The id of a layer as a text; empty if it has none.
+std::string idOf(const json& layer)
+{
+    const json& id = memberOf(layer, "id");
+    return id.is_number_integer() ? id.dump() : std::string();
+}
+
 /// What the service tells of each layer, by id; nothing if it does not tell of all at once.
-std::map<std::string, json> detailsOf(const MapService& service)
+std::map<std::string, json> detailsOf(MapService& service)
 {
     std::map<std::string, json> details;
     try {
-        const json answer = service.ask("/layers", "layers.json");
-        for (const json& layer : memberOf(answer, "layers"))
-            details.emplace(memberOf(layer, "id").dump(), layer);
+        json answer = service.ask("/layers", "layers.json");
+        const auto layers = answer.find("layers");
+        if (layers == answer.end() || !layers->is_array())
+            return details;
+        for (json& layer : *layers)
+            details.emplace(idOf(layer), std::move(layer));
     } catch (const GeographyError& error) {
         // A service need not tell of all layers at once; the list does without details then.
         if (error.kind() == GeographyError::Stopped)
@@ -81,7 +111,7 @@ nlohmann::ordered_json entryOf(const json& layer, const json& details)
         return text.empty() ? textIn(details, key) : text;
     };
     const char* features = shapeWord(either("geometryType"));
-    nlohmann::ordered_json entry{{"value", memberOf(layer, "id").dump()},
+    nlohmann::ordered_json entry{{"value", idOf(layer)},
                                  {"name", textIn(layer, "name")},
                                  {"keys", keysOf(details)},
                                  {"description", either("description")},
@@ -117,8 +147,8 @@ const char* shapeWord(const std::string& geometryType)
     return nullptr;
 }
 
-MapService::MapService(const std::string& address, StopWish stop)
-    : _address(address), _stop(std::move(stop))
+MapService::MapService(const std::string& address, StopWish stop, Fetch fetch)
+    : _address(address), _stop(std::move(stop)), _fetch(std::move(fetch))
 {
     _isFolder = address.starts_with("file://");
     // A query part may be a key, which no message may show.
@@ -133,20 +163,35 @@ MapService::MapService(const std::string& address, StopWish stop)
     _shown = withoutCredentials(_address);
 }
 
-json MapService::ask(const std::string& path, const std::string& file,
-                     const std::string& parameters) const
+json MapService::ask(const std::string& path, const std::string& file)
+{
+    return answer(path, file, {}, kMostBytes, kMostValues);
+}
+
+json MapService::askForRecords(const std::string& path, const std::string& file,
+                               const std::string& parameters, std::size_t mostValues)
+{
+    return answer(path, file, parameters, kMostRecordBytes, mostValues);
+}
+
+json MapService::answer(const std::string& path, const std::string& file,
+                        const std::string& parameters, std::size_t mostBytes,
+                        std::size_t mostValues)
 {
     const std::string tail = _isFolder ? "/" + file : path;
     std::string address = _address + tail;
     if (!_isFolder)
         address += "?f=json" + (parameters.empty() ? "" : "&" + parameters) +
                    (_secret.empty() ? "" : "&" + _secret);
-    json answer = json::parse(fetchText(address, _stop), nullptr, false);
-    checkAnswer(answer, _shown + tail);
-    return answer;
+    const std::string text = _fetch(address, mostBytes, _stop);
+    _received += text.size();
+    checkBounds(text, {kDeepest, mostValues}, _shown + tail);
+    json parsed = json::parse(text, nullptr, false);
+    checkAnswer(parsed, _shown + tail);
+    return parsed;
 }
 
-std::string layersOf(const MapService& service)
+std::string layersOf(MapService& service)
 {
     const json answer = service.ask("", "service.json");
     const json& layers = memberOf(answer, "layers");
@@ -156,7 +201,10 @@ std::string layersOf(const MapService& service)
     const auto details = detailsOf(service);
     auto list = nlohmann::ordered_json::array();
     for (const json& layer : layers) {
-        const auto found = details.find(memberOf(layer, "id").dump());
+        if (idOf(layer).empty())
+            throw GeographyError(GeographyError::Service,
+                                 service.address() + ": the service names a layer without an id");
+        const auto found = details.find(idOf(layer));
         list.push_back(entryOf(layer, found == details.end() ? json() : found->second));
     }
     return list.dump(-1, ' ', false, json::error_handler_t::replace);

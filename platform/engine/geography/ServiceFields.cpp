@@ -77,7 +77,9 @@ std::optional<CoordinateSystem> systemOf(const json& reference, CoordinateSystem
         }
     }
     const ContextPtr context = newContext();
-    const ObjectPtr system(proj_create(context.get(), textIn(reference, "wkt").c_str()));
+    // By its well-known text alone: other definitions may name files of this machine.
+    const ObjectPtr system(proj_create_from_wkt(context.get(), textIn(reference, "wkt").c_str(),
+                                                nullptr, nullptr, nullptr));
     return system ? describe(context.get(), system.get(), -1) : std::nullopt;
 }
 

@@ -31,6 +31,16 @@ std::uint64_t pageSizeOf(const json& layer)
     return std::min(most.get<std::uint64_t>(), kLargestPage);
 }
 
+/// The field that tells records apart; empty if the service names none.
+std::string idFieldOf(const json& layer)
+{
+    std::string name = textIn(layer, "objectIdField");
+    for (const json& field : memberOf(layer, "fields"))
+        if (name.empty() && textIn(field, "type") == "esriFieldTypeOID")
+            name = textIn(field, "name");
+    return name;
+}
+
 /// As a parameter of an address holds it.
 std::string escaped(const std::string& text)
 {
@@ -53,15 +63,15 @@ std::string escaped(const std::string& text)
 class ServiceLayer : public Layer
 {
 public:
-    ServiceLayer(MapService service, int layer, std::uint64_t mostRecords,
+    ServiceLayer(MapService service, int layer, const LayerBounds& bounds,
                  CoordinateSystems& systems)
-        : _service(std::move(service)), _path("/" + std::to_string(layer)), _most(mostRecords)
+        : _service(std::move(service)), _path("/" + std::to_string(layer)), _bounds(bounds)
     {
         const json described = _service.ask(_path, _path.substr(1) + ".json");
         _fields = fieldsOfLayer(described, place(), systems);
         _pageSize = pageSizeOf(described);
         _hasPages = flagIn(memberOf(described, "advancedQueryCapabilities"), "supportsPagination");
-        _idField = textIn(described, "objectIdField");
+        _idField = idFieldOf(described);
     }
 
     const std::vector<CFField>& fields() const override { return _fields; }
@@ -73,14 +83,17 @@ private:
     std::string place() const { return _service.address() + _path; }
     const CFGeo& shapes() const { return *_fields.back().GetGeo(); }
     void fetchPage();
+    json askForPage(std::uint64_t& count);
     void checkPage(const json& answer) const;
+    void checkEnd() const;
+    const json& firstId(const json& page) const;
     std::string parameters(std::uint64_t count) const;
     const json& feature() const { return memberOf(_page, "features")[_index]; }
     void readShape(LayerValue& value) const;
 
     MapService _service;
     std::string _path;
-    std::uint64_t _most;
+    LayerBounds _bounds;
     std::vector<CFField> _fields;
     std::uint64_t _pageSize = kUsualPage;
     bool _hasPages = false;
@@ -92,27 +105,28 @@ private:
     std::size_t _index = 0;
     std::size_t _count = 0;    ///< of the page
     std::uint64_t _offset = 0; ///< of the page to come
+    std::uint64_t _before = 0; ///< what the service had sent when the reading began, in bytes
     bool _isLast = false;      ///< there is no page to come
 };
 
 void ServiceLayer::rewind(const std::vector<std::size_t>& wanted)
 {
-    _outFields.clear();
+    // A query names at least one field, and the id tells one page from another.
+    _outFields = _idField;
     _wantsShapes = false;
     for (const std::size_t field : wanted) {
-        if (field + 1 == _fields.size()) {
+        if (field + 1 == _fields.size())
             _wantsShapes = true;
-            continue;
-        }
-        _outFields += (_outFields.empty() ? "" : ",") + _fields[field].GetName();
+        else if (_fields[field].GetName() != _idField)
+            _outFields += (_outFields.empty() ? "" : ",") + _fields[field].GetName();
     }
-    // A query names at least one field.
     if (_outFields.empty())
-        _outFields = _idField.empty() ? "*" : _idField;
+        _outFields = "*";
     _page = nullptr;
     _index = 0;
     _count = 0;
     _offset = 0;
+    _before = _service.received();
     _isLast = false;
 }
 
@@ -134,35 +148,76 @@ std::string ServiceLayer::parameters(std::uint64_t count) const
     return text;
 }
 
+/// The id of the first record of a page; null if the page or the layer has none.
+const json& ServiceLayer::firstId(const json& page) const
+{
+    const json& features = memberOf(page, "features");
+    static const json kNone;
+    return features.is_array() && !features.empty()
+               ? memberOf(memberOf(features[0], "attributes"), _idField.c_str())
+               : kNone;
+}
+
 void ServiceLayer::checkPage(const json& answer) const
 {
     const json& features = memberOf(answer, "features");
     if (!features.is_array())
         throw GeographyError(GeographyError::Service, place() + ": the answer holds no features");
-    // A service that ignores the offset would be read for ever.
-    const json& before = memberOf(_page, "features");
-    if (before.is_array() && !before.empty() && !features.empty() && before[0] == features[0])
+    // A service that ignores the offset gives its first page again. Without an id, pages of other
+    // records may look the same.
+    const json& id = firstId(answer);
+    if (!id.is_null() && id == firstId(_page))
         throw GeographyError(GeographyError::Service,
                              place() + ": the service gives the same records again and again");
 }
 
+/// A service that makes up records for ever would be read until the disk is full.
+void ServiceLayer::checkEnd() const
+{
+    if (_bounds.wanted == UINT64_MAX && _offset > _bounds.records)
+        throw GeographyError(GeographyError::Service,
+                             place() + ": the layer has more than " +
+                                 std::to_string(_bounds.records) +
+                                 " records; it is read when maxRecordsCount says how many");
+    if (_service.received() - _before > _bounds.bytes)
+        throw GeographyError(GeographyError::Service,
+                             place() + ": the layer has more than " +
+                                 std::to_string(_bounds.bytes) +
+                                 " bytes, which is all that is read of a map service");
+}
+
+/// Asks for fewer records at a time where so many are too large an answer.
+json ServiceLayer::askForPage(std::uint64_t& count)
+{
+    for (;; _pageSize = count = count / 2) {
+        try {
+            return _service.askForRecords(_path + "/query", _path.substr(1) + "/query.json",
+                                          parameters(count), _bounds.values);
+        } catch (const GeographyError& error) {
+            if (error.kind() != GeographyError::TooLarge || !_hasPages || _service.isFolder() ||
+                count <= 1)
+                throw;
+        }
+    }
+}
+
 void ServiceLayer::fetchPage()
 {
-    const std::uint64_t count = std::min(_pageSize, _most - std::min(_most, _offset));
+    std::uint64_t count = std::min(_pageSize, _bounds.wanted - std::min(_bounds.wanted, _offset));
     if (count == 0) {
         _isLast = true;
         _count = 0;
         return;
     }
-    json answer =
-        _service.ask(_path + "/query", _path.substr(1) + "/query.json", parameters(count));
+    json answer = askForPage(count);
     checkPage(answer);
     _page = std::move(answer);
     _count = memberOf(_page, "features").size();
     _index = 0;
     _offset += _count;
+    checkEnd();
     const bool isCut = flagIn(_page, "exceededTransferLimit");
-    if (isCut && !_hasPages && _offset < _most)
+    if (isCut && !_hasPages && _offset < _bounds.wanted)
         throw GeographyError(GeographyError::Service,
                              place() + ": the service gives only " + std::to_string(_count) +
                                  " records of the layer, and no further pages");
@@ -204,10 +259,10 @@ void ServiceLayer::read(std::size_t field, LayerValue& value)
 
 } // namespace
 
-std::unique_ptr<Layer> openServiceLayer(MapService service, int layer, std::uint64_t mostRecords,
+std::unique_ptr<Layer> openServiceLayer(MapService service, int layer, const LayerBounds& bounds,
                                         CoordinateSystems& systems)
 {
-    return std::make_unique<ServiceLayer>(std::move(service), layer, mostRecords, systems);
+    return std::make_unique<ServiceLayer>(std::move(service), layer, bounds, systems);
 }
 
 } // namespace EmbeddedHV::maps

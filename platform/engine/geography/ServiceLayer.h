@@ -8,7 +8,7 @@
 namespace EmbeddedHV::maps {
 
 /// See Geography::openServiceLayer.
-std::unique_ptr<Layer> openServiceLayer(MapService service, int layer, std::uint64_t mostRecords,
+std::unique_ptr<Layer> openServiceLayer(MapService service, int layer, const LayerBounds& bounds,
                                         CoordinateSystems& systems);
 
 } // namespace EmbeddedHV::maps

@@ -34,6 +34,8 @@ constexpr Kind kKinds[] = {
     {wkbMultiPolygon, CFGeo::MultiPolygon},
     {wkbTIN, CFGeo::MultiPolygon},
     {wkbPolyhedralSurface, CFGeo::MultiPolygon},
+    // A file of multipatches, whose records are surfaces of several kinds.
+    {wkbUnknown, CFGeo::MultiPolygon},
 };
 
 struct ShapeStorage
@@ -130,7 +132,7 @@ void ShapeFileLayer::describeShapes(CoordinateSystems& systems)
         throw GeographyError(GeographyError::NotOfItsKind,
                              _path + ": the file holds no shapes that can be read, but " +
                                  OGRGeometryTypeToName(shapes));
-    CFGeo geo(kind->type, wkbHasZ(shapes) ? 3 : 2);
+    CFGeo geo(kind->type, wkbHasZ(shapes) || shapes == wkbUnknown ? 3 : 2);
     if (const OGRSpatialReference* reference = _layer.GetSpatialRef()) {
         const CoordinateSystem system = systemOf(*reference, systems);
         geo.SetCoordinateSystem(system.wkid, system.name, system.isProjected, system.wkt);

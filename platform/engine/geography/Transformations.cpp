@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <string_view>
+
+#include "Antimeridian.h"
 
 namespace EmbeddedHV::maps {
 namespace {
@@ -109,8 +112,9 @@ ObjectPtr operationNamed(PJ_CONTEXT* context, const PJ* from, const PJ* to,
 class ProjMover : public PointMover
 {
 public:
-    ProjMover(ContextPtr context, ObjectPtr operation)
-        : _context(std::move(context)), _operation(std::move(operation))
+    ProjMover(ContextPtr context, ObjectPtr operation, bool leadsToGlobe)
+        : _context(std::move(context)), _operation(std::move(operation)),
+          _leadsToGlobe(leadsToGlobe)
     {
     }
 
@@ -121,6 +125,9 @@ public:
         proj_trans_generic(_operation.get(), PJ_FWD, x, kStep, count, y, kStep, count, z, kStep,
                            count, nullptr, 0, 0);
     }
+
+    bool leadsToGlobe() const override { return _leadsToGlobe; }
+    bool cutAtAntimeridian(std::string& shape) override { return maps::cutAtAntimeridian(shape); }
 
     std::optional<CFGeo::Envelope> moved(const CFGeo::Envelope& before) override
     {
@@ -139,7 +146,20 @@ public:
 private:
     ContextPtr _context;
     ObjectPtr _operation;
+    bool _leadsToGlobe;
 };
+
+/// Whether the longitudes of a geographic system are degrees; some systems have grads.
+bool isInDegrees(PJ_CONTEXT* context, const PJ* system)
+{
+    constexpr double kRadian = std::numbers::pi / 180.0;
+    const ObjectPtr axes(proj_crs_get_coordinate_system(context, system));
+    double unit = 0;
+    return axes &&
+           proj_cs_get_axis_info(context, axes.get(), 0, nullptr, nullptr, nullptr, &unit, nullptr,
+                                 nullptr, nullptr) &&
+           std::fabs(unit - kRadian) < kRadian / 1e6;
+}
 
 } // namespace
 
@@ -181,7 +201,10 @@ std::unique_ptr<PointMover> makeMover(const CoordinateSystem& from, const Coordi
         throw GeographyError(GeographyError::UnknownMethod,
                              std::string("there is no way from ") + proj_get_name(source.get()) +
                                  " to " + proj_get_name(target.get()));
-    return std::make_unique<ProjMover>(std::move(context), std::move(operation));
+    const bool leadsToGlobe = proj_get_type(source.get()) == PJ_TYPE_PROJECTED_CRS &&
+                              proj_get_type(target.get()) != PJ_TYPE_PROJECTED_CRS &&
+                              isInDegrees(context.get(), target.get());
+    return std::make_unique<ProjMover>(std::move(context), std::move(operation), leadsToGlobe);
 }
 
 } // namespace EmbeddedHV::maps

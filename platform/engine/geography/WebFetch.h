@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "maps/Geography.h"
@@ -7,7 +8,8 @@
 namespace EmbeddedHV::maps {
 
 /// The content of a web address, http or https, or of a file. Waits no longer than a slow server
-/// needs; `stop` is asked about once a second. Throws GeographyError.
-std::string fetchText(const std::string& address, const StopWish& stop);
+/// needs, and follows few redirects. Throws GeographyError: Stopped within a fraction of a second
+/// of `stop`, TooLarge for a content of more than `mostBytes`, Service for everything else.
+std::string fetchText(const std::string& address, std::size_t mostBytes, const StopWish& stop);
 
 } // namespace EmbeddedHV::maps

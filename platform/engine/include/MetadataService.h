@@ -2,6 +2,7 @@
 
 #include <jni.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,20 @@ public:
     virtual std::string getCoordinatesSystemInfo(JNIEnv* env, const std::string& name) = 0;
     virtual std::string getCoordinatesSystemInfo(JNIEnv* env, int wkid) = 0;
     virtual ~MetadataService() = default;
+};
+
+/// What a metadata service may be as well: one whose questions can be stopped. Whoever asks finds
+/// out by dynamic_cast, so an engine can do without.
+class ENGINE_API StoppableQuestions
+{
+public:
+    /// From now on the questions of the calling thread ask `stop` several times a second while they
+    /// wait for a map service, and throw Exception when it answers true. An empty function ends
+    /// that.
+    virtual void setStop(std::function<bool()> stop) = 0;
+
+protected:
+    ~StoppableQuestions() = default;
 };
 
 } // namespace EmbeddedHV

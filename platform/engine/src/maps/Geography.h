@@ -27,6 +27,7 @@ public:
         Unreadable,
         NotOfItsKind,
         Service,
+        TooLarge, ///< an answer of a service, which may give less at a time
         UnknownSystem,
         UnknownMethod,
         WrongQuestion,
@@ -39,8 +40,24 @@ private:
     Kind _kind;
 };
 
-/// Asked now and then while something takes long: whether to end it, with GeographyError::Stopped.
+/// Asked several times a second while something takes long: whether to end it, with
+/// GeographyError::Stopped. Empty for what nobody stops.
 using StopWish = std::function<bool()>;
+
+/// How much of a layer of a map service is read.
+struct LayerBounds
+{
+    /// How many records at most will be asked for; UINT64_MAX for all of them.
+    std::uint64_t wanted = UINT64_MAX;
+    /// A layer that does not end by then is refused: a service may make up records for ever. Does
+    /// not count where `wanted` says how many records are read.
+    std::uint64_t records = 10'000'000;
+    /// The same for the size of all answers together, whatever is wanted.
+    std::uint64_t bytes = std::uint64_t{16} << 30;
+    /// For one answer, which is held in memory: where a page has more values, fewer records are
+    /// asked for at a time. A list or an object counts as two.
+    std::size_t values = 5'000'000;
+};
 
 /// A coordinate system by its id, its name and its text; ids are well-known ones.
 struct CoordinateSystem
@@ -107,6 +124,12 @@ public:
     virtual ~PointMover() = default;
     /// A point that has no place in the other system is infinite afterwards.
     virtual void move(double* x, double* y, double* z, std::size_t count) = 0;
+    /// Whether the points come to lie on the globe, in degrees, from a plane: neighbours there may
+    /// be far apart in longitude here.
+    virtual bool leadsToGlobe() const { return false; }
+    /// Cuts a GeoJSON geometry in degrees where it crosses the antimeridian, and closes what holds
+    /// a pole along it. False if it cannot; the text stays then.
+    virtual bool cutAtAntimeridian(std::string&) { return false; }
     /// The rectangle that holds whatever the given one held.
     virtual std::optional<CFGeo::Envelope> moved(const CFGeo::Envelope& envelope) = 0;
 };
@@ -118,11 +141,10 @@ public:
     virtual ~Geography() = default;
 
     virtual std::unique_ptr<Layer> openShapeFile(const std::string& path) = 0;
-    /// `mostRecords` is how many records at most will be asked for.
     virtual std::unique_ptr<Layer> openServiceLayer(const std::string& url, int layer,
-                                                    std::uint64_t mostRecords, StopWish stop) = 0;
+                                                    const LayerBounds& bounds, StopWish stop) = 0;
     /// The layers of a map service, as a JSON array.
-    virtual std::string serviceLayers(const std::string& url) = 0;
+    virtual std::string serviceLayers(const std::string& url, StopWish stop) = 0;
 
     /// In the order of the alphabet.
     virtual std::vector<std::string> systemNames(bool projected) = 0;

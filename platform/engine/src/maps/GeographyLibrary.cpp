@@ -56,6 +56,7 @@ constexpr Id kIds[] = {
     {GeographyError::Unreadable, errors::kFileUnreadable},
     {GeographyError::NotOfItsKind, errors::kNotOfItsKind},
     {GeographyError::Service, errors::kMapService},
+    {GeographyError::TooLarge, errors::kMapService},
     {GeographyError::UnknownSystem, errors::kUnknownSystem},
     {GeographyError::UnknownMethod, errors::kUnknownTransformation},
     {GeographyError::WrongQuestion, errors::kSettingType},

@@ -31,6 +31,13 @@ struct Shape
     std::vector<double> y;
     std::vector<double> z;
     std::vector<bool> hasZ;
+    std::vector<std::size_t> ends; ///< of the lists of points: one past the last point of each
+
+    bool hasRings() const { return kind == "Polygon" || kind == "MultiPolygon"; }
+    bool hasLines() const
+    {
+        return hasRings() || kind == "LineString" || kind == "MultiLineString";
+    }
 };
 
 /// Reads a geometry object. What it has besides type and coordinates is passed over: an envelope or
@@ -147,6 +154,8 @@ bool ShapeReader::end_array()
     const bool counts = inCoordinates();
     if (counts && _lists == _pointDepth && !endPoint())
         return false;
+    if (counts && _lists + 1 == _pointDepth)
+        _shape.ends.push_back(_shape.places.size());
     if (counts)
         _shape.lists += ']';
     --_lists;
@@ -188,6 +197,71 @@ bool isFinite(const std::vector<double>& values)
     return std::ranges::all_of(values, [](double value) { return std::isfinite(value); });
 }
 
+/// Calls `visit` with the first point of each list of points, and one past its last.
+template <class Visit>
+void forEachLine(const Shape& shape, Visit visit)
+{
+    std::size_t begin = 0;
+    for (const std::size_t end : shape.ends) {
+        visit(begin, end);
+        begin = end;
+    }
+}
+
+/// Whether each ring goes clockwise; empty for a shape without rings.
+std::vector<bool> directions(const Shape& shape)
+{
+    std::vector<bool> areClockwise;
+    if (!shape.hasRings())
+        return areClockwise;
+    forEachLine(shape, [&](std::size_t begin, std::size_t end) {
+        double area = 0;
+        // Relative to the first point: the products of large coordinates would cancel each other.
+        for (std::size_t i = begin; i + 1 < end; ++i)
+            area += (shape.x[i] - shape.x[begin]) * (shape.y[i + 1] - shape.y[begin]) -
+                    (shape.x[i + 1] - shape.x[begin]) * (shape.y[i] - shape.y[begin]);
+        areClockwise.push_back(area < 0);
+    });
+    return areClockwise;
+}
+
+template <class Values>
+void reverse(Values& values, std::size_t begin, std::size_t end)
+{
+    std::reverse(values.begin() + static_cast<std::ptrdiff_t>(begin),
+                 values.begin() + static_cast<std::ptrdiff_t>(end));
+}
+
+/// Turns back the rings whose direction has changed.
+void turnBack(Shape& shape, const std::vector<bool>& before)
+{
+    const std::vector<bool> after = directions(shape);
+    std::size_t ring = 0;
+    forEachLine(shape, [&](std::size_t begin, std::size_t end) {
+        if (ring < after.size() && after[ring] != before[ring]) {
+            reverse(shape.x, begin, end);
+            reverse(shape.y, begin, end);
+            reverse(shape.z, begin, end);
+            reverse(shape.hasZ, begin, end);
+        }
+        ++ring;
+    });
+}
+
+/// Whether a line goes more than half around the globe between two points, which means that it
+/// goes the other way.
+bool crossesAntimeridian(const Shape& shape)
+{
+    constexpr double kHalf = 180;
+    bool crosses = false;
+    if (shape.hasLines())
+        forEachLine(shape, [&](std::size_t begin, std::size_t end) {
+            for (std::size_t i = begin; i + 1 < end; ++i)
+                crosses = crosses || std::fabs(shape.x[i + 1] - shape.x[i]) > kHalf;
+        });
+    return crosses;
+}
+
 } // namespace
 
 MovedShape moveShape(std::string_view text, PointMover& mover, std::string& out)
@@ -195,11 +269,15 @@ MovedShape moveShape(std::string_view text, PointMover& mover, std::string& out)
     Shape shape;
     if (!readShape(text, shape))
         return MovedShape::NotAShape;
+    const std::vector<bool> before = directions(shape);
     mover.move(shape.x.data(), shape.y.data(), shape.z.data(), shape.x.size());
     if (!isFinite(shape.x) || !isFinite(shape.y) || !isFinite(shape.z))
         return MovedShape::Lost;
+    turnBack(shape, before);
     write(shape, out);
-    return MovedShape::Moved;
+    if (!mover.leadsToGlobe() || !crossesAntimeridian(shape))
+        return MovedShape::Moved;
+    return mover.cutAtAntimeridian(out) ? MovedShape::Moved : MovedShape::Lost;
 }
 
 bool isShape(std::string_view text)

@@ -11,11 +11,12 @@ namespace EmbeddedHV::maps {
 enum class MovedShape
 {
     Moved,
-    Lost,      ///< a point of it has no place in the other system
+    Lost,      ///< it has no place in the other system, or a point of it has none
     NotAShape, ///< the text is no geometry object of GeoJSON's
 };
 
-/// Moves the points of a shape, which is told as a GeoJSON geometry object, and writes it anew.
+/// Moves the points of a shape, a GeoJSON geometry object, and writes the shape with them. Its
+/// rings keep their direction where the other system mirrors them.
 MovedShape moveShape(std::string_view text, PointMover& mover, std::string& out);
 
 /// Whether a text is a geometry object of GeoJSON's: of one of the six kinds, with coordinates.

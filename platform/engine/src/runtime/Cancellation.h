@@ -2,7 +2,9 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <functional>
 #include <mutex>
+#include <utility>
 
 namespace EmbeddedHV {
 
@@ -12,6 +14,9 @@ class Cancellation
 {
 public:
     Cancellation() = default;
+    /// `wish` is asked as well: for work that is not a job, which cancel does not reach. Any
+    /// thread may ask it.
+    explicit Cancellation(std::function<bool()> wish) : _wish(std::move(wish)) {}
     /// Waits for a call of cancel that is under way.
     ~Cancellation();
     Cancellation(const Cancellation&) = delete;
@@ -25,7 +30,10 @@ public:
 
     bool cancelled() const { return _cancelled.load(std::memory_order_acquire); }
     /// Whether work should end now. Cheap enough for the loop over records.
-    bool stopping() const { return _stopping.load(std::memory_order_relaxed); }
+    bool stopping() const
+    {
+        return _stopping.load(std::memory_order_relaxed) || (_wish && _wish());
+    }
 
     /// Sleeps until something ends the sleep: a stop, wake, or the time.
     template <class Duration, class Predicate>
@@ -45,6 +53,7 @@ public:
     }
 
 private:
+    const std::function<bool()> _wish;
     std::atomic<bool> _cancelled = false;
     std::atomic<bool> _stopping = false;
     std::mutex _mutex;

@@ -15,6 +15,9 @@ namespace {
 /// How many systems are recommended for an area to who does not say.
 constexpr int kUsualCount = 10;
 
+/// Whether to end the question that the thread asks.
+thread_local std::function<bool()> stopWish;
+
 /// Answers a question about maps; what goes wrong becomes an Exception.
 template <class Question>
 auto answered(Question question)
@@ -65,7 +68,7 @@ std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobTex
                                               const Container& container)
 {
     try {
-        Cancellation cancellation;
+        Cancellation cancellation(stopWish);
         JobContext context(_database, _files, _dataSources);
         context.cancellation = &cancellation;
         context.plansOnly = true;
@@ -82,9 +85,14 @@ std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobTex
     }
 }
 
+void LocalMetadataService::setStop(std::function<bool()> stop)
+{
+    stopWish = std::move(stop);
+}
+
 std::string LocalMetadataService::getMapServiceLayers(JNIEnv*, const std::string& url)
 {
-    return answered([&] { return maps::geography().serviceLayers(url); });
+    return answered([&] { return maps::geography().serviceLayers(url, stopWish); });
 }
 
 void LocalMetadataService::getGeographics(JNIEnv*, std::vector<std::string>& names)

@@ -8,7 +8,7 @@
 namespace EmbeddedHV {
 
 /// Questions about jobs that do not run, and about maps.
-class LocalMetadataService : public MetadataService
+class LocalMetadataService final : public MetadataService, public StoppableQuestions
 {
 public:
     /// All are borrowed from the service.
@@ -31,6 +31,7 @@ public:
                           std::vector<std::string>& result) override;
     std::string getCoordinatesSystemInfo(JNIEnv* env, const std::string& name) override;
     std::string getCoordinatesSystemInfo(JNIEnv* env, int wkid) override;
+    void setStop(std::function<bool()> stop) override;
 
 private:
     Database& _database;

@@ -22,13 +22,21 @@ struct MadeField
     std::string sql;
 };
 
+/// A clause of a CASE: a list as a text if all its numbers are there.
+std::string wholeListClause(const std::string& list)
+{
+    return " WHEN list_aggregate(list_transform(" + list +
+           ", lambda hv_n: hv_n IS NOT NULL AND isfinite(hv_n)), 'bool_and') THEN CAST(" + list +
+           " AS VARCHAR)";
+}
+
 /// A list of numbers as a text that JSON and geospatial fields understand. A list with a number
-/// missing is no point, so it is missing as a whole.
+/// missing is no point, so it is missing as a whole; but a point whose height is missing, the third
+/// number of three, is still a point.
 std::string listText(const std::string& list)
 {
-    return "CASE WHEN list_aggregate(list_transform(" + list +
-           ", lambda hv_n: hv_n IS NOT NULL AND isfinite(hv_n)), 'bool_and') THEN CAST(" + list +
-           " AS VARCHAR) END";
+    return "CASE" + wholeListClause(list) + " WHEN len(" + list + ") = 3 THEN CASE" +
+           wholeListClause("list_slice(" + list + ", 1, 2)") + " END END";
 }
 
 MadeField madeField(const StepCall& call)

@@ -7,6 +7,7 @@
 #include "JobError.h"
 #include "datafile/PendingFile.h"
 #include "datafile/SqlQuoting.h"
+#include "maps/GeographyLibrary.h"
 #include "steps/FeatureText.h"
 
 namespace EmbeddedHV {
@@ -27,11 +28,27 @@ std::size_t shapesIn(const Fields& fields)
     return static_cast<std::size_t>(found - fields.begin());
 }
 
-/// The catalogue that has the system's id, which its well-known text tells.
+/// The well-known text of the field's system; empty if neither the field nor a catalogue has it.
+std::string systemTextOf(const CFGeo& geo)
+{
+    if (!geo.GetWkt().empty())
+        return geo.GetWkt();
+    try {
+        return maps::geography().systemOf(geo.GetWkid()).wkt;
+    } catch (const std::exception&) {
+        return {}; // the document can be written without it
+    }
+}
+
+/// The catalogue that has the system's id, which its well-known text tells, in the older form of
+/// such texts or in the newer one.
 std::string catalogueOf(const CFGeo& geo)
 {
-    const std::string id = "AUTHORITY[\"ESRI\",\"" + std::to_string(geo.GetWkid()) + "\"]";
-    return geo.GetWkt().find(id) == std::string::npos ? "EPSG" : "ESRI";
+    const std::string id = std::to_string(geo.GetWkid());
+    const std::string text = systemTextOf(geo);
+    const bool isSecond = text.find("AUTHORITY[\"ESRI\",\"" + id + "\"]") != text.npos ||
+                          text.find("ID[\"ESRI\"," + id + "]") != text.npos;
+    return isSecond ? "ESRI" : "EPSG";
 }
 
 /// The members of the document ahead of its features.

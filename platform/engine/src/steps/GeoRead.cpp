@@ -50,7 +50,7 @@ std::unique_ptr<maps::Layer> openLayer(StepCall& call, const Settings& source,
         source.refuse("type", "is \"" + type + "\"; known are shp and mps");
     const Cancellation* cancellation = call.context.cancellation;
     return maps::geography().openServiceLayer(
-        location, layerNumberOf(source), mostRecords,
+        location, layerNumberOf(source), maps::LayerBounds{.wanted = mostRecords},
         [cancellation] { return cancellation && cancellation->stopping(); });
 }
 
