@@ -57,6 +57,13 @@ std::string timestampSql(const std::string& column, CFField::StorageType storage
                                     : "CAST(" + column + " AS TIMESTAMP)";
 }
 
+/// SQL of whether points lie on one day of the month, or on the month's last day where the month is
+/// shorter: `last` is the greatest day of all points, `most` the last day of a point's month. One
+/// such month among two points is no evidence: 28 February and 29 March may be 29 days apart.
+constexpr const char* kIsMonthly =
+    "coalesce(CAST(bool_and(day(v) = least(last, most)) AND "
+    "(count(*) FILTER (day(v) = last) <> 1 OR bool_and(day(v) = most)) AS INTEGER), 0)";
+
 /// Looks for one interval.
 class Detection
 {
@@ -104,23 +111,20 @@ private:
         duck::Result rows = _queries.run(
             "SELECT count(*), coalesce(sum(n), 0), CAST(CAST(min(v) AS " + type +
             ") AS VARCHAR), CAST(CAST(max(v) AS " + type +
-            ") AS VARCHAR), count(DISTINCT CAST(v AS TIME)), count(DISTINCT day(v)), "
-            "coalesce(CAST(bool_and(day(v) = day(last_day(v))) AS INTEGER), 0), (SELECT count(*) "
-            "FROM " +
-            _table.name() + ") FROM " + points());
+            ") AS VARCHAR), count(DISTINCT CAST(v AS TIME)), " + std::string(kIsMonthly) +
+            ", (SELECT count(*) FROM " + _table.name() +
+            ") FROM (SELECT *, max(day(v)) OVER () AS last, day(last_day(v)) AS most FROM " +
+            points() + ")");
         const std::int64_t records = rows.integer(1, 0);
         _result.distinct = rows.integer(0, 0);
         _result.points = _result.distinct;
         _result.duplicates = records - _result.distinct;
-        _result.missing = rows.integer(7, 0) - records;
+        _result.missing = rows.integer(6, 0) - records;
         _result.start = rows.text(2, 0);
         _result.end = rows.text(3, 0);
         if (rows.integer(4, 0) > 1)
             return microseconds();
-        const bool sameDay = rows.integer(5, 0) == 1;
-        // Month ends are as regular as one day of the month, though their numbers differ.
-        const bool lastDays = rows.integer(6, 0) == 1;
-        return sameDay || lastDays ? months() : days();
+        return rows.integer(5, 0) != 0 ? months() : days();
     }
 
     void readPeriods()
