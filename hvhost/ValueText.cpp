@@ -4,15 +4,17 @@
 #include <charconv>
 #include <chrono>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 
-namespace {
+#include "datafile/TimestampScale.h"
 
-constexpr double kSecondsPerDay = 86400.0;
+namespace {
 
 /// Beyond it are neither dates nor times, but the infinities of the database and numbers that are
 /// only called so.
 constexpr double kFarthest = 1e12;
+constexpr double kFarthestTimestamp = 9.2e12;
 
 bool isInReach(double number)
 {
@@ -64,10 +66,13 @@ std::string timeText(double seconds)
 
 std::string timestampText(double seconds)
 {
-    if (!isInReach(seconds / kSecondsPerDay))
+    if (!(std::abs(seconds) < kFarthestTimestamp))
         return shortestNumber(seconds);
-    const double days = std::floor(seconds / kSecondsPerDay);
-    return dateText(days) + " " + timeText(seconds - days * kSecondsPerDay);
+    constexpr std::int64_t kDay = 86400000000;
+    const std::int64_t moment = datafile::timestampOfRow(seconds, 0);
+    const std::int64_t ofDay = (moment % kDay + kDay) % kDay;
+    return dateText(static_cast<double>((moment - ofDay) / kDay)) + " " +
+           timeText(datafile::rowSeconds(ofDay));
 }
 
 } // namespace

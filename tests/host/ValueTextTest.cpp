@@ -164,6 +164,8 @@ TEST(ValueTextTest, DatesAndTimesFitTheirWidthAndComeBack)
         {kNoon, format(22, 17), "29-FEB-2020 12:30", kNoon - 15.25},
         {kLeapDay - 0.01, format(86, 21, 1), "2020-02-29 00:00:00.0", kLeapDay},
         {kLeapDay - 0.01, format(20, 11), "28-FEB-2020", kLeapDay - kDay},
+        {kLeapDay + 0.001, format(86, 26, 6), "2020-02-29 00:00:00.001000", kLeapDay + 0.001},
+        {kLeapDay - 4e-6, format(86, 25, 5), "2020-02-29 00:00:00.00000", kLeapDay},
         {3661.2, format(21, 10, 1), "01:01:01.2", 3661.2},
         {360000, format(21, 9), "100:00:00", 360000},
         {-30.5, format(21, 11, 1), "-00:00:30.5", -30.5},

@@ -6,6 +6,7 @@
 
 #include "CFDatum.h"
 #include "DataFileNames.h"
+#include "datafile/TimestampScale.h"
 #include "datafile/Utf8.h"
 
 namespace EmbeddedHV {
@@ -92,10 +93,10 @@ bool RowColumn::setMicroseconds(std::size_t row, double seconds, double least, d
                   (_storage == CFField::Time ? "time of day" : "timestamp") + " holds";
         return false;
     }
-    // Whole seconds apart from their fraction: a product of both would round the last digits.
-    const double whole = std::floor(seconds);
-    static_cast<std::int64_t*>(_data)[row] = static_cast<std::int64_t>(whole) * 1000000 +
-                                             std::llround((seconds - whole) * kMicroseconds);
+    // Only timestamps are so far from the origin of the host's seconds that digits are lost.
+    static_cast<std::int64_t*>(_data)[row] = _storage == CFField::Timestamp
+                                                 ? datafile::timestampOfRow(seconds)
+                                                 : std::llround(seconds * kMicroseconds);
     return true;
 }
 

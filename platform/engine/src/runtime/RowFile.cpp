@@ -1,13 +1,12 @@
 #include "runtime/RowFile.h"
 
 #include "EngineException.h"
+#include "datafile/TimestampScale.h"
 #include "runtime/FileSpace.h"
 #include "steps/Plan.h"
 
 namespace EmbeddedHV {
 namespace {
-
-constexpr double kMicrosecondsPerSecond = 1e6;
 
 template <class T, class Convert>
 void convert(std::vector<double>& numbers, duckdb_vector vector, std::size_t rows, Convert toNumber)
@@ -54,9 +53,7 @@ void RowFile::load(Column& column, duckdb_vector vector, std::size_t rows)
         break;
     case CFField::Time:
     case CFField::Timestamp:
-        convert<std::int64_t>(column.numbers, vector, rows, [](std::int64_t microseconds) {
-            return static_cast<double>(microseconds) / kMicrosecondsPerSecond;
-        });
+        convert<std::int64_t>(column.numbers, vector, rows, datafile::rowSeconds);
         break;
     default:
         column.texts = static_cast<duckdb_string_t*>(duckdb_vector_get_data(vector));

@@ -1,11 +1,14 @@
 #include "data/CaseColumn.h"
 
+#include <array>
 #include <cstdint>
+#include <cstdio>
 #include <utility>
 
 #include "HostConversions.h"
 #include "VexaCases.h"
 #include "data/CaseText.h"
+#include "datafile/TimestampScale.h"
 
 namespace {
 
@@ -19,6 +22,33 @@ std::string beginningOf(std::string_view text)
     if (text.size() <= kEnough)
         return std::string(text);
     return std::string(text.substr(0, wholeCharacters(text, kEnough, nullptr))) + "...";
+}
+
+/// Whether a number of the host equals the integer.
+bool isExact(std::int64_t value)
+{
+    constexpr std::int64_t kTwoTo53 = 9007199254740992;
+    constexpr double kTwoTo63 = 9223372036854775808.0;
+    if (value >= -kTwoTo53 && value <= kTwoTo53)
+        return true;
+    const auto number = static_cast<double>(value);
+    return number < kTwoTo63 && static_cast<std::int64_t>(number) == value;
+}
+
+std::string integerText(std::int64_t value)
+{
+    return std::to_string(value);
+}
+
+/// With all its microseconds, as 2024-05-06 07:08:09.123456.
+std::string timestampText(std::int64_t microseconds)
+{
+    const duckdb_timestamp_struct parts = duckdb_from_timestamp({microseconds});
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d.%06d", parts.date.year,
+                  parts.date.month, parts.date.day, parts.time.hour, parts.time.min, parts.time.sec,
+                  parts.time.micros);
+    return text.data();
 }
 
 } // namespace
@@ -44,23 +74,17 @@ void CaseColumn::loadNumbers(duckdb_vector vector, std::size_t rows, Convert con
                 _values[row].number = kSystemMissing;
 }
 
-/// Integers that no number of the host is: those of identifiers may be.
-void CaseColumn::tellRounded(duckdb_vector vector, std::size_t rows, ErrorMonitor& monitor) const
+/// Reports the values that no number of the host equals, as identifiers of many digits may be.
+template <class IsKept, class Text>
+void CaseColumn::tellRounded(duckdb_vector vector, std::size_t rows, IsKept isKept, Text text,
+                             ErrorMonitor& monitor) const
 {
-    constexpr std::int64_t kTwoTo53 = 9007199254740992;
-    constexpr double kTwoTo63 = 9223372036854775808.0;
     const auto* data = static_cast<const std::int64_t*>(duckdb_vector_get_data(vector));
     std::uint64_t* validity = duckdb_vector_get_validity(vector);
-    for (std::size_t row = 0; row < rows; ++row) {
-        const std::int64_t value = data[row];
-        if (value >= -kTwoTo53 && value <= kTwoTo53)
-            continue;
-        const auto number = static_cast<double>(value);
-        const bool isExact = number < kTwoTo63 && static_cast<std::int64_t>(number) == value;
-        if (!isExact && (!validity || duckdb_validity_row_is_valid(validity, row)))
-            monitor.Report("variable \"" + _name + "\": " + std::to_string(value) +
+    for (std::size_t row = 0; row < rows; ++row)
+        if ((!validity || duckdb_validity_row_is_valid(validity, row)) && !isKept(data[row]))
+            monitor.Report("variable \"" + _name + "\": " + text(data[row]) +
                            " has more digits than a number of the host and was rounded");
-    }
 }
 
 /// Most numbers of most datasets stand in the database as they do in a case: no copy then.
@@ -87,7 +111,7 @@ void CaseColumn::load(duckdb_vector vector, std::size_t rows, ErrorMonitor* moni
         loadNumbers<std::int64_t>(vector, rows,
                                   [](std::int64_t value) { return static_cast<double>(value); });
         if (monitor)
-            tellRounded(vector, rows, *monitor);
+            tellRounded(vector, rows, isExact, integerText, *monitor);
         return;
     case CFField::Date:
         return loadNumbers<std::int32_t>(
@@ -97,9 +121,10 @@ void CaseColumn::load(duckdb_vector vector, std::size_t rows, ErrorMonitor* moni
             return static_cast<double>(microseconds) / kMicroseconds;
         });
     case CFField::Timestamp:
-        return loadNumbers<std::int64_t>(vector, rows, [base](std::int64_t microseconds) {
-            return base + static_cast<double>(microseconds) / kMicroseconds;
-        });
+        loadNumbers<std::int64_t>(vector, rows, datafile::hostSeconds);
+        if (monitor)
+            tellRounded(vector, rows, datafile::survivesHost, timestampText, *monitor);
+        return;
     case CFField::String:
         return loadTexts(vector, rows, monitor);
     default:

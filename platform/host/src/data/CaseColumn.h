@@ -30,7 +30,9 @@ private:
     template <class T, class Convert>
     void loadNumbers(duckdb_vector vector, std::size_t rows, Convert convert);
     void loadReals(duckdb_vector vector, std::size_t rows);
-    void tellRounded(duckdb_vector vector, std::size_t rows, ErrorMonitor& monitor) const;
+    template <class IsKept, class Text>
+    void tellRounded(duckdb_vector vector, std::size_t rows, IsKept isKept, Text text,
+                     ErrorMonitor& monitor) const;
     void makeRoom(std::size_t rows);
     void loadTexts(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor);
     void put(std::size_t row, std::string_view text, ErrorMonitor* monitor);

@@ -38,6 +38,16 @@ struct StoredAs
     std::string condition;
 };
 
+/// SQL of the microseconds after a whole second: the multiple of 10 that has the same number of the
+/// host, or else the nearest one, as datafile::timestampOfRow finds them.
+std::string microsecondsSql(const std::string& column, const std::string& wholeSecond)
+{
+    const std::string exact = "((" + column + " - (" + wholeSecond + ")) * 1e6)";
+    const std::string roundest = "(round(" + exact + " / 1e1) * 1e1)";
+    return "(CASE WHEN " + wholeSecond + " + " + roundest + " / 1e6 = " + column + " THEN " +
+           roundest + " ELSE round(" + exact + ") END)";
+}
+
 /// The condition asks for a round trip: whole days, times within a day, and moments that
 /// microseconds tell apart.
 StoredAs storedAs(const std::string& column, CFField::StorageType storage)
@@ -45,7 +55,6 @@ StoredAs storedAs(const std::string& column, CFField::StorageType storage)
     const std::string base =
         std::to_string(static_cast<long long>(GetBaseDateNumber())) + "::DOUBLE";
     const std::string since1970 = "(" + column + " - " + base + ")";
-    const std::string micro = "round(" + since1970 + " * 1e6)";
     switch (storage) {
     case CFField::Date:
         return {"(DATE '1970-01-01' + CAST(" + since1970 + " / 86400 AS INTEGER))",
@@ -55,9 +64,14 @@ StoredAs storedAs(const std::string& column, CFField::StorageType storage)
         return {"(TIME '00:00:00' + to_microseconds(CAST(round(" + column + " * 1e6) AS BIGINT)))",
                 column + " >= 0 AND " + column + " < 86400 AND round(" + column +
                     " * 1e6) / 1e6 = " + column};
-    case CFField::Timestamp:
-        return {"make_timestamp(CAST(" + micro + " AS BIGINT))",
-                "abs(" + since1970 + ") < 1e11 AND " + micro + " / 1e6 + " + base + " = " + column};
+    case CFField::Timestamp: {
+        const std::string whole = "floor(" + since1970 + ")";
+        const std::string micro = microsecondsSql(column, base + " + " + whole);
+        return {"make_timestamp(CAST(" + whole + " AS BIGINT) * 1000000 + CAST(" + micro +
+                    " AS BIGINT))",
+                "abs(" + since1970 + ") < 1e11 AND " + base + " + " + whole + " + " + micro +
+                    " / 1e6 = " + column};
+    }
     default:
         return {column, ""};
     }

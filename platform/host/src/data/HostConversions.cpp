@@ -1,16 +1,37 @@
 #include "HostConversions.h"
 
+#include <cmath>
 #include <limits>
 #include <memory>
 
 #include "CFFormat.h"
 
 #include "VexaCases.h"
+#include "datafile/TimestampScale.h"
 
 namespace {
 
 constexpr double kDayLength = 86400;
-constexpr double kBaseDate = 12219379200.0;
+constexpr double kBaseDate = datafile::kHostEpoch;
+/// Beyond it are the ends of open ranges and other numbers that are no moments.
+constexpr double kFarthestSeconds = 1e12;
+
+/// The same moment as rows and data models tell it: without the digits that the host's scale adds.
+double rowSecondsOf(double hostSeconds)
+{
+    const double seconds = hostSeconds - kBaseDate;
+    return std::fabs(seconds) < kFarthestSeconds
+               ? datafile::rowSeconds(datafile::timestampOfRow(seconds))
+               : seconds;
+}
+
+/// The double that a case has for the same moment.
+double hostSecondsOf(double rowSeconds)
+{
+    return std::fabs(rowSeconds) < kFarthestSeconds
+               ? datafile::hostSeconds(datafile::timestampOfRow(rowSeconds, 0))
+               : rowSeconds + kBaseDate;
+}
 
 } // namespace
 
@@ -26,7 +47,7 @@ double NumericStorageStatToCF(double value, CFField::StorageType storage)
         return value;
     if (storage == CFField::Date)
         return (value - kBaseDate) / kDayLength;
-    return storage == CFField::Timestamp ? value - kBaseDate : value;
+    return storage == CFField::Timestamp ? rowSecondsOf(value) : value;
 }
 
 double NumericStorageCFToStat(double value, CFField::StorageType storage)
@@ -36,7 +57,7 @@ double NumericStorageCFToStat(double value, CFField::StorageType storage)
         return value;
     if (storage == CFField::Date)
         return value * kDayLength + kBaseDate;
-    return storage == CFField::Timestamp ? value + kBaseDate : value;
+    return storage == CFField::Timestamp ? hostSecondsOf(value) : value;
 }
 
 CFFormat* GetCFFieldFormat(const VEXA_Variable& variable)

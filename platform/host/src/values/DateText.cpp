@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "datafile/TimestampScale.h"
 #include "values/ClockText.h"
 #include "values/HostCalendar.h"
 
@@ -19,6 +21,7 @@ using std::chrono::year_month_day;
 constexpr std::size_t kShortLength = 3;
 constexpr int kWeekLength = 7;
 constexpr int kQuarterLength = 3;
+constexpr std::int64_t kMicrosPerDay = 86400000000;
 
 /// A date in the pieces that its spellings are made of.
 struct DatePieces
@@ -98,17 +101,30 @@ std::string spellDateTimeDay(sys_days day, int type)
                                             : spellDate(date, year, kFormatDate);
 }
 
+/// Microseconds rounded to some decimals of a second.
+std::int64_t roundedMoment(std::int64_t microseconds, int decimals)
+{
+    std::int64_t unit = 1;
+    for (int dropped = decimals; dropped < kMostClockDecimals; ++dropped)
+        unit *= 10;
+    const std::int64_t raised = microseconds + unit / 2;
+    return raised - ((raised % unit) + unit) % unit;
+}
+
 Spellings datesWithTime(double value, int decimals, int type)
 {
     Spellings all;
+    if (!dayOfSeconds(value))
+        return all;
+    const std::int64_t moment = datafile::timestampOfRow(value - datafile::kHostEpoch);
     for (int kept = decimals; kept >= -1; --kept) {
-        // What is rounded up may begin the next day, so the day comes from what is shown.
-        const double scale = std::pow(10.0, std::max(kept, 0));
-        const double shown = std::round(value * scale) / scale;
-        const auto day = dayOfSeconds(shown);
+        // Rounding up may begin the next day, so the day comes from what is shown.
+        const std::int64_t shown = roundedMoment(moment, std::max(kept, 0));
+        const std::int64_t ofDay = (shown % kMicrosPerDay + kMicrosPerDay) % kMicrosPerDay;
+        const auto day = dayOfSeconds(datafile::hostSeconds(shown - ofDay));
         if (!day)
             return {};
-        const Clock clock(shown - secondsOfDay(*day), std::max(kept, 0));
+        const Clock clock(datafile::rowSeconds(ofDay), std::max(kept, 0));
         all.push_back(spellDateTimeDay(*day, type) + " " +
                       (kept < 0 ? hoursAndMinutesText(clock) : hoursText(clock)));
     }
