@@ -110,7 +110,7 @@ void CaseGroups::describe(const std::vector<int>& columns)
     HVDataModel model(_active, false, _dataset.weight() >= 0, false);
     model.UpdateAnalysMetadata(columns);
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        CFField field = *model.getMetaData().GetField(i);
+        CFField field = _dataset.served(_columns[i], *model.getMetaData().GetField(i));
         const VEXA_Variable& variable = _active.GetVariable(columns[i]);
         const bool isServed = _columns[i] != _dataset.weight() &&
                               tellsMissing(field, _dataset.file().Field(_columns[i]).GetStorage());

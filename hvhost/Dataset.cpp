@@ -11,6 +11,7 @@
 #include "InterruptWatch.h"
 #include "KeptMissing.h"
 #include "ReadableFile.h"
+#include "ServedField.h"
 #include "Text.h"
 #include "ValueText.h"
 #include "data/HVDataModel.h"
@@ -142,14 +143,42 @@ HVRawDataIterator& Dataset::cases()
     if (_cases)
         return *_cases;
     try {
-        _cases = std::make_unique<HVRawDataIterator>(source(), std::vector<int>(),
-                                                     std::vector<MeasurementLevel>(), false,
-                                                     kWeightNone, false, &_monitor);
+        _cases = makeCases();
     } catch (const ErrorText& error) {
         throw inputFault(error, _readable);
     }
     _cases->SetName(kIteratorName);
     return *_cases;
+}
+
+/// The library describes variables by their formats. Where the file says something else, the fields
+/// are handed to it, over a view without the weight, which such an iterator would heed.
+std::unique_ptr<HVRawDataIterator> Dataset::makeCases()
+{
+    const HVDataModel model(source(), false, false, false);
+    CFMetaData fields;
+    std::vector<int> columns;
+    bool isServedOtherwise = false;
+    for (int column = 0; column < source().ColumnCount(); ++column) {
+        const CFField& known = *model.getMetaData().GetField(static_cast<std::size_t>(column));
+        fields.AppendField(served(column, known));
+        columns.push_back(column);
+        isServedOtherwise =
+            isServedOtherwise || served(column, known).GetStorage() != known.GetStorage();
+    }
+    if (!isServedOtherwise)
+        return std::make_unique<HVRawDataIterator>(source(), std::vector<int>(),
+                                                   std::vector<MeasurementLevel>(), false,
+                                                   kWeightNone, false, &_monitor);
+    _unweighted.SetDataset(&source());
+    _unweighted.SetWeightVarIndex(-1);
+    _unweighted.SetSplitVars({});
+    return std::make_unique<HVRawDataIterator>(_unweighted, fields, columns, &_monitor);
+}
+
+CFField Dataset::served(int column, const CFField& known) const
+{
+    return servedField(_file->Field(column), known);
 }
 
 int Dataset::columnOf(const std::string& name, const std::string& origin) const
@@ -176,7 +205,8 @@ std::string Dataset::nameOf(int column) const
 CFField::StorageType Dataset::storageOf(int column) const
 {
     HVDataModel model(source(), false, false, false);
-    return model.getMetaData().GetField(static_cast<std::size_t>(column))->GetStorage();
+    const CFField& known = *model.getMetaData().GetField(static_cast<std::size_t>(column));
+    return served(column, known).GetStorage();
 }
 
 void Dataset::setWeight(const std::string& name)
@@ -203,7 +233,7 @@ void Dataset::complete(HVLUpdateDataModel& update) const
 {
     for (int column = 0; column < source().ColumnCount(); ++column) {
         const CFField& known = *_cases->getMetaData().GetField(static_cast<std::size_t>(column));
-        CFField told = _file->Field(column);
+        CFField told = declaredField(_file->Field(column), known);
         // The user may have set another weight in the place of the file's.
         if (column == _weight)
             told.SetRole(CFField::FrequencyWeight);

@@ -9,6 +9,7 @@
 #include "DataKind.h"
 #include "ErrorMonitor.h"
 #include "UserCaseFile.h"
+#include "VexaDataSource.h"
 #include "data/HVRawDataIterator.h"
 
 class HVLUpdateDataModel;
@@ -39,6 +40,9 @@ public:
     std::string nameOf(int column) const;
     CFField::StorageType storageOf(int column) const;
 
+    /// The field of a column as jobs get it; `known` is what the library makes of the variable.
+    CFField served(int column, const CFField& known) const;
+
     /// The variables that weigh the cases and split the file: the file's own unless others are set.
     /// -1 for no weight. A weight must be a number; throws CommandFault (Usage).
     int weight() const { return _weight; }
@@ -55,6 +59,8 @@ public:
     void complete(HVLUpdateDataModel& update) const;
 
 private:
+    std::unique_ptr<HVRawDataIterator> makeCases();
+
     /// Opens what the host reads its data with, while the file is looked at and the Java virtual
     /// machine starts.
     std::future<void> _preload;
@@ -63,5 +69,6 @@ private:
     std::unique_ptr<UserInputCaseFile> _file;
     int _weight = -1;
     std::vector<int> _split;
+    ProcedureDataSource _unweighted;
     std::unique_ptr<HVRawDataIterator> _cases;
 };

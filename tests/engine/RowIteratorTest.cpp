@@ -33,7 +33,13 @@ TEST_F(RowIteratorTest, ValuesComeOnTheScaleOfTheProtocol)
                   {{3.0, 0.1, "a,b", 15400.0, 3661.5, 1330560000.123456},
                    {{}, {}, {}, {}, {}, {}},
                    {-3.0, kInfinity, "", -0.5, 86399.999999, -1.5}});
-    succeeded(feed(rows, _copy));
+    const auto listener = feed(rows, _copy);
+    succeeded(listener);
+    ASSERT_EQ(listener.messages.size(), 1U);
+    EXPECT_THAT(
+        listener.messages[0].second,
+        HasSubstr(
+            R"(field "d" of the row iterator "rows": dates with a time of day, which was dropped: 1)"));
     EXPECT_EQ(read("out.csv"), "i,r,s,d,t,z\n"
                                "3,0.1,\"a,b\",2012-03-01,01:01:01.5,2012-03-01 00:00:00.123456\n"
                                ",,,,,\n"

@@ -57,7 +57,8 @@ inline constexpr const char* kAppendMismatch = "HVEIO0014E";    ///< fields do n
 inline constexpr const char* kIteratorModel = "HVEIO0018E";  ///< the data model of a row iterator
 inline constexpr const char* kIteratorFailed = "HVEIO0019E"; ///< a row iterator threw
 inline constexpr const char* kIteratorValue = "HVEIO0020E";  ///< a value without a place
-inline constexpr const char* kMissingCut = "HVEIO0021W"; ///< more missing values than a file has
+inline constexpr const char* kMissingCut = "HVEIO0021W";  ///< more missing values than a file has
+inline constexpr const char* kTimeDropped = "HVEIO0022W"; ///< a date of a row has a time of day
 
 // GE: shapes, map services and coordinate systems.
 inline constexpr const char* kMapService = "HVEGE0001E";    ///< a map service gives no records

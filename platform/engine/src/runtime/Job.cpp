@@ -51,6 +51,10 @@ void Job::run(const std::string& text)
             startOver(planner);
         }
     }
+    for (const auto& [name, input] : _context.iteratorInputs)
+        if (input.source)
+            for (const std::string& remark : input.source->remarks())
+                _reporter.message(errors::kTimeDropped, remark);
 }
 
 std::vector<Statement> Job::planAhead(Planner& planner, std::size_t from)

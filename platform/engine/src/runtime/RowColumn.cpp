@@ -81,7 +81,9 @@ bool RowColumn::setDate(std::size_t row, double days, std::string& problem)
         problem = "the number of days is " + numberText(days) + ", which no date holds";
         return false;
     }
-    static_cast<std::int32_t*>(_data)[row] = static_cast<std::int32_t>(std::floor(days));
+    const double day = std::floor(days);
+    _timesDropped += day != days ? 1U : 0U;
+    static_cast<std::int32_t*>(_data)[row] = static_cast<std::int32_t>(day);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include <duckdb.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string>
 
@@ -19,6 +20,8 @@ public:
 
     std::size_t fieldIndex() const { return _fieldIndex; }
     void setMissing(std::size_t row);
+    /// How many dates lost a time of day.
+    std::uint64_t timesDropped() const { return _timesDropped; }
     /// False if the value has no place in the column; `problem` then says why.
     bool set(std::size_t row, const void* value, std::size_t length, std::string& problem)
     {
@@ -42,6 +45,7 @@ private:
     duckdb_vector _vector;
     void* _data;
     bool _hasValidity = false;
+    std::uint64_t _timesDropped = 0;
 };
 
 } // namespace EmbeddedHV

@@ -17,6 +17,7 @@ RowSource::RowSource(RowDataIterator& iterator, const Cancellation& cancellation
 {
     const std::string origin = "the data model of the row iterator \"" + _name + "\"";
     _fields = fieldsOfDataModel(_iterator.getDataModel(), origin, errors::kIteratorModel);
+    _timesDropped.resize(_fields.size());
     _id = _registry.add(*this);
 }
 
@@ -37,6 +38,8 @@ bool RowSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fi
             columns.emplace_back(_fields[fields[i]], fields[i],
                                  duckdb_data_chunk_get_vector(chunk, i));
         duckdb_data_chunk_set_size(chunk, pull(columns, duckdb_vector_size()));
+        for (const RowColumn& column : columns)
+            _timesDropped[column.fieldIndex()] += column.timesDropped();
     } catch (const Exception& exception) {
         fail(exception.getMessage());
     } catch (const JavaException& exception) {
@@ -47,6 +50,18 @@ bool RowSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fi
         fail("unknown exception");
     }
     return !_failure;
+}
+
+std::vector<std::string> RowSource::remarks() const
+{
+    std::vector<std::string> remarks;
+    for (std::size_t i = 0; i < _fields.size(); ++i)
+        if (_timesDropped[i] > 0)
+            remarks.push_back("read: field \"" + _fields[i].GetName() +
+                              "\" of the row iterator \"" + _name +
+                              "\": dates with a time of day, which was dropped: " +
+                              std::to_string(_timesDropped[i]));
+    return remarks;
 }
 
 void RowSource::fail(const std::string& what)

@@ -38,6 +38,8 @@ public:
     void limitTo(std::uint64_t records) { _limit = records; }
     /// What went wrong while rows were read; the statement that read them has failed.
     const std::optional<JobError>& failure() const { return _failure; }
+    /// A sentence for each date field of whose values some lost a time of day.
+    std::vector<std::string> remarks() const;
 
     bool fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept override;
 
@@ -56,7 +58,8 @@ private:
     std::uint64_t _records = 0;
     bool _ended = false;
     std::optional<JobError> _failure;
-    std::string _problem; ///< of a value; a member, so that no record makes one
+    std::vector<std::uint64_t> _timesDropped; ///< of each field
+    std::string _problem;                     ///< of a value; a member, so that no record makes one
 };
 
 } // namespace EmbeddedHV
