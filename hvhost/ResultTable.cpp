@@ -1,5 +1,7 @@
 #include "ResultTable.h"
 
+#include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <ostream>
@@ -16,14 +18,8 @@ namespace {
 
 constexpr int kJsonSchema = 1;
 
-std::string valueText(const void* value, unsigned long long length, CFField::StorageType storage)
-{
-    if (storage == CFField::String)
-        return {static_cast<const char*>(value), static_cast<std::size_t>(length)};
-    double number = 0;
-    std::memcpy(&number, value, sizeof number);
-    return numberText(number, storage);
-}
+/// From here on, a double stands for more than one whole number.
+constexpr double kTwoTo53 = 9007199254740992;
 
 void printCsvCell(std::ostream& out, const std::string& text)
 {
@@ -75,14 +71,32 @@ void printJson(const ResultTable& table, std::ostream& out)
 } // namespace
 
 std::optional<std::string> cellText(EmbeddedHV::RowDataIterator& rows, std::size_t field,
-                                    CFField::StorageType storage)
+                                    ResultTable::Column& column)
 {
     void* value = nullptr;
     unsigned long long length = 0;
     rows.getRecordValue(field, value, length);
     if (value == nullptr)
         return std::nullopt;
-    return valueText(value, length, storage);
+    if (column.storage == CFField::String)
+        return std::string(static_cast<const char*>(value), static_cast<std::size_t>(length));
+    double number = 0;
+    std::memcpy(&number, value, sizeof number);
+    if (column.storage == CFField::Integer && std::abs(number) >= kTwoTo53)
+        column.isRounded = true;
+    return numberText(number, column.storage);
+}
+
+std::string roundedColumnsText(const std::vector<ResultTable::Column>& columns)
+{
+    std::string names;
+    for (const ResultTable::Column& column : columns)
+        if (column.isRounded)
+            names += (names.empty() ? "\"" : ", \"") + column.name + "\"";
+    return names.empty()
+               ? names
+               : "whole numbers from " + std::to_string(static_cast<std::int64_t>(kTwoTo53)) +
+                     " on may be shown rounded: of " + names;
 }
 
 void printCsvNames(const std::vector<ResultTable::Column>& columns, std::ostream& out)
@@ -113,7 +127,7 @@ ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount)
     while (rows.nextRecord() == EmbeddedHV::RowDataIterator::RecordAvailable) {
         ResultTable::Row row;
         for (std::size_t i = 0; i < table.columns.size(); ++i)
-            row.push_back(cellText(rows, i, table.columns[i].storage));
+            row.push_back(cellText(rows, i, table.columns[i]));
         table.rows.push_back(std::move(row));
     }
     rows.dispose(JNIObjectManager::getManager()->getEnv());

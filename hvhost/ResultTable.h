@@ -21,6 +21,8 @@ struct ResultTable
     {
         std::string name;
         CFField::StorageType storage = CFField::String;
+        /// Whether it has whole numbers that may have been rounded: rows carry doubles.
+        bool isRounded = false;
 
         bool isNumber() const { return ::isNumber(storage); }
     };
@@ -32,9 +34,12 @@ struct ResultTable
     std::size_t keyCount = 0;
 };
 
-/// The value of a field of the present row; nothing for a missing one.
+/// The value of a field of the present row; nothing for a missing one. Notes in the column if it
+/// may have been rounded.
 std::optional<std::string> cellText(EmbeddedHV::RowDataIterator& rows, std::size_t field,
-                                    CFField::StorageType storage);
+                                    ResultTable::Column& column);
+/// A sentence that names the columns with numbers that may have been rounded; empty for none.
+std::string roundedColumnsText(const std::vector<ResultTable::Column>& columns);
 
 /// Reads all rows and disposes of the iterator.
 ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount);

@@ -75,10 +75,12 @@ public:
         if (!scorer.PrepareScoring(&rows, _model.text(), targetNames(), true))
             throw CommandFault(ExitStatus::JobFailed, "the model does not fit the rows");
         result.deliver([&](std::ostream& out) { table.write(scorer, _look, _watch, out); });
+        if (const std::string rounded = table.roundedText(); !rounded.empty())
+            session.warn(rounded);
         if (table.failedCount() > 0)
             session.warn(std::to_string(table.failedCount()) + " of " +
                          std::to_string(table.rowCount()) +
-                         " rows cannot be scored: their results are empty");
+                         " rows have results that are not valid, which are left empty");
     }
 
 private:

@@ -1,6 +1,7 @@
 #include "ScoredTable.h"
 
 #include <algorithm>
+#include <cmath>
 #include <ostream>
 
 #include "CFMetaData.h"
@@ -45,7 +46,7 @@ ScoredTable::ScoredTable(EmbeddedHV::RowDataIterator& rows, const CFMetaData& mo
         keepField(model, i);
     for (const ScoringModel::Variable& target : targets) {
         const auto isNamed = [&target](const ResultTable::Column& column) {
-            return GetUpperVarName(column.name) == GetUpperVarName(target.name);
+            return column.name == target.name;
         };
         if (std::any_of(_columns.begin(), _columns.end(), isNamed))
             throw CommandFault(ExitStatus::Usage,
@@ -67,16 +68,18 @@ ResultTable::Row ScoredTable::scoredRow(HVTransformScorer& scorer)
     ResultTable::Row row;
     row.reserve(_columns.size());
     for (const std::size_t field : _kept)
-        row.push_back(cellText(_rows, field, _columns[row.size()].storage));
-    if (!scorer.ScoreRecord())
-        ++_failedCount;
+        row.push_back(cellText(_rows, field, _columns[row.size()]));
+    bool isFailed = !scorer.ScoreRecord();
     for (const double value : scorer.GetTargetValues()) {
+        isFailed = isFailed || std::isnan(value);
         const CFField::StorageType storage = _columns[row.size()].storage;
         row.push_back(
             HVTransformScorer::IsValidDouble(value)
                 ? std::optional(numberText(NumericStorageStatToCF(value, storage), storage))
                 : std::nullopt);
     }
+    if (isFailed)
+        ++_failedCount;
     return row;
 }
 

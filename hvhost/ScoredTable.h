@@ -25,7 +25,9 @@ public:
     void write(HVTransformScorer& scorer, const TableLook& look, const InterruptWatch& watch,
                std::ostream& out);
     long long rowCount() const { return _rowCount; }
-    /// The rows that the model could not score; their targets are missing.
+    /// A sentence on kept numbers that may be shown rounded; empty for none.
+    std::string roundedText() const { return roundedColumnsText(_columns); }
+    /// The rows with a target whose value is not valid.
     long long failedCount() const { return _failedCount; }
 
 private:

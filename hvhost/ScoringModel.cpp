@@ -85,9 +85,12 @@ ScoringModel::targets(const std::vector<std::string>& names) const
     for (const Variable& output : _outputs)
         known.push_back(output.name);
     for (const std::string& name : names) {
-        const auto found = std::find_if(known.begin(), known.end(), [&](const std::string& other) {
-            return GetUpperVarName(other) == GetUpperVarName(name);
-        });
+        // The exact name first: two names may differ only in letter case.
+        auto found = std::find(known.begin(), known.end(), name);
+        if (found == known.end())
+            found = std::find_if(known.begin(), known.end(), [&](const std::string& other) {
+                return GetUpperVarName(other) == GetUpperVarName(name);
+            });
         if (found == known.end()) {
             const std::string nearest = nearestWord(known, name);
             throw CommandFault(ExitStatus::Usage,

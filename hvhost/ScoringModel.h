@@ -23,8 +23,8 @@ public:
     explicit ScoringModel(const ReadableFile& file);
 
     const std::string& text() const { return _text; }
-    /// The outputs of these names, letter case apart, or all; throws CommandFault (Usage) for a
-    /// name that the model does not have.
+    /// The outputs of these names, or else of these names in other letter case, or all; throws
+    /// CommandFault (Usage) for a name that the model does not have.
     std::vector<Variable> targets(const std::vector<std::string>& names) const;
     /// Throws CommandFault (Input) for data that lack an input, or have one that is something else.
     void checkInputs(const CFMetaData& data, const std::string& dataName) const;

@@ -66,8 +66,9 @@ struct HVINTEG_HIDDEN HVTransformScorer::Impl
     std::vector<std::string> inputNames;
     std::vector<InputColumn> inputs;
     std::vector<std::string> outputNames;
-    std::unordered_map<std::string, int> outputsByName; ///< in upper case
-    std::vector<int> outputIndexes;                     ///< of the results that are wanted
+    std::unordered_map<std::string, int> outputsByName;
+    std::unordered_map<std::string, int> outputsByUpperName;
+    std::vector<int> outputIndexes; ///< of the results that are wanted
     void* converter = VEXAMBConverterNew_A(nullptr);
 };
 
@@ -94,13 +95,15 @@ bool HVTransformScorer::Impl::bindInput(const IMCVariable& variable)
     // A model that contradicts itself: a number would be read where its storage has a text.
     if (isString != (variable.GetStorage() == IMCVariable::kStoredString))
         return false;
-    // The row's bytes would be taken for what they are not.
     const auto* field = metaData->GetField(static_cast<std::size_t>(column));
-    if (isString != (field->GetStorage() == CFField::String))
+    const InputColumn input{static_cast<unsigned long long>(column), variable.GetStorage(),
+                            field->GetStorage()};
+    // The row's bytes would be taken for what they are not.
+    if (!canRead(input))
         return false;
     inputRecord.AddValue(name, isString ? Value("") : Value(missing));
     inputNames.push_back(name);
-    inputs.push_back({static_cast<unsigned long long>(column), variable.GetStorage()});
+    inputs.push_back(input);
     return true;
 }
 
@@ -112,20 +115,26 @@ bool HVTransformScorer::Impl::readOutputs()
         if (isText(variable))
             return false;
         outputNames.push_back(nameOf(variable));
-        outputsByName[GetUpperVarName(outputNames.back())] = i;
+        outputsByName[outputNames.back()] = i;
+        outputsByUpperName[GetUpperVarName(outputNames.back())] = i;
     }
     return true;
 }
 
-/// Both sides are compared in upper case; a name may be asked for twice.
+/// The exact name comes first, as two names may be one in upper case. A name may be asked for
+/// twice.
 bool HVTransformScorer::Impl::bindOutputs(const std::vector<std::string>& names, bool namesAreUTF8)
 {
     for (const std::string& given : names) {
         std::string name = given;
         if (!namesAreUTF8)
             VEXAMBGenericToU8(given.c_str(), name, converter);
-        const auto found = outputsByName.find(GetUpperVarName(name));
-        if (found == outputsByName.end())
+        if (const auto exact = outputsByName.find(name); exact != outputsByName.end()) {
+            outputIndexes.push_back(exact->second);
+            continue;
+        }
+        const auto found = outputsByUpperName.find(GetUpperVarName(name));
+        if (found == outputsByUpperName.end())
             return false;
         outputIndexes.push_back(found->second);
     }

@@ -1,5 +1,6 @@
 #include "scoring/RowValue.h"
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -20,13 +21,37 @@ Number numberAt(const void* place)
     return number;
 }
 
-/// A point of time on the host's scale.
-double hostMoment(double value, double unit, double missing)
+/// A point of time on the host's scale. Only the column knows what its numbers count.
+double hostMoment(double value, const InputColumn& input, double missing)
 {
-    return value == missing ? missing : GetBaseDateNumber() + value * unit;
+    if (value == missing)
+        return missing;
+    const bool isMoment = input.storage == IMCVariable::kStoredTimestamp;
+    if (input.columnStorage == CFField::Timestamp) {
+        const double seconds =
+            isMoment ? value : std::floor(value / kSecondsPerDay) * kSecondsPerDay;
+        return GetBaseDateNumber() + seconds;
+    }
+    const bool countsSeconds = isMoment && input.columnStorage != CFField::Date;
+    return GetBaseDateNumber() + value * (countsSeconds ? 1.0 : kSecondsPerDay);
 }
 
 } // namespace
+
+bool canRead(const InputColumn& input)
+{
+    const bool hasDay =
+        input.columnStorage == CFField::Date || input.columnStorage == CFField::Timestamp;
+    switch (input.storage) {
+    case IMCVariable::kStoredString:
+        return input.columnStorage == CFField::String;
+    case IMCVariable::kStoredDate:
+    case IMCVariable::kStoredTimestamp:
+        return input.columnStorage != CFField::String && input.columnStorage != CFField::Time;
+    default:
+        return input.columnStorage != CFField::String && !hasDay;
+    }
+}
 
 void readInput(EmbeddedHV::RowDataIterator& rows, const InputColumn& input, double missing,
                Value& value)
@@ -48,10 +73,8 @@ void readInput(EmbeddedHV::RowDataIterator& rows, const InputColumn& input, doub
         value = static_cast<int>(numberAt<std::int32_t>(place));
         break;
     case IMCVariable::kStoredDate:
-        value = hostMoment(numberAt<double>(place), kSecondsPerDay, missing);
-        break;
     case IMCVariable::kStoredTimestamp:
-        value = hostMoment(numberAt<double>(place), 1.0, missing);
+        value = hostMoment(numberAt<double>(place), input, missing);
         break;
     default:
         value = numberAt<double>(place);

@@ -23,7 +23,7 @@ STEPS = """<DerivedField name="ratio" dataType="double"><Apply function="/"><Fie
 <DerivedField name="since" dataType="integer"><Apply function="dateDaysSinceYear">
 <FieldRef field="day"/><Constant>2000</Constant></Apply></DerivedField>"""
 ROWS = "id,A,b,day\n1,3,2,2012-03-04\n2,1,0,2012-03-05\n3,,4,\n4,1,8,1582-10-15\n"
-SCORED = ["id,ratio,same,since", "1,1.5,2012-03-04,4446", "2,,,", "3,,,",
+SCORED = ["id,ratio,same,since", "1,1.5,2012-03-04,4446", "2,,2012-03-05,4447", "3,,,",
           f"4,0.125,1582-10-15,{(datetime.date(1582, 10, 15) - datetime.date(2000, 1, 1)).days}"]
 TEXT = ('<DataField name="sex" dataType="string"/>',
         '<DerivedField name="t" dataType="string"><FieldRef field="sex"/></DerivedField>')
@@ -103,7 +103,16 @@ class Score(Case):
         for words, status in (((), 0), (("--strict",), 5)):
             done = self.run_hvhost("score", model, data, "--keep", "id", *words, status=status)
             self.assertEqual(done.stdout.splitlines(), SCORED)
-            self.assertIn("warning: 1 of 4 rows cannot be scored", done.stderr)
+            self.assertIn("warning: 1 of 4 rows have results that are not valid", done.stderr)
+
+    def test_targets_by_their_exact_names(self):
+        """A result that is not valid and not asked for is nobody's concern."""
+        steps = STEPS.replace('"ratio"', '"r"').replace('"since"', '"R"')
+        model, data = self.write("m.pmml", PMML % (FIELDS, steps)), self.write("d.csv", ROWS)
+        done = self.run_hvhost("score", model, data, "--keep", "id", "--target", "R", "--strict")
+        self.assertEqual(done.stdout.splitlines()[:3], ["id,R", "1,4446", "2,4447"])
+        done = self.run_hvhost("score", model, data, "--keep", "id", "--target", "r", "--strict", status=5)
+        self.assertEqual(done.stdout.splitlines()[:3], ["id,r", "1,1.5", "2,"])
 
     def test_each_fault_names_the_thing(self):
         place = self.folder / "place"

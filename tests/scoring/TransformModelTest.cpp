@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <limits>
 
 #include "IMCVariable.h"
@@ -43,7 +44,7 @@ void give(const Row& row, const std::string& name, Value& value)
                                  : row.moment;
 }
 
-/// The only output of the model for a row, as a value; a failure as kFails.
+/// The first output of the model for a row, as a value; one that is not valid as kFails.
 Value score(IMCScoreComputer& computer, const Row& row)
 {
     MCVarList variables;
@@ -55,7 +56,8 @@ Value score(IMCScoreComputer& computer, const Row& row)
     }
     ValueRecord output(2);
     EXPECT_FALSE(computer.PrepareOutput(output).IsError());
-    return computer.Compute(input, output, 0).IsError() ? Value(kFails) : output[0];
+    const bool fails = computer.Compute(input, output, 0).IsError();
+    return fails || std::isnan(output[0].GetNumber()) ? Value(kFails) : output[0];
 }
 
 struct Case
@@ -276,6 +278,9 @@ TEST(TransformModel, TypesAndDates)
         {call("dateSecondsSinceMidnight", field("moment")), 52230},
         {field("day"), 19056, {}, "dateDaysSince[1960]"},
         {field("moment"), 1049207430, {}, "dateTimeSecondsSince[1970]"},
+        {field("moment"), 12143, {}, "dateDaysSince[1970]"},
+        {call("dateSecondsSinceMidnight", field("moment")), 52230, {}, "timeSeconds"},
+        {constant("14:30:30", "dataType='time'"), 52230, {}, "timeSeconds"},
         {field("day"), 13550198400, {}, "date"},
         {field("moment"), 13268534400, {}, "date"},
         {constant("2012-03-04"), 13550198400, {}, "date"},
@@ -290,6 +295,51 @@ TEST(TransformModel, TypesAndDates)
     });
 }
 
+/// Counts are brought to the scale that a field asks for, whichever way they come to it.
+TEST(TransformModel, CountsOfTime)
+{
+    const std::string given =
+        "<DataField name='x' optype='continuous' dataType='dateDaysSince[1960]'/>"
+        "<DataField name='flag' optype='categorical' dataType='boolean'/>";
+    const std::string same =
+        "<DefineFunction name='same'><ParameterField name='p'/>" + field("p") + "</DefineFunction>";
+    const double days = 19056; // 2012-03-04
+    const std::pair<std::string, double> cases[] = {
+        {derived(X, "dateDaysSince[1960]"), days},
+        {derived(X, "dateDaysSince[1970]"), days - 3653},
+        {derived(X, "dateTimeSecondsSince[1970]"), (days - 3653) * 86400},
+        {derived(X, "integer"), days},
+        {derived(call("same", X), "dateDaysSince[1970]"), days - 3653},
+        {derived(call("if", field("flag") + X + X), "dateDaysSince[1970]"), days - 3653},
+        {derived("<FieldRef field='x' mapMissingTo='0'/>", "dateDaysSince[1970]"), days - 3653},
+        {derived(constant("1", "dataType='dateDaysSince[1960]'"), "dateDaysSince[1970]"), -3652},
+        {derived(call("+", X + constant("1")), "dateDaysSince[1970]"), days + 1},
+    };
+    for (const auto& [field, expected] : cases) {
+        std::string fault;
+        const auto computer = read(pmml(same + field, given), &fault);
+        ASSERT_TRUE(computer) << field << fault;
+        EXPECT_EQ(score(*computer, {days}).GetNumber(), expected) << field;
+    }
+}
+
+/// What is not valid costs neither the other outputs nor a field that deals with it.
+TEST(TransformModel, AnInvalidOutputLeavesTheOthers)
+{
+    const auto computer =
+        read(pmml(derived(call("if", call("isValid", field("q")) + field("q") + constant("0"))) +
+                  derived(call("/", X + Y), "double", "q")));
+    ASSERT_TRUE(computer);
+    ValueRecord input(2);
+    input.AddValue("x", Value(1.0));
+    input.AddValue("y", Value(0.0));
+    ValueRecord output(2);
+    computer->PrepareOutput(output);
+    ASSERT_FALSE(computer->Compute(input, output, 0).IsError());
+    EXPECT_EQ(output[0].GetNumber(), 0);
+    EXPECT_TRUE(std::isnan(output[1].GetNumber()));
+}
+
 TEST(TransformModel, Texts)
 {
     const std::pair<std::string, std::string> cases[] = {
@@ -300,6 +350,12 @@ TEST(TransformModel, Texts)
         {call("substring", S + constant("9") + constant("1")), ""},
         {call("trimBlanks", constant("  a b ", "dataType='string'")), "a b"},
         {call("concat", S + constant("-") + X + field("flag")), "Gr\xc3\xbcn-3true"},
+        {call("concat", S + constant(" ") + S), "Gr\xc3\xbcn Gr\xc3\xbcn"},
+        {constant("a<![CDATA[ & ]]>b"), "a & b"},
+        {constant("1<!-- and -->2", "dataType='double'"), "12"},
+        {"<MapValues outputColumn='o'><FieldColumnPair field='flag' column='i'/><InlineTable>"
+         "<row><i>true</i><o> </o></row></InlineTable></MapValues>",
+         " "},
         {call("if", field("flag") + constant("01") + constant("02")), "01"},
         {"<Discretize field='x'><DiscretizeBin binValue='01'><Interval closure='closedClosed' "
          "leftMargin='3' rightMargin='3'/></DiscretizeBin></Discretize>",
@@ -374,6 +430,8 @@ TEST(TransformModel, RefusesWhatItCannotDo)
     }
     const auto self = "<DefineFunction name='f'><ParameterField name='p'/>" +
                       call("f", field("p")) + "</DefineFunction>";
+    const std::string counts = derived(field("day"), "dateDaysSince[1960]", "days") +
+                               derived(field("moment"), "dateTimeSecondsSince[1970]", "seconds");
     const std::pair<std::string, std::string> cases[] = {
         {"", "no XML"},
         {"<PMML version='4.4'>", "no XML"},
@@ -393,6 +451,14 @@ TEST(TransformModel, RefusesWhatItCannotDo)
         {pmml(derived(X, "number")), "no data type"},
         {pmml(derived(X + Y)), "not one expression"},
         {pmml(derived(field("day"), "boolean")), "cannot be"},
+        {pmml(derived(field("moment"), "timeSeconds")), "asked for as each other"},
+        {pmml(derived(constant("14:30:30", "dataType='time'"), "dateDaysSince[1970]")),
+         "asked for as each other"},
+        {pmml(counts + derived(field("days"), "timeSeconds")), "asked for as each other"},
+        {pmml(counts + derived(call("lessThan", field("days") + field("seconds")))),
+         "different origins"},
+        {pmml(counts + derived(call("if", field("flag") + field("days") + field("seconds")))),
+         "different origins"},
         {pmml(derived("<TextIndex textField='s'><FieldRef field='s'/></TextIndex>")),
          "<TextIndex>"},
         {pmml(derived("<Aggregate field='x' function='sum'/>")), "<Aggregate>"},

@@ -149,6 +149,8 @@ protected:
         row.add("day", CFField::Date, 15403.0);
         row.add("Moment", CFField::Timestamp, 1.5);
         row.add("Real", CFField::Real, 2.25);
+        row.add("Time", CFField::Time, 5400.0);
+        row.add("stamp", CFField::Timestamp, 90000.0);
     }
     void TearDown() override
     {
@@ -193,14 +195,25 @@ TEST_F(TransformScorer, GivesTheModelWhatItsStorageSays)
     EXPECT_THAT(scorer.GetTargetValues(), ElementsAre(1, 2));
 }
 
+TEST_F(TransformScorer, GivesPointsOfTimeByWhatTheColumnCounts)
+{
+    model.inputs = {{"stamp", 4}, {"stamp", 6}, {"day", 6}, {"time", 5}, {"time", 2}, {"real", 4}};
+    HVTransformScorer scorer;
+    ASSERT_TRUE(scorer.PrepareScoring(&row, "any", {}, true));
+    ASSERT_TRUE(scorer.ScoreRecord());
+    EXPECT_THAT(model.given,
+                ElementsAre("12219465600.000000", "12219469200.000000", "13550198400.000000",
+                            "5400.000000", "5400.000000", "12219573600.000000"));
+}
+
 TEST_F(TransformScorer, GivesTheResultsThatAreAskedFor)
 {
-    model.outputs = {{"One", 2}, {"gr\xc3\xbcn", 2}, {"Three", 4}};
+    model.outputs = {{"One", 2}, {"gr\xc3\xbcn", 2}, {"Three", 4}, {"ONE", 2}};
     HVTransformScorer scorer;
-    ASSERT_TRUE(scorer.PrepareScoring(&row, "any", {"THREE", "Gr\xc3\x9cn", "three"}, true));
-    EXPECT_THAT(scorer.GetOutputModelVarNames(), ElementsAre("One", "gr\xc3\xbcn", "Three"));
+    ASSERT_TRUE(scorer.PrepareScoring(&row, "any", {"THREE", "Gr\xc3\x9cn", "three", "One"}, true));
+    EXPECT_THAT(scorer.GetOutputModelVarNames(), ElementsAre("One", "gr\xc3\xbcn", "Three", "ONE"));
     ASSERT_TRUE(scorer.ScoreRecord());
-    EXPECT_THAT(scorer.GetTargetValues(), ElementsAre(3, 2, 3));
+    EXPECT_THAT(scorer.GetTargetValues(), ElementsAre(3, 2, 3, 1));
 
     const std::string codePage = VEXAMBDefaultCodePage();
     ASSERT_TRUE(SetDefaultCodePage("ISO-8859-1"));
@@ -223,6 +236,10 @@ TEST_F(TransformScorer, RefusesWhatDoesNotFit)
         {"a number with the storage of a text", {"Real", 3}},
         {"a text that is a number in the rows", {"Real", 3, 3}},
         {"a number that is a text in the rows", {"Text", 2}},
+        {"a number that is a date in the rows", {"day", 2}},
+        {"a time that is a timestamp in the rows", {"moment", 5}},
+        {"a date that is a time in the rows", {"time", 4}},
+        {"a timestamp that is a time in the rows", {"time", 6}},
     };
     for (const auto& [what, input] : inputs) {
         model.inputs = {input};

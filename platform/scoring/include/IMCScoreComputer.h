@@ -15,8 +15,9 @@ public:
     static constexpr int kTransformModel = 16;
 
     /// Scores one row: takes the values of the inputs, in their order, and sets those of the
-    /// outputs. An error says that the row cannot be scored; what `output` holds is then of no
-    /// use. The last argument is 0.
+    /// outputs. A number that is not valid, such as a quotient by 0, is set to not-a-number. An
+    /// error says that no output of the row is valid; what `output` holds is then of no use. The
+    /// last argument is 0.
     virtual MCStatus Compute(const ValueRecord& input, ValueRecord& output, int reserved) = 0;
     /// Adds a value for each output, in order.
     virtual MCStatus PrepareOutput(ValueRecord& output) const = 0;

@@ -21,7 +21,7 @@ void coerceAll(Expressions& arguments, std::size_t first, ValueKind kind)
 /// Numbers and truth values have a text, which functions of texts take.
 void coerceText(ExpressionPtr& argument)
 {
-    argument = converted(std::move(argument), DataType{ValueKind::Text, false, std::nullopt, 1});
+    argument = converted(std::move(argument), DataType{ValueKind::Text});
 }
 
 /// The first argument is a point of time as it stands, or a constant that says one.
@@ -118,8 +118,11 @@ ExpressionPtr ExpressionCompiler::applyBuiltIn(Element element, const FunctionEn
     coerceArguments(arguments, entry.arguments);
     const ValueKind kind = resultKind(entry, arguments);
     const bool toTexts = arguments.front()->kind() == ValueKind::Text;
-    return std::make_unique<Apply>(entry, toTexts, kind, std::move(arguments),
-                                   treatmentOf(element, kind));
+    const auto scale = entry.result == ResultRule::Branch ? commonScale(arguments) : std::nullopt;
+    auto made = std::make_unique<Apply>(entry, toTexts, kind, std::move(arguments),
+                                        treatmentOf(element, kind));
+    made->setScale(scale);
+    return made;
 }
 
 /// Each call has a body and places of its own, so that a parameter has the kind of its argument,
@@ -143,13 +146,16 @@ ExpressionPtr ExpressionCompiler::call(Element element, Element definition, cons
     for (std::size_t i = 0; i < arguments.size(); ++i)
         if (!inside
                  .emplace(required(parameters[i], "name"),
-                          ScopeEntry{firstSlot + i, arguments[i]->kind()})
+                          ScopeEntry{firstSlot + i, arguments[i]->kind(), arguments[i]->scale()})
                  .second)
             throw ModelFault("two of its parameters have one name");
     ExpressionPtr result = body(definition, inside);
     const ValueKind kind = result->kind();
-    return std::make_unique<Call>(firstSlot, std::move(arguments), std::move(result),
-                                  treatmentOf(element, kind));
+    const auto scale = result->scale();
+    auto made = std::make_unique<Call>(firstSlot, std::move(arguments), std::move(result),
+                                       treatmentOf(element, kind));
+    made->setScale(scale);
+    return made;
 }
 
 /// The names of the bodies that are being compiled tell a function that calls itself.

@@ -90,14 +90,17 @@ ExpressionPtr ExpressionCompiler::compile(Element element, const Scope& scope, W
     const DepthScope depth(_depth, _settings.GetMaxDepth());
     if (++_expressions > _settings.GetMaxExpressions())
         throw ModelFault("the model has too many expressions");
-    return (this->*ruleOf(element))(element, scope, wanted);
+    ExpressionPtr expression = (this->*ruleOf(element))(element, scope, wanted);
+    if (const auto scale = timeScaleOf(element))
+        expression->setScale(scale);
+    return expression;
 }
 
 /// A constant keeps its text if nobody says what it is: "01" beside a text is one, beside a
 /// number 1.
 ExpressionPtr ExpressionCompiler::constant(Element element, const Scope&, Wanted wanted)
 {
-    const std::string text = element.text().get();
+    const std::string text = textOf(element);
     const auto type = dataTypeOf(element);
     if (std::string_view(element.attribute("missing").value()) == "true")
         return missingConstant(type ? type->kind : wanted.value_or(ValueKind::Number));
@@ -118,7 +121,7 @@ ExpressionPtr ExpressionCompiler::fieldRef(Element element, const Scope& scope, 
 ExpressionPtr sourceOf(pugi::xml_node element, const Scope& scope, const char* attribute)
 {
     const ScopeEntry& entry = entryOf(scope, required(element, attribute));
-    return std::make_unique<Reference>(entry.kind, entry.slot);
+    return std::make_unique<Reference>(entry.kind, entry.scale, entry.slot);
 }
 
 ExpressionPtr attributeConstant(pugi::xml_node element, const char* attribute, ValueKind kind)
@@ -154,7 +157,21 @@ ValueKind commonKind(const Expressions& expressions)
             throw ModelFault("the arguments are of types that do not go together");
         kind = both;
     }
+    commonScale(expressions);
     return kind.value_or(hasTextConstant ? ValueKind::Text : ValueKind::Number);
+}
+
+std::optional<TimeScale> commonScale(const Expressions& expressions)
+{
+    std::optional<TimeScale> scale;
+    for (const ExpressionPtr& expression : expressions) {
+        if (!expression->scale())
+            continue;
+        if (scale && scale != expression->scale())
+            throw ModelFault("the arguments count time from different origins");
+        scale = expression->scale();
+    }
+    return scale;
 }
 
 } // namespace scoring

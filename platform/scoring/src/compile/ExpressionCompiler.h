@@ -72,5 +72,9 @@ Treatment treatmentOf(pugi::xml_node element, ValueKind kind);
 /// What several expressions are that should be of one kind: constants without a type follow the
 /// others. Throws ModelFault where there is none.
 ValueKind commonKind(const Expressions& expressions);
+/// How numbers count time that are compared, or of which one is chosen; nothing if none does.
+/// Throws ModelFault if they do not all count alike, since nobody could tell which scale the result
+/// is on.
+std::optional<TimeScale> commonScale(const Expressions& expressions);
 
 } // namespace scoring

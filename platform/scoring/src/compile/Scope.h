@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
 #include <pugixml.hpp>
 
 #include "expression/Cell.h"
+#include "expression/TimeScale.h"
 
 namespace scoring {
 
@@ -15,6 +17,7 @@ struct ScopeEntry
 {
     std::size_t slot;
     ValueKind kind;
+    std::optional<TimeScale> scale = std::nullopt;
 };
 using Scope = std::unordered_map<std::string, ScopeEntry>;
 

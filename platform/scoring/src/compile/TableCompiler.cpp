@@ -66,7 +66,7 @@ std::optional<std::string> valueIn(pugi::xml_node row, const std::string& column
     const std::size_t colon = column.find(':');
     const pugi::xml_node cell =
         elementIn(row, colon == std::string::npos ? column : column.substr(colon + 1));
-    return cell ? std::optional<std::string>(cell.text().get()) : std::nullopt;
+    return cell ? std::optional(textOf(cell)) : std::nullopt;
 }
 
 /// The text of a row's column, without which the row says nothing.

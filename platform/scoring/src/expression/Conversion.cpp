@@ -58,8 +58,8 @@ Cell Counting::evaluate(Cells& cells)
     const Cell cell = _source->evaluate(cells);
     if (!cell.isPresent())
         return cell;
-    const double count = (cell.number - _origin) / _unit;
-    return Cell::of(_unit == 1 ? count : std::floor(count));
+    const double seconds = cell.number * _from.unit + (_from.origin - _to.origin);
+    return Cell::of(_to.unit == 1 ? seconds : std::floor(seconds / _to.unit));
 }
 
 } // namespace scoring

@@ -35,21 +35,20 @@ private:
     std::string _text;
 };
 
-/// A date or time as a number of whole days or of seconds from an origin.
+/// A number that counts time, on another scale: whole days, or seconds.
 class Counting : public Expression
 {
 public:
-    /// `unit` in seconds.
-    Counting(ExpressionPtr source, double origin, double unit)
-        : Expression(ValueKind::Number), _source(std::move(source)), _origin(origin), _unit(unit)
+    Counting(ExpressionPtr source, const TimeScale& from, const TimeScale& to)
+        : Expression(ValueKind::Number), _source(std::move(source)), _from(from), _to(to)
     {
     }
     Cell evaluate(Cells& cells) override;
 
 private:
     ExpressionPtr _source;
-    double _origin;
-    double _unit;
+    TimeScale _from;
+    TimeScale _to;
 };
 
 } // namespace scoring

@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "expression/Cell.h"
+#include "expression/TimeScale.h"
 
 namespace scoring {
 
@@ -21,9 +23,13 @@ public:
     /// Allocates nothing, unless texts are made.
     virtual Cell evaluate(Cells& cells) = 0;
     ValueKind kind() const { return _kind; }
+    /// How a number counts time, if it does and the model says so.
+    const std::optional<TimeScale>& scale() const { return _scale; }
+    void setScale(const std::optional<TimeScale>& scale) { _scale = scale; }
 
 private:
     ValueKind _kind;
+    std::optional<TimeScale> _scale;
 };
 
 using ExpressionPtr = std::unique_ptr<Expression>;
@@ -57,7 +63,11 @@ private:
 class Reference : public Expression
 {
 public:
-    Reference(ValueKind kind, std::size_t slot) : Expression(kind), _slot(slot) {}
+    Reference(ValueKind kind, const std::optional<TimeScale>& scale, std::size_t slot)
+        : Expression(kind), _slot(slot)
+    {
+        setScale(scale);
+    }
     Cell evaluate(Cells& cells) override { return cells[_slot]; }
 
 private:
@@ -72,6 +82,7 @@ public:
         : Expression(source->kind()), _source(std::move(source)),
           _replacement(std::move(replacement))
     {
+        setScale(_source->scale());
     }
     Cell evaluate(Cells& cells) override
     {

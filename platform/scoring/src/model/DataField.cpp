@@ -23,7 +23,8 @@ ValueKind kindOf(pugi::xml_node element)
 
 } // namespace
 
-DataField::DataField(pugi::xml_node element) : _variable(required(element, "name"), kindOf(element))
+DataField::DataField(pugi::xml_node element)
+    : _variable(required(element, "name"), kindOf(element)), _scale(timeScaleOf(element))
 {
     for (const pugi::xml_node value : elementsIn(element, "Value"))
         add(value);

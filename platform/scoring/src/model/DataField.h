@@ -1,11 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <unordered_set>
 #include <vector>
 
 #include <pugixml.hpp>
 
 #include "expression/Interval.h"
+#include "expression/TimeScale.h"
 #include "model/ModelVariable.h"
 
 class Value;
@@ -21,6 +23,8 @@ public:
     explicit DataField(pugi::xml_node element);
 
     const ModelVariable& variable() const { return _variable; }
+    /// How its numbers count time, if they do.
+    const std::optional<TimeScale>& scale() const { return _scale; }
     /// The value of a row as expressions see it. A text stays borrowed.
     Cell read(const Value& value) const;
 
@@ -48,6 +52,7 @@ private:
     bool isValid(const Cell& cell) const;
 
     ModelVariable _variable;
+    std::optional<TimeScale> _scale;
     ValueSet _valid; ///< empty: all that are not told of
     ValueSet _invalid;
     ValueSet _missing;

@@ -1,5 +1,6 @@
 #include "model/TransformModel.h"
 
+#include <limits>
 #include <utility>
 
 #include "MCMV.h"
@@ -7,6 +8,19 @@
 #include "ValueRecord.h"
 
 namespace scoring {
+
+namespace {
+
+constexpr const char* kNoValidValue = "no result of the row is valid";
+
+double numberOf(const Cell& cell)
+{
+    if (cell.isInvalid())
+        return std::numeric_limits<double>::quiet_NaN();
+    return cell.isPresent() ? cell.number : MCMV::Missing();
+}
+
+} // namespace
 
 TransformModel::TransformModel(std::vector<DataField> inputs, Expressions steps,
                                std::vector<Output> outputs, std::size_t slotCount)
@@ -24,26 +38,26 @@ void TransformModel::evaluate(const ValueRecord& input)
         _cells[_inputs.size() + i] = _steps[i]->evaluate(_cells);
 }
 
-/// One output that has no value makes the row fail: half a row would be taken for a whole one.
+/// A row fails if no output of it is valid. The caller may want only some of the outputs, so a
+/// value that is not valid must not cost it the others.
 MCStatus TransformModel::Compute(const ValueRecord& input, ValueRecord& output, int)
 {
     if (input.Size() != static_cast<int>(_inputs.size()) || output.Size() != GetOutputCount())
         return MCStatus::Error("the records do not fit the model");
     evaluate(input);
+    bool isValid = _outputs.empty();
     for (std::size_t i = 0; i < _outputs.size(); ++i) {
-        const ModelVariable& variable = _outputs[i].variable;
         const Cell& cell = _cells[_outputs[i].slot];
-        if (cell.isInvalid())
-            return MCStatus::Error("the row has no valid value for \"" + variable.name() + "\"");
+        isValid = isValid || !cell.isInvalid();
         Value& value = output[static_cast<int>(i)];
-        if (variable.isText()) {
+        if (_outputs[i].variable.isText()) {
             _text = cell.text;
             value = _text;
         } else {
-            value = cell.isPresent() ? cell.number : MCMV::Missing();
+            value = numberOf(cell);
         }
     }
-    return {};
+    return isValid ? MCStatus() : MCStatus::Error(kNoValidValue);
 }
 
 MCStatus TransformModel::PrepareOutput(ValueRecord& output) const

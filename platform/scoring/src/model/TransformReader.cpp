@@ -100,14 +100,16 @@ std::unique_ptr<TransformModel> readTransformModel(const PmmlDocument& document,
     Contents contents = contentsOf(document.root());
     Scope scope;
     for (const DataField& field : contents.data)
-        scope.emplace(field.variable().name(), ScopeEntry{scope.size(), field.variable().kind()});
+        scope.emplace(field.variable().name(),
+                      ScopeEntry{scope.size(), field.variable().kind(), field.scale()});
     const std::size_t inputs = contents.data.size();
     ExpressionCompiler compiler(contents.definitions, settings, inputs + contents.derived.size());
     Expressions steps;
     for (const std::size_t position : orderOf(contents.derived)) {
         const DerivedField& field = contents.derived[position];
         steps.push_back(compileField(compiler, field, scope));
-        scope.emplace(field.name, ScopeEntry{inputs + steps.size() - 1, steps.back()->kind()});
+        scope.emplace(field.name, ScopeEntry{inputs + steps.size() - 1, steps.back()->kind(),
+                                             steps.back()->scale()});
     }
     std::vector<TransformModel::Output> outputs;
     for (const DerivedField& field : contents.derived) {

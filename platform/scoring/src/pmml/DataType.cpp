@@ -30,7 +30,7 @@ constexpr std::string_view kSeconds = "dateTimeSecondsSince[";
 std::optional<DataType> countingType(std::string_view word)
 {
     if (word == "timeSeconds")
-        return DataType{ValueKind::Number, false, 0.0, 1};
+        return DataType{ValueKind::Number, false, TimeScale{0, 1, true}};
     const bool isDays = word.starts_with(kDays);
     if (!word.ends_with(']') || (!isDays && !word.starts_with(kSeconds)))
         return std::nullopt;
@@ -39,8 +39,8 @@ std::optional<DataType> countingType(std::string_view word)
     const auto year = parseNumber(word);
     if (!year || *year < 0 || *year > kLastYear)
         return std::nullopt;
-    return DataType{ValueKind::Number, isDays, startOfYear(static_cast<int>(*year)),
-                    isDays ? kSecondsPerDay : 1};
+    const double origin = startOfYear(static_cast<int>(*year));
+    return DataType{ValueKind::Number, isDays, TimeScale{origin, isDays ? kSecondsPerDay : 1}};
 }
 
 /// The constant as another kind, if it has none of its own; else null.
@@ -76,6 +76,19 @@ std::optional<ConversionRule> ruleFor(ValueKind from, const DataType& to)
     return isRead || isNumber ? std::optional(ConversionRule::Same) : std::nullopt;
 }
 
+/// A date, a time or a number that counts time, on a scale. A time of day has no date, and the
+/// seconds of a moment are none of a day.
+ExpressionPtr counted(ExpressionPtr expression, const TimeScale& to)
+{
+    const TimeScale from =
+        expression->scale().value_or(TimeScale{0, 1, expression->kind() == ValueKind::Time});
+    if (from.isOfDay != to.isOfDay)
+        throw ModelFault("a time of day and a point of time are asked for as each other");
+    if (from == to)
+        return expression;
+    return std::make_unique<Counting>(std::move(expression), from, to);
+}
+
 } // namespace
 
 std::optional<DataType> dataTypeOf(pugi::xml_node node)
@@ -86,10 +99,16 @@ std::optional<DataType> dataTypeOf(pugi::xml_node node)
     const std::string_view word = given.value();
     for (const auto& [known, kind] : kWords)
         if (word == known)
-            return DataType{kind, word == "integer", std::nullopt, 1};
+            return DataType{kind, word == "integer"};
     if (const auto type = countingType(word))
         return type;
     throw ModelFault("there is no data type \"" + std::string(word) + "\"");
+}
+
+std::optional<TimeScale> timeScaleOf(pugi::xml_node node)
+{
+    const auto type = dataTypeOf(node);
+    return type ? type->scale : std::nullopt;
 }
 
 /// What the model asks for in so many words, and so more than an argument may be turned into.
@@ -98,8 +117,8 @@ ExpressionPtr converted(ExpressionPtr expression, const DataType& type)
     const ValueKind from = expression->kind();
     if (ExpressionPtr constant = from == type.kind ? nullptr : reread(*expression, type.kind))
         expression = std::move(constant);
-    else if (isTemporal(from) && type.origin)
-        return std::make_unique<Counting>(std::move(expression), *type.origin, type.unit);
+    else if (type.scale && (isTemporal(from) || expression->scale()))
+        expression = counted(std::move(expression), *type.scale);
     else if (from != type.kind) {
         const auto rule = ruleFor(from, type);
         if (!rule)
@@ -107,8 +126,9 @@ ExpressionPtr converted(ExpressionPtr expression, const DataType& type)
         expression = std::make_unique<Conversion>(std::move(expression), type.kind, *rule);
     }
     if (type.isWhole)
-        return std::make_unique<Conversion>(std::move(expression), type.kind,
-                                            ConversionRule::ToWhole);
+        expression =
+            std::make_unique<Conversion>(std::move(expression), type.kind, ConversionRule::ToWhole);
+    expression->setScale(type.scale);
     return expression;
 }
 

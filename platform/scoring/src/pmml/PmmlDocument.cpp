@@ -20,9 +20,9 @@ void refuseDocumentType(const pugi::xml_document& document)
 
 PmmlDocument::PmmlDocument(std::istream& stream)
 {
-    // The default passes a document type over without a word.
+    // The default leaves out document types, and texts that are blanks alone.
     const pugi::xml_parse_result result =
-        _document.load(stream, pugi::parse_default | pugi::parse_doctype);
+        _document.load(stream, pugi::parse_default | pugi::parse_doctype | pugi::parse_ws_pcdata);
     if (!result)
         throw ModelFault(std::string("the model is no XML: ") + result.description() + " at byte " +
                          std::to_string(result.offset));
@@ -61,6 +61,15 @@ pugi::xml_node elementIn(pugi::xml_node node, std::string_view name)
 {
     const std::vector<pugi::xml_node> elements = elementsIn(node, name);
     return elements.empty() ? pugi::xml_node() : elements.front();
+}
+
+std::string textOf(pugi::xml_node element)
+{
+    std::string text;
+    for (const pugi::xml_node child : element.children())
+        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata)
+            text += child.value();
+    return text;
 }
 
 std::string required(pugi::xml_node node, const char* attribute)

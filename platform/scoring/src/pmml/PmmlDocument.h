@@ -32,6 +32,9 @@ std::vector<pugi::xml_node> elementsIn(pugi::xml_node node, std::string_view nam
 /// The first of a name; empty if there is none.
 pugi::xml_node elementIn(pugi::xml_node node, std::string_view name);
 
+/// All text of an element: with blanks, CDATA sections and what stands on both sides of a comment.
+std::string textOf(pugi::xml_node element);
+
 /// An attribute without which the element has no meaning. Throws ModelFault.
 std::string required(pugi::xml_node node, const char* attribute);
 double requiredNumber(pugi::xml_node node, const char* attribute);
