@@ -29,8 +29,11 @@ void showResult(HostSession& session, const std::string& fileName, std::size_t k
     if (rows == nullptr)
         throw CommandFault(ExitStatus::JobFailed, "the job's result cannot be read");
     std::ostringstream text;
-    printTable(readTable(*rows, keyCount), look, text);
+    const ResultTable table = readTable(*rows, keyCount);
+    printTable(table, look, text);
     printToStandardOutput(text.str(), watch);
+    if (const std::string rounded = roundedColumnsText(table.columns); !rounded.empty())
+        session.warn(rounded + "; an output file has all digits");
 }
 
 /// Whether the result is shown, not written. An option that would then do nothing is refused:
