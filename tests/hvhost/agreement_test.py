@@ -1,11 +1,12 @@
 """What the host serves and what the engine reads of the same file is the same.
 
 Some differences are meant, since a case of the host has numbers of 53 bits and texts of a fixed width:
-a date with a time of day is a date to the host and a number or timestamp to the engine, microseconds of
-timestamps and integers beyond 2^53 may lose their last digit, and blanks at the end of a text count for
-nothing, so that an empty text in a file with gaps is missing. A text that is not there is blank where
+a date with a time of day that a file keeps as a number is a timestamp to the host and that number to the
+engine, single microseconds of timestamps and integers beyond 2^53 may be rounded, with a warning, and
+blanks at the end of a text count for nothing, so that an empty text in a file with gaps is missing. A text that is not there is blank where
 its variable declares three other values missing, which is all that a variable can.
 """
+import datetime
 import json
 import os
 import re
@@ -197,11 +198,63 @@ class Agreement(Case):
 
     def test_what_a_case_cannot_hold_is_told_and_counted(self):
         for line, says in (("1," + "x" * 40000, r'variable "b": "x{60}\.\.\." is longer than'),
+                           ("1,2024-05-06 07:08:09.000003", r'"b": 2024-05-06 07:08:09\.000003 has more digits'),
                            ("9007199254740993,y", r'variable "a": 9007199254740993 has more digits')):
             source = self.write("much.csv", f"a,b\n{line}\n")
             done = self.run_hvhost("convert", source, self.folder / "out.csv", "--force", "--strict", status=5)
             self.assertRegex(done.stderr, says)
             self.run_hvhost("convert", source, self.folder / "out.csv", "--force", "--strict", "--direct")
+
+    def test_fractions_of_a_second_are_the_same_on_both_roads(self):
+        first = datetime.datetime(2024, 5, 6, 7, 8, 9)
+        stamps = [str(first + datetime.timedelta(milliseconds=i)).rstrip("0") for i in range(1, 1000)]
+        lines = [f"{first},{stamp}" for stamp in stamps]
+        source = self.write("ms.csv", "\n".join(["first,t", *lines, ""]))
+        self.assertEqual(self.on_both_roads("convert", source, "-").stdout, source.read_text())
+        for line in lines[8::250]:
+            seconds = "0." + line.rsplit(".")[1]
+            done = self.on_both_roads("convert", source, "-", "--where", f"secondsBetween(x.first, x.t) == {seconds}")
+            self.assertEqual(done.stdout, f"first,t\n{line}\n")
+        done = self.on_both_roads("aggregate", source, "--by", "t", "--stat", "count", "--format", "csv")
+        self.assertEqual(sorted(done.stdout.splitlines()[1:]), sorted(stamp + ",1" for stamp in stamps))
+        interval, = json.loads(self.run_hvhost("describe", source, "first", "--date", "t", "--format", "json")
+                               .stdout)["groups"][0]["timeIntervals"]
+        self.assertEqual([interval[key] for key in ("unit", "increment", "missingPoints")], ["second", 0.001, 0])
+
+    def test_moments_that_a_file_keeps_as_numbers(self):
+        """Durations, and dates with a time of day, are served whole."""
+        noon = 12219379200 + 18262 * 86400 + 43200  # 2020-01-01, in the host's seconds
+        path = self.parquet("odd.sav", f"SELECT * FROM (VALUES (90000.5::DOUBLE, {noon}::DOUBLE, 2.0::DOUBLE), "
+                            f"(-60, {noon + 86400}, 0), (99, {noon + 1800}, 1)) AS v(long, noon, w)",
+                            dictionary=json.dumps({"weight": "w", "variables": [
+                                {"name": "long", "print": {"type": 21, "width": 8}, "missing": {"values": [99]}},
+                                {"name": "noon", "print": {"type": 20, "width": 11},
+                                 "valueLabels": [{"value": noon, "label": "New Year"}],
+                                 "missing": {"values": [noon + 1800]}}, {"name": "w"}]}))
+        expected = ["long,noon,w", "90000.5,2020-01-01 12:00:00,2.0", "-60.0,2020-01-02 12:00:00,0.0", ",,1.0"]
+        done = self.run_hvhost("convert", path, "-", "--to", "csv", "--user-missing", "exclude")
+        self.assertEqual(done.stdout.splitlines(), expected)
+        self.run_hvhost("convert", path, self.folder / "out.sav")
+        self.assertEqual(self.records(self.folder / "out.sav")[1:3], expected[1:3])
+        long, when, _ = self.facts(self.folder / "out.sav")["variables"]
+        self.assertEqual((long["type"], long["format"]["type"], long["missing"]["values"]), ("time", 21, [99]))
+        seconds = noon - 12219379200
+        self.assertEqual((when["type"], when["valueLabels"], when["missing"]["values"]),
+                         ("timestamp", [{"value": seconds, "label": "New Year"}], [seconds + 1800]))
+        text = self.run_hvhost("describe", path, "long", "--date", "noon", "--by", "noon", "--format", "json").stdout
+        group = json.loads(text)["groups"][0]
+        self.assertEqual(group["by"][0]["value"], "2020-01-01 12:00:00")
+        self.assertEqual((group["fields"][0]["maximum"], group["timeIntervals"][0]["start"]),
+                         (90000.5, "2020-01-01 12:00:00"))
+
+    def test_what_is_shown_is_what_is_written(self):
+        source = self.write("big.csv", "k,n\na,9007199254740993\na,1\nb,5\n")
+        words = ("aggregate", source, "--by", "k", "--stat", "sum:n", "--direct", "--strict")
+        self.run_hvhost(*words, self.folder / "sums.csv", "--stat", "max:n")
+        self.assertIn("a,9007199254740994,9007199254740993", (self.folder / "sums.csv").read_text())
+        done = self.run_hvhost(*words, "--stat", "max:n", "--where", "x.n > 1", status=5)
+        self.assertIn('whole numbers from 9007199254740992 on may be shown rounded: of "sum_n", "max_n"', done.stderr)
+        self.run_hvhost(*words, "--where", "x.n < 10")
 
     def test_what_a_column_cannot_be_is_no_reason_to_stop(self):
         """A missing value with a fraction of whole numbers; a format that shows little of a text."""
