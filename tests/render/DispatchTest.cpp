@@ -175,8 +175,9 @@ TEST_F(DispatchTest, ContentIsFoundByPath)
         EXPECT_FALSE(output.hasGeoJSONMapFeatures(name)) << name;
 }
 
-// Whichever call into the machine fails: within an order this costs the order, ahead of the orders
-// the exception passes, and nothing is left behind.
+// Whichever call into the machine fails: within an order this costs the order. Ahead of the orders
+// the exception passes, except from the lookup of a member, which is then absent. Nothing is left
+// behind.
 TEST_F(DispatchTest, AJavaFailureCostsOneOrderOrPasses)
 {
     const std::string document =
@@ -186,22 +187,23 @@ TEST_F(DispatchTest, AJavaFailureCostsOneOrderOrPasses)
     const std::vector<OutputOrder> orders = {order("A", "a", OutputOrder::Pivot),
                                              order("B", "c", OutputOrder::Chart)};
     const std::string whole = shown(document, orders);
-    int passed = 0;
+    int passedFromDataModel = 0;
+    int passedFromMessages = 0;
     for (const auto fault : {RecordingJni::Fault::OutOfMemory, RecordingJni::Fault::Exception,
                              RecordingJni::Fault::NothingReturned}) {
         for (int call = 1, wasReached = 1; wasReached != 0; ++call) {
             OutputTree::instance().clear();
             bool isDone = false;
-            bool hasField = false;
+            int* passed = &passedFromDataModel;
             jni().failAt(call, fault);
             try {
                 jsonToTarn output(procedure.get(), &source, strings, json(document));
                 for (const OutputOrder& one : orders)
                     output.addObjectToOutput(one);
+                passed = &passedFromMessages;
                 isDone = output.generateOutput("r");
-                hasField = output.getDataDictionary().findField("f") != nullptr;
             } catch (const JNIException&) {
-                ++passed;
+                ++*passed;
                 EXPECT_THAT(outputText(), testing::Not(testing::HasSubstr("heading A")));
             }
             wasReached = jni().endFault() ? 1 : 0;
@@ -209,10 +211,6 @@ TEST_F(DispatchTest, AJavaFailureCostsOneOrderOrPasses)
             if (isDone) {
                 EXPECT_THAT(text, testing::AllOf(testing::HasSubstr("heading A"),
                                                  testing::HasSubstr("heading B")));
-                if (fault != RecordingJni::Fault::NothingReturned) {
-                    EXPECT_TRUE(hasField) << call;
-                    EXPECT_THAT(text, testing::HasSubstr("message")) << call;
-                }
             }
             if (wasReached == 0) {
                 EXPECT_EQ(text, whole);
@@ -220,5 +218,6 @@ TEST_F(DispatchTest, AJavaFailureCostsOneOrderOrPasses)
             }
         }
     }
-    EXPECT_GT(passed, 0);
+    EXPECT_GT(passedFromDataModel, 0);
+    EXPECT_GT(passedFromMessages, 0);
 }

@@ -85,8 +85,7 @@ void refuseOptionsThatExit(const std::vector<std::string>& texts)
 void requireWorkingDirectory()
 {
     std::error_code error;
-    static_cast<void>(std::filesystem::current_path(error));
-    if (error)
+    if (std::filesystem::current_path(error).empty())
         throw VexaJVMError("The Java virtual machine needs the working directory, which is gone or "
                            "cannot be read: " +
                            error.message());
