@@ -183,8 +183,8 @@ class Render(Case):
             self.assertIn("│       7 │", done.stdout)
             # A filter makes a table of one row of it.
             order = {"objects": {"location": "vast", "title": "V", "showRows": "3"}}
-            document["r"]["vast"]["cells"][0]["cells"]["sparse"] = {"index": ["3" * dimensions], "value": [7]}
-            self.assertIn(" 7.0 │", self.render(document, order).stdout)
+            document["r"]["vast"]["cells"][0]["cells"]["sparse"] = {"index": ["3" * dimensions], "value": [7.46]}
+            self.assertIn(" 7.5 │", self.render(document, order).stdout)
 
     def test_a_large_table_is_shown_whole(self):
         count = 300
