@@ -27,8 +27,8 @@ public:
     virtual ~Road() = default;
     /// Turns faults on with true, off with false.
     using FaultSwitch = std::function<void(bool)>;
-    /// Faults are on during the work only, not while its result is looked at. Nothing that is thrown
-    /// leaves it.
+    /// Faults are on during the work only, not while its result is looked at. Nothing that is
+    /// thrown leaves it.
     virtual RoadResult run(const FaultSwitch& faults) = 0;
     /// Files and folders that are there, and what else a run may leave, by name.
     virtual std::vector<std::string> filesLeft() const = 0;
