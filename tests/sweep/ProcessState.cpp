@@ -38,7 +38,7 @@ int unnamedThreads()
 
 int threadsNow(int expected)
 {
-    constexpr int kTries = 100;
+    constexpr int kTries = 20;
     int threads = unnamedThreads();
     for (int i = 0; i < kTries && threads > expected; ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
