@@ -16,8 +16,8 @@ struct ProcessState
     std::int64_t split = 0;
     bool hasInterruptHandler = false;
 
-    /// Threads that are about to end are waited for, a fifth of a second at most, while there are more than
-    /// `expectedThreads`. `jni` is null before the machine runs.
+    /// Threads that are about to end are waited for, a fifth of a second at most, while there are
+    /// more than `expectedThreads`. `jni` is null before the machine runs.
     static ProcessState now(const RecordingJni* jni, int expectedThreads);
     /// What is not as it was, in words; empty if all is. A process may end threads and close files
     /// that it kept.
