@@ -5,6 +5,7 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 
@@ -368,19 +369,24 @@ void parse(CLI::App& app, int count, char** words)
 
 constexpr const char* kUnknownReason = "the command failed for a reason that is not known";
 
+bool isBlank(std::string_view text)
+{
+    return text.find_first_not_of(" \n") == std::string_view::npos;
+}
+
 /// What ends the command, whatever it is: called while it is handled.
 CommandFault faultInFlight()
 {
     try {
         throw;
     } catch (const CommandFault& fault) {
-        if (std::string(fault.what()).find_first_not_of(" \n") == std::string::npos)
-            return {fault.status(), kUnknownReason, fault.hint(), fault.detail()};
-        return fault;
+        return isBlank(fault.what())
+                   ? CommandFault{fault.status(), kUnknownReason, fault.hint(), fault.detail()}
+                   : fault;
     } catch (const std::bad_alloc&) {
         return {ExitStatus::JobFailed, "there is not enough memory"};
     } catch (const std::exception& error) {
-        return {ExitStatus::JobFailed, error.what()};
+        return {ExitStatus::JobFailed, isBlank(error.what()) ? kUnknownReason : error.what()};
     } catch (...) {
         return {ExitStatus::JobFailed, kUnknownReason};
     }
