@@ -453,7 +453,7 @@ TEST_F(MapJob, ALayerWithoutAnEndIsRefused)
     EXPECT_EQ(count({.wanted = 35, .records = 20}), "35");
     // A page of ten records has more values, one of five has not.
     EXPECT_EQ(count({.wanted = 35, .values = 100}), "35");
-    EXPECT_THAT(count({.wanted = 35, .values = 10}), HasSubstr("holds more than 10 values"));
+    EXPECT_THAT(count({.wanted = 35, .values = 5}), HasSubstr("holds more than 5 values"));
     EXPECT_THAT(count({.records = 20}),
                 HasSubstr("/endless/3: the layer has more than 20 records"));
     EXPECT_THAT(count({.wanted = 1000, .bytes = 2000}),
