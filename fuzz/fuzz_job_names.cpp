@@ -64,7 +64,7 @@ void check(std::string data)
 /// The leak check misreads blocks of thread-local storage of Java's threads.
 extern "C" const char* __asan_default_options()
 {
-    return "intercept_tls_get_addr=0:detect_leaks=0:malloc_context_size=4";
+    return "detect_odr_violation=0:intercept_tls_get_addr=0:detect_leaks=0:malloc_context_size=4";
 }
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)

@@ -102,7 +102,7 @@ void tooLittleMemoryIsTold()
 
 void tooLittleSpaceIsTold()
 {
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#ifndef HV_SANITIZED
     constexpr rlim_t kBytes = 600'000'000;
     const rlimit limit{kBytes, kBytes};
     setrlimit(RLIMIT_AS, &limit);

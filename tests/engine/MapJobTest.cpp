@@ -80,8 +80,8 @@ double areaOf(const nlohmann::json& geometry)
 {
     const bool isOne = geometry["type"] == "Polygon";
     double area = 0;
-    for (const auto& polygon :
-         isOne ? nlohmann::json{geometry["coordinates"]} : geometry["coordinates"])
+    const nlohmann::json& coordinates = geometry["coordinates"];
+    for (const auto& polygon : isOne ? nlohmann::json::array({coordinates}) : coordinates)
         for (const auto& ring : polygon)
             for (std::size_t i = 0; i + 1 < ring.size(); ++i)
                 area += (ring[i][0].get<double>() * ring[i + 1][1].get<double>() -
