@@ -50,7 +50,7 @@ constexpr std::pair<std::string_view, const char*> kHints[] = {
     {": a quote is not closed", kSkippingHint},
     {": text follows a closing quote", kSkippingHint},
     {"that the host's database may take",
-     "--direct leaves the file to the engine, which may take more, where the command has it"},
+     "the engine may take more: --direct --user-missing exclude leaves the file to it"},
     {"the encoding", "for example --encoding windows-1252"},
     {"the file is no text", "--encoding names the encoding that it is in"},
 };

@@ -16,6 +16,7 @@
 #include "StandardStreams.h"
 #include "TerminalText.h"
 #include "TextTable.h"
+#include "ValueText.h"
 #include "data/HVDataModel.h"
 #include "support/Conversions.h"
 #include "support/Transcoding.h"
@@ -125,14 +126,17 @@ private:
         constexpr double kMost = 1.7976931348623157e308;
         return limit.IsNull() || (limit.IsReal() && std::abs(limit.GetReal()) == kMost);
     }
-    static std::string endOf(const CFDatum& limit, const char* open)
+    std::string endOf(const CFDatum& limit, const char* open) const
     {
         return isOpen(limit) ? open : shown(limit);
     }
     static Json limit(const CFDatum& limit) { return isOpen(limit) ? Json() : jsonOf(limit); }
-    static std::string shown(const CFDatum& datum)
+    std::string shown(const CFDatum& datum) const
     {
-        return datum.IsString() ? "\"" + datum.GetString() + "\"" : datum.ToString(-1);
+        if (datum.IsString())
+            return "\"" + datum.GetString() + "\"";
+        return datum.IsReal() ? numberText(datum.GetReal(), _field.GetStorage())
+                              : datum.ToString(-1);
     }
     static Json jsonOf(const CFDatum& datum)
     {

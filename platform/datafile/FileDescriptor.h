@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace datafile {
@@ -32,6 +33,11 @@ public:
     int get() const { return _descriptor; }
     /// Gives the ownership up.
     void release() { _descriptor = -1; }
+
+    /// Locks the file or folder for as long as it is open, against other processes that lock it
+    /// too. False, with errno set: EWOULDBLOCK if another one holds the lock, another number if the
+    /// file system has no locks.
+    bool lockAlone() const { return flock(_descriptor, LOCK_EX | LOCK_NB) == 0; }
 
     /// False, with errno set, if not all bytes could be written.
     bool writeAll(const void* bytes, std::size_t count) const

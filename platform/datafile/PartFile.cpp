@@ -12,7 +12,6 @@
 #include <utility>
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include "datafile/NativePath.h"
@@ -22,7 +21,7 @@ namespace {
 
 constexpr std::string_view kMark = ".hv-"; ///< before the numbers that make a name unique
 constexpr std::string_view kEnding = ".part";
-constexpr int kMostTries = 100;
+constexpr int kMostPartNames = 100;
 
 /// No name of this process repeats, and hardly one of another process.
 std::string newName(const std::string& destination)
@@ -47,11 +46,6 @@ bool isPartName(std::string_view name)
     return name.find_first_not_of("0123456789-", mark + kMark.size()) == std::string_view::npos;
 }
 
-bool lock(const FileDescriptor& file)
-{
-    return flock(file.get(), LOCK_EX | LOCK_NB) == 0;
-}
-
 /// Whether the file still has a name. Between its making and its locking a sweep may take it.
 bool isNamed(const FileDescriptor& file)
 {
@@ -66,7 +60,7 @@ void sweepPart(const std::string& path)
         open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat state = {};
     if (!file || fstat(file.get(), &state) != 0 || !S_ISREG(state.st_mode) ||
-        state.st_uid != geteuid() || !lock(file))
+        state.st_uid != geteuid() || !file.lockAlone())
         return;
     // Its writer may have renamed it and ended just before the lock was free.
     struct stat named = {};
@@ -105,14 +99,14 @@ try {
 PartFile::PartFile(const std::string& destination, mode_t mode)
 {
     sweepOnce(folderOf(destination));
-    for (int tries = 0; tries < kMostTries; ++tries) {
+    for (int tries = 0; tries < kMostPartNames; ++tries) {
         std::string path = newName(destination);
         FileDescriptor file(
             open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
         if (!file && errno != EEXIST)
             break;
         // On a file system without locks nobody can sweep either.
-        if (file && (lock(file) || errno != EWOULDBLOCK) && isNamed(file)) {
+        if (file && (file.lockAlone() || errno != EWOULDBLOCK) && isNamed(file)) {
             _path = std::move(path);
             _file = std::move(file);
             return;

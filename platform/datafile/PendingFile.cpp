@@ -13,8 +13,8 @@
 namespace datafile {
 namespace {
 
-constexpr mode_t kAnyNewFile = 0666; // less what the process's mask takes away
-constexpr mode_t kOwnerAlone = 0600;
+constexpr mode_t kNewFileMode = 0666; // less what the process's mask takes away
+constexpr mode_t kPrivateFileMode = 0600;
 
 /// Makes a rename last. A file system that cannot do so has renamed all the same.
 void syncFolder(const std::string& folder)
@@ -37,7 +37,7 @@ const std::string& PendingFile::path()
     if (_part)
         return _part.path();
     try {
-        _part = PartFile(_target.path, _target.replaced ? kOwnerAlone : kAnyNewFile);
+        _part = PartFile(_target.path, _target.replaced ? kPrivateFileMode : kNewFileMode);
     } catch (const std::system_error& error) {
         refuse(_step, _destination, error.code().value());
     }

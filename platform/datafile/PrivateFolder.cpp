@@ -6,7 +6,6 @@
 #include <utility>
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,17 +14,12 @@ namespace fs = std::filesystem;
 namespace datafile {
 namespace {
 
-constexpr mode_t kFolderMode = 0700;
-constexpr int kMostFolderTries = 100;
+constexpr mode_t kPrivateFolderMode = 0700;
+constexpr int kMostFolderNames = 100;
 
 FileDescriptor openFolder(const std::string& path)
 {
     return FileDescriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-}
-
-bool lockFolder(const FileDescriptor& folder)
-{
-    return folder && flock(folder.get(), LOCK_EX | LOCK_NB) == 0;
 }
 
 /// Whether the path still leads to the folder: a sweep may have been faster.
@@ -42,7 +36,7 @@ void sweepFolder(const std::string& path)
     const FileDescriptor folder = openFolder(path);
     struct stat state = {};
     if (!folder || fstat(folder.get(), &state) != 0 || state.st_uid != geteuid() ||
-        !lockFolder(folder))
+        !folder.lockAlone())
         return;
     std::error_code ignored; // what is left is left to the next sweep
     if (isAt(folder, path))
@@ -63,13 +57,13 @@ void sweep(const std::string& parent, const std::string& prefix)
 PrivateFolder::PrivateFolder(const std::string& parent, const std::string& prefix)
 {
     sweep(parent, prefix);
-    for (int tries = 0; tries < kMostFolderTries; ++tries) {
+    for (int tries = 0; tries < kMostFolderNames; ++tries) {
         std::string path = parent + "/" + prefix + "XXXXXX";
         if (!mkdtemp(path.data()))
             break;
         FileDescriptor folder = openFolder(path);
         // On a file system without locks nobody can sweep either.
-        if (folder && (lockFolder(folder) || errno != EWOULDBLOCK) && isAt(folder, path)) {
+        if (folder && (folder.lockAlone() || errno != EWOULDBLOCK) && isAt(folder, path)) {
             _path = std::move(path);
             _folder = std::move(folder);
             _owner = getpid();
@@ -125,7 +119,7 @@ void makeOwnersFolders(const std::string& path, std::error_code& error)
         makeOwnersFolders(parent, error);
     error.clear();
     // Another process may make it in between.
-    if (mkdir(path.c_str(), kFolderMode) != 0 && !fs::is_directory(path))
+    if (mkdir(path.c_str(), kPrivateFolderMode) != 0 && !fs::is_directory(path))
         error = {errno, std::generic_category()};
 }
 

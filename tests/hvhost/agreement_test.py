@@ -298,6 +298,14 @@ class Agreement(Case):
                     count = self.run_hvhost("aggregate", source, "--stat", "count", "--format", "csv", *road)
                     self.assertEqual(count.stdout.split()[1], str(records))
 
+    def test_texts_that_are_not_there_and_zeros_in_texts(self):
+        told = json.dumps({"variables": [{"name": "t", "type": "text", "width": 8}]})
+        path = self.parquet("gaps.sav", "SELECT unnest(['x', NULL, 'a' || chr(0) || 'b']) AS t", dictionary=told)
+        self.assertEqual(self.on_both_roads("aggregate", path, "--stat", "count:t", "--format", "csv").stdout,
+                         "count_t\n2\n")
+        field = json.loads(self.run_hvhost("describe", path, "--format", "json").stdout)["groups"][0]["fields"][0]
+        self.assertEqual([value["value"] for value in field["values"]], ["a\ufffdb", "x"])
+
     def test_encodings(self):
         for encoding, text in (("Shift_JIS", "表示,ｶﾅ\n能,1\n"), ("GB18030", "中,𠀀\n€,1\n"),
                                ("windows-1252", "Größe,„x“\n€,1\n"), ("ISO-8859-15", "œ,é\n€,1\n")):

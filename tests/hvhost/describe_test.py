@@ -235,6 +235,22 @@ class Describe(Case):
             for found in (shown, on_page):
                 self.assertEqual(",".join(map(" ".join, found)), rows)
 
+    def test_missing_dates_open_ends_and_infinite_weights(self):
+        told = {"fields": [{"name": "d", "measure": "nominal", "missingValues": {"Value": ["-141428"]}},
+                           {"name": "e", "missingValues": {"minValue": 18262}}]}
+        known = self.folder / "dates.sav"
+        data = self.write("dates.csv", "d,e,w\n1582-10-14,2019-01-01,1\n2020-01-01,2019-01-01,inf\n2020-01-01,,2\n"
+                                       ",2019-01-01,-1\n")
+        self.run_hvhost("run", "-", "--data", f"in={data}", "--save", f"out={known}",
+                        text=f'read({{"dataSource": "in"}}) -> updateDataModel({json.dumps(told)}) -> '
+                             'write({"dataSource": "out", "mode": "overwrite"})')
+        group, = self.groups(known, "d", "--weight", "w")
+        self.assertEqual(group["fields"][0]["missingValues"], [{"value": "1582-10-14", "count": 1, "weight": 1}])
+        self.assertEqual((group["cases"], group["casesLeftOut"]), (2, 2))
+        info = self.run_hvhost("info", known).stdout
+        self.assertRegex(info, r"│ d .*│ 1582-10-14 +│")
+        self.assertRegex(info, r"│ e .*│ 2020-01-01 to highest │")
+
     def test_limit_of_distinct_values(self):
         text = self.run_hvhost("describe", WEATHER, "weather", "--distinct", 4).stdout
         self.assertIn("Comment: weather has more values than are told one by one", text)

@@ -1,5 +1,6 @@
 #include "components/descriptives/ValueCounts.h"
 
+#include <string>
 #include <utility>
 
 #include "datafile/ColumnTypes.h"
@@ -8,13 +9,22 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr std::size_t kMostMissingValues = 100;
+constexpr const char* kReplacement = "\xEF\xBF\xBD"; ///< U+FFFD
+
+/// A text as documents can hold it: XML and the host's labels end at a zero character.
+std::string withoutZeros(std::string text)
+{
+    for (auto at = text.find('\0'); at != std::string::npos; at = text.find('\0', at))
+        text.replace(at, 1, kReplacement);
+    return text;
+}
 
 CFDatum datumAt(duck::Result& rows, std::size_t row, CFField::StorageType storage)
 {
     if (storage == CFField::Integer)
         return CFDatum(rows.integer(0, row));
     if (storage == CFField::String || storage == CFField::Unknown)
-        return CFDatum(rows.bytes(0, row));
+        return CFDatum(withoutZeros(rows.bytes(0, row)));
     const auto number = rows.real(0, row);
     return number ? CFDatum(*number) : CFDatum();
 }
