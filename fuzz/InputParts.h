@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/// What is between the parts of an input that stands for several files.
+/// Separates the files within one input.
 inline constexpr std::string_view kPartMark = "\n%%%\n";
 
 /// An input cut at each mark, up to `most` parts.

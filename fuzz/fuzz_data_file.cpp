@@ -27,7 +27,7 @@ void readDictionary(const UserInputCaseFile& file)
 
 void readCases(const UserInputCaseFile& file)
 {
-    constexpr long long kMost = 1000; // a run-length of a column may stand for billions
+    constexpr long long kMost = 1000; // a run length may claim billions of values
     const VEXA_DataSource& source = *file.DataSource();
     const std::unique_ptr<VEXA_InputCaseIterator> cases(source.MakeIterator(nullptr));
     while (cases->GetCaseCount() < kMost && cases->NextCase() != 0)

@@ -51,8 +51,8 @@ void ask(Question question)
 {
     try {
         question();
-    } catch (const CFMetaDataError&) { // a data model that is none
-    } catch (const JNIException&) {    // a document that is none, or lacks something
+    } catch (const CFMetaDataError&) { // an invalid data model
+    } catch (const JNIException&) {    // an invalid or incomplete document
     }
 }
 

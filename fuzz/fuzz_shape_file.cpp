@@ -24,7 +24,7 @@ void readAll(Layer& layer)
     require(!all.empty() && layer.fields().back().GetGeo() != nullptr);
     layer.rewind(all);
     LayerValue value;
-    constexpr int kMost = 1000; // a header may tell of more records than there are
+    constexpr int kMost = 1000; // a header may claim more records than there are
     for (int record = 0; record < kMost && layer.next(); ++record)
         for (const std::size_t field : all)
             layer.read(field, value);

@@ -176,7 +176,7 @@ public:
             _origin);
         GroupDescription group = readDescription(model, statXml, intervals);
         group.key = groups.key();
-        // The engine leaves out infinite weights too; a result document tells of them itself.
+        // The engine leaves out infinite weights too; a result document reports them itself.
         const auto records = results ? std::nullopt : factOf(group.facts, "records");
         group.leftOut =
             records ? cases.GetNCases() - std::stoi(*records) : cases.GetNInvalidCases();

@@ -34,7 +34,7 @@ public:
     class Abandonable
     {
     public:
-        /// Borrows the watch. An empty path stands for no unfinished file.
+        /// Borrows the watch. An empty path means that there is no unfinished file.
         explicit Abandonable(const InterruptWatch& watch, const std::string& unfinishedFile = {});
         ~Abandonable() { end(); }
         Abandonable(const Abandonable&) = delete;

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kJsonSchema = 1;
 
-/// From here on, a double stands for more than one whole number.
+/// From here on, several whole numbers share one double.
 constexpr double kTwoTo53 = 9007199254740992;
 
 void printCsvCell(std::ostream& out, const std::string& text)
