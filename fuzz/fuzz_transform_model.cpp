@@ -30,7 +30,8 @@ Value valueFor(const IMCVariable& variable, double number)
     return std::to_string(number).c_str();
 }
 
-/// Whatever the model and the row are, a result is a value or missing.
+/// Whatever the model and the row are, a result is finite, missing, or not-a-number if it is
+/// invalid.
 void score(IMCScoreComputer& model, double number)
 {
     MCVarList inputs;
@@ -45,7 +46,7 @@ void score(IMCScoreComputer& model, double number)
     if (model.Compute(input, output, 0).IsError())
         return;
     for (int i = 0; i < output.Size(); ++i)
-        require(std::isfinite(output[i].GetNumber()));
+        require(!std::isinf(output[i].GetNumber()));
 }
 
 } // namespace

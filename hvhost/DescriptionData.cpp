@@ -65,6 +65,15 @@ Json jsonValues(const FieldDescription& description)
     return list;
 }
 
+/// A value out of the document of counts, where points of time are numbers.
+std::optional<std::string> shownValue(const std::optional<std::string>& text,
+                                      CFField::StorageType storage)
+{
+    if (!text || storage == CFField::String || isNumber(storage))
+        return text;
+    return numberText(std::strtod(text->c_str(), nullptr), storage);
+}
+
 /// What counts as missing, as it was declared; null for what has no value.
 Json jsonMissing(const FieldDescription& description)
 {
@@ -72,7 +81,8 @@ Json jsonMissing(const FieldDescription& description)
     Json list = Json::array();
     for (const Facts& counts : description.missingCounts) {
         const std::optional<std::string> text = factOf(counts, "value");
-        Json entry = {{"value", jsonText(text, field.GetStorage())}};
+        const CFField::StorageType storage = field.GetStorage();
+        Json entry = {{"value", jsonText(shownValue(text, storage), storage)}};
         for (const CFValue& value : field.GetValueLabels())
             if (text && !value.GetLabel().empty() && value.GetText() == *text)
                 entry["label"] = value.GetLabel();

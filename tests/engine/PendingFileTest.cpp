@@ -132,6 +132,10 @@ TEST_F(PendingFileTest, WhatMayNotBeReplacedIsRefusedAndNamed)
 
 TEST_F(PendingFileTest, WhatAKilledProcessLeavesIsSweptByItsLock)
 {
+#ifdef __SANITIZE_THREAD__
+    GTEST_SKIP()
+        << "the sanitizer counts 64 locks, and the database's allocator takes more in a fork";
+#endif
     leavePart([this] {
         PendingFile file(at("killed.csv"), "");
         file.write("half");

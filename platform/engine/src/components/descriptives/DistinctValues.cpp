@@ -1,7 +1,6 @@
 #include "components/descriptives/DistinctValues.h"
 
 #include "components/descriptives/ValueCounts.h"
-#include "datafile/ColumnTypes.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -27,7 +26,7 @@ duck::Result countValues(const ComponentQueries& queries, const InputTable& tabl
 {
     const std::string x = table.column(summary.field);
     const std::string limit = most ? " LIMIT " + std::to_string(*most + 1) : std::string();
-    return queries.run("SELECT " + onModelScale("x", summary.field.GetStorage()) +
+    return queries.run("SELECT " + countedValue("x", summary.field.GetStorage()) +
                        ", n, f FROM (SELECT " + x + " AS x, count(*) AS n, CAST(sum(w) AS DOUBLE)" +
                        " AS f FROM " + table.name() + " WHERE " + x +
                        " IS NOT NULL GROUP BY ALL) ORDER BY x" + limit);

@@ -9,22 +9,13 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr std::size_t kMostMissingValues = 100;
-constexpr const char* kReplacement = "\xEF\xBF\xBD"; ///< U+FFFD
-
-/// A text as documents can hold it: XML and the host's labels end at a zero character.
-std::string withoutZeros(std::string text)
-{
-    for (auto at = text.find('\0'); at != std::string::npos; at = text.find('\0', at))
-        text.replace(at, 1, kReplacement);
-    return text;
-}
 
 CFDatum datumAt(duck::Result& rows, std::size_t row, CFField::StorageType storage)
 {
     if (storage == CFField::Integer)
         return CFDatum(rows.integer(0, row));
     if (storage == CFField::String || storage == CFField::Unknown)
-        return CFDatum(withoutZeros(rows.bytes(0, row)));
+        return CFDatum(rows.bytes(0, row));
     const auto number = rows.real(0, row);
     return number ? CFDatum(*number) : CFDatum();
 }
@@ -32,7 +23,7 @@ CFDatum datumAt(duck::Result& rows, std::size_t row, CFField::StorageType storag
 duck::Result countMissing(const ComponentQueries& queries, const InputTable& table,
                           const std::string& column, CFField::StorageType storage)
 {
-    return queries.run("SELECT " + onModelScale("x", storage) + ", n, f FROM (SELECT " + column +
+    return queries.run("SELECT " + countedValue("x", storage) + ", n, f FROM (SELECT " + column +
                        " AS x, count(*) AS n, CAST(sum(w) AS DOUBLE) AS f FROM " + table.name() +
                        " WHERE " + column + " IS NOT NULL GROUP BY ALL) ORDER BY x LIMIT " +
                        std::to_string(kMostMissingValues + 1));
@@ -47,6 +38,13 @@ bool isNoValue(const CFDatum& value, const CFField& field)
 }
 
 } // namespace
+
+std::string countedValue(const std::string& column, CFField::StorageType storage)
+{
+    if (storage == CFField::String || storage == CFField::Unknown)
+        return "replace(" + column + ", chr(0), '\xEF\xBF\xBD')"; // U+FFFD
+    return onModelScale(column, storage);
+}
 
 ValueCount valueCountAt(duck::Result& rows, std::size_t row, CFField::StorageType storage)
 {
