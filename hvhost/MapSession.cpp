@@ -99,7 +99,7 @@ void MapSession::settle(bool isDone, const std::string& source, const JobOrigin&
     _host.log("failed: " + fault.id + " " + fault.text + " " + fault.detail);
     // Without an id it is no job that says so, but what was found before one.
     if (fault.id.empty()) {
-        // The engine's side tells a refused archive as one without a shape file.
+        // The library reports an archive that it cannot unpack as one without a shape file.
         const std::string problem = archiveProblem(source);
         throw CommandFault(ExitStatus::Input,
                            source + ": " + (problem.empty() ? fault.text : problem));
