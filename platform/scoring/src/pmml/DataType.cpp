@@ -76,8 +76,8 @@ std::optional<ConversionRule> ruleFor(ValueKind from, const DataType& to)
     return isRead || isNumber ? std::optional(ConversionRule::Same) : std::nullopt;
 }
 
-/// A date, a time or a number that counts time, on a scale. A time of day has no date, and the
-/// seconds of a moment are none of a day.
+/// A date, a time or a number that counts time, on a scale. A time of day cannot become a point of
+/// time, nor the other way round.
 ExpressionPtr counted(ExpressionPtr expression, const TimeScale& to)
 {
     const TimeScale from =
