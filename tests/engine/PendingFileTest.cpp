@@ -130,12 +130,12 @@ TEST_F(PendingFileTest, WhatMayNotBeReplacedIsRefusedAndNamed)
     EXPECT_EQ(read("protected"), "keep");
 }
 
+#ifndef __SANITIZE_THREAD__
+// They fork. The thread sanitizer counts at most 64 locks, and the database's allocator takes more
+// of them before a fork.
+
 TEST_F(PendingFileTest, WhatAKilledProcessLeavesIsSweptByItsLock)
 {
-#ifdef __SANITIZE_THREAD__
-    GTEST_SKIP()
-        << "the sanitizer counts 64 locks, and the database's allocator takes more in a fork";
-#endif
     leavePart([this] {
         PendingFile file(at("killed.csv"), "");
         file.write("half");
@@ -175,6 +175,7 @@ TEST_F(PendingFileTest, FoldersOfKilledProcessesAreSweptToo)
     EXPECT_EQ(mode(at("a")), 0700U);
     EXPECT_EQ(mode(at("a/b/c")), 0700U);
 }
+#endif
 
 } // namespace
 } // namespace EmbeddedHV
