@@ -340,7 +340,11 @@ public:
 int reportFault(const CommandFault& fault, const CommonOptions& common)
 {
     const std::string text = withoutLineEnds(fault.what());
-    appendToLog(common.logFile, "error: " + withoutLineEnds(fault.logText()));
+    // A stopped command ends now, even if nobody reads its log.
+    const bool isStopped =
+        fault.status() == ExitStatus::Interrupted || fault.status() == ExitStatus::Timeout;
+    appendToLog(common.logFile, "error: " + withoutLineEnds(fault.logText()),
+                isStopped ? LogWait::Never : LogWait::ForReader);
     if (fault.status() == ExitStatus::NoReader)
         return static_cast<int>(fault.status());
     std::cout.flush();

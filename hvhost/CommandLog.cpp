@@ -1,5 +1,7 @@
 #include "CommandLog.h"
 
+#include <fcntl.h>
+
 #include <algorithm>
 #include <array>
 #include <ctime>
@@ -9,6 +11,7 @@
 
 #include "CommandFault.h"
 #include "UserMessages.h"
+#include "datafile/FileDescriptor.h"
 
 namespace {
 
@@ -47,11 +50,18 @@ bool isForeign(const std::string& file)
 
 } // namespace
 
-void appendToLog(const std::string& file, const std::string& line)
+void appendToLog(const std::string& file, const std::string& line, LogWait wait)
 {
     // By now the command may have put its output there.
-    if (!file.empty() && !isForeign(file))
-        std::ofstream(file, std::ios::app) << currentTime() << ' ' << shownMessage(line) << '\n';
+    if (file.empty() || isForeign(file))
+        return;
+    constexpr mode_t kAnyNewFile = 0666; // less what the process's mask takes away
+    const int flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC;
+    const datafile::FileDescriptor log(
+        open(file.c_str(), wait == LogWait::Never ? flags | O_NONBLOCK : flags, kAnyNewFile));
+    const std::string text = currentTime() + ' ' + shownMessage(line) + '\n';
+    if (log)
+        log.writeAll(text.data(), text.size());
 }
 
 void checkLog(const std::string& file)

@@ -6,7 +6,8 @@
 #include "bridge/JavaCollections.h"
 #include "bridge/JavaSignatures.h"
 
-JNITargetMap::JNITargetMap(std::string json)
+// Callers hand the text over by value: the signature is part of the exported interface.
+JNITargetMap::JNITargetMap(std::string json) // NOLINT(performance-unnecessary-value-param)
 {
     init(JavaClassNames::TargetMap, true);
     JavaCall(*this, "fromJSON", "(" SIG_STRING ")Z", OnFailure::Record)

@@ -84,6 +84,9 @@ void showValues(const std::string& title, const std::vector<Obs*>& values,
 
 } // namespace
 
+// Callers hand titles over by value: the signatures are part of the exported interface.
+// NOLINTBEGIN(performance-unnecessary-value-param)
+
 void DisplayB(TN_Character title, bool value)
 {
     show(title + " = " + textOf(value));
@@ -252,5 +255,7 @@ void DisplayText(const long& channel, const std::string& line)
 {
     TN_ToFront(channel, line);
 }
+
+// NOLINTEND(performance-unnecessary-value-param)
 
 } // namespace HVStatDisplay

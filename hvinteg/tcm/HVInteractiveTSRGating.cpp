@@ -36,6 +36,7 @@ bool HVInteractiveTSR::getGatingInfo(LocallyUniqueID dataset, const std::string&
     DialogChoice choice{dataset, dataPath, fields,
                         std::vector<MeasurementLevel>(fields.size(), MeasurementLevel::Nominal)};
     std::vector<std::string> inputs;
+    inputs.reserve(fields.size());
     for (const std::string& field : fields)
         inputs.push_back(transcodeToUTF8(field.c_str(), converter()));
     std::vector<std::string> dates;

@@ -58,7 +58,8 @@ PrivateFolder::PrivateFolder(const std::string& parent, const std::string& prefi
 {
     sweep(parent, prefix);
     for (int tries = 0; tries < kMostFolderNames; ++tries) {
-        std::string path = parent + "/" + prefix + "XXXXXX";
+        std::string path = parent;
+        path.append("/").append(prefix).append("XXXXXX");
         if (!mkdtemp(path.data()))
             break;
         FileDescriptor folder = openFolder(path);

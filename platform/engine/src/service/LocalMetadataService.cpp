@@ -33,7 +33,7 @@ auto answered(Question question)
 /// none.
 bool isUnreadable(const JobError& error)
 {
-    const std::string id = error.id();
+    const std::string& id = error.id();
     return id.starts_with("HVEIO") || id == errors::kMapService;
 }
 

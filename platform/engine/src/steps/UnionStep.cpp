@@ -86,6 +86,7 @@ std::vector<UnionField> matchedByName(const StepCall& call, bool matchCase)
 void renameCaseTwins(std::vector<UnionField>& fields, const StepCall& call)
 {
     std::vector<std::string> names;
+    names.reserve(fields.size());
     for (const UnionField& field : fields)
         names.push_back(field.field.GetName());
     const std::vector<std::string> unique = datafile::uniqueNames(names);
