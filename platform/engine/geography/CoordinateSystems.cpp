@@ -175,7 +175,7 @@ CoordinateSystem CoordinateSystems::named(const std::string& name)
     if (auto found = find(context.get(), name))
         return *std::move(found);
     if (const int wkid = idInName(name); wkid > 0) {
-        const CoordinateSystem system = of(wkid);
+        CoordinateSystem system = of(wkid);
         if (strcasecmp(system.name.c_str(), name.c_str()) == 0)
             return system;
     }

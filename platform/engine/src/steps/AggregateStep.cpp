@@ -87,7 +87,7 @@ std::string aggregatedColumn(const CFField* input)
 {
     if (!input)
         return "*";
-    const std::string column = "t." + quotedIdentifier(input->GetName());
+    std::string column = "t." + quotedIdentifier(input->GetName());
     if (input->GetStorage() != CFField::Real)
         return column;
     return "CASE WHEN isfinite(" + column + ") THEN " + column + " END";

@@ -14,7 +14,7 @@
 namespace {
 
 /// A quarter of a megabyte, so that the system is asked seldom, whatever a case takes.
-constexpr std::size_t kBufferUnits = 256U * 1024U / sizeof(OBS);
+constexpr std::size_t kBufferUnits = std::size_t{256} * 1024 / sizeof(OBS);
 
 [[noreturn]] void fail(const char* what, int error)
 {

@@ -111,6 +111,7 @@ std::vector<ValueCount> shownValues(const FieldSummary& field)
     if (values.size() <= kMostBars)
         return values;
     std::vector<double> weights;
+    weights.reserve(values.size());
     for (const ValueCount& value : values)
         weights.push_back(value.weight);
     std::nth_element(weights.begin(), weights.begin() + kMostBars - 1, weights.end(),

@@ -29,7 +29,7 @@ std::string emptyText(const std::vector<ValueCount>& values)
         return count.value.IsString() && count.value.GetString() == text;
     };
     while (std::any_of(values.begin(), values.end(), isTaken))
-        text = "(" + text + ")";
+        text.insert(0, 1, '(').push_back(')');
     return text;
 }
 
@@ -37,6 +37,7 @@ std::vector<Category> categoriesOf(const CFField& field, const std::vector<Value
 {
     const std::string empty = emptyText(values);
     std::vector<Category> categories;
+    categories.reserve(values.size());
     for (const ValueCount& count : values)
         categories.emplace_back(count.value.IsNull() ? text::fixed("System")
                                                      : text::value(field, count.value, empty));

@@ -60,7 +60,7 @@ std::optional<double> interquartileRange(const ComponentQueries& queries, const 
 /// SQL of the bin of `x`: a comparison with the very edges, which a quotient would miss by a hair.
 std::string binOf(const std::vector<double>& edges)
 {
-    const std::string last = std::to_string(edges.size() - 2);
+    std::string last = std::to_string(edges.size() - 2);
     if (edges.size() == 2)
         return last;
     std::string sql = "CASE";

@@ -8,7 +8,7 @@
 
 namespace EmbeddedHV {
 
-InputTable::InputTable(std::string name, const DescriptivesSettings& settings)
+InputTable::InputTable(const std::string& name, const DescriptivesSettings& settings)
     : _quotedName(quotedIdentifier(name)), _weight(settings.weight),
       _trimsBlanks(settings.trimsBlanks), _forResults(settings.wants(ContainerKind::Results)),
       _forMissing(settings.tellsMissing())
@@ -56,7 +56,7 @@ std::string InputTable::rawName(const CFField& field) const
 
 std::string InputTable::source(const CFField& field) const
 {
-    const std::string name = quotedIdentifier(field.GetName());
+    std::string name = quotedIdentifier(field.GetName());
     if (field.GetStorage() == CFField::Real)
         // One infinity would make every sum and mean of the field infinite or no number.
         return "CASE WHEN isfinite(" + name + ") THEN " + name + " END";

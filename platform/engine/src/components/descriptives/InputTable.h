@@ -14,7 +14,7 @@ class InputTable
 {
 public:
     /// `name` is that of the table to be made.
-    InputTable(std::string name, const DescriptivesSettings& settings);
+    InputTable(const std::string& name, const DescriptivesSettings& settings);
 
     /// The SQL that makes the table from the records of a SELECT.
     std::string creation(const std::string& select) const;

@@ -117,6 +117,7 @@ private:
 Json intervalTable(const std::vector<TimeInterval>& intervals)
 {
     std::vector<Category> columns;
+    columns.reserve(intervals.size());
     for (const TimeInterval& interval : intervals)
         columns.emplace_back(nameOf(interval));
     PivotTable table("descriptives.intervals", text::fixed("Time Intervals"),

@@ -20,6 +20,7 @@ std::size_t leavesOf(const std::vector<Category>& categories)
 std::vector<std::size_t> leafCounts(const std::vector<PivotTable::Dimension>& dimensions)
 {
     std::vector<std::size_t> counts;
+    counts.reserve(dimensions.size());
     for (const PivotTable::Dimension& dimension : dimensions)
         counts.push_back(leavesOf(dimension.categories));
     return counts;
