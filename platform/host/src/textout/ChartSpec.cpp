@@ -157,7 +157,7 @@ std::string PlotCollector::titleOfField(const Channel& channel) const
 {
     for (const Json* holder : {channel.definition, &memberOf(*channel.definition, "axis"),
                                &memberOf(*channel.definition, "legend")})
-        if (const std::string title = titleOf(memberOf(*holder, "title")); !title.empty())
+        if (std::string title = titleOf(memberOf(*holder, "title")); !title.empty())
             return title;
     const auto label = _labels.find(channel.field());
     return label != _labels.end() && !label->second.empty() ? label->second : channel.field();

@@ -68,7 +68,7 @@ void TableWriter::title()
         _page.write(_table.title.text + _signs.signs(_table.titleNotes), TextPage::Style::Bold);
     std::string group;
     for (const auto& [name, value] : _table.splitGroup)
-        group += (group.empty() ? "" : ", ") + name + " = " + value;
+        group.append(group.empty() ? "" : ", ").append(name).append(" = ").append(value);
     if (!group.empty())
         _page.write(group);
 }
