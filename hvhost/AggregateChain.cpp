@@ -158,7 +158,7 @@ void AggregateChain::leaveOutUnweighted()
 
 std::string AggregateChain::derived(JNIHvlExpression* value)
 {
-    const std::string name = kTemporary + std::to_string(++_temporaryCount);
+    std::string name = kTemporary + std::to_string(++_temporaryCount);
     append().SetDeriveField(name, value);
     _composed.push_back({_option, "\"" + name + "\""});
     return name;
@@ -167,7 +167,7 @@ std::string AggregateChain::derived(JNIHvlExpression* value)
 /// Has the aggregate step sum up the expression, and gives the name of the sum.
 std::string AggregateChain::sumOf(JNIHvlExpression* value)
 {
-    const std::string field = derived(value);
+    std::string field = derived(value);
     addOutput("sum", field, field);
     return field;
 }

@@ -71,8 +71,8 @@ std::string timestampText(double seconds)
     constexpr std::int64_t kDay = 86400000000;
     const std::int64_t moment = datafile::timestampOfRow(seconds, 0);
     const std::int64_t ofDay = (moment % kDay + kDay) % kDay;
-    return dateText(static_cast<double>((moment - ofDay) / kDay)) + " " +
-           timeText(datafile::rowSeconds(ofDay));
+    const std::int64_t day = (moment - ofDay) / kDay;
+    return dateText(static_cast<double>(day)) + " " + timeText(datafile::rowSeconds(ofDay));
 }
 
 } // namespace
