@@ -63,6 +63,12 @@ PrivateFolder::PrivateFolder(const std::string& parent, const std::string& prefi
         if (!mkdtemp(path.data()))
             break;
         FileDescriptor folder = openFolder(path);
+        if (!folder && errno != ENOENT) {
+            const int reason = errno;
+            rmdir(path.c_str());
+            errno = reason;
+            break;
+        }
         // On a file system without locks nobody can sweep either.
         if (folder && (folder.lockAlone() || errno != EWOULDBLOCK) && isAt(folder, path)) {
             _path = std::move(path);
