@@ -104,16 +104,22 @@ bool PrivateFolder::isOwn() const
 }
 
 bool PrivateFolder::remove() noexcept
-{
+try {
     if (!isOwn())
         return true;
     std::error_code error;
     fs::remove_all(_path, error);
+    // Listing a folder takes memory, which may be short for a moment only.
+    if (error)
+        fs::remove_all(_path, error);
     if (error)
         return false;
     _path.clear();
     _folder = FileDescriptor();
     return true;
+} catch (const std::exception&) {
+    // The next process sweeps what is left.
+    return false;
 }
 
 void makeOwnersFolders(const std::string& path, std::error_code& error)
