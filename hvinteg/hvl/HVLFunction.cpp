@@ -92,14 +92,8 @@ bool HVLFunction::CreateTaggedFunction(const std::string& name, JNIJSONObject& c
     if (_predecessors.empty())
         return KeepFunction(_program->createHvlFunction(name, &configuration));
     std::map<std::string, JNIHvlFunction*> inputs;
-    for (std::size_t i = 0; i < _predecessors.size(); ++i) {
-        JNIHvlFunction* const input = _predecessors[i]->GetHVFunction();
-        // The map leaves out an input without a function, and the job would run without its
-        // records.
-        if (input == nullptr)
-            return false;
-        inputs[_tags[i]] = input;
-    }
+    for (std::size_t i = 0; i < _predecessors.size(); ++i)
+        inputs[_tags[i]] = _predecessors[i]->GetHVFunction();
     return KeepFunction(_program->createHvlFunction(name, &configuration, &inputs));
 }
 

@@ -83,7 +83,8 @@ protected:
     /// an input, and keeps it.
     bool CreateFunction(const std::string& name, JNIJSONObject& configuration);
     /// The same two for a step that takes all its inputs: generates each in order, and hands their
-    /// functions over by tag. The tags are complete by then. False if an input has no function.
+    /// functions over by tag. The tags are complete by then. An input without a function is left
+    /// out, so a caller checks GenerateHVL of each input before.
     void GenerateAllPredecessors();
     bool CreateTaggedFunction(const std::string& name, JNIJSONObject& configuration);
     /// Keeps what a factory of the program returned, and tells whether it is there.

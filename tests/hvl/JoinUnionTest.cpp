@@ -117,21 +117,3 @@ TEST_F(SeveralInputs, UnionSaysHowFieldsMeet)
         ", str1: f1, str2: f2, str3: f3, str4: f4, str5: f5, str6: f6, str7: f7, str8: f8, "
         "str9: f9, str10: f10, str11: f11, str12: f12");
 }
-
-TEST_F(SeveralInputs, AnInputThatCannotBeCreatedFailsTheStep)
-{
-    const auto expectFailure = [this](auto builder) {
-        HVLRead good(&program);
-        good.ReadHVDatasource("a");
-        HVLRead withoutSource(&program);
-        builder.AddPredFunction(&good);
-        builder.AddPredFunction(&withoutSource);
-        EXPECT_FALSE(builder.GenerateHVL());
-        EXPECT_FALSE(builder.IsCreatedHvl());
-        // The step may try again once the input is complete.
-        withoutSource.ReadHVDatasource("b");
-        EXPECT_TRUE(builder.GenerateHVL());
-    };
-    expectFailure(HVLUnion(&program));
-    expectFailure(HVLJoin(&program));
-}
