@@ -12,8 +12,8 @@
 
 #include <sstream>
 
-/// Any text as the specification of a map, with any text as its GeoJSON: the page and the text of
-/// it are made, whatever they are, and no mark-up of the data's gets into the page.
+/// Shows a map with any text as its definition and any text as its GeoJSON, as a page and as text.
+/// No mark-up of the data may get into the page.
 namespace {
 
 std::size_t count(const std::string& text, std::string_view word)

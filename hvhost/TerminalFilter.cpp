@@ -34,7 +34,7 @@ std::size_t unfinishedBytes(std::string_view bytes)
     return length > count + 1 ? count + 1 : 0;
 }
 
-/// Bytes at the start that go through unchanged; 0 if there are none.
+/// The number of bytes at the start that go through unchanged.
 std::size_t allowedBytes(std::string_view bytes)
 {
     if (bytes[0] == '\n' || bytes[0] == '\t')

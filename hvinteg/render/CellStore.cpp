@@ -3,7 +3,7 @@
 #include <utility>
 
 CellStore::CellStore(KeyLayout layout)
-    // Place 0 of the texts is taken, so that 0 in a cell stands for none.
+    // Place 0 of the texts is taken: a cell with 0 has no text.
     : _layout(std::move(layout)), _texts(1)
 {
 }

@@ -44,7 +44,7 @@ public:
     /// Whether the cells of leaves can be found by their numbers.
     bool isNumbered() const { return _layout.cellCount() != CellKey::kNowhere; }
 
-    /// Keeps what cells refer to by number; 0 stands for nothing.
+    /// Keeps a text and returns its number: 0 for an empty text.
     std::uint32_t keepText(std::string_view text);
     const std::string& textOf(const Cell& cell) const { return _texts[cell.text]; }
 

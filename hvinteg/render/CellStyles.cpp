@@ -37,8 +37,8 @@ void CellStyles::add(std::string_view index, Entry entry)
         _patterns[{}].entries[std::string(index)].push_back(_entries.size() - 1);
 }
 
-/// A wildcard anywhere among the digits of a dimension stands for all its leaves. What is too long
-/// of a pattern does not count, and one that is too short has no cells.
+/// A wildcard anywhere among the digits of a dimension means all its leaves. Digits
+/// beyond the last dimension are ignored. A pattern that is too short matches no cell.
 void CellStyles::addPattern(std::string_view index)
 {
     Pattern pattern;

@@ -21,7 +21,7 @@ struct CellStyle
 
 /// The formats of a table: each entry speaks of one cell, or of all cells of a pattern.
 ///
-/// A pattern may stand for more cells than memory has room for, so it is kept as a pattern. The
+/// A pattern may match more cells than memory has room for, so it is kept as a pattern. The
 /// style of a cell is put together when the cell is shown.
 class CellStyles
 {

@@ -33,9 +33,9 @@ public:
     /// From here on cancels reach the execution. A cancel that came before and found none has set
     /// the stop flag when this returns, so that no cancel is lost between the two.
     void open();
-    /// Takes the execution out; null if there is none. Waits for cancels under way on other
-    /// threads. If the call comes from within a cancel, that cancel keeps the object until the
-    /// engine returns.
+    /// Takes the execution out, or returns null if it holds no execution. Waits for cancels under
+    /// way on other threads. If the call comes from within a cancel, that cancel keeps the object
+    /// until the engine returns.
     std::shared_ptr<EmbeddedHV::Execution> take();
     /// Returns when no cancel is under way on another thread. Cancels that come later do not reach
     /// the execution.

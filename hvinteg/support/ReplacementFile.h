@@ -8,9 +8,9 @@
 
 #include "ExtNameStr.h"
 
-/// A file that appears under its name only when it is whole. Until then it is written beside it,
-/// and a file that has the name stays as it is; the new one has its permissions. One that is not
-/// finished leaves nothing behind.
+/// A file that gets its name only when it is complete. Until then it is written beside that name,
+/// and a file that has the name already is unchanged. The new file takes over its permissions. An
+/// unfinished file is removed.
 class ReplacementFile
 {
 public:

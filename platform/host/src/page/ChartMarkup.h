@@ -15,8 +15,8 @@ struct ChartDrawing
     const OutputDocument& source; ///< of the GeoJSON texts
 };
 
-/// Writes a chart that the page draws: title, description, and either a map or the specification
-/// for the script that draws it; and the data as tables, which stand open until the chart is drawn.
+/// Writes a chart that the page draws: title, description, and either a map or the definition for
+/// the script that draws it; and the data as tables, which are open until the chart is drawn.
 void writeDrawing(std::ostream& out, const ChartDrawing& drawing);
 
 /// Writes a chart of the output. One without a specification that can be drawn becomes a note and

@@ -5,8 +5,8 @@
 
 #include "page/MapData.h"
 
-/// Values that look alike on a map. Its look is a class of the page's style sheet, or a colour of
-/// the specification's.
+/// Values that look alike on a map. Its look is a class of the page's style sheet, or a colour that
+/// the map's definition names.
 struct MapClass
 {
     std::string label;

@@ -12,7 +12,7 @@
 /// Records that a specification carries, or names: then they are a GeoJSON text of the chart's.
 struct MapSource
 {
-    const PageJson* values = nullptr; ///< borrowed of the specification
+    const PageJson* values = nullptr; ///< borrowed from the map's definition
     std::string name;
 };
 

@@ -4,6 +4,6 @@
 
 #include "page/MapData.h"
 
-/// What is told of an area or a point that is pointed at: its name, and what its looks stand for
-/// or what the specification has told of it, a line each.
+/// The text for an area or a point under the pointer: its name, and either what its looks mean or
+/// what the map's definition says about it, a line each.
 std::string titleOf(const MapItem& item, const MapLayer& layer);
