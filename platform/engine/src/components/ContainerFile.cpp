@@ -32,6 +32,15 @@ bool writeAll(zipFile archive, const std::string& content)
     return true;
 }
 
+bool writeMember(zipFile archive, const ContainerMember& member)
+{
+    const zip_fileinfo information = {};
+    return zipOpenNewFileInZip64(archive, member.name.c_str(), &information, nullptr, 0, nullptr, 0,
+                                 nullptr, Z_DEFLATED, Z_DEFAULT_COMPRESSION,
+                                 member.content.size() >= kSmallEntry ? 1 : 0) == ZIP_OK &&
+           writeAll(archive, member.content) && zipCloseFileInZip(archive) == ZIP_OK;
+}
+
 } // namespace
 
 void ContainerFile::refuse(int code) const
@@ -39,21 +48,16 @@ void ContainerFile::refuse(int code) const
     PendingFile::refuse(_component, destination(), code != 0 ? code : EIO);
 }
 
-void ContainerFile::write(const std::string& content)
+void ContainerFile::write(const std::vector<ContainerMember>& members)
 {
-    // The archive library tells that it failed and not why; an older reason must not stand for it.
+    // The archive library says that it failed but not why; an older reason must not be shown.
     errno = 0;
     std::unique_ptr<void, Closing> archive(zipOpen64(_file.path().c_str(), APPEND_STATUS_CREATE));
     if (!archive)
         refuse(errno);
-    const zip_fileinfo information = {};
-    const bool written =
-        zipOpenNewFileInZip64(archive.get(), _member.c_str(), &information, nullptr, 0, nullptr, 0,
-                              nullptr, Z_DEFLATED, Z_DEFAULT_COMPRESSION,
-                              content.size() >= kSmallEntry ? 1 : 0) == ZIP_OK &&
-        writeAll(archive.get(), content) && zipCloseFileInZip(archive.get()) == ZIP_OK;
-    if (!written)
-        refuse(errno);
+    for (const ContainerMember& member : members)
+        if (!writeMember(archive.get(), member))
+            refuse(errno);
     if (zipClose(archive.release(), nullptr) != ZIP_OK)
         refuse(errno);
 }

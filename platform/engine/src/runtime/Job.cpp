@@ -43,6 +43,10 @@ void Job::run(const std::string& text)
         try {
             for (Statement& statement : batch) {
                 runStatement(statement);
+                if (statement.stage) {
+                    planner.keepStage(statement);
+                    continue;
+                }
                 ++_done;
                 _reporter.progress(static_cast<double>(_done) / static_cast<double>(_statements));
             }
@@ -66,6 +70,11 @@ std::vector<Statement> Job::planAhead(Planner& planner, std::size_t from)
             batch.push_back(planner.planStatement(i));
         } catch (const NotYetWritten&) {
             // The statements from here on are planned when those before them have written.
+            break;
+        } catch (const StageFirst& first) {
+            // Its inputs may be what the statements before it are yet to write.
+            if (batch.empty())
+                batch.push_back(std::move(*first.stage));
             break;
         }
     }

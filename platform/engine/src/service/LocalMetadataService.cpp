@@ -51,6 +51,8 @@ Fields outputFields(const std::string& jobText, JobContext& context)
             planner.planStatement(i);
         } catch (const NotYetWritten&) {
             continue; // what it reads is known when the job runs
+        } catch (const StageFirst&) {
+            continue; // likewise
         }
     }
     try {
@@ -59,6 +61,11 @@ Fields outputFields(const std::string& jobText, JobContext& context)
         throw JobError(errors::kStepInput,
                        "the last statement reads what the job itself writes, so "
                        "its data model is known only when the job has run");
+    } catch (const StageFirst& first) {
+        throw JobError(errors::kStepInput,
+                       "the fields that " + first.stage->steps +
+                           " gives depend on its records, so the data model is known only when the "
+                           "job has run");
     }
 }
 

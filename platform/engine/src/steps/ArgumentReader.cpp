@@ -10,8 +10,8 @@ using Kind = language::Argument::Kind;
 
 void ArgumentReader::read(StepArguments form)
 {
-    if (form == StepArguments::Component)
-        return readComponent();
+    if (form == StepArguments::Component || form == StepArguments::ComponentWithInputs)
+        return readComponent(form == StepArguments::ComponentWithInputs);
     if (form == StepArguments::ConfigurationAndExport)
         return readWithExport();
     if (_places.size() > 1 || (isOpen(0) && form == StepArguments::Configuration))
@@ -26,13 +26,14 @@ const language::Expression& ArgumentReader::lambda() const
     return *_places[1]->value;
 }
 
-void ArgumentReader::readComponent()
+void ArgumentReader::readComponent(bool takesContainers)
 {
     if (isOpen(0) || _places.size() > 3)
         refuse("(configuration, input containers, output containers)");
-    if (!isOpen(1))
+    if (!takesContainers && !isOpen(1))
         refuse("(configuration, _, output containers): it reads no container");
     readLiteral(0, _call.configuration);
+    readLiteral(1, _call.inputContainers);
     readLiteral(2, _call.outputContainers);
 }
 

@@ -28,7 +28,7 @@ public:
     const language::Expression& lambda() const;
 
 private:
-    void readComponent();
+    void readComponent(bool takesContainers);
     void readWithExport();
     /// Whether nothing stands in a place.
     bool isOpen(std::size_t place) const;

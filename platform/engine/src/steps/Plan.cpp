@@ -71,6 +71,27 @@ NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
     return node;
 }
 
+NodePtr tableNode(Fields fields, const std::string& table)
+{
+    auto node = std::make_shared<Node>();
+    node->fields = std::move(fields);
+    node->select = [table](const std::vector<std::string>&) {
+        return "SELECT * FROM " + quotedIdentifier(table);
+    };
+    node->shared = true;
+    node->table = table;
+    return node;
+}
+
+NodePtr emptyNode()
+{
+    auto node = std::make_shared<Node>();
+    node->select = [](const std::vector<std::string>&) {
+        return std::string("SELECT NULL WHERE false");
+    };
+    return node;
+}
+
 std::string columnList(const Fields& fields)
 {
     std::string list;

@@ -15,6 +15,10 @@ namespace EmbeddedHV {
 class DataModelExport;
 class Reporter;
 
+namespace language {
+struct Step;
+}
+
 /// What a source or a step has to look after while a statement runs it: that the types it guessed
 /// hold, that bad records stay within their limit.
 class SourceCheck
@@ -74,6 +78,11 @@ std::vector<Node*> inputsFirst(Node& last, Walk walk);
 NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
                     std::function<std::string(const std::vector<std::string>&)> select);
 
+/// A relation that is the whole of a table.
+NodePtr tableNode(Fields fields, const std::string& table);
+/// A relation without fields and records: for a statement whose step takes none.
+NodePtr emptyNode();
+
 /// Where the records of a statement go.
 class Output
 {
@@ -91,6 +100,15 @@ public:
     virtual void commit() = 0;
 };
 
+/// A step in the middle of a chain whose fields depend on the records that it takes. It runs as a
+/// statement of its own, before the steps behind it are planned.
+class Stage : public Output
+{
+public:
+    /// The relation that it made: a table. After commit.
+    virtual NodePtr records() = 0;
+};
+
 /// A statement of the job, planned.
 struct Statement
 {
@@ -99,6 +117,16 @@ struct Statement
     std::string steps;              ///< "read -> filterRecords -> write", for messages
     /// The documents of the steps that the result is made by.
     std::vector<std::shared_ptr<DataModelExport>> exports;
+    /// If the statement is a stage: its step and, borrowed from the output, the stage.
+    const language::Step* stagedStep = nullptr;
+    Stage* stage = nullptr;
+};
+
+/// Thrown by the planning of a statement: the steps behind a stage can be planned when this
+/// statement, the stage, has run.
+struct StageFirst
+{
+    std::shared_ptr<Statement> stage;
 };
 
 /// A column list: quoted names with commas.

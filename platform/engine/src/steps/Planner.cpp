@@ -24,6 +24,18 @@ std::string stepsOf(const language::Pipeline& pipeline)
     return steps;
 }
 
+using StagedRecords = std::map<const language::Step*, NodePtr>;
+
+/// The step behind the last one whose records are there; the first step if there is none.
+std::vector<language::Step>::const_iterator lastStaged(const language::Pipeline& pipeline,
+                                                       const StagedRecords& staged)
+{
+    auto step = pipeline.steps.end();
+    while (step != pipeline.steps.begin() && !staged.contains(&*std::prev(step)))
+        --step;
+    return step;
+}
+
 } // namespace
 
 Planner::Planner(const language::Program& program, JobContext& context)
@@ -159,8 +171,12 @@ void Planner::countIterator(const language::Step& step)
 Statement Planner::planStatement(std::size_t index)
 {
     const language::Pipeline& pipeline = *_statements[index];
-    StepResult result = planPipeline(pipeline);
-    Statement statement{std::move(result.node), std::move(result.output), stepsOf(pipeline), {}};
+    return statementOf(planPipeline(pipeline), stepsOf(pipeline));
+}
+
+Statement Planner::statementOf(StepResult result, std::string steps)
+{
+    Statement statement{std::move(result.node), std::move(result.output), std::move(steps), {}};
     statement.exports = exportsOf(*statement.result);
     checkTargets(statement);
     // A statement that reads a document still reads the one from before it.
@@ -169,9 +185,26 @@ Statement Planner::planStatement(std::size_t index)
     return statement;
 }
 
+void Planner::runFirst(StepResult stage, const language::Step& step, const std::string& steps)
+{
+    Stage* const made = stage.stage.get();
+    auto statement = std::make_shared<Statement>(
+        statementOf({std::move(stage.node), std::move(stage.stage)}, steps));
+    statement->stagedStep = &step;
+    statement->stage = made;
+    throw StageFirst{std::move(statement)};
+}
+
+void Planner::keepStage(const Statement& stage)
+{
+    _staged[stage.stagedStep] = stage.stage->records();
+}
+
 std::set<std::string> Planner::forgetPlans()
 {
     std::set<std::string> tables;
+    for (const auto& [step, records] : _staged)
+        tables.insert(records->table);
     std::erase_if(_planned, [&tables](const auto& chain) {
         const bool evaluated = chain.second && !chain.second->table.empty();
         if (evaluated)
@@ -185,14 +218,20 @@ StepResult Planner::planPipeline(const language::Pipeline& pipeline)
 {
     StepResult result;
     std::string before;
-    if (!pipeline.input.empty())
+    // What comes before a stage that has run was read by it.
+    auto step = lastStaged(pipeline, _staged);
+    if (step != pipeline.steps.begin())
+        result.node = _staged.at(&*std::prev(step));
+    else if (!pipeline.input.empty())
         result.node = planChain(pipeline.input, pipeline.steps.front().fullName());
-    for (const language::Step& step : pipeline.steps) {
+    for (; step != pipeline.steps.end(); ++step) {
         if (result.output)
-            throw JobError(errors::kStepInput, step.fullName() + ": nothing can follow " + before +
+            throw JobError(errors::kStepInput, step->fullName() + ": nothing can follow " + before +
                                                    ", which gives no records");
-        result = planStep(step, std::move(result.node));
-        before = step.fullName();
+        result = planStep(*step, std::move(result.node));
+        before = step->fullName();
+        if (result.stage)
+            runFirst(std::move(result), *step, before);
     }
     return result;
 }

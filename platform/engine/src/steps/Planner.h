@@ -20,10 +20,13 @@ public:
     Planner(const language::Program& program, JobContext& context);
 
     std::size_t statementCount() const { return _statements.size(); }
-    /// Throws JobError, and NotYetWritten if the statement reads what an earlier one is to write.
+    /// Throws JobError, NotYetWritten if the statement reads what an earlier one is to write, and
+    /// StageFirst.
     Statement planStatement(std::size_t index);
-    /// Forgets what was planned but for chains that are tables by now, whose names it gives: their
-    /// records have been read once, and are not to be read again.
+    /// Keeps the records of a stage that has run; the step counts as planned from now on.
+    void keepStage(const Statement& stage);
+    /// Forgets what was planned but for chains and stages that are tables by now, whose names it
+    /// gives: their records have been read once, and are not to be read again.
     std::set<std::string> forgetPlans();
 
 private:
@@ -34,7 +37,10 @@ private:
     void countUses(const language::Pipeline& pipeline);
     void countIterator(const language::Step& step);
 
+    Statement statementOf(StepResult result, std::string steps);
     StepResult planPipeline(const language::Pipeline& pipeline);
+    [[noreturn]] void runFirst(StepResult stage, const language::Step& step,
+                               const std::string& steps);
     StepResult planStep(const language::Step& step, NodePtr input);
     void gatherInputs(const language::Step& step, NodePtr input, StepCall& call);
     void readArguments(const language::Step& step, const StepKind& kind, StepCall& call);
@@ -52,9 +58,10 @@ private:
     std::vector<const language::Pipeline*> _statements;
     std::map<std::string, const language::Pipeline*> _chains;
     Definitions _values;
-    std::map<std::string, int> _uses;          ///< of chains, by what runs
-    std::map<std::string, int> _iteratorReads; ///< likewise
-    std::map<std::string, NodePtr> _planned;   ///< chains
+    std::map<std::string, int> _uses;                 ///< of chains, by what runs
+    std::map<std::string, int> _iteratorReads;        ///< likewise
+    std::map<std::string, NodePtr> _planned;          ///< chains
+    std::map<const language::Step*, NodePtr> _staged; ///< the records of stages that have run
 };
 
 } // namespace EmbeddedHV

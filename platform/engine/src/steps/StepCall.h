@@ -29,7 +29,8 @@ struct StepCall
     const language::Expression* lambda = nullptr; ///< steps with a lambda
     const Definitions& definitions;               ///< what a lambda may name
     Json exported = nullptr; ///< the container that the step writes; null if the text has none
-    Json outputContainers = nullptr; ///< of a component; null if the text has none
+    Json inputContainers = nullptr;  ///< of a component; null if the text has none
+    Json outputContainers = nullptr; ///< likewise
 
     const NodePtr& input() const { return inputs.front().node; }
     /// The fields of the input, for a step that goes on with them. They are moved out where no
@@ -41,11 +42,13 @@ struct StepCall
     const CFField& inputField(const std::string& field) const;
 };
 
-/// What a step makes: a relation, or for the last step of a statement the place it writes to.
+/// What a step makes: a relation, or for the last step of a statement the place it writes to, or a
+/// stage that takes the records of the relation and makes another one.
 struct StepResult
 {
     NodePtr node;
     std::unique_ptr<Output> output;
+    std::unique_ptr<Stage> stage = nullptr;
 };
 
 /// The field of that name; throws JobError that suggests the nearest name. `owner` is how the

@@ -8,6 +8,7 @@ namespace EmbeddedHV {
 enum class StepInputs
 {
     None,
+    AtMostOne,
     One,
     Tagged ///< one or more, told apart by tag
 };
@@ -19,7 +20,8 @@ enum class StepArguments
     OptionalConfiguration,  ///< an object or an open place
     ConfigurationAndExport, ///< the same, and a container that the step writes
     Lambda,                 ///< an open place and a lambda
-    Component               ///< an object, input containers, output containers
+    Component,              ///< an object, an open place, output containers
+    ComponentWithInputs     ///< an object, input containers, output containers
 };
 
 /// A step that this engine runs.

@@ -50,7 +50,7 @@ public:
           _table(call.context.newTable("hv_described_"), _settings)
     {
         for (const OutputContainer& container : _settings.containers)
-            _files.emplace_back(container.path, memberOf(container.kind), _component);
+            _files.emplace_back(container.path, _component);
         for (const OutputContainer& container : _settings.containers)
             // Until they are whole: a later step of the job must not read what stood there before.
             _context.announce(container.path, _component);
@@ -68,7 +68,8 @@ public:
         // Before the files are written, since the table may be as large as the data.
         queries.run("DROP TABLE " + _table.name());
         for (std::size_t i = 0; i < _files.size(); ++i)
-            _files[i].write(documentOf(_settings.containers[i].kind));
+            _files[i].write({{memberOf(_settings.containers[i].kind),
+                              documentOf(_settings.containers[i].kind)}});
         publish();
     }
 

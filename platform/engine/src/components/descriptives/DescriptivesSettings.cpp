@@ -5,6 +5,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "components/ComponentContainers.h"
 #include "components/descriptives/FieldSummary.h"
 #include "datafile/ColumnTypes.h"
 
@@ -164,47 +165,24 @@ void readDistinctValues(const Settings& settings, DescriptivesSettings& result)
         result.mostDistinctValues = most;
 }
 
-ContainerKind kindOf(const Settings& container, std::size_t place)
+/// What a container of that name, in that place of the list, holds.
+ContainerKind kindOf(const StepCall& call, const std::string& name, std::size_t place)
 {
-    const std::string name = container.neededText("name");
     for (const auto& [known, kind] : kContainerNames)
         if (name == known)
             return kind;
     if (place >= std::size(kContainerPlaces))
-        container.refuse("name", "is \"" + name + "\"; known are PMML, StatXML, JSON and Results");
+        throw JobError(errors::kSettingType, call.name + ": the output container \"" + name +
+                                                 "\" is unknown; known are PMML, StatXML, JSON "
+                                                 "and Results");
     return kContainerPlaces[place];
-}
-
-/// The path of a container: the job's own of that name, else what the text says.
-std::string pathOf(const StepCall& call, const Settings& container)
-{
-    const JobContext& context = call.context;
-    const std::string name = container.neededText("name");
-    const std::string uri = container.text("uri").value_or("");
-    return context.files.resolve(uri.empty() ? name : uri, context.containers);
 }
 
 void readContainers(StepCall& call, DescriptivesSettings& result)
 {
-    if (call.outputContainers.is_null())
-        throw JobError(errors::kSettingMissing,
-                       call.name + ": no output container is given, so there is no place for the "
-                                   "result");
-    Json wrapped = Json::object();
-    wrapped["output containers"] = call.outputContainers;
-    const Settings outer(wrapped, call.name);
-    const Json& list = outer.neededList("output containers");
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        const Settings container = outer.objectAt(list, "output containers", i);
-        if (!container.flag("export").value_or(true))
-            continue;
-        const OutputContainer output{kindOf(container, i), pathOf(call, container)};
-        for (const OutputContainer& other : result.containers)
-            if (other.path == output.path)
-                container.refuse("uri", "names the same file as another container, " + output.path);
-        container.reportOthers(call.context.message);
-        result.containers.push_back(output);
-    }
+    const std::vector<ComponentContainer> containers = outputContainers(call);
+    for (std::size_t i = 0; i < containers.size(); ++i)
+        result.containers.push_back({kindOf(call, containers[i].name, i), containers[i].path});
 }
 
 } // namespace

@@ -1,0 +1,66 @@
+#include "components/ComponentContainers.h"
+
+#include "ErrorIds.h"
+#include "JobError.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// What the text says of the container's place: its address, or where that is empty, its name, for
+/// a container that the job has.
+std::string placeOf(const Settings& container)
+{
+    const std::string name = container.neededText("name");
+    const std::string uri = container.text("uri").value_or("");
+    return uri.empty() ? name : uri;
+}
+
+/// `resolve` makes a path of a place.
+template <class Resolve>
+std::vector<ComponentContainer> containersOf(const StepCall& call, const Json& list,
+                                             const std::string& key, Resolve resolve)
+{
+    // The list is read as a setting of an object, so that messages name its elements.
+    Json wrapped = Json::object();
+    wrapped[key] = list;
+    const Settings outer(wrapped, call.name);
+    const Json& elements = outer.neededList(key);
+    std::vector<ComponentContainer> containers;
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const Settings container = outer.objectAt(elements, key, i);
+        if (!container.flag("export").value_or(true))
+            continue;
+        ComponentContainer found{container.neededText("name"), resolve(placeOf(container))};
+        for (const ComponentContainer& other : containers)
+            if (other.path == found.path)
+                container.refuse("uri", "names the same file as another container, " + found.path);
+        container.reportOthers(call.context.message);
+        containers.push_back(std::move(found));
+    }
+    return containers;
+}
+
+} // namespace
+
+std::vector<ComponentContainer> inputContainers(const StepCall& call)
+{
+    if (call.inputContainers.is_null())
+        throw JobError(errors::kSettingMissing,
+                       call.name + ": no input container is given, so there is nothing to read");
+    return containersOf(call, call.inputContainers, "input containers",
+                        [&](const std::string& place) { return call.context.inputPath(place); });
+}
+
+std::vector<ComponentContainer> outputContainers(const StepCall& call)
+{
+    if (call.outputContainers.is_null())
+        throw JobError(errors::kSettingMissing,
+                       call.name + ": no output container is given, so there is no place for the "
+                                   "result");
+    const JobContext& context = call.context;
+    return containersOf(
+        call, call.outputContainers, "output containers",
+        [&](const std::string& place) { return context.files.resolve(place, context.containers); });
+}
+
+} // namespace EmbeddedHV
