@@ -10,7 +10,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr std::uint64_t kMostBytesAtOnce = 1 << 20;
+constexpr std::uint64_t kPartBytes = 1 << 20;
 /// Letter case counts in the names of entries.
 constexpr int kCaseSensitive = 1;
 
@@ -46,7 +46,7 @@ std::optional<std::string> ContainerArchive::member(const std::string& name,
         refuse("the entry \"" + name + "\" is damaged");
     // The size that the archive states may be wrong, so the content grows as it is read.
     std::string content;
-    std::string part(kMostBytesAtOnce, '\0');
+    std::string part(kPartBytes, '\0');
     int got = 0;
     while ((got = unzReadCurrentFile(_archive.get(), part.data(),
                                      static_cast<unsigned>(part.size()))) > 0) {
