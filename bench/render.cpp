@@ -15,6 +15,7 @@
 #include "OutputTree.h"
 #include "TnOutput.h"
 #include "bridge/JNIObjectManager.h"
+#include "render/CellFormat.h"
 #include "render/CellStore.h"
 #include "render/KeyWalk.h"
 #include "render/jsonToTarn.h"
