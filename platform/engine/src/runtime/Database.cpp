@@ -6,6 +6,7 @@
 #include "EngineException.h"
 #include "datafile/NativePath.h"
 #include "datafile/SqlQuoting.h"
+#include "runtime/CompensatedSums.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -55,6 +56,7 @@ void Database::registerFunctions()
     auto connection = connect();
     _rowSources.registerFunction(*connection);
     _reprojections.registerFunction(*connection);
+    registerCompensatedSums(*connection);
 }
 
 Database::~Database()

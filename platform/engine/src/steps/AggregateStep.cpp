@@ -34,20 +34,16 @@ struct AggregateFunction
     Gives gives;
     const char* sql;
     bool needsOrder;
-    const char* sqlOfReals = nullptr; ///< null if it is the same
+    /// For reals, where the database's own function rounds too much; it takes those that are
+    /// infinite or not a number for missing itself. Null if `sql` serves them too.
+    const char* sqlOfReals = nullptr;
 };
-
-/// Additions of reals carry what they round off. A sum beyond the range of a double is infinite and
-/// gives no mean. The mean is kept within the values, which rounding may leave by the last digit.
-constexpr const char* kSumOfReals = "CASE WHEN isfinite(fsum($)) THEN fsum($) ELSE sum($) END";
-constexpr const char* kMeanOfReals =
-    "CASE WHEN isfinite(favg($)) THEN greatest(min($), least(max($), favg($))) END";
 
 constexpr AggregateFunction kAggregateFunctions[] = {
     {"key", Accepts::Anything, Gives::SameAsInput, "$", false},
     {"count", Accepts::Anything, Gives::Integer, "count($)", false},
-    {"sum", Accepts::Numbers, Gives::SameAsInput, "sum($)", false, kSumOfReals},
-    {"mean", Accepts::Numbers, Gives::Real, "avg($)", false, kMeanOfReals},
+    {"sum", Accepts::Numbers, Gives::SameAsInput, "sum($)", false, "hv_real_sum($)"},
+    {"mean", Accepts::Numbers, Gives::Real, "avg($)", false, "hv_real_mean($)"},
     {"min", Accepts::Anything, Gives::SameAsInput, "min($)", false},
     {"max", Accepts::Anything, Gives::SameAsInput, "max($)", false},
     {"sd", Accepts::Numbers, Gives::Real, "stddev_samp($)", false},
@@ -81,14 +77,13 @@ struct Aggregation
     bool ordered = false;
 };
 
-/// The input in SQL. A real that is infinite or not a number is missing, as it is for descriptives:
-/// one of them would make each mean of the field infinite or not a number.
-std::string aggregatedColumn(const CFField* input)
+/// The input in SQL. A real that is infinite or not a number is missing, as it is for descriptives.
+std::string aggregatedColumn(const AggregateFunction& function, const CFField* input)
 {
     if (!input)
         return "*";
     std::string column = "t." + quotedIdentifier(input->GetName());
-    if (input->GetStorage() != CFField::Real)
+    if (input->GetStorage() != CFField::Real || function.sqlOfReals)
         return column;
     return "CASE WHEN isfinite(" + column + ") THEN " + column + " END";
 }
@@ -175,10 +170,11 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
     aggregation.fields.push_back(resultField(name, function, input));
     // The sum of integers is wider than an integer until it is known to fit.
     const char* type = sqlTypeOf(aggregation.fields.back().GetStorage());
-    aggregation.columns += (aggregation.columns.empty() ? "" : ", ") +
-                           ("CAST(" + filledIn(sqlOfFunction(function, input),
-                                               aggregatedColumn(input), "t." + number, centile)) +
-                           " AS " + type + ") AS " + quotedIdentifier(name);
+    aggregation.columns +=
+        (aggregation.columns.empty() ? "" : ", ") +
+        ("CAST(" + filledIn(sqlOfFunction(function, input), aggregatedColumn(function, input),
+                            "t." + number, centile)) +
+        " AS " + type + ") AS " + quotedIdentifier(name);
     aggregation.ordered |= function.needsOrder;
     if (function.name != "key")
         return;
