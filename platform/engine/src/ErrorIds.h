@@ -35,6 +35,17 @@ inline constexpr const char* kFieldRenamed = "HVEPL0016W";   ///< only letter ca
 inline constexpr const char* kSettingNotHonoured = "HVEDE0001W"; ///< a setting without effect
 inline constexpr const char* kNoTimeInterval = "HVEDE0002W"; ///< fields that make up no interval
 
+// TC: temporal causal models.
+inline constexpr const char* kModelFile = "HVETC0020E";         ///< not a model file, or damaged
+inline constexpr const char* kModelVersion = "HVETC0021E";      ///< a model of an unknown version
+inline constexpr const char* kPreparationFile = "HVETC0022E";   ///< not what tsdp writes
+inline constexpr const char* kTooFewPoints = "HVETC0023E";      ///< no equation can be estimated
+inline constexpr const char* kUnknownSeries = "HVETC0024E";     ///< a setting names no series
+inline constexpr const char* kSeriesExcluded = "HVETC0025W";    ///< a series without an equation
+inline constexpr const char* kLagsReduced = "HVETC0026W";       ///< fewer lags than asked for
+inline constexpr const char* kPredictorExcluded = "HVETC0027W"; ///< collinear with an equation
+inline constexpr const char* kPerfectFit = "HVETC0028W";        ///< an equation without error
+
 // EX: expressions over records.
 inline constexpr const char* kLambdaForm = "HVEEX0001E";      ///< not the form that the step takes
 inline constexpr const char* kExpressionField = "HVEEX0002E"; ///< a field that the record lacks

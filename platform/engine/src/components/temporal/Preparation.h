@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "runtime/DataModel.h"
+
+namespace EmbeddedHV {
+
+/// The entry of a container or a model that holds the document of the data preparation.
+inline constexpr const char* kPreparationDocument = "TSDPOutput.json";
+
+/// A series that the preparation made.
+struct PreparedSeries
+{
+    std::string id;
+    std::vector<std::string> name; ///< the values of the dimension fields, then the metric
+};
+
+/// What the training reads of the document of the data preparation.
+struct Preparation
+{
+    std::string document; ///< as the preparation wrote it
+    std::vector<PreparedSeries> series;
+    /// The fields of the model: dimension fields with coded values, the metrics as coded values of
+    /// one field, and the metrics themselves.
+    Fields fields;
+};
+
+/// Reads the document. `owner` begins every message. Throws JobError if it is not one that tsdp
+/// writes.
+Preparation preparationOf(std::string document, const std::string& owner);
+
+/// The document StatXML.xml of a model with these fields.
+std::string modelStatistics(const Fields& fields);
+
+} // namespace EmbeddedHV
