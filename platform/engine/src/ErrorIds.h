@@ -35,7 +35,21 @@ inline constexpr const char* kFieldRenamed = "HVEPL0016W";   ///< only letter ca
 inline constexpr const char* kSettingNotHonoured = "HVEDE0001W"; ///< a setting without effect
 inline constexpr const char* kNoTimeInterval = "HVEDE0002W"; ///< fields that make up no interval
 
-// TC: temporal causal models.
+// TC: temporal causal models. Preparation: 1 to 19.
+inline constexpr const char* kTsdpNoTime = "HVETC0001E";     ///< no field tells the time
+inline constexpr const char* kTsdpFieldTwice = "HVETC0002E"; ///< one field in two roles
+inline constexpr const char* kTsdpFewPoints = "HVETC0003E";  ///< fewer than two points of time
+inline constexpr const char* kTsdpNoSeries = "HVETC0004E";   ///< no series is left
+inline constexpr const char* kTsdpTooLarge = "HVETC0005E";   ///< too many points, series or values
+inline constexpr const char* kTsdpInterval = "HVETC0006E";   ///< no interval, or one without points
+inline constexpr const char* kTsdpNoPoint = "HVETC0007W";    ///< records at no point of time
+inline constexpr const char* kTsdpNoValue = "HVETC0008W";    ///< records without a dimension value
+inline constexpr const char* kTsdpUnknown = "HVETC0009W";    ///< values that no series has
+inline constexpr const char* kTsdpLeftOut = "HVETC0010W";    ///< a series that is left out
+inline constexpr const char* kTsdpGaps = "HVETC0011W";       ///< a series with too many gaps
+inline constexpr const char* kTsdpOverflow = "HVETC0012W";   ///< sums that are no numbers
+inline constexpr const char* kNotPrepared = "HVETC0013E";    ///< records that are not its series
+// Training: 20 to 39.
 inline constexpr const char* kModelFile = "HVETC0020E";         ///< not a model file, or damaged
 inline constexpr const char* kModelVersion = "HVETC0021E";      ///< a model of an unknown version
 inline constexpr const char* kPreparationFile = "HVETC0022E";   ///< not what tsdp writes

@@ -8,6 +8,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "components/descriptives/Descriptives.h"
+#include "components/temporal/Tsdp.h"
 #include "expression/NearestName.h"
 
 namespace EmbeddedHV {
@@ -15,6 +16,7 @@ namespace {
 
 constexpr StepKind kComponents[] = {
     {"descriptives:descriptives", StepInputs::One, StepArguments::Component, planDescriptives},
+    {"tsdp:tsdp", StepInputs::One, StepArguments::Component, planTsdp},
 };
 
 } // namespace

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include "steps/Settings.h"
+
+namespace EmbeddedHV {
+
+/// Sends messages of one kind, but no more of them than someone reads.
+class FewMessages
+{
+public:
+    /// The sink is borrowed. `rest` ends the sentence "... and N more " for those that are not
+    /// sent.
+    FewMessages(const MessageSink& sink, std::string id, std::int64_t most, std::string rest)
+        : _sink(sink), _id(std::move(id)), _most(most), _rest(std::move(rest))
+    {
+    }
+
+    void send(const std::string& text)
+    {
+        if (++_count <= _most)
+            _sink(_id, text);
+    }
+    /// Says how many were not sent.
+    void finish()
+    {
+        if (_count > _most)
+            _sink(_id, "... and " + std::to_string(_count - _most) + " more " + _rest);
+    }
+
+private:
+    const MessageSink& _sink;
+    std::string _id;
+    std::int64_t _most;
+    std::string _rest;
+    std::int64_t _count = 0;
+};
+
+} // namespace EmbeddedHV
