@@ -60,6 +60,14 @@ inline constexpr const char* kLagsReduced = "HVETC0026W";       ///< fewer lags 
 inline constexpr const char* kPredictorExcluded = "HVETC0027W"; ///< collinear with an equation
 inline constexpr const char* kPerfectFit = "HVETC0028W";        ///< an equation without error
 
+// TC 0040-0059: scoring by temporal causal models.
+inline constexpr const char* kNoEquation = "HVETC0040E";         ///< nothing predicts a series
+inline constexpr const char* kSeriesNotInRecords = "HVETC0041E"; ///< records lack a series
+inline constexpr const char* kNothingToScore = "HVETC0042E";     ///< no record
+inline constexpr const char* kRefitFailed = "HVETC0043E";   ///< data that determine no equation
+inline constexpr const char* kScenarioTime = "HVETC0044E";  ///< not beyond the data, or twice
+inline constexpr const char* kScoringRemark = "HVETC0045W"; ///< series without values or effect
+
 // EX: expressions over records.
 inline constexpr const char* kLambdaForm = "HVEEX0001E";      ///< not the form that the step takes
 inline constexpr const char* kExpressionField = "HVEEX0002E"; ///< a field that the record lacks

@@ -9,6 +9,8 @@
 #include "JobError.h"
 #include "components/descriptives/Descriptives.h"
 #include "components/temporal/Tsdp.h"
+#include "components/temporal/ModelCapabilities.h"
+#include "components/temporal/ScoreStage.h"
 #include "expression/NearestName.h"
 
 namespace EmbeddedHV {
@@ -17,6 +19,10 @@ namespace {
 constexpr StepKind kComponents[] = {
     {"descriptives:descriptives", StepInputs::One, StepArguments::Component, planDescriptives},
     {"tsdp:tsdp", StepInputs::One, StepArguments::Component, planTsdp},
+    {"tcm:score", StepInputs::One, StepArguments::ComponentWithInputs, planTcmScore},
+    {"tcm:ar", StepInputs::One, StepArguments::ComponentWithInputs, planTcmAr},
+    {"scoring:scoring", StepInputs::None, StepArguments::ComponentWithInputs,
+     planModelCapabilities},
 };
 
 } // namespace

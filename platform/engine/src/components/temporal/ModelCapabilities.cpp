@@ -1,0 +1,98 @@
+#include "components/temporal/ModelCapabilities.h"
+
+#include <sstream>
+
+#include <pugixml.hpp>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "components/ComponentContainers.h"
+#include "components/ContainerFile.h"
+#include "components/temporal/ModelArchive.h"
+#include "components/temporal/ScoreStage.h"
+#include "components/temporal/SeriesTable.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// The document of the model's properties.
+std::string propertiesDocument(const TcmModel& model)
+{
+    pugi::xml_document document;
+    pugi::xml_node root = document.append_child("ModelProperties");
+    const auto add = [&root](const char* name, const std::string& value) {
+        pugi::xml_node property = root.append_child("Property");
+        property.append_attribute("name").set_value(name);
+        property.append_attribute("value").set_value(value.c_str());
+    };
+    add("modelType", "temporalCausal");
+    add("seriesCount", std::to_string(model.series.size()));
+    add("targetCount", std::to_string(model.equations.size()));
+    add("lags", std::to_string(model.lags));
+    add("trainingPoints", std::to_string(model.trainingPoints));
+    add("outlierLevel", Json(model.outlierLevel).dump());
+    std::ostringstream text;
+    document.save(text, "  ", pugi::format_default, pugi::encoding_utf8);
+    return text.str();
+}
+
+std::vector<ContainerMember> capabilitiesOf(const TcmModel& model)
+{
+    std::vector<std::string> all;
+    std::vector<std::string> targets;
+    for (const ModelSeries& series : model.series)
+        all.push_back(series.id);
+    for (const SeriesEquation& equation : model.equations)
+        targets.push_back(model.series[equation.series].id);
+    return {{"ScoreInputDataModel.xml", dataModelOf(fieldsOfSeries(all))},
+            {"ScoreOutputDataModel.xml", dataModelOf(scoredFields(targets, true))},
+            {"ScoreModelProp.xml", propertiesDocument(model)}};
+}
+
+/// Writes the documents into a container.
+class CapabilitiesOutput : public Output
+{
+public:
+    CapabilitiesOutput(const StepCall& call, const std::string& destination,
+                       std::vector<ContainerMember> members)
+        : _context(call.context), _file(destination, call.name), _members(std::move(members))
+    {
+        _context.announce(destination, call.name);
+    }
+
+    std::string target() const override { return _file.destination(); }
+    std::string statement(const std::string& select) override { return select; }
+    void commit() override
+    {
+        _file.write(_members);
+        _file.commit();
+        _context.unwritten.erase(canonicalPath(_file.destination()));
+    }
+
+private:
+    JobContext& _context;
+    ContainerFile _file;
+    std::vector<ContainerMember> _members;
+};
+
+} // namespace
+
+StepResult planModelCapabilities(StepCall& call)
+{
+    const Settings settings = call.settings();
+    if (!settings.flag("isModelCapabilities").value_or(false))
+        throw JobError(errors::kNotAvailable,
+                       call.name + ": only the capabilities of a temporal causal model are given "
+                                   "(\"isModelCapabilities\": true); tcm:score and tcm:ar score "
+                                   "records");
+    settings.reportOthers(call.context.message);
+    const std::vector<ComponentContainer> results = outputContainers(call);
+    if (results.size() != 1)
+        throw JobError(errors::kSettingType, call.name + ": " + std::to_string(results.size()) +
+                                                 " output containers are given, not one");
+    const TcmModel model = readModel(modelPathOf(call), call.name);
+    return {emptyNode(), std::make_unique<CapabilitiesOutput>(call, results.front().path,
+                                                              capabilitiesOf(model))};
+}
+
+} // namespace EmbeddedHV
