@@ -59,6 +59,9 @@ inline constexpr const char* kSeriesExcluded = "HVETC0025W";    ///< a series wi
 inline constexpr const char* kLagsReduced = "HVETC0026W";       ///< fewer lags than asked for
 inline constexpr const char* kPredictorExcluded = "HVETC0027W"; ///< collinear with an equation
 inline constexpr const char* kPerfectFit = "HVETC0028W";        ///< an equation without error
+inline constexpr const char* kOutputNotHonoured = "HVETC0060W"; ///< a setting without effect
+inline constexpr const char* kRecordsDiffer = "HVETC0061E";     ///< not the records of the model
+inline constexpr const char* kSeriesWithoutRecords = "HVETC0062W"; ///< a metric without a field
 
 // TC 0040-0059: scoring by temporal causal models.
 inline constexpr const char* kNoEquation = "HVETC0040E";         ///< nothing predicts a series

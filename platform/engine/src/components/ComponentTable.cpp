@@ -11,6 +11,7 @@
 #include "components/temporal/Tsdp.h"
 #include "components/temporal/ModelCapabilities.h"
 #include "components/temporal/ScoreStage.h"
+#include "components/temporal/OutputComponent.h"
 #include "expression/NearestName.h"
 
 namespace EmbeddedHV {
@@ -23,6 +24,8 @@ constexpr StepKind kComponents[] = {
     {"tcm:ar", StepInputs::One, StepArguments::ComponentWithInputs, planTcmAr},
     {"scoring:scoring", StepInputs::None, StepArguments::ComponentWithInputs,
      planModelCapabilities},
+    {"OutputComponent:TCMOutputComponent", StepInputs::AtMostOne,
+     StepArguments::ComponentWithInputs, planTcmOutput},
 };
 
 } // namespace

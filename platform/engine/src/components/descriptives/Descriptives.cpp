@@ -1,10 +1,8 @@
 #include "components/descriptives/Descriptives.h"
 
-#include <deque>
-
 #include "ErrorIds.h"
 #include "components/ComponentQueries.h"
-#include "components/ContainerFile.h"
+#include "components/ContainerFiles.h"
 #include "components/descriptives/DescriptivesSettings.h"
 #include "components/descriptives/InputTable.h"
 #include "components/descriptives/IntervalDocument.h"
@@ -40,6 +38,14 @@ std::string listOf(const std::vector<std::string>& names)
     return list;
 }
 
+std::vector<std::string> destinationsOf(const DescriptivesSettings& settings)
+{
+    std::vector<std::string> paths;
+    for (const OutputContainer& container : settings.containers)
+        paths.push_back(container.path);
+    return paths;
+}
+
 /// Where the records go: into a table first, which is described once it is whole. The containers
 /// get their files together, or none does.
 class DescriptivesOutput : public Output
@@ -47,13 +53,9 @@ class DescriptivesOutput : public Output
 public:
     DescriptivesOutput(StepCall& call, DescriptivesSettings settings)
         : _context(call.context), _component(call.name), _settings(std::move(settings)),
-          _table(call.context.newTable("hv_described_"), _settings)
+          _table(call.context.newTable("hv_described_"), _settings),
+          _files(call.context, destinationsOf(_settings), _component)
     {
-        for (const OutputContainer& container : _settings.containers)
-            _files.emplace_back(container.path, _component);
-        for (const OutputContainer& container : _settings.containers)
-            // Until they are whole: a later step of the job must not read what stood there before.
-            _context.announce(container.path, _component);
     }
 
     std::string target() const override { return "the result of " + _component; }
@@ -67,10 +69,10 @@ public:
             addInterval(detectInterval(queries, _table, point));
         // Before the files are written, since the table may be as large as the data.
         queries.run("DROP TABLE " + _table.name());
-        for (std::size_t i = 0; i < _files.size(); ++i)
-            _files[i].write({{memberOf(_settings.containers[i].kind),
+        for (std::size_t i = 0; i < _settings.containers.size(); ++i)
+            _files.write(i, {{memberOf(_settings.containers[i].kind),
                               documentOf(_settings.containers[i].kind)}});
-        publish();
+        _files.publish();
     }
 
 private:
@@ -99,26 +101,11 @@ private:
         return {};
     }
 
-    void publish()
-    {
-        std::size_t done = 0;
-        try {
-            for (; done < _files.size(); ++done)
-                _files[done].commit();
-        } catch (...) {
-            while (done > 0)
-                _files[--done].revoke();
-            throw;
-        }
-        for (const ContainerFile& file : _files)
-            _context.unwritten.erase(canonicalPath(file.destination()));
-    }
-
     JobContext& _context;
     std::string _component;
     DescriptivesSettings _settings;
     InputTable _table;
-    std::deque<ContainerFile> _files; ///< a deque, since a file neither moves nor copies
+    ContainerFiles _files;
     DataSummary _summary;
     std::vector<TimeInterval> _intervals;
 };

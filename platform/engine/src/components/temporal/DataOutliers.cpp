@@ -1,0 +1,44 @@
+#include "components/temporal/DataOutliers.h"
+
+#include <cmath>
+
+#include <boost/math/distributions/students_t.hpp>
+
+namespace EmbeddedHV {
+namespace {
+
+void addOutliers(const ModelData& data, const SeriesEquation& equation, double level,
+                 std::vector<SeriesOutlier>& outliers)
+{
+    const auto freedom = static_cast<double>(equation.fit.observations - equation.fit.parameters);
+    // A perfect fit has no scale to measure a residual by.
+    if (!(freedom > 0) || !(equation.residualVariance > 0) || !(level > 0 && level < 1))
+        return;
+    const boost::math::students_t distribution(freedom);
+    const double bound = boost::math::quantile(distribution, (1 + level) / 2);
+    const double deviation = std::sqrt(equation.residualVariance);
+    for (std::int64_t index = data.firstIndex(); index < data.endIndex(); ++index) {
+        const double predicted = data.prediction(equation, index);
+        const double actual = data.value(equation.series, index);
+        const double t = std::abs(actual - predicted) / deviation;
+        if (t > bound && std::isfinite(t))
+            outliers.push_back({equation.series, index, actual, predicted,
+                                2 * boost::math::cdf(boost::math::complement(distribution, t))});
+    }
+}
+
+} // namespace
+
+std::vector<SeriesOutlier> outliersIn(const TcmModel& model, const ModelData& data,
+                                      const StopCheck& check)
+{
+    std::vector<SeriesOutlier> outliers;
+    for (const SeriesEquation& equation : model.equations) {
+        check();
+        if (data.has(equation.series))
+            addOutliers(data, equation, model.outlierLevel, outliers);
+    }
+    return outliers;
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "components/temporal/Explanation.h"
+#include "components/temporal/ImpactDiagram.h"
+
+/// The charts of an explanation.
+namespace EmbeddedHV::explanation {
+
+/// The network, or the strongest edges of a large one.
+Json networkChart(const Explanation& explanation);
+/// A diagram in columns by level; causes have negative levels.
+Json impactChart(const Explanation& explanation, const ImpactDiagram& diagram);
+/// Actual and predicted values of a series. The explanation has data.
+Json seriesChart(const Explanation& explanation, std::size_t place);
+
+} // namespace EmbeddedHV::explanation

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "components/temporal/ModelFields.h"
+#include "components/temporal/PointLabels.h"
+#include "steps/StepCall.h"
+
+namespace EmbeddedHV {
+
+/// What the component can tell of a model.
+enum class ArtifactKind
+{
+    ImpactEffects,
+    ImpactCauses,
+    Network,
+    Fit,
+    Equations,
+    Outliers,
+    RootCause
+};
+
+/// One artifact that is asked for.
+struct ArtifactRequest
+{
+    ArtifactKind kind = ArtifactKind::Network;
+    std::string name; ///< as the settings name it
+    /// Places of series in the model; of some kinds none means all.
+    std::vector<std::size_t> targets;
+    std::int64_t level = 1; ///< at least 1
+};
+
+/// The configuration of the component.
+struct ExplanationSettings
+{
+    std::vector<ArtifactRequest> artifacts;
+    bool isEncoded = false; ///< series are named by their ids, in the settings and in what is told
+    TimeOfDay timeOfDay = TimeOfDay::Seconds;
+};
+
+/// Reads the configuration, and tells of each setting that has no effect. Throws JobError.
+ExplanationSettings explanationSettings(const StepCall& call, const SeriesFinder& series);
+
+} // namespace EmbeddedHV

@@ -1,0 +1,121 @@
+#include "components/temporal/StatisticsJson.h"
+
+#include "components/result/ValueFormat.h"
+#include "components/temporal/FitMembers.h"
+
+namespace EmbeddedHV::statistics {
+
+Json seriesObject(const Explanation& explanation, std::size_t place)
+{
+    return {{"id", explanation.series(place).id}, {"name", explanation.nameOf(place)}};
+}
+
+Json optionalNumber(const std::optional<double>& value)
+{
+    return value ? numberJson(*value) : Json();
+}
+
+Json effectObject(const CausalEdge& edge)
+{
+    return {{"lag", edge.lag},
+            {"sum", numberJson(edge.sum)},
+            {"sign", edge.sign()},
+            {"strength", numberJson(edge.strength)},
+            {"fStatistic", numberJson(edge.fStatistic)},
+            {"pValue", numberJson(edge.pValue)}};
+}
+
+Json edgeObject(const Explanation& explanation, const CausalEdge& edge)
+{
+    Json object = {{"from", explanation.series(edge.from).id},
+                   {"to", explanation.series(edge.to).id}};
+    object.update(effectObject(edge));
+    return object;
+}
+
+Json nodeObject(const Explanation& explanation, std::size_t place)
+{
+    Json node = seriesObject(explanation, place);
+    const SeriesEquation* equation = explanation.model().equationOf(place);
+    node["isTarget"] = equation != nullptr;
+    node["rSquared"] = equation ? optionalNumber(equation->fit.rSquared) : Json();
+    if (const CausalEdge* own = explanation.network().ownPastOf(place))
+        node["ownPast"] = effectObject(*own);
+    return node;
+}
+
+Json networkMembers(const Explanation& explanation)
+{
+    Json nodes = Json::array();
+    for (std::size_t place = 0; place < explanation.model().series.size(); ++place) {
+        explanation.check();
+        nodes.push_back(nodeObject(explanation, place));
+    }
+    Json edges = Json::array();
+    for (const CausalEdge& edge : explanation.network().edges()) {
+        explanation.check();
+        edges.push_back(edgeObject(explanation, edge));
+    }
+    return {{"nodes", std::move(nodes)}, {"edges", std::move(edges)}};
+}
+
+Json fitMembers(const Explanation& explanation, const ArtifactRequest& request)
+{
+    Json targets = Json::array();
+    for (const SeriesEquation* equation : explanation.equationsOf(request.targets)) {
+        explanation.check();
+        Json target = seriesObject(explanation, equation->series);
+        target["observations"] = equation->fit.observations;
+        target["parameters"] = equation->fit.parameters;
+        for (const FitMember& member : kFitMembers)
+            target[member.key] = optionalNumber(equation->fit.*member.value);
+        targets.push_back(std::move(target));
+    }
+    return {{"targets", std::move(targets)}};
+}
+
+namespace {
+
+Json termObject(const Explanation& explanation, const LaggedTerm& term)
+{
+    return {{"id", explanation.series(term.series).id},
+            {"lag", term.lag},
+            {"coefficient", numberJson(term.coefficient)},
+            {"standardError", numberJson(term.standardError)},
+            {"tStatistic", numberJson(term.tStatistic)},
+            {"pValue", numberJson(term.pValue)}};
+}
+
+Json equationObject(const Explanation& explanation, const SeriesEquation& equation)
+{
+    Json object = seriesObject(explanation, equation.series);
+    object["intercept"] = numberJson(equation.intercept);
+    object["interceptStandardError"] = numberJson(equation.interceptStandardError);
+    object["residualVariance"] = numberJson(equation.residualVariance);
+    object["predictors"] = Json::array();
+    for (const PredictorGroup& group : equation.groups) {
+        Json predictor = seriesObject(explanation, group.series);
+        predictor["fStatistic"] = numberJson(group.fStatistic);
+        predictor["pValue"] = numberJson(group.pValue);
+        predictor["isForced"] = group.isForced;
+        object["predictors"].push_back(std::move(predictor));
+    }
+    object["terms"] = Json::array();
+    for (const LaggedTerm& term : equation.terms)
+        object["terms"].push_back(termObject(explanation, term));
+    return object;
+}
+
+} // namespace
+
+Json equationMembers(const Explanation& explanation, const ArtifactRequest& request)
+{
+    Json equations = Json::array();
+    for (const SeriesEquation* equation : explanation.equationsOf(request.targets)) {
+        explanation.check();
+        equations.push_back(equationObject(explanation, *equation));
+    }
+    return {{"equations", std::move(equations)}};
+}
+
+} // namespace EmbeddedHV::statistics
