@@ -144,7 +144,7 @@ constexpr std::tuple<const char*, const char*, const char*> kCases[] = {
     {"an overflow while the job runs",
      R"(deriveField(_, c => x => ("big", x.age * 9223372036854775807)))",
      "HVERT0003E read -> deriveField -> write: Overflow in multiplication of Integer (31 * "},
-    {"a component", "tcm:score(_)", R"(HVEPL0013E the component "tcm:score")"},
+    {"an unknown component", "tcm:scores(_)", R"(HVEPL0013E the component "tcm:scores")"},
 };
 
 TEST_F(StepTest, EachStepGivesItsRecordsOrNamesItsFault)

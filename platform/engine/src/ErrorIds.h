@@ -49,7 +49,7 @@ inline constexpr const char* kTsdpLeftOut = "HVETC0010W";    ///< a series that 
 inline constexpr const char* kTsdpGaps = "HVETC0011W";       ///< a series with too many gaps
 inline constexpr const char* kTsdpOverflow = "HVETC0012W";   ///< sums that are no numbers
 inline constexpr const char* kNotPrepared = "HVETC0013E";    ///< records that are not its series
-// Training: 20 to 39.
+// Training and model files: 20 to 39.
 inline constexpr const char* kModelFile = "HVETC0020E";         ///< not a model file, or damaged
 inline constexpr const char* kModelVersion = "HVETC0021E";      ///< a model of an unknown version
 inline constexpr const char* kPreparationFile = "HVETC0022E";   ///< not what tsdp writes
@@ -59,17 +59,17 @@ inline constexpr const char* kSeriesExcluded = "HVETC0025W";    ///< a series wi
 inline constexpr const char* kLagsReduced = "HVETC0026W";       ///< fewer lags than asked for
 inline constexpr const char* kPredictorExcluded = "HVETC0027W"; ///< collinear with an equation
 inline constexpr const char* kPerfectFit = "HVETC0028W";        ///< an equation without error
-inline constexpr const char* kOutputNotHonoured = "HVETC0060W"; ///< a setting without effect
-inline constexpr const char* kRecordsDiffer = "HVETC0061E";     ///< not the records of the model
-inline constexpr const char* kSeriesWithoutRecords = "HVETC0062W"; ///< a metric without a field
-
-// TC 0040-0059: scoring by temporal causal models.
+// Scoring: 40 to 59.
 inline constexpr const char* kNoEquation = "HVETC0040E";         ///< nothing predicts a series
 inline constexpr const char* kSeriesNotInRecords = "HVETC0041E"; ///< records lack a series
 inline constexpr const char* kNothingToScore = "HVETC0042E";     ///< no record
 inline constexpr const char* kRefitFailed = "HVETC0043E";   ///< data that determine no equation
 inline constexpr const char* kScenarioTime = "HVETC0044E";  ///< not beyond the data, or twice
 inline constexpr const char* kScoringRemark = "HVETC0045W"; ///< series without values or effect
+// Explanation: 60 to 79.
+inline constexpr const char* kOutputNotHonoured = "HVETC0060W";    ///< a setting without effect
+inline constexpr const char* kRecordsDiffer = "HVETC0061E";        ///< not the records of the model
+inline constexpr const char* kSeriesWithoutRecords = "HVETC0062W"; ///< a metric without a field
 
 // EX: expressions over records.
 inline constexpr const char* kLambdaForm = "HVEEX0001E";      ///< not the form that the step takes

@@ -8,10 +8,10 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "components/descriptives/Descriptives.h"
-#include "components/temporal/Tsdp.h"
 #include "components/temporal/ModelCapabilities.h"
-#include "components/temporal/ScoreStage.h"
 #include "components/temporal/OutputComponent.h"
+#include "components/temporal/ScoreStage.h"
+#include "components/temporal/Tsdp.h"
 #include "expression/NearestName.h"
 
 namespace EmbeddedHV {
