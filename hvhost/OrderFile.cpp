@@ -163,7 +163,8 @@ std::string listed(const std::vector<std::string>& words)
 void OrderReader::readResult(RenderOrder& order, const OrderValue& value) const
 {
     order.result = value.text();
-    if (find(_document, {order.result}) == nullptr)
+    const nlohmann::ordered_json* const found = find(_document, {order.result});
+    if (found == nullptr || found->is_null())
         value.refuse("the document has no result \"" + order.result + "\"",
                      listed(resultNames(_document)));
 }

@@ -9,6 +9,23 @@
 #include "runner/HVRunner.h"
 #include "support/HVDebug.h"
 
+namespace {
+
+/// The keys that lead to an object of the document, with dots between them.
+std::string placeOf(const RenderOrder& order, std::size_t object)
+{
+    std::string place = order.result;
+    if (object == jsonToTarn::kDocument)
+        return place;
+    const auto& locations = order.objects[object].order.getLocations();
+    if (!locations.empty())
+        for (const std::string& key : locations.front())
+            place += "." + key;
+    return place;
+}
+
+} // namespace
+
 Rendering::Rendering(HostSession& session, TnProcedure& procedure, const std::string& name,
                      const std::string& document, bool showsTimes)
     : _session(session), _procedure(procedure), _name(name), _document(document),
@@ -23,8 +40,6 @@ void Rendering::render(const RenderOrder& order)
     const InterruptWatch::Abandonable work(_session.watch());
     try {
         generate(order);
-        // What is shown after a stop is not all of it.
-        _session.watch().check();
         _session.runner().cleanJRef();
     } catch (const JNIException& error) {
         throw CommandFault(ExitStatus::JobFailed, _name + ": " + error.message(), {},
@@ -40,9 +55,31 @@ void Rendering::generate(const RenderOrder& order)
         output.addObjectToOutput(object.order);
     output.setGeoJSONMap(order.geoJson);
     output.showNotifications(order.showsNotifications);
-    if (!output.generateOutput(order.result) && !output.getTop().isGood())
+    const bool isFound = output.generateOutput(order.result);
+    // After a stop the output is not complete.
+    _session.watch().check();
+    if (!output.getTop().isGood())
         throw CommandFault(ExitStatus::Input, _name + ": " + output.getTop().getParserError());
+    refuseFailures(order, output);
+    if (!isFound)
+        throw CommandFault(ExitStatus::JobFailed, _name + ": the result \"" + order.result +
+                                                      "\" cannot be shown: Java does not find it");
     note("shown: " + order.result);
+}
+
+/// The library goes on behind a part that Java fails on, but output with a missing part is no
+/// result of a command.
+void Rendering::refuseFailures(const RenderOrder& order, const jsonToTarn& output) const
+{
+    const auto& failures = output.getFailures();
+    if (failures.empty())
+        return;
+    std::string places;
+    for (const jsonToTarn::Failure& failure : failures)
+        places += (places.empty() ? "\"" : ", \"") + placeOf(order, failure.object) + "\"";
+    throw CommandFault(ExitStatus::JobFailed,
+                       _name + ": " + places + " cannot be shown: " + failures.front().reason, {},
+                       failures.front().trace);
 }
 
 void Rendering::note(const std::string& comment)

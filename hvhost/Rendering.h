@@ -9,6 +9,7 @@
 class HVDebug;
 class HostSession;
 class TnProcedure;
+class jsonToTarn;
 
 /// Turns a result document into output of a procedure. Everything is borrowed.
 class Rendering
@@ -22,12 +23,13 @@ public:
     Rendering(const Rendering&) = delete;
     Rendering& operator=(const Rendering&) = delete;
 
-    /// Throws CommandFault: Input for a document that cannot be read, JobFailed for what Java says,
-    /// and what the watch throws.
+    /// Throws CommandFault: Input for a document that cannot be read; JobFailed, with the name of
+    /// the part, if Java fails to show one; and what the watch throws.
     void render(const RenderOrder& order);
 
 private:
     void generate(const RenderOrder& order);
+    void refuseFailures(const RenderOrder& order, const jsonToTarn& output) const;
     void note(const std::string& comment);
 
     HostSession& _session;

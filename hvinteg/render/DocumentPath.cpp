@@ -1,15 +1,37 @@
 #include "render/DocumentPath.h"
 
+#include <utility>
+
 #include "support/DottedPath.h"
+
+/// Asks a wrapper of its own, whose error message belongs to this question alone.
+template <class Question>
+auto DocumentPath::recorded(Question question)
+{
+    JNIJSONObject wrapper(nullptr);
+    auto answer = question(wrapper);
+    if (!wrapper.getErrorMessage().empty())
+        _failure = wrapper.getErrorMessage();
+    return answer;
+}
 
 LocalRef<> DocumentPath::get(jobject object, const std::string& key)
 {
-    LocalRef<> value;
-    if (_object.isJSONObject(object)) {
-        value = LocalRef<>(_object.getEnv(), _object.get(object, key.c_str()));
-        _object.setObject(nullptr);
-    }
-    return value;
+    if (!_object.isJSONObject(object))
+        return {};
+    return recorded([&](JNIJSONObject& wrapper) {
+        return LocalRef<>(wrapper.getEnv(), wrapper.get(object, key.c_str()));
+    });
+}
+
+std::string DocumentPath::toString(jobject value)
+{
+    return recorded([&](JNIJSONObject& wrapper) { return wrapper.toString(value); });
+}
+
+std::string DocumentPath::takeFailure()
+{
+    return std::exchange(_failure, {});
 }
 
 DocumentPath::Place DocumentPath::follow(jobject object, const std::vector<std::string>& segments)
@@ -35,7 +57,7 @@ std::string DocumentPath::jsonOf(jobject value)
 {
     if (!_object.isJSONObject(value) && !_object.isJSONArray(value))
         return {};
-    std::string text = _object.toString(value);
+    std::string text = toString(value);
     return text.find('}') == text.npos ? std::string() : text;
 }
 

@@ -14,8 +14,11 @@ class DocumentPath
 {
 public:
     JNIJSONObject& reader() { return _object; }
-    /// The value of a key; null if there is none.
+    /// The value of a key; null if there is none, or if Java throws, which takeFailure tells.
     LocalRef<> get(jobject object, const std::string& key);
+    /// The text that Java makes of a value. Throws JNIException; empty if Java has the text but
+    /// cannot hand it over, which takeFailure tells.
+    std::string toString(jobject value);
     /// Where segments lead to: the object that they start from, or one that was fetched.
     struct Place
     {
@@ -30,8 +33,14 @@ public:
     std::string jsonOf(jobject value);
     /// Whether it is an object or an array that holds something.
     bool hasContent(jobject value);
+    /// What Java last said to a failure since this was last called; empty if there was none.
+    std::string takeFailure();
 
 private:
+    template <class Question>
+    auto recorded(Question question);
+
     JNIJSONObject _object{nullptr};
     JNIJSONArray _array{static_cast<const char*>(nullptr)};
+    std::string _failure;
 };

@@ -1,6 +1,5 @@
 #include "render/OrderRenderer.h"
 
-#include "JNIException.h"
 #include "bridge/JsonImage.h"
 #include "render/HostString.h"
 #include "render/JsonEnvelope.h"
@@ -24,16 +23,12 @@ bool OrderRenderer::render(const OutputOrder& order)
     if (heading == nullptr)
         return false;
     Headings headings;
-    try {
-        for (const std::string& segment : segmentsOf(order.getTitle())) {
-            // Headings stay even where nothing comes of the order: others may stand under them.
-            headings.emplace_back(heading->Heading(hostString(segment, true)));
-            heading = headings.back().get();
-        }
-        return renderUnder(*heading, order);
-    } catch (const JNIException&) {
-        return false;
+    for (const std::string& segment : segmentsOf(order.getTitle())) {
+        // A heading stays in the output even if the order fails: later orders may use it too.
+        headings.emplace_back(heading->Heading(hostString(segment, true)));
+        heading = headings.back().get();
     }
+    return renderUnder(*heading, order);
 }
 
 /// Whether there was output. A view is none for this answer: it is shown without a result, too.

@@ -16,7 +16,7 @@ class OrderRenderer
 public:
     /// The context and the result object are borrowed; without a document there is no object.
     OrderRenderer(ResultContext& context, jobject result) : _context(context), _result(result) {}
-    /// Whether a table or a chart came of it. What Java throws ends the order, not its headings.
+    /// Whether it made a table or a chart. Throws JNIException; the headings are made by then.
     bool render(const OutputOrder& order);
 
 private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "JNIException.h"
 #include "TnOutput.h"
 #include "render/DictionaryReader.h"
 #include "render/HostString.h"
@@ -37,29 +38,52 @@ struct HVINTEG_HIDDEN jsonToTarn::Impl
     }
     void readDictionary();
     bool render(jobject result);
+    bool renderOne(OrderRenderer& renderer, std::size_t object);
+    void noteLookups(std::size_t object, std::vector<Failure>& to);
 
     ResultContext context;
     bool showsNotifications = true;
     std::vector<OutputOrder> outputs;
+    std::vector<Failure> unread; ///< failures of the constructor
+    std::vector<Failure> failures;
 };
 
 void jsonToTarn::Impl::readDictionary()
 {
     const LocalRef<> model = context.reader.get(context.document.getTop(), "dataModel");
+    noteLookups(kDocument, unread);
     if (model)
         DictionaryReader(context.dictionary, model.get()).read();
+}
+
+void jsonToTarn::Impl::noteLookups(std::size_t object, std::vector<Failure>& to)
+{
+    const std::string reason = context.reader.takeFailure();
+    if (!reason.empty())
+        to.push_back({object, reason, {}});
 }
 
 bool jsonToTarn::Impl::render(jobject result)
 {
     OrderRenderer renderer(context, result);
     bool hasOutput = false;
-    for (const OutputOrder& order : outputs) {
-        if (isStopRequested())
-            break;
-        hasOutput = renderer.render(order) || hasOutput;
-    }
+    for (std::size_t i = 0; i < outputs.size() && !isStopRequested(); ++i)
+        hasOutput = renderOne(renderer, i) || hasOutput;
     return hasOutput;
+}
+
+/// What Java throws ends this object alone.
+bool jsonToTarn::Impl::renderOne(OrderRenderer& renderer, std::size_t object)
+{
+    try {
+        const bool hasOutput = renderer.render(outputs[object]);
+        noteLookups(object, failures);
+        return hasOutput;
+    } catch (const JNIException& error) {
+        context.reader.takeFailure();
+        failures.push_back({object, error.message(), error.trace()});
+        return false;
+    }
 }
 
 jsonToTarn::jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source,
@@ -108,6 +132,8 @@ bool jsonToTarn::generateOutput(const std::string& path)
 {
     ResultContext& context = _impl->context;
     context.path = path;
+    _impl->failures = _impl->unread;
+    context.reader.takeFailure(); // of earlier questions
     if (!context.hasDocument)
         return _impl->render(nullptr);
     if (!context.isReadable()) {
@@ -115,13 +141,20 @@ bool jsonToTarn::generateOutput(const std::string& path)
         return false;
     }
     const LocalRef<> result = context.reader.get(context.document.getTop(), path);
+    _impl->noteLookups(kDocument, _impl->failures);
     if (!result)
         return false;
     if (_impl->showsNotifications)
         showNotificationsOf(context, result.get());
+    _impl->noteLookups(kDocument, _impl->failures);
     // An order without output does not make the whole a failure.
     _impl->render(result.get());
     return true;
+}
+
+const std::vector<jsonToTarn::Failure>& jsonToTarn::getFailures() const
+{
+    return _impl->failures;
 }
 
 dataDictionary& jsonToTarn::getDataDictionary()

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "FacSTDictionary.h"
 #include "TnHeading.h"
@@ -48,12 +50,26 @@ public:
 
     /// Shows the result object of that name, a key of the document's top. False if there is none,
     /// or if the document could not be read, which is told as a warning; else true, whatever came
-    /// of it. Without a document: whether there was output other than interactive views. What Java
-    /// throws while an object is shown costs this object alone; what it throws while the messages
-    /// of the result are read passes, ahead of any output. A table of more than 10 million cells is
-    /// replaced by a warning. When the user asks the host for a stop, this returns early and leaves
-    /// what is shown until then, maybe a part of a table.
+    /// of it. Without a document: whether there was output other than interactive views. If Java
+    /// throws while an object is shown, this object is left out and the next one follows; what is
+    /// looked up in the document when Java throws counts as absent. getFailures() names both. What
+    /// Java throws while the messages of the result are read passes, ahead of any output. A table
+    /// of more than 10 million cells is replaced by a warning. When the user asks the host for a
+    /// stop, this returns early and leaves what is shown until then, maybe a part of a table.
     bool generateOutput(const std::string& path);
+
+    /// A part that is missing in the output because Java threw.
+    struct Failure
+    {
+        std::size_t object; ///< its place in the order of addObjectToOutput, from 0; or kDocument
+        std::string reason; ///< what Java says, UTF-8
+        std::string trace;  ///< the Java stack trace, if it is known
+    };
+    /// Stands for the result object, its messages and the data model of the document.
+    static constexpr std::size_t kDocument = static_cast<std::size_t>(-1);
+    /// The failures of the last generateOutput and of the constructor, in the order in which they
+    /// happened. Belongs to this object; valid until the next generateOutput. Throws nothing.
+    const std::vector<Failure>& getFailures() const;
 
     /// The fields of the document, and the string table that was handed in.
     dataDictionary& getDataDictionary();

@@ -102,6 +102,8 @@ class Render(Case):
             with self.subTest(document):
                 done = self.run_hvhost("render", self.write("bad.json", document), status=3)
                 self.assertRegex(done.stderr, fault)
+        done = self.render({"a": None, "b": {"notifications": []}}, {"result": "a"}, status=3)
+        self.assertRegex(done.stderr, r'order\.json: result: the document has no result "a"')
         self.run_hvhost("render", WEATHER, "--width", 5, status=2)
 
     def test_what_leads_nowhere_is_a_warning(self):

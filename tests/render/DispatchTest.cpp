@@ -1,3 +1,4 @@
+#include <set>
 #include <tuple>
 
 #include "JNIException.h"
@@ -175,9 +176,9 @@ TEST_F(DispatchTest, ContentIsFoundByPath)
         EXPECT_FALSE(output.hasGeoJSONMapFeatures(name)) << name;
 }
 
-// Whichever call into the machine fails: within an order this costs the order. Ahead of the orders
-// the exception passes, except from the lookup of a member, which is then absent. Nothing is left
-// behind.
+// Whichever call into the machine fails: within an order only this order fails. Ahead of the orders
+// the exception passes, except from the lookup of a member, which is then absent. What is missing
+// for that reason is among the failures. Nothing is left behind.
 TEST_F(DispatchTest, AJavaFailureCostsOneOrderOrPasses)
 {
     const std::string document =
@@ -189,6 +190,7 @@ TEST_F(DispatchTest, AJavaFailureCostsOneOrderOrPasses)
     const std::string whole = shown(document, orders);
     int passedFromDataModel = 0;
     int passedFromMessages = 0;
+    std::set<std::size_t> failed;
     for (const auto fault : {RecordingJni::Fault::OutOfMemory, RecordingJni::Fault::Exception,
                              RecordingJni::Fault::NothingReturned}) {
         for (int call = 1, wasReached = 1; wasReached != 0; ++call) {
@@ -202,6 +204,19 @@ TEST_F(DispatchTest, AJavaFailureCostsOneOrderOrPasses)
                     output.addObjectToOutput(one);
                 passed = &passedFromMessages;
                 isDone = output.generateOutput("r");
+                for (const jsonToTarn::Failure& failure : output.getFailures()) {
+                    failed.insert(failure.object);
+                    EXPECT_FALSE(failure.reason.empty());
+                    // This output has nothing of the data model.
+                    if (failure.object != jsonToTarn::kDocument) {
+                        EXPECT_NE(outputText(), whole);
+                    }
+                }
+                // Nothing without an exception is taken for an absent member.
+                if (output.getTop().isGood() && fault != RecordingJni::Fault::NothingReturned &&
+                    output.getFailures().empty()) {
+                    EXPECT_EQ(outputText(), whole) << "call " << call;
+                }
             } catch (const JNIException&) {
                 ++*passed;
                 EXPECT_THAT(outputText(), testing::Not(testing::HasSubstr("heading A")));
@@ -220,4 +235,5 @@ TEST_F(DispatchTest, AJavaFailureCostsOneOrderOrPasses)
     }
     EXPECT_GT(passedFromDataModel, 0);
     EXPECT_GT(passedFromMessages, 0);
+    EXPECT_EQ(failed, (std::set<std::size_t>{0, 1, jsonToTarn::kDocument}));
 }
