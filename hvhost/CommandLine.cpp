@@ -69,6 +69,11 @@ CommandLine::CommandLine()
 {
     // None is told of in words of our own; a second one is an argument of the first, as for help.
     _app.require_subcommand(0, 1);
+    // Before the command runs: nothing may fail once it has written its files.
+    _app.parse_complete_callback([this] {
+        if (_app.get_subcommands().empty())
+            throw CommandFault(ExitStatus::Usage, "no command is given", kCommandsHint);
+    });
     _app.formatter(helpFormatter());
     _app.set_help_flag("-h,--help", "Show this help");
     _app.set_version_flag("--version", "hvhost " HVINTEG_VERSION, "Print the version");
@@ -361,8 +366,6 @@ void parse(CLI::App& app, int count, char** words)
 {
     try {
         app.parse(count, words);
-        if (app.get_subcommands().empty())
-            throw CommandFault(ExitStatus::Usage, "no command is given", kCommandsHint);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success))
             throw usageFault(app, error);

@@ -56,6 +56,8 @@ void PendingFile::write(const std::string& text)
 void PendingFile::commit()
 {
     path(); // an empty file, if nothing was written
+    // Before the file gets its name: nothing may fail after that.
+    const std::string folder = folderOf(_target.path);
     // A crash of the system must not leave the new name with a part of the content.
     if (fsync(_part.descriptor()) != 0 && errno != EINVAL && errno != ENOTSUP)
         refuse(_step, _destination, errno);
@@ -63,7 +65,7 @@ void PendingFile::commit()
         refuse(_step, _destination, errno);
     _part.release();
     _committed = true;
-    syncFolder(folderOf(_target.path));
+    syncFolder(folder);
 }
 
 void PendingFile::revoke()

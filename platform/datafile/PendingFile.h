@@ -27,7 +27,8 @@ public:
     const std::string& destination() const { return _destination; }
     /// Replaces the content by a text. Throws Fault.
     void write(const std::string& text);
-    /// Waits until the content is on the disk, then gives the file its final name. Throws Fault.
+    /// Waits until the content is on the disk, then gives the file its final name. Throws Fault, or
+    /// what an allocation throws; the file does not have its name then.
     void commit();
     /// Takes the committed file away again: its companion could not be committed.
     void revoke();

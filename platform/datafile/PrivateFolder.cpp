@@ -52,6 +52,16 @@ void sweep(const std::string& parent, const std::string& prefix)
             sweepFolder(entry->path().native());
 }
 
+/// False if something is left, for whatever reason.
+bool removeAll(const std::string& path) noexcept
+try {
+    std::error_code error;
+    fs::remove_all(path, error);
+    return !error;
+} catch (const std::exception&) { // there is no memory for a path
+    return false;
+}
+
 } // namespace
 
 PrivateFolder::PrivateFolder(const std::string& parent, const std::string& prefix)
@@ -104,22 +114,16 @@ bool PrivateFolder::isOwn() const
 }
 
 bool PrivateFolder::remove() noexcept
-try {
+{
     if (!isOwn())
         return true;
-    std::error_code error;
-    fs::remove_all(_path, error);
-    // Listing a folder takes memory, which may be short for a moment only.
-    if (error)
-        fs::remove_all(_path, error);
-    if (error)
+    // Twice: listing a folder takes memory, which may be short for a moment only. The next process
+    // sweeps what is left.
+    if (!removeAll(_path) && !removeAll(_path))
         return false;
     _path.clear();
     _folder = FileDescriptor();
     return true;
-} catch (const std::exception&) {
-    // The next process sweeps what is left.
-    return false;
 }
 
 void makeOwnersFolders(const std::string& path, std::error_code& error)

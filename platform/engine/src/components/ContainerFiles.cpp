@@ -14,6 +14,10 @@ ContainerFiles::ContainerFiles(JobContext& context, const std::vector<std::strin
 
 void ContainerFiles::publish()
 {
+    // Before the files get their names: nothing may fail after that.
+    std::vector<std::string> written;
+    for (const ContainerFile& file : _files)
+        written.push_back(canonicalPath(file.destination()));
     std::size_t done = 0;
     try {
         for (; done < _files.size(); ++done)
@@ -23,8 +27,8 @@ void ContainerFiles::publish()
             _files[--done].revoke();
         throw;
     }
-    for (const ContainerFile& file : _files)
-        _context.unwritten.erase(canonicalPath(file.destination()));
+    for (const std::string& path : written)
+        _context.unwritten.erase(path);
 }
 
 } // namespace EmbeddedHV

@@ -106,6 +106,10 @@ void Job::commit(Statement& statement)
 {
     // A chain that several statements use has exported its model with the first of them.
     std::erase_if(statement.exports, [](const auto& document) { return document->isCommitted(); });
+    // Before the files get their names: nothing may fail after that.
+    std::vector<std::string> written;
+    for (const auto& document : statement.exports)
+        written.push_back(canonicalPath(document->path()));
     try {
         for (const auto& document : statement.exports)
             document->commit();
@@ -116,8 +120,8 @@ void Job::commit(Statement& statement)
             document->revoke();
         throw;
     }
-    for (const auto& document : statement.exports)
-        _context.unwritten.erase(canonicalPath(document->path()));
+    for (const std::string& path : written)
+        _context.unwritten.erase(path);
 }
 
 std::string Job::selectOf(const Node& node)

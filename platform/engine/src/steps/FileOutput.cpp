@@ -101,14 +101,22 @@ void FileOutput::commit()
 {
     if (_plain)
         seal();
+    // Before the files get their names: nothing may fail after that.
+    forgetProfiles();
+    const std::string name = fileNameOf(_settings.path);
+    std::map<std::string, WrittenFile> written;
+    written[name] = {_settings.path, _settings.kind, _fields, _settings.password};
     _files.commit(_context, _fields);
-    // The next statement that reads the file finds other records, and maybe other fields.
-    const std::string written = canonicalPath(_settings.path);
-    std::erase_if(_context.profiles, [&written](const auto& known) {
-        return canonicalPath(known.first.first) == written;
-    });
-    _context.written[fileNameOf(_settings.path)] = {_settings.path, _settings.kind, _fields,
-                                                    _settings.password};
+    _context.written.erase(name);
+    _context.written.merge(written);
+}
+
+/// The next statement that reads the file finds other records, and maybe other fields.
+void FileOutput::forgetProfiles()
+{
+    const std::string path = canonicalPath(_settings.path);
+    std::erase_if(_context.profiles,
+                  [&path](const auto& known) { return canonicalPath(known.first.first) == path; });
 }
 
 } // namespace EmbeddedHV

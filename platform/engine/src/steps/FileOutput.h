@@ -33,6 +33,7 @@ public:
 
 private:
     void seal();
+    void forgetProfiles();
     std::string describedFields() const;
     void reportCutMissing() const;
 

@@ -39,7 +39,7 @@ void OutputFiles::commit(JobContext& context, const Fields& fields)
     if (_model) {
         try {
             _model->commit();
-        } catch (const JobError&) {
+        } catch (...) {
             _data.revoke();
             throw;
         }
