@@ -17,6 +17,7 @@
 #include "TnOutput.h"
 #include "UserMessages.h"
 #include "VexaJVMError.h"
+#include "datafile/StartedThread.h"
 #include "runner/HVProgressListener.h"
 #include "runner/HVRunner.h"
 #include "runner/StatHVServiceManager.h"
@@ -32,7 +33,10 @@ constexpr const char* kSyntaxFault = "HVEPA0001E";
 class PreloadThread
 {
 public:
-    PreloadThread() : _thread(&EmbeddedHV::preload) {}
+    PreloadThread()
+        : _thread(datafile::startedThread("opens the engine's database", &EmbeddedHV::preload))
+    {
+    }
     ~PreloadThread() { _thread.join(); }
     PreloadThread(const PreloadThread&) = delete;
     PreloadThread& operator=(const PreloadThread&) = delete;

@@ -13,6 +13,7 @@
 #include "CFAppHost.h"
 #include "EngineException.h"
 #include "Text.h"
+#include "datafile/StartedThread.h"
 
 namespace {
 
@@ -42,7 +43,8 @@ InterruptWatch::InterruptWatch(std::optional<double> timeout)
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     // A file that grows over its limit is a fault to report, as a full disk is.
     std::signal(SIGXFSZ, SIG_IGN);
-    _thread = std::thread([this, timeout] { watch(timeout); });
+    _thread = datafile::startedThread("watches for interrupts and the time limit",
+                                      [this, timeout] { watch(timeout); });
 }
 
 InterruptWatch::~InterruptWatch()

@@ -11,17 +11,21 @@ namespace {
 class LayerFault : public FaultChoice
 {
 public:
-    LayerFault(faultlayer::Kind kind, faultlayer::Scope scope) : _kind(kind), _scope(scope) {}
+    LayerFault(faultlayer::Kind kind, faultlayer::Scope scope, const char* cause)
+        : _kind(kind), _scope(scope), _cause(cause)
+    {
+    }
     void arm(long number) override { faultlayer::arm(_kind, _scope, number); }
     Outcome disarm() override
     {
         const faultlayer::Outcome outcome = faultlayer::disarm();
-        return {outcome.calls, outcome.delivered, outcome.site, {}};
+        return {outcome.calls, outcome.delivered, outcome.site, {}, _cause};
     }
 
 private:
     faultlayer::Kind _kind;
     faultlayer::Scope _scope;
+    const char* _cause;
 };
 
 class JniFault : public FaultChoice
@@ -32,7 +36,8 @@ public:
     Outcome disarm() override
     {
         const bool delivered = jni().endFault();
-        return {jni().faultableCalls(), delivered, nullptr, std::string(jni().failedFunction())};
+        return {
+            jni().faultableCalls(), delivered, nullptr, std::string(jni().failedFunction()), {}};
     }
 
 private:
@@ -84,11 +89,12 @@ struct LayerKind
     const char* name;
     faultlayer::Kind kind;
     faultlayer::Scope scope = faultlayer::Scope::Ours;
+    const char* cause = "";
 };
 constexpr LayerKind kLayerKinds[] = {
     {"new", faultlayer::Kind::New},
     {"malloc", faultlayer::Kind::Malloc},
-    {"thread", faultlayer::Kind::Thread},
+    {"thread", faultlayer::Kind::Thread, faultlayer::Scope::Ours, "cannot start a thread"},
     // The database writes most of the files.
     {"open", faultlayer::Kind::Open, faultlayer::Scope::OursAndDatabase},
     {"write", faultlayer::Kind::Write, faultlayer::Scope::OursAndDatabase},
@@ -115,7 +121,7 @@ std::unique_ptr<FaultChoice> makeFault(const std::string& name, Road& road)
 {
     for (const auto& kind : kLayerKinds)
         if (name == kind.name)
-            return std::make_unique<LayerFault>(kind.kind, kind.scope);
+            return std::make_unique<LayerFault>(kind.kind, kind.scope, kind.cause);
     for (const auto& kind : kJniKinds)
         if (name == kind.name)
             return std::make_unique<JniFault>(kind.fault);

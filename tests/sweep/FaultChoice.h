@@ -20,6 +20,7 @@ public:
         bool delivered = false;
         const void* site = nullptr; ///< where the call was made, if that is known
         std::string function;       ///< which it was, if that is known
+        std::string cause;          ///< what a failure must name; empty if it need not
     };
     virtual Outcome disarm() = 0;
 };

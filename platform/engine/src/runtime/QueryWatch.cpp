@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "datafile/StartedThread.h"
 #include "runtime/ThreadBorder.h"
 
 namespace EmbeddedHV {
@@ -15,7 +16,7 @@ constexpr auto kInterruptInterval = std::chrono::milliseconds(5);
 QueryWatch::QueryWatch(duckdb_connection connection, Cancellation& cancellation,
                        std::function<void(double)> progress)
     : _connection(connection), _cancellation(cancellation), _progress(std::move(progress)),
-      _thread([this] { run(); })
+      _thread(datafile::startedThread("watches the query", [this] { run(); }))
 {
     border::handOver(&_cancellation);
 }

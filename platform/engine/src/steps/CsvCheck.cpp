@@ -7,6 +7,7 @@
 #include "JobError.h"
 #include "datafile/CsvFault.h"
 #include "datafile/SqlQuoting.h"
+#include "datafile/StartedThread.h"
 #include "expression/FieldTypes.h"
 #include "runtime/QueryFaults.h"
 #include "runtime/Reporter.h"
@@ -36,7 +37,8 @@ void CsvCheck::start(Cancellation& cancellation)
     // A statement that starts over starts its check over.
     _stop = false;
     if (_profile && !_profile->complete())
-        _thread = std::thread([this] { readRest(); });
+        _thread =
+            datafile::startedThread("checks the file " + _settings.path, [this] { readRest(); });
 }
 
 /// Whether the rest of the file so far leaves each column what its beginning made of it.

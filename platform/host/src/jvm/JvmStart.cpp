@@ -8,6 +8,8 @@
 #include <thread>
 #include <utility>
 
+#include "datafile/StartedThread.h"
+
 namespace {
 
 /// A start, shared by the thread that creates the machine and the one that waits. The former keeps
@@ -68,7 +70,8 @@ JvmStart::Outcome JvmStart::create(const JvmLibrary& library, std::vector<JavaVM
                                    std::vector<std::string> texts)
 {
     const auto attempt = std::make_shared<Attempt>(library, std::move(options), std::move(texts));
-    std::thread thread([attempt] { run(*attempt); });
+    std::thread thread =
+        datafile::startedThread("starts the Java virtual machine", [attempt] { run(*attempt); });
     const Outcome outcome = attempt->wait();
     if (outcome.result)
         thread.join();

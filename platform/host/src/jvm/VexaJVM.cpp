@@ -14,6 +14,7 @@
 #include "JvmOutput.h"
 #include "JvmStart.h"
 #include "VexaJVMError.h"
+#include "datafile/StartedThread.h"
 
 namespace {
 constexpr const char* ProbeClass = "com/zor/json/java/JSONObject";
@@ -156,6 +157,9 @@ void VexaJVM::Impl::start(JNIEnv** env)
         settle(State::Started);
     } catch (const VexaJVMError& error) {
         fail(error.what(), created);
+    } catch (const datafile::ThreadFault& fault) {
+        // The machine was not asked yet.
+        fail(std::string("The Java virtual machine does not start: ") + fault.what(), false);
     } catch (const std::exception& exception) {
         fail(std::string("The Java virtual machine does not start: ") + exception.what(), created);
     }

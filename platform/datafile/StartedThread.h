@@ -1,0 +1,34 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace datafile {
+
+/// The system refuses to start a thread. The text says for what, why, and what to do.
+class ThreadFault : public std::runtime_error
+{
+public:
+    ThreadFault(const std::string& work, const std::string& reason)
+        : std::runtime_error("the process cannot start a thread that " + work + ": " + reason +
+                             "; end other programs, or raise the limits on threads and memory")
+    {
+    }
+};
+
+/// Starts a thread on a function without arguments. `work` says what the thread does, as in
+/// "watches the query". Throws ThreadFault.
+template <class Function>
+std::thread startedThread(const std::string& work, Function&& function)
+{
+    try {
+        return std::thread(std::forward<Function>(function));
+    } catch (const std::system_error& error) {
+        throw ThreadFault(work, error.code().message());
+    }
+}
+
+} // namespace datafile
