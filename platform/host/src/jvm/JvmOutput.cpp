@@ -12,31 +12,39 @@ constinit JvmOutput* installed = nullptr;
 // Bytes of what was printed that are worth keeping to explain the end of the process.
 constexpr std::size_t kMostRecent = 4096;
 
-jint JNICALL printHook(FILE*, const char* format, va_list arguments)
+/// An exception must not reach the machine's code, so text that there is no memory for is lost.
+jint JNICALL printHook(FILE*, const char* format, va_list arguments) noexcept
 {
     va_list measured;
     va_copy(measured, arguments);
     const int length = std::vsnprintf(nullptr, 0, format, measured);
     va_end(measured);
-    std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
-    if (length > 0)
-        std::vsnprintf(text.data(), text.size() + 1, format, arguments);
-    installed->take(text);
+    try {
+        std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
+        if (length > 0)
+            std::vsnprintf(text.data(), text.size() + 1, format, arguments);
+        installed->take(text);
+    } catch (...) {
+        return length;
+    }
     return length;
 }
 
 /// The machine is about to end the process, because Java code asked for it. It goes on to do so
 /// when this returns, and an exit status of 0 would pass for a success of the host. Aborting
 /// instead makes it the fault that it is, visible to whatever watches the host.
-void JNICALL exitHook(jint status)
+void JNICALL exitHook(jint status) noexcept
 {
-    installed->takeLast("The Java virtual machine was told to end the process with status " +
-                        std::to_string(status) + ".\n");
+    char text[100];
+    std::snprintf(text, sizeof text,
+                  "The Java virtual machine was told to end the process with status %d.\n",
+                  static_cast<int>(status));
+    installed->takeLast(text);
     std::abort();
 }
 
 /// The machine cannot go on, and ends the process when this returns.
-void JNICALL abortHook()
+void JNICALL abortHook() noexcept
 {
     JvmStart::giveUp();
     installed->takeLast("The Java virtual machine cannot go on, and ends the process.\n");
@@ -76,13 +84,20 @@ void JvmOutput::take(const std::string& text)
         _receiver(text);
 }
 
-void JvmOutput::takeLast(const std::string& text)
+void JvmOutput::takeLast(const char* text) noexcept
 {
-    take(text);
-    if (_receiver)
+    bool isTaken = false;
+    try {
+        take(text);
+        isTaken = true;
+    } catch (...) { // no memory, or the receiver's own
+    }
+    if (_receiver && isTaken)
         return;
     const std::lock_guard<std::mutex> lock(_mutex);
     std::fputs(_recent.c_str(), stderr);
+    if (!_recent.ends_with(text))
+        std::fputs(text, stderr);
     std::fflush(stderr);
 }
 

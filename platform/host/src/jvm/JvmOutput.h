@@ -26,9 +26,11 @@ public:
     void beginStart();
     /// What was printed since beginStart.
     std::string endStart();
+    /// Throws what an allocation or the receiver throws.
     void take(const std::string& text);
-    /// The text is the last one: the process ends.
-    void takeLast(const std::string& text);
+    /// The text is the last one: the process ends. If the receiver does not get it, standard error
+    /// does.
+    void takeLast(const char* text) noexcept;
 
     /// The options that lead the machine's output, its exit and its abortion here.
     static std::vector<JavaVMOption> hooks();
