@@ -1,7 +1,7 @@
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -78,8 +78,9 @@ std::string nameOfSite(const void* site)
     return std::string(info.dli_fname) + offset;
 }
 
-/// Says where the process ends, and where the call failed, for the findings of scripts/sweep.
-[[noreturn]] void endOfProcess()
+/// Prints where the process ends, and where the call failed, for the findings of scripts/sweep. The
+/// process ends for good when this returns.
+void reportAbort(int)
 {
     constexpr int kMostFrames = 30;
     void* frames[kMostFrames];
@@ -87,7 +88,6 @@ std::string nameOfSite(const void* site)
     std::fprintf(stderr, "terminated; the call failed at %s; frames:\n",
                  nameOfSite(outcome.site).c_str());
     backtrace_symbols_fd(frames, backtrace(frames, kMostFrames), STDERR_FILENO);
-    std::abort();
 }
 
 class RoadSweep
@@ -149,7 +149,7 @@ private:
     {
         FaultChoice::Outcome outcome;
         const RoadResult result = runWith(fault, number, outcome);
-        const std::string finding = judge(result, outcome.delivered);
+        const std::string finding = judge(result, outcome);
         _report.line(std::string("run"), std::string(outcome.delivered ? "1" : "0"),
                      outcome.function + nameOfSite(outcome.site),
                      std::string(result.succeeded ? "success" : "failure"), finding, result.told);
@@ -169,14 +169,16 @@ private:
         _road->cleanUp();
     }
 
-    std::string judge(const RoadResult& result, bool delivered)
+    std::string judge(const RoadResult& result, const FaultChoice::Outcome& outcome)
     {
         std::string finding = result.complaint;
         const auto add = [&finding](const std::string& text) {
             finding += (finding.empty() || text.empty() ? "" : "; ") + text;
         };
-        if (!delivered && !result.succeeded)
+        if (!outcome.delivered && !result.succeeded)
             add("a failure without a fault");
+        if (!result.succeeded && result.told.find(outcome.cause) == std::string::npos)
+            add("a failure that does not say: " + outcome.cause);
         if (result.succeeded && result.output != _reference.output)
             add("success with another result");
         for (const std::string& file : newFiles())
@@ -250,7 +252,8 @@ int main(int count, char** words)
     if (count != kWords)
         return 2;
     Report report;
-    std::set_terminate(endOfProcess);
+    // Not for std::terminate alone: assertions of libraries abort as well.
+    std::signal(SIGABRT, reportAbort);
     std::vector<NamedRoad> roads = commandRoads(words[1], words[2]);
     for (NamedRoad& road : dialogRoads())
         roads.push_back(std::move(road));
