@@ -1,18 +1,19 @@
 #include "support/ReplacementFile.h"
 
-#include <cerrno>
+#include <system_error>
 #include <utility>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "FileServices.h"
-#include "support/Conversions.h"
 #include "support/Paths.h"
 
 namespace {
 
 constexpr std::size_t kGathered = 65536;
+constexpr mode_t kNewFileMode = 0666; // less what the process's mask takes away
 
 /// Whether a rename may take the place of what has the name: a directory, a device or a file that
 /// its owner protects is no file of ours to take away.
@@ -43,27 +44,33 @@ ReplacementFile::FileBuffer::int_type ReplacementFile::FileBuffer::overflow(int_
 ReplacementFile::ReplacementFile(const std::string& path) : _target(path)
 {
     std::string directory;
-    // A path that ends in a separator names no file.
-    if (SeparateFileName(path, directory).empty() || !mayBeReplaced(_target))
+    // A path that ends in a separator, or has a NUL in it, names no file.
+    const std::string native = _target.GetNative();
+    if (SeparateFileName(path, directory).empty() || native.find('\0') != native.npos ||
+        !mayBeReplaced(_target))
         return;
-    _buffer.file = createBeside(directory);
-    if (!isOpen())
+    try {
+        _part = datafile::PartFile(native, kNewFileMode);
+    } catch (const std::system_error&) {
         return;
+    }
     keepPermissions();
     _gathered = std::make_unique_for_overwrite<char[]>(kGathered);
-    std::setvbuf(_buffer.file, _gathered.get(), _IOFBF, kGathered);
+    open();
 }
 
-// Under a short name of its own: the wanted one may be as long as names can be.
-std::FILE* ReplacementFile::createBeside(const std::string& directory)
+// The stream gets a descriptor of its own: the other one holds the lock until the file has its
+// name.
+void ReplacementFile::open()
 {
-    int number = 0;
-    std::FILE* file = nullptr;
-    do {
-        _unfinished.SetGeneric(directory + "~unfinished" + Integer2String(number++));
-        file = ExtNameStr::fopen(_unfinished, "wbx");
-    } while (file == nullptr && errno == EEXIST);
-    return file;
+    const int descriptor = fcntl(_part.descriptor(), F_DUPFD_CLOEXEC, 0);
+    if (descriptor < 0)
+        return;
+    _buffer.file = fdopen(descriptor, "wb");
+    if (isOpen())
+        std::setvbuf(_buffer.file, _gathered.get(), _IOFBF, kGathered);
+    else
+        ::close(descriptor);
 }
 
 // Whoever could not read the file that is there must not read the one that takes its place.
@@ -72,7 +79,7 @@ void ReplacementFile::keepPermissions()
     constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
     struct stat replaced = {};
     if (lstat(_target.GetNative().c_str(), &replaced) == 0 && S_ISREG(replaced.st_mode))
-        fchmod(fileno(_buffer.file), replaced.st_mode & kPermissions);
+        fchmod(_part.descriptor(), replaced.st_mode & kPermissions);
 }
 
 bool ReplacementFile::finish()
@@ -81,9 +88,12 @@ bool ReplacementFile::finish()
         return false;
     // A crash of the system must not leave the name with a part of the content.
     const bool kept = std::fflush(_buffer.file) == 0 && fsync(fileno(_buffer.file)) == 0;
-    const bool finished = close() && kept && ExtNameStr::rename(_unfinished, _target) == 0;
-    if (!finished)
-        ExtNameStr::remove(_unfinished);
+    const bool finished =
+        close() && kept && std::rename(_part.path().c_str(), _target.GetNative().c_str()) == 0;
+    if (finished)
+        _part.release();
+    else
+        _part = datafile::PartFile();
     return finished;
 }
 
@@ -94,8 +104,6 @@ bool ReplacementFile::close()
 
 ReplacementFile::~ReplacementFile()
 {
-    if (!isOpen())
-        return;
-    close();
-    ExtNameStr::remove(_unfinished);
+    if (isOpen())
+        close();
 }

@@ -7,10 +7,12 @@
 #include <string>
 
 #include "ExtNameStr.h"
+#include "datafile/PartFile.h"
 
 /// A file that gets its name only when it is complete. Until then it is written beside that name,
 /// and a file that has the name already is unchanged. The new file takes over its permissions. An
-/// unfinished file is removed.
+/// unfinished file is removed; one that a killed process left is removed by the next process that
+/// writes into its folder.
 class ReplacementFile
 {
 public:
@@ -27,8 +29,8 @@ public:
     bool finish();
 
 private:
-    /// Hands what a stream gets to a C file, which takes over only a name that nobody has, and
-    /// gathers small chunks: a std::ofstream writes each of them on its own.
+    /// Hands what a stream gets to a C file, which gathers small chunks: a std::ofstream writes
+    /// each of them on its own.
     class FileBuffer : public std::streambuf
     {
     public:
@@ -39,12 +41,12 @@ private:
         int_type overflow(int_type character) override;
     };
 
-    std::FILE* createBeside(const std::string& directory);
+    void open();
     void keepPermissions();
     bool close();
 
     ExtNameStr _target;
-    ExtNameStr _unfinished;
+    datafile::PartFile _part;
     std::unique_ptr<char[]> _gathered;
     FileBuffer _buffer;
     std::ostream _stream{&_buffer};
