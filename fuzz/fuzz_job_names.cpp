@@ -9,7 +9,6 @@
 
 #include "JNIException.h"
 #include "JobError.h"
-#include "VexaJVM.h"
 #include "bridge/JNIObjectManager.h"
 #include "bridge/LocalRef.h"
 #include "support/JobTextRoundTrip.h"
@@ -60,21 +59,6 @@ void check(std::string data)
 }
 
 } // namespace
-
-/// The leak check misreads blocks of thread-local storage of Java's threads.
-extern "C" const char* __asan_default_options()
-{
-    return "detect_odr_violation=0:intercept_tls_get_addr=0:detect_leaks=0:malloc_context_size=4";
-}
-
-extern "C" int LLVMFuzzerInitialize(int*, char***)
-{
-    VexaJVM* const machine = VexaJVM::GetInstance();
-    machine->AddOption("-Xmx256m");
-    machine->AddOption("-XX:TieredStopAtLevel=1");
-    JNIObjectManager::newManager();
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -7,7 +7,6 @@
 #include "JNIException.h"
 #include "ScratchFolder.h"
 #include "VexaDataSource.h"
-#include "VexaJVM.h"
 #include "bridge/JNIObjectManager.h"
 #include "bridge/JNITargetMap.h"
 #include "support/ZipReader.h"
@@ -90,21 +89,6 @@ void askModel(const std::string& path)
 }
 
 } // namespace
-
-/// The leak check misreads blocks of thread-local storage of Java's threads.
-extern "C" const char* __asan_default_options()
-{
-    return "intercept_tls_get_addr=0:detect_leaks=0:malloc_context_size=4";
-}
-
-extern "C" int LLVMFuzzerInitialize(int*, char***)
-{
-    VexaJVM* const machine = VexaJVM::GetInstance();
-    machine->AddOption("-Xmx256m");
-    machine->AddOption("-XX:TieredStopAtLevel=1");
-    JNIObjectManager::newManager();
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -10,7 +10,6 @@
 #include "ScratchFolder.h"
 #include "TnOutput.h"
 #include "VexaDataSource.h"
-#include "VexaJVM.h"
 #include "bridge/JNIObjectManager.h"
 #include "bridge/JsonImage.h"
 #include "render/DimensionReader.h"
@@ -118,22 +117,6 @@ void render(const std::string& text, TnProcedure& procedure, const ProcedureData
 }
 
 } // namespace
-
-/// The leak check misreads blocks of thread-local storage of Java's threads.
-extern "C" const char* __asan_default_options()
-{
-    return "intercept_tls_get_addr=0:detect_leaks=0:malloc_context_size=4";
-}
-
-extern "C" int LLVMFuzzerInitialize(int*, char***)
-{
-    VexaJVM* const machine = VexaJVM::GetInstance();
-    machine->AddOption("-Xmx256m");
-    // The better compiler would take the time that the target needs.
-    machine->AddOption("-XX:TieredStopAtLevel=1");
-    JNIObjectManager::newManager();
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
