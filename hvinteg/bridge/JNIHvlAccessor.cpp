@@ -76,8 +76,10 @@ void JNIHvlAccessor::setObjectG(jobject object, bool global, bool track)
 
 void JNIHvlAccessor::keepLocal(jobject local)
 {
+    LocalRef<> owner(getEnv(), local); // until the wrapper remembers it
     if (local != nullptr)
         _localRefs.push_back(local);
+    owner.release();
 }
 
 jobject JNIHvlAccessor::finishNew(jobject local, bool global, bool track)

@@ -38,7 +38,8 @@ public:
     /// A global reference to the object, null for null; a tracked one is deleted by cleanJRef, any
     /// other is the caller's to delete.
     jobject createGlobalRef(jobject object, bool tracked);
-    /// Takes the wrapper over: cleanJRef deletes it. Null is passed over.
+    /// Takes the wrapper over: cleanJRef deletes it, or this does if it throws std::bad_alloc. Null
+    /// is passed over.
     void addtoCleanList(JNIHvlAccessor* wrapper);
     /// Deletes the tracked global references and the wrappers of the clean list, in the order in
     /// which they came. No wrapper made before may be used afterwards. On the wrappers' thread.

@@ -30,7 +30,9 @@ private:
     static Wrapper* adopt(Wrapper* wrapper)
     {
         std::unique_ptr<Wrapper> owned(wrapper);
-        JNIObjectManager::getManager()->addtoCleanList(wrapper);
-        return owned.release();
+        JNIObjectManager* const manager = JNIObjectManager::getManager();
+        // It belongs to the manager from here on, even if there is no memory for the list.
+        manager->addtoCleanList(owned.release());
+        return wrapper;
     }
 };

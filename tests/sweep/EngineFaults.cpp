@@ -1,6 +1,7 @@
 #include "sweep/EngineFaults.h"
 
 #include <memory>
+#include <utility>
 
 #include "EHVAppSetting.h"
 #include "EngineBackend.h"
@@ -41,7 +42,10 @@ EngineFaults* faults = nullptr;
 class FaultyExecution : public Execution
 {
 public:
-    explicit FaultyExecution(Execution* execution) : _execution(execution) {}
+    explicit FaultyExecution(std::unique_ptr<Execution> execution)
+        : _execution(std::move(execution))
+    {
+    }
     void prepare(JNIEnv* env, const std::string& jobText) override
     {
         faults->onCall();
@@ -97,10 +101,9 @@ public:
     Execution* createExecution(const std::string& locale) override
     {
         faults->onCall();
+        std::unique_ptr<Execution> made(_embedded.getExecutionService()->createExecution(locale));
         // The contract hands the object to the caller.
-        return std::make_unique<FaultyExecution>(
-                   _embedded.getExecutionService()->createExecution(locale))
-            .release();
+        return std::make_unique<FaultyExecution>(std::move(made)).release();
     }
 
     using Names = std::vector<std::string>;
