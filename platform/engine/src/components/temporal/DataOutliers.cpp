@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include <boost/math/distributions/students_t.hpp>
+#include "components/temporal/Distributions.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -14,16 +14,14 @@ void addOutliers(const ModelData& data, const SeriesEquation& equation, double l
     // A perfect fit has no scale to measure a residual by.
     if (!(freedom > 0) || !(equation.residualVariance > 0) || !(level > 0 && level < 1))
         return;
-    const boost::math::students_t distribution(freedom);
-    const double bound = boost::math::quantile(distribution, (1 + level) / 2);
+    const double bound = twoSidedTBound(level, freedom);
     const double deviation = std::sqrt(equation.residualVariance);
     for (std::int64_t index = data.firstIndex(); index < data.endIndex(); ++index) {
         const double predicted = data.prediction(equation, index);
         const double actual = data.value(equation.series, index);
         const double t = std::abs(actual - predicted) / deviation;
         if (t > bound && std::isfinite(t))
-            outliers.push_back({equation.series, index, actual, predicted,
-                                2 * boost::math::cdf(boost::math::complement(distribution, t))});
+            outliers.push_back({equation.series, index, actual, predicted, twoSidedT(t, freedom)});
     }
 }
 

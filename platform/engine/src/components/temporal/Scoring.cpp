@@ -3,8 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include <boost/math/distributions/normal.hpp>
-
+#include "components/temporal/Distributions.h"
 #include "components/temporal/EquationRefit.h"
 #include "components/temporal/PredictionErrors.h"
 #include "components/temporal/Scenario.h"
@@ -98,8 +97,7 @@ Scores score(const TcmModel& model, const SeriesTable& table, const ScoringReque
     const auto count = static_cast<Eigen::Index>(request.series.size());
     const Eigen::MatrixXd predicted = predictionsOf(path, system, count, request.fits, check);
     const Eigen::MatrixXd variance = predictionErrorVariances(path, system, count, check);
-    const double quantile =
-        boost::math::quantile(boost::math::normal(), (1 + request.confidenceLevel) / 2);
+    const double quantile = twoSidedNormalBound(request.confidenceLevel);
     const Eigen::Index shown = path.values.cols() - path.firstRecord;
     for (Eigen::Index row = 0; row < count; ++row) {
         SeriesScores result;
