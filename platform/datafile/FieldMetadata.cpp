@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <string_view>
+#include <unordered_map>
 
 #include "datafile/ColumnTypes.h"
 
@@ -76,15 +78,20 @@ void changeStorage(CFField& field, CFField::StorageType storage)
 
 void adoptMetadata(Fields& fields, const Fields& model)
 {
+    std::unordered_map<std::string_view, std::vector<const CFField*>> candidates;
+    for (const CFField& known : model)
+        candidates[known.GetName()].push_back(&known);
     for (CFField& field : fields) {
         const CFField::StorageType storage = field.GetStorage();
-        const auto known = std::ranges::find_if(model, [&](const CFField& candidate) {
-            return candidate.GetName() == field.GetName() &&
-                   areComparable(candidate.GetStorage(), storage);
-        });
-        if (known == model.end())
+        const auto named = candidates.find(field.GetName());
+        if (named == candidates.end())
             continue;
-        field = *known;
+        const auto known = std::ranges::find_if(named->second, [&](const CFField* candidate) {
+            return areComparable(candidate->GetStorage(), storage);
+        });
+        if (known == named->second.end())
+            continue;
+        field = **known;
         changeStorage(field, storage);
         if (storage == CFField::String && field.GetRole() == CFField::FrequencyWeight)
             field.SetRole(CFField::Input);

@@ -1,6 +1,7 @@
 #include "runtime/DataModel.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "CFMetaData.h"
 #include "JobError.h"
@@ -22,10 +23,11 @@ Fields fieldsOfDataModel(const std::string& xml, const std::string& origin, cons
     try {
         const CFMetaData model(xml);
         Fields fields;
+        std::unordered_set<std::string> names;
         for (std::size_t i = 0; i < model.FieldCount(); ++i) {
             const CFField& field = *model.GetField(i);
             // The database folds the case of names, so it could not tell the two apart.
-            if (findFieldAnyCase(fields, field.GetName()))
+            if (!names.insert(datafile::foldedName(field.GetName())).second)
                 throw CFMetaDataError("two fields are named \"" + field.GetName() +
                                       "\", letter case apart");
             fields.push_back(field);

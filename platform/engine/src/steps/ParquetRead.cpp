@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <system_error>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -101,18 +102,21 @@ void applyDocument(ParquetColumns& columns, const ParquetReadSettings& settings)
     const auto refuse = [&settings](const std::string& problem) {
         throw JobError(errors::kDataModelMismatch, "read: " + settings.path + ": " + problem);
     };
+    std::unordered_map<std::string, std::size_t> places;
+    for (std::size_t i = 0; i < columns.fields.size(); ++i)
+        places.emplace(columns.fields[i].GetName(), i);
     for (const CFField& wanted : *settings.dataModel) {
-        const auto found = std::ranges::find(columns.fields, wanted.GetName(), &CFField::GetName);
-        if (found == columns.fields.end())
+        const auto place = places.find(wanted.GetName());
+        if (place == places.end())
             refuse("the data model has a field \"" + wanted.GetName() + "\", which the file lacks" +
                    suggestion(wanted.GetName(), columns.fields, &CFField::GetName));
+        CFField* const found = &columns.fields[place->second];
         if (found->GetStorage() == wanted.GetStorage())
             continue;
         if (!converts(valueTypeOf(found->GetStorage()), valueTypeOf(wanted.GetStorage())))
             refuse("the field \"" + wanted.GetName() + "\" is " + typeWordOf(found->GetStorage()) +
                    ", and in the data model " + typeWordOf(wanted.GetStorage()));
-        std::string& value =
-            columns.values[static_cast<std::size_t>(found - columns.fields.begin())];
+        std::string& value = columns.values[place->second];
         value.insert(0, "CAST(").append(" AS ").append(sqlTypeOf(wanted.GetStorage())).append(")");
         *found = plainField(wanted.GetName(), wanted.GetStorage());
     }
