@@ -11,6 +11,7 @@
 #include "components/temporal/ModelCapabilities.h"
 #include "components/temporal/OutputComponent.h"
 #include "components/temporal/ScoreStage.h"
+#include "components/temporal/Rtsdp.h"
 #include "components/temporal/Tsdp.h"
 #include "expression/NearestName.h"
 
@@ -26,6 +27,7 @@ constexpr StepKind kComponents[] = {
      planModelCapabilities},
     {"OutputComponent:TCMOutputComponent", StepInputs::AtMostOne,
      StepArguments::ComponentWithInputs, planTcmOutput},
+    {"rtsdp:rtsdp", StepInputs::One, StepArguments::ComponentWithInputs, planRtsdp},
 };
 
 } // namespace

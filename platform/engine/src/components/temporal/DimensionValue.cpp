@@ -104,22 +104,18 @@ Json dimensionJson(const CFDatum& value, CFField::StorageType storage)
 
 std::optional<CFDatum> dimensionValueOf(const Json& json, CFField::StorageType storage)
 {
-    if (json.is_number()) {
-        if (storage == CFField::Real)
-            return CFDatum(json.get<double>() + 0.0);
-        const bool isInteger = json.is_number_integer() && !(json.is_number_unsigned() &&
-                                                             json.get<std::uint64_t>() > INT64_MAX);
-        return storage == CFField::Integer && isInteger
-                   ? std::optional(CFDatum(json.get<std::int64_t>()))
-                   : std::nullopt;
-    }
-    if (!json.is_string())
+    // The same field is of texts in one source and of numbers in another: what is equal as text is
+    // the same value.
+    if (!json.is_string() && !json.is_number())
         return std::nullopt;
-    const auto text = json.get<std::string>();
+    const double real = json.is_number() ? json.get<double>() : 0;
+    const std::string text = json.is_string()         ? json.get<std::string>()
+                             : json.is_number_float() ? CFDatum(real).ToString(-1)
+                                                      : json.dump();
     if (hasMoments(storage))
         return dimensionMomentOf(text, storage);
     if (storage == CFField::Real)
-        return numberOfText<double>(text);
+        return json.is_number() ? CFDatum(real + 0.0) : numberOfText<double>(text);
     if (storage == CFField::Integer)
         return numberOfText<std::int64_t>(text);
     return CFDatum(text);

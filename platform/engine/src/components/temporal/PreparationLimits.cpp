@@ -22,6 +22,13 @@ void checkPointCount(const std::string& component, std::int64_t points)
                    "set \"timeInterval\" to a longer interval");
 }
 
+void checkTimeCount(const std::string& component, std::int64_t times)
+{
+    if (times > kMostTimes)
+        refuseSize(component, std::to_string(times) + " different times or more", kMostTimes,
+                   "round them to the interval that is wanted first");
+}
+
 void checkSeriesCount(const std::string& component, std::int64_t series)
 {
     if (series > kMostSeries)

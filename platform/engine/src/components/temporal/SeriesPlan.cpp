@@ -1,7 +1,6 @@
 #include "components/temporal/SeriesPlan.h"
 
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <set>
 
@@ -9,6 +8,7 @@
 #include "JobError.h"
 #include "components/temporal/FewMessages.h"
 #include "components/temporal/PreparationLimits.h"
+#include "components/temporal/SeriesId.h"
 #include "datafile/SqlQuoting.h"
 #include "steps/NewTable.h"
 
@@ -31,34 +31,6 @@ struct FoundCombination
     DimensionValues values;
     std::int64_t records = 0;
 };
-
-std::string idOfSeries(const std::vector<int>& codes, std::size_t metric)
-{
-    std::string id;
-    for (const int code : codes)
-        id += std::to_string(code) + "-";
-    return id + std::to_string(metric + 1);
-}
-
-/// The numbers of an id; empty if it is none.
-std::vector<int> numbersOfId(const std::string& id)
-{
-    std::vector<int> numbers;
-    const char* at = id.data();
-    const char* const end = at + id.size();
-    while (true) {
-        int number = 0;
-        const auto [next, error] = std::from_chars(at, end, number);
-        if (error != std::errc() || number < 1)
-            return {};
-        numbers.push_back(number);
-        if (next == end)
-            return numbers;
-        if (*next != '-')
-            return {};
-        at = next + 1;
-    }
-}
 
 class SeriesPlanning
 {
@@ -187,7 +159,8 @@ private:
     void addSeries(std::size_t combination, std::size_t metric)
     {
         const std::vector<int>& codes = _plan.combinations[combination];
-        PlannedSeries series{combination, metric, idOfSeries(codes, metric), {}};
+        PlannedSeries series{
+            combination, metric, seriesIdOf(codes, static_cast<int>(metric) + 1), {}};
         for (std::size_t i = 0; i < width(); ++i)
             series.name.push_back(
                 dimensionText(_plan.values[i][static_cast<std::size_t>(codes[i]) - 1],
@@ -226,9 +199,9 @@ private:
 
     std::vector<int> checkedNumbers(const std::string& id) const
     {
-        std::vector<int> numbers = numbersOfId(id);
-        bool isKnown = numbers.size() == width() + 1 &&
-                       numbers.back() <= static_cast<int>(_settings.metrics.size());
+        std::vector<int> numbers = numbersOfSeriesId(id, width());
+        bool isKnown =
+            !numbers.empty() && numbers.back() <= static_cast<int>(_settings.metrics.size());
         for (std::size_t i = 0; isKnown && i < width(); ++i)
             isKnown = numbers[i] <= static_cast<int>(_plan.values[i].size());
         if (!isKnown)

@@ -149,6 +149,12 @@ private:
             });
     }
 
+    void throwIfStopped() const
+    {
+        if (_context.stopping())
+            throw JobError(errors::kQueryFailed, _component + ": the job was stopped");
+    }
+
     std::vector<std::vector<double>> finish()
     {
         std::vector<std::vector<double>> result(_plan.series.size());
@@ -156,6 +162,7 @@ private:
         for (MetricCells& cells : _cells) {
             const std::vector<double> values = cells.values->finish(overflows);
             for (std::size_t place = 0; place < cells.series.size(); ++place) {
+                throwIfStopped();
                 const auto begin =
                     values.begin() + static_cast<std::ptrdiff_t>(place * pointCount());
                 result[cells.series[place]].assign(

@@ -1,7 +1,6 @@
 #include "components/temporal/TimePoints.h"
 
 #include <algorithm>
-#include <numeric>
 
 #include "ErrorIds.h"
 #include "JobError.h"
@@ -16,7 +15,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr std::int64_t kMostPointMessages = 20;
+constexpr std::size_t kMostPointMessages = 20;
 
 /// What the fields of the time hold at some records.
 struct FoundTime
@@ -44,13 +43,11 @@ public:
         if (_settings.source == TimeSource::Cyclic)
             findPeriods();
         collect();
-        sortMoments();
         if (_moments.empty())
             throw JobError(errors::kTsdpFewPoints,
                            _component + ": no record has a point of time in " + namesOfTime());
         makeCalendar();
         number();
-        _messages.finish();
         return std::move(_result);
     }
 
@@ -87,16 +84,18 @@ private:
         _result.axis.clock.emplace(*periods);
     }
 
+    /// In time: numbers of long periods come before those of short ones, as they sort.
     void collect()
     {
         const std::size_t width = _settings.timeFields.size();
         _queries.stream("SELECT " + _table.timeColumns() +
                             ", CAST(min(rowid) AS BIGINT), count(*) FROM " + _table.name() +
-                            " GROUP BY " + _table.timeColumns(),
+                            " GROUP BY " + _table.timeColumns() + " ORDER BY " +
+                            _table.timeColumns(),
                         [&](duck::Chunk& chunk) {
                             for (std::size_t row = 0; row < chunk.rows(); ++row)
                                 take(chunk, row, width);
-                            checkPointCount(_component, static_cast<std::int64_t>(_found.size()));
+                            checkTimeCount(_component, static_cast<std::int64_t>(_found.size()));
                         });
     }
 
@@ -115,6 +114,8 @@ private:
         found.records = dimensionValueAt(chunk, width + 1, row, CFField::Integer).GetInteger();
         if (keys.size() == width)
             found.moment = momentOf(keys);
+        if (found.moment)
+            _moments.push_back(*found.moment);
         keys.resize(width);
         _keys.insert(_keys.end(), keys.begin(), keys.end());
         _found.push_back(found);
@@ -127,23 +128,6 @@ private:
         const bool isDate = _settings.timeFields.front().GetStorage() == CFField::Date;
         const Moment moment = isDate ? keys.front() * kMomentsOfDay : keys.front();
         return isWritable(moment) ? std::optional(moment) : std::nullopt;
-    }
-
-    /// By time; records without one come last, by their number.
-    void sortMoments()
-    {
-        _order.resize(_found.size());
-        std::iota(_order.begin(), _order.end(), std::size_t{0});
-        std::sort(_order.begin(), _order.end(), [this](std::size_t left, std::size_t right) {
-            const FoundTime& a = _found[left];
-            const FoundTime& b = _found[right];
-            if (a.moment.has_value() != b.moment.has_value())
-                return a.moment.has_value();
-            return a.moment != b.moment ? a.moment < b.moment : a.firstRecord < b.firstRecord;
-        });
-        for (const std::size_t place : _order)
-            if (_found[place].moment)
-                _moments.push_back(*_found[place].moment);
     }
 
     void makeCalendar()
@@ -185,16 +169,16 @@ private:
         columns.emplace_back("i", CFField::Ordinal, CFField::Integer);
         columns.emplace_back("r", CFField::Ordinal, CFField::Integer);
         NewTable table(_context, _component, columns);
-        std::int64_t rank = 0;
-        for (const std::size_t place : _order) {
+        for (std::size_t place = 0; place < _found.size(); ++place) {
             const auto index = indexOf(_found[place]);
             if (index && *index >= 0) {
-                addPoint(table, place, *index, rank++);
+                addPoint(table, place, *index);
                 _result.axis.points = std::max(_result.axis.points, *index + 1);
             } else {
-                tellNoPoint(_found[place], index.has_value());
+                _noPoints.push_back(_found[place]);
             }
         }
+        tellNoPoints();
         checkPointCount(_component, _result.axis.points);
         _result.table = quotedIdentifier(table.finish()->table);
         if (_result.axis.points < 2)
@@ -213,18 +197,36 @@ private:
         return found.moment ? _result.axis.calendar->indexOf(*found.moment) : std::nullopt;
     }
 
-    void addPoint(NewTable& table, std::size_t place, std::int64_t index, std::int64_t rank)
+    void addPoint(NewTable& table, std::size_t place, std::int64_t index)
     {
         const std::size_t width = _settings.timeFields.size();
         for (std::size_t i = 0; i < width; ++i)
             addDimensionValue(table, CFDatum(_keys[place * width + i]), storageOf(i));
         table.addInteger(index);
-        table.addInteger(rank);
+        table.addInteger(static_cast<std::int64_t>(place));
         table.endRecord();
     }
 
-    void tellNoPoint(const FoundTime& found, bool isEarly)
+    /// The first ones by their records.
+    void tellNoPoints()
     {
+        const auto told = static_cast<std::ptrdiff_t>(
+            std::min<std::size_t>(_noPoints.size(), kMostPointMessages));
+        std::partial_sort(_noPoints.begin(), _noPoints.begin() + told, _noPoints.end(),
+                          [](const FoundTime& left, const FoundTime& right) {
+                              return left.firstRecord < right.firstRecord;
+                          });
+        for (std::size_t i = 0; i < _noPoints.size(); ++i)
+            if (i < kMostPointMessages)
+                tellNoPoint(_noPoints[i]);
+            else
+                _messages.send({});
+        _messages.finish();
+    }
+
+    void tellNoPoint(const FoundTime& found)
+    {
+        const bool isEarly = indexOf(found).has_value();
         const std::string time = found.moment
                                      ? "the time " + momentText(*found.moment, CFField::Timestamp)
                                      : "no valid time in " + namesOfTime();
@@ -243,9 +245,9 @@ private:
     const TsdpSettings& _settings;
     ComponentQueries _queries;
     FewMessages _messages;
-    std::vector<FoundTime> _found;
+    std::vector<FoundTime> _found; ///< in time
+    std::vector<FoundTime> _noPoints;
     std::vector<std::int64_t> _keys; ///< of all that was found, one after the other
-    std::vector<std::size_t> _order; ///< of what was found, in time
     std::vector<Moment> _moments;    ///< ascending
     TimePoints _result;
 };

@@ -72,7 +72,8 @@ public:
             throw JobError(errors::kTsdpNoSeries,
                            _component + ": no series is left; " + reasonForNone());
         makeRecords(values);
-        _file.write({{kTsdpMember, tsdpDocument(_settings, _result)}});
+        _file.write(
+            {{kTsdpMember, tsdpDocument(_settings, _result, [this] { throwIfStopped(); })}});
         _file.commit();
         _context.unwritten.erase(canonicalPath(_file.destination()));
     }

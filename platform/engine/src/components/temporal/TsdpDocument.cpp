@@ -3,6 +3,8 @@
 namespace EmbeddedHV {
 namespace {
 
+constexpr std::int64_t kPointsBetweenChecks = 10000;
+
 Json namesOfFields(const Fields& fields)
 {
     Json names = Json::array();
@@ -42,8 +44,9 @@ Json intervalJson(const IntervalSpec& spec)
 class TsdpDocumentMaker
 {
 public:
-    TsdpDocumentMaker(const TsdpSettings& settings, const PreparationResult& result)
-        : _settings(settings), _result(result)
+    TsdpDocumentMaker(const TsdpSettings& settings, const PreparationResult& result,
+                      const std::function<void()>& throwIfStopped)
+        : _settings(settings), _result(result), _throwIfStopped(throwIfStopped)
     {
     }
 
@@ -136,6 +139,8 @@ private:
             for (const CFField& field : axis().fields)
                 json[field.GetName()] = Json::array();
         for (std::int64_t i = 0; i < axis().points; ++i) {
+            if (i % kPointsBetweenChecks == 0)
+                _throwIfStopped();
             Json point = pointJson(i);
             if (!axis().clock)
                 json.push_back(std::move(point));
@@ -178,13 +183,15 @@ private:
 
     const TsdpSettings& _settings;
     const PreparationResult& _result;
+    const std::function<void()>& _throwIfStopped;
 };
 
 } // namespace
 
-std::string tsdpDocument(const TsdpSettings& settings, const PreparationResult& result)
+std::string tsdpDocument(const TsdpSettings& settings, const PreparationResult& result,
+                         const std::function<void()>& throwIfStopped)
 {
-    return TsdpDocumentMaker(settings, result).text();
+    return TsdpDocumentMaker(settings, result, throwIfStopped).text();
 }
 
 } // namespace EmbeddedHV

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -38,7 +39,8 @@ struct PreparationResult
     std::vector<SeriesLeftOut> leftOut;
 };
 
-/// The text of "TSDPOutput.json", docs/tcm.md.
-std::string tsdpDocument(const TsdpSettings& settings, const PreparationResult& result);
+/// The text of "TSDPOutput.json", docs/tcm.md. Calls `throwIfStopped` from time to time.
+std::string tsdpDocument(const TsdpSettings& settings, const PreparationResult& result,
+                         const std::function<void()>& throwIfStopped);
 
 } // namespace EmbeddedHV

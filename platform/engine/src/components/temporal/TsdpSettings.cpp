@@ -60,6 +60,19 @@ const char* wordOfValue(const TsdpWord<Value> (&words)[count], Value value)
         ->word;
 }
 
+TimeUnit unitOfSetting(const Settings& settings, const std::string& key, const std::string& word)
+{
+    if (const auto unit = timeUnitOf(word))
+        return *unit;
+    std::vector<std::string_view> known;
+    for (const TimeUnit unit : kTimeUnits)
+        known.emplace_back(wordOf(unit));
+    settings.refuse(key, "has \"" + word +
+                             "\", which is none of year, quarter, month, week, day, hour, minute "
+                             "and second" +
+                             suggestion(word, known));
+}
+
 unsigned workingDaysOf(const Settings& interval)
 {
     const std::string key = "workingDays";
@@ -222,7 +235,7 @@ private:
         const Json& list = _settings.neededList(key);
         std::vector<TimeUnit> periods;
         for (std::size_t i = 0; i < list.size(); ++i) {
-            periods.push_back(unitOfWord(_settings, key, _settings.textAt(list, key, i)));
+            periods.push_back(unitOfSetting(_settings, key, _settings.textAt(list, key, i)));
             if (i > 0 && periods[i] <= periods[i - 1])
                 _settings.refuse(key, "does not go from long periods to short ones");
         }
@@ -428,24 +441,17 @@ const char* wordOf(GapFilling filling)
     return wordOfValue(kFillingWords, filling);
 }
 
-TimeUnit unitOfWord(const Settings& settings, const std::string& key, const std::string& word)
+std::optional<TimeUnit> timeUnitOf(const std::string& word)
 {
-    std::vector<std::string_view> known;
-    for (const TimeUnit unit : kTimeUnits) {
-        known.emplace_back(wordOf(unit));
-        if (word == known.back())
-            return unit;
-    }
-    settings.refuse(key, "has \"" + word +
-                             "\", which is none of year, quarter, month, week, day, hour, minute "
-                             "and second" +
-                             suggestion(word, known));
+    const auto* found = std::find_if(std::begin(kTimeUnits), std::end(kTimeUnits),
+                                     [&](TimeUnit unit) { return word == wordOf(unit); });
+    return found == std::end(kTimeUnits) ? std::nullopt : std::optional(*found);
 }
 
 IntervalSpec intervalOf(const Settings& interval, const MessageSink& message)
 {
     IntervalSpec spec;
-    spec.unit = unitOfWord(interval, "unit", interval.neededText("unit"));
+    spec.unit = unitOfSetting(interval, "unit", interval.neededText("unit"));
     spec.increment = interval.integer("increment").value_or(1);
     if (spec.increment < 1 || spec.increment > kMostIncrement)
         interval.refuse("increment", "is " + std::to_string(spec.increment) + ", not from 1 to " +

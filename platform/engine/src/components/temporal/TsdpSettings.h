@@ -49,8 +49,8 @@ TsdpSettings tsdpSettings(StepCall& call);
 
 const char* wordOf(Aggregation aggregation);
 const char* wordOf(GapFilling filling);
-/// The unit of that word; throws JobError that names the key. For readers of intervals.
-TimeUnit unitOfWord(const Settings& settings, const std::string& key, const std::string& word);
+/// The unit of that word; nothing if it is none.
+std::optional<TimeUnit> timeUnitOf(const std::string& word);
 /// Reads an interval and tells of settings that it does not know. Throws JobError for one that
 /// makes no sense.
 IntervalSpec intervalOf(const Settings& interval, const MessageSink& message);
