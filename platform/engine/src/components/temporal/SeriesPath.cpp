@@ -94,7 +94,7 @@ void predictMissing(SeriesPath& path, const SeriesSystem& system, Eigen::Index p
 SeriesPath pathOf(const TcmModel& model, const SeriesSystem& system, const SeriesTable& table,
                   std::int64_t span, const std::string& component, const StopCheck& check)
 {
-    if (std::abs(table.firstIndex) > kLargestIndex)
+    if (table.firstIndex < -kLargestIndex || table.firstIndex > kLargestIndex)
         throw JobError(errors::kBadRecord,
                        component + ": the first point of time of the records, " +
                            std::to_string(table.firstIndex) + ", is out of range");
