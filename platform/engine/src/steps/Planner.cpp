@@ -265,9 +265,10 @@ StepResult Planner::planStep(const language::Step& step, NodePtr input)
     if (kind.inputs == StepInputs::None && inputs > 0)
         throw JobError(errors::kStepInput,
                        call.name + ": the step makes records and takes none from a step before it");
-    if (kind.inputs != StepInputs::None && inputs == 0)
+    const bool needsInput = kind.inputs == StepInputs::One || kind.inputs == StepInputs::Tagged;
+    if (needsInput && inputs == 0)
         throw JobError(errors::kStepInput, call.name + ": the step has no input");
-    if (kind.inputs == StepInputs::One && inputs > 1)
+    if (kind.inputs != StepInputs::Tagged && inputs > 1)
         throw JobError(errors::kStepInput,
                        call.name + ": the step takes one input, not " + std::to_string(inputs));
     readArguments(step, kind, call);

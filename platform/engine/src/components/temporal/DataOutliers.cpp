@@ -16,8 +16,10 @@ void addOutliers(const ModelData& data, const SeriesEquation& equation, double l
         return;
     const double bound = twoSidedTBound(level, freedom);
     const double deviation = std::sqrt(equation.residualVariance);
-    for (std::int64_t index = data.firstIndex(); index < data.endIndex(); ++index) {
-        const double predicted = data.prediction(equation, index);
+    const std::vector<double> predictions = data.predictions(equation);
+    for (std::size_t point = 0; point < predictions.size(); ++point) {
+        const std::int64_t index = data.firstIndex() + static_cast<std::int64_t>(point);
+        const double predicted = predictions[point];
         const double actual = data.value(equation.series, index);
         const double t = std::abs(actual - predicted) / deviation;
         if (t > bound && std::isfinite(t))

@@ -33,7 +33,8 @@ Explanation::Explanation(const TcmModel& model, const ModelData* data, const Poi
 
 std::vector<std::string> Explanation::nameOf(std::size_t place) const
 {
-    return _isEncoded ? std::vector{series(place).id} : series(place).name;
+    return _isEncoded || series(place).name.empty() ? std::vector{series(place).id}
+                                                    : series(place).name;
 }
 
 std::string Explanation::textOf(std::size_t place) const

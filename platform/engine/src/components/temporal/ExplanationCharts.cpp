@@ -117,6 +117,7 @@ Json valueRows(const Explanation& explanation, std::size_t place, bool isMoment)
     const SeriesEquation* equation = predictingEquation(explanation.model(), place);
     Json rows = Json::array();
     const auto add = [&](std::int64_t index, const char* kind, double value) {
+        explanation.check();
         const std::string label = explanation.labels().text(index);
         rows.push_back({{"time", isMoment ? isoText(label) : label},
                         {"kind", kind},
@@ -124,10 +125,9 @@ Json valueRows(const Explanation& explanation, std::size_t place, bool isMoment)
     };
     for (std::int64_t index = data.firstIndex(); index < data.endIndex(); ++index)
         add(index, "Actual", data.value(place, index));
-    for (std::int64_t index = data.firstIndex(); equation && index < data.endIndex(); ++index) {
-        explanation.check();
-        add(index, "Predicted", data.prediction(*equation, index));
-    }
+    const auto predictions = equation ? data.predictions(*equation) : std::vector<double>();
+    for (std::size_t point = 0; point < predictions.size(); ++point)
+        add(data.firstIndex() + static_cast<std::int64_t>(point), "Predicted", predictions[point]);
     return rows;
 }
 
@@ -191,7 +191,7 @@ Json seriesChart(const Explanation& explanation, std::size_t place)
         {"y",
          {{"field", "value"},
           {"type", "quantitative"},
-          {"title", chart::axisTitle(explanation.series(place).name.back())}}},
+          {"title", chart::axisTitle(explanation.nameOf(place).back())}}},
         {"color", {{"field", "kind"}, {"type", "nominal"}, {"title", nullptr}}}};
     return specification;
 }

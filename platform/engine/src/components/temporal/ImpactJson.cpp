@@ -48,46 +48,47 @@ std::vector<bool> drawnEdges(const Explanation& explanation, const ImpactDiagram
     return isDrawn;
 }
 
-Json nodesOf(const Explanation& explanation, const ImpactDiagram& diagram)
+void addNodes(ArtifactText& text, const Explanation& explanation, const ImpactDiagram& diagram)
 {
     const std::vector<bool> isDrawn = drawnEdges(explanation, diagram);
-    Json nodes = Json::array();
+    text.startList("nodes");
     for (const ImpactNode& met : diagram.nodes) {
         explanation.check();
         Json node = nodeObject(explanation, met.series);
         node["level"] = met.level;
         if (const LatestChange* change = explanation.latestChangeOf(met.series))
             node["latestChange"] = changeObject(explanation, met.series, *change, isDrawn);
-        nodes.push_back(std::move(node));
+        text.addElement(node);
     }
-    return nodes;
+    text.endList();
 }
 
-Json edgesOf(const Explanation& explanation, const ImpactDiagram& diagram)
+void addEdges(ArtifactText& text, const Explanation& explanation, const ImpactDiagram& diagram)
 {
-    Json edges = Json::array();
+    text.startList("edges");
     for (const std::size_t number : diagram.edges) {
         explanation.check();
         const CausalEdge& edge = explanation.network().edges()[number];
         Json object = edgeObject(explanation, edge);
         if (explanation.data())
             object["contribution"] = optionalNumber(explanation.contributionOf(edge));
-        edges.push_back(std::move(object));
+        text.addElement(object);
     }
-    return edges;
+    text.endList();
 }
 
 } // namespace
 
-Json impactMembers(const Explanation& explanation, const ArtifactRequest& request,
-                   std::size_t target)
+void addImpact(ArtifactText& text, const Explanation& explanation, const ArtifactRequest& request,
+               std::size_t target)
 {
     const ImpactDiagram diagram =
         impactDiagram(explanation.network(), target, request.level,
                       request.kind == ArtifactKind::ImpactEffects ? ImpactDirection::Effects
                                                                   : ImpactDirection::Causes,
                       [&] { explanation.check(); });
-    return {{"nodes", nodesOf(explanation, diagram)}, {"edges", edgesOf(explanation, diagram)}};
+    addNodes(text, explanation, diagram);
+    addEdges(text, explanation, diagram);
 }
 
 } // namespace EmbeddedHV::statistics

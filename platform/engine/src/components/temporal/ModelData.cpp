@@ -1,5 +1,6 @@
 #include "components/temporal/ModelData.h"
 
+#include <algorithm>
 #include <limits>
 #include <unordered_map>
 
@@ -29,6 +30,23 @@ double ModelData::prediction(const SeriesEquation& equation, std::int64_t index)
     for (const LaggedTerm& term : equation.terms)
         sum += term.coefficient * value(term.series, index - term.lag);
     return sum;
+}
+
+std::vector<double> ModelData::predictions(const SeriesEquation& equation) const
+{
+    constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+    const auto points = static_cast<std::size_t>(_table.values.rows());
+    std::vector<double> sums(points, equation.intercept);
+    for (const LaggedTerm& term : equation.terms) {
+        if (!has(term.series))
+            return std::vector<double>(points, kUnknown);
+        const double* const values = _table.values.col(_columns[term.series]).data();
+        const std::size_t lag = std::min(points, static_cast<std::size_t>(term.lag));
+        std::fill_n(sums.begin(), lag, kUnknown);
+        for (std::size_t point = lag; point < points; ++point)
+            sums[point] += term.coefficient * values[point - lag];
+    }
+    return sums;
 }
 
 double ModelData::residual(const SeriesEquation& equation, std::int64_t index) const

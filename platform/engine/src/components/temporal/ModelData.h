@@ -26,6 +26,8 @@ public:
     /// What the equation gives for a point of time; not-a-number if it needs a value that is
     /// missing.
     double prediction(const SeriesEquation& equation, std::int64_t index) const;
+    /// The same for each point of time of the data.
+    std::vector<double> predictions(const SeriesEquation& equation) const;
     /// The value of the equation's series less the prediction.
     double residual(const SeriesEquation& equation, std::int64_t index) const;
 

@@ -129,6 +129,8 @@ void NamedRecords::findMetrics(const Fields& fields, const TcmModel& model,
 {
     std::vector<std::string> missing;
     for (const ModelSeries& series : model.series) {
+        if (series.name.size() != _storages.size() + 1)
+            continue;
         const std::string& metric = series.name.back();
         if (std::find(_metrics.begin(), _metrics.end(), metric) != _metrics.end() ||
             std::find(missing.begin(), missing.end(), metric) != missing.end())
@@ -161,8 +163,10 @@ std::string NamedRecords::keyOf(const std::vector<std::string_view>& values) con
 
 void NamedRecords::addSeries(const ModelSeries& series)
 {
+    if (series.name.size() != _storages.size() + 1)
+        return;
     const auto metric = std::find(_metrics.begin(), _metrics.end(), series.name.back());
-    if (metric == _metrics.end() || series.name.size() != _storages.size() + 1)
+    if (metric == _metrics.end())
         return;
     const std::vector<std::string_view> values(series.name.begin(), series.name.end() - 1);
     const auto [place, isNew] = _byKey.emplace(keyOf(values), _combinations.size());

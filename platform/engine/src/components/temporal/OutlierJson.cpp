@@ -77,23 +77,24 @@ std::vector<SeriesOutlier> largestOutliers(std::vector<SeriesOutlier> outliers)
 
 } // namespace
 
-Json outlierMembers(const Explanation& explanation, const ArtifactRequest& request)
+void addOutliers(ArtifactText& text, const Explanation& explanation, const ArtifactRequest& request)
 {
-    Json list = Json::array();
+    text.add("outlierLevel", explanation.model().outlierLevel);
+    text.startList("outliers");
     for (const SeriesOutlier& outlier : explanation.outliersOf(request.targets)) {
         explanation.check();
-        list.push_back(outlierObject(explanation, outlier));
+        text.addElement(outlierObject(explanation, outlier));
     }
-    return {{"outlierLevel", explanation.model().outlierLevel}, {"outliers", std::move(list)}};
+    text.endList();
 }
 
-Json rootCauseMembers(const Explanation& explanation, const ArtifactRequest& request,
-                      std::size_t target)
+void addRootCauses(ArtifactText& text, const Explanation& explanation,
+                   const ArtifactRequest& request, std::size_t target)
 {
-    Json list = Json::array();
+    text.startList("outliers");
     for (const SeriesOutlier& outlier : largestOutliers(explanation.outliersOf({target})))
-        list.push_back(originObject(explanation, outlier, request.level));
-    return {{"outliers", std::move(list)}};
+        text.addElement(originObject(explanation, outlier, request.level));
+    text.endList();
 }
 
 } // namespace EmbeddedHV::statistics

@@ -11,44 +11,40 @@ bool isAboutOneSeries(ArtifactKind kind)
            kind == ArtifactKind::RootCause;
 }
 
-Json membersOf(const Explanation& explanation, const ArtifactRequest& request)
+void addMembers(ArtifactText& text, const Explanation& explanation, const ArtifactRequest& request)
 {
     switch (request.kind) {
     case ArtifactKind::ImpactEffects:
     case ArtifactKind::ImpactCauses:
-        return statistics::impactMembers(explanation, request, request.targets.front());
+        return statistics::addImpact(text, explanation, request, request.targets.front());
     case ArtifactKind::Network:
-        return statistics::networkMembers(explanation);
+        return statistics::addNetwork(text, explanation);
     case ArtifactKind::Fit:
-        return statistics::fitMembers(explanation, request);
+        return statistics::addFit(text, explanation, request);
     case ArtifactKind::Equations:
-        return statistics::equationMembers(explanation, request);
+        return statistics::addEquations(text, explanation, request);
     case ArtifactKind::Outliers:
-        return statistics::outlierMembers(explanation, request);
+        return statistics::addOutliers(text, explanation, request);
     case ArtifactKind::RootCause:
-        return statistics::rootCauseMembers(explanation, request, request.targets.front());
+        return statistics::addRootCauses(text, explanation, request, request.targets.front());
     }
-    return {};
 }
 
 /// The artifact with the request that it answers.
 std::string artifactText(const Explanation& explanation, const ArtifactRequest& request)
 {
-    Json artifact = {{"name", request.name}};
+    ArtifactText text;
+    text.add("name", request.name);
     if (!request.targets.empty()) {
         Json targets = Json::array();
         for (const std::size_t target : request.targets)
             targets.push_back(explanation.nameOf(target));
-        artifact["target"] = std::move(targets);
+        text.add("target", targets);
     }
     if (isAboutOneSeries(request.kind))
-        artifact["level"] = request.level;
-    Json members = membersOf(explanation, request);
-    for (auto& [key, value] : members.items())
-        artifact[key] = std::move(value);
-    explanation.check();
-    // Names and texts may hold bytes that are no characters.
-    return artifact.dump(-1, ' ', false, Json::error_handler_t::replace);
+        text.add("level", request.level);
+    addMembers(text, explanation, request);
+    return text.finish();
 }
 
 } // namespace

@@ -44,24 +44,25 @@ Json nodeObject(const Explanation& explanation, std::size_t place)
     return node;
 }
 
-Json networkMembers(const Explanation& explanation)
+void addNetwork(ArtifactText& text, const Explanation& explanation)
 {
-    Json nodes = Json::array();
+    text.startList("nodes");
     for (std::size_t place = 0; place < explanation.model().series.size(); ++place) {
         explanation.check();
-        nodes.push_back(nodeObject(explanation, place));
+        text.addElement(nodeObject(explanation, place));
     }
-    Json edges = Json::array();
+    text.endList();
+    text.startList("edges");
     for (const CausalEdge& edge : explanation.network().edges()) {
         explanation.check();
-        edges.push_back(edgeObject(explanation, edge));
+        text.addElement(edgeObject(explanation, edge));
     }
-    return {{"nodes", std::move(nodes)}, {"edges", std::move(edges)}};
+    text.endList();
 }
 
-Json fitMembers(const Explanation& explanation, const ArtifactRequest& request)
+void addFit(ArtifactText& text, const Explanation& explanation, const ArtifactRequest& request)
 {
-    Json targets = Json::array();
+    text.startList("targets");
     for (const SeriesEquation* equation : explanation.equationsOf(request.targets)) {
         explanation.check();
         Json target = seriesObject(explanation, equation->series);
@@ -69,9 +70,9 @@ Json fitMembers(const Explanation& explanation, const ArtifactRequest& request)
         target["parameters"] = equation->fit.parameters;
         for (const FitMember& member : kFitMembers)
             target[member.key] = optionalNumber(equation->fit.*member.value);
-        targets.push_back(std::move(target));
+        text.addElement(target);
     }
-    return {{"targets", std::move(targets)}};
+    text.endList();
 }
 
 namespace {
@@ -108,14 +109,15 @@ Json equationObject(const Explanation& explanation, const SeriesEquation& equati
 
 } // namespace
 
-Json equationMembers(const Explanation& explanation, const ArtifactRequest& request)
+void addEquations(ArtifactText& text, const Explanation& explanation,
+                  const ArtifactRequest& request)
 {
-    Json equations = Json::array();
+    text.startList("equations");
     for (const SeriesEquation* equation : explanation.equationsOf(request.targets)) {
         explanation.check();
-        equations.push_back(equationObject(explanation, *equation));
+        text.addElement(equationObject(explanation, *equation));
     }
-    return {{"equations", std::move(equations)}};
+    text.endList();
 }
 
 } // namespace EmbeddedHV::statistics

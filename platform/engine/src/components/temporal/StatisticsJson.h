@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/temporal/ArtifactText.h"
 #include "components/temporal/Explanation.h"
 #include "components/temporal/ExplanationSettings.h"
 
@@ -17,15 +18,18 @@ Json optionalNumber(const std::optional<double>& value);
 /// A series' node in a drawing: whether it is a target, and how well its equation fits.
 Json nodeObject(const Explanation& explanation, std::size_t place);
 
-/// What the series of the request's targets influence or what influences them: to be called for one
-/// target.
-Json impactMembers(const Explanation& explanation, const ArtifactRequest& request,
-                   std::size_t target);
-Json networkMembers(const Explanation& explanation);
-Json fitMembers(const Explanation& explanation, const ArtifactRequest& request);
-Json equationMembers(const Explanation& explanation, const ArtifactRequest& request);
-Json outlierMembers(const Explanation& explanation, const ArtifactRequest& request);
-Json rootCauseMembers(const Explanation& explanation, const ArtifactRequest& request,
-                      std::size_t target);
+// What an artifact says beside its request. All throw what the explanation's check throws.
+
+/// What a series influences or what influences it.
+void addImpact(ArtifactText& text, const Explanation& explanation, const ArtifactRequest& request,
+               std::size_t target);
+void addNetwork(ArtifactText& text, const Explanation& explanation);
+void addFit(ArtifactText& text, const Explanation& explanation, const ArtifactRequest& request);
+void addEquations(ArtifactText& text, const Explanation& explanation,
+                  const ArtifactRequest& request);
+void addOutliers(ArtifactText& text, const Explanation& explanation,
+                 const ArtifactRequest& request);
+void addRootCauses(ArtifactText& text, const Explanation& explanation,
+                   const ArtifactRequest& request, std::size_t target);
 
 } // namespace EmbeddedHV::statistics
