@@ -85,7 +85,7 @@ protected:
     /// What the job writes, checked against the schemas.
     json statistics()
     {
-        validate(HV_TCM_STATISTICS_SCHEMA, "out.zip", "statJson.json");
+        validate(HV_SCHEMAS "/tcm-statistics.schema.json", "out.zip", "statJson.json");
         validate(HV_RESULT_SCHEMA, "results.zip", "Results.json");
         return json::parse(member("out.zip", "statJson.json")).at("artifacts");
     }
@@ -107,7 +107,7 @@ private:
         const std::string text = member(archive, name);
         write(name, text);
         const std::string command =
-            std::string(HV_VALIDATE_DOCUMENT) + " '" + schema + "' '" + path(name) + "'";
+            std::string(HV_VALIDATE) + " '" + schema + "' '" + path(name) + "'";
         EXPECT_EQ(std::system(command.c_str()), 0) << text.substr(0, 3000);
     }
 };

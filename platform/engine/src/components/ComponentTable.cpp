@@ -10,8 +10,9 @@
 #include "components/descriptives/Descriptives.h"
 #include "components/temporal/ModelCapabilities.h"
 #include "components/temporal/OutputComponent.h"
-#include "components/temporal/ScoreStage.h"
 #include "components/temporal/Rtsdp.h"
+#include "components/temporal/ScoreStage.h"
+#include "components/temporal/Train.h"
 #include "components/temporal/Tsdp.h"
 #include "expression/NearestName.h"
 
@@ -21,6 +22,7 @@ namespace {
 constexpr StepKind kComponents[] = {
     {"descriptives:descriptives", StepInputs::One, StepArguments::Component, planDescriptives},
     {"tsdp:tsdp", StepInputs::One, StepArguments::Component, planTsdp},
+    {"tcm:train", StepInputs::One, StepArguments::ComponentWithInputs, planTrain},
     {"tcm:score", StepInputs::One, StepArguments::ComponentWithInputs, planTcmScore},
     {"tcm:ar", StepInputs::One, StepArguments::ComponentWithInputs, planTcmAr},
     {"scoring:scoring", StepInputs::None, StepArguments::ComponentWithInputs,

@@ -1,5 +1,6 @@
 #include "components/temporal/Distributions.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <boost/math/distributions/chi_squared.hpp>
@@ -13,7 +14,7 @@ namespace math = boost::math;
 
 double twoSidedT(double t, double freedom)
 {
-    if (std::isinf(t))
+    if (!std::isfinite(t))
         return 0;
     return 2 * math::cdf(math::complement(math::students_t(freedom), std::abs(t)));
 }
@@ -25,14 +26,14 @@ double twoSidedTBound(double probability, double freedom)
 
 double upperF(double f, double numerator, double denominator)
 {
-    if (std::isinf(f))
+    if (!std::isfinite(f))
         return 0;
-    return math::cdf(math::complement(math::fisher_f(numerator, denominator), f));
+    return math::cdf(math::complement(math::fisher_f(numerator, denominator), std::max(0.0, f)));
 }
 
 double upperChiSquared(double value, double freedom)
 {
-    if (std::isinf(value))
+    if (!std::isfinite(value))
         return 0;
     return math::cdf(math::complement(math::chi_squared(freedom), value));
 }

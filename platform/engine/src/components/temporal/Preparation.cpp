@@ -10,7 +10,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr std::size_t kMostPreparationValues = 30'000'000;
+constexpr std::size_t kMostPreparationValues = 50'000'000;
 constexpr const char* kMetricField = "metricField";
 
 /// A value of a dimension as the library compares it.
@@ -28,8 +28,25 @@ std::string labelOf(const DocumentPlace& place)
     place.refuse("is not a value of a dimension");
 }
 
-/// How the data store a dimension of these values.
-CFField::StorageType storageOf(const DocumentPlace& list)
+/// What the document says of the storage of a dimension; Unknown if it says nothing.
+CFField::StorageType statedStorage(const DocumentPlace& output, const std::string& name)
+{
+    const auto list = output.optionalMember("dimensions");
+    for (std::size_t i = 0; list && i < list->listSize(); ++i) {
+        if (list->element(i).member("name").text() != name)
+            continue;
+        const std::string& word = list->element(i).member("storage").text();
+        for (const auto storage : {CFField::Integer, CFField::Real})
+            if (word == WordOf(storage))
+                return storage;
+        // The values of other storages are found by their texts.
+        return CFField::String;
+    }
+    return CFField::Unknown;
+}
+
+/// The storage that suits the values of a dimension.
+CFField::StorageType suitingStorage(const DocumentPlace& list)
 {
     const auto all = [&](bool (Json::*is)() const noexcept) {
         return std::all_of(list.value().begin(), list.value().end(),
@@ -71,22 +88,25 @@ std::vector<std::string> dimensionsOf(const DocumentPlace& settings)
     return names;
 }
 
-CFField dimensionField(const DocumentPlace& valueLists, const std::string& name)
+CFField dimensionField(const DocumentPlace& root, const std::string& name)
 {
-    const DocumentPlace list = valueLists.member(name.c_str());
+    const DocumentPlace list = root.member("settings").member("dimValueLists").member(name.c_str());
+    const CFField::StorageType stated = statedStorage(root.member("output"), name);
     std::vector<std::string> labels;
     for (std::size_t i = 0; i < list.listSize(); ++i)
         labels.push_back(labelOf(list.element(i)));
     CFField field = codedField(name, labels);
-    field.SetBaseField(CFField(name, CFField::Nominal, storageOf(list)));
+    field.SetBaseField(CFField(name, CFField::Nominal,
+                               stated == CFField::Unknown ? suitingStorage(list) : stated));
     return field;
 }
 
-Fields modelFields(const DocumentPlace& settings)
+Fields modelFields(const DocumentPlace& root)
 {
+    const DocumentPlace settings = root.member("settings");
     Fields fields;
     for (const std::string& name : dimensionsOf(settings))
-        fields.push_back(dimensionField(settings.member("dimValueLists"), name));
+        fields.push_back(dimensionField(root, name));
     const std::vector<std::string> metrics = textList(settings.member("metricFieldList"));
     fields.push_back(codedField(kMetricField, metrics));
     for (const std::string& metric : metrics)
@@ -121,7 +141,7 @@ Preparation preparationOf(std::string document, const std::string& owner)
     const DocumentPlace place(root, owner, errors::kPreparationFile);
     Preparation preparation;
     preparation.series = preparedSeries(place.member("output").member("series"));
-    preparation.fields = modelFields(place.member("settings"));
+    preparation.fields = modelFields(place);
     preparation.document = std::move(document);
     return preparation;
 }

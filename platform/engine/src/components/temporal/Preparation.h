@@ -7,9 +7,6 @@
 
 namespace EmbeddedHV {
 
-/// The entry of a container or a model that holds the document of the data preparation.
-inline constexpr const char* kPreparationDocument = "TSDPOutput.json";
-
 /// A series that the preparation made.
 struct PreparedSeries
 {
