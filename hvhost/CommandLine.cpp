@@ -25,6 +25,7 @@
 #include "UsageFault.h"
 #include "UserMessages.h"
 #include "support/Tracing.h"
+#include "tcm/TcmCommandLine.h"
 
 namespace {
 
@@ -60,6 +61,7 @@ private:
     RunOptions _run;
     ScoreOptions _score;
     MapCommandLine _map;
+    TcmCommandLine _tcm;
     std::string _doctorFormat = "text";
     std::string _shell;
     std::vector<std::string> _helpCommand; ///< more than one word for a command of a command
@@ -86,6 +88,7 @@ CommandLine::CommandLine()
     addRun();
     addScore();
     _map.addTo(_app, _common);
+    _tcm.addTo(_app, _common);
     addDoctor();
     addCompletion();
     _app.add_subcommand("version", "Print the version.")->group(kCommandGroup)->callback([] {

@@ -4,6 +4,7 @@
 #include "Dataset.h"
 #include "GeoJsonOutput.h"
 #include "InterruptWatch.h"
+#include "KnownDataset.h"
 #include "MapSession.h"
 #include "geo/HVInteractiveSTEM.h"
 

@@ -8,6 +8,7 @@
 #include "DataFile.h"
 #include "Dataset.h"
 #include "InterruptWatch.h"
+#include "KnownDataset.h"
 #include "MapSession.h"
 #include "ResultTable.h"
 #include "StandardStreams.h"

@@ -4,40 +4,14 @@
 #include <filesystem>
 
 #include "ArchiveProblem.h"
-#include "Attention.h"
 #include "CommandFault.h"
-#include "Dataset.h"
-#include "FaultWording.h"
-#include "InterruptWatch.h"
 #include "JobText.h"
 #include "ReadableFile.h"
-#include "SvrDMDataset.h"
 #include "geo/HVInteractiveSTEM.h"
 #include "runner/HVRunner.h"
 #include "support/Conversions.h"
 
 namespace {
-
-/// Stops a request when the user asks for it: the job that runs is cancelled, and the jobs that the
-/// request would run after it are refused.
-class StopRequest : public VexaAdapter::InterruptHandler
-{
-public:
-    explicit StopRequest(HVInteractiveSTEM& maps)
-        : _maps(maps), _earlier(GetAdapter()->getInterruptHandler())
-    {
-        GetAdapter()->setInterruptHandler(this);
-    }
-    ~StopRequest() override { GetAdapter()->setInterruptHandler(_earlier); }
-    StopRequest(const StopRequest&) = delete;
-    StopRequest& operator=(const StopRequest&) = delete;
-
-    void interrupt() override { _maps.cancelExecution(); }
-
-private:
-    HVInteractiveSTEM& _maps;
-    InterruptHandler* _earlier;
-};
 
 /// A path has no protocol in front.
 bool isAddress(const std::string& source)
@@ -60,8 +34,7 @@ int wkidOf(std::string text)
 
 MapSession::MapSession(const std::string& command, const CommonOptions& options,
                        const InterruptWatch& watch)
-    : _watch(watch), _host("map " + command, options, watch),
-      _maps(std::make_unique<HVInteractiveSTEM>())
+    : _session("map " + command, options, watch), _maps(std::make_unique<HVInteractiveSTEM>())
 {
 }
 
@@ -70,46 +43,13 @@ MapSession::~MapSession() = default;
 void MapSession::perform(const std::function<bool(HVInteractiveSTEM&)>& request,
                          const std::string& source, const JobOrigin& origin)
 {
-    _host.perform(
-        [&] {
-            bool isDone = false;
-            {
-                const StopRequest stop(*_maps);
-                isDone = request(*_maps);
-            }
-            settle(isDone, source, origin);
-            return true;
-        },
-        origin);
-}
-
-/// Tells of the last job, and ends the command if the request did not succeed.
-void MapSession::settle(bool isDone, const std::string& source, const JobOrigin& origin)
-{
-    for (const std::string& message : _maps->getMessages())
-        _host.warn(withFileName(message, origin));
-    // A stop that came after the last job changes nothing: the result is there.
-    if (!isDone || _maps->getState() == HVProgressListener::Cancelled)
-        _watch.check();
-    if (isDone)
-        return;
-    EngineFault fault;
-    if (!_maps->hasError(fault.id, fault.text, fault.detail))
-        throw CommandFault(ExitStatus::JobFailed, source + ": the request failed without a reason");
-    _host.log("failed: " + fault.id + " " + fault.text + " " + fault.detail);
-    // Without an id it is no job that says so, but what was found before one.
-    if (fault.id.empty()) {
-        // The library reports an archive that it cannot unpack as one without a shape file.
+    // The library reports an archive that it cannot unpack as one without a shape file.
+    const auto explain = [&](const std::string& text) {
         const std::string problem = archiveProblem(source);
-        throw CommandFault(ExitStatus::Input,
-                           source + ": " + (problem.empty() ? fault.text : problem));
-    }
-    throw wordFault(fault, {}, origin);
-}
-
-void MapSession::checkStop() const
-{
-    _watch.check();
+        return problem.empty() ? text : problem;
+    };
+    _session.perform(
+        *_maps, [&] { return request(*_maps); }, source, origin, explain);
 }
 
 /// The engine tells the full name, which a request for a map needs to know that there is a target.
@@ -118,8 +58,8 @@ KnownSystem MapSession::system(const std::string& option, const std::string& tex
     if (text.empty())
         return {};
     const int wkid = wkidOf(text);
-    const std::string info = wkid > 0 ? _host.runner().getCoordinatesSystemInfo(wkid)
-                                      : _host.runner().getCoordinatesSystemInfo(text);
+    const std::string info = wkid > 0 ? host().runner().getCoordinatesSystemInfo(wkid)
+                                      : host().runner().getCoordinatesSystemInfo(text);
     KnownSystem system;
     std::string wkt;
     HVRunner::CSTYPE type = HVRunner::CSTYPE_None;
@@ -157,15 +97,4 @@ JobOrigin MapInput::origin() const
     origin.inputs = {{_location, name()}};
     origin.hasInputOptions = false;
     return origin;
-}
-
-// The dataset outlives the scope, so nobody else has to own its source.
-KnownDataset::KnownDataset(const Dataset& dataset)
-    : _id(SvrDMDataset::Register({&dataset.source(), [](const VEXA_DataSource*) {}}))
-{
-}
-
-KnownDataset::~KnownDataset()
-{
-    SvrDMDataset::Unregister(_id);
 }

@@ -5,10 +5,9 @@
 #include <string>
 
 #include "Commands.h"
-#include "HostSession.h"
+#include "InteractiveSession.h"
 
 class HVInteractiveSTEM;
-class Dataset;
 
 /// A coordinate system that the engine knows; empty for none.
 struct KnownSystem
@@ -28,23 +27,20 @@ public:
     MapSession(const MapSession&) = delete;
     MapSession& operator=(const MapSession&) = delete;
 
-    HostSession& host() { return _host; }
+    HostSession& host() { return _session.host(); }
     /// Runs a request, and prints the warnings of its last job. Throws CommandFault with the reason
     /// of a request that is false; one that no job gave is a fault of `source`.
     void perform(const std::function<bool(HVInteractiveSTEM&)>& request, const std::string& source,
                  const JobOrigin& origin);
     /// Throws CommandFault if the user stopped the command: for a request that succeeds without an
     /// answer, as a question to a service does when it is stopped.
-    void checkStop() const;
+    void checkStop() const { _session.checkStop(); }
     /// The system of an option: a name, or a well-known id with or without "EPSG:". Throws
     /// CommandFault (Usage) for one that is not known.
     KnownSystem system(const std::string& option, const std::string& text);
 
 private:
-    void settle(bool isDone, const std::string& source, const JobOrigin& origin);
-
-    const InterruptWatch& _watch;
-    HostSession _host;
+    InteractiveSession _session;
     std::unique_ptr<HVInteractiveSTEM> _maps;
 };
 
@@ -70,19 +66,4 @@ private:
     std::string _name;
     std::string _location;
     bool _isService;
-};
-
-/// Makes a dataset known to the host under an id, for its scope.
-class KnownDataset
-{
-public:
-    explicit KnownDataset(const Dataset& dataset);
-    ~KnownDataset();
-    KnownDataset(const KnownDataset&) = delete;
-    KnownDataset& operator=(const KnownDataset&) = delete;
-
-    std::uint32_t id() const { return _id; }
-
-private:
-    std::uint32_t _id;
 };

@@ -157,6 +157,12 @@ void addMapData(CLI::App& app, InputOptions& options)
     addSource(app, options, "DATA");
 }
 
+void addModelData(CLI::App& app, InputOptions& options, bool isNeeded)
+{
+    addSource(app, options, "DATA");
+    app.get_option("DATA")->required(isNeeded);
+}
+
 void addCasesOptions(CLI::App& app, InputOptions& options)
 {
     addSource(app, options);

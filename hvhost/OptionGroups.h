@@ -27,6 +27,8 @@ void addDatasetOptions(CLI::App& app, InputOptions& options);
 void addCasesOptions(CLI::App& app, InputOptions& options);
 /// The same for a command whose --from is something else: --data-kind tells the kind.
 void addMapData(CLI::App& app, InputOptions& options);
+/// The same for a command on a model, which may do without data.
+void addModelData(CLI::App& app, InputOptions& options, bool isNeeded);
 /// --user-missing
 CLI::Option* addUserMissing(CLI::App& app, std::string& what);
 /// --weight

@@ -117,6 +117,7 @@ void HVInteractive::beginRequest()
 {
     resetJNI();
     CleanExceptions();
+    CleanMessages();
     _runner->getProgressListener()->reset();
 }
 

@@ -67,8 +67,8 @@ public:
     const std::vector<std::string>& getMessages() const;
 
 protected:
-    /// The beginning of every request: takes over the thread, and forgets why the last one failed,
-    /// be it told by a job or not. A request that fails before its first job would give the reason
+    /// The beginning of every request: takes over the thread, and forgets the messages of the last
+    /// one and why it failed, be it told by a job or not. A request that fails before its first job would give the reason
     /// of an earlier one otherwise.
     void beginRequest();
 

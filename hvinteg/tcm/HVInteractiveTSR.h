@@ -5,16 +5,18 @@
 
 #include "SvrDMDataset.h"
 #include "geo/HVInteractive.h"
+#include "tcm/HVForecast.h"
 
 class HVRawDataIterator;
 class HVSimpleContainer;
 struct PreparationReplay;
 struct RecordFile;
 struct ScoringStep;
+struct SeriesForecast;
 struct SeriesScoring;
 
 /// What a viewer of temporal causal models asks: what a model can do, what it predicts for a
-/// series, and what influences what. A model is an archive that is finished; none is trained here.
+/// series, and what influences what. A model is a finished archive, which HVTemporalTraining makes.
 ///
 /// A series is told by the values of the model's dimension fields, one for each of them in the
 /// model's order, and by the name of a metric. A model without dimensions has none of the former.
@@ -67,6 +69,23 @@ public:
                          const std::vector<std::string>& dimValues,
                          std::vector<double>& actualValues, std::vector<double>& predictedValues);
 
+    /// The same for all points of time from the first one of the training to `request.horizon` ones
+    /// behind the data, with the bounds of the predicted values and with values that the caller
+    /// gives. A point of the data has its actual value and the one predicted a step ahead. The
+    /// field of the time is that of the model. `forecast` has what was read until a failure. The
+    /// messages are those of the preparation and of the scoring.
+    bool getForecast(LocallyUniqueID dataset, const std::string& modelPath,
+                     const std::string& metricName, const std::vector<std::string>& dimFields,
+                     const std::vector<std::string>& dimValues, const HVForecastRequest& request,
+                     HVSeriesForecast& forecast);
+
+    /// What the engine says of a model, as JSON: `artifacts` is a JSON list of objects, each with
+    /// the name of an artifact and what it needs; docs/tcm.md lists them. On the cases of a
+    /// dataset, or by the model alone with kNoDataset.
+    bool getModelStatistics(LocallyUniqueID dataset, const std::string& modelPath,
+                            const std::vector<std::string>& dimFields, const std::string& artifacts,
+                            std::string& statJson);
+
     /// The effects of a series and its causes, `level` steps through the network, as JSON: on the
     /// cases of a dataset, or by the model alone with kNoDataset. `flag` takes no part.
     bool getImpactDiagram(LocallyUniqueID dataset, const std::string& modelPath,
@@ -106,6 +125,15 @@ private:
 
     /// Scores a series, and appends its values.
     bool scoreSeries(const SeriesScoring& scoring, const ScoringStep& step);
-    bool runImpactDiagram(const std::string& job, const HVSimpleContainer& output,
-                          std::string& statJson);
+    bool forecastSeries(const SeriesForecast& forecast, const ScoringStep& step,
+                        HVSeriesForecast& result);
+    /// Where the output component's answer goes, and which request asks.
+    struct Answer
+    {
+        std::string& statJson;
+        const char* operation;
+    };
+    /// Runs the component on data, which it prepares, or on the model alone.
+    bool runOutputComponent(PreparationReplay& data, const std::string& settings,
+                            const HVSimpleContainer& output, const Answer& answer);
 };

@@ -25,6 +25,17 @@ JNIJSONObject artifact(const char* name, JNIJSONArray& target, int level)
     return json;
 }
 
+/// Artifacts in the words of the host, with series by their names.
+std::string outputSettings(JNIJSONArray& artifacts)
+{
+    JNIJSONObject settings;
+    settings.put("artifacts", &artifacts);
+    settings.put("locale", CFAppHost::getInstance()->getLocale().c_str());
+    settings.put("timeFormat", "hh:mm:ss");
+    settings.put("isEncoded", false);
+    return settings.toString();
+}
+
 std::string GetTargetsOutputSetting(const std::vector<std::string>& series, int level)
 {
     JNIJSONArray names;
@@ -37,38 +48,31 @@ std::string GetTargetsOutputSetting(const std::vector<std::string>& series, int 
     JNIJSONArray artifacts;
     artifacts.add(&effects);
     artifacts.add(&causes);
-    JNIJSONObject settings;
-    settings.put("artifacts", &artifacts);
-    settings.put("locale", CFAppHost::getInstance()->getLocale().c_str());
-    settings.put("timeFormat", "hh:mm:ss");
-    settings.put("isEncoded", false);
-    return settings.toString();
+    return outputSettings(artifacts);
 }
 
 /// The lines that both kinds of the job have.
-std::string outputLines(const std::string& modelPath, const std::vector<std::string>& series,
-                        int level, const HVSimpleContainer& output)
+std::string outputLines(const std::string& modelPath, const std::string& settings,
+                        const HVSimpleContainer& output)
 {
-    return definition("outputConf", GetTargetsOutputSetting(series, level)) +
-           modelLine("inputCons", "TCM", modelPath) + outputLine("outputCons", output);
+    return definition("outputConf", settings) + modelLine("inputCons", "TCM", modelPath) +
+           outputLine("outputCons", output);
 }
 
 /// On data that are prepared, and on the model alone.
-std::string GenerateImpactDiagramHVL(const PreparationReplay& data,
-                                     const std::vector<std::string>& series, int level,
+std::string GenerateImpactDiagramHVL(const PreparationReplay& data, const std::string& settings,
                                      const HVSimpleContainer& output)
 {
     return readerLine(data.prepared) + GenerateRtsdpConf(data.output.getAbsolutePath()) +
-           outputLines(data.modelPath, series, level, output) +
+           outputLines(data.modelPath, settings, output) +
            "read(readerConf)->rtsdp:rtsdp(rtsdpConf, rtsdpInConf, _)"
            "->OutputComponent:TCMOutputComponent(outputConf, inputCons, outputCons)";
 }
 
-std::string GenerateImpactDiagramHVL(const std::string& modelPath,
-                                     const std::vector<std::string>& series, int level,
+std::string GenerateImpactDiagramHVL(const std::string& modelPath, const std::string& settings,
                                      const HVSimpleContainer& output)
 {
-    return outputLines(modelPath, series, level, output) +
+    return outputLines(modelPath, settings, output) +
            "OutputComponent:TCMOutputComponent(outputConf,inputCons,outputCons)";
 }
 
@@ -86,27 +90,47 @@ bool HVInteractiveTSR::getImpactDiagram(LocallyUniqueID dataset, const std::stri
     RequestScope request(*this);
     std::vector<std::string> series = dimValues;
     series.push_back(metricName);
-    std::string job;
-    if (dataset == kNoDataset)
-        job = GenerateImpactDiagramHVL(modelPath, series, level, output);
-    else if (fitSettings(data) && prepareData(data, data.settings.dateTimeField()))
-        job = GenerateImpactDiagramHVL(data, series, level, output);
-    else
-        return false;
-    const bool isDrawn = runImpactDiagram(job, output, statJson);
+    const bool isDrawn = runOutputComponent(data, GetTargetsOutputSetting(series, level), output,
+                                            {statJson, "getImpactDiagram"});
     request.end();
     return isDrawn;
 }
 
-bool HVInteractiveTSR::runImpactDiagram(const std::string& job, const HVSimpleContainer& output,
-                                        std::string& statJson)
+bool HVInteractiveTSR::getModelStatistics(LocallyUniqueID dataset, const std::string& modelPath,
+                                          const std::vector<std::string>& dimFields,
+                                          const std::string& artifacts, std::string& statJson)
 {
-    traceHVLFile(job, "HvlJobText", "getImpactDiagram");
+    beginRequest();
+    const HVSimpleContainer output("tcmStatJson", "");
+    PreparationReplay data{dataset, modelPath, dimFields};
+    RequestScope request(*this);
+    JNIJSONArray list(artifacts.c_str());
+    if (!list.isGood()) {
+        setException("The artifacts are not a JSON list.");
+        return false;
+    }
+    const bool isDone =
+        runOutputComponent(data, outputSettings(list), output, {statJson, "getModelStatistics"});
+    request.end();
+    return isDone;
+}
+
+bool HVInteractiveTSR::runOutputComponent(PreparationReplay& data, const std::string& settings,
+                                          const HVSimpleContainer& output, const Answer& answer)
+{
+    std::string job;
+    if (data.dataset == kNoDataset)
+        job = GenerateImpactDiagramHVL(data.modelPath, settings, output);
+    else if (fitSettings(data) && prepareData(data, data.settings.dateTimeField()))
+        job = GenerateImpactDiagramHVL(data, settings, output);
+    else
+        return false;
+    traceHVLFile(job, "HvlJobText", answer.operation);
     if (!runner().prepareHVLJob(job) || !tryRunHV(runner()))
         return false;
     ZipReader reader(output.getGenericPath());
-    if (!readEntry(reader, "statJson.json", statJson))
+    if (!readEntry(reader, "statJson.json", answer.statJson))
         return false;
-    traceJSONFile(statJson, "StatJSON", "getImpactDiagram");
+    traceJSONFile(answer.statJson, "StatJSON", answer.operation);
     return true;
 }

@@ -8,6 +8,7 @@
 #include "runner/HVRunner.h"
 #include "support/Conversions.h"
 #include "support/Tracing.h"
+#include "tcm/ForecastRows.h"
 #include "tcm/HVInteractiveTSR.h"
 #include "tcm/PreparationReplay.h"
 #include "tcm/ScoredRows.h"
@@ -92,6 +93,51 @@ bool HVInteractiveTSR::scoreSeries(const SeriesScoring& scoring, const ScoringSt
     traceHVLFile(job, "SCENARIO_INFO", step.traceName);
     if (isScored)
         isScored = readScores(runner(), scoring, step, fileNameOf(output.records));
+    runner().displayAllMessages(true, true);
+    runner().cleanJRef();
+    runner().cleanExecution();
+    return isScored;
+}
+
+bool HVInteractiveTSR::getForecast(LocallyUniqueID dataset, const std::string& modelPath,
+                                   const std::string& metricName,
+                                   const std::vector<std::string>& dimFields,
+                                   const std::vector<std::string>& dimValues,
+                                   const HVForecastRequest& request, HVSeriesForecast& forecast)
+{
+    beginRequest();
+    PreparationReplay data{dataset, modelPath, dimFields};
+    RequestScope scope(*this);
+    bool isTarget = false;
+    if (!fitSettings(data) || !prepareData(data, data.settings.dateTimeField()))
+        return false;
+    // The next job forgets them.
+    UpdateMessageList();
+    if (!IsTargetSeries(modelPath, metricName, dimFields, dimValues, isTarget))
+        return false;
+    std::vector<std::string> series = dimValues;
+    series.push_back(metricName);
+    const bool isScored = forecastSeries({modelPath, series, data, request},
+                                         isTarget ? kByCausalModel : kByItself, forecast);
+    UpdateMessageList();
+    scope.end();
+    return isScored;
+}
+
+bool HVInteractiveTSR::forecastSeries(const SeriesForecast& forecast, const ScoringStep& step,
+                                      HVSeriesForecast& result)
+{
+    const RecordFile output("outputData", "outputDataModel");
+    const ExecutionScope execution(runner());
+    const std::string job = forecastJob(forecast, step, output);
+    traceHVLFile(job, "FORECAST", step.traceName);
+    bool isScored = runner().prepareHVLJob(job) && tryRunHV(runner());
+    if (isScored) {
+        OutputRows rows(runner(), fileNameOf(output.records));
+        isScored =
+            rows.get() != nullptr && readForecast(*rows.get(), forecast.series.back(), result);
+        rows.dispose();
+    }
     runner().displayAllMessages(true, true);
     runner().cleanJRef();
     runner().cleanExecution();

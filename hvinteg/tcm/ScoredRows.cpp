@@ -9,9 +9,6 @@ namespace {
 
 using EmbeddedHV::RowDataIterator;
 
-constexpr const char* kFutureFlag = "$FutureFlag";
-constexpr const char* kPredictedEnding = "_predicted";
-
 /// An engine that keeps whole numbers as such may serve them so; the length tells.
 double numberOf(const void* value, unsigned long long length)
 {

@@ -5,6 +5,11 @@
 
 #include "RowDataIterator.h"
 
+/// What scoring calls its fields: whether a row lies beyond the data, and, behind the name of a
+/// metric, its predicted value.
+inline constexpr const char* kFutureFlag = "$FutureFlag";
+inline constexpr const char* kPredictedEnding = "_predicted";
+
 /// Reads actual and predicted values of a metric from the rows that scoring left. The rows are
 /// borrowed.
 class ScoredRows

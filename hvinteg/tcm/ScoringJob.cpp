@@ -3,6 +3,7 @@
 #include "bridge/JNIJSONArray.h"
 #include "bridge/JNIJSONObject.h"
 #include "hvl/TextJob.h"
+#include "tcm/HVForecast.h"
 #include "tcm/PreparationReplay.h"
 #include "tcm/TemporalJobText.h"
 
@@ -49,6 +50,50 @@ void GenerateScoreSettings(JNIJSONObject& settings, const std::vector<std::strin
     }
 }
 
+JNIJSONObject scenarioValue(const HVScenarioValue& given)
+{
+    JNIJSONArray series;
+    for (const std::string& name : given.series)
+        series.add(name.c_str());
+    JNIJSONObject json;
+    json.put("series", &series);
+    if (given.ahead > 0)
+        json.put("ahead", given.ahead);
+    json.put(given.isRelative ? "change" : "value", given.value);
+    return json;
+}
+
+/// The whole range has one-step values, as the data go, and bounds.
+JNIJSONObject forecastSettings(const SeriesForecast& forecast, bool isTarget)
+{
+    JNIJSONObject settings;
+    GenerateScoreSettings(settings, forecast.series, forecast.request.horizon, isTarget);
+    settings.put("outputOriginalValue", true);
+    settings.put("confidenceLevel", forecast.request.confidenceLevel);
+    if (forecast.request.scenario.empty())
+        return settings;
+    JNIJSONArray scenario;
+    for (const HVScenarioValue& given : forecast.request.scenario) {
+        JNIJSONObject value = scenarioValue(given);
+        scenario.add(&value);
+    }
+    settings.put("scenario", &scenario);
+    return settings;
+}
+
+/// From the prepared records to a file of scores with the series' own names and times.
+std::string jobText(const JNIJSONObject& settings, const std::string& modelPath,
+                    const PreparationReplay& data, const ScoringStep& step,
+                    const RecordFile& output)
+{
+    JNIJSONObject json = settings;
+    return readerLine(data.prepared) + definition("scoreConf", json.toString()) +
+           modelLine("scoreInConf", "InputTCMXML", modelPath) +
+           GenerateRtsdpConf(data.output.getAbsolutePath()) + writerLine(output) +
+           "read(readerConf)->" + step.call +
+           "->rtsdp:rtsdp(rtsdpConf, rtsdpInConf, _)->write(writerConf)";
+}
+
 } // namespace
 
 std::string scoringJob(const SeriesScoring& scoring, const ScoringStep& step,
@@ -59,9 +104,12 @@ std::string scoringJob(const SeriesScoring& scoring, const ScoringStep& step,
     JNIJSONObject settings;
     GenerateScoreSettings(settings, series, scoring.forecastSpan, step.isCausal);
     settings.put("outputOriginalValue", true);
-    return readerLine(scoring.data.prepared) + definition("scoreConf", settings.toString()) +
-           modelLine("scoreInConf", "InputTCMXML", scoring.modelPath) +
-           GenerateRtsdpConf(scoring.data.output.getAbsolutePath()) + writerLine(output) +
-           "read(readerConf)->" + step.call +
-           "->rtsdp:rtsdp(rtsdpConf, rtsdpInConf, _)->write(writerConf)";
+    return jobText(settings, scoring.modelPath, scoring.data, step, output);
+}
+
+std::string forecastJob(const SeriesForecast& forecast, const ScoringStep& step,
+                        const RecordFile& output)
+{
+    return jobText(forecastSettings(forecast, step.isCausal), forecast.modelPath, forecast.data,
+                   step, output);
 }

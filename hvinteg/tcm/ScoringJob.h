@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+struct HVForecastRequest;
 struct PreparationReplay;
 struct RecordFile;
 
@@ -33,3 +34,14 @@ struct ScoringStep
 /// The job that scores a series and leaves its rows in a file.
 std::string scoringJob(const SeriesScoring& scoring, const ScoringStep& step,
                        const RecordFile& output);
+
+/// The same for all points of time, with bounds, and with values that are given.
+struct SeriesForecast
+{
+    const std::string& modelPath;
+    const std::vector<std::string>& series;
+    const PreparationReplay& data;
+    const HVForecastRequest& request;
+};
+std::string forecastJob(const SeriesForecast& forecast, const ScoringStep& step,
+                        const RecordFile& output);

@@ -109,6 +109,21 @@ TEST_F(Impact, OfADatasetReplaysThePreparation)
     EXPECT_EQ(diagram, R"({"effects":[]})");
 }
 
+TEST_F(Impact, AsksForAnyArtifacts)
+{
+    const char* const artifacts = R"([{"name":"fit"},{"name":"outliers","target":[["a","b"]]}])";
+    for (const LocallyUniqueID data : {kNoDataset, dataset}) {
+        ASSERT_TRUE(viewer->getModelStatistics(data, modelPath, {"region"}, artifacts, diagram));
+        EXPECT_THAT(plainJobs().back(), HasSubstr(std::string("val outputConf = {\"artifacts\":") +
+                                                  artifacts + ",\"locale\":"));
+        EXPECT_EQ(diagram, R"({"effects":[]})");
+    }
+    engine.clearCalls();
+    EXPECT_FALSE(viewer->getModelStatistics(kNoDataset, modelPath, {}, "{", diagram));
+    EXPECT_EQ(reason(), "The artifacts are not a JSON list.");
+    EXPECT_TRUE(jobs().empty());
+}
+
 TEST_F(Impact, FailsWithTheJobOrWithoutAnAnswer)
 {
     for (const LocallyUniqueID data : {kNoDataset, dataset}) {

@@ -238,3 +238,41 @@ TEST_F(Scenario, FailuresOfTheMachineLeaveNothing)
     }
     EXPECT_TRUE(result) << "the last run meets no failure";
 }
+
+TEST_F(Scenario, ForecastsWithBoundsAndGivenValues)
+{
+    using testing::HasSubstr;
+    WrittenRows points({CFField("month", CFField::Continuous, CFField::Date), realField("sales"),
+                        realField("$FutureFlag"), realField("sales_predicted"),
+                        realField("sales_lower"), realField("sales_upper")},
+                       {{18262.0, 1.0, 0, std::nullopt, kSystemMissing, std::nullopt},
+                        {18293.0, std::nullopt, 1, 5.0, 4.0, 6.0}});
+    rows = &points;
+    HVSeriesForecast forecast;
+    const HVForecastRequest request{
+        2, 0.9, {{{"south", "sales"}, 0, 0.1, true}, {{"north", "sales"}, 2, 7, false}}};
+    ASSERT_TRUE(
+        viewer->getForecast(dataset, modelPath, "sales", {"region"}, {"north"}, request, forecast));
+    EXPECT_THAT(plainJobs().back(),
+                HasSubstr(R"(},"fit":{"doFit":true},"outputOriginalValue":true,)"
+                          R"("confidenceLevel":0.9,"scenario":[{"series":["south","sales"],)"
+                          R"("change":0.1},{"series":["north","sales"],"ahead":2,"value":7}]})"));
+    ASSERT_EQ(forecast.timeFields.size(), 1U);
+    EXPECT_EQ(forecast.timeFields[0].GetName(), "month");
+    ASSERT_EQ(forecast.points.size(), 2U);
+    EXPECT_THAT(forecast.points[0].time, ElementsAre(18262.0));
+    EXPECT_FALSE(forecast.points[0].isFuture);
+    EXPECT_EQ(forecast.points[0].predicted, kSystemMissing);
+    EXPECT_TRUE(forecast.points[1].isFuture);
+    EXPECT_EQ(forecast.points[1].actual, kSystemMissing);
+    EXPECT_EQ(forecast.points[1].upper, 6.0);
+    EXPECT_EQ(points.disposals, 1);
+
+    WrittenRows incomplete(kFields, sixMonths());
+    rows = &incomplete;
+    EXPECT_FALSE(
+        viewer->getForecast(dataset, modelPath, "sales", {"region"}, {"north"}, {}, forecast));
+    EXPECT_EQ(incomplete.disposals, 1);
+    EXPECT_FALSE(
+        viewer->getForecast(dataset, modelPath, "sales", {"region"}, {"nowhere"}, {}, forecast));
+}

@@ -1,10 +1,12 @@
 #include "page/ChartMarkup.h"
 
 #include <ostream>
+#include <utility>
 
 #include "output/StringTable.h"
 #include "page/JsonTables.h"
 #include "page/MapMarkup.h"
+#include "page/NetworkMarkup.h"
 #include "page/PageText.h"
 #include "page/ViewMarkup.h"
 
@@ -93,6 +95,8 @@ void writeDrawing(std::ostream& out, const ChartDrawing& drawing)
     out << "</figcaption>\n";
     if (const std::optional<MapSpec> map = readMapSpec(drawing.specification, drawing.source))
         writeMap(out, *map, drawing.source, {title, isMore ? description : "", drawing.anchor});
+    else if (std::optional<NetworkSpec> network = readNetworkSpec(drawing.specification))
+        writeNetwork(out, std::move(*network), {title, isMore ? description : "", drawing.anchor});
     else
         writeForScript(out, drawing, told.empty() ? translate("Data") : told);
     out << "</figure>\n";

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "page/MapSpec.h"
+#include "page/NetworkSpec.h"
 #include "page/TableMarkup.h"
 
 namespace {
@@ -16,11 +17,11 @@ char kindOf(const OutputItem& item)
     return kinds[item.index()];
 }
 
-/// Whether a script has to draw some part of a document: maps need none.
+/// Whether a script has to draw some part of a document: maps and networks need none.
 bool needsLibrary(const PageJson& part, const OutputDocument& source)
 {
     if (isDrawable(part))
-        return !readMapSpec(part, source);
+        return !readMapSpec(part, source) && !readNetworkSpec(part);
     return part.is_structured() && std::ranges::any_of(part, [&](const PageJson& inner) {
                return needsLibrary(inner, source);
            });

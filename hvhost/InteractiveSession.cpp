@@ -1,0 +1,76 @@
+#include "InteractiveSession.h"
+
+#include "Attention.h"
+#include "CommandFault.h"
+#include "FaultWording.h"
+#include "InterruptWatch.h"
+#include "geo/HVInteractive.h"
+
+namespace {
+
+/// Stops a request when the user asks for it: the job that runs is cancelled, and the jobs that the
+/// request would run after it are refused.
+class StopRequest : public VexaAdapter::InterruptHandler
+{
+public:
+    explicit StopRequest(HVInteractive& object)
+        : _object(object), _earlier(GetAdapter()->getInterruptHandler())
+    {
+        GetAdapter()->setInterruptHandler(this);
+    }
+    ~StopRequest() override { GetAdapter()->setInterruptHandler(_earlier); }
+    StopRequest(const StopRequest&) = delete;
+    StopRequest& operator=(const StopRequest&) = delete;
+
+    void interrupt() override { _object.cancelExecution(); }
+
+private:
+    HVInteractive& _object;
+    InterruptHandler* _earlier;
+};
+
+} // namespace
+
+void InteractiveSession::perform(HVInteractive& object, const std::function<bool()>& request,
+                                 const std::string& source, const JobOrigin& origin,
+                                 const Explain& explain)
+{
+    _host.perform(
+        [&] {
+            bool isDone = false;
+            {
+                const StopRequest stop(object);
+                isDone = request();
+            }
+            settle(object, isDone, source, origin, explain);
+            return true;
+        },
+        origin);
+}
+
+/// Prints what the last job told, and ends the command if the request did not succeed.
+void InteractiveSession::settle(HVInteractive& object, bool isDone, const std::string& source,
+                                const JobOrigin& origin, const Explain& explain)
+{
+    for (const std::string& message : object.getMessages())
+        _host.warn(withFileName(message, origin));
+    // A stop that came after the last job changes nothing: the result is there.
+    if (!isDone || object.getState() == HVProgressListener::Cancelled)
+        _watch.check();
+    if (isDone)
+        return;
+    EngineFault fault;
+    if (!object.hasError(fault.id, fault.text, fault.detail))
+        throw CommandFault(ExitStatus::JobFailed, source + ": the request failed without a reason");
+    _host.log("failed: " + fault.id + " " + fault.text + " " + fault.detail);
+    // A fault without an id was found before a job ran.
+    if (fault.id.empty())
+        throw CommandFault(ExitStatus::Input,
+                           source + ": " + (explain ? explain(fault.text) : fault.text));
+    throw wordFault(fault, {}, origin);
+}
+
+void InteractiveSession::checkStop() const
+{
+    _watch.check();
+}

@@ -1,0 +1,15 @@
+#include "KnownDataset.h"
+
+#include "Dataset.h"
+#include "SvrDMDataset.h"
+
+// The dataset outlives the scope, so nobody else has to own its source.
+KnownDataset::KnownDataset(const Dataset& dataset)
+    : _id(SvrDMDataset::Register({&dataset.source(), [](const VEXA_DataSource*) {}}))
+{
+}
+
+KnownDataset::~KnownDataset()
+{
+    SvrDMDataset::Unregister(_id);
+}

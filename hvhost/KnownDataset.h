@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+
+class Dataset;
+
+/// Makes a dataset known to the host under an id, for its scope.
+class KnownDataset
+{
+public:
+    explicit KnownDataset(const Dataset& dataset);
+    ~KnownDataset();
+    KnownDataset(const KnownDataset&) = delete;
+    KnownDataset& operator=(const KnownDataset&) = delete;
+
+    std::uint32_t id() const { return _id; }
+
+private:
+    std::uint32_t _id;
+};

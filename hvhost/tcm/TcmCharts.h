@@ -1,0 +1,27 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include "tcm/HVForecast.h"
+#include "tcm/TcmModelFacts.h"
+
+/// Charts for result documents.
+
+/// The network of a model: its series, and an arrow for each predictor of a target but itself.
+nlohmann::ordered_json networkChart(const TcmModelFacts& facts);
+
+/// One node of an impact diagram: causes have negative levels, effects positive ones.
+struct ImpactShown
+{
+    std::string name;
+    int level = 0;
+};
+/// The nodes in columns by level, `edges` between them: records with "Predictor", "Target", "Lag",
+/// "Effect" and "p".
+nlohmann::ordered_json impactChart(const std::string& series, const std::vector<ImpactShown>& nodes,
+                                   const nlohmann::ordered_json& edges);
+
+/// The actual and predicted values of a series, with the bounds as an area behind them. `times` are
+/// the texts of the points of time.
+nlohmann::ordered_json forecastChart(const std::string& series, const HVSeriesForecast& forecast,
+                                     const std::vector<std::string>& times);

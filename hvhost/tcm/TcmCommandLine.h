@@ -1,0 +1,31 @@
+#pragma once
+
+#include "tcm/TcmOptions.h"
+
+namespace CLI {
+class App;
+}
+
+/// The commands of "hvhost tcm", and their options.
+class TcmCommandLine
+{
+public:
+    /// Adds them to the application; this object and the options of all commands must live as long
+    /// as that.
+    void addTo(CLI::App& app, CommonOptions& common);
+
+private:
+    void addTrain(CLI::App& tcm, CommonOptions& common);
+    void addPreparation(CLI::App& app);
+    void addEquations(CLI::App& app);
+    void addInfo(CLI::App& tcm, CommonOptions& common);
+    void addForecast(CLI::App& tcm, CommonOptions& common);
+    void addImpact(CLI::App& tcm, CommonOptions& common);
+    void addOutliers(CLI::App& tcm, CommonOptions& common);
+
+    TcmTrainOptions _train;
+    TcmInfoOptions _info;
+    TcmForecastOptions _forecast;
+    TcmImpactOptions _impact;
+    TcmOutliersOptions _outliers;
+};

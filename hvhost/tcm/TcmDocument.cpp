@@ -1,0 +1,129 @@
+#include "tcm/TcmDocument.h"
+
+#include <cstdlib>
+
+#include "Rendering.h"
+#include "TnOutput.h"
+#include "tcm/TcmOutput.h"
+
+namespace {
+
+using TcmJson = nlohmann::ordered_json;
+
+constexpr const char* kTcmResult = "tcm";
+constexpr const char* kCellDigits =
+    "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ %&()+,-./:;<=>?@[]^_`|~";
+constexpr std::size_t kCellBase = 86;
+
+TcmJson shownText(const std::string& text)
+{
+    return {{"text", {{"text", {{"stringText", {{"key", text}, {"value", text}}}}}}}};
+}
+
+TcmJson tableDimension(const std::string& name, const char* role, bool hidesName)
+{
+    TcmJson json = shownText(name);
+    json["role"] = role;
+    json["hideName"] = hidesName;
+    json["children"] = TcmJson::array();
+    return json;
+}
+
+/// How many digits the last of so many leaves has in a cell key.
+std::size_t digitsFor(std::size_t leaves)
+{
+    std::size_t digits = 1;
+    for (std::size_t reach = kCellBase; reach < leaves; reach *= kCellBase)
+        ++digits;
+    return digits;
+}
+
+std::string cellDigits(std::size_t number, std::size_t digits)
+{
+    std::string key(digits, kCellDigits[0]);
+    for (; digits-- > 0; number /= kCellBase)
+        key[digits] = kCellDigits[number % kCellBase];
+    return key;
+}
+
+/// Numbers stay numbers, so that a page can sort and copy them.
+struct TableCells
+{
+    TcmJson values = TcmJson::array();
+    TcmJson labels = TcmJson::array();
+    TcmJson formats = TcmJson::array();
+
+    void add(const std::optional<std::string>& cell, const ResultTable::Column& column)
+    {
+        if (!cell) {
+            values.push_back(nullptr);
+        } else if (column.isNumber()) {
+            values.push_back(std::strtod(cell->c_str(), nullptr));
+        } else {
+            values.push_back(std::to_string(labels.size()));
+            labels.push_back(*cell);
+        }
+    }
+};
+
+/// The first column names the rows.
+TcmJson documentTable(const ResultTable& table, const std::string& id)
+{
+    constexpr int kDecimals = 4;
+    TcmJson rows = tableDimension(table.columns.front().name, "row", false);
+    TcmJson columns = tableDimension("Columns", "column", true);
+    TableCells cells;
+    const std::string anyRow(digitsFor(table.rows.size()), '*');
+    const std::size_t digits = digitsFor(table.columns.size() - 1);
+    for (std::size_t at = 1; at < table.columns.size(); ++at) {
+        const ResultTable::Column& column = table.columns[at];
+        columns["children"].push_back(shownText(column.name));
+        if (column.isNumber())
+            cells.formats.push_back(
+                {{"index", anyRow + cellDigits(at - 1, digits)},
+                 {"format", {{"decimals", column.storage == CFField::Integer ? 0 : kDecimals}}}});
+    }
+    for (const ResultTable::Row& row : table.rows) {
+        rows["children"].push_back(shownText(row.front().value_or("")));
+        for (std::size_t at = 1; at < row.size(); ++at)
+            cells.add(row[at], table.columns[at]);
+    }
+    return {{"tableId", id},
+            {"title", TcmJson::object()},
+            {"dimensions", {rows, columns}},
+            {"formats", cells.formats},
+            {"cellLabels", {{"values", cells.labels}}},
+            {"cells", {{{"cells", {{"compactCells", {{"value", cells.values}}}}}}}}};
+}
+
+bool hasContent(const TcmPart& part)
+{
+    return !part.chart.is_null() || !part.table.rows.empty();
+}
+
+} // namespace
+
+std::shared_ptr<const OutputHeading> tcmOutput(HostSession& session, const TcmResult& result)
+{
+    TcmJson document = TcmJson::object();
+    RenderOrder order;
+    order.result = kTcmResult;
+    for (const TcmPart& part : result.parts) {
+        if (!hasContent(part))
+            continue;
+        const std::string key = "part" + std::to_string(order.objects.size() + 1);
+        const bool isChart = !part.chart.is_null();
+        document[key] = isChart ? part.chart : documentTable(part.table, "tcm." + key);
+        OutputOrder& shown = order.objects.emplace_back().order;
+        shown.setOutlineTitle(part.title, true).addLocation(key);
+        if (isChart)
+            shown.setType(OutputOrder::Chart);
+        else if (!part.remarks.empty())
+            shown.addTextToCaption(part.remarks);
+    }
+    const std::string text = TcmJson{{kTcmResult, std::move(document)}}.dump(
+        -1, ' ', false, TcmJson::error_handler_t::replace);
+    TnProcedure procedure(result.name);
+    Rendering(session, procedure, result.name, text).render(order);
+    return procedure.node();
+}

@@ -1,0 +1,176 @@
+#include <algorithm>
+
+#include "DataFile.h"
+#include "Dataset.h"
+#include "InterruptWatch.h"
+#include "KnownDataset.h"
+#include "ValueText.h"
+#include "VexaCases.h"
+#include "tcm/HVInteractiveTSR.h"
+#include "tcm/ScenarioOptions.h"
+#include "tcm/TcmCharts.h"
+#include "tcm/TcmOutput.h"
+#include "tcm/TcmSession.h"
+
+namespace {
+
+using TcmJson = nlohmann::ordered_json;
+
+std::vector<std::string> timeTexts(const HVSeriesForecast& forecast)
+{
+    std::vector<std::string> texts;
+    for (const HVSeriesPoint& point : forecast.points) {
+        std::string& text = texts.emplace_back();
+        for (std::size_t field = 0; field < point.time.size(); ++field)
+            text += (field == 0 ? "" : " ") +
+                    numberText(point.time[field], forecast.timeFields[field].GetStorage());
+    }
+    return texts;
+}
+
+std::optional<std::string> valueCell(double value)
+{
+    return value == kSystemMissing ? std::nullopt : std::optional(shortestNumber(value));
+}
+
+TcmJson valueJson(double value)
+{
+    return value == kSystemMissing ? TcmJson() : TcmJson(value);
+}
+
+/// A column for each time field, then what is known of each point.
+ResultTable pointTable(const HVSeriesForecast& forecast, bool isFutureAlone)
+{
+    ResultTable table;
+    for (const CFField& field : forecast.timeFields)
+        table.columns.push_back({field.GetName(), CFField::String});
+    table.keyCount = table.columns.size();
+    for (const char* name : {"actual", "predicted", "lower", "upper"})
+        table.columns.push_back({name, CFField::Real});
+    for (const HVSeriesPoint& point : forecast.points) {
+        if (isFutureAlone && !point.isFuture)
+            continue;
+        ResultTable::Row row;
+        for (std::size_t field = 0; field < point.time.size(); ++field)
+            row.push_back(numberText(point.time[field], forecast.timeFields[field].GetStorage()));
+        for (const double value : {point.actual, point.predicted, point.lower, point.upper})
+            row.push_back(valueCell(value));
+        table.rows.push_back(std::move(row));
+    }
+    return table;
+}
+
+/// On a page the first column names the rows, so several time fields become one.
+ResultTable withOneTime(ResultTable table)
+{
+    if (table.keyCount < 2)
+        return table;
+    for (ResultTable::Row& row : table.rows) {
+        for (std::size_t field = 1; field < table.keyCount; ++field)
+            *row[0] += " " + *row[field];
+        row.erase(row.begin() + 1, row.begin() + static_cast<std::ptrdiff_t>(table.keyCount));
+    }
+    for (std::size_t field = 1; field < table.keyCount; ++field)
+        table.columns[0].name += " " + table.columns[field].name;
+    table.columns.erase(table.columns.begin() + 1,
+                        table.columns.begin() + static_cast<std::ptrdiff_t>(table.keyCount));
+    table.keyCount = 1;
+    return table;
+}
+
+TcmJson pointsJson(const HVSeriesForecast& forecast, const std::vector<std::string>& times)
+{
+    TcmJson points = TcmJson::array();
+    for (std::size_t at = 0; at < times.size(); ++at) {
+        const HVSeriesPoint& point = forecast.points[at];
+        points.push_back({{"time", times[at]},
+                          {"future", point.isFuture},
+                          {"actual", valueJson(point.actual)},
+                          {"predicted", valueJson(point.predicted)},
+                          {"lower", valueJson(point.lower)},
+                          {"upper", valueJson(point.upper)}});
+    }
+    return points;
+}
+
+/// One series of a model on a dataset.
+class SeriesForecasting
+{
+public:
+    SeriesForecasting(TcmSession& session, const TcmModelFacts& facts, const InputFile& input,
+                      const SeriesName& series)
+        : _session(session), _facts(facts), _input(input), _known(*input.dataset()), _series(series)
+    {
+    }
+
+    HVSeriesForecast run(const HVForecastRequest& request)
+    {
+        HVSeriesForecast forecast;
+        _session.perform(
+            [&](HVInteractiveTSR& viewer) {
+                return viewer.getForecast(_known.id(), _session.modelPath(), _series.back(),
+                                          _facts.dimensions, {_series.begin(), _series.end() - 1},
+                                          request, forecast);
+            },
+            &_input);
+        return forecast;
+    }
+
+    /// The points of the forecast, for values that are given at a point by its name.
+    std::vector<std::string> futureTimes(HVForecastRequest request)
+    {
+        request.scenario.clear();
+        HVSeriesForecast forecast = run(request);
+        std::erase_if(forecast.points, [](const HVSeriesPoint& point) { return !point.isFuture; });
+        return timeTexts(forecast);
+    }
+
+private:
+    TcmSession& _session;
+    const TcmModelFacts& _facts;
+    const InputFile& _input;
+    KnownDataset _known;
+    const SeriesName& _series;
+};
+
+TcmResult forecastResult(const TcmModelFacts& facts, const TcmForecastOptions& options,
+                         const std::string& series, const HVSeriesForecast& forecast)
+{
+    const std::vector<std::string> times = timeTexts(forecast);
+    TcmResult result;
+    result.name = facts.file;
+    result.rows = pointTable(forecast, false);
+    const std::string bounds =
+        "bounds: " + shortestNumber(options.confidence) + " %; fits are one step ahead\n";
+    result.parts = {{series, {}, forecastChart(series, forecast, times), {}},
+                    {"Forecast of " + series, withOneTime(pointTable(forecast, true)), {}, bounds},
+                    {"Values of " + series, withOneTime(result.rows), {}, {}, true}};
+    result.document = {{"model", facts.file},
+                       {"series", series},
+                       {"confidence", options.confidence},
+                       {"points", pointsJson(forecast, times)}};
+    return result;
+}
+
+} // namespace
+
+void tcmForecast(const TcmForecastOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const TcmShown shown(options.shown, watch);
+    const InputFile input(options.input, FileOptions::Offered, watch);
+    TcmSession session("forecast", options.model, common, watch);
+    const TcmModelFacts facts = session.facts();
+    const SeriesName& series = facts.find(options.series, "--series").name;
+    const std::vector<ScenarioOption> scenario = parseScenario(options.scenario, facts);
+    checkFields(facts, input);
+    SeriesForecasting forecasting(session, facts, input, series);
+    HVForecastRequest request{options.horizon, options.confidence / 100, {}};
+    const bool needsTimes = std::ranges::any_of(scenario, &ScenarioOption::namesTime);
+    request.scenario = placedScenario(scenario, needsTimes ? forecasting.futureTimes(request)
+                                                           : std::vector<std::string>());
+    const HVSeriesForecast forecast = forecasting.run(request);
+    shown.show(forecastResult(facts, options, seriesText(series), forecast), session.host());
+    input.finish();
+    session.host().finish();
+}

@@ -1,0 +1,160 @@
+#include <map>
+#include <optional>
+#include <set>
+
+#include "DataFile.h"
+#include "Dataset.h"
+#include "InterruptWatch.h"
+#include "KnownDataset.h"
+#include "tcm/HVInteractiveTSR.h"
+#include "tcm/TcmCharts.h"
+#include "tcm/TcmOutput.h"
+#include "tcm/TcmSession.h"
+
+namespace {
+
+using TcmJson = nlohmann::ordered_json;
+
+/// Puts the two halves of a diagram together: the first artifact has the effects of a series, the
+/// second one its causes.
+class ImpactReader
+{
+public:
+    explicit ImpactReader(const std::string& series) : _series(series)
+    {
+        _table.columns = {{"direction", CFField::String}, {"level", CFField::Integer},
+                          {"predictor", CFField::String}, {"target", CFField::String},
+                          {"lag", CFField::Integer},      {"effect", CFField::Real},
+                          {"F", CFField::Real},           {"p", CFField::Real}};
+        _table.keyCount = 4;
+    }
+
+    void read(const TcmJson& artifact, int sign)
+    {
+        std::map<std::string, int> levels;
+        std::map<std::string, std::string> names;
+        for (const TcmJson& node : artifact.at("nodes")) {
+            const auto id = node.at("id").get<std::string>();
+            names[id] = seriesText(node.at("name").get<SeriesName>());
+            levels[id] = node.at("level").get<int>();
+            // A series in a cycle is a cause and an effect; it is drawn once.
+            _levels.emplace(names[id], sign * levels[id]);
+        }
+        for (const TcmJson& edge : artifact.at("edges")) {
+            const auto from = edge.at("from").get<std::string>();
+            const auto to = edge.at("to").get<std::string>();
+            addEdge(edge, {names.at(from), names.at(to)},
+                    {sign > 0 ? "effects" : "causes", levels.at(sign > 0 ? from : to) + 1});
+        }
+    }
+
+    TcmResult result(const std::string& model) const
+    {
+        std::vector<ImpactShown> nodes;
+        for (const auto& [name, level] : _levels)
+            nodes.push_back({name, level});
+        TcmResult result;
+        result.name = model;
+        result.rows = _table;
+        result.parts = {{"Impact of " + _series, {}, impactChart(_series, nodes, _edges), {}},
+                        {"Effects and causes of " + _series, _table, {}, {}}};
+        return result;
+    }
+
+private:
+    struct Ends
+    {
+        std::string predictor;
+        std::string target;
+    };
+    struct Step
+    {
+        const char* direction;
+        int level;
+    };
+
+    void addEdge(const TcmJson& edge, const Ends& ends, const Step& step)
+    {
+        std::optional<std::string> contribution;
+        if (edge.contains("contribution")) {
+            contribution = tcmNumber(edge["contribution"]);
+            if (_table.columns.back().name != kContribution)
+                _table.columns.push_back({kContribution, CFField::Real});
+        }
+        ResultTable::Row row{step.direction,
+                             std::to_string(step.level),
+                             ends.predictor,
+                             ends.target,
+                             tcmNumber(edge.at("lag")),
+                             tcmNumber(edge.at("sum")),
+                             tcmNumber(edge.at("fStatistic")),
+                             tcmNumber(edge.at("pValue"))};
+        if (edge.contains("contribution"))
+            row.push_back(contribution);
+        _table.rows.push_back(std::move(row));
+        // In a cycle both halves have the edge.
+        if (!_drawn.emplace(ends.predictor, ends.target).second)
+            return;
+        _edges.push_back({{"Predictor", ends.predictor},
+                          {"Target", ends.target},
+                          {"Lag", edge.at("lag")},
+                          {"Effect", edge.at("sum")},
+                          {"p", edge.at("pValue")},
+                          {"Strength", edge.at("strength")}});
+    }
+
+    static constexpr const char* kContribution = "contribution";
+
+    std::string _series;
+    std::map<std::string, int> _levels;
+    std::set<std::pair<std::string, std::string>> _drawn;
+    TcmJson _edges = TcmJson::array();
+    ResultTable _table;
+};
+
+TcmResult impactResult(const TcmModelFacts& facts, const std::string& series,
+                       const TcmJson& artifacts)
+{
+    ImpactReader reader(series);
+    reader.read(artifacts.at(1), -1);
+    reader.read(artifacts.at(0), 1);
+    TcmResult result = reader.result(facts.file);
+    result.document = {{"model", facts.file},
+                       {"series", series},
+                       {"effects", artifacts.at(0)},
+                       {"causes", artifacts.at(1)}};
+    return result;
+}
+
+} // namespace
+
+void tcmImpact(const TcmImpactOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const TcmShown shown(options.shown, watch);
+    std::optional<InputFile> input;
+    std::optional<KnownDataset> known;
+    if (!options.input.path.empty())
+        input.emplace(options.input, FileOptions::Offered, watch);
+    TcmSession session("impact", options.model, common, watch);
+    const TcmModelFacts facts = session.facts();
+    const SeriesName& series = facts.find(options.series, "--series").name;
+    if (input) {
+        checkFields(facts, *input);
+        known.emplace(*input->dataset());
+    }
+    std::string diagram;
+    session.perform(
+        [&](HVInteractiveTSR& viewer) {
+            return viewer.getImpactDiagram(known ? known->id() : kNoDataset, session.modelPath(),
+                                           series.back(), facts.dimensions,
+                                           {series.begin(), series.end() - 1}, false, options.level,
+                                           diagram);
+        },
+        input ? &*input : nullptr);
+    shown.show(impactResult(facts, seriesText(series), session.artifactsIn(diagram)),
+               session.host());
+    if (input)
+        input->finish();
+    session.host().finish();
+}

@@ -1,0 +1,194 @@
+#include <array>
+#include <sstream>
+
+#include "InterruptWatch.h"
+#include "SvrDMDataset.h"
+#include "ValueText.h"
+#include "tcm/OutlierTable.h"
+#include "tcm/TcmCharts.h"
+#include "tcm/TcmOutput.h"
+#include "tcm/TcmSession.h"
+
+namespace {
+
+using TcmJson = nlohmann::ordered_json;
+
+/// A member of the engine's "fit", and what it is called in a table.
+struct FitColumn
+{
+    const char* key;
+    const char* name;
+    CFField::StorageType storage = CFField::Real;
+};
+constexpr std::array<FitColumn, 12> kFitColumns = {{{"observations", "N", CFField::Integer},
+                                                    {"parameters", "Parameters", CFField::Integer},
+                                                    {"rSquared", "R²"},
+                                                    {"adjustedRSquared", "Adjusted R²"},
+                                                    {"rmse", "RMSE"},
+                                                    {"rmspe", "RMSPE"},
+                                                    {"mae", "MAE"},
+                                                    {"aic", "AIC"},
+                                                    {"bic", "BIC"},
+                                                    {"durbinWatson", "Durbin-Watson"},
+                                                    {"ljungBox", "Ljung-Box"},
+                                                    {"ljungBoxPValue", "p (Ljung-Box)"}}};
+
+std::string intervalText(const TcmJson& interval)
+{
+    if (!interval.is_object() || !interval.contains("unit"))
+        return {};
+    const int count = interval.value("increment", 1);
+    const auto unit = interval["unit"].get<std::string>();
+    return count == 1 ? unit : std::to_string(count) + " " + unit + "s";
+}
+
+std::string listed(const std::vector<std::string>& names)
+{
+    std::string text;
+    for (const std::string& name : names)
+        text += (text.empty() ? "" : ", ") + name;
+    return text.empty() ? "none" : text;
+}
+
+std::string summaryOf(const TcmModelFacts& facts)
+{
+    std::ostringstream out;
+    out << "dimensions: " << listed(facts.dimensions) << '\n'
+        << "metrics: " << listed(facts.metrics) << '\n'
+        << "time: " << listed(facts.timeFields) << ", " << facts.timePoints << " points, "
+        << facts.firstPoint << " to " << facts.lastPoint;
+    if (const std::string interval = intervalText(facts.interval); !interval.empty())
+        out << ", every " << interval;
+    out << '\n';
+    return out.str();
+}
+
+ResultTable seriesTable(const TcmModelFacts& facts)
+{
+    ResultTable table;
+    table.columns = {{"series", CFField::String},
+                     {"target", CFField::String},
+                     {"observed", CFField::Integer},
+                     {"filled", CFField::Integer}};
+    table.keyCount = 1;
+    for (const TcmModelFacts::Series& series : facts.series)
+        table.rows.push_back({seriesText(series.name), series.isTarget ? "yes" : "no",
+                              tcmNumber(series.observed), tcmNumber(series.filled)});
+    return table;
+}
+
+/// A row for each predictor of each target.
+ResultTable edgeTable(const TcmModelFacts& facts)
+{
+    ResultTable table;
+    table.columns = {{"target", CFField::String}, {"predictor", CFField::String},
+                     {"lag", CFField::Integer},   {"effect", CFField::Real},
+                     {"F", CFField::Real},        {"p", CFField::Real}};
+    table.keyCount = 2;
+    for (const TcmModelFacts::Edge& edge : facts.edges)
+        table.rows.push_back({seriesText(edge.target), seriesText(edge.predictor),
+                              std::to_string(edge.lag), shortestNumber(edge.coefficientSum),
+                              tcmNumber(edge.f), shortestNumber(edge.pValue)});
+    return table;
+}
+
+ResultTable fitTable(const TcmJson& fit)
+{
+    ResultTable table;
+    table.columns.push_back({"target", CFField::String});
+    for (const FitColumn& column : kFitColumns)
+        table.columns.push_back({column.name, column.storage});
+    table.keyCount = 1;
+    for (const TcmJson& target : fit) {
+        ResultTable::Row row{seriesText(target.at("name").get<SeriesName>())};
+        for (const FitColumn& column : kFitColumns)
+            row.push_back(tcmNumber(target.value(column.key, TcmJson())));
+        table.rows.push_back(std::move(row));
+    }
+    return table;
+}
+
+TcmJson seriesJson(const TcmModelFacts& facts)
+{
+    TcmJson list = TcmJson::array();
+    for (const TcmModelFacts::Series& series : facts.series)
+        list.push_back({{"name", seriesText(series.name)},
+                        {"target", series.isTarget},
+                        {"observed", series.observed},
+                        {"filled", series.filled}});
+    return list;
+}
+
+/// The predictors by target, the target's own past among them.
+TcmJson equationsJson(const TcmModelFacts& facts)
+{
+    TcmJson list = TcmJson::array();
+    const SeriesName* target = nullptr;
+    for (const TcmModelFacts::Edge& edge : facts.edges) {
+        if (target == nullptr || *target != edge.target)
+            list.push_back({{"target", seriesText(edge.target)}, {"predictors", TcmJson::array()}});
+        target = &edge.target;
+        list.back()["predictors"].push_back({{"series", seriesText(edge.predictor)},
+                                             {"lag", edge.lag},
+                                             {"effect", edge.coefficientSum},
+                                             {"f", edge.f},
+                                             {"p", edge.pValue},
+                                             {"ownPast", edge.isOwnPast()}});
+    }
+    return list;
+}
+
+/// What the engine adds to what the model says of itself.
+TcmJson fitJson(const TcmJson& fit)
+{
+    TcmJson list = TcmJson::array();
+    for (const TcmJson& target : fit) {
+        TcmJson object{{"target", seriesText(target.at("name").get<SeriesName>())}};
+        for (const FitColumn& column : kFitColumns)
+            object[column.key] = target.value(column.key, TcmJson());
+        list.push_back(std::move(object));
+    }
+    return list;
+}
+
+TcmResult infoResult(const TcmModelFacts& facts, const TcmJson& artifacts)
+{
+    const TcmJson& fit = artifacts.at(0).at("targets");
+    const TcmJson& outliers = artifacts.at(1).at("outliers");
+    TcmResult result;
+    result.name = facts.file;
+    result.rows = edgeTable(facts);
+    result.parts = {{"Series", seriesTable(facts), {}, summaryOf(facts)},
+                    {"Network", {}, networkChart(facts), {}},
+                    {"Equations", result.rows, {}, {}},
+                    {"Fit", fitTable(fit), {}, {}},
+                    {"Outliers", outlierTable(outliers), {}, {}}};
+    result.document = {{"model", facts.file},
+                       {"dimensions", facts.dimensions},
+                       {"metrics", facts.metrics},
+                       {"time",
+                        {{"fields", facts.timeFields},
+                         {"interval", facts.interval},
+                         {"points", facts.timePoints},
+                         {"first", facts.firstPoint},
+                         {"last", facts.lastPoint}}},
+                       {"series", seriesJson(facts)},
+                       {"leftOut", facts.leftOut},
+                       {"equations", equationsJson(facts)},
+                       {"fit", fitJson(fit)}};
+    return result;
+}
+
+} // namespace
+
+void tcmInfo(const TcmInfoOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const TcmShown shown(options.shown, watch);
+    TcmSession session("info", options.model, common, watch);
+    const TcmModelFacts facts = session.facts();
+    const TcmJson artifacts = session.artifacts(facts, nullptr, kNoDataset,
+                                                TcmJson{{{"name", "fit"}}, {{"name", "outliers"}}});
+    shown.show(infoResult(facts, artifacts), session.host());
+    session.host().finish();
+}

@@ -1,0 +1,80 @@
+#include "tcm/TcmOutput.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <ostream>
+
+#include "OutputShown.h"
+#include "TextTable.h"
+#include "ValueText.h"
+#include "tcm/TcmDocument.h"
+
+namespace {
+
+constexpr int kTcmSchema = 1;
+
+/// For the eye: six digits that count.
+ResultTable forTheEye(ResultTable table)
+{
+    for (ResultTable::Row& row : table.rows)
+        for (std::size_t at = 0; at < row.size(); ++at)
+            if (row[at] && table.columns[at].storage == CFField::Real) {
+                char text[32];
+                std::snprintf(text, sizeof text, "%.6g", std::strtod(row[at]->c_str(), nullptr));
+                row[at] = text;
+            }
+    return table;
+}
+
+void printParts(const std::vector<TcmPart>& parts, std::size_t width, std::ostream& out)
+{
+    bool isFirst = true;
+    for (const TcmPart& part : parts) {
+        if (!part.chart.is_null() || part.isForPageAlone)
+            continue;
+        out << (isFirst ? "" : "\n") << part.title << '\n' << part.remarks;
+        if (!part.table.rows.empty())
+            printTable(forTheEye(part.table), {"text", width}, out);
+        isFirst = false;
+    }
+}
+
+std::string asJson(const nlohmann::ordered_json& members)
+{
+    nlohmann::ordered_json document{{"schema", kTcmSchema}};
+    document.update(members);
+    return document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+}
+
+} // namespace
+
+TcmShown::TcmShown(const TcmShownOptions& options, const InterruptWatch& watch)
+    : _form(formOf(options.format, options.output, {"csv", "json", "html"})),
+      _result(options.output, options.force, watch),
+      _width(textWidth(options.width, _form, _result.isFile()))
+{
+}
+
+void TcmShown::show(const TcmResult& result, HostSession& session) const
+{
+    if (_form == "json") {
+        _result.deliver(asJson(result.document));
+    } else if (_form == "csv") {
+        _result.deliver([&](std::ostream& out) { printTable(result.rows, {"csv", 0}, out); });
+    } else if (_form == "html") {
+        const auto output = tcmOutput(session, result);
+        _result.deliver([&](std::ostream& out) {
+            writeOutput(*output, {"html", _result.isFile()}, out);
+        });
+    } else {
+        _result.deliver([&](std::ostream& out) { printParts(result.parts, _width, out); });
+    }
+}
+
+std::optional<std::string> tcmNumber(const nlohmann::ordered_json& value)
+{
+    if (!value.is_number())
+        return std::nullopt;
+    return value.is_number_float() ? shortestNumber(value.get<double>()) : value.dump();
+}

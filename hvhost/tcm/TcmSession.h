@@ -1,0 +1,49 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "InteractiveSession.h"
+#include "ReadableFile.h"
+#include "tcm/TcmModelFacts.h"
+#include "tcm/TcmOptions.h"
+
+class HVInteractiveTSR;
+class InputFile;
+class InterruptWatch;
+
+/// A model that a command looks at, through the library's viewer of models.
+class TcmSession
+{
+public:
+    /// Throws CommandFault (Input) for a file that is not there.
+    TcmSession(const std::string& command, const std::string& model, const CommonOptions& options,
+               const InterruptWatch& watch);
+    ~TcmSession();
+    TcmSession(const TcmSession&) = delete;
+    TcmSession& operator=(const TcmSession&) = delete;
+
+    HostSession& host() { return _session.host(); }
+    const std::string& modelName() const { return _file.name(); }
+    const std::string& modelPath() const { return _file.path(); }
+
+    /// What the model says of itself. Throws CommandFault as perform.
+    TcmModelFacts facts();
+    /// Runs a request of the viewer. Throws CommandFault with the reason of one that is false;
+    /// `data` is the file that it works on, null for none.
+    void perform(const std::function<bool(HVInteractiveTSR&)>& request, const InputFile* data);
+    /// Artifacts of the model, JSON, on a dataset or on none. The result is the list "artifacts" of
+    /// the answer, whose elements are in the order asked for.
+    nlohmann::ordered_json artifacts(const TcmModelFacts& facts, const InputFile* data,
+                                     std::uint32_t dataset, const nlohmann::ordered_json& asked);
+    /// The list of the same form that a request left.
+    nlohmann::ordered_json artifactsIn(const std::string& statJson) const;
+
+private:
+    ReadableFile _file;
+    InteractiveSession _session;
+    std::unique_ptr<HVInteractiveTSR> _viewer;
+};
+
+/// Throws CommandFault (Input) for data without a field of the model.
+void checkFields(const TcmModelFacts& facts, const InputFile& data);

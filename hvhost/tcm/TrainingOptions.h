@@ -1,0 +1,15 @@
+#pragma once
+
+#include "tcm/TcmOptions.h"
+
+class Dataset;
+class HVTemporalTraining;
+
+/// The columns of a dataset that the training reads. Throws CommandFault (Usage) for a variable
+/// that is not there, is named twice or cannot be a metric, and without a time.
+std::vector<int> trainingColumns(const TcmTrainOptions& options, const Dataset& dataset);
+
+/// Hands the options to the builder, with the variables' own spelling. Throws CommandFault (Usage),
+/// naming the option.
+void configureTraining(const TcmTrainOptions& options, const Dataset& dataset,
+                       HVTemporalTraining& training);

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "page/PageDocument.h"
+
+/// A node of a network.
+struct NetworkNode
+{
+    std::string name;
+    std::string kind; ///< the look: "focus", "target", or anything else
+    int level = 0;    ///< the column in a drawing by levels
+};
+
+/// An arrow from one node to another.
+struct NetworkEdge
+{
+    std::size_t from = 0;
+    std::size_t to = 0;
+    double strength = 1; ///< not negative; decides the order and the width
+    bool isNegative = false;
+    std::string details; ///< a line for each field that the tooltip names
+};
+
+/// A network as a chart's specification tells it.
+struct NetworkSpec
+{
+    bool isByLevels = false;
+    std::vector<NetworkNode> nodes;
+    std::vector<NetworkEdge> edges; ///< the strongest first; none from a node to itself
+    const PageJson* rows = nullptr; ///< of the edges, borrowed from the specification
+};
+
+/// Reads a specification whose mark is "network"; docs/result-document.md has the form. Nothing for
+/// any other one, and for one that lacks what it needs.
+std::optional<NetworkSpec> readNetworkSpec(const PageJson& specification);
