@@ -201,6 +201,48 @@ void addView(TnHeading& heading)
     view.sendInteractive();
 }
 
+/// A network of one kind of layout, its edges as edgeOf makes them.
+std::string networkOf(const std::string& layout, const std::string& nodes,
+                      const std::vector<std::string>& edges)
+{
+    std::string values;
+    for (const std::string& edge : edges)
+        values += (values.empty() ? "" : ",") + edge;
+    return R"({"description": "Who drives whom.", "mark": {"type": "network", "layout": ")" +
+           layout + R"("}, "datasets": {"nodes": [)" + nodes + R"(]}, "data": {"values": [)" +
+           values + R"(]}, "encoding": {"source": {"field": "Predictor"},
+        "target": {"field": "Target"}, "strength": {"field": "Strength"},
+        "sign": {"field": "Effect"}, "tooltip": [{"field": "Effect"}]}})";
+}
+
+std::string edgeOf(const std::string& from, const std::string& to, double effect, double strength)
+{
+    return R"({"Predictor":")" + from + R"(","Target":")" + to + R"(","Effect":)" +
+           std::to_string(effect) + R"(,"Strength":)" + std::to_string(strength) + "}";
+}
+
+/// A small one by forces, one by levels with a cycle, and one that is too large.
+void writeNetwork()
+{
+    TnProcedure procedure("Networks");
+    addChart(procedure, "Forces",
+             networkOf("force", R"({"name": "sales", "kind": "target"}, {"name": "alone"})",
+                       {edgeOf("adverts", "sales", 2, 9), edgeOf("price", "sales", -1, 3),
+                        edgeOf("sales", "adverts", 0.5, 1), edgeOf("sales", "sales", 1, 5)}));
+    addChart(procedure, "Levels",
+             networkOf("levels",
+                       R"({"name": "cause", "level": -1}, {"name": "focus", "kind": "focus"},
+                          {"name": "</title><img src=x onerror=alert(6)>", "level": 1},
+                          {"name": "far", "level": 2})",
+                       {edgeOf("cause", "focus", 1, 1),
+                        edgeOf("focus", "</title><img src=x onerror=alert(6)>", 1, 2),
+                        edgeOf("</title><img src=x onerror=alert(6)>", "far", 1, 2)}));
+    std::vector<std::string> edges;
+    for (int at = 1; at <= 400; ++at)
+        edges.push_back(edgeOf("s" + std::to_string(at / 3), "s" + std::to_string(at), 1, at));
+    addChart(procedure, "Large", networkOf("force", "", edges));
+}
+
 void writeSample()
 {
     TnProcedure procedure("Weather in Seattle");
@@ -336,8 +378,9 @@ void writeLarge()
 int main(int argc, char** argv)
 {
     const std::map<std::string, void (*)()> kinds = {
-        {"sample", writeSample}, {"hostile", writeHostile}, {"map", writeMap},
-        {"plain", writePlain},   {"shapes", writeShapes},   {"large", writeLarge}};
+        {"sample", writeSample},   {"hostile", writeHostile}, {"map", writeMap},
+        {"network", writeNetwork}, {"plain", writePlain},     {"shapes", writeShapes},
+        {"large", writeLarge}};
     if (argc != 3 || kinds.count(argv[1]) == 0) {
         std::cerr << "usage: page_samples KIND FILE\n";
         return 2;

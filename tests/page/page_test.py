@@ -203,6 +203,42 @@ class Maps(unittest.TestCase):
         page.evaluate("document.querySelector('summary').click()")
         self.assertEqual(page.evaluate("document.querySelectorAll('details tbody tr').length"), 8)
 
+    def test_a_network_is_there_without_a_script(self):
+        page = opened("network", scripting=False)
+        self.assertEqual(page.complaints(), [])
+        drawn = page.evaluate("""[...document.querySelectorAll(".network > svg")].map((svg) => {
+            const box = svg.viewBox.baseVal;
+            const nodes = [...svg.querySelectorAll(".node")].map((node) => {
+                const circle = node.querySelector("circle");
+                return [node.querySelector("title").textContent,
+                        circle.cx.baseVal.value, circle.cy.baseVal.value]; });
+            return {nodes, inside: nodes.every(([, x, y]) =>
+                        x > 0 && y > 0 && x < box.width && y < box.height),
+                    edges: [...svg.querySelectorAll(".edge title")].map((t) => t.textContent),
+                    dashed: svg.querySelectorAll(".negative").length}; })""")
+        forces, levels, large = drawn
+        self.assertTrue(all(one["inside"] for one in drawn))
+        self.assertEqual([name for name, *_ in forces["nodes"]],
+                         ["sales", "alone", "adverts", "price"])
+        self.assertEqual(forces["edges"][-1], "adverts → sales\nEffect: 2", "strongest on top")
+        self.assertEqual((len(forces["edges"]), forces["dashed"]), (3, 1))
+        across = {name: x for name, x, _ in levels["nodes"]}
+        self.assertEqual(sorted(across, key=across.get)[::3], ["cause", "far"])
+        self.assertEqual(len(large["nodes"]), 300)
+        for one in (forces, large):
+            places = [(x, y) for _, x, y in one["nodes"]]
+            self.assertGreater(min(abs(a - c) + abs(b - d) for at, (a, b) in enumerate(places)
+                                   for c, d in places[:at]), 12, "nodes lie on each other")
+        shown = page.evaluate("document.body.innerText")
+        self.assertIn("Dashed arrows", shown)
+        self.assertIn("Only the strongest arrows", shown)
+        rows = "[...document.querySelectorAll('details tbody')].map((body) => body.rows.length)"
+        self.assertEqual(page.evaluate(rows), [4, 3, 400])
+        again = os.path.join(folder, "again.html")
+        subprocess.run([SAMPLES, "network", again], check=True)
+        with open(again, "rb") as one, open(file_of("network"), "rb") as other:
+            self.assertEqual(one.read(), other.read())
+
     def test_looks_differ_by_night_and_are_printed_by_day(self):
         fills = """[...document.querySelectorAll(".map > svg > g")].map((area) =>
             getComputedStyle(area.querySelector("path, circle")).fill)"""
@@ -253,7 +289,7 @@ class WholePages(unittest.TestCase):
     def test_is_accessible_by_day_and_by_night(self):
         with open(os.environ["AXE"], encoding="utf-8") as file:
             axe = file.read()
-        for kind, dark in ((kind, dark) for kind in ("sample", "map") for dark in (False, True)):
+        for kind, dark in ((kind, dark) for kind in ("sample", "map", "network") for dark in (False, True)):
             page = opened(kind, dark=dark)
             page.evaluate(axe)
             found = page.evaluate("""axe.run().then((result) => result.violations

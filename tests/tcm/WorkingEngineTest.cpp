@@ -137,7 +137,7 @@ INSTANTIATE_TEST_SUITE_P(
         DataCase{"TextsAndTwoDimensions", TimeKind::Text, {"country", "region"}},
         DataCase{"CyclicAndThreeDimensions", TimeKind::Cyclic, {"country", "region", "shop"}},
         DataCase{"CaseCountAndOneDimension", TimeKind::CaseCount, {"region"}}),
-    [](const testing::TestParamInfo<DataCase>& info) { return info.param.name; });
+    [](const auto& tested) { return tested.param.name; });
 
 TEST_F(WorkingModel, TellsWhatItCanDo)
 {

@@ -115,7 +115,8 @@ private:
         MemorySource::Row row;
         if (_time == TimeKind::Date)
             row = {GetBaseDateNumber() +
-                   86400.0 * std::chrono::sys_days(first).time_since_epoch().count()};
+                   86400.0 * static_cast<double>(
+                                 std::chrono::sys_days(first).time_since_epoch().count())};
         else if (_time == TimeKind::Text)
             row = {std::to_string(2015 + month / 12) + (month % 12 < 9 ? "-0" : "-") +
                    std::to_string(month % 12 + 1) + "-01"};

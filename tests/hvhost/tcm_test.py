@@ -1,0 +1,254 @@
+"""hvhost tcm: models that are trained on data whose making is known, and what is said of them."""
+import csv
+import io
+import json
+import time
+import unittest
+
+from hvhost_case import DATA, Case
+from page_reader import Page
+
+SHOPS = DATA / "shops.csv"
+REGIONS = ("north", "east", "south", "west")
+TRAIN = ("--time", "month", "--dims", "region", "--metrics", "sales,advertising,visits")
+FAULTS = [
+    # Words behind "tcm", exit status, what the error says.
+    ("train SHOPS -o OUT --metrics sales", 2, ["the time of the records is missing", "--time"]),
+    ("train SHOPS -o OUT --time mnth --metrics sales", 2,
+     ['--time mnth: there is no variable "mnth"', "did you mean month?"]),
+    ("train SHOPS -o OUT --time month --metrics region", 2, ["a metric is a number"]),
+    ("train SHOPS -o OUT --time month --metrics sales,sales", 2, ["it is named twice"]),
+    ("train SHOPS -o OUT --time month --metrics sales --interval fortnight", 2,
+     ['"fortnight" is no unit of time']),
+    ("train SHOPS -o OUT --time month --metrics sales --interval day --working-days mon-noon", 2,
+     ['"noon" is no day of a week']),
+    ("train SHOPS -o OUT --time month --metrics sales --aggregate median", 2,
+     ['"median" is no aggregate function']),
+    ("train SHOPS -o OUT --time month --metrics sales --force-edge sales", 2, ["no colon"]),
+    ("train SHOPS -o OUT --time month --metrics sales --target visits", 1, ["visits"]),
+    ("train SHOPS -o MODEL --time month --metrics sales", 2, ["model.tcm", "--force"]),
+    ("info none.tcm", 3, ["none.tcm: no such file"]),
+    ("info SHOPS", 3, ["shops.csv"]),
+    ("forecast MODEL SHOPS --series nroth,sales --horizon 3", 2,
+     ["has no such series", "did you mean north,sales?"]),
+    ("forecast MODEL SHOPS --series sales --horizon 3", 2, ["has no such series"]),
+    ("forecast MODEL SHOPS --series north,sales", 2, ["--horizon"]),
+    ("forecast MODEL SHOPS --series north,sales --horizon -1", 2, ["--horizon"]),
+    ("forecast MODEL WEATHER --series north,sales --horizon 3", 3,
+     ["weather.csv: there is no variable", "which"]),
+    ("forecast MODEL SHOPS --series north,sales --horizon 3 --set north,sales=1", 2,
+     ["it is not SERIES[TIME]=VALUE"]),
+    ("forecast MODEL SHOPS --series north,sales --horizon 3 --set north,sales[*]=x", 2,
+     ['"x" is no number']),
+    ("forecast MODEL SHOPS --series north,sales --horizon 3 --set north,sales[2020-01-01]=1", 2,
+     ["the forecast has no point 2020-01-01", "2025-01-01 to 2025-03-01"]),
+    ("impact MODEL --series north,sales --level 0", 2, ["--level"]),
+    ("outliers MODEL", 2, ["DATA"]),
+]
+
+
+class Tcm(Case):
+    """All cases share one model, which none of them changes."""
+
+    model = None
+
+    @classmethod
+    def setUpClass(cls):
+        cls.shared = Case()
+        cls.shared.setUp()
+        cls.model = cls.shared.folder / "model.tcm"
+        cls.shared.run_hvhost("tcm", "train", SHOPS, "-o", cls.model, *TRAIN)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.shared.tearDown()
+
+    def tcm(self, *words, **more):
+        return self.run_hvhost("tcm", *words, **more)
+
+    def told(self, *words, **more):
+        return json.loads(self.tcm(*words, "--format", "json", **more).stdout)
+
+    def table(self, *words):
+        return list(csv.DictReader(io.StringIO(self.tcm(*words, "--format", "csv").stdout)))
+
+    def sales(self, region):
+        return [float(row["sales"]) for row in self.rows(SHOPS) if row["region"] == region]
+
+    def test_info_finds_what_the_data_hide(self):
+        told = self.told("info", self.model)
+        self.assertEqual(told["schema"], 1)
+        self.assertEqual(len(told["series"]), 12)
+        self.assertEqual(told["time"]["points"], 120)
+        predictors = {equation["target"]: {one["series"]: one for one in equation["predictors"]}
+                      for equation in told["equations"]}
+        for region in REGIONS:
+            lead = predictors[f"{region},sales"][f"{region},advertising"]
+            self.assertEqual(lead["lag"], 2, region)
+            self.assertEqual(predictors[f"{region},visits"][f"{region},advertising"]["lag"], 1)
+        self.assertAlmostEqual(predictors["north,sales"]["north,advertising"]["effect"], 2.4, delta=1)
+        self.assertEqual(predictors["east,sales"]["north,advertising"]["lag"], 2)
+        self.assertNotIn("south,advertising", predictors["north,sales"])
+        rows = self.table("info", self.model)
+        self.assertEqual(len(rows), sum(map(len, predictors.values())))
+        text = self.tcm("info", self.model).stdout
+        for words in ("month, 120 points, 2015-01-01 to 2024-12-01", "north,advertising", "R²"):
+            self.assertIn(words, text)
+
+    def test_forecast_continues_the_data_within_bounds(self):
+        words = ("forecast", self.model, SHOPS, "--series", "north,sales", "--horizon", 6)
+        out = self.folder / "out.csv"
+        self.tcm(*words, "-o", out)
+        rows = self.rows(out)
+        self.assertEqual(list(rows[0]), ["month", "actual", "predicted", "lower", "upper"])
+        self.assertEqual([float(row["actual"]) for row in rows[:120]], self.sales("north"))
+        self.assertEqual([row["month"] for row in rows[120:]],
+                         [f"2025-0{month}-01" for month in range(1, 7)])
+        for row in rows[120:]:
+            self.assertEqual(row["actual"], "")
+            self.assertLess(float(row["lower"]), float(row["predicted"]))
+            self.assertLess(float(row["predicted"]), float(row["upper"]))
+        wider = self.table(*words, "--confidence", 99)
+        self.assertLess(float(wider[-1]["lower"]), float(rows[-1]["lower"]))
+        points = self.told(*words)["points"]
+        self.assertEqual([point["future"] for point in points], [False] * 120 + [True] * 6)
+        self.assertIn("2025-06-01", self.tcm(*words).stdout)
+        self.tcm(*words, "-o", out, status=2)
+        self.tcm(*words, "-o", out, "--force")
+
+    def test_what_if_advertising_grows(self):
+        words = ("forecast", self.model, SHOPS, "--series", "north,sales", "--horizon", 4)
+        def predicted(*more):
+            return [float(row["predicted"]) for row in self.table(*words, *more)[120:]]
+        base = predicted()
+        grown = predicted("--set", "north,advertising[*]=+10%")
+        self.assertEqual(base[:2], grown[:2], "it takes two months")
+        self.assertGreater(grown[2] - base[2], 10)
+        for point in ("+1", "2025-01-01"):
+            once = predicted("--set", f"north,advertising[{point}]=300")
+            self.assertEqual(base[:2], once[:2])
+            self.assertGreater(once[2] - base[2], 100, point)
+        self.assertEqual(predicted("--set", "south,advertising[*]=+10%")[:1], base[:1])
+
+    def test_impact_goes_level_by_level(self):
+        rows = self.table("impact", self.model, "--series", "east,sales", "--level", 1)
+        causes = {row["predictor"]: row for row in rows if row["direction"] == "causes"}
+        self.assertEqual(causes["north,advertising"]["lag"], "2")
+        self.assertEqual(causes["north,advertising"]["level"], "1")
+        deeper = self.table("impact", self.model, SHOPS, "--series", "north,advertising", "--level",
+                            2)
+        self.assertIn("contribution", deeper[0])
+        effects = {row["target"] for row in deeper if row["direction"] == "effects"}
+        self.assertLessEqual({"north,sales", "north,visits", "east,sales"}, effects)
+        told = self.told("impact", self.model, "--series", "east,sales")
+        self.assertEqual(told["causes"]["nodes"][0]["level"], 0)
+
+    def test_outliers_find_the_strike(self):
+        rows = self.table("outliers", self.model, SHOPS)
+        self.assertIn(("north,sales", "2021-11-01"), [(row["series"], row["time"]) for row in rows])
+        told = self.told("outliers", self.model, SHOPS, "--series", "north,sales")
+        self.assertEqual({outlier["series"] for outlier in told["outliers"]}, {"north,sales"})
+        self.assertEqual(len(told["causes"]), len(told["outliers"]))
+
+    def test_pages_stand_on_their_own(self):
+        kinds = {"info": ("info", self.model),
+                 "forecast": ("forecast", self.model, SHOPS, "--series", "north,sales",
+                              "--horizon", 3),
+                 "impact": ("impact", self.model, "--series", "north,sales"),
+                 "outliers": ("outliers", self.model, SHOPS)}
+        for name, words in kinds.items():
+            with self.subTest(name):
+                out = self.folder / (name + ".html")
+                self.tcm(*words, "-o", out)
+                text = out.read_text(encoding="utf-8")
+                page = Page(text)
+                self.assertTrue(page.tables)
+                if name in ("info", "impact"):
+                    self.assertIn("class=\"network\"", text)
+                    self.assertIn("north,advertising → north,sales", text)
+
+    def test_models_of_other_times_and_no_dimension(self):
+        """Cyclic times, texts, and the order of the records give the same equations."""
+        rows = [row for row in self.rows(SHOPS) if row["region"] == "north"]
+        cyclic = "year,month,sales,advertising\n" + "".join(
+            f"{row['month'][:4]},{int(row['month'][5:7])},{row['sales']},{row['advertising']}\n"
+            for row in rows)
+        data = self.write("north.csv", cyclic)
+        lags = []
+        for time_of in (("--cyclic", "year,month"), ("--case-count",)):
+            out = self.folder / "north.tcm"
+            self.tcm("train", data, "-o", out, "--force", "--metrics", "sales,advertising",
+                     *time_of)
+            told = self.told("info", out)
+            lags.append([(one["target"], [(p["series"], p["lag"]) for p in one["predictors"]])
+                         for one in told["equations"]])
+            rows = self.table("forecast", out, data, "--series", "sales", "--horizon", 2)
+            self.assertEqual([float(row["actual"]) for row in rows[:120]], self.sales("north"))
+            self.assertEqual(len(rows), 122)
+        self.assertEqual(lags[0], lags[1])
+        self.assertIn(("advertising", 2), dict(lags[0])["sales"])
+
+    def test_settings_reach_the_equations(self):
+        out = self.folder / "some.tcm"
+        self.tcm("train", SHOPS, "-o", out, *TRAIN, "--target", "north,sales", "--lags", 2,
+                 "--forbid-edge", "north,sales:north,advertising", "--force-edge",
+                 "north,sales:west,visits")
+        (equation,) = self.told("info", out)["equations"]
+        predictors = [one["series"] for one in equation["predictors"]]
+        self.assertIn("west,visits", predictors)
+        self.assertNotIn("north,advertising", predictors)
+
+    def test_print_job_runs_nothing(self):
+        out = self.folder / "none.tcm"
+        job = self.tcm("train", SHOPS, "-o", out, *TRAIN, "--max-lag", 3, "--criterion", "aic",
+                       "--print-job").stdout
+        self.assertIn('val trainConf = {"maxLag":3,"criterion":"AIC"}', job)
+        self.assertTrue(job.rstrip().endswith("->tcm:train(trainConf,trainInCon,trainOutCon)"))
+        self.assertFalse(out.exists())
+
+    def test_faults_name_what_is_wrong(self):
+        places = {"SHOPS": SHOPS, "WEATHER": DATA / "weather.csv", "MODEL": self.model,
+                  "OUT": self.folder / "out.tcm"}
+        for line, status, texts in FAULTS:
+            with self.subTest(line):
+                words = [places.get(word, word) for word in line.split()]
+                errors = self.tcm(*words, status=status).stderr
+                for text in texts:
+                    self.assertIn(text, errors)
+                self.assertFalse(places["OUT"].exists())
+
+    def test_damaged_models_are_refused(self):
+        whole = self.model.read_bytes()
+        for name, content in {"cut": whole[:len(whole) // 2], "text": b"no archive",
+                              "altered": whole.replace(b"TCMGraph", b"TCMGraqh")}.items():
+            with self.subTest(name):
+                broken = self.write(name + ".tcm", content)
+                self.assertIn(name + ".tcm", self.tcm("info", broken, status=3).stderr)
+
+    def test_stops_and_leaves_nothing(self):
+        header = ",".join(f"m{i}" for i in range(400))
+        lines = "\n".join(",".join(str((row * 7919 + i * 104729) % 1000) for i in range(400))
+                          for row in range(400))
+        wide = self.write("wide.csv", header + "\n" + lines + "\n")
+        out = self.folder / "wide.tcm"
+        words = ("tcm", "train", wide, "-o", out, "--case-count", "--metrics", header)
+        process = self.start_hvhost(*words)
+        self.wait_until_stoppable(process)
+        time.sleep(1.0)
+        self.assertIn("interrupted", self.stop(process))
+        self.run_hvhost(*words, "--timeout", 0.5, status=124)
+        self.assertFalse(out.exists())
+        self.assertEqual([path.name for path in self.folder.iterdir() if "unfinished" in path.name], [])
+
+    def test_help_and_completion(self):
+        self.assertIn("forecast", self.run_hvhost("tcm", "--help").stdout)
+        for command in ("train", "info", "forecast", "impact", "outliers"):
+            text = self.run_hvhost("help", "tcm", command).stdout
+            self.assertIn("hvhost tcm " + command, text)
+            self.assertIn("Exit status", text)
+        self.assertIn("impact", self.run_hvhost("tcm", "impct", status=2).stderr)
+        self.assertIn("outliers", self.run_hvhost("completion", "bash").stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
