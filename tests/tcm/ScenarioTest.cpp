@@ -256,7 +256,7 @@ TEST_F(Scenario, ForecastsWithBoundsAndGivenValues)
     EXPECT_THAT(plainJobs().back(),
                 HasSubstr(R"(},"fit":{"doFit":true},"outputOriginalValue":true,)"
                           R"("confidenceLevel":0.9,"scenario":[{"series":["south","sales"],)"
-                          R"("change":0.1},{"series":["north","sales"],"ahead":2,"value":7}]})"));
+                          R"("change":0.1},{"series":["north","sales"],"ahead":2,"value":7.0}]})"));
     ASSERT_EQ(forecast.timeFields.size(), 1U);
     EXPECT_EQ(forecast.timeFields[0].GetName(), "month");
     ASSERT_EQ(forecast.points.size(), 2U);
