@@ -15,6 +15,7 @@
 #include "Text.h"
 #include "ValueText.h"
 #include "data/HVDataModel.h"
+#include "datafile/StartedThread.h"
 #include "hvl/HVLUpdateDataModel.h"
 #include "support/Paths.h"
 #include "support/Transcoding.h"
@@ -113,7 +114,8 @@ void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFFiel
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const CsvForm& form, const std::string& password, const InterruptWatch& watch)
-    : _preload(std::async(std::launch::async, PreloadCaseFiles)), _readable(file)
+    : _preload(datafile::startedTask("opens the host's database", &PreloadCaseFiles)),
+      _readable(file)
 {
     UserCaseFileSpec spec;
     spec.Init(FormalizeFilePath(file.path(), false), true, false);

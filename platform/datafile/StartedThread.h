@@ -1,5 +1,6 @@
 #pragma once
 
+#include <future>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -26,6 +27,17 @@ std::thread startedThread(const std::string& work, Function&& function)
 {
     try {
         return std::thread(std::forward<Function>(function));
+    } catch (const std::system_error& error) {
+        throw ThreadFault(work, error.code().message());
+    }
+}
+
+/// The same for a thread whose exceptions the future holds. The future's destructor waits for it.
+template <class Function>
+auto startedTask(const std::string& work, Function&& function)
+{
+    try {
+        return std::async(std::launch::async, std::forward<Function>(function));
     } catch (const std::system_error& error) {
         throw ThreadFault(work, error.code().message());
     }
