@@ -65,8 +65,10 @@ public:
     void commit() override
     {
         _file.write(_members);
+        // Before the file gets its name: nothing may fail after that.
+        const std::string written = canonicalPath(_file.destination());
         _file.commit();
-        _context.unwritten.erase(canonicalPath(_file.destination()));
+        _context.unwritten.erase(written);
     }
 
 private:

@@ -95,8 +95,10 @@ public:
         _file.write(modelMembers(model, std::move(_preparation.document),
                                  modelStatistics(_preparation.fields)));
         hooks.checkStop();
+        // Before the file gets its name: nothing may fail after that.
+        const std::string written = canonicalPath(_file.destination());
         _file.commit();
-        _context.unwritten.erase(canonicalPath(_file.destination()));
+        _context.unwritten.erase(written);
     }
 
 private:

@@ -74,8 +74,10 @@ public:
         makeRecords(values);
         _file.write(
             {{kTsdpMember, tsdpDocument(_settings, _result, [this] { throwIfStopped(); })}});
+        // Before the file gets its name: nothing may fail after that.
+        const std::string written = canonicalPath(_file.destination());
         _file.commit();
-        _context.unwritten.erase(canonicalPath(_file.destination()));
+        _context.unwritten.erase(written);
     }
 
 private:
