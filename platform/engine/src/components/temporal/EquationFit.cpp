@@ -12,7 +12,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNoResidual = std::numeric_limits<double>::quiet_NaN();
 /// Columns whose part outside the span of others is smaller count as dependent.
 constexpr double kRankThreshold = 1e-8;
 /// Residuals up to so many units of rounding of the target's values are rounding.
@@ -193,7 +193,7 @@ void Regression::addGroups(SeriesEquation& equation) const
 
 std::vector<double> Regression::spread(const Eigen::VectorXd& values) const
 {
-    std::vector<double> all(static_cast<std::size_t>(_table.values.rows()), kMissing);
+    std::vector<double> all(static_cast<std::size_t>(_table.values.rows()), kNoResidual);
     std::copy(values.begin(), values.end(), all.begin() + _range.first);
     return all;
 }
@@ -276,7 +276,7 @@ SeriesEquation constantEquation(const SeriesTable& table, const ScaledSeries& se
     equation.intercept = values[0];
     const Eigen::VectorXd residuals = values.array() - values[0];
     equation.fit = fitStatistics(values, residuals, 1, 0, true);
-    equation.residuals.assign(static_cast<std::size_t>(table.values.rows()), kMissing);
+    equation.residuals.assign(static_cast<std::size_t>(table.values.rows()), kNoResidual);
     std::copy(residuals.begin(), residuals.end(), equation.residuals.begin() + range.first);
     return equation;
 }

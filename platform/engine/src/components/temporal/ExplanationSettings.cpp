@@ -147,7 +147,7 @@ void checkLocale(const StepCall& call, const Settings& settings)
                         "points of time are written by ISO 8601, and words in English");
 }
 
-TimeOfDay timeOfDay(const StepCall& call, const Settings& settings)
+TimeOfDay wantedTimeOfDay(const StepCall& call, const Settings& settings)
 {
     const std::string format = settings.text("timeFormat").value_or("");
     for (const auto& [known, shown] : kTimeFormats)
@@ -173,7 +173,7 @@ ExplanationSettings explanationSettings(const StepCall& call, const SeriesFinder
         artifact.reportOthers(call.context.message);
     }
     checkLocale(call, settings);
-    result.timeOfDay = timeOfDay(call, settings);
+    result.timeOfDay = wantedTimeOfDay(call, settings);
     settings.reportOthers(call.context.message);
     return result;
 }

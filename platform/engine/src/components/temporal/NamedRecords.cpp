@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* kFlagField = "$FutureFlag";
 
-bool isMoment(CFField::StorageType storage)
+bool isStoredAsMoment(CFField::StorageType storage)
 {
     return storage == CFField::Date || storage == CFField::Time || storage == CFField::Timestamp;
 }
@@ -118,7 +118,7 @@ void NamedRecords::checkFields(const Fields& fields)
     for (std::size_t i = 0; i < _known.dimensions.size(); ++i) {
         // Texts of the model that are dates in the data are compared as dates.
         const CFField& field = needed(_known.dimensions[i], "a dimension");
-        if (isMoment(field.GetStorage()))
+        if (isStoredAsMoment(field.GetStorage()))
             _storages[i] = field.GetStorage();
     }
     _hasFlag = findField(fields, kFlagField) != nullptr;

@@ -10,7 +10,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr std::size_t kMostPreparationValues = 50'000'000;
+constexpr std::size_t kMostTrainedOnValues = 50'000'000;
 constexpr const char* kMetricField = "metricField";
 
 /// A value of a dimension as the library compares it.
@@ -137,7 +137,7 @@ std::vector<PreparedSeries> preparedSeries(const DocumentPlace& list)
 Preparation preparationOf(std::string document, const std::string& owner)
 {
     const Json root =
-        parsedDocument(document, kMostPreparationValues, owner, errors::kPreparationFile);
+        parsedDocument(document, kMostTrainedOnValues, owner, errors::kPreparationFile);
     const DocumentPlace place(root, owner, errors::kPreparationFile);
     Preparation preparation;
     preparation.series = preparedSeries(place.member("output").member("series"));

@@ -21,7 +21,7 @@ namespace {
 
 /// Targets whose products are computed together.
 constexpr std::size_t kTargetsAtOnce = 64;
-constexpr std::int64_t kMostSeriesMessages = 1000;
+constexpr std::int64_t kMostExcludedMessages = 1000;
 constexpr Eigen::Index kLeastPoints = leastPoints(1);
 
 /// The training of one model.
@@ -68,7 +68,7 @@ private:
 
     void reportExcluded() const
     {
-        FewMessages messages(_hooks.message, errors::kSeriesExcluded, kMostSeriesMessages,
+        FewMessages messages(_hooks.message, errors::kSeriesExcluded, kMostExcludedMessages,
                              "series: TCMModel.json lists them");
         for (std::size_t i = 0; i < _model.series.size(); ++i)
             if (_scaled.columns[i].state != SeriesState::Usable)
