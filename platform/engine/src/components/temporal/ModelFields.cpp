@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kCaseCount = "$casecount";
 /// A document has a value for each point of time and each series, hardly more.
-constexpr std::size_t kMostPreparationValues = 50'000'000;
+constexpr std::size_t kMostFieldDocumentValues = 50'000'000;
 
 std::vector<std::string> namesIn(const DocumentPlace& settings, const char* key)
 {
@@ -112,7 +112,7 @@ ModelFields modelFieldsOf(const std::string& preparation, const std::string& sta
                           const std::string& owner)
 {
     const Json document =
-        parsedDocument(preparation, kMostPreparationValues, owner, errors::kModelFile);
+        parsedDocument(preparation, kMostFieldDocumentValues, owner, errors::kModelFile);
     const DocumentPlace whole(document, owner + ": TSDPOutput.json", errors::kModelFile);
     const DocumentPlace settings = whole.member("settings");
     ModelFields fields;
