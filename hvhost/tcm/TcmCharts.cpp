@@ -1,5 +1,8 @@
 #include "tcm/TcmCharts.h"
 
+#include <cstdio>
+#include <cstdlib>
+
 #include "VexaCases.h"
 
 namespace {
@@ -12,6 +15,14 @@ TcmJson tooltip(std::initializer_list<const char*> fields)
     for (const char* field : fields)
         list.push_back({{"field", field}});
     return list;
+}
+
+/// For the table beside the drawing; the equations have all digits.
+TcmJson forTheEyes(double value)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6g", value);
+    return std::strtod(text, nullptr);
 }
 
 TcmJson networkOf(const std::string& description, const char* layout, const TcmJson& nodes,
@@ -64,16 +75,20 @@ nlohmann::ordered_json networkChart(const TcmModelFacts& facts)
             edges.push_back({{"Predictor", seriesText(edge.predictor)},
                              {"Target", seriesText(edge.target)},
                              {"Lag", edge.lag},
-                             {"Effect", edge.coefficientSum},
-                             {"p", edge.pValue},
-                             {"Strength", edge.strength()}});
+                             {"Effect", forTheEyes(edge.coefficientSum)},
+                             {"p", forTheEyes(edge.pValue)},
+                             {"Strength", forTheEyes(edge.strength())}});
     return networkOf("Which series drives which: an arrow leads from a predictor to its target.",
                      "force", nodes, edges);
 }
 
 nlohmann::ordered_json impactChart(const std::string& series, const std::vector<ImpactShown>& nodes,
-                                   const nlohmann::ordered_json& edges)
+                                   nlohmann::ordered_json edges)
 {
+    for (TcmJson& edge : edges)
+        for (TcmJson& value : edge)
+            if (value.is_number_float())
+                value = forTheEyes(value.get<double>());
     TcmJson list = TcmJson::array();
     for (const ImpactShown& node : nodes)
         list.push_back({{"name", node.name},

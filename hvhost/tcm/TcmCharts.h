@@ -19,7 +19,7 @@ struct ImpactShown
 /// The nodes in columns by level, `edges` between them: records with "Predictor", "Target", "Lag",
 /// "Effect" and "p".
 nlohmann::ordered_json impactChart(const std::string& series, const std::vector<ImpactShown>& nodes,
-                                   const nlohmann::ordered_json& edges);
+                                   nlohmann::ordered_json edges);
 
 /// The actual and predicted values of a series, with the bounds as an area behind them. `times` are
 /// the texts of the points of time.

@@ -1,6 +1,7 @@
 #include "tcm/TcmDocument.h"
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "Rendering.h"
 #include "TnOutput.h"
@@ -46,6 +47,14 @@ std::string cellDigits(std::size_t number, std::size_t digits)
     return key;
 }
 
+/// As a page shows numbers of a column, a small p value would be 0.
+bool isTinyP(const std::optional<std::string>& cell, const ResultTable::Column& column)
+{
+    constexpr double kSmallestShown = 0.0001;
+    return cell && (column.name == "p" || column.name.starts_with("p (")) &&
+           std::strtod(cell->c_str(), nullptr) < kSmallestShown;
+}
+
 /// Numbers stay numbers, so that a page can sort and copy them.
 struct TableCells
 {
@@ -53,10 +62,15 @@ struct TableCells
     TcmJson labels = TcmJson::array();
     TcmJson formats = TcmJson::array();
 
-    void add(const std::optional<std::string>& cell, const ResultTable::Column& column)
+    void add(const std::optional<std::string>& cell, const ResultTable::Column& column,
+             const std::string& key)
     {
         if (!cell) {
             values.push_back(nullptr);
+        } else if (isTinyP(cell, column)) {
+            values.push_back(std::to_string(labels.size()));
+            labels.push_back("< 0.0001");
+            formats.push_back({{"index", key}, {"format", {{"string", true}}}});
         } else if (column.isNumber()) {
             values.push_back(std::strtod(cell->c_str(), nullptr));
         } else {
@@ -73,7 +87,8 @@ TcmJson documentTable(const ResultTable& table, const std::string& id)
     TcmJson rows = tableDimension(table.columns.front().name, "row", false);
     TcmJson columns = tableDimension("Columns", "column", true);
     TableCells cells;
-    const std::string anyRow(digitsFor(table.rows.size()), '*');
+    const std::size_t rowDigits = digitsFor(table.rows.size());
+    const std::string anyRow(rowDigits, '*');
     const std::size_t digits = digitsFor(table.columns.size() - 1);
     for (std::size_t at = 1; at < table.columns.size(); ++at) {
         const ResultTable::Column& column = table.columns[at];
@@ -83,10 +98,12 @@ TcmJson documentTable(const ResultTable& table, const std::string& id)
                 {{"index", anyRow + cellDigits(at - 1, digits)},
                  {"format", {{"decimals", column.storage == CFField::Integer ? 0 : kDecimals}}}});
     }
-    for (const ResultTable::Row& row : table.rows) {
+    for (std::size_t number = 0; number < table.rows.size(); ++number) {
+        const ResultTable::Row& row = table.rows[number];
         rows["children"].push_back(shownText(row.front().value_or("")));
         for (std::size_t at = 1; at < row.size(); ++at)
-            cells.add(row[at], table.columns[at]);
+            cells.add(row[at], table.columns[at],
+                      cellDigits(number, rowDigits) + cellDigits(at - 1, digits));
     }
     return {{"tableId", id},
             {"title", TcmJson::object()},
@@ -123,7 +140,7 @@ std::shared_ptr<const OutputHeading> tcmOutput(HostSession& session, const TcmRe
     }
     const std::string text = TcmJson{{kTcmResult, std::move(document)}}.dump(
         -1, ' ', false, TcmJson::error_handler_t::replace);
-    TnProcedure procedure(result.name);
+    TnProcedure procedure(std::filesystem::path(result.name).filename().string());
     Rendering(session, procedure, result.name, text).render(order);
     return procedure.node();
 }

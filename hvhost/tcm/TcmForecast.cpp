@@ -45,7 +45,9 @@ ResultTable pointTable(const HVSeriesForecast& forecast, bool isFutureAlone)
     for (const CFField& field : forecast.timeFields)
         table.columns.push_back({field.GetName(), CFField::String});
     table.keyCount = table.columns.size();
-    for (const char* name : {"actual", "predicted", "lower", "upper"})
+    if (!isFutureAlone)
+        table.columns.push_back({"actual", CFField::Real});
+    for (const char* name : {"predicted", "lower", "upper"})
         table.columns.push_back({name, CFField::Real});
     for (const HVSeriesPoint& point : forecast.points) {
         if (isFutureAlone && !point.isFuture)
@@ -53,7 +55,9 @@ ResultTable pointTable(const HVSeriesForecast& forecast, bool isFutureAlone)
         ResultTable::Row row;
         for (std::size_t field = 0; field < point.time.size(); ++field)
             row.push_back(numberText(point.time[field], forecast.timeFields[field].GetStorage()));
-        for (const double value : {point.actual, point.predicted, point.lower, point.upper})
+        if (!isFutureAlone)
+            row.push_back(valueCell(point.actual));
+        for (const double value : {point.predicted, point.lower, point.upper})
             row.push_back(valueCell(value));
         table.rows.push_back(std::move(row));
     }

@@ -22,11 +22,11 @@ class ImpactReader
 public:
     explicit ImpactReader(const std::string& series) : _series(series)
     {
-        _table.columns = {{"direction", CFField::String}, {"level", CFField::Integer},
-                          {"predictor", CFField::String}, {"target", CFField::String},
+        _table.columns = {{"predictor", CFField::String}, {"target", CFField::String},
+                          {"direction", CFField::String}, {"level", CFField::Integer},
                           {"lag", CFField::Integer},      {"effect", CFField::Real},
                           {"F", CFField::Real},           {"p", CFField::Real}};
-        _table.keyCount = 4;
+        _table.keyCount = 2;
     }
 
     void read(const TcmJson& artifact, int sign)
@@ -81,10 +81,10 @@ private:
             if (_table.columns.back().name != kContribution)
                 _table.columns.push_back({kContribution, CFField::Real});
         }
-        ResultTable::Row row{step.direction,
-                             std::to_string(step.level),
-                             ends.predictor,
+        ResultTable::Row row{ends.predictor,
                              ends.target,
+                             step.direction,
+                             std::to_string(step.level),
                              tcmNumber(edge.at("lag")),
                              tcmNumber(edge.at("sum")),
                              tcmNumber(edge.at("fStatistic")),

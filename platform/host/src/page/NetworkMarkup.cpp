@@ -20,6 +20,7 @@ constexpr std::size_t kMostEdges = 600;
 constexpr std::size_t kFewNodes = 60;
 constexpr double kRadius = 7;
 constexpr double kArrow = 8;
+constexpr double kWidestBow = 40;
 
 /// A length of a drawing, with a tenth of a pixel.
 std::string length(double value)
@@ -103,7 +104,8 @@ private:
         const double x = to.x - from.x;
         const double y = to.y - from.y;
         const double distance = std::max(std::hypot(x, y), 1.0);
-        const NetworkPoint bend = {(from.x + to.x) / 2 - y * 0.12, (from.y + to.y) / 2 + x * 0.12};
+        const double bow = std::min(0.12, kWidestBow / distance);
+        const NetworkPoint bend = {(from.x + to.x) / 2 - y * bow, (from.y + to.y) / 2 + x * bow};
         const double width = widthOf(edge);
         const double head = kArrow + width;
         const double toBend = std::max(std::hypot(to.x - bend.x, to.y - bend.y), 1.0);
