@@ -23,13 +23,28 @@ TcmModelFacts TcmSession::facts()
     std::string properties;
     std::string network;
     std::string preparation;
-    perform(
-        [&](HVInteractiveTSR& viewer) {
-            return viewer.getModelCapabilities(modelPath(), fullModel, inputModel, outputModel,
-                                               properties, network, preparation);
-        },
-        nullptr);
+    try {
+        perform(
+            [&](HVInteractiveTSR& viewer) {
+                return viewer.getModelCapabilities(modelPath(), fullModel, inputModel, outputModel,
+                                                   properties, network, preparation);
+            },
+            nullptr);
+    } catch (const CommandFault& fault) {
+        // Nothing but the model was read.
+        if (fault.status() != ExitStatus::JobFailed)
+            throw;
+        throw CommandFault(ExitStatus::Input, withModelName(fault.what()), fault.hint(),
+                           fault.detail());
+    }
     return readModelFacts(modelName(), network, preparation);
+}
+
+/// "STEP: PATH: what" as "NAME: what".
+std::string TcmSession::withModelName(const std::string& text) const
+{
+    const std::size_t path = text.find(modelPath());
+    return path == text.npos ? text : modelName() + text.substr(path + modelPath().size());
 }
 
 /// The engine names the model by its path.

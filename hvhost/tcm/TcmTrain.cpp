@@ -13,6 +13,35 @@
 #include "tcm/TcmOptions.h"
 #include "tcm/TrainingOptions.h"
 
+namespace {
+
+/// Throws CommandFault.
+void runTraining(HVTemporalTraining& training, const std::string& path,
+                 const TcmTrainOptions& options, HostSession& session, const JobOrigin& origin)
+{
+    const auto work = [&] {
+        const bool isDone = training.Train(path);
+        session.log("job: " + training.GetHVLJob());
+        std::string id;
+        std::string reason;
+        std::string detail;
+        // What a job reports, the session words itself.
+        if (!isDone && training.hasError(id, reason, detail) && id.empty())
+            throw CommandFault(ExitStatus::JobFailed, options.output + ": " + reason);
+        return isDone;
+    };
+    try {
+        session.perform(work, origin);
+    } catch (const CommandFault& fault) {
+        const std::string text = inTrainingOptions(fault.what());
+        if (text == fault.what())
+            throw;
+        throw CommandFault(ExitStatus::Usage, text, fault.hint(), fault.detail());
+    }
+}
+
+} // namespace
+
 void tcmTrain(const TcmTrainOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
@@ -33,20 +62,7 @@ void tcmTrain(const TcmTrainOptions& options, const CommonOptions& common)
         std::cout << job << '\n';
         return;
     }
-    JobOrigin origin = input.origin();
-    session.perform(
-        [&] {
-            const bool isDone = training.Train(path);
-            session.log("job: " + training.GetHVLJob());
-            std::string id;
-            std::string reason;
-            std::string detail;
-            // What a job reports, the session words itself.
-            if (!isDone && training.hasError(id, reason, detail) && id.empty())
-                throw CommandFault(ExitStatus::JobFailed, options.output + ": " + reason);
-            return isDone;
-        },
-        origin);
+    runTraining(training, path, options, session, input.origin());
     input.finish();
     session.finish();
 }

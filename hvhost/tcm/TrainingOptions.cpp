@@ -10,6 +10,7 @@
 #include "CommandFault.h"
 #include "Dataset.h"
 #include "Text.h"
+#include "TextScan.h"
 #include "tcm/HVTemporalTraining.h"
 #include "tcm/SeriesText.h"
 
@@ -18,6 +19,24 @@ namespace {
 constexpr std::array<std::string_view, 8> kUnits = {"year", "quarter", "month",  "week",
                                                     "day",  "hour",    "minute", "second"};
 constexpr std::array<std::string_view, 7> kDays = {"mon", "tue", "wed", "thu", "fri", "sat", "sun"};
+
+/// The engine's settings, and the options that they come from.
+constexpr std::pair<std::string_view, const char*> kSettingOptions[] = {
+    {"targets", "--target"},
+    {"candidates", "--predictor"},
+    {"both", "--both"},
+    {"forced", "--force-edge"},
+    {"forbidden", "--forbid-edge"},
+    {"lags", "--lags"},
+    {"maxLag", "--max-lag"},
+    {"maxPredictors", "--max-predictors"},
+    {"outlierLevel", "--outlier-level"},
+    {"timeInterval", "--interval"},
+    {"timeInterval.workingDays", "--working-days"},
+    {"timeInterval.workingHours", "--working-hours"},
+    {"aggregation", "--aggregate"},
+    {"missingValues", "--max-missing"},
+};
 
 constexpr double kUsualShare = 0.25;
 
@@ -251,4 +270,23 @@ void configureTraining(const TcmTrainOptions& options, const Dataset& dataset,
         training.SetMaxPredictors(*options.maxPredictors);
     if (options.outlierLevel)
         training.SetOutlierLevel(*options.outlierLevel);
+}
+
+std::string inTrainingOptions(const std::string& text)
+{
+    TextScan scan(text);
+    if (!scan.skip("tsdp:tsdp: the setting \"") && !scan.skip("tcm:train: the setting \""))
+        return text;
+    const auto setting = scan.until("\" ");
+    if (!setting)
+        return text;
+    // The longest name that the setting begins with: "targets[0]" is one of --target.
+    std::string_view known;
+    const char* option = nullptr;
+    for (const auto& [name, word] : kSettingOptions)
+        if (setting->starts_with(name) && name.size() > known.size()) {
+            known = name;
+            option = word;
+        }
+    return option == nullptr ? text : std::string(option) + ": " + std::string(scan.rest());
 }

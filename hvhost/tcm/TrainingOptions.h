@@ -13,3 +13,6 @@ std::vector<int> trainingColumns(const TcmTrainOptions& options, const Dataset& 
 /// naming the option.
 void configureTraining(const TcmTrainOptions& options, const Dataset& dataset,
                        HVTemporalTraining& training);
+
+/// A fault of the engine that names a setting, told as one of the option that made it.
+std::string inTrainingOptions(const std::string& text);
