@@ -12,7 +12,7 @@ endforeach()
 
 # Of the library's headers those that declare something exported, and what these include; the others
 # are its own.
-set(headers_without_export support/HvintegExport.h hvl/HVFunction.h)
+set(headers_without_export support/HvintegExport.h hvl/HVFunction.h tcm/HVForecast.h)
 file(GLOB library_headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/hvinteg
   ${PROJECT_SOURCE_DIR}/hvinteg/*/*.h)
 foreach(header ${library_headers})

@@ -34,9 +34,11 @@ constexpr const char* kDimensions = R"({
     {"id": "2-2-2-2", "name": ["07", 8, 2.5, "y"]}]}})";
 constexpr const char* kPlain = R"({
   "settings": {"dimFieldList": [""], "metricFieldList": ["x", "y"], "dateTimeField": "day",
-               "cyclicFieldList": []},
-  "output": {"timeVariable": [], "series": [{"id": "1", "name": ["x"]},
-                                            {"id": "2", "name": ["y"]}]}})";
+               "cyclicFieldList": [], "timeInterval": {"unit": "day", "increment": 1},
+               "start": "2024-01-01", "seriesList": ["1", "2"]},
+  "output": {"timeVariable": [], "points": 3, "dimensions": [],
+             "timeFields": [{"name": "day", "storage": "date"}],
+             "series": [{"id": "1", "name": ["x"]}, {"id": "2", "name": ["y"]}]}})";
 
 class ScoringJobTest : public EngineFixture
 {
@@ -273,9 +275,9 @@ TEST_F(ScoringJobTest, CapabilitiesAreDocumentsOfTheModel)
             names.push_back(field.GetName());
         return names;
     };
-    EXPECT_THAT(namesIn("ScoreInputDataModel.xml"), ElementsAre("$TimeIndex", "1", "2"));
+    EXPECT_THAT(namesIn("ScoreInputDataModel.xml"), ElementsAre("day", "x", "y"));
     EXPECT_THAT(namesIn("ScoreOutputDataModel.xml"),
-                ElementsAre("$TimeIndex", "$FutureFlag", "2", "2_predicted", "2_lower", "2_upper"));
+                ElementsAre("day", "$FutureFlag", "y", "y_predicted", "y_lower", "y_upper"));
     EXPECT_THAT(member("c.zip", "ScoreModelProp.xml"),
                 AllOf(HasSubstr(R"(name="modelType" value="temporalCausal")"),
                       HasSubstr(R"(name="targetCount" value="1")"),

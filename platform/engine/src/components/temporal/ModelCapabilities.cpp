@@ -9,8 +9,8 @@
 #include "components/ComponentContainers.h"
 #include "components/ContainerFile.h"
 #include "components/temporal/ModelArchive.h"
+#include "components/temporal/NamedLayout.h"
 #include "components/temporal/ScoreStage.h"
-#include "components/temporal/SeriesTable.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -36,16 +36,34 @@ std::string propertiesDocument(const TcmModel& model)
     return text.str();
 }
 
-std::vector<ContainerMember> capabilitiesOf(const TcmModel& model)
+/// The fields that a dataset must have: those of the time, the dimensions and the metrics.
+Fields inputFields(const NamedSeries& series)
 {
-    std::vector<std::string> all;
+    Fields fields;
+    if (!series.axis.isRecordNumber())
+        fields = series.axis.fields;
+    fields.insert(fields.end(), series.dimensions.begin(), series.dimensions.end());
+    for (const std::string& metric : series.metrics)
+        fields.emplace_back(metric, CFField::Continuous, CFField::Real);
+    return fields;
+}
+
+/// The fields that rtsdp gives behind tcm:score.
+Fields outputFields(const TcmModel& model, const NamedSeries& series, const std::string& component)
+{
     std::vector<std::string> targets;
-    for (const ModelSeries& series : model.series)
-        all.push_back(series.id);
     for (const SeriesEquation& equation : model.equations)
         targets.push_back(model.series[equation.series].id);
-    return {{"ScoreInputDataModel.xml", dataModelOf(fieldsOfSeries(all))},
-            {"ScoreOutputDataModel.xml", dataModelOf(scoredFields(targets, true))},
+    return namedLayout(scoredFields(targets, true), series, true, component).fields;
+}
+
+std::vector<ContainerMember> capabilitiesOf(const ModelArchive& archive, const StepCall& call)
+{
+    const TcmModel model = archive.model();
+    const NamedSeries series = namedSeriesOf(
+        archive.preparation(), call.name + ": " + kModelPreparationEntry, call.context.message);
+    return {{"ScoreInputDataModel.xml", dataModelOf(inputFields(series))},
+            {"ScoreOutputDataModel.xml", dataModelOf(outputFields(model, series, call.name))},
             {"ScoreModelProp.xml", propertiesDocument(model)}};
 }
 
@@ -92,9 +110,9 @@ StepResult planModelCapabilities(StepCall& call)
     if (results.size() != 1)
         throw JobError(errors::kSettingType, call.name + ": " + std::to_string(results.size()) +
                                                  " output containers are given, not one");
-    const TcmModel model = readModel(modelPathOf(call), call.name);
+    const ModelArchive archive(modelPathOf(call), call.name);
     return {emptyNode(), std::make_unique<CapabilitiesOutput>(call, results.front().path,
-                                                              capabilitiesOf(model))};
+                                                              capabilitiesOf(archive, call))};
 }
 
 } // namespace EmbeddedHV
