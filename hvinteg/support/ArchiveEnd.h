@@ -3,17 +3,18 @@
 #include <cstdint>
 #include <string>
 
-/// The end record of a zip archive, read without minizip, which does not find the one of an archive
-/// that is nothing but its end record, and takes the bytes that a torn one lacks for zeros.
+/// Reads the end record of a zip archive without minizip. minizip does not find the end record of
+/// an archive that consists of that record alone. It also reads the missing bytes of a truncated
+/// one as zeros.
 class ArchiveEnd
 {
 public:
     /// `path` is in the host's spelling.
     explicit ArchiveEnd(const std::string& path);
 
-    /// Bytes; 0 for a file that cannot be read.
+    /// Size in bytes; 0 if the file cannot be read.
     std::uint64_t fileSize() const { return _fileSize; }
-    /// The record is whole and counts no entries.
+    /// True if the end record is complete and counts no entries.
     bool isOfEmptyArchive() const { return _isOfEmptyArchive; }
 
 private:

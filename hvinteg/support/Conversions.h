@@ -7,24 +7,29 @@
 
 class VEXA_Variable;
 
-/// Values to text and back. None of these depends on a locale: what they make goes into jobs and
-/// file names, and what they read comes from there. Any thread.
+/// Conversions between values and texts. None of them depends on a locale, because the results go
+/// into jobs and file names, and the inputs come from there. Any thread. They throw nothing of
+/// their own.
 
-/// The text of a case value, for a variable or for a width: 0 for a number, above 0 for a text of
-/// that many bytes, which loses its trailing blanks. A number has up to 15 significant digits and a
-/// period.
+/// Converts a case value to its text, by the type and width of a variable. A number has up to 15
+/// significant digits and a period. A string loses its trailing blanks.
 ///
-/// `value` points at as many units as the width takes. A null value, or a negative width, leaves
-/// one NUL character in `out`, so that a caller can tell it from an empty text.
+/// `value` is borrowed and points to as many units as the variable's width takes. If `value` is
+/// null, `out` receives a single NUL character, which differs from an empty text.
 HVINTEG_EXPORT void ConvertObsValToStr(const OBS* value, const VEXA_Variable& variable,
                                        std::string& out);
+/// Does the same for a width in bytes: 0 is a number, above 0 a string. For a negative width `out`
+/// receives a single NUL character.
 HVINTEG_EXPORT void ConvertObsValToStr(const OBS* value, int width, std::string& out);
 
-/// Six significant digits in the general format: 1234567.0 gives 1.23457e+06.
+/// Formats with six significant digits in the general format: 1234567.0 gives 1.23457e+06.
 HVINTEG_EXPORT std::string Double2String(double value);
+/// Formats in decimal.
 HVINTEG_EXPORT std::string Integer2String(int value);
 
-/// The number at the start of a text, behind white space; what follows it is ignored. A text
-/// without one gives 0, one that is out of range the nearest value.
+/// Reads the number at the start of a text. Skips leading white space and ignores what follows the
+/// number. Returns 0 if the text does not begin with a number, and the nearest representable value
+/// if the number is out of range.
 HVINTEG_EXPORT double String2Double(const std::string& text);
+/// Reads the integer at the start of a text, by the same rules.
 HVINTEG_EXPORT int String2Integer(const std::string& text);

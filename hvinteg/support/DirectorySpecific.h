@@ -5,7 +5,8 @@
 
 #include "support/HvintegExport.h"
 
-/// A directory and its entries. It never throws. Names are in the host's encoding and spelling.
+/// A directory and its entries. Names are in the host's encoding and spelling. Failures are
+/// reported as false or empty results. One thread at a time.
 ///
 ///     DirectorySpecific directory(path);
 ///     for (bool found = directory.BrowseFile("*.sav"); found; found = directory.Next())
@@ -13,28 +14,33 @@
 class HVINTEG_EXPORT DirectorySpecific
 {
 public:
-    /// Trailing separators make no difference.
+    /// Looks the path up once. Trailing separators are ignored.
     explicit DirectorySpecific(const std::string& path);
     ~DirectorySpecific();
     DirectorySpecific(const DirectorySpecific&) = delete;
     DirectorySpecific& operator=(const DirectorySpecific&) = delete;
 
-    /// As found at construction. Read-only: nothing can be created in it.
+    /// Whether the directory existed at construction.
     bool Exists() const;
+    /// Whether it was read-only at construction: no file can be created in it.
     bool ReadOnly() const;
     /// The absolute path with a trailing backslash; empty if it cannot be expanded.
     const std::string& ExpandPath() const;
 
-    /// Begins a listing, in no particular order, of the entries whose names match `mask`, "*"
-    /// without one; an earlier listing ends. False if there is none. "." and ".." are passed over.
+    /// Starts a listing, in no particular order, of the entries whose names match `mask`, and ends
+    /// an earlier listing. "." and ".." are skipped. Returns false if no entry matches or the
+    /// directory does not exist.
     bool BrowseFile(const std::string& mask);
+    /// Starts a listing of all entries.
     bool BrowseFile();
-    /// Moves to the next entry; false at the end.
+    /// Moves to the next entry. Returns false at the end.
     bool Next();
-    /// The current entry. Before the first one both arguments stay as they are.
+    /// Reports the name and kind of the current entry. Before a listing has found one, both
+    /// arguments keep their values.
     void GetFileSpec(std::string& name, bool& isDirectory);
 
-    /// A path in this directory that does not exist yet.
+    /// Returns a path in this directory that does not exist yet; see the function
+    /// FormUniqueFileName for the name.
     std::string FormUniqueFileName(const std::string& name);
 
 private:

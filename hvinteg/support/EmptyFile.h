@@ -2,6 +2,5 @@
 
 class ExtNameStr;
 
-/// Creates an empty file, which reserves its name. One that cannot be created is nobody's fault
-/// yet: it shows when somebody writes it.
+/// Creates an empty file to reserve its name. Ignores failures: the later write reports them.
 void createEmpty(const ExtNameStr& path);

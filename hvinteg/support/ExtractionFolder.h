@@ -3,17 +3,17 @@
 #include <string>
 #include <unordered_set>
 
-/// The folder that an archive is unpacked into, and the watch over what goes where.
+/// The folder that an archive is unpacked into. Decides which entries may be written there.
 class ExtractionFolder
 {
 public:
     /// `path` is absolute, in the host's spelling, with a trailing separator, and exists.
     explicit ExtractionFolder(const std::string& path);
 
-    /// Where an entry of this name goes.
+    /// The path that an entry of this name is written to.
     std::string pathOf(const std::string& name) const { return _path + name; }
-    /// Whether it may go there: it is the first of its name, and its place lies in this folder even
-    /// if links stand on the way. The parent of the entry must exist.
+    /// Returns true if the entry may be written: it is the first of this name, and its path, with
+    /// links resolved, is inside the folder. The parent directory of the entry must exist.
     bool admit(const std::string& name);
 
 private:

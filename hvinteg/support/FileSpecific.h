@@ -5,30 +5,37 @@
 
 #include "support/HvintegExport.h"
 
-/// What is known of a path at the moment of construction. It never throws: a path that cannot be
-/// expanded is neither valid nor existing. Names are in the host's encoding and spelling.
+/// The state of a path at construction. A path that cannot be expanded is not valid and does not
+/// exist; there are no other errors. Names are in the host's encoding and spelling.
 class HVINTEG_EXPORT FileSpecific
 {
 public:
-    /// Looks the path up once; what changes afterwards is not seen.
+    /// Looks the path up once. Later changes on disk have no effect on the object.
     explicit FileSpecific(const std::string& path);
     ~FileSpecific();
     FileSpecific(const FileSpecific&) = delete;
     FileSpecific& operator=(const FileSpecific&) = delete;
 
+    /// Whether a file or directory has this path.
     bool Exists() const;
+    /// Whether the host accepts the path: it can be expanded, and for a file the host finds its
+    /// specification valid.
     bool IsValid() const;
+    /// Whether the path is a directory.
     bool IsDir() const;
-    /// Both are about files and false for a directory: another process holds a lock on it; it
-    /// cannot be opened for writing though it is not read-only.
+    /// Whether another process holds a lock on the file. False for a directory.
     bool IsInUse() const;
+    /// Whether the file cannot be opened for writing although it is not read-only. False for a
+    /// directory.
     bool IsLocked() const;
+    /// Whether the file or directory is read-only.
     bool ReadOnly() const;
 
     /// The absolute path; empty if it cannot be expanded.
     const std::string& ExpandPath() const;
-    /// Its two halves; the directory keeps its trailing separator.
+    /// The file name: the part of the expanded path behind its last separator.
     std::string Name() const;
+    /// The directory of the expanded path, with its trailing separator.
     std::string Path() const;
 
 private:

@@ -12,59 +12,80 @@
 #include "VexaVarName.h"
 #include "support/HvintegExport.h"
 
-/// Shows a developer one named value as a line of the host's front end. Texts are in the host's
-/// encoding. The system-missing number shows as "miss", a list without elements as "<none>". Any
-/// thread.
+/// Functions that show a developer a named value as a line of the host's front end. Texts are in
+/// the host's encoding. The system-missing number is shown as "miss", an empty list as "<none>".
+/// Any thread.
 ///
 ///     HVStatDisplay::DisplayDV("weights", {0.5, 2});   // weights 0.5 2
 namespace HVStatDisplay {
 
-/// One value: the title, " = " and the value.
+/// Shows the title, " = ", and "true" or "false".
 HVINTEG_EXPORT void DisplayB(TN_Character title, bool value);
+/// Shows the title, " = ", and the meaning of the code in words.
 HVINTEG_EXPORT void DisplayC(TN_Character title, CatVarEncValue value);
+/// Shows the title, " = ", and the number with up to six significant digits.
 HVINTEG_EXPORT void DisplayD(TN_Character title, double value);
+/// Shows the title, " = ", and the integer.
 HVINTEG_EXPORT void DisplayI(TN_Character title, int value);
+/// Shows the title, " = ", and the text.
 HVINTEG_EXPORT void DisplayS(TN_Character title, const std::string& value);
+/// Shows the title, " = ", and the count.
 HVINTEG_EXPORT void DisplayT(TN_Character title, unsigned long value);
 
-/// Lists: the title, and a blank and the value for each element. Texts stand in quotation marks.
+/// Shows the title, then a blank and "true" or "false" for each element.
 HVINTEG_EXPORT void DisplayBV(TN_Character title, const std::vector<bool>& values);
+/// Shows the title, then a blank and the number for each element.
 HVINTEG_EXPORT void DisplayDV(TN_Character title, const std::vector<double>& values);
+/// The same as DisplayDV.
 HVINTEG_EXPORT void DisplayNL(TN_Character title, const std::vector<double>& values);
+/// Shows the title, then a blank and the integer for each element.
 HVINTEG_EXPORT void DisplayIV(TN_Character title, const std::vector<int>& values);
+/// The same as DisplayIV.
 HVINTEG_EXPORT void DisplayVL(TN_Character title, const std::vector<int>& values);
+/// Shows the title, then a blank and the text in quotation marks for each element.
 HVINTEG_EXPORT void DisplaySL(TN_Character title, const std::vector<std::string>& values);
+/// The same as DisplaySL.
 HVINTEG_EXPORT void DisplaySV(TN_Character title, const std::vector<std::string>& values);
+/// The same as DisplaySL, for names of variables.
 HVINTEG_EXPORT void DisplayVNL(TN_Character title, const std::vector<VexaVarName>& names);
-/// Pairs, as in "title (1,2) (3,4)".
+/// Shows the title and the pairs, as in "title (1,2) (3,4)".
 HVINTEG_EXPORT void DisplayIIM(TN_Character title, const std::map<int, int>& values);
+/// The same as DisplayIIM.
 HVINTEG_EXPORT void DisplayVIM(TN_Character title, const std::map<int, int>& values);
-/// Variables, each with whether it is categorical; one that the second list does not tell of is
-/// continuous.
+/// Shows the title and the variables, each with "(cat)" for categorical or "(cont)" for continuous.
+/// A variable without an entry in `categorical` is continuous.
 HVINTEG_EXPORT void DisplayVCL(TN_Character title, const std::vector<int>& variables,
                                const std::vector<bool>& categorical);
 
-/// A value in a format, as DisplayS shows a text; nothing for a null.
+/// Shows a value as text in the format, in the form of DisplayS. Shows nothing for a null value.
+/// The value is borrowed.
 HVINTEG_EXPORT void DisplayObs(TN_Character title, const OBS* value, const VEXA_Format& format);
 
-/// Several lines: the title, then lines for each element.
+/// Shows the title, then a line for each value, in the form of DisplayObs.
 HVINTEG_EXPORT void DisplayObsVec(TN_Character title, const std::vector<OBS*>& values,
                                   const VEXA_Format& format);
+/// The same for values that must not be changed.
 HVINTEG_EXPORT void DisplayObsVec(TN_Character title, const std::vector<const OBS*>& values,
                                   const VEXA_Format& format);
+/// Shows the title, then two lines for each entry: the key as a list of texts in the formats, and
+/// the number. The entries are sorted by their keys.
 HVINTEG_EXPORT void DisplayObsVecMapD(TN_Character title, const ObsVecMap& values,
                                       const std::vector<VEXA_Format>& formats);
+/// Shows the title, then two lines for each entry: the key and the number.
 HVINTEG_EXPORT void DisplaySLDM(TN_Character title,
                                 const std::map<std::vector<std::string>, double>& values);
+/// Shows the title, then a line "vec[i]" with the texts of each element.
 HVINTEG_EXPORT void DisplaySVV(TN_Character title,
                                const std::vector<std::vector<std::string>>& values);
+/// Shows the title, then two lines for each entry: the key and the numbers.
 HVINTEG_EXPORT void
 DisplayIntVecDVecMap(TN_Character title,
                      const std::map<std::vector<int>, std::vector<double>>& values);
+/// Shows the title, then two lines for each entry: the key and the integer.
 HVINTEG_EXPORT void DisplayIntVecIntMap(TN_Character title,
                                         const std::map<std::vector<int>, int>& values);
 
-/// A line as it is, on a channel of the front end.
+/// Shows a line unchanged, on a channel of the front end.
 HVINTEG_EXPORT void DisplayText(const long& channel, const std::string& line);
 
 } // namespace HVStatDisplay

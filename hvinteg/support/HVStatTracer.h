@@ -6,56 +6,67 @@
 
 #include "support/HvintegExport.h"
 
-/// Writes job texts, data models and JSON documents into a trace directory, beside a plain log.
+/// Writes job texts, data models and JSON documents to a trace directory, together with a plain
+/// log.
 ///
-/// It is off unless HV_STAT_DEBUG_DIR names a directory. Below that each process takes a directory
-/// of its own, hvtrace_ and the first free number. HV_STAT_DEBUG_PRINT, at YES or 1, sends log
-/// lines to the host's viewer as well, and HV_STAT_DEBUG_MAXCOUNT replaces the 1024 directories
-/// that are tried at most; 0 traces into the root itself. All three are read at construction.
+/// Tracing is off unless the environment variable HV_STAT_DEBUG_DIR names a directory. Each process
+/// creates its own directory in it: hvtrace_ and the first free number. HV_STAT_DEBUG_MAXCOUNT
+/// replaces 1024 as the highest count of numbers to try; 0 traces into the root itself.
+/// HV_STAT_DEBUG_PRINT with the value YES or 1 also sends log lines to the host's viewer. All three
+/// are read at construction.
 ///
-/// No failure is ever reported: what cannot be written is lost, and the job goes on. There is no
+/// Failures are never reported: what cannot be written is lost, and the job continues. There is no
 /// lock: one thread at a time.
 class HVINTEG_EXPORT HVStatTracer
 {
 public:
-    /// Takes the first directory if the environment asks for tracing.
+    /// Creates the first trace directory if the environment asks for tracing.
     HVStatTracer();
     HVStatTracer(const HVStatTracer&) = delete;
     HVStatTracer& operator=(const HVStatTracer&) = delete;
     ~HVStatTracer();
 
-    /// Moves to a new trace directory with a log of its own. Like the next three, it tells whether
-    /// tracing is on.
+    /// Moves to a new trace directory and opens a new log there. Returns whether tracing is on.
     bool newTraceDir();
+    /// Writes a line to the log and, if configured, to the host's viewer. The text ends at its
+    /// first NUL. Returns whether tracing is on.
     bool addLog(const std::string& line);
-    /// Writes a file of the trace directory anew, or goes on behind its end. The text counts up to
-    /// its first NUL. An empty text given to write removes the file.
+    /// Writes a file in the trace directory and replaces an earlier one. The text ends at its first
+    /// NUL. An empty text removes the file. Returns whether tracing is on.
     bool write(const std::string& text, const std::string& fileName);
+    /// Appends to a file in the trace directory. The text ends at its first NUL. Returns whether
+    /// tracing is on.
     bool append(const std::string& text, const std::string& fileName);
-    /// A file name: label_name.extension without what is empty, "unname" if both are. With
-    /// `unique` a number goes before the extension where the plain name is taken.
+    /// Builds a file name label_name.extension and omits the empty parts; "unname" replaces an
+    /// empty label and name. With `unique`, adds a number before the extension if a file of the
+    /// plain name exists.
     std::string newValidFileName(const std::string& extension, const std::string& label,
                                  const std::string& name, bool unique);
 
-    /// Whether tracing is on, and whether its root can be used at all.
+    /// Whether tracing is on.
     bool canTrace() const { return _tracing; }
+    /// Whether the root directory exists and is not read-only.
     bool isTrace() const { return _rootUsable; }
+    /// Whether log lines also go to the host's viewer.
     bool printLogToViewer() const { return _printToViewer; }
+    /// The highest count of directory numbers to try.
     int maxTraceDirCount() const { return _maxDirCount; }
+    /// The present trace directory, with host separators; empty while there is none.
     std::string traceDir() const { return _dir; }
+    /// The root directory, with a trailing separator; empty if there is none.
     std::string traceRoot() const { return _root; }
 
 private:
-    /// Reads the environment and takes the first directory; whether tracing is on.
+    /// Reads the environment and takes the first directory. Returns whether tracing is on.
     bool init();
     void openRoot(const std::string& directory);
-    /// False if all numbers are taken, or none may be tried.
+    /// Returns false if all numbers are in use or the count is negative.
     bool takeDirectory();
     void writeFile(const std::string& text, const std::string& fileName, std::ios::openmode mode);
 
     bool _rootUsable = false;
     bool _printToViewer = false;
-    bool _tracing = false; // a directory was taken; its log may still have failed to open
+    bool _tracing = false; // true with a directory, even if its log failed to open
     std::int32_t _maxDirCount = 1024;
     std::string _root;
     std::string _dir;

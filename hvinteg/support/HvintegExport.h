@@ -1,7 +1,7 @@
 #pragma once
 
-/// Marks a class or function that crosses the library's edge. Everything else is hidden.
+/// Exports a class or function from the library. Everything without this mark is hidden.
 #define HVINTEG_EXPORT __attribute__((visibility("default")))
-/// Keeps a private class inside, which otherwise would be shown with the exported one that it is
-/// nested in.
+/// Hides a private class that is nested in an exported class, and would otherwise be exported with
+/// it.
 #define HVINTEG_HIDDEN __attribute__((visibility("hidden")))

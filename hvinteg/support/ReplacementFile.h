@@ -16,8 +16,9 @@
 class ReplacementFile
 {
 public:
-    /// `path` is in the host's spelling. A directory, a device or a file that is not to be written
-    /// is not replaced; a link is, and what it leads to stays.
+    /// Creates the temporary file in the directory of `path`, which is in the host's spelling. Does
+    /// not open if `path` is a directory, a device or a write-protected file. Replaces a link
+    /// itself, not its target.
     explicit ReplacementFile(const std::string& path);
     ~ReplacementFile();
     ReplacementFile(const ReplacementFile&) = delete;
@@ -25,7 +26,7 @@ public:
 
     bool isOpen() const { return _buffer.file != nullptr; }
     std::ostream& stream() { return _stream; }
-    /// Gives the file its name, if the stream took everything; false if the disk did not.
+    /// Renames the file if every write succeeded. Returns false if a write or the renaming failed.
     bool finish();
 
 private:

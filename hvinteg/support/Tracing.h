@@ -6,26 +6,27 @@
 
 class HVStatTracer;
 
-/// The way in to the tracer. Callers hand everything over without a test: while tracing is off
-/// nothing is written.
+/// Access to the tracer. Callers need not test whether tracing is on: while it is off, nothing is
+/// written. Write failures are not reported. One thread at a time.
 
-/// The tracer of the process, made at first use and never destroyed. The first call comes from one
-/// thread at a time.
+/// The tracer of the process, created at first use and never destroyed. The first call must not run
+/// on two threads at once.
 HVINTEG_EXPORT HVStatTracer* HVTracer();
 
-/// One line for the diagnostic log.
+/// Writes a line to the diagnostic log.
 HVINTEG_EXPORT void WriteLog(const std::string& line);
 
-/// Has each job text pass through a function before it is written, as one that takes passwords out;
-/// null, as at the start, for none. Traces that are written already stay. Not while a job is
+/// Sets a function that changes each job text before it is traced, for example to remove passwords;
+/// null for none. Traces that are written already keep their text. Must not run while a job text is
 /// traced.
 HVINTEG_EXPORT void setJobTextFilter(std::string (*filter)(const std::string& jobText));
 
-/// Write a text to the file label_name.hvl, .json or .xml of the trace directory, in place of an
-/// earlier one of that name.
+/// Writes a job text to the file label_name.hvl of the trace directory and replaces an earlier one.
 HVINTEG_EXPORT void traceHVLFile(const std::string& text, const std::string& label,
                                  const std::string& name);
+/// Writes a JSON document to label_name.json in the same way.
 HVINTEG_EXPORT void traceJSONFile(const std::string& text, const std::string& label,
                                   const std::string& name);
+/// Writes an XML document to label_name.xml in the same way.
 HVINTEG_EXPORT void traceXMLFile(const std::string& text, const std::string& label,
                                  const std::string& name);

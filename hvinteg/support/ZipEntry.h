@@ -5,29 +5,29 @@
 
 #include <minizip/unzip.h>
 
-/// Whether an entry of this name, in the host's spelling, can be unpacked into a folder: the name
-/// stays below the folder on any system, and is not too long. A trailing separator makes it a
-/// directory's.
+/// Returns true if an entry of this name can be unpacked into a folder: the name, joined to the
+/// folder on any system, stays inside it and is not too long. `name` is in the host's spelling; a
+/// trailing separator marks a directory.
 bool isTrustedEntryName(const std::string& name);
 
-/// What an archive's directory says of one of its entries, and how far it is to be believed. An
-/// archive may come from anywhere, and minizip takes whatever stands in it.
+/// The directory record of an archive's entry, with the checks that decide whether it is trusted.
+/// An archive may come from anywhere, and minizip accepts invalid records.
 class ZipEntry
 {
 public:
-    /// Reads what is known of the current entry; the result is minizip's.
+    /// Reads the record of the current entry. Returns minizip's result code.
     int read(unzFile archive);
 
-    /// In the host's spelling; one of 260 bytes or more is cut to 259.
+    /// In the host's spelling. A name of 260 bytes or more is cut to 259.
     const std::string& name() const { return _name; }
     bool isDirectory() const { return _isDirectory; }
-    /// Bytes, as declared.
+    /// Declared size of the content in bytes.
     std::uint64_t size() const { return _size; }
 
-    /// A file or folder whose content can be unpacked: no link, device or volume label, not
-    /// encrypted, stored or deflated.
+    /// True if the content can be unpacked: a file or folder, not a link, device or volume label,
+    /// not encrypted, and stored or deflated.
     bool isReadable() const;
-    /// The name is whole and stays below the folder that it is joined to, on any system.
+    /// True if the name is complete and, joined to a folder on any system, stays inside it.
     bool hasTrustedName() const;
 
 private:

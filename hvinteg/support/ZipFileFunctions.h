@@ -2,6 +2,6 @@
 
 #include <minizip/ioapi.h>
 
-/// How minizip reaches the files of archives: by paths in the host's encoding and spelling, which
-/// its own functions would hand to the operating system as they are. Any thread.
+/// File functions for minizip that take paths in the host's encoding and spelling. minizip's own
+/// functions would pass them to the operating system unchanged. Any thread.
 zlib_filefunc_def hostFileFunctions();

@@ -6,66 +6,75 @@
 
 #include "support/HvintegExport.h"
 
-/// Reads a zip archive: one walk over its entries, or some of them by name. Paths and the names of
-/// entries are in the host's encoding; a name is given out with backslashes, whatever separators
-/// stand in the archive, and up to 259 bytes of it.
+/// Reads a zip archive: one walk over its entries, or entries by name. Paths and names of entries
+/// are in the host's encoding. Reported names have backslashes, whatever separators the archive
+/// has, and at most 259 bytes.
 ///
 ///     ZipReader reader(path);
 ///     if (reader.GotoFile("StatXML.xml") && reader.ExportString(text))
 ///         use(text);
 ///
-/// Nothing throws or says why it failed. Once the archive itself has failed, every later operation
-/// gives false without touching it, except for ExportFullDirectory. The end of the list of entries,
-/// or a name that is not found, counts as such a failure, so a walk happens once per object.
+/// Operations return false on failure; they report no reason. After the archive itself has failed,
+/// every later operation except ExportFullDirectory returns false without reading it. The end of
+/// the list of entries and a name that is not found count as such failures, so an object allows one
+/// walk.
 ///
-/// Archives come from anywhere, so an entry may be refused: its export gives false, the others can
-/// still be had. Refused are
-///  - links, devices, entries whose attributes contradict their names, encrypted ones, and methods
-///    other than stored and deflated;
-///  - on the way to a file, names that are not whole or could lead out of a folder on any system:
-///    with ".", ".." or empty components, a leading separator, a colon, control characters;
-///  - what would take the sum of all that one object gives out over a limit: 1 GiB or 200 times the
-///    size of the archive, whichever is more.
-/// Content that is damaged is never given out as good: a checksum that is wrong, data that breaks
-/// off and a declared size that is not reached make the export false.
+/// Archives may come from anywhere. The following entries are refused: their export returns false,
+/// and the other entries stay readable.
+///  - links, devices, encrypted entries, entries whose attributes contradict their names, and
+///    methods other than stored and deflated;
+///  - for an export to a file, names that are cut or could leave the folder on any system: with
+///  ".",
+///    ".." or empty components, a leading separator, a colon or control characters;
+///  - entries that would take the total output of the object over 1 GiB or 200 times the size of
+///  the
+///    archive, whichever is more.
+/// Damaged content makes the export return false: a wrong checksum, data that ends early, or a size
+/// below the declared one.
 ///
 /// One thread at a time.
 class HVINTEG_EXPORT ZipReader
 {
 public:
-    /// Without an archive, or with one that Open opens.
+    /// Creates an object without an archive.
     ZipReader();
+    /// Opens an archive; IsOpen returns whether that succeeded.
     explicit ZipReader(const std::string& path);
+    /// Closes the archive.
     ~ZipReader();
     ZipReader(const ZipReader&) = delete;
     ZipReader& operator=(const ZipReader&) = delete;
 
-    /// Opens an archive unless one is open already; true if one is open then.
+    /// Opens an archive if the object has none open. Returns whether one is open afterwards.
     bool Open(const std::string& path);
+    /// Whether an archive is open.
     bool IsOpen() const;
 
-    /// Go to the first entry, or to the next one, and report it, a refused one too. A directory is
-    /// an entry whose name ends in a separator. On false the arguments stay as they are.
+    /// Goes to the first entry and reports it, even a refused one. The name of a directory ends in
+    /// a separator. If the result is false, the arguments are unchanged.
     bool GetFirst(std::string& name, bool& isDirectory);
+    /// Goes to the next entry and reports it in the same way.
     bool GetNext(std::string& name, bool& isDirectory);
-    /// Goes to the first entry of that name, letter case included; either separator finds the
-    /// other.
+    /// Goes to the first entry of that name. Letter case must match; backslash and "/" are
+    /// equivalent.
     bool GotoFile(const std::string& name);
 
-    /// Write the current entry; before any is gone to, that is the first one. A file appears under
-    /// its name, and takes the place of another, only when it is whole. A stream may have received
-    /// a part when the result is false; a string is empty then.
+    /// Writes the current entry to a file; before any move that is the first entry. The file gets
+    /// its name, and replaces another, only when it is complete.
     bool ExportFile(const std::string& filePath);
+    /// Writes the current entry to a stream. If the result is false, the stream may have received a
+    /// part of it.
     bool ExportStream(std::ostream& stream);
+    /// Replaces `content` by the current entry. If the result is false, `content` is empty.
     bool ExportString(std::string& content);
 
-    /// Unpacks everything below `directory`, in the order of the archive, up to the first entry
-    /// that fails; the directory is created, its parents are not. Beside the rules above an entry
-    /// is refused whose name, as a file or a directory, came before, or whose place lies elsewhere
-    /// by way of a link. An archive of more than 1,000,000 entries is not unpacked.
+    /// Unpacks all entries below `directory`, in archive order, and stops at the first failure.
+    /// Creates the directory, but not its parents. Besides the entries listed above, it refuses an
+    /// entry whose name came before, and one whose path leads out of the directory through a link.
+    /// It does not unpack an archive of more than 1,000,000 entries.
     ///
-    /// True for an empty archive, and, with nothing unpacked, for an object that has failed before
-    /// or was never open.
+    /// Returns true for an empty archive. Also returns true, with nothing unpacked, if the object
+    /// has failed before or was never open.
     bool ExportFullDirectory(const std::string& directory);
 
 private:
@@ -73,5 +82,5 @@ private:
     std::unique_ptr<Impl> _impl;
 };
 
-/// Unpacks an archive as ExportFullDirectory does; false for one that does not open.
+/// Unpacks an archive with ExportFullDirectory. Returns false if the archive cannot be opened.
 HVINTEG_EXPORT bool UnzipToDir(const std::string& archive, const std::string& directory);
