@@ -1,6 +1,6 @@
 #pragma once
 
-/// What the first pass over the cases finds.
+/// Counts and weights that the first pass over the cases collects.
 struct CaseCounts
 {
     int cases = 0;
@@ -12,8 +12,8 @@ struct CaseCounts
     bool allWeightsGood = true;
     bool allWeightsIntegers = true;
 
-    /// The case that was just counted turned out to be one or the other; an invalid one weighs
-    /// nothing.
+    /// Counts a case as valid if its weight is above 0, otherwise as invalid. An invalid case adds
+    /// no weight.
     void judge(double weight)
     {
         const bool isValid = weight > 0;
@@ -27,7 +27,7 @@ struct CaseCounts
         }
     }
 
-    /// A positive weight before and after rounding.
+    /// Takes a positive weight before and after rounding.
     void judgeRounding(double weight, double rounded)
     {
         allWeightsGood = allWeightsGood && rounded > 0;

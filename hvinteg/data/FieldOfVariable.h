@@ -3,14 +3,14 @@
 #include "CFField.h"
 #include "VexaVariable.h"
 
-/// What a variable of the host is to the engine.
+/// Converts variables of the host to fields of the engine.
 
-/// `level` is the level to take, which need not be the variable's own.
+/// `level` replaces the variable's own measurement level.
 CFField::FieldType fieldTypeOf(MeasurementLevel level, bool isString);
-/// By the variable's own role.
+/// Converts the host's code for the role of a variable.
 CFField::RoleType roleOf(int hostRole);
 
-/// The field, with labels, value labels and missing values. `converter` is a handle from
+/// Builds the field with label, value labels and missing values. `converter` is a handle from
 /// VEXAMBConverterNew_A.
 CFField fieldOf(const VEXA_Variable& variable, MeasurementLevel level, CFField::RoleType role,
                 void* converter);

@@ -8,41 +8,49 @@
 #include "VexaDataSource.h"
 #include "support/HvintegExport.h"
 
-/// Describes a data source of the host to the engine: one field for each variable, with the field
-/// type, storage and role that its measurement level, print format and role mean, and with labels,
-/// value labels and missing values. The text of the description is what a row iterator answers to
-/// getDataModel.
+/// Describes a data source of the host to the engine. Each variable becomes a field: measurement
+/// level, print format and role determine its type, storage and role; it keeps label, value labels
+/// and missing values. A row iterator returns the text of the description from getDataModel.
 ///
-/// There are two descriptions: the dictionary of the whole source, fixed at construction, and the
-/// analysis, of the variables that were chosen last. Texts in them are UTF-8. Copies are
-/// independent. One thread at a time; what the host's libraries throw passes.
+/// The model has two descriptions: the dictionary of all variables, fixed at construction, and the
+/// analysis, which holds the variables of the last update. Texts in both are UTF-8. Copies are
+/// independent. One thread at a time. What the host's libraries throw is passed on.
 class HVINTEG_EXPORT HVDataModel
 {
 public:
-    /// The source is borrowed and must outlive the model and its copies. `addCaseCount` adds the
-    /// field $casecount, the number of the case, behind the others. `weightRole` gives the weight
-    /// variable the role of a frequency weight; `splitRole` gives split variables the role split,
-    /// and all others the role input, if there are split variables.
+    /// Describes all variables of the source. The source is borrowed and must outlive the model and
+    /// its copies. `addCaseCount` appends the field $casecount, the number of the case.
+    /// `weightRole` gives the weight variable the role of a frequency weight. If the source has
+    /// split variables, `splitRole` gives them the role split and all others the role input.
     HVDataModel(const VEXA_DataSource& source, bool addCaseCount, bool weightRole, bool splitRole);
+    /// Copies both descriptions and borrows the same source.
     HVDataModel(const HVDataModel& other);
+    /// Replaces both descriptions and the borrowed source.
     HVDataModel& operator=(const HVDataModel& other);
     virtual ~HVDataModel();
 
-    /// Choose the variables of the analysis, by column or by name; what is not there is passed
-    /// over. Names are in the host's encoding, or in UTF-8. `levels`, if not empty, has an entry
-    /// for each of the given variables: its measurement level, a negative one for "as it has it".
+    /// Selects the variables of the analysis by column. Ignores columns that do not exist. If none
+    /// is left, the analysis is empty.
     void UpdateAnalysMetadata(const std::vector<int>& variables);
+    /// Does the same with a measurement level for each given variable; a negative level keeps the
+    /// variable's own. An empty `levels` keeps all.
     void UpdateAnalysMetadata(const std::vector<int>& variables,
                               const std::vector<MeasurementLevel>& levels);
+    /// Selects the variables by name, in UTF-8 or the host's encoding. Ignores names that do not
+    /// exist.
     void UpdateAnalysMetadata(const std::vector<std::string>& names, bool fromUTF8);
+    /// Selects by name, with levels as above.
     void UpdateAnalysMetadata(const std::vector<std::string>& names,
                               const std::vector<MeasurementLevel>& levels, bool fromUTF8);
 
-    /// Those of the analysis if it has a field, else those of the dictionary.
+    /// The fields of the analysis if it has any, otherwise those of the dictionary. Valid until the
+    /// next update.
     const CFMetaData& getMetaData() const;
+    /// The same description as text (XML, UTF-8). Valid until the next update.
     const std::string& getDataModel() const;
-    /// The columns behind the analysis; -1 stands for $casecount.
+    /// The columns of the analysis, in order; -1 is $casecount. Empty if there is no analysis.
     const std::vector<int>& getAnalysVars() const;
+    /// The borrowed source.
     const VEXA_DataSource& getDataSource() const;
 
 private:

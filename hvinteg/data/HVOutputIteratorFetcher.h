@@ -10,41 +10,42 @@
 class HVRunner;
 class HVSimpleFile;
 
-/// Turns a data file on disk into rows, by a small job that reads the file and writes it where the
-/// engine hands rows out.
+/// Reads a data file as rows. It runs a small job that copies the file into a form that the engine
+/// returns as rows.
 ///
 ///     HVOutputIteratorFetcher fetcher(runner);
 ///     if (auto* rows = fetcher.Fetch(path, "", HVOutputIteratorFetcher::kCsv, {"day", "sales"}))
 ///         while (rows->nextRecord() == 0) ...
 ///     fetcher.Finalize();
 ///
-/// The rows depend on the runner's execution: it runs no other job until Finalize. The thread is
-/// the runner's.
+/// The rows belong to the runner's execution: the runner must run no other job before Finalize.
+/// Uses the thread of the runner.
 class HVINTEG_EXPORT HVOutputIteratorFetcher
 {
 public:
-    /// The form of the file: CSV without a line of names, or HVBF for any other number.
+    /// Format of the file: CSV without a header line; any other number is HVBF.
     enum HVDataFileType : int
     {
         kCsv = 0,
         kHvbf = 1
     };
 
-    /// The runner is borrowed.
+    /// The runner is borrowed and must outlive the fetcher.
     explicit HVOutputIteratorFetcher(HVRunner& runner);
     HVOutputIteratorFetcher(const HVOutputIteratorFetcher&) = delete;
     HVOutputIteratorFetcher& operator=(const HVOutputIteratorFetcher&) = delete;
-    /// Finalize.
+    /// Calls Finalize and ignores what it throws.
     ~HVOutputIteratorFetcher();
 
-    /// Runs the job, after a Finalize of what was fetched before. Paths are in the host's encoding;
-    /// an empty data model path stands for none, no fields for all. The rows stay the fetcher's;
-    /// null if the job failed or the engine threw while it ran, with everything released. What is
-    /// thrown before the job runs passes.
+    /// Calls Finalize, runs the job and returns the rows, which the fetcher owns. Paths are in the
+    /// host's encoding. An empty data model path means no data model; no fields means all fields.
+    /// Returns null, with everything released, if the job fails or the engine throws while it runs.
+    /// Exceptions from before the run are passed on.
     EmbeddedHV::RowDataIterator* Fetch(const std::string& dataPath,
                                        const std::string& dataModelPath, HVDataFileType type,
                                        const std::vector<std::string>& fields);
-    /// Ends the rows, the execution and the files; may be called again.
+    /// Releases the rows, the execution and the files. May be called repeatedly. What the engine
+    /// throws is passed on after the release.
     void Finalize();
 
 private:
@@ -53,7 +54,7 @@ private:
     void FetchIterator(const std::string& text);
 
     HVRunner& _runner;
-    EmbeddedHV::RowDataIterator* _iterator = nullptr; ///< the execution's
+    EmbeddedHV::RowDataIterator* _iterator = nullptr; ///< owned by the execution
     std::unique_ptr<HVSimpleFile> _dataFile;
     std::unique_ptr<HVSimpleFile> _modelFile;
 };

@@ -15,18 +15,18 @@
 
 class HVDataModel;
 
-/// What becomes of a positive case weight.
+/// How a positive case weight is adjusted.
 enum WeightAdjust : std::int32_t
 {
     kWeightRound = 0,
     kWeightTruncate = 1,
     kWeightUnchanged = 2,
-    kWeightNone = 3 ///< no weighting at all
+    kWeightNone = 3 ///< cases are not weighted
 };
 
-/// Serves the host's cases to the engine, a record for each case with a positive weight: the
-/// analysis variables, in their order, with dates on the engine's scale and user-missing values
-/// taken out. The first pass over the cases counts them.
+/// Feeds the host's cases to the engine, one record for each case with a positive weight. A record
+/// holds the analysis variables in their order. Dates are converted to the engine's scale, and
+/// user-missing values become missing. The first pass over the cases counts them.
 ///
 ///     HVRawDataIterator cases(dataset, std::vector<std::string>{"age", "sex"}, {}, false,
 ///                             kWeightRound, false, true);
@@ -34,96 +34,132 @@ enum WeightAdjust : std::int32_t
 ///     runner.prepareHVLJob(text);   // reads "cases"
 ///     runner.addInputIterator(&cases);
 ///
-/// Built, named, and handed to HVRunner::addInputIterator; it stays the caller's and lives until
-/// HVRunner::cleanExecution. The engine pulls it on one thread at a time. Only SetCancelStatus, and
-/// the stop processor, come from elsewhere. Copies share the cases that are being read; each may be
-/// destroyed by itself. What the host's data library throws passes.
+/// The caller names the iterator and passes it to HVRunner::addInputIterator. The caller keeps
+/// ownership; the iterator must live until HVRunner::cleanExecution. The engine reads it on one
+/// thread at a time. Only SetCancelStatus may be called from other threads. Copies share the cases
+/// that are being read and may be destroyed independently. What the host's data library throws is
+/// passed on.
 class HVINTEG_EXPORT HVRawDataIterator : public HVStatDataIterator
 {
 public:
-    /// The fields and variables of a model, rounded weights. The model's source must outlive the
-    /// iterator, the model need not. The monitor hears of texts that are none in the host's
-    /// encoding; null stands for lines in the output. It is borrowed.
+    /// Reads the variables of a model, with rounded weights. The model's source must outlive the
+    /// iterator; the model may be destroyed. `monitor` is told about bytes that are invalid in the
+    /// host's encoding; null prints them to the output. It is borrowed.
     HVRawDataIterator(const HVDataModel& model, ErrorMonitor* monitor);
-    /// The variables of a source, by column or by name, with levels as in
-    /// HVDataModel::UpdateAnalysMetadata; none stands for all of them. `addCaseCount` adds the
-    /// field $casecount.
+    /// Reads variables of a source by column; an empty list means all. `levels` are as in
+    /// HVDataModel::UpdateAnalysMetadata. `addCaseCount` adds the field $casecount. `splitRole`
+    /// marks split variables. Source and monitor are borrowed.
     HVRawDataIterator(const VEXA_DataSource& source, const std::vector<int>& variables,
                       const std::vector<MeasurementLevel>& levels, bool addCaseCount,
                       WeightAdjust adjust, bool splitRole, ErrorMonitor* monitor);
+    /// Does the same for variables by name, in UTF-8 if `fromUTF8`, otherwise in the host's
+    /// encoding.
     HVRawDataIterator(const VEXA_DataSource& source, const std::vector<std::string>& names,
                       const std::vector<MeasurementLevel>& levels, bool addCaseCount,
                       WeightAdjust adjust, bool splitRole, bool fromUTF8, ErrorMonitor* monitor);
-    /// Fields that were described elsewhere, one for each of the variables, rounded weights.
+    /// Reads variables whose fields the caller describes, one field for each variable, with rounded
+    /// weights. An empty list of variables means all.
     HVRawDataIterator(const VEXA_DataSource& source, const CFMetaData& metadata,
                       const std::vector<int>& variables, ErrorMonitor* monitor);
-    /// A dataset of the host, which stays open as long as the iterator.
+    /// Opens a dataset of the host and reads variables of it by column. The dataset stays open
+    /// until the iterator and its copies are destroyed.
     HVRawDataIterator(LocallyUniqueID dataset, const std::vector<int>& variables,
                       const std::vector<MeasurementLevel>& levels, bool addCaseCount,
                       WeightAdjust adjust, bool splitRole);
+    /// Does the same for variables by name.
     HVRawDataIterator(LocallyUniqueID dataset, const std::vector<std::string>& names,
                       const std::vector<MeasurementLevel>& levels, bool addCaseCount,
                       WeightAdjust adjust, bool splitRole, bool fromUTF8);
+    /// Shares the cases that are being read.
     HVRawDataIterator(const HVRawDataIterator& other);
+    /// Drops the cases and settings, and shares those of `other`.
     HVRawDataIterator& operator=(const HVRawDataIterator& other);
 
+    /// The name from SetName.
     std::string getName() override;
-    /// Traced before it is given away.
+    /// The description of the fields (XML, UTF-8). Also writes it to the trace.
     std::string getDataModel() override;
+    /// Moves to the next case with a positive weight. Returns the status: record available, end of
+    /// data or cancelled.
     unsigned int nextRecord() override;
+    /// Returns a value of the current record through `value` and `length`; null and 0 if it is
+    /// missing. The value stays valid until the next record. `index` must be below the number of
+    /// fields.
     unsigned int getRecordValue(unsigned long long index, void*& value,
                                 unsigned long long& length) override;
-    /// Nothing: the owner deletes the iterator.
+    /// Does nothing: the caller owns the iterator.
     void dispose(JNIEnv* env) override;
     ~HVRawDataIterator() override;
-    /// Back to the first case. In the first pass, the cases that are left are counted before. The
-    /// result is that of nextRecord; an iterator that was cancelled stays so. When the source
-    /// throws because it cannot be read again, the iterator is at its end, and may be rewound
-    /// later.
+    /// Goes back to the first case. A first pass that is not finished is first completed, for the
+    /// counts. Returns the status as nextRecord does; a cancelled iterator stays cancelled. If the
+    /// source throws because it cannot be read again, the iterator is at its end, and a later
+    /// Rewind may retry.
     virtual unsigned int Rewind(bool scoreIteration);
 
-    /// The name by which the job text refers to the rows; set before the job is composed.
+    /// Sets the name by which the job text refers to the rows. Set it before the job text is
+    /// generated.
     void SetName(const std::string& name);
-    /// Whether user-missing values are served as missing ones; by variable, or for all of them
-    /// where nothing is said by variable. What says so is borrowed.
+    /// Whether user-missing values become missing, for all variables without SetVarValidSpecs.
     void SetExcludeUserMissing(bool exclude);
+    /// Sets the same per variable, in place of SetExcludeUserMissing; null removes the rule.
+    /// Borrowed.
     void SetVarValidSpecs(const ACAVarValidSpecs* specs);
+    /// Sets the mark that GetScoreIteration returns. It has no effect on the records.
     void SetScoreIteration(bool score);
-    /// Borrowed; null for none.
+    /// Sets the processor that can stop the reading; null for none. Borrowed.
     void SetStopProcessor(HVStopProcessor* processor);
-    /// Neither to nor from kWeightNone, which is settled at construction.
+    /// Changes how weights are adjusted. Ignored if the present or the new value is kWeightNone:
+    /// that choice is fixed at construction.
     void SetFreqWeightAdj(WeightAdjust adjust);
-    /// Field `target`, if it is a Real, becomes `value`, itself plus `value`, or field `source`
-    /// plus `value`: as `source` is behind it or negative, is it, or is before it.
+    /// Changes the field `target` in each record, if it is a Real. source < 0 or source > target:
+    /// set to `value`. source == target: add `value`. 0 <= source < target: field `source` plus
+    /// `value`.
     void SetVariableIncrement(int target, int source, double value);
-    /// For good. Any thread.
+    /// Cancels the iterator permanently. Any thread.
     void SetCancelStatus();
-    /// Takes missing values out of the data model that are served as numbers.
+    /// Removes from the data model the missing values of fields whose user-missing values are
+    /// passed to the engine as numbers.
     void UpdateUserMissing();
 
+    /// The value of SetExcludeUserMissing; true at first.
     bool GetExcludeUserMissing() const;
+    /// The adjustment in force.
     WeightAdjust GetFreqWeightAdj() const;
+    /// The mark of SetScoreIteration or the last Rewind.
     bool GetScoreIteration() const;
+    /// The borrowed stop processor, or null.
     HVStopProcessor* GetStopProcessor() const;
+    /// The borrowed rules of SetVarValidSpecs, or null.
     const ACAVarValidSpecs* GetVarValidSpecs() const;
-    /// The cases being read; null at their end. It stays the iterator's.
+    /// The host's iterator over the cases; null at their end. Owned by this object and its copies.
     VEXA_InputCaseIterator* GetStatDSIter() const;
+    /// Whether the iterator is cancelled. Any thread.
     bool GetCancelStatus() const;
+    /// The fields of a record. Valid until UpdateUserMissing.
     const CFMetaData& getMetaData() const;
+    /// The target of SetVariableIncrement; -1 for none.
     int GetIncrTargetVarInd() const;
+    /// The source of SetVariableIncrement; -1 for none.
     int GetIncrSourceVarInd() const;
+    /// The value of SetVariableIncrement; system-missing for none.
     double GetIncrVarValue() const;
-    /// Counts of the first pass: cases, those with a positive weight, and the others; with their
-    /// weights.
+    /// Cases read in the first pass.
     int GetNCases() const;
+    /// Of these, the cases with a positive weight.
     int GetNValidCases() const;
+    /// Of these, all other cases.
     int GetNInvalidCases() const;
+    /// Sum of the weights of all cases.
     double GetWeightNCases() const;
+    /// Sum of the weights of valid cases.
     double GetWeightNValidCases() const;
+    /// Sum of the weights of invalid cases; always 0, because an invalid case adds no weight.
     double GetWeightNInvalidCases() const;
-    /// Whether every positive weight stayed one when it was rounded, and whether it was a whole
-    /// number to begin with. Known after a first pass with rounded weights.
+    /// Whether every positive weight was still positive after rounding. Known after a first pass
+    /// with rounded weights.
     bool AreAllWeightsGood() const;
+    /// Whether every positive weight was a whole number. Known after a first pass with rounded
+    /// weights.
     bool AreAllWeightsIntegers() const;
 
 private:

@@ -10,72 +10,87 @@
 #include "data/HVRawDataIterator.h"
 #include "support/HvintegExport.h"
 
-/// The cases of one split group, copied into a temporary data file and served to the engine from
-/// there: a procedure makes one of these for each group, and runs its job on it.
+/// Copies the cases of one split group to a temporary data file and feeds them to the engine from
+/// there. A procedure creates one object for each group and runs its job on it.
 ///
 ///     HVSplitRawData group(source, columns, {}, false);
 ///     if (group.FillDataFile(*cases))
 ///         runner.addInputIterator(
 ///             group.CreateHVRawDataIter("cases", kWeightRound, true, nullptr, false));
 ///
-/// The file has a dictionary of its own: the chosen variables, in their order, under new names and
-/// with new measurement levels where these are given. A failure of the host's data library is shown
-/// in its output and ends everything: from then on each operation reports failure. One thread.
+/// The file has its own dictionary: the chosen variables in their order, optionally with new names
+/// and measurement levels. A failure of the host's data library is shown in its output and is
+/// final: every later operation fails. One thread.
 class HVINTEG_EXPORT HVSplitRawData
 {
 public:
-    /// The source is borrowed. A negative entry of `variables` makes a numeric variable without
-    /// values. `names` and `levels` are empty, or have an entry for each variable; an empty name
-    /// leaves a variable its own.
+    /// Creates the temporary file with its dictionary. The source is borrowed. A negative entry of
+    /// `variables` creates a numeric variable without values. `names` and `levels` are empty or
+    /// have an entry for each variable; an empty name keeps the variable's own. `addCaseCount` adds
+    /// the field $casecount to the iterator.
     HVSplitRawData(const VEXA_DataSource& source, const std::vector<int>& variables,
                    const std::vector<std::string>& names,
                    const std::vector<MeasurementLevel>& levels, bool addCaseCount);
+    /// Does the same with the variables' own names.
     HVSplitRawData(const VEXA_DataSource& source, const std::vector<int>& variables,
                    const std::vector<MeasurementLevel>& levels, bool addCaseCount);
     HVSplitRawData(const HVSplitRawData&) = delete;
     HVSplitRawData& operator=(const HVSplitRawData&) = delete;
-    /// Removes the file.
+    /// Deletes the iterator and removes the file.
     ~HVSplitRawData();
 
-    /// Copies cases from the present one on, to the end of the group, and closes the file. False
-    /// for a second group too, which takes an object of its own.
+    /// Copies cases from the current one to the end of its group and closes the file. Returns false
+    /// on failure and for a second group, which needs its own object.
     bool FillDataFile(VEXA_InputCaseIterator& cases);
-    /// For a caller that composes cases itself, in the buffer case: adds one; then CompleteDataFile
-    /// closes the file.
+    /// Adds a case that the caller has composed in the buffer case. A null case is ignored. Returns
+    /// false if the file is closed or has failed.
     bool AddNewCase(const VEXA_Case* newCase);
+    /// Closes the file after AddNewCase, so that it can be read. Returns false on failure.
     bool CompleteDataFile();
+    /// Does the same without a result.
     void CloseDataWriteFile();
-    /// An iterator over the file must not be used any more, but may be cleared.
+    /// Closes the file for reading. An iterator over it must only be cleared afterwards.
     void CloseDataReadFile();
+    /// Does nothing and returns true: CreateHVRawDataIter opens the file.
     bool OpenDataReadFile() { return true; }
+    /// Does nothing and returns true: the constructor opens the file.
     bool OpenDataWriteFile() { return true; }
+    /// Whether an iterator has opened the file.
     bool IsDataReadFileOpen() const;
+    /// Whether the file still takes cases.
     bool IsDataWriteFileOpen() const;
 
-    /// The cases of the file, which must be closed; the iterator stays this object's, and is the
-    /// same until it is cleared. Null on failure. With `metadata` its fields describe them. `specs`
-    /// is borrowed.
+    /// Opens the complete file and returns an iterator over its cases, owned by this object.
+    /// Returns the same iterator until it is cleared, and null on failure. A non-null `metadata`
+    /// describes the fields. `specs` is borrowed, may be null, and rules user-missing values as in
+    /// HVRawDataIterator.
     HVRawDataIterator* CreateHVRawDataIter(const std::string& name, WeightAdjust adjust,
                                            const ACAVarValidSpecs* specs,
                                            const CFMetaData* metadata, bool scoreIteration);
+    /// Does the same with one rule for the user-missing values of all variables.
     HVRawDataIterator* CreateHVRawDataIter(const std::string& name, WeightAdjust adjust,
                                            bool excludeUserMissing, const CFMetaData* metadata,
                                            bool scoreIteration);
-    /// Null if there is none.
+    /// The iterator; null if there is none.
     HVRawDataIterator* GetHVRawDataIter() const;
-    /// Deletes the iterator and closes the file that it read; another one may be created.
+    /// Deletes the iterator and closes its file; a new one may be created. Returns false after a
+    /// failure.
     bool ClearHVRawDataIter();
 
-    /// Names and labels of the split variables, in the host's encoding; how many there are.
+    /// Returns the number of split variables, and their names and labels in the host's encoding.
     int GetSplitNamesAndLabels(std::vector<std::string>& names,
                                std::vector<std::string>& labels) const;
-    /// The values of the split variables in this group, each in as many units as it takes.
+    /// The values of the split variables in this group, each in as many units as its width takes.
+    /// Owned by this object.
     const std::vector<OBS*>& GetSplitValues() const;
-    /// Copies the file to the trace directory, if tracing is on. Always true.
+    /// Copies the complete file to the trace directory if tracing is on. Always returns true; a
+    /// failure is shown as a warning.
     bool GetSystemFile(const std::string& fileName);
+    /// Number of cases in the file.
     int GetNSysFileCases() const;
+    /// Number of variables in the file.
     int GetNRecVars() const;
-    /// Null once the file is filled.
+    /// The buffer for AddNewCase, owned by this object. Null after FillDataFile.
     VEXA_Case* GetBufferCase() const;
 
 private:

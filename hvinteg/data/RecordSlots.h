@@ -9,18 +9,18 @@
 #include "VexaVariable.h"
 #include "data/CaseCounts.h"
 
-/// How a field is filled, settled before the first record.
+/// How to fill a field, decided before the first record.
 struct RecordField
 {
     CFField::StorageType storage = CFField::Real;
     bool isCaseCount = false;
     bool hasUserMissing = false;
-    bool isPlain = false;                    ///< the slot takes the number as the host has it
-    int width = 0;                           ///< of a text, in bytes
+    bool isPlain = false;                    ///< the value is the host's number, unchanged
+    int width = 0;                           ///< of a string, in bytes
     const VEXA_Variable* variable = nullptr; ///< null for the case count
 };
 
-/// What a record looks like and how its weight counts.
+/// The fields of a record and the rules for weights, missing values and the increment.
 struct RecordRules
 {
     std::vector<RecordField> fields;
@@ -33,7 +33,8 @@ struct RecordRules
     double incrementValue = 0;
     bool trimsTabs = false;
 
-    /// Finds out which fields are plain; after each change of the fields, or of which is special.
+    /// Determines which fields are plain. Call it after each change of the fields, the weight or
+    /// the increment.
     void settle();
     /// Whether user-missing values of a field count as missing.
     bool isExcluded(int field) const
@@ -45,7 +46,7 @@ struct RecordRules
     }
 };
 
-/// The values of one record, as the engine takes them. Nothing is allocated from record to record.
+/// The values of one record in the engine's form. Filling a record allocates nothing.
 class RecordSlots
 {
 public:
@@ -54,13 +55,14 @@ public:
     RecordSlots& operator=(const RecordSlots&) = delete;
     ~RecordSlots() = default;
 
-    /// A slot for each field, with nothing in it until the first case.
+    /// Makes a missing value for each field.
     void clear(std::size_t fields);
-    /// Fills the slots from the present case; the result is the weight of the case, 0 for one that
-    /// is to be passed over. `counts` hears of weights that are rounded, if it is not null.
+    /// Fills the slots from the current case. Returns the weight of the case; 0 means skip it.
+    /// `counts` may be null; otherwise it receives the weights that are rounded.
     double fill(const VEXA_InputCaseIterator& cases, const RecordRules& rules, CaseCounts* counts);
 
-    /// The value as the row protocol has it; a missing one is a null pointer of length 0.
+    /// Returns a value in the form of the row protocol: a missing one is a null pointer and length
+    /// 0.
     void get(std::size_t field, void*& value, unsigned long long& length) const
     {
         const Slot& slot = _slots[field];
@@ -70,7 +72,7 @@ public:
     }
 
 private:
-    /// A value, where it is and how long. The number of a text only says whether it is there.
+    /// A value with its address and length. For a text, the number only says whether it is missing.
     struct Slot
     {
         double number = kSystemMissing;

@@ -7,24 +7,26 @@
 #include "CFValue.h"
 #include "support/HvintegExport.h"
 
-/// Bring the categories of fields into the order that a procedure wants: ascending by
-/// CFDatum::Compare, with the reference category, if there is one, at the end. Values and value
-/// labels of one length are pairs, ordered by the values, and stay pairs; the single missing values
-/// are ordered by themselves. A continuous field keeps its order. A reference whose datum is null
-/// is none. All on any thread.
+/// Functions that sort the categories of fields in ascending order of CFDatum::Compare, with an
+/// optional reference category at the end. Values and value labels of equal length are pairs: they
+/// are sorted by the values and stay pairs. Single missing values are sorted separately. A
+/// continuous field keeps its order. A reference whose datum is null counts as no reference. They
+/// report no errors. Any thread.
 
-/// `out` becomes `in` with its categories reordered; the two may be the same object. `reference`
-/// may be null, and so may `notFound`, which tells whether the reference is no category.
+/// Sets `out` to `in` with sorted categories. Both may be the same object. `reference` may be null.
+/// `notFound` may be null; otherwise it receives whether the reference is missing among the
+/// categories.
 HVINTEG_EXPORT void ReorderCategories(CFField& out, const CFField& in, const CFValue* reference,
                                       bool* notFound);
 
-/// Reorders the fields at some places, the i-th of them with the i-th reference; fields without a
-/// reference have none. An empty list of places stands for all fields, without references.
-/// `notFound`, if given, receives the places of fields whose reference is no category.
+/// Sorts the fields with the given indices, the i-th with the i-th reference; further fields have
+/// no reference. An empty list of fields means all fields, without references. `references` may be
+/// null. `notFound` may be null; otherwise it receives the indices of fields whose reference is not
+/// a category.
 HVINTEG_EXPORT void ReorderCategories(CFMetaData& metadata, const std::vector<int>& fields,
                                       const std::vector<CFValue>* references,
                                       std::vector<int>* notFound);
 
-/// Reorders all fields, the i-th with the i-th reference.
+/// Sorts all fields, the i-th with the i-th reference.
 HVINTEG_EXPORT void ReorderCategories(CFMetaData& metadata, const std::vector<CFValue>* references,
                                       std::vector<int>* notFound);
