@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// What the engine knows of a coordinate system.
+/// The engine's description of a coordinate system.
 struct CoordinateSystem
 {
     std::string name;

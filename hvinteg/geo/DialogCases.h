@@ -7,9 +7,9 @@
 #include "UserCaseFile.h"
 #include "data/HVRawDataIterator.h"
 
-/// What data a dialog means: a dataset of the host or, with kNoDataset, a file. Variables by name,
-/// all of them for none, and the measurement level that each of them is to have, if not their own.
-/// Path and names are in the host's encoding.
+/// The data that a dialog works on: a dataset of the host or, with kNoDataset, a file. An empty
+/// list of variables means all of them. Each variable may have a measurement level that replaces
+/// its own. Path and names are in the host's encoding.
 struct DialogChoice
 {
     LocallyUniqueID dataset;
@@ -18,24 +18,24 @@ struct DialogChoice
     std::vector<MeasurementLevel> levels = {};
 };
 
-/// The cases that a dialog works on, for the time of one request: those of a dataset of the host,
-/// or those of a data file.
+/// The cases of a dataset or a data file, open during one request of a dialog.
 class DialogCases
 {
 public:
-    /// `name` is what jobs read the rows by. Null, with the reason in UTF-8, for a dataset or a
-    /// file that cannot be opened; the reason is empty if no file is named.
+    /// Opens the cases. `name` is the name of the rows in jobs. Returns null if the dataset or file
+    /// cannot be opened. `reason` then receives the host's text in UTF-8, or is unchanged if the
+    /// file has no data source.
     static std::unique_ptr<DialogCases> open(const DialogChoice& choice, const char* name,
                                              std::string& reason);
 
-    /// Of a file that is open already, or of the dataset if there is none.
+    /// Uses a file that is open already, or the dataset if `file` is null.
     DialogCases(std::unique_ptr<UserInputCaseFile> file, const DialogChoice& choice,
                 const char* name);
 
     HVRawDataIterator& rows() { return *_rows; }
 
 private:
-    // The rows read from the file, so they go first.
+    // Declared first, so that it is destroyed after the rows that read from it.
     std::unique_ptr<UserInputCaseFile> _file;
     std::unique_ptr<HVRawDataIterator> _rows;
 };

@@ -10,60 +10,65 @@
 class HVRunner;
 class HVStatContainer;
 
-/// What all objects behind a dialog or a viewer have in common: a runner of their own, and the
-/// reasons of the last request's failure, to be read until the next request begins.
+/// Base of the objects behind dialogs and viewers. Each has its own runner and keeps the reasons
+/// why the last request failed until the next request begins.
 ///
 ///     HVInteractiveSTEM maps;
 ///     if (!maps.validateShapeSource(path, model) && maps.hasError(id, text, detail))
 ///         show(text);
 ///
-/// An object lives as long as its dialog and answers one request after another, each on the thread
-/// that calls it, to the end. The runner has no procedure: nothing goes to the host's output, and
-/// the host's interrupt does not stop a job; cancelExecution does.
+/// An object lives as long as its dialog. It handles one request after another, each completely on
+/// the calling thread. Its runner has no procedure: nothing goes to the host's output, and the
+/// host's interrupt does not stop a job; cancelExecution does.
 ///
-/// Threads: requests may come from different threads, but one at a time. cancelExecution alone may
-/// come from any thread, at any moment of the object's life. Errors: a request is false if a job
-/// failed, or if its dataset or file cannot be opened; what is thrown elsewhere passes, and leaves
-/// no execution and no Java reference behind.
+/// Threads: requests may come from different threads, but one at a time. Only cancelExecution may
+/// be called from any thread at any time.
+///
+/// Errors: a request returns false if a job fails, or if its dataset or file cannot be opened.
+/// Other exceptions are passed on; the execution and the Java references are released first.
 class HVINTEG_EXPORT HVInteractive
 {
 public:
-    /// The first object of the process starts the Java virtual machine if need be; what that throws
-    /// passes.
+    /// Creates the runner. The first object of the process starts the Java virtual machine if
+    /// necessary and passes on what that throws.
     HVInteractive();
     HVInteractive(const HVInteractive&) = delete;
     HVInteractive& operator=(const HVInteractive&) = delete;
+    /// Ends the runner as HVRunner's destructor describes.
     virtual ~HVInteractive();
 
-    /// Runs the prepared job of a runner. False for one that failed, that the engine threw at, or
-    /// that was refused because the object was cancelled before; true for one that was cancelled on
-    /// the way.
+    /// Runs the prepared job of a runner. Returns false if the job fails, the engine throws, or the
+    /// object was cancelled before. Returns true for a job that is cancelled while it runs.
     bool tryRunHV(HVRunner& runner);
-    /// The data model of a job's output, without running it. False if the engine has none.
+    /// Asks for the data model of a job's output without running the job. Returns false if the
+    /// engine has none. If the engine throws, `result` is empty and the return value is true.
     bool tryGetMetadata(HVRunner& runner, const std::string& jobText,
                         const HVStatContainer& container, std::string& result);
 
-    /// Makes the calling thread the one whose Java environment is used. Every request begins so.
+    /// Makes the calling thread the one whose Java environment is used. Every request starts with
+    /// this.
     void resetJNI();
-    /// Releases the Java references of the process, and ends the execution of the last job.
+    /// Releases all Java references that the object manager of the process holds.
     void cleanJRef();
+    /// Ends the execution of the last job, if there is one.
     void cleanExecution();
-    /// Stops the job that is running, if there is one, and refuses all that come after it: a dialog
-    /// that was cancelled is not asked again. Any thread, at any moment between constructor and
-    /// destructor; see HVRunner::cancelExecution.
+    /// Stops the running job, if there is one, and refuses all later jobs: a cancelled dialog makes
+    /// no more requests. May be called from any thread, at any time between constructor and
+    /// destructor. See HVRunner::cancelExecution.
     void cancelExecution();
-    /// Whether the object was cancelled.
+    /// Whether the object is cancelled. Any thread.
     bool isStopProcessor();
 
-    /// What is known of the last job.
+    /// The engine's id of the last job.
     std::string getExecutionId() const;
+    /// The state of the last job.
     HVProgressListener::ExecutionState getState() const;
-    /// Why the last request failed: what the job reported or, where it reported nothing, what was
-    /// thrown or found. Then only `errorText` is set. False, and nothing is set, if there is no
-    /// reason to tell.
+    /// Returns why the last request failed: what the job reported or, if it reported nothing, the
+    /// exception or problem that was found. In the second case only `errorText` is set. Returns
+    /// false, and sets nothing, if there is no reason.
     bool hasError(std::string& errorId, std::string& errorText, std::string& errorDetail);
-    /// The messages of the last job, or the object's own once it has some. Good until the next
-    /// request.
+    /// The object's own messages if it has any, otherwise those of the last job. Valid until the
+    /// next request.
     const std::vector<std::string>& getMessages() const;
 
 protected:
@@ -72,22 +77,23 @@ protected:
     /// of an earlier one otherwise.
     void beginRequest();
 
-    /// The object's own messages stand in for those of the job until they are cleaned.
+    /// Adds a message. Until CleanMessages, the object's own messages replace those of the job.
     void AddMessage(const std::string& text);
-    /// Takes over the messages of the last job, which the next one forgets.
+    /// Copies the messages of the last job, because the next job clears them.
     void UpdateMessageList();
+    /// Removes the object's own messages.
     void CleanMessages();
-    /// Forgets the reason of the last failure that the job did not report.
+    /// Clears the reason of the last failure that no job reported.
     void CleanExceptions();
 
     HVRunner& runner() const { return *_runner; }
-    /// From the host's encoding, as it was when the object was made, to UTF-8.
+    /// Converts from the host's encoding at construction to UTF-8. Owned by this object.
     void* converter() const { return _converter.get(); }
-    /// The reason that hasError gives where the job reported none; in the host's words.
+    /// Sets the reason that hasError returns if the job reported none; in the host's language.
     void setException(const std::string& text) { _exceptionText = text; }
-    /// The host's text of a message, as the reason.
+    /// Sets the host's translation of a message as the reason.
     void setTranslatedException(const char* message);
-    /// Puts the host's text of a message in the place of a reason that says nothing.
+    /// Replaces a reason that says nothing by the host's translation of a message.
     void explainUnknown(const char* message);
 
 private:

@@ -18,12 +18,12 @@ struct MapSource;
 struct MatchSides;
 struct MatchedValues;
 
-/// What map dialogs ask: whether a source of geometry can be read, its geometry as GeoJSON, and how
-/// well its keys match those of a dataset.
+/// Requests of map dialogs: whether a source of geometry can be read, its geometry as GeoJSON, and
+/// how well its keys match those of a dataset.
 ///
-/// A source is a shape file, a zip archive with a shape file of the archive's name at its top, or a
-/// layer of a map service. An archive is unpacked once, at the first request on its path; what it
-/// was unpacked to is there until the object goes.
+/// A source is a shape file, a zip archive with a shape file of the archive's name at its top
+/// level, or a layer of a map service. The first request for an archive's path unpacks it; later
+/// requests use that copy. The destructor removes it.
 ///
 ///     HVInteractiveSTEM maps;
 ///     std::string model;
@@ -31,59 +31,67 @@ struct MatchedValues;
 ///         maps.getShapeGeoJSON("", 0, "WGS_1984", 4326, "C:\\maps\\districts.zip", modelPath,
 ///                              geoJsonPath);
 ///
-/// Paths, addresses and names of variables are in the host's encoding; names of coordinate systems,
-/// names of a map's fields in its data model and the documents that come back are UTF-8.
-/// Coordinate systems are given by name and by well-known id; the name counts where it is known.
+/// Paths, addresses and names of variables are in the host's encoding. Names of coordinate systems,
+/// names of a map's fields and the returned documents are UTF-8. A coordinate system is given by
+/// name and by well-known id. The id is used only if the engine does not know the name.
 class HVINTEG_EXPORT HVInteractiveSTEM : public HVInteractive
 {
 public:
+    /// Creates the runner; see HVInteractive.
     HVInteractiveSTEM();
     HVInteractiveSTEM(const HVInteractiveSTEM&) = delete;
     HVInteractiveSTEM& operator=(const HVInteractiveSTEM&) = delete;
-    /// Removes what archives were unpacked to.
+    /// Removes unpacked archives.
     ~HVInteractiveSTEM() override;
 
-    /// Whether a source can be read, by its first record. `dataModel` receives its data model, XML;
-    /// it stays as it was if there is no shape file, and is empty if the engine tells none. An
-    /// archive that cannot be unpacked counts as one without a shape file.
+    /// Tests whether a shape file or an archive can be read, by its first record. `dataModel`
+    /// receives its data model (XML). It is unchanged if there is no shape file or the archive
+    /// cannot be unpacked, and empty if the engine returns none. If the engine throws, `dataModel`
+    /// is empty and the result is true.
     bool validateShapeSource(const std::string& path, std::string& dataModel);
+    /// Tests the same for a layer of a map service.
     bool validateServiceLayer(const std::string& url, int layer, std::string& dataModel);
-    /// Whether a map service answers. `layers` receives its layers, JSON, to be read with
-    /// HVRunner::ParseMapServiceLayers; empty if the engine threw, which counts as an answer.
+    /// Tests whether a map service answers. `layers` receives its layers as JSON for
+    /// HVRunner::ParseMapServiceLayers. If the engine throws, `layers` is empty and the result is
+    /// true. Returns false for an empty address or an empty answer.
     bool validateMapService(const std::string& url, std::string& layers);
 
-    /// Write the geometry and attributes of a source to a GeoJSON file, and their data model to
-    /// another, in the target system. Without the name of a target there is no reprojection,
-    /// whatever its id; the source "CARTESIAN" stands for plain coordinates without a system, which
-    /// take no target. A failed request may leave a file that is not whole.
+    /// Writes the geometry and attributes of a shape file or archive to a GeoJSON file, and their
+    /// data model to another file, in the target system. An empty `toName` means no reprojection,
+    /// whatever `toWkid` is. The source "CARTESIAN" means plain coordinates without a system; it
+    /// allows no target. A failed request may leave an incomplete file.
     bool getShapeGeoJSON(const std::string& fromName, int fromWkid, const std::string& toName,
                          int toWkid, const std::string& shapePath, const std::string& dataModelPath,
                          const std::string& geoJsonPath);
+    /// Does the same for a layer of a map service.
     bool getServiceGeoJSON(const std::string& fromName, int fromWkid, const std::string& toName,
                            int toWkid, const std::string& url, int layer,
                            const std::string& dataModelPath, const std::string& geoJsonPath);
-    /// The same of the points that two or three variables of a dataset give: x, y, and a third one.
-    /// With kNoDataset the data come from the file `dataPath`. The target may be known by its id
-    /// alone here; one that is not known is none. False without a reason for another number of
-    /// variables, a source system that is not known, and a variable that is not there or is text.
+    /// Does the same for points: two or three numeric variables of a dataset give x, y and
+    /// optionally a third coordinate. With kNoDataset the data come from the file `dataPath`. Here
+    /// `toWkid` works without a name; an unknown target means no reprojection. Returns false
+    /// without a reason for another number of variables, an unknown source system, and a variable
+    /// that is missing or is a string.
     bool getPointGeoJSON(const std::string& fromName, int fromWkid, const std::string& toName,
                          int toWkid, LocallyUniqueID dataset, const std::string& dataPath,
                          const std::vector<std::string>& coordinateFields,
                          const std::string& dataModelPath, const std::string& geoJsonPath);
 
-    /// How well the keys of a map match those of a dataset, or of the file `dataPath` with
-    /// kNoDataset. The two lists are of one length, and a key is compared with the one in its place
-    /// on the other side. Counted and listed are combinations of key values, each once, and none
-    /// with a missing value: `matchedCount` those on both sides, the two lists those on one side
-    /// only. A list that has `maxRows` + 1 rows was cut there; -1 sets no limit.
+    /// Compares the keys of a map with those of a dataset or, with kNoDataset, of the file
+    /// `dataPath`. The i-th key of one list is compared with the i-th of the other. The result
+    /// counts distinct combinations of key values and ignores those with a missing value.
+    /// `matchedCount` counts the combinations on both sides; the two lists receive those on one
+    /// side only. A list with `maxRows` + 1 rows was cut; -1 sets no limit. Returns false if there
+    /// are fewer data keys than map keys.
     ///
-    /// A request that fails half-way leaves what it found until then.
+    /// If the request fails, the results found so far remain.
     bool matchShapeKeys(const std::string& shapePath, const std::vector<std::string>& mapKeys,
                         std::vector<std::vector<std::string>>& mapUnmatched,
                         LocallyUniqueID dataset, const std::string& dataPath,
                         const std::vector<std::string>& dataKeys,
                         std::vector<std::vector<std::string>>& dataUnmatched, int maxRows,
                         int& matchedCount);
+    /// Does the same for a layer of a map service.
     bool matchServiceKeys(const std::string& url, int layer,
                           const std::vector<std::string>& mapKeys,
                           std::vector<std::vector<std::string>>& mapUnmatched,
@@ -102,7 +110,8 @@ private:
     MapSource serviceOf(const std::string& url, int layer) const;
     bool readDataModel(const MapSource& source, const char* operation, const char* message,
                        std::string& dataModel);
-    /// By name or, where that is not known, by id. False leaves the system as it was.
+    /// Looks up the name, then the id. Returns false, and leaves `system` unchanged, if both are
+    /// unknown.
     bool getCoordinatesInfo(const std::string& name, int wkid, CoordinateSystem& system);
 
     bool exportMap(const MapSource& source, const MapExport& order);
@@ -111,7 +120,7 @@ private:
     bool writePoints(HVRawDataIterator& iterator, const std::vector<std::string>& fields,
                      const CoordinateSystem* from, const CoordinateSystem& to,
                      const MapExport& order);
-    /// Left, upper, right and lower limit of the points; empty if the job failed.
+    /// Left, upper, right and lower limit of the points; empty if the job fails.
     std::vector<double> getGeoEnvelope(HVRawDataIterator& iterator, const std::string& xField,
                                        const std::string& yField);
 
@@ -121,13 +130,13 @@ private:
                  const HVSimpleFile& model);
     bool getMatchedValues(const MatchSides& sides, const MatchedValues& wanted);
 
-    /// Runs a job that reads the cases, from the first one on.
+    /// Runs a job that reads the cases from the first one.
     bool runOn(HVRawDataIterator& iterator, const std::string& job);
-    /// Null, with a reason, if a dataset or a data file cannot be opened.
+    /// Returns null, and sets a reason, if the dataset or data file cannot be opened.
     std::unique_ptr<DialogCases> openCases(const DialogChoice& data, const char* name);
     std::vector<std::string> toUtf8(const std::vector<std::string>& texts) const;
 
-    /// From the path of an archive, as a caller gave it, to the folder that it was unpacked into.
-    /// None until the first archive.
+    /// Maps the path of an archive, as the caller gave it, to its unpacked folder. Null until the
+    /// first archive.
     std::unique_ptr<std::map<std::string, std::string>> _tempSubDirs;
 };

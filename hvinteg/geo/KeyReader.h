@@ -7,15 +7,15 @@
 #include "CFMetaData.h"
 #include "RowDataIterator.h"
 
-/// Reads the combinations of key values from the rows of a join: numbers as their text, texts as
-/// they are. The rows are borrowed.
+/// Reads the combinations of key values from the rows of a join. Numbers are converted to text. The
+/// rows are borrowed.
 class KeyReader
 {
 public:
     KeyReader(EmbeddedHV::RowDataIterator& rows, const std::vector<std::string>& keys);
 
-    /// Appends the rows that lack no key: all of them for a limit of -1, otherwise one more than
-    /// the limit at most, which tells that there are more. False if the rows break off.
+    /// Appends the rows that have all keys: all rows for a limit of -1, otherwise at most `maxRows`
+    /// + 1, where the extra row shows that there are more. Returns false if reading the rows fails.
     bool read(int maxRows, std::vector<std::vector<std::string>>& result);
 
 private:
@@ -24,5 +24,5 @@ private:
 
     EmbeddedHV::RowDataIterator& _rows;
     const CFMetaData _model;
-    std::vector<int> _fields; ///< -1 for one that is not there
+    std::vector<int> _fields; ///< -1 for a missing field
 };

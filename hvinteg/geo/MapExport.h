@@ -4,19 +4,18 @@
 
 #include "hvl/HVLWrite.h"
 
-/// The source system of a map whose coordinates are those of a plane, without any system.
+/// Source system of a map with plane coordinates that belong to no system.
 inline constexpr const char* kCartesian = "CARTESIAN";
 
-/// A coordinate system as a caller names it: the name first, the well-known id where the name does
-/// not say.
+/// A coordinate system as the caller specifies it. The id is used only if the name is unknown.
 struct SystemChoice
 {
     const std::string& name;
     int wkid;
 };
 
-/// A request for GeoJSON: between which systems, into which files, and what it is called in traces
-/// and in the reason of a failure that the engine does not explain.
+/// A request for GeoJSON: the two systems, the output files, its name in traces, and the message
+/// for failures that the engine does not explain.
 struct MapExport
 {
     SystemChoice from;
@@ -28,6 +27,6 @@ struct MapExport
 
     bool isCartesian() const { return from.name == kCartesian; }
     void applyTo(HVLWrite& write) const;
-    /// Traces the two files that the job wrote.
+    /// Writes the two output files of the job to the trace.
     void traceFiles() const;
 };

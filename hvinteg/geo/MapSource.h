@@ -5,7 +5,7 @@
 
 class HVLRead;
 
-/// Where the geometry of a map comes from: a shape file, or a layer of a map service.
+/// The source of a map's geometry: a shape file or a layer of a map service.
 struct MapSource
 {
     /// `path` is in the host's encoding and spelling.
@@ -15,6 +15,6 @@ struct MapSource
 
     void applyTo(HVLRead& read) const;
 
-    std::string location;     ///< as the engine takes it
-    std::optional<int> layer; ///< of a service; a shape file has none
+    std::string location;     ///< in the engine's spelling
+    std::optional<int> layer; ///< of a service; empty for a shape file
 };

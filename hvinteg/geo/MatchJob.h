@@ -6,8 +6,7 @@
 class HVRawDataIterator;
 class HVSimpleFile;
 
-/// The two sides of the joins: the map, as a file of its attributes, and the dataset. Names are
-/// UTF-8.
+/// The two sides of the joins: a file with the map's attributes, and the dataset. Names are UTF-8.
 struct MatchSides
 {
     const HVSimpleFile& mapData;
@@ -17,8 +16,8 @@ struct MatchSides
     std::vector<std::string> dataKeys;
 };
 
-/// One question about the keys, and its answer: those of which side, and whether those that have a
-/// partner on the other side, or those that have none.
+/// One question and its answer: the keys of one side that have a partner on the other side, or
+/// those that have none.
 struct MatchedValues
 {
     bool mapSide;
@@ -27,10 +26,10 @@ struct MatchedValues
     std::vector<std::vector<std::string>>& rows;
 };
 
-/// The fields of the side that is asked about.
+/// The key fields of the side that the question is about.
 const std::vector<std::string>& keysOf(const MatchSides& sides, const MatchedValues& wanted);
 
-/// The job that answers a question: both sides are reduced to their distinct keys, and joined. Its
-/// rows go to the file `data`, their data model to `model`.
+/// The job that answers a question: it reduces both sides to their distinct keys and joins them.
+/// The rows go to the file `data`, their data model to `model`.
 std::string matchJob(const MatchSides& sides, const MatchedValues& wanted, const HVSimpleFile& data,
                      const HVSimpleFile& model);

@@ -7,8 +7,8 @@
 #include "bridge/JNIObjectManager.h"
 #include "runner/HVRunner.h"
 
-/// The rows of a file that the last job wrote, for one scope; they go before the execution, to
-/// which they belong.
+/// The rows of a file that the last job wrote, released at the end of the scope. Must be destroyed
+/// before the execution, which owns them.
 class OutputRows
 {
 public:
@@ -26,9 +26,9 @@ public:
     OutputRows(const OutputRows&) = delete;
     OutputRows& operator=(const OutputRows&) = delete;
 
-    /// Null if the job left no such file.
+    /// Null if the job wrote no such file.
     EmbeddedHV::RowDataIterator* get() const { return _rows; }
-    /// Lets the rows go now, and lets pass what the engine throws at that.
+    /// Releases the rows now and passes on what the engine throws.
     void dispose()
     {
         if (auto* const rows = std::exchange(_rows, nullptr))

@@ -2,9 +2,9 @@
 
 #include "geo/HVInteractive.h"
 
-/// Ends a request on every way out: the Java references and the execution of its jobs go, before
-/// the files and rows that the request made ahead of this object. Where nothing has failed, the
-/// request has called end by then, and has heard what the engine threw at that.
+/// Ends a request on every exit: releases the Java references and the execution before the files
+/// and rows that were created earlier. A successful request calls end itself, so that exceptions of
+/// the engine reach the caller.
 class RequestScope
 {
 public:
