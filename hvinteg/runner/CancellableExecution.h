@@ -10,40 +10,38 @@
 
 #include "Execution.h"
 
-/// The execution of a runner, and the calls that cancel it.
+/// The execution of a runner and the calls that cancel it.
 ///
-/// One thread at a time makes, uses and ends executions. Any thread may cancel, at any moment of
-/// this object's life and however often. A cancel calls the engine only while the execution is open
-/// to it; at any other moment it sets the stop flag alone. The lock is not held while the engine
-/// works, so what the engine calls back may cancel again or end the execution.
+/// One thread at a time creates, uses and ends executions. Any thread may cancel, at any time and
+/// repeatedly. A cancel calls the engine only while the execution is open; otherwise it only sets
+/// the stop flag. No lock is held while the engine works, so its callbacks may cancel again or end
+/// the execution.
 class CancellableExecution
 {
 public:
     CancellableExecution();
-    /// Waits for cancels under way on other threads. A remaining execution is deleted without
-    /// dispose.
+    /// Waits for cancels on other threads. Deletes a remaining execution without dispose.
     ~CancellableExecution();
     CancellableExecution(const CancellableExecution&) = delete;
     CancellableExecution& operator=(const CancellableExecution&) = delete;
 
     EmbeddedHV::Execution* operator->() const { return _execution.get(); }
 
-    /// Takes a new execution, which cancels do not reach yet.
+    /// Takes a new execution. Cancels cannot reach it before open.
     void hold(std::unique_ptr<EmbeddedHV::Execution> execution);
-    /// From here on cancels reach the execution. A cancel that came before and found none has set
-    /// the stop flag when this returns, so that no cancel is lost between the two.
+    /// Lets cancels reach the execution. If an earlier cancel found no open execution, the stop
+    /// flag is set when this returns: no cancel is lost.
     void open();
-    /// Takes the execution out, or returns null if it holds no execution. Waits for cancels under
-    /// way on other threads. If the call comes from within a cancel, that cancel keeps the object
-    /// until the engine returns.
+    /// Takes the execution out, or returns null if there is none. Waits for cancels on other
+    /// threads. If called from within a cancel, that cancel keeps the object alive until the engine
+    /// returns.
     std::shared_ptr<EmbeddedHV::Execution> take();
-    /// Returns when no cancel is under way on another thread. Cancels that come later do not reach
-    /// the execution.
+    /// Waits for cancels on other threads. Later cancels do not reach the execution.
     void close();
 
-    /// Cancels the open execution, if there is one, in a Java environment of its own, ends the
-    /// host's run if `endsRun` says so, and sets the stop flag. Passes on what the attachment or
-    /// the engine throws; then the run goes on and the flag stays as it was.
+    /// Cancels the open execution, if there is one, in its own Java environment. Then ends the
+    /// host's run if `endsRun` is true, and sets the stop flag. Passes on what the attachment or
+    /// the engine throws; the run and the flag are then unchanged.
     void cancel(bool endsRun);
     bool isStopped() const { return _stopped; }
     void resetStop() { _stopped = false; }
@@ -52,7 +50,7 @@ private:
     using ExecutionPointer = std::shared_ptr<EmbeddedHV::Execution>;
     class Call;
 
-    /// A cancel under way. Numbers grow from call to call.
+    /// A cancel in progress. Numbers increase from call to call.
     struct CallEntry
     {
         std::uint64_t number;
@@ -61,11 +59,11 @@ private:
 
     void reach(ExecutionPointer execution);
 
-    ExecutionPointer _execution; ///< for the thread that runs jobs
+    ExecutionPointer _execution; ///< used by the thread that runs jobs
     std::mutex _mutex;
     std::condition_variable _callEnded;
-    ExecutionPointer _open;        ///< what a cancel reaches; guarded, like the two below
-    std::vector<CallEntry> _calls; ///< under way
+    ExecutionPointer _open;        ///< reachable by cancels; guarded, as are the next two
+    std::vector<CallEntry> _calls; ///< in progress
     std::uint64_t _lastCall = 0;
     std::atomic<bool> _stopped = false;
 };

@@ -2,9 +2,9 @@
 
 #include "runner/HVRunner.h"
 
-/// Ends the runner's execution on every way out of a scope whose containers and iterators the
-/// execution knows. Where nothing has failed, the scope's owner has ended it by then, and has heard
-/// what the engine threw at that.
+/// Ends the runner's execution on every exit from a scope that owns containers and iterators of
+/// that execution. A successful scope ends it explicitly, so that exceptions of the engine reach
+/// the caller.
 class ExecutionScope
 {
 public:

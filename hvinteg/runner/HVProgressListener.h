@@ -10,15 +10,15 @@
 
 class TnProcedure;
 
-/// Records what a job tells: its state, its error, its id and its messages. It forwards progress to
-/// the host and, after the job, puts the messages into the host's output.
+/// Records the state, error, id and messages of a job. Forwards progress to the host and shows the
+/// messages in the host's output after the job.
 ///
-/// The engine calls it on threads of its own during HVRunner::execute; everything is read after
-/// execute has returned. There is no lock.
+/// The engine calls it on its own threads during HVRunner::execute. Read the results after execute
+/// has returned. There is no lock.
 class HVINTEG_EXPORT HVProgressListener : public HVStatExeListener
 {
 public:
-    /// How far a job is, or how it ended. Callers store the numbers.
+    /// State of a job. Callers store the numbers.
     enum ExecutionState : std::int32_t
     {
         NotStarted = 0,
@@ -28,40 +28,46 @@ public:
         Cancelled = 4
     };
 
-    /// The procedure is borrowed and says where output goes; null for none.
+    /// The procedure receives the output. It is borrowed and may be null.
     explicit HVProgressListener(TnProcedure* procedure = nullptr);
     HVProgressListener(const HVProgressListener&) = delete;
     HVProgressListener& operator=(const HVProgressListener&) = delete;
 
-    /// Each of the three ends a job; the last call decides the state.
+    /// Sets the state to Cancelled. Of onCancel, onError and onSuccess the last call decides.
     void onCancel() override;
+    /// Sets the state to Failed and stores the error.
     void onError(const std::string& id, const std::string& text,
                  const std::string& detail) override;
+    /// Stores the engine's id of the job.
     void onInit(const std::string& executionId) override;
-    /// Has no effect: a message counts only with its id.
+    /// Does nothing: only messages with an id are stored.
     void onMessage(const std::string& text) override;
-    /// Hands the fraction to the host as it comes, neither scaled nor limited in rate.
+    /// Sets the state to Running. With a procedure, passes the fraction to the host at once and
+    /// unchanged.
     void onProgress(float fraction) override;
+    /// Sets the state to Succeeded.
     void onSuccess() override;
-    /// Keeps the text, unless the id is empty or one of those that say nothing to the user.
+    /// Sets the state to Running. Stores the text, unless the id is empty or one of those without
+    /// information for the user.
     void onMessage(const std::string& id, const std::string& text) override;
     ~HVProgressListener() override;
 
-    /// Forgets the last job.
+    /// Clears all records of the last job.
     void reset();
 
-    /// The state, and the engine's id of the job, which its log has, too.
+    /// The state of the job.
     ExecutionState getState() const { return _state; }
+    /// The engine's id of the job, which is also in the engine's log; empty before onInit.
     std::string getExecutionId() const { return _executionId; }
-    /// The texts in order of arrival, repetitions included.
+    /// The texts in order of arrival, including repetitions. Valid until the next job.
     const std::vector<std::string>& getMessages() const { return _messages; }
-    /// True if the job failed, and then its error id, the sentence for the user and the detail; the
-    /// arguments stay as they are otherwise.
+    /// Returns true if the job failed, with the error id, the sentence for the user and the detail.
+    /// Otherwise the arguments are unchanged.
     bool hasError(std::string& id, std::string& text, std::string& detail);
 
-    /// Shows each distinct message once, as a warning line, then the error if `showError` is set,
-    /// or that the run was cancelled. `splitLabel` has lines begin with the present split group,
-    /// where the data are split. Without a procedure nothing is shown.
+    /// Shows each distinct message once, as a warning line. Then shows the error if `showError` is
+    /// true, or that the run was cancelled. With `splitLabel`, if the data are split, lines begin
+    /// with the current split group. Does nothing without a procedure.
     void displayAllMessages(bool showError, bool splitLabel);
 
 private:
@@ -75,6 +81,6 @@ private:
     std::string _executionId;
     std::vector<std::string> _messages;
     TnProcedure* _procedure;
-    // The record that the host gets with each progress call; null without a procedure.
+    // The record that the host receives with each progress call; null without a procedure.
     std::unique_ptr<double> _progressValue;
 };

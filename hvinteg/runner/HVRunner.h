@@ -21,8 +21,8 @@ namespace EmbeddedHV {
 class RowDataIterator;
 }
 
-/// Runs jobs on the engine, one at a time. A host procedure makes one runner, for itself; a dialog
-/// makes one without a procedure.
+/// Runs jobs on the engine, one at a time. A host procedure creates one runner for itself; a dialog
+/// creates one without a procedure.
 ///
 ///     HVRunner runner(&procedure);
 ///     runner.prepareActiveDS(procedure.DataSource(), true, false);
@@ -32,16 +32,16 @@ class RowDataIterator;
 ///     runner.displayAllMessages(true, true);
 ///     runner.cleanExecution();
 ///
-/// What the engine throws (EmbeddedHV::Exception, EmbeddedHV::JavaException) passes to the caller,
-/// except where an operation says otherwise; a job that merely fails is told by execute's result
-/// and the listener. All strings are UTF-8.
+/// Exceptions of the engine (EmbeddedHV::Exception, EmbeddedHV::JavaException) are passed on unless
+/// an operation says otherwise. A failed job is not an exception: execute returns false and the
+/// listener has the error. All strings are UTF-8.
 ///
-/// Threads: one thread at a time, the one that made the runner or called resetJNI last, uses the
-/// runner. Only cancelExecution may come from any thread, at any moment.
+/// Threads: one thread at a time uses the runner: the one that created it or last called resetJNI.
+/// Only cancelExecution may be called from any thread at any time.
 class HVINTEG_EXPORT HVRunner
 {
 public:
-    /// Stops a runner's job when the user interrupts the procedure. The host's adapter holds it
+    /// Stops a runner's job when the user interrupts the procedure. The host's adapter uses it
     /// while the job runs.
     class HVINTEG_EXPORT InterruptHandler : public VexaAdapter::InterruptHandler
     {
@@ -49,15 +49,14 @@ public:
         /// The runner is borrowed.
         explicit InterruptHandler(HVRunner* runner) : _runner(runner) {}
         ~InterruptHandler() override;
-        /// HVRunner::cancelExecution, on the thread of the interrupt.
+        /// Calls HVRunner::cancelExecution on the thread of the interrupt.
         void interrupt() override;
 
     private:
         HVRunner* _runner;
     };
 
-    /// What a coordinate system is: nothing is known of it, it has the units of a plane, or
-    /// degrees.
+    /// Kind of a coordinate system: unknown, plane units (projected) or degrees (geographic).
     enum CSTYPE : std::int32_t
     {
         CSTYPE_None = 0,
@@ -69,9 +68,9 @@ public:
     struct LayerInfo
     {
         std::int32_t id = 0;
-        std::vector<std::int32_t> subLayers; ///< ids of the layers in a group of layers
+        std::vector<std::int32_t> subLayers; ///< ids of the layers in a group layer
         std::string name;
-        std::string keys; ///< fields that tell its shapes apart, with commas between them
+        std::string keys; ///< fields that identify its shapes, separated by commas
         std::string description;
         std::string features; ///< the kind of its shapes
     };
@@ -82,143 +81,158 @@ public:
         std::int32_t wkid = 0;
         std::string name;
         std::string wkt;
-        /// Transformations between the system's datum and that of the area's corners, and for each
-        /// whether it runs forward on the way to the system.
+        /// Transformations between the datums of the system and of the area's corners. For each,
+        /// transForward is true if it runs forward towards the system.
         std::vector<std::string> transMethods;
         std::vector<bool> transForward;
     };
 
-    /// Collects the areas of a getRecommendPCSs, in degrees. Works in Java objects, on the thread
-    /// of the runner.
+    /// Builds the input of getRecommendPCSs: a set of areas in degrees. Uses Java objects, on the
+    /// thread of the runner. What Java throws is passed on.
     class HVINTEG_EXPORT RecommendPCSInputMaker
     {
     public:
+        /// Starts without areas.
         RecommendPCSInputMaker();
         RecommendPCSInputMaker(const RecommendPCSInputMaker&) = delete;
         RecommendPCSInputMaker& operator=(const RecommendPCSInputMaker&) = delete;
         ~RecommendPCSInputMaker();
 
-        /// Adds an area; one of the same id takes its place.
+        /// Adds an area with its corners in degrees. Replaces an area of the same id.
         void addInput(int id, double leftUpperX, double leftUpperY, double rightLowerX,
                       double rightLowerY);
+        /// The areas as JSON.
         std::string toString();
 
     private:
         std::unique_ptr<JNIJSONObject> _top;
     };
 
-    /// The procedure is borrowed; null for a runner that shows nothing and leaves the host's run
-    /// alone. The first runner starts the Java virtual machine if need be; what that throws passes.
+    /// The procedure is borrowed; a runner without one shows nothing and never ends the host's run.
+    /// The first runner starts the Java virtual machine if necessary and passes on what that
+    /// throws.
     explicit HVRunner(TnProcedure* procedure = nullptr);
     HVRunner(const HVRunner&) = delete;
     HVRunner& operator=(const HVRunner&) = delete;
-    /// Waits for calls of cancelExecution that are under way on other threads, and ends a remaining
-    /// execution. Releases the process's Java references as cleanJRef does, and gives the host back
-    /// the weight and split that prepareActiveDS took. Not from within cancelExecution.
+    /// Waits for cancelExecution calls on other threads and ends a remaining execution. Releases
+    /// the Java references of the process as cleanJRef does. Restores the host's weight and split
+    /// from prepareActiveDS. Must not be called from within cancelExecution.
     virtual ~HVRunner();
 
-    /// Saves the host's weight and split and turns both off until the runner is destroyed. Warns of
-    /// a setting in force that the procedure does not support. A further call saves a setting only
-    /// if the host has turned one on since. Does nothing for a source without columns. Always true.
+    /// Saves the host's weight and split settings and turns both off until the destructor. Warns of
+    /// a setting that the procedure does not support. A further call saves only a setting that the
+    /// host has turned on since. Does nothing for a source without columns. Always returns true.
     bool prepareActiveDS(ProcedureDataSource& dataSource, bool supportsWeight, bool supportsSplit);
 
-    /// Begins a job: forgets what the last one told, ends its execution, and hands the text to a
-    /// new one. The first job of the process starts the engine. True, or an exception.
+    /// Starts a job: clears the records of the last one, ends its execution and passes the text to
+    /// a new one. The first job of the process starts the engine. Returns true or throws.
     bool prepareHVLJob(const std::string& jobText);
 
-    /// Hand inputs and outputs to the prepared job. The objects stay the caller's and live until
-    /// cleanExecution. Always true.
+    /// Adds a container that the prepared job reads. The caller keeps ownership; it must live until
+    /// cleanExecution. Requires prepareHVLJob. Always returns true.
     bool addInputContainer(HVStatContainer* container);
+    /// Adds a container that the prepared job writes, under the same conditions.
     bool addOutputContainer(HVStatContainer* container);
+    /// Adds rows that the prepared job reads, under the same conditions.
     bool addInputIterator(HVStatDataIterator* iterator);
 
-    /// Runs the prepared job and returns when the engine has finished. False if the job failed, or
-    /// if this runner was stopped before; true for one that was cancelled on the way, which the
-    /// listener's state and isStopProcessor tell.
+    /// Runs the prepared job and returns when the engine has finished. Returns false if the job
+    /// fails or the runner was stopped before. Returns true for a job that is cancelled while it
+    /// runs; the listener's state and isStopProcessor report that.
     bool execute();
 
-    /// Cancels the execution, has the host end the run (with a procedure only), and stops the
-    /// runner, in this order.
+    /// Cancels the execution, ends the host's run (with a procedure only) and stops the runner, in
+    /// this order.
     ///
-    /// Any thread may call it, at any moment from the end of the constructor to the beginning of
-    /// the destructor, also while other threads call it, and also between jobs or while the
-    /// runner's thread is in another operation. The engine is called only if there is an execution
-    /// whose text it has taken and that has not been ended; otherwise the runner is stopped, and
-    /// the next execute does nothing. cleanExecution, prepareHVLJob, the questions that end an
-    /// execution and the destructor wait until a call on another thread has returned. No lock is
-    /// held while the engine works, so what the engine calls back from its cancel may use the
-    /// listener, cancel again or end the execution.
+    /// Any thread may call it, at any time from the end of the constructor to the start of the
+    /// destructor, also concurrently. The engine is called only if an execution has accepted its
+    /// text and has not been ended. Otherwise only the runner is stopped, and the next execute does
+    /// nothing. cleanExecution, prepareHVLJob, the questions that end an execution and the
+    /// destructor wait for calls on other threads. No lock is held while the engine works: its
+    /// callbacks may use the listener, cancel again or end the execution.
     ///
-    /// What the engine or the attachment to the Java virtual machine throws passes; the run and the
-    /// runner then go on.
+    /// What the engine or the attachment to the Java virtual machine throws is passed on; the run
+    /// and the runner then continue.
     void cancelExecution();
-    /// Whether the runner is stopped: execute then does nothing.
+    /// Whether the runner is stopped: execute then does nothing. Any thread.
     bool isStopProcessor();
-    /// Lets a stopped runner run again; one without a procedure stays stopped.
+    /// Lets a stopped runner run again. Has no effect on a runner without a procedure.
     void resetStopRrocessor();
 
-    /// Ends the execution, if there is one.
+    /// Ends the execution, if there is one. Waits for a cancel on another thread.
     void cleanExecution();
-    /// Releases all Java references and wrappers that the object manager holds, of the process.
+    /// Releases all Java references and wrappers that the object manager of the process holds.
     void cleanJRef();
-    /// Makes the calling thread the one whose Java environment is used.
+    /// Makes the calling thread the one whose Java environment is used. Throws VexaJVMError if the
+    /// thread cannot be attached.
     void resetJNI();
 
-    /// Shows what the listener collected; see HVProgressListener::displayAllMessages.
+    /// Shows the messages of the last job; see HVProgressListener::displayAllMessages.
     void displayAllMessages(bool showError, bool splitLabel);
-    /// Neither has an effect; the second is always true.
+    /// Does nothing.
     void displayMessage();
+    /// Does nothing and returns true.
     bool displayOutputs();
 
-    /// Rows of a file that the finished job wrote, named without a directory; null if there is
-    /// none. The execution owns the object; the caller ends its use with RowDataIterator::dispose.
+    /// Rows of a file that the finished job wrote; `fileName` has no directory. Returns null if
+    /// there are none or the engine throws. The execution owns the object; the caller ends its use
+    /// with RowDataIterator::dispose.
     EmbeddedHV::RowDataIterator* getOutputIterator(const std::string& fileName);
-    /// The data model of a job's output, as XML, without running the job; ends a present execution.
-    /// What the engine throws, at the end of that execution too, leaves `metadata` empty and the
-    /// result true; otherwise the result is whether `metadata` has something in it.
+    /// Returns the data model of a job's output as XML, without running the job. Ends a present
+    /// execution. If the engine throws, `metadata` is empty and the result is true. Otherwise the
+    /// result is false if `metadata` is empty.
     bool getMetadata(const std::string& jobText, const HVStatContainer& container,
                      std::string& metadata);
 
-    /// Questions about maps. Each ends a present execution, except the one about an empty name.
-    /// What the engine throws, at the end of that execution too, is an empty answer: no exception
-    /// leaves these operations. A question that waits for a map service fails when the runner is
-    /// stopped.
+    /// Questions about maps follow. Each ends a present execution, except the one about an empty
+    /// name. They throw nothing: if the engine throws, the answer is empty. A question that waits
+    /// for a map service fails when the runner is stopped.
     ///
-    /// What is known of a coordinate system, as JSON for ParseCoordinatesSystemInfo.
+    ///  The description of a coordinate system as JSON for ParseCoordinatesSystemInfo; empty for an
+    ///  unknown or empty name.
     std::string getCoordinatesSystemInfo(const std::string& name);
+    /// Does the same by well-known id.
     std::string getCoordinatesSystemInfo(int wkid);
-    /// The names of all geographic and of all projected coordinate systems.
+    /// Replaces `names` by the names of all geographic coordinate systems.
     void getGeographics(std::vector<std::string>& names);
+    /// Replaces `names` by the names of all projected coordinate systems.
     void getProjections(std::vector<std::string>& names);
-    /// The projected systems that suit the areas of a RecommendPCSInputMaker: one JSON text for
-    /// each area, for ParseRecommendPCS, with at most `count` systems.
+    /// Replaces `result` by the projected systems that suit the areas in `input`, made by
+    /// RecommendPCSInputMaker: one JSON text per area, for ParseRecommendPCS.
     void getRecommendPCSs(std::vector<std::string>& result, const std::string& input);
+    /// Does the same with at most `count` systems per area.
     void getRecommendPCSs(std::vector<std::string>& result, const std::string& input, int count);
-    /// The layers of a map service, as JSON for ParseMapServiceLayers. A failure of the engine
-    /// leaves `layers` empty and the result true; otherwise the result is whether there is a text.
+    /// Returns the layers of a map service as JSON for ParseMapServiceLayers. If the engine throws,
+    /// `layers` is empty and the result is true. Otherwise the result is false if `layers` is
+    /// empty.
     bool getMapServiceLayers(const std::string& url, std::string& layers);
 
-    /// These read what the questions answer; false for an empty text. A text that is not JSON
-    /// throws JNIException. They work on Java objects, on the thread of the runner.
+    /// Reads the answer of getCoordinatesSystemInfo. Like the other Parse functions, it returns
+    /// false for an empty text and throws JNIException for invalid JSON. It creates Java objects,
+    /// on the thread of the runner.
     static bool ParseCoordinatesSystemInfo(const std::string& json, int& wkid, std::string& name,
                                            std::string& wkt, CSTYPE& type);
+    /// Reads ids and names from the answer of getMapServiceLayers.
     static bool ParseMapServiceLayers(const std::string& json, std::vector<int>& ids,
                                       std::vector<std::string>& names);
+    /// Reads all properties from the answer of getMapServiceLayers.
     static bool ParseMapServiceLayers(const std::string& json, std::vector<LayerInfo>& layers);
-    /// False, too, for a text that is not about exactly one area.
+    /// Reads one answer of getRecommendPCSs. Returns false also if the text does not describe
+    /// exactly one area.
     static bool ParseRecommendPCS(const std::string& json, int& id,
                                   std::vector<RecommendPCS>& result);
 
-    /// Both stay the runner's.
+    /// The texts of the runner's messages. Owned by the runner.
     const ParserMessage* getParserMessage() const;
+    /// The listener of the runner's jobs. Owned by the runner.
     HVProgressListener* getProgressListener();
 
-    /// Takes the host's present locale for the jobs to come.
+    /// Reads the host's present locale for later jobs. prepareHVLJob does so too.
     void UpdataHVAppSetting();
 
 private:
     std::unique_ptr<HVRunnerImpl> _impl;
-    // As prepareActiveDS found them; what is not above 0 is not given back.
+    // Values that prepareActiveDS found; only those above 0 are restored.
     std::int32_t _savedWeight = -1;
     std::int32_t _savedSplit = 0;
     std::unique_ptr<ParserMessage> _parserMessage;

@@ -16,51 +16,50 @@ namespace EmbeddedHV {
 class RowDataIterator;
 }
 
-/// The half of HVRunner that concerns the engine: one execution at a time, from its text to its
-/// end. HVRunner forwards to it.
+/// The part of HVRunner that works with the engine: one execution at a time. HVRunner forwards to
+/// it.
 class HVRunnerImpl
 {
 public:
-    /// The listener is borrowed. Throws what the start of the Java virtual machine throws.
+    /// The listener is borrowed. Passes on what the start of the Java virtual machine throws.
     HVRunnerImpl(HVProgressListener* listener, bool hasProcedure);
     ~HVRunnerImpl();
     HVRunnerImpl(const HVRunnerImpl&) = delete;
     HVRunnerImpl& operator=(const HVRunnerImpl&) = delete;
 
-    /// Ends the present execution, if there is one, before it makes the next. If the engine refuses
-    /// the text, the new execution stays, closed to cancels, until cleanExecution disposes it.
+    /// Ends the present execution, then creates the next one. If the engine refuses the text, the
+    /// new execution remains, closed to cancels, until cleanExecution disposes it.
     void prepareHVLJob(const std::string& jobText);
-    /// These five need a prepared execution; the caller keeps the order, and nothing tests for it.
+    /// The next five require a prepared execution. That is not checked.
     void addInputContainer(HVStatContainer* container);
     void addOutputContainer(HVStatContainer* container);
     void addInputIterator(HVStatDataIterator* iterator);
     bool execute();
-    /// Any thread, at any moment until endCancels. See CancellableExecution::cancel.
+    /// Any thread, at any time before endCancels. See CancellableExecution::cancel.
     void cancelExecution();
-    /// The owner calls it before it destroys this object: returns when no cancel is under way on
-    /// another thread.
+    /// Waits for cancels on other threads. The owner calls it before the destructor.
     void endCancels() { _execution.close(); }
-    /// Disposes and deletes. Waits for a cancel under way on another thread. If the engine throws
-    /// in dispose, the object is deleted all the same.
+    /// Disposes and deletes the execution. Waits for a cancel on another thread. Deletes it even if
+    /// the engine throws in dispose.
     void cleanExecution();
-    /// Answers with null, whatever the engine throws.
+    /// Returns null if the engine throws.
     EmbeddedHV::RowDataIterator* getOutputIterator(const std::string& fileName);
-    /// Ends the present execution first; answers with nothing, whatever the engine throws, at the
-    /// end of the execution too.
+    /// Ends the present execution first. If the engine throws, also at that end, `metadata` is
+    /// empty and the result is true.
     bool getMetadata(const std::string& jobText, const HVStatContainer& container,
                      std::string& metadata);
 
-    /// Ends the present execution, then asks the engine. False if either throws.
+    /// Ends the present execution, then asks the engine. Returns false if either throws.
     bool askService(const std::function<void(EmbeddedHV::MetadataService&, JNIEnv*)>& question);
 
     bool isStopProcessor() const { return _execution.isStopped(); }
-    /// For a runner with a procedure only: a dialog that was cancelled stays cancelled.
+    /// Has no effect without a procedure: a cancelled dialog stays cancelled.
     void resetStopRrocessor();
-    /// Takes the host's locale, which each execution is made with.
+    /// Reads the host's locale, which is passed to each new execution.
     void updateAppSetting();
 
 private:
-    // First, so that it goes last: the manager outlives everything else that a runner holds.
+    // Declared first, so that it is destroyed last: the manager must outlive all other members.
     RunnerRegistration _registration;
     std::string _locale;
     HVProgressListener* _listener;

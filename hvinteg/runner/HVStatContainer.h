@@ -3,8 +3,8 @@
 #include "Container.h"
 #include "support/HvintegExport.h"
 
-/// A named file that a job reads or writes, as HVRunner takes it. The object stays the caller's and
-/// lives until HVRunner::cleanExecution.
+/// A named file that a job reads or writes. The caller keeps ownership; the object must live until
+/// HVRunner::cleanExecution.
 class HVINTEG_EXPORT HVStatContainer : public EmbeddedHV::Container
 {
 public:

@@ -3,7 +3,7 @@
 #include "ExecutionListener.h"
 #include "support/HvintegExport.h"
 
-/// What the engine reports to while a job runs; all of its operations are left open.
+/// Receives the engine's reports while a job runs. All operations are pure virtual.
 class HVINTEG_EXPORT HVStatExeListener : public EmbeddedHV::ExtendedExecutionListener
 {
 public:

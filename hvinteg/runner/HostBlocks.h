@@ -2,19 +2,19 @@
 
 #include <cstdint>
 
-/// The host's common blocks as this library uses them. The addresses are taken at first use and
-/// kept, since the blocks never move.
+/// Access to the host's common blocks. The addresses are looked up once, because the blocks never
+/// move.
 
-/// The host's weight and split settings, each above 0 when in force.
+/// The host's weight and split settings; a value above 0 is in force.
 struct HostSettings
 {
     std::int32_t weight = 0;
     std::int32_t split = 0;
 };
 
-/// The settings as the host has them now. The procedure's thread, like the two below.
+/// Reads the present settings. This and the next two run on the procedure's thread.
 HostSettings readHostSettings();
-/// 0 switches a setting off.
+/// 0 turns the setting off.
 void writeHostWeight(std::int32_t weight);
 void writeHostSplit(std::int32_t split);
 

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-/// Counts one living runner. The first of the process starts the host's metadata library; the first
-/// of a time without any makes a new Java object manager, and the last one releases it. There is no
-/// lock: runners are made and destroyed on one thread at a time.
+/// Registers a runner. The first one of the process starts the host's metadata library. The first
+/// one while there is no other creates the Java object manager, and the last one releases it. There
+/// is no lock: runners are created and destroyed on one thread at a time.
 class RunnerRegistration
 {
 public:

@@ -6,24 +6,24 @@ namespace EmbeddedHV {
 class HVServiceManager;
 }
 
-/// Owns the engine of the process: starts it at first use and keeps it up until the process ends or
-/// the host shuts it down. All jobs and queries of all runners share it.
+/// Owns the engine of the process: starts it at first use and keeps it until the process ends or
+/// the host shuts it down. All runners share it.
 ///
-/// There is no lock: the caller does not ask on two threads at once.
+/// There is no lock: calls must not overlap.
 class HVINTEG_EXPORT StatHVServiceManager
 {
 public:
     StatHVServiceManager() = delete;
 
-    /// The service. The first call gathers the engine's settings from the host, starts the engine
-    /// on the present thread's Java environment and, with `log`, writes the settings to the
-    /// diagnostic log. What the start throws passes through, and the next call tries again.
+    /// Returns the service. The first call reads the engine's settings from the host and starts the
+    /// engine in the Java environment of the calling thread. With `log` it writes the settings to
+    /// the diagnostic log. Passes on what the start throws; the next call tries again.
     static EmbeddedHV::HVServiceManager* get(bool log);
 
-    /// Ends the service, if there is one; the next get starts a new one with fresh settings. For
-    /// the host: nothing in this library calls it. The Java virtual machine stays up. A runner that
-    /// still has an execution may use and end it afterwards, if the engine's executions outlive the
-    /// service, as those of the embedded engine do; with another engine, runners are cleaned first.
+    /// Ends the service, if there is one. The next get starts a new one with fresh settings. Only
+    /// the host calls this. The Java virtual machine keeps running. The executions of the embedded
+    /// engine outlive the service: a runner may still use and end one. With another engine, end the
+    /// executions first.
     static void shutdown();
 
 private:
