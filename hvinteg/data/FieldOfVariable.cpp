@@ -10,7 +10,7 @@
 
 namespace {
 
-/// As many bytes of a text as decide on whether it is missing.
+/// The host compares only this many bytes of a text with its missing values.
 constexpr int kMissingTextWidth = 8;
 
 /// Makes the values of one variable.
@@ -22,7 +22,7 @@ public:
     {
     }
 
-    /// All values that have a label, in the order of the values.
+    /// All values with a label, in ascending order.
     std::vector<CFValue> labelled() const
     {
         std::vector<CFValue> values;
@@ -36,7 +36,7 @@ public:
         return values;
     }
 
-    /// A single missing value, with the label that it has as a value.
+    /// A single missing value, with its value label.
     CFValue missing(const OBS* value) const
     {
         const VEXA_ValueLabelMap& labels = _variable.GetValueLabels();
@@ -49,7 +49,7 @@ public:
         return CFValue(textDatum(text), label, 0, 0);
     }
 
-    /// On the engine's scale: dates in the host's seconds would stand centuries away.
+    /// Converts to the engine's scale: the host counts dates in seconds from another origin.
     CFDatum numberDatum(const OBS* value) const
     {
         return CFDatum(NumericStorageStatToCF(value->number, _storage));
@@ -57,7 +57,7 @@ public:
 
 private:
     bool isString() const { return _variable.GetType() > 0; }
-    /// As long as the variable shows it, without the blanks that fill it up.
+    /// The text in the width of the variable's format, without trailing blanks.
     std::string hostText(const OBS* value) const
     {
         std::string text;
@@ -80,8 +80,8 @@ void SetValueLabels(CFField& field, const ValueMaker& maker)
         field.SetValueLabels(std::move(labels));
 }
 
-/// The host's code tells how many single values there are, 1 to 3, or that there is a range, -2, or
-/// a range and one value, -3.
+/// The host's code is the number of single values, 1 to 3; -2 for a range; -3 for a range and one
+/// value.
 void SetMissingValues(CFField& field, const VEXA_Variable& variable, const ValueMaker& maker)
 {
     const OBS* first = nullptr;
@@ -92,7 +92,7 @@ void SetMissingValues(CFField& field, const VEXA_Variable& variable, const Value
         return;
     CFRange range;
     std::vector<CFValue> values;
-    // A range holds numbers only: a string variable has single values alone.
+    // A range is numeric: string variables have only single values.
     if (code < 0)
         range = CFRange(maker.numberDatum(first), maker.numberDatum(second));
     if (code == -3)
@@ -100,7 +100,8 @@ void SetMissingValues(CFField& field, const VEXA_Variable& variable, const Value
     const OBS* const singles[] = {first, second, third};
     for (int i = 0; i < code; ++i)
         values.push_back(maker.missing(singles[i]));
-    // The host has a system-missing value, which the engine calls null; blank texts are values.
+    // The system-missing value is the engine's null and is always missing. Blank texts are valid
+    // values.
     field.SetMissingValues(CFMissingValues(range, std::move(values), true, false));
 }
 
@@ -109,7 +110,7 @@ void SetMissingValues(CFField& field, const VEXA_Variable& variable, const Value
 CFField::FieldType fieldTypeOf(MeasurementLevel level, bool isString)
 {
     switch (level) {
-    // A variable whose level is not settled yet is taken as its type suggests.
+    // If the level is unknown, the type decides.
     case MeasurementLevel::Unknown:
     case MeasurementLevel::Scale:
         return isString ? CFField::Nominal : CFField::Continuous;

@@ -11,19 +11,19 @@ namespace {
 
 constexpr const char* kCaseCountName = "$casecount";
 constexpr const char* kCaseCountLabel = "Case Count";
-/// What stands for the case count among columns.
+/// The column number of the case count.
 constexpr int kCaseCountColumn = -1;
 
 } // namespace
 
-/// Two sets of fields: all columns of the source, made once, and those that an analysis asked for,
-/// made anew by each update. Callers see the second where it has any field.
+/// Two sets of fields: all columns of the source, built once, and the columns of an analysis,
+/// rebuilt by each update. Callers see the second set if it has fields.
 struct HVINTEG_HIDDEN HVDataModel::Impl
 {
-    /// What was asked for at one place of the input.
+    /// One column of an analysis.
     struct Choice
     {
-        int column = -1; ///< negative: nothing that is there
+        int column = -1; ///< negative: does not exist
         MeasurementLevel level = static_cast<MeasurementLevel>(-1);
     };
 
@@ -32,7 +32,7 @@ struct HVINTEG_HIDDEN HVDataModel::Impl
     std::vector<int> splitVariables;
     bool splitRole = false;
     bool addCaseCount = false;
-    // Both are without a state of their own, so that copies may share them.
+    // Both have no changeable state, so copies share them.
     std::shared_ptr<ParserMessage> messages = std::make_shared<ParserMessage>();
     std::shared_ptr<void> converter{VEXAMBConverterNew_A(nullptr), VEXAMBConverterDelete_A};
     CFMetaData dictionary;
@@ -41,10 +41,10 @@ struct HVINTEG_HIDDEN HVDataModel::Impl
     std::string analysisXml;
     std::vector<int> analysisVariables;
 
-    /// The first set, with the case count behind all columns if it is wanted.
+    /// Builds the first set, with the case count last if requested.
     void CreateDictMetadata();
-    /// A weight or split variable has that role where it is wanted, and where splits are, every
-    /// other one is an input; else the host's own role counts.
+    /// A weight or split variable has that role if it is requested. If splits are, every other
+    /// variable is an input. Otherwise the host's role counts.
     CFField::RoleType roleOfColumn(int column) const;
     void AppendDictField(CFMetaData& target, int column, MeasurementLevel level) const;
     MeasurementLevel levelOf(int column) const
@@ -53,10 +53,10 @@ struct HVINTEG_HIDDEN HVDataModel::Impl
     }
     CFField caseCountField() const;
     bool isColumn(int column) const { return column >= 0 && column < source->ColumnCount(); }
-    /// The second set. Choices that are no columns are left out, and without any that is one the
-    /// first set counts again.
+    /// Builds the second set without the choices that are not columns. If none is a column, the set
+    /// is empty.
     void update(const std::vector<Choice>& choices, bool withLevels);
-    /// Negative for a name that no column has.
+    /// Negative if no column has the name.
     int columnOf(const std::string& name, bool fromUTF8) const;
 };
 
@@ -100,7 +100,7 @@ int HVDataModel::Impl::columnOf(const std::string& name, bool fromUTF8) const
 {
     if (name.empty())
         return -1;
-    // The source knows its variables in the host's encoding.
+    // The source stores names in the host's encoding.
     return source->FindVarIndex(fromUTF8 ? transcodeFromUTF8(name.c_str(), converter.get()) : name,
                                 0);
 }
@@ -108,7 +108,7 @@ int HVDataModel::Impl::columnOf(const std::string& name, bool fromUTF8) const
 void HVDataModel::Impl::update(const std::vector<Choice>& choices, bool withLevels)
 {
     analysisVariables.clear();
-    // Also where nothing is asked for: callers then see the first set again.
+    // Clear first: without a valid choice, callers see the first set.
     analysis = CFMetaData();
     analysisXml.clear();
     for (const Choice& choice : choices) {

@@ -41,7 +41,7 @@ std::string HVOutputIteratorFetcher::jobText(const std::string& dataPath,
         filter.KeepFieldNames(fields);
         filter.AddPredFunction(&read);
     }
-    // Bare names: the engine finds them in the analytic directory.
+    // The engine resolves bare names in the analytic directory.
     HVLWrite write(&program);
     write.SetDataModel(_modelFile->GetFileName());
     write.WriteHVBF(_dataFile->GetFileName());
@@ -86,7 +86,7 @@ void HVOutputIteratorFetcher::FetchIterator(const std::string& text)
 
 void HVOutputIteratorFetcher::Finalize()
 {
-    // Out of the members first, so that all goes even if the engine throws.
+    // Move out of the members first: everything is released even if the engine throws.
     const std::unique_ptr<HVSimpleFile> dataFile = std::move(_dataFile);
     const std::unique_ptr<HVSimpleFile> modelFile = std::move(_modelFile);
     const ExecutionScope execution(_runner);

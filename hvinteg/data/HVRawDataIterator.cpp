@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Set by any thread, never cleared.
+/// Any thread may set it. It is never cleared.
 struct CancelFlag
 {
     CancelFlag() = default;
@@ -25,7 +25,7 @@ struct CancelFlag
     std::atomic<bool> isSet = false;
 };
 
-/// Only texts need a conversion; numbers are the same in every encoding.
+/// Texts need a conversion; numbers do not.
 bool hasText(const VEXA_DataSource& source)
 {
     for (int column = 0; column < source.ColumnCount(); ++column)
@@ -36,27 +36,27 @@ bool hasText(const VEXA_DataSource& source)
 
 } // namespace
 
-/// The cases and how they become records. Columns that were asked for become a projection, over
-/// which texts that are not UTF-8 become a copy that is; the record's fields then count as that
-/// view does.
+/// The cases and their conversion to records. The requested columns become a projection. If the
+/// host's encoding is not UTF-8, a converted copy lies over it. Field numbers refer to the last of
+/// these views.
 ///
-/// The first pass over the cases counts them, their weights and what is wrong with these, and no
-/// later one does. A rewind in its middle therefore finishes it first.
+/// Only the first pass counts cases and weights and checks the weights. Rewind therefore completes
+/// an unfinished first pass.
 struct HVINTEG_HIDDEN HVRawDataIterator::Impl
 {
-    /// Where the fields come from: what the source says of its variables, or what a caller says.
+    /// Takes the fields from a model or from the caller.
     void takeModel(const HVDataModel& model);
     void takeMetadata(const CFMetaData& fields);
-    /// Sets the views up and opens the cases, from `source`, `variables`, `metadata` and the rules.
+    /// Creates the views and opens the cases, from `source`, `variables`, `metadata` and the rules.
     void init();
     void readViewAsUtf8(const VEXA_DataSource& current);
-    /// Settles how each field is filled, so that nothing is looked up while records are served.
+    /// Decides how to fill each field, so that records need no look-up.
     void describeFields(const VEXA_DataSource& current);
-    /// Asks the stop processor; once cancelled, an iterator stays so.
+    /// Asks the stop processor. A cancelled iterator stays cancelled.
     bool isCancelled();
-    /// Moves to the next case that counts; one whose weight is not above 0 is passed over.
+    /// Moves to the next case with a weight above 0.
     unsigned int nextRecord();
-    /// Goes back to the first case, after the counts are complete.
+    /// Completes the counts, then goes back to the first case.
     unsigned int rewind(bool score);
 
     const VEXA_DataSource* source = nullptr;
@@ -75,13 +75,13 @@ struct HVINTEG_HIDDEN HVRawDataIterator::Impl
     HVStopProcessor* stopProcessor = nullptr;
     CancelFlag cancelled;
 
-    // Shared by copies. Each reads from the one before it, so they go in the opposite order.
+    // Shared by copies. Each reads from the previous one; destruction is in reverse order.
     std::shared_ptr<SvrDMInputDataSource> dataset;
     std::shared_ptr<VEXA_CProjection> projection;
     std::shared_ptr<ErrorMonitor> ownMonitor;
     std::shared_ptr<UTF8DataSource> utf8View;
     std::shared_ptr<TempFileDataStore> temporaryStore;
-    const VEXA_DataSource* view = nullptr; ///< where the cases are read
+    const VEXA_DataSource* view = nullptr; ///< the view that the cases are read from
     std::shared_ptr<VEXA_InputCaseIterator> cases;
 };
 
@@ -106,7 +106,7 @@ void HVRawDataIterator::Impl::init()
         projection = std::make_shared<VEXA_CProjection>(*source, columns);
     const VEXA_DataSource& current = projection ? *projection : *source;
     if (rules.adjust != kWeightNone)
-        // Of the view, not of the source: a projection numbers its columns anew.
+        // The view's index: a projection renumbers the columns.
         rules.weightField = current.GetWeightVarIndex();
     rules.incrementValue = kSystemMissing;
     rules.trimsTabs = qUTF8mode();
@@ -120,7 +120,7 @@ void HVRawDataIterator::Impl::init()
     cases.reset(view->MakeIterator(nullptr));
 }
 
-/// The engine reads UTF-8, and may read more than once what takes work to convert.
+/// The engine reads UTF-8, possibly repeatedly. The copy is converted only once.
 void HVRawDataIterator::Impl::readViewAsUtf8(const VEXA_DataSource& current)
 {
     if (!monitor) {
@@ -137,7 +137,7 @@ void HVRawDataIterator::Impl::describeFields(const VEXA_DataSource& current)
     rules.fields.clear();
     for (std::size_t i = 0; i < metadata.FieldCount(); ++i) {
         RecordField field;
-        // The case count is the one field behind all columns.
+        // The case count is the only field without a column.
         field.isCaseCount = static_cast<int>(i) >= columnCount;
         if (!field.isCaseCount) {
             field.storage = metadata.GetField(i)->GetStorage();
@@ -169,7 +169,7 @@ unsigned int HVRawDataIterator::Impl::nextRecord()
             ++counts.cases;
         const double weight = slots.fill(*cases, rules, firstPass ? &counts : nullptr);
         if (firstPass)
-            // A case without a weight too, since the counts tell of what was left out.
+            // Also without a weight: the counts include cases that are left out.
             counts.judge(weight);
         if (weight > 0)
             return status;
@@ -192,8 +192,8 @@ unsigned int HVRawDataIterator::Impl::rewind(bool score)
     if (status == Cancelled)
         return status;
     if (!cases) {
-        // The texts of the last record went with the cases. Cases that cannot be read again are at
-        // their end.
+        // The texts of the last record were released with the cases. If the cases cannot be read
+        // again, the iterator stays at its end.
         slots.clear(rules.fields.size());
         status = EndOfData;
         cases.reset(view->MakeIterator(nullptr));
@@ -262,7 +262,7 @@ HVRawDataIterator::HVRawDataIterator(const VEXA_DataSource& source, const CFMeta
 
 namespace {
 
-/// The open dataset gives its source by operator-> only.
+/// The dataset returns its source only by operator->.
 const VEXA_DataSource& sourceOf(const SvrDMInputDataSource& dataset)
 {
     return *dataset.operator->();
@@ -365,7 +365,7 @@ void HVRawDataIterator::SetStopProcessor(HVStopProcessor* processor)
 
 void HVRawDataIterator::SetFreqWeightAdj(WeightAdjust adjust)
 {
-    // The data model tells whether there is a weight at all, so only its rounding may change.
+    // The data model states whether there is a weight, so only its rounding may change.
     if (_impl->rules.adjust != kWeightNone && adjust != kWeightNone)
         _impl->rules.adjust = adjust;
 }
@@ -385,7 +385,7 @@ void HVRawDataIterator::SetCancelStatus()
 
 void HVRawDataIterator::UpdateUserMissing()
 {
-    // Excluded everywhere, so every field keeps what it declares.
+    // Excluded everywhere: every field keeps its declared missing values.
     if (_impl->rules.excludeUserMissing && !_impl->rules.validSpecs)
         return;
     CFMetaData updated;

@@ -13,7 +13,7 @@ HVSimpleContainer::HVSimpleContainer(const std::string& name, std::string path)
         _genericPath = FormTempName("hvcontfile_");
     const ExtNameStr file(_genericPath);
     _absolutePath = file.GetU8();
-    // Last, as only a finished object removes its file.
+    // Last: an unfinished object has no destructor to remove the file.
     if (_isTemp)
         createEmpty(file);
 }

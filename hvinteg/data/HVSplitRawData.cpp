@@ -15,7 +15,7 @@
 namespace {
 
 constexpr const char* kTempPrefix = "hvadatafile_";
-/// What goes before the number of a variable without values.
+/// Prefix for the names of variables without values.
 constexpr const char* kEmptyName = "empty_";
 constexpr const char* kCopyFailed = "Cannot write system file.";
 
@@ -26,12 +26,12 @@ void show(const std::string& text, int level)
 
 } // namespace
 
-/// The file of one group on its way: variables are made and the dictionary committed at
-/// construction, cases are written, the file is closed, and an iterator reads it. What the host's
-/// data library throws ends in `fail`, and nothing is done any more.
+/// The file of one group. The constructor creates the variables and commits the dictionary; then
+/// cases are written, the file is closed, and an iterator reads it. Exceptions of the host's data
+/// library call `fail`; later operations then do nothing.
 struct HVINTEG_HIDDEN HVSplitRawData::Impl
 {
-    /// How far the writing is. What is above LastUsable has failed.
+    /// State of the writing. Values above LastUsable have failed.
     enum State
     {
         Idle = 0,
@@ -46,22 +46,22 @@ struct HVINTEG_HIDDEN HVSplitRawData::Impl
 
     /// Opens the file for writing, with its dictionary.
     bool InitDataFile();
-    /// The stored variables, in the order of `variables`.
+    /// Creates the stored variables, in the order of `variables`.
     void makeVariables();
     void nameEmptyVariables(const std::vector<VEXA_Variable*>& made) const;
-    /// The end of all work on the file, told to the user once.
+    /// Marks the file as failed and shows the error.
     void fail(const ErrorText& error, int level);
-    /// Those of the group's first case stand for the group; a file that is not split has none.
+    /// Keeps the split values of the group's first case. A source without splits has none.
     void keepSplitValues(const VEXA_InputCaseIterator& cases);
-    /// Puts the present case into the buffer, column by column.
+    /// Copies the current case into the buffer.
     void composeCase(const VEXA_InputCaseIterator& cases);
     void addCase(const VEXA_Case& newCase);
-    /// From the present case to the end of its group: cases that know of no groups make one.
+    /// Copies from the current case to the end of its group. Cases without groups are one group.
     void copyGroup(VEXA_InputCaseIterator& cases);
-    /// Gives the file its name, from when on it can be read.
+    /// Gives the file its final name, so that it can be read.
     void closeWriteFile();
     void closeReadFile();
-    /// Opens the finished file as a dataset of its own.
+    /// Opens the complete file as a data source.
     bool openReadFile();
     HVRawDataIterator* createIterator(const std::string& name, WeightAdjust adjust,
                                       const CFMetaData* metadata);
@@ -76,7 +76,7 @@ struct HVINTEG_HIDDEN HVSplitRawData::Impl
     std::string dataFileName;
     std::unique_ptr<UserCaseFileSpec> writeSpec;
     std::unique_ptr<UserOutputCaseFile> outputFile;
-    IndependentDataStore* store = nullptr; ///< the output file's; null once it is closed
+    IndependentDataStore* store = nullptr; ///< owned by the output file; null after it is closed
     std::unique_ptr<UserCaseFileSpec> readSpec;
     std::unique_ptr<UserInputCaseFile> inputFile;
     const VEXA_DataSource* readSource = nullptr;
@@ -147,7 +147,7 @@ void HVSplitRawData::Impl::makeVariables()
             variable.SetName(names[i]);
         VEXA_Variable* made = store->MakeVariable(variable);
         if (!names.empty())
-            // Under a new name it is another variable; the old id would lead to the source's.
+            // A renamed variable is another variable and must not keep the id of the source's.
             made->NewID();
         widths.push_back(variable.GetType());
         allMade.push_back(made);
@@ -155,7 +155,7 @@ void HVSplitRawData::Impl::makeVariables()
     nameEmptyVariables(allMade);
 }
 
-/// A file takes no variable without a name, and no name twice.
+/// A file requires names that are not empty and not repeated.
 void HVSplitRawData::Impl::nameEmptyVariables(const std::vector<VEXA_Variable*>& made) const
 {
     int number = 0;
@@ -273,7 +273,7 @@ HVRawDataIterator* HVSplitRawData::Impl::createIterator(const std::string& name,
         if (metadata) {
             iterator = std::make_unique<HVRawDataIterator>(*readSource, *metadata,
                                                            std::vector<int>(), nullptr);
-            // Changes the rounding only where the given metadata has a weight.
+            // Has an effect only if the given metadata has a weight.
             iterator->SetFreqWeightAdj(adjust);
         } else {
             iterator = std::make_unique<HVRawDataIterator>(*readSource, std::vector<int>(),
@@ -316,7 +316,7 @@ HVSplitRawData::~HVSplitRawData()
 bool HVSplitRawData::FillDataFile(VEXA_InputCaseIterator& cases)
 {
     if (_impl->state != Impl::Failed) {
-        // A file that is closed takes no second group.
+        // A closed file accepts no second group.
         if (!_impl->store)
             return false;
         _impl->copyGroup(cases);

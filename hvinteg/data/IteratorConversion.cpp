@@ -18,7 +18,7 @@
 
 namespace {
 
-/// A kind of file that an iterator can be copied to.
+/// A file format that an iterator can be copied to.
 struct Target
 {
     const char* word;
@@ -26,7 +26,7 @@ struct Target
     void (*write)(HVLWrite& write, const std::string& url);
 };
 
-/// By option, from 1 on.
+/// Indexed by option - 1.
 constexpr std::array kTargets{
     Target{"HVBF", ".hvbf", [](HVLWrite& write, const std::string& url) { write.WriteHVBF(url); }},
     Target{"CSV", ".csv", [](HVLWrite& write, const std::string& url) { write.WriteCSV(url); }},
@@ -35,7 +35,7 @@ constexpr std::array kTargets{
 
 int option()
 {
-    // Read once: a change in the middle of a process would mix kinds of files.
+    // Read once, so that one process does not mix file formats.
     static const int chosen = [] {
         const char* text = std::getenv("HV_STAT_ITER_OPT");
         return text ? String2Integer(text) : 0;
@@ -43,7 +43,7 @@ int option()
     return chosen;
 }
 
-// Null if no copy is wanted.
+// Null if no copy is requested.
 const Target* target()
 {
     const int chosen = option();
@@ -58,7 +58,7 @@ void tell(HVDebug* debug, const std::string& line)
         debug->addOutputLine(line);
 }
 
-// The text of the job; empty if it cannot be composed.
+// The text of the job; empty if it cannot be generated.
 std::string composeJob(const Target& target, const std::string& name, const std::string& dataPath,
                        const std::string& modelPath)
 {
@@ -82,7 +82,7 @@ bool execute(HVRawDataIterator& iterator, HVRunner& runner)
     try {
         return runner.execute();
     } catch (...) {
-        // The listener has no more to tell than that the job did not succeed.
+        // The caller only needs to know that the job failed.
         return false;
     }
 }
@@ -132,7 +132,7 @@ int IteratorConversion(HVRawDataIterator* iterator, HVRunner* runner, HVDebug* d
     const std::string model = FormUniqueFileName(stem + ".xml");
     const std::string data = FormUniqueFileName(stem + wanted->extension);
     const int result = IteratorConversion(iterator, runner, debug, data, model);
-    // Paths of files that were not written would be taken for results.
+    // Do not return paths of files that were not written.
     if (result < 1)
         return 0;
     dataPath = data;

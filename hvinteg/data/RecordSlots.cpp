@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kSecondsPerDay = 86400.0;
 
-/// The length of a text without what fills it up; the first byte always counts.
+/// The length without trailing blanks and line ends, at least 1.
 unsigned long long trimmedLength(const char* text, int width, bool trimsTabs)
 {
     int at = width - 1;
@@ -18,7 +18,7 @@ unsigned long long trimmedLength(const char* text, int width, bool trimsTabs)
     return static_cast<unsigned long long>(at) + 1;
 }
 
-/// Halves go up, as the host rounds its weights.
+/// Rounds halves up, as the host does.
 double adjusted(double weight, int adjust)
 {
     if (adjust == kWeightRound)
@@ -26,7 +26,7 @@ double adjusted(double weight, int adjust)
     return adjust == kWeightTruncate ? std::floor(weight) : weight;
 }
 
-/// The weight that a case counts with; 0 for one that does not count.
+/// The effective weight of a case; 0 means skip it.
 double weightOf(double value, int adjust, CaseCounts* counts)
 {
     if (value == kSystemMissing || !(value > 0))
@@ -45,7 +45,7 @@ void RecordRules::settle()
         RecordField& field = fields[i];
         const int place = static_cast<int>(i);
         const bool isReal = field.storage == CFField::Real;
-        // Fields that each case works on; all others are served as the host has them.
+        // The weight and the increment are computed for each case.
         const bool isSpecial = isReal && (place == incrementTarget || place == weightField);
         const bool isOnScale =
             isReal || field.storage == CFField::Time || field.storage == CFField::Integer;
@@ -55,7 +55,7 @@ void RecordRules::settle()
 
 RecordSlots::RecordSlots(const RecordSlots& other) : _slots(other._slots)
 {
-    // A text stays where the case has it; a number is the copy's own.
+    // A text pointer points into the case and is shared; a number pointer must point into the copy.
     for (std::size_t i = 0; i < _slots.size(); ++i)
         if (_slots[i].pointer == &other._slots[i].number)
             _slots[i].pointer = &_slots[i].number;
@@ -72,14 +72,15 @@ double RecordSlots::fill(const VEXA_InputCaseIterator& cases, const RecordRules&
                          CaseCounts* counts)
 {
     double weight = 1.0;
-    // Nobody changes these meanwhile, which the compiler cannot know of a call to the host.
+    // Copies of pointers and size: the compiler must assume that calls to the host change the
+    // members.
     const std::size_t count = rules.fields.size();
     const RecordField* const fields = rules.fields.data();
     Slot* const slots = _slots.data();
     for (std::size_t i = 0; i < count; ++i) {
         const RecordField& field = fields[i];
         const int column = static_cast<int>(i);
-        // Most fields of most datasets, and this is where the time goes.
+        // The common case, and the hot loop.
         if (field.isPlain)
             slots[i].number = cases.GetNumericValue(column);
         else if (field.isCaseCount)
@@ -92,7 +93,7 @@ double RecordSlots::fill(const VEXA_InputCaseIterator& cases, const RecordRules&
     return weight;
 }
 
-/// The number after the rules for increment and weight, which only real ones have.
+/// Applies increment and weight, which only Real fields have.
 double RecordSlots::ruledNumber(std::size_t field, const VEXA_InputCaseIterator& cases,
                                 const RecordRules& rules, double& weight, CaseCounts* counts) const
 {
@@ -118,7 +119,7 @@ double RecordSlots::numberOf(std::size_t field, const VEXA_InputCaseIterator& ca
     const double value = cases.GetNumericValue(column);
     if (kind.hasUserMissing && rules.isExcluded(column) && kind.variable->IsUserMissing(value))
         return kSystemMissing;
-    // Before any change of scale: missing minus a date would be a number like others.
+    // Before the conversion of dates, which would change the system-missing value.
     if (value == kSystemMissing)
         return value;
     if (kind.storage == CFField::Date)
@@ -134,7 +135,7 @@ void RecordSlots::takeText(Slot& slot, int column, const VEXA_InputCaseIterator&
     const bool isMissing =
         kind.hasUserMissing && rules.isExcluded(column) && kind.variable->IsUserMissing(text);
     slot.number = isMissing ? kSystemMissing : 0;
-    // The protocol hands out pointers that nobody writes through.
+    // The protocol uses non-const pointers, but nothing writes through them.
     slot.pointer = const_cast<char*>(text);
     slot.length = trimmedLength(text, kind.width, rules.trimsTabs);
 }
@@ -144,7 +145,7 @@ double RecordSlots::incremented(double value, const RecordRules& rules) const
     const double increment = rules.incrementValue;
     const bool hasIncrement = increment != kSystemMissing;
     const int source = rules.incrementSource;
-    // Slots are filled from left to right, so a later one still has the case before this.
+    // Slots are filled in order, so a source behind the target still holds the previous case.
     if (source < 0 || source > rules.incrementTarget)
         return hasIncrement ? increment : value;
     if (source == rules.incrementTarget)

@@ -9,7 +9,7 @@ namespace {
 
 using Values = std::vector<CFValue>;
 
-/// The order of a list's entries, as their places in it.
+/// A sequence of indices into a list.
 using Order = std::vector<std::size_t>;
 
 bool isReference(const CFValue* reference)
@@ -17,13 +17,13 @@ bool isReference(const CFValue* reference)
     return reference && !reference->GetDatum().IsNull();
 }
 
-// The place of the reference in a list; -1 for none.
+// Index of the reference in a list; -1 if it is missing or there is no reference.
 int placeOf(const CFValue* reference, const Values& values)
 {
     return isReference(reference) ? CFValue::GetIndex(reference->GetDatum(), values) : -1;
 }
 
-// Ascending, the entry at `last` behind all others.
+// Ascending, with the entry at index `last` at the end.
 Order reordered(const Values& values, int last)
 {
     Order order(values.size());
@@ -51,7 +51,7 @@ Values reorderAlone(const Values& values, const CFValue* reference)
     return inOrder(values, reordered(values, placeOf(reference, values)));
 }
 
-// Values and value labels of the field; true if the reference is not among them.
+// Sorts values and value labels of the field. Returns true if the reference is not among them.
 bool reorderLists(CFField& field, const CFValue* reference)
 {
     const Values& values = field.GetValues();
@@ -60,7 +60,7 @@ bool reorderLists(CFField& field, const CFValue* reference)
     const int last = placeOf(reference, keys);
     const Order order = reordered(keys, last);
     const bool isMissed = isReference(reference) && last < 0 && !keys.empty();
-    // Lists of unlike length cannot be pairs: each goes by its own values.
+    // Lists of different length are not pairs: sort each by its own values.
     Values newLabels =
         labels.size() == keys.size() ? inOrder(labels, order) : reorderAlone(labels, reference);
     if (!values.empty())
@@ -69,7 +69,7 @@ bool reorderLists(CFField& field, const CFValue* reference)
     return isMissed;
 }
 
-// Nothing declared stays nothing declared.
+// Undeclared missing values stay undeclared.
 CFMissingValues reorderMissing(const CFMissingValues& missing, const CFValue* reference)
 {
     return missing.IsValid()
@@ -100,14 +100,14 @@ void ReorderCategories(CFField& out, const CFField& in, const CFValue* reference
 {
     CFField field = in;
     bool isMissed = false;
-    // The values of a continuous field are no categories, so their order says nothing.
+    // The values of a continuous field are not categories.
     if (field.GetType() != CFField::Continuous) {
         isMissed = reorderLists(field, reference);
         field.SetMissingValues(reorderMissing(field.GetMissingValues(), reference));
     }
     if (notFound)
         *notFound = isMissed;
-    // Last, since `in` and `out` may be one field.
+    // Last: `in` and `out` may be the same field.
     out = std::move(field);
 }
 
