@@ -15,8 +15,8 @@
 
 namespace {
 
-/// What a job says where its caller says nothing. Some of the words stand where one would expect a
-/// boolean: the component tells the two apart.
+/// Default settings. Some values are the word "none" where a boolean is expected: the component
+/// distinguishes the two.
 const std::pair<const char*, std::variant<bool, const char*>> kDefaultSettings[] = {
     {"computeSummaryStats", true},        {"computeDistSummaryForString", true},
     {"computeCustomPercentiles", false},  {"customPercentilesAccuracy", "none"},
@@ -40,15 +40,15 @@ constexpr const char* kModelEnd = "</DataModel>";
 constexpr const char* kSummaries = "<DatasetSummaries>";
 constexpr const char* kTraceLabel = "HVINTEG";
 
-/// Where a result stands, as the file services spell it: in code pages other than UTF-8 that is not
-/// what the engine was told.
+/// The path of a result in the host's encoding. The path that the engine got is UTF-8, which the
+/// file functions do not accept in other code pages.
 std::string archiveOf(const HVSimpleContainer& container)
 {
     return container.getGenericPath();
 }
 
-/// The data model of a result, without the summaries, which its reader does not know. Throws
-/// std::out_of_range if there is none.
+/// The data model of a result, without the summaries, which CFMetaData does not know. Throws
+/// std::out_of_range if there is no data model.
 std::string modelOf(const std::string& statXml)
 {
     std::string model = statXml.substr(statXml.find(kModelBegin));
@@ -66,29 +66,30 @@ void putFields(JNIJSONArray& array, const std::vector<std::string>& fields)
 
 } // namespace
 
-/// The input, the settings, and what the last job left.
+/// The input, the settings and the results of the last job.
 struct HVINTEG_HIDDEN HVDescriptive::Impl
 {
     Impl(HVRunner& owner, HVRawDataIterator* rows, std::string text);
 
-    /// The field that the rows' data model has as the weight; empty for none.
+    /// Name of the field with the role of a frequency weight; empty if there is none.
     std::string weightField() const;
-    /// A field that weighs is not described.
+    /// Sets the fields to describe, without the weight field.
     void putInputFields(const std::vector<std::string>& fields, const std::string& weight);
-    /// Numbers that make up a point of time are one group among possibly several, hence a list in a
-    /// list.
+    /// Numeric date fields form one group of possibly several. The setting is therefore a list of
+    /// lists.
     void putDateFields(const std::vector<std::string>& fields, bool standard);
-    /// Puts the default of every setting, so that the job text tells them all.
+    /// Sets the default of every setting, so that the job text contains all.
     void BuildDescriptiveJson();
-    /// The job: settings and containers as definitions, and a pipeline from the input to the step.
+    /// Generates the job: definitions of settings and containers, and a pipeline from the input to
+    /// the step.
     std::string GetHVL(const std::vector<HVSimpleContainer*>& containers);
-    /// Composes and runs one job with these two containers and the further ones, and shows what it
-    /// says. False if the rows cannot be read from the first one on, or the job failed.
+    /// Generates and runs one job with these two containers and the further ones, and shows its
+    /// messages. Returns false if the iterator cannot be rewound or the job fails.
     bool RunDescriptive(HVSimpleContainer* first, HVSimpleContainer* second);
-    /// What the engine throws while the job runs is a failure of the job.
+    /// Returns false if the engine throws while the job runs.
     bool execute();
-    /// Both read one member of an archive that the job wrote. A member that is not there changes
-    /// nothing, one that is damaged clears the result.
+    /// Both read one member of an archive that the job wrote. A missing member leaves the result
+    /// unchanged, a damaged one clears it.
     bool readModel(const HVSimpleContainer& stat, std::string& model);
     static bool readInterval(const HVSimpleContainer& json, std::string& interval);
 
@@ -189,7 +190,6 @@ void HVDescriptive::Impl::putDateFields(const std::vector<std::string>& fields, 
     settings.put("nonStdDateTimeFieldList", &groups);
 }
 
-/// The text of the data model; false leaves it as it was where the archive lacks it.
 bool HVDescriptive::Impl::readModel(const HVSimpleContainer& stat, std::string& model)
 {
     ZipReader reader(archiveOf(stat));
