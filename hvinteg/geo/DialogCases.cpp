@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Null if there is no data source. Throws ErrorText.
+/// Returns null if the file has no data source. Throws ErrorText.
 std::unique_ptr<UserInputCaseFile> openFile(const std::string& path)
 {
     UserCaseFileSpec spec;

@@ -7,17 +7,17 @@
 
 namespace {
 
-/// The reason where nobody gives one. Callers know it by this text and say what they were at.
+/// The reason of an unknown exception. explainUnknown replaces this text.
 constexpr const char* kUnknown = "unknown HV message";
 
-/// Asks the engine something. What it throws becomes a text; `reason` stays as it is otherwise.
+/// Runs a question. Converts an exception to a text; otherwise leaves `reason` unchanged.
 template <class Question>
 bool ask(const Question& question, std::string& reason)
 {
     try {
         return question();
     } catch (const EmbeddedHV::JavaException& exception) {
-        // The trace is for whoever looks after the engine, and goes where the message goes.
+        // The Java trace helps whoever maintains the engine. It follows the message.
         reason = std::string(exception.getMessage()) + "\nTrace message:\n" + exception.getTrace();
     } catch (const EmbeddedHV::Exception& exception) {
         reason = exception.getMessage();
@@ -53,7 +53,7 @@ bool HVInteractive::tryGetMetadata(HVRunner& runner, const std::string& jobText,
     _exceptionText.clear();
     if (ask([&] { return runner.getMetadata(jobText, container, result); }, _exceptionText))
         return true;
-    // Nothing was thrown: the engine has no answer.
+    // No exception: the engine has no data model.
     if (_exceptionText.empty())
         _exceptionText = kUnknown;
     return false;
@@ -72,7 +72,7 @@ void HVInteractive::cleanJRef()
 void HVInteractive::cleanExecution()
 {
     _runner->cleanExecution();
-    // Reaches runners with a procedure only: this one stays stopped once a dialog was cancelled.
+    // Has an effect only for runners with a procedure: a cancelled dialog stays stopped.
     _runner->resetStopRrocessor();
 }
 
@@ -98,7 +98,7 @@ HVProgressListener::ExecutionState HVInteractive::getState() const
 
 bool HVInteractive::hasError(std::string& errorId, std::string& errorText, std::string& errorDetail)
 {
-    // What a job reported has an id and a detail; what was thrown on the way is only its echo.
+    // Prefer the job's report: it has an id and a detail.
     if (_runner->getProgressListener()->hasError(errorId, errorText, errorDetail))
         return true;
     if (_exceptionText.empty())
@@ -109,7 +109,8 @@ bool HVInteractive::hasError(std::string& errorId, std::string& errorText, std::
 
 const std::vector<std::string>& HVInteractive::getMessages() const
 {
-    // By a flag and not by the list: a request that gathered nothing must not show an older job's.
+    // Test the flag, not the list: a request without messages must not show those of an earlier
+    // job.
     return _hasOwnMessages ? _messages : _runner->getProgressListener()->getMessages();
 }
 

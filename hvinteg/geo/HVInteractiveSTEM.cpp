@@ -16,27 +16,27 @@
 #include "support/Transcoding.h"
 #include "support/ZipReader.h"
 
-// Sources of geometry: whether they are there, and whether they can be read.
+// Sources of geometry: whether they exist and can be read.
 
 namespace {
 
-// What the user is told, by the keys of the host's string table.
+// Texts for the user, by the keys of the host's string table.
 constexpr const char* kNoShapeInZip = "The selected zip file does not contain a shape file.";
 constexpr const char* kNoDbf = "A corresponding dbf file was not found";
 constexpr const char* kUnreadableShape = "Cannot read the selected file.";
 constexpr const char* kUnreadableLayer = "Shape source is invalid.";
 
-constexpr std::size_t kExtension = 3; ///< what a file name ends in, behind its period
-constexpr std::size_t kZipEnding = 4; ///< and with it
+constexpr std::size_t kExtension = 3; ///< length of a file name extension
+constexpr std::size_t kZipEnding = 4; ///< length including the period
 
-/// By its ending, in any letter case.
+/// Tests the extension, in any letter case.
 bool isZip(const std::string& path)
 {
     return path.size() >= kZipEnding &&
            VEXAMBstrnccmp_A(path.c_str() + path.size() - kZipEnding, ".zip", kZipEnding) == 0;
 }
 
-/// A shape file keeps its attributes in a file of its own.
+/// A shape file stores its attributes in a dbf file beside it.
 bool hasAttributes(std::string path)
 {
     if (path.size() < kExtension)
@@ -45,13 +45,13 @@ bool hasAttributes(std::string path)
     return FileSpecific(path).Exists();
 }
 
-/// The job whose result is described: it is never run.
+/// A job whose output is described and which never runs.
 std::string describeJob(const MapSource& source, const HVStatContainer& container)
 {
     JNIHvlProgram program;
     HVLRead read(&program);
     source.applyTo(read);
-    // One record proves that there are some to be read.
+    // One record proves that the source can be read.
     read.SetMaxCaseCount(1);
     HVLDataModelBuilder builder(&program);
     builder.SetOutputContainer(container);
@@ -93,7 +93,7 @@ bool HVInteractiveSTEM::validateMapService(const std::string& url, std::string& 
     beginRequest();
     layers.clear();
     RequestScope request(*this);
-    // A failure of the service counts as an answer here; the empty text tells it.
+    // An exception of the service counts as an answer with an empty text.
     const bool answers = !url.empty() && runner().getMapServiceLayers(url, layers);
     request.end();
     if (answers)
@@ -122,8 +122,8 @@ MapSource HVInteractiveSTEM::serviceOf(const std::string& url, int layer) const
     return MapSource::service(transcodeToUTF8(url.c_str(), converter()), layer);
 }
 
-/// Empty, with the reason set, if there is none. Whether the file itself is there, and good, the
-/// engine finds out when it reads it.
+/// Returns an empty path, and sets the reason, if there is no shape file. Does not test the shape
+/// file itself: the engine does that when it reads it.
 std::string HVInteractiveSTEM::getShapeFilePath(const std::string& path)
 {
     std::string shapePath = path;
@@ -138,12 +138,12 @@ std::string HVInteractiveSTEM::getShapeFilePath(const std::string& path)
     return {};
 }
 
-/// The shape file bears the name of its archive and stands at the top of it.
+/// The shape file has the name of its archive and lies at its top level.
 std::string HVInteractiveSTEM::unpackedShape(const std::string& path)
 {
     std::string directory;
     std::string name = SeparateFileName(path, directory);
-    // The ending may be in any letter case, so it is cut off by its length.
+    // Cut by length: the extension may be in any letter case.
     name.resize(name.size() - kZipEnding);
     const std::string folder = unpackedFolder(path, name);
     std::string shapePath = folder + "\\" + name + ".shp";
@@ -153,8 +153,8 @@ std::string HVInteractiveSTEM::unpackedShape(const std::string& path)
     return {};
 }
 
-/// An archive that was unpacked before is not looked at again, so that all requests of a dialog see
-/// one map. Empty if it cannot be unpacked.
+/// Unpacks an archive only once, so that all requests of a dialog use the same map. Returns an
+/// empty path if that fails.
 std::string HVInteractiveSTEM::unpackedFolder(const std::string& path, const std::string& name)
 {
     if (_tempSubDirs == nullptr)
@@ -166,7 +166,7 @@ std::string HVInteractiveSTEM::unpackedFolder(const std::string& path, const std
         return {};
     if (UnzipToDir(path, folder))
         return _tempSubDirs->emplace(path, folder).first->second;
-    // What an archive left that broke off is of use to nobody.
+    // Remove what an incomplete extraction left.
     RemoveFolderFromTempDir(folder);
     return {};
 }
@@ -186,7 +186,7 @@ bool HVInteractiveSTEM::getCoordinatesInfo(const std::string& name, int wkid,
     std::string info;
     if (!name.empty())
         info = runner().getCoordinatesSystemInfo(name);
-    // A name beats a number, which serves where the engine does not know the name.
+    // The name takes precedence; the id is for names that the engine does not know.
     if (info.empty() && wkid >= 1)
         info = runner().getCoordinatesSystemInfo(wkid);
     if (info.empty())

@@ -9,11 +9,11 @@
 #include "runner/HVRunner.h"
 #include "support/Tracing.h"
 
-// The geometry of shape files and map services as GeoJSON.
+// Geometry of shape files and map services as GeoJSON.
 
 namespace {
 
-/// Read, moved if there is a target, and written.
+/// Reads, reprojects if there is a target, and writes.
 std::string exportJob(const MapSource& source, const CoordinateSystem& from,
                       const CoordinateSystem& to, const MapExport& order)
 {
@@ -28,8 +28,8 @@ std::string exportJob(const MapSource& source, const CoordinateSystem& from,
     }
     HVLWrite write(&program);
     order.applyTo(write);
-    // A target that was asked for and is not known leaves a job without a source, which the engine
-    // refuses: a map in another system than the one asked for would be taken for the right one.
+    // An unknown target leaves a job without a source, which the engine refuses. Without that, a
+    // map in the wrong system would look correct.
     if (order.to.name.empty())
         write.AddPredFunction(&read);
     else
@@ -73,8 +73,8 @@ bool HVInteractiveSTEM::getServiceGeoJSON(const std::string& fromName, int fromW
                                              "Shape source is invalid."});
 }
 
-/// A system that is not known leaves an empty name: as the source it is the map's own, as the
-/// target it is a fault that the job reports.
+/// An unknown system has an empty name. As the source that means the map's own system; as the
+/// target the job fails.
 bool HVInteractiveSTEM::exportMap(const MapSource& source, const MapExport& order)
 {
     RequestScope request(*this);

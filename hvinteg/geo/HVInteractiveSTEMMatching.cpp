@@ -12,7 +12,7 @@
 #include "support/HVSimpleFile.h"
 #include "support/Tracing.h"
 
-// How well the keys of a map match those of a dataset.
+// Matching of the keys of a map with those of a dataset.
 
 namespace {
 
@@ -24,7 +24,7 @@ constexpr int kNoLimit = -1;
 
 } // namespace
 
-/// A request: what is asked, with names in the host's encoding, and where the answers go.
+/// A request: the question, with names in the host's encoding, and references to the results.
 struct HVInteractiveSTEM::KeyMatching
 {
     const Names& mapKeys;
@@ -37,7 +37,7 @@ struct HVInteractiveSTEM::KeyMatching
 
 namespace {
 
-/// Which of the three questions a traced job answers.
+/// Trace name of the question that a job answers.
 std::string traceNameOf(const MatchedValues& wanted)
 {
     return std::string("MappingKeys") + (wanted.unmatched ? "_UnMatch" : "_Match") +
@@ -71,7 +71,7 @@ bool HVInteractiveSTEM::matchServiceKeys(const std::string& url, int layer, cons
     return matchKeys(serviceOf(url, layer), "MatchServiceKeys_Preshape", matching);
 }
 
-/// The answers are empty from here on, whatever comes of the request.
+/// Clears the results first, whatever happens later.
 bool HVInteractiveSTEM::matchKeys(const MapSource& source, const char* tag,
                                   const KeyMatching& matching)
 {
@@ -87,7 +87,7 @@ bool HVInteractiveSTEM::matchKeys(const MapSource& source, const char* tag,
 bool HVInteractiveSTEM::runMatching(const MapSource& source, const char* tag,
                                     const KeyMatching& matching)
 {
-    // Keys are pairs by their places; what the data has beyond the map's keys has no partner.
+    // Keys match by index. Additional data keys have no partner and are ignored.
     if (matching.data.variables.size() < matching.mapKeys.size()) {
         setTranslatedException(kKeyCounts);
         return false;
@@ -102,7 +102,7 @@ bool HVInteractiveSTEM::runMatching(const MapSource& source, const char* tag,
         return false;
     const MatchSides sides{data, model, cases->rows(), toUtf8(matching.mapKeys),
                            toUtf8(matching.data.variables)};
-    // Only their number is wanted.
+    // Only the number of rows is used.
     KeyRows matched;
     const MatchedValues common{true, false, kNoLimit, matched};
     const bool isCounted = getMatchedValues(sides, common);
@@ -112,7 +112,7 @@ bool HVInteractiveSTEM::runMatching(const MapSource& source, const char* tag,
     return isCounted && getMatchedValues(sides, ofMap) && getMatchedValues(sides, ofData);
 }
 
-/// The joins read the map three times, from a file that is faster than a shape file or a service.
+/// The joins read the map three times. This copy is faster to read than a shape file or a service.
 bool HVInteractiveSTEM::copyMap(const MapSource& source, const char* tag, const HVSimpleFile& data,
                                 const HVSimpleFile& model)
 {
@@ -132,7 +132,7 @@ bool HVInteractiveSTEM::copyMap(const MapSource& source, const char* tag, const 
     return isCopied;
 }
 
-/// One question: the join of the distinct keys of both sides, and the rows that it leaves.
+/// Answers one question: joins the distinct keys of both sides and reads the resulting rows.
 bool HVInteractiveSTEM::getMatchedValues(const MatchSides& sides, const MatchedValues& wanted)
 {
     const HVSimpleFile data("joindata.csv", true, true);
@@ -146,7 +146,8 @@ bool HVInteractiveSTEM::getMatchedValues(const MatchSides& sides, const MatchedV
         if (rows.get() != nullptr)
             isRead =
                 KeyReader(*rows.get(), keysOf(sides, wanted)).read(wanted.maxRows, wanted.rows);
-        // Here and not left to the scope, so that what the engine throws at it is a failure.
+        // Dispose here, not in the destructor, so that an exception of the engine fails the
+        // request.
         rows.dispose();
     }
     cleanExecution();

@@ -12,13 +12,13 @@
 #include "support/HVSimpleFile.h"
 #include "support/Tracing.h"
 
-// The points of a dataset as GeoJSON.
+// Points of a dataset as GeoJSON.
 
 namespace {
 
 constexpr const char* kInvalid = "Shape source is invalid.";
 
-/// Whether all fields are there and can be coordinates.
+/// Whether all fields exist and are numeric.
 bool areNumbers(const CFMetaData& model, const std::vector<std::string>& fields)
 {
     return std::all_of(fields.begin(), fields.end(), [&model](const std::string& name) {
@@ -37,7 +37,7 @@ bool HVInteractiveSTEM::getPointGeoJSON(const std::string& fromName, int fromWki
                                         const std::string& geoJsonPath)
 {
     beginRequest();
-    // Longitude and latitude, or x and y, and a height if there is one.
+    // Longitude and latitude, or x and y, and an optional height.
     if (coordinateFields.size() != 2 && coordinateFields.size() != 3)
         return false;
     const MapExport order{{fromName, fromWkid}, {toName, toWkid},  dataModelPath,
@@ -67,13 +67,13 @@ bool HVInteractiveSTEM::exportPoints(const DialogChoice& data,
     const ExecutionScope execution(runner());
     const bool isWritten = writePoints(cases->rows(), toUtf8(coordinateFields),
                                        order.isCartesian() ? nullptr : &from, to, order);
-    // Before the cases go, which the execution knows.
+    // Before the cases are destroyed: the execution refers to them.
     cleanExecution();
     return isWritten;
 }
 
-/// Two jobs over the same cases: the first finds where the points lie, which the data model of the
-/// second one tells.
+/// Runs two jobs on the same cases: the first computes the envelope, which the second writes to its
+/// data model.
 bool HVInteractiveSTEM::writePoints(HVRawDataIterator& iterator,
                                     const std::vector<std::string>& fields,
                                     const CoordinateSystem* from, const CoordinateSystem& to,
@@ -92,7 +92,7 @@ bool HVInteractiveSTEM::writePoints(HVRawDataIterator& iterator,
     return isWritten;
 }
 
-/// A job that was cancelled on the way leaves no file, and so no envelope.
+/// Returns no envelope if the job was cancelled while it ran, because it writes no file then.
 std::vector<double> HVInteractiveSTEM::getGeoEnvelope(HVRawDataIterator& iterator,
                                                       const std::string& xField,
                                                       const std::string& yField)
@@ -107,7 +107,8 @@ std::vector<double> HVInteractiveSTEM::getGeoEnvelope(HVRawDataIterator& iterato
         OutputRows rows(runner(), data.GetFileName());
         if (rows.get() != nullptr)
             envelope = envelopeOf(*rows.get());
-        // Here and not left to the scope, so that what the engine throws at it is a failure.
+        // Dispose here, not in the destructor, so that an exception of the engine fails the
+        // request.
         rows.dispose();
     } else {
         explainUnknown(kInvalid);
@@ -120,7 +121,7 @@ bool HVInteractiveSTEM::runOn(HVRawDataIterator& iterator, const std::string& jo
 {
     if (!runner().prepareHVLJob(job))
         return false;
-    // One iterator serves several jobs in a row, and each reads all cases.
+    // An iterator serves several jobs, and each reads all cases.
     iterator.Rewind(false);
     return runner().addInputIterator(&iterator) && tryRunHV(runner());
 }

@@ -21,7 +21,7 @@ KeyReader::KeyReader(RowDataIterator& rows, const std::vector<std::string>& keys
 
 bool KeyReader::read(int maxRows, std::vector<std::vector<std::string>>& result)
 {
-    // One row beyond the limit tells the caller that there are more.
+    // One row more than the limit shows the caller that there are more.
     int count = 0;
     do {
         const unsigned int status = _rows.nextRecord();
@@ -35,7 +35,7 @@ bool KeyReader::read(int maxRows, std::vector<std::vector<std::string>>& result)
     return true;
 }
 
-/// Nothing for a row with a missing key.
+/// Returns nothing if a key is missing.
 std::optional<std::vector<std::string>> KeyReader::presentRow()
 {
     std::vector<std::string> row;
@@ -48,7 +48,7 @@ std::optional<std::vector<std::string>> KeyReader::presentRow()
     return row;
 }
 
-/// Numbers are told as the host tells them in texts, so that a caller can compare them.
+/// Formats numbers as the host does in texts, so that a caller can compare them.
 std::optional<std::string> KeyReader::valueOf(int field)
 {
     if (field < 0)

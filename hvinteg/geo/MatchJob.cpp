@@ -17,11 +17,11 @@
 
 namespace {
 
-/// The inputs of the join.
+/// Indices of the join's inputs.
 constexpr std::size_t kMap = 0;
 constexpr std::size_t kData = 1;
 
-/// None if the copy of the map is not there, as after a job that was cancelled.
+/// Returns an empty model if the copy of the map is missing, for example after a cancelled job.
 CFMetaData modelOf(const HVSimpleFile& file)
 {
     std::string xml;
@@ -29,7 +29,7 @@ CFMetaData modelOf(const HVSimpleFile& file)
     return xml.empty() ? CFMetaData() : CFMetaData(xml);
 }
 
-/// The builders of the job, which live until its text is there.
+/// The builders of the job. They live until its text is generated.
 class MatchJob
 {
 public:
@@ -50,9 +50,9 @@ private:
     JNIHvlProgram _program;
     HVLRead _readMap{&_program};
     HVLRead _readData{&_program};
-    // Each on the heap: builders know each other by address, and the list grows.
+    // On the heap: builders refer to each other by address, and the vector may reallocate.
     std::vector<std::unique_ptr<HVLExpressionFun>> _realKeys;
-    HVLFunction* _map = &_readMap; ///< the last step of the map's side so far
+    HVLFunction* _map = &_readMap; ///< the last step of the map's side
     HVLAggregate _mapKeys{&_program};
     HVLAggregate _dataKeys{&_program};
     HVLJoin _join{&_program};
@@ -86,7 +86,7 @@ void MatchJob::readMap()
     }
 }
 
-/// The host's numbers are real ones, so keys are compared as such.
+/// The host's numbers are reals, so integer keys are converted before the comparison.
 void MatchJob::makeReal(const std::string& key)
 {
     std::vector<JNIHvlExpression*> reference = {_program.createHvlExpressionFieldReference(key)};
@@ -97,7 +97,7 @@ void MatchJob::makeReal(const std::string& key)
     _realKeys.push_back(std::move(reclassify));
 }
 
-/// Keys alone make each side small, and count what is there several times once.
+/// Reduces each side to its keys, each combination once.
 void MatchJob::aggregate()
 {
     for (std::size_t i = 0; i < _sides.mapKeys.size(); ++i) {
@@ -108,15 +108,14 @@ void MatchJob::aggregate()
     _dataKeys.AddPredFunction(&_readData);
 }
 
-/// Missing keys match nothing, and so stand among the unmatched ones; who reads them leaves them
-/// out.
+/// A missing key matches nothing and is therefore among the unmatched. KeyReader leaves it out.
 void MatchJob::join()
 {
     _join.AddPredFunction(&_mapKeys, "shape");
     _join.AddPredFunction(&_dataKeys, "dataset");
     _join.SetJoinType(_wanted.unmatched ? HVLJoin::Anti : HVLJoin::Inner);
     const std::size_t side = _wanted.mapSide ? kMap : kData;
-    // Both sides may use one name, so only the fields of the side that is asked for are written.
+    // Write only the fields of the requested side: both sides may use the same names.
     _join.SetOutputFieldNames(side, keysOf(_sides, _wanted));
     if (_wanted.unmatched)
         _join.AddNonMatchingSource(side);

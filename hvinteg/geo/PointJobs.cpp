@@ -19,9 +19,9 @@ namespace {
 
 using EmbeddedHV::RowDataIterator;
 
-constexpr const char* kPoint = "pointCoord"; ///< the field that the coordinates are gathered in
+constexpr const char* kPoint = "pointCoord"; ///< the field with the list of coordinates
 
-/// A limit of the points, as a field of the job that finds it.
+/// One limit of the envelope, as a field of the job that computes it.
 struct Limit
 {
     const char* name;
@@ -35,7 +35,7 @@ constexpr std::array<Limit, kEnvelopeSize> kLimits{{{"leftUpperX", "min", true},
                                                     {"rightLowerX", "max", true},
                                                     {"rightLowerY", "min", false}}};
 
-/// The coordinates of a record as a list.
+/// An expression for the coordinates of a record as a list.
 JNIHvlExpression* pointOf(JNIHvlProgram& program, const std::vector<std::string>& fields)
 {
     std::string pattern = "[";
@@ -47,7 +47,7 @@ JNIHvlExpression* pointOf(JNIHvlProgram& program, const std::vector<std::string>
     return program.createHvlExpression(pattern, &references);
 }
 
-/// Says that the list of coordinates is a point, and where all points lie.
+/// Declares the list of coordinates as a point with the given envelope.
 void describePoint(HVLUpdateDataModel& update, int dimensions, const CoordinateSystem* system,
                    const std::vector<double>& envelope)
 {
@@ -84,7 +84,7 @@ std::string envelopeJob(HVRawDataIterator& iterator, const std::string& xField,
 
 namespace {
 
-/// Puts a number of the present record into `value`; what is none there leaves it.
+/// Reads a number of the current record into `value`; leaves it unchanged if the number is missing.
 void takeNumber(RowDataIterator& rows, const CFMetaData& model, const char* name, double& value)
 {
     const int index = model.GetFieldIndex(name);
