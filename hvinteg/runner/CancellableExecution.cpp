@@ -6,7 +6,7 @@
 #include "bridge/JavaThreadScope.h"
 #include "runner/HostBlocks.h"
 
-/// Counts a cancel as under way, and keeps the execution that it found.
+/// Registers a cancel in progress and keeps the execution that it found.
 class CancellableExecution::Call
 {
 public:
@@ -20,9 +20,10 @@ public:
     }
     ~Call()
     {
-        // Before the call counts as over: the thread that waits for it is the one that deletes.
+        // Release it before the cancel counts as ended: the waiting thread must be the one that
+        // deletes it.
         execution.reset();
-        // Notifies under the lock: whoever waits may destroy the owner as soon as it has the lock.
+        // Notify under the lock: a waiting thread may destroy the owner as soon as it has the lock.
         const std::lock_guard lock(_owner._mutex);
         std::erase_if(_owner._calls,
                       [this](const CallEntry& call) { return call.number == _number; });
@@ -70,8 +71,8 @@ void CancellableExecution::close()
     reach(nullptr);
 }
 
-/// Calls that come later see `execution`. Those that came before are waited for, but for the
-/// caller's own: the engine may call back from within a cancel.
+/// Later calls see `execution`. Waits for earlier calls except those of this thread: the engine may
+/// call back from within a cancel.
 void CancellableExecution::reach(ExecutionPointer execution)
 {
     std::unique_lock lock(_mutex);

@@ -11,16 +11,16 @@
 
 namespace {
 
-/// Ids of engine messages that repeat what the host shows by other means.
+/// Ids of engine messages whose content the host already shows in other ways.
 constexpr std::array<std::string_view, 3> kDroppedIds{"AEQAE2264I", "AEQAF0151E", "AEQAR0051W"};
 
-/// A message without an id is one that the engine did not mean for users.
+/// Messages without an id are not meant for users.
 bool isDropped(const std::string& id)
 {
     return id.empty() || std::find(kDroppedIds.begin(), kDroppedIds.end(), id) != kDroppedIds.end();
 }
 
-/// The host fills in the split variables and values of the present group.
+/// The host inserts the split variables and values of the present group.
 void showLabelled(const TnUTF8String& text)
 {
     TnComposite line("Split file [%1 = %2:,^1 = ^2:]1. ^2", true);
@@ -32,7 +32,7 @@ void showLabelled(const TnUTF8String& text)
     TnError(line, kShowInOutput, kLevelWarning);
 }
 
-/// A labelled line is a warning whatever it says; `level` is that of a plain one.
+/// A labelled line is always a warning; `level` is for a line without a label.
 void show(const TnUTF8String& text, bool labelled, int level)
 {
     if (labelled)
@@ -129,7 +129,7 @@ void HVProgressListener::displayAllMessages(bool showError, bool splitLabel)
 
 void HVProgressListener::displayMessages(bool labelled) const
 {
-    // Anew at each call: jobs in a row each show theirs.
+    // Local: each job shows its own messages.
     std::set<std::string> shown;
     for (const std::string& message : _messages)
         if (!message.empty() && shown.insert(message).second)
@@ -140,7 +140,7 @@ void HVProgressListener::displayEnd(bool showError, bool labelled) const
 {
     if (_state == Failed && showError)
         show(TnUTF8String(_errorText, false), labelled, kLevelError);
-    // A run that ends early is told whether errors are wanted or not.
+    // Show this even without `showError`.
     if (_state == Cancelled)
         TnError(TnString("The Vexa Statistics run will terminate now.", true), kShowInOutput,
                 kLevelError);

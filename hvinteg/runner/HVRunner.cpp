@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Has the adapter hold a handler for a scope. The handler before it comes back on every way out.
+/// Sets the adapter's interrupt handler for a scope and restores the previous one.
 class InterruptScope
 {
 public:
@@ -46,14 +46,14 @@ HVRunner::HVRunner(TnProcedure* procedure)
 
 HVRunner::~HVRunner()
 {
-    // First, since a cancel under way on another thread still uses the members.
+    // First: a cancel on another thread still uses the members.
     _impl->endCancels();
-    // 0 stands for none, and then nothing was taken away.
+    // A value that is not above 0 was not in force.
     if (_savedWeight > 0)
         writeHostWeight(_savedWeight);
     if (_savedSplit > 0)
         writeHostSplit(_savedSplit);
-    // Before the listener, which a remaining execution may still know.
+    // Before the listener: a remaining execution may refer to it.
     _impl.reset();
 }
 
@@ -63,10 +63,10 @@ bool HVRunner::prepareActiveDS(ProcedureDataSource& dataSource, bool supportsWei
     if (dataSource.ColumnCount() == 0)
         return true;
     const HostSettings found = readHostSettings();
-    // A second call finds both turned off by the first one, and keeps what that one found.
+    // A second call finds both turned off and keeps the values of the first.
     _savedWeight = found.weight > 0 ? found.weight : std::max(_savedWeight, found.weight);
     _savedSplit = found.split > 0 ? found.split : std::max(_savedSplit, found.split);
-    // From here on the data come unweighted and in one piece; the job weighs and splits itself.
+    // From now on the data are unweighted and not split; the job weights and splits itself.
     writeHostWeight(0);
     writeHostSplit(0);
     if (_savedWeight > 0 && !supportsWeight)
@@ -74,7 +74,7 @@ bool HVRunner::prepareActiveDS(ProcedureDataSource& dataSource, bool supportsWei
     if (_savedSplit > 0 && !supportsSplit)
         _parserMessage->DisableSplit();
     AdjustMeasurementLevels(dataSource);
-    // The engine reads all cases in one run, so the end of a split group must not end them.
+    // The engine reads all cases in one run, so reading must not stop at the end of a split group.
     dataSource.SetSplitEndCheck(false);
     return true;
 }
@@ -105,7 +105,7 @@ bool HVRunner::addInputIterator(HVStatDataIterator* iterator)
 
 bool HVRunner::execute()
 {
-    // Before the handler goes in: a stopped runner leaves no trace in the host.
+    // Test first: a stopped runner must not change anything in the host.
     if (_impl->isStopProcessor())
         return false;
     if (_procedure == nullptr)

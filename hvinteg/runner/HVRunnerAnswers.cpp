@@ -6,11 +6,11 @@
 #include "runner/HVRunner.h"
 #include "support/Conversions.h"
 
-// The JSON answers of the engine's metadata service as plain structures.
+// Converts the JSON answers of the engine's metadata service to plain structures.
 
 namespace {
 
-/// What the parser says of a text, thrown as what Java would throw.
+/// Throws the parser's message as the exception that Java would throw.
 [[noreturn]] void refuseText(const std::string& problem)
 {
     throw JNIException("com.zor.json.java.JSONException", problem, {});
@@ -32,7 +32,7 @@ JNIJSONArray parsedArray(const std::string& json)
     return array;
 }
 
-/// Calls with each element of an array, by a reference that lasts for the call.
+/// Calls `visit` with each element of an array. The reference is valid during the call.
 template <class Visit>
 void forEach(JNIJSONArray& reader, jobject array, Visit visit)
 {
@@ -132,7 +132,7 @@ bool HVRunner::ParseRecommendPCS(const std::string& json, int& id,
         return false;
     JNIJSONObject areas = parsedObject(json);
     const std::set<std::string> keys = areas.keySet();
-    // The answer is about one area; with several, nobody could tell which one `id` names.
+    // With several areas, a caller could not know which one `id` is.
     if (keys.size() != 1)
         return false;
     id = String2Integer(*keys.begin());

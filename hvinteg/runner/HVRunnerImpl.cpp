@@ -14,13 +14,14 @@
 
 namespace {
 
-/// That of the thread which attached last, asked anew for each call: the runner may change threads.
+/// The environment of the thread that attached last. Asked for at each call, because the runner may
+/// change threads.
 JNIEnv* managerEnv()
 {
     return JNIObjectManager::getManager()->getEnv();
 }
 
-/// A part of a destructor. What it throws can be told to nobody.
+/// Runs a part of a destructor and ignores what it throws.
 template <class Work>
 void quietly(Work work) noexcept
 {
@@ -30,7 +31,7 @@ void quietly(Work work) noexcept
     }
 }
 
-/// Lets a stop of the runner end the question that is asked, where the engine offers that.
+/// Lets a stop of the runner end a question, if the engine supports that.
 class StopScope
 {
 public:
@@ -57,7 +58,7 @@ private:
 HVRunnerImpl::HVRunnerImpl(HVProgressListener* listener, bool hasProcedure)
     : _listener(listener), _hasProcedure(hasProcedure)
 {
-    // An earlier runner may have left the manager on another thread.
+    // An earlier runner may have left the manager attached on another thread.
     JNIObjectManager::getManager()->reAttachJVM();
     updateAppSetting();
 }
@@ -81,10 +82,10 @@ void HVRunnerImpl::prepareHVLJob(const std::string& jobText)
     updateAppSetting();
     EmbeddedHV::ExecutionService* const service =
         StatHVServiceManager::get(_hasProcedure)->getExecutionService();
-    // The contract hands the object over by pointer.
+    // The engine returns an owning plain pointer.
     _execution.hold(std::unique_ptr<EmbeddedHV::Execution>(service->createExecution(_locale)));
     _execution->prepare(managerEnv(), jobText);
-    // Not before: the engine need not take a cancel while it takes the text.
+    // Only now: the engine need not support a cancel while it reads the text.
     _execution.open();
 }
 
@@ -106,7 +107,7 @@ void HVRunnerImpl::addInputIterator(HVStatDataIterator* iterator)
 bool HVRunnerImpl::execute()
 {
     _execution->execute(managerEnv(), _listener);
-    // A cancelled job has not failed: its output is cut short, and the state tells that.
+    // A cancelled job has not failed; its output is incomplete, which the state shows.
     return _listener->getState() != HVProgressListener::Failed;
 }
 
@@ -117,7 +118,7 @@ void HVRunnerImpl::cancelExecution()
 
 void HVRunnerImpl::cleanExecution()
 {
-    // Out of the member first, so that it is deleted even if the engine throws.
+    // Move out of the member first: it is deleted even if the engine throws.
     const std::shared_ptr<EmbeddedHV::Execution> ended = _execution.take();
     if (ended != nullptr)
         ended->dispose(managerEnv());
@@ -162,7 +163,7 @@ bool HVRunnerImpl::getMetadata(const std::string& jobText, const HVStatContainer
     });
     if (answered)
         return !metadata.empty();
-    // The empty text is how a caller tells a failure; the result says nothing of it.
+    // The empty text shows the failure, not the result.
     metadata.clear();
     return true;
 }

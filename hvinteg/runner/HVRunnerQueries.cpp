@@ -3,12 +3,12 @@
 
 using EmbeddedHV::MetadataService;
 
-// Questions of the engine's metadata service: a failure is an empty answer.
+// Questions to the engine's metadata service. A failure gives an empty answer.
 
 std::string HVRunner::getCoordinatesSystemInfo(const std::string& name)
 {
     std::string info;
-    // No system has an empty name, so the engine is not asked, and a present job stays.
+    // No system has an empty name. Do not ask the engine, which would end a present job.
     if (name.empty())
         return info;
     _impl->askService([&](MetadataService& service, JNIEnv* env) {
@@ -68,7 +68,7 @@ bool HVRunner::getMapServiceLayers(const std::string& url, std::string& layers)
     });
     if (answered)
         return !layers.empty();
-    // Whoever parses the empty text learns of the failure; the result says nothing of it.
+    // The empty text shows the failure, not the result.
     layers.clear();
     return true;
 }

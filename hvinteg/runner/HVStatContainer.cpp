@@ -1,4 +1,4 @@
 #include "runner/HVStatContainer.h"
 
-// Here and not inline, so that the class has one type information, this library's.
+// Defined here so that only this library has the type information of the class.
 HVStatContainer::~HVStatContainer() = default;

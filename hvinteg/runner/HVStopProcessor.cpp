@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The host's handle for its way out. There is one for the process; whoever comes last is right.
+/// The host's handle for leaving the procedure. One per process: the latest is valid.
 std::atomic<void*>& stopWorkspace()
 {
     static std::atomic<void*> workspace = nullptr;
@@ -30,10 +30,10 @@ HVStopProcessor::~HVStopProcessor() = default;
 
 bool HVStopProcessor::isLimitOver() const
 {
-    // So written that a limit which is not a number is none either.
+    // Written so that NaN counts as no limit.
     if (!(_timeLimit > 0))
         return false;
-    // The difference of two counters that wrap around is right as a signed number.
+    // The signed difference is correct even after the counter wraps around.
     const auto elapsed = static_cast<std::int32_t>(HostMilliseconds() - _startTicks);
     return elapsed / kTicksPerSecond >= _timeLimit;
 }
@@ -54,7 +54,7 @@ bool HVStopProcessor::GetCancel()
         TnError(TnString("Time out termination ...", true), kShowInOutput, kLevelError);
         endHostRun();
     }
-    // Does not come back if the user asked for a stop: nothing may be pending here.
+    // Does not return if the user requested a stop, so no object here may need a destructor.
     ATNJMP(stopWorkspace().load());
     return limitOver;
 }

@@ -6,8 +6,7 @@ namespace {
 
 constexpr std::int64_t kEndOfRun = -1;
 
-/// Asked for at the first use and not before, since a host sets its blocks up after this library is
-/// loaded.
+/// Looked up at first use: a host creates its blocks after it loads this library.
 CmnGlb& globalBlock()
 {
     static CmnGlb* const block = pvGetCmnGlb();
@@ -24,7 +23,7 @@ CmnSys& systemBlock()
 
 HostSettings readHostSettings()
 {
-    // The host stores 64 bits, of which the lower half counts.
+    // The host stores 64 bits; only the lower 32 count.
     return {static_cast<std::int32_t>(globalBlock().weight),
             static_cast<std::int32_t>(globalBlock().split)};
 }
@@ -41,6 +40,6 @@ void writeHostSplit(std::int32_t split)
 
 void endHostRun()
 {
-    // The one setting that is written from a cancelling thread while others may look at it.
+    // Atomic: a cancelling thread writes it while other threads may read it.
     systemBlock().runIndicator.store(kEndOfRun);
 }

@@ -10,7 +10,7 @@ bool RunnerRegistration::cfInitialized = false;
 RunnerRegistration::RunnerRegistration()
 {
     if (runnerCount == 0) {
-        // The metadata library starts once a process, and stays up behind the last runner.
+        // The metadata library starts once per process and is not stopped.
         if (!cfInitialized) {
             CFAppHost::update();
             CFEntry::initialize(CFAppHost::getInstance()->createCFHostingCalbck());
@@ -18,7 +18,7 @@ RunnerRegistration::RunnerRegistration()
         }
         JNIObjectManager::newManager();
     }
-    // After everything that may throw: a runner that was not made does not count.
+    // Last: a constructor that throws must not be counted.
     ++runnerCount;
 }
 

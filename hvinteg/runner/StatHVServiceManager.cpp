@@ -18,7 +18,7 @@
 
 namespace {
 
-/// The texts that the engine is started with, as the host has them now.
+/// Texts for the start of the engine, from the host's present settings.
 struct StartSettings
 {
     std::string componentsPath;
@@ -29,16 +29,16 @@ struct StartSettings
     std::string cacheSize;
 };
 
-// The engine keeps its start-up threads for all jobs, so it does not get the whole machine.
+// These threads exist for all jobs, so the engine does not use all processors.
 constexpr int kMostThreads = 4;
 constexpr int kCacheBytes = 0x400000;
 
-/// Asks the host for everything anew: a service that starts again follows its present settings.
+/// Reads all settings again: a restarted service uses the host's present ones.
 StartSettings gatherSettings()
 {
     CFAppHost::update();
     const CFAppHost& host = *CFAppHost::getInstance();
-    // The one text here that is in the host's encoding; the engine takes UTF-8.
+    // Only this text is in the host's encoding; the engine takes UTF-8.
     const std::string installation = PathFactory::getPathInstance()->getInstallationPath();
     const std::string installationPath = transcodeToUTF8(installation.c_str(), nullptr);
     const std::string tempRoot = FormalizeFilePath(host.getTempDirectory(), true);
@@ -74,7 +74,7 @@ void logSettings(const StartSettings& settings)
 
 } // namespace
 
-// A plain pointer, so that nothing ends the engine behind the host's back while the process ends.
+// A plain pointer, so that no static destructor ends the engine without the host.
 EmbeddedHV::HVServiceManager* StatHVServiceManager::_service = nullptr;
 
 EmbeddedHV::HVServiceManager* StatHVServiceManager::get(bool log)
@@ -87,7 +87,7 @@ EmbeddedHV::HVServiceManager* StatHVServiceManager::get(bool log)
     addProperties(appSetting, settings);
     if (log)
         logSettings(settings);
-    // Last, since it starts the virtual machine: a fault in the settings shows before that.
+    // Last, because it starts the virtual machine: invalid settings fail before that.
     JNIEnv* const env = JNIObjectManager::getManager()->getEnv();
     _service = std::make_unique<EmbeddedHV::HVServiceManager>(env, appSetting).release();
     return _service;
