@@ -12,12 +12,12 @@ namespace {
 constexpr std::size_t kRecordSize = 22;
 constexpr std::size_t kLongestComment = 0xffff;
 constexpr std::string_view kSignature("PK\5\6");
-// The numbers of disks, the counts of entries and the size of their directory: two, two and four
-// bytes for each.
+// The disk numbers, the counts of entries and the size of their directory: two, two and four bytes
+// each.
 constexpr std::string_view kNothing("\0\0\0\0\0\0\0\0\0\0\0\0", 12);
 
-/// Whether the record counts no entries and its comment reaches exactly to the end of the file, so
-/// that the signature is not a piece of something else.
+/// Whether the record counts no entries and its comment ends exactly at the end of the file.
+/// Otherwise the signature is part of something else.
 bool isRecordOfNothing(std::string_view rest)
 {
     if (rest.size() < kRecordSize || rest.substr(kSignature.size(), kNothing.size()) != kNothing)
@@ -41,7 +41,7 @@ ArchiveEnd::ArchiveEnd(const std::string& path)
     file.seekg(-static_cast<std::streamoff>(tail.size()), std::ios::end);
     if (!file.read(tail.data(), static_cast<std::streamsize>(tail.size())))
         return;
-    // From behind: a comment or an entry may contain the signature too.
+    // Search backwards: a comment or an entry may contain the signature.
     const std::size_t place = tail.rfind(kSignature);
     _isOfEmptyArchive =
         place != std::string::npos && isRecordOfNothing(std::string_view(tail).substr(place));

@@ -16,23 +16,23 @@
 
 namespace {
 
-/// `width` bytes of a case buffer, without the blanks that fill it up.
+/// Assigns `width` bytes of a case buffer without trailing blanks.
 void assignText(const OBS* value, std::size_t width, std::string& out)
 {
-    // A copy, since the host trims in place and a case buffer has no end mark.
+    // Copy: the host trims in place, and a case buffer is not terminated.
     std::vector<char> buffer(width + 1, '\0');
     std::memcpy(buffer.data(), value, width);
     VEXAMBstrtrim_A(buffer.data());
     out.assign(buffer.data());
 }
 
-/// Up to 15 significant digits: what was written with so many comes out as it was written.
+/// 15 significant digits reproduce every number that was written with so many.
 void assignNumber(double number, std::string& out)
 {
     std::array<char, 64> buffer{};
     std::snprintf(buffer.data(), buffer.size(), "%-.15g", number);
     out.assign(buffer.data());
-    // The C library writes the separator of the host's locale, which may be more than a byte.
+    // The C library writes the locale's separator, which may have several bytes.
     const std::string separator = std::localeconv()->decimal_point;
     if (separator == "." || separator.empty())
         return;
@@ -41,11 +41,12 @@ void assignNumber(double number, std::string& out)
         out.replace(position, separator.size(), ".");
 }
 
-/// The number at the start of a text, as String2Double and String2Integer tell.
+/// Reads the number at the start of a text, for String2Double and String2Integer.
 template <typename Number>
 Number readNumber(const std::string& text)
 {
-    // A stream reads as far as it can and no further, which no other conversion does in all cases.
+    // A stream stops at the first character that cannot continue the number and still returns the
+    // value.
     std::istringstream stream(text);
     stream.imbue(std::locale::classic());
     Number number = 0;
@@ -64,7 +65,7 @@ void ConvertObsValToStr(const OBS* value, const VEXA_Variable& variable, std::st
         assignNumber(value->number, out);
         return;
     }
-    // A hexadecimal format is wider than the value that it shows, so the value's own width bounds.
+    // A hexadecimal format is wider than its value, so the value's width is the limit.
     const int shown = std::min<int>(variable.GetFormatEx().width, variable.GetType());
     assignText(value, static_cast<std::size_t>(std::max(shown, 0)), out);
 }

@@ -7,7 +7,7 @@
 #include "support/Paths.h"
 #include "support/Separators.h"
 
-/// What was found out at construction, and the listing that is under way, if one is.
+/// The state at construction, and the present listing if there is one.
 struct HVINTEG_HIDDEN DirectorySpecific::Impl
 {
     std::string expandedPath;
@@ -18,11 +18,11 @@ struct HVINTEG_HIDDEN DirectorySpecific::Impl
     bool currentIsDirectory = false;
     std::int64_t entriesSeen = 0;
 
-    /// Fills the first three members; all that never changes afterwards.
+    /// Sets the first three members, which never change afterwards.
     void lookUp(std::string path);
-    /// Begins a listing, whatever the last one had come to.
+    /// Starts a new listing.
     bool browse(const std::string& mask);
-    /// Takes the next entry that is a name of something below the directory.
+    /// Moves to the next entry, without "." and "..".
     bool next();
 };
 
@@ -30,11 +30,11 @@ void DirectorySpecific::Impl::lookUp(std::string path)
 {
     const bool rooted = !path.empty();
     trimTrailingSeparators(path);
-    // Nothing but separators is the root, not a missing name.
+    // A path of separators only is the root.
     if (rooted && path.empty())
         path = "\\";
     std::string expanded;
-    // A path that cannot be expanded stays empty: a lone backslash would be the root.
+    // Leave the path empty if it cannot be expanded: a single backslash would be the root.
     if (ValidateDirSpecification(path, expanded, exists, readOnly) == 0)
         expandedPath = FormalizeFilePath(expanded, true);
 }
@@ -58,7 +58,7 @@ bool DirectorySpecific::Impl::next()
         if (listing == nullptr || !listing->Next(name))
             return false;
     } while (name == "." || name == "..");
-    // By the bytes of its name, which need not be proper text; a link tells what it leads to.
+    // Use the bytes of the name, which may be invalid text. A link reports the kind of its target.
     std::string whole;
     bool entryReadOnly = false;
     ValidateDirSpecification(expandedPath + name, whole, currentIsDirectory, entryReadOnly);

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Empty if there is nothing of the name.
+// Empty if the path does not exist.
 std::string resolvedDirectory(const std::string& path)
 {
     std::string resolved;
@@ -24,7 +24,7 @@ ExtractionFolder::ExtractionFolder(const std::string& path)
 bool ExtractionFolder::admit(const std::string& name)
 {
     std::string path = pathOf(name);
-    // A file and a folder of one name are duplicates too.
+    // A file and a folder of the same name are duplicates.
     trimTrailingSeparators(path);
     std::string directory;
     SeparateFileName(path, directory);

@@ -6,20 +6,20 @@
 #include "FileServices.h"
 #include "support/Paths.h"
 
-/// What was found out at construction.
+/// The state at construction.
 struct HVINTEG_HIDDEN FileSpecific::Impl
 {
     std::string expandedPath;
     FileState state;
     bool directory = false;
 
-    /// Asks the host once; a path that it cannot expand leaves everything false.
+    /// Asks the host once. All flags stay false if it cannot expand the path.
     void lookUp(const std::string& path);
 };
 
 void FileSpecific::Impl::lookUp(const std::string& path)
 {
-    // More than any path that an operating system takes.
+    // Longer than any path that an operating system accepts.
     constexpr std::size_t kLongestPath = 32768;
     const auto buffer = std::make_unique<std::array<char, kLongestPath>>();
     if (ExpandFileSpecification(path, buffer->data(), buffer->size()) != 0)
@@ -27,7 +27,7 @@ void FileSpecific::Impl::lookUp(const std::string& path)
     expandedPath = buffer->data();
     state.valid = true;
     directory = FileAttributesOf(ExtNameStr(expandedPath).GetU16()) == FileKind::Directory;
-    // The host judges in use and locked for files only.
+    // The host reports in-use and locked only for files.
     if (directory) {
         std::string expanded;
         ValidateDirSpecification(expandedPath, expanded, state.exists, state.readOnly);

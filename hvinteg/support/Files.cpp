@@ -14,7 +14,7 @@
 
 namespace {
 
-// Two locks, so that the removal of a large tree does not keep others from finding a name.
+// Two locks, so that removing a large tree does not delay the search for a name.
 CriticalSection& uniqueNameLock()
 {
     static CriticalSection lock;
@@ -29,14 +29,14 @@ CriticalSection& removalLock()
 
 void removeEntry(const std::string& path, bool isDirectory)
 {
-    // A link to a directory looks like one. The plain removal takes the link (and an empty
-    // directory) away, so that only a real directory is ever entered.
+    // A link to a directory looks like a directory. remove() deletes links and empty directories,
+    // so that only real directories are entered.
     const bool removed = ExtNameStr::remove(ExtNameStr(path)) == 0;
     if (!removed && isDirectory)
         RemoveDir(path);
 }
 
-// Whether both names lead to one file that is there.
+// Whether both names are the same existing file.
 bool isSameFile(const ExtNameStr& left, const ExtNameStr& right)
 {
     std::error_code error;
@@ -53,7 +53,7 @@ std::string FormUniqueFileName(const std::string& path)
     const std::size_t dot = path.rfind('.');
     const std::string stem = path.substr(0, dot) + '_';
     const std::string extension = dot == std::string::npos ? std::string() : path.substr(dot);
-    // The lock keeps this process's threads apart; the file itself is made by the caller, later.
+    // The lock serialises threads of this process. The caller creates the file later.
     for (int number = 1;; ++number) {
         std::string candidate = stem;
         candidate += Integer2String(number);
@@ -91,14 +91,14 @@ bool StatCopyFile(const std::string& target, const std::string& source)
     ExtNameStr::Open(input, from, std::ios::in | std::ios::binary);
     if (!input.is_open())
         return false;
-    // To open the file for output would empty it before it is read.
+    // Opening for output would truncate the file before it is read.
     if (isSameFile(from, to))
         return true;
     std::ofstream output;
     ExtNameStr::Open(output, to, std::ios::out | std::ios::binary | std::ios::trunc);
     if (!output.is_open())
         return false;
-    // An empty source sets the failbit here and is copied all the same.
+    // An empty source sets the failbit, but the copy is correct.
     output << input.rdbuf();
     return true;
 }

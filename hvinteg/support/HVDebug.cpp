@@ -15,8 +15,7 @@ namespace {
 
 using Clock = std::chrono::system_clock;
 
-/// In whole milliseconds, as the times of day beside it are shown, so that a reader can add them
-/// up.
+/// In whole milliseconds, like the times of day in the table, so that a reader can add them.
 double secondsBetween(Clock::time_point from, Clock::time_point to)
 {
     using std::chrono::milliseconds;
@@ -25,7 +24,7 @@ double secondsBetween(Clock::time_point from, Clock::time_point to)
     return static_cast<double>(whole.count()) / 1000.0;
 }
 
-// The share of a whole in percent. A whole of 0 gives what the division gives.
+// Share of a whole in percent. Division by 0 is allowed and gives inf or NaN.
 __attribute__((no_sanitize("float-divide-by-zero"))) double percent(double part, double whole)
 {
     return part / whole * 100.0;
@@ -50,14 +49,14 @@ std::string timeOfDay(Clock::time_point time)
 
 struct HVINTEG_HIDDEN HVDebug::Impl
 {
-    /// Declares the table, to which rows are added as they come.
+    /// Creates the table and its dimensions.
     explicit Impl(TnHeading& heading);
-    /// A row with the times of now.
+    /// Adds a row with the present time.
     void addLine(const std::string& comment);
-    /// Goes back to the rows, which the output library finds by their numbers, and adds the shares.
+    /// Adds the shares to the existing rows, which the output library finds by number.
     void addSummary();
 
-    // Goes after its dimensions, and these after the labels.
+    // Destroyed after its dimensions; the labels are destroyed first.
     std::unique_ptr<TnPivotTable> table;
     std::unique_ptr<TnDimension> rows;
     std::unique_ptr<TnDimension> columns;
@@ -115,7 +114,7 @@ HVDebug::~HVDebug()
     try {
         _impl->addSummary();
     } catch (...) {
-        // A log that cannot end its table is no reason to end the process.
+        // An incomplete table must not end the process.
     }
 }
 

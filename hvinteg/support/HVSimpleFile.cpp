@@ -12,8 +12,8 @@
 
 namespace {
 
-// Kept from the first use on: the engine is started with these, and a later change of the host's
-// temporary directory does not reach it.
+// Fixed at first use: the engine starts with these paths, and the host may change its temporary
+// directory later.
 const ExtNameStr& analyticRoot()
 {
     static const ExtNameStr root(JoinFilePath(GetVexaTempPath(), "analytic-root/"));
@@ -28,13 +28,13 @@ const ExtNameStr& analyticDefaultDir()
 
 } // namespace
 
-/// The file itself, shared by all copies; the last one takes it away.
+/// The file, shared by all copies. The destructor of the last copy removes it.
 struct HVINTEG_HIDDEN HVSimpleFile::Impl
 {
     std::string fileName;
     ExtNameStr path;
-    /// For the removal, which must not depend on memory; empty for a name with a NUL, which would
-    /// be another file's.
+    /// Path for the removal, which must not allocate. Empty for a name with a NUL, because its
+    /// beginning would name another file.
     std::string native;
     bool deleteOnClose = false;
 
@@ -45,13 +45,13 @@ struct HVINTEG_HIDDEN HVSimpleFile::Impl
     {
         if (!deleteOnClose)
             return;
-        // Whatever has the name by now: the engine writes files, others make directories of it.
+        // Remove whatever has the name: the engine writes files, others may create directories.
         if (std::remove(native.c_str()) == 0 || errno == ENOENT)
             return;
         try {
             RemoveDir(path.GetGeneric());
         } catch (const std::exception&) {
-            // A directory stays that there is no memory to look into.
+            // Without memory to list a directory, it remains.
         }
     }
 };
@@ -66,10 +66,10 @@ HVSimpleFile::HVSimpleFile(const std::string& name, bool analytic, bool deleteOn
         _impl->native.clear();
     std::string rest;
     _impl->fileName = SeparateFileName(_impl->path.GetGeneric(), rest);
-    // In the analytic directory the engine makes the file, and takes one that is there for data.
+    // In the analytic directory the engine creates the file, and reads an existing one as data.
     if (!analytic)
         createEmpty(_impl->path);
-    // Only from here on: without a name of its own, nothing is to be removed.
+    // Set last: an object without its own name must not remove anything.
     _impl->deleteOnClose = deleteOnClose;
 }
 

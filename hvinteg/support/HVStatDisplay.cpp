@@ -14,13 +14,13 @@ namespace {
 
 constexpr long long kLineView = 1;
 
-/// All that this namespace shows goes to the front end's view of lines.
+/// Shows a line in the front end's view of lines.
 void show(const std::string& line)
 {
     TN_ToFront(kLineView, line);
 }
 
-/// As a developer wants to see it: short, and a missing value by a word.
+/// A short form for developers; a missing value is a word.
 std::string textOf(double value)
 {
     if (value == kSystemMissing)
@@ -40,7 +40,7 @@ std::string textOf(bool value)
     return value ? "true" : "false";
 }
 
-/// In quotation marks, so that blanks at its ends are seen.
+/// In quotation marks, which make blanks at the ends visible.
 std::string textOf(const std::string& value)
 {
     return '"' + value + '"';
@@ -51,7 +51,7 @@ std::string textOf(const std::pair<const int, int>& value)
     return "(" + std::to_string(value.first) + "," + std::to_string(value.second) + ")";
 }
 
-// A line of a title and what `list` holds.
+// Shows a title and the elements of `list` in one line.
 template <typename List>
 void showList(const std::string& title, const List& list)
 {
@@ -61,7 +61,7 @@ void showList(const std::string& title, const List& list)
     show(list.empty() ? line + " <none>" : line);
 }
 
-// The text of a value as wide as the format, without the blanks at its end.
+// The text of a value in the format, without trailing blanks.
 std::string formatted(const OBS* value, const VEXA_Format& format)
 {
     std::vector<char> text(std::size_t{format.width} + 1, '\0');
@@ -84,7 +84,7 @@ void showValues(const std::string& title, const std::vector<Obs*>& values,
 
 } // namespace
 
-// Callers hand titles over by value: the signatures are part of the exported interface.
+// Titles are passed by value: the signatures are part of the exported interface.
 // NOLINTBEGIN(performance-unnecessary-value-param)
 
 void DisplayB(TN_Character title, bool value)

@@ -12,14 +12,14 @@
 
 namespace {
 
-/// A variable that is not set counts as an empty one.
+/// Returns an empty text for a variable that is not set.
 std::string environmentValue(const char* name)
 {
     const char* const value = std::getenv(name);
     return value != nullptr ? value : "";
 }
 
-/// The host takes its arguments by address; the two ones are layout numbers.
+/// The host takes all arguments by address. Both ones are layout numbers.
 void showInViewer(const std::string& line)
 {
     const int one = 1;
@@ -51,7 +51,7 @@ bool HVStatTracer::init()
 
 void HVStatTracer::openRoot(const std::string& directory)
 {
-    // One that is there already is as good.
+    // An existing directory is accepted.
     MakeDir(directory);
     const DirectorySpecific root(directory);
     if (!root.Exists())
@@ -62,7 +62,7 @@ void HVStatTracer::openRoot(const std::string& directory)
 
 bool HVStatTracer::takeDirectory()
 {
-    // All processes then share the root, and append to one log.
+    // All processes share the root and append to one log.
     if (_maxDirCount == 0) {
         _dir = _root;
         return true;
@@ -83,7 +83,7 @@ bool HVStatTracer::newTraceDir()
 {
     if (!_rootUsable || !takeDirectory())
         return _tracing;
-    // A stream that failed once would swallow every line of the next directory.
+    // Clear the error state, or the next log would lose every line.
     if (_log.is_open())
         _log.close();
     _log.clear();
@@ -96,7 +96,7 @@ bool HVStatTracer::newTraceDir()
 bool HVStatTracer::addLog(const std::string& line)
 {
     if (_tracing)
-        // Flushed line by line, so that the log tells how far a process came that died.
+        // Flush each line, so that the log is complete up to a crash.
         _log << line.c_str() << '\n' << std::flush;
     if (_printToViewer)
         showInViewer(line);

@@ -8,7 +8,7 @@
 
 std::string FormalizeFilePath(const std::string& path, bool trailingSeparator)
 {
-    // "/" is never part of another character, in no code page, so its bytes may be replaced.
+    // No code page uses the byte of "/" as part of another character, so bytes may be replaced.
     std::string result = path;
     std::replace(result.begin(), result.end(), '/', '\\');
     if (trailingSeparator && !result.empty() && !endsWithBackslash(result))
@@ -27,7 +27,7 @@ std::string JoinFilePath(const std::string& first, const std::string& second)
 std::string NormalizeHvlPath(const std::string& path, const std::string& protocol)
 {
     std::string result;
-    // A path that has its protocol keeps it.
+    // Keep an existing protocol.
     if (VEXAMBstrnccmp_A(path.c_str(), protocol.c_str(), protocol.size()) != 0)
         result = protocol + "://";
     if (protocol == "file")
@@ -50,7 +50,7 @@ std::string SeparateFileName(const std::string& path, std::string& directory)
         directory.clear();
         return path;
     }
-    // By way of a copy: `path` and `directory` may be one object.
+    // Copy first: `path` and `directory` may be the same object.
     std::string name = path.substr(separator + 1);
     directory = path.substr(0, separator + 1);
     return name;

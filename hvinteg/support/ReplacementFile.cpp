@@ -15,8 +15,8 @@ namespace {
 constexpr std::size_t kGathered = 65536;
 constexpr mode_t kNewFileMode = 0666; // less what the process's mask takes away
 
-/// Whether a rename may take the place of what has the name: a directory, a device or a file that
-/// its owner protects is no file of ours to take away.
+/// Whether the target may be replaced: it does not exist or is a writable file, not a directory or
+/// device.
 bool mayBeReplaced(const ExtNameStr& target)
 {
     const FileKind kind = FileAttributesOf(target.GetU16());
@@ -73,7 +73,7 @@ void ReplacementFile::open()
         ::close(descriptor);
 }
 
-// Whoever could not read the file that is there must not read the one that takes its place.
+// Nobody who could not read the old file may read the new one.
 void ReplacementFile::keepPermissions()
 {
     constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
@@ -86,7 +86,7 @@ bool ReplacementFile::finish()
 {
     if (!isOpen())
         return false;
-    // A crash of the system must not leave the name with a part of the content.
+    // Sync, so that a system crash cannot leave an incomplete file under the name.
     const bool kept = std::fflush(_buffer.file) == 0 && fsync(fileno(_buffer.file)) == 0;
     const bool finished =
         close() && kept && std::rename(_part.path().c_str(), _target.GetNative().c_str()) == 0;

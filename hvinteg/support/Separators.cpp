@@ -6,13 +6,12 @@
 
 namespace {
 
-/// The host finds a character forward only: in its code pages nothing can be told of a byte without
-/// what comes before it.
+/// Searches forward: in the host's code pages a byte is only known from the bytes before it.
 std::size_t findLast(const std::string& path, char separator)
 {
     std::size_t last = std::string::npos;
     const char* const begin = path.c_str();
-    // Behind a separator a character begins, so the walk may go on from there.
+    // A new character starts after a separator, so the search can continue there.
     for (const char* found = VEXAMBstrchr_A(begin, separator); found != nullptr;
          found = VEXAMBstrchr_A(found + 1, separator))
         last = static_cast<std::size_t>(found - begin);
@@ -32,7 +31,7 @@ std::size_t findLastSeparator(const std::string& path)
 
 bool endsWithBackslash(const std::string& path)
 {
-    // A look at the last byte spares the walk for nearly all paths.
+    // Test the last byte first, which is enough for almost all paths.
     return !path.empty() && path.back() == '\\' && findLast(path, '\\') == path.size() - 1;
 }
 

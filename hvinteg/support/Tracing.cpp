@@ -6,8 +6,7 @@
 
 namespace {
 
-/// The next file of a label and name takes the place of the last one: a trace shows the latest
-/// state.
+/// Replaces the last file of the same label and name: the trace shows the latest state.
 void traceFile(const char* extension, const std::string& text, const std::string& label,
                const std::string& name)
 {
@@ -21,7 +20,7 @@ std::string (*jobTextFilter)(const std::string&) = nullptr;
 
 HVStatTracer* HVTracer()
 {
-    // Released on purpose: the log takes lines until the process is gone.
+    // Never destroyed: the log accepts lines until the process ends.
     static HVStatTracer* const tracer = std::make_unique<HVStatTracer>().release();
     return tracer;
 }

@@ -15,13 +15,13 @@ constexpr std::uint64_t kStored = 0;
 constexpr std::uint64_t kDeflated = 8;
 constexpr std::uint64_t kEncrypted = 0x1;
 
-// The upper half of the attributes has a Unix mode, or nothing. It is looked at whatever system the
-// archive claims to come from: the claim costs a forger nothing.
+// The upper half of the attributes is a Unix mode or 0. It is tested whatever system the archive
+// claims to come from, because the claim may be false.
 constexpr unsigned kModeShift = 16;
 constexpr std::uint64_t kTypeOfMode = 0170000;
 constexpr std::uint64_t kFileMode = 0100000;
 constexpr std::uint64_t kFolderMode = 0040000;
-// In the lower half: volume label, folder, device and reparse point.
+// Bits of the lower half: volume label, folder, device and reparse point.
 constexpr std::uint64_t kFolderAttribute = 0x10;
 constexpr std::uint64_t kOddAttributes = 0x08 | 0x40 | 0x400;
 
@@ -31,7 +31,7 @@ bool isControlCharacter(char character)
     return code < 0x20 || code == 0x7f;
 }
 
-/// Components that would climb, or be nothing, once the operating system reads the path.
+/// False for components that would lead upwards or have no effect in a path.
 bool isTrustedComponent(std::string_view component)
 {
     return !component.empty() && component != "." && component != "..";
@@ -42,7 +42,7 @@ bool isTrustedComponent(std::string_view component)
 int ZipEntry::read(unzFile archive)
 {
     unz_file_info info = {};
-    // minizip leaves a name that fills the buffer without its end.
+    // minizip does not terminate a name that fills the buffer.
     char buffer[kNameBuffer + 1] = {};
     const int result =
         unzGetCurrentFileInfo(archive, &info, buffer, kNameBuffer, nullptr, 0, nullptr, 0);
@@ -51,7 +51,7 @@ int ZipEntry::read(unzFile archive)
     buffer[kNameBuffer - 1] = '\0';
     _name = FormalizeFilePath(buffer, false);
     _isDirectory = endsWithBackslash(_name);
-    // False for a name that was cut off, and for one with a NUL in it.
+    // False for a name that was cut and for one that contains a NUL.
     _isNameWhole = std::strlen(buffer) == info.size_filename;
     _size = info.uncompressed_size;
     _flags = info.flag;
@@ -82,7 +82,7 @@ bool ZipEntry::hasTrustedName() const
 
 bool isTrustedEntryName(const std::string& name)
 {
-    // As the operating system will see it, which is what counts in the end.
+    // Test the operating system's spelling, which decides where the file goes.
     const std::string native = ExtNameStr(name).GetNative();
     if (name.size() >= kNameBuffer || native.find(':') != std::string::npos ||
         std::any_of(native.begin(), native.end(), isControlCharacter))

@@ -11,7 +11,7 @@ std::FILE* fileOf(voidpf stream)
     return static_cast<std::FILE*>(stream);
 }
 
-// Null for a mode that asks for neither.
+// Null if the mode requests neither reading nor writing.
 const char* openModeOf(int mode)
 {
     if ((mode & ZLIB_FILEFUNC_MODE_READWRITEFILTER) == ZLIB_FILEFUNC_MODE_READ)
@@ -29,7 +29,7 @@ voidpf openFile(voidpf, const char* path, int mode)
     return ExtNameStr::fopen(ExtNameStr(path), openMode);
 }
 
-/// The next functions are the C library's, in the form that minizip calls them in.
+/// The next functions are those of the C library with minizip's signatures.
 uLong readFile(voidpf, voidpf stream, void* buffer, uLong size)
 {
     return std::fread(buffer, 1, size, fileOf(stream));
@@ -47,7 +47,7 @@ long tellFile(voidpf, voidpf stream)
 
 long seekFile(voidpf, voidpf stream, uLong offset, int origin)
 {
-    // An offset out of a damaged archive may be none that a file can have.
+    // The offset may come from a damaged archive and be invalid.
     const long distance = static_cast<long>(offset);
     switch (origin) {
     case ZLIB_FILEFUNC_SEEK_CUR:

@@ -20,19 +20,20 @@ namespace {
 
 constexpr std::size_t kChunk = 8192;
 
-// Against archives that are made to fill a disk. What jobs write packs to a tenth or a thirtieth;
-// made-up data goes far beyond, up to a thousandth, and by entries that share their data to less.
+// Limits against archives that are made to fill a disk. Output of jobs compresses to between a
+// tenth and a thirtieth. Malicious archives reach a thousandth, and less if entries share data.
 constexpr std::uint64_t kAllowedAnyway = std::uint64_t{1} << 30;
 constexpr std::uint64_t kAllowedRatio = 200;
 constexpr std::uint64_t kMostEntries = 1'000'000;
 
-// An archive without the wide end record counts its entries up to this, and minizip takes the
-// value for "more".
+// Without the zip64 end record the count of entries is limited to this value, which minizip reads
+// as "more".
 constexpr std::uint64_t kCountUnknown = 0xffff;
 
 } // namespace
 
-/// The archive, and the result that decides whether it is touched again.
+/// The archive and the result code of the last minizip call. Other values than UNZ_OK end the use
+/// of the archive.
 struct HVINTEG_HIDDEN ZipReader::Impl
 {
     std::string path;
@@ -40,7 +41,7 @@ struct HVINTEG_HIDDEN ZipReader::Impl
     std::uint32_t entryCount = 0;
     unzFile handle = nullptr;
     std::int32_t lastResult = -1;
-    /// What may still be given out, in bytes.
+    /// Remaining bytes that may be written.
     std::uint64_t allowance = 0;
 
     Impl() = default;
@@ -67,7 +68,7 @@ struct HVINTEG_HIDDEN ZipReader::Impl
 
 bool ZipReader::Impl::openArchive(const std::string& archive)
 {
-    // What stands before a NUL is another file's name.
+    // The text before a NUL is the name of another file.
     if (archive.find('\0') != std::string::npos)
         return false;
     zlib_filefunc_def functions = hostFileFunctions();
@@ -75,8 +76,8 @@ bool ZipReader::Impl::openArchive(const std::string& archive)
     unz_global_info info = {};
     unzGetGlobalInfo(handle, &info);
     const ArchiveEnd end(archive);
-    // Where minizip sees no entries there may be some, and where it sees no archive an empty one.
-    // Without a handle it has nothing to go to, and says so whatever it is asked.
+    // minizip may report no entries for an archive that has some, and fails to open an empty
+    // archive. Without a handle every later call of minizip fails.
     if (info.number_entry == 0 && !end.isOfEmptyArchive()) {
         close();
         return false;
@@ -97,7 +98,7 @@ void ZipReader::Impl::close()
 
 bool ZipReader::Impl::locate(const std::string& name)
 {
-    // Others write slashes where this library writes backslashes.
+    // Other programs write slashes where this library writes backslashes.
     std::string host = FormalizeFilePath(name, false);
     lastResult = unzLocateFile(handle, host.c_str(), 0);
     if (lastResult == UNZ_END_OF_LIST_OF_FILE && VEXAMBstrchr_A(host.c_str(), '\\') != nullptr) {
@@ -122,8 +123,8 @@ bool ZipReader::Impl::lookAt(ZipEntry& entry)
     return lastResult == UNZ_OK;
 }
 
-// minizip never reads past the declared size, so that size is a safe measure of what will come, but
-// not for memory: nothing says that so much is there.
+// minizip never reads beyond the declared size, so that size limits the output. It must not be used
+// to allocate memory: the data may be shorter.
 template <typename Sink>
 bool ZipReader::Impl::exportEntry(const ZipEntry& entry, Sink sink)
 {
@@ -133,13 +134,13 @@ bool ZipReader::Impl::exportEntry(const ZipEntry& entry, Sink sink)
     if (lastResult != UNZ_OK)
         return false;
     const std::uint64_t size = readEntry(sink);
-    // Over the life of the reader, so that an archive of many entries is bounded as one of few.
+    // Counted over the life of the reader, so that many entries have the same limit as few.
     allowance -= size;
     lastResult = unzCloseCurrentFile(handle);
     return lastResult == UNZ_OK && size == entry.size();
 }
 
-// A read that fails ends the content as its end does; what is missing then tells of it.
+// A failed read looks like the end of the content. The caller notices by the missing bytes.
 template <typename Sink>
 std::uint64_t ZipReader::Impl::readEntry(Sink sink)
 {
@@ -190,7 +191,7 @@ bool ZipReader::Impl::exportAllInto(ExtractionFolder& folder)
     return isWalkOver(entries);
 }
 
-// A directory of entries that breaks off is no end.
+// A truncated list of entries does not count as its end.
 bool ZipReader::Impl::isWalkOver(std::uint64_t entries) const
 {
     return lastResult == UNZ_END_OF_LIST_OF_FILE ||
@@ -272,7 +273,7 @@ bool ZipReader::ExportString(std::string& content)
 bool ZipReader::ExportFullDirectory(const std::string& directory)
 {
     const DirectorySpecific target(directory);
-    // What is there is added to; only a directory that cannot be written is refused.
+    // An existing directory is accepted unless it is read-only.
     if (target.Exists() ? target.ReadOnly() : !MakeDir(target.ExpandPath()))
         return false;
     if (_impl->lastResult != UNZ_OK)

@@ -23,7 +23,7 @@ namespace {
 
 constexpr std::size_t kPacked = 8192;
 
-// Empty if there is nothing of the name.
+// Empty if the path does not exist.
 std::string resolved(const std::string& path)
 {
     std::string result;
@@ -31,8 +31,8 @@ std::string resolved(const std::string& path)
     return result;
 }
 
-// Whether a listing has all that is in the directory. It passes over names that the host cannot
-// spell, and is empty for a directory that cannot be read.
+// Whether a listing contains all entries of the directory. It leaves out names that the host cannot
+// spell, and is empty for an unreadable directory.
 bool listsAll(const std::string& directory)
 {
     std::ptrdiff_t listed = 0;
@@ -50,14 +50,15 @@ bool listsAll(const std::string& directory)
 
 } // namespace
 
-/// The archive, and the result that decides whether it is touched again.
+/// The archive and the result code of the last minizip call. Other values than ZIP_OK end the use
+/// of the archive.
 struct HVINTEG_HIDDEN ZipWriter::Impl
 {
     std::string path;
     bool open = false;
     zipFile handle = nullptr;
     std::int32_t lastResult = -1;
-    /// The archive without links, so that it is known under any name.
+    /// The archive's path with links resolved, to recognise it under any name.
     std::string resolvedPath;
 
     Impl() = default;
@@ -67,11 +68,11 @@ struct HVINTEG_HIDDEN ZipWriter::Impl
 
     bool openArchive(const std::string& archive);
     bool close();
-    /// An entry around what `content` writes; false if that fails, and then the archive has a torn
+    /// Adds an entry with what `content` writes. After a failure the archive has an incomplete
     /// entry.
     template <typename Content>
     bool addEntry(const std::string& name, Content content);
-    /// Appends to the entry that is open.
+    /// Appends to the open entry.
     bool write(const char* bytes, std::size_t size);
     bool addStream(const std::string& name, std::istream& stream);
     bool addFile(const std::string& name, const std::string& filePath);
@@ -88,7 +89,7 @@ struct HVINTEG_HIDDEN ZipWriter::Impl
 
 bool ZipWriter::Impl::openArchive(const std::string& archive)
 {
-    // What stands before a NUL is another file's name.
+    // The text before a NUL is the name of another file.
     if (archive.find('\0') != std::string::npos)
         return false;
     zlib_filefunc_def functions = hostFileFunctions();
@@ -115,7 +116,7 @@ bool ZipWriter::Impl::close()
 template <typename Content>
 bool ZipWriter::Impl::addEntry(const std::string& name, Content content)
 {
-    // minizip would store what stands before the NUL.
+    // minizip would store only the text before the NUL.
     if (lastResult != ZIP_OK || name.find('\0') != std::string::npos)
         return false;
     const zip_fileinfo information = {};
@@ -150,7 +151,7 @@ bool ZipWriter::Impl::addStream(const std::string& name, std::istream& stream)
 
 bool ZipWriter::Impl::addFile(const std::string& name, const std::string& filePath)
 {
-    // A directory opens too, and to open a pipe would wait for somebody to write into it.
+    // Test the kind first: a directory can be opened too, and opening a pipe would block.
     const ExtNameStr file(FormalizeFilePath(filePath, false));
     const FileKind kind = FileAttributesOf(file.GetU16());
     if (lastResult != ZIP_OK || kind == FileKind::Directory || kind == FileKind::Special ||
@@ -169,8 +170,8 @@ bool ZipWriter::Impl::addDirectory(const std::string& name)
     return addEntry(entryName, [] { return true; });
 }
 
-// `ancestors` has the directories that this one is in, without links: one that is among them would
-// never come to an end.
+// `ancestors` holds the resolved parents of this directory. A directory among them would make the
+// recursion endless.
 bool ZipWriter::Impl::addTree(const std::string& directory, const std::string& prefix,
                               std::vector<std::string>& ancestors)
 {
@@ -196,11 +197,11 @@ bool ZipWriter::Impl::addTree(const std::string& directory, const std::string& p
 bool ZipWriter::Impl::addFound(const std::string& found, bool isDirectory,
                                const std::string& entryName, std::vector<std::string>& ancestors)
 {
-    // What could not be unpacked again is no copy of the directory.
+    // An entry that cannot be unpacked again would make the copy incomplete.
     if (!isTrustedEntryName(FormalizeFilePath(entryName, isDirectory)))
         return false;
     if (!isDirectory)
-        // An archive that is written into the directory which it packs leaves itself out.
+        // Skip the archive itself if it is inside the directory.
         return isArchive(found) || addFile(entryName, found);
     addDirectory(entryName);
     return addTree(found, entryName, ancestors);
