@@ -8,51 +8,62 @@
 
 class JNIObjectManager;
 
-/// Base of every wrapper of one of the engine's Java objects: reference tracking and conversions.
+/// Base of the wrappers of the engine's Java objects: tracks references and converts values.
 ///
-/// A wrapper works in the manager's environment of the time of its making, on that thread. Its
-/// object is held in one of two ways. By a global reference, which is the manager's and lives until
-/// JNIObjectManager::cleanJRef, longer than the wrapper. Or by a local reference, which is the
-/// wrapper's and is deleted with it; a copy of such a wrapper has a local reference of its own.
+/// A wrapper uses the environment that the manager has when the wrapper is created, on that thread.
+/// It holds its object by one of two kinds of reference. A global reference belongs to the manager
+/// and lives until JNIObjectManager::cleanJRef, even after the wrapper. A local reference belongs
+/// to the wrapper and is deleted with it; a copy of the wrapper has its own.
 ///
 /// Texts are UTF-8.
 class HVINTEG_EXPORT JNIHvlAccessor : public JNIAccessor
 {
 public:
-    /// Wraps nothing yet, in the manager's present environment.
+    /// Wraps nothing, in the manager's present environment.
     JNIHvlAccessor();
+    /// Shares a global reference. Makes its own local reference on the wrapper's thread; on another
+    /// thread the copy wraps nothing.
     JNIHvlAccessor(const JNIHvlAccessor& other);
+    /// Deletes its local references, then copies as the constructor does.
     JNIHvlAccessor& operator=(const JNIHvlAccessor& other);
-    /// Deletes the local references of this wrapper, unless the attachment of the thread that they
-    /// belong to has ended, and they with it, or the calling thread is another one.
+    /// Deletes the local references of this wrapper. Leaves them if the calling thread is another
+    /// one or the attachment of their thread has ended.
     ~JNIHvlAccessor() override;
 
-    /// Wraps an object and takes its class. A local reference passes to the wrapper; with `global`
-    /// it stays the caller's, and the wrapper gets a global one.
+    /// Wraps an object and its class. With `global` the wrapper holds a new global reference, and
+    /// the caller keeps `object`. Without, the wrapper takes over the local reference.
     void init(jobject object, bool global);
-    /// Wraps a new object of the class, from its constructor without arguments. A failure is
-    /// recorded for getErrorMessage, and nothing is wrapped.
+    /// Wraps a new object of the class, made by its constructor without arguments. If that fails,
+    /// the error is recorded for getErrorMessage and nothing is wrapped.
     void init(const char* className, bool global);
-    /// Wraps a new global reference to the object, which the manager deletes if `track` is set; or
-    /// the local reference given, which the wrapper deletes if `track` is set.
+    /// Without `global`, wraps `object`; the wrapper deletes this local reference if `track` is
+    /// true. With `global`, wraps a new global reference to it, which the manager deletes if
+    /// `track` is true.
     void setObjectG(jobject object, bool global, bool track);
 
-    /// Makes a Java value: a String, Integer, Double, Long or Boolean. Without `global` the result
-    /// is a local reference, the wrapper's if `track` is set, else the caller's. With `global` it
-    /// is a global one, the manager's if `track` is set, else the caller's. A std::string is never
-    /// tracked. Throws JNIException.
+    /// Creates a java.lang.String. Without `global` the caller owns the local reference, otherwise
+    /// the global one; `track` is ignored. Throws JNIException.
     jobject newObject(const std::string& value, bool global, bool track);
+    /// Creates a java.lang.String, or returns null for null. `track` gives the reference to an
+    /// owner: a local one to the wrapper, a global one to the manager. Without it the caller owns
+    /// the reference. Throws JNIException.
     jobject newObject(const char* value, bool global, bool track);
+    /// Creates a java.lang.Integer, with ownership as above.
     jobject newObject(int value, bool global, bool track);
+    /// Creates a java.lang.Double, with ownership as above.
     jobject newObject(double value, bool global, bool track);
+    /// Creates a java.lang.Long, with ownership as above.
     jobject newObject(long long value, bool global, bool track);
+    /// Creates a java.lang.Boolean, with ownership as above.
     jobject newObject(bool value, bool global, bool track);
 
-    /// The text of a Java string, empty for null. A failure is recorded for getErrorMessage.
+    /// Converts a Java string; null becomes an empty text. A failure is recorded for
+    /// getErrorMessage.
     std::string getString(jstring text);
+    /// Does the same into `out`.
     void getString(jstring text, std::string& out);
 
-    /// The manager of the process, asked anew at each call: a new one may have come.
+    /// The present manager of the process. Not cached, because a new one may replace it.
     JNIObjectManager* getJNIObjectManager() const;
 
 private:

@@ -2,8 +2,8 @@
 
 #include "bridge/JNIHvlAccessor.h"
 
-/// A file that goes into a component or comes out of it. Made by JNIHvlProgram::createContainer,
-/// passed back into its factory operations, on the thread that made it.
+/// A file that a component reads or writes. JNIHvlProgram::createContainer creates it. Pass it to
+/// the functions of the program, on the same thread.
 class HVINTEG_EXPORT JNIHvlContainer : public JNIHvlAccessor
 {
 public:

@@ -4,12 +4,12 @@
 
 class JNIHvlType;
 
-/// An expression of the job language, as a tree on the Java side. Made by JNIHvlProgram, passed
-/// back into it, on the thread that made it.
+/// An expression of the job language, stored as a tree in Java. JNIHvlProgram creates it. Pass it
+/// to the functions of the program, on the same thread.
 class HVINTEG_EXPORT JNIHvlExpression : public JNIHvlAccessor
 {
 public:
-    /// The simple types of the job language. Any other value stands for Any.
+    /// The simple types of the job language. Any other value means Any.
     enum SimpleTypes : int
     {
         Any,
@@ -29,12 +29,12 @@ public:
     JNIHvlExpression& operator=(const JNIHvlExpression&) = default;
     ~JNIHvlExpression() override;
 
-    /// The expression as text of the job language. Throws JNIException.
+    /// Converts the expression to text of the job language. Throws JNIException.
     std::string generate();
 
     using JNIHvlAccessor::newObject;
-    /// The Java constant of a type: a local reference of the caller's; null with an exception
-    /// pending on failure.
+    /// Returns the Java constant of a type. The caller owns the local reference. On failure returns
+    /// null with a Java exception pending.
     static jobject newObject(JNIEnv* env, SimpleTypes type);
 
 protected:
@@ -44,18 +44,20 @@ private:
     friend class WrapperFactory;
 };
 
-/// A parameter of a lambda: its name and its type. Whoever makes one keeps it until the lambda has
-/// been created. A failure of the constructor is recorded, and nothing is wrapped.
+/// A parameter of a lambda: name and type. The caller owns it until the lambda is created. If the
+/// Java constructor fails, the error is recorded and nothing is wrapped.
 class HVINTEG_EXPORT JNIHvlExpression::LambdaSignature : public JNIHvlAccessor
 {
 public:
-    /// The type is borrowed and must outlive this; null for none.
+    /// The type is borrowed and must outlive this object; null means none.
     LambdaSignature(const std::string& name, JNIHvlType* type);
     LambdaSignature(const LambdaSignature&) = default;
     LambdaSignature& operator=(const LambdaSignature&) = default;
     ~LambdaSignature() override;
 
+    /// The name given to the constructor.
     const std::string& getParameterName() const { return _name; }
+    /// The borrowed type, or null.
     JNIHvlType* getParameterType() const { return _type; }
 
 private:

@@ -2,8 +2,8 @@
 
 #include "bridge/JNIHvlAccessor.h"
 
-/// A field to be derived: its name and the expression of its value. Made by
-/// JNIHvlProgram::createHvlFieldDerive, passed back into it, on the thread that made it.
+/// The name of a derived field and the expression of its value. JNIHvlProgram::createHvlFieldDerive
+/// creates it. Pass it to the functions of the program, on the same thread.
 class HVINTEG_EXPORT JNIHvlFieldDerive : public JNIHvlAccessor
 {
 public:

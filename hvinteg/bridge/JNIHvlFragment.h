@@ -6,8 +6,8 @@
 
 class JNIHvlFunction;
 
-/// A part of a job's text that is rendered as one: a chain of functions, or text given as it is.
-/// Operations throw JNIException.
+/// A part of a job's text: a chain of functions, or text that is used unchanged. Operations throw
+/// JNIException.
 class HVINTEG_EXPORT JNIHvlFragment : public JNIHvlAccessor
 {
 public:
@@ -15,11 +15,13 @@ public:
     JNIHvlFragment& operator=(const JNIHvlFragment&) = default;
     ~JNIHvlFragment() override;
 
-    /// Whether the function is rendered by this fragment.
+    /// Whether this fragment contains the text of the function.
     bool containsFunction(JNIHvlFunction* function);
+    /// The id that the program gave the fragment.
     std::string getId();
-    /// The ids of the fragments that must stand before this one.
+    /// The ids of the fragments that must precede this one.
     std::set<std::string> getPredecessorFragmentIds();
+    /// Generates the text of the fragment.
     std::string toHVLText();
 
 protected:
@@ -27,5 +29,5 @@ protected:
 
 private:
     friend class WrapperFactory;
-    friend class JNIHvlProgram; // renders through a fragment of its own scope
+    friend class JNIHvlProgram; // generates text from a temporary fragment
 };

@@ -2,8 +2,8 @@
 
 #include "bridge/JNIHvlAccessor.h"
 
-/// A function of a job under composition: one step with its configuration and its inputs. Made by
-/// JNIHvlProgram. Operations throw JNIException.
+/// A function of a job: one step with its configuration and inputs. JNIHvlProgram creates it.
+/// Operations throw JNIException.
 class HVINTEG_EXPORT JNIHvlFunction : public JNIHvlAccessor
 {
 public:

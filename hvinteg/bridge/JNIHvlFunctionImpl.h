@@ -4,7 +4,7 @@
 
 class JNIHvlFragment;
 
-/// A function as the renderer sees it. Operations throw JNIException.
+/// A function with the operations that generate its text. They throw JNIException.
 class HVINTEG_EXPORT JNIHvlFunctionImpl : public JNIHvlFunction
 {
 public:
@@ -12,9 +12,9 @@ public:
     JNIHvlFunctionImpl& operator=(const JNIHvlFunctionImpl&) = default;
     ~JNIHvlFunctionImpl() override;
 
-    /// The definitions that the function needs.
+    /// Generates the definitions that the function needs.
     std::string generateConfiguration();
-    /// The call of the function, as part of a fragment.
+    /// Generates the call of the function, as part of a fragment.
     std::string generateInvocation(JNIHvlFragment* fragment);
 
 protected:

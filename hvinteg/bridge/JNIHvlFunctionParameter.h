@@ -2,7 +2,7 @@
 
 #include "bridge/JNIHvlAccessor.h"
 
-/// One argument of a general function. Made by JNIHvlFunctionParameterFactory, passed back into
+/// One argument of a general function. JNIHvlFunctionParameterFactory creates it. Pass it to
 /// JNIHvlProgram::createHvlFunctionGeneral.
 class HVINTEG_EXPORT JNIHvlFunctionParameter : public JNIHvlAccessor
 {

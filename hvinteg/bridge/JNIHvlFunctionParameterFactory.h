@@ -10,11 +10,12 @@ class JNIHvlFunction;
 class JNIHvlFunctionParameter;
 class JNIJSONObject;
 
-/// Makes the arguments of a general function. Each result is deleted by cleanJRef. Operations throw
-/// JNIException; a failure of the constructor is recorded, and nothing is wrapped.
+/// Creates arguments of a general function. cleanJRef deletes the results. Pointer arguments are
+/// borrowed for the call. Operations throw JNIException. If the constructor fails, the error is
+/// recorded and nothing is wrapped.
 ///
-/// `named` tells how the argument is written: by a definition of its own, or in place; for inputs,
-/// by their tags, or by position.
+/// With `named` an argument is written by a separate definition, and inputs are written with their
+/// tags. Without, an argument is written in place and inputs by position.
 class HVINTEG_EXPORT JNIHvlFunctionParameterFactory : public JNIHvlAccessor
 {
 public:
@@ -23,15 +24,19 @@ public:
     JNIHvlFunctionParameterFactory& operator=(const JNIHvlFunctionParameterFactory&) = default;
     ~JNIHvlFunctionParameterFactory() override;
 
+    /// A list of containers; a null element is passed as a Java null.
     JNIHvlFunctionParameter* createContainers(std::vector<JNIHvlContainer*>* containers,
                                               bool named);
-    /// An expression; a function whose records come in.
+    /// An expression.
     JNIHvlFunctionParameter* createExpression(JNIHvlExpression* expression, bool named);
+    /// A function whose records are an input.
     JNIHvlFunctionParameter* createInput(JNIHvlFunction* input);
-    /// Functions by tag; one that is null is left out.
+    /// Functions by tag; null functions are left out.
     JNIHvlFunctionParameter* createInputs(std::map<std::string, JNIHvlFunction*>* inputs,
                                           bool named);
+    /// A JSON configuration.
     JNIHvlFunctionParameter* createJson(JNIJSONObject* json, bool named);
+    /// Text of the job language, used unchanged.
     JNIHvlFunctionParameter* createRaw(const std::string& text, bool named);
 
 protected:

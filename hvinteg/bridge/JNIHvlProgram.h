@@ -14,120 +14,145 @@ class JNIHvlFunctionParameter;
 class JNIJSONObject;
 class JNITaggedFunctionInput;
 
-/// A job under composition: functions are created one upon another, and getHvlText renders them.
+/// A job that is being composed: the functions are created one after the other, and getHvlText
+/// generates the text.
 ///
 ///     JNIHvlProgram program;
 ///     JNIHvlFunction* read = program.createHvlFunction("read", &source);
 ///     program.createHvlFunction("write", &target, read);
 ///     program.getHvlText(text);
 ///
-/// What a factory operation returns is deleted by JNIObjectManager::cleanJRef, never by the caller,
-/// and may not be used afterwards. Pointer arguments are borrowed for the call; null passes a Java
-/// null. The program and all that it made belong to one thread. Operations throw JNIException; a
-/// failure of a constructor is recorded, and nothing is wrapped.
+/// JNIObjectManager::cleanJRef deletes the results of factory operations; the caller must not
+/// delete them, nor use them afterwards. Pointer arguments are borrowed for the call; null is
+/// passed as a Java null. The program and its results belong to one thread. Operations throw
+/// JNIException. If a constructor fails, the error is recorded and nothing is wrapped.
 class HVINTEG_EXPORT JNIHvlProgram : public JNIHvlAccessor
 {
 public:
     using SimpleTypes = JNIHvlExpression::SimpleTypes;
-    /// The types of the fields that the body of a record's lambda uses; an empty map leaves them
-    /// open.
+    /// Types of the fields that the body of a lambda over records uses. An empty map leaves them
+    /// unspecified.
     using TypeMap = std::map<std::string, SimpleTypes>;
 
     /// An empty program.
     JNIHvlProgram();
-    /// A program that begins with job text as it is given.
+    /// A program that starts with job text, which is used unchanged.
     explicit JNIHvlProgram(const std::string& text);
     JNIHvlProgram(const JNIHvlProgram&) = default;
     JNIHvlProgram& operator=(const JNIHvlProgram&) = default;
     ~JNIHvlProgram() override;
 
-    /// An independent copy on the Java side.
+    /// Creates an independent copy of the Java object.
     JNIHvlProgram* clone();
-    /// Makes the second function run after the first, without records passing between them.
+    /// Makes `later` run after `earlier`, without records between them.
     void addDependency(JNIHvlFunction* earlier, JNIHvlFunction* later);
 
-    /// An expression from its text, in which `%s` stands for the next argument and `%%` for a
-    /// percent sign; null for no arguments.
+    /// An expression from text. `%s` is replaced by the next argument and `%%` by a percent sign.
+    /// Null means no arguments.
     JNIHvlExpression* createHvlExpression(const std::string& pattern,
                                           std::vector<JNIHvlExpression*>* arguments);
-    /// The value of the first clause whose condition holds, else `otherwise`.
+    /// An expression with the value of the first clause whose condition is true, otherwise
+    /// `otherwise`.
     JNIHvlExpression*
     createHvlExpressionConditional(std::vector<HvlExpressionConditional::Clause*>* clauses,
                                    JNIHvlExpression* otherwise);
+    /// A field of a named record.
     JNIHvlExpression* createHvlExpressionFieldReference(const std::string& record,
                                                         const std::string& field);
-    /// A field of the record that a lambda over records is given.
+    /// A field of the record that a lambda over records receives.
     JNIHvlExpression* createHvlExpressionFieldReference(const std::string& field);
+    /// A lambda with these parameters. An empty vector is passed as a Java null.
     JNIHvlExpression*
     createHvlExpressionLambdaFunction(std::vector<JNIHvlExpression::LambdaSignature*>* parameters,
                                       JNIHvlExpression* body);
-    /// Null items are left out; an empty vector passes a Java null.
+    /// A list. Null items are left out; an empty vector is passed as a Java null.
     JNIHvlExpression* createHvlExpressionList(std::vector<JNIHvlExpression*>* items);
+    /// An integer literal of 32 bits.
     JNIHvlExpression* createHvlExpressionLiteral(int value);
+    /// A real literal.
     JNIHvlExpression* createHvlExpressionLiteral(double value);
+    /// A string literal (UTF-8).
     JNIHvlExpression* createHvlExpressionLiteral(const char* value);
+    /// An integer literal of 64 bits.
     JNIHvlExpression* createHvlExpressionLiteral(long long value);
+    /// A boolean literal.
     JNIHvlExpression* createHvlExpressionLiteral(bool value);
+    /// The null of the job language.
     JNIHvlExpression* createHvlExpressionNullValue();
+    /// A reference to a parameter of a lambda.
     JNIHvlExpression* createHvlExpressionParameterName(const std::string& name);
-    /// Null components are left out.
+    /// A tuple. Null components are left out.
     JNIHvlExpression* createHvlExpressionTuple(std::vector<JNIHvlExpression*>* components);
+    /// A field to derive and the expression of its value.
     JNIHvlFieldDerive* createHvlFieldDerive(const std::string& field, JNIHvlExpression* value);
 
-    /// Configurations by position; a null keeps its place open.
+    /// A step with several configurations by position; a null element leaves its position empty.
     JNIHvlFunction* createHvlFunction(const std::string& name,
                                       std::vector<JNIJSONObject*>* configurations,
                                       JNIHvlFunction* input);
+    /// A step with one configuration and no input.
     JNIHvlFunction* createHvlFunction(const std::string& name, JNIJSONObject* configuration);
+    /// A step with one configuration and one input.
     JNIHvlFunction* createHvlFunction(const std::string& name, JNIJSONObject* configuration,
                                       JNIHvlFunction* input);
-    /// Inputs by tag; one that is null is left out.
+    /// A step with inputs by tag; null inputs are left out.
     JNIHvlFunction* createHvlFunction(const std::string& name, JNIJSONObject* configuration,
                                       std::map<std::string, JNIHvlFunction*>* inputs);
-    /// A component; null containers are left out, an empty vector leaves the place open.
+    /// A component with input and output containers. Null containers are left out; an empty vector
+    /// leaves the argument empty.
     JNIHvlFunction* createHvlFunction(const std::string& name, JNIJSONObject* configuration,
                                       std::vector<JNIHvlContainer*>* inputs,
                                       std::vector<JNIHvlContainer*>* outputs,
                                       JNIHvlFunction* input);
+    /// A step with an expression as an argument.
     JNIHvlFunction* createHvlFunction(const std::string& name, JNIJSONObject* configuration,
                                       JNIHvlExpression* expression, JNIHvlFunction* input);
+    /// A step that derives a field.
     JNIHvlFunction* createHvlFunction(const std::string& name, JNIJSONObject* configuration,
                                       JNIHvlFieldDerive* derive, JNIHvlFunction* input);
+    /// A step that derives a field from fields of the given types.
     JNIHvlFunction* createHvlFunction(const std::string& name, JNIJSONObject* configuration,
                                       JNIHvlFieldDerive* derive, JNIHvlFunction* input,
                                       TypeMap* types);
+    /// The step that adds a derived field to the records.
     JNIHvlFunction* createHvlFunctionDeriveFields(JNIHvlFieldDerive* derive, JNIHvlFunction* input);
+    /// The same with the types of the fields that it uses.
     JNIHvlFunction* createHvlFunctionDeriveFields(JNIHvlFieldDerive* derive, JNIHvlFunction* input,
                                                   TypeMap* types);
+    /// The step that keeps records for which the condition is true.
     JNIHvlFunction* createHvlFunctionFilterRecords(JNIHvlExpression* condition,
                                                    JNIHvlFunction* input);
+    /// The same with the types of the fields that it uses.
     JNIHvlFunction* createHvlFunctionFilterRecords(JNIHvlExpression* condition,
                                                    JNIHvlFunction* input, TypeMap* types);
+    /// A step with any arguments, made by JNIHvlFunctionParameterFactory.
     JNIHvlFunction* createHvlFunctionGeneral(const std::string& name,
                                              std::vector<JNIHvlFunctionParameter*>* parameters);
-    /// `arguments` are texts of the job language, taken as they are.
+    /// A step with arguments as texts of the job language, used unchanged.
     JNIHvlFunction* createHvlFunctionGeneral(const std::string& name, JNIJSONObject* configuration,
                                              const std::vector<std::string>* arguments,
                                              JNIHvlFunction* input);
-    /// A function that takes another one as an argument.
+    /// A step that takes another function as an argument.
     JNIHvlFunction* createHvlMetaFunction(const std::string& name, JNIJSONObject* configuration,
                                           JNIHvlFunction* operand, JNIHvlFunction* input);
 
-    /// A file of a component; `output` for one that the component writes.
+    /// A container of a component. With `output` the component writes it.
     JNIHvlContainer* createContainer(const std::string& name, const std::string& uri, bool output);
-    /// Containers as JSON text. The vectors have one size, else std::out_of_range is thrown; with a
-    /// null among them there are no containers.
+    /// Returns the containers as JSON text. `uris` and `outputs` need an entry for each name,
+    /// otherwise std::out_of_range is thrown. A null vector means no containers.
     std::string formatContainerListJSON(const std::vector<std::string>* names,
                                         const std::vector<std::string>* uris,
                                         const std::vector<bool>* outputs);
 
     /// The inputs of a function, in its order.
     std::vector<JNITaggedFunctionInput*> getPredecessors(JNIHvlFunction* function);
+    /// All fragments of the program.
     std::set<JNIHvlFragment*> getFragments();
-    /// The fragments in an order in which each stands behind those that it needs.
+    /// Sorts fragments so that each follows those that it needs. A null or empty set is passed as a
+    /// Java null.
     std::vector<JNIHvlFragment*>
     sortFragmentsIntoExecutionOrder(std::set<JNIHvlFragment*>* fragments);
-    /// Renders the job. The references it takes meanwhile stay until cleanJRef.
+    /// Replaces `text` by the text of the job. References that it creates remain until cleanJRef.
     void getHvlText(std::string& text);
 
 private:

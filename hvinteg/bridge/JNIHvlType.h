@@ -2,14 +2,14 @@
 
 #include "bridge/JNIHvlAccessor.h"
 
-/// A type of the job language. The constructors of its kinds record a failure and then wrap
-/// nothing.
+/// A type of the job language. If the constructor of a derived class fails, the error is recorded
+/// and nothing is wrapped.
 class HVINTEG_EXPORT JNIHvlType : public JNIHvlAccessor
 {
 public:
     ~JNIHvlType() override;
 
-    /// The type as text of the job language. Throws JNIException.
+    /// Converts the type to text of the job language. Throws JNIException.
     virtual std::string generate();
 
 protected:

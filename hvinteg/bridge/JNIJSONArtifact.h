@@ -2,7 +2,7 @@
 
 #include "bridge/JNIHvlAccessor.h"
 
-/// What the wrappers of JSON values have in common: their text, and what a Java object is.
+/// Base of the wrappers of JSON values: their text and the kind of a Java object.
 class HVINTEG_EXPORT JNIJSONArtifact : public JNIHvlAccessor
 {
 public:
@@ -11,21 +11,24 @@ public:
     JNIJSONArtifact& operator=(const JNIJSONArtifact&) = default;
     ~JNIJSONArtifact() override;
 
-    /// The JSON text of the wrapped object, without white space. Throws JNIException, as for a
-    /// number that JSON does not have.
+    /// The JSON text of the wrapped object, without white space. Throws JNIException, for example
+    /// for a NaN or an infinity.
     virtual std::string serialize();
-    /// The same, indented.
+    /// The same text, indented.
     std::string prettyPrint();
 
-    /// What a Java object is; false for null.
+    /// Whether the object is a JSON object; false for null. Throws JNIException.
     bool isJSONObject(jobject object);
+    /// Whether it is a JSON array.
     bool isJSONArray(jobject object);
+    /// Whether it is a java.lang.String.
     bool isString(jobject object);
-    /// Whether it is of the class of that JNI name. Throws JNIException.
+    /// Whether it is an instance of the class with this JNI name. Throws JNIException if there is
+    /// no such class.
     bool isInstance(jobject object, const char* className);
 
 protected:
-    /// Binds the class, and wraps what its static `parse` makes of a text. A failure is recorded,
-    /// and nothing is wrapped; as for a null text.
+    /// Wraps the result of the class's static `parse` for a text. For a null text, and on a
+    /// failure, which is recorded, nothing is wrapped.
     void parse(const char* className, const char* signature, const char* json);
 };

@@ -2,7 +2,7 @@
 
 #include "bridge/JNIJSONArtifact.h"
 
-/// Reads a truth value, from a Java object that it is given; it wraps none itself.
+/// Reads a boolean from a Java object. It wraps no object itself.
 class HVINTEG_EXPORT JNIJSONBoolean : public JNIJSONArtifact
 {
 public:
@@ -11,6 +11,6 @@ public:
     JNIJSONBoolean& operator=(const JNIJSONBoolean&) = default;
     ~JNIJSONBoolean() override;
 
-    /// Throws JNIException for a null object and for one that is no java.lang.Boolean.
+    /// Throws JNIException for null and for an object that is not a java.lang.Boolean.
     bool booleanValue(jobject object);
 };

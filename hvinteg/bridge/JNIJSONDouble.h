@@ -2,8 +2,8 @@
 
 #include "bridge/JNIJSONArtifact.h"
 
-/// Reads a double, from a Java object that it is given; it wraps none itself.
-/// JSON does not tell kinds of numbers apart, so the object may be any java.lang.Number.
+/// Reads a double from a Java object. It wraps no object itself. The object may be any
+/// java.lang.Number, because JSON has only one type of number.
 class HVINTEG_EXPORT JNIJSONDouble : public JNIJSONArtifact
 {
 public:
@@ -12,6 +12,6 @@ public:
     JNIJSONDouble& operator=(const JNIJSONDouble&) = default;
     ~JNIJSONDouble() override;
 
-    /// Throws JNIException for a null object and for one that is no number.
+    /// Throws JNIException for null and for an object that is not a java.lang.Number.
     double doubleValue(jobject object);
 };

@@ -2,9 +2,9 @@
 
 #include "bridge/JNIJSONArtifact.h"
 
-/// Reads an integer, 32 bits with a sign; what is beyond that is cut off as Java cuts it, from a
-/// Java object that it is given; it wraps none itself. JSON does not tell kinds of numbers apart,
-/// so the object may be any java.lang.Number.
+/// Reads an integer of 32 bits from a Java object. It wraps no object itself. The object may be any
+/// java.lang.Number, because JSON has only one type of number. Values out of range are converted as
+/// Number.intValue does.
 class HVINTEG_EXPORT JNIJSONInteger : public JNIJSONArtifact
 {
 public:
@@ -13,6 +13,6 @@ public:
     JNIJSONInteger& operator=(const JNIJSONInteger&) = default;
     ~JNIJSONInteger() override;
 
-    /// Throws JNIException for a null object and for one that is no number.
+    /// Throws JNIException for null and for an object that is not a java.lang.Number.
     int intValue(jobject object);
 };

@@ -8,41 +8,43 @@
 
 class JNIHvlAccessor;
 
-/// What a step of work holds on the Java side, and the environment that it works in.
+/// Owns the Java references of the process and knows the JNI environment in use.
 ///
-/// There is one manager for the process. A JNIEnv belongs to one thread, so all work with Java is
-/// done by one thread at a time; a thread that takes over calls reAttachJVM first. Nothing here is
-/// locked.
+/// There is one manager per process. A JNIEnv belongs to one thread, so one thread at a time works
+/// with Java; another thread first calls reAttachJVM. There is no lock.
 ///
-/// The machine belongs to the host. The manager starts it if need be, attaches its thread, and
-/// never stops or detaches.
+/// The virtual machine belongs to the host. The manager starts it if necessary and attaches its
+/// thread. It never stops or detaches it.
 class HVINTEG_EXPORT JNIObjectManager
 {
 public:
+    /// Releases everything as cleanJRef does.
     ~JNIObjectManager();
     JNIObjectManager(const JNIObjectManager&) = delete;
     JNIObjectManager& operator=(const JNIObjectManager&) = delete;
 
-    /// A fresh manager, attached on the calling thread; an earlier one is destroyed with all that
-    /// it holds. Throws VexaJVMError if there is no machine; then there is no manager.
+    /// Destroys an earlier manager with all its references and creates a new one, attached to the
+    /// calling thread. Throws VexaJVMError if the machine cannot be started; then there is no
+    /// manager.
     static JNIObjectManager* newManager();
-    /// The manager, made if there is none.
+    /// Returns the manager; creates it with newManager if there is none.
     static JNIObjectManager* getManager();
-    /// Destroys the manager with all that it holds; does nothing if there is none.
+    /// Destroys the manager with all its references. Does nothing if there is none.
     static void releaseManager();
 
-    /// Makes the calling thread the one that works with Java. Throws VexaJVMError.
+    /// Attaches the calling thread and makes it the one that works with Java. Throws VexaJVMError.
     void reAttachJVM();
-    /// The environment of the thread that attached last.
+    /// The environment of the thread that attached last. Valid only on that thread.
     JNIEnv* getEnv() const;
-    /// A global reference to the object, null for null; a tracked one is deleted by cleanJRef, any
-    /// other is the caller's to delete.
+    /// Creates a global reference; null for null. With `tracked`, cleanJRef deletes it, otherwise
+    /// the caller must.
     jobject createGlobalRef(jobject object, bool tracked);
     /// Takes the wrapper over: cleanJRef deletes it, or this does if it throws std::bad_alloc. Null
     /// is passed over.
     void addtoCleanList(JNIHvlAccessor* wrapper);
-    /// Deletes the tracked global references and the wrappers of the clean list, in the order in
-    /// which they came. No wrapper made before may be used afterwards. On the wrappers' thread.
+    /// Deletes the tracked global references, then the wrappers that it owns, each in the order of
+    /// their creation. Wrappers that were created before must not be used afterwards. Call it on
+    /// the thread of the wrappers.
     void cleanJRef();
 
 private:

@@ -4,8 +4,7 @@
 
 class JNIHvlFunctionImpl;
 
-/// An input of a function, with the tag under which the function takes it. Operations throw
-/// JNIException.
+/// An input of a function and its tag. Operations throw JNIException.
 class HVINTEG_EXPORT JNITaggedFunctionInput : public JNIHvlAccessor
 {
 public:
@@ -13,9 +12,9 @@ public:
     JNITaggedFunctionInput& operator=(const JNITaggedFunctionInput&) = default;
     ~JNITaggedFunctionInput() override;
 
-    /// The function that feeds the input: fetched once, deleted by cleanJRef.
+    /// The function that feeds the input. cleanJRef deletes it.
     JNIHvlFunctionImpl& getFunction();
-    /// Empty for an input without a tag; fetched until it is not empty.
+    /// The tag; empty if the input has none. The reference is valid as long as this object.
     const std::string& getTag();
 
 protected:

@@ -5,39 +5,45 @@
 
 #include "bridge/JNIHvlAccessor.h"
 
-/// Which series of a temporal causal model are targets, which are predictors, and which are both.
-/// Series are told by their ids, as in "4-1".
+/// Reports which series of a temporal causal model are targets, predictors or both. Series are
+/// identified by ids such as "4-1".
 ///
 ///     JNITargetMap series(netGraph);
 ///     if (series.IsTarget("4-1")) ...
 ///
-/// Lists are appended to, in the order of the model; false after a failure, which is recorded for
-/// getErrorMessage and leaves what was appended until then. A failure of a question about one
-/// series throws JNIException. The Java object lives until JNIObjectManager::cleanJRef.
+/// Functions that fill a list append in the order of the model. They return false on a failure,
+/// which is recorded for getErrorMessage; the series appended before it remain. Questions about one
+/// series throw JNIException. The Java object lives until JNIObjectManager::cleanJRef.
 class HVINTEG_EXPORT JNITargetMap : public JNIHvlAccessor
 {
 public:
-    /// Reads the network of a model, JSON. Of a text that is none there are no series.
+    /// Reads the network of a model (JSON). An invalid text gives no series.
     explicit JNITargetMap(std::string json);
     JNITargetMap(const JNITargetMap&) = default;
     JNITargetMap& operator=(const JNITargetMap&) = default;
     ~JNITargetMap() override;
 
+    /// Whether the series is a target.
     bool IsTarget(const std::string& series);
+    /// Whether the series is a predictor.
     bool IsPredictor(const std::string& series);
+    /// Whether the series is a target or a predictor.
     bool IsValidSeries(const std::string& series);
-    /// Whether it is a predictor alone: what becomes of it, only its own past tells.
+    /// Whether the series is only a predictor. Such a series depends only on its own past.
     bool IsArModelSeries(const std::string& series);
 
+    /// Appends all targets.
     bool GetAllTargets(std::vector<std::string>& series);
+    /// Appends all predictors.
     bool GetAllPredictors(std::vector<std::string>& series);
+    /// Appends the series that are only predictors.
     bool GetArModelSeries(std::vector<std::string>& series);
-    /// The targets with exactly one predictor: that is their own past.
+    /// Appends the targets with exactly one predictor, which is their own past.
     bool GetTargetsWithoutInput(std::vector<std::string>& series);
 
 private:
     bool ask(const char* question, const std::string& series);
     bool appendAll(const char* question, std::vector<std::string>& series);
-    /// False after a failure.
+    /// Returns false on failure.
     bool countPredictors(const std::string& target, int& count);
 };

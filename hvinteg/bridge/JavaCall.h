@@ -6,37 +6,37 @@
 #include "bridge/JNIHvlAccessor.h"
 #include "bridge/LocalRef.h"
 
-/// What becomes of a Java exception.
+/// How a Java exception is handled.
 enum class OnFailure
 {
     Throw, ///< JNIException
-    Record ///< kept for the wrapper's getErrorMessage; the call gives null, zero or false
+    Record ///< stored for the wrapper's getErrorMessage; the call returns null, zero or false
 };
 
-/// A call of a Java method on behalf of a wrapper.
+/// Calls a Java method for a wrapper.
 ///
-/// Every step that can leave a Java exception behind is followed by its check, so that no step is
-/// taken with one pending: the look-up of the method, each argument, the call. The local references
-/// of the arguments go after the call. A receiver of another class than the method's is refused
-/// instead of handed to the machine, which would end the process.
+/// Every step that may raise a Java exception is checked at once: the look-up of the method, each
+/// argument and the call. No step runs with an exception pending. The local references of the
+/// arguments are deleted after the call. A receiver of a wrong class is an error here; the machine
+/// would end the process.
 ///
 ///     JavaCall(*this, "get", "(I)Ljava/lang/Object;").number(index).callObject(array)
 ///
-/// With OnFailure::Record, all that follows a failure does nothing. The object can be used for
+/// With OnFailure::Record, a failure makes all later steps do nothing. The object can be used for
 /// several calls in turn.
 class JavaCall
 {
 public:
-    /// A method of the class that the wrapper keeps.
+    /// A method of the wrapper's class.
     JavaCall(JNIHvlAccessor& wrapper, const char* name, const char* signature,
              OnFailure onFailure = OnFailure::Throw);
-    /// A method of another class; null stands for a class that was not found.
+    /// A method of another class; null means that the class was not found.
     JavaCall(JNIHvlAccessor& wrapper, jclass type, const char* name, const char* signature,
              OnFailure onFailure = OnFailure::Throw);
     /// A static method of a class.
     static JavaCall ofStatic(JNIHvlAccessor& wrapper, jclass type, const char* name,
                              const char* signature, OnFailure onFailure = OnFailure::Throw);
-    /// A new value of one of Java's own classes: a local reference of the caller's.
+    /// Creates an object of one of Java's box classes. The caller owns the local reference.
     static jobject box(JNIHvlAccessor& wrapper, const char* className, const char* signature,
                        jvalue value);
 
@@ -45,16 +45,17 @@ public:
     JavaCall& take(LocalRef<>&& value);
     JavaCall& number(jint value);
     JavaCall& flag(bool value);
-    /// The wrapped object; a Java null for a null pointer.
+    /// Adds the wrapped object as an argument; a null pointer is a Java null.
     JavaCall& wrapped(const JNIHvlAccessor* wrapper);
-    /// As a java.lang.Object: a wrapped object, a Java null for a null pointer, or a boxed value.
+    /// Adds an argument of type java.lang.Object: a wrapped object, a Java null for a null pointer,
+    /// or a boxed value.
     JavaCall& value(const JNIHvlAccessor* wrapper) { return wrapped(wrapper); }
     JavaCall& value(const char* text) { return boxed(text); }
     JavaCall& value(int number) { return boxed(number); }
     JavaCall& value(double number) { return boxed(number); }
     JavaCall& value(long long number) { return boxed(number); }
     JavaCall& value(bool truth) { return boxed(truth); }
-    /// Any other pointer would pass for a truth value.
+    /// Deleted: other pointers would convert to bool.
     template <class Other>
     JavaCall& value(Other*) = delete;
 
@@ -66,14 +67,14 @@ public:
     void callVoid(jobject receiver);
     LocalRef<> callStaticObject();
     LocalRef<> construct();
-    /// Constructs the object that the wrapper is to hold, by a tracked global reference. Every
+    /// Constructs the object of the wrapper and holds it by a tracked global reference. Every
     /// failure is recorded.
     void constructWrapped();
 
     bool failed() const { return _failed; }
 
 private:
-    /// Which of a class's methods a name stands for: Java looks them up apart.
+    /// Java looks up instance and static methods separately.
     enum class Kind
     {
         Instance,

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Pieces of JNI signatures, as literals that concatenate. For the .cpp files of this folder only.
+/// Parts of JNI signatures, as literals that concatenate. Only for the .cpp files of this folder.
 
 #define SIG_STRING "Ljava/lang/String;"
 #define SIG_LIST "Ljava/util/List;"

@@ -2,9 +2,9 @@
 
 #include <jni.h>
 
-/// Attaches the calling thread to the Java virtual machine for its scope, starting the machine if
-/// there is none. For a thread that makes one call and must leave no trace: it does not touch the
-/// environment that the object manager keeps. Throws what the attachment throws.
+/// Attaches the calling thread to the Java virtual machine for a scope, and starts the machine if
+/// necessary. For threads that make a single call: the environment of the object manager is
+/// unchanged. Throws what the attachment throws.
 class JavaThreadScope
 {
 public:

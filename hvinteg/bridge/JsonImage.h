@@ -8,17 +8,17 @@
 
 class JNIHvlAccessor;
 
-/// A JSON value of the Java side, copied as a whole: what it was at that time, read without Java.
+/// A complete copy of a JSON value of Java, which is read without further Java calls.
 ///
-/// Results are large and read more than once, and a call into the machine for each value costs more
-/// than the value's parsing. So the engine's Java classes lay a value out in two arrays; where
-/// they have no class for it, the wrappers ask for each value.
+/// Results are large and read repeatedly, and a call into the machine for each value is slower than
+/// parsing it. The engine's Java classes therefore write a value to two arrays. With other JSON
+/// classes the wrappers read each value.
 class JsonImage
 {
 public:
     JsonImage() = default;
-    /// The image of a Java object, borrowed; nothing for null. Throws JNIException, also for values
-    /// that are nested deeper than 500 levels.
+    /// Copies a borrowed Java object; null gives an empty image. Throws JNIException, also if
+    /// values are nested deeper than 500 levels.
     static JsonImage of(JNIHvlAccessor& caller, jobject value);
 
     JsonValue root() const;

@@ -11,12 +11,12 @@
 #include "bridge/JNIJSONObject.h"
 #include "bridge/JsonValue.h"
 
-/// Lays a value out for a JsonImage by means of the wrappers, a call for each value: the way for
-/// JSON classes that come without one that does it on the Java side.
+/// Writes a value to the arrays of a JsonImage by the wrappers, with a call for each value. Used if
+/// the JSON classes offer no such method.
 class JsonImageWriter
 {
 public:
-    /// Both are borrowed, and appended to.
+    /// Both are borrowed; values are appended.
     JsonImageWriter(std::vector<JsonNode>& nodes, std::vector<char>& texts)
         : _nodes(nodes), _texts(texts)
     {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-/// The kinds of a JSON value, by the numbers that the Java side gives them.
+/// Kinds of JSON values, numbered as in Java.
 enum class JsonKind : std::uint8_t
 {
     Null,
@@ -16,8 +16,9 @@ enum class JsonKind : std::uint8_t
     Object
 };
 
-/// One value of an image: its kind, with the index of what follows its content, and a number whose
-/// meaning depends on the kind: itself, the bits of a double, 0 or 1, a count, a place of text.
+/// One value of an image. `head` holds the kind and the index after the value's content. `payload`
+/// depends on the kind: an integer, the bits of a double, 0 or 1, a count, or an offset in the
+/// texts.
 struct JsonNode
 {
     static constexpr std::int64_t kKinds = 8;
@@ -26,15 +27,15 @@ struct JsonNode
 };
 static_assert(sizeof(JsonNode) == 16, "images come from Java as pairs of numbers");
 
-/// A value of a JsonImage, which must outlive it; a plain value to pass around.
+/// A value of a JsonImage, which must outlive it. Cheap to copy.
 ///
-/// What is asked of a value of another kind, and of one that is not there, has an answer: the
-/// default, no value, nothing to walk through. JSON's null counts as not being there.
+/// A question to a missing value or to a value of another kind gets an answer: the default, no
+/// value or an empty range. A JSON null counts as missing.
 class JsonValue
 {
 public:
     JsonValue() = default;
-    /// The first of a layout, all of which is borrowed.
+    /// The first value of an image; the arrays are borrowed.
     JsonValue(const JsonNode* nodes, const char* texts) : JsonValue(nodes, texts, 0) {}
 
     explicit operator bool() const { return kind() != JsonKind::Null; }
@@ -45,15 +46,16 @@ public:
 
     std::string_view text() const;
     double number() const;
-    /// As Java makes an int of it: fractions are cut off, and so is what is beyond 32 bits.
+    /// Converted as by Java's intValue: fractions are truncated, and values out of range are
+    /// limited or wrapped.
     int integer(int byDefault = 0) const;
     bool flag(bool byDefault) const;
-    /// The member of an object.
+    /// The member of an object; missing if there is none.
     JsonValue operator[](std::string_view key) const;
-    /// How many elements an array has.
+    /// Number of elements of an array.
     std::size_t size() const;
 
-    /// Walks through the elements of an array.
+    /// Iterates over the elements of an array.
     class Iterator
     {
     public:
@@ -66,7 +68,7 @@ public:
         const JsonValue* _array;
         std::int64_t _index;
     };
-    /// The value must outlive what walks through it.
+    /// The value must outlive its iterators.
     Iterator begin() const { return {*this, _index + 1}; }
     Iterator end() const { return {*this, isArray() ? next() : _index + 1}; }
 

@@ -4,8 +4,8 @@
 
 #include <utility>
 
-/// A local reference that this code fetched and lets go of at the end of its scope, so that a
-/// thread which never returns to Java accumulates none. Stays on the thread of its environment.
+/// Owns a local reference and deletes it at the end of its scope, so that a thread which never
+/// returns to Java accumulates none. Use it only on the thread of its environment.
 template <class Reference = jobject>
 class LocalRef
 {
@@ -26,7 +26,7 @@ public:
     }
 
     Reference get() const { return _reference; }
-    /// Hands the reference over to the caller.
+    /// Passes ownership to the caller.
     Reference release() { return std::exchange(_reference, nullptr); }
     explicit operator bool() const { return _reference != nullptr; }
 

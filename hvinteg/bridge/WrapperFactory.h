@@ -6,19 +6,19 @@
 #include "bridge/JNIObjectManager.h"
 #include "bridge/LocalRef.h"
 
-/// Makes the wrappers of the objects that Java calls return. They belong to the manager's clean
-/// list, so the caller of a factory operation never deletes one.
+/// Creates wrappers of objects that Java calls return. The manager owns them, so callers never
+/// delete one.
 class WrapperFactory
 {
 public:
-    /// For a class that holds a global reference.
+    /// For classes that hold a global reference.
     template <class Wrapper>
     static Wrapper* wrapGlobal(const LocalRef<>& result)
     {
-        return adopt(new Wrapper(result.get())); // its constructor is closed to make_unique
+        return adopt(new Wrapper(result.get())); // private, not for make_unique
     }
 
-    /// For a class that holds the local reference itself.
+    /// For classes that hold the local reference itself.
     template <class Wrapper>
     static Wrapper* wrapLocal(LocalRef<>&& result)
     {
