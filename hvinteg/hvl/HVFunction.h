@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-/// What a job builder is. The numbers are part of the contract with callers that store them.
+/// Kinds of job builders. Callers store the numbers.
 enum HVFunction : std::int32_t
 {
     GenericFunction = 0,

@@ -6,28 +6,31 @@
 
 #include "hvl/HVLFunction.h"
 
-/// Summarises records into output fields: one record for each distinct combination of the fields
-/// that have the function "key", or one for all.
+/// Aggregates records: one output record for each distinct combination of the fields with the
+/// function "key", or one for all records.
 class HVINTEG_EXPORT HVLAggregate : public HVLFunction
 {
 public:
+    /// The program is borrowed.
     explicit HVLAggregate(JNIHvlProgram* program);
-    /// A copy shares the aggregates that it was made with; what is added later goes to one of them.
+    /// Shares the aggregates so far; later ones are added to one object only.
     HVLAggregate(const HVLAggregate& other);
+    /// Copies in the same way.
     HVLAggregate& operator=(const HVLAggregate& other);
     ~HVLAggregate() override;
 
-    /// Adds an output field. The function is the engine's word, as in "min", "max" or "key". Only
-    /// "count" works without an input field; any other function then adds nothing. An empty output
-    /// name leaves the choice to the engine.
+    /// Adds an output field. `function` is the engine's word, for example "min", "max" or "key".
+    /// Only "count" works without an input field; otherwise an empty `input` adds nothing. With an
+    /// empty `outName` the engine chooses the name.
     void AddAggregate(const std::string& function, const std::string& input,
                       const std::string& outName);
-    /// Adds a percentile, 1 to 100. A centile outside of that, or an empty input, adds nothing.
+    /// Adds a percentile, 1 to 100. Adds nothing for another `centile` or an empty `input`.
     void AddPercentileAggregate(int centile, const std::string& input, const std::string& outName);
 
+    /// Creates the input and this step; see HVLFunction::GenerateHVL.
     bool GenerateHVL() override;
 
 private:
-    /// Shared by copies. The Java objects last until `cleanJRef`.
+    /// Shared by copies. The Java objects live until cleanJRef.
     std::vector<std::shared_ptr<JNIJSONObject>> _aggregates;
 };

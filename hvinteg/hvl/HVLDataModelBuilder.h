@@ -6,7 +6,7 @@
 
 class HVStatContainer;
 
-/// Lets the engine write the data model of its input records to a container of the job.
+/// Makes the engine write the data model of the input records to a container of the job.
 ///
 ///     HVLDataModelBuilder builder(&program);
 ///     builder.SetOutputContainer(container);
@@ -14,20 +14,20 @@ class HVStatContainer;
 class HVINTEG_EXPORT HVLDataModelBuilder : public HVLFunction
 {
 public:
+    /// The program is borrowed.
     explicit HVLDataModelBuilder(JNIHvlProgram* program);
     HVLDataModelBuilder(const HVLDataModelBuilder& other);
     HVLDataModelBuilder& operator=(const HVLDataModelBuilder& other);
     ~HVLDataModelBuilder() override;
 
-    /// Where the data model goes: the name that the job knows the container by, and its address in
-    /// the engine's form.
+    /// Sets the container by its name in the job and its address in the engine's form.
     void SetOutputContainer(const std::string& name, const std::string& uri);
-    /// The same of a container, which is asked at once and not kept.
+    /// Sets the container by its name and path, which are read now. The container is not kept.
     void SetOutputContainer(const HVStatContainer& container);
-    /// Whether the engine brings the data model into its normal form first; it does not unless
-    /// told.
+    /// Whether the engine normalises the data model first; false by default.
     void SetNormalizeDataModel(bool isNormalized) { _isNormalized = isNormalized; }
 
+    /// Creates the input and this step; see HVLFunction::GenerateHVL.
     bool GenerateHVL() override;
 
 private:

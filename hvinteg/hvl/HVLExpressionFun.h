@@ -6,28 +6,31 @@
 
 class JNIHvlExpression;
 
-/// A step that carries an expression over the record: it derives or reclassifies a field, filters
-/// records or balances them. The last expression that was set decides which; a null expression
-/// changes nothing. It needs an input.
+/// A step that evaluates an expression for each record: it derives or reclassifies a field, filters
+/// records or balances them. The last expression that was set decides; a null expression is
+/// ignored. The step requires an input.
 ///
-/// The expression is borrowed: the object manager has it, and it is valid until `cleanJRef`.
+/// Expressions are borrowed: the object manager owns them, and they are valid until cleanJRef.
 class HVINTEG_EXPORT HVLExpressionFun : public HVLFunction
 {
 public:
+    /// The program is borrowed.
     explicit HVLExpressionFun(JNIHvlProgram* program);
     HVLExpressionFun(const HVLExpressionFun& other);
     HVLExpressionFun& operator=(const HVLExpressionFun& other);
     ~HVLExpressionFun() override;
 
-    /// A new field with the value of the expression.
+    /// Adds a field with the value of the expression.
     void SetDeriveField(const std::string& name, JNIHvlExpression* expression);
-    /// An existing field that takes the value of the expression.
+    /// Replaces the value of an existing field by that of the expression.
     void SetReclassifyField(const std::string& name, JNIHvlExpression* expression);
     /// Keeps the records for which the expression is true.
     void SetFilterRecords(JNIHvlExpression* expression);
-    /// Repeats or drops records by the factor that the expression gives.
+    /// Repeats or drops records by the factor that the expression returns.
     void SetBalanceRecords(JNIHvlExpression* expression);
 
+    /// Creates the input and this step. Returns false also without an expression or an input; see
+    /// HVLFunction::GenerateHVL.
     bool GenerateHVL() override;
 
 private:

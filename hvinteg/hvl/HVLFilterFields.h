@@ -5,19 +5,22 @@
 
 #include "hvl/HVLFunction.h"
 
-/// Keeps named fields and drops the others. Without any name it asks for no field at all.
+/// Keeps the named fields and drops all others. Without names it requests no field.
 class HVINTEG_EXPORT HVLFilterFields : public HVLFunction
 {
 public:
+    /// The program is borrowed.
     explicit HVLFilterFields(JNIHvlProgram* program);
     HVLFilterFields(const HVLFilterFields& other);
     HVLFilterFields& operator=(const HVLFilterFields& other);
     ~HVLFilterFields() override;
 
-    /// Adds to the names, in the order of the calls.
+    /// Adds a name.
     void KeepFieldNames(const std::string& name);
+    /// Adds names, in their order.
     void KeepFieldNames(const std::vector<std::string>& names);
 
+    /// Creates the input and this step; see HVLFunction::GenerateHVL.
     bool GenerateHVL() override;
 
 private:

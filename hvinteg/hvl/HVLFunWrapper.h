@@ -2,18 +2,19 @@
 
 #include "hvl/HVLFunction.h"
 
-/// Lets a function that somebody made by hand stand in a chain of builders. It adds nothing to the
-/// program, so it never counts as created.
+/// Inserts a function that the caller has created into a chain of builders. It adds nothing to the
+/// program, so IsCreatedHvl stays false.
 class HVINTEG_EXPORT HVLFunWrapper : public HVLFunction
 {
 public:
+    /// The program is borrowed and may be null.
     explicit HVLFunWrapper(JNIHvlProgram* program);
     HVLFunWrapper(const HVLFunWrapper& other);
     HVLFunWrapper& operator=(const HVLFunWrapper& other);
     ~HVLFunWrapper() override;
 
-    /// The function stays its maker's; it is what successors get as their input.
+    /// Sets the function that successors use as their input. Borrowed.
     void SetHVFunction(JNIHvlFunction* function);
-    /// Always true, with or without a program.
+    /// Does nothing and returns true.
     bool GenerateHVL() override;
 };

@@ -11,12 +11,12 @@ class JNIHvlFunction;
 class JNIHvlProgram;
 class JNIJSONObject;
 
-/// One step of a job under composition.
+/// One step of a job that is being composed.
 ///
-/// A caller makes every builder of a job on one JNIHvlProgram, configures it with setters that
-/// store and never validate, links it to its inputs with AddPredFunction, and calls GenerateHVL on
-/// the last one only: generation runs backwards through the chain, and a step that is reached twice
-/// is created once. The text of the job then comes from JNIHvlProgram::getHvlText.
+/// The caller creates all builders of a job on one JNIHvlProgram and configures them; setters store
+/// values without validation. It links each to its inputs with AddPredFunction and calls
+/// GenerateHVL on the last one only. Generation runs backwards through the chain and creates each
+/// step once. JNIHvlProgram::getHvlText then returns the text of the job.
 ///
 ///     JNIHvlProgram program;
 ///     HVLRead read(&program);
@@ -28,69 +28,73 @@ class JNIJSONObject;
 ///     if (write.GenerateHVL())
 ///         program.getHvlText(job);
 ///
-/// Ownership: program and predecessors are borrowed and must live as long as the builder is used;
-/// the created function belongs to the object manager and lasts until `cleanJRef`. A copy shares
-/// all three, and counts as created if its source does.
+/// Ownership: program and predecessors are borrowed and must outlive the use of the builder. The
+/// object manager owns the created function, which lives until cleanJRef. A copy shares all three
+/// and whether the step is created.
 ///
-/// Threads: the one that composes the job. Errors: GenerateHVL gives false for a job that lacks
-/// something, and lets JNIException pass; the builder is then as it was before and may try again.
+/// Threads: the thread that composes the job. Errors: GenerateHVL returns false if something is
+/// missing and passes on JNIException. The builder is then unchanged and may try again.
 class HVINTEG_EXPORT HVLFunction
 {
 public:
+    /// The program is borrowed and may be null.
     explicit HVLFunction(JNIHvlProgram* program);
+    /// Shares program, inputs and created function.
     HVLFunction(const HVLFunction& other);
+    /// Shares those of `other` instead.
     HVLFunction& operator=(const HVLFunction& other);
 
     virtual ~HVLFunction();
-    /// The created function, null before generation.
+    /// The created function; null before generation. Owned by the object manager.
     virtual JNIHvlFunction* GetHVFunction();
-    /// Creates this step and those before it in the program. True if the step stands there.
+    /// Creates this step and those before it in the program. Returns whether this step is created,
+    /// and false without a program.
     virtual bool GenerateHVL() = 0;
 
-    /// Adds an input, under a tag that CompleteTags finds or under the caller's own. A null pointer
-    /// is ignored.
+    /// Adds a borrowed input. Its tag is chosen during generation. Ignores null.
     void AddPredFunction(HVLFunction* pred);
+    /// Adds a borrowed input with a tag. Ignores null.
     void AddPredFunction(HVLFunction* pred, const std::string& tag);
 
-    /// What kind of builder this is, whether its step stands in the program, and another program
-    /// for it: what was created stays in the one it was created in.
+    /// The kind of this builder.
     HVFunction GetFunctionType() const { return _functionType; }
+    /// Whether the step is created.
     bool IsCreatedHvl() const { return _isCreated; }
+    /// Sets another program, borrowed. A step that is created stays in its old program.
     void SetJNIHvlProgram(JNIHvlProgram* program) { _program = program; }
 
 protected:
     void SetFunctionType(HVFunction functionType) { _functionType = functionType; }
     void SetIsCreatedHvl(bool isCreated) { _isCreated = isCreated; }
-    /// Gives every input a tag of its own: an empty one becomes `base` and a number, one that an
-    /// earlier input has already gains a number. One count runs through the call, so the numbers of
-    /// a step do not repeat.
+    /// Makes the tags unique: an empty tag becomes `base` and a number, and a number is appended to
+    /// a tag that an earlier input has. One counter is used for all tags of the step.
     void CompleteTags(const char* base);
 
     JNIHvlProgram* GetProgram() const { return _program; }
     const std::vector<HVLFunction*>& GetPredecessors() const { return _predecessors; }
-    /// One for each predecessor, at the same index.
+    /// One tag for each predecessor, at the same index.
     const std::vector<std::string>& GetTags() const { return _tags; }
-    /// The first input, null if there is none; the others do not concern a step with one input.
+    /// The first input; null if there is none. Steps with one input ignore the others.
     HVLFunction* GetFirstPredecessor() const;
 
-    /// What GenerateHVL gives without any work: false without a program, true for a step that was
-    /// created before. Nothing otherwise.
+    /// The result of GenerateHVL if nothing needs to be done: false without a program, true if the
+    /// step is already created. Otherwise empty.
     std::optional<bool> GetKnownResult() const;
-    /// Generates the first input, if there is one, whatever comes of it: a step whose input is
-    /// missing is created all the same, and the engine names what it lacks.
+    /// Generates the first input, if there is one, and ignores the result: without it the step is
+    /// created all the same, and the engine reports what is missing.
     void GenerateFirstPredecessor();
-    /// Creates the function with its configuration and the function of the first input, if there is
-    /// an input, and keeps it.
+    /// Creates the function with its configuration and, if there is one, the first input. Keeps the
+    /// function.
     bool CreateFunction(const std::string& name, JNIJSONObject& configuration);
-    /// The same two for a step that takes all its inputs: generates each in order, and hands their
-    /// functions over by tag. The tags are complete by then. An input without a function is left
-    /// out, so a caller checks GenerateHVL of each input before.
+    /// Generates all inputs in order and ignores the results: an input without a function is left
+    /// out later. A caller that needs every input calls GenerateHVL of each before.
     void GenerateAllPredecessors();
+    /// Creates the function with its configuration and all inputs by tag. Requires CompleteTags.
     bool CreateTaggedFunction(const std::string& name, JNIJSONObject& configuration);
-    /// Keeps what a factory of the program returned, and tells whether it is there.
+    /// Keeps a function that the program created. Returns false for null.
     bool KeepFunction(JNIHvlFunction* function);
 
-    /// For a function that somebody else created.
+    /// For a function that the caller has created.
     void SetFunction(JNIHvlFunction* function) { _function = function; }
 
 private:

@@ -8,8 +8,8 @@
 
 #include "hvl/HVLFunction.h"
 
-/// Sets records of several inputs side by side. Inputs are addressed by the position at which
-/// AddPredFunction added them, from 0; what is said of a position without an input is left out.
+/// Joins the records of several inputs. An input is identified by its position in the order of
+/// AddPredFunction, from 0. Settings for a position without an input are ignored.
 ///
 ///     HVLJoin join(&program);
 ///     join.AddPredFunction(&people, "people");
@@ -19,36 +19,38 @@
 class HVINTEG_EXPORT HVLJoin : public HVLFunction
 {
 public:
-    /// The numbers are part of the contract with callers that store them; another one counts as
-    /// Inner.
+    /// Callers store the numbers. Any other value means Inner.
     enum JoinType : std::int32_t
     {
         Inner = 0,    ///< records that match
-        Outer = 1,    ///< and those that do not, of the non-matching sources
-        Anti = 2,     ///< only those that do not
-        Cartesian = 3 ///< every record with every other one; match fields do not count
+        Outer = 1,    ///< also records without a match, of the non-matching sources
+        Anti = 2,     ///< only records without a match
+        Cartesian = 3 ///< every combination of records; match fields are ignored
     };
 
+    /// The program is borrowed.
     explicit HVLJoin(JNIHvlProgram* program);
     HVLJoin(const HVLJoin& other);
     HVLJoin& operator=(const HVLJoin& other);
     ~HVLJoin() override;
 
+    /// Sets the type; Inner by default.
     void SetJoinType(JoinType type) { _type = type; }
-    /// Records match where all pairs of fields are equal.
+    /// Adds a pair of fields. Records match if all pairs are equal.
     void AddMatchField(std::size_t source1, const std::string& field1, std::size_t source2,
                        const std::string& field2);
-    /// The fields that an input contributes, in place of an earlier list. Without any list the
-    /// engine decides.
+    /// Sets the fields of an input that are output, and replaces an earlier list. Without any list
+    /// the engine decides.
     void SetOutputFieldNames(std::size_t source, const std::vector<std::string>& names);
-    /// An input whose records without a match are kept.
+    /// Keeps the records of this input that have no match.
     void AddNonMatchingSource(std::size_t source);
 
-    /// False too if an input cannot be created: the job would run without its records.
+    /// Creates all inputs and this step. An input that cannot be created is left out, so callers
+    /// check GenerateHVL of each input first.
     bool GenerateHVL() override;
 
 private:
-    /// Fields of two inputs, each by its position, that must be equal.
+    /// Two fields that must be equal, each of an input by position.
     struct Match
     {
         std::size_t source1;
@@ -57,7 +59,7 @@ private:
         std::string field2;
     };
 
-    /// Null for a position without an input. The text is good until an input is added.
+    /// Null for a position without an input. The text is valid until an input is added.
     const char* GetTag(std::size_t index) const;
     void putMatches(JNIJSONObject& configuration) const;
     void putOutputFields(JNIJSONObject& configuration) const;

@@ -8,43 +8,51 @@
 
 class HVStatDataIterator;
 
-/// The source of a job: where its records come from. The last source that was set holds.
+/// The source of a job's records. The last source that was set counts.
 ///
-/// Names are UTF-8. Paths and addresses go to the engine as they are given; NormalizeHvlPathU makes
-/// the form that the engine takes.
+/// Names are UTF-8. Paths and addresses are passed to the engine unchanged; NormalizeHvlPathU
+/// converts a host path to the engine's form.
 class HVINTEG_EXPORT HVLRead : public HVLFunction
 {
 public:
+    /// The program is borrowed.
     explicit HVLRead(JNIHvlProgram* program);
     HVLRead(const HVLRead& other);
     HVLRead& operator=(const HVLRead& other);
     ~HVLRead() override;
 
-    /// A row iterator that is handed to the runner as well. The first form asks for the name now.
+    /// Reads a row iterator, which the caller also passes to the runner. Its name is read now; the
+    /// iterator is not kept.
     void ReadIterator(HVStatDataIterator& iterator);
+    /// Reads the row iterator of this name.
     void ReadIterator(const std::string& name);
-    /// A data source that the engine knows by name.
+    /// Reads a data source that the engine knows by name.
     void ReadHVDatasource(const std::string& name);
-    /// An empty password stands for a file without one.
+    /// Reads a SAV file. An empty password means that the file has none.
     void ReadSAV(const std::string& path, const std::string& dataPassword);
+    /// Reads a CSV file. `hasHeader`: its first line holds the names.
     void ReadCSV(const std::string& path, bool hasHeader);
+    /// Reads a shape file.
     void ReadShape(const std::string& path);
-    /// One layer of a map service. Of a text, the number that it begins with counts, 0 without one.
+    /// Reads one layer of a map service.
     void ReadMapService(const std::string& address, int layer);
+    /// Does the same with the layer as text; see String2Integer.
     void ReadMapService(const std::string& address, const std::string& layer);
+    /// Reads an HVBF file.
     void ReadHVBF(const std::string& path);
 
-    /// The data model document that goes with a file or map source; other sources ignore it.
+    /// Sets the path of the data model of a file or map; other sources ignore it.
     void SetDataModel(std::string path);
-    /// How many records to read at most; 0 reads none.
+    /// Sets the highest number of records to read; 0 reads none.
     void SetMaxCaseCount(unsigned long long count);
-    /// How many read errors to bear before the job fails.
+    /// Sets the number of read errors that are tolerated.
     void SetErrorThreshold(unsigned long long count);
 
+    /// Creates this step. Returns false without a program or a source.
     bool GenerateHVL() override;
 
 private:
-    /// What kind of source was chosen, with the numbers that callers know.
+    /// Kinds of sources. Callers know the numbers.
     enum class Source : std::int32_t
     {
         None = 0,

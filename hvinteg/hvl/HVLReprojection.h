@@ -4,31 +4,35 @@
 
 #include "hvl/HVLFunction.h"
 
-/// Moves shapes from one coordinate system to another. A system is told by its name, by its
-/// well-known id, or by both; what is not told is the engine's to find.
+/// Converts shapes from one coordinate system to another. A system is given by name, by well-known
+/// id or both. The engine determines what is not given.
 class HVINTEG_EXPORT HVLReprojection : public HVLFunction
 {
 public:
+    /// The program is borrowed.
     explicit HVLReprojection(JNIHvlProgram* program);
     HVLReprojection(const HVLReprojection& other);
     HVLReprojection& operator=(const HVLReprojection& other);
     ~HVLReprojection() override;
 
-    /// The system that the shapes stand in.
+    /// Sets the system of the input by name.
     void SetOriCoorSystem(const std::string& csName);
+    /// Sets it by well-known id; -1 for none.
     void SetOriCoorSystem(int wkid);
-    /// The system that they are moved to.
+    /// Sets the target system by name.
     void SetDesCoorSystem(const std::string& csName);
+    /// Sets it by well-known id; -1 for none.
     void SetDesCoorSystem(int wkid);
-    /// The transformation between the datums of the two; it goes with a target system only.
+    /// Sets the transformation between the datums of both systems; ignored without a target system.
     void SetTransMethodsName(const std::string& name);
-    /// The one field to move; without it all geospatial fields are moved.
+    /// Restricts the conversion to one field. By default all geospatial fields are converted.
     void SetProjectionFieldName(const std::string& name);
 
+    /// Creates the input and this step; see HVLFunction::GenerateHVL.
     bool GenerateHVL() override;
 
 private:
-    // -1 where none was set.
+    // -1 if not set.
     int _sourceWkid = -1;
     int _destinationWkid = -1;
     std::string _sourceName;

@@ -2,22 +2,24 @@
 
 #include "hvl/HVLFunction.h"
 
-/// Sets records of several inputs one after the other. Their fields meet by name, whatever the
-/// letter case, unless told otherwise.
+/// Appends the records of several inputs. Fields are matched by name, and letter case is ignored by
+/// default.
 class HVINTEG_EXPORT HVLUnion : public HVLFunction
 {
 public:
+    /// The program is borrowed.
     explicit HVLUnion(JNIHvlProgram* program);
     HVLUnion(const HVLUnion& other);
     HVLUnion& operator=(const HVLUnion& other);
     ~HVLUnion() override;
 
-    /// Whether fields meet by their place among the others; their names do not count then.
+    /// Matches fields by position instead; names are then ignored. False by default.
     void SetMatchByPosition(bool matchByPosition) { _matchByPosition = matchByPosition; }
-    /// Whether names have to agree in letter case.
+    /// Whether letter case of names must match. False by default.
     void SetMatchCase(bool matchCase) { _matchCase = matchCase; }
 
-    /// False too if an input cannot be created: the job would run without its records.
+    /// Creates all inputs and this step. An input that cannot be created is left out, so callers
+    /// check GenerateHVL of each input first.
     bool GenerateHVL() override;
 
 private:

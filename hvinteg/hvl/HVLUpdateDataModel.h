@@ -8,12 +8,11 @@
 #include "CFField.h"
 #include "hvl/HVLFunction.h"
 
-/// Changes what the data model says of fields, on the way of the records through a job; the values
-/// themselves stay as they are.
+/// Changes the description of fields in the data model. The values of the records are unchanged.
 ///
-/// Each Update names a field and says one thing of it. A further one for the same field adds to
-/// what was said, and replaces it where both are of one kind. The fields stand in the order of the
-/// bytes of their names. Names and texts are UTF-8.
+/// Each Update sets one property of a field. It replaces an earlier value of the same property and
+/// keeps the others. The output order of the fields is by the bytes of their names. Names and texts
+/// are UTF-8.
 ///
 ///     HVLUpdateDataModel update(&program);
 ///     update.Update("zip", std::string("Postal code"));
@@ -22,41 +21,50 @@
 class HVINTEG_EXPORT HVLUpdateDataModel : public HVLFunction
 {
 public:
+    /// The program is borrowed.
     explicit HVLUpdateDataModel(JNIHvlProgram* program);
-    /// A copy shares what was said of the fields so far: a later Update of such a field shows in
-    /// both, that of another field in one of them.
+    /// Shares the properties set so far: later updates of those fields affect both objects. Updates
+    /// of further fields affect one object.
     HVLUpdateDataModel(const HVLUpdateDataModel& other);
+    /// Shares those of `other` instead.
     HVLUpdateDataModel& operator=(const HVLUpdateDataModel& other);
     ~HVLUpdateDataModel() override;
 
-    /// The label that output shows in place of the name.
+    /// Sets the label, which output shows instead of the name.
     void Update(const std::string& field, const std::string& label);
-    /// A value of these three that has no word leaves the field with its name alone.
+    /// Sets the measurement level. A value that has no word in the job language adds only the
+    /// field's name.
     void Update(const std::string& field, CFField::FieldType type);
+    /// Sets the storage, by the same rule.
     void Update(const std::string& field, CFField::StorageType storage);
+    /// Sets the role, by the same rule.
     void Update(const std::string& field, CFField::RoleType role);
-    /// Labels of values; an empty list says nothing.
+    /// Sets labels of values. An empty list is ignored.
     void Update(const std::string& field, const std::vector<CFValue>& valueLabels);
-    /// Values that count as missing. One that is not valid, or has neither range nor values, says
-    /// nothing. Limits that are not numbers are left out.
+    /// Sets missing values. Ignored if they are invalid or contain neither a range nor values.
+    /// Limits that are not numbers are left out.
     void Update(const std::string& field, const CFMissingValues& missingValues);
-    /// Makes the field geospatial: the kind of its shapes, how many numbers make a point (left out
-    /// unless above 0), the well-known id of the coordinate system (left out unless above 0, with
-    /// its name and kind), its well-known text (left out if empty), and two opposite corners of the
-    /// rectangle that the shapes lie in. A type that has no word leaves the field as it was.
+    /// Makes the field geospatial, with the kind of its shapes. `coordinates` is the count of
+    /// numbers per point; it is left out unless above 0. A type that has no word in the job
+    /// language adds only the field's name.
     void Update(const std::string& field, CFGeo::Type type, int coordinates);
+    /// Does the same with a coordinate system. `wkid` is its well-known id; id, name and kind are
+    /// left out unless it is above 0. An empty `wkt` (well-known text) is left out.
     void Update(const std::string& field, CFGeo::Type type, int coordinates, int wkid,
                 const std::string& csname, bool isProjected, const std::string& wkt);
+    /// Does the same with two opposite corners of the rectangle that contains the shapes.
     void Update(const std::string& field, CFGeo::Type type, int coordinates, int wkid,
                 const std::string& csname, bool isProjected, const std::string& wkt,
                 double leftUpperX, double leftUpperY, double rightLowerX, double rightLowerY);
 
-    /// How many fields something was said of.
+    /// Number of fields with updates.
     int SizeOfUpdate() const { return static_cast<int>(_fields.size()); }
-    /// A mark that callers set and ask for; the job does not depend on it.
+    /// Sets a mark for callers. It does not affect the job.
     void FieldSensitive(bool isFieldSensitive) { _isFieldSensitive = isFieldSensitive; }
+    /// The mark of FieldSensitive; false by default.
     bool IsFieldSensitive() const { return _isFieldSensitive; }
 
+    /// Creates the input and this step; see HVLFunction::GenerateHVL.
     bool GenerateHVL() override;
 
 private:
@@ -65,6 +73,6 @@ private:
     void updateGeo(const std::string& field, const CFGeo& geo);
 
     bool _isFieldSensitive = false;
-    /// Shared by copies. The Java objects last until `cleanJRef`.
+    /// Shared by copies. The Java objects live until cleanJRef.
     std::map<std::string, std::shared_ptr<JNIJSONObject>> _fields;
 };

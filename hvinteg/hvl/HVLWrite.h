@@ -5,40 +5,46 @@
 
 #include "hvl/HVLFunction.h"
 
-/// The sink of a job: where its records go. The last destination that was set holds.
+/// The destination of a job's records. The last destination that was set counts.
 ///
-/// Names are UTF-8, and paths are in the engine's form. A bare file name stands for a file in the
-/// engine's public directory, whose rows the runner hands out through getOutputIterator.
+/// Names are UTF-8; paths are in the engine's form. A bare file name is a file in the engine's
+/// public directory; the runner's getOutputIterator reads its rows.
 ///
-/// A sink whose input cannot be generated is not created: it is the one builder that stops there,
-/// because a job without its records would leave a wrong file behind.
+/// The step is not created if its input cannot be created, because the job would leave a wrong
+/// file.
 class HVINTEG_EXPORT HVLWrite : public HVLFunction
 {
 public:
+    /// The program is borrowed.
     explicit HVLWrite(JNIHvlProgram* program);
     HVLWrite(const HVLWrite& other);
     HVLWrite& operator=(const HVLWrite& other);
     ~HVLWrite() override;
 
-    /// A data source that the engine keeps under a name; `append` adds to its records.
+    /// Writes a data source that the engine stores by name. `append` keeps its records.
     void WriteHVDatasource(const std::string& name, bool append);
-    /// An empty password leaves the file open to all.
+    /// Writes a SAV file. An empty password means no encryption.
     void WriteSAV(const std::string& path, const std::string& dataPassword);
+    /// Writes a CSV file.
     void WriteCSV(const std::string& path);
-    /// `type` is the media type, as in "text/geojson". Resource id and key describe the map that
-    /// the document belongs to, and are written only where both are given.
+    /// Writes GeoJSON. `type` is the media type, for example "text/geojson".
     void WriteGeoJSON(const std::string& path, const std::string& type);
+    /// Does the same with resource id and key of the map that the document belongs to. They are
+    /// written only if neither is empty.
     void WriteGeoJSON(const std::string& path, const std::string& type,
                       const std::string& resourceId, const std::string& key);
+    /// Writes an HVBF file.
     void WriteHVBF(const std::string& path);
 
-    /// Where the data model document of a file goes; named data sources ignore it.
+    /// Sets the path of a file's data model; named data sources ignore it.
     void SetDataModel(std::string path);
 
+    /// Creates the input and this step. Returns false also without a destination, or if the input
+    /// cannot be created.
     bool GenerateHVL() override;
 
 private:
-    /// What kind of destination was chosen, with the numbers that callers know.
+    /// Kinds of destinations. Callers know the numbers.
     enum class Destination : std::int32_t
     {
         None = 0,
@@ -57,7 +63,7 @@ private:
 
     std::string _destination;
     Destination _kind = Destination::None;
-    /// The mode of a named data source, the password of a SAV file, the media type of GeoJSON.
+    /// Mode of a named data source, password of a SAV file or media type of GeoJSON.
     std::string _qualifier;
     std::string _dataModelDestination;
     std::string _resourceId;
