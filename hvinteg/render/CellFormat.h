@@ -5,12 +5,12 @@
 #include "VexaFormat.h"
 #include "bridge/JsonValue.h"
 
-/// Formats of numbers in results, and the numbers as the host counts them.
+/// Formats of numbers in results, and conversions to the host's scale.
 namespace CellFormat {
 
-/// Stands for no format given.
+/// The type of noFormat.
 inline constexpr std::uint8_t kNoType = 255;
-/// Widest that results show a number.
+/// Maximum width of a number.
 inline constexpr std::uint16_t kWidth = 40;
 
 inline constexpr VEXA_Format noFormat{kWidth, kNoType, 0};
@@ -18,17 +18,17 @@ inline constexpr VEXA_Format plainNumber{kWidth, kFormatGeneral, 0};
 inline constexpr VEXA_Format generalNumber{kWidth, kFormatGeneral, 3};
 inline constexpr VEXA_Format yearFirstDate{kWidth, kFormatDateYearFirst, 0};
 
-/// The format that a JSON object describes; noFormat for anything else.
+/// The format that a JSON object describes; noFormat for another value.
 VEXA_Format formatOf(const JsonValue& object);
-/// Whether that object says that its number is infinite.
+/// Whether the object marks its number as infinite.
 bool isInfinite(const JsonValue& object);
 
-/// A value of a date-valued format on the host's scale, which counts seconds from the host's first
-/// day; results count from 1970, in seconds or in days. Other values stay as they are, and so do
-/// days of the week and months that are given by their number.
+/// Converts a value of a date format to the host's scale. The host counts seconds from its own
+/// first day; results count from 1970, in seconds or days. Other values are unchanged, also
+/// weekdays and months that are given by number.
 double toHostDate(double value, const VEXA_Format& format, bool valueIsSeconds);
 
-/// The value as the host shows it, without blanks around it. UTF-8.
+/// The text that the host shows for the value, without surrounding blanks. UTF-8.
 std::string textOf(double value, const VEXA_Format& format);
 
 } // namespace CellFormat

@@ -6,33 +6,33 @@
 #include <string_view>
 #include <vector>
 
-/// How cells of a table are addressed: by one string, which states for each dimension in order the
-/// position of a leaf, in digits to the base 86, the most significant first, in a fixed width.
+/// Keys of table cells. A key holds the position of a leaf for each dimension, in order. A position
+/// is written in base 86, most significant digit first, with a fixed width.
 namespace CellKey {
 
-/// "*" is not among the digits: in a pattern it stands for all leaves.
+/// In a pattern, "*" matches all leaves. It is not a digit.
 inline constexpr std::string_view kDigits =
     "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ %&()+,-./:;<=>?@[]^_`|~";
 inline constexpr char kAny = '*';
-/// No position of any dimension.
+/// An invalid position.
 inline constexpr std::uint64_t kNowhere = std::numeric_limits<std::uint64_t>::max();
 
-/// How many digits the positions of that many leaves take; at least one.
+/// Number of digits for the positions of this many leaves; at least one.
 unsigned widthOf(std::uint64_t leaves);
-/// Writes a position over `width` characters of the key.
+/// Writes a position to `width` characters of a key.
 void write(std::uint64_t position, char* digits, unsigned width);
 std::string of(std::uint64_t position, unsigned width);
-/// The position that the digits state; kNowhere if there is something else among them, or nothing.
+/// Reads a position; kNowhere if the text is empty or has another character.
 std::uint64_t positionOf(std::string_view digits);
 
 } // namespace CellKey
 
-/// The dimensions of a table, as its keys see them.
+/// The dimensions of a table, as its keys use them.
 class KeyLayout
 {
 public:
-    /// One dimension: how many leaves it has, where its digits stand in a key and how far its
-    /// neighbouring leaves are from each other where cells are numbered, the last dimension first.
+    /// One dimension: count of leaves, place of its digits in a key, and distance of the numbers of
+    /// neighbouring leaves' cells. The numbers run through the last dimension first.
     struct Segment
     {
         std::uint64_t leaves;
@@ -45,9 +45,9 @@ public:
 
     const std::vector<Segment>& segments() const { return _segments; }
     std::size_t keyLength() const { return _keyLength; }
-    /// The number of cells, as far as it goes into 64 bits; then no cell has a number.
+    /// The number of cells. kNowhere if it exceeds 64 bits; cells then have no numbers.
     std::uint64_t cellCount() const { return _cellCount; }
-    /// The number of the cell with that key; kNowhere if no leaves have it.
+    /// The number of the cell with that key; kNowhere if the key is invalid.
     std::uint64_t numberOf(std::string_view key) const;
 
 private:

@@ -7,17 +7,17 @@
 #include "bridge/JsonValue.h"
 #include "render/TextItems.h"
 
-/// The labels that cells of a table name by number.
+/// Labels that table cells refer to by number.
 class CellLabels
 {
 public:
     void read(const JsonValue& labels, const TextItems& texts);
 
-    /// The label of a cell whose value is one: empty if that number has none; nothing for a value
-    /// that is beyond the count of labels.
+    /// The label for a cell value: empty if the number has no label, no result if it is beyond the
+    /// count of labels.
     std::optional<std::string> labelOf(double value) const;
-    /// The labels of a list of numbers with commas between them, one a line as the host writes it
-    /// in a text. Numbers without a label drop out, and what is no number counts as 0.
+    /// The labels for a list of numbers separated by commas, one per line in the host's notation.
+    /// Numbers without a label are left out; text that is not a number counts as 0.
     std::string labelsOf(const std::string& list) const;
 
 private:

@@ -6,7 +6,7 @@
 #include "render/CellStyles.h"
 #include "render/Footnotes.h"
 
-/// Puts cells of the store where the open categories meet.
+/// Places cells of the store at the open categories.
 class CellPlacer
 {
 public:
@@ -15,7 +15,7 @@ public:
         : _store(store), _labels(labels), _footnotes(footnotes)
     {
     }
-    /// Without a cell there may still be footnotes.
+    /// Places content and footnotes. `cell` may be null; then only footnotes are placed.
     void place(TnCategory& category, const Cell* cell, const CellStyle& style) const;
 
 private:

@@ -11,7 +11,7 @@ public:
     explicit CellReader(CellStore& store) : _store(store) {}
     void readCells(const JsonValue& blocks);
 
-    /// Whether a block has values side by side. Without any there is no table.
+    /// Whether a block has an array of values. A table without such a block is invalid.
     static bool hasValues(const JsonValue& block);
 
 private:

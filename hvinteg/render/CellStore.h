@@ -11,40 +11,40 @@
 
 #include "render/CellKey.h"
 
-/// The content of one cell. Its text lies in the store, since few cells have one.
+/// The content of one cell. The store keeps its text, because few cells have one.
 struct Cell
 {
-    /// Stands for no number.
+    /// Marks a cell without a number.
     static constexpr double kNoValue = std::numeric_limits<double>::max();
 
     double value = kNoValue;
-    std::uint32_t text = 0; ///< as CellStore::keepText gives it
+    std::uint32_t text = 0; ///< number from CellStore::keepText
 };
 
-/// The cells of a table, by key. Only cells that the document fills take memory.
+/// The cells of a table, by key. Only cells that the document contains take memory.
 ///
-/// Cells of leaves have numbers. Those of a run lie side by side in pages; single ones, which may
-/// be anywhere in a huge table, lie apart. So do cells whose key belongs to no leaves, and all
-/// cells if the table has more of them than there are numbers.
+/// Cells of leaves have numbers. Cells of a run are stored in pages; single cells, which may be
+/// anywhere in a huge table, are stored separately. So are cells whose key is invalid, and all
+/// cells if the table has too many to number.
 class CellStore
 {
 public:
     explicit CellStore(KeyLayout layout);
 
     const KeyLayout& layout() const { return _layout; }
-    /// The cell, for changing; new if it is not there yet. The reference is good until the next
-    /// cell is asked for.
+    /// Returns the cell for changes and creates it if necessary. The reference is valid until the
+    /// next call for a cell.
     Cell& at(std::string_view key);
-    /// The same for a cell whose neighbours come next.
+    /// The same for a cell that belongs to a run.
     Cell& inRun(std::string_view key);
-    /// The cell; null if the document says nothing of it.
+    /// The cell; null if the document does not contain it.
     const Cell* find(std::string_view key) const;
-    /// The same by the cell's number, if cells have one.
+    /// The same by the number of the cell.
     const Cell* find(std::uint64_t number) const;
-    /// Whether the cells of leaves can be found by their numbers.
+    /// Whether the cells of leaves have numbers.
     bool isNumbered() const { return _layout.cellCount() != CellKey::kNowhere; }
 
-    /// Keeps a text and returns its number: 0 for an empty text.
+    /// Stores a text and returns its number; 0 for an empty text.
     std::uint32_t keepText(std::string_view text);
     const std::string& textOf(const Cell& cell) const { return _texts[cell.text]; }
 
@@ -61,7 +61,7 @@ private:
     std::map<std::uint64_t, Cell> _scattered;
     std::map<std::string, Cell, std::less<>> _others;
     std::vector<std::string> _texts;
-    /// The page that was found last, which mostly has the next cell too.
+    /// The page that was found last; it usually contains the next cell too.
     mutable std::uint64_t _lastNumber = CellKey::kNowhere;
     mutable Cell* _lastPage = nullptr;
 };

@@ -11,18 +11,18 @@
 #include "render/CellFormat.h"
 #include "render/CellKey.h"
 
-/// How one cell is shown.
+/// How to show one cell.
 struct CellStyle
 {
     VEXA_Format format = CellFormat::noFormat;
-    const std::vector<int>* footnotes = nullptr; ///< numbers in the table's list; null for none
+    const std::vector<int>* footnotes = nullptr; ///< indexes in the table's list; null for none
     bool isInfinite = false;
 };
 
-/// The formats of a table: each entry speaks of one cell, or of all cells of a pattern.
+/// The formats of a table. Each entry applies to one cell or to all cells of a pattern.
 ///
-/// A pattern may match more cells than memory has room for, so it is kept as a pattern. The
-/// style of a cell is put together when the cell is shown.
+/// A pattern may match more cells than fit into memory, so it is stored as a pattern. The style of
+/// a cell is computed when the cell is shown.
 class CellStyles
 {
 public:
@@ -30,13 +30,13 @@ public:
     explicit CellStyles(const KeyLayout& layout) : _layout(layout) {}
     void read(const JsonValue& formats);
 
-    /// Whether all cells are shown alike.
+    /// Whether there are no formats.
     bool isEmpty() const { return _patterns.empty(); }
-    /// The style of the cell with that key. The footnotes belong to this object.
+    /// The style of the cell with that key. This object owns the footnotes.
     CellStyle of(std::string_view key);
 
 private:
-    /// What an entry gives to each cell that it speaks of.
+    /// What an entry sets for each matching cell.
     struct Entry
     {
         VEXA_Format format;
@@ -44,10 +44,11 @@ private:
         bool isInfinite;
         bool isPattern;
     };
-    /// Entries with wildcards in the same dimensions, by their keys with all digits there replaced.
+    /// Entries with wildcards in the same dimensions, by key. In the key all digits of those
+    /// dimensions are replaced by "*".
     struct Pattern
     {
-        std::vector<const KeyLayout::Segment*> wildcards; ///< none for entries of single cells
+        std::vector<const KeyLayout::Segment*> wildcards; ///< empty for entries of single cells
         std::unordered_map<std::string, std::vector<std::size_t>> entries;
     };
 
@@ -59,7 +60,7 @@ private:
     const KeyLayout& _layout;
     std::vector<Entry> _entries;
     std::map<std::vector<std::size_t>, Pattern> _patterns; ///< by the dimensions with wildcards
-    /// Space for the work on one cell.
+    /// Working space for one cell.
     std::string _probe;
     std::vector<std::size_t> _found;
 };

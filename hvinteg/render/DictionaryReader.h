@@ -11,7 +11,7 @@
 class DictionaryReader
 {
 public:
-    /// The data model, a Java object, is borrowed.
+    /// `dataModel`, a Java object, is borrowed.
     DictionaryReader(dataDictionary& dictionary, jobject dataModel)
         : _dictionary(dictionary), _dataModel(dataModel)
     {

@@ -12,7 +12,7 @@
 class DimensionReader
 {
 public:
-    /// How many leaves each dimension has, whether they are shown or not.
+    /// The number of leaves of each dimension, including hidden ones.
     static std::vector<std::uint64_t> leafCounts(const JsonValue& dimensions);
 
     /// All are borrowed.
@@ -34,6 +34,6 @@ private:
     const PivotSettings& _settings;
     const CategoryFilter* _filter = nullptr;
     KeyLayout::Segment _segment{};
-    std::uint64_t _next = 0; ///< the position of the next leaf that names none
+    std::uint64_t _next = 0; ///< the position of the next leaf without a position of its own
     std::vector<PivotStep> _steps;
 };

@@ -7,9 +7,9 @@
 #include "bridge/JNIJSONObject.h"
 #include "bridge/LocalRef.h"
 
-/// Finds parts of a result document on the Java side, for those that go on as they are.
+/// Finds parts of a result document in Java, which are passed on unchanged.
 ///
-/// It has readers of its own, so that a caller's stays at what it has wrapped.
+/// Uses its own readers, so that a caller's reader keeps its wrapped object.
 class DocumentPath
 {
 public:
@@ -25,13 +25,13 @@ public:
         LocalRef<> fetched;
         jobject object = nullptr;
     };
-    /// Nowhere if they lead to nothing or to a text.
+    /// Follows segments. Returns an empty place if they lead to nothing or to a text.
     Place follow(jobject object, const std::vector<std::string>& segments);
-    /// Nowhere for an empty path too.
+    /// Follows a path. Returns an empty place also for an empty path.
     Place followPath(jobject object, const std::string& path);
-    /// The JSON text of an object or array that has an object in it; empty for anything else.
+    /// The JSON text of an object or array that contains an object; empty for any other value.
     std::string jsonOf(jobject value);
-    /// Whether it is an object or an array that holds something.
+    /// Whether the value is an object or array that is not empty.
     bool hasContent(jobject value);
     /// What Java last said to a failure since this was last called; empty if there was none.
     std::string takeFailure();

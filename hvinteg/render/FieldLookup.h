@@ -6,8 +6,8 @@
 #include "VexaDataSource.h"
 #include "render/dataDictionary.h"
 
-/// Finds what a name in a result stands for: a variable of the active dataset, or else a field of
-/// the result's own dictionary. Names and labels are UTF-8, whatever the host's encoding.
+/// Resolves a name in a result: to a variable of the active dataset, otherwise to a field of the
+/// result's dictionary. Names and labels are UTF-8, independent of the host's encoding.
 class FieldLookup
 {
 public:
@@ -17,15 +17,16 @@ public:
     {
     }
 
-    /// The name without the prefix that the engine gives to variables it has derived for itself.
+    /// Removes the prefix that the engine adds to the names of variables that it has derived.
     static std::string nameOf(std::string_view text);
-    /// Null if there is none.
+    /// Null if there is no such variable.
     const VEXA_Variable* variable(const std::string& name) const;
+    /// Null if there is no such field.
     const dataField* field(const std::string& name) const;
 
-    /// The variable's label, or its name where it has none.
+    /// The variable's label, or its name if the label is empty.
     static std::string preferredLabel(const VEXA_Variable& variable);
-    /// Empty if the value has no label.
+    /// The label of a value; empty if it has none.
     static std::string valueLabel(const VEXA_Variable& variable, double value);
     static std::string valueLabel(const VEXA_Variable& variable, const std::string& value);
 

@@ -8,14 +8,14 @@
 #include "bridge/JsonValue.h"
 #include "render/TextItems.h"
 
-/// The footnotes of a table. Those that give no text leave no gap: what follows moves up.
+/// The footnotes of a table. Items without a text are dropped, and the later ones move up.
 class Footnotes
 {
 public:
     void read(const JsonValue& items, const TextItems& texts, bool translate);
 
-    /// Gives a part of the table, or its title or caption, its notes. Indexes outside the list are
-    /// passed over.
+    /// Calls `give` with each note of a part of the table, its title or its caption. Ignores
+    /// indexes out of range.
     template <class Function>
     void forEach(const std::vector<int>& indexes, Function give) const
     {
@@ -23,7 +23,7 @@ public:
             if (index >= 0 && static_cast<std::size_t>(index) < _texts.size())
                 give(noteOf(*_texts[static_cast<std::size_t>(index)]));
     }
-    /// The indexes that an array holds; what is no number in it does not count.
+    /// The indexes in an array; elements that are not numbers are ignored.
     static std::vector<int> indexesOf(const JsonValue& array);
 
 private:

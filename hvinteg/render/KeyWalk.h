@@ -6,21 +6,21 @@
 
 #include "render/CellKey.h"
 
-/// Walks through keys of a table in their order, the last dimension fastest.
+/// Steps through the keys of a table in order; the last dimension changes fastest.
 class KeyWalk
 {
 public:
-    /// All keys from that of a start on. A segment of it that is no position of its dimension
-    /// counts as the first one; a start of another length counts as the first key of all.
+    /// Starts at a key. A segment that is not a valid position counts as the first position. If the
+    /// start has a wrong length, the walk begins at the first key.
     static KeyWalk from(const KeyLayout& layout, std::string_view start);
 
-    /// False after the last key.
+    /// False behind the last key.
     bool isAtKey() const { return _isAtKey; }
     const std::string& key() const { return _key; }
     void next();
 
 private:
-    /// A dimension that is walked through.
+    /// A dimension that the walk changes.
     struct Digits
     {
         std::size_t offset;

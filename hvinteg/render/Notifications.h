@@ -2,6 +2,6 @@
 
 #include "render/ResultContext.h"
 
-/// Shows the messages that come with a result object, a borrowed Java object, in the host's output.
-/// A message without a text is left out. Throws JNIException.
+/// Shows the messages of a result object, a borrowed Java object, in the host's output. Skips
+/// messages without a text. Throws JNIException.
 void showNotificationsOf(ResultContext& context, jobject result);

@@ -10,11 +10,11 @@
 #include "render/OutputOrder.h"
 #include "render/ResultContext.h"
 
-/// Shows what an order asks for of one result object.
+/// Shows the parts of one result object that an order selects.
 class OrderRenderer
 {
 public:
-    /// The context and the result object are borrowed; without a document there is no object.
+    /// Context and result object are borrowed. The object is null if there is no document.
     OrderRenderer(ResultContext& context, jobject result) : _context(context), _result(result) {}
     /// Whether it made a table or a chart. Throws JNIException; the headings are made by then.
     bool render(const OutputOrder& order);

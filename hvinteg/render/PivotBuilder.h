@@ -12,7 +12,7 @@
 #include "render/PivotSettings.h"
 #include "render/TextItems.h"
 
-/// Builds one table of the output from a table object.
+/// Builds one table of the output from a table object of a result.
 class PivotBuilder
 {
 public:
@@ -22,9 +22,9 @@ public:
           _layout(DimensionReader::leafCounts(json["dimensions"]))
     {
     }
-    /// Null, and no trace in the output, for an object that is no whole table. Null and a warning
-    /// for a table with too many cells. The title is a key of the string table if `translate` is
-    /// set. If the user asks the host for a stop, the table ends with the cells placed so far.
+    /// Returns null, and writes nothing, if the table object is incomplete. Returns null and shows
+    /// a warning if the table has too many cells. `translate`: the title is a key of the string
+    /// table. If the user requests a stop, the table ends with the cells placed so far.
     std::unique_ptr<TnPivotTable> build(TnHeading& heading, const std::string& title,
                                         bool translate, const std::string& subType);
 

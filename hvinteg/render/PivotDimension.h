@@ -8,11 +8,11 @@
 #include "TnCellText.h"
 #include "TnPivotTable.h"
 
-/// One step of declaring a dimension's categories. A dimension is declared again and again, so the
-/// tree is laid out once as the steps that declare it.
+/// One step of the declaration of a dimension's categories. A dimension is declared repeatedly, so
+/// its tree is converted to a list of steps once.
 struct PivotStep
 {
-    /// A group is told by two steps, with its members' steps between them.
+    /// A group has two steps, with the steps of its members between them.
     enum Kind
     {
         OpenGroup,
@@ -24,14 +24,14 @@ struct PivotStep
     std::vector<int> footnotes;
     bool show = true;
     TnGroup::Sort sort = TnGroup::Unsorted;
-    std::string subscript;      ///< of a leaf: its part of the cells' keys
-    std::uint64_t position = 0; ///< what the subscript states; CellKey::kNowhere for no leaf's
+    std::string subscript;      ///< for a leaf: its part of the cells' keys
+    std::uint64_t position = 0; ///< the position in `subscript`; CellKey::kNowhere if invalid
 };
 
-/// A dimension, ready to be declared.
+/// A dimension that can be declared.
 struct PivotDimension
 {
-    std::unique_ptr<TnCellText> name; ///< without one there is nothing to declare
+    std::unique_ptr<TnCellText> name; ///< null if the dimension cannot be declared
     TnPivotTable::Sort sort = TnPivotTable::Unsorted;
     std::vector<int> footnotes;
     TnDimension::Place place = TnDimension::Row;

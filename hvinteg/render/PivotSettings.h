@@ -3,20 +3,20 @@
 #include <string>
 #include <vector>
 
-/// Which categories of a place are shown, by their labels. Once either list has an entry, those
-/// stay that the one has and the other has not.
+/// Selects categories by their labels. If either list has entries, a category is shown if it is in
+/// `shown` and not in `hidden`.
 struct CategoryFilter
 {
     std::vector<std::string> hidden;
     std::vector<std::string> shown;
 };
 
-/// What the caller of a table sets.
+/// Settings of a table by the caller.
 struct PivotSettings
 {
     CategoryFilter rows;
-    CategoryFilter columns; ///< for layers too
-    std::string caption;    ///< takes the place of the table's own
+    CategoryFilter columns; ///< also for layers
+    std::string caption;    ///< replaces the table's own caption
     bool translates = false;
     bool supportsSplits = true;
 };

@@ -11,7 +11,7 @@
 
 class ProcedureDataSource;
 
-/// What the output of a result needs to know. Pointers and references are borrowed.
+/// What is needed to show a result. Pointers and references are borrowed.
 struct ResultContext
 {
     TnProcedure* procedure;
@@ -24,8 +24,8 @@ struct ResultContext
     std::string path{};                           ///< of the result object that is shown
     DocumentPath reader{};
 
-    /// Whether there is a document, and it could be read.
+    /// Whether there is a document and it could be parsed.
     bool isReadable() const { return hasDocument && document.getTop() != nullptr; }
-    /// The data model as JSON text; empty if the document has none, or a mere text.
+    /// The data model as JSON text; empty if the document has none or it is only a text.
     std::string dataModelJson();
 };

@@ -2,8 +2,8 @@
 
 #include "Attention.h"
 
-/// Whether the user asked the host for a stop. The walks over a result ask it, so that a large
-/// document does not hold the host; they end early then, and keep what they have shown.
+/// Whether the user requests a stop. Loops over a result test it, so that a large document does not
+/// block the host. They then end and keep what they have shown.
 inline bool isStopRequested()
 {
     int asked = 0;

@@ -13,14 +13,14 @@
 
 /// Declares the dimensions of a table and places its cells.
 ///
-/// The host addresses a cell by the categories that are open, one of each dimension. So each leaf
-/// of a dimension declares the next dimension again, with all its categories, and the leaves of the
-/// last one carry the cells. It goes through any number of dimensions without recursion.
+/// The host addresses a cell by the open categories, one of each dimension. Each leaf of a
+/// dimension therefore declares the next dimension again, with all its categories; the leaves of
+/// the last dimension carry the cells. The walk is iterative, for any number of dimensions.
 class TableWalk
 {
 public:
-    /// How many categories and groups a walk declares, the repeated ones included; the largest
-    /// number if it is even more. The cells are among them, since each belongs to a leaf.
+    /// The number of categories and groups that a walk declares, including repetitions. Limited to
+    /// the largest number. Cells are included, because each belongs to a leaf.
     static std::uint64_t length(const std::vector<PivotDimension>& dimensions);
 
     /// All are borrowed.
@@ -31,23 +31,23 @@ public:
           _footnotes(footnotes)
     {
     }
-    /// Ends early if the user asks the host for a stop.
+    /// Ends early if the user requests a stop.
     void run();
 
 private:
-    /// A part of a cell's address, as far as the open leaves state it: its key, and the cell's
-    /// number where there is one.
+    /// The part of a cell's address that the open leaves define: its key and, if cells are
+    /// numbered, its number.
     struct Address
     {
         std::string key;
         std::uint64_t number;
     };
-    /// A dimension that is being declared.
+    /// A dimension whose declaration is in progress.
     struct Level
     {
         std::unique_ptr<TnDimension> dimension;
         std::vector<std::unique_ptr<TnGroup>> groups;
-        Address address; ///< of the leaf under which it is declared
+        Address address; ///< of the parent leaf
         std::size_t step = 0;
 
         TnGroup& parent() { return groups.empty() ? *dimension : *groups.back(); }
@@ -68,5 +68,5 @@ private:
     const CellPlacer& _placer;
     const Footnotes& _footnotes;
     std::vector<Level> _levels;
-    std::string _key; ///< of the cell that is placed
+    std::string _key; ///< of the current cell
 };

@@ -2,7 +2,7 @@
 
 #include "render/TextItems.h"
 
-/// A kind of text body: the key it stands under, and how it becomes a text and a string.
+/// A kind of text body: its key, and its conversions to a text and to a string.
 struct TextItems::Kind
 {
     const char* key;

@@ -7,10 +7,10 @@
 #include "bridge/JsonValue.h"
 #include "render/FieldLookup.h"
 
-/// Turns the text items of a result into texts of the host's output, and into plain strings.
+/// Converts the text items of a result to texts of the host's output and to plain strings.
 ///
-/// An item holds under `text` a body of one of six kinds. What a body lacks, or has of another
-/// type, reads as empty; an item that makes no text gives null, or an empty string.
+/// An item has under `text` a body of one of six kinds. A missing value, or one of a wrong type, is
+/// read as empty. An item without a text gives null or an empty string.
 class TextItems
 {
 public:
@@ -20,9 +20,9 @@ public:
     {
     }
 
-    /// `translate`: keys are looked up in the host's string table.
+    /// `translate`: look keys up in the host's string table.
     std::unique_ptr<TnCellText> cellTextOf(const JsonValue& item, bool translate) const;
-    /// UTF-8, never translated: what filters compare, and what captions are made of.
+    /// UTF-8, never translated. Used by filters and captions.
     std::string cellTextString(const JsonValue& item) const;
 
 private:

@@ -14,8 +14,8 @@
 
 class ProcedureDataSource;
 
-/// One table of a result document, as a pivot table of the host's output. Set it up, build the
-/// table once, and let the object go. On the thread that works with Java.
+/// Builds one table of a result document as a pivot table of the host's output. Create an object
+/// for each table and build it once. Use the thread that works with Java.
 ///
 ///     jsonPivot pivot(document, table, &source, dictionary);
 ///     pivot.hideCategories({"Total"}, true);
@@ -23,32 +23,33 @@ class ProcedureDataSource;
 class HVINTEG_EXPORT jsonPivot
 {
 public:
-    /// All are borrowed. The document reads the table, a Java object of it; `source` knows the
-    /// variables that texts name, and may be null; the dictionary knows the other fields.
+    /// All are borrowed. `table` is a Java object of the document. `source` resolves the variables
+    /// in texts and may be null; `dictionary` resolves other fields.
     jsonPivot(JNIJSONObject& document, jobject& table, const ProcedureDataSource* source,
               const dataDictionary& dictionary);
     jsonPivot(const jsonPivot&) = delete;
     jsonPivot& operator=(const jsonPivot&) = delete;
     ~jsonPivot();
 
-    /// A caption that takes the place of the table's own; an empty one does not.
+    /// Sets a caption that replaces the table's own, unless it is empty.
     void setCaption(const std::string& caption);
-    /// Whether the table says which split group it is of; by default it does.
+    /// Whether the table states its split group; true by default.
     void supportSplits(bool supports);
-    /// Whether keys in the table's texts are looked up in the host's string table; by default not.
+    /// Whether keys in the table's texts are looked up in the host's string table; false by
+    /// default.
     void translateTableStrings(bool translates);
-    /// Set which categories of rows, or of columns and layers, are left out, and which alone are
-    /// shown. Once either list has an entry, those stay that the second has and the first has not.
+    /// Sets the categories that are left out of the rows, or otherwise of columns and layers.
     void hideCategories(const std::vector<std::string>& categories, bool rows);
+    /// Sets the categories which are the only ones shown. hideCategories also applies to them.
     void hideAllCategoriesExcept(const std::vector<std::string>& categories, bool rows);
 
-    /// Builds the table under the heading, which is borrowed; null does nothing. `translate`: the
-    /// title is a key of the string table. An object that is no whole table leaves no trace.
-    /// Throws JNIException.
+    /// Builds the table under `heading`, which is borrowed; does nothing for null. `translate`: the
+    /// title is a key of the string table. Writes nothing if the table object is incomplete. Throws
+    /// JNIException.
     void createPivotTable(TnHeading* heading, const std::string& outlineTitle, bool translate,
                           const std::string& OMSSubType);
-    /// The text of a text item of the document, which the caller deletes; null if it has none.
-    /// Throws JNIException.
+    /// Returns the text of a text item of the document, or null if it has none. The caller deletes
+    /// the result. Throws JNIException.
     TnCellText* getCellText(jobject item);
 
 private:

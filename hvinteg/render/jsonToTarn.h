@@ -15,37 +15,40 @@
 
 class ProcedureDataSource;
 
-/// Turns a result document of the engine into the host's output. The caller decides what is shown
-/// and where, the document what it says.
+/// Converts a result document of the engine to the host's output. The caller selects what is shown
+/// and where.
 ///
 ///     jsonToTarn output(&procedure, &procedure.DataSource(), strings, statJson);
 ///     output.addObjectToOutput("Model", "summary", "Summary", "ModelSummary", OutputOrder::Pivot);
 ///     output.generateOutput("tcm");
 ///
-/// On the thread that works with Java, after the job has ended, and until cleanJRef. Texts are
-/// UTF-8. Operations that read the document throw JNIException unless they say otherwise.
+/// Use it on the thread that works with Java, after the end of the job and before cleanJRef. Texts
+/// are UTF-8. Operations that read the document throw JNIException unless they say otherwise.
 class HVINTEG_EXPORT jsonToTarn
 {
 public:
-    /// All pointers and references are borrowed; the data source may be null. Without a document
-    /// only interactive views come of it. What Java throws while the data model is read passes.
+    /// Works without a document: only interactive views are shown. All pointers and references are
+    /// borrowed; `source` may be null.
     jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings);
+    /// Reads a document (JSON) and its data model. An invalid document is reported by
+    /// generateOutput. What Java throws while the data model is read is passed on.
     jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings,
                const std::string& json);
     jsonToTarn(const jsonToTarn&) = delete;
     jsonToTarn& operator=(const jsonToTarn&) = delete;
     ~jsonToTarn();
 
-    /// Appends to what is shown, in this order.
+    /// Appends an order. Orders are shown in the sequence of the calls.
     void addObjectToOutput(const OutputOrder& order);
-    /// `title` and `location` are segments with dots between them.
+    /// Appends an order from its parts. `title` and `location` are separated by dots.
     void addObjectToOutput(const std::string& title, const std::string& location,
                            const std::string& outlineTitle, const std::string& OMSSubType,
                            OutputOrder::Type type);
-    /// Whether the messages of a result come before its output; by default they do.
+    /// Whether the messages of a result are shown before its output; true by default.
     void showNotifications(bool show);
-    /// GeoJSON texts by name, for maps.
+    /// Sets the GeoJSON texts of maps, by name.
     void setGeoJSONMap(const std::map<std::string, std::string>& texts);
+    /// The texts of setGeoJSONMap.
     const std::map<std::string, std::string>& getGeoJSONMap() const;
 
     /// Shows the result object of that name, a key of the document's top. False if there is none,
@@ -73,16 +76,19 @@ public:
 
     /// The fields of the document, and the string table that was handed in.
     dataDictionary& getDataDictionary();
+    /// The borrowed string table.
     FacSTDictionary& getDictionary();
-    /// The document; an empty object without one.
+    /// The reader of the document; an empty object if there is no document. Owned by this object.
     JNIJSONObject& getTop();
 
-    /// Whether a path, keys with dots between them, leads to something that is no text.
+    /// Whether a path, separated by dots, leads to a value that is not a text.
     bool hasItem(const std::string& path);
-    /// Whether it leads to an object or an array that holds something.
+    /// Whether it leads to an object or array that is not empty.
     bool hasItemContent(const std::string& path);
-    /// Whether a GeoJSON text has features; the text of that name; or all texts, without a name.
+    /// Whether a GeoJSON text has features.
     bool hasGeoJSONFeatures(const std::string& text);
+    /// Whether the GeoJSON text of that name has features. For an empty name, whether there are
+    /// texts and all have features.
     bool hasGeoJSONMapFeatures(const std::string& name);
 
 private:

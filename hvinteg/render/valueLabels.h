@@ -5,15 +5,17 @@
 
 #include "support/HvintegExport.h"
 
-/// Labels of the values of a field, numbers and texts apart; a plain value. Texts are UTF-8.
+/// Labels of the values of a field; numbers and texts are separate. A value type. Texts are UTF-8.
 class HVINTEG_EXPORT valueLabels
 {
 public:
-    /// Sets the label of a value; one that it has is replaced.
+    /// Sets the label of a number and replaces an earlier one.
     void addValueLabel(double value, const std::string& label);
+    /// Sets the label of a text and replaces an earlier one.
     void addValueLabel(const std::string& value, const std::string& label);
-    /// The label, empty if the value has none. A number is found by exact equality.
+    /// The label of a number, found by exact equality; empty if it has none.
     std::string getValueLabel(double value) const;
+    /// The label of a text; empty if it has none.
     std::string getValueLabel(const std::string& value) const;
 
 private:
