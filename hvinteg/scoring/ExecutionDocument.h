@@ -7,10 +7,10 @@
 #include "scoring/HVScorExecXML.h"
 #include "scoring/ScoringModule.h"
 
-/// What fills the parameters of an execution document. Both are borrowed.
+/// The values for the parameters of an execution document. Both are borrowed.
 struct ScoringParameters
 {
-    const std::map<std::string, std::string>& values; ///< by name; beat the module's defaults
+    const std::map<std::string, std::string>& values; ///< by name; override the module's defaults
     const std::vector<AssocNameElem>& assocNames;
 };
 

@@ -6,7 +6,7 @@
 
 #include "support/HvintegExport.h"
 
-/// A field of an association model whose name in the data is another one than in the model.
+/// A field of an association model that has different names in data and model.
 struct AssocNameElem
 {
     std::string name;         ///< in the data
@@ -14,9 +14,9 @@ struct AssocNameElem
     std::string predicate;    ///< the value that makes it an item
 };
 
-/// Writes the execution document of one run of the scoring module on one PMML input: the module's
-/// parameters, as its description "module.xml" lists them, with the values set here and else with
-/// the module's defaults. One thread at a time.
+/// Writes the execution document for one run of the scoring module on a PMML model. The document
+/// has the parameters of the module's description "module.xml", with the values set here or the
+/// module's defaults. One thread at a time.
 ///
 ///     HVScorExecXML scoring(true);
 ///     scoring.setMaxPredictions(5);
@@ -25,32 +25,39 @@ struct AssocNameElem
 class HVINTEG_EXPORT HVScorExecXML
 {
 public:
-    /// The input of the document, and the folder of the module.
+    /// Id of the container with the PMML model.
     static const char* const InputPMMLContainerID;
+    /// Name of the container with the PMML model.
     static const char* const InputPMMLName;
+    /// Name of the module's folder in the directory "lib" of the host's components.
     static const char* const ScoringFolderName;
 
-    /// Whether a missing predictor is handled as the model says; if not, a record with one gets no
-    /// score.
+    /// `asMissingPredictor`: missing predictors are handled as the model specifies. Otherwise a
+    /// record with one gets no score.
     explicit HVScorExecXML(bool asMissingPredictor);
     ~HVScorExecXML();
-    /// A copy has settings of its own, and the document if it is built.
+    /// Copies the settings and the document if it is built.
     HVScorExecXML(const HVScorExecXML& other);
+    /// Replaces the settings and the document.
     HVScorExecXML& operator=(const HVScorExecXML& other);
 
-    /// Of an association model: how many predictions a record gets at most, 3 by default.
+    /// Sets the highest number of predictions per record of an association model; 3 by default.
     void setMaxPredictions(int count);
+    /// The highest number of predictions per record.
     int getMaxPredictions() const;
-    /// Whether it gives values alone; false by default.
+    /// Whether an association model outputs only values; false by default.
     void setAssocOutputValueOnly(bool valueOnly);
+    /// The value of setAssocOutputValueOnly.
     bool getAssocOutputValueOnly() const;
-    /// Elements whose names are equal are left out of the document.
+    /// Sets the fields with different names. Elements with equal names are left out of the
+    /// document.
     void setAssocNameTable(const std::vector<AssocNameElem>& table);
+    /// The value of setAssocNameTable.
     const std::vector<AssocNameElem>& getAssocNameTable() const;
 
-    /// Replaces `xml` with the document. The first call builds it; what is set later does not
-    /// reach it any more. Nothing is reported: without a readable module file the document has no
-    /// parameters, and `xml` is empty if the file's place cannot be told.
+    /// Replaces `xml` by the document. The first call builds it; later settings have no effect.
+    /// Errors are not reported: without a readable module file the document has no parameters, and
+    /// `xml` is empty if the path of the file cannot be determined.
     void getXML(std::string& xml);
 
 private:

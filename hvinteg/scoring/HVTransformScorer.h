@@ -10,7 +10,7 @@ namespace EmbeddedHV {
 class RowDataIterator;
 }
 
-/// Scores rows of the engine with a transform model, in the process and without a job.
+/// Scores rows of the engine with a transform model, within the process and without a job.
 ///
 ///     HVTransformScorer scorer;
 ///     if (!scorer.PrepareScoring(rows, pmml, {}, true))
@@ -19,38 +19,45 @@ class RowDataIterator;
 ///         if (scorer.ScoreRecord())
 ///             use(scorer.GetTargetValues());
 ///
-/// A copy shares everything with its source, the prepared model too; the last of them releases it.
-/// One thread for all that share.
+/// Copies share everything, including the prepared model. All copies belong to one thread.
 class HVINTEG_EXPORT HVTransformScorer
 {
 public:
+    /// Creates a scorer without a model.
     HVTransformScorer();
     HVTransformScorer(const HVTransformScorer&) = default;
     HVTransformScorer& operator=(const HVTransformScorer&) = default;
     virtual ~HVTransformScorer();
 
-    /// Reads a PMML text and binds the model's inputs to the fields of the rows by name, letter
-    /// case apart; once for an object. The iterator is borrowed for as long as rows are scored.
-    /// `names` are the outputs whose values are wanted, in that order, in UTF-8 or in the host's
-    /// encoding, the exact name before one in other letter case; without any, all in the order of
-    /// the model. False, without a message, for a model that is not read or is of another kind, an
-    /// input that the rows do not have, an input that is a text in one and not in the other, a
-    /// number in the model and a date or timestamp in the rows, or a date in one and a time of day
-    /// in the other, a model with an output that is a text, and a name that the model does not
-    /// have. A data model that cannot be read throws CFMetaDataError.
+    /// Reads a PMML text and binds the model's inputs to the fields of the rows by name, ignoring
+    /// letter case. Call it once per object. The iterator is borrowed while rows are scored.
+    /// `names` selects and orders the outputs, in UTF-8 or in the host's encoding. An exact match
+    /// is preferred to one with different letter case. Without names all outputs are selected, in
+    /// the order of the model.
+    ///
+    /// Returns false, without a message, for:
+    ///  - a null iterator, or a model that cannot be read or is not a transform model;
+    ///  - an input that the rows do not have, or that is a text on one side only;
+    ///  - a number in the model and a date or timestamp in the rows, or a date on one side and a
+    ///  time of
+    ///    day on the other;
+    ///  - a text output, or a name that the model does not have.
+    ///
+    /// Throws CFMetaDataError if the data model of the rows cannot be read.
     bool PrepareScoring(EmbeddedHV::RowDataIterator* iterator, const std::string& model,
                         const std::vector<std::string>& names, bool namesAreUTF8);
-    /// Scores the row on which the iterator stands. False for a row that the model cannot score:
-    /// its target values are missing, and the next row may be scored all the same.
+    /// Scores the current row of the iterator. Returns false if the model cannot score it: its
+    /// target values are then missing, and later rows can still be scored.
     bool ScoreRecord();
 
-    /// The inputs of the model, and all its outputs, whatever was asked for.
+    /// The names of the model's inputs (UTF-8).
     const std::vector<std::string>& GetInputModelVarNames() const;
+    /// The names of all outputs of the model (UTF-8), whatever was selected.
     const std::vector<std::string>& GetOutputModelVarNames() const;
-    /// The results of the last row, where one that is missing or not valid is no valid double.
-    /// Dates and timestamps are seconds since 1582-10-14.
+    /// The selected results of the last row; test each with IsValidDouble. Dates and timestamps are
+    /// seconds since 1582-10-14.
     const std::vector<double>& GetTargetValues() const;
-    /// Whether a result is a value.
+    /// False for a missing or invalid result.
     static bool IsValidDouble(double value);
 
 private:

@@ -7,7 +7,7 @@ namespace EmbeddedHV {
 class RowDataIterator;
 }
 
-/// An input of a model with the column of the rows that it is read from.
+/// An input of a model and the column of the rows that provides its values.
 struct InputColumn
 {
     unsigned long long column;
@@ -15,11 +15,12 @@ struct InputColumn
     CFField::StorageType columnStorage;
 };
 
-/// Whether the model can be given the column's values: the day of a timestamp as a date, say, but
-/// no time of day as a date, and no date as a number, whose origin the model would not know.
+/// Whether the column's values can be converted for the model. For example, the day of a timestamp
+/// is a date, but a time of day is not. A date cannot become a number, because the model would not
+/// know its origin.
 bool canRead(const InputColumn& input);
 
-/// Gives the model the value of the row on which the iterator stands. `missing` is the model's
-/// number for no value.
+/// Converts the input's value of the current row for the model. `missing` is the model's number for
+/// a missing value.
 void readInput(EmbeddedHV::RowDataIterator& rows, const InputColumn& input, double missing,
                Value& value);

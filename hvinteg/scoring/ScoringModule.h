@@ -5,19 +5,19 @@
 
 #include "scoring/XmlElement.h"
 
-/// What the scoring module says of itself in its description. Without one, all is empty.
+/// The scoring module's description. Empty if there is none.
 class ScoringModule
 {
 public:
-    /// Reads a file in the host's spelling of its name.
+    /// Reads the description from a file; `path` is in the host's spelling.
     explicit ScoringModule(const std::string& path);
 
     const std::string& id() const { return _id; }
     const std::string& providerTag() const { return _providerTag; }
     const std::string& version() const { return _version; }
-    /// The element of the component whose `Property` children are the parameters; may be null.
+    /// The component's element with the parameters as `Property` children; may be null.
     const XmlElement& properties() const { return _properties; }
-    /// The elements of the structured types, by their names.
+    /// The elements of the structured types, by name.
     const std::map<std::string, XmlElement>& structures() const { return _structures; }
 
 private:

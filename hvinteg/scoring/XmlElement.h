@@ -5,8 +5,8 @@
 
 #include "SDOMXMLWrapper.h"
 
-/// The host's XML, whose operations hand their results over by pointers: a null pointer stands for
-/// an element that is not there.
+/// Wraps the host's XML functions, which return results as owning pointers. A null pointer is a
+/// missing element.
 
 using XmlElement = std::unique_ptr<SDOMXMLWrapper>;
 
@@ -33,7 +33,7 @@ inline void setAttribute(const XmlElement& element, const std::string& name,
         element->SetAttribute(name, value);
 }
 
-/// Empty without the element or the attribute.
+/// Empty if the element or the attribute is missing.
 inline std::string attributeOf(const XmlElement& element, const std::string& name)
 {
     std::string value;
@@ -42,7 +42,7 @@ inline std::string attributeOf(const XmlElement& element, const std::string& nam
     return value;
 }
 
-/// Calls `visit` with each element of a name in another, in order.
+/// Calls `visit` with each child element of that name, in order.
 template <typename Visit>
 void forEachElement(const XmlElement& parent, const std::string& name, Visit visit)
 {
