@@ -17,7 +17,7 @@ JNIHvlAccessor::JNIHvlAccessor(const JNIHvlAccessor& other) : JNIAccessor(other)
     if (std::find(locals.begin(), locals.end(), other.getObject()) == locals.end())
         return;
     setObject(nullptr);
-    // A local reference means nothing on another thread, so the copy has no object there.
+    // A local reference is invalid on another thread; there the copy wraps nothing.
     if (onOwnThread()) {
         setObject(getEnv()->NewLocalRef(other.getObject()));
         keepLocal(getObject());
@@ -40,7 +40,7 @@ JNIHvlAccessor::~JNIHvlAccessor()
     releaseLocals();
 }
 
-/// In the environment that they belong to, which must still be the wrapper's.
+/// Deletes the local references, if the calling thread is the one that owns them.
 void JNIHvlAccessor::releaseLocals()
 {
     const std::vector<jobject> locals = std::exchange(_localRefs, {});

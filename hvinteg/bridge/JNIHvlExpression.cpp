@@ -10,7 +10,7 @@ namespace {
 constexpr std::array<const char*, 10> TypeNames = {"Any",  "Number", "String", "Int",  "Real",
                                                    "Char", "Bool",   "Time",   "Date", "Timestamp"};
 
-/// The name of the Java constant. Callers cast numbers into the enumeration, so any may come.
+/// The name of the Java constant. Callers cast numbers to the enumeration, so any value may occur.
 const char* nameOf(JNIHvlExpression::SimpleTypes type)
 {
     const int index = type;

@@ -12,10 +12,10 @@
 #include "bridge/WrapperFactory.h"
 
 namespace {
-/// Most jobs fit, so that the text is allocated once.
+/// Large enough for most jobs, which then need one allocation.
 constexpr std::size_t UsualTextSize = 1024;
 
-/// The fragments of a Java set, as a Java list in the order of execution.
+/// Sorts the fragments of a Java set into execution order; returns a Java list.
 LocalRef<> sorted(JNIHvlProgram& program, LocalRef<> fragments)
 {
     return JavaCall::ofStatic(program, program.classNamed(JavaClassNames::Program),
@@ -24,7 +24,7 @@ LocalRef<> sorted(JNIHvlProgram& program, LocalRef<> fragments)
         .callStaticObject();
 }
 
-/// The first values, so many; a shorter vector is out of range.
+/// The first `count` values. Throws std::out_of_range if the vector is shorter.
 template <class Value>
 std::vector<Value> firstOf(const std::vector<Value>& values, std::size_t count)
 {
@@ -141,8 +141,7 @@ void JNIHvlProgram::getHvlText(std::string& text)
     text.clear();
     if (text.capacity() < UsualTextSize)
         text.reserve(UsualTextSize);
-    // A newline stands between two fragments: it is owed by a fragment that has a text, and an
-    // empty one owes none.
+    // Put a newline between two fragments, but only after a fragment that has text.
     bool newlineOwed = false;
     JavaCollections::forEachOfList(*this, list.get(), [&](const LocalRef<>& element) {
         if (newlineOwed)

@@ -5,10 +5,10 @@
 #include "bridge/JavaSignatures.h"
 #include "bridge/WrapperFactory.h"
 
-// The operations of JNIHvlProgram that make expressions.
+// Operations of JNIHvlProgram that create expressions.
 
 namespace {
-/// Java has one overload for each kind of literal; the signature chooses it.
+/// Java has an overload for each type of literal; the signature selects it.
 template <class Value>
 JNIHvlExpression* literal(JNIHvlProgram& program, const char* signature, Value value)
 {

@@ -9,10 +9,10 @@
 #include "bridge/JavaSignatures.h"
 #include "bridge/WrapperFactory.h"
 
-// The operations of JNIHvlProgram that make functions.
+// Operations of JNIHvlProgram that create functions.
 
 namespace {
-// How an argument goes to Java. Its type decides, for no two of one type differ in that.
+// Overloads that pass an argument to Java. The C++ type determines the conversion.
 
 void pass(JavaCall& call, JNIHvlProgram&, const std::string& text)
 {
@@ -54,7 +54,7 @@ void pass(JavaCall& call, JNIHvlProgram& program, const std::vector<std::string>
     call.take(JavaCollections::stringArray(program, texts));
 }
 
-/// The function that a factory method of the program makes of the arguments.
+/// Calls a factory method of the program with the arguments.
 template <class... Arguments>
 JNIHvlFunction* create(JNIHvlProgram& program, const char* method, const char* signature,
                        const Arguments&... arguments)

@@ -22,8 +22,8 @@ JNIJSONArray::JNIJSONArray(const char* json)
 
 JNIJSONArray::~JNIJSONArray() = default;
 
-/// The three operations of java.util.List behind all overloads below, which differ only in how a
-/// value goes to Java.
+/// The three functions of java.util.List that all overloads use. The overloads differ only in the
+/// conversion of the value.
 template <class Value>
 void JNIJSONArray::append(Value value)
 {

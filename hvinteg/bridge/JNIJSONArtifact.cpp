@@ -34,7 +34,7 @@ void JNIJSONArtifact::parse(const char* className, const char* signature, const 
 {
     setClass(className);
     handleException(false);
-    // A wrapper without an object of its own: a reader of objects that others give it.
+    // Without a text the wrapper is a reader for objects of others.
     if (json == nullptr)
         return;
     const LocalRef<> parsed =

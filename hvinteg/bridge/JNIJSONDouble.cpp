@@ -12,6 +12,6 @@ JNIJSONDouble::~JNIJSONDouble() = default;
 
 double JNIJSONDouble::doubleValue(jobject object)
 {
-    // Looked up where every kind of number has it, not in the class bound.
+    // Looked up in java.lang.Number, which all types of numbers derive from.
     return JavaCall(*this, classNamed("java/lang/Number"), "doubleValue", "()D").callDouble(object);
 }

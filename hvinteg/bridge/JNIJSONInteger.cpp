@@ -12,6 +12,6 @@ JNIJSONInteger::~JNIJSONInteger() = default;
 
 int JNIJSONInteger::intValue(jobject object)
 {
-    // Looked up where every kind of number has it, not in the class bound.
+    // Looked up in java.lang.Number, which all types of numbers derive from.
     return JavaCall(*this, classNamed("java/lang/Number"), "intValue", "()I").callInt(object);
 }

@@ -20,7 +20,7 @@ JNIJSONObject::JNIJSONObject(const char* json)
 
 JNIJSONObject::~JNIJSONObject() = default;
 
-/// java.util.Map's put behind all overloads below; the value that the key had before goes at once.
+/// Calls java.util.Map's put for all overloads. The returned previous value is released at once.
 template <class Value>
 void JNIJSONObject::putValue(const std::string& key, Value value)
 {
@@ -94,7 +94,7 @@ jobject JNIJSONObject::getByPath(jobject object, const std::string& path)
             child = LocalRef<>(getEnv(), get(result.get(), pieces[index].c_str()));
         result = std::move(child);
     }
-    // The objects on the way are let go, so none of them may stay the wrapped one.
+    // The objects on the path are released, so none of them may remain wrapped.
     setObject(object);
     return result.release();
 }

@@ -8,9 +8,8 @@
 #include "bridge/JavaThreadScope.h"
 
 namespace {
-/// The expressions of a job live on local references until the job is composed. The machine grants
-/// as many as are asked for one by one; announcing them keeps its checked mode, which takes more
-/// than a few for a leak, from complaining.
+/// Announces the local references that the expressions of a job keep until it is composed. The
+/// machine allows them without this call, but its checked mode reports a larger number as a leak.
 void announceLocals(JNIEnv* env)
 {
     constexpr jint Expected = 16384;
@@ -45,7 +44,7 @@ void JNIObjectManager::Data::clean()
 {
     const std::vector<jobject> references = std::exchange(globalRefs, {});
     if (!references.empty()) {
-        // A global reference can be deleted from any thread, with that thread's environment.
+        // A global reference may be deleted from any thread, in that thread's environment.
         const JavaThreadScope thread;
         for (jobject const reference : references)
             thread.env()->DeleteGlobalRef(reference);
@@ -54,8 +53,8 @@ void JNIObjectManager::Data::clean()
         wrapper.reset();
 }
 
-// Not an owning pointer: at the end of the process the machine may be gone before it, so what is
-// left then is left alone.
+// Not an owning pointer: when the process ends, the machine may be gone first. Remaining references
+// are then not deleted.
 JNIObjectManager* JNIObjectManager::_this = nullptr;
 
 JNIObjectManager::JNIObjectManager() : _data(std::make_unique<Data>()) {}
@@ -98,7 +97,7 @@ jobject JNIObjectManager::createGlobalRef(jobject object, bool tracked)
         return nullptr;
     if (!tracked)
         return _data->env->NewGlobalRef(object);
-    // The place first: nobody would release a reference that there is no memory to remember.
+    // Reserve the entry first: a reference that cannot be stored would never be deleted.
     _data->globalRefs.push_back(nullptr);
     jobject const reference = _data->env->NewGlobalRef(object);
     if (reference != nullptr)

@@ -6,7 +6,7 @@
 #include "bridge/JavaCollections.h"
 #include "bridge/JavaSignatures.h"
 
-// Callers hand the text over by value: the signature is part of the exported interface.
+// The text is passed by value: the signature is part of the exported interface.
 JNITargetMap::JNITargetMap(std::string json) // NOLINT(performance-unnecessary-value-param)
 {
     init(JavaClassNames::TargetMap, true);

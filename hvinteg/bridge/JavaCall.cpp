@@ -170,7 +170,7 @@ void JavaCall::constructWrapped()
     _wrapper.handleException(false);
 }
 
-/// JNI does not check a receiver: one of another class would end the process.
+/// JNI does not check the receiver, and an object of a wrong class would end the process.
 bool JavaCall::accepts(jobject receiver)
 {
     if (_failed)
@@ -182,14 +182,14 @@ bool JavaCall::accepts(jobject receiver)
     return !_failed;
 }
 
-/// A call may be made again with other arguments, as in a loop over a list.
+/// The same call may be repeated with other arguments, for example in a loop.
 void JavaCall::clearArguments()
 {
     _arguments.clear();
     _locals.clear();
 }
 
-/// Deals with a pending exception as the call was told to.
+/// Handles a pending exception as OnFailure requires.
 void JavaCall::settle()
 {
     if (_onFailure == OnFailure::Throw) {
@@ -200,8 +200,7 @@ void JavaCall::settle()
     }
 }
 
-/// A fault of ours as a Java exception, so that callers hear of it in the way in which they hear of
-/// Java's.
+/// Reports an error of this code as a Java exception, so that callers handle it like Java's own.
 void JavaCall::raise(const char* className, const std::string& message)
 {
     if (jclass const type = _wrapper.classNamed(className); type != nullptr)
@@ -210,7 +209,7 @@ void JavaCall::raise(const char* className, const std::string& message)
     require(nullptr);
 }
 
-/// A null without an exception is against the rules of JNI, yet must not be passed on to it.
+/// JNI never returns null without an exception. If it does, the null must not be used.
 void JavaCall::require(const void* result)
 {
     if (result != nullptr || _failed)

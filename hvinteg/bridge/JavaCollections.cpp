@@ -4,7 +4,7 @@
 
 namespace JavaCollections {
 namespace {
-/// A new collection with room for so many elements.
+/// Creates a collection with room for `size` elements.
 LocalRef<> withCapacity(JNIHvlAccessor& caller, const char* className, std::size_t size)
 {
     return JavaCall(caller, caller.classNamed(className), "<init>", "(I)V")
@@ -22,14 +22,14 @@ void addAll(JNIHvlAccessor& caller, const char* className, jobject collection,
             add.value(element).callBoolean(collection);
 }
 
-/// `put` of a java.util.HashMap. What it returns is the value that the key had before.
+/// The `put` of java.util.HashMap. It returns the previous value.
 JavaCall putInto(JNIHvlAccessor& caller)
 {
     return JavaCall(caller, caller.classNamed("java/util/HashMap"), "put",
                     "(Ljava/lang/Object;Ljava/lang/Object;)Ljava/lang/Object;");
 }
 
-/// A new array of objects, of nulls at first.
+/// Creates an array of nulls.
 LocalRef<jobjectArray> newArray(JNIHvlAccessor& caller, const char* elementClass, std::size_t size,
                                 OnFailure onFailure)
 {
@@ -42,13 +42,13 @@ LocalRef<jobjectArray> newArray(JNIHvlAccessor& caller, const char* elementClass
     return result;
 }
 
-/// Calls take objects; the reference moves, so that it is deleted once.
+/// Moves the reference, so that it is deleted once.
 LocalRef<> asObject(JNIHvlAccessor& caller, LocalRef<jobjectArray>& array)
 {
     return {caller.getEnv(), array.release()};
 }
 
-/// Does nothing after an array that could not be made, whose failure is recorded.
+/// Does nothing for a null array, whose failure is already recorded.
 void store(JNIHvlAccessor& caller, const LocalRef<jobjectArray>& array, std::size_t index,
            jobject element, OnFailure onFailure)
 {
@@ -133,7 +133,7 @@ LocalRef<> booleanArray(JNIHvlAccessor& caller, const std::vector<bool>& flags)
     caller.exceptionCheck();
     if (elements != nullptr) {
         std::copy(flags.begin(), flags.end(), elements);
-        // 0 writes the flags back, where the machine gave a copy to write into.
+        // 0 copies the flags back if the machine has returned a copy.
         env->ReleaseBooleanArrayElements(array, elements, 0);
     }
     return result;

@@ -10,7 +10,7 @@ std::size_t lengthOf(JNIEnv* env, const LocalRef<>& array)
     return static_cast<std::size_t>(env->GetArrayLength(static_cast<jarray>(array.get())));
 }
 
-/// An image comes as a pair: an array of numbers, and one of bytes that the numbers point into.
+/// An image is a pair of arrays: numbers, and bytes that the numbers refer to.
 LocalRef<> elementOf(JNIHvlAccessor& caller, const LocalRef<>& pair, jsize index)
 {
     JNIEnv* const env = caller.getEnv();
@@ -29,7 +29,7 @@ JsonImage JsonImage::of(JNIHvlAccessor& caller, jobject value)
     return image;
 }
 
-/// False if the engine's classes have nothing to lay the value out.
+/// Returns false if the engine has no class for images.
 bool JsonImage::takeFrom(JNIHvlAccessor& caller, jobject value)
 {
     jclass const type = caller.classNamed(JavaClassNames::JSONImage);
@@ -47,7 +47,7 @@ bool JsonImage::takeFrom(JNIHvlAccessor& caller, jobject value)
     if (!values || !texts)
         return false;
     JNIEnv* const env = caller.getEnv();
-    // A node is two numbers: what it is, and its value or place.
+    // A node is two numbers: its head and its payload.
     _nodes.resize(lengthOf(env, values) / 2);
     env->GetLongArrayRegion(static_cast<jlongArray>(values.get()), 0,
                             static_cast<jsize>(2 * _nodes.size()),

@@ -9,7 +9,7 @@
 #include "bridge/LocalRef.h"
 
 namespace {
-/// As deep as the engine's own classes go.
+/// The same limit as in the engine's classes.
 constexpr int kNesting = 500;
 constexpr jint kReferencesPerLevel = 3;
 } // namespace
@@ -62,7 +62,7 @@ void JsonImageWriter::writeNumber(jobject number)
 {
     if (_object.isInstance(number, "java/lang/Integer") ||
         _object.isInstance(number, "java/lang/Long"))
-        // By way of its text: a double would lose the last digits of a long.
+        // Read it from its text: a double would lose the last digits of a long.
         put(JsonKind::Integer, std::strtoll(_object.toString(number).c_str(), nullptr, 10));
     else
         put(JsonKind::Real, std::bit_cast<std::int64_t>(_double.doubleValue(number)));
@@ -72,7 +72,7 @@ void JsonImageWriter::writeText(const std::string& text)
 {
     const std::size_t begin = _texts.size();
     _texts.insert(_texts.end(), text.begin(), text.end());
-    // Place and size share the payload, 32 bits each.
+    // Offset and size share the payload, 32 bits each.
     put(JsonKind::Text, static_cast<std::int64_t>(begin << 32 | text.size()));
 }
 

@@ -5,7 +5,7 @@
 #include <limits>
 
 namespace {
-/// As Java casts a double to an int: not-a-number is 0, what is too large the nearest int.
+/// Converts as Java casts a double to an int: NaN is 0, values out of range are limited.
 int integerOf(double value)
 {
     using Limits = std::numeric_limits<int>;
