@@ -19,7 +19,7 @@ HVLAggregate::~HVLAggregate() = default;
 void HVLAggregate::AddAggregate(const std::string& function, const std::string& input,
                                 const std::string& outName)
 {
-    // Only a count of records can do without a field.
+    // Only "count" works without a field.
     if (input.empty() && function != "count")
         return;
     auto aggregate = std::make_shared<JNIJSONObject>();

@@ -44,7 +44,7 @@ bool HVLExpressionFun::GenerateHVL()
     if (IsCreatedHvl())
         return true;
     HVLFunction* pred = GetFirstPredecessor();
-    // Unlike other steps, an expression without records to work on means nothing.
+    // Unlike other steps, this one requires an input.
     if (pred == nullptr)
         return false;
     pred->GenerateHVL();
@@ -59,7 +59,7 @@ void HVLExpressionFun::setExpression(HVFunction functionType, JNIHvlExpression* 
     _expression = expression;
 }
 
-/// Each kind has a factory operation of its own on the Java side.
+/// Java has a factory method for each kind.
 JNIHvlFunction* HVLExpressionFun::createFunction(JNIHvlFunction* input)
 {
     JNIHvlProgram& program = *GetProgram();

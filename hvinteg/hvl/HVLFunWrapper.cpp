@@ -15,6 +15,6 @@ void HVLFunWrapper::SetHVFunction(JNIHvlFunction* function)
 
 bool HVLFunWrapper::GenerateHVL()
 {
-    // The function was made elsewhere, and may be another builder's.
+    // The caller has created the function.
     return true;
 }

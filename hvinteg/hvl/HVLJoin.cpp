@@ -71,12 +71,12 @@ const char* HVLJoin::GetTag(std::size_t index) const
 void HVLJoin::putMatches(JNIJSONObject& configuration) const
 {
     JNIJSONArray matches;
-    // Every record meets every other: the engine wants the key, and nothing to match by.
+    // A Cartesian join requires the key, with an empty list.
     if (_type != Cartesian) {
         for (const Match& match : _matches) {
             const char* const tag1 = GetTag(match.source1);
             const char* const tag2 = GetTag(match.source2);
-            // A place that has no input; the inputs may be added after the matches.
+            // A position without an input. Inputs may be added after the matches.
             if (tag1 == nullptr || tag2 == nullptr)
                 continue;
             JNIJSONObject fields;

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Java has no unsigned 64-bit number. A count that needs the topmost bit is beyond any file, so
-/// the largest number that Java has means the same.
+/// Java has no unsigned 64-bit integer. A count above its largest number has the same effect as
+/// that number.
 long long toJavaLong(unsigned long long count)
 {
     constexpr unsigned long long largest = std::numeric_limits<long long>::max();
@@ -108,7 +108,7 @@ bool HVLRead::GenerateHVL()
         configuration.put("maxRecordsCount", toJavaLong(_maxRecords));
     if (_errorThreshold != noLimit)
         configuration.put("readErrorThreshold", toJavaLong(_errorThreshold));
-    // A source has no input, whatever was added to it.
+    // A source has no input; ignore any that were added.
     return KeepFunction(GetProgram()->createHvlFunction("read", &configuration));
 }
 
@@ -145,7 +145,7 @@ void HVLRead::putSource(JNIJSONObject& configuration) const
     }
 }
 
-/// A file is a location with a parser, and the parser's settings are those of its kind alone.
+/// A file is a location with a parser. The parser's settings depend on the format.
 void HVLRead::putFile(JNIJSONObject& configuration, const char* parserName) const
 {
     JNIJSONObject parserConfig;
@@ -171,7 +171,7 @@ void HVLRead::putFile(JNIJSONObject& configuration, const char* parserName) cons
     configuration.put("filesystem", &filesystem);
 }
 
-/// Map sources have a form of their own, without a parser.
+/// Map sources have their own structure, without a parser.
 void HVLRead::putGeospatial(JNIJSONObject& configuration, const char* type) const
 {
     JNIJSONObject geospatial;

@@ -7,7 +7,8 @@ namespace {
 
 constexpr int kNoWkid = -1;
 
-/// Tells of a system, if one was set. The name's key is spelt unlike the one of updateDataModel.
+/// Writes a system, if it is set. Note: the name's key differs in letter case from that of
+/// updateDataModel.
 void putSystem(JNIJSONObject& entry, const char* key, const std::string& name, int wkid,
                const std::string& transformation)
 {

@@ -8,10 +8,10 @@
 
 namespace {
 
-/// Gives the shortest text that stands for the very same value.
+/// Makes CFDatum::ToString return the shortest text with the same value.
 constexpr int kShortest = -1;
 
-/// A limit that is open, or a text, is no key: the engine takes its absence for no limit.
+/// Leaves out a null or text limit: the engine treats a missing key as no limit.
 void putLimit(JNIJSONObject& range, const char* key, const CFDatum& limit)
 {
     if (limit.IsReal())
@@ -20,7 +20,7 @@ void putLimit(JNIJSONObject& range, const char* key, const CFDatum& limit)
         range.put(key, static_cast<long long>(limit.GetInteger()));
 }
 
-/// Limits are numbers, single values are texts, whatever the storage: so the engine reads them.
+/// The engine expects limits as numbers and single values as texts, whatever the storage.
 void putMissing(JNIJSONObject& object, const CFMissingValues& missing)
 {
     putLimit(object, "minValue", missing.GetRange().GetLower());
@@ -33,7 +33,7 @@ void putMissing(JNIJSONObject& object, const CFMissingValues& missing)
     object.put("Value", &values);
 }
 
-/// A system without an id says nothing of its name either.
+/// The name is only written with an id.
 void putSystem(JNIJSONObject& object, const CFGeo& geo)
 {
     if (geo.GetWkid() > 0) {
@@ -68,7 +68,7 @@ HVLUpdateDataModel& HVLUpdateDataModel::operator=(const HVLUpdateDataModel& othe
 
 HVLUpdateDataModel::~HVLUpdateDataModel() = default;
 
-/// What was said of the field so far, begun with its name if that is nothing.
+/// The entry of a field. A new entry has only the field's name.
 JNIJSONObject& HVLUpdateDataModel::entryOf(const std::string& field)
 {
     if (const auto known = _fields.find(field); known != _fields.end())
@@ -78,7 +78,7 @@ JNIJSONObject& HVLUpdateDataModel::entryOf(const std::string& field)
     return *_fields.emplace(field, std::move(entry)).first->second;
 }
 
-/// The entry comes into being even without a word: the field then stands there with its name.
+/// Creates the entry even if there is no word for the value.
 void HVLUpdateDataModel::updateWord(const std::string& field, const char* key, const char* word)
 {
     JNIJSONObject& entry = entryOf(field);

@@ -58,7 +58,7 @@ bool HVLWrite::GenerateHVL()
     if (const auto known = GetKnownResult())
         return *known;
     HVLFunction* pred = GetFirstPredecessor();
-    // A write is the end of its chain, so what fails before it is told here.
+    // The write ends its chain, so it reports earlier failures.
     if (pred != nullptr && !pred->GenerateHVL())
         return false;
     if (_kind == Destination::None)
@@ -69,7 +69,7 @@ bool HVLWrite::GenerateHVL()
     return CreateFunction("write", configuration);
 }
 
-/// The qualifier is what the kind has beside its place: a mode, a password or a type.
+/// `qualifier` is a mode, a password or a media type, depending on the kind.
 void HVLWrite::setDestination(Destination kind, const std::string& destination,
                               const std::string& qualifier)
 {
@@ -108,12 +108,12 @@ void HVLWrite::putDestination(JNIJSONObject& configuration) const
 void HVLWrite::putFile(JNIJSONObject& configuration, const char* type) const
 {
     configuration.put("dataDestination", _destination.c_str());
-    // The engine takes the key as given, so it is there even when no document is wanted.
+    // The engine requires the key even if no document is wanted.
     configuration.put("dataModelDestination", _dataModelDestination.c_str());
     configuration.put("type", type);
 }
 
-/// Both parts, or nothing.
+/// Written only if both parts are set.
 void HVLWrite::putMetadata(JNIJSONObject& configuration) const
 {
     if (_resourceId.empty() || _metadataKey.empty())

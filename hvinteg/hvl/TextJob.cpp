@@ -32,8 +32,8 @@ JNIJSONObject GetOutputContainerJson(const std::string& name, const std::string&
 
 std::string cleanedJson(const std::string& json)
 {
-    // In JSON each backslash begins an escape. A slash is the same without it; any other character
-    // is not, and a quote without it would end the string and add the rest to the job.
+    // In JSON each backslash begins an escape. Only the escape of a slash can be removed safely:
+    // without its escape a quote would end the string and change the job.
     for (std::size_t at = json.find('\\'); at != std::string::npos; at = json.find('\\', at + 2))
         if (json.compare(at + 1, 1, "/") != 0)
             return json;
