@@ -20,7 +20,7 @@ std::uint8_t decimalsOf(const JsonValue& object, int byDefault)
     return static_cast<std::uint8_t>(std::clamp(decimals, 0, 255));
 }
 
-/// What decorates a number decides its type; the later rule counts.
+/// Derives the type from the number's separators and symbols; later rules override earlier ones.
 std::uint8_t numberTypeOf(const JsonValue& object)
 {
     const auto decimal = object["decimalSeparator"].text();
@@ -37,7 +37,7 @@ std::uint8_t numberTypeOf(const JsonValue& object)
     return type;
 }
 
-/// What a pattern begins with tells its kind; where a day comes first, its dots do.
+/// The first character of a pattern determines the kind. If the pattern begins with a day, dots do.
 std::uint8_t typeOfFirst(std::string_view pattern)
 {
     switch (pattern.front()) {
@@ -59,7 +59,7 @@ std::uint8_t typeOfFirst(std::string_view pattern)
     return kFormatDateWithDots;
 }
 
-/// With hours in the pattern, a date is one with a time.
+/// A date pattern with hours is a timestamp.
 std::uint8_t patternTypeOf(std::string_view pattern)
 {
     const std::uint8_t type = typeOfFirst(pattern);
@@ -72,7 +72,7 @@ std::uint8_t patternTypeOf(std::string_view pattern)
     return type;
 }
 
-/// A day of the week or a month may also be told by its number.
+/// A weekday or month may also be given by its number.
 bool isDate(double value, const VEXA_Format& format)
 {
     if (format.type == kFormatWeekday)
@@ -118,7 +118,7 @@ std::string textOf(double value, const VEXA_Format& format)
     unit.number = value;
     std::string text(std::size_t{format.width} + 1, '\0');
     ToString(&unit, format, text.data());
-    // The host fills the width with blanks and does not end the text.
+    // The host fills the width with blanks and writes no terminator.
     text.resize(format.width);
     const std::size_t begin = text.find_first_not_of(" \t");
     if (begin == text.npos)

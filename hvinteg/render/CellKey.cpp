@@ -20,7 +20,7 @@ constexpr std::array<std::uint8_t, 256> makeDigitValues()
 
 constexpr std::array<std::uint8_t, 256> kDigitValues = makeDigitValues();
 
-/// kNowhere stands for a product that is too large as well.
+/// Returns kNowhere on overflow.
 std::uint64_t product(std::uint64_t left, std::uint64_t right)
 {
     return right != 0 && left > CellKey::kNowhere / right ? CellKey::kNowhere : left * right;
@@ -58,7 +58,7 @@ std::uint64_t positionOf(std::string_view digits)
     std::uint64_t position = digits.empty() ? kNowhere : 0;
     for (const char digit : digits) {
         const std::uint8_t value = kDigitValues[static_cast<unsigned char>(digit)];
-        // A damaged key may state more than 64 bits, which must not wrap into a real place.
+        // A damaged key may exceed 64 bits, which must not wrap to a valid position.
         if (value == kNoDigit || position > (kNowhere - value) / kBase)
             return kNowhere;
         position = position * kBase + value;

@@ -31,7 +31,7 @@ void CellLabels::read(const JsonValue& labels, const TextItems& texts)
 
 std::optional<std::string> CellLabels::labelOf(double value) const
 {
-    // So written that what is not a number is beyond the count as well.
+    // Written so that NaN also counts as out of range.
     if (!(value > -1.0 && value < static_cast<double>(_labels.size())))
         return std::nullopt;
     const auto found = _labels.find(static_cast<long>(value));

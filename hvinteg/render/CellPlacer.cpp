@@ -21,7 +21,7 @@ void CellPlacer::placeContent(TnCategory& category, const Cell& cell, const Cell
         category.Cell(TnUTF8String(_labels.labelsOf(_store.textOf(cell))));
 }
 
-/// A cell of a string format names a label, if its value is one.
+/// In a string format, a cell value is the number of a label.
 bool CellPlacer::placeLabel(TnCategory& category, double value, const CellStyle& style) const
 {
     if (style.format.type != kFormatString)
@@ -38,7 +38,7 @@ void CellPlacer::placeNumber(TnCategory& category, double value, const CellStyle
         return;
     const VEXA_Format& format =
         style.format.type == CellFormat::kNoType ? CellFormat::generalNumber : style.format;
-    // The host has no infinite numbers to show.
+    // The host cannot show infinity.
     category.Cell(
         TnNumber(style.isInfinite ? kSystemMissing : CellFormat::toHostDate(value, format, true),
                  TnFormatSpec(format)));

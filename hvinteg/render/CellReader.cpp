@@ -15,7 +15,7 @@ void CellReader::readCells(const JsonValue& blocks)
     }
 }
 
-/// Values of neighbouring cells, from a start on; a hole leaves its cell as it is.
+/// Reads values of neighbouring cells from a start key; a gap leaves its cell unchanged.
 void CellReader::readCompact(const JsonValue& json)
 {
     const JsonValue values = json["value"];
@@ -31,7 +31,7 @@ void CellReader::readCompact(const JsonValue& json)
     }
 }
 
-/// Keys and values stand in two lists; pairs that are not a key and a number are passed over.
+/// Keys and values are two arrays. Pairs without a key or a number are ignored.
 void CellReader::readSparse(const JsonValue& json)
 {
     const JsonValue keys = json["index"];

@@ -3,7 +3,7 @@
 #include <utility>
 
 CellStore::CellStore(KeyLayout layout)
-    // Place 0 of the texts is taken: a cell with 0 has no text.
+    // Index 0 is reserved for cells without a text.
     : _layout(std::move(layout)), _texts(1)
 {
 }
@@ -65,7 +65,7 @@ Cell* CellStore::pageOf(std::uint64_t number) const
     return _lastPage;
 }
 
-/// A cell has one place, so the page takes over the single cells that are there already.
+/// A cell is stored once, so existing single cells move to the new page.
 Cell* CellStore::addPage(std::uint64_t number)
 {
     const std::uint64_t page = number / kPageCells;

@@ -6,7 +6,7 @@
 #include "render/Footnotes.h"
 
 namespace {
-/// The format of an entry for a pattern that states no type: it keeps the type of the cell.
+/// The format of an entry for a pattern without a type: the cell keeps its type.
 VEXA_Format formatOfType(std::uint8_t type)
 {
     VEXA_Format format{CellFormat::kWidth, type, CellFormat::generalNumber.decimals};
@@ -37,8 +37,8 @@ void CellStyles::add(std::string_view index, Entry entry)
         _patterns[{}].entries[std::string(index)].push_back(_entries.size() - 1);
 }
 
-/// A wildcard anywhere among the digits of a dimension means all its leaves. Digits
-/// beyond the last dimension are ignored. A pattern that is too short matches no cell.
+/// A wildcard in any digit of a dimension matches all its leaves. Digits beyond the last dimension
+/// are ignored. A pattern that is too short matches no cell.
 void CellStyles::addPattern(std::string_view index)
 {
     Pattern pattern;
@@ -66,7 +66,7 @@ CellStyle CellStyles::of(std::string_view key)
     _found.clear();
     for (const auto& [dimensions, pattern] : _patterns)
         collect(pattern, key);
-    // A later entry of the document overrides an earlier one.
+    // Later entries of the document override earlier ones.
     std::sort(_found.begin(), _found.end());
     CellStyle style;
     for (const std::size_t entry : _found)
@@ -85,15 +85,15 @@ void CellStyles::collect(const Pattern& pattern, std::string_view key)
     const auto found = pattern.entries.find(_probe);
     if (found == pattern.entries.end())
         return;
-    // A leaf may state a key that is no position of its dimension; wildcards do not reach it.
+    // A leaf may have a key that is not a position of its dimension. Wildcards do not match it.
     for (const KeyLayout::Segment* segment : pattern.wildcards)
         if (CellKey::positionOf(key.substr(segment->offset, segment->width)) >= segment->leaves)
             return;
     _found.insert(_found.end(), found->second.begin(), found->second.end());
 }
 
-/// What the entry does not say stays as it was, except for infinity: an entry that does not mention
-/// it takes it away.
+/// Properties that the entry does not set are unchanged, except infinity: an entry without it
+/// resets it.
 void CellStyles::apply(const Entry& entry, CellStyle& style) const
 {
     if (entry.format.type != CellFormat::kNoType)

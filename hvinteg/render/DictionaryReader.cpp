@@ -10,7 +10,7 @@ std::string textOf(const JsonValue& object, const char* key)
     return std::string(object[key].text());
 }
 
-/// The decimal places that a format description states, -1 for none. A time format has none.
+/// The decimal places of a format description; -1 if it has none. Time formats have none.
 int decimalsOf(const JsonValue& description)
 {
     int decimals = -1;
@@ -19,12 +19,12 @@ int decimalsOf(const JsonValue& description)
     return decimals;
 }
 
-/// A value is kept by the storage of its field, however the document spells it.
+/// The storage of the field decides how the value is stored, whatever its form in the document.
 void addLabel(dataField& field, const JsonValue& value, const std::string& label)
 {
     const std::string text(value.text());
     if (value.isNumber())
-        // Labels of numbers are whole; one with a fraction comes as a text.
+        // Numeric keys of labels are integers; a fraction is written as a text.
         field.addValueLabel(static_cast<double>(value.integer()), label);
     else if (value.isText() && field.getStorage() != "string")
         field.addValueLabel(String2Double(text), label);
@@ -63,7 +63,7 @@ void DictionaryReader::readField(const JsonValue& json, int index)
     _dictionary.addField(field);
 }
 
-/// Values and labels stand in two lists; the shorter one decides how many pairs there are.
+/// Values and labels are two arrays; the shorter one determines the number of pairs.
 void DictionaryReader::readLabels(const JsonValue& json, int index, dataField& field)
 {
     const JsonValue values = json["values"];
@@ -77,7 +77,7 @@ void DictionaryReader::readLabels(const JsonValue& json, int index, dataField& f
     }
 }
 
-/// A label that is no text has the text that Java gives it.
+/// A label that is not a text is converted by Java's toString.
 std::string DictionaryReader::labelText(const JsonValue& label, int fieldIndex, int labelIndex)
 {
     if (!label || label.isText())

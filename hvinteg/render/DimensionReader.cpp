@@ -8,7 +8,7 @@
 
 namespace {
 
-/// How many leaves stand under a node; what has no children is one itself.
+/// The number of leaves below a node; a node without children is a leaf.
 std::uint64_t leavesOf(const JsonValue& children)
 {
     std::uint64_t leaves = 0;
@@ -32,7 +32,7 @@ TnDimension::Place placeOf(const JsonValue& word)
     return word.text() == "layer" ? TnDimension::Layer : TnDimension::Row;
 }
 
-/// A single category that is not shown leaves nothing to see of its dimension.
+/// If the only category is hidden, the dimension shows no children.
 bool hidesChildren(const JsonValue& json)
 {
     const JsonValue children = json["children"];
@@ -77,9 +77,9 @@ PivotDimension DimensionReader::read(const JsonValue& json, const KeyLayout::Seg
     return dimension;
 }
 
-/// A group that a filter has let through shows its children as they are, and the filter looks at
-/// theirs again. What is left out counts as positions all the same, so that what stays keeps its
-/// cells; what has no text does not.
+/// The children of a group that passes the filter are shown without a test, but their own children
+/// are filtered again. A filtered category still counts as a position, so that the others keep
+/// their cells; a category without a text does not count.
 void DimensionReader::readChildren(const JsonValue& children, bool filters)
 {
     const bool isFiltered = filters && hasFilter();
@@ -113,18 +113,18 @@ void DimensionReader::readGroup(const JsonValue& json, std::unique_ptr<TnCellTex
     PivotStep group;
     group.kind = PivotStep::OpenGroup;
     group.label = std::move(label);
-    // A group's footnotes lie one level deeper than a leaf's.
+    // The footnotes of a group are nested one level deeper than those of a leaf.
     group.footnotes = Footnotes::indexesOf(json["text"]["text"]["footnotes"]);
     group.show = json["show"].flag(true);
     group.sort = sortOf<TnGroup::Sort>(json["sort"]["order"]);
     _steps.push_back(std::move(group));
     readChildren(json["children"], filters);
-    // A step is the end of a group unless it says otherwise.
+    // A default step closes a group.
     _steps.emplace_back();
 }
 
-/// A leaf's subscript is its part of the keys, stated by the document or counted. One that states
-/// no position of this dimension finds its cells by their keys alone.
+/// A leaf's subscript is its part of the keys: from the document, or its index. If it is not a
+/// valid position, cells are only found by their keys.
 void DimensionReader::readLeaf(const JsonValue& json, std::unique_ptr<TnCellText> label)
 {
     PivotStep leaf;

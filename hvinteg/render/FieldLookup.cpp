@@ -3,7 +3,7 @@
 #include "support/Transcoding.h"
 
 namespace {
-/// What the engine puts before the names of variables that it derives for itself.
+/// The engine's prefix for the names of variables that it derives.
 constexpr std::string_view kAliasPrefix = "@#$randsubj@#$_";
 } // namespace
 
@@ -18,7 +18,7 @@ const VEXA_Variable* FieldLookup::variable(const std::string& name) const
 {
     if (_source == nullptr || name.empty())
         return nullptr;
-    // Documents are UTF-8, and the host knows its variables in its own encoding.
+    // Documents are UTF-8; the host stores names in its own encoding.
     const int column = _source->FindVarIndex(transcodeFromUTF8(name.c_str(), nullptr), 0);
     return column < 0 ? nullptr : &_source->GetVariable(column);
 }

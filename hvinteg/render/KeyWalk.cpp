@@ -12,7 +12,7 @@ KeyWalk KeyWalk::from(const KeyLayout& layout, std::string_view start)
     return walk;
 }
 
-/// Appends a dimension that the walk counts through. Without leaves there is no key to be at.
+/// Adds a dimension that the walk changes. A dimension without leaves has no keys.
 void KeyWalk::walkThrough(const KeyLayout::Segment& segment, std::uint64_t position)
 {
     _digits.push_back({_key.size(), segment.width, segment.leaves, position});
@@ -29,7 +29,7 @@ void KeyWalk::write(const Digits& digits)
 
 void KeyWalk::next()
 {
-    // As an odometer: the last dimension runs fastest, and moves the one before when it is through.
+    // Like an odometer: the last dimension changes fastest and carries over to the previous one.
     for (auto digits = _digits.rbegin(); digits != _digits.rend(); ++digits) {
         const bool isLast = digits->position + 1 == digits->leaves;
         digits->position = isLast ? 0 : digits->position + 1;

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A severity that the host has no level for is a warning.
+/// An unknown severity counts as a warning.
 TnErrorLevel levelOf(std::string_view severity)
 {
     static constexpr struct

@@ -31,7 +31,8 @@ bool OrderRenderer::render(const OutputOrder& order)
     return renderUnder(*heading, order);
 }
 
-/// Whether there was output. A view is none for this answer: it is shown without a result, too.
+/// Returns whether a table or chart was shown. Views do not count, because they are also shown
+/// without a result.
 bool OrderRenderer::renderUnder(TnHeading& heading, const OutputOrder& order)
 {
     if (order.getLocations().empty())
@@ -80,13 +81,13 @@ void OrderRenderer::renderChart(TnHeading& heading, const OutputOrder& order, jo
     envelope.add(1, json);
     chart.setViZJSONTemplate(envelope.text());
     chart.setOptions(order.getOptions());
-    // Before the chart is sent, after which it takes nothing more.
+    // Before the chart is sent: it ignores later additions.
     if (order.getType() == OutputOrder::MapChart)
         addMapSources(chart, item);
     chart.sendChart();
 }
 
-/// Only the texts that the chart names: a map of the world may be among them all.
+/// Adds only the texts that the chart names; others may be as large as a map of the world.
 void OrderRenderer::addMapSources(xGlyph& chart, jobject item)
 {
     const LocalRef<> parameters = _context.reader.get(item, "parameters");
@@ -114,7 +115,7 @@ void OrderRenderer::renderView(TnHeading& heading, const OutputOrder& order)
     view.sendInteractive();
 }
 
-/// The places of the locations count from 1, whether something lies there or not.
+/// Locations are numbered from 1, even if one of them is empty.
 std::string OrderRenderer::viewJson(const OutputOrder& order)
 {
     JsonEnvelope envelope;
@@ -132,7 +133,7 @@ void OrderRenderer::describe(XDocument& output, const OutputOrder& order) const
 {
     ChartString title;
     if (order.translateTitle()) {
-        // The string table speaks UTF-8, and a chart's plain text is in the host's encoding.
+        // The string table is UTF-8; a chart's plain text is in the host's encoding.
         const std::string text = _context.strings.LookUp(order.getOutlineTitle());
         title.assign(transcodeFromUTF8(text.c_str(), nullptr).c_str());
     } else {

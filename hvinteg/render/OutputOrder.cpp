@@ -21,7 +21,7 @@ struct HVINTEG_HIDDEN OutputOrder::Impl
 };
 
 namespace {
-/// Options and lines of a caption gather over several calls.
+/// Options and caption lines are collected over several calls.
 void append(std::string& text, const char* separator, const std::string& addition)
 {
     if (!text.empty())

@@ -10,8 +10,8 @@
 
 namespace {
 constexpr int kWidestDataColumn = 260;
-/// Categories that a table declares, and cells with them. A short document can ask for any number;
-/// nobody reads a table of this size, and no page can show it.
+/// Limit for categories and cells. A short document can request any number, but larger tables
+/// cannot be read or shown in a page.
 constexpr std::uint64_t kMostDeclared = 10'000'000;
 } // namespace
 
@@ -25,7 +25,7 @@ std::unique_ptr<TnPivotTable> PivotBuilder::build(TnHeading& heading, const std:
         refuse(title, translate);
         return nullptr;
     }
-    // First, since title, categories and cells all refer to them by number.
+    // First: title, categories and cells refer to footnotes by number.
     _footnotes.read(_json["footnotes"], _texts, _settings.translates);
     _table.reset(heading.PivotTable(hostString(title, translate), hostString(subType, false),
                                     _settings.supportsSplits));
@@ -55,7 +55,7 @@ void PivotBuilder::readDimensions()
         _dimensions.push_back(reader.read(dimension, _layout.segments()[_dimensions.size()]));
 }
 
-/// Whoever looks for the table learns why it is not there.
+/// Tells the user why the table is missing.
 void PivotBuilder::refuse(const std::string& title, bool translate) const
 {
     TnComposite text("The table \"^1\" is not shown: it has more than ^2 cells.", true);
@@ -86,7 +86,7 @@ void PivotBuilder::setCaption()
         setOwnCaption(caption["text"]);
 }
 
-/// One line for each item. Only the last item's footnotes count.
+/// One line for each item. Only the footnotes of the last item are used.
 void PivotBuilder::setOwnCaption(const JsonValue& items)
 {
     std::string text;

@@ -3,7 +3,7 @@
 std::string ResultContext::dataModelJson()
 {
     const LocalRef<> model = reader.get(document.getTop(), "dataModel");
-    // What Java makes of a text would be no JSON.
+    // Java's toString of a text is not JSON.
     const bool isJson = model && !reader.reader().isString(model.get());
     return isJson ? reader.toString(model.get()) : std::string();
 }

@@ -38,11 +38,11 @@ std::uint64_t TableWalk::length(const std::vector<PivotDimension>& dimensions)
     return length;
 }
 
-/// Depth first, with a stack of its own: how many dimensions there are is up to the document.
+/// Depth first with an explicit stack, because the document determines the number of dimensions.
 void TableWalk::run()
 {
     declare({"", _store.isNumbered() ? 0 : CellKey::kNowhere});
-    // Asking the host at each step would cost more than the step.
+    // Asking the host at every step would cost more than the step.
     constexpr unsigned kStepsBetween = 256;
     for (unsigned taken = 0; !_levels.empty(); ++taken) {
         if (taken % kStepsBetween == 0 && isStopRequested())
@@ -56,7 +56,7 @@ void TableWalk::run()
     }
 }
 
-/// Declares the next dimension; nothing if it has no name.
+/// Declares the next dimension, unless it has no name.
 void TableWalk::declare(Address address)
 {
     if (_levels.size() == _dimensions.size())
@@ -120,7 +120,7 @@ void TableWalk::placeCell(TnCategory& category, const Address& base, const Pivot
     _placer.place(category, cellAt(base, leaf), style);
 }
 
-/// By number, which is quick, or by key, for cells that no leaves have by right.
+/// By number, which is fast, or by key for cells without a number.
 const Cell* TableWalk::cellAt(const Address& base, const PivotStep& leaf)
 {
     const std::uint64_t number = numberOf(base, leaf);

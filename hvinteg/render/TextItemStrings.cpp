@@ -4,8 +4,8 @@
 #include "render/TextItems.h"
 
 namespace {
-/// How a value of a result's own field is shown, by the field's storage, and whether it counts
-/// seconds instead of days.
+/// The format for values of a result's own field, by storage, and whether its values are seconds
+/// instead of days.
 struct Storage
 {
     const char* name;
@@ -16,13 +16,14 @@ constexpr Storage kStorages[] = {{"date", kFormatDateYearFirst, false},
                                  {"time", kFormatTime, true},
                                  {"timestamp", kFormatDateTime, true}};
 
-/// As the host shows it, from the result's scale.
+/// The text that the host shows for a value on the result's scale.
 std::string numberIn(double value, const VEXA_Format& format, bool isSeconds)
 {
     return CellFormat::textOf(CellFormat::toHostDate(value, format, isSeconds), format);
 }
 
-/// Of a field of the result's own: its label, or the value as its storage wants to be shown.
+/// The text for a field of the result: the value's label, or the value in the format of its
+/// storage.
 std::string numberOfField(double value, const dataField* field)
 {
     VEXA_Format format = CellFormat::generalNumber;

@@ -13,10 +13,10 @@
 #include "support/Transcoding.h"
 
 namespace {
-/// The host takes no empty text.
+/// The host does not accept an empty text.
 constexpr const char* kBlank = " ";
 
-/// A result's own field in a date or time format; nothing for other storages.
+/// A text in a date or time format for a field of the result; null for other storages.
 std::unique_ptr<TnCellText> dateText(double value, const std::string& storage)
 {
     const bool isTime = storage.substr(0, 4) == "time";
@@ -29,14 +29,15 @@ std::unique_ptr<TnCellText> dateText(double value, const std::string& storage)
     return std::make_unique<TnUTF8String>(CellFormat::textOf(value, format));
 }
 
-/// A value of a string variable: null for a text that is none, being too long or not convertible.
+/// A value of a string variable; null if the text is too long or the variable is not a string
+/// variable.
 std::unique_ptr<TnCellText> stringValueText(const VEXA_Variable& variable, std::string value)
 {
     const VEXA_Format& format = variable.GetFormat();
     if (format.type != kFormatString || variable.GetType() <= 0)
         return nullptr;
     value = transcodeFromUTF8(value.c_str(), nullptr);
-    // Cut to the variable's width it would be another value, maybe one with a label.
+    // A text cut to the variable's width would be another value, possibly with a label.
     if (value.size() > format.width)
         return nullptr;
     value.resize(std::size_t{format.width} + 1, ' ');
@@ -50,7 +51,7 @@ std::unique_ptr<TnCellText> stringValueText(const VEXA_Variable& variable, std::
     return std::make_unique<TnDataValue>(variable, units.data(), TnDataValue::PreferHost);
 }
 
-/// A composite that shows its parts one after the other.
+/// The format of a composite that shows its parts one after the other.
 std::string patternOf(std::size_t parts)
 {
     std::string pattern;
@@ -122,7 +123,7 @@ TextItems::Text TextItems::variableText(const JsonValue& body, bool) const
         return nullptr;
     const std::string name = FieldLookup::nameOf(body["variable"].text());
     if (const VEXA_Variable* variable = _fields.variable(name))
-        // The host shows its own variable as the user has set: by name, by label or by both.
+        // The host shows its variables as the user has chosen: by name, label or both.
         return std::make_unique<TnVariable>(*variable, TnVariable::ShowPreferred);
     const dataField* field = _fields.field(name);
     return std::make_unique<TnUTF8String>(field == nullptr ? name : field->getLabel());

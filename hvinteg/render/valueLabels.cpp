@@ -13,7 +13,7 @@ std::string labelIn(const std::map<Value, std::string>& labels, const Value& val
 
 void valueLabels::addValueLabel(double value, const std::string& label)
 {
-    // What is not a number equals nothing, and would spoil the order of the map.
+    // NaN equals no number and would break the order of the map.
     if (!std::isnan(value))
         _numbers[value] = label;
 }
