@@ -14,7 +14,7 @@ void addNamedValue(const XmlElement& parent, const std::string& name, const std:
     setAttribute(attribute, "value", value);
 }
 
-/// The names that have changed.
+/// Adds the fields with different names.
 void addAssocNames(const XmlElement& parameter, const std::vector<AssocNameElem>& table)
 {
     const XmlElement list = addElement(parameter, kListValue);
@@ -28,7 +28,7 @@ void addAssocNames(const XmlElement& parameter, const std::vector<AssocNameElem>
     }
 }
 
-/// What the module says of a property or a member of a structure, if it says anything.
+/// Adds the default of a property or a member of a structure, if it has one.
 void addDefault(const XmlElement& element, const XmlElement& described)
 {
     if (attributeOf(described, "isList") == "true") {
@@ -52,8 +52,7 @@ void addStructure(const XmlElement& parameter, const XmlElement& structure)
     });
 }
 
-/// The first of these that there is: a value that is set, the table of names, a structure, the
-/// default.
+/// Adds the first that exists of: a set value, the table of names, a structure, the default.
 void addParameter(const XmlElement& parent, const XmlElement& property, const ScoringModule& module,
                   const ScoringParameters& parameters)
 {
@@ -72,12 +71,12 @@ void addParameter(const XmlElement& parent, const XmlElement& property, const Sc
         addDefault(parameter, property);
 }
 
-/// The run of the module.
+/// Adds the element that runs the module.
 XmlElement addOperation(const XmlElement& execution, const ScoringModule& module)
 {
     XmlElement operation = addElement(execution, "Operation");
     setAttribute(operation, "componentId", module.id());
-    // The only operation waits for none, yet its reader wants the attributes.
+    // The only operation depends on none, but the reader requires the attributes.
     setAttribute(operation, "dependencyIds", "");
     setAttribute(operation, "id", "1");
     setAttribute(operation, "inputIds", "");

@@ -13,7 +13,7 @@ const char* const HVScorExecXML::ScoringFolderName = "vexa.scoring.9";
 
 struct HVINTEG_HIDDEN HVScorExecXML::Impl
 {
-    /// Does not change once it is built, so that copies share it.
+    /// Not changed after it is built, so copies share it.
     std::shared_ptr<const SDOMXMLWrapper> document;
     bool asMissingPredictor = false;
     int maxPredictions = 3;

@@ -20,7 +20,7 @@
 
 namespace {
 
-/// A guess at the number of variables that a model has.
+/// A guess of the number of variables.
 constexpr int kRecordCapacity = 2;
 
 std::string nameOf(const IMCVariable& variable)
@@ -68,11 +68,11 @@ struct HVINTEG_HIDDEN HVTransformScorer::Impl
     std::vector<std::string> outputNames;
     std::unordered_map<std::string, int> outputsByName;
     std::unordered_map<std::string, int> outputsByUpperName;
-    std::vector<int> outputIndexes; ///< of the results that are wanted
+    std::vector<int> outputIndexes; ///< indexes of the selected results
     void* converter = VEXAMBConverterNew_A(nullptr);
 };
 
-/// Columns are found once, so that no row looks a name up.
+/// Resolves the columns once, so that no row looks up names.
 bool HVTransformScorer::Impl::bindInputs()
 {
     MCVarList variables;
@@ -84,7 +84,7 @@ bool HVTransformScorer::Impl::bindInputs()
     return true;
 }
 
-/// The name is compared by the metadata's rules, the host's letters among them.
+/// The metadata library compares names, with the host's rules for letters.
 bool HVTransformScorer::Impl::bindInput(const IMCVariable& variable)
 {
     const std::string name = nameOf(variable);
@@ -92,13 +92,13 @@ bool HVTransformScorer::Impl::bindInput(const IMCVariable& variable)
     if (column < 0)
         return false;
     const bool isString = isText(variable);
-    // A model that contradicts itself: a number would be read where its storage has a text.
+    // Reject a contradictory model: it would read a number where its storage is a text.
     if (isString != (variable.GetStorage() == IMCVariable::kStoredString))
         return false;
     const auto* field = metaData->GetField(static_cast<std::size_t>(column));
     const InputColumn input{static_cast<unsigned long long>(column), variable.GetStorage(),
                             field->GetStorage()};
-    // The row's bytes would be taken for what they are not.
+    // The model would misinterpret the row's bytes.
     if (!canRead(input))
         return false;
     inputRecord.AddValue(name, isString ? Value("") : Value(missing));
@@ -107,7 +107,7 @@ bool HVTransformScorer::Impl::bindInput(const IMCVariable& variable)
     return true;
 }
 
-/// False for a model that gives texts.
+/// Returns false if the model has a text output.
 bool HVTransformScorer::Impl::readOutputs()
 {
     for (int i = 0; i < computer->GetOutputCount(); ++i) {
@@ -121,7 +121,7 @@ bool HVTransformScorer::Impl::readOutputs()
     return true;
 }
 
-/// The exact name comes first, as two names may be one in upper case. A name may be asked for
+/// The exact name is preferred, because two names may be equal in upper case. A name may occur
 /// twice.
 bool HVTransformScorer::Impl::bindOutputs(const std::vector<std::string>& names, bool namesAreUTF8)
 {
@@ -162,7 +162,7 @@ bool HVTransformScorer::PrepareScoring(EmbeddedHV::RowDataIterator* iterator,
     impl.metaData = std::make_unique<CFMetaData>(iterator->getDataModel(), &impl.upper);
     if (!impl.bindInputs() || !impl.readOutputs() || !impl.bindOutputs(names, namesAreUTF8))
         return false;
-    // A model that cannot prepare its outputs cannot score a row either, and says so then.
+    // If this fails, ScoreRecord fails too and reports it.
     impl.computer->PrepareOutput(impl.outputRecord);
     impl.targetValues.assign(impl.outputIndexes.size(), impl.missing);
     return true;
@@ -177,7 +177,7 @@ bool HVTransformScorer::ScoreRecord()
         readInput(*impl.iterator, impl.inputs[i], impl.missing,
                   impl.inputRecord[static_cast<int>(i)]);
     if (impl.computer->Compute(impl.inputRecord, impl.outputRecord, 0).IsError()) {
-        // Nobody may take the values of the row before for those of this one.
+        // Clear the values, so that nobody uses those of the previous row.
         std::fill(impl.targetValues.begin(), impl.targetValues.end(), impl.missing);
         return false;
     }

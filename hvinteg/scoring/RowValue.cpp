@@ -21,7 +21,7 @@ Number numberAt(const void* place)
     return number;
 }
 
-/// A point of time on the host's scale. Only the column knows what its numbers count.
+/// A point in time on the host's scale. The storage of the column determines the unit.
 double hostMoment(double value, const InputColumn& input, double missing)
 {
     if (value == missing)

@@ -5,7 +5,7 @@
 
 #include "scoring/XmlElement.h"
 
-/// The scoring module's description. Empty if there is none.
+/// The description of the scoring module; empty if it cannot be read.
 class ScoringModule
 {
 public:
