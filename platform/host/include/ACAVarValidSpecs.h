@@ -2,10 +2,11 @@
 
 #include <map>
 
-/// What one variable of a record says about its valid values.
+/// The rule for the valid values of one variable of a record.
 class ACAVarValidDesc
 {
 public:
+    /// `excludeUserMissing`: user-missing values count as missing.
     explicit ACAVarValidDesc(bool excludeUserMissing) : _excludeUserMissing(excludeUserMissing) {}
     /// Whether user-missing values count as missing.
     bool GetExclUserMiss() const { return _excludeUserMissing; }
@@ -14,17 +15,18 @@ private:
     bool _excludeUserMissing;
 };
 
-/// What an analysis takes as a valid value, variable by variable. A plain value.
+/// Rules for the valid values of an analysis, by variable. A value type.
 class ACAVarValidSpecs
 {
 public:
-    /// The description of the variable at a place of the record; null if there is none. Lasts until
-    /// it is set anew.
+    /// The rule for the variable at `place`, its index in the record; null if there is none. Valid
+    /// until the rule is set again.
     const ACAVarValidDesc* GetRecVarDescPtr(int place) const
     {
         const auto found = _descriptions.find(place);
         return found == _descriptions.end() ? nullptr : &found->second;
     }
+    /// Sets whether user-missing values of the variable at `place` count as missing.
     void SetExclUserMiss(int place, bool exclude)
     {
         _descriptions.insert_or_assign(place, ACAVarValidDesc(exclude));

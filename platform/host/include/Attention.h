@@ -4,25 +4,27 @@
 
 #include "HostExport.h"
 
-/// The handle for ATNJMP.
+/// Returns the handle for ATNJMP. Any thread.
 HOST_API void* Workspace();
-/// Sets the flag non-zero if the user asked for a stop, 0 if not. Any thread.
+/// Sets `flag` to a non-zero value if the user requests a stop, otherwise to 0. Ignores null. Any
+/// thread.
 HOST_API void ATNCHK(int* flag);
-/// The host's way out of a stopped procedure. With a way out armed (AttentionExit) and a stop asked
-/// for, or the run indicator at -1, it does not come back; otherwise it does.
+/// Leaves a stopped procedure. Throws AttentionJump, and does not return, if the thread has an
+/// AttentionExit and either the user requests a stop or the run indicator is -1. Otherwise returns
+/// without effect.
 HOST_API void ATNJMP(void* workspace);
 
-/// Marks that the user asked for a stop; async-signal-safe, so that a signal handler may call it.
+/// Records that the user requests a stop. Async-signal-safe: a signal handler may call it.
 HOST_API void RequestAttention() noexcept;
-/// Forgets the stop, when the host has dealt with it.
+/// Clears the request, after the host has handled it. Async-signal-safe.
 HOST_API void ClearAttention() noexcept;
 
-/// What ATNJMP throws while an AttentionExit is alive on the thread.
+/// The exception of ATNJMP.
 struct HOST_API AttentionJump
 {
 };
 
-/// Arms the host's way out for its scope, on the thread that makes it.
+/// Lets ATNJMP throw on the thread that creates the object, as long as the object lives.
 class HOST_API AttentionExit
 {
 public:
@@ -32,17 +34,18 @@ public:
     AttentionExit& operator=(const AttentionExit&) = delete;
 };
 
-/// The host's adapter: it tells whoever runs a job that the user wants it to stop.
+/// The host's adapter: reports to whoever runs a job that the user requests a stop. Any thread.
 class HOST_API VexaAdapter
 {
 public:
-    /// Called when the user stops a job, maybe on another thread.
+    /// The receiver of a stop request. May be called on another thread.
     class HOST_API InterruptHandler
     {
     public:
         virtual ~InterruptHandler() = default;
-        /// The user wants the job to stop; wants it to go on after all.
+        /// The user requests that the job stops.
         virtual void interrupt() = 0;
+        /// The user withdraws the request. Does nothing by default.
         virtual void resume() {}
     };
 
@@ -51,13 +54,15 @@ public:
     VexaAdapter(const VexaAdapter&) = delete;
     VexaAdapter& operator=(const VexaAdapter&) = delete;
 
-    /// The handler in force; null for none. Borrowed: whoever sets one takes it out again.
+    /// The current handler; null for none. Borrowed.
     InterruptHandler* getInterruptHandler() const;
-    /// Waits for a call of the handler that is under way on another thread; so once it is back, the
-    /// earlier handler may go.
+    /// Sets the handler, null for none. The handler is borrowed: whoever sets it removes it. Waits
+    /// for a call of the previous handler on another thread, so that the previous handler may be
+    /// destroyed afterwards.
     void setInterruptHandler(InterruptHandler* handler);
-    /// Marks the attention and calls the handler in force, if any, on the calling thread. Takes a
-    /// lock, so a signal handler must not call it; a thread that waits for signals may.
+    /// Records the stop request and calls the current handler, if there is one, on the calling
+    /// thread. It takes a lock, so a signal handler must not call it; a thread that waits for
+    /// signals may.
     void interrupt();
 
 private:
@@ -65,5 +70,5 @@ private:
     std::unique_ptr<Impl> _impl;
 };
 
-/// The adapter of the process.
+/// The adapter of the process. Any thread.
 HOST_API VexaAdapter* GetAdapter();

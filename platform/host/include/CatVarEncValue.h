@@ -1,6 +1,6 @@
 #pragma once
 
-/// How a value of a categorical variable is encoded where the order of its categories counts.
+/// Codes for values of a categorical variable.
 enum CatVarEncValue : int
 {
     kCatVarMissing = -1,

@@ -7,21 +7,23 @@
 
 class TnHeading;
 
-/// A text for a chart.
+/// A text of a chart.
 class HOST_API ChartString
 {
 public:
-    /// Text in the host's encoding; UTF-8 text.
+    /// Sets a text in the host's encoding; null gives an empty text.
     void assign(const char* text);
+    /// Sets a UTF-8 text.
     void assignUTF8(const std::string& text);
+    /// The text in UTF-8.
     const std::string& utf8() const { return _text; }
 
 private:
     std::string _text;
 };
 
-/// What charts and interactive views have in common. Nothing stands in the output before it is
-/// sent; the heading must live until then. One thread at a time.
+/// Base of charts and interactive views. Nothing appears in the output before it is sent. Texts are
+/// UTF-8. One thread at a time.
 class HOST_API XDocument
 {
 public:
@@ -29,10 +31,11 @@ public:
     XDocument(const XDocument&) = delete;
     XDocument& operator=(const XDocument&) = delete;
 
-    /// The title that outlines and lists show.
+    /// Sets the title for outlines and lists.
     void SetDescription(const ChartString& text);
+    /// Sets the options of the template or front end.
     void setOptions(const std::string& options);
-    /// Hands over a GeoJSON text by its name.
+    /// Adds a GeoJSON text under a name.
     void addGeoJSON(const std::string& name, const std::string& text);
 
 protected:
@@ -41,31 +44,34 @@ protected:
     std::unique_ptr<Impl> _impl;
 };
 
-/// A chart: a JSON object whose member "0" is the data model, if there is one, and "1" the chart's
-/// specification.
+/// A chart. Its JSON object has the data model as member "0", if there is one, and the chart's
+/// specification as member "1".
 class HOST_API xGlyph : public XDocument
 {
 public:
+    /// The chart will appear under `heading`.
     explicit xGlyph(TnHeading& heading);
     ~xGlyph() override;
-    /// The JSON object, as above.
+    /// Sets the JSON object.
     void setViZJSONTemplate(const std::string& json);
-    /// Puts the chart into the output, once.
+    /// Writes the chart to the output. Later calls have no effect.
     void sendChart();
 };
 
-/// An interactive view: a JSON object with the data model as member "0" and what it shows as
+/// An interactive view. Its JSON object has the data model as member "0" and the shown objects as
 /// members "1", "2" and so on.
 class HOST_API xInteractive : public XDocument
 {
 public:
+    /// The view will appear under `heading`.
     explicit xInteractive(TnHeading& heading);
     ~xInteractive() override;
-    /// The result object that the view belongs to.
+    /// Sets the name of the result object that the view belongs to.
     void setProcedureName(const std::string& name);
-    /// Where in the result document the view's object lies.
+    /// Sets the path of the view's object in the result document.
     void setJSONPath(const std::string& path);
+    /// Sets the JSON object.
     void setInteractiveJSON(const std::string& json);
-    /// Puts the view into the output, once.
+    /// Writes the view to the output. Later calls have no effect.
     void sendInteractive();
 };

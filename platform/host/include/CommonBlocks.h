@@ -5,7 +5,7 @@
 
 #include "HostExport.h"
 
-/// The global block, for the procedure's thread alone. A setting above 0 is in force; it is the
+/// The global block, for the procedure's thread only. A setting above 0 is in force and is the
 /// 1-based column of the variable.
 struct CmnGlb
 {
@@ -13,13 +13,14 @@ struct CmnGlb
     std::int64_t split = 0;
 };
 
-/// The system block. Writing -1 to the run indicator tells the host to end the run; who cancels a
-/// job does that on a thread of its own, so it is an atomic 64-bit number.
+/// The system block. A run indicator of -1 tells the host to end the run. It is atomic, because a
+/// cancelling thread may write it.
 struct CmnSys
 {
     std::atomic<std::int64_t> runIndicator = 0;
 };
 
-/// The blocks live for the whole process, at one address.
+/// The global block. It lives at a fixed address until the process ends.
 HOST_API CmnGlb* pvGetCmnGlb();
+/// The system block. It lives at a fixed address until the process ends.
 HOST_API CmnSys* pvGetCmnSys();

@@ -4,13 +4,15 @@
 
 #include "HostExport.h"
 
-/// A lock that its holder may take again.
+/// A recursive lock.
 class HOST_API CriticalSection
 {
 public:
+    /// Waits for the lock and takes it.
     void Enter() { _mutex.lock(); }
+    /// Releases the lock. Only the thread that holds it may call this.
     void Leave() { _mutex.unlock(); }
-    /// So that std::lock_guard works.
+    /// The same operations for std::lock_guard.
     void lock() { Enter(); }
     void unlock() { Leave(); }
 

@@ -4,8 +4,8 @@
 
 #include "HostExport.h"
 
-/// What the host's data library throws: a dataset that cannot be opened, read or written. The text
-/// is UTF-8, one sentence that names the thing.
+/// Exception of the host's data library: a dataset cannot be opened, read or written. The text is
+/// UTF-8: one sentence that names the dataset or file.
 class HOST_API ErrorText : public std::runtime_error
 {
 public:

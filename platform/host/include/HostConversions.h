@@ -9,11 +9,12 @@ class CFFormat;
 /// 1970-01-01 as a host date: seconds since 1582-10-14.
 HOST_API double GetBaseDateNumber();
 
-/// A number of the host on the scale of field metadata: a date in days, a timestamp in seconds,
-/// both since 1970-01-01; everything else as it is. And back.
+/// Converts a number from the host's scale to that of field metadata. There a date is days and a
+/// timestamp seconds, both since 1970-01-01. Other numbers are unchanged.
 HOST_API double NumericStorageStatToCF(double value, CFField::StorageType storage);
+/// Converts in the other direction.
 HOST_API double NumericStorageCFToStat(double value, CFField::StorageType storage);
 
-/// The print format of a variable as field metadata keeps it; the caller deletes it. Null for a
-/// variable without one.
+/// Converts the print format of a variable to the form of field metadata. The caller deletes the
+/// result. Null if the variable has none.
 HOST_API CFFormat* GetCFFieldFormat(const VEXA_Variable& variable);

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Marks what the host library exports.
+/// Exports a class or function from the host library.
 #define HOST_API __attribute__((visibility("default")))

@@ -7,55 +7,67 @@
 
 #include "HostExport.h"
 
-/// Base of every C++ object that stands for a Java object. It keeps one environment, one class, one
-/// method id and one object, so it runs one call at a time, on the thread of its environment.
+/// Base of C++ objects that represent a Java object. It holds one environment, class, method id and
+/// object, so it makes one call at a time, on the thread of its environment.
 ///
-/// Classes found by name are kept for the life of the process, in one cache of global references; a
-/// class taken from an object is a local reference of this accessor. The object is not the
-/// accessor's: whoever set it keeps it alive.
+/// Classes that are found by name are cached for the process as global references. A class taken
+/// from an object is a local reference of this accessor. The object is not owned: the caller that
+/// sets it keeps it alive.
 class HOST_API JNIAccessor
 {
 public:
-    /// Works in this environment, on its thread.
+    /// Uses this environment, on the calling thread.
     explicit JNIAccessor(JNIEnv* env);
+    /// Shares the object; keeps its own reference to the class.
     JNIAccessor(const JNIAccessor& other);
+    /// Does the same.
     JNIAccessor& operator=(const JNIAccessor& other);
     virtual ~JNIAccessor();
 
+    /// Uses another environment, on the calling thread.
     void setEnv(JNIEnv* env);
+    /// The environment in use.
     JNIEnv* getEnv() const { return _env; }
-    /// A class by its JNI name, for any thread and for good; null with an exception pending if
-    /// there is none. The kept class stays as it is.
+    /// Finds a class by its JNI name without changing the kept class. The reference is valid on any
+    /// thread until the process ends. Returns null with an exception pending if there is no such
+    /// class.
     jclass classNamed(const char* name);
-    /// Finds the class by its JNI name; null with an exception pending if there is none.
+    /// Finds a class by its JNI name and keeps it. Returns null with an exception pending if there
+    /// is no such class.
     jclass setClass(const char* name);
-    /// Takes the class of an object; none for a null object.
+    /// Keeps the class of an object; no class for null.
     jclass setClassOf(jobject object);
-    /// Looks a method up in the kept class.
+    /// Looks up a method of the kept class and keeps its id. Returns null with an exception pending
+    /// if there is no such method.
     jmethodID setMethod(const char* name, const char* signature);
+    /// Does the same for a static method.
     jmethodID setStaticMethod(const char* name, const char* signature);
+    /// The kept class, or null.
     jclass getClass() const { return _class; }
+    /// The kept method id, or null.
     jmethodID getMethodID() const { return _method; }
+    /// The object, or null.
     jobject getObject() const { return _object; }
+    /// Sets the object. It is not owned.
     void setObject(jobject object) { _object = object; }
 
-    /// If a Java exception is pending, clears it and throws JNIException.
+    /// Clears a pending Java exception and throws it as JNIException.
     void exceptionCheck();
-    /// Takes a pending exception out of the machine and records its text for getErrorMessage. With
-    /// `rethrow` it then throws JNIException. A null exception stands for the pending one; without
-    /// any, nothing happens.
+    /// Clears a Java exception and records its text for getErrorMessage. With `rethrow` also throws
+    /// JNIException. A null `exception` means the pending one; if there is none, does nothing.
     void handleException(bool rethrow, jthrowable exception = nullptr);
+    /// The text of the last recorded exception; empty for none.
     const std::string& getErrorMessage() const { return _errorMessage; }
 
-    /// A new Java string from UTF-8 text, a local reference of the caller's; null with an exception
-    /// pending if there is no memory for it. U+FFFD stands for bytes that are not UTF-8.
+    /// Creates a Java string from UTF-8 text; invalid bytes become U+FFFD. The caller owns the
+    /// local reference. Returns null with an exception pending if memory is exhausted.
     jstring ToJString(const std::string& text);
-    /// A string from a Java string: UTF-8, or in the Java charset named. Empty for a null text;
-    /// also with an exception pending, for a charset that does not exist or for lack of memory.
+    /// Converts a Java string to UTF-8 or to the named Java charset. Returns an empty text for
+    /// null, and with an exception pending if the charset does not exist or memory is exhausted.
     std::string FromJString(jstring text, const char* charset = nullptr);
 
-    /// Whether the calling thread is the one that the environment was set on, and still attached as
-    /// it was then. Where it is not, no local reference may be touched.
+    /// Whether the calling thread is the one on which the environment was set and has stayed
+    /// attached since. If not, local references must not be used.
     bool onOwnThread() const;
 
 private:
@@ -63,7 +75,7 @@ private:
     std::string bytesInCharset(jstring text, const char* charset);
 
     JNIEnv* _env;
-    std::uint64_t _attachment; ///< of the thread on which the environment was set
+    std::uint64_t _attachment; ///< attachment of the thread on which the environment was set
     jclass _class = nullptr;
     jmethodID _method = nullptr;
     jobject _object = nullptr;

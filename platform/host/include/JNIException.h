@@ -5,16 +5,16 @@
 
 #include "HostExport.h"
 
-/// A Java exception, as C++ sees it.
+/// A Java exception in C++.
 class HOST_API JNIException : public std::exception
 {
 public:
     JNIException(std::string className, std::string message, std::string trace);
     ~JNIException() override;
     const char* what() const noexcept override { return _message.c_str(); }
-    /// The binary name of the Java class.
+    /// The binary name of the exception's Java class.
     const std::string& className() const { return _className; }
-    /// Its message; the class name where it has none.
+    /// Its message; the class name if it has none.
     const std::string& message() const { return _message; }
     /// The Java stack trace.
     const std::string& trace() const { return _trace; }

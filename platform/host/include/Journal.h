@@ -7,23 +7,22 @@
 
 #include "HostExport.h"
 
-/// What the library asked of the host, in order: progress, lines, messages, parser notes, weight
-/// and split, interrupt handlers. Tests and host programs read it; the library does not know of it.
-/// All operations may be called from any thread. The journal is bounded: beyond some thousand
-/// progress entries the latest takes the place of the one before it, and beyond some ten thousand
-/// entries the oldest goes.
+/// Records the library's calls to the host, in order: progress, lines, messages, parser notes,
+/// weight and split, interrupt handlers. Tests and host programs read it; the library does not use
+/// it. Any thread. Its size is limited: after some thousand progress entries a new one replaces the
+/// last, and after some ten thousand entries the oldest is removed.
 class HOST_API HostJournal
 {
 public:
-    /// What was asked for. It decides which parts of an entry have something in them.
+    /// Kind of call. It determines the members of an entry that are used.
     enum class Kind
     {
-        Progress,  ///< number: the part done
+        Progress,  ///< number: the fraction done
         Line,      ///< text: a line of the viewer
         Error,     ///< text, show and level of TnError
         Note,      ///< text: the key of a parser message
-        Interrupt, ///< text: "set" or "clear", a handler; "fire", the user stopped a job
-        Output     ///< text: another call: charts and views, measurement levels
+        Interrupt, ///< text: "set" or "clear" a handler; "fire": the user stopped a job
+        Output     ///< text: other calls: charts and views, measurement levels
     };
     /// Texts are UTF-8.
     struct Entry
@@ -42,14 +41,17 @@ public:
     /// The journal of the process.
     static HostJournal& instance();
 
+    /// Appends an entry and calls the observer.
     void add(Entry entry);
+    /// A copy of all entries.
     std::vector<Entry> entries() const;
-    /// The entries of one kind.
+    /// A copy of the entries of one kind.
     std::vector<Entry> entries(Kind kind) const;
+    /// Removes all entries.
     void clear();
-    /// At most one; called under no lock, on the thread of the call. An empty function ends it; a
-    /// call that is under way on another thread may still come to its end.
-    /// While an observer is set, Progress entries go to it alone and are not kept.
+    /// Sets the only observer; an empty function removes it. It is called without a lock, on the
+    /// thread of the call; after its removal a call on another thread may still be in progress.
+    /// While an observer is set, Progress entries are passed to it and not stored.
     void setObserver(Observer observer);
 
 private:

@@ -5,31 +5,37 @@
 
 #include "HostExport.h"
 
-/// The host's encodings. Texts of the host are in its code page, UTF-8 unless VEXA_CODEPAGE or the
-/// host program says otherwise.
+/// The host's encodings. Texts of the host are in its code page: UTF-8, unless VEXA_CODEPAGE or the
+/// host program sets another.
 
-/// The name of the host's code page: the MIME or IANA name where there is one, else the one that
-/// ICU gives it. The reference stays good for the process.
+/// Name of the host's code page: the MIME or IANA name, or otherwise ICU's. The reference stays
+/// valid.
 HOST_API const std::string& VEXAMBDefaultCodePage();
-/// False, and no change, for a name that is not known and for a code page in which ASCII texts are
-/// not what they are in ASCII.
+/// Sets the host's code page. Returns false, and changes nothing, for an unknown name and for a
+/// code page that does not contain ASCII.
 HOST_API bool SetDefaultCodePage(const std::string& name);
-/// Whether the host's code page is UTF-8.
+/// Whether the host's code page is UTF-8. Any thread.
 HOST_API bool qUTF8mode();
 
-/// A converter between a code page and UTF-8; 0 stands for the host's own, as it is at this moment.
-/// Null if there is none. The caller hands it to VEXAMBConverterDelete_A in the end; any thread.
+/// Creates a converter between a code page and UTF-8; null means the host's present code page.
+/// Returns null for an unknown code page. The caller deletes it with VEXAMBConverterDelete_A, on
+/// any thread.
 HOST_API void* VEXAMBConverterNew_A(const char* codePage);
+/// Deletes a converter. Ignores null.
 HOST_API void VEXAMBConverterDelete_A(void* converter);
-/// Convert a text; a null converter stands for the host's code page. What cannot be converted
-/// becomes a substitute, U+FFFD or "?"; the result is then non-zero. A null text is an empty one.
+/// Converts a text to UTF-8; a null converter means the host's code page. Returns non-zero if
+/// something could not be converted; it becomes U+FFFD. A null text gives an empty result.
 HOST_API int VEXAMBGenericToU8(const char* text, std::string& result, void* converter);
+/// Converts from UTF-8 by the same rules; the substitute is "?".
 HOST_API int VEXAMBU8ToGeneric(const char* text, std::string& result, void* converter);
 
-/// Aware of the host's code page, in which a byte may be the second half of a character: compares
-/// at most `length` bytes of each text without regard to letter case, below, at or above 0; finds a
-/// single-byte character; replaces every occurrence of one; cuts trailing blanks in place.
+/// Compares at most `length` bytes of two texts in the host's code page and ignores letter case.
+/// Returns a number below, at or above 0.
 HOST_API int VEXAMBstrnccmp_A(const char* first, const char* second, std::size_t length);
+/// Finds a single-byte character in a text of the host's code page, in which a byte may be the
+/// second half of a character. Returns null if it does not occur.
 HOST_API const char* VEXAMBstrchr_A(const char* text, char character);
+/// Replaces every occurrence of a single-byte character.
 HOST_API void VEXAMBStringReplaceChar_A(std::string& text, char from, char to);
+/// Removes trailing blanks in place.
 HOST_API void VEXAMBstrtrim_A(char* text);

@@ -9,29 +9,31 @@
 #include "Obs.h"
 #include "VexaFormat.h"
 
-/// Numbers by combinations of values, such as the categories of some variables. A plain value.
+/// Maps combinations of values, for example categories of several variables, to numbers. A value
+/// type.
 class HOST_API ObsVecMap
 {
 public:
-    /// The units of one value: one for a number, as many as it takes for a text.
+    /// The units of one value: one for a number, as many as needed for a text.
     using Value = std::vector<OBS>;
-    /// One value of each variable.
+    /// One value for each variable.
     using Key = std::vector<Value>;
     using Entry = std::pair<Key, double>;
 
-    /// Sets the number of a combination; one that has a number gets the new one. Values are equal
-    /// if their bytes are.
+    /// Sets the number of a combination and replaces an earlier one. Values are equal if their
+    /// bytes are equal.
     void Set(Key key, double number);
-    /// Null if the combination has no number. Lasts until the map is changed.
+    /// The number of a combination; null if it has none. Valid until the map changes.
     const double* Find(const Key& key) const;
+    /// The number of combinations.
     std::size_t size() const { return _entries.size(); }
 
-    /// The entries in the order of their keys, value by value: numbers by size, texts by their
-    /// bytes. The formats tell which is which; a value without one is a number.
+    /// The entries sorted by their keys, value by value: numbers by size, texts by their bytes.
+    /// `formats` distinguishes them by index; a value without a format is a number.
     std::vector<Entry> Sort(const std::vector<VEXA_Format>& formats) const;
 
 private:
-    /// Orders keys by their bytes, since a unit may hold a number or a piece of a text.
+    /// Orders keys by their bytes, because a unit may hold a number or a part of a text.
     struct ByBytes
     {
         bool operator()(const Key& left, const Key& right) const;

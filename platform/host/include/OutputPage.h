@@ -9,11 +9,11 @@
 class OutputTree;
 struct OutputHeading;
 
-/// Output as one self-contained HTML page: it opens from disk and without network, reads well with
-/// scripting off and on paper, and runs nothing that came with the data. Host side.
+/// Writes output as one self-contained HTML page. It works offline, without scripting and on paper,
+/// and executes nothing that comes from the data. For host programs.
 ///
-/// What it shows is borrowed; nothing may write to it while the page is written. Tables go to the
-/// stream row by row.
+/// The output is borrowed and must not be changed while the page is written. Tables are written to
+/// the stream row by row.
 ///
 ///     OutputPage page(OutputTree::instance());
 ///     page.setSubtitle("weather.csv");
@@ -21,21 +21,23 @@ struct OutputHeading;
 class HOST_API OutputPage
 {
 public:
-    /// All output, or that of one procedure.
+    /// A page of all output.
     explicit OutputPage(const OutputTree& tree);
+    /// A page of one procedure.
     explicit OutputPage(const OutputHeading& procedure);
     ~OutputPage();
     OutputPage(const OutputPage&) = delete;
     OutputPage& operator=(const OutputPage&) = delete;
 
-    /// The title, UTF-8; without one, that of the only procedure, or "Output".
+    /// Sets the title (UTF-8). The default is the title of the only procedure, or "Output".
     void setTitle(const std::string& title);
-    /// A line under the title, UTF-8: what the output is of, or when it was made.
+    /// Sets a line under the title (UTF-8), for example the source or date of the output.
     void setSubtitle(const std::string& subtitle);
 
-    /// Throws ErrorText if the installation lacks the page's style sheet or scripts. Whether the
-    /// stream took everything, it says itself.
+    /// Writes the page. Throws ErrorText if the installation lacks the page's style sheet or
+    /// scripts. Write errors set the state of the stream.
     void write(std::ostream& out) const;
+    /// Returns the page as text. Throws ErrorText in the same case.
     std::string text() const;
 
 private:

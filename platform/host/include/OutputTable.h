@@ -10,28 +10,28 @@
 #include "TnCellText.h"
 #include "TnPivotTable.h"
 
-/// A footnote of a table. Footnotes of equal text are one.
+/// A footnote of a table. Footnotes with equal text are merged.
 struct OutputNote
 {
     TnContent text;
-    std::string marker; ///< its own; empty for one that is counted
+    std::string marker; ///< an explicit marker; empty for a counted one
     bool keepsMarker = false;
 };
 
-/// One node of a dimension's tree: a group, or a category, which is a leaf. `notes` are places in
-/// the table's list, here as everywhere.
+/// A node of a dimension's tree: a group, or a category, which is a leaf. `notes` are indexes in
+/// the table's list of notes, as everywhere in this file.
 struct OutputCategory
 {
     TnContent label;
     bool isGroup = false;
-    bool isShown = true;          ///< of a group its label, of a category all of it
+    bool isShown = true;          ///< for a group: its label; for a category: all of it
     int sort = TnGroup::Unsorted; ///< of a group
     std::vector<int> notes;
-    std::vector<int> children; ///< of a group: nodes, in the order in which they were declared
+    std::vector<int> children; ///< of a group: nodes in the order of their declaration
     int leaf = -1;             ///< of a category: its number in cell addresses
 };
 
-/// A dimension of a table with the tree of its categories, as the output library was told it.
+/// A dimension of a table with the tree of its categories, as declared.
 struct OutputDimension
 {
     TnContent name;
@@ -39,13 +39,13 @@ struct OutputDimension
     TnDimension::Place place = TnDimension::Row;
     int position = 1;
     bool hidesName = false;
-    bool hidesChildren = false; ///< no label of a category or group is shown
+    bool hidesChildren = false; ///< whether all labels of categories and groups are hidden
     std::vector<int> notes;
     int leafCount = 0;
     std::vector<OutputCategory> nodes; ///< the first is the dimension itself, as a group
 };
 
-/// A pivot table as it was told.
+/// A pivot table as declared.
 struct OutputTable
 {
     TnContent title;
@@ -55,32 +55,32 @@ struct OutputTable
     std::optional<TnContent> caption;
     std::vector<int> captionNotes;
     std::optional<TnContent> cornerText;
-    std::optional<int> maxDataColumnWidth; ///< in points, as the next one
+    std::optional<int> maxDataColumnWidth; ///< in points, as is the next
     std::optional<int> minDataColumnWidth;
-    /// Names and values of the split group that the table is of; empty for none.
+    /// Names and values of the split group that the table belongs to; empty for none.
     std::vector<std::pair<std::string, std::string>> splitGroup;
-    std::vector<OutputDimension> dimensions; ///< in the order in which they were declared
-    std::vector<OutputNote> notes;           ///< in the order in which they came up
+    std::vector<OutputDimension> dimensions; ///< in the order of their declaration
+    std::vector<OutputNote> notes;           ///< in the order of their first use
     OutputCells cells;
 };
 
-/// A category that is shown: its nodes from the outermost group to the category itself, and its
-/// number in cell addresses.
+/// A category that is shown: its nodes from the outermost group to the category, and its number in
+/// cell addresses.
 struct OutputLeaf
 {
     std::vector<int> path;
     int leaf = 0;
 };
 
-/// The dimensions of a place, the outermost first, by their numbers in the table. Equal positions
-/// keep the order of declaration.
+/// The indexes of the dimensions in a place, the outermost first. Dimensions of equal position keep
+/// the order of their declaration.
 HOST_API std::vector<int> dimensionsAt(const OutputTable& table, TnDimension::Place place);
 
-/// The categories of a dimension in the order in which they are shown: as declared, or sorted by
-/// label, numbers by value before texts by the collation of the host's locale. Hidden categories
-/// are left out, unless the dimension hides its labels and would be left without a category: what
-/// is hidden then is the label alone.
+/// The shown categories of a dimension in display order: as declared, or sorted by label, numbers
+/// by value before texts by the collation of the host's locale. Hidden categories are left out. If
+/// the dimension hides its labels and all categories are hidden, they are included, because then
+/// only their labels are hidden.
 HOST_API std::vector<OutputLeaf> shownLeaves(const OutputDimension& dimension);
 
-/// The marker of each footnote of a table: its own, or a letter, which counts those that have none.
+/// The marker of each footnote of a table: its own, or a letter that counts those without one.
 HOST_API std::vector<std::string> noteMarkers(const OutputTable& table);

@@ -6,21 +6,21 @@
 #include "HostExport.h"
 #include "OutputTree.h"
 
-/// How output is shown as text.
+/// Options for output as text.
 struct OutputTextOptions
 {
-    std::size_t width = 80;     ///< places in a line
-    bool colours = false;       ///< whether the terminal's commands for styles are used
-    std::size_t chartRows = 40; ///< at most so many rows of a chart's data are shown
+    std::size_t width = 80;     ///< columns of a line
+    bool colours = false;       ///< whether to use the terminal's style sequences
+    std::size_t chartRows = 40; ///< maximum number of rows of a chart's data
 };
 
-/// Writes output as UTF-8 text for a terminal: headings, tables drawn with lines, the data of
-/// charts with bars where the chart has bars, what views show, and messages where they arose. A
-/// table that is wider than a line goes on below itself. Tables are written row by row and not
-/// kept. Nothing of the data commands the terminal. Not while a procedure writes.
+/// Writes output as UTF-8 text for a terminal: headings, tables with lines, data of charts (with
+/// bars if the chart has bars), the content of views, and messages at their place. A table that is
+/// wider than a line is continued below. Tables are written row by row. Control characters of the
+/// data are not passed to the terminal. No procedure may write output meanwhile.
 HOST_API void writeOutputText(const OutputTree& tree, const OutputTextOptions& options,
                               std::ostream& out);
 
-/// The same of one procedure.
+/// Writes the output of one procedure in the same way.
 HOST_API void writeOutputText(const OutputHeading& procedure, const OutputTextOptions& options,
                               std::ostream& out);

@@ -18,21 +18,21 @@ struct OutputMessage
     int level = 0;
 };
 
-/// What charts and interactive views have in common. Texts are UTF-8.
+/// Base of charts and interactive views. Texts are UTF-8.
 struct OutputDocument
 {
     std::string description;
     std::string options;
-    std::vector<std::pair<std::string, std::string>> geoJson; ///< names and texts, as they came
+    std::vector<std::pair<std::string, std::string>> geoJson; ///< names and texts, in order
 };
 
-/// A chart: its data as JSON, and the JSON of the template that draws it.
+/// A chart: its data and specification as JSON.
 struct OutputChart : OutputDocument
 {
     std::string templateJson;
 };
 
-/// An interactive view: what a front end opens, with the JSON that it shows.
+/// An interactive view, with the JSON that a front end shows.
 struct OutputView : OutputDocument
 {
     std::string procedureName;
@@ -42,42 +42,45 @@ struct OutputView : OutputDocument
 
 struct OutputHeading;
 
-/// What stands under a heading.
+/// An item under a heading.
 using OutputItem = std::variant<std::shared_ptr<OutputHeading>, std::shared_ptr<OutputTable>,
                                 OutputChart, OutputView, OutputMessage>;
 
-/// A heading; a procedure is one at the top.
+/// A heading. A procedure is a heading at the top level.
 struct OutputHeading
 {
     TnContent text;
     std::vector<OutputItem> items;
 };
 
-/// All output of the process, in order. Host side: hvhost renders it, tests read it, the library
-/// does not know of it. What a procedure has put out stays when the procedure goes; one that puts
-/// out nothing leaves nothing. Output grows until it is cleared.
+/// All output of the process, in order. Host programs render it and tests read it; the library does
+/// not use it. The output of a procedure remains after the procedure ends. A procedure without
+/// output is removed. Output is kept until it is cleared.
 ///
-/// Any thread may write. Read it while no procedure writes.
+/// Any thread may write. Read it only while no procedure writes.
 class HOST_API OutputTree
 {
 public:
     OutputTree(const OutputTree&) = delete;
     OutputTree& operator=(const OutputTree&) = delete;
 
+    /// The output of the process.
     static OutputTree& instance();
 
-    /// Procedures, and the messages that came while there was none.
+    /// The procedures, and the messages that came outside any procedure.
     const std::vector<OutputItem>& items() const;
+    /// The procedures only.
     std::vector<std::shared_ptr<const OutputHeading>> procedures() const;
-    /// Takes all output away. Procedures that are alive go on at the end of the empty tree; what is
-    /// told through their headings and tables from before is not seen any more.
+    /// Removes all output. Active procedures continue at the end of the empty tree. What they write
+    /// through earlier headings and tables is lost.
     void clear();
 
-    /// Host side: puts an item at the end of a heading; null stands for the tree itself.
+    /// For the host: appends an item to a heading, or to the tree for null.
     void add(OutputHeading* heading, OutputItem item);
-    /// The heading of that text that is the last thing under `parent`, or a new one.
+    /// For the host: returns the last item under `parent` if it is a heading of that text,
+    /// otherwise a new heading.
     std::shared_ptr<OutputHeading> heading(OutputHeading& parent, const TnContent& text);
-    /// Takes a procedure without output out of the tree.
+    /// For the host: removes a procedure that has no output.
     void removeEmpty(const OutputHeading& procedure);
 
 private:

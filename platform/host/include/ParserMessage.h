@@ -4,8 +4,8 @@
 
 #include "HostExport.h"
 
-/// Messages that the host words: warnings that a procedure does not honour a setting, and texts by
-/// key from the host's string table.
+/// Messages in the host's wording: warnings that a procedure ignores a setting, and texts from the
+/// host's string table.
 class HOST_API ParserMessage
 {
 public:
@@ -13,10 +13,12 @@ public:
     ParserMessage(const ParserMessage&) = delete;
     ParserMessage& operator=(const ParserMessage&) = delete;
 
-    /// Warn that the weight, or the split, is ignored: a note, and a warning line in the output.
+    /// Warns that the weight is ignored: a note in the journal and a warning line in the output.
     void DisableWeight();
+    /// Warns in the same way that the split is ignored.
     void DisableSplit();
-    /// The text of a key in the host's language and encoding; the key itself where there is none.
-    /// Texts stand in `strings/<language>.json` of the installation, one object of keys and texts.
+    /// The text for a key in the host's language and encoding; the key itself if there is no text.
+    /// The texts are in `strings/<language>.json` of the installation, a JSON object of keys and
+    /// texts.
     std::string GetTranslatedText(const std::string& key) const;
 };

@@ -7,12 +7,12 @@
 
 class SDOMXMLIterator;
 
-/// An element of an XML document, read or under construction; at first one of no document. The
-/// elements of a document keep it alive, so that they may outlive the one it was opened with. One
-/// thread at a time for a document. Text is UTF-8.
+/// An element of an XML document that is read or built; at first it belongs to no document.
+/// Elements keep their document alive and may outlive the object that opened it. One thread at a
+/// time per document. Texts are UTF-8.
 ///
-/// Operations that find or make something give it through a pointer, and the caller deletes it;
-/// they return false, and set the pointer to null, where there is nothing.
+/// Operations that find or create something return it through a pointer, and the caller deletes it.
+/// If there is nothing, they return false and set the pointer to null.
 class HOST_API SDOMXMLWrapper
 {
 public:
@@ -21,25 +21,25 @@ public:
     SDOMXMLWrapper(const SDOMXMLWrapper&) = delete;
     SDOMXMLWrapper& operator=(const SDOMXMLWrapper&) = delete;
 
-    /// Becomes the root element of a file, in the host's spelling of its name. False, and an
-    /// element of no document, for a file that cannot be read or is no XML.
+    /// Becomes the root element of a file; `name` is in the host's spelling. If the file cannot be
+    /// read or parsed, returns false and belongs to no document.
     bool LoadFromFile(const std::string& name);
-    /// Becomes the root element, of this name, of a new document.
+    /// Becomes the root element of a new document with this root name.
     bool CreateNew(const std::string& rootName);
 
-    /// The first element by a path of names with slashes between: from this element if `fromHere`,
-    /// else from the root element.
+    /// Finds the first element by a path of names separated by slashes. The path starts at this
+    /// element if `fromHere` is true, otherwise at the root element.
     bool GetFirstElement(const std::string& path, SDOMXMLWrapper** element, bool fromHere) const;
-    /// All elements of a name that stand in this element, or else in the root element.
+    /// Finds all child elements of that name, of this element or otherwise of the root element.
     bool GetElementIterator(const std::string& name, SDOMXMLIterator** elements,
                             bool fromHere) const;
-    /// False for an attribute that is not there; `value` is then as it was.
+    /// Reads an attribute. If it is missing, returns false and leaves `value` unchanged.
     bool GetAttribute(const std::string& name, std::string& value) const;
-    /// Adds it, or gives it another value.
+    /// Sets an attribute and replaces an earlier value.
     bool SetAttribute(const std::string& name, const std::string& value);
-    /// Adds an element behind those in this one. The caller may ask for none by a null pointer.
+    /// Appends a child element. `element` may be null.
     bool CreateElement(const std::string& name, SDOMXMLWrapper** element);
-    /// Replaces `text` with the document, whichever of its elements this is; empty without one.
+    /// Replaces `text` by the whole document; empty without a document.
     void Xml2String(std::string& text) const;
 
 private:
@@ -50,8 +50,8 @@ private:
     std::unique_ptr<Impl> _impl;
 };
 
-/// Elements of one name that stand in another one, in order. They may change while it goes over
-/// them, but not go.
+/// Iterates over child elements of one name, in order. They may be changed during the iteration,
+/// but not removed.
 class HOST_API SDOMXMLIterator
 {
 public:
@@ -59,7 +59,8 @@ public:
     SDOMXMLIterator(const SDOMXMLIterator&) = delete;
     SDOMXMLIterator& operator=(const SDOMXMLIterator&) = delete;
 
-    /// The next element, which the caller deletes; false, and null, at the end.
+    /// Returns the next element, which the caller deletes. At the end returns false and sets the
+    /// pointer to null.
     bool Next(SDOMXMLWrapper** element);
 
 private:

@@ -3,9 +3,8 @@
 #include "CFField.h"
 #include "VexaFormat.h"
 
-/// The kind of column that holds the values of a format. To the host dates, times and timestamps
-/// are numbers like any other; only the format tells that they stand for a moment. Weekdays and
-/// months stay numbers. Any thread.
+/// The storage type for values of a format. The host stores dates, times and timestamps as numbers;
+/// only the format identifies them. Weekdays and months stay numbers. Any thread.
 inline CFField::StorageType storageOfFormat(const VEXA_Format& format)
 {
     switch (format.type) {

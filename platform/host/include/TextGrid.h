@@ -10,30 +10,30 @@
 
 #include "HostExport.h"
 
-/// A table as it is drawn with lines in a terminal: a header of labels, which may lie over several
-/// rows and columns, and rows of cells, which are asked for while they are drawn. Texts are UTF-8,
-/// with whatever characters; a line end begins another line in the same place, and a text that is
-/// too wide for it takes more of them, up to a few.
+/// A table drawn with lines in a terminal. It has a header of labels, which may span rows and
+/// columns, and rows of cells, which are requested while the table is drawn. Texts are UTF-8 and
+/// may contain any characters. A line end starts another line in the cell. A text that is too wide
+/// is wrapped to a few lines.
 struct TextGrid
 {
-    /// A cell that takes one column.
+    /// A cell of one column.
     struct Cell
     {
         std::string text;
-        std::string mark;      ///< stands behind the text and is never cut, as a footnote's
-                               ///< sign; as terminalText gives it
-        bool isNumber = false; ///< stands at the right, and is never cut
-        /// So many characters of a number stand from its decimal sign on, where the signs of a
-        /// column stand below each other. What has no such place stands at the right end.
+        std::string mark;      ///< follows the text and is never cut, for example a footnote's
+                               ///< marker; from terminalText
+        bool isNumber = false; ///< right-aligned and never cut
+        /// The number of characters from the decimal sign on. The signs in a column are aligned. A
+        /// number without it is right-aligned.
         std::optional<std::size_t> fraction = {};
     };
-    /// How wide a column may become, in characters of a terminal.
+    /// Limits for the width of a column, in terminal columns.
     struct Column
     {
         std::size_t minimum = 1;
-        std::size_t maximum = 40; ///< of its texts; numbers take what they need
+        std::size_t maximum = 40; ///< for texts; numbers take what they need
     };
-    /// A text that stands over several rows or columns; `row` and `column` are its first ones.
+    /// A text that spans rows or columns; `row` and `column` are the first ones.
     struct Label
     {
         std::string text;
@@ -45,22 +45,21 @@ struct TextGrid
     };
 
     std::vector<Column> columns;
-    /// So many columns, the first ones, tell the rows apart and are drawn again wherever the table
-    /// goes on beside the width.
+    /// The number of first columns that identify the rows. They are repeated where the table
+    /// continues below because of its width.
     std::size_t keyCount = 0;
     std::size_t headerRows = 0;
-    std::vector<Label> header; ///< cover all rows of the header, and none of it twice
+    std::vector<Label> header; ///< cover all header rows without overlap
     std::size_t rowCount = 0;
-    /// The cell of a row and a column. Every cell is asked for twice.
+    /// Returns the cell of a row and a column. Called twice for every cell.
     std::function<Cell(std::size_t row, std::size_t column)> cell;
-    /// Whether there is a line above a row; may be empty.
+    /// Whether to draw a line above a row; may be empty.
     std::function<bool(std::size_t row)> beginsGroup;
 };
 
-/// The fraction of a number with a decimal point, which may be empty; nothing for one in scientific
-/// notation.
+/// The fraction of a number with a decimal point, possibly 0; no result for scientific notation.
 HOST_API std::optional<std::size_t> plainFraction(std::string_view number);
 
-/// Draws a table. Columns that do not fit in the width go into further tables below it. Where a key
-/// and one column do not fit, lines are longer than the width: nothing is left out.
+/// Draws a table. Columns that do not fit into `width` are drawn as further tables below it. If the
+/// key columns and one column do not fit, lines are longer than the width; nothing is left out.
 HOST_API void drawTextGrid(const TextGrid& grid, std::size_t width, std::ostream& out);

@@ -6,8 +6,8 @@
 
 class TnCellText;
 
-/// Owns a text that TnCellText::Replicate has left with the host, by its number; -1 stands for
-/// none. The text goes with the handle.
+/// Owns a text that TnCellText::Replicate has stored in the host, by its number; -1 means none. The
+/// destructor deletes the text.
 class HOST_API TnHandle
 {
 public:
@@ -15,7 +15,7 @@ public:
     TnHandle(TnHandle&& other) noexcept : _number(std::exchange(other._number, kNone)) {}
     TnHandle& operator=(TnHandle&& other) noexcept;
     ~TnHandle();
-    /// The text; null if there is none. It lives as long as the handle.
+    /// The text, valid as long as the handle; null for none.
     const TnCellText* text() const;
 
 private:
@@ -23,8 +23,8 @@ private:
     long _number;
 };
 
-/// A footnote: its text, a marker of its own or none, and whether the marker is kept when notes are
-/// numbered anew.
+/// A footnote: its text, an optional marker, and whether the marker is kept when notes are
+/// renumbered.
 struct TnAnnotation
 {
     TnHandle text;

@@ -7,29 +7,29 @@
 #include "HostExport.h"
 #include "VexaFormat.h"
 
-/// What a text of the output says: the words, and what stands behind them.
+/// The content of a text of the output.
 struct TnContent
 {
-    std::string text;             ///< as it is shown, UTF-8
-    std::string key;              ///< names the text for programs that read output; may be empty
-    std::string helpId;           ///< the help topic on it; may be empty
-    std::optional<double> number; ///< the value, for a text that is a formatted number
+    std::string text;             ///< as shown, UTF-8
+    std::string key;              ///< identifies the text for programs; may be empty
+    std::string helpId;           ///< the help topic; may be empty
+    std::optional<double> number; ///< the value, if the text is a formatted number
     VEXA_Format format;           ///< of the number
 };
 
-/// A text for the host's output: a label, a cell, a note, a message. Whoever holds one by pointer
-/// deletes it.
+/// A text for the host's output: a label, cell, note or message. Owners of a pointer delete it.
 class HOST_API TnCellText
 {
 public:
     virtual ~TnCellText();
-    /// What it says now: a text that depends on the host's settings follows them.
+    /// The present content; a text that depends on the host's settings follows them.
     virtual TnContent content() const = 0;
+    /// Returns an independent copy.
     virtual std::unique_ptr<TnCellText> clone() const = 0;
-    /// The text as it is shown, UTF-8.
+    /// The text as shown, UTF-8.
     std::string text() const { return content().text; }
-    /// Leaves a copy with the host, and gives the number by which a TnHandle takes it over. Any
-    /// thread. A copy that no handle takes over stays for the life of the process.
+    /// Stores a copy in the host and returns its number for a TnHandle, which takes ownership. Any
+    /// thread. A copy without a handle remains until the process ends.
     long Replicate() const;
 
 protected:

@@ -11,8 +11,8 @@
 class ProcedureDataSource;
 struct OutputHeading;
 
-/// A heading of the output, under which other headings, tables, charts and views stand. The object
-/// is how to speak to it: the heading stays in the output when the object goes. One thread at a
+/// A heading of the output, which contains headings, tables, charts and views. The object writes to
+/// the heading; the heading remains in the output when the object is destroyed. One thread at a
 /// time.
 class HOST_API TnHeading
 {
@@ -21,14 +21,15 @@ public:
     TnHeading(const TnHeading&) = delete;
     TnHeading& operator=(const TnHeading&) = delete;
 
-    /// A heading under this one, at the end of what stands there; the caller deletes it. A heading
-    /// of the same text that is the last there already is that heading.
+    /// Appends a heading under this one, or reuses the last item if it is a heading of the same
+    /// text. The caller deletes the result.
     TnHeading* Heading(const TnCellText& text);
-    /// A table under this heading; the caller deletes it. `subtype` names the kind of the table for
-    /// programs that read the output; `supportsSplits`: whether it says which split group it is of.
+    /// Appends a table under this heading. The caller deletes the result. `subtype` identifies the
+    /// kind of table for programs that read the output. `supportsSplits`: the table states its
+    /// split group.
     TnPivotTable* PivotTable(const TnCellText& title, const TnCellText& subtype,
                              bool supportsSplits);
-    /// Host side: the heading in the output.
+    /// For the host: the heading in the output tree.
     const std::shared_ptr<OutputHeading>& node() const { return _node; }
 
 protected:
@@ -38,22 +39,26 @@ private:
     std::shared_ptr<OutputHeading> _node;
 };
 
-/// The procedure that output belongs to, and the root of its headings. Procedures may be made
-/// inside each other; the latest one alive is the current one of the process.
+/// A procedure, the root of the headings of its output. Procedures may be nested; the latest one
+/// that is alive is the current procedure of the process.
 class HOST_API TnProcedure : public TnHeading
 {
 public:
-    /// The data source is borrowed and must outlive the procedure; it may be null, which stands for
-    /// a source without columns.
+    /// The data source is borrowed and must outlive the procedure. Null means a source without
+    /// columns.
     explicit TnProcedure(std::string name, ProcedureDataSource* dataSource = nullptr);
     ~TnProcedure() override;
 
+    /// The name given to the constructor.
     const std::string& Name() const;
+    /// The borrowed data source, or an empty one.
     ProcedureDataSource& DataSource() const;
 
-    /// How the host shows numbers of cases, statistics and percentages.
+    /// The host's format for numbers of cases.
     static TnFormatSpec Count();
+    /// The host's format for statistics.
     static TnFormatSpec GeneralStat();
+    /// The host's format for percentages.
     static TnFormatSpec Percent();
 
 private:

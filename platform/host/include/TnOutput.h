@@ -9,12 +9,11 @@
 
 /// Where a line is shown.
 using TnErrorShow = int;
-/// How grave it is: 0 only in the log, 1 a comment, 2 a warning, 3 an error, 4 fatal, 5
-/// catastrophic.
+/// Severity: 0 only in the log, 1 comment, 2 warning, 3 error, 4 fatal, 5 catastrophic.
 using TnErrorLevel = int;
 inline constexpr TnErrorShow kShowInOutput = 2;
 inline constexpr TnErrorLevel kLevelWarning = 2;
 inline constexpr TnErrorLevel kLevelError = 3;
 
-/// Puts a line into the host's output: into the current procedure's, where it arises. Any thread.
+/// Writes a line to the host's output, at the present place in the current procedure. Any thread.
 HOST_API void TnError(const TnCellText& text, TnErrorShow show, TnErrorLevel level);

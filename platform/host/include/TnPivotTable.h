@@ -9,23 +9,23 @@
 struct PivotTableState;
 class TnDimension;
 
-/// A pivot table of the output, while it is being told. It stands in the output from its first
-/// call on; the object is how to speak to it, and may go before or after its dimensions do. One
-/// thread at a time.
+/// A pivot table of the output, while it is built. It appears in the output with its first call.
+/// The object writes to the table and may be destroyed before or after its dimensions. One thread
+/// at a time.
 ///
-/// A table has no numbers of rows and columns. A dimension, a group or a category that is declared
-/// again with equal text is the one that was declared before, and becomes open again; a cell lies
-/// where the open categories of all dimensions meet. Cells that are told before the last new
-/// dimension lie nowhere in it, and are lost.
+/// A table has no row or column numbers. A dimension, group or category that is declared again with
+/// equal text is the existing one and becomes open again. A cell belongs to the intersection of the
+/// open categories of all dimensions. Cells that are written before a new dimension is declared are
+/// lost.
 ///
-/// Equal text does not always mean the same thing: two values may have one label. Where each
-/// dimension is declared inside an open category of the ones before it, as a walk over all
-/// combinations does, the table tells them apart by the order of their declarations:
-///  - One declaration of a dimension or a group that names a text twice has two categories of that
-///    text. The next declaration names both again, in the same order.
-///  - A dimension with the name of another one, declared while the object of that one exists, is a
-///    dimension by itself.
-/// Where dimensions are declared side by side, before any category is open, text alone decides.
+/// Equal text may have different meanings: two values may have the same label. If each dimension is
+/// declared inside an open category of the dimensions before it, as in a walk over all
+/// combinations, the table distinguishes them by the order of their declarations:
+///  - If one declaration of a dimension or group contains a text twice, it has two categories of
+///  that
+///    text. The next declaration repeats both, in the same order.
+///  - A dimension with the name of another one, whose object still exists, is a separate dimension.
+/// If dimensions are declared side by side, before any category is open, only the text decides.
 ///
 ///     std::unique_ptr<TnPivotTable> table(heading.PivotTable(title, subtype, true));
 ///     const auto sort = TnPivotTable::Unsorted;
@@ -37,7 +37,7 @@ class TnDimension;
 class HOST_API TnPivotTable
 {
 public:
-    /// The order in which categories are shown, by their texts.
+    /// The display order of categories, by their texts.
     enum Sort : int
     {
         Ascending = 0,
@@ -48,17 +48,22 @@ public:
     TnPivotTable(const TnPivotTable&) = delete;
     TnPivotTable& operator=(const TnPivotTable&) = delete;
 
-    /// The table is shown without its title, which outlines still have.
+    /// Hides the title of the table; outlines still show it.
     void HideTitle();
-    /// A footnote of the title. Footnotes of equal text share one marker in a table.
+    /// Adds a footnote to the title. Footnotes with equal text share a marker in a table.
     void Note(const TnAnnotation& note);
+    /// Sets the caption.
     void Caption(const TnCellText& text);
+    /// Adds a footnote to the caption.
     void CaptionNote(const TnAnnotation& note);
+    /// Sets the text of the corner above the row labels.
     void CornerText(const TnCellText& text);
-    /// Widths in points.
+    /// Sets the maximum width of a data column in points.
     void MaxDataColumnWidth(int width);
+    /// Sets the minimum width of a data column in points.
     void MinDataColumnWidth(int width);
-    /// Declares a dimension, at first as the last of the rows; the caller deletes it.
+    /// Declares a dimension; a new one is the last row dimension until Position is called. The
+    /// caller deletes the result.
     TnDimension* Dimension(const TnCellText& name, Sort sort);
 
 private:
@@ -67,16 +72,18 @@ private:
     std::shared_ptr<PivotTableState> _state;
 };
 
-/// A category of a dimension: a plain value that speaks of one leaf of it.
+/// A category of a dimension: a value that refers to one leaf.
 class HOST_API TnCategory
 {
 public:
-    /// Takes the category out of sight; its cells are kept.
+    /// Hides the category; its cells are kept.
     void hide();
+    /// Adds a footnote to the label.
     void Note(const TnAnnotation& note);
-    /// Sets the cell where this category and the open categories of the other dimensions meet, and
-    /// gives it a footnote. Nothing happens while a dimension has no open category.
+    /// Sets the cell at the intersection of this category and the open categories of the other
+    /// dimensions. Does nothing while a dimension has no open category.
     void Cell(const TnCellText& text);
+    /// Adds a footnote to that cell, under the same condition.
     void CellNote(const TnAnnotation& note);
 
 private:
@@ -91,7 +98,7 @@ private:
 class HOST_API TnGroup
 {
 public:
-    /// The order in which categories are shown: of their texts, or as they came.
+    /// The display order of categories: by their texts or as declared.
     enum Sort : int
     {
         Ascending = 0,
@@ -102,10 +109,11 @@ public:
     TnGroup(const TnGroup&) = delete;
     TnGroup& operator=(const TnGroup&) = delete;
 
-    /// Declares a group inside this one; the caller deletes it. `show`: whether its label is shown.
+    /// Declares a group inside this one. The caller deletes the result. `show`: its label is shown.
     TnGroup* Group(const TnCellText& label, bool show, Sort sort);
     /// Declares and opens a category.
     TnCategory Category(const TnCellText& label);
+    /// Adds a footnote to the label.
     virtual void Note(const TnAnnotation& note);
 
 protected:
@@ -115,11 +123,11 @@ protected:
     int _node;
 };
 
-/// A dimension of a pivot table; the parent of its top categories.
+/// A dimension of a pivot table; the parent of its top-level categories.
 class HOST_API TnDimension : public TnGroup
 {
 public:
-    /// Where in the table a dimension stands.
+    /// The place of a dimension in the table.
     enum Place : int
     {
         Row = 0,
@@ -127,9 +135,10 @@ public:
         Layer = 2
     };
     ~TnDimension() override;
-    /// `position` counts from 1 among the dimensions of the same place, the outermost first.
+    /// Sets place and labels. `position` counts from 1 among the dimensions of the same place, the
+    /// outermost first.
     void Position(Place place, int position, bool hideName, bool hideChildren);
-    /// A footnote of the dimension's name.
+    /// Adds a footnote to the dimension's name.
     void Note(const TnAnnotation& note) override;
 
 private:

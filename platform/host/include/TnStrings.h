@@ -5,14 +5,15 @@
 
 #include "TnCellText.h"
 
-/// Text that is UTF-8 already.
+/// A UTF-8 text.
 class HOST_API TnUTF8String : public TnCellText
 {
 public:
-    /// `stringTableKey`: the text is a key, and the host's string table has the words.
+    /// `stringTableKey`: `text` is a key of the host's string table.
     explicit TnUTF8String(std::string text, bool stringTableKey = false);
-    /// A text with a key, which names it for programs that read the output, and a help topic.
+    /// A text with a key, which identifies it for programs that read the output, and a help topic.
     TnUTF8String(std::string key, std::string text, std::string helpId = {});
+    /// Does the same without a help topic.
     TnUTF8String(std::string key, const char* text);
     TnContent content() const override;
     std::unique_ptr<TnCellText> clone() const override;
@@ -24,10 +25,11 @@ private:
     bool _isTableKey = false;
 };
 
-/// Text in the host's encoding. `stringTableKey` as above.
+/// A text in the host's encoding.
 class HOST_API TnString : public TnCellText
 {
 public:
+    /// `stringTableKey`: `text` is a key of the host's string table.
     explicit TnString(std::string text, bool stringTableKey = false);
     TnContent content() const override;
     std::unique_ptr<TnCellText> clone() const override;
@@ -37,39 +39,42 @@ private:
     bool _isTableKey;
 };
 
-/// A text made of a format and parts, which are numbered from 1 in the order in which they were
-/// added; a sublist is one part. The format has two kinds of places:
+/// A text composed of a format and parts. Parts are numbered from 1 in the order of their addition;
+/// a sublist is one part. The format has two kinds of placeholders:
 ///
 ///     ^n                   the n-th part
 ///     [first:further:]n    the n-th part as a list: "first" for its first entry, "further" for
-///                          each entry after that; inside, %m in "first" and ^m in "further" stand
-///                          for the m-th column of the entry
+///     each
+///                          later entry. %m in "first" and ^m in "further" are the m-th column of
+///                          the entry
 ///
-/// Numbers are decimal. "first" ends at its first colon, "further" at the first ":]" with a number
-/// after it. What looks like a place and is none stands for itself, and so do the characters of
-/// parts. A part or column that is not there shows as nothing; a text as a list is one entry of one
-/// column; a list outside of brackets shows its columns with ", " between them.
+/// Numbers are decimal. "first" ends at its first colon, "further" at the first ":]" that is
+/// followed by a number. Invalid placeholders and placeholders inside parts are not replaced. A
+/// missing part or column is empty. A text used as a list is one entry with one column. A list
+/// outside brackets shows its columns separated by ", ".
 ///
-/// So with a split list of one entry (sex, f), "Split file [%1 = %2:,^1 = ^2:]1. ^2" and the
-/// message "done" give "Split file sex = f. done", and with a second entry (region, 1) "Split file
-/// sex = f,region = 1. done".
+/// Example: the format is "Split file [%1 = %2:,^1 = ^2:]1. ^2" and the message is "done". A split
+/// list with one entry (sex, f) gives "Split file sex = f. done". With a second entry (region, 1)
+/// it gives "Split file sex = f,region = 1. done".
 class HOST_API TnComposite : public TnCellText
 {
 public:
-    /// `stringTableKey` as above, for the format.
+    /// `stringTableKey`: `format` is a key of the host's string table.
     explicit TnComposite(std::string format, bool stringTableKey = false);
     TnComposite(const TnComposite&);
     TnComposite& operator=(const TnComposite&) = delete;
     ~TnComposite() override;
 
-    /// Begins a sublist; fills it with the split variables and values of the present split group of
-    /// the current procedure, which is the latest TnProcedure that is alive; ends it.
+    /// Starts a sublist.
     void Sublist();
+    /// Fills the open sublist with the split variables and values of the current procedure's
+    /// present split group.
     void SplitList();
+    /// Ends the sublist.
     void EndSublist();
-    /// Adds a part, or to an open sublist an entry of one column; a copy of the text is kept.
+    /// Adds a part or, in an open sublist, an entry with one column. Keeps a copy of the text.
     void Add(const TnCellText& text);
-    /// Ends the composition, and a sublist that is open: what comes after it is not taken.
+    /// Ends the composition and an open sublist; later additions are ignored.
     void Finish();
 
     TnContent content() const override;

@@ -8,7 +8,7 @@
 
 class VEXA_Variable;
 
-/// How a number is shown.
+/// The format of a number.
 class HOST_API TnFormatSpec
 {
 public:
@@ -19,15 +19,17 @@ private:
     VEXA_Format _format;
 };
 
-/// A number in a format. The system missing value shows as a dot.
+/// A number in a format.
 class HOST_API TnNumber : public TnCellText
 {
 public:
-    /// The system-missing number shows as the host shows it.
+    /// The system-missing value is shown as a dot.
     TnNumber(double value, TnFormatSpec format) : _value(value), _format(format) {}
     TnContent content() const override;
     std::unique_ptr<TnCellText> clone() const override;
+    /// The number.
     double value() const { return _value; }
+    /// Its format.
     const VEXA_Format& format() const { return _format.format(); }
 
 private:
@@ -35,17 +37,18 @@ private:
     TnFormatSpec _format;
 };
 
-/// A variable by its name or its label. The variable need not outlive the text.
+/// The name or label of a variable. The variable may be destroyed afterwards.
 class HOST_API TnVariable : public TnCellText
 {
 public:
-    /// What of a variable is shown.
+    /// Which text of the variable is shown.
     enum Show : int
     {
         ShowName = 0,
-        ShowLabel = 1,    ///< the name where there is no label
-        ShowPreferred = 2 ///< as the host is set: the label where there is one
+        ShowLabel = 1,    ///< the name if there is no label
+        ShowPreferred = 2 ///< the host's choice: the label if there is one
     };
+    /// Copies what it needs from the variable.
     TnVariable(const VEXA_Variable& variable, Show show);
     TnContent content() const override;
     std::unique_ptr<TnCellText> clone() const override;
@@ -54,18 +57,19 @@ private:
     TnContent _content;
 };
 
-/// A value of a variable: its label, or the value in the variable's format. Neither variable nor
-/// value need outlive the text. A string value has as many bytes as the variable is wide.
+/// A value of a variable: its label, or the value in the variable's format. Variable and value may
+/// be destroyed afterwards. A string value has as many bytes as the variable's width.
 class HOST_API TnDataValue : public TnCellText
 {
 public:
-    /// What of a value is shown.
+    /// Which text of the value is shown.
     enum Preference : int
     {
         PreferValue = 0,
-        PreferLabel = 1, ///< the value where there is no label
-        PreferHost = 2   ///< as the host is set: the label where there is one
+        PreferLabel = 1, ///< the value if there is no label
+        PreferHost = 2   ///< the host's choice: the label if there is one
     };
+    /// Copies what it needs from variable and value.
     TnDataValue(const VEXA_Variable& variable, const OBS* value, Preference preference);
     TnContent content() const override;
     std::unique_ptr<TnCellText> clone() const override;

@@ -9,64 +9,77 @@
 #include "HostExport.h"
 #include "VexaDataSource.h"
 
-/// Opens ahead what the first data file would have to wait for. A host that has a thread to spare
-/// calls it there while it does something else. Any thread, at any time; a failure shows when a
-/// file is opened.
+/// Prepares in advance what the first data file needs. A host may call it on a spare thread. Any
+/// thread, at any time. A failure is reported when a file is opened.
 HOST_API void PreloadCaseFiles();
 
-/// The forms of a data file.
+/// Formats of data files.
 enum class CaseFileKind
 {
-    ByName, ///< by the extension: .csv; .sav; .hvbf and .parquet
+    ByName, ///< by extension: .csv; .sav; .hvbf and .parquet
     Csv,
     Sav,
     Parquet
 };
 
-/// How a CSV file separates its fields, and whether its numbers are written as in 1.234,5.
+/// The field separator of a CSV file, and whether numbers are written as 1.234,5.
 struct CsvForm
 {
     char separator = ',';
     bool decimalComma = false;
 
+    /// Whether the file uses commas between fields and decimal points.
     bool isPlain() const { return separator == ',' && !decimalComma; }
 };
 
-/// Which data file is meant, and how it is to be taken.
+/// Describes a data file and how to read or write it.
 class HOST_API UserCaseFileSpec
 {
 public:
-    /// `name` is in the host's encoding and spelling. `asIs`: the name is taken as it stands, not
-    /// completed by ".sav" where it has no extension. `forOutput`: the file is to be written. False
-    /// for an empty name.
+    /// Sets the name, in the host's encoding and spelling. Without `asIs`, ".sav" is appended to a
+    /// name without extension. `forOutput`: the file is to be written. Returns false for an empty
+    /// name.
     bool Init(const std::string& name, bool asIs, bool forOutput);
 
-    /// What a plain Init leaves at its default: a form by the name, no password, a first record of
-    /// names, commas and UTF-8 in a CSV file, variables that declare missing what the file does.
-    /// Without these declarations a text that is not there is missing still.
+    /// Sets the format. The default is by name.
     void SetKind(CaseFileKind kind) { _kind = kind; }
+    /// Sets the password; none by default.
     void SetPassword(std::string password) { _password = std::move(password); }
+    /// Sets whether a CSV file begins with a line of names; true by default.
     void SetHeader(bool hasHeader) { _hasHeader = hasHeader; }
+    /// Sets the code page of a CSV file; UTF-8 by default.
     void SetCodePage(std::string codePage) { _codePage = std::move(codePage); }
+    /// Sets separator and decimal sign of a CSV file.
     void SetCsvForm(CsvForm form) { _csvForm = form; }
+    /// Sets whether variables declare the missing values that the file declares; true by default.
+    /// Otherwise a missing text is still read as missing.
     void SetDeclaresMissing(bool declaresMissing) { _declaresMissing = declaresMissing; }
-    /// Hears of values that a case cannot hold as they are, from whatever reads the cases without a
-    /// monitor of its own. Borrowed, and lives as long as the file.
+    /// Sets the monitor for values that a case cannot hold unchanged. It is used by readers without
+    /// their own monitor. Borrowed; must outlive the file.
     void SetMonitor(ErrorMonitor* monitor) { _monitor = monitor; }
-    /// Called now and then while the file is opened, which takes long for a large one. What it
-    /// throws ends that, and passes.
+    /// Sets a function that is called repeatedly while the file is opened, which is slow for a
+    /// large one. An exception of the function ends the opening and is passed on.
     void SetLook(std::function<void()> look) { _look = std::move(look); }
 
+    /// The name, completed as Init describes.
     const std::string& GetName() const { return _name; }
+    /// Whether the file is to be written.
     bool IsForOutput() const { return _forOutput; }
-    /// Never ByName: a name without a known extension is SAV.
+    /// The format; never ByName. A name without a known extension is SAV.
     CaseFileKind GetKind() const;
+    /// The password; empty for none.
     const std::string& GetPassword() const { return _password; }
+    /// Whether a CSV file begins with a line of names.
     bool HasHeader() const { return _hasHeader; }
+    /// The code page of a CSV file; empty for the default.
     const std::string& GetCodePage() const { return _codePage; }
+    /// Separator and decimal sign of a CSV file.
     const CsvForm& GetCsvForm() const { return _csvForm; }
+    /// Whether variables declare the missing values of the file.
     bool DeclaresMissing() const { return _declaresMissing; }
+    /// The borrowed monitor, or null.
     ErrorMonitor* GetMonitor() const { return _monitor; }
+    /// Calls the function of SetLook, if it is set.
     void Look() const
     {
         if (_look)
@@ -86,29 +99,28 @@ private:
     std::function<void()> _look;
 };
 
-/// A data file that is open for reading. Its cases are streamed: memory does not grow with the
-/// file.
+/// A data file that is open for reading. Cases are streamed, so memory does not grow with the file.
 class HOST_API UserInputCaseFile
 {
 public:
-    /// Opens the file and reads its dictionary; of a CSV file, and of one that another program
-    /// made, the whole content, to know types and widths. `procedure`, if not null, gets the file
-    /// as its dataset for as long as this object lives. Throws ErrorText.
+    /// Opens the file and reads its dictionary. Reads the whole content of a CSV file, or of a file
+    /// from another program, to determine types and widths. A non-null `procedure` uses the file as
+    /// its dataset as long as this object lives. Throws ErrorText.
     UserInputCaseFile(const UserCaseFileSpec& spec, ProcedureDataSource* procedure);
     ~UserInputCaseFile();
     UserInputCaseFile(const UserInputCaseFile&) = delete;
     UserInputCaseFile& operator=(const UserInputCaseFile&) = delete;
 
-    /// Lives as long as this object. Null if no file was named.
+    /// The dataset, valid as long as this object. Null if the name is empty.
     const VEXA_DataSource* DataSource() const;
-    /// How many cases there are.
+    /// The number of cases.
     long long CaseCount() const;
-    /// What the file itself says of a column, as a field of a job, in UTF-8: whole numbers,
-    /// measures and roles that a variable has no word for. Lives as long as this object.
+    /// The description of a column in the file itself, as a field of a job, in UTF-8: integers,
+    /// measures and roles that a variable cannot express. Valid as long as this object.
     const CFField& Field(int column) const;
-    /// The lines of the file's documents, in the host's encoding, and the encoding that it was
-    /// written in.
+    /// The lines of the file's documents, in the host's encoding.
     const std::vector<std::string>& Documents() const;
+    /// The encoding that the file was written in.
     const std::string& Encoding() const;
 
 private:
@@ -116,37 +128,43 @@ private:
     std::unique_ptr<Impl> _impl;
 };
 
-/// A dataset that is being made, case by case. The order: variables, weight, split and documents,
+/// A dataset that is written case by case. Required order: variables, weight, split and documents,
 /// CommitDictionary, cases, Close. Operations out of order, and failures, throw ErrorText.
 class HOST_API IndependentDataStore : public VEXA_DataSource
 {
 public:
-    /// Adds a copy of the variable. The result stays the store's, and may be changed until the
-    /// dictionary is committed.
+    /// Adds a copy of the variable. The store owns the result, which may be changed until
+    /// CommitDictionary.
     virtual VEXA_Variable* MakeVariable(const VEXA_Variable& variable) = 0;
+    /// Sets the weight variable by its 0-based column.
     virtual void SetWeightVar(int column) = 0;
+    /// Sets the split variables by their 0-based columns.
     virtual void SetSplitVars(const std::vector<int>& columns) = 0;
+    /// Sets the lines of the documents, in the host's encoding.
     virtual void SetDocuments(const std::vector<std::string>& lines) = 0;
+    /// Ends the dictionary; cases may be added afterwards.
     virtual void CommitDictionary() = 0;
-    /// How many units a case takes.
+    /// The number of units of a case.
     virtual int GetObsAreaSize() const = 0;
+    /// Appends a copy of the case.
     virtual void AddCase(const VEXA_Case& newCase) = 0;
-    /// Writes what is not yet written, and gives the file its name.
+    /// Writes the remaining data and gives the file its final name.
     virtual void Close() = 0;
 };
 
-/// A data file that is open for writing. It appears under its name when its store is closed; a file
-/// that is never closed leaves nothing.
+/// A data file that is open for writing. It gets its final name when its store is closed. A file
+/// that is not closed is removed.
 class HOST_API UserOutputCaseFile
 {
 public:
-    /// Nothing is open for a spec that names no file or is not for output. Throws ErrorText.
+    /// Opens the file. Opens nothing if the name is empty or the spec is not for output. Throws
+    /// ErrorText.
     explicit UserOutputCaseFile(const UserCaseFileSpec& spec);
     ~UserOutputCaseFile();
     UserOutputCaseFile(const UserOutputCaseFile&) = delete;
     UserOutputCaseFile& operator=(const UserOutputCaseFile&) = delete;
 
-    /// Lives as long as this object. Null if no file for output was named.
+    /// The store, valid as long as this object. Null if nothing is open.
     IndependentDataStore* DataSource() const;
 
 private:

@@ -7,53 +7,55 @@
 
 class IndependentDataStore;
 
-/// The number that stands for a missing value of a numeric variable.
+/// The system-missing value of a numeric variable.
 inline constexpr double kSystemMissing = -1.7976931348623157e308;
 
-/// Walks over the cases of a data source, forward and once. Values last until the next NextCase.
-/// Columns are those of the source, from 0; a column that is not there, or of the other kind, is
-/// the caller's fault. One thread at a time.
+/// Reads the cases of a data source, forward and once. Values are valid until the next NextCase.
+/// Columns are those of the source, from 0. A column that does not exist or has the other type is
+/// the caller's error. One thread at a time.
 class HOST_API VEXA_InputCaseIterator
 {
 public:
     virtual ~VEXA_InputCaseIterator();
-    /// Moves on, at first to the first case; 0 at the end, else 1. Throws ErrorText if the data
-    /// cannot be read.
+    /// Moves to the next case, at first to the first one. Returns 1, or 0 at the end. Throws
+    /// ErrorText if the data cannot be read.
     virtual int NextCase() = 0;
     /// The value of a numeric variable.
     virtual double GetNumericValue(int column) const = 0;
-    /// The value of a string variable: as many bytes as the variable is wide, filled up with
-    /// blanks, no terminator.
+    /// The value of a string variable: as many bytes as the variable's width, padded with blanks,
+    /// without terminator.
     virtual const char* GetStringValue(int column) const = 0;
-    /// The value of any variable, as it stands in the case.
+    /// The value of any variable, in the units of the case.
     virtual const OBS* GetObsPointer(int column) const = 0;
-    /// The number of the present case, from 1.
+    /// The number of the current case, from 1.
     virtual long long GetCaseCount() const = 0;
 };
 
-/// The cases of a procedure, which reads a split file group by group: at the first case of another
-/// group SplitGroupEnd says so, and the case stays until StartNextGroup.
+/// The cases of a procedure. A split file is read group by group: at the first case of the next
+/// group SplitGroupEnd returns true, and the case remains current until StartNextGroup.
 class HOST_API ProcDSIterator : public VEXA_InputCaseIterator
 {
 public:
-    /// Whether the present case is the first one of the group after the one that is being read.
+    /// Whether the current case belongs to the next group.
     virtual bool SplitGroupEnd() const = 0;
-    /// Takes the present case as the first one of the group that is read from here on.
+    /// Makes the current case the first one of the group to read.
     virtual void StartNextGroup() = 0;
 };
 
-/// A case under composition, in a buffer that the caller owns and keeps alive. The values stand in
-/// the order of the store's variables, each in as many units as its width takes.
+/// A case that is being composed in a buffer of the caller. The values are in the order of the
+/// store's variables, each in as many units as its width takes.
 class HOST_API VEXA_Case
 {
 public:
-    /// The dictionary of the store must be committed. Both are borrowed.
+    /// Requires a committed dictionary. Store and buffer are borrowed.
     VEXA_Case(const IndependentDataStore* store, OBS* buffer);
 
-    /// Of a numeric variable; kSystemMissing stands for none.
+    /// Sets the value of a numeric variable; kSystemMissing for a missing one.
     void SetNumericValue(int column, double value);
-    /// `width` bytes; filled up with blanks, or cut to whole characters that fit the variable.
+    /// Sets the value of a string variable from `width` bytes. Pads it with blanks, or cuts it
+    /// after the last complete character that fits.
     void SetStringValue(int column, const char* text, int width);
+    /// The value of a variable in the buffer.
     const OBS* GetObsPointer(int column) const { return _buffer + _offsets[at(column)]; }
 
 private:

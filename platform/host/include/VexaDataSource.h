@@ -9,36 +9,38 @@
 #include "VexaCases.h"
 #include "VexaVariable.h"
 
-/// Columns of cases, as the host's data library shows them: a dictionary and the cases. One thread
-/// at a time; several iterators may be open at once.
+/// A data source of the host's data library: a dictionary and cases. One thread at a time; several
+/// iterators may be open at once.
 class HOST_API VEXA_DataSource
 {
 public:
     virtual ~VEXA_DataSource();
-    /// Columns are numbered from 0.
+    /// The number of columns. Columns are numbered from 0.
     virtual int ColumnCount() const = 0;
-    /// Throws ErrorText for a column that is not there.
+    /// The variable of a column. Valid as long as the source. Throws ErrorText for a column that
+    /// does not exist.
     virtual const VEXA_Variable& GetVariable(int column) const = 0;
     /// 0-based column of the weight variable; -1 for none.
     virtual int GetWeightVarIndex() const = 0;
-    /// The split variables: how many, and the 0-based column of the i-th; -1 past the end.
+    /// The number of split variables.
     virtual int GetNSplitVars() const = 0;
+    /// The 0-based column of the split variable at `position`; -1 past the end.
     virtual int GetSplitVarIndex(int position) const = 0;
-    /// The column of a name in the host's encoding, letter case apart, from `firstColumn` on; -1 if
-    /// there is none.
+    /// The first column from `firstColumn` on with this name, ignoring letter case; -1 if there is
+    /// no such column. The name is in the host's encoding.
     int FindVarIndex(const std::string& name, int firstColumn) const;
-    /// An iterator before the first case; the caller deletes it. What goes wrong with single values
-    /// is told to the monitor; null stands for the source's own, or nobody. The source must outlive
-    /// the iterator. Throws ErrorText.
+    /// Creates an iterator before the first case. The caller deletes it; the source must outlive
+    /// it. `monitor` is told about problems with single values; null means the source's own
+    /// monitor, if it has one. Throws ErrorText.
     virtual VEXA_InputCaseIterator* MakeIterator(ErrorMonitor* monitor) const = 0;
-    /// The same over some columns, which are numbered by their place in the list. Sources that can
-    /// read less than all override it.
+    /// Does the same for some columns, which are numbered by their index in the list. Sources that
+    /// can read a part of their columns override it.
     virtual VEXA_InputCaseIterator* MakeProjectedIterator(const std::vector<int>& columns,
                                                           ErrorMonitor* monitor) const;
 };
 
-/// The data source of a procedure: the dataset that it is called for, or columns that are told one
-/// by one. One thread at a time.
+/// The data source of a procedure: a dataset, or columns that the host describes. One thread at a
+/// time.
 class HOST_API ProcedureDataSource : public VEXA_DataSource
 {
 public:
@@ -48,39 +50,48 @@ public:
     ProcedureDataSource& operator=(const ProcedureDataSource&) = delete;
 
     int ColumnCount() const override;
+    /// Returns a numeric variable without a name for a column that does not exist.
     const VEXA_Variable& GetVariable(int column) const override;
     int GetWeightVarIndex() const override;
     int GetNSplitVars() const override;
     int GetSplitVarIndex(int position) const override;
-    /// A ProcDSIterator. Without a dataset there are no cases.
+    /// Returns a ProcDSIterator. Without a dataset there are no cases.
     VEXA_InputCaseIterator* MakeIterator(ErrorMonitor* monitor) const override;
-    /// Not a ProcDSIterator: who chooses columns reads all cases in one piece.
+    /// Does not return a ProcDSIterator: all cases are read without groups.
     VEXA_InputCaseIterator* MakeProjectedIterator(const std::vector<int>& columns,
                                                   ErrorMonitor* monitor) const override;
 
-    /// Level and type of a column: Unknown and 0 outside the columns. A type is 0 for a numeric
-    /// variable and the width in bytes for a string variable.
+    /// The measurement level of a column; Unknown for a column that does not exist.
     MeasurementLevel GetMeasurementLevel(int column) const;
+    /// The type of a column: 0 for a numeric variable, the width in bytes for a string variable. 0
+    /// for a column that does not exist.
     int GetColumnType(int column) const;
+    /// Sets the measurement level. Ignores a column that does not exist.
     void SetMeasurementLevel(int column, MeasurementLevel level);
 
-    /// Whether reading stops at the end of each split group.
+    /// Sets whether reading stops at the end of each split group; true by default.
     void SetSplitEndCheck(bool check);
+    /// Whether reading stops at the end of each split group.
     bool SplitEndCheck() const;
 
-    /// Host side: the dataset, which is borrowed and must outlive the procedure. It gives columns,
-    /// weight, split and cases; null takes them away.
+    /// For the host: sets the dataset, which provides columns, weight, split and cases. Borrowed;
+    /// must outlive the procedure. Null removes it.
     void SetDataset(const VEXA_DataSource* dataset);
-    /// Host side: describes the source. Names are in the host's encoding. SetColumns makes all
-    /// columns numeric and of unknown level; SetColumnTypes gives their types, in order.
+    /// For the host: removes the dataset and describes numeric columns of unknown level. Names are
+    /// in the host's encoding.
     void SetColumns(std::vector<std::string> names);
+    /// For the host: sets the types of the described columns, in order.
     void SetColumnTypes(const std::vector<int>& types);
+    /// For the host: sets the 0-based column of the weight variable; -1 for none.
     void SetWeightVarIndex(int column);
+    /// For the host: sets the 0-based columns of the split variables.
     void SetSplitVars(std::vector<int> columns);
-    /// Host side: values of the split variables in the present group, in their order and in the
-    /// host's encoding, for labels of output lines.
+    /// For the host: sets the values of the split variables in the present group, in order and in
+    /// the host's encoding. Labels of output lines use them.
     void SetSplitValues(std::vector<std::string> values);
+    /// The names of all columns, in the host's encoding.
     std::vector<std::string> ColumnNames() const;
+    /// The values of SetSplitValues, or of the group that is read.
     const std::vector<std::string>& SplitValues() const;
 
 private:
@@ -88,6 +99,6 @@ private:
     std::unique_ptr<Impl> _impl;
 };
 
-/// Gives variables of unknown measurement level a level from what is known of them: a string
-/// variable becomes nominal, a numeric one scale.
+/// Sets the level of all variables of unknown measurement level: nominal for a string variable,
+/// scale for a numeric one.
 HOST_API void AdjustMeasurementLevels(ProcedureDataSource& source);

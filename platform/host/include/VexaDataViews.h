@@ -7,18 +7,18 @@
 #include "HostExport.h"
 #include "VexaDataSource.h"
 
-/// Some columns of a data source, in an order of their own. The source is borrowed.
+/// Some columns of a data source, in any order. The source is borrowed.
 class HOST_API VEXA_CProjection : public VEXA_DataSource
 {
 public:
-    /// Throws ErrorText for a column that the source lacks.
+    /// Throws ErrorText for a column that the source does not have.
     VEXA_CProjection(const VEXA_DataSource& source, std::vector<int> columns);
 
     int ColumnCount() const override { return static_cast<int>(_columns.size()); }
     const VEXA_Variable& GetVariable(int column) const override;
-    /// -1 if the weight variable is not among the columns; split variables that are not are left
-    /// out.
+    /// -1 if the weight variable is not among the columns.
     int GetWeightVarIndex() const override;
+    /// Counts only split variables that are among the columns.
     int GetNSplitVars() const override;
     int GetSplitVarIndex(int position) const override;
     VEXA_InputCaseIterator* MakeIterator(ErrorMonitor* monitor) const override;
@@ -32,14 +32,14 @@ private:
     std::vector<int> _columns;
 };
 
-/// A data source with all its texts in UTF-8, dictionary and cases, for one whose texts are in a
-/// code page. String variables get as wide as their values may become. The source is borrowed, and
-/// so is the monitor, which hears of each value that is no text of the code page and got
-/// substitutes; null for nobody.
+/// Converts all texts of a data source, dictionary and cases, from a code page to UTF-8. String
+/// variables become as wide as their values may need. The source is borrowed, and also the monitor,
+/// which is told about each value with bytes that are invalid in the code page; they become
+/// substitutes. A null monitor means no reports.
 class HOST_API UTF8DataSource : public VEXA_DataSource
 {
 public:
-    /// Throws ErrorText for a code page that is not known.
+    /// Throws ErrorText for an unknown code page.
     UTF8DataSource(const VEXA_DataSource& source, const std::string& codePage,
                    ErrorMonitor* monitor);
     ~UTF8DataSource() override;
@@ -58,15 +58,14 @@ private:
     std::unique_ptr<Impl> _impl;
 };
 
-/// A copy of the cases of a data source, made at the first iteration and gone with the object: for
-/// a source whose cases take work to read, when they are read more than once. The source is
+/// A temporary copy of the cases of a data source, for repeated reading of a source whose cases are
+/// slow to read. The first iteration creates the copy, and the destructor removes it. The source is
 /// borrowed.
 class HOST_API TempFileDataStore : public VEXA_DataSource
 {
 public:
-    /// With sort keys, columns of the source with the coarsest first, the copy is in their
-    /// ascending order: a missing number before all others, texts by their bytes, and cases that
-    /// are equal in them as they were.
+    /// `sortKeys` are columns of the source, the most significant first. The copy is sorted by them
+    /// in ascending order: missing numbers first, texts by their bytes. The sort is stable.
     explicit TempFileDataStore(const VEXA_DataSource& source, std::vector<int> sortKeys = {});
     ~TempFileDataStore() override;
     TempFileDataStore(const TempFileDataStore&) = delete;

@@ -2,8 +2,7 @@
 
 #include <cstdint>
 
-/// A host format: how wide, of which kind and with how many decimals a value is shown. The type
-/// codes are those of VEXA_FormatType.
+/// A host format: width in columns, type (a code of VEXA_FormatType) and number of decimals.
 struct VEXA_Format
 {
     std::uint16_t width = 8;
@@ -17,8 +16,8 @@ inline bool operator==(const VEXA_Format& left, const VEXA_Format& right)
     return left.width == right.width && left.type == right.type && left.decimals == right.decimals;
 }
 
-/// The format types by which the host tells what kind of value a variable holds. A date, a time and
-/// a timestamp are seconds: of dates and timestamps since the host's first day, 1582-10-14.
+/// Format types. They determine the kind of value of a variable. Dates, times and timestamps are
+/// seconds; dates and timestamps count from the host's first day, 1582-10-14.
 enum VEXA_FormatType : std::uint8_t
 {
     kFormatString = 1,
@@ -46,7 +45,8 @@ enum VEXA_FormatType : std::uint8_t
     kFormatDateTimeYearFirst = 86
 };
 
-/// Whether a format is one of texts; their width in bytes, or twice that for hexadecimal digits.
+/// Whether the format shows texts. Its width is then in bytes, or twice that for hexadecimal
+/// digits.
 inline bool isTextFormat(const VEXA_Format& format)
 {
     return format.type == kFormatString || format.type == kFormatHexString;

@@ -4,7 +4,7 @@
 
 #include "HostExport.h"
 
-/// There is no Java virtual machine, or it does not start.
+/// No Java virtual machine was found, or it cannot be started.
 class HOST_API VexaJVMError : public std::runtime_error
 {
 public:

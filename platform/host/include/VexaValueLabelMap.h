@@ -7,27 +7,33 @@
 #include "HostExport.h"
 #include "Obs.h"
 
-/// The labels of a variable's values, in ascending order of the values. Copies share what they hold
-/// until one of them is changed, and each has its own place in the iteration.
+/// The labels of a variable's values, sorted by value. Copies share the labels until one of them
+/// changes; each has its own iteration.
 class HOST_API VEXA_ValueLabelMap
 {
 public:
-    /// `width` as in VEXA_Variable::GetType: 0 for numbers, else bytes of text.
+    /// `width` is 0 for numbers, otherwise the number of bytes of a text, as in
+    /// VEXA_Variable::GetType.
     explicit VEXA_ValueLabelMap(int width = 0);
 
-    /// Sets the label of a value, in the host's encoding; a value that has one gets the new one.
+    /// Sets the label of a number, in the host's encoding, and replaces an earlier one.
     void SetLabel(double value, std::string label);
+    /// Sets the label of a text. Trailing blanks of the text are ignored.
     void SetLabel(const std::string& text, std::string label);
 
+    /// Whether there are no labels.
     bool empty() const { return _data->entries.empty(); }
+    /// The number of labels.
     std::size_t size() const { return _data->entries.size(); }
-    /// Null if the value has no label. Trailing blanks of a text do not count.
+    /// The label of a number; null if it has none. Valid until this map changes.
     const char* GetLabel(double value) const;
+    /// The label of a text; null if it has none. Trailing blanks of the text are ignored.
     const char* GetLabel(const std::string& text) const;
 
-    /// Starts the iteration over; the next pair, or false at the end. What the two point to lasts
-    /// as long as this map is not changed.
+    /// Restarts the iteration.
     void Reset() { _next = 0; }
+    /// Returns the next value and label. Returns false at the end. The pointers are valid until
+    /// this map changes.
     bool GetNextPair(const OBS*& value, const char*& label);
 
 private:
@@ -37,8 +43,7 @@ private:
         std::vector<OBS> value;
         std::string label;
     };
-    /// What copies of a map share until one of them changes; the entries are in order of their
-    /// values.
+    /// Shared by copies until one changes. The entries are sorted by value.
     struct Data
     {
         int width = 0;

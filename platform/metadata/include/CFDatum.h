@@ -6,8 +6,8 @@
 
 #include "MetadataExport.h"
 
-/// One value of a field as its data model tells it: nothing, an integer, a real number or a text in
-/// UTF-8. Dates and times are real numbers on the scale of the host.
+/// A value of a field in a data model: null, an integer, a real number or a UTF-8 text. Dates and
+/// times are real numbers on the host's scale.
 ///
 ///     CFDatum(0.1).ToString(-1)   // "0.1"
 ///     CFDatum(0.1).ToString(3)    // "0.100"
@@ -18,33 +18,39 @@ public:
     CFDatum() = default;
     explicit CFDatum(int value) : _value(std::int64_t{value}) {}
     explicit CFDatum(std::int64_t value) : _value(value) {}
-    /// Not-a-number says that there is no value: it makes the null datum. Infinities are values.
+    /// NaN becomes the null datum. Infinities are values.
     explicit CFDatum(double value);
     explicit CFDatum(std::string value) : _value(std::move(value)) {}
-    /// A null pointer makes the null datum.
+    /// A null pointer becomes the null datum.
     explicit CFDatum(const char* value);
 
+    /// Whether there is no value.
     bool IsNull() const { return std::holds_alternative<std::monostate>(_value); }
+    /// Whether the value is an integer.
     bool IsInteger() const { return std::holds_alternative<std::int64_t>(_value); }
+    /// Whether the value is a real number.
     bool IsReal() const { return std::holds_alternative<double>(_value); }
+    /// Whether the value is a text.
     bool IsString() const { return std::holds_alternative<std::string>(_value); }
 
-    /// Each getter wants a datum of its own kind and throws std::bad_variant_access for another.
+    /// The integer. Throws std::bad_variant_access for a datum of another kind.
     std::int64_t GetInteger() const { return std::get<std::int64_t>(_value); }
+    /// The real number. Throws std::bad_variant_access for a datum of another kind.
     double GetReal() const { return std::get<double>(_value); }
+    /// The text. Throws std::bad_variant_access for a datum of another kind.
     const std::string& GetString() const { return std::get<std::string>(_value); }
 
-    /// The datum as text, whatever the locale. For a real number, -1 (or any other negative number)
-    /// gives the shortest text that reads back as the very same number, as in "0.1", "1e+300",
-    /// "-inf"; a number from 0 on gives that many decimals, and nothing beyond 1074, where no
-    /// double has digits left. The other kinds do not look at `decimals`; null is the empty text.
+    /// Formats the datum, independent of the locale. For a real number, negative `decimals` give
+    /// the shortest text with the same value, for example "0.1", "1e+300" or "-inf". Otherwise the
+    /// number has that many decimals, at most 1074, which is enough for every double. Other kinds
+    /// ignore `decimals`. Null gives an empty text.
     std::string ToString(int decimals) const;
 
-    /// Below, at or above 0 as this datum sorts before, with or after the other: null, then numbers
-    /// by their exact value, be they integer or real, then texts by their bytes.
+    /// Returns a number below, at or above 0 if this datum sorts before, with or after `other`.
+    /// Order: null, then numbers by exact value, integer or real, then texts by their bytes.
     int Compare(const CFDatum& other) const;
 
-    /// The same kind and the same value.
+    /// True for the same kind and value.
     friend bool operator==(const CFDatum&, const CFDatum&) = default;
 
 private:

@@ -2,23 +2,23 @@
 
 #include "MetadataExport.h"
 
-/// What the metadata library asks of its host.
+/// Functions that the metadata library calls in its host.
 class METADATA_API CFHostingCallback
 {
 public:
     virtual ~CFHostingCallback() = default;
-    /// The host's locale, as in "en_US".
+    /// The host's locale, for example "en_US".
     virtual const char* locale() const = 0;
 };
 
-/// The library's entry: initialize once a process, before anything else.
+/// Initialises the library. Call initialize once per process, before anything else.
 class METADATA_API CFEntry
 {
 public:
-    /// The callback is borrowed and must live as long as the process.
+    /// Sets the callback. It is borrowed and must live until the process ends.
     static void initialize(CFHostingCallback* callback);
-    /// Null before initialize.
+    /// The callback; null before initialize.
     static CFHostingCallback* callback();
-    /// How often initialize was called.
+    /// The number of calls of initialize.
     static int initializations();
 };

@@ -12,13 +12,13 @@
 #include "CFValue.h"
 #include "MetadataExport.h"
 
-/// One field of a data model: a name, how its values are stored and read, and what is known of
-/// them. A value type; a copy goes its own way. All text is UTF-8.
+/// One field of a data model: name, type, storage, role, values and formats. A value type; copies
+/// are independent. All texts are UTF-8.
 class METADATA_API CFField
 {
 public:
-    /// Callers cast numbers into the enumerations, so any value may come; one that is not listed
-    /// has no word.
+    /// Measurement level. Callers cast numbers to the enumerations, so any value may occur; an
+    /// unknown one has no word.
     enum FieldType : int
     {
         Continuous = 0,
@@ -28,7 +28,7 @@ public:
         Discrete = 4,
         Typeless = 5
     };
-    /// What the values are, as they are stored.
+    /// Storage of the values.
     enum StorageType : int
     {
         Unknown = 0,
@@ -39,7 +39,7 @@ public:
         Time = 5,
         Timestamp = 6
     };
-    /// What an analysis takes the field for.
+    /// Use of the field in an analysis.
     enum RoleType : int
     {
         Input = 0,
@@ -52,43 +52,58 @@ public:
         None = 7
     };
 
+    /// A field without label, values and formats.
     CFField(std::string name, FieldType type, StorageType storage, RoleType role = Input);
 
+    /// The name.
     const std::string& GetName() const { return _name; }
+    /// The measurement level.
     FieldType GetType() const { return _type; }
+    /// The storage of the values.
     StorageType GetStorage() const { return _storage; }
+    /// The role.
     RoleType GetRole() const { return _role; }
+    /// Sets the name.
     void SetName(std::string name) { _name = std::move(name); }
+    /// Sets the measurement level.
     void SetType(FieldType type) { _type = type; }
-    /// Leaves the lists of values as they are, whose data may then be of another kind.
+    /// Sets the storage. The lists of values are unchanged, so their data may be of another kind.
     void SetStorage(StorageType storage) { _storage = storage; }
+    /// Sets the role.
     void SetRole(RoleType role) { _role = role; }
 
-    /// Empty for a field without a label.
+    /// The label; empty for none.
     const std::string& GetLabel() const { return _label; }
+    /// Sets the label.
     void SetLabel(std::string label) { _label = std::move(label); }
 
-    /// The distinct values, in the order of the categories; empty if they are not known.
+    /// The distinct values, in the order of the categories; empty if unknown.
     const std::vector<CFValue>& GetValues() const { return _values; }
+    /// Sets the distinct values.
     void SetValues(std::vector<CFValue> values) { _values = std::move(values); }
-    /// The values that have labels, whether they occur or not.
+    /// The values with labels, even if they do not occur.
     const std::vector<CFValue>& GetValueLabels() const { return _valueLabels; }
+    /// Sets the values with labels.
     void SetValueLabels(std::vector<CFValue> labels) { _valueLabels = std::move(labels); }
-    /// Not valid if nothing is declared.
+    /// The missing values; invalid if none are declared.
     const CFMissingValues& GetMissingValues() const { return _missingValues; }
+    /// Sets the missing values.
     void SetMissingValues(CFMissingValues missing) { _missingValues = std::move(missing); }
 
-    /// The host's print format; null if there is none. A copy is kept.
+    /// The host's print format; null for none.
     const CFFormat* GetPrivateFormat() const { return _format ? &*_format : nullptr; }
+    /// Sets the host's print format.
     void SetPrivateFormat(const CFFormat& format) { _format = format; }
-    /// The geospatial properties; null if the field has none.
+    /// The geospatial properties; null for none.
     const CFGeo* GetGeo() const { return _geo ? &*_geo : nullptr; }
+    /// Sets the geospatial properties.
     void SetGeo(CFGeo geo) { _geo = std::move(geo); }
-    /// The field whose values this one stands for in codes; null if it stands for itself.
+    /// The field whose values this field contains as codes; null for none.
     const CFField* GetBaseField() const { return _baseField.get(); }
+    /// Sets the field whose values this field contains as codes.
     void SetBaseField(CFField base);
 
-    /// Whether all of it is the same.
+    /// True if all properties are equal.
     bool operator==(const CFField& other) const;
 
 private:
@@ -102,12 +117,13 @@ private:
     CFMissingValues _missingValues;
     std::optional<CFFormat> _format;
     std::optional<CFGeo> _geo;
-    /// Never changes, so that copies may share it.
+    /// Never changes, so copies share it.
     std::shared_ptr<const CFField> _baseField;
 };
 
-/// The words of the data model document and the engine; null for a value without a word, which
-/// `Unknown` is as well.
+/// The word of the data model and the engine for a measurement level; null if there is none.
 METADATA_API const char* WordOf(CFField::FieldType type);
+/// The word for a storage; null if there is none, as for Unknown.
 METADATA_API const char* WordOf(CFField::StorageType storage);
+/// The word for a role; null if there is none.
 METADATA_API const char* WordOf(CFField::RoleType role);

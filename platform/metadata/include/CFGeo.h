@@ -5,11 +5,12 @@
 
 #include "MetadataExport.h"
 
-/// What makes a field geospatial: the kind of its shapes and the coordinate system they stand in.
+/// Geospatial properties of a field: the kind of its shapes and their coordinate system. A value
+/// type.
 class METADATA_API CFGeo
 {
 public:
-    /// What the shapes of a geospatial field are made of.
+    /// Kinds of shapes.
     enum Type : int
     {
         Point = 0,
@@ -20,7 +21,7 @@ public:
         MultiPolygon = 5
     };
 
-    /// Two opposite corners of the rectangle that holds all shapes, in the units of the system.
+    /// Two opposite corners of the rectangle that contains all shapes, in the units of the system.
     struct Envelope
     {
         double leftUpperX = 0;
@@ -31,21 +32,28 @@ public:
         friend bool operator==(const Envelope&, const Envelope&) = default;
     };
 
-    /// `coordinates` is how many numbers make a point, 0 if that is not known.
+    /// `coordinates` is the count of numbers per point; 0 if unknown.
     explicit CFGeo(Type type, int coordinates = 0) : _type(type), _coordinates(coordinates) {}
 
-    /// The coordinate system: its well-known id, -1 for none, its name, whether it is projected,
-    /// and its well-known text, empty for none.
+    /// Sets the coordinate system: its well-known id (-1 for none), its name, whether it is
+    /// projected, and its well-known text (empty for none).
     void SetCoordinateSystem(int wkid, std::string csname, bool isProjected, std::string wkt);
-    /// An envelope with a corner that is not a number is none.
+    /// Sets the envelope. NaN in a corner removes it.
     void SetEnvelope(const Envelope& envelope);
 
+    /// The kind of the shapes.
     Type GetType() const { return _type; }
+    /// The count of numbers per point; 0 if unknown.
     int GetCoordinates() const { return _coordinates; }
+    /// The well-known id of the coordinate system; -1 for none.
     int GetWkid() const { return _wkid; }
+    /// The name of the coordinate system; empty for none.
     const std::string& GetCsname() const { return _csname; }
+    /// Whether the coordinate system is projected.
     bool IsProjected() const { return _isProjected; }
+    /// The well-known text of the coordinate system; empty for none.
     const std::string& GetWkt() const { return _wkt; }
+    /// The envelope, if it is set.
     const std::optional<Envelope>& GetEnvelope() const { return _envelope; }
 
     friend bool operator==(const CFGeo&, const CFGeo&) = default;
@@ -60,5 +68,5 @@ private:
     std::optional<Envelope> _envelope;
 };
 
-/// The word of the data model document and the engine; null for a value outside the enumeration.
+/// The word of the data model and the engine; null for a value outside the enumeration.
 METADATA_API const char* WordOf(CFGeo::Type type);

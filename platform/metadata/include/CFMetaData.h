@@ -10,7 +10,7 @@
 #include "CFUpperFunc.h"
 #include "MetadataExport.h"
 
-/// A data model document that cannot be read; says what is wrong and in which line.
+/// A data model document cannot be read. The text gives the problem and the line.
 class METADATA_API CFMetaDataError : public std::runtime_error
 {
 public:
@@ -18,8 +18,8 @@ public:
 };
 
 /// The fields of a data set, in order; names are unique. Its XML form is the data model document,
-/// docs/data-model.md. A value type; a copy goes its own way, and any number of threads may read
-/// one object.
+/// described in docs/data-model.md. A value type: copies are independent, and any number of threads
+/// may read one object.
 ///
 ///     CFMetaData model;
 ///     model.AppendField(CFField("age", CFField::Continuous, CFField::Integer));
@@ -29,24 +29,27 @@ public:
 class METADATA_API CFMetaData
 {
 public:
+    /// A data model without fields.
     CFMetaData() = default;
-    /// Reads a document, whole or not at all. Throws CFMetaDataError. The function is borrowed for
-    /// as long as the object or a copy of it looks fields up.
+    /// Reads a document completely or throws CFMetaDataError. With `upper`, look-up by name ignores
+    /// letter case; it is borrowed by the object and its copies.
     explicit CFMetaData(const std::string& xml, const CFUpperFunc* upper = nullptr);
 
-    /// Throws CFMetaDataError for a name that is taken.
+    /// Appends a copy of the field. Throws CFMetaDataError if the name exists.
     void AppendField(const CFField& field);
-    /// Puts a field of the same name in the place of one; std::out_of_range past the end and
+    /// Replaces a field by one of the same name. Throws std::out_of_range for an invalid index and
     /// CFMetaDataError for another name.
     void ReplaceField(std::size_t index, const CFField& field);
+    /// The number of fields.
     std::size_t FieldCount() const { return _fields.size(); }
-    /// Null past the end, or if there is no such field. Valid until the next change.
+    /// The field at an index; null if the index is invalid. Valid until the next change.
     const CFField* GetField(std::size_t index) const;
+    /// The field of that name; null if there is no such field. Valid until the next change.
     const CFField* GetField(const std::string& name) const;
-    /// -1 if there is no such field. With an upper-casing function the case of letters is ignored
-    /// where no name is the very same; of several such fields the first one counts.
+    /// The index of a field; -1 if there is no such field. An exact match is preferred. Otherwise,
+    /// with an upper-case function, the first field that differs only in letter case is returned.
     int GetFieldIndex(const std::string& name) const;
-    /// Replaces `xml` with the document, which CFMetaData reads back to the same fields.
+    /// Replaces `xml` by the document. Reading it gives the same fields.
     void ExportXMLDoc(std::string& xml) const;
 
 private:

@@ -7,14 +7,14 @@
 #include "CFValue.h"
 #include "MetadataExport.h"
 
-/// Which values of a field its user declares missing: a range, single values, or both.
+/// The declared missing values of a field: a range, single values, or both. A value type.
 class METADATA_API CFMissingValues
 {
 public:
-    /// Nothing is declared.
+    /// No declaration.
     CFMissingValues() = default;
-    /// A declaration, be it of no value. `nullMissing` says that a null counts as missing, and
-    /// `whiteSpMissing` that a text of nothing but white space does.
+    /// A declaration, possibly without values. `nullMissing`: null counts as missing.
+    /// `whiteSpMissing`: a text of white space counts as missing.
     CFMissingValues(CFRange range, std::vector<CFValue> values, bool nullMissing,
                     bool whiteSpMissing)
         : _range(std::move(range)), _values(std::move(values)), _valid(true),
@@ -24,9 +24,13 @@ public:
 
     /// Whether there is a declaration.
     bool IsValid() const { return _valid; }
+    /// The range; empty for none.
     const CFRange& GetRange() const { return _range; }
+    /// The single values.
     const std::vector<CFValue>& GetValues() const { return _values; }
+    /// Whether null counts as missing.
     bool IsNullMissing() const { return _nullMissing; }
+    /// Whether a text of white space counts as missing.
     bool IsWhiteSpMissing() const { return _whiteSpMissing; }
 
     friend bool operator==(const CFMissingValues&, const CFMissingValues&) = default;

@@ -4,12 +4,13 @@
 
 #include "MetadataExport.h"
 
-/// Upper-casing for the look-up of fields without regard to letter case: two names whose forms are
-/// the same count as one. The host's rules of letters are the host's to supply.
+/// Upper-case conversion for the look-up of fields that ignores letter case. Names with equal forms
+/// count as equal. The host supplies the rules.
 class METADATA_API CFUpperFunc
 {
 public:
     virtual ~CFUpperFunc() = default;
-    /// Both texts are UTF-8. May be called from any thread that looks a field up.
+    /// Returns the upper-case form. Both texts are UTF-8. Called on any thread that looks up a
+    /// field.
     virtual std::string ToUpper(const std::string& name) const = 0;
 };

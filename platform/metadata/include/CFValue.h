@@ -7,11 +7,11 @@
 #include "CFDatum.h"
 #include "MetadataExport.h"
 
-/// A value that a field may have, with its label: an entry of the lists of a CFField.
+/// A value of a field with its label: an entry of the lists in CFField. A value type.
 class METADATA_API CFValue
 {
 public:
-    /// What a list says of its value.
+    /// Properties of a value.
     enum Property : int
     {
         Valid = 0,
@@ -19,24 +19,29 @@ public:
         Missing = 2
     };
 
+    /// A null datum without label.
     CFValue() = default;
-    /// `property` is one of Property, or a number that its owner gives a meaning to, as is `order`,
-    /// a place among the values of the field. Both are carried, and mean nothing to the lists.
+    /// `property` is one of Property or another number that the owner defines. `order` is a
+    /// position among the values of the field. Both are stored but not interpreted.
     explicit CFValue(CFDatum datum, std::string label = {}, int property = Valid, int order = 0)
         : _datum(std::move(datum)), _label(std::move(label)), _property(property), _order(order)
     {
     }
 
+    /// The value.
     const CFDatum& GetDatum() const { return _datum; }
-    /// Empty for a value without a label.
+    /// The label; empty for none.
     const std::string& GetLabel() const { return _label; }
+    /// Sets the label.
     void SetLabel(std::string label) { _label = std::move(label); }
+    /// The property given to the constructor.
     int GetProperty() const { return _property; }
+    /// The order given to the constructor.
     int GetOrder() const { return _order; }
-    /// The datum as text: what CFDatum::ToString gives for -1.
+    /// The datum as the shortest text: CFDatum::ToString(-1).
     std::string GetText() const { return _datum.ToString(-1); }
 
-    /// The place of the first value in the list whose datum compares equal; -1 if there is none.
+    /// The index of the first value in the list whose datum compares equal; -1 if there is none.
     static int GetIndex(const CFDatum& datum, const std::vector<CFValue>& values);
 
     friend bool operator==(const CFValue&, const CFValue&) = default;

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Marks what the metadata library exports.
+/// Exports a class or function from the metadata library.
 #define METADATA_API __attribute__((visibility("default")))
