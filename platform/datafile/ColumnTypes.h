@@ -8,23 +8,23 @@
 
 namespace datafile {
 
-/// The type of a column that holds a field of this storage, in SQL.
+/// The SQL type of a column for fields of this storage.
 const char* sqlTypeOf(CFField::StorageType storage);
-/// The word for messages, as in "Integer".
+/// The name of the type in messages, for example "Integer".
 const char* typeWordOf(CFField::StorageType storage);
 
 duckdb_type columnTypeOf(CFField::StorageType storage);
 
-/// The storage that holds values of a database column, whatever its type.
+/// The storage for values of a database column of this type.
 CFField::StorageType storageOfColumn(duckdb_type type);
-/// `column`, a quoted name, as SQL of the type that its storage stands for.
+/// Converts `column`, a quoted name, to the SQL type of its storage.
 std::string canonicalColumn(const std::string& column, duckdb_type type);
 
-/// SQL of a column on the scale on which data models tell its values: a date in days, a timestamp
-/// in seconds, both since 1970-01-01, a time in seconds.
+/// Converts a column to the scale of data models: a date in days and a timestamp in seconds since
+/// 1970-01-01, a time in seconds.
 std::string onModelScale(const std::string& column, CFField::StorageType storage);
 
-/// Numbers are measured, everything else is named.
+/// Continuous for numbers, nominal for all others.
 CFField::FieldType defaultMeasure(CFField::StorageType storage);
 
 } // namespace datafile

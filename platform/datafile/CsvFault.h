@@ -6,24 +6,23 @@
 
 namespace datafile {
 
-/// What the database says of a CSV file that it cannot read, in words of ours.
+/// Converts the database's messages about unreadable CSV files to our own wording.
 
-/// Whether the text has the part.
+/// Whether `text` contains `part`.
 bool contains(std::string_view text, std::string_view part);
 
-/// What stands between two marks; nullopt if the first one is not there. An `end` that is not there
-/// stands for the end of the text.
+/// The text between two marks; nullopt if `begin` is missing. If `end` is missing, the rest of the
+/// text.
 std::optional<std::string> between(const std::string& text, std::string_view begin,
                                    std::string_view end);
 
 /// The first line of a database message, without the name of its class.
 std::string headline(const std::string& databaseMessage);
 
-/// The number of the line that a message about a CSV record speaks of; of any other message
-/// nothing.
+/// The line number in a message about a CSV record; nullopt for another message.
 std::optional<std::string> csvLine(const std::string& databaseMessage);
 
-/// What is wrong with that record.
+/// The reason in a message about a CSV record.
 std::string csvReason(const std::string& databaseMessage);
 
 } // namespace datafile

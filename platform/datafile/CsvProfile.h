@@ -13,43 +13,43 @@
 
 namespace datafile {
 
-/// What a CSV file looks like from its records: names, and for each column the narrowest kind that
-/// holds all its values. Records with the wrong number of fields do not change names or kinds.
+/// Determines names and column types of a CSV file from its records. The type of a column is the
+/// narrowest that holds all its values. Records with a wrong number of fields are ignored.
 class CsvProfile
 {
 public:
-    /// Reads the first record: the names, or what numbers the fields. `expected`, if not empty,
-    /// fixes the types of the columns from outside. Throws Fault that names the file.
+    /// Reads the first record: the names, or the number of fields. A non-empty `expected` fixes the
+    /// types of the columns. Throws Fault with the name of the file.
     CsvProfile(std::string path, bool hasHeader, std::vector<CFField::StorageType> expected = {});
 
     const std::vector<std::string>& names() const { return _names; }
     /// A column without any value is a String.
     CFField::StorageType storageOf(std::size_t column) const;
 
-    /// From here on the texts are measured and looked at closely too; at best before anything is
-    /// read.
+    /// Also checks and measures texts from now on. Call it before anything is read.
     void measure();
-    /// The longest text of a column in bytes, and whether a record has none there.
+    /// The longest text of a column in bytes.
     std::size_t longest(std::size_t column) const { return _longest[column]; }
+    /// Whether a record has no text in the column.
     bool hasGap(std::size_t column) const { return _gaps[column]; }
-    /// The first record, if any, that breaks the rules of a CSV file: its quotes, its line end, its
-    /// number of fields and, if the texts are measured, its encoding.
+    /// The first record that violates the CSV rules: quotes, line ends, number of fields and, if
+    /// texts are measured, encoding.
     const std::optional<CsvFlaw>& flaw() const { return _flaw; }
 
-    /// Reads on until the records seen reach a number or the end of the file; false if `goOn`,
-    /// asked now and then, stops it.
+    /// Reads until that many records are read or the file ends. Returns false if `goOn`, which is
+    /// asked repeatedly, stops it.
     bool read(std::uint64_t records, const std::function<bool()>& goOn = {});
-    /// From here on the database reads the same records and refuses what is no number, date or
-    /// time, so only what it would take and change is looked for: that is much less work.
+    /// From now on the database reads the same records and refuses invalid numbers, dates and
+    /// times. Only values that it would accept and change are searched, which is much faster.
     void trust() { _trusting = true; }
     bool trusting() const { return _trusting; }
-    /// Begins again and trusts nobody.
+    /// Starts again from the first record, without trust().
     bool readAnew(std::uint64_t records, const std::function<bool()>& goOn);
     /// Whether the whole file has been read.
     bool complete() const { return _complete; }
     std::uint64_t records() const { return _records; }
 
-    /// A value that the database would change to make it fit, such as 1.5 in an Integer.
+    /// A value that the database would change to fit, for example 1.5 in an Integer column.
     struct Misfit
     {
         std::uint64_t line = 0;
@@ -86,9 +86,9 @@ private:
 
 Fault faultOf(const CsvFlaw& flaw, const std::string& path);
 
-/// The first flaw of a file's first `records` records, encoding included. Host and engine both
-/// refuse a file by this answer, so that they name the same place. `goOn` as for read(): nothing is
-/// found once it says no. Throws Fault.
+/// The first flaw in the first `records` records of a file, including its encoding. Host and engine
+/// both refuse a file by this result, so that they name the same place. If `goOn` returns false, no
+/// flaw is returned. Throws Fault.
 std::optional<CsvFlaw> firstCsvFlaw(const std::string& path, bool hasHeader, std::uint64_t records,
                                     const std::function<bool()>& goOn);
 

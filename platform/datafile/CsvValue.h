@@ -7,12 +7,12 @@
 
 namespace datafile {
 
-/// What a CSV field can be read as without losing anything. Each kind but Text is narrower than the
-/// database's own conversion, which rounds 1.5 to an integer and cuts the time off a timestamp.
+/// The types that a CSV field can be read as without loss. Each type except Text is narrower than
+/// the database's conversion, which rounds 1.5 to an integer and drops the time of a timestamp.
 enum class CsvKind
 {
-    Missing, ///< nothing between the commas
-    Integer, ///< no leading zeros: those belong to a code, not to a number
+    Missing, ///< no characters
+    Integer, ///< no leading zeros, which are part of a code
     Real,
     Date,      ///< yyyy-MM-dd
     Time,      ///< HH:mm, seconds and up to six decimals
@@ -22,8 +22,8 @@ enum class CsvKind
 
 CsvKind kindOf(const CsvField& field);
 
-/// Whether the database reads the field in a column of this kind without changing it, or refuses
-/// it. Cheap, and says no where it is not sure.
+/// Whether the database, in a column of this type, reads the field unchanged or refuses it. Fast,
+/// and false if uncertain.
 inline bool isSafeAs(CsvKind kind, const CsvField& field)
 {
     const std::string_view text = field.text;
@@ -36,9 +36,9 @@ inline bool isSafeAs(CsvKind kind, const CsvField& field)
         return text.front() > '0' && text.size() <= kDigitsThatFit &&
                std::all_of(text.begin(), text.end(),
                            [](char character) { return character >= '0' && character <= '9'; });
-    case CsvKind::Real: // but for the leading zeros of a code
+    case CsvKind::Real: // not the leading zeros of a code
         return text.front() > '0' && text.front() <= '9';
-    case CsvKind::Date: // but for the time of a timestamp
+    case CsvKind::Date: // not the time of a timestamp
         return text.size() == kDateLength;
     case CsvKind::Time:
     case CsvKind::Timestamp:
@@ -49,7 +49,7 @@ inline bool isSafeAs(CsvKind kind, const CsvField& field)
     }
 }
 
-/// The kind of a column that holds both: an integer is a real too, a date a timestamp.
+/// The narrowest type that holds both: a real holds integers, a timestamp dates.
 CsvKind widened(CsvKind left, CsvKind right);
 
 } // namespace datafile

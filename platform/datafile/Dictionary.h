@@ -10,24 +10,24 @@
 
 namespace datafile {
 
-/// The key of a SAV file's metadata under which its dictionary stands.
+/// The metadata key of a SAV file's dictionary.
 inline constexpr const char* kDictionaryKey = "hvinteg.dictionary";
 
-/// A value in a dictionary: a number on the scale of its column (a date in days and a timestamp in
-/// seconds since 1970-01-01, a time in seconds), or a text.
+/// A value in a dictionary: a text, or a number on the scale of its column (a date in days and a
+/// timestamp in seconds since 1970-01-01, a time in seconds).
 using DictionaryValue = std::variant<double, std::string>;
 
-/// How a value is shown: the host's format code, the width, the decimals.
+/// Display format: the host's format code, width and decimals.
 struct DictionaryFormat
 {
-    std::uint8_t type = 0; ///< 0: none is known
+    std::uint8_t type = 0; ///< 0: unknown
     std::uint16_t width = 0;
     std::uint8_t decimals = 0;
 
     friend bool operator==(const DictionaryFormat&, const DictionaryFormat&) = default;
 };
 
-/// How a variable is measured; Unknown where the file does not say.
+/// Measurement level; Unknown if the file has none.
 enum class DictionaryLevel
 {
     Unknown,
@@ -36,7 +36,7 @@ enum class DictionaryLevel
     Scale
 };
 
-/// What analyses take a variable for where the user does not choose.
+/// The default role of a variable in analyses.
 enum class DictionaryRole
 {
     Input,
@@ -47,8 +47,8 @@ enum class DictionaryRole
     RecordId
 };
 
-/// Values that stand for a missing one: up to three, or a range with at most one more. An end that
-/// is absent means that the range is open there.
+/// Missing values: up to three values, or a range and at most one value. A missing limit means no
+/// limit.
 struct DictionaryMissing
 {
     std::vector<DictionaryValue> values;
@@ -61,16 +61,16 @@ struct DictionaryMissing
     friend bool operator==(const DictionaryMissing&, const DictionaryMissing&) = default;
 };
 
-/// All that the dictionary says of one variable. Values stand as the column holds them: dates on
-/// the file's scale, not on a host's. Texts are UTF-8.
+/// Description of one variable. Values are on the scale of the column, not of a host. Texts are
+/// UTF-8.
 struct DictionaryVariable
 {
     std::string name;
     std::string label;
     bool isText = false;
-    int width = 0; ///< bytes of a text in the dictionary's encoding; 0 where nobody has counted
+    int width = 0; ///< bytes of a text in the dictionary's encoding; 0 if unknown
     DictionaryLevel level = DictionaryLevel::Unknown;
-    std::string measure; ///< the word of field metadata where it says more than the level
+    std::string measure; ///< the word in field metadata, if it is more precise than the level
     DictionaryRole role = DictionaryRole::Input;
     DictionaryFormat print;
     DictionaryFormat write;
@@ -80,11 +80,11 @@ struct DictionaryVariable
     friend bool operator==(const DictionaryVariable&, const DictionaryVariable&) = default;
 };
 
-/// What a SAV file says about its columns. All texts are UTF-8; docs/sav.md describes the form.
+/// The content of a SAV file's dictionary. All texts are UTF-8. docs/sav.md describes the format.
 struct Dictionary
 {
-    std::string encoding = "UTF-8"; ///< of the host that wrote the file: its widths count in it
-    std::string weight;             ///< a variable's name; empty for none
+    std::string encoding = "UTF-8"; ///< of the writing host; widths are in this encoding
+    std::string weight;             ///< name of a variable; empty for none
     std::vector<std::string> split;
     std::vector<std::string> documents;
     std::vector<DictionaryVariable> variables;
@@ -92,11 +92,11 @@ struct Dictionary
     friend bool operator==(const Dictionary&, const Dictionary&) = default;
 };
 
-/// The text of a dictionary.
+/// Converts a dictionary to text.
 std::string dictionaryText(const Dictionary& dictionary);
 
-/// Reads such a text. What it does not know it passes over; what it needs must be there and of the
-/// right kind, and names must differ, letter case apart. Throws Fault that names `origin`.
+/// Parses such a text. Ignores unknown members. Required members must exist with the correct type,
+/// and names must differ by more than letter case. Throws Fault with `origin`.
 Dictionary dictionaryOf(const std::string& text, const std::string& origin);
 
 } // namespace datafile

@@ -9,24 +9,24 @@
 #include <utility>
 #include <vector>
 
-/// Owners for the handles of the database's C interface.
+/// Owners of the handles of the database's C interface.
 namespace datafile::duck {
 
-/// A statement that the database refused or that failed while it ran; the text is the database's.
+/// A statement was refused or failed. The text is the database's.
 class QueryError : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
-    /// Whether the statement ended because it was interrupted.
+    /// Whether the statement was interrupted.
     bool interrupted() const;
 };
 
-/// A new instance in memory, which fetches nothing from outside: what is needed is linked in.
-/// `options` are settings of the whole instance, name and value, which cost a statement each once
-/// it is open. The caller closes it. Throws QueryError.
+/// Opens an instance in memory. It loads nothing from outside, because all it needs is linked in.
+/// `options` are settings of the instance; each costs a statement after opening. The caller closes
+/// the instance. Throws QueryError.
 duckdb_database openInMemory(const std::vector<std::pair<std::string, std::string>>& options = {});
 
-/// The whole result of a statement, held in memory: for small results.
+/// The complete result of a statement in memory, for small results.
 class Result
 {
 public:
@@ -39,10 +39,10 @@ public:
     std::size_t rows() { return duckdb_row_count(&_result); }
     /// The value as text; empty for a missing value.
     std::string text(std::size_t column, std::size_t row);
-    /// The text with all its bytes, be there zero characters among them.
+    /// The text as bytes, zero bytes included.
     std::string bytes(std::size_t column, std::size_t row);
     std::int64_t integer(std::size_t column, std::size_t row);
-    /// Nothing for a missing value, or one that is infinite or not a number.
+    /// nullopt for a missing value, an infinity and NaN.
     std::optional<double> real(std::size_t column, std::size_t row);
     duckdb_result& handle() { return _result; }
 
@@ -50,7 +50,8 @@ private:
     duckdb_result _result{};
 };
 
-/// A connection; one thread at a time, except for interrupt and progress, which the monitor calls.
+/// A connection. One thread at a time; only interrupt and progress may be called from another
+/// thread, by the monitor.
 class Connection
 {
 public:
@@ -61,8 +62,8 @@ public:
 
     /// Runs one statement. Throws QueryError.
     Result query(const std::string& sql);
-    /// Ends a statement whose rows were not all fetched. Its result is gone by then; left alone, it
-    /// would keep what it holds, and lose it if the connection ended first.
+    /// Ends a statement whose rows were not all fetched, after its result is destroyed. Otherwise
+    /// the statement keeps its resources, and loses them if the connection ends first.
     void endStatement() noexcept;
     duckdb_connection handle() const { return _connection; }
 
@@ -70,7 +71,7 @@ private:
     duckdb_connection _connection = nullptr;
 };
 
-/// A statement that is bound but does not run until it is asked to.
+/// A bound statement that has not been executed.
 class Prepared
 {
 public:
@@ -80,9 +81,9 @@ public:
     Prepared& operator=(Prepared&&) = delete;
     ~Prepared() { duckdb_destroy_prepare(&_statement); }
 
-    /// Names and types of the columns that the statement gives.
+    /// Names and types of the statement's columns.
     std::vector<std::pair<std::string, duckdb_type>> columns() const;
-    /// Starts the statement; its rows are made as they are fetched. Throws QueryError.
+    /// Starts the statement. Rows are produced as they are fetched. Throws QueryError.
     Result stream();
 
 private:

@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-/// What functions that the database calls back have in common.
+/// Helpers for functions that the database calls.
 namespace datafile::duck {
 
 /// A type of the database, for one scope.
@@ -22,7 +22,7 @@ private:
     duckdb_logical_type _type;
 };
 
-/// Marks a place as missing. A vector has no room for such marks before the first one.
+/// Marks a row as missing. The vector allocates such marks on first use.
 inline void setMissing(duckdb_vector vector, std::size_t row)
 {
     duckdb_vector_ensure_validity_writable(vector);

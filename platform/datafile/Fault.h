@@ -5,8 +5,8 @@
 
 namespace datafile {
 
-/// What is wrong, for a person to read: the text is one sentence that names the thing, the detail
-/// is for the log. The ids stand in FaultIds.h.
+/// An error for users: the text is one sentence that names the thing; the detail is for the log.
+/// FaultIds.h has the ids.
 class Fault : public std::runtime_error
 {
 public:
@@ -23,7 +23,7 @@ private:
     std::string _detail;
 };
 
-/// How a message begins that is about a file: with the step that wants it, if there is one.
+/// The beginning of a message about a file, with the step that uses it, if there is one.
 inline std::string placeOf(const std::string& step, const std::string& path)
 {
     return (step.empty() ? "" : step + ": ") + path + ": ";

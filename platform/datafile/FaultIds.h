@@ -1,20 +1,20 @@
 #pragma once
 
-/// The ids of what goes wrong with files. The engine's other ids follow the same pattern; an id
-/// never changes its meaning, and the number of a withdrawn one is not used again.
+/// The ids of file errors. The engine's other ids follow the same pattern. An id never changes its
+/// meaning, and a withdrawn number is not reused.
 namespace datafile::faults {
 
 inline constexpr const char* kFileMissing = "HVEIO0001E";       ///< no such file
-inline constexpr const char* kFileIsFolder = "HVEIO0002E";      ///< a folder for a file
+inline constexpr const char* kFileIsFolder = "HVEIO0002E";      ///< a folder, not a file
 inline constexpr const char* kFileUnreadable = "HVEIO0003E";    ///< the file cannot be read
 inline constexpr const char* kFileEmpty = "HVEIO0004E";         ///< the file is empty
-inline constexpr const char* kNotOfItsKind = "HVEIO0005E";      ///< not of its kind, or cut short
-inline constexpr const char* kBadRecord = "HVEIO0006E";         ///< a record that cannot be read
-inline constexpr const char* kTooManyBadRecords = "HVEIO0007E"; ///< more than the threshold
-inline constexpr const char* kRecordsSkipped = "HVEIO0008W";  ///< bad records within the threshold
-inline constexpr const char* kPasswordMissing = "HVEIO0009E"; ///< sealed, and no password
-inline constexpr const char* kWrongPassword = "HVEIO0010E";   ///< sealed with another password
-inline constexpr const char* kDataModel = "HVEIO0011E";       ///< a data model document is wrong
+inline constexpr const char* kNotOfItsKind = "HVEIO0005E";      ///< wrong file type, or truncated
+inline constexpr const char* kBadRecord = "HVEIO0006E";         ///< a record cannot be read
+inline constexpr const char* kTooManyBadRecords = "HVEIO0007E"; ///< above the threshold
+inline constexpr const char* kRecordsSkipped = "HVEIO0008W";    ///< bad records up to the threshold
+inline constexpr const char* kPasswordMissing = "HVEIO0009E";   ///< sealed, and no password
+inline constexpr const char* kWrongPassword = "HVEIO0010E";     ///< sealed with another password
+inline constexpr const char* kDataModel = "HVEIO0011E";         ///< invalid data model document
 inline constexpr const char* kDataModelMismatch =
     "HVEIO0012E";                                            ///< the data model is another file's
 inline constexpr const char* kFolderMissing = "HVEIO0015E";  ///< no folder for the output

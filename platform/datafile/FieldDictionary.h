@@ -5,16 +5,16 @@
 
 namespace datafile {
 
-/// The fields of a job as a dictionary: what a SAV file says of them. Widths are left open. Of
-/// missing values it takes as many as a dictionary holds, the range and the first ones.
+/// Converts the fields of a job to a dictionary, without widths. Of missing values it takes the
+/// range and the first single ones, as many as a dictionary allows.
 Dictionary dictionaryOfFields(const Fields& fields);
 
-/// Whether a dictionary holds all missing values of a field.
+/// Whether a dictionary can hold all missing values of a field.
 bool holdsMissingValues(const CFField& field);
 
-/// What the dictionary says of the fields whose names stand in it: measure, role, labels, missing
-/// values and print format. Storages stay; what is said of a text does not hold for a number, nor
-/// the other way round.
+/// Applies a dictionary to the fields of the same names: measure, role, labels, missing values and
+/// print format. Storages are unchanged. Descriptions of texts are not applied to numbers, nor the
+/// reverse.
 void adoptDictionary(Fields& fields, const Dictionary& dictionary);
 
 } // namespace datafile

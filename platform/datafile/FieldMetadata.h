@@ -6,22 +6,22 @@
 
 namespace datafile {
 
-/// A field with the measure that its storage suggests, an input of an analysis.
+/// An input field with the default measure of its storage.
 CFField plainField(const std::string& name, CFField::StorageType storage);
 
-/// Gives a field another storage. What is known of its values stays where they remain comparable,
-/// as integer and real numbers do; else only measure, role and label stay.
+/// Changes the storage of a field. If the values remain comparable (integer and real), their
+/// descriptions stay; otherwise only measure, role and label stay.
 void changeStorage(CFField& field, CFField::StorageType storage);
 
-/// Whether a 64 bit integer is the same number.
+/// Whether the number is an integer within 64 bits.
 bool isWhole(double number);
 
-/// A number as fields of the storage have it: an integer where they are integers, else real, if
-/// no digit is lost by it. Anything else stays as it is.
+/// Converts a number to the form of the storage: an integer for Integer, otherwise a real, if no
+/// digit is lost. Other data are unchanged.
 CFDatum numberAs(const CFDatum& datum, CFField::StorageType storage);
 
-/// The part of a data model that suits the fields: all but the storage of each field whose name
-/// stands in `model` with values of the same kind. Texts weigh nothing, whatever the model says.
+/// Applies the suitable part of a data model: everything except the storage of each field whose
+/// name is in `model` with values of the same kind. Texts never become weights.
 void adoptMetadata(Fields& fields, const Fields& model);
 
 } // namespace datafile

@@ -31,15 +31,15 @@ public:
 
     explicit operator bool() const { return _descriptor >= 0; }
     int get() const { return _descriptor; }
-    /// Gives the ownership up.
+    /// Gives up ownership.
     void release() { _descriptor = -1; }
 
-    /// Locks the file or folder for as long as it is open, against other processes that lock it
-    /// too. False, with errno set: EWOULDBLOCK if another one holds the lock, another number if the
-    /// file system has no locks.
+    /// Locks the file or folder until it is closed, against other processes that also lock it.
+    /// Returns false, with errno: EWOULDBLOCK if another process has the lock, another value if the
+    /// file system does not support locks.
     bool lockAlone() const { return flock(_descriptor, LOCK_EX | LOCK_NB) == 0; }
 
-    /// False, with errno set, if not all bytes could be written.
+    /// Returns false, with errno, if not all bytes could be written.
     bool writeAll(const void* bytes, std::size_t count) const
     {
         const auto* at = static_cast<const char*>(bytes);
@@ -55,15 +55,15 @@ public:
         return true;
     }
 
-    /// As many bytes as there are, up to `count`; less only at the end of the file. -1, with errno
-    /// set, on a failure.
+    /// Reads up to `count` bytes; fewer only at the end of the file. Returns -1, with errno, on
+    /// failure.
     ssize_t readUpTo(void* bytes, std::size_t count) const
     {
         return readWith(bytes, count, [this](char* at, std::size_t rest, std::size_t) {
             return ::read(_descriptor, at, rest);
         });
     }
-    /// The same from a place in the file, wherever others read in it.
+    /// The same from an offset, independent of the file position.
     ssize_t readAt(std::size_t offset, void* bytes, std::size_t count) const
     {
         return readWith(bytes, count, [this, offset](char* at, std::size_t rest, std::size_t done) {

@@ -10,7 +10,7 @@
 
 namespace datafile {
 
-/// The forms of a data file that host and engine read and write alike.
+/// Formats of data files that host and engine share.
 enum class FileKind
 {
     Csv,
@@ -18,25 +18,24 @@ enum class FileKind
     Hvbf ///< Parquet with the data model inside
 };
 
-/// The key of a Parquet file's metadata under which the data model document stands.
+/// The metadata key of the data model document in a Parquet file.
 inline constexpr const char* kDataModelKey = "hvinteg.datamodel";
 
-/// The FROM item for a CSV file with the given columns. `rejects` names the tables that take the
-/// records that do not fit; empty if such a record is to fail the statement.
+/// The FROM item for a CSV file with these columns. `rejects` names the tables for records that do
+/// not fit; if it is empty, such a record fails the statement.
 std::string csvTable(const std::string& path, bool hasHeader, const Fields& columns,
                      const std::string& rejects);
-/// The second table that the database makes beside `rejects`.
+/// The second table that the database creates with `rejects`.
 std::string rejectScansOf(const std::string& rejects);
 /// The FROM item for a Parquet file.
 std::string parquetTable(const std::string& path);
 
-/// The text that stands under a key of a Parquet file's metadata; empty if there is none, or the
-/// file is no Parquet file.
+/// The text for a key of a Parquet file's metadata; empty if it is missing or the file is not a
+/// Parquet file.
 std::string parquetMetadata(duck::Connection& connection, const std::string& path,
                             const std::string& key);
 
-/// The content of a sealed file in a file without a name. Throws SealedFileError and
-/// std::system_error.
+/// Decrypts a sealed file into a file without a name. Throws SealedFileError and std::system_error.
 std::shared_ptr<ScratchFile> openSealed(const std::string& path, const std::string& password,
                                         const std::string& scratchFolder,
                                         const SealedFileStep& step);

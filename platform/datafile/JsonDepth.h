@@ -6,30 +6,29 @@
 
 namespace datafile {
 
-/// Where a JSON text first goes deeper than so many lists and objects inside each other; npos if it
-/// nowhere does. What is no JSON gets an answer too.
+/// The position where a JSON text first nests lists and objects deeper than `deepest`; npos if it
+/// does not. Also works for invalid JSON.
 ///
-/// Looked for ahead of reading: a parser calls itself for each level, and one that is asked at
-/// every step searches each list anew for each of its objects, which takes minutes for thousands.
+/// Use it before parsing: a parser recurses for each level. A parser that asks at every step would
+/// search each list again for each of its objects, which takes minutes for thousands.
 std::size_t placeTooDeep(std::string_view json, int deepest);
 
-/// How large the tree of a JSON text may become.
+/// Limits for the tree of a JSON text.
 struct JsonBounds
 {
-    int depth;          ///< lists and objects inside each other
-    std::size_t values; ///< a list or an object counts as two, since it takes more memory
+    int depth;          ///< nesting of lists and objects
+    std::size_t values; ///< lists and objects count twice, because they take more memory
 };
 
-/// The bound that a JSON text exceeds.
+/// The limit that a JSON text exceeds.
 enum class JsonExcess
 {
     Depth,
     Values
 };
 
-/// The first bound that a JSON text exceeds; nullopt if it keeps both. A text that is not valid
-/// JSON gets an answer too. Check a text from outside before it is parsed: its tree may take many
-/// times the memory of the text.
+/// The first limit that a JSON text exceeds; nullopt if none. Also works for invalid JSON. Check a
+/// text from outside before parsing: its tree may need many times the memory of the text.
 std::optional<JsonExcess> excessOf(std::string_view json, const JsonBounds& bounds);
 
 } // namespace datafile

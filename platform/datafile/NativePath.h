@@ -5,14 +5,14 @@
 
 namespace datafile {
 
-/// A host path as the operating system spells it: slashes, no trailing one.
+/// Converts a host path to the operating system's spelling: slashes, without a trailing one.
 std::string nativePath(const std::string& hostPath);
-/// The part after the last separator.
+/// The part behind the last separator.
 std::string fileNameOf(const std::string& path);
-/// The folder of a path; "." if the path names none.
+/// The folder of a path; "." if it has none.
 std::string folderOf(const std::string& path);
-/// Whether a path begins with a drive, which makes it absolute in the host's spelling, whatever
-/// this system makes of it.
+/// Whether a path begins with a drive. It is then absolute in the host's spelling, also on this
+/// system.
 bool hasDrive(std::string_view path);
 
 } // namespace datafile

@@ -7,26 +7,25 @@
 
 namespace datafile {
 
-/// Where a file is to go, and the file that it replaces there.
+/// The destination of a file, and the file that it replaces.
 struct OutputTarget
 {
-    std::string path; ///< what the name leads to: links are followed
-    /// The file that is there; nothing if there is none.
+    std::string path; ///< with links resolved
+    /// The existing file, if there is one.
     std::optional<struct stat> replaced;
 };
 
-/// Looks at a destination. A link is followed, and stays; one that leads nowhere, or that another
-/// user has put into a folder that everybody may write to, is refused. So are folders, devices,
-/// files that are protected against writing, and folders that take no file. Throws Fault that names
-/// the step and the file.
+/// Checks a destination. Follows and keeps links. Refuses a link to a missing file, a link that
+/// another user has put into a world-writable folder, folders, devices, write-protected files, and
+/// folders that cannot be written. Throws Fault with the step and the file.
 OutputTarget outputTarget(const std::string& destination, const std::string& step);
 
-/// Gives a file the permissions, the group and, where the system allows it, the owner of the one
-/// that it replaces. Permissions that would go to another group are left out. False, with errno
-/// set, if the permissions cannot be set.
+/// Copies permissions, group and, where the system allows it, owner of the replaced file. Omits
+/// permissions that another group would get. Returns false, with errno, if the permissions cannot
+/// be set.
 bool keepOwnership(int descriptor, const struct stat& replaced);
 
-/// The fault of a file that could not be written; `code` is the system's, as errno.
+/// Throws the fault of a file that could not be written; `code` is an errno.
 [[noreturn]] void refuseOutput(const std::string& step, const std::string& path, int code);
 
 } // namespace datafile

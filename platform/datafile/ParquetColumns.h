@@ -9,29 +9,28 @@
 
 namespace datafile {
 
-/// The columns of a Parquet file: a field, and the SQL of the values, for each.
+/// The columns of a Parquet file: a field and the SQL of its values for each.
 struct ParquetColumns
 {
     Fields fields;
-    std::vector<std::string> values; ///< of the type that the field's storage stands for
+    std::vector<std::string> values; ///< of the field's storage type
 };
 
-/// The columns, of which nothing but names and types is known. Throws QueryError for a file that is
-/// no Parquet file.
+/// The columns with names and types only. Throws QueryError if the file is not a Parquet file.
 ParquetColumns parquetColumns(duck::Connection& connection, const std::string& path);
 
-/// Adds to the fields what the file itself says of them, and gives it as a dictionary as well.
-/// A dictionary that is wrong, or contradicts the columns, is refused, be it by a value that is
-/// longer than it says: its query then raises a fault. A data model is a guest in the file, which
-/// other programs may have changed: what does not suit the columns counts for nothing. `origin` is
-/// the file as messages name it. Throws Fault.
+/// Adds the descriptions in the file to the fields and also returns them as a dictionary. An
+/// invalid dictionary, or one that contradicts the columns, is refused. A value that is longer than
+/// its declared width is only found by the query, which then raises a fault. A data model may be
+/// outdated, because other programs may have changed the file: what does not fit the columns is
+/// ignored. `origin` is the file's name for messages. Throws Fault.
 Dictionary describeColumns(duck::Connection& connection, const std::string& path,
                            const std::string& origin, ParquetColumns& columns);
 
-/// How many bytes a text of the variable can have in UTF-8; 0 where nobody has counted.
+/// The maximum length of the variable's texts in UTF-8 bytes; 0 if unknown.
 std::size_t mostBytes(const Dictionary& dictionary, const DictionaryVariable& variable);
 
-/// Tells apart, letter case apart, the names of the fields.
+/// Makes the names of the fields unique, ignoring letter case.
 void makeNamesUnique(Fields& fields);
 
 } // namespace datafile

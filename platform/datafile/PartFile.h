@@ -8,28 +8,28 @@
 
 namespace datafile {
 
-/// A file under construction, beside its destination and under a name of its own. The process holds
-/// a lock on it as long as the object lives, which tells other processes that somebody still writes
-/// it. One thread at a time.
+/// An unfinished file in the folder of its destination, under a temporary name. The process locks
+/// it as long as the object lives, which shows other processes that it is in use. One thread at a
+/// time.
 class PartFile
 {
 public:
-    /// No file yet.
+    /// Creates no file.
     PartFile() = default;
-    /// Makes an empty file in the folder of `destination`, with the given permissions, and first
-    /// removes what processes left there that were killed. Throws std::system_error.
+    /// Creates an empty file in the folder of `destination` with these permissions. First removes
+    /// files that killed processes left there. Throws std::system_error.
     PartFile(const std::string& destination, mode_t mode);
     PartFile(const PartFile&) = delete;
     PartFile& operator=(const PartFile&) = delete;
     PartFile(PartFile&& other) noexcept;
     PartFile& operator=(PartFile&& other) noexcept;
-    /// Removes the file, unless release() has let it go.
+    /// Removes the file unless it was released.
     ~PartFile();
 
     explicit operator bool() const { return static_cast<bool>(_file); }
     const std::string& path() const { return _path; }
     int descriptor() const { return _file.get(); }
-    /// Gives the file up: it has another name by now.
+    /// Gives up the file, which has its final name now.
     void release();
 
 private:
@@ -37,8 +37,8 @@ private:
     FileDescriptor _file;
 };
 
-/// Removes the unfinished files in a folder that no living process holds, as far as they belong to
-/// this user. A file counts by its lock: the name alone decides nothing. Never throws.
+/// Removes this user's unfinished files in a folder that no living process has locked. Only the
+/// lock decides, not the name. Never throws.
 void sweepParts(const std::string& folder) noexcept;
 
 } // namespace datafile

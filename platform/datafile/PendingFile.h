@@ -7,21 +7,21 @@
 
 namespace datafile {
 
-/// A file under construction: it has a name of its own in the destination's folder until it is
-/// whole, and takes its final name then. Left unfinished, it is removed; what a killed process
-/// leaves, a later one removes. A file that it replaces keeps its permissions, its group and, where
-/// the system allows it, its owner, from the first byte on: nobody can read what is written who
-/// could not read the file before. One thread at a time.
+/// A file that is written under a temporary name in the destination's folder and renamed when it is
+/// complete. An unfinished file is removed; the remains of a killed process are removed by a later
+/// one. It takes over permissions, group and, where the system allows it, owner of the file that it
+/// replaces, before the first byte is written, so that nobody can read it who could not read the
+/// old file. One thread at a time.
 class PendingFile
 {
 public:
-    /// Looks at the destination as outputTarget does; nothing is made yet. Throws Fault.
+    /// Checks the destination with outputTarget and creates nothing. Throws Fault.
     PendingFile(std::string destination, std::string step);
     PendingFile(const PendingFile&) = delete;
     PendingFile& operator=(const PendingFile&) = delete;
 
-    /// Where to write: an empty file, made at the first call. Open it without making a new one, or
-    /// by cutting it short; a file in its place would not have its lock and its permissions. Throws
+    /// The path to write to. The first call creates an empty file. Open it without creating a new
+    /// file, or truncate it: another file in its place would lack its lock and permissions. Throws
     /// Fault.
     const std::string& path();
     const std::string& destination() const { return _destination; }
@@ -30,10 +30,10 @@ public:
     /// Waits until the content is on the disk, then gives the file its final name. Throws Fault, or
     /// what an allocation throws; the file does not have its name then.
     void commit();
-    /// Takes the committed file away again: its companion could not be committed.
+    /// Removes the committed file, because a related file could not be committed.
     void revoke();
 
-    /// The fault of a file that could not be written.
+    /// Throws the fault of a file that could not be written.
     [[noreturn]] static void refuse(const std::string& step, const std::string& path, int code)
     {
         refuseOutput(step, path, code);

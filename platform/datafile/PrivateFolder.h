@@ -9,16 +9,16 @@
 
 namespace datafile {
 
-/// A folder for the temporary files of this process: nobody but its user can look into it, and it
-/// is removed with the object. The process holds a lock on it meanwhile, so that a later process
-/// can tell the folder of a killed one and remove it. One thread at a time.
+/// A folder for temporary files of this process. Only its user has access, and the destructor
+/// removes it. The process locks it, so that a later process can recognise and remove the folder of
+/// a killed one. One thread at a time.
 class PrivateFolder
 {
 public:
-    /// No folder.
+    /// Creates no folder.
     PrivateFolder() = default;
-    /// Makes a folder in `parent` whose name begins with `prefix`. First removes the folders of
-    /// this prefix and this user that no living process holds. Throws std::system_error.
+    /// Creates a folder in `parent` whose name begins with `prefix`. First removes this user's
+    /// folders of that prefix that no living process has locked. Throws std::system_error.
     PrivateFolder(const std::string& parent, const std::string& prefix);
     PrivateFolder(const PrivateFolder&) = delete;
     PrivateFolder& operator=(const PrivateFolder&) = delete;
@@ -28,10 +28,10 @@ public:
 
     /// Empty if there is no folder.
     const std::string& path() const { return _path; }
-    /// Removes the folder with all that is in it; false if that fails. The folder that a child
-    /// process inherits is its parent's to remove.
+    /// Removes the folder and its content. Returns false if that fails. Does nothing in a child
+    /// process, whose parent removes the folder.
     bool remove() noexcept;
-    /// Whether this process made the folder.
+    /// Whether this process created the folder.
     bool isOwn() const;
 
 private:
@@ -40,8 +40,8 @@ private:
     pid_t _owner = 0;
 };
 
-/// Makes a folder and its missing parents, which nobody but their owner can look into. A folder
-/// that is there stays as it is.
+/// Creates a folder and its missing parents, accessible to the owner only. An existing folder is
+/// unchanged.
 void makeOwnersFolders(const std::string& path, std::error_code& error);
 
 } // namespace datafile

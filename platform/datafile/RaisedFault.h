@@ -7,12 +7,12 @@
 
 namespace datafile {
 
-/// Some values can only be found wrong while a query runs; its SQL then raises an error of the
-/// database, which has nothing but its text to say which fault it is. This is the
-/// beginning of that text: the id, and what the user reads.
+/// Some invalid values are only found while a query runs. The SQL then raises a database error,
+/// which carries only a text. This is the beginning of that text: the id and the sentence for the
+/// user.
 std::string raisedText(const char* id, const std::string& text);
 
-/// The fault that such an error stands for; of any other message nothing.
+/// Recovers the fault from such an error; nullopt for another message.
 std::optional<Fault> raisedFault(const std::string& databaseMessage);
 
 } // namespace datafile

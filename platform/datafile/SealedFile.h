@@ -6,24 +6,24 @@
 
 namespace datafile {
 
-/// A sealed file that cannot be opened, or content that cannot be sealed.
+/// A sealed file cannot be opened, or content cannot be sealed.
 class SealedFileError : public std::runtime_error
 {
 public:
-    /// Why a sealed file cannot be had: what a user can do about it differs.
+    /// The reason. It determines what a user can do.
     enum class Kind
     {
-        WrongPassword, ///< or a file that was changed in its first chunk
-        Damaged,       ///< cut short or changed later on
+        WrongPassword, ///< or the first chunk was changed
+        Damaged,       ///< truncated, or a later chunk was changed
         NotSealed,
-        System ///< the operating system or the memory is at fault
+        System ///< an error of the operating system, or no memory
     };
     SealedFileError(Kind kind, const std::string& text, int code = 0)
         : std::runtime_error(text), _kind(kind), _code(code)
     {
     }
     Kind kind() const { return _kind; }
-    /// What the operating system said, as errno; 0 if it did not.
+    /// The errno of the operating system; 0 if there is none.
     int code() const { return _code; }
 
 private:
@@ -31,18 +31,19 @@ private:
     int _code;
 };
 
-/// Called for every chunk; an exception that it throws ends the work and passes.
+/// Called for every chunk. Its exceptions end the work and are passed on.
 using SealedFileStep = std::function<void()>;
 
-/// Whether the file begins like a sealed one. False if it cannot be read.
+/// Whether the file starts like a sealed one. False if it cannot be read.
 bool isSealed(const std::string& path);
 
-/// Seals what `source` holds from its present position on into `target`. The key comes from the
-/// password by Argon2id with a salt of the file's own; the content is a chain of authenticated
-/// chunks, so that no chunk can be changed, dropped or moved unseen. Throws SealedFileError.
+/// Encrypts the rest of `source` into `target`. The key is derived from the password by Argon2id
+/// with a salt of this file. The content is a chain of authenticated chunks, so that a changed,
+/// missing or moved chunk is detected. Throws SealedFileError.
 void sealFile(int source, int target, const std::string& password, const SealedFileStep& step = {});
 
-/// The reverse. What `target` holds after an exception is not to be used. Throws SealedFileError.
+/// Decrypts a sealed file. After an exception the content of `target` is invalid. Throws
+/// SealedFileError.
 void openSealedFile(int source, int target, const std::string& password,
                     const SealedFileStep& step = {});
 

@@ -4,7 +4,7 @@
 
 namespace datafile {
 
-/// `"name"` with quotes doubled, and `'text'` likewise.
+/// Quotes a name as `"name"` and a text as `'text'`, with inner quotes doubled.
 std::string quotedIdentifier(const std::string& name);
 std::string quotedLiteral(const std::string& text);
 

@@ -4,24 +4,24 @@
 
 namespace datafile {
 
-/// From 1582-10-14, where the host's seconds begin, to 1970-01-01, where those of rows begin.
+/// From 1582-10-14, the host's origin, to 1970-01-01, the origin of rows.
 inline constexpr double kHostEpoch = 12219379200.0;
 
-/// A timestamp, in microseconds since 1970-01-01, as the double of a host: seconds since
+/// Converts a timestamp in microseconds since 1970-01-01 to the host's double: seconds since
 /// 1582-10-14. Today such doubles are 1.9 microseconds apart.
 double hostSeconds(std::int64_t microseconds);
-/// The same as the double of a row: seconds since 1970-01-01.
+/// Converts to the double of a row: seconds since 1970-01-01.
 double rowSeconds(std::int64_t microseconds);
 
-/// The timestamp, in microseconds since 1970-01-01, that a double of a row stands for. `epoch` says
-/// how the value was kept before: in seconds from so many seconds before 1970. A double of a host
-/// stands for every timestamp near it: the roundest one is meant, so that all multiples of 10
-/// microseconds from 1900 to 3700 come back unchanged. `seconds` must be within the range of the
-/// database's timestamps.
+/// Converts the double of a row to a timestamp in microseconds since 1970-01-01. `epoch` is the
+/// number of seconds before 1970 from which the value was counted before. A host's double
+/// represents several nearby timestamps; the roundest one is chosen, so that all multiples of 10
+/// microseconds from 1900 to 3700 are unchanged. `seconds` must be within the database's range of
+/// timestamps.
 std::int64_t timestampOfRow(double seconds, double epoch = kHostEpoch);
 
-/// Whether the timestamp is unchanged after a way through a host's double and a row's. True for the
-/// database's infinite timestamps.
+/// Whether the timestamp is unchanged after conversion to a host's double, to a row's and back.
+/// True for the database's infinite timestamps.
 bool survivesHost(std::int64_t microseconds);
 
 } // namespace datafile
