@@ -4,6 +4,6 @@
 
 #include "CFMetaData.h"
 
-/// Appends the fields of a data model document. Strict about what a data model needs, tolerant of
-/// elements and attributes that it does not know. Throws CFMetaDataError, which names the line.
+/// Appends the fields of a data model document. Requires what a data model needs and ignores
+/// unknown elements and attributes. Throws CFMetaDataError with the line.
 void readDataModel(const std::string& xml, CFMetaData& metaData);

@@ -2,14 +2,14 @@
 
 #include <string>
 
-/// Whether XML 1.0 has a place for the character, raw or as a reference.
+/// Whether XML 1.0 allows the character, raw or as a reference.
 bool isXmlCharacter(char32_t code);
 
-/// Makes any bytes fit for XML 1.0, which has no place for most control characters, U+FFFE, U+FFFF
-/// and bytes that are not UTF-8, and loses a carriage return: each becomes `_xHHHH_` with four
-/// hexadecimal digits of its code, which for a byte that is not UTF-8 is DC00 + byte. Where the
-/// text itself could be read as such a sequence, its underscore becomes `_x005F_`.
+/// Escapes bytes that XML 1.0 does not allow or keep: most control characters, carriage return,
+/// U+FFFE, U+FFFF and invalid UTF-8. Each becomes `_xHHHH_` with four hexadecimal digits of its
+/// code, which is DC00 + byte for an invalid byte. If the text itself contains such a sequence, its
+/// underscore becomes `_x005F_`.
 std::string escapeText(const std::string& text);
 
-/// Undoes escapeText. A sequence that escapeText never writes stands for itself.
+/// Reverses escapeText. Sequences that escapeText never writes are unchanged.
 std::string unescapeText(const std::string& text);

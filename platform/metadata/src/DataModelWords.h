@@ -1,7 +1,6 @@
 #pragma once
 
-/// Words of the data model document that reader and writer share; the words of enumerations are
-/// those of WordOf.
+/// Words of the data model document, for reader and writer. WordOf has the words of enumerations.
 namespace datamodel {
 
 inline constexpr const char* kRoot = "DataModel";
@@ -16,8 +15,7 @@ inline constexpr const char* kStorage = "storage";
 inline constexpr const char* kMeasure = "measure";
 inline constexpr const char* kRole = "role";
 inline constexpr const char* kLabel = "Label";
-/// Stands in the document for a storage that is not known: the attribute is always there, so that
-/// a forgotten one is found.
+/// The word for an unknown storage. The attribute is mandatory, so that a missing one is detected.
 inline constexpr const char* kUnknownStorage = "unknown";
 
 inline constexpr const char* kFormat = "Format";

@@ -3,7 +3,7 @@
 #include "CFDatum.h"
 #include "CFField.h"
 
-/// The kinds of data in a document; a null has none.
+/// Kinds of data in a document; null has none.
 enum class DatumKind
 {
     Integer,
@@ -11,7 +11,7 @@ enum class DatumKind
     String
 };
 
-/// The kind that the values of a field have when the document says nothing else.
+/// The default kind for values of a field of this storage.
 DatumKind usualKind(CFField::StorageType storage);
 /// The kind of a datum that is not null.
 DatumKind kindOf(const CFDatum& datum);

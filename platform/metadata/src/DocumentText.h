@@ -6,21 +6,20 @@
 
 #include <pugixml.hpp>
 
-/// The text of a document that is being read: knows the lines, for messages, and which characters
-/// may stand in it.
+/// The text of a document, with its line numbers for messages and the check of its characters.
 class DocumentText
 {
 public:
-    /// The text is borrowed for the life of the object. What stands behind the last `</DataModel>`
-    /// is left out: who cuts a model out of a larger text need not care where it ends.
+    /// The text is borrowed for the life of the object. The text behind the last `</DataModel>` is
+    /// ignored, so that a caller need not cut the model exactly.
     explicit DocumentText(const std::string& xml);
 
     std::string_view text() const { return _text; }
-    /// Refuses bytes that are not UTF-8 and characters that XML has no place for, be they written
-    /// as references, where the parser would let them pass or end the text.
+    /// Refuses invalid UTF-8 and characters that XML does not allow, even as references, which the
+    /// parser would accept or take as the end.
     void checkCharacters() const;
 
-    /// Throws CFMetaDataError, which says what is wrong and in which line.
+    /// Throws CFMetaDataError with the problem and the line.
     [[noreturn]] void fail(const std::string& what, std::ptrdiff_t offset) const;
     [[noreturn]] void fail(const std::string& what, pugi::xml_node node) const
     {

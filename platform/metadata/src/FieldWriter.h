@@ -4,5 +4,5 @@
 
 #include "CFField.h"
 
-/// Appends the element of a field, of the given name, with all that the field holds.
+/// Appends an element of the given name with everything in the field.
 void writeField(pugi::xml_node parent, const char* element, const CFField& field);

@@ -6,11 +6,10 @@
 #include "DocumentText.h"
 #include "NumberText.h"
 
-/// The text of an element, which may have comments in it.
+/// The text of an element without its comments.
 std::string textOf(pugi::xml_node node);
 
-/// Reads attributes of a document's elements. All of it throws CFMetaDataError for what is not as
-/// it must be.
+/// Reads attributes of a document's elements. Throws CFMetaDataError for invalid ones.
 class NodeReader
 {
 public:
@@ -22,10 +21,10 @@ public:
         _text.fail(what, node);
     }
 
-    /// An attribute that must be there, escapes undone.
+    /// A mandatory attribute, unescaped.
     std::string required(pugi::xml_node node, const char* attribute) const;
     double requiredReal(pugi::xml_node node, const char* attribute) const;
-    /// The escapes of an attribute undone; empty for an absent one.
+    /// An attribute, unescaped; empty if it is missing.
     static std::string textOr(pugi::xml_node node, const char* attribute);
     bool flagOr(pugi::xml_node node, const char* attribute, bool absent) const;
 
@@ -40,14 +39,14 @@ public:
         failValue(node, given, "a whole number in the range");
     }
 
-    /// The value of an enumeration whose word the attribute is.
+    /// The value of an enumeration by its word in the attribute.
     template <typename Enumeration>
     Enumeration wordOr(pugi::xml_node node, const char* attribute, Enumeration absent) const
     {
         const pugi::xml_attribute given = node.attribute(attribute);
         if (!given)
             return absent;
-        // No enumeration has more values than this; a value without a word matches nothing.
+        // No enumeration has more values. A value without a word matches nothing.
         constexpr int kMaxValues = 8;
         for (int value = 0; value < kMaxValues; ++value) {
             const char* word = WordOf(static_cast<Enumeration>(value));

@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-/// The shortest text that reads back as the very same number.
+/// The shortest text that represents exactly the same number.
 std::string numberText(double value);
 
-/// The number that the whole text stands for; nothing if it is more or less than a number, is out
-/// of the range of the type, or is not a number at all.
+/// The number that the whole text represents; nullopt if it has other content, is out of range or
+/// is NaN.
 std::optional<double> parseReal(std::string_view text);
 
 template <typename Integer>

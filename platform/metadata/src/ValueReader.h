@@ -5,20 +5,20 @@
 #include "CFField.h"
 #include "NodeReader.h"
 
-/// Reads the values of a field: lists of them, and those that are declared missing.
+/// Reads the values of a field: lists of values, and missing values.
 class ValueReader
 {
 public:
-    /// The reader is borrowed for the life of the object. A datum whose element does not say its
-    /// kind has the one that is usual for the storage.
+    /// The reader is borrowed. A datum without a kind in its element has the default kind of the
+    /// storage.
     ValueReader(const NodeReader& reader, CFField::StorageType storage)
         : _reader(reader), _storage(storage)
     {
     }
 
-    /// The values in an element; none if it is not there.
+    /// The values in an element; empty if the element is missing.
     std::vector<CFValue> readValues(pugi::xml_node list) const;
-    /// A declaration that is not valid if the element is not there.
+    /// The missing values; invalid if the element is missing.
     CFMissingValues readMissingValues(pugi::xml_node node) const;
 
 private:

@@ -3,9 +3,8 @@
 #include <array>
 #include <cstddef>
 
-/// The word of an enumeration's value in a table that is in the order of the enumeration; null for
-/// a value without one. Callers cast integers of other tables into the enumerations, so any value
-/// may come.
+/// The word for a value in a table that is ordered like the enumeration; null for an unknown value.
+/// Callers cast numbers to the enumerations, so any value may occur.
 template <std::size_t Count>
 const char* wordAt(const std::array<const char*, Count>& words, int value)
 {
