@@ -10,19 +10,19 @@
 #include "Obs.h"
 #include "text/CodePage.h"
 
-/// The values of one variable in a chunk of cases, as the host holds them: numbers on the host's
-/// scale, texts in the host's encoding, filled up with blanks.
+/// The values of one variable in a chunk of cases, in the host's form: numbers on the host's scale,
+/// texts in the host's encoding, padded with blanks.
 class CaseColumn
 {
 public:
-    /// `width` is 0 for a number. The name is for messages, UTF-8.
+    /// `width` is 0 for a number. `name` is for messages, UTF-8.
     CaseColumn(CFField::StorageType storage, int width, std::string name,
                std::shared_ptr<CodePage> page);
 
-    /// Takes the values over from the database. The monitor may be null.
+    /// Converts the values of the database's vector. The monitor may be null.
     void load(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor);
-    /// The value of the first case, each other one `units` further on. They last, as the database's
-    /// vector may be read in place, until the vector is gone.
+    /// The value of the first case; the next values follow at a distance of `units`. They may point
+    /// into the database's vector and are valid as long as it.
     const OBS* first() const { return _first; }
     std::size_t units() const { return _units; }
 

@@ -7,25 +7,27 @@
 #include "VexaDataSource.h"
 #include "datafile/ScratchFile.h"
 
-/// Cases one after the other in a file without a name, as the host holds them: what they take of
-/// memory does not depend on how many there are, nor on how wide. Throws ErrorText.
+/// Cases in a file without a name, in the host's form. Memory use is independent of the number and
+/// width of cases. Throws ErrorText.
 class CaseCopy
 {
 public:
-    /// `widths` gives a column each: 0 for a number, above 0 for a text.
+    /// One width per column: 0 for a number, above 0 for a text.
     explicit CaseCopy(const std::vector<int>& widths);
 
-    /// Adds the present case.
+    /// Adds the current case.
     void add(const VEXA_InputCaseIterator& cases);
-    /// After the last case.
+    /// Call it after the last case.
     void finish();
 
-    /// The units of a case, and where in them a column begins.
+    /// The number of units per case.
     std::size_t units() const { return _units; }
+    /// The unit where a column begins in a case.
     std::size_t offset(int column) const { return _offsets[static_cast<std::size_t>(column)]; }
-    /// As many cases as the buffer holds, from the given one on; 0 at the end.
+    /// Reads as many cases as fit into the buffer, from `first` on. Returns their number, 0 at the
+    /// end.
     std::size_t read(long long first, std::vector<OBS>& buffer) const;
-    /// A buffer that is worth a visit to the disk.
+    /// A buffer large enough for efficient reading.
     std::vector<OBS> newBuffer() const;
 
 private:
@@ -35,12 +37,12 @@ private:
     std::vector<std::size_t> _widths; ///< in units
     std::size_t _units = 0;
     datafile::ScratchFile _file;
-    std::vector<OBS> _pending; ///< cases that are not yet written
+    std::vector<OBS> _pending; ///< cases not yet written
     std::size_t _used = 0;     ///< units of them
     long long _count = 0;
 };
 
-/// Cases as they come from a copy, which it holds.
+/// Iterates over the cases of a copy, which it owns.
 class CopiedCases final : public VEXA_InputCaseIterator
 {
 public:
@@ -56,6 +58,6 @@ private:
     std::shared_ptr<const CaseCopy> _copy;
     std::vector<OBS> _buffer;
     const OBS* _case = nullptr;
-    std::size_t _left = 0; ///< cases behind the present one in the buffer
+    std::size_t _left = 0; ///< cases behind the current one in the buffer
     long long _count = 0;
 };

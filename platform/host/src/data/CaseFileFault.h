@@ -5,10 +5,10 @@
 #include "datafile/Fault.h"
 #include "datafile/SealedFile.h"
 
-/// What the file library throws, as what the data library throws.
+/// Converts exceptions of the file library to those of the data library.
 ErrorText errorTextOf(const datafile::Fault& fault);
 ErrorText errorTextOf(const std::string& path, const datafile::SealedFileError& error);
-/// `what` says what could not be done, if the database does not know better: a fault that a query
-/// raises, and one of a CSV record, name the place themselves.
+/// `what` says what failed. It is used unless the message names the place itself, as a raised fault
+/// or a CSV record does.
 ErrorText errorTextOf(const std::string& path, const std::string& what,
                       const datafile::duck::QueryError& error);

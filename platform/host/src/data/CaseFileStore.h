@@ -10,8 +10,8 @@
 #include "data/CaseTable.h"
 #include "text/CodePage.h"
 
-/// A SAV file that is being made: the cases are kept in a table and written when the store closes,
-/// since only all of its values tell whether a date is a day.
+/// A SAV file that is being written. The cases are kept in a table and written when the store
+/// closes, because only all values show whether a date is a whole day.
 class CaseFileStore : public IndependentDataStore
 {
 public:
@@ -44,12 +44,12 @@ private:
 
     UserCaseFileSpec _spec;
     std::string _path;
-    std::vector<std::unique_ptr<VEXA_Variable>> _variables; ///< places that callers may hold
+    std::vector<std::unique_ptr<VEXA_Variable>> _variables; ///< callers may hold them
     int _weight = -1;
     std::vector<int> _split;
     std::vector<std::string> _documents;
     std::shared_ptr<CodePage> _page;
     std::string _converted;
-    std::unique_ptr<CaseTable> _table; ///< there while cases are taken
+    std::unique_ptr<CaseTable> _table; ///< exists while cases are added
     bool _committed = false;
 };

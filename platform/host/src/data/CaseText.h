@@ -9,9 +9,9 @@
 #include "Obs.h"
 #include "text/CodePage.h"
 
-/// How texts stand in cases: in whole units, filled up with blanks.
+/// Texts in cases: whole units, padded with blanks.
 
-/// Fills units with a text; what does not fit is cut.
+/// Writes a text to units; cuts what does not fit.
 inline void putText(OBS* units, std::size_t count, std::string_view text)
 {
     char* bytes = units->text;
@@ -28,8 +28,8 @@ inline std::vector<OBS> unitsOfText(std::string_view text, int width)
     return units;
 }
 
-/// The length of the longest beginning of at most `most` bytes that cuts no character; the text is
-/// longer than that. A null page stands for UTF-8.
+/// The length of the longest prefix of at most `most` bytes that cuts no character. The text must
+/// be longer. A null page means UTF-8.
 inline std::size_t wholeCharacters(std::string_view text, std::size_t most, const CodePage* page)
 {
     std::size_t length = page ? 0 : most;

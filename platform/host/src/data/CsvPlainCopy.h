@@ -6,8 +6,8 @@
 #include "UserCaseFile.h"
 #include "datafile/ScratchFile.h"
 
-/// The CSV file at `path`, of the form that `spec` tells, with commas between its fields and
-/// periods in its numbers, in a file without a name; its lines stay where they are. Throws
-/// ErrorText that begins with `name`, what the file is called.
+/// Copies the CSV file at `path`, in the form of `spec`, to a file without a name that has commas
+/// between fields and periods in numbers. Line numbers are unchanged. Throws ErrorText that begins
+/// with `name`, the file's name for users.
 std::shared_ptr<datafile::ScratchFile> plainCopy(const std::string& path, const std::string& name,
                                                  const UserCaseFileSpec& spec);

@@ -7,22 +7,22 @@
 
 #include "VexaDataSource.h"
 
-/// The cases of a procedure, which knows in which split group it is.
+/// The cases of a procedure, with the detection of split groups.
 class ProcedureCases : public ProcDSIterator
 {
 public:
-    /// The split of the file: its columns, and who hears of its groups.
+    /// The split of the file: its columns and the receivers of group changes.
     struct Group
     {
         std::vector<int> columns;
         std::vector<VEXA_Variable> variables;
-        /// Hears the values of each group that begins, as texts.
+        /// Called with the values of each new group, as texts.
         std::function<void(std::vector<std::string>)> begun;
-        /// Whether the end of a group is of interest.
+        /// Whether the end of a group stops the reading.
         std::function<bool()> isWatched;
     };
 
-    /// Null cases stand for none.
+    /// Null `cases` means no cases.
     ProcedureCases(std::unique_ptr<VEXA_InputCaseIterator> cases, Group group);
 
     int NextCase() override;
@@ -38,6 +38,6 @@ private:
 
     std::unique_ptr<VEXA_InputCaseIterator> _cases;
     Group _group;
-    std::vector<std::vector<OBS>> _values; ///< of the split variables in the present group
+    std::vector<std::vector<OBS>> _values; ///< of the split variables in the current group
     bool _groupEnd = false;
 };

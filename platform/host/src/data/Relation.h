@@ -8,20 +8,20 @@
 #include "CFField.h"
 #include "datafile/ScratchFile.h"
 
-/// A column of a relation: its SQL, which gives one of the six canonical types, and that type.
+/// A column of a relation: its SQL, of one of the six canonical types, and that type.
 struct RelationColumn
 {
     std::string sql;
     CFField::StorageType storage = CFField::Real;
 };
 
-/// Where cases come from in the host's database. Held by every iterator that reads them.
+/// The source of cases in the host's database. Shared by all iterators that read it.
 struct Relation
 {
     std::string name; ///< for messages, UTF-8
     std::string from; ///< the FROM item
     std::vector<RelationColumn> columns;
-    std::optional<long long> caseCount;             ///< as a file had when it was opened
-    std::shared_ptr<datafile::ScratchFile> scratch; ///< what the FROM item reads, if it has no name
-    std::shared_ptr<const void> table;              ///< likewise, if it is a table of the database
+    std::optional<long long> caseCount;             ///< when a file was opened
+    std::shared_ptr<datafile::ScratchFile> scratch; ///< a nameless file that the FROM item reads
+    std::shared_ptr<const void> table;              ///< a table that the FROM item reads
 };

@@ -8,14 +8,14 @@
 #include "data/Relation.h"
 #include "datafile/Duck.h"
 
-/// A dictionary over a relation of the host's database, whose cases are streamed.
+/// A dictionary and a relation of the host's database, whose cases are streamed.
 class TableCases : public VEXA_DataSource
 {
 public:
     /// One variable for each column of the relation.
     TableCases(std::vector<VEXA_Variable> variables, std::shared_ptr<const Relation> relation);
 
-    /// Hears of what goes wrong with values where a reader names no monitor; borrowed.
+    /// Sets the monitor for readers without their own; borrowed.
     void setMonitor(ErrorMonitor* monitor) { _monitor = monitor; }
     void setWeight(int column) { _weight = column; }
     void setSplit(std::vector<int> columns) { _split = std::move(columns); }
@@ -37,11 +37,11 @@ private:
     std::vector<int> _split;
 };
 
-/// Cases as they come from the database, a chunk at a time.
+/// Iterates over cases from the database, a chunk at a time.
 class TableCaseIterator final : public VEXA_InputCaseIterator
 {
 public:
-    /// `columns` are the columns of the relation that `buffers` hold, in order. Throws ErrorText.
+    /// `columns` are the relation's columns in the order of `buffers`. Throws ErrorText.
     TableCaseIterator(std::shared_ptr<const Relation> relation, const std::vector<int>& columns,
                       std::vector<CaseColumn> buffers, ErrorMonitor* monitor);
 
@@ -63,8 +63,8 @@ private:
     std::unique_ptr<datafile::duck::Result> _result;
     datafile::duck::Chunk _chunk;
     std::vector<CaseColumn> _buffers;
-    std::vector<const OBS*> _values; ///< the present case's, in the buffers
-    std::vector<std::size_t> _units; ///< from one case's value to the next one's
+    std::vector<const OBS*> _values; ///< of the current case, in the buffers
+    std::vector<std::size_t> _units; ///< distance of the values of consecutive cases
     ErrorMonitor* _monitor;
     std::size_t _rows = 0;
     std::size_t _row = 0;

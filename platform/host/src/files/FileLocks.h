@@ -2,14 +2,14 @@
 
 #include <string>
 
-/// What other processes and the file system let one do with a file.
+/// Access to a file, as other processes and the file system allow it.
 struct FileLocks
 {
     bool inUse = false;   ///< another process holds a record lock
-    bool writable = true; ///< it opens for writing
+    bool writable = true; ///< it can be opened for writing
 };
 
-/// Asks for a regular file, native spelling. Drops no lock that this process holds: the system
-/// drops them all when any descriptor of the file is closed, so where the process has the file
-/// open that descriptor is asked instead of a new one.
+/// Tests a regular file, in native spelling. Keeps all locks of this process: the system drops them
+/// when any descriptor of the file is closed, so if the process has the file open, that descriptor
+/// is used.
 FileLocks probeFileLocks(const std::string& native);

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-/// Whether a name matches a mask in which `*` stands for any characters and `?` for one; both are
-/// UTF-8, and a character is a code point. All else stands for itself, brackets too, and a leading
-/// period is nothing special: that is why the C library's matcher is not used.
+/// Whether a name matches a mask with `*` for any characters and `?` for one code point; both are
+/// UTF-8. The C library's matcher is not used, because it treats brackets and leading periods
+/// specially.
 bool matchesMask(std::string_view name, std::string_view mask);

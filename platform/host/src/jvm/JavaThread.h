@@ -4,36 +4,35 @@
 
 #include <cstdint>
 
-/// The attachment of the calling thread to the machine.
+/// The attachment of the calling thread to the virtual machine.
 ///
-/// A thread may be attached by several callers at once, each of which detaches; only the last one
-/// out ends the attachment, and only one that was made here. A thread that ends while it is still
-/// attached is detached then: the machine must not be left with a thread that is gone.
+/// Several callers may attach a thread, and each detaches. The last one ends the attachment, if it
+/// was made here. A thread that ends while attached is detached automatically, because the machine
+/// must not keep a thread that no longer exists.
 class JavaThread
 {
 public:
-    /// The calling thread's.
+    /// The object of the calling thread.
     static JavaThread& current();
 
     JavaThread(const JavaThread&) = delete;
     JavaThread& operator=(const JavaThread&) = delete;
 
-    /// The result code of JNI.
+    /// Returns JNI's result code.
     jint attach(JavaVM* machine, JNIEnv** env);
-    /// The same for as long as the thread lives, however often it is detached.
+    /// Attaches until the thread ends; detach has no effect on this attachment.
     jint attachForGood(JavaVM* machine, JNIEnv** env);
     void detach();
 
-    /// The number of the calling thread's attachment, which no other one has, before or after it
-    /// and on whichever thread. An environment does not tell attachments apart: the machine gives
-    /// the address of one that has ended to the next.
+    /// A number that identifies the calling thread's attachment and is never reused on any thread.
+    /// An environment does not identify it, because the machine reuses addresses.
     static std::uint64_t attachment();
 
 private:
     JavaThread() = default;
     ~JavaThread();
 
-    JavaVM* _machine = nullptr; ///< set while an attachment that was made here is open
+    JavaVM* _machine = nullptr; ///< set while an attachment made here is open
     int _depth = 0;
     bool _isForGood = false;
 };

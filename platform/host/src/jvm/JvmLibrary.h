@@ -6,18 +6,18 @@
 #include <utility>
 #include <vector>
 
-/// The machine's library, found on this computer and loaded into the process.
+/// The machine's library, loaded into the process.
 ///
-/// It is never unloaded: a Java virtual machine cannot be taken out of a process again.
+/// Never unloaded: a Java virtual machine cannot be removed from a process.
 class JvmLibrary
 {
 public:
-    /// The first place that has a usable library wins: JAVA_HOME, `java` on the path, the system's
-    /// default, any other machine of the system. Throws VexaJVMError, which lists the places tried.
+    /// Loads the first usable library of: JAVA_HOME, `java` on the path, the system's default, any
+    /// other machine of the system. Throws VexaJVMError with the places tried.
     static JvmLibrary load();
 
     const std::string& path() const { return _path; }
-    /// JNI_CreateJavaVM of the library, with its result code.
+    /// Calls JNI_CreateJavaVM of the library and returns its result code.
     jint create(JavaVM** machine, JNIEnv** env, JavaVMInitArgs* arguments) const;
 
 private:
@@ -30,11 +30,11 @@ private:
     Entry _entry;
 };
 
-/// Where a machine may stand, in the order of the search: what led there, and its home directory.
+/// A possible location of a machine, in the order of the search: its source and home directory.
 struct JvmPlace
 {
     std::string reason;
-    std::string home; ///< empty: the reason leads nowhere
+    std::string home; ///< empty if the source names no directory
 };
 
 std::vector<JvmPlace> jvmPlaces();

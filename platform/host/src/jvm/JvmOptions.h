@@ -3,15 +3,15 @@
 #include <string>
 #include <vector>
 
-/// What the machine is started with, apart from its hooks.
+/// Start options of the machine, without its hooks.
 struct JvmOptions
 {
     std::string jar;
     std::vector<std::string> texts;
 };
 
-/// The options for this installation and this host: the fixed ones, then `added`, then those of
-/// VEXA_JVM_OPTIONS, so that a later one overrides an earlier. Throws VexaJVMError for what would
-/// keep the machine from starting: the engine's jar cannot be read or cannot be on a class path,
-/// the working directory is gone, an option makes the machine end the process.
+/// The options for this installation: the fixed ones, then `added`, then VEXA_JVM_OPTIONS, so that
+/// later ones override earlier ones. Throws VexaJVMError for conditions that would prevent the
+/// start: the engine's jar cannot be read or used on a class path, the working directory does not
+/// exist, or an option makes the machine end the process.
 JvmOptions jvmOptions(const std::vector<std::string>& added);

@@ -7,24 +7,24 @@
 #include <string>
 #include <vector>
 
-/// Takes what the machine prints. A library has no business on the host's streams, so the text goes
-/// to the receiver, or nowhere. What is printed during the start is kept as well, since it tells
-/// why a start failed. Where there is no receiver, the last text before the machine ends the
-/// process goes to standard error, since nobody could learn the reason otherwise.
+/// Receives the machine's output. A library must not write to the host's streams, so the text goes
+/// to the receiver or is dropped. Output during the start is also kept, because it explains a
+/// failed start. Without a receiver, the last text before the machine ends the process goes to
+/// standard error, so that the reason is not lost.
 ///
-/// The machine calls back without any data of ours, so there is one object for the process; it must
-/// outlive the machine.
+/// The machine calls back without user data, so there is one object per process. It must outlive
+/// the machine.
 class JvmOutput
 {
 public:
     using Receiver = std::function<void(const std::string&)>;
 
-    /// Makes this the object that the machine's hooks reach.
+    /// Makes this object the target of the machine's hooks.
     void install();
-    /// Set before the start: the machine's threads read it without a lock.
+    /// Call it before the start: the machine's threads read the receiver without a lock.
     void setReceiver(Receiver receiver) { _receiver = std::move(receiver); }
     void beginStart();
-    /// What was printed since beginStart.
+    /// The output since beginStart.
     std::string endStart();
     /// Throws what an allocation or the receiver throws.
     void take(const std::string& text);
@@ -32,7 +32,7 @@ public:
     /// does.
     void takeLast(const char* text) noexcept;
 
-    /// The options that lead the machine's output, its exit and its abortion here.
+    /// The options that redirect the machine's output, exit and abort to this object.
     static std::vector<JavaVMOption> hooks();
 
 private:

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-/// One part of a composite text: a list of entries, each of them columns of text. A plain text is
-/// one entry of one column.
+/// One part of a composite text: a list of entries with columns of text. A plain text is one entry
+/// with one column.
 using CompositePart = std::vector<std::vector<std::string>>;
 
-/// Fills the places of a format, as TnComposite describes them.
+/// Replaces the placeholders of a format, as TnComposite describes.
 std::string fillComposite(std::string_view format, const std::vector<CompositePart>& parts);

@@ -4,10 +4,10 @@
 
 #include "TnCellText.h"
 
-/// The texts that are left with the host, by number. Any thread.
+/// Texts that are stored in the host, by number. Any thread.
 
-/// Keeps a text; its number, 0 or above.
+/// Stores a text and returns its number, 0 or above.
 long keepText(std::unique_ptr<const TnCellText> text);
-/// Null if there is none of that number. It lives until it is released.
+/// Null for an unknown number. Valid until releaseText.
 const TnCellText* keptText(long number);
 void releaseText(long number);

@@ -9,20 +9,21 @@ class TnHeading;
 class TnProcedure;
 struct OutputHeading;
 
-/// The headings and procedures whose objects are alive, the latest last. They need not end in the
-/// order in which they began. Any thread.
+/// The headings and procedures whose objects exist, the latest last. They may end in any order. Any
+/// thread.
 
 void beginHeading(const TnHeading& heading, const TnHeading& parent);
 void beginProcedure(const TnProcedure& procedure);
 void endHeading(const TnHeading& heading);
 
-/// The latest heading of the current procedure: where a line arises. Null if none is alive.
+/// The latest heading of the current procedure, where new lines are written. Null if there is no
+/// procedure.
 std::shared_ptr<OutputHeading> currentHeading();
 std::vector<std::shared_ptr<OutputHeading>> liveProcedures();
 
-/// Names and values, UTF-8, of the split variables in the present split group.
+/// Names and values (UTF-8) of the split variables in the present split group.
 using SplitList = std::vector<std::pair<std::string, std::string>>;
-/// Of the current procedure; empty if none is alive or its data are not split.
+/// For the current procedure; empty if there is none or its data are not split.
 SplitList currentSplitList();
-/// Of the procedure that a heading belongs to.
+/// For the procedure of a heading.
 SplitList splitListOf(const TnHeading& heading);

@@ -11,8 +11,7 @@
 
 struct TnAnnotation;
 
-/// A table while it is being told: the table itself, which categories are open, and ways to find
-/// what was declared before.
+/// A table while it is built: the table, its open categories, and look-up of earlier declarations.
 struct PivotTableState
 {
     explicit PivotTableState(std::shared_ptr<OutputTable> output) : table(std::move(output)) {}
@@ -23,28 +22,29 @@ struct PivotTableState
         return this->dimension(dimension).nodes[index(number)];
     }
 
-    /// The dimension that a declaration of that name means, or a new one at the end of the rows.
+    /// The dimension of that name, or a new one at the end of the rows.
     int declareDimension(const TnContent& name, int sort);
-    /// Counts the objects that declare a dimension: as long as there is one, its declaration goes
-    /// on.
+    /// Counts the objects of a dimension: its declaration continues as long as one exists.
     void beginDeclaration(int dimension) { ++told[index(dimension)].objects; }
     void endDeclaration(int dimension) { --told[index(dimension)].objects; }
-    /// The child of that kind and text whose turn it is, or a new one.
+    /// The next child of that kind and text, or a new one.
     int declareChild(int dimension, int parent, bool isGroup, const TnContent& label);
     void open(int dimension, int category);
 
-    /// Where a category and the open ones of the other dimensions meet; empty if one is missing.
+    /// The intersection of a category with the open ones of the other dimensions; empty if one is
+    /// missing.
     std::vector<int> addressOf(int dimension, int category);
 
-    /// The note's place in the table's list, where equal texts are one; -1 for a note without text.
+    /// The note's index in the table's list, where equal texts are merged; -1 for a note without
+    /// text.
     int note(const TnAnnotation& annotation);
-    /// Puts it into a list of notes, once.
+    /// Adds it to a list of notes unless it is there.
     void addNote(std::vector<int>& notes, const TnAnnotation& annotation);
 
     std::shared_ptr<OutputTable> table;
 
 private:
-    /// What is known of a dimension while it is being told.
+    /// Build state of a dimension.
     struct Told
     {
         int openLeaf = -1; ///< -1 for none
@@ -61,7 +61,7 @@ private:
     int addChild(int dimension, int parent, bool isGroup, const TnContent& label);
 
     std::vector<Told> told; ///< by dimension
-    bool isNested = true;   ///< each dimension was declared inside categories of those before it
+    bool isNested = true;   ///< each dimension was declared inside categories of the earlier ones
     int lastOpened = -1;    ///< the dimension whose category was opened last
     std::unordered_map<std::string, int> noteOfText;
 };

@@ -4,14 +4,14 @@
 #include <optional>
 #include <string>
 
-/// Words by their keys, UTF-8.
+/// Texts by key, UTF-8.
 using StringTable = std::map<std::string, std::string>;
 
-/// A table file, a JSON object of keys and words; what is no text in it is left out. Nothing for a
-/// file that cannot be read or is no object.
+/// Reads a table file, a JSON object of keys and texts. Ignores members that are not texts. nullopt
+/// if the file cannot be read or is not an object.
 std::optional<StringTable> readStringTable(const std::string& file);
 
-/// The text of a key in the host's language, both UTF-8; the key where there is none. Looks into
-/// the installation's `strings` folder: the file of the locale, of its language, then of English.
-/// Each file is read once. Any thread.
+/// The text for a key in the host's language, both UTF-8; the key itself if there is no text.
+/// Searches the installation's `strings` folder: the file of the locale, of its language, then
+/// English. Each file is read once. Any thread.
 std::string translate(const std::string& key);

@@ -7,8 +7,8 @@
 
 #include "OutputTable.h"
 
-/// A label in the head or the stub of a table: over how many rows or columns it stands, and how
-/// many levels it fills; a category less deep than others fills theirs too.
+/// A label in the head or stub of a table: the number of rows or columns that it spans, and the
+/// levels that it fills. A category at a lower depth fills the remaining levels.
 struct AxisLabel
 {
     const TnContent* text = nullptr;
@@ -17,51 +17,50 @@ struct AxisLabel
     int depth = 1;
 };
 
-/// The rows, the columns or the layers of a table: every combination of the shown categories of the
-/// dimensions of one place, the last dimension running fastest, and their labels, level by level
-/// from the outside in. It grows with the categories, not with their combinations. The table is
-/// borrowed.
+/// The rows, columns or layers of a table: all combinations of the shown categories of one place's
+/// dimensions, the last dimension changing fastest, with their labels level by level from the
+/// outside. Memory grows with the categories, not with their combinations. The table is borrowed.
 class TableAxis
 {
 public:
     TableAxis(const OutputTable& table, TnDimension::Place place);
 
-    /// How many rows or columns: one for a place without dimensions.
+    /// The number of rows or columns; 1 without dimensions.
     std::size_t size() const { return _size; }
     int levels() const { return _levels; }
-    /// The label of a level that begins at a position; nothing inside one.
+    /// The label of a level that begins at a position; nullopt inside a label.
     std::optional<AxisLabel> labelAt(std::size_t position, int level) const;
-    /// Names of the cells of all labels over a position, for attributes: a prefix, the level and
-    /// the position where the label begins, with blanks between.
+    /// The names of all label cells over a position, for attributes: a prefix, level and start
+    /// position, separated by blanks.
     std::string names(std::size_t position, const std::string& prefix) const;
     static std::string name(const std::string& prefix, std::size_t position, int level);
-    /// Whether the rows from here on are told apart from the ones before by more than the innermost
-    /// category: by its group, or by another dimension.
+    /// Whether the row at this position differs from the previous one in more than the innermost
+    /// category: in its group or another dimension.
     bool beginsGroup(std::size_t position) const;
-    /// Sets the numbers of this place's dimensions in a cell's address.
+    /// Writes the leaves of this place's dimensions to a cell's address.
     void setAddress(std::size_t position, OutputCells::Address& address) const;
 
-    /// One dimension, for the cell that names it, with the number of levels that its labels take.
+    /// One dimension, for its name cell, with the number of levels of its labels.
     struct Head
     {
         const OutputDimension* dimension = nullptr;
         int levels = 0;
     };
     std::vector<Head> heads() const;
-    /// The shown categories of a dimension, by its place in heads(), as texts with their groups.
+    /// The shown categories of a dimension, by its index in heads(), as texts with their groups.
     std::vector<std::string> categories(std::size_t head) const;
-    /// The place of the category of one dimension at a position in that list.
+    /// The index in that list of the category at a position.
     std::size_t categoryAt(std::size_t head, std::size_t position) const;
 
 private:
-    /// The labels over one category: nodes, and the categories where each of them begins and ends.
+    /// The labels over one category: nodes, and the categories where each begins and ends.
     struct Labels
     {
         std::vector<int> nodes;
         std::vector<std::size_t> begins;
         std::vector<std::size_t> ends;
     };
-    /// `inner` is the number of combinations of the dimensions further in.
+    /// `inner` is the number of combinations of the inner dimensions.
     struct Part
     {
         const OutputDimension* dimension = nullptr;

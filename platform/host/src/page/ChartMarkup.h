@@ -6,26 +6,26 @@
 #include "OutputTree.h"
 #include "page/PageDocument.h"
 
-/// What the page needs of a chart to draw it; all of it is borrowed.
+/// The input for drawing a chart; all borrowed.
 struct ChartDrawing
 {
     const PageJson& specification;
     std::string title;
     std::string anchor;
-    const OutputDocument& source; ///< of the GeoJSON texts
+    const OutputDocument& source; ///< has the GeoJSON texts
 };
 
-/// Writes a chart that the page draws: title, description, and either a map or the definition for
-/// the script that draws it; and the data as tables, which are open until the chart is drawn.
+/// Writes a chart that the page draws: title, description, a map or the definition for the drawing
+/// script, and the data as tables, which are open until the chart is drawn.
 void writeDrawing(std::ostream& out, const ChartDrawing& drawing);
 
-/// Writes a chart of the output. One without a specification that can be drawn becomes a note and
-/// its content.
+/// Writes a chart of the output. If its specification cannot be drawn, writes a note and its
+/// content.
 void writeChart(std::ostream& out, const OutputChart& chart, const PageJson* document,
                 const std::string& anchor);
 
-/// Writes what was no JSON as it is, with a note.
+/// Writes invalid JSON unchanged, with a note.
 void writeUnread(std::ostream& out, const std::string& text);
 
-/// The specification of a chart document that can be drawn; null if there is none.
+/// The drawable specification of a chart document; null if there is none.
 const PageJson* drawableOf(const PageJson* document);

@@ -5,10 +5,10 @@
 
 #include "page/PageDocument.h"
 
-/// What a field of a specification means in a record: a member of that very name, or one that lies
-/// deeper, as in "properties.KEY" and "properties['the key']". Null if there is none; JSON's null
-/// counts as none.
+/// The value of a specification's field in a record: a member of exactly that name, or a nested
+/// one, for example "properties.KEY" or "properties['the key']". Null if it is missing or a JSON
+/// null.
 const PageJson* valueAt(const PageJson& record, std::string_view field);
 
-/// The last name in a field, which says what it is about.
+/// The last name in a field, which describes it.
 std::string lastName(std::string_view field);

@@ -3,11 +3,11 @@
 #include <vector>
 
 /// Bounds of at most seven steps over all values: multiples of 1, 2, 2.5 or 5 times a power of ten,
-/// the lowest and the highest among them. For one value alone it is both.
+/// including the lowest and the highest value. For a single value, both bounds are that value.
 std::vector<double> roundBounds(double lowest, double highest);
 
-/// Bounds of so many steps of equal width.
+/// Bounds of `steps` steps of equal width.
 std::vector<double> equalBounds(double lowest, double highest, std::size_t steps);
 
-/// Bounds between which lie equally many of the values, which are in order. Equal ones are one.
+/// Bounds with equally many values between them. `values` are sorted; equal bounds are merged.
 std::vector<double> quantileBounds(const std::vector<double>& values, std::size_t parts);

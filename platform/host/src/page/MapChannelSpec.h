@@ -8,24 +8,25 @@
 
 #include "page/MapSpec.h"
 
-// Parts of a map's specification. All of them throw MapSpecFault for what the host does not draw.
+// Parts of a map's specification. They throw MapSpecFault for what the host cannot draw.
 
-/// A text; empty for anything else.
+/// A text; empty for another value.
 std::string wordOf(const PageJson* value);
 
-/// Texts, or one of them.
+/// An array of texts, or a single text.
 std::vector<std::string> wordsOf(const PageJson* value);
 
-/// An object may have these members and no other.
+/// Requires that an object has no members except these.
 void requireOnly(const PageJson& object, std::initializer_list<std::string_view> names);
 
-/// Channels that tell something are those that a map has; others have one value for all.
+/// Requires that channels with a field are supported by maps; other channels must have one value
+/// for all.
 void requireChannels(const PageJson& encoding, bool isOfAreas);
 
-/// The field of a channel, as it is or put into bins.
+/// The field of a channel, unchanged or binned.
 std::string fieldOf(const PageJson* channel);
 
 MapChannel readChannel(const PageJson& channel);
 
-/// What is told of a thing that is pointed at: fields and titles.
+/// Fields and titles of a tooltip.
 std::vector<std::pair<std::string, std::string>> tipsOf(const PageJson* tooltip);

@@ -5,8 +5,8 @@
 
 #include "page/MapData.h"
 
-/// Values that look alike on a map. Its look is a class of the page's style sheet, or a colour that
-/// the map's definition names.
+/// Values with the same look on a map. The look is a class of the page's style sheet, or a colour
+/// of the map's definition.
 struct MapClass
 {
     std::string label;
@@ -14,15 +14,15 @@ struct MapClass
     std::string colour{};
 };
 
-/// The classes of what a colour stands for: parts of a scale, or values of their own. A value on a
-/// bound belongs to the class above it, the largest one to the last class.
+/// The classes of a colour channel: parts of a scale, or single values. A value on a bound belongs
+/// to the class above; the largest one belongs to the last class.
 class MapClasses
 {
 public:
     MapClasses(const MapChannel& channel, const std::vector<MapItem>& items);
 
     const std::vector<MapClass>& classes() const { return _classes; }
-    /// The class of an item's colour, which it must have.
+    /// The class of a colour value.
     const MapClass& classOf(const PageJson& value) const;
 
 private:
@@ -34,5 +34,5 @@ private:
 
     std::vector<MapClass> _classes;
     std::vector<double> _bounds;      ///< between the parts of a scale
-    std::vector<std::string> _values; ///< of categories, in their order
+    std::vector<std::string> _values; ///< of categories, in order
 };

@@ -6,31 +6,31 @@
 
 #include "page/MapSpec.h"
 
-/// An area or a point of a map, with what tells of it. Records are borrowed of the sources.
+/// An area or point of a map with its record. Records are borrowed from the sources.
 struct MapItem
 {
     const PageJson* feature = nullptr; ///< the area, or the record of a point
-    const PageJson* row = nullptr;     ///< null for an area that no record tells of
-    const PageJson* colour = nullptr;  ///< the value that the colour stands for; null for none
+    const PageJson* row = nullptr;     ///< null for an area without a record
+    const PageJson* colour = nullptr;  ///< the value for the colour; null for none
     double size = 0;
 };
 
-/// What stands on a layer of a map, and what there was no place for.
+/// The items of a map's layer, and what could not be placed.
 struct MapItems
 {
     std::vector<MapItem> items;
     std::vector<MapShape> shapes;      ///< one for each item
-    std::size_t withoutShape = 0;      ///< areas and points left out, for their places are broken
+    std::size_t withoutShape = 0;      ///< areas and points left out because of invalid geometry
     std::vector<std::string> unplaced; ///< keys of records without an area
 };
 
-/// The sources of a map: GeoJSON texts are read when they are first asked for, and once.
+/// The sources of a map. A GeoJSON text is parsed once, on first use.
 class MapSources
 {
 public:
     explicit MapSources(const OutputDocument& document) : _document(document) {}
 
-    /// Records or features; an empty list for a text that cannot be read.
+    /// Records or features; an empty list if the text cannot be parsed.
     const PageJson& records(const MapSource& source);
 
 private:
@@ -38,8 +38,8 @@ private:
     std::map<std::string, PageJson> _read;
 };
 
-/// Brings areas together with their records, or reads points from theirs.
+/// Joins areas with their records, or reads points from records.
 MapItems itemsOf(const MapLayer& layer, MapSources& sources);
 
-/// The value of a field of an item; null if it has none.
+/// The value of an item's field; null if it has none.
 const PageJson* valueOf(const MapItem& item, const MapLayer& layer, const std::string& field);

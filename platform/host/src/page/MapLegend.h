@@ -5,27 +5,27 @@
 
 #include "page/MapClasses.h"
 
-/// The looks of a map's layers: what stands for nothing and what has no data.
+/// Looks of a map's layers: land, plain points, and areas without data.
 constexpr const char* kLandLook = "land";
 constexpr const char* kDotLook = "kind6";
 constexpr const char* kNoneLook = "none";
 
-/// The attributes of what belongs to a class.
+/// The attributes for items of a class.
 std::string lookOf(const MapClass& each);
 
-/// How a layer's things look, and how the hatch of areas without data is called.
+/// The kind of a layer's items, and the name of the hatch for areas without data.
 struct LegendForm
 {
     bool isOfPoints = false;
     std::string hatch;
 };
 
-/// Writes what the colours of a layer stand for; `hasNone`: whether some of it has no data.
+/// Writes the legend of a layer's colours. `hasNone`: some items have no data.
 void writeColours(std::ostream& out, const MapChannel& channel, const MapClasses& classes,
                   const LegendForm& form, bool hasNone);
 
-/// Writes what the sizes of points stand for, up to the largest.
+/// Writes the legend of point sizes, up to the largest.
 void writeSizes(std::ostream& out, const MapChannel& channel, double largest);
 
-/// The radius of a point whose area tells a size, in units.
+/// The radius, in units, of a point whose area represents a size.
 double radiusOf(double size, double largest);

@@ -5,7 +5,7 @@
 
 #include "page/MapSpec.h"
 
-/// What a map is called on the page: its words for those who do not see it, and its anchor.
+/// The texts of a map on the page, with a description for screen readers, and its anchor.
 struct MapName
 {
     std::string title;
@@ -13,7 +13,7 @@ struct MapName
     std::string anchor;
 };
 
-/// Writes a map as a drawing with legends, notes on what it leaves out, and its data as tables that
-/// are folded. It needs no script.
+/// Writes a map as a drawing with legends, notes on what is left out, and its data as folded
+/// tables. It needs no script.
 void writeMap(std::ostream& out, const MapSpec& spec, const OutputDocument& document,
               const MapName& name);

@@ -4,5 +4,5 @@
 
 #include "page/MapData.h"
 
-/// Writes what a layer of a map leaves out: shapes that are broken, records without an area.
+/// Writes what a layer leaves out: invalid shapes, and records without an area.
 void writeMapNotes(std::ostream& out, const MapItems& items);

@@ -5,11 +5,11 @@
 
 #include "page/MapShape.h"
 
-/// Path data of rings, in whole units, without points that lie closer together than half a pixel.
-/// An area that is smaller than that becomes a speck, so that it can still be found.
+/// Path data of rings in whole units, without points closer than half a pixel. A smaller area
+/// becomes a dot, so that it stays visible.
 std::string areaPath(const std::vector<MapLine>& rings);
 
 std::string linePath(const std::vector<MapLine>& lines);
 
-/// Lines without length, which round ends make dots.
+/// Lines of zero length, which round ends show as dots.
 std::string spotPath(const MapLine& spots);

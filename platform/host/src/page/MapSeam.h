@@ -5,32 +5,30 @@
 
 #include "page/MapShape.h"
 
-/// Makes a ring in degrees whole that crosses the antimeridian: it goes on beyond 180 degrees
-/// instead of leaping to the other side. One around a pole is closed along the pole.
+/// Makes a ring in degrees continuous across the antimeridian: it continues beyond 180 degrees. A
+/// ring around a pole is closed along the pole.
 void unwrapRing(MapLine& ring);
 
-/// The same for a line, which needs not end where it begins.
+/// The same for a line, which need not be closed.
 void unwrapLine(MapLine& line);
 
-/// Where a map in degrees is cut: all longitudes are told from here to 360 degrees further east.
-/// The cut lies where the map has the widest gap, so that what lies on both sides of the
-/// antimeridian stays together.
+/// Where a map in degrees is cut: all longitudes are converted to the 360 degrees east of the cut.
+/// The cut is in the widest gap of the map, so that shapes across the antimeridian stay together.
 class MapCut
 {
 public:
-    /// Takes the longitudes of a part into account.
+    /// Adds the longitudes of a part.
     void include(std::span<const MapPoint> part);
-    /// Once all parts are included: finds the cut.
+    /// Finds the cut, after all parts are included.
     void find();
-    /// Moves a part by whole turns, to begin at the cut or east of it.
+    /// Shifts a part by whole turns so that it begins at or east of the cut.
     void place(std::span<MapPoint> part) const;
-    /// Whether a part that is placed goes on beyond the other end, so that a part of it belongs at
-    /// the beginning.
+    /// Whether a placed part extends beyond the other end and must be repeated at the beginning.
     bool isCrossed(std::span<const MapPoint> part) const;
     double west() const { return _west; }
 
 private:
-    /// Longitudes from the western to the eastern end of a part.
+    /// The longitudes from the western to the eastern end of a part.
     struct Span
     {
         double west;

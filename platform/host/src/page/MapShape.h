@@ -5,7 +5,7 @@
 
 #include "page/PageDocument.h"
 
-/// A place, in degrees or on a plane; later in the units of a drawing.
+/// A point in degrees or on a plane; later in units of the drawing.
 struct MapPoint
 {
     double x = 0;
@@ -15,8 +15,8 @@ struct MapPoint
 
 using MapLine = std::vector<MapPoint>;
 
-/// The parts of a shape by how they are drawn. Rings lie inside or outside of each other as they
-/// come: what an even number of them surrounds is a hole.
+/// The parts of a shape by how they are drawn. Rings may be nested: an area that an even number of
+/// rings surrounds is a hole.
 struct MapShape
 {
     std::vector<MapLine> rings;
@@ -26,5 +26,5 @@ struct MapShape
     bool isEmpty() const { return rings.empty() && lines.empty() && spots.empty(); }
 };
 
-/// Reads a GeoJSON geometry. Nothing for one that is broken or empty.
+/// Reads a GeoJSON geometry. nullopt if it is invalid or empty.
 std::optional<MapShape> readShape(const PageJson& geometry);

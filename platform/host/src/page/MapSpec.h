@@ -9,35 +9,35 @@
 #include "page/MapFrame.h"
 #include "page/PageDocument.h"
 
-/// Records that a specification carries, or names: then they are a GeoJSON text of the chart's.
+/// Records in a specification, or the name of a GeoJSON text of the chart.
 struct MapSource
 {
     const PageJson* values = nullptr; ///< borrowed from the map's definition
     std::string name;
 };
 
-/// How areas find the records that tell of them.
+/// How areas are joined with their records.
 struct MapJoin
 {
     MapSource rows;
     std::string featureKey;
     std::string rowKey;
-    bool rowsLead = false;                                  ///< they are what the layer is about
-    std::vector<std::pair<std::string, std::string>> names; ///< fields of the others, renamed
-    std::string whole;                                      ///< all of the others, as one field
+    bool rowsLead = false;                                  ///< the layer is about the rows
+    std::vector<std::pair<std::string, std::string>> names; ///< fields of the other side, renamed
+    std::string whole;                                      ///< the whole other side as a field
 };
 
-/// Something of a layer that a field tells.
+/// A visual property of a layer that a field determines.
 struct MapChannel
 {
-    /// How values fall into classes.
+    /// How values are classified.
     enum class Scale
     {
         Steps,
         Quantiles,
         Thresholds,
-        Grades,    ///< each value a class, from the lowest to the highest
-        Categories ///< each value a class
+        Grades,    ///< each value is a class, in ascending order
+        Categories ///< each value is a class
     };
 
     std::string field;
@@ -47,7 +47,7 @@ struct MapChannel
     std::vector<std::string> colours; ///< of the classes; empty for the page's own
 };
 
-/// Areas or points over each other, and what their looks tell.
+/// Areas or points, and what determines their look.
 struct MapLayer
 {
     MapSource source; ///< of the areas or points
@@ -56,18 +56,18 @@ struct MapLayer
     std::optional<MapChannel> size;
     std::string longitude; ///< empty for areas, which have shapes
     std::string latitude;
-    std::vector<std::pair<std::string, std::string>> tips; ///< fields to tell, and their titles
+    std::vector<std::pair<std::string, std::string>> tips; ///< tooltip fields and titles
 
     bool isOfPoints() const { return !longitude.empty(); }
 };
 
-/// What a chart shows as a map.
+/// A chart that is a map.
 struct MapSpec
 {
     std::vector<MapLayer> layers;
     MapProjection projection = MapProjection::Equirectangular;
 };
 
-/// Reads a specification. Nothing for one that is no map, or asks for what only the library that
-/// draws charts can do: docs/result-document.md says what there is.
+/// Reads a specification. nullopt if it is not a map, or if only the chart library supports it.
+/// docs/result-document.md describes what is supported.
 std::optional<MapSpec> readMapSpec(const PageJson& specification, const OutputDocument& document);

@@ -1,11 +1,11 @@
 #pragma once
 
-/// Thrown where a specification asks for what the host's maps do not do.
+/// Thrown if a specification requires what the host's maps do not support.
 struct MapSpecFault
 {
 };
 
-/// Goes on only if something holds that maps need.
+/// Throws MapSpecFault unless the condition is true.
 inline void requireMap(bool holds)
 {
     if (!holds)

@@ -4,6 +4,6 @@
 
 #include "page/MapData.h"
 
-/// The text for an area or a point under the pointer: its name, and either what its looks mean or
-/// what the map's definition says about it, a line each.
+/// The tooltip of an area or point: its name, and either the meaning of its look or the fields of
+/// the map's definition, one per line.
 std::string titleOf(const MapItem& item, const MapLayer& layer);

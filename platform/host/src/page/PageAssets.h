@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// A style sheet or script that a page carries in itself, and the source expression by which the
-/// page's security policy lets it in.
+/// A style sheet or script in a page, and the source expression that allows it in the page's
+/// security policy.
 struct PageAsset
 {
     std::string text;
@@ -16,5 +16,5 @@ PageAsset pageAsset(std::string text);
 /// read.
 PageAsset installedAsset(const std::string& name);
 
-/// The library that draws charts; empty for an installation without it.
+/// The chart library; empty if it is not installed.
 PageAsset chartLibrary();

@@ -8,19 +8,18 @@
 #include "OutputTree.h"
 #include "page/PageDocument.h"
 
-/// What has to be known of the items of a page before the first of them is written: their anchors,
-/// the column widths, and whether something is to be drawn. Documents are read here, once. The
-/// items are borrowed.
+/// Information that is needed before the first item of a page is written: anchors, column widths,
+/// and whether something is drawn. Parses the documents once. The items are borrowed.
 class PageContents
 {
 public:
     explicit PageContents(const std::vector<OutputItem>& items);
 
-    /// The name of an item on the page.
+    /// The anchor of an item.
     const std::string& anchor(const OutputItem& item) const { return _anchors.at(&item); }
-    /// The document of a chart or a view; null if it cannot be read.
+    /// The document of a chart or view; null if it cannot be parsed.
     const PageJson* document(const OutputItem& item) const;
-    /// Whether a script has to draw something.
+    /// Whether a script draws something.
     bool hasDrawings() const { return _hasDrawings; }
     /// Style sheet rules for the widths of columns.
     std::string widthRules() const;

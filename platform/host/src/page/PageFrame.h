@@ -6,16 +6,16 @@
 
 #include "page/PageAssets.h"
 
-/// What a page carries in itself beside its content: read first, since its head names the hashes.
+/// The parts of a page around its content. Loaded first, because the head contains their hashes.
 class PageFrame
 {
 public:
-    /// `rules`: style sheet rules of this page alone.
+    /// `rules`: style sheet rules for this page only.
     PageFrame(bool withCharts, const std::string& rules);
 
-    /// From the first byte to the body.
+    /// Writes from the first byte to the body.
     void writeHead(std::ostream& out, const std::string& title) const;
-    /// The words that scripts show, and the scripts; the end of the page.
+    /// Writes the texts for scripts, the scripts, and the end of the page.
     void writeFoot(std::ostream& out) const;
 
 private:

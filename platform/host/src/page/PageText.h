@@ -3,26 +3,25 @@
 #include <string>
 #include <string_view>
 
-/// Text from data for a page: valid UTF-8, in which control characters, which HTML does not take,
-/// show as their pictures, and markup characters are escaped. Good in elements and in quoted
-/// attributes.
+/// Makes data safe for a page: valid UTF-8, with control characters replaced by their pictures
+/// (HTML does not allow them) and markup escaped. For elements and quoted attributes.
 std::string escaped(std::string_view text);
 
-/// The same as an element that keeps its direction of writing to itself: what stands beside it is
-/// not turned round. A long text gets a box of its own with a scroll bar.
+/// The same as an element that isolates its writing direction. A long text gets a box with a scroll
+/// bar.
 std::string isolated(std::string_view text);
 
-/// The same for one cell of a table, where a backslash and an "n" begin a new line.
+/// The same for a table cell, where a backslash and an "n" start a new line.
 std::string cellText(std::string_view text);
 
-/// The first words of a text, for a link or a list: at most `limit` bytes and an ellipsis.
+/// The first words of a text for a link or list: at most `limit` bytes and an ellipsis.
 std::string shortened(std::string_view text, std::size_t limit = 120);
 
-/// A number with as many digits as it takes to read the same number back.
+/// The shortest text with exactly the same number.
 std::string fullNumber(double number);
 
-/// A number for the eye: so many digits that count, without zeros behind them.
+/// A number with `digits` significant digits, without trailing zeros.
 std::string roundedNumber(double number, int digits = 6);
 
-/// JSON text for a script element: ASCII, and nothing in it that markup could take for its own.
+/// JSON text for a script element: ASCII, and without sequences that HTML would interpret.
 std::string scriptText(std::string_view asciiJson);

@@ -4,5 +4,5 @@
 
 #include "page/TableHead.h"
 
-/// Writes the rows of one grid of a table as they come.
+/// Writes the rows of one grid of a table.
 void writeTableBody(std::ostream& out, TableGrid& grid);

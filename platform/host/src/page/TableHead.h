@@ -6,8 +6,8 @@
 #include "output/TableAxis.h"
 #include "page/TableNotes.h"
 
-/// What the parts of one grid of a table share. `named`: whether cells name the labels that they
-/// belong to, which takes more than one level of labels to be worth it.
+/// Shared state of the parts of a grid. `named`: cells refer to their labels by name, which is used
+/// if there are several levels of labels.
 struct TableGrid
 {
     const OutputTable& table;
@@ -15,20 +15,20 @@ struct TableGrid
     const TableAxis& columns;
     TableNotes& notes;
     std::string anchor;
-    OutputCells::Address layer; ///< an address with the categories of the grid's layer in it
+    OutputCells::Address layer; ///< an address with the categories of the grid's layer
     bool named = false;
 
-    /// Whether the first cells of a column say that it is one of texts.
+    /// Whether the first cells of a column are texts.
     bool hasWords(std::size_t column) const;
     std::string rowPrefix() const { return anchor + "r"; }
     std::string columnPrefix() const { return anchor + "c"; }
 };
 
-/// A label as a header cell; `scope` is the word for a cell that heads one row or column, which
-/// grows to that of a group.
+/// A label as a header cell. `scope` is the value for a single row or column; it is extended for a
+/// group.
 std::string headerCell(TableGrid& grid, const AxisLabel& label, const std::string& scope,
                        const std::string& name, const std::string& more = {});
 
-/// Writes the head: the labels of the columns, a level a row, and at their left the corner with its
-/// text and the names of the row dimensions.
+/// Writes the head: a row for each level of column labels, and the corner with its text and the
+/// names of the row dimensions.
 void writeTableHead(std::ostream& out, TableGrid& grid);

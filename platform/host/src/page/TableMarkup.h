@@ -5,11 +5,11 @@
 
 #include "OutputTable.h"
 
-/// Name of the style that keeps a table's columns within its widths; empty for a table without.
+/// The style class that limits a table's column widths; empty if the table sets none.
 std::string widthClass(const OutputTable& table);
-/// The style sheet rule for that name.
+/// The style sheet rule of that class.
 std::string widthRule(const OutputTable& table);
 
-/// Writes a pivot table: a grid for every layer, each whole and readable by itself, then the
-/// caption and the footnotes. `anchor` is the table's name on the page.
+/// Writes a pivot table: a complete grid for every layer, then the caption and the footnotes.
+/// `anchor` is the table's anchor.
 void writeTable(std::ostream& out, const OutputTable& table, const std::string& anchor);

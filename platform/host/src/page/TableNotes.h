@@ -6,16 +6,16 @@
 
 #include "OutputTable.h"
 
-/// The footnotes of a table: superscripts where they belong, each a link to the note, and the notes
-/// themselves, each with a link back to its first superscript. The table is borrowed.
+/// The footnotes of a table: superscripts with links to the notes, and notes with links back to
+/// their first superscript. The table is borrowed.
 class TableNotes
 {
 public:
     TableNotes(const OutputTable& table, std::string anchor);
 
-    /// The superscripts of a cell or label, as markup; nothing for none.
+    /// The superscripts of a cell or label, as markup; empty for none.
     std::string marks(const std::vector<int>& notes);
-    /// Those notes that have been referred to go back to where they were.
+    /// Writes the notes. Notes that were referred to have a link back.
     void write(std::ostream& out) const;
 
 private:

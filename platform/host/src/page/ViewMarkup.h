@@ -6,7 +6,7 @@
 #include "OutputTree.h"
 #include "page/PageDocument.h"
 
-/// Whose JSON it is that is written.
+/// The owner of the JSON that is written.
 struct JsonOwner
 {
     std::string title;
@@ -18,7 +18,7 @@ struct JsonOwner
 /// member "0", folded.
 void writeJson(std::ostream& out, const JsonOwner& owner, const PageJson& document);
 
-/// Writes an interactive view of the output, as far as paper can show it.
+/// Writes an interactive view in static form.
 void writeView(std::ostream& out, const OutputView& view, const PageJson* document,
                const std::string& anchor);
 

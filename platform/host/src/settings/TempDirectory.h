@@ -2,13 +2,13 @@
 
 #include <string>
 
-/// The private temporary directory of this process, for its owner alone: made at the first call,
-/// in TMPDIR or the system's own, removed when the process ends by exit. In the host's spelling,
-/// UTF-8. Where no folder can be made, the system's directory itself.
+/// The private temporary directory of this process, accessible to its owner only. The first call
+/// creates it in TMPDIR or the system's directory; it is removed at exit. In the host's spelling,
+/// UTF-8. If it cannot be created, the system's directory itself.
 std::string privateTempDirectory();
 
-/// Removes it with all that is in it, if this process made one. False if something is left.
+/// Removes it and its content, if this process created one. Returns false if something remains.
 bool removePrivateTempDirectory();
 
-/// Whether the folder, native spelling, is that one.
+/// Whether the folder, in native spelling, is the private directory.
 bool isPrivateTempDirectory(const std::string& folder);

@@ -6,37 +6,36 @@
 #include <string>
 #include <string_view>
 
-/// Whether all bytes are ASCII's: such a text is the same in nearly every code page.
+/// Whether all bytes are ASCII. Such a text is the same in almost every code page.
 bool isAscii(std::string_view text);
 
-/// One code page, by ICU: conversion from and to UTF-8, and stepping through a text character by
-/// character. All operations may be called from any thread.
+/// A code page, by ICU: conversion from and to UTF-8, and iteration by characters. Any thread.
 class CodePage
 {
 public:
-    /// A stateless code page of bytes, by any name that ICU knows. Null for a name that it does
-    /// not know, or for a code page whose texts may hold NUL bytes or shift states.
+    /// Opens a stateless byte code page by any name that ICU knows. Null for an unknown name, and
+    /// for a code page with NUL bytes or shift states in its texts.
     static std::shared_ptr<CodePage> open(const std::string& name);
 
     ~CodePage();
     CodePage(const CodePage&) = delete;
     CodePage& operator=(const CodePage&) = delete;
 
-    /// The MIME or IANA name where there is one, else ICU's own.
+    /// The MIME or IANA name, or otherwise ICU's.
     const std::string& name() const;
     bool isUtf8() const;
-    /// Whether the printable ASCII characters are single bytes of the same codes.
+    /// Whether printable ASCII characters are single bytes with the same codes.
     bool holdsAscii() const;
-    /// Whether every character is one byte.
+    /// Whether every character is a single byte.
     bool isSingleByte() const;
 
-    /// Convert; false if something was substituted, U+FFFD on the way to UTF-8 and "?" on the way
-    /// back.
+    /// Convert a text. They return false if something was substituted: by U+FFFD towards UTF-8, by
+    /// "?" from UTF-8.
     bool toUtf8(std::string_view text, std::string& result) const;
     bool fromUtf8(std::string_view text, std::string& result) const;
     bool toUtf16(std::string_view text, std::u16string& result) const;
 
-    /// Calls `visit` with offset and length of each character, until it returns false.
+    /// Calls `visit` with offset and length of each character until it returns false.
     void eachCharacter(std::string_view text,
                        const std::function<bool(std::size_t, std::size_t)>& visit) const;
 
@@ -46,9 +45,9 @@ private:
     std::unique_ptr<Impl> _impl;
 };
 
-/// The host's own code page: VEXA_CODEPAGE or UTF-8 at first, then what setHostCodePage took.
+/// The host's code page: initially VEXA_CODEPAGE or UTF-8, later the value of setHostCodePage.
 std::shared_ptr<CodePage> hostCodePage();
-/// False, and no change, for a name that cannot be opened or does not hold ASCII.
+/// Returns false, and changes nothing, if the code page cannot be opened or does not contain ASCII.
 bool setHostCodePage(const std::string& name);
 
 /// Conversions in the host's code page.

@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// A copy of the text that lives as long as the process; equal texts share one copy. For operations
-/// that hand out references to settings: a reference stays good when the setting changes, on
-/// whatever thread. Settings take few values, so the store stays small.
+/// A copy of the text that lives until the process ends; equal texts share one copy. For functions
+/// that return references to settings: a reference stays valid when the setting changes on another
+/// thread. Settings have few values, so the store stays small.
 const std::string& keepString(const std::string& text);

@@ -2,12 +2,11 @@
 
 #include <string>
 
-/// A name in the host's encoding in a form that is the same for all its spellings in upper and
-/// lower case.
+/// Folds the letter case of a name in the host's encoding, for comparisons.
 std::u16string foldedName(const std::string& name);
 
-/// A name that many are held against, letter case apart. Most are ASCII, and are compared as they
-/// stand: to fold each of them for each search takes seconds where there are thousands.
+/// A name for comparison with many others, ignoring letter case. ASCII names are compared directly:
+/// folding thousands of names for each search takes seconds.
 class WantedName
 {
 public:

@@ -7,10 +7,10 @@
 
 #include <nlohmann/json.hpp>
 
-/// One view of a chart as a table: what it draws in columns, and the rows of its data.
+/// One view of a chart as a table: its fields as columns, and the rows of its data.
 struct ChartPlot
 {
-    /// Shows the value of a field, or of two fields the range between them.
+    /// Shows the value of a field, or the range between two fields.
     struct Column
     {
         std::string title;
@@ -21,14 +21,14 @@ struct ChartPlot
     std::string title;
     std::vector<Column> columns;
     std::vector<const nlohmann::ordered_json*> rows; ///< point into the chart
-    std::optional<std::size_t> bars;                 ///< the column whose values are bars
+    std::optional<std::size_t> bars;                 ///< the column whose values are drawn as bars
 };
 
-/// What a chart's template says in words and data. Keeps the template's JSON.
+/// The titles and data of a chart's template. Owns the template's JSON.
 class ChartSpec
 {
 public:
-    /// Throws std::invalid_argument for a template that is no JSON, or has no specification.
+    /// Throws std::invalid_argument if the template is invalid JSON or has no specification.
     explicit ChartSpec(const std::string& templateJson);
     ChartSpec(const ChartSpec&) = delete;
     ChartSpec& operator=(const ChartSpec&) = delete;
@@ -44,5 +44,5 @@ private:
     std::vector<ChartPlot> _plots;
 };
 
-/// A value of JSON data as a cell shows it: numbers with seven significant digits.
+/// A JSON value as text of a cell: numbers with seven significant digits.
 std::string jsonCellText(const nlohmann::ordered_json& value);

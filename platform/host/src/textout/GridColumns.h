@@ -6,10 +6,10 @@
 
 #include "TextGrid.h"
 
-/// Columns that are drawn beside each other.
+/// Columns that are drawn side by side.
 using GridBlock = std::vector<std::size_t>;
 
-/// How wide the columns of a table are, and which of them stand beside each other.
+/// The widths of a table's columns, and their distribution to blocks side by side.
 class GridColumns
 {
 public:
@@ -19,23 +19,23 @@ public:
 
     const std::vector<GridBlock>& blocks() const { return _blocks; }
     std::size_t width(std::size_t column) const { return _columns[column].width; }
-    /// The places at the right of a column that belong to the marks of its numbers.
+    /// Columns at the right that are reserved for the marks of numbers.
     std::size_t markWidth(std::size_t column) const { return _columns[column].marks; }
-    /// What a fraction lacks to the longest one of the column.
+    /// The difference to the longest fraction of the column.
     std::size_t lacking(std::size_t column, std::optional<std::size_t> fraction) const
     {
         return fraction ? _columns[column].fraction - *fraction : 0;
     }
     bool hasNumbers(std::size_t column) const { return _columns[column].numbers > 0; }
-    /// Of columns beside each other, with the lines between them.
+    /// The width of columns side by side, with the lines between them.
     std::size_t width(const std::size_t* begin, const std::size_t* end) const;
 
 private:
-    /// What the cells of a column take, in characters.
+    /// Widths of a column's cells, in characters.
     struct Column
     {
         std::size_t width = 0;
-        std::size_t numbers = 0;  ///< what all numbers take
+        std::size_t numbers = 0;  ///< width of all numbers
         std::size_t whole = 0;    ///< the widest part of a number before its fraction
         std::size_t fraction = 0; ///< the longest one
         std::size_t marks = 0;    ///< the widest mark of a number

@@ -3,6 +3,6 @@
 struct OutputTable;
 class TextPage;
 
-/// Writes a pivot table: its title, each combination of its layers as a table of its own, its
+/// Writes a pivot table: its title, a separate table for each combination of its layers, its
 /// caption and its footnotes.
 void writeTable(const OutputTable& table, TextPage& page);

@@ -5,12 +5,12 @@
 
 #include "OutputText.h"
 
-/// What output is written to for a terminal: knows the width, whether there are colours, and that
-/// an empty line stands between one thing and the next.
+/// The target of output for a terminal. Knows the width and whether colours are used, and separates
+/// blocks by an empty line.
 class TextPage
 {
 public:
-    /// How a text stands out, where there are colours.
+    /// Emphasis of a text, if colours are used.
     enum class Style
     {
         Plain,
@@ -24,10 +24,10 @@ public:
 
     const OutputTextOptions& options() const { return _options; }
     std::ostream& out() { return _out; }
-    /// Begins something that an empty line sets off from what was before.
+    /// Starts a block that an empty line separates from the previous one.
     void beginBlock();
-    /// Writes a text in as many lines as it takes, each after the first behind as many blanks as
-    /// the lead has places.
+    /// Writes a text on as many lines as it needs. Lines after the first are indented by the width
+    /// of `lead`.
     void write(const std::string& text, Style style = Style::Plain, const std::string& lead = {});
 
 private:

@@ -3,6 +3,6 @@
 struct OutputView;
 class TextPage;
 
-/// Writes an interactive view: its title, where it comes from, and what it shows as an outline of
-/// keys and values, in which records and charts are tables.
+/// Writes an interactive view: its title, its source, and its content as an outline of keys and
+/// values, with records and charts as tables.
 void writeView(const OutputView& view, TextPage& page);

@@ -5,20 +5,20 @@
 
 #include "values/TextParts.h"
 
-/// An amount of seconds that is counted in parts of a second, so that what is shown is rounded once
-/// and carries over: 59.99 with one decimal is a minute.
+/// An amount of seconds in fractions of a second, so that it is rounded once and carries over:
+/// 59.99 with one decimal is a minute.
 struct Clock
 {
     Clock(double seconds, int decimals);
 
     bool isNegative = false;
     long long seconds = 0; ///< of the amount
-    std::string fraction;  ///< decimals, behind a dot; empty for none
+    std::string fraction;  ///< decimals with a leading dot; empty for none
 };
 
-/// The most decimals that a time has: doubles have no more to tell of today.
+/// Maximum number of decimals of a time: doubles are not more precise today.
 inline constexpr int kMostClockDecimals = 6;
-/// Times beyond it are not shown: their seconds could not be told apart.
+/// Larger times are not shown: a double cannot distinguish their seconds.
 inline constexpr double kMostClockSeconds = 1e12;
 
 std::string twoDigits(long long number);

@@ -9,9 +9,9 @@
 /// Formats of dates, times, months and weekdays.
 bool isDateFormat(const VEXA_Format& format);
 
-/// A moment, a duration, a month or a weekday in such a format, at most as wide as it says: without
-/// decimals, seconds or the century if it has to be; asterisks for what does not fit or is no date.
+/// Formats a point in time, duration, month or weekday, at most as wide as the format. Omits
+/// decimals, seconds or the century if necessary; asterisks if it does not fit or is invalid.
 std::string dateText(double value, const VEXA_Format& format);
 
-/// The value of such a text; nothing if it is none.
+/// The value of such a text; nullopt if it is invalid.
 std::optional<double> readDate(std::string_view text, const VEXA_Format& format);

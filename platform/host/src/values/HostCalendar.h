@@ -5,8 +5,7 @@
 #include <optional>
 #include <string_view>
 
-/// The host's calendar: seconds since 1582-10-14, and what they are in days. Days before the first
-/// one are counted on backwards.
+/// The host's calendar: seconds since 1582-10-14 and their days. Earlier days are negative.
 
 inline constexpr double kSecondsPerDay = 86400;
 inline constexpr int kMonths = 12;
@@ -18,18 +17,19 @@ inline constexpr std::array<std::string_view, kMonths> kMonthNames{
 inline constexpr std::array<std::string_view, kWeekdays> kWeekdayNames{
     "SUNDAY", "MONDAY", "TUESDAY", "WEDNESDAY", "THURSDAY", "FRIDAY", "SATURDAY"};
 
-/// The day that a moment lies in; nothing outside of the years 1 to 9999.
+/// The day of a point in time; nullopt outside the years 1 to 9999.
 std::optional<std::chrono::sys_days> dayOfSeconds(double seconds);
 double secondsOfDay(std::chrono::sys_days day);
 
-/// From 1.
+/// Counted from 1.
 int dayOfYear(std::chrono::sys_days day);
 std::chrono::sys_days firstOfYear(int year);
 
-/// Years are written in two digits, and read so, from 1940 to 2039.
+/// Two-digit years represent 1940 to 2039.
 bool hasShortYear(int year);
 int yearOfShort(int digits);
 
-/// The number, from 1, of the month or weekday that a word of at least three letters begins.
+/// The number, from 1, of the month or weekday whose name begins with a word of at least three
+/// letters.
 std::optional<int> monthOfName(std::string_view upper);
 std::optional<int> weekdayOfName(std::string_view upper);

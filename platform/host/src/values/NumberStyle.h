@@ -4,7 +4,7 @@
 
 #include "VexaFormat.h"
 
-/// How the numbers of a format are spelt.
+/// Spelling of the numbers of a format.
 struct NumberStyle
 {
     char decimalSign = '.';
@@ -15,6 +15,6 @@ struct NumberStyle
 };
 
 bool isNumberFormat(const VEXA_Format& format);
-/// The style of a number format: its own signs, or those of the host's locale. Every other format
-/// counts as that of general numbers.
+/// The style of a number format: its own signs, or those of the host's locale. Other formats have
+/// the style of general numbers.
 NumberStyle numberStyle(const VEXA_Format& format);

@@ -6,9 +6,9 @@
 
 #include "values/NumberStyle.h"
 
-/// A number in a style, at most `width` bytes: with fewer decimals if it has to be, then in
-/// scientific notation, then as asterisks. Infinity and what is no number have words.
+/// Formats a number in a style with at most `width` bytes: with fewer decimals if necessary, then
+/// in scientific notation, then as asterisks. Infinity and NaN are words.
 std::string numberText(double value, const NumberStyle& style, int decimals, std::size_t width);
 
-/// The number of such a text; nothing if it is none.
+/// The number of such a text; nullopt if it is invalid.
 std::optional<double> readNumber(std::string_view text, const NumberStyle& style);

@@ -4,13 +4,13 @@
 #include <string>
 #include <string_view>
 
-/// ASCII letters in upper case; everything else as it is.
+/// Converts ASCII letters to upper case.
 std::string upperCase(std::string_view text);
-/// Without blanks and tabs on either side.
+/// Removes blanks and tabs at both ends.
 std::string_view trimmed(std::string_view text);
 
-/// Takes a text apart from the left. Every operation takes what it finds off the text, and nothing
-/// if it does not find it.
+/// Parses a text from the left. Every operation removes what it finds, or nothing if it does not
+/// find it.
 class TextParts
 {
 public:
@@ -19,16 +19,17 @@ public:
     bool atEnd() const { return _rest.empty(); }
     std::string_view rest() const { return _rest; }
 
-    /// One of the characters; some of them, maybe none.
+    /// Takes one of the characters.
     bool take(std::string_view characters);
+    /// Skips any number of the characters.
     void skip(std::string_view characters);
-    /// Digits, at most so many.
+    /// Takes at most `mostDigits` digits.
     std::optional<int> number(std::size_t mostDigits);
-    /// Digits, as many as there are, for amounts that are too great for the former.
+    /// Takes all digits, for numbers that are too large for number().
     std::optional<double> amount();
-    /// Letters, in upper case; empty for none.
+    /// Takes letters and returns them in upper case; empty for none.
     std::string word();
-    /// Digits behind a decimal sign, as a part of one; 0 if there is no sign.
+    /// Takes a decimal sign and digits and returns the fraction; 0 if there is no sign.
     double fraction();
 
 private:
