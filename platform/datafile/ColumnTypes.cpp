@@ -3,7 +3,7 @@
 namespace datafile {
 namespace {
 
-/// A storage in the words of the database and of messages.
+/// The names of a storage: in SQL and in messages.
 struct TypeNames
 {
     CFField::StorageType storage;
@@ -26,7 +26,7 @@ const TypeNames& namesOf(CFField::StorageType storage)
     for (const TypeNames& names : kTypes)
         if (names.storage == storage)
             return names;
-    return kTypes[2]; // text holds anything
+    return kTypes[2]; // text can hold any value
 }
 
 } // namespace
@@ -58,7 +58,7 @@ CFField::StorageType storageOfColumn(duckdb_type type)
     case DUCKDB_TYPE_USMALLINT:
     case DUCKDB_TYPE_UINTEGER:
         return CFField::Integer;
-    case DUCKDB_TYPE_UBIGINT: // beyond the range of a signed integer
+    case DUCKDB_TYPE_UBIGINT: // out of range for a signed integer
     case DUCKDB_TYPE_HUGEINT:
     case DUCKDB_TYPE_UHUGEINT:
     case DUCKDB_TYPE_FLOAT:
@@ -83,7 +83,8 @@ CFField::StorageType storageOfColumn(duckdb_type type)
 
 std::string canonicalColumn(const std::string& column, duckdb_type type)
 {
-    // A timestamp with a zone is an instant: its clock reading in UTC, whatever the process's zone.
+    // A timestamp with a zone is converted to its clock reading in UTC, independent of the
+    // process's zone.
     if (type == DUCKDB_TYPE_TIMESTAMP_TZ)
         return "CAST((" + column + " AT TIME ZONE 'UTC') AS TIMESTAMP)";
     const TypeNames& names = namesOf(storageOfColumn(type));

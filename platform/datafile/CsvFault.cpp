@@ -5,7 +5,7 @@
 namespace datafile {
 namespace {
 
-/// The words of types in the database's messages and in this engine's.
+/// Type names of the database's messages, and ours.
 constexpr std::pair<std::string_view, const char*> kTypeWords[] = {
     {"BIGINT", "Integer"},      {"DOUBLE", "Real"}, {"DATE", "Date"},
     {"TIMESTAMP", "Timestamp"}, {"TIME", "Time"},
@@ -69,7 +69,7 @@ std::string csvReason(const std::string& databaseMessage)
         return "the text is not UTF-8";
     if (contains(databaseMessage, "Maximum line size"))
         return "the line is too long";
-    // The mark stands on the first line, the reason on the one after the record itself.
+    // The marker is on the first line; the reason follows on the line after the record.
     const auto lines = between(databaseMessage, "Original Line: ", "\n\n");
     const auto reason = lines ? lines->find('\n') : std::string::npos;
     return reason == std::string::npos ? headline(databaseMessage) : lines->substr(reason + 1);

@@ -9,7 +9,7 @@
 namespace datafile {
 namespace {
 
-/// How many bytes one mask speaks of.
+/// Number of bytes per mask.
 constexpr std::size_t kBlock = 64;
 
 bool isMark(char character)
@@ -26,7 +26,7 @@ std::uint64_t maskOfFew(const char* bytes, std::size_t count)
 }
 
 #if defined(__SSE2__)
-/// One bit for each of the 64 bytes, the first byte's lowest.
+/// One bit for each of the 64 bytes; the first byte is the lowest bit.
 std::uint64_t maskOfBlock(const char* bytes)
 {
     constexpr std::size_t kLane = sizeof(__m128i);
@@ -53,7 +53,7 @@ std::uint64_t maskOfBlock(const char* bytes)
 
 void CsvMarks::find(const char* bytes, std::size_t begin, std::size_t end)
 {
-    // In the worst case each byte is a mark.
+    // In the worst case every byte is a mark.
     if (_positions.size() < end - begin)
         _positions.resize(end - begin);
     std::uint32_t* next = _positions.data();

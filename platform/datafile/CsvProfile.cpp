@@ -13,10 +13,10 @@
 namespace datafile {
 namespace {
 
-/// How many records are read between two looks at whether to go on.
+/// Number of records between two calls of `goOn`.
 constexpr std::uint64_t kRecordsBetweenLooks = 1024;
 
-/// Whether an integer field can hold the number without a change.
+/// Whether an Integer field can hold the number unchanged.
 bool isWhole(const std::string& text)
 {
     double value = 0;
@@ -24,7 +24,7 @@ bool isWhole(const std::string& text)
     return parsed.ec == std::errc() && std::trunc(value) == value;
 }
 
-/// The operating system's refusal as a fault of the job.
+/// Opens the file; a system error becomes a Fault.
 CsvScanner scannerFor(const std::string& path)
 {
     try {
@@ -65,8 +65,8 @@ void CsvProfile::readNames()
         takeBlankHead();
 }
 
-/// Counts the first record of a file without names, and the blank lines before it, which are
-/// records too if there is one column.
+/// Counts the first record of a file without names. In a file with one column, the blank lines
+/// before it are records too.
 void CsvProfile::takeBlankHead()
 {
     if (_names.size() == 1)
@@ -102,7 +102,7 @@ try {
             continue;
         }
         _complete = true;
-        if (_scanner.flaw()) // the last line's end
+        if (_scanner.flaw()) // in the end of the last line
             takeFlaw(*_scanner.flaw());
     }
     return true;
@@ -120,7 +120,7 @@ bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& go
     _records = 0;
     _complete = false;
     _trusting = false;
-    // The names are known; without a header the first record is a record.
+    // The names are known. Without a header the first line is a record.
     if (_hasHeader)
         _scanner.next(_fields);
     if (_names.size() == 1)
@@ -141,7 +141,7 @@ void CsvProfile::take()
                          0, false});
     if (!_longest.empty())
         takeLengths();
-    // Types are given: only values that they would change without a word need a look.
+    // The types are fixed: search only values that would be changed silently.
     if (!_expected.empty())
         return takeExpected();
     for (std::size_t column = 0; column < _fields.size(); ++column) {
@@ -165,9 +165,9 @@ void CsvProfile::measure()
 {
     _longest.assign(_names.size(), 0);
     _gaps.assign(_names.size(), false);
-    if (_records > 0) // the first record, of a file without names
+    if (_records > 0) // the first record, in a file without names
         takeLengths();
-    if (_records > 1) // blank lines came before it
+    if (_records > 1) // blank lines precede it
         _gaps.front() = true;
 }
 
@@ -194,7 +194,8 @@ void CsvProfile::takeExpected()
 void CsvProfile::checkExpected(std::size_t column, CsvKind kind)
 {
     const std::string text(_fields[column].text);
-    // The database rounds a fraction and cuts a time of day off; all else it refuses itself.
+    // The database rounds a fraction and drops a time of day. It refuses all other invalid values
+    // itself.
     const bool changed = _expected[column] == CFField::Integer
                              ? kind == CsvKind::Real && !isWhole(text)
                              : kind == CsvKind::Timestamp;

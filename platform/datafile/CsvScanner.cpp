@@ -13,7 +13,7 @@ namespace datafile {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
-/// The database's reader gives up on longer lines as well.
+/// The database's reader fails for longer lines as well.
 constexpr std::size_t kLongestRecord = std::size_t{64} * 1024 * 1024;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
@@ -38,7 +38,7 @@ const char* wordOf(CsvLineEnd end)
     }
 }
 
-/// The number of characters in UTF-8.
+/// Number of characters in a UTF-8 text.
 std::uint64_t countCharacters(std::string_view bytes)
 {
     return static_cast<std::uint64_t>(std::count_if(bytes.begin(), bytes.end(), [](char byte) {
@@ -73,7 +73,7 @@ bool CsvScanner::refill()
     _at = 0;
     if (_end == _buffer.size()) {
         if (_buffer.size() >= kLongestRecord)
-            // An unclosed quote would take the whole of a large file into memory.
+            // An unclosed quote would read the rest of a large file into memory.
             throw std::length_error("line " + std::to_string(_line) + " does not end");
         _buffer.resize(_buffer.size() * 2);
     }
@@ -81,14 +81,14 @@ bool CsvScanner::refill()
     if (got < 0)
         throw std::system_error(errno, std::generic_category());
     _end += static_cast<std::size_t>(got);
-    // A read that fills the room may have more behind it.
+    // If the read has filled the buffer, more bytes may follow.
     _atEnd = _end < _buffer.size();
     _marks.find(_buffer.data(), 0, _end);
     _mark = 0;
     return got > 0;
 }
 
-/// Whether a line ends here; with both bytes of its end, if it has two, in the buffer.
+/// Whether a line ends here. Makes sure that both bytes of a two-byte end are in the buffer.
 bool CsvScanner::isAtLineEnd()
 {
     if (_at == _end && !refill())
@@ -141,7 +141,7 @@ bool CsvScanner::next(std::vector<CsvField>& fields)
     }
     if (_at == _end)
         return false;
-    // A record that goes on past the buffer is split again from its beginning.
+    // If the record continues beyond the buffer, split it again from its start.
     const std::optional<CsvFlaw> before = _flaw;
     while (!splitRecord(fields)) {
         _flaw = before;
@@ -151,7 +151,7 @@ bool CsvScanner::next(std::vector<CsvField>& fields)
     return true;
 }
 
-/// False if the record goes on past the bytes at hand.
+/// Returns false if the record continues beyond the buffer.
 bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
 {
     fields.clear();
@@ -165,7 +165,7 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
         const std::size_t end = quoted ? delimiter(mark) : textEnd;
         if (end == _end && !_atEnd)
             return false;
-        // Only a quote at the very end leaves its field without one that closes it.
+        // Only a quote that reaches the end of the data has no closing quote.
         if (quoted && textEnd == _end)
             note(quote, kUnclosedQuote);
         else if (quoted && end != textEnd + 1)
@@ -185,7 +185,7 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
     return true;
 }
 
-/// The quote that opens the field at `at`, or the end of the bytes if the field has none.
+/// The quote that opens the field at `at`, or the end of the data if there is none.
 std::size_t CsvScanner::openingQuote(std::size_t at) const
 {
     if (at < _end && _buffer[at] == ' ')
@@ -193,7 +193,7 @@ std::size_t CsvScanner::openingQuote(std::size_t at) const
     return at < _end && _buffer[at] == '"' ? at : _end;
 }
 
-/// Notes the first character between a closing quote and the end of its field that is no blank.
+/// Notes the first non-blank character between a closing quote and the end of its field.
 void CsvScanner::findTextAfterQuote(std::size_t quote, std::size_t end)
 {
     const std::string_view rest(_buffer.data() + quote + 1, end - quote - 1);
@@ -201,7 +201,7 @@ void CsvScanner::findTextAfterQuote(std::size_t quote, std::size_t end)
         note(quote + 1 + place, kTextAfterQuote);
 }
 
-/// Keeps a flaw of the record that begins at `_at`, unless there is an earlier one.
+/// Stores a flaw of the current record, unless an earlier one is stored.
 void CsvScanner::note(std::size_t at, const char* text)
 {
     if (_flaw)
@@ -214,8 +214,8 @@ void CsvScanner::note(std::size_t at, const char* text)
              countCharacters(ownLine) + 1, text, 0, false};
 }
 
-/// The first comma or line end from `mark` on, where `mark` then stands, or the end of the bytes. A
-/// quote inside a field that does not begin with one is a letter like others.
+/// The first comma or line end from `mark` on, or the end of the data; moves `mark` there. A quote
+/// inside an unquoted field is an ordinary character.
 std::size_t CsvScanner::delimiter(std::size_t& mark) const
 {
     while (mark < _marks.count() && _buffer[_marks[mark]] == '"')
@@ -223,8 +223,8 @@ std::size_t CsvScanner::delimiter(std::size_t& mark) const
     return mark < _marks.count() ? _marks[mark] : _end;
 }
 
-/// The quote that closes the one at `mark`, or the end of the bytes; `mark` goes past it, and
-/// `lines` counts the line ends between.
+/// The closing quote for the one at `mark`, or the end of the data. Moves `mark` behind it and adds
+/// the line ends between to `lines`.
 std::size_t CsvScanner::closingQuote(std::size_t& mark, std::uint64_t& lines) const
 {
     for (++mark; mark < _marks.count(); ++mark) {

@@ -53,10 +53,10 @@ std::string_view trimmed(std::string_view text)
     return text;
 }
 
-/// A number that is not one of digits alone; `whole` digits come first.
+/// A number that does not consist of digits only; it begins with `whole` digits.
 CsvKind realKind(std::string_view text, std::size_t whole)
 {
-    // Nearly every real is digits, a point and digits. It need not be converted to be known.
+    // Almost every real is digits, a point and digits, which needs no conversion.
     if (text[whole] == '.' && text.size() > 1 &&
         whole + 1 + digitsFrom(text, whole + 1) == text.size())
         return CsvKind::Real;
@@ -74,19 +74,19 @@ CsvKind numberKind(std::string_view text)
     if (negative || (!text.empty() && text.front() == '+'))
         text.remove_prefix(1);
     const std::size_t whole = digitsFrom(text, 0);
-    // Codes such as 007 lose their zeros as numbers.
+    // Codes such as 007 would lose their zeros as numbers.
     if (whole > 1 && text.front() == '0')
         return CsvKind::Text;
     if (whole == 0 && (text.empty() || text.front() != '.'))
         return CsvKind::Text;
     if (whole != text.size())
         return realKind(text, whole);
-    // So many digits fit, whichever they are.
+    // Any number with this many digits fits.
     constexpr std::size_t kDigitsThatFit = 18;
     if (whole <= kDigitsThatFit)
         return CsvKind::Integer;
     std::int64_t value = 0;
-    // The sign counts here: the range below zero reaches one further.
+    // Include the sign: the negative range is larger by one.
     const char* digits = negative ? text.data() - 1 : text.data();
     return std::from_chars(digits, text.data() + text.size(), value).ec == std::errc()
                ? CsvKind::Integer
@@ -107,7 +107,7 @@ bool isDate(std::string_view text)
                .ok();
 }
 
-/// `.` and one to six digits, or nothing.
+/// Empty, or a period and one to six digits.
 bool isFraction(std::string_view text)
 {
     return text.empty() || (text[0] == '.' && text.size() >= 2 && text.size() <= 7 &&
@@ -144,7 +144,7 @@ CsvKind kindOf(const CsvField& field)
     if (text.empty())
         return field.quoted ? CsvKind::Text : CsvKind::Missing;
     const char first = text.front();
-    // The first letter decides most texts.
+    // The first character decides for most texts.
     if (!isDigit(first) && first != '-' && first != '+' && first != '.' && first != ' ' &&
         first != 'n' && first != 'N' && first != 'i' && first != 'I')
         return CsvKind::Text;

@@ -15,19 +15,19 @@ namespace datafile {
 namespace {
 
 using Json = nlohmann::json;
-/// Keeps the order in which a text is easy to read. Not for reading: the search for a key takes as
-/// long as the object has keys.
+/// Keeps the order of keys, for readable text. Not used for reading, because the search for a key
+/// is linear.
 using OrderedJson = nlohmann::ordered_json;
 
 constexpr int kSchema = 1;
-/// A dictionary is flat: nothing in it lies deeper than a value label.
+/// A dictionary is flat; value labels are its deepest part.
 constexpr int kDeepest = 8;
 constexpr std::string_view kLevels[] = {"unknown", "nominal", "ordinal", "scale"};
 constexpr std::string_view kRoleWords[] = {"input", "target",    "both",
                                            "none",  "partition", "recordId"};
 constexpr std::string_view kValueTypes[] = {"number", "text"};
 
-/// What is wrong with a text, before it is known whose text it is.
+/// A problem in a text, before its origin is known.
 struct Wrong
 {
     std::string what;
@@ -54,7 +54,7 @@ OrderedJson jsonOf(const DictionaryMissing& missing)
     return json;
 }
 
-/// What has its default is left out, so that a dictionary is short to read.
+/// Omits defaults, so that a dictionary is short.
 OrderedJson jsonOf(const DictionaryVariable& variable)
 {
     OrderedJson json = {{"name", variable.name}};
@@ -79,7 +79,7 @@ OrderedJson jsonOf(const DictionaryVariable& variable)
     return json;
 }
 
-/// The member of an object, or null if it is absent. Throws Wrong if it is not what it should be.
+/// The member of an object; null if it is missing. Throws Wrong if it has a wrong type.
 const Json* member(const Json& json, const char* key, bool (*isRight)(const Json&),
                    const char* kind)
 {
@@ -114,7 +114,7 @@ std::string textIn(const Json& json, const char* key)
     return found ? found->get<std::string>() : std::string();
 }
 
-/// These read a member by its key, with the default where it is absent.
+/// The next functions read a member; a missing one has the default.
 std::uint64_t countIn(const Json& json, const char* key, std::uint64_t most)
 {
     const Json* found = member(json, key, isCount, "a whole number");
@@ -136,7 +136,7 @@ std::vector<std::string> textsIn(const Json& json, const char* key)
     return texts;
 }
 
-/// The place of the word among those that may stand there; the first one is the default.
+/// The index of the word among the allowed ones; the first one is the default.
 template <std::size_t Count>
 std::size_t wordIn(const Json& json, const char* key, const std::string_view (&words)[Count])
 {
@@ -167,7 +167,7 @@ DictionaryFormat formatIn(const Json& json, const char* key)
         format.width = static_cast<std::uint16_t>(countIn(*found, "width", 65535));
         format.decimals = static_cast<std::uint8_t>(countIn(*found, "decimals", 255));
     }
-    // Without a type there is no format, whatever else is said of it.
+    // Without a type there is no format.
     return format.type != 0 ? format : DictionaryFormat();
 }
 
@@ -181,7 +181,7 @@ std::optional<double> endIn(const Json& range, const char* key)
     return found->get<double>();
 }
 
-/// At most three values, or a range with one more, as the host has them.
+/// At most three values, or a range and one value, as in the host.
 DictionaryMissing missingIn(const Json& json, bool isString)
 {
     DictionaryMissing missing;
@@ -235,8 +235,8 @@ DictionaryVariable variableOf(const Json& json)
     return variable;
 }
 
-/// The host finds names without regard to letter case, so none may depend on it; weight and split
-/// name columns, by the letter.
+/// The host ignores letter case in names, so no two names may differ only in it. Weight and split
+/// refer to columns by their exact names.
 void checkNames(const Dictionary& dictionary)
 {
     std::set<std::string> names;
@@ -260,7 +260,7 @@ Dictionary read(const Json& json)
 {
     if (!json.is_object())
         throw Wrong{"it is not an object"};
-    // What a later version says cannot be guessed, and half a dictionary makes wrong results.
+    // A later version cannot be interpreted, and half a dictionary gives wrong results.
     if (countIn(json, "schema", UINT32_MAX) > kSchema)
         throw Wrong{"it is of a later version"};
     Dictionary dictionary;

@@ -8,7 +8,7 @@
 namespace datafile::duck {
 namespace {
 
-/// Nothing is fetched from outside: what the engine needs is linked in.
+/// Prevents loading from outside: all that the engine needs is linked in.
 constexpr std::pair<const char*, const char*> kOpenOptions[] = {
     {"autoinstall_known_extensions", "false"},
     {"autoload_known_extensions", "false"},
@@ -81,8 +81,8 @@ Connection::Connection(duckdb_database database)
 
 Connection::~Connection()
 {
-    // While an exception unwinds the stack, the database lets go of such a statement without
-    // waiting for the threads that work on it, and they go on with what is gone.
+    // During stack unwinding the database releases such a statement without waiting for its
+    // threads, which then use released memory.
     if (std::uncaught_exceptions() > 0)
         endStatement();
     duckdb_disconnect(&_connection);
@@ -91,13 +91,13 @@ Connection::~Connection()
 void Connection::endStatement() noexcept
 {
     duckdb_interrupt(_connection);
-    // A further statement waits for the threads that work on the last one, and lets go of it.
+    // The next statement waits for the threads of the last one and releases it.
     duckdb_query(_connection, "SELECT 1", nullptr);
 }
 
 namespace {
 
-/// The interface takes texts that end at the first NUL: one inside would cut the statement.
+/// The interface takes C strings, so a NUL would cut the statement.
 void refuseNul(const std::string& sql)
 {
     if (sql.find('\0') != std::string::npos)

@@ -17,7 +17,7 @@ struct Measure
 {
     CFField::FieldType type;
     DictionaryLevel level;
-    bool isLevel; ///< the level says it all
+    bool isLevel; ///< the level is sufficient
 };
 
 constexpr Measure kMeasures[] = {
@@ -35,14 +35,14 @@ constexpr std::pair<CFField::RoleType, DictionaryRole> kRolesOfFields[] = {
     {CFField::Partition, DictionaryRole::Partition}, {CFField::RecordId, DictionaryRole::RecordId},
 };
 
-/// A text stands in the column, also where the storage is not known.
+/// The column contains texts, also if the storage is unknown.
 bool isText(const CFField& field)
 {
     return columnTypeOf(field.GetStorage()) == DUCKDB_TYPE_VARCHAR;
 }
 
-/// Null for a datum that a dictionary cannot hold: the nearest double of an integer is another
-/// value, and would take over what is said of this one.
+/// Null for a datum that a dictionary cannot hold: the nearest double of a large integer is another
+/// value, which would get its description.
 std::optional<DictionaryValue> valueOf(const CFDatum& datum, bool isText)
 {
     if (isText)
@@ -65,7 +65,7 @@ bool isNumber(const CFDatum& datum)
     return datum.IsInteger() || datum.IsReal();
 }
 
-/// Open for an infinite limit. A limit between two doubles goes to the nearest.
+/// No limit for an infinity. A limit between two doubles is rounded.
 std::optional<double> endOf(const CFDatum& limit)
 {
     if (limit.IsInteger())
@@ -74,7 +74,7 @@ std::optional<double> endOf(const CFDatum& limit)
                                                             : std::nullopt;
 }
 
-/// All that are of the field's kind, be they more than a dictionary holds.
+/// All missing values of the field's kind, even more than a dictionary can hold.
 DictionaryMissing missingOf(const CFField& field)
 {
     const CFMissingValues& missing = field.GetMissingValues();
@@ -147,7 +147,7 @@ CFMissingValues missingOf(const DictionaryMissing& missing, CFField::StorageType
     if (missing.hasRange)
         range = CFRange(missing.from ? datumOf(*missing.from, storage) : CFDatum(),
                         missing.to ? datumOf(*missing.to, storage) : CFDatum());
-    // A range without limits would hold no value here; there it holds them all.
+    // Here a range without limits contains no values, but in a dictionary it contains all.
     if (missing.hasRange && range.IsEmpty())
         range = CFRange(CFDatum(std::numeric_limits<double>::lowest()), CFDatum());
     std::vector<CFValue> values;
@@ -178,7 +178,7 @@ Dictionary dictionaryOfFields(const Fields& fields)
     Dictionary dictionary;
     for (const CFField& field : fields) {
         dictionary.variables.push_back(variableOf(field));
-        // A file has one weight at most, and weights are numbers.
+        // A file has at most one weight, which is numeric.
         if (field.GetRole() == CFField::FrequencyWeight && dictionary.weight.empty() &&
             !isText(field))
             dictionary.weight = field.GetName();

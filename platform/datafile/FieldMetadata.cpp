@@ -16,7 +16,7 @@ bool isNumber(CFField::StorageType storage)
     return storage == CFField::Integer || storage == CFField::Real;
 }
 
-/// Whether what is said of values of the one can be said of the other's.
+/// Whether descriptions of one storage's values apply to the other's.
 bool areComparable(CFField::StorageType one, CFField::StorageType other)
 {
     return one == other || (isNumber(one) && isNumber(other));

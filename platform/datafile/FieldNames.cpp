@@ -24,11 +24,11 @@ char lowered(char letter)
 
 std::string foldedName(std::string name)
 {
-    // Most names are ASCII, and are compared often.
+    // Most names are ASCII and are compared often.
     if (!isAscii(name)) {
         std::string folded;
         icu::UnicodeString letters = icu::UnicodeString::fromUTF8(name);
-        // Without memory ICU gives an empty text that is marked: all such names would be equal.
+        // Without memory ICU returns a bogus empty text, and all such names would be equal.
         if (letters.foldCase().isBogus())
             throw std::bad_alloc();
         letters.toUTF8String(folded);
@@ -41,7 +41,7 @@ std::string foldedName(std::string name)
 
 bool isSameName(const std::string& left, const std::string& right)
 {
-    // Letters beyond ASCII may fold to letters within.
+    // Letters outside ASCII may fold to ASCII letters.
     if (!isAscii(left) || !isAscii(right))
         return foldedName(left) == foldedName(right);
     return left.size() == right.size() &&
@@ -60,7 +60,7 @@ std::vector<std::string> uniqueNames(std::vector<std::string> names)
     std::set<std::string> used;
     for (std::string& name : names) {
         const std::string base = name;
-        // A made-up name avoids the given ones too: theirs should stay theirs.
+        // A generated name must not equal a given one either.
         for (int number = 1;
              used.contains(foldedName(name)) || (name != base && given.contains(foldedName(name)));
              ++number)

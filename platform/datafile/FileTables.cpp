@@ -16,15 +16,16 @@
 namespace datafile {
 namespace {
 
-/// What the database has to be told of the lines of a CSV file. It would take the first line break
-/// of the file for its line end, even one within quotes, and a blank line for the names.
+/// Properties of a CSV file's lines that the database must be told. Otherwise it would take the
+/// first line break for the file's line end, even one inside quotes, and a blank line for the
+/// names.
 struct CsvLines
 {
     std::uint64_t blankLines = 0; ///< before the first record
     CsvLineEnd end = CsvLineEnd::None;
 };
 
-/// A file that cannot be read is left to the database, which says why.
+/// Ignores a file that cannot be read; the database reports the reason.
 CsvLines linesOf(const std::string& path)
 try {
     CsvScanner scanner(path);
@@ -61,8 +62,8 @@ std::string rejectScansOf(const std::string& rejects)
 std::string csvTable(const std::string& path, bool hasHeader, const Fields& columns,
                      const std::string& rejects)
 {
-    // Everything is said, so that the database guesses nothing: not the delimiter, not lines to
-    // skip, not comments, not columns in the names of folders. A quoted nothing is an empty text.
+    // Set all options, so that the database does not guess: delimiter, skipped lines, comments,
+    // columns from folder names. A quoted empty field is an empty text.
     std::string sql = "read_csv(" + quotedLiteral(literalPath(path)) +
                       ", auto_detect = false, delim = ',', quote = '\"', escape = '\"', "
                       "comment = '', compression = 'none', allow_quoted_nulls = false, "

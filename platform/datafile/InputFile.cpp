@@ -64,7 +64,7 @@ std::string readSmallFile(const std::string& path, const std::string& step)
 
 std::string literalPath(const std::string& path)
 {
-    // A class of one character stands for the character itself in a pattern.
+    // In a pattern, a class of one character matches that character.
     std::string literal;
     for (const char character : path) {
         if (character == '*' || character == '?' || character == '[')

@@ -5,7 +5,7 @@
 namespace datafile {
 namespace {
 
-/// What exceeds the bounds, and the place of the byte that does.
+/// The limit that is exceeded, and the position.
 struct Found
 {
     std::size_t place = std::string_view::npos;
@@ -30,7 +30,7 @@ Found firstExcess(std::string_view json, const JsonBounds& bounds)
             return {at, JsonExcess::Depth};
         else if (byte == ']' || byte == '}')
             --depth;
-        // A comma precedes another value, and an opening bracket the first one of its list.
+        // A comma precedes another value, an opening bracket the first value.
         else if ((opens || byte == ',') && ++values > bounds.values)
             return {at, JsonExcess::Values};
     }

@@ -14,9 +14,9 @@ namespace datafile {
 namespace {
 
 constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
-constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO; // without those that change a user
+constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO; // without set-user-id and the like
 
-/// Whether a link may have been planted: the system itself does not follow such a link either.
+/// Whether another user may have planted the link: the system does not follow such a link either.
 bool isForeignLink(const struct stat& link, const std::string& folder)
 {
     struct stat state = {};
@@ -26,7 +26,7 @@ bool isForeignLink(const struct stat& link, const std::string& folder)
     return isShared && link.st_uid != geteuid() && link.st_uid != state.st_uid;
 }
 
-/// The destination, or what it leads to if it is a link.
+/// The destination, or its target if it is a link.
 std::string followed(const std::string& destination, const std::string& step)
 {
     struct stat link = {};
@@ -49,12 +49,12 @@ void checkReplaced(const struct stat& state, const std::string& path,
     if (S_ISDIR(state.st_mode))
         throw Fault(faults::kFileIsFolder,
                     placeOf(step, destination) + "this is a folder, not a file");
-    // A device must not be replaced by a file of its name.
+    // A device must not be replaced by a file.
     if (!S_ISREG(state.st_mode))
         throw Fault(faults::kFileUnwritable,
                     placeOf(step, destination) + "this is not a regular file");
-    // A rename asks nobody but the folder. Root may write everything, which is not what a file
-    // without any write bit is meant for.
+    // A rename needs only the folder's permission. Root may write everything, but a file without
+    // write bits is meant to be protected.
     if ((state.st_mode & kWriteBits) == 0 || access(path.c_str(), W_OK) != 0)
         throw Fault(faults::kFileUnwritable,
                     placeOf(step, destination) + "the file is protected against writing");
@@ -87,7 +87,7 @@ OutputTarget outputTarget(const std::string& destination, const std::string& ste
 bool keepOwnership(int descriptor, const struct stat& replaced)
 {
     mode_t mode = replaced.st_mode & kPermissions;
-    // Only root can give a file away; a member of the group can keep the group.
+    // Only root can change the owner; a member of the group can keep the group.
     const bool keepsGroup = fchown(descriptor, replaced.st_uid, replaced.st_gid) == 0 ||
                             fchown(descriptor, static_cast<uid_t>(-1), replaced.st_gid) == 0;
     if (!keepsGroup)

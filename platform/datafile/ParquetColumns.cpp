@@ -16,7 +16,7 @@
 namespace datafile {
 namespace {
 
-/// A data model that cannot be read counts as none: the columns are there all the same.
+/// An unreadable data model is ignored, because the columns are still known.
 Fields fieldsOfModel(const std::string& xml)
 {
     Fields fields;
@@ -30,7 +30,7 @@ Fields fieldsOfModel(const std::string& xml)
     return fields;
 }
 
-/// Holds a dictionary against the columns that it speaks of.
+/// Compares a dictionary with the columns that it describes.
 class DictionaryCheck
 {
 public:
@@ -75,14 +75,14 @@ void DictionaryCheck::check(const DictionaryVariable& variable) const
         bound(_columns.values[static_cast<std::size_t>(field - _columns.fields.begin())], variable);
 }
 
-/// Widths show only while the values are read.
+/// Widths can only be checked while values are read.
 void DictionaryCheck::bound(std::string& value, const DictionaryVariable& variable) const
 {
     const std::string most = std::to_string(mostBytes(_dictionary, variable));
     const std::string fault = raisedText(
         faults::kDataModel, prefix(variable) + "has a value that is longer than the " +
                                 std::to_string(variable.width) + " bytes that the dictionary says");
-    // Blanks at the end fill the host's texts up. To look for them takes longer than to count.
+    // Trailing blanks only pad the host's texts. Count the bytes first, because that is faster.
     value = "CASE WHEN strlen(" + value + ") > " + most + " AND strlen(rtrim(" + value + ")) > " +
             most + " THEN error(" + quotedLiteral(fault) + ") ELSE " + value + " END";
 }
@@ -118,7 +118,7 @@ Dictionary describeColumns(duck::Connection& connection, const std::string& path
 
 std::size_t mostBytes(const Dictionary& dictionary, const DictionaryVariable& variable)
 {
-    // A byte of another encoding may become three of UTF-8.
+    // A byte of another encoding may become three bytes of UTF-8.
     const auto width = static_cast<std::size_t>(variable.width);
     return dictionary.encoding == "UTF-8" ? width : 3 * width;
 }

@@ -19,11 +19,11 @@
 namespace datafile {
 namespace {
 
-constexpr std::string_view kMark = ".hv-"; ///< before the numbers that make a name unique
+constexpr std::string_view kMark = ".hv-"; ///< precedes the numbers that make a name unique
 constexpr std::string_view kEnding = ".part";
 constexpr int kMostPartNames = 100;
 
-/// No name of this process repeats, and hardly one of another process.
+/// Unique in this process, and very probably unlike names of other processes.
 std::string newName(const std::string& destination)
 {
     static std::atomic<unsigned> counter = 0;
@@ -46,14 +46,14 @@ bool isPartName(std::string_view name)
     return name.find_first_not_of("0123456789-", mark + kMark.size()) == std::string_view::npos;
 }
 
-/// Whether the file still has a name. Between its making and its locking a sweep may take it.
+/// Whether the file still has its name. A sweep may remove it between its creation and its lock.
 bool isNamed(const FileDescriptor& file)
 {
     struct stat state = {};
     return fstat(file.get(), &state) == 0 && state.st_nlink > 0;
 }
 
-/// Removes a file if it has the name of an unfinished one, is this user's, and can be locked.
+/// Removes a file with the name of an unfinished one, if it is this user's and can be locked.
 void sweepPart(const std::string& path)
 {
     const FileDescriptor file(
@@ -62,14 +62,14 @@ void sweepPart(const std::string& path)
     if (!file || fstat(file.get(), &state) != 0 || !S_ISREG(state.st_mode) ||
         state.st_uid != geteuid() || !file.lockAlone())
         return;
-    // Its writer may have renamed it and ended just before the lock was free.
+    // Its writer may have renamed it and ended just before the lock was released.
     struct stat named = {};
     if (lstat(path.c_str(), &named) == 0 && named.st_ino == state.st_ino &&
         named.st_dev == state.st_dev)
         unlink(path.c_str());
 }
 
-/// Sweeps a folder once in the life of the process: listing a large one takes time.
+/// Sweeps a folder once per process, because listing a large one is slow.
 void sweepOnce(const std::string& folder)
 {
     static std::mutex mutex;
@@ -92,7 +92,7 @@ try {
         if (isPartName(entry->path().filename().native()))
             sweepPart(entry->path().native());
 } catch (const std::exception&) {
-    // What is left is left to the next sweep.
+    // The next sweep removes the rest.
     return;
 }
 
@@ -105,7 +105,7 @@ PartFile::PartFile(const std::string& destination, mode_t mode)
             open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
         if (!file && errno != EEXIST)
             break;
-        // On a file system without locks nobody can sweep either.
+        // If the file system has no locks, nobody can sweep either.
         if (file && (file.lockAlone() || errno != EWOULDBLOCK) && isNamed(file)) {
             _path = std::move(path);
             _file = std::move(file);

@@ -13,10 +13,10 @@
 namespace datafile {
 namespace {
 
-constexpr mode_t kNewFileMode = 0666; // less what the process's mask takes away
+constexpr mode_t kNewFileMode = 0666; // minus the process's umask
 constexpr mode_t kPrivateFileMode = 0600;
 
-/// Makes a rename last. A file system that cannot do so has renamed all the same.
+/// Flushes a rename to disk. A failure does not undo the rename.
 void syncFolder(const std::string& folder)
 {
     const FileDescriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));

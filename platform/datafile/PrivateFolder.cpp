@@ -22,7 +22,7 @@ FileDescriptor openFolder(const std::string& path)
     return FileDescriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-/// Whether the path still leads to the folder: a sweep may have been faster.
+/// Whether the path still refers to the folder: a sweep may have removed it.
 bool isAt(const FileDescriptor& folder, const std::string& path)
 {
     struct stat own = {};
@@ -38,7 +38,7 @@ void sweepFolder(const std::string& path)
     if (!folder || fstat(folder.get(), &state) != 0 || state.st_uid != geteuid() ||
         !folder.lockAlone())
         return;
-    std::error_code ignored; // what is left is left to the next sweep
+    std::error_code ignored; // the next sweep removes the rest
     if (isAt(folder, path))
         fs::remove_all(path, ignored);
 }
@@ -79,7 +79,7 @@ PrivateFolder::PrivateFolder(const std::string& parent, const std::string& prefi
             errno = reason;
             break;
         }
-        // On a file system without locks nobody can sweep either.
+        // If the file system has no locks, nobody can sweep either.
         if (folder && (folder.lockAlone() || errno != EWOULDBLOCK) && isAt(folder, path)) {
             _path = std::move(path);
             _folder = std::move(folder);
@@ -135,7 +135,7 @@ void makeOwnersFolders(const std::string& path, std::error_code& error)
     if (parent != path)
         makeOwnersFolders(parent, error);
     error.clear();
-    // Another process may make it in between.
+    // Another process may create it meanwhile.
     if (mkdir(path.c_str(), kPrivateFolderMode) != 0 && !fs::is_directory(path))
         error = {errno, std::generic_category()};
 }

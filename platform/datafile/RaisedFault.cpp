@@ -5,7 +5,7 @@
 namespace datafile {
 namespace {
 
-/// What the database puts before the text of an error that SQL raises.
+/// The database's prefix for errors that SQL raises.
 constexpr std::string_view kPrefix = "Invalid Input Error: ";
 constexpr std::string_view kIdBegins = "HVE";
 constexpr std::size_t kIdLength = 10;

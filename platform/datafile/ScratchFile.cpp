@@ -13,13 +13,13 @@ namespace datafile {
 
 ScratchFile::ScratchFile(const std::string& folder)
 {
-    std::error_code ignored; // mkstemp tells what is wrong
+    std::error_code ignored; // mkstemp reports the reason
     makeOwnersFolders(folder, ignored);
     std::string name = folder + "/hvscratch-XXXXXX";
     _file = FileDescriptor(mkostemp(name.data(), O_CLOEXEC));
     if (!_file)
         throw std::system_error(errno, std::generic_category(), "a scratch file in " + folder);
-    // Without a name, nothing is left behind however the process ends.
+    // A file without a name disappears however the process ends.
     unlink(name.c_str());
 }
 

@@ -18,8 +18,8 @@ namespace {
 
 using Kind = SealedFileError::Kind;
 
-/// The form of the file: magic, salt, stream header, chunks. The last digit of the magic is the
-/// version, which fixes the cost of the key and the size of a chunk.
+/// File format: magic, salt, stream header, chunks. The last digit of the magic is the version,
+/// which determines the cost of the key and the chunk size.
 constexpr std::string_view kMagic = "HVSEALED1\n";
 constexpr std::size_t kChunk = std::size_t{64} * 1024;
 constexpr std::size_t kSealedChunk = kChunk + crypto_secretstream_xchacha20poly1305_ABYTES;
@@ -35,7 +35,7 @@ using StreamHeader = std::array<unsigned char, crypto_secretstream_xchacha20poly
                           std::string(what) + ": " + std::generic_category().message(code), code);
 }
 
-/// A key that is wiped when it is no longer needed.
+/// A key that is erased when it is destroyed.
 class DerivedKey
 {
 public:
@@ -55,7 +55,7 @@ private:
     Key _key{};
 };
 
-/// A descriptor of the caller's, with failures as exceptions.
+/// A borrowed descriptor whose failures are exceptions.
 class Borrowed
 {
 public:
@@ -81,7 +81,7 @@ private:
     FileDescriptor _file;
 };
 
-/// What stands between the magic and the chunks.
+/// The part between the magic and the chunks.
 struct SealedHead
 {
     Salt salt{};
@@ -144,7 +144,7 @@ void sealFile(int source, int target, const std::string& password, const SealedF
     while (got == kChunk) {
         callStep(step);
         got = input.read(plain.data(), plain.size());
-        // A short chunk is the last one; a content of whole chunks ends with an empty one.
+        // A short chunk is the last one. Content of complete chunks ends with an empty chunk.
         const unsigned char tag =
             got < kChunk ? crypto_secretstream_xchacha20poly1305_TAG_FINAL : 0;
         unsigned long long length = 0;
@@ -176,7 +176,7 @@ void openSealedFile(int source, int target, const std::string& password, const S
         if (got == 0 ||
             crypto_secretstream_xchacha20poly1305_pull(&state, plain.data(), &length, &tag,
                                                        sealed.data(), got, nullptr, 0) != 0)
-            // The first chunk tells a wrong password: nothing before it is checked.
+            // The first chunk detects a wrong password, because nothing before it is authenticated.
             throw first && got > 0
                 ? SealedFileError(Kind::WrongPassword,
                                   "the password is wrong, or the file is damaged at its beginning")

@@ -26,7 +26,7 @@ std::string quotedLiteral(const std::string& text)
     std::size_t zero = text.find('\0');
     if (zero == std::string::npos)
         return quoted(text, '\'');
-    // SQL goes to the database as a C string, so a zero character has to be built there.
+    // SQL is passed as a C string, so a zero character must be computed in it.
     std::string result = "(";
     std::size_t begin = 0;
     for (; zero != std::string::npos; zero = text.find('\0', begin)) {

@@ -10,19 +10,19 @@ namespace {
 constexpr std::int64_t kMicroseconds = 1000000;
 constexpr std::int64_t kStart1900 = -2208988800 * kMicroseconds;
 constexpr std::int64_t kStart3700 = 54593568000 * kMicroseconds;
-/// Within the range of the database's timestamps, with room for rounding.
+/// Within the database's range of timestamps, with a margin for rounding.
 constexpr std::int64_t kFarthest = 9200000000000000000;
-/// How far a host's double may be from the timestamp that was meant, in steps of such doubles: half
-/// a step is lost when the host rounds it, and up to a quarter if it was made from a row's double.
+/// Maximum distance of a host's double from its timestamp, in steps of such doubles: half a step is
+/// lost by the host's rounding, and up to a quarter if it came from a row's double.
 constexpr double kReach = 0.75;
 
-/// The distance between doubles of this size.
+/// The distance between doubles near this value.
 double stepAt(double value)
 {
     return std::scalbn(std::numeric_limits<double>::epsilon(), std::ilogb(value));
 }
 
-/// Adds the whole seconds to the origin first: that sum is exact, so the result is rounded once.
+/// Adds the whole seconds to the origin first. That sum is exact, so the result is rounded once.
 double secondsSince(double origin, std::int64_t microseconds)
 {
     std::int64_t whole = microseconds / kMicroseconds;
@@ -35,7 +35,7 @@ double secondsSince(double origin, std::int64_t microseconds)
            static_cast<double>(rest) / static_cast<double>(kMicroseconds);
 }
 
-/// The microseconds of a fraction of a second, which is the rest of a host's double with this step.
+/// The microseconds of a fraction of a second from a host's double with this step.
 std::int64_t roundestMicroseconds(double fraction, double step)
 {
     const double exact = fraction * static_cast<double>(kMicroseconds);
@@ -43,7 +43,7 @@ std::int64_t roundestMicroseconds(double fraction, double step)
     double grain = 10;
     while (grain < microStep)
         grain *= 10;
-    // Of two multiples of the grain, the nearer one is meant.
+    // Choose the nearer of two multiples of the grain.
     const double reach = std::min(kReach * microStep, grain / 2);
     const double roundest = std::round(exact / grain) * grain;
     return std::llround(std::fabs(roundest - exact) <= reach ? roundest : exact);
@@ -63,14 +63,15 @@ double rowSeconds(std::int64_t microseconds)
 
 std::int64_t timestampOfRow(double seconds, double epoch)
 {
-    // Whole seconds apart from their fraction: a product of both would round the last digits.
+    // Handle whole seconds and fraction separately: one product would lose the last digits.
     const double whole = std::floor(seconds);
     const double fraction = seconds - whole;
     const std::int64_t rounded = static_cast<std::int64_t>(whole) * kMicroseconds;
     if (fraction == 0)
         return rounded;
     const double step = std::max(stepAt(seconds), stepAt(seconds + epoch));
-    // A double between those of the host does not come from one: the nearest microsecond is meant.
+    // A double that the host cannot produce does not come from it: round to the nearest
+    // microsecond.
     const double steps = fraction / step;
     const bool isOfHost = steps == std::floor(steps);
     return rounded + (isOfHost ? roundestMicroseconds(fraction, step)
@@ -79,10 +80,10 @@ std::int64_t timestampOfRow(double seconds, double epoch)
 
 bool survivesHost(std::int64_t microseconds)
 {
-    // Nearly all stamps are multiples of 10 microseconds between 1900 and 3700.
+    // Almost all timestamps are multiples of 10 microseconds between 1900 and 3700.
     if (microseconds % 10 == 0 && microseconds >= kStart1900 && microseconds < kStart3700)
         return true;
-    // The database's infinities are no moments.
+    // The database's infinities are not converted.
     if (microseconds > kFarthest || microseconds < -kFarthest)
         return true;
     return timestampOfRow(hostSeconds(microseconds) - kHostEpoch) == microseconds;

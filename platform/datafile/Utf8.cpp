@@ -9,7 +9,8 @@ namespace {
 
 constexpr std::uint64_t kHighBits = 0x8080808080808080U;
 
-/// How many plain ASCII bytes begin at `from`, eight at a time: most texts are nothing else.
+/// The number of ASCII bytes from `from` on, tested eight at a time, because most texts are pure
+/// ASCII.
 std::size_t asciiRun(std::string_view bytes, std::size_t from)
 {
     std::size_t at = from;
@@ -24,7 +25,7 @@ std::size_t asciiRun(std::string_view bytes, std::size_t from)
     return at;
 }
 
-/// The length of the sequence that begins with a lead byte; 0 for none.
+/// The length of a sequence by its lead byte; 0 for an invalid one.
 std::size_t sequenceLength(unsigned char lead)
 {
     if (lead >= 0xC2 && lead <= 0xDF)
@@ -34,7 +35,7 @@ std::size_t sequenceLength(unsigned char lead)
     return lead >= 0xF0 && lead <= 0xF4 ? 4 : 0;
 }
 
-/// The second byte rules out overlong forms, surrogates and what lies past U+10FFFF.
+/// The second byte excludes overlong forms, surrogates and codes above U+10FFFF.
 bool secondByteFits(unsigned char lead, unsigned char second)
 {
     switch (lead) {
