@@ -29,7 +29,7 @@ int sign(const Value& left, const Value& right)
     return left < right ? -1 : static_cast<int>(right < left);
 }
 
-// Exact: a conversion to double would take neighbouring large integers for one.
+// Exact: a conversion to double would make neighbouring large integers equal.
 int compareMixed(std::int64_t integer, double real)
 {
     constexpr double kPastLargest = 0x1p63;
@@ -42,7 +42,7 @@ int compareMixed(std::int64_t integer, double real)
     return order != 0 ? order : sign(whole, real);
 }
 
-// Null sorts first, numbers together, texts last.
+// Sort order: null, numbers, texts.
 int rankOf(const CFDatum& datum)
 {
     if (datum.IsNull())

@@ -27,7 +27,7 @@ CFField::CFField(std::string name, FieldType type, StorageType storage, RoleType
 
 void CFField::SetBaseField(CFField base)
 {
-    // Shared by copies: a base field never changes.
+    // Copies share it, because a base field never changes.
     _baseField = std::make_shared<const CFField>(std::move(base));
 }
 

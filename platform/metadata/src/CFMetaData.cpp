@@ -40,7 +40,7 @@ const CFField* CFMetaData::GetField(const std::string& name) const
 
 int CFMetaData::GetFieldIndex(const std::string& name) const
 {
-    // The exact name first: two names may be one in upper case.
+    // Prefer the exact name: two names may be equal in upper case.
     if (const auto found = _byName.find(name); found != _byName.end())
         return static_cast<int>(found->second);
     if (!_upper)

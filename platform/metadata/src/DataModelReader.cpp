@@ -14,8 +14,8 @@ namespace {
 
 constexpr int kMaxDepth = 64;
 
-// Document types are parsed only to be refused, top-level text only to be found. White space alone
-// is a label as well.
+// Parse document types and top-level text in order to refuse them. White space alone can be a
+// label.
 constexpr unsigned kParseOptions =
     pugi::parse_default | pugi::parse_doctype | pugi::parse_fragment | pugi::parse_ws_pcdata_single;
 
@@ -28,10 +28,10 @@ void parse(const DocumentText& text, pugi::xml_document& document)
         text.fail(std::string("not well-formed XML: ") + result.description() + ".", result.offset);
 }
 
-// What reads a field goes into an element inside an element, so the depth is bounded first.
+// The reader of a field is recursive, so check the depth first.
 void checkDepth(const DocumentText& text, pugi::xml_document& document)
 {
-    // Nodes of a parsed tree point at their parents, so a walk needs no stack of its own.
+    // Nodes refer to their parents, so the walk needs no stack.
     struct DepthWalker final : pugi::xml_tree_walker
     {
         pugi::xml_node tooDeep;
@@ -48,7 +48,7 @@ void checkDepth(const DocumentText& text, pugi::xml_document& document)
                   walker.tooDeep);
 }
 
-// Refuses what may not stand at the top; comments and instructions may.
+// Refuses nodes that are not allowed at the top level; comments and instructions are.
 void checkTopNode(const DocumentText& text, pugi::xml_node node)
 {
     const pugi::xml_node_type type = node.type();

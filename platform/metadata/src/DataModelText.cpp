@@ -13,14 +13,14 @@ constexpr std::size_t kSequenceLength = 7; // _xHHHH_
 constexpr std::string_view kSequenceBegin = "_x";
 constexpr unsigned kUnderscore = 0x5F;
 
-// A carriage return is allowed, but an XML reader makes a line feed of it.
+// A carriage return is allowed, but an XML reader changes it to a line feed.
 bool needsEscape(char32_t code)
 {
     return !isXmlCharacter(code) || code == '\r';
 }
 
-// The code of an escape sequence that the text begins with, its closing underscore not looked at;
-// -1 if there is none.
+// The code of the escape sequence at the start of the text, without its closing underscore; -1 if
+// there is none.
 int openSequenceCode(std::string_view text)
 {
     constexpr std::size_t kDigitsBegin = 2;
@@ -51,7 +51,7 @@ std::string sequenceFor(char32_t code)
     return sequence + '_';
 }
 
-// Appends a character that needs an escape, as UTF-8, or the byte that it stands for.
+// Appends the UTF-8 form of an escaped character, or the byte that it represents.
 void appendCode(std::string& text, char32_t code)
 {
     if (code == 0xFFFE)
@@ -62,8 +62,8 @@ void appendCode(std::string& text, char32_t code)
         text += static_cast<char>(isStrayByte(code) ? code - kStrayByte : code);
 }
 
-// Whether the text is the same with its escapes, as most are: printable ASCII without the beginning
-// of a sequence.
+// Whether escaping leaves the text unchanged, as for most texts: printable ASCII without the start
+// of an escape sequence.
 bool isPlain(std::string_view text)
 {
     const auto isPrintable = [](char c) { return c >= ' ' && c <= '~'; };
@@ -91,8 +91,7 @@ std::string escapeText(const std::string& text)
     for (std::size_t at = 0; at < whole.size();) {
         const std::string_view rest = whole.substr(at);
         const Character character = decodeCharacter(rest);
-        // The underscore that closes a sequence may come from an escape that follows, so the open
-        // form counts.
+        // The closing underscore may come from a following escape, so test without it.
         if (needsEscape(character.code) || openSequenceCode(rest) >= 0)
             escaped += sequenceFor(character.code);
         else

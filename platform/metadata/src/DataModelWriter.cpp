@@ -7,7 +7,7 @@
 
 namespace {
 
-// Lets the XML library write straight into a string.
+// Lets the XML library write directly to a string.
 struct StringWriter final : pugi::xml_writer
 {
     std::string text;
@@ -22,8 +22,8 @@ struct StringWriter final : pugi::xml_writer
 std::string writeDataModel(const CFMetaData& metaData)
 {
     pugi::xml_document document;
-    // Neither attributes nor the short form of an empty element: who cuts the model out of a larger
-    // text looks for the two tags as they stand.
+    // No attributes, and no short form of an empty element: programs that extract the model from a
+    // larger text search for the two exact tags.
     pugi::xml_node model = document.append_child(datamodel::kRoot);
     for (std::size_t i = 0; i < metaData.FieldCount(); ++i)
         writeField(model, datamodel::kField, *metaData.GetField(i));

@@ -11,12 +11,12 @@
 
 namespace {
 
-// Bound that no honest document comes near: some hundred thousand fields fit.
+// No valid document is near this limit: it allows several hundred thousand fields.
 constexpr std::size_t kMaxBytes = std::size_t{256} << 20U;
 constexpr std::string_view kReference = "&#";
 
-// The position after a comment or a CDATA section that begins there: what looks like a reference is
-// none in it. The very same position if there is neither.
+// The position behind a comment or CDATA section that begins here, in which references have no
+// meaning. The same position if there is none.
 std::size_t afterLiteral(std::string_view text, std::size_t at)
 {
     constexpr std::pair<std::string_view, std::string_view> kLiterals[] = {{"<!--", "-->"},
@@ -27,7 +27,7 @@ std::size_t afterLiteral(std::string_view text, std::size_t at)
     return at;
 }
 
-// The number of a character reference, as in "#x41" or "#65"; too large a one is no character.
+// The code of a character reference such as "#x41" or "#65"; an invalid one if it is too large.
 char32_t referenceCode(std::string_view text)
 {
     constexpr std::uint32_t kNone = 0xFFFFFFFF;
@@ -53,7 +53,7 @@ std::string codeName(char32_t code)
 DocumentText::DocumentText(const std::string& xml) : _text(xml)
 {
     const std::string_view end = datamodel::kRootEnd;
-    // What stands behind the model, as zero bytes of a buffer, is none of it.
+    // Ignore bytes behind the model, for example the zero bytes of a buffer.
     if (const std::size_t found = _text.rfind(end); found != std::string_view::npos)
         _text = _text.substr(0, found + end.size());
     if (_text.size() > kMaxBytes)
@@ -86,7 +86,8 @@ void DocumentText::checkCharacters() const
     }
 }
 
-// The position after a character reference that begins there, which must be one of a character.
+// The position behind the character reference that begins here, which must represent a valid
+// character.
 std::size_t DocumentText::afterReference(std::size_t at) const
 {
     const std::size_t end = _text.find(';', at);

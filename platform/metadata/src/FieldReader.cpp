@@ -60,7 +60,7 @@ void readValueLists(const NodeReader& reader, pugi::xml_node node, CFField& fiel
 
 } // namespace
 
-// NOLINTNEXTLINE(misc-no-recursion): elements lie inside each other no deeper than a bound.
+// NOLINTNEXTLINE(misc-no-recursion): the nesting of elements is limited.
 CFField readField(const NodeReader& reader, pugi::xml_node node)
 {
     const std::string name = reader.required(node, datamodel::kName);

@@ -12,7 +12,7 @@ void addText(pugi::xml_node node, const char* attribute, const std::string& text
     node.append_attribute(attribute) = escapeText(text).c_str();
 }
 
-// A value without a word leaves its attribute out; the reader then takes the default.
+// A value without a word gets no attribute; the reader then uses the default.
 void addWord(pugi::xml_node node, const char* attribute, const char* word)
 {
     if (word)
@@ -29,7 +29,7 @@ void writeDatum(pugi::xml_node node, const CFDatum& datum, CFField::StorageType 
 {
     if (datum.IsNull())
         return;
-    // The kind is told only where the storage does not tell it, which keeps documents short.
+    // Write the kind only if it differs from the storage's default, so that documents are short.
     if (const DatumKind kind = kindOf(datum); kind != usualKind(storage))
         node.append_attribute(datamodel::kDatumType) = WordOf(kind);
     addText(node, datamodel::kDatum, datum.ToString(-1));

@@ -2,8 +2,7 @@
 
 namespace {
 
-/// A form of UTF-8 beyond ASCII: the bits that tell its first byte, and the lowest code that needs
-/// it.
+/// A form of non-ASCII UTF-8: the bits of its first byte, and its lowest code.
 struct Form
 {
     std::size_t length;
@@ -20,7 +19,7 @@ constexpr bool isSurrogate(char32_t code)
     return code >= 0xD800 && code <= 0xDFFF;
 }
 
-// The code of a character in the given form; kHighestCode + 1 if the bytes are not one.
+// Decodes a character in the given form; kHighestCode + 1 if the bytes are invalid.
 char32_t decodeAs(const Form& form, std::string_view text)
 {
     if (text.size() < form.length)
@@ -40,7 +39,7 @@ char32_t decodeAs(const Form& form, std::string_view text)
 Character decodeCharacter(std::string_view text)
 {
     const auto first = static_cast<unsigned char>(text[0]);
-    if (first < 0x80) // nearly all there is
+    if (first < 0x80) // the common case
         return {first, 1};
     for (const Form& form : kForms) {
         if ((first & form.mask) != form.mark)
