@@ -6,7 +6,7 @@
 
 namespace {
 
-// A signal handler may set it, which only a lock-free atomic allows.
+// A signal handler may set it, so it must be a lock-free atomic.
 std::atomic<int> attentionAsked = 0;
 static_assert(std::atomic<int>::is_always_lock_free);
 
@@ -16,7 +16,7 @@ thread_local int armedExits = 0;
 
 void* Workspace()
 {
-    // Nothing is behind the handle but its identity.
+    // Only the address of the handle matters.
     static char workspace = 0;
     return &workspace;
 }

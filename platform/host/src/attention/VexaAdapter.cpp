@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Left out if there is no memory for it: destructors take handlers out.
+/// Ignored without memory, because destructors call this.
 void note(const char* what) noexcept
 {
     try {
@@ -21,8 +21,8 @@ void note(const char* what) noexcept
 
 struct VexaAdapter::Impl
 {
-    // Held during a handler's call, so that whoever takes a handler out may destroy it afterwards.
-    // A handler may come back to the adapter on its own thread.
+    // Held while a handler is called, so that a handler may be destroyed after it is removed.
+    // Recursive, because a handler may call the adapter.
     std::recursive_mutex calling;
     std::atomic<InterruptHandler*> handler = nullptr;
 };

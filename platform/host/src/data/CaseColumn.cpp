@@ -15,7 +15,7 @@ namespace {
 constexpr double kMicroseconds = 1e6;
 constexpr double kSecondsPerDay = 86400;
 
-/// Enough of a text, in UTF-8, to know it by.
+/// The beginning of a text in UTF-8, to identify it.
 std::string beginningOf(std::string_view text)
 {
     constexpr std::size_t kEnough = 60;
@@ -24,7 +24,7 @@ std::string beginningOf(std::string_view text)
     return std::string(text.substr(0, wholeCharacters(text, kEnough, nullptr))) + "...";
 }
 
-/// Whether a number of the host equals the integer.
+/// Whether a double represents the integer exactly.
 bool isExact(std::int64_t value)
 {
     constexpr std::int64_t kTwoTo53 = 9007199254740992;
@@ -40,7 +40,7 @@ std::string integerText(std::int64_t value)
     return std::to_string(value);
 }
 
-/// With all its microseconds, as 2024-05-06 07:08:09.123456.
+/// With microseconds, for example 2024-05-06 07:08:09.123456.
 std::string timestampText(std::int64_t microseconds)
 {
     const duckdb_timestamp_struct parts = duckdb_from_timestamp({microseconds});
@@ -67,14 +67,14 @@ void CaseColumn::loadNumbers(duckdb_vector vector, std::size_t rows, Convert con
     const auto* data = static_cast<const T*>(duckdb_vector_get_data(vector));
     for (std::size_t row = 0; row < rows; ++row)
         _values[row].number = convert(data[row]);
-    // A place without a value holds whatever was there before: it is overwritten, not skipped.
+    // A missing value has an undefined number: overwrite it.
     if (std::uint64_t* validity = duckdb_vector_get_validity(vector))
         for (std::size_t row = 0; row < rows; ++row)
             if (!duckdb_validity_row_is_valid(validity, row))
                 _values[row].number = kSystemMissing;
 }
 
-/// Reports the values that no number of the host equals, as identifiers of many digits may be.
+/// Reports integers that a double cannot represent, for example long identifiers.
 template <class IsKept, class Text>
 void CaseColumn::tellRounded(duckdb_vector vector, std::size_t rows, IsKept isKept, Text text,
                              ErrorMonitor& monitor) const
@@ -87,7 +87,7 @@ void CaseColumn::tellRounded(duckdb_vector vector, std::size_t rows, IsKept isKe
                            " has more digits than a number of the host and was rounded");
 }
 
-/// Most numbers of most datasets stand in the database as they do in a case: no copy then.
+/// Most numeric columns have the same form in the database and in a case, and are not copied.
 void CaseColumn::loadReals(duckdb_vector vector, std::size_t rows)
 {
     if (duckdb_vector_get_validity(vector))
@@ -132,7 +132,7 @@ void CaseColumn::load(duckdb_vector vector, std::size_t rows, ErrorMonitor* moni
     }
 }
 
-/// A text that is not there is blank: a case has no other way to say it.
+/// A missing text becomes blank, because a case cannot represent it otherwise.
 void CaseColumn::loadTexts(duckdb_vector vector, std::size_t rows, ErrorMonitor* monitor)
 {
     makeRoom(rows);
@@ -146,13 +146,13 @@ void CaseColumn::loadTexts(duckdb_vector vector, std::size_t rows, ErrorMonitor*
     }
 }
 
-/// Converts a text to the host's encoding and to the width of its variable. What is lost on the way
-/// is reported, and the case goes on.
+/// Converts a text to the host's encoding and its variable's width. Losses are reported, and
+/// reading continues.
 void CaseColumn::put(std::size_t row, std::string_view text, ErrorMonitor* monitor)
 {
     const std::string_view original = text;
     if (_page && !isAscii(text)) {
-        // What the encoding lacks is replaced, not refused: one odd letter must not cost a file.
+        // Replace characters that the encoding lacks: a single one must not make a file unreadable.
         if (!_page->fromUtf8(text, _converted) && monitor)
             monitor->Report("variable \"" + _name + "\": the encoding " + _page->name() +
                             " cannot hold \"" + beginningOf(original) + "\"");

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A quarter of a megabyte, so that the system is asked seldom, whatever a case takes.
+/// A quarter of a megabyte, so that system calls are rare whatever the size of a case.
 constexpr std::size_t kBufferUnits = std::size_t{256} * 1024 / sizeof(OBS);
 
 [[noreturn]] void fail(const char* what, int error)
@@ -44,7 +44,7 @@ CaseCopy::CaseCopy(const std::vector<int>& widths) : _file(newFile())
 
 std::vector<OBS> CaseCopy::newBuffer() const
 {
-    // At least one case, however wide, so that every read makes headway.
+    // At least one case, so that every read makes progress.
     return std::vector<OBS>(_units == 0 ? 0
                                         : std::max<std::size_t>(kBufferUnits / _units, 1) * _units);
 }
@@ -77,7 +77,7 @@ void CaseCopy::finish()
 std::size_t CaseCopy::read(long long first, std::vector<OBS>& buffer) const
 {
     const auto left = static_cast<std::size_t>(_count - first);
-    // A case without values is still a case.
+    // A case without columns still counts.
     if (_units == 0)
         return left;
     const std::size_t cases = std::min(buffer.size() / _units, left);

@@ -8,7 +8,7 @@
 
 ErrorText errorTextOf(const datafile::Fault& fault)
 {
-    // The steps are those of jobs: here nobody knows of any.
+    // The prefixes name steps of jobs, which have no meaning here.
     std::string text = fault.text();
     for (const std::string_view step : {"read: ", "write: "})
         if (text.starts_with(step))
@@ -40,7 +40,7 @@ ErrorText errorTextOf(const std::string& path, const std::string& what,
         return ErrorText(path + ": the file is no longer there");
     if (text.find("reached an invalid state") != std::string::npos)
         return ErrorText(path + ": this is not a CSV file, or its lines end in two ways");
-    // The second is how faults inside of the database's reader show.
+    // The second text comes from internal errors of the database's reader.
     if (text.find("Failed to read file \"") != std::string::npos ||
         text.starts_with("Invalid Error: "))
         return ErrorText(path + ": " + what + ": the file is damaged");

@@ -24,22 +24,21 @@ namespace {
 
 namespace duck = datafile::duck;
 
-/// How many values of a row group are held while a file is written.
+/// The number of values in a row group, which are in memory while a file is written.
 constexpr std::size_t kValuesPerRowGroup = std::size_t{4} * 1024 * 1024;
 constexpr std::size_t kMostRowsPerGroup = 122880;
 constexpr std::size_t kLeastRowsPerGroup = 2048;
 constexpr int kWidestText = 32767;
 
-/// A column of host numbers in a type that says more of them, and the condition under which no
-/// value changes by that.
+/// A column of host numbers in a more specific type, and the condition that this changes no value.
 struct StoredAs
 {
     std::string sql;
     std::string condition;
 };
 
-/// SQL of the microseconds after a whole second: the multiple of 10 that has the same number of the
-/// host, or else the nearest one, as datafile::timestampOfRow finds them.
+/// SQL for the microseconds behind a whole second: the multiple of 10 with the same host number,
+/// otherwise the nearest one, as in datafile::timestampOfRow.
 std::string microsecondsSql(const std::string& column, const std::string& wholeSecond)
 {
     const std::string exact = "((" + column + " - (" + wholeSecond + ")) * 1e6)";
@@ -48,8 +47,8 @@ std::string microsecondsSql(const std::string& column, const std::string& wholeS
            roundest + " ELSE round(" + exact + ") END)";
 }
 
-/// The condition asks for a round trip: whole days, times within a day, and moments that
-/// microseconds tell apart.
+/// The condition tests a round trip: whole days, times within a day, and points in time that
+/// microseconds can distinguish.
 StoredAs storedAs(const std::string& column, CFField::StorageType storage)
 {
     const std::string base =
@@ -82,10 +81,10 @@ StoredAs storedAs(const std::string& column, CFField::StorageType storage)
 CaseFileStore::CaseFileStore(const UserCaseFileSpec& spec)
     : _spec(spec), _path(datafile::nativePath(hostToUtf8(spec.GetName()))), _page(hostCodePage())
 {
-    // A name that promises another form would not be read back as what it is.
+    // A name with the extension of another format could not be read back.
     if (spec.GetKind() == CaseFileKind::Csv)
         throw ErrorText(_path + ": the host writes SAV files, and this name is one of a CSV file");
-    // Whoever cannot write there should know before the cases come.
+    // Report an unwritable destination before the cases are added.
     try {
         const datafile::PendingFile probe(_path, "");
     } catch (const datafile::Fault& fault) {
@@ -111,7 +110,7 @@ VEXA_InputCaseIterator* CaseFileStore::MakeIterator(ErrorMonitor*) const
     throw ErrorText(_path + ": the cases can be read when the file is closed");
 }
 
-/// Cases are laid out by the dictionary, so nothing of it may change once they come.
+/// The dictionary determines the layout of cases, so it must not change after the first.
 void CaseFileStore::needOpenDictionary() const
 {
     if (_committed)
@@ -138,7 +137,7 @@ void CaseFileStore::SetSplitVars(const std::vector<int>& columns)
 {
     needOpenDictionary();
     for (const int column : columns)
-        GetVariable(column); // throws for one that is not there
+        GetVariable(column); // throws if it does not exist
     _split = columns;
 }
 
@@ -168,7 +167,7 @@ void CaseFileStore::CommitDictionary()
     if (widths.empty())
         throw ErrorText(_path + ": a file needs a variable");
     _table = std::make_unique<CaseTable>(widths, CaseTableText::Utf8);
-    // Last: a dictionary that was refused may still be mended.
+    // Set it last: the caller may correct a refused dictionary.
     _committed = true;
 }
 
@@ -193,14 +192,14 @@ void CaseFileStore::AddCase(const VEXA_Case& newCase)
         }
         const std::string_view whole(value->text, static_cast<std::size_t>(width));
         const std::string_view text = whole.substr(0, trimmedLength(whole));
-        // UTF-8 too: bytes that are none would spoil the file.
+        // Convert UTF-8 too: invalid bytes would corrupt the file.
         _page->toUtf8(text, _converted);
         _table->setText(i, _converted);
     }
     _table->endCase();
 }
 
-/// Values in it stand on the scales of the columns, hence their kinds.
+/// Its values are on the scales of the columns, so it needs their storages.
 std::string CaseFileStore::dictionary(const Storages& storages) const
 {
     datafile::Dictionary dictionary;
@@ -216,7 +215,7 @@ std::string CaseFileStore::dictionary(const Storages& storages) const
     return datafile::dictionaryText(dictionary);
 }
 
-/// The columns' kinds: those that their formats speak of, where no value changes by that.
+/// The storages of the columns: those of their formats, if no value changes.
 CaseFileStore::Storages CaseFileStore::storages()
 {
     Storages storages;
@@ -245,7 +244,7 @@ std::string CaseFileStore::selectAsStored(const Storages& storages) const
     return sql + " FROM " + _table->name();
 }
 
-/// Row groups shrink as cases widen, so that what is held while writing stays the same.
+/// Wider cases get smaller row groups, so that memory use stays constant.
 std::string CaseFileStore::copyStatement(const std::string& target)
 {
     const std::size_t rows =
@@ -257,8 +256,8 @@ std::string CaseFileStore::copyStatement(const std::string& target)
            datafile::quotedLiteral(dictionary(kinds)) + "})";
 }
 
-/// A sealed file goes by way of a plain one that has no name: the database cannot write into a
-/// stream.
+/// A sealed file is first written unencrypted to a file without a name, because the database cannot
+/// write to a stream.
 void CaseFileStore::write()
 {
     datafile::PendingFile pending(_path, "");
@@ -277,7 +276,7 @@ void CaseFileStore::write()
     pending.commit();
 }
 
-/// Whatever comes of it, the cases are let go: a store that failed does not try again.
+/// Releases the cases even on failure: a store does not retry.
 void CaseFileStore::Close()
 {
     if (!_table)

@@ -10,7 +10,7 @@ namespace {
 
 namespace duck = datafile::duck;
 
-/// Tables of all stores lie in one database, so no two have one name.
+/// All stores share one database, so the names must be unique.
 std::string newName()
 {
     static std::atomic<unsigned> last = 0;
@@ -61,7 +61,7 @@ CaseTable::~CaseTable()
     try {
         _connection->query("DROP TABLE " + _name);
     } catch (const std::exception&) {
-        // It goes with the process.
+        // It is released with the process.
         return;
     }
 }
@@ -90,13 +90,13 @@ void CaseTable::flush()
     if (_row == 0)
         return;
     duckdb_data_chunk_set_size(_raw, _row);
-    // Whoever goes on after a failure must not write behind the end.
+    // Reset the row, so that a caller that continues after a failure does not write beyond the end.
     _row = 0;
     if (duckdb_append_data_chunk(_appender, _raw) != DuckDBSuccess) {
         const char* text = duckdb_appender_error(_appender);
         fail(text ? text : "the table takes no more");
     }
-    // A reset takes the room for missing marks away with the values.
+    // A reset also removes the space for missing marks.
     duckdb_data_chunk_reset(_raw);
     for (duckdb_vector vector : _vectors)
         duckdb_vector_ensure_validity_writable(vector);

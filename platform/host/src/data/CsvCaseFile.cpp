@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
-/// The file in UTF-8, in a file without a name.
+/// Copies the file to UTF-8, in a file without a name.
 class Utf8Copy
 {
 public:
@@ -32,11 +32,11 @@ public:
     {
     }
 
-    /// The copy, ready to be read from its beginning. Throws ErrorText.
+    /// Returns the copy, positioned at its start. Throws ErrorText.
     std::shared_ptr<datafile::ScratchFile> make();
 
 private:
-    /// Appends whole lines.
+    /// Appends complete lines.
     void write(std::string_view lines);
     [[noreturn]] void refuse(std::string_view lines) const;
     [[noreturn]] void failToRead() const
@@ -49,11 +49,11 @@ private:
     const std::string& _path;
     const CodePage& _page;
     std::shared_ptr<datafile::ScratchFile> _target;
-    std::ptrdiff_t _lines = 0; ///< so many are written
+    std::ptrdiff_t _lines = 0; ///< number of lines written
     std::string _converted;
 };
 
-/// A character never lies across a line end, so whole lines are converted.
+/// Converts complete lines, because no character spans a line end.
 std::shared_ptr<datafile::ScratchFile> Utf8Copy::make()
 {
     const datafile::FileDescriptor source(open(_path.c_str(), O_RDONLY | O_CLOEXEC));
@@ -86,7 +86,7 @@ void Utf8Copy::write(std::string_view lines)
     _lines += std::count(lines.begin(), lines.end(), '\n');
 }
 
-/// Names the line that cannot be converted.
+/// Reports the line that cannot be converted.
 void Utf8Copy::refuse(std::string_view lines) const
 {
     std::ptrdiff_t line = _lines + 1;
@@ -101,7 +101,7 @@ void Utf8Copy::refuse(std::string_view lines) const
                     _page.name());
 }
 
-/// A column as what all its values can be; a text is as wide as its longest one.
+/// A variable with the narrowest type of the column; a text has the width of its longest value.
 VEXA_Variable variableOf(const datafile::CsvProfile& profile, std::size_t column)
 {
     const CFField::StorageType storage = profile.storageOf(column);
@@ -109,13 +109,13 @@ VEXA_Variable variableOf(const datafile::CsvProfile& profile, std::size_t column
     VEXA_Variable variable(width);
     variable.SetName(utf8ToHost(profile.names()[column]));
     variable.SetFormat(formatOfStorage(storage, width));
-    // A text that is not there can only be blank in a case.
+    // A missing text can only be blank in a case.
     if (width > 0 && profile.hasGap(column))
         variable.SetMissingValues(std::vector<std::string>{" "});
     return variable;
 }
 
-/// What the records at `readable` look like; what is wrong with them is said of `path`.
+/// Analyses the records of `readable`; problems are reported for `path`.
 datafile::CsvProfile profileOf(const std::string& readable, const std::string& path,
                                const UserCaseFileSpec& spec)
 try {
@@ -126,7 +126,7 @@ try {
         return !profile.flaw();
     });
     if (std::optional<datafile::CsvFlaw> flaw = profile.flaw()) {
-        // A copy with commas may have its fields elsewhere in the line.
+        // In a copy with commas the position in the line may differ.
         if (!spec.GetCsvForm().isPlain())
             flaw->column = 0;
         throw ErrorText(path + ":" + flaw->described());
@@ -135,7 +135,7 @@ try {
 } catch (const datafile::Fault& fault) {
     std::string text = fault.text();
     if (const auto at = text.find(readable); at != std::string::npos)
-        // The user knows the file by its own name, not by that of its copy.
+        // Users know the file by its own name, not by that of its copy.
         text.replace(at, readable.size(), path);
     throw datafile::Fault(fault.id(), text, fault.detail());
 }

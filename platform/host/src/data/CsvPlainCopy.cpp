@@ -25,8 +25,8 @@ std::size_t countDigits(std::string_view text)
     return end == std::string_view::npos ? text.size() : end;
 }
 
-/// Takes the whole part of a number away from the beginning of the text, and gives its digits. In
-/// 1.234 a period groups digits; in 0.234 it cannot.
+/// Removes the integer part of a number from the start of the text and returns its digits. In 1.234
+/// the period groups digits; in 0.234 it cannot.
 std::string takeWholePart(std::string_view& text)
 {
     const std::size_t first = countDigits(text);
@@ -55,7 +55,8 @@ bool isFraction(std::string_view text)
     return !rest.empty() && countDigits(rest) == rest.size();
 }
 
-/// A number such as -1.234,5 as -1234.5; nullopt for a text that is none, or is one as it stands.
+/// Converts a number such as -1.234,5 to -1234.5; nullopt if the text is not such a number or needs
+/// no change.
 std::optional<std::string> withPeriod(std::string_view text)
 {
     const std::size_t whole = text.size();
@@ -67,13 +68,13 @@ std::optional<std::string> withPeriod(std::string_view text)
     number += takeWholePart(text);
     if (text.empty())
         return number.size() == whole ? std::nullopt : std::optional(number);
-    // A second comma, as in a list of numbers, makes it a text.
+    // A second comma, for example in a list of numbers, makes it a text.
     if (text.front() != ',' || !isFraction(text.substr(1)))
         return std::nullopt;
     return number + "." + std::string(text.substr(1));
 }
 
-/// Rewrites a text that comes in pieces.
+/// Rewrites a text that arrives in pieces.
 class PlainText
 {
 public:
@@ -85,7 +86,7 @@ public:
             take(character);
     }
     void end() { endField(); }
-    /// What is done so far; it goes from here.
+    /// The output so far; the caller takes it.
     std::string& done() { return _done; }
 
 private:
@@ -93,8 +94,8 @@ private:
     void endField();
 
     const CsvForm& _form;
-    std::string _field;   ///< as it stands in the file, quotes included
-    bool _quoted = false; ///< between quotes, where a separator is a letter like others
+    std::string _field;   ///< unchanged, with quotes
+    bool _quoted = false; ///< inside quotes, where a separator is an ordinary character
     std::string _done;
 };
 
@@ -109,8 +110,7 @@ void PlainText::take(char character)
     // One blank may precede an opening quote.
     if (character == '"' && _field == " ")
         _field.clear();
-    // A doubled quote closes and opens. One inside a field that does not begin with one is a
-    // letter.
+    // A doubled quote closes and opens. In an unquoted field a quote is an ordinary character.
     if (character == '"' && (_field.empty() || _field.front() == '"'))
         _quoted = !_quoted;
     _field += character;
@@ -119,7 +119,7 @@ void PlainText::take(char character)
 void PlainText::endField()
 {
     if (_field.starts_with('"'))
-        _field.erase(_field.find_last_not_of(' ') + 1); // blanks may follow a closing quote
+        _field.erase(_field.find_last_not_of(' ') + 1); // after a closing quote
     const bool hasQuotes = _field.size() > 1 && _field.front() == '"' && _field.back() == '"';
     const std::string_view text =
         std::string_view(_field).substr(hasQuotes ? 1 : 0, _field.size() - (hasQuotes ? 2 : 0));

@@ -19,7 +19,7 @@ using datafile::DictionaryRole;
 using datafile::DictionaryValue;
 using datafile::DictionaryVariable;
 
-/// A range that is open at an end goes to the last number there is.
+/// A range without a limit extends to the lowest or highest number.
 constexpr double kLowest = std::numeric_limits<double>::lowest();
 constexpr double kHighest = std::numeric_limits<double>::max();
 
@@ -33,8 +33,8 @@ DictionaryFormat formatOf(const VEXA_Format& format)
     return {format.type, format.width, format.decimals};
 }
 
-/// Numbers between the two scales. Only columns of dates and timestamps have one of their own:
-/// dates that are kept as plain numbers are the host's seconds, and so is what is said of them.
+/// Converts numbers between the two scales. Only date and timestamp columns have their own scale:
+/// dates in plain numeric columns, and their descriptions, are the host's seconds.
 struct Scale
 {
     CFField::StorageType storage;
@@ -44,7 +44,7 @@ struct Scale
         return NumericStorageCFToStat(std::get<double>(value), storage);
     }
     double fromHost(double value) const { return NumericStorageStatToCF(value, storage); }
-    /// Into the list, unless the dictionary's form has no numeral for it.
+    /// Adds a value to the list, unless the dictionary cannot represent it.
     void add(std::vector<DictionaryValue>& values, double value) const
     {
         if (std::isfinite(value))
@@ -92,7 +92,7 @@ DictionaryMissing missingOf(const VEXA_Variable& variable, const Scale& scale)
     DictionaryMissing missing;
     if (code < 0) {
         missing.hasRange = true;
-        // An end at the last number or beyond it is an open one.
+        // A limit at or beyond the lowest or highest number means no limit.
         if (values[0]->number > kLowest)
             missing.from = scale.fromHost(values[0]->number);
         if (values[1]->number < kHighest)
@@ -143,15 +143,15 @@ VEXA_Variable variableOf(const DictionaryVariable& described, CFField::StorageTy
     variable.SetLabel(utf8ToHost(described.label));
     VEXA_Format print =
         described.print.type != 0 ? formatOf(described.print) : formatOfStorage(storage, width);
-    // A column of dates is one whatever the format says, for its values are on that scale; and a
-    // format for texts shows no number.
+    // The values of a date column are on its scale, so its format must be a date format; and a text
+    // format cannot show a number.
     const CFField::StorageType shown = storageOfFormat(print);
     if ((isTime(storage) && shown != storage) || (width > 0) != (shown == CFField::String))
         print = formatOfStorage(storage, width);
     variable.SetFormat(print);
     variable.SetWriteFormat(described.write.type != 0 ? formatOf(described.write) : print);
     variable.SetMeasurementLevel(static_cast<MeasurementLevel>(described.level));
-    // The host has no role for what only numbers the cases.
+    // The host has no role for a record id.
     variable.SetRole(described.role == DictionaryRole::RecordId ? static_cast<int>(kRoleNone)
                                                                 : static_cast<int>(described.role));
     const Scale scale{storage};
@@ -176,7 +176,7 @@ DictionaryVariable descriptionOf(const VEXA_Variable& variable, CFField::Storage
     described.isText = variable.GetType() > 0;
     described.width = variable.GetType();
     const auto level = static_cast<int>(variable.GetMeasurementLevel());
-    // Numbers beyond the words of the form, as a later host may have, count as not told.
+    // Unknown numbers, for example of a later host, become the default.
     described.level = static_cast<DictionaryLevel>(level >= 0 && level <= 3 ? level : 0);
     const int role = variable.GetRole();
     described.role = static_cast<DictionaryRole>(role >= 0 && role <= 4 ? role : 0);

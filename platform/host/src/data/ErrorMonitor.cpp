@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Enough to know what is wrong.
+/// Enough to understand the problem.
 constexpr long long kMostReports = 10;
 
 } // namespace
@@ -27,7 +27,7 @@ VexaErrorMonitor::~VexaErrorMonitor()
     try {
         Finish();
     } catch (const std::exception&) {
-        // There is no memory for the line.
+        // No memory for the line.
         return;
     }
 }
@@ -41,7 +41,7 @@ void VexaErrorMonitor::Finish()
 
 void VexaErrorMonitor::Report(const std::string& text)
 {
-    // Further ones are counted only, since a bad column would fill the output.
+    // Further reports are only counted, because a bad column would fill the output.
     if (++_count > kMostReports)
         return;
     _told = _count;

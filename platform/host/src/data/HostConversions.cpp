@@ -13,10 +13,10 @@ namespace {
 
 constexpr double kDayLength = 86400;
 constexpr double kBaseDate = datafile::kHostEpoch;
-/// Beyond it are the ends of open ranges and other numbers that are no moments.
+/// Numbers beyond this limit are not points in time, for example limits of ranges.
 constexpr double kFarthestSeconds = 1e12;
 
-/// The same moment as rows and data models tell it: without the digits that the host's scale adds.
+/// Converts to the scale of rows and data models, without the digits that the host's scale adds.
 double rowSecondsOf(double hostSeconds)
 {
     const double seconds = hostSeconds - kBaseDate;
@@ -25,7 +25,7 @@ double rowSecondsOf(double hostSeconds)
                : seconds;
 }
 
-/// The double that a case has for the same moment.
+/// The double that a case has for the same point in time.
 double hostSecondsOf(double rowSeconds)
 {
     return std::fabs(rowSeconds) < kFarthestSeconds
@@ -42,7 +42,7 @@ double GetBaseDateNumber()
 
 double NumericStorageStatToCF(double value, CFField::StorageType storage)
 {
-    // The highest number stands for the open end of a range, and is a number of no scale.
+    // The highest number means no limit and is not converted.
     if (value == kSystemMissing || value == std::numeric_limits<double>::max())
         return value;
     if (storage == CFField::Date)
@@ -52,7 +52,7 @@ double NumericStorageStatToCF(double value, CFField::StorageType storage)
 
 double NumericStorageCFToStat(double value, CFField::StorageType storage)
 {
-    // The highest number stands for the open end of a range, and is a number of no scale.
+    // The highest number means no limit and is not converted.
     if (value == kSystemMissing || value == std::numeric_limits<double>::max())
         return value;
     if (storage == CFField::Date)

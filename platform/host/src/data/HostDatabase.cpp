@@ -22,14 +22,14 @@ std::string temporaryFolder()
     return datafile::nativePath(hostToUtf8(GetVexaTempPath()));
 }
 
-/// Processes that share a temporary folder must not share what they put aside: the database's names
-/// are the same in each, and others may look into the folder.
+/// Creates a private folder for the database's temporary files: their names are the same in each
+/// process, and other users may read the shared folder.
 datafile::PrivateFolder newSpillFolder()
 {
     const std::string folder = temporaryFolder();
     if (isPrivateTempDirectory(folder))
         return {};
-    std::error_code ignored; // the folder that is made in it tells what is wrong
+    std::error_code ignored; // creating the folder inside reports the reason
     datafile::makeOwnersFolders(folder, ignored);
     return {folder, "vexa-spill-"};
 }
@@ -43,7 +43,7 @@ public:
               {{"temp_directory", _spills.path().empty() ? temporaryFolder() : _spills.path()},
                {"threads", std::to_string(CFAppHost::getInstance()->getMaxCompThreads())},
                {"memory_limit", kHostMemoryLimit},
-               // What was read once is rarely read again, and the system keeps it anyway.
+               // Files are rarely read again, and the system caches them.
                {"enable_external_file_cache", "false"}}))
     {
     }
@@ -57,7 +57,8 @@ public:
     }
 
 private:
-    /// For what the database puts aside; outlives it. None if the temporary folder is private.
+    /// For temporary files of the database, which it must outlive. Not used if the temporary folder
+    /// is private.
     datafile::PrivateFolder _spills;
     duckdb_database _database;
 };
@@ -75,7 +76,7 @@ void PreloadCaseFiles()
     try {
         hostDatabase();
     } catch (const std::exception&) {
-        // Whoever opens a file tries again and tells why that fails.
+        // Opening a file tries again and reports the reason.
         return;
     }
 }

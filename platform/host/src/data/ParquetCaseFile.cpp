@@ -18,8 +18,8 @@ namespace {
 
 namespace duck = datafile::duck;
 
-/// A text that is not there can only be blank in a case: blanks are missing then, if there is room
-/// among the values that the file declares.
+/// Makes blanks missing, because a missing text can only be blank in a case. Does nothing if the
+/// declared missing values leave no room.
 void addBlank(datafile::DictionaryMissing& missing)
 {
     const auto isBlank = [](const datafile::DictionaryValue& value) {
@@ -30,7 +30,7 @@ void addBlank(datafile::DictionaryMissing& missing)
         missing.values.emplace_back(std::string(" "));
 }
 
-/// Finds out what a Parquet file holds.
+/// Determines the content of a Parquet file.
 class ParquetOpening
 {
 public:
@@ -108,8 +108,8 @@ void ParquetOpening::describe()
     measureTexts();
 }
 
-/// Which texts of known width are not there in some case. The file's own statistics know it; to
-/// look into the column is left for files without them.
+/// Determines which texts of known width are missing in some case. Reads the column only if the
+/// file has no statistics.
 void ParquetOpening::findGaps()
 {
     duck::Result counts = _connection->query(
@@ -136,7 +136,7 @@ bool ParquetOpening::hasNull(const std::string& column) const
                .integer(0, 0) > 0;
 }
 
-/// The widths of texts that nothing tells, and whether some are not there.
+/// Measures the widths of texts without a declared width, and whether some are missing.
 void ParquetOpening::measureTexts()
 {
     std::string sql;
@@ -173,10 +173,10 @@ std::vector<int> ParquetOpening::columnsOf(const std::vector<std::string>& names
     return columns;
 }
 
-/// A width of the dictionary's encoding in the host's.
+/// Converts a width from the dictionary's encoding to the host's.
 int ParquetOpening::widthOf(const datafile::DictionaryVariable& described) const
 {
-    // In the same encoding the widths of the file are those of the host, to the byte.
+    // With equal encodings the widths are equal.
     if (described.width == 0 || _dictionary.encoding == hostCodePage()->name())
         return described.width;
     return hostWidth(datafile::mostBytes(_dictionary, described));
@@ -187,7 +187,7 @@ CaseFileSource ParquetOpening::open()
     unseal();
     findColumns();
     describe();
-    // The dictionary was found by the names as the file has them, so only now.
+    // Only now: the dictionary refers to the original names.
     datafile::makeNamesUnique(_columns.fields);
     std::vector<VEXA_Variable> variables;
     for (std::size_t i = 0; i < _described.size(); ++i) {

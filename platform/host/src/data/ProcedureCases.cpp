@@ -15,7 +15,7 @@ std::string textOfNumber(double value)
     return {text.data(), end};
 }
 
-/// A value as a line of output names it: by its label, if it has one.
+/// The text of a value in output: its label, if it has one.
 std::string shown(const VEXA_Variable& variable, const std::vector<OBS>& value)
 {
     if (variable.GetType() == 0) {
@@ -42,7 +42,7 @@ int ProcedureCases::NextCase()
 {
     if (!_cases || _cases->NextCase() == 0)
         return 0;
-    // The first case of all begins a group and ends none.
+    // The first case starts a group but ends none.
     if (_values.empty())
         StartNextGroup();
     else
@@ -67,7 +67,7 @@ bool ProcedureCases::isSameGroup() const
 {
     for (std::size_t i = 0; i < _values.size(); ++i) {
         const OBS* value = GetObsPointer(_group.columns[i]);
-        // The two zeros are one number.
+        // 0.0 and -0.0 are the same number.
         const bool isSameNumber =
             _group.variables[i].GetType() == 0 && value->number == _values[i].front().number;
         if (!isSameNumber &&

@@ -4,8 +4,8 @@
 #include "VexaDataSource.h"
 #include "data/ProcedureCases.h"
 
-/// The columns as the procedure sees them: copies of the dataset's, since a procedure may give them
-/// other levels.
+/// The columns as the procedure sees them. They are copies, because a procedure may change their
+/// measurement levels.
 struct ProcedureDataSource::Impl
 {
     bool isColumn(int column) const
@@ -14,7 +14,7 @@ struct ProcedureDataSource::Impl
     }
 
     const VEXA_DataSource* dataset = nullptr;
-    VEXA_Variable none{0}; ///< what stands for a column that is not there
+    VEXA_Variable none{0}; ///< for a column that does not exist
     std::vector<VEXA_Variable> variables;
     int weightColumn = -1;
     std::vector<int> splitColumns;

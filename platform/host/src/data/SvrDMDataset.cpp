@@ -36,7 +36,7 @@ LocallyUniqueID SvrDMDataset::Register(std::shared_ptr<const VEXA_DataSource> da
     const std::lock_guard lock(all.mutex);
     do
         ++all.last;
-    // Ids may come round, and one of them means that there is no dataset.
+    // Ids may wrap around, and one of them means no dataset.
     while (all.last == kNoDataset || all.datasets.contains(all.last));
     all.datasets[all.last].source = std::move(dataset);
     return all.last;
@@ -51,7 +51,7 @@ bool SvrDMDataset::Unregister(LocallyUniqueID id)
 
 ErrorMonitor* SvrDMDataset::GetErrorMonitor()
 {
-    // Never destroyed: what it counts is asked for until the end.
+    // Never destroyed, because its count is read until the end.
     static VexaErrorMonitor* const monitor =
         std::make_unique<VexaErrorMonitor>(&Reporter).release();
     return monitor;
@@ -84,7 +84,7 @@ SvrDMInputDataSource::~SvrDMInputDataSource()
     Registry& all = registry();
     const std::lock_guard lock(all.mutex);
     const auto found = all.datasets.find(_impl->id);
-    // The dataset may be gone, and its id may be another one's by now.
+    // The dataset may be removed, and its id reused.
     if (found == all.datasets.end() || found->second.source != _impl->source)
         return;
     --found->second.readers;

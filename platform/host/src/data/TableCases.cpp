@@ -10,7 +10,7 @@ namespace {
 
 namespace duck = datafile::duck;
 
-/// Only the columns that are wanted are read, which in a Parquet file is most of the saving.
+/// Selects only the requested columns, which saves most of the reading of a Parquet file.
 std::string selectOf(const Relation& relation, const std::vector<int>& columns)
 {
     std::string sql = "SELECT ";
@@ -19,7 +19,7 @@ std::string selectOf(const Relation& relation, const std::vector<int>& columns)
         sql += separator + relation.columns[static_cast<std::size_t>(column)].sql;
         separator = ", ";
     }
-    // A case without values is still a case.
+    // A case without columns still counts.
     return sql + (columns.empty() ? "true" : "") + " FROM " + relation.from;
 }
 
@@ -82,7 +82,7 @@ TableCaseIterator::TableCaseIterator(std::shared_ptr<const Relation> relation,
     }
 }
 
-/// Takes the next chunk of the stream into the buffers; false at the end, and ever after.
+/// Reads the next chunk of the stream into the buffers. Returns false at the end and from then on.
 bool TableCaseIterator::fetch()
 {
     if (!_result)
@@ -106,9 +106,9 @@ bool TableCaseIterator::fetch()
     return _rows > 0;
 }
 
-/// A file that another program cuts short while it is read looks like one that ends. More cases
-/// than were counted are no fault: a blank line of a file with one column is a case to the database
-/// and none to the count.
+/// Detects a file that another program has truncated meanwhile, which looks like its end. More
+/// cases than counted are not an error: a blank line of a file with one column is a case for the
+/// database but not for the count.
 void TableCaseIterator::end()
 {
     _result.reset();

@@ -26,18 +26,18 @@ std::shared_ptr<const CaseCopy> copyOf(const VEXA_DataSource& source, ErrorMonit
     return copy;
 }
 
-/// The FROM item of a table whose rows are in the order of some columns.
+/// The FROM item of a table sorted by some columns.
 std::string inOrder(const std::string& table, const std::vector<int>& keys)
 {
     std::string order;
     for (const int key : keys)
         order += CaseTable::columnName(static_cast<std::size_t>(key)) + " NULLS FIRST, ";
-    // The row's number keeps cases of equal keys in the order in which they came.
+    // The row number makes the sort stable.
     return "(SELECT * FROM " + table + " ORDER BY " + order + "rowid)";
 }
 
-/// The cases of a source in an order, which the database knows how to make, as a relation that
-/// outlives their table's maker.
+/// A sorted copy of a source's cases as a relation, which outlives the object that created the
+/// table.
 std::shared_ptr<const Relation>
 sortedCopyOf(const VEXA_DataSource& source, const std::vector<int>& sortKeys, ErrorMonitor* monitor)
 {
@@ -72,7 +72,7 @@ struct TempFileDataStore::Impl
 {
     const VEXA_DataSource& source;
     std::vector<int> sortKeys;
-    // Null until they are needed; one of the two, as there are keys or not.
+    // Null until first use. Which one is used depends on the sort keys.
     std::shared_ptr<const CaseCopy> copy;
     std::shared_ptr<const Relation> relation;
 };
@@ -123,7 +123,7 @@ VEXA_InputCaseIterator* TempFileDataStore::MakeIterator(ErrorMonitor* monitor) c
     for (int column = 0; column < ColumnCount(); ++column) {
         const VEXA_Variable& variable = GetVariable(column);
         columns.push_back(column);
-        // The values are the source's own, already as wide as they are.
+        // The values already have the source's form and width.
         buffers.emplace_back(variable.GetType() > 0 ? CFField::String : CFField::Real,
                              variable.GetType(), variable.GetName(), nullptr);
     }

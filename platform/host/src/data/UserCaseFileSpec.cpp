@@ -13,7 +13,7 @@ constexpr std::pair<const char*, CaseFileKind> kExtensions[] = {
     {".parquet", CaseFileKind::Parquet},
 };
 
-/// From the last period of the file's own name on, in lower case.
+/// The extension with its period, in lower case.
 std::string extensionOf(const std::string& name)
 {
     const std::size_t file = name.find_last_of("/\\") + 1;

@@ -33,7 +33,7 @@ CaseFileSource openCaseFile(const UserCaseFileSpec& spec)
 
 int hostWidth(std::size_t utf8Bytes)
 {
-    // Only an encoding of four bytes for what UTF-8 holds in two can need more.
+    // Only GB18030 can need more bytes than UTF-8: four instead of two.
     const bool mayGrow = hostCodePage()->name() == "GB18030";
     return static_cast<int>(
         std::clamp<std::size_t>(mayGrow ? 2 * utf8Bytes : utf8Bytes, 1, kWidestColumn));

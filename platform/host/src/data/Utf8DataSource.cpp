@@ -7,16 +7,16 @@
 
 namespace {
 
-/// A byte of any code page becomes at most this many of UTF-8.
+/// A byte of any code page becomes at most this many bytes of UTF-8.
 constexpr int kMostBytesPerByte = 3;
 
-/// Texts of a dictionary in UTF-8.
+/// Converts the texts of a dictionary to UTF-8.
 class Dictionary
 {
 public:
     Dictionary(const CodePage& page) : _page(page) {}
 
-    /// The variable as the view shows it: wider, with all its texts converted.
+    /// The variable of the view: wider, with all texts converted.
     VEXA_Variable converted(const VEXA_Variable& variable) const
     {
         const int width = variable.GetType() * kMostBytesPerByte;
@@ -43,7 +43,7 @@ private:
         return result;
     }
 
-    /// The blanks that fill a value up are no part of it.
+    /// Without the padding blanks.
     std::string text(const OBS* units, std::size_t bytes) const
     {
         const std::string_view original(units->text, bytes);
@@ -67,7 +67,7 @@ private:
         return result;
     }
 
-    /// In the host's code: single values, a range, or a range and one value.
+    /// By the host's code: single values, a range, or a range and one value.
     void copyMissing(const VEXA_Variable& from, VEXA_Variable& to) const
     {
         const OBS* values[3] = {};
@@ -90,11 +90,11 @@ private:
     const CodePage& _page;
 };
 
-/// What converts the texts of cases.
+/// Converts the texts of cases.
 class Utf8Cases : public VEXA_InputCaseIterator
 {
 public:
-    /// The variables are those of the view.
+    /// `variables` are those of the view.
     Utf8Cases(std::unique_ptr<VEXA_InputCaseIterator> cases,
               const std::vector<VEXA_Variable>& variables, std::shared_ptr<CodePage> page,
               ErrorMonitor* monitor)
@@ -179,7 +179,7 @@ int UTF8DataSource::ColumnCount() const
 const VEXA_Variable& UTF8DataSource::GetVariable(int column) const
 {
     if (column < 0 || column >= ColumnCount())
-        return _impl->source.GetVariable(column); // which says so
+        return _impl->source.GetVariable(column); // throws ErrorText
     return _impl->variables[static_cast<std::size_t>(column)];
 }
 

@@ -6,7 +6,7 @@ VEXA_CProjection::VEXA_CProjection(const VEXA_DataSource& source, std::vector<in
     : _source(source), _columns(std::move(columns))
 {
     for (const int column : _columns)
-        source.GetVariable(column); // throws for one that is not there
+        source.GetVariable(column); // throws if it does not exist
 }
 
 const VEXA_Variable& VEXA_CProjection::GetVariable(int column) const

@@ -19,7 +19,7 @@ int VEXA_DataSource::FindVarIndex(const std::string& name, int firstColumn) cons
 
 namespace {
 
-/// Some columns of an iterator that knows no projection of its own.
+/// Some columns of an iterator that does not support projections.
 class SomeColumns : public VEXA_InputCaseIterator
 {
 public:
@@ -54,7 +54,7 @@ VEXA_InputCaseIterator* VEXA_DataSource::MakeProjectedIterator(const std::vector
                                                                ErrorMonitor* monitor) const
 {
     for (const int column : columns)
-        GetVariable(column); // throws for one that is not there
+        GetVariable(column); // throws if it does not exist
     std::unique_ptr<VEXA_InputCaseIterator> cases(MakeIterator(monitor));
     return std::make_unique<SomeColumns>(std::move(cases), columns).release();
 }

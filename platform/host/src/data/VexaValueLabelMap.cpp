@@ -14,7 +14,7 @@ VEXA_ValueLabelMap::VEXA_ValueLabelMap(int width) : _data(std::make_shared<Data>
 bool VEXA_ValueLabelMap::isLess(const std::vector<OBS>& left, const std::vector<OBS>& right) const
 {
     if (_data->width == 0) {
-        // What is not a number comes last, so that there is an order at all.
+        // NaN sorts last, so that the order is total.
         const double a = left.front().number;
         const double b = right.front().number;
         return a < b || (std::isnan(b) && !std::isnan(a));
@@ -34,7 +34,7 @@ const VEXA_ValueLabelMap::Entry* VEXA_ValueLabelMap::find(const std::vector<OBS>
 
 void VEXA_ValueLabelMap::set(std::vector<OBS> value, std::string label)
 {
-    // A copy for each of many thousand labels would take minutes.
+    // Copy only when shared: a copy for each of many thousand labels would take minutes.
     if (_data.use_count() > 1)
         _data = std::make_shared<Data>(*_data);
     std::vector<Entry>& entries = _data->entries;

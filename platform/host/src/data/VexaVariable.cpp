@@ -8,11 +8,11 @@
 
 namespace {
 
-/// How many bytes of a text decide on whether it is missing.
+/// The host compares only this many bytes of a text with its missing values.
 constexpr int kMissingBytes = 8;
 constexpr std::size_t kMostMissingValues = 3;
 
-/// No two variables of the process have one id, copies apart.
+/// Ids are unique in the process, except those of copies.
 unsigned long long nextId()
 {
     static std::atomic<unsigned long long> last = 0;
@@ -37,7 +37,7 @@ VEXA_Variable::VEXA_Variable(int type) : _type(type), _labels(type), _id(nextId(
 
 void VEXA_Variable::SetFormat(const VEXA_Format& format)
 {
-    // Who has not set the two apart wants them alike.
+    // Callers that have not set both formats want equal ones.
     if (_writeFormat == _format)
         _writeFormat = format;
     _format = format;

@@ -7,7 +7,7 @@
 #include "files/HostPath.h"
 #include "files/NameMask.h"
 
-/// All names, read at once: a caller removes entries while it walks through them.
+/// All names are read at once, because a caller may remove entries during the iteration.
 struct DirectoryListing::Impl
 {
     std::vector<std::string> names;
@@ -25,8 +25,8 @@ DirectoryListing::DirectoryListing(const std::string& directory, const std::stri
     std::filesystem::directory_iterator entry(native, error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const std::string name = entry->path().filename().string();
-        // A name with a backslash, or one that the host's encoding cannot write, could not be
-        // opened by what this listing says.
+        // A name with a backslash, or outside the host's encoding, could not be opened by its
+        // listed name.
         const auto generic = nameFromUtf8(name);
         if (generic && name.find('\\') == std::string::npos && matchesMask(name, utf8Mask))
             _impl->names.push_back(*generic);

@@ -11,14 +11,14 @@
 
 namespace {
 
-constexpr mode_t kEveryone = 0777; // less what the process's mask takes away
+constexpr mode_t kEveryone = 0777; // minus the process's umask
 
-// Calls an operation with the native name; fails where the name is none.
+// Calls an operation with the native name; fails for an invalid name.
 template <typename Operation, typename Result>
 Result onNative(const ExtNameStr& name, Operation operation, Result failure)
 {
     const std::string native = name.GetNative();
-    // The C functions would stop at the NUL and take another file.
+    // A NUL would end the C string and name another file.
     if (native.empty() || native.find('\0') != std::string::npos) {
         errno = native.empty() ? ENOENT : EINVAL;
         return failure;

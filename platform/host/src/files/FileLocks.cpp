@@ -45,10 +45,10 @@ struct CloseDirectory
     void operator()(DIR* directory) const { ::closedir(directory); }
 };
 
-// A descriptor of this process on the same file; -1 if there is none.
+// A descriptor of this process for the same file; -1 if there is none.
 int ownDescriptor(const struct stat& file)
 {
-    // The standard library's iterator ends the process where it has no memory for a name.
+    // The standard library's iterator terminates the process without memory for a name.
     const std::unique_ptr<DIR, CloseDirectory> descriptors(::opendir("/proc/self/fd"));
     const dirent* entry = nullptr;
     while (descriptors && (entry = ::readdir(descriptors.get()))) {
@@ -70,7 +70,7 @@ FileLocks probeFileLocks(const std::string& native)
     struct stat file = {};
     if (::stat(native.c_str(), &file) != 0)
         return locks;
-    // To close a further descriptor of the file would drop every lock that this process has on it.
+    // Closing another descriptor of the file would release every lock of this process on it.
     if (const int own = ownDescriptor(file); own >= 0) {
         locks.inUse = isLockedByOther(own);
         return locks;

@@ -15,8 +15,8 @@
 
 namespace {
 
-// The absolute, tidy native path: no ".", "..", doubled or trailing separators. ".." is taken by
-// the text, as the host's users see it, not through links. Empty for a name that is none.
+// The absolute native path without ".", "..", doubled or trailing separators. ".." is resolved by
+// text, as the host's users expect, not through links. Empty for an invalid name.
 std::string absoluteNative(const std::string& name)
 {
     const std::string native = nativeSpelling(nameToUtf8(name));
@@ -25,7 +25,7 @@ std::string absoluteNative(const std::string& name)
     std::error_code error;
     std::filesystem::path path = native;
     if (datafile::hasDrive(native))
-        // Below a root of its own ".." cannot climb above the drive.
+        // The path is its own root, so ".." cannot lead above the drive.
         path = "/" + native.substr(2);
     else if (path = std::filesystem::absolute(path, error); error)
         return {};
@@ -35,20 +35,20 @@ std::string absoluteNative(const std::string& name)
     return datafile::hasDrive(native) ? native.substr(0, 2) + tidy : tidy;
 }
 
-// The system's view of a native path; false if nothing stands there.
+// The system's state of a native path; false if it does not exist.
 bool stateOf(const std::string& native, struct stat& state)
 {
     return ::stat(native.c_str(), &state) == 0;
 }
 
-// Root may write everything, which is not what a file without any write bit is meant for.
+// Root may write everything, but a file without write bits is meant to be protected.
 bool isReadOnly(const std::string& native, const struct stat& state)
 {
     constexpr mode_t kAnyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
     return (state.st_mode & kAnyWriteBit) == 0 || ::access(native.c_str(), W_OK) != 0;
 }
 
-// The system takes the name, though no file need have it.
+// Whether the system accepts the name, even if there is no such file.
 bool isTakenByTheSystem(int error)
 {
     return error != ENAMETOOLONG && error != ENOTDIR && error != ELOOP && error != EINVAL;
@@ -115,7 +115,7 @@ int ValidateFileSpecificationEx(const std::string& name, FileState& state)
     if (!state.exists)
         return 0;
     state.readOnly = isReadOnly(native, found);
-    // To open a pipe or a device would do something to it.
+    // Opening a pipe or device would have effects.
     if (S_ISREG(found.st_mode)) {
         const FileLocks locks = probeFileLocks(native);
         state.inUse = locks.inUse;
@@ -147,7 +147,7 @@ bool FetchFile::fetch(const std::string& name, std::string& content)
     char chunk[65536];
     while (file.read(chunk, sizeof(chunk)) || file.gcount() > 0)
         text.append(chunk, static_cast<std::size_t>(file.gcount()));
-    // A directory opens, and fails to read.
+    // A directory can be opened, but reading it fails.
     if (file.bad())
         return false;
     content = std::move(text);

@@ -7,7 +7,7 @@ bool isContinuation(char c)
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
-// Bytes of the character at `at`.
+// The number of bytes of the character at `at`.
 std::size_t characterLength(std::string_view text, std::size_t at)
 {
     std::size_t length = 1;
@@ -22,8 +22,8 @@ bool matchesMask(std::string_view name, std::string_view mask)
 {
     std::size_t n = 0;
     std::size_t m = 0;
-    // Where the last star is, and how much of the name it has taken: it takes one more whenever
-    // the rest does not match.
+    // Position of the last star, and how much of the name it has matched. It takes one more
+    // character whenever the rest does not match.
     std::size_t star = std::string_view::npos;
     std::size_t taken = 0;
     while (n < name.size()) {
@@ -37,7 +37,7 @@ bool matchesMask(std::string_view name, std::string_view mask)
             ++n;
             ++m;
         } else if (star != std::string_view::npos) {
-            // The last star is enough to go back to: an earlier one could do no better.
+            // Only the last star needs to be extended.
             taken += characterLength(name, taken);
             n = taken;
             m = star + 1;

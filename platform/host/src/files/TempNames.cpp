@@ -16,8 +16,8 @@ namespace {
 
 constexpr int kMaxTries = 100;
 
-// Unlike any other name of this process (the counter) and of other processes (the id and chance;
-// the id alone comes round again).
+// Unique in this process by the counter, and among processes by id and a random number, because ids
+// are reused.
 std::string uniquePart()
 {
     static std::atomic<unsigned> counter = 0;
@@ -28,8 +28,8 @@ std::string uniquePart()
 
 bool isTaken(const std::string& native)
 {
-    // A link that leads nowhere takes the name as well. Where the system cannot tell, as in a
-    // directory that is a file, no other name would be free either.
+    // A dangling link also occupies the name. If the system cannot answer, for example below a
+    // file, no other name would be free either.
     struct stat state = {};
     return ::lstat(native.c_str(), &state) == 0;
 }
@@ -48,7 +48,7 @@ std::string expandedName(const std::string& name)
 const std::string& GetVexaTempPath()
 {
     std::string directory = hostSpelling(CFAppHost::getInstance()->getTempDirectory());
-    // Still as UTF-8: in the host's encoding a letter may end in the byte of the backslash.
+    // Test in UTF-8: in the host's encoding a letter may end in the byte of the backslash.
     if (!directory.ends_with('\\'))
         directory += '\\';
     return keepString(nameFromUtf8(directory).value_or(directory));
@@ -70,7 +70,7 @@ std::string CreateTempFolder(const std::string& prefix)
         std::string name = FormTempName(prefix);
         if (::mkdir(ExtNameStr(name).GetNative().c_str(), kOwnerAlone) == 0)
             return name;
-        // Another process may take the name between the look and the making.
+        // Another process may take the name meanwhile.
         if (errno != EEXIST)
             break;
     }
@@ -81,7 +81,7 @@ bool RemoveFolderFromTempDir(const std::string& folder)
 {
     const std::string expanded = expandedName(folder);
     const std::string root = expandedName(GetVexaTempPath()) + "\\";
-    // Nothing outside the temporary directory, and not that itself.
+    // Refuse paths outside the temporary directory, and the directory itself.
     if (!expanded.starts_with(root) || expanded.size() == root.size())
         return false;
     const std::string native = ExtNameStr(expanded).GetNative();

@@ -96,7 +96,7 @@ void JNIAccessor::handleException(bool rethrow, jthrowable exception)
 {
     if (_env == nullptr)
         return;
-    // Asked first: it is all that a call without a failure costs.
+    // This test is the only cost of a successful call.
     const bool pending = _env->ExceptionCheck() == JNI_TRUE;
     const jthrowable own = pending && exception == nullptr ? _env->ExceptionOccurred() : nullptr;
     if (pending)
@@ -113,7 +113,7 @@ void JNIAccessor::handleException(bool rethrow, jthrowable exception)
 
 jstring JNIAccessor::ToJString(const std::string& text)
 {
-    // Java's own form of UTF-8 differs from the real one in the NUL and beyond U+FFFF.
+    // Java's encoding differs from UTF-8 in NUL and above U+FFFF.
     if (isPlainText(text))
         return _env->NewStringUTF(text.c_str());
     const std::u16string units = utf16FromUtf8(text);
@@ -135,8 +135,8 @@ std::string JNIAccessor::FromJString(jstring text, const char* charset)
     return result;
 }
 
-/// Java converts, since it knows charsets by its own names. Empty, with the exception pending, if
-/// it does not know this one.
+/// Lets Java convert, because it knows the charset by its own name. Returns an empty text with the
+/// exception pending for an unknown charset.
 std::string JNIAccessor::bytesInCharset(jstring text, const char* charset)
 {
     std::string result;

@@ -2,7 +2,7 @@
 
 JavaClasses& JavaClasses::instance()
 {
-    // Never destroyed, as the machine that the references belong to.
+    // Never destroyed, like the machine of the references.
     static JavaClasses* const classes = new JavaClasses;
     return *classes;
 }
@@ -11,7 +11,7 @@ jclass JavaClasses::find(JNIEnv* env, const char* name)
 {
     if (const jclass found = known(name); found != nullptr)
         return found;
-    // Outside the lock: the machine may run the class's own code now.
+    // Without the lock, because the machine may run code of the class.
     const jclass local = env->FindClass(name);
     if (local == nullptr)
         return nullptr;

@@ -9,8 +9,8 @@ namespace {
 constexpr char32_t Replacement = 0xFFFD;
 constexpr const char* ReplacementBytes = "\xEF\xBF\xBD";
 
-/// The well-formed sequences of UTF-8 by their lead bytes. The bounds of the second byte keep out
-/// overlong forms, surrogates and what lies beyond the last character.
+/// Valid UTF-8 sequences by lead byte. The limits of the second byte exclude overlong forms,
+/// surrogates and codes above the last character.
 struct Sequence
 {
     std::uint8_t firstLead, lastLead;
@@ -34,7 +34,7 @@ std::uint8_t byteAt(const std::string& text, std::size_t position)
     return static_cast<std::uint8_t>(text[position]);
 }
 
-/// One character; `position` moves behind it, or behind the longest start of one.
+/// Decodes a character and moves `position` behind it, or behind the longest valid prefix.
 char32_t decode(const std::string& text, std::size_t& position)
 {
     const std::uint8_t lead = byteAt(text, position++);
@@ -66,7 +66,7 @@ void append(std::u16string& units, char32_t character)
     units += static_cast<char16_t>(0xDC00 + (character & 0x3FFU));
 }
 
-/// Whether the three bytes at `bytes` are a surrogate of the half of `first`.
+/// Whether the three bytes are a surrogate of the half that `first` selects.
 bool isSurrogate(const char* bytes, unsigned first)
 {
     return static_cast<std::uint8_t>(bytes[0]) == 0xED &&
@@ -88,7 +88,7 @@ void appendPair(std::string& utf8, const char* high, const char* low)
     utf8 += static_cast<char>(0x80U | (character & 0x3FU));
 }
 
-/// Appends the one special form at `bytes`, or one byte; returns how many bytes it took.
+/// Appends the special form at `bytes`, or one byte. Returns the number of bytes read.
 std::size_t appendOne(std::string& utf8, const char* bytes)
 {
     constexpr unsigned High = 0xA0;
@@ -127,7 +127,7 @@ std::u16string utf16FromUtf8(const std::string& utf8)
 
 std::string utf8FromJava(const char* bytes)
 {
-    // Only these two lead bytes begin a form that differs.
+    // Only sequences with these lead bytes differ.
     if (std::strpbrk(bytes, "\xC0\xED") == nullptr)
         return bytes;
     std::string utf8;

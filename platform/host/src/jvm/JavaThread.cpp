@@ -13,8 +13,8 @@ std::uint64_t nextAttachment()
     return ++last;
 }
 
-// Not a member: static objects ask for it when the main thread's JavaThread is gone. A thread that
-// the machine or others attach has its first number for as long as it lives.
+// Not a member: static objects use it after the main thread's JavaThread is destroyed. A thread
+// that others attach keeps its first number.
 thread_local std::uint64_t currentAttachment = nextAttachment();
 } // namespace
 
@@ -26,7 +26,7 @@ JavaThread& JavaThread::current()
 
 JavaThread::~JavaThread()
 {
-    // The main thread ends with the process, where the machine is left alone.
+    // The main thread ends with the process and does not detach.
     if (_machine != nullptr && getpid() != gettid())
         _machine->DetachCurrentThread();
 }

@@ -3,7 +3,7 @@
 #include "JavaText.h"
 
 namespace {
-/// Calls on one environment that give null instead of leaving an exception behind.
+/// Calls that return null instead of leaving an exception pending.
 class QuietCalls
 {
 public:
@@ -20,7 +20,7 @@ public:
         return result;
     }
 
-    /// A new object from one argument.
+    /// Creates an object with one argument.
     jobject make(const char* className, const char* signature, jobject argument)
     {
         const jclass type = settled(_env->FindClass(className));
@@ -33,7 +33,7 @@ public:
         return result;
     }
 
-    /// Has Java write the stack trace, which knows of causes and of frames in common.
+    /// Lets Java write the stack trace, with causes and common frames.
     void print(jthrowable exception, jobject writer)
     {
         const jclass type = settled(_env->FindClass("java/lang/Throwable"));
@@ -47,7 +47,7 @@ public:
         _env->DeleteLocalRef(type);
     }
 
-    /// Takes the Java string over.
+    /// Converts the Java string and releases it.
     std::string take(jobject string)
     {
         std::string result;
@@ -100,7 +100,7 @@ std::string classNameOf(QuietCalls& calls, jthrowable exception)
     return name.empty() ? "java.lang.Throwable" : name;
 }
 
-/// As printStackTrace writes it; empty if the machine cannot.
+/// As printStackTrace writes it; empty if that fails.
 std::string traceOf(QuietCalls& calls, jthrowable exception)
 {
     const jobject text = calls.make("java/io/StringWriter", "()V", nullptr);

@@ -23,8 +23,8 @@ std::string environment(const char* name)
     return value == nullptr ? std::string() : value;
 }
 
-/// The home directory of the `java` that a shell would run. Distributions reach it over links, so
-/// the name is resolved before the two folders above it are taken.
+/// The home directory of the `java` on the path. Distributions use links, so the name is resolved
+/// before the two parent folders are taken.
 JvmPlace placeOnPath()
 {
     std::istringstream folders(environment("PATH"));
@@ -72,7 +72,7 @@ JvmLibrary::Entry JvmLibrary::entryOf(const std::string& path, std::string& reas
         reason = "there is none";
         return nullptr;
     }
-    // Libraries of the machine look its symbols up by name, hence globally.
+    // Global, because the machine's libraries look up its symbols by name.
     void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_GLOBAL);
     void* entry = library == nullptr ? nullptr : dlsym(library, "JNI_CreateJavaVM");
     if (entry == nullptr) {

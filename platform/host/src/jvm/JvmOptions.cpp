@@ -14,9 +14,9 @@
 #include "VexaJVMError.h"
 
 namespace {
-// Signals stay the host's. The machine only composes texts, so it is set up to start fast and stay
-// small: one collector thread, the quick compiler, and that only for what is called very often, no
-// files of its own in the temporary directory.
+// The host keeps its signals. The machine only generates texts, so it is configured to start fast
+// and stay small: one collector thread, the fast compiler for frequently called methods only, no
+// files in the temporary directory.
 constexpr const char* FixedOptions[] = {"-Xrs",
                                         "-XX:+UseSerialGC",
                                         "-XX:TieredStopAtLevel=1",
@@ -49,7 +49,7 @@ void requireJar(const std::string& jar)
                            jar);
 }
 
-/// Where the machine leaves its report when it crashes. It expands percent signs in the name.
+/// The path of the machine's crash report. It expands percent signs in the name.
 std::string crashReport()
 {
     std::string folder = nativePath(CFAppHost::getInstance()->getTempDirectory());
@@ -72,7 +72,7 @@ void appendFromEnvironment(std::vector<std::string>& texts)
         texts.push_back(word);
 }
 
-/// With these the machine does its work and ends the process, as if all were well.
+/// Refuses options with which the machine finishes and ends the process successfully.
 void refuseOptionsThatExit(const std::vector<std::string>& texts)
 {
     for (const char* option : {"-Xinternalversion", "-Xlog:help", "-Xshare:dump"})
@@ -81,7 +81,7 @@ void refuseOptionsThatExit(const std::vector<std::string>& texts)
                                option + ", which ends the process");
 }
 
-/// The machine needs one, even if nothing is read there.
+/// The machine requires a working directory, even if it reads nothing there.
 void requireWorkingDirectory()
 {
     std::error_code error;
@@ -106,8 +106,8 @@ JvmOptions jvmOptions(const std::vector<std::string>& added)
     const std::string archive = components + "/hvengine.jsa";
     if (access(archive.c_str(), R_OK) == 0)
         options.texts.push_back("-XX:SharedArchiveFile=" + archive);
-    // The machine takes the last of contradicting options: the host's count more than these, the
-    // user's more than all.
+    // The last of contradicting options counts, so the host's follow these, and the user's follow
+    // the host's.
     options.texts.insert(options.texts.end(), added.begin(), added.end());
     appendFromEnvironment(options.texts);
     refuseOptionsThatExit(options.texts);

@@ -9,7 +9,7 @@
 namespace {
 constinit JvmOutput* installed = nullptr;
 
-// Bytes of what was printed that are worth keeping to explain the end of the process.
+// The amount of recent output that is kept to explain the end of the process.
 constexpr std::size_t kMostRecent = 4096;
 
 /// An exception must not reach the machine's code, so text that there is no memory for is lost.
@@ -103,7 +103,7 @@ void JvmOutput::takeLast(const char* text) noexcept
 
 std::vector<JavaVMOption> JvmOutput::hooks()
 {
-    // The option texts are not changed by the machine; its interface predates const.
+    // The machine does not change the option texts; its interface has no const.
     static char print[] = "vfprintf";
     static char exit[] = "exit";
     static char abort[] = "abort";

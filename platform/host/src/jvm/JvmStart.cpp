@@ -12,8 +12,8 @@
 
 namespace {
 
-/// A start, shared by the thread that creates the machine and the one that waits. The former keeps
-/// it if the machine gives up.
+/// A start, shared by the creating and the waiting thread. The creating thread keeps it if the
+/// machine aborts.
 struct Attempt
 {
     JvmLibrary library;

@@ -19,7 +19,7 @@
 namespace {
 constexpr const char* ProbeClass = "com/zor/json/java/JSONObject";
 
-/// The codes of JNI in words.
+/// The text of a JNI result code.
 std::string describeResult(jint result)
 {
     struct Row
@@ -38,8 +38,8 @@ std::string describeResult(jint result)
     return "error " + std::to_string(result);
 }
 
-/// Keeps the locale of the process. The machine sets it from the environment while it starts, which
-/// would give the host, say, decimal commas in every number that it prints afterwards.
+/// Restores the locale of the process. The machine sets it from the environment during the start,
+/// which could give the host decimal commas in its numbers.
 class LocaleGuard
 {
 public:
@@ -52,7 +52,7 @@ private:
     std::string _locale;
 };
 
-/// The table points into the texts.
+/// The table refers to the texts.
 std::vector<JavaVMOption> optionTable(std::vector<std::string>& texts)
 {
     std::vector<JavaVMOption> table = JvmOutput::hooks();
@@ -61,7 +61,7 @@ std::vector<JavaVMOption> optionTable(std::vector<std::string>& texts)
     return table;
 }
 
-/// A jar that opens may still lack the classes, or have them for a later machine.
+/// A readable jar may lack the classes, or contain them for a later machine.
 void requireClasses(JNIEnv* env, const std::string& jar)
 {
     try {
@@ -74,7 +74,7 @@ void requireClasses(JNIEnv* env, const std::string& jar)
     }
 }
 
-/// The thread that starts the machine is never detached from it.
+/// The thread that starts the machine is never detached.
 void attachStarter(JavaVM* machine, JNIEnv** env)
 {
     const jint result = JavaThread::current().attachForGood(machine, env);
@@ -91,7 +91,7 @@ struct VexaJVM::Impl
         NotStarted,
         Starting,
         Started,
-        Failed ///< for good: the process cannot start another one
+        Failed ///< final: the process cannot start another one
     };
 
     std::mutex mutex;
@@ -106,16 +106,16 @@ struct VexaJVM::Impl
 
     Impl() { output.install(); }
     bool claimStart();
-    /// Ends the start and wakes whoever waits for it.
+    /// Ends the start and wakes the waiting threads.
     void settle(State next);
-    /// Starts the machine on the calling thread. A start that did not get as far as the machine may
-    /// be tried again; after that the process cannot have another.
+    /// Starts the machine on the calling thread. A start that fails before the machine is created
+    /// may be repeated; later the process cannot create another one.
     void start(JNIEnv** env);
     [[noreturn]] void fail(const std::string& reason, bool isForGood);
     void create(const JvmLibrary& library, JvmOptions options, JNIEnv** env);
 };
 
-/// Whether the caller is the one to start; false: another thread has.
+/// Returns true if the caller must start the machine, false if it has started.
 bool VexaJVM::Impl::claimStart()
 {
     std::unique_lock<std::mutex> lock(mutex);
@@ -151,7 +151,7 @@ void VexaJVM::Impl::start(JNIEnv** env)
         const JvmLibrary library = JvmLibrary::load();
         libraryPath = library.path();
         classPath = {options.jar};
-        // From here on the process has had its one try, whatever comes of it.
+        // From here on the process has used its only attempt.
         created = true;
         create(library, std::move(options), env);
         settle(State::Started);
@@ -170,7 +170,7 @@ void VexaJVM::Impl::create(const JvmLibrary& library, JvmOptions options, JNIEnv
     const LocaleGuard locale;
     const std::vector<JavaVMOption> table = optionTable(options.texts);
     output.beginStart();
-    // The strings keep their places when their vector moves.
+    // Moving the vector does not move its strings.
     const JvmStart::Outcome outcome = JvmStart::create(library, table, std::move(options.texts));
     const std::string printed = output.endStart();
     if (outcome.result != JNI_OK)
@@ -187,8 +187,8 @@ VexaJVM::~VexaJVM() = default;
 
 VexaJVM* VexaJVM::GetInstance()
 {
-    // Never destroyed: the machine's threads print, and static objects of the host may let go of
-    // their references, up to the very end of the process.
+    // Never destroyed: the machine's threads print, and static objects of the host may release
+    // references, until the process ends.
     static VexaJVM* const instance = new VexaJVM;
     return instance;
 }

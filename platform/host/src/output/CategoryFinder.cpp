@@ -4,7 +4,7 @@
 
 namespace {
 
-// Names the children of one kind and text among all nodes of a dimension.
+// The key for children of a dimension with the same parent, kind and text.
 std::string childKey(int parent, bool isGroup, const std::string& text)
 {
     return std::to_string(parent) + (isGroup ? 'g' : 'c') + text;
@@ -25,7 +25,7 @@ CategoryFinder::Parent& CategoryFinder::inRound(int parent)
     return told;
 }
 
-/// Starts the count of a text again if the parent is in another round by now.
+/// Restarts the count of a text if the parent is in another round.
 void CategoryFinder::join(SameText& same, const Parent& parent)
 {
     if (same.round == parent.round)
@@ -54,7 +54,7 @@ std::optional<int> CategoryFinder::find(const OutputDimension& dimension, int pa
     return found;
 }
 
-/// Categories are mostly declared again in the same order, so this saves the search by text.
+/// Tries the next child first: categories are usually declared in the same order.
 std::optional<int> CategoryFinder::tryNext(const OutputDimension& dimension, int parent,
                                            bool isGroup, const std::string& text)
 {

@@ -17,7 +17,7 @@ void record(const std::string& call, const std::string& text = {})
 
 } // namespace
 
-/// One object for both kinds of document: the one that is sent takes what it needs.
+/// Shared by both kinds of document; each sends its own part.
 struct XDocument::Impl
 {
     std::shared_ptr<OutputHeading> heading;
@@ -26,7 +26,7 @@ struct XDocument::Impl
     OutputDocument document;
     bool isSent = false;
 
-    // Puts the item into the output, with what all documents have; once.
+    // Writes the item with the common properties to the output, once.
     template <typename Item>
     void send(Item item, const char* call)
     {

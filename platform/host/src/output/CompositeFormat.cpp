@@ -5,21 +5,21 @@
 
 namespace {
 
-// Reads the decimal number that the text begins with; its length, 0 if there is none.
+// Reads the decimal number at the start of the text. Returns its length, 0 if there is none.
 std::size_t readNumber(std::string_view text, std::size_t& number)
 {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() ? static_cast<std::size_t>(end - text.data()) : 0;
 }
 
-// Item by its number, which counts from 1; null if there is none.
+// The item with that number, from 1; null if there is none.
 template <typename Item>
 const Item* itemAt(const std::vector<Item>& items, std::size_t number)
 {
     return number >= 1 && number <= items.size() ? &items[number - 1] : nullptr;
 }
 
-// Fills the places that `mark` begins with the columns of one entry.
+// Replaces the placeholders with `mark` by the columns of one entry.
 std::string fillEntry(std::string_view pattern, char mark, const std::vector<std::string>& columns)
 {
     std::string filled;
@@ -38,16 +38,16 @@ std::string fillEntry(std::string_view pattern, char mark, const std::vector<std
     return filled;
 }
 
-/// A list place of the format.
+/// A list placeholder of the format.
 struct ListPlace
 {
     std::string_view first;
     std::string_view further;
     std::size_t part = 0;
-    std::size_t length = 0; // of the whole place; 0 if there is none
+    std::size_t length = 0; // of the whole placeholder; 0 for none
 };
 
-// The list place that the text, beginning with "[", begins with.
+// The list placeholder at the start of the text, which begins with "[".
 ListPlace readListPlace(std::string_view text)
 {
     ListPlace place;

@@ -5,7 +5,7 @@
 
 struct FacSTDictionary::Impl
 {
-    std::optional<StringTable> table; ///< nothing stands for the host's own
+    std::optional<StringTable> table; ///< empty for the host's own
 };
 
 FacSTDictionary::FacSTDictionary() : _impl(std::make_unique<Impl>()) {}

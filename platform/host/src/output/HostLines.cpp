@@ -17,7 +17,7 @@ constexpr int kEndMark = -1;
 void IpcPutC(const int* code, const int* subCode, const int* length, const void* buffer,
              const int* end)
 {
-    // A call without its end mark is one whose arguments were miscounted.
+    // A missing end mark means that the caller has miscounted its arguments.
     if (!code || !subCode || !length || !end || *end != kEndMark)
         return;
     HostJournal::Entry entry;
@@ -25,7 +25,7 @@ void IpcPutC(const int* code, const int* subCode, const int* length, const void*
         if (!buffer || *length != static_cast<int>(sizeof(entry.number)))
             return;
         entry.kind = HostJournal::Kind::Progress;
-        // The buffer is one of bytes and need not be aligned.
+        // The buffer may be unaligned.
         std::memcpy(&entry.number, buffer, sizeof(entry.number));
     } else {
         entry.kind = HostJournal::Kind::Output;
@@ -45,7 +45,7 @@ void DSPLNS(const int*, const int*, const char* text, const int* length)
 unsigned int HostMilliseconds()
 {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    // The cast drops the upper bits: that is the wrap-around.
+    // The cast drops the upper bits, which makes the counter wrap around.
     return static_cast<std::uint32_t>(
         std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }

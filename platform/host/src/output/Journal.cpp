@@ -7,8 +7,8 @@
 
 namespace {
 
-// What a journal keeps at most. A job that reports progress all day fills it with the parts done
-// that nobody looks at one by one, so there the latest takes the place of the one before.
+// Limits of the journal. A long job would fill it with progress entries, so a new one replaces the
+// last.
 constexpr std::size_t kMaxEntries = 65536;
 constexpr std::size_t kMaxProgressEntries = 4096;
 
@@ -62,7 +62,7 @@ void HostJournal::add(Entry entry)
         if (entry.kind != Kind::Progress)
             _impl->keep(entry);
     }
-    // Outside the lock, since an observer may read the journal or add to it.
+    // Without the lock, because an observer may use the journal.
     observer(entry);
 }
 

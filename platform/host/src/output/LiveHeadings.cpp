@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A heading that is alive, with the procedure that it belongs to; null once that has gone.
+/// A living heading and its procedure; null after the procedure is destroyed.
 struct Entry
 {
     const TnHeading* heading = nullptr;
@@ -32,7 +32,7 @@ struct LiveHeadings
         return found != entries.end() ? &*found : nullptr;
     }
 
-    // The latest entry that the question is true for.
+    // The latest entry for which `question` returns true.
     template <typename Question>
     const Entry* latest(Question question) const
     {
@@ -53,7 +53,7 @@ LiveHeadings& live()
     return instance;
 }
 
-/// Empty for a position outside, as that of a split variable without a value yet.
+/// Empty for an invalid position, for example of a split variable without a value.
 std::string textAt(const std::vector<std::string>& texts, int position)
 {
     const auto index = static_cast<std::size_t>(position);
@@ -78,7 +78,7 @@ SplitList splitListOf(const TnProcedure* procedure)
 void beginHeading(const TnHeading& heading, const TnHeading& parent)
 {
     const std::lock_guard lock(live().mutex);
-    // A parent that has gone cannot speak; this one has just spoken.
+    // The parent may be destroyed; then the heading has no procedure.
     const Entry* above = live().entryOf(parent);
     const TnProcedure* procedure = above ? above->procedure : nullptr;
     live().entries.push_back({&heading, procedure, heading.node(), false});
@@ -94,7 +94,7 @@ void endHeading(const TnHeading& heading)
 {
     const std::lock_guard lock(live().mutex);
     std::erase_if(live().entries, [&](const Entry& entry) { return entry.heading == &heading; });
-    // A heading may outlive its procedure, whose data nobody can ask from then on.
+    // A heading may outlive its procedure, which must not be used afterwards.
     for (Entry& entry : live().entries)
         if (entry.procedure == &heading)
             entry.procedure = nullptr;

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What `aside` of a slot says; from kFirstContent on it is the place of a content.
+/// Values of a slot's `aside`; from kFirstContent on it is the index of a content.
 constexpr std::uint32_t kEmpty = 0;
 constexpr std::uint32_t kNumber = 1;
 constexpr std::uint32_t kFirstContent = 2;
@@ -32,8 +32,8 @@ std::optional<OutputCells::Place> OutputCells::find(const Address& address) cons
     return Place{below - 1, address.back()};
 }
 
-// The levels are numbered from 1 in the order in which they came up, and so are the lines; the root
-// is the first level, or the only line.
+// Levels and lines are numbered from 1 in the order of their creation. The root is the first level,
+// or the only line.
 std::uint32_t OutputCells::lineAt(const Address& address)
 {
     if (_lines.empty() && address.size() == 1)
@@ -66,7 +66,7 @@ OutputCells::Slot& OutputCells::slotAt(const Address& address)
     const int leaf = address.back();
     if (line.slots.empty())
         line.first = leaf;
-    // Lines are mostly filled from the first leaf on; one before it is the exception.
+    // Lines are usually filled from the first leaf on.
     if (leaf < line.first) {
         line.slots.insert(line.slots.begin(), static_cast<std::size_t>(line.first - leaf), Slot());
         line.first = leaf;
@@ -89,11 +89,11 @@ void OutputCells::setContent(const Address& address, TnContent content)
     slotAt(address).aside = kFirstContent + keep(std::move(content));
 }
 
-/// Labels repeat in thousands of cells; the same content is kept once.
+/// Stores equal content once, because labels occur in thousands of cells.
 std::uint32_t OutputCells::keep(TnContent content)
 {
     const auto known = _contentOfText.find(content.text);
-    // One text may stand for a label here and a value there; only the first of these is shared.
+    // The same text may be a label and a value; only the first one is shared.
     if (known != _contentOfText.end() && isSame(_contents[known->second], content))
         return known->second;
     const auto place = static_cast<std::uint32_t>(_contents.size());

@@ -21,7 +21,7 @@ bool isLess(const icu::Collator* collator, const TnContent& left, const TnConten
 {
     if (left.number && right.number)
         return std::is_lt(std::strong_order(*left.number, *right.number));
-    // Numbers before texts, as a spreadsheet sorts them.
+    // Numbers before texts, as in spreadsheets.
     if (left.number || right.number)
         return left.number.has_value();
     if (!collator)
@@ -30,7 +30,7 @@ bool isLess(const icu::Collator* collator, const TnContent& left, const TnConten
     return collator->compareUTF8(left.text, right.text, status) == UCOL_LESS;
 }
 
-/// Walks the tree of a dimension in shown order.
+/// Visits the tree of a dimension in display order.
 class LeafWalk
 {
 public:
@@ -103,6 +103,6 @@ std::vector<OutputLeaf> shownLeaves(const OutputDimension& dimension)
 {
     LeafWalk walk(dimension);
     std::vector<OutputLeaf> leaves = walk.leaves(false);
-    // A dimension whose labels are hidden has cells all the same.
+    // A dimension with hidden labels still has cells.
     return leaves.empty() && dimension.hidesChildren ? walk.leaves(true) : leaves;
 }

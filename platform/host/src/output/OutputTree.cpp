@@ -42,7 +42,7 @@ void OutputTree::clear()
     const std::vector<HeadingItem> alive = liveProcedures();
     const std::lock_guard lock(_impl->mutex);
     _impl->items.clear();
-    // Procedures that are at work write on, and what they write must be somewhere.
+    // Active procedures continue, so they need a place in the tree.
     for (const HeadingItem& procedure : alive) {
         procedure->items.clear();
         _impl->items.emplace_back(procedure);
@@ -58,7 +58,7 @@ void OutputTree::add(OutputHeading* heading, OutputItem item)
 std::shared_ptr<OutputHeading> OutputTree::heading(OutputHeading& parent, const TnContent& text)
 {
     const std::lock_guard lock(_impl->mutex);
-    // The same heading again, as each table of a procedure asks for it, goes on where it was.
+    // A repeated heading, for example for each table of a procedure, continues the existing one.
     if (!parent.items.empty())
         if (const auto* last = std::get_if<HeadingItem>(&parent.items.back()))
             if ((*last)->text.text == text.text)

@@ -22,8 +22,8 @@ bool PivotTableState::isNamed(int dimension, const std::string& name) const
            table->dimensions[index(dimension)].name.text == name;
 }
 
-/// Whether a declaration made now lies inside a category of the dimension. After the first cell all
-/// dimensions are known, and the name decides again.
+/// Whether a declaration made now is inside a category of the dimension. After the first cell all
+/// dimensions are known, and only the name decides.
 bool PivotTableState::encloses(int dimension) const
 {
     const Told& outer = told[index(dimension)];
@@ -32,8 +32,8 @@ bool PivotTableState::encloses(int dimension) const
 
 int PivotTableState::findDimension(const std::string& name) const
 {
-    // Two dimensions may have one name: a table of a variable by itself. In nested declarations,
-    // the place tells them apart.
+    // Two dimensions may have the same name: a table of a variable by itself. In nested
+    // declarations their order distinguishes them.
     if (isNested && lastOpened != kNone && isNamed(lastOpened + 1, name))
         return lastOpened + 1;
     for (int number = 0; index(number) < told.size(); ++number)
@@ -46,7 +46,7 @@ int PivotTableState::addDimension(const TnContent& name)
 {
     isNested = isNested && std::all_of(told.begin(), told.end(),
                                        [](const Told& outer) { return outer.openLeaf != kNone; });
-    // What was said before there was this dimension lies nowhere in it.
+    // Cells from before this dimension have no place in it.
     table->cells.clear();
     const int endOfRows = lastRowPosition(*table) + 1;
     OutputDimension& added = table->dimensions.emplace_back();
@@ -70,7 +70,7 @@ int PivotTableState::declareDimension(const TnContent& name, int sort)
 int PivotTableState::declareChild(int dimension, int parent, bool isGroup, const TnContent& label)
 {
     CategoryFinder& finder = told[index(dimension)].finder;
-    // Dimensions that were declared side by side are addressed by text: each call is a round.
+    // Dimensions that are declared side by side are identified by text, so each call is a round.
     if (!isNested)
         finder.begin(parent);
     const std::optional<int> known =
@@ -98,12 +98,12 @@ void PivotTableState::open(int dimension, int category)
 {
     told[index(dimension)].openLeaf = leafOf(dimension, category);
     lastOpened = dimension;
-    // The dimensions inside this category are told from their first categories on.
+    // The dimensions inside this category start again from their first categories.
     for (std::size_t inner = index(dimension) + 1; inner < told.size(); ++inner)
         told[inner].finder.beginAll();
 }
 
-/// Empty while a category of some dimension is not open: there is no cell then.
+/// Empty while a dimension has no open category: there is no cell.
 std::vector<int> PivotTableState::addressOf(int dimension, int category)
 {
     std::vector<int> address;
@@ -115,7 +115,7 @@ std::vector<int> PivotTableState::addressOf(int dimension, int category)
     return isWhole ? address : std::vector<int>();
 }
 
-/// The place of the note in the table's list, where equal texts are one.
+/// The index of the note in the table's list, where equal texts are merged.
 int PivotTableState::note(const TnAnnotation& annotation)
 {
     const TnCellText* text = annotation.text.text();

@@ -26,8 +26,8 @@ std::optional<StringTable> readStringTable(const std::string& file)
 
 namespace {
 
-// Tables are kept by file name, since installation and locale may change. A file that is not there,
-// or is no table, translates nothing: a message in English is better than none.
+// Tables are cached by file name, because installation and locale may change. A missing or invalid
+// file translates nothing: an English message is better than none.
 const StringTable& tableOf(const std::string& file)
 {
     static std::mutex mutex;

@@ -9,8 +9,8 @@ const OutputCategory& nodeOf(const OutputDimension& dimension, int number)
     return dimension.nodes[static_cast<std::size_t>(number)];
 }
 
-/// The nodes of a category's path that have a label to show; the dimension's own, node 0, first
-/// where it is named by a label.
+/// The nodes of a category's path with visible labels. The first is the dimension's own, node 0, if
+/// a label shows its name.
 std::vector<int> shownNodes(const OutputDimension& dimension, const OutputLeaf& leaf, bool named)
 {
     std::vector<int> nodes;
@@ -33,7 +33,7 @@ TableAxis::TableAxis(const OutputTable& table, TnDimension::Place place)
         part.number = static_cast<std::size_t>(number);
         part.dimension = &table.dimensions[part.number];
         part.leaves = shownLeaves(*part.dimension);
-        // The head of the stub names a row dimension, unless it has no labels that it could head.
+        // The stub head names a row dimension, unless that has no labels.
         const bool byLabel = place == TnDimension::Column || part.dimension->hidesChildren;
         setLabels(part, byLabel && !part.dimension->hidesName);
         part.firstLevel = _levels;
@@ -55,7 +55,7 @@ void TableAxis::setLabels(Part& part, bool named)
     setRuns(part);
 }
 
-// A node is a label once for as long as the categories next to each other lie under it.
+// A node is one label as long as adjacent categories belong to it.
 void TableAxis::setRuns(Part& part)
 {
     const auto joins = [&](std::size_t leaf, std::size_t other, std::size_t level) {
@@ -101,7 +101,7 @@ std::optional<AxisLabel> TableAxis::labelAt(std::size_t position, int level) con
     label.text = labels.nodes[at] == 0 ? &part.dimension->name : &node.label;
     label.notes = labels.nodes[at] == 0 ? &part.dimension->notes : &node.notes;
     label.span = (labels.ends[at] - leaf) * part.inner;
-    // A label without others below it reaches down to the cells.
+    // A label without labels below it extends to the cells.
     label.depth = at + 1 == labels.nodes.size() ? part.levels - static_cast<int>(at) : 1;
     return label;
 }

@@ -12,7 +12,7 @@ constexpr long long kLineView = 1;
 void TN_ToFront(const long long& channel, const TN_Character& line)
 {
     const std::string text = hostToUtf8(line);
-    // The line view is the one whose lines need no name.
+    // The lines of the line view have no name.
     if (channel == kLineView)
         HostJournal::instance().add({HostJournal::Kind::Line, text});
     else

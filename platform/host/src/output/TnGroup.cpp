@@ -93,7 +93,7 @@ void TnCategory::Cell(const TnCellText& text)
     const OutputCells::Address address = _state->addressOf(_dimension, _node);
     if (address.empty())
         return;
-    // A number needs no text before the table is shown.
+    // A number needs no text until the table is shown.
     if (const auto* number = dynamic_cast<const TnNumber*>(&text))
         _state->table->cells.setNumber(address, number->value(), number->format());
     else

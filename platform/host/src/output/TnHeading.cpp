@@ -8,7 +8,7 @@
 
 namespace {
 
-/// A heading that stands under another one.
+/// A heading under another heading.
 class SubHeading final : public TnHeading
 {
 public:
@@ -42,6 +42,6 @@ TnPivotTable* TnHeading::PivotTable(const TnCellText& title, const TnCellText& s
     if (supportsSplits)
         table->splitGroup = splitListOf(*this);
     OutputTree::instance().add(_node.get(), table);
-    // The constructor is not for everybody, so no make_unique; the caller deletes the table.
+    // The constructor is private, so make_unique cannot be used. The caller deletes the table.
     return new TnPivotTable(std::make_shared<PivotTableState>(std::move(table)));
 }

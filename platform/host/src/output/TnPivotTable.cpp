@@ -45,6 +45,6 @@ void TnPivotTable::MinDataColumnWidth(int width)
 TnDimension* TnPivotTable::Dimension(const TnCellText& name, Sort sort)
 {
     const int number = _state->declareDimension(name.content(), sort);
-    // The constructor is not for everybody, so no make_unique; the caller deletes the dimension.
+    // The constructor is private, so make_unique cannot be used. The caller deletes the dimension.
     return new TnDimension(_state, number);
 }

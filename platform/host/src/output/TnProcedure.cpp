@@ -37,7 +37,7 @@ TnProcedure::TnProcedure(std::string name, ProcedureDataSource* dataSource)
 
 TnProcedure::~TnProcedure()
 {
-    // Before the data source goes, which others may ask for the split group.
+    // Before the data source is destroyed, because others may ask for the split group.
     endHeading(*this);
     OutputTree::instance().removeEmpty(*node());
 }

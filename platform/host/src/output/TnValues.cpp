@@ -9,7 +9,7 @@
 
 namespace {
 
-// The text of a string value, as long as the variable is wide.
+// The text of a string value, in the width of the variable.
 std::string stringOf(const VEXA_Variable& variable, const OBS* value)
 {
     return {value->text, static_cast<std::size_t>(variable.GetType())};

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The text of a title or a description, which may stand in an object or in lines.
+/// The text of a title or description, which may be an object or a list of lines.
 std::string textOf(const PageJson* value)
 {
     if (!value)
@@ -28,7 +28,7 @@ std::string textOf(const PageJson* value)
     return lines;
 }
 
-/// Values that are no list are a text in some form of the drawing library's, shown as it is.
+/// Values that are not a list are text in a format of the chart library; written unchanged.
 void writeValues(std::ostream& out, const std::string& name, const PageJson& values)
 {
     if (values.is_array() && !values.empty())
@@ -37,7 +37,7 @@ void writeValues(std::ostream& out, const std::string& name, const PageJson& val
         out << "<pre>" << isolated(values.get_ref<const std::string&>()) << "</pre>\n";
 }
 
-/// Writes every set of values that a specification carries, in whatever part of it.
+/// Writes every set of values in the specification.
 void writeData(std::ostream& out, const PageJson& part, const std::string& name)
 {
     for (const auto& [key, value] : part.items()) {
@@ -52,7 +52,7 @@ void writeData(std::ostream& out, const PageJson& part, const std::string& name)
     }
 }
 
-/// Maps as data beside the chart: the page may fetch nothing.
+/// Includes the data of maps, because the page may not load anything.
 void writeSources(std::ostream& out, const OutputDocument& document)
 {
     for (const auto& [name, text] : document.geoJson)
@@ -61,7 +61,7 @@ void writeSources(std::ostream& out, const OutputDocument& document)
                 << escaped(name) << "\">" << scriptJson(featuresOf(*geoJson)) << "</script>\n";
 }
 
-/// The specification for the library that draws charts, and the data for whom it does not draw.
+/// Writes the specification for the chart library, and the data for readers without scripts.
 void writeForScript(std::ostream& out, const ChartDrawing& drawing, const std::string& title)
 {
     out << "<div class=\"drawing\" hidden></div>\n"
@@ -73,7 +73,7 @@ void writeForScript(std::ostream& out, const ChartDrawing& drawing, const std::s
     out << "</details>\n";
 }
 
-/// A remark of the page's own, looking like a warning of the output.
+/// A note of the page in the style of an output warning.
 void writeNote(std::ostream& out, const std::string& key)
 {
     out << "<p class=\"message level2\" role=\"note\">" << escaped(translate(key)) << "</p>\n";

@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::string_view kQuotes = "'\"";
 
-/// A name in brackets, in quotes or not; moves `at` behind it.
+/// Reads a name in brackets, quoted or not; moves `at` behind it.
 std::string bracketed(std::string_view field, std::size_t& at)
 {
     std::size_t end = field.find(']', at);
@@ -19,7 +19,7 @@ std::string bracketed(std::string_view field, std::size_t& at)
     return std::string(name);
 }
 
-/// A name up to the next dot or bracket; a backslash takes the meaning from either.
+/// Reads a name up to the next dot or bracket; a backslash escapes either.
 std::string plain(std::string_view field, std::size_t& at)
 {
     std::string name;

@@ -20,7 +20,7 @@ void writeClosing(std::ostream& out)
     out << "</table>\n</div>\n";
 }
 
-/// A number carries its value, for sorting and copying; what has parts of its own is shown as JSON.
+/// Writes a number with its value, for sorting and copying, and a nested value as JSON.
 void writeCell(std::ostream& out, const PageJson* value)
 {
     if (!value)
@@ -35,7 +35,7 @@ void writeCell(std::ostream& out, const PageJson* value)
         out << "<td class=\"text\">" << isolated(scalarText(*value)) << "</td>";
 }
 
-/// The names of all members of all records, in the order in which they come up.
+/// The names of all members of all records, in order of appearance.
 std::vector<std::string> columnsOf(const PageJson& records)
 {
     std::vector<std::string> columns;
@@ -47,7 +47,7 @@ std::vector<std::string> columnsOf(const PageJson& records)
     return columns;
 }
 
-/// Judged by the first record that has the member: columns of words stand at the left.
+/// Decided by the first record with the member. Text columns are left-aligned.
 bool hasWords(const PageJson& records, const std::string& column)
 {
     const auto first = std::find_if(records.begin(), records.end(), [&](const PageJson& record) {
@@ -67,7 +67,7 @@ void writeColumns(std::ostream& out, const std::vector<std::string>& columns,
     out << "</tr>\n</thead>\n";
 }
 
-/// Records go by their columns, other rows by their elements.
+/// Records are written by columns, other rows by elements.
 void writeRow(std::ostream& out, const PageJson& row, const std::vector<std::string>& columns)
 {
     out << "<tr>";

@@ -8,7 +8,7 @@ namespace {
 constexpr double kWantedSteps = 5;
 constexpr double kNothing = 1e-9;
 
-/// The least round number that is not below another one.
+/// The smallest round number that is not below `width`.
 double roundStep(double width)
 {
     const double power = std::pow(10, std::floor(std::log10(width)));

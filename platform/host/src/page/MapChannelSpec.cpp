@@ -15,8 +15,8 @@ std::vector<PageJson> listOf(const PageJson* value)
                                       : std::vector<PageJson>();
 }
 
-/// A name of a colour, or a number sign and hexadecimal digits: no other text goes into a drawing
-/// as it is.
+/// Whether a text is a colour name, or a number sign with hexadecimal digits. No other text is
+/// written unchanged to a drawing.
 bool isColour(const std::string& word)
 {
     const bool isHex = word.starts_with('#');
@@ -27,7 +27,7 @@ bool isColour(const std::string& word)
            std::all_of(word.begin() + (isHex ? 1 : 0), word.end(), fits);
 }
 
-/// The type that is told, or the one that the scale goes with.
+/// The given type, or the default of the scale.
 Scale scaleOf(const std::string& type, const std::string& scale)
 {
     if (scale == "quantile")
@@ -113,7 +113,7 @@ MapChannel readChannel(const PageJson& json)
                             scale ? wordOf(memberOf(*scale, "type")) : "");
     if (std::vector<PageJson> order = listOf(memberOf(json, "sort")); channel.domain.empty())
         channel.domain = std::move(order);
-    // Colours that a scale runs through are not those of steps.
+    // Colours of a continuous scale cannot be used for steps.
     if (const std::string kind = scale ? wordOf(memberOf(*scale, "type")) : "";
         channel.scale == Scale::Steps && kind != "quantize" && kind != "bin-ordinal")
         channel.colours.clear();

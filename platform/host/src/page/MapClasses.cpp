@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr std::size_t kShades = 12;    ///< of the style sheet, counted from 0
-constexpr std::size_t kCategories = 8; ///< colours that can be told apart
+constexpr std::size_t kShades = 12;    ///< of the style sheet, from 0
+constexpr std::size_t kCategories = 8; ///< distinguishable colours
 constexpr std::size_t kQuantiles = 5;
 constexpr int kBoundDigits = 4;
 
@@ -41,7 +41,7 @@ std::vector<double> boundsOf(const MapChannel& channel, const std::vector<double
                        : roundBounds(ends.front(), ends.back());
 }
 
-/// Numbers by their size, ahead of texts.
+/// Numbers by size, before texts.
 bool isBefore(const PageJson& left, const PageJson& right)
 {
     if (left.is_number() && right.is_number())
@@ -50,7 +50,7 @@ bool isBefore(const PageJson& left, const PageJson& right)
                                                  : scalarText(left) < scalarText(right);
 }
 
-/// What occurs, in the order that is told and then in its own.
+/// The occurring values: first in the given order, then the others in their own.
 std::vector<std::string> valuesIn(const MapChannel& channel, std::vector<PageJson> values)
 {
     std::ranges::sort(values, isBefore);
@@ -117,7 +117,7 @@ void MapClasses::list(std::vector<std::string> values)
         _classes.push_back({value, {}});
 }
 
-/// Shades from one end to the other; categories past the last colour share one.
+/// Assigns shades from one end to the other; categories beyond the last colour share it.
 void MapClasses::colour(const MapChannel& channel)
 {
     const std::size_t count = _classes.size();

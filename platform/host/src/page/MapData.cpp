@@ -7,14 +7,14 @@
 
 namespace {
 
-/// How both sides write the same key.
+/// The common form of a key on both sides.
 std::string keyOf(const PageJson& record, const std::string& field)
 {
     const PageJson* value = valueAt(record, field);
     return value && !value->is_structured() ? scalarText(*value) : std::string();
 }
 
-/// Records by their keys: the first one of a key counts.
+/// Records by key; the first one of a key counts.
 std::unordered_map<std::string, const PageJson*> indexOf(const PageJson& rows,
                                                          const std::string& field)
 {
@@ -40,7 +40,7 @@ std::optional<MapShape> placeOf(const PageJson& record, const MapLayer& layer)
     return readShape({{"type", "Point"}, {"coordinates", {*longitude, *latitude}}});
 }
 
-/// Numbers only, where classes are parts of a scale.
+/// Only a number, if the classes are parts of a scale.
 const PageJson* colourOf(const MapItem& item, const MapLayer& layer)
 {
     const PageJson* value = layer.colour ? valueOf(item, layer, layer.colour->field) : nullptr;

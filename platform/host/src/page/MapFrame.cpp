@@ -34,7 +34,7 @@ void forEachPoint(Shapes& shapes, Use use)
     forEachPart(shapes, [&](auto part) { std::ranges::for_each(part, use); });
 }
 
-/// The least rectangle around points.
+/// The smallest rectangle around points.
 struct Extent
 {
     double west = std::numeric_limits<double>::infinity();
@@ -75,7 +75,7 @@ void unwrap(std::vector<MapShape>& shapes)
     }
 }
 
-/// Parts that go on beyond the eastern end, once more at the western one.
+/// Repeats parts that extend beyond the eastern end at the western end.
 void repeatCrossed(std::vector<MapLine>& parts, const MapCut& cut)
 {
     const std::size_t count = parts.size();
@@ -88,7 +88,7 @@ void repeatCrossed(std::vector<MapLine>& parts, const MapCut& cut)
         }
 }
 
-/// Puts all longitudes between the cut and its other side, and tells what the map spans.
+/// Shifts all longitudes to the range of the cut and returns the extent of the map.
 Extent cutOpen(std::vector<MapShape>& shapes)
 {
     unwrap(shapes);
@@ -113,7 +113,7 @@ double mercator(double latitude)
     return std::log(std::tan(std::numbers::pi / 4 + radians / 2)) * 180 / std::numbers::pi;
 }
 
-/// Turns degrees into lengths of one measure in both directions.
+/// Converts degrees to lengths with the same unit in both directions.
 void project(std::vector<MapShape>& shapes, MapProjection projection, Extent& extent)
 {
     if (projection == MapProjection::Mercator) {
@@ -130,7 +130,7 @@ void project(std::vector<MapShape>& shapes, MapProjection projection, Extent& ex
     extent.east *= factor;
 }
 
-/// A single place, or places in a row, get some land around them.
+/// Adds space around a single point or points in a line.
 void widen(Extent& extent)
 {
     constexpr double kLeastShare = 0.1;

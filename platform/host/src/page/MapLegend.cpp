@@ -14,7 +14,7 @@ namespace {
 constexpr double kLargestRadius = 14 * kUnitsPerPixel;
 constexpr double kSmallestRadius = 1.5 * kUnitsPerPixel;
 
-/// A sample of a look, in the map's units, so that a hatch is as fine as on the map.
+/// A sample of a look in the map's units, so that a hatch looks the same.
 void writeSample(std::ostream& out, const std::string& look, const LegendForm& form)
 {
     out << "<svg class=\"swatch\" width=\"18\" height=\"12\" viewBox=\"0 0 180 120\" "

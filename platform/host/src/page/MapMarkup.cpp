@@ -17,13 +17,13 @@ namespace {
 
 constexpr double kDotRadius = 4 * kUnitsPerPixel;
 
-/// A layer with all that is drawn of it.
+/// A layer with everything that is drawn.
 struct DrawnLayer
 {
     const MapLayer& layer;
     MapItems data;
     std::optional<MapClasses> classes;
-    std::size_t first = 0; ///< of its shapes among those of the map
+    std::size_t first = 0; ///< index of its shapes among those of the map
     double largest = 0;
 
     DrawnLayer(const MapLayer& of, MapSources& sources, std::size_t at)
@@ -117,7 +117,7 @@ void MapWriter::writeHatch()
             "patternTransform=\"rotate(45)\"><path d=\"M0 0V50\"/></pattern></defs>\n";
 }
 
-/// Large points first, so that they hide none.
+/// Large points first, so that they do not cover small ones.
 void MapWriter::writeLayer(const DrawnLayer& drawn)
 {
     std::vector<std::size_t> order(drawn.data.items.size());

@@ -16,7 +16,7 @@ void writeNote(std::ostream& out, const std::string& key, const std::string& wha
         << isolated(what) << "</p>\n";
 }
 
-/// The first ones by name, and how many there are if these are not all.
+/// The first ones by name, and the total number if there are more.
 std::string listOf(const std::vector<std::string>& keys)
 {
     std::string names;

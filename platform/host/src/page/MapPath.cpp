@@ -7,7 +7,7 @@
 namespace {
 
 constexpr long kNearest = static_cast<long>(kUnitsPerPixel / 2);
-constexpr long kSpeck = static_cast<long>(3 * kUnitsPerPixel); // its border takes some of it
+constexpr long kSpeck = static_cast<long>(3 * kUnitsPerPixel); // minus its border
 
 /// A point in whole units.
 struct Dot
@@ -32,7 +32,7 @@ std::vector<Dot> thinned(const MapLine& line)
     return dots;
 }
 
-/// A sign parts two numbers as well as a blank does.
+/// A minus sign separates two numbers like a blank.
 void append(std::string& path, long number, char last)
 {
     const bool isApart = number < 0 || (last >= 'A' && last <= 'z');
@@ -46,7 +46,7 @@ void move(std::string& path, const Dot& dot)
     append(path, dot.y, '0');
 }
 
-/// Steps from each dot to the next, which take fewer digits than places do.
+/// Writes relative steps, which need fewer digits than positions.
 void trace(std::string& path, const std::vector<Dot>& dots)
 {
     move(path, dots.front());

@@ -20,7 +20,7 @@ bool isLeap(const MapPoint& from, const MapPoint& to)
     return std::abs(to.x - from.x) > kHalfTurn;
 }
 
-/// Whether each leap follows the seam, as outlines do that were cut there for a flat map.
+/// Whether all leaps follow the seam, as in outlines that were cut there for a flat map.
 bool isFlat(const MapLine& ring)
 {
     for (std::size_t at = 0; at < ring.size(); ++at) {
@@ -31,7 +31,7 @@ bool isFlat(const MapLine& ring)
     return true;
 }
 
-/// The longitude nearest to another one.
+/// The equivalent longitude that is nearest to another one.
 double nearest(double longitude, double to)
 {
     return longitude + kFullTurn * std::round((to - longitude) / kFullTurn);
@@ -43,7 +43,7 @@ std::pair<double, double> endsOf(std::span<const MapPoint> part)
     return {west.x, east.x};
 }
 
-/// Down or up to the pole that the ring surrounds, along it, and back.
+/// Extends the ring to the pole that it surrounds, along it, and back.
 void closeAlongPole(MapLine& ring)
 {
     double sum = 0;
@@ -95,7 +95,7 @@ void MapCut::find()
     double reached = _spans.front().east;
     for (const Span& span : _spans)
         reached = std::max(reached, span.east);
-    // What goes on over the seam covers the beginning of the circle.
+    // A span that crosses the seam covers the beginning of the circle.
     reached -= kFullTurn;
     double widest = kNegligible;
     for (const Span& span : _spans) {

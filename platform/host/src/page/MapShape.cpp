@@ -7,7 +7,7 @@ namespace {
 
 constexpr double kFarthest = 1e12;
 
-/// Collects the parts of a geometry; each operation tells whether all was as it has to be.
+/// Collects the parts of a geometry. Each operation returns whether its input was valid.
 class ShapeReader
 {
 public:
@@ -15,7 +15,7 @@ public:
     MapShape take() { return std::move(_shape); }
 
 private:
-    /// What reads the coordinates of one kind of geometry.
+    /// Reads the coordinates of one kind of geometry.
     using Reader = bool (ShapeReader::*)(const PageJson&);
 
     bool readCollection(const PageJson& geometry);
@@ -30,7 +30,7 @@ private:
     MapShape _shape;
 };
 
-/// Heights and measures, past the second number, have no place on a map.
+/// Ignores heights and measures behind the second number.
 std::optional<MapPoint> ShapeReader::pointOf(const PageJson& position)
 {
     if (!position.is_array() || position.size() < 2 || !position[0].is_number() ||
@@ -73,7 +73,7 @@ bool ShapeReader::readLine(const PageJson& positions)
     return line.has_value();
 }
 
-/// A ring ends where it begins; here it does so without saying it. What spans no area is left out.
+/// Removes the repeated last point of a ring, and drops rings without area.
 bool ShapeReader::readPolygon(const PageJson& rings)
 {
     constexpr std::size_t kFewestCorners = 3;

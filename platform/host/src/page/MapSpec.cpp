@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Reads one view after the other, each on top of the one before.
+/// Reads views one after the other, each on top of the previous one.
 class SpecReader
 {
 public:
@@ -35,15 +35,15 @@ private:
     MapSpec _spec;
 };
 
-/// A view has data of its own, or those of the whole.
+/// The data of a view: its own, or those of the whole.
 const PageJson* SpecReader::dataOf(const PageJson& view) const
 {
     const PageJson* own = memberOf(view, "data");
     return own ? own : memberOf(_top, "data");
 }
 
-/// The only step between the data and the view; null if there is none. What is done to the data of
-/// the whole is not done to data of its own.
+/// The only transformation between data and view; null if there is none. A transformation of the
+/// whole's data is not applied to the view's own data.
 const PageJson* SpecReader::transformOf(const PageJson& view) const
 {
     const PageJson* transform = nullptr;
@@ -166,7 +166,7 @@ void SpecReader::readLooks(MapLayer& layer, const PageJson& encoding)
     layer.tips = tipsOf(memberOf(encoding, "tooltip"));
 }
 
-/// Anything that turns or cuts the map is not for this drawing.
+/// Refuses rotated or clipped projections.
 void SpecReader::readProjection(const PageJson& projection)
 {
     requireOnly(projection, {"type", "reflectY"});

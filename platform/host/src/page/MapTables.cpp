@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Features without their shapes, which say nothing in a table.
+/// Features without their shapes, which have no use in a table.
 PageJson propertiesOf(const PageJson& features)
 {
     PageJson rows = PageJson::array();

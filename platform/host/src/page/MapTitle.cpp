@@ -20,7 +20,7 @@ std::string lineOf(const std::string& title, const PageJson* value)
     return title + ": " + shown(value);
 }
 
-/// A member that is called a name, or else the first one that is a text.
+/// A member called "name", or otherwise the first text.
 const PageJson* nameIn(const PageJson& record)
 {
     for (const char* name : {"name", "NAME", "Name"})

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The only thing in the output, if it is a procedure: its name is the title then.
+/// The only item of the output, if it is a procedure: its name is the title.
 const OutputHeading* onlyProcedure(const OutputTree& tree)
 {
     const std::vector<OutputItem>& items = tree.items();

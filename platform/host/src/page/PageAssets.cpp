@@ -10,7 +10,7 @@
 
 namespace {
 
-/// As a security policy names a text that it lets in.
+/// The source expression for a text in a security policy.
 std::string hashSource(const std::string& text)
 {
     std::array<unsigned char, crypto_hash_sha256_BYTES> hash{};

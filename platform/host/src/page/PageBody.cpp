@@ -17,7 +17,7 @@ constexpr int kLastHeadingElement = 6;
 using HeadingItem = std::shared_ptr<OutputHeading>;
 using TableItem = std::shared_ptr<OutputTable>;
 
-/// What the outline calls an item; empty for one that it does not list.
+/// The title of an item in the outline; empty if it is not listed.
 std::string titleOf(const OutputItem& item)
 {
     if (const auto* heading = std::get_if<HeadingItem>(&item))
@@ -31,7 +31,7 @@ std::string titleOf(const OutputItem& item)
     return {};
 }
 
-/// The words of the host for the levels of a message.
+/// The host's words for message levels.
 std::string levelWord(int level)
 {
     constexpr const char* words[] = {"",      "Comment",     "Warning",
@@ -95,7 +95,7 @@ private:
         _out << "</section>\n";
     }
 
-    // What has level 0 stands in the log only.
+    // Level 0 is for the log only.
     void writeMessage(const OutputMessage& message)
     {
         if (message.level < 1 || message.show != kShowInOutput)
@@ -109,7 +109,7 @@ private:
     const PageContents& _contents;
 };
 
-/// Whether an outline says more than the page does at a glance.
+/// Whether an outline is useful.
 bool isWorthAnOutline(const std::vector<OutputItem>& items)
 {
     std::size_t entries = 0;

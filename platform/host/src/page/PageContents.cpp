@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A letter for the kind, so that an anchor tells what it leads to.
+/// A letter for the kind of item, used in anchors.
 char kindOf(const OutputItem& item)
 {
     constexpr char kinds[] = {'h', 't', 'c', 'v', 'm'};

@@ -10,13 +10,13 @@ namespace {
 
 constexpr int kDeepest = 64;
 
-/// What a view draws: a word, or an object with more to say of it.
+/// A mark: a word or an object.
 bool isMark(const PageJson* mark)
 {
     return mark && (mark->is_string() || mark->is_object());
 }
 
-/// A single view: a mark, and something for it to stand for.
+/// A single view: a mark, and what it represents.
 bool isUnit(const PageJson& value)
 {
     return isMark(memberOf(value, "mark")) &&
@@ -37,7 +37,7 @@ bool isComposed(const PageJson& value, int depth)
     });
 }
 
-/// One view, drawn for each value of a field.
+/// A view that is drawn for each value of a field.
 bool isRepeated(const PageJson& value, int depth)
 {
     const PageJson* view = memberOf(value, "spec");

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// As in "en-US".
+/// For example "en-US".
 std::string language()
 {
     std::string locale = CFAppHost::getInstance()->getLocale();
@@ -20,7 +20,7 @@ std::string language()
     return locale;
 }
 
-/// The hashes of what the page carries, for its policy.
+/// The hashes of the page's scripts and styles, for its policy.
 std::string sources(const std::vector<PageAsset>& assets)
 {
     std::string list;
@@ -29,7 +29,7 @@ std::string sources(const std::vector<PageAsset>& assets)
     return list;
 }
 
-/// What the scripts say, in the host's language: they have no words of their own.
+/// The texts that scripts show, in the host's language.
 std::string words()
 {
     nlohmann::json table;

@@ -17,14 +17,14 @@ constexpr char16_t kControlPictures = 0x2400;
 constexpr char16_t kDeletePicture = 0x2421;
 constexpr char kDelete = 0x7F;
 
-/// Whether a byte may stand in markup as it is.
+/// Whether a byte needs no escape in markup.
 bool isPlain(char byte)
 {
     constexpr std::string_view markup = "&<>\"'";
     return byte >= ' ' && byte < kDelete && markup.find(byte) == std::string_view::npos;
 }
 
-/// What stands for a character that HTML has no place for.
+/// The visible replacement of a character that HTML does not allow.
 char16_t shownAs(char16_t character)
 {
     const bool isSpace = character == '\t' || character == '\n' || character == '\r';
@@ -35,7 +35,7 @@ char16_t shownAs(char16_t character)
     return character == kDelete ? kDeletePicture : character;
 }
 
-/// Valid UTF-8 whatever came in: ICU puts U+FFFD for bytes that are none.
+/// Makes valid UTF-8: ICU replaces invalid bytes by U+FFFD.
 std::string withoutControls(std::string_view text)
 {
     auto units = icu::UnicodeString::fromUTF8(
@@ -43,7 +43,7 @@ std::string withoutControls(std::string_view text)
     for (std::int32_t at = 0; at < units.length(); ++at)
         if (const char16_t shown = shownAs(units[at]); shown != units[at])
             units.setCharAt(at, shown);
-    // Without memory ICU gives an empty text that is marked.
+    // Without memory ICU returns a bogus empty text.
     if (units.isBogus())
         throw std::bad_alloc();
     std::string result;
@@ -68,7 +68,7 @@ std::string_view entityOf(char byte)
     }
 }
 
-/// Set apart by direction; a long text gets a box that scrolls.
+/// Isolates the writing direction; a long text gets a scrolling box.
 std::string boxed(std::size_t length, const std::string& markup)
 {
     if (length <= kLongText)

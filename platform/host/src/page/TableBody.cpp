@@ -10,8 +10,8 @@
 
 namespace {
 
-/// The value behind a cell's text, where the text is not all there is to it. A spreadsheet takes a
-/// date better as it is shown than as seconds, and a missing value as an empty cell.
+/// The value of a cell for copying, if its text is not sufficient. Spreadsheets read a date better
+/// as shown than as seconds, and a missing value as an empty cell.
 std::string valueOf(const TnContent& content)
 {
     if (!content.number)
@@ -24,7 +24,7 @@ std::string valueOf(const TnContent& content)
            (isDateFormat(content.format) ? " data-shown" : "");
 }
 
-/// Of what its fraction lacks, so that it stands with its decimal sign below those of others.
+/// The missing part of a fraction, to align the decimal signs.
 std::string padding(const TnContent& content, std::size_t longest)
 {
     const std::size_t own = fractionOf(content.text, content.format).value_or(longest);
@@ -62,7 +62,7 @@ public:
     }
 
 private:
-    /// Of the numbers in a column; those far below decide nothing for the ones before.
+    /// The longest fraction in a column; only the first rows count.
     std::size_t longestFraction(std::size_t column)
     {
         constexpr std::size_t kLooked = 1000;
@@ -78,7 +78,7 @@ private:
         return longest;
     }
 
-    /// Over how many rows the outermost label stands that begins here; 0 inside one.
+    /// The number of rows of the outermost label that begins here; 0 inside one.
     std::size_t outerSpan(std::size_t row) const
     {
         if (_grid.rows.levels() == 0)
@@ -143,7 +143,7 @@ private:
     TableGrid& _grid;
     OutputCells::Address _address;
     std::vector<std::string> _columnNames;
-    std::vector<std::size_t> _fractions; ///< the longest, by column
+    std::vector<std::size_t> _fractions; ///< the longest one, by column
     std::string _rowNames;
 };
 

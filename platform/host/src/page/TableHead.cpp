@@ -18,7 +18,7 @@ bool isNamed(const TableAxis::Head& head)
     return head.levels > 0 && !head.dimension->hidesName && !head.dimension->hidesChildren;
 }
 
-/// Lays the head out: as many rows as the labels of the columns take, or as the corner does.
+/// Lays out the head: the larger number of rows of column labels and corner.
 class HeadWriter
 {
 public:
@@ -83,7 +83,7 @@ private:
              << _grid.notes.marks(head.dimension->notes) << "</th>";
     }
 
-    // The lowest labels reach down to the body where the corner is higher than they are.
+    // The lowest labels extend to the body if the corner has more rows.
     void writeLabels(int level)
     {
         const TableAxis& columns = _grid.columns;

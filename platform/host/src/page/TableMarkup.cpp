@@ -11,10 +11,10 @@ namespace {
 
 constexpr std::size_t kLongTable = 40;
 constexpr std::size_t kManyColumns = 9;
-/// More than a sheet of paper takes in its upright form.
+/// More columns than a portrait page can hold.
 constexpr std::size_t kLandscapeColumns = 16;
 
-/// A table with its axes, and the layer that is being written.
+/// A table with its axes and the current layer.
 class TableWriter
 {
 public:
@@ -51,7 +51,7 @@ private:
                (_columns.size() >= kLandscapeColumns ? " landscape" : "");
     }
 
-    /// What the selects offer: names and categories of the layer dimensions.
+    /// The options of the selects: names and categories of the layer dimensions.
     std::string layerList() const
     {
         nlohmann::ordered_json list = nlohmann::ordered_json::array();

@@ -10,8 +10,7 @@
 
 namespace {
 
-/// Writes JSON of any shape: what has rows as a table, what can be drawn as a chart, members that
-/// have members as parts that fold.
+/// Writes any JSON: rows as a table, drawable parts as charts, nested members as folded parts.
 class JsonWriter
 {
 public:

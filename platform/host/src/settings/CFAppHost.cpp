@@ -23,7 +23,7 @@ std::string_view environment(const char* name)
     return value ? std::string_view(value) : std::string_view();
 }
 
-// The locale of a category, without codeset and modifier: "de_DE.UTF-8@euro" is "de_DE".
+// The locale of a category without codeset and modifier: "de_DE.UTF-8@euro" is "de_DE".
 std::string environmentLocale(const char* category)
 {
     for (const char* name : {"LC_ALL", category, "LANG"}) {
@@ -31,7 +31,7 @@ std::string environmentLocale(const char* category)
         if (value.empty())
             continue;
         const std::string_view locale = value.substr(0, value.find_first_of(".@"));
-        // Programs run in these for want of a language, not by choice of one.
+        // These locales do not express a choice of language.
         const bool neutral = locale.empty() || locale == "C" || locale == "POSIX";
         return neutral ? kDefaultLocale : std::string(locale);
     }
@@ -48,7 +48,7 @@ int environmentThreads()
     return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
 
-/// Tells the metadata library the locale in force.
+/// Returns the present locale to the metadata library.
 class HostingCallback final : public CFHostingCallback
 {
 public:
@@ -60,12 +60,12 @@ public:
 struct CFAppHost::Impl
 {
     mutable std::mutex mutex;
-    // From the environment, as of the last update; an empty directory stands for the private one.
+    // From the environment, at the last update; an empty directory means the private one.
     std::string locale;
     std::string timeLocale;
     std::string tempDirectory;
     int threads = 1;
-    // What the host program set comes first.
+    // Settings of the host program, which take precedence.
     std::optional<std::string> setLocale;
     std::optional<std::string> setTimeLocale;
     std::optional<std::string> setTempDirectory;

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Where the file of this library is, as the operating system spells it.
+// The directory of this library in the operating system's spelling.
 std::string libraryDirectory()
 {
     Dl_info info{};

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The process's folder. Several threads may ask.
+/// The folder of the process. Thread-safe.
 class Folder
 {
 public:
@@ -31,7 +31,7 @@ Folder& folder()
     return instance;
 }
 
-// A new folder in a directory, or none if it cannot be made.
+// Creates a folder in a directory; no folder if that fails.
 datafile::PrivateFolder makeIn(const std::string& directory)
 {
     try {
@@ -46,7 +46,7 @@ std::string systemDirectory()
     const char* chosen = std::getenv("TMPDIR");
     if (!chosen || !*chosen)
         return "/tmp";
-    // The process may move to another working directory.
+    // The process may change its working directory.
     std::error_code error;
     return std::filesystem::absolute(chosen, error).string();
 }
@@ -54,10 +54,10 @@ std::string systemDirectory()
 std::string Folder::get()
 {
     const std::lock_guard lock(_mutex);
-    // A child process gets a folder of its own: each removes its folder when it ends.
+    // A child process gets its own folder, because each removes its folder at its end.
     if (!_folder.isOwn()) {
         _folder = makeIn(systemDirectory());
-        // A TMPDIR that is not there is a slip of a shell profile, not a reason to stop.
+        // A missing TMPDIR is a mistake in a shell profile, not a reason to stop.
         if (_folder.path().empty())
             _folder = makeIn("/tmp");
     }

@@ -19,7 +19,7 @@ using ConverterHandle = std::unique_ptr<UConverter, ConverterCloser>;
 
 constexpr std::size_t kMaxLength = std::numeric_limits<std::int32_t>::max() / 8;
 
-// ICU substitutes silently; these note that it did, and let it.
+// ICU substitutes silently; these callbacks record it and continue.
 void noteUnreadable(const void* context, UConverterToUnicodeArgs* arguments, const char* bytes,
                     std::int32_t length, UConverterCallbackReason reason, UErrorCode* error)
 {
@@ -37,7 +37,7 @@ void noteUnwritable(const void* context, UConverterFromUnicodeArgs* arguments, c
     UCNV_FROM_U_CALLBACK_SUBSTITUTE(nullptr, arguments, units, length, character, reason, error);
 }
 
-// Whether texts of the code page are plain bytes: no NUL inside a character, no shift state.
+// Whether texts of the code page have no NUL inside a character and no shift states.
 bool isPlainBytes(UConverter* converter)
 {
     switch (ucnv_getType(converter)) {
@@ -52,7 +52,7 @@ bool isPlainBytes(UConverter* converter)
     }
 }
 
-/// The name that other programs know, where there is one.
+/// The name that other programs use, if there is one.
 std::string preferredName(UConverter* converter)
 {
     UErrorCode error = U_ZERO_ERROR;
@@ -78,10 +78,10 @@ struct CodePage::Impl
     explicit Impl(ConverterHandle handle);
     void toUnits(std::string_view text, std::u16string& result);
     void toBytes(std::u16string_view units, std::string& result);
-    /// By trying: what ICU tells of a code page does not say it.
+    /// Determined by a test, because ICU does not provide it.
     bool findsAscii();
 
-    std::mutex mutex; // the converter keeps state during a call
+    std::mutex mutex; // the converter has state during a call
     ConverterHandle converter;
     bool lossy = false;
     std::string name;
@@ -116,7 +116,8 @@ bool CodePage::Impl::findsAscii()
 
 void CodePage::Impl::toUnits(std::string_view text, std::u16string& result)
 {
-    // Two units a byte hold any code page's mappings; a longer one is met by the second round.
+    // Two units per byte are enough for almost any code page; otherwise the second round allocates
+    // more.
     result.resize(text.size() * 2 + 1);
     for (int round = 0; round < 2; ++round) {
         UErrorCode error = U_ZERO_ERROR;
@@ -149,14 +150,14 @@ CodePage::~CodePage() = default;
 
 std::shared_ptr<CodePage> CodePage::open(const std::string& name)
 {
-    // ICU takes an empty name for the platform's default, which is not a choice anyone made.
+    // ICU takes an empty name for the platform's default.
     if (name.empty())
         return nullptr;
     UErrorCode error = U_ZERO_ERROR;
     ConverterHandle converter(ucnv_open(name.c_str(), &error));
     if (U_FAILURE(error) || !isPlainBytes(converter.get()))
         return nullptr;
-    // The constructor is private, out of make_shared's reach; the shared pointer owns at once.
+    // The constructor is private, so make_shared cannot be used.
     return std::shared_ptr<CodePage>(new CodePage(std::make_unique<Impl>(std::move(converter))));
 }
 
@@ -227,7 +228,7 @@ void CodePage::eachCharacter(std::string_view text,
                              const std::function<bool(std::size_t, std::size_t)>& visit) const
 {
     const std::lock_guard lock(_impl->mutex);
-    // A walk that was broken off has left the converter in the middle of a text.
+    // An interrupted walk leaves the converter in the middle of a text.
     ucnv_resetToUnicode(_impl->converter.get());
     const char* at = text.data();
     const char* const end = at + text.size();
@@ -235,10 +236,10 @@ void CodePage::eachCharacter(std::string_view text,
         const char* const begin = at;
         UErrorCode error = U_ZERO_ERROR;
         ucnv_getNextUChar(_impl->converter.get(), &at, end, &error);
-        // A character that maps to two code points yields the second without reading on.
+        // A character that maps to two code points returns the second without reading.
         if (at == begin && U_SUCCESS(error))
             continue;
-        // What the text ends in the middle of is one character.
+        // An incomplete sequence at the end is one character.
         if (U_FAILURE(error))
             at = end;
         if (!visit(static_cast<std::size_t>(begin - text.data()),

@@ -5,8 +5,7 @@
 
 namespace {
 
-/// The code page in force, which may change while other threads convert: they keep the one that
-/// they took.
+/// The present code page. It may change while other threads convert; they keep the previous one.
 class Current
 {
 public:
@@ -25,7 +24,7 @@ public:
 
     bool set(const std::string& name)
     {
-        // Paths and keys rely on ASCII.
+        // Paths and keys require ASCII.
         std::shared_ptr<CodePage> page = CodePage::open(name);
         if (!page || !page->holdsAscii())
             return false;

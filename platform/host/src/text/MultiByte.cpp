@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What a converter handle points to.
+/// The object behind a converter handle.
 struct Converter
 {
     std::shared_ptr<CodePage> page;
@@ -33,7 +33,7 @@ std::u16string firstUnits(const char* text, std::size_t length)
     return units;
 }
 
-// Whether every byte of this value is a character of its own, so that bytes may be looked at one by
+// Whether every byte with this value is a complete character, so that bytes can be tested one by
 // one: always in a single-byte code page, for ASCII in UTF-8.
 bool standsAlone(const CodePage& page, char character)
 {
@@ -62,7 +62,7 @@ void* VEXAMBConverterNew_A(const char* codePage)
     std::shared_ptr<CodePage> page = codePage ? CodePage::open(codePage) : hostCodePage();
     if (!page)
         return nullptr;
-    // The handle owns it until VEXAMBConverterDelete_A.
+    // Owned by the handle until VEXAMBConverterDelete_A.
     return std::make_unique<Converter>(Converter{std::move(page)}).release();
 }
 
@@ -127,7 +127,7 @@ void VEXAMBstrtrim_A(char* text)
 {
     if (!text)
         return;
-    // No code page that holds ASCII has a blank as the second byte of a character.
+    // In a code page that contains ASCII, a blank is never the second byte of a character.
     std::size_t length = std::strlen(text);
     while (length > 0 && text[length - 1] == ' ')
         --length;

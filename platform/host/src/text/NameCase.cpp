@@ -11,7 +11,7 @@ std::u16string foldedName(const std::string& name)
 {
     std::u16string units;
     hostCodePage()->toUtf16(name, units);
-    // Folding may lengthen a text, three times at the most.
+    // Folding makes a text at most three times as long.
     std::u16string folded(units.size() * 3 + 1, u'\0');
     UErrorCode status = U_ZERO_ERROR;
     const int32_t length =
@@ -28,7 +28,7 @@ WantedName::WantedName(const std::string& name)
 
 bool WantedName::is(const std::string& other) const
 {
-    // Byte by byte, letters are letters in ASCII alone: elsewhere one may be half a character.
+    // A byte is only known to be a letter in ASCII; elsewhere it may be half a character.
     if (!_isAscii || !isAscii(other))
         return other == _name || foldedName(other) == _folded;
     const auto lower = [](char letter) {

@@ -8,7 +8,7 @@ std::string GetUpperVarName(const std::string& name)
     std::string upper;
     icu::StringByteSink<std::string> sink(&upper);
     UErrorCode status = U_ZERO_ERROR;
-    // By the rules of no language in particular: a name is the same in all of them.
+    // Language-independent rules: a name is the same in all languages.
     icu::CaseMap::utf8ToUpper("", 0, icu::StringPiece(name), sink, nullptr, status);
     return U_SUCCESS(status) ? upper : name;
 }

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr UChar32 kReplacement = 0xFFFD;
-// Three bytes a unit at most must still fit into ICU's lengths.
+// Up to three bytes per unit must fit into ICU's lengths.
 constexpr std::size_t kMaxUnits = std::numeric_limits<std::int32_t>::max() / 3;
 
 } // namespace
@@ -20,7 +20,7 @@ bool utf8ToUtf16(std::string_view text, std::u16string& result)
         return true;
     if (text.size() > kMaxUnits)
         return false;
-    // No UTF-8 text has more UTF-16 units than bytes.
+    // UTF-8 text has at most as many UTF-16 units as bytes.
     result.resize(text.size());
     std::int32_t length = 0;
     std::int32_t substitutions = 0;

@@ -10,7 +10,7 @@ constexpr std::size_t kEighths = 8;
 constexpr const char* kFull = "█";
 constexpr std::array<const char*, kEighths> kParts{"", "▏", "▎", "▍", "▌", "▋", "▊", "▉"};
 
-/// Of a character that takes more than a byte.
+/// Repeats a character of several bytes.
 std::string repeated(const char* text, std::size_t count)
 {
     std::string all;
@@ -31,7 +31,7 @@ void BarScale::include(double value)
 
 std::string BarScale::bar(double value) const
 {
-    // Halves, since the range itself may be more than a number can say.
+    // Use halves: the full range may overflow a double.
     const double range = _most / 2 - _least / 2;
     if (!std::isfinite(value) || range <= 0)
         return {};

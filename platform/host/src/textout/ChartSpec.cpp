@@ -10,9 +10,9 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr int kDeepest = 50; ///< views inside each other
+constexpr int kDeepest = 50; ///< nesting of views
 
-/// A null for what is not there, so that paths into a specification need no test at each step.
+/// Returns null for a missing member, so that paths into a specification need no test at each step.
 const Json& memberOf(const Json& object, const char* key)
 {
     static const Json none;
@@ -27,7 +27,7 @@ std::string textOf(const Json& value)
     return value.is_string() ? value.get<std::string>() : std::string();
 }
 
-/// A title is a text, lines of one, or an object with either.
+/// A title is a text, a list of lines, or an object with either.
 std::string titleOf(const Json& value)
 {
     if (value.is_object()) {
@@ -42,8 +42,8 @@ std::string titleOf(const Json& value)
     return lines;
 }
 
-/// The name of a field behind the specification's way of naming it: a backslash stands before what
-/// would lead into a value, and brackets stand around a name.
+/// The name of a field without the specification's quoting: backslashes before characters that
+/// would access a member, and brackets around a name.
 std::string fieldName(const std::string& path)
 {
     std::string name;
@@ -59,7 +59,7 @@ std::string fieldName(const std::string& path)
     return name;
 }
 
-/// The labels of the result's fields, by id: axes have them where a chart names no title.
+/// The labels of the result's fields, by id, for axes of charts without titles.
 std::map<std::string, std::string> fieldLabels(const Json& dataModel)
 {
     std::map<std::string, std::string> labels;
@@ -68,7 +68,7 @@ std::map<std::string, std::string> fieldLabels(const Json& dataModel)
     return labels;
 }
 
-/// A channel as "x": the field that it shows, and how.
+/// A channel, for example "x": its field and how it is shown.
 struct Channel
 {
     std::string name;
@@ -88,7 +88,7 @@ std::vector<Channel> channelsOf(const Json& encoding)
     return channels;
 }
 
-/// What a view inherits from those that it lies in.
+/// The properties that a view inherits from enclosing views.
 struct Inherited
 {
     const Json* data = nullptr;
@@ -121,7 +121,7 @@ private:
     std::vector<ChartPlot> _plots;
 };
 
-/// Goes through views that are laid over or beside each other, down to those that draw.
+/// Visits layered and adjacent views, down to those that draw.
 void PlotCollector::visit(const Json& view, Inherited above, int depth)
 {
     if (!view.is_object() || depth > kDeepest)
@@ -144,7 +144,7 @@ void PlotCollector::visit(const Json& view, Inherited above, int depth)
         add(view, above);
 }
 
-/// Values stand in the view, or under a name among the data sets of the whole chart.
+/// Values are in the view, or under a name in the data sets of the chart.
 const Json& PlotCollector::valuesOf(const Json& data) const
 {
     if (data.is_object() && data.contains("values"))
@@ -152,7 +152,7 @@ const Json& PlotCollector::valuesOf(const Json& data) const
     return memberOf(_datasets, textOf(memberOf(data, "name")).c_str());
 }
 
-/// The chart's own title for it comes first, then the field's label, then its name.
+/// The chart's title for the field, otherwise its label, otherwise its name.
 std::string PlotCollector::titleOfField(const Channel& channel) const
 {
     for (const Json* holder : {channel.definition, &memberOf(*channel.definition, "axis"),
@@ -163,7 +163,7 @@ std::string PlotCollector::titleOfField(const Channel& channel) const
     return label != _labels.end() && !label->second.empty() ? label->second : channel.field();
 }
 
-/// A field that two channels show has one column; without channels, every field has.
+/// A field in two channels has one column. Without channels, every field has a column.
 std::vector<ChartPlot::Column> PlotCollector::columnsOf(const std::vector<Channel>& channels,
                                                         const ChartPlot& plot) const
 {
@@ -190,8 +190,7 @@ std::vector<ChartPlot::Column> PlotCollector::columnsOf(const std::vector<Channe
     return columns;
 }
 
-/// The channel that bars stand for. Bars of what is worked out while a chart is drawn have no
-/// values to be shown.
+/// The channel that is drawn as bars. Bars of values that the chart computes have no data to show.
 std::optional<std::size_t>
 PlotCollector::barsOf(const Json& view, const std::vector<Channel>& channels, const ChartPlot& plot)
 {

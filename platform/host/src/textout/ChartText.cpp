@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kWidestBar = 30;
 
-/// The value of a field in a row of the data; null for none.
+/// The value of a field in a row; null if it is missing.
 const nlohmann::ordered_json& valueOf(const nlohmann::ordered_json& row, const std::string& field)
 {
     static const nlohmann::ordered_json none;
@@ -22,7 +22,7 @@ const nlohmann::ordered_json& valueOf(const nlohmann::ordered_json& row, const s
     return found != row.end() ? *found : none;
 }
 
-/// A value, or both ends of what a bar stands over.
+/// A value, or both ends of a bar.
 TextGrid::Cell cellOf(const nlohmann::ordered_json& row, const ChartPlot::Column& column)
 {
     const nlohmann::ordered_json& value = valueOf(row, column.field);
@@ -55,7 +55,7 @@ private:
     BarScale _scale;
 };
 
-/// No bar for what is no number.
+/// No bar for a value that is not a number.
 double PlotWriter::barValue(std::size_t row) const
 {
     const auto& value = valueOf(*_plot.rows[row], _plot.columns[*_plot.bars].field);
@@ -89,13 +89,13 @@ void PlotWriter::write()
     if (!_plot.title.empty())
         _page.write(_plot.title);
     drawTextGrid(grid(), _page.options().width, _page.out());
-    // A table that ends without a word would pass for a whole one.
+    // Without this note an incomplete table would look complete.
     const std::size_t rest = _plot.rows.size() - _rows;
     if (rest > 0)
         _page.write("… " + translate("Further rows") + ": " + std::to_string(rest));
 }
 
-/// Each title once: a chart may be described by what stands over it.
+/// Writes each title once: the description may repeat it.
 void writeHead(const OutputChart& chart, const ChartSpec& spec, TextPage& page)
 {
     const std::string& title = chart.description.empty() ? spec.title() : chart.description;

@@ -29,7 +29,7 @@ GridColumns::GridColumns(const TextGrid& grid, std::size_t width) : _grid(grid),
     for (const TextGrid::Column& column : grid.columns)
         _columns.push_back({std::max<std::size_t>(column.minimum, 1), 0, 0, 0, 0});
     measureCells();
-    // What lies over one column decides before what lies over several.
+    // Labels over one column are placed before labels over several.
     std::vector<const TextGrid::Label*> labels;
     for (const TextGrid::Label& label : grid.header)
         labels.push_back(&label);
@@ -53,7 +53,7 @@ void GridColumns::measureCells()
             measureCell(column, _grid.cell(row, column));
     for (Column& column : _columns) {
         column.numbers = std::max(column.numbers, column.whole + column.fraction);
-        // A number is never cut, since the beginning of one is another number.
+        // A number is never cut, because its beginning is another number.
         column.width = std::max(column.width, column.numbers + column.marks);
     }
 }
@@ -79,7 +79,7 @@ void GridColumns::widen(std::size_t column, std::size_t width)
         std::max(_columns[column].width, std::min(width, _grid.columns[column].maximum));
 }
 
-/// A label that is wider than what it lies over widens all of that, as far as lines allow.
+/// Widens the columns below a label that is wider than them, as far as the line allows.
 void GridColumns::makeRoom(const TextGrid::Label& label)
 {
     const std::size_t wanted = widthOf(label);
@@ -98,8 +98,8 @@ void GridColumns::makeRoom(const TextGrid::Label& label)
         _columns[column].width += each;
 }
 
-/// A label that goes on in another block has less to lie over than it had. What the line leaves
-/// free, it gets.
+/// Gives a label that continues in another block the free space of the line, because fewer of its
+/// columns are in the block.
 void GridColumns::makeRoom(const TextGrid::Label& label, const GridBlock& block)
 {
     const auto begin = std::lower_bound(block.begin(), block.end(), label.column);
@@ -129,8 +129,8 @@ std::size_t GridColumns::width(const std::size_t* begin, const std::size_t* end)
     return sum;
 }
 
-/// Keys that are drawn again and again leave half of the width, and room for any number, to what
-/// they are keys of. It is the widest that goes on in more lines.
+/// Limits repeated key columns to half the width and leaves room for any number. The widest key is
+/// wrapped.
 void GridColumns::shrinkKeys()
 {
     const std::size_t keys = std::min(_grid.keyCount, _columns.size());
@@ -157,8 +157,8 @@ void GridColumns::split()
     GridBlock keys(std::min(_grid.keyCount, _columns.size()));
     std::iota(keys.begin(), keys.end(), std::size_t{0});
     const std::size_t keyWidth = needed(0, keys.size());
-    // A text that is wider than the room beside the keys takes more lines, unless there is hardly
-    // any room.
+    // A text that is wider than the space beside the keys is wrapped, unless there is hardly any
+    // space.
     const std::size_t room = _width > keyWidth + kMargins ? _width - keyWidth - kMargins : 0;
     std::size_t used = keyWidth;
     _blocks.assign(1, keys);

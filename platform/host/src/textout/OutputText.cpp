@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Messages of this level are for the log alone.
+/// Messages of this level are for the log only.
 constexpr int kLogOnly = 0;
 
 struct LevelWord
@@ -33,7 +33,7 @@ const LevelWord& wordOf(int level)
     return kLevels.at(static_cast<std::size_t>(std::clamp(level, 0, last)));
 }
 
-/// Writes what stands in a tree of output, in order.
+/// Writes an output tree in order.
 class TreeWriter
 {
 public:
@@ -71,7 +71,7 @@ private:
     std::size_t _depth = 0;
 };
 
-/// The first two levels are underlined, and those below say how deep they are.
+/// The first two levels are underlined; lower levels show their depth.
 void TreeWriter::title(const std::string& text)
 {
     _page.beginBlock();

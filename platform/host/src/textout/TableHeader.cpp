@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Whether the corner names a row dimension; one without labels is named by a label of its own.
+/// Whether the corner names a row dimension. A dimension without labels has its own name label.
 bool isNamed(const TableAxis::Head& head)
 {
     return !head.dimension->hidesName && !head.dimension->hidesChildren;
@@ -85,7 +85,7 @@ void HeaderBuilder::rowNames(std::size_t top)
     }
 }
 
-/// What ends the labels of the last level ends the header.
+/// The header ends with the labels of the last level.
 void HeaderBuilder::labels(std::size_t level)
 {
     for (std::size_t column = 0; column < _columns.size(); ++column) {

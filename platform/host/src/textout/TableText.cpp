@@ -20,7 +20,7 @@ std::size_t charactersOf(const std::optional<int>& points, std::size_t otherwise
                                  : otherwise;
 }
 
-/// The output has two characters, a backslash and an n, where a line of a cell ends.
+/// In the output, a backslash and an "n" mark a line end in a cell.
 std::string withLineEnds(std::string text)
 {
     for (std::size_t at = text.find("\\n"); at != std::string::npos; at = text.find("\\n", at + 1))
@@ -28,7 +28,7 @@ std::string withLineEnds(std::string text)
     return text;
 }
 
-/// Writes one table; borrows it.
+/// Writes one table, which is borrowed.
 class TableWriter
 {
 public:
@@ -59,7 +59,7 @@ private:
     TableAxis _layers;
     NoteSigns _signs;
     std::vector<std::vector<OutputLeaf>> _layerLeaves; ///< by dimension
-    OutputCells::Address _address;                     ///< of the cell that is written
+    OutputCells::Address _address;                     ///< of the current cell
 };
 
 void TableWriter::title()
@@ -144,7 +144,7 @@ TextGrid::Cell TableWriter::cell(std::size_t row, std::size_t column)
     return {std::move(content.text), _signs.signs(found->notes), true, fraction};
 }
 
-/// Outermost labels are set off from each other, if one of the two lies over several rows.
+/// Separates outermost labels if one of the two spans several rows.
 bool TableWriter::beginsGroup(std::size_t row) const
 {
     if (_rows.levels() == 0)

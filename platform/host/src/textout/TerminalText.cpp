@@ -13,7 +13,7 @@ namespace {
 constexpr UChar32 kEmojiStyle = 0xFE0F;
 constexpr const char* kReplacement = "\xEF\xBF\xBD";
 constexpr const char* kEllipsis = "…";
-constexpr const char* kIsolate = "\xE2\x81\xA8"; ///< lets the text decide its direction
+constexpr const char* kIsolate = "\xE2\x81\xA8"; ///< the text determines its direction
 constexpr const char* kEndOfIsolate = "\xE2\x81\xA9";
 
 bool isPlainAscii(std::string_view text)
@@ -22,7 +22,7 @@ bool isPlainAscii(std::string_view text)
                        [](char byte) { return byte >= ' ' && byte <= '~'; });
 }
 
-/// Reads the character at `offset`, which moves behind it.
+/// Reads the character at `offset` and moves behind it.
 UChar32 nextCharacter(std::string_view text, std::size_t& offset)
 {
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
@@ -65,14 +65,14 @@ std::size_t widthOf(UChar32 character)
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
 }
 
-/// What a reader sees as one character: a letter with its accents, a flag, a family.
+/// The width of a visible character: a letter with its accents, a flag, a family.
 std::size_t widthOfCluster(std::string_view cluster)
 {
     std::size_t width = 0;
     std::size_t offset = 0;
     while (offset < cluster.size()) {
         const UChar32 character = nextCharacter(cluster, offset);
-        // Terminals draw flags and pictures two places wide, whatever their characters are alone.
+        // Terminals draw flags and pictures with two columns, whatever their parts are.
         const bool isPicture = character == kEmojiStyle ||
                                u_hasBinaryProperty(character, UCHAR_REGIONAL_INDICATOR) != 0;
         width = std::max(width, isPicture ? 2 : widthOf(character));
@@ -80,7 +80,7 @@ std::size_t widthOfCluster(std::string_view cluster)
     return width;
 }
 
-/// The places between the parts of a text, as one of ICU's iterators finds them.
+/// Boundaries in a text, found by one of ICU's iterators.
 class Breaks
 {
 public:
@@ -91,7 +91,7 @@ public:
         UErrorCode status = U_ZERO_ERROR;
         _iterator.reset(maker(icu::Locale::getRoot(), status));
     }
-    /// Goes through the parts of a text until `visit` returns false.
+    /// Visits the parts of a text until `visit` returns false.
     template <typename Visit>
     void forEach(std::string_view text, Visit visit)
     {
@@ -117,7 +117,7 @@ private:
     std::unique_ptr<icu::BreakIterator> _iterator;
 };
 
-// It takes long to make them, and one serves one text at a time.
+// Slow to create, and used for one text at a time.
 Breaks& clusters()
 {
     thread_local Breaks breaks(&icu::BreakIterator::createCharacterInstance);
@@ -130,7 +130,7 @@ Breaks& lineParts()
     return breaks;
 }
 
-/// How many bytes at the start of a text take at most so many places.
+/// The number of bytes at the start of a text that fit into `width` columns.
 std::size_t bytesOf(std::string_view text, std::size_t width)
 {
     std::size_t bytes = 0;
@@ -148,7 +148,7 @@ void removeBlanksAtEnd(std::string& text)
     text.erase(text.find_last_not_of(' ') + 1);
 }
 
-/// Puts the words of a text into lines.
+/// Arranges the words of a text in lines.
 class Wrapping
 {
 public:
@@ -157,7 +157,7 @@ public:
     void addLine(std::string_view text)
     {
         _lines.emplace_back();
-        // Breaking texts takes the iterator of lines, cutting words the one of characters.
+        // Line breaks need the iterator of lines; cutting words needs that of characters.
         lineParts().forEach(text, [this](std::string_view part) {
             addPart(std::string(part));
             return true;
@@ -217,7 +217,7 @@ std::string terminalText(std::string_view text)
         const UChar32 character = nextCharacter(text, offset);
         if (character == '\t')
             cleaned += ' ';
-        // Data must not move the cursor, change colours or turn the direction of other text.
+        // Data must not move the cursor, change colours or change the direction of other text.
         else if (character == 0xFFFD || !isHarmless(character))
             cleaned += kReplacement;
         else

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Where lines meet, by the directions in which they go on.
+/// Joints of lines, by the directions of the lines.
 constexpr int kUp = 1;
 constexpr int kDown = 2;
 constexpr int kLeft = 4;
@@ -17,17 +17,17 @@ constexpr int kRight = 8;
 constexpr std::array<const char*, 16> kJoints{" ", "╵", "╷", "│", "╴", "┘", "┐", "┤",
                                               "╶", "└", "┌", "├", "─", "┴", "┬", "┼"};
 
-/// What each column of a block shows in a row of the drawing: equal numbers are one label, with no
-/// line inside.
+/// The label of each column of a block in a row of the drawing. Equal numbers are one label,
+/// without a line inside.
 using Tiles = std::vector<std::size_t>;
 
-/// A text in its place in a line of the drawing.
+/// A text at its position in a line of the drawing.
 struct Part
 {
     std::vector<std::string> lines;
     std::string mark;
     std::size_t width = 0;
-    std::size_t markWidth = 0; ///< at the right, kept free for marks and longer fractions
+    std::size_t markWidth = 0; ///< reserved at the right for marks and longer fractions
     enum
     {
         Left,
@@ -35,7 +35,7 @@ struct Part
         Centre
     } place = Left;
 
-    /// For the text, beside its mark.
+    /// The width for the text without its mark.
     std::size_t room() const
     {
         return width - std::min(width, std::max(terminalWidth(mark), markWidth));
@@ -47,8 +47,7 @@ std::string blanks(std::size_t count)
     return std::string(count, ' ');
 }
 
-/// The lines of a text, broken where it is too wide. A place for a label is none for a whole
-/// page: after a few lines there is an ellipsis.
+/// Wraps a text. After a few lines it ends in an ellipsis, because a label must not fill a page.
 std::vector<std::string> linesIn(const std::string& text, std::size_t room)
 {
     constexpr std::size_t kMostLines = 6;
@@ -63,7 +62,7 @@ std::vector<std::string> linesIn(const std::string& text, std::size_t room)
     return lines;
 }
 
-/// One line of a part, as wide as the part. A mark stands behind the last line of its text.
+/// One line of a part in the part's width. The mark follows the last line of the text.
 std::string lineOf(const Part& part, std::size_t number)
 {
     if (number >= part.lines.size())
@@ -107,7 +106,7 @@ private:
     std::ostream& _out;
 };
 
-/// The label that lies in each place of the header, row by row.
+/// The label at each position of the header, row by row.
 std::vector<std::size_t> labelMap(const TextGrid& grid)
 {
     std::vector<std::size_t> map(grid.headerRows * grid.columns.size(), 0);
@@ -128,7 +127,7 @@ Tiles BlockDrawing::headerTiles(const std::vector<std::size_t>& labels, std::siz
     return tiles;
 }
 
-/// No tile of the body is one of the header's, or of the row before.
+/// Tiles of the body differ from those of the header and of the previous row.
 Tiles BlockDrawing::bodyTiles(std::size_t row) const
 {
     Tiles tiles(_block.size());
@@ -137,8 +136,8 @@ Tiles BlockDrawing::bodyTiles(std::size_t row) const
     return tiles;
 }
 
-/// The line between two rows. Nothing is drawn inside a label that goes on below; where lines meet,
-/// the joint is that of the directions they go in.
+/// Draws the line between two rows. It leaves out the inside of a label that continues below; a
+/// joint depends on the directions of its lines.
 void BlockDrawing::rule(const Tiles& above, const Tiles& below)
 {
     const std::size_t count = _block.size();
@@ -163,7 +162,7 @@ void BlockDrawing::rule(const Tiles& above, const Tiles& below)
     _out << line << '\n';
 }
 
-/// Writes parts beside each other, as high as the highest.
+/// Writes parts side by side, with the height of the highest.
 void BlockDrawing::parts(const std::vector<Part>& parts)
 {
     std::size_t height = 1;
@@ -177,7 +176,7 @@ void BlockDrawing::parts(const std::vector<Part>& parts)
     }
 }
 
-/// A label stands in the last row of those that it lies over.
+/// A label is shown in the last row of its span.
 void BlockDrawing::header(std::size_t row, const Tiles& tiles)
 {
     std::vector<Part> shown;

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// The terminal's command; colours are those that every terminal has.
+/// The terminal's style sequence, with colours that every terminal has.
 const char* codeOf(TextPage::Style style)
 {
     switch (style) {

@@ -27,7 +27,7 @@ bool hasPlainElements(const Json& value)
                        [](const Json& element) { return element.is_primitive(); });
 }
 
-/// Objects without parts of their own, which make the rows of a table.
+/// Whether a value is an array of flat objects, the rows of a table.
 bool isRecords(const Json& value)
 {
     return value.is_array() && std::all_of(value.begin(), value.end(), [](const Json& record) {
@@ -35,7 +35,7 @@ bool isRecords(const Json& value)
            });
 }
 
-/// Has all members of all records, in the order in which they come up.
+/// A plot with all members of all records as columns, in order of appearance.
 ChartPlot plotOf(const Json& records)
 {
     ChartPlot plot;
@@ -49,7 +49,7 @@ ChartPlot plotOf(const Json& records)
     return plot;
 }
 
-/// Short lists read better in one line than each element on its own.
+/// Short lists are easier to read on one line.
 std::string inOneLine(const Json& array)
 {
     std::string line;
@@ -59,7 +59,7 @@ std::string inOneLine(const Json& array)
     return "[" + line + "]";
 }
 
-/// Writes JSON values with their members indented below them; records and charts as tables.
+/// Writes JSON values with their members indented below them, and records and charts as tables.
 class Outline
 {
 public:
@@ -99,7 +99,7 @@ private:
         for (const ChartPlot& plot : spec.plots())
             writePlot(plot, _page);
     }
-    /// Elements of a list are called by their numbers.
+    /// Elements of a list are named by their numbers.
     void members(const std::string& name, const Json& value, std::size_t depth)
     {
         line(name, {}, depth);

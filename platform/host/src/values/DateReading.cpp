@@ -45,7 +45,7 @@ std::optional<sys_days> dayOf(std::optional<int> inYear, std::optional<int> inMo
     return date.ok() ? std::optional(sys_days(date)) : std::nullopt;
 }
 
-// The pieces stand in the order that the letters d, m and y tell.
+// Reads the parts of a date in the order of the letters d, m and y.
 std::optional<sys_days> readDay(TextParts& parts, std::string_view order)
 {
     std::optional<int> inYear;
@@ -79,7 +79,7 @@ std::string_view pieceOrder(int type)
     }
 }
 
-// The last three digits are the day of the year.
+// Reads a year and a day; the last three digits are the day of the year.
 std::optional<sys_days> readDayOfYear(TextParts& parts)
 {
     constexpr std::size_t kDayDigits = 3;
@@ -94,7 +94,7 @@ std::optional<sys_days> readDayOfYear(TextParts& parts)
     return year_month_day(found).year() == year{*inYear} ? std::optional(found) : std::nullopt;
 }
 
-// A number of quarters or weeks, their word, and a year; its first day.
+// Reads the number of a quarter or week, its word and a year. Returns the first day.
 std::optional<sys_days> readPartOfYear(TextParts& parts, bool isQuarter)
 {
     const std::optional<int> part = parts.number(2);
@@ -185,6 +185,6 @@ std::optional<double> readDate(std::string_view text, const VEXA_Format& format)
 {
     TextParts parts(text);
     const std::optional<double> value = readParts(parts, format.type);
-    // What is left over would be read as meant for something else.
+    // Remaining text means that the text is not such a date.
     return parts.atEnd() ? value : std::nullopt;
 }

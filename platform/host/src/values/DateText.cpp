@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The ways to spell a value, the widest first.
+/// The possible spellings of a value, the longest first.
 using Spellings = std::vector<std::string>;
 using std::chrono::sys_days;
 using std::chrono::year_month_day;
@@ -23,7 +23,7 @@ constexpr int kWeekLength = 7;
 constexpr int kQuarterLength = 3;
 constexpr std::int64_t kMicrosPerDay = 86400000000;
 
-/// A date in the pieces that its spellings are made of.
+/// The parts of a date for its spellings.
 struct DatePieces
 {
     explicit DatePieces(sys_days moment)
@@ -36,7 +36,7 @@ struct DatePieces
         inYear = dayOfYear(moment);
     }
 
-    // The year in four digits, and in two where that is clear.
+    // The year with four digits, and with two if that is unambiguous.
     Spellings years() const
     {
         const std::string digits = std::to_string(number);
@@ -58,7 +58,7 @@ std::string threeDigits(int number)
     return (number < 100 ? "0" : "") + twoDigits(number);
 }
 
-/// One spelling of a date, with the year as given.
+/// One spelling of a date, with the given form of the year.
 std::string spellDate(const DatePieces& date, const std::string& year, int type)
 {
     switch (type) {
@@ -81,7 +81,7 @@ std::string spellDate(const DatePieces& date, const std::string& year, int type)
     }
 }
 
-/// A width that does not hold the century may hold the rest.
+/// Without the century the date may fit into the width.
 Spellings dates(double value, int type)
 {
     Spellings all;
@@ -101,7 +101,7 @@ std::string spellDateTimeDay(sys_days day, int type)
                                             : spellDate(date, year, kFormatDate);
 }
 
-/// Microseconds rounded to some decimals of a second.
+/// Rounds microseconds to a number of decimals of a second.
 std::int64_t roundedMoment(std::int64_t microseconds, int decimals)
 {
     std::int64_t unit = 1;
@@ -118,7 +118,7 @@ Spellings datesWithTime(double value, int decimals, int type)
         return all;
     const std::int64_t moment = datafile::timestampOfRow(value - datafile::kHostEpoch);
     for (int kept = decimals; kept >= -1; --kept) {
-        // Rounding up may begin the next day, so the day comes from what is shown.
+        // Rounding may reach the next day, so derive the day from the rounded value.
         const std::int64_t shown = roundedMoment(moment, std::max(kept, 0));
         const std::int64_t ofDay = (shown % kMicrosPerDay + kMicrosPerDay) % kMicrosPerDay;
         const auto day = dayOfSeconds(datafile::hostSeconds(shown - ofDay));
@@ -135,7 +135,7 @@ std::string spellDuration(Clock clock, int type, bool withSeconds)
 {
     constexpr int kMinuteLength = 60;
     constexpr auto kPerDay = static_cast<long long>(kSecondsPerDay);
-    // Without seconds, a few of them are nothing, which has no sign.
+    // Without seconds, an amount below a minute is zero and has no sign.
     const bool isNegative = clock.isNegative && (withSeconds || clock.seconds >= kMinuteLength);
     std::string text = isNegative ? "-" : "";
     if (type == kFormatTimeMinutesFirst)
@@ -148,7 +148,7 @@ std::string spellDuration(Clock clock, int type, bool withSeconds)
     return text + (withSeconds ? hoursText(clock) : hoursAndMinutesText(clock));
 }
 
-/// Decimals go first, then the seconds.
+/// Omits decimals first, then seconds.
 Spellings durations(double value, int decimals, int type)
 {
     Spellings all;
@@ -161,7 +161,7 @@ Spellings durations(double value, int decimals, int type)
     return all;
 }
 
-// A number stands for itself, and everything else is a date.
+// A small number is a month or weekday; any other value is a date.
 Spellings names(double value, int type)
 {
     const bool isMonth = type == kFormatMonth;
@@ -177,7 +177,7 @@ Spellings names(double value, int type)
     return {name, name.substr(0, kShortLength)};
 }
 
-/// None for a value that is no date.
+/// Empty for an invalid value.
 Spellings spellings(double value, const VEXA_Format& format)
 {
     const int decimals = std::min<int>(format.decimals, kMostClockDecimals);

@@ -33,7 +33,7 @@ Decimal Decimal::rounded(int decimals) const
     if (keep >= count())
         return result;
     const bool up = keep >= 0 && _digits[static_cast<std::size_t>(keep)] >= '5';
-    // A digit in front takes what is carried.
+    // Add a leading zero for a carry.
     result._digits = "0" + _digits.substr(0, static_cast<std::size_t>(std::max(keep, 0)));
     ++result._point;
     if (up) {

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr std::string_view kMissingText = ".";
-/// More than a number has that is not shown in scientific notation.
+/// More decimals than a number has that is not in scientific notation.
 constexpr int kAllDecimals = 40;
 constexpr int kDone = 0;
 constexpr int kFailed = 1;

@@ -24,7 +24,7 @@ bool takeSign(std::string_view& text)
     return isNegative;
 }
 
-// The amount in the spelling that from_chars reads; empty if the style does not know a character.
+// Converts the amount to the form of from_chars; empty for characters outside the style.
 std::string plainAmount(std::string_view text, const NumberStyle& style)
 {
     std::string plain;

@@ -18,7 +18,7 @@ char readDecimalSign(const std::string& locale)
     return isComma ? ',' : '.';
 }
 
-// Numbers come by the million and the locale changes hardly ever, so each thread keeps the last.
+// Numbers are frequent and the locale rarely changes, so each thread caches the sign.
 char localeDecimalSign()
 {
     thread_local const std::string* known = nullptr;

@@ -63,7 +63,7 @@ std::string numberText(double value, const NumberStyle& style, int decimals, std
     if (!std::isfinite(value))
         return wordText(value, width);
     const Decimal number(value);
-    // Decimals go before the magnitude does, and stars come before a number that is cut.
+    // Omit decimals before the magnitude; show asterisks before a number is cut.
     for (int kept = std::min(decimals, static_cast<int>(width)); kept >= 0; --kept)
         if (std::string text = fixedText(number, style, kept); text.size() <= width)
             return text;

@@ -12,7 +12,7 @@ std::string_view bytesOf(const ObsVecMap::Value& value)
                          : std::string_view(value.front().text, value.size() * sizeof(OBS));
 }
 
-// Below, at or above 0.
+// Returns a number below, at or above 0.
 int compare(const ObsVecMap::Value& left, const ObsVecMap::Value& right, bool isText)
 {
     if (isText || left.empty() || right.empty())
@@ -21,7 +21,7 @@ int compare(const ObsVecMap::Value& left, const ObsVecMap::Value& right, bool is
     return std::is_lt(order) ? -1 : std::is_gt(order) ? 1 : 0;
 }
 
-// `isText` says so of the value at a place.
+// `isText` returns whether the value at an index is a text.
 template <typename IsText>
 bool isLess(const ObsVecMap::Key& left, const ObsVecMap::Key& right, IsText isText)
 {

@@ -15,7 +15,7 @@ bool isLetter(char character)
     return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
 }
 
-// Takes the beginning for which the question is true.
+// Removes the longest prefix of characters for which `question` is true, and returns it.
 template <typename Question>
 std::string_view takeWhile(std::string_view& text, std::size_t most, Question question)
 {

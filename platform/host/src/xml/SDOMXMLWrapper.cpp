@@ -8,10 +8,10 @@
 
 namespace {
 
-/// What a document's elements share.
+/// Shared by the elements of a document.
 using Document = std::shared_ptr<pugi::xml_document>;
 
-/// Appends what is written to it.
+/// Writes to a string.
 class TextWriter : public pugi::xml_writer
 {
 public:
@@ -27,7 +27,7 @@ private:
 
 } // namespace
 
-/// An element with its document, which it keeps alive.
+/// An element and its document, which it keeps alive.
 struct SDOMXMLWrapper::Impl
 {
     Document document;
@@ -37,7 +37,7 @@ struct SDOMXMLWrapper::Impl
     {
         return fromHere || !document ? node : document->document_element();
     }
-    /// Hands an element over; false for none.
+    /// Returns an element through `result`; false for none.
     bool give(pugi::xml_node element, SDOMXMLWrapper** result) const
     {
         *result = nullptr;
@@ -49,7 +49,7 @@ struct SDOMXMLWrapper::Impl
     }
 };
 
-/// The next element to hand out, and what makes it one.
+/// The next element to return, and how to find the following ones.
 struct SDOMXMLIterator::Impl
 {
     SDOMXMLWrapper::Impl parent;
