@@ -19,6 +19,7 @@ class JNIJSONObject;
 class HVINTEG_EXPORT JNIHvlFunctionParameterFactory : public JNIHvlAccessor
 {
 public:
+    /// Gets the factory object from Java.
     JNIHvlFunctionParameterFactory();
     JNIHvlFunctionParameterFactory(const JNIHvlFunctionParameterFactory&) = default;
     JNIHvlFunctionParameterFactory& operator=(const JNIHvlFunctionParameterFactory&) = default;

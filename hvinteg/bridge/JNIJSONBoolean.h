@@ -6,6 +6,7 @@
 class HVINTEG_EXPORT JNIJSONBoolean : public JNIJSONArtifact
 {
 public:
+    /// Uses the manager's present environment.
     JNIJSONBoolean();
     JNIJSONBoolean(const JNIJSONBoolean&) = default;
     JNIJSONBoolean& operator=(const JNIJSONBoolean&) = default;

@@ -7,6 +7,7 @@
 class HVINTEG_EXPORT JNIJSONDouble : public JNIJSONArtifact
 {
 public:
+    /// Uses the manager's present environment.
     JNIJSONDouble();
     JNIJSONDouble(const JNIJSONDouble&) = default;
     JNIJSONDouble& operator=(const JNIJSONDouble&) = default;

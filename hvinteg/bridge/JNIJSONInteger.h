@@ -8,6 +8,7 @@
 class HVINTEG_EXPORT JNIJSONInteger : public JNIJSONArtifact
 {
 public:
+    /// Uses the manager's present environment.
     JNIJSONInteger();
     JNIJSONInteger(const JNIJSONInteger&) = default;
     JNIJSONInteger& operator=(const JNIJSONInteger&) = default;

@@ -19,7 +19,7 @@ HVOutputIteratorFetcher::~HVOutputIteratorFetcher()
 {
     try {
         Finalize();
-    } catch (...) { // NOLINT(bugprone-empty-catch): all is released, and nobody can be told
+    } catch (...) { // NOLINT(bugprone-empty-catch): a destructor must not throw
     }
 }
 

@@ -20,7 +20,7 @@ public:
     {
         try {
             dispose();
-        } catch (...) { // NOLINT(bugprone-empty-catch): what came before is on its way already
+        } catch (...) { // NOLINT(bugprone-empty-catch): an exception may be in flight
         }
     }
     OutputRows(const OutputRows&) = delete;

@@ -15,7 +15,7 @@ public:
             return;
         try {
             end();
-        } catch (...) { // NOLINT(bugprone-empty-catch): what came before is on its way already
+        } catch (...) { // NOLINT(bugprone-empty-catch): an exception may be in flight
         }
     }
     RequestScope(const RequestScope&) = delete;

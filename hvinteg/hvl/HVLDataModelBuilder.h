@@ -16,7 +16,9 @@ class HVINTEG_EXPORT HVLDataModelBuilder : public HVLFunction
 public:
     /// The program is borrowed.
     explicit HVLDataModelBuilder(JNIHvlProgram* program);
+    /// Copies the settings, and what a copy of HVLFunction shares.
     HVLDataModelBuilder(const HVLDataModelBuilder& other);
+    /// Does the same.
     HVLDataModelBuilder& operator=(const HVLDataModelBuilder& other);
     ~HVLDataModelBuilder() override;
 

@@ -16,7 +16,9 @@ class HVINTEG_EXPORT HVLExpressionFun : public HVLFunction
 public:
     /// The program is borrowed.
     explicit HVLExpressionFun(JNIHvlProgram* program);
+    /// Copies the settings, and what a copy of HVLFunction shares.
     HVLExpressionFun(const HVLExpressionFun& other);
+    /// Does the same.
     HVLExpressionFun& operator=(const HVLExpressionFun& other);
     ~HVLExpressionFun() override;
 

@@ -11,7 +11,9 @@ class HVINTEG_EXPORT HVLFilterFields : public HVLFunction
 public:
     /// The program is borrowed.
     explicit HVLFilterFields(JNIHvlProgram* program);
+    /// Copies the settings, and what a copy of HVLFunction shares.
     HVLFilterFields(const HVLFilterFields& other);
+    /// Does the same.
     HVLFilterFields& operator=(const HVLFilterFields& other);
     ~HVLFilterFields() override;
 

@@ -9,7 +9,9 @@ class HVINTEG_EXPORT HVLFunWrapper : public HVLFunction
 public:
     /// The program is borrowed and may be null.
     explicit HVLFunWrapper(JNIHvlProgram* program);
+    /// Copies the settings, and what a copy of HVLFunction shares.
     HVLFunWrapper(const HVLFunWrapper& other);
+    /// Does the same.
     HVLFunWrapper& operator=(const HVLFunWrapper& other);
     ~HVLFunWrapper() override;
 

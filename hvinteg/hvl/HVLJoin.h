@@ -30,7 +30,9 @@ public:
 
     /// The program is borrowed.
     explicit HVLJoin(JNIHvlProgram* program);
+    /// Copies the settings, and what a copy of HVLFunction shares.
     HVLJoin(const HVLJoin& other);
+    /// Does the same.
     HVLJoin& operator=(const HVLJoin& other);
     ~HVLJoin() override;
 

@@ -17,7 +17,9 @@ class HVINTEG_EXPORT HVLRead : public HVLFunction
 public:
     /// The program is borrowed.
     explicit HVLRead(JNIHvlProgram* program);
+    /// Copies the settings, and what a copy of HVLFunction shares.
     HVLRead(const HVLRead& other);
+    /// Does the same.
     HVLRead& operator=(const HVLRead& other);
     ~HVLRead() override;
 

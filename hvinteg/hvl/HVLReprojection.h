@@ -11,7 +11,9 @@ class HVINTEG_EXPORT HVLReprojection : public HVLFunction
 public:
     /// The program is borrowed.
     explicit HVLReprojection(JNIHvlProgram* program);
+    /// Copies the settings, and what a copy of HVLFunction shares.
     HVLReprojection(const HVLReprojection& other);
+    /// Does the same.
     HVLReprojection& operator=(const HVLReprojection& other);
     ~HVLReprojection() override;
 

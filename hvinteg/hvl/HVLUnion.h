@@ -9,7 +9,9 @@ class HVINTEG_EXPORT HVLUnion : public HVLFunction
 public:
     /// The program is borrowed.
     explicit HVLUnion(JNIHvlProgram* program);
+    /// Copies the settings, and what a copy of HVLFunction shares.
     HVLUnion(const HVLUnion& other);
+    /// Does the same.
     HVLUnion& operator=(const HVLUnion& other);
     ~HVLUnion() override;
 

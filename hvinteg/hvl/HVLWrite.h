@@ -17,7 +17,9 @@ class HVINTEG_EXPORT HVLWrite : public HVLFunction
 public:
     /// The program is borrowed.
     explicit HVLWrite(JNIHvlProgram* program);
+    /// Copies the settings, and what a copy of HVLFunction shares.
     HVLWrite(const HVLWrite& other);
+    /// Does the same.
     HVLWrite& operator=(const HVLWrite& other);
     ~HVLWrite() override;
 

@@ -13,7 +13,7 @@ public:
     {
         try {
             _runner.cleanExecution();
-        } catch (...) { // NOLINT(bugprone-empty-catch): what came before is on its way already
+        } catch (...) { // NOLINT(bugprone-empty-catch): an exception may be in flight
         }
     }
     ExecutionScope(const ExecutionScope&) = delete;

@@ -49,6 +49,7 @@ public:
         virtual void resume() {}
     };
 
+    /// An adapter without a handler. Procedures use that of GetAdapter.
     VexaAdapter();
     ~VexaAdapter();
     VexaAdapter(const VexaAdapter&) = delete;

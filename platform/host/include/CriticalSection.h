@@ -12,8 +12,9 @@ public:
     void Enter() { _mutex.lock(); }
     /// Releases the lock. Only the thread that holds it may call this.
     void Leave() { _mutex.unlock(); }
-    /// The same operations for std::lock_guard.
+    /// See Enter. This name and unlock are for std::lock_guard.
     void lock() { Enter(); }
+    /// See Leave.
     void unlock() { Leave(); }
 
 private:

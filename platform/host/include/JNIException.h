@@ -9,6 +9,7 @@
 class HOST_API JNIException : public std::exception
 {
 public:
+    /// Takes what the accessors return.
     JNIException(std::string className, std::string message, std::string trace);
     ~JNIException() override;
     const char* what() const noexcept override { return _message.c_str(); }

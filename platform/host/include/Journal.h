@@ -33,6 +33,7 @@ public:
         int show = 0;
         int level = 0;
     };
+    /// Called for each new entry.
     using Observer = std::function<void(const Entry&)>;
 
     HostJournal(const HostJournal&) = delete;

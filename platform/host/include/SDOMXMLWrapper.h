@@ -16,6 +16,7 @@ class SDOMXMLIterator;
 class HOST_API SDOMXMLWrapper
 {
 public:
+    /// An element that belongs to no document.
     SDOMXMLWrapper();
     ~SDOMXMLWrapper();
     SDOMXMLWrapper(const SDOMXMLWrapper&) = delete;

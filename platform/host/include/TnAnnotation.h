@@ -11,8 +11,11 @@ class TnCellText;
 class HOST_API TnHandle
 {
 public:
+    /// Takes over the text of this number.
     explicit TnHandle(long number) : _number(number) {}
+    /// Leaves `other` without a text.
     TnHandle(TnHandle&& other) noexcept : _number(std::exchange(other._number, kNone)) {}
+    /// Deletes its text and takes over that of `other`.
     TnHandle& operator=(TnHandle&& other) noexcept;
     ~TnHandle();
     /// The text, valid as long as the handle; null for none.

@@ -61,6 +61,7 @@ class HOST_API TnComposite : public TnCellText
 public:
     /// `stringTableKey`: `format` is a key of the host's string table.
     explicit TnComposite(std::string format, bool stringTableKey = false);
+    /// An independent copy.
     TnComposite(const TnComposite&);
     TnComposite& operator=(const TnComposite&) = delete;
     ~TnComposite() override;

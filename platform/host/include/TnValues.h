@@ -12,7 +12,9 @@ class VEXA_Variable;
 class HOST_API TnFormatSpec
 {
 public:
+    /// Copies the format.
     explicit TnFormatSpec(const VEXA_Format& format) : _format(format) {}
+    /// The format.
     const VEXA_Format& format() const { return _format; }
 
 private:

@@ -44,6 +44,7 @@ public:
 class HOST_API ProcedureDataSource : public VEXA_DataSource
 {
 public:
+    /// A source without columns.
     ProcedureDataSource();
     ~ProcedureDataSource() override;
     ProcedureDataSource(const ProcedureDataSource&) = delete;

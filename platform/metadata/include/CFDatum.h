@@ -16,10 +16,13 @@ class METADATA_API CFDatum
 public:
     /// The null datum.
     CFDatum() = default;
+    /// An integer.
     explicit CFDatum(int value) : _value(std::int64_t{value}) {}
+    /// An integer.
     explicit CFDatum(std::int64_t value) : _value(value) {}
     /// NaN becomes the null datum. Infinities are values.
     explicit CFDatum(double value);
+    /// A text, UTF-8.
     explicit CFDatum(std::string value) : _value(std::move(value)) {}
     /// A null pointer becomes the null datum.
     explicit CFDatum(const char* value);
