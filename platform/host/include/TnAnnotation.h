@@ -15,7 +15,7 @@ public:
     explicit TnHandle(long number) : _number(number) {}
     /// Leaves `other` without a text.
     TnHandle(TnHandle&& other) noexcept : _number(std::exchange(other._number, kNone)) {}
-    /// Deletes its text and takes over that of `other`.
+    /// Exchanges the texts of both handles.
     TnHandle& operator=(TnHandle&& other) noexcept;
     ~TnHandle();
     /// The text, valid as long as the handle; null for none.
