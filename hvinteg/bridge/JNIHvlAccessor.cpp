@@ -76,7 +76,7 @@ void JNIHvlAccessor::setObjectG(jobject object, bool global, bool track)
 
 void JNIHvlAccessor::keepLocal(jobject local)
 {
-    LocalRef<> owner(getEnv(), local); // until the wrapper remembers it
+    LocalRef<> owner(getEnv(), local); // until the wrapper stores it
     if (local != nullptr)
         _localRefs.push_back(local);
     owner.release();

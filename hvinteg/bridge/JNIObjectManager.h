@@ -39,8 +39,8 @@ public:
     /// Creates a global reference; null for null. With `tracked`, cleanJRef deletes it, otherwise
     /// the caller must.
     jobject createGlobalRef(jobject object, bool tracked);
-    /// Takes the wrapper over: cleanJRef deletes it, or this does if it throws std::bad_alloc. Null
-    /// is passed over.
+    /// Takes ownership of a wrapper: cleanJRef deletes it. Ignores null. Throws std::bad_alloc, and
+    /// then deletes the wrapper at once.
     void addtoCleanList(JNIHvlAccessor* wrapper);
     /// Deletes the tracked global references, then the wrappers that it owns, each in the order of
     /// their creation. Wrappers that were created before must not be used afterwards. Call it on

@@ -31,7 +31,7 @@ private:
     {
         std::unique_ptr<Wrapper> owned(wrapper);
         JNIObjectManager* const manager = JNIObjectManager::getManager();
-        // It belongs to the manager from here on, even if there is no memory for the list.
+        // From here on the manager owns it, even if there is no memory for the list.
         manager->addtoCleanList(owned.release());
         return wrapper;
     }

@@ -72,9 +72,9 @@ public:
     const std::vector<std::string>& getMessages() const;
 
 protected:
-    /// The beginning of every request: takes over the thread, and forgets the messages of the last
-    /// one and why it failed, be it told by a job or not. A request that fails before its first job would give the reason
-    /// of an earlier one otherwise.
+    /// Starts a request: takes over the thread and clears the messages and failure reasons of the
+    /// last one. Otherwise a request that fails before its first job would report an earlier
+    /// reason.
     void beginRequest();
 
     /// Adds a message. Until CleanMessages, the object's own messages replace those of the job.

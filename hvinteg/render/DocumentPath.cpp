@@ -4,7 +4,7 @@
 
 #include "support/DottedPath.h"
 
-/// Asks a wrapper of its own, whose error message belongs to this question alone.
+/// Asks a separate wrapper, so that its error message belongs to this question only.
 template <class Question>
 auto DocumentPath::recorded(Question question)
 {

@@ -14,12 +14,13 @@ class DocumentPath
 {
 public:
     JNIJSONObject& reader() { return _object; }
-    /// The value of a key; null if there is none, or if Java throws, which takeFailure tells.
+    /// The value of a key; null if the key is missing or Java throws. takeFailure reports the
+    /// latter.
     LocalRef<> get(jobject object, const std::string& key);
-    /// The text that Java makes of a value. Throws JNIException; empty if Java has the text but
-    /// cannot hand it over, which takeFailure tells.
+    /// Java's toString of a value. Throws JNIException. If the text cannot be converted, returns an
+    /// empty text, and takeFailure reports it.
     std::string toString(jobject value);
-    /// Where segments lead to: the object that they start from, or one that was fetched.
+    /// The end of a path: the start object itself, or an object that was fetched.
     struct Place
     {
         LocalRef<> fetched;
@@ -33,7 +34,7 @@ public:
     std::string jsonOf(jobject value);
     /// Whether the value is an object or array that is not empty.
     bool hasContent(jobject value);
-    /// What Java last said to a failure since this was last called; empty if there was none.
+    /// Returns and clears the message of the last failure; empty if there was none.
     std::string takeFailure();
 
 private:

@@ -24,7 +24,7 @@ bool OrderRenderer::render(const OutputOrder& order)
         return false;
     Headings headings;
     for (const std::string& segment : segmentsOf(order.getTitle())) {
-        // A heading stays in the output even if the order fails: later orders may use it too.
+        // Headings remain even if the order fails: later orders may use them.
         headings.emplace_back(heading->Heading(hostString(segment, true)));
         heading = headings.back().get();
     }

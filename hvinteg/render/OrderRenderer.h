@@ -16,7 +16,7 @@ class OrderRenderer
 public:
     /// Context and result object are borrowed. The object is null if there is no document.
     OrderRenderer(ResultContext& context, jobject result) : _context(context), _result(result) {}
-    /// Whether it made a table or a chart. Throws JNIException; the headings are made by then.
+    /// Returns whether a table or a chart was shown. Throws JNIException; the headings then remain.
     bool render(const OutputOrder& order);
 
 private:

@@ -72,7 +72,7 @@ bool jsonToTarn::Impl::render(jobject result)
     return hasOutput;
 }
 
-/// What Java throws ends this object alone.
+/// A Java exception ends only this order.
 bool jsonToTarn::Impl::renderOne(OrderRenderer& renderer, std::size_t object)
 {
     try {
@@ -147,7 +147,7 @@ bool jsonToTarn::generateOutput(const std::string& path)
     if (_impl->showsNotifications)
         showNotificationsOf(context, result.get());
     _impl->noteLookups(kDocument, _impl->failures);
-    // An order without output does not make the whole a failure.
+    // An order without output does not count as a failure.
     _impl->render(result.get());
     return true;
 }

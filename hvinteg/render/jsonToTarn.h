@@ -30,8 +30,9 @@ public:
     /// Works without a document: only interactive views are shown. All pointers and references are
     /// borrowed; `source` may be null.
     jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings);
-    /// Reads a document (JSON) and its data model. An invalid document is reported by
-    /// generateOutput. What Java throws while the data model is read is passed on.
+    /// Reads a document (JSON) and its data model. generateOutput reports an invalid document, and
+    /// getFailures a failed look-up of the data model. What Java throws while the data model is
+    /// read is passed on.
     jsonToTarn(TnProcedure* procedure, const ProcedureDataSource* source, FacSTDictionary& strings,
                const std::string& json);
     jsonToTarn(const jsonToTarn&) = delete;
@@ -51,30 +52,33 @@ public:
     /// The texts of setGeoJSONMap.
     const std::map<std::string, std::string>& getGeoJSONMap() const;
 
-    /// Shows the result object of that name, a key of the document's top. False if there is none,
-    /// or if the document could not be read, which is told as a warning; else true, whatever came
-    /// of it. Without a document: whether there was output other than interactive views. If Java
-    /// throws while an object is shown, this object is left out and the next one follows; what is
-    /// looked up in the document when Java throws counts as absent. getFailures() names both. What
-    /// Java throws while the messages of the result are read passes, ahead of any output. A table
-    /// of more than 10 million cells is replaced by a warning. When the user asks the host for a
-    /// stop, this returns early and leaves what is shown until then, maybe a part of a table.
+    /// Shows the result object of that name, a key of the document's top level, by all orders.
+    /// Returns false if the object does not exist or the document is invalid; the latter is shown
+    /// as a warning. Otherwise returns true, even if nothing could be shown. Without a document,
+    /// returns whether anything except interactive views was shown.
+    ///
+    /// If Java throws while an order is shown, that order is left out and the next one follows. If
+    /// Java throws in a look-up, the value counts as missing. getFailures() returns both. An
+    /// exception while the messages of the result are read is passed on before any output. A table
+    /// of more than 10 million cells is replaced by a warning. If the user requests a stop, the
+    /// function returns early; the output so far remains, possibly with a part of a table.
     bool generateOutput(const std::string& path);
 
-    /// A part that is missing in the output because Java threw.
+    /// A part that is missing in the output because Java threw an exception.
     struct Failure
     {
-        std::size_t object; ///< its place in the order of addObjectToOutput, from 0; or kDocument
-        std::string reason; ///< what Java says, UTF-8
-        std::string trace;  ///< the Java stack trace, if it is known
+        std::size_t object; ///< index in the order of addObjectToOutput, from 0; or kDocument
+        std::string reason; ///< Java's message, UTF-8
+        std::string trace;  ///< the Java stack trace, if known
     };
-    /// Stands for the result object, its messages and the data model of the document.
+    /// The value of `object` for the result object, its messages and the data model of the
+    /// document.
     static constexpr std::size_t kDocument = static_cast<std::size_t>(-1);
-    /// The failures of the last generateOutput and of the constructor, in the order in which they
-    /// happened. Belongs to this object; valid until the next generateOutput. Throws nothing.
+    /// The failures of the last generateOutput and of the constructor, in order. Owned by this
+    /// object; valid until the next generateOutput. Throws nothing.
     const std::vector<Failure>& getFailures() const;
 
-    /// The fields of the document, and the string table that was handed in.
+    /// The fields of the document. Owned by this object.
     dataDictionary& getDataDictionary();
     /// The borrowed string table.
     FacSTDictionary& getDictionary();

@@ -13,7 +13,7 @@
 namespace {
 
 constexpr std::size_t kGathered = 65536;
-constexpr mode_t kNewFileMode = 0666; // less what the process's mask takes away
+constexpr mode_t kNewFileMode = 0666; // minus the process's umask
 
 /// Whether the target may be replaced: it does not exist or is a writable file, not a directory or
 /// device.
@@ -44,7 +44,7 @@ ReplacementFile::FileBuffer::int_type ReplacementFile::FileBuffer::overflow(int_
 ReplacementFile::ReplacementFile(const std::string& path) : _target(path)
 {
     std::string directory;
-    // A path that ends in a separator, or has a NUL in it, names no file.
+    // A path that ends in a separator or contains a NUL has no file name.
     const std::string native = _target.GetNative();
     if (SeparateFileName(path, directory).empty() || native.find('\0') != native.npos ||
         !mayBeReplaced(_target))
@@ -59,7 +59,7 @@ ReplacementFile::ReplacementFile(const std::string& path) : _target(path)
     open();
 }
 
-// The stream gets a descriptor of its own: the other one holds the lock until the file has its
+// The stream gets a duplicate of the descriptor: the original holds the lock until the file has its
 // name.
 void ReplacementFile::open()
 {

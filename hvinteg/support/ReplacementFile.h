@@ -9,10 +9,10 @@
 #include "ExtNameStr.h"
 #include "datafile/PartFile.h"
 
-/// A file that gets its name only when it is complete. Until then it is written beside that name,
-/// and a file that has the name already is unchanged. The new file takes over its permissions. An
-/// unfinished file is removed; one that a killed process left is removed by the next process that
-/// writes into its folder.
+/// Writes a file under a temporary name and renames it when it is complete. Until then an existing
+/// file of that name is unchanged. The new file takes over its permissions. The destructor removes
+/// an unfinished file; the file of a killed process is removed by the next process that writes to
+/// its folder.
 class ReplacementFile
 {
 public:
@@ -30,8 +30,8 @@ public:
     bool finish();
 
 private:
-    /// Hands what a stream gets to a C file, which gathers small chunks: a std::ofstream writes
-    /// each of them on its own.
+    /// Passes the stream's data to a C file, which collects small chunks: std::ofstream writes each
+    /// of them separately.
     class FileBuffer : public std::streambuf
     {
     public:

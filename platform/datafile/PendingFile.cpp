@@ -55,10 +55,10 @@ void PendingFile::write(const std::string& text)
 
 void PendingFile::commit()
 {
-    path(); // an empty file, if nothing was written
-    // Before the file gets its name: nothing may fail after that.
+    path(); // creates an empty file if nothing was written
+    // Before the rename, because nothing may fail after it.
     const std::string folder = folderOf(_target.path);
-    // A crash of the system must not leave the new name with a part of the content.
+    // A system crash must not leave the new name with a part of the content.
     if (fsync(_part.descriptor()) != 0 && errno != EINVAL && errno != ENOTSUP)
         refuse(_step, _destination, errno);
     if (std::rename(_part.path().c_str(), _target.path.c_str()) != 0)

@@ -27,8 +27,8 @@ public:
     const std::string& destination() const { return _destination; }
     /// Replaces the content by a text. Throws Fault.
     void write(const std::string& text);
-    /// Waits until the content is on the disk, then gives the file its final name. Throws Fault, or
-    /// what an allocation throws; the file does not have its name then.
+    /// Flushes the content to disk, then renames the file. Throws Fault, or std::bad_alloc; the
+    /// file then does not have its final name.
     void commit();
     /// Removes the committed file, because a related file could not be committed.
     void revoke();

@@ -52,13 +52,13 @@ void sweep(const std::string& parent, const std::string& prefix)
             sweepFolder(entry->path().native());
 }
 
-/// False if something is left, for whatever reason.
+/// Returns false if something remains.
 bool removeAll(const std::string& path) noexcept
 try {
     std::error_code error;
     fs::remove_all(path, error);
     return !error;
-} catch (const std::exception&) { // there is no memory for a path
+} catch (const std::exception&) { // no memory for a path
     return false;
 }
 
@@ -117,8 +117,8 @@ bool PrivateFolder::remove() noexcept
 {
     if (!isOwn())
         return true;
-    // Twice: listing a folder takes memory, which may be short for a moment only. The next process
-    // sweeps what is left.
+    // Try twice: listing a folder needs memory, which may be short only for a moment. The next
+    // process removes the rest.
     if (!removeAll(_path) && !removeAll(_path))
         return false;
     _path.clear();

@@ -9,7 +9,7 @@
 
 namespace datafile {
 
-/// The system refuses to start a thread. The text says for what, why, and what to do.
+/// The system cannot start a thread. The text has the purpose of the thread, the reason and advice.
 class ThreadFault : public std::runtime_error
 {
 public:
@@ -20,8 +20,8 @@ public:
     }
 };
 
-/// Starts a thread on a function without arguments. `work` says what the thread does, as in
-/// "watches the query". Throws ThreadFault.
+/// Starts a thread that calls `function` without arguments. `work` describes the thread, for
+/// example "watches the query". Throws ThreadFault.
 template <class Function>
 std::thread startedThread(const std::string& work, Function&& function)
 {

@@ -12,7 +12,7 @@ constinit JvmOutput* installed = nullptr;
 // The amount of recent output that is kept to explain the end of the process.
 constexpr std::size_t kMostRecent = 4096;
 
-/// An exception must not reach the machine's code, so text that there is no memory for is lost.
+/// Exceptions must not reach the machine's code. Text is lost if memory is exhausted.
 jint JNICALL printHook(FILE*, const char* format, va_list arguments) noexcept
 {
     va_list measured;
@@ -30,9 +30,8 @@ jint JNICALL printHook(FILE*, const char* format, va_list arguments) noexcept
     return length;
 }
 
-/// The machine is about to end the process, because Java code asked for it. It goes on to do so
-/// when this returns, and an exit status of 0 would pass for a success of the host. Aborting
-/// instead makes it the fault that it is, visible to whatever watches the host.
+/// The machine ends the process after this returns, because Java code requested it. An exit status
+/// of 0 would look like success of the host, so abort instead.
 void JNICALL exitHook(jint status) noexcept
 {
     char text[100];
@@ -43,7 +42,7 @@ void JNICALL exitHook(jint status) noexcept
     std::abort();
 }
 
-/// The machine cannot go on, and ends the process when this returns.
+/// The machine has failed and ends the process after this returns.
 void JNICALL abortHook() noexcept
 {
     JvmStart::giveUp();
@@ -90,7 +89,7 @@ void JvmOutput::takeLast(const char* text) noexcept
     try {
         take(text);
         isTaken = true;
-    } catch (...) { // no memory, or the receiver's own
+    } catch (...) { // no memory, or the receiver has thrown
     }
     if (_receiver && isTaken)
         return;

@@ -26,10 +26,10 @@ public:
     void beginStart();
     /// The output since beginStart.
     std::string endStart();
-    /// Throws what an allocation or the receiver throws.
+    /// Receives output. Throws what an allocation or the receiver throws.
     void take(const std::string& text);
-    /// The text is the last one: the process ends. If the receiver does not get it, standard error
-    /// does.
+    /// Receives the last text before the process ends. If the receiver fails, writes it to standard
+    /// error.
     void takeLast(const char* text) noexcept;
 
     /// The options that redirect the machine's output, exit and abort to this object.

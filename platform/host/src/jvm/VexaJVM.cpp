@@ -158,7 +158,7 @@ void VexaJVM::Impl::start(JNIEnv** env)
     } catch (const VexaJVMError& error) {
         fail(error.what(), created);
     } catch (const datafile::ThreadFault& fault) {
-        // The machine was not asked yet.
+        // The machine has not been created yet.
         fail(std::string("The Java virtual machine does not start: ") + fault.what(), false);
     } catch (const std::exception& exception) {
         fail(std::string("The Java virtual machine does not start: ") + exception.what(), created);

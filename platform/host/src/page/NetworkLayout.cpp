@@ -9,16 +9,17 @@
 namespace {
 
 constexpr double kWidth = 960;
-constexpr double kMargin = 60; ///< room for half of a name
+constexpr double kMargin = 60; ///< space for half of a name
 constexpr double kLeastHeight = 340;
-/// Room for a node with its name.
+/// Space for a node with its name.
 constexpr double kAreaOfNode = 5400;
 constexpr double kRowHeight = 46;
 constexpr int kRounds = 400;
 
-/// Fruchterman and Reingold, "Graph drawing by force-directed placement", Software: Practice and
-/// Experience 21, 1991, with a pull to the middle that keeps parts of the network together. The
-/// first places are on a spiral, the nodes with most edges inside.
+/// The algorithm of Fruchterman and Reingold, "Graph drawing by force-directed placement",
+/// Software: Practice and Experience 21, 1991, with a force towards the centre that keeps separate
+/// parts of the network together. The initial positions are on a spiral, with the most connected
+/// nodes inside.
 class ForceLayout
 {
 public:
@@ -91,7 +92,7 @@ private:
             _forces[edge.to].x -= x * pull;
             _forces[edge.to].y -= y * pull;
         }
-        // A wide drawing: what is far above or below comes back sooner.
+        // The drawing is wide, so the vertical force towards the centre is stronger.
         const double slope = kWidth / _height;
         for (std::size_t at = 0; at < _points.size(); ++at) {
             _forces[at].x -= _points[at].x * 0.6;
@@ -129,13 +130,13 @@ private:
     std::vector<NetworkPoint> _points;
     std::vector<NetworkPoint> _forces;
     double _height;
-    double _distance; ///< that connected nodes are to have
+    double _distance; ///< ideal distance of connected nodes
 };
 
-/// Columns from the lowest level to the highest. In a column each node is near the mean place of
-/// those that it is connected with, as in the method of barycentres of Sugiyama, Tagawa and Toda,
-/// "Methods for visual understanding of hierarchical system structures", IEEE Transactions on
-/// Systems, Man, and Cybernetics 11, 1981.
+/// Columns from the lowest level to the highest. In a column each node is near the mean position of
+/// its neighbours, by the method of barycentres of Sugiyama, Tagawa and Toda, "Methods for visual
+/// understanding of hierarchical system structures", IEEE Transactions on Systems, Man, and
+/// Cybernetics 11, 1981.
 class LevelLayout
 {
 public:
@@ -164,7 +165,7 @@ public:
     }
 
 private:
-    /// Rows count from the middle, so that short columns lie in the middle of long ones.
+    /// Rows are counted from the middle, so that short columns are centred.
     void number(const std::vector<std::size_t>& nodes)
     {
         const double middle = (static_cast<double>(nodes.size()) - 1) / 2;

@@ -4,14 +4,14 @@
 
 #include "page/NetworkSpec.h"
 
-/// Where the middle of a node is, in pixels from the upper left corner.
+/// The centre of a node, in pixels from the upper left corner.
 struct NetworkPoint
 {
     double x = 0;
     double y = 0;
 };
 
-/// A place for each node, in the order of the specification, and the size of the drawing.
+/// A position for each node, in the order of the specification, and the size of the drawing.
 struct NetworkLayout
 {
     std::vector<NetworkPoint> points;
@@ -19,7 +19,7 @@ struct NetworkLayout
     double height = 0;
 };
 
-/// Places the nodes: by level in columns from left to right, or by forces, connected nodes near
-/// each other. The same network always gets the same places. The time grows with the square of the
+/// Places the nodes: by level in columns from left to right, or by forces that keep connected nodes
+/// close together. The result is deterministic. The time grows with the square of the number of
 /// nodes: a tenth of a second for 300.
 NetworkLayout layOutNetwork(const NetworkSpec& spec);

@@ -13,16 +13,16 @@
 
 namespace {
 
-/// What can still be told apart on a page.
+/// The largest network that is still legible on a page.
 constexpr std::size_t kMostNodes = 300;
 constexpr std::size_t kMostEdges = 600;
-/// With more nodes, names are smaller.
+/// Larger networks have smaller names.
 constexpr std::size_t kFewNodes = 60;
 constexpr double kRadius = 7;
 constexpr double kArrow = 8;
 constexpr double kWidestBow = 40;
 
-/// A length of a drawing, with a tenth of a pixel.
+/// A length in a drawing, with a tenth of a pixel.
 std::string length(double value)
 {
     const long tenths = std::lround(value * 10);
@@ -36,7 +36,7 @@ std::string point(double x, double y)
     return length(x) + " " + length(y);
 }
 
-/// Keeps the strongest edges, and of the nodes those that they connect and those of a kind.
+/// Keeps the strongest edges, the nodes that they connect, and nodes with a kind.
 bool cut(NetworkSpec& spec)
 {
     if (spec.nodes.size() <= kMostNodes && spec.edges.size() <= kMostEdges)
@@ -87,7 +87,7 @@ public:
         if (!_name.description.empty())
             _out << ". " << escaped(shortened(_name.description));
         _out << "\"" << (_spec.nodes.size() > kFewNodes ? " class=\"many\"" : "") << ">\n";
-        // The strongest are drawn last, on top of the others.
+        // The strongest edges are drawn last, above the others.
         for (auto edge = _spec.edges.rbegin(); edge != _spec.edges.rend(); ++edge)
             writeEdge(*edge);
         for (std::size_t at = 0; at < _spec.nodes.size(); ++at)
@@ -96,7 +96,7 @@ public:
     }
 
 private:
-    /// A bow, so that an edge and the one back stay apart, with a head at its end.
+    /// An arc, so that an edge and its reverse do not overlap, with an arrowhead.
     void writeEdge(const NetworkEdge& edge)
     {
         const NetworkPoint& from = _layout.points[edge.from];

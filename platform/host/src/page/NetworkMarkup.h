@@ -6,6 +6,6 @@
 #include "page/NetworkSpec.h"
 
 /// Writes a network as a drawing with a legend, and its edges as a table beside it. It needs no
-/// script. A large network is cut to its strongest edges and the nodes that these connect; a note
-/// says so, and the table has all edges.
+/// script. A large network is reduced to its strongest edges and the nodes that they connect. A
+/// note states that, and the table has all edges.
 void writeNetwork(std::ostream& out, NetworkSpec spec, const MapName& name);

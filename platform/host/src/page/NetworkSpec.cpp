@@ -23,7 +23,7 @@ std::string textAt(const PageJson& value, std::initializer_list<std::string_view
     return part && part->is_string() ? part->get<std::string>() : std::string();
 }
 
-/// A field of the rows that tells the same thing of every edge.
+/// The field that a channel shows for every edge.
 std::string fieldOf(const PageJson& specification, const char* channel)
 {
     return textAt(specification, {"encoding", channel, "field"});
@@ -36,13 +36,13 @@ double numberOf(const PageJson& row, const std::string& field, double otherwise)
     return std::isfinite(number) ? number : otherwise;
 }
 
-/// A number for the eye, anything else as it is.
+/// Rounds a real number; other values are unchanged.
 std::string shownValue(const PageJson& value)
 {
     return value.is_number_float() ? roundedNumber(value.get<double>()) : scalarText(value);
 }
 
-/// Collects nodes and edges, nodes that only edges name behind the others.
+/// Collects nodes and edges. Nodes that only edges name follow the others.
 class NetworkReader
 {
 public:

@@ -24,7 +24,7 @@ struct NetworkEdge
     std::string details; ///< a line for each field that the tooltip names
 };
 
-/// A network as a chart's specification tells it.
+/// A network in a chart's specification.
 struct NetworkSpec
 {
     bool isByLevels = false;
@@ -33,6 +33,6 @@ struct NetworkSpec
     const PageJson* rows = nullptr; ///< of the edges, borrowed from the specification
 };
 
-/// Reads a specification whose mark is "network"; docs/result-document.md has the form. Nothing for
-/// any other one, and for one that lacks what it needs.
+/// Reads a specification whose mark is "network"; docs/result-document.md describes the form.
+/// nullopt for another specification, and for an incomplete one.
 std::optional<NetworkSpec> readNetworkSpec(const PageJson& specification);

@@ -17,7 +17,7 @@ char kindOf(const OutputItem& item)
     return kinds[item.index()];
 }
 
-/// Whether a script has to draw some part of a document: maps and networks need none.
+/// Whether a script draws a part of the document; maps and networks need none.
 bool needsLibrary(const PageJson& part, const OutputDocument& source)
 {
     if (isDrawable(part))
