@@ -6,14 +6,16 @@
 
 namespace EmbeddedHV {
 
-/// A named file that a job reads or writes. The caller implements it and keeps it alive until the
-/// execution that got it is disposed.
+/// A named file that a job reads or writes. The caller implements it. The caller keeps the object
+/// alive until it has disposed the execution that the object was added to. Any thread of the engine
+/// may call it.
 class ENGINE_API Container
 {
 public:
     /// The name by which the job text refers to the file, UTF-8.
     virtual std::string getName() const = 0;
     /// The whole path, UTF-8, in the host's spelling.
+    /// The caller deletes the object. The engine never does.
     virtual std::string getAbsolutePath() const = 0;
     virtual ~Container() = default;
 };

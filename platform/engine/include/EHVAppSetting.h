@@ -8,27 +8,36 @@
 
 namespace EmbeddedHV {
 
-/// What the engine is started with. Paths are UTF-8 in the host's spelling.
+/// The settings that the engine starts with. All strings are UTF-8; paths are spelled as the host
+/// spells them. Not synchronised.
 ///
-/// Properties that the engine reads: "ae.temp.path" (spill files), "af.temp.path" (scratch files of
-/// the file layer), "mmr.threads" (most threads of a query). "af.io.cache.size" (bytes of an I/O
-/// buffer) is for engines that buffer files themselves. Other keys are kept and ignored, too.
+/// The engine reads these properties: "ae.temp.path" (folder for spill files), "af.temp.path"
+/// (folder for scratch files of the file layer) and "mmr.threads" (largest number of threads for a
+/// query). "af.io.cache.size" (bytes of an I/O buffer) is for engines that buffer files themselves.
+/// The engine keeps other keys and ignores them.
 class ENGINE_API EHVAppSetting
 {
 public:
-    /// The root of the engine's file system, the folder of its components, and the locale of its
-    /// messages, as in "en_US".
+    /// `analyticRoot` is the root folder of the engine's file system, `componentsPath` the folder
+    /// of its components. `locale` is the locale of its messages, for example "en_US". Nothing is
+    /// checked here.
     EHVAppSetting(std::string analyticRoot, std::string componentsPath, std::string locale);
+    /// Frees the settings. A service manager that was made from them does not refer to them.
     ~EHVAppSetting();
 
+    /// Sets a property. If the key exists, the new value replaces the old one.
     void addProperty(const std::string& key, const std::string& value);
 
+    /// The root folder of the engine's file system.
     const std::string& analyticRoot() const { return _analyticRoot; }
+    /// The folder of the engine's components.
     const std::string& componentsPath() const { return _componentsPath; }
+    /// The locale of the engine's messages.
     const std::string& locale() const { return _locale; }
-    /// The value of a property, or null. A later value of a key replaces an earlier one.
+    /// The value of a property, or null if it is not set. The pointer is valid until the next
+    /// addProperty.
     const std::string* property(const std::string& key) const;
-    /// All properties in the order of their first addition.
+    /// All properties, in the order in which their keys were first added.
     const std::vector<std::pair<std::string, std::string>>& properties() const
     {
         return _properties;

@@ -13,35 +13,43 @@ class EHVAppSetting;
 class ExecutionService;
 class MetadataService;
 
-/// What stands behind a service manager. "local" is the embedded engine; another engine is added by
-/// implementing this class. Jobs are text and tables are files, so nothing above this seam changes.
+/// The engine that a service manager runs on. The default is the embedded engine. To use another
+/// engine, implement this class and pass a factory to setBackendFactory. Jobs are text and tables
+/// are files, so callers of the service manager do not change.
 class ENGINE_API Backend
 {
 public:
+    /// Stops the engine.
     virtual ~Backend() = default;
-    /// Both stay the backend's and live as long as it does.
+    /// The service that makes executions. The backend owns it; it lives as long as the backend. Not
+    /// null.
     virtual ExecutionService* getExecutionService() = 0;
+    /// The service that answers questions without a job. The backend owns it; it lives as long as
+    /// the backend. Not null.
     virtual MetadataService* getMetaDataService() = 0;
 };
 
+/// Makes a backend. The service manager owns the result. The settings are valid only during the
+/// call.
 using BackendFactory = std::function<std::unique_ptr<Backend>(JNIEnv*, const EHVAppSetting&)>;
 
-/// Chooses the backend of every service manager made from now on; an empty factory restores the
-/// embedded one. Not synchronised: no other thread makes a service manager meanwhile. A factory may
-/// call it; the choice counts from the next service manager on.
+/// Sets the factory that makes the backend of every later service manager. An empty factory
+/// restores the embedded engine. Not synchronised: no other thread may make a service manager
+/// during the call. A factory may call it; the next service manager then uses the new factory.
 ///
-/// A factory that returns null makes the service manager throw Exception. What a factory throws
-/// passes. A service manager that is made within a factory, on its thread, is on the embedded
-/// engine.
+/// If a factory returns null, the constructor of the service manager throws Exception. If a factory
+/// throws, the exception passes through the constructor. A service manager that a factory makes, on
+/// its own thread, runs on the embedded engine.
 ENGINE_API void setBackendFactory(BackendFactory factory);
 
-/// The embedded engine, for a backend that hands a part of the work to it.
+/// Makes an embedded engine. A backend can use it for a part of its work:
 ///
 ///     setBackendFactory([](JNIEnv* env, const EHVAppSetting& settings) {
 ///         return std::make_unique<CountingBackend>(makeEmbeddedBackend(env, settings));
 ///     });
 ///
-/// Throws Exception if the engine cannot start. Each call makes an engine of its own.
+/// Each call makes a separate engine, which the caller owns. Throws Exception if the engine cannot
+/// start. Any thread.
 ENGINE_API std::unique_ptr<Backend> makeEmbeddedBackend(JNIEnv* env, const EHVAppSetting& settings);
 
 } // namespace EmbeddedHV

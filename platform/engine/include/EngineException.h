@@ -6,39 +6,41 @@
 
 namespace EmbeddedHV {
 
-/// The engine could not do what was asked. A job that merely fails does not throw: it reports
+/// The engine could not do what it was asked to do. A job that fails does not throw. It reports
 /// through ExecutionListener::onError.
 class ENGINE_API Exception
 {
 public:
-    /// A sentence that names what could not be done.
+    /// `message` is one sentence, UTF-8, that says what the engine could not do.
     explicit Exception(std::string message);
     Exception(const Exception&);
     Exception& operator=(const Exception&);
 
     virtual ~Exception();
-    /// One sentence, UTF-8.
+    /// One sentence, UTF-8. The exception owns the text.
     virtual const char* getMessage() const;
 
 private:
     std::string _message;
 };
 
-/// A Java exception reached the engine's edge. It is no Exception: a caller that wants both catches
-/// both, this one first.
+/// A Java exception that reached the engine's interface. The class does not derive from Exception:
+/// a caller that handles both has a catch clause for each.
 class ENGINE_API JavaException
 {
 public:
+    /// `className` is the binary name of the Java class, `trace` its stack trace. All are UTF-8.
     JavaException(std::string className, std::string message, std::string trace);
     JavaException(const JavaException&);
     JavaException& operator=(const JavaException&);
 
     virtual ~JavaException();
-    /// The binary name of the Java class, as in java.lang.IllegalArgumentException.
+    /// The binary name of the Java class, for example java.lang.IllegalArgumentException. The
+    /// exception owns the text.
     virtual const char* getClassName() const;
-    /// The message of the Java exception, UTF-8.
+    /// The message of the Java exception, UTF-8. The exception owns the text.
     virtual const char* getMessage() const;
-    /// The Java stack trace, one frame a line, UTF-8.
+    /// The Java stack trace, UTF-8, one frame on each line. The exception owns the text.
     virtual const char* getTrace() const;
 
 private:

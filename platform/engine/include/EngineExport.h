@@ -1,5 +1,5 @@
 #pragma once
 
-/// Marks what the engine library exports. Types need it on both sides of the edge, so that an
-/// exception thrown by the engine is caught by its type in another library.
+/// Marks what the engine library exports. Types need it in both libraries: otherwise a caller could
+/// not catch an exception of the engine by its type.
 #define ENGINE_API __attribute__((visibility("default")))

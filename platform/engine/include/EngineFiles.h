@@ -4,11 +4,12 @@
 
 namespace EmbeddedHV {
 
-/// Whether jobs may replace files that their texts name: those that were there before the job. At
-/// first they may. A host program that asks its user first says no for the texts that come from
-/// the user; such a job fails before it writes the file. Containers and files in the engine's own
-/// folder are always replaced. Holds for jobs that execute from then on. Any thread.
+/// Sets whether a job may replace an existing file that its text names. The default is true. A host
+/// program that must ask its user first passes false for job texts of the user; such a job fails
+/// before it writes the file. A job may always replace containers and files in the engine's own
+/// folder. The setting is process-wide. Any thread.
 ENGINE_API void allowReplacingFiles(bool allowed);
+/// Whether jobs may replace existing files. Any thread.
 ENGINE_API bool mayReplaceFiles();
 
 } // namespace EmbeddedHV

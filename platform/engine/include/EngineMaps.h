@@ -7,16 +7,16 @@
 
 namespace EmbeddedHV {
 
-/// A library that the engine reads maps with.
+/// A library that the engine uses to read maps. All texts are UTF-8.
 struct MapLibrary
 {
     std::string name;
     std::string version;
-    std::string data; ///< where its data are; empty if it finds none
+    std::string data; ///< the folder of its data; empty if the library does not find it
 };
 
-/// The libraries of maps, which are loaded for the purpose: jobs without maps do without them. Any
-/// thread. Throws Exception, which says why, if they cannot be loaded.
+/// Lists the map libraries. Loads them if no job has loaded them yet. Any thread. Throws Exception,
+/// which gives the reason, if they cannot be loaded.
 ENGINE_API std::vector<MapLibrary> mapLibraries();
 
 } // namespace EmbeddedHV

@@ -4,9 +4,9 @@
 
 namespace EmbeddedHV {
 
-/// Opens the engine's database ahead of the first service manager, which then adopts it. A host
-/// that has a thread to spare calls it there while the Java virtual machine starts. Any thread, at
-/// any time; a failure shows when the service starts.
+/// Opens the engine's database early. The first service manager then uses it. A host can call this
+/// on a spare thread while the Java virtual machine starts. Any thread, at any time. Never reports
+/// a failure: the service manager tries again and throws.
 ENGINE_API void preload();
 
 } // namespace EmbeddedHV

@@ -12,44 +12,54 @@ class Container;
 class ExecutionListener;
 class RowDataIterator;
 
-/// One job, from its text to its end. Every operation takes the caller's environment and may throw
-/// Exception or JavaException. The caller deletes the object after dispose.
+/// One job, from its text to its end. All calls come from one thread at a time; only cancel may
+/// come from another thread. `env` is the environment of the calling thread. Every operation may
+/// throw Exception or JavaException. The caller deletes the object after dispose.
 class ENGINE_API Execution
 {
 public:
-    /// Takes the job text. Nothing is read or written yet. An engine may throw at a text that it
-    /// cannot take; the embedded one reports each fault of a text from execute, by onError.
+    /// Sets the job text, UTF-8. Nothing is read or written yet. An engine may throw if the text is
+    /// invalid. The embedded engine reports every error of the text in execute, through onError.
     virtual void prepare(JNIEnv* env, const std::string& jobText) = 0;
-    /// Hands in an input or output. The objects stay the caller's and must live until dispose.
+    /// Adds a file that the job reads. The caller owns the container and keeps it until dispose.
     virtual void addInputContainer(JNIEnv* env, Container* container) = 0;
+    /// Adds a file that the job writes. The caller owns the container and keeps it until dispose.
     virtual void addOutputContainer(JNIEnv* env, Container* container) = 0;
-    /// The last argument is reserved and null. Throws Exception if another iterator has the name.
+    /// Adds rows that the job reads by the name of the iterator. The caller owns the iterator and
+    /// keeps it until dispose. `reserved` is null. Throws Exception if another iterator has the
+    /// same name.
     virtual void addInputIterator(JNIEnv* env, RowDataIterator* iterator, void* reserved) = 0;
-    /// Runs the job and blocks until it has ended with onSuccess, onError or onCancel.
+    /// Runs the job. Blocks until the job has ended with onSuccess, onError or onCancel. The caller
+    /// owns the listener, which the engine uses only during the call.
     virtual void execute(JNIEnv* env, ExecutionListener* listener) = 0;
-    /// Rows of a file that the job wrote, named without a directory. The execution owns the object
-    /// and deletes it in dispose; the caller ends its use with RowDataIterator::dispose.
+    /// The rows of a file that the job wrote. `fileName` is the name without a directory. The
+    /// execution owns the iterator and deletes it in dispose; the caller calls
+    /// RowDataIterator::dispose when it needs no more rows. Throws Exception if the job wrote no
+    /// such file or the file cannot be read.
     virtual RowDataIterator* getOutputIterator(JNIEnv* env, const std::string& fileName) = 0;
-    /// Stops the job, which then ends with onCancel. Comes from any thread, with that thread's
-    /// environment, at any moment from the return of prepare until dispose begins, and maybe on
-    /// several threads at once. Before execute it ends the job as soon as that begins; when the job
-    /// has ended it has no effect. The caller waits for its return before it calls dispose, unless
-    /// the engine itself calls back into dispose from it.
+    /// Stops the job, which then ends with onCancel. Any thread may call it, with its own
+    /// environment, from the return of prepare until dispose begins; several threads may call it at
+    /// once. If it is called before execute, the job ends as soon as execute begins. After the end
+    /// of the job it has no effect. The caller does not call dispose before cancel has returned,
+    /// except from inside cancel itself.
     virtual void cancel(JNIEnv* env) = 0;
-    /// Releases everything that the job held.
+    /// Releases everything that the job holds. Afterwards only the destructor may be called.
     virtual void dispose(JNIEnv* env) = 0;
+    /// The caller deletes the object, after dispose.
     virtual ~Execution() = default;
 };
 
-/// Makes executions. It is the service manager's, and lives until the service is shut down.
-/// Executions of the embedded engine may outlive it: they keep what they work on until dispose.
+/// Makes executions. The service manager owns it; it lives until the engine is shut down. An
+/// execution of the embedded engine may live longer: it shares ownership of the resources that it
+/// uses until dispose.
 class ENGINE_API ExecutionService
 {
 public:
-    /// A new execution on the heap; the caller disposes and deletes it. `locale`, as in "en_US", is
-    /// the host's at this moment, for engines whose messages follow it; those of the embedded
-    /// engine are English in every locale. Throws Exception.
+    /// Makes an execution on the heap. The caller disposes and deletes it. `locale` is the host's
+    /// locale at this moment, for example "en_US", for engines that translate their messages. The
+    /// messages of the embedded engine are always English. Throws Exception.
     virtual Execution* createExecution(const std::string& locale) = 0;
+    /// The backend deletes the object.
     virtual ~ExecutionService() = default;
 };
 

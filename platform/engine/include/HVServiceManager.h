@@ -13,19 +13,23 @@ class EHVAppSetting;
 class ExecutionService;
 class MetadataService;
 
-/// The engine's entry point, one for each process. Behind it stands a backend, chosen when the
-/// manager is made: the embedded one, unless EngineBackend.h was told otherwise.
+/// The entry point of the engine. A process makes one. It runs on a backend, which it makes when it
+/// is constructed: the embedded engine, unless setBackendFactory has set another one.
 class ENGINE_API HVServiceManager
 {
 public:
-    /// Starts the engine. Throws Exception if it cannot start, naming what is missing.
+    /// Starts the engine. `env` is the environment of the calling thread. Throws Exception if the
+    /// engine cannot start; the message gives the reason.
     HVServiceManager(JNIEnv* env, const EHVAppSetting& settings);
     HVServiceManager(const HVServiceManager&) = delete;
     HVServiceManager& operator=(const HVServiceManager&) = delete;
+    /// Shuts the engine down.
     virtual ~HVServiceManager();
 
-    /// The two services stay the manager's.
+    /// The service that makes executions. The manager owns it; it lives as long as the manager.
     virtual ExecutionService* getExecutionService();
+    /// The service that answers questions without a job. The manager owns it; it lives as long as
+    /// the manager.
     virtual MetadataService* getMetaDataService();
 
 private:

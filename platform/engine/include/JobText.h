@@ -6,15 +6,16 @@
 
 namespace EmbeddedHV {
 
-/// For host programs that keep job texts and messages where others read them. Any thread.
+/// For host programs that write job texts and messages to a log.
 
-/// A job text with "***" for what is a password of a file, also where the job names it by a
-/// definition, without comments, and with web addresses as shownAddress gives them. Of a text that
-/// is no job nothing is shown. Never throws but for want of memory.
+/// Returns a job text without its secrets, UTF-8. "***" replaces each file password, also if the
+/// job refers to it by a name. Comments are removed. Web addresses are changed as in shownAddress.
+/// If the text is not a valid job, the result only states its size. Any thread. Throws only
+/// std::bad_alloc.
 ENGINE_API std::string withoutSecrets(const std::string& jobText);
 
-/// A web address without its user info, query and fragment, which may hold a key. Any other text,
-/// and the address of a file, comes back unchanged.
+/// Returns a web address without user info, query and fragment, because these may contain a key.
+/// Returns any other text, and the address of a file, unchanged. Any thread.
 ENGINE_API std::string shownAddress(const std::string& address);
 
 } // namespace EmbeddedHV

@@ -4,31 +4,34 @@
 
 #include "ScoringExport.h"
 
-/// An input or an output of a model.
+/// An input or an output of a model. The model owns it.
 class SCORING_API IMCVariable
 {
 public:
-    /// What its values are to the model. Truth values are numbers, 1 and 0.
+    /// The type of the values in the model. Booleans are numbers: 1 and 0.
     enum ValueType : int
     {
         kNumber = 1,
         kString = 3
     };
-    /// How a row carries its values. A model of this library has no integers among them, as the
-    /// engine's rows carry every number as a double; one from elsewhere may.
+    /// The type of the values in a row. Models of this library never use kStoredInteger, because
+    /// the engine's rows carry every number as a double. Models of other makers may use it.
     enum Storage : int
     {
         kStoredInteger = 1, ///< a 32-bit integer
         kStoredReal = 2,
         kStoredString = 3,
-        kStoredDate = 4, ///< days since 1970-01-01; to the model, seconds since 1582-10-14
+        kStoredDate = 4, ///< days since 1970-01-01; in the model, seconds since 1582-10-14
         kStoredTime = 5,
-        kStoredTimestamp = 6 ///< seconds since 1970-01-01; to the model, since 1582-10-14
+        kStoredTimestamp = 6 ///< seconds since 1970-01-01; in the model, seconds since 1582-10-14
     };
 
+    /// The ValueType of the variable.
     virtual int GetValueType() const = 0;
-    /// Replaces `name` with the variable's, UTF-8.
+    /// Replaces `name` with the name of the variable, UTF-8.
     virtual void GetName(std::string& name) const = 0;
+    /// The Storage of the variable.
     virtual int GetStorage() const = 0;
+    /// The model deletes the object.
     virtual ~IMCVariable() = default;
 };

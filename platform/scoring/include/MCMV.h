@@ -6,6 +6,6 @@
 class SCORING_API MCMV
 {
 public:
-    /// The most negative finite double, as the host's system-missing value.
+    /// The most negative finite double. It equals the host's system-missing value. Any thread.
     static double Missing();
 };

@@ -2,10 +2,10 @@
 
 #include "ScoringExport.h"
 
-/// Questions about numbers.
+/// Tests of numbers.
 class SCORING_API MCMathFun
 {
 public:
-    /// Whether a number is a value: finite, and not the missing value.
+    /// Whether a number is finite and not the missing value. Any thread.
     static bool IsValidDouble(double value);
 };

@@ -9,7 +9,7 @@
 class IMCScoreComputer;
 class MCSettings;
 
-/// Makes computers from models.
+/// Makes computers from models. One thread at a time may use an object.
 ///
 ///     MCScorerFactory factory;
 ///     MCSettings settings;
@@ -19,15 +19,19 @@ class MCSettings;
 class SCORING_API MCScorerFactory
 {
 public:
-    /// Takes over from the library's own reader, for models that it does not know and for tests.
+    /// A function that replaces the library's own reader, for other kinds of models and for tests.
+    /// The caller of CreateMCScoringObject owns the result. What the function throws passes.
     using Maker = std::function<IMCScoreComputer*(MCSettings&, std::istream&)>;
-    /// An empty maker restores the library's own. Not synchronised: call it while nobody makes one.
+    /// Sets the maker of the whole process. An empty maker restores the library's own reader. Not
+    /// synchronised: no other thread may make a computer during the call.
     static void SetMaker(Maker maker);
 
-    /// Reads a PMML document; the caller deletes the result. Null for one that is not valid, and
-    /// for one that asks for something this library does not do: it never computes something else.
+    /// Reads a PMML document from `model`. The caller deletes the result. A model of another type
+    /// gives a computer that reports its type and returns an error for every row. Returns null if
+    /// the document is invalid or needs something that this library does not support; GetStatus
+    /// then gives the reason.
     IMCScoreComputer* CreateMCScoringObject(MCSettings& settings, std::istream& model);
-    /// What was wrong with the last model.
+    /// The status of the last CreateMCScoringObject. The factory owns it; the next call changes it.
     const MCStatus& GetStatus() const { return _status; }
 
 private:

@@ -4,18 +4,23 @@
 
 #include "ScoringExport.h"
 
-/// How a model is read. The limits keep a hostile model from using up the stack or the memory; a
-/// model that goes beyond them is refused.
+/// Limits for the reader of a model. They prevent a hostile model from exhausting the stack or the
+/// memory. A model that exceeds a limit is rejected.
 class SCORING_API MCSettings
 {
 public:
+    /// The default limits.
     MCSettings() = default;
 
-    /// Expressions within each other, calls of the model's functions included; 100 by default.
+    /// The largest depth of nested expressions, calls of the model's own functions included. The
+    /// default is 100.
     int GetMaxDepth() const { return _maxDepth; }
+    /// Sets the largest depth of nested expressions.
     void SetMaxDepth(int depth) { _maxDepth = depth; }
-    /// Expressions of the model, once for each call of a function they are in; 200,000 by default.
+    /// The largest number of expressions. Each call of a function counts the expressions of that
+    /// function again. The default is 200,000.
     std::size_t GetMaxExpressions() const { return _maxExpressions; }
+    /// Sets the largest number of expressions.
     void SetMaxExpressions(std::size_t count) { _maxExpressions = count; }
 
 private:

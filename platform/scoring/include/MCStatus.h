@@ -4,17 +4,18 @@
 
 #include "ScoringExport.h"
 
-/// How an operation ended. One that succeeded allocates nothing.
+/// The result of an operation. A success allocates no memory.
 class SCORING_API MCStatus
 {
 public:
     /// Success.
     MCStatus() = default;
-    /// A failure; the message says what is wrong, for the log and the user.
+    /// A failure. `message` says what is wrong, UTF-8, for the log and the user.
     static MCStatus Error(const std::string& message);
 
+    /// Whether the operation failed.
     bool IsError() const { return _error; }
-    /// Empty for a success.
+    /// The message of a failure; empty for a success. The status owns the text.
     const std::string& GetMessage() const { return _message; }
 
 private:

@@ -6,24 +6,27 @@
 #include "ScoringExport.h"
 #include "Value.h"
 
-/// Values by position, which a computer takes or gives; each has a name, for whoever looks at it.
-/// Made once and filled anew for each row.
+/// The values that a computer reads or writes, by position. Each value has a name, for callers that
+/// show it. A record is made once and refilled for each row.
 class SCORING_API ValueRecord
 {
 public:
-    /// Empty, with room for so many values.
+    /// Makes an empty record that reserves memory for `capacity` values.
     explicit ValueRecord(int capacity);
     virtual ~ValueRecord() = default;
     ValueRecord(const ValueRecord&) = default;
     ValueRecord& operator=(const ValueRecord&) = default;
 
-    /// Adds a value behind the others.
+    /// Appends a value with its name.
     virtual void AddValue(const std::string& name, const Value& value);
 
+    /// The number of values.
     int Size() const { return static_cast<int>(_values.size()); }
+    /// The name of the value at an index from 0. Throws std::out_of_range.
     const std::string& GetName(int index) const;
-    /// std::out_of_range where there is none.
+    /// The value at an index from 0. Throws std::out_of_range.
     Value& operator[](int index);
+    /// The value at an index from 0. Throws std::out_of_range.
     const Value& operator[](int index) const;
 
 private:
