@@ -20,7 +20,7 @@ using language::Expression;
 
 namespace {
 
-/// Definitions may use one another twice each, and so stand for endless SQL.
+/// Definitions may use each other several times, so a short text can expand to very long SQL.
 constexpr std::size_t kLongestSql = 4'000'000;
 constexpr int kDeepest = 500;
 constexpr int kLookupsWithoutIndex = 16;
@@ -35,7 +35,7 @@ BodyCompiler::BodyCompiler(const Schema& input, const Definitions& definitions,
 
 const Column* BodyCompiler::findColumn(const std::string& name) const
 {
-    // Most bodies name a few fields, and an index of all would cost each step of a chain its width.
+    // Most bodies name few fields. For these a search is cheaper than an index of all fields.
     if (++_lookups <= kLookupsWithoutIndex) {
         const auto found = std::ranges::find(_input, name, &Column::name);
         return found == _input.end() ? nullptr : &*found;
@@ -61,7 +61,7 @@ SqlExpression BodyCompiler::compile(const Expression& expression, const Scope& s
     return result;
 }
 
-/// One way to SQL for each kind of expression.
+/// Writes the SQL for each kind of expression.
 struct BodyCompiler::ValueVisitor
 {
     BodyCompiler& compiler;
@@ -130,8 +130,8 @@ Operand BodyCompiler::operand(const Expression& expression, const Scope& scope)
     return result;
 }
 
-/// A text that stands in the job, there or by way of a definition: patterns must be known before a
-/// record is read.
+/// A text that the job writes out, directly or in a definition. Patterns must be known before the
+/// first record is read.
 const std::string* BodyCompiler::constantText(const Expression& expression,
                                               const Scope& scope) const
 {
@@ -174,7 +174,7 @@ void BodyCompiler::failName(const std::string& name, const Scope& scope, const P
                    suggestion(name, names));
 }
 
-/// Compiles what a definition binds, on the way from which it must not come back to itself.
+/// Compiles the value of a definition. Fails if the definition uses itself.
 SqlExpression BodyCompiler::compileDefined(const std::string& name, const Expression& body,
                                            const Scope& scope, const Place& place)
 {
@@ -221,7 +221,7 @@ SqlExpression BodyCompiler::compileList(const language::List& list, const Scope&
     return {"CAST([" + elements + "] AS DOUBLE[])", ValueType::List};
 }
 
-/// A chain of conditionals becomes one CASE, however long it is.
+/// A chain of conditionals becomes one CASE of any length.
 SqlExpression BodyCompiler::compileConditional(const language::Conditional& conditional,
                                                const Scope& scope)
 {
@@ -246,7 +246,8 @@ SqlExpression BodyCompiler::compileCall(const language::Call& call, const Scope&
     if (const Expression* bound = definition(call.function)) {
         if (const auto* lambda = std::get_if<language::Lambda>(&bound->value))
             return compileUserCall(call, *lambda, scope, place);
-        // A value may be called like a function of the language; the call then means the function.
+        // A value may have the name of a function of the language. The call then means the
+        // function.
         if (!isFunction(call.function))
             place.fail(errors::kUnknownFunction,
                        "'" + call.function + "' is " + kindOf(*bound) + ", not a function");
@@ -257,7 +258,7 @@ SqlExpression BodyCompiler::compileCall(const language::Call& call, const Scope&
     return compileFunctionCall(call.function, arguments, place);
 }
 
-/// The arguments take the places of the parameters: the database never sees the function.
+/// Substitutes the arguments for the parameters. The database never sees the function.
 SqlExpression BodyCompiler::compileUserCall(const language::Call& call,
                                             const language::Lambda& lambda, const Scope& scope,
                                             const Place& place)
@@ -274,8 +275,7 @@ SqlExpression BodyCompiler::compileUserCall(const language::Call& call,
     return compileDefined(call.function, *lambda.body, inner, place);
 }
 
-/// The record and the context are handed on as they are; everything else as SQL, of the type that
-/// is declared.
+/// Passes the record and the context unchanged. Other arguments become SQL of the declared type.
 Binding BodyCompiler::argumentOf(const language::Parameter& parameter, const Expression& argument,
                                  const Scope& scope)
 {

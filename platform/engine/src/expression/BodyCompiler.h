@@ -10,21 +10,22 @@
 
 namespace EmbeddedHV {
 
-/// Stands for the record, or for the execution context, where a parameter is bound to it.
+/// The value of a parameter that is bound to the record.
 struct RecordValue
 {
 };
-/// The job's context, which some steps pass to a lambda beside the record.
+/// The value of a parameter that is bound to the job's context, which some steps pass to a lambda
+/// with the record.
 struct ContextValue
 {
 };
 
-/// What the parameters of the lambda around an expression stand for.
+/// The value that a parameter is bound to.
 using Binding = std::variant<SqlExpression, RecordValue, ContextValue>;
 using Scope = std::map<std::string, Binding>;
 
-/// Writes the body of a lambda as SQL over the fields of its record; lives for one lambda. What it
-/// is made from must outlive it. Each operation throws JobError.
+/// Compiles the body of a lambda to SQL over the fields of its record. One object compiles one
+/// lambda and borrows its arguments. Each operation throws JobError.
 class BodyCompiler
 {
 public:
@@ -33,7 +34,7 @@ public:
     SqlExpression compile(const language::Expression& expression, const Scope& scope);
     /// Compares the declared types of a record parameter with the record's fields.
     void checkDeclared(const language::Type& declared, const language::Position& position) const;
-    /// The string that an expression writes out, itself or by a definition's name; null if none.
+    /// The string that an expression contains or names by a definition; null if it is not a string.
     const std::string* constantText(const language::Expression& expression,
                                     const Scope& scope) const;
 
@@ -64,7 +65,7 @@ private:
     const Schema& _input;
     const Definitions& _definitions;
     const std::string& _step;
-    /// An index of the columns, made once it is worth it.
+    /// An index of the columns, made after several lookups.
     mutable std::unordered_map<std::string, const Column*> _columns;
     mutable int _lookups = 0;
     std::vector<std::string> _definitionsOnTheWay;

@@ -14,7 +14,7 @@ void checkConditions(const std::vector<CaseClause>& clauses)
                               "a condition is a boolean, found " + clause.condition.description);
 }
 
-/// The type of all values. A missing else is a null.
+/// The common type of all values. A missing else counts as null.
 ValueType sharedType(const std::vector<CaseClause>& clauses,
                      const std::optional<Operand>& otherwise)
 {
@@ -27,7 +27,7 @@ ValueType sharedType(const std::vector<CaseClause>& clauses,
             clause.place.fail(errors::kOperandType,
                               "the values of a conditional are of one type, found " +
                                   value.description + " and " + source);
-        // The value that widened the type is the one to name beside a later misfit.
+        // Error messages name the value that determined the type.
         if (type != *common)
             source = value.description;
         type = *common;

@@ -7,7 +7,7 @@
 
 namespace EmbeddedHV {
 
-/// `if (condition) value`, with the place of the condition.
+/// `if (condition) value`, with the position of the condition.
 struct CaseClause
 {
     Operand condition;
@@ -15,8 +15,9 @@ struct CaseClause
     Place place;
 };
 
-/// Writes a chain of conditionals as one CASE, however long: the database bounds how deep they may
-/// nest. Throws JobError if a condition is no boolean, or if the values have no common type.
+/// Compiles a chain of conditionals to one CASE of any length, because the database limits how
+/// deeply CASE may nest. Throws JobError if a condition is not a boolean or the values have no
+/// common type.
 SqlExpression compileCase(const std::vector<CaseClause>& clauses,
                           const std::optional<Operand>& otherwise);
 

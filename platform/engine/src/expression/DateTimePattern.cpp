@@ -5,7 +5,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// A run of one letter, `fewest` to `most` times.
+/// A letter that may be repeated `fewest` to `most` times.
 struct PatternField
 {
     char letter;
@@ -32,8 +32,8 @@ void appendLiteral(char c, std::string& format)
     format += c;
 }
 
-/// Copies the text that begins with the apostrophe at `at`, and moves `at` behind it. Two
-/// apostrophes are one, inside such a text and outside. False if it is not closed.
+/// Copies the quoted text that begins at `at`, and moves `at` behind it. Two apostrophes mean one,
+/// inside a quoted text and outside. Returns false if the closing apostrophe is missing.
 bool appendQuoted(std::string_view pattern, std::size_t& at, std::string& format)
 {
     if (pattern.substr(at).starts_with("''")) {

@@ -5,15 +5,15 @@
 
 namespace EmbeddedHV {
 
-/// What became of a pattern: the database's format, or what is wrong with the pattern.
+/// A translated pattern: the database's format, or an error.
 struct TranslatedPattern
 {
     std::string format;
-    std::string fault; ///< empty if there is none
+    std::string fault; ///< empty if the pattern is valid
 };
 
-/// Translates a pattern of letters ("yyyy-MM-dd HH:mm:ss", with text between apostrophes) to the
-/// format that the database reads.
+/// Translates a pattern such as "yyyy-MM-dd HH:mm:ss", with text in apostrophes, to the database's
+/// format.
 TranslatedPattern translatePattern(std::string_view pattern);
 
 } // namespace EmbeddedHV

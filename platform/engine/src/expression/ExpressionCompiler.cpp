@@ -13,7 +13,7 @@ using language::Lambda;
 
 constexpr const char* kRecordForm = "expected a lambda over a record, ctx => x => body, found ";
 
-/// A lambda over a record, with its two parameters bound and its body at hand.
+/// A lambda over a record: the scope of its two parameters, and its body.
 struct RecordLambda
 {
     Scope scope;
@@ -48,7 +48,7 @@ RecordLambda open(const Expression& expression, const BodyCompiler& compiler,
     return result;
 }
 
-/// A field holds no boolean, and no real that is not a number or beyond all numbers.
+/// A field stores no booleans and no infinite or not-a-number reals.
 SqlExpression storable(const SqlExpression& value)
 {
     switch (value.type) {

@@ -7,7 +7,7 @@
 
 namespace EmbeddedHV {
 
-/// SQL text with the type of its value. Column names in it are quoted; literals are inlined.
+/// SQL text and the type of its value. Column names are quoted; literals are inlined.
 struct SqlExpression
 {
     std::string sql;
@@ -17,15 +17,15 @@ struct SqlExpression
 /// A lambda's body may use definitions by name.
 using language::Definitions;
 
-/// Checks a record lambda (`ctx => x => body`) against the fields of its input, and writes its body
-/// as SQL over them. Throws JobError, naming the step, the position, and the field, function or
-/// type that is wrong. `step` is the step's name as messages show it.
+/// Checks a record lambda (`ctx => x => body`) against the fields of its input and compiles its
+/// body to SQL over them. `step` is the step's name in messages. Throws JobError that names the
+/// step, the position, and the invalid field, function or type.
 SqlExpression compileRecordLambda(const language::Expression& lambda, const Schema& input,
                                   const Definitions& definitions, const std::string& step);
 
-/// The same for a lambda whose body is `("F", value)`; `field` receives F. The value is what a
-/// field can hold: a boolean has become an Integer, 1 or 0, a bare null a Real, and a Real that is
-/// not finite a missing value.
+/// The same for a lambda with the body `("F", value)`. Sets `field` to F. Converts the value to one
+/// that a field can store: a boolean becomes 1 or 0, a null becomes a Real, a Real that is not
+/// finite becomes missing.
 SqlExpression compileFieldLambda(const language::Expression& lambda, const Schema& input,
                                  const Definitions& definitions, const std::string& step,
                                  std::string& field);

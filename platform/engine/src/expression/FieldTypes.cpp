@@ -26,7 +26,7 @@ ValueType valueTypeOf(CFField::StorageType storage)
     for (const auto& [known, value] : kTypes)
         if (known == storage)
             return value;
-    return ValueType::String; // text holds anything
+    return ValueType::String; // a string can hold any value
 }
 
 } // namespace EmbeddedHV

@@ -6,8 +6,9 @@
 
 namespace EmbeddedHV {
 
-/// The type of a field's values in expressions, and back.
+/// The storage of a field that holds values of a type.
 CFField::StorageType storageOf(ValueType type);
+/// The type of a field's values in expressions.
 ValueType valueTypeOf(CFField::StorageType storage);
 
 } // namespace EmbeddedHV

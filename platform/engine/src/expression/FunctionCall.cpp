@@ -20,7 +20,7 @@ constexpr ValueType kNamedTypes[] = {ValueType::Integer, ValueType::Real, ValueT
                                      ValueType::Date,    ValueType::Time, ValueType::Timestamp,
                                      ValueType::Boolean};
 
-/// The type that a word of the table names; none for the words that stand for several.
+/// The type that a word of the table names; empty for a word that means several types.
 std::optional<ValueType> namedType(std::string_view word)
 {
     const auto* found =
@@ -28,12 +28,12 @@ std::optional<ValueType> namedType(std::string_view word)
     return found == std::end(kNamedTypes) ? std::nullopt : std::optional(*found);
 }
 
-/// A form of a function with its parameters taken apart.
+/// A form of a function, with its parameters split into words.
 struct Form
 {
     const Function* function;
     std::vector<std::string_view> words;
-    bool open = false; ///< the last parameter stands once or more
+    bool open = false; ///< the last parameter may be repeated
 
     bool takes(std::size_t count) const
     {
@@ -45,7 +45,7 @@ struct Form
     }
 };
 
-/// Parameters stand in the table as docs/hvl.md shows them, in one text.
+/// The table lists the parameters as docs/hvl.md shows them, in one text.
 Form formOf(const Function& function)
 {
     Form form{&function, {}, function.parameters.ends_with(kMore)};
@@ -61,7 +61,7 @@ Form formOf(const Function& function)
     return form;
 }
 
-/// Whether an argument goes where the table has this word.
+/// Whether a parameter with this word accepts the argument.
 bool accepts(std::string_view word, const Operand& argument)
 {
     const ValueType type = argument.value.type;
@@ -74,7 +74,8 @@ bool accepts(std::string_view word, const Operand& argument)
     return word == "Any" || type != ValueType::List;
 }
 
-/// The type that the arguments which must be the same have in common; Null if there are none.
+/// The common type of the arguments that must have the same type; Null if there are no such
+/// arguments.
 std::optional<ValueType> sharedType(const Form& form, const std::vector<Operand>& arguments)
 {
     std::optional<ValueType> shared = ValueType::Null;
@@ -122,7 +123,7 @@ std::string listed(const std::vector<std::string>& items)
     std::string found;
     for (const Operand& argument : arguments)
         found += (found.empty() ? "" : ", ") + argument.description;
-    // Whether the number or the type is at fault: with a fitting number the types must be.
+    // If a form takes this number of arguments, the types are wrong; else the number is.
     const bool countFits =
         std::ranges::any_of(forms, [&](const Form& form) { return form.takes(arguments.size()); });
     place.fail(countFits ? errors::kOperandType : errors::kArgumentCount,
@@ -160,7 +161,7 @@ std::string joined(const std::vector<std::string>& arguments)
     return text;
 }
 
-/// How an error that the function raises while it runs begins.
+/// The SQL text with which errors begin that the function raises at run time.
 std::string whereSql(const Place& place)
 {
     return quotedLiteral(raisedText(errors::kConversion,

@@ -6,9 +6,9 @@
 
 namespace EmbeddedHV {
 
-/// Finds the form of a function that takes the arguments, and writes the call as SQL. Throws
-/// JobError for a function that does not exist, for a number or types of arguments that no form
-/// takes, and for a wrong pattern.
+/// Finds the form of a function that accepts the arguments, and compiles the call to SQL. Throws
+/// JobError for an unknown function, for arguments that no form accepts, and for an invalid
+/// pattern.
 SqlExpression compileFunctionCall(const std::string& name, const std::vector<Operand>& arguments,
                                   const Place& place);
 

@@ -2,24 +2,25 @@
 
 #include <algorithm>
 
-// An argument kept within bounds. The database's own least and greatest step over missing values,
-// and a missing argument must stay missing.
+// Clamps an argument. The database's least and greatest ignore missing values, but a missing
+// argument must stay missing.
 #define CLAMPED(argument, low, high)                                                               \
     "CASE WHEN " argument " < " low " THEN " low " WHEN " argument " > " high " THEN " high        \
     " ELSE " argument " END"
 
-// A shift of a date, missing where it goes beyond all years that a date is written in. The database
-// would end the job there.
+// Shifts a date. The result is missing if it leaves the supported range of years. Otherwise the
+// database would fail.
 #define SHIFTED(shift, farthest)                                                                   \
     "CASE WHEN $2 BETWEEN -" farthest " AND " farthest " THEN $1 + " shift " END"
 
-// The timestamp of a text in one of some formats, missing if it fits none. The database reads the
-// words "infinity" and "epoch" in every format; a date or a time has a digit.
+// Parses a text with one of several formats; missing if none fits. The digit test rejects
+// "infinity" and "epoch", which the database accepts in every format.
 #define PARSED(formats)                                                                            \
     "CASE WHEN regexp_matches($1, '[0-9]') THEN try_strptime($1, " formats ") END"
 
-// The same by a pattern. The database makes of day 366 of a year that has 365 the next one's first
-// day; a first day that the pattern also reads with a plain 366 in that place is such a one.
+// Parses a text with a pattern. strptime turns day 366 of a 365-day year into 1 January. Detect and
+// reject it: the result is the first day of a year, and the text also fits the pattern with a
+// literal 366 for the day.
 #define WITH_DAY_366(pattern) "regexp_replace(" pattern ", '(^|[^%])((%%)*)%j', '\\1\\2366')"
 #define PARSED_BY(pattern)                                                                         \
     "CASE WHEN NOT (" WITH_DAY_366(                                                                \
@@ -41,11 +42,10 @@
 namespace EmbeddedHV {
 namespace {
 
-// The database raises an error where mathematics has no answer (a logarithm of zero); a
-// statistician expects a missing value and the rest of the data, so such arguments are kept away
-// from it.
+// The database raises an error where a function is undefined, for example the logarithm of zero.
+// The result should be a missing value instead, so such arguments are excluded.
 constexpr Function kFunctions[] = {
-    // Conversions: text that does not convert is missing.
+    // Conversions. A text that does not convert gives a missing value.
     {"toReal", "Number", "Real", "CAST($1 AS DOUBLE)"},
     {"toReal", "String", "Real",
      "CASE WHEN isfinite(TRY_CAST($1 AS DOUBLE)) AND NOT contains($1, '_') "
@@ -87,7 +87,7 @@ constexpr Function kFunctions[] = {
      "CASE WHEN " IS_DATE_PARTS " THEN " DATE_OF_PARTS " END"},
     {"time", "Integer, Integer, Real", "Time",
      "CASE WHEN $1 BETWEEN 0 AND 23 AND $2 BETWEEN 0 AND 59 AND $3 >= 0 AND $3 < 60 "
-     "THEN NULLIF(make_time($1, $2, $3), TIME '24:00:00') END"}, // a second may round up
+     "THEN NULLIF(make_time($1, $2, $3), TIME '24:00:00') END"}, // rounding may give 24:00
     {"timestamp", "Integer, Integer, Integer, Integer, Integer, Real", "Timestamp",
      "CASE WHEN " IS_DATE_PARTS " AND $4 BETWEEN 0 AND 23 AND $5 BETWEEN 0 AND 59 AND $6 >= 0 "
      "AND $6 < 60 THEN " DATE_OF_PARTS " + make_time($4, $5, $6) END"},
@@ -119,7 +119,7 @@ constexpr Function kFunctions[] = {
     {"secondsBetween", "Time, Time", "Real", "((epoch_us($2) - epoch_us($1)) / 1e6)"},
     {"secondsBetween", "Timestamp, Timestamp", "Real", "((epoch_us($2) - epoch_us($1)) / 1e6)"},
 
-    // Text; positions count characters from 1.
+    // Text. Positions count characters from 1.
     {"length", "String", "Integer", "length($1)"},
     {"lower", "String", "String", "lower($1)"},
     {"upper", "String", "String", "upper($1)"},

@@ -6,7 +6,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Beyond this length a name is a sentence, and the work would grow with its square.
+/// Longer texts are sentences rather than names, and the time grows with the square of the length.
 constexpr std::size_t kLongest = 64;
 
 std::string lowered(std::string_view text)
@@ -18,7 +18,7 @@ std::string lowered(std::string_view text)
     return result;
 }
 
-/// Insertions, deletions and replacements that turn one text into the other.
+/// The number of insertions, deletions and replacements that turn one text into the other.
 std::size_t editDistance(const std::string& left, const std::string& right)
 {
     std::vector<std::size_t> row(right.size() + 1);
@@ -48,7 +48,7 @@ std::string suggestion(std::string_view name, const std::vector<std::string_view
         if (candidate.empty() || candidate.size() > kLongest)
             continue;
         const std::size_t distance = editDistance(wanted, lowered(candidate));
-        // A name of which every letter would have to change is not near.
+        // If every letter would have to change, the name is not similar.
         if (distance < least && distance < std::max(name.size(), candidate.size())) {
             least = distance;
             nearest = candidate;

@@ -8,11 +8,11 @@
 
 namespace EmbeddedHV {
 
-/// The end of a message about a name that does not exist: `; did you mean "temp"?` with the
-/// candidate that is near enough to be a slip of the pen, or nothing. Case does not count.
+/// The end of a message about an unknown name: `; did you mean "temp"?` with the most similar
+/// candidate, or an empty text if no candidate is similar. Ignores case.
 std::string suggestion(std::string_view name, const std::vector<std::string_view>& candidates);
 
-/// The same with the names of some items, which `nameOf` gives by reference.
+/// The same for the names of items. `nameOf` returns the name of an item by reference.
 template <class Items, class NameOf>
 std::string suggestion(std::string_view name, const Items& items, NameOf nameOf)
 {

@@ -7,17 +7,17 @@
 
 namespace EmbeddedHV {
 
-/// A compiled operand or argument, with what messages and patterns need to know of its source.
+/// A compiled operand or argument, and what messages and patterns need to know about its source.
 struct Operand
 {
     SqlExpression value;
-    /// How a message calls it: "String", or "String (the field name)".
+    /// Its description in messages: "String", or "String (the field name)".
     std::string description;
-    /// The text, if the job writes a string out here.
+    /// The text, if the operand is a string that the job writes out.
     std::optional<std::string> constant;
 };
 
-/// Where in a job an expression stands, and the errors that say so.
+/// The position of an expression in a job, for error messages.
 struct Place
 {
     const std::string& step;

@@ -9,7 +9,7 @@ namespace {
 using language::BinaryOperator;
 using language::UnaryOperator;
 
-/// Operators that share their rules of types.
+/// Operators that have the same rules for types.
 enum class Family
 {
     Logical,
@@ -37,7 +37,7 @@ constexpr OperatorForm kBinaryForms[] = {
     {"%", "%", Family::Division},   {"**", "", Family::Power},
 };
 
-/// Two operands on their way through one operator.
+/// A binary operator with its operands.
 struct Operation
 {
     BinaryOperator op;
@@ -53,7 +53,7 @@ struct Operation
                                              ", found " + left.description + " and " +
                                              right.description);
     }
-    /// The type of both operands, or a failure.
+    /// The common type of both operands; fails if there is none.
     ValueType common(const std::string& wanted) const
     {
         const auto type = commonType(left.value.type, right.value.type);
@@ -69,7 +69,7 @@ struct Operation
     }
 };
 
-/// The type in which two numbers meet; a null beside nothing else is a Real.
+/// The common type of two numbers. Two nulls give Real.
 ValueType numberType(const Operation& operation, const std::string& wanted = "two numbers")
 {
     const ValueType type = operation.common(wanted);
@@ -112,22 +112,24 @@ SqlExpression compileArithmetic(const Operation& operation)
     return operation.infix(operation.form().sql, type, type);
 }
 
-/// Division by zero has no answer, and is missing.
+/// A division by zero gives a missing value.
 SqlExpression compileDivision(const Operation& operation)
 {
     const bool quotient = operation.op == BinaryOperator::Divide;
     const ValueType numbers = numberType(operation);
-    // The quotient of two integers is a real, as statisticians expect; the remainder stays whole.
+    // The quotient of two integers is a real, as statisticians expect. The remainder of two
+    // integers is an integer.
     const ValueType type = quotient ? ValueType::Real : numbers;
     std::string left = sqlAs(operation.left.value, type);
     const std::string right = "NULLIF(" + sqlAs(operation.right.value, type) + ", 0)";
     if (type != ValueType::Integer)
         return {"(" + left + " " + operation.form().sql + " " + right + ")", type};
-    // The database takes the quotient of the least integer and -1 on its way, which does not fit.
+    // The database computes the quotient for the remainder. That of the least integer and -1
+    // overflows BIGINT.
     return {"CAST(CAST(" + left + " AS HUGEINT) % " + right + " AS BIGINT)", type};
 }
 
-/// What is not a number (a root of a negative) is missing.
+/// A result that is not a number, such as a root of a negative number, is missing.
 SqlExpression compilePower(const Operation& operation)
 {
     numberType(operation);

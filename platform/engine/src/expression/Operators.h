@@ -4,8 +4,9 @@
 
 namespace EmbeddedHV {
 
-/// Operators over compiled operands. They check the types and throw JobError where those are wrong.
+/// Compiles an operator with one operand. Throws JobError if the operand has the wrong type.
 SqlExpression compileUnary(language::UnaryOperator op, const Operand& operand, const Place& place);
+/// Compiles an operator with two operands. Throws JobError if the operands have the wrong types.
 SqlExpression compileBinary(language::BinaryOperator op, const Operand& left, const Operand& right,
                             const Place& place);
 

@@ -5,7 +5,7 @@
 
 namespace EmbeddedHV {
 
-/// What a value is while a job runs; each stands for one column type of the database.
+/// The type of a value in a job. Each type corresponds to a column type of the database.
 enum class ValueType
 {
     Integer,   ///< BIGINT
@@ -14,12 +14,12 @@ enum class ValueType
     Date,      ///< DATE
     Time,      ///< TIME
     Timestamp, ///< TIMESTAMP
-    Boolean,   ///< BOOLEAN, inside expressions only
-    List,      ///< a list of doubles, as coordinates are
-    Null       ///< the type of a bare null
+    Boolean,   ///< BOOLEAN, only inside expressions
+    List,      ///< a list of doubles, for coordinates
+    Null       ///< the type of a literal null
 };
 
-/// A field of a relation and the type of its values, which expressions are checked against.
+/// A field of a relation, and the type of its values in expressions.
 struct Column
 {
     std::string name;

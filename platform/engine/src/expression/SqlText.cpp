@@ -14,8 +14,8 @@ SqlExpression sqlConstant(std::int64_t value)
 
 SqlExpression sqlConstant(double value)
 {
-    // With an exponent, the database reads a number as a double, and the shortest digits that
-    // name it give the same double back.
+    // The exponent makes the database read the number as a double. The shortest digits give the
+    // same double back.
     std::array<char, 40> buffer{};
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                    std::chars_format::scientific)

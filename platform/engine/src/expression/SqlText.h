@@ -7,8 +7,8 @@
 
 namespace EmbeddedHV {
 
-/// Constants as SQL whose type does not depend on where they stand: a bare 5 would be a 32-bit
-/// integer to the database, and a bare 2.5 a decimal.
+/// Constants as SQL with a definite type. The database would read a plain 5 as a 32-bit integer and
+/// a plain 2.5 as a decimal.
 SqlExpression sqlConstant(std::int64_t value);
 SqlExpression sqlConstant(double value);
 SqlExpression sqlConstant(bool value);

@@ -12,7 +12,7 @@ struct TypeWords
     const char* sqlName;
 };
 
-/// In the order of ValueType. A bare null is a number where nothing says what it is.
+/// In the order of ValueType. A null without a context is a number.
 constexpr TypeWords kWords[] = {
     {"Integer", "BIGINT"},  {"Real", "DOUBLE"},   {"String", "VARCHAR"},
     {"Date", "DATE"},       {"Time", "TIME"},     {"Timestamp", "TIMESTAMP"},

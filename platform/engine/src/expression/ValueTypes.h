@@ -7,23 +7,23 @@
 
 namespace EmbeddedHV {
 
-/// The word by which messages and docs/hvl.md call a type.
+/// The name of a type in messages and in docs/hvl.md.
 const char* wordOf(ValueType type);
 /// The type's name in SQL.
 const char* sqlNameOf(ValueType type);
 
 bool isNumber(ValueType type);
-/// Whether values of the types can stand side by side in a comparison: alike, both numbers, a date
-/// with a timestamp, and null with everything.
+/// The type in which two values can be compared; empty if there is none. Possible are equal types,
+/// two numbers, a date with a timestamp, and null with any type.
 std::optional<ValueType> commonType(ValueType left, ValueType right);
 
-/// Whether a value of one type is accepted for another: the same, an Integer for a Real, a Date for
-/// a Timestamp, and null for all.
+/// Whether a value of one type is accepted as another: the same type, an Integer as a Real, a Date
+/// as a Timestamp, null as any type.
 bool converts(ValueType from, ValueType to);
-/// The expression as SQL of that type, to which it must convert.
+/// The expression as SQL of the type. The expression must be convertible to it.
 std::string sqlAs(const SqlExpression& expression, ValueType type);
 
-/// Whether a field of the actual type is what a job declared.
+/// Whether the type of a field fits the type that a job declares.
 bool fits(const language::Type& declared, ValueType actual);
 
 } // namespace EmbeddedHV

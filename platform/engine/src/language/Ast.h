@@ -8,16 +8,16 @@
 #include <variant>
 #include <vector>
 
-/// The tree of a job text. docs/hvl.md defines the language.
+/// The syntax tree of a job text. docs/hvl.md defines the language.
 namespace EmbeddedHV::language {
 
-/// Where a piece of text begins; both count from 1, columns in characters.
+/// The start of a piece of text. Lines and columns count from 1; columns count characters.
 struct Position
 {
     int line = 0;
     int column = 0;
 
-    /// "line 3, column 14", as messages say it.
+    /// The form in messages: "line 3, column 14".
     std::string text() const
     {
         return "line " + std::to_string(line) + ", column " + std::to_string(column);
@@ -29,7 +29,7 @@ struct Type;
 using ExpressionPtr = std::unique_ptr<Expression>;
 using TypePtr = std::unique_ptr<Type>;
 
-/// The types that a lambda's parameter may be declared with.
+/// The types that a lambda's parameter may have.
 enum class SimpleType
 {
     Any,
@@ -44,7 +44,8 @@ enum class SimpleType
     Timestamp
 };
 
-/// A declared type: a simple one, a list of one element type, a tuple, or a record of named fields.
+/// A declared type: a simple type, a list of one element type, a tuple, or a record of named
+/// fields.
 struct Type
 {
     /// Which of the four it is.
@@ -75,7 +76,7 @@ struct Tuple
 {
     std::vector<ExpressionPtr> elements;
 };
-/// A JSON object; members in the order of the text.
+/// A JSON object. The members keep the order of the text.
 struct Object
 {
     std::vector<std::pair<std::string, ExpressionPtr>> members;
@@ -97,19 +98,19 @@ struct Call
     std::string function;
     std::vector<ExpressionPtr> arguments;
 };
-/// The operators before one operand: `-` and `!`.
+/// The operators with one operand: `-` and `!`.
 enum class UnaryOperator
 {
     Minus,
     Not
 };
-/// An operand with an operator before it.
+/// A unary operator with its operand.
 struct Unary
 {
     UnaryOperator op;
     ExpressionPtr operand;
 };
-/// The operators between two operands, those that bind least first.
+/// The operators with two operands, from lowest to highest precedence.
 enum class BinaryOperator
 {
     Or,
@@ -127,7 +128,7 @@ enum class BinaryOperator
     Modulo,
     Power
 };
-/// Two operands with an operator between them.
+/// A binary operator with its operands.
 struct Binary
 {
     BinaryOperator op;
@@ -139,13 +140,13 @@ struct Conditional
 {
     ExpressionPtr condition;
     ExpressionPtr then;
-    ExpressionPtr otherwise; ///< null where the text has no else
+    ExpressionPtr otherwise; ///< null if there is no else
 };
 /// One parameter of a lambda.
 struct Parameter
 {
     std::string name;
-    TypePtr type; ///< null where the text declares none
+    TypePtr type; ///< null if no type is declared
 };
 /// `(a, b) => body`
 struct Lambda
@@ -154,7 +155,7 @@ struct Lambda
     ExpressionPtr body;
 };
 
-/// Any expression, and where it begins in the text, for messages.
+/// An expression, and its position for messages.
 struct Expression
 {
     using Value = std::variant<Null, bool, std::int64_t, double, std::string, List, Tuple, Object,
@@ -163,10 +164,10 @@ struct Expression
     Position position;
 };
 
-/// One argument of a step: an open place, an input named by tag, or an expression.
+/// An argument of a step: a placeholder, a tagged input, or an expression.
 struct Argument
 {
-    /// Which of the three it is, and so which members have something in them.
+    /// The kind of argument. It determines which members are used.
     enum class Kind
     {
         Open,
@@ -180,19 +181,19 @@ struct Argument
     Position position;
 };
 
-/// One step of a chain as it is written; what it means is the plan's business.
+/// A step of a chain, as the text has it. The planner gives it a meaning.
 struct Step
 {
-    std::string nameSpace; ///< empty for a step of the engine's own
+    std::string nameSpace; ///< empty for a built-in step
     std::string name;
     std::vector<Argument> arguments;
     Position position;
 
-    /// "ns:name" or "name", as messages show it.
+    /// "ns:name" or "name", for messages.
     std::string fullName() const { return nameSpace.empty() ? name : nameSpace + ":" + name; }
 };
 
-/// Steps joined by `->`, fed by a named chain or by nothing.
+/// Steps joined by `->`. The input is a named chain or nothing.
 struct Pipeline
 {
     std::string input; ///< the name of a chain; empty if the first step starts the pipeline
@@ -200,7 +201,7 @@ struct Pipeline
     Position position;
 };
 
-/// `val name = value`: a chain of steps or an expression, for other places of the job to name.
+/// `val name = value`: binds a chain of steps or an expression to a name.
 struct Definition
 {
     std::string name;
@@ -214,7 +215,7 @@ struct Program
     std::vector<std::variant<Definition, Pipeline>> items;
 };
 
-/// The definitions that bind values, by name. The expressions stay the program's.
+/// The definitions that bind values, by name. The program owns the expressions.
 using Definitions = std::map<std::string, const Expression*>;
 
 } // namespace EmbeddedHV::language

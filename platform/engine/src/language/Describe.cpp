@@ -5,7 +5,7 @@
 namespace EmbeddedHV::language {
 namespace {
 
-/// One answer for each kind of expression.
+/// Describes each kind of expression.
 struct Kind
 {
     std::string operator()(const Null&) const { return "null"; }

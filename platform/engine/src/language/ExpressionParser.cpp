@@ -11,7 +11,7 @@
 
 namespace EmbeddedHV::language {
 
-/// A binary operator; a higher level binds closer. `**` is read by power.
+/// A binary operator. A higher level binds more tightly. power() parses `**`.
 struct OperatorWord
 {
     const char* symbol;
@@ -48,7 +48,7 @@ const OperatorWord* operatorAt(const Token& token)
     return found == std::end(kOperators) ? nullptr : found;
 }
 
-/// Wraps a value into an expression that stands on top of others of the given height.
+/// Makes a tree node on top of trees of the given height.
 Parsed node(const Position& position, Expression::Value value, int heightBelow)
 {
     if (heightBelow >= TokenStream::kDeepest)
@@ -57,7 +57,7 @@ Parsed node(const Position& position, Expression::Value value, int heightBelow)
     return {std::move(expression), heightBelow + 1};
 }
 
-/// An operator over two operands, at the place of the operator.
+/// A binary operator at the position of the operator.
 Parsed joined(const Position& position, BinaryOperator op, Parsed left, Parsed right)
 {
     const int height = std::max(left.height, right.height);
@@ -65,11 +65,11 @@ Parsed joined(const Position& position, BinaryOperator op, Parsed left, Parsed r
                 height);
 }
 
-/// Operands of a chain of `&&` or `||`, each with the position of the operator before it.
+/// The operands of a chain of `&&` or `||`, each with the position of the operator before it.
 using Operands = std::vector<std::pair<Position, Parsed>>;
 
-/// The two operators are associative, so a chain becomes a tree as flat as can be, and a condition
-/// of thousands of terms stays within the bound.
+/// Both operators are associative. So a chain becomes a balanced tree, and a condition with
+/// thousands of terms stays within the limit.
 Parsed balanced(Operands& operands, std::size_t begin, std::size_t end, BinaryOperator op)
 {
     if (end - begin == 1)
@@ -92,14 +92,14 @@ Parsed ExpressionParser::expression()
     return binary(1);
 }
 
-/// Told by what follows the parameters, without reading them.
+/// Decided by the token after the parameters, without parsing them.
 bool ExpressionParser::atLambda() const
 {
     if (_tokens.peek().isSymbol("(")) {
         const Token* after = _tokens.afterParenthesis(0);
         return after != nullptr && after->isSymbol("=>");
     }
-    // Nothing but a declared parameter has a name before a colon here.
+    // Here only a declared parameter has a name followed by a colon.
     return _tokens.peek().isName() &&
            (_tokens.peek(1).isSymbol("=>") || _tokens.peek(1).isSymbol(":"));
 }
@@ -148,8 +148,7 @@ Parsed ExpressionParser::conditional()
                 height);
 }
 
-/// Operands and operators down to a level, by climbing: an operator that binds closer takes its
-/// right side first.
+/// Parses operands and operators down to a level, by precedence climbing.
 Parsed ExpressionParser::binary(int lowestLevel)
 {
     Parsed left = unary();
@@ -163,7 +162,7 @@ Parsed ExpressionParser::binary(int lowestLevel)
             left = joined(position, word->op, std::move(left), std::move(right));
         }
         const OperatorWord* next = operatorAt(_tokens.peek());
-        // a < b < c would compare a truth value with c, which nobody means.
+        // Reject a < b < c: it would compare a boolean with c.
         if (word->level == kComparisonLevel && next != nullptr && next->level == kComparisonLevel)
             _tokens.failExpected("'&&' or '||' between two comparisons");
         word = next;
@@ -191,7 +190,7 @@ Parsed ExpressionParser::unary()
     const Position position = token.position;
     const UnaryOperator op = token.isSymbol("-") ? UnaryOperator::Minus : UnaryOperator::Not;
     _tokens.take();
-    // The least integer has no positive counterpart, so it is read together with its sign.
+    // The least integer has no positive counterpart, so it is parsed with its sign.
     constexpr std::uint64_t kLeast = std::uint64_t{1} << 63;
     const Token& number = _tokens.peek();
     if (op == UnaryOperator::Minus && number.kind == Token::Kind::Integer &&
@@ -203,7 +202,7 @@ Parsed ExpressionParser::unary()
     return node(position, Unary{op, std::move(operand.expression)}, operand.height);
 }
 
-/// To the right: a power in an exponent belongs to the exponent, and so does a sign.
+/// Right-associative. An exponent may be a power itself and may have a sign.
 Parsed ExpressionParser::power()
 {
     Parsed base = postfix();
@@ -263,7 +262,7 @@ Parsed ExpressionParser::number()
 {
     const Token& token = _tokens.take();
     constexpr std::uint64_t kLargest = INT64_MAX;
-    // Digits beyond the integers are a real, so that no value wraps around.
+    // Larger numbers become reals, so that no value wraps around.
     if (token.kind == Token::Kind::Integer && token.integer <= kLargest)
         return node(token.position, static_cast<std::int64_t>(token.integer), 0);
     return node(token.position, token.real, 0);
@@ -279,7 +278,7 @@ Parsed ExpressionParser::nameOrCall()
                 arguments.height);
 }
 
-/// An expression in parentheses, or a tuple: the comma tells.
+/// An expression in parentheses, or a tuple if there is a comma.
 Parsed ExpressionParser::parenthesis()
 {
     const Position position = _tokens.take().position;
@@ -306,7 +305,7 @@ Parsed ExpressionParser::list()
     return node(position, List{std::move(elements.expressions)}, elements.height);
 }
 
-/// As in JSON, but the values are expressions, so that definitions may stand in them.
+/// Like JSON, but the values are expressions and may refer to definitions.
 Parsed ExpressionParser::object()
 {
     const Position position = _tokens.take().position;

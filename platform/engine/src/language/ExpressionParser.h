@@ -6,8 +6,8 @@
 
 namespace EmbeddedHV::language {
 
-/// An expression with the levels that its tree has. A chain of operators nests to the left without
-/// nesting in the text; everything that later walks the tree relies on this bound.
+/// A parsed expression and the height of its tree. A chain of operators makes a deep tree without
+/// nesting in the text. All code that walks the tree relies on the height limit.
 struct Parsed
 {
     ExpressionPtr expression;
@@ -16,7 +16,7 @@ struct Parsed
 
 struct OperatorWord;
 
-/// Reads expressions off a token stream by recursive descent. The stream must outlive it.
+/// A recursive-descent parser for expressions. Borrows the token stream.
 class ExpressionParser
 {
 public:
@@ -27,7 +27,7 @@ public:
     bool atLambda() const;
 
 private:
-    /// Elements between brackets, the first of which was taken.
+    /// The elements between brackets. The opening bracket is already consumed.
     struct Elements
     {
         std::vector<ExpressionPtr> expressions;

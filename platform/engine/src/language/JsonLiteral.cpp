@@ -12,11 +12,11 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// Definitions may nest and repeat one another: what a small text stands for can be endless.
+/// Definitions may nest and repeat each other, so a short text can expand to a huge value.
 constexpr int kDeepest = 500;
 constexpr int kMostValues = 1'000'000;
 
-/// Turns one literal into JSON; lives for one conversion.
+/// Converts one literal to JSON.
 class Converter
 {
 public:
@@ -109,7 +109,7 @@ Json Converter::convertList(const List& list)
 
 Json Converter::convertObject(const Object& object)
 {
-    // The container looks through all members on an insertion by key; keys were checked before.
+    // Insertion by key would search all members. The keys are already known to be unique.
     Json result = Json::object();
     auto& members = result.get_ref<Json::object_t&>();
     members.reserve(object.members.size());

@@ -8,11 +8,10 @@
 
 namespace EmbeddedHV::language {
 
-/// The JSON value of an expression that is a pure literal: objects (members in the order of the
-/// text), lists, strings, numbers, booleans, null and negative numbers. A name stands for the
-/// literal that it is bound to. Throws JobError, naming the step and the position, for anything
-/// else, for a name that leads back to itself, and for a value too large or too deep. `step` is the
-/// step's name as messages show it.
+/// Converts a literal to JSON: objects (members in the order of the text), lists, strings, numbers,
+/// negative numbers, booleans and null. A name is replaced by the literal that it is bound to.
+/// Throws JobError that names the step and the position for anything else, for a name that refers
+/// to itself, and for a value that is too large or too deep. `step` is the step's name in messages.
 nlohmann::ordered_json jsonLiteral(const Expression& expression, const Definitions& definitions,
                                    const std::string& step);
 

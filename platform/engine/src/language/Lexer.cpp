@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kKeywords[] = {"val", "if", "else", "true", "false", "null", "_"};
 
-/// Longer symbols stand before the ones that they begin with.
+/// A symbol comes before its own prefixes.
 constexpr std::string_view kSymbols[] = {"->", "=>", "==", "!=", "<=", ">=", "&&", "||", "**",
                                          "(",  ")",  "[",  "]",  "{",  "}",  ",",  ":",  ".",
                                          "=",  "<",  ">",  "+",  "-",  "*",  "/",  "%",  "!"};
@@ -34,7 +34,7 @@ bool isSpace(char c)
     return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f';
 }
 
-/// Steps over white space and comments.
+/// Skips white space and comments.
 void skipSpace(TextCursor& cursor)
 {
     while (!cursor.atEnd()) {
@@ -65,7 +65,7 @@ void readDigits(TextCursor& cursor, std::string& text)
         text += cursor.advance();
 }
 
-/// Reads a fraction and an exponent, if they are there, and says whether one was.
+/// Reads an optional fraction and exponent. Returns whether there was one.
 bool readFraction(TextCursor& cursor, std::string& text)
 {
     bool found = false;
@@ -87,14 +87,14 @@ bool readFraction(TextCursor& cursor, std::string& text)
     return found;
 }
 
-/// The nearest real of a number's text. One that is too small to tell from zero is zero.
+/// The real nearest to a number's text. A number that is too small becomes zero.
 double realOf(const Token& token)
 {
     double value = 0;
     const char* end = token.text.data() + token.text.size();
     if (std::from_chars(token.text.data(), end, value).ec == std::errc())
         return value;
-    // The strict conversion tells too small and too large alike; this one tells them apart.
+    // from_chars reports too small and too large in the same way. strtod distinguishes them.
     value = std::strtod(token.text.c_str(), nullptr);
     if (!std::isfinite(value))
         failAt(token.position, describe(token) + " is too large", errors::kSyntax);
@@ -107,7 +107,7 @@ Token readNumber(TextCursor& cursor)
     readDigits(cursor, token.text);
     if (readFraction(cursor, token.text))
         token.kind = Token::Kind::Real;
-    // "12ab" would pass for two tokens and fail later with a message about the wrong thing.
+    // Otherwise "12ab" would be two tokens and fail later with a misleading message.
     if (isLetter(cursor.peek()))
         failAt(cursor.position(), "expected the end of number " + token.text + ", found a letter",
                errors::kSyntax);
@@ -155,8 +155,8 @@ Token readToken(TextCursor& cursor)
     return readSymbol(cursor);
 }
 
-/// Tells each "(" where its ")" is. A parser that has to look beyond a parenthesis then does so at
-/// once, however deep they nest. What does not pair stays without an answer, and fails later.
+/// Records for each "(" the index of its ")". The parser can then look past a parenthesis at once,
+/// at any depth. Unmatched parentheses are left for the parser to reject.
 void matchParentheses(std::vector<Token>& tokens)
 {
     std::vector<std::size_t> open;

@@ -7,8 +7,8 @@
 
 namespace EmbeddedHV::language {
 
-/// Cuts a text into tokens, in time linear in its length. The last token is always End. Throws
-/// JobError at the first thing that is no token.
+/// Splits a text into tokens, in linear time. The last token is always End. Throws JobError at the
+/// first text that is not a token.
 std::vector<Token> tokenize(std::string_view text);
 
 } // namespace EmbeddedHV::language

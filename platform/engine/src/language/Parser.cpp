@@ -10,7 +10,7 @@
 namespace EmbeddedHV::language {
 namespace {
 
-/// Reads definitions and statements; expressions it leaves to the other parser.
+/// Parses definitions and statements. Uses ExpressionParser for expressions.
 class ProgramParser
 {
 public:
@@ -28,7 +28,7 @@ private:
 
     TokenStream _tokens;
     ExpressionParser _expressions;
-    /// Names that were bound to lambdas so far: a call of one is no step.
+    /// Names that are bound to lambdas so far. A call of such a name is not a step.
     std::set<std::string> _lambdas;
 };
 
@@ -62,8 +62,8 @@ Definition ProgramParser::definition()
     return result;
 }
 
-/// A definition binds a chain if its right side has an arrow or a namespace, or is a single call
-/// of something that is no function: that must be a step.
+/// A definition binds a chain if its right side has an arrow or a namespace, or is a single call of
+/// something that is not a function and so must be a step.
 bool ProgramParser::atPipeline() const
 {
     if (_tokens.peek().kind != Token::Kind::Name)
@@ -82,8 +82,8 @@ bool ProgramParser::atPipeline() const
     return atSingleCall() && !isFunction(name) && !_lambdas.contains(name);
 }
 
-/// Whether the definition ends with the call that begins here. A call that is not closed counts:
-/// it is an error anyhow, and tells more as that of a step.
+/// Whether the definition ends with the call that begins here. A call without closing parenthesis
+/// counts too: as a step it gives a better error message.
 bool ProgramParser::atSingleCall() const
 {
     const Token* after = _tokens.afterParenthesis(1);
@@ -131,7 +131,7 @@ Argument ProgramParser::argument()
     result.position = first.position;
     if (_tokens.takeKeyword("_"))
         return result;
-    // `a: b` names an input, unless it is a parameter with its type: `a: Real => ...`.
+    // `a: b` names an input, but `a: Real => ...` is a parameter with its type.
     const bool tag = first.isName() || first.kind == Token::Kind::String;
     if (tag && _tokens.peek(1).isSymbol(":") && _tokens.peek(2).kind == Token::Kind::Name &&
         !_tokens.peek(3).isSymbol("=>")) {

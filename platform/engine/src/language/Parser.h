@@ -6,15 +6,15 @@
 
 namespace EmbeddedHV::language {
 
-/// Reads a job text by the grammar of docs/hvl.md. Throws JobError with the id of a syntax error,
-/// the line and column, what was found and what was expected; never crashes or runs long on any
-/// bytes, and bounds the nesting.
+/// Parses a job text by the grammar of docs/hvl.md. Throws JobError for a syntax error, with the
+/// line, the column, what was expected and what was found. Safe for arbitrary bytes: the time and
+/// the nesting depth are bounded.
 Program parseProgram(std::string_view text);
 
-/// What the program's definitions bind, chains left out.
+/// The values that the program's definitions bind. Chains are left out.
 Definitions boundValues(const Program& program);
 
-/// Reads one expression that fills the text.
+/// Parses one expression. The expression must fill the text.
 ExpressionPtr parseExpression(std::string_view text);
 
 } // namespace EmbeddedHV::language

@@ -12,7 +12,7 @@ constexpr std::pair<char, char> kEscapes[] = {{'"', '"'},  {'\\', '\\'}, {'/', '
                                               {'b', '\b'}, {'f', '\f'},  {'n', '\n'},
                                               {'r', '\r'}, {'t', '\t'},  {'`', '`'}};
 
-/// Negative for a character that is none.
+/// Returns a negative number if the character is not a hexadecimal digit.
 int hexDigit(char c)
 {
     if (c >= '0' && c <= '9')
@@ -39,7 +39,7 @@ char32_t readHexDigits(TextCursor& cursor)
     return value;
 }
 
-/// A character beyond U+FFFF is escaped as two halves, a high and a low surrogate.
+/// A character beyond U+FFFF is escaped as a high and a low surrogate.
 char32_t readUnicodeEscape(TextCursor& cursor, const Position& start)
 {
     const char32_t high = readHexDigits(cursor);

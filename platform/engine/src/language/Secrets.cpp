@@ -20,7 +20,7 @@ namespace {
 constexpr std::string_view kSecretSetting = "dataPassword";
 constexpr const char* kHidden = "\"***\"";
 
-/// What replaces the literals at these places, by line and column.
+/// The replacements of literals, by line and column.
 using Replacements = std::map<std::pair<int, int>, std::string>;
 
 std::pair<int, int> placeOf(const Position& position)
@@ -28,7 +28,7 @@ std::pair<int, int> placeOf(const Position& position)
     return {position.line, position.column};
 }
 
-/// Looks for the literals of a program that must not be shown.
+/// Finds the literals of a program that must not be shown.
 class SecretSearch
 {
 public:
@@ -137,9 +137,8 @@ private:
             _found.insert_or_assign(placeOf(position), kHidden);
     }
 
-    /// Hides what is bound to the names that secret settings use. Names may lead to names in a long
-    /// chain, so this is a loop. A job that binds a name twice is wrong, but both values are
-    /// secret.
+    /// Hides the values of all names that secret settings use. A loop, because names may refer to
+    /// names in a long chain. A job that binds a name twice is invalid, but both values are secret.
     void followNames()
     {
         while (!_namesToFollow.empty()) {
@@ -157,7 +156,7 @@ private:
     Replacements _found;
 };
 
-/// Takes what is between two tokens, and gives it without comments.
+/// Consumes the text between two tokens and returns it without comments.
 std::string gapBefore(const Position& token, TextCursor& cursor)
 {
     std::string gap;
@@ -171,7 +170,7 @@ std::string gapBefore(const Position& token, TextCursor& cursor)
     return gap;
 }
 
-/// Takes a token as it is written.
+/// Consumes a token and returns its text.
 std::string_view takeToken(const Token& token, TextCursor& cursor)
 {
     const std::string_view before = cursor.rest();

@@ -5,10 +5,10 @@
 
 namespace EmbeddedHV::language {
 
-/// A job text that may be shown to others: "***" for each literal that is the value of a secret
-/// setting, directly or by a definition; web addresses without user info and query; no comments.
-/// The text stays a job of the same steps. Of a text that breaks the grammar only its size is
-/// given.
+/// Returns a job text that may be shown to others. "***" replaces each literal that is the value of
+/// a secret setting, directly or through a definition. Web addresses lose user info and query.
+/// Comments are removed. The steps stay the same. For an invalid text, the result only states its
+/// size.
 std::string withoutSecrets(std::string_view text);
 
 } // namespace EmbeddedHV::language

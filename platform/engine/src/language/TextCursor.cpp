@@ -6,8 +6,8 @@
 namespace EmbeddedHV::language {
 namespace {
 
-/// The range of the second byte is narrower for some first bytes: that shuts out overlong forms,
-/// surrogates and what lies beyond U+10FFFF.
+/// A form of UTF-8 characters. For some first bytes the range of the second byte is narrower. This
+/// excludes overlong forms, surrogates and characters beyond U+10FFFF.
 struct Utf8Form
 {
     unsigned char firstLow, firstHigh;
@@ -27,7 +27,7 @@ bool isIn(char byte, unsigned char low, unsigned char high)
     return value >= low && value <= high;
 }
 
-/// Whether the text begins with a whole character of this form.
+/// Whether the text begins with a complete character of this form.
 bool matches(const Utf8Form& form, std::string_view text)
 {
     if (!isIn(text[0], form.firstLow, form.firstHigh) || text.size() < form.length)
@@ -40,7 +40,7 @@ bool matches(const Utf8Form& form, std::string_view text)
     return true;
 }
 
-/// Bytes of the first character of a text that is not empty; 0 if it is none.
+/// The length in bytes of the first character of a non-empty text; 0 if it is invalid.
 std::size_t characterLength(std::string_view text)
 {
     for (const Utf8Form& form : kUtf8Forms)

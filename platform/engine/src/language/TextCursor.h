@@ -8,8 +8,8 @@
 
 namespace EmbeddedHV::language {
 
-/// Walks a text a character at a time and keeps count of lines and columns. Checks on the way that
-/// the bytes are UTF-8, so that whatever is cut out of the text is. The text must outlive it.
+/// Reads a text character by character and counts lines and columns. Checks that the bytes are
+/// UTF-8, so every part of the text that it returns is valid UTF-8. Borrows the text.
 class TextCursor
 {
 public:
@@ -22,7 +22,7 @@ public:
     std::string_view rest() const { return _rest; }
     const Position& position() const { return _position; }
 
-    /// Steps over one character and gives its bytes; throws JobError if they are not UTF-8.
+    /// Consumes one character and returns its bytes. Throws JobError if they are not UTF-8.
     std::string_view advance();
     void advance(std::size_t characters);
 
@@ -34,7 +34,7 @@ private:
 /// Appends a character's UTF-8 bytes.
 void appendUtf8(char32_t character, std::string& text);
 
-/// Throws JobError whose text begins with "line L, column C: ".
+/// Throws JobError with a text that begins with "line L, column C: ".
 [[noreturn]] void failAt(const Position& position, const std::string& text, const char* id);
 
 } // namespace EmbeddedHV::language

@@ -3,7 +3,7 @@
 namespace EmbeddedHV::language {
 namespace {
 
-/// A message shows the beginning of a long text, cut between characters.
+/// Messages show only the beginning of a long text, cut between characters.
 std::string shortened(const std::string& text)
 {
     constexpr std::size_t kShown = 40;

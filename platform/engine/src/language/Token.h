@@ -7,16 +7,16 @@
 
 namespace EmbeddedHV::language {
 
-/// The smallest unit of a job text that has a meaning.
+/// A token of a job text.
 struct Token
 {
-    /// What a token is to the parser.
+    /// The kinds of tokens.
     enum class Kind
     {
         Name,
-        Quoted,  ///< a name in backquotes; `text` without them
+        Quoted,  ///< a name in backquotes; `text` is without them
         Keyword, ///< val, if, else, true, false, null and a lone `_`
-        String,  ///< `text` with its escapes resolved
+        String,  ///< `text` is without quotes and with its escapes resolved
         Integer,
         Real,
         Symbol,
@@ -24,10 +24,10 @@ struct Token
     };
     Kind kind = Kind::End;
     Position position;
-    std::string text;            ///< as written, but for names in quotes and strings
-    std::uint64_t integer = 0;   ///< Integer: up to 2^63, which is a value only after a minus
+    std::string text;            ///< as written, except for quoted names and strings
+    std::uint64_t integer = 0;   ///< Integer: up to 2^63, which is valid only after a minus
     double real = 0;             ///< Real, and the same number for an Integer
-    std::size_t closing = kNone; ///< for "(": the index of the token that closes it
+    std::size_t closing = kNone; ///< for "(": the index of its ")"
 
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 

@@ -7,37 +7,39 @@
 
 namespace EmbeddedHV::language {
 
-/// The tokens of a text with a place in them, and the errors that name the place.
+/// The tokens of a text, with a current position. Errors name the position.
 class TokenStream
 {
 public:
-    /// The levels to which expressions and types may nest. A parser calls itself once a level or
-    /// more, so this bounds the stack that a text can make it use.
+    /// The limit for the nesting of expressions and types. The parser recurses at least once for
+    /// each level, so this limits the stack that a text can use.
     static constexpr int kDeepest = 500;
 
     explicit TokenStream(std::string_view text);
 
-    /// The token `offset` places ahead; End past the last one.
+    /// The token `offset` places ahead; End past the last token.
     const Token& peek(std::size_t offset = 0) const;
-    /// The token after the ")" of the "(" that stands `offset` places ahead; null if none closes
-    /// it.
+    /// The token after the ")" that closes the "(" `offset` places ahead; null if it is not closed.
     const Token* afterParenthesis(std::size_t offset) const;
     const Token& take();
-    /// Takes the token if it is this symbol or keyword.
+    /// Consumes the token if it is this symbol. Returns whether it was.
     bool takeSymbol(const char* symbol);
+    /// Consumes the token if it is this keyword. Returns whether it was.
     bool takeKeyword(const char* word);
-    /// Takes this symbol or fails; `expected` is what the message names, the symbol if it is null.
+    /// Consumes this symbol, or fails. The message names `expected`, or the symbol if `expected` is
+    /// null.
     void expectSymbol(const char* symbol, const char* expected = nullptr);
-    /// Takes a plain name or one in backquotes.
+    /// Consumes a plain name or a name in backquotes.
     std::string expectName(const std::string& expected);
-    /// Takes a plain name: steps and definitions have no others.
+    /// Consumes a plain name. Steps and definitions allow only these.
     std::string expectPlainName(const std::string& expected);
 
-    /// "expected X, found Y" at the next token.
+    /// Throws JobError "expected X, found Y" at the next token.
     [[noreturn]] void failExpected(const std::string& expected) const;
+    /// Throws JobError for expressions that are nested too deeply.
     [[noreturn]] static void failNesting(const Position& position);
 
-    /// Counts one level for as long as it lives.
+    /// Counts one nesting level during its lifetime.
     class Level
     {
     public:

@@ -24,7 +24,7 @@ Type parseSimple(TokenStream& tokens)
     return type;
 }
 
-/// The rest of a list type after its bracket.
+/// The rest of a list type after its opening bracket.
 Type parseListRest(TokenStream& tokens)
 {
     Type type;

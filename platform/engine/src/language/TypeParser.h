@@ -4,13 +4,13 @@
 
 namespace EmbeddedHV::language {
 
-/// Reads a declared type: `Real`, `[Real]`, `(Int, String)`, `{F: Real, "G 1": String}`.
+/// Parses a declared type: `Real`, `[Real]`, `(Int, String)`, `{F: Real, "G 1": String}`.
 Type parseType(TokenStream& tokens);
 
-/// The word of a simple type in a job text.
+/// The name of a simple type in a job text.
 const char* wordOf(SimpleType type);
 
-/// A type in the form in which a job text declares it.
+/// A type as a job text declares it.
 std::string textOf(const Type& type);
 
 } // namespace EmbeddedHV::language
