@@ -10,14 +10,14 @@
 namespace EmbeddedHV {
 namespace {
 
-/// What an aggregate can be made of.
+/// The input that an aggregate accepts.
 enum class Accepts
 {
     Numbers,
     Anything
 };
 
-/// What an aggregate gives: always the same type, or that of its input.
+/// The type of an aggregate's result: a fixed type, or the type of its input.
 enum class Gives
 {
     Integer,
@@ -25,8 +25,8 @@ enum class Gives
     SameAsInput
 };
 
-/// One aggregate function. In the SQL, $ stands for the input column, # for the record number and
-/// % for the centile.
+/// An aggregate function. In the SQL, $ is the input column, # is the record number and % is the
+/// centile.
 struct AggregateFunction
 {
     std::string_view name;
@@ -34,8 +34,8 @@ struct AggregateFunction
     Gives gives;
     const char* sql;
     bool needsOrder;
-    /// For reals, where the database's own function rounds too much; it takes those that are
-    /// infinite or not a number for missing itself. Null if `sql` serves them too.
+    /// SQL for reals if the database's own function is not exact enough. It treats infinite and
+    /// not-a-number reals as missing. Null if `sql` is used for reals too.
     const char* sqlOfReals = nullptr;
 };
 
@@ -67,17 +67,17 @@ const AggregateFunction& functionOf(const Settings& output)
                                   suggestion(name, kAggregateFunctions, &AggregateFunction::name));
 }
 
-/// The pieces of the SELECT that grow output by output.
+/// The parts of the SELECT. Each output adds to them.
 struct Aggregation
 {
     Fields fields;
     std::string columns;
-    std::string keys; ///< places of the keys in the SELECT, for GROUP BY and ORDER BY
+    std::string keys; ///< positions of the keys in the SELECT, for GROUP BY and ORDER BY
     std::string order;
     bool ordered = false;
 };
 
-/// The input in SQL. A real that is infinite or not a number is missing, as it is for descriptives.
+/// The input in SQL. Infinite and not-a-number reals are missing, as in descriptives.
 std::string aggregatedColumn(const AggregateFunction& function, const CFField* input)
 {
     if (!input)
@@ -111,7 +111,7 @@ std::string filledIn(const char* sql, const std::string& column, const std::stri
     return text;
 }
 
-/// A key keeps all that is known of its field; of any other result only the type is known.
+/// A key keeps the whole metadata of its field. Other results have only a type.
 CFField resultField(const std::string& name, const AggregateFunction& function,
                     const CFField* input)
 {
@@ -125,20 +125,20 @@ CFField resultField(const std::string& name, const AggregateFunction& function,
     return plainField(name, function.gives == Gives::Real ? CFField::Real : input->GetStorage());
 }
 
-/// 0 for functions that have none.
+/// 0 for functions without a centile.
 std::int64_t centileOf(const Settings& output, const AggregateFunction& function)
 {
     if (function.name != "percentile")
         return 0;
     const auto centile = output.integer("centile");
     if (!centile)
-        output.neededText("centile"); // says that it is missing
+        output.neededText("centile"); // throws that the setting is missing
     if (*centile < 1 || *centile > 100)
         output.refuse("centile", "is " + std::to_string(*centile) + ", not 1 to 100");
     return *centile;
 }
 
-/// As in mean_income; a key keeps its name.
+/// For example mean_income. A key keeps its name.
 std::string defaultName(const AggregateFunction& function, const CFField* input)
 {
     if (!input)
@@ -168,7 +168,7 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
     output.reportOthers(call.context.message);
 
     aggregation.fields.push_back(resultField(name, function, input));
-    // The sum of integers is wider than an integer until it is known to fit.
+    // The database computes the sum of integers in a wider type. The cast checks that it fits.
     const char* type = sqlTypeOf(aggregation.fields.back().GetStorage());
     aggregation.columns +=
         (aggregation.columns.empty() ? "" : ", ") +
@@ -185,7 +185,7 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
 
 } // namespace
 
-/// One record for each combination of key values, in the order of the keys.
+/// One record for each combination of key values, ordered by the keys.
 StepResult planAggregate(StepCall& call)
 {
     const Settings settings = call.settings();
@@ -198,7 +198,8 @@ StepResult planAggregate(StepCall& call)
         addOutput(call, settings.objectAt(outputs, "output", i), number, aggregation);
     settings.reportOthers(call.context.message);
     Fields fields = aggregation.fields;
-    // Record numbers cost a pass of their own, so only functions that go by the order get them.
+    // Record numbers need an extra pass, so they are added only for functions that depend on the
+    // order.
     return {derivedNode(std::move(fields), {call.input()},
                         [aggregation, number](const std::vector<std::string>& inputs) {
                             const std::string from = aggregation.ordered

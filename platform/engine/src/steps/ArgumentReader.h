@@ -10,9 +10,9 @@
 
 namespace EmbeddedHV {
 
-/// Reads the arguments of a step that are no inputs. Each kind of step is written in one form;
-/// another one is refused with the form that is right. What it is made from is borrowed; it lives
-/// for one step. Throws JobError.
+/// Reads the arguments of a step that are not inputs. Each kind of step allows one form of
+/// arguments. Other forms are rejected with a message that shows the allowed form. Borrows its
+/// arguments for the time of one step. Throws JobError.
 class ArgumentReader
 {
 public:
@@ -22,17 +22,18 @@ public:
     {
     }
 
-    /// Puts into the call what the form has places for; a lambda has a reader of its own.
+    /// Stores the arguments of the form in the call. A lambda is read by lambda().
     void read(StepArguments form);
-    /// The argument of a step that takes a lambda, which may be a name that stands for one.
+    /// The argument of a step that takes a lambda. The argument may be a name that is bound to a
+    /// lambda.
     const language::Expression& lambda() const;
 
 private:
     void readComponent(bool takesContainers);
     void readWithExport();
-    /// Whether nothing stands in a place.
+    /// Whether the place is open or has no argument.
     bool isOpen(std::size_t place) const;
-    /// The value in a place as JSON; an open one leaves the target as it is.
+    /// Reads the value in a place as JSON. For an open place, `target` is unchanged.
     void readLiteral(std::size_t place, Json& target) const;
     [[noreturn]] void refuse(const std::string& form) const;
 

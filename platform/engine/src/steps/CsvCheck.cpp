@@ -16,11 +16,11 @@ namespace EmbeddedHV {
 CsvCheck::CsvCheck(CsvCheckSettings settings) : _settings(std::move(settings))
 {
     if (_settings.guess) {
-        // A profile of all records that are wanted is no longer a guess.
+        // A profile of all wanted records is complete, not a guess.
         if (!_settings.guess->complete() && _settings.guess->records() < _settings.mostRecords)
             _profile = _settings.guess;
     }
-    // With a threshold the database skips what it cannot convert, and rounds the rest.
+    // With an error threshold, the database skips values that do not convert and rounds others.
     else if (_settings.errorThreshold == 0)
         _profile = std::make_shared<CsvProfile>(_settings.path, _settings.hasHeader,
                                                 storagesOf(_settings.fields));
@@ -34,14 +34,14 @@ CsvCheck::~CsvCheck()
 void CsvCheck::start(Cancellation& cancellation)
 {
     _cancellation = &cancellation;
-    // A statement that starts over starts its check over.
+    // If a statement is started again, so is its check.
     _stop = false;
     if (_profile && !_profile->complete())
         _thread =
             datafile::startedThread("checks the file " + _settings.path, [this] { readRest(); });
 }
 
-/// Whether the rest of the file so far leaves each column what its beginning made of it.
+/// Whether the records so far confirm the types that were guessed from the head of the file.
 bool CsvCheck::guessHolds() const
 {
     for (std::size_t i = 0; i < _settings.fields.size(); ++i)
@@ -50,7 +50,7 @@ bool CsvCheck::guessHolds() const
     return true;
 }
 
-/// On a thread of its own, beside the statement that reads the same file.
+/// Runs on its own thread while the statement reads the same file.
 void CsvCheck::readRest()
 {
     try {
@@ -60,10 +60,10 @@ void CsvCheck::readRest()
             const bool wrong =
                 _profile->misfit() || hasFlaw() || (_settings.guess && !guessHolds());
             if (wrong)
-                _cancellation->stopStatement(); // no use in running on
+                _cancellation->stopStatement(); // the result would be useless
             return !wrong && goOn();
         });
-        // A guess that failed is made anew, since the next plan needs it.
+        // If the guess was wrong, guess again for the next plan.
         if (_settings.guess && !guessHolds() && !hasFlaw())
             guessAnew();
     } catch (...) {
@@ -81,7 +81,8 @@ void CsvCheck::guessAnew()
     _settings.guess->readAnew(_settings.mostRecords, [this] { return goOn(); });
 }
 
-/// Waits for the thread. Without `toTheEnd` what it finds is of no interest any more.
+/// Waits for the thread. With `toTheEnd`, lets it finish; otherwise tells it to stop and ignores
+/// what it found.
 void CsvCheck::join(bool toTheEnd)
 {
     if (!toTheEnd)
@@ -101,16 +102,16 @@ void CsvCheck::refuseMisfit(const CsvProfile::Misfit& misfit) const
                                            typeWordOf(field.GetStorage()));
 }
 
-/// Whether a record among those that are wanted cannot be read. Where bad records may be skipped,
-/// the database finds them.
+/// Whether one of the wanted records is unreadable. If bad records may be skipped, the database
+/// finds them.
 bool CsvCheck::hasFlaw() const
 {
     return _settings.errorThreshold == 0 && _profile->flaw() &&
            _profile->flaw()->record <= _settings.mostRecords;
 }
 
-/// Refuses the file for the first flaw among the records that are wanted. A further look at the
-/// file finds the first one, encoding included, whichever showed first.
+/// Rejects the file if a wanted record has a flaw. Scans the file again, encoding included, to
+/// report the first flaw.
 void CsvCheck::refuseFlaw() const
 {
     if (_settings.errorThreshold != 0)
@@ -121,7 +122,7 @@ void CsvCheck::refuseFlaw() const
         throw datafile::faultOf(*flaw, _settings.path);
 }
 
-/// What the check has found, first the records that cannot be read at all.
+/// Reports the problems that were found, unreadable records first.
 void CsvCheck::refuseProblems() const
 {
     const auto& misfit = _profile->misfit();
@@ -144,13 +145,13 @@ void CsvCheck::finish(duck::Connection& connection, Reporter& reporter)
 
 void CsvCheck::abandon(const std::string& databaseMessage)
 {
-    // The database knows the line at best, and not always the first one.
+    // The database may know the line, but it is not always the first bad one.
     if (isCsvFormFault(databaseMessage, _settings.path)) {
         join(false);
         _stop = false;
         refuseFlaw();
     }
-    // The database reads on to the end of a block: the bad record may stand behind the limit.
+    // The database reads to the end of a block, so the bad record may be after the limit.
     if (_settings.readWhole && isCsvFault(databaseMessage, _settings.path)) {
         join(false);
         _settings.readWhole->insert(_settings.path);
@@ -159,20 +160,20 @@ void CsvCheck::abandon(const std::string& databaseMessage)
     const bool checks = _profile && _cancellation && !_cancellation->cancelled();
     const bool stopped = checks && _cancellation->stopping();
     const bool conversion = checks && isCsvConversionFault(databaseMessage, _settings.path);
-    // Either the check stopped the statement, or the database met the value first.
+    // Either the check stopped the statement, or the database found the value first.
     if (!stopped && !conversion) {
         join(false);
         return;
     }
     join(true);
-    // What the database refused was left to it.
+    // The check had left this conversion to the database, so it must guess again.
     if (_settings.guess && conversion && _profile->trusting())
         guessAnew();
     if (stopped || (_settings.guess && !guessHolds()))
         refuseProblems();
 }
 
-/// How many of the bad records stand before the last record that is asked for.
+/// The number of bad records before the last record that is wanted.
 std::size_t CsvCheck::countWithinLimit(duck::Result& bad) const
 {
     const std::size_t count = bad.rows();
@@ -207,8 +208,8 @@ void CsvCheck::refuseRecord(duck::Result& bad, std::size_t record) const
                        " cannot be read");
 }
 
-/// Whether the database has kept a list of bad records: a statement that needs no record, as one
-/// with a limit of 0, leaves the file unread.
+/// Whether the database has kept a list of bad records. A statement that needs no records, for
+/// example with a limit of 0, does not read the file.
 bool CsvCheck::hasRejects(duck::Connection& connection) const
 {
     return connection
@@ -224,7 +225,7 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
     const std::string table = quotedIdentifier(_settings.rejects);
     duck::Result conversions = connection.query(
         "SELECT count(*) FROM " + table + " WHERE error_message LIKE 'Error when converting%'");
-    // The whole file decides on types, bad records or not.
+    // The types depend on the whole file, including bad records.
     if (_settings.guess && conversions.integer(0, 0) > 0) {
         guessAnew();
         _profile = _settings.guess;

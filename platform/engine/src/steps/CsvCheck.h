@@ -14,7 +14,7 @@
 
 namespace EmbeddedHV {
 
-/// What the check reads, and which records it may pass over.
+/// The file that the check reads, and the records that may be skipped.
 struct CsvCheckSettings
 {
     std::string path;
@@ -22,14 +22,14 @@ struct CsvCheckSettings
     Fields fields;
     std::int64_t errorThreshold = 0;
     std::uint64_t mostRecords = UINT64_MAX;
-    std::string rejects; ///< the table of skipped records; empty if none is kept
-    std::set<std::string>* readWhole = nullptr; ///< where to note a file that has to be read anew
+    std::string rejects; ///< the table of skipped records; empty if there is none
+    std::set<std::string>* readWhole = nullptr; ///< collects files that must be read again
     std::shared_ptr<CsvProfile> guess;          ///< null if a data model gives the types
 };
 
-/// Looks after a CSV file while a statement reads it. The database converts with losses where the
-/// head of the file does not show them coming (1.5 becomes the integer 2), so the rest of the file
-/// is gone through on a thread of its own, beside the statement.
+/// Checks a CSV file while a statement reads it. The database takes the types from the head of the
+/// file and may convert later values with losses, for example 1.5 to the integer 2. So the rest of
+/// the file is checked on another thread, in parallel with the statement.
 class CsvCheck : public SourceCheck
 {
 public:
@@ -58,7 +58,8 @@ private:
     void refuseProblems() const;
 
     CsvCheckSettings _settings;
-    std::shared_ptr<CsvProfile> _profile; ///< what is read on; null if nothing needs to be
+    std::shared_ptr<CsvProfile>
+        _profile; ///< the profile that reads the rest; null if that is not needed
     Cancellation* _cancellation = nullptr;
     std::atomic<bool> _stop = false;
     std::exception_ptr _failure;

@@ -14,10 +14,10 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Enough of a file to know its types in most cases, little enough to read at once.
+/// Usually enough records to know the types, and quick to read.
 constexpr std::uint64_t kSampleRecords = 20000;
 
-/// Finds the fields of one CSV file.
+/// Determines the fields of a CSV file.
 class CsvPlan
 {
 public:
@@ -27,8 +27,8 @@ public:
     {
         if (!_known)
             _known = std::make_shared<CsvProfile>(settings.path, settings.hasHeader);
-        // A second reader of the file finds it read to the end: two threads on one profile will not
-        // do.
+        // A second reader of the file gets a complete profile, because two threads must not read
+        // one profile.
         else if (!settings.dataModel)
             readProfile(UINT64_MAX);
     }
@@ -36,7 +36,7 @@ public:
     const std::shared_ptr<CsvProfile>& profile() const { return _known; }
     Fields guessedFields();
     Fields modelledFields();
-    /// Refuses a file that the profile shows to have a record that cannot be read.
+    /// Rejects the file if the profile has found an unreadable record.
     void refuseFlaw() const;
 
 private:
@@ -58,8 +58,8 @@ private:
 
 Fields CsvPlan::guessedFields()
 {
-    // Rows of an iterator come once: a job that has any cannot be planned anew when a guess fails.
-    // Nor is there a run to show the failure where only the plan is made.
+    // A guess may fail, and the job is then planned again. That is impossible with row iterators,
+    // whose rows can be read only once, and if the job is only planned.
     const bool mayGuess = _context.iterators.empty() && !_context.plansOnly;
     const std::uint64_t sample = mayGuess ? kSampleRecords : UINT64_MAX;
     readProfile(std::min(sample, _settings.mostRecords));
@@ -78,8 +78,8 @@ Fields CsvPlan::fieldsByPlace() const
     return *_settings.dataModel;
 }
 
-/// The fields of the file in its order, typed by the data model. Names bind the two where the file
-/// has names, places where it has none.
+/// The fields of the file in its order, with the types of the data model. Fields are matched by
+/// name if the file has names, else by position.
 Fields CsvPlan::modelledFields()
 {
     if (!_settings.hasHeader)
@@ -108,7 +108,7 @@ void CsvPlan::refuseFlaw() const
     const auto& flaw = _known->flaw();
     if (!flaw || flaw->record > _settings.mostRecords)
         return;
-    // The profile does not look at the encoding; a record that is not UTF-8 may come first.
+    // The profile does not check the encoding, and a record that is not UTF-8 may come earlier.
     const auto first =
         datafile::firstCsvFlaw(_settings.path, _settings.hasHeader, _settings.mostRecords,
                                [this] { return !_context.stopping(); });
@@ -116,9 +116,9 @@ void CsvPlan::refuseFlaw() const
         throw datafile::faultOf(*first, _settings.path);
 }
 
-/// A condition that is always true and looks at every value that may not convert. The database
-/// leaves columns alone that a statement does not use, and which records are skipped must not hang
-/// on that.
+/// A condition that is always true and uses every column whose values may not convert. The database
+/// ignores unused columns, but which records are skipped must not depend on the columns that a
+/// statement uses.
 std::string allConverted(const Fields& fields)
 {
     std::string columns;
@@ -159,9 +159,10 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
     check.fields = node->fields;
     check.errorThreshold = settings.errorThreshold;
     check.mostRecords = settings.mostRecords;
-    // The database ends a limited read when it has enough, and then forgets the list of what it has
-    // skipped. The whole file goes into a table where that list is needed: to count, or to tell bad
-    // records behind the limit from those before it. The rows of an iterator allow no second try.
+    // The database ends a limited read when it has enough records, and then loses the list of
+    // skipped records. If that list is needed, the whole file is read into a table. It is needed to
+    // count bad records and to distinguish those after the limit from those before it. With row
+    // iterators there is no second try.
     const bool whole = settings.mostRecords != UINT64_MAX &&
                        (settings.errorThreshold != 0 || !context.iterators.empty() ||
                         context.readWhole.contains(settings.path));

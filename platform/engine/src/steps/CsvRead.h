@@ -8,18 +8,19 @@
 
 namespace EmbeddedHV {
 
-/// What a read step says about a CSV file.
+/// The settings of a read step for a CSV file.
 struct CsvReadSettings
 {
     std::string path;
     bool hasHeader = false;
-    std::int64_t errorThreshold = 0; ///< bad records that are skipped; below 0: any number
+    std::int64_t errorThreshold =
+        0; ///< number of bad records that are skipped; negative: any number
     std::uint64_t mostRecords = UINT64_MAX;
-    std::optional<Fields> dataModel; ///< from a document beside the file
+    std::optional<Fields> dataModel; ///< from a data model document next to the file
 };
 
-/// The records of a CSV file. Without a data model the types are those that the values of the whole
-/// file allow: guessed from its head, confirmed while the job runs.
+/// Plans the reading of a CSV file. Without a data model, the types follow from the values of the
+/// whole file: they are guessed from its head and checked while the job runs.
 NodePtr planCsv(JobContext& context, const CsvReadSettings& settings);
 
 } // namespace EmbeddedHV

@@ -16,8 +16,8 @@ bool isNormalized(const StepCall& call)
     return normalizes;
 }
 
-/// The file of the container: its address, or where that is empty, the container of the job that
-/// has its name.
+/// The file of the container: its address, or the job's container of this name if the address is
+/// empty.
 std::string pathOf(const StepCall& call, const Settings& exported)
 {
     const JobContext& context = call.context;
@@ -45,7 +45,7 @@ std::shared_ptr<DataModelExport> exportOf(const StepCall& call, const Fields& fi
 
 } // namespace
 
-/// Exports the data model of its input and lets the records through, with that model.
+/// Exports the data model of its input and passes the records on, with that model.
 StepResult planDataModelBuilder(StepCall& call)
 {
     Fields fields = call.input()->fields;

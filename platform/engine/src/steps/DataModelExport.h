@@ -10,19 +10,19 @@
 
 namespace EmbeddedHV {
 
-/// A data model document that a step exports. It is written when the records have gone through the
-/// step, since until then a source may find out that its fields have other types.
+/// A data model document that a step exports. It is written after the records have passed the step,
+/// because until then the types of a source's fields may change.
 class DataModelExport
 {
 public:
-    /// Looks at the destination, makes nothing yet. Throws JobError.
+    /// Checks the destination. Creates no file yet. Throws JobError.
     DataModelExport(const std::string& path, const std::string& step, const Fields& fields);
 
     const std::string& path() const { return _file.destination(); }
     bool isCommitted() const { return _isCommitted; }
-    /// Writes the document under its name. Throws JobError.
+    /// Writes the document under its final name. Throws JobError.
     void commit();
-    /// Takes a committed document away again.
+    /// Removes a committed document.
     void revoke();
 
 private:
@@ -31,10 +31,10 @@ private:
     bool _isCommitted = false;
 };
 
-/// The documents that are yet to be written of all steps that the relation is made by.
+/// The uncommitted documents of all steps that contribute to the relation.
 std::vector<std::shared_ptr<DataModelExport>> exportsOf(Node& node);
 
-/// Throws JobError if two things that the statement writes would be one file.
+/// Throws JobError if the statement would write two outputs to the same file.
 void checkTargets(const Statement& statement);
 
 } // namespace EmbeddedHV

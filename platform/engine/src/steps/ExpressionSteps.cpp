@@ -11,10 +11,10 @@
 namespace EmbeddedHV {
 namespace {
 
-/// A factor beyond this is a slip: the records would fill the disk.
+/// A larger factor is an error: the copies would fill the disk.
 constexpr const char* kMostCopies = "1000000";
 
-/// A field that a lambda makes: `("F", value)`.
+/// A field that a lambda computes: `("F", value)`.
 struct MadeField
 {
     std::string name;
@@ -22,7 +22,7 @@ struct MadeField
     std::string sql;
 };
 
-/// A clause of a CASE: a list as a text if all its numbers are there.
+/// A clause of a CASE: the list as a text if all its numbers are present.
 std::string wholeListClause(const std::string& list)
 {
     return " WHEN list_aggregate(list_transform(" + list +
@@ -30,9 +30,8 @@ std::string wholeListClause(const std::string& list)
            " AS VARCHAR)";
 }
 
-/// A list of numbers as a text that JSON and geospatial fields understand. A list with a number
-/// missing is no point, so it is missing as a whole; but a point whose height is missing, the third
-/// number of three, is still a point.
+/// A list of numbers as a text for JSON and geospatial fields. If a number is missing, the whole
+/// list is missing. Exception: a point of three numbers may lack the third, its height.
 std::string listText(const std::string& list)
 {
     return "CASE" + wholeListClause(list) + " WHEN len(" + list + ") = 3 THEN CASE" +
@@ -46,7 +45,7 @@ MadeField madeField(const StepCall& call)
                                                    call.definitions, call.name, made.name);
     made.storage = storageOf(value.type);
     made.sql = value.sql;
-    // A bare null has no type in SQL, nor has a truth value one in a data model.
+    // A literal null has no type in SQL. A boolean has no type in a data model.
     if (value.type == ValueType::Null || value.type == ValueType::Boolean)
         made.sql = "CAST(" + value.sql + " AS " + sqlTypeOf(made.storage) + ")";
     if (value.type == ValueType::List)
@@ -54,8 +53,8 @@ MadeField madeField(const StepCall& call)
     return made;
 }
 
-/// A field with new values: which ones occur is not known, and what labels and missing values say
-/// of them holds for values of the same storage alone.
+/// A field with new values. Which values occur is unknown. Labels and missing values remain valid
+/// only if the storage is unchanged.
 CFField reclassifiedField(const CFField& old, CFField::StorageType storage)
 {
     const bool same = storage == old.GetStorage();
@@ -73,7 +72,7 @@ CFField reclassifiedField(const CFField& old, CFField::StorageType storage)
 
 } // namespace
 
-/// A new field behind the others.
+/// Appends a new field.
 StepResult planDeriveField(StepCall& call)
 {
     const MadeField made = madeField(call);
@@ -88,7 +87,7 @@ StepResult planDeriveField(StepCall& call)
             nullptr};
 }
 
-/// New values for a field that is there; it keeps its place, label and role.
+/// Replaces the values of an existing field. It keeps its position, label and role.
 StepResult planReclassifyField(StepCall& call)
 {
     const MadeField made = madeField(call);
@@ -105,7 +104,7 @@ StepResult planReclassifyField(StepCall& call)
             nullptr};
 }
 
-/// Keeps the records for which the condition is true; a missing answer is not true.
+/// Keeps the records for which the condition is true. A missing result counts as false.
 StepResult planFilterRecords(StepCall& call)
 {
     const SqlExpression condition = compileRecordLambda(
@@ -124,8 +123,8 @@ StepResult planFilterRecords(StepCall& call)
             nullptr};
 }
 
-/// Each record as often as its factor says. The fraction of a factor is the chance of one more
-/// copy, drawn by the record's number, so that a job gives the same records each time.
+/// Repeats each record by its factor. The fraction of a factor is the probability of one more copy.
+/// The random draw depends only on the record's number, so a job gives the same records each time.
 StepResult planBalanceRecords(StepCall& call)
 {
     Fields fields = call.takeFields();

@@ -49,7 +49,7 @@ void FeatureColumns::appendValue(const Column& column, std::size_t row, std::str
         appendNumber(static_cast<const std::int64_t*>(column.data)[row], out);
     } else if (column.storage == CFField::Real) {
         const double value = static_cast<const double*>(column.data)[row];
-        // JSON has no word for what is no number.
+        // JSON has no infinite or not-a-number values.
         if (std::isfinite(value))
             appendNumber(value, out);
         else
@@ -76,7 +76,7 @@ bool FeatureColumns::append(std::size_t row, std::string& out) const
     const std::size_t begin = out.size();
     appendValue(_columns[_shapes], row, out);
     out += '}';
-    // A text that is no shape has been written with its quotes.
+    // A text that is not a shape was written in quotes.
     return out[begin] != '"';
 }
 

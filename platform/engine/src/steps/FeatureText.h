@@ -9,27 +9,27 @@
 
 namespace EmbeddedHV {
 
-/// A text as JSON has it, with its quotes.
+/// A text as a JSON string, in quotes.
 std::string jsonText(std::string_view text);
 
-/// The records of a chunk as features of a GeoJSON document. Integer and real columns are of their
-/// own types, all others are texts.
+/// Writes the records of a chunk as features of a GeoJSON document. Integer and real columns have
+/// their own types; all other columns are texts.
 class FeatureColumns
 {
 public:
-    /// `shapes` is the index of the field that is the geometry. All are borrowed.
+    /// `shapes` is the index of the geometry field. Borrows all arguments.
     FeatureColumns(duck::Chunk& chunk, const Fields& fields, std::size_t shapes);
 
-    /// False if the geometry's text is no shape.
+    /// Appends a record to `out`. Returns false if the geometry's text is not a shape.
     bool append(std::size_t row, std::string& out) const;
 
 private:
-    /// A column of the chunk that is being written.
+    /// A column of the chunk.
     struct Column
     {
-        std::string key; ///< the field's name, quoted, with its colon
+        std::string key; ///< the name of the field, quoted, with a colon
         CFField::StorageType storage;
-        bool isShape; ///< of a geospatial field
+        bool isShape; ///< whether the field is geospatial
         void* data;
         std::uint64_t* validity;
     };

@@ -6,7 +6,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// A whole number above 0, which its setting holds as a text.
+/// A positive whole number, from a setting that is a text.
 int countIn(const Settings& settings, const std::string& key, int otherwise)
 {
     const auto text = settings.text(key);

@@ -13,7 +13,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// The number that the whole text stands for.
+/// The number if the whole text is a number; else empty.
 template <typename Number>
 std::optional<Number> numberIn(const std::string& text)
 {
@@ -23,8 +23,8 @@ std::optional<Number> numberIn(const std::string& text)
     return error == std::errc() && last == end ? std::optional(value) : std::nullopt;
 }
 
-/// A value as its text tells it; nullopt for a text that no value of the storage has. An empty text
-/// stands for no value where the values are numbers.
+/// Parses a value. Empty if the text is not a value of the storage. An empty text is a missing
+/// value if the storage is not String.
 std::optional<CFDatum> datumOf(const std::string& text, CFField::StorageType storage)
 {
     if (storage == CFField::String || storage == CFField::Unknown)
@@ -92,7 +92,8 @@ CFMissingValues missingValuesOf(const Settings& missing, const CFField& field,
                                             missing.textAt(list, "Value", i), field));
     }
     missing.reportOthers(message);
-    // The step has no words for these two: they stay, or are what a document without them says.
+    // The step has no settings for these two. They keep their values, or get the defaults of a
+    // document without them.
     const CFMissingValues& before = field.GetMissingValues();
     return {std::move(range), std::move(values), !before.IsValid() || before.IsNullMissing(),
             before.IsValid() && before.IsWhiteSpMissing()};
@@ -108,7 +109,7 @@ void updateStorage(const Settings& entry, CFField& field)
                                     field.GetName() + "\" is " + typeWordOf(field.GetStorage()) +
                                     ", whose values do not convert");
     changeStorage(field, *storage);
-    // Texts cannot be measured on a continuous scale.
+    // Texts cannot have a continuous measure.
     if (*storage == CFField::String && field.GetType() == CFField::Continuous)
         field.SetType(defaultMeasure(*storage));
 }
@@ -120,7 +121,7 @@ void updateGeo(const Settings& entry, CFField& field, const MessageSink& message
         entry.refuse("Geo", "is given, but the field \"" + field.GetName() + "\" is " +
                                 typeWordOf(field.GetStorage()) +
                                 ": the values of a geospatial field are texts");
-    // Shapes are neither measured nor named.
+    // Shapes have no measure.
     if (!field.GetGeo() && !entry.has("measure"))
         field.SetType(CFField::Typeless);
     field.SetGeo(std::move(geo));
@@ -141,7 +142,7 @@ void updateField(const Settings& entry, CFField& field, const MessageSink& messa
                          "is \"freqWeight\", but the field \"" + field.GetName() + "\" is String");
         field.SetRole(*role);
     }
-    // Behind the storage, which says what kind of values labels and missing values are for.
+    // After the storage, which determines the type of labels and missing values.
     if (entry.has("valueLabels"))
         field.SetValueLabels(valueLabelsOf(entry, field, message));
     if (entry.has("missingValues"))

@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* kStep = "write";
 
-/// Thrown between two chunks when the job is cancelled; the job looks at that itself.
+/// Thrown between two chunks when the job is cancelled. The job checks for the cancellation itself.
 struct Stopped
 {
 };
@@ -43,7 +43,7 @@ std::string FileOutput::statement(const std::string& select)
         }
         path = _plain->path();
     }
-    // The name is temporary already, and the renaming is done here.
+    // The name is already temporary; commit renames the file.
     std::string options = "USE_TMP_FILE false, ";
     if (_settings.kind == FileKind::Csv)
         options += "FORMAT CSV, HEADER true";
@@ -65,7 +65,7 @@ void FileOutput::reportCutMissing() const
                                  "first are kept");
 }
 
-/// What the file says of its fields, as an entry of its metadata.
+/// The description of the fields, as an entry of the file's metadata.
 std::string FileOutput::describedFields() const
 {
     if (_settings.kind == FileKind::Sav)
@@ -101,7 +101,7 @@ void FileOutput::commit()
 {
     if (_plain)
         seal();
-    // Before the files get their names: nothing may fail after that.
+    // Before the files get their final names: nothing may fail after that.
     forgetProfiles();
     const std::string name = fileNameOf(_settings.path);
     std::map<std::string, WrittenFile> written;
@@ -111,7 +111,7 @@ void FileOutput::commit()
     _context.written.merge(written);
 }
 
-/// The next statement that reads the file finds other records, and maybe other fields.
+/// The next statement that reads the file will find other records and perhaps other fields.
 void FileOutput::forgetProfiles()
 {
     const std::string path = canonicalPath(_settings.path);

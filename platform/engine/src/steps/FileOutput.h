@@ -11,20 +11,21 @@
 
 namespace EmbeddedHV {
 
-/// What a write step says about its files.
+/// The settings of a write step for its files.
 struct FileOutputSettings
 {
     std::string path;
-    std::string modelPath; ///< empty if no data model document is wanted
+    std::string modelPath; ///< empty: no data model document
     FileKind kind = FileKind::Csv;
-    std::string password; ///< SAV only; empty for a file in the clear
+    std::string password; ///< SAV only; empty: not encrypted
 };
 
-/// Writes a data file and its data model document. Both get their names when both are whole.
+/// Writes a data file and its data model document. Both get their final names after both are
+/// complete.
 class FileOutput : public Output
 {
 public:
-    /// Looks at the destinations, makes nothing yet. Throws JobError. The context is borrowed.
+    /// Checks the destinations. Creates no file yet. Borrows the context. Throws JobError.
     FileOutput(JobContext& context, FileOutputSettings settings, Fields fields);
 
     std::string target() const override { return _settings.path; }
@@ -41,7 +42,7 @@ private:
     FileOutputSettings _settings;
     Fields _fields;
     OutputFiles _files;
-    std::unique_ptr<ScratchFile> _plain; ///< what is to be sealed
+    std::unique_ptr<ScratchFile> _plain; ///< the file before it is encrypted
 };
 
 } // namespace EmbeddedHV

@@ -2,7 +2,7 @@
 
 namespace EmbeddedHV {
 
-/// Keeps the named fields, in the order in which they are named.
+/// Keeps the named fields, in the order of the names.
 StepResult planFilterFields(StepCall& call)
 {
     const Settings settings = call.settings();

@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* kWriteStep = "write";
 constexpr std::size_t kFlushBytes = std::size_t{1} << 20;
-constexpr int kDegreesWkid = 4326; // what a document without a system is told in
+constexpr int kDegreesWkid = 4326; // the system of a document that names none
 
 std::size_t shapesIn(const Fields& fields)
 {
@@ -28,7 +28,7 @@ std::size_t shapesIn(const Fields& fields)
     return static_cast<std::size_t>(found - fields.begin());
 }
 
-/// The well-known text of the field's system; empty if neither the field nor a catalogue has it.
+/// The WKT text of the field's system; empty if neither the field nor a catalogue has it.
 std::string systemTextOf(const CFGeo& geo)
 {
     if (!geo.GetWkt().empty())
@@ -36,12 +36,12 @@ std::string systemTextOf(const CFGeo& geo)
     try {
         return maps::geography().systemOf(geo.GetWkid()).wkt;
     } catch (const std::exception&) {
-        return {}; // the document can be written without it
+        return {}; // the document can do without
     }
 }
 
-/// The catalogue that has the system's id, which its well-known text tells, in the older form of
-/// such texts or in the newer one.
+/// The catalogue of the system's id. The system's WKT text names it, in the older or the newer form
+/// of WKT.
 std::string catalogueOf(const CFGeo& geo)
 {
     const std::string id = std::to_string(geo.GetWkid());
@@ -51,7 +51,7 @@ std::string catalogueOf(const CFGeo& geo)
     return isSecond ? "ESRI" : "EPSG";
 }
 
-/// The members of the document ahead of its features.
+/// The beginning of the document, up to its features.
 std::string headOf(const GeoJsonMetadata& metadata, const CFGeo& geo)
 {
     std::string head = "{\"type\":\"FeatureCollection\"";
@@ -87,7 +87,7 @@ std::string GeoJsonOutput::statement(const std::string& select)
         const CFField::StorageType storage = field.GetStorage();
         const bool isPlain = storage == CFField::Integer || storage == CFField::Real;
         columns += columns.empty() ? "" : ", ";
-        // The database knows how dates are written.
+        // The database formats dates and times.
         columns += isPlain ? name : "CAST(" + name + " AS VARCHAR)";
     }
     begin();

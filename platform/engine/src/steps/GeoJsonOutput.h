@@ -8,19 +8,19 @@
 
 namespace EmbeddedHV {
 
-/// What a GeoJSON document says of itself; both are empty if it says nothing.
+/// The metadata of a GeoJSON document. Empty members are not written.
 struct GeoJsonMetadata
 {
     std::string resourceId;
     std::string key;
 };
 
-/// Writes a GeoJSON document: a collection of features, one for each record, whose geometry is the
-/// first geospatial field and whose properties are the other fields.
+/// Writes a GeoJSON document: a feature collection with a feature for each record. The geometry is
+/// the first geospatial field; the properties are the other fields.
 class GeoJsonOutput : public Output
 {
 public:
-    /// Throws JobError if no field is geospatial. The context is borrowed.
+    /// Borrows the context. Throws JobError if no field is geospatial.
     GeoJsonOutput(JobContext& context, const std::string& path, const std::string& modelPath,
                   GeoJsonMetadata metadata, Fields fields);
 
@@ -39,9 +39,9 @@ private:
     OutputFiles _files;
     GeoJsonMetadata _metadata;
     Fields _fields;
-    std::size_t _shapes; ///< the index of the field
+    std::size_t _shapes; ///< the index of the geometry field
     std::ofstream _stream;
-    std::string _text; ///< yet to be written
+    std::string _text; ///< not yet written to the file
     bool _isFirst = true;
 };
 

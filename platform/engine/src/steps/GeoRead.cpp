@@ -14,7 +14,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Says why records could not be read; the database knows only that they could not.
+/// Reports why records could not be read. The database does not know the reason.
 class LayerCheck : public SourceCheck
 {
 public:
@@ -54,7 +54,7 @@ std::unique_ptr<maps::Layer> openLayer(StepCall& call, const Settings& source,
         [cancellation] { return cancellation && cancellation->stopping(); });
 }
 
-/// What a document beside the source says of the fields. Types it cannot change.
+/// Applies the metadata of a data model document next to the source. It cannot change types.
 void applyDocument(const StepCall& call, const Settings& source, Fields& fields)
 {
     const auto path = source.text("dataModel");
@@ -76,7 +76,8 @@ void applyDocument(const StepCall& call, const Settings& source, Fields& fields)
                                typeWordOf(found->GetStorage()) + ", and in the data model " +
                                document + " " + typeWordOf(wanted.GetStorage()));
     }
-    // The shapes are the last field of a layer; a document without a word on them leaves them so.
+    // The last field of a layer has the shapes. If the document does not mention this, the field
+    // stays geospatial.
     const CFGeo shapes = *fields.back().GetGeo();
     adoptMetadata(fields, model);
     if (!fields.back().GetGeo())
@@ -91,14 +92,14 @@ NodePtr planGeospatial(StepCall& call, const Settings& source, std::uint64_t mos
         auto layer = std::make_shared<LayerSource>(openLayer(call, source, mostRecords),
                                                    *call.context.cancellation,
                                                    call.context.database.rowSources());
-        // Who asks for the data model alone is told now if no record can be read.
+        // If only the data model is requested, check now that records can be read.
         if (call.context.plansOnly)
             layer->probe();
         auto node = std::make_shared<Node>();
         node->fields = layer->fields();
         applyDocument(call, source, node->fields);
         node->check = std::make_shared<LayerCheck>(layer);
-        // The node that reads the layer keeps it.
+        // The node owns the layer.
         node->select = [layer](const std::vector<std::string>&) {
             return "SELECT * FROM " + layer->table();
         };

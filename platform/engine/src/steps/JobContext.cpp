@@ -30,7 +30,7 @@ void JobContext::announce(const std::string& path, const std::string& step)
     unwritten.insert(canonical);
 }
 
-/// Containers are the host's, and it knows what it hands out.
+/// The host provides the containers and knows which files they replace.
 bool JobContext::mayReplace(const std::string& path) const
 {
     struct stat state = {};
@@ -55,7 +55,7 @@ void JobContext::dropTables(const std::set<std::string>& kept) noexcept
         try {
             connection->query("DROP TABLE IF EXISTS " + quotedIdentifier(table));
         } catch (const std::exception&) {
-            return true; // it goes with the connection
+            return true; // it is dropped with the connection
         }
         return true;
     });

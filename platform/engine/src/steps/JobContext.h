@@ -21,21 +21,22 @@ namespace EmbeddedHV {
 
 class Container;
 
-/// Thrown by the planning of a statement that reads what an earlier statement is yet to write.
+/// Thrown when a statement is planned that reads the output of an earlier statement that has not
+/// run yet.
 struct NotYetWritten
 {
 };
 
-/// A row iterator that the job reads: one node for all steps that name it, since its rows come
-/// once.
+/// A row iterator that the job reads. All steps that name it share one node, because its rows can
+/// be read only once.
 struct IteratorInput
 {
     std::unique_ptr<RowSource> source;
     NodePtr node;
 };
 
-/// What the steps of one job share: its connection, its inputs and outputs, and what it has learnt
-/// about the files that it reads. Lives from execute to dispose.
+/// The state that the steps of a job share: its connection, its inputs and outputs, and what is
+/// known about the files that it reads. Lives from execute to dispose.
 struct JobContext
 {
     JobContext(Database& usedDatabase, const FileSpace& usedFiles, DataSources& usedSources)
@@ -49,39 +50,40 @@ struct JobContext
     DataSources& dataSources;
     ConnectionLease connection;
     Cancellation* cancellation = nullptr;
-    /// The plan is all that is wanted: types that it has guessed must hold.
+    /// The job is only planned, not run. So its types must be certain, not guessed.
     bool plansOnly = false;
     MessageSink message;
 
     std::vector<const Container*> containers;
     std::map<std::string, RowDataIterator*> iterators;
-    /// Made when a step first reads an iterator; gone at the end of execute.
+    /// Made when a step first reads an iterator. Cleared at the end of execute.
     std::map<std::string, IteratorInput> iteratorInputs;
-    std::set<std::string> sharedIterators; ///< read at more than one place
+    std::set<std::string> sharedIterators; ///< used in several places
 
-    /// By path and header. A profile that is complete stays valid until the job writes the file.
+    /// Keys are path and header. A complete profile is valid until the job writes the file.
     std::map<std::pair<std::string, bool>, std::shared_ptr<CsvProfile>> profiles;
-    /// CSV files that are read to the end even if few of their records are asked for: some are bad.
+    /// CSV files with bad records. They are read to the end even if only few records are wanted.
     std::set<std::string> readWhole;
-    /// Destinations of statements that are planned but have not run: canonical paths, and names of
-    /// data sources.
+    /// Destinations of planned statements that have not run yet: canonical paths, and names of data
+    /// sources.
     std::set<std::string> unwritten;
-    /// Canonical paths of all files that the job is to write or has written.
+    /// Canonical paths of all files that the job has written or will write.
     std::set<std::string> announced;
     /// The files that the job has written, by name without folder.
     std::map<std::string, WrittenFile> written;
-    /// Names of temporary tables, made or yet to be made.
+    /// Names of temporary tables, existing or not.
     std::vector<std::string> tables;
     int tablesNamed = 0;
 
-    /// Notes a file that the step is to write. Throws JobError if the file is there already, the
-    /// job has not written it itself, and jobs may not replace files.
+    /// Records that the step will write a file. Throws JobError if the file exists, the job has not
+    /// written it itself, and jobs may not replace files.
     void announce(const std::string& path, const std::string& step);
-    /// The path of a text in a setting, or NotYetWritten.
+    /// The path for a text in a setting. Throws NotYetWritten if an earlier statement has not yet
+    /// written the file.
     std::string inputPath(const std::string& text) const;
-    /// The name for a temporary table, which dropTables drops.
+    /// A name for a temporary table. dropTables drops the table.
     std::string newTable(const char* prefix);
-    /// Drops the temporary tables of the job but those that are kept. Never throws.
+    /// Drops the temporary tables of the job except those in `kept`. Never throws.
     void dropTables(const std::set<std::string>& kept = {}) noexcept;
     bool stopping() const { return cancellation && cancellation->stopping(); }
 

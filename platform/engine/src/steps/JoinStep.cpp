@@ -18,23 +18,23 @@ std::string aliasOf(std::size_t input)
     return "t" + std::to_string(input);
 }
 
-/// Fields of one name may come from several inputs, so each has its input before it.
+/// Qualified by the input, because several inputs may have fields of the same name.
 std::string columnOf(std::size_t input, const std::string& field)
 {
     return aliasOf(input) + "." + quotedIdentifier(field);
 }
 
-/// The pieces of a join's SELECT.
+/// The parts of a join's SELECT.
 struct Join
 {
-    std::string type;                                 ///< as the configuration says it
-    std::vector<std::vector<std::string>> conditions; ///< by the later input of each
+    std::string type;                                 ///< as in the configuration
+    std::vector<std::vector<std::string>> conditions; ///< by the later of the two inputs
     std::vector<bool> keepsUnmatched;
     std::vector<std::string> columns;
     Fields fields;
 };
 
-/// Reads the configuration of a join against its inputs.
+/// Reads the configuration of a join and checks it against the inputs.
 class JoinReader
 {
 public:
@@ -94,7 +94,7 @@ void JoinReader::readType()
                                                std::to_string(_call.inputs.size()));
 }
 
-/// Names one field of each of two inputs, of types that can be compared.
+/// Adds a match of two fields from two inputs. Their types must be comparable.
 void JoinReader::addMatch(const Settings& match)
 {
     std::vector<std::pair<std::size_t, const CFField*>> sides;
@@ -110,7 +110,7 @@ void JoinReader::addMatch(const Settings& match)
                                             typeWordOf(leftField->GetStorage()) + ", with \"" +
                                             rightField->GetName() + "\", which is " +
                                             typeWordOf(rightField->GetStorage()));
-    // Where the later of the two is joined, both are there to be compared.
+    // The condition belongs to the later input: when it is joined, both columns exist.
     _join.conditions[std::max(left, right)].push_back(columnOf(left, leftField->GetName()) + " = " +
                                                       columnOf(right, rightField->GetName()));
     match.reportOthers(_call.context.message);
@@ -135,7 +135,8 @@ void JoinReader::readMatchFields()
 void JoinReader::readUnmatched()
 {
     if (!_settings.has("nonMatchingSources")) {
-        // Without a word on it, an outer join keeps all and an anti join asks about the first.
+        // By default an outer join keeps all records, and an anti join returns those of the first
+        // input.
         std::fill(_join.keepsUnmatched.begin(), _join.keepsUnmatched.end(), _join.type == "Outer");
         _join.keepsUnmatched[0] = _join.type == "Outer" || _join.type == "Anti";
         return;
@@ -211,7 +212,7 @@ std::string antiJoin(const Join& join, const std::vector<std::string>& inputs)
 {
     const std::size_t kept = join.keepsUnmatched[0] ? 0 : 1;
     const std::size_t other = 1 - kept;
-    // Not a NOT IN, which a single missing value on the other side would empty.
+    // Not NOT IN: one missing value on the other side would make its result empty.
     return "SELECT " + joined(join.columns, ", ") + " FROM " + inputs[kept] + " AS " +
            aliasOf(kept) + " WHERE NOT EXISTS (SELECT 1 FROM " + inputs[other] + " AS " +
            aliasOf(other) + " WHERE " + joined(join.conditions[1], " AND ") + ")";
@@ -234,7 +235,7 @@ std::string selectOf(const Join& join, const std::vector<std::string>& inputs)
 
 } // namespace
 
-/// Records of several inputs side by side. A missing value matches nothing.
+/// Joins records of several inputs. A missing value matches nothing.
 StepResult planJoin(StepCall& call)
 {
     if (call.inputs.size() < 2)

@@ -10,32 +10,32 @@
 
 namespace EmbeddedHV {
 
-/// A temporary table of the job that a step fills with records of its own making. A record's values
-/// are added in the order of the fields; each function adds one. All throw JobError, also when the
-/// job is stopped. One thread at a time; no statement may run on the job's connection meanwhile.
+/// A temporary table that a step fills with its own records. The values of a record are added in
+/// the order of the fields, one value per call. All functions throw JobError, also when the job is
+/// stopped. One thread at a time. No statement may run on the job's connection until finish.
 class NewTable
 {
 public:
-    /// The context is borrowed. `step` begins every message.
+    /// Borrows the context. `step` is the beginning of every error message.
     NewTable(JobContext& context, std::string step, Fields fields);
     NewTable(const NewTable&) = delete;
     NewTable& operator=(const NewTable&) = delete;
     ~NewTable();
 
     void addMissing();
-    /// A number; not-a-number is a missing value.
+    /// Adds a number. Not-a-number becomes a missing value.
     void addReal(double value);
     void addInteger(std::int64_t value);
     void addText(const std::string& value);
-    /// Days since 1970-01-01.
+    /// Adds a date, in days since 1970-01-01.
     void addDate(std::int32_t days);
-    /// Microseconds of the day.
+    /// Adds a time of day, in microseconds since midnight.
     void addTime(std::int64_t microseconds);
-    /// Microseconds since 1970-01-01.
+    /// Adds a timestamp, in microseconds since 1970-01-01.
     void addTimestamp(std::int64_t microseconds);
     void endRecord();
 
-    /// The records as a relation. Nothing can be added any more.
+    /// Returns the records as a relation. No more records can be added.
     NodePtr finish();
 
 private:

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kTwoTo63 = 9223372036854775808.0;
 
-/// The datum in the kind of the field, where that is the very same value.
+/// Converts the datum to the type of the field if that does not change its value.
 CFDatum ofKind(const CFDatum& datum, CFField::StorageType storage)
 {
     if (storage == CFField::Integer) {
@@ -27,7 +27,8 @@ CFDatum ofKind(const CFDatum& datum, CFField::StorageType storage)
     return real.Compare(datum) == 0 ? real : datum;
 }
 
-/// Each value once, the first of those that are equal; sorted unless their order says something.
+/// Removes duplicates and sorts the values, unless their order is significant. Of equal values the
+/// first is kept.
 std::vector<CFValue> normalizedValues(const std::vector<CFValue>& values,
                                       CFField::StorageType storage, bool isOrdered)
 {
@@ -41,7 +42,7 @@ std::vector<CFValue> normalizedValues(const std::vector<CFValue>& values,
     for (std::size_t i = 0; i < result.size(); ++i)
         places.emplace_back(result[i].GetDatum(), i);
     const auto before = [](const auto& a, const auto& b) { return a.first.Compare(b.first) < 0; };
-    // Stable, so that of equal values the first one with its label is kept.
+    // Stable, so that of equal values the first one, with its label, is kept.
     std::stable_sort(places.begin(), places.end(), before);
     places.erase(
         std::unique(places.begin(), places.end(),
@@ -70,7 +71,7 @@ CFMissingValues normalizedMissing(const CFMissingValues& missing, CFField::Stora
     const CFRange range(ofKind(missing.GetRange().GetLower(), storage),
                         ofKind(missing.GetRange().GetUpper(), storage));
     std::vector<CFValue> values = normalizedValues(missing.GetValues(), storage, false);
-    // A value with a label says more than the range does.
+    // Keep values with a label, even inside the range.
     std::erase_if(values, [&](const CFValue& value) {
         return value.GetLabel().empty() && isInside(value.GetDatum(), range);
     });
@@ -80,7 +81,7 @@ CFMissingValues normalizedMissing(const CFMissingValues& missing, CFField::Stora
 CFField::FieldType normalizedMeasure(const CFField& field)
 {
     switch (field.GetType()) {
-    case CFField::Typeless: // shapes are neither measured nor named
+    case CFField::Typeless: // shapes have no measure
         return field.GetGeo() ? CFField::Typeless : defaultMeasure(field.GetStorage());
     case CFField::Discrete:
         return field.GetValues().size() == 2 ? CFField::Flag : CFField::Nominal;
@@ -92,7 +93,7 @@ CFField::FieldType normalizedMeasure(const CFField& field)
 void normalize(CFField& field)
 {
     if (field.GetStorage() == CFField::Unknown)
-        field.SetStorage(CFField::String); // text holds anything
+        field.SetStorage(CFField::String); // a string can hold any value
     const CFField::StorageType storage = field.GetStorage();
     const bool isOrdered = field.GetType() == CFField::Ordinal;
     field.SetValues(normalizedValues(field.GetValues(), storage, isOrdered));

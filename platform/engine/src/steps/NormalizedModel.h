@@ -5,10 +5,10 @@
 
 namespace EmbeddedHV {
 
-/// The fields in the form in which two descriptions of the same data are the same, and that a
-/// reader can use without rules of its own: no storage or measure is left open, values are of the
-/// kind of their field, each stands once, and they are in order. It follows from the description
-/// alone, never from the records, so that it can be had without running the job.
+/// Normalizes the metadata of fields. Equal data then have equal descriptions, and readers need no
+/// rules of their own: every field has a storage and a measure, values have the type of their
+/// field, are unique and sorted. The result depends only on the metadata, not on the records, so it
+/// is available without running the job.
 Fields normalizedModel(Fields fields);
 
 } // namespace EmbeddedHV

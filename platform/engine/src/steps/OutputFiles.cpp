@@ -31,10 +31,10 @@ void OutputFiles::commit(JobContext& context, const Fields& fields)
 {
     if (_model)
         _model->write(dataModelOf(fields));
-    // Nothing may fail once the files have their names.
+    // Compute these first: after the files have their final names, nothing may fail.
     const std::string dataName = canonicalPath(_data.destination());
     const std::string modelName = _model ? canonicalPath(_model->destination()) : std::string();
-    // Both are whole before either gets its name.
+    // Both files are complete before either gets its final name.
     _data.commit();
     if (_model) {
         try {

@@ -9,21 +9,22 @@
 
 namespace EmbeddedHV {
 
-/// A data file under construction and its data model document. Both get their names when both are
-/// whole.
+/// A data file and its data model document while they are written. Both get their final names after
+/// both are complete.
 class OutputFiles
 {
 public:
-    /// Looks at the destinations, makes nothing yet; an empty `modelPath` is none. Throws JobError.
+    /// Checks the destinations. Creates no file yet. An empty `modelPath` means no document. Throws
+    /// JobError.
     OutputFiles(const std::string& path, const std::string& modelPath, const std::string& step);
 
-    /// Where to write the data.
+    /// The temporary path for the data.
     const std::string& dataPath() { return _data.path(); }
     const std::string& destination() const { return _data.destination(); }
-    /// Tells the job that the destinations are yet to be written. Throws JobError if one has a file
-    /// that the job may not replace.
+    /// Tells the job that it will write the destinations. Throws JobError if a destination exists
+    /// and the job may not replace it.
     void announce(JobContext& context) const;
-    /// Writes the document and names both files. Throws JobError.
+    /// Writes the document and gives both files their final names. Throws JobError.
     void commit(JobContext& context, const Fields& fields);
 
 private:

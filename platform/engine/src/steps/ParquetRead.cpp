@@ -19,7 +19,8 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Ends the work on a sealed file when the job is cancelled; the job looks at that itself.
+/// Thrown while a sealed file is opened, when the job is cancelled. The job checks for the
+/// cancellation itself.
 struct Cancelled
 {
 };
@@ -36,7 +37,7 @@ const char* idOf(SealedFileError::Kind kind)
     }
 }
 
-/// The content of a sealed file, or null for a file that is not sealed.
+/// The content of a sealed file; null if the file is not sealed.
 std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSettings& settings)
 {
     if (settings.kind != FileKind::Sav || !isSealed(settings.path))
@@ -61,7 +62,7 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
     }
 }
 
-/// Damage inside of a file shows only while its records are read.
+/// Reports damage in a file, which is found only while records are read.
 class ParquetCheck : public SourceCheck
 {
 public:
@@ -70,7 +71,7 @@ public:
     void finish(duck::Connection&, Reporter&) override {}
     void abandon(const std::string& databaseMessage) override
     {
-        // The second is how faults inside of the database's reader show.
+        // The database reports internal errors of its reader with the second text.
         if (databaseMessage.find("Failed to read file \"" + _path) != std::string::npos ||
             databaseMessage.starts_with("Invalid Error: "))
             throw JobError(errors::kNotOfItsKind, "read: " + _path + ": the file is damaged",
@@ -95,8 +96,8 @@ ParquetColumns columnsOf(JobContext& context, const ParquetReadSettings& setting
     }
 }
 
-/// A document beside the file may widen a type. Whatever else it says of a field must be so: the
-/// document is another file's otherwise.
+/// Applies a data model document next to the file. It may widen a type. Everything else must agree
+/// with the file; otherwise it belongs to another file.
 void applyDocument(ParquetColumns& columns, const ParquetReadSettings& settings)
 {
     const auto refuse = [&settings](const std::string& problem) {
@@ -139,10 +140,10 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
     }
     auto node = std::make_shared<Node>();
     node->fields = columns.fields;
-    // What was sealed was checked when it was opened.
+    // A sealed file was already checked when it was opened.
     if (!scratch)
         node->check = std::make_shared<ParquetCheck>(path);
-    // The file without a name lives as long as the node that reads it.
+    // The node owns the unnamed scratch file.
     node->select = [scratch, sql = "SELECT " + selectList(node->fields, columns.values) + " FROM " +
                                    parquetTable(path)](const std::vector<std::string>&) {
         return sql;

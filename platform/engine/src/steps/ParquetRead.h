@@ -9,17 +9,17 @@
 
 namespace EmbeddedHV {
 
-/// What a read step says about a SAV or HVBF file.
+/// The settings of a read step for a SAV or HVBF file.
 struct ParquetReadSettings
 {
     std::string path;
     FileKind kind = FileKind::Hvbf;
-    std::string password;            ///< SAV only; empty if none is given
-    std::optional<Fields> dataModel; ///< from a document beside the file
+    std::string password;            ///< SAV only; empty if there is none
+    std::optional<Fields> dataModel; ///< from a data model document next to the file
 };
 
-/// The records of a Parquet file. The data model comes from the document, else from the file; what
-/// neither knows follows from the column types.
+/// Plans the reading of a Parquet file. The data model comes from the document, else from the file.
+/// Anything that both lack follows from the column types.
 NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings);
 
 } // namespace EmbeddedHV

@@ -11,9 +11,9 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Deeper nests of subqueries are cut by a table: the database walks them recursively.
+/// The database processes nested subqueries recursively, so deeper nesting is split by a table.
 constexpr int kMostNestedSteps = 64;
-/// The planner keeps the fields of each step that others may use.
+/// The planner keeps the fields of each step that other steps may use.
 constexpr int kMostSteps = 2000;
 
 } // namespace

@@ -19,23 +19,24 @@ namespace language {
 struct Step;
 }
 
-/// What a source or a step has to look after while a statement runs it: that the types it guessed
-/// hold, that bad records stay within their limit.
+/// A check of a source or a step that runs with a statement, for example that guessed types are
+/// right or that the number of bad records stays within the limit.
 class SourceCheck
 {
 public:
     virtual ~SourceCheck() = default;
-    /// Before the statement.
+    /// Called before the statement.
     virtual void start(Cancellation& cancellation) = 0;
-    /// After a statement that succeeded; before its output gets its name. Throws JobError or
+    /// Called after a statement succeeded and before its output gets its name. Throws JobError or
     /// Reread.
     virtual void finish(duck::Connection& connection, Reporter& reporter) = 0;
-    /// After a statement that failed; throws Reread if reading anew can mend it.
+    /// Called after a statement failed. Throws Reread if planning again can solve the problem, and
+    /// JobError if it knows a better error than the database's.
     virtual void abandon(const std::string& databaseMessage) = 0;
 };
 
-/// Thrown when a source turns out to have other types than the plan was made for: the plan of the
-/// present statement is made again, with what is known now.
+/// Thrown when the types of a source differ from those in the plan. The current statement is then
+/// planned again.
 struct Reread
 {
 };
@@ -43,95 +44,96 @@ struct Reread
 struct Node;
 using NodePtr = std::shared_ptr<Node>;
 
-/// A relation of the plan: its fields, and how its SELECT is written once the FROM items of its
-/// inputs are known. Nothing runs until a statement is rendered from it.
+/// A relation of the plan: its fields, and a function that writes its SELECT from the FROM items of
+/// its inputs. Nothing runs until a statement is rendered from it.
 struct Node
 {
     Node() = default;
     Node(const Node&) = delete;
     Node& operator=(const Node&) = delete;
-    /// Ends the nodes before this one without recursion: a chain may have thousands.
+    /// Destroys the inputs without recursion, because a chain may have thousands of nodes.
     ~Node();
 
     Fields fields;
     std::vector<NodePtr> inputs;
     std::function<std::string(const std::vector<std::string>& inputs)> select;
     std::shared_ptr<SourceCheck> check;        ///< may be null
-    std::shared_ptr<DataModelExport> exported; ///< null but for dataModelBuilder
-    bool shared = false;                       ///< used more than once, so evaluated into a table
-    int depth = 0;                             ///< steps since the last table or source
-    int steps = 1;                             ///< steps since the source
-    std::string table;                         ///< once evaluated
+    std::shared_ptr<DataModelExport> exported; ///< null except for dataModelBuilder
+    bool shared = false; ///< used more than once, so it is evaluated into a table
+    int depth = 0;       ///< steps since the last table or source
+    int steps = 1;       ///< steps since the source
+    std::string table;   ///< empty until it is evaluated
 };
 
-/// Whether a walk goes beyond nodes whose records are in a table.
+/// Whether a walk continues past nodes whose records are in a table.
 enum class Walk
 {
     UpToTables,
     Everywhere
 };
 
-/// The node and what it is made from, each once and behind its inputs. Without recursion.
+/// The node and everything that it depends on. Each node occurs once, after its inputs. Not
+/// recursive.
 std::vector<Node*> inputsFirst(Node& last, Walk walk);
 
-/// A relation over others; its depth follows from theirs. Throws JobError past the longest chain.
+/// Makes a relation over others and computes its depth. Throws JobError if the chain is too long.
 NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
                     std::function<std::string(const std::vector<std::string>&)> select);
 
-/// A relation that is the whole of a table.
+/// The whole of a table, as a relation.
 NodePtr tableNode(Fields fields, const std::string& table);
-/// A relation without fields and records: for a statement whose step takes none.
+/// A relation without fields and records, for a statement whose step has no input.
 NodePtr emptyNode();
 
-/// Where the records of a statement go.
+/// The destination of a statement's records.
 class Output
 {
 public:
     virtual ~Output() = default;
-    /// The thing that is written, for messages: a file or a data source.
+    /// What is written, for messages: a file or a data source.
     virtual std::string target() const = 0;
-    /// The SQL that writes the records of a SELECT; for an output that takes its records itself,
-    /// the SQL that gives them.
+    /// The SQL that writes the records of a SELECT, or, for an output that takes records, the SQL
+    /// that returns them.
     virtual std::string statement(const std::string& select) = 0;
     virtual bool takesRecords() const { return false; }
-    /// The next records, in their order. Throws JobError.
+    /// Takes the next records, in order. Throws JobError.
     virtual void take(duck::Chunk&) {}
     /// Makes the result visible under its name. Throws JobError.
     virtual void commit() = 0;
 };
 
-/// A step in the middle of a chain whose fields depend on the records that it takes. It runs as a
-/// statement of its own, before the steps behind it are planned.
+/// A step in the middle of a chain whose output fields depend on its input records. It runs as a
+/// separate statement before the later steps are planned.
 class Stage : public Output
 {
 public:
-    /// The relation that it made: a table. After commit.
+    /// The relation that it has made: a table. Call it after commit.
     virtual NodePtr records() = 0;
 };
 
-/// A statement of the job, planned.
+/// A planned statement of the job.
 struct Statement
 {
     NodePtr result;
-    std::unique_ptr<Output> output; ///< null: the records are computed and dropped
+    std::unique_ptr<Output> output; ///< null: the records are computed and discarded
     std::string steps;              ///< "read -> filterRecords -> write", for messages
-    /// The documents of the steps that the result is made by.
+    /// The documents that the steps of the result export.
     std::vector<std::shared_ptr<DataModelExport>> exports;
-    /// If the statement is a stage: its step and, borrowed from the output, the stage.
+    /// If the statement is a stage: its step and the stage. The output owns the stage.
     const language::Step* stagedStep = nullptr;
     Stage* stage = nullptr;
 };
 
-/// Thrown by the planning of a statement: the steps behind a stage can be planned when this
-/// statement, the stage, has run.
+/// Thrown when a statement is planned: this stage must run first, before the later steps can be
+/// planned.
 struct StageFirst
 {
     std::shared_ptr<Statement> stage;
 };
 
-/// A column list: quoted names with commas.
+/// A column list: quoted names, separated by commas.
 std::string columnList(const Fields& fields);
-/// A name that no field has, for a column of the engine's own.
+/// A name for an internal column that no field has.
 std::string unusedName(const Fields& fields, const std::string& base);
 
 } // namespace EmbeddedHV

@@ -12,10 +12,10 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Chains of chains are followed by recursion.
+/// Chains that use chains are followed recursively.
 constexpr std::size_t kMostNestedChains = 1000;
 
-/// What messages call a statement: its steps with arrows between them.
+/// The name of a statement in messages: its steps with arrows between them.
 std::string stepsOf(const language::Pipeline& pipeline)
 {
     std::string steps = pipeline.input;
@@ -26,7 +26,7 @@ std::string stepsOf(const language::Pipeline& pipeline)
 
 using StagedRecords = std::map<const language::Step*, NodePtr>;
 
-/// The step behind the last one whose records are there; the first step if there is none.
+/// The step after the last one whose records are available; the first step if there is none.
 std::vector<language::Step>::const_iterator lastStaged(const language::Pipeline& pipeline,
                                                        const StagedRecords& staged)
 {
@@ -50,8 +50,8 @@ Planner::Planner(const language::Program& program, JobContext& context)
             _context.sharedIterators.insert(name);
 }
 
-/// Tells chains from values and from statements, and checks that each step exists before any is
-/// planned: a job that cannot run is refused as a whole.
+/// Distinguishes chains, values and statements. Checks that all steps exist before any is planned,
+/// so that an invalid job is rejected as a whole.
 void Planner::bindNames()
 {
     std::set<std::string> bound;
@@ -94,8 +94,8 @@ const language::Pipeline& Planner::chainOf(const std::string& name) const
                        suggestion(name, _chains, &decltype(_chains)::value_type::first));
 }
 
-/// The tag and the chain of an argument that is an input; empty for any other. The name of a chain
-/// in the place of a value is an input under its own name.
+/// The tag and the chain of an argument that is an input; empty for other arguments. The name of a
+/// chain as a value is an input whose tag is the name.
 std::pair<std::string, std::string> Planner::inputIn(const language::Argument& argument) const
 {
     if (argument.kind == language::Argument::Kind::Tagged)
@@ -127,7 +127,7 @@ void Planner::checkCycles()
         visit(name, open, done);
 }
 
-/// Depth first: a chain that is met while it is open uses itself.
+/// Depth first. A chain that is visited while it is open uses itself.
 void Planner::visit(const std::string& name, std::set<std::string>& open,
                     std::set<std::string>& done)
 {
@@ -146,8 +146,8 @@ void Planner::visit(const std::string& name, std::set<std::string>& open,
     done.insert(name);
 }
 
-/// A chain that several steps read is planned once and its records are kept; an iterator can be
-/// read once only.
+/// Counts the uses of chains and iterators. A chain with several uses is planned once and its
+/// records are kept. An iterator can be read only once.
 void Planner::countUses(const language::Pipeline& pipeline)
 {
     for (const language::Step& step : pipeline.steps)
@@ -179,7 +179,7 @@ Statement Planner::statementOf(StepResult result, std::string steps)
     Statement statement{std::move(result.node), std::move(result.output), std::move(steps), {}};
     statement.exports = exportsOf(*statement.result);
     checkTargets(statement);
-    // A statement that reads a document still reads the one from before it.
+    // Announced after planning: a statement that reads a document of this name reads the old one.
     for (const auto& document : statement.exports)
         _context.announce(document->path(), statement.steps);
     return statement;
@@ -218,7 +218,7 @@ StepResult Planner::planPipeline(const language::Pipeline& pipeline)
 {
     StepResult result;
     std::string before;
-    // What comes before a stage that has run was read by it.
+    // Steps before a finished stage are not planned again.
     auto step = lastStaged(pipeline, _staged);
     if (step != pipeline.steps.begin())
         result.node = _staged.at(&*std::prev(step));
@@ -236,7 +236,7 @@ StepResult Planner::planPipeline(const language::Pipeline& pipeline)
     return result;
 }
 
-/// Plans a chain at its first use.
+/// Plans a chain when it is first used.
 NodePtr Planner::planChain(const std::string& name, const std::string& step)
 {
     NodePtr& planned = _planned[name];
@@ -257,7 +257,8 @@ StepResult Planner::planStep(const language::Step& step, NodePtr input)
 {
     const StepKind& kind = stepKind(step);
     StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values};
-    // A chain may have many steps. The job turns the fault into its cancellation.
+    // A chain may have many steps. After a cancellation the job ends with onCancel whatever the
+    // error.
     if (_context.cancellation && _context.cancellation->cancelled())
         throw JobError(errors::kQueryFailed, call.name + ": the job was stopped");
     gatherInputs(step, std::move(input), call);
@@ -308,7 +309,8 @@ const language::Expression* Planner::lambdaOf(const language::Expression& argume
                                               const std::string& step) const
 {
     const language::Expression* expression = &argument;
-    // A name may be bound to a name; a ring of them ends after as many steps as there are names.
+    // A name may be bound to another name. A cycle is detected after as many steps as there are
+    // names.
     for (std::size_t hops = 0; hops <= _values.size(); ++hops) {
         const auto* name = std::get_if<language::Name>(&expression->value);
         if (!name)

@@ -10,23 +10,23 @@
 
 namespace EmbeddedHV {
 
-/// Turns a program into planned statements. Names are resolved and steps checked as a statement
-/// needs them; nothing runs here, though files are looked into for their fields.
+/// Converts a program to planned statements. Resolves names and checks steps as each statement
+/// needs them. Runs nothing, but looks into files for their fields.
 class Planner
 {
 public:
-    /// The program and the context are borrowed. Checks all names and steps of the text, used or
-    /// not. Throws JobError.
+    /// Borrows the program and the context. Checks all names and steps of the text, used or not.
+    /// Throws JobError.
     Planner(const language::Program& program, JobContext& context);
 
     std::size_t statementCount() const { return _statements.size(); }
-    /// Throws JobError, NotYetWritten if the statement reads what an earlier one is to write, and
-    /// StageFirst.
+    /// Throws JobError, NotYetWritten if the statement reads the output of an earlier statement
+    /// that has not run yet, and StageFirst.
     Statement planStatement(std::size_t index);
-    /// Keeps the records of a stage that has run; the step counts as planned from now on.
+    /// Keeps the records of a stage that has run. Its step then counts as planned.
     void keepStage(const Statement& stage);
-    /// Forgets what was planned but for chains and stages that are tables by now, whose names it
-    /// gives: their records have been read once, and are not to be read again.
+    /// Drops all plans except chains and stages that are tables already, and returns the names of
+    /// these tables. Their records must not be read a second time.
     std::set<std::string> forgetPlans();
 
 private:
@@ -48,8 +48,8 @@ private:
                                          const std::string& step) const;
     NodePtr planChain(const std::string& name, const std::string& step);
     const language::Pipeline& chainOf(const std::string& name) const;
-    /// The chain that an argument stands for, with its tag: `tag: name`, or a bare name of a chain,
-    /// which is its own tag. An empty name for any other argument.
+    /// The tag and the chain of an argument that is an input: `tag: name`, or only the name of a
+    /// chain, which is then also the tag. Empty for other arguments.
     std::pair<std::string, std::string> inputIn(const language::Argument& argument) const;
     std::vector<std::string> chainsIn(const language::Pipeline& pipeline) const;
 
@@ -58,9 +58,9 @@ private:
     std::vector<const language::Pipeline*> _statements;
     std::map<std::string, const language::Pipeline*> _chains;
     Definitions _values;
-    std::map<std::string, int> _uses;                 ///< of chains, by what runs
-    std::map<std::string, int> _iteratorReads;        ///< likewise
-    std::map<std::string, NodePtr> _planned;          ///< chains
+    std::map<std::string, int> _uses;                 ///< of chains
+    std::map<std::string, int> _iteratorReads;        ///< of row iterators
+    std::map<std::string, NodePtr> _planned;          ///< chains that are planned
     std::map<const language::Step*, NodePtr> _staged; ///< the records of stages that have run
 };
 

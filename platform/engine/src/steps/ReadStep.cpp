@@ -12,7 +12,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// The settings that are common to all kinds of source.
+/// The settings that all kinds of sources share.
 struct Limits
 {
     std::uint64_t mostRecords = UINT64_MAX;
@@ -35,9 +35,9 @@ Limits limitsOf(const Settings& settings)
     return limits;
 }
 
-/// Only records of text can be bad one by one: whoever counts on a threshold elsewhere is told. Not
-/// for rows, since jobs for rows are written for files as well; and to bear any number asks for
-/// nothing that other sources do not do.
+/// Only text files can have single bad records, so the user is told that the threshold is ignored
+/// elsewhere. Not for row iterators, because their jobs may also be run on files. Not for a
+/// negative threshold, which other sources satisfy anyway.
 void tellThresholdIgnored(const StepCall& call, const Limits& limits)
 {
     if (limits.errorThreshold > 0)
@@ -56,7 +56,7 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
     input.node = std::make_shared<Node>();
     input.node->fields = input.source->fields();
     input.node->shared = context.sharedIterators.contains(name);
-    // A limit that is one reader's own must not cut what another one gets.
+    // A limit of one reader must not apply to another reader of the same rows.
     if (!input.node->shared)
         input.source->limitTo(limits.mostRecords);
     const std::string table = input.source->table();
@@ -94,7 +94,7 @@ NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& l
     return node;
 }
 
-/// The one location of a "filesystem" object.
+/// The only location of a "filesystem" object.
 Settings locationOf(const Settings& files)
 {
     const Json& locations = files.neededList("locations");

@@ -13,7 +13,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// A reprojection that statements can use while this lives.
+/// A reprojection that is registered for statements during its lifetime.
 class KnownReprojection
 {
 public:
@@ -47,7 +47,7 @@ private:
 };
 using Moves = std::vector<std::shared_ptr<KnownReprojection>>;
 
-/// Tells of shapes that have no place in the new system: they are missing there.
+/// Reports shapes that do not exist in the new system. They become missing.
 class LossCheck : public SourceCheck
 {
 public:
@@ -75,8 +75,8 @@ private:
     std::string _step;
 };
 
-/// The system that an object tells of by name, by wkid, or by both, where the name counts first;
-/// nullopt if it tells of none.
+/// The system that an object names by name, wkid or both; the name takes precedence. Empty if it
+/// names none.
 std::optional<maps::CoordinateSystem> systemIn(const Settings& settings)
 {
     const std::string name = settings.text("csName").value_or("");
@@ -84,20 +84,20 @@ std::optional<maps::CoordinateSystem> systemIn(const Settings& settings)
     if (name.empty() && !wkid)
         return std::nullopt;
     if (wkid && (*wkid < INT32_MIN || *wkid > INT32_MAX))
-        settings.refuse("wkid", "is " + std::to_string(*wkid) + ", which no system has");
+        settings.refuse("wkid", "is " + std::to_string(*wkid) + ", which is out of range");
     if (name.empty())
         return maps::geography().systemOf(static_cast<int>(*wkid));
     try {
         return maps::geography().systemNamed(name);
     } catch (const maps::GeographyError&) {
-        // A name that no catalogue has is a fault unless a number can stand in for it.
+        // An unknown name is an error unless there is a wkid.
         if (!wkid)
             throw;
         return maps::geography().systemOf(static_cast<int>(*wkid));
     }
 }
 
-/// The system that the data model tells of.
+/// The system in the data model.
 std::optional<maps::CoordinateSystem> systemOf(const CFGeo& geo)
 {
     if (geo.GetWkid() > 0 || !geo.GetWkt().empty())
@@ -114,7 +114,7 @@ maps::CoordinateSystem sourceSystem(const StepCall& call, const Settings& entry,
     std::optional<maps::CoordinateSystem> system;
     if (entry.has("inSR")) {
         const Settings source = entry.neededObject("inSR");
-        // A system of the file's own is in no catalogue.
+        // If the file itself defines the system, no catalogue has it.
         if (source.text("csName").value_or("") != field.GetGeo()->GetCsname() ||
             field.GetGeo()->GetWkt().empty())
             system = systemIn(source);
@@ -130,7 +130,7 @@ maps::CoordinateSystem sourceSystem(const StepCall& call, const Settings& entry,
     return *std::move(system);
 }
 
-/// Moves one field as an entry of the step says, and what is known of it.
+/// Reprojects one field and its metadata, as an entry of the step says.
 std::shared_ptr<KnownReprojection> moveField(const StepCall& call, const Settings& entry,
                                              CFField& field)
 {
@@ -154,10 +154,11 @@ std::shared_ptr<KnownReprojection> moveField(const StepCall& call, const Setting
 
 [[noreturn]] void refuseShapeless(const StepCall& call, const std::string& what)
 {
-    throw JobError(errors::kNoShapes, call.name + ": " + what + ", so nothing can be moved");
+    throw JobError(errors::kNoShapes,
+                   call.name + ": " + what + ", so there is nothing to reproject");
 }
 
-/// Every geospatial field, by the one entry.
+/// Reprojects every geospatial field with the same entry.
 Moves moveAll(const StepCall& call, const Settings& settings, const Json& entries, Fields& fields)
 {
     if (entries.size() != 1)
@@ -175,7 +176,7 @@ Moves moveAll(const StepCall& call, const Settings& settings, const Json& entrie
     return moves;
 }
 
-/// The fields that the entries name.
+/// Reprojects the fields that the entries name.
 Moves moveNamed(const StepCall& call, const Settings& settings, const Json& entries, Fields& fields)
 {
     Moves moves;
@@ -205,7 +206,7 @@ std::string replacements(const Moves& moves)
 
 NodePtr movedNode(const StepCall& call, Fields fields, Moves moves)
 {
-    // The node keeps what its SQL names.
+    // The node owns the reprojections that its SQL refers to.
     NodePtr node = derivedNode(
         std::move(fields), {call.input()}, [moves](const std::vector<std::string>& inputs) {
             return "SELECT * REPLACE (" + replacements(moves) + ") FROM " + inputs[0];
@@ -216,7 +217,7 @@ NodePtr movedNode(const StepCall& call, Fields fields, Moves moves)
 
 } // namespace
 
-/// Moves shapes from one coordinate system to another.
+/// Transforms shapes from one coordinate system to another.
 StepResult planReprojection(StepCall& call)
 {
     const Settings settings = call.settings();

@@ -10,8 +10,8 @@
 
 namespace EmbeddedHV {
 
-/// The value of an enumeration whose word, as WordOf gives it, a setting holds; nullopt if the
-/// setting is absent. Throws JobError for a text that is none of the words from `first` on.
+/// The value of an enumeration from the word in a setting; empty if the setting is absent. The
+/// words are those of WordOf, from `first` on. Throws JobError for any other text.
 template <typename Enumeration>
 std::optional<Enumeration> wordSetting(const Settings& settings, const std::string& key,
                                        Enumeration first)

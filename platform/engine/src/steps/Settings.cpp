@@ -10,7 +10,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// What a user calls a value of this type.
+/// The type of a value, in the user's words.
 const char* wordOf(const Json& value)
 {
     switch (value.type()) {
@@ -66,7 +66,7 @@ void Settings::refuseMissing(const std::string& key) const
 
 const Json* Settings::find(const std::string& key) const
 {
-    // Every key that is asked for is a known one; the others are reported.
+    // A key that the step asks for is known. Unknown keys are reported.
     _asked.insert(key);
     const auto found = _object.find(key);
     return found == _object.end() || found->is_null() ? nullptr : &*found;
@@ -110,7 +110,7 @@ std::optional<std::int64_t> Settings::integer(const std::string& key) const
             std::min<std::uint64_t>(value->get<std::uint64_t>(), INT64_MAX));
     if (value->is_number_integer())
         return value->get<std::int64_t>();
-    // The language reads an integer that is too large for 64 bits as a real number.
+    // The language reads an integer of more than 64 bits as a real.
     if (value->is_number_float() && value->get<double>() >= static_cast<double>(INT64_MAX))
         return INT64_MAX;
     refuseType(pathOf(key), "a whole number", *value);
@@ -161,7 +161,7 @@ std::string Settings::textOf(const Json& value, const std::string& key) const
     if (!value.is_string())
         refuseType(pathOf(key), "a text", value);
     auto text = value.get<std::string>();
-    // Files and columns are named to interfaces that would take the text to end there.
+    // Names of files and columns go to interfaces where a text ends at a zero byte.
     if (text.find('\0') != std::string::npos)
         refuse(key, "holds the character NUL");
     return text;

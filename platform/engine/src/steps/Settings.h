@@ -17,35 +17,35 @@ using Json = nlohmann::ordered_json;
 /// Receives the id and the text of a message.
 using MessageSink = std::function<void(const std::string& id, const std::string& text)>;
 
-/// The configuration of a step, or an object inside of it, read setting by setting. A setting that
-/// is null counts as absent. All readers throw JobError that names the step and the setting's path.
+/// The configuration of a step, or an object inside it. A setting that is null counts as absent.
+/// All readers throw JobError that names the step and the path of the setting.
 class Settings
 {
 public:
-    /// The object is borrowed. `path` is empty for the configuration itself.
+    /// Borrows the object. `path` is empty for the configuration itself.
     Settings(const Json& object, std::string step, std::string path = {});
 
     bool has(const std::string& key) const { return find(key) != nullptr; }
     std::optional<std::string> text(const std::string& key) const;
     std::string neededText(const std::string& key) const;
     std::optional<bool> flag(const std::string& key) const;
-    /// A number beyond 64 bits counts as the largest one.
+    /// Numbers beyond 64 bits become the largest integer.
     std::optional<std::int64_t> integer(const std::string& key) const;
-    /// An integer datum for a whole number of 64 bits that is written without a point, else a real
-    /// one.
+    /// An integer datum for a 64-bit integer without a decimal point, otherwise a real datum.
     std::optional<CFDatum> number(const std::string& key) const;
     Settings neededObject(const std::string& key) const;
-    /// The list under a key; throws if it is absent.
+    /// The list under a key. Throws if it is absent.
     const Json& neededList(const std::string& key) const;
-    /// An element of a list as an object, and as a text.
+    /// An element of a list as an object.
     Settings objectAt(const Json& list, const std::string& key, std::size_t index) const;
+    /// An element of a list as a text.
     std::string textAt(const Json& list, const std::string& key, std::size_t index) const;
 
-    /// Tells of each setting that nobody asked for: a slip of the pen, most likely.
+    /// Reports each setting that no reader asked for. It is probably misspelled.
     void reportOthers(const MessageSink& message) const;
 
     [[noreturn]] void refuse(const std::string& key, const std::string& problem) const;
-    /// The whole path of a key.
+    /// The full path of a key.
     std::string pathOf(const std::string& key) const;
     const std::string& step() const { return _step; }
 

@@ -18,11 +18,11 @@ void refuseDuplicate(const Fields& fields, const std::string& field, const std::
 {
     if (field.empty())
         throw JobError(errors::kSettingType, step + ": the name of a field is empty");
-    // The database ends a name at a NUL, and two names might become one.
+    // The database ends a name at a zero byte, so two names could become equal.
     if (field.find('\0') != std::string::npos)
         throw JobError(errors::kSettingType,
                        step + ": the name of a field holds the character NUL");
-    // The database tells no names apart that differ in letter case only.
+    // The database does not distinguish names that differ only in letter case.
     const CFField* taken = findFieldAnyCase(fields, field);
     if (!taken)
         return;

@@ -12,14 +12,15 @@
 
 namespace EmbeddedHV {
 
-/// An input of a step. The one that comes over the arrow has no tag.
+/// An input of a step. The input before the arrow has no tag.
 struct StepInput
 {
     std::string tag;
     NodePtr node;
 };
 
-/// One step as the planner hands it to the step's own code, arguments sorted and inputs planned.
+/// A step with its sorted arguments and planned inputs. The planner passes it to the code of the
+/// step.
 struct StepCall
 {
     JobContext& context;
@@ -27,23 +28,23 @@ struct StepCall
     std::vector<StepInput> inputs;
     Json configuration;                           ///< null if the text has none
     const language::Expression* lambda = nullptr; ///< steps with a lambda
-    const Definitions& definitions;               ///< what a lambda may name
+    const Definitions& definitions;               ///< the definitions that a lambda may use
     Json exported = nullptr; ///< the container that the step writes; null if the text has none
     Json inputContainers = nullptr;  ///< of a component; null if the text has none
-    Json outputContainers = nullptr; ///< likewise
+    Json outputContainers = nullptr; ///< of a component; null if the text has none
 
     const NodePtr& input() const { return inputs.front().node; }
-    /// The fields of the input, for a step that goes on with them. They are moved out where no
-    /// other step can ask for them, so that a chain of steps does not keep a copy for each; the
-    /// caller needs the input's fields no more.
+    /// The fields of the input. They are moved out of the input if no other step can use them, so
+    /// that a chain does not copy them for each step. The caller must not use the input's fields
+    /// afterwards.
     Fields takeFields();
     Settings settings() const { return {configuration, name}; }
-    /// The field of the input; throws JobError with the nearest name if there is none.
+    /// A field of the input. Throws JobError with the most similar name if it does not exist.
     const CFField& inputField(const std::string& field) const;
 };
 
-/// What a step makes: a relation, or for the last step of a statement the place it writes to, or a
-/// stage that takes the records of the relation and makes another one.
+/// The result of a step: a relation; for the last step of a statement also its output; or a stage
+/// that makes a new relation from the records of this one.
 struct StepResult
 {
     NodePtr node;
@@ -51,10 +52,10 @@ struct StepResult
     std::unique_ptr<Stage> stage = nullptr;
 };
 
-/// The field of that name; throws JobError that suggests the nearest name. `owner` is how the
-/// message begins, "filterFields: the input".
+/// The field with this name. Throws JobError with the most similar name if it does not exist.
+/// `owner` is the beginning of the message, for example "filterFields: the input".
 const CFField& fieldOf(const Fields& fields, const std::string& field, const std::string& owner);
-/// Throws JobError if a field of that name, letter case apart, is there already.
+/// Throws JobError if a field of this name exists. Ignores letter case.
 void refuseDuplicate(const Fields& fields, const std::string& field, const std::string& step);
 
 StepResult planRead(StepCall& call);

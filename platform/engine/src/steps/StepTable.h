@@ -4,27 +4,27 @@
 
 namespace EmbeddedHV {
 
-/// How many inputs a step takes.
+/// The number of inputs of a step.
 enum class StepInputs
 {
     None,
     AtMostOne,
     One,
-    Tagged ///< one or more, told apart by tag
+    Tagged ///< one or more, distinguished by tags
 };
 
-/// What a step's arguments are.
+/// The arguments of a step.
 enum class StepArguments
 {
     Configuration,          ///< an object
-    OptionalConfiguration,  ///< an object or an open place
+    OptionalConfiguration,  ///< an object or a placeholder
     ConfigurationAndExport, ///< the same, and a container that the step writes
-    Lambda,                 ///< an open place and a lambda
-    Component,              ///< an object, an open place, output containers
+    Lambda,                 ///< a placeholder and a lambda
+    Component,              ///< an object, a placeholder, output containers
     ComponentWithInputs     ///< an object, input containers, output containers
 };
 
-/// A step that this engine runs.
+/// A step that this engine supports.
 struct StepKind
 {
     const char* name;
@@ -33,8 +33,8 @@ struct StepKind
     StepResult (*plan)(StepCall&);
 };
 
-/// The step of that name. Throws JobError for a name that is no step, with the nearest name, and
-/// for a component.
+/// The step with this name, or its component. Throws JobError for an unknown name and suggests the
+/// most similar one.
 const StepKind& stepKind(const language::Step& step);
 
 } // namespace EmbeddedHV

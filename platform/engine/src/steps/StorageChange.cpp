@@ -14,9 +14,9 @@
 namespace EmbeddedHV {
 namespace {
 
-/// How values change their storage: the SQL, with $1 for the value, is missing for a value that
-/// does not change without loss. Where there is no SQL, the language's function of that name reads
-/// the text.
+/// A conversion between storages. $1 in the SQL is the value; the result is missing if the value
+/// does not convert without loss. Without SQL, the language's function of that name parses the
+/// text.
 struct Conversion
 {
     CFField::StorageType from;
@@ -26,7 +26,7 @@ struct Conversion
 };
 
 constexpr Conversion kConversions[] = {
-    // Integers past 2^53 have no double of their own.
+    // Not every integer beyond 2^53 is exact as a double.
     {CFField::Integer, CFField::Real,
      "CASE WHEN CAST(CAST($1 AS DOUBLE) AS HUGEINT) = $1 THEN CAST($1 AS DOUBLE) END"},
     {CFField::Real, CFField::Integer,
@@ -41,13 +41,13 @@ constexpr Conversion kConversions[] = {
     {CFField::String, CFField::Date, nullptr, "toDate"},
     {CFField::String, CFField::Time, nullptr, "toTime"},
     {CFField::String, CFField::Timestamp, nullptr, "toTimestamp"},
-    {CFField::String, CFField::String, "$1"}, // one that was not known
+    {CFField::String, CFField::String, "$1"}, // from Unknown
     {CFField::Date, CFField::Timestamp, "CAST($1 AS TIMESTAMP)"},
     {CFField::Timestamp, CFField::Date,
      "CASE WHEN CAST(CAST($1 AS DATE) AS TIMESTAMP) = $1 THEN CAST($1 AS DATE) END"},
 };
 
-/// The SQL of the form of a function that takes one text.
+/// The SQL of the function's form that takes one text.
 std::string_view textForm(const char* function)
 {
     const auto forms = formsOf(function);
@@ -74,7 +74,7 @@ std::optional<std::string> convertedColumn(const CFField& field, CFField::Storag
     const std::string column = quotedIdentifier(field.GetName());
     if (field.GetStorage() == storage)
         return column;
-    // Where the storage is not known, texts stand in the column.
+    // A field of unknown storage contains texts.
     const auto from = field.GetStorage() == CFField::Unknown ? CFField::String : field.GetStorage();
     const auto* found =
         std::find_if(std::begin(kConversions), std::end(kConversions),
@@ -85,7 +85,7 @@ std::optional<std::string> convertedColumn(const CFField& field, CFField::Storag
     std::string missing = column + " IS NULL";
     if (from == CFField::String && storage != CFField::String)
         missing += " OR trim(" + column + ") = ''";
-    // A text of any length may stand in the field; the message shows its beginning.
+    // A text may be long, so the message shows only its beginning.
     const std::string begin =
         raisedText(errors::kConversion, step + ": a value of the field \"" + field.GetName() +
                                             "\" cannot be stored as " + WordOf(storage) + ": \"");

@@ -7,9 +7,9 @@
 
 namespace EmbeddedHV {
 
-/// The column of a field as SQL of another storage; nullopt if values of the one never become
-/// values of the other. A value that the new storage cannot hold exactly raises a fault that
-/// names the step, the field and the value; a blank text becomes a missing value.
+/// The column of a field converted to another storage, as SQL. Empty if the storages are not
+/// convertible. A value that the new storage cannot hold exactly raises an error that names the
+/// step, the field and the value. A blank text becomes a missing value.
 std::optional<std::string> convertedColumn(const CFField& field, CFField::StorageType storage,
                                            const std::string& step);
 

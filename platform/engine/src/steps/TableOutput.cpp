@@ -23,7 +23,7 @@ TableOutput::~TableOutput()
         try {
             _context.connection->query("ROLLBACK");
         } catch (const std::exception&) {
-            // The database has ended the transaction by itself, or has no memory to do so.
+            // The database has already ended the transaction, or has no memory to do so.
         }
     }
     if (_unfinished)
@@ -88,7 +88,8 @@ void TableOutput::drop(const std::string& table)
     try {
         _context.connection->query("DROP TABLE IF EXISTS " + quotedIdentifier(table));
     } catch (const std::exception&) {
-        // Another job still reads it: the table is unreachable by name and goes with the service.
+        // Another job still reads it. The table has no name any more and is dropped with the
+        // service.
         return;
     }
 }

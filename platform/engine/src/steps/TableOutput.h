@@ -8,14 +8,14 @@
 
 namespace EmbeddedHV {
 
-/// Writes a named data source: a new table that takes the name when it is whole, or more records
-/// for the one that is there. What fails, or is planned anew because a source has other types than
-/// it seemed, has added nothing.
+/// Writes a named data source: creates a new table that gets the name when it is complete, or
+/// appends records to the existing one. If the statement fails or is planned again, nothing is
+/// added.
 class TableOutput final : public Output
 {
 public:
-    /// Throws JobError if the fields do not suit a source that is appended to. The context is
-    /// borrowed.
+    /// Borrows the context. Throws JobError if the fields do not fit the source that they are
+    /// appended to.
     TableOutput(JobContext& context, std::string name, bool append, Fields fields);
     TableOutput(const TableOutput&) = delete;
     TableOutput& operator=(const TableOutput&) = delete;
@@ -34,9 +34,9 @@ private:
     std::string _name;
     Fields _fields;
     std::string _table;
-    bool _insert = false;     ///< the table is there, and records are added to it
-    bool _adding = false;     ///< records are being added, in a transaction
-    bool _unfinished = false; ///< a new table that has no name yet
+    bool _insert = false;     ///< the table exists and records are appended
+    bool _adding = false;     ///< a transaction that appends records is open
+    bool _unfinished = false; ///< a new table that does not have its name yet
 };
 
 } // namespace EmbeddedHV

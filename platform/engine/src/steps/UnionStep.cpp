@@ -9,14 +9,14 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Where a field of the result comes from in each input; -1 where an input lacks it.
+/// A field of the result, and its position in each input; -1 if an input does not have it.
 struct UnionField
 {
     CFField field;
     std::vector<int> places;
 };
 
-/// Gives the field the type that holds the values of both.
+/// Widens the type of the field so that it can hold the values of both.
 void widen(CFField& field, const CFField& other, const std::string& step)
 {
     if (field.GetStorage() == other.GetStorage())
@@ -71,7 +71,7 @@ std::vector<UnionField> matchedByName(const StepCall& call, bool matchCase)
                 widen(known->field, fields[i], call.name);
             else
                 known = &result.emplace_back(UnionField{fields[i], {}});
-            // Inputs that lack the field have no place for it.
+            // -1 for earlier inputs that do not have the field.
             known->places.resize(input, -1);
             known->places.push_back(static_cast<int>(i));
         }
@@ -81,8 +81,8 @@ std::vector<UnionField> matchedByName(const StepCall& call, bool matchCase)
     return result;
 }
 
-/// With matchCase, id and ID are two fields, but the database cannot keep both names. The later one
-/// gets a number, as such a column of a file does.
+/// With matchCase, id and ID are two fields, but the database cannot have both names. The later one
+/// gets a number, as for duplicate columns of a file.
 void renameCaseTwins(std::vector<UnionField>& fields, const StepCall& call)
 {
     std::vector<std::string> names;
@@ -118,7 +118,7 @@ std::string columnsOf(const std::vector<UnionField>& fields, const Fields& input
 
 } // namespace
 
-/// The records of several inputs one after the other.
+/// Appends the records of several inputs.
 StepResult planUnion(StepCall& call)
 {
     const Json none = Json::object();

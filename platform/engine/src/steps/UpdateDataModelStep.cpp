@@ -8,7 +8,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// The fields as the entries of the step change them.
+/// The fields after the changes of the step's entries.
 Fields updatedFields(const StepCall& call, const Settings& settings)
 {
     const Json& entries = settings.neededList("fields");
@@ -26,8 +26,8 @@ Fields updatedFields(const StepCall& call, const Settings& settings)
     return fields;
 }
 
-/// The column of a field that becomes geospatial, from SQL of its texts: one that tells the
-/// coordinates alone becomes a shape of the field's kind.
+/// The column of a field that becomes geospatial, from SQL of its texts. A text with only
+/// coordinates is completed to a shape of the field's kind.
 std::string shapeColumn(const CFField& field, const std::string& text)
 {
     const std::string begin =
@@ -36,8 +36,8 @@ std::string shapeColumn(const CFField& field, const std::string& text)
            " || '}' ELSE " + text + " END";
 }
 
-/// The columns of the input, those with another storage converted; updateField has refused what
-/// does not convert.
+/// The columns of the input, converted to their new storage. updateField has already rejected
+/// impossible conversions.
 std::string convertedColumns(const Fields& before, const Fields& after, const std::string& step)
 {
     std::string columns;
@@ -54,8 +54,8 @@ std::string convertedColumns(const Fields& before, const Fields& after, const st
 
 } // namespace
 
-/// Changes what is known of fields, on the way through. Missing values that are declared here stay
-/// values for the rest of the job: what is missing was decided where the values were read.
+/// Changes the metadata of fields. Values that are declared missing here remain values for the rest
+/// of the job: missing values are replaced when a file is read.
 StepResult planUpdateDataModel(StepCall& call)
 {
     const Settings settings = call.settings();

@@ -20,18 +20,18 @@ std::string numberOf(const CFDatum& datum)
                              : sqlConstant(datum.GetReal()).sql;
 }
 
-/// The condition under which a value is declared missing; empty if none is.
+/// The condition that a value is declared missing; empty if no value is.
 std::string missingCondition(const std::string& column, const CFField& field)
 {
     const CFMissingValues& missing = field.GetMissingValues();
     const bool isText = field.GetStorage() == CFField::String;
-    // Trailing blanks of a text do not count: the host's texts are filled up with them.
+    // Ignore trailing blanks: the host pads its texts with blanks.
     const std::string value =
         isText ? "rtrim(" + column + ")" : datafile::onModelScale(column, field.GetStorage());
     std::vector<std::string> conditions;
     for (const CFValue& single : missing.GetValues()) {
         const CFDatum& datum = single.GetDatum();
-        // A value of another kind than the field's can occur in no record.
+        // A value of another type than the field's never occurs in a record.
         if (isText && datum.IsString()) {
             const std::string& text = datum.GetString();
             conditions.push_back(

@@ -7,8 +7,8 @@
 
 namespace EmbeddedHV {
 
-/// The columns of a file as a job sees them: values that a field declares missing are none.
-/// `columns` gives SQL for each field, of the field's storage.
+/// The columns of a file for a job: values that a field declares missing become missing. `columns`
+/// has the SQL of each field.
 std::string selectList(const datafile::Fields& fields, const std::vector<std::string>& columns);
 
 /// Whether selectList would change a value.

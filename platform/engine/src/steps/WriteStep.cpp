@@ -17,7 +17,7 @@ constexpr std::pair<std::string_view, FileKind> kFileTypes[] = {
 };
 constexpr std::string_view kGeoJson = "text/geojson";
 
-/// The kind of table; nullopt for the one type that is a document.
+/// The kind of table; empty for GeoJSON, which is a document.
 std::optional<FileKind> kindOf(const Settings& settings)
 {
     const std::string type = settings.neededText("type");
@@ -37,12 +37,13 @@ std::unique_ptr<Output> tableOutput(StepCall& call, const Settings& settings)
     const std::string mode = settings.text("mode").value_or("overwrite");
     if (mode != "append" && mode != "overwrite")
         settings.refuse("mode", "is \"" + mode + "\"; known are append and overwrite");
-    // Readers ask the iterators first, so the table would never be read.
+    // A read step looks for an iterator first, so it would never read the table.
     if (call.context.iterators.contains(name))
         settings.refuse("dataSource",
                         "is \"" + name + "\", the name of a row iterator that the job reads");
     const bool append = mode == "append";
-    // Whether the source is there, and with which fields, shows when the statement before has run.
+    // Whether the source exists, and which fields it has, is known after the previous statement has
+    // run.
     if (append && call.context.unwritten.contains(name))
         throw NotYetWritten{};
     auto output = std::make_unique<TableOutput>(call.context, name, append, call.input()->fields);
@@ -50,7 +51,7 @@ std::unique_ptr<Output> tableOutput(StepCall& call, const Settings& settings)
     return output;
 }
 
-/// What the GeoJSON document says of itself: of which resource it is, and by which key.
+/// The metadata of the GeoJSON document: its resource and its key.
 GeoJsonMetadata metadataOf(const Settings& settings, const MessageSink& message)
 {
     GeoJsonMetadata metadata;
@@ -86,7 +87,7 @@ std::unique_ptr<Output> fileOutput(StepCall& call, const Settings& settings)
 
 } // namespace
 
-/// The end of a chain: its records go to a data source or into files.
+/// Ends a chain. Its records go to a data source or into files.
 StepResult planWrite(StepCall& call)
 {
     const Settings settings = call.settings();
