@@ -6,8 +6,8 @@
 namespace EmbeddedHV {
 namespace {
 
-/// What the text says of the container's place: its address, or where that is empty, its name, for
-/// a container that the job has.
+/// The address of the container in the job text, or its name if the address is empty. A name refers
+/// to a container that was added to the job.
 std::string placeOf(const Settings& container)
 {
     const std::string name = container.neededText("name");
@@ -15,12 +15,12 @@ std::string placeOf(const Settings& container)
     return uri.empty() ? name : uri;
 }
 
-/// `resolve` makes a path of a place.
+/// `resolve` converts an address to a path.
 template <class Resolve>
 std::vector<ComponentContainer> containersOf(const StepCall& call, const Json& list,
                                              const std::string& key, Resolve resolve)
 {
-    // The list is read as a setting of an object, so that messages name its elements.
+    // Wrap the list in an object, so that messages can name its elements.
     Json wrapped = Json::object();
     wrapped[key] = list;
     const Settings outer(wrapped, call.name);

@@ -9,7 +9,7 @@ namespace EmbeddedHV {
 
 void ComponentQueries::throwIfStopped() const
 {
-    // The job turns any fault into its cancellation where it was cancelled.
+    // If the job was cancelled, it ends with onCancel whatever the error.
     if (_context.stopping())
         throw JobError(errors::kQueryFailed, _component + ": the job was stopped");
 }

@@ -7,20 +7,20 @@
 
 namespace EmbeddedHV {
 
-/// Runs the statements by which a component computes, each watched so that a cancellation ends it.
+/// Runs the statements of a component. A cancellation interrupts each of them.
 class ComponentQueries
 {
 public:
-    /// The context is borrowed. `component` begins every message.
+    /// Borrows the context. `component` is the beginning of every error message.
     ComponentQueries(JobContext& context, std::string component)
         : _context(context), _component(std::move(component))
     {
     }
 
-    /// The whole result: for small ones. Throws JobError.
+    /// Returns the whole result. Use it for small results. Throws JobError.
     duck::Result run(const std::string& sql) const;
-    /// Hands out the result chunk by chunk as it is made, in its order. Throws JobError, and what
-    /// `take` throws.
+    /// Passes the result to `take` chunk by chunk, in order, as it is computed. Throws JobError,
+    /// and the exceptions of `take`.
     void stream(const std::string& sql, const std::function<void(duck::Chunk&)>& take) const;
 
 private:

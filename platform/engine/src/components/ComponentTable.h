@@ -4,8 +4,8 @@
 
 namespace EmbeddedHV {
 
-/// The component that a step with a name space calls. Throws JobError for one that this engine does
-/// not run, with the nearest name of those that it does.
+/// The component that a step with a namespace calls. Throws JobError for an unknown component and
+/// suggests the most similar name.
 const StepKind& componentKind(const language::Step& step);
 
 } // namespace EmbeddedHV

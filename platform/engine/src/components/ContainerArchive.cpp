@@ -11,7 +11,7 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr std::uint64_t kPartBytes = 1 << 20;
-/// Letter case counts in the names of entries.
+/// Names of entries are case-sensitive.
 constexpr int kCaseSensitive = 1;
 
 } // namespace
@@ -44,7 +44,7 @@ std::optional<std::string> ContainerArchive::member(const std::string& name,
         return std::nullopt;
     if (unzOpenCurrentFile(_archive.get()) != UNZ_OK)
         refuse("the entry \"" + name + "\" is damaged");
-    // The size that the archive states may be wrong, so the content grows as it is read.
+    // The size in the archive may be wrong, so the buffer grows during reading.
     std::string content;
     std::string part(kPartBytes, '\0');
     int got = 0;

@@ -11,18 +11,18 @@ namespace EmbeddedHV {
 class ContainerArchive
 {
 public:
-    /// `component` begins every message. Throws JobError if the file cannot be opened or is no zip
-    /// archive.
+    /// `component` is the beginning of every error message. Throws JobError if the file cannot be
+    /// opened or is not a zip archive.
     ContainerArchive(std::string path, std::string component);
     ContainerArchive(const ContainerArchive&) = delete;
     ContainerArchive& operator=(const ContainerArchive&) = delete;
     ~ContainerArchive();
 
     const std::string& path() const { return _path; }
-    /// The content of an entry, checked against the archive's checksum; nothing if there is no such
-    /// entry. Throws JobError if it is damaged or longer than `most` bytes.
+    /// The content of an entry, verified with the archive's checksum; empty if there is no such
+    /// entry. Throws JobError if the entry is damaged or longer than `most` bytes.
     std::optional<std::string> member(const std::string& name, std::uint64_t most) const;
-    /// The same for an entry that must be there. Throws JobError.
+    /// The same for a required entry. Throws JobError if it is absent.
     std::string neededMember(const std::string& name, std::uint64_t most) const;
 
 private:

@@ -11,11 +11,10 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr std::size_t kMostBytesAtOnce = std::size_t{1} << 30;
-/// Where 32 bits do not hold the size, the archive needs the larger form of its entries.
+/// A larger entry needs the Zip64 format.
 constexpr std::size_t kSmallEntry = std::numeric_limits<std::uint32_t>::max();
 
-/// Closes an archive that was given up; a whole one is closed by its writer, which looks at the
-/// outcome.
+/// Closes an abandoned archive. The writer closes a complete archive itself and checks the result.
 struct Closing
 {
     void operator()(void* archive) const { zipClose(archive, nullptr); }
@@ -50,7 +49,8 @@ void ContainerFile::refuse(int code) const
 
 void ContainerFile::write(const std::vector<ContainerMember>& members)
 {
-    // The archive library says that it failed but not why; an older reason must not be shown.
+    // The archive library reports failures without a reason. Clear any older error code, so that it
+    // is not shown.
     errno = 0;
     std::unique_ptr<void, Closing> archive(zipOpen64(_file.path().c_str(), APPEND_STATUS_CREATE));
     if (!archive)

@@ -14,7 +14,7 @@ ContainerFiles::ContainerFiles(JobContext& context, const std::vector<std::strin
 
 void ContainerFiles::publish()
 {
-    // Before the files get their names: nothing may fail after that.
+    // Before the files get their final names: nothing may fail after that.
     std::vector<std::string> written;
     for (const ContainerFile& file : _files)
         written.push_back(canonicalPath(file.destination()));

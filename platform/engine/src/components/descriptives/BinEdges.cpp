@@ -9,13 +9,13 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr double kDay = 86400;
-/// Bins that the range is divided into before widths are rounded and edges moved to multiples of
-/// them, which may take two more.
+/// The largest number of bins before rounding. Rounding the width and moving the edges to multiples
+/// of it can add two bins.
 constexpr double kMostDivisions = kMostBins - 2;
 constexpr double kClockWidths[] = {1,   2,   5,    10,   15,   30,    60,    120,   300,
                                    600, 900, 1800, 3600, 7200, 10800, 21600, 43200, kDay};
 
-/// A width as a fraction, so that its multiples are the numbers that people would write.
+/// A width as a fraction, so that its multiples are round decimal numbers.
 struct Width
 {
     double numerator = 1;
@@ -28,8 +28,8 @@ struct Width
 double divisions(const BinRequest& request)
 {
     const double range = request.maximum - request.minimum;
-    // Two rules of thumb. The number of values alone gives the least that shows a shape; the spread
-    // of the middle half asks for more where a few values lie far out.
+    // Two rules of thumb. Sturges' rule depends only on the number of values and gives the minimum.
+    // The interquartile range gives more bins if there are outliers.
     const double sturges = std::ceil(std::log2(std::max(request.weight, 1.0))) + 1;
     const double quartileRange = request.interquartileRange.value_or(0);
     const double wanted =
@@ -37,7 +37,7 @@ double divisions(const BinRequest& request)
     return std::clamp(wanted, std::min(sturges, kMostDivisions), kMostDivisions);
 }
 
-/// The next of 1, 2 and 5 times a power of ten.
+/// Rounds up to 1, 2 or 5 times a power of ten.
 Width roundWidth(double width)
 {
     const double power = std::floor(std::log10(width));
@@ -59,7 +59,7 @@ Width clockWidth(double width)
     return {roundWidth(width / kDay).size() * kDay, 1};
 }
 
-/// Narrower bins would have edges that no double can tell apart.
+/// Narrower bins would have edges that are not distinct doubles.
 double narrowest(const BinRequest& request)
 {
     constexpr double kSteps = 8;
@@ -90,7 +90,7 @@ std::vector<double> binEdges(const BinRequest& request)
 {
     const Width width = widthFor(request);
     double first = std::floor(request.minimum / width.size());
-    // The quotient may be rounded across an edge.
+    // Rounding may have moved the quotient across an edge.
     while (width.edge(first) > request.minimum)
         --first;
     while (width.edge(first + 1) <= request.minimum)

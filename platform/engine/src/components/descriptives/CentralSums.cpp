@@ -7,7 +7,8 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Sums side by side, each of every fourth term: the processor need not wait for the last addition.
+/// Four independent sums, each of every fourth term. So an addition need not wait for the previous
+/// one.
 constexpr std::size_t kLanes = 4;
 using Lanes = std::array<double, kLanes>;
 
@@ -16,7 +17,7 @@ double total(const Lanes& lanes)
     return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
 }
 
-/// Adds to a number with a rest: what the addition rounds off goes to the rest.
+/// Compensated addition: the rounding error of the addition goes to the rest.
 void addTo(double& number, double& rest, double more)
 {
     const double sum = number + more;
@@ -36,7 +37,8 @@ double weightAt([[maybe_unused]] const double* weights, [[maybe_unused]] std::si
         return 1;
 }
 
-/// Deviations from `near`; the sum of the weights, and of the deviations times their weights.
+/// Computes the deviations from `near`. Returns the sum of the weights and the weighted sum of the
+/// deviations.
 template <bool weighted>
 std::array<double, 2> deviate(const double* values, const double* weights, std::size_t count,
                               double near, double* deviations)
@@ -58,7 +60,7 @@ std::array<double, 2> deviate(const double* values, const double* weights, std::
     return {total(weight), total(first)};
 }
 
-/// Sums of the first four powers of the deviations less `mean`, times their weights.
+/// The weighted sums of the first four powers of (deviation - mean).
 template <bool weighted>
 std::array<double, 4> powers(const double* deviations, const double* weights, std::size_t count,
                              double mean)
@@ -120,7 +122,7 @@ void merge(CentralSums& sums, const CentralSums& more)
     const CentralSums a = sums;
     const CentralSums& b = more;
     addTo(sums.weight, sums.weightRest, b.weight);
-    // The parts of the two sides: squares of large weights might leave the range of a double.
+    // Use fractions: squares of large weights could exceed the range of a double.
     const double p = a.weight / sums.weight;
     const double q = b.weight / sums.weight;
     const double d = (b.mean - a.mean) + (b.meanRest - a.meanRest);

@@ -46,8 +46,8 @@ std::vector<std::string> destinationsOf(const DescriptivesSettings& settings)
     return paths;
 }
 
-/// Where the records go: into a table first, which is described once it is whole. The containers
-/// get their files together, or none does.
+/// Collects the records in a table and describes the complete table. Either all containers get
+/// their files, or none does.
 class DescriptivesOutput : public Output
 {
 public:
@@ -67,7 +67,7 @@ public:
         _summary = summarize(queries, _table, _settings);
         for (const Fields& point : _settings.points)
             addInterval(detectInterval(queries, _table, point));
-        // Before the files are written, since the table may be as large as the data.
+        // Drop the table before the files are written: it may be as large as the data.
         queries.run("DROP TABLE " + _table.name());
         for (std::size_t i = 0; i < _settings.containers.size(); ++i)
             _files.write(i, {{memberOf(_settings.containers[i].kind),

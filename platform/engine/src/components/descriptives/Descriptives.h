@@ -4,8 +4,8 @@
 
 namespace EmbeddedHV {
 
-/// `descriptives:descriptives(configuration, _, containers)`: describes the fields of its input, as
-/// docs/descriptives.md says.
+/// `descriptives:descriptives(configuration, _, containers)`: describes the fields of its input,
+/// see docs/descriptives.md.
 StepResult planDescriptives(StepCall& call);
 
 } // namespace EmbeddedHV

@@ -15,7 +15,7 @@ namespace {
 constexpr std::int64_t kDefaultDistinctValues = 1000;
 constexpr std::int64_t kAnyNumber = -1;
 
-/// Settings of the analysis that the component does not have, with the value that asks for nothing.
+/// Settings that the component does not support, each with the value that turns it off.
 const std::pair<const char*, std::variant<bool, const char*>> kNotHonoured[] = {
     {"computeCustomPercentiles", false},
     {"customPercentilesAccuracy", "none"},
@@ -36,11 +36,11 @@ const std::pair<const char*, std::variant<bool, const char*>> kNotHonoured[] = {
     {"zeroInflationHandling", false},
     {"computeDateDuration", false},
     {"computeTimeDuration", false},
-    // Without detection there is no outlier to mark.
+    // Without detection there are no outliers to mark.
     {"outlierHandlingMethod", "markOut"},
     {"outlierDetectionMethod", "none"},
 };
-/// Threads belong to the engine as a whole.
+/// The number of threads is a setting of the whole engine.
 constexpr const char* kThreads = "NumberOfThreads";
 
 constexpr std::pair<const char*, ContainerKind> kContainerNames[] = {
@@ -49,10 +49,10 @@ constexpr std::pair<const char*, ContainerKind> kContainerNames[] = {
     {"JSON", ContainerKind::TimeIntervals},
     {"Results", ContainerKind::Results},
 };
-/// What containers of other names hold, by their place.
+/// The kinds of containers with other names, by position.
 constexpr ContainerKind kContainerPlaces[] = {ContainerKind::Pmml, ContainerKind::Statistics};
 
-/// Whether the value asks for nothing; one of another type asks for something.
+/// Whether the value turns the setting off. A value of another type does not.
 bool isDefault(const Json& value, const std::variant<bool, const char*>& standard)
 {
     if (const bool* flag = std::get_if<bool>(&standard))
@@ -99,7 +99,7 @@ std::optional<Fields> fieldList(const StepCall& call, const Settings& settings,
                              typeWordOf(field.GetStorage()) + ", not " + wanted);
 }
 
-/// Each date makes up points of time by itself.
+/// Each date field is a point of time by itself.
 void readDateFields(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
 {
     const std::string key = "stdDateTimeFieldList";
@@ -110,7 +110,7 @@ void readDateFields(const StepCall& call, const Settings& settings, Descriptives
     }
 }
 
-/// The numbers of one inner list make up points of time together.
+/// The number fields of an inner list form a point of time together.
 void readPeriodFields(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
 {
     const std::string key = "nonStdDateTimeFieldList";
@@ -143,7 +143,7 @@ void readWeight(const StepCall& call, const Settings& settings, DescriptivesSett
     result.weight = name;
 }
 
-/// Without a list every field is described, but not the one that weighs.
+/// Without a list, every field except the weight is described.
 void readFields(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
 {
     if (auto listed = fieldList(call, settings, "inputFieldList")) {
@@ -165,7 +165,7 @@ void readDistinctValues(const Settings& settings, DescriptivesSettings& result)
         result.mostDistinctValues = most;
 }
 
-/// What a container of that name, in that place of the list, holds.
+/// The kind of a container, from its name or its position in the list.
 ContainerKind kindOf(const StepCall& call, const std::string& name, std::size_t place)
 {
     for (const auto& [known, kind] : kContainerNames)

@@ -9,7 +9,7 @@
 
 namespace EmbeddedHV {
 
-/// What a container of the component holds.
+/// The content of a container of the component.
 enum class ContainerKind
 {
     Pmml,
@@ -22,35 +22,36 @@ enum class ContainerKind
 struct OutputContainer
 {
     ContainerKind kind = ContainerKind::Pmml;
-    std::string path; ///< the operating system's
+    std::string path; ///< in the operating system's form
 };
 
-/// What is asked of the component, checked against the fields of its input.
+/// The settings of the component, checked against the fields of its input.
 struct DescriptivesSettings
 {
-    Fields fields;              ///< to be described, in the order of the list
-    std::vector<Fields> points; ///< each a point of time: one date field, or numbers that make one
+    Fields fields; ///< the fields to describe, in the order of the list
+    std::vector<Fields>
+        points; ///< each is a point of time: one date field, or numbers that form one
     std::optional<std::string> weight;
-    /// At most so many distinct values of a field are told; nothing for any number.
+    /// A field with more distinct values does not list them; empty for no limit.
     std::optional<std::int64_t> mostDistinctValues;
     bool summaries = true;
     bool stringDistributions = true;
     bool trimsBlanks = false;
     std::vector<OutputContainer> containers;
-    /// What was said of settings that have no effect, for a result document.
+    /// Messages about unsupported settings, for a result document.
     std::vector<std::string> remarks;
 
-    /// Whether a container holds what `kind` says.
+    /// Whether a container of this kind is wanted.
     bool wants(ContainerKind kind) const;
-    /// Whether a container tells the missing values one by one.
+    /// Whether a container lists the missing values.
     bool tellsMissing() const
     {
         return wants(ContainerKind::Results) || wants(ContainerKind::Statistics);
     }
 };
 
-/// Reads the configuration and the containers of the call, and tells of each setting that asks for
-/// what the component does not do. Throws JobError.
+/// Reads the configuration and the containers of the call. Sends a message for each unsupported
+/// setting that is turned on. Throws JobError.
 DescriptivesSettings descriptivesSettings(StepCall& call);
 
 } // namespace EmbeddedHV

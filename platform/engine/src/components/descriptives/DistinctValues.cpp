@@ -5,7 +5,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Where so many records alone have too many values, the rest need not be looked at.
+/// If this number of records has too many values already, the other records are not read.
 constexpr std::int64_t kRecordsTried = 50000;
 
 bool hasTooMany(const ComponentQueries& queries, const InputTable& table, const std::string& x,
@@ -19,8 +19,8 @@ bool hasTooMany(const ComponentQueries& queries, const InputTable& table, const 
                .integer(0, 0) > most;
 }
 
-/// Value, records and weight of each distinct value, in ascending order; one more than are asked
-/// for where there are too many.
+/// Value, number of records and weight of each distinct value, in ascending order. Returns one more
+/// value than the limit if there are too many.
 duck::Result countValues(const ComponentQueries& queries, const InputTable& table,
                          const FieldSummary& summary, std::optional<std::int64_t> most)
 {
@@ -61,10 +61,10 @@ void takeValues(duck::Result& rows, bool withDistribution, FieldSummary& summary
 void fillDistinctValues(const ComponentQueries& queries, const InputTable& table,
                         const DescriptivesSettings& settings, FieldSummary& summary)
 {
-    // What a document or file says of its values need not be what is there.
+    // Values from a document or file may not be those in the data.
     summary.field.SetValues({});
     std::optional<std::int64_t> most = settings.mostDistinctValues;
-    // No field has more values than records, and without a limit nothing is counted twice.
+    // A field has at most as many values as records. Without a limit, values are counted only once.
     if (most && *most >= summary.valid)
         most.reset();
     if (most && (*most == 0 || hasTooMany(queries, table, table.column(summary.field), *most)))

@@ -6,10 +6,10 @@
 
 namespace EmbeddedHV {
 
-/// Gives the field its distinct values, in ascending order and with the labels that it has for
-/// them, if there are no more than the settings ask for; else none. Texts get their distribution
-/// along with them. Dates and times are on the scale of data models: days and seconds since
-/// 1970-01-01, seconds of the day. Throws JobError.
+/// Sets the distinct values of the field, in ascending order and with the labels that it has for
+/// them. Sets none if there are more than the settings allow. Text fields also get their
+/// distribution. Dates and times are on the scale of data models: days and seconds since
+/// 1970-01-01, seconds since midnight. Throws JobError.
 void fillDistinctValues(const ComponentQueries& queries, const InputTable& table,
                         const DescriptivesSettings& settings, FieldSummary& summary);
 

@@ -25,7 +25,7 @@ std::string missingText(const FieldSummary& field)
     return field.missing == 0 ? "" : ", " + std::to_string(field.missing) + " missing";
 }
 
-/// A point of the axis as the chart reads it; null if it cannot be told.
+/// A point of the axis for the chart; null if a date is out of range.
 Json edgeOf(const CFField& field, double edge)
 {
     std::optional<std::string> text;
@@ -38,8 +38,8 @@ Json edgeOf(const CFField& field, double edge)
     return text ? Json(*text) : Json();
 }
 
-/// Times of the day lie on the first day of the scale: the axis shows the time only. Of dates it
-/// shows all, since months alone do not tell them apart.
+/// Times of day are on the first day of the scale, so the axis shows only the time. For dates it
+/// shows the full date, because months alone are ambiguous.
 Json binAxis(const CFField& field, const std::string& reference)
 {
     Json axis = {{"field", reference}, {"title", chart::axisTitle(chart::titleOf(field))}};
@@ -72,7 +72,7 @@ std::optional<Json> binRows(const FieldSummary& field, const std::string& begin,
     return rows;
 }
 
-/// An axis of whole counts has no ticks between them, however few the cases are.
+/// If the counts are whole numbers, the axis has no ticks between them.
 Json countAxis(const std::string& counts, bool areWhole)
 {
     Json axis = {{"field", counts}, {"type", "quantitative"}, {"title", "Frequency"}};
@@ -87,7 +87,7 @@ bool areWhole(const std::vector<double>& counts)
                        [](double count) { return std::trunc(count) == count; });
 }
 
-/// A value as the data of a chart holds it.
+/// A value for the data of a chart.
 Json valueOf(const CFField& field, const CFDatum& datum)
 {
     if (datum.IsString())
@@ -119,14 +119,14 @@ std::vector<ValueCount> shownValues(const FieldSummary& field)
     const double least = weights[kMostBars - 1];
     auto above = static_cast<std::size_t>(
         std::count_if(weights.begin(), weights.end(), [&](double w) { return w > least; }));
-    // Of values that occur as often as the last one shown, the first are shown.
+    // Of the values that are as frequent as the last one shown, keep the first ones.
     std::erase_if(values, [&](const ValueCount& value) {
         return value.weight < least || (value.weight == least && ++above > kMostBars);
     });
     return values;
 }
 
-/// An expression that shows labels in place of values; empty if no value has one.
+/// An expression that replaces values by their labels; empty if no value has a label.
 std::string labelExpression(const CFField& field, const std::vector<ValueCount>& values)
 {
     Json labels = Json::object();
@@ -140,7 +140,7 @@ std::string labelExpression(const CFField& field, const std::vector<ValueCount>&
     }
     if (labels.empty())
         return {};
-    // As ASCII, since some line ends of Unicode would end the expression.
+    // ASCII only: some Unicode line ends would end the expression.
     return "(" + labels.dump(-1, ' ', true, Json::error_handler_t::replace) +
            ")[datum.value] || datum.label";
 }
@@ -179,12 +179,12 @@ std::optional<Json> histogramChart(const FieldSummary& field, const std::string&
     if (!rows)
         return std::nullopt;
     const std::string& title = chart::titleOf(field.field);
-    // Put together before the rows go.
+    // Before the rows are moved.
     const std::string description = "Histogram of " + title + ": " + std::to_string(field.valid) +
                                     " values in " + std::to_string(rows->size()) + " bins" +
                                     missingText(field);
     Json specification = chart::barSpecification(title, description, std::move(*rows));
-    // Bars from one moment to another would lie down of themselves.
+    // Without this, bars between two moments would be horizontal.
     specification["mark"]["orient"] = "vertical";
     specification["encoding"] = {{"x", binAxis(field.field, chart::columnReference(begin))},
                                  {"x2", {{"field", chart::columnReference(end)}}},

@@ -10,7 +10,7 @@
 
 namespace EmbeddedHV {
 
-/// The moments and quartiles of a numeric field; what the values do not determine is absent.
+/// The moments and quartiles of a numeric field. A statistic that is not defined is empty.
 struct NumericSummary
 {
     std::optional<double> mean;
@@ -23,7 +23,7 @@ struct NumericSummary
     std::optional<double> thirdQuartile;
 };
 
-/// How often a value occurs: records, and the sum of their weights.
+/// The frequency of a value: the number of records, and the sum of their weights.
 struct ValueCount
 {
     CFDatum value;
@@ -31,48 +31,50 @@ struct ValueCount
     double weight = 0;
 };
 
-/// How many records, or how much weight, lie in equally wide bins; dates and times in seconds.
+/// The number of records, or the sum of their weights, in bins of equal width. Dates and times are
+/// in seconds.
 struct Histogram
 {
-    std::vector<double> edges;  ///< ascending, one more than counts
-    std::vector<double> counts; ///< a value on an edge counts in the bin that begins there
+    std::vector<double> edges;  ///< ascending; one more than counts
+    std::vector<double> counts; ///< a value on an edge belongs to the bin that begins there
 };
 
-/// What is known of the values of one field.
+/// The statistics of one field.
 struct FieldSummary
 {
     explicit FieldSummary(CFField described) : field(std::move(described)) {}
 
-    CFField field; ///< as the data model tells it, with its distinct values
+    CFField field; ///< as in the data model, with its distinct values
     std::int64_t valid = 0;
     std::int64_t missing = 0;
-    double validWeight = 0; ///< the sum of the weights; the count without a weight
+    double validWeight = 0; ///< the sum of the weights, or the count if there is no weight
     double missingWeight = 0;
-    /// The least and the greatest value as the database writes them; empty for texts and if there
+    /// The least and the greatest value in the database's text form. Empty for texts and if there
     /// is no value.
     std::string minimum;
     std::string maximum;
     NumericSummary numeric;
-    /// Nothing if there are more values than are asked for.
+    /// Empty if there are more distinct values than the settings allow.
     std::optional<std::int64_t> distinct;
-    /// In the order of the values: of texts, and for a result document of all categorical fields.
+    /// In the order of the values. For text fields; for a result document, for all categorical
+    /// fields.
     std::vector<ValueCount> distribution;
-    /// The values that occur and are declared missing; null for records without any value.
+    /// The values in the data that are declared missing; null for records without a value.
     std::vector<ValueCount> missingValues;
 
     // For a result document only.
-    std::optional<double> least; ///< the minimum as a number, dates and times in seconds
+    std::optional<double> least; ///< the minimum as a number; dates and times in seconds
     std::optional<double> greatest;
     std::optional<Histogram> histogram;
 };
 
-/// What is known of a data source.
+/// The statistics of a data source.
 struct DataSummary
 {
-    std::int64_t records = 0; ///< those that count
+    std::int64_t records = 0; ///< records that count
     std::optional<std::string> weightField;
     double weight = 0;
-    std::int64_t leftOut = 0; ///< records whose weight does not count; for a result document only
+    std::int64_t leftOut = 0; ///< records without a valid weight; only for a result document
     std::vector<FieldSummary> fields;
 };
 
@@ -80,7 +82,7 @@ bool isNumber(const CFField& field);
 /// Whether its values are dates, times or timestamps.
 bool isMoment(const CFField& field);
 bool isText(const CFField& field);
-/// Whether its values name something rather than measure it.
+/// Whether its values are categories rather than measurements.
 bool isCategorical(const CFField& field);
 
 } // namespace EmbeddedHV

@@ -9,7 +9,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Nobody reads longer ones, and every reader holds all cells of a table at once.
+/// Longer tables are hard to read, and every reader holds all cells in memory.
 constexpr std::size_t kMostRows = 10000;
 constexpr int kDecimalsOfCounts = 3;
 
@@ -21,7 +21,7 @@ enum Column : std::size_t
     CumulativePercent
 };
 
-/// A text for the empty value that no other value has.
+/// A text for the empty value. It differs from all other values.
 std::string emptyText(const std::vector<ValueCount>& values)
 {
     std::string text = "(empty)";
@@ -44,7 +44,7 @@ std::vector<Category> categoriesOf(const CFField& field, const std::vector<Value
     return categories;
 }
 
-/// Missing values have a sum of their own where they are not one row anyway.
+/// Missing values get a total, unless they are a single row.
 bool addsUpMissing(const FieldSummary& field)
 {
     return field.missingValues.size() != 1;
@@ -83,7 +83,7 @@ std::vector<PivotTable::Dimension> dimensionsOf(const FieldSummary& field, bool 
     return dimensions;
 }
 
-/// Fills one layer of the table, counting weights or records.
+/// Fills one layer of the table with weights or with counts of records.
 class Layer
 {
 public:
@@ -102,7 +102,7 @@ public:
         for (const ValueCount& value : field.distribution) {
             sum += countOf(value);
             addValid(countOf(value));
-            // Of the row just added; the sums of the table have no cumulative percent.
+            // For the row that was just added. Totals have no cumulative percentage.
             set(_row - 1, CumulativePercent, share(sum, _valid));
         }
         addValid(_valid);

@@ -7,12 +7,12 @@
 
 namespace EmbeddedHV {
 
-/// Whether the values of the field are known and few enough to be shown each.
+/// Whether the frequencies of the field are known and few enough for a table.
 bool hasFrequencies(const FieldSummary& field);
 
-/// How often the values of a categorical field occur: a row each, then the missing ones, with their
-/// share of all and of the valid ones. With a weight there is a layer of weights before one of
-/// records. `key` names the field in the table's id.
+/// A table of the frequencies of a categorical field: a row for each valid value, then the missing
+/// values, with the percentage of all and of the valid records. With a weight, a layer of weights
+/// comes before a layer of records. `key` names the field in the table's id.
 Json frequencyTable(const FieldSummary& field, const std::string& key, bool weighted);
 
 } // namespace EmbeddedHV

@@ -9,14 +9,14 @@
 namespace EmbeddedHV {
 namespace {
 
-/// The column on the scale of charts: a number as it is, a date or a time in seconds.
+/// The column on the scale of charts: numbers unchanged, dates and times in seconds.
 std::string onChartScale(const InputTable& table, const CFField& field)
 {
     const std::string x = table.column(field);
     return isMoment(field) ? "epoch(" + x + ")" : "CAST(" + x + " AS DOUBLE)";
 }
 
-/// Beyond it, edges and widths might leave the range of a double.
+/// Beyond this, edges and widths could exceed the range of a double.
 constexpr double kFarthest = 1e300;
 
 struct FieldRange
@@ -57,7 +57,8 @@ std::optional<double> interquartileRange(const ComponentQueries& queries, const 
     return *quartiles.third - *quartiles.first;
 }
 
-/// SQL of the bin of `x`: a comparison with the very edges, which a quotient would miss by a hair.
+/// SQL for the bin of `x`. Compares with the exact edges; a quotient could be off by a rounding
+/// error.
 std::string binOf(const std::vector<double>& edges)
 {
     std::string last = std::to_string(edges.size() - 2);

@@ -6,8 +6,8 @@
 
 namespace EmbeddedHV {
 
-/// Finds range and, for a field on a scale, the histogram of each field that has an order other
-/// than that of texts: what a result document shows beyond the statistics. Throws JobError.
+/// Fills in the range of each field that is not a text, and the histogram of each continuous field,
+/// for a result document. Throws JobError.
 void fillHistograms(const ComponentQueries& queries, const InputTable& table, DataSummary& summary);
 
 } // namespace EmbeddedHV

@@ -58,7 +58,7 @@ std::string InputTable::source(const CFField& field) const
 {
     std::string name = quotedIdentifier(field.GetName());
     if (field.GetStorage() == CFField::Real)
-        // One infinity would make every sum and mean of the field infinite or no number.
+        // One infinite value would make every sum and mean of the field infinite or not-a-number.
         return "CASE WHEN isfinite(" + name + ") THEN " + name + " END";
     if (_trimsBlanks && field.GetStorage() == CFField::String)
         return "rtrim(" + name + ", ' ')";

@@ -6,30 +6,31 @@
 
 namespace EmbeddedHV {
 
-/// The columns of the input that the component needs, kept in a temporary table since a source may
-/// give its records only once. Values that a field declares missing, and real numbers that are
-/// infinite or none, are missing there. With a weight, records are left out whose weight is
-/// missing, 0 or below, infinite or not a number.
+/// A temporary table of the input columns that the component needs, because a source may be
+/// readable only once. Values that a field declares missing, and infinite or not-a-number reals,
+/// are missing in it. With a weight, records are left out whose weight is missing, not positive,
+/// infinite or not a number.
 class InputTable
 {
 public:
-    /// `name` is that of the table to be made.
+    /// `name` is the name of the new table.
     InputTable(const std::string& name, const DescriptivesSettings& settings);
 
-    /// The SQL that makes the table from the records of a SELECT.
+    /// The SQL that creates the table from the records of a SELECT.
     std::string creation(const std::string& select) const;
-    /// Quoted, for FROM.
+    /// The quoted name, for FROM.
     const std::string& name() const { return _quotedName; }
     /// The column of a field of the settings.
     std::string column(const CFField& field) const;
-    /// The column of the values that the field declares missing, where the table has one: that of
-    /// a categorical field, if a document tells of them. Null for any other value.
+    /// The column of the values that the field declares missing; null for other values. Empty if
+    /// the table has none: only categorical fields have one, and only if a document lists these
+    /// values.
     std::optional<std::string> missingColumn(const CFField& field) const;
     bool isWeighted() const { return _weight.has_value(); }
-    /// Whether records whose weight does not count are in the table, with a missing weight, for
-    /// their number to be told. Who has counted them deletes them.
+    /// Whether records with an invalid weight are in the table, with a missing weight, so that they
+    /// can be counted. The code that counts them deletes them.
     bool keepsLeftOut() const { return _forResults && isWeighted(); }
-    /// SQL of a record's weight; 1 without one.
+    /// SQL for the weight of a record; 1 if there is no weight.
     static constexpr const char* kWeight = "w";
 
 private:

@@ -7,7 +7,7 @@
 
 namespace EmbeddedHV {
 
-/// The text of "TIME_INTERVAL.json", docs/descriptives.md.
+/// The text of "TIME_INTERVAL.json", see docs/descriptives.md.
 std::string intervalDocument(const std::vector<TimeInterval>& intervals);
 
 } // namespace EmbeddedHV

@@ -9,7 +9,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// The rows, in their order.
+/// The rows, in order.
 enum Row : std::size_t
 {
     Unit,
@@ -35,7 +35,7 @@ std::vector<Category> rows()
                      {leaf("At the point of another"), leaf("Without a point")})};
 }
 
-/// The fields that make up the point of time.
+/// The names of the fields that form the point of time.
 Json nameOf(const TimeInterval& interval)
 {
     std::vector<Json> items;
@@ -47,7 +47,7 @@ Json nameOf(const TimeInterval& interval)
     return text::composite(std::move(items));
 }
 
-/// The text of a date or time, or the numbers of the fields that make it up.
+/// The text of a date or time, or the numbers of the fields that form it.
 Json pointText(const TimeInterval& interval, const std::string& point,
                const std::vector<std::int64_t>& periods)
 {
@@ -63,7 +63,7 @@ Json pointText(const TimeInterval& interval, const std::string& point,
     return text::composite(std::move(items));
 }
 
-/// As few decimals as tell the fraction of a second.
+/// The smallest number of decimals that shows the fraction of a second.
 Json incrementFormat(double increment)
 {
     constexpr int kMicroseconds = 6;

@@ -7,8 +7,8 @@
 
 namespace EmbeddedHV {
 
-/// The table of time intervals, a column each: how long they are, from when to when, and which of
-/// their points occur. What is not there without an interval is empty, with a footnote.
+/// The table of time intervals with a column for each: its length, its start and end, and how many
+/// of its points occur. Cells without a value are empty and have a footnote.
 Json intervalTable(const std::vector<TimeInterval>& intervals);
 
 } // namespace EmbeddedHV

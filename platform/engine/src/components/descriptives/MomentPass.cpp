@@ -9,8 +9,8 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Values of one piece: they fit in the processor's fastest memory, and a table may have thousands
-/// of fields.
+/// The number of values in a piece. A piece fits into the processor's fastest cache, and a table
+/// may have thousands of fields.
 constexpr std::size_t kPiece = 512;
 using Piece = std::array<double, kPiece>;
 
@@ -19,7 +19,7 @@ bool isThere(const std::uint64_t* validity, std::size_t row)
     return !validity || (validity[row / 64] >> (row % 64) & 1) != 0;
 }
 
-/// A column of numbers of a chunk; a null validity means that all are there.
+/// A column of numbers in a chunk. A null validity means that all values are present.
 struct Numbers
 {
     Numbers(const duck::Chunk& chunk, std::size_t column)
@@ -32,12 +32,12 @@ struct Numbers
     const std::uint64_t* validity;
 };
 
-/// Gathers the values of a field into pieces, and sums up each piece once it is full. A piece ends
-/// after so many values, wherever the database parts its chunks.
+/// Collects the values of a field into pieces and sums each full piece. The size of a piece is
+/// fixed, so it does not depend on the database's chunks.
 class PieceSums
 {
 public:
-    /// `scratch` is borrowed; pieces of all fields may share it.
+    /// Borrows `scratch`. The pieces of all fields may share it.
     PieceSums(double scale, Piece& scratch) : _scale(scale), _scratch(scratch) {}
 
     /// `weights` may be null.
@@ -78,8 +78,8 @@ private:
     Piece& _scratch;
 };
 
-/// One field of the pass. Where its moments are not wanted, or its values are all the same, the
-/// sum of weights is, of the records that have a value.
+/// A field of the pass. If its moments are not needed, or its values are all equal, only the
+/// weights of the records with a value are summed.
 struct SummedField
 {
     FieldSummary* summary;
@@ -175,7 +175,7 @@ void sumUp(const ComponentQueries& queries, const InputTable& table, bool moment
 {
     Pass(table, moments, summary).run(queries);
     for (FieldSummary& field : summary.fields)
-        // The difference of two rounded sums is seldom 0 where it should be.
+        // The difference of two rounded sums is rarely exactly 0.
         field.missingWeight = field.missing == 0 ? 0 : summary.weight - field.validWeight;
 }
 

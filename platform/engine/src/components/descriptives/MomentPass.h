@@ -6,9 +6,9 @@
 
 namespace EmbeddedHV {
 
-/// Sums up weights, and with `moments` finds the moments of numeric fields, whose counts and ranges
-/// are known by now. The records are taken in their order, so the same records give the same
-/// numbers to the last bit, however many threads read them. Throws JobError.
+/// Sums the weights, and with `moments` computes the moments of numeric fields. The counts and
+/// ranges of the fields must be known. Reads the records in order, so the same records give exactly
+/// the same numbers with any number of threads. Throws JobError.
 void sumUp(const ComponentQueries& queries, const InputTable& table, bool moments,
            DataSummary& summary);
 

@@ -8,7 +8,7 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr double kSecondsOfDay = 86400;
-/// Seconds of 0001-01-01 and of 10000-01-01.
+/// Seconds from 1970-01-01 to 0001-01-01 and to 10000-01-01.
 constexpr double kFirst = -62135596800;
 constexpr double kEnd = 253402300800;
 
@@ -34,7 +34,7 @@ std::string timeText(double seconds)
     char text[32];
     std::snprintf(text, sizeof text, "%02d:%02d:%02d", whole / 3600, whole / 60 % 60, whole % 60);
     std::string result = text;
-    // A fraction that rounds up to a second is left out: to carry it over might end in another day.
+    // Drop a fraction that rounds up to a full second. Carrying it over could change the day.
     if (micros == 0 || micros >= 1000000)
         return result;
     std::snprintf(text, sizeof text, ".%06d", micros);

@@ -7,11 +7,11 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Integers below it are doubles without rounding.
+/// All smaller integers are exact as doubles.
 constexpr double kExactIntegers = 9007199254740992.0; // 2^53
-/// An integer of 64 bits that is a multiple of 2^11 is a double without rounding.
+/// A 64-bit integer that is a multiple of 2^11 is exact as a double.
 constexpr int kOffsetBits = 11;
-/// Those of the numbers that keep all their digits.
+/// The exponents of normal doubles.
 constexpr int kLeastExponent = -1022;
 constexpr int kGreatestExponent = 1023;
 
@@ -34,7 +34,7 @@ void fillShapes(const CentralSums& sums, NumericSummary& summary)
     const double variance = sums.second / (w - 1);
     if (!(variance > 0))
         return;
-    // Quotients one by one: a product of large weights may leave the range of a double.
+    // Divide step by step: a product of large weights could exceed the range of a double.
     if (w >= 3)
         summary.skewness =
             finite(w / (w - 1) * (w / (w - 2)) * (sums.third / w / variance / std::sqrt(variance)));
@@ -60,11 +60,11 @@ std::optional<ValueFrame> frameOf(const FieldSummary& field)
     ValueFrame frame;
     frame.least = *least;
     frame.greatest = *greatest;
-    // Halves, since the range of the largest numbers is beyond that of a double.
+    // Halve first: the range of the largest doubles exceeds that of a double.
     double half = *greatest / 2 - *least / 2;
     const auto first = numberIn<std::int64_t>(field.minimum);
     if (field.field.GetStorage() == CFField::Integer && first) {
-        // Two integers may be one double, and yet they differ.
+        // Two different integers may be equal as doubles.
         frame.isConstant = field.minimum == field.maximum;
         half = std::max(half, 0.5);
         if (std::max(-*least, *greatest) > kExactIntegers)
@@ -91,7 +91,7 @@ void fillMoments(const ValueFrame& frame, const CentralSums& sums, NumericSummar
     const double mean = std::ldexp(sums.mean, frame.exponent) + static_cast<double>(frame.offset) +
                         std::ldexp(sums.meanRest, frame.exponent);
     summary.mean = std::clamp(mean, frame.least, frame.greatest);
-    // As sample statistics these divide by the weight less one; the later ones by less yet.
+    // Sample statistics divide by W - 1; the later ones by smaller numbers.
     if (!(w > 1))
         return;
     const double variance = sums.second / (w - 1);

@@ -5,29 +5,29 @@
 
 namespace EmbeddedHV {
 
-/// Where the values of a field lie. They are summed as (x - offset) / 2^exponent, in which the
-/// range has about the size of 1: no power of a deviation leaves the range of a double, and
-/// integers beyond 2^53 keep all their digits.
+/// The range of a field's values. Values are summed as (x - offset) / 2^exponent, so the range is
+/// about 1. Then no power of a deviation exceeds the range of a double, and integers beyond 2^53
+/// keep all digits.
 struct ValueFrame
 {
     double least = 0;
     double greatest = 0;
-    std::int64_t offset = 0; ///< a double without rounding; 0 but for large integers
+    std::int64_t offset = 0; ///< exact as a double; 0 except for large integers
     int exponent = 0;
-    bool isConstant = false; ///< all values are the same
+    bool isConstant = false; ///< all values are equal
 
     /// 2^-exponent.
     double scale() const;
 };
 
-/// The frame of a numeric field by its minimum and maximum; nothing if it has no value.
+/// The frame of a numeric field, from its minimum and maximum; empty if the field has no value.
 std::optional<ValueFrame> frameOf(const FieldSummary& field);
 
 /// Fills in mean, variance, standard deviation, skewness and kurtosis from the sums within the
-/// frame. Values that are all the same need no sums but that of their weights.
+/// frame. If all values are equal, only the sum of weights is needed.
 ///
-/// A frequency weight stands for that many equal records, so the formulas are those of a sample of
-/// W records, W being the sum of the weights, with M_k the sums of w (x - mean)^k:
+/// A frequency weight represents that number of equal records. So the formulas are those of a
+/// sample of W records. W is the sum of the weights; M_k is the sum of w (x - mean)^k:
 ///
 ///     variance s^2 = M2 / (W - 1)
 ///     skewness     = W M3 / ((W - 1) (W - 2) s^3)
@@ -35,8 +35,8 @@ std::optional<ValueFrame> frameOf(const FieldSummary& field);
 ///
 /// The last two are Fisher's G1 and G2, 0 for a normal distribution: D. N. Joanes and C. A. Gill,
 /// "Comparing measures of sample skewness and kurtosis", The Statistician 47 (1998), 183-189. They
-/// are absent below W = 3 and W = 4 records and for values that are all the same. A statistic that
-/// is beyond the range of a double is absent and leaves the others as they are.
+/// need W >= 3 and W >= 4, and values that are not all equal; otherwise they are empty. A statistic
+/// that exceeds the range of a double is empty; the others are not affected.
 void fillMoments(const ValueFrame& frame, const CentralSums& sums, NumericSummary& summary);
 
 } // namespace EmbeddedHV

@@ -8,7 +8,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// The words that name a period; the first that occurs in a field's name counts.
+/// Words that name a period. The first word in this list that occurs in a field's name is used.
 constexpr std::pair<const char*, TimeUnit> kPeriodWords[] = {
     {"weekday", TimeUnit::Day},   {"dayof", TimeUnit::Day},       {"day_of", TimeUnit::Day},
     {"year", TimeUnit::Year},     {"quarter", TimeUnit::Quarter}, {"month", TimeUnit::Month},
@@ -16,7 +16,7 @@ constexpr std::pair<const char*, TimeUnit> kPeriodWords[] = {
     {"minute", TimeUnit::Minute}, {"second", TimeUnit::Second},
 };
 
-/// What the numbers of a period can be.
+/// The range of the numbers of a period.
 struct PeriodRange
 {
     TimeUnit unit;
@@ -24,7 +24,8 @@ struct PeriodRange
     double most;
 };
 
-/// From the coarsest on: of several periods that suit the values of a field, the coarsest counts.
+/// From the coarsest to the finest. If several periods fit the values of a field, the coarsest is
+/// used.
 constexpr PeriodRange kRanges[] = {
     {TimeUnit::Year, 1000, 9999}, {TimeUnit::Quarter, 1, 4}, {TimeUnit::Month, 1, 12},
     {TimeUnit::Week, 1, 53},      {TimeUnit::Day, 1, 366},   {TimeUnit::Hour, 0, 23},
@@ -55,7 +56,7 @@ std::optional<TimeUnit> periodByRange(const ComponentQueries& queries, const Inp
     return std::nullopt;
 }
 
-/// The part of a timestamp as text with leading zeros, missing unless it is a whole number in the
+/// A part of a timestamp as text with leading zeros. Missing unless it is a whole number in the
 /// range.
 std::string part(const std::string& column, int digits, int least, int most)
 {
@@ -65,13 +66,13 @@ std::string part(const std::string& column, int digits, int least, int most)
            whole + " AS VARCHAR), " + std::to_string(digits) + ", '0') END)";
 }
 
-/// SQL of so many days, to be added to a timestamp.
+/// SQL for a number of days that is added to a timestamp.
 std::string daysOf(const std::string& count)
 {
     return "to_days(CAST(" + count + " AS INTEGER))";
 }
 
-/// Weeks are those of a year: within a month or a quarter they have no number.
+/// Weeks are weeks of a year. Within a month or a quarter they have no number.
 bool combine(const std::vector<TimeUnit>& periods)
 {
     const auto has = [&](TimeUnit unit) {
@@ -91,7 +92,7 @@ std::optional<std::vector<TimeUnit>> periodsOf(const ComponentQueries& queries,
         auto period = periodByName(field.GetName());
         if (!period)
             period = periodByRange(queries, table, field, before);
-        // Fields go from the coarsest period to the finest, as the parts of a date are written.
+        // Fields must go from the coarsest to the finest period, like the parts of a date.
         if (!period || (before && *period <= *before))
             return std::nullopt;
         periods.push_back(*period);
@@ -105,7 +106,7 @@ std::string timestampOf(const std::vector<TimeUnit>& periods,
     const auto has = [&](TimeUnit unit) {
         return std::find(periods.begin(), periods.end(), unit) != periods.end();
     };
-    // The number of a period as text; the standard where no field counts it.
+    // The number of a period as text, or `standard` if no field counts it.
     const auto partOf = [&](TimeUnit unit, const char* standard, int digits, int least, int most) {
         const auto found = std::find(periods.begin(), periods.end(), unit);
         return found == periods.end()
@@ -119,7 +120,7 @@ std::string timestampOf(const std::vector<TimeUnit>& periods,
     if (has(TimeUnit::Quarter) && !byMonth)
         month = "lpad(CAST(3 * CAST(" + partOf(TimeUnit::Quarter, "", 1, 1, 4) +
                 " AS INTEGER) - 2 AS VARCHAR), 2, '0')";
-    // The first week of a year is the one with the fourth of January.
+    // The first week of a year contains 4 January.
     const std::string day = byMonth  ? partOf(TimeUnit::Day, "01", 2, 1, 31)
                             : byWeek ? "'04'"
                                      : "'01'";

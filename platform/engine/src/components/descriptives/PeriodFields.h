@@ -8,15 +8,16 @@
 
 namespace EmbeddedHV {
 
-/// What numeric fields count, from the coarsest to the finest period: told by a word in a field's
-/// name, else by the range of its values. Nothing if one cannot be told or is no finer than the one
-/// before it. Throws JobError.
+/// The periods that numeric fields count, from the coarsest to the finest. A word in a field's name
+/// decides, else the range of its values. Empty if the period of a field is unknown, or not finer
+/// than that of the field before it. Throws JobError.
 std::optional<std::vector<TimeUnit>> periodsOf(const ComponentQueries& queries,
                                                const InputTable& table, const Fields& point);
 
-/// SQL of the timestamp that the columns make up; missing where they make up none, as for a month
-/// of 13. Periods that no field counts are the first of their kind, the year 1970. Weeks are those
-/// of ISO 8601; a day is one of the week, of the month or of the year, by the period before it.
+/// SQL for the timestamp that the columns form. Missing for invalid numbers, for example month 13.
+/// Without a year the year is 1970; other periods that no field counts have their first value.
+/// Weeks are ISO 8601 weeks. A day is a day of the week, month or year, depending on the period
+/// before it.
 std::string timestampOf(const std::vector<TimeUnit>& periods,
                         const std::vector<std::string>& columns);
 

@@ -33,7 +33,7 @@ const char* operationType(CFField::FieldType measure)
     return measure == CFField::Ordinal ? "ordinal" : "categorical";
 }
 
-/// Dates and times stand in data models as numbers, which PMML would not read as such.
+/// Data models store dates and times as numbers. PMML would not read these as dates.
 bool hasPlainValues(const CFField& field)
 {
     return field.GetStorage() == CFField::Integer || field.GetStorage() == CFField::Real ||
@@ -47,7 +47,7 @@ void addDataField(pugi::xml_node& dictionary, const CFField& field)
     addAttribute(node, "displayName", xmlText(field.GetLabel()));
     addAttribute(node, "optype", operationType(field.GetType()));
     addAttribute(node, "dataType", dataType(field.GetStorage()));
-    // The values of a continuous field say nothing of the values that it may have.
+    // The values of a continuous field do not limit which values it may have.
     if (field.GetType() == CFField::Continuous || !hasPlainValues(field))
         return;
     for (const CFValue& value : field.GetValues()) {
@@ -79,7 +79,7 @@ void addNumericInfo(pugi::xml_node& node, const FieldSummary& summary)
     }
 }
 
-/// An entry of a PMML array of texts: in quotes, which are marked inside.
+/// An entry of a PMML array of texts: quoted, with inner quotes and backslashes escaped.
 std::string arrayText(const std::string& text)
 {
     std::string result = "\"";

@@ -10,7 +10,8 @@ namespace EmbeddedHV {
 Quartiles weightedQuartiles(const ComponentQueries& queries, const InputTable& table,
                             const std::string& x, double weight)
 {
-    // A weight counts as so many cases of one value, so places are looked up among sums of weights.
+    // A weight counts as that number of cases with the same value. So positions are found in the
+    // cumulative weights.
     const double last = std::max(weight - 1, 0.0);
     std::string columns;
     for (const double part : {0.25, 0.5, 0.75})
@@ -26,13 +27,13 @@ Quartiles weightedQuartiles(const ComponentQueries& queries, const InputTable& t
     const auto quartile = [&](double part) -> std::optional<double> {
         const double place = last * part;
         const auto below = row.real(next++, 0);
-        // Rounding may leave the sum of all weights a little short of the last place.
+        // Because of rounding, the sum of all weights may be slightly less than the last position.
         const auto above = row.real(next++, 0);
         if (!below || !above)
             return below;
         return *below + (*above - *below) * (place - std::floor(place));
     };
-    // The order in which the columns are read.
+    // In the order of the columns.
     const auto first = quartile(0.25);
     const auto median = quartile(0.5);
     return {first, median, quartile(0.75)};

@@ -8,7 +8,7 @@
 
 namespace EmbeddedHV {
 
-/// Nothing in a place stands for no quartile: a column without values has none.
+/// Empty quartiles: the column has no values.
 struct Quartiles
 {
     std::optional<double> first;
@@ -16,9 +16,9 @@ struct Quartiles
     std::optional<double> third;
 };
 
-/// The quartiles of `x`, SQL over the table's columns, whose values weigh `weight` together: those
-/// of a sample in which each value stands as often as its weight says, interpolated at (W - 1) p
-/// like those without a weight. Throws JobError.
+/// The quartiles of `x`, an SQL expression over the table's columns. `weight` is the total weight
+/// of its values. Each value counts as often as its weight says; quartiles are interpolated at (W -
+/// 1) p, as without weights. Throws JobError.
 Quartiles weightedQuartiles(const ComponentQueries& queries, const InputTable& table,
                             const std::string& x, double weight);
 

@@ -14,7 +14,7 @@ constexpr const char* kName = "descriptives";
 constexpr const char* kWarning = "Warning";
 constexpr const char* kComment = "Comment";
 
-/// The result object as it grows.
+/// Builds the result object.
 class Results
 {
 public:
@@ -40,7 +40,7 @@ public:
             _object["intervals"]["table"] = intervalTable(intervals);
     }
 
-    /// `key` has no dot, which would part it where readers name a place in the document.
+    /// `key` contains no dot, because a dot separates keys in a path to a place in the document.
     void addField(const FieldSummary& field, const std::string& key, bool withSummaries)
     {
         if (isCategorical(field.field))
@@ -57,7 +57,7 @@ public:
     }
 
 private:
-    /// Known, but not asked for one by one.
+    /// The frequencies were computed but not requested.
     static bool areWithheld(const FieldSummary& field)
     {
         return field.distinct && field.distribution.empty();
@@ -115,7 +115,7 @@ std::string resultDocument(const DataSummary& summary, bool withSummaries,
         results.addField(summary.fields[i], "f" + std::to_string(i + 1), withSummaries);
     const Json document = {{"dataModel", fieldModel(kName, fieldsOf(summary))},
                            {kName, results.json()}};
-    // Names and texts may hold bytes that are no characters.
+    // Names and texts may contain invalid UTF-8.
     return document.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

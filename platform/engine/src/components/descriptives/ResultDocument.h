@@ -8,9 +8,10 @@
 
 namespace EmbeddedHV {
 
-/// The text of "Results.json", docs/result-document.md: the data model of the fields and the result
-/// object "descriptives" with a table of statistics, and for each field its frequencies or its
-/// histogram, and one of time intervals, if there are any. `remarks` become notifications.
+/// The text of "Results.json", see docs/result-document.md: the data model of the fields and the
+/// result object "descriptives". The object has a table of statistics, for each field its
+/// frequencies or its histogram, and a table of time intervals if there are any. `remarks` become
+/// notifications.
 std::string resultDocument(const DataSummary& summary, bool withSummaries,
                            const std::vector<TimeInterval>& intervals,
                            const std::vector<std::string>& remarks);

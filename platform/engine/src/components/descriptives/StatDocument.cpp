@@ -25,12 +25,12 @@ void addNumeric(pugi::xml_node& node, const FieldSummary& summary)
     addAttribute(range, "thirdQuartile", numeric.thirdQuartile);
 }
 
-/// The null is a value without the attribute.
+/// A null value is a Value element without the attribute.
 void addCounts(pugi::xml_node list, const std::vector<ValueCount>& counts, bool weighted)
 {
     for (const ValueCount& count : counts) {
         pugi::xml_node value = list.append_child("Value");
-        // An empty text is a value too, so its attribute is there.
+        // An empty text is a value, so it has the attribute.
         if (!count.value.IsNull())
             value.append_attribute("value").set_value(xmlText(count.value.ToString(-1)).c_str());
         addAttribute(value, "count", std::to_string(count.records));
@@ -69,7 +69,7 @@ std::string statDocument(const DataSummary& summary)
 {
     Fields fields;
     pugi::xml_document document;
-    // Readers of the model look for this tag as it stands, without attributes.
+    // Readers of the model search for exactly this tag, without attributes.
     pugi::xml_node summaries = document.append_child("DatasetSummaries");
     pugi::xml_node dataset = summaries.append_child("Dataset");
     addAttribute(dataset, "records", std::to_string(summary.records));

@@ -6,8 +6,8 @@
 
 namespace EmbeddedHV {
 
-/// The text of "StatXML.xml", docs/descriptives.md: the data model of the fields, and the summaries
-/// behind them inside of the model.
+/// The text of "StatXML.xml", see docs/descriptives.md: the data model of the fields, with the
+/// summaries inside the model, after the fields.
 std::string statDocument(const DataSummary& summary);
 
 } // namespace EmbeddedHV

@@ -14,11 +14,12 @@ namespace {
 
 constexpr int kDecimalsOfWeights = 3;
 constexpr int kDecimalsOfShapes = 3;
-/// Beyond those of the values, for what lies between values.
+/// Added to the decimals of the values, for statistics that are not values themselves.
 constexpr int kMoreDecimals = 2;
-/// Digits of the standard deviation that are to be seen, however small it is.
+/// Digits of the standard deviation that are always visible, however small it is.
 constexpr int kDigitsShown = 4;
-/// The same of the ends of the range, whose own format has its reasons.
+/// The same for minimum and maximum. Fewer digits, because the field's own format normally
+/// determines their decimals.
 constexpr int kDigitsOfRange = 2;
 
 enum class Kind
@@ -26,21 +27,22 @@ enum class Kind
     Records,
     Weight,
     Range,
-    Between, ///< on the scale of the values, and between them
-    Spread,  ///< the same, and not below 0
+    Between, ///< on the scale of the values, but not a value itself
+    Spread,  ///< the same, and never negative
     Square,
     Shape
 };
 
-/// A column of the table. A group begins where its name is not that of the column before.
+/// A column of the table. A group begins at a column whose group differs from that of the previous
+/// column.
 struct Statistic
 {
-    std::string_view group; ///< empty for a column by itself
+    std::string_view group; ///< empty for a column outside groups
     const char* title;
     Kind kind;
     std::optional<double> (*value)(const FieldSummary&);
-    double leastWeight; ///< of the values that determine it
-    bool needsVariety;  ///< not determined by values that are all the same
+    double leastWeight; ///< least total weight of the values for which it is defined
+    bool needsVariety;  ///< not defined if all values are equal
 };
 
 std::optional<double> countOf(std::int64_t count)
@@ -61,7 +63,7 @@ constexpr Statistic kWeights[] = {
     {"Unweighted N", "Missing", Kind::Records, [](Field f) { return countOf(f.missing); }, 0,
      false},
 };
-/// Above 1 is as good as the next number after it: variance is not determined by a weight of 1.
+/// The variance is defined if the weight is above 1. This is slightly more than 1.
 constexpr double kAboveOne = 1 + 1e-15;
 constexpr Statistic kSummaries[] = {
     {"", "Mean", Kind::Between, [](Field f) { return f.numeric.mean; }, 0, false},
@@ -79,7 +81,7 @@ constexpr Statistic kSummaries[] = {
      false},
 };
 
-/// Data that are weighted have weights and counts of records, others counts alone.
+/// Weighted data have columns for weights and for counts of records, other data only for counts.
 std::vector<Statistic> columnsFor(const DataSummary& summary, bool withSummaries)
 {
     std::vector<Statistic> columns;
@@ -92,7 +94,7 @@ std::vector<Statistic> columnsFor(const DataSummary& summary, bool withSummaries
     return columns;
 }
 
-/// Statistics of one group that follow each other share its heading.
+/// Neighbouring statistics of the same group share a heading.
 std::vector<Category> categoriesOf(const std::vector<Statistic>& columns)
 {
     std::vector<Category> categories;
@@ -116,14 +118,14 @@ bool isCount(Kind kind)
     return kind == Kind::Records || kind == Kind::Weight;
 }
 
-/// Whether the statistic says something of such a field at all.
+/// Whether the statistic is meaningful for such a field.
 bool applies(const Statistic& statistic, const CFField& field)
 {
     return isCount(statistic.kind) || isNumber(field) ||
            (isMoment(field) && statistic.kind == Kind::Range);
 }
 
-/// The decimals by which the first digits of a number are seen.
+/// The number of decimals that shows the first digits of a number.
 int decimalsFor(double value)
 {
     if (!(value > 0) || !std::isfinite(value))
@@ -132,7 +134,7 @@ int decimalsFor(double value)
     return static_cast<int>(std::clamp(decimals, 0.0, static_cast<double>(kMostDecimals)));
 }
 
-/// Those of the field's own format, or as many as its spread takes to be seen.
+/// The decimals of the field's own format, else enough decimals to show its spread.
 int decimalsOfValues(const FieldSummary& field)
 {
     if (const auto decimals = decimalsOf(field.field))
@@ -147,14 +149,14 @@ Json countFormat(Kind kind)
     return numberFormat(kind == Kind::Weight ? kDecimalsOfWeights : 0);
 }
 
-/// A mean has more decimals than the values, a shape has none of theirs.
+/// A mean has more decimals than the values. Skewness and kurtosis have a fixed number.
 Json formatFor(const Statistic& statistic, const FieldSummary& field)
 {
     const int most = static_cast<int>(kMostDecimals);
     const int decimals = decimalsOfValues(field);
     const int between = std::max(std::min(decimals + kMoreDecimals, most),
                                  decimalsFor(field.numeric.standardDeviation.value_or(0)));
-    // Ends of a range that its own format shows alike would say that all values are the same.
+    // Otherwise the field's format could show different ends of the range as equal.
     const int least =
         decimalsFor(field.numeric.standardDeviation.value_or(0)) - (kDigitsShown - kDigitsOfRange);
     switch (statistic.kind) {
@@ -172,7 +174,7 @@ Json formatFor(const Statistic& statistic, const FieldSummary& field)
     }
 }
 
-/// Why a statistic that applies has no value.
+/// The reason why a statistic has no value although it is meaningful.
 const char* reasonOf(const Statistic& statistic, const FieldSummary& field)
 {
     if (field.valid == 0)
@@ -225,7 +227,7 @@ private:
         Json format = formatFor(statistic, field);
         if (!reason) {
             reason = "The result is beyond the range of numbers.";
-            // What cannot be negative is too large, and so is told as what it is.
+            // A value that cannot be negative has overflowed upwards, so it is shown as infinite.
             if (statistic.kind == Kind::Spread || statistic.kind == Kind::Square) {
                 format["positiveInfinity"] = true;
                 _table.set(place, 0);
@@ -238,7 +240,7 @@ private:
     const std::vector<Statistic>& _columns;
 };
 
-/// A reader must know that counts are weights, and what was left out for them.
+/// Tells the reader that counts are weights, and how many records were left out.
 void tellWeight(PivotTable& table, const DataSummary& summary)
 {
     if (!summary.weightField)

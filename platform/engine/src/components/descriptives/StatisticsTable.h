@@ -5,8 +5,8 @@
 
 namespace EmbeddedHV {
 
-/// The table of the statistics of all fields, a row each: counts, and with `withSummaries` moments,
-/// range and quartiles. What the values do not determine is empty, with a footnote that says why.
+/// The table of statistics with a row for each field: counts, and with `withSummaries` moments,
+/// range and quartiles. A statistic that is not defined is empty; a footnote gives the reason.
 Json statisticsTable(const DataSummary& summary, bool withSummaries);
 
 } // namespace EmbeddedHV

@@ -9,7 +9,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// A SELECT of one row whose columns are asked for and read in the same order.
+/// A SELECT with one result row. Its columns are added and read in the same order.
 class OneRow
 {
 public:
@@ -100,8 +100,8 @@ private:
     void ask(const FieldSummary& field)
     {
         const std::string x = _table.column(field.field);
-        // One list, which the database computes once: three aggregates would each keep and part
-        // all values.
+        // A list of quantiles is computed once. Three aggregates would each store and sort all
+        // values.
         for (const char* place : {"[1]", "[2]", "[3]"})
             _row.add("quantile_cont(CAST(" + x + " AS DOUBLE), [0.25, 0.5, 0.75])" + place);
     }
@@ -136,7 +136,7 @@ std::int64_t dropLeftOut(const ComponentQueries& queries, const InputTable& tabl
     return count;
 }
 
-/// What only some documents tell.
+/// Statistics that only some documents contain.
 void fillDetails(const ComponentQueries& queries, const InputTable& table,
                  const DescriptivesSettings& settings, DataSummary& summary)
 {

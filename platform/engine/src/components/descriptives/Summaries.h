@@ -6,7 +6,7 @@
 
 namespace EmbeddedHV {
 
-/// Computes what is asked of the fields of a table. Throws JobError.
+/// Computes the statistics that the settings request for the fields of a table. Throws JobError.
 DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
                       const DescriptivesSettings& settings);
 

@@ -10,7 +10,7 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr std::size_t kSequenceLength = 7; // _xHHHH_
-/// U+FFFE and U+FFFF in UTF-8, but for their last byte.
+/// U+FFFE and U+FFFF in UTF-8, without the last byte.
 constexpr std::string_view kNoCharacters = "\xEF\xBF";
 
 struct StringWriter final : pugi::xml_writer

@@ -7,17 +7,18 @@
 
 namespace EmbeddedHV {
 
-/// A text without the characters that XML has no place for, each written as `_xHHHH_` in the way of
-/// data model documents. The underscore of what could be read as such a sequence is written so too.
+/// Replaces each character that XML does not allow with `_xHHHH_`, as data model documents do. An
+/// underscore that would begin such a sequence is replaced too.
 std::string xmlText(const std::string& text);
-/// The shortest text that reads back as the same number.
+/// The shortest text that converts back to the same number.
 std::string numberText(double value);
 
-/// Attributes of the statistics; one that is absent is left out.
+/// Adds an attribute. An empty value adds none.
 void addAttribute(pugi::xml_node& node, const char* name, const std::string& value);
+/// Adds an attribute. An empty value adds none.
 void addAttribute(pugi::xml_node& node, const char* name, std::optional<double> value);
 
-/// The element with all inside it as indented text, without a declaration.
+/// The element and its content as indented text, without an XML declaration.
 std::string textOf(const pugi::xml_node& node);
 
 } // namespace EmbeddedHV

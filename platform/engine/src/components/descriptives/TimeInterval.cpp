@@ -12,18 +12,18 @@ namespace {
 constexpr const char* kUnitWords[] = {"year", "quarter", "month",  "week",
                                       "day",  "hour",    "minute", "second"};
 
-/// A unit as a number of steps.
+/// A unit and its number of steps.
 struct UnitSteps
 {
     TimeUnit unit;
     std::int64_t steps;
 };
 
-/// The steps in which distances are counted: months are no fixed number of days, and days go on
-/// where the clock repeats.
+/// The steps in which distances are counted. Three scales, because months have no fixed number of
+/// days, and times of day repeat.
 struct Scale
 {
-    const char* sql; ///< the step that v lies on
+    const char* sql; ///< SQL for the step of v
     std::vector<UnitSteps> units;
 };
 
@@ -50,21 +50,22 @@ const Scale& microseconds()
     return scale;
 }
 
-/// SQL of a timestamp for a date, a time of day (on the first day) or a timestamp.
+/// SQL for the timestamp of a date, a time of day (on 1970-01-01) or a timestamp.
 std::string timestampSql(const std::string& column, CFField::StorageType storage)
 {
     return storage == CFField::Time ? "(DATE '1970-01-01' + " + column + ")"
                                     : "CAST(" + column + " AS TIMESTAMP)";
 }
 
-/// SQL of whether points lie on one day of the month, or on the month's last day where the month is
-/// shorter: `last` is the greatest day of all points, `most` the last day of a point's month. One
-/// such month among two points is no evidence: 28 February and 29 March may be 29 days apart.
+/// SQL that tests whether all points are on the same day of the month, or on the last day of
+/// shorter months. `last` is the greatest day of all points, `most` the last day of a point's
+/// month. Two points with one such month are not enough: 28 February and 29 March may simply be 29
+/// days apart.
 constexpr const char* kIsMonthly =
     "coalesce(CAST(bool_and(day(v) = least(last, most)) AND "
     "(count(*) FILTER (day(v) = last) <> 1 OR bool_and(day(v) = most)) AS INTEGER), 0)";
 
-/// Looks for one interval.
+/// Detects one interval.
 class Detection
 {
 public:
@@ -104,7 +105,7 @@ private:
                ") WHERE isfinite(v) GROUP BY v)";
     }
 
-    /// Counts the points and sees on which scale they can lie.
+    /// Counts the points and finds the scale that fits them.
     const Scale& lookAtPoints(CFField::StorageType storage)
     {
         const std::string type = sqlTypeOf(storage);
@@ -153,7 +154,7 @@ private:
         std::int64_t step = 0;
         std::int64_t span = 0;
         for (std::size_t row = 0; row < gaps.rows(); ++row) {
-            // The widest step that reaches all points; the gaps may be any multiple of it.
+            // The largest step that divides all gaps. A gap may be any multiple of it.
             step = std::gcd(step, gaps.integer(0, row));
             span += gaps.integer(0, row) * gaps.integer(1, row);
         }
@@ -171,7 +172,7 @@ private:
     const InputTable& _table;
     const Fields& _point;
     std::vector<std::string> _columns;
-    std::string _moment; ///< SQL of a record's point of time
+    std::string _moment; ///< SQL for a record's point of time
     TimeInterval _result;
 };
 

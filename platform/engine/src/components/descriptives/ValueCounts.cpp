@@ -29,8 +29,7 @@ duck::Result countMissing(const ComponentQueries& queries, const InputTable& tab
                        std::to_string(kMostMissingValues + 1));
 }
 
-/// A text that is not there is a blank one to the host; where nobody gives it a label it is still
-/// none.
+/// The host stores a missing text as blanks. So a blank text without a label is not a value.
 bool isNoValue(const CFDatum& value, const CFField& field)
 {
     return value.IsString() && value.GetString().find_first_not_of(' ') == std::string::npos &&

@@ -5,7 +5,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Readers know these digits by heart; none of them needs a backslash in JSON.
+/// The document format fixes these digits. None of them needs a backslash in JSON.
 constexpr std::string_view kDigits =
     "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
     " %&()+,-./:;<=>?@[]^_`|~";

@@ -6,19 +6,20 @@
 
 namespace EmbeddedHV {
 
-/// Addresses of the cells of a result table: for each dimension in order the place of the leaf in
-/// base 86, most significant digit first, in the width that the dimension needs.
+/// Addresses of the cells of a result table. For each dimension in order, an address has the
+/// position of the leaf in base 86, most significant digit first, in the width that the dimension
+/// needs.
 class CellKeys
 {
 public:
-    /// `leaves` is how many there are in each dimension.
+    /// `leaves` has the number of leaves of each dimension.
     explicit CellKeys(std::vector<std::size_t> leaves);
 
-    /// The key of the cell at one leaf of each dimension. A place of kAny stands for all leaves.
+    /// The key of the cell at one leaf of each dimension. A position of kAny means all leaves.
     std::string at(const std::vector<std::size_t>& places) const;
-    /// How many cells there are.
+    /// The number of cells.
     std::size_t cells() const;
-    /// The place of a cell when the last dimension runs fastest.
+    /// The index of a cell if the last dimension varies fastest.
     std::size_t position(const std::vector<std::size_t>& places) const;
 
     static constexpr std::size_t kAny = static_cast<std::size_t>(-1);

@@ -10,14 +10,14 @@ namespace {
 
 constexpr const char* kSchema = "https://vega.github.io/schema/vega-lite/v5.json";
 
-/// What ends a line in JavaScript, and the backslash.
+/// Line ends in JavaScript, and the backslash.
 constexpr std::pair<std::string_view, std::string_view> kBreakingExpressions[] = {{"\\", "\u2216"},
                                                                                   {"\n", " "},
                                                                                   {"\r", " "},
                                                                                   {"\u2028", " "},
                                                                                   {"\u2029", " "}};
 
-/// Each JavaScript object has something under these names already.
+/// Every JavaScript object already has properties with these names.
 constexpr std::string_view kInherited[] = {
     "constructor",    "hasOwnProperty", "isPrototypeOf", "propertyIsEnumerable",
     "toLocaleString", "toString",       "valueOf",       "__proto__"};

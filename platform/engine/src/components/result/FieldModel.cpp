@@ -12,7 +12,7 @@ std::string wordOrNothing(const char* word)
     return word ? word : "";
 }
 
-/// Readers take a number for one of 32 bits, without a fraction; others go as texts.
+/// Readers accept only 32-bit integers as numbers. Other values are written as texts.
 Json labelled(const CFDatum& datum)
 {
     using Small = std::numeric_limits<std::int32_t>;

@@ -7,7 +7,7 @@
 
 namespace EmbeddedHV {
 
-/// The data model of a result document: what its texts and charts may say of fields by name alone.
+/// The data model of a result document. Texts and charts refer to its fields by name.
 Json fieldModel(const std::string& name, const datafile::Fields& fields);
 
 } // namespace EmbeddedHV

@@ -105,7 +105,7 @@ Json PivotTable::json() const
         result["cellLabels"] = {{"values", _cellLabels}};
     if (!_caption.empty())
         result["caption"] = {{"show", true}, {"text", _caption}};
-    // Patterns first: a later entry of the list overrides an earlier one for its cell.
+    // Patterns first: for a cell, a later format in the list overrides an earlier one.
     result["formats"] = _wideFormats;
     for (const Json& format : _cellFormats)
         result["formats"].push_back(format);

@@ -10,7 +10,7 @@
 
 namespace EmbeddedHV {
 
-/// A category of a dimension: a leaf, or a group of others.
+/// A category of a dimension: a leaf, or a group of categories.
 struct Category
 {
     explicit Category(Json shown, std::vector<Category> inside = {})
@@ -22,11 +22,11 @@ struct Category
     std::vector<Category> members;
 };
 
-/// A table of a result document, filled cell by cell: docs/result-document.md tells its form.
+/// A table of a result document, filled cell by cell. See docs/result-document.md.
 class PivotTable
 {
 public:
-    /// One dimension, with its outermost categories in order.
+    /// A dimension and its outermost categories, in order.
     struct Dimension
     {
         Json text;        ///< a text item
@@ -35,19 +35,20 @@ public:
     };
     using Places = std::vector<std::size_t>;
 
-    /// `id` is not empty; `title` is a text item.
+    /// `id` must not be empty; `title` is a text item.
     PivotTable(std::string id, Json title, std::vector<Dimension> dimensions);
 
-    /// The number of a footnote; the same text is one footnote.
+    /// Adds a footnote and returns its number. The same text is added only once.
     std::size_t footnote(const Json& text);
     void noteTitle(std::size_t footnote) { _titleNotes.push_back(footnote); }
     void addCaption(Json text) { _caption.push_back(std::move(text)); }
 
-    /// The number at one leaf of each dimension; a cell without one is empty.
+    /// Sets the number of a cell. A cell without a number is empty.
     void set(const Places& places, std::optional<double> value);
-    /// A text item in place of a number.
+    /// Sets a text item instead of a number.
     void setText(const Places& places, const Json& text);
-    /// How cells are shown; places may be CellKeys::kAny. Formats of single cells hold over others.
+    /// Sets the format of cells. Positions may be CellKeys::kAny. The format of a single cell takes
+    /// precedence.
     void format(const Places& places, const Json& format);
     void note(const Places& place, std::size_t footnote, const Json& format);
 
@@ -62,7 +63,7 @@ private:
     std::vector<std::size_t> _titleNotes;
     std::vector<Json> _caption;
     std::vector<std::optional<double>> _cells;
-    std::vector<Json> _cellLabels; ///< what the numbers of cells that are texts stand for
+    std::vector<Json> _cellLabels; ///< the texts for the numbers of cells that show a text
     Json _wideFormats = Json::array();
     Json _cellFormats = Json::array();
 };

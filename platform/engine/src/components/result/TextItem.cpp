@@ -5,7 +5,7 @@
 namespace EmbeddedHV::text {
 namespace {
 
-/// Readers show numbers of a field that the host does not know with so many decimals.
+/// For a field without a format, readers show this number of decimals.
 constexpr std::size_t kDecimalsShown = 3;
 
 Json item(const char* variant, Json content)
@@ -18,7 +18,7 @@ bool hasLabel(const CFField& field, const CFDatum& datum)
     return CFValue::GetIndex(datum, field.GetValueLabels()) >= 0;
 }
 
-/// The decimals that it takes to tell a number from its neighbours.
+/// The number of decimals in the shortest form of a number.
 std::size_t decimalsOf(const CFDatum& datum)
 {
     const std::string shortest = datum.ToString(-1);
@@ -65,8 +65,8 @@ Json value(const CFField& field, const CFDatum& datum, const std::string& empty)
         return datum.GetString().empty() ? plain(empty)
                                          : item("stringDataText", {{"value", datum.GetString()},
                                                                    {"variable", field.GetName()}});
-    // Readers do not agree whether a timestamp of a field is told in days or in seconds; in a
-    // number with a format it is in seconds for all of them.
+    // Readers disagree whether a timestamp of a field is in days or in seconds. As a number with a
+    // format, it is in seconds for all of them.
     if (field.GetStorage() == CFField::Timestamp)
         return number(datum.GetReal(), valueFormat(field, 0));
     const std::size_t decimals = datum.IsReal() ? decimalsOf(datum) : 0;

@@ -5,7 +5,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// The host's code of a format type, and how a result document says the same.
+/// A format type of the host, and its equivalent in a result document.
 struct FormatWord
 {
     int type;
@@ -74,7 +74,7 @@ Json numberJson(double value)
     constexpr double kExact = 9007199254740992;
     if (!std::isfinite(value))
         return nullptr;
-    // Whole numbers without a point, which is what a reader expects of counts.
+    // Whole numbers without a decimal point, as readers expect for counts.
     if (value == std::floor(value) && std::abs(value) <= kExact)
         return static_cast<std::int64_t>(value);
     return value;

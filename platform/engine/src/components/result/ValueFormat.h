@@ -7,19 +7,19 @@
 
 namespace EmbeddedHV {
 
-/// A double has no more decimals that tell anything.
+/// More decimals of a double are not significant.
 inline constexpr std::size_t kMostDecimals = 15;
 
-/// A number as it is written: whole ones without a point, and null for what JSON cannot write.
+/// A number in JSON: whole numbers without a decimal point, null for infinite and not-a-number.
 Json numberJson(double value);
-/// The format of plain numbers, shown with so many decimals.
+/// The format of plain numbers with this number of decimals.
 Json numberFormat(int decimals);
-/// How values of the field are shown: a date or a time by its pattern, a number with so many
-/// decimals and with the dress that the host gives it (grouping, currency, percent).
+/// The format of the field's values: dates and times by their pattern; numbers with this number of
+/// decimals and the host's grouping, currency or percent sign.
 Json valueFormat(const CFField& field, int decimals);
-/// The format of a field in the data model of a result: names, width and decimals.
+/// The format of a field in the data model of a result: name, width and decimals.
 Json fieldFormat(const CFField& field);
-/// The decimals that the field is shown with; nothing if neither format nor storage says so.
+/// The number of decimals of the field; empty if neither its format nor its storage determines it.
 std::optional<int> decimalsOf(const CFField& field);
 
 } // namespace EmbeddedHV
