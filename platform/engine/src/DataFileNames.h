@@ -1,6 +1,6 @@
 #pragma once
 
-/// The file library's names are the engine's own.
+/// The engine uses the names of the file library as its own.
 namespace datafile {
 }
 namespace EmbeddedHV {

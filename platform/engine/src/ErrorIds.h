@@ -9,7 +9,7 @@
 namespace EmbeddedHV::errors {
 
 // PA: the text of a job.
-inline constexpr const char* kSyntax = "HVEPA0001E";  ///< the text breaks the grammar
+inline constexpr const char* kSyntax = "HVEPA0001E";  ///< the text has a syntax error
 inline constexpr const char* kNesting = "HVEPA0002E"; ///< nested deeper than the language allows
 inline constexpr const char* kTextEncoding = "HVEPA0003E"; ///< bytes that are not UTF-8
 
@@ -18,7 +18,7 @@ inline constexpr const char* kUnknownStep = "HVEPL0001E";    ///< no step of thi
 inline constexpr const char* kStepArguments = "HVEPL0002E";  ///< wrong number or kind of arguments
 inline constexpr const char* kSettingMissing = "HVEPL0003E"; ///< a setting that the step needs
 inline constexpr const char* kSettingType = "HVEPL0004E";    ///< a setting of a wrong type or value
-inline constexpr const char* kUnknownField = "HVEPL0005E";   ///< a field that the input lacks
+inline constexpr const char* kUnknownField = "HVEPL0005E";   ///< no such field in the input
 inline constexpr const char* kDuplicateField = "HVEPL0006E"; ///< two output fields of one name
 inline constexpr const char* kUnknownName = "HVEPL0007E";    ///< a name without a definition
 inline constexpr const char* kNameBoundTwice = "HVEPL0008E"; ///< two definitions of one name
@@ -28,15 +28,15 @@ inline constexpr const char* kNotLiteral = "HVEPL0011E";   ///< not JSON where J
 inline constexpr const char* kStepInput = "HVEPL0012E";    ///< an input too many or too few
 inline constexpr const char* kNotAvailable = "HVEPL0013E"; ///< known, but not in this engine
 inline constexpr const char* kLiteralSize = "HVEPL0014E";  ///< a literal too large or too deep
-inline constexpr const char* kSettingIgnored = "HVEPL0015W"; ///< a setting that the step lacks
-inline constexpr const char* kFieldRenamed = "HVEPL0016W";   ///< only letter case told it apart
+inline constexpr const char* kSettingIgnored = "HVEPL0015W"; ///< the step has no such setting
+inline constexpr const char* kFieldRenamed = "HVEPL0016W";   ///< differs only in letter case
 
 // DE: the component descriptives.
 inline constexpr const char* kSettingNotHonoured = "HVEDE0001W"; ///< a setting without effect
-inline constexpr const char* kNoTimeInterval = "HVEDE0002W"; ///< fields that make up no interval
+inline constexpr const char* kNoTimeInterval = "HVEDE0002W";     ///< fields that form no interval
 
 // TC: temporal causal models. Preparation: 1 to 19.
-inline constexpr const char* kTsdpNoTime = "HVETC0001E";     ///< no field tells the time
+inline constexpr const char* kTsdpNoTime = "HVETC0001E";     ///< no field with the time
 inline constexpr const char* kTsdpFieldTwice = "HVETC0002E"; ///< one field in two roles
 inline constexpr const char* kTsdpFewPoints = "HVETC0003E";  ///< fewer than two points of time
 inline constexpr const char* kTsdpNoSeries = "HVETC0004E";   ///< no series is left
@@ -73,13 +73,12 @@ inline constexpr const char* kSeriesWithoutRecords = "HVETC0062W"; ///< a metric
 
 // EX: expressions over records.
 inline constexpr const char* kLambdaForm = "HVEEX0001E";      ///< not the form that the step takes
-inline constexpr const char* kExpressionField = "HVEEX0002E"; ///< a field that the record lacks
+inline constexpr const char* kExpressionField = "HVEEX0002E"; ///< no such field in the record
 inline constexpr const char* kUnknownFunction = "HVEEX0003E"; ///< no function of this name
 inline constexpr const char* kExpressionName = "HVEEX0004E";  ///< no parameter or definition
 inline constexpr const char* kOperandType = "HVEEX0005E"; ///< an operand or argument of wrong type
 inline constexpr const char* kArgumentCount = "HVEEX0006E"; ///< too many or too few arguments
-inline constexpr const char* kDeclaredType =
-    "HVEEX0007E";                                       ///< a declared type that is not the actual
+inline constexpr const char* kDeclaredType = "HVEEX0007E";  ///< a declared type that differs
 inline constexpr const char* kPattern = "HVEEX0008E";   ///< a date or time pattern that is wrong
 inline constexpr const char* kRecursion = "HVEEX0009E"; ///< a definition that calls itself
 inline constexpr const char* kExpressionSize = "HVEEX0010E"; ///< too large or too deep to run
@@ -89,27 +88,27 @@ inline constexpr const char* kConversion = "HVEEX0012E"; ///< a value did not co
 // IO: data sources and row iterators; those of files are the file library's.
 using namespace datafile::faults;
 inline constexpr const char* kUnknownDataSource = "HVEIO0013E"; ///< no data source of this name
-inline constexpr const char* kAppendMismatch = "HVEIO0014E";    ///< fields do not suit the source
+inline constexpr const char* kAppendMismatch = "HVEIO0014E"; ///< fields that do not fit the source
 inline constexpr const char* kIteratorModel = "HVEIO0018E";  ///< the data model of a row iterator
 inline constexpr const char* kIteratorFailed = "HVEIO0019E"; ///< a row iterator threw
-inline constexpr const char* kIteratorValue = "HVEIO0020E";  ///< a value without a place
+inline constexpr const char* kIteratorValue = "HVEIO0020E";  ///< a value that the field cannot hold
 inline constexpr const char* kMissingCut = "HVEIO0021W";  ///< more missing values than a file has
 inline constexpr const char* kTimeDropped = "HVEIO0022W"; ///< a date of a row has a time of day
 
 // GE: shapes, map services and coordinate systems.
-inline constexpr const char* kMapService = "HVEGE0001E";    ///< a map service gives no records
+inline constexpr const char* kMapService = "HVEGE0001E";    ///< a map service returns no records
 inline constexpr const char* kUnknownSystem = "HVEGE0002E"; ///< no such coordinate system
-inline constexpr const char* kUnknownTransformation = "HVEGE0003E"; ///< no way between two systems
+inline constexpr const char* kUnknownTransformation = "HVEGE0003E"; ///< no such transformation
 inline constexpr const char* kNoShapes = "HVEGE0004E";   ///< a field or an input without shapes
 inline constexpr const char* kNoSystem = "HVEGE0005E";   ///< shapes without a coordinate system
-inline constexpr const char* kNotAShape = "HVEGE0006E";  ///< a text that is no shape
-inline constexpr const char* kShapesLost = "HVEGE0007W"; ///< shapes without a place elsewhere
+inline constexpr const char* kNotAShape = "HVEGE0006E";  ///< a text that is not a shape
+inline constexpr const char* kShapesLost = "HVEGE0007W"; ///< shapes that do not exist there
 
 // RT: while a job runs.
-inline constexpr const char* kQueryFailed = "HVERT0001E"; ///< the database gave up, see the detail
+inline constexpr const char* kQueryFailed = "HVERT0001E"; ///< the database failed, see the detail
 inline constexpr const char* kOutOfMemory = "HVERT0002E"; ///< not enough memory
 inline constexpr const char* kOutOfRange = "HVERT0003E";  ///< a number beyond its type
-inline constexpr const char* kInternal = "HVERT0004E";    ///< a fault of the engine itself
+inline constexpr const char* kInternal = "HVERT0004E";    ///< an internal error of the engine
 inline constexpr const char* kNoStatement = "HVERT0005W"; ///< a job without a statement
 
 } // namespace EmbeddedHV::errors

@@ -31,7 +31,7 @@ thread_local bool FactoryScope::running = false;
 
 std::unique_ptr<Backend> makeBackend(JNIEnv* env, const EHVAppSetting& settings)
 {
-    // A copy, since the factory may choose another one while it runs.
+    // A copy, because the factory may set another factory while it runs.
     const BackendFactory factory = chosenFactory();
     if (!factory || FactoryScope::running)
         return makeLocalBackend(env, settings);

@@ -5,8 +5,8 @@
 
 namespace EmbeddedHV {
 
-/// A fault in a job: what becomes ExecutionListener::onError, or an Exception out of prepare. The
-/// ids stand in ErrorIds.h and docs/hvl.md; the text names the step and the thing.
+/// An error of a job. It is reported through ExecutionListener::onError. ErrorIds.h and docs/hvl.md
+/// list the ids. The text names the step and what is wrong.
 using JobError = datafile::Fault;
 
 } // namespace EmbeddedHV

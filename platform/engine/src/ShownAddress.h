@@ -6,8 +6,9 @@
 
 namespace EmbeddedHV {
 
-/// A web address without its user info, query and fragment, which may hold a key: what messages and
-/// logs show. Any other text, and the address of a file, comes back unchanged.
+/// Returns a web address without user info, query and fragment, because these may contain a key.
+/// Messages and logs show addresses in this form. Returns any other text, and the address of a
+/// file, unchanged.
 inline std::string withoutCredentials(std::string_view address)
 {
     constexpr std::string_view kBeforeHost = "://";

@@ -11,23 +11,23 @@
 #include "CFField.h"
 #include "EngineExport.h"
 
-/// Shapes and coordinate systems as the engine sees them. What implements this stands in a library
-/// of its own, which is loaded when a job first asks for a map: the libraries behind it take longer
-/// to load than the engine takes to start.
+/// The engine's interface to maps and coordinate systems. A separate library implements it. The
+/// engine loads this library when a job first uses a map, because its dependencies take longer to
+/// load than the engine takes to start.
 namespace EmbeddedHV::maps {
 
-/// What is wrong with a map source or a coordinate system: one sentence that names it.
+/// An error in a map source or a coordinate system. The text is one sentence that names it.
 class ENGINE_API GeographyError : public std::runtime_error
 {
 public:
-    /// Each kind becomes another error of a job.
+    /// Each kind becomes a different error id of a job.
     enum Kind
     {
         FileMissing,
         Unreadable,
         NotOfItsKind,
         Service,
-        TooLarge, ///< an answer of a service, which may give less at a time
+        TooLarge, ///< an answer of a service is too large; smaller requests may succeed
         UnknownSystem,
         UnknownMethod,
         WrongQuestion,
@@ -40,29 +40,29 @@ private:
     Kind _kind;
 };
 
-/// Asked several times a second while something takes long: whether to end it, with
-/// GeographyError::Stopped. Empty for what nobody stops.
+/// Whether to stop. Long operations call it several times a second and then throw
+/// GeographyError::Stopped. An empty function never stops.
 using StopWish = std::function<bool()>;
 
-/// How much of a layer of a map service is read.
+/// Limits for reading a layer of a map service.
 struct LayerBounds
 {
-    /// How many records at most will be asked for; UINT64_MAX for all of them.
+    /// The largest number of records that will be read; UINT64_MAX for all.
     std::uint64_t wanted = UINT64_MAX;
-    /// A layer that does not end by then is refused: a service may make up records for ever. Does
-    /// not count where `wanted` says how many records are read.
+    /// The largest number of records in the layer: a faulty service may return records for ever. A
+    /// larger layer is rejected. Ignored if `wanted` is a number.
     std::uint64_t records = 10'000'000;
-    /// The same for the size of all answers together, whatever is wanted.
+    /// The largest size of all answers together. Always applies.
     std::uint64_t bytes = std::uint64_t{16} << 30;
-    /// For one answer, which is held in memory: where a page has more values, fewer records are
-    /// asked for at a time. A list or an object counts as two.
+    /// The largest number of values in one answer, which is held in memory. If an answer has more,
+    /// fewer records are requested at a time. A list or an object counts as two.
     std::size_t values = 5'000'000;
 };
 
-/// A coordinate system by its id, its name and its text; ids are well-known ones.
+/// A coordinate system: its well-known id, its name and its WKT text.
 struct CoordinateSystem
 {
-    int wkid = -1; ///< -1 for a system that has none
+    int wkid = -1; ///< -1 if it has no id
     std::string name;
     std::string wkt;
     bool isProjected = false;
@@ -70,7 +70,7 @@ struct CoordinateSystem
     friend bool operator==(const CoordinateSystem&, const CoordinateSystem&) = default;
 };
 
-/// A part of the world, in degrees. It crosses the antimeridian if west is east of east.
+/// An area in degrees. If west > east, it crosses the antimeridian.
 struct Area
 {
     double west = 0;
@@ -79,62 +79,66 @@ struct Area
     double north = 0;
 };
 
-/// A way from one datum to another, and whether it is the way or its inverse that is gone.
+/// A transformation between two datums, or its inverse.
 struct TransformationMethod
 {
     std::string name;
     bool isForward = true;
 };
 
-/// A system that suits an area, with the ways into it.
+/// A system that suits an area, and the transformations to it.
 struct RecommendedSystem
 {
     CoordinateSystem system;
-    std::vector<TransformationMethod> methods; ///< to it from degrees; none if the datums agree
+    std::vector<TransformationMethod>
+        methods; ///< from degrees to the system; empty if the datums are equal
 };
 
-/// A value of a record: the member that the storage of its field stands for.
+/// A value of a record. The storage of its field determines which member holds it.
 struct LayerValue
 {
     bool isMissing = true;
-    /// An integer; a date in days, a time and a timestamp in microseconds, as columns hold them.
+    /// An integer; a date in days; a time or a timestamp in microseconds, as database columns hold
+    /// them.
     std::int64_t integer = 0;
     double real = 0;
     std::string text;
 };
 
-/// The records of a file of shapes or of a layer of a map service. The last field is geospatial:
-/// texts, each a geometry object as GeoJSON has it. One thread at a time; may throw GeographyError.
+/// The records of a shape file or of a layer of a map service. The last field is geospatial: each
+/// value is a GeoJSON geometry object. One thread at a time. May throw GeographyError.
 class Layer
 {
 public:
     virtual ~Layer() = default;
     virtual const std::vector<CFField>& fields() const = 0;
-    /// Back to before the first record; `wanted` are the fields that will be asked for.
+    /// Goes back before the first record. `wanted` are the fields that will be read.
     virtual void rewind(const std::vector<std::size_t>& wanted) = 0;
-    /// Moves to the next record. False at the end.
+    /// Moves to the next record. Returns false at the end.
     virtual bool next() = 0;
     virtual void read(std::size_t field, LayerValue& value) = 0;
 };
 
-/// Moves points from one coordinate system to another. One thread at a time.
+/// Transforms points between two coordinate systems. One thread at a time.
 class PointMover
 {
 public:
     virtual ~PointMover() = default;
-    /// A point that has no place in the other system is infinite afterwards.
+    /// Transforms points in place. A point that does not exist in the target system becomes
+    /// infinite.
     virtual void move(double* x, double* y, double* z, std::size_t count) = 0;
-    /// Whether the points come to lie on the globe, in degrees, from a plane: neighbours there may
-    /// be far apart in longitude here.
+    /// Whether points go from a plane to degrees on the globe. Then neighbours may become distant
+    /// in longitude.
     virtual bool leadsToGlobe() const { return false; }
-    /// Cuts a GeoJSON geometry in degrees where it crosses the antimeridian, and closes what holds
-    /// a pole along it. False if it cannot; the text stays then.
+    /// Cuts a GeoJSON geometry in degrees at the antimeridian, and closes shapes that contain a
+    /// pole along it. Returns false if it cannot; the text is then unchanged.
     virtual bool cutAtAntimeridian(std::string&) { return false; }
-    /// The rectangle that holds whatever the given one held.
+    /// The rectangle in the target system that contains the given one; empty if it does not exist
+    /// there.
     virtual std::optional<CFGeo::Envelope> moved(const CFGeo::Envelope& envelope) = 0;
 };
 
-/// Any thread. What it cannot do throws GeographyError.
+/// Any thread. Every operation throws GeographyError if it fails.
 class Geography
 {
 public:
@@ -146,17 +150,17 @@ public:
     /// The layers of a map service, as a JSON array.
     virtual std::string serviceLayers(const std::string& url, StopWish stop) = 0;
 
-    /// In the order of the alphabet.
+    /// Alphabetical.
     virtual std::vector<std::string> systemNames(bool projected) = 0;
     virtual CoordinateSystem systemNamed(const std::string& name) = 0;
     virtual CoordinateSystem systemOf(int wkid) = 0;
-    /// The projected systems whose area of use holds the area, the smallest first.
+    /// The projected systems whose area of use contains the area, the smallest first.
     virtual std::vector<RecommendedSystem> recommend(const Area& area, std::size_t most) = 0;
-    /// `method` names a transformation between the datums; empty for the best one.
+    /// `method` names a datum transformation; empty for the best one.
     virtual std::unique_ptr<PointMover>
     mover(const CoordinateSystem& from, const CoordinateSystem& to, const std::string& method) = 0;
 
-    /// Name, version and place of data of the libraries behind this.
+    /// A library that implements this interface: its name, version and data folder.
     struct Library
     {
         std::string name;
@@ -166,7 +170,7 @@ public:
     virtual std::vector<Library> libraries() = 0;
 };
 
-/// The name of the function by which the library hands out its one Geography.
+/// The name of the function through which the library returns its only Geography.
 inline constexpr const char* kGeographyFunction = "hvGeography";
 using GeographyFunction = Geography* (*)();
 

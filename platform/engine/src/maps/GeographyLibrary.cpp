@@ -12,7 +12,8 @@ namespace {
 
 constexpr const char* kLibrary = HV_GEOGRAPHY_LIBRARY;
 
-/// Beside whatever this code is linked into: the engine's library, or a program in the folder bin.
+/// Next to the binary that contains this code: the engine's library, or a program in the folder
+/// bin.
 std::filesystem::path libraryPath()
 {
     Dl_info info{};
@@ -25,7 +26,7 @@ std::filesystem::path libraryPath()
     for (const auto& path : {folder / kLibrary, folder.parent_path() / "lib" / kLibrary})
         if (std::filesystem::exists(path, error))
             return path;
-    return kLibrary; // wherever the system looks
+    return kLibrary; // let the system search
 }
 
 [[noreturn]] void refuse(const std::string& problem)
@@ -35,7 +36,7 @@ std::filesystem::path libraryPath()
 
 Geography& load()
 {
-    // Never unloaded: the libraries behind it keep threads' data until the process ends.
+    // Never unloaded: its dependencies keep thread-local data until the process ends.
     void* const library = dlopen(libraryPath().c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library)
         refuse(dlerror());
@@ -70,7 +71,7 @@ Geography& geography()
     static std::mutex mutex;
     static Geography* loaded = nullptr;
     const std::lock_guard lock(mutex);
-    // A library that was not there may be at the next try.
+    // If loading failed, the next call tries again.
     if (!loaded)
         loaded = &load();
     return *loaded;

@@ -5,11 +5,11 @@
 
 namespace EmbeddedHV::maps {
 
-/// The one Geography of the process; the first call loads its library, which lies beside the
-/// engine's. Any thread. Throws JobError if it does not load.
+/// The only Geography of the process. The first call loads its library, which is next to the
+/// engine's. Any thread. Throws JobError if loading fails.
 Geography& geography();
 
-/// A fault of maps as one of a job, with the step that it happened in.
+/// Converts an error of maps to one of a job. `step` is the step in which it happened.
 JobError faultOf(const GeographyError& error, const std::string& step);
 
 } // namespace EmbeddedHV::maps

@@ -15,8 +15,8 @@ namespace {
 
 constexpr const char* kStep = "read";
 
-/// The text, with a question mark for each byte that is no UTF-8: a file may tell another encoding
-/// than it has.
+/// Replaces each non-ASCII byte with a question mark if the text is not valid UTF-8. A file may
+/// declare the wrong encoding.
 void mend(std::string& text)
 {
     if (isUtf8(text))
@@ -60,7 +60,7 @@ LayerSource::LayerSource(std::unique_ptr<maps::Layer> layer, const Cancellation&
         mend(name);
         field.SetName(name);
     }
-    // Mended names may have become equal.
+    // The replacement may have made names equal.
     makeNamesUnique(_fields);
     _id = _registry.add(*this);
 }
@@ -118,14 +118,14 @@ std::size_t LayerSource::pull(duckdb_data_chunk chunk, const std::vector<std::si
     maps::LayerValue value;
     std::size_t row = 0;
     for (; row < capacity && !_ended; ++row) {
-        // What was read until a stop is never used.
+        // Records that were read before a stop are not used.
         if (_cancellation.stopping() || !_layer->next()) {
             _ended = true;
             break;
         }
         for (std::size_t i = 0; i < fields.size(); ++i) {
             const duckdb_vector vector = duckdb_data_chunk_get_vector(chunk, i);
-            // A statement that only counts records asks for a field that is none.
+            // A statement that only counts records requests a field that does not exist.
             if (fields[i] >= _fields.size()) {
                 duck::setMissing(vector, row);
                 continue;

@@ -12,24 +12,24 @@
 
 namespace EmbeddedHV {
 
-/// A file of shapes or a layer of a map service as a table. It can be read again and again.
+/// A shape file or a layer of a map service as a table. It can be read repeatedly.
 class LayerSource : public RecordSource
 {
 public:
-    /// The cancellation and the registry are borrowed.
+    /// Borrows the cancellation and the registry.
     LayerSource(std::unique_ptr<maps::Layer> layer, const Cancellation& cancellation,
                 RowSources& registry);
     LayerSource(const LayerSource&) = delete;
     LayerSource& operator=(const LayerSource&) = delete;
     ~LayerSource() override;
 
-    /// The layer's fields, with names that are each other's no more.
+    /// The fields of the layer, with unique names.
     const std::vector<CFField>& fields() const override { return _fields; }
     /// The FROM item that reads the records.
     std::string table() const { return RowSources::tableOf(_id); }
-    /// Reads one record, to find out whether that can be done. Throws JobError.
+    /// Reads one record to check that the layer can be read. Throws JobError.
     void probe();
-    /// What went wrong while records were read; the statement that read them has failed.
+    /// The error that occurred while records were read. The statement that read them has failed.
     const std::optional<JobError>& failure() const { return _failure; }
 
     void begin(const std::vector<std::size_t>& fields) noexcept override;

@@ -17,7 +17,7 @@ public:
                 _mover = std::move(owner._idle.back());
                 owner._idle.pop_back();
             } else {
-                // Room for all that there are, so that the destructor need not allocate.
+                // Reserve room for all movers, so that the destructor does not allocate.
                 owner._idle.reserve(++owner._made);
             }
         }
@@ -42,7 +42,7 @@ Reprojection::Reprojection(maps::CoordinateSystem from, maps::CoordinateSystem t
                            std::string method)
     : _from(std::move(from)), _to(std::move(to)), _method(std::move(method))
 {
-    // Unknown systems and methods are refused here, before a record is read.
+    // Rejects unknown systems and methods before a record is read.
     const Lease tried(*this);
 }
 

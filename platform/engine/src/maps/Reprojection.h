@@ -12,23 +12,23 @@
 
 namespace EmbeddedHV {
 
-/// Moves the shapes of a field from one coordinate system to another, on as many threads as the
-/// database has.
+/// Transforms the shapes of a field between two coordinate systems, on any number of threads.
 class Reprojection
 {
 public:
-    /// Throws GeographyError if there is no way between the systems.
+    /// Throws GeographyError if there is no transformation between the systems.
     Reprojection(maps::CoordinateSystem from, maps::CoordinateSystem to, std::string method);
 
     /// See moveShape. Any thread.
     maps::MovedShape move(std::string_view text, std::string& out);
-    /// The rectangle that holds whatever the given one held; nullopt if it has no place.
+    /// The rectangle that contains the transformed rectangle; empty if it does not exist in the
+    /// target system.
     std::optional<CFGeo::Envelope> moved(const CFGeo::Envelope& envelope);
-    /// How many shapes were lost since the last time that this was asked.
+    /// How many shapes were lost since the previous call.
     std::uint64_t takeLost() { return _lost.exchange(0); }
 
 private:
-    /// A mover for a scope, whose owner gives it back.
+    /// Borrows a mover and returns it at the end of the scope.
     class Lease;
 
     maps::CoordinateSystem _from;
@@ -36,7 +36,7 @@ private:
     std::string _method;
     std::mutex _mutex;
     std::vector<std::unique_ptr<maps::PointMover>> _idle;
-    std::size_t _made = 0; ///< movers; _idle has room for all of them
+    std::size_t _made = 0; ///< number of movers; _idle has room for all of them
     std::atomic<std::uint64_t> _lost = 0;
 };
 

@@ -15,7 +15,7 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr const char* kFunction = "hv_reproject";
-constexpr std::size_t kShownBytes = 60; // of a text that is no shape
+constexpr std::size_t kShownBytes = 60; // of an invalid shape, in a message
 
 bool isMissing(duckdb_vector vector, std::size_t row)
 {
@@ -29,7 +29,7 @@ std::string notAShape(std::string_view text)
                                               std::string(text.substr(0, kShownBytes)) + "\"");
 }
 
-/// Moves the shapes of a chunk. Throws what it cannot do.
+/// Transforms the shapes of a chunk. Throws if that fails.
 void moveChunk(Reprojection& reprojection, duckdb_function_info info, duckdb_data_chunk input,
                duckdb_vector output)
 {
@@ -93,11 +93,11 @@ void Reprojections::registerFunction(duck::Connection& connection)
     duckdb_scalar_function_add_parameter(function.get(), text.get());
     duckdb_scalar_function_set_return_type(function.get(), text.get());
     duckdb_scalar_function_set_extra_info(function.get(), this, nullptr);
-    // The number of a reprojection means nothing while a statement is but prepared.
+    // The id is invalid while a statement is only prepared.
     duckdb_scalar_function_set_volatile(function.get());
     duckdb_scalar_function_set_function(function.get(), reproject);
     if (duckdb_register_scalar_function(connection.handle(), function.get()) != DuckDBSuccess)
-        throw duck::QueryError("the database takes no function");
+        throw duck::QueryError("the database does not accept a function");
 }
 
 std::string Reprojections::call(std::int64_t id, const std::string& column)

@@ -14,13 +14,13 @@ namespace EmbeddedHV {
 
 class Reprojection;
 
-/// The reprojections of running jobs, as the database's function sees them.
+/// The reprojections of running jobs, for the database's function.
 class Reprojections : public NumberedObjects<Reprojection>
 {
 public:
-    /// Makes the function known to the instance. Once.
+    /// Registers the function with the database. Call it once.
     void registerFunction(duck::Connection& connection);
-    /// SQL that moves the shapes of a column, a quoted name.
+    /// SQL that transforms the shapes of a column. `column` is a quoted name.
     static std::string call(std::int64_t id, const std::string& column);
 };
 

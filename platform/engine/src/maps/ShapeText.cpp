@@ -11,7 +11,7 @@
 namespace EmbeddedHV::maps {
 namespace {
 
-/// A kind of shape by how deep its lists are nested around a point's numbers.
+/// A kind of shape, and the nesting depth of its coordinates.
 struct Kind
 {
     std::string_view word;
@@ -21,17 +21,17 @@ struct Kind
 constexpr Kind kKinds[] = {{"Point", 1},   {"MultiPoint", 2},      {"LineString", 2},
                            {"Polygon", 3}, {"MultiLineString", 3}, {"MultiPolygon", 4}};
 
-/// The points of a shape, and the lists around them as text with a place for each point.
+/// The points of a shape, and the brackets around them as text with a position for each point.
 struct Shape
 {
     std::string kind;
     std::string lists;
-    std::vector<std::size_t> places; ///< in `lists`, one for each point
+    std::vector<std::size_t> places; ///< positions of the points in `lists`
     std::vector<double> x;
     std::vector<double> y;
     std::vector<double> z;
     std::vector<bool> hasZ;
-    std::vector<std::size_t> ends; ///< of the lists of points: one past the last point of each
+    std::vector<std::size_t> ends; ///< for each list of points, the index after its last point
 
     bool hasRings() const { return kind == "Polygon" || kind == "MultiPolygon"; }
     bool hasLines() const
@@ -40,8 +40,8 @@ struct Shape
     }
 };
 
-/// Reads a geometry object. What it has besides type and coordinates is passed over: an envelope or
-/// a system of its own would not hold any more.
+/// Parses a geometry object. Members other than type and coordinates are dropped: a bounding box or
+/// a coordinate system would no longer be right.
 class ShapeReader : public nlohmann::json_sax<nlohmann::json>
 {
 public:
@@ -97,7 +97,7 @@ public:
 
 private:
     bool inCoordinates() const { return _lists > 0 && _objects == 1 && _key == "coordinates"; }
-    /// A value that is no number has no place among coordinates, nor in their stead.
+    /// Values that are not numbers are invalid inside the coordinates and instead of them.
     bool plain() const { return !(_objects == 1 && _key == "coordinates"); }
     bool number(double value);
     bool endPoint();
@@ -142,7 +142,7 @@ bool ShapeReader::endPoint()
     _shape.places.push_back(_shape.lists.size());
     _shape.x.push_back(_numbers[0]);
     _shape.y.push_back(_numbers[1]);
-    // Past the third, numbers are measures that GeoJSON has no place for.
+    // Numbers after the third are measures. GeoJSON has no place for them.
     _shape.hasZ.push_back(_numbers.size() > 2);
     _shape.z.push_back(_numbers.size() > 2 ? _numbers[2] : 0);
     _numbers.clear();
@@ -197,7 +197,8 @@ bool isFinite(const std::vector<double>& values)
     return std::ranges::all_of(values, [](double value) { return std::isfinite(value); });
 }
 
-/// Calls `visit` with the first point of each list of points, and one past its last.
+/// Calls `visit` for each list of points with the index of its first point and the index after its
+/// last.
 template <class Visit>
 void forEachLine(const Shape& shape, Visit visit)
 {
@@ -208,7 +209,7 @@ void forEachLine(const Shape& shape, Visit visit)
     }
 }
 
-/// Whether each ring goes clockwise; empty for a shape without rings.
+/// For each ring whether it is clockwise; empty for a shape without rings.
 std::vector<bool> directions(const Shape& shape)
 {
     std::vector<bool> areClockwise;
@@ -216,7 +217,7 @@ std::vector<bool> directions(const Shape& shape)
         return areClockwise;
     forEachLine(shape, [&](std::size_t begin, std::size_t end) {
         double area = 0;
-        // Relative to the first point: the products of large coordinates would cancel each other.
+        // Relative to the first point, because large coordinates would cancel each other out.
         for (std::size_t i = begin; i + 1 < end; ++i)
             area += (shape.x[i] - shape.x[begin]) * (shape.y[i + 1] - shape.y[begin]) -
                     (shape.x[i + 1] - shape.x[begin]) * (shape.y[i] - shape.y[begin]);
@@ -232,7 +233,7 @@ void reverse(Values& values, std::size_t begin, std::size_t end)
                  values.begin() + static_cast<std::ptrdiff_t>(end));
 }
 
-/// Turns back the rings whose direction has changed.
+/// Reverses the rings whose direction has changed.
 void turnBack(Shape& shape, const std::vector<bool>& before)
 {
     const std::vector<bool> after = directions(shape);
@@ -248,8 +249,8 @@ void turnBack(Shape& shape, const std::vector<bool>& before)
     });
 }
 
-/// Whether a line goes more than half around the globe between two points, which means that it
-/// goes the other way.
+/// Whether two neighbouring points of a line are more than half the globe apart. Then the line
+/// crosses the antimeridian instead.
 bool crossesAntimeridian(const Shape& shape)
 {
     constexpr double kHalf = 180;

@@ -7,19 +7,19 @@
 
 namespace EmbeddedHV::maps {
 
-/// What became of a shape.
+/// The result of a transformation.
 enum class MovedShape
 {
     Moved,
-    Lost,      ///< it has no place in the other system, or a point of it has none
-    NotAShape, ///< the text is no geometry object of GeoJSON's
+    Lost,      ///< the shape, or a point of it, does not exist in the target system
+    NotAShape, ///< the text is not a GeoJSON geometry object
 };
 
-/// Moves the points of a shape, a GeoJSON geometry object, and writes the shape with them. Its
-/// rings keep their direction where the other system mirrors them.
+/// Transforms the points of a GeoJSON geometry object and writes the new object to `out`. Keeps the
+/// direction of rings even if the target system mirrors them.
 MovedShape moveShape(std::string_view text, PointMover& mover, std::string& out);
 
-/// Whether a text is a geometry object of GeoJSON's: of one of the six kinds, with coordinates.
+/// Whether a text is a GeoJSON geometry object of one of the six kinds, with coordinates.
 bool isShape(std::string_view text);
 
 } // namespace EmbeddedHV::maps

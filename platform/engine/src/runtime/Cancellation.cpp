@@ -22,7 +22,7 @@ void Cancellation::stopStatement()
 
 void Cancellation::resume()
 {
-    // Under the lock, so that a cancellation that comes meanwhile is not lost.
+    // Under the lock, so that a concurrent cancellation is not lost.
     wake([this] { _stopping = _cancelled.load(); });
 }
 

@@ -8,45 +8,45 @@
 
 namespace EmbeddedHV {
 
-/// The wish to end a job, set by any thread and seen by the threads that work on it. A cancellation
-/// is final; a stop ends the running statement only and is taken back before the next.
+/// The request to end a job. Any thread may set it; the threads that work on the job check it. A
+/// cancellation is final. A stop ends only the running statement and is reset before the next one.
 class Cancellation
 {
 public:
     Cancellation() = default;
-    /// `wish` is asked as well: for work that is not a job, which cancel does not reach. Any
-    /// thread may ask it.
+    /// `wish` is checked too. It serves work outside jobs, which cancel does not reach. Any thread
+    /// may call it.
     explicit Cancellation(std::function<bool()> wish) : _wish(std::move(wish)) {}
-    /// Waits for a call of cancel that is under way.
+    /// Waits until a concurrent call of cancel has returned.
     ~Cancellation();
     Cancellation(const Cancellation&) = delete;
     Cancellation& operator=(const Cancellation&) = delete;
 
     void cancel();
-    /// Ends the running statement for a reason of the engine's own.
+    /// Ends the running statement for an internal reason.
     void stopStatement();
-    /// Before a statement: takes back a stop, never a cancellation.
+    /// Resets a stop before the next statement. Does not reset a cancellation.
     void resume();
 
     bool cancelled() const { return _cancelled.load(std::memory_order_acquire); }
-    /// Whether work should end now. Cheap enough for the loop over records.
+    /// Whether work should end now. Cheap enough to call for every record.
     bool stopping() const
     {
         return _stopping.load(std::memory_order_relaxed) || (_wish && _wish());
     }
 
-    /// Sleeps until something ends the sleep: a stop, wake, or the time.
+    /// Sleeps until a stop, until wake makes `ready` true, or until the time has passed.
     template <class Duration, class Predicate>
     void wait(Duration time, Predicate ready)
     {
         std::unique_lock lock(_mutex);
         _changed.wait_for(lock, time, [&] { return stopping() || ready(); });
     }
-    /// Ends a sleep whose predicate has become true by `change`.
+    /// Makes a change and wakes the sleeper.
     template <class Change>
     void wake(Change change)
     {
-        // Notifies under the lock: the object may go as soon as the destructor has the lock.
+        // Notify under the lock: the object may be destroyed as soon as the lock is free.
         const std::lock_guard lock(_mutex);
         change();
         _changed.notify_all();

@@ -17,7 +17,7 @@ namespace {
 struct RealSum
 {
     double sum;
-    double rest; ///< what the additions to `sum` rounded off
+    double rest; ///< the rounding errors of the additions to `sum`
     double least;
     double greatest;
     std::int64_t count;
@@ -63,7 +63,7 @@ void takeChunk(duckdb_function_info, duckdb_data_chunk input, duckdb_aggregate_s
     const auto* const values = static_cast<const double*>(duckdb_vector_get_data(vector));
     std::uint64_t* const validity = duckdb_vector_get_validity(vector);
     for (idx_t row = 0; row < rows;) {
-        // Neighbours mostly belong to one group: their sum is kept in registers.
+        // Neighbouring rows mostly belong to the same group, so keep its sum in registers.
         const duckdb_aggregate_state state = states[row];
         RealSum sum = sumIn(state);
         for (; row < rows && states[row] == state; ++row)
@@ -91,7 +91,7 @@ void combine(duckdb_function_info, duckdb_aggregate_state* sources, duckdb_aggre
 double sumOf(const RealSum& sum)
 {
     const double whole = sum.sum + sum.rest;
-    // Beyond the range of a double there is no rest.
+    // If the sum overflows, the rest is meaningless.
     return std::isfinite(whole) ? whole : sum.sum;
 }
 
@@ -102,7 +102,8 @@ double meanOf(const RealSum& sum)
     return std::max(sum.least, std::min(sum.greatest, mean));
 }
 
-/// `valueOf` gives the result of a state with values, which is missing if it is not a number.
+/// `valueOf` computes the result of a state that has values. A result that is not a number becomes
+/// missing.
 template <class ValueOf>
 void finish(duckdb_aggregate_state* states, duckdb_vector result, idx_t count, idx_t offset,
             ValueOf valueOf)

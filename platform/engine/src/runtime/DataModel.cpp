@@ -26,7 +26,7 @@ Fields fieldsOfDataModel(const std::string& xml, const std::string& origin, cons
         std::unordered_set<std::string> names;
         for (std::size_t i = 0; i < model.FieldCount(); ++i) {
             const CFField& field = *model.GetField(i);
-            // The database folds the case of names, so it could not tell the two apart.
+            // The database ignores case in names, so it could not distinguish the two.
             if (!names.insert(datafile::foldedName(field.GetName())).second)
                 throw CFMetaDataError("two fields are named \"" + field.GetName() +
                                       "\", letter case apart");

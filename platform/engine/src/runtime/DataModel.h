@@ -10,18 +10,19 @@
 
 namespace EmbeddedHV {
 
-/// The data model document of the fields.
+/// The fields as a data model document.
 std::string dataModelOf(const Fields& fields);
-/// The fields of a document. Throws JobError with `errorId`; `origin` says whose document it is.
+/// The fields of a data model document. Throws JobError with `errorId`. `origin` describes the
+/// document in the error text.
 Fields fieldsOfDataModel(const std::string& xml, const std::string& origin, const char* errorId);
 
 std::vector<CFField::StorageType> storagesOf(const Fields& fields);
 
-/// The fields as expressions see them.
+/// The schema of the fields, for expressions.
 Schema schemaOf(const Fields& fields);
-/// Null if there is no such field; letter case counts.
+/// The field with this name, or null. Case-sensitive.
 const CFField* findField(const Fields& fields, const std::string& name);
-/// The same, but letter case does not count, as it does not in the database's columns.
+/// The field with this name, or null. Ignores case, as the database does for columns.
 const CFField* findFieldAnyCase(const Fields& fields, const std::string& name);
 
 } // namespace EmbeddedHV

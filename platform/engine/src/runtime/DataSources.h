@@ -10,23 +10,23 @@
 
 namespace EmbeddedHV {
 
-/// A data source that jobs know by name: a table of the database with its data model.
+/// A named data source: a table of the database and its data model.
 struct NamedTable
 {
     std::string table;
     Fields fields;
 };
 
-/// The named data sources of the service, shared by all its executions. Names are compared byte by
+/// The named data sources of the service. All its executions share them. Names are compared byte by
 /// byte. Any thread.
 class DataSources
 {
 public:
     std::optional<NamedTable> find(const std::string& name) const;
     std::vector<std::string> names() const;
-    /// A table name that was not used before.
+    /// A new, unused table name.
     std::string newTable();
-    /// Binds the name to a table; gives what it was bound to.
+    /// Binds the name to a table. Returns the table that it was bound to before.
     std::optional<NamedTable> publish(const std::string& name, NamedTable table);
 
 private:

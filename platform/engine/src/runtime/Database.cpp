@@ -11,18 +11,18 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Progress is counted but never printed, and counted from the start.
+/// Compute the progress from the start, but never print it.
 constexpr const char* kConnectionOptions[] = {
     "SET enable_progress_bar = true",
     "SET enable_progress_bar_print = false",
     "SET progress_bar_time = 0",
 };
 
-/// Processes that share a temporary folder must not share what they put aside: the database's names
-/// are the same in each.
+/// Processes may share a temporary folder. Each needs its own spill folder, because the database
+/// uses the same file names in each process.
 datafile::PrivateFolder newSpillFolder(const std::string& parent)
 {
-    std::error_code ignored; // the folder in it tells what is wrong
+    std::error_code ignored; // the next call reports the error
     datafile::makeOwnersFolders(parent, ignored);
     try {
         return {parent, "hv-spill-"};
@@ -52,7 +52,7 @@ Database::Database() : _database(duck::openInMemory())
 
 void Database::registerFunctions()
 {
-    // They belong to the whole instance, whichever connection registers them.
+    // A registration on any connection is valid for the whole instance.
     auto connection = connect();
     _rowSources.registerFunction(*connection);
     _reprojections.registerFunction(*connection);
@@ -66,7 +66,7 @@ Database::~Database()
 
 void Database::close()
 {
-    // Connections first: the instance must not close under one of them.
+    // Close the connections first: the instance must not be closed while one is open.
     _idle.clear();
     duckdb_close(&_database);
 }

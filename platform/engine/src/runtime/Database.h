@@ -17,8 +17,8 @@ namespace EmbeddedHV {
 
 class Database;
 
-/// A connection borrowed from the database; it goes back when the lease ends. What the borrower
-/// left in it (temporary tables) is the borrower's to drop.
+/// A connection on loan from the database. The destructor returns it. The borrower drops the
+/// temporary tables that it made.
 class ConnectionLease
 {
 public:
@@ -38,7 +38,7 @@ private:
     std::unique_ptr<duck::Connection> _connection;
 };
 
-/// The one database instance of the process, in memory. Any thread may lease a connection.
+/// The only database instance of the process, in memory. Any thread may borrow a connection.
 class Database
 {
 public:
@@ -48,27 +48,29 @@ public:
     Database& operator=(const Database&) = delete;
     ~Database();
 
-    /// Threads and spill folder from the engine's start-up settings. Throws duck::QueryError.
+    /// Applies the engine's settings for threads and the spill folder. Throws duck::QueryError.
     void configure(const EHVAppSetting& settings);
     ConnectionLease connect();
-    /// What statements can read, and how they can move shapes, just now.
+    /// The sources that statements can read now.
     RowSources& rowSources() { return _rowSources; }
+    /// The reprojections that statements can use now.
     Reprojections& reprojections() { return _reprojections; }
 
 private:
     friend class ConnectionLease;
     void registerFunctions();
     void close();
-    /// Allocates nothing, since leases end in destructors.
+    /// Does not allocate, because destructors call it.
     void takeBack(std::unique_ptr<duck::Connection> connection) noexcept;
 
-    datafile::PrivateFolder _spills; ///< what the database puts aside; outlives it
+    datafile::PrivateFolder
+        _spills; ///< the folder of the database's spill files; outlives the database
     duckdb_database _database = nullptr;
     RowSources _rowSources;
     Reprojections _reprojections;
     std::mutex _mutex;
     std::vector<std::unique_ptr<duck::Connection>> _idle;
-    std::size_t _made = 0; ///< connections; _idle has room for all of them
+    std::size_t _made = 0; ///< number of connections; _idle has room for all of them
 };
 
 /// The instance that preload opened, or a new one.

@@ -8,8 +8,8 @@
 namespace EmbeddedHV {
 namespace {
 
-/// The lock is held while the instance opens, so that a service that starts meanwhile waits for it
-/// instead of opening a second one.
+/// The lock is held while the instance opens. A service that starts meanwhile waits for it and does
+/// not open a second one.
 struct Preloaded
 {
     std::mutex mutex;
@@ -33,7 +33,7 @@ void preload()
     try {
         state.database = std::make_unique<Database>();
     } catch (const std::exception&) {
-        // The service manager opens its own and reports why that fails.
+        // The service manager tries again and reports the error.
         state.database.reset();
     }
 }

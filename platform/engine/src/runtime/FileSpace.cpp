@@ -24,8 +24,8 @@ void makeFolder(const std::string& path, const char* purpose)
                         path + ": " + error.message());
 }
 
-/// The path of a file URL. What follows the protocol begins with the slash that the URL form adds
-/// to any path; a path that began with a slash itself has two there, one that lost it has none.
+/// The path of a file URL. The URL form adds a slash to any path. A path that began with a slash
+/// then has two; if it lost its own, it has none.
 std::string pathOfUrl(std::string_view url)
 {
     std::string_view path = url.substr(kFileProtocol.size());
@@ -39,7 +39,7 @@ std::string pathOfUrl(std::string_view url)
 std::string canonicalPath(const std::string& path)
 {
     std::error_code error;
-    // A write follows links, so two names of one file are one destination.
+    // A write follows links, so two names of one file are the same destination.
     const auto canonical = std::filesystem::weakly_canonical(path, error);
     return error ? path : canonical.string();
 }

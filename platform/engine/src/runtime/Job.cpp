@@ -10,10 +10,10 @@
 namespace EmbeddedHV {
 namespace {
 
-/// The checks of all sources that a SELECT over the node reads.
+/// Collects the checks of all sources that a SELECT on the node reads.
 void gatherChecks(const Node& node, std::vector<SourceCheck*>& checks)
 {
-    // Its records are in a table already, and were checked on the way there.
+    // Its records are in a table and are already checked.
     if (!node.table.empty())
         return;
     if (node.check)
@@ -69,10 +69,10 @@ std::vector<Statement> Job::planAhead(Planner& planner, std::size_t from)
         try {
             batch.push_back(planner.planStatement(i));
         } catch (const NotYetWritten&) {
-            // The statements from here on are planned when those before them have written.
+            // The remaining statements are planned after the earlier ones have written.
             break;
         } catch (const StageFirst& first) {
-            // Its inputs may be what the statements before it are yet to write.
+            // Its inputs may be outputs of earlier statements that have not run yet.
             if (batch.empty())
                 batch.push_back(std::move(*first.stage));
             break;
@@ -84,8 +84,8 @@ std::vector<Statement> Job::planAhead(Planner& planner, std::size_t from)
 
 void Job::startOver(Planner& planner)
 {
-    // Tables that were being made have the types of the old plan. Those of finished chains were
-    // checked, and what they were read from may be another by now.
+    // Unfinished tables have the types of the old plan. Tables of finished chains were checked, but
+    // their sources may have changed.
     _context.dropTables(planner.forgetPlans());
     _context.unwritten.clear();
 }
@@ -104,7 +104,7 @@ void Job::runStatement(Statement& statement)
 
 void Job::commit(Statement& statement)
 {
-    // A chain that several statements use has exported its model with the first of them.
+    // If several statements use a chain, the first one has already exported its model.
     std::erase_if(statement.exports, [](const auto& document) { return document->isCommitted(); });
     // Before the files get their names: nothing may fail after that.
     std::vector<std::string> written;
@@ -167,7 +167,7 @@ void Job::execute(const std::string& sql, Node& node, const Statement& statement
     }
     for (SourceCheck* check : checks)
         check->finish(*_context.connection, _reporter);
-    // An iterator that saw the cancellation has ended early: the result is not whole.
+    // An iterator that saw the cancellation ended early, so the result is incomplete.
     throwIfCancelled();
 }
 

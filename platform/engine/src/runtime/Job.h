@@ -15,39 +15,40 @@ struct JobCancelled
 {
 };
 
-/// Runs the statements of a job in order. As many statements as possible are planned before the
-/// first of them runs, so that a mistake anywhere shows before a file is written.
+/// Runs the statements of a job in order. Plans as many statements as possible before the first one
+/// runs, so that errors are found before a file is written.
 class Job
 {
 public:
-    /// All are borrowed.
+    /// Borrows all arguments.
     Job(JobContext& context, Reporter& reporter, Cancellation& cancellation)
         : _context(context), _reporter(reporter), _cancellation(cancellation)
     {
     }
 
-    /// Throws JobError, JobCancelled, and what row iterators and containers throw.
+    /// Throws JobError, JobCancelled, and the exceptions of row iterators and containers.
     void run(const std::string& text);
 
 private:
     std::vector<Statement> planAhead(Planner& planner, std::size_t from);
     void runStatement(Statement& statement);
-    /// Gives all that the statement has written its names, or nothing of it.
+    /// Gives all outputs of the statement their final names, or none.
     void commit(Statement& statement);
-    /// The FROM item of a node, and its SELECT; the tables that they name are made before.
+    /// The FROM item of a node. The tables that it names already exist.
     static std::string render(const Node& node);
+    /// The SELECT of a node. The tables that it names already exist.
     static std::string selectOf(const Node& node);
     static std::vector<std::string> inputsOf(const Node& node);
-    /// Makes the table of a node that is used more than once.
+    /// Creates the table of a node that is used more than once.
     void evaluate(Node& node, const Statement& statement);
 
-    /// `taker` is the output that takes the records that the SQL gives; null if it gives none that
-    /// anyone wants.
+    /// `taker` is the output that receives the records of the SQL. It is null if the SQL returns no
+    /// records, or if nobody needs them.
     void execute(const std::string& sql, Node& node, const Statement& statement, Output* taker);
     void runSql(const std::string& sql, bool keepsNothing, Output* taker);
     void explainFailure(const duck::QueryError& error, const std::vector<SourceCheck*>& checks,
                         const Statement& statement);
-    /// Makes way for another plan of what has not run yet.
+    /// Prepares a new plan of the statements that have not run yet.
     void startOver(Planner& planner);
     void throwIfCancelled() const;
 

@@ -6,15 +6,15 @@
 
 namespace EmbeddedHV {
 
-/// Objects that a statement names by a number, which is all that SQL can hand to a function.
+/// Objects that a statement names by number, because SQL can pass only values to a function.
 ///
-/// The database may still call the function of a statement whose object is gone: it then finds
-/// nothing, where a pointer in the SQL would lead anywhere. Any thread.
+/// The database may call the function of a statement after the object is gone. It then finds
+/// nothing; a pointer in the SQL would be invalid. Any thread.
 template <class Object>
 class NumberedObjects
 {
 public:
-    /// The object is borrowed until removed. No number is given twice.
+    /// Borrows the object until it is removed. Returns a number that was not used before.
     std::int64_t add(Object& object)
     {
         const std::lock_guard lock(_mutex);
@@ -26,7 +26,7 @@ public:
         const std::lock_guard lock(_mutex);
         _known.erase(id);
     }
-    /// Null for one that was removed.
+    /// Null if the object was removed.
     Object* find(std::int64_t id)
     {
         const std::lock_guard lock(_mutex);

@@ -30,7 +30,7 @@ JobError csvFault(const std::string& message)
             message};
 }
 
-/// What the database says, without its own names of types.
+/// The database's message, with our own names of types.
 std::string ownWords(const std::string& message)
 {
     if (const auto value = between(message, " with value ", " can't be cast"))
@@ -44,13 +44,13 @@ std::string ownWords(const std::string& message)
     return text;
 }
 
-/// Faults that show by a phrase in the message.
+/// An error that a phrase in the database's message identifies.
 struct Phrase
 {
     std::string_view phrase;
     const char* id;
-    const char* text; ///< null: the database's own
-    bool aboutTarget; ///< the text names what is written, not the steps
+    const char* text; ///< null: use the database's text
+    bool aboutTarget; ///< the text names the output instead of the steps
 };
 
 constexpr const char* kNoSpread = "an sd or a variance is beyond the range of a Real";
@@ -62,7 +62,7 @@ constexpr Phrase kPhrases[] = {
     {"max_temp_directory_size", errors::kDiskFull, "there is no room left for temporary files",
      false},
     {"Could not write", errors::kFileUnwritable, "the file cannot be written", true},
-    // Only an unfinished file has such a name.
+    // Only unfinished files have this ending.
     {".part\": ", errors::kFileUnwritable, "the file cannot be written", true},
     {"Out of Memory Error", errors::kOutOfMemory, "there is not enough memory", false},
     {"STDDEV_SAMP is out of range", errors::kOutOfRange, kNoSpread, false},
@@ -100,7 +100,7 @@ bool isCsvFormFault(const std::string& databaseMessage, const std::string& path)
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,
                  const std::string& target)
 {
-    // What our own SQL raises has its id and sentence in it; phrases of the database come after.
+    // Our own SQL raises errors with an id and a sentence. Check these first.
     if (auto raised = raisedFault(databaseMessage))
         return *std::move(raised);
     if (csvLine(databaseMessage))

@@ -6,16 +6,17 @@
 
 namespace EmbeddedHV {
 
-/// The fault of a job behind the database's message about a statement. `steps` names the steps that
-/// the statement stands for, `target` what it writes; the message goes to the detail.
+/// Converts the database's error message about a statement to an error of a job. `steps` names the
+/// steps of the statement, `target` its output. The message becomes the detail.
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,
                  const std::string& target);
 
-/// Whether the message is about a record of this CSV file, and about a value in one that does not
-/// convert to its field's type.
+/// Whether the message is about a record of this CSV file.
 bool isCsvFault(const std::string& databaseMessage, const std::string& path);
+/// Whether the message is about a value of this CSV file that does not convert to the type of its
+/// field.
 bool isCsvConversionFault(const std::string& databaseMessage, const std::string& path);
-/// Whether the message is about the form of this CSV file or of one of its records, not about a
+/// Whether the message is about the format of this CSV file or of one of its records, not about a
 /// value.
 bool isCsvFormFault(const std::string& databaseMessage, const std::string& path);
 

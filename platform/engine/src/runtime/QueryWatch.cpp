@@ -34,7 +34,7 @@ void QueryWatch::run()
     while (!done) {
         if (_cancellation.stopping()) {
             duckdb_interrupt(_connection);
-            // wait would return at once while the job is stopping.
+            // While the job is stopping, wait returns at once.
             std::this_thread::sleep_for(kInterruptInterval);
         }
         _cancellation.wait(kProgressInterval, [&] { return _done; });

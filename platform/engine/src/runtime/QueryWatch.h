@@ -9,16 +9,16 @@
 
 namespace EmbeddedHV {
 
-/// Watches one running statement from a thread of its own: reports its progress a few times a
-/// second and interrupts it when the job is to end. An interrupt that comes before the statement
-/// has begun is forgotten by the database, so it is repeated until the watch ends.
+/// Watches one running statement from its own thread. Reports progress a few times a second and
+/// interrupts the statement when the job should end. The database forgets an interrupt that comes
+/// before the statement has begun, so the watch repeats it until it ends.
 ///
-/// The calls of the statement into our code take over at the job's cancellation from the thread
-/// that makes the watch, and hand over there to the thread that ends it.
+/// For the thread sanitizer, calls of the statement into our code are ordered through the job's
+/// cancellation: after the thread that makes the watch, and before the thread that ends it.
 class QueryWatch
 {
 public:
-    /// `progress` receives the part of the statement that is done, 0 to 1, on the watch's thread.
+    /// `progress` receives the finished fraction of the statement, 0 to 1, on the watch's thread.
     QueryWatch(duckdb_connection connection, Cancellation& cancellation,
                std::function<void(double)> progress);
     QueryWatch(const QueryWatch&) = delete;

@@ -9,18 +9,18 @@
 
 namespace EmbeddedHV {
 
-/// Records that come from outside of the database: it reads them through a table function, on one
-/// thread at a time. Nothing here throws; a source that fails keeps the reason to itself until it
-/// is asked.
+/// Records from outside the database. The database reads them through a table function, on one
+/// thread at a time. No operation throws. A source that fails keeps the error until it is asked for
+/// it.
 class RecordSource
 {
 public:
     virtual ~RecordSource() = default;
     virtual const std::vector<CFField>& fields() const = 0;
-    /// Before the first chunk of a scan that wants these fields.
+    /// Called before the first chunk of a scan that needs these fields.
     virtual void begin(const std::vector<std::size_t>&) noexcept {}
-    /// Fills the chunk with records of the given fields, in this order; none at the end. False
-    /// after a failure.
+    /// Fills the chunk with records of the given fields, in this order. An empty chunk means the
+    /// end. Returns false after a failure.
     virtual bool fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept = 0;
 };
 

@@ -20,7 +20,7 @@ void Reporter::call(Call callback)
         callback();
     } catch (...) {
         _thrown = std::current_exception();
-        // Who throws wants no more of the job; rethrow hands the exception on at its end.
+        // A listener that throws ends the job. rethrow passes the exception on at the end.
         _cancellation.cancel();
     }
 }
@@ -43,7 +43,7 @@ void Reporter::message(const std::string& id, const std::string& text)
 void Reporter::progress(double fraction)
 {
     call([&] {
-        // A statement that starts over would let the progress go back.
+        // If a statement is started again, its progress would go back.
         if (fraction <= _reported)
             return;
         _reported = std::min(fraction, 1.0);

@@ -10,9 +10,9 @@
 
 namespace EmbeddedHV {
 
-/// Speaks to the listener of a job: one call at a time, whatever thread it comes from, and nothing
-/// after the last callback. A listener that throws ends the job; its exception goes to the caller
-/// of Execution::execute once everything is released.
+/// Calls the listener of a job, on one thread at a time, and never after the last callback. A
+/// listener that throws ends the job. The caller of Execution::execute gets the exception after
+/// everything is released.
 class Reporter
 {
 public:
@@ -20,12 +20,12 @@ public:
 
     void init(const std::string& executionId);
     void message(const std::string& id, const std::string& text);
-    /// Never goes back: a part below the one reported last is left out.
+    /// Never decreases: smaller fractions are dropped.
     void progress(double fraction);
     void success();
     void cancelled();
     void error(const JobError& error);
-    /// The exception of the listener, if it threw.
+    /// Throws the exception of the listener, if there was one.
     void rethrow() const;
 
 private:

@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kSecondsOfDay = 86400.0;
 constexpr double kMicroseconds = 1e6;
-/// What the database's types hold, with room for rounding.
+/// The limits of the database's types, with room for rounding.
 constexpr double kMostInteger = 9223372036854774784.0;
 constexpr double kMostDays = 106751990.0;
 constexpr double kMostTimestampSeconds = 9.2e12;
@@ -95,7 +95,7 @@ bool RowColumn::setMicroseconds(std::size_t row, double seconds, double least, d
                   (_storage == CFField::Time ? "time of day" : "timestamp") + " holds";
         return false;
     }
-    // Only timestamps are so far from the origin of the host's seconds that digits are lost.
+    // Only timestamps are so far from their origin that digits would be lost.
     static_cast<std::int64_t*>(_data)[row] = _storage == CFField::Timestamp
                                                  ? datafile::timestampOfRow(seconds)
                                                  : std::llround(seconds * kMicroseconds);

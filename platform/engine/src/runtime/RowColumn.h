@@ -11,8 +11,9 @@
 
 namespace EmbeddedHV {
 
-/// One column of a chunk under construction: turns values of the row protocol into the database's.
-/// Dates, times and timestamps are doubles in the protocol and have types of their own here.
+/// A column of a chunk under construction. Converts values of the row protocol to the database's
+/// types. Dates, times and timestamps are doubles in the protocol but have their own types in the
+/// database.
 class RowColumn
 {
 public:
@@ -22,10 +23,10 @@ public:
     void setMissing(std::size_t row);
     /// How many dates lost a time of day.
     std::uint64_t timesDropped() const { return _timesDropped; }
-    /// False if the value has no place in the column; `problem` then says why.
+    /// Stores a value. Returns false if the column cannot hold it; `problem` then gives the reason.
     bool set(std::size_t row, const void* value, std::size_t length, std::string& problem)
     {
-        // Nearly all values are of this kind, and any double has its place.
+        // The most frequent case. A column of reals can hold any double.
         if (_storage != CFField::Real)
             return setOther(row, value, length, problem);
         std::memcpy(static_cast<double*>(_data) + row, value, sizeof(double));

@@ -63,7 +63,7 @@ void RowFile::load(Column& column, duckdb_vector vector, std::size_t rows)
 
 bool RowFile::fetch()
 {
-    // Past the end, the database would be asked for rows of a statement that is over.
+    // After the end, the database must not be asked again: its statement is finished.
     if (!_result || _ended)
         return false;
     try {

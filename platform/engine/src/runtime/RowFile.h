@@ -10,8 +10,8 @@
 
 namespace EmbeddedHV {
 
-/// The rows of a file that a job wrote, in the protocol and on the scale of row iterators. Rows are
-/// read a chunk at a time, so memory does not grow with the file. One thread at a time.
+/// The rows of a file that a job wrote, in the protocol of row iterators. Reads one chunk at a
+/// time, so memory does not grow with the file. One thread at a time.
 class RowFile : public RowDataIterator
 {
 public:
@@ -26,11 +26,11 @@ public:
     void dispose(JNIEnv* env) override;
 
 private:
-    /// The values of one field in the present chunk.
+    /// The values of one field in the current chunk.
     struct Column
     {
         CFField::StorageType storage = CFField::Real;
-        std::vector<double> numbers; ///< everything but texts, converted
+        std::vector<double> numbers; ///< all values except texts, converted
         duckdb_string_t* texts = nullptr;
         std::uint64_t* validity = nullptr; ///< null: no value of the chunk is missing
     };

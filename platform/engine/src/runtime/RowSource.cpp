@@ -77,7 +77,8 @@ std::size_t RowSource::pull(std::vector<RowColumn>& columns, std::size_t capacit
     const auto room =
         static_cast<std::size_t>(std::min<std::uint64_t>(capacity, _limit - _records));
     while (row < room && !_ended) {
-        // Any code but 0 ends the input: a cancelled iterator hands over what it has given so far.
+        // Any code except 0 ends the input. The rows that a cancelled iterator returned so far are
+        // passed on.
         if (_cancellation.stopping() ||
             _iterator.nextRecord() != RowDataIterator::RecordAvailable ||
             !readRecord(columns, row)) {
@@ -87,7 +88,7 @@ std::size_t RowSource::pull(std::vector<RowColumn>& columns, std::size_t capacit
         ++row;
         ++_records;
     }
-    // A chunk with a bad record in it is given up whole, since the statement fails anyway.
+    // After an error the whole chunk is dropped. The statement fails anyway.
     return _failure ? 0 : row;
 }
 

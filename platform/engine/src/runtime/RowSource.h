@@ -18,13 +18,13 @@ namespace EmbeddedHV {
 
 class RowColumn;
 
-/// A row iterator as a table: pulls records into the vectors of the database, on one thread at a
+/// A row iterator as a table. Copies records into the vectors of the database, on one thread at a
 /// time. The rows can be read once.
 class RowSource : public RecordSource
 {
 public:
-    /// Asks the iterator for its name and data model. The iterator, the cancellation and the
-    /// registry are borrowed. Throws JobError.
+    /// Asks the iterator for its name and data model. Borrows the iterator, the cancellation and
+    /// the registry. Throws JobError.
     RowSource(RowDataIterator& iterator, const Cancellation& cancellation, RowSources& registry);
     RowSource(const RowSource&) = delete;
     RowSource& operator=(const RowSource&) = delete;
@@ -34,11 +34,11 @@ public:
     const std::vector<CFField>& fields() const override { return _fields; }
     /// The FROM item that reads the rows.
     std::string table() const { return RowSources::tableOf(_id); }
-    /// No record past this number is asked for.
+    /// Reads at most this number of records.
     void limitTo(std::uint64_t records) { _limit = records; }
-    /// What went wrong while rows were read; the statement that read them has failed.
+    /// The error that occurred while rows were read. The statement that read them has failed.
     const std::optional<JobError>& failure() const { return _failure; }
-    /// A sentence for each date field of whose values some lost a time of day.
+    /// A sentence for each date field in which values lost a time of day.
     std::vector<std::string> remarks() const;
 
     bool fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept override;
@@ -58,8 +58,8 @@ private:
     std::uint64_t _records = 0;
     bool _ended = false;
     std::optional<JobError> _failure;
-    std::vector<std::uint64_t> _timesDropped; ///< of each field
-    std::string _problem;                     ///< of a value; a member, so that no record makes one
+    std::vector<std::uint64_t> _timesDropped; ///< for each field
+    std::string _problem; ///< of a value; a member, to avoid an allocation for each record
 };
 
 } // namespace EmbeddedHV

@@ -17,14 +17,14 @@ namespace {
 
 constexpr const char* kFunction = "hv_rows";
 
-/// What one scan of a source needs: the source's number, and the fields that the statement uses.
+/// The state of one scan: the number of the source, and the fields that the statement uses.
 struct Scan
 {
     std::int64_t id = 0;
     std::vector<std::size_t> fields;
 };
 
-/// The database owns what it is handed and deletes it through this.
+/// The database owns the object and calls this to delete it.
 template <class T>
 void destroy(void* object)
 {
@@ -67,7 +67,7 @@ void init(duckdb_init_info info)
     auto* sources = static_cast<RowSources*>(duckdb_init_get_extra_info(info));
     if (RecordSource* source = sources->find(scan->id))
         source->begin(scan->fields);
-    // The row protocol has one present record.
+    // The row protocol has only one current record.
     duckdb_init_set_max_threads(info, 1);
     border::handOver(scan.get());
     duckdb_init_set_init_data(info, scan.release(), destroy<Scan>);

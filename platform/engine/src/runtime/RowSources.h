@@ -14,13 +14,12 @@ namespace EmbeddedHV {
 
 class RecordSource;
 
-/// The row iterators and map sources that running jobs read, as the database's table function sees
-/// them. A row iterator is registered for the length of an Execution::execute: a statement outside
-/// of it finds nothing.
+/// The row iterators and map sources of running jobs, for the database's table function. A row
+/// iterator is registered only during Execution::execute. A statement outside it finds nothing.
 class RowSources : public NumberedObjects<RecordSource>
 {
 public:
-    /// Makes the table function known to the instance. Once.
+    /// Registers the table function with the database. Call it once.
     void registerFunction(duck::Connection& connection);
     /// The FROM item that reads a source.
     static std::string tableOf(std::int64_t id);

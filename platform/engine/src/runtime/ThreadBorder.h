@@ -1,11 +1,11 @@
 #pragma once
 
-/// Tells the thread sanitizer where the database hands work from one thread to another. The
-/// database is not compiled with the sanitizer, which therefore misses the atomics that order these
-/// hand-overs. Every other build compiles this to nothing.
+/// Tells the thread sanitizer where the database passes work from one thread to another. The
+/// database is not compiled with the sanitizer, so the sanitizer misses its synchronisation. In
+/// other builds this is empty.
 ///
-/// An address names each border. What a thread did before it handed over at an address happens
-/// before all that a thread does once it has taken over at the same address.
+/// Each border has an address. Everything that a thread does before handOver(address) happens
+/// before everything that a thread does after takeOver(address).
 namespace EmbeddedHV::border {
 
 #ifdef __SANITIZE_THREAD__
@@ -26,7 +26,7 @@ inline void handOver(const void*) noexcept {}
 inline void takeOver(const void*) noexcept {}
 #endif
 
-/// One call of the database into our code: takes over at its start and hands over at its end.
+/// A call of the database into our code: takes over at its start and hands over at its end.
 class Call
 {
 public:

@@ -7,7 +7,7 @@
 
 namespace EmbeddedHV {
 
-/// A file that a job has written: what it takes to read it again.
+/// A file that a job has written, with everything needed to read it again.
 struct WrittenFile
 {
     std::string path;

@@ -8,8 +8,8 @@
 
 namespace EmbeddedHV {
 
-/// Makes the call. Callers of the engine know Exception and JavaException, so that whatever else
-/// the call throws becomes an Exception, whose text begins with `what`.
+/// Runs the call. Callers of the engine expect only Exception and JavaException. A standard
+/// exception of the call becomes an Exception whose text begins with `what`.
 template <class Call>
 auto contracted(const char* what, Call call)
 {

@@ -7,8 +7,8 @@
 
 namespace EmbeddedHV {
 
-/// What the jobs of one service work on. The service and each of its executions own it together, so
-/// that an execution can outlive the service.
+/// The resources that the jobs of a service use. The service and its executions share ownership, so
+/// an execution can outlive the service.
 struct EngineResources
 {
     /// Throws Exception, and duck::QueryError if the database does not start.

@@ -17,7 +17,7 @@ namespace {
 
 constexpr const char* kRefusal = "the engine cannot take the job";
 
-/// Unlike that of any other job of this process, and of most others.
+/// Unique within this process. The process id makes it unlikely that another process uses it.
 std::string newExecutionId()
 {
     static std::atomic<unsigned long> counter = 0;
@@ -65,11 +65,11 @@ void LocalExecution::addOutputContainer(JNIEnv*, Container* container)
 void LocalExecution::addInputIterator(JNIEnv*, RowDataIterator* iterator, void*)
 {
     JobContext& job = context();
-    // What the iterator throws is the caller's own, and passes.
+    // Exceptions of the iterator are the caller's own and pass.
     const std::string name = iterator->getName();
     contracted(kRefusal, [&] {
         const auto [known, isNew] = job.iterators.try_emplace(name, iterator);
-        // A job reads rows by name: it could not reach one of the two.
+        // A job refers to rows by name. It could not reach one of the two.
         if (!isNew && known->second != iterator)
             throw Exception("the job has a row iterator named \"" + name + "\" already");
     });
@@ -98,13 +98,13 @@ void LocalExecution::execute(JNIEnv*, ExecutionListener* listener)
         reporter.error(*fault);
         break;
     }
-    // Last, so that the job is cleaned up whatever the listener thinks of it.
+    // Last, so that the job is cleaned up before an exception of the listener passes.
     reporter.rethrow();
 }
 
 LocalExecution::Ending LocalExecution::run(Reporter& reporter, std::optional<JobError>& fault)
 {
-    std::set<std::string> told; // a statement that is planned twice tells its messages once
+    std::set<std::string> told; // a statement that is planned twice reports its messages once
     _context->message = [&](const std::string& id, const std::string& text) {
         if (told.insert(id + text).second)
             reporter.message(id, text);
@@ -130,7 +130,7 @@ LocalExecution::Ending LocalExecution::run(Reporter& reporter, std::optional<Job
     } catch (...) {
         unexpected("unknown exception");
     }
-    // Whatever failed after a cancellation failed because of it.
+    // After a cancellation, any failure is a consequence of it.
     return _cancellation.cancelled() ? Ending::Cancelled : Ending::Error;
 }
 

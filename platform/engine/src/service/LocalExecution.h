@@ -16,12 +16,12 @@ namespace EmbeddedHV {
 
 class Reporter;
 
-/// A job on the embedded engine. One thread at a time, except for cancel, which any thread may call
-/// until the object is deleted. It keeps what it works on when the service is shut down.
+/// A job on the embedded engine. One thread at a time may use it; cancel may come from any thread
+/// until the object is deleted. It shares ownership of its resources with the service.
 class LocalExecution : public Execution
 {
 public:
-    /// Throws duck::QueryError if the database gives no connection.
+    /// Throws duck::QueryError if the database cannot make a connection.
     explicit LocalExecution(std::shared_ptr<EngineResources> resources);
     ~LocalExecution() override;
 
@@ -48,7 +48,7 @@ private:
 
     Cancellation _cancellation;
     std::shared_ptr<EngineResources> _resources; ///< outlives the context, which borrows from it
-    std::optional<JobContext> _context;          ///< none after dispose
+    std::optional<JobContext> _context;          ///< empty after dispose
     std::string _jobText;
     std::vector<std::unique_ptr<RowFile>> _outputs;
 };

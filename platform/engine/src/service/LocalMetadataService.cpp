@@ -12,13 +12,13 @@
 namespace EmbeddedHV {
 namespace {
 
-/// How many systems are recommended for an area to who does not say.
+/// How many systems are recommended for an area if the caller gives no count.
 constexpr int kUsualCount = 10;
 
-/// Whether to end the question that the thread asks.
+/// The stop request of the thread. See setStop.
 thread_local std::function<bool()> stopWish;
 
-/// Answers a question about maps; what goes wrong becomes an Exception.
+/// Answers a question about maps. Every standard exception becomes an Exception.
 template <class Question>
 auto answered(Question question)
 {
@@ -29,16 +29,15 @@ auto answered(Question question)
     }
 }
 
-/// A source that cannot be read has no data model, which is an answer; a job that is wrong has
-/// none.
+/// An unreadable source gives an empty data model. Every other error of a job throws.
 bool isUnreadable(const JobError& error)
 {
     const std::string& id = error.id();
     return id.starts_with("HVEIO") || id == errors::kMapService;
 }
 
-/// The fields of what the last statement gives. All statements are planned, so that a job that
-/// could not run is not described.
+/// The fields of the last statement's result. All statements are planned, so that a job that could
+/// not run is rejected.
 Fields outputFields(const std::string& jobText, JobContext& context)
 {
     const language::Program program = language::parseProgram(jobText);
@@ -50,7 +49,7 @@ Fields outputFields(const std::string& jobText, JobContext& context)
         try {
             planner.planStatement(i);
         } catch (const NotYetWritten&) {
-            continue; // what it reads is known when the job runs
+            continue; // its input is known only when the job runs
         } catch (const StageFirst&) {
             continue; // likewise
         }
@@ -80,7 +79,7 @@ std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobTex
         context.cancellation = &cancellation;
         context.plansOnly = true;
         context.message = [](const std::string&, const std::string&) {};
-        // The job may name it as the place of the document, though nothing is written there.
+        // The job may name the container in its dataModelBuilder step. Nothing is written to it.
         context.containers.push_back(&container);
         return dataModelOf(outputFields(jobText, context));
     } catch (const JobError& error) {

@@ -11,14 +11,14 @@ namespace EmbeddedHV {
 class LocalMetadataService final : public MetadataService, public StoppableQuestions
 {
 public:
-    /// All are borrowed from the service.
+    /// Borrows all three from the service.
     LocalMetadataService(Database& database, const FileSpace& files, DataSources& dataSources)
         : _database(database), _files(files), _dataSources(dataSources)
     {
     }
 
-    /// The data model of what the last statement of the job gives or writes. No record is read but
-    /// for those of a CSV file that tell the types of its fields, and nothing is written.
+    /// The data model of the last statement's result. Reads no records, except those of a CSV file
+    /// that determine the types of its fields. Writes nothing.
     std::string getMetadata(JNIEnv* env, const std::string& jobText, void*& reserved, int flags,
                             const Container& container) override;
     void reservedOperation() override {}

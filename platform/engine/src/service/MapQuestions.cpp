@@ -13,7 +13,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 using maps::GeographyError;
 
-constexpr double kMostLongitude = 360; // maps may begin at the antimeridian, and count on
+constexpr double kMostLongitude = 360; // maps may continue beyond 180
 constexpr double kMostLatitude = 90;
 
 [[noreturn]] void refuse(const std::string& problem)
@@ -26,7 +26,7 @@ double degreesIn(const Json& area, const std::string& id, const char* key, doubl
     const auto corner = area.find(key);
     const bool isNumber = corner != area.end() && corner->is_number();
     const double degrees = isNumber ? corner->get<double>() : NAN;
-    // So written that a missing corner, which is no number, is refused too.
+    // The comparison is negated so that NaN, for a missing corner, is rejected too.
     if (!(std::fabs(degrees) <= most))
         refuse("the area " + id + ": \"" + key + "\" is no number of degrees");
     return degrees;

@@ -7,11 +7,12 @@
 
 namespace EmbeddedHV {
 
-/// What is known of a coordinate system, as a JSON object.
+/// The properties of a coordinate system, as a JSON object.
 std::string systemInfo(const maps::CoordinateSystem& system);
 
-/// The projected systems that suit the areas that a JSON text tells of: one JSON text for each, in
-/// their order, with at most `count` systems; below 0, all that suit. Throws GeographyError.
+/// The projected systems that suit the areas in a JSON text. Returns one JSON text for each area,
+/// in the order of `input`, with at most `count` systems; a negative `count` means all. Throws
+/// GeographyError.
 std::vector<std::string> recommendations(const std::string& input, int count);
 
 } // namespace EmbeddedHV
