@@ -1,12 +1,12 @@
 # Compiles SOURCES and packs them, with the classes of LIBRARY, into the jar OUTPUT.
 #
-# The same sources give the same jar, byte for byte: entries have a fixed date and order.
+# The build is reproducible: entries have a fixed date and order.
 set(classes ${WORK}/classes)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${classes})
 
-# Texts are put together by plain calls: the dynamic ones would be linked anew in each process, which
-# takes longer than a small job, and no archive keeps them.
+# Concatenate texts with plain calls. Dynamic calls would be linked again in each process, which
+# takes longer than a small job, and no class archive stores them.
 file(GLOB_RECURSE sources ${SOURCES}/*.java)
 execute_process(
   COMMAND ${JAVAC} --release 17 -encoding UTF-8 -g -Xlint:all -Werror -XDstringConcat=inline
@@ -15,7 +15,8 @@ execute_process(
 
 execute_process(COMMAND ${JAR} --extract --file ${LIBRARY}
   WORKING_DIRECTORY ${classes} COMMAND_ERROR_IS_FATAL ANY)
-# The library's notice stays, under its own name; its manifest and service entry were the jar's.
+# Keep the library's notice under its own name. Its manifest and service entry belong to its own
+# jar.
 file(RENAME ${classes}/META-INF/NOTICE ${WORK}/NOTICE)
 file(REMOVE_RECURSE ${classes}/META-INF)
 file(REMOVE ${classes}/module-info.class)

@@ -1,6 +1,7 @@
 # Writes OUTPUT, an archive of the classes of the jar ENGINE that a job composition loads.
 #
-# The archive only saves time at start, so a virtual machine that cannot make one is no failure.
+# The archive only makes the start faster, so it is not an error if the virtual machine cannot make
+# one.
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE log ERROR_VARIABLE log)
   if(NOT result EQUAL 0)
@@ -19,8 +20,7 @@ if(NOT failed)
     -classpath ${ENGINE}:${WORK} TouchClasses)
 endif()
 if(NOT failed)
-  # The archive holds for the class path of the engine alone; the one class that is not on it
-  # is passed over.
+  # The archive is valid only for the class path of the engine. The one class outside it is skipped.
   run(${JAVA} -XX:+UseSerialGC -Xshare:dump -XX:SharedClassListFile=${WORK}/classes
     -XX:SharedArchiveFile=${OUTPUT} -classpath ${ENGINE})
 endif()

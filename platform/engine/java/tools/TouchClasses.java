@@ -9,7 +9,7 @@ import com.zor.json.java.JSONObject;
 import java.util.List;
 import java.util.Map;
 
-/** Composes a job of every kind of function, so that the classes it takes are loaded once. */
+/** Composes a job with every kind of function, so that all classes are loaded once. */
 final class TouchClasses
 {
     private TouchClasses()

@@ -3,7 +3,7 @@ package com.vexa.ae.hvlhelpers;
 import com.vexa.ae.hvlhelpers.impl.HvlNames;
 import com.zor.json.java.JSONObject;
 
-/** A named file of a job, read by a component or, with the export flag, written by it. */
+/** A named file of a job. A component reads it or, with the export flag, writes it. */
 public final class HvlContainer
 {
     private final JSONObject _json = new JSONObject();
@@ -21,7 +21,7 @@ public final class HvlContainer
         _json.put("uri", uri);
     }
 
-    /** The JSON object that stands for the container in a job text. */
+    /** The JSON object of the container in a job text. */
     @Override
     public String toString()
     {

@@ -1,24 +1,24 @@
 package com.vexa.ae.hvlhelpers;
 
-/** An expression of the job language. Expressions never change once they are made. */
+/** An expression of the job language. Expressions are immutable. */
 public interface HvlExpression
 {
     /** The expression as HVL text. */
     String generate();
 
-    /** How the text of an expression holds together beside other text. */
+    /** How the text of an expression combines with other text. */
     Form form();
 
-    /** What decides where an expression needs parentheses. */
+    /** The forms of expressions. The form decides where parentheses are needed. */
     enum Form
     {
-        /** A literal, a name, a field, a call, or text in brackets: fits anywhere. */
+        /** A literal, a name, a field, a call, or text in brackets. Never needs parentheses. */
         Closed,
-        /** Operators: needs parentheses beside another operator. */
+        /** Operators. Needs parentheses next to another operator. */
         Operators,
-        /** A conditional: takes everything that follows for its own, an {@code else} too. */
+        /** A conditional. Everything that follows belongs to it, also an {@code else}. */
         Conditional,
-        /** A function with parameters of its own. */
+        /** A function with its own parameters. */
         Lambda
     }
 
@@ -37,13 +37,13 @@ public interface HvlExpression
         Timestamp
     }
 
-    /** A parameter of a lambda: its name, and its type if it declares one. */
+    /** A parameter of a lambda: its name and its optional type. */
     final class LambdaSignature
     {
         private final String _name;
         private final HvlType _type;
 
-        /** A null type declares none. The lambda that takes the signature checks the name. */
+        /** A null type declares none. The lambda checks the name. */
         public LambdaSignature(String name, HvlType type)
         {
             _name = name;

@@ -2,7 +2,7 @@ package com.vexa.ae.hvlhelpers;
 
 import com.vexa.ae.hvlhelpers.impl.HvlNames;
 
-/** A field and the expression that gives its value. */
+/** A field, and the expression for its value. */
 public final class HvlFieldDerive
 {
     private final String _name;

@@ -2,17 +2,19 @@ package com.vexa.ae.hvlhelpers;
 
 import java.util.Set;
 
-/** A longest run of functions that feed each other and nobody else: one pipeline of the text. */
+/** A longest sequence of functions that feed only each other: one pipeline of the text. */
 public interface HvlFragment
 {
     boolean containsFunction(HvlFunction function);
 
-    /** The id of the last function, and the name to which the text binds the chain. */
+    /** The id of the last function, which is also the name of the chain in the text. */
     String getId();
 
-    /** The ids of the fragments that have to stand before this one, sorted. */
+    /** The ids of the fragments that must come before this one, sorted. */
     Set<String> getPredecessorFragmentIds();
 
-    /** The definitions of the functions' arguments, then the pipeline; without a last line end. */
+    /**
+     * The definitions of the functions' arguments and then the pipeline, without a final line end.
+     */
     String toHVLText();
 }

@@ -5,32 +5,32 @@ import com.zor.json.java.JSONObject;
 import java.util.List;
 import java.util.Map;
 
-/** One parameter of a function that is composed place by place. */
+/** One parameter of a function that is composed parameter by parameter. */
 public interface HvlFunctionParameter
 {
     /**
-     * Makes parameters. The last argument of the value kinds tells whether the value is bound to a
-     * name by a definition of its own (true) or stands inside the call (false). A null value leaves
-     * its place open.
+     * Makes parameters. {@code bound} tells whether a definition binds the value to a name (true)
+     * or the value is written inside the call (false). A null value leaves its place open.
      */
     interface Factory
     {
-        /** A list of containers; null elements are left out. */
+        /** A list of containers. Null elements are left out. */
         HvlFunctionParameter createContainers(List<HvlContainer> containers, boolean bound);
 
         HvlFunctionParameter createExpression(HvlExpression expression, boolean bound);
 
-        /** The function whose records are piped in; it takes no place, and null means none. */
+        /** The function whose records are piped in. It takes no place. Null means none. */
         HvlFunctionParameter createInput(HvlFunction function);
 
         /**
-         * Further inputs, in ascending order of tag, named by tag (true) or by place alone (false).
+         * Further inputs in ascending order of their tags, named by tag (true) or only by position
+         * (false).
          */
         HvlFunctionParameter createInputs(Map<String, HvlFunction> inputs, boolean tagged);
 
         HvlFunctionParameter createJson(JSONObject json, boolean bound);
 
-        /** HVL text that is taken as it is. */
+        /** HVL text, unchanged. */
         HvlFunctionParameter createRaw(String text, boolean bound);
     }
 

@@ -10,8 +10,8 @@ public final class HvlHelpers
     }
 
     /**
-     * A JSON array of containers, made of three arrays in step; an empty array if one of them is
-     * null. The flag tells which containers are for output.
+     * A JSON array of containers from three parallel arrays; an empty array if one of them is null.
+     * {@code exports} marks output containers.
      */
     public static String formatContainerListJSON(String[] names, String[] uris, boolean[] exports)
     {

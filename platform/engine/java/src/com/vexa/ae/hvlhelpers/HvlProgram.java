@@ -20,10 +20,10 @@ import java.util.Set;
  * A job under composition. Functions are created in it, each after its inputs, and rendered as
  * fragments of HVL text.
  *
- * <p>A configuration is taken as it is when its function is created; later changes do not count. A
- * null configuration leaves its place open. A null predecessor is none. A name that is null or not
- * a name, and a function that belongs to another program, is an IllegalArgumentException, and the
- * program stays as it was. For one thread at a time.
+ * <p>A function copies its configuration when it is created; later changes have no effect. A null
+ * configuration leaves its place open. A null predecessor means no input. A name that is null or
+ * invalid, or a function of another program, throws IllegalArgumentException, and the program is
+ * unchanged. For one thread at a time.
  */
 public final class HvlProgram implements Cloneable
 {
@@ -41,7 +41,7 @@ public final class HvlProgram implements Cloneable
         this((String) null);
     }
 
-    /** A program that starts with job text, which stands first, as it is, as one fragment. */
+    /** A program that begins with a job text. The text is the first fragment, unchanged. */
     public HvlProgram(String text)
     {
         _text = text;
@@ -58,8 +58,8 @@ public final class HvlProgram implements Cloneable
     }
 
     /**
-     * A program with the same functions, under the same ids. The functions belong to both programs;
-     * what is created afterwards belongs to one.
+     * A program with the same functions and ids. These functions belong to both programs. Functions
+     * that are created later belong to one.
      */
     @Override
     public HvlProgram clone()
@@ -68,9 +68,9 @@ public final class HvlProgram implements Cloneable
     }
 
     /**
-     * Makes the second function run after the first: its fragment stands behind the other's. A
-     * chain that other statements use runs with the first of them, so a dependency is for functions
-     * that end in a statement of their own.
+     * Makes the second function run after the first: its fragment comes later. A chain that other
+     * statements use runs with the first of them, so dependencies are only for functions that end
+     * in a statement of their own.
      */
     public void addDependency(HvlFunction first, HvlFunction second)
     {
@@ -80,15 +80,15 @@ public final class HvlProgram implements Cloneable
     // Expressions
 
     /**
-     * Fills a text: the places {@code %s} take the arguments in order, in parentheses where an
-     * operator would tear them apart, and {@code %%} is a percent sign.
+     * Fills a template. Each {@code %s} is replaced by an argument, in order, and put in
+     * parentheses where operator precedence requires it. {@code %%} is a percent sign.
      */
     public HvlExpression createHvlExpression(String template, HvlExpression[] arguments)
     {
         return Expressions.template(template, arguments);
     }
 
-    /** A chain of conditions; null as {@code otherwise} leaves the last alternative out. */
+    /** A chain of conditions. If {@code otherwise} is null, there is no last alternative. */
     public HvlExpression
     createHvlExpressionConditional(List<HvlExpressionConditional.Clause> clauses,
                                    HvlExpression otherwise)
@@ -96,19 +96,19 @@ public final class HvlProgram implements Cloneable
         return Expressions.conditional(clauses, otherwise);
     }
 
-    /** The field of the record under a parameter of a lambda. */
+    /** A field of the record that is a parameter of a lambda. */
     public HvlExpression createHvlExpressionFieldReference(String parameter, String field)
     {
         return Expressions.fieldReference(parameter, field);
     }
 
-    /** The field of the record that the steps with an expression hand in. */
+    /** A field of the record that steps with an expression pass in. */
     public HvlExpression createHvlExpressionFieldReference(String field)
     {
         return Expressions.fieldReference(RecordLambda.RECORD, field);
     }
 
-    /** A function with parameters; a null list is a function without any. */
+    /** A lambda. A null list means no parameters. */
     public HvlExpression
     createHvlExpressionLambdaFunction(List<HvlExpression.LambdaSignature> signatures,
                                       HvlExpression body)
@@ -116,31 +116,31 @@ public final class HvlProgram implements Cloneable
         return Expressions.lambda(signatures, body);
     }
 
-    /** A list; null is one without elements, a null element an IllegalArgumentException. */
+    /** A list. Null means no elements. A null element throws IllegalArgumentException. */
     public HvlExpression createHvlExpressionList(List<HvlExpression> elements)
     {
         return Expressions.list(elements);
     }
 
-    /** A null value of a literal, of any class, is HVL's null. */
+    /** An integer. For all literals, a null value is HVL's null. */
     public HvlExpression createHvlExpressionLiteral(Integer value)
     {
         return Expressions.literal(value == null ? null : Long.valueOf(value));
     }
 
-    /** A number that is not finite is an IllegalArgumentException. */
+    /** A real. A number that is not finite throws IllegalArgumentException. */
     public HvlExpression createHvlExpressionLiteral(Double value)
     {
         return Expressions.literal(value);
     }
 
-    /** A string; characters that a string cannot hold are escaped. */
+    /** A string. Characters that a string cannot contain are escaped. */
     public HvlExpression createHvlExpressionLiteral(String value)
     {
         return Expressions.literal(value);
     }
 
-    /** An integer of 64 bits. */
+    /** A 64-bit integer. */
     public HvlExpression createHvlExpressionLiteral(Long value)
     {
         return Expressions.literal(value);
@@ -151,31 +151,31 @@ public final class HvlProgram implements Cloneable
         return Expressions.literal(value);
     }
 
-    /** The value of a field that has none. */
+    /** A missing value. */
     public HvlExpression createHvlExpressionNullValue()
     {
         return Expressions.nullValue();
     }
 
-    /** A parameter of a lambda around the expression. */
+    /** A parameter of an enclosing lambda. */
     public HvlExpression createHvlExpressionParameterName(String name)
     {
         return Expressions.parameterName(name);
     }
 
-    /** A tuple, by the rules of a list. */
+    /** A tuple. The rules are those of a list. */
     public HvlExpression createHvlExpressionTuple(List<HvlExpression> elements)
     {
         return Expressions.tuple(elements);
     }
 
-    /** A field and its value, for the functions that give a field its value. */
+    /** A field and its value, for functions that set a field. */
     public HvlFieldDerive createHvlFieldDerive(String field, HvlExpression expression)
     {
         return new HvlFieldDerive(field, expression);
     }
 
-    /** A named file; with the export flag, one that the job writes. */
+    /** A named file. With the export flag, the job writes it. */
     public HvlContainer createContainer(String name, String uri, boolean export)
     {
         return new HvlContainer(name, uri, export);
@@ -203,7 +203,7 @@ public final class HvlProgram implements Cloneable
         return add(function(name).pipe(predecessor).json(configuration, true));
     }
 
-    /** A function whose inputs are named by tag. */
+    /** A function with tagged inputs. */
     public HvlFunction createHvlFunction(String name, JSONObject configuration,
                                          Map<String, HvlFunction> inputs)
     {
@@ -223,21 +223,21 @@ public final class HvlProgram implements Cloneable
                        .containers(outputContainers, "Out", true));
     }
 
-    /** A function over records whose body is the expression. */
+    /** A function over records. Its body is the expression. */
     public HvlFunction createHvlFunction(String name, JSONObject configuration,
                                          HvlExpression expression, HvlFunction predecessor)
     {
         return overRecords(name, configuration, RecordLambda.of(expression, null), predecessor);
     }
 
-    /** A function over records that gives a field its value. */
+    /** A function over records that sets a field. */
     public HvlFunction createHvlFunction(String name, JSONObject configuration,
                                          HvlFieldDerive derive, HvlFunction predecessor)
     {
         return createHvlFunction(name, configuration, derive, predecessor, null);
     }
 
-    /** The same, with the types of fields that the body uses; null or empty declares none. */
+    /** The same, with the types of the fields that the body uses. Null or empty declares none. */
     public HvlFunction createHvlFunction(String name, JSONObject configuration,
                                          HvlFieldDerive derive, HvlFunction predecessor,
                                          Map<String, SimpleTypes> types)
@@ -252,7 +252,7 @@ public final class HvlProgram implements Cloneable
         return createHvlFunction(DERIVE_FIELD, null, derive, predecessor, null);
     }
 
-    /** The same, with the types of fields that the body uses. */
+    /** The same, with the types of the fields that the body uses. */
     public HvlFunction createHvlFunctionDeriveFields(HvlFieldDerive derive,
                                                      HvlFunction predecessor,
                                                      Map<String, SimpleTypes> types)
@@ -267,7 +267,7 @@ public final class HvlProgram implements Cloneable
         return createHvlFunctionFilterRecords(condition, predecessor, null);
     }
 
-    /** The same, with the types of fields that the condition uses. */
+    /** The same, with the types of the fields that the condition uses. */
     public HvlFunction createHvlFunctionFilterRecords(HvlExpression condition,
                                                       HvlFunction predecessor,
                                                       Map<String, SimpleTypes> types)
@@ -275,7 +275,9 @@ public final class HvlProgram implements Cloneable
         return overRecords(FILTER_RECORDS, null, RecordLambda.of(condition, types), predecessor);
     }
 
-    /** A function composed place by place; see {@link HvlFunctionParameter.Factory}. */
+    /**
+     * A function that is composed parameter by parameter; see {@link HvlFunctionParameter.Factory}.
+     */
     public HvlFunction createHvlFunctionGeneral(String name, HvlFunctionParameter[] parameters)
     {
         FunctionBuilder function = function(name);
@@ -287,14 +289,16 @@ public final class HvlProgram implements Cloneable
         return add(function);
     }
 
-    /** A function with HVL texts in the places behind its configuration. */
+    /** A function with HVL texts after its configuration. */
     public HvlFunction createHvlFunctionGeneral(String name, JSONObject configuration,
                                                 String[] arguments, HvlFunction predecessor)
     {
         return add(function(name).pipe(predecessor).json(configuration, true).raws(arguments));
     }
 
-    /** A function that takes a chain, the one that ends in the operand, as an argument. */
+    /**
+     * A function that takes a chain as an argument. The operand is the last function of the chain.
+     */
     public HvlFunction createHvlMetaFunction(String name, JSONObject configuration,
                                              HvlFunction operand, HvlFunction predecessor)
     {
@@ -304,22 +308,23 @@ public final class HvlProgram implements Cloneable
 
     // The text
 
-    /** The inputs of a function: the piped one first, untagged, then the others by place. */
+    /** The inputs of a function: first the piped input, without a tag, then the others in order. */
     public List<TaggedFunctionInput> getPredecessors(HvlFunction function)
     {
         return own(function).inputs();
     }
 
-    /** The fragments of the program as it stands, in order of creation. */
+    /** The fragments of the program so far, in order of creation. */
     public Set<HvlFragment> getFragments()
     {
         return FragmentPartition.of(this, _text, _functions, _dependencies);
     }
 
     /**
-     * Fragments of one program in the order in which their texts make a job; null gives none.
+     * Sorts the fragments of a program so that their texts form a job. Null gives an empty list.
      *
-     * @throws IllegalStateException if fragments wait for each other, with their functions
+     * @throws IllegalStateException if fragments wait for each other; the message names their
+     * functions
      */
     public static List<HvlFragment> sortFragmentsIntoExecutionOrder(Set<HvlFragment> fragments)
     {
@@ -342,7 +347,7 @@ public final class HvlProgram implements Cloneable
 
     private HvlFunctionImpl add(FunctionBuilder function)
     {
-        // Text that was given may have names of its own; an id that it shows is passed over.
+        // The given text may have names of its own, so skip ids that occur in it.
         String id;
         do {
             id = "f" + ++_lastNumber;

@@ -1,6 +1,6 @@
 package com.vexa.ae.hvlhelpers;
 
-/** A list of elements of one type: {@code [Real]}. */
+/** The type of a list: {@code [Real]}. */
 public final class HvlTypeList implements HvlType
 {
     private final HvlType _element;

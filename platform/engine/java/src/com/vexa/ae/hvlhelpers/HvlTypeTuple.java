@@ -4,7 +4,7 @@ import java.util.Arrays;
 import java.util.Objects;
 import java.util.stream.Collectors;
 
-/** A tuple of typed elements: {@code (Real, String)}. */
+/** A tuple type: {@code (Real, String)}. */
 public final class HvlTypeTuple implements HvlType
 {
     private final HvlType[] _elements;

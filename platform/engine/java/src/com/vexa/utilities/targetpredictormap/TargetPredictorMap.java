@@ -10,9 +10,9 @@ import java.util.Map;
 import java.util.Set;
 
 /**
- * Which series of a temporal causal model are targets, and what predicts each of them. Series are
- * told by their ids; both lists are in the order in which the model first names their series. For
- * one thread at a time.
+ * The targets of a temporal causal model, and the predictors of each target. Series are identified
+ * by their ids. Both lists have the order in which the model first names the series. For one thread
+ * at a time.
  */
 public final class TargetPredictorMap
 {
@@ -25,8 +25,8 @@ public final class TargetPredictorMap
     }
 
     /**
-     * Reads the network of a model, in place of what the map held. False for a text that is none:
-     * the map is empty then.
+     * Reads the network of a model and replaces the content of the map. Returns false if the text
+     * is not a network; the map is then empty.
      */
     public boolean fromJSON(String text)
     {
@@ -46,7 +46,7 @@ public final class TargetPredictorMap
         return _targets.containsKey(series);
     }
 
-    /** Whether the series is there to predict others, or itself. */
+    /** Whether the series predicts others, or itself. */
     public boolean isPredictor(String series)
     {
         return _predictors.containsKey(series);
@@ -58,13 +58,16 @@ public final class TargetPredictorMap
         return new ArrayList<>(_targets.keySet());
     }
 
-    /** All series that predict one. */
+    /** All series that predict another series, or themselves. */
     public List<String> getAllPredictorSeries()
     {
         return new ArrayList<>(_predictors.keySet());
     }
 
-    /** What predicts a target, as places in the list of all predictors; none of another series. */
+    /**
+     * The predictors of a target, as positions in the list of all predictors. Empty for any other
+     * series.
+     */
     public Set<Integer> getPredictorIndexSet(String target)
     {
         return new LinkedHashSet<>(_targets.getOrDefault(target, Set.of()));
@@ -88,7 +91,7 @@ public final class TargetPredictorMap
         }
     }
 
-    /** The values of an array; none if it is absent. */
+    /** The values of an array; empty if it is absent. */
     private static List<Object> values(JSONObject object, String key)
     {
         List<Object> values = new ArrayList<>();

@@ -4,8 +4,8 @@ import java.util.ArrayList;
 import java.util.List;
 
 /**
- * A JSON array, of the same values as a JSONObject has. An index out of range is an
- * IndexOutOfBoundsException. For one thread at a time.
+ * A JSON array. Its values have the same types as those of a JSONObject. An index that is out of
+ * range throws IndexOutOfBoundsException. For one thread at a time.
  */
 public final class JSONArray
 {
@@ -17,14 +17,14 @@ public final class JSONArray
         _values = new ArrayList<>();
     }
 
-    /** An array without values, with room for as many. */
+    /** An array without values that reserves memory for `capacity` values. */
     public JSONArray(int capacity)
     {
         _values = new ArrayList<>(capacity);
     }
 
     /**
-     * Reads one JSON array, by the rules of {@link JSONObject#parse}.
+     * Parses one JSON array, by the rules of {@link JSONObject#parse}.
      *
      * @throws JSONException with line and column, if the text is anything else
      */
@@ -33,19 +33,19 @@ public final class JSONArray
         return JsonReader.read(text, JSONArray.class);
     }
 
-    /** Appends a value; always true. */
+    /** Appends a value. Always returns true. */
     public boolean add(Object value)
     {
         return _values.add(JsonValues.checked(value));
     }
 
-    /** Inserts a value; those from the index on move up. */
+    /** Inserts a value. The values from the index on move up. */
     public void add(int index, Object value)
     {
         _values.add(index, JsonValues.checked(value));
     }
 
-    /** Replaces a value; returns the one before. */
+    /** Replaces a value. Returns the old value. */
     public Object set(int index, Object value)
     {
         return _values.set(index, JsonValues.checked(value));
@@ -72,7 +72,7 @@ public final class JSONArray
     /**
      * The JSON text, on one line or indented.
      *
-     * @throws JSONException for a number that is not finite, and beyond 500 levels
+     * @throws JSONException for a number that is not finite, and for more than 500 levels
      */
     public String serialize(boolean indent)
     {

@@ -1,6 +1,6 @@
 package com.zor.json.java;
 
-/** A text that is not the JSON asked for, or a value that JSON cannot express. */
+/** A text is not the expected JSON, or a value cannot be expressed in JSON. */
 public final class JSONException extends IllegalArgumentException
 {
     private static final long serialVersionUID = 1L;

@@ -8,14 +8,13 @@ import java.nio.charset.StandardCharsets;
 import java.util.Arrays;
 
 /**
- * A JSON value laid out in two arrays, so that native code takes it over in two copies instead of
- * asking for each value by itself.
+ * A JSON value in two arrays. Native code copies both instead of asking for each value.
  *
- * The first array holds two numbers a value, container before content and key before member. The
- * first number is the kind, plus {@link #KINDS} times the index of the value that follows the
- * content. The second depends on the kind: the number itself, the bits of a double, 0 or 1, the
- * count of elements or members, or for a text its place in the second array (UTF-8) in the upper
- * half and its length in the lower.
+ * The first array holds two numbers for each value, a container before its content and a key before
+ * its member. The first number is the kind plus {@link #KINDS} times the index of the value after
+ * the content. The second depends on the kind: the number itself, the bits of a double, 0 or 1, or
+ * the count of elements or members. For a text it is the position in the second array (UTF-8) in
+ * the upper half and the length in the lower half.
  */
 public final class JSONImage
 {
@@ -45,7 +44,7 @@ public final class JSONImage
     /**
      * The two arrays, a long[] and a byte[].
      *
-     * @throws JSONException beyond 500 levels
+     * @throws JSONException for more than 500 levels
      */
     public static Object[] of(Object value)
     {
@@ -128,7 +127,7 @@ public final class JSONImage
             _texts = Arrays.copyOf(_texts, Math.max(most, (int) Math.min(Integer.MAX_VALUE - 8L,
                                                                         2L * _texts.length)));
         }
-        // There is room for any text of that length, so the encoder cannot stop half-way.
+        // There is room for any text of this length, so the encoder always finishes.
         ByteBuffer target = ByteBuffer.wrap(_texts, _length, _texts.length - _length);
         _encoder.reset().encode(CharBuffer.wrap(text), target, true);
         put(TEXT, (long) _length << 32 | target.position() - _length);

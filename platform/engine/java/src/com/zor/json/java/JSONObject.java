@@ -6,7 +6,7 @@ import java.util.Map;
 import java.util.Set;
 
 /**
- * A JSON object. Keys keep the order in which they were first put, in the text as well. Values are
+ * A JSON object. Keys keep the order in which they were first put, also in the text. Values are
  * String, Boolean, Integer, Long, BigInteger, Double, JSONObject, JSONArray or null. For one thread
  * at a time.
  */
@@ -20,9 +20,9 @@ public final class JSONObject
     }
 
     /**
-     * Reads one JSON object, strictly: no comments, no trailing text, at most 500 levels. Of a key
-     * that stands twice the last value counts. An integer becomes an Integer, a Long or a
-     * BigInteger, whichever is the smallest that holds it, any other number a Double.
+     * Parses one JSON object, strictly: no comments, no trailing text, at most 500 levels. If a key
+     * occurs twice, the last value is used. An integer becomes an Integer, a Long or a BigInteger,
+     * the smallest that can hold it. Any other number becomes a Double.
      *
      * @throws JSONException with line and column, if the text is anything else
      */
@@ -31,7 +31,7 @@ public final class JSONObject
         return JsonReader.read(text, JSONObject.class);
     }
 
-    /** Sets the value of a key, which must be a String; returns the value before, or null. */
+    /** Sets the value of a key, which must be a String. Returns the old value, or null. */
     public Object put(Object key, Object value)
     {
         if (!(key instanceof String name)) {
@@ -46,7 +46,7 @@ public final class JSONObject
         return _members.get(key);
     }
 
-    /** The keys in their order; a view that cannot be changed. */
+    /** The keys in their order, as an unmodifiable view. */
     public Set<String> keySet()
     {
         return Collections.unmodifiableSet(_members.keySet());
@@ -61,7 +61,7 @@ public final class JSONObject
     /**
      * The JSON text, on one line or indented.
      *
-     * @throws JSONException for a number that is not finite, and beyond 500 levels
+     * @throws JSONException for a number that is not finite, and for more than 500 levels
      */
     public String serialize(boolean indent)
     {

@@ -1,15 +1,15 @@
 package com.zor.json.java;
 
-/** Bounds that reading and writing share. */
+/** Limits for reading and writing. */
 final class JsonLimits
 {
     /**
-     * Deepest nesting of objects and arrays. The job language has the same bound, so every object
-     * that can be built can also stand in a job; and it ends an object that contains itself.
+     * The deepest nesting of objects and arrays. The job language has the same limit, so every
+     * object fits into a job. The limit also stops at an object that contains itself.
      */
     static final int NESTING = 500;
 
-    /** Longest integer, in digits. */
+    /** The longest integer, in digits. */
     static final int DIGITS = 1000;
 
     private JsonLimits()

@@ -11,12 +11,12 @@ import java.util.ArrayDeque;
 import java.util.Deque;
 import java.util.regex.Pattern;
 
-/** Builds the tree of one JSON text, without recursion. */
+/** Builds the tree of a JSON text, without recursion. */
 final class JsonReader implements AutoCloseable
 {
     private static final JsonFactory FACTORY =
         JsonFactory.builder().disable(StreamReadFeature.INCLUDE_SOURCE_IN_LOCATION).build();
-    /** Where the parser's own messages point at the start of something. */
+    /** The source reference in messages of the parser. */
     private static final Pattern SOURCE = Pattern.compile("\\[Source: [^;]*; ([^]]*)\\]");
 
     private final JsonParser _parser;
@@ -28,7 +28,9 @@ final class JsonReader implements AutoCloseable
         _parser = FACTORY.createParser(text);
     }
 
-    /** The whole text as one value of the given class; anything else is a JSONException. */
+    /**
+     * Parses the whole text as one value of the given class. Anything else throws JSONException.
+     */
     static <T> T read(String text, Class<T> wanted)
     {
         if (text == null) {
@@ -76,7 +78,7 @@ final class JsonReader implements AutoCloseable
         } else if (token.isStructEnd()) {
             _open.pop();
         } else {
-            // The container that takes the value is the one open before the value opens itself.
+            // The container of the value is the one on top before the value is opened.
             Object container = _open.peek();
             Object value = openOrScalar(token);
             if (container instanceof JSONObject object) {
@@ -112,7 +114,7 @@ final class JsonReader implements AutoCloseable
 
     private Number integer() throws IOException
     {
-        // The time to convert grows with the square of the length.
+        // The conversion time grows with the square of the length.
         if (_parser.getTextLength() > JsonLimits.DIGITS) {
             throw failure("a number has more than " + JsonLimits.DIGITS + " digits");
         }
@@ -134,7 +136,7 @@ final class JsonReader implements AutoCloseable
 
     private static String at(JsonLocation location)
     {
-        // The parser's own bounds come without a place.
+        // Messages about the parser's own limits have no location.
         if (location == null) {
             return "";
         }

@@ -3,7 +3,7 @@ package com.zor.json.java;
 import java.math.BigInteger;
 import java.util.Set;
 
-/** Tells which Java objects stand for JSON values. */
+/** Checks which Java objects are JSON values. */
 final class JsonValues
 {
     private static final Set<Class<?>> CLASSES =
@@ -14,7 +14,7 @@ final class JsonValues
     {
     }
 
-    /** The value itself; null is JSON's null, and any other class is a JSONException. */
+    /** Returns the value. Null is JSON's null. Any other class throws JSONException. */
     static Object checked(Object value)
     {
         if (value != null && !CLASSES.contains(value.getClass())) {

@@ -21,7 +21,7 @@ final class JsonWriter
         _generator = generator;
     }
 
-    /** Two spaces a level, one member a line, and line feeds on every system. */
+    /** Two spaces for each level, one member on each line, and line feeds on every system. */
     private static final class Layout extends DefaultPrettyPrinter
     {
         private static final long serialVersionUID = 1L;
@@ -68,7 +68,7 @@ final class JsonWriter
         }
     }
 
-    /** The text of an object or array; a value that JSON does not have is a JSONException. */
+    /** The text of an object or array. A value that JSON cannot express throws JSONException. */
     static String write(Object root, boolean indent)
     {
         StringWriter text = new StringWriter();
@@ -76,7 +76,7 @@ final class JsonWriter
             if (indent) {
                 generator.setPrettyPrinter(new Layout());
             }
-            // A failure half-way leaves brackets open; closing must not hide the reason.
+            // After a failure, brackets are still open. Closing must not hide the reason.
             generator.disable(JsonGenerator.Feature.AUTO_CLOSE_JSON_CONTENT);
             new JsonWriter(generator).value(root);
         } catch (IOException e) {

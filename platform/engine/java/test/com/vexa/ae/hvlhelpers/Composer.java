@@ -5,7 +5,7 @@ import java.util.List;
 import java.util.Map;
 import java.util.stream.Collectors;
 
-/** A program with short forms of what the tests create, and its text as a job has it. */
+/** A program with short forms for the tests, and its job text. */
 final class Composer
 {
     final HvlProgram program;
@@ -20,7 +20,7 @@ final class Composer
         this.program = program;
     }
 
-    /** A function with the configuration {"n": name} fed by another function or by none. */
+    /** A function with the configuration {"n": name}. The predecessor may be null. */
     HvlFunction step(String name, HvlFunction predecessor)
     {
         return program.createHvlFunction(name, json("{\"n\":\"" + name + "\"}"), predecessor);

@@ -13,7 +13,7 @@ import java.util.regex.Pattern;
 import org.junit.jupiter.api.BeforeAll;
 import org.junit.jupiter.api.Test;
 
-/** The examples of the language's page are what the renderer writes. */
+/** The renderer writes the examples of the language's page. */
 class DocumentationTest
 {
     private static List<String> _examples;

@@ -64,7 +64,7 @@ class ExpressionTest
                      _program.createHvlExpressionFieldReference("row", field).generate());
     }
 
-    /** What the parser reads between the quotes, by the rules of the language; the end is checked. */
+    /** The text that the parser reads between the quotes. Checks that the text ends there. */
     private static String unquoted(String text)
     {
         char quote = text.charAt(0);
@@ -174,7 +174,7 @@ class ExpressionTest
                          .generate());
         HvlExpression short1 = _program.createHvlExpressionConditional(List.of(first), null);
         assertEquals("if (x.a > 0) 1", short1.generate());
-        // The inner chain has no else and must not take the one of the outer.
+        // The inner chain has no else and must not take that of the outer chain.
         assertEquals("if (x.b) (if (x.a > 0) 1) else 1",
                      _program.createHvlExpressionConditional(
                              List.of(new Clause(_composer.field("b"), short1)), one)

@@ -14,7 +14,7 @@ import java.util.Map;
 import java.util.Set;
 import org.junit.jupiter.api.Test;
 
-/** How functions become pipelines, and in which order these stand. */
+/** How functions become pipelines, and the order of these. */
 class FragmentTest
 {
     private final Composer _composer = new Composer();
@@ -160,7 +160,7 @@ class FragmentTest
                 _composer.open("c", last);
             }
             String text = _composer.text();
-            // The read, the chain, and two a turn, of which the last two are one chain.
+            // The read, the chain, and two for each turn; the last two are one chain.
             assertEquals(20_001, text.lines().count());
             assertTrue(text.lines().anyMatch(line -> line.length() > 60_000));
             _program.addDependency(last, fan);

@@ -161,7 +161,7 @@ class ProgramTest
             _factory.createExpression(_composer.template("x => x"), true), null,
             _factory.createContainers(containers, true), _factory.createRaw("[1]", true),
             _factory.createInputs(Map.of("t", b), true));
-        // A call right of `=` would be read as a step.
+        // On the right side of `=` a call would be a step.
         assertFunction("val f3Conf = {\"k\":1}\nval f3Value = (toReal(3))\nval f3Lambda = x => x\n"
                            + "val f3Containers = [{\"name\":\"c\",\"uri\":\"u\"}]\nval f3Raw = [1]",
                        "ns:step(f3Conf, f3Value, f3Lambda, _, f3Containers, f3Raw, t: f2)", bound);

@@ -10,7 +10,7 @@ import org.junit.jupiter.api.Test;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.ValueSource;
 
-/** The network of a model, as a map of its series. */
+/** The network of a model as a map of its series. */
 class TargetPredictorMapTest
 {
     private static final String NETWORK =

@@ -1,6 +1,6 @@
 package com.vexa.ae.hvlhelpers.impl;
 
-/** One place of a call; with a label, the place names a definition that holds the value. */
+/** One argument of a call. With a label, the call names a definition that holds the value. */
 record Argument(String label, String value)
 {
     static final Argument OPEN = inline("_");

@@ -13,7 +13,7 @@ import java.util.PriorityQueue;
 import java.util.Set;
 import java.util.stream.Collectors;
 
-/** Sorts fragments so that each stands behind those it needs, otherwise in order of creation. */
+/** Sorts fragments so that each comes after those that it needs, otherwise by creation. */
 public final class ExecutionOrder
 {
     private Object _program;
@@ -28,7 +28,7 @@ public final class ExecutionOrder
     }
 
     /**
-     * The fragments in order. What a fragment needs but the collection lacks, does not count.
+     * The fragments in order. Needed fragments that are not in the collection are ignored.
      *
      * @throws IllegalStateException if fragments wait for each other
      * @throws IllegalArgumentException if the fragments come from more than one program
@@ -90,13 +90,13 @@ public final class ExecutionOrder
         return order;
     }
 
-    // Text that was given stands before everything that was composed.
+    // Given text comes before everything that was composed.
     private static int rank(HvlFragment fragment)
     {
         return fragment instanceof HvlFragmentImpl composed ? composed.rank() : -1;
     }
 
-    // Every fragment left over has a predecessor left over: walking back runs into a cycle.
+    // Every remaining fragment has a remaining predecessor, so walking back leads into a cycle.
     private String cycle()
     {
         Set<HvlFragment> path = new LinkedHashSet<>();

@@ -2,7 +2,7 @@ package com.vexa.ae.hvlhelpers.impl;
 
 import com.vexa.ae.hvlhelpers.HvlExpression;
 
-/** Fills the {@code %s} places of a text with expressions, in order. */
+/** Replaces each {@code %s} of a text with an expression, in order. */
 final class ExpressionTemplate
 {
     private final String _template;
@@ -64,7 +64,7 @@ final class ExpressionTemplate
         _text.append(whole ? argument.generate() : ExpressionText.parenthesised(argument));
     }
 
-    // Between brackets and commas any expression stands as it is.
+    // Between brackets and commas no expression needs parentheses.
     private boolean standsAlone(int at)
     {
         int before = at - 2;

@@ -2,7 +2,7 @@ package com.vexa.ae.hvlhelpers.impl;
 
 import com.vexa.ae.hvlhelpers.HvlExpression;
 
-/** An expression that is its text. */
+/** An expression that consists of its text. */
 record ExpressionText(String text, Form form) implements HvlExpression
 {
     ExpressionText(String text)

@@ -35,12 +35,12 @@ public final class Expressions
         if (value == null) {
             return NULL;
         }
-        // The digits of the smallest integer do not fit in 64 bits before the minus is applied.
+        // Without the minus, the smallest integer exceeds 64 bits.
         return new ExpressionText(value == Long.MIN_VALUE ? "(" + (value + 1) + " - 1)"
                                                           : value.toString());
     }
 
-    /** The text reads back as the same number. */
+    /** The text converts back to the same number. */
     public static HvlExpression literal(Double value)
     {
         if (value == null) {
@@ -57,19 +57,19 @@ public final class Expressions
         return new ExpressionText(HvlNames.parameter(name));
     }
 
-    /** A field of the record under a parameter. */
+    /** A field of the record that is a parameter. */
     public static HvlExpression fieldReference(String parameter, String field)
     {
         return new ExpressionText(HvlNames.parameter(parameter) + "." + HvlNames.field(field));
     }
 
-    /** A text whose places take the arguments. */
+    /** A template filled with the arguments. */
     public static HvlExpression template(String template, HvlExpression[] arguments)
     {
         if (template == null || template.isBlank()) {
             throw new IllegalArgumentException("the template of an expression is empty");
         }
-        // Blanks around it would hide what the text begins with.
+        // Leading blanks would hide the first character of the text.
         return new ExpressionText(ExpressionTemplate.fill(template.strip(), arguments));
     }
 
@@ -85,7 +85,9 @@ public final class Expressions
         return new ExpressionText("[" + joined(elements, "list") + "]");
     }
 
-    /** A tuple of one element keeps its comma: without it, it were an expression in parentheses. */
+    /**
+     * A tuple of one element keeps its comma. Without it, it would be an expression in parentheses.
+     */
     public static HvlExpression tuple(List<HvlExpression> elements)
     {
         String comma = elements != null && elements.size() == 1 ? "," : "";

@@ -8,12 +8,12 @@ import java.util.Map;
 import java.util.Set;
 
 /**
- * Cuts a program into fragments, in time that grows with its size. Functions come in order of
- * creation, so that the inputs of a function are placed before the function is.
+ * Splits a program into fragments, in linear time. Functions come in order of creation, so the
+ * inputs of a function are placed before it.
  */
 public final class FragmentPartition
 {
-    /** That the second function runs after the first. */
+    /** The second function runs after the first. */
     public record Dependency(HvlFunctionImpl first, HvlFunctionImpl second)
     {
     }
@@ -29,7 +29,7 @@ public final class FragmentPartition
         _program = program;
     }
 
-    /** The fragments in order of creation; a null text adds none. */
+    /** The fragments in order of creation. A null text adds none. */
     public static Set<HvlFragment> of(Object program, String text,
                                       Collection<HvlFunctionImpl> functions,
                                       Collection<Dependency> dependencies)
@@ -65,7 +65,7 @@ public final class FragmentPartition
         _fragments.add(fragment);
     }
 
-    // Links go by the ids of fragments, which are known when all functions are placed.
+    // Fragments refer to each other by id. The ids are known after all functions are placed.
     private void link(HvlFunctionImpl function)
     {
         HvlFragmentImpl fragment = _fragmentOf.get(function);
@@ -82,8 +82,8 @@ public final class FragmentPartition
     {
         HvlFragmentImpl first = _fragmentOf.get(dependency.first());
         HvlFragmentImpl second = _fragmentOf.get(dependency.second());
-        // Within one fragment the pipe keeps the order, or contradicts it: then the fragment waits
-        // for itself, and sorting reports the cycle.
+        // Within one fragment the pipe keeps the order or contradicts it. If it contradicts it, the
+        // fragment waits for itself, and sorting reports the cycle.
         if (first != second
             || _rankOf.get(dependency.first()) >= _rankOf.get(dependency.second())) {
             second.addPredecessor(first);

@@ -14,8 +14,8 @@ import java.util.function.Predicate;
 import java.util.stream.Collectors;
 
 /**
- * Collects the places and inputs of one function. Each operation adds the next place and returns
- * the builder; what is null leaves its place open.
+ * Collects the arguments and inputs of one function. Each operation adds the next argument and
+ * returns the builder. Null leaves the place open.
  */
 public final class FunctionBuilder
 {
@@ -28,14 +28,14 @@ public final class FunctionBuilder
     private final List<TaggedFunctionInput> _named = new ArrayList<>();
     private HvlFunctionImpl _piped;
 
-    /** {@code isOwn} tells which functions belong to the program that gets this one. */
+    /** {@code isOwn} tests whether a function belongs to the program of this one. */
     public FunctionBuilder(String name, Predicate<HvlFunction> isOwn)
     {
         _name = HvlNames.step(name);
         _isOwn = isOwn;
     }
 
-    /** Ends the collection with the id that the program gives. */
+    /** Makes the function with the id that the program assigns. */
     public HvlFunctionImpl build(String id)
     {
         List<TaggedFunctionInput> inputs = new ArrayList<>();
@@ -46,7 +46,7 @@ public final class FunctionBuilder
         return new HvlFunctionImpl(id, _name, _arguments, _piped, inputs);
     }
 
-    /** The function whose records are piped in; it takes no place, and null means none. */
+    /** Sets the function whose records are piped in. It takes no place. Null means none. */
     public FunctionBuilder pipe(HvlFunction function)
     {
         if (function != null) {
@@ -58,20 +58,20 @@ public final class FunctionBuilder
         return this;
     }
 
-    /** A place without a value. */
+    /** Adds a place without a value. */
     public FunctionBuilder open()
     {
         _arguments.add(Argument.OPEN);
         return this;
     }
 
-    /** A configuration, as its text is now. */
+    /** Adds a configuration. Copies its text now. */
     public FunctionBuilder json(JSONObject json, boolean bound)
     {
         return place(json == null ? null : json.toString(), CONFIGURATION, bound);
     }
 
-    /** A place for each element; a null list has none. */
+    /** Adds a place for each element. A null list adds none. */
     public FunctionBuilder jsonList(List<JSONObject> list)
     {
         if (list != null) {
@@ -80,7 +80,7 @@ public final class FunctionBuilder
         return this;
     }
 
-    /** Any expression. */
+    /** Adds any expression. */
     public FunctionBuilder expression(HvlExpression expression, boolean bound)
     {
         if (expression == null) {
@@ -89,13 +89,13 @@ public final class FunctionBuilder
         if (expression.form() == HvlExpression.Form.Lambda) {
             return place(expression.generate(), LAMBDA, bound);
         }
-        // Right of a definition's `=` a call would be a step, and a name a chain.
+        // On the right side of a definition, a call would be a step and a name a chain.
         String text = expression.generate();
         boolean stepLike = bound && HvlNames.isNameStart(text.charAt(0));
         return place(stepLike ? ExpressionText.parenthesised(expression) : text, "Value", bound);
     }
 
-    /** The containers as one list; null elements are left out. */
+    /** Adds the containers as one list. Null elements are left out. */
     public FunctionBuilder containers(List<HvlContainer> containers, String label, boolean bound)
     {
         return place(containers == null ? null
@@ -106,7 +106,7 @@ public final class FunctionBuilder
                      label, bound);
     }
 
-    /** HVL text that is taken as it is; blank text is none, and an error. */
+    /** Adds HVL text unchanged. A blank text is an error. */
     public FunctionBuilder raw(String text, boolean bound)
     {
         if (text != null && text.isBlank()) {
@@ -115,7 +115,7 @@ public final class FunctionBuilder
         return place(text, "Raw", bound);
     }
 
-    /** Texts that stand inside the call; a null array has none. */
+    /** Adds texts inside the call. A null array adds none. */
     public FunctionBuilder raws(String[] texts)
     {
         if (texts != null) {
@@ -126,7 +126,7 @@ public final class FunctionBuilder
         return this;
     }
 
-    /** Inputs in ascending order of tag, each named by its tag or by its place alone. */
+    /** Adds inputs in ascending order of their tags, with the tag or only by position. */
     public FunctionBuilder inputs(Map<String, HvlFunction> inputs, boolean tagged)
     {
         if (inputs == null) {
@@ -146,7 +146,7 @@ public final class FunctionBuilder
         return this;
     }
 
-    /** A chain that is an argument like any other. */
+    /** Adds a chain as an ordinary argument. */
     public FunctionBuilder operand(HvlFunction function)
     {
         if (function == null) {
@@ -156,7 +156,7 @@ public final class FunctionBuilder
         return this;
     }
 
-    /** A null parameter leaves its place open. */
+    /** Adds a parameter. Null leaves its place open. */
     public FunctionBuilder parameter(HvlFunctionParameter parameter)
     {
         if (parameter == null) {

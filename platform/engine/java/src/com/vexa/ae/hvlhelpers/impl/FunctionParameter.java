@@ -2,7 +2,7 @@ package com.vexa.ae.hvlhelpers.impl;
 
 import com.vexa.ae.hvlhelpers.HvlFunctionParameter;
 
-/** A parameter as the step that adds it to its function. */
+/** A parameter that can add itself to a function. */
 @FunctionalInterface
 interface FunctionParameter extends HvlFunctionParameter
 {

@@ -8,11 +8,11 @@ import com.zor.json.java.JSONObject;
 import java.util.List;
 import java.util.Map;
 
-/** The one factory of parameters; it has no state. */
+/** The only factory of parameters. It has no state. */
 public final class FunctionParameterFactory implements HvlFunctionParameter.Factory
 {
-    // A parameter refers to what it was made from until its function is created; the lambdas give
-    // all kinds one form.
+    // A parameter keeps its source until its function is created. The lambdas give all kinds the
+    // same form.
     private static HvlFunctionParameter parameter(FunctionParameter addition)
     {
         return addition;

@@ -8,13 +8,13 @@ public final class HvlExpressionConditional implements HvlExpression
 {
     private final String _text;
 
-    /** A condition and the value that holds if it is true. */
+    /** A condition, and the value if it is true. */
     public static final class Clause
     {
         private final HvlExpression _condition;
         private final HvlExpression _value;
 
-        /** Takes nulls too; the conditional that takes the clause refuses them. */
+        /** Accepts nulls. The conditional that takes the clause rejects them. */
         public Clause(HvlExpression condition, HvlExpression value)
         {
             _condition = condition;
@@ -27,14 +27,14 @@ public final class HvlExpressionConditional implements HvlExpression
                 throw new IllegalArgumentException("clause " + number + " of a conditional has no "
                                                    + (_condition == null ? "condition" : "value"));
             }
-            // A bare conditional would take the `else` that belongs to this one.
+            // Without parentheses, a conditional would take the `else` of this one.
             boolean open = _value.form() == Form.Conditional || _value.form() == Form.Lambda;
             text.append("if ").append(ExpressionText.parenthesised(_condition)).append(' ')
                 .append(open ? ExpressionText.parenthesised(_value) : _value.generate());
         }
     }
 
-    /** Without {@code otherwise} the chain ends in its last clause. */
+    /** If {@code otherwise} is null, the chain ends with its last clause. */
     HvlExpressionConditional(List<Clause> clauses, HvlExpression otherwise)
     {
         if (clauses == null || clauses.isEmpty()) {

@@ -11,7 +11,7 @@ import java.util.SortedSet;
 import java.util.TreeSet;
 import java.util.stream.Collectors;
 
-/** A pipeline of a program, as the program was when it was asked for its fragments. */
+/** A pipeline of a program, as it was when the program was asked for its fragments. */
 final class HvlFragmentImpl implements HvlFragment
 {
     private final Object _program;
@@ -21,7 +21,7 @@ final class HvlFragmentImpl implements HvlFragment
     private HvlFunctionImpl _last;
     private boolean _isUsed;
 
-    /** {@code rank} is the place of the first function in the order of creation. */
+    /** {@code rank} is the position of the first function in the order of creation. */
     HvlFragmentImpl(Object program, int rank)
     {
         _program = program;
@@ -39,7 +39,7 @@ final class HvlFragmentImpl implements HvlFragment
         _predecessors.add(fragment.getId());
     }
 
-    /** Other fragments use the output: the pipeline becomes a definition. */
+    /** Records that other fragments use the output. The pipeline then becomes a definition. */
     void markUsed()
     {
         _isUsed = true;
@@ -92,7 +92,7 @@ final class HvlFragmentImpl implements HvlFragment
         return String.join("\n", lines);
     }
 
-    /** The functions, as messages show them. */
+    /** The functions, for messages. */
     @Override
     public String toString()
     {

@@ -8,8 +8,8 @@ import java.util.Map;
 import java.util.StringJoiner;
 
 /**
- * A function of a program. It holds text and its inputs, and knows no program, so that a program
- * and its copies share it.
+ * A function of a program. It has its text and its inputs but no reference to a program, so a
+ * program and its copies share it.
  */
 public final class HvlFunctionImpl implements HvlFunction
 {
@@ -56,15 +56,17 @@ public final class HvlFunctionImpl implements HvlFunction
         return _name;
     }
 
-    /** The definitions of the function's bound arguments, one a line; empty if it has none. */
+    /**
+     * The definitions of the function's bound arguments, one on each line; empty if there are none.
+     */
     public String generateConfiguration()
     {
         return _configuration;
     }
 
     /**
-     * The call as it stands in the pipeline of its fragment. A fragment that does not contain the
-     * function is an IllegalArgumentException; null stands for the right one.
+     * The call, as in the pipeline of its fragment. A fragment that does not contain the function
+     * throws IllegalArgumentException. Null means the right fragment.
      */
     public String generateInvocation(HvlFragment fragment)
     {
@@ -75,19 +77,19 @@ public final class HvlFunctionImpl implements HvlFunction
         return _invocation;
     }
 
-    /** All inputs, the piped one first, as the places name them. */
+    /** All inputs: first the piped input, then the others in order. */
     public List<TaggedFunctionInput> inputs()
     {
         return _inputs;
     }
 
-    /** The input that `->` feeds in; null if there is none. */
+    /** The input that is piped with `->`; null if there is none. */
     HvlFunctionImpl piped()
     {
         return _piped;
     }
 
-    /** Name and id, as messages show a function. */
+    /** Name and id, for messages. */
     @Override
     public String toString()
     {

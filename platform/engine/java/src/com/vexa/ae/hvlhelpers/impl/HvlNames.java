@@ -14,7 +14,10 @@ public final class HvlNames
     {
     }
 
-    /** The text, if there is one; {@code what} is the start of the sentence otherwise. */
+    /**
+     * Returns the text if it is not empty. Otherwise throws a message that begins with {@code
+     * what}.
+     */
     public static String present(String text, String what)
     {
         if (text == null || text.isEmpty()) {
@@ -38,7 +41,7 @@ public final class HvlNames
         return isNameStart(c) || isDigit(c);
     }
 
-    /** True for a text that can stand as a name without quotes. */
+    /** Whether a text is a valid name without quotes. */
     static boolean isName(String text)
     {
         return !text.isEmpty() && isNameStart(text.charAt(0))
@@ -56,7 +59,7 @@ public final class HvlNames
         return name;
     }
 
-    /** The name of a parameter, which cannot be quoted. */
+    /** The name of a parameter. It cannot be quoted. */
     static String parameter(String name)
     {
         if (!isName(present(name, "a parameter"))) {
@@ -71,20 +74,20 @@ public final class HvlNames
         return quoted(text, '"');
     }
 
-    /** A field as it follows a dot. */
+    /** A field name after a dot. */
     static String field(String name)
     {
         return isName(present(name, "a field")) ? name : quoted(name, '`');
     }
 
-    /** A tag of an input, or a field of a record type. */
+    /** The tag of an input, or a field of a record type. */
     static String label(String name)
     {
         return isName(name) ? name : string(name);
     }
 
-    // All quoting of the renderer is here. A quote or a backslash that is not escaped ends the
-    // quoted text too early or hides its end, and then a name can add steps to the job.
+    // All quoting of the renderer is here. An unescaped quote or backslash would end the quoted
+    // text too early or hide its end. Then a name could add steps to the job.
     private static String quoted(String text, char quote)
     {
         StringBuilder result = new StringBuilder(text.length() + 2).append(quote);

@@ -8,10 +8,10 @@ import java.util.Map;
 import java.util.TreeMap;
 import java.util.stream.Collectors;
 
-/** Makes the function over a record that steps with an expression take. */
+/** Makes the lambda over a record for steps that take an expression. */
 public final class RecordLambda
 {
-    /** The name of the record in the body, to which field references of one name refer. */
+    /** The name of the record in the body. Field references without a parameter use it. */
     public static final String RECORD = "x";
 
     private RecordLambda()
@@ -19,8 +19,8 @@ public final class RecordLambda
     }
 
     /**
-     * {@code ctx => x => body}, the record with declared types if there are some. A body that is a
-     * lambda already has its own parameters and stands as it is.
+     * {@code ctx => x => body}; the record has declared types if {@code types} has any. A body that
+     * is already a lambda has its own parameters and is unchanged.
      */
     public static HvlExpression of(HvlExpression body, Map<String, SimpleTypes> types)
     {
@@ -39,7 +39,7 @@ public final class RecordLambda
         return body;
     }
 
-    /** The same with the tuple of a field and its value as the body. */
+    /** The same. The body is the tuple of a field and its value. */
     public static HvlExpression of(HvlFieldDerive derive, Map<String, SimpleTypes> types)
     {
         if (derive == null) {

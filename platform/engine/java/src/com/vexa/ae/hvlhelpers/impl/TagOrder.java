@@ -3,8 +3,8 @@ package com.vexa.ae.hvlhelpers.impl;
 import java.util.Comparator;
 
 /**
- * Ascending order of tags. A run of digits compares as a number: str2 comes before str10, so that
- * inputs with numbered tags keep the order of their numbers.
+ * Ascending order of tags. Digits compare as a number: str2 comes before str10. So inputs with
+ * numbered tags keep the order of their numbers.
  */
 final class TagOrder implements Comparator<String>
 {
@@ -29,7 +29,7 @@ final class TagOrder implements Comparator<String>
             j = numbers ? rightEnd : j + 1;
         }
         int order = Integer.compare(left.length() - i, right.length() - j);
-        // Tags that differ in leading zeros only are different tags.
+        // Tags that differ only in leading zeros are different.
         return order != 0 ? order : left.compareTo(right);
     }
 

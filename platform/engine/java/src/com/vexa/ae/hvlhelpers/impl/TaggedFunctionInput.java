@@ -1,6 +1,6 @@
 package com.vexa.ae.hvlhelpers.impl;
 
-/** An input of a function: where it comes from, and its tag, empty if it has none. */
+/** An input of a function: its source, and its tag, which may be empty. */
 public record TaggedFunctionInput(HvlFunctionImpl function, String tag)
 {
     public HvlFunctionImpl getFunction()

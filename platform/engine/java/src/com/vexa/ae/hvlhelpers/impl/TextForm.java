@@ -3,8 +3,8 @@ package com.vexa.ae.hvlhelpers.impl;
 import com.vexa.ae.hvlhelpers.HvlExpression.Form;
 
 /**
- * Finds the form of an expression from its text. Templates may hold any text, so the text is the
- * one thing that all expressions have in common. Only what stands outside all brackets counts.
+ * Finds the form of an expression from its text, because templates may contain any text. Only the
+ * text outside all brackets counts.
  */
 final class TextForm
 {
@@ -53,7 +53,7 @@ final class TextForm
         ++_at;
     }
 
-    // The sign of an exponent is no operator.
+    // The sign of an exponent is not an operator.
     private void skipNumber()
     {
         skipWhileNumber();
@@ -97,8 +97,8 @@ final class TextForm
 
     private void operator()
     {
-        // The body of a lambda may be of any form; the lambda is what holds it. An arrow after
-        // `if` or an operator belongs to a lambda further inside.
+        // The body of a lambda may have any form. An arrow after `if` or an operator belongs to an
+        // inner lambda.
         if (_text.startsWith("=>", _at) && _form == Form.Closed) {
             _form = Form.Lambda;
         } else if (_form == Form.Closed) {

@@ -4,7 +4,7 @@ import com.vexa.ae.hvlhelpers.HvlFragment;
 import com.vexa.ae.hvlhelpers.HvlFunction;
 import java.util.Set;
 
-/** Text of a job that was given as it is; it stands before all that is composed. */
+/** Given text of a job. It comes before everything that is composed. */
 record TextFragment(String text) implements HvlFragment
 {
     @Override
