@@ -17,9 +17,10 @@ using GeometryPtr = std::unique_ptr<OGRGeometry>;
 constexpr double kFullTurn = 360;
 constexpr double kHalf = 180;
 constexpr double kPole = 90;
-constexpr int kMostTurns = 2; ///< around the globe, that a line can be away from its start
+constexpr int kMostTurns =
+    2; ///< the largest number of turns around the globe by which a line can be away from its start
 
-/// Lets longitudes go on past the antimeridian instead of jumping to its other side.
+/// Makes longitudes continue past the antimeridian instead of jumping to its other side.
 void unwrap(OGRSimpleCurve& line)
 {
     double shift = 0;
@@ -33,7 +34,8 @@ void unwrap(OGRSimpleCurve& line)
     }
 }
 
-/// Leads an unwrapped ring that goes around the globe along its pole, back to its first point.
+/// Closes an unwrapped ring that goes around the globe: adds a line along its pole, back to its
+/// first point.
 void closeAlongPole(OGRLinearRing& ring)
 {
     const int count = ring.getNumPoints();
@@ -69,8 +71,8 @@ void shift(OGRSimpleCurve& line, double degrees)
         line.setPoint(i, line.getX(i) + degrees, line.getY(i), line.getZ(i));
 }
 
-/// What an unwrapped line or polygon covers of the world; null if the geometry is invalid.
-/// `outline` is its line, or the one ring of the polygon.
+/// The part of the world that an unwrapped line or polygon covers; null if the geometry is invalid.
+/// `outline` is the line, or the only ring of the polygon.
 GeometryPtr covered(OGRGeometry& geometry, OGRSimpleCurve& outline)
 {
     const GeometryPtr limits = world();
@@ -119,8 +121,8 @@ GeometryPtr cut(const OGRLineString& line)
     return covered(copy, copy);
 }
 
-/// The parts of a kind, as deep as they are. Where areas or lines only touch, other kinds may lie
-/// between them.
+/// Collects all parts of a kind, at any depth. An intersection can contain other kinds where areas
+/// or lines only touch.
 void collect(const OGRGeometry& geometry, OGRwkbGeometryType kind, OGRGeometryCollection& parts)
 {
     if (wkbFlatten(geometry.getGeometryType()) == kind)
@@ -130,7 +132,7 @@ void collect(const OGRGeometry& geometry, OGRwkbGeometryType kind, OGRGeometryCo
             collect(*part, kind, parts);
 }
 
-/// Adds what becomes of a geometry. False if it is invalid, or of a kind that is not cut.
+/// Adds the cut parts of a geometry. Returns false if it is invalid or cannot be cut.
 bool addCut(const OGRGeometry& geometry, OGRGeometryCollection& parts)
 {
     if (const auto* several = dynamic_cast<const OGRGeometryCollection*>(&geometry)) {

@@ -10,7 +10,7 @@
 namespace EmbeddedHV::maps {
 namespace {
 
-/// The catalogues whose codes are wkids. The first knows a code if both do.
+/// The catalogues whose codes are wkids. If both have a code, the first is used.
 constexpr const char* kCatalogues[] = {"EPSG", "ESRI"};
 
 constexpr PJ_TYPE kTypes[] = {PJ_TYPE_GEOGRAPHIC_2D_CRS, PJ_TYPE_PROJECTED_CRS};
@@ -52,14 +52,14 @@ void readCatalogue(PJ_CONTEXT* context, int rank, std::vector<CataloguedSystem>&
 std::string wktOf(PJ_CONTEXT* context, const PJ* system)
 {
     const char* const oneLine[] = {"MULTILINE=NO", nullptr};
-    // The older form is what most programs read; a few systems only have the newer one.
+    // Most programs read the older form. A few systems exist only in the newer one.
     for (const PJ_WKT_TYPE form : {PJ_WKT1_GDAL, PJ_WKT2_2019})
         if (const char* text = proj_as_wkt(context, system, form, oneLine))
             return text;
     return {};
 }
 
-/// From a catalogue, by its code.
+/// Finds a system in a catalogue by its code.
 ObjectPtr catalogued(PJ_CONTEXT* context, int wkid)
 {
     for (const char* catalogue : kCatalogues)
@@ -69,7 +69,7 @@ ObjectPtr catalogued(PJ_CONTEXT* context, int wkid)
     return nullptr;
 }
 
-/// The id that a name ends in, as in "SAD69 (4291)"; -1 if it ends in none.
+/// The id at the end of a name, as in "SAD69 (4291)"; -1 if there is none.
 int idInName(const std::string& name)
 {
     const auto open = name.rfind('(');
@@ -84,7 +84,7 @@ ContextPtr newContext()
 {
     ContextPtr context(proj_context_create());
     proj_log_level(context.get(), PJ_LOG_NONE);
-    // The same job must give the same points with a network and without.
+    // Without network access, a job always gives the same points.
     proj_context_set_enable_network(context.get(), 0);
     return context;
 }
@@ -157,8 +157,8 @@ std::optional<CoordinateSystem> CoordinateSystems::findIn(PJ_CONTEXT* context,
     return alias;
 }
 
-/// A deprecated definition may have the name that people use, and moves points elsewhere: all
-/// systems in force come before it.
+/// Systems in force come first. A deprecated system may have a common name but give different
+/// points.
 std::optional<CoordinateSystem> CoordinateSystems::find(PJ_CONTEXT* context,
                                                         const std::string& name) const
 {

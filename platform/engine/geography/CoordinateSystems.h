@@ -11,42 +11,42 @@
 
 namespace EmbeddedHV::maps {
 
-/// Lets a context of PROJ go; a context belongs to one thread.
+/// Destroys a context of PROJ. A context belongs to one thread.
 struct ContextDeleter
 {
     void operator()(PJ_CONTEXT* context) const { proj_context_destroy(context); }
 };
 using ContextPtr = std::unique_ptr<PJ_CONTEXT, ContextDeleter>;
 
-/// Lets a coordinate system or an operation of PROJ go, before its context.
+/// Destroys a coordinate system or an operation of PROJ. Call it before its context is destroyed.
 struct ObjectDeleter
 {
     void operator()(PJ* object) const { proj_destroy(object); }
 };
 using ObjectPtr = std::unique_ptr<PJ, ObjectDeleter>;
 
-/// Lets a list of such objects go.
+/// Destroys a list of such objects.
 struct ListDeleter
 {
     void operator()(PJ_OBJ_LIST* list) const { proj_list_destroy(list); }
 };
 using ListPtr = std::unique_ptr<PJ_OBJ_LIST, ListDeleter>;
 
-/// A context that prints nothing and fetches nothing.
+/// A context that prints nothing and uses no network.
 ContextPtr newContext();
-/// The system as PROJ has it: from its catalogues by wkid, else from its well-known text. Throws
+/// The system as a PROJ object: from its catalogues by wkid, else from its WKT text. Throws
 /// GeographyError.
 ObjectPtr createSystem(PJ_CONTEXT* context, const CoordinateSystem& system);
-/// What is known of a system of PROJ's; nullopt for one that is neither geographic nor projected.
+/// Describes a system of PROJ; empty if it is neither geographic nor projected.
 std::optional<CoordinateSystem> describe(PJ_CONTEXT* context, const PJ* system, int wkid);
 
-/// One system of the catalogues, by what tells where it may be used.
+/// A system of the catalogues, and the area where it may be used.
 struct CataloguedSystem
 {
     std::string name;
     int wkid = -1;
     bool isProjected = false;
-    int rank = 0; ///< of its catalogue; the lower counts
+    int rank = 0; ///< of its catalogue; a lower rank takes precedence
     std::optional<Area> area;
 };
 
@@ -54,14 +54,14 @@ struct CataloguedSystem
 class CoordinateSystems
 {
 public:
-    /// All that are in force. Read once.
+    /// All systems in force. Read on the first call.
     const std::vector<CataloguedSystem>& all();
     std::vector<std::string> names(bool projected);
-    /// By its name, or one of the names that other software gives it; letter case does not count.
-    /// A deprecated system is found where no system in force has the name.
+    /// Finds a system by its name or an alias of other software. Ignores letter case. A deprecated
+    /// system is found only if no system in force has the name.
     CoordinateSystem named(const std::string& name);
-    /// A deprecated system that shares its name with another one has its id in its name, as in
-    /// "SAD69 (4291)", so that the name leads back to it.
+    /// Finds a system by its wkid. If a deprecated system shares its name with another, its name
+    /// includes its id, for example "SAD69 (4291)", so that `named` finds it again.
     CoordinateSystem of(int wkid);
 
 private:

@@ -18,7 +18,7 @@ public:
     GdalGeography()
     {
         curl_global_init(CURL_GLOBAL_DEFAULT);
-        // The one format that is read through a driver; all of them would take longer to register.
+        // The only format that is read through a driver. Registering all drivers takes longer.
         RegisterOGRShape();
     }
 
@@ -69,7 +69,7 @@ private:
 } // namespace
 } // namespace EmbeddedHV::maps
 
-/// The library's one way in; the object lives as long as the process.
+/// The only entry point of the library. The object lives until the process ends.
 extern "C" ENGINE_API EmbeddedHV::maps::Geography* hvGeography()
 {
     static EmbeddedHV::maps::GdalGeography geography;

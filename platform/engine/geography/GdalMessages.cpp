@@ -6,7 +6,7 @@
 
 namespace EmbeddedHV::maps {
 
-/// What GDAL calls; it knows the scope by the pointer that it was given.
+/// The callback for GDAL. It finds the GdalMessages object through the user data pointer.
 struct GdalMessageHandler
 {
     static void CPL_STDCALL take(CPLErr level, CPLErrorNum, const char* text)

@@ -4,7 +4,7 @@
 
 namespace EmbeddedHV::maps {
 
-/// Catches what GDAL would print on this thread, for the length of a scope.
+/// Catches GDAL's messages on this thread during its lifetime, so that GDAL does not print them.
 class GdalMessages
 {
 public:

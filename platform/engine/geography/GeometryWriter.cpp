@@ -9,7 +9,7 @@
 namespace EmbeddedHV::maps {
 namespace {
 
-/// Appends to a text and remembers whether all of it was fit to be written.
+/// Appends text and records whether everything could be written.
 class Writer
 {
 public:
@@ -80,7 +80,8 @@ void Writer::polygon(const OGRPolygon& polygon)
 {
     bool isOuter = true;
     list(polygon, [&](const OGRLinearRing* ring) {
-        // GeoJSON has outer rings counter-clockwise and holes clockwise, shape files the reverse.
+        // In GeoJSON outer rings are counter-clockwise and holes are clockwise. In shape files it
+        // is the other way round.
         points(*ring, ring->isClockwise() == (isOuter ? TRUE : FALSE));
         isOuter = false;
     });
@@ -134,7 +135,7 @@ void Writer::object(const OGRGeometry& geometry)
     }
 }
 
-/// The shape in one of GeoJSON's kinds: arcs as lines, surfaces as polygons.
+/// Converts the shape to one of GeoJSON's kinds: arcs become lines, surfaces become polygons.
 std::unique_ptr<OGRGeometry> plainGeometry(const OGRGeometry& geometry)
 {
     std::unique_ptr<OGRGeometry> linear(geometry.getLinearGeometry());

@@ -6,9 +6,10 @@ class OGRGeometry;
 
 namespace EmbeddedHV::maps {
 
-/// Writes a shape as a GeoJSON geometry object: outer rings against the clock, numbers with as many
-/// digits as it takes to read the very same ones back, two or three of them a point. False for a
-/// shape that is empty, has a number that is not finite, or is of a kind that GeoJSON lacks.
+/// Writes a shape as a GeoJSON geometry object. Outer rings are counter-clockwise. Numbers have
+/// enough digits to be read back exactly. A point has two or three numbers. Returns false if the
+/// shape is empty, has an infinite or not-a-number coordinate, or has a kind that GeoJSON does not
+/// support.
 bool writeGeometry(const OGRGeometry& geometry, std::string& out);
 
 } // namespace EmbeddedHV::maps

@@ -28,13 +28,13 @@ constexpr ShapeWord kShapeWords[] = {
     {"esriGeometryEnvelope", "Polygon"},
 };
 
-/// Fields whose values can be found in a dataset again.
+/// The types of fields that can be matched with a dataset.
 constexpr const char* kKeyTypes[] = {"esriFieldTypeString", "esriFieldTypeInteger",
                                      "esriFieldTypeSmallInteger", "esriFieldTypeBigInteger"};
 
-// Real answers nest about ten deep.
+// Real answers have about ten levels.
 constexpr int kDeepest = 64;
-constexpr std::size_t kMostValues = 1'000'000; // of a description, 100 bytes each and more
+constexpr std::size_t kMostValues = 1'000'000; // in a description; each takes 100 bytes or more
 constexpr std::size_t kMostBytes = std::size_t{32} << 20;
 constexpr std::size_t kMostRecordBytes = std::size_t{128} << 20;
 
@@ -85,7 +85,7 @@ std::string idOf(const json& layer)
     return id.is_number_integer() ? id.dump() : std::string();
 }
 
-/// What the service tells of each layer, by id; nothing if it does not tell of all at once.
+/// The descriptions of the layers by id; empty if the service cannot describe all at once.
 std::map<std::string, json> detailsOf(MapService& service)
 {
     std::map<std::string, json> details;
@@ -97,7 +97,7 @@ std::map<std::string, json> detailsOf(MapService& service)
         for (json& layer : *layers)
             details.emplace(idOf(layer), std::move(layer));
     } catch (const GeographyError& error) {
-        // A service need not tell of all layers at once; the list does without details then.
+        // A service need not support this. The list then has no details.
         if (error.kind() == GeographyError::Stopped)
             throw;
     }
@@ -151,7 +151,7 @@ MapService::MapService(const std::string& address, StopWish stop, Fetch fetch)
     : _address(address), _stop(std::move(stop)), _fetch(std::move(fetch))
 {
     _isFolder = address.starts_with("file://");
-    // A query part may be a key, which no message may show.
+    // A query may contain a key, which messages must not show.
     if (const auto mark = _address.find('?'); mark != std::string::npos && !_isFolder) {
         _secret = _address.substr(mark + 1);
         _address.resize(mark);

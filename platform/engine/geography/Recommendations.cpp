@@ -12,9 +12,9 @@ namespace EmbeddedHV::maps {
 namespace {
 
 constexpr double kCircle = 360.0;
-constexpr int kDegreesWkid = 4326; // what areas are told in
+constexpr int kDegreesWkid = 4326; // the system of the areas
 
-/// How far it is from one meridian to another, eastwards: 0 up to a full circle.
+/// The distance eastwards from one meridian to another: from 0 to a full circle.
 double eastwards(double from, double to)
 {
     const double way = std::fmod(to - from, kCircle);
@@ -23,11 +23,11 @@ double eastwards(double from, double to)
 
 double widthOf(const Area& area)
 {
-    // Both ends on one meridian is a line, unless the numbers say once around.
+    // The same meridian twice has a width of 0, unless the numbers differ by a full circle.
     return area.east - area.west >= kCircle ? kCircle : eastwards(area.west, area.east);
 }
 
-/// In proportion to the ground that it covers.
+/// Proportional to the surface that it covers.
 double sizeOf(const Area& area)
 {
     constexpr double kRadian = std::numbers::pi / 180.0;
@@ -48,7 +48,8 @@ struct Candidate
     double size;
 };
 
-/// The systems for the area, the smallest first; of one name the first catalogue's.
+/// The systems that fit the area, the smallest first. If several catalogues have the same name, the
+/// system of the first one is used.
 std::vector<const CataloguedSystem*> fittingSystems(CoordinateSystems& systems, const Area& area)
 {
     std::vector<Candidate> fitting;
@@ -84,7 +85,7 @@ std::vector<RecommendedSystem> recommendedSystems(CoordinateSystems& systems, co
         if (!described)
             continue;
         const ObjectPtr datum(proj_crs_get_geodetic_crs(context.get(), system.get()));
-        // To look for methods takes longest, and many systems share a datum.
+        // The search for transformations is slow, and many systems have the same datum.
         const auto [known, isNew] = methodsOfDatum.try_emplace(proj_get_name(datum.get()));
         if (isNew)
             known->second = methodsBetween(context.get(), degrees.get(), datum.get(), area);

@@ -19,7 +19,7 @@ struct ServiceStorage
     CFField::StorageType storage;
 };
 
-/// Fields of other types are texts.
+/// Fields of other types become texts.
 constexpr ServiceStorage kServiceStorages[] = {
     {"esriFieldTypeOID", CFField::Integer},        {"esriFieldTypeInteger", CFField::Integer},
     {"esriFieldTypeBigInteger", CFField::Integer}, {"esriFieldTypeSmallInteger", CFField::Integer},
@@ -27,7 +27,7 @@ constexpr ServiceStorage kServiceStorages[] = {
     {"esriFieldTypeDate", CFField::Timestamp},
 };
 
-/// What a query gives no plain values for.
+/// Types for which a query returns no plain values.
 constexpr const char* kWithoutValues[] = {"esriFieldTypeGeometry", "esriFieldTypeBlob",
                                           "esriFieldTypeRaster"};
 
@@ -54,7 +54,7 @@ CFField attributeField(const json& described)
     std::vector<CFValue> labels;
     for (const json& code : codes)
         labels.emplace_back(datumOf(memberOf(code, "code")), textIn(code, "name"));
-    // Numbers with names are codes.
+    // Numbers with labels are codes.
     const bool isNamed = storage == CFField::String || !labels.empty();
     CFField field(name, isNamed ? CFField::Nominal : CFField::Continuous, storage);
     if (const std::string label = textIn(described, "alias"); label != name)
@@ -65,7 +65,7 @@ CFField attributeField(const json& described)
 
 std::optional<CoordinateSystem> systemOf(const json& reference, CoordinateSystems& systems)
 {
-    // The latest number is that of a public catalogue, where one has the system by now.
+    // The latest id belongs to a public catalogue if that has the system.
     for (const char* key : {"latestWkid", "wkid"}) {
         const json& wkid = memberOf(reference, key);
         if (!wkid.is_number_integer())
@@ -73,11 +73,11 @@ std::optional<CoordinateSystem> systemOf(const json& reference, CoordinateSystem
         try {
             return systems.of(wkid.get<int>());
         } catch (const GeographyError&) {
-            continue; // the other may be known
+            continue; // the other id may be known
         }
     }
     const ContextPtr context = newContext();
-    // By its well-known text alone: other definitions may name files of this machine.
+    // Only from WKT: other definitions may refer to files on this machine.
     const ObjectPtr system(proj_create_from_wkt(context.get(), textIn(reference, "wkt").c_str(),
                                                 nullptr, nullptr, nullptr));
     return system ? describe(context.get(), system.get(), -1) : std::nullopt;
@@ -117,7 +117,7 @@ CFField shapeField(const json& layer, const std::string& place, CoordinateSystem
     return field;
 }
 
-/// A whole number of the answer, scaled; missing if it is none or beyond 64 bits.
+/// Reads a whole number and scales it. Missing if it is not a number or exceeds 64 bits.
 void readInteger(const json& attribute, std::int64_t scale, LayerValue& value)
 {
     constexpr double kMost = 9.2e18;

@@ -9,11 +9,11 @@
 
 namespace EmbeddedHV::maps {
 
-/// The fields that the description of a layer tells of, in its order; the shapes come last.
+/// The fields in the description of a layer, in its order. The last field has the shapes.
 std::vector<CFField> fieldsOfLayer(const nlohmann::json& layer, const std::string& place,
                                    CoordinateSystems& systems);
 
-/// A value of an answer as the field's storage has it.
+/// Converts a value of an answer to the storage of the field.
 void readValue(const nlohmann::json& attribute, CFField::StorageType storage, LayerValue& value);
 
 } // namespace EmbeddedHV::maps

@@ -15,7 +15,7 @@ namespace {
 using nlohmann::json;
 
 constexpr std::uint64_t kUsualPage = 1000;
-constexpr std::uint64_t kLargestPage = 10000; // an answer is held in memory
+constexpr std::uint64_t kLargestPage = 10000; // because an answer is held in memory
 
 bool flagIn(const json& object, const char* key)
 {
@@ -31,7 +31,7 @@ std::uint64_t pageSizeOf(const json& layer)
     return std::min(most.get<std::uint64_t>(), kLargestPage);
 }
 
-/// The field that tells records apart; empty if the service names none.
+/// The field that identifies records; empty if the service names none.
 std::string idFieldOf(const json& layer)
 {
     std::string name = textIn(layer, "objectIdField");
@@ -41,7 +41,7 @@ std::string idFieldOf(const json& layer)
     return name;
 }
 
-/// As a parameter of an address holds it.
+/// Escapes a text for a parameter of an address.
 std::string escaped(const std::string& text)
 {
     constexpr const char* kDigits = "0123456789ABCDEF";
@@ -59,7 +59,7 @@ std::string escaped(const std::string& text)
     return result;
 }
 
-/// The records of a layer, asked for page by page.
+/// The records of a layer, requested page by page.
 class ServiceLayer : public Layer
 {
 public:
@@ -103,15 +103,15 @@ private:
     bool _wantsShapes = false;
     json _page;
     std::size_t _index = 0;
-    std::size_t _count = 0;    ///< of the page
-    std::uint64_t _offset = 0; ///< of the page to come
-    std::uint64_t _before = 0; ///< what the service had sent when the reading began, in bytes
-    bool _isLast = false;      ///< there is no page to come
+    std::size_t _count = 0;    ///< number of records on the page
+    std::uint64_t _offset = 0; ///< of the next page
+    std::uint64_t _before = 0; ///< bytes that the service had sent before the reading began
+    bool _isLast = false;      ///< there is no next page
 };
 
 void ServiceLayer::rewind(const std::vector<std::size_t>& wanted)
 {
-    // A query names at least one field, and the id tells one page from another.
+    // A query needs at least one field. The id is also used to compare pages.
     _outFields = _idField;
     _wantsShapes = false;
     for (const std::size_t field : wanted) {
@@ -142,13 +142,13 @@ std::string ServiceLayer::parameters(std::uint64_t count) const
         text += "&resultOffset=" + std::to_string(_offset) +
                 "&resultRecordCount=" + std::to_string(count);
         if (!_idField.empty())
-            // Without an order, a record may stand on two pages or on none.
+            // Without an order, a record may be on two pages or on none.
             text += "&orderByFields=" + escaped(_idField);
     }
     return text;
 }
 
-/// The id of the first record of a page; null if the page or the layer has none.
+/// The id of the first record on a page; null if the page is empty or the layer has no id.
 const json& ServiceLayer::firstId(const json& page) const
 {
     const json& features = memberOf(page, "features");
@@ -163,15 +163,15 @@ void ServiceLayer::checkPage(const json& answer) const
     const json& features = memberOf(answer, "features");
     if (!features.is_array())
         throw GeographyError(GeographyError::Service, place() + ": the answer holds no features");
-    // A service that ignores the offset gives its first page again. Without an id, pages of other
-    // records may look the same.
+    // A service that ignores the offset returns its first page again. Without ids this check is
+    // impossible, because pages of different records may look equal.
     const json& id = firstId(answer);
     if (!id.is_null() && id == firstId(_page))
         throw GeographyError(GeographyError::Service,
-                             place() + ": the service gives the same records again and again");
+                             place() + ": the service returns the same records again and again");
 }
 
-/// A service that makes up records for ever would be read until the disk is full.
+/// A faulty service may return records for ever. The limit prevents that they fill the disk.
 void ServiceLayer::checkEnd() const
 {
     if (_bounds.wanted == UINT64_MAX && _offset > _bounds.records)
@@ -180,13 +180,12 @@ void ServiceLayer::checkEnd() const
                                  std::to_string(_bounds.records) +
                                  " records; it is read when maxRecordsCount says how many");
     if (_service.received() - _before > _bounds.bytes)
-        throw GeographyError(GeographyError::Service,
-                             place() + ": the layer has more than " +
-                                 std::to_string(_bounds.bytes) +
-                                 " bytes, which is all that is read of a map service");
+        throw GeographyError(GeographyError::Service, place() + ": the layer has more than " +
+                                                          std::to_string(_bounds.bytes) +
+                                                          " bytes, the limit for a map service");
 }
 
-/// Asks for fewer records at a time where so many are too large an answer.
+/// Requests a page. If the answer is too large, requests fewer records at a time.
 json ServiceLayer::askForPage(std::uint64_t& count)
 {
     for (;; _pageSize = count = count / 2) {

@@ -23,8 +23,8 @@ struct Kind
     CFGeo::Type type;
 };
 
-/// A line or a polygon of a shape file may have several parts: what such a file holds is the
-/// kind that allows for them.
+/// A line or a polygon of a shape file may have several parts, so the kind is the one with multiple
+/// parts.
 constexpr Kind kKinds[] = {
     {wkbPoint, CFGeo::Point},
     {wkbMultiPoint, CFGeo::MultiPoint},
@@ -34,7 +34,7 @@ constexpr Kind kKinds[] = {
     {wkbMultiPolygon, CFGeo::MultiPolygon},
     {wkbTIN, CFGeo::MultiPolygon},
     {wkbPolyhedralSurface, CFGeo::MultiPolygon},
-    // A file of multipatches, whose records are surfaces of several kinds.
+    // A file of multipatches. Its records are surfaces of several kinds.
     {wkbUnknown, CFGeo::MultiPolygon},
 };
 
@@ -44,7 +44,7 @@ struct ShapeStorage
     CFField::StorageType storage;
 };
 
-/// Everything else is read as text.
+/// All other types become texts.
 constexpr ShapeStorage kShapeStorages[] = {
     {OFTInteger, CFField::Integer}, {OFTInteger64, CFField::Integer},
     {OFTReal, CFField::Real},       {OFTDate, CFField::Date},
@@ -57,8 +57,8 @@ CFField::StorageType storageOf(OGRFieldType type)
     return found == std::end(kShapeStorages) ? CFField::String : found->storage;
 }
 
-/// A moment of a record in days and in microseconds of the day. The zone is left as the file has
-/// it: a shape file has none.
+/// A date and time of a record, in days and in microseconds of the day. Shape files have no time
+/// zone.
 struct Moment
 {
     std::int64_t days = 0;
@@ -80,7 +80,7 @@ bool momentOf(const OGRFeature& feature, int field, Moment& moment)
     if (date.ok())
         moment.days = std::chrono::sys_days(date).time_since_epoch().count();
     const std::int64_t seconds = (hour * 60LL + minute) * 60LL;
-    // Single precision holds milliseconds and no more.
+    // GDAL stores seconds in single precision, which is exact only to milliseconds.
     moment.microseconds = seconds * 1000000 + std::llround(second * 1000.0) * 1000;
     return true;
 }
@@ -138,7 +138,7 @@ void ShapeFileLayer::describeShapes(CoordinateSystems& systems)
         geo.SetCoordinateSystem(system.wkid, system.name, system.isProjected, system.wkt);
     }
     OGREnvelope extent;
-    // The header of an empty file has an extent of zeros, which is a place.
+    // The header of an empty file has an extent of zeros, which would be a real place.
     if (_layer.GetFeatureCount() > 0 && _layer.GetExtent(&extent) == OGRERR_NONE)
         geo.SetEnvelope({extent.MinX, extent.MaxY, extent.MaxX, extent.MinY});
     CFField field(kShapesField, CFField::Typeless, CFField::String, CFField::None);
@@ -168,7 +168,7 @@ bool ShapeFileLayer::next()
 {
     GdalMessages messages;
     _feature.reset(_layer.GetNextFeature());
-    // The end of the file and a record that cannot be read look alike but for this.
+    // GDAL returns null both at the end and for an unreadable record. Only the message tells which.
     if (!messages.error().empty())
         throw GeographyError(GeographyError::Unreadable, _path + ": " + messages.error());
     return _feature != nullptr;
@@ -217,8 +217,8 @@ void ShapeFileLayer::read(std::size_t field, LayerValue& value)
     }
 }
 
-/// A shape file is three files; without the index GDAL would make one, and without the attributes
-/// only the shapes can be read.
+/// A shape file consists of three files. Without the index GDAL would create one. Without the
+/// attributes only the shapes could be read.
 void checkCompanions(const std::string& path)
 {
     namespace fs = std::filesystem;

@@ -12,7 +12,8 @@ namespace EmbeddedHV::maps {
 /// See Geography::openShapeFile.
 std::unique_ptr<Layer> openShapeFile(const std::string& path, CoordinateSystems& systems);
 
-/// What a coordinate system of GDAL's is: from the catalogues if it has an id there.
+/// Converts a coordinate system of GDAL. If it has an id in the catalogues, the result comes from
+/// there.
 CoordinateSystem systemOf(const OGRSpatialReference& reference, CoordinateSystems& systems);
 
 } // namespace EmbeddedHV::maps

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view kInverse = "Inverse of ";
 constexpr std::string_view kJoint = " + ";
-constexpr int kEdgePoints = 21; // along each side of a rectangle, whose sides become curves
+constexpr int kEdgePoints = 21; // on each side of a rectangle, because sides become curves
 
 struct FactoryDeleter
 {
@@ -23,7 +23,7 @@ struct FactoryDeleter
 };
 using FactoryPtr = std::unique_ptr<PJ_OPERATION_FACTORY_CONTEXT, FactoryDeleter>;
 
-/// All operations whose grids are at hand.
+/// All operations whose grid files are available.
 ListPtr operationsBetween(PJ_CONTEXT* context, const PJ* from, const PJ* to,
                           const std::optional<Area>& area)
 {
@@ -38,7 +38,7 @@ ListPtr operationsBetween(PJ_CONTEXT* context, const PJ* from, const PJ* to,
     return ListPtr(proj_create_operations(context, from, to, factory.get()));
 }
 
-/// The parts of a name: projections and transformations, in their order.
+/// The parts of a name, in order: projections and transformations.
 std::vector<std::string_view> partsOf(std::string_view name)
 {
     std::vector<std::string_view> parts;
@@ -60,7 +60,7 @@ std::string_view plainName(std::string_view name)
     return isForward(name) ? name : name.substr(kInverse.size());
 }
 
-/// Whether the operation goes the way that `method` names, in one direction or the other.
+/// Whether the operation uses the transformation `method`, in either direction.
 bool uses(std::string_view operation, std::string_view method)
 {
     if (plainName(operation) == plainName(method))
@@ -108,7 +108,7 @@ ObjectPtr operationNamed(PJ_CONTEXT* context, const PJ* from, const PJ* to,
     refuseMethod(context, from, to, method);
 }
 
-/// The points of the whole rectangle hang together: x to the east, y to the north.
+/// Transforms all points in one call. x goes east, y goes north.
 class ProjMover : public PointMover
 {
 public:
@@ -149,7 +149,7 @@ private:
     bool _leadsToGlobe;
 };
 
-/// Whether the longitudes of a geographic system are degrees; some systems have grads.
+/// Whether the unit of a geographic system is the degree. Some systems use grads.
 bool isInDegrees(PJ_CONTEXT* context, const PJ* system)
 {
     constexpr double kRadian = std::numbers::pi / 180.0;
@@ -176,7 +176,7 @@ std::vector<TransformationMethod> methodsBetween(PJ_CONTEXT* context, const PJ* 
     for (int i = 0; i < count; ++i) {
         const ObjectPtr operation(proj_list_get(context, operations.get(), i));
         const char* name = proj_get_name(operation.get());
-        // One that only assumes that the datums are the same is no transformation.
+        // A ballpark operation only assumes that the datums are equal. It is not a transformation.
         if (!name || proj_coordoperation_has_ballpark_transformation(context, operation.get()))
             continue;
         methods.push_back({std::string(plainName(name)), isForward(name)});
@@ -195,7 +195,7 @@ std::unique_ptr<PointMover> makeMover(const CoordinateSystem& from, const Coordi
                                                                   target.get(), nullptr, nullptr))
                        : operationNamed(context.get(), source.get(), target.get(), method);
     if (operation)
-        // Catalogues put latitude first in many systems; maps have x before y.
+        // In many catalogued systems latitude comes first. Maps have x before y.
         operation.reset(proj_normalize_for_visualization(context.get(), operation.get()));
     if (!operation)
         throw GeographyError(GeographyError::UnknownMethod,

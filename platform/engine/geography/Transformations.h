@@ -7,8 +7,8 @@
 
 namespace EmbeddedHV::maps {
 
-/// The ways from one datum to another that work here, those of the area only if there is one; none
-/// if the datums agree. The best comes first.
+/// The available transformations between two datums, the best first; with an area, only those for
+/// the area. Empty if the datums are equal.
 std::vector<TransformationMethod> methodsBetween(PJ_CONTEXT* context, const PJ* from, const PJ* to,
                                                  const std::optional<Area>& area);
 

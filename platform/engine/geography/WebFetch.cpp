@@ -12,13 +12,13 @@ namespace {
 
 constexpr std::string_view kFileProtocol = "file://";
 constexpr long kConnectSeconds = 10;
-constexpr long kSilentSeconds = 30; ///< without a byte
+constexpr long kSilentSeconds = 30; ///< the longest time without a byte
 constexpr long kMostSeconds = 300;
 constexpr long kMostRedirects = 5;
-constexpr long kFirstError = 400;      ///< of the status codes
-constexpr int kLookMilliseconds = 100; ///< between two looks whether to stop
+constexpr long kFirstError = 400;      ///< the first status code that is an error
+constexpr int kLookMilliseconds = 100; ///< between two checks of the stop request
 
-/// One request: where its answer goes.
+/// A request and the buffer for its answer.
 struct Request
 {
     std::size_t mostBytes;
@@ -31,7 +31,7 @@ std::size_t receive(char* data, std::size_t size, std::size_t count, void* user)
     auto& request = *static_cast<Request*>(user);
     request.isTooLarge = size * count > request.mostBytes - request.text.size();
     if (request.isTooLarge)
-        return 0; // less than was offered: the transfer fails
+        return 0; // fewer bytes than offered: curl ends the transfer
     request.text.append(data, size * count);
     return size * count;
 }
@@ -56,18 +56,18 @@ Handle newHandle(const std::string& address, Request& request, char* problem)
     curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, problem);
     curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, receive);
     curl_easy_setopt(curl, CURLOPT_WRITEDATA, &request);
-    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L); // the host's signals are its own
+    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L); // the host handles signals
     curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, kConnectSeconds);
     curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, kSilentSeconds);
     curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
     curl_easy_setopt(curl, CURLOPT_TIMEOUT, kMostSeconds);
     curl_easy_setopt(curl, CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(curl, CURLOPT_MAXREDIRS, kMostRedirects);
-    // A service must not lead to a file of this machine.
+    // A service must not redirect to a local file.
     curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(curl, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(curl, CURLOPT_ACCEPT_ENCODING, ""); // whatever can be unpacked
-    // A name server that does not answer must not hold a request that was stopped.
+    curl_easy_setopt(curl, CURLOPT_ACCEPT_ENCODING, ""); // all encodings that curl supports
+    // A slow name server must not delay a request that was stopped.
     curl_easy_setopt(curl, CURLOPT_QUICK_EXIT, 1L);
     return handle;
 }
@@ -86,7 +86,7 @@ void checkStop(const std::string& address, const StopWish& stop)
                                                        std::to_string(mostBytes) + " bytes");
 }
 
-/// Runs the transfer to its end. Its result; throws GeographyError (Stopped).
+/// Runs the transfer to its end and returns its result. Throws GeographyError (Stopped).
 CURLcode transfer(CURL* handle, const std::string& address, const StopWish& stop)
 {
     const MultiHandle multi(curl_multi_init());

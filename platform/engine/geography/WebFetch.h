@@ -7,9 +7,9 @@
 
 namespace EmbeddedHV::maps {
 
-/// The content of a web address, http or https, or of a file. Waits no longer than a slow server
-/// needs, and follows few redirects. Throws GeographyError: Stopped within a fraction of a second
-/// of `stop`, TooLarge for a content of more than `mostBytes`, Service for everything else.
+/// The content of an http or https address, or of a file. The time and the number of redirects are
+/// limited. Throws GeographyError: Stopped within a fraction of a second after `stop` returns true,
+/// TooLarge for more than `mostBytes`, Service for any other error.
 std::string fetchText(const std::string& address, std::size_t mostBytes, const StopWish& stop);
 
 } // namespace EmbeddedHV::maps
