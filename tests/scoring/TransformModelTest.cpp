@@ -435,7 +435,7 @@ TEST(TransformModel, RefusesWhatItCannotDo)
     const std::pair<std::string, std::string> cases[] = {
         {"", "no XML"},
         {"<PMML version='4.4'>", "no XML"},
-        {"<Other version='4.4'/>", "no PMML"},
+        {"<Other version='4.4'/>", "not PMML"},
         {"<PMML version='3.2'/>", "PMML 3.2"},
         {"<PMML version='4.4'/>", "derives no field"},
         {"<!DOCTYPE PMML [<!ENTITY a 'b'>]>" + pmml(derived(X)), "document type"},
@@ -449,12 +449,12 @@ TEST(TransformModel, RefusesWhatItCannotDo)
         {pmml(derived(X) + derived(Y)), "two fields are named \"r\""},
         {pmml(derived(X, "double", "y")), "two fields are named \"y\""},
         {pmml(derived(X, "number")), "no data type"},
-        {pmml(derived(X + Y)), "not one expression"},
+        {pmml(derived(X + Y)), "exactly one expression"},
         {pmml(derived(field("day"), "boolean")), "cannot be"},
-        {pmml(derived(field("moment"), "timeSeconds")), "asked for as each other"},
+        {pmml(derived(field("moment"), "timeSeconds")), "converted to each other"},
         {pmml(derived(constant("14:30:30", "dataType='time'"), "dateDaysSince[1970]")),
-         "asked for as each other"},
-        {pmml(counts + derived(field("days"), "timeSeconds")), "asked for as each other"},
+         "converted to each other"},
+        {pmml(counts + derived(field("days"), "timeSeconds")), "converted to each other"},
         {pmml(counts + derived(call("lessThan", field("days") + field("seconds")))),
          "different origins"},
         {pmml(counts + derived(call("if", field("flag") + field("days") + field("seconds")))),
@@ -483,7 +483,7 @@ TEST(TransformModel, RefusesWhatItCannotDo)
          "InlineTable"},
         {pmml(derived("<Discretize field='x'><DiscretizeBin binValue='1'>"
                       "<Interval closure='half'/></DiscretizeBin></Discretize>")),
-         "closed as \"half\""},
+         "closure \"half\""},
     };
     for (const auto& [model, expected] : cases) {
         std::string fault;

@@ -11,27 +11,27 @@
 namespace scoring {
 namespace {
 
-/// Makes the arguments from one on values of a kind.
+/// Converts the arguments from `first` on to a kind.
 void coerceAll(Expressions& arguments, std::size_t first, ValueKind kind)
 {
     for (std::size_t i = first; i < arguments.size(); ++i)
         arguments[i] = coerced(std::move(arguments[i]), kind);
 }
 
-/// Numbers and truth values have a text, which functions of texts take.
+/// Converts a number or a boolean to its text, for text functions.
 void coerceText(ExpressionPtr& argument)
 {
     argument = converted(std::move(argument), DataType{ValueKind::Text});
 }
 
-/// The first argument is a point of time as it stands, or a constant that says one.
+/// The first argument is a point of time, or a constant that can be read as one.
 void coerceTime(ExpressionPtr& argument, std::initializer_list<ValueKind> kinds)
 {
     if (std::find(kinds.begin(), kinds.end(), argument->kind()) == kinds.end())
         argument = coerced(std::move(argument), *kinds.begin());
 }
 
-/// The branches of a choice are of one kind.
+/// Converts the branches of a choice to a common kind.
 void coerceBranches(Expressions& arguments)
 {
     Expressions branches(std::make_move_iterator(arguments.begin() + 1),
@@ -40,7 +40,7 @@ void coerceBranches(Expressions& arguments)
     std::move(branches.begin(), branches.end(), arguments.begin() + 1);
 }
 
-/// Makes the arguments what the function takes.
+/// Converts the arguments to the kinds that the function accepts.
 void coerceArguments(Expressions& arguments, ArgumentRule rule)
 {
     switch (rule) {
@@ -69,7 +69,7 @@ void coerceArguments(Expressions& arguments, ArgumentRule rule)
     }
 }
 
-/// What the function gives for arguments that are coerced already.
+/// The kind of the function's result. The arguments are already coerced.
 ValueKind resultKind(const FunctionEntry& entry, const Expressions& arguments)
 {
     switch (entry.result) {
@@ -97,13 +97,13 @@ ExpressionPtr ExpressionCompiler::apply(Element element, const Scope& scope, Wan
             throw ModelFault("there is no such function");
         return call(element, definition->second, scope);
     } catch (const ModelFault& fault) {
-        // Told once, by the innermost call.
+        // Only the innermost call adds its name.
         const std::string text = fault.what();
         throw ModelFault(text.starts_with("function ") ? text : "function " + name + ": " + text);
     }
 }
 
-/// The branches of a choice are what the choice is wanted to be; other arguments are what they are.
+/// The branches of a choice get the wanted kind. Other arguments keep their own.
 ExpressionPtr ExpressionCompiler::applyBuiltIn(Element element, const FunctionEntry& entry,
                                                const Scope& scope, Wanted wanted)
 {
@@ -125,8 +125,8 @@ ExpressionPtr ExpressionCompiler::applyBuiltIn(Element element, const FunctionEn
     return made;
 }
 
-/// Each call has a body and places of its own, so that a parameter has the kind of its argument,
-/// and an argument is evaluated once however often the body names it.
+/// Each call compiles its own body with its own slots. So a parameter has the kind of its argument,
+/// and an argument is evaluated once even if the body uses it often.
 ExpressionPtr ExpressionCompiler::call(Element element, Element definition, const Scope& scope)
 {
     const std::vector<Element> parameters = elementsIn(definition, "ParameterField");
@@ -158,7 +158,7 @@ ExpressionPtr ExpressionCompiler::call(Element element, Element definition, cons
     return made;
 }
 
-/// The names of the bodies that are being compiled tell a function that calls itself.
+/// `_calls` names the functions that are being compiled, to detect a function that calls itself.
 ExpressionPtr ExpressionCompiler::body(Element definition, const Scope& parameters)
 {
     const std::string name = required(definition, "name");
@@ -167,7 +167,7 @@ ExpressionPtr ExpressionCompiler::body(Element definition, const Scope& paramete
     std::vector<Element> elements = elementsIn(definition);
     std::erase_if(elements, [](Element element) { return localName(element) == "ParameterField"; });
     if (elements.size() != 1)
-        throw ModelFault("its definition has not one expression");
+        throw ModelFault("its definition must have exactly one expression");
     _calls.push_back(name);
     const auto type = dataTypeOf(definition);
     ExpressionPtr expression =

@@ -12,7 +12,7 @@
 namespace scoring {
 namespace {
 
-/// Counts how deep the expressions are in each other.
+/// Limits the nesting depth of expressions.
 class DepthScope
 {
 public:
@@ -30,7 +30,7 @@ private:
     int& _depth;
 };
 
-/// What a name stands for here. A body of a function sees its parameters alone.
+/// The entry of a name in this scope. The body of a function sees only its parameters.
 const ScopeEntry& entryOf(const Scope& scope, const std::string& name)
 {
     const auto found = scope.find(name);
@@ -39,14 +39,14 @@ const ScopeEntry& entryOf(const Scope& scope, const std::string& name)
     return found->second;
 }
 
-/// Whether nothing else tells what kind of value an expression has.
+/// Whether the expression is a constant without a type of its own.
 bool isUntyped(const Expression& expression)
 {
     const auto* constant = dynamic_cast<const Constant*>(&expression);
     return constant != nullptr && !constant->isTyped();
 }
 
-/// The kind that fits both; nothing if there is none.
+/// The kind that both can be converted to; empty if none.
 std::optional<ValueKind> together(ValueKind one, ValueKind other)
 {
     if (one == other)
@@ -63,8 +63,7 @@ std::optional<ValueKind> together(ValueKind one, ValueKind other)
 
 } // namespace
 
-/// An expression that is not in the table is refused, not passed over: a model without it would
-/// give other numbers.
+/// Rejects an expression that is not in the table. A model without it would compute other numbers.
 ExpressionCompiler::Rule ExpressionCompiler::ruleOf(Element element)
 {
     static constexpr std::array<std::pair<std::string_view, Rule>, 7> kRules{{
@@ -80,11 +79,11 @@ ExpressionCompiler::Rule ExpressionCompiler::ruleOf(Element element)
     for (const auto& [known, rule] : kRules)
         if (name == known)
             return rule;
-    throw ModelFault(std::string("<") + element.name() + "> is no expression that can be scored");
+    throw ModelFault(std::string("<") + element.name() + "> is not supported as an expression");
 }
 
-/// Counts every expression that is made, so that functions that call functions cannot grow without
-/// end.
+/// Counts every expression. Without the limit, functions that call functions could grow
+/// exponentially.
 ExpressionPtr ExpressionCompiler::compile(Element element, const Scope& scope, Wanted wanted)
 {
     const DepthScope depth(_depth, _settings.GetMaxDepth());
@@ -96,8 +95,8 @@ ExpressionPtr ExpressionCompiler::compile(Element element, const Scope& scope, W
     return expression;
 }
 
-/// A constant keeps its text if nobody says what it is: "01" beside a text is one, beside a
-/// number 1.
+/// A constant without a known type keeps its text: next to a text "01" is a text, next to a number
+/// it is 1.
 ExpressionPtr ExpressionCompiler::constant(Element element, const Scope&, Wanted wanted)
 {
     const std::string text = textOf(element);

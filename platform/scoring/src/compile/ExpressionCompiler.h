@@ -15,24 +15,24 @@
 
 namespace scoring {
 
-/// Makes expressions of the elements of a model. Every operation throws ModelFault for what is not
-/// valid, and for what this library does not do.
+/// Compiles the elements of a model into expressions. Every operation throws ModelFault for invalid
+/// or unsupported elements.
 class ExpressionCompiler
 {
 public:
-    /// The definitions and the settings are borrowed. Places from `firstSlot` on are for the
-    /// arguments of calls.
+    /// Borrows the definitions and the settings. Slots from `firstSlot` on are for the arguments of
+    /// calls.
     ExpressionCompiler(const Definitions& definitions, const MCSettings& settings,
                        std::size_t firstSlot)
         : _definitions(definitions), _settings(settings), _slots(firstSlot)
     {
     }
 
-    /// The expression of a derived field; `wanted` is the kind of value that the field has, for
-    /// tables and constants without a type of their own.
+    /// Compiles the expression of a derived field. `wanted` is the kind of the field, for tables
+    /// and constants without a type of their own.
     ExpressionPtr compile(pugi::xml_node element, const Scope& scope,
                           std::optional<ValueKind> wanted);
-    /// So many places there are in all.
+    /// The number of slots in total.
     std::size_t slotCount() const { return _slots; }
 
 private:
@@ -60,21 +60,20 @@ private:
     std::size_t _slots;
     std::size_t _expressions = 0;
     int _depth = 0;
-    std::vector<std::string> _calls; ///< the functions whose bodies are being compiled
+    std::vector<std::string> _calls; ///< the functions that are being compiled
 };
 
-/// The field that an element names. Throws ModelFault for a name that stands for nothing.
+/// The field that an element names. Throws ModelFault for an unknown name.
 ExpressionPtr sourceOf(pugi::xml_node element, const Scope& scope, const char* attribute = "field");
-/// A constant in an attribute; null without it.
+/// The constant in an attribute; null if the attribute is absent.
 ExpressionPtr attributeConstant(pugi::xml_node element, const char* attribute, ValueKind kind);
-/// What an element says of missing and invalid results of a kind.
+/// The element's settings for missing and invalid results.
 Treatment treatmentOf(pugi::xml_node element, ValueKind kind);
-/// What several expressions are that should be of one kind: constants without a type follow the
-/// others. Throws ModelFault where there is none.
+/// The common kind of several expressions. Constants without a type follow the others. Throws
+/// ModelFault if there is no common kind.
 ValueKind commonKind(const Expressions& expressions);
-/// How numbers count time that are compared, or of which one is chosen; nothing if none does.
-/// Throws ModelFault if they do not all count alike, since nobody could tell which scale the result
-/// is on.
+/// The common time scale of numbers that are compared or chosen from; empty if none counts time.
+/// Throws ModelFault if the scales differ, because the scale of the result would be unknown.
 std::optional<TimeScale> commonScale(const Expressions& expressions);
 
 } // namespace scoring

@@ -12,7 +12,8 @@
 
 namespace scoring {
 
-/// What names stand for where an expression is: fields of the model, or parameters of a function.
+/// The fields of the model, or the parameters of a function, that an expression can refer to by
+/// name.
 struct ScopeEntry
 {
     std::size_t slot;

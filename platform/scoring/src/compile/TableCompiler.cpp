@@ -19,24 +19,24 @@ constexpr std::array<std::pair<std::string_view, Outliers>, 4> kOutliers{{
     {"asExtremeValues", Outliers::AsExtremes},
 }};
 
-/// A word that is none is refused: the default would be a guess.
+/// Rejects an unknown word, because the default would be a guess.
 Outliers outliersOf(pugi::xml_node element)
 {
     const std::string_view word = element.attribute("outliers").value();
     for (const auto& [known, outliers] : kOutliers)
         if (word == known)
             return outliers;
-    throw ModelFault("outliers are to be treated \"" + std::string(word) + "\"");
+    throw ModelFault("unknown treatment of outliers \"" + std::string(word) + "\"");
 }
 
-/// A number or a truth value.
+/// A number or a boolean.
 ExpressionPtr numberSource(pugi::xml_node element, const Scope& scope)
 {
     return coerced(sourceOf(element, scope), ValueKind::Number);
 }
 
-/// What the values of a table are: of its own type, or what the field wants, or, failing both,
-/// numbers if all are.
+/// The kind of a table's values: its own type, else the kind of the field, else numbers if all
+/// values are numbers.
 ValueKind tableKind(pugi::xml_node element, std::optional<ValueKind> wanted,
                     const std::vector<std::string>& values)
 {
@@ -50,7 +50,7 @@ ValueKind tableKind(pugi::xml_node element, std::optional<ValueKind> wanted,
     return areNumbers ? ValueKind::Number : ValueKind::Text;
 }
 
-/// A table that lies elsewhere is nothing that a model in a file can be scored with.
+/// The table inside the element. Tables in other places are not supported.
 pugi::xml_node inlineTable(pugi::xml_node element)
 {
     const pugi::xml_node table = elementIn(element, "InlineTable");
@@ -59,17 +59,17 @@ pugi::xml_node inlineTable(pugi::xml_node element)
     return table;
 }
 
-/// Nothing for a row without the column.
+/// Empty if the row does not have the column.
 std::optional<std::string> valueIn(pugi::xml_node row, const std::string& column)
 {
-    // The columns may stand in a namespace of their own, and be named with its prefix.
+    // Columns may be in a namespace; then their names have its prefix.
     const std::size_t colon = column.find(':');
     const pugi::xml_node cell =
         elementIn(row, colon == std::string::npos ? column : column.substr(colon + 1));
     return cell ? std::optional(textOf(cell)) : std::nullopt;
 }
 
-/// The text of a row's column, without which the row says nothing.
+/// The text in a column of a row. Throws if the row does not have the column.
 std::string cellOf(pugi::xml_node row, const std::string& column)
 {
     auto value = valueIn(row, column);
@@ -80,7 +80,7 @@ std::string cellOf(pugi::xml_node row, const std::string& column)
 
 } // namespace
 
-/// The points must ascend: a line between two points at one place has no slope.
+/// The points must ascend: a line between two points with the same x has no slope.
 ExpressionPtr ExpressionCompiler::normContinuous(Element element, const Scope& scope, Wanted)
 {
     std::vector<NormContinuous::Point> points;
@@ -124,7 +124,7 @@ ExpressionPtr ExpressionCompiler::discretize(Element element, const Scope& scope
                                         treatmentOf(element, kind));
 }
 
-/// Keys are constants of the kinds of their fields, so that 2.0 in the table is 2 in the data.
+/// Keys are converted to the kinds of their fields, so that 2.0 in the table matches 2 in the data.
 ExpressionPtr ExpressionCompiler::mapValues(Element element, const Scope& scope, Wanted wanted)
 {
     const std::string outputColumn = required(element, "outputColumn");

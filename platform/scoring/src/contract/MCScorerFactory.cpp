@@ -20,7 +20,7 @@ std::unique_ptr<IMCScoreComputer> read(const MCSettings& settings, std::istream&
     const scoring::PmmlDocument document(model);
     const int type = scoring::modelTypeOf(document);
     if (type != IMCScoreComputer::kTransformModel)
-        // Its type can be asked, which tells a caller more than a failure.
+        // The caller can ask for its type, which says more than a failure.
         return std::make_unique<scoring::OtherModel>(type);
     return scoring::readTransformModel(document, settings);
 }

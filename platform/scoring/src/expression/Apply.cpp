@@ -23,7 +23,7 @@ Cell Apply::evaluate(Cells& cells)
     return _treatment.settle(result(), cells);
 }
 
-/// Of the branches of a choice, the one that is not taken does not count.
+/// Of the branches of a choice, only the chosen one counts.
 bool Apply::missesArgument() const
 {
     if (_entry.result != ResultRule::Branch)

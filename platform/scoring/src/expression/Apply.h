@@ -5,7 +5,7 @@
 
 namespace scoring {
 
-/// A function that every model may use, on arguments of the kinds that it takes.
+/// A call of a built-in function. The arguments have the kinds that it accepts.
 class Apply : public Expression
 {
 public:

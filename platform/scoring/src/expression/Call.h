@@ -6,7 +6,7 @@
 
 namespace scoring {
 
-/// A call of a function of the model: its body, which knows the arguments by their places.
+/// A call of a function of the model. The body refers to the arguments by their slots.
 class Call : public Expression
 {
 public:

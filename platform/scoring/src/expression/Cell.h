@@ -6,8 +6,8 @@
 
 namespace scoring {
 
-/// What values are to expressions. A boolean is 1 or 0; dates and moments are seconds since
-/// 1582-10-14, times seconds since midnight.
+/// The kind of a value. A boolean is 1 or 0. Dates and moments are seconds since 1582-10-14, times
+/// are seconds since midnight.
 enum class ValueKind
 {
     Number,
@@ -18,15 +18,15 @@ enum class ValueKind
     Moment
 };
 
-/// One value while a row is scored. A text is borrowed: from the row, the model, or the expression
-/// that made it, and lasts until the row is done.
+/// A value during the scoring of a row. A text is borrowed from the row, the model, or the
+/// expression that made it. It is valid until the row is done.
 struct Cell
 {
-    /// Whether there is a value, and whether it may be used.
+    /// Whether the value is present, missing or invalid.
     enum class State
     {
         Missing,
-        Invalid, ///< there is no such value: a division by 0, a category that is not listed
+        Invalid, ///< for example a division by 0, or a category that is not listed
         Present
     };
 
@@ -34,7 +34,7 @@ struct Cell
     double number = 0;
     std::string_view text;
 
-    /// Invalid for what is no finite number.
+    /// Invalid if the number is not finite.
     static Cell of(double number)
     {
         return std::isfinite(number) ? Cell{State::Present, number, {}} : invalid();
@@ -51,7 +51,8 @@ struct Cell
     bool isFalse() const { return isPresent() && number == 0; }
 };
 
-/// The order of two present values of one kind: below, at or above 0.
+/// Compares two present values of the same kind. Negative: first < second. Zero: equal. Positive:
+/// first > second.
 inline int compare(const Cell& first, const Cell& second, bool areTexts)
 {
     if (areTexts)
@@ -59,8 +60,7 @@ inline int compare(const Cell& first, const Cell& second, bool areTexts)
     return first.number < second.number ? -1 : first.number > second.number ? 1 : 0;
 }
 
-/// The values of a row that expressions know by their places: the fields, and the arguments of
-/// calls.
+/// The values of a row by slot: the fields and the arguments of calls.
 using Cells = std::vector<Cell>;
 
 } // namespace scoring

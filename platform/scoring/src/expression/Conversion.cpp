@@ -10,9 +10,9 @@
 namespace scoring {
 namespace {
 
-/// "-1.7976931348623157e+308" is as long as they get.
+/// Enough for the longest text, "-1.7976931348623157e+308".
 constexpr std::size_t kLongestNumber = 32;
-/// Whole numbers below it are all different.
+/// All smaller whole numbers are exact.
 constexpr double kMostInteger = 9007199254740992.0;
 
 } // namespace
@@ -38,14 +38,14 @@ Cell Conversion::evaluate(Cells& cells)
     }
 }
 
-/// The number as a person writes it.
+/// Formats the number as a person writes it.
 Cell Conversion::text(double number)
 {
     if (_source->kind() == ValueKind::Boolean)
         return Cell::of(std::string_view(number != 0 ? "true" : "false"));
     std::array<char, kLongestNumber> digits;
     char* const last = digits.data() + digits.size();
-    // A million is 1000000, though 1e+06 is shorter.
+    // Writes a million as 1000000 although 1e+06 is shorter.
     const bool isWhole = number == std::floor(number) && std::fabs(number) < kMostInteger;
     const auto result = isWhole ? std::to_chars(digits.data(), last, static_cast<long long>(number))
                                 : std::to_chars(digits.data(), last, number);

@@ -6,18 +6,18 @@
 
 namespace scoring {
 
-/// How a value becomes one of another kind.
+/// How a value is converted to another kind.
 enum class ConversionRule
 {
-    Same,    ///< the number stays
+    Same,    ///< the number is unchanged
     ToWhole, ///< the nearest whole number, halves away from 0
-    ToTruth, ///< 1 and 0; any other number is invalid
+    ToTruth, ///< 1 and 0; other numbers are invalid
     ToDay,   ///< the day of a moment
-    ToText,  ///< the shortest text of a number; true or false
-    FromText ///< what the text says; invalid if it does not
+    ToText,  ///< the shortest text of a number; "true" or "false"
+    FromText ///< the value that the text represents; invalid if it represents none
 };
 
-/// A value as one of another kind.
+/// Converts a value to another kind.
 class Conversion : public Expression
 {
 public:
@@ -35,7 +35,7 @@ private:
     std::string _text;
 };
 
-/// A number that counts time, on another scale: whole days, or seconds.
+/// Converts a number that counts time to another scale. A scale in days gives whole days.
 class Counting : public Expression
 {
 public:

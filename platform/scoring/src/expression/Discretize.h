@@ -7,11 +7,11 @@
 
 namespace scoring {
 
-/// The value of the first bin that a number falls into.
+/// The value of the first bin that contains a number.
 class Discretize : public Expression
 {
 public:
-    /// Numbers from an interval, and what they become.
+    /// An interval and the value for its numbers.
     struct Bin
     {
         Interval interval;

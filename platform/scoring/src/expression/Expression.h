@@ -11,7 +11,7 @@
 
 namespace scoring {
 
-/// A part of a model that has a value for each row. Evaluated at most once a row, on one thread.
+/// A part of a model that has a value for each row. Evaluated at most once per row, on one thread.
 class Expression
 {
 public:
@@ -20,10 +20,10 @@ public:
     Expression(const Expression&) = delete;
     Expression& operator=(const Expression&) = delete;
 
-    /// Allocates nothing, unless texts are made.
+    /// Allocates nothing, except for texts that it makes.
     virtual Cell evaluate(Cells& cells) = 0;
     ValueKind kind() const { return _kind; }
-    /// How a number counts time, if it does and the model says so.
+    /// The time scale of a number, if the model declares it.
     const std::optional<TimeScale>& scale() const { return _scale; }
     void setScale(const std::optional<TimeScale>& scale) { _scale = scale; }
 
@@ -35,12 +35,12 @@ private:
 using ExpressionPtr = std::unique_ptr<Expression>;
 using Expressions = std::vector<ExpressionPtr>;
 
-/// A value that the model writes down. One without a type of its own is read as what it stands
-/// beside, so its text stays known.
+/// A constant of the model. A constant without a type takes the kind of its neighbour, so it keeps
+/// its text.
 class Constant : public Expression
 {
 public:
-    /// `cell` may hold the text, which the constant then keeps for it.
+    /// `cell` is the value. The cell of a text refers to `text`, which the constant owns.
     Constant(ValueKind kind, const Cell& cell, std::string text, bool isTyped)
         : Expression(kind), _text(std::move(text)), _cell(cell), _isTyped(isTyped)
     {
@@ -74,7 +74,7 @@ private:
     std::size_t _slot;
 };
 
-/// Puts a constant in the place of a missing value.
+/// Replaces a missing value by a constant.
 class MissingReplaced : public Expression
 {
 public:

@@ -4,12 +4,12 @@
 
 namespace scoring {
 
-/// A stretch of numbers; without a margin it goes on without end.
+/// An interval of numbers. Without a margin it is unbounded on that side.
 struct Interval
 {
     double left = -std::numeric_limits<double>::infinity();
     double right = std::numeric_limits<double>::infinity();
-    bool hasLeft = true; ///< the margins belong to it
+    bool hasLeft = true; ///< whether the margin belongs to the interval
     bool hasRight = true;
 
     bool contains(double number) const

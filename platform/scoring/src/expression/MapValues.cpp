@@ -17,13 +17,13 @@ MapValues::MapValues(ValueKind kind, Expressions sources, std::vector<Row> rows,
             entry.keys.push_back(key->evaluate(none));
         _index.push_back(std::move(entry));
     }
-    // Stable, so that of rows with equal keys the first one of the table counts.
+    // Stable, so that of rows with equal keys the first one is found.
     std::stable_sort(_index.begin(), _index.end(), [this](const Entry& one, const Entry& other) {
         return order(one.keys, other.keys) < 0;
     });
 }
 
-/// By the first key that differs.
+/// Compares key by key.
 int MapValues::order(const std::vector<Cell>& first, const std::vector<Cell>& second) const
 {
     int result = 0;

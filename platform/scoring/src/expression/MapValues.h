@@ -4,23 +4,23 @@
 
 namespace scoring {
 
-/// Looks a combination of values up in a table.
+/// Looks up a combination of values in a table.
 class MapValues : public Expression
 {
 public:
-    /// A row of the table: constants of the kinds of the sources, and what they map to.
+    /// A row of the table: one constant of the source's kind for each source, and the value.
     struct Row
     {
         Expressions keys;
         ExpressionPtr value;
     };
 
-    /// Of several rows with the same keys the first one counts.
+    /// If several rows have the same keys, the first one is used.
     MapValues(ValueKind kind, Expressions sources, std::vector<Row> rows, Treatment treatment);
     Cell evaluate(Cells& cells) override;
 
 private:
-    /// The keys of a row of the table, for the search, and the place of the row.
+    /// The keys of a table row and its position, for the search.
     struct Entry
     {
         std::vector<Cell> keys;
@@ -31,7 +31,7 @@ private:
 
     Expressions _sources;
     std::vector<Row> _rows;
-    std::vector<Entry> _index; ///< in the order of the keys
+    std::vector<Entry> _index; ///< sorted by keys
     Treatment _treatment;
     std::vector<Cell> _sought;
 };

@@ -27,7 +27,7 @@ Cell NormContinuous::missing(Cells& cells) const
 
 Cell NormContinuous::onLine(double number) const
 {
-    // The end of the line that the number is on, or nearest to.
+    // The end of the line segment that contains the number or is nearest to it.
     const auto end =
         std::lower_bound(_points.begin() + 1, _points.end() - 1, number,
                          [](const Point& point, double value) { return point.original < value; });
@@ -36,7 +36,7 @@ Cell NormContinuous::onLine(double number) const
     return Cell::of(from.normed + (number - from.original) * slope);
 }
 
-/// Missing is none of the categories, but not known to be another one either.
+/// A missing value is not known to be the category, nor to be another one.
 Cell NormDiscrete::evaluate(Cells& cells)
 {
     const Cell cell = _source->evaluate(cells);

@@ -6,26 +6,26 @@
 
 namespace scoring {
 
-/// What becomes of a number beyond the ends of a polyline.
+/// How numbers beyond the ends of a polyline are treated.
 enum class Outliers
 {
-    AsIs, ///< the lines at the ends go on
+    AsIs, ///< extend the first or last line
     AsMissing,
-    AsExtremes ///< the value at the end
+    AsExtremes ///< use the value at the end
 };
 
 /// Maps a number along a polyline.
 class NormContinuous : public Expression
 {
 public:
-    /// A corner of the polyline.
+    /// A point of the polyline.
     struct Point
     {
         double original;
         double normed;
     };
 
-    /// At least two points, ascending. `missing` may be null.
+    /// At least two points in ascending order. `missing` may be null.
     NormContinuous(ExpressionPtr source, std::vector<Point> points, Outliers outliers,
                    ExpressionPtr missing)
         : Expression(ValueKind::Number), _source(std::move(source)), _points(std::move(points)),

@@ -2,8 +2,8 @@
 
 namespace scoring {
 
-/// How a number counts time: in units of so many seconds, from an origin in the seconds that
-/// moments are, or from midnight.
+/// How a number counts time. `unit` is its unit in seconds. `origin` is its zero in seconds since
+/// 1582-10-14; a time of day counts from midnight.
 struct TimeScale
 {
     double origin = 0;

@@ -4,11 +4,11 @@
 
 namespace scoring {
 
-/// What becomes of a result that is missing or invalid. The constants may be null.
+/// How missing and invalid results are treated. The constants may be null.
 struct Treatment
 {
-    ExpressionPtr mapMissingTo; ///< the result where an argument is missing
-    ExpressionPtr defaultValue; ///< in the place of a missing result
+    ExpressionPtr mapMissingTo; ///< the result if an argument is missing
+    ExpressionPtr defaultValue; ///< replaces a missing result
     bool invalidAsMissing = false;
 
     Cell settle(Cell result, Cells& cells) const

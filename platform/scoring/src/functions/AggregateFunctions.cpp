@@ -41,13 +41,13 @@ double median(Numbers numbers)
     return numbers.size() % 2 == 1 ? numbers[middle] : (numbers[middle - 1] + numbers[middle]) / 2;
 }
 
-/// Of the arguments that are there; missing if none is.
+/// Aggregates the present arguments. Missing if there are none.
 template <double (*function)(Numbers)>
 Cell aggregate(std::span<const Cell> arguments, Scratch& scratch)
 {
     scratch.numbers.clear();
     for (const Cell& cell : arguments) {
-        // Missing arguments are left out, but an invalid one makes the whole invalid.
+        // Missing arguments are skipped. An invalid argument makes the result invalid.
         if (cell.isInvalid())
             return cell;
         if (cell.isPresent())

@@ -28,7 +28,7 @@ constexpr Binary minus = [](double a, double b) { return a - b; };
 constexpr Binary times = [](double a, double b) { return a * b; };
 constexpr Binary threshold = [](double a, double b) { return a > b ? 1.0 : 0.0; };
 
-/// Zero is looked for beforehand: sanitizers take the division itself for a fault.
+/// Checks for zero first, because sanitizers report the division itself.
 Cell divide(Arguments arguments, Scratch&)
 {
     const double divisor = arguments[1].number;
@@ -45,13 +45,13 @@ Cell modulo(Arguments arguments, Scratch&)
     return Cell::of(rest != 0 && (rest < 0) != (divisor < 0) ? rest + divisor : rest);
 }
 
-/// Halves go up, not to the even number as with rint, nor away from zero.
+/// Halves are rounded up. rint would round to even, round away from zero.
 constexpr Unary roundHalvesUp = [](double value) {
     const double below = std::floor(value);
     return value - below >= 0.5 ? below + 1 : below;
 };
 
-/// std::log(0) and its kin count as a division by zero to the sanitizers of some compilers.
+/// Some compilers' sanitizers report std::log(0) as a division by zero.
 template <Unary function>
 Cell logarithm(Arguments arguments, Scratch&)
 {
@@ -66,7 +66,7 @@ constexpr Unary normalDistribution = [](double z) {
     return std::erfc(-z / std::numbers::sqrt2) / 2;
 };
 
-/// Of a value with a mean and a standard deviation.
+/// The normal distribution of a value, with mean and standard deviation.
 template <Unary function, bool isDensity>
 Cell normal(Arguments arguments, Scratch&)
 {

@@ -6,7 +6,7 @@
 namespace scoring {
 namespace {
 
-/// From 1582-10-14 to 1970-01-01.
+/// Seconds from 1582-10-14 to 1970-01-01.
 constexpr double kEpoch = 12219379200.0;
 constexpr std::size_t kDateLength = 10;
 constexpr std::size_t kTimeLength = 8;
@@ -17,7 +17,7 @@ double secondsOf(const std::chrono::year_month_day& day)
     return static_cast<double>(days) * kSecondsPerDay + kEpoch;
 }
 
-/// Digits alone.
+/// Accepts digits only.
 std::optional<unsigned> digits(std::string_view text)
 {
     unsigned value = 0;
@@ -28,7 +28,7 @@ std::optional<unsigned> digits(std::string_view text)
     return value;
 }
 
-/// A fraction of a second as ".25"; none is 0.
+/// A fraction of a second such as ".25". An empty text is 0.
 std::optional<double> fraction(std::string_view text)
 {
     if (text.empty())

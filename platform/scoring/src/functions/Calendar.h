@@ -5,18 +5,19 @@
 
 namespace scoring {
 
-/// Dates and moments are seconds since 1582-10-14, in the Gregorian calendar.
+/// Dates and moments are seconds since 1582-10-14 in the Gregorian calendar.
 
 inline constexpr double kSecondsPerDay = 86400;
 inline constexpr int kLastYear = 9999;
 
-/// The beginning of a year from 0 to kLastYear.
+/// The start of a year from 0 to kLastYear.
 double startOfYear(int year);
 
-/// 2012-03-04; 13:45:59 with or without a fraction; both, with a T or a blank between. Nothing for
-/// a text that is none.
+/// Parses a date such as 2012-03-04. Empty if the text is invalid.
 std::optional<double> parseDate(std::string_view text);
+/// Parses a time such as 13:45:59, with or without a fraction. Empty if the text is invalid.
 std::optional<double> parseTime(std::string_view text);
+/// Parses a date and a time, separated by a T or a blank. Empty if the text is invalid.
 std::optional<double> parseMoment(std::string_view text);
 
 } // namespace scoring

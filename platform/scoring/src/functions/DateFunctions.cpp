@@ -9,7 +9,7 @@ namespace {
 
 using Arguments = std::span<const Cell>;
 
-/// The seconds between the beginning of a year and a moment; nothing for a year that is none.
+/// The seconds from the start of a year to a moment. Invalid if the year is invalid.
 Cell secondsSinceYear(Arguments arguments)
 {
     const double year = arguments[1].number;

@@ -18,37 +18,37 @@ struct Scratch
     std::vector<double> numbers;
 };
 
-/// What the arguments of a function must be.
+/// The kinds of arguments that a function accepts.
 enum class ArgumentRule
 {
     Numbers,
     Booleans,
-    Texts,       ///< numbers as well, by their text
-    Alike,       ///< of one kind, whichever
-    Choice,      ///< a boolean, and one or two that are alike
-    Any,         ///< each of any kind
+    Texts,       ///< numbers are converted to text
+    Alike,       ///< all of the same kind
+    Choice,      ///< a boolean, and one or two of the same kind
+    Any,         ///< each may be of any kind
     TextPart,    ///< a text and two numbers
     SinceYear,   ///< a date or a moment, and a number
     MomentOrTime ///< one or the other
 };
 
-/// What a function gives.
+/// The kind of a function's result.
 enum class ResultRule
 {
     Number,
     Boolean,
     Text,
-    Branch ///< what the last argument is
+    Branch ///< the kind of the last argument
 };
 
-/// Whether a missing or invalid argument is the result, or the function looks at it by itself.
+/// Whether a missing or invalid argument is passed on as the result, or the function handles it.
 enum class MissingRule
 {
     Passes,
     Seen
 };
 
-/// A function that every model may use.
+/// A built-in function.
 struct FunctionEntry
 {
     using Apply = Cell (*)(std::span<const Cell> arguments, Scratch& scratch);
@@ -62,11 +62,11 @@ struct FunctionEntry
     ResultRule result;
     MissingRule missing;
     Apply apply;
-    /// In the place of `apply` where the arguments are texts; null for the same one.
+    /// Replaces `apply` if the arguments are texts. Null: `apply` is used for texts too.
     Apply applyToTexts = nullptr;
 };
 
-/// Null if there is none of this name.
+/// Null if there is no function of this name.
 const FunctionEntry* findFunction(std::string_view name);
 
 /// The functions of one family.

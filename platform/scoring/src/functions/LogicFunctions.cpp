@@ -28,8 +28,8 @@ Cell isAmong(Arguments arguments, Scratch&)
     return Cell::of(found == wanted);
 }
 
-/// Decided by the first argument that has the deciding truth value; without one, unknown if any
-/// argument is.
+/// The first argument with the decisive value decides. If there is none, the result is unknown if
+/// an argument is unknown.
 template <bool decisive>
 Cell combine(Arguments arguments, Scratch&)
 {
@@ -37,7 +37,7 @@ Cell combine(Arguments arguments, Scratch&)
     for (const Cell& cell : arguments) {
         if (decisive ? cell.isTrue() : cell.isFalse())
             return Cell::of(decisive);
-        // Invalid beats missing, in whichever order they come.
+        // Invalid takes precedence over missing, in any order.
         if (cell.isInvalid() || (cell.isMissing() && !unknown.isInvalid()))
             unknown = cell;
     }
@@ -49,7 +49,7 @@ Cell negate(Arguments arguments, Scratch&)
     return Cell::of(arguments[0].isFalse());
 }
 
-/// Without a third argument, nothing where the first is false.
+/// Without a third argument, the result is missing if the first is false.
 Cell choose(Arguments arguments, Scratch&)
 {
     if (!arguments[0].isPresent())

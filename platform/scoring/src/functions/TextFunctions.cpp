@@ -14,7 +14,7 @@ using Arguments = std::span<const Cell>;
 using MapCase = void (*)(const char*, uint32_t, icu::StringPiece, icu::ByteSink&, icu::Edits*,
                          UErrorCode&);
 
-/// By the rules of no language in particular.
+/// Uses no language's special rules.
 template <MapCase map>
 Cell mapCase(Arguments arguments, Scratch& scratch)
 {
@@ -32,7 +32,7 @@ bool startsCharacter(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
 }
 
-/// Where the character of this number begins, from 0; the end of the text if there are not so many.
+/// The byte position of a character, counted from 0. The end of the text if it is shorter.
 std::size_t placeOf(std::string_view text, double number)
 {
     std::size_t place = 0;
@@ -47,7 +47,7 @@ bool isWhole(double number, double least)
     return number >= least && number == std::floor(number);
 }
 
-/// Counts characters, from 1.
+/// Positions count characters, from 1.
 Cell substring(Arguments arguments, Scratch&)
 {
     const std::string_view text = arguments[0].text;

@@ -12,7 +12,7 @@
 namespace scoring {
 namespace {
 
-/// Without a type nobody knows how the rows carry it.
+/// Without a data type, the form of the values in a row is unknown.
 ValueKind kindOf(pugi::xml_node element)
 {
     const auto type = dataTypeOf(element);
@@ -39,7 +39,7 @@ void DataField::add(pugi::xml_node value)
     const std::string text = required(value, "value");
     const std::string_view property = value.attribute("property").value();
     if (!property.empty() && property != "valid" && property != "invalid" && property != "missing")
-        throw ModelFault("a value is declared \"" + std::string(property) + "\"");
+        throw ModelFault("a value has the unknown property \"" + std::string(property) + "\"");
     ValueSet& set = property == "missing" ? _missing : property == "invalid" ? _invalid : _valid;
     if (_variable.isText())
         set.texts.insert(text);
@@ -47,7 +47,7 @@ void DataField::add(pugi::xml_node value)
         set.numbers.insert(cell->number);
     else
         throw ModelFault("the data field \"" + _variable.name() + "\" lists \"" + text +
-                         "\", which is no value of its type");
+                         "\", which is not a value of its type");
 }
 
 bool DataField::ValueSet::contains(const Cell& cell, bool isText) const
@@ -55,14 +55,14 @@ bool DataField::ValueSet::contains(const Cell& cell, bool isText) const
     return isText ? texts.contains(cell.text) : numbers.contains(cell.number);
 }
 
-/// Missing values come first: a model may declare a value missing that its intervals leave out.
+/// Missing values come first: a model may declare a value missing that is outside its intervals.
 Cell DataField::read(const Value& value) const
 {
     const bool isText = _variable.isText();
     if (isText != value.IsText())
         return value.IsText() || value.GetNumber() != MCMV::Missing() ? Cell::invalid()
                                                                       : Cell::missing();
-    // A row has no other way to tell of a missing text.
+    // A row marks a missing text with an empty one.
     if (isText ? value.GetText().empty() : value.GetNumber() == MCMV::Missing())
         return Cell::missing();
     const Cell cell =
@@ -72,8 +72,8 @@ Cell DataField::read(const Value& value) const
     return cell.isPresent() && isValid(cell) ? cell : Cell::invalid();
 }
 
-/// Listed values and intervals add up; without either, every value is valid that is not declared
-/// invalid.
+/// Listed values and intervals are both valid. Without either, every value is valid unless it is
+/// declared invalid.
 bool DataField::isValid(const Cell& cell) const
 {
     const bool isText = _variable.isText();

@@ -14,8 +14,7 @@ class Value;
 
 namespace scoring {
 
-/// A field of the data, with what the model says of its values: which are valid, and which stand
-/// for missing ones.
+/// A field of the data. It knows which values the model declares valid, invalid or missing.
 class DataField
 {
 public:
@@ -23,13 +22,13 @@ public:
     explicit DataField(pugi::xml_node element);
 
     const ModelVariable& variable() const { return _variable; }
-    /// How its numbers count time, if they do.
+    /// The time scale of its numbers, if they count time.
     const std::optional<TimeScale>& scale() const { return _scale; }
-    /// The value of a row as expressions see it. A text stays borrowed.
+    /// Converts a value of a row for expressions. The cell borrows the text.
     Cell read(const Value& value) const;
 
 private:
-    /// Looks texts up without a copy of them.
+    /// Finds texts without copying them.
     struct Hash
     {
         using is_transparent = void;
@@ -38,7 +37,7 @@ private:
             return std::hash<std::string_view>()(text);
         }
     };
-    /// Values that the model lists, as texts or as numbers, by the kind of the field.
+    /// Values that the model lists: texts or numbers, depending on the kind of the field.
     struct ValueSet
     {
         std::unordered_set<std::string, Hash, std::equal_to<>> texts;
@@ -53,7 +52,7 @@ private:
 
     ModelVariable _variable;
     std::optional<TimeScale> _scale;
-    ValueSet _valid; ///< empty: all that are not told of
+    ValueSet _valid; ///< empty: every value that the other sets do not list
     ValueSet _invalid;
     ValueSet _missing;
     std::vector<Interval> _intervals; ///< empty: all numbers

@@ -10,7 +10,8 @@
 namespace scoring {
 namespace {
 
-/// Collects the fields that elements name. Walks without recursion: a document may be deep.
+/// Collects the names of the fields that elements refer to. Does not recurse, because a document
+/// may be deep.
 class SourceCollector : public pugi::xml_tree_walker
 {
 public:
@@ -18,7 +19,7 @@ public:
 
     bool for_each(pugi::xml_node& node) override
     {
-        // What columns of tables are called says nothing.
+        // The names of table columns are not names of fields.
         const std::string_view name = localName(node);
         for (const std::string_view known :
              {"FieldRef", "NormContinuous", "NormDiscrete", "Discretize", "FieldColumnPair"})
@@ -31,7 +32,7 @@ private:
     std::unordered_set<std::string>& _sources;
 };
 
-/// How many fields each one waits for, and which wait for it.
+/// How many fields each field waits for, and which fields wait for it.
 struct Waiting
 {
     std::vector<std::size_t> count;
@@ -64,7 +65,8 @@ DerivedField derivedField(pugi::xml_node element)
     return field;
 }
 
-/// Takes, again and again, the first field that waits for none. What is left over waits for itself.
+/// Repeatedly takes the first field that waits for no other. The remaining fields depend on
+/// themselves.
 std::vector<std::size_t> orderOf(const std::vector<DerivedField>& fields)
 {
     Waiting waiting = waitingOf(fields);
@@ -74,7 +76,7 @@ std::vector<std::size_t> orderOf(const std::vector<DerivedField>& fields)
             ready.push(i);
     std::vector<std::size_t> order;
     while (!ready.empty()) {
-        // Of several that are ready, the first of the document: the order is always the same.
+        // Of several ready fields, take the first of the document. So the order is always the same.
         order.push_back(ready.top());
         ready.pop();
         for (const std::size_t next : waiting.behind[order.back()])

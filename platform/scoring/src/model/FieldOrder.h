@@ -8,7 +8,7 @@
 
 namespace scoring {
 
-/// A derived field with the names of the fields that it is made from.
+/// A derived field and the names of the fields that it depends on.
 struct DerivedField
 {
     std::string name;
@@ -18,8 +18,9 @@ struct DerivedField
 
 /// The derived field of an element, with its sources.
 DerivedField derivedField(pugi::xml_node element);
-/// The positions of the fields, each behind all that it is made from, and in the order of the model
-/// otherwise. Throws ModelFault where fields are made from each other.
+/// The positions of the fields in the order of evaluation: each field comes after its sources;
+/// otherwise the order of the model is kept. Throws ModelFault if fields depend on each other in a
+/// circle.
 std::vector<std::size_t> orderOf(const std::vector<DerivedField>& fields);
 
 } // namespace scoring

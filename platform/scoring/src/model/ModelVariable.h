@@ -8,7 +8,7 @@
 
 namespace scoring {
 
-/// A variable of a model, by its kind of value.
+/// A variable of a model. Its type and storage follow from its kind of value.
 class ModelVariable : public IMCVariable
 {
 public:

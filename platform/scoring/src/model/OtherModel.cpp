@@ -9,7 +9,7 @@
 namespace scoring {
 namespace {
 
-/// Every kind has a code of its own; 16 is that of the transform model.
+/// The code of each kind of model. Code 16 is the transform model.
 constexpr std::array<std::pair<std::string_view, int>, 19> kModels{{
     {"AssociationModel", 1},
     {"BaselineModel", 2},
@@ -46,7 +46,7 @@ int modelTypeOf(const PmmlDocument& document)
             if (name == known)
                 return type;
         if (std::find(kOtherParts.begin(), kOtherParts.end(), name) == kOtherParts.end())
-            throw ModelFault(std::string("<") + element.name() + "> is no part of PMML");
+            throw ModelFault(std::string("<") + element.name() + "> is not part of PMML");
     }
     return IMCScoreComputer::kTransformModel;
 }

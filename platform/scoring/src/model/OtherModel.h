@@ -5,7 +5,7 @@
 
 namespace scoring {
 
-/// A model of a kind that is known by name and not scored.
+/// A model of another kind. The library knows its type but cannot score it.
 class OtherModel : public IMCScoreComputer
 {
 public:
@@ -24,8 +24,8 @@ private:
     int _type;
 };
 
-/// The type code of the first model of a document; that of a transform model if there is none.
-/// Throws ModelFault for an element that is neither a model nor anything else PMML has.
+/// The type code of the first model in a document, or that of a transform model if the document has
+/// no model. Throws ModelFault for an element that is not part of PMML.
 int modelTypeOf(const PmmlDocument& document);
 
 } // namespace scoring

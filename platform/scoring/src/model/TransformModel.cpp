@@ -29,7 +29,8 @@ TransformModel::TransformModel(std::vector<DataField> inputs, Expressions steps,
 {
 }
 
-/// Every derived field once and in order, so that none is computed twice and the stack stays flat.
+/// Evaluates every derived field once and in order. So no field is computed twice, and the stack
+/// stays flat.
 void TransformModel::evaluate(const ValueRecord& input)
 {
     for (std::size_t i = 0; i < _inputs.size(); ++i)
@@ -38,8 +39,8 @@ void TransformModel::evaluate(const ValueRecord& input)
         _cells[_inputs.size() + i] = _steps[i]->evaluate(_cells);
 }
 
-/// A row fails if no output of it is valid. The caller may want only some of the outputs, so a
-/// value that is not valid must not cost it the others.
+/// A row fails if none of its outputs is valid. The caller may want only some outputs, so one
+/// invalid output must not invalidate the others.
 MCStatus TransformModel::Compute(const ValueRecord& input, ValueRecord& output, int)
 {
     if (input.Size() != static_cast<int>(_inputs.size()) || output.Size() != GetOutputCount())

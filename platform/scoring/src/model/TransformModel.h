@@ -9,12 +9,12 @@
 
 namespace scoring {
 
-/// A transform model, compiled. The cells of a row are those of the inputs, then those of the
-/// derived fields in the order of their evaluation, then the arguments of calls.
+/// A compiled transform model. The cells of a row are, in order: the inputs, the derived fields in
+/// the order of their evaluation, the arguments of calls.
 class TransformModel : public IMCScoreComputer
 {
 public:
-    /// What the model gives, and the slot that it is in when a row is done.
+    /// An output, and the slot that holds its value after a row is evaluated.
     struct Output
     {
         ModelVariable variable;
@@ -38,7 +38,7 @@ private:
     Expressions _steps;
     std::vector<Output> _outputs;
     Cells _cells;
-    std::string _text; ///< of an output, on its way out
+    std::string _text; ///< the text of an output while it is copied
 };
 
 } // namespace scoring

@@ -10,16 +10,16 @@
 namespace scoring {
 namespace {
 
-/// What a document has of fields and functions, before anything is compiled.
+/// The fields and functions of a document, not yet compiled.
 struct Contents
 {
-    std::vector<DataField> data; ///< those that derived fields use
+    std::vector<DataField> data; ///< the fields that derived fields use
     std::vector<DerivedField> derived;
     Definitions definitions;
-    std::unordered_set<std::string> sources; ///< all that derived fields are made from
+    std::unordered_set<std::string> sources; ///< all sources of derived fields
 };
 
-/// A definition by the name of a built-in function would change what other expressions mean.
+/// Rejects a definition with the name of a built-in function: it would change other expressions.
 void addDefinition(Contents& contents, pugi::xml_node element)
 {
     const std::string name = required(element, "name");
@@ -55,7 +55,7 @@ void refuseDoubledNames(const Contents& contents, pugi::xml_node dataDictionary)
         take(field.name);
 }
 
-/// Data fields that nobody uses are no inputs: the data need not have them.
+/// Data fields that no derived field uses are not inputs. The data need not have them.
 Contents contentsOf(pugi::xml_node root)
 {
     Contents contents;
@@ -72,7 +72,7 @@ Contents contentsOf(pugi::xml_node root)
     return contents;
 }
 
-/// Faults tell the field, since a model may have hundreds.
+/// Errors name the field, because a model may have hundreds.
 ExpressionPtr compileField(ExpressionCompiler& compiler, const DerivedField& field,
                            const Scope& scope)
 {
@@ -82,7 +82,7 @@ ExpressionPtr compileField(ExpressionCompiler& compiler, const DerivedField& fie
         std::erase_if(expressions,
                       [](pugi::xml_node element) { return localName(element) == "Value"; });
         if (expressions.size() != 1)
-            throw ModelFault("it has not one expression");
+            throw ModelFault("it must have exactly one expression");
         const auto type = dataTypeOf(field.element);
         ExpressionPtr expression = compiler.compile(
             expressions.front(), scope, type ? std::optional(type->kind) : std::nullopt);

@@ -26,7 +26,7 @@ constexpr std::array<std::pair<std::string_view, ValueKind>, 8> kWords{{
 constexpr std::string_view kDays = "dateDaysSince[";
 constexpr std::string_view kSeconds = "dateTimeSecondsSince[";
 
-/// "dateDaysSince[1960]" and its kin.
+/// Types such as "dateDaysSince[1960]".
 std::optional<DataType> countingType(std::string_view word)
 {
     if (word == "timeSeconds")
@@ -43,7 +43,7 @@ std::optional<DataType> countingType(std::string_view word)
     return DataType{ValueKind::Number, isDays, TimeScale{origin, isDays ? kSecondsPerDay : 1}};
 }
 
-/// The constant as another kind, if it has none of its own; else null.
+/// The constant as another kind, if it has no type of its own; else null.
 ExpressionPtr reread(const Expression& expression, ValueKind kind)
 {
     const auto* constant = dynamic_cast<const Constant*>(&expression);
@@ -53,13 +53,13 @@ ExpressionPtr reread(const Expression& expression, ValueKind kind)
                                         : constantOf(constant->text(), kind, false);
 }
 
-/// A point of time, whose number says nothing without the scale that it is on.
+/// Whether the value is a date, moment or time.
 bool isTemporal(ValueKind kind)
 {
     return kind == ValueKind::Date || kind == ValueKind::Moment || kind == ValueKind::Time;
 }
 
-/// How a value of one kind becomes one of another type; nothing where it does not.
+/// The rule that converts a kind to a type; empty if there is none.
 std::optional<ConversionRule> ruleFor(ValueKind from, const DataType& to)
 {
     if (from == ValueKind::Text)
@@ -76,14 +76,14 @@ std::optional<ConversionRule> ruleFor(ValueKind from, const DataType& to)
     return isRead || isNumber ? std::optional(ConversionRule::Same) : std::nullopt;
 }
 
-/// A date, a time or a number that counts time, on a scale. A time of day cannot become a point of
-/// time, nor the other way round.
+/// Converts a date, a time or a number that counts time to a scale. A time of day and a point of
+/// time cannot be converted to each other.
 ExpressionPtr counted(ExpressionPtr expression, const TimeScale& to)
 {
     const TimeScale from =
         expression->scale().value_or(TimeScale{0, 1, expression->kind() == ValueKind::Time});
     if (from.isOfDay != to.isOfDay)
-        throw ModelFault("a time of day and a point of time are asked for as each other");
+        throw ModelFault("a time of day and a point of time cannot be converted to each other");
     if (from == to)
         return expression;
     return std::make_unique<Counting>(std::move(expression), from, to);
@@ -111,7 +111,7 @@ std::optional<TimeScale> timeScaleOf(pugi::xml_node node)
     return type ? type->scale : std::nullopt;
 }
 
-/// What the model asks for in so many words, and so more than an argument may be turned into.
+/// An explicit conversion of the model. It allows more than the coercion of an argument.
 ExpressionPtr converted(ExpressionPtr expression, const DataType& type)
 {
     const ValueKind from = expression->kind();
@@ -122,7 +122,7 @@ ExpressionPtr converted(ExpressionPtr expression, const DataType& type)
     else if (from != type.kind) {
         const auto rule = ruleFor(from, type);
         if (!rule)
-            throw ModelFault("a value of one type is asked for as another that it cannot be");
+            throw ModelFault("a value cannot be converted to the requested type");
         expression = std::make_unique<Conversion>(std::move(expression), type.kind, *rule);
     }
     if (type.isWhole)

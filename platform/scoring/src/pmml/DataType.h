@@ -14,20 +14,19 @@ struct DataType
 {
     ValueKind kind = ValueKind::Number;
     bool isWhole = false;
-    std::optional<TimeScale> scale = std::nullopt; ///< of a number of days or seconds
+    std::optional<TimeScale> scale = std::nullopt; ///< of a number that counts days or seconds
 };
 
-/// The type of a field or a constant; nothing if none is given. Throws ModelFault for a word that
-/// is no type.
+/// The type of a field or a constant; empty if it has none. Throws ModelFault for an unknown type.
 std::optional<DataType> dataTypeOf(pugi::xml_node node);
-/// The scale of the type that an element has of its own; nothing for any other element.
+/// The time scale of an element's own type; empty if it has none.
 std::optional<TimeScale> timeScaleOf(pugi::xml_node node);
 
-/// The expression as a value of a type that the model asks for. Throws ModelFault where there is no
-/// such value: of a date as a truth value, say, or of a moment as a time of day.
+/// Converts an expression to a type that the model declares. Throws ModelFault if there is no
+/// conversion, for example from a date to a boolean or from a moment to a time of day.
 ExpressionPtr converted(ExpressionPtr expression, const DataType& type);
-/// The expression as an argument of a kind, if it is one as it stands: a constant without a type is
-/// read as one, a truth value is a number. Throws ModelFault.
+/// Converts an argument to a kind without changing its meaning: a constant without a type is read
+/// again, a boolean becomes a number. Throws ModelFault if that is impossible.
 ExpressionPtr coerced(ExpressionPtr expression, ValueKind kind);
 
 } // namespace scoring

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-/// Documents are laid out with line ends around their texts.
+/// Documents may have blanks and line ends around their texts.
 std::string_view trimmed(std::string_view text)
 {
     const std::size_t first = text.find_first_not_of(kBlanks);
@@ -20,7 +20,7 @@ std::string_view trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-/// The spellings of XML.
+/// Accepts the spellings of XML.
 std::optional<double> parseTruth(std::string_view text)
 {
     if (text == "true" || text == "1")

@@ -4,8 +4,7 @@
 
 namespace scoring {
 
-/// A model that is not valid, or asks for what this library does not do. The text says which, and
-/// where.
+/// The model is invalid or needs an unsupported feature. The text says what and where.
 class ModelFault : public std::runtime_error
 {
 public:

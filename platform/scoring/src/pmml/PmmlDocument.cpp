@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view kVersions = "4.";
 
-/// Entities are declared there, by which a few lines become gigabytes.
+/// A document type can declare entities, which can expand a few lines to gigabytes.
 void refuseDocumentType(const pugi::xml_document& document)
 {
     for (const pugi::xml_node node : document.children())
@@ -20,7 +20,7 @@ void refuseDocumentType(const pugi::xml_document& document)
 
 PmmlDocument::PmmlDocument(std::istream& stream)
 {
-    // The default leaves out document types, and texts that are blanks alone.
+    // By default, pugixml drops document types and texts that consist of blanks.
     const pugi::xml_parse_result result =
         _document.load(stream, pugi::parse_default | pugi::parse_doctype | pugi::parse_ws_pcdata);
     if (!result)
@@ -28,7 +28,8 @@ PmmlDocument::PmmlDocument(std::istream& stream)
                          std::to_string(result.offset));
     refuseDocumentType(_document);
     if (localName(root()) != "PMML")
-        throw ModelFault(std::string("the model is no PMML, but <") + root().name() + ">");
+        throw ModelFault(std::string("the model is not PMML: its root element is <") +
+                         root().name() + ">");
     const std::string version = required(root(), "version");
     if (!version.starts_with(kVersions))
         throw ModelFault("the model is PMML " + version + ", not PMML 4");
@@ -87,7 +88,7 @@ double requiredNumber(pugi::xml_node node, const char* attribute)
     const auto number = parseNumber(text);
     if (!number)
         throw ModelFault(std::string("the attribute \"") + attribute + "\" of <" + node.name() +
-                         "> is \"" + text + "\", which is no number");
+                         "> is \"" + text + "\", which is not a number");
     return *number;
 }
 
@@ -98,7 +99,7 @@ Interval intervalOf(pugi::xml_node node)
     interval.hasLeft = closure == "closedOpen" || closure == "closedClosed";
     interval.hasRight = closure == "openClosed" || closure == "closedClosed";
     if (!interval.hasLeft && !interval.hasRight && closure != "openOpen")
-        throw ModelFault("an interval is closed as \"" + closure + "\"");
+        throw ModelFault("an interval has the unknown closure \"" + closure + "\"");
     if (node.attribute("leftMargin"))
         interval.left = requiredNumber(node, "leftMargin");
     if (node.attribute("rightMargin"))

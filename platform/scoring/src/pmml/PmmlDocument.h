@@ -11,12 +11,12 @@
 
 namespace scoring {
 
-/// A PMML document, read whole.
+/// A parsed PMML document.
 class PmmlDocument
 {
 public:
-    /// Throws ModelFault for a text that is no PMML of version 4, and for one that declares a
-    /// document type: entities are nothing a model needs.
+    /// Throws ModelFault if the text is not PMML of version 4, or if it declares a document type: a
+    /// model needs no entities.
     explicit PmmlDocument(std::istream& stream);
     pugi::xml_node root() const { return _document.document_element(); }
 
@@ -24,21 +24,23 @@ private:
     pugi::xml_document _document;
 };
 
-/// The name without a prefix of a namespace.
+/// The name without its namespace prefix.
 std::string_view localName(pugi::xml_node node);
-/// The elements in a node, or those of one name; extensions of other makers are passed over.
+/// The child elements of a node. Skips extensions of other makers.
 std::vector<pugi::xml_node> elementsIn(pugi::xml_node node);
+/// The child elements with a name.
 std::vector<pugi::xml_node> elementsIn(pugi::xml_node node, std::string_view name);
-/// The first of a name; empty if there is none.
+/// The first child element with a name; empty if there is none.
 pugi::xml_node elementIn(pugi::xml_node node, std::string_view name);
 
-/// All text of an element: with blanks, CDATA sections and what stands on both sides of a comment.
+/// The whole text of an element, including blanks, CDATA sections and the text after comments.
 std::string textOf(pugi::xml_node element);
 
-/// An attribute without which the element has no meaning. Throws ModelFault.
+/// The value of an attribute. Throws ModelFault if it is absent.
 std::string required(pugi::xml_node node, const char* attribute);
+/// The number in an attribute. Throws ModelFault if it is absent or no number.
 double requiredNumber(pugi::xml_node node, const char* attribute);
-/// Throws ModelFault for an interval without a closure, or with margins that are no numbers.
+/// Reads an interval. Throws ModelFault if it has no closure or its margins are not numbers.
 Interval intervalOf(pugi::xml_node node);
 
 } // namespace scoring
