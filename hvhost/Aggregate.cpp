@@ -36,8 +36,8 @@ void showResult(HostSession& session, const std::string& fileName, std::size_t k
         session.warn(rounded + "; an output file has all digits");
 }
 
-/// Whether the result is shown, not written. An option that would then do nothing is refused:
-/// nobody should believe that it did something.
+/// Whether the result is shown instead of written. Rejects options that would have no effect, so
+/// that the user does not rely on them.
 bool isShown(const AggregateOptions& options)
 {
     const OutputOptions& output = options.output;
@@ -45,7 +45,7 @@ bool isShown(const AggregateOptions& options)
         output.path.empty() || (output.path == kStandardStream && output.kind.empty());
     if (!shown && !options.format.empty())
         throw CommandFault(ExitStatus::Usage, "--format is for a result that is shown",
-                           "--to tells the kind of a file");
+                           "--to sets the kind of a file");
     if (!shown && options.width > 0)
         throw CommandFault(ExitStatus::Usage, "--width is for a result that is shown");
     const bool written = !output.kind.empty() || !output.password.empty() ||
@@ -56,7 +56,7 @@ bool isShown(const AggregateOptions& options)
     return shown;
 }
 
-/// The field that says how often a record counts; empty for once.
+/// The field with the weight of a record; empty: each record counts once.
 std::string weightOf(const AggregateOptions& options, const Dataset* dataset)
 {
     if (options.unweighted || dataset == nullptr || dataset->weight() < 0)

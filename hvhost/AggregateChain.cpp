@@ -14,10 +14,10 @@ namespace {
 
 constexpr const char* kStatisticHint =
     "for example --stat mean:price, --stat p90:price:high, --stat count";
-/// Fields between the steps; a file has hardly any of this name.
+/// The prefix for names of intermediate fields. Names of this form are unlikely in a file.
 constexpr const char* kTemporary = "hvhost weighted ";
 
-/// As in p90; what is wrong with the number is told later, in words.
+/// For example p90. An invalid number is reported later.
 bool isPercentile(const std::string& function)
 {
     return function.size() > 1 && function.front() == 'p' &&
@@ -31,7 +31,7 @@ bool isIn(const std::string& function, std::initializer_list<const char*> functi
 
 } // namespace
 
-/// FUNCTION:FIELD[:NAME] in its three parts; without a name it has the one that the engine gives.
+/// FUNCTION:FIELD[:NAME], split into its parts. Without a name, the engine's default name is used.
 struct AggregateChain::Statistic
 {
     explicit Statistic(const std::string& text)
@@ -79,7 +79,7 @@ AggregateChain::AggregateChain(JNIHvlProgram& program, HVLFunction& input,
 
 AggregateChain::~AggregateChain() = default;
 
-/// The builder takes what it is given without a word, so faults are found here.
+/// The builder does not check its arguments, so errors are detected here.
 void AggregateChain::addStatistic(const Statistic& statistic)
 {
     if (statistic.field.empty() && statistic.function != "count")
@@ -107,8 +107,8 @@ void AggregateChain::addWeighted(const Statistic& statistic)
     const auto weights = [&] {
         if (field.empty())
             return sumOf(expression("%s", {_weight}));
-        // A derived field keeps a number that is infinite or none as missing, and the aggregate
-        // step takes it for missing too.
+        // A derived field stores an infinite or not-a-number value as missing. The aggregate step
+        // treats such a value as missing too.
         const std::string copy = derived(expression("%s", {field}));
         return sumOf(expression("if (isMissing(%s)) null else %s", {copy, _weight}));
     };
@@ -117,7 +117,7 @@ void AggregateChain::addWeighted(const Statistic& statistic)
     } else if (statistic.function == "sum") {
         addOutput("sum", derived(expression("%s * %s", {_weight, field})), statistic.name);
     } else if (statistic.function == "mean") {
-        // As reals: the product of two integers may have no room in 64 bits.
+        // As reals, because the product of two integers may exceed 64 bits.
         const std::string products = sumOf(expression("1.0 * %s * %s", {_weight, field}));
         _quotients.push_back({statistic.name, products, weights()});
     } else if (isPercentile(statistic.function) ||
@@ -139,7 +139,7 @@ void AggregateChain::addOutput(const std::string& function, const std::string& i
     _origins.push_back(_option);
 }
 
-/// The engine tells of a name that is there twice only where both are outputs of one step.
+/// The engine detects duplicate names only among the outputs of one step.
 void AggregateChain::addResult(const std::string& name)
 {
     if (!_weight.empty() && std::find(_names.begin(), _names.end(), name) != _names.end())
@@ -149,7 +149,7 @@ void AggregateChain::addResult(const std::string& name)
     _names.push_back(name);
 }
 
-/// Records that do not count as often as any number says count for nothing.
+/// Removes records whose weight is not a positive finite number.
 void AggregateChain::leaveOutUnweighted()
 {
     append().SetFilterRecords(
@@ -164,7 +164,7 @@ std::string AggregateChain::derived(JNIHvlExpression* value)
     return name;
 }
 
-/// Has the aggregate step sum up the expression, and gives the name of the sum.
+/// Adds the sum of the expression to the aggregate step and returns the name of the sum.
 std::string AggregateChain::sumOf(JNIHvlExpression* value)
 {
     std::string field = derived(value);
@@ -193,7 +193,7 @@ HVLExpressionFun& AggregateChain::append()
     return *_steps.back();
 }
 
-/// The fields of the record in the places of the pattern.
+/// Fills the pattern with fields of the record.
 JNIHvlExpression* AggregateChain::expression(const std::string& pattern,
                                              const std::vector<std::string>& fields)
 {

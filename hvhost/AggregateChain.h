@@ -13,35 +13,35 @@ class HVLFunction;
 class JNIHvlExpression;
 class JNIHvlProgram;
 
-/// The steps of a generated job that aggregate its records. With a weight a record counts as often
-/// as its weight says: sums are then sums of products, made before the aggregate step, and means
-/// quotients of sums, made behind it. Everything is borrowed.
+/// The steps of a generated job that aggregate its records. With a weight, each record counts as
+/// often as its weight says: sums become sums of products, which are computed before the aggregate
+/// step, and means become quotients of sums, which are computed after it. Borrows all arguments.
 class AggregateChain
 {
 public:
-    /// `weight` is a field of the input; empty for none. Throws CommandFault (Usage) for a
-    /// statistic that is none, or has no weighted form here.
+    /// `weight` is a field of the input, or empty. Throws CommandFault (Usage) for an invalid
+    /// statistic and for one that cannot be weighted.
     AggregateChain(JNIHvlProgram& program, HVLFunction& input, const std::vector<std::string>& by,
                    const std::vector<std::string>& statistics, const std::string& weight);
     ~AggregateChain();
     AggregateChain(const AggregateChain&) = delete;
     AggregateChain& operator=(const AggregateChain&) = delete;
 
-    /// The step that the next one follows.
+    /// The last step of the chain. The next step follows it.
     HVLFunction* last() { return _last; }
-    /// The options behind the outputs of the aggregate step, in their order.
+    /// The options for the outputs of the aggregate step, in their order.
     const std::vector<std::string>& origins() const { return _origins; }
-    /// The options behind the expressions that the chain composes.
+    /// The options for the expressions that the chain composes.
     const std::vector<JobOrigin::Expression>& composed() const { return _composed; }
 
 private:
     struct Statistic;
-    /// A result that is derived from outputs of the aggregate step.
+    /// A result that is computed from outputs of the aggregate step.
     struct Quotient
     {
         std::string name;
         std::string above;
-        std::string below; ///< empty for a sum of weights, of which 0 are not missing
+        std::string below; ///< empty for a sum of weights, in which 0 is not missing
     };
 
     void addStatistic(const Statistic& statistic);
@@ -63,9 +63,9 @@ private:
     std::vector<std::unique_ptr<HVLExpressionFun>> _steps;
     std::unique_ptr<HVLFilterFields> _results;
     std::vector<Quotient> _quotients;
-    std::vector<std::string> _names; ///< of the results, in their order
+    std::vector<std::string> _names; ///< of the results, in order
     std::vector<std::string> _origins;
     std::vector<JobOrigin::Expression> _composed;
-    std::string _option; ///< the one that is being added
+    std::string _option; ///< the option that is being added
     int _temporaryCount = 0;
 };

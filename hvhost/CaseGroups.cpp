@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* kGroupIterator = "cases";
 
-/// What the host showed last, which is why something of it failed.
+/// The last error that the host showed. It is the reason of the failure.
 CommandFault hostFault()
 {
     const auto errors = HostJournal::instance().entries(HostJournal::Kind::Error);
@@ -28,9 +28,9 @@ CommandFault hostFault()
             errors.empty() ? "the cases of a group cannot be kept" : errors.back().text};
 }
 
-/// Whether the values that are declared missing are told one by one. Those of dates and times are
-/// served only from a file that has such a column: what a variable of numbers in the format of a
-/// date declares missing may be no date at all.
+/// Whether the values that are declared missing are listed separately. Dates and times only if the
+/// file has a column of this type: a numeric variable in a date format may declare missing values
+/// that are not dates.
 bool tellsMissing(const CFField& field, CFField::StorageType inFile)
 {
     if (field.GetStorage() == CFField::String)
@@ -39,7 +39,8 @@ bool tellsMissing(const CFField& field, CFField::StorageType inFile)
            (field.GetStorage() == CFField::Real || field.GetStorage() == inFile);
 }
 
-/// A model of the library has the beginnings of texts alone, and cannot tell which are missing.
+/// The library's data model truncates texts, so it cannot tell which are missing. This takes the
+/// whole texts.
 CFMissingValues wholeMissing(const VEXA_Variable& variable)
 {
     std::vector<CFValue> values;
@@ -48,7 +49,7 @@ CFMissingValues wholeMissing(const VEXA_Variable& variable)
     return {CFRange(), std::move(values), true, false};
 }
 
-/// A missing value leaves the key's value empty.
+/// For a missing value, the value of the key is empty.
 GroupKey keyOf(const VEXA_Variable& variable, const OBS* value, CFField::StorageType storage)
 {
     GroupKey key{transcodeToUTF8(variable.GetName().c_str(), nullptr), {}, storage, {}};
@@ -81,7 +82,7 @@ CaseGroups::CaseGroups(const Dataset& dataset, std::vector<int> columns,
         describe(activeColumns());
         return;
     }
-    // The keys stand behind what the jobs need, and are not handed to them.
+    // The keys come after the columns that the jobs need. Jobs do not get them.
     std::vector<int> all = _columns;
     for (const int column : dataset.split()) {
         _keyStorages.push_back(dataset.storageOf(column));
@@ -94,7 +95,7 @@ CaseGroups::CaseGroups(const Dataset& dataset, std::vector<int> columns,
 
 CaseGroups::~CaseGroups() = default;
 
-/// Where the procedure's data has the columns: in a sorted copy they are the first ones.
+/// The columns in the procedure's data. In a sorted copy they are the first columns.
 std::vector<int> CaseGroups::activeColumns() const
 {
     std::vector<int> columns = _columns;
@@ -103,8 +104,8 @@ std::vector<int> CaseGroups::activeColumns() const
     return columns;
 }
 
-/// Values that are declared missing are served if they are to be told, and else taken out. A weight
-/// that is declared missing must not weigh.
+/// Values that are declared missing are served if they will be listed; otherwise they become
+/// missing. A weight that is declared missing does not count.
 void CaseGroups::describe(const std::vector<int>& columns)
 {
     HVDataModel model(_active, false, _dataset.weight() >= 0, false);
@@ -121,7 +122,7 @@ void CaseGroups::describe(const std::vector<int>& columns)
     }
 }
 
-/// Has the procedure read a copy whose groups are each in one piece, with nothing but `columns`.
+/// Makes the procedure read a sorted copy with only `columns`, in which each group is contiguous.
 void CaseGroups::sort(const std::vector<int>& columns, const InterruptWatch& watch)
 {
     const auto place = [&columns](int column) {
@@ -161,7 +162,7 @@ HVRawDataIterator* CaseGroups::allCases()
     return _all.get();
 }
 
-/// Moves to the first case of the next group; false if there is none.
+/// Moves to the first case of the next group. Returns false if there is none.
 bool CaseGroups::beginGroup()
 {
     if (!_walk) {
@@ -192,7 +193,7 @@ HVRawDataIterator* CaseGroups::nextGroup()
     return cases;
 }
 
-/// The values that the group is of, as its first case has them.
+/// Reads the key values of the group from its first case.
 void CaseGroups::readKey()
 {
     _key.clear();

@@ -15,35 +15,35 @@ class HVRawDataIterator;
 class HVSplitRawData;
 class InterruptWatch;
 
-/// A split variable's value in one group.
+/// The value of a split variable in one group.
 struct GroupKey
 {
     std::string variable;
-    std::optional<std::string> value; ///< nothing for a missing number
+    std::optional<std::string> value; ///< empty for a missing number
     CFField::StorageType storage = CFField::String;
     std::string label; ///< empty if the value has none
 };
 
-/// The cases of a dataset, weighted as the dataset says, as jobs read them one after the other: the
-/// cases of each split group, in the order of the split variables' values, or all cases in one
-/// group. Categories that are declared missing are served as values that the data model declares
-/// missing, so that a job can tell them apart. Dataset and watch are borrowed and outlive the
-/// groups.
+/// The cases of a dataset, with its weight, for jobs that read them one after the other: the cases
+/// of each split group, in the order of the split variables' values, or all cases as one group.
+/// Categories that are declared missing are served as values, and the data model declares them
+/// missing, so that a job can distinguish them. Borrows the dataset and the watch, which must
+/// outlive the groups.
 class CaseGroups
 {
 public:
-    /// `columns` are the variables that jobs need beside the weight.
+    /// `columns` are the variables that jobs need in addition to the weight.
     CaseGroups(const Dataset& dataset, std::vector<int> columns, const InterruptWatch& watch);
     ~CaseGroups();
     CaseGroups(const CaseGroups&) = delete;
     CaseGroups& operator=(const CaseGroups&) = delete;
 
-    /// The data of a procedure that works on the groups; it knows the one that is read.
+    /// The data of a procedure that works on the groups. It knows the current group.
     ProcedureDataSource& procedureData() { return _active; }
-    /// The cases of the next group, which end the ones before; null at the end. Throws CommandFault
-    /// and ErrorText.
+    /// Returns the cases of the next group and ends the previous ones; null at the end. Throws
+    /// CommandFault and ErrorText.
     HVRawDataIterator* next();
-    /// Which group it is; nothing for a dataset without a split.
+    /// The key of the current group; empty for a dataset without a split.
     const std::vector<GroupKey>& key() const { return _key; }
 
 private:
@@ -58,12 +58,12 @@ private:
     void readKey();
 
     const Dataset& _dataset;
-    std::vector<int> _columns; ///< of the dataset, for the jobs
+    std::vector<int> _columns; ///< columns of the dataset that the jobs get
     std::vector<CFField::StorageType> _keyStorages;
-    CFMetaData _fields; ///< of the columns, as jobs know them
+    CFMetaData _fields; ///< the fields of the columns, for jobs
     ACAVarValidSpecs _validSpecs;
     WatchedSource _source;
-    // With a split only; each reads from the one before it.
+    // Only with a split. Each reads from the previous one.
     std::unique_ptr<VEXA_CProjection> _chosen;
     std::unique_ptr<TempFileDataStore> _sorted;
     std::unique_ptr<WatchedSource> _watchedSorted;

@@ -6,9 +6,9 @@
 
 #include "ExitStatus.h"
 
-/// Ends a command. The text says what is wrong and names the thing, as in "data.csv: no such file";
-/// the hint, which may be empty, says what to do; the detail is for -v. A log, which more people
-/// read, may get another text.
+/// Ends a command. The text says what is wrong and names it, for example "data.csv: no such file".
+/// The hint, which may be empty, says what to do. The detail is shown with -v. A log may get
+/// another text, because other people may read it.
 class CommandFault : public std::runtime_error
 {
 public:

@@ -29,7 +29,7 @@
 
 namespace {
 
-/// All options of all commands, and the application that fills them.
+/// The options of all commands, and the application that parses them.
 class CommandLine
 {
 public:
@@ -38,7 +38,7 @@ public:
     const CommonOptions& common() const { return _common; }
 
 private:
-    /// A command with its help; each of the functions below adds the options of one.
+    /// Adds a command with its help. Each of the functions below adds the options of one command.
     CLI::App* command(const char* name, const char* purpose, const std::string& examples);
     void addConvert();
     void addAggregate();
@@ -64,12 +64,13 @@ private:
     TcmCommandLine _tcm;
     std::string _doctorFormat = "text";
     std::string _shell;
-    std::vector<std::string> _helpCommand; ///< more than one word for a command of a command
+    std::vector<std::string> _helpCommand; ///< several words for a subcommand
 };
 
 CommandLine::CommandLine()
 {
-    // None is told of in words of our own; a second one is an argument of the first, as for help.
+    // A missing command gets our own message. A second command is an argument of the first, as in
+    // help.
     _app.require_subcommand(0, 1);
     // Before the command runs: nothing may fail once it has written its files.
     _app.parse_complete_callback([this] {
@@ -79,7 +80,7 @@ CommandLine::CommandLine()
     _app.formatter(helpFormatter());
     _app.set_help_flag("-h,--help", "Show this help");
     _app.set_version_flag("--version", "hvhost " HVINTEG_VERSION, "Print the version");
-    _app.footer("hvhost help COMMAND tells more of a command.\n" + std::string(kExitStatuses));
+    _app.footer("hvhost help COMMAND shows the help of a command.\n" + std::string(kExitStatuses));
     addConvert();
     addAggregate();
     addDescribe();
@@ -112,7 +113,7 @@ void CommandLine::addConvert()
         "  hvhost convert weather.csv warm.csv --where 'x.temp_max > 20' --keep date,temp_max\n"
         "  hvhost convert weather.csv - --derive 'spread=x.temp_max - x.temp_min' --limit 5\n");
     addJobOptions(*app, _convert, true);
-    app->add_option("--keep", _convert.keep, "Fields to keep, in this order, with commas between")
+    app->add_option("--keep", _convert.keep, "Fields to keep, in this order, separated by commas")
         ->type_name("FIELD")
         ->check(notEmpty())
         ->delimiter(',')
@@ -138,16 +139,17 @@ void CommandLine::addAggregate()
             ->allow_extra_args(false)
             ->group("Aggregates");
     };
-    add("--by", _aggregate.by, "FIELD", "Fields that make the groups, with commas between");
+    add("--by", _aggregate.by, "FIELD", "Fields that form the groups, separated by commas");
     add("--stat", _aggregate.statistics, "FUNCTION:FIELD[:NAME]",
         "sum, mean, min, max, sd, variance, median, pNN,\nfirst, last, count; or count alone")
         ->required();
     addWeight(*app, _aggregate.input);
     app->add_flag("--unweighted", _aggregate.unweighted,
-                  "Count each record once, whatever weight the file has")
+                  "Count each record once, even if the file has a weight")
         ->excludes("--weight")
         ->group("Input");
-    app->add_option("--format", _aggregate.format, "How a result is shown, without OUT")
+    app->add_option("--format", _aggregate.format,
+                    "The form of a result that is shown, without OUT")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json"}));
     addWidth(*app, _aggregate.width);
@@ -164,23 +166,24 @@ void CommandLine::addDescribe()
                 "  hvhost describe penguins.csv --by species -o penguins.html\n");
     addCasesOptions(*app, _describe.input);
     app->add_option("VARIABLE", _describe.variables,
-                    "What to describe; all that neither weigh\nnor split if none is named")
+                    "Variables to describe; by default all except the\nweight and the split")
         ->type_name("NAME");
     const auto add = [app](const char* name, auto& value, const char* shown, const char* purpose) {
         return app->add_option(name, value, purpose)->type_name(shown)->group("Description");
     };
     for (CLI::Option* const list :
          {add("--by", _describe.by, "VARIABLE",
-              "Describe each group of cases that are equal in these,\nwith commas between"),
+              "Describe each group of cases with equal values of\nthese, separated by commas"),
           add("--date", _describe.dates, "VARIABLE",
-              "Find the time interval of a date; or of numbers, as\nyear,month, that make one up")})
+              "Find the time interval of a date, or of numbers that\nform one, for example "
+              "year,month")})
         list->delimiter(',')->allow_extra_args(false);
     add("--distinct", _describe.mostDistinct, "N",
-        "List the distinct values of a category if there are\nno more; 100 by default, -1 for any")
+        "List the distinct values of a category if there are at\nmost N; 100 by default, -1 for "
+        "any number")
         ->check(wholeNumberFrom(-1));
     add("--format", _describe.format, "FORM",
-        "How it is shown; csv has the statistics alone. By\ndefault what the file is named after; "
-        "else text")
+        "The form; csv has only the statistics. By default the\nextension of the file, else text")
         ->check(CLI::IsMember({"text", "html", "csv", "json"}));
     addWidth(*app, _describe.width)->group("Description");
     add("-o", _describe.output, "FILE", "Write the description to this file")->check(notEmpty());
@@ -192,7 +195,7 @@ void CommandLine::addDescribe()
 
 void CommandLine::addInfo()
 {
-    CLI::App* const app = command("info", "Tell what is known of a dataset.",
+    CLI::App* const app = command("info", "Show the metadata of a dataset.",
                                   "  hvhost info weather.csv\n"
                                   "  hvhost info weather.csv --format json\n");
     addDatasetOptions(*app, _info.input);
@@ -219,15 +222,16 @@ void CommandLine::addRender()
         return app->add_option(name, value, purpose)->type_name(shown)->group("Output");
     };
     add("--order", _render.order, "FILE",
-        "What to show, where and how, as JSON; without it\nevery table and chart is shown")
+        "A JSON file that selects what is shown, and how; by\ndefault every table and chart is "
+        "shown")
         ->check(notEmpty());
     add("--format", _render.format, "FORM",
-        "How it is shown; by the name of a file if it ends\nin .html, else text")
+        "The form; by default html if the name of the file\nends in .html, else text")
         ->check(CLI::IsMember({"text", "html"}));
     addWidth(*app, _render.width)->group("Output");
     add("-o", _render.output, "FILE", "Write the output to this file")->check(notEmpty());
     app->add_flag("--force", _render.force, "Replace an existing file")->group("Output");
-    app->add_flag("--debug", _render.debug, "Show what took how long, too")->group("Output");
+    app->add_flag("--debug", _render.debug, "Also show how long each part took")->group("Output");
     addCommonOptions(*app, _common);
     app->callback([this] { render(_render, _common); });
 }
@@ -246,8 +250,7 @@ void CommandLine::addRun()
         app->add_option(name, values, purpose)->type_name("NAME=FILE")->allow_extra_args(false);
     };
     add("--data", _run.data, "The job reads this file as {\"dataSource\": NAME};\nrepeatable");
-    add("--save", _run.save,
-        "The data source NAME that the job writes goes to\nthis file; repeatable");
+    add("--save", _run.save, "Write the data source NAME of the job to this file;\nrepeatable");
     addUserMissing(*app, _run.userMissing);
     app->add_flag("--force", _run.force, "Replace existing files");
     addPrintJob(*app, _run.printJob);
@@ -272,13 +275,13 @@ void CommandLine::addScore()
     };
     for (CLI::Option* const list :
          {add("--keep", _score.keep, "FIELD",
-              "Fields of the data to keep beside the results, with\ncommas between; all by "
-              "default"),
+              "Fields of the data to keep with the results, separated\nby commas; all by default"),
           add("--target", _score.targets, "NAME",
-              "Results of the model to write, with commas between;\nall by default")})
+              "Results of the model to write, separated by commas;\nall by default")})
         list->delimiter(',')->allow_extra_args(false);
     add("--format", _score.format, "FORM",
-        "How it is shown; by the name of a file if it ends\nin .json or .txt, else csv")
+        "The form; by default json or text if the name of the\nfile ends in .json or .txt, else "
+        "csv")
         ->check(CLI::IsMember({"text", "csv", "json"}));
     addWidth(*app, _score.width)->group("Output");
     add("-o", _score.output, "FILE", "Write the scored records to this file")->check(notEmpty());
@@ -290,9 +293,9 @@ void CommandLine::addScore()
 
 void CommandLine::addDoctor()
 {
-    CLI::App* const app =
-        command("doctor", "Tell what was found where, and what is missing.", "  hvhost doctor\n");
-    app->add_option("--format", _doctorFormat, "How the findings are shown")
+    CLI::App* const app = command(
+        "doctor", "Show which parts are installed, and which are missing.", "  hvhost doctor\n");
+    app->add_option("--format", _doctorFormat, "The form of the output")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "json"}));
     app->callback([this] { doctor(_doctorFormat); });
@@ -305,7 +308,7 @@ void CommandLine::addCompletion()
     app->group(kCommandGroup);
     app->footer("Examples:\n"
                 "  bash: source <(hvhost completion bash)\n"
-                "  zsh:  source <(hvhost completion zsh), behind compinit\n"
+                "  zsh:  source <(hvhost completion zsh), after compinit\n"
                 "  fish: hvhost completion fish | source\n");
     app->add_option("SHELL", _shell, "The shell")
         ->type_name("NAME")
@@ -320,7 +323,7 @@ void CommandLine::addHelp()
     app->group(kCommandGroup);
     app->add_option("COMMAND", _helpCommand, "Its name")->type_name("NAME");
     app->callback([this] {
-        // The application's own help() would show that of the command that was given: help.
+        // The application's own help() would show the help of the given command, which is help.
         const CLI::App* named = &_app;
         std::string name = "hvhost";
         for (const std::string& word : _helpCommand) {
@@ -334,7 +337,7 @@ void CommandLine::addHelp()
     });
 }
 
-/// Leaves no temporary directory behind, whatever becomes of the command.
+/// Removes the temporary directory in any case.
 class TempDirectoryScope
 {
 public:
@@ -344,11 +347,11 @@ public:
     TempDirectoryScope& operator=(const TempDirectoryScope&) = delete;
 };
 
-/// Tells it on standard error and in the log, and gives the exit status.
+/// Reports the fault on standard error and in the log. Returns the exit status.
 int reportFault(const CommandFault& fault, const CommonOptions& common)
 {
     const std::string text = withoutLineEnds(fault.what());
-    // A stopped command ends now, even if nobody reads its log.
+    // A stopped command ends at once, even if nobody reads its log.
     const bool isStopped =
         fault.status() == ExitStatus::Interrupted || fault.status() == ExitStatus::Timeout;
     appendToLog(common.logFile, "error: " + withoutLineEnds(fault.logText()),
@@ -364,7 +367,7 @@ int reportFault(const CommandFault& fault, const CommonOptions& common)
     return static_cast<int>(fault.status());
 }
 
-/// Reads the words and runs the command that they name.
+/// Parses the words and runs the command.
 void parse(CLI::App& app, int count, char** words)
 {
     try {
@@ -384,7 +387,7 @@ bool isBlank(std::string_view text)
     return text.find_first_not_of(" \n") == std::string_view::npos;
 }
 
-/// What ends the command, whatever it is: called while it is handled.
+/// Converts the exception that is being handled to a CommandFault.
 CommandFault faultInFlight()
 {
     try {
@@ -428,7 +431,7 @@ int runCommandLine(int count, char** words)
     try {
         return run(count, words);
     } catch (...) {
-        // The options are not there, so no log is known.
+        // The options are unknown, and so is the log.
         return reportFault(faultInFlight(), {});
     }
 }

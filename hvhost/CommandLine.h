@@ -1,5 +1,5 @@
 #pragma once
 
-/// Reads the command line, runs the command and gives the exit status of the process. Faults go to
-/// standard error.
+/// Parses the command line and runs the command. Reports errors on standard error. Returns the exit
+/// status of the process.
 int runCommandLine(int count, char** words);

@@ -25,8 +25,8 @@ std::string currentTime()
     return buffer.data();
 }
 
-/// Whether a file has content that does not begin as a log does. It is a file of the user's, such
-/// as the command's own input, and must not grow.
+/// Whether a file has content that does not begin like a log. Such a file belongs to the user, for
+/// example the command's own input, and must not be changed.
 bool isForeign(const std::string& file)
 {
     std::error_code error;
@@ -52,10 +52,10 @@ bool isForeign(const std::string& file)
 
 void appendToLog(const std::string& file, const std::string& line, LogWait wait)
 {
-    // By now the command may have put its output there.
+    // The command may have written its output there in the meantime.
     if (file.empty() || isForeign(file))
         return;
-    constexpr mode_t kAnyNewFile = 0666; // less what the process's mask takes away
+    constexpr mode_t kAnyNewFile = 0666; // reduced by the umask of the process
     const int flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC;
     const datafile::FileDescriptor log(
         open(file.c_str(), wait == LogWait::Never ? flags | O_NONBLOCK : flags, kAnyNewFile));

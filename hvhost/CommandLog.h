@@ -2,18 +2,17 @@
 
 #include <string>
 
-/// Whether a log that is a pipe without a reader is waited for.
+/// Whether to wait for a reader if the log is a pipe without one.
 enum class LogWait
 {
     ForReader,
     Never
 };
 
-/// Appends a line to the log of a command, with the time. An empty name means that there is no log.
-/// A log that cannot be written is no reason to stop: the command has found out at its start
-/// whether it can.
+/// Appends a line with the time to the log of a command. An empty name means no log. Ignores
+/// errors: checkLog has already checked that the log is writable.
 void appendToLog(const std::string& file, const std::string& line,
                  LogWait wait = LogWait::ForReader);
 
-/// Throws CommandFault (Usage) for a log that cannot be written, and for a file that is not a log.
+/// Throws CommandFault (Usage) if the log is not writable or the file is not a log.
 void checkLog(const std::string& file);

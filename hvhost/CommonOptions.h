@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Options of every command that runs jobs.
+/// Options of all commands that run jobs.
 struct CommonOptions
 {
     bool quiet = false;
@@ -20,17 +20,17 @@ struct CommonOptions
 struct InputOptions
 {
     std::string path;                  ///< "-" for standard input
-    std::string kind;                  ///< a word of kDataKinds; empty: by extension
-    std::string kindOption = "--from"; ///< the option that says so
+    std::string kind;                  ///< a word of kDataKinds; empty: from the extension
+    std::string kindOption = "--from"; ///< the option for the kind
     std::string password;
     std::string passwordFile;
     std::string dataModel;
     std::string encoding;      ///< of a csv file; empty: UTF-8
-    std::string separator;     ///< of a csv file; empty: what its first line tells
+    std::string separator;     ///< of a csv file; empty: detected from its first line
     bool decimalComma = false; ///< the numbers of a csv file are written as 1.234,5
-    std::string userMissing;   ///< exclude or keep; empty: as the command has it
+    std::string userMissing;   ///< exclude or keep; empty: the default of the command
     std::string weight;        ///< a variable of the dataset; empty: the file's own
-    bool direct = false;       ///< the engine reads the file itself
+    bool direct = false;       ///< the engine itself reads the file
     bool noHeader = false;
     std::optional<long long> limit;
     std::optional<long long> maxErrors; ///< -1: any number
@@ -47,14 +47,14 @@ struct OutputOptions
     bool force = false;
 };
 
-/// A field that a command derives: its name and an expression over the record x.
+/// A field that a command derives: its name, and an expression over the record x.
 struct Derivation
 {
     std::string name;
     std::string expression;
 };
 
-/// What happens to the records between the input and what the command does with them.
+/// How the records are changed before the command uses them.
 struct RecordOptions
 {
     std::vector<std::string> derivations; ///< NAME=EXPRESSION

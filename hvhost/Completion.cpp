@@ -24,7 +24,7 @@ std::string commandWords(const CLI::App& app)
     return words;
 }
 
-/// The words that an option takes, as its type tells: NAME:{a,b}; empty for one that takes any.
+/// The words that an option accepts, from its type NAME:{a,b}; empty if it accepts any word.
 std::string valuesOf(const CLI::Option& option)
 {
     const std::string type = option.get_type_name();
@@ -36,7 +36,7 @@ std::string valuesOf(const CLI::Option& option)
     return words;
 }
 
-/// The options of a command and of the commands that it has, each once.
+/// The options of a command and its subcommands, without duplicates.
 std::vector<const CLI::Option*> allOptions(const CLI::App& command)
 {
     std::vector<const CLI::Option*> all;
@@ -64,7 +64,7 @@ std::string optionsOf(const CLI::App& command)
     return words;
 }
 
-/// The words that stand alone behind a command; empty for a command that takes files.
+/// The possible arguments of a command; empty for a command that takes files.
 std::string argumentsOf(const CLI::App& app, const CLI::App& command)
 {
     if (command.get_name() == "help")
@@ -77,7 +77,8 @@ std::string argumentsOf(const CLI::App& app, const CLI::App& command)
     return {};
 }
 
-/// What completes a word, as a pattern, behind a command and the word before; nothing for no words.
+/// Writes the completions for a word (a pattern) after a command and the previous word. Writes
+/// nothing if there are no words.
 void addCase(std::ostream& script, const std::string& command, const std::string& before,
              const char* word, const std::string& words)
 {
@@ -86,8 +87,8 @@ void addCase(std::ostream& script, const std::string& command, const std::string
                << words << "' -- \"$word\")) ;;\n";
 }
 
-/// Where no word fits, bash completes file names, as it does for any program. zsh runs the same
-/// function through its emulation of bash.
+/// If no word fits, bash completes file names as usual. zsh runs the same function through its bash
+/// emulation.
 std::string bashScript(const CLI::App& app)
 {
     std::ostringstream script;

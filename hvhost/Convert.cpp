@@ -14,7 +14,7 @@
 
 namespace {
 
-/// An option that would do nothing is refused: nobody should believe that it did something.
+/// Rejects a --weight that would have no effect, so that the user does not rely on it.
 void refuseLostWeight(const ConvertOptions& options, const InputFile& input,
                       const OutputFile& output)
 {
@@ -23,7 +23,7 @@ void refuseLostWeight(const ConvertOptions& options, const InputFile& input,
         return;
     if (!output.keepsWeight())
         throw CommandFault(ExitStatus::Usage,
-                           "--weight " + given + ": a csv file does not tell of a weight",
+                           "--weight " + given + ": a csv file cannot declare a weight",
                            "write another kind of file, or --out-data-model beside it");
     const std::string name = input.dataset()->nameOf(input.dataset()->weight());
     if (!options.keep.empty() &&
@@ -31,8 +31,8 @@ void refuseLostWeight(const ConvertOptions& options, const InputFile& input,
         throw CommandFault(ExitStatus::Usage, "--weight " + given + ": --keep leaves it out");
 }
 
-/// A copy keeps what its file declares missing. An expression that looks at the records must not
-/// take such a value for a number, though.
+/// A copy keeps the values that its file declares missing. But an expression over the records must
+/// not use such a value as a number.
 InputOptions readingOf(const ConvertOptions& options)
 {
     InputOptions input = options.input;

@@ -11,7 +11,7 @@ constexpr std::string_view kTab = "tab";
 constexpr std::string_view kOthers = ";\t|";
 constexpr std::size_t kMostLooked = std::size_t{64} * 1024;
 
-/// The first line with text, as far as it is looked at, without what stands between quotes.
+/// The first line with text, up to a limit, without the text in quotes.
 std::string firstLine(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);

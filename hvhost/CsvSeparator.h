@@ -2,13 +2,13 @@
 
 #include <string>
 
-/// The separator behind a word of the command line: a character, or "tab"; 0 for anything else.
+/// The separator for a word of the command line: a character, or "tab". Returns 0 if the word is
+/// invalid.
 char separatorOf(const std::string& word);
 
-/// The same for a person to read.
+/// The separator as shown to the user.
 std::string separatorWord(char separator);
 
-/// What separates the fields of a csv file by its first line: a comma if there is one outside of
-/// quotes, else the one of the semicolon, the tab and the bar that is there most; a comma if there
-/// is none.
+/// Guesses the separator of a csv file from its first line: a comma if there is one outside quotes;
+/// else the most frequent of semicolon, tab and bar; else a comma.
 char likelySeparator(const std::string& path);

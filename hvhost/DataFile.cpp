@@ -21,13 +21,13 @@ namespace {
 
 constexpr const char* kNeedsHost = "leave out --direct, --data-model and --max-errors";
 
-/// The path as the engine takes it.
+/// The path as a URL for the engine.
 std::string engineUrl(const std::string& path)
 {
     return NormalizeHvlPathU(FormalizeFilePath(path, false), "file");
 }
 
-/// The password that is given, or that is on the first line of a file.
+/// The given password, or the first line of a file.
 std::string readPassword(const std::string& given, const std::string& file,
                          const InterruptWatch& watch)
 {
@@ -68,7 +68,7 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
                  _options.decimalComma};
     if (!_options.dataModel.empty())
         _dataModel.emplace(_options.dataModel, watch);
-    // Documents beside a file, and records to be skipped, are the engine's affair.
+    // Only the engine supports data model documents and skipping bad records.
     if (!_options.direct && !_dataModel && !_options.maxErrors)
         openDataset();
     else
@@ -104,7 +104,7 @@ void InputFile::refuseForEngine() const
                                                 : "hvhost convert writes the file with commas");
 }
 
-/// An option that would do nothing is refused: nobody should believe that it did something.
+/// Rejects options that would have no effect, so that the user does not rely on them.
 void InputFile::refuseOptions() const
 {
     refusePassword(_options.path, _kind, _password, "--password");
@@ -123,8 +123,7 @@ void InputFile::refuseOptions() const
     refuse(_options.maxErrors.has_value(), "--max-errors");
 }
 
-/// A csv file without a document declares nothing, and a document that cannot be read is the
-/// engine's to refuse.
+/// A csv file without a document declares nothing. The engine rejects an invalid document.
 void InputFile::keepMissing()
 {
     if (_dataModel) {
@@ -142,7 +141,8 @@ void InputFile::keepMissing()
         _kept = nullptr;
 }
 
-/// What the host refuses the engine refuses too, with hints that every command can follow.
+/// A file that the host rejects is also rejected by the engine. The engine's hints then fit every
+/// command.
 void InputFile::keepMissingOfDataset()
 try {
     _kept = std::make_unique<KeptMissing>(

@@ -20,41 +20,43 @@ class HVSimpleFile;
 class InterruptWatch;
 class KeptMissing;
 
-/// Whether a command has the options that a hint may speak of.
+/// Whether a command has the options that a hint may mention.
 enum class FileOptions
 {
     Offered,
     None
 };
 
-/// A file that a command reads, checked: as a dataset of the host, whose cases are served to the
-/// engine, or, if the options say so or only it can, by the engine.
+/// A file that a command reads. The host opens it as a dataset and serves its cases to the engine.
+/// The engine reads the file itself if the options say so or only the engine can.
 class InputFile
 {
 public:
-    /// Throws CommandFault: Input as ReadableFile, Usage for a kind that is not clear and for
-    /// options that the kind of file does not take, or a weight that is none.
+    /// Throws CommandFault: Input as ReadableFile does; Usage for an unclear kind, for options that
+    /// the kind of file does not support, and for an invalid weight.
     InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch);
     ~InputFile();
 
-    /// What is known of a job that reads it.
+    /// What is known about a job that reads this file.
     JobOrigin origin() const;
-    /// Has the builder read this file.
+    /// Makes the builder read this file.
     void configure(HVLRead& read) const;
-    /// Adds what the reading itself cannot say of the fields; after configure.
+    /// Adds the metadata that the reading does not provide. Call it after configure.
     void complete(HVLUpdateDataModel& update) const;
-    /// Has the host tell what is left to say of the reading, once it is done.
+    /// Reports what remains to be said after the reading is done.
     void finish() const;
-    /// Whether the file declares values missing; of one that the engine reads, whether it keeps
-    /// them.
+    /// Whether the file declares values missing. For a file that the engine reads: whether such
+    /// values are kept.
     bool declaresMissing() const;
-    /// Has an engine that keeps such values take them for missing after all.
+    /// Makes the engine treat such values as missing although it keeps them.
     void excludeMissing();
-    /// What separates the fields of a csv file; a comma for another kind.
+    /// The separator of a csv file; a comma for other kinds.
     char separator() const { return _form.separator; }
-    /// The dataset, and the rows that the job is handed; null if the engine reads the file.
+    /// The dataset; null if the engine reads the file.
     const Dataset* dataset() const { return _dataset.get(); }
+    /// The dataset; null if the engine reads the file.
     Dataset* dataset() { return _dataset.get(); }
+    /// The rows for the job; null if the engine reads the file.
     HVStatDataIterator* rows() const;
 
 private:
@@ -74,27 +76,28 @@ private:
     DataKind _kind;
     CsvForm _form;
     std::unique_ptr<Dataset> _dataset;
-    std::unique_ptr<KeptMissing> _kept; ///< where the engine reads and keeps user-missing values
+    std::unique_ptr<KeptMissing>
+        _kept; ///< set if the engine reads the file and keeps user-missing values
 };
 
-/// A file that a command writes. The engine gives it its name once it is whole. The watch is
-/// borrowed.
+/// A file that a command writes. The engine gives it its name when it is complete. Borrows the
+/// watch.
 class OutputFile
 {
 public:
-    /// Throws CommandFault (Usage) for a file that is there already, unless it may be replaced, and
-    /// (JobFailed) for a folder that is not there. A password that the kind of file does not take
-    /// is refused, too: nobody should believe that a file is sealed when it is not.
+    /// Throws CommandFault (Usage) for a file that exists and may not be replaced, (JobFailed) for
+    /// a folder that does not exist, and (Usage) for a password that the kind of file does not
+    /// support, so that the user does not believe that the file is encrypted.
     OutputFile(const OutputOptions& options, FileOptions offered, const InterruptWatch& watch);
     ~OutputFile();
 
-    /// Has the builder write this file.
+    /// Makes the builder write this file.
     void configure(HVLWrite& write) const;
-    /// Whether it tells which field is a weight: by itself, or by a document beside it.
+    /// Whether the output declares a weight, in the file itself or in a data model document.
     bool keepsWeight() const { return _kind != DataKind::Csv || !_options.dataModel.empty(); }
-    /// The files that the job writes, and what the user calls them.
+    /// The files that the job writes, and their names in messages.
     std::vector<JobOrigin::File> origins() const;
-    /// Copies what was written to standard output, if it is to go there.
+    /// Copies the output to standard output if it belongs there.
     void deliver() const;
 
 private:
@@ -104,6 +107,7 @@ private:
     std::string _dataModelPath;
     std::string _password;
     DataKind _kind;
-    std::unique_ptr<HVSimpleFile> _collected;         ///< what goes to standard output
-    std::unique_ptr<HVSimpleFile> _collectedDocument; ///< or its data model, which alone can
+    std::unique_ptr<HVSimpleFile> _collected; ///< the output for standard output
+    std::unique_ptr<HVSimpleFile>
+        _collectedDocument; ///< or its data model, if only that goes there
 };

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The extension of a path, without its period.
+/// The extension of a path, without the dot.
 std::string extensionOf(const std::string& path)
 {
     const std::string extension = std::filesystem::path(path).extension().string();

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// What a data file holds.
+/// The kinds of data files.
 enum class DataKind
 {
     Csv,
@@ -12,7 +12,7 @@ enum class DataKind
     Hvbf
 };
 
-/// A word for a kind: in options, and as the extension of a file's name.
+/// A word for a kind, in options and as the extension of a file name.
 struct DataKindWord
 {
     std::string_view word;
@@ -23,6 +23,6 @@ inline constexpr std::array<DataKindWord, 4> kDataKinds{{{"csv", DataKind::Csv},
                                                          {"hvbf", DataKind::Hvbf},
                                                          {"parquet", DataKind::Hvbf}}};
 
-/// The kind that a word stands for, or else the extension of a path; a standard stream is csv.
-/// Throws CommandFault (Usage), whose hint names the option for the word, if the command has one.
+/// The kind from a word, or from the extension of a path if the word is empty. A standard stream is
+/// csv. Throws CommandFault (Usage). Its hint names `option` unless that is null.
 DataKind dataKind(const std::string& word, const std::string& path, const char* option);

@@ -23,7 +23,7 @@
 namespace {
 
 constexpr const char* kIteratorName = "cases";
-const std::string kUsualKindOption = "--from"; ///< the one that the hints speak of
+const std::string kUsualKindOption = "--from"; ///< the option that the hints mention
 
 CaseFileKind caseFileKind(DataKind kind)
 {
@@ -40,7 +40,7 @@ CaseFileKind caseFileKind(DataKind kind)
 constexpr const char* kSkippingHint =
     "--max-errors N skips up to N bad records, and says how many there were";
 
-/// What may be done, by a phrase of what is wrong; the first one counts.
+/// Hints for phrases in an error text. The first match is used.
 constexpr std::pair<std::string_view, const char*> kHints[] = {
     {"can be made: No space left", kTemporaryHint},
     {"and none is given", "--password-file FILE or --password WORD gives it"},
@@ -58,17 +58,17 @@ constexpr std::pair<std::string_view, const char*> kHints[] = {
 
 std::string hintFor(std::string_view text, const CsvForm& form)
 {
-    // The engine, which skips records, takes commas only.
+    // The engine, which skips records, supports only commas.
     if (text.find(": the record has") != std::string_view::npos && form.separator != ',')
-        return separatorWord(form.separator) + " was taken to separate the fields; --separator " +
-               "CHARACTER tells what does";
+        return separatorWord(form.separator) + " was used as the separator; --separator " +
+               "CHARACTER sets another one";
     for (const auto& [phrase, hint] : kHints)
         if (text.find(phrase) != std::string_view::npos)
             return hint;
     return {};
 }
 
-/// The data library's sentence, with the file as the user calls it.
+/// The error text of the data library, with the user's name of the file.
 CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const CsvForm& form = {},
                         const std::string& kindOption = kUsualKindOption)
 {
@@ -92,7 +92,7 @@ void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& ge
                       geo.IsProjected(), geo.GetWkt());
 }
 
-/// `told` is the field as the file has it, `known` as the rows that are served describe it.
+/// `told` is the field in the file, `known` is the field in the served rows.
 void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFField& known)
 {
     const std::string& name = known.GetName();
@@ -124,7 +124,8 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     spec.SetHeader(!options.noHeader);
     spec.SetCodePage(options.encoding);
     spec.SetCsvForm(form);
-    // What is declared missing is a value to a job that keeps it; complete declares it again.
+    // If the job keeps values that are declared missing, they are served as values. complete
+    // declares them missing again.
     spec.SetDeclaresMissing(options.userMissing != "keep");
     spec.SetMonitor(&_monitor);
     spec.SetLook([&watch] { watch.check(); });
@@ -153,8 +154,9 @@ HVRawDataIterator& Dataset::cases()
     return *_cases;
 }
 
-/// The library describes variables by their formats. Where the file says something else, the fields
-/// are handed to it, over a view without the weight, which such an iterator would heed.
+/// The library describes variables by their formats. If the file says something else, the iterator
+/// gets the fields explicitly, over a view without the weight, because such an iterator would use
+/// the weight.
 std::unique_ptr<HVRawDataIterator> Dataset::makeCases()
 {
     const HVDataModel model(source(), false, false, false);
@@ -236,7 +238,7 @@ void Dataset::complete(HVLUpdateDataModel& update) const
     for (int column = 0; column < source().ColumnCount(); ++column) {
         const CFField& known = *_cases->getMetaData().GetField(static_cast<std::size_t>(column));
         CFField told = declaredField(_file->Field(column), known);
-        // The user may have set another weight in the place of the file's.
+        // The user may have replaced the file's weight.
         if (column == _weight)
             told.SetRole(CFField::FrequencyWeight);
         else if (column == source().GetWeightVarIndex())

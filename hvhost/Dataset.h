@@ -16,53 +16,58 @@ class HVLUpdateDataModel;
 class InterruptWatch;
 class ReadableFile;
 
-/// A data file that the host has opened as a dataset, with what the host knows of it and the user
-/// sets: the weight and the split of the file; and its cases as a job reads them. The file
-/// is borrowed and must outlive the dataset.
+/// A data file that the host has opened as a dataset: its metadata, its weight and split, which the
+/// user can change, and its cases for a job. Borrows the file, which must outlive the dataset.
 class Dataset
 {
 public:
-    /// Throws CommandFault (Input) for a file that cannot be read, with the place where it is
-    /// wrong; and what the watch throws, which is asked while a large file is opened.
+    /// Throws CommandFault (Input) for an unreadable file, with the position of the error. While a
+    /// large file is opened, the watch is checked; its exceptions pass.
     Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
             const CsvForm& form, const std::string& password, const InterruptWatch& watch);
     ~Dataset();
 
     const VEXA_DataSource& source() const { return *_file->DataSource(); }
     const UserInputCaseFile& file() const { return *_file; }
-    /// Tells how many values could not be taken as they are; when the cases have been read.
+    /// Reports how many values were replaced. Call it after the cases have been read.
     void finish() { _monitor.Finish(); }
 
-    /// The column of a variable by its UTF-8 name, letter case apart. Throws CommandFault (Usage)
-    /// that begins with `origin`, the option that names it or nothing, if there is none.
+    /// The column of a variable with this UTF-8 name; ignores letter case. Throws CommandFault
+    /// (Usage) if it does not exist. The message begins with `origin`, the option that names it,
+    /// which may be empty.
     int columnOf(const std::string& name, const std::string& origin) const;
-    /// The name of a column's variable in UTF-8, and what its values are.
+    /// The name of a column's variable, in UTF-8.
     std::string nameOf(int column) const;
+    /// The storage of a column's values.
     CFField::StorageType storageOf(int column) const;
 
-    /// The field of a column as jobs get it; `known` is what the library makes of the variable.
+    /// The field of a column for jobs. `known` is the library's description of the variable.
     CFField served(int column, const CFField& known) const;
 
-    /// The variables that weigh the cases and split the file: the file's own unless others are set.
-    /// -1 for no weight. A weight must be a number; throws CommandFault (Usage).
+    /// The variable that weighs the cases; -1 for none. It is the file's own weight unless another
+    /// one is set.
     int weight() const { return _weight; }
+    /// The variables that split the file. They are the file's own unless others are set.
     const std::vector<int>& split() const { return _split; }
+    /// Sets the weight. Throws CommandFault (Usage) if the variable does not exist or is not a
+    /// number.
     void setWeight(const std::string& name);
+    /// Sets the split variables. Throws CommandFault (Usage) if one does not exist.
     void setSplit(const std::vector<std::string>& names);
 
-    /// All cases, unweighted; made at the first call. Stays the dataset's. Throws CommandFault
-    /// (Input) for cases that cannot be read.
+    /// All cases, unweighted. Made by the first call; the dataset owns them. Throws CommandFault
+    /// (Input) if the cases cannot be read.
     HVRawDataIterator& cases();
-    /// Adds what is known of the fields beside what variables and rows can say: which numbers are
-    /// whole, which variable weighs, measures and roles without a level or role of the host,
-    /// missing values that are served as values. After cases.
+    /// Adds metadata that variables and rows cannot express: which numbers are whole, which
+    /// variable is the weight, measures and roles that the host does not have, and missing values
+    /// that are served as values. Call it after cases.
     void complete(HVLUpdateDataModel& update) const;
 
 private:
     std::unique_ptr<HVRawDataIterator> makeCases();
 
-    /// Opens what the host reads its data with, while the file is looked at and the Java virtual
-    /// machine starts.
+    /// Opens the host's data reader in parallel with the check of the file and the start of the
+    /// Java virtual machine.
     std::future<void> _preload;
     const ReadableFile& _readable;
     VexaErrorMonitor _monitor{Reporter};

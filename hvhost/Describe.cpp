@@ -26,7 +26,7 @@ bool isIn(const std::vector<int>& columns, int column)
     return std::find(columns.begin(), columns.end(), column) != columns.end();
 }
 
-/// The variables that the user names, or all that neither weigh nor split.
+/// The variables that the user names, or all except the weight and the split.
 std::vector<int> describedColumns(const Dataset& dataset, const std::vector<std::string>& names)
 {
     std::vector<int> columns;
@@ -50,7 +50,7 @@ std::vector<int> describedColumns(const Dataset& dataset, const std::vector<std:
     return columns;
 }
 
-/// Date variables, each with an interval of its own; or numbers that make up a date together.
+/// Date variables, each with its own interval, or numbers that form a date together.
 struct DateColumns
 {
     std::vector<int> columns;
@@ -96,7 +96,7 @@ std::vector<int> together(std::vector<int> columns, const std::vector<int>& othe
     return columns;
 }
 
-/// What the user asks, in terms of the dataset.
+/// The user's request, with the columns of the dataset.
 class Question
 {
 public:
@@ -106,7 +106,7 @@ public:
     {
     }
 
-    /// The variables that it takes to answer it.
+    /// All variables that the request needs.
     std::vector<int> columns() const { return together(_columns, _dates.columns); }
 
     Description emptyDescription(const std::string& file) const
@@ -120,13 +120,13 @@ public:
         return description;
     }
 
-    /// Runs one job. False if it failed.
+    /// Runs one job. Returns false if it failed.
     bool ask(HVDescriptive& descriptive, CFMetaData& model, std::string& intervals) const
     {
         const std::vector<std::string> fields = namesOf(_dataset, _columns);
         if (_dates.columns.empty())
             return descriptive.BuildMetaData(&fields, model, _mostDistinct, true);
-        // Both in one job, which has to be told of the weight.
+        // Both in one job, whose settings must name the weight.
         if (_dataset.weight() >= 0)
             descriptive.SetDESetting("frequencyWeightField", _dataset.nameOf(_dataset.weight()));
         const std::vector<std::string> dates = namesOf(_dataset, _dates.columns);
@@ -145,7 +145,7 @@ private:
     int _mostDistinct;
 };
 
-/// Describes the cases of one group after the other.
+/// Describes the groups one after the other.
 class Describing
 {
 public:
@@ -155,7 +155,7 @@ public:
     {
     }
 
-    /// Without `results` the job writes none.
+    /// If `results` is null, the job writes no result document.
     GroupDescription describe(const CaseGroups& groups, HVRawDataIterator& cases,
                               HVSimpleContainer* results)
     {
@@ -176,7 +176,7 @@ public:
             _origin);
         GroupDescription group = readDescription(model, statXml, intervals);
         group.key = groups.key();
-        // The engine leaves out infinite weights too; a result document reports them itself.
+        // The engine also leaves out infinite weights. A result document reports them itself.
         const auto records = results ? std::nullopt : factOf(group.facts, "records");
         group.leftOut =
             records ? cases.GetNCases() - std::stoi(*records) : cases.GetNInvalidCases();
@@ -201,7 +201,7 @@ std::string resultsIn(const HVSimpleContainer& container)
     return text;
 }
 
-/// A stopped runner has the job composed, and runs nothing.
+/// A stopped runner composes the job but does not run it.
 std::string composeJob(const Question& question, HVRawDataIterator& cases, bool withResults)
 {
     HVRunner stopped;
@@ -216,7 +216,7 @@ std::string composeJob(const Question& question, HVRawDataIterator& cases, bool 
     return descriptive.GetHVLJob();
 }
 
-/// For programs: all groups as one table or document.
+/// For programs: all groups in one table or document.
 void showFigures(Describing& describing, Description& description, CaseGroups& groups,
                  const std::string& form, const ShownResult& result)
 {
@@ -230,7 +230,7 @@ void showFigures(Describing& describing, Description& description, CaseGroups& g
     });
 }
 
-/// For people: what the engine has to show of each group.
+/// For people: the engine's result document for each group.
 void showOutput(Describing& describing, const Description& description, CaseGroups& groups,
                 const OutputLook& look, const ShownResult& result, HostSession& session)
 {

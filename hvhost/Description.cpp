@@ -24,7 +24,7 @@ FieldDescription readField(const CFField& field, const pugi::xml_node& node)
     if (field.GetStorage() == CFField::Real)
         for (const char* end : {"minimum", "maximum"})
             if (const auto fact = factOf(description.facts, end))
-                // The database writes a whole one with a fraction.
+                // The database writes whole reals with a fraction.
                 description.facts[end] = shortestNumber(std::strtod(fact->c_str(), nullptr));
     for (const pugi::xml_node& value : node.child("Distribution").children("Value"))
         description.counts.push_back(attributesOf(value));
@@ -55,7 +55,7 @@ GroupDescription readDescription(const CFMetaData& model, const std::string& sta
         document.child("StatXML").child("DataModel").child("DatasetSummaries");
     GroupDescription description;
     description.facts = attributesOf(summaries.child("Dataset"));
-    // The summaries are in the order of the fields.
+    // The summaries have the order of the fields.
     for (const pugi::xml_node& node : summaries.children("FieldSummary")) {
         const CFField* field = model.GetField(description.fields.size());
         if (!field)

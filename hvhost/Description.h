@@ -10,25 +10,25 @@
 #include "CFMetaData.h"
 #include "CaseGroups.h"
 
-/// Facts by their names in the engine's document of statistics, as it writes them.
+/// Facts by name, as in the engine's document of statistics.
 using Facts = std::map<std::string, std::string>;
 
-/// The fact of a name; nothing if it is not known.
+/// The fact with this name; empty if it is unknown.
 std::optional<std::string> factOf(const Facts& facts, const std::string& name);
 
-/// What the engine found out of one field.
+/// The statistics of one field.
 struct FieldDescription
 {
-    CFField field; ///< with the distinct values, unless there are too many
+    CFField field; ///< with its distinct values, unless there are too many
     Facts facts;
-    /// How often each distinct value occurs, in their order; the engine counts texts only.
+    /// The frequency of each distinct value, in order. The engine counts only texts.
     std::vector<Facts> counts;
-    /// The same of the values that are declared missing; what has no value at all comes last.
+    /// The frequencies of the values that are declared missing. Records without a value come last.
     std::vector<Facts> missingCounts;
 
-    /// Whether its values are categories, not amounts.
+    /// Whether its values are categories rather than amounts.
     bool isCategorical() const;
-    /// Whether it has more distinct values than were asked for.
+    /// Whether it has more distinct values than were requested.
     bool isCut() const { return !facts.contains("distinct"); }
 };
 
@@ -36,24 +36,24 @@ struct FieldDescription
 struct GroupDescription
 {
     std::vector<GroupKey> key;
-    Facts facts;     ///< of its records
-    int leftOut = 0; ///< cases without a weight that is positive, and finite where figures are told
+    Facts facts; ///< of its records
+    /// Cases without a positive weight; for csv and json also without a finite weight.
+    int leftOut = 0;
     std::vector<FieldDescription> fields;
     nlohmann::ordered_json intervals = nlohmann::ordered_json::array();
 };
 
-/// What `hvhost describe` shows.
+/// The data that `hvhost describe` shows.
 struct Description
 {
     std::string file;
     std::string weight; ///< empty for none
     std::vector<std::string> split;
-    int mostDistinct = 0; ///< values of a field that are told, -1 for any number
+    int mostDistinct = 0; ///< distinct values of a field that are listed; -1: any number
     std::vector<GroupDescription> groups;
 };
 
-/// Puts together what the engine tells of the fields of `model`: its document of statistics, and
-/// that of the time intervals, which may be empty. Throws std::runtime_error for documents that are
-/// not what they should be.
+/// Combines the engine's documents about the fields of `model`: the statistics, and the time
+/// intervals, which may be empty. Throws std::runtime_error for invalid documents.
 GroupDescription readDescription(const CFMetaData& model, const std::string& statXml,
                                  const std::string& intervals);

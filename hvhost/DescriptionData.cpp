@@ -14,17 +14,17 @@ using Json = nlohmann::ordered_json;
 
 constexpr int kSchema = 1;
 
-/// Statistics by their keys in JSON, which are those of the engine's document.
+/// Statistics by their keys in JSON, which are also the keys of the engine's document.
 constexpr const char* kCounts[] = {"valid", "missing", "validWeight", "missingWeight", "distinct"};
 constexpr const char* kMoments[] = {"mean",     "standardDeviation", "variance", "skewness",
                                     "kurtosis", "firstQuartile",     "median",   "thirdQuartile"};
 
-/// A number as JSON; a whole one without a fraction.
+/// A number as JSON. A whole number has no fraction.
 Json jsonNumber(const std::string& text)
 {
     std::int64_t whole = 0;
     const char* const end = text.data() + text.size();
-    // Not by way of a double, which the greatest integers are not.
+    // Not through a double, which cannot hold the largest integers.
     const auto [last, error] = std::from_chars(text.data(), end, whole);
     if (error == std::errc() && last == end)
         return whole;
@@ -38,7 +38,7 @@ Json jsonText(const std::optional<std::string>& text, CFField::StorageType stora
     return isNumber(storage) ? jsonNumber(*text) : Json(*text);
 }
 
-/// What there is of the facts, under their own names.
+/// The available facts, under their own names.
 template <std::size_t Count>
 void putNumbers(Json& json, const Facts& facts, const char* const (&names)[Count])
 {
@@ -65,7 +65,7 @@ Json jsonValues(const FieldDescription& description)
     return list;
 }
 
-/// A value out of the document of counts, where points of time are numbers.
+/// A value from the document of counts, in which dates and times are numbers.
 std::optional<std::string> shownValue(const std::optional<std::string>& text,
                                       CFField::StorageType storage)
 {
@@ -74,7 +74,7 @@ std::optional<std::string> shownValue(const std::optional<std::string>& text,
     return numberText(std::strtod(text->c_str(), nullptr), storage);
 }
 
-/// What counts as missing, as it was declared; null for what has no value.
+/// The missing values as they are declared. A record without a value is null.
 Json jsonMissing(const FieldDescription& description)
 {
     const CFField& field = description.field;
@@ -134,7 +134,7 @@ Json jsonGroup(const GroupDescription& group)
     return json;
 }
 
-/// The group's key in front of each row.
+/// Adds the key of the group at the beginning of each row.
 void addKey(ResultTable& table, const GroupDescription& group)
 {
     for (std::size_t i = 0; i < group.key.size(); ++i) {

@@ -18,7 +18,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr const char* kName = "descriptives";
 
-/// Says what is to be shown of a group's result document, in the host's language.
+/// Makes the order for a group's result document, in the host's language.
 class OrderMaker
 {
 public:
@@ -43,7 +43,7 @@ public:
     }
 
 private:
-    /// Null if there is nothing at the location.
+    /// Null if the location is empty.
     OutputOrder* add(const std::vector<std::string>& location, OutputOrder::Type type)
     {
         if (find(_document.at(kName), location) == nullptr)
@@ -55,7 +55,7 @@ private:
     {
         order.setOutlineTitle(key, true).setOMSSubType(key);
     }
-    /// One part of what there is of the fields, under a heading of its own.
+    /// Adds one part of each field that has it, under a heading.
     void addFields(const char* part, OutputOrder::Type type, const char* heading)
     {
         std::size_t number = 0;
@@ -76,7 +76,7 @@ private:
     FacSTDictionary _strings;
 };
 
-/// As in "sex = 1 (male)".
+/// For example "sex = 1 (male)".
 std::string keyText(const GroupKey& key)
 {
     const std::string value = key.value.value_or(".");
@@ -92,7 +92,7 @@ std::string nameOf(const GroupDescription& group)
     return name;
 }
 
-/// What the statistics do not tell of the cases they are of, a line each.
+/// Facts about the cases that the statistics do not show, one on each line.
 std::vector<std::string> factsOf(const Description& description, const GroupDescription& group)
 {
     const FacSTDictionary strings;
@@ -110,7 +110,7 @@ std::vector<std::string> factsOf(const Description& description, const GroupDesc
     return lines;
 }
 
-/// A page is shown elsewhere, where the file's folder tells nothing.
+/// Without the folder: a page may be read on another computer.
 std::string titleOf(const Description& description)
 {
     return description.file == kStandardStream

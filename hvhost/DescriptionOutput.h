@@ -10,18 +10,18 @@ class ProcedureDataSource;
 struct Description;
 struct GroupDescription;
 
-/// A description as output of the host: under the name of the file the statistics, the time
-/// intervals, the frequencies and the histograms; if there are groups, under a heading for each.
+/// A description as output of the host, under the name of the file: the statistics, the time
+/// intervals, the frequencies and the histograms. If there are groups, each has a heading.
 class DescriptionOutput
 {
 public:
-    /// Session and description are borrowed.
+    /// Borrows the session and the description.
     DescriptionOutput(HostSession& session, const Description& description);
 
-    /// Shows what the result document of a group tells. `data` knows the group. Throws CommandFault
-    /// as Rendering.
+    /// Shows the result document of a group. `data` knows the current group. Throws CommandFault as
+    /// Rendering does.
     void add(const GroupDescription& group, const std::string& results, ProcedureDataSource& data);
-    /// Everything so far; it stays.
+    /// The output so far. The object shares ownership.
     std::shared_ptr<const OutputHeading> heading() const { return _heading; }
 
 private:

@@ -4,6 +4,7 @@
 
 struct Description;
 
-/// Writes a description for programs: as one CSV table of the statistics, or as a JSON document.
+/// Writes the statistics of a description as one CSV table.
 void printDescriptionCsv(const Description& description, std::ostream& out);
+/// Writes a description as a JSON document.
 void printDescriptionJson(const Description& description, std::ostream& out);

@@ -6,7 +6,7 @@ namespace {
 
 using Cell = std::optional<std::string>;
 
-/// A column of the statistics: its heading, the fact that it shows, and what that is.
+/// A column of the statistics: its heading, its fact, and its storage.
 struct StatisticColumn
 {
     const char* title;
@@ -33,7 +33,7 @@ bool isNumeric(const FieldDescription& field)
            field.field.GetStorage() == CFField::Integer;
 }
 
-/// Adds columns to a table that has its rows.
+/// Adds columns to a table whose rows exist.
 class ColumnAdder
 {
 public:
@@ -62,7 +62,7 @@ private:
     const std::vector<FieldDescription>& _fields;
 };
 
-/// Where dates are among the fields, the ends of the range are texts; else numbers.
+/// If there are dates among the fields, minimum and maximum are texts, else numbers.
 void setRangeStorage(ResultTable& table, const std::vector<FieldDescription>& fields)
 {
     const bool allNumbers = std::all_of(fields.begin(), fields.end(), [](const auto& field) {

@@ -3,5 +3,5 @@
 #include "Description.h"
 #include "ResultTable.h"
 
-/// The statistics of the fields of one group, a row each.
+/// The statistics of one group, with a row for each field.
 ResultTable statisticsTable(const Description& description, const GroupDescription& group);

@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// One thing that was looked for.
+/// A part of the installation that was searched for.
 struct Finding
 {
     std::string name;
@@ -35,7 +35,7 @@ struct Finding
     bool needed = true;
 };
 
-/// The version that a Java home tells, from the path of its libjvm.
+/// The version in the Java home of a libjvm.
 std::string javaVersion(const std::string& library)
 {
     const fs::path home = fs::path(library).parent_path().parent_path().parent_path();
@@ -48,7 +48,7 @@ std::string javaVersion(const std::string& library)
     return "of unknown version";
 }
 
-/// The library that the process has loaded is asked, not one that may lie about somewhere.
+/// Asks the library that this process has loaded, not one somewhere on the disk.
 Finding findDatabase()
 {
     using Version = const char* (*)();
@@ -58,7 +58,7 @@ Finding findDatabase()
     return {"DuckDB", reinterpret_cast<Version>(symbol)(), {}, true};
 }
 
-/// Jobs without maps run without these, so none of them is needed.
+/// Jobs without maps do not use these libraries, so they are not required.
 std::vector<Finding> findMapLibraries()
 {
     try {
@@ -74,7 +74,7 @@ std::vector<Finding> findMapLibraries()
     }
 }
 
-/// A file of the installation.
+/// Checks a file of the installation.
 Finding findFile(const char* name, const fs::path& path, bool needed)
 {
     if (fs::exists(path))
@@ -90,7 +90,7 @@ Finding findTempFolder()
     return {"temporary folder", {}, folder + " cannot be written to", true};
 }
 
-/// Starts the Java virtual machine and the engine, as a job would.
+/// Starts the Java virtual machine and the engine, as a job does.
 std::vector<Finding> tryStart(const Finding& classes)
 {
     const Finding idle{"engine", {}, "not started without Java", true};
@@ -146,7 +146,7 @@ void printJson(const std::vector<Finding>& all)
                             {"found", finding.found},
                             {"problem", finding.problem},
                             {"needed", finding.needed}});
-    // A path may hold any bytes.
+    // A path may contain any bytes.
     std::cout << nlohmann::ordered_json{{"schema", 1}, {"findings", findings}}.dump(
                      2, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
               << '\n';

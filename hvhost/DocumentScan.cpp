@@ -7,7 +7,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// Objects deeper inside each other are not looked into.
+/// Deeper objects are not searched.
 constexpr std::size_t kDeepestPath = 100;
 constexpr const char* kDataModel = "dataModel";
 constexpr const char* kNotifications = "notifications";
@@ -19,7 +19,7 @@ bool isTable(const Json& object)
            (object.contains("dimensions") || object.contains("footnotes"));
 }
 
-/// A chart names the form of its specification, or has data and what draws it.
+/// A chart names the schema of its specification, or has data and a mark or a composition.
 bool isChart(const Json& object)
 {
     constexpr std::array<const char*, 7> kDrawn{"mark",   "layer",  "hconcat", "vconcat",
@@ -30,7 +30,7 @@ bool isChart(const Json& object)
                               std::any_of(kGiven.begin(), kGiven.end(), has));
 }
 
-/// Walks one result object.
+/// Searches one result object.
 class ResultScan
 {
 public:
@@ -63,7 +63,7 @@ private:
             .addLocation(_path)
             .setHeading(heading());
     }
-    /// The keys above the object; a key with a dot makes two headings.
+    /// The keys above the object. A key with a dot makes two headings.
     std::string heading() const
     {
         std::string path = _path.empty() ? std::string() : _order.result;

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Faults of a file that is read, with what may help in a command that has options for it.
+/// An error of a file that is read, with a hint for commands that have the options for it.
 struct InputFault
 {
     std::string_view id;
@@ -38,12 +38,12 @@ const InputFault* inputFault(const EngineFault& fault)
     const auto* const row =
         std::find_if(kInputFaults.begin(), kInputFaults.end(),
                      [&](const InputFault& known) { return known.id == fault.id; });
-    // The step that writes has some of the same faults.
+    // The write step reports some of the same errors.
     return row != kInputFaults.end() && fault.text.starts_with("read") ? row : nullptr;
 }
 
-/// "read: the row iterator "NAME" failed at record N: what" without the iterator; empty for another
-/// text.
+/// Removes the iterator from "read: the row iterator "NAME" failed at record N: what". Empty for
+/// other texts.
 std::string iteratorFault(std::string_view text)
 {
     TextScan scan(text);
@@ -53,7 +53,8 @@ std::string iteratorFault(std::string_view text)
     return {};
 }
 
-/// "read: field F of the row iterator "NAME", record N: what" of a file; empty for another text.
+/// Rewrites "read: field F of the row iterator "NAME", record N: what" for a file. Empty for other
+/// texts.
 std::string valueFault(std::string_view text, const std::string& file)
 {
     TextScan scan(text);
@@ -69,7 +70,7 @@ std::string valueFault(std::string_view text, const std::string& file)
            ": " + std::string(scan.rest());
 }
 
-/// A fault of the rows that are served: what the host says of its file, as the engine would say it.
+/// Rewrites an error of served rows as the engine would report it for the file.
 std::string withoutIterator(const std::string& text, const JobOrigin& origin)
 {
     std::string bare = iteratorFault(text);
@@ -78,7 +79,7 @@ std::string withoutIterator(const std::string& text, const JobOrigin& origin)
     return bare.empty() ? text : bare;
 }
 
-/// A place in a job text, and what is said of it.
+/// A position in a job text, and the message about it.
 struct Place
 {
     std::size_t line = 0;
@@ -86,7 +87,7 @@ struct Place
     std::string what;
 };
 
-/// Reads "line L, column C: what", also behind "step NAME, ".
+/// Parses "line L, column C: what", also after "step NAME, ".
 std::optional<Place> placeOf(const std::string& text)
 {
     TextScan scan(text);
@@ -103,7 +104,7 @@ std::optional<Place> placeOf(const std::string& text)
     return Place{*line, *column, std::string(scan.rest())};
 }
 
-/// The place as a count of bytes from the start of the text.
+/// The position as a byte offset in the text.
 std::size_t offsetOf(const Place& place, const std::string& text)
 {
     std::size_t offset = 0;
@@ -116,8 +117,8 @@ std::size_t offsetOf(const Place& place, const std::string& text)
     return offset;
 }
 
-/// Characters of the option's value that stand before its expression, as the name of a derived
-/// field does.
+/// The number of characters in the option's value before its expression, for example the name of a
+/// derived field.
 std::size_t charactersBefore(const JobOrigin::Expression& expression)
 {
     const std::size_t value = expression.option.find(' ') + 1;
@@ -127,7 +128,7 @@ std::size_t charactersBefore(const JobOrigin::Expression& expression)
                : countCharacters(expression.option.substr(value, begin - value));
 }
 
-/// The option that a line of the text was composed for; null if the user wrote its expression.
+/// The option for which a line of the text was composed; null if the user wrote the expression.
 const JobOrigin::Expression* composedFor(std::size_t fault, const std::string& job,
                                          const JobOrigin& origin)
 {
@@ -139,8 +140,8 @@ const JobOrigin::Expression* composedFor(std::size_t fault, const std::string& j
     return nullptr;
 }
 
-/// A fault in a generated text. One that lies behind an expression, where the engine still looked
-/// for more of it, is a fault of that expression, too.
+/// Rewrites an error in a generated text. If it is after an expression, where the engine expected
+/// more of it, it is reported as an error of that expression.
 std::string inExpression(const Place& place, const std::string& job, const JobOrigin& origin)
 {
     static constexpr std::string_view lambda = "Lambda = ctx => x => ";
@@ -165,10 +166,10 @@ std::string inExpression(const Place& place, const std::string& job, const JobOr
     }
     if (behind == nullptr)
         return place.what;
-    return behind->option + ": the expression is not complete, or has too much at its end";
+    return behind->option + ": incomplete expression, or unexpected text after it";
 }
 
-/// A fault that names an output of the aggregate step by its number.
+/// Rewrites an error that names an output of the aggregate step by its number.
 std::string withAggregate(const std::string& text, const JobOrigin& origin)
 {
     TextScan scan(text);
@@ -184,7 +185,7 @@ std::string withAggregate(const std::string& text, const JobOrigin& origin)
            std::string(scan.rest());
 }
 
-/// The first text between double quotes.
+/// The first text in double quotes.
 std::string firstQuoted(const std::string& text)
 {
     const std::size_t begin = text.find('"');
@@ -202,7 +203,7 @@ std::string derivationOf(const std::string& name, const JobOrigin& origin)
     return "--derive";
 }
 
-/// The first option that names the field, as in "--by NAME" and "--stat mean:NAME:other".
+/// The first option that names the field, for example "--by NAME" or "--stat mean:NAME:other".
 std::string aggregateOf(const std::string& name, const JobOrigin& origin)
 {
     for (const std::string& option : origin.aggregates)
@@ -226,7 +227,7 @@ std::string withOption(const std::string& text, const std::string& job, const Jo
         return "--keep: " + what;
     if (step == "deriveField")
         return derivationOf(name, origin) + ": " + what;
-    // What only brings the host's numbers back to what the file has; no option says it.
+    // This step only restores the types of the file. No option names it.
     if (step == "updateDataModel" && !origin.inputs.empty())
         return origin.inputs.front().name + ": " + what;
     if (step == "aggregate" && !what.starts_with("the setting "))
@@ -234,7 +235,7 @@ std::string withOption(const std::string& text, const std::string& job, const Jo
     return withAggregate(text, origin);
 }
 
-/// A fault of the user's own text, as compilers tell it.
+/// An error in the user's own job text, in the format of compilers.
 std::string withPosition(const std::string& text, const std::string& name)
 {
     const std::optional<Place> place = placeOf(text);
@@ -244,7 +245,7 @@ std::string withPosition(const std::string& text, const std::string& name)
            place->what;
 }
 
-/// Whoever writes "wind > 2" or "x.weather == 'sun'" comes from another language.
+/// Users of other languages write "wind > 2" or "x.weather == 'sun'".
 std::string expressionHint(const std::string& text)
 {
     TextScan scan(text);
@@ -263,7 +264,7 @@ std::string expressionHint(const std::string& text)
     return text.ends_with("found '\''") ? "a text stands in double quotes" : "";
 }
 
-/// What may be done about a fault of a generated job.
+/// A hint for an error of a generated job.
 std::string hintFor(const std::string& text)
 {
     const bool isOffered = text.find("did you mean") != std::string::npos;

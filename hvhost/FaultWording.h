@@ -5,18 +5,18 @@
 #include "CommandFault.h"
 #include "JobOrigin.h"
 
-/// What helps with files that are not what they seem.
+/// Hints for files with unexpected content.
 inline constexpr const char* kKindHint =
-    "--from csv, sav, hvbf or parquet tells what it is, whatever its name says";
+    "--from csv, sav, hvbf or parquet sets its kind, whatever its name is";
 inline constexpr const char* kForeignTextHint =
-    "--encoding NAME, as in windows-1252, tells what it is written in";
+    "--encoding NAME, as in windows-1252, names its encoding";
 
 inline constexpr const char* kTemporaryHint = "TMPDIR names the folder of temporary files";
 
-/// What the user never named.
+/// A name for files that the user did not name.
 inline constexpr const char* kTemporaryFile = "a temporary file";
 
-/// A fault of a job as the engine reported it.
+/// An error of a job, as the engine reported it.
 struct EngineFault
 {
     std::string id;
@@ -24,10 +24,10 @@ struct EngineFault
     std::string detail;
 };
 
-/// The fault in the user's words: the files by the names that the user gave them, places in a
-/// generated text as places in the options that it came from, and what may be done about it.
+/// Rewrites an error in the user's terms: with the user's names of files, with options instead of
+/// positions in a generated text, and with a hint.
 CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
                        const JobOrigin& origin);
 
-/// "read: PATH: what", and the same of write, as "NAME: what", for a file that the user named.
+/// Rewrites "read: PATH: what" or "write: PATH: what" as "NAME: what" if the user named the file.
 std::string withFileName(const std::string& text, const JobOrigin& origin);

@@ -8,8 +8,8 @@
 class HVSimpleFile;
 class InterruptWatch;
 
-/// The two files of a GeoJSON request. What goes to standard output, and a data model that nobody
-/// asked for, stand in scratch files for as long as this object lives. The watch is borrowed.
+/// The two output files of a GeoJSON request. The text for standard output, and a data model that
+/// was not requested, are in scratch files during the lifetime of the object. Borrows the watch.
 class GeoJsonOutput
 {
 public:
@@ -19,7 +19,7 @@ public:
 
     const std::string& geoJsonPath() const { return _geoJsonPath; }
     const std::string& dataModelPath() const { return _dataModelPath; }
-    /// Copies the GeoJSON to standard output, if it is to go there.
+    /// Copies the GeoJSON to standard output if it belongs there.
     void deliver() const;
 
 private:

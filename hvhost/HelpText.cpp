@@ -2,7 +2,7 @@
 
 namespace {
 
-/// One empty line between groups, and words that the rest of the help uses.
+/// One empty line between groups, and the same words as in the rest of the help.
 class HelpFormatter : public CLI::Formatter
 {
 public:

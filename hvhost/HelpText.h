@@ -4,7 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
-/// What every help says.
+/// The exit statuses, for every help.
 inline constexpr const char* kExitStatuses =
     "Exit status: 0 done; 1 the job failed; 2 usage; 3 an input cannot be read or is\n"
     "invalid; 4 the engine or the Java virtual machine cannot start; 5 done with\n"
@@ -13,5 +13,5 @@ inline constexpr const char* kExitStatuses =
 inline constexpr const char* kCommandsHint = "hvhost --help lists the commands";
 inline constexpr const char* kCommandGroup = "Commands";
 
-/// Writes the help of the application and of its commands.
+/// Formats the help of the application and of its commands.
 std::shared_ptr<CLI::Formatter> helpFormatter();

@@ -26,7 +26,7 @@
 
 namespace {
 
-/// The id of a job text that breaks the grammar.
+/// The id of a syntax error in a job text.
 constexpr const char* kSyntaxFault = "HVEPA0001E";
 
 /// Opens the engine's database while the Java virtual machine starts.
@@ -45,8 +45,8 @@ private:
     std::thread _thread;
 };
 
-/// Turns what the engine throws, which is no std::exception, into a fault of the command. `status`
-/// is that of an exception of the engine's own.
+/// Converts the engine's exceptions, which are not std::exception, to a CommandFault. `status` is
+/// the exit status for EmbeddedHV::Exception.
 template <class Work>
 void callEngine(ExitStatus status, Work work)
 {
@@ -88,7 +88,7 @@ HostSession::~HostSession()
     StatHVServiceManager::shutdown();
 }
 
-/// Whoever asks for a log or a trace wants to know at once that there will be none.
+/// A user who asks for a log or a trace should know at once if it cannot be written.
 void HostSession::checkTrails() const
 {
     checkLog(_options.logFile);
@@ -102,7 +102,7 @@ void HostSession::giveUpSettings(const Dataset& dataset)
 {
     ProcedureDataSource source;
     source.SetDataset(&dataset.source());
-    // The host's settings are columns from 1; 0 stands for none.
+    // The host's settings count columns from 1. 0 means none.
     pvGetCmnGlb()->weight = dataset.weight() + 1;
     pvGetCmnGlb()->split = dataset.split().empty() ? 0 : dataset.split().front() + 1;
     _runner->prepareActiveDS(source, true, false);
@@ -135,7 +135,7 @@ void HostSession::perform(const std::function<bool()>& work, const JobOrigin& or
         throw CommandFault(ExitStatus::JobFailed, "the job left no result");
 }
 
-/// Shows the progress of the work.
+/// Runs the work and shows its progress.
 void HostSession::observed(const std::function<void()>& work)
 {
     ProgressLine progress(_options.quiet ? "never" : _options.progress, "hvhost " + _command);
@@ -159,29 +159,29 @@ void HostSession::execute(const std::string& jobText, HVStatDataIterator* rows)
     callEngine(ExitStatus::JobFailed, [&] { _runner->execute(); });
 }
 
-/// What the job told, and the fault that it ended with.
+/// Prints the messages of the job and throws its error.
 void HostSession::settle(const std::string& jobText, const JobOrigin& origin)
 {
     EngineFault fault;
     const bool failed =
         _runner->getProgressListener()->hasError(fault.id, fault.text, fault.detail);
     printMessages(origin, fault.text);
-    // A stop that came when the job was done changes nothing any more: its output is there.
+    // A stop that comes after the job has succeeded has no effect, because the output exists.
     if (_runner->getProgressListener()->getState() != HVProgressListener::Succeeded)
         _watch.check();
     if (!failed)
         return;
     CommandFault worded = wordFault(fault, jobText, origin);
-    // The engine quotes the text at the place of a syntax error, which may be a password.
+    // The engine's syntax error quotes the text, which may be a password.
     if (fault.id == kSyntaxFault)
-        worded.setLogText("the job text breaks the grammar");
+        worded.setLogText("the job text has a syntax error");
     log("failed: " + fault.id + " " +
         (fault.id == kSyntaxFault ? worded.logText() : fault.text + " " + fault.detail));
     throw worded;
 }
 
-/// The warnings. Behind the label of a split group the error of the job, which is told apart, is
-/// one, too.
+/// Prints the warnings. For a split group, the error of the job is also among them, after the label
+/// of the group. It is skipped here, because it is reported separately.
 void HostSession::printMessages(const JobOrigin& origin, const std::string& error)
 {
     for (const HostJournal::Entry& entry :

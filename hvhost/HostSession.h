@@ -14,14 +14,13 @@ class InterruptWatch;
 class ProcedureDataSource;
 class TnProcedure;
 
-/// One command's stay in the host: a procedure with a runner, a log and a line of progress. The
-/// watch is borrowed; a command makes it before anything else, so that nothing it does is deaf to
-/// the user.
+/// The host for one command: a procedure with a runner, a log and a progress line. Borrows the
+/// watch. A command makes the watch first, so that the user can always stop it.
 class HostSession
 {
 public:
     /// Starts the Java virtual machine. Throws CommandFault (Engine) if there is none. `data` is
-    /// what the procedure works on, borrowed; null for a command whose jobs know by themselves.
+    /// the data that the procedure works on, borrowed; null if the jobs name their own data.
     HostSession(const std::string& command, const CommonOptions& options,
                 const InterruptWatch& watch, ProcedureDataSource* data = nullptr);
     ~HostSession();
@@ -32,24 +31,25 @@ public:
     const CommonOptions& options() const { return _options; }
     const InterruptWatch& watch() const { return _watch; }
 
-    /// For a command whose jobs weigh by themselves and do not split: sets the dataset's weight and
-    /// split in the host and gives them up; of the split the user is warned with the next job.
+    /// For a command whose jobs use the weight themselves and do not split: sets the dataset's
+    /// weight and split in the host and then disables them. The next job warns the user about the
+    /// split.
     void giveUpSettings(const Dataset& dataset);
-    /// Runs one job to its end and prints its warnings. The execution stays, for the rows of its
-    /// outputs, until the next run. Throws CommandFault, worded by where the text came from.
+    /// Runs one job and prints its warnings. The execution remains until the next run, so that its
+    /// outputs can be read. Throws CommandFault in terms of the text's origin.
     void run(const std::string& jobText, const JobOrigin& origin,
              HVStatDataIterator* rows = nullptr);
-    /// The same for work that runs one job on the runner, shows its messages and ends its execution
-    /// by itself. `work` returns whether it succeeded.
+    /// The same for work that itself runs one job on the runner, shows its messages and ends its
+    /// execution. `work` returns whether it succeeded.
     void perform(const std::function<bool()>& work, const JobOrigin& origin);
-    /// Tells the user of something that is no fault.
+    /// Prints a warning.
     void warn(const std::string& text);
-    /// Takes note of warnings, and of what is worse, that the user sees in the output itself.
+    /// Counts warnings and errors that the user sees in the output itself.
     void countShownWarnings();
     /// Appends a line to the log, if there is one.
     void log(const std::string& line) const;
-    /// Prints what the host has told since. Throws CommandFault (Warnings) if there were any
-    /// warnings and the command is strict.
+    /// Prints the host's remaining messages. Throws CommandFault (Warnings) if there were warnings
+    /// and the command is strict.
     void finish();
 
 private:

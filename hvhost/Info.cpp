@@ -34,19 +34,19 @@ std::string utf8(const std::string& text)
     return transcodeToUTF8(text.c_str(), nullptr);
 }
 
-/// A number that has no word is one that this program does not know.
+/// The word for a number, or "unknown".
 std::string wordAt(const char* const* words, std::size_t count, int place)
 {
     return place >= 0 && static_cast<std::size_t>(place) < count ? words[place] : "unknown";
 }
 
-/// As in "1 case" or "2 cases".
+/// For example "1 case" or "2 cases".
 std::string counted(long long count, const std::string& what)
 {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-/// A variable and its field: what a person wants to know of it.
+/// A variable and its field, with its properties as texts.
 class VariableFacts
 {
 public:
@@ -69,7 +69,7 @@ public:
     std::string role() const { return wordAt(kRoles, std::size(kRoles), _variable.GetRole()); }
     const std::string& label() const { return _field.GetLabel(); }
 
-    /// As in "1, 9 to 99" or "-".
+    /// For example "1, 9 to 99" or "-".
     std::string missing() const
     {
         const CFMissingValues& missing = _field.GetMissingValues();
@@ -82,7 +82,7 @@ public:
         return all;
     }
 
-    /// As in "1 = male, 2 = female".
+    /// For example "1 = male, 2 = female".
     std::string labels() const
     {
         std::string all;
@@ -120,7 +120,7 @@ private:
             all.push_back(value.GetDatum());
         return all;
     }
-    /// The host has no open limits: the lowest and the highest number stand for them.
+    /// The host has no open limits. It uses the lowest and the highest number instead.
     static bool isOpen(const CFDatum& limit)
     {
         constexpr double kMost = 1.7976931348623157e308;
@@ -157,7 +157,7 @@ private:
     bool _isInteger;
 };
 
-/// The facts of a whole dataset.
+/// The properties of a whole dataset.
 class DatasetFacts
 {
 public:
@@ -213,7 +213,7 @@ public:
                 std::cout << "  " << shown << '\n';
     }
 
-    /// Columns that say nothing of any variable are left out.
+    /// Leaves out columns that are empty for all variables.
     ResultTable table() const
     {
         ResultTable table;

@@ -17,12 +17,12 @@
 
 namespace {
 
-// How often the watch looks up. A stop is told again each time, since a job may begin right after
-// it.
+// The interval between two checks. A stop is sent again at each check, because a job may begin
+// right after it.
 constexpr long kLookNanoseconds = 50'000'000;
-// One Ctrl-C may come twice: from the terminal, and from a program in between that passes it on.
+// One Ctrl-C may arrive twice: from the terminal, and from a program that forwards it.
 constexpr std::chrono::milliseconds kOneStroke(250);
-// How long a stop may go unheeded by work that can be abandoned.
+// How long abandonable work may ignore a stop.
 constexpr std::chrono::milliseconds kUnheeded(500);
 
 sigset_t watchedSignals()
@@ -41,7 +41,7 @@ InterruptWatch::InterruptWatch(std::optional<double> timeout)
 {
     const sigset_t signals = watchedSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    // A file that grows over its limit is a fault to report, as a full disk is.
+    // A file that exceeds its size limit is an error to report, like a full disk.
     std::signal(SIGXFSZ, SIG_IGN);
     _thread = datafile::startedThread("watches for interrupts and the time limit",
                                       [this, timeout] { watch(timeout); });
@@ -50,7 +50,7 @@ InterruptWatch::InterruptWatch(std::optional<double> timeout)
 InterruptWatch::~InterruptWatch()
 {
     _ended = true;
-    // Wakes the watch, which would look up only later; the command should not wait for that.
+    // Wakes the watch, so that the command does not wait for its next check.
     pthread_kill(_thread.native_handle(), SIGHUP);
     _thread.join();
 }
@@ -110,8 +110,8 @@ void InterruptWatch::watch(std::optional<double> timeout)
     }
 }
 
-/// An exception that leaves the thread would end the process. The stop is told again at the next
-/// look, so that a cancellation that fails once is tried again.
+/// An exception that left the thread would end the process. The stop is sent again at the next
+/// check, so a failed cancellation is repeated.
 void InterruptWatch::tellAdapter()
 {
     std::string reason;
@@ -137,8 +137,8 @@ std::optional<CommandFault> InterruptWatch::stop() const
     if (_interrupted)
         return CommandFault(ExitStatus::Interrupted, "interrupted");
     if (_timedOut)
-        return CommandFault(ExitStatus::Timeout, "the time limit is over",
-                            "a longer one is set with --timeout SECONDS");
+        return CommandFault(ExitStatus::Timeout, "timed out",
+                            "--timeout SECONDS sets a longer limit");
     return std::nullopt;
 }
 
@@ -164,7 +164,7 @@ void InterruptWatch::Abandonable::end()
         return;
     _isUnderWay = false;
     const std::lock_guard lock(_watch._abandoning);
-    // The outermost one ends last, and the file belongs to the innermost.
+    // The outermost object ends last. The file belongs to the innermost one.
     --_watch._abandonable;
     _watch._unfinishedFile.clear();
 }

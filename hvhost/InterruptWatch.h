@@ -9,28 +9,28 @@
 
 #include "CommandFault.h"
 
-/// Watches for Ctrl-C and the time limit of a command, on a thread of its own, and tells the host's
-/// adapter, whose handler cancels the job that runs. The first interrupt asks for an orderly end, a
-/// second one removes the temporary folder and leaves the process at once.
+/// Watches for Ctrl-C and the time limit of a command, on its own thread. It calls the host's
+/// adapter, whose handler cancels the running job. The first interrupt requests an orderly end. A
+/// second one removes the temporary folder and ends the process at once.
 ///
 /// Make one before any other thread starts: SIGINT, SIGTERM and SIGHUP are blocked from then on,
-/// in the threads that are made later too.
+/// also in later threads.
 class InterruptWatch
 {
 public:
-    /// `timeout` in seconds, from now.
+    /// `timeout` is in seconds from now.
     explicit InterruptWatch(std::optional<double> timeout);
     ~InterruptWatch();
     InterruptWatch(const InterruptWatch&) = delete;
     InterruptWatch& operator=(const InterruptWatch&) = delete;
 
-    /// Throws CommandFault if the user interrupted the command or its time is over.
+    /// Throws CommandFault if the user interrupted the command or its time has run out.
     void check() const;
 
-    /// Work that cannot ask the watch all the time, such as the parsing of a document. While one of
-    /// these objects exists, the watch ends the process if the command does not heed a stop within
-    /// half a second. It tells the user, and removes the temporary folder and the unfinished file.
-    /// So nothing else may be left to clean up. One thread at a time.
+    /// Work that cannot call check regularly, for example the parsing of a document. While such an
+    /// object exists, the watch ends the process if the command ignores a stop for half a second.
+    /// It then reports the stop and removes the temporary folder and the unfinished file. Nothing
+    /// else may need cleaning up. One thread at a time.
     class Abandonable
     {
     public:
@@ -39,7 +39,7 @@ public:
         ~Abandonable() { end(); }
         Abandonable(const Abandonable&) = delete;
         Abandonable& operator=(const Abandonable&) = delete;
-        /// The work is done. From here on the command heeds a stop itself.
+        /// The work is done. From now on the command checks for a stop itself.
         void end();
 
     private:
@@ -60,11 +60,11 @@ private:
     std::atomic<bool> _ended = false;
     std::atomic<bool> _interrupted = false;
     std::atomic<bool> _timedOut = false;
-    // For the watching thread alone.
+    // Used only by the watching thread.
     Clock::time_point _firstInterrupt;
     std::optional<Clock::time_point> _stopped;
     bool _hasFailed = false; ///< whether the user was told that a job cannot be cancelled
-    /// Guards the next two. The watching thread does not let go of it when it ends the process.
+    /// Guards the next two. The watching thread keeps the lock when it ends the process.
     mutable std::mutex _abandoning;
     mutable int _abandonable = 0;
     mutable std::string _unfinishedFile;

@@ -3,16 +3,16 @@
 #include <string>
 #include <vector>
 
-/// What of a job's text the user knows, and by which words.
+/// The origin of a job's text, in the user's terms.
 struct JobOrigin
 {
-    /// A file of the job: where the engine finds it, and what the user calls it.
+    /// A file of the job: its path for the engine, and the user's name for it.
     struct File
     {
         std::string path;
         std::string name;
     };
-    /// An option of the command line with the expression that went from it into the text.
+    /// A command line option, and its expression in the text.
     struct Expression
     {
         std::string option;
@@ -21,9 +21,9 @@ struct JobOrigin
 
     std::vector<File> inputs;
     std::vector<File> outputs;
-    std::vector<Expression> expressions; ///< in their order in the text
-    std::vector<Expression> composed;    ///< options, with what only the lines made for them have
-    std::vector<std::string> aggregates; ///< the options behind the outputs of the aggregate step
-    std::string jobName;         ///< where the user's own job text is; empty for a generated one
-    bool hasInputOptions = true; ///< hints may speak of the options of an input
+    std::vector<Expression> expressions; ///< in the order of the text
+    std::vector<Expression> composed;    ///< options, with a text that occurs only in their lines
+    std::vector<std::string> aggregates; ///< the options for the outputs of the aggregate step
+    std::string jobName; ///< the name of the user's own job text; empty for a generated text
+    bool hasInputOptions = true; ///< hints may mention input options
 };

@@ -21,16 +21,16 @@ std::string contentOf(const ReadableFile& source)
     return text.starts_with(kByteOrderMark) ? text.substr(kByteOrderMark.size()) : text;
 }
 
-/// As in ":3:17", in characters from 1.
+/// For example ":3:17", in characters from 1.
 std::string placeOf(std::string_view text, std::size_t byte)
 {
     const std::string_view before = text.substr(0, std::min(byte, text.size()));
-    const std::size_t lineStart = before.rfind('\n') + 1; // the one before the first line is npos
+    const std::size_t lineStart = before.rfind('\n') + 1; // npos + 1 is 0, for the first line
     return ":" + std::to_string(std::count(before.begin(), before.end(), '\n') + 1) + ":" +
            std::to_string(countCharacters(before.substr(lineStart)) + 1);
 }
 
-/// The parser's words behind its own way of telling places.
+/// The parser's message without its own position.
 std::string wordsOf(const std::string& what)
 {
     for (const char* start : {"syntax error while parsing ", "] "})
@@ -46,7 +46,7 @@ JsonFile::JsonFile(const std::string& file, const InterruptWatch& watch)
     const ReadableFile source(file, watch);
     name = source.name();
     text = contentOf(source);
-    // As deep as the reader of results goes.
+    // The limit of the reader of results.
     constexpr int kDeepestJson = 500;
     if (const std::size_t deep = datafile::placeTooDeep(text, kDeepestJson); deep != text.npos)
         throw CommandFault(ExitStatus::Input, name + placeOf(text, deep) +

@@ -6,14 +6,13 @@
 
 class InterruptWatch;
 
-/// A JSON file that a command reads whole. Members of objects keep their order.
+/// A JSON file that a command reads completely. Members of objects keep their order.
 struct JsonFile
 {
-    /// Throws CommandFault: as ReadableFile, and Input for a text that is no JSON, with the place
-    /// where it is not.
+    /// Throws CommandFault: as ReadableFile does, and Input for invalid JSON, with the position.
     JsonFile(const std::string& file, const InterruptWatch& watch);
 
-    std::string name; ///< what the user calls it
+    std::string name; ///< the user's name for it
     std::string text;
     nlohmann::ordered_json json;
 };

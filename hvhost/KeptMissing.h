@@ -11,12 +11,13 @@ class HVLUpdateDataModel;
 class HVSimpleFile;
 class UserInputCaseFile;
 
-/// What a field declares missing, without the numbers that no value of it can be, as 1.5 of whole
-/// ones: a job refuses those.
+/// The values that a field declares missing, without numbers that its storage cannot hold, for
+/// example 1.5 for integers. A job rejects those.
 CFMissingValues possibleMissing(const CFField& field);
 
-/// Has the engine read values that their fields declare missing: the document that it is given
-/// declares none, and the declarations are made again behind the reading, for what the job writes.
+/// Makes the engine read values that their fields declare missing. The engine gets a data model
+/// document without these declarations. They are made again after the reading, for the output of
+/// the job.
 class KeptMissing
 {
 public:
@@ -26,9 +27,9 @@ public:
     KeptMissing(const KeptMissing&) = delete;
     KeptMissing& operator=(const KeptMissing&) = delete;
 
-    /// Whether any field declares a value missing; without one there is no document.
+    /// Whether a field declares missing values. If not, there is no document.
     bool isNeeded() const { return !_declared.empty(); }
-    /// The document, an absolute path; it lives as long as this object.
+    /// The document, an absolute path. It exists as long as this object.
     const std::string& path() const { return _path; }
     void redeclare(HVLUpdateDataModel& update) const;
 

@@ -15,7 +15,7 @@ CLI::App* command(CLI::App& map, const char* name, const char* purpose, const st
     return added;
 }
 
-/// The source of geometry.
+/// Adds the argument for the source of geometry.
 void addMap(CLI::App& app, MapOptions& options)
 {
     app.add_option(
@@ -33,12 +33,13 @@ void addMap(CLI::App& app, MapOptions& options)
 
 void addFormat(CLI::App& app, std::string& format)
 {
-    app.add_option("--format", format, "How it is shown")
+    app.add_option("--format", format, "The form of the output")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json"}));
 }
 
-/// The file to write and the systems; what the source's is by default differs.
+/// Adds the output file and the systems. The default of the source's system differs between
+/// commands.
 void addResult(CLI::App& app, GeoJsonOptions& options, const char* from)
 {
     app.add_option("OUT,-o", options.output, "The GeoJSON file to write; - for standard output")
@@ -51,8 +52,8 @@ void addResult(CLI::App& app, GeoJsonOptions& options, const char* from)
     };
     add("--from", options.from, "SYSTEM", from);
     add("--to", options.to, "SYSTEM",
-        "The coordinate system of the result, by name or id,\nas in 4326; that of the source by "
-        "default");
+        "The coordinate system of the result, by name or id,\nfor example 4326; by default that of "
+        "the source");
     add("--out-data-model", options.dataModel, "FILE", "Write the data model document here");
     app.add_flag("--force", options.force, "Replace existing files")->group("Output");
 }
@@ -62,9 +63,9 @@ void addResult(CLI::App& app, GeoJsonOptions& options, const char* from)
 void MapCommandLine::addTo(CLI::App& app, CommonOptions& common)
 {
     CLI::App* const map =
-        app.add_subcommand("map", "Look at maps, write them as GeoJSON, match their keys.");
+        app.add_subcommand("map", "Show maps, write them as GeoJSON, match their keys.");
     map->group(kCommandGroup)->require_subcommand(1);
-    map->footer("hvhost map COMMAND --help tells more of a command.\n" +
+    map->footer("hvhost map COMMAND --help shows the help of a command.\n" +
                 std::string(kExitStatuses));
     addInfo(*map, common);
     addConvert(*map, common);
@@ -74,14 +75,15 @@ void MapCommandLine::addTo(CLI::App& app, CommonOptions& common)
 
 void MapCommandLine::addInfo(CLI::App& map, CommonOptions& common)
 {
-    CLI::App* const app = command(map, "info", "Tell what is known of a source of geometry.",
+    CLI::App* const app = command(map, "info", "Show the metadata of a source of geometry.",
                                   "  hvhost map info islands.shp\n"
                                   "  hvhost map info islands.shp --format json\n"
                                   "  hvhost map info islands.shp -o islands.html\n");
     addMap(*app, _info.map);
-    app->add_option("--format", _info.format,
-                    "How it is shown: html is a page with the map; by the\nname of a file that "
-                    "ends in .csv, .json or .html,\nelse text")
+    app->add_option(
+           "--format", _info.format,
+           "The form; html is a page with the map. By default the\nextension of the file: .csv, "
+           ".json or .html; else text")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json", "html"}));
     app->add_option("-o", _info.output, "Write it to this file")
@@ -101,7 +103,7 @@ void MapCommandLine::addConvert(CLI::App& map, CommonOptions& common)
                                   "  hvhost map convert islands.shp - --to 3031\n");
     addMap(*app, _convert.map);
     addResult(*app, _convert.result,
-              "The coordinate system of the source, where it tells\nnone by itself; with --to");
+              "The coordinate system of the source, if the source\nitself has none; with --to");
     addCommonOptions(*app, common);
     app->callback([this, &common] { mapConvert(_convert, common); });
 }
@@ -114,8 +116,8 @@ void MapCommandLine::addPoints(CLI::App& map, CommonOptions& common)
                 "  hvhost map points colonies.csv --x east --y north --from 4326 --to 3031 -\n");
     addMapData(*app, _points.input);
     addResult(*app, _points.result,
-              "The coordinate system of the points; CARTESIAN, the\ndefault, for a plane without "
-              "one");
+              "The coordinate system of the points; CARTESIAN, the\ndefault, means planar "
+              "coordinates without a system");
     const auto add = [app](const char* name, std::string& value, const char* purpose) {
         return app->add_option(name, value, purpose)
             ->type_name("VARIABLE")
@@ -132,22 +134,22 @@ void MapCommandLine::addPoints(CLI::App& map, CommonOptions& common)
 void MapCommandLine::addMatch(CLI::App& map, CommonOptions& common)
 {
     CLI::App* const app =
-        command(map, "match", "Tell how well the keys of a map match those of a dataset.",
+        command(map, "match", "Show how well the keys of a map match those of a dataset.",
                 "  hvhost map match islands.shp penguins.csv --keys KEY=island\n"
                 "  hvhost map match islands.shp penguins.csv --keys KEY=island --format json\n");
     addMap(*app, _match.map);
     addMapData(*app, _match.input);
     app->add_option("--keys", _match.keys,
-                    "Fields of the map and the variables that they match,\nor names for both, with "
-                    "commas between")
+                    "Fields of the map and the variables that they match,\nor names for both, "
+                    "separated by commas")
         ->type_name("FIELD=VARIABLE")
         ->required()
         ->delimiter(',')
         ->allow_extra_args(false)
         ->group("Map");
     app->add_option("--limit", _match.limit,
-                    "Show at most so many combinations of keys that only\none side has; 20 by "
-                    "default, -1 for all")
+                    "Show at most N combinations of keys that only one side\nhas; 20 by default, "
+                    "-1 for all")
         ->type_name("N")
         ->check(wholeNumberFrom(-1))
         ->group("Map");

@@ -10,10 +10,10 @@
 
 namespace {
 
-/// The name for coordinates of a plane, without a system.
+/// The name for planar coordinates without a system.
 constexpr const char* kPlane = "CARTESIAN";
 
-// An option that would do nothing is refused: nobody should believe that it did something.
+// Options that would have no effect are rejected, so that the user does not rely on them.
 
 void refuseSourceWithoutTarget(const GeoJsonOptions& options)
 {
@@ -31,13 +31,13 @@ void refuseTargetOfPlane(const GeoJsonOptions& options, bool isPlane)
                            "--from names the system that they are in");
 }
 
-/// Without an option the source tells its system by itself, or has none.
+/// Without the option, the source defines its system, or has none.
 KnownSystem sourceSystem(MapSession& session, const std::string& text)
 {
     return text == kPlane ? KnownSystem{kPlane, 0} : session.system("--from", text);
 }
 
-/// The variable of a coordinate, by the name that the host has for it.
+/// The variable of a coordinate, by its name in the host.
 std::string coordinate(const Dataset& dataset, const char* option, const std::string& name)
 {
     const std::string origin = std::string(option) + " " + name;

@@ -59,7 +59,7 @@ Json jsonOf(const std::vector<HVRunner::LayerInfo>& layers, const std::string& n
     return document;
 }
 
-/// An answer that is empty means that something went wrong on the way.
+/// An empty answer means that an error occurred.
 std::string shownLayers(MapSession& session, const MapInput& map, const TableLook& look)
 {
     std::string answer;
@@ -84,7 +84,7 @@ std::string shownLayers(MapSession& session, const MapInput& map, const TableLoo
 
 // The fields of a source.
 
-/// The first field that has shapes; null if there is none.
+/// The first geospatial field; null if there is none.
 const CFField* shapesOf(const CFMetaData& model)
 {
     for (std::size_t i = 0; i < model.FieldCount(); ++i)
@@ -93,7 +93,7 @@ const CFField* shapesOf(const CFMetaData& model)
     return nullptr;
 }
 
-/// Shapes are told by their kind, not by the text that they are kept as.
+/// Geospatial fields are shown with their kind of shape instead of String.
 ResultTable fieldTable(const CFMetaData& model)
 {
     ResultTable table;
@@ -110,11 +110,11 @@ ResultTable fieldTable(const CFMetaData& model)
     return table;
 }
 
-/// As in "WGS 84 (4326), geographic".
+/// For example "WGS 84 (4326), geographic".
 std::string systemOf(const CFGeo& geo)
 {
     if (geo.GetCsname().empty() && geo.GetWkid() <= 0)
-        return "none is told";
+        return "unknown";
     std::string text = geo.GetCsname();
     if (geo.GetWkid() > 0)
         text += " (" + std::to_string(geo.GetWkid()) + ")";
@@ -165,7 +165,7 @@ Json jsonOf(const CFMetaData& model, const std::string& name)
     return document;
 }
 
-/// Reads one record by a job, which unlike a question for a data model says what is wrong.
+/// Reads one record with a job. Unlike a question for a data model, a job reports the error.
 void readOne(MapSession& session, const MapInput& map)
 {
     JNIHvlProgram program;
@@ -185,7 +185,7 @@ void readOne(MapSession& session, const MapInput& map)
     session.host().run(job, map.origin());
 }
 
-/// The data model, or the fault that keeps it from being there.
+/// The data model. Throws the error if there is none.
 std::string dataModelOf(MapSession& session, const MapInput& map)
 {
     std::string model;
@@ -216,7 +216,7 @@ std::string shownFields(const std::string& xml, const std::string& name, const T
     return out.str();
 }
 
-/// The shapes as GeoJSON, in the system that they are in; empty for a source without shapes.
+/// The shapes as GeoJSON, in their own system; empty for a source without shapes.
 std::string geoJsonOf(MapSession& session, const MapInput& map, const CFMetaData& model)
 {
     if (shapesOf(model) == nullptr)

@@ -20,16 +20,16 @@ namespace {
 using Json = nlohmann::ordered_json;
 using Rows = std::vector<std::vector<std::string>>;
 
-/// The keys of one side, and its combinations of them that have no partner on the other one.
+/// The keys of one side, and its combinations of key values without a partner on the other side.
 struct Side
 {
     const char* word;
-    std::vector<std::string> keys;  ///< as the user calls them
-    std::vector<std::string> names; ///< as the host does
+    std::vector<std::string> keys;  ///< the user's names
+    std::vector<std::string> names; ///< the host's names
     Rows unmatched;
     bool hasMore = false;
 
-    /// The list tells by one row more than it was to have that it was cut.
+    /// The list has one row more than the limit if it was cut.
     void cut(int limit)
     {
         hasMore = limit >= 0 && unmatched.size() > static_cast<std::size_t>(limit);
@@ -42,7 +42,7 @@ struct Side
     }
 };
 
-/// MAPFIELD=VARIABLE, or one name for both.
+/// Adds MAPFIELD=VARIABLE, or one name for both.
 void addKey(const std::string& text, const Dataset& dataset, Side& map, Side& data)
 {
     const std::size_t equals = text.find('=');
@@ -58,7 +58,7 @@ void addKey(const std::string& text, const Dataset& dataset, Side& map, Side& da
     data.names.push_back(dataset.source().GetVariable(column).GetName());
 }
 
-/// With the word of the side in front, where both stand in one table.
+/// In a table of both sides, the first column names the side.
 ResultTable tableOf(const std::vector<const Side*>& sides)
 {
     ResultTable table;
@@ -77,7 +77,7 @@ ResultTable tableOf(const std::vector<const Side*>& sides)
     return table;
 }
 
-/// How many there are, and which.
+/// Prints the number of unmatched combinations and a list of them.
 void printText(const Side& side, const TableLook& look, std::ostream& out)
 {
     out << "only in the " << side.word << ": " << side.count() << '\n';
@@ -90,7 +90,7 @@ Json jsonOf(const Side& side)
     return {{"keys", side.keys}, {"unmatched", side.unmatched}, {"more", side.hasMore}};
 }
 
-/// The whole result; as csv the lists alone, one below the other.
+/// The whole result. For csv only the lists, one below the other.
 std::string shown(int matched, const Side& map, const Side& data, const TableLook& look)
 {
     std::ostringstream out;

@@ -28,7 +28,7 @@ Json dimension(const std::string& name, const char* role, bool hidesName)
     return json;
 }
 
-/// The rows under the names of all columns but the first, which names the rows.
+/// The first column has the names of the rows.
 Json tableOf(const ResultTable& table)
 {
     Json rows = dimension(table.columns.front().name, "row", false);

@@ -8,15 +8,15 @@
 
 class HostSession;
 
-/// What is known of a source of geometry, for a page of it.
+/// The data for a page about a source of geometry.
 struct MapFacts
 {
-    std::string name;    ///< of the source, as the user calls it
-    ResultTable fields;  ///< a row each
+    std::string name;    ///< the user's name of the source
+    ResultTable fields;  ///< with a row for each field
     std::string remarks; ///< lines about its shapes
-    std::string geoJson; ///< the shapes; empty for none
+    std::string geoJson; ///< the shapes; empty if there are none
 };
 
 /// Shows the facts as output of the host: the map, and a table of its fields. Throws CommandFault
-/// as Rendering.
+/// as Rendering does.
 std::shared_ptr<const OutputHeading> mapOutput(HostSession& session, const MapFacts& facts);

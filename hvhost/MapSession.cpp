@@ -13,13 +13,13 @@
 
 namespace {
 
-/// A path has no protocol in front.
+/// A path does not begin with a protocol.
 bool isAddress(const std::string& source)
 {
     return source.find("://") != std::string::npos;
 }
 
-/// The number of a well-known id; 0 for a text that is none.
+/// The number of a well-known id; 0 if the text is not one.
 int wkidOf(std::string text)
 {
     if (text.starts_with("EPSG:") || text.starts_with("epsg:"))
@@ -43,7 +43,7 @@ MapSession::~MapSession() = default;
 void MapSession::perform(const std::function<bool(HVInteractiveSTEM&)>& request,
                          const std::string& source, const JobOrigin& origin)
 {
-    // The library reports an archive that it cannot unpack as one without a shape file.
+    // If the library cannot unpack an archive, it reports that the archive has no shape file.
     const auto explain = [&](const std::string& text) {
         const std::string problem = archiveProblem(source);
         return problem.empty() ? text : problem;
@@ -52,7 +52,7 @@ void MapSession::perform(const std::function<bool(HVInteractiveSTEM&)>& request,
         *_maps, [&] { return request(*_maps); }, source, origin, explain);
 }
 
-/// The engine tells the full name, which a request for a map needs to know that there is a target.
+/// Gets the full name from the engine. A request for a map needs it.
 KnownSystem MapSession::system(const std::string& option, const std::string& text)
 {
     if (text.empty())

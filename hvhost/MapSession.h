@@ -16,8 +16,8 @@ struct KnownSystem
     int wkid = 0;
 };
 
-/// One command's stay with the maps of the host: a dialog without windows, whose requests the user
-/// can interrupt. The watch is borrowed.
+/// The maps of the host for one command: a dialog without windows. The user can interrupt its
+/// requests. Borrows the watch.
 class MapSession
 {
 public:
@@ -28,15 +28,15 @@ public:
     MapSession& operator=(const MapSession&) = delete;
 
     HostSession& host() { return _session.host(); }
-    /// Runs a request, and prints the warnings of its last job. Throws CommandFault with the reason
-    /// of a request that is false; one that no job gave is a fault of `source`.
+    /// Runs a request and prints the warnings of its last job. Throws CommandFault with the reason
+    /// if the request returns false. An error outside a job is reported for `source`.
     void perform(const std::function<bool(HVInteractiveSTEM&)>& request, const std::string& source,
                  const JobOrigin& origin);
-    /// Throws CommandFault if the user stopped the command: for a request that succeeds without an
-    /// answer, as a question to a service does when it is stopped.
+    /// Throws CommandFault if the user stopped the command. For requests that succeed without an
+    /// answer, for example a question to a service that was stopped.
     void checkStop() const { _session.checkStop(); }
-    /// The system of an option: a name, or a well-known id with or without "EPSG:". Throws
-    /// CommandFault (Usage) for one that is not known.
+    /// The system in an option: a name, or a well-known id with or without "EPSG:". Throws
+    /// CommandFault (Usage) if it is unknown.
     KnownSystem system(const std::string& option, const std::string& text);
 
 private:
@@ -44,19 +44,19 @@ private:
     std::unique_ptr<HVInteractiveSTEM> _maps;
 };
 
-/// A source of geometry, checked as far as it can be without the engine.
+/// A source of geometry, checked as far as possible without the engine.
 class MapInput
 {
 public:
-    /// Throws CommandFault: Input for a file that is not there, Usage for a file with a layer and
-    /// for a service without one where it is needed.
+    /// Throws CommandFault: Input for a missing file; Usage for a file with a layer and for a
+    /// service without a layer if one is needed.
     MapInput(const MapOptions& options, bool needsLayer);
 
     bool isService() const { return _isService; }
-    /// What messages and results call it: a path as given, or an address without user info and
-    /// query, which may hold a key.
+    /// The name for messages and results: a path as given, or an address without user info and
+    /// query, because these may contain a key.
     const std::string& name() const { return _name; }
-    /// What the engine is told: an address or an absolute path.
+    /// The location for the engine: an address or an absolute path.
     const std::string& location() const { return _location; }
     std::optional<int> layer() const { return _options.layer; }
     JobOrigin origin() const;

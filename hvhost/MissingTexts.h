@@ -5,6 +5,6 @@
 
 class VEXA_Variable;
 
-/// The texts that a variable declares missing, whole and in UTF-8, without the blanks that fill
-/// them up. A data model has only their beginnings.
+/// The complete texts that a variable declares missing, in UTF-8 and without padding blanks. A data
+/// model truncates them.
 std::vector<std::string> missingTexts(const VEXA_Variable& variable);

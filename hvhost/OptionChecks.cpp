@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The number that the whole text is.
+/// Whether the whole text is a number.
 template <typename Number>
 bool isNumber(const std::string& text, Number& number)
 {

@@ -2,17 +2,17 @@
 
 #include <CLI/CLI.hpp>
 
-/// What an option takes; what it does not take ends in a usage fault that names the option.
+/// Validators for options. A value that they reject is a usage error that names the option.
 
-/// Anything but nothing, which is what a shell makes of a variable that is not set.
+/// Rejects an empty text, which a shell makes of an unset variable.
 CLI::Validator notEmpty();
-/// A file, not a standard stream.
+/// Rejects a standard stream.
 CLI::Validator noStream();
-/// A whole number from this one up.
+/// Accepts whole numbers from `minimum` on.
 CLI::Validator wholeNumberFrom(long long minimum);
-/// A finite number above 0.
+/// Accepts finite numbers above 0.
 CLI::Validator positiveNumber();
-/// A character that separates fields, or a word for one.
+/// Accepts a separator character, or a word for one.
 CLI::Validator separatorWordCheck();
-/// A word for a kind of data file, in any case.
+/// Accepts a word for a kind of data file, in any letter case.
 CLI::Validator dataKindWord();

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The file and how it is opened, whoever reads it.
+/// The input file and the options for opening it.
 void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN")
 {
     app.add_option(argument, options.path, "The data file; - for standard input")
@@ -18,7 +18,7 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
     const auto add = [&app](const char* name, auto& value, const char* purpose) {
         return app.add_option(name, value, purpose)->group("Input");
     };
-    add(options.kindOption.c_str(), options.kind, "What the file is, whatever its name says")
+    add(options.kindOption.c_str(), options.kind, "The kind of the file, whatever its name is")
         ->type_name("KIND")
         ->check(dataKindWord());
     CLI::Option* const password =
@@ -31,8 +31,7 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
         ->type_name("NAME")
         ->check(notEmpty());
     add("--separator", options.separator,
-        "What stands between the fields of a csv file, or tab;\nby default what its first line "
-        "tells")
+        "The separator of a csv file, or tab; by default it is\ndetected from the first line")
         ->type_name("CHARACTER")
         ->check(notEmpty() & separatorWordCheck());
     app.add_flag("--decimal-comma", options.decimalComma,
@@ -42,28 +41,29 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
         ->group("Input");
 }
 
-/// What a job may make of it.
+/// The options for how a job reads it.
 void addReading(CLI::App& app, InputOptions& options)
 {
     const auto add = [&app](const char* name, auto& value, const char* purpose) {
         return app.add_option(name, value, purpose)->group("Input");
     };
-    add("--limit", options.limit, "Read at most so many records")
+    add("--limit", options.limit, "Read at most N records")
         ->type_name("N")
         ->check(wholeNumberFrom(0));
     addUserMissing(app, options.userMissing)->group("Input");
-    app.add_flag("--direct", options.direct, "The engine reads the file itself, not the host")
+    app.add_flag("--direct", options.direct, "The engine reads the file instead of the host")
         ->group("Input");
-    add("--data-model", options.dataModel, "A data model document for the fields; as --direct")
+    add("--data-model", options.dataModel,
+        "A data model document for the fields; implies\n--direct")
         ->type_name("FILE")
         ->check(notEmpty());
     add("--max-errors", options.maxErrors,
-        "Skip up to so many bad records of a csv file,\n-1 for any; as --direct")
+        "Skip up to N bad records of a csv file, -1 for any\nnumber; implies --direct")
         ->type_name("N")
         ->check(wholeNumberFrom(-1));
 }
 
-/// The file to write, and in which form.
+/// The output file and the options for its form.
 void addOutput(CLI::App& app, OutputOptions& options, bool needed)
 {
     app.add_option("OUT,-o", options.path, "The file to write; - for standard output")
@@ -73,11 +73,11 @@ void addOutput(CLI::App& app, OutputOptions& options, bool needed)
     const auto add = [&app](const char* name, std::string& value, const char* purpose) {
         return app.add_option(name, value, purpose)->group("Output");
     };
-    add("--to", options.kind, "What the file is to be, whatever its name says")
+    add("--to", options.kind, "The kind of the file, whatever its name is")
         ->type_name("KIND")
         ->check(dataKindWord());
     CLI::Option* const password =
-        add("--out-password", options.password, "Seal a sav file with this password")
+        add("--out-password", options.password, "Encrypt a sav file with this password")
             ->type_name("WORD");
     add("--out-password-file", options.passwordFile, "A file with it on its first line")
         ->type_name("FILE")
@@ -89,7 +89,7 @@ void addOutput(CLI::App& app, OutputOptions& options, bool needed)
     app.add_flag("--force", options.force, "Replace existing files")->group("Output");
 }
 
-/// What becomes of the records on their way.
+/// The options that change the records.
 void addRecords(CLI::App& app, RecordOptions& options)
 {
     app.add_option("--derive", options.derivations,
@@ -111,12 +111,12 @@ void addCommonOptions(CLI::App& app, CommonOptions& options)
         return app.add_option(name, value, purpose)->group("Common");
     };
     app.add_flag("-q,--quiet", options.quiet, "No warnings, no progress")->group("Common");
-    app.add_flag("-v,--verbose", options.verbose, "Say more of a fault")->group("Common");
+    app.add_flag("-v,--verbose", options.verbose, "Show the details of an error")->group("Common");
     app.add_flag("--strict", options.strict, "Exit 5 if there were warnings")->group("Common");
     add("--progress", options.progress, "Progress on standard error; auto: on a terminal")
         ->type_name("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}));
-    add("--log", options.logFile, "Append what happens to this file")
+    add("--log", options.logFile, "Append a log to this file")
         ->type_name("FILE")
         ->check(notEmpty() & noStream());
     add("--trace", options.traceDirectory,
@@ -125,7 +125,7 @@ void addCommonOptions(CLI::App& app, CommonOptions& options)
         ->check(notEmpty())
         // The tracer reads its folder once, from the environment, at its first use.
         ->each([](const std::string& folder) { setenv("HV_STAT_DEBUG_DIR", folder.c_str(), 1); });
-    add("--timeout", options.timeout, "Stop after so many seconds")
+    add("--timeout", options.timeout, "Stop after SECONDS")
         ->type_name("SECONDS")
         ->check(positiveNumber());
 }
@@ -174,7 +174,7 @@ CLI::Option* addUserMissing(CLI::App& app, std::string& what)
 {
     return app
         .add_option("--user-missing", what,
-                    "Whether user-missing values count as missing; by\ndefault they do, but where "
+                    "Whether user-missing values count as missing; by\ndefault they do, except if "
                     "convert only copies")
         ->type_name("WHAT")
         ->check(CLI::IsMember({"exclude", "keep"}));
@@ -182,7 +182,8 @@ CLI::Option* addUserMissing(CLI::App& app, std::string& what)
 
 void addWeight(CLI::App& app, InputOptions& options)
 {
-    app.add_option("--weight", options.weight, "Variable that says how many cases one stands for")
+    app.add_option("--weight", options.weight,
+                   "Variable with the number of cases that a case\nrepresents")
         ->type_name("VARIABLE")
         ->check(notEmpty())
         ->group("Input");
@@ -190,9 +191,7 @@ void addWeight(CLI::App& app, InputOptions& options)
 
 CLI::Option* addWidth(CLI::App& app, long long& width)
 {
-    return app
-        .add_option("--width", width,
-                    "Places in a line of text; by default as many as the\nterminal has")
+    return app.add_option("--width", width, "The width of text; by default that of the terminal")
         ->type_name("N")
         ->check(wholeNumberFrom(20));
 }

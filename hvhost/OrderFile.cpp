@@ -9,11 +9,11 @@
 
 namespace {
 
-/// What the keys of an object mean, by their names.
+/// The reader for each key of an object.
 template <typename Target>
 using Keys = std::vector<std::pair<std::string, std::function<void(Target&, const OrderValue&)>>>;
 
-/// Reads every member of an object by its key; a key that is none is refused.
+/// Reads the members of an object. Rejects unknown keys.
 template <typename Target>
 void readMembers(Target& target, const OrderValue& object, const Keys<Target>& keys)
 {
@@ -33,7 +33,7 @@ void readMembers(Target& target, const OrderValue& object, const Keys<Target>& k
     }
 }
 
-/// Keys that have dots of their own can only be told as a list.
+/// A location whose keys contain dots must be a list.
 void readLocation(OutputOrder& order, const OrderValue& value)
 {
     if (value.isText())
@@ -44,7 +44,7 @@ void readLocation(OutputOrder& order, const OrderValue& value)
         value.refuse("a location is a text with dots between its keys, or a list of keys");
 }
 
-/// Deeper than any outline is read, and not as deep as would cost more stack than there is.
+/// Deep enough for any outline, but limited, so that the stack is not exhausted.
 void readHeading(OutputOrder& order, const OrderValue& value)
 {
     constexpr std::ptrdiff_t kDeepestHeading = 100;
@@ -78,7 +78,7 @@ std::string joinedLines(const std::vector<std::string>& lines)
     return text;
 }
 
-/// The reader of a list of categories.
+/// Reads a list of categories to hide.
 template <bool isOfRows>
 void readHidden(OutputOrder& order, const OrderValue& value)
 {
@@ -92,7 +92,7 @@ void readShown(OutputOrder& order, const OrderValue& value)
         order.hideAllCategoriesExcept(category, isOfRows);
 }
 
-/// The keys of an element of `objects`, as docs/hvhost-order.md lists them.
+/// The keys of an element of `objects`, see docs/hvhost-order.md.
 const Keys<OutputOrder>& objectKeys()
 {
     static const Keys<OutputOrder> keys{
@@ -130,7 +130,7 @@ const Keys<OutputOrder>& objectKeys()
     return keys;
 }
 
-/// Reads what is to be shown of one result.
+/// Reads the order of one result.
 class OrderReader
 {
 public:
@@ -151,7 +151,7 @@ private:
     const InterruptWatch& _watch;
 };
 
-/// What there is to choose from, for a hint.
+/// The available names, for a hint.
 std::string listed(const std::vector<std::string>& words)
 {
     std::string list;
@@ -169,7 +169,7 @@ void OrderReader::readResult(RenderOrder& order, const OrderValue& value) const
                      listed(resultNames(_document)));
 }
 
-/// Files are named as seen from the order file.
+/// File names are relative to the folder of the order file.
 void OrderReader::readMaps(RenderOrder& order, const OrderValue& value) const
 {
     const std::filesystem::path folder = _file.name == kStandardStream

@@ -6,21 +6,21 @@
 
 #include "JsonFile.h"
 
-/// A value of an order file, and the keys that lead to it, which every fault names. Borrows the
-/// file. Reading throws CommandFault (Input).
+/// A value of an order file, and the path to it, which every error names. Borrows the file. Reading
+/// throws CommandFault (Input).
 class OrderValue
 {
 public:
     explicit OrderValue(const JsonFile& file) : OrderValue(file, file.json, {}) {}
 
-    /// As in "order.json: objects[2].title".
+    /// For example "order.json: objects[2].title".
     std::string origin() const;
     bool isArray() const { return _json->is_array(); }
     bool isText() const { return _json->is_string(); }
 
     std::string text() const;
     bool flag() const;
-    /// The elements of a list; a value that is none is the only one.
+    /// The elements of a list. A value that is not a list is its own only element.
     std::vector<OrderValue> elements() const;
     std::vector<std::string> texts() const;
     /// The members of an object, with their keys.

@@ -14,7 +14,7 @@ std::string outputPath(const std::string& name, bool mayReplace)
     checkPath(name);
     std::error_code error;
     fs::path path = fs::absolute(name).lexically_normal();
-    // The writer decides about the file itself if that is a link.
+    // If the file itself is a link, the writer decides what to do.
     if (const fs::path parent = fs::weakly_canonical(path.parent_path(), error); !error)
         path = parent / path.filename();
     const fs::file_status status = fs::status(path, error);

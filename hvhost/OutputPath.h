@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// The path of a file to write; a link stays, and what it points to is written. Throws CommandFault
-/// for a place where the file cannot be, or may not: Usage for a file that is there already, unless
-/// it may be replaced, and JobFailed for a folder that is not there.
+/// The path of a file to write. A link remains; its target is written. Throws CommandFault if the
+/// file cannot be written there: Usage for a file that exists and may not be replaced, JobFailed
+/// for a folder that does not exist.
 std::string outputPath(const std::string& name, bool mayReplace);

@@ -7,7 +7,7 @@
 
 struct OutputHeading;
 
-/// The form that is asked for; else the one of `forms` that the file is named after; else text.
+/// The requested form; else the one of `forms` that is the extension of the file; else text.
 std::string formOf(const std::string& asked, const std::string& path,
                    const std::vector<std::string>& forms);
 
@@ -15,11 +15,11 @@ std::string formOf(const std::string& asked, const std::string& path,
 struct OutputLook
 {
     std::string form;       ///< "html" for a page, else text
-    bool toFile = false;    ///< not to standard output
+    bool toFile = false;    ///< false: to standard output
     std::size_t width = 0;  ///< of text
-    std::string subtitle{}; ///< of a page; empty for none
+    std::string subtitle{}; ///< of a page; may be empty
 };
 
-/// Writes what stands under a heading, and the heading as its title. Throws CommandFault
-/// (JobFailed) if the installation lacks what a page is made of.
+/// Writes the content of a heading, with the heading as its title. Throws CommandFault (JobFailed)
+/// if files for pages are missing in the installation.
 void writeOutput(const OutputHeading& output, const OutputLook& look, std::ostream& out);

@@ -4,8 +4,8 @@
 #include <mutex>
 #include <string>
 
-/// Shows how much of a job is done, on one line of standard error that is drawn over and goes away
-/// at the end. Only on a terminal, unless told otherwise, and only for work over a second.
+/// Shows the progress of a job on one line of standard error, which is redrawn and removed at the
+/// end. By default only on a terminal, and only for work that takes more than a second.
 class ProgressLine
 {
 public:
@@ -15,9 +15,9 @@ public:
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
 
-    /// The part done, from 0 to 1. Any thread.
+    /// `fraction` is the finished part, from 0 to 1. Any thread.
     void show(double fraction);
-    /// Takes the line away.
+    /// Removes the line.
     void clear();
 
 private:

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Throws CommandFault (Input) for a file that is missing, a folder or unreadable.
+/// The type of a file. Throws CommandFault (Input) if the file is missing, a folder or unreadable.
 fs::file_type typeOf(const std::string& path)
 {
     std::error_code error;
@@ -40,7 +40,7 @@ void checkPath(const std::string& path)
     const std::string whole = fs::absolute(path).string();
     if (whole.find('\\') != std::string::npos)
         throw CommandFault(ExitStatus::Usage, path + ": a path with a backslash cannot be used",
-                           "to the host it stands between folders");
+                           "the host uses it as the separator of folders");
     if (!datafile::isUtf8(whole))
         throw CommandFault(ExitStatus::Usage, path + ": the path is not UTF-8");
 }

@@ -6,24 +6,24 @@
 class HVSimpleFile;
 class InterruptWatch;
 
-/// Throws CommandFault (Usage) for a path that cannot be handed to the engine.
+/// Throws CommandFault (Usage) for a path that cannot be passed to the engine.
 void checkPath(const std::string& path);
 
-/// A host path as the operating system spells it.
+/// A host path in the operating system's form.
 std::string nativePath(const std::string& hostPath);
 
-/// A file that the user names and a command reads. What comes from standard input or through a pipe
-/// is fetched into a scratch file first, which lives as long as this object.
+/// A file that the user names and a command reads. Standard input and pipes are first copied to a
+/// scratch file, which exists as long as this object.
 class ReadableFile
 {
 public:
-    /// Throws CommandFault (Input) for a file that is missing, a folder, empty or unreadable.
+    /// Throws CommandFault (Input) if the file is missing, a folder, empty or unreadable.
     ReadableFile(const std::string& name, const InterruptWatch& watch);
     ~ReadableFile();
 
-    /// Where the bytes are: an absolute path.
+    /// The location of the content, an absolute path.
     const std::string& path() const { return _path; }
-    /// What the user calls it.
+    /// The user's name for it.
     const std::string& name() const { return _name; }
 
 private:

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The text of an expression as a pattern without places for arguments.
+/// Escapes an expression, so that it is a pattern without arguments.
 std::string patternOf(const std::string& expression)
 {
     std::string pattern;
@@ -84,7 +84,8 @@ std::string generateJob(JNIHvlProgram& program, HVLFunction& last)
         throw CommandFault(ExitStatus::JobFailed, "the job cannot be composed: " + error.message(),
                            {}, error.trace());
     }
-    // Java may leave out what it has no memory for. A job without statements would count as done.
+    // Java may drop text when it runs out of memory. A job without statements would count as a
+    // success.
     if (job.empty())
         throw CommandFault(ExitStatus::JobFailed, "the job cannot be composed: it has no text");
     traceHVLFile(job, "HvlJobText", "hvhost");

@@ -14,7 +14,8 @@ class HVLUpdateDataModel;
 class InputFile;
 class JNIHvlProgram;
 
-/// The first steps of a generated job: an input file, derived fields, a filter.
+/// The first steps of a generated job: an input file, derived fields, a filter. Borrows all
+/// arguments.
 class RecordChain
 {
 public:
@@ -23,9 +24,9 @@ public:
     RecordChain(const RecordChain&) = delete;
     RecordChain& operator=(const RecordChain&) = delete;
 
-    /// The step that the next one follows.
+    /// The last step of the chain. The next step follows it.
     HVLFunction* last() { return _last; }
-    /// The options behind the expressions, in the order of the steps.
+    /// The options for the expressions, in the order of the steps.
     const std::vector<JobOrigin::Expression>& expressions() const { return _expressions; }
 
 private:
@@ -34,11 +35,12 @@ private:
 
     JNIHvlProgram& _program;
     std::unique_ptr<HVLRead> _read;
-    std::unique_ptr<HVLUpdateDataModel> _update; ///< what the reading itself cannot say of fields
+    std::unique_ptr<HVLUpdateDataModel> _update; ///< metadata that the reading does not provide
     std::vector<std::unique_ptr<HVLExpressionFun>> _steps;
     std::vector<JobOrigin::Expression> _expressions;
     HVLFunction* _last;
 };
 
-/// The job text of a chain that ends with `last`. Throws CommandFault for one that cannot be made.
+/// The job text of a chain that ends with `last`. Throws CommandFault if the job cannot be
+/// composed.
 std::string generateJob(JNIHvlProgram& program, HVLFunction& last);

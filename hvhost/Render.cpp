@@ -20,7 +20,7 @@ namespace {
 constexpr const char* kResultHint =
     "a result document has objects at its top, with tables, charts or notifications";
 
-/// A document whose top is an object.
+/// Reads a document. Its top must be an object.
 JsonFile readDocument(const std::string& name, const InterruptWatch& watch)
 {
     JsonFile document(name, watch);
@@ -43,7 +43,7 @@ std::vector<RenderOrder> ordersOf(const RenderOptions& options, const JsonFile& 
     return readOrders(JsonFile(options.order, watch), document.json, watch);
 }
 
-/// Whoever orders something that is not there learns it from nobody else.
+/// Only this warning tells the user that an ordered location is empty.
 void warnOfEmptyLocations(const RenderOrder& order, const JsonFile& document, HostSession& session)
 {
     const nlohmann::ordered_json& result = document.json.at(order.result);
@@ -56,7 +56,7 @@ void warnOfEmptyLocations(const RenderOrder& order, const JsonFile& document, Ho
         }
 }
 
-/// The output, which stays when its procedure goes.
+/// Renders all orders. The output outlives its procedure.
 std::shared_ptr<const OutputHeading> renderAll(const std::vector<RenderOrder>& orders,
                                                const JsonFile& document, bool showsTimes,
                                                HostSession& session, const InterruptWatch& watch)

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The keys that lead to an object of the document, with dots between them.
+/// The keys that lead to an object of the document, separated by dots.
 std::string placeOf(const RenderOrder& order, std::size_t object)
 {
     std::string place = order.result;
@@ -56,7 +56,7 @@ void Rendering::generate(const RenderOrder& order)
     output.setGeoJSONMap(order.geoJson);
     output.showNotifications(order.showsNotifications);
     const bool isFound = output.generateOutput(order.result);
-    // After a stop the output is not complete.
+    // After a stop, the output is incomplete.
     _session.watch().check();
     if (!output.getTop().isGood())
         throw CommandFault(ExitStatus::Input, _name + ": " + output.getTop().getParserError());
@@ -67,8 +67,8 @@ void Rendering::generate(const RenderOrder& order)
     note("shown: " + order.result);
 }
 
-/// The library goes on behind a part that Java fails on, but output with a missing part is no
-/// result of a command.
+/// If Java fails on a part, the library continues with the next one. A command must not deliver
+/// incomplete output.
 void Rendering::refuseFailures(const RenderOrder& order, const jsonToTarn& output) const
 {
     const auto& failures = output.getFailures();

@@ -11,20 +11,20 @@ class HostSession;
 class TnProcedure;
 class jsonToTarn;
 
-/// Turns a result document into output of a procedure. Everything is borrowed.
+/// Converts a result document to output of a procedure. Borrows all arguments.
 class Rendering
 {
 public:
-    /// `name` is what faults call the document; `showsTimes`: whether the output tells what took
-    /// how long.
+    /// `name` is the name of the document in errors. `showsTimes`: whether the output shows how
+    /// long each part took.
     Rendering(HostSession& session, TnProcedure& procedure, const std::string& name,
               const std::string& document, bool showsTimes = false);
     ~Rendering();
     Rendering(const Rendering&) = delete;
     Rendering& operator=(const Rendering&) = delete;
 
-    /// Throws CommandFault: Input for a document that cannot be read; JobFailed, with the name of
-    /// the part, if Java fails to show one; and what the watch throws.
+    /// Throws CommandFault: Input for an unreadable document; JobFailed, with the name of the part,
+    /// if an exception in Java prevents that a part is shown. Exceptions of the watch pass.
     void render(const RenderOrder& order);
 
 private:

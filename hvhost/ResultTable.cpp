@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kJsonSchema = 1;
 
-/// From here on, several whole numbers share one double.
+/// Beyond this, different whole numbers may be the same double.
 constexpr double kTwoTo53 = 9007199254740992;
 
 void printCsvCell(std::ostream& out, const std::string& text)
@@ -48,7 +48,7 @@ nlohmann::ordered_json jsonValue(const std::optional<std::string>& cell,
     if (!column.isNumber())
         return *cell;
     const double number = std::strtod(cell->c_str(), nullptr);
-    // The greatest integers are none as doubles.
+    // The largest integers are not exact as doubles.
     constexpr double kTwoTo63 = 9223372036854775808.0;
     if (column.storage == CFField::Integer && number >= -kTwoTo63 && number < kTwoTo63)
         return static_cast<long long>(number);

@@ -13,15 +13,15 @@ namespace EmbeddedHV {
 class RowDataIterator;
 }
 
-/// Rows of a job's output, as text. A missing value is nothing.
+/// Rows of a job's output, as texts. A missing value is empty.
 struct ResultTable
 {
-    /// A column's name and the kind of its values, which decides how they are aligned and quoted.
+    /// The name of a column, and the storage of its values, which determines alignment and quoting.
     struct Column
     {
         std::string name;
         CFField::StorageType storage = CFField::String;
-        /// Whether it has whole numbers that may have been rounded: rows carry doubles.
+        /// Whether it has whole numbers that may have been rounded, because rows carry doubles.
         bool isRounded = false;
 
         bool isNumber() const { return ::isNumber(storage); }
@@ -30,18 +30,18 @@ struct ResultTable
 
     std::vector<Column> columns;
     std::vector<Row> rows;
-    /// So many columns, the first ones, tell the rows apart.
+    /// The number of key columns. These come first and identify a row.
     std::size_t keyCount = 0;
 };
 
-/// The value of a field of the present row; nothing for a missing one. Notes in the column if it
-/// may have been rounded.
+/// The value of a field in the current row; empty if it is missing. Sets `isRounded` in the column
+/// if the value may have been rounded.
 std::optional<std::string> cellText(EmbeddedHV::RowDataIterator& rows, std::size_t field,
                                     ResultTable::Column& column);
-/// A sentence that names the columns with numbers that may have been rounded; empty for none.
+/// A sentence that names the columns with possibly rounded numbers; empty if there are none.
 std::string roundedColumnsText(const std::vector<ResultTable::Column>& columns);
 
-/// Reads all rows and disposes of the iterator.
+/// Reads all rows and disposes the iterator.
 ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount);
 
 /// How a table is shown.
@@ -53,6 +53,7 @@ struct TableLook
 
 void printTable(const ResultTable& table, const TableLook& look, std::ostream& out);
 
-/// The lines that a table as csv is made of.
+/// Writes the names of the columns as a csv line.
 void printCsvNames(const std::vector<ResultTable::Column>& columns, std::ostream& out);
+/// Writes a row as a csv line.
 void printCsvRow(const ResultTable::Row& row, std::ostream& out);

@@ -26,7 +26,7 @@ std::string readJob(const ReadableFile& source)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// NAME=FILE in its two parts.
+/// NAME=FILE, split into its parts.
 struct Binding
 {
     std::string name;
@@ -42,7 +42,7 @@ Binding splitBinding(const std::string& text, const std::string& option)
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
 
-/// Reads a file into the engine's data source of the name.
+/// Reads a file into the engine's data source with this name.
 void loadData(HostSession& session, const std::string& name, const InputFile& input)
 {
     JNIHvlProgram program;
@@ -53,7 +53,7 @@ void loadData(HostSession& session, const std::string& name, const InputFile& in
     session.run(generateJob(program, write), input.origin(), input.rows());
 }
 
-/// Writes the engine's data source of the name to a file. A fault is one of the option.
+/// Writes the engine's data source with this name to a file. Errors name the option.
 void saveData(HostSession& session, const std::string& option, const std::string& name,
               const OutputFile& output)
 {
@@ -70,14 +70,14 @@ void saveData(HostSession& session, const std::string& option, const std::string
     output.deliver();
 }
 
-/// Throws CommandFault (Usage) for a word that is there already.
+/// Adds a word. Throws CommandFault (Usage) if it already exists.
 void addOnce(std::set<std::string>& words, const std::string& word, const std::string& what)
 {
     if (!words.insert(word).second)
         throw CommandFault(ExitStatus::Usage, what + " is named twice");
 }
 
-/// The file that is meant, whichever way it is spelled.
+/// One form for all spellings of a file's path.
 std::string canonicalPath(const std::string& file)
 {
     std::error_code error;
@@ -86,7 +86,7 @@ std::string canonicalPath(const std::string& file)
                : std::filesystem::weakly_canonical(std::filesystem::absolute(file), error).string();
 }
 
-/// A second use of a data source, a file or a stream would undo the first one.
+/// Rejects a second use of a data source, a file or a stream, because it would undo the first one.
 void refuseRepeats(const RunOptions& options)
 {
     std::set<std::string> sources;
@@ -104,7 +104,7 @@ void refuseRepeats(const RunOptions& options)
                 "--save " + text + ": the file");
 }
 
-/// While it lives, jobs replace files that are there only if the user allows it.
+/// During its lifetime, jobs replace existing files only if the user allows it.
 class ReplacingAsAllowed
 {
 public:
@@ -114,7 +114,7 @@ public:
     ~ReplacingAsAllowed() { EmbeddedHV::allowReplacingFiles(true); }
 };
 
-/// The files around a job, checked before anything runs.
+/// The input and output files of a job, checked before anything runs.
 class JobFiles
 {
 public:
@@ -124,7 +124,7 @@ public:
             const Binding binding = splitBinding(text, "--data");
             InputOptions input;
             input.path = binding.file;
-            input.direct = true; // into the engine, which keeps it
+            input.direct = true; // the engine reads it and keeps it as a data source
             input.userMissing = options.userMissing == "exclude" ? "exclude" : "keep";
             _inputs.push_back({binding.name, binding.file,
                                std::make_unique<InputFile>(input, FileOptions::None, watch)});
@@ -138,15 +138,15 @@ public:
                                 std::make_unique<OutputFile>(output, FileOptions::None, watch)});
         }
     }
-    /// A job that looks at records must not take what is declared missing for a value, unless its
-    /// user knows of it.
+    /// A job must not use a value that is declared missing as a valid value, unless its user has
+    /// asked for that.
     void excludeMissing(HostSession& session) const
     {
         for (const Input& input : _inputs)
             if (input.file->declaresMissing()) {
                 session.warn(input.origin +
                              ": what it declares missing is read as system-missing; --user-missing "
-                             "exclude or keep says what is wanted");
+                             "exclude or keep selects how they are treated");
                 input.file->excludeMissing();
             }
     }
@@ -165,7 +165,7 @@ private:
     struct Input
     {
         std::string name;
-        std::string origin; ///< what the user calls the file
+        std::string origin; ///< the user's name for the file
         std::unique_ptr<InputFile> file;
     };
     struct Output

@@ -28,7 +28,7 @@
 
 namespace {
 
-/// Ends the rows of a job's output.
+/// Disposes the rows of a job's output.
 struct DisposeRows
 {
     void operator()(EmbeddedHV::RowDataIterator* rows) const
@@ -38,7 +38,7 @@ struct DisposeRows
 };
 using OutputRows = std::unique_ptr<EmbeddedHV::RowDataIterator, DisposeRows>;
 
-/// Without a word for it, rows are for programs.
+/// Without a form, the rows are csv, for programs.
 std::string scoredForm(const ScoreOptions& options)
 {
     const std::string form = formOf(options.format, options.output, {"csv", "json", "txt"});
@@ -47,7 +47,7 @@ std::string scoredForm(const ScoreOptions& options)
     return options.format.empty() && form == "text" ? "csv" : form;
 }
 
-/// One command's rows and the model that scores them.
+/// The rows of one command and the model that scores them.
 class Scoring
 {
 public:
@@ -58,7 +58,8 @@ public:
     {
     }
 
-    /// Before the job, as far as that is known then: a step may add what the model needs.
+    /// Checks the inputs before the job runs, as far as possible: a step may add inputs of the
+    /// model.
     void check(const InputFile& input) const
     {
         if (!input.dataset() || !_options.records.derivations.empty())

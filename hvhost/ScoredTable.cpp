@@ -16,7 +16,7 @@
 
 namespace {
 
-/// How many rows come between two looks at the watch.
+/// The number of rows between two checks of the watch.
 constexpr long long kRowsBetweenLooks = 1024;
 
 CommandFault unknownField(const CFMetaData& model, const std::string& name)
@@ -86,7 +86,7 @@ ResultTable::Row ScoredTable::scoredRow(HVTransformScorer& scorer)
 void ScoredTable::write(HVTransformScorer& scorer, const TableLook& look,
                         const InterruptWatch& watch, std::ostream& out)
 {
-    // Rows for programs go out as they come; the other forms need them all.
+    // csv rows are written one by one. The other forms need all rows first.
     const bool isStreamed = look.form == "csv";
     ResultTable table{_columns, {}, 0};
     if (isStreamed)

@@ -11,23 +11,23 @@ class CFMetaData;
 class HVTransformScorer;
 class InterruptWatch;
 
-/// The rows that are scored, with the fields that are kept and the targets. All is borrowed.
+/// The scored rows, with the kept fields and the targets. Borrows all arguments.
 class ScoredTable
 {
 public:
-    /// Fields are kept by name, letter case apart; all if none is named. Throws CommandFault
-    /// (Usage) for one that there is not, and for a target with the name of one.
+    /// Fields are kept by name, ignoring letter case; without names all are kept. Throws
+    /// CommandFault (Usage) for an unknown field, and for a target with the name of a kept field.
     ScoredTable(EmbeddedHV::RowDataIterator& rows, const CFMetaData& model,
                 const std::vector<std::string>& keep,
                 const std::vector<ScoringModel::Variable>& targets);
 
-    /// Scores all rows, which it can do once, and writes them.
+    /// Scores and writes all rows. Call it once.
     void write(HVTransformScorer& scorer, const TableLook& look, const InterruptWatch& watch,
                std::ostream& out);
     long long rowCount() const { return _rowCount; }
-    /// A sentence on kept numbers that may be shown rounded; empty for none.
+    /// A sentence that names kept numbers which may be rounded; empty if there are none.
     std::string roundedText() const { return roundedColumnsText(_columns); }
-    /// The rows with a target whose value is not valid.
+    /// The number of rows with an invalid target value.
     long long failedCount() const { return _failedCount; }
 
 private:
@@ -35,7 +35,7 @@ private:
     ResultTable::Row scoredRow(HVTransformScorer& scorer);
 
     EmbeddedHV::RowDataIterator& _rows;
-    std::vector<std::size_t> _kept; ///< fields of the rows
+    std::vector<std::size_t> _kept; ///< indexes of fields in the rows
     std::vector<ResultTable::Column> _columns;
     long long _rowCount = 0;
     long long _failedCount = 0;

@@ -27,7 +27,7 @@ ScoringModel::Variable variableOf(const IMCVariable& variable)
     return known;
 }
 
-/// Numbers are numbers, whole or not.
+/// Integer and Real count as the same.
 bool isSameStorage(CFField::StorageType one, CFField::StorageType other)
 {
     const auto general = [](CFField::StorageType storage) {
@@ -85,7 +85,7 @@ ScoringModel::targets(const std::vector<std::string>& names) const
     for (const Variable& output : _outputs)
         known.push_back(output.name);
     for (const std::string& name : names) {
-        // The exact name first: two names may differ only in letter case.
+        // Prefer the exact name: two names may differ only in letter case.
         auto found = std::find(known.begin(), known.end(), name);
         if (found == known.end())
             found = std::find_if(known.begin(), known.end(), [&](const std::string& other) {

@@ -8,25 +8,25 @@
 class CFMetaData;
 class ReadableFile;
 
-/// A transform model in a file, with what it takes and gives.
+/// A transform model in a file, with its inputs and outputs.
 class ScoringModel
 {
 public:
-    /// What the model takes or gives: a name, and the kind of its values.
+    /// An input or output of the model: its name and the storage of its values.
     struct Variable
     {
         std::string name;
         CFField::StorageType storage = CFField::Real;
     };
 
-    /// Throws CommandFault (Input) for a model that cannot be scored, and says why.
+    /// Throws CommandFault (Input), with the reason, if the model cannot be scored.
     explicit ScoringModel(const ReadableFile& file);
 
     const std::string& text() const { return _text; }
-    /// The outputs of these names, or else of these names in other letter case, or all; throws
-    /// CommandFault (Usage) for a name that the model does not have.
+    /// The outputs with these names; all outputs if there are no names. Prefers exact names, then
+    /// ignores letter case. Throws CommandFault (Usage) for an unknown name.
     std::vector<Variable> targets(const std::vector<std::string>& names) const;
-    /// Throws CommandFault (Input) for data that lack an input, or have one that is something else.
+    /// Throws CommandFault (Input) if the data lack an input or have one of another type.
     void checkInputs(const CFMetaData& data, const std::string& dataName) const;
 
 private:

@@ -7,12 +7,13 @@
 
 namespace {
 
-/// A number of days, and a number of the host's seconds, as seconds of a timestamp.
+/// Converts days to the seconds of a timestamp.
 double secondsOfDays(double days)
 {
     const double moment = NumericStorageCFToStat(days, CFField::Date);
     return NumericStorageStatToCF(moment, CFField::Timestamp);
 }
+// Converts the host's seconds to the seconds of a timestamp.
 double secondsOfHost(double moment)
 {
     return NumericStorageStatToCF(moment, CFField::Timestamp);

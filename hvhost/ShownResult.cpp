@@ -17,7 +17,7 @@
 
 namespace {
 
-/// Hands on what a stream gets, a chunk at a time.
+/// A stream buffer that passes its content on in chunks.
 class ChunkBuffer : public std::streambuf
 {
 public:
@@ -52,7 +52,7 @@ void writeInChunks(const std::function<void(std::ostream&)>& write, ChunkBuffer:
 {
     ChunkBuffer buffer(std::move(take));
     std::ostream out(&buffer);
-    // What the buffer throws goes through the stream.
+    // Lets exceptions of the buffer pass through the stream.
     out.exceptions(std::ios::badbit);
     write(out);
     out.flush();

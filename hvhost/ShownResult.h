@@ -6,25 +6,25 @@
 
 class InterruptWatch;
 
-/// Where a result goes that is shown: to standard output, or to a file, which gets its name when
-/// all of it is there. The watch is borrowed.
+/// The destination of a shown result: standard output, or a file that gets its name when it is
+/// complete. Borrows the watch.
 class ShownResult
 {
 public:
-    /// An empty path stands for standard output, as "-" does. Throws CommandFault as outputPath.
+    /// An empty path or "-" means standard output. Throws CommandFault as outputPath does.
     ShownResult(const std::string& path, bool mayReplace, const InterruptWatch& watch);
 
     bool isFile() const { return !_path.empty(); }
-    /// Throws CommandFault (JobFailed) for what cannot be written.
+    /// Throws CommandFault (JobFailed) if the text cannot be written.
     void deliver(const std::string& text) const;
-    /// The same for a result that is too large for memory: `write` writes it to a stream, which
-    /// throws when it cannot go on. A stop that `write` does not heed ends the process.
+    /// The same for a result that is too large for memory. `write` writes it to a stream, which
+    /// throws if it cannot continue. If `write` ignores a stop, the process ends.
     void deliver(const std::function<void(std::ostream&)>& write) const;
 
 private:
     void writeFile(const std::function<void(std::ostream&)>& write) const;
 
-    std::string _name; ///< what the user calls the file
+    std::string _name; ///< the user's name for the file
     std::string _path; ///< empty for standard output
     const InterruptWatch& _watch;
 };

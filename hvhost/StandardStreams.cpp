@@ -20,10 +20,10 @@
 namespace {
 
 constexpr int kLookMilliseconds = 50;
-// A pipe that poll calls ready takes this much without blocking.
+// If poll reports that a pipe is ready, a write of this size does not block.
 constexpr std::size_t kPipeSpace = PIPE_BUF;
 
-/// A file descriptor that is closed at the end.
+/// A file descriptor that the destructor closes.
 class Descriptor
 {
 public:
@@ -46,25 +46,25 @@ private:
     throw CommandFault(status, what + ": " + std::strerror(errno));
 }
 
-/// `head` has seen enough: that is no fault to speak of.
+/// If the reader has ended, like `head`, the failure is not reported.
 [[noreturn]] void failToPrint(const std::string& reason)
 {
     pollfd output{STDOUT_FILENO, POLLOUT, 0};
     if (poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0)
-        throw CommandFault(ExitStatus::NoReader, "nobody reads standard output");
+        throw CommandFault(ExitStatus::NoReader, "standard output has no reader");
     throw CommandFault(ExitStatus::JobFailed, "standard output cannot be written" + reason);
 }
 
 void waitFor(int descriptor, short events, const InterruptWatch& watch)
 {
     pollfd waited{descriptor, events, 0};
-    // The watch is asked first: a stream that is always ready must not keep it from being heard.
+    // Check the watch first. A stream that is always ready must not prevent a stop.
     do
         watch.check();
     while (poll(&waited, 1, kLookMilliseconds) <= 0);
 }
 
-/// Reads what is there, at most the size of a chunk; 0 at the end.
+/// Reads the available bytes, at most one chunk. Returns 0 at the end.
 template <std::size_t size>
 std::size_t readSome(int descriptor, std::array<char, size>& chunk, const std::string& what)
 {
@@ -114,7 +114,7 @@ void ignoreLostReaders()
 
 void occupyStandardStreams()
 {
-    // The wrong way round, so that a use of the stream fails as it would without it.
+    // With the opposite mode, so that a use of the stream fails as it would without the stream.
     constexpr std::array<int, 3> modes{O_WRONLY, O_RDONLY, O_RDONLY};
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
         if (fcntl(stream, F_GETFD) < 0)
@@ -125,7 +125,7 @@ void fetchStream(const std::string& source, const std::string& path, const Inter
 {
     const bool isStandard = source == kStandardStream;
     const std::string what = isStandard ? "standard input" : source + ": the file";
-    // A pipe that nobody writes to yet would block the opening, and be deaf to the user.
+    // Opening a pipe without a writer would block and ignore a stop.
     const Descriptor input(isStandard ? dup(STDIN_FILENO)
                                       : open(source.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (input.number() < 0)

@@ -4,24 +4,23 @@
 
 class InterruptWatch;
 
-/// The path that stands for standard input or standard output.
+/// The path for standard input or standard output.
 inline constexpr const char* kStandardStream = "-";
 
-/// Data that a command takes from a stream or gives to one stands in a file while the engine works
-/// on it. Both ways wait for the other side of the stream no longer than until the user interrupts
-/// the command. They throw CommandFault.
+/// Data from or for a stream is in a file while the engine works on it. Both directions wait for
+/// the other side of the stream, but stop when the user interrupts the command. The functions throw
+/// CommandFault.
 
-/// Has a write that nobody reads fail, in place of the whole program.
+/// Makes a write without a reader fail instead of ending the program.
 void ignoreLostReaders();
-/// Keeps files that the process opens from getting the number of a standard stream that it was
-/// started without, and with it whatever is read or written there.
+/// Opens missing standard streams. Otherwise a file that the process opens could get the number of
+/// a standard stream, and standard input or output would go to it.
 void occupyStandardStreams();
-/// Fetches all of standard input, or of a pipe by its name, into a file.
+/// Copies standard input or a named pipe to a file.
 void fetchStream(const std::string& source, const std::string& path, const InterruptWatch& watch);
 /// Copies a file to standard output.
 void deliverToStandardOutput(const std::string& path, const InterruptWatch& watch);
-/// Prints a text, behind all that was printed before.
+/// Prints a text after everything that was printed before.
 void printToStandardOutput(const std::string& text, const InterruptWatch& watch);
-/// Throws CommandFault (JobFailed, or NoReader) if something printed did not get to standard
-/// output.
+/// Throws CommandFault (JobFailed or NoReader) if printed text did not reach standard output.
 void flushStandardOutput();

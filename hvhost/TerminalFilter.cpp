@@ -7,14 +7,14 @@
 
 namespace {
 
-/// The styles of headings, footnotes and messages, as output texts have them. Data may use them
-/// too; they change nothing but the look of a text.
+/// The styles of headings, footnotes and messages. Data may contain them too, because they only
+/// change the appearance of text.
 constexpr std::array<std::string_view, 5> kStyles{"\x1b[0m", "\x1b[1m", "\x1b[2m", "\x1b[33m",
                                                   "\x1b[31m"};
 constexpr std::size_t kLongestStyle = 5;
 constexpr std::size_t kLongestCharacter = 4;
 
-/// Bytes at the end that may be the beginning of a character or of a style.
+/// The number of bytes at the end that may be the beginning of a character or of a style.
 std::size_t unfinishedBytes(std::string_view bytes)
 {
     const std::size_t escape = bytes.rfind('\x1b');
@@ -34,7 +34,7 @@ std::size_t unfinishedBytes(std::string_view bytes)
     return length > count + 1 ? count + 1 : 0;
 }
 
-/// The number of bytes at the start that go through unchanged.
+/// The number of bytes at the start that pass unchanged.
 std::size_t allowedBytes(std::string_view bytes)
 {
     if (bytes[0] == '\n' || bytes[0] == '\t')
@@ -103,7 +103,7 @@ int CleanedStream::sync()
     return pass() && _target->pubsync() == 0 ? 0 : -1;
 }
 
-/// Cleans what was collected and gives it on.
+/// Cleans the collected bytes and passes them on.
 bool CleanedStream::pass()
 {
     const std::string shown = _filter.clean({pbase(), static_cast<std::size_t>(pptr() - pbase())});

@@ -6,21 +6,21 @@
 #include <string>
 #include <string_view>
 
-/// Cleans data on its way to a terminal, chunk by chunk: of what would command the terminal only
-/// line ends, tabs and this program's own styles of text are left.
+/// Removes control sequences from data for a terminal, chunk by chunk. Only line ends, tabs and
+/// this program's own text styles remain.
 class TerminalFilter
 {
 public:
-    /// What of the bytes can be shown by now; the beginning of a character waits for the rest.
+    /// Returns the bytes that can be shown now. Keeps an incomplete character until the rest comes.
     std::string clean(std::string_view bytes);
-    /// What still waits.
+    /// Returns the kept bytes.
     std::string finish();
 
 private:
     std::string _waiting;
 };
 
-/// Has a stream clean what it is given, for its scope.
+/// Makes a stream clean its data during the lifetime of the object.
 class CleanedStream : public std::streambuf
 {
 public:

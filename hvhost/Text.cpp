@@ -60,7 +60,7 @@ std::string nearestWord(const std::vector<std::string>& words, const std::string
     std::string nearest;
     std::size_t best = word.size() / 2 + 1;
     for (const std::string& candidate : words) {
-        // Whoever typed the beginning meant that word, however long it is.
+        // A user who typed the beginning of a word meant that word, however long it is.
         if (word.size() >= kTellingLength && candidate.starts_with(word))
             return candidate;
         const std::size_t distance = editDistance(word, candidate);

@@ -5,20 +5,20 @@
 #include <string_view>
 #include <vector>
 
-/// Whether this byte of a UTF-8 text is the first one of a character.
+/// Whether this byte of a UTF-8 text is the first byte of a character.
 bool beginsCharacter(char byte);
 
-/// Characters, not bytes: what a terminal counts, and a person.
+/// The number of characters in a UTF-8 text.
 std::size_t countCharacters(std::string_view text);
 
-/// The text without blanks around it.
+/// The text without blanks at both ends.
 std::string trimmed(const std::string& text);
 
-/// The text without line ends behind it: what other programs say may end in empty lines.
+/// The text without line ends at its end. Messages of other programs may end with empty lines.
 std::string withoutLineEnds(std::string text);
 
-/// The text on one line, and without what would steer a terminal.
+/// The text on one line and without control characters for a terminal.
 std::string printable(std::string text);
 
-/// The one of the words that is most like another; empty if none is like it.
+/// The most similar of the words; empty if none is similar.
 std::string nearestWord(const std::vector<std::string>& words, const std::string& word);

@@ -18,13 +18,12 @@ namespace {
 
 constexpr std::size_t kEdges = 4; ///< a line and a blank on each side
 
-/// From here on a number has no digits to spare behind its point; up to there a double tells the
-/// units.
+/// Numbers from here on show only whole units. Up to kAllDigits a double is exact to the unit.
 constexpr double kManyDigits = 1e7;
 constexpr double kAllDigits = 1e15;
 
-/// Numbers as people read them in a table: seven significant digits, and of large ones the units. A
-/// missing number is a period; a text that is not there is blank, since a period may be a text.
+/// A number with seven significant digits; a large number with its whole units. A missing number is
+/// a period. A missing text is blank, because a period may be a text.
 std::string cellText(const std::optional<std::string>& cell, const ResultTable::Column& column)
 {
     if (!cell)

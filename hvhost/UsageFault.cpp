@@ -12,7 +12,7 @@
 
 namespace {
 
-/// "NAME: At Most 1 required but received N"; empty for another text.
+/// Rewrites "NAME: At Most 1 required but received N". Empty for other texts.
 std::string repeatedOption(std::string_view text)
 {
     TextScan scan(text);
@@ -21,7 +21,7 @@ std::string repeatedOption(std::string_view text)
                 : std::string();
 }
 
-/// "NAME: 1 required TYPE missing"; empty for another text.
+/// Rewrites "NAME: 1 required TYPE missing". Empty for other texts.
 std::string valuelessOption(std::string_view text)
 {
     TextScan scan(text);
@@ -32,7 +32,7 @@ std::string valuelessOption(std::string_view text)
                : std::string();
 }
 
-/// "NAME: VALUE not in {A,B}"; empty for another text.
+/// Rewrites "NAME: VALUE not in {A,B}". Empty for other texts.
 std::string foreignValue(std::string_view text)
 {
     TextScan scan(text);
@@ -45,7 +45,7 @@ std::string foreignValue(std::string_view text)
     return fault;
 }
 
-/// What the parser says, in the words that this program uses.
+/// The message of the parser, in this program's words.
 std::string reworded(const std::string& text)
 {
     for (const auto& reword : {&repeatedOption, &valuelessOption, &foreignValue})
@@ -54,7 +54,7 @@ std::string reworded(const std::string& text)
     return text;
 }
 
-/// The options of a command as they are typed. One letter is like any other: those are left out.
+/// The long options of a command. One-letter options are left out, because all of them are similar.
 std::vector<std::string> optionNames(const CLI::App& command)
 {
     std::vector<std::string> names;
@@ -64,7 +64,7 @@ std::vector<std::string> optionNames(const CLI::App& command)
     return names;
 }
 
-/// The command that the line names, with its words: that of a command of a command, too.
+/// The command or subcommand that the line names, with its words.
 struct NamedCommand
 {
     const CLI::App* app;
@@ -91,7 +91,7 @@ bool hasOption(const std::vector<std::string>& words)
     return std::any_of(words.begin(), words.end(), isOption);
 }
 
-/// Words that no command takes. An option among them explains those behind it.
+/// Words that no command accepts. An unknown option among them explains the words after it.
 CommandFault lostWords(const std::vector<std::string>& words, const CLI::App& command,
                        const std::string& usageHint)
 {
@@ -105,7 +105,7 @@ CommandFault lostWords(const std::vector<std::string>& words, const CLI::App& co
             nearest.empty() ? usageHint : "did you mean " + nearest + "?"};
 }
 
-/// Whether a word was expected to name one of the commands of this one.
+/// Whether the next word should name a subcommand.
 bool expectsCommand(const CLI::App& app)
 {
     return app.get_subcommands().empty() &&
@@ -142,11 +142,11 @@ CommandFault usageFault(const CLI::App& app, const CLI::ParseError& error)
         return {ExitStatus::Usage, "no command is given", hint};
     if (needsCommand && !isOption(lost.front()))
         return unknownCommand(*named.app, lost.front(), hint);
-    // What is required may be missing only because an option before it is misspelled.
+    // A required word may be missing only because of a misspelled option before it.
     const bool isExtra = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
     if (!lost.empty() && (isExtra || hasOption(lost)))
         return lostWords(lost, *named.app, hint);
-    // The help calls the output OUT also where it is named by -o.
+    // The help calls the output OUT, also if -o names it.
     const std::string text = reworded(error.what());
     return {ExitStatus::Usage, text.starts_with("-o") ? "OUT" + text.substr(sizeof "-o" - 1) : text,
             hint};

@@ -9,11 +9,11 @@ class App;
 class ParseError;
 } // namespace CLI
 
-/// Null if there is no such command.
+/// The command with this name; null if it does not exist.
 const CLI::App* findCommand(const CLI::App& app, const std::string& name);
 
-/// The fault of a word in the place of a command. `hint` is for a word that is like none.
+/// The error for an unknown command. `hint` is used if no command is similar.
 CommandFault unknownCommand(const CLI::App& app, const std::string& word, const std::string& hint);
 
-/// What the parser has against a command line, in the words of the help.
+/// The error of the parser, in the words of the help.
 CommandFault usageFault(const CLI::App& app, const CLI::ParseError& error);

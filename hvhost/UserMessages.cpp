@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Addresses as they were given, and as they are shown.
+/// Addresses as given, and as shown.
 std::vector<std::pair<std::string, std::string>>& addresses()
 {
     static std::vector<std::pair<std::string, std::string>> list;
@@ -24,7 +24,8 @@ bool isInScheme(char letter)
            (letter >= '0' && letter <= '9') || letter == '+' || letter == '-' || letter == '.';
 }
 
-/// The address around the "://" at this place: it may follow an option, or be in an expression.
+/// The address around the "://" at this position. It may follow an option or be part of an
+/// expression.
 std::string_view addressAt(std::string_view word, std::size_t separator)
 {
     std::size_t begin = separator;

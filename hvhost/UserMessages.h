@@ -2,15 +2,15 @@
 
 #include <string>
 
-/// What hvhost says to its user and writes into its log goes through here.
+/// All messages to the user and all lines of the log pass through here.
 
-/// Remembers the web addresses among the words of the command line: messages show them without
-/// user info and query, which may hold a key.
+/// Stores the web addresses on the command line. Messages show them without user info and query,
+/// because these may contain a key.
 void rememberAddresses(int count, char** words);
 
-/// The text in lines that cannot command a terminal or be taken for two messages: the second line
-/// and those behind it are indented. It shows remembered addresses without their secrets.
+/// The text without control characters for a terminal. Lines after the first are indented, so that
+/// they do not look like another message. Stored addresses are shown without their secrets.
 std::string shownMessage(const std::string& text);
 
-/// Prints a message on standard error, and ends the line.
+/// Prints a message and a line end on standard error.
 void printMessage(const std::string& text);

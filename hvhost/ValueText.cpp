@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Beyond it are neither dates nor times, but the infinities of the database and numbers that are
-/// only called so.
+/// Beyond this there are no valid dates or times, only the database's infinities and unsuitable
+/// numbers.
 constexpr double kFarthest = 1e12;
 constexpr double kFarthestTimestamp = 9.2e12;
 
@@ -23,7 +23,7 @@ bool isInReach(double number)
 
 std::string dateText(double days)
 {
-    // The library's years end at 32767; the calendar comes round every 400.
+    // The library's years end at 32767. The calendar repeats every 400 years.
     constexpr double kDaysOfCycle = 146097;
     constexpr long long kYearsOfCycle = 400;
     if (!isInReach(days))
@@ -39,7 +39,7 @@ std::string dateText(double days)
     return buffer.data();
 }
 
-/// As in ".25"; nothing for a whole second. A microsecond is the least that is told apart.
+/// For example ".25"; empty for a whole second. The resolution is one microsecond.
 std::string fractionText(double fraction)
 {
     constexpr long kMicroseconds = 1000000;

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// How many cases come between two looks at the watch.
+/// The number of cases between two checks of the watch.
 constexpr long long kCasesBetweenLooks = 1024;
 
 class WatchedCases : public VEXA_InputCaseIterator

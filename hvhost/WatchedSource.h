@@ -4,8 +4,9 @@
 
 class InterruptWatch;
 
-/// A data source whose cases stop coming when the user interrupts the command: NextCase throws what
-/// the watch throws. For work on cases that no job does, and no job's end ends. Both are borrowed.
+/// A data source that checks the watch: NextCase throws the watch's exception when the user
+/// interrupts the command. For work on cases outside jobs, which a cancellation does not stop.
+/// Borrows both.
 class WatchedSource : public VEXA_DataSource
 {
 public:

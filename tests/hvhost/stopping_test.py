@@ -133,7 +133,7 @@ class StoppingOutput(Case):
                 errors = process.communicate(timeout=60)[1]
                 self.assertLess(time.monotonic() - begin, limit + self.PATIENCE)
                 self.assertEqual(process.returncode, 124, errors)
-                self.assertIn("hint: a longer one is set with --timeout", errors)
+                self.assertIn("hint: --timeout SECONDS sets a longer limit", errors)
                 self.assertEqual(list(self.target.iterdir()), [])
 
     def test_ctrl_c_while_output_is_printed(self):
