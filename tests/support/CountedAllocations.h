@@ -3,11 +3,11 @@
 #include <cstdlib>
 #include <new>
 
-// Counts the allocations of each thread, for tests of loops that must make none. Included by one
-// source of a program only.
+// Counts the allocations of each thread, for tests of loops that must not allocate. Include it in
+// only one source of a program.
 inline thread_local long long allocations = 0;
 
-// Not inline: the compiler would take a pair of malloc and free for one of new and free.
+// Not inline: otherwise the compiler would see a pair of new and free and report a mismatch.
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
     ++allocations;

@@ -4,7 +4,7 @@
 
 #include <sys/resource.h>
 
-/// No file may grow beyond a limit while it lives, as on a disk that is full.
+/// During its lifetime no file can grow beyond a limit, as on a full disk.
 class FullDisk
 {
 public:

@@ -6,7 +6,7 @@
 
 #include "MultiByte.h"
 
-/// Sets an environment variable for a scope; no value takes it away.
+/// Sets an environment variable during its lifetime. Without a value, unsets it.
 class ScopedEnvironment
 {
 public:
@@ -33,7 +33,7 @@ private:
     std::optional<std::string> _before;
 };
 
-/// Puts the host into a code page for a scope.
+/// Sets the host's code page during its lifetime.
 class ScopedCodePage
 {
 public:

@@ -6,7 +6,7 @@
 
 #include "PathFactory.h"
 
-/// Has the host installed somewhere else for a scope; nowhere for an empty path.
+/// Sets the host's installation path during its lifetime. An empty path means no installation.
 class Installation final : public PathFinder
 {
 public:

@@ -15,8 +15,8 @@
 #include "support/JvmFixture.h"
 #include "support/ScriptedEngine.h"
 
-/// Jobs on the real machine. After each test the runner's cleanJRef must leave no global reference,
-/// and no scratch file may be left.
+/// Tests that run jobs on the real virtual machine. After each test, cleanJRef must release all
+/// global references, and no scratch file may remain.
 class JobTest : public JvmTest
 {
 protected:
@@ -41,8 +41,8 @@ protected:
         EXPECT_EQ(scratchFiles(), std::vector<std::string>());
     }
 
-    /// Runs a piece of work as often as it makes calls of the machine, each of which fails once;
-    /// whichever fails, what was made goes.
+    /// Repeats a piece of work. In each run another call to the virtual machine fails, until all
+    /// have failed once. After each run nothing may remain.
     template <typename Work>
     void expectToSurviveFailures(Work work)
     {
@@ -70,7 +70,7 @@ protected:
         return files;
     }
 
-    /// How many executions the engine made and did not end.
+    /// The number of executions that the engine has made but not deleted.
     static long openExecutions(const ScriptedEngine& engine)
     {
         long open = 0;

@@ -17,9 +17,9 @@
 #include "language/JsonLiteral.h"
 #include "language/Parser.h"
 
-/// Checks that the engine's parser reads back what the composing side writes: names, texts and
-/// numbers, wherever they stand in a job. Each operation returns what did not come back, empty if
-/// all did; text that does not parse throws JobError. What it makes in Java lives until cleanJRef.
+/// Checks that the engine's parser reads names, texts and numbers in a job exactly as they were
+/// composed. Each operation returns a description of the difference, or an empty text. Text that
+/// does not parse throws JobError. Objects in Java live until cleanJRef.
 namespace JobTextRoundTrip {
 
 using namespace EmbeddedHV::language;
@@ -51,7 +51,7 @@ inline bool isText(const Expression& expression, const std::string& text)
     return found != nullptr && *found == text;
 }
 
-/// Whether it is `x.field`.
+/// Whether the expression is `x.field`.
 inline bool isField(const Expression& expression, const std::string& field)
 {
     const auto* member = std::get_if<Member>(&expression.value);
@@ -78,10 +78,10 @@ inline std::string ofNumbers(JNIHvlProgram& program, std::int64_t integer, doubl
     return read == nlohmann::ordered_json{{"i", integer}, {"r", real}} ? "" : "a number in JSON";
 }
 
-/// A text that is not empty, UTF-8, as a literal, a field, and a key and a value of JSON.
+/// Checks a non-empty UTF-8 text as a literal, a field, and a key and a value in JSON.
 inline std::string ofText(JNIHvlProgram& program, const std::string& text)
 {
-    // These two take C strings.
+    // These two take C strings, which end at a zero byte.
     const std::string toZero = text.c_str();
     if (!isText(*parseExpression(program.createHvlExpressionLiteral(text.c_str())->generate()),
                 toZero))
@@ -99,7 +99,7 @@ inline std::string ofText(JNIHvlProgram& program, const std::string& text)
     return isPlainName(text) == isUnchanged ? "" : "isPlainName";
 }
 
-/// A path in a container of a job that is written as text.
+/// Checks a path in a container of a text job.
 inline std::string ofPath(const std::string& path)
 {
     const auto container =
@@ -110,7 +110,7 @@ inline std::string ofPath(const std::string& path)
                : "a path";
 }
 
-/// The lambda of a deriveField that copies a field, with the type of the field declared.
+/// Whether it is the lambda of a deriveField step that copies a field and declares its type.
 inline bool isCopyOf(const Expression& lambda, const std::string& field)
 {
     const auto* context = std::get_if<Lambda>(&lambda.value);
@@ -123,8 +123,8 @@ inline bool isCopyOf(const Expression& lambda, const std::string& field)
            isField(*pair->elements[1], field);
 }
 
-/// A whole job in which the text is a setting, a field, a type's field and the tag of an input: it
-/// must have the steps that were made and no others.
+/// Checks a whole job in which the text is a setting, a field, a field of a type, and the tag of an
+/// input. The job must have exactly the steps that were made.
 inline std::string ofJob(const std::string& text)
 {
     JNIHvlProgram program;

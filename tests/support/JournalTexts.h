@@ -5,7 +5,7 @@
 
 #include "Journal.h"
 
-/// The texts of one kind that the host has kept, in order.
+/// The texts of one kind in the host's journal, in order.
 inline std::vector<std::string> journalTexts(HostJournal::Kind kind)
 {
     std::vector<std::string> texts;

@@ -7,12 +7,13 @@
 
 #include "support/RecordingJni.h"
 
-/// Tests that work with Java: the real machine of the host, started once for the process, behind a
-/// recorder. After each test what the step held is released, and then no reference may be left, no
-/// call may have been made with an exception pending, and the machine may have complained of
-/// nothing.
+/// Tests with Java: the host's real virtual machine, started once per process, with a recorder of
+/// JNI calls. After each test, TearDown releases the objects of the test. Then no reference may
+/// remain, no call may have been made with a pending exception, and the virtual machine may have
+/// reported no problem.
 ///
-/// With HV_TEST_CHECK_JNI set the machine checks every call itself; its complaints fail the test.
+/// If HV_TEST_CHECK_JNI is set, the virtual machine itself checks every call. Its reports fail the
+/// test.
 class JvmTest : public testing::Test
 {
 protected:
@@ -21,6 +22,6 @@ protected:
 
     RecordingJni& jni() const;
     JNIEnv* env() const;
-    /// What the checked mode said since the test began.
+    /// The reports of the checked mode since the test began.
     static std::vector<std::string> complaints();
 };

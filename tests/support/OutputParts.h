@@ -5,7 +5,7 @@
 
 #include "TnOutput.h"
 
-// Short forms of what tests put into the output.
+// Short forms for output that tests create.
 
 using Table = std::unique_ptr<TnPivotTable>;
 using Dimension = std::unique_ptr<TnDimension>;

@@ -16,7 +16,7 @@ using Traits = RecordingJni::Traits;
 template <auto Member>
 constexpr Traits traitsOf{};
 
-/// A function of the table: how it is seen.
+/// The recording wrapper of a function in the table.
 template <auto Member, class Function>
 struct Entry;
 
@@ -61,7 +61,7 @@ struct Entry<Member, Result (*)(JNIEnv*, Arguments...)>
     }
 };
 
-// name, may fail, allowed with an exception pending, locals, globals
+// name, may fail, allowed with a pending exception, locals, globals
 #define RECORDED_FUNCTIONS(X)                                                                      \
     X(FindClass, true, false, 1, 0)                                                                \
     X(GetObjectClass, false, false, 1, 0)                                                          \
@@ -110,7 +110,7 @@ struct Entry<Member, Result (*)(JNIEnv*, Arguments...)>
         locals,    globals, std::string_view(#function) == "EnsureLocalCapacity"};
 RECORDED_FUNCTIONS(TRAITS)
 
-/// The code of the test program and of our libraries.
+/// Collects the code of the test program and of our libraries.
 int collectCode(dl_phdr_info* info, std::size_t, void* target)
 {
     const std::string name = info->dlpi_name;
@@ -131,7 +131,7 @@ int collectCode(dl_phdr_info* info, std::size_t, void* target)
 
 RecordingJni& RecordingJni::install(JavaVM* machine, bool withPendingCheck)
 {
-    // For the life of the process, as the table that points here.
+    // Lives as long as the process, because the function table points to it.
     static RecordingJni* const instance = new RecordingJni(machine, withPendingCheck);
     return *instance;
 }
@@ -143,7 +143,7 @@ RecordingJni::RecordingJni(JavaVM* machine, bool withPendingCheck)
         _ours.push_back({begin, end});
     };
     dl_iterate_phdr(collectCode, &add);
-    // All names at once: a test may have allocations fail while calls are counted.
+    // Insert all names now. Allocations may be made to fail while calls are counted.
 #define KNOW(function, fails, allowed, locals, globals) _counts.emplace(#function, 0);
     RECORDED_FUNCTIONS(KNOW)
     replaceTable(machine);

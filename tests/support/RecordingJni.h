@@ -8,63 +8,67 @@
 #include <string_view>
 #include <vector>
 
-/// The calls that our libraries and the test program make through JNI: counted, checked, and made
-/// to fail at will. The machine's own code uses the same function table; its calls pass unseen.
+/// Counts and checks the JNI calls of our libraries and the test program, and makes them fail on
+/// request. Calls of the virtual machine's own code, which uses the same function table, are
+/// ignored.
 ///
-/// The table of the running machine is replaced, for all its threads, and stays replaced.
+/// It replaces the table of the running virtual machine, for all threads and permanently.
 class RecordingJni
 {
 public:
     /// How a call fails.
     enum class Fault
     {
-        OutOfMemory,     ///< nothing returned, an OutOfMemoryError pending
-        NothingReturned, ///< nothing returned and no exception, which JNI does not allow for
-        Exception        ///< nothing returned, an IllegalStateException pending
+        OutOfMemory,     ///< returns null or 0, with a pending OutOfMemoryError
+        NothingReturned, ///< returns null or 0 without an exception, which JNI does not allow
+        Exception        ///< returns null or 0, with a pending IllegalStateException
     };
 
-    /// One for the process, installed at first use. `withPendingCheck` reports calls made with an
-    /// exception pending; the machine's checked mode does that itself, and asking would blind it.
+    /// The only instance of the process; the first call installs it. With `withPendingCheck` it
+    /// reports calls that are made with a pending exception. The virtual machine's checked mode
+    /// does that itself, and the extra check would hide its reports.
     static RecordingJni& install(JavaVM* machine, bool withPendingCheck);
 
-    /// Forgets the counts and the violations, ends fault injection, and takes the references that
-    /// are alive now as the baseline.
+    /// Clears the counts and violations, ends fault injection, and makes the current references the
+    /// baseline.
     void restart();
     int count(const std::string& function) const;
-    /// References made since the restart and not deleted. Global references to classes do not
-    /// count: they are kept for good.
+    /// Global references made since the restart and not deleted, without those to classes, which
+    /// are kept permanently.
     int liveGlobals() const;
+    /// Local references made since the restart and not deleted.
     int liveLocals() const;
     std::vector<std::string> violations() const;
 
-    /// Makes the call with this number fail, counted from 1 over those that can; 0 counts only.
+    /// Makes the call with this number fail. Only calls that can fail are counted, from 1. 0 only
+    /// counts.
     void failAt(int number, Fault fault);
-    /// Ends fault injection; returns whether the call was reached.
+    /// Ends fault injection. Returns whether the call was reached.
     bool endFault();
-    /// The function of the call that failed last; empty for none since failAt.
+    /// The function of the last failed call; empty if none has failed since failAt.
     std::string_view failedFunction() const;
-    /// The calls since failAt that can fail.
+    /// The number of calls since failAt that can fail.
     int faultableCalls() const;
 
-    // What the entries of the table use.
+    // Used by the entries of the table.
     struct Traits
     {
         const char* name;
         bool fails;
-        bool allowedPending; ///< JNI allows it while an exception is pending
+        bool allowedPending; ///< allowed by JNI while an exception is pending
         int locals;          ///< 1: returns a local reference, -1: deletes one
         int globals;         ///< 1: returns a global reference, -1: deletes one
-        bool returnsCode;    ///< a result code instead of a value
+        bool returnsCode;    ///< returns a result code instead of a value
     };
     bool concerns(const void* caller) const;
-    /// False: the call is to fail.
+    /// Returns false if the call must fail.
     bool before(JNIEnv* env, const Traits& traits);
     void made(JNIEnv* env, const Traits& traits, jobject result);
     void deleting(JNIEnv* env, const Traits& traits, jobject reference);
     const JNINativeInterface_& original() const { return _original; }
 
 private:
-    /// A piece of memory that holds the code of a library.
+    /// A memory range with the code of a library.
     struct Code
     {
         const char* begin;

@@ -8,7 +8,7 @@
 #include "ExtNameStr.h"
 #include "FileServices.h"
 
-/// A folder of the host's temporary directory for one scope.
+/// A folder in the host's temporary directory. The destructor removes it.
 class ScratchFolder
 {
 public:
@@ -21,9 +21,9 @@ public:
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-    /// A name in the folder, in the host's spelling.
+    /// The path of a file in the folder, in the host's form.
     std::string name(const std::string& file) const { return folder + "\\" + file; }
-    /// Writes a file and the folders that lead to it.
+    /// Writes a file. Creates its folders.
     void put(const std::string& file, const std::string& text = "x") const
     {
         std::filesystem::create_directories((path / file).parent_path());
@@ -39,7 +39,7 @@ public:
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
-    /// The folder, in the host's spelling and in the operating system's.
+    /// The path of the folder, in the host's and in the operating system's form.
     const std::string folder;
     const std::filesystem::path path;
 };

@@ -16,7 +16,7 @@
 #include "RowDataIterator.h"
 #include "runner/StatHVServiceManager.h"
 
-/// What the engine and its executions share with the test.
+/// The state that the engine, its executions and the test share.
 struct ScriptedEngine::State
 {
     mutable std::mutex mutex;
@@ -87,7 +87,7 @@ class ScriptedExecution : public EmbeddedHV::Execution
 {
 public:
     explicit ScriptedExecution(ScriptedEngine::State& state) : _state(state) {}
-    // Faults are for operations: a destructor does not throw.
+    // Only operations throw faults; a destructor must not throw.
     ~ScriptedExecution() override
     {
         const std::lock_guard guard(_state.mutex);
@@ -189,7 +189,7 @@ int ScriptedJob::pull(const std::string& name)
 
 namespace {
 
-/// The backend is both of its services.
+/// The backend implements both of its services.
 class ScriptedBackend : public EmbeddedHV::Backend,
                         public EmbeddedHV::ExecutionService,
                         public EmbeddedHV::MetadataService
@@ -203,7 +203,7 @@ public:
     EmbeddedHV::Execution* createExecution(const std::string& locale) override
     {
         _state.record("createExecution", locale, nullptr);
-        // The contract hands the object to the caller.
+        // The caller owns the object, as in the contract.
         return std::make_unique<ScriptedExecution>(_state).release();
     }
 
@@ -261,7 +261,7 @@ private:
 
 } // namespace
 
-// The service that stands on this engine is shut down before the state goes.
+// Shuts down the service that uses this engine before the state is destroyed.
 ScriptedEngine::ScriptedEngine() : _state(std::make_unique<State>())
 {
     StatHVServiceManager::shutdown();

@@ -13,7 +13,7 @@
 #include "ExecutionListener.h"
 #include "RowDataIterator.h"
 
-/// What a scripted call throws.
+/// The exception that a scripted call throws.
 enum class Fault
 {
     None,
@@ -23,10 +23,10 @@ enum class Fault
     Unknown
 };
 const char* nameOf(Fault fault);
-/// Throws what the fault stands for; returns for none.
+/// Throws the exception of the fault. Returns for None.
 void raiseFault(Fault fault);
 
-/// One call that the engine got: its name, its argument in words, and on what it came.
+/// A call that the engine received: its name, its argument as text, its environment and its thread.
 struct EngineCall
 {
     std::string name;
@@ -37,8 +37,8 @@ struct EngineCall
 
 class ScriptedExecution;
 
-/// A running job, as its script sees it. The script runs on a thread of the engine's own, so every
-/// callback crosses threads as with a real engine.
+/// A running job, for its script. The script runs on a separate thread, so callbacks cross threads
+/// as with a real engine.
 class ScriptedJob
 {
 public:
@@ -47,11 +47,12 @@ public:
     {
     }
     EmbeddedHV::ExecutionListener& listener() { return _listener; }
-    /// Reports by the extended operation, as the contract asks.
+    /// Reports through the extended operation if the listener has it, as the contract requires.
     void message(const std::string& id, const std::string& text);
-    /// Blocks until the job is cancelled; false if nobody does so within `seconds`.
+    /// Blocks until the job is cancelled. Returns false if that does not happen within `seconds`.
     bool waitForCancel(int seconds = 30);
-    /// Pulls the named input iterator to its end; how many records it gave, -1 if there is none.
+    /// Reads the named input iterator to its end. Returns the number of records, or -1 if there is
+    /// no such iterator.
     int pull(const std::string& name);
 
 private:
@@ -59,8 +60,8 @@ private:
     EmbeddedHV::ExecutionListener& _listener;
 };
 
-/// An engine that does what a test tells it. While it lives, every service manager that is made
-/// stands on it; it ends the process's service when it is made and when it goes.
+/// An engine that a test controls. During its lifetime, every new service manager uses it. The
+/// constructor and the destructor shut down the process's service.
 class ScriptedEngine
 {
 public:
@@ -71,38 +72,38 @@ public:
     ScriptedEngine(const ScriptedEngine&) = delete;
     ScriptedEngine& operator=(const ScriptedEngine&) = delete;
 
-    /// What the jobs to come do; onSuccess alone by default.
+    /// Sets the script of later jobs. By default a job only calls onSuccess.
     void setScript(Script script);
-    /// Has the call of this name throw: "start", "createExecution", a query of the metadata service
-    /// or an operation of the execution.
+    /// Makes calls with this name throw: "start", "createExecution", a query of the metadata
+    /// service, or an operation of the execution.
     void throwAt(const std::string& call, Fault fault);
-    /// Has the call of this name run something, on its thread; once it is recorded and before it
-    /// throws. An empty function takes it away.
+    /// Runs a function in each call with this name, on its thread, after the call is recorded and
+    /// before it throws. An empty function removes it.
     void onCall(const std::string& call, std::function<void()> hook);
-    /// Called at the start of each call, after it was noted; what it throws leaves the call. Not
-    /// for the end of the service, which must not throw.
+    /// Sets a function that runs at the start of each call, after the call is recorded. Its
+    /// exceptions leave the call. Not for the end of the service, which must not throw.
     void setCallHook(std::function<void()> hook);
-    /// What queries of the metadata service answer.
+    /// Sets the answer of the metadata service's queries.
     void setMetadata(const std::string& answer);
-    /// What one query answers, as in "getCoordinatesSystemInfo(4326)"; others then answer with
-    /// nothing, but for that of a data model.
+    /// Sets the answer of one query, for example "getCoordinatesSystemInfo(4326)". Other queries,
+    /// except for a data model, then return an empty answer.
     void setAnswer(const std::string& query, const std::string& answer);
-    /// Rows of a file that a job wrote, by its name; the test owns them. Input rows stand for files
-    /// of their names otherwise.
+    /// Sets the rows of files that a job wrote, by name. The test owns them. Without it, input rows
+    /// take the place of files with their names.
     using Outputs = std::function<EmbeddedHV::RowDataIterator*(const std::string& fileName)>;
     void setOutputs(Outputs outputs);
 
-    /// All calls so far, in order; "delete" is the end of an execution object.
+    /// All calls so far, in order. "delete" is the destructor of an execution.
     std::vector<EngineCall> calls() const;
-    /// The same as "name(argument)", without the arguments' parentheses where there is none.
+    /// The calls as "name(argument)", or only "name" if there is no argument.
     std::vector<std::string> callNames() const;
-    /// Of all calls of one name, in order; those of "prepare" are the texts of jobs.
+    /// The arguments of all calls with this name, in order. Those of "prepare" are job texts.
     std::vector<std::string> argumentsOf(const std::string& name) const;
     void clearCalls();
-    /// Blocks until a script is running; false if none does so within `seconds`.
+    /// Blocks until a script is running. Returns false if that does not happen within `seconds`.
     bool waitUntilRunning(int seconds = 30) const;
 
-    /// Of each start of the engine, what it was started with.
+    /// The settings of each start of the engine.
     std::vector<EmbeddedHV::EHVAppSetting> starts() const;
 
     struct State;

@@ -8,7 +8,7 @@
 #include "CFMetaData.h"
 #include "RowDataIterator.h"
 
-/// Rows of a file that a job wrote: numbers and texts, as they are given.
+/// Rows of a file that a job wrote, from given numbers and texts.
 class WrittenRows : public EmbeddedHV::RowDataIterator
 {
 public:

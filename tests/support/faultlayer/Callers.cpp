@@ -11,7 +11,7 @@ namespace {
 
 struct NamedOwner
 {
-    const char* part; ///< of the name of the library's file
+    const char* part; ///< a part of the library's file name
     Owner owner;
 };
 constexpr NamedOwner kOwners[] = {
@@ -33,14 +33,14 @@ struct Code
     Owner owner;
 };
 
-// Plain memory, since nothing may be allocated here. A process of ours loads about 150 libraries.
+// Static memory, because nothing may be allocated here. Our processes load about 150 libraries.
 constexpr std::size_t kMostPieces = 1024;
 Code pieces[kMostPieces];
 std::size_t pieceCount = 0;
 
 Owner ownerOfLibrary(const char* name)
 {
-    // The program itself has no name.
+    // The program itself has an empty name.
     if (*name == '\0')
         return Owner::Ours;
     for (const NamedOwner& known : kOwners)

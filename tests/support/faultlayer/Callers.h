@@ -2,16 +2,16 @@
 
 namespace faultlayer {
 
-/// Whose code an address is.
+/// The owner of the code at an address.
 enum class Owner
 {
     Ours,
-    Helper, ///< works for whoever calls it: its own caller counts
+    Helper, ///< works for its caller, so the caller counts
     Database,
     Other
 };
 
-/// Looks at the libraries that are loaded now. Allocates nothing.
+/// Reads the list of loaded libraries. Does not allocate.
 void learnOwners();
 
 struct Caller
@@ -19,7 +19,7 @@ struct Caller
     Owner owner = Owner::Other;
     const void* address = nullptr;
 };
-/// Who made the present call, seen through helpers. `returnAddress` is that of the function of this
+/// The caller of the current call. Skips helpers. `returnAddress` is that of the function in this
 /// library.
 Caller callerOf(const void* returnAddress);
 

@@ -4,7 +4,7 @@
 
 namespace faultlayer {
 
-/// Counts a call; whether it is the one to fail. Any thread.
+/// Counts a call. Returns whether it must fail. Any thread.
 bool isToFail(Kind kind, const void* returnAddress);
 
 } // namespace faultlayer

@@ -21,11 +21,11 @@ std::atomic<long> counted = 0;
 std::atomic<const void*> failedSite = nullptr;
 std::atomic<bool> wasDelivered = false;
 
-// To look for the caller may itself allocate. Initial-exec, since a lookup of thread-local memory
-// may allocate as well.
+// The search for the caller may itself allocate. Initial-exec, because other access to thread-local
+// memory may allocate too.
 [[gnu::tls_model("initial-exec")]] thread_local bool isDeciding = false;
 
-/// Takes the fault from the environment and reports at the end of the process.
+/// Reads the fault from the environment. Writes a report when the process ends.
 class EnvironmentFault
 {
 public:

@@ -2,15 +2,14 @@
 
 /// Makes the n-th allocation or file operation of this system's own code fail.
 ///
-/// The library defines the functions of the C and C++ libraries that allocate and that work on
-/// files, so it must come before them: link it first, or preload it. It decides by return addresses
-/// whose call it is. A call that reaches the C or C++ library from our code through a small helper
-/// library, such as the one for XML, counts as ours. Calls of the Java virtual machine and of GDAL
-/// never count.
+/// The library replaces the functions of the C and C++ libraries that allocate or work on files. So
+/// it must come before them: link it first, or preload it. It identifies the caller by its return
+/// address. A call from our code through a small helper library, for example the XML library,
+/// counts as ours. Calls of the Java virtual machine and of GDAL never count.
 ///
-/// A program that is not linked with it names the fault in the environment:
-/// HV_FAULT=write:17 or HV_FAULT=write:17:database. HV_FAULT_REPORT names a file that receives
-/// "calls delivered site" when the process ends.
+/// A program that is not linked with it gets the fault from the environment: HV_FAULT=write:17 or
+/// HV_FAULT=write:17:database. HV_FAULT_REPORT names a file for the report "calls delivered site",
+/// which is written when the process ends.
 namespace faultlayer {
 
 enum class Kind
@@ -26,27 +25,27 @@ enum class Kind
     Thread  ///< pthread_create: EAGAIN
 };
 
-/// Null for a kind that has no name.
+/// The name of a kind; null if it has none.
 [[gnu::visibility("default")]] const char* nameOf(Kind kind);
-/// None for a name that is not known.
+/// The kind with this name; None if it is unknown.
 [[gnu::visibility("default")]] Kind kindNamed(const char* name);
 
-/// Whose calls count.
+/// The code whose calls count.
 enum class Scope
 {
     Ours,
     OursAndDatabase
 };
 
-/// Starts to count; the call with this number, from 1, fails. 0 counts only. Libraries that the
-/// process loads later do not count as ours.
+/// Starts counting. The call with this number, from 1, fails. 0 only counts. Libraries that are
+/// loaded later do not count as ours.
 [[gnu::visibility("default")]] void arm(Kind kind, Scope scope, long number);
 
 struct Outcome
 {
     long calls = 0;
     bool delivered = false;
-    /// Where our code made the call that failed; null if none did.
+    /// The place in our code that made the failed call; null if none failed.
     const void* site = nullptr;
 };
 [[gnu::visibility("default")]] Outcome disarm();

@@ -13,14 +13,14 @@
 
 #include "Decision.h"
 
-// The functions that work on files, in front of those of the C library.
+// Replacements for the file functions of the C library.
 
 using faultlayer::isToFail;
 using faultlayer::Kind;
 
 #define EXPORTED [[gnu::visibility("default")]]
 #define CALLER __builtin_return_address(0)
-/// The C library's function of the same name.
+/// The C library's function with the same name.
 #define REAL(function) reinterpret_cast<decltype(&::function)>(realFunction(#function))
 
 namespace {
@@ -42,7 +42,7 @@ int reasonOfOpen(bool creates)
     return creates ? ENOSPC : EMFILE;
 }
 
-/// As after a failed read or write of the C library's own.
+/// Sets the state of the stream as after a failed read or write.
 template <class Result>
 Result failed(std::FILE* stream, int reason, Result result)
 {
@@ -63,7 +63,7 @@ bool failsToWrite(std::FILE* stream, const void* caller)
 
 } // namespace
 
-// `mode` is there only for a call that may create the file, as for open itself.
+// As in open itself, `mode` exists only if the call may create the file.
 #define OPENER(function)                                                                           \
     EXPORTED int function(const char* path, int flags, ...)                                        \
     {                                                                                              \
@@ -163,7 +163,7 @@ EXPORTED std::size_t fwrite(const void* data, std::size_t size, std::size_t coun
 EXPORTED int fflush(std::FILE* stream)
 {
     static const auto real = REAL(fflush);
-    // Without anything to write it cannot fail.
+    // If there is nothing to write, it cannot fail.
     const bool writes = stream && __fpending(stream) > 0;
     return writes && failsToWrite(stream, CALLER) ? failed(stream, ENOSPC, EOF) : real(stream);
 }

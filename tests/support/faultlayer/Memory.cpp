@@ -4,8 +4,8 @@
 
 #include "Decision.h"
 
-// The functions that allocate, in front of those of the C and C++ libraries. What they return is
-// freed by the C library's own free.
+// Replacements for the allocation functions of the C and C++ libraries. The C library's own free
+// releases the memory.
 
 using faultlayer::isToFail;
 using faultlayer::Kind;
