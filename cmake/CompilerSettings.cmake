@@ -1,22 +1,22 @@
-# A compiler cache, where the machine keeps one.
+# Use a compiler cache if it is installed.
 find_program(HVINTEG_CCACHE ccache DOC "Keeps compiled objects from one build to the next")
 if(HVINTEG_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${HVINTEG_CCACHE})
 endif()
 
-# Warnings on our own code; sanitizers go to everything that is built.
+# Warnings apply only to our own code. Sanitizers apply to everything that is built.
 
 option(HVINTEG_WARNINGS_AS_ERRORS "Warnings of the compiler are errors" ON)
 add_library(hv_compiler_settings INTERFACE)
 target_compile_options(hv_compiler_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${HVINTEG_WARNINGS_AS_ERRORS}>:-Werror>)
-# At -O3, g++ 12 reports overlapping copies and dangling pointers in its own std::string, wrongly.
+# At -O3, g++ 12 wrongly reports overlapping copies and dangling pointers in its own std::string.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   target_compile_options(hv_compiler_settings INTERFACE
     $<$<CONFIG:Release,RelWithDebInfo>:-Wno-restrict;-Wno-dangling-pointer>)
 endif()
 
-# The instrumented standard library looks uninitialized to g++ 12.
+# g++ 12 wrongly reports the instrumented standard library as uninitialized.
 if(NOT HVINTEG_SANITIZER STREQUAL "" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(hv_compiler_settings INTERFACE -Wno-maybe-uninitialized)
 endif()
@@ -25,7 +25,7 @@ if(HVINTEG_SANITIZER STREQUAL "address")
   add_compile_options(-fsanitize=address,undefined,float-cast-overflow,float-divide-by-zero
     -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
-  # The fuzz targets link these objects too, and see every branch of them.
+  # The fuzz targets link these objects and must see every branch of them.
   if(HVINTEG_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)
   endif()
@@ -36,17 +36,17 @@ elseif(NOT HVINTEG_SANITIZER STREQUAL "")
   message(FATAL_ERROR "HVINTEG_SANITIZER is \"${HVINTEG_SANITIZER}\": address, thread or empty")
 endif()
 
-# Compiles the sources of a folder together, so that their common headers are parsed once. That takes
-# a third of the time. The development build compiles each source alone, and so notices a source that
-# lacks an include. Names in unnamed namespaces must be unique within a folder.
+# Compiles the sources of a folder together, so that common headers are parsed once. That takes a
+# third of the time. The development build compiles each source alone, so it detects missing
+# includes. Names in unnamed namespaces must be unique within a folder.
 option(HVINTEG_UNITY "Compile the sources of a folder together" OFF)
-set(HVINTEG_UNITY_SOURCES 12) # at most, in one unit
+set(HVINTEG_UNITY_SOURCES 12) # the most sources in one unit
 function(hv_unity target)
   if(NOT HVINTEG_UNITY)
     return()
   endif()
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
-  # g++ takes the included sources for headers, where members of unnamed types would be a fault.
+  # g++ treats the included sources as headers, in which members of unnamed types would be an error.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
   get_target_property(sources ${target} SOURCES)
   set(count 0)
@@ -67,7 +67,7 @@ function(hv_unity target)
   endforeach()
 endfunction()
 
-# A shared library of ours: warnings, no undefined symbols, SONAME.
+# A shared library of this project: warnings, no undefined symbols, SONAME.
 function(hv_shared_library target)
   hv_unity(${target})
   target_link_libraries(${target} PRIVATE hv_compiler_settings)

@@ -1,4 +1,4 @@
-# DuckDB 1.4: an installed one if CMake finds it, else what scripts/bootstrap unpacked.
+# DuckDB 1.4: an installed one if CMake finds it, else the one that scripts/bootstrap has unpacked.
 
 set(HVINTEG_DEPS_DIR ${PROJECT_SOURCE_DIR}/build/deps CACHE PATH "Where scripts/bootstrap unpacked")
 find_path(DUCKDB_INCLUDE_DIR duckdb.h HINTS ${HVINTEG_DEPS_DIR}/duckdb)
@@ -7,7 +7,7 @@ if(NOT DUCKDB_INCLUDE_DIR OR NOT DUCKDB_LIBRARY)
   message(FATAL_ERROR "DuckDB is missing: run scripts/bootstrap")
 endif()
 
-# Another version has another C interface or another way of reading files.
+# Other versions may have another C interface or read files differently.
 if(NOT DUCKDB_VERSION_FOUND AND NOT CMAKE_CROSSCOMPILING)
   set(probe ${PROJECT_BINARY_DIR}/duckdb_version.cpp)
   file(WRITE ${probe} "#include <cstdio>\n#include <duckdb.h>\n"

@@ -1,5 +1,5 @@
-# What another project needs to build against an installed hvinteg: headers, find_package(hvinteg)
-# and pkg-config.
+# Installs what another project needs to build against hvinteg: headers, find_package(hvinteg) and
+# pkg-config.
 include(CMakePackageConfigHelpers)
 
 set(package_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/hvinteg)
@@ -10,8 +10,8 @@ foreach(contract metadata host engine scoring)
     DESTINATION ${package_include_dir} FILES_MATCHING PATTERN "*.h")
 endforeach()
 
-# Of the library's headers those that declare something exported, and what these include; the others
-# are its own.
+# Installs only the headers of the library that declare something exported, and headers that these
+# include.
 set(headers_without_export support/HvintegExport.h hvl/HVFunction.h tcm/HVForecast.h)
 file(GLOB library_headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/hvinteg
   ${PROJECT_SOURCE_DIR}/hvinteg/*/*.h)
@@ -34,7 +34,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/hvintegConfigVersion.cmak
 install(FILES ${PROJECT_BINARY_DIR}/hvintegConfig.cmake ${PROJECT_BINARY_DIR}/hvintegConfigVersion.cmake
   DESTINATION ${package_config_dir})
 
-# pkg-config has no way to look for the Java headers, so it gets the place they had here.
+# pkg-config cannot search for the Java headers, so it gets the path on this machine.
 list(TRANSFORM JNI_INCLUDE_DIRS PREPEND "-I" OUTPUT_VARIABLE package_jni_flags)
 list(REMOVE_DUPLICATES package_jni_flags)
 list(JOIN package_jni_flags " " package_jni_flags)
