@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Stops a request when the user asks for it: the job that runs is cancelled, and the jobs that the
-/// request would run after it are refused.
+/// Stops a request when the user asks for it: cancels the running job and rejects the later jobs of
+/// the request.
 class StopRequest : public VexaAdapter::InterruptHandler
 {
 public:
@@ -48,13 +48,13 @@ void InteractiveSession::perform(HVInteractive& object, const std::function<bool
         origin);
 }
 
-/// Prints what the last job told, and ends the command if the request did not succeed.
+/// Prints the messages of the last job. Throws if the request did not succeed.
 void InteractiveSession::settle(HVInteractive& object, bool isDone, const std::string& source,
                                 const JobOrigin& origin, const Explain& explain)
 {
     for (const std::string& message : object.getMessages())
         _host.warn(withFileName(message, origin));
-    // A stop that came after the last job changes nothing: the result is there.
+    // A stop that comes after the last job has no effect, because the result exists.
     if (!isDone || object.getState() == HVProgressListener::Cancelled)
         _watch.check();
     if (isDone)
@@ -63,7 +63,7 @@ void InteractiveSession::settle(HVInteractive& object, bool isDone, const std::s
     if (!object.hasError(fault.id, fault.text, fault.detail))
         throw CommandFault(ExitStatus::JobFailed, source + ": the request failed without a reason");
     _host.log("failed: " + fault.id + " " + fault.text + " " + fault.detail);
-    // A fault without an id was found before a job ran.
+    // Without an id, the error was found before a job ran.
     if (fault.id.empty())
         throw CommandFault(ExitStatus::Input,
                            source + ": " + (explain ? explain(fault.text) : fault.text));

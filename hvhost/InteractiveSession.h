@@ -7,9 +7,9 @@
 
 class HVInteractive;
 
-/// One command's stay with an object that answers a dialog or a viewer of the host, without
-/// windows; the user can interrupt its requests. The object and the watch are borrowed, and the
-/// object must be made after the session, which starts the Java virtual machine.
+/// Runs the requests of one command on an HVInteractive, the object behind a dialog or a viewer of
+/// the host. The user can interrupt a request. Does not own the watch and the object. Make the
+/// object after the session, because the session starts the Java virtual machine.
 class InteractiveSession
 {
 public:
@@ -20,14 +20,14 @@ public:
     }
 
     HostSession& host() { return _host; }
-    /// Runs a request of the object, and prints the messages of its last job as warnings. Throws
-    /// CommandFault with the reason of a request that is false; one that no job gave is a fault of
-    /// `source`, told in the words of `explain`, which gets the library's text and may be empty.
+    /// Runs a request of the object and prints the messages of its last job as warnings. Throws
+    /// CommandFault with the reason if the request returns false. An error outside a job is
+    /// reported for `source`; `explain` may replace its text, and may be empty.
     using Explain = std::function<std::string(const std::string& text)>;
     void perform(HVInteractive& object, const std::function<bool()>& request,
                  const std::string& source, const JobOrigin& origin, const Explain& explain = {});
-    /// Throws CommandFault if the user stopped the command: for a request that succeeds without an
-    /// answer, as a question to a service does when it is stopped.
+    /// Throws CommandFault if the user stopped the command. For requests that succeed without an
+    /// answer, for example a question to a service that was stopped.
     void checkStop() const;
 
 private:

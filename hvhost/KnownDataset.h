@@ -4,7 +4,7 @@
 
 class Dataset;
 
-/// Makes a dataset known to the host under an id, for its scope.
+/// Registers a dataset with the host under an id during its lifetime.
 class KnownDataset
 {
 public:

@@ -27,7 +27,7 @@ void addDatasetOptions(CLI::App& app, InputOptions& options);
 void addCasesOptions(CLI::App& app, InputOptions& options);
 /// The same for a command in which --from has another meaning. Here --data-kind is the kind.
 void addMapData(CLI::App& app, InputOptions& options);
-/// The same for a command on a model, which may do without data.
+/// The same for a command on a model. The data are optional unless `isNeeded`.
 void addModelData(CLI::App& app, InputOptions& options, bool isNeeded);
 /// --user-missing
 CLI::Option* addUserMissing(CLI::App& app, std::string& what);
