@@ -24,7 +24,7 @@ void refuseLostWeight(const ConvertOptions& options, const InputFile& input,
     if (!output.keepsWeight())
         throw CommandFault(ExitStatus::Usage,
                            "--weight " + given + ": a csv file cannot declare a weight",
-                           "write another kind of file, or --out-data-model beside it");
+                           "write another kind of file, or add --out-data-model");
     const std::string name = input.dataset()->nameOf(input.dataset()->weight());
     if (!options.keep.empty() &&
         std::find(options.keep.begin(), options.keep.end(), name) == options.keep.end())

@@ -45,7 +45,7 @@ std::vector<int> describedColumns(const Dataset& dataset, const std::vector<std:
         if (column != dataset.weight() && !isIn(dataset.split(), column))
             columns.push_back(column);
     if (columns.empty())
-        throw CommandFault(ExitStatus::Usage, "there is no variable to describe beside those that "
+        throw CommandFault(ExitStatus::Usage, "there is no variable to describe except those that "
                                               "weigh the cases or split the file");
     return columns;
 }

@@ -261,7 +261,7 @@ std::string expressionHint(const std::string& text)
         return "a date is written toDate(\"2024-12-31\")";
     if (text.ends_with("the file exists already"))
         return "--force replaces it";
-    return text.ends_with("found '\''") ? "a text stands in double quotes" : "";
+    return text.ends_with("found '\''") ? "write a text in double quotes" : "";
 }
 
 /// A hint for an error of a generated job.

@@ -39,7 +39,7 @@ std::string foreignValue(std::string_view text)
     const auto named = scan.untilLast(" not in {");
     if (!named || !scan.rest().ends_with('}'))
         return {};
-    std::string fault = std::string(*named) + " is none of ";
+    std::string fault = std::string(*named) + " is not one of ";
     for (const char letter : scan.rest().substr(0, scan.rest().size() - 1))
         fault += letter == ',' ? std::string(", ") : std::string(1, letter);
     return fault;

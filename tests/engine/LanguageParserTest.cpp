@@ -109,7 +109,7 @@ TEST(LanguageParser, NamesPlaceAndExpectationOfAFault)
         {"val a = {x: 1}", "line 1, column 10: expected a key in double quotes, found name 'x'"},
         {"val a = {\"x\" 1}", "line 1, column 14: expected ':' after the key, found number 1"},
         {"val a = {\"x\": 1, \"x\": 2}",
-         "line 1, column 18: the key \"x\" stands twice in this object"},
+         "line 1, column 18: the key \"x\" occurs twice in this object"},
         {"val a = [1, ]", "line 1, column 13: expected an expression, found ']'"},
         {"val a = x.", "line 1, column 11: expected the name of a field after '.', found the end "
                        "of the text"},

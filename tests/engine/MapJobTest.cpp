@@ -197,8 +197,8 @@ TEST_F(MapJob, AMapThatCannotBeReadNamesItself)
     std::filesystem::create_directory(path("folder.shp"));
     const Fault faults[] = {
         {readShape("gone.shp"), "HVEIO0001E read: $DIR/gone.shp: there is no such file"},
-        {readShape("half.shp"), "no file with the extension .dbf beside"},
-        {readShape("noindex.shp"), "no file with the extension .shx beside"},
+        {readShape("half.shp"), "no file with the extension .dbf next to"},
+        {readShape("noindex.shp"), "no file with the extension .shx next to"},
         {readShape("cut.shp"), "HVEIO0005E read: $DIR/cut.shp: this is no shape file"},
         {readShape("folder.shp"), "this is a folder"},
         {R"(read({"geospatial": {"location": "x", "type": "kml"}}))",

@@ -28,7 +28,7 @@ FAULTS = [
     ("convert weather.csv o.csv --timeout nan", 2, ["--timeout: nan is no number above 0"]),
     ("convert weather.csv o.csv --where ''", 2, ["--where: nothing is given"]),
     ("convert weather.csv o.csv --derive a==1", 2, ["--derive a==1: no NAME="]),
-    ("convert weather.csv o.csv --from xls", 2, ["--from: xls is none of csv, sav, "]),
+    ("convert weather.csv o.csv --from xls", 2, ["--from: xls is not one of csv, sav, "]),
     ("convert weather.csv o.csv --log none/log", 2, ["none/log"]),
     ("convert weather.csv o.csv --trace=/proc/none", 2, ["/proc/none"]),
     ("convert sealed.sav o.csv --no-header", 2, ["--no-header: sealed.sav is no csv file"]),

@@ -237,7 +237,7 @@ void checkCompanions(const std::string& path)
             !fs::exists(companion.replace_extension(upper), error))
             throw GeographyError(GeographyError::FileMissing,
                                  path + ": there is no file with the extension " + lower +
-                                     " beside the shape file");
+                                     " next to the shape file");
     }
 }
 

@@ -319,7 +319,7 @@ Parsed ExpressionParser::object()
         if (key.kind != Token::Kind::String)
             _tokens.failExpected("a key in double quotes");
         if (!keys.insert(key.text).second)
-            failAt(key.position, "the key \"" + key.text + "\" stands twice in this object",
+            failAt(key.position, "the key \"" + key.text + "\" occurs twice in this object",
                    errors::kSyntax);
         _tokens.take();
         _tokens.expectSymbol(":", "':' after the key");

@@ -124,9 +124,8 @@ maps::CoordinateSystem sourceSystem(const StepCall& call, const Settings& entry,
     if (!system)
         system = systemOf(*field.GetGeo());
     if (!system)
-        throw JobError(errors::kNoSystem,
-                       call.name + ": it is not known in which coordinate system the field \"" +
-                           field.GetName() + "\" stands: \"inSR\" can tell it");
+        throw JobError(errors::kNoSystem, call.name + ": the coordinate system of the field \"" +
+                                              field.GetName() + "\" is unknown: set \"inSR\"");
     return *std::move(system);
 }
 
