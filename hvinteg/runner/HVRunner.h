@@ -120,8 +120,10 @@ public:
     virtual ~HVRunner();
 
     /// Saves the host's weight and split settings and turns both off until the destructor. Warns of
-    /// a setting that the procedure does not support. A further call saves only a setting that the
-    /// host has turned on since. Does nothing for a source without columns. Always returns true.
+    /// a setting that the procedure does not support. Gives columns of unknown measurement level a
+    /// level, and lets reading continue across split groups. A further call saves only a setting
+    /// that the host has turned on since. Does nothing for a source without columns. Always returns
+    /// true.
     bool prepareActiveDS(ProcedureDataSource& dataSource, bool supportsWeight, bool supportsSplit);
 
     /// Starts a job: clears the records of the last one, ends its execution and passes the text to
