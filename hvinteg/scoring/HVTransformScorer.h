@@ -39,8 +39,7 @@ public:
     ///  - a null iterator, or a model that cannot be read or is not a transform model;
     ///  - an input that the rows do not have, or that is a text on one side only;
     ///  - a number in the model and a date or timestamp in the rows, or a date on one side and a
-    ///  time of
-    ///    day on the other;
+    ///    time of day on the other;
     ///  - a text output, or a name that the model does not have.
     ///
     /// Throws CFMetaDataError if the data model of the rows cannot be read.

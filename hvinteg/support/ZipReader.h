@@ -24,11 +24,9 @@
 ///  - links, devices, encrypted entries, entries whose attributes contradict their names, and
 ///    methods other than stored and deflated;
 ///  - for an export to a file, names that are cut or could leave the folder on any system: with
-///  ".",
-///    ".." or empty components, a leading separator, a colon or control characters;
+///    ".", ".." or empty components, a leading separator, a colon or control characters;
 ///  - entries that would take the total output of the object over 1 GiB or 200 times the size of
-///  the
-///    archive, whichever is more.
+///    the archive, whichever is more.
 /// Damaged content makes the export return false: a wrong checksum, data that ends early, or a size
 /// below the declared one.
 ///

@@ -22,8 +22,7 @@ class TnDimension;
 /// declared inside an open category of the dimensions before it, as in a walk over all
 /// combinations, the table distinguishes them by the order of their declarations:
 ///  - If one declaration of a dimension or group contains a text twice, it has two categories of
-///  that
-///    text. The next declaration repeats both, in the same order.
+///    that text. The next declaration repeats both, in the same order.
 ///  - A dimension with the name of another one, whose object still exists, is a separate dimension.
 /// If dimensions are declared side by side, before any category is open, only the text decides.
 ///

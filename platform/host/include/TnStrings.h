@@ -44,9 +44,8 @@ private:
 ///
 ///     ^n                   the n-th part
 ///     [first:further:]n    the n-th part as a list: "first" for its first entry, "further" for
-///     each
-///                          later entry. %m in "first" and ^m in "further" are the m-th column of
-///                          the entry
+///                          each later entry. %m in "first" and ^m in "further" are the m-th
+///                          column of the entry
 ///
 /// Numbers are decimal. "first" ends at its first colon, "further" at the first ":]" that is
 /// followed by a number. Invalid placeholders and placeholders inside parts are not replaced. A
