@@ -35,4 +35,5 @@ void showNotificationsOf(ResultContext& context, jobject result)
     for (const JsonValue notification : list)
         if (const auto text = texts.cellTextOf(notification, false))
             TnError(*text, kShowInOutput, levelOf(notification["severity"].text()));
+    context.hasLostText = context.hasLostText || texts.hasLostText();
 }

@@ -67,6 +67,7 @@ void OrderRenderer::renderTable(TnHeading& heading, const OutputOrder& order, jo
     pivot.hideAllCategoriesExcept(order.getShownCols(), false);
     pivot.createPivotTable(&heading, order.getOutlineTitle(), order.translateTitle(),
                            order.getOMSSubType());
+    _context.hasLostText = _context.hasLostText || pivot.hasLostText();
 }
 
 void OrderRenderer::renderChart(TnHeading& heading, const OutputOrder& order, jobject item)

@@ -23,6 +23,7 @@ struct ResultContext
     std::map<std::string, std::string> geoJSON{}; ///< GeoJSON texts by name
     std::string path{};                           ///< of the result object that is shown
     DocumentPath reader{};
+    bool hasLostText = false; ///< whether there was no memory for a text of the output
 
     /// Whether there is a document and it could be parsed.
     bool isReadable() const { return hasDocument && document.getTop() != nullptr; }

@@ -85,6 +85,7 @@ std::unique_ptr<TnCellText> TextItems::cellTextOf(const JsonValue& item, bool tr
     try {
         return (this->*kind->text)(body[kind->key], translate);
     } catch (const std::bad_alloc&) {
+        _hasLostText = true;
         return nullptr;
     }
 }

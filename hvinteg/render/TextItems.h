@@ -24,6 +24,8 @@ public:
     std::unique_ptr<TnCellText> cellTextOf(const JsonValue& item, bool translate) const;
     /// UTF-8, never translated. Used by filters and captions.
     std::string cellTextString(const JsonValue& item) const;
+    /// Whether an item made no text because there was no memory for it.
+    bool hasLostText() const { return _hasLostText; }
 
 private:
     using Text = std::unique_ptr<TnCellText>;
@@ -45,4 +47,5 @@ private:
     std::string compositeString(const JsonValue& body) const;
 
     FieldLookup _fields;
+    mutable bool _hasLostText = false;
 };

@@ -70,6 +70,11 @@ void jsonPivot::createPivotTable(TnHeading* heading, const std::string& outlineT
     _impl->pivot = builder.build(*heading, outlineTitle, translate, OMSSubType);
 }
 
+bool jsonPivot::hasLostText() const
+{
+    return _impl->texts.hasLostText();
+}
+
 TnCellText* jsonPivot::getCellText(jobject item)
 {
     const JsonImage image = JsonImage::of(_impl->document, item);

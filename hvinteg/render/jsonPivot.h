@@ -51,6 +51,9 @@ public:
     /// Returns the text of a text item of the document, or null if it has none. The caller deletes
     /// the result. Throws JNIException.
     TnCellText* getCellText(jobject item);
+    /// Whether a text is missing, in the table or from getCellText, because there was no memory for
+    /// it. Throws nothing.
+    bool hasLostText() const;
 
 private:
     struct Impl;

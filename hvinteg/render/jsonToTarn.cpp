@@ -1,6 +1,7 @@
 #include "render/jsonToTarn.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "JNIException.h"
 #include "TnOutput.h"
@@ -13,6 +14,7 @@
 #include "support/DottedPath.h"
 
 namespace {
+constexpr const char* kNoMemory = "there is not enough memory for a text";
 constexpr const char* kUnreadable = "Unknown error. ^1";
 constexpr const char* kFeatures = "source.value.features";
 
@@ -39,7 +41,7 @@ struct HVINTEG_HIDDEN jsonToTarn::Impl
     void readDictionary();
     bool render(jobject result);
     bool renderOne(OrderRenderer& renderer, std::size_t object);
-    void noteLookups(std::size_t object, std::vector<Failure>& to);
+    void noteLosses(std::size_t object, std::vector<Failure>& to);
 
     ResultContext context;
     bool showsNotifications = true;
@@ -51,16 +53,18 @@ struct HVINTEG_HIDDEN jsonToTarn::Impl
 void jsonToTarn::Impl::readDictionary()
 {
     const LocalRef<> model = context.reader.get(context.document.getTop(), "dataModel");
-    noteLookups(kDocument, unread);
+    noteLosses(kDocument, unread);
     if (model)
         DictionaryReader(context.dictionary, model.get()).read();
 }
 
-void jsonToTarn::Impl::noteLookups(std::size_t object, std::vector<Failure>& to)
+void jsonToTarn::Impl::noteLosses(std::size_t object, std::vector<Failure>& to)
 {
     const std::string reason = context.reader.takeFailure();
     if (!reason.empty())
         to.push_back({object, reason, {}});
+    if (std::exchange(context.hasLostText, false))
+        to.push_back({object, kNoMemory, {}});
 }
 
 bool jsonToTarn::Impl::render(jobject result)
@@ -77,7 +81,7 @@ bool jsonToTarn::Impl::renderOne(OrderRenderer& renderer, std::size_t object)
 {
     try {
         const bool hasOutput = renderer.render(outputs[object]);
-        noteLookups(object, failures);
+        noteLosses(object, failures);
         return hasOutput;
     } catch (const JNIException& error) {
         context.reader.takeFailure();
@@ -141,12 +145,12 @@ bool jsonToTarn::generateOutput(const std::string& path)
         return false;
     }
     const LocalRef<> result = context.reader.get(context.document.getTop(), path);
-    _impl->noteLookups(kDocument, _impl->failures);
+    _impl->noteLosses(kDocument, _impl->failures);
     if (!result)
         return false;
     if (_impl->showsNotifications)
         showNotificationsOf(context, result.get());
-    _impl->noteLookups(kDocument, _impl->failures);
+    _impl->noteLosses(kDocument, _impl->failures);
     // An order without output does not count as a failure.
     _impl->render(result.get());
     return true;

@@ -64,11 +64,12 @@ public:
     /// function returns early; the output so far remains, possibly with a part of a table.
     bool generateOutput(const std::string& path);
 
-    /// A part that is missing in the output because Java threw an exception.
+    /// A part that is missing in the output, because Java threw an exception or there was no memory
+    /// for a text.
     struct Failure
     {
         std::size_t object; ///< index in the order of addObjectToOutput, from 0; or kDocument
-        std::string reason; ///< Java's message, UTF-8
+        std::string reason; ///< Java's message, or that memory is short; UTF-8
         std::string trace;  ///< the Java stack trace, if known
     };
     /// The value of `object` for the result object, its messages and the data model of the
