@@ -72,8 +72,17 @@ private:
                                  cells.series.size() * pointCount());
     }
 
+    /// Whether the order of the records counts, in time and in the input.
+    bool isOrdered() const
+    {
+        return std::any_of(_cells.begin(), _cells.end(), [](const MetricCells& cells) {
+            return cells.values->aggregation() == Aggregation::First ||
+                   cells.values->aggregation() == Aggregation::Last;
+        });
+    }
+
     /// FROM with the number `i` of the interval, the place `k` of the combination and `o`, which
-    /// orders the records in time.
+    /// orders the records in time if that counts.
     std::string numberedRecords(const std::string& columns) const
     {
         const std::string k = _plan.table.empty() ? "CAST(0 AS BIGINT)" : "c.k";
@@ -85,8 +94,11 @@ private:
                    " ORDER BY x.rowid) - 1 AS i, " + k + " AS k, CAST(0 AS BIGINT) AS o, " +
                    columns + " FROM " + _table.name() + " AS x" + joins + ")";
         joins += " JOIN " + _points.table + " AS p USING (" + _table.timeColumns() + ")";
-        return "(SELECT p.i AS i, " + k + " AS k, p.r * (SELECT count(*) FROM " + _table.name() +
-               ") + x.rowid AS o, " + columns + " FROM " + _table.name() + " AS x" + joins + ")";
+        const std::string order =
+            isOrdered() ? "p.r * (SELECT count(*) FROM " + _table.name() + ") + x.rowid"
+                        : "CAST(0 AS BIGINT)";
+        return "(SELECT p.i AS i, " + k + " AS k, " + order + " AS o, " + columns + " FROM " +
+               _table.name() + " AS x" + joins + ")";
     }
 
     void readValues()
