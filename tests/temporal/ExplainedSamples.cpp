@@ -139,10 +139,13 @@ std::string samplePreparation(int points)
     }
     return R"({"settings": {"dimFieldList": ["region"], "metricFieldList": ["sales", "visits"],
         "dateTimeField": "day", "cyclicFieldList": [],
+        "timeInterval": {"unit": "day", "increment": 1}, "start": "2024-01-01",
         "dimValueLists": {"region": ["north", "south"]},
         "seriesList": ["1-1", "1-2", "2-1", "2-2"]},
         "output": {"timeVariable": [)" +
-           times + R"(], "leftOut": [], "series": [
+           times + R"(], "points": )" + std::to_string(points) +
+           R"(, "timeFields": [{"name": "day", "storage": "date"}],
+        "dimensions": [{"name": "region", "storage": "string"}], "leftOut": [], "series": [
         {"id": "1-1", "name": ["north", "sales"], "filled": 0, "observed": 20},
         {"id": "1-2", "name": ["north", "visits"], "filled": 0, "observed": 20},
         {"id": "2-1", "name": ["south", "sales"], "filled": 0, "observed": 20},

@@ -212,12 +212,136 @@ TEST_F(TcmOutput, ShowsTablesAndCharts)
     EXPECT_EQ(EngineTest::shownText(shown["notifications"][0]),
               "south, visits is influenced by no other series.");
     const json& chart = shown["series"]["s1"]["data"]["values"];
-    ASSERT_EQ(chart.size(), 2 * kDays);
-    EXPECT_NEAR(chart[15]["value"].get<double>(), _values(15, kSouthSales), 1e-9);
-    EXPECT_NEAR(chart[kDays + 15]["value"].get<double>(),
+    ASSERT_EQ(chart.size(), kDays);
+    EXPECT_NEAR(chart[15]["actual"].get<double>(), _values(15, kSouthSales), 1e-9);
+    EXPECT_NEAR(chart[15]["predicted"].get<double>(),
                 _values(15, kSouthSales) - jumps(kSouthSales, 15), 1e-9);
-    EXPECT_TRUE(chart[kDays]["value"].is_null()) << "nothing precedes the first point";
+    EXPECT_TRUE(chart[0]["predicted"].is_null()) << "nothing precedes the first point";
     EXPECT_EQ(shown["effects"]["s2"]["chart"]["datasets"]["nodes"][2]["level"], 2);
+}
+
+TEST_F(TcmOutput, Forecasts)
+{
+    const char* const settings = R"({"artifacts": [{"name": "forecast", "forecastSpan": 2,
+        "target": [["south", "visits"], ["north", "sales"]]}]})";
+    // Without data the forecast goes on from the end of the training, which is 0.
+    for (const bool hasData : {false, true}) {
+        succeeded(explain(settings, hasData ? records() : ""));
+        const json series = statistics()[0]["series"];
+        const json& points = series[0]["points"];
+        const std::size_t end = hasData ? kDays : 2;
+        ASSERT_EQ(points.size(), end + 2);
+        const double last = hasData ? _values(kDays - 1, kSouthVisits) : 0;
+        EXPECT_EQ(points[end - 1]["isFuture"], false);
+        EXPECT_NEAR(points[end - 1]["actual"].get<double>(), last, 1e-9);
+        EXPECT_EQ(points[end]["isFuture"], true);
+        EXPECT_EQ(points[end]["time"], "2024-01-21");
+        EXPECT_TRUE(points[end]["actual"].is_null());
+        EXPECT_NEAR(points[end]["predicted"].get<double>(), 3 + 0.5 * last, 1e-9);
+        EXPECT_NEAR(points[end + 1]["predicted"].get<double>(), 4.5 + 0.25 * last, 1e-9);
+        // The residual variance is 1.
+        EXPECT_NEAR(points[end]["upper"].get<double>() - points[end]["lower"].get<double>(),
+                    2 * 1.959964, 1e-5);
+        EXPECT_THAT(idsOf(series), ElementsAre("2-2", "1-1"));
+        EXPECT_EQ(results()["forecast"]["s2"]["data"]["values"].size(), end + 2);
+    }
+}
+
+/// Data of a kind, and how they are prepared.
+struct DataKind
+{
+    const char* name;
+    const char* header;
+    std::function<std::string(int point)> time;
+    std::vector<std::string> dimensions;
+    const char* preparation;
+    const char* target;
+    const char* label; ///< of the first point
+};
+
+std::vector<DataKind> dataKinds()
+{
+    const auto written = [](const char* format, int first, int second) {
+        char text[60];
+        std::snprintf(text, sizeof text, format, first, second);
+        return std::string(text);
+    };
+    return {
+        {"dates, texts",
+         "at,region,sales,visits",
+         [=](int i) { return written("2024-%02d-%02d,", 1 + i / 28, 1 + i % 28); },
+         {"north,", "\"so, uth\","},
+         R"("dimFieldList": ["region"], "dateTimeField": "at", "cyclicFieldList": [],
+            "timeInterval": {"unit": "day"}, "missingValues": {"maxShare": 1})",
+         R"(["so, uth", "visits"])",
+         "2024-01-01"},
+        {"timestamps, reals",
+         "at,region,sales,visits",
+         [=](int i) { return written("2024-03-%02d %02d:30:00,", 1 + i / 24, i % 24); },
+         {"1.5,", "2.0,"},
+         R"("dimFieldList": ["region"], "dateTimeField": "at", "cyclicFieldList": [])",
+         R"(["2", "visits"])",
+         "2024-03-01 00:30:00"},
+        {"cycles, integers",
+         "year,month,region,sales,visits",
+         [=](int i) { return written("%d,%d,", 2000 + i / 12, 1 + i % 12); },
+         {"7,", "12,"},
+         R"("dimFieldList": ["region"], "dateTimeField": "", "cyclicFieldList": ["year", "month"])",
+         R"(["012", "visits"])",
+         "2000, 1"},
+        {"dates as dimensions",
+         "year,month,region,sales,visits",
+         [=](int i) { return written("%d,%d,", 2000 + i / 12, 1 + i % 12); },
+         {"2024-02-01,", "2024-02-29,"},
+         R"("dimFieldList": ["region"], "dateTimeField": "", "cyclicFieldList": ["year", "month"])",
+         R"(["2024-02-29", "visits"])",
+         "2000, 1"},
+        {"record numbers",
+         "sales,visits",
+         [](int) { return std::string(); },
+         {""},
+         R"("dimFieldList": [], "dateTimeField": "", "cyclicFieldList": ["$casecount"])",
+         R"(["visits"])",
+         "1"},
+    };
+}
+
+TEST_F(TcmOutput, TakesRecordsWithNamesOfAnyKind)
+{
+    constexpr int kMany = 60;
+    for (const DataKind& kind : dataKinds()) {
+        SCOPED_TRACE(kind.name);
+        std::string csv = kind.header + std::string("\n");
+        for (int point = 0; point < kMany; ++point)
+            for (std::size_t i = 0; i < kind.dimensions.size(); ++i)
+                csv += kind.time(point) + kind.dimensions[i] +
+                       std::to_string(ripple(2 * i, point)) + "," +
+                       std::to_string(ripple(2 * i + 1, point)) + "\n";
+        write("in.csv", csv);
+        const std::string prepared =
+            "val conf = {\"metricFieldList\": [\"sales\", \"visits\"], " +
+            std::string(kind.preparation) +
+            "}\nval prep = [{\"name\": \"JSON\", \"uri\": "
+            "\"$DIR/prep.zip\"}]\nval model = [{\"name\": \"TCM\", \"uri\": "
+            "\"$DIR/model.tcm\"}]\nval out = " +
+            std::string(kContainers) + "\n" + readCsv("in.csv") +
+            " -> tsdp:tsdp(conf, _, prep) -> ";
+        const std::string explained =
+            R"(OutputComponent:TCMOutputComponent({"artifacts": [{"name": "outliers"},
+               {"name": "interpretation.ImpactDiagramCauses", "level": 2, "target": [)" +
+            std::string(kind.target) + R"(]}, {"name": "forecast", "target": [)" + kind.target +
+            "]}]}, model, out)";
+        succeeded(run(prepared + R"(tcm:train({"lags": 2, "outlierLevel": 0.9}, prep, model))"));
+        succeeded(run(prepared + explained));
+        const json numbered = statistics();
+        succeeded(
+            run(prepared + "rtsdp:rtsdp({\"exportFutureFlag\": true}, prep, _) -> " + explained));
+        EXPECT_EQ(numbered, statistics()) << "records with names say the same as prepared ones";
+        EXPECT_EQ(numbered[2]["series"][0]["points"][0]["time"], kind.label);
+        EXPECT_EQ(numbered[2]["series"][0]["points"].size(), kMany);
+        EXPECT_FALSE(numbered[0]["outliers"].empty());
+        EXPECT_TRUE(numbered[1]["nodes"][0].contains("latestChange"));
+    }
 }
 
 TEST_F(TcmOutput, NamesSeriesByTheirIdsWhereAsked)
@@ -283,13 +407,25 @@ TEST_F(TcmOutput, RefusesBadSettings)
         {artifact(R"("level": 1)"), "\"artifacts[0].target\" is missing"},
         {artifact(R"("target": [])"), "\"artifacts[0].target\" names no series"},
         {artifact(R"("target": ["north", "sales"])"),
-         "\"artifacts[0].target[0]\" must be a list, not a text"},
+         "\"artifacts[0].target[0]\" is not a list of texts"},
         {artifact(R"("target": [["north", 1]])"),
          "\"artifacts[0].target[0][1]\" must be a text, not a number"},
         {artifact(R"("target": [["north"]])"),
-         "HVETC0024E %: the setting \"artifacts[0].target[0]\" names the series \"north\", which "
-         "the model does not have"},
-        {artifact(R"("target": [["1-1"]])"), "names the series \"1-1\""},
+         "\"artifacts[0].target[0]\" must have 2 texts (the value of \"region\", the metric)"},
+        {artifact(R"("target": [["nort", "sales"]])"),
+         "HVETC0024E %: the setting \"artifacts[0].target[0]\" names \"nort\", which is no value "
+         "of "
+         "\"region\" in the model; did you mean \"north\"?"},
+        {R"({"isEncoded": true, "artifacts": [{"name": "fit", "target": [["north", "sales"]]}]})",
+         "\"artifacts[0].target[0]\" is not a list of one text, the id of a series"},
+        {R"({"isEncoded": true, "artifacts": [{"name": "fit", "target": [["3-1"]]}]})",
+         "names the id \"3-1\", which no series of the model has"},
+        {R"({"artifacts": [{"name": "forecast", "target": [["north", "sales"]],
+             "forecastSpan": -1}]})",
+         "\"artifacts[0].forecastSpan\" is -1, not a number from 0 to 100000"},
+        {R"({"artifacts": [{"name": "forecast", "target": [["north", "sales"]],
+             "confidenceLevel": 95}]})",
+         "\"artifacts[0].confidenceLevel\" is not a number between 0 and 1"},
         {artifact(R"("target": [["north", "sales"]], "level": 0)"),
          "\"artifacts[0].level\" is 0, not 1 or more"},
         {artifact(R"("target": [["north", "sales"]], "level": 1.5)"),
@@ -317,6 +453,8 @@ TEST_F(TcmOutput, RefusesRecordsOfAnotherKind)
          "has none of the model's metrics, which are \"sales\", \"visits\""},
         {"day,region,sales,visits\n2024-01-01,north,a,2\n",
          "the field \"sales\" of the input, which is a metric of the model, is not a number"},
+        {header + "2024-01-02,north,1,2\n",
+         "the input begins at the time \"2024-01-02\", not at \"2024-01-01\" as the training data"},
         {header + "2024-01-01,west,1,2\n", "has no record of a series of the model"},
         {header + "2024-01-01,north,1,2\n2024-01-02,south,1,2\n",
          "record 2 of the input is of the time \"2024-01-02\", but other series have "
@@ -343,7 +481,8 @@ TEST_F(TcmOutput, NeedsAModelAndAPlaceForTheResult)
     const std::string call = R"(OutputComponent:TCMOutputComponent({"artifacts": []}, )";
     const std::pair<std::string, const char*> cases[] = {
         {"_, [{\"name\": \"a\", \"uri\": \"$DIR/o.zip\"}])", "no input container is given"},
-        {"[], [{\"name\": \"a\", \"uri\": \"$DIR/o.zip\"}])", "but 0 input containers are given"},
+        {"[], [{\"name\": \"a\", \"uri\": \"$DIR/o.zip\"}])",
+         "0 input containers are given, not one with the model"},
         {"[{\"name\": \"TCM\", \"uri\": \"$DIR/model.tcm\"}], _)", "no output container is given"},
         {"[{\"name\": \"TCM\", \"uri\": \"$DIR/none\"}], [{\"name\": \"a\", \"uri\": "
          "\"$DIR/o.zip\"}])",

@@ -14,6 +14,17 @@ bool isListed(const std::vector<std::size_t>& places, std::size_t place)
     return places.empty() || std::find(places.begin(), places.end(), place) != places.end();
 }
 
+/// The last values of the training as data.
+SeriesTable endOfTraining(const TcmModel& model)
+{
+    SeriesTable table;
+    for (const ModelSeries& series : model.series)
+        table.ids.push_back(series.id);
+    table.values = model.lastValues;
+    table.firstIndex = model.trainingPoints - table.values.rows();
+    return table;
+}
+
 /// The residual in the training data.
 double trainingResidual(const SeriesEquation& equation, std::int64_t index)
 {
@@ -24,17 +35,16 @@ double trainingResidual(const SeriesEquation& equation, std::int64_t index)
 
 } // namespace
 
-Explanation::Explanation(const TcmModel& model, const ModelData* data, const PointLabels& labels,
-                         bool isEncoded, const StopCheck& check)
-    : _model(model), _data(data), _labels(labels), _isEncoded(isEncoded), _check(check),
-      _network(model, check), _outliers(data ? outliersIn(model, *data, check) : model.outliers)
+Explanation::Explanation(ExplanationInput input)
+    : _input(std::move(input)), _network(model(), _input.check),
+      _outliers(data() ? outliersIn(model(), *data(), _input.check) : model().outliers)
 {
 }
 
 std::vector<std::string> Explanation::nameOf(std::size_t place) const
 {
-    return _isEncoded || series(place).name.empty() ? std::vector{series(place).id}
-                                                    : series(place).name;
+    return _input.isEncoded || series(place).name.empty() ? std::vector{series(place).id}
+                                                          : series(place).name;
 }
 
 std::string Explanation::textOf(std::size_t place) const
@@ -58,7 +68,7 @@ std::vector<const SeriesEquation*>
 Explanation::equationsOf(const std::vector<std::size_t>& places) const
 {
     std::vector<const SeriesEquation*> found;
-    for (const SeriesEquation& equation : _model.equations)
+    for (const SeriesEquation& equation : model().equations)
         if (isListed(places, equation.series))
             found.push_back(&equation);
     return found;
@@ -66,12 +76,12 @@ Explanation::equationsOf(const std::vector<std::size_t>& places) const
 
 const LatestChange* Explanation::latestChangeOf(std::size_t place) const
 {
-    const SeriesEquation* equation = _data ? _model.equationOf(place) : nullptr;
+    const SeriesEquation* equation = data() ? model().equationOf(place) : nullptr;
     if (!equation)
         return nullptr;
     const auto [change, isNew] = _changes.try_emplace(place);
     if (isNew)
-        change->second = latestChange(*_data, *equation);
+        change->second = latestChange(*data(), *equation);
     return change->second ? &*change->second : nullptr;
 }
 
@@ -87,10 +97,16 @@ OutlierOrigin Explanation::originOf(const SeriesOutlier& outlier, std::int64_t l
                                     std::size_t most) const
 {
     const ResidualSource residuals = [this](const SeriesEquation& equation, std::int64_t index) {
-        return _data ? _data->residual(equation, index) : trainingResidual(equation, index);
+        return data() ? data()->residual(equation, index) : trainingResidual(equation, index);
     };
-    return EmbeddedHV::originOf(_model, residuals, {outlier.series, outlier.timeIndex}, level, most,
-                                _check);
+    return EmbeddedHV::originOf(model(), residuals, {outlier.series, outlier.timeIndex}, level,
+                                most, _input.check);
+}
+
+Scores Explanation::scoresOf(const ScoringRequest& request) const
+{
+    return score(model(), data() ? data()->table() : endOfTraining(model()), request,
+                 _input.component, _input.check);
 }
 
 } // namespace EmbeddedHV

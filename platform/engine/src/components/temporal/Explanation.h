@@ -9,27 +9,38 @@
 #include "components/temporal/ModelData.h"
 #include "components/temporal/OutlierOrigin.h"
 #include "components/temporal/PointLabels.h"
+#include "components/temporal/Scoring.h"
 #include "steps/Settings.h"
 
 namespace EmbeddedHV {
+
+/// What an explanation is made of. All pointers are borrowed.
+struct ExplanationInput
+{
+    const TcmModel* model = nullptr;
+    const ModelData* data = nullptr; ///< null if there are none
+    const PointLabels* labels = nullptr;
+    bool isEncoded = false; ///< series are named by their ids
+    std::string component;  ///< begins messages
+    StopCheck check;
+};
 
 /// A model with what its documents are made from. One thread at a time.
 class Explanation
 {
 public:
-    /// All are borrowed; `data` is null if there are none. Finds the outliers: those in the data,
-    /// else those of the training. Throws what `check` throws.
-    Explanation(const TcmModel& model, const ModelData* data, const PointLabels& labels,
-                bool isEncoded, const StopCheck& check);
+    /// Finds the outliers: those in the data, else those of the training. Throws what the check
+    /// throws.
+    explicit Explanation(ExplanationInput input);
 
-    const TcmModel& model() const { return _model; }
+    const TcmModel& model() const { return *_input.model; }
     const CausalNetwork& network() const { return _network; }
-    const ModelData* data() const { return _data; }
-    const PointLabels& labels() const { return _labels; }
+    const ModelData* data() const { return _input.data; }
+    const PointLabels& labels() const { return *_input.labels; }
     const std::vector<SeriesOutlier>& outliers() const { return _outliers; }
-    void check() const { _check(); }
+    void check() const { _input.check(); }
 
-    const ModelSeries& series(std::size_t place) const { return _model.series[place]; }
+    const ModelSeries& series(std::size_t place) const { return model().series[place]; }
     /// How documents name a series: its name as a list, or its id alone.
     std::vector<std::string> nameOf(std::size_t place) const;
     /// The same in one text.
@@ -46,13 +57,12 @@ public:
     std::optional<double> contributionOf(const CausalEdge& edge) const;
     OutlierOrigin originOf(const SeriesOutlier& outlier, std::int64_t level,
                            std::size_t most) const;
+    /// Values, predictions and a forecast with bounds. Without data the last values of the training
+    /// take their place. Throws JobError if the data lack a series that is needed.
+    Scores scoresOf(const ScoringRequest& request) const;
 
 private:
-    const TcmModel& _model;
-    const ModelData* _data;
-    const PointLabels& _labels;
-    bool _isEncoded;
-    const StopCheck& _check;
+    ExplanationInput _input;
     CausalNetwork _network;
     std::vector<SeriesOutlier> _outliers;
     mutable std::map<std::size_t, std::optional<LatestChange>> _changes; ///< as far as asked for

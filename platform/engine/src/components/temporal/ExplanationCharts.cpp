@@ -74,63 +74,6 @@ Json networkTitle(std::size_t drawn, std::size_t all)
              "The " + std::to_string(drawn) + " strongest of " + std::to_string(all) + " edges"}};
 }
 
-/// Dates and timestamps of the form that labels have.
-bool isMomentLabel(const std::string& label)
-{
-    return label.size() >= 10 && label[4] == '-' && label[7] == '-' &&
-           std::all_of(label.begin(), label.begin() + 4,
-                       [](char c) { return c >= '0' && c <= '9'; });
-}
-
-std::string isoText(std::string label)
-{
-    constexpr std::size_t kTimeAt = 10;
-    if (label.size() > kTimeAt) {
-        label[kTimeAt] = 'T';
-        label += 'Z';
-    }
-    return label;
-}
-
-Json timeAxis(bool isMoment)
-{
-    Json axis = {{"field", "time"}, {"title", "Time"}};
-    if (isMoment) {
-        axis["type"] = "temporal";
-        axis["scale"] = {{"type", "utc"}};
-    } else {
-        axis["type"] = "ordinal";
-        axis["sort"] = nullptr;
-    }
-    return axis;
-}
-
-const SeriesEquation* predictingEquation(const TcmModel& model, std::size_t place)
-{
-    const SeriesEquation* equation = model.equationOf(place);
-    return equation ? equation : model.autoregressionOf(place);
-}
-
-Json valueRows(const Explanation& explanation, std::size_t place, bool isMoment)
-{
-    const ModelData& data = *explanation.data();
-    const SeriesEquation* equation = predictingEquation(explanation.model(), place);
-    Json rows = Json::array();
-    const auto add = [&](std::int64_t index, const char* kind, double value) {
-        explanation.check();
-        const std::string label = explanation.labels().text(index);
-        rows.push_back({{"time", isMoment ? isoText(label) : label},
-                        {"kind", kind},
-                        {"value", numberJson(value)}});
-    };
-    for (std::int64_t index = data.firstIndex(); index < data.endIndex(); ++index)
-        add(index, "Actual", data.value(place, index));
-    const auto predictions = equation ? data.predictions(*equation) : std::vector<double>();
-    for (std::size_t point = 0; point < predictions.size(); ++point)
-        add(data.firstIndex() + static_cast<std::int64_t>(point), "Predicted", predictions[point]);
-    return rows;
-}
-
 } // namespace
 
 Json networkChart(const Explanation& explanation)
@@ -153,7 +96,7 @@ Json networkChart(const Explanation& explanation)
     return networkSpecification(networkTitle(drawn.size(), network.edges().size()),
                                 "Network of " + std::to_string(nodes.size()) + " series with " +
                                     std::to_string(drawn.size()) + " edges",
-                                std::move(rows), std::move(nodes), "network");
+                                std::move(rows), std::move(nodes), "force");
 }
 
 Json impactChart(const Explanation& explanation, const ImpactDiagram& diagram)
@@ -175,25 +118,6 @@ Json impactChart(const Explanation& explanation, const ImpactDiagram& diagram)
                                 title + ": " + std::to_string(nodes.size()) + " series with " +
                                     std::to_string(rows.size()) + " edges",
                                 std::move(rows), std::move(nodes), "levels");
-}
-
-Json seriesChart(const Explanation& explanation, std::size_t place)
-{
-    const std::string title = explanation.textOf(place);
-    const bool isMoment =
-        isMomentLabel(explanation.labels().text(explanation.data()->firstIndex()));
-    Json specification =
-        chart::barSpecification(title, "Actual and predicted values of " + title + " by time",
-                                valueRows(explanation, place, isMoment));
-    specification["mark"] = {{"type", "line"}};
-    specification["encoding"] = {
-        {"x", timeAxis(isMoment)},
-        {"y",
-         {{"field", "value"},
-          {"type", "quantitative"},
-          {"title", chart::axisTitle(explanation.nameOf(place).back())}}},
-        {"color", {{"field", "kind"}, {"type", "nominal"}, {"title", nullptr}}}};
-    return specification;
 }
 
 } // namespace EmbeddedHV::explanation

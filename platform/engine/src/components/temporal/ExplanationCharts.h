@@ -10,7 +10,5 @@ namespace EmbeddedHV::explanation {
 Json networkChart(const Explanation& explanation);
 /// A diagram in columns by level; causes have negative levels.
 Json impactChart(const Explanation& explanation, const ImpactDiagram& diagram);
-/// Actual and predicted values of a series. The explanation has data.
-Json seriesChart(const Explanation& explanation, std::size_t place);
 
 } // namespace EmbeddedHV::explanation

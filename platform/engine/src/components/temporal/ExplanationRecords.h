@@ -4,18 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "components/temporal/ModelFields.h"
+#include "components/temporal/NamedSeries.h"
 #include "components/temporal/SeriesTable.h"
+#include "components/temporal/TcmModel.h"
 #include "steps/Settings.h"
 
 namespace EmbeddedHV {
-
-/// The data that a model is explained on.
-struct ExplanationData
-{
-    SeriesTable table;
-    std::vector<std::string> points; ///< a text for each point of time; empty if none is known
-};
 
 /// Takes the records that the component gets. One thread at a time.
 class ExplanationRecords
@@ -27,15 +21,16 @@ public:
     /// The next records, in their order. Throws JobError.
     virtual void take(duck::Chunk& chunk) = 0;
     /// The data; nothing is left then. Throws JobError.
-    virtual ExplanationData finish() = 0;
+    virtual SeriesTable finish() = 0;
 };
 
-/// For records with `fields`: those that tsdp prepares, or those that rtsdp gives, which have the
-/// time, the dimensions and the metrics as the data have them. Such records are told apart by their
-/// dimensions, and the n-th record of a combination is that of the n-th point of time. Throws
-/// JobError, with `component` before the message, if the fields are neither.
+/// For records with `fields`; `known` is the model's preparation, borrowed. They are those that
+/// tsdp prepares, or those that rtsdp gives, which have the time, the dimensions and the metrics as
+/// the data have them. Such records are told apart by their dimensions, and the n-th record of a
+/// combination is that of the n-th point of time. Throws JobError, with `component` before the
+/// message, if the fields are neither.
 std::unique_ptr<ExplanationRecords> explanationRecords(const Fields& fields, const TcmModel& model,
-                                                       const ModelFields& known,
+                                                       const NamedSeries& known,
                                                        const std::string& component,
                                                        const MessageSink& message);
 

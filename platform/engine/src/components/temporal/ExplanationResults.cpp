@@ -6,6 +6,7 @@
 #include "components/result/TextItem.h"
 #include "components/temporal/ExplanationCharts.h"
 #include "components/temporal/ExplanationTables.h"
+#include "components/temporal/SeriesCharts.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -68,6 +69,19 @@ public:
             notify(target, " has no values in the data.");
     }
 
+    void addForecast(const Scores& scores, const SeriesScores& series, std::size_t number)
+    {
+        _object["forecast"]["s" + std::to_string(number)] =
+            explanation::forecastChart(_explanation, scores, series);
+    }
+
+    void addRemark(const std::string& remark)
+    {
+        Json text = text::plain(remark);
+        text["severity"] = "Warning";
+        _notifications.push_back(std::move(text));
+    }
+
     Json json() const
     {
         Json result = {{"notifications", _notifications}};
@@ -94,6 +108,17 @@ private:
     Json _object = Json::object();
 };
 
+template <class NumberOf>
+void addForecasts(ExplanationObject& object, const Explanation& explanation,
+                  const ArtifactRequest& request, NumberOf numberOf)
+{
+    const Scores scores = explanation.scoresOf(explanation::scoringRequest(request));
+    for (const std::string& remark : scores.remarks)
+        object.addRemark(remark);
+    for (const SeriesScores& series : scores.series)
+        object.addForecast(scores, series, numberOf(series.series));
+}
+
 } // namespace
 
 std::string explanationResults(const Explanation& explanation,
@@ -107,11 +132,14 @@ std::string explanationResults(const Explanation& explanation,
                                         asked.begin()) +
                1;
     };
-    for (const ArtifactRequest& request : requests)
+    for (const ArtifactRequest& request : requests) {
         if (request.kind == ArtifactKind::ImpactEffects ||
             request.kind == ArtifactKind::ImpactCauses)
             for (const std::size_t target : request.targets)
                 object.addImpact(request, target, numberOf(target));
+        if (request.kind == ArtifactKind::Forecast)
+            addForecasts(object, explanation, request, numberOf);
+    }
     for (std::size_t i = 0; explanation.data() && i < asked.size(); ++i)
         object.addSeries(asked[i], i + 1);
     explanation.check();

@@ -5,6 +5,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "components/temporal/Scoring.h"
 #include "expression/NearestName.h"
 
 namespace EmbeddedHV {
@@ -29,6 +30,7 @@ constexpr ArtifactForm kArtifactForms[] = {
     {"equations", ArtifactKind::Equations, true},
     {"outliers", ArtifactKind::Outliers, true},
     {"rootCause", ArtifactKind::RootCause, true, true, true, 3},
+    {"forecast", ArtifactKind::Forecast, true, true},
 };
 
 constexpr std::pair<const char*, TimeOfDay> kTimeFormats[] = {
@@ -51,30 +53,26 @@ const ArtifactForm& artifactForm(const Settings& settings)
     settings.refuse("name", "is \"" + name + "\", which is no artifact" + suggestion(name, names));
 }
 
-std::string listed(const std::vector<std::string>& parts)
-{
-    std::string text;
-    for (const std::string& part : parts)
-        text += (text.empty() ? "" : ", ") + part;
-    return text;
-}
-
 class RequestReader
 {
 public:
-    RequestReader(const SeriesFinder& series, bool isEncoded)
-        : _series(series), _isEncoded(isEncoded)
+    RequestReader(const TcmModel& model, const SeriesEncoding& encoding, bool isEncoded)
+        : _model(model), _encoding(encoding), _isEncoded(isEncoded)
     {
     }
 
     ArtifactRequest request(const Settings& settings) const
     {
         const ArtifactForm& form = artifactForm(settings);
-        ArtifactRequest request{form.kind, form.name, {}, form.defaultLevel};
+        ArtifactRequest request;
+        request.kind = form.kind;
+        request.name = form.name;
         if (form.takesTarget && (form.needsTarget || settings.has("target")))
             request.targets = targets(settings, form.needsTarget);
         if (form.takesLevel)
             request.level = level(settings, form.defaultLevel);
+        if (form.kind == ArtifactKind::Forecast)
+            readForecast(settings, request);
         return request;
     }
 
@@ -85,6 +83,20 @@ private:
         if (level < 1)
             settings.refuse("level", "is " + std::to_string(level) + ", not 1 or more");
         return level;
+    }
+
+    static void readForecast(const Settings& settings, ArtifactRequest& request)
+    {
+        request.span = settings.integer("forecastSpan").value_or(0);
+        if (request.span < 0 || request.span > kLongestForecast)
+            settings.refuse("forecastSpan", "is " + std::to_string(request.span) +
+                                                ", not a number from 0 to " +
+                                                std::to_string(kLongestForecast));
+        if (const auto level = settings.number("confidenceLevel"))
+            request.confidenceLevel =
+                level->IsInteger() ? static_cast<double>(level->GetInteger()) : level->GetReal();
+        if (!(request.confidenceLevel > 0 && request.confidenceLevel < 1))
+            settings.refuse("confidenceLevel", "is not a number between 0 and 1");
     }
 
     std::vector<std::size_t> targets(const Settings& settings, bool isNeeded) const
@@ -103,31 +115,21 @@ private:
 
     std::size_t series(const Settings& settings, const Json& list, std::size_t index) const
     {
-        // The list in a list is read as a setting of an object, so that messages name it.
-        const std::string key = settings.pathOf("target[" + std::to_string(index) + "]");
-        Json wrapped = Json::object();
-        wrapped[key] = list[index];
-        const Settings outer(wrapped, settings.step());
-        const Json& parts = outer.neededList(key);
-        std::vector<std::string> name;
-        for (std::size_t i = 0; i < parts.size(); ++i)
-            name.push_back(outer.textAt(parts, key, i));
-        const auto place = find(name);
-        if (!place)
-            throw JobError(errors::kUnknownSeries, settings.step() + ": the setting \"" + key +
-                                                       "\" names the series \"" + listed(name) +
-                                                       "\", which the model does not have");
-        return *place;
-    }
-
-    std::optional<std::size_t> find(const std::vector<std::string>& name) const
-    {
         if (!_isEncoded)
-            return _series.byName(name);
-        return name.size() == 1 ? _series.byId(name.front()) : std::nullopt;
+            return _encoding.placeAt(settings, list, "target", index);
+        const std::string key = "target[" + std::to_string(index) + "]";
+        if (!list[index].is_array() || list[index].size() != 1)
+            settings.refuse(key, "is not a list of one text, the id of a series");
+        const std::string id = settings.textAt(list[index], key, 0);
+        if (const auto place = _model.placeOf(id))
+            return *place;
+        throw JobError(errors::kUnknownSeries, settings.step() + ": the setting \"" +
+                                                   settings.pathOf(key) + "\" names the id \"" +
+                                                   id + "\", which no series of the model has");
     }
 
-    const SeriesFinder& _series;
+    const TcmModel& _model;
+    const SeriesEncoding& _encoding;
     bool _isEncoded;
 };
 
@@ -160,12 +162,13 @@ TimeOfDay wantedTimeOfDay(const StepCall& call, const Settings& settings)
 
 } // namespace
 
-ExplanationSettings explanationSettings(const StepCall& call, const SeriesFinder& series)
+ExplanationSettings explanationSettings(const StepCall& call, const TcmModel& model,
+                                        const SeriesEncoding& encoding)
 {
     const Settings settings = call.settings();
     ExplanationSettings result;
     result.isEncoded = settings.flag("isEncoded").value_or(false);
-    const RequestReader reader(series, result.isEncoded);
+    const RequestReader reader(model, encoding, result.isEncoded);
     const Json& artifacts = settings.neededList("artifacts");
     for (std::size_t i = 0; i < artifacts.size(); ++i) {
         const Settings artifact = settings.objectAt(artifacts, "artifacts", i);

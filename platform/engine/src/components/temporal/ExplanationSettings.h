@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "components/temporal/ModelFields.h"
 #include "components/temporal/PointLabels.h"
+#include "components/temporal/SeriesEncoding.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {
@@ -19,7 +19,8 @@ enum class ArtifactKind
     Fit,
     Equations,
     Outliers,
-    RootCause
+    RootCause,
+    Forecast
 };
 
 /// One artifact that is asked for.
@@ -30,6 +31,8 @@ struct ArtifactRequest
     /// Places of series in the model; of some kinds none means all.
     std::vector<std::size_t> targets;
     std::int64_t level = 1; ///< at least 1
+    std::int64_t span = 0;  ///< of a forecast: points of time beyond the data
+    double confidenceLevel = 0.95;
 };
 
 /// The configuration of the component.
@@ -40,7 +43,9 @@ struct ExplanationSettings
     TimeOfDay timeOfDay = TimeOfDay::Seconds;
 };
 
-/// Reads the configuration, and tells of each setting that has no effect. Throws JobError.
-ExplanationSettings explanationSettings(const StepCall& call, const SeriesFinder& series);
+/// Reads the configuration, and tells of each setting that has no effect. Series that are named by
+/// their names are found by `encoding`. Throws JobError.
+ExplanationSettings explanationSettings(const StepCall& call, const TcmModel& model,
+                                        const SeriesEncoding& encoding);
 
 } // namespace EmbeddedHV

@@ -1,6 +1,7 @@
 #include "components/temporal/ExplanationTables.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "components/result/PivotTable.h"
@@ -82,16 +83,27 @@ private:
         return shown;
     }
 
+    /// The format of the whole column is the one that most cells need: a large table has few
+    /// formats of single cells.
     void fill(PivotTable& table, std::size_t column, int decimals) const
     {
-        if (decimals != kBySize)
-            table.format({CellKeys::kAny, column}, numberFormat(decimals));
+        const int common = decimals == kBySize ? commonDecimals(column) : decimals;
+        table.format({CellKeys::kAny, column}, numberFormat(common));
         for (std::size_t row = 0; row < _rows.size(); ++row) {
             const std::optional<double>& value = _rows[row][column];
             table.set({row, column}, value);
-            if (decimals == kBySize && value)
+            if (decimals == kBySize && value && decimalsBySize(*value) != common)
                 table.format({row, column}, numberFormat(decimalsBySize(*value)));
         }
+    }
+
+    int commonDecimals(std::size_t column) const
+    {
+        std::array<std::size_t, kMostDecimals + 1> counts = {};
+        for (const Row& row : _rows)
+            if (row[column])
+                ++counts[static_cast<std::size_t>(decimalsBySize(*row[column]))];
+        return static_cast<int>(std::max_element(counts.begin(), counts.end()) - counts.begin());
     }
 
     static int decimalsBySize(double value)

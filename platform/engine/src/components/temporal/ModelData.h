@@ -16,6 +16,7 @@ public:
     /// Series of the table that the model does not have are left out.
     ModelData(const TcmModel& model, SeriesTable table);
 
+    const SeriesTable& table() const { return _table; }
     std::int64_t firstIndex() const { return _table.firstIndex; }
     /// The index behind the last point of time.
     std::int64_t endIndex() const { return _table.firstIndex + _table.values.rows(); }

@@ -1,21 +1,17 @@
 #include "components/temporal/NamedRecords.h"
 
 #include <algorithm>
+#include <charconv>
 #include <limits>
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "components/temporal/PointLabels.h"
+#include "components/temporal/ScoreStage.h"
 #include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {
 namespace {
-
-constexpr const char* kFlagField = "$FutureFlag";
-
-bool isStoredAsMoment(CFField::StorageType storage)
-{
-    return storage == CFField::Date || storage == CFField::Time || storage == CFField::Timestamp;
-}
 
 /// The text of a column. A whole number has no point, however it is stored.
 std::string textColumn(const std::string& name, CFField::StorageType storage)
@@ -37,6 +33,28 @@ std::string timeColumn(const Fields& fields)
     for (const CFField& field : fields)
         columns += ", " + textColumn(field.GetName(), field.GetStorage());
     return "concat_ws(', '" + columns + ")";
+}
+
+std::string numberKey(std::string_view text)
+{
+    double number = 0;
+    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (parsed.ec != std::errc() || parsed.ptr != text.data() + text.size())
+        return std::string(text);
+    char key[32];
+    // -0 is 0.
+    return {key, std::to_chars(key, key + sizeof key, number == 0 ? 0.0 : number).ptr};
+}
+
+/// The text under which equal values of a dimension are found, however they are written.
+std::string dimensionKey(std::string_view value, CFField::StorageType storage)
+{
+    if (storage == CFField::Real || storage == CFField::Integer)
+        return numberKey(value);
+    if (storage == CFField::String)
+        return std::string(value);
+    const auto moment = momentOfText(std::string(value));
+    return moment ? std::to_string(*moment) : std::string(value);
 }
 
 /// Two lists of texts have the same key only if they are the same.
@@ -89,10 +107,9 @@ struct NamedRecords::Columns
     std::vector<std::uint64_t*> validity;
 };
 
-NamedRecords::NamedRecords(const Fields& fields, const TcmModel& model, const ModelFields& known,
+NamedRecords::NamedRecords(const Fields& fields, const TcmModel& model, const NamedSeries& known,
                            std::string component, const MessageSink& message)
-    : _known(known), _component(std::move(component)), _storages(known.storages),
-      _texts(known.dimensions.size())
+    : _known(known), _component(std::move(component)), _texts(known.dimensions.size())
 {
     checkFields(fields);
     findMetrics(fields, model, message);
@@ -113,15 +130,11 @@ void NamedRecords::checkFields(const Fields& fields)
             refuse("the input has no field \"" + name + "\", which is " + what + " of the model");
         return *field;
     };
-    for (const std::string& name : _known.timeFields)
-        _timeFields.push_back(needed(name, "a time field"));
-    for (std::size_t i = 0; i < _known.dimensions.size(); ++i) {
-        // Texts of the model that are dates in the data are compared as dates.
-        const CFField& field = needed(_known.dimensions[i], "a dimension");
-        if (isStoredAsMoment(field.GetStorage()))
-            _storages[i] = field.GetStorage();
-    }
-    _hasFlag = findField(fields, kFlagField) != nullptr;
+    for (const CFField& time : _known.axis.fields)
+        _timeFields.push_back(needed(time.GetName(), "a time field"));
+    for (const CFField& dimension : _known.dimensions)
+        needed(dimension.GetName(), "a dimension");
+    _hasFlag = findField(fields, kFutureFlagField) != nullptr;
 }
 
 void NamedRecords::findMetrics(const Fields& fields, const TcmModel& model,
@@ -129,7 +142,7 @@ void NamedRecords::findMetrics(const Fields& fields, const TcmModel& model,
 {
     std::vector<std::string> missing;
     for (const ModelSeries& series : model.series) {
-        if (series.name.size() != _storages.size() + 1)
+        if (series.name.size() != _known.dimensions.size() + 1)
             continue;
         const std::string& metric = series.name.back();
         if (std::find(_metrics.begin(), _metrics.end(), metric) != _metrics.end() ||
@@ -157,13 +170,13 @@ std::string NamedRecords::keyOf(const std::vector<std::string_view>& values) con
 {
     std::string key;
     for (std::size_t i = 0; i < values.size(); ++i)
-        addToKey(key, dimensionKey(values[i], _storages[i]));
+        addToKey(key, dimensionKey(values[i], _known.dimensions[i].GetStorage()));
     return key;
 }
 
 void NamedRecords::addSeries(const ModelSeries& series)
 {
-    if (series.name.size() != _storages.size() + 1)
+    if (series.name.size() != _known.dimensions.size() + 1)
         return;
     const auto metric = std::find(_metrics.begin(), _metrics.end(), series.name.back());
     if (metric == _metrics.end())
@@ -182,11 +195,11 @@ std::string NamedRecords::statement(const std::string& select) const
 {
     std::string columns = timeColumn(_timeFields);
     for (std::size_t i = 0; i < _known.dimensions.size(); ++i)
-        columns += ", " + textColumn(_known.dimensions[i], CFField::String);
+        columns += ", " + textColumn(_known.dimensions[i].GetName(), CFField::String);
     for (const std::string& metric : _metrics)
         columns += ", CAST(" + quotedIdentifier(metric) + " AS DOUBLE)";
     if (_hasFlag)
-        columns += ", CAST(" + quotedIdentifier(kFlagField) + " AS DOUBLE)";
+        columns += ", CAST(" + quotedIdentifier(kFutureFlagField) + " AS DOUBLE)";
     return "SELECT " + columns + " FROM (" + select + ") AS hv_named";
 }
 
@@ -230,12 +243,27 @@ void NamedRecords::takeRecord(const Columns& columns, std::size_t row)
 void NamedRecords::takePoint(Combination& combination, std::string_view time)
 {
     const std::size_t point = combination.points++;
+    if (_points.empty())
+        checkFirst(time);
     if (point == _points.size())
         _points.emplace_back(time);
     else if (_points[point] != time)
         refuse("record " + std::to_string(_records) + " of the input is of the time \"" +
                std::string(time) + "\", but other series have \"" + _points[point] +
                "\" there: each series needs a record for each point of time");
+}
+
+/// Prepared data begin with the first point of the training, whatever they are.
+void NamedRecords::checkFirst(std::string_view time) const
+{
+    const PointLabels labels(_known.axis, TimeOfDay::Seconds);
+    const std::string first = labels.text(0);
+    const std::string text(time);
+    const bool isFirst =
+        labels.areMoments() ? momentOfText(text) == momentOfText(first) : text == first;
+    if (!isFirst)
+        refuse("the input begins at the time \"" + text + "\", not at \"" + first +
+               "\" as the training data: its records are not those that rtsdp gives");
 }
 
 void NamedRecords::checkLengths() const
@@ -247,26 +275,24 @@ void NamedRecords::checkLengths() const
                    "\": each series needs a record for each point of time");
 }
 
-ExplanationData NamedRecords::finish()
+SeriesTable NamedRecords::finish()
 {
     if (_points.empty())
         refuse("the input has no record of a series of the model");
     checkLengths();
-    ExplanationData data;
+    SeriesTable table;
     for (std::size_t series = 0; series < _ids.size(); ++series)
         if (!_values[series].empty())
-            data.table.ids.push_back(_ids[series]);
+            table.ids.push_back(_ids[series]);
     const auto points = static_cast<Eigen::Index>(_points.size());
-    data.table.values.resize(points, static_cast<Eigen::Index>(data.table.ids.size()));
+    table.values.resize(points, static_cast<Eigen::Index>(table.ids.size()));
     Eigen::Index column = 0;
     for (std::vector<double>& values : _values)
         if (!values.empty()) {
-            data.table.values.col(column++) =
-                Eigen::Map<const Eigen::VectorXd>(values.data(), points);
+            table.values.col(column++) = Eigen::Map<const Eigen::VectorXd>(values.data(), points);
             values = {};
         }
-    data.points = std::move(_points);
-    return data;
+    return table;
 }
 
 } // namespace EmbeddedHV

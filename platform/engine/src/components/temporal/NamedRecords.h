@@ -15,13 +15,13 @@ namespace EmbeddedHV {
 class NamedRecords : public ExplanationRecords
 {
 public:
-    /// Throws JobError if a field is missing. The model fields are borrowed.
-    NamedRecords(const Fields& fields, const TcmModel& model, const ModelFields& known,
+    /// Throws JobError if a field is missing. `known` is borrowed.
+    NamedRecords(const Fields& fields, const TcmModel& model, const NamedSeries& known,
                  std::string component, const MessageSink& message);
 
     std::string statement(const std::string& select) const override;
     void take(duck::Chunk& chunk) override;
-    ExplanationData finish() override;
+    SeriesTable finish() override;
 
 private:
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -41,13 +41,13 @@ private:
     Combination* combinationOf(const Columns& columns, std::size_t row);
     void takeRecord(const Columns& columns, std::size_t row);
     void takePoint(Combination& combination, std::string_view time);
+    void checkFirst(std::string_view time) const;
     void checkLengths() const;
     [[noreturn]] void refuse(const std::string& problem) const;
 
-    const ModelFields& _known;
+    const NamedSeries& _known;
     std::string _component;
     Fields _timeFields;
-    std::vector<CFField::StorageType> _storages; ///< by which values of dimensions are compared
     bool _hasFlag = false;
     std::vector<std::string> _metrics;
     std::vector<Combination> _combinations;

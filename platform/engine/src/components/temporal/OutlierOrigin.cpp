@@ -57,12 +57,6 @@ public:
         return path;
     }
 
-    static const SeriesEquation* systemEquation(const TcmModel& model, std::size_t series)
-    {
-        const SeriesEquation* equation = model.equationOf(series);
-        return equation ? equation : model.autoregressionOf(series);
-    }
-
 private:
     ShockWeight& weight(SeriesPoint point)
     {
@@ -104,7 +98,7 @@ bool addShocks(const TcmModel& model, const ResidualSource& residuals, const Sho
         const ShockWeight& weight = weights.at(point);
         if (weight.total == 0 && weight.strongest == 0)
             continue;
-        const SeriesEquation* equation = ShockWeights::systemEquation(model, series);
+        const SeriesEquation* equation = systemEquation(model, series);
         const double residual =
             equation ? residuals(*equation, index) : std::numeric_limits<double>::quiet_NaN();
         if (std::isnan(residual))
@@ -134,12 +128,18 @@ std::int64_t firstIndexOf(const TcmModel& model, std::int64_t index, std::int64_
 
 } // namespace
 
+const SeriesEquation* systemEquation(const TcmModel& model, std::size_t series)
+{
+    const SeriesEquation* equation = model.equationOf(series);
+    return equation ? equation : model.autoregressionOf(series);
+}
+
 OutlierOrigin originOf(const TcmModel& model, const ResidualSource& residuals, SeriesPoint outlier,
                        std::int64_t level, std::size_t most, const StopCheck& check)
 {
     OutlierOrigin origin;
     origin.firstIndex = firstIndexOf(model, outlier.timeIndex, level);
-    const SeriesEquation* equation = ShockWeights::systemEquation(model, outlier.series);
+    const SeriesEquation* equation = systemEquation(model, outlier.series);
     origin.residual = equation ? residuals(*equation, outlier.timeIndex)
                                : std::numeric_limits<double>::quiet_NaN();
     ShockWeights weights(model, outlier, origin.firstIndex);

@@ -45,6 +45,10 @@ struct OutlierOrigin
     double others = 0;               ///< contributions of all other shocks
 };
 
+/// By what a series moves in the system of all: a target by its equation, another series by its own
+/// past. Null for a series that has neither.
+const SeriesEquation* systemEquation(const TcmModel& model, std::size_t series);
+
 /// The residual of an equation at a point of time; not-a-number where it is unknown.
 using ResidualSource = std::function<double(const SeriesEquation&, std::int64_t index)>;
 

@@ -1,12 +1,11 @@
 #include "components/temporal/OutputComponent.h"
 
-#include "ErrorIds.h"
-#include "JobError.h"
 #include "components/ComponentContainers.h"
 #include "components/ContainerFiles.h"
 #include "components/temporal/ExplanationRecords.h"
 #include "components/temporal/ExplanationResults.h"
 #include "components/temporal/ModelArchive.h"
+#include "components/temporal/ScoreStage.h"
 #include "components/temporal/StatisticsDocument.h"
 
 namespace EmbeddedHV {
@@ -15,25 +14,6 @@ namespace {
 constexpr const char* kResultsContainer = "Results";
 constexpr const char* kResultsMember = "Results.json";
 constexpr const char* kStatisticsMember = "statJson.json";
-
-/// The model that a step explains, and what it needs of the model's other documents.
-struct ExplainedModel
-{
-    TcmModel model;
-    ModelFields fields;
-};
-
-ExplainedModel explainedModel(const StepCall& call)
-{
-    const std::vector<ComponentContainer> inputs = inputContainers(call);
-    if (inputs.size() != 1)
-        throw JobError(errors::kSettingType, call.name + ": the step reads one model, but " +
-                                                 std::to_string(inputs.size()) +
-                                                 " input containers are given");
-    const ModelArchive archive(inputs.front().path, call.name);
-    return {archive.model(), modelFieldsOf(archive.preparation(), archive.statistics(),
-                                           call.name + ": " + inputs.front().path)};
-}
 
 std::vector<std::string> pathsOf(const std::vector<ComponentContainer>& containers)
 {
@@ -47,14 +27,14 @@ std::vector<std::string> pathsOf(const std::vector<ComponentContainer>& containe
 class TcmOutput : public Output
 {
 public:
-    TcmOutput(StepCall& call, ExplainedModel explained, ExplanationSettings settings)
-        : _context(call.context), _component(call.name), _explained(std::move(explained)),
-          _settings(std::move(settings)), _containers(outputContainers(call)),
-          _files(call.context, pathsOf(_containers), call.name)
+    TcmOutput(StepCall& call, TcmModel model, NamedSeries known, ExplanationSettings settings)
+        : _context(call.context), _component(call.name), _model(std::move(model)),
+          _known(std::move(known)), _settings(std::move(settings)),
+          _containers(outputContainers(call)), _files(call.context, pathsOf(_containers), call.name)
     {
         if (!call.inputs.empty())
-            _records = explanationRecords(call.input()->fields, _explained.model, _explained.fields,
-                                          _component, _context.message);
+            _records = explanationRecords(call.input()->fields, _model, _known, _component,
+                                          _context.message);
     }
 
     std::string target() const override { return "the result of " + _component; }
@@ -67,15 +47,11 @@ public:
 
     void commit() override
     {
-        ExplanationData data;
-        if (_records)
-            data = _records->finish();
-        const PointLabels labels(data.points.empty() ? _explained.fields.points : data.points,
-                                 _settings.timeOfDay);
-        const ModelData values(_explained.model, std::move(data.table));
-        const StopCheck check = stopCheckOf(_context, _component);
-        const Explanation explanation(_explained.model, _records ? &values : nullptr, labels,
-                                      _settings.isEncoded, check);
+        const ModelData data(_model, _records ? _records->finish() : SeriesTable());
+        const PointLabels labels(_known.axis, _settings.timeOfDay);
+        const Explanation explanation({&_model, _records ? &data : nullptr, &labels,
+                                       _settings.isEncoded, _component,
+                                       stopCheckOf(_context, _component)});
         for (std::size_t i = 0; i < _containers.size(); ++i)
             _files.write(i, {documentOf(_containers[i].name, explanation)});
         _files.publish();
@@ -91,7 +67,8 @@ private:
 
     JobContext& _context;
     std::string _component;
-    ExplainedModel _explained;
+    TcmModel _model;
+    NamedSeries _known;
     ExplanationSettings _settings;
     std::vector<ComponentContainer> _containers;
     ContainerFiles _files;
@@ -102,12 +79,17 @@ private:
 
 StepResult planTcmOutput(StepCall& call)
 {
-    ExplainedModel explained = explainedModel(call);
+    const std::string path = modelPathOf(call);
+    const ModelArchive archive(path, call.name);
+    TcmModel model = archive.model();
+    NamedSeries known = namedSeriesOf(archive.preparation(),
+                                      call.name + ": " + path + ": " + kModelPreparationEntry,
+                                      call.context.message);
     ExplanationSettings settings =
-        explanationSettings(call, SeriesFinder(explained.model, explained.fields.storages));
+        explanationSettings(call, model, SeriesEncoding(archive, model, call.name));
     NodePtr input = call.inputs.empty() ? emptyNode() : call.input();
-    return {std::move(input),
-            std::make_unique<TcmOutput>(call, std::move(explained), std::move(settings))};
+    return {std::move(input), std::make_unique<TcmOutput>(call, std::move(model), std::move(known),
+                                                          std::move(settings))};
 }
 
 } // namespace EmbeddedHV

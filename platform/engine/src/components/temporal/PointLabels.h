@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
+#include "components/temporal/TimeAxis.h"
 #include "steps/Settings.h"
 
 namespace EmbeddedHV {
@@ -16,26 +16,28 @@ enum class TimeOfDay
     Seconds  ///< hh:mm:ss
 };
 
-/// A point of time as people read it. "2024-03-01T10:15:00Z" becomes "2024-03-01 10:15:00"; any
-/// other text stays.
-std::string pointLabel(std::string_view text, TimeOfDay shown);
-
-/// The labels of the points of time by their index, 0 for the first one of the training.
+/// The labels of points of time by their index, 0 for the first one of the training: a date or a
+/// time by ISO 8601 with a blank in place of the T, the numbers of cyclic fields with commas, or
+/// the number of a record.
 class PointLabels
 {
 public:
-    PointLabels() = default;
-    PointLabels(const std::vector<std::string>& points, TimeOfDay shown);
+    /// The axis is borrowed.
+    PointLabels(const TimeAxis& axis, TimeOfDay shown) : _axis(axis), _shown(shown) {}
 
-    /// The label; null for a point that has none.
+    /// Whether labels are dates or timestamps.
+    bool areMoments() const;
+    /// The label; null for a point in no year from 1 to 9999.
     Json json(std::int64_t index) const;
     /// The label; the index for a point that has none.
     std::string text(std::int64_t index) const;
 
 private:
-    bool has(std::int64_t index) const;
+    std::optional<std::string> label(std::int64_t index) const;
+    std::string momentLabel(Moment moment) const;
 
-    std::vector<std::string> _labels;
+    const TimeAxis& _axis;
+    TimeOfDay _shown;
 };
 
 } // namespace EmbeddedHV

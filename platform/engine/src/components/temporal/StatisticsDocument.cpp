@@ -27,6 +27,8 @@ void addMembers(ArtifactText& text, const Explanation& explanation, const Artifa
         return statistics::addOutliers(text, explanation, request);
     case ArtifactKind::RootCause:
         return statistics::addRootCauses(text, explanation, request, request.targets.front());
+    case ArtifactKind::Forecast:
+        return statistics::addForecast(text, explanation, request);
     }
 }
 
@@ -62,8 +64,11 @@ std::string statisticsDocument(const Explanation& explanation,
             add(request);
             continue;
         }
-        for (const std::size_t target : request.targets)
-            add({request.kind, request.name, {target}, request.level});
+        ArtifactRequest one = request;
+        for (const std::size_t target : request.targets) {
+            one.targets = {target};
+            add(one);
+        }
     }
     return "{\"artifacts\": [" + artifacts + "\n]}\n";
 }

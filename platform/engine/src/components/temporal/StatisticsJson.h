@@ -31,5 +31,8 @@ void addOutliers(ArtifactText& text, const Explanation& explanation,
                  const ArtifactRequest& request);
 void addRootCauses(ArtifactText& text, const Explanation& explanation,
                    const ArtifactRequest& request, std::size_t target);
+/// Values, predictions and the forecast of series.
+void addForecast(ArtifactText& text, const Explanation& explanation,
+                 const ArtifactRequest& request);
 
 } // namespace EmbeddedHV::statistics
