@@ -239,6 +239,19 @@ class Maps(unittest.TestCase):
         with open(again, "rb") as one, open(file_of("network"), "rb") as other:
             self.assertEqual(one.read(), other.read())
 
+    def test_a_slider_leaves_the_strongest_arrows(self):
+        page = opened("network")
+        self.assertEqual(page.complaints(), [])
+        self.assertEqual(page.evaluate("document.querySelectorAll('input[type=range]').length"), 1)
+        seen = """[...document.querySelectorAll(".network:has(input) .edge")].filter((edge) =>
+            getComputedStyle(edge).display !== "none").map((edge) => edge.textContent.split("\\n")[0])"""
+        everything = page.evaluate(seen)
+        page.evaluate("""{ const range = document.querySelector("input[type=range]");
+            range.value = "2"; range.dispatchEvent(new Event("input")); }""")
+        self.assertEqual(page.evaluate(seen), everything[-2:])
+        page.media("print")
+        self.assertEqual(page.evaluate(seen), everything)
+
     def test_looks_differ_by_night_and_are_printed_by_day(self):
         fills = """[...document.querySelectorAll(".map > svg > g")].map((area) =>
             getComputedStyle(area.querySelector("path, circle")).fill)"""

@@ -1,4 +1,3 @@
-#include "VexaCases.h"
 #include "tcm/WorkingModel.h"
 
 // Models that the working engine trains, through the library: what a viewer gets of them is what
@@ -154,7 +153,7 @@ TEST_F(WorkingModel, TellsWhatItCanDo)
     EXPECT_EQ(network, entry("TCMGraph.json"));
     EXPECT_EQ(preparation, entry("TSDPOutput.json"));
     EXPECT_NE(CFMetaData(all).GetField("metricField"), nullptr);
-    for (const char* field : {"month", "region", "sales"})
+    for (const char* field : {"$TimeIndex", "1-1", "2-2"})
         EXPECT_NE(CFMetaData(input).GetField(field), nullptr) << field;
     EXPECT_GT(CFMetaData(output).FieldCount(), 0U);
     EXPECT_THAT(properties, HasSubstr("<"));
@@ -173,6 +172,22 @@ TEST_F(WorkingModel, FindsTheSeriesThatLeads)
                     return;
                 }
     FAIL() << network;
+}
+
+TEST_F(WorkingModel, TellsValuesThatAreMissing)
+{
+    ASSERT_NO_FATAL_FAILURE(train({TimeKind::Date, {}, kTrained}));
+    MonthlyData data(TimeKind::Date, {}, kTrained);
+    data.endSales(kTrained - 2);
+    const LocallyUniqueID dataset = SvrDMDataset::Register(data.source());
+    std::vector<double> actual;
+    std::vector<double> predicted;
+    ASSERT_TRUE(viewer->GetScenarioInfo(dataset, path, "month", "-2", "2", {}, {}, {}, "sales", {},
+                                        {}, actual, predicted))
+        << reason();
+    EXPECT_THAT(actual, testing::ElementsAre(MonthlyData::sales(kTrained - 3, 0), kSystemMissing,
+                                             kSystemMissing));
+    EXPECT_EQ(predicted.size(), 2U);
 }
 
 TEST_F(WorkingModel, IsTheSameEachTime)

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <climits>
 #include <cmath>
 #include <functional>
 #include <map>
@@ -13,6 +14,7 @@
 #include <nlohmann/json.hpp>
 
 #include "HostConversions.h"
+#include "VexaCases.h"
 #include "data/HVRawDataIterator.h"
 #include "data/MemorySource.h"
 #include "support/JobFixture.h"
@@ -64,6 +66,9 @@ public:
     {
         return _time == TimeKind::Date || _time == TimeKind::Text ? "month" : "";
     }
+
+    /// Sales are missing from this month on.
+    void endSales(int month) { _endOfSales = month; }
 
     std::shared_ptr<MemorySource> source() const
     {
@@ -124,7 +129,7 @@ private:
             row = {2015.0 + month / 12, month % 12 + 1.0};
         for (const std::string& value : valuesOf(group))
             row.emplace_back(value);
-        row.emplace_back(sales(month, group));
+        row.emplace_back(month < _endOfSales ? sales(month, group) : kSystemMissing);
         row.emplace_back(advertising(month, group));
         return row;
     }
@@ -132,6 +137,7 @@ private:
     TimeKind _time;
     std::vector<std::string> _dimensions;
     int _months;
+    int _endOfSales = INT_MAX;
 };
 
 /// Trains models on the working engine and has a viewer look at them.

@@ -320,12 +320,17 @@ TEST_F(Preparation, ContinuesOnNewerData)
 
 TEST_F(Preparation, NamesScoredSeries)
 {
+    const std::string kSystemMissing = "-1.7976931348623157e+308";
     ASSERT_NE(prepare(kTraining, kTrainingSettings), "");
     const std::string one = "$TimeIndex,$FutureFlag,2-2,2-2_predicted,2-2_lower,2-2_upper\n"
                             "2,0,3.5,3.25,,\n3,1,,4.5,3.5,5.5\n";
     EXPECT_EQ(steps(one, rtsdp(R"({"exportFutureFlag": true})")),
-              "day,$FutureFlag,y,y_predicted,y_lower,y_upper\n"
-              "2024-01-03,0,3.5,3.25,,\n2024-01-04,1,,4.5,3.5,5.5\n");
+              "day,$FutureFlag,y,y_predicted,y_lower,y_upper\n2024-01-03,0,3.5,3.25," +
+                  kSystemMissing + "," + kSystemMissing + "\n2024-01-04,1," + kSystemMissing +
+                  ",4.5,3.5,5.5\n")
+        << "a viewer wants numbers";
+    EXPECT_EQ(steps(one, rtsdp()), "day,y,y_predicted,y_lower,y_upper\n"
+                                   "2024-01-03,3.5,3.25,,\n2024-01-04,,4.5,3.5,5.5\n");
     EXPECT_EQ(steps("$TimeIndex,$FutureFlag,2-2,1-1,1-1_predicted\n2,0,3.5,3.25,1.5\n", rtsdp()),
               "day,region,x,x_predicted,y\n2024-01-03,s,,,3.5\n2024-01-03,n,3.25,1.5,\n");
     EXPECT_EQ(steps("$TimeIndex,9-9\n2,3.5\n", rtsdp()),

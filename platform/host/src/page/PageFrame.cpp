@@ -33,8 +33,9 @@ std::string sources(const std::vector<PageAsset>& assets)
 std::string words()
 {
     nlohmann::json table;
-    for (const char* key : {"Copy", "Copied", "Sort", "This chart cannot be drawn.",
-                            "The library that draws charts is missing from the installation."})
+    for (const char* key :
+         {"Copy", "Copied", "Sort", "Strongest arrows", "This chart cannot be drawn.",
+          "The library that draws charts is missing from the installation."})
         table[key] = translate(key);
     return scriptText(table.dump(-1, ' ', true));
 }
@@ -46,7 +47,7 @@ PageFrame::PageFrame(bool withCharts, const std::string& rules)
     _styles.push_back(installedAsset("page.css"));
     if (!rules.empty())
         _styles.push_back(pageAsset(rules));
-    for (const char* script : {"grid.js", "layers.js", "sorting.js", "copying.js"})
+    for (const char* script : {"grid.js", "layers.js", "sorting.js", "copying.js", "networks.js"})
         _scripts.push_back(installedAsset(script));
     if (!withCharts)
         return;

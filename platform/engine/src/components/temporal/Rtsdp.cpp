@@ -1,5 +1,6 @@
 #include "components/temporal/Rtsdp.h"
 
+#include <cmath>
 #include <limits>
 
 #include "ErrorIds.h"
@@ -90,10 +91,20 @@ private:
                     table, _known.values[i][static_cast<std::size_t>(combination.codes[i] - 1)],
                     _known.dimensions[i].GetStorage());
         for (const std::size_t column : combination.columns)
-            table.addReal(column == NamedLayout::kNoColumn
-                              ? std::numeric_limits<double>::quiet_NaN()
-                              : _values[column][record]);
+            table.addReal(shownValue(column, record));
         table.endRecord();
+    }
+
+    /// A viewer's rows of scores have a number for each value that is missing: it takes a null for
+    /// a fault.
+    double shownValue(std::size_t column, std::size_t record) const
+    {
+        constexpr double kSystemMissing = std::numeric_limits<double>::lowest();
+        const double value = column == NamedLayout::kNoColumn
+                                 ? std::numeric_limits<double>::quiet_NaN()
+                                 : _values[column][record];
+        const bool isForViewer = _layout.hasFlag && !_flags.empty();
+        return isForViewer && std::isnan(value) ? kSystemMissing : value;
     }
 
     void addTime(NewTable& table, std::int64_t index) const

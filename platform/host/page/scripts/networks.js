@@ -1,0 +1,28 @@
+
+"use strict";
+
+/** Hides the weaker arrows of a network; on paper all of them are there. */
+{
+  const leastEdges = 10;
+
+  const show = (edges, count) => {
+    // The strongest come last in the drawing.
+    edges.forEach((edge, at) => edge.classList.toggle("weak", at < edges.length - count));
+  };
+
+  document.querySelectorAll(".network").forEach((network) => {
+    const edges = [...network.querySelectorAll(".edge")];
+    if (edges.length < leastEdges)
+      return;
+    const range = page.element("input", {
+      type: "range", min: "1", max: String(edges.length), value: String(edges.length),
+    });
+    const count = page.element("output", { textContent: range.value });
+    range.addEventListener("input", () => {
+      count.textContent = range.value;
+      show(edges, Number(range.value));
+    });
+    network.prepend(page.element("label", { className: "tools" },
+      page.word("Strongest arrows"), " ", range, " ", count));
+  });
+}
