@@ -99,10 +99,11 @@ public:
     /// Sets the name by which the job text refers to the rows. Set it before the job text is
     /// generated.
     void SetName(const std::string& name);
-    /// Whether user-missing values become missing, for all variables without SetVarValidSpecs.
+    /// Whether user-missing values of all variables become missing. Ignored while SetVarValidSpecs
+    /// has set rules.
     void SetExcludeUserMissing(bool exclude);
-    /// Sets the same per variable, in place of SetExcludeUserMissing; null removes the rule.
-    /// Borrowed.
+    /// Sets the same per variable; a variable without a rule keeps its user-missing values. Null
+    /// removes the rules. Borrowed.
     void SetVarValidSpecs(const ACAVarValidSpecs* specs);
     /// Sets the mark that GetScoreIteration returns. It has no effect on the records.
     void SetScoreIteration(bool score);
