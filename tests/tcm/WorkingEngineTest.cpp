@@ -153,7 +153,7 @@ TEST_F(WorkingModel, TellsWhatItCanDo)
     EXPECT_EQ(network, entry("TCMGraph.json"));
     EXPECT_EQ(preparation, entry("TSDPOutput.json"));
     EXPECT_NE(CFMetaData(all).GetField("metricField"), nullptr);
-    for (const char* field : {"$TimeIndex", "1-1", "2-2"})
+    for (const char* field : {"month", "region", "sales"})
         EXPECT_NE(CFMetaData(input).GetField(field), nullptr) << field;
     EXPECT_GT(CFMetaData(output).FieldCount(), 0U);
     EXPECT_THAT(properties, HasSubstr("<"));
