@@ -1,6 +1,5 @@
 #include "components/temporal/NamedRecords.h"
 
-#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -140,21 +139,21 @@ void NamedRecords::checkFields(const Fields& fields)
 void NamedRecords::findMetrics(const Fields& fields, const TcmModel& model,
                                const MessageSink& message)
 {
+    std::unordered_map<std::string, const CFField*> byName;
+    for (const CFField& field : fields)
+        byName.emplace(field.GetName(), &field);
     std::vector<std::string> missing;
     for (const ModelSeries& series : model.series) {
         if (series.name.size() != _known.dimensions.size() + 1)
             continue;
         const std::string& metric = series.name.back();
-        if (std::find(_metrics.begin(), _metrics.end(), metric) != _metrics.end() ||
-            std::find(missing.begin(), missing.end(), metric) != missing.end())
+        const auto found = byName.find(metric);
+        if (!_metricPlaces.emplace(metric, found == byName.end() ? kNone : _metrics.size()).second)
             continue;
-        const CFField* field = findField(fields, metric);
-        if (field && field->GetStorage() != CFField::Real &&
-            field->GetStorage() != CFField::Integer)
-            refuse("the field \"" + metric +
-                   "\" of the input, which is a metric of the model, is "
-                   "not a number");
-        (field ? _metrics : missing).push_back(metric);
+        if (found == byName.end())
+            missing.push_back(metric);
+        else
+            addMetric(*found->second);
     }
     if (_metrics.empty())
         refuse("the input has none of the model's metrics, which are " + quotedList(missing));
@@ -164,6 +163,14 @@ void NamedRecords::findMetrics(const Fields& fields, const TcmModel& model,
                     ": the input lacks metrics of the model, whose series have no "
                     "values: " +
                     quotedList(missing));
+}
+
+void NamedRecords::addMetric(const CFField& field)
+{
+    if (field.GetStorage() != CFField::Real && field.GetStorage() != CFField::Integer)
+        refuse("the field \"" + field.GetName() +
+               "\" of the input, which is a metric of the model, is not a number");
+    _metrics.push_back(field.GetName());
 }
 
 std::string NamedRecords::keyOf(const std::vector<std::string_view>& values) const
@@ -178,15 +185,14 @@ void NamedRecords::addSeries(const ModelSeries& series)
 {
     if (series.name.size() != _known.dimensions.size() + 1)
         return;
-    const auto metric = std::find(_metrics.begin(), _metrics.end(), series.name.back());
-    if (metric == _metrics.end())
+    const std::size_t metric = _metricPlaces.at(series.name.back());
+    if (metric == kNone)
         return;
     const std::vector<std::string_view> values(series.name.begin(), series.name.end() - 1);
     const auto [place, isNew] = _byKey.emplace(keyOf(values), _combinations.size());
     if (isNew)
         _combinations.push_back({std::vector(_metrics.size(), kNone)});
-    _combinations[place->second].series[static_cast<std::size_t>(metric - _metrics.begin())] =
-        _ids.size();
+    _combinations[place->second].series[metric] = _ids.size();
     _ids.push_back(series.id);
     _values.emplace_back();
 }

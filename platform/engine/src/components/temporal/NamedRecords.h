@@ -36,6 +36,7 @@ private:
 
     void checkFields(const Fields& fields);
     void findMetrics(const Fields& fields, const TcmModel& model, const MessageSink& message);
+    void addMetric(const CFField& field);
     void addSeries(const ModelSeries& series);
     std::string keyOf(const std::vector<std::string_view>& values) const;
     Combination* combinationOf(const Columns& columns, std::size_t row);
@@ -49,7 +50,8 @@ private:
     std::string _component;
     Fields _timeFields;
     bool _hasFlag = false;
-    std::vector<std::string> _metrics;
+    std::vector<std::string> _metrics;                          ///< that are fields of the input
+    std::unordered_map<std::string, std::size_t> _metricPlaces; ///< kNone for one that is not
     std::vector<Combination> _combinations;
     std::unordered_map<std::string, std::size_t> _byKey; ///< places of combinations
     std::unordered_map<std::string, std::size_t> _met;   ///< the same by texts of the records
