@@ -2,6 +2,7 @@
 #include "temporal/ScoringSamples.h"
 
 #include <chrono>
+#include <random>
 #include <sstream>
 #include <thread>
 
@@ -259,6 +260,88 @@ TEST_F(ScoringJobTest, WhatMakesNoSenseIsRefused)
     write("in.csv", "1,2\n4.5,1.5\n");
     EXPECT_THAT(result(step("tcm:score", y)), HasSubstr("no integer field \"$TimeIndex\""));
     EXPECT_THAT(files(), ElementsAre("in.csv", "m.tcm", "text.tcm"));
+}
+
+/// What the equation gives for the point behind a history, a row a series, as its file says.
+double byHand(const EmbeddedHV::SeriesEquation& equation,
+              const std::vector<std::vector<double>>& history)
+{
+    double sum = equation.intercept;
+    for (const EmbeddedHV::LaggedTerm& term : equation.terms) {
+        const std::vector<double>& values = history[term.series];
+        sum += term.coefficient * values[values.size() - static_cast<std::size_t>(term.lag)];
+    }
+    return sum;
+}
+
+TEST_F(ScoringJobTest, LaterDataContinueATrainedModel)
+{
+    // Visits lead sales by a month. The model sees 60 months, the scores are of 64.
+    const std::vector<std::string> regions = {"north", "south"};
+    std::vector<std::vector<double>> values(4); ///< north's sales and visits, then south's
+    std::string csv = "day,region,sales,visits\n";
+    std::mt19937_64 random(5);
+    std::normal_distribution<double> normal;
+    const auto rounded = [](double value) { return std::round(value * 1000) / 1000; };
+    for (int month = 0; month < 64; ++month) {
+        if (month == 60)
+            write("train.csv", csv);
+        for (std::size_t region = 0; region < 2; ++region) {
+            std::vector<double>& visits = values[2 * region + 1];
+            const double before = visits.empty() ? 5 : visits.back();
+            values[2 * region].push_back(rounded(2 * before + 0.3 * normal(random)));
+            visits.push_back(rounded(5 + normal(random)));
+            csv += std::to_string(2000 + month / 12) + (month % 12 < 9 ? "-0" : "-") +
+                   std::to_string(month % 12 + 1) + "-01," + regions[region] + "," +
+                   std::to_string(values[2 * region].back()) + "," + std::to_string(visits.back()) +
+                   "\n";
+        }
+    }
+    write("in.csv", csv);
+    const auto container = [](const std::string& name) {
+        return R"([{"name": "C", "uri": "$DIR/)" + name + R"("}])";
+    };
+    succeeded(run(readCsv("train.csv") + R"( -> tsdp:tsdp({"dateTimeField": "day",
+        "dimFieldList": ["region"], "metricFieldList": ["sales", "visits"]}, _, )" +
+                  container("p.zip") + R"() -> tcm:train({"lags": 2}, )" + container("p.zip") +
+                  ", " + container("m.tcm") + ")"));
+    const EmbeddedHV::Json settings =
+        EmbeddedHV::Json::parse(member("m.tcm", "TSDPOutput.json"))["settings"];
+    succeeded(run(readCsv("in.csv") + " -> tsdp:tsdp(" + settings.dump() + ", _, " +
+                  container("q.zip") + ") -> " +
+                  step("tcm:score", listed(R"(["north", "sales"])") +
+                                        R"(, "forecast": {"forecastSpan": 3},
+                                            "outputOriginalValue": true)") +
+                  R"( -> rtsdp:rtsdp({"exportFutureFlag": true}, )" + container("q.zip") +
+                  ", _) -> " + writeCsv("out.csv")));
+
+    const EmbeddedHV::TcmModel model = EmbeddedHV::readModel(path("m.tcm"), "test");
+    const auto& equation = *model.equationOf(*model.placeOf("1-1"));
+    EXPECT_THAT(equation.groups, Contains(testing::Field(&EmbeddedHV::PredictorGroup::series,
+                                                         *model.placeOf("1-2"))));
+    const std::string text = read("out.csv");
+    EXPECT_EQ(text.substr(0, text.find('\n')),
+              "day,$FutureFlag,sales,sales_predicted,sales_lower,sales_upper");
+    EXPECT_THAT(text, HasSubstr("\n2005-05-01,1,,"));
+    const auto rows = rowsOf(text);
+    ASSERT_EQ(rows.size(), 67U);
+    std::vector<std::vector<double>> history(4);
+    for (std::size_t month = 0; month < 67; ++month) {
+        const std::vector<double>& row = rows[month];
+        if (month >= 2) {
+            EXPECT_NEAR(row[3], byHand(equation, history), 1e-9) << month;
+        }
+        std::vector<double> next;
+        for (std::size_t place = 0; place < 4; ++place)
+            next.push_back(month < 64 ? values[place][month]
+                                      : byHand(*model.equationOf(place), history));
+        EXPECT_EQ(row[1], month < 64 ? 0 : 1);
+        if (month < 64) {
+            EXPECT_EQ(row[2], next[0]);
+        }
+        for (std::size_t place = 0; place < 4; ++place)
+            history[place].push_back(next[place]);
+    }
 }
 
 TEST_F(ScoringJobTest, CapabilitiesAreDocumentsOfTheModel)
