@@ -5,11 +5,11 @@
 #include "InputParts.h"
 #include "JobError.h"
 #include "ScratchFolder.h"
-#include "components/temporal/ModelDocument.h"
 #include "components/temporal/ModelFields.h"
-#include "components/temporal/ModelManifest.h"
-#include "components/temporal/NetworkDocument.h"
-#include "components/temporal/Preparation.h"
+#include "components/temporal/model/ModelDocument.h"
+#include "components/temporal/model/ModelManifest.h"
+#include "components/temporal/model/NetworkDocument.h"
+#include "components/temporal/model/Preparation.h"
 
 /// Any texts as the documents of a model file: the model, the data preparation, the manifest. Each
 /// is read or refused with an error, and a model that is read is written so that it reads back the

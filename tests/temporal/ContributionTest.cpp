@@ -4,9 +4,9 @@
 #include <cmath>
 #include <numeric>
 
-#include "components/temporal/DataOutliers.h"
-#include "components/temporal/LatestChange.h"
-#include "components/temporal/OutlierOrigin.h"
+#include "components/temporal/explanation/DataOutliers.h"
+#include "components/temporal/explanation/LatestChange.h"
+#include "components/temporal/explanation/OutlierOrigin.h"
 #include "temporal/ExplainedSamples.h"
 
 // Where changes and outliers come from: the parts add up, and are those of a second computation.

@@ -4,8 +4,8 @@
 #include <cstdio>
 
 #include "components/ContainerFile.h"
-#include "components/temporal/ModelArchive.h"
-#include "components/temporal/Preparation.h"
+#include "components/temporal/model/ModelArchive.h"
+#include "components/temporal/model/Preparation.h"
 
 using namespace EmbeddedHV;
 

@@ -6,8 +6,8 @@
 
 #include <Eigen/Core>
 
-#include "components/temporal/ModelData.h"
-#include "components/temporal/TcmModel.h"
+#include "components/temporal/explanation/ModelData.h"
+#include "components/temporal/model/TcmModel.h"
 
 namespace TemporalTest {
 

@@ -5,9 +5,9 @@
 #include <ctime>
 #include <stdexcept>
 
-#include "components/temporal/ExplanationResults.h"
-#include "components/temporal/ImpactDiagram.h"
-#include "components/temporal/StatisticsDocument.h"
+#include "components/temporal/explanation/ExplanationResults.h"
+#include "components/temporal/explanation/ImpactDiagram.h"
+#include "components/temporal/explanation/StatisticsDocument.h"
 #include "temporal/ExplainedSamples.h"
 
 // Networks and impact diagrams, against drawings by hand.

@@ -7,9 +7,9 @@
 #include <functional>
 
 #include "JobError.h"
-#include "components/temporal/ModelArchive.h"
-#include "components/temporal/ModelDocument.h"
-#include "components/temporal/ModelManifest.h"
+#include "components/temporal/model/ModelArchive.h"
+#include "components/temporal/model/ModelDocument.h"
+#include "components/temporal/model/ModelManifest.h"
 #include "steps/Settings.h"
 #include "temporal/TrainingData.h"
 

@@ -7,8 +7,8 @@
 #include <thread>
 
 #include "components/ContainerFile.h"
-#include "components/temporal/ModelArchive.h"
-#include "components/temporal/Preparation.h"
+#include "components/temporal/model/ModelArchive.h"
+#include "components/temporal/model/Preparation.h"
 #include "runtime/DataModel.h"
 
 using namespace EngineTest;

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "components/temporal/Scoring.h"
+#include "components/temporal/scoring/Scoring.h"
 
 namespace ScoringTest {
 

@@ -3,11 +3,11 @@
 #include <cmath>
 #include <limits>
 
-#include "components/temporal/CellValues.h"
-#include "components/temporal/GapFilling.h"
-#include "components/temporal/IntervalDetection.h"
-#include "components/temporal/PeriodClock.h"
-#include "components/temporal/TimeCalendar.h"
+#include "components/temporal/preparation/CellValues.h"
+#include "components/temporal/preparation/GapFilling.h"
+#include "components/temporal/preparation/IntervalDetection.h"
+#include "components/temporal/preparation/PeriodClock.h"
+#include "components/temporal/preparation/TimeCalendar.h"
 
 using namespace EmbeddedHV;
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "components/temporal/Training.h"
+#include "components/temporal/training/Training.h"
 
 namespace TemporalTest {
 

@@ -7,10 +7,10 @@
 
 #include <Eigen/Dense>
 
-#include "components/temporal/Distributions.h"
-#include "components/temporal/FitMeasures.h"
-#include "components/temporal/LaggedProducts.h"
-#include "components/temporal/ModelDocument.h"
+#include "components/temporal/base/Distributions.h"
+#include "components/temporal/model/ModelDocument.h"
+#include "components/temporal/training/FitMeasures.h"
+#include "components/temporal/training/LaggedProducts.h"
 #include "temporal/TrainingData.h"
 
 using namespace TemporalTest;

@@ -8,12 +8,12 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "components/descriptives/Descriptives.h"
-#include "components/temporal/ModelCapabilities.h"
-#include "components/temporal/OutputComponent.h"
-#include "components/temporal/Rtsdp.h"
-#include "components/temporal/ScoreStage.h"
-#include "components/temporal/Train.h"
-#include "components/temporal/Tsdp.h"
+#include "components/temporal/explanation/OutputComponent.h"
+#include "components/temporal/preparation/Rtsdp.h"
+#include "components/temporal/preparation/Tsdp.h"
+#include "components/temporal/scoring/ModelCapabilities.h"
+#include "components/temporal/scoring/ScoreStage.h"
+#include "components/temporal/training/Train.h"
 #include "expression/NearestName.h"
 
 namespace EmbeddedHV {
