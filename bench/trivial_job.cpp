@@ -1,7 +1,7 @@
 // What a job costs beyond its query: a small file is filtered, aggregated and written, second and
 // later jobs of a process, against the same query in the database alone. The HVBF file shows the
-// cost of the job; with the CSV file the baseline spends most of its time on guessing the form. Both
-// wait until their file is on the disk, since a job gives its result a name only then.
+// cost of the job; with the CSV file the baseline spends most of its time on guessing the form.
+// Both wait until their file is on the disk, since a job gives its result a name only then.
 
 #include <cstdio>
 #include <filesystem>

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* kTracedOperation = "ProcessTsdpSettings";
 /// The name of the time where the order of the records is the time. No variable has it.
-constexpr const char* kCaseCount = "$casecount";
+constexpr const char* kCaseCountField = "$casecount";
 
 /// A list that is not there is one without elements.
 bool isList(const JsonValue& value)
@@ -28,7 +28,7 @@ bool isOneEmptyName(const JsonValue& list)
 
 bool isCaseCount(const JsonValue& fields)
 {
-    return fields.size() == 1 && (*fields.begin()).text() == kCaseCount;
+    return fields.size() == 1 && (*fields.begin()).text() == kCaseCountField;
 }
 
 /// The last cyclic field changes with every point of time, so it tells them all; models that do not

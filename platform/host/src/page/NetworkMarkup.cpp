@@ -155,7 +155,7 @@ private:
     double _strongest = 0;
 };
 
-void writeNote(std::ostream& out, const std::string& text)
+void writeNetworkNote(std::ostream& out, const std::string& text)
 {
     out << "<p class=\"message level1\" role=\"note\">" << escaped(text) << "</p>\n";
 }
@@ -170,9 +170,9 @@ void writeNetwork(std::ostream& out, NetworkSpec spec, const MapName& name)
     NetworkWriter(out, spec, name).write();
     out << "</div>\n";
     if (std::ranges::any_of(spec.edges, &NetworkEdge::isNegative))
-        writeNote(out, translate("Dashed arrows: a rise is followed by a fall."));
+        writeNetworkNote(out, translate("Dashed arrows: a rise is followed by a fall."));
     if (isCut)
-        writeNote(out, translate("Only the strongest arrows are drawn; the table has all."));
+        writeNetworkNote(out, translate("Only the strongest arrows are drawn; the table has all."));
     if (rows.empty())
         return;
     out << "<details open><summary>" << escaped(translate("Data")) << "</summary>\n";
