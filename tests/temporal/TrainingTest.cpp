@@ -321,6 +321,32 @@ TEST(Training, OutliersAreResidualsThatChanceDoesNotExplain)
                 model.equations[1].residuals[120], 1e-12);
 }
 
+TEST(Training, EndsWhereverItIsStopped)
+{
+    const TrainingOptions options = everySeries(6);
+    SeriesTable table;
+    table.values = knownSystem(100);
+    const std::vector<ModelSeries> series(6, ModelSeries{"a", {"a"}, false, false});
+    int calls = 0;
+    const auto stopAt = [&](int last) {
+        calls = 0;
+        trainModel(table, series, options,
+                   {[](const std::string&, const std::string&) {},
+                    [&, last] {
+                        if (++calls == last)
+                            throw std::runtime_error("stopped");
+                    }},
+                   "tcm:train");
+    };
+    stopAt(0);
+    const int all = calls;
+    EXPECT_GT(all, 50);
+    for (const int last : {1, 2, all / 2, all}) {
+        EXPECT_THROW(stopAt(last), std::runtime_error);
+        EXPECT_EQ(calls, last);
+    }
+}
+
 TEST(Training, FitStatisticsAreThoseWorkedOutByHand)
 {
     Eigen::VectorXd actual(10);
