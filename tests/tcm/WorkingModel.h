@@ -114,9 +114,9 @@ private:
 
     MemorySource::Row row(int month, int group) const
     {
-        const std::chrono::year_month_day first{std::chrono::year(2015 + month / 12),
-                                                std::chrono::month(month % 12 + 1U),
-                                                std::chrono::day(1)};
+        const std::chrono::year_month_day first{
+            std::chrono::year(2015 + month / 12),
+            std::chrono::month(static_cast<unsigned>(month % 12) + 1), std::chrono::day(1)};
         MemorySource::Row row;
         if (_time == TimeKind::Date)
             row = {GetBaseDateNumber() +
