@@ -148,13 +148,20 @@ std::pair<SeriesName, SeriesName> parsePair(const std::string& text, const std::
                  "for example " + name + " north,sales:north,advertising");
 }
 
+/// An option with its value, as the user wrote it.
+std::string optionText(std::string option, const std::string& value)
+{
+    return option.append(" ").append(value);
+}
+
 /// Names that the user wrote in another letter case get that of the dataset.
 std::vector<std::string> ownNames(const Dataset& dataset, const std::vector<std::string>& names,
                                   const std::string& option)
 {
     std::vector<std::string> own;
+    own.reserve(names.size());
     for (const std::string& name : names)
-        own.push_back(dataset.nameOf(dataset.columnOf(name, option + " " + name)));
+        own.push_back(dataset.nameOf(dataset.columnOf(name, optionText(option, name))));
     return own;
 }
 
@@ -232,9 +239,10 @@ std::vector<int> trainingColumns(const TcmTrainOptions& options, const Dataset& 
     std::vector<int> columns;
     const auto add = [&](const std::vector<std::string>& names, const std::string& option) {
         for (const std::string& name : names) {
-            const int column = dataset.columnOf(name, option + " " + name);
+            const std::string place = optionText(option, name);
+            const int column = dataset.columnOf(name, place);
             if (std::ranges::find(columns, column) != columns.end())
-                refuseOption(option + " " + name, "it is named twice");
+                refuseOption(place, "it is named twice");
             columns.push_back(column);
         }
     };

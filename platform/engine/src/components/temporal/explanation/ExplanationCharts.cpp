@@ -93,9 +93,9 @@ Json networkChart(const Explanation& explanation)
         if (isDrawn[place] || drawn.size() == network.edges().size())
             nodes.push_back(
                 {{"name", explanation.textOf(place)}, {"kind", kindOf(explanation, place)}});
-    return networkSpecification(networkTitle(drawn.size(), network.edges().size()),
-                                "Network of " + std::to_string(nodes.size()) + " series with " +
-                                    std::to_string(drawn.size()) + " edges",
+    const std::string description = "Network of " + std::to_string(nodes.size()) + " series with " +
+                                    std::to_string(drawn.size()) + " edges";
+    return networkSpecification(networkTitle(drawn.size(), network.edges().size()), description,
                                 std::move(rows), std::move(nodes), "force");
 }
 
@@ -114,10 +114,9 @@ Json impactChart(const Explanation& explanation, const ImpactDiagram& diagram)
     }
     const std::string title = (isEffects ? "Effects of " : "Causes of ") +
                               explanation.textOf(diagram.nodes.front().series);
-    return networkSpecification(title,
-                                title + ": " + std::to_string(nodes.size()) + " series with " +
-                                    std::to_string(rows.size()) + " edges",
-                                std::move(rows), std::move(nodes), "levels");
+    const std::string description = title + ": " + std::to_string(nodes.size()) + " series with " +
+                                    std::to_string(rows.size()) + " edges";
+    return networkSpecification(title, description, std::move(rows), std::move(nodes), "levels");
 }
 
 } // namespace EmbeddedHV::explanation

@@ -58,6 +58,7 @@ public:
         if (_rows.empty())
             return std::nullopt;
         std::vector<Category> titles;
+        titles.reserve(columns.size());
         for (const NumberColumn& column : columns)
             titles.emplace_back(text::fixed(column.title));
         PivotTable table(id, std::move(title),

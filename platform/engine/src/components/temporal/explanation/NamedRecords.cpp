@@ -16,7 +16,7 @@ namespace {
 std::string textColumn(const std::string& name, CFField::StorageType storage)
 {
     const std::string column = quotedIdentifier(name);
-    const std::string text = "CAST(" + column + " AS VARCHAR)";
+    std::string text = "CAST(" + column + " AS VARCHAR)";
     if (storage != CFField::Real)
         return text;
     return "CASE WHEN abs(" + column + ") < 1e15 AND " + column + " = floor(" + column +

@@ -18,6 +18,7 @@ constexpr const char* kStatisticsMember = "statJson.json";
 std::vector<std::string> pathsOf(const std::vector<ComponentContainer>& containers)
 {
     std::vector<std::string> paths;
+    paths.reserve(containers.size());
     for (const ComponentContainer& container : containers)
         paths.push_back(container.path);
     return paths;

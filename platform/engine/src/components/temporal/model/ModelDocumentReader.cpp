@@ -126,7 +126,9 @@ private:
                 place.refuse("is the second group of its series");
             // Null is infinite: the coefficients have no error.
             const double statistic = place.member("f").realOrMissing();
-            group.fStatistic = std::isnan(statistic) ? kInfinity : statistic;
+            group.fStatistic = statistic;
+            if (std::isnan(statistic))
+                group.fStatistic = kInfinity;
             group.pValue = probability(place.member("p"));
             group.isForced = place.member("forced").flag();
             equation.groups.push_back(group);

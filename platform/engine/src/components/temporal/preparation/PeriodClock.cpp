@@ -118,7 +118,7 @@ std::int64_t PeriodClock::numberOf(TimeUnit unit, bool isOutermost, Moment momen
 {
     const std::int64_t day = dayOf(moment);
     const CivilDate date = civilDateOf(day);
-    const std::int64_t months = monthNumber(date) - 12 * kFirstYear;
+    const std::int64_t months = monthNumber(date) - std::int64_t{12} * kFirstYear;
     switch (unit) {
     case TimeUnit::Year:
         return has(TimeUnit::Week) ? isoYearOf(day) : date.year;

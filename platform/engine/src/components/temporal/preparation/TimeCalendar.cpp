@@ -162,7 +162,7 @@ std::optional<Moment> TimeCalendar::pointAt(std::int64_t index) const
 {
     // The years from 1 to 9999 have fewer microseconds than 64 bits hold, by a factor of 29: what
     // is beyond them is found before it is multiplied.
-    constexpr std::int64_t kMostDays = 366 * 10000;
+    constexpr std::int64_t kMostDays = std::int64_t{366} * 10000;
     if (index < -kMostIntervals || index > kMostIntervals)
         return std::nullopt;
     const double length = _kind == Kind::Months        ? 28.0 * static_cast<double>(_step)

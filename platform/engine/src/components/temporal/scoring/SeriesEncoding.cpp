@@ -79,6 +79,12 @@ std::string joinedFields(const Fields& fields)
     return text + "the metric";
 }
 
+[[noreturn]] void refuseField(const std::string& component, const std::string& name)
+{
+    throw JobError(errors::kModelFile,
+                   component + ": the data model of the model has no field \"" + name + "\"");
+}
+
 } // namespace
 
 SeriesEncoding::SeriesEncoding(const ModelArchive& archive, const TcmModel& model,
@@ -91,10 +97,7 @@ SeriesEncoding::SeriesEncoding(const ModelArchive& archive, const TcmModel& mode
     for (const std::string& name : names) {
         const CFField* const field = dataModel.GetField(name);
         if (!field)
-            throw JobError(errors::kModelFile, component +
-                                                   ": the data model of the model has no "
-                                                   "field \"" +
-                                                   name + "\"");
+            refuseField(component, name);
         _fields.push_back(*field);
     }
 }

@@ -35,7 +35,7 @@ int orderOf(const Eigen::Ref<const Eigen::VectorXd>& values, int maxOrder,
     const Eigen::VectorXd norms = design.colwise().norm();
     Eigen::VectorXd target = values.tail(rows).array() - values.tail(rows).mean();
     const double all = target.squaredNorm();
-    const Eigen::HouseholderQR<Eigen::MatrixXd> decomposition(std::move(design));
+    const Eigen::HouseholderQR<Eigen::MatrixXd> decomposition(design);
     target.applyOnTheLeft(decomposition.householderQ().adjoint());
     const auto count = static_cast<double>(rows);
     double squares = all;

@@ -18,7 +18,7 @@ struct TimeRange
 
     Eigen::Index size() const { return end - first; }
     bool contains(const TimeRange& other) const { return first <= other.first && other.end <= end; }
-    auto operator<=>(const TimeRange&) const = default;
+    auto operator<=>(const TimeRange&) const = default; // NOLINT(modernize-use-nullptr)
 };
 
 /// What one series is good for.
