@@ -70,7 +70,7 @@ forecastByModel <- function(series, horizon) {
     sprintf(paste0('%s -> tcm:score({"fieldSetting": {"fieldNameList": {"seriesIDList": [%s]}}, ',
                    '"forecast": {"forecastSpan": %d}, "fit": {"doFit": false}, ',
                    '"outputOriginalValue": true}, %s, _) -> rtsdp:rtsdp({"exportFutureFlag": true},',
-                   ' %s, _) -> write({"type": "csv", "dataDestination": "%s"})'),
+                   ' %s, _) -> write({"type": "text/csv", "dataDestination": "%s"})'),
             reading, listed, horizon, container("model.tcm"), container("prep.zip"),
             url("out.csv")))
   jobFile <- file.path(folder, "job.hvl")
@@ -88,7 +88,7 @@ forecastByVar <- function(series, horizon) {
   # As many lags as the points determine, a season and one more at most.
   most <- min(frequency(series) + 1, floor((nrow(series) - 1) / (ncol(series) + 1) / 2))
   fit <- ar(values, aic = TRUE, order.max = most, method = "ols", demean = FALSE, intercept = TRUE)
-  matrix(predict(fit, newdata = values, n.ahead = horizon)$pred, nrow = horizon)
+  matrix(predict(fit, newdata = values, n.ahead = horizon, se.fit = FALSE), nrow = horizon)
 }
 
 each <- function(method) function(series, horizon)
