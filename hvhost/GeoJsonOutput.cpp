@@ -1,9 +1,25 @@
 #include "GeoJsonOutput.h"
 
+#include <sys/stat.h>
+
+#include "CommandFault.h"
 #include "OutputPath.h"
 #include "ReadableFile.h"
 #include "StandardStreams.h"
 #include "support/HVSimpleFile.h"
+
+namespace {
+
+/// The number of a file in its file system; nothing if there is none. A file that takes the place
+/// of another one has a number of its own.
+std::optional<std::uint64_t> fileNumber(const std::string& path)
+{
+    struct stat state = {};
+    return stat(path.c_str(), &state) == 0 ? std::optional<std::uint64_t>(state.st_ino)
+                                           : std::nullopt;
+}
+
+} // namespace
 
 GeoJsonOutput::GeoJsonOutput(const GeoJsonOptions& options, const InterruptWatch& watch)
     : _watch(watch)
@@ -20,12 +36,16 @@ GeoJsonOutput::GeoJsonOutput(const GeoJsonOptions& options, const InterruptWatch
     } else {
         _dataModelPath = outputPath(options.dataModel, options.force);
     }
+    _fileBefore = fileNumber(_geoJsonPath);
 }
 
 GeoJsonOutput::~GeoJsonOutput() = default;
 
 void GeoJsonOutput::deliver() const
 {
+    // A job whose text Java could not give away is empty, and succeeds.
+    if (const auto written = fileNumber(_geoJsonPath); !written || written == _fileBefore)
+        throw CommandFault(ExitStatus::JobFailed, _geoJsonPath + ": the map was not written");
     if (_collected)
         deliverToStandardOutput(_geoJsonPath, _watch);
 }

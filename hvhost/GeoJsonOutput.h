@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "Commands.h"
@@ -19,7 +21,8 @@ public:
 
     const std::string& geoJsonPath() const { return _geoJsonPath; }
     const std::string& dataModelPath() const { return _dataModelPath; }
-    /// Copies the GeoJSON to standard output if it belongs there.
+    /// After a request that succeeded: copies the GeoJSON to standard output if it belongs there.
+    /// Throws CommandFault if the request has written no file.
     void deliver() const;
 
 private:
@@ -28,4 +31,5 @@ private:
     std::unique_ptr<HVSimpleFile> _unasked;
     std::string _geoJsonPath;
     std::string _dataModelPath;
+    std::optional<std::uint64_t> _fileBefore; ///< the number of the file that the output replaces
 };

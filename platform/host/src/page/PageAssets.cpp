@@ -47,7 +47,8 @@ PageAsset installedAsset(const std::string& name)
 
 PageAsset chartLibrary()
 {
-    std::string text;
-    return FetchFile::fetch(fileOf("chart-library.js"), text) ? pageAsset(std::move(text))
-                                                              : PageAsset();
+    constexpr const char* kLibrary = "chart-library.js";
+    bool exists = false;
+    ValidateFileSpecification(fileOf(kLibrary), exists);
+    return exists ? installedAsset(kLibrary) : PageAsset();
 }
