@@ -86,6 +86,21 @@ TEST(DataOutliers, AreBeyondTheQuantile)
     EXPECT_TRUE(outliersIn(model, data, kNoStop).empty()) << "a perfect fit has no scale";
 }
 
+TEST(DataOutliers, KeepsTheLeastLikelyInTheirOrder)
+{
+    std::vector<SeriesOutlier> all;
+    for (const double pValue : {0.009, 0.001, 0.003, 0.001, 0.005, 0.003})
+        all.push_back({0, static_cast<std::int64_t>(all.size()), 0, 0, pValue});
+    const std::pair<std::size_t, std::vector<std::int64_t>> cases[] = {
+        {0, {}}, {1, {1}}, {3, {1, 2, 3}}, {4, {1, 2, 3, 5}}, {6, {0, 1, 2, 3, 4, 5}}};
+    for (const auto& [most, expected] : cases) {
+        std::vector<std::int64_t> kept;
+        for (const SeriesOutlier& outlier : leastLikely(all, most))
+            kept.push_back(outlier.timeIndex);
+        EXPECT_EQ(kept, expected) << most;
+    }
+}
+
 /// All paths of lagged terms, one by one.
 struct Paths
 {

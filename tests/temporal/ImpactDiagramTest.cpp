@@ -164,12 +164,13 @@ std::vector<ArtifactRequest> allRequests(std::size_t target)
     return requests;
 }
 
-/// Makes both documents of a model with everything that can be asked for.
+/// Makes both documents of a model with everything that can be asked for, on data in which most
+/// values are outliers.
 void tellAll(const TcmModel& model, const StopCheck& check)
 {
-    const ModelData data(model,
-                         tableOf(model, Eigen::MatrixXd::Random(
-                                            300, static_cast<Eigen::Index>(model.series.size()))));
+    const ModelData data(
+        model, tableOf(model, 10 * Eigen::MatrixXd::Random(
+                                       300, static_cast<Eigen::Index>(model.series.size()))));
     const TimeAxis axis;
     const PointLabels labels(axis, TimeOfDay::Seconds);
     const Explanation explanation({&model, &data, &labels, false, "test", check});

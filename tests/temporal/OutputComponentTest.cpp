@@ -142,6 +142,7 @@ TEST_F(TcmOutput, TellsWhatTheModelSays)
     EXPECT_THAT(idsOf(all[1]["targets"]), ElementsAre("1-1", "1-2", "2-1"));
     EXPECT_THAT(idsOf(all[2]["equations"][0]["predictors"]), ElementsAre("1-1", "2-2", "2-1"));
     EXPECT_EQ(all[2]["equations"][0]["terms"][2]["coefficient"], -0.75);
+    EXPECT_EQ(all[3]["count"], 1);
     EXPECT_EQ(all[3]["outliers"][0]["time"], "2024-01-16");
     EXPECT_EQ(all[3]["outliers"][0]["residual"], 9);
     EXPECT_THAT(idsOf(all[4]["targets"]), ElementsAre("2-1"));

@@ -1,5 +1,6 @@
 #include "components/temporal/explanation/DataOutliers.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "components/temporal/base/Distributions.h"
@@ -39,6 +40,27 @@ std::vector<SeriesOutlier> outliersIn(const TcmModel& model, const ModelData& da
             addOutliers(data, equation, model.outlierLevel, outliers);
     }
     return outliers;
+}
+
+std::vector<SeriesOutlier> leastLikely(const std::vector<SeriesOutlier>& outliers, std::size_t most)
+{
+    if (outliers.size() <= most)
+        return outliers;
+    std::vector<double> pValues;
+    pValues.reserve(outliers.size());
+    for (const SeriesOutlier& outlier : outliers)
+        pValues.push_back(outlier.pValue);
+    std::nth_element(pValues.begin(), pValues.begin() + static_cast<std::ptrdiff_t>(most),
+                     pValues.end());
+    const double bound = pValues[most];
+    auto below = static_cast<std::size_t>(std::count_if(
+        pValues.begin(), pValues.end(), [bound](double pValue) { return pValue < bound; }));
+    std::vector<SeriesOutlier> kept;
+    kept.reserve(most);
+    for (const SeriesOutlier& outlier : outliers)
+        if (outlier.pValue < bound || (outlier.pValue == bound && below++ < most))
+            kept.push_back(outlier);
+    return kept;
 }
 
 } // namespace EmbeddedHV

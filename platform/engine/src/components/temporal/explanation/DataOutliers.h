@@ -13,4 +13,9 @@ namespace EmbeddedHV {
 std::vector<SeriesOutlier> outliersIn(const TcmModel& model, const ModelData& data,
                                       const StopCheck& check);
 
+/// At most `most` of the outliers in their order: those with the smallest p values, of equal ones
+/// the first.
+std::vector<SeriesOutlier> leastLikely(const std::vector<SeriesOutlier>& outliers,
+                                       std::size_t most);
+
 } // namespace EmbeddedHV

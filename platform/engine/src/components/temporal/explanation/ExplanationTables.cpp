@@ -7,6 +7,7 @@
 #include "components/result/PivotTable.h"
 #include "components/result/TextItem.h"
 #include "components/result/ValueFormat.h"
+#include "components/temporal/explanation/DataOutliers.h"
 #include "components/temporal/model/FitMembers.h"
 
 namespace EmbeddedHV::explanation {
@@ -15,6 +16,8 @@ namespace {
 /// Decimals that depend on the size of each number.
 constexpr int kBySize = -1;
 constexpr int kDigitsBySize = 4;
+/// Data of another kind than those of the training may have nothing but outliers.
+constexpr std::size_t kMostShownOutliers = 5000;
 
 struct NumberColumn
 {
@@ -173,7 +176,7 @@ std::optional<Json> outlierTable(const Explanation& explanation)
 {
     GroupedRows rows;
     std::optional<std::size_t> last;
-    for (const SeriesOutlier& outlier : explanation.outliers()) {
+    for (const SeriesOutlier& outlier : leastLikely(explanation.outliers(), kMostShownOutliers)) {
         explanation.check();
         if (last != outlier.series)
             rows.startGroup(shown(explanation, outlier.series));
@@ -182,7 +185,12 @@ std::optional<Json> outlierTable(const Explanation& explanation)
                  {outlier.actual, outlier.predicted, outlier.actual - outlier.predicted,
                   outlier.pValue});
     }
-    return rows.table("temporalCausalModel.outliers", text::fixed("Outliers"), "Targets",
+    const std::size_t count = explanation.outliers().size();
+    const std::string title = count <= kMostShownOutliers
+                                  ? "Outliers"
+                                  : "The " + std::to_string(kMostShownOutliers) +
+                                        " Least Likely of " + std::to_string(count) + " Outliers";
+    return rows.table("temporalCausalModel.outliers", text::fixed(title), "Targets",
                       listOf(kOutlierColumns));
 }
 

@@ -1,11 +1,11 @@
-#include <algorithm>
-
 #include "components/result/ValueFormat.h"
+#include "components/temporal/explanation/DataOutliers.h"
 #include "components/temporal/explanation/StatisticsJson.h"
 
 namespace EmbeddedHV::statistics {
 namespace {
 
+constexpr std::size_t kMostListedOutliers = 100'000;
 constexpr std::size_t kMostExplainedOutliers = 10;
 constexpr std::size_t kMostShocks = 20;
 
@@ -62,26 +62,15 @@ Json originObject(const Explanation& explanation, const SeriesOutlier& outlier, 
     return object;
 }
 
-/// The least likely ones, in the order of time.
-std::vector<SeriesOutlier> largestOutliers(std::vector<SeriesOutlier> outliers)
-{
-    std::stable_sort(
-        outliers.begin(), outliers.end(),
-        [](const SeriesOutlier& a, const SeriesOutlier& b) { return a.pValue < b.pValue; });
-    outliers.resize(std::min(outliers.size(), kMostExplainedOutliers));
-    std::sort(outliers.begin(), outliers.end(), [](const SeriesOutlier& a, const SeriesOutlier& b) {
-        return a.timeIndex < b.timeIndex;
-    });
-    return outliers;
-}
-
 } // namespace
 
 void addOutliers(ArtifactText& text, const Explanation& explanation, const ArtifactRequest& request)
 {
     text.add("outlierLevel", explanation.model().outlierLevel);
+    const std::vector<SeriesOutlier> all = explanation.outliersOf(request.targets);
+    text.add("count", all.size());
     text.startList("outliers");
-    for (const SeriesOutlier& outlier : explanation.outliersOf(request.targets)) {
+    for (const SeriesOutlier& outlier : leastLikely(all, kMostListedOutliers)) {
         explanation.check();
         text.addElement(outlierObject(explanation, outlier));
     }
@@ -92,7 +81,8 @@ void addRootCauses(ArtifactText& text, const Explanation& explanation,
                    const ArtifactRequest& request, std::size_t target)
 {
     text.startList("outliers");
-    for (const SeriesOutlier& outlier : largestOutliers(explanation.outliersOf({target})))
+    for (const SeriesOutlier& outlier :
+         leastLikely(explanation.outliersOf({target}), kMostExplainedOutliers))
         text.addElement(originObject(explanation, outlier, request.level));
     text.endList();
 }
