@@ -79,4 +79,17 @@ std::string programDirectory()
     return std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
 }
 
+int compareInChildren(const std::string& program, const std::string& directory,
+                      const std::string& figure, double limit)
+{
+    const std::string self = programDirectory() + "/" + program;
+    runChild({self, directory, "prepare"});
+    const auto run = [&](const char* side) {
+        return std::atof(runChild({self, directory, side}).output.c_str());
+    };
+    const Comparison time = interleave(
+        5, [&] { return run("ours"); }, [&] { return run("baseline"); });
+    return report(figure, time, "ms", limit) ? 0 : 1;
+}
+
 } // namespace bench

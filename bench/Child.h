@@ -22,4 +22,10 @@ ChildResult runChild(const std::vector<std::string>& command);
 /// The directory that this program's file is in.
 std::string programDirectory();
 
+/// Compares two sides that each need a process of their own. Runs `program` of this directory with
+/// DIRECTORY and "prepare" once, then with "ours" and "baseline" in turns, which print
+/// milliseconds. Reports the figure, and returns the exit status of the benchmark.
+int compareInChildren(const std::string& program, const std::string& directory,
+                      const std::string& figure, double limit);
+
 } // namespace bench

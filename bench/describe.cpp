@@ -114,12 +114,5 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: bench_describe DIR\n");
         return 2;
     }
-    const std::string self = bench::programDirectory() + "/bench_describe";
-    bench::runChild({self, argv[1], "prepare"});
-    const auto run = [&](const char* who) {
-        return std::atof(bench::runChild({self, argv[1], who}).output.c_str());
-    };
-    const bench::Comparison time = bench::interleave(
-        5, [&] { return run("ours"); }, [&] { return run("baseline"); });
-    return bench::report("describe 3 million rows", time, "ms", 1.3) ? 0 : 1;
+    return bench::compareInChildren("bench_describe", argv[1], "describe 3 million rows", 1.3);
 }

@@ -82,12 +82,5 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: bench_prepare DIR\n");
         return 2;
     }
-    const std::string self = bench::programDirectory() + "/bench_prepare";
-    bench::runChild({self, argv[1], "prepare"});
-    const auto run = [&](const char* who) {
-        return std::atof(bench::runChild({self, argv[1], who}).output.c_str());
-    };
-    const bench::Comparison time = bench::interleave(
-        5, [&] { return run("ours"); }, [&] { return run("baseline"); });
-    return bench::report("prepare 10 million records", time, "ms", 2.0) ? 0 : 1;
+    return bench::compareInChildren("bench_prepare", argv[1], "prepare 10 million records", 2.0);
 }

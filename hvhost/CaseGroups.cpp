@@ -162,7 +162,7 @@ HVRawDataIterator* CaseGroups::allCases()
     return _all.get();
 }
 
-/// Moves to the first case of the next group. Returns false if there is none.
+/// Moves to the first case of the next group. Returns false at the end of the cases.
 bool CaseGroups::beginGroup()
 {
     if (!_walk) {

@@ -10,8 +10,8 @@
 
 namespace {
 
-/// The number of a file in its file system; nothing if there is none. A file that takes the place
-/// of another one has a number of its own.
+/// The inode of a file; nothing if the file does not exist. A file that replaces another one has
+/// its own inode.
 std::optional<std::uint64_t> fileNumber(const std::string& path)
 {
     struct stat state = {};

@@ -31,5 +31,5 @@ private:
     std::unique_ptr<HVSimpleFile> _unasked;
     std::string _geoJsonPath;
     std::string _dataModelPath;
-    std::optional<std::uint64_t> _fileBefore; ///< the number of the file that the output replaces
+    std::optional<std::uint64_t> _fileBefore; ///< the inode of the file that the output replaces
 };

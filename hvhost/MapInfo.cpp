@@ -84,7 +84,7 @@ std::string shownLayers(MapSession& session, const MapInput& map, const TableLoo
 
 // The fields of a source.
 
-/// The first geospatial field; null if there is none.
+/// The first geospatial field, or null.
 const CFField* shapesOf(const CFMetaData& model)
 {
     for (std::size_t i = 0; i < model.FieldCount(); ++i)
@@ -185,7 +185,7 @@ void readOne(MapSession& session, const MapInput& map)
     session.host().run(job, map.origin());
 }
 
-/// The data model. Throws the error if there is none.
+/// The data model. Throws CommandFault if the source has no data model.
 std::string dataModelOf(MapSession& session, const MapInput& map)
 {
     std::string model;

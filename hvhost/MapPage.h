@@ -14,7 +14,7 @@ struct MapFacts
     std::string name;    ///< the user's name of the source
     ResultTable fields;  ///< with a row for each field
     std::string remarks; ///< lines about its shapes
-    std::string geoJson; ///< the shapes; empty if there are none
+    std::string geoJson; ///< the shapes; empty without shapes
 };
 
 /// Shows the facts as output of the host: the map, and a table of its fields. Throws CommandFault

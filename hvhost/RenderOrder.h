@@ -38,7 +38,7 @@ bool isResultDocument(const nlohmann::ordered_json& document);
 /// The names of a document's result objects.
 std::vector<std::string> resultNames(const nlohmann::ordered_json& document);
 
-/// The value at a location of a result object; null if there is none. A location is a list of
+/// The value at a location of a result object, or null. A location is a list of
 /// nested keys.
 const nlohmann::ordered_json* find(const nlohmann::ordered_json& result,
                                    const std::vector<std::string>& location);

@@ -38,7 +38,7 @@ struct ResultTable
 /// if the value may have been rounded.
 std::optional<std::string> cellText(EmbeddedHV::RowDataIterator& rows, std::size_t field,
                                     ResultTable::Column& column);
-/// A sentence that names the columns with possibly rounded numbers; empty if there are none.
+/// Names the columns whose numbers may be rounded, in one sentence; may be empty.
 std::string roundedColumnsText(const std::vector<ResultTable::Column>& columns);
 
 /// Reads all rows and disposes the iterator.

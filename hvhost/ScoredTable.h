@@ -25,7 +25,7 @@ public:
     void write(HVTransformScorer& scorer, const TableLook& look, const InterruptWatch& watch,
                std::ostream& out);
     long long rowCount() const { return _rowCount; }
-    /// A sentence that names kept numbers which may be rounded; empty if there are none.
+    /// Names the kept columns whose numbers may be rounded, in one sentence; may be empty.
     std::string roundedText() const { return roundedColumnsText(_columns); }
     /// The number of rows with an invalid target value.
     long long failedCount() const { return _failedCount; }

@@ -22,7 +22,7 @@ bool areSame(CFField::StorageType storage, const std::string& label, const std::
     return String2Double(label) == String2Double(text);
 }
 
-/// Adds the code of the first value that is the one told. One without a code is none.
+/// Adds the code of the first value that matches. A value without a code does not match.
 bool addCode(const CFField& field, CFField::StorageType storage, const std::string& text,
              std::vector<std::string>& codes)
 {

@@ -157,7 +157,7 @@ public:
 class HOST_API UserOutputCaseFile
 {
 public:
-    /// Opens the file. Opens nothing if the name is empty or the spec is not for output. Throws
+    /// Opens the file. Opens nothing if its name is empty or `spec` is not for output. Throws
     /// ErrorText.
     explicit UserOutputCaseFile(const UserCaseFileSpec& spec);
     ~UserOutputCaseFile();

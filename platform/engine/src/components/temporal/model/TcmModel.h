@@ -103,7 +103,7 @@ struct TcmModel
 
     /// The place of a series in `series`; nothing if there is none of that id.
     std::optional<std::size_t> placeOf(const std::string& id) const;
-    /// The equation of a target; null for a series that is none.
+    /// The equation of a target; null for any other series.
     const SeriesEquation* equationOf(std::size_t series) const;
     /// The model that a series has of its own past; null if it has none.
     const SeriesEquation* autoregressionOf(std::size_t series) const;

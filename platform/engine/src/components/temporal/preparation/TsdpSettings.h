@@ -49,7 +49,7 @@ TsdpSettings tsdpSettings(StepCall& call);
 
 const char* wordOf(Aggregation aggregation);
 const char* wordOf(GapFilling filling);
-/// The unit of that word; nothing if it is none.
+/// The unit of that word; nothing for any other word.
 std::optional<TimeUnit> timeUnitOf(const std::string& word);
 /// Reads an interval and tells of settings that it does not know. Throws JobError for one that
 /// makes no sense.

@@ -36,7 +36,7 @@ std::vector<LagCoefficients> coefficientsOf(const std::vector<const SeriesEquati
 }
 
 /// Fills a column with the residuals of an equation, scaled so that their sum of squares is the
-/// residual variance. A missing residual is 0. False if there is none but 0.
+/// residual variance. A missing residual is 0. False if all are 0.
 bool fillResiduals(const SeriesEquation& equation, Eigen::MatrixXd::ColXpr column)
 {
     for (std::size_t t = 0; t < equation.residuals.size(); ++t)
