@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "DocumentItems.h"
 #include "HostSession.h"
 #include "Rendering.h"
 #include "TnOutput.h"
@@ -14,25 +15,11 @@ using Json = nlohmann::ordered_json;
 
 constexpr const char* kMapName = "map";
 
-Json textItem(const std::string& text)
-{
-    return {{"text", {{"text", {{"stringText", {{"key", text}, {"value", text}}}}}}}};
-}
-
-Json dimension(const std::string& name, const char* role, bool hidesName)
-{
-    Json json = textItem(name);
-    json["role"] = role;
-    json["hideName"] = hidesName;
-    json["children"] = Json::array();
-    return json;
-}
-
 /// The first column has the names of the rows.
 Json tableOf(const ResultTable& table)
 {
-    Json rows = dimension(table.columns.front().name, "row", false);
-    Json columns = dimension("Fields", "column", true);
+    Json rows = dimensionItem(table.columns.front().name, "row", false);
+    Json columns = dimensionItem("Fields", "column", true);
     for (std::size_t at = 1; at < table.columns.size(); ++at)
         columns["children"].push_back(textItem(table.columns[at].name));
     Json labels = Json::array();

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "DocumentItems.h"
 #include "Rendering.h"
 #include "TnOutput.h"
 #include "tcm/TcmOutput.h"
@@ -15,20 +16,6 @@ constexpr const char* kTcmResult = "tcm";
 constexpr const char* kCellDigits =
     "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ %&()+,-./:;<=>?@[]^_`|~";
 constexpr std::size_t kCellBase = 86;
-
-TcmJson shownText(const std::string& text)
-{
-    return {{"text", {{"text", {{"stringText", {{"key", text}, {"value", text}}}}}}}};
-}
-
-TcmJson tableDimension(const std::string& name, const char* role, bool hidesName)
-{
-    TcmJson json = shownText(name);
-    json["role"] = role;
-    json["hideName"] = hidesName;
-    json["children"] = TcmJson::array();
-    return json;
-}
 
 /// How many digits the last of so many leaves has in a cell key.
 std::size_t digitsFor(std::size_t leaves)
@@ -84,15 +71,15 @@ struct TableCells
 TcmJson documentTable(const ResultTable& table, const std::string& id)
 {
     constexpr int kDecimals = 4;
-    TcmJson rows = tableDimension(table.columns.front().name, "row", false);
-    TcmJson columns = tableDimension("Columns", "column", true);
+    TcmJson rows = dimensionItem(table.columns.front().name, "row", false);
+    TcmJson columns = dimensionItem("Columns", "column", true);
     TableCells cells;
     const std::size_t rowDigits = digitsFor(table.rows.size());
     const std::string anyRow(rowDigits, '*');
     const std::size_t digits = digitsFor(table.columns.size() - 1);
     for (std::size_t at = 1; at < table.columns.size(); ++at) {
         const ResultTable::Column& column = table.columns[at];
-        columns["children"].push_back(shownText(column.name));
+        columns["children"].push_back(textItem(column.name));
         if (column.isNumber())
             cells.formats.push_back(
                 {{"index", anyRow + cellDigits(at - 1, digits)},
@@ -100,7 +87,7 @@ TcmJson documentTable(const ResultTable& table, const std::string& id)
     }
     for (std::size_t number = 0; number < table.rows.size(); ++number) {
         const ResultTable::Row& row = table.rows[number];
-        rows["children"].push_back(shownText(row.front().value_or("")));
+        rows["children"].push_back(textItem(row.front().value_or("")));
         for (std::size_t at = 1; at < row.size(); ++at)
             cells.add(row[at], table.columns[at],
                       cellDigits(number, rowDigits) + cellDigits(at - 1, digits));

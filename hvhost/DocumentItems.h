@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+// Parts of a result document that commands compose.
+
+/// A text as it is.
+nlohmann::ordered_json textItem(const std::string& text);
+
+/// A dimension of a table without categories. `role` is "row" or "column".
+nlohmann::ordered_json dimensionItem(const std::string& name, const char* role, bool hidesName);
