@@ -6,9 +6,9 @@
 #include <random>
 #include <string>
 
-#include "OutputPage.h"
 #include "OutputTree.h"
 #include "TnOutput.h"
+#include "report/page/OutputPage.h"
 
 namespace {
 

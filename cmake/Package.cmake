@@ -5,9 +5,18 @@ include(CMakePackageConfigHelpers)
 set(package_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/hvinteg)
 set(package_config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/hvinteg)
 
-foreach(contract metadata host engine scoring)
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/platform/${contract}/include/
+# The contracts, and what the working host and engine have beyond them for host programs.
+foreach(folder contracts/metadata contracts/host contracts/engine contracts/scoring
+    platform/host/public platform/engine/public)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}/
     DESTINATION ${package_include_dir} FILES_MATCHING PATTERN "*.h")
+endforeach()
+set(report_headers ReportExport.h page/OutputPage.h
+  text/OutputText.h text/TerminalText.h text/TextGrid.h)
+foreach(header ${report_headers})
+  get_filename_component(folder ${header} DIRECTORY)
+  install(FILES ${PROJECT_SOURCE_DIR}/report/${header}
+    DESTINATION ${package_include_dir}/report/${folder})
 endforeach()
 
 # Installs only the headers of the library that declare something exported, and headers that these

@@ -4,10 +4,10 @@
 
 #include <nlohmann/json.hpp>
 
-#include "CommandFault.h"
-#include "InterruptWatch.h"
-#include "RenderOrder.h"
 #include "ScratchFolder.h"
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/show/RenderOrder.h"
 
 /// Any text as an order file for a result document: it is refused by a fault of the input, or it
 /// says what to show.

@@ -4,11 +4,11 @@
 
 #include "ChartOutput.h"
 #include "InputParts.h"
-#include "OutputPage.h"
-#include "OutputText.h"
 #include "OutputTree.h"
 #include "ScratchFolder.h"
 #include "TnOutput.h"
+#include "report/page/OutputPage.h"
+#include "report/text/OutputText.h"
 
 #include <sstream>
 

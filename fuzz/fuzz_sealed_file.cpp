@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "ScratchFolder.h"
-#include "datafile/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 #include "datafile/SealedFile.h"
 
 #include <fuzzer/FuzzedDataProvider.h>

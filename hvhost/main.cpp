@@ -1,4 +1,4 @@
-#include "CommandLine.h"
+#include "hvhost/cli/CommandLine.h"
 
 int main(int count, char** words)
 {

@@ -1,6 +1,6 @@
-#include "tcm/OutlierTable.h"
+#include "hvhost/tcm/OutlierTable.h"
 
-#include "tcm/SeriesText.h"
+#include "hvhost/tcm/SeriesText.h"
 
 std::string pointTextOf(const nlohmann::ordered_json& point)
 {

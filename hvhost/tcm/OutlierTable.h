@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ResultTable.h"
-#include "tcm/TcmOutput.h"
+#include "hvhost/show/ResultTable.h"
+#include "hvhost/tcm/TcmOutput.h"
 
 /// A point of time of a document as text: that of cyclic times is told field by field.
 std::string pointTextOf(const nlohmann::ordered_json& point);

@@ -1,10 +1,10 @@
-#include "tcm/ScenarioOptions.h"
+#include "hvhost/tcm/ScenarioOptions.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
-#include "CommandFault.h"
+#include "hvhost/base/CommandFault.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "hvhost/tcm/TcmModelFacts.h"
 #include "tcm/HVForecast.h"
-#include "tcm/TcmModelFacts.h"
 
 /// A point of time that --set names.
 struct ScenarioPoint

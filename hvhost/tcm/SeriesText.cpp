@@ -1,6 +1,6 @@
-#include "tcm/SeriesText.h"
+#include "hvhost/tcm/SeriesText.h"
 
-#include "CommandFault.h"
+#include "hvhost/base/CommandFault.h"
 
 std::string seriesText(const SeriesName& name)
 {

@@ -1,4 +1,4 @@
-#include "tcm/TcmCharts.h"
+#include "hvhost/tcm/TcmCharts.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -2,8 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "hvhost/tcm/TcmModelFacts.h"
 #include "tcm/HVForecast.h"
-#include "tcm/TcmModelFacts.h"
 
 /// Charts for result documents.
 

@@ -1,10 +1,10 @@
-#include "tcm/TcmCommandLine.h"
+#include "hvhost/tcm/TcmCommandLine.h"
 
 #include <CLI/CLI.hpp>
 
-#include "HelpText.h"
-#include "OptionChecks.h"
-#include "OptionGroups.h"
+#include "hvhost/base/HelpText.h"
+#include "hvhost/input/OptionChecks.h"
+#include "hvhost/input/OptionGroups.h"
 
 namespace {
 

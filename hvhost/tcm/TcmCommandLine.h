@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tcm/TcmOptions.h"
+#include "hvhost/tcm/TcmOptions.h"
 
 namespace CLI {
 class App;

@@ -1,12 +1,12 @@
-#include "tcm/TcmDocument.h"
+#include "hvhost/tcm/TcmDocument.h"
 
 #include <cstdlib>
 #include <filesystem>
 
-#include "DocumentItems.h"
-#include "Rendering.h"
 #include "TnOutput.h"
-#include "tcm/TcmOutput.h"
+#include "hvhost/show/DocumentItems.h"
+#include "hvhost/show/Rendering.h"
+#include "hvhost/tcm/TcmOutput.h"
 
 namespace {
 

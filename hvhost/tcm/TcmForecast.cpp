@@ -1,16 +1,16 @@
 #include <algorithm>
 
-#include "DataFile.h"
-#include "Dataset.h"
-#include "InterruptWatch.h"
-#include "KnownDataset.h"
-#include "ValueText.h"
 #include "VexaCases.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/base/ValueText.h"
+#include "hvhost/input/DataFile.h"
+#include "hvhost/input/Dataset.h"
+#include "hvhost/input/KnownDataset.h"
+#include "hvhost/tcm/ScenarioOptions.h"
+#include "hvhost/tcm/TcmCharts.h"
+#include "hvhost/tcm/TcmOutput.h"
+#include "hvhost/tcm/TcmSession.h"
 #include "tcm/HVInteractiveTSR.h"
-#include "tcm/ScenarioOptions.h"
-#include "tcm/TcmCharts.h"
-#include "tcm/TcmOutput.h"
-#include "tcm/TcmSession.h"
 
 namespace {
 

@@ -2,14 +2,14 @@
 #include <optional>
 #include <set>
 
-#include "DataFile.h"
-#include "Dataset.h"
-#include "InterruptWatch.h"
-#include "KnownDataset.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/input/DataFile.h"
+#include "hvhost/input/Dataset.h"
+#include "hvhost/input/KnownDataset.h"
+#include "hvhost/tcm/TcmCharts.h"
+#include "hvhost/tcm/TcmOutput.h"
+#include "hvhost/tcm/TcmSession.h"
 #include "tcm/HVInteractiveTSR.h"
-#include "tcm/TcmCharts.h"
-#include "tcm/TcmOutput.h"
-#include "tcm/TcmSession.h"
 
 namespace {
 

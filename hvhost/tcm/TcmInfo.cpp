@@ -1,13 +1,13 @@
 #include <array>
 #include <sstream>
 
-#include "InterruptWatch.h"
 #include "SvrDMDataset.h"
-#include "ValueText.h"
-#include "tcm/OutlierTable.h"
-#include "tcm/TcmCharts.h"
-#include "tcm/TcmOutput.h"
-#include "tcm/TcmSession.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/base/ValueText.h"
+#include "hvhost/tcm/OutlierTable.h"
+#include "hvhost/tcm/TcmCharts.h"
+#include "hvhost/tcm/TcmOutput.h"
+#include "hvhost/tcm/TcmSession.h"
 
 namespace {
 

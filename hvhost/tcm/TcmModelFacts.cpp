@@ -1,10 +1,10 @@
-#include "tcm/TcmModelFacts.h"
+#include "hvhost/tcm/TcmModelFacts.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "CommandFault.h"
-#include "Text.h"
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/Text.h"
 
 namespace {
 

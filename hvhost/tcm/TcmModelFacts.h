@@ -5,7 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tcm/SeriesText.h"
+#include "hvhost/tcm/SeriesText.h"
 
 /// What a model says of itself: its series, its network, and how its data were prepared.
 struct TcmModelFacts

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "CommonOptions.h"
+#include "hvhost/base/CommonOptions.h"
 
 /// The commands of "hvhost tcm". Each throws CommandFault, and returns when it is done.
 

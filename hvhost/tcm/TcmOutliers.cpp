@@ -1,10 +1,10 @@
-#include "DataFile.h"
-#include "Dataset.h"
-#include "InterruptWatch.h"
-#include "KnownDataset.h"
-#include "tcm/OutlierTable.h"
-#include "tcm/TcmOutput.h"
-#include "tcm/TcmSession.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/input/DataFile.h"
+#include "hvhost/input/Dataset.h"
+#include "hvhost/input/KnownDataset.h"
+#include "hvhost/tcm/OutlierTable.h"
+#include "hvhost/tcm/TcmOutput.h"
+#include "hvhost/tcm/TcmSession.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
-#include "tcm/TcmOutput.h"
+#include "hvhost/tcm/TcmOutput.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <ostream>
 
-#include "OutputShown.h"
-#include "TextTable.h"
-#include "ValueText.h"
-#include "tcm/TcmDocument.h"
+#include "hvhost/base/ValueText.h"
+#include "hvhost/show/OutputShown.h"
+#include "hvhost/show/TextTable.h"
+#include "hvhost/tcm/TcmDocument.h"
 
 namespace {
 

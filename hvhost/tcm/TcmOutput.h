@@ -5,10 +5,10 @@
 
 #include <nlohmann/json.hpp>
 
-#include "HostSession.h"
-#include "ResultTable.h"
-#include "ShownResult.h"
-#include "tcm/TcmOptions.h"
+#include "hvhost/job/HostSession.h"
+#include "hvhost/show/ResultTable.h"
+#include "hvhost/show/ShownResult.h"
+#include "hvhost/tcm/TcmOptions.h"
 
 /// A table or a chart of a result, with what is said of it.
 struct TcmPart

@@ -1,8 +1,8 @@
-#include "tcm/TcmSession.h"
+#include "hvhost/tcm/TcmSession.h"
 
-#include "CommandFault.h"
-#include "DataFile.h"
-#include "Dataset.h"
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/input/DataFile.h"
+#include "hvhost/input/Dataset.h"
 #include "support/Transcoding.h"
 #include "tcm/HVInteractiveTSR.h"
 

@@ -3,10 +3,10 @@
 #include <memory>
 #include <string>
 
-#include "InteractiveSession.h"
-#include "ReadableFile.h"
-#include "tcm/TcmModelFacts.h"
-#include "tcm/TcmOptions.h"
+#include "hvhost/base/ReadableFile.h"
+#include "hvhost/job/InteractiveSession.h"
+#include "hvhost/tcm/TcmModelFacts.h"
+#include "hvhost/tcm/TcmOptions.h"
 
 class HVInteractiveTSR;
 class InputFile;

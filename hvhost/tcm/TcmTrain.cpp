@@ -1,17 +1,17 @@
 #include <algorithm>
 #include <iostream>
 
-#include "CommandFault.h"
-#include "DataFile.h"
-#include "Dataset.h"
-#include "HostSession.h"
-#include "InterruptWatch.h"
-#include "OutputPath.h"
 #include "data/HVRawDataIterator.h"
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/base/OutputPath.h"
+#include "hvhost/input/DataFile.h"
+#include "hvhost/input/Dataset.h"
+#include "hvhost/job/HostSession.h"
+#include "hvhost/tcm/TcmOptions.h"
+#include "hvhost/tcm/TrainingOptions.h"
 #include "runner/HVRunner.h"
 #include "tcm/HVTemporalTraining.h"
-#include "tcm/TcmOptions.h"
-#include "tcm/TrainingOptions.h"
 
 namespace {
 

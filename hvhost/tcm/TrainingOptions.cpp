@@ -1,4 +1,4 @@
-#include "tcm/TrainingOptions.h"
+#include "hvhost/tcm/TrainingOptions.h"
 
 #include <algorithm>
 #include <array>
@@ -7,12 +7,12 @@
 #include <set>
 #include <string_view>
 
-#include "CommandFault.h"
-#include "Dataset.h"
-#include "Text.h"
-#include "TextScan.h"
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/Text.h"
+#include "hvhost/base/TextScan.h"
+#include "hvhost/input/Dataset.h"
+#include "hvhost/tcm/SeriesText.h"
 #include "tcm/HVTemporalTraining.h"
-#include "tcm/SeriesText.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tcm/TcmOptions.h"
+#include "hvhost/tcm/TcmOptions.h"
 
 class Dataset;
 class HVTemporalTraining;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "SvrDMDataset.h"
-#include "geo/HVInteractive.h"
+#include "dialog/HVInteractive.h"
 
 class DialogCases;
 class HVRawDataIterator;

@@ -1,13 +1,13 @@
 #include <algorithm>
 
 #include "CFMetaData.h"
+#include "dialog/DialogCases.h"
+#include "dialog/OutputRows.h"
+#include "dialog/RequestScope.h"
 #include "geo/CoordinateSystem.h"
-#include "geo/DialogCases.h"
 #include "geo/HVInteractiveSTEM.h"
 #include "geo/MapExport.h"
-#include "geo/OutputRows.h"
 #include "geo/PointJobs.h"
-#include "geo/RequestScope.h"
 #include "runner/ExecutionScope.h"
 #include "support/HVSimpleFile.h"
 #include "support/Tracing.h"

@@ -50,7 +50,7 @@ ReplacementFile::ReplacementFile(const std::string& path) : _target(path)
         !mayBeReplaced(_target))
         return;
     try {
-        _part = datafile::PartFile(native, kNewFileMode);
+        _part = base::PartFile(native, kNewFileMode);
     } catch (const std::system_error&) {
         return;
     }
@@ -93,7 +93,7 @@ bool ReplacementFile::finish()
     if (finished)
         _part.release();
     else
-        _part = datafile::PartFile();
+        _part = base::PartFile();
     return finished;
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "ExtNameStr.h"
-#include "datafile/PartFile.h"
+#include "base/PartFile.h"
 
 /// Writes a file under a temporary name and renames it when it is complete. Until then an existing
 /// file of that name is unchanged. The new file takes over its permissions. The destructor removes
@@ -47,7 +47,7 @@ private:
     bool close();
 
     ExtNameStr _target;
-    datafile::PartFile _part;
+    base::PartFile _part;
     std::unique_ptr<char[]> _gathered;
     FileBuffer _buffer;
     std::ostream _stream{&_buffer};

@@ -1,7 +1,7 @@
 #include "tcm/HVInteractiveTSR.h"
 
 #include "data/HVSimpleContainer.h"
-#include "geo/RequestScope.h"
+#include "dialog/RequestScope.h"
 #include "runner/HVRunner.h"
 #include "support/Tracing.h"
 #include "support/ZipReader.h"

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "SvrDMDataset.h"
-#include "geo/HVInteractive.h"
+#include "dialog/HVInteractive.h"
 #include "tcm/HVForecast.h"
 
 class HVRawDataIterator;

@@ -2,8 +2,8 @@
 #include <limits>
 
 #include "descriptive/HVDescriptive.h"
-#include "geo/DialogCases.h"
-#include "geo/RequestScope.h"
+#include "dialog/DialogCases.h"
+#include "dialog/RequestScope.h"
 #include "support/Transcoding.h"
 #include "tcm/HVInteractiveTSR.h"
 

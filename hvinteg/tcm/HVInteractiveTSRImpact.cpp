@@ -1,7 +1,7 @@
 #include "CFAppHost.h"
 #include "bridge/JNIJSONArray.h"
 #include "bridge/JNIJSONObject.h"
-#include "geo/RequestScope.h"
+#include "dialog/RequestScope.h"
 #include "hvl/TextJob.h"
 #include "runner/HVRunner.h"
 #include "support/Tracing.h"

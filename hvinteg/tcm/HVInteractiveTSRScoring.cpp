@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "geo/OutputRows.h"
-#include "geo/RequestScope.h"
+#include "dialog/OutputRows.h"
+#include "dialog/RequestScope.h"
 #include "hvl/TextJob.h"
 #include "runner/ExecutionScope.h"
 #include "runner/HVRunner.h"

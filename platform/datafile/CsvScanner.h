@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/FileDescriptor.h"
 #include "datafile/CsvMarks.h"
-#include "datafile/FileDescriptor.h"
 
 namespace datafile {
 
@@ -80,7 +80,7 @@ private:
     void findTextAfterQuote(std::size_t quote, std::size_t end);
     void note(std::size_t at, const char* text);
 
-    FileDescriptor _file;
+    base::FileDescriptor _file;
     std::vector<char> _buffer;
     CsvMarks _marks;       ///< of the bytes in the buffer
     std::size_t _mark = 0; ///< the first one at or behind `_at`

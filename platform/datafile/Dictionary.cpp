@@ -6,10 +6,10 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/JsonDepth.h"
 #include "datafile/Fault.h"
 #include "datafile/FaultIds.h"
 #include "datafile/FieldNames.h"
-#include "datafile/JsonDepth.h"
 
 namespace datafile {
 namespace {
@@ -305,7 +305,7 @@ Dictionary dictionaryOf(const std::string& text, const std::string& origin)
                      "read: " + origin + ": the dictionary cannot be used: " + what);
     };
     try {
-        if (placeTooDeep(text, kDeepest) != text.npos)
+        if (base::placeTooDeep(text, kDeepest) != text.npos)
             throw Wrong{"it is nested too deep"};
         return read(Json::parse(text));
     } catch (const Wrong& wrong) {

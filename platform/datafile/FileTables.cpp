@@ -106,7 +106,7 @@ std::shared_ptr<ScratchFile> openSealed(const std::string& path, const std::stri
                                         const std::string& scratchFolder,
                                         const SealedFileStep& step)
 {
-    const FileDescriptor sealed(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const base::FileDescriptor sealed(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!sealed)
         throw std::system_error(errno, std::generic_category(), path);
     auto plain = std::make_shared<ScratchFile>(scratchFolder);

@@ -6,9 +6,9 @@
 
 #include <unistd.h>
 
+#include "base/NativePath.h"
 #include "datafile/Fault.h"
 #include "datafile/FaultIds.h"
-#include "datafile/NativePath.h"
 
 namespace datafile {
 namespace {
@@ -32,7 +32,7 @@ std::string followed(const std::string& destination, const std::string& step)
     struct stat link = {};
     if (lstat(destination.c_str(), &link) != 0 || !S_ISLNK(link.st_mode))
         return destination;
-    if (isForeignLink(link, folderOf(destination)))
+    if (isForeignLink(link, base::folderOf(destination)))
         throw Fault(faults::kFileUnwritable,
                     placeOf(step, destination) + "this is a link that another user has made");
     std::error_code error;
@@ -65,10 +65,10 @@ void checkReplaced(const struct stat& state, const std::string& path,
 OutputTarget outputTarget(const std::string& destination, const std::string& step)
 {
     struct stat state = {};
-    if (stat(folderOf(destination).c_str(), &state) != 0 || !S_ISDIR(state.st_mode))
-        throw Fault(faults::kFolderMissing,
-                    placeOf(step, destination) + "there is no folder " + folderOf(destination));
-    if (fileNameOf(destination).empty())
+    if (stat(base::folderOf(destination).c_str(), &state) != 0 || !S_ISDIR(state.st_mode))
+        throw Fault(faults::kFolderMissing, placeOf(step, destination) + "there is no folder " +
+                                                base::folderOf(destination));
+    if (base::fileNameOf(destination).empty())
         throw Fault(faults::kFileIsFolder,
                     placeOf(step, destination) + "this is a folder, not a file");
     OutputTarget target;
@@ -79,7 +79,7 @@ OutputTarget outputTarget(const std::string& destination, const std::string& ste
     } else if (errno != ENOENT) {
         refuseOutput(step, destination, errno);
     }
-    if (access(folderOf(target.path).c_str(), W_OK | X_OK) != 0)
+    if (access(base::folderOf(target.path).c_str(), W_OK | X_OK) != 0)
         refuseOutput(step, destination, errno);
     return target;
 }

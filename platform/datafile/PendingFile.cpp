@@ -8,7 +8,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "datafile/NativePath.h"
+#include "base/NativePath.h"
 
 namespace datafile {
 namespace {
@@ -19,7 +19,7 @@ constexpr mode_t kPrivateFileMode = 0600;
 /// Flushes a rename to disk. A failure does not undo the rename.
 void syncFolder(const std::string& folder)
 {
-    const FileDescriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const base::FileDescriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened)
         fsync(opened.get());
 }
@@ -37,7 +37,7 @@ const std::string& PendingFile::path()
     if (_part)
         return _part.path();
     try {
-        _part = PartFile(_target.path, _target.replaced ? kPrivateFileMode : kNewFileMode);
+        _part = base::PartFile(_target.path, _target.replaced ? kPrivateFileMode : kNewFileMode);
     } catch (const std::system_error& error) {
         refuse(_step, _destination, error.code().value());
     }
@@ -48,7 +48,7 @@ const std::string& PendingFile::path()
 
 void PendingFile::write(const std::string& text)
 {
-    const FileDescriptor file(open(path().c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+    const base::FileDescriptor file(open(path().c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
     if (!file || !file.writeAll(text.data(), text.size()))
         refuse(_step, _destination, errno);
 }
@@ -57,7 +57,7 @@ void PendingFile::commit()
 {
     path(); // creates an empty file if nothing was written
     // Before the rename, because nothing may fail after it.
-    const std::string folder = folderOf(_target.path);
+    const std::string folder = base::folderOf(_target.path);
     // A system crash must not leave the new name with a part of the content.
     if (fsync(_part.descriptor()) != 0 && errno != EINVAL && errno != ENOTSUP)
         refuse(_step, _destination, errno);

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "base/PartFile.h"
 #include "datafile/OutputTarget.h"
-#include "datafile/PartFile.h"
 
 namespace datafile {
 
@@ -43,7 +43,7 @@ private:
     std::string _destination;
     std::string _step;
     OutputTarget _target;
-    PartFile _part;
+    base::PartFile _part;
     bool _committed = false;
 };
 

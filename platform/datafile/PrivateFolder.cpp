@@ -17,13 +17,14 @@ namespace {
 constexpr mode_t kPrivateFolderMode = 0700;
 constexpr int kMostFolderNames = 100;
 
-FileDescriptor openFolder(const std::string& path)
+base::FileDescriptor openFolder(const std::string& path)
 {
-    return FileDescriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    return base::FileDescriptor(
+        open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
 /// Whether the path still refers to the folder: a sweep may have removed it.
-bool isAt(const FileDescriptor& folder, const std::string& path)
+bool isAt(const base::FileDescriptor& folder, const std::string& path)
 {
     struct stat own = {};
     struct stat named = {};
@@ -33,7 +34,7 @@ bool isAt(const FileDescriptor& folder, const std::string& path)
 
 void sweepFolder(const std::string& path)
 {
-    const FileDescriptor folder = openFolder(path);
+    const base::FileDescriptor folder = openFolder(path);
     struct stat state = {};
     if (!folder || fstat(folder.get(), &state) != 0 || state.st_uid != geteuid() ||
         !folder.lockAlone())
@@ -72,7 +73,7 @@ PrivateFolder::PrivateFolder(const std::string& parent, const std::string& prefi
         path.append("/").append(prefix).append("XXXXXX");
         if (!mkdtemp(path.data()))
             break;
-        FileDescriptor folder = openFolder(path);
+        base::FileDescriptor folder = openFolder(path);
         if (!folder && errno != ENOENT) {
             const int reason = errno;
             rmdir(path.c_str());
@@ -122,7 +123,7 @@ bool PrivateFolder::remove() noexcept
     if (!removeAll(_path) && !removeAll(_path))
         return false;
     _path.clear();
-    _folder = FileDescriptor();
+    _folder = base::FileDescriptor();
     return true;
 }
 

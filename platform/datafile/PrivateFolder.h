@@ -5,7 +5,7 @@
 
 #include <sys/types.h>
 
-#include "datafile/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 
 namespace datafile {
 
@@ -36,7 +36,7 @@ public:
 
 private:
     std::string _path;
-    FileDescriptor _folder;
+    base::FileDescriptor _folder;
     pid_t _owner = 0;
 };
 

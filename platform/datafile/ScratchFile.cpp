@@ -16,7 +16,7 @@ ScratchFile::ScratchFile(const std::string& folder)
     std::error_code ignored; // mkstemp reports the reason
     makeOwnersFolders(folder, ignored);
     std::string name = folder + "/hvscratch-XXXXXX";
-    _file = FileDescriptor(mkostemp(name.data(), O_CLOEXEC));
+    _file = base::FileDescriptor(mkostemp(name.data(), O_CLOEXEC));
     if (!_file)
         throw std::system_error(errno, std::generic_category(), "a scratch file in " + folder);
     // A file without a name disappears however the process ends.

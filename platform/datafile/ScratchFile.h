@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "datafile/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 
 namespace datafile {
 
@@ -29,7 +29,7 @@ public:
     void rewind() const;
 
 private:
-    FileDescriptor _file;
+    base::FileDescriptor _file;
 };
 
 } // namespace datafile

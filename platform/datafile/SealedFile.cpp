@@ -11,7 +11,7 @@
 
 #include <fcntl.h>
 
-#include "datafile/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 
 namespace datafile {
 namespace {
@@ -78,7 +78,7 @@ public:
     }
 
 private:
-    FileDescriptor _file;
+    base::FileDescriptor _file;
 };
 
 /// The part between the magic and the chunks.
@@ -117,7 +117,7 @@ void callStep(const SealedFileStep& step)
 
 bool isSealed(const std::string& path)
 {
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const base::FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     std::array<char, kMagic.size()> begin{};
     return file && file.readUpTo(begin.data(), begin.size()) == ssize_t{kMagic.size()} &&
            std::string_view(begin.data(), begin.size()) == kMagic;

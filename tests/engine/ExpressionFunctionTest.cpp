@@ -8,7 +8,7 @@
 #include "DatabaseEvaluator.h"
 #include "datafile/RaisedFault.h"
 #include "expression/DateTimePattern.h"
-#include "expression/FunctionTable.h"
+#include "functions/FunctionTable.h"
 
 namespace EmbeddedHV {
 namespace {

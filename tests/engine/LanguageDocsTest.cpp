@@ -7,7 +7,7 @@
 
 #include "JobError.h"
 #include "engine/DocsPage.h"
-#include "expression/FunctionTable.h"
+#include "functions/FunctionTable.h"
 #include "language/Parser.h"
 
 /// The page about the language is part of the contract: what it says is compared with the code.

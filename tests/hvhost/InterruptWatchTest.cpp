@@ -1,4 +1,4 @@
-#include "InterruptWatch.h"
+#include "hvhost/base/InterruptWatch.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <string>
 
 #include "Attention.h"
-#include "CommandFault.h"
 #include "EngineException.h"
+#include "hvhost/base/CommandFault.h"
 
 namespace {
 

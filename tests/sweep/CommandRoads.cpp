@@ -5,7 +5,7 @@
 #include <optional>
 #include <regex>
 
-#include "CommandLine.h"
+#include "hvhost/cli/CommandLine.h"
 #include "sweep/EngineFaults.h"
 #include "sweep/Road.h"
 #include "sweep/StandardFiles.h"

@@ -5,7 +5,7 @@
 #include <map>
 
 #include "ShownAddress.h"
-#include "datafile/JsonDepth.h"
+#include "base/JsonDepth.h"
 
 namespace EmbeddedHV::maps {
 namespace {
@@ -38,15 +38,14 @@ constexpr std::size_t kMostValues = 1'000'000; // in a description; each takes 1
 constexpr std::size_t kMostBytes = std::size_t{32} << 20;
 constexpr std::size_t kMostRecordBytes = std::size_t{128} << 20;
 
-void checkBounds(const std::string& text, const datafile::JsonBounds& bounds,
-                 const std::string& place)
+void checkBounds(const std::string& text, const base::JsonBounds& bounds, const std::string& place)
 {
-    const auto excess = datafile::excessOf(text, bounds);
-    if (excess == datafile::JsonExcess::Depth)
+    const auto excess = base::excessOf(text, bounds);
+    if (excess == base::JsonExcess::Depth)
         throw GeographyError(GeographyError::Service, place +
                                                           ": the answer is nested deeper than " +
                                                           std::to_string(bounds.depth) + " levels");
-    if (excess == datafile::JsonExcess::Values)
+    if (excess == base::JsonExcess::Values)
         throw GeographyError(GeographyError::TooLarge, place + ": the answer holds more than " +
                                                            std::to_string(bounds.values) +
                                                            " values");

@@ -3,14 +3,14 @@
 #include <algorithm>
 
 #include "ErrorIds.h"
+#include "base/NearestName.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/CaseClauses.h"
 #include "expression/FunctionCall.h"
-#include "expression/FunctionTable.h"
-#include "expression/NearestName.h"
 #include "expression/Operators.h"
 #include "expression/SqlText.h"
 #include "expression/ValueTypes.h"
+#include "functions/FunctionTable.h"
 #include "language/Describe.h"
 #include "language/TypeParser.h"
 
@@ -171,7 +171,7 @@ void BodyCompiler::failName(const std::string& name, const Scope& scope, const P
     place.fail(errors::kExpressionName,
                "the name '" + name +
                    "' is neither a parameter nor the definition of an expression" +
-                   suggestion(name, names));
+                   base::suggestion(name, names));
 }
 
 /// Compiles the value of a definition. Fails if the definition uses itself.
@@ -204,7 +204,7 @@ const Column& BodyCompiler::column(const std::string& name, const Place& place) 
     if (const Column* found = findColumn(name))
         return *found;
     place.fail(errors::kExpressionField, "the records have no field \"" + name + "\"" +
-                                             suggestion(name, _input, &Column::name));
+                                             base::suggestion(name, _input, &Column::name));
 }
 
 SqlExpression BodyCompiler::compileList(const language::List& list, const Scope& scope,

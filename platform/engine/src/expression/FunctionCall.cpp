@@ -3,12 +3,12 @@
 #include <algorithm>
 
 #include "ErrorIds.h"
+#include "base/NearestName.h"
 #include "datafile/RaisedFault.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/DateTimePattern.h"
-#include "expression/FunctionTable.h"
-#include "expression/NearestName.h"
 #include "expression/ValueTypes.h"
+#include "functions/FunctionTable.h"
 #include "language/Describe.h"
 
 namespace EmbeddedHV {
@@ -109,8 +109,9 @@ std::string listed(const std::vector<std::string>& items)
 
 [[noreturn]] void failUnknown(const std::string& name, const Place& place)
 {
-    place.fail(errors::kUnknownFunction, "there is no function '" + name + "'" +
-                                             suggestion(name, functionTable(), &Function::name));
+    place.fail(errors::kUnknownFunction,
+               "there is no function '" + name + "'" +
+                   base::suggestion(name, functionTable(), &Function::name));
 }
 
 [[noreturn]] void failArguments(const std::vector<Form>& forms,

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "ErrorIds.h"
-#include "expression/NearestName.h"
+#include "base/NearestName.h"
 #include "language/Describe.h"
 
 namespace EmbeddedHV::language {
@@ -77,7 +77,7 @@ Json Converter::convertName(const Name& name, const Position& position)
     if (bound == _definitions.end())
         fail(errors::kUnknownName, position,
              "expected a JSON value, but no expression is bound to the name '" + name.name + "'" +
-                 suggestion(name.name, _definitions, &Definitions::value_type::first));
+                 base::suggestion(name.name, _definitions, &Definitions::value_type::first));
     if (std::ranges::find(_namesOnTheWay, name.name) != _namesOnTheWay.end())
         fail(errors::kCycle, position, "the definition of '" + name.name + "' uses itself");
     _namesOnTheWay.push_back(name.name);

@@ -3,7 +3,7 @@
 #include <set>
 #include <utility>
 
-#include "expression/FunctionTable.h"
+#include "functions/FunctionTable.h"
 #include "language/ExpressionParser.h"
 #include "language/TokenStream.h"
 

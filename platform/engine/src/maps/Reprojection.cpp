@@ -1,10 +1,18 @@
 #include "maps/Reprojection.h"
 
+#include <stdexcept>
 #include <utility>
 
+#include "ErrorIds.h"
+#include "datafile/RaisedFault.h"
 #include "maps/GeographyLibrary.h"
 
 namespace EmbeddedHV {
+namespace {
+
+constexpr std::size_t kShownBytes = 60; // of an invalid shape, in a message
+
+} // namespace
 
 class Reprojection::Lease
 {
@@ -46,13 +54,21 @@ Reprojection::Reprojection(maps::CoordinateSystem from, maps::CoordinateSystem t
     const Lease tried(*this);
 }
 
-maps::MovedShape Reprojection::move(std::string_view text, std::string& out)
+bool Reprojection::call(std::string_view text, std::string& out)
 {
     Lease lease(*this);
-    const maps::MovedShape result = maps::moveShape(text, lease.mover(), out);
-    if (result == maps::MovedShape::Lost)
+    switch (maps::moveShape(text, lease.mover(), out)) {
+    case maps::MovedShape::Moved:
+        break;
+    case maps::MovedShape::Lost:
         ++_lost;
-    return result;
+        return false;
+    case maps::MovedShape::NotAShape:
+        throw std::runtime_error(
+            raisedText(errors::kNotAShape, "reprojection: a value is no shape: \"" +
+                                               std::string(text.substr(0, kShownBytes)) + "\""));
+    }
+    return true;
 }
 
 std::optional<CFGeo::Envelope> Reprojection::moved(const CFGeo::Envelope& envelope)

@@ -9,18 +9,20 @@
 
 #include "maps/Geography.h"
 #include "maps/ShapeText.h"
+#include "runtime/TextFunctions.h"
 
 namespace EmbeddedHV {
 
-/// Transforms the shapes of a field between two coordinate systems, on any number of threads.
-class Reprojection
+/// Transforms the shapes of a field between two coordinate systems.
+class Reprojection : public TextFunction
 {
 public:
     /// Throws GeographyError if there is no transformation between the systems.
     Reprojection(maps::CoordinateSystem from, maps::CoordinateSystem to, std::string method);
 
-    /// See moveShape. Any thread.
-    maps::MovedShape move(std::string_view text, std::string& out);
+    /// Transforms a GeoJSON geometry object. Returns false for a shape that is lost, and counts it.
+    /// Throws if the text is not a shape.
+    bool call(std::string_view text, std::string& out) override;
     /// The rectangle that contains the transformed rectangle; empty if it does not exist in the
     /// target system.
     std::optional<CFGeo::Envelope> moved(const CFGeo::Envelope& envelope);

@@ -5,9 +5,11 @@
 
 #include "CFMetaData.h"
 #include "JobError.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 
 namespace EmbeddedHV {
+
 std::string dataModelOf(const Fields& fields)
 {
     CFMetaData model;
@@ -70,6 +72,22 @@ const CFField* findFieldAnyCase(const Fields& fields, const std::string& name)
         return datafile::isSameName(field.GetName(), name);
     });
     return found == fields.end() ? nullptr : &*found;
+}
+
+std::string columnList(const Fields& fields)
+{
+    std::string list;
+    for (const CFField& field : fields)
+        list += (list.empty() ? "" : ", ") + quotedIdentifier(field.GetName());
+    return list;
+}
+
+std::string unusedName(const Fields& fields, const std::string& base)
+{
+    std::string name = base;
+    while (findFieldAnyCase(fields, name))
+        name += "_";
+    return name;
 }
 
 } // namespace EmbeddedHV

@@ -24,5 +24,9 @@ Schema schemaOf(const Fields& fields);
 const CFField* findField(const Fields& fields, const std::string& name);
 /// The field with this name, or null. Ignores case, as the database does for columns.
 const CFField* findFieldAnyCase(const Fields& fields, const std::string& name);
+/// A column list: quoted names, separated by commas.
+std::string columnList(const Fields& fields);
+/// A name for an internal column that no field has.
+std::string unusedName(const Fields& fields, const std::string& base);
 
 } // namespace EmbeddedHV

@@ -4,7 +4,7 @@
 #include <system_error>
 
 #include "EngineException.h"
-#include "datafile/NativePath.h"
+#include "base/NativePath.h"
 #include "datafile/SqlQuoting.h"
 #include "runtime/CompensatedSums.h"
 
@@ -55,7 +55,7 @@ void Database::registerFunctions()
     // A registration on any connection is valid for the whole instance.
     auto connection = connect();
     _rowSources.registerFunction(*connection);
-    _reprojections.registerFunction(*connection);
+    _textFunctions.registerFunction(*connection);
     registerCompensatedSums(*connection);
 }
 

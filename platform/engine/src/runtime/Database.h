@@ -10,8 +10,8 @@
 #include "EHVAppSetting.h"
 #include "datafile/Duck.h"
 #include "datafile/PrivateFolder.h"
-#include "maps/Reprojections.h"
 #include "runtime/RowSources.h"
+#include "runtime/TextFunctions.h"
 
 namespace EmbeddedHV {
 
@@ -53,8 +53,8 @@ public:
     ConnectionLease connect();
     /// The sources that statements can read now.
     RowSources& rowSources() { return _rowSources; }
-    /// The reprojections that statements can use now.
-    Reprojections& reprojections() { return _reprojections; }
+    /// The functions that statements can use now.
+    TextFunctions& textFunctions() { return _textFunctions; }
 
 private:
     friend class ConnectionLease;
@@ -67,7 +67,7 @@ private:
         _spills; ///< the folder of the database's spill files; outlives the database
     duckdb_database _database = nullptr;
     RowSources _rowSources;
-    Reprojections _reprojections;
+    TextFunctions _textFunctions;
     std::mutex _mutex;
     std::vector<std::unique_ptr<duck::Connection>> _idle;
     std::size_t _made = 0; ///< number of connections; _idle has room for all of them

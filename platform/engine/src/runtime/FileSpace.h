@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "DataFileNames.h"
-#include "datafile/NativePath.h"
+#include "base/NativePath.h"
 
 namespace EmbeddedHV {
 

@@ -1,9 +1,10 @@
 #include "runtime/RowFile.h"
 
 #include "EngineException.h"
+#include "datafile/FileTables.h"
 #include "datafile/TimestampScale.h"
+#include "runtime/DataModel.h"
 #include "runtime/FileSpace.h"
-#include "steps/Plan.h"
 
 namespace EmbeddedHV {
 namespace {

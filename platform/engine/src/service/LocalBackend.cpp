@@ -1,4 +1,4 @@
-#include "LocalBackend.h"
+#include "service/LocalBackend.h"
 
 #include "EHVAppSetting.h"
 #include "service/ContractFaults.h"

@@ -8,9 +8,9 @@
 
 #include "EngineException.h"
 #include "ErrorIds.h"
-#include "runtime/Job.h"
 #include "runtime/Reporter.h"
 #include "service/ContractFaults.h"
+#include "service/Job.h"
 
 namespace EmbeddedHV {
 namespace {

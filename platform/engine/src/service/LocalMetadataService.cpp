@@ -3,6 +3,7 @@
 #include "EngineException.h"
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "components/table/ComponentTable.h"
 #include "language/Parser.h"
 #include "maps/GeographyLibrary.h"
 #include "service/MapQuestions.h"
@@ -41,7 +42,7 @@ bool isUnreadable(const JobError& error)
 Fields outputFields(const std::string& jobText, JobContext& context)
 {
     const language::Program program = language::parseProgram(jobText);
-    Planner planner(program, context);
+    Planner planner(program, context, componentKind);
     const std::size_t count = planner.statementCount();
     if (count == 0)
         throw JobError(errors::kNoStatement, "the job has no statement, so it has no data model");

@@ -2,9 +2,9 @@
 #include <iterator>
 #include <string_view>
 
+#include "base/NearestName.h"
 #include "datafile/ColumnTypes.h"
 #include "datafile/SqlQuoting.h"
-#include "expression/NearestName.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {
@@ -63,8 +63,9 @@ const AggregateFunction& functionOf(const Settings& output)
                      [&](const AggregateFunction& known) { return known.name == name; });
     if (found != std::end(kAggregateFunctions))
         return *found;
-    output.refuse("function", "is \"" + name + "\", which is no aggregate function" +
-                                  suggestion(name, kAggregateFunctions, &AggregateFunction::name));
+    output.refuse("function",
+                  "is \"" + name + "\", which is no aggregate function" +
+                      base::suggestion(name, kAggregateFunctions, &AggregateFunction::name));
 }
 
 /// The parts of the SELECT. Each output adds to them.

@@ -4,10 +4,10 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/NearestName.h"
 #include "datafile/FileTables.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
-#include "expression/NearestName.h"
 #include "steps/CsvCheck.h"
 #include "steps/UserMissing.h"
 
@@ -99,7 +99,7 @@ Fields CsvPlan::modelledFields()
     for (const CFField& field : model)
         if (!findField(fields, field.GetName()))
             refuse("the data model has a field \"" + field.GetName() + "\", which the file lacks" +
-                   suggestion(field.GetName(), {names.begin(), names.end()}));
+                   base::suggestion(field.GetName(), {names.begin(), names.end()}));
     return fields;
 }
 

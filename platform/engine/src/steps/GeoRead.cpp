@@ -4,10 +4,10 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/NearestName.h"
 #include "datafile/ColumnTypes.h"
 #include "datafile/FieldMetadata.h"
 #include "datafile/InputFile.h"
-#include "expression/NearestName.h"
 #include "maps/GeographyLibrary.h"
 #include "maps/LayerSource.h"
 
@@ -69,7 +69,7 @@ void applyDocument(const StepCall& call, const Settings& source, Fields& fields)
             throw JobError(errors::kDataModelMismatch,
                            call.name + ": the data model " + document + " has a field \"" +
                                wanted.GetName() + "\", which the map lacks" +
-                               suggestion(wanted.GetName(), fields, &CFField::GetName));
+                               base::suggestion(wanted.GetName(), fields, &CFField::GetName));
         if (found->GetStorage() != wanted.GetStorage())
             throw JobError(errors::kDataModelMismatch,
                            call.name + ": the field \"" + wanted.GetName() + "\" is " +

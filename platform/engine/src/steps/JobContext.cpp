@@ -8,7 +8,7 @@
 #include "EngineFiles.h"
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "datafile/NativePath.h"
+#include "base/NativePath.h"
 #include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {

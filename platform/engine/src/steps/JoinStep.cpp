@@ -4,9 +4,9 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/NearestName.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
-#include "expression/NearestName.h"
 #include "expression/ValueTypes.h"
 #include "steps/StepCall.h"
 
@@ -73,7 +73,7 @@ std::size_t JoinReader::inputOf(const std::string& tag, const std::string& key) 
         if (_call.inputs[i].tag == tag)
             return i;
     _settings.refuse(key, "names \"" + tag + "\", which is the tag of no input" +
-                              suggestion(tag, _call.inputs, &StepInput::tag));
+                              base::suggestion(tag, _call.inputs, &StepInput::tag));
 }
 
 const CFField& JoinReader::taggedField(const StepInput& input, const std::string& field) const

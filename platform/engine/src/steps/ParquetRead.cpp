@@ -8,11 +8,11 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/NearestName.h"
 #include "datafile/ColumnTypes.h"
 #include "datafile/FieldMetadata.h"
 #include "datafile/ParquetColumns.h"
 #include "expression/FieldTypes.h"
-#include "expression/NearestName.h"
 #include "expression/ValueTypes.h"
 #include "steps/UserMissing.h"
 
@@ -110,7 +110,7 @@ void applyDocument(ParquetColumns& columns, const ParquetReadSettings& settings)
         const auto place = places.find(wanted.GetName());
         if (place == places.end())
             refuse("the data model has a field \"" + wanted.GetName() + "\", which the file lacks" +
-                   suggestion(wanted.GetName(), columns.fields, &CFField::GetName));
+                   base::suggestion(wanted.GetName(), columns.fields, &CFField::GetName));
         CFField* const found = &columns.fields[place->second];
         if (found->GetStorage() == wanted.GetStorage())
             continue;

@@ -92,20 +92,4 @@ NodePtr emptyNode()
     return node;
 }
 
-std::string columnList(const Fields& fields)
-{
-    std::string list;
-    for (const CFField& field : fields)
-        list += (list.empty() ? "" : ", ") + quotedIdentifier(field.GetName());
-    return list;
-}
-
-std::string unusedName(const Fields& fields, const std::string& base)
-{
-    std::string name = base;
-    while (findFieldAnyCase(fields, name))
-        name += "_";
-    return name;
-}
-
 } // namespace EmbeddedHV

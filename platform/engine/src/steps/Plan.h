@@ -131,9 +131,4 @@ struct StageFirst
     std::shared_ptr<Statement> stage;
 };
 
-/// A column list: quoted names, separated by commas.
-std::string columnList(const Fields& fields);
-/// A name for an internal column that no field has.
-std::string unusedName(const Fields& fields, const std::string& base);
-
 } // namespace EmbeddedHV

@@ -4,7 +4,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "expression/NearestName.h"
+#include "base/NearestName.h"
 #include "language/Parser.h"
 #include "steps/ArgumentReader.h"
 #include "steps/DataModelExport.h"
@@ -38,8 +38,9 @@ std::vector<language::Step>::const_iterator lastStaged(const language::Pipeline&
 
 } // namespace
 
-Planner::Planner(const language::Program& program, JobContext& context)
-    : _program(program), _context(context), _values(language::boundValues(program))
+Planner::Planner(const language::Program& program, JobContext& context, ComponentLookup components)
+    : _program(program), _context(context), _components(components),
+      _values(language::boundValues(program))
 {
     bindNames();
     checkCycles();
@@ -76,7 +77,7 @@ void Planner::bindNames()
 void Planner::checkSteps(const language::Pipeline& pipeline)
 {
     for (const language::Step& step : pipeline.steps)
-        stepKind(step);
+        stepKind(step, _components);
     for (const std::string& name : chainsIn(pipeline))
         chainOf(name);
 }
@@ -91,7 +92,7 @@ const language::Pipeline& Planner::chainOf(const std::string& name) const
                            "\" is a value, not a chain that a step can take records from");
     throw JobError(errors::kUnknownName,
                    "there is no chain \"" + name + "\"" +
-                       suggestion(name, _chains, &decltype(_chains)::value_type::first));
+                       base::suggestion(name, _chains, &decltype(_chains)::value_type::first));
 }
 
 /// The tag and the chain of an argument that is an input; empty for other arguments. The name of a
@@ -162,7 +163,7 @@ void Planner::countIterator(const language::Step& step)
     if (step.name != "read" || _context.iterators.empty())
         return;
     StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values};
-    readArguments(step, stepKind(step), call);
+    readArguments(step, stepKind(step, _components), call);
     if (call.configuration.is_object())
         if (const auto name = call.settings().text("dataSource"))
             ++_iteratorReads[*name];
@@ -255,7 +256,7 @@ NodePtr Planner::planChain(const std::string& name, const std::string& step)
 
 StepResult Planner::planStep(const language::Step& step, NodePtr input)
 {
-    const StepKind& kind = stepKind(step);
+    const StepKind& kind = stepKind(step, _components);
     StepCall call{_context, step.fullName(), {}, nullptr, nullptr, _values};
     // A chain may have many steps. After a cancellation the job ends with onCancel whatever the
     // error.
@@ -317,9 +318,10 @@ const language::Expression* Planner::lambdaOf(const language::Expression& argume
             return expression;
         const auto found = _values.find(name->name);
         if (found == _values.end())
-            throw JobError(errors::kUnknownName,
-                           step + ": there is no definition \"" + name->name + "\"" +
-                               suggestion(name->name, _values, &Definitions::value_type::first));
+            throw JobError(
+                errors::kUnknownName,
+                step + ": there is no definition \"" + name->name + "\"" +
+                    base::suggestion(name->name, _values, &Definitions::value_type::first));
         expression = found->second;
     }
     throw JobError(errors::kCycle, step + ": the definition of the lambda leads back to itself");

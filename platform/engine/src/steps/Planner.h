@@ -17,7 +17,7 @@ class Planner
 public:
     /// Borrows the program and the context. Checks all names and steps of the text, used or not.
     /// Throws JobError.
-    Planner(const language::Program& program, JobContext& context);
+    Planner(const language::Program& program, JobContext& context, ComponentLookup components);
 
     std::size_t statementCount() const { return _statements.size(); }
     /// Throws JobError, NotYetWritten if the statement reads the output of an earlier statement
@@ -55,6 +55,7 @@ private:
 
     const language::Program& _program;
     JobContext& _context;
+    ComponentLookup _components;
     std::vector<const language::Pipeline*> _statements;
     std::map<std::string, const language::Pipeline*> _chains;
     Definitions _values;

@@ -1,9 +1,9 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/NearestName.h"
 #include "datafile/InputFile.h"
 #include "datafile/SqlQuoting.h"
-#include "expression/NearestName.h"
 #include "steps/CsvRead.h"
 #include "steps/GeoRead.h"
 #include "steps/ParquetRead.h"
@@ -72,7 +72,8 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
     for (const auto& [iterator, rows] : call.context.iterators)
         names.push_back(iterator);
     throw JobError(errors::kUnknownDataSource, call.name + ": there is no data source \"" + name +
-                                                   "\"" + suggestion(name, names, std::identity{}));
+                                                   "\"" +
+                                                   base::suggestion(name, names, std::identity{}));
 }
 
 NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& limits)

@@ -5,8 +5,8 @@
 #include "datafile/SqlQuoting.h"
 #include "maps/GeographyLibrary.h"
 #include "maps/Reprojection.h"
-#include "maps/Reprojections.h"
 #include "runtime/Reporter.h"
+#include "runtime/TextFunctions.h"
 #include "runtime/ThreadBorder.h"
 #include "steps/StepCall.h"
 
@@ -17,7 +17,7 @@ namespace {
 class KnownReprojection
 {
 public:
-    KnownReprojection(std::unique_ptr<Reprojection> reprojection, Reprojections& registry,
+    KnownReprojection(std::unique_ptr<Reprojection> reprojection, TextFunctions& registry,
                       std::string field)
         : _reprojection(std::move(reprojection)), _registry(registry), _field(std::move(field)),
           _id(_registry.add(*_reprojection))
@@ -36,12 +36,12 @@ public:
     std::string column() const
     {
         const std::string name = quotedIdentifier(_field);
-        return Reprojections::call(_id, name) + " AS " + name;
+        return TextFunctions::call(_id, name) + " AS " + name;
     }
 
 private:
     std::unique_ptr<Reprojection> _reprojection;
-    Reprojections& _registry;
+    TextFunctions& _registry;
     std::string _field;
     std::int64_t _id;
 };
@@ -148,7 +148,7 @@ std::shared_ptr<KnownReprojection> moveField(const StepCall& call, const Setting
             geo.SetEnvelope(*moved);
     field.SetGeo(std::move(geo));
     return std::make_shared<KnownReprojection>(
-        std::move(reprojection), call.context.database.reprojections(), field.GetName());
+        std::move(reprojection), call.context.database.textFunctions(), field.GetName());
 }
 
 [[noreturn]] void refuseShapeless(const StepCall& call, const std::string& what)

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "expression/NearestName.h"
+#include "base/NearestName.h"
 #include "steps/Settings.h"
 
 namespace EmbeddedHV {
@@ -28,7 +28,8 @@ std::optional<Enumeration> wordSetting(const Settings& settings, const std::stri
     std::string list;
     for (std::size_t i = 0; i < known.size(); ++i)
         list += (i == 0 ? "" : i + 1 == known.size() ? " and " : ", ") + std::string(known[i]);
-    settings.refuse(key, "is \"" + *text + "\"" + suggestion(*text, known) + "; known are " + list);
+    settings.refuse(key, "is \"" + *text + "\"" + base::suggestion(*text, known) + "; known are " +
+                             list);
 }
 
 } // namespace EmbeddedHV

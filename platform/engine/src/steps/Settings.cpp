@@ -5,7 +5,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "expression/NearestName.h"
+#include "base/NearestName.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -174,7 +174,7 @@ void Settings::reportOthers(const MessageSink& message) const
         if (!_asked.contains(key))
             message(errors::kSettingIgnored, _step + ": the setting \"" + pathOf(key) +
                                                  "\" is not known here and is ignored" +
-                                                 suggestion(key, known));
+                                                 base::suggestion(key, known));
 }
 
 } // namespace EmbeddedHV

@@ -2,7 +2,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "expression/NearestName.h"
+#include "base/NearestName.h"
 
 namespace EmbeddedHV {
 
@@ -11,7 +11,7 @@ const CFField& fieldOf(const Fields& fields, const std::string& field, const std
     if (const CFField* found = findField(fields, field))
         return *found;
     throw JobError(errors::kUnknownField, owner + " has no field \"" + field + "\"" +
-                                              suggestion(field, fields, &CFField::GetName));
+                                              base::suggestion(field, fields, &CFField::GetName));
 }
 
 void refuseDuplicate(const Fields& fields, const std::string& field, const std::string& step)

@@ -6,8 +6,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "components/ComponentTable.h"
-#include "expression/NearestName.h"
+#include "base/NearestName.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -31,10 +30,10 @@ constexpr StepKind kSteps[] = {
 
 } // namespace
 
-const StepKind& stepKind(const language::Step& step)
+const StepKind& stepKind(const language::Step& step, ComponentLookup components)
 {
     if (!step.nameSpace.empty())
-        return componentKind(step);
+        return components(step);
     const auto* found = std::find_if(std::begin(kSteps), std::end(kSteps),
                                      [&](const StepKind& kind) { return step.name == kind.name; });
     if (found != std::end(kSteps))
@@ -43,7 +42,7 @@ const StepKind& stepKind(const language::Step& step)
     for (const StepKind& kind : kSteps)
         names.emplace_back(kind.name);
     throw JobError(errors::kUnknownStep, step.position.text() + ": there is no step \"" +
-                                             step.name + "\"" + suggestion(step.name, names));
+                                             step.name + "\"" + base::suggestion(step.name, names));
 }
 
 } // namespace EmbeddedHV

@@ -33,8 +33,11 @@ struct StepKind
     StepResult (*plan)(StepCall&);
 };
 
+/// Finds the component that a step with a namespace calls. Throws JobError.
+using ComponentLookup = const StepKind& (*)(const language::Step& step);
+
 /// The step with this name, or its component. Throws JobError for an unknown name and suggests the
 /// most similar one.
-const StepKind& stepKind(const language::Step& step);
+const StepKind& stepKind(const language::Step& step, ComponentLookup components);
 
 } // namespace EmbeddedHV

@@ -9,7 +9,7 @@
 #include "datafile/ColumnTypes.h"
 #include "datafile/RaisedFault.h"
 #include "datafile/SqlQuoting.h"
-#include "expression/FunctionTable.h"
+#include "functions/FunctionTable.h"
 
 namespace EmbeddedHV {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "ErrorText.h"
 #include "FileServices.h"
+#include "base/NativePath.h"
 #include "data/CaseText.h"
-#include "datafile/NativePath.h"
 #include "text/CodePage.h"
 
 namespace {
@@ -24,7 +24,7 @@ constexpr std::size_t kBufferUnits = std::size_t{256} * 1024 / sizeof(OBS);
 datafile::ScratchFile newFile()
 {
     try {
-        return datafile::ScratchFile(datafile::nativePath(hostToUtf8(GetVexaTempPath())));
+        return datafile::ScratchFile(base::nativePath(hostToUtf8(GetVexaTempPath())));
     } catch (const std::system_error& error) {
         throw ErrorText(std::string("the cases cannot be kept: ") + error.what());
     }

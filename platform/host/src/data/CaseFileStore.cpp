@@ -9,12 +9,12 @@
 #include "FileServices.h"
 #include "HostConversions.h"
 #include "StorageOfFormat.h"
+#include "base/FileDescriptor.h"
+#include "base/NativePath.h"
 #include "data/CaseFileFault.h"
 #include "data/CaseText.h"
 #include "data/DictionaryVariables.h"
 #include "datafile/Dictionary.h"
-#include "datafile/FileDescriptor.h"
-#include "datafile/NativePath.h"
 #include "datafile/PendingFile.h"
 #include "datafile/ScratchFile.h"
 #include "datafile/SqlQuoting.h"
@@ -79,7 +79,7 @@ StoredAs storedAs(const std::string& column, CFField::StorageType storage)
 } // namespace
 
 CaseFileStore::CaseFileStore(const UserCaseFileSpec& spec)
-    : _spec(spec), _path(datafile::nativePath(hostToUtf8(spec.GetName()))), _page(hostCodePage())
+    : _spec(spec), _path(base::nativePath(hostToUtf8(spec.GetName()))), _page(hostCodePage())
 {
     // A name with the extension of another format could not be read back.
     if (spec.GetKind() == CaseFileKind::Csv)
@@ -264,10 +264,10 @@ void CaseFileStore::write()
     if (_spec.GetPassword().empty()) {
         _table->connection().query(copyStatement(pending.path()));
     } else {
-        const datafile::ScratchFile plain(datafile::nativePath(hostToUtf8(GetVexaTempPath())));
+        const datafile::ScratchFile plain(base::nativePath(hostToUtf8(GetVexaTempPath())));
         _table->connection().query(copyStatement(plain.path()));
         plain.rewind();
-        const datafile::FileDescriptor sealed(
+        const base::FileDescriptor sealed(
             open(pending.path().c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
         if (!sealed)
             datafile::PendingFile::refuse("", _path, errno);

@@ -5,15 +5,15 @@
 
 #include "ErrorText.h"
 #include "FileServices.h"
+#include "base/FileDescriptor.h"
+#include "base/NativePath.h"
 #include "data/CaseFileSource.h"
 #include "data/CsvPlainCopy.h"
 #include "data/DictionaryVariables.h"
 #include "datafile/CsvProfile.h"
 #include "datafile/Fault.h"
 #include "datafile/FieldMetadata.h"
-#include "datafile/FileDescriptor.h"
 #include "datafile/FileTables.h"
-#include "datafile/NativePath.h"
 #include "datafile/SqlQuoting.h"
 #include "text/CodePage.h"
 
@@ -28,7 +28,7 @@ public:
     Utf8Copy(const UserCaseFileSpec& spec, const std::string& path, const CodePage& page)
         : _spec(spec), _path(path), _page(page),
           _target(std::make_shared<datafile::ScratchFile>(
-              datafile::nativePath(hostToUtf8(GetVexaTempPath()))))
+              base::nativePath(hostToUtf8(GetVexaTempPath()))))
     {
     }
 
@@ -56,7 +56,7 @@ private:
 /// Converts complete lines, because no character spans a line end.
 std::shared_ptr<datafile::ScratchFile> Utf8Copy::make()
 {
-    const datafile::FileDescriptor source(open(_path.c_str(), O_RDONLY | O_CLOEXEC));
+    const base::FileDescriptor source(open(_path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!source)
         failToRead();
     std::string pending;

@@ -9,8 +9,8 @@
 
 #include "ErrorText.h"
 #include "FileServices.h"
-#include "datafile/FileDescriptor.h"
-#include "datafile/NativePath.h"
+#include "base/FileDescriptor.h"
+#include "base/NativePath.h"
 #include "text/CodePage.h"
 
 namespace {
@@ -148,11 +148,11 @@ void PlainText::endField()
 std::shared_ptr<datafile::ScratchFile> plainCopy(const std::string& path, const std::string& name,
                                                  const UserCaseFileSpec& spec)
 {
-    const datafile::FileDescriptor source(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const base::FileDescriptor source(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!source)
         fail(name + ": the file cannot be read");
-    auto target = std::make_shared<datafile::ScratchFile>(
-        datafile::nativePath(hostToUtf8(GetVexaTempPath())));
+    auto target =
+        std::make_shared<datafile::ScratchFile>(base::nativePath(hostToUtf8(GetVexaTempPath())));
     PlainText text(spec.GetCsvForm());
     const auto flush = [&] {
         if (!target->write(text.done()))

@@ -8,7 +8,7 @@
 #include "ErrorText.h"
 #include "FileServices.h"
 #include "UserCaseFile.h"
-#include "datafile/NativePath.h"
+#include "base/NativePath.h"
 #include "datafile/PrivateFolder.h"
 #include "settings/TempDirectory.h"
 #include "text/CodePage.h"
@@ -19,7 +19,7 @@ namespace duck = datafile::duck;
 
 std::string temporaryFolder()
 {
-    return datafile::nativePath(hostToUtf8(GetVexaTempPath()));
+    return base::nativePath(hostToUtf8(GetVexaTempPath()));
 }
 
 /// Creates a private folder for the database's temporary files: their names are the same in each

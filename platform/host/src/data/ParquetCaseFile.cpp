@@ -4,12 +4,12 @@
 
 #include "ErrorText.h"
 #include "FileServices.h"
+#include "base/NativePath.h"
 #include "data/CaseFileSource.h"
 #include "data/DictionaryVariables.h"
 #include "data/HostDatabase.h"
 #include "datafile/FileTables.h"
 #include "datafile/InputFile.h"
-#include "datafile/NativePath.h"
 #include "datafile/ParquetColumns.h"
 #include "datafile/SqlQuoting.h"
 #include "text/CodePage.h"
@@ -71,7 +71,7 @@ void ParquetOpening::unseal()
     if (_spec.GetPassword().empty())
         throw ErrorText(_path + ": the file is sealed with a password, and none is given");
     _relation->scratch = datafile::openSealed(_path, _spec.GetPassword(),
-                                              datafile::nativePath(hostToUtf8(GetVexaTempPath())),
+                                              base::nativePath(hostToUtf8(GetVexaTempPath())),
                                               [this] { _spec.Look(); });
     _readable = _relation->scratch->path();
 }

@@ -2,10 +2,10 @@
 #include <system_error>
 
 #include "UserCaseFile.h"
+#include "base/NativePath.h"
 #include "data/CaseFileFault.h"
 #include "data/CaseFileSource.h"
 #include "datafile/InputFile.h"
-#include "datafile/NativePath.h"
 #include "text/CodePage.h"
 
 namespace {
@@ -14,7 +14,7 @@ constexpr std::size_t kWidestColumn = 32767;
 
 CaseFileSource openCaseFile(const UserCaseFileSpec& spec)
 {
-    const std::string path = datafile::nativePath(hostToUtf8(spec.GetName()));
+    const std::string path = base::nativePath(hostToUtf8(spec.GetName()));
     try {
         datafile::checkInputFile(path, "");
         return spec.GetKind() == CaseFileKind::Csv ? openCsv(spec, path) : openParquet(spec, path);

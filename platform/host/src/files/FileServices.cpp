@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "ExtNameStr.h"
-#include "datafile/NativePath.h"
+#include "base/NativePath.h"
 #include "files/FileLocks.h"
 #include "files/HostPath.h"
 #include "text/Utf16.h"
@@ -24,7 +24,7 @@ std::string absoluteNative(const std::string& name)
         return {};
     std::error_code error;
     std::filesystem::path path = native;
-    if (datafile::hasDrive(native))
+    if (base::hasDrive(native))
         // The path is its own root, so ".." cannot lead above the drive.
         path = "/" + native.substr(2);
     else if (path = std::filesystem::absolute(path, error); error)
@@ -32,7 +32,7 @@ std::string absoluteNative(const std::string& name)
     std::string tidy = path.lexically_normal().string();
     while (tidy.size() > 1 && tidy.back() == '/')
         tidy.pop_back();
-    return datafile::hasDrive(native) ? native.substr(0, 2) + tidy : tidy;
+    return base::hasDrive(native) ? native.substr(0, 2) + tidy : tidy;
 }
 
 // The system's state of a native path; false if it does not exist.

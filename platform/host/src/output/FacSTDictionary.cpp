@@ -1,6 +1,7 @@
 #include "FacSTDictionary.h"
 
 #include "ErrorText.h"
+#include "Translation.h"
 #include "output/StringTable.h"
 
 struct FacSTDictionary::Impl

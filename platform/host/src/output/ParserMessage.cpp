@@ -2,7 +2,7 @@
 
 #include "Journal.h"
 #include "TnOutput.h"
-#include "output/StringTable.h"
+#include "Translation.h"
 #include "text/CodePage.h"
 
 namespace {

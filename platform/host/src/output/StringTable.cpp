@@ -8,6 +8,7 @@
 #include "CFAppHost.h"
 #include "FileServices.h"
 #include "PathFactory.h"
+#include "Translation.h"
 
 std::optional<StringTable> readStringTable(const std::string& file)
 {

@@ -10,8 +10,3 @@ using StringTable = std::map<std::string, std::string>;
 /// Reads a table file, a JSON object of keys and texts. Ignores members that are not texts. nullopt
 /// if the file cannot be read or is not an object.
 std::optional<StringTable> readStringTable(const std::string& file);
-
-/// The text for a key in the host's language, both UTF-8; the key itself if there is no text.
-/// Searches the installation's `strings` folder: the file of the locale, of its language, then
-/// English. Each file is read once. Any thread.
-std::string translate(const std::string& key);

@@ -1,9 +1,9 @@
 #include <utility>
 
 #include "TnStrings.h"
+#include "Translation.h"
 #include "output/CompositeFormat.h"
 #include "output/LiveHeadings.h"
-#include "output/StringTable.h"
 
 struct TnComposite::Impl
 {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "output/StringTable.h"
+#include "Translation.h"
 #include "text/CodePage.h"
 
 namespace {

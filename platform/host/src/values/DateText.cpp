@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "FormattedText.h"
 #include "datafile/TimestampScale.h"
 #include "values/ClockText.h"
 #include "values/HostCalendar.h"

@@ -6,9 +6,6 @@
 
 #include "VexaFormat.h"
 
-/// Formats of dates, times, months and weekdays.
-bool isDateFormat(const VEXA_Format& format);
-
 /// Formats a point in time, duration, month or weekday, at most as wide as the format. Omits
 /// decimals, seconds or the century if necessary; asterisks if it does not fit or is invalid.
 std::string dateText(double value, const VEXA_Format& format);

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "FormattedText.h"
 #include "VexaCases.h"
 #include "data/CaseText.h"
 #include "values/DateText.h"

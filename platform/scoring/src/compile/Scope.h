@@ -7,8 +7,8 @@
 
 #include <pugixml.hpp>
 
-#include "expression/Cell.h"
-#include "expression/TimeScale.h"
+#include "values/Cell.h"
+#include "values/TimeScale.h"
 
 namespace scoring {
 

@@ -8,6 +8,7 @@
 #include "pmml/Literal.h"
 #include "pmml/ModelFault.h"
 #include "pmml/PmmlDocument.h"
+#include "values/CellText.h"
 
 namespace scoring {
 namespace {

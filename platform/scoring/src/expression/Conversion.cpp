@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "functions/Calendar.h"
-#include "pmml/Literal.h"
+#include "values/Calendar.h"
+#include "values/CellText.h"
 
 namespace scoring {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "expression/Cell.h"
-#include "expression/TimeScale.h"
+#include "values/Cell.h"
+#include "values/TimeScale.h"
 
 namespace scoring {
 

@@ -1,8 +1,8 @@
 #include <array>
 #include <cmath>
 
-#include "functions/Calendar.h"
 #include "functions/FunctionTable.h"
+#include "values/Calendar.h"
 
 namespace scoring {
 namespace {

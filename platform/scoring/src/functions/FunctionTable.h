@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "expression/Cell.h"
+#include "values/Cell.h"
 
 namespace scoring {
 

@@ -7,8 +7,8 @@
 #include <pugixml.hpp>
 
 #include "expression/Interval.h"
-#include "expression/TimeScale.h"
 #include "model/ModelVariable.h"
+#include "values/TimeScale.h"
 
 class Value;
 

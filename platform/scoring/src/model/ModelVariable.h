@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "IMCVariable.h"
-#include "expression/Cell.h"
+#include "values/Cell.h"
 
 namespace scoring {
 

@@ -5,9 +5,10 @@
 #include <utility>
 
 #include "expression/Conversion.h"
-#include "functions/Calendar.h"
 #include "pmml/Literal.h"
 #include "pmml/ModelFault.h"
+#include "values/Calendar.h"
+#include "values/CellText.h"
 
 namespace scoring {
 namespace {

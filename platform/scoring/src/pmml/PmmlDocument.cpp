@@ -2,6 +2,7 @@
 
 #include "pmml/Literal.h"
 #include "pmml/ModelFault.h"
+#include "values/CellText.h"
 
 namespace scoring {
 namespace {

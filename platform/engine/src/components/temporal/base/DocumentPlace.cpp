@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "JobError.h"
-#include "datafile/JsonDepth.h"
+#include "base/JsonDepth.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -120,7 +120,7 @@ std::vector<double> DocumentPlace::realsOrMissing() const
 Json parsedDocument(const std::string& text, std::size_t values, const std::string& owner,
                     const char* errorId)
 {
-    if (datafile::excessOf(text, {kDeepestDocument, values}))
+    if (base::excessOf(text, {kDeepestDocument, values}))
         throw JobError(errorId, owner + ": the document is nested deeper than " +
                                     std::to_string(kDeepestDocument) + " levels or has more than " +
                                     std::to_string(values) + " values");

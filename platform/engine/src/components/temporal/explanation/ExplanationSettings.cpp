@@ -5,8 +5,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/NearestName.h"
 #include "components/temporal/scoring/Scoring.h"
-#include "expression/NearestName.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -50,7 +50,8 @@ const ArtifactForm& artifactForm(const Settings& settings)
     std::vector<std::string_view> names;
     for (const ArtifactForm& form : kArtifactForms)
         names.emplace_back(form.name);
-    settings.refuse("name", "is \"" + name + "\", which is no artifact" + suggestion(name, names));
+    settings.refuse("name",
+                    "is \"" + name + "\", which is no artifact" + base::suggestion(name, names));
 }
 
 class RequestReader

@@ -7,10 +7,10 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/NearestName.h"
 #include "components/descriptives/FieldSummary.h"
 #include "components/temporal/preparation/PeriodClock.h"
 #include "datafile/ColumnTypes.h"
-#include "expression/NearestName.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -70,7 +70,7 @@ TimeUnit unitOfSetting(const Settings& settings, const std::string& key, const s
     settings.refuse(key, "has \"" + word +
                              "\", which is none of year, quarter, month, week, day, hour, minute "
                              "and second" +
-                             suggestion(word, known));
+                             base::suggestion(word, known));
 }
 
 unsigned workingDaysOf(const Settings& interval)

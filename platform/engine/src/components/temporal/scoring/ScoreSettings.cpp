@@ -5,8 +5,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/NearestName.h"
 #include "components/temporal/scoring/SeriesEncoding.h"
-#include "expression/NearestName.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -71,9 +71,10 @@ void ScoreSettingsReader::readFields()
     else if (type == kAllTargets || type == kAllSeries)
         addAll(type == kAllTargets);
     else
-        fields.refuse("fieldType", "is \"" + type + "\", not one of " + kListedSeries + ", " +
-                                       kAllTargets + ", " + kAllSeries +
-                                       suggestion(type, {kListedSeries, kAllTargets, kAllSeries}));
+        fields.refuse("fieldType",
+                      "is \"" + type + "\", not one of " + kListedSeries + ", " + kAllTargets +
+                          ", " + kAllSeries +
+                          base::suggestion(type, {kListedSeries, kAllTargets, kAllSeries}));
     reportOthers(fields);
 }
 

@@ -7,8 +7,8 @@
 #include "CFMetaData.h"
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/NearestName.h"
 #include "components/temporal/scoring/ModelAncestors.h"
-#include "expression/NearestName.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -132,7 +132,7 @@ std::string SeriesEncoding::codeOf(const Settings& settings, const std::string& 
                        text + "\", which is no " +
                        (isMetric ? "metric of the model"
                                  : "value of \"" + field.GetName() + "\" in the model") +
-                       suggestion(text, values, &CFValue::GetLabel));
+                       base::suggestion(text, values, &CFValue::GetLabel));
 }
 
 std::size_t SeriesEncoding::placeOf(const Settings& settings, const Json& name,

@@ -4,8 +4,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/NearestName.h"
 #include "components/temporal/model/ModelDocument.h"
-#include "expression/NearestName.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -122,7 +122,7 @@ private:
                 names.emplace_back(series.name.back());
         throw JobError(errors::kUnknownSeries,
                        _settings.step() + ": the setting \"" + path + "\" names \"" + shown +
-                           "\", which is no series of the input" + suggestion(shown, names));
+                           "\", which is no series of the input" + base::suggestion(shown, names));
     }
 
     const Settings& _settings;

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "hvhost/base/CommonOptions.h"
+
+namespace CLI {
+class App;
+}
+
+/// The options of aggregate. Without an output path, or with "-" and no kind, the result is shown.
+struct AggregateOptions : JobOptions
+{
+    std::vector<std::string> by;
+    std::vector<std::string> statistics; ///< FUNCTION:FIELD[:NAME], or count
+    bool unweighted = false;             ///< each record counts once, even if the file has a weight
+    std::string format;                  ///< text, csv or json; empty for text
+    long long width = 0;                 ///< of text; 0: the width of the terminal
+};
+/// Computes grouped aggregates and percentiles.
+void aggregate(const AggregateOptions& options, const CommonOptions& common);
+
+/// Adds the command to the application. `common` must outlive it.
+void addAggregateCommand(CLI::App& app, CommonOptions& common);

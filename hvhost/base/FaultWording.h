@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/JobOrigin.h"
+
+/// Hints for files with unexpected content.
+inline constexpr const char* kKindHint =
+    "--from csv, sav, hvbf or parquet sets its kind, whatever its name is";
+inline constexpr const char* kForeignTextHint =
+    "--encoding NAME, as in windows-1252, names its encoding";
+
+inline constexpr const char* kTemporaryHint = "TMPDIR names the folder of temporary files";
+
+/// A name for files that the user did not name.
+inline constexpr const char* kTemporaryFile = "a temporary file";
+
+/// An error of a job, as the engine reported it.
+struct EngineFault
+{
+    std::string id;
+    std::string text;
+    std::string detail;
+};
+
+/// Rewrites an error in the user's terms: with the user's names of files, with options instead of
+/// positions in a generated text, and with a hint.
+CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
+                       const JobOrigin& origin);
+
+/// Rewrites "read: PATH: what" or "write: PATH: what" as "NAME: what" if the user named the file.
+std::string withFileName(const std::string& text, const JobOrigin& origin);

@@ -1,0 +1,169 @@
+#include "hvhost/base/StandardStreams.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstring>
+#include <iostream>
+
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/FaultWording.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/base/TerminalFilter.h"
+
+namespace {
+
+constexpr int kLookMilliseconds = 50;
+// If poll reports that a pipe is ready, a write of this size does not block.
+constexpr std::size_t kPipeSpace = PIPE_BUF;
+
+/// A file descriptor that the destructor closes.
+class Descriptor
+{
+public:
+    explicit Descriptor(int number) : _number(number) {}
+    ~Descriptor()
+    {
+        if (_number >= 0)
+            close(_number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int number() const { return _number; }
+
+private:
+    int _number;
+};
+
+[[noreturn]] void fail(ExitStatus status, const std::string& what)
+{
+    throw CommandFault(status, what + ": " + std::strerror(errno));
+}
+
+/// If the reader has ended, like `head`, the failure is not reported.
+[[noreturn]] void failToPrint(const std::string& reason)
+{
+    pollfd output{STDOUT_FILENO, POLLOUT, 0};
+    if (poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0)
+        throw CommandFault(ExitStatus::NoReader, "standard output has no reader");
+    throw CommandFault(ExitStatus::JobFailed, "standard output cannot be written" + reason);
+}
+
+void waitFor(int descriptor, short events, const InterruptWatch& watch)
+{
+    pollfd waited{descriptor, events, 0};
+    // Check the watch first. A stream that is always ready must not prevent a stop.
+    do
+        watch.check();
+    while (poll(&waited, 1, kLookMilliseconds) <= 0);
+}
+
+/// Reads the available bytes, at most one chunk. Returns 0 at the end.
+template <std::size_t size>
+std::size_t readSome(int descriptor, std::array<char, size>& chunk, const std::string& what)
+{
+    ssize_t count = 0;
+    do
+        count = read(descriptor, chunk.data(), chunk.size());
+    while (count < 0 && (errno == EINTR || errno == EAGAIN));
+    if (count < 0)
+        fail(ExitStatus::Input, what + " cannot be read");
+    return static_cast<std::size_t>(count);
+}
+
+void writeSome(int descriptor, const char* data, std::size_t size, const std::string& what)
+{
+    while (size > 0) {
+        const ssize_t count = write(descriptor, data, size);
+        if (count < 0 && errno != EINTR && errno != EAGAIN && descriptor == STDOUT_FILENO)
+            failToPrint(std::string(": ") + std::strerror(errno));
+        if (count < 0 && errno != EINTR && errno != EAGAIN)
+            fail(ExitStatus::JobFailed, what + " cannot be written");
+        const std::size_t written = count < 0 ? 0 : static_cast<std::size_t>(count);
+        data += written;
+        size -= written;
+    }
+}
+
+void writeWhenReady(const char* data, std::size_t size, const InterruptWatch& watch)
+{
+    static const bool isTerminal = isatty(STDOUT_FILENO) != 0;
+    static TerminalFilter filter;
+    std::string cleaned;
+    if (isTerminal) {
+        cleaned = filter.clean({data, size});
+        data = cleaned.data();
+        size = cleaned.size();
+    }
+    waitFor(STDOUT_FILENO, POLLOUT, watch);
+    writeSome(STDOUT_FILENO, data, size, "standard output");
+}
+
+} // namespace
+
+void ignoreLostReaders()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+void occupyStandardStreams()
+{
+    // With the opposite mode, so that a use of the stream fails as it would without the stream.
+    constexpr std::array<int, 3> modes{O_WRONLY, O_RDONLY, O_RDONLY};
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
+        if (fcntl(stream, F_GETFD) < 0)
+            open("/dev/null", modes.at(static_cast<std::size_t>(stream)));
+}
+
+void fetchStream(const std::string& source, const std::string& path, const InterruptWatch& watch)
+{
+    const bool isStandard = source == kStandardStream;
+    const std::string what = isStandard ? "standard input" : source + ": the file";
+    // Opening a pipe without a writer would block and ignore a stop.
+    const Descriptor input(isStandard ? dup(STDIN_FILENO)
+                                      : open(source.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (input.number() < 0)
+        fail(ExitStatus::Input, what + " cannot be read");
+    const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    if (file.number() < 0)
+        fail(ExitStatus::JobFailed, path + ": a temporary file cannot be written");
+    std::array<char, 65536> chunk{};
+    for (;;) {
+        waitFor(input.number(), POLLIN, watch);
+        const std::size_t size = readSome(input.number(), chunk, what);
+        if (size == 0)
+            return;
+        writeSome(file.number(), chunk.data(), size, kTemporaryFile);
+    }
+}
+
+void deliverToStandardOutput(const std::string& path, const InterruptWatch& watch)
+{
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (file.number() < 0)
+        fail(ExitStatus::JobFailed, path + ": the job's result cannot be read");
+    std::array<char, kPipeSpace> chunk{};
+    const auto read = [&] { return readSome(file.number(), chunk, path); };
+    for (std::size_t size = read(); size > 0; size = read())
+        writeWhenReady(chunk.data(), size, watch);
+}
+
+void printToStandardOutput(const std::string& text, const InterruptWatch& watch)
+{
+    flushStandardOutput();
+    for (std::size_t begin = 0; begin < text.size(); begin += kPipeSpace)
+        writeWhenReady(text.data() + begin, std::min(kPipeSpace, text.size() - begin), watch);
+}
+
+void flushStandardOutput()
+{
+    std::cout.flush();
+    if (!std::cout)
+        failToPrint("");
+}

@@ -1,0 +1,280 @@
+#include "hvhost/describe/Describe.h"
+
+#include <algorithm>
+#include <iostream>
+#include <utility>
+
+#include "data/HVSimpleContainer.h"
+#include "descriptive/HVDescriptive.h"
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/describe/Description.h"
+#include "hvhost/describe/DescriptionOutput.h"
+#include "hvhost/describe/DescriptionShown.h"
+#include "hvhost/input/DataFile.h"
+#include "hvhost/input/Dataset.h"
+#include "hvhost/job/HostSession.h"
+#include "hvhost/show/OutputShown.h"
+#include "hvhost/show/ShownResult.h"
+#include "hvhost/show/TextTable.h"
+#include "runner/HVRunner.h"
+#include "support/ZipReader.h"
+
+namespace {
+
+bool isIn(const std::vector<int>& columns, int column)
+{
+    return std::find(columns.begin(), columns.end(), column) != columns.end();
+}
+
+/// The variables that the user names, or all except the weight and the split.
+std::vector<int> describedColumns(const Dataset& dataset, const std::vector<std::string>& names)
+{
+    std::vector<int> columns;
+    for (const std::string& name : names) {
+        const int column = dataset.columnOf(name, "");
+        if (column == dataset.weight())
+            throw CommandFault(ExitStatus::Usage,
+                               name + ": this variable weighs the cases, and is not described");
+        if (isIn(columns, column))
+            throw CommandFault(ExitStatus::Usage, name + ": it is named twice");
+        columns.push_back(column);
+    }
+    if (!names.empty())
+        return columns;
+    for (int column = 0; column < dataset.source().ColumnCount(); ++column)
+        if (column != dataset.weight() && !isIn(dataset.split(), column))
+            columns.push_back(column);
+    if (columns.empty())
+        throw CommandFault(ExitStatus::Usage, "there is no variable to describe except those that "
+                                              "weigh the cases or split the file");
+    return columns;
+}
+
+/// Date variables, each with its own interval, or numbers that form a date together.
+struct DateColumns
+{
+    std::vector<int> columns;
+    bool areDates = true;
+};
+
+DateColumns dateColumns(const Dataset& dataset, const std::vector<std::string>& names)
+{
+    DateColumns dates;
+    for (const std::string& name : names) {
+        const std::string origin = "--date " + name;
+        const int column = dataset.columnOf(name, origin);
+        const CFField::StorageType storage = dataset.storageOf(column);
+        if (storage == CFField::String)
+            throw CommandFault(ExitStatus::Usage,
+                               origin + ": this is a text, neither a date nor a number");
+        const bool isDate = storage != CFField::Real && storage != CFField::Integer;
+        if (!dates.columns.empty() && isDate != dates.areDates)
+            throw CommandFault(ExitStatus::Usage,
+                               origin + ": dates and numbers do not go together");
+        if (isIn(dates.columns, column))
+            throw CommandFault(ExitStatus::Usage, origin + ": it is named twice");
+        dates.areDates = isDate;
+        dates.columns.push_back(column);
+    }
+    return dates;
+}
+
+std::vector<std::string> namesOf(const Dataset& dataset, const std::vector<int>& columns)
+{
+    std::vector<std::string> names;
+    names.reserve(columns.size());
+    for (const int column : columns)
+        names.push_back(dataset.nameOf(column));
+    return names;
+}
+
+std::vector<int> together(std::vector<int> columns, const std::vector<int>& others)
+{
+    for (const int column : others)
+        if (!isIn(columns, column))
+            columns.push_back(column);
+    return columns;
+}
+
+/// The user's request, with the columns of the dataset.
+class Question
+{
+public:
+    Question(const Dataset& dataset, const DescribeOptions& options)
+        : _dataset(dataset), _columns(describedColumns(dataset, options.variables)),
+          _dates(dateColumns(dataset, options.dates)), _mostDistinct(options.mostDistinct)
+    {
+    }
+
+    /// All variables that the request needs.
+    std::vector<int> columns() const { return together(_columns, _dates.columns); }
+
+    Description emptyDescription(const std::string& file) const
+    {
+        Description description;
+        description.file = file;
+        if (_dataset.weight() >= 0)
+            description.weight = _dataset.nameOf(_dataset.weight());
+        description.split = namesOf(_dataset, _dataset.split());
+        description.mostDistinct = _mostDistinct;
+        return description;
+    }
+
+    /// Runs one job. Returns false if it failed.
+    bool ask(HVDescriptive& descriptive, CFMetaData& model, std::string& intervals) const
+    {
+        const std::vector<std::string> fields = namesOf(_dataset, _columns);
+        if (_dates.columns.empty())
+            return descriptive.BuildMetaData(&fields, model, _mostDistinct, true);
+        // Both in one job, whose settings must name the weight.
+        if (_dataset.weight() >= 0)
+            descriptive.SetDESetting("frequencyWeightField", _dataset.nameOf(_dataset.weight()));
+        const std::vector<std::string> dates = namesOf(_dataset, _dates.columns);
+        std::string text;
+        if (!descriptive.UpdateDateModel(&fields, &dates, _dates.areDates, intervals, text,
+                                         _mostDistinct))
+            return false;
+        model = CFMetaData(text);
+        return true;
+    }
+
+private:
+    const Dataset& _dataset;
+    std::vector<int> _columns;
+    DateColumns _dates;
+    int _mostDistinct;
+};
+
+/// Describes the groups one after the other.
+class Describing
+{
+public:
+    Describing(const Question& question, HostSession& session, JobOrigin origin,
+               const InterruptWatch& watch)
+        : _question(question), _session(session), _origin(std::move(origin)), _watch(watch)
+    {
+    }
+
+    /// If `results` is null, the job writes no result document.
+    GroupDescription describe(const CaseGroups& groups, HVRawDataIterator& cases,
+                              HVSimpleContainer* results)
+    {
+        _watch.check();
+        CFMetaData model;
+        std::string statXml;
+        std::string intervals;
+        _session.perform(
+            [&] {
+                HVDescriptive descriptive(_session.runner(), &cases);
+                if (results)
+                    descriptive.AddOutputContainer(*results);
+                const bool done = _question.ask(descriptive, model, intervals);
+                _session.log("job: " + descriptive.GetHVLJob());
+                statXml = descriptive.GetStatXML();
+                return done;
+            },
+            _origin);
+        GroupDescription group = readDescription(model, statXml, intervals);
+        group.key = groups.key();
+        // The engine also leaves out infinite weights. A result document reports them itself.
+        const auto records = results ? std::nullopt : factOf(group.facts, "records");
+        group.leftOut =
+            records ? cases.GetNCases() - std::stoi(*records) : cases.GetNInvalidCases();
+        return group;
+    }
+
+private:
+    const Question& _question;
+    HostSession& _session;
+    JobOrigin _origin;
+    const InterruptWatch& _watch;
+};
+
+constexpr const char* kResults = "Results";
+
+std::string resultsIn(const HVSimpleContainer& container)
+{
+    ZipReader reader(container.getGenericPath());
+    std::string text;
+    if (!reader.GotoFile("Results.json") || !reader.ExportString(text))
+        throw CommandFault(ExitStatus::JobFailed, "the job left no result");
+    return text;
+}
+
+/// A stopped runner composes the job but does not run it.
+std::string composeJob(const Question& question, HVRawDataIterator& cases, bool withResults)
+{
+    HVRunner stopped;
+    stopped.cancelExecution();
+    HVSimpleContainer results(kResults, "");
+    HVDescriptive descriptive(stopped, &cases);
+    if (withResults)
+        descriptive.AddOutputContainer(results);
+    CFMetaData model;
+    std::string intervals;
+    question.ask(descriptive, model, intervals);
+    return descriptive.GetHVLJob();
+}
+
+/// For programs: all groups in one table or document.
+void showFigures(Describing& describing, Description& description, CaseGroups& groups,
+                 const std::string& form, const ShownResult& result)
+{
+    while (HVRawDataIterator* const cases = groups.next())
+        description.groups.push_back(describing.describe(groups, *cases, nullptr));
+    result.deliver([&](std::ostream& out) {
+        if (form == "json")
+            printDescriptionJson(description, out);
+        else
+            printDescriptionCsv(description, out);
+    });
+}
+
+/// For people: the engine's result document for each group.
+void showOutput(Describing& describing, const Description& description, CaseGroups& groups,
+                const OutputLook& look, const ShownResult& result, HostSession& session)
+{
+    DescriptionOutput output(session, description);
+    while (HVRawDataIterator* const cases = groups.next()) {
+        HVSimpleContainer results(kResults, "");
+        const GroupDescription group = describing.describe(groups, *cases, &results);
+        output.add(group, resultsIn(results), groups.procedureData());
+    }
+    session.countShownWarnings();
+    result.deliver([&](std::ostream& out) { writeOutput(*output.heading(), look, out); });
+}
+
+bool isForPrograms(const std::string& form)
+{
+    return form == "csv" || form == "json";
+}
+
+} // namespace
+
+void describe(const DescribeOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const ShownResult result(options.output, options.force, watch);
+    const std::string form = formOf(options.format, options.output, {"csv", "json", "html"});
+    const OutputLook look{form, result.isFile(), textWidth(options.width, form, result.isFile())};
+    InputFile input(options.input, FileOptions::Offered, watch);
+    Dataset& dataset = *input.dataset();
+    if (!options.by.empty())
+        dataset.setSplit(options.by);
+    const Question question(dataset, options);
+    CaseGroups groups(dataset, question.columns(), watch);
+    HostSession session("describe", common, watch, &groups.procedureData());
+    if (options.printJob) {
+        if (HVRawDataIterator* const cases = groups.next())
+            std::cout << composeJob(question, *cases, !isForPrograms(form));
+        return;
+    }
+    Description description = question.emptyDescription(options.input.path);
+    Describing describing(question, session, input.origin(), watch);
+    if (isForPrograms(form))
+        showFigures(describing, description, groups, form, result);
+    else
+        showOutput(describing, description, groups, look, result, session);
+    session.finish();
+}

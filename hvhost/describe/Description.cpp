@@ -1,0 +1,68 @@
+#include "hvhost/describe/Description.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+#include <pugixml.hpp>
+
+#include "hvhost/base/ValueText.h"
+
+namespace {
+
+Facts attributesOf(const pugi::xml_node& node)
+{
+    Facts facts;
+    for (const pugi::xml_attribute& attribute : node.attributes())
+        facts[attribute.name()] = attribute.value();
+    return facts;
+}
+
+FieldDescription readField(const CFField& field, const pugi::xml_node& node)
+{
+    FieldDescription description{field, attributesOf(node), {}, {}};
+    description.facts.merge(attributesOf(node.child("Statistics")));
+    if (field.GetStorage() == CFField::Real)
+        for (const char* end : {"minimum", "maximum"})
+            if (const auto fact = factOf(description.facts, end))
+                // The database writes whole reals with a fraction.
+                description.facts[end] = shortestNumber(std::strtod(fact->c_str(), nullptr));
+    for (const pugi::xml_node& value : node.child("Distribution").children("Value"))
+        description.counts.push_back(attributesOf(value));
+    for (const pugi::xml_node& value : node.child("Missing").children("Value"))
+        description.missingCounts.push_back(attributesOf(value));
+    return description;
+}
+
+} // namespace
+
+std::optional<std::string> factOf(const Facts& facts, const std::string& name)
+{
+    const auto found = facts.find(name);
+    return found == facts.end() ? std::nullopt : std::optional(found->second);
+}
+
+bool FieldDescription::isCategorical() const
+{
+    return field.GetType() != CFField::Continuous && field.GetType() != CFField::Typeless;
+}
+
+GroupDescription readDescription(const CFMetaData& model, const std::string& statXml,
+                                 const std::string& intervals)
+{
+    pugi::xml_document document;
+    document.load_buffer(statXml.data(), statXml.size());
+    const pugi::xml_node summaries =
+        document.child("StatXML").child("DataModel").child("DatasetSummaries");
+    GroupDescription description;
+    description.facts = attributesOf(summaries.child("Dataset"));
+    // The summaries have the order of the fields.
+    for (const pugi::xml_node& node : summaries.children("FieldSummary")) {
+        const CFField* field = model.GetField(description.fields.size());
+        if (!field)
+            throw std::runtime_error("the statistics do not fit the data model");
+        description.fields.push_back(readField(*field, node));
+    }
+    if (!intervals.empty())
+        description.intervals = nlohmann::ordered_json::parse(intervals).at("timeIntervals");
+    return description;
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "CFMetaData.h"
+#include "hvhost/describe/CaseGroups.h"
+
+/// Facts by name, as in the engine's document of statistics.
+using Facts = std::map<std::string, std::string>;
+
+/// The fact with this name; empty if it is unknown.
+std::optional<std::string> factOf(const Facts& facts, const std::string& name);
+
+/// The statistics of one field.
+struct FieldDescription
+{
+    CFField field; ///< with its distinct values, unless there are too many
+    Facts facts;
+    /// The frequency of each distinct value, in order. The engine counts only texts.
+    std::vector<Facts> counts;
+    /// The frequencies of the values that are declared missing. Records without a value come last.
+    std::vector<Facts> missingCounts;
+
+    /// Whether its values are categories rather than amounts.
+    bool isCategorical() const;
+    /// Whether it has more distinct values than were requested.
+    bool isCut() const { return !facts.contains("distinct"); }
+};
+
+/// One group of cases.
+struct GroupDescription
+{
+    std::vector<GroupKey> key;
+    Facts facts; ///< of its records
+    /// Cases without a positive weight; for csv and json also without a finite weight.
+    int leftOut = 0;
+    std::vector<FieldDescription> fields;
+    nlohmann::ordered_json intervals = nlohmann::ordered_json::array();
+};
+
+/// The data that `hvhost describe` shows.
+struct Description
+{
+    std::string file;
+    std::string weight; ///< empty for none
+    std::vector<std::string> split;
+    int mostDistinct = 0; ///< distinct values of a field that are listed; -1: any number
+    std::vector<GroupDescription> groups;
+};
+
+/// Combines the engine's documents about the fields of `model`: the statistics, and the time
+/// intervals, which may be empty. Throws std::runtime_error for invalid documents.
+GroupDescription readDescription(const CFMetaData& model, const std::string& statXml,
+                                 const std::string& intervals);

@@ -1,0 +1,175 @@
+#include "hvhost/describe/DescriptionShown.h"
+
+#include <charconv>
+#include <cstdint>
+#include <cstdlib>
+#include <ostream>
+
+#include "hvhost/base/ValueText.h"
+#include "hvhost/describe/DescriptionTables.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr int kSchema = 1;
+
+/// Statistics by their keys in JSON, which are also the keys of the engine's document.
+constexpr const char* kCounts[] = {"valid", "missing", "validWeight", "missingWeight", "distinct"};
+constexpr const char* kMoments[] = {"mean",     "standardDeviation", "variance", "skewness",
+                                    "kurtosis", "firstQuartile",     "median",   "thirdQuartile"};
+
+/// A number as JSON. A whole number has no fraction.
+Json jsonNumber(const std::string& text)
+{
+    std::int64_t whole = 0;
+    const char* const end = text.data() + text.size();
+    // Not through a double, which cannot hold the largest integers.
+    const auto [last, error] = std::from_chars(text.data(), end, whole);
+    if (error == std::errc() && last == end)
+        return whole;
+    return std::strtod(text.c_str(), nullptr);
+}
+
+Json jsonText(const std::optional<std::string>& text, CFField::StorageType storage)
+{
+    if (!text)
+        return nullptr;
+    return isNumber(storage) ? jsonNumber(*text) : Json(*text);
+}
+
+/// The available facts, under their own names.
+template <std::size_t Count>
+void putNumbers(Json& json, const Facts& facts, const char* const (&names)[Count])
+{
+    for (const char* name : names)
+        if (const auto fact = factOf(facts, name))
+            json[name] = jsonNumber(*fact);
+}
+
+Json jsonValues(const FieldDescription& description)
+{
+    const CFField& field = description.field;
+    Json list = Json::array();
+    for (const CFValue& value : field.GetValues()) {
+        const CFDatum& datum = value.GetDatum();
+        Json entry = {{"value", datum.IsReal() && !isNumber(field.GetStorage())
+                                    ? Json(numberText(datum.GetReal(), field.GetStorage()))
+                                    : jsonText(value.GetText(), field.GetStorage())}};
+        if (!value.GetLabel().empty())
+            entry["label"] = value.GetLabel();
+        if (list.size() < description.counts.size())
+            putNumbers(entry, description.counts[list.size()], {"count", "weight"});
+        list.push_back(std::move(entry));
+    }
+    return list;
+}
+
+/// A value from the document of counts, in which dates and times are numbers.
+std::optional<std::string> shownValue(const std::optional<std::string>& text,
+                                      CFField::StorageType storage)
+{
+    if (!text || storage == CFField::String || isNumber(storage))
+        return text;
+    return numberText(std::strtod(text->c_str(), nullptr), storage);
+}
+
+/// The missing values as they are declared. A record without a value is null.
+Json jsonMissing(const FieldDescription& description)
+{
+    const CFField& field = description.field;
+    Json list = Json::array();
+    for (const Facts& counts : description.missingCounts) {
+        const std::optional<std::string> text = factOf(counts, "value");
+        const CFField::StorageType storage = field.GetStorage();
+        Json entry = {{"value", jsonText(shownValue(text, storage), storage)}};
+        for (const CFValue& value : field.GetValueLabels())
+            if (text && !value.GetLabel().empty() && value.GetText() == *text)
+                entry["label"] = value.GetLabel();
+        putNumbers(entry, counts, {"count", "weight"});
+        list.push_back(std::move(entry));
+    }
+    return list;
+}
+
+Json jsonField(const FieldDescription& description)
+{
+    const CFField& field = description.field;
+    Json json = {{"name", field.GetName()}};
+    if (!field.GetLabel().empty())
+        json["label"] = field.GetLabel();
+    json["storage"] = WordOf(field.GetStorage());
+    json["measure"] = WordOf(field.GetType());
+    putNumbers(json, description.facts, kCounts);
+    for (const char* end : {"minimum", "maximum"})
+        if (const auto fact = factOf(description.facts, end))
+            json[end] = jsonText(fact, field.GetStorage());
+    putNumbers(json, description.facts, kMoments);
+    if (description.isCategorical() && !description.isCut())
+        json["values"] = jsonValues(description);
+    if (!description.missingCounts.empty())
+        json["missingValues"] = jsonMissing(description);
+    return json;
+}
+
+Json jsonGroup(const GroupDescription& group)
+{
+    Json json = Json::object();
+    for (const GroupKey& key : group.key) {
+        Json entry = {{"variable", key.variable}, {"value", jsonText(key.value, key.storage)}};
+        if (!key.label.empty())
+            entry["label"] = key.label;
+        json["by"].push_back(std::move(entry));
+    }
+    json["cases"] = jsonNumber(group.facts.at("records"));
+    if (const auto weight = factOf(group.facts, "weight")) {
+        json["weight"] = jsonNumber(*weight);
+        json["casesLeftOut"] = group.leftOut;
+    }
+    json["fields"] = Json::array();
+    for (const FieldDescription& field : group.fields)
+        json["fields"].push_back(jsonField(field));
+    if (!group.intervals.empty())
+        json["timeIntervals"] = group.intervals;
+    return json;
+}
+
+/// Adds the key of the group at the beginning of each row.
+void addKey(ResultTable& table, const GroupDescription& group)
+{
+    for (std::size_t i = 0; i < group.key.size(); ++i) {
+        const auto place = static_cast<std::ptrdiff_t>(i);
+        table.columns.insert(table.columns.begin() + place,
+                             {group.key[i].variable, group.key[i].storage});
+        for (ResultTable::Row& row : table.rows)
+            row.insert(row.begin() + place, group.key[i].value);
+    }
+}
+
+} // namespace
+
+void printDescriptionCsv(const Description& description, std::ostream& out)
+{
+    ResultTable all;
+    for (const GroupDescription& group : description.groups) {
+        ResultTable table = statisticsTable(description, group);
+        addKey(table, group);
+        all.columns = table.columns;
+        all.rows.insert(all.rows.end(), table.rows.begin(), table.rows.end());
+    }
+    printTable(all, {"csv"}, out);
+}
+
+void printDescriptionJson(const Description& description, std::ostream& out)
+{
+    Json json = {{"schema", kSchema}, {"file", description.file}};
+    if (!description.weight.empty())
+        json["weight"] = description.weight;
+    if (!description.split.empty())
+        json["split"] = description.split;
+    json["mostDistinct"] = description.mostDistinct;
+    json["groups"] = Json::array();
+    for (const GroupDescription& group : description.groups)
+        json["groups"].push_back(jsonGroup(group));
+    out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+}

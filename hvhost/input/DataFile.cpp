@@ -1,0 +1,288 @@
+#include "hvhost/input/DataFile.h"
+
+#include <fstream>
+#include <iterator>
+#include <limits>
+
+#include "CFMetaData.h"
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/FaultWording.h"
+#include "hvhost/base/OutputPath.h"
+#include "hvhost/base/StandardStreams.h"
+#include "hvhost/input/CsvSeparator.h"
+#include "hvhost/input/Dataset.h"
+#include "hvhost/input/KeptMissing.h"
+#include "hvl/HVLRead.h"
+#include "hvl/HVLWrite.h"
+#include "support/HVSimpleFile.h"
+#include "support/Paths.h"
+
+namespace {
+
+constexpr const char* kNeedsHost = "leave out --direct, --data-model and --max-errors";
+
+/// The path as a URL for the engine.
+std::string engineUrl(const std::string& path)
+{
+    return NormalizeHvlPathU(FormalizeFilePath(path, false), "file");
+}
+
+/// The given password, or the first line of a file.
+std::string readPassword(const std::string& given, const std::string& file,
+                         const InterruptWatch& watch)
+{
+    if (file.empty())
+        return given;
+    const ReadableFile source(file, watch);
+    std::ifstream stream(source.path());
+    std::string password;
+    std::getline(stream, password);
+    if (password.ends_with('\r'))
+        password.pop_back();
+    if (password.empty())
+        throw CommandFault(ExitStatus::Input,
+                           file + ": the first line of this file, the password, is empty");
+    return password;
+}
+
+void refusePassword(const std::string& path, DataKind kind, const std::string& password,
+                    const char* option)
+{
+    if (kind != DataKind::Sav && !password.empty())
+        throw CommandFault(ExitStatus::Usage, path + ": only a sav file takes a password",
+                           std::string("leave ") + option + " out, or choose the kind sav");
+}
+
+} // namespace
+
+InputFile::InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch)
+    : _options(options), _watch(watch), _offered(offered), _file(options.path, watch),
+      _password(readPassword(options.password, options.passwordFile, watch)),
+      _kind(dataKind(options.kind, options.path,
+                     offered == FileOptions::Offered ? options.kindOption.c_str() : nullptr))
+{
+    refuseOptions();
+    if (_kind == DataKind::Csv)
+        _form = {_options.separator.empty() ? likelySeparator(_file.path())
+                                            : separatorOf(_options.separator),
+                 _options.decimalComma};
+    if (!_options.dataModel.empty())
+        _dataModel.emplace(_options.dataModel, watch);
+    // Only the engine supports data model documents and skipping bad records.
+    if (!_options.direct && !_dataModel && !_options.maxErrors)
+        openDataset();
+    else
+        refuseForEngine();
+    if (!_dataset && _options.userMissing == "keep")
+        keepMissing();
+}
+
+void InputFile::openDataset()
+{
+    _dataset = std::make_unique<Dataset>(_options, _file, _kind, _form, _password, _watch);
+    if (!_options.weight.empty())
+        _dataset->setWeight(_options.weight);
+}
+
+InputFile::~InputFile() = default;
+
+void InputFile::refuseForEngine() const
+{
+    const auto refuse = [](const std::string& what, const std::string& hint = kNeedsHost) {
+        throw CommandFault(ExitStatus::Usage, what, hint);
+    };
+    if (!_options.encoding.empty())
+        refuse("--encoding: the engine reads UTF-8 only");
+    if (!_options.weight.empty())
+        refuse("--weight: only the host weighs a dataset");
+    if (_form.decimalComma)
+        refuse("--decimal-comma: the engine reads numbers such as 1234.5 only");
+    if (_form.separator != ',')
+        refuse(_file.name() + ": " + separatorWord(_form.separator) +
+                   " separates the fields, and the engine reads commas only",
+               _offered == FileOptions::Offered ? kNeedsHost
+                                                : "hvhost convert writes the file with commas");
+}
+
+/// Rejects options that would have no effect, so that the user does not rely on them.
+void InputFile::refuseOptions() const
+{
+    refusePassword(_options.path, _kind, _password, "--password");
+    if (_kind == DataKind::Csv)
+        return;
+    const auto refuse = [this](bool given, const char* option) {
+        if (given)
+            throw CommandFault(ExitStatus::Usage,
+                               std::string(option) + ": " + _options.path + " is no csv file",
+                               std::string("leave ") + option + " out, or choose the kind csv");
+    };
+    refuse(_options.noHeader, "--no-header");
+    refuse(!_options.encoding.empty(), "--encoding");
+    refuse(!_options.separator.empty(), "--separator");
+    refuse(_options.decimalComma, "--decimal-comma");
+    refuse(_options.maxErrors.has_value(), "--max-errors");
+}
+
+/// A csv file without a document declares nothing. The engine rejects an invalid document.
+void InputFile::keepMissing()
+{
+    if (_dataModel) {
+        std::ifstream document(_dataModel->path(), std::ios::binary);
+        try {
+            _kept = std::make_unique<KeptMissing>(
+                CFMetaData(std::string(std::istreambuf_iterator<char>(document), {})));
+        } catch (const CFMetaDataError&) {
+            _kept = nullptr;
+        }
+    } else if (_kind != DataKind::Csv) {
+        keepMissingOfDataset();
+    }
+    if (_kept && !_kept->isNeeded())
+        _kept = nullptr;
+}
+
+/// A file that the host rejects is also rejected by the engine. The engine's hints then fit every
+/// command.
+void InputFile::keepMissingOfDataset()
+try {
+    _kept = std::make_unique<KeptMissing>(
+        Dataset(_options, _file, _kind, _form, _password, _watch).file());
+} catch (const CommandFault&) {
+    if (_offered == FileOptions::Offered)
+        throw;
+}
+
+bool InputFile::declaresMissing() const
+{
+    if (!_dataset)
+        return _kept != nullptr;
+    for (int column = 0; column < _dataset->source().ColumnCount(); ++column)
+        if (_dataset->file().Field(column).GetMissingValues() != CFMissingValues())
+            return true;
+    return false;
+}
+
+void InputFile::excludeMissing()
+{
+    _kept = nullptr;
+}
+
+HVStatDataIterator* InputFile::rows() const
+{
+    return _dataset ? &_dataset->cases() : nullptr;
+}
+
+JobOrigin InputFile::origin() const
+{
+    JobOrigin origin;
+    origin.inputs = {{_file.path(), _file.name()}};
+    if (_dataModel)
+        origin.inputs.push_back({_kept ? _kept->path() : _dataModel->path(), _dataModel->name()});
+    origin.hasInputOptions = _offered == FileOptions::Offered;
+    return origin;
+}
+
+void InputFile::configure(HVLRead& read) const
+{
+    if (_options.limit)
+        read.SetMaxCaseCount(static_cast<unsigned long long>(*_options.limit));
+    if (_dataset)
+        read.ReadIterator(_dataset->cases());
+    else
+        configureFile(read);
+}
+
+void InputFile::complete(HVLUpdateDataModel& update) const
+{
+    if (_dataset)
+        _dataset->complete(update);
+    if (_kept)
+        _kept->redeclare(update);
+}
+
+void InputFile::finish() const
+{
+    if (_dataset)
+        _dataset->finish();
+}
+
+void InputFile::configureFile(HVLRead& read) const
+{
+    const std::string url = engineUrl(_file.path());
+    switch (_kind) {
+    case DataKind::Csv:
+        read.ReadCSV(url, !_options.noHeader);
+        break;
+    case DataKind::Sav:
+        read.ReadSAV(url, _password);
+        break;
+    case DataKind::Hvbf:
+        read.ReadHVBF(url);
+        break;
+    }
+    if (_kept)
+        read.SetDataModel(engineUrl(_kept->path()));
+    else if (_dataModel)
+        read.SetDataModel(engineUrl(_dataModel->path()));
+    if (_options.maxErrors) {
+        const bool any = *_options.maxErrors < 0;
+        read.SetErrorThreshold(static_cast<unsigned long long>(
+            any ? std::numeric_limits<long long>::max() : *_options.maxErrors));
+    }
+}
+
+OutputFile::OutputFile(const OutputOptions& options, FileOptions offered,
+                       const InterruptWatch& watch)
+    : _options(options), _watch(watch),
+      _password(readPassword(options.password, options.passwordFile, watch)),
+      _kind(
+          dataKind(options.kind, options.path, offered == FileOptions::Offered ? "--to" : nullptr))
+{
+    refusePassword(_options.path, _kind, _password, "--out-password");
+    if (_options.path == kStandardStream && _options.dataModel == kStandardStream)
+        throw CommandFault(ExitStatus::Usage,
+                           "--out-data-model -: the records go to standard output already");
+    const auto place = [&](const std::string& name, std::unique_ptr<HVSimpleFile>& collected) {
+        if (name != kStandardStream)
+            return outputPath(name, _options.force);
+        collected = std::make_unique<HVSimpleFile>("output", false, true);
+        return nativePath(collected->GetGenericPath());
+    };
+    if (!_options.dataModel.empty())
+        _dataModelPath = place(_options.dataModel, _collectedDocument);
+    _path = place(_options.path, _collected);
+}
+
+OutputFile::~OutputFile() = default;
+
+void OutputFile::configure(HVLWrite& write) const
+{
+    const std::string url = engineUrl(_path);
+    switch (_kind) {
+    case DataKind::Csv:
+        write.WriteCSV(url);
+        break;
+    case DataKind::Sav:
+        write.WriteSAV(url, _password);
+        break;
+    case DataKind::Hvbf:
+        write.WriteHVBF(url);
+        break;
+    }
+    if (!_options.dataModel.empty())
+        write.SetDataModel(engineUrl(_dataModelPath));
+}
+
+std::vector<JobOrigin::File> OutputFile::origins() const
+{
+    return {{_path, _collected ? kTemporaryFile : _options.path},
+            {_dataModelPath, _collectedDocument ? kTemporaryFile : _options.dataModel}};
+}
+
+void OutputFile::deliver() const
+{
+    if (_collected)
+        deliverToStandardOutput(_path, _watch);
+    if (_collectedDocument)
+        deliverToStandardOutput(_dataModelPath, _watch);
+}

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "UserCaseFile.h"
+#include "hvhost/base/CommonOptions.h"
+#include "hvhost/base/JobOrigin.h"
+#include "hvhost/base/ReadableFile.h"
+#include "hvhost/input/DataKind.h"
+
+class Dataset;
+class HVLRead;
+class HVLUpdateDataModel;
+class HVStatDataIterator;
+class HVLWrite;
+class HVSimpleFile;
+class InterruptWatch;
+class KeptMissing;
+
+/// Whether a command has the options that a hint may mention.
+enum class FileOptions
+{
+    Offered,
+    None
+};
+
+/// A file that a command reads. The host opens it as a dataset and serves its cases to the engine.
+/// The engine reads the file itself if the options say so or only the engine can.
+class InputFile
+{
+public:
+    /// Throws CommandFault: Input as ReadableFile does; Usage for an unclear kind, for options that
+    /// the kind of file does not support, and for an invalid weight.
+    InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch);
+    ~InputFile();
+
+    /// What is known about a job that reads this file.
+    JobOrigin origin() const;
+    /// Makes the builder read this file.
+    void configure(HVLRead& read) const;
+    /// Adds the metadata that the reading does not provide. Call it after configure.
+    void complete(HVLUpdateDataModel& update) const;
+    /// Reports what remains to be said after the reading is done.
+    void finish() const;
+    /// Whether the file declares values missing. For a file that the engine reads: whether such
+    /// values are kept.
+    bool declaresMissing() const;
+    /// Makes the engine treat such values as missing although it keeps them.
+    void excludeMissing();
+    /// The separator of a csv file; a comma for other kinds.
+    char separator() const { return _form.separator; }
+    /// The dataset; null if the engine reads the file.
+    const Dataset* dataset() const { return _dataset.get(); }
+    /// The dataset; null if the engine reads the file.
+    Dataset* dataset() { return _dataset.get(); }
+    /// The rows for the job; null if the engine reads the file.
+    HVStatDataIterator* rows() const;
+
+private:
+    void refuseOptions() const;
+    void refuseForEngine() const;
+    void openDataset();
+    void keepMissing();
+    void keepMissingOfDataset();
+    void configureFile(HVLRead& read) const;
+
+    InputOptions _options;
+    const InterruptWatch& _watch;
+    FileOptions _offered;
+    ReadableFile _file;
+    std::optional<ReadableFile> _dataModel;
+    std::string _password;
+    DataKind _kind;
+    CsvForm _form;
+    std::unique_ptr<Dataset> _dataset;
+    std::unique_ptr<KeptMissing>
+        _kept; ///< set if the engine reads the file and keeps user-missing values
+};
+
+/// A file that a command writes. The engine gives it its name when it is complete. Borrows the
+/// watch.
+class OutputFile
+{
+public:
+    /// Throws CommandFault (Usage) for a file that exists and may not be replaced, (JobFailed) for
+    /// a folder that does not exist, and (Usage) for a password that the kind of file does not
+    /// support, so that the user does not believe that the file is encrypted.
+    OutputFile(const OutputOptions& options, FileOptions offered, const InterruptWatch& watch);
+    ~OutputFile();
+
+    /// Makes the builder write this file.
+    void configure(HVLWrite& write) const;
+    /// Whether the output declares a weight, in the file itself or in a data model document.
+    bool keepsWeight() const { return _kind != DataKind::Csv || !_options.dataModel.empty(); }
+    /// The files that the job writes, and their names in messages.
+    std::vector<JobOrigin::File> origins() const;
+    /// Copies the output to standard output if it belongs there.
+    void deliver() const;
+
+private:
+    OutputOptions _options;
+    const InterruptWatch& _watch;
+    std::string _path;
+    std::string _dataModelPath;
+    std::string _password;
+    DataKind _kind;
+    std::unique_ptr<HVSimpleFile> _collected; ///< the output for standard output
+    std::unique_ptr<HVSimpleFile>
+        _collectedDocument; ///< or its data model, if only that goes there
+};

@@ -1,0 +1,248 @@
+#include "hvhost/input/Dataset.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "ErrorText.h"
+#include "data/HVDataModel.h"
+#include "datafile/StartedThread.h"
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/FaultWording.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/base/ReadableFile.h"
+#include "hvhost/base/Text.h"
+#include "hvhost/base/ValueText.h"
+#include "hvhost/input/CsvSeparator.h"
+#include "hvhost/input/KeptMissing.h"
+#include "hvhost/input/ServedField.h"
+#include "hvl/HVLUpdateDataModel.h"
+#include "support/Paths.h"
+#include "support/Transcoding.h"
+
+namespace {
+
+constexpr const char* kIteratorName = "cases";
+const std::string kUsualKindOption = "--from"; ///< the option that the hints mention
+
+CaseFileKind caseFileKind(DataKind kind)
+{
+    switch (kind) {
+    case DataKind::Csv:
+        return CaseFileKind::Csv;
+    case DataKind::Sav:
+        return CaseFileKind::Sav;
+    default:
+        return CaseFileKind::Parquet;
+    }
+}
+
+constexpr const char* kSkippingHint =
+    "--max-errors N skips up to N bad records, and says how many there were";
+
+/// Hints for phrases in an error text. The first match is used.
+constexpr std::pair<std::string_view, const char*> kHints[] = {
+    {"can be made: No space left", kTemporaryHint},
+    {"and none is given", "--password-file FILE or --password WORD gives it"},
+    {"in UTF-8", kForeignTextHint},
+    {"the text is not UTF-8", kForeignTextHint},
+    {": this is not a", kKindHint},
+    {": the record has", kSkippingHint},
+    {": a quote is not closed", kSkippingHint},
+    {": text follows a closing quote", kSkippingHint},
+    {"that the host's database may take",
+     "the engine may take more: --direct --user-missing exclude leaves the file to it"},
+    {"the encoding", "for example --encoding windows-1252"},
+    {"the file is no text", "--encoding names the encoding that it is in"},
+};
+
+std::string hintFor(std::string_view text, const CsvForm& form)
+{
+    // The engine, which skips records, supports only commas.
+    if (text.find(": the record has") != std::string_view::npos && form.separator != ',')
+        return separatorWord(form.separator) + " was used as the separator; --separator " +
+               "CHARACTER sets another one";
+    for (const auto& [phrase, hint] : kHints)
+        if (text.find(phrase) != std::string_view::npos)
+            return hint;
+    return {};
+}
+
+/// The error text of the data library, with the user's name of the file.
+CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const CsvForm& form = {},
+                        const std::string& kindOption = kUsualKindOption)
+{
+    std::string text = error.what();
+    if (text.starts_with(file.path()))
+        text.replace(0, file.path().size(), file.name());
+    std::string hint = hintFor(text, form);
+    if (hint.starts_with(kUsualKindOption))
+        hint.replace(0, kUsualKindOption.size(), kindOption);
+    return {ExitStatus::Input, text, hint};
+}
+
+void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& geo)
+{
+    if (const auto& envelope = geo.GetEnvelope())
+        update.Update(name, geo.GetType(), geo.GetCoordinates(), geo.GetWkid(), geo.GetCsname(),
+                      geo.IsProjected(), geo.GetWkt(), envelope->leftUpperX, envelope->leftUpperY,
+                      envelope->rightLowerX, envelope->rightLowerY);
+    else
+        update.Update(name, geo.GetType(), geo.GetCoordinates(), geo.GetWkid(), geo.GetCsname(),
+                      geo.IsProjected(), geo.GetWkt());
+}
+
+/// `told` is the field in the file, `known` is the field in the served rows.
+void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFField& known)
+{
+    const std::string& name = known.GetName();
+    if (told.GetStorage() == CFField::Integer && known.GetStorage() == CFField::Real)
+        update.Update(name, CFField::Integer);
+    if (told.GetType() != known.GetType())
+        update.Update(name, told.GetType());
+    if (told.GetRole() != known.GetRole())
+        update.Update(name, told.GetRole());
+    const bool comparable = told.GetStorage() == known.GetStorage() ||
+                            (isNumber(told.GetStorage()) && isNumber(known.GetStorage()));
+    if (comparable && told.GetMissingValues() != known.GetMissingValues())
+        update.Update(name, possibleMissing(told));
+    if (told.GetGeo() != nullptr)
+        addGeo(update, name, *told.GetGeo());
+}
+
+} // namespace
+
+Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
+                 const CsvForm& form, const std::string& password, const InterruptWatch& watch)
+    : _preload(datafile::startedTask("opens the host's database", &PreloadCaseFiles)),
+      _readable(file)
+{
+    UserCaseFileSpec spec;
+    spec.Init(FormalizeFilePath(file.path(), false), true, false);
+    spec.SetKind(caseFileKind(kind));
+    spec.SetPassword(password);
+    spec.SetHeader(!options.noHeader);
+    spec.SetCodePage(options.encoding);
+    spec.SetCsvForm(form);
+    // If the job keeps values that are declared missing, they are served as values. complete
+    // declares them missing again.
+    spec.SetDeclaresMissing(options.userMissing != "keep");
+    spec.SetMonitor(&_monitor);
+    spec.SetLook([&watch] { watch.check(); });
+    try {
+        _file = std::make_unique<UserInputCaseFile>(spec, nullptr);
+    } catch (const ErrorText& error) {
+        throw inputFault(error, file, form, options.kindOption);
+    }
+    _weight = source().GetWeightVarIndex();
+    for (int i = 0; i < source().GetNSplitVars(); ++i)
+        _split.push_back(source().GetSplitVarIndex(i));
+}
+
+Dataset::~Dataset() = default;
+
+HVRawDataIterator& Dataset::cases()
+{
+    if (_cases)
+        return *_cases;
+    try {
+        _cases = makeCases();
+    } catch (const ErrorText& error) {
+        throw inputFault(error, _readable);
+    }
+    _cases->SetName(kIteratorName);
+    return *_cases;
+}
+
+/// The library describes variables by their formats. If the file says something else, the iterator
+/// gets the fields explicitly, over a view without the weight, because such an iterator would use
+/// the weight.
+std::unique_ptr<HVRawDataIterator> Dataset::makeCases()
+{
+    const HVDataModel model(source(), false, false, false);
+    CFMetaData fields;
+    std::vector<int> columns;
+    bool isServedOtherwise = false;
+    for (int column = 0; column < source().ColumnCount(); ++column) {
+        const CFField& known = *model.getMetaData().GetField(static_cast<std::size_t>(column));
+        fields.AppendField(served(column, known));
+        columns.push_back(column);
+        isServedOtherwise =
+            isServedOtherwise || served(column, known).GetStorage() != known.GetStorage();
+    }
+    if (!isServedOtherwise)
+        return std::make_unique<HVRawDataIterator>(source(), std::vector<int>(),
+                                                   std::vector<MeasurementLevel>(), false,
+                                                   kWeightNone, false, &_monitor);
+    _unweighted.SetDataset(&source());
+    _unweighted.SetWeightVarIndex(-1);
+    _unweighted.SetSplitVars({});
+    return std::make_unique<HVRawDataIterator>(_unweighted, fields, columns, &_monitor);
+}
+
+CFField Dataset::served(int column, const CFField& known) const
+{
+    return servedField(_file->Field(column), known);
+}
+
+int Dataset::columnOf(const std::string& name, const std::string& origin) const
+{
+    const int column = source().FindVarIndex(transcodeFromUTF8(name.c_str(), nullptr), 0);
+    if (column >= 0)
+        return column;
+    std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(source().ColumnCount()));
+    for (int known = 0; known < source().ColumnCount(); ++known)
+        names.push_back(nameOf(known));
+    const std::string nearest = nearestWord(names, name);
+    throw CommandFault(
+        ExitStatus::Usage,
+        (origin.empty() ? _readable.name() : origin) + ": there is no variable \"" + name + "\"",
+        nearest.empty() ? "hvhost info lists the variables" : "did you mean " + nearest + "?");
+}
+
+std::string Dataset::nameOf(int column) const
+{
+    return transcodeToUTF8(source().GetVariable(column).GetName().c_str(), nullptr);
+}
+
+CFField::StorageType Dataset::storageOf(int column) const
+{
+    HVDataModel model(source(), false, false, false);
+    const CFField& known = *model.getMetaData().GetField(static_cast<std::size_t>(column));
+    return served(column, known).GetStorage();
+}
+
+void Dataset::setWeight(const std::string& name)
+{
+    const std::string origin = "--weight " + name;
+    const int column = columnOf(name, origin);
+    if (storageOf(column) != CFField::Real)
+        throw CommandFault(ExitStatus::Usage, origin + ": a weight is a number, and this is a " +
+                                                  WordOf(storageOf(column)));
+    _weight = column;
+}
+
+void Dataset::setSplit(const std::vector<std::string>& names)
+{
+    _split.clear();
+    for (const std::string& name : names) {
+        _split.push_back(columnOf(name, "--by " + name));
+        if (std::count(_split.begin(), _split.end(), _split.back()) > 1)
+            throw CommandFault(ExitStatus::Usage, "--by " + name + ": it is named twice");
+    }
+}
+
+void Dataset::complete(HVLUpdateDataModel& update) const
+{
+    for (int column = 0; column < source().ColumnCount(); ++column) {
+        const CFField& known = *_cases->getMetaData().GetField(static_cast<std::size_t>(column));
+        CFField told = declaredField(_file->Field(column), known);
+        // The user may have replaced the file's weight.
+        if (column == _weight)
+            told.SetRole(CFField::FrequencyWeight);
+        else if (column == source().GetWeightVarIndex())
+            told.SetRole(known.GetRole());
+        addWhatIsTold(update, told, known);
+    }
+}

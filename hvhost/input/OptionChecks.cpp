@@ -1,0 +1,76 @@
+#include "hvhost/input/OptionChecks.h"
+
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+#include "hvhost/base/StandardStreams.h"
+#include "hvhost/input/CsvSeparator.h"
+#include "hvhost/input/DataKind.h"
+
+namespace {
+
+/// Whether the whole text is a number.
+template <typename Number>
+bool isNumber(const std::string& text, Number& number)
+{
+    const char* const end = text.data() + text.size();
+    const std::from_chars_result read = std::from_chars(text.data(), end, number);
+    return read.ec == std::errc() && read.ptr == end;
+}
+
+} // namespace
+
+CLI::Validator notEmpty()
+{
+    return {[](const std::string& text) { return text.empty() ? "nothing is given" : ""; }, ""};
+}
+
+CLI::Validator noStream()
+{
+    return {[](const std::string& text) {
+                return text == kStandardStream ? "a file is needed, not a stream" : "";
+            },
+            ""};
+}
+
+CLI::Validator wholeNumberFrom(long long minimum)
+{
+    return {[minimum](const std::string& text) -> std::string {
+                long long number = 0;
+                if (isNumber(text, number) && number >= minimum)
+                    return {};
+                return text + " is no whole number from " + std::to_string(minimum) + " up";
+            },
+            ""};
+}
+
+CLI::Validator positiveNumber()
+{
+    return {[](const std::string& text) -> std::string {
+                double number = 0;
+                if (isNumber(text, number) && std::isfinite(number) && number > 0)
+                    return {};
+                return text + " is no number above 0";
+            },
+            ""};
+}
+
+CLI::Validator separatorWordCheck()
+{
+    return {[](const std::string& text) -> std::string {
+                if (separatorOf(text) != '\0')
+                    return {};
+                return text + " is neither a character that separates fields nor the word tab";
+            },
+            ""};
+}
+
+CLI::Validator dataKindWord()
+{
+    std::vector<std::string> words;
+    words.reserve(kDataKinds.size());
+    for (const DataKindWord& row : kDataKinds)
+        words.emplace_back(row.word);
+    return CLI::IsMember(words, CLI::ignore_case);
+}

@@ -1,0 +1,203 @@
+#include "hvhost/input/OptionGroups.h"
+
+#include <cstdlib>
+
+#include <CLI/CLI.hpp>
+
+#include "hvhost/input/OptionChecks.h"
+
+namespace {
+
+/// The input file and the options for opening it.
+void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN")
+{
+    app.add_option(argument, options.path, "The data file; - for standard input")
+        ->type_name("FILE")
+        ->required()
+        ->check(notEmpty());
+    const auto add = [&app](const char* name, auto& value, const char* purpose) {
+        return app.add_option(name, value, purpose)->group("Input");
+    };
+    add(options.kindOption.c_str(), options.kind, "The kind of the file, whatever its name is")
+        ->type_name("KIND")
+        ->check(dataKindWord());
+    CLI::Option* const password =
+        add("--password", options.password, "Password of a sav file")->type_name("WORD");
+    add("--password-file", options.passwordFile, "A file with it on its first line")
+        ->type_name("FILE")
+        ->check(notEmpty())
+        ->excludes(password->check(notEmpty()));
+    add("--encoding", options.encoding, "Encoding of a csv file, as in windows-1252")
+        ->type_name("NAME")
+        ->check(notEmpty());
+    add("--separator", options.separator,
+        "The separator of a csv file, or tab; by default it is\ndetected from the first line")
+        ->type_name("CHARACTER")
+        ->check(notEmpty() & separatorWordCheck());
+    app.add_flag("--decimal-comma", options.decimalComma,
+                 "Numbers of a csv file are written as 1.234,5")
+        ->group("Input");
+    app.add_flag("--no-header", options.noHeader, "A csv file without a line of names")
+        ->group("Input");
+}
+
+/// The options for how a job reads it.
+void addReading(CLI::App& app, InputOptions& options)
+{
+    const auto add = [&app](const char* name, auto& value, const char* purpose) {
+        return app.add_option(name, value, purpose)->group("Input");
+    };
+    add("--limit", options.limit, "Read at most N records")
+        ->type_name("N")
+        ->check(wholeNumberFrom(0));
+    addUserMissing(app, options.userMissing)->group("Input");
+    app.add_flag("--direct", options.direct, "The engine reads the file instead of the host")
+        ->group("Input");
+    add("--data-model", options.dataModel,
+        "A data model document for the fields; implies\n--direct")
+        ->type_name("FILE")
+        ->check(notEmpty());
+    add("--max-errors", options.maxErrors,
+        "Skip up to N bad records of a csv file, -1 for any\nnumber; implies --direct")
+        ->type_name("N")
+        ->check(wholeNumberFrom(-1));
+}
+
+/// The output file and the options for its form.
+void addOutput(CLI::App& app, OutputOptions& options, bool needed)
+{
+    app.add_option("OUT,-o", options.path, "The file to write; - for standard output")
+        ->type_name("FILE")
+        ->required(needed)
+        ->check(notEmpty());
+    const auto add = [&app](const char* name, std::string& value, const char* purpose) {
+        return app.add_option(name, value, purpose)->group("Output");
+    };
+    add("--to", options.kind, "The kind of the file, whatever its name is")
+        ->type_name("KIND")
+        ->check(dataKindWord());
+    CLI::Option* const password =
+        add("--out-password", options.password, "Encrypt a sav file with this password")
+            ->type_name("WORD");
+    add("--out-password-file", options.passwordFile, "A file with it on its first line")
+        ->type_name("FILE")
+        ->check(notEmpty())
+        ->excludes(password->check(notEmpty()));
+    add("--out-data-model", options.dataModel, "Write the data model document here")
+        ->type_name("FILE")
+        ->check(notEmpty());
+    app.add_flag("--force", options.force, "Replace existing files")->group("Output");
+}
+
+/// The options that change the records.
+void addRecords(CLI::App& app, RecordOptions& options)
+{
+    app.add_option("--derive", options.derivations,
+                   "A new field; the record is x, a field x.name;\nrepeatable")
+        ->type_name("NAME=EXPRESSION")
+        ->allow_extra_args(false)
+        ->group("Records");
+    app.add_option("--where", options.where, "Keep records for which this is true")
+        ->type_name("EXPRESSION")
+        ->check(notEmpty())
+        ->group("Records");
+}
+
+} // namespace
+
+void addCommonOptions(CLI::App& app, CommonOptions& options)
+{
+    const auto add = [&app](const char* name, auto& value, const char* purpose) {
+        return app.add_option(name, value, purpose)->group("Common");
+    };
+    app.add_flag("-q,--quiet", options.quiet, "No warnings, no progress")->group("Common");
+    app.add_flag("-v,--verbose", options.verbose, "Show the details of an error")->group("Common");
+    app.add_flag("--strict", options.strict, "Exit 5 if there were warnings")->group("Common");
+    add("--progress", options.progress, "Progress on standard error; auto: on a terminal")
+        ->type_name("WHEN")
+        ->check(CLI::IsMember({"auto", "always", "never"}));
+    add("--log", options.logFile, "Append a log to this file")
+        ->type_name("FILE")
+        ->check(notEmpty() & noStream());
+    add("--trace", options.traceDirectory,
+        "Write job texts, without passwords, and a log below\nthis folder")
+        ->type_name("FOLDER")
+        ->check(notEmpty())
+        // The tracer reads its folder once, from the environment, at its first use.
+        ->each([](const std::string& folder) { setenv("HV_STAT_DEBUG_DIR", folder.c_str(), 1); });
+    add("--timeout", options.timeout, "Stop after SECONDS")
+        ->type_name("SECONDS")
+        ->check(positiveNumber());
+}
+
+void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput)
+{
+    addSource(app, options.input);
+    addReading(app, options.input);
+    addOutput(app, options.output, needsOutput);
+    addRecords(app, options.records);
+    addPrintJob(app, options.printJob);
+}
+
+void addRecordsOptions(CLI::App& app, InputOptions& input, RecordOptions& records)
+{
+    addSource(app, input);
+    addReading(app, input);
+    addRecords(app, records);
+}
+
+void addDatasetOptions(CLI::App& app, InputOptions& options)
+{
+    addSource(app, options);
+}
+
+void addMapData(CLI::App& app, InputOptions& options)
+{
+    options.kindOption = "--data-kind";
+    addSource(app, options, "DATA");
+}
+
+void addModelData(CLI::App& app, InputOptions& options, bool isNeeded)
+{
+    addSource(app, options, "DATA");
+    app.get_option("DATA")->required(isNeeded);
+}
+
+void addCasesOptions(CLI::App& app, InputOptions& options)
+{
+    addSource(app, options);
+    addUserMissing(app, options.userMissing)->group("Input");
+    addWeight(app, options);
+}
+
+CLI::Option* addUserMissing(CLI::App& app, std::string& what)
+{
+    return app
+        .add_option("--user-missing", what,
+                    "Whether user-missing values count as missing; by\ndefault they do, except if "
+                    "convert only copies")
+        ->type_name("WHAT")
+        ->check(CLI::IsMember({"exclude", "keep"}));
+}
+
+void addWeight(CLI::App& app, InputOptions& options)
+{
+    app.add_option("--weight", options.weight,
+                   "Variable with the number of cases that a case\nrepresents")
+        ->type_name("VARIABLE")
+        ->check(notEmpty())
+        ->group("Input");
+}
+
+CLI::Option* addWidth(CLI::App& app, long long& width)
+{
+    return app.add_option("--width", width, "The width of text; by default that of the terminal")
+        ->type_name("N")
+        ->check(wholeNumberFrom(20));
+}
+
+void addPrintJob(CLI::App& app, bool& printJob)
+{
+    app.add_flag("--print-job", printJob,
+                 "Show the job text, passwords included, and run\nnothing");
+}

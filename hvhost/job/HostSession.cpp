@@ -1,0 +1,226 @@
+#include "hvhost/job/HostSession.h"
+
+#include <thread>
+
+#include "CommonBlocks.h"
+#include "EngineException.h"
+#include "EnginePreload.h"
+#include "JNIException.h"
+#include "JobText.h"
+#include "Journal.h"
+#include "TnOutput.h"
+#include "VexaJVMError.h"
+#include "datafile/StartedThread.h"
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/CommandLog.h"
+#include "hvhost/base/FaultWording.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/base/ProgressLine.h"
+#include "hvhost/base/UserMessages.h"
+#include "hvhost/input/Dataset.h"
+#include "runner/HVProgressListener.h"
+#include "runner/HVRunner.h"
+#include "runner/StatHVServiceManager.h"
+#include "support/HVStatTracer.h"
+#include "support/Tracing.h"
+
+namespace {
+
+/// The id of a syntax error in a job text.
+constexpr const char* kSyntaxFault = "HVEPA0001E";
+
+/// Opens the engine's database while the Java virtual machine starts.
+class PreloadThread
+{
+public:
+    PreloadThread()
+        : _thread(datafile::startedThread("opens the engine's database", &EmbeddedHV::preload))
+    {
+    }
+    ~PreloadThread() { _thread.join(); }
+    PreloadThread(const PreloadThread&) = delete;
+    PreloadThread& operator=(const PreloadThread&) = delete;
+
+private:
+    std::thread _thread;
+};
+
+/// Converts the engine's exceptions, which are not std::exception, to a CommandFault. `status` is
+/// the exit status for EmbeddedHV::Exception.
+template <class Work>
+void callEngine(ExitStatus status, Work work)
+{
+    try {
+        work();
+    } catch (const EmbeddedHV::Exception& error) {
+        throw CommandFault(status, error.getMessage());
+    } catch (const EmbeddedHV::JavaException& error) {
+        throw CommandFault(ExitStatus::JobFailed, error.getMessage(), {}, error.getTrace());
+    }
+}
+
+std::unique_ptr<HVRunner> startRunner(TnProcedure* procedure)
+{
+    const PreloadThread preload;
+    try {
+        return std::make_unique<HVRunner>(procedure);
+    } catch (const VexaJVMError& error) {
+        throw CommandFault(ExitStatus::Engine, error.what(),
+                           "hvhost doctor tells what was found, and what is missing");
+    }
+}
+
+} // namespace
+
+HostSession::HostSession(const std::string& command, const CommonOptions& options,
+                         const InterruptWatch& watch, ProcedureDataSource* data)
+    : _options(options), _watch(watch),
+      _procedure(std::make_unique<TnProcedure>("hvhost " + command, data)),
+      _runner(startRunner(_procedure.get())), _command(command)
+{
+    checkTrails();
+    _watch.check();
+}
+
+HostSession::~HostSession()
+{
+    _runner.reset();
+    StatHVServiceManager::shutdown();
+}
+
+/// A user who asks for a log or a trace should know at once if it cannot be written.
+void HostSession::checkTrails() const
+{
+    checkLog(_options.logFile);
+    if (!_options.traceDirectory.empty() && !HVTracer()->canTrace())
+        throw CommandFault(ExitStatus::Usage,
+                           _options.traceDirectory + ": no trace can be written in this folder",
+                           "it must be a folder that may be written to, or one that can be made");
+}
+
+void HostSession::giveUpSettings(const Dataset& dataset)
+{
+    ProcedureDataSource source;
+    source.SetDataset(&dataset.source());
+    // The host's settings count columns from 1. 0 means none.
+    pvGetCmnGlb()->weight = dataset.weight() + 1;
+    pvGetCmnGlb()->split = dataset.split().empty() ? 0 : dataset.split().front() + 1;
+    _runner->prepareActiveDS(source, true, false);
+}
+
+void HostSession::run(const std::string& jobText, const JobOrigin& origin, HVStatDataIterator* rows)
+{
+    log("job: " + EmbeddedHV::withoutSecrets(jobText));
+    observed([&] { execute(jobText, rows); });
+    _runner->displayAllMessages(false, false);
+    settle(jobText, origin);
+}
+
+void HostSession::perform(const std::function<bool()>& work, const JobOrigin& origin)
+{
+    bool done = false;
+    observed([&] {
+        callEngine(ExitStatus::Engine, [&] {
+            try {
+                done = work();
+            } catch (const JNIException& error) {
+                throw CommandFault(ExitStatus::JobFailed,
+                                   "the job cannot be composed: " + error.message(), {},
+                                   error.trace());
+            }
+        });
+    });
+    settle({}, origin);
+    if (!done)
+        throw CommandFault(ExitStatus::JobFailed, "the job left no result");
+}
+
+/// Runs the work and shows its progress.
+void HostSession::observed(const std::function<void()>& work)
+{
+    ProgressLine progress(_options.quiet ? "never" : _options.progress, "hvhost " + _command);
+    HostJournal::instance().setObserver([&progress](const HostJournal::Entry& entry) {
+        if (entry.kind == HostJournal::Kind::Progress)
+            progress.show(entry.number);
+    });
+    const auto quiet = [](void*) { HostJournal::instance().setObserver({}); };
+    const std::unique_ptr<void, decltype(quiet)> watched(&progress, quiet);
+    work();
+}
+
+void HostSession::execute(const std::string& jobText, HVStatDataIterator* rows)
+{
+    callEngine(ExitStatus::Engine, [&] {
+        _runner->prepareHVLJob(jobText);
+        if (rows)
+            _runner->addInputIterator(rows);
+    });
+    _watch.check();
+    callEngine(ExitStatus::JobFailed, [&] { _runner->execute(); });
+}
+
+/// Prints the messages of the job and throws its error.
+void HostSession::settle(const std::string& jobText, const JobOrigin& origin)
+{
+    EngineFault fault;
+    const bool failed =
+        _runner->getProgressListener()->hasError(fault.id, fault.text, fault.detail);
+    printMessages(origin, fault.text);
+    // A stop that comes after the job has succeeded has no effect, because the output exists.
+    if (_runner->getProgressListener()->getState() != HVProgressListener::Succeeded)
+        _watch.check();
+    if (!failed)
+        return;
+    CommandFault worded = wordFault(fault, jobText, origin);
+    // The engine's syntax error quotes the text, which may be a password.
+    if (fault.id == kSyntaxFault)
+        worded.setLogText("the job text has a syntax error");
+    log("failed: " + fault.id + " " +
+        (fault.id == kSyntaxFault ? worded.logText() : fault.text + " " + fault.detail));
+    throw worded;
+}
+
+/// Prints the warnings. For a split group, the error of the job is also among them, after the label
+/// of the group. It is skipped here, because it is reported separately.
+void HostSession::printMessages(const JobOrigin& origin, const std::string& error)
+{
+    for (const HostJournal::Entry& entry :
+         HostJournal::instance().entries(HostJournal::Kind::Error)) {
+        if (entry.level != kLevelWarning || (!error.empty() && entry.text.ends_with(error)))
+            continue;
+        warn(withFileName(entry.text, origin));
+    }
+    HostJournal::instance().clear();
+}
+
+void HostSession::warn(const std::string& text)
+{
+    ++_warnings;
+    log("warning: " + text);
+    if (!_options.quiet)
+        printMessage("hvhost: warning: " + text);
+}
+
+void HostSession::countShownWarnings()
+{
+    for (const HostJournal::Entry& entry :
+         HostJournal::instance().entries(HostJournal::Kind::Error))
+        if (entry.level >= kLevelWarning) {
+            ++_warnings;
+            log("warning: " + entry.text);
+        }
+    HostJournal::instance().clear();
+}
+
+void HostSession::finish()
+{
+    printMessages({}, {});
+    if (_options.strict && _warnings > 0)
+        throw CommandFault(ExitStatus::Warnings, "done, with warnings");
+    log("done");
+}
+
+void HostSession::log(const std::string& line) const
+{
+    appendToLog(_options.logFile, line);
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "hvhost/base/CommonOptions.h"
+#include "hvhost/base/JobOrigin.h"
+
+class Dataset;
+class HVRunner;
+class HVStatDataIterator;
+class InterruptWatch;
+class ProcedureDataSource;
+class TnProcedure;
+
+/// The host for one command: a procedure with a runner, a log and a progress line. Borrows the
+/// watch. A command makes the watch first, so that the user can always stop it.
+class HostSession
+{
+public:
+    /// Starts the Java virtual machine. Throws CommandFault (Engine) if there is none. `data` is
+    /// the data that the procedure works on, borrowed; null if the jobs name their own data.
+    HostSession(const std::string& command, const CommonOptions& options,
+                const InterruptWatch& watch, ProcedureDataSource* data = nullptr);
+    ~HostSession();
+    HostSession(const HostSession&) = delete;
+    HostSession& operator=(const HostSession&) = delete;
+
+    HVRunner& runner() { return *_runner; }
+    const CommonOptions& options() const { return _options; }
+    const InterruptWatch& watch() const { return _watch; }
+
+    /// For a command whose jobs use the weight themselves and do not split: sets the dataset's
+    /// weight and split in the host and then disables them. The next job warns the user about the
+    /// split.
+    void giveUpSettings(const Dataset& dataset);
+    /// Runs one job and prints its warnings. The execution remains until the next run, so that its
+    /// outputs can be read. Throws CommandFault in terms of the text's origin.
+    void run(const std::string& jobText, const JobOrigin& origin,
+             HVStatDataIterator* rows = nullptr);
+    /// The same for work that itself runs one job on the runner, shows its messages and ends its
+    /// execution. `work` returns whether it succeeded.
+    void perform(const std::function<bool()>& work, const JobOrigin& origin);
+    /// Prints a warning.
+    void warn(const std::string& text);
+    /// Counts warnings and errors that the user sees in the output itself.
+    void countShownWarnings();
+    /// Appends a line to the log, if there is one.
+    void log(const std::string& line) const;
+    /// Prints the host's remaining messages. Throws CommandFault (Warnings) if there were warnings
+    /// and the command is strict.
+    void finish();
+
+private:
+    void observed(const std::function<void()>& work);
+    void execute(const std::string& jobText, HVStatDataIterator* rows);
+    void settle(const std::string& jobText, const JobOrigin& origin);
+    void printMessages(const JobOrigin& origin, const std::string& error);
+    void checkTrails() const;
+
+    CommonOptions _options;
+    const InterruptWatch& _watch;
+    std::unique_ptr<TnProcedure> _procedure;
+    std::unique_ptr<HVRunner> _runner;
+    std::string _command;
+    int _warnings = 0;
+};

@@ -1,0 +1,145 @@
+#include <iostream>
+#include <sstream>
+
+#include <nlohmann/json.hpp>
+
+#include "geo/HVInteractiveSTEM.h"
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/InterruptWatch.h"
+#include "hvhost/base/StandardStreams.h"
+#include "hvhost/input/DataFile.h"
+#include "hvhost/input/Dataset.h"
+#include "hvhost/input/KnownDataset.h"
+#include "hvhost/map/MapOptions.h"
+#include "hvhost/map/MapSession.h"
+#include "hvhost/show/ResultTable.h"
+#include "hvhost/show/TextTable.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Rows = std::vector<std::vector<std::string>>;
+
+/// The keys of one side, and its combinations of key values without a partner on the other side.
+struct Side
+{
+    const char* word;
+    std::vector<std::string> keys;  ///< the user's names
+    std::vector<std::string> names; ///< the host's names
+    Rows unmatched;
+    bool hasMore = false;
+
+    /// The list has one row more than the limit if it was cut.
+    void cut(int limit)
+    {
+        hasMore = limit >= 0 && unmatched.size() > static_cast<std::size_t>(limit);
+        if (hasMore)
+            unmatched.resize(static_cast<std::size_t>(limit));
+    }
+    std::string count() const
+    {
+        return (hasMore ? "more than " : "") + std::to_string(unmatched.size());
+    }
+};
+
+/// Adds MAPFIELD=VARIABLE, or one name for both.
+void addKey(const std::string& text, const Dataset& dataset, Side& map, Side& data)
+{
+    const std::size_t equals = text.find('=');
+    const std::string field = text.substr(0, equals);
+    const std::string variable = equals == std::string::npos ? text : text.substr(equals + 1);
+    if (field.empty() || variable.empty())
+        throw CommandFault(ExitStatus::Usage, "--keys " + text + ": a name is missing",
+                           "for example --keys NAME=town,ID=district");
+    const int column = dataset.columnOf(variable, "--keys " + text);
+    map.keys.push_back(field);
+    map.names.push_back(field);
+    data.keys.push_back(dataset.nameOf(column));
+    data.names.push_back(dataset.source().GetVariable(column).GetName());
+}
+
+/// In a table of both sides, the first column names the side.
+ResultTable tableOf(const std::vector<const Side*>& sides)
+{
+    ResultTable table;
+    const bool isJoint = sides.size() > 1;
+    if (isJoint)
+        table.columns.push_back({"side", CFField::String});
+    for (const std::string& key : sides.front()->keys)
+        table.columns.push_back({key, CFField::String});
+    for (const Side* side : sides)
+        for (const std::vector<std::string>& values : side->unmatched) {
+            ResultTable::Row row(values.begin(), values.end());
+            if (isJoint)
+                row.insert(row.begin(), side->word);
+            table.rows.push_back(std::move(row));
+        }
+    return table;
+}
+
+/// Prints the number of unmatched combinations and a list of them.
+void printText(const Side& side, const TableLook& look, std::ostream& out)
+{
+    out << "only in the " << side.word << ": " << side.count() << '\n';
+    if (!side.unmatched.empty())
+        printTable(tableOf({&side}), look, out);
+}
+
+Json jsonOf(const Side& side)
+{
+    return {{"keys", side.keys}, {"unmatched", side.unmatched}, {"more", side.hasMore}};
+}
+
+/// The whole result. For csv only the lists, one below the other.
+std::string shown(int matched, const Side& map, const Side& data, const TableLook& look)
+{
+    std::ostringstream out;
+    if (look.form == "json") {
+        const Json document{
+            {"schema", 1}, {"matched", matched}, {"map", jsonOf(map)}, {"data", jsonOf(data)}};
+        out << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    } else if (look.form == "csv") {
+        printTable(tableOf({&map, &data}), look, out);
+    } else {
+        out << "in both: " << matched << '\n';
+        printText(map, look, out);
+        printText(data, look, out);
+    }
+    return out.str();
+}
+
+} // namespace
+
+void mapMatch(const MapMatchOptions& options, const CommonOptions& common)
+{
+    const InterruptWatch watch(common.timeout);
+    const TableLook look{options.format, textWidth(options.width, options.format)};
+    const MapInput map(options.map, true);
+    const InputFile input(options.input, FileOptions::None, watch);
+    Side ofMap{"map", {}, {}, {}};
+    Side ofData{"data", {}, {}, {}};
+    for (const std::string& key : options.keys)
+        addKey(key, *input.dataset(), ofMap, ofData);
+    MapSession session("match", common, watch);
+    const KnownDataset known(*input.dataset());
+    JobOrigin origin = map.origin();
+    for (const JobOrigin::File& file : input.origin().inputs)
+        origin.inputs.push_back(file);
+    int matched = 0;
+    session.perform(
+        [&](HVInteractiveSTEM& maps) {
+            return map.isService()
+                       ? maps.matchServiceKeys(map.location(), *map.layer(), ofMap.names,
+                                               ofMap.unmatched, known.id(), "", ofData.names,
+                                               ofData.unmatched, options.limit, matched)
+                       : maps.matchShapeKeys(map.location(), ofMap.names, ofMap.unmatched,
+                                             known.id(), "", ofData.names, ofData.unmatched,
+                                             options.limit, matched);
+        },
+        map.name(), origin);
+    ofMap.cut(options.limit);
+    ofData.cut(options.limit);
+    printToStandardOutput(shown(matched, ofMap, ofData, look), watch);
+    input.finish();
+    session.host().finish();
+}

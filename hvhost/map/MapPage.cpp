@@ -1,0 +1,80 @@
+#include "hvhost/map/MapPage.h"
+
+#include <filesystem>
+
+#include <nlohmann/json.hpp>
+
+#include "TnOutput.h"
+#include "hvhost/job/HostSession.h"
+#include "hvhost/show/DocumentItems.h"
+#include "hvhost/show/Rendering.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr const char* kMapName = "map";
+
+/// The first column has the names of the rows.
+Json tableOf(const ResultTable& table)
+{
+    Json rows = dimensionItem(table.columns.front().name, "row", false);
+    Json columns = dimensionItem("Fields", "column", true);
+    for (std::size_t at = 1; at < table.columns.size(); ++at)
+        columns["children"].push_back(textItem(table.columns[at].name));
+    Json labels = Json::array();
+    Json cells = Json::array();
+    for (const ResultTable::Row& row : table.rows) {
+        rows["children"].push_back(textItem(row.front().value_or("")));
+        for (std::size_t at = 1; at < row.size(); ++at) {
+            cells.push_back(std::to_string(labels.size()));
+            labels.push_back(row[at].value_or(""));
+        }
+    }
+    return {{"tableId", "map.fields"},
+            {"title", Json::object()},
+            {"dimensions", {rows, columns}},
+            {"cellLabels", {{"values", labels}}},
+            {"cells", {{{"cells", {{"compactCells", {{"value", cells}}}}}}}}};
+}
+
+Json chartOf(const ResultTable& table)
+{
+    Json tips = Json::array();
+    for (const ResultTable::Row& row : table.rows)
+        tips.push_back({{"field", "properties['" + row.front().value_or("") + "']"},
+                        {"title", row.front().value_or("")}});
+    return {{"parameters", {{{"externalSource", kMapName}}}},
+            {"data", {{"name", kMapName}}},
+            {"mark", "geoshape"},
+            {"encoding", {{"tooltip", tips}}}};
+}
+
+RenderOrder orderOf(const MapFacts& facts)
+{
+    RenderOrder order;
+    order.result = kMapName;
+    order.geoJson = {{kMapName, facts.geoJson}};
+    if (!facts.geoJson.empty())
+        order.objects.emplace_back()
+            .order.setType(OutputOrder::MapChart)
+            .setOutlineTitle("Map", true)
+            .addLocation("chart");
+    order.objects.emplace_back()
+        .order.setOutlineTitle("Fields", true)
+        .addTextToCaption(facts.remarks)
+        .addLocation("fields");
+    return order;
+}
+
+} // namespace
+
+std::shared_ptr<const OutputHeading> mapOutput(HostSession& session, const MapFacts& facts)
+{
+    const std::string document =
+        Json{{kMapName, {{"chart", chartOf(facts.fields)}, {"fields", tableOf(facts.fields)}}}}
+            .dump(-1, ' ', false, Json::error_handler_t::replace);
+    TnProcedure procedure(std::filesystem::path(facts.name).filename().string());
+    Rendering(session, procedure, facts.name, document).render(orderOf(facts));
+    return procedure.node();
+}

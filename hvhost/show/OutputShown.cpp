@@ -1,0 +1,62 @@
+#include "hvhost/show/OutputShown.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <filesystem>
+
+#include "ErrorText.h"
+#include "hvhost/base/CommandFault.h"
+#include "report/page/OutputPage.h"
+#include "report/text/OutputText.h"
+
+namespace {
+
+bool wantsColours(bool toFile)
+{
+    const char* const refused = std::getenv("NO_COLOR");
+    return !toFile && isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0');
+}
+
+void writePage(const OutputHeading& output, const OutputLook& look, std::ostream& out)
+{
+    OutputPage page(output);
+    page.setSubtitle(look.subtitle);
+    try {
+        page.write(out);
+    } catch (const ErrorText& error) {
+        throw CommandFault(ExitStatus::JobFailed, error.what());
+    }
+}
+
+} // namespace
+
+std::string formOf(const std::string& asked, const std::string& path,
+                   const std::vector<std::string>& forms)
+{
+    if (!asked.empty())
+        return asked;
+    std::string extension = std::filesystem::path(path).extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    if (extension == ".htm")
+        extension = ".html";
+    const auto named = std::find_if(forms.begin(), forms.end(), [&](const std::string& form) {
+        return extension == "." + form;
+    });
+    return named == forms.end() ? "text" : *named;
+}
+
+void writeOutput(const OutputHeading& output, const OutputLook& look, std::ostream& out)
+{
+    if (look.form == "html") {
+        writePage(output, look, out);
+        return;
+    }
+    OutputTextOptions text;
+    text.width = look.width;
+    text.colours = wantsColours(look.toFile);
+    writeOutputText(output, text, out);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "hvhost/base/CommonOptions.h"
+
+namespace CLI {
+class App;
+}
+
+/// The options of render. Without an order file, all tables and charts of the document are shown.
+struct RenderOptions
+{
+    std::string document; ///< a file, or "-"
+    std::string order;
+    std::string format;  ///< text or html; empty: from the name of the output
+    std::string output;  ///< empty for standard output
+    long long width = 0; ///< of text; 0: the width of the terminal
+    bool force = false;
+    bool debug = false;
+};
+/// Shows a result document as text or as a page.
+void render(const RenderOptions& options, const CommonOptions& common);
+
+/// Adds the command to the application. `common` must outlive it.
+void addRenderCommand(CLI::App& app, CommonOptions& common);

@@ -1,0 +1,79 @@
+#include "hvhost/show/TextTable.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <ostream>
+
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/show/ResultTable.h"
+#include "report/text/TextGrid.h"
+
+namespace {
+
+constexpr std::size_t kEdges = 4; ///< a line and a blank on each side
+
+/// Numbers from here on show only whole units. Up to kAllDigits a double is exact to the unit.
+constexpr double kManyDigits = 1e7;
+constexpr double kAllDigits = 1e15;
+
+/// A number with seven significant digits; a large number with its whole units. A missing number is
+/// a period. A missing text is blank, because a period may be a text.
+std::string cellText(const std::optional<std::string>& cell, const ResultTable::Column& column)
+{
+    if (!cell)
+        return column.isNumber() ? "." : "";
+    if (column.storage != CFField::Real)
+        return *cell;
+    std::array<char, 32> buffer{};
+    const double number = std::strtod(cell->c_str(), nullptr);
+    const bool isLarge = std::abs(number) >= kManyDigits && std::abs(number) < kAllDigits;
+    std::snprintf(buffer.data(), buffer.size(), isLarge ? "%.0f" : "%.7g", number);
+    return buffer.data();
+}
+
+} // namespace
+
+std::size_t outputWidth()
+{
+    winsize size{};
+    if (isatty(STDOUT_FILENO) != 0 && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 &&
+        size.ws_col > 0)
+        return size.ws_col;
+    return kDefaultWidth;
+}
+
+std::size_t textWidth(long long asked, const std::string& form, bool toFile)
+{
+    if (asked > 0 && form != "text")
+        throw CommandFault(ExitStatus::Usage, "--width is for text, and this is " + form,
+                           "leave it out, or choose --format text");
+    if (asked > 0)
+        return static_cast<std::size_t>(asked);
+    return toFile ? kDefaultWidth : outputWidth();
+}
+
+void printTextTable(const ResultTable& table, std::size_t width, std::ostream& out)
+{
+    TextGrid grid;
+    grid.keyCount = table.keyCount;
+    grid.headerRows = 1;
+    for (const ResultTable::Column& column : table.columns) {
+        grid.header.push_back({column.name, {}, 0, grid.columns.size()});
+        grid.columns.push_back({1, width - std::min(width, kEdges)});
+    }
+    grid.rowCount = table.rows.size();
+    grid.cell = [&table](std::size_t row, std::size_t column) {
+        const ResultTable::Column& of = table.columns[column];
+        TextGrid::Cell cell{cellText(table.rows[row][column], of), {}, of.isNumber()};
+        if (of.storage == CFField::Real)
+            cell.fraction = plainFraction(cell.text);
+        return cell;
+    };
+    drawTextGrid(grid, width, out);
+}

@@ -1,0 +1,52 @@
+#include "base/JsonDepth.h"
+
+#include <cstdint>
+
+namespace base {
+namespace {
+
+/// The limit that is exceeded, and the position.
+struct Found
+{
+    std::size_t place = std::string_view::npos;
+    std::optional<JsonExcess> excess;
+};
+
+Found firstExcess(std::string_view json, const JsonBounds& bounds)
+{
+    int depth = 0;
+    std::size_t values = 1;
+    bool isInText = false;
+    for (std::size_t at = 0; at < json.size(); ++at) {
+        const char byte = json[at];
+        const bool opens = byte == '[' || byte == '{';
+        if (isInText && byte == '\\')
+            ++at;
+        else if (byte == '"')
+            isInText = !isInText;
+        else if (isInText)
+            continue;
+        else if (opens && ++depth > bounds.depth)
+            return {at, JsonExcess::Depth};
+        else if (byte == ']' || byte == '}')
+            --depth;
+        // A comma precedes another value, an opening bracket the first value.
+        else if ((opens || byte == ',') && ++values > bounds.values)
+            return {at, JsonExcess::Values};
+    }
+    return {};
+}
+
+} // namespace
+
+std::size_t placeTooDeep(std::string_view json, int deepest)
+{
+    return firstExcess(json, {deepest, SIZE_MAX}).place;
+}
+
+std::optional<JsonExcess> excessOf(std::string_view json, const JsonBounds& bounds)
+{
+    return firstExcess(json, bounds).excess;
+}
+
+} // namespace base

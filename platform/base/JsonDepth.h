@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace base {
+
+/// The position where a JSON text first nests lists and objects deeper than `deepest`; npos if it
+/// does not. Also works for invalid JSON.
+///
+/// Use it before parsing: a parser recurses for each level. A parser that asks at every step would
+/// search each list again for each of its objects, which takes minutes for thousands.
+std::size_t placeTooDeep(std::string_view json, int deepest);
+
+/// Limits for the tree of a JSON text.
+struct JsonBounds
+{
+    int depth;          ///< nesting of lists and objects
+    std::size_t values; ///< lists and objects count twice, because they take more memory
+};
+
+/// The limit that a JSON text exceeds.
+enum class JsonExcess
+{
+    Depth,
+    Values
+};
+
+/// The first limit that a JSON text exceeds; nullopt if none. Also works for invalid JSON. Check a
+/// text from outside before parsing: its tree may need many times the memory of the text.
+std::optional<JsonExcess> excessOf(std::string_view json, const JsonBounds& bounds);
+
+} // namespace base

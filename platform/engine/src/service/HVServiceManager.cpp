@@ -1,0 +1,74 @@
+#include "HVServiceManager.h"
+
+#include <utility>
+
+#include "EngineBackend.h"
+#include "EngineException.h"
+#include "service/LocalBackend.h"
+
+namespace EmbeddedHV {
+namespace {
+
+BackendFactory& chosenFactory()
+{
+    static BackendFactory factory;
+    return factory;
+}
+
+/// Marks that a factory runs on this thread.
+class FactoryScope
+{
+public:
+    FactoryScope() { running = true; }
+    ~FactoryScope() { running = false; }
+    FactoryScope(const FactoryScope&) = delete;
+    FactoryScope& operator=(const FactoryScope&) = delete;
+
+    static thread_local bool running;
+};
+
+thread_local bool FactoryScope::running = false;
+
+std::unique_ptr<Backend> makeBackend(JNIEnv* env, const EHVAppSetting& settings)
+{
+    // A copy, because the factory may set another factory while it runs.
+    const BackendFactory factory = chosenFactory();
+    if (!factory || FactoryScope::running)
+        return makeLocalBackend(env, settings);
+    const FactoryScope scope;
+    std::unique_ptr<Backend> backend = factory(env, settings);
+    if (!backend)
+        throw Exception("the engine does not start: the backend factory returned no backend");
+    return backend;
+}
+
+} // namespace
+
+void setBackendFactory(BackendFactory factory)
+{
+    chosenFactory() = std::move(factory);
+}
+
+std::unique_ptr<Backend> makeEmbeddedBackend(JNIEnv* env, const EHVAppSetting& settings)
+{
+    return makeLocalBackend(env, settings);
+}
+
+HVServiceManager::HVServiceManager(JNIEnv* env, const EHVAppSetting& settings)
+    : _backend(makeBackend(env, settings))
+{
+}
+
+HVServiceManager::~HVServiceManager() = default;
+
+ExecutionService* HVServiceManager::getExecutionService()
+{
+    return _backend->getExecutionService();
+}
+
+MetadataService* HVServiceManager::getMetaDataService()
+{
+    return _backend->getMetaDataService();
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,208 @@
+#include "service/Job.h"
+
+#include "ErrorIds.h"
+#include "components/table/ComponentTable.h"
+#include "datafile/SqlQuoting.h"
+#include "language/Parser.h"
+#include "runtime/QueryFaults.h"
+#include "runtime/QueryWatch.h"
+#include "steps/DataModelExport.h"
+
+namespace EmbeddedHV {
+namespace {
+
+/// Collects the checks of all sources that a SELECT on the node reads.
+void gatherChecks(const Node& node, std::vector<SourceCheck*>& checks)
+{
+    // Its records are in a table and are already checked.
+    if (!node.table.empty())
+        return;
+    if (node.check)
+        checks.push_back(node.check.get());
+    for (const NodePtr& input : node.inputs)
+        gatherChecks(*input, checks);
+}
+
+} // namespace
+
+void Job::throwIfCancelled() const
+{
+    if (_cancellation.cancelled())
+        throw JobCancelled{};
+}
+
+void Job::run(const std::string& text)
+{
+    throwIfCancelled();
+    const language::Program program = language::parseProgram(text);
+    Planner planner(program, _context, componentKind);
+    _statements = planner.statementCount();
+    if (_statements == 0)
+        _reporter.message(errors::kNoStatement, "the job has no statement, so nothing was done");
+    while (_done < _statements) {
+        std::vector<Statement> batch = planAhead(planner, _done);
+        try {
+            for (Statement& statement : batch) {
+                runStatement(statement);
+                if (statement.stage) {
+                    planner.keepStage(statement);
+                    continue;
+                }
+                ++_done;
+                _reporter.progress(static_cast<double>(_done) / static_cast<double>(_statements));
+            }
+        } catch (const Reread&) {
+            batch.clear();
+            startOver(planner);
+        }
+    }
+    for (const auto& [name, input] : _context.iteratorInputs)
+        if (input.source)
+            for (const std::string& remark : input.source->remarks())
+                _reporter.message(errors::kTimeDropped, remark);
+}
+
+std::vector<Statement> Job::planAhead(Planner& planner, std::size_t from)
+{
+    std::vector<Statement> batch;
+    for (std::size_t i = from; i < _statements; ++i) {
+        throwIfCancelled();
+        try {
+            batch.push_back(planner.planStatement(i));
+        } catch (const NotYetWritten&) {
+            // The remaining statements are planned after the earlier ones have written.
+            break;
+        } catch (const StageFirst& first) {
+            // Its inputs may be outputs of earlier statements that have not run yet.
+            if (batch.empty())
+                batch.push_back(std::move(*first.stage));
+            break;
+        }
+    }
+    throwIfCancelled();
+    return batch;
+}
+
+void Job::startOver(Planner& planner)
+{
+    // Unfinished tables have the types of the old plan. Tables of finished chains were checked, but
+    // their sources may have changed.
+    _context.dropTables(planner.forgetPlans());
+    _context.unwritten.clear();
+}
+
+void Job::runStatement(Statement& statement)
+{
+    for (Node* node : inputsFirst(*statement.result, Walk::UpToTables))
+        if (node->shared && node->table.empty())
+            evaluate(*node, statement);
+    const std::string select = selectOf(*statement.result);
+    Output* const output = statement.output.get();
+    execute(output ? output->statement(select) : select, *statement.result, statement,
+            output && output->takesRecords() ? output : nullptr);
+    commit(statement);
+}
+
+void Job::commit(Statement& statement)
+{
+    // If several statements use a chain, the first one has already exported its model.
+    std::erase_if(statement.exports, [](const auto& document) { return document->isCommitted(); });
+    // Before the files get their names: nothing may fail after that.
+    std::vector<std::string> written;
+    for (const auto& document : statement.exports)
+        written.push_back(canonicalPath(document->path()));
+    try {
+        for (const auto& document : statement.exports)
+            document->commit();
+        if (statement.output)
+            statement.output->commit();
+    } catch (...) {
+        for (const auto& document : statement.exports)
+            document->revoke();
+        throw;
+    }
+    for (const std::string& path : written)
+        _context.unwritten.erase(path);
+}
+
+std::string Job::selectOf(const Node& node)
+{
+    if (node.shared)
+        return "SELECT * FROM " + render(node);
+    return node.select(inputsOf(node));
+}
+
+std::string Job::render(const Node& node)
+{
+    return node.shared ? quotedIdentifier(node.table) : "(" + selectOf(node) + ")";
+}
+
+std::vector<std::string> Job::inputsOf(const Node& node)
+{
+    std::vector<std::string> inputs;
+    for (const NodePtr& input : node.inputs)
+        inputs.push_back(render(*input));
+    return inputs;
+}
+
+void Job::evaluate(Node& node, const Statement& statement)
+{
+    const std::string table = _context.newTable("hv_chain_");
+    execute("CREATE TEMP TABLE " + quotedIdentifier(table) + " AS " + node.select(inputsOf(node)),
+            node, statement, nullptr);
+    node.table = table;
+}
+
+void Job::execute(const std::string& sql, Node& node, const Statement& statement, Output* taker)
+{
+    _cancellation.resume();
+    throwIfCancelled();
+    std::vector<SourceCheck*> checks;
+    gatherChecks(node, checks);
+    for (SourceCheck* check : checks)
+        check->start(_cancellation);
+    try {
+        runSql(sql, !statement.output, taker);
+    } catch (const duck::QueryError& error) {
+        explainFailure(error, checks, statement);
+    }
+    for (SourceCheck* check : checks)
+        check->finish(*_context.connection, _reporter);
+    // An iterator that saw the cancellation ended early, so the result is incomplete.
+    throwIfCancelled();
+}
+
+void Job::runSql(const std::string& sql, bool keepsNothing, Output* taker)
+{
+    const auto progress = [this](double part) {
+        _reporter.progress((static_cast<double>(_done) + part) / static_cast<double>(_statements));
+    };
+    const QueryWatch watch(_context.connection->handle(), _cancellation, progress);
+    if (!keepsNothing && !taker) {
+        _context.connection->query(sql);
+        return;
+    }
+    duck::Prepared statement(*_context.connection, sql);
+    duck::Result rows = statement.stream();
+    while (duck::Chunk chunk = duck::nextChunk(rows)) {
+        throwIfCancelled();
+        if (taker)
+            taker->take(chunk);
+    }
+}
+
+void Job::explainFailure(const duck::QueryError& error, const std::vector<SourceCheck*>& checks,
+                         const Statement& statement)
+{
+    throwIfCancelled();
+    for (const auto& [name, input] : _context.iteratorInputs)
+        if (input.source && input.source->failure())
+            throw JobError(*input.source->failure());
+    for (SourceCheck* check : checks)
+        check->abandon(error.what());
+    throwIfCancelled();
+    throw faultOf(error.what(), statement.steps,
+                  statement.output ? statement.output->target() : std::string());
+}
+
+} // namespace EmbeddedHV

@@ -1,8 +1,0 @@
-#pragma once
-
-#include <iosfwd>
-
-#include "page/MapData.h"
-
-/// Writes what a layer leaves out: invalid shapes, and records without an area.
-void writeMapNotes(std::ostream& out, const MapItems& items);

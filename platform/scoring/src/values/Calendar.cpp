@@ -1,0 +1,88 @@
+#include "values/Calendar.h"
+
+#include <charconv>
+#include <chrono>
+
+namespace scoring {
+namespace {
+
+/// Seconds from 1582-10-14 to 1970-01-01.
+constexpr double kEpoch = 12219379200.0;
+constexpr std::size_t kDateLength = 10;
+constexpr std::size_t kTimeLength = 8;
+
+double secondsOf(const std::chrono::year_month_day& day)
+{
+    const auto days = std::chrono::sys_days(day).time_since_epoch().count();
+    return static_cast<double>(days) * kSecondsPerDay + kEpoch;
+}
+
+/// Accepts digits only.
+std::optional<unsigned> digits(std::string_view text)
+{
+    unsigned value = 0;
+    const char* const last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, value);
+    if (error != std::errc() || end != last)
+        return std::nullopt;
+    return value;
+}
+
+/// A fraction of a second such as ".25". An empty text is 0.
+std::optional<double> fraction(std::string_view text)
+{
+    if (text.empty())
+        return 0.0;
+    const std::string_view decimals = text.substr(1);
+    if (text.front() != '.' || decimals.empty() ||
+        decimals.find_first_not_of("0123456789") != std::string_view::npos)
+        return std::nullopt;
+    double value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
+} // namespace
+
+double startOfYear(int year)
+{
+    return secondsOf(std::chrono::year(year) / 1 / 1);
+}
+
+std::optional<double> parseDate(std::string_view text)
+{
+    if (text.size() != kDateLength || text[4] != '-' || text[7] != '-')
+        return std::nullopt;
+    const auto year = digits(text.substr(0, 4));
+    const auto month = digits(text.substr(5, 2));
+    const auto day = digits(text.substr(8, 2));
+    if (!year || !month || !day)
+        return std::nullopt;
+    const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(*year)),
+                                           std::chrono::month(*month), std::chrono::day(*day));
+    return date.ok() ? std::optional(secondsOf(date)) : std::nullopt;
+}
+
+std::optional<double> parseTime(std::string_view text)
+{
+    if (text.size() < kTimeLength || text[2] != ':' || text[5] != ':')
+        return std::nullopt;
+    const auto hours = digits(text.substr(0, 2));
+    const auto minutes = digits(text.substr(3, 2));
+    const auto seconds = digits(text.substr(6, 2));
+    const auto rest = fraction(text.substr(kTimeLength));
+    if (!hours || !minutes || !seconds || !rest || *hours > 23 || *minutes > 59 || *seconds > 59)
+        return std::nullopt;
+    return static_cast<double>(*hours * 3600 + *minutes * 60 + *seconds) + *rest;
+}
+
+std::optional<double> parseMoment(std::string_view text)
+{
+    if (text.size() <= kDateLength || (text[kDateLength] != 'T' && text[kDateLength] != ' '))
+        return std::nullopt;
+    const auto date = parseDate(text.substr(0, kDateLength));
+    const auto time = parseTime(text.substr(kDateLength + 1));
+    return date && time ? std::optional(*date + *time) : std::nullopt;
+}
+
+} // namespace scoring

@@ -1,0 +1,181 @@
+#include "report/charts/NetworkMarkup.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <ostream>
+#include <set>
+
+#include "Translation.h"
+#include "report/charts/NetworkLayout.h"
+#include "report/document/JsonTables.h"
+#include "report/document/PageText.h"
+
+namespace {
+
+/// The largest network that is still legible on a page.
+constexpr std::size_t kMostNodes = 300;
+constexpr std::size_t kMostEdges = 600;
+/// Larger networks have smaller names.
+constexpr std::size_t kFewNodes = 60;
+constexpr double kRadius = 7;
+constexpr double kArrow = 8;
+constexpr double kWidestBow = 40;
+
+/// A length in a drawing, with a tenth of a pixel.
+std::string length(double value)
+{
+    const long tenths = std::lround(value * 10);
+    const std::string whole = std::to_string(std::abs(tenths) / 10);
+    const std::string rest = tenths % 10 == 0 ? "" : "." + std::to_string(std::abs(tenths) % 10);
+    return (tenths < 0 ? "-" : "") + whole + rest;
+}
+
+std::string point(double x, double y)
+{
+    return length(x) + " " + length(y);
+}
+
+/// Keeps the strongest edges, the nodes that they connect, and nodes with a kind.
+bool cut(NetworkSpec& spec)
+{
+    if (spec.nodes.size() <= kMostNodes && spec.edges.size() <= kMostEdges)
+        return false;
+    std::set<std::size_t> kept;
+    std::vector<NetworkEdge> edges;
+    for (const NetworkEdge& edge : spec.edges) {
+        const std::size_t added =
+            (kept.contains(edge.from) ? 0 : 1) + (kept.contains(edge.to) ? 0 : 1);
+        if (edges.size() == kMostEdges || kept.size() + added > kMostNodes)
+            continue;
+        kept.insert({edge.from, edge.to});
+        edges.push_back(edge);
+    }
+    for (std::size_t at = 0; at < spec.nodes.size() && kept.size() < kMostNodes; ++at)
+        kept.insert(at);
+    std::vector<std::size_t> places(spec.nodes.size());
+    std::vector<NetworkNode> nodes;
+    for (const std::size_t at : kept) {
+        places[at] = nodes.size();
+        nodes.push_back(std::move(spec.nodes[at]));
+    }
+    for (NetworkEdge& edge : edges) {
+        edge.from = places[edge.from];
+        edge.to = places[edge.to];
+    }
+    spec.nodes = std::move(nodes);
+    spec.edges = std::move(edges);
+    return true;
+}
+
+/// Writes one network.
+class NetworkWriter
+{
+public:
+    NetworkWriter(std::ostream& out, const NetworkSpec& spec, const MapName& name)
+        : _out(out), _spec(spec), _name(name), _layout(layOutNetwork(spec))
+    {
+        for (const NetworkEdge& edge : spec.edges)
+            _strongest = std::max(_strongest, edge.strength);
+    }
+
+    void write()
+    {
+        _out << "<svg width=\"" << length(_layout.width) << "\" height=\"" << length(_layout.height)
+             << "\" viewBox=\"0 0 " << point(_layout.width, _layout.height)
+             << "\" role=\"graphics-document\" aria-label=\"" << escaped(shortened(_name.title));
+        if (!_name.description.empty())
+            _out << ". " << escaped(shortened(_name.description));
+        _out << "\"" << (_spec.nodes.size() > kFewNodes ? " class=\"many\"" : "") << ">\n";
+        // The strongest edges are drawn last, above the others.
+        for (auto edge = _spec.edges.rbegin(); edge != _spec.edges.rend(); ++edge)
+            writeEdge(*edge);
+        for (std::size_t at = 0; at < _spec.nodes.size(); ++at)
+            writeNode(at);
+        _out << "</svg>\n";
+    }
+
+private:
+    /// An arc, so that an edge and its reverse do not overlap, with an arrowhead.
+    void writeEdge(const NetworkEdge& edge)
+    {
+        const NetworkPoint& from = _layout.points[edge.from];
+        const NetworkPoint& to = _layout.points[edge.to];
+        const double x = to.x - from.x;
+        const double y = to.y - from.y;
+        const double distance = std::max(std::hypot(x, y), 1.0);
+        const double bow = std::min(0.12, kWidestBow / distance);
+        const NetworkPoint bend = {(from.x + to.x) / 2 - y * bow, (from.y + to.y) / 2 + x * bow};
+        const double width = widthOf(edge);
+        const double head = kArrow + width;
+        const double toBend = std::max(std::hypot(to.x - bend.x, to.y - bend.y), 1.0);
+        const NetworkPoint way = {(to.x - bend.x) / toBend, (to.y - bend.y) / toBend};
+        const NetworkPoint tip = {to.x - way.x * (kRadius + 1), to.y - way.y * (kRadius + 1)};
+        const NetworkPoint end = {tip.x - way.x * head, tip.y - way.y * head};
+        const NetworkPoint start = {from.x + x / distance * kRadius,
+                                    from.y + y / distance * kRadius};
+        _out << "<g class=\"" << (edge.isNegative ? "edge negative" : "edge")
+             << "\" role=\"graphics-symbol\"><title>" << escaped(_spec.nodes[edge.from].name)
+             << " → " << escaped(_spec.nodes[edge.to].name) << escaped(edge.details)
+             << "</title><path stroke-width=\"" << length(width) << "\" d=\"M"
+             << point(start.x, start.y) << "Q" << point(bend.x, bend.y) << " "
+             << point(end.x, end.y) << "\"/><path class=\"head\" d=\"M" << point(tip.x, tip.y)
+             << "L" << point(end.x - way.y * head / 2, end.y + way.x * head / 2) << "L"
+             << point(end.x + way.y * head / 2, end.y - way.x * head / 2) << "Z\"/></g>\n";
+    }
+
+    double widthOf(const NetworkEdge& edge) const
+    {
+        constexpr double kThin = 0.8;
+        constexpr double kThick = 4;
+        return kThin + (_strongest > 0 ? edge.strength / _strongest * (kThick - kThin) : 0);
+    }
+
+    void writeNode(std::size_t at)
+    {
+        const NetworkNode& node = _spec.nodes[at];
+        const NetworkPoint& middle = _layout.points[at];
+        constexpr std::size_t kLongestName = 24;
+        _out << "<g class=\"node " << lookOf(node) << "\" role=\"graphics-symbol\"><title>"
+             << escaped(node.name) << "</title><circle cx=\"" << length(middle.x) << "\" cy=\""
+             << length(middle.y) << "\" r=\"" << length(kRadius) << "\"/><text x=\""
+             << length(middle.x) << "\" y=\"" << length(middle.y + kRadius + 12) << "\">"
+             << escaped(shortened(node.name, kLongestName)) << "</text></g>\n";
+    }
+
+    static const char* lookOf(const NetworkNode& node)
+    {
+        return node.kind == "focus" ? "focus" : node.kind == "target" ? "target" : "other";
+    }
+
+    std::ostream& _out;
+    const NetworkSpec& _spec;
+    const MapName& _name;
+    NetworkLayout _layout;
+    double _strongest = 0;
+};
+
+void writeNetworkNote(std::ostream& out, const std::string& text)
+{
+    out << "<p class=\"message level1\" role=\"note\">" << escaped(text) << "</p>\n";
+}
+
+} // namespace
+
+void writeNetwork(std::ostream& out, NetworkSpec spec, const MapName& name)
+{
+    const PageJson& rows = *spec.rows;
+    const bool isCut = cut(spec);
+    out << "<div class=\"network\">\n";
+    NetworkWriter(out, spec, name).write();
+    out << "</div>\n";
+    if (std::ranges::any_of(spec.edges, &NetworkEdge::isNegative))
+        writeNetworkNote(out, translate("Dashed arrows: a rise is followed by a fall."));
+    if (isCut)
+        writeNetworkNote(out, translate("Only the strongest arrows are drawn; the table has all."));
+    if (rows.empty())
+        return;
+    out << "<details open><summary>" << escaped(translate("Data")) << "</summary>\n";
+    writeArray(out, name.title, rows);
+    out << "</details>\n";
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "OutputTree.h"
+#include "report/document/PageDocument.h"
+
+/// Information that is needed before the first item of a page is written: anchors, column widths,
+/// and whether something is drawn. Parses the documents once. The items are borrowed.
+class PageContents
+{
+public:
+    explicit PageContents(const std::vector<OutputItem>& items);
+
+    /// The anchor of an item.
+    const std::string& anchor(const OutputItem& item) const { return _anchors.at(&item); }
+    /// The document of a chart or view; null if it cannot be parsed.
+    const PageJson* document(const OutputItem& item) const;
+    /// Whether a script draws something.
+    bool hasDrawings() const { return _hasDrawings; }
+    /// Style sheet rules for the widths of columns.
+    std::string widthRules() const;
+
+private:
+    void visit(const std::vector<OutputItem>& items);
+    void read(const OutputItem& item, const OutputDocument& source, const std::string& text);
+
+    std::unordered_map<const OutputItem*, std::string> _anchors;
+    std::unordered_map<const OutputItem*, PageJson> _documents;
+    std::set<std::string> _widthRules;
+    bool _hasDrawings = false;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+
+#include "OutputTree.h"
+#include "report/ReportExport.h"
+
+/// Options for output as text.
+struct OutputTextOptions
+{
+    std::size_t width = 80;     ///< columns of a line
+    bool colours = false;       ///< whether to use the terminal's style sequences
+    std::size_t chartRows = 40; ///< maximum number of rows of a chart's data
+};
+
+/// Writes output as UTF-8 text for a terminal: headings, tables with lines, data of charts (with
+/// bars if the chart has bars), the content of views, and messages at their place. A table that is
+/// wider than a line is continued below. Tables are written row by row. Control characters of the
+/// data are not passed to the terminal. No procedure may write output meanwhile.
+REPORT_API void writeOutputText(const OutputTree& tree, const OutputTextOptions& options,
+                                std::ostream& out);
+
+/// Writes the output of one procedure in the same way.
+REPORT_API void writeOutputText(const OutputHeading& procedure, const OutputTextOptions& options,
+                                std::ostream& out);
