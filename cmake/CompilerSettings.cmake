@@ -37,7 +37,7 @@ elseif(NOT HVINTEG_SANITIZER STREQUAL "")
 endif()
 
 # Compiles the sources of a folder together, so that common headers are parsed once. That takes a
-# third of the time. The development build compiles each source alone, so it detects missing
+# third of the time. All presets do; without, each source is compiled alone, which detects missing
 # includes. Names in unnamed namespaces must be unique within a folder.
 option(HVINTEG_UNITY "Compile the sources of a folder together" OFF)
 set(HVINTEG_UNITY_SOURCES 12) # the most sources in one unit

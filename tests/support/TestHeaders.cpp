@@ -1,0 +1,2 @@
+// Exists for its precompiled headers, which the tests share.
+int main() {}
