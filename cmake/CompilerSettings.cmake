@@ -40,7 +40,7 @@ endif()
 # third of the time. All presets do; without, each source is compiled alone, which detects missing
 # includes. Names in unnamed namespaces must be unique within a folder.
 option(HVINTEG_UNITY "Compile the sources of a folder together" OFF)
-set(HVINTEG_UNITY_SOURCES 12) # the most sources in one unit
+set(HVINTEG_UNITY_SOURCES 12 CACHE STRING "The most sources in one unit")
 function(hv_unity target)
   if(NOT HVINTEG_UNITY)
     return()

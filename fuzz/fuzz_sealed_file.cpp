@@ -34,9 +34,9 @@ std::string contentOf(int descriptor)
     return content;
 }
 
-FileDescriptor opened(const std::string& path)
+base::FileDescriptor opened(const std::string& path)
 {
-    FileDescriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    base::FileDescriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
     require(static_cast<bool>(file));
     return file;
 }
@@ -50,8 +50,8 @@ const ScratchFolder& folder()
 std::string sealed(const std::string& content)
 {
     folder().put("plain", content);
-    const FileDescriptor source(open(folder().native("plain").c_str(), O_RDONLY | O_CLOEXEC));
-    const FileDescriptor target = opened(folder().native("sealed"));
+    const base::FileDescriptor source(open(folder().native("plain").c_str(), O_RDONLY | O_CLOEXEC));
+    const base::FileDescriptor target = opened(folder().native("sealed"));
     sealFile(source.get(), target.get(), kPassword);
     return contentOf(target.get());
 }
@@ -60,8 +60,9 @@ std::string sealed(const std::string& content)
 bool opens(const std::string& bytes, std::string& content)
 {
     folder().put("sealed", bytes);
-    const FileDescriptor source(open(folder().native("sealed").c_str(), O_RDONLY | O_CLOEXEC));
-    const FileDescriptor target = opened(folder().native("plain"));
+    const base::FileDescriptor source(
+        open(folder().native("sealed").c_str(), O_RDONLY | O_CLOEXEC));
+    const base::FileDescriptor target = opened(folder().native("plain"));
     try {
         openSealedFile(source.get(), target.get(), kPassword);
     } catch (const SealedFileError&) {
