@@ -367,7 +367,8 @@ class Describe(Case):
                     if process.poll() is None:
                         process.send_signal(signal.SIGINT)
                     errors = process.communicate(timeout=60)[1]
-                    self.assertIn(process.returncode, (0, 130), errors)
+                    # The description takes far longer than the time until the first signal.
+                    self.assertIn(process.returncode, (0, 130) if delay else (130,), errors)
                     self.assertEqual((self.folder / "out.json").exists(), process.returncode == 0)
                     self.assertEqual(list(self.temp.iterdir()), [])
                     (self.folder / "out.json").unlink(missing_ok=True)

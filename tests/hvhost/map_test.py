@@ -3,9 +3,7 @@ import http.server
 import json
 import os
 import shutil
-import socket
 import threading
-import time
 import unittest
 import zipfile
 
@@ -129,21 +127,6 @@ class MapTest(Case):
             errors = self.run_hvhost(*words, status=status).stderr
             self.assertRegex(errors, told)
             self.assertFalse(out.exists(), words)
-
-    def test_a_service_that_does_not_answer_can_be_left(self):
-        with socket.create_server(("127.0.0.1", 0)) as server:
-            address = f"http://127.0.0.1:{server.getsockname()[1]}/FeatureServer"
-            out = self.folder / "out.geojson"
-            for words in (["info", address], ["info", address, "--layer", 0],
-                          ["convert", address, "--layer", 0, out]):
-                process = self.start_hvhost("map", *map(str, words))
-                self.wait_until_stoppable(process)
-                time.sleep(2)
-                begin = time.monotonic()
-                self.assertIn("interrupted", self.stop(process))
-                self.assertLess(time.monotonic() - begin, 1.5, words)
-                self.run_hvhost("map", *words, "--timeout", 0.5, status=124)
-            self.assertFalse(out.exists())
 
     def test_help_and_completion_know_the_commands_of_map(self):
         for words in (["map", "--help"], ["help", "map"]):

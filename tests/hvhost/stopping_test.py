@@ -2,6 +2,7 @@
 import json
 import os
 import signal
+import socket
 import time
 import unittest
 
@@ -12,6 +13,23 @@ SLOW = " + ".join(['length(replace(padLeft(toString(x.a), 4000, "0"), "0", "ab")
 RECORDS = 900000
 # The program takes two signals as two only if so much time lies between them.
 APART = 0.5
+
+
+class StoppingMaps(Case):
+    def test_a_service_that_does_not_answer_can_be_left(self):
+        with socket.create_server(("127.0.0.1", 0)) as server:
+            address = f"http://127.0.0.1:{server.getsockname()[1]}/FeatureServer"
+            out = self.folder / "out.geojson"
+            for words in (["info", address], ["info", address, "--layer", 0],
+                          ["convert", address, "--layer", 0, out]):
+                process = self.start_hvhost("map", *map(str, words))
+                self.wait_until_stoppable(process)
+                time.sleep(2)
+                begin = time.monotonic()
+                self.assertIn("interrupted", self.stop(process))
+                self.assertLess(time.monotonic() - begin, 1.5, words)
+                self.run_hvhost("map", *words, "--timeout", 0.5, status=124)
+            self.assertFalse(out.exists())
 
 
 class Stopping(Case):
