@@ -155,10 +155,15 @@ void CsvProfile::take()
 
 void CsvProfile::takeFlaw(const CsvFlaw& flaw)
 {
-    if (_flaw)
-        return;
-    _flaw = flaw;
-    _flaw->record = _records;
+    const auto keep = [&](std::optional<CsvFlaw>& first) {
+        if (first)
+            return;
+        first = flaw;
+        first->record = _records;
+    };
+    keep(_flaw);
+    if (!flaw.canBeSkipped())
+        keep(_fatalFlaw);
 }
 
 void CsvProfile::measure()
@@ -216,6 +221,15 @@ std::optional<CsvFlaw> firstCsvFlaw(const std::string& path, bool hasHeader, std
     profile.measure();
     profile.read(records, [&] { return !profile.flaw() && goOn(); });
     return profile.flaw();
+}
+
+std::optional<CsvFlaw> firstFatalCsvFlaw(const std::string& path, bool hasHeader,
+                                         std::uint64_t records, const std::function<bool()>& goOn)
+{
+    CsvProfile profile(path, hasHeader);
+    profile.trust(); // the types are not needed
+    profile.read(records, [&] { return !profile.fatalFlaw() && goOn(); });
+    return profile.fatalFlaw();
 }
 
 } // namespace datafile

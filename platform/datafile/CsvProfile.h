@@ -36,6 +36,9 @@ public:
     /// texts are measured, encoding.
     const std::optional<CsvFlaw>& flaw() const { return _flaw; }
 
+    /// The first flaw that a reader cannot skip.
+    const std::optional<CsvFlaw>& fatalFlaw() const { return _fatalFlaw; }
+
     /// Reads until that many records are read or the file ends. Returns false if `goOn`, which is
     /// asked repeatedly, stops it.
     bool read(std::uint64_t records, const std::function<bool()>& goOn = {});
@@ -76,6 +79,7 @@ private:
     std::vector<CFField::StorageType> _expected;
     std::optional<Misfit> _misfit;
     std::optional<CsvFlaw> _flaw;
+    std::optional<CsvFlaw> _fatalFlaw;
     std::vector<std::size_t> _longest; ///< empty if the texts are not measured
     std::vector<bool> _gaps;
     std::vector<CsvField> _fields;
@@ -91,5 +95,10 @@ Fault faultOf(const CsvFlaw& flaw, const std::string& path);
 /// flaw is returned. Throws Fault.
 std::optional<CsvFlaw> firstCsvFlaw(const std::string& path, bool hasHeader, std::uint64_t records,
                                     const std::function<bool()>& goOn);
+
+/// The first flaw in the first `records` records of a file that a reader cannot skip, apart from
+/// the encoding. If `goOn` returns false, no flaw is returned. Throws Fault.
+std::optional<CsvFlaw> firstFatalCsvFlaw(const std::string& path, bool hasHeader,
+                                         std::uint64_t records, const std::function<bool()>& goOn);
 
 } // namespace datafile

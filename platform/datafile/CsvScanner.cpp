@@ -197,8 +197,13 @@ std::size_t CsvScanner::openingQuote(std::size_t at) const
 void CsvScanner::findTextAfterQuote(std::size_t quote, std::size_t end)
 {
     const std::string_view rest(_buffer.data() + quote + 1, end - quote - 1);
-    if (const auto place = rest.find_first_not_of(' '); place != std::string_view::npos)
-        note(quote + 1 + place, kTextAfterQuote);
+    const auto place = rest.find_first_not_of(' ');
+    if (place == std::string_view::npos)
+        return;
+    note(quote + 1 + place, kTextAfterQuote);
+    // Another reader may take the next quote for an opening one, and line ends after it for text.
+    if (rest.find('"', place) != std::string_view::npos)
+        _flaw->isEndUncertain = true;
 }
 
 /// Stores a flaw of the current record, unless an earlier one is stored.

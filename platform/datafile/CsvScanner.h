@@ -23,12 +23,15 @@ struct CsvField
 /// A place where a CSV file breaks its rules.
 struct CsvFlaw
 {
-    std::uint64_t line = 0;   ///< from 1
-    std::uint64_t column = 0; ///< in characters, from 1; 0 for the whole record
-    std::string text;         ///< what is wrong
-    std::uint64_t record = 0; ///< number of records read, including this one
-    bool isOfFile = false;    ///< concerns the whole file, so a reader cannot skip it
+    std::uint64_t line = 0;      ///< from 1
+    std::uint64_t column = 0;    ///< in characters, from 1; 0 for the whole record
+    std::string text;            ///< what is wrong
+    std::uint64_t record = 0;    ///< number of records read, including this one
+    bool isOfFile = false;       ///< concerns the whole file
+    bool isEndUncertain = false; ///< readers with other rules may end the record elsewhere
 
+    /// Whether a reader can leave out the record and read the rest of the file.
+    bool canBeSkipped() const { return !isOfFile && !isEndUncertain; }
     /// For example "3:7: a quote is not closed".
     std::string described() const;
 };

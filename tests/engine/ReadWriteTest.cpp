@@ -281,6 +281,30 @@ TEST_F(ReadWriteTest, BadRecordsAreSkippedUpToAThreshold)
     }
     EXPECT_THAT(read(R"(, "readErrorThreshold": 0)"), HasSubstr("in.csv:3"));
     EXPECT_THAT(read(R"(, "readErrorThreshold": -2)"), HasSubstr("is below -1"));
+    // A record with a broken quote is skipped only if no reader can end it elsewhere.
+    constexpr std::pair<const char*, const char*> kQuotes[] = {
+        {"a,b\n1,2\n\"x\"y,3\n4,5\n", "a,b\n1,2\n4,5\n"},
+        {"a,b\n1,2\n4,\"5\n6,7\n", "a,b\n1,2\n"},
+        {"a,b\n1,2\n\"x\" \"y\",3\n4,5\n",
+         "HVEIO0003E read: $DIRin.csv:3:5: text follows a closing"},
+        {"a,b\n\"v\" \"w,7\n9,8\n", "HVEIO0003E read: $DIRin.csv:2:5: text follows a closing"},
+        {"a,b\n1\n\"Pedro \"the\" legend\",3\n", "HVEIO0003E read: $DIRin.csv:3:8: text follows"},
+        {"a,b\n1,2\r\n3,4\n", "HVEIO0003E read: $DIRin.csv:2: the line ends in CR LF"},
+    };
+    for (const auto& [text, result] : kQuotes) {
+        SCOPED_TRACE(text);
+        write("in.csv", text);
+        std::string expected = result;
+        if (const auto mark = expected.find("$DIR"); mark != std::string::npos)
+            expected.replace(mark, 4, path(""));
+        const std::string got = read(R"(, "readErrorThreshold": 5)");
+        EXPECT_THAT(last.ending == "success" ? got : last.errorId + " " + got, HasSubstr(expected));
+    }
+    // The limit counts wanted records, and a broken one after these does not matter.
+    write("in.csv", "a,b\n1,2\n3\n4,5\n\"x\" \"y\",3\n");
+    const std::string skips = R"(, "readErrorThreshold": 5, "maxRecordsCount": )";
+    EXPECT_EQ(read(skips + "2"), "a,b\n1,2\n4,5\n");
+    EXPECT_THAT(read(skips + "3"), HasSubstr("in.csv:5:5: text follows a closing quote"));
     // Records of other sources are not read one by one.
     write("b.csv", "a\n1\n");
     last = run(readCsv("b.csv") + R"( -> write({"dataSource": "b", "mode": "overwrite"})

@@ -13,6 +13,16 @@
 #include "runtime/Reporter.h"
 
 namespace EmbeddedHV {
+namespace {
+
+/// a + b, or the greatest number if that is larger.
+std::uint64_t saturatedSum(std::uint64_t a, std::uint64_t b)
+{
+    return a > UINT64_MAX - b ? UINT64_MAX : a + b;
+}
+
+} // namespace
+
 CsvCheck::CsvCheck(CsvCheckSettings settings) : _settings(std::move(settings))
 {
     if (_settings.guess) {
@@ -36,7 +46,7 @@ void CsvCheck::start(Cancellation& cancellation)
     _cancellation = &cancellation;
     // If a statement is started again, so is its check.
     _stop = false;
-    if (_profile && !_profile->complete())
+    if ((_profile && !_profile->complete()) || _settings.errorThreshold != 0)
         _thread =
             datafile::startedThread("checks the file " + _settings.path, [this] { readRest(); });
 }
@@ -54,6 +64,10 @@ bool CsvCheck::guessHolds() const
 void CsvCheck::readRest()
 {
     try {
+        if (_settings.errorThreshold != 0)
+            findFatalFlaw();
+        if (!_profile || _profile->complete())
+            return;
         if (_settings.guess)
             _profile->trust();
         _profile->read(_settings.mostRecords, [this] {
@@ -69,6 +83,18 @@ void CsvCheck::readRest()
     } catch (...) {
         _failure = std::current_exception();
     }
+}
+
+/// The database skips bad records. It may read a record with a broken quote as a value, or skip the
+/// records after it as well.
+void CsvCheck::findFatalFlaw()
+{
+    const std::uint64_t mostSkipped = _settings.errorThreshold < 0
+                                          ? UINT64_MAX
+                                          : static_cast<std::uint64_t>(_settings.errorThreshold);
+    _fatalFlaw = datafile::firstFatalCsvFlaw(_settings.path, _settings.hasHeader,
+                                             saturatedSum(_settings.mostRecords, mostSkipped),
+                                             [this] { return goOn(); });
 }
 
 bool CsvCheck::goOn() const
@@ -122,6 +148,19 @@ void CsvCheck::refuseFlaw() const
         throw datafile::faultOf(*flaw, _settings.path);
 }
 
+/// Rejects the file if a wanted record cannot be skipped. `skipped` is the number of bad records
+/// before the last wanted one.
+void CsvCheck::refuseFatalFlaw(std::uint64_t skipped) const
+{
+    if (!_fatalFlaw || _fatalFlaw->record > saturatedSum(_settings.mostRecords, skipped))
+        return;
+    const bool isOfRecord = !_fatalFlaw->isOfFile;
+    throw JobError(
+        errors::kFileUnreadable,
+        "read: " + _settings.path + ":" + _fatalFlaw->described() +
+            (isOfRecord ? "; the record cannot be skipped, because its end is uncertain" : ""));
+}
+
 /// Reports the problems that were found, unreadable records first.
 void CsvCheck::refuseProblems() const
 {
@@ -150,6 +189,9 @@ void CsvCheck::abandon(const std::string& databaseMessage)
         join(false);
         _stop = false;
         refuseFlaw();
+        if (_settings.errorThreshold != 0)
+            findFatalFlaw();
+        refuseFatalFlaw(UINT64_MAX);
     }
     // The database reads to the end of a block, so the bad record may be after the limit.
     if (_settings.readWhole && isCsvFault(databaseMessage, _settings.path)) {
@@ -220,6 +262,7 @@ bool CsvCheck::hasRejects(duck::Connection& connection) const
 
 void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
 {
+    refuseFatalFlaw(0);
     if (!hasRejects(connection))
         return;
     const std::string table = quotedIdentifier(_settings.rejects);
@@ -240,6 +283,7 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
                    std::to_string(std::min<std::int64_t>(_settings.errorThreshold, INT64_MAX - 1) +
                                   1)));
     const std::size_t count = countWithinLimit(bad);
+    refuseFatalFlaw(count);
     if (_settings.errorThreshold >= 0 &&
         count > static_cast<std::uint64_t>(_settings.errorThreshold))
         refuseRecord(bad, count - 1);

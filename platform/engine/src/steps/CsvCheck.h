@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <exception>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <thread>
@@ -44,6 +45,7 @@ public:
 
 private:
     void readRest();
+    void findFatalFlaw();
     bool guessHolds() const;
     bool goOn() const;
     void guessAnew();
@@ -55,11 +57,14 @@ private:
     void refuseMisfit(const CsvProfile::Misfit& misfit) const;
     bool hasFlaw() const;
     void refuseFlaw() const;
+    void refuseFatalFlaw(std::uint64_t skipped) const;
     void refuseProblems() const;
 
     CsvCheckSettings _settings;
     std::shared_ptr<CsvProfile>
         _profile; ///< the profile that reads the rest; null if that is not needed
+    /// With an error threshold: the first flaw that does not allow to skip its record.
+    std::optional<datafile::CsvFlaw> _fatalFlaw;
     Cancellation* _cancellation = nullptr;
     std::atomic<bool> _stop = false;
     std::exception_ptr _failure;
