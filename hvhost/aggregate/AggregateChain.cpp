@@ -74,7 +74,7 @@ AggregateChain::AggregateChain(JNIHvlProgram& program, HVLFunction& input,
     _aggregates->AddPredFunction(_last);
     _last = _aggregates.get();
     if (!_weight.empty())
-        deriveQuotients();
+        deriveResults();
 }
 
 AggregateChain::~AggregateChain() = default;
@@ -103,33 +103,77 @@ void AggregateChain::addStatistic(const Statistic& statistic)
 
 void AggregateChain::addWeighted(const Statistic& statistic)
 {
-    const std::string& field = statistic.field;
-    const auto weights = [&] {
-        if (field.empty())
-            return sumOf(expression("%s", {_weight}));
-        // A derived field stores an infinite or not-a-number value as missing. The aggregate step
-        // treats such a value as missing too.
-        const std::string copy = derived(expression("%s", {field}));
-        return sumOf(expression("if (isMissing(%s)) null else %s", {copy, _weight}));
-    };
-    if (statistic.function == "count") {
-        _quotients.push_back({statistic.name, weights(), {}});
-    } else if (statistic.function == "sum") {
-        addOutput("sum", derived(expression("%s * %s", {_weight, field})), statistic.name);
-    } else if (statistic.function == "mean") {
-        // As reals, because the product of two integers may exceed 64 bits.
-        const std::string products = sumOf(expression("1.0 * %s * %s", {_weight, field}));
-        _quotients.push_back({statistic.name, products, weights()});
-    } else if (isPercentile(statistic.function) ||
-               isIn(statistic.function, {"sd", "variance", "median"})) {
+    const std::string& function = statistic.function;
+    if (isPercentile(function) || isIn(function, {"sd", "variance", "median"}))
         throw CommandFault(ExitStatus::Usage,
-                           _option + ": " + statistic.function +
+                           _option + ": " + function +
                                " cannot be weighted, and the records are, by " + _weight,
                            "--unweighted counts each record once; hvhost describe has weighted "
                            "statistics");
-    } else {
-        addOutput(statistic.function, field, statistic.name);
-    }
+    if (function == "count")
+        addWeightedCount(statistic);
+    else if (function == "sum")
+        addWeightedSum(statistic);
+    else if (function == "mean")
+        addWeightedMean(statistic);
+    else
+        addOutput(function, statistic.field, statistic.name);
+}
+
+/// A sum of weights, in which 0 is not missing.
+void AggregateChain::addWeightedCount(const Statistic& statistic)
+{
+    const std::string sum = statistic.field.empty() ? summed(derived(expression("%s", {_weight})))
+                                                    : summedWeights(finite(statistic.field));
+    _weighted.push_back({statistic.name, "ifMissing(%s, 0.0)", {sum}});
+}
+
+void AggregateChain::addWeightedSum(const Statistic& statistic)
+{
+    const std::string product = derived(expression("%s * %s", {_weight, statistic.field}));
+    const std::string overflow = overflowOf(finite(statistic.field), product);
+    _weighted.push_back(
+        {statistic.name, "if (isMissing(%s)) %s else null", {overflow, summed(product)}});
+}
+
+void AggregateChain::addWeightedMean(const Statistic& statistic)
+{
+    // As reals, because the product of two integers may exceed 64 bits.
+    const std::string product = derived(expression("1.0 * %s * %s", {_weight, statistic.field}));
+    const std::string field = finite(statistic.field);
+    const std::string overflow = overflowOf(field, product);
+    const std::string products = summed(product);
+    _weighted.push_back({statistic.name,
+                         "if (isMissing(%s)) %s / %s else null",
+                         {overflow, products, summedWeights(field)}});
+}
+
+/// A copy of the field. A derived field stores an infinite or not-a-number value as missing. The
+/// aggregate step treats such a value as missing too.
+std::string AggregateChain::finite(const std::string& field)
+{
+    return derived(expression("%s", {field}));
+}
+
+/// Adds the sum of the field to the aggregate step and returns its name.
+std::string AggregateChain::summed(const std::string& field)
+{
+    addOutput("sum", field, field);
+    return field;
+}
+
+/// The sum of the weights of the records that have a value.
+std::string AggregateChain::summedWeights(const std::string& field)
+{
+    return summed(derived(expression("if (isMissing(%s)) null else %s", {field, _weight})));
+}
+
+/// An output of the aggregate step that is missing unless a product exceeds the range of a real.
+/// Such a product is missing. Without this, its record would be left out of the sum.
+std::string AggregateChain::overflowOf(const std::string& field, const std::string& product)
+{
+    return summed(
+        derived(expression("if (isMissing(%s) || !isMissing(%s)) null else 1", {field, product})));
 }
 
 void AggregateChain::addOutput(const std::string& function, const std::string& input,
@@ -164,21 +208,10 @@ std::string AggregateChain::derived(JNIHvlExpression* value)
     return name;
 }
 
-/// Adds the sum of the expression to the aggregate step and returns the name of the sum.
-std::string AggregateChain::sumOf(JNIHvlExpression* value)
+void AggregateChain::deriveResults()
 {
-    std::string field = derived(value);
-    addOutput("sum", field, field);
-    return field;
-}
-
-void AggregateChain::deriveQuotients()
-{
-    for (const Quotient& quotient : _quotients)
-        append().SetDeriveField(quotient.name,
-                                quotient.below.empty()
-                                    ? expression("ifMissing(%s, 0.0)", {quotient.above})
-                                    : expression("%s / %s", {quotient.above, quotient.below}));
+    for (const WeightedResult& result : _weighted)
+        append().SetDeriveField(result.name, expression(result.pattern, result.outputs));
     _results = std::make_unique<HVLFilterFields>(&_program);
     _results->KeepFieldNames(_names);
     _results->AddPredFunction(_last);

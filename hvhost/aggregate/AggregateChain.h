@@ -37,21 +37,27 @@ public:
 private:
     struct Statistic;
     /// A result that is computed from outputs of the aggregate step.
-    struct Quotient
+    struct WeightedResult
     {
         std::string name;
-        std::string above;
-        std::string below; ///< empty for a sum of weights, in which 0 is not missing
+        std::string pattern; ///< the expression, with %s for each of the outputs
+        std::vector<std::string> outputs;
     };
 
     void addStatistic(const Statistic& statistic);
     void addWeighted(const Statistic& statistic);
+    void addWeightedCount(const Statistic& statistic);
+    void addWeightedSum(const Statistic& statistic);
+    void addWeightedMean(const Statistic& statistic);
     void addOutput(const std::string& function, const std::string& input, const std::string& name);
     void addResult(const std::string& name);
     std::string derived(JNIHvlExpression* value);
-    std::string sumOf(JNIHvlExpression* value);
+    std::string finite(const std::string& field);
+    std::string summed(const std::string& field);
+    std::string summedWeights(const std::string& field);
+    std::string overflowOf(const std::string& field, const std::string& product);
     void leaveOutUnweighted();
-    void deriveQuotients();
+    void deriveResults();
     HVLExpressionFun& append();
     JNIHvlExpression* expression(const std::string& pattern,
                                  const std::vector<std::string>& fields);
@@ -62,7 +68,7 @@ private:
     std::unique_ptr<HVLAggregate> _aggregates;
     std::vector<std::unique_ptr<HVLExpressionFun>> _steps;
     std::unique_ptr<HVLFilterFields> _results;
-    std::vector<Quotient> _quotients;
+    std::vector<WeightedResult> _weighted;
     std::vector<std::string> _names; ///< of the results, in order
     std::vector<std::string> _origins;
     std::vector<JobOrigin::Expression> _composed;

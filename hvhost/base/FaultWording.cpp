@@ -296,6 +296,14 @@ std::string withFileName(const std::string& text, const JobOrigin& origin)
     return output.empty() ? text : output;
 }
 
+std::string withOptions(std::string text, const JobOrigin& origin)
+{
+    for (const JobOrigin::Expression& composed : origin.composed)
+        if (const std::size_t place = text.find(composed.text); place != std::string::npos)
+            text.replace(place, composed.text.size(), composed.option);
+    return text;
+}
+
 CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
                        const JobOrigin& origin)
 {

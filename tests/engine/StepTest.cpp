@@ -128,14 +128,6 @@ constexpr std::tuple<const char*, const char*, const char*> kCases[] = {
      R"(deriveField(_, c => x => ("t", toTimestamp(x.name, "yyyy-MM-dd", "yyyy-MM-dd", "HH:mm",
         "en", date(1970, 1, 1)))))",
      R"(HVEEX0012E step deriveField, line 1, column )"},
-    {"a deviation beyond its type",
-     R"(deriveField(_, c => x => ("big", if (x.age > 30) 1e200 else -1e200)) ->
-        aggregate({"output": [{"function": "sd", "input": "big"}]}))",
-     "write: an sd or a variance is beyond the range of a Real"},
-    {"a variance beyond its type",
-     R"(deriveField(_, c => x => ("big", if (x.age > 30) 1e200 else -1e200)) ->
-        aggregate({"output": [{"function": "variance", "input": "big"}]}))",
-     "write: an sd or a variance is beyond the range of a Real"},
     {"a centile with a fraction",
      R"(aggregate({"output": [{"function": "percentile", "input": "age", "centile": 2.5}]}))",
      "must be a whole number, not a real number"},
@@ -163,6 +155,41 @@ TEST_F(StepTest, EachStepGivesItsRecordsOrNamesItsFault)
             expected.emplace_back("out.csv");
         EXPECT_EQ(files(), expected);
     }
+}
+
+/// The other results are not affected.
+TEST_F(StepTest, AResultBeyondItsTypeIsMissingAndReported)
+{
+    write("in.csv", kPeople);
+    const auto spread = [this](const std::string& values, const std::string& after) {
+        return run(readCsv("in.csv") + R"( -> deriveField(_, c => x => ("v", )" + values +
+                   R"()) -> aggregate({"output": [{"function": "sd", "input": "v"},
+                       {"function": "variance", "input": "v"}, {"function": "mean", "input": "v"},
+                       {"function": "count", "input": "v"}]}))" +
+                   after + " -> " + writeCsv("out.csv"));
+    };
+    constexpr std::tuple<const char*, const char*, std::size_t> kSpreads[] = {
+        {"if (x.age > 30) 1e200 else -1e200", "1e+200,,-5e+199,4", 1},
+        {"if (x.name == \"Ann\" || x.name == \"Cid\") 1.7e308 else -1.7e308", ",,0.0,4", 2},
+        {"1.7e308", "0.0,0.0,,4", 1},
+        {"if (x.age > 30) 1e-200 else -1e-200", "1e-200,0.0,-5e-201,4", 0},
+        {"if (x.name == \"Ann\") 1.5 else null", ",,1.5,1", 0},
+        {"1e15 + (if (x.age > 30) 1 else if (x.age > 0) 2 else null)",
+         "0.5773502691896257,0.3333333333333333,1000000000000001.6,3", 0},
+    };
+    for (const auto& [values, result, messages] : kSpreads) {
+        SCOPED_TRACE(values);
+        const auto listener = spread(values, "");
+        ASSERT_EQ(listener.ending, "success") << listener.errorText;
+        EXPECT_EQ(listener.messages.size(), messages);
+        EXPECT_EQ(read("out.csv"), "sd_v,variance_v,mean_v,count_v\n" + std::string(result) + "\n");
+    }
+    const auto listener = spread("if (x.age > 30) 1e200 else -1e200",
+                                 " -> filterRecords(_, c => x => isMissing(x.variance_v))");
+    ASSERT_EQ(listener.messages.size(), 1U);
+    EXPECT_EQ(listener.messages[0].first, "HVERT0006W");
+    EXPECT_EQ(listener.messages[0].second,
+              "aggregate: 1 value of \"variance_v\" exceeds the range of a Real and is missing");
 }
 
 TEST_F(StepTest, FractionsOfFactorsAreDrawnTheSameWayEachTime)

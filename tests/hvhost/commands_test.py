@@ -220,6 +220,13 @@ class Aggregate(Case):
                              [["a", 5, 2, 1.5, 3, 1.5], ["b", 1.5, 1.5, 8 / 1.5, 8, 6], ["c", 1, 0, None, None, None]])
         none = self.run_hvhost("aggregate", own, *stats, "--where", "x.v > 100", "--format", "csv").stdout
         self.assertEqual(none, "count,count_v,m,sum_v,max_v\n0,0,,,\n")
+        huge = self.write("huge.csv", "g,v,w\na,1e308,20\na,1,1\nb,2.5,3\nb,1e308,\nc,nan,2\nc,-1e308,1\n")
+        found = self.run_hvhost("aggregate", huge, "--weight", "w", "--by", "g", *stats, "--format", "csv").stdout
+        self.assertEqual(found, "g,count,count_v,m,sum_v,max_v\na,21,21,,,1e+308\nb,3,3,2.5,7.5,2.5\n"
+                                "c,3,1,-1e+308,-1e+308,-1e+308\n")
+        huge.write_text("v,w\n1e308,1\n1e308,1\n", encoding="utf-8")
+        done = self.run_hvhost("aggregate", huge, "--weight", "w", "--stat", "sum:v", "--strict", status=5)
+        self.assertIn("1 value of --stat sum:v exceeds the range of a Real and is missing", done.stderr)
         once = self.run_hvhost("aggregate", own, "--stat", "count,sd:v:s,sum:v", "--unweighted", "--format", "csv").stdout
         self.assertRegex(once, r"\n8,2\.8\d+,36\.5\n")
         for stat, fault, status in (("sd:v", "sd:v: sd cannot be weighted", 2), ("p90:v", "p90 cannot be", 2),

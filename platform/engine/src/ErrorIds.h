@@ -110,5 +110,6 @@ inline constexpr const char* kOutOfMemory = "HVERT0002E"; ///< not enough memory
 inline constexpr const char* kOutOfRange = "HVERT0003E";  ///< a number beyond its type
 inline constexpr const char* kInternal = "HVERT0004E";    ///< an internal error of the engine
 inline constexpr const char* kNoStatement = "HVERT0005W"; ///< a job without a statement
+inline constexpr const char* kResultsOverflow = "HVERT0006W"; ///< results that became missing
 
 } // namespace EmbeddedHV::errors

@@ -4,15 +4,13 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <memory>
-#include <string>
-#include <type_traits>
 
-#include "DataFileNames.h"
-#include "datafile/DuckFunctions.h"
+#include "runtime/RealAggregate.h"
 
 namespace EmbeddedHV {
 namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 struct RealSum
 {
@@ -22,6 +20,7 @@ struct RealSum
     double greatest;
     std::int64_t count;
 
+    void start() { *this = {0, 0, kInfinity, -kInfinity, 0}; }
     void add(double value)
     {
         const double total = sum + value;
@@ -36,57 +35,15 @@ struct RealSum
         greatest = std::max(greatest, value);
         ++count;
     }
+    void merge(const RealSum& other)
+    {
+        add(other.sum);
+        rest += other.rest;
+        least = std::min(least, other.least);
+        greatest = std::max(greatest, other.greatest);
+        count += other.count;
+    }
 };
-
-constexpr RealSum kNothing = {0, 0, std::numeric_limits<double>::infinity(),
-                              -std::numeric_limits<double>::infinity(), 0};
-
-RealSum& sumIn(duckdb_aggregate_state state)
-{
-    return *reinterpret_cast<RealSum*>(state);
-}
-
-idx_t sizeOfState(duckdb_function_info)
-{
-    return sizeof(RealSum);
-}
-
-void start(duckdb_function_info, duckdb_aggregate_state state)
-{
-    sumIn(state) = kNothing;
-}
-
-void takeChunk(duckdb_function_info, duckdb_data_chunk input, duckdb_aggregate_state* states)
-{
-    const idx_t rows = duckdb_data_chunk_get_size(input);
-    const duckdb_vector vector = duckdb_data_chunk_get_vector(input, 0);
-    const auto* const values = static_cast<const double*>(duckdb_vector_get_data(vector));
-    std::uint64_t* const validity = duckdb_vector_get_validity(vector);
-    for (idx_t row = 0; row < rows;) {
-        // Neighbouring rows mostly belong to the same group, so keep its sum in registers.
-        const duckdb_aggregate_state state = states[row];
-        RealSum sum = sumIn(state);
-        for (; row < rows && states[row] == state; ++row)
-            if ((!validity || duckdb_validity_row_is_valid(validity, row)) &&
-                std::isfinite(values[row]))
-                sum.take(values[row]);
-        sumIn(state) = sum;
-    }
-}
-
-void combine(duckdb_function_info, duckdb_aggregate_state* sources, duckdb_aggregate_state* targets,
-             idx_t count)
-{
-    for (idx_t i = 0; i < count; ++i) {
-        const RealSum& source = sumIn(sources[i]);
-        RealSum& target = sumIn(targets[i]);
-        target.add(source.sum);
-        target.rest += source.rest;
-        target.least = std::min(target.least, source.least);
-        target.greatest = std::max(target.greatest, source.greatest);
-        target.count += source.count;
-    }
-}
 
 double sumOf(const RealSum& sum)
 {
@@ -97,67 +54,19 @@ double sumOf(const RealSum& sum)
 
 double meanOf(const RealSum& sum)
 {
+    if (!std::isfinite(sum.sum))
+        return kInfinity;
     const auto count = static_cast<double>(sum.count);
     const double mean = sum.sum / count + sum.rest / count;
     return std::max(sum.least, std::min(sum.greatest, mean));
-}
-
-/// `valueOf` computes the result of a state that has values. A result that is not a number becomes
-/// missing.
-template <class ValueOf>
-void finish(duckdb_aggregate_state* states, duckdb_vector result, idx_t count, idx_t offset,
-            ValueOf valueOf)
-{
-    auto* const values = static_cast<double*>(duckdb_vector_get_data(result));
-    for (idx_t i = 0; i < count; ++i) {
-        const RealSum& sum = sumIn(states[i]);
-        const double value =
-            sum.count > 0 ? valueOf(sum) : std::numeric_limits<double>::quiet_NaN();
-        values[offset + i] = value;
-        if (!std::isnan(value))
-            continue;
-        duckdb_vector_ensure_validity_writable(result);
-        duckdb_validity_set_row_invalid(duckdb_vector_get_validity(result), offset + i);
-    }
-}
-
-void finishSum(duckdb_function_info, duckdb_aggregate_state* states, duckdb_vector result,
-               idx_t count, idx_t offset)
-{
-    finish(states, result, count, offset, sumOf);
-}
-
-void finishMean(duckdb_function_info, duckdb_aggregate_state* states, duckdb_vector result,
-                idx_t count, idx_t offset)
-{
-    finish(states, result, count, offset, [](const RealSum& sum) {
-        return std::isfinite(sum.sum) ? meanOf(sum) : std::numeric_limits<double>::quiet_NaN();
-    });
-}
-
-void registerAggregate(duck::Connection& connection, const char* name,
-                       duckdb_aggregate_finalize_t finalize)
-{
-    const std::unique_ptr<std::remove_pointer_t<duckdb_aggregate_function>,
-                          void (*)(duckdb_aggregate_function)>
-        function(duckdb_create_aggregate_function(),
-                 [](duckdb_aggregate_function made) { duckdb_destroy_aggregate_function(&made); });
-    const duck::LogicalType real(DUCKDB_TYPE_DOUBLE);
-    duckdb_aggregate_function_set_name(function.get(), name);
-    duckdb_aggregate_function_add_parameter(function.get(), real.get());
-    duckdb_aggregate_function_set_return_type(function.get(), real.get());
-    duckdb_aggregate_function_set_functions(function.get(), sizeOfState, start, takeChunk, combine,
-                                            finalize);
-    if (duckdb_register_aggregate_function(connection.handle(), function.get()) != DuckDBSuccess)
-        throw duck::QueryError("the database does not take the function " + std::string(name));
 }
 
 } // namespace
 
 void registerCompensatedSums(duck::Connection& connection)
 {
-    registerAggregate(connection, kRealSum, finishSum);
-    registerAggregate(connection, kRealMean, finishMean);
+    RealAggregate<RealSum>::add<sumOf>(connection, kRealSum);
+    RealAggregate<RealSum>::add<meanOf>(connection, kRealMean);
 }
 
 } // namespace EmbeddedHV

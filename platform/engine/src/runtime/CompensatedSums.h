@@ -13,7 +13,7 @@ namespace EmbeddedHV {
 ///
 /// The sum; infinite if it exceeds the range of a double.
 inline constexpr const char* kRealSum = "hv_real_sum";
-/// The mean; missing if the sum exceeds the range of a double. It lies between the least and the
+/// The mean; infinite if the sum exceeds the range of a double. It lies between the least and the
 /// greatest value, so the mean of equal values is that value.
 inline constexpr const char* kRealMean = "hv_real_mean";
 

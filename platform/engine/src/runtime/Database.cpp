@@ -7,6 +7,7 @@
 #include "base/NativePath.h"
 #include "datafile/SqlQuoting.h"
 #include "runtime/CompensatedSums.h"
+#include "runtime/SampleSpread.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -56,7 +57,9 @@ void Database::registerFunctions()
     auto connection = connect();
     _rowSources.registerFunction(*connection);
     _textFunctions.registerFunction(*connection);
+    _overflows.registerFunction(*connection);
     registerCompensatedSums(*connection);
+    registerSampleSpread(*connection);
 }
 
 Database::~Database()

@@ -10,6 +10,7 @@
 #include "EHVAppSetting.h"
 #include "datafile/Duck.h"
 #include "datafile/PrivateFolder.h"
+#include "runtime/Overflows.h"
 #include "runtime/RowSources.h"
 #include "runtime/TextFunctions.h"
 
@@ -55,6 +56,8 @@ public:
     RowSources& rowSources() { return _rowSources; }
     /// The functions that statements can use now.
     TextFunctions& textFunctions() { return _textFunctions; }
+    /// The counts of values that exceed the range of a double.
+    Overflows& overflows() { return _overflows; }
 
 private:
     friend class ConnectionLease;
@@ -68,6 +71,7 @@ private:
     duckdb_database _database = nullptr;
     RowSources _rowSources;
     TextFunctions _textFunctions;
+    Overflows _overflows;
     std::mutex _mutex;
     std::vector<std::unique_ptr<duck::Connection>> _idle;
     std::size_t _made = 0; ///< number of connections; _idle has room for all of them

@@ -53,8 +53,6 @@ struct Phrase
     bool aboutTarget; ///< the text names the output instead of the steps
 };
 
-constexpr const char* kNoSpread = "an sd or a variance is beyond the range of a Real";
-
 constexpr Phrase kPhrases[] = {
     {"No space left on device", errors::kDiskFull, "there is no room left for the file", true},
     {"File too large", errors::kDiskFull, "there is no room left for the file", true},
@@ -65,8 +63,6 @@ constexpr Phrase kPhrases[] = {
     // Only unfinished files have this ending.
     {".part\": ", errors::kFileUnwritable, "the file cannot be written", true},
     {"Out of Memory Error", errors::kOutOfMemory, "there is not enough memory", false},
-    {"STDDEV_SAMP is out of range", errors::kOutOfRange, kNoSpread, false},
-    {"VARSAMP is out of range", errors::kOutOfRange, kNoSpread, false},
     {"Out of Range Error", errors::kOutOfRange, nullptr, false},
     {"out of range for the destination type", errors::kOutOfRange, nullptr, false},
     {"Conversion Error", errors::kConversion, nullptr, false},

@@ -1,10 +1,13 @@
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <string_view>
+#include <utility>
 
 #include "base/NearestName.h"
 #include "datafile/ColumnTypes.h"
 #include "datafile/SqlQuoting.h"
+#include "steps/OverflowCheck.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {
@@ -37,17 +40,21 @@ struct AggregateFunction
     /// SQL for reals if the database's own function is not exact enough. It treats infinite and
     /// not-a-number reals as missing. Null if `sql` is used for reals too.
     const char* sqlOfReals = nullptr;
+    /// Whether a Real result that exceeds the range of its type becomes missing, with a message.
+    bool missingBeyondRange = false;
 };
 
 constexpr AggregateFunction kAggregateFunctions[] = {
     {"key", Accepts::Anything, Gives::SameAsInput, "$", false},
     {"count", Accepts::Anything, Gives::Integer, "count($)", false},
-    {"sum", Accepts::Numbers, Gives::SameAsInput, "sum($)", false, "hv_real_sum($)"},
-    {"mean", Accepts::Numbers, Gives::Real, "avg($)", false, "hv_real_mean($)"},
+    {"sum", Accepts::Numbers, Gives::SameAsInput, "sum($)", false, "hv_real_sum($)", true},
+    {"mean", Accepts::Numbers, Gives::Real, "avg($)", false, "hv_real_mean($)", true},
     {"min", Accepts::Anything, Gives::SameAsInput, "min($)", false},
     {"max", Accepts::Anything, Gives::SameAsInput, "max($)", false},
-    {"sd", Accepts::Numbers, Gives::Real, "stddev_samp($)", false},
-    {"variance", Accepts::Numbers, Gives::Real, "var_samp($)", false},
+    {"sd", Accepts::Numbers, Gives::Real, "hv_real_sd(CAST($ AS DOUBLE))", false, "hv_real_sd($)",
+     true},
+    {"variance", Accepts::Numbers, Gives::Real, "hv_real_variance(CAST($ AS DOUBLE))", false,
+     "hv_real_variance($)", true},
     {"median", Accepts::Numbers, Gives::Real, "quantile_cont(CAST($ AS DOUBLE), 0.5)", false},
     {"percentile", Accepts::Numbers, Gives::Real, "quantile_cont(CAST($ AS DOUBLE), % / 100.0)",
      false},
@@ -76,6 +83,7 @@ struct Aggregation
     std::string keys; ///< positions of the keys in the SELECT, for GROUP BY and ORDER BY
     std::string order;
     bool ordered = false;
+    OverflowedOutputs overflowing;
 };
 
 /// The input in SQL. Infinite and not-a-number reals are missing, as in descriptives.
@@ -169,13 +177,18 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
     output.reportOthers(call.context.message);
 
     aggregation.fields.push_back(resultField(name, function, input));
+    std::string result = filledIn(sqlOfFunction(function, input), aggregatedColumn(function, input),
+                                  "t." + number, centile);
+    const bool isReal = aggregation.fields.back().GetStorage() == CFField::Real;
+    if (isReal && function.missingBeyondRange) {
+        aggregation.overflowing.push_back(
+            std::make_shared<OverflowedOutput>(call.context.database.overflows(), name));
+        result = aggregation.overflowing.back()->finite(result);
+    }
     // The database computes the sum of integers in a wider type. The cast checks that it fits.
     const char* type = sqlTypeOf(aggregation.fields.back().GetStorage());
-    aggregation.columns +=
-        (aggregation.columns.empty() ? "" : ", ") +
-        ("CAST(" + filledIn(sqlOfFunction(function, input), aggregatedColumn(function, input),
-                            "t." + number, centile)) +
-        " AS " + type + ") AS " + quotedIdentifier(name);
+    aggregation.columns += (aggregation.columns.empty() ? "" : ", ") +
+                           ("CAST(" + result + " AS " + type + ") AS " + quotedIdentifier(name));
     aggregation.ordered |= function.needsOrder;
     if (function.name != "key")
         return;
@@ -201,19 +214,20 @@ StepResult planAggregate(StepCall& call)
     Fields fields = aggregation.fields;
     // Record numbers need an extra pass, so they are added only for functions that depend on the
     // order.
-    return {derivedNode(std::move(fields), {call.input()},
-                        [aggregation, number](const std::vector<std::string>& inputs) {
-                            const std::string from = aggregation.ordered
-                                                         ? "(SELECT *, row_number() OVER () AS " +
+    const NodePtr node = derivedNode(
+        std::move(fields), {call.input()},
+        [aggregation, number](const std::vector<std::string>& inputs) {
+            const std::string from = aggregation.ordered ? "(SELECT *, row_number() OVER () AS " +
                                                                number + " FROM " + inputs[0] + ")"
                                                          : inputs[0];
-                            return "SELECT " + aggregation.columns + " FROM " + from + " AS t" +
-                                   (aggregation.keys.empty()
-                                        ? ""
-                                        : " GROUP BY " + aggregation.keys + " ORDER BY " +
-                                              aggregation.order);
-                        }),
-            nullptr};
+            return "SELECT " + aggregation.columns + " FROM " + from + " AS t" +
+                   (aggregation.keys.empty()
+                        ? ""
+                        : " GROUP BY " + aggregation.keys + " ORDER BY " + aggregation.order);
+        });
+    if (!aggregation.overflowing.empty())
+        node->check = std::make_shared<OverflowCheck>(aggregation.overflowing, call.name);
+    return {node, nullptr};
 }
 
 } // namespace EmbeddedHV

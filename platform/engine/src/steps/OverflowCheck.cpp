@@ -1,0 +1,44 @@
+#include "steps/OverflowCheck.h"
+
+#include <utility>
+
+#include "ErrorIds.h"
+#include "runtime/Reporter.h"
+#include "runtime/ThreadBorder.h"
+
+namespace EmbeddedHV {
+
+OverflowedOutput::OverflowedOutput(Overflows& registry, std::string name)
+    : _registry(registry), _name(std::move(name)), _id(_registry.add(_count))
+{
+}
+
+OverflowedOutput::~OverflowedOutput()
+{
+    _registry.remove(_id);
+    border::takeOver(&_count);
+}
+
+OverflowCheck::OverflowCheck(OverflowedOutputs outputs, std::string step)
+    : _outputs(std::move(outputs)), _step(std::move(step))
+{
+}
+
+void OverflowCheck::start(Cancellation&)
+{
+    for (const auto& output : _outputs)
+        output->takeCount();
+}
+
+void OverflowCheck::finish(duck::Connection&, Reporter& reporter)
+{
+    for (const auto& output : _outputs)
+        if (const std::uint64_t count = output->takeCount())
+            reporter.message(errors::kResultsOverflow,
+                             _step + ": " + std::to_string(count) +
+                                 (count == 1 ? " value of \"" : " values of \"") + output->name() +
+                                 (count == 1 ? "\" exceeds the range of a Real and is missing"
+                                             : "\" exceed the range of a Real and are missing"));
+}
+
+} // namespace EmbeddedHV

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "runtime/Overflows.h"
+#include "steps/Plan.h"
+
+namespace EmbeddedHV {
+
+/// Counts the results of an output that exceed the range of a Real and become missing. Registered
+/// for statements during its lifetime.
+class OverflowedOutput
+{
+public:
+    /// Borrows the registry.
+    OverflowedOutput(Overflows& registry, std::string name);
+    OverflowedOutput(const OverflowedOutput&) = delete;
+    OverflowedOutput& operator=(const OverflowedOutput&) = delete;
+    ~OverflowedOutput();
+
+    const std::string& name() const { return _name; }
+    /// SQL for the value, or a missing value that is counted. `value` is SQL for a real.
+    std::string finite(const std::string& value) const { return Overflows::call(_id, value); }
+    /// The count since the previous call.
+    std::uint64_t takeCount() { return _count.exchange(0); }
+
+private:
+    Overflows& _registry;
+    std::string _name;
+    OverflowCount _count = 0;
+    std::int64_t _id;
+};
+using OverflowedOutputs = std::vector<std::shared_ptr<OverflowedOutput>>;
+
+/// Reports the results of a step that became missing because they exceed the range of a Real.
+class OverflowCheck : public SourceCheck
+{
+public:
+    OverflowCheck(OverflowedOutputs outputs, std::string step);
+
+    void start(Cancellation& cancellation) override;
+    void finish(duck::Connection& connection, Reporter& reporter) override;
+    void abandon(const std::string&) override {}
+
+private:
+    OverflowedOutputs _outputs;
+    std::string _step;
+};
+
+} // namespace EmbeddedHV
