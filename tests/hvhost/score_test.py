@@ -105,6 +105,18 @@ class Score(Case):
             self.assertEqual(done.stdout.splitlines(), SCORED)
             self.assertIn("warning: 1 of 4 rows have results that are not valid", done.stderr)
 
+    def test_a_millisecond_equals_a_constant_of_the_model(self):
+        """On both roads, whatever scales the timestamp has gone through."""
+        stamps = [f"2024-02-29 12:34:56.{i:03}" for i in range(1, 1000)]
+        field = '<DataField name="t" optype="continuous" dataType="dateTime"/>'
+        listed = "".join(f"<Constant>{stamp}</Constant>" for stamp in stamps[::2])
+        model = self.write("m.pmml", PMML % (field, '<DerivedField name="r" dataType="double"><Apply function="isIn">'
+                                             f'<FieldRef field="t"/>{listed}</Apply></DerivedField>'))
+        data = self.write("d.csv", "t\n" + "\n".join(stamps) + "\n")
+        for direct in ((), ("--direct",)):
+            rows = self.scored(model, data, "--target", "r", *direct)
+            self.assertEqual([row["r"] for row in rows], [str((i + 1) % 2) for i in range(999)])
+
     def test_targets_by_their_exact_names(self):
         """A result that is not valid and not asked for is nobody's concern."""
         steps = STEPS.replace('"ratio"', '"r"').replace('"since"', '"R"')

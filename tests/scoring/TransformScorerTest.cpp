@@ -271,6 +271,41 @@ TEST_F(TransformScorer, CopiesShareTheModel)
     EXPECT_EQ(model.alive, 0);
 }
 
+/// A timestamp is rounded to the row's seconds and then to the host's. A model's constant is not.
+TEST(TransformScorerOfMoments, MillisecondsEqualTheModelsConstants)
+{
+    const std::string second = "2024-02-29T12:34:56.";
+    constexpr double kSecond = 1709210096;
+    constexpr double kOfDay = 45296;
+    const auto equal = [](const std::string& value, const std::string& wanted,
+                          const std::string& type) {
+        return call("equal", value + constant(wanted, "dataType='" + type + "'"));
+    };
+    for (int i = 1; i < 1000; ++i) {
+        const std::string digits = std::to_string(1000 + i).substr(1);
+        const std::string text = second + digits;
+        const std::string model =
+            pmml(derived(equal(field("moment"), text, "dateTime")) +
+                 derived(call("isIn", field("moment") + constant(text + "00")), "double", "a") +
+                 derived(call("lessThan", field("moment") + constant(text)), "double", "b") +
+                 derived(field("moment"), "dateTimeSecondsSince[1970]", "s") +
+                 derived(equal(field("s"), "1709210096." + digits, "dateTimeSecondsSince[1970]"),
+                         "double", "c") +
+                 derived(call("dateSecondsSinceMidnight", field("moment")), "double", "d") +
+                 derived(call("dateSecondsSinceYear", field("moment") + constant("1970")), "double",
+                         "e"));
+        OneRow row;
+        row.add("moment", CFField::Timestamp, (kSecond * 1000 + i) / 1000);
+        HVTransformScorer scorer;
+        ASSERT_TRUE(scorer.PrepareScoring(&row, model, {"r", "a", "b", "c", "s", "d", "e"}, true));
+        ASSERT_TRUE(scorer.ScoreRecord());
+        EXPECT_THAT(scorer.GetTargetValues(),
+                    ElementsAre(1, 1, 0, 1, (kSecond * 1000 + i) / 1000, (kOfDay * 1000 + i) / 1000,
+                                (kSecond * 1000 + i) / 1000))
+            << text;
+    }
+}
+
 /// A real model, with a function, a table, an aggregate and a row that cannot be scored.
 TEST(TransformScorerOfNumbers, AllocatesNothing)
 {

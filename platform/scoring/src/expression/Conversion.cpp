@@ -58,7 +58,9 @@ Cell Counting::evaluate(Cells& cells)
     const Cell cell = _source->evaluate(cells);
     if (!cell.isPresent())
         return cell;
-    const double seconds = cell.number * _from.unit + (_from.origin - _to.origin);
+    const bool isMoment = _source->kind() == ValueKind::Moment;
+    const double seconds = isMoment ? secondsSince(_to.origin, cell.number)
+                                    : cell.number * _from.unit + (_from.origin - _to.origin);
     return Cell::of(_to.unit == 1 ? seconds : std::floor(seconds / _to.unit));
 }
 

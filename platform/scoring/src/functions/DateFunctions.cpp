@@ -15,7 +15,7 @@ Cell secondsSinceYear(Arguments arguments)
     const double year = arguments[1].number;
     if (year != std::floor(year) || year < 0 || year > kLastYear)
         return Cell::invalid();
-    return Cell::of(arguments[0].number - startOfYear(static_cast<int>(year)));
+    return Cell::of(secondsSince(startOfYear(static_cast<int>(year)), arguments[0].number));
 }
 
 Cell dateSecondsSinceYear(Arguments arguments, Scratch&)
@@ -33,7 +33,9 @@ Cell dateDaysSinceYear(Arguments arguments, Scratch&)
 Cell dateSecondsSinceMidnight(Arguments arguments, Scratch&)
 {
     const double moment = arguments[0].number;
-    return Cell::of(moment - std::floor(moment / kSecondsPerDay) * kSecondsPerDay);
+    const double midnight = std::floor(moment / kSecondsPerDay) * kSecondsPerDay;
+    // A time of day is exact already.
+    return Cell::of(midnight == 0 ? moment : secondsSince(midnight, moment));
 }
 
 constexpr std::array kDates{

@@ -4,6 +4,7 @@
 
 #include "MCMV.h"
 #include "Value.h"
+#include "values/Calendar.h"
 #include "pmml/DataType.h"
 #include "pmml/Literal.h"
 #include "pmml/ModelFault.h"
@@ -66,8 +67,9 @@ Cell DataField::read(const Value& value) const
     // A row marks a missing text with an empty one.
     if (isText ? value.GetText().empty() : value.GetNumber() == MCMV::Missing())
         return Cell::missing();
-    const Cell cell =
-        isText ? Cell::of(std::string_view(value.GetText())) : Cell::of(value.GetNumber());
+    Cell cell = isText ? Cell::of(std::string_view(value.GetText())) : Cell::of(value.GetNumber());
+    if (_variable.kind() == ValueKind::Moment)
+        cell.number = canonicalMoment(cell.number);
     if (_missing.contains(cell, isText))
         return Cell::missing();
     return cell.isPresent() && isValid(cell) ? cell : Cell::invalid();

@@ -2,19 +2,24 @@
 
 #include <charconv>
 #include <chrono>
+#include <cmath>
+#include <cstdint>
+
+#include "datafile/TimestampScale.h"
 
 namespace scoring {
 namespace {
 
-/// Seconds from 1582-10-14 to 1970-01-01.
-constexpr double kEpoch = 12219379200.0;
+constexpr double kMicroseconds = 1e6;
+/// Moments beyond this, in seconds from 1970-01-01, do not fit in 64 bits as microseconds.
+constexpr double kFarthest = 9.2e12;
 constexpr std::size_t kDateLength = 10;
 constexpr std::size_t kTimeLength = 8;
 
 double secondsOf(const std::chrono::year_month_day& day)
 {
     const auto days = std::chrono::sys_days(day).time_since_epoch().count();
-    return static_cast<double>(days) * kSecondsPerDay + kEpoch;
+    return static_cast<double>(days) * kSecondsPerDay + datafile::kHostEpoch;
 }
 
 /// Accepts digits only.
@@ -42,11 +47,37 @@ std::optional<double> fraction(std::string_view text)
     return value;
 }
 
+/// Whether the moment has a fraction of a second, and can be converted to microseconds.
+bool hasMicroseconds(double moment)
+{
+    return moment != std::floor(moment) && std::fabs(moment) < kFarthest;
+}
+
+/// Microseconds since 1970-01-01.
+std::int64_t microsecondsOf(double moment)
+{
+    return datafile::timestampOfRow(moment - datafile::kHostEpoch);
+}
+
 } // namespace
 
 double startOfYear(int year)
 {
     return secondsOf(std::chrono::year(year) / 1 / 1);
+}
+
+double canonicalMoment(double moment)
+{
+    return hasMicroseconds(moment) ? datafile::hostSeconds(microsecondsOf(moment)) : moment;
+}
+
+double secondsSince(double origin, double moment)
+{
+    if (!hasMicroseconds(moment))
+        return moment - origin;
+    const auto start = static_cast<std::int64_t>(origin - datafile::kHostEpoch);
+    return datafile::rowSeconds(microsecondsOf(moment) -
+                                start * static_cast<std::int64_t>(kMicroseconds));
 }
 
 std::optional<double> parseDate(std::string_view text)
@@ -82,7 +113,13 @@ std::optional<double> parseMoment(std::string_view text)
         return std::nullopt;
     const auto date = parseDate(text.substr(0, kDateLength));
     const auto time = parseTime(text.substr(kDateLength + 1));
-    return date && time ? std::optional(*date + *time) : std::nullopt;
+    if (!date || !time)
+        return std::nullopt;
+    // The same steps as for a timestamp of a row.
+    const auto microseconds = static_cast<std::int64_t>(*date - datafile::kHostEpoch) *
+                                  static_cast<std::int64_t>(kMicroseconds) +
+                              std::llround(*time * kMicroseconds);
+    return canonicalMoment(datafile::kHostEpoch + datafile::rowSeconds(microseconds));
 }
 
 } // namespace scoring
