@@ -53,6 +53,15 @@ public:
     /// to standard error.
     void SetOutput(std::function<void(const std::string&)> output);
 
+    /// Sets a function that is called when the machine ends the process by exit: while it starts,
+    /// because an option or an agent makes it do so, or later, because Java code does. It gets the
+    /// reason, on the thread that calls exit, and should end the process with the host's status. It
+    /// must not throw. If it returns, or without it, the process aborts. Set it before the start.
+    ///
+    /// It is not called if the machine fails after the start, for example because its memory is
+    /// damaged. Nothing can be saved then: the machine writes the reason and aborts.
+    void SetEndHandler(std::function<void(const std::string&)> handler);
+
 private:
     VexaJVM();
     ~VexaJVM();

@@ -11,6 +11,8 @@ inline constexpr const char* kKindHint =
 inline constexpr const char* kForeignTextHint =
     "--encoding NAME, as in windows-1252, names its encoding";
 
+inline constexpr const char* kJavaHint = "hvhost doctor tells what was found, and what is missing";
+
 inline constexpr const char* kTemporaryHint = "TMPDIR names the folder of temporary files";
 
 /// A name for files that the user did not name.
@@ -28,6 +30,9 @@ struct EngineFault
 /// positions in a generated text, and with a hint.
 CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
                        const JobOrigin& origin);
+
+/// Replaces the names of intermediate fields by the options for which they were composed.
+std::string withOptions(std::string text, const JobOrigin& origin);
 
 /// Rewrites "read: PATH: what" or "write: PATH: what" as "NAME: what" if the user named the file.
 std::string withFileName(const std::string& text, const JobOrigin& origin);

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <new>
@@ -11,9 +12,11 @@
 
 #include "CFAppHost.h"
 #include "JobText.h"
+#include "VexaJVM.h"
 #include "hvhost/aggregate/Aggregate.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/CommandLog.h"
+#include "hvhost/base/FaultWording.h"
 #include "hvhost/base/HelpText.h"
 #include "hvhost/base/StandardStreams.h"
 #include "hvhost/base/TerminalFilter.h"
@@ -152,6 +155,15 @@ int reportFault(const CommandFault& fault, const CommonOptions& common)
     return static_cast<int>(fault.status());
 }
 
+/// An option of Java may make it end the process while it starts.
+void endWithoutJava(const std::string& reason)
+{
+    reportFault({ExitStatus::Engine, reason, kJavaHint}, {});
+    CFAppHost::removeTempDirectory();
+    // Other threads are running, so nothing is destroyed.
+    std::_Exit(static_cast<int>(ExitStatus::Engine));
+}
+
 /// Parses the words and runs the command.
 void parse(CLI::App& app, int count, char** words)
 {
@@ -212,6 +224,7 @@ int runCommandLine(int count, char** words)
     std::optional<CleanedStream> cleaned;
     if (isatty(STDOUT_FILENO) != 0)
         cleaned.emplace(std::cout);
+    VexaJVM::GetInstance()->SetEndHandler(endWithoutJava);
     const TempDirectoryScope tempDirectory;
     try {
         return run(count, words);

@@ -65,8 +65,7 @@ std::unique_ptr<HVRunner> startRunner(TnProcedure* procedure)
     try {
         return std::make_unique<HVRunner>(procedure);
     } catch (const VexaJVMError& error) {
-        throw CommandFault(ExitStatus::Engine, error.what(),
-                           "hvhost doctor tells what was found, and what is missing");
+        throw CommandFault(ExitStatus::Engine, error.what(), kJavaHint);
     }
 }
 
@@ -113,7 +112,7 @@ void HostSession::run(const std::string& jobText, const JobOrigin& origin, HVSta
     log("job: " + EmbeddedHV::withoutSecrets(jobText));
     observed([&] { execute(jobText, rows); });
     _runner->displayAllMessages(false, false);
-    settle(jobText, origin);
+    checkOutcome(jobText, origin);
 }
 
 void HostSession::perform(const std::function<bool()>& work, const JobOrigin& origin)
@@ -130,7 +129,7 @@ void HostSession::perform(const std::function<bool()>& work, const JobOrigin& or
             }
         });
     });
-    settle({}, origin);
+    checkOutcome({}, origin);
     if (!done)
         throw CommandFault(ExitStatus::JobFailed, "the job left no result");
 }
@@ -160,7 +159,7 @@ void HostSession::execute(const std::string& jobText, HVStatDataIterator* rows)
 }
 
 /// Prints the messages of the job and throws its error.
-void HostSession::settle(const std::string& jobText, const JobOrigin& origin)
+void HostSession::checkOutcome(const std::string& jobText, const JobOrigin& origin)
 {
     EngineFault fault;
     const bool failed =
@@ -188,7 +187,7 @@ void HostSession::printMessages(const JobOrigin& origin, const std::string& erro
          HostJournal::instance().entries(HostJournal::Kind::Error)) {
         if (entry.level != kLevelWarning || (!error.empty() && entry.text.ends_with(error)))
             continue;
-        warn(withFileName(entry.text, origin));
+        warn(withOptions(withFileName(entry.text, origin), origin));
     }
     HostJournal::instance().clear();
 }

@@ -55,7 +55,7 @@ public:
 private:
     void observed(const std::function<void()>& work);
     void execute(const std::string& jobText, HVStatDataIterator* rows);
-    void settle(const std::string& jobText, const JobOrigin& origin);
+    void checkOutcome(const std::string& jobText, const JobOrigin& origin);
     void printMessages(const JobOrigin& origin, const std::string& error);
     void checkTrails() const;
 

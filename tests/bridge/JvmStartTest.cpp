@@ -117,10 +117,25 @@ void missingModuleIsTold()
 
 void optionThatExitsIsRefused()
 {
-    setenv("VEXA_JVM_OPTIONS", "-Da=b -Xinternalversion", 1);
-    const std::string failure = startFailure();
-    demand(contains(failure, "-Xinternalversion"), failure);
-    unsetenv("VEXA_JVM_OPTIONS");
+    const ScratchFolder folder;
+    folder.put("options", "-Da=b\n-XX:+PrintFlagsInitial");
+    const std::string inFile = "-XX:VMOptionsFile=" + (folder.path / "options").string();
+    const std::pair<const char*, std::string> cases[] = {
+        {"VEXA_JVM_OPTIONS", "-Da=b -Xinternalversion"},
+        {"VEXA_JVM_OPTIONS", "-XX:+DumpSharedSpaces"},
+        {"VEXA_JVM_OPTIONS", inFile},
+        {"JAVA_TOOL_OPTIONS", "-Da='b c'\t\"-Xlog:help\""},
+        {"JAVA_TOOL_OPTIONS", "-agentlib:jdwp=help"},
+        {"JAVA_TOOL_OPTIONS", inFile},
+        {"_JAVA_OPTIONS", "-Xshare:dump"},
+    };
+    for (const auto& [name, options] : cases) {
+        setenv(name, options.c_str(), 1);
+        const std::string failure = startFailure();
+        demand(contains(failure, "ends the process"), options + ": " + failure);
+        unsetenv(name);
+    }
+    setenv("JAVA_TOOL_OPTIONS", "-Dhv.test='-Xlog:help -Xshare:dump'", 1);
     demandStart();
 }
 
@@ -240,6 +255,21 @@ void javaExitAborts()
     system.setClass("java/lang/System");
     env->CallStaticVoidMethod(system.getClass(), system.setStaticMethod("exit", "(I)V"), 0);
 }
+/// An agent rejects its options and calls exit.
+void agentExits()
+{
+    setenv("VEXA_JVM_OPTIONS", "-agentlib:jdwp=nothing", 1);
+    startFailure();
+}
+
+void agentExitsWithHandler()
+{
+    VexaJVM::GetInstance()->SetEndHandler([](const std::string& reason) {
+        std::fputs(reason.c_str(), stderr);
+        std::_Exit(4);
+    });
+    agentExits();
+}
 } // namespace
 
 TEST(JvmStart, EachInAProcessOfItsOwn)
@@ -269,4 +299,7 @@ TEST(JvmExit, AnExitFromJavaDoesNotPassForSuccess)
 {
     EXPECT_EXIT(javaExitAborts(), testing::KilledBySignal(SIGABRT),
                 "told to end the process with status 0");
+    const char* const reason = "while it started; it was started with VEXA_JVM_OPTIONS=-agentlib";
+    EXPECT_EXIT(agentExits(), testing::KilledBySignal(SIGABRT), reason);
+    EXPECT_EXIT(agentExitsWithHandler(), testing::ExitedWithCode(4), reason);
 }

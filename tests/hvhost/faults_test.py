@@ -63,6 +63,8 @@ FAULTS = [
     ("run spread.hvl --data weather=ragged.csv", 3, ["ragged.csv:3: "]),
     (r"convert 'a\b.csv' o.csv", 2, ["backslash"]),
     ("info open.csv", 3, ["open.csv:2:3: a quote is not closed"]),
+    ("convert quotes.csv o.csv", 3, ["quotes.csv:2:5: text follows a closing quote"]),
+    ("convert quotes.csv o.csv --max-errors 1", 3, ["quotes.csv:2:5: text follows a closing quote"]),
     ("convert behind.csv -", 3, ["behind.csv:2:4: text follows a closing quote"]),
     ("convert foreign.csv o.csv", 3, ["foreign.csv:1: ", "--encoding NAME"]),
     ("convert foreign.csv o.csv --direct", 3, ["foreign.csv:1: ", "--encoding NAME"]),
@@ -118,6 +120,7 @@ class Faults(Case):
         (place / "text.hvbf").write_text("no such thing\n" * 100)
         (place / "ragged.csv").write_text("a,b\n1,2\n3\n")
         (place / "open.csv").write_text('a,b\n1,"x\n2,y\n')
+        (place / "quotes.csv").write_text('a,b\n"x" "y",1\n')
         (place / "behind.csv").write_text('a,b\n"x"y,1\n')
         (place / "foreign.csv").write_bytes("größe,b\n1,2\n".encode("cp1252"))
         (place / "semicolons.csv").write_text("a;b\n1;2\n3\n")
@@ -227,12 +230,17 @@ class Faults(Case):
                 self.assertIn("hvengine.jar", done.stderr + done.stdout)
 
     def test_a_machine_that_gives_up(self):
-        """It would end the process with status 1, and its reason would be lost."""
-        for option, reason in (("-Xmx1m", "Too small maximum heap"),
-                               ("-agentlib:none", "agent library none")):
+        """It would end the process with status 0 or 1, and its reason would be lost."""
+        for name, option, reason in (
+                ("VEXA_JVM_OPTIONS", "-Xmx1m", "Too small maximum heap"),
+                ("VEXA_JVM_OPTIONS", "-agentlib:none", "agent library none"),
+                ("VEXA_JVM_OPTIONS", "-version", "Unrecognized option: -version"),
+                ("VEXA_JVM_OPTIONS", "-agentlib:jdwp=x", "VEXA_JVM_OPTIONS=-agentlib:jdwp=x"),
+                ("JAVA_TOOL_OPTIONS", "-XX:+PrintFlagsInitial", "in JAVA_TOOL_OPTIONS, which ends")):
             for words in (["convert", DATA / "weather.csv", self.folder / "out.csv"], ["doctor"]):
-                done = self.run_hvhost(*words, status=4, environment={"VEXA_JVM_OPTIONS": option})
-                self.assertIn(reason, done.stderr)
+                done = self.run_hvhost(*words, status=4, environment={name: option})
+                self.assertIn(reason, done.stderr + done.stdout)
+                self.assertFalse((self.folder / "out.csv").exists())
 
     def test_no_machine(self):
         """Java hidden behind an empty folder, in a view of the file system of its own."""

@@ -3,9 +3,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <cctype>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <sstream>
+#include <string_view>
 #include <system_error>
 
 #include "CFAppHost.h"
@@ -24,6 +28,8 @@ constexpr const char* FixedOptions[] = {"-Xrs",
                                         "-Xmx1g",
                                         "-XX:-UsePerfData",
                                         "-Xshare:auto"};
+
+constexpr const char* kHostVariable = "VEXA_JVM_OPTIONS";
 
 std::string nativePath(const std::string& utf8)
 {
@@ -66,19 +72,72 @@ std::string crashReport()
 
 void appendFromEnvironment(std::vector<std::string>& texts)
 {
-    const char* value = std::getenv("VEXA_JVM_OPTIONS");
+    const char* value = std::getenv(kHostVariable);
     std::istringstream words(value == nullptr ? "" : value);
     for (std::string word; words >> word;)
         texts.push_back(word);
 }
 
-/// Refuses options with which the machine finishes and ends the process successfully.
-void refuseOptionsThatExit(const std::vector<std::string>& texts)
+/// Options with which the machine prints something or writes its archive, and then ends the process
+/// successfully. The last two make its debugging agent do so.
+constexpr std::array<std::string_view, 7> kOptionsThatExit{
+    "-Xinternalversion",      "-Xlog:help",          "-Xshare:dump",  "-XX:+DumpSharedSpaces",
+    "-XX:+PrintFlagsInitial", "-agentlib:jdwp=help", "-Xrunjdwp:help"};
+constexpr std::string_view kOptionsFile = "-XX:VMOptionsFile=";
+/// Variables that the machine itself reads.
+constexpr const char* kMachineVariables[] = {"JAVA_TOOL_OPTIONS", "_JAVA_OPTIONS"};
+
+void refuseOptionThatExits(const std::string& option, const std::string& source)
 {
-    for (const char* option : {"-Xinternalversion", "-Xlog:help", "-Xshare:dump"})
-        if (std::find(texts.begin(), texts.end(), option) != texts.end())
-            throw VexaJVMError(std::string("The Java virtual machine cannot be started with ") +
-                               option + ", which ends the process");
+    if (std::find(kOptionsThatExit.begin(), kOptionsThatExit.end(), option) !=
+        kOptionsThatExit.end())
+        throw VexaJVMError("The Java virtual machine cannot be started with " + option + source +
+                           ", which ends the process");
+}
+
+/// Splits a text as the machine does: at blanks, except within quotes, which are removed.
+std::vector<std::string> optionsIn(std::string_view text)
+{
+    std::vector<std::string> options;
+    bool isOpen = false; // whether the last option continues
+    char quote = 0;
+    for (const char character : text) {
+        const bool isBlank = std::isspace(static_cast<unsigned char>(character)) != 0;
+        if (quote == 0 && isBlank) {
+            isOpen = false;
+            continue;
+        }
+        if (!isOpen)
+            options.emplace_back();
+        isOpen = true;
+        if (character == quote)
+            quote = 0;
+        else if (quote == 0 && (character == '"' || character == '\''))
+            quote = character;
+        else
+            options.back() += character;
+    }
+    return options;
+}
+
+/// `source` follows the option in a message. The machine reads no options file within another one.
+void refuseOptionsThatExit(const std::vector<std::string>& options, const std::string& source)
+{
+    for (const std::string& option : options) {
+        refuseOptionThatExits(option, source);
+        if (!option.starts_with(kOptionsFile))
+            continue;
+        const std::string path = option.substr(kOptionsFile.size());
+        // The machine reports a file that cannot be read.
+        std::error_code ignored;
+        if (!std::filesystem::is_regular_file(path, ignored))
+            continue;
+        std::ifstream file(path);
+        std::ostringstream content;
+        content << file.rdbuf();
+        for (const std::string& inner : optionsIn(content.str()))
+            refuseOptionThatExits(inner, " in " + path);
+    }
 }
 
 /// The machine requires a working directory, even if it reads nothing there.
@@ -91,6 +150,15 @@ void requireWorkingDirectory()
                            error.message());
 }
 } // namespace
+
+std::string optionVariables()
+{
+    std::string found;
+    for (const char* name : {kHostVariable, kMachineVariables[0], kMachineVariables[1]})
+        if (const char* value = std::getenv(name); value != nullptr && *value != 0)
+            found += (found.empty() ? "" : " ") + std::string(name) + "=" + value;
+    return found;
+}
 
 JvmOptions jvmOptions(const std::vector<std::string>& added)
 {
@@ -110,6 +178,9 @@ JvmOptions jvmOptions(const std::vector<std::string>& added)
     // the host's.
     options.texts.insert(options.texts.end(), added.begin(), added.end());
     appendFromEnvironment(options.texts);
-    refuseOptionsThatExit(options.texts);
+    refuseOptionsThatExit(options.texts, "");
+    for (const char* name : kMachineVariables)
+        if (const char* value = std::getenv(name); value != nullptr)
+            refuseOptionsThatExit(optionsIn(value), std::string(" in ") + name);
     return options;
 }

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "JvmOptions.h"
 #include "JvmStart.h"
 
 namespace {
@@ -30,16 +31,26 @@ jint JNICALL printHook(FILE*, const char* format, va_list arguments) noexcept
     return length;
 }
 
-/// The machine ends the process after this returns, because Java code requested it. An exit status
-/// of 0 would look like success of the host, so abort instead.
+/// The machine ends the process after this returns, because Java code requested it.
 void JNICALL exitHook(jint status) noexcept
 {
     char text[100];
     std::snprintf(text, sizeof text,
-                  "The Java virtual machine was told to end the process with status %d.\n",
+                  "The Java virtual machine was told to end the process with status %d",
                   static_cast<int>(status));
-    installed->takeLast(text);
-    std::abort();
+    installed->endProcess(text);
+}
+
+/// The machine or an agent has called exit on the thread that creates the machine. Its exit hook is
+/// not called then.
+void endedWhileStarting() noexcept
+{
+    if (!JvmStart::isUnderWay())
+        return;
+    std::string reason = "The Java virtual machine has ended the process while it started";
+    if (const std::string options = optionVariables(); !options.empty())
+        reason += "; it was started with " + options;
+    installed->endProcess(reason);
 }
 
 /// The machine has failed and ends the process after this returns.
@@ -53,6 +64,21 @@ void JNICALL abortHook() noexcept
 void JvmOutput::install()
 {
     installed = this;
+}
+
+void JvmOutput::watchExit()
+{
+    // Without this, only the message is lost.
+    static_cast<void>(std::atexit(endedWhileStarting));
+}
+
+void JvmOutput::endProcess(const std::string& reason) noexcept
+{
+    if (_endHandler)
+        _endHandler(reason);
+    else
+        takeLast((reason + ".\n").c_str());
+    std::abort();
 }
 
 void JvmOutput::beginStart()

@@ -18,11 +18,17 @@ class JvmOutput
 {
 public:
     using Receiver = std::function<void(const std::string&)>;
+    using EndHandler = std::function<void(const std::string&)>;
 
     /// Makes this object the target of the machine's hooks.
     void install();
+    /// From now on, an exit of the thread that creates the machine ends the process with the
+    /// reason. Call it once.
+    static void watchExit();
     /// Call it before the start: the machine's threads read the receiver without a lock.
     void setReceiver(Receiver receiver) { _receiver = std::move(receiver); }
+    /// Call it before the start.
+    void setEndHandler(EndHandler handler) { _endHandler = std::move(handler); }
     void beginStart();
     /// The output since beginStart.
     std::string endStart();
@@ -31,12 +37,16 @@ public:
     /// Receives the last text before the process ends. If the receiver fails, writes it to standard
     /// error.
     void takeLast(const char* text) noexcept;
+    /// Ends the process, because the machine or its code called exit: by the handler, or by abort.
+    /// A status of 0 would look like success of the host.
+    [[noreturn]] void endProcess(const std::string& reason) noexcept;
 
     /// The options that redirect the machine's output, exit and abort to this object.
     static std::vector<JavaVMOption> hooks();
 
 private:
     Receiver _receiver;
+    EndHandler _endHandler;
     std::mutex _mutex;
     bool _starting = false;
     std::string _startText;

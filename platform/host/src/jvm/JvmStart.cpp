@@ -80,6 +80,11 @@ JvmStart::Outcome JvmStart::create(const JvmLibrary& library, std::vector<JavaVM
     return outcome;
 }
 
+bool JvmStart::isUnderWay()
+{
+    return current != nullptr;
+}
+
 void JvmStart::giveUp()
 {
     if (current == nullptr)

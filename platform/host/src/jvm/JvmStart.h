@@ -30,4 +30,6 @@ public:
     /// Called by the abort hook. Does not return on a thread that creates a machine; does nothing
     /// on others.
     static void giveUp();
+    /// Whether the calling thread is creating a machine.
+    static bool isUnderWay();
 };

@@ -107,7 +107,7 @@ struct VexaJVM::Impl
     Impl() { output.install(); }
     bool claimStart();
     /// Ends the start and wakes the waiting threads.
-    void settle(State next);
+    void finishStart(State next);
     /// Starts the machine on the calling thread. A start that fails before the machine is created
     /// may be repeated; later the process cannot create another one.
     void start(JNIEnv** env);
@@ -128,7 +128,7 @@ bool VexaJVM::Impl::claimStart()
     return true;
 }
 
-void VexaJVM::Impl::settle(State next)
+void VexaJVM::Impl::finishStart(State next)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     state = next;
@@ -139,7 +139,7 @@ void VexaJVM::Impl::fail(const std::string& reason, bool isForGood)
 {
     machine = nullptr;
     failure = reason;
-    settle(isForGood ? State::Failed : State::NotStarted);
+    finishStart(isForGood ? State::Failed : State::NotStarted);
     throw VexaJVMError(reason);
 }
 
@@ -154,7 +154,7 @@ void VexaJVM::Impl::start(JNIEnv** env)
         // From here on the process has used its only attempt.
         created = true;
         create(library, std::move(options), env);
-        settle(State::Started);
+        finishStart(State::Started);
     } catch (const VexaJVMError& error) {
         fail(error.what(), created);
     } catch (const datafile::ThreadFault& fault) {
@@ -169,6 +169,7 @@ void VexaJVM::Impl::create(const JvmLibrary& library, JvmOptions options, JNIEnv
 {
     const LocaleGuard locale;
     const std::vector<JavaVMOption> table = optionTable(options.texts);
+    JvmOutput::watchExit();
     output.beginStart();
     // Moving the vector does not move its strings.
     const JvmStart::Outcome outcome = JvmStart::create(library, table, std::move(options.texts));
@@ -256,4 +257,9 @@ void VexaJVM::AddOption(const std::string& option)
 void VexaJVM::SetOutput(std::function<void(const std::string&)> output)
 {
     _impl->output.setReceiver(std::move(output));
+}
+
+void VexaJVM::SetEndHandler(std::function<void(const std::string&)> handler)
+{
+    _impl->output.setEndHandler(std::move(handler));
 }
