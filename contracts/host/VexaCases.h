@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "HostExport.h"
@@ -29,6 +30,22 @@ public:
     virtual const OBS* GetObsPointer(int column) const = 0;
     /// The number of the current case, from 1.
     virtual long long GetCaseCount() const = 0;
+};
+
+/// An optional interface of a case iterator that has several cases in memory, column by column.
+/// Readers find it with dynamic_cast. It changes nothing for readers that move case by case.
+class HOST_API VEXA_CaseBlock
+{
+public:
+    virtual ~VEXA_CaseBlock();
+    /// The number of cases behind the current one that are in memory. If there are none, reads
+    /// more; 0 means the end. Throws what NextCase throws.
+    virtual std::size_t CasesAhead() = 0;
+    /// The values of a numeric column in the cases ahead, one for each case. Valid until the next
+    /// NextCase or CasesAhead.
+    virtual const OBS* NumbersAhead(int column) const = 0;
+    /// Makes the case current that `cases` calls of NextCase would reach; 1 to CasesAhead().
+    virtual void Skip(std::size_t cases) = 0;
 };
 
 /// The cases of a procedure. A split file is read group by group: at the first case of the next

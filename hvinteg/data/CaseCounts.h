@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 /// Counts and weights that the first pass over the cases collects.
 struct CaseCounts
 {
@@ -25,6 +27,15 @@ struct CaseCounts
             ++invalid;
             weightOfInvalid += weight;
         }
+    }
+
+    /// Counts cases without a weight. Each weighs 1.
+    void takeUnweighted(std::size_t number)
+    {
+        cases += static_cast<int>(number);
+        valid += static_cast<int>(number);
+        weightOfCases += static_cast<double>(number);
+        weightOfValid += static_cast<double>(number);
     }
 
     /// Takes a positive weight before and after rounding.

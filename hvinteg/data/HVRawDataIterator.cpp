@@ -56,6 +56,13 @@ struct HVINTEG_HIDDEN HVRawDataIterator::Impl
     bool isCancelled();
     /// Moves to the next case with a weight above 0.
     unsigned int nextRecord();
+    /// Moves over cases that are in memory and writes the values of some fields.
+    unsigned int nextRecords(const std::vector<std::size_t>& fields,
+                             const std::vector<double*>& columns, std::size_t most,
+                             std::size_t& count);
+    /// The cases as blocks; null if the host serves them one by one.
+    VEXA_CaseBlock* blocks() const { return dynamic_cast<VEXA_CaseBlock*>(cases.get()); }
+    unsigned int endOfData();
     /// Completes the counts, then goes back to the first case.
     unsigned int rewind(bool score);
 
@@ -174,8 +181,45 @@ unsigned int HVRawDataIterator::Impl::nextRecord()
         if (weight > 0)
             return status;
     }
+    return endOfData();
+}
+
+unsigned int HVRawDataIterator::Impl::endOfData()
+{
     cases.reset();
     status = EndOfData;
+    return status;
+}
+
+unsigned int HVRawDataIterator::Impl::nextRecords(const std::vector<std::size_t>& fields,
+                                                  const std::vector<double*>& columns,
+                                                  std::size_t most, std::size_t& count)
+{
+    count = 0;
+    isCancelled();
+    while (count < most && status == RecordAvailable) {
+        VEXA_CaseBlock& block = *blocks();
+        const std::size_t ahead = std::min(block.CasesAhead(), most - count);
+        if (ahead == 0)
+            return endOfData();
+        std::size_t taken = 1;
+        while (taken < ahead && !isCancelled())
+            ++taken;
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            const OBS* const values = block.NumbersAhead(static_cast<int>(fields[i]));
+            double* const column = columns[i] + count;
+            const bool isPlain = rules.fields[fields[i]].isPlain;
+            for (std::size_t row = 0; row < taken; ++row)
+                column[row] =
+                    isPlain ? values[row].number : rules.converted(values[row].number, fields[i]);
+        }
+        block.Skip(taken);
+        if (firstPass)
+            counts.takeUnweighted(taken);
+        count += taken;
+        if (count < most && taken == ahead)
+            isCancelled();
+    }
     return status;
 }
 
@@ -329,6 +373,21 @@ unsigned int HVRawDataIterator::getRecordValue(unsigned long long index, void*& 
         return _impl->status;
     _impl->slots.get(index, value, length);
     return RecordAvailable;
+}
+
+bool HVRawDataIterator::servesBlocks(const std::vector<std::size_t>& fields)
+{
+    const Impl& impl = *_impl;
+    return impl.rules.weightField < 0 && impl.blocks() != nullptr &&
+           std::all_of(fields.begin(), fields.end(),
+                       [&impl](std::size_t field) { return impl.rules.isIndependent(field); });
+}
+
+unsigned int HVRawDataIterator::nextRecords(const std::vector<std::size_t>& fields,
+                                            const std::vector<double*>& columns, std::size_t most,
+                                            std::size_t& count)
+{
+    return _impl->nextRecords(fields, columns, most, count);
 }
 
 void HVRawDataIterator::dispose(JNIEnv*) {}

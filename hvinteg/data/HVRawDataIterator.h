@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -7,6 +8,7 @@
 
 #include "ACAVarValidSpecs.h"
 #include "CFMetaData.h"
+#include "RowBlocks.h"
 #include "SvrDMDataset.h"
 #include "VexaDataSource.h"
 #include "runner/HVStatDataIterator.h"
@@ -39,7 +41,10 @@ enum WeightAdjust : std::int32_t
 /// thread at a time. Only SetCancelStatus may be called from other threads. Copies share the cases
 /// that are being read and may be destroyed independently. What the host's data library throws is
 /// passed on.
-class HVINTEG_EXPORT HVRawDataIterator : public HVStatDataIterator
+///
+/// If the host has its cases in memory (VEXA_CaseBlock), numbers without a weight and an increment
+/// are served in blocks. Nothing else changes.
+class HVINTEG_EXPORT HVRawDataIterator : public HVStatDataIterator, public EmbeddedHV::RowBlocks
 {
 public:
     /// Reads the variables of a model, with rounded weights. The model's source must outlive the
@@ -89,6 +94,13 @@ public:
                                 unsigned long long& length) override;
     /// Does nothing: the caller owns the iterator.
     void dispose(JNIEnv* env) override;
+    /// Whether nextRecords can serve these fields. Changes nothing.
+    bool servesBlocks(const std::vector<std::size_t>& fields) override;
+    /// See RowBlocks. Asks the stop processor for each record, as nextRecord does, and stays at the
+    /// record at which it was cancelled.
+    unsigned int nextRecords(const std::vector<std::size_t>& fields,
+                             const std::vector<double*>& columns, std::size_t most,
+                             std::size_t& count) override;
     ~HVRawDataIterator() override;
     /// Goes back to the first case. A first pass that is not finished is first completed, for the
     /// counts. Returns the status as nextRecord does; a cancelled iterator stays cancelled. If the

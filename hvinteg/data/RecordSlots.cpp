@@ -53,6 +53,13 @@ void RecordRules::settle()
     }
 }
 
+bool RecordRules::isIndependent(std::size_t field) const
+{
+    const auto place = static_cast<int>(field);
+    return field < fields.size() && fields[field].storage != CFField::String &&
+           !fields[field].isCaseCount && place != incrementTarget && place != weightField;
+}
+
 RecordSlots::RecordSlots(const RecordSlots& other) : _slots(other._slots)
 {
     // A text pointer points into the case and is shared; a number pointer must point into the copy.
@@ -97,7 +104,7 @@ double RecordSlots::fill(const VEXA_InputCaseIterator& cases, const RecordRules&
 double RecordSlots::ruledNumber(std::size_t field, const VEXA_InputCaseIterator& cases,
                                 const RecordRules& rules, double& weight, CaseCounts* counts) const
 {
-    double value = numberOf(field, cases, rules);
+    double value = rules.converted(cases.GetNumericValue(static_cast<int>(field)), field);
     if (rules.fields[field].storage != CFField::Real)
         return value;
     const int place = static_cast<int>(field);
@@ -111,13 +118,11 @@ double RecordSlots::ruledNumber(std::size_t field, const VEXA_InputCaseIterator&
     return value;
 }
 
-double RecordSlots::numberOf(std::size_t field, const VEXA_InputCaseIterator& cases,
-                             const RecordRules& rules) const
+double RecordRules::converted(double value, std::size_t field) const
 {
-    const RecordField& kind = rules.fields[field];
-    const int column = static_cast<int>(field);
-    const double value = cases.GetNumericValue(column);
-    if (kind.hasUserMissing && rules.isExcluded(column) && kind.variable->IsUserMissing(value))
+    const RecordField& kind = fields[field];
+    if (kind.hasUserMissing && isExcluded(static_cast<int>(field)) &&
+        kind.variable->IsUserMissing(value))
         return kSystemMissing;
     // Before the conversion of dates, which would change the system-missing value.
     if (value == kSystemMissing)

@@ -36,6 +36,10 @@ struct RecordRules
     /// Determines which fields are plain. Call it after each change of the fields, the weight or
     /// the increment.
     void settle();
+    /// The number of a case in the engine's form, without weight and increment.
+    double converted(double value, std::size_t field) const;
+    /// Whether a field is a number that only depends on its own case.
+    bool isIndependent(std::size_t field) const;
     /// Whether user-missing values of a field count as missing.
     bool isExcluded(int field) const
     {
@@ -84,8 +88,6 @@ private:
                          const RecordRules& rules);
     double ruledNumber(std::size_t field, const VEXA_InputCaseIterator& cases,
                        const RecordRules& rules, double& weight, CaseCounts* counts) const;
-    double numberOf(std::size_t field, const VEXA_InputCaseIterator& cases,
-                    const RecordRules& rules) const;
     double incremented(double value, const RecordRules& rules) const;
 
     std::vector<Slot> _slots;

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "ErrorText.h"
 #include "HostConversions.h"
+#include "VexaDataViews.h"
 #include "data/HVDataModel.h"
 #include "data/SourceRows.h"
 #include "host/CaseFiles.h"
@@ -262,15 +265,104 @@ TEST(RawDataIterator, SurvivesTheLossOfItsSource)
     EXPECT_EQ(recordsOf(cases), "'a'; 'b'; ");
 }
 
+/// Reads all records of some fields in blocks.
+std::string blocksOf(HVRawDataIterator& cases, const std::vector<std::size_t>& fields,
+                     std::size_t most)
+{
+    std::vector<std::vector<double>> room(fields.size(), std::vector<double>(most));
+    std::vector<double*> columns;
+    for (std::vector<double>& column : room)
+        columns.push_back(column.data());
+    std::string all;
+    for (unsigned int status = 0; status == 0;) {
+        std::size_t count = 0;
+        status = cases.nextRecords(fields, columns, most, count);
+        for (std::size_t row = 0; row < count; ++row)
+            for (std::size_t i = 0; i < fields.size(); ++i)
+                all += (room[i][row] == EmbeddedHV::RowBlocks::kMissing
+                            ? "-"
+                            : CFDatum(room[i][row]).ToString(-1)) +
+                       (i + 1 < fields.size() ? " " : "; ");
+    }
+    return all;
+}
+
 class StopAfter : public HVStopProcessor
 {
 public:
     explicit StopAfter(int looks) : _looks(looks) {}
-    bool CheckCancel() const override { return _looks-- <= 0; }
+    bool CheckCancel() const override
+    {
+        ++_asked;
+        return _looks-- <= 0;
+    }
+    int asked() const { return _asked; }
 
 private:
     mutable int _looks;
+    mutable int _asked = 0;
 };
+
+/// Cases that the host has in memory are served in blocks too, with the same values, counts and
+/// questions of the stop processor.
+TEST(RawDataIterator, ServesBlocksAsItServesRecords)
+{
+    const double base = GetBaseDateNumber();
+    VEXA_Variable number = numeric("n");
+    number.SetMissingRange(8, 9, -1);
+    std::vector<MemorySource::Row> rows;
+    for (int i = 0; i < 5000; ++i)
+        rows.push_back({i * 1.0, i % 20 / 2.0, base + i * 86400.0, i % 7 ? base + i : kMissing,
+                        std::string("text")});
+    const MemorySource source({numeric("key"), number, numeric("d", kFormatDate),
+                               numeric("z", kFormatDateTime), text("t", 4)},
+                              rows);
+    const TempFileDataStore store(source, {0});
+    const std::vector<std::size_t> fields = {3, 1, 2};
+    const auto iterator = [](const VEXA_DataSource& cases, WeightAdjust adjust = kWeightNone) {
+        return HVRawDataIterator(cases, std::vector<int>{0, 1, 2, 3, 4}, {}, false, adjust, false,
+                                 nullptr);
+    };
+    for (const int stop : {100000, 3000}) {
+        StopAfter stopRows(stop);
+        HVRawDataIterator byRow = iterator(store);
+        byRow.SetStopProcessor(&stopRows);
+        std::string expected;
+        const CFMetaData model(byRow.getDataModel());
+        while (byRow.nextRecord() == 0) {
+            std::istringstream words(recordOf(byRow, model));
+            std::string key, n, d, z;
+            words >> key >> n >> d >> z;
+            expected += z + " " + n + " " + d + "; ";
+        }
+        for (const std::size_t most : {1U, 7U, 2048U, 10000U}) {
+            StopAfter stopBlocks(stop);
+            HVRawDataIterator byBlock = iterator(store);
+            byBlock.SetStopProcessor(&stopBlocks);
+            ASSERT_TRUE(byBlock.servesBlocks(fields));
+            EXPECT_EQ(blocksOf(byBlock, fields, most), expected) << most;
+            EXPECT_EQ(stopBlocks.asked(), stopRows.asked());
+            EXPECT_EQ(byBlock.GetNCases(), byRow.GetNCases());
+            EXPECT_EQ(byBlock.GetWeightNValidCases(), byRow.GetWeightNValidCases());
+        }
+    }
+    EXPECT_FALSE(iterator(source).servesBlocks(fields)) << "the source moves case by case";
+    EXPECT_FALSE(iterator(store).servesBlocks({1, 4})) << "a text";
+    HVRawDataIterator incremented = iterator(store);
+    incremented.SetVariableIncrement(1, 0, 1);
+    EXPECT_FALSE(incremented.servesBlocks(fields));
+    EXPECT_TRUE(incremented.servesBlocks({0, 2}));
+    // Both ways of reading can be mixed.
+    HVRawDataIterator mixed = iterator(store);
+    const CFMetaData model(mixed.getDataModel());
+    double first = 0;
+    std::size_t count = 0;
+    EXPECT_EQ(mixed.nextRecord(), 0U);
+    EXPECT_EQ(mixed.nextRecords({0}, {&first}, 1, count), 0U);
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(mixed.nextRecord(), 0U);
+    EXPECT_EQ(recordOf(mixed, model), "2 1 2 2 'text'");
+}
 
 TEST(RawDataIterator, StopsForGood)
 {

@@ -151,6 +151,62 @@ TEST_F(RowIteratorTest, ExceptionsOfIteratorsAreFaultsOfTheJob)
                 HasSubstr(R"(the data model of the row iterator "rows" cannot be used)"));
 }
 
+/// Whatever rows do, a job that reads them in blocks ends in the same way.
+TEST_F(RowIteratorTest, BlocksAreReadAsRowsAre)
+{
+    struct BlockCase
+    {
+        const char* what;
+        std::size_t special; ///< the record that is not plain
+        TestRows::Value value;
+        std::function<void(TestRows&)> event; ///< before that record
+        const char* limit;
+    };
+    const BlockCase kBlocks[] = {
+        {"all", 3, {}, {}, ""},
+        {"fewer than a block", 3, {}, {}, R"(, "maxRecordsCount": 5)"},
+        {"more than a block", 3000, {}, {}, R"(, "maxRecordsCount": 2049)"},
+        {"a date with a time of day", 2500, 7.5, {}, ""},
+        {"no date", 2500, kNaN, {}, ""},
+        {"a throw", 2500, {}, [](TestRows&) { throw EmbeddedHV::Exception("boom"); }, ""},
+        {"an end", 2500, {}, [](TestRows& rows) { rows.status = RowDataIterator::EndOfData; }, ""},
+        {"a cancel",
+         2500,
+         {},
+         [](TestRows& rows) { rows.status = RowDataIterator::Cancelled; },
+         ""},
+    };
+    for (const BlockCase& block : kBlocks) {
+        SCOPED_TRACE(block.what);
+        std::vector<std::vector<TestRows::Value>> values;
+        for (std::size_t i = 1; i <= 5000; ++i) {
+            const auto number = static_cast<double>(i);
+            values.push_back({number * 0.5, number - 9, number * 1e3 + 0.001, 4.0});
+        }
+        values[block.special - 1] = {{}, block.value, {}, {}};
+        const auto outcomeOf = [&](TestRows& rows) {
+            rows.beforeRecord = [&](std::size_t call) {
+                if (call == block.special && block.event)
+                    block.event(rows);
+            };
+            const auto listener =
+                feed(rows, R"(read({"dataSource": "rows")" + std::string(block.limit) + "}) -> " +
+                               writeCsv("out.csv"));
+            std::string outcome = listener.ending + listener.errorId + listener.errorText;
+            for (const auto& [id, text] : listener.messages)
+                outcome += id + text;
+            return outcome + (listener.ending == "success" ? read("out.csv") : "");
+        };
+        const std::vector<TestRows::Field> fields = {
+            {"r", "real"}, {"d", "date"}, {"z", "timestamp"}, {"i", "integer"}};
+        TestRows rows("rows", fields, values);
+        TestBlocks blocks("rows", fields, values);
+        EXPECT_EQ(outcomeOf(rows), outcomeOf(blocks));
+        EXPECT_LE(rows.calls, blocks.calls);
+        EXPECT_GT(blocks.blocks, 0U);
+    }
+}
+
 /// A file whose types change far behind its head makes the job start anew; rows that come once must
 /// not be gone by then.
 TEST_F(RowIteratorTest, LateTypesAndRowsThatComeOnceGoTogether)

@@ -8,6 +8,7 @@
 #include <variant>
 #include <vector>
 
+#include "RowBlocks.h"
 #include "RowDataIterator.h"
 
 namespace EngineTest {
@@ -78,6 +79,34 @@ private:
     std::vector<Field> _fields;
     std::vector<std::vector<Value>> _rows;
     std::size_t _at = 0;
+};
+
+/// The same rows, which can also be read in blocks.
+class TestBlocks : public TestRows, public EmbeddedHV::RowBlocks
+{
+public:
+    using TestRows::TestRows;
+
+    bool servesBlocks(const std::vector<std::size_t>&) override { return true; }
+    unsigned int nextRecords(const std::vector<std::size_t>& fields,
+                             const std::vector<double*>& columns, std::size_t most,
+                             std::size_t& count) override
+    {
+        for (count = 0; count < most; ++count) {
+            if (const unsigned int ended = nextRecord(); ended != RecordAvailable)
+                return ended;
+            for (std::size_t i = 0; i < fields.size(); ++i) {
+                void* value = nullptr;
+                unsigned long long length = 0;
+                getRecordValue(fields[i], value, length);
+                columns[i][count] = value ? *static_cast<double*>(value) : kMissing;
+            }
+        }
+        ++blocks;
+        return RecordAvailable;
+    }
+
+    std::size_t blocks = 0; ///< how many were read to their end
 };
 
 } // namespace EngineTest

@@ -21,6 +21,11 @@ public:
 
     std::size_t fieldIndex() const { return _fieldIndex; }
     void setMissing(std::size_t row);
+    /// The values of a column of reals; null for another column.
+    double* reals() const
+    {
+        return _storage == CFField::Real ? static_cast<double*>(_data) : nullptr;
+    }
     /// How many dates lost a time of day.
     std::uint64_t timesDropped() const { return _timesDropped; }
     /// Stores a value. Returns false if the column cannot hold it; `problem` then gives the reason.

@@ -12,8 +12,8 @@ namespace EmbeddedHV {
 
 RowSource::RowSource(RowDataIterator& iterator, const Cancellation& cancellation,
                      RowSources& registry)
-    : _iterator(iterator), _cancellation(cancellation), _registry(registry),
-      _name(iterator.getName())
+    : _iterator(iterator), _blocks(dynamic_cast<RowBlocks*>(&iterator)),
+      _cancellation(cancellation), _registry(registry), _name(iterator.getName())
 {
     const std::string origin = "the data model of the row iterator \"" + _name + "\"";
     _fields = fieldsOfDataModel(_iterator.getDataModel(), origin, errors::kIteratorModel);
@@ -37,7 +37,10 @@ bool RowSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fi
         for (std::size_t i = 0; i < fields.size(); ++i)
             columns.emplace_back(_fields[fields[i]], fields[i],
                                  duckdb_data_chunk_get_vector(chunk, i));
-        duckdb_data_chunk_set_size(chunk, pull(columns, duckdb_vector_size()));
+        const std::size_t capacity = duckdb_vector_size();
+        const bool inBlocks = _blocks && !_ended && _blocks->servesBlocks(fields);
+        duckdb_data_chunk_set_size(chunk, inBlocks ? pullBlock(columns, fields, capacity)
+                                                   : pull(columns, capacity));
         for (const RowColumn& column : columns)
             _timesDropped[column.fieldIndex()] += column.timesDropped();
     } catch (const Exception& exception) {
@@ -71,12 +74,16 @@ void RowSource::fail(const std::string& what)
                                                   std::to_string(_records + 1) + ": " + what);
 }
 
+std::size_t RowSource::room(std::size_t capacity) const
+{
+    return static_cast<std::size_t>(std::min<std::uint64_t>(capacity, _limit - _records));
+}
+
 std::size_t RowSource::pull(std::vector<RowColumn>& columns, std::size_t capacity)
 {
     std::size_t row = 0;
-    const auto room =
-        static_cast<std::size_t>(std::min<std::uint64_t>(capacity, _limit - _records));
-    while (row < room && !_ended) {
+    const std::size_t most = room(capacity);
+    while (row < most && !_ended) {
         // Any code except 0 ends the input. The rows that a cancelled iterator returned so far are
         // passed on.
         if (_cancellation.stopping() ||
@@ -106,13 +113,72 @@ bool RowSource::readRecord(std::vector<RowColumn>& columns, std::size_t row)
         }
         if (column.set(row, value, length, _problem))
             continue;
-        _failure.emplace(errors::kIteratorValue,
-                         "read: field \"" + _fields[column.fieldIndex()].GetName() +
-                             "\" of the row iterator \"" + _name + "\", record " +
-                             std::to_string(_records + 1) + ": " + _problem);
+        refuseValue(column, _records + 1);
         return false;
     }
     return true;
+}
+
+/// The same as pull, for an iterator that serves several records in one call.
+std::size_t RowSource::pullBlock(std::vector<RowColumn>& columns,
+                                 const std::vector<std::size_t>& fields, std::size_t capacity)
+{
+    const std::size_t most = room(capacity);
+    if (most == 0 || _cancellation.stopping()) {
+        _ended = _ended || most > 0;
+        return 0;
+    }
+    _block.resize(columns.size());
+    _blockColumns.resize(columns.size());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        // Reals go straight into the database's vector.
+        _block[i].resize(columns[i].reals() ? 0 : capacity);
+        _blockColumns[i] = columns[i].reals() ? columns[i].reals() : _block[i].data();
+    }
+    std::size_t count = 0;
+    try {
+        _ended = _blocks->nextRecords(fields, _blockColumns, most, count) !=
+                 RowDataIterator::RecordAvailable;
+    } catch (...) {
+        _records += count; // for the message
+        throw;
+    }
+    if (!storeBlock(columns, count))
+        return 0;
+    _records += count;
+    return count;
+}
+
+/// Returns false if a value cannot be stored. Reports that of the first record, as readRecord does.
+bool RowSource::storeBlock(std::vector<RowColumn>& columns, std::size_t rows)
+{
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        for (std::size_t row = 0; columns[i].reals() && row < rows; ++row)
+            if (_blockColumns[i][row] == RowBlocks::kMissing)
+                columns[i].setMissing(row);
+    const bool allReals = std::all_of(columns.begin(), columns.end(),
+                                      [](const RowColumn& column) { return column.reals(); });
+    for (std::size_t row = 0; !allReals && row < rows; ++row)
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            const double value = _blockColumns[i][row];
+            if (columns[i].reals())
+                continue;
+            if (value == RowBlocks::kMissing) {
+                columns[i].setMissing(row);
+            } else if (!columns[i].set(row, &value, sizeof value, _problem)) {
+                refuseValue(columns[i], _records + row + 1);
+                return false;
+            }
+        }
+    return true;
+}
+
+void RowSource::refuseValue(const RowColumn& column, std::uint64_t record)
+{
+    _failure.emplace(errors::kIteratorValue,
+                     "read: field \"" + _fields[column.fieldIndex()].GetName() +
+                         "\" of the row iterator \"" + _name + "\", record " +
+                         std::to_string(record) + ": " + _problem);
 }
 
 } // namespace EmbeddedHV

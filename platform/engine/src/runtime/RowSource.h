@@ -9,6 +9,7 @@
 
 #include "CFField.h"
 #include "JobError.h"
+#include "RowBlocks.h"
 #include "RowDataIterator.h"
 #include "runtime/Cancellation.h"
 #include "runtime/RecordSource.h"
@@ -44,11 +45,17 @@ public:
     bool fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept override;
 
 private:
+    std::size_t room(std::size_t capacity) const;
     std::size_t pull(std::vector<RowColumn>& columns, std::size_t capacity);
     bool readRecord(std::vector<RowColumn>& columns, std::size_t row);
+    std::size_t pullBlock(std::vector<RowColumn>& columns, const std::vector<std::size_t>& fields,
+                          std::size_t capacity);
+    bool storeBlock(std::vector<RowColumn>& columns, std::size_t rows);
+    void refuseValue(const RowColumn& column, std::uint64_t record);
     void fail(const std::string& what);
 
     RowDataIterator& _iterator;
+    RowBlocks* const _blocks; ///< the same object; null if it serves only rows
     const Cancellation& _cancellation;
     RowSources& _registry;
     std::int64_t _id = 0;
@@ -59,6 +66,8 @@ private:
     bool _ended = false;
     std::optional<JobError> _failure;
     std::vector<std::uint64_t> _timesDropped; ///< for each field
+    std::vector<std::vector<double>> _block;  ///< values of the columns of a block
+    std::vector<double*> _blockColumns;
     std::string _problem; ///< of a value; a member, to avoid an allocation for each record
 };
 

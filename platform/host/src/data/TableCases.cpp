@@ -119,13 +119,42 @@ void TableCaseIterator::end()
                         std::to_string(_count));
 }
 
+void TableCaseIterator::move(std::size_t cases)
+{
+    for (std::size_t i = 0; i < _values.size(); ++i)
+        _values[i] += _units[i] * cases;
+    _row += cases;
+}
+
 int TableCaseIterator::NextCase()
 {
-    if (++_row < _rows)
-        for (std::size_t i = 0; i < _values.size(); ++i)
-            _values[i] += _units[i];
+    if (_isBeforeRow)
+        _isBeforeRow = false;
+    else if (_row + 1 < _rows)
+        move(1);
     else if (!fetch())
         return 0;
     ++_count;
     return 1;
+}
+
+std::size_t TableCaseIterator::CasesAhead()
+{
+    if (!_isBeforeRow && _row + 1 >= _rows)
+        _isBeforeRow = fetch();
+    const std::size_t from = _isBeforeRow ? _row : _row + 1;
+    return from < _rows ? _rows - from : 0;
+}
+
+const OBS* TableCaseIterator::NumbersAhead(int column) const
+{
+    // A number takes one unit.
+    return GetObsPointer(column) + (_isBeforeRow ? 0 : 1);
+}
+
+void TableCaseIterator::Skip(std::size_t cases)
+{
+    move(_isBeforeRow ? cases - 1 : cases);
+    _isBeforeRow = false;
+    _count += static_cast<long long>(cases);
 }

@@ -38,7 +38,7 @@ private:
 };
 
 /// Iterates over cases from the database, a chunk at a time.
-class TableCaseIterator final : public VEXA_InputCaseIterator
+class TableCaseIterator final : public VEXA_InputCaseIterator, public VEXA_CaseBlock
 {
 public:
     /// `columns` are the relation's columns in the order of `buffers`. Throws ErrorText.
@@ -53,9 +53,13 @@ public:
         return _values[static_cast<std::size_t>(column)];
     }
     long long GetCaseCount() const override { return _count; }
+    std::size_t CasesAhead() override;
+    const OBS* NumbersAhead(int column) const override;
+    void Skip(std::size_t cases) override;
 
 private:
     bool fetch();
+    void move(std::size_t cases);
     void end();
 
     std::shared_ptr<const Relation> _relation;
@@ -67,6 +71,7 @@ private:
     std::vector<std::size_t> _units; ///< distance of the values of consecutive cases
     ErrorMonitor* _monitor;
     std::size_t _rows = 0;
-    std::size_t _row = 0;
+    std::size_t _row = 0;      ///< that _values point to
+    bool _isBeforeRow = false; ///< the case of _row is ahead, and the current one is gone
     long long _count = 0;
 };

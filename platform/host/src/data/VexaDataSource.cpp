@@ -7,6 +7,7 @@
 
 VEXA_DataSource::~VEXA_DataSource() = default;
 VEXA_InputCaseIterator::~VEXA_InputCaseIterator() = default;
+VEXA_CaseBlock::~VEXA_CaseBlock() = default;
 
 int VEXA_DataSource::FindVarIndex(const std::string& name, int firstColumn) const
 {
