@@ -51,7 +51,6 @@ public:
     ProcedureDataSource& operator=(const ProcedureDataSource&) = delete;
 
     int ColumnCount() const override;
-    /// Returns a numeric variable without a name for a column that does not exist.
     const VEXA_Variable& GetVariable(int column) const override;
     int GetWeightVarIndex() const override;
     int GetNSplitVars() const override;

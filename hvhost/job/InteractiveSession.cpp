@@ -42,15 +42,15 @@ void InteractiveSession::perform(HVInteractive& object, const std::function<bool
                 const StopRequest stop(object);
                 isDone = request();
             }
-            settle(object, isDone, source, origin, explain);
+            checkOutcome(object, isDone, source, origin, explain);
             return true;
         },
         origin);
 }
 
 /// Prints the messages of the last job. Throws if the request did not succeed.
-void InteractiveSession::settle(HVInteractive& object, bool isDone, const std::string& source,
-                                const JobOrigin& origin, const Explain& explain)
+void InteractiveSession::checkOutcome(HVInteractive& object, bool isDone, const std::string& source,
+                                      const JobOrigin& origin, const Explain& explain)
 {
     for (const std::string& message : object.getMessages())
         _host.warn(withFileName(message, origin));

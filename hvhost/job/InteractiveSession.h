@@ -31,8 +31,8 @@ public:
     void checkStop() const;
 
 private:
-    void settle(HVInteractive& object, bool isDone, const std::string& source,
-                const JobOrigin& origin, const Explain& explain);
+    void checkOutcome(HVInteractive& object, bool isDone, const std::string& source,
+                      const JobOrigin& origin, const Explain& explain);
 
     const InterruptWatch& _watch;
     HostSession _host;

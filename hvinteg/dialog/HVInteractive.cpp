@@ -130,8 +130,8 @@ void HVInteractive::AddMessage(const std::string& text)
 
 void HVInteractive::UpdateMessageList()
 {
-    const std::vector<std::string>& told = _runner->getProgressListener()->getMessages();
-    _messages.insert(_messages.end(), told.begin(), told.end());
+    const std::vector<std::string>& messages = _runner->getProgressListener()->getMessages();
+    _messages.insert(_messages.end(), messages.begin(), messages.end());
     _hasOwnMessages = true;
 }
 

@@ -127,7 +127,7 @@ bool HVRunner::isStopProcessor()
 
 void HVRunner::resetStopRrocessor()
 {
-    _impl->resetStopRrocessor();
+    _impl->clearStop();
 }
 
 void HVRunner::cleanExecution()

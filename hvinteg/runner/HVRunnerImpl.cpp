@@ -124,7 +124,7 @@ void HVRunnerImpl::cleanExecution()
         ended->dispose(managerEnv());
 }
 
-void HVRunnerImpl::resetStopRrocessor()
+void HVRunnerImpl::clearStop()
 {
     if (_hasProcedure)
         _execution.resetStop();

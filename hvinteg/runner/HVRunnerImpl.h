@@ -54,7 +54,7 @@ public:
 
     bool isStopProcessor() const { return _execution.isStopped(); }
     /// Has no effect without a procedure: a cancelled dialog stays cancelled.
-    void resetStopRrocessor();
+    void clearStop();
     /// Reads the host's locale, which is passed to each new execution.
     void updateAppSetting();
 

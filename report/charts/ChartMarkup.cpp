@@ -84,9 +84,9 @@ void writeNote(std::ostream& out, const std::string& key)
 void writeDrawing(std::ostream& out, const ChartDrawing& drawing)
 {
     const std::string description = textOf(memberOf(drawing.specification, "description"));
-    const std::string told =
+    const std::string given =
         drawing.title.empty() ? textOf(memberOf(drawing.specification, "title")) : drawing.title;
-    const std::string title = told.empty() ? translate("Chart") : told;
+    const std::string title = given.empty() ? translate("Chart") : given;
     const bool isMore = !description.empty() && description != title;
     out << "<figure class=\"chart\" id=\"" << drawing.anchor << "\">\n<figcaption>"
         << isolated(title);
@@ -98,7 +98,7 @@ void writeDrawing(std::ostream& out, const ChartDrawing& drawing)
     else if (std::optional<NetworkSpec> network = readNetworkSpec(drawing.specification))
         writeNetwork(out, std::move(*network), {title, isMore ? description : "", drawing.anchor});
     else
-        writeForScript(out, drawing, told.empty() ? translate("Data") : told);
+        writeForScript(out, drawing, given.empty() ? translate("Data") : given);
     out << "</figure>\n";
 }
 

@@ -127,6 +127,7 @@ TEST(SavFile, TheDictionaryComesBackWhole)
         store.Close();
     }
     ProcedureDataSource procedure;
+    EXPECT_THROW(procedure.GetVariable(0), ErrorText);
     {
         const UserInputCaseFile file(specOf(name, false), &procedure);
         const VEXA_DataSource& source = *file.DataSource();

@@ -253,7 +253,7 @@ class Describe(Case):
 
     def test_limit_of_distinct_values(self):
         text = self.run_hvhost("describe", WEATHER, "weather", "--distinct", 4).stdout
-        self.assertIn("Comment: weather has more values than are told one by one", text)
+        self.assertIn("Comment: weather has too many different values", text)
         self.assertNotIn("drizzle", text)
         for limit, field in ((4, {}), (0, {}), (5, {"distinct": 5}), (-1, {"distinct": 5})):
             told = self.fields(WEATHER, "weather", "--distinct", limit)["weather"]

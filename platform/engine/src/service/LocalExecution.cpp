@@ -104,9 +104,9 @@ void LocalExecution::execute(JNIEnv*, ExecutionListener* listener)
 
 LocalExecution::Ending LocalExecution::run(Reporter& reporter, std::optional<JobError>& fault)
 {
-    std::set<std::string> told; // a statement that is planned twice reports its messages once
+    std::set<std::string> reported; // a statement that is planned twice reports its messages once
     _context->message = [&](const std::string& id, const std::string& text) {
-        if (told.insert(id + text).second)
+        if (reported.insert(id + text).second)
             reporter.message(id, text);
     };
     const auto unexpected = [&fault](const std::string& what) {

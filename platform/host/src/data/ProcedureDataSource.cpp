@@ -1,5 +1,7 @@
+#include <string>
 #include <utility>
 
+#include "ErrorText.h"
 #include "Journal.h"
 #include "VexaDataSource.h"
 #include "data/ProcedureCases.h"
@@ -14,7 +16,6 @@ struct ProcedureDataSource::Impl
     }
 
     const VEXA_DataSource* dataset = nullptr;
-    VEXA_Variable none{0}; ///< for a column that does not exist
     std::vector<VEXA_Variable> variables;
     int weightColumn = -1;
     std::vector<int> splitColumns;
@@ -32,8 +33,9 @@ int ProcedureDataSource::ColumnCount() const
 
 const VEXA_Variable& ProcedureDataSource::GetVariable(int column) const
 {
-    return _impl->isColumn(column) ? _impl->variables[static_cast<std::size_t>(column)]
-                                   : _impl->none;
+    if (!_impl->isColumn(column))
+        throw ErrorText("the procedure's data have no column " + std::to_string(column));
+    return _impl->variables[static_cast<std::size_t>(column)];
 }
 
 int ProcedureDataSource::GetWeightVarIndex() const
@@ -79,12 +81,13 @@ VEXA_InputCaseIterator* ProcedureDataSource::MakeProjectedIterator(const std::ve
 
 MeasurementLevel ProcedureDataSource::GetMeasurementLevel(int column) const
 {
-    return GetVariable(column).GetMeasurementLevel();
+    return _impl->isColumn(column) ? GetVariable(column).GetMeasurementLevel()
+                                   : MeasurementLevel::Unknown;
 }
 
 int ProcedureDataSource::GetColumnType(int column) const
 {
-    return GetVariable(column).GetType();
+    return _impl->isColumn(column) ? GetVariable(column).GetType() : 0;
 }
 
 void ProcedureDataSource::SetMeasurementLevel(int column, MeasurementLevel level)

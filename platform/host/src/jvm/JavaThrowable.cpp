@@ -11,11 +11,11 @@ public:
 
     jobject call(jobject object, const char* className, const char* method, const char* signature)
     {
-        const jclass type = settled(_env->FindClass(className));
+        const jclass type = withoutException(_env->FindClass(className));
         jobject result = nullptr;
         if (const jmethodID id = methodOf(type, method, signature);
             id != nullptr && object != nullptr)
-            result = settled(_env->CallObjectMethodA(object, id, nullptr));
+            result = withoutException(_env->CallObjectMethodA(object, id, nullptr));
         _env->DeleteLocalRef(type);
         return result;
     }
@@ -23,12 +23,12 @@ public:
     /// Creates an object with one argument.
     jobject make(const char* className, const char* signature, jobject argument)
     {
-        const jclass type = settled(_env->FindClass(className));
+        const jclass type = withoutException(_env->FindClass(className));
         jvalue value{};
         value.l = argument;
         jobject result = nullptr;
         if (const jmethodID id = methodOf(type, "<init>", signature); id != nullptr)
-            result = settled(_env->NewObjectA(type, id, &value));
+            result = withoutException(_env->NewObjectA(type, id, &value));
         _env->DeleteLocalRef(type);
         return result;
     }
@@ -36,13 +36,13 @@ public:
     /// Lets Java write the stack trace, with causes and common frames.
     void print(jthrowable exception, jobject writer)
     {
-        const jclass type = settled(_env->FindClass("java/lang/Throwable"));
+        const jclass type = withoutException(_env->FindClass("java/lang/Throwable"));
         jvalue value{};
         value.l = writer;
         const jmethodID id = methodOf(type, "printStackTrace", "(Ljava/io/PrintWriter;)V");
         if (id != nullptr && writer != nullptr && exception != nullptr) {
             _env->CallVoidMethodA(exception, id, &value);
-            settle();
+            clearException();
         }
         _env->DeleteLocalRef(type);
     }
@@ -54,7 +54,7 @@ public:
         if (string == nullptr)
             return result;
         const auto text = static_cast<jstring>(string);
-        const char* bytes = settled(_env->GetStringUTFChars(text, nullptr));
+        const char* bytes = withoutException(_env->GetStringUTFChars(text, nullptr));
         if (bytes != nullptr) {
             result = utf8FromJava(bytes);
             _env->ReleaseStringUTFChars(text, bytes);
@@ -66,25 +66,26 @@ public:
     void drop(jobject reference) { _env->DeleteLocalRef(reference); }
     jclass classOf(jobject object)
     {
-        return object == nullptr ? nullptr : settled(_env->GetObjectClass(object));
+        return object == nullptr ? nullptr : withoutException(_env->GetObjectClass(object));
     }
 
 private:
     jmethodID methodOf(jclass type, const char* name, const char* signature)
     {
-        return type == nullptr ? nullptr : settled(_env->GetMethodID(type, name, signature));
+        return type == nullptr ? nullptr
+                               : withoutException(_env->GetMethodID(type, name, signature));
     }
 
-    void settle()
+    void clearException()
     {
         if (_env->ExceptionCheck() == JNI_TRUE)
             _env->ExceptionClear();
     }
 
     template <class Result>
-    Result settled(Result result)
+    Result withoutException(Result result)
     {
-        settle();
+        clearException();
         return result;
     }
 

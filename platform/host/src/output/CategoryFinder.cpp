@@ -19,10 +19,10 @@ const OutputCategory& nodeAt(const OutputDimension& dimension, int number)
 
 CategoryFinder::Parent& CategoryFinder::inRound(int parent)
 {
-    Parent& told = of(parent);
-    if (told.round < _allBegan)
-        told = {0, _allBegan};
-    return told;
+    Parent& state = of(parent);
+    if (state.round < _allBegan)
+        state = {0, _allBegan};
+    return state;
 }
 
 /// Restarts the count of a text if the parent is in another round.
@@ -42,15 +42,15 @@ std::optional<int> CategoryFinder::find(const OutputDimension& dimension, int pa
     const auto known = _byText.find(childKey(parent, isGroup, text));
     if (known == _byText.end())
         return std::nullopt;
-    Parent& told = inRound(parent);
+    Parent& state = inRound(parent);
     SameText& same = _texts[known->second];
-    join(same, told);
+    join(same, state);
     if (same.declared == same.nodes.size())
         return std::nullopt;
     const int found = same.nodes[same.declared++];
     const std::vector<int>& children = nodeAt(dimension, parent).children;
     const auto place = std::lower_bound(children.begin(), children.end(), found);
-    told.next = static_cast<std::size_t>(place - children.begin()) + 1;
+    state.next = static_cast<std::size_t>(place - children.begin()) + 1;
     return found;
 }
 
@@ -58,9 +58,9 @@ std::optional<int> CategoryFinder::find(const OutputDimension& dimension, int pa
 std::optional<int> CategoryFinder::tryNext(const OutputDimension& dimension, int parent,
                                            bool isGroup, const std::string& text)
 {
-    Parent& told = inRound(parent);
+    Parent& state = inRound(parent);
     const std::vector<int>& children = nodeAt(dimension, parent).children;
-    const std::size_t tried = told.next < children.size() ? told.next : 0;
+    const std::size_t tried = state.next < children.size() ? state.next : 0;
     if (tried >= children.size())
         return std::nullopt;
     const int child = children[tried];
@@ -68,11 +68,11 @@ std::optional<int> CategoryFinder::tryNext(const OutputDimension& dimension, int
     if (node.isGroup != isGroup || node.label.text != text)
         return std::nullopt;
     SameText& same = _texts[_textOf[static_cast<std::size_t>(child)]];
-    join(same, told);
+    join(same, state);
     if (same.declared == same.nodes.size() || same.nodes[same.declared] != child)
         return std::nullopt;
     ++same.declared;
-    told.next = tried + 1;
+    state.next = tried + 1;
     return child;
 }
 
@@ -85,10 +85,10 @@ void CategoryFinder::add(const OutputDimension& dimension, int parent, int node)
         _texts.emplace_back();
     _textOf.push_back(known->second);
     _parents.emplace_back().round = ++_round;
-    Parent& told = inRound(parent);
-    told.next = nodeAt(dimension, parent).children.size();
+    Parent& state = inRound(parent);
+    state.next = nodeAt(dimension, parent).children.size();
     SameText& same = _texts[known->second];
-    join(same, told);
+    join(same, state);
     same.nodes.push_back(node);
     same.declared = same.nodes.size();
 }

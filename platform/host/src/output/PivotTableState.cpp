@@ -26,7 +26,7 @@ bool PivotTableState::isNamed(int dimension, const std::string& name) const
 /// dimensions are known, and only the name decides.
 bool PivotTableState::encloses(int dimension) const
 {
-    const Told& outer = told[index(dimension)];
+    const DimensionState& outer = states[index(dimension)];
     return isNested && outer.objects > 0 && outer.openLeaf != kNone && table->cells.size() == 0;
 }
 
@@ -36,7 +36,7 @@ int PivotTableState::findDimension(const std::string& name) const
     // declarations their order distinguishes them.
     if (isNested && lastOpened != kNone && isNamed(lastOpened + 1, name))
         return lastOpened + 1;
-    for (int number = 0; index(number) < told.size(); ++number)
+    for (int number = 0; index(number) < states.size(); ++number)
         if (isNamed(number, name) && !encloses(number))
             return number;
     return kNone;
@@ -44,8 +44,9 @@ int PivotTableState::findDimension(const std::string& name) const
 
 int PivotTableState::addDimension(const TnContent& name)
 {
-    isNested = isNested && std::all_of(told.begin(), told.end(),
-                                       [](const Told& outer) { return outer.openLeaf != kNone; });
+    isNested = isNested &&
+               std::all_of(states.begin(), states.end(),
+                           [](const DimensionState& outer) { return outer.openLeaf != kNone; });
     // Cells from before this dimension have no place in it.
     table->cells.clear();
     const int endOfRows = lastRowPosition(*table) + 1;
@@ -53,15 +54,15 @@ int PivotTableState::addDimension(const TnContent& name)
     added.name = name;
     added.nodes.emplace_back().isGroup = true;
     added.position = endOfRows;
-    told.emplace_back();
-    return static_cast<int>(told.size()) - 1;
+    states.emplace_back();
+    return static_cast<int>(states.size()) - 1;
 }
 
 int PivotTableState::declareDimension(const TnContent& name, int sort)
 {
     const int known = findDimension(name.text);
     const int number = known != kNone ? known : addDimension(name);
-    told[index(number)].finder.beginAll();
+    states[index(number)].finder.beginAll();
     dimension(number).sort = sort;
     dimension(number).nodes.front().sort = sort;
     return number;
@@ -69,7 +70,7 @@ int PivotTableState::declareDimension(const TnContent& name, int sort)
 
 int PivotTableState::declareChild(int dimension, int parent, bool isGroup, const TnContent& label)
 {
-    CategoryFinder& finder = told[index(dimension)].finder;
+    CategoryFinder& finder = states[index(dimension)].finder;
     // Dimensions that are declared side by side are identified by text, so each call is a round.
     if (!isNested)
         finder.begin(parent);
@@ -90,25 +91,25 @@ int PivotTableState::addChild(int dimension, int parent, bool isGroup, const TnC
     child.isGroup = isGroup;
     child.leaf = isGroup ? kNone : owner.leafCount++;
     owner.nodes[index(parent)].children.push_back(added);
-    told[index(dimension)].finder.add(owner, parent, added);
+    states[index(dimension)].finder.add(owner, parent, added);
     return added;
 }
 
 void PivotTableState::open(int dimension, int category)
 {
-    told[index(dimension)].openLeaf = leafOf(dimension, category);
+    states[index(dimension)].openLeaf = leafOf(dimension, category);
     lastOpened = dimension;
     // The dimensions inside this category start again from their first categories.
-    for (std::size_t inner = index(dimension) + 1; inner < told.size(); ++inner)
-        told[inner].finder.beginAll();
+    for (std::size_t inner = index(dimension) + 1; inner < states.size(); ++inner)
+        states[inner].finder.beginAll();
 }
 
 /// Empty while a dimension has no open category: there is no cell.
 std::vector<int> PivotTableState::addressOf(int dimension, int category)
 {
     std::vector<int> address;
-    address.reserve(told.size());
-    for (const Told& each : told)
+    address.reserve(states.size());
+    for (const DimensionState& each : states)
         address.push_back(each.openLeaf);
     address[index(dimension)] = leafOf(dimension, category);
     const bool isWhole = std::find(address.begin(), address.end(), kNone) == address.end();

@@ -25,8 +25,8 @@ struct PivotTableState
     /// The dimension of that name, or a new one at the end of the rows.
     int declareDimension(const TnContent& name, int sort);
     /// Counts the objects of a dimension: its declaration continues as long as one exists.
-    void beginDeclaration(int dimension) { ++told[index(dimension)].objects; }
-    void endDeclaration(int dimension) { --told[index(dimension)].objects; }
+    void beginDeclaration(int dimension) { ++states[index(dimension)].objects; }
+    void endDeclaration(int dimension) { --states[index(dimension)].objects; }
     /// The next child of that kind and text, or a new one.
     int declareChild(int dimension, int parent, bool isGroup, const TnContent& label);
     void open(int dimension, int category);
@@ -45,7 +45,7 @@ struct PivotTableState
 
 private:
     /// Build state of a dimension.
-    struct Told
+    struct DimensionState
     {
         int openLeaf = -1; ///< -1 for none
         int objects = 0;
@@ -60,8 +60,8 @@ private:
     int addDimension(const TnContent& name);
     int addChild(int dimension, int parent, bool isGroup, const TnContent& label);
 
-    std::vector<Told> told; ///< by dimension
-    bool isNested = true;   ///< each dimension was declared inside categories of the earlier ones
-    int lastOpened = -1;    ///< the dimension whose category was opened last
+    std::vector<DimensionState> states; ///< by dimension
+    bool isNested = true; ///< each dimension was declared inside categories of the earlier ones
+    int lastOpened = -1;  ///< the dimension whose category was opened last
     std::unordered_map<std::string, int> noteOfText;
 };

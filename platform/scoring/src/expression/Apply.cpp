@@ -20,7 +20,7 @@ Cell Apply::evaluate(Cells& cells)
         _values[i] = _arguments[i]->evaluate(cells);
     if (_treatment.mapMissingTo && missesArgument())
         return _treatment.mapMissingTo->evaluate(cells);
-    return _treatment.settle(result(), cells);
+    return _treatment.apply(result(), cells);
 }
 
 /// Of the branches of a choice, only the chosen one counts.

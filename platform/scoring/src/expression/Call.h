@@ -26,7 +26,7 @@ public:
         }
         if (missesArgument && _treatment.mapMissingTo)
             return _treatment.mapMissingTo->evaluate(cells);
-        return _treatment.settle(_body->evaluate(cells), cells);
+        return _treatment.apply(_body->evaluate(cells), cells);
     }
 
 private:

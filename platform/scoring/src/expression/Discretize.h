@@ -34,7 +34,7 @@ public:
         for (const Bin& bin : _bins)
             if (bin.interval.contains(cell.number))
                 return bin.value->evaluate(cells);
-        return _treatment.settle(Cell::missing(), cells);
+        return _treatment.apply(Cell::missing(), cells);
     }
 
 private:

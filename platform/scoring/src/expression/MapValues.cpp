@@ -49,7 +49,7 @@ Cell MapValues::evaluate(Cells& cells)
                                             return order(entry.keys, keys) < 0;
                                         });
     if (found == _index.end() || order(found->keys, _sought) != 0)
-        return _treatment.settle(Cell::missing(), cells);
+        return _treatment.apply(Cell::missing(), cells);
     return _rows[found->row].value->evaluate(cells);
 }
 

@@ -11,7 +11,7 @@ struct Treatment
     ExpressionPtr defaultValue; ///< replaces a missing result
     bool invalidAsMissing = false;
 
-    Cell settle(Cell result, Cells& cells) const
+    Cell apply(Cell result, Cells& cells) const
     {
         if (result.isInvalid() && invalidAsMissing)
             result = Cell::missing();

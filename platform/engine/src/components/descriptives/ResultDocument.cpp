@@ -69,7 +69,7 @@ private:
             _object["frequencies"][key] = frequencyTable(field, key, _isWeighted);
             _object["bars"][key] = barChart(field, key, _isWeighted);
         } else if (field.valid > 0 && !areWithheld(field)) {
-            tell(field, " has more values than are told one by one: no frequencies are shown.");
+            tell(field, " has too many different values; no frequencies are shown.");
         }
     }
 
