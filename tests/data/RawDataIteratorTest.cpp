@@ -320,8 +320,7 @@ TEST(RawDataIterator, ServesBlocksAsItServesRecords)
     const TempFileDataStore store(source, {0});
     const std::vector<std::size_t> fields = {3, 1, 2};
     const auto iterator = [](const VEXA_DataSource& cases, WeightAdjust adjust = kWeightNone) {
-        return HVRawDataIterator(cases, std::vector<int>{0, 1, 2, 3, 4}, {}, false, adjust, false,
-                                 nullptr);
+        return HVRawDataIterator(cases, std::vector<int>(), {}, false, adjust, false, nullptr);
     };
     for (const int stop : {100000, 3000}) {
         StopAfter stopRows(stop);

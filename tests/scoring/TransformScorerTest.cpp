@@ -288,8 +288,8 @@ TEST(TransformScorerOfMoments, MillisecondsEqualTheModelsConstants)
             pmml(derived(equal(field("moment"), text, "dateTime")) +
                  derived(call("isIn", field("moment") + constant(text + "00")), "double", "a") +
                  derived(call("lessThan", field("moment") + constant(text)), "double", "b") +
-                 derived(field("moment"), "dateTimeSecondsSince[1970]", "s") +
-                 derived(equal(field("s"), "1709210096." + digits, "dateTimeSecondsSince[1970]"),
+                 derived(field("moment"), "dateTimeSecondsSince[1970]", "t") +
+                 derived(equal(field("t"), "1709210096." + digits, "dateTimeSecondsSince[1970]"),
                          "double", "c") +
                  derived(call("dateSecondsSinceMidnight", field("moment")), "double", "d") +
                  derived(call("dateSecondsSinceYear", field("moment") + constant("1970")), "double",
@@ -297,7 +297,7 @@ TEST(TransformScorerOfMoments, MillisecondsEqualTheModelsConstants)
         OneRow row;
         row.add("moment", CFField::Timestamp, (kSecond * 1000 + i) / 1000);
         HVTransformScorer scorer;
-        ASSERT_TRUE(scorer.PrepareScoring(&row, model, {"r", "a", "b", "c", "s", "d", "e"}, true));
+        ASSERT_TRUE(scorer.PrepareScoring(&row, model, {"r", "a", "b", "c", "t", "d", "e"}, true));
         ASSERT_TRUE(scorer.ScoreRecord());
         EXPECT_THAT(scorer.GetTargetValues(),
                     ElementsAre(1, 1, 0, 1, (kSecond * 1000 + i) / 1000, (kOfDay * 1000 + i) / 1000,
