@@ -288,7 +288,7 @@ TEST_F(ReadWriteTest, BadRecordsAreSkippedUpToAThreshold)
         {"a,b\n1,2\n\"x\" \"y\",3\n4,5\n",
          "HVEIO0003E read: $DIRin.csv:3:5: text follows a closing"},
         {"a,b\n\"v\" \"w,7\n9,8\n", "HVEIO0003E read: $DIRin.csv:2:5: text follows a closing"},
-        {"a,b\n1\n\"Pedro \"the\" legend\",3\n", "HVEIO0003E read: $DIRin.csv:3:8: text follows"},
+        {"a,b\n1\n\"Pedro \"the\" legend\",3\n", "HVEIO0003E read: $DIRin.csv:3:9: text follows"},
         {"a,b\n1,2\r\n3,4\n", "HVEIO0003E read: $DIRin.csv:2: the line ends in CR LF"},
     };
     for (const auto& [text, result] : kQuotes) {

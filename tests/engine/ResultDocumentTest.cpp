@@ -321,7 +321,7 @@ TEST_F(ResultDocument, LimitsWhatItTellsOneByOne)
     ASSERT_EQ(notifications.size(), 2U);
     EXPECT_NE(shownText(notifications[0]).find("\"useFeatureSelection\""), std::string::npos);
     EXPECT_EQ(notifications[0]["severity"], "Warning");
-    EXPECT_EQ(shownText(notifications[1]).substr(0, 14), "t has more val");
+    EXPECT_EQ(shownText(notifications[1]).substr(0, 14), "t has too many");
     EXPECT_EQ(notifications[1]["severity"], "Comment");
 
     document = describeCsv(csv, R"({"computeSummaryStats": false,

@@ -16,34 +16,43 @@ constexpr double kFinestScale = 0x1p700;
 constexpr double kCoarser = 0x1p-700;
 constexpr double kGreatestScaled = 0x1p400;
 
+/// Deviations are taken from the first value, which is exact for values close to each other. So a
+/// large mean costs no digits.
 struct Spread
 {
-    double mean;   ///< scaled
+    double first;  ///< scaled
+    double mean;   ///< of the deviations from the first value, scaled
     double second; ///< the sum of the squared deviations from the mean, scaled twice
     double scale;
     std::int64_t count;
 
-    void start() { *this = {0, 0, kFinestScale, 0}; }
+    void start() { *this = {0, 0, 0, kFinestScale, 0}; }
     void take(double value)
     {
         while (std::fabs(value * scale) > kGreatestScaled)
             coarsen();
-        const double scaled = value * scale;
-        const double before = scaled - mean;
+        if (count == 0)
+            first = value * scale;
+        const double deviation = value * scale - first;
+        const double before = deviation - mean;
         mean += before / static_cast<double>(++count);
-        second += before * (scaled - mean);
+        second += before * (deviation - mean);
     }
     void merge(Spread other)
     {
         if (other.count == 0)
             return;
+        if (count == 0) {
+            *this = other;
+            return;
+        }
         while (scale > other.scale)
             coarsen();
         while (other.scale > scale)
             other.coarsen();
         const auto own = static_cast<double>(count);
         const auto added = static_cast<double>(other.count);
-        const double distance = other.mean - mean;
+        const double distance = (other.first - first) + (other.mean - mean);
         mean += distance * (added / (own + added));
         second += other.second + distance * distance * (own * added / (own + added));
         count += other.count;
@@ -51,6 +60,7 @@ struct Spread
     void coarsen()
     {
         scale *= kCoarser;
+        first *= kCoarser;
         mean *= kCoarser;
         second = second * kCoarser * kCoarser;
     }
