@@ -79,17 +79,23 @@ std::string programDirectory()
     return std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
 }
 
-int compareInChildren(const std::string& program, const std::string& directory,
-                      const std::string& figure, double limit)
+int compareSides(const std::string& program, const std::string& directory, const std::string& ours,
+                 const std::string& baseline, const std::string& figure, double limit)
 {
     const std::string self = programDirectory() + "/" + program;
-    runChild({self, directory, "prepare"});
-    const auto run = [&](const char* side) {
+    const auto run = [&](const std::string& side) {
         return std::atof(runChild({self, directory, side}).output.c_str());
     };
     const Comparison time = interleave(
-        5, [&] { return run("ours"); }, [&] { return run("baseline"); });
+        5, [&] { return run(ours); }, [&] { return run(baseline); });
     return report(figure, time, "ms", limit) ? 0 : 1;
+}
+
+int compareInChildren(const std::string& program, const std::string& directory,
+                      const std::string& figure, double limit)
+{
+    runChild({programDirectory() + "/" + program, directory, "prepare"});
+    return compareSides(program, directory, "ours", "baseline", figure, limit);
 }
 
 } // namespace bench

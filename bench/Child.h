@@ -23,8 +23,12 @@ ChildResult runChild(const std::vector<std::string>& command);
 std::string programDirectory();
 
 /// Compares two sides that each need a process of their own. Runs `program` of this directory with
-/// DIRECTORY and "prepare" once, then with "ours" and "baseline" in turns, which print
-/// milliseconds. Reports the figure, and returns the exit status of the benchmark.
+/// DIRECTORY and the name of each side in turns, which prints milliseconds. Reports the figure, and
+/// returns the exit status of the benchmark.
+int compareSides(const std::string& program, const std::string& directory, const std::string& ours,
+                 const std::string& baseline, const std::string& figure, double limit);
+
+/// Runs `program` with DIRECTORY and "prepare" once, then compares its sides "ours" and "baseline".
 int compareInChildren(const std::string& program, const std::string& directory,
                       const std::string& figure, double limit);
 

@@ -1,10 +1,10 @@
-// Ten million records made into a thousand series of a thousand points, from one binary file into
-// another. Against the plain GROUP BY of the same file in the database alone, whose result is long
-// and stays in memory. Each run is a process of its own: bench_prepare DIR measures, bench_prepare
-// DIR WHO is one run.
+// Ten million records made into a thousand series of a thousand points for each metric, from one
+// binary file into another. Against the plain GROUP BY of the same file in the database alone,
+// whose result is long and stays in memory. Each run is a process of its own: bench_prepare DIR
+// measures, bench_prepare DIR SIDE is one run.
 
 #include <cstdio>
-#include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include "Child.h"
@@ -14,6 +14,28 @@
 #include "runner/HVRunner.h"
 
 namespace {
+
+struct Case
+{
+    const char* figure;
+    const char* ours; ///< the name of the side
+    const char* baseline;
+    const char* settings;
+    const char* columns; ///< of the GROUP BY
+};
+
+constexpr Case kCases[] = {
+    {"prepare 10 million records: sum", "ours-sum", "baseline-sum",
+     R"("metricFieldList": ["sales"], "aggregation": "sum")", "sum(sales)"},
+    {"prepare 10 million records: mean", "ours-mean", "baseline-mean",
+     R"("metricFieldList": ["price"], "aggregation": "mean")", "avg(price)"},
+    {"prepare 10 million records: three metrics", "ours-three", "baseline-three",
+     R"("metricFieldList": ["sales", "price", "visits"],
+        "aggregation": {"default": "sum", "fields": {"price": "mean", "visits": "max"}})",
+     "sum(sales), avg(price), max(visits)"},
+};
+
+constexpr double kLimit = 2.0;
 
 std::string readStep(const std::string& path)
 {
@@ -32,7 +54,8 @@ int makeFile(const std::string& directory)
 {
     const std::string plain = directory + "/plain.parquet";
     bench::DuckDb(1).run("COPY (SELECT DATE '2000-01-01' + CAST(i // 10000 AS INTEGER) AS day,"
-                         " 'shop ' || (i * 7919 % 1000) AS shop, (i * 104729 % 99991) / 8 AS sales"
+                         " 'shop ' || (i * 7919 % 1000) AS shop, (i * 104729 % 99991) / 8 AS sales,"
+                         " (i * 15485863 % 9973) / 100 AS price, i * 32452843 % 997 AS visits"
                          " FROM range(10000000) t(i)) TO '" +
                          plain + "' (FORMAT parquet)");
     HVRunner runner;
@@ -41,35 +64,40 @@ int makeFile(const std::string& directory)
 }
 
 /// The engine's start is in the time, that of the Java virtual machine is not.
-double prepareSeries(const std::string& directory)
+double prepareSeries(const std::string& directory, const Case& one)
 {
     HVRunner runner;
     const bench::Stopwatch watch;
-    bench::runJob(runner, readStep(directory + "/records.hvbf") +
-                              R"( -> tsdp:tsdp({"dateTimeField": "day", "dimFieldList": ["shop"],
-                         "metricFieldList": ["sales"], "aggregation": "sum"}, _,
+    bench::runJob(runner,
+                  readStep(directory + "/records.hvbf") +
+                      R"( -> tsdp:tsdp({"dateTimeField": "day", "dimFieldList": ["shop"], )" +
+                      one.settings + R"(}, _,
                          [{"name": "JSON", "uri": ")" +
-                              bench::engineUrl(directory + "/series.zip") + R"("}]) -> )" +
-                              writeStep(directory + "/series.hvbf"));
+                      bench::engineUrl(directory + "/series.zip") + R"("}]) -> )" +
+                      writeStep(directory + "/series.hvbf"));
     return watch.milliseconds();
 }
 
-double groupPlainly(const std::string& directory)
+double groupPlainly(const std::string& directory, const Case& one)
 {
     const int threads = bench::engineThreads();
     const bench::Stopwatch watch;
-    bench::DuckDb(threads).run("CREATE TABLE series AS SELECT day, shop, sum(sales) FROM "
-                               "read_parquet('" +
-                               directory + "/records.hvbf') GROUP BY day, shop");
+    bench::DuckDb(threads).run("CREATE TABLE series AS SELECT day, shop, " +
+                               std::string(one.columns) + " FROM read_parquet('" + directory +
+                               "/records.hvbf') GROUP BY day, shop");
     return watch.milliseconds();
 }
 
-int runOnce(const std::string& directory, const std::string& who)
+int runOnce(const std::string& directory, const char* side)
 {
-    if (who == "prepare")
-        return makeFile(directory);
-    std::printf("%f\n", who == "ours" ? prepareSeries(directory) : groupPlainly(directory));
-    return 0;
+    for (const Case& one : kCases) {
+        const bool isOurs = std::strcmp(side, one.ours) == 0;
+        if (!isOurs && std::strcmp(side, one.baseline) != 0)
+            continue;
+        std::printf("%f\n", isOurs ? prepareSeries(directory, one) : groupPlainly(directory, one));
+        return 0;
+    }
+    return 2;
 }
 
 } // namespace
@@ -77,10 +105,15 @@ int runOnce(const std::string& directory, const std::string& who)
 int main(int argc, char** argv)
 {
     if (argc == 3)
-        return runOnce(argv[1], argv[2]);
+        return std::strcmp(argv[2], "prepare") == 0 ? makeFile(argv[1]) : runOnce(argv[1], argv[2]);
     if (argc != 2) {
         std::fprintf(stderr, "usage: bench_prepare DIR\n");
         return 2;
     }
-    return bench::compareInChildren("bench_prepare", argv[1], "prepare 10 million records", 2.0);
+    bench::runChild({bench::programDirectory() + "/bench_prepare", argv[1], "prepare"});
+    int status = 0;
+    for (const Case& one : kCases)
+        status |= bench::compareSides("bench_prepare", argv[1], one.ours, one.baseline, one.figure,
+                                      kLimit);
+    return status;
 }

@@ -1,12 +1,17 @@
 #include <chrono>
+#include <cmath>
 #include <cstdlib>
+#include <map>
 #include <thread>
 
 #include <nlohmann/json.hpp>
 
 #include "engine/EngineFixture.h"
 #include "engine/TestRows.h"
+#include "runtime/Database.h"
+#include "runtime/ExactSums.h"
 
+using namespace EmbeddedHV;
 using namespace EngineTest;
 
 namespace {
@@ -267,6 +272,78 @@ TEST_F(Preparation, ReplaysOnTheSameDataByteForByte)
               records);
 }
 
+/// 150,000 records, which several threads read, with sums that depend on the order if they are
+/// rounded on the way.
+std::string wideValues(bool isReversed)
+{
+    std::vector<std::string> lines;
+    for (std::uint64_t i = 0; i < 150000; ++i) {
+        const std::uint64_t mixed = i * 2654435761U % 4294967291U;
+        char line[100];
+        std::snprintf(line, sizeof line, "2024-01-%02d,%d,%.17g,%.17g,%d\n",
+                      static_cast<int>(i % 5 + 1), static_cast<int>(i / 5 % 7),
+                      static_cast<double>(mixed) / 7,
+                      std::ldexp(mixed % 2 ? 1.1 : -1.1, static_cast<int>(mixed % 600)),
+                      static_cast<int>(i % 35));
+        lines.emplace_back(line);
+    }
+    if (isReversed)
+        std::reverse(lines.begin(), lines.end());
+    std::string csv = "day,shop,x,y,z\n";
+    for (const std::string& line : lines)
+        csv += line;
+    return csv;
+}
+
+TEST_F(Preparation, GivesTheSameGroupedByTheDatabaseOrNot)
+{
+    const auto settings = [](const char* first, const char* second, const char* third) {
+        return R"({"dateTimeField": "day", "dimFieldList": ["shop"],
+                   "metricFieldList": ["x", "y", "z"], "aggregation": {"fields": {"x": ")" +
+               std::string(first) + R"(", "y": ")" + second + R"(", "z": ")" + third + "\"}}}";
+    };
+    const std::string csv = wideValues(false);
+    // The database does not group for a mode. All of z in a cell are equal.
+    const std::string records = prepare(csv, settings("sum", "mean", "mode"));
+    ASSERT_EQ(records.substr(0, 27), "$TimeIndex,1-1,1-2,1-3,2-1,");
+    EXPECT_EQ(prepare(csv, settings("sum", "mean", "max")), records);
+    EXPECT_EQ(prepare(wideValues(true), settings("sum", "mean", "min")), records);
+    EXPECT_EQ(prepare(csv, settings("mean", "sum", "max")),
+              prepare(csv, settings("mean", "sum", "mode")));
+}
+
+std::map<std::int64_t, long double> exactSums(int threads, const std::string& order)
+{
+    Database database;
+    const ConnectionLease connection = database.connect();
+    connection->query("SET threads = " + std::to_string(threads));
+    connection->query("CREATE TABLE t AS SELECT i % 1000 AS g, (i * 2654435761 % 4294967291 - 2e9) "
+                      "* pow(2.0, i % 599) AS x FROM range(500000) r(i) ORDER BY " +
+                      order);
+    std::map<std::int64_t, long double> sums;
+    duck::Prepared statement(*connection, "SELECT g, hv_exact_sum(x) FROM t GROUP BY g");
+    duck::Result rows = statement.stream();
+    while (const duck::Chunk chunk = duck::nextChunk(rows)) {
+        const auto* const groups =
+            static_cast<const std::int64_t*>(duckdb_vector_get_data(chunk.column(0)));
+        const ExactSumReader reader(chunk.column(1));
+        for (std::size_t row = 0; row < chunk.rows(); ++row) {
+            EXPECT_EQ(reader.countAt(row), 500);
+            sums[groups[row]] = reader.at(row).rounded();
+        }
+    }
+    return sums;
+}
+
+TEST(ExactSums, DependOnNoOrderAndNoThreads)
+{
+    const auto sums = exactSums(1, "i");
+    ASSERT_EQ(sums.size(), 1000U);
+    EXPECT_EQ(exactSums(2, "i"), sums);
+    EXPECT_EQ(exactSums(1, "hash(i)"), sums);
+    EXPECT_EQ(exactSums(2, "hash(i)"), sums);
+}
+
 TEST_F(Preparation, TakesRowsOfAHost)
 {
     // Dates of rows are days; the dimension is a real number there.
@@ -277,7 +354,8 @@ TEST_F(Preparation, TakesRowsOfAHost)
                    {19723.0, std::nan(""), 2.0},
                    {19724.0, 8.5, std::nan("")},
                    {19724.0, 8.5, std::numeric_limits<double>::infinity()},
-                   {19723.0, 8.5, 4.0}});
+                   {19723.0, 8.5, 4.0},
+                   {{}, 8.5, 4.0}});
     const std::string job = R"(read({"dataSource": "rows"}) -> )" +
                             tsdp(R"({"dateTimeField": "day", "dimFieldList": ["shop"],
                                      "metricFieldList": ["x"]})");
@@ -286,6 +364,7 @@ TEST_F(Preparation, TakesRowsOfAHost)
     EXPECT_EQ(document()["settings"]["dimValueLists"].dump(), R"({"shop":[7.0,8.5]})");
     EXPECT_EQ(told("HVETC0008W"), "tsdp:tsdp: records without a value of each dimension, which "
                                   "are left out: 2\n");
+    EXPECT_EQ(told("HVETC0007W"), "tsdp:tsdp: record 8 has no valid time in \"day\": left out\n");
     // The same values as integers and texts are the same values.
     std::string settings = resolved();
     EXPECT_EQ(

@@ -349,7 +349,9 @@ TEST(CellValues, AggregatesInAnyOrder)
         {Aggregation::Sum, {1, 2, 4}, 7},
         {Aggregation::Sum, {0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0.7}, 2.8},
         {Aggregation::Sum, {1e300, 1, -1e300}, 1},
+        {Aggregation::Sum, {1e300, 1, 1e-300, -1e300, -1}, 1e-300},
         {Aggregation::Sum, {1.7e308, 1.7e308}, kMissing},
+        {Aggregation::Sum, {1.7e308, 1.7e308, -1.7e308, 0.1}, 1.7e308},
         {Aggregation::Mean, {1, 2, 4.5}, 2.5},
         {Aggregation::Mean, {1e308, 1.5e308, 1.7e308}, 1.4e308},
         {Aggregation::Mean, {1e-300, 3e-300}, 2e-300},
@@ -373,6 +375,25 @@ TEST(CellValues, AggregatesInAnyOrder)
                 EXPECT_EQ(result[1], wanted.result) << testing::PrintToString(values);
             }
         } while (std::next_permutation(values.begin(), values.end()));
+    }
+}
+
+TEST(ExactSum, RoundsToTheNearest)
+{
+    // Half a unit of the last place, alone and with something behind it.
+    const std::pair<std::vector<double>, long double> cases[] = {
+        {{}, 0},
+        {{1, 0x1p-64}, 1},
+        {{1, 0x1p-64, 0x1p-200}, 1 + 0x1p-63L},
+        {{1, 0x1p-64, -0x1p-200}, 1},
+        {{1, 0x1p-63, 0x1p-64, -0x1p-1074}, 1 + 0x1p-63L},
+        {{0x1p1023, 0x1p1023, -0x1p-1074}, 0x1p1024L},
+    };
+    for (const auto& [values, rounded] : cases) {
+        ExactSum sum;
+        for (const double value : values)
+            sum.add(value);
+        EXPECT_EQ(sum.rounded(), rounded) << testing::PrintToString(values);
     }
 }
 

@@ -7,6 +7,7 @@
 #include "base/NativePath.h"
 #include "datafile/SqlQuoting.h"
 #include "runtime/CompensatedSums.h"
+#include "runtime/ExactSums.h"
 #include "runtime/SampleSpread.h"
 
 namespace EmbeddedHV {
@@ -59,6 +60,7 @@ void Database::registerFunctions()
     _textFunctions.registerFunction(*connection);
     _overflows.registerFunction(*connection);
     registerCompensatedSums(*connection);
+    registerExactSum(*connection);
     registerSampleSpread(*connection);
 }
 

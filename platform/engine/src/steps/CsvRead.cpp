@@ -170,6 +170,7 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
     if (settings.errorThreshold != 0 || whole) {
         check.rejects = context.newTable("hv_rejects_");
         context.tables.push_back(rejectScansOf(check.rejects));
+        node->readsOnce = true; // The database has the list of bad records already.
     } else if (settings.mostRecords != UINT64_MAX) {
         check.readWhole = &context.readWhole;
     }

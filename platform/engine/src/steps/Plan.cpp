@@ -53,6 +53,14 @@ std::vector<Node*> inputsFirst(Node& last, Walk walk)
     return order;
 }
 
+bool canReadAgain(Node& node)
+{
+    const std::vector<Node*> nodes = inputsFirst(node, Walk::UpToTables);
+    return std::none_of(nodes.begin(), nodes.end(), [](const Node* source) {
+        return source->readsOnce && source->table.empty();
+    });
+}
+
 NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
                     std::function<std::string(const std::vector<std::string>&)> select)
 {

@@ -59,6 +59,7 @@ struct Node
     std::function<std::string(const std::vector<std::string>& inputs)> select;
     std::shared_ptr<SourceCheck> check;        ///< may be null
     std::shared_ptr<DataModelExport> exported; ///< null except for dataModelBuilder
+    bool readsOnce = false;                    ///< a source whose records cannot be read again
     bool shared = false; ///< used more than once, so it is evaluated into a table
     int depth = 0;       ///< steps since the last table or source
     int steps = 1;       ///< steps since the source
@@ -75,6 +76,10 @@ enum class Walk
 /// The node and everything that it depends on. Each node occurs once, after its inputs. Not
 /// recursive.
 std::vector<Node*> inputsFirst(Node& last, Walk walk);
+
+/// Whether a SELECT on the node can run again after its statement has succeeded, and gives the same
+/// records.
+bool canReadAgain(Node& node);
 
 /// Makes a relation over others and computes its depth. Throws JobError if the chain is too long.
 NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,

@@ -55,6 +55,7 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
                                                context.database.rowSources());
     input.node = std::make_shared<Node>();
     input.node->fields = input.source->fields();
+    input.node->readsOnce = true;
     input.node->shared = context.sharedIterators.contains(name);
     // A limit of one reader must not apply to another reader of the same rows.
     if (!input.node->shared)

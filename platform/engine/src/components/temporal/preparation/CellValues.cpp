@@ -5,13 +5,6 @@
 #include <limits>
 
 namespace EmbeddedHV {
-namespace {
-
-static_assert(std::numeric_limits<long double>::max_exponent >
-                  std::numeric_limits<double>::max_exponent,
-              "a sum of the largest numbers must not overflow");
-
-} // namespace
 
 CellValues::CellValues(Aggregation aggregation, std::size_t cells)
     : _aggregation(aggregation), _values(cells, std::numeric_limits<double>::quiet_NaN())
@@ -21,26 +14,27 @@ CellValues::CellValues(Aggregation aggregation, std::size_t cells)
         _order.resize(cells);
 }
 
-/// D. E. Knuth, "The Art of Computer Programming", volume 2, 4.2.2, theorem B: the sum of two
-/// numbers and its exact rest.
-void CellValues::WideSum::add(double value)
-{
-    const long double sum = high + value;
-    const long double part = sum - high;
-    low += (high - (sum - part)) + (value - part);
-    high = sum;
-    ++count;
-}
-
-void CellValues::addToSum(std::size_t cell, double value)
+/// The sum of a cell. Begins with the only value of the cell so far.
+ExactSum& CellValues::sumOf(std::size_t cell)
 {
     if (_sumOf.empty())
         _sumOf.resize(_values.size());
     if (_sumOf[cell] == 0) {
-        _sums.emplace_back().add(_values[cell]);
+        ExactSum& sum = _sums.emplace_back();
+        if (!std::isnan(_values[cell]))
+            sum.add(_values[cell]);
+        _values[cell] = 0; // no longer missing
         _sumOf[cell] = static_cast<std::uint32_t>(_sums.size());
     }
-    _sums[_sumOf[cell] - 1].add(value);
+    return _sums[_sumOf[cell] - 1];
+}
+
+void CellValues::addSum(std::size_t cell, const ExactSum& sum)
+{
+    if (sum.count() == 1)
+        add(cell, static_cast<double>(sum.rounded()), 0);
+    else
+        sumOf(cell).add(sum);
 }
 
 void CellValues::add(std::size_t cell, double value, std::int64_t place)
@@ -57,7 +51,7 @@ void CellValues::add(std::size_t cell, double value, std::int64_t place)
     switch (_aggregation) {
     case Aggregation::Sum:
     case Aggregation::Mean:
-        addToSum(cell, value);
+        sumOf(cell).add(value);
         break;
     case Aggregation::Minimum:
         known = std::min(known, value);
@@ -92,10 +86,10 @@ std::vector<double> CellValues::finish(std::int64_t& overflows)
     for (std::size_t cell = 0; cell < _sumOf.size(); ++cell) {
         if (_sumOf[cell] == 0)
             continue;
-        const WideSum& sum = _sums[_sumOf[cell] - 1];
-        const long double total = sum.high + sum.low;
+        const ExactSum& sum = _sums[_sumOf[cell] - 1];
+        const long double total = sum.rounded();
         _values[cell] = static_cast<double>(_aggregation == Aggregation::Mean
-                                                ? total / static_cast<long double>(sum.count)
+                                                ? total / static_cast<long double>(sum.count())
                                                 : total);
         if (!std::isfinite(_values[cell])) {
             _values[cell] = std::numeric_limits<double>::quiet_NaN();
@@ -103,7 +97,7 @@ std::vector<double> CellValues::finish(std::int64_t& overflows)
         }
     }
     _sumOf = {};
-    _sums = {};
+    _sums = std::vector<ExactSum>();
     _order = {};
     return std::move(_values);
 }

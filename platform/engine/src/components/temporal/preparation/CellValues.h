@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "runtime/ExactSum.h"
+
 namespace EmbeddedHV {
 
 /// What several values in one interval become.
@@ -27,6 +29,8 @@ public:
     Aggregation aggregation() const { return _aggregation; }
     /// Adds a finite value. `place` orders the values of a cell in time.
     void add(std::size_t cell, double value, std::int64_t place);
+    /// Adds several finite values, of a sum or a mean.
+    void addSum(std::size_t cell, const ExactSum& sum);
     /// Adds a value that occurs `times` times, and is not added again: for a mode.
     void addCounted(std::size_t cell, double value, std::int64_t times);
     /// The value of each cell, not-a-number for a cell without one. The table is empty then.
@@ -34,22 +38,12 @@ public:
     std::vector<double> finish(std::int64_t& overflows);
 
 private:
-    /// A sum that is exact to twice the digits of its numbers, and larger than any of them can get.
-    struct WideSum
-    {
-        long double high = 0;
-        long double low = 0;
-        std::int64_t count = 0;
-
-        void add(double value);
-    };
-
-    void addToSum(std::size_t cell, double value);
+    ExactSum& sumOf(std::size_t cell);
 
     Aggregation _aggregation;
     std::vector<double> _values;       ///< of cells with one value, and of what needs no sum
     std::vector<std::uint32_t> _sumOf; ///< a place in _sums counted from 1; empty before the first
-    std::vector<WideSum> _sums;        ///< of cells with several values
+    std::vector<ExactSum> _sums;       ///< of cells with several values
     std::vector<std::int64_t> _order;  ///< the place of a first or last value, the count of a mode
 };
 

@@ -1,6 +1,9 @@
 #include "components/temporal/preparation/PreparationTable.h"
 
+#include <algorithm>
+
 #include "datafile/SqlQuoting.h"
+#include "runtime/ExactSums.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -26,32 +29,90 @@ void appendColumn(std::string& list, const std::string& column)
     list += (list.empty() ? "" : ", ") + column;
 }
 
+std::string aggregated(Aggregation aggregation, const std::string& column)
+{
+    switch (aggregation) {
+    case Aggregation::Minimum:
+        return "min(" + column + ")";
+    case Aggregation::Maximum:
+        return "max(" + column + ")";
+    default:
+        return std::string(kExactSum) + "(" + column + ")";
+    }
+}
+
+bool isGroupable(Aggregation aggregation)
+{
+    return aggregation == Aggregation::Sum || aggregation == Aggregation::Mean ||
+           aggregation == Aggregation::Minimum || aggregation == Aggregation::Maximum;
+}
+
+/// Other aggregations need the order of the records or all values.
+bool isGroupable(const TsdpSettings& settings)
+{
+    return settings.source != TimeSource::RecordNumber &&
+           std::all_of(settings.aggregations.begin(), settings.aggregations.end(),
+                       [](Aggregation aggregation) { return isGroupable(aggregation); });
+}
+
 } // namespace
 
 PreparationTable::PreparationTable(std::string name, const TsdpSettings& settings)
-    : _quotedName(quotedIdentifier(name)), _dimensionCount(settings.dimensions.size())
+    : _quotedName(quotedIdentifier(name)), _dimensionCount(settings.dimensions.size()),
+      _isGrouped(isGroupable(settings))
 {
     for (std::size_t i = 0; i < settings.timeFields.size(); ++i) {
         const CFField& field = settings.timeFields[i];
-        appendColumn(_columns,
+        appendColumn(_timeValues,
                      (settings.source == TimeSource::Cyclic ? wholeOrMissing(field)
                                                             : quotedIdentifier(field.GetName())) +
                          " AS " + timeColumn(i));
         appendColumn(_times, timeColumn(i));
     }
     for (std::size_t i = 0; i < settings.dimensions.size(); ++i) {
-        appendColumn(_columns,
+        appendColumn(_otherValues,
                      finiteOrMissing(settings.dimensions[i]) + " AS " + dimensionColumn(i));
         appendColumn(_dimensions, dimensionColumn(i));
     }
-    for (std::size_t i = 0; i < settings.metrics.size(); ++i)
-        appendColumn(_columns, "CAST(" + finiteOrMissing(settings.metrics[i]) + " AS DOUBLE) AS " +
-                                   metricColumn(i));
+    for (std::size_t i = 0; i < settings.metrics.size(); ++i) {
+        appendColumn(_otherValues, "CAST(" + finiteOrMissing(settings.metrics[i]) +
+                                       " AS DOUBLE) AS " + metricColumn(i));
+        appendColumn(_aggregates, aggregated(settings.aggregations[i], metricColumn(i)) + " AS " +
+                                      metricColumn(i));
+    }
 }
 
-std::string PreparationTable::creation(const std::string& select) const
+std::string PreparationTable::creation(const std::string& select, bool canReadAgain)
 {
-    return "CREATE TEMP TABLE " + _quotedName + " AS SELECT " + _columns + " FROM (" + select + ")";
+    _select = select;
+    _hasNumbers = !_isGrouped || !canReadAgain;
+    const std::string columns = (_timeValues.empty() ? "" : _timeValues + ", ") + _otherValues;
+    const std::string table = "CREATE TEMP TABLE " + _quotedName + " AS SELECT ";
+    if (!_isGrouped)
+        return table + columns + " FROM (" + select + ")";
+    const std::string keys = _times + (_dimensions.empty() ? "" : ", ") + _dimensions;
+    return table + keys + ", " + _aggregates + ", count(*) AS records" +
+           (_hasNumbers ? ", min(n) AS n FROM " + numbered(columns)
+                        : " FROM (SELECT " + columns + " FROM (" + select + "))") +
+           " GROUP BY " + keys;
+}
+
+std::string PreparationTable::numbered(const std::string& columns) const
+{
+    return "(SELECT " + columns + ", row_number() OVER () - 1 AS n FROM (" + _select + "))";
+}
+
+std::string PreparationTable::times() const
+{
+    const char* const first = !_hasNumbers ? "0" : _isGrouped ? "min(n)" : "min(rowid)";
+    return "SELECT " + _times + ", CAST(" + first + " AS BIGINT), " + recordCount() + " FROM " +
+           _quotedName + " GROUP BY " + _times + " ORDER BY " + _times;
+}
+
+std::string PreparationTable::firstRecords() const
+{
+    return "SELECT CAST(min(n) AS BIGINT) FROM " + numbered(_timeValues) + " GROUP BY " + _times +
+           " ORDER BY " + _times;
 }
 
 std::string PreparationTable::hasDimensions() const

@@ -6,17 +6,34 @@
 
 namespace EmbeddedHV {
 
-/// The columns of the input that the preparation needs, in a temporary table, whose rowid counts
-/// the records from 0. Infinite numbers and those that are none are missing there, and so are
-/// fractions in cyclic fields.
+/// The columns of the input that the preparation needs, in a temporary table. Infinite numbers and
+/// those that are none are missing there, and so are fractions in cyclic fields.
+///
+/// If the aggregations allow it, the table is grouped: it has one row for each time and combination
+/// of dimension values, and a sum or mean is a result of kExactSum. Otherwise it has one row for
+/// each record.
 class PreparationTable
 {
 public:
     /// `name` is that of the table to be made.
     PreparationTable(std::string name, const TsdpSettings& settings);
 
-    /// The SQL that makes the table from the records of a SELECT.
-    std::string creation(const std::string& select) const;
+    /// The SQL that makes the table from the records of a SELECT. To number records costs the
+    /// database its parallel scan, so grouped records of a SELECT that can be read again have no
+    /// numbers.
+    std::string creation(const std::string& select, bool canReadAgain);
+    bool isGrouped() const { return _isGrouped; }
+    /// SQL of the times in ascending order, each with the number of its first record from 0 and the
+    /// number of its records. If hasNumbers() is false, the numbers are 0.
+    std::string times() const;
+    bool hasNumbers() const { return _hasNumbers; }
+    /// SQL of the numbers of the first records, in the order of times(). Reads the records again.
+    std::string firstRecords() const;
+    /// SQL that counts the records of several rows.
+    const char* recordCount() const
+    {
+        return _isGrouped ? "CAST(coalesce(sum(records), 0) AS BIGINT)" : "count(*)";
+    }
     /// Quoted, for FROM.
     const std::string& name() const { return _quotedName; }
     static std::string timeColumn(std::size_t place) { return "t" + std::to_string(place); }
@@ -29,11 +46,18 @@ public:
     std::string hasDimensions() const;
 
 private:
+    std::string numbered(const std::string& columns) const;
+
     std::string _quotedName;
-    std::string _columns;
+    std::string _select;
+    std::string _timeValues;
+    std::string _otherValues; ///< of dimensions and metrics, each after a comma
     std::string _times;
     std::string _dimensions;
+    std::string _aggregates; ///< of metrics, each after a comma
     std::size_t _dimensionCount;
+    bool _isGrouped;
+    bool _hasNumbers = true;
 };
 
 } // namespace EmbeddedHV

@@ -71,8 +71,9 @@ private:
         const ComponentQueries queries(_context, _component);
         const std::string columns = _table.dimensionColumns();
         std::int64_t withoutValue = 0;
-        queries.stream("SELECT " + columns + (columns.empty() ? "" : ", ") + "count(*) FROM " +
-                           _table.name() + (columns.empty() ? "" : " GROUP BY " + columns),
+        queries.stream("SELECT " + columns + (columns.empty() ? "" : ", ") + _table.recordCount() +
+                           " FROM " + _table.name() +
+                           (columns.empty() ? "" : " GROUP BY " + columns),
                        [&](duck::Chunk& chunk) {
                            for (std::size_t row = 0; row < chunk.rows(); ++row)
                                withoutValue += take(chunk, row);

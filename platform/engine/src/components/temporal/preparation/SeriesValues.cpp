@@ -7,11 +7,14 @@
 #include "JobError.h"
 #include "components/temporal/preparation/CellValues.h"
 #include "components/temporal/preparation/PreparationLimits.h"
+#include "runtime/ExactSums.h"
 
 namespace EmbeddedHV {
 namespace {
 
 constexpr std::int64_t kNoSeries = -1;
+/// The columns before it are those of the interval, the combination and the order.
+constexpr std::size_t kFirstMetric = 3;
 
 /// The values of one metric on their way into cells.
 struct MetricCells
@@ -116,13 +119,34 @@ private:
         _queries.stream("SELECT i, k, o, " + columns + " FROM " + numberedRecords(columns),
                         [&](duck::Chunk& chunk) {
                             for (std::size_t place = 0; place < wanted.size(); ++place)
-                                take(chunk, place, *wanted[place]);
+                                if (hasSums(*wanted[place]))
+                                    takeSums(chunk, place, *wanted[place]);
+                                else
+                                    take(chunk, place, *wanted[place]);
                         });
+    }
+
+    bool hasSums(const MetricCells& cells) const
+    {
+        const Aggregation aggregation = cells.values->aggregation();
+        return _table.isGrouped() &&
+               (aggregation == Aggregation::Sum || aggregation == Aggregation::Mean);
+    }
+
+    void takeSums(const duck::Chunk& chunk, std::size_t place, MetricCells& cells)
+    {
+        const ExactSumReader sums(chunk.column(kFirstMetric + place));
+        const std::int64_t* const indexes = integersOf(chunk, 0);
+        const std::int64_t* const combinations = integersOf(chunk, 1);
+        for (std::size_t row = 0; row < chunk.rows(); ++row) {
+            const std::int64_t series = cells.placeOf[static_cast<std::size_t>(combinations[row])];
+            if (series != kNoSeries && sums.countAt(row) > 0)
+                cells.values->addSum(cellOf(series, indexes[row]), sums.at(row));
+        }
     }
 
     void take(const duck::Chunk& chunk, std::size_t place, MetricCells& cells)
     {
-        constexpr std::size_t kFirstMetric = 3;
         const duckdb_vector vector = chunk.column(kFirstMetric + place);
         const auto* const values = static_cast<const double*>(duckdb_vector_get_data(vector));
         std::uint64_t* const validity = duckdb_vector_get_validity(vector);

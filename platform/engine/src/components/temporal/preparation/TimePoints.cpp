@@ -88,15 +88,11 @@ private:
     void collect()
     {
         const std::size_t width = _settings.timeFields.size();
-        _queries.stream("SELECT " + _table.timeColumns() +
-                            ", CAST(min(rowid) AS BIGINT), count(*) FROM " + _table.name() +
-                            " GROUP BY " + _table.timeColumns() + " ORDER BY " +
-                            _table.timeColumns(),
-                        [&](duck::Chunk& chunk) {
-                            for (std::size_t row = 0; row < chunk.rows(); ++row)
-                                take(chunk, row, width);
-                            checkTimeCount(_component, static_cast<std::int64_t>(_found.size()));
-                        });
+        _queries.stream(_table.times(), [&](duck::Chunk& chunk) {
+            for (std::size_t row = 0; row < chunk.rows(); ++row)
+                take(chunk, row, width);
+            checkTimeCount(_component, static_cast<std::int64_t>(_found.size()));
+        });
     }
 
     void take(const duck::Chunk& chunk, std::size_t row, std::size_t width)
@@ -175,12 +171,14 @@ private:
                 addPoint(table, place, *index);
                 _result.axis.points = std::max(_result.axis.points, *index + 1);
             } else {
-                _noPoints.push_back(_found[place]);
+                _noPoints.push_back(place);
             }
         }
+        _result.table = quotedIdentifier(table.finish()->table);
+        if (!_noPoints.empty() && !_table.hasNumbers())
+            findFirstRecords();
         tellNoPoints();
         checkPointCount(_component, _result.axis.points);
-        _result.table = quotedIdentifier(table.finish()->table);
         if (_result.axis.points < 2)
             throw JobError(errors::kTsdpFewPoints,
                            _component + ": the data have " + std::to_string(_result.axis.points) +
@@ -207,18 +205,28 @@ private:
         table.endRecord();
     }
 
+    void findFirstRecords()
+    {
+        std::size_t place = 0;
+        _queries.stream(_table.firstRecords(), [&](duck::Chunk& chunk) {
+            for (std::size_t row = 0; row < chunk.rows() && place < _found.size(); ++row)
+                _found[place++].firstRecord =
+                    dimensionValueAt(chunk, 0, row, CFField::Integer).GetInteger();
+        });
+    }
+
     /// The first ones by their records.
     void tellNoPoints()
     {
         const auto told = static_cast<std::ptrdiff_t>(
             std::min<std::size_t>(_noPoints.size(), kMostPointMessages));
         std::partial_sort(_noPoints.begin(), _noPoints.begin() + told, _noPoints.end(),
-                          [](const FoundTime& left, const FoundTime& right) {
-                              return left.firstRecord < right.firstRecord;
+                          [this](std::size_t left, std::size_t right) {
+                              return _found[left].firstRecord < _found[right].firstRecord;
                           });
         for (std::size_t i = 0; i < _noPoints.size(); ++i)
             if (i < kMostPointMessages)
-                tellNoPoint(_noPoints[i]);
+                tellNoPoint(_found[_noPoints[i]]);
             else
                 _messages.send({});
         _messages.finish();
@@ -245,10 +253,10 @@ private:
     const TsdpSettings& _settings;
     ComponentQueries _queries;
     FewMessages _messages;
-    std::vector<FoundTime> _found; ///< in time
-    std::vector<FoundTime> _noPoints;
-    std::vector<std::int64_t> _keys; ///< of all that was found, one after the other
-    std::vector<Moment> _moments;    ///< ascending
+    std::vector<FoundTime> _found;      ///< in time
+    std::vector<std::size_t> _noPoints; ///< places of those that are left out
+    std::vector<std::int64_t> _keys;    ///< of all that was found, one after the other
+    std::vector<Moment> _moments;       ///< ascending
     TimePoints _result;
 };
 

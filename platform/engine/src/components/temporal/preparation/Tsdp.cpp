@@ -42,7 +42,7 @@ class TsdpStage : public Stage
 public:
     TsdpStage(StepCall& call, TsdpSettings settings, std::string container)
         : _context(call.context), _component(call.name), _settings(std::move(settings)),
-          _table(call.context.newTable("hv_raw_series_"), _settings),
+          _input(call.input()), _table(call.context.newTable("hv_raw_series_"), _settings),
           _file(std::move(container), _component),
           _leftOutMessages(call.context.message, errors::kTsdpLeftOut, kMostSeriesMessages,
                            kSeeDocument),
@@ -53,7 +53,10 @@ public:
     }
 
     std::string target() const override { return "the result of " + _component; }
-    std::string statement(const std::string& select) override { return _table.creation(select); }
+    std::string statement(const std::string& select) override
+    {
+        return _table.creation(select, canReadAgain(*_input));
+    }
     NodePtr records() override { return _records; }
 
     void commit() override
@@ -180,6 +183,7 @@ private:
     JobContext& _context;
     std::string _component;
     TsdpSettings _settings;
+    NodePtr _input;
     PreparationTable _table;
     ContainerFile _file;
     FewMessages _leftOutMessages;
