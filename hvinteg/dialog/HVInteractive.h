@@ -16,6 +16,8 @@ class HVStatContainer;
 ///     HVInteractiveSTEM maps;
 ///     if (!maps.validateShapeSource(path, model) && maps.hasError(id, text, detail))
 ///         show(text);
+///     else if (model.empty())
+///         show("The engine could not read the map.");
 ///
 /// An object lives as long as its dialog. It handles one request after another, each completely on
 /// the calling thread. Its runner has no procedure: nothing goes to the host's output, and the
@@ -41,7 +43,8 @@ public:
     /// object was cancelled before. Returns true for a job that is cancelled while it runs.
     bool tryRunHV(HVRunner& runner);
     /// Asks for the data model of a job's output without running the job. Returns false if the
-    /// engine has none. If the engine throws, `result` is empty and the return value is true.
+    /// engine has none. If the engine throws, `result` is empty, the return value is true, and
+    /// hasError has no reason: only the empty text shows the failure.
     bool tryGetMetadata(HVRunner& runner, const std::string& jobText,
                         const HVStatContainer& container, std::string& result);
 

@@ -27,7 +27,7 @@ struct MatchedValues;
 ///
 ///     HVInteractiveSTEM maps;
 ///     std::string model;
-///     if (maps.validateShapeSource("C:\\maps\\districts.zip", model))
+///     if (maps.validateShapeSource("C:\\maps\\districts.zip", model) && !model.empty())
 ///         maps.getShapeGeoJSON("", 0, "WGS_1984", 4326, "C:\\maps\\districts.zip", modelPath,
 ///                              geoJsonPath);
 ///
@@ -49,7 +49,8 @@ public:
     /// cannot be unpacked, and empty if the engine returns none. If the engine throws, `dataModel`
     /// is empty and the result is true.
     bool validateShapeSource(const std::string& path, std::string& dataModel);
-    /// Tests the same for a layer of a map service.
+    /// Tests the same for a layer of a map service. Here too the result is true with an empty
+    /// `dataModel` if the engine throws.
     bool validateServiceLayer(const std::string& url, int layer, std::string& dataModel);
     /// Tests whether a map service answers. `layers` receives its layers as JSON for
     /// HVRunner::ParseMapServiceLayers. If the engine throws, `layers` is empty and the result is

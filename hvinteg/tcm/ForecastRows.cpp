@@ -14,7 +14,7 @@ namespace {
 
 using EmbeddedHV::RowDataIterator;
 
-/// Reads the present row, field by field.
+/// Reads the current row, field by field.
 class PointReader
 {
 public:
@@ -45,8 +45,7 @@ public:
     }
 
 private:
-    /// The length tells whole numbers that are served as such. A value that is missing is no value,
-    /// or the engine's number for it.
+    /// A value of 4 bytes is an integer. A missing value is null or the engine's missing number.
     bool readValue(int field, double& number)
     {
         void* value = nullptr;
@@ -63,7 +62,7 @@ private:
         return true;
     }
 
-    /// A value that is always there.
+    /// Fails for a missing value.
     bool readNumber(int field, double& number)
     {
         return readValue(field, number) && number != kSystemMissing;

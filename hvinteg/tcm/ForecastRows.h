@@ -8,8 +8,7 @@ namespace EmbeddedHV {
 class RowDataIterator;
 }
 
-/// Reads all rows that the scoring of one series left: points of time with the actual value, the
-/// predicted one and its bounds. False for rows without one of these fields, and for a value that
-/// cannot be read.
+/// Reads all rows that the scoring of one series wrote: points of time with actual value, predicted
+/// value and bounds. Returns false if one of these fields is missing or a value cannot be read.
 bool readForecast(EmbeddedHV::RowDataIterator& rows, const std::string& metricName,
                   HVSeriesForecast& forecast);

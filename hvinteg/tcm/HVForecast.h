@@ -5,35 +5,35 @@
 
 #include "CFField.h"
 
-/// What a forecast takes as given beyond the data, in place of what the model predicts.
+/// A value beyond the data that the caller gives. It replaces the prediction of the model.
 struct HVScenarioValue
 {
     std::vector<std::string> series; ///< values of the dimension fields, then the metric
-    int ahead = 0;                   ///< 1 is the first point behind the data; 0 stands for all
+    int ahead = 0;                   ///< 1 is the first point after the data; 0 means all points
     double value = 0;
     bool isRelative = false; ///< `value` is a share to add to the prediction: 0.1 for 10 % more
 };
 
-/// What a forecast is asked for.
+/// The settings of a forecast.
 struct HVForecastRequest
 {
-    int horizon = 0;               ///< points of time behind the last one of the data
+    int horizon = 0;               ///< points of time after the last one of the data
     double confidenceLevel = 0.95; ///< of the bounds, 0 to 1
     std::vector<HVScenarioValue> scenario;
 };
 
-/// One point of time of a series. What is not known is the host's system-missing value.
+/// One point of time of a series. Unknown values are the host's system-missing value.
 struct HVSeriesPoint
 {
     std::vector<double> time; ///< a number for each time field, on the engine's scale
-    bool isFuture = false;    ///< behind the data
+    bool isFuture = false;    ///< after the data
     double actual = 0;
     double predicted = 0;
     double lower = 0;
     double upper = 0;
 };
 
-/// A series with what a model says of it, in the order of time.
+/// A series and its predictions, in the order of time.
 struct HVSeriesForecast
 {
     std::vector<CFField> timeFields;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kOperation = "getModelCapabilities";
 
-/// What a request reads, by the entries that it stands in.
+/// The results of a request.
 struct Capabilities
 {
     std::string& fullDataModel;
@@ -32,7 +32,7 @@ struct Capabilities
                readEntry(model, kPreparationEntry, tsdpOutput);
     }
 
-    /// What the engine said of the model.
+    /// Reads the documents that the engine wrote.
     bool readAnswer(const HVSimpleContainer& container) const
     {
         ZipReader answer(container.getGenericPath());
@@ -52,7 +52,7 @@ struct Capabilities
     }
 };
 
-/// Has the scoring component tell of the model instead of scoring anything.
+/// Makes the scoring component describe the model. It scores nothing.
 std::string GenerateScoringHVL(const std::string& modelPath, const HVSimpleContainer& container)
 {
     JNIJSONObject settings;

@@ -7,17 +7,17 @@
 #include "support/Transcoding.h"
 #include "tcm/HVInteractiveTSR.h"
 
-// What there is to model in a dataset.
+// The description of data for a training.
 
 namespace {
 
-/// Fewer distinct values than this are not worth a limit of the caller's.
+/// kLimitOfFewValues replaces smaller limits of the caller.
 constexpr int kFewValues = 100;
 constexpr int kLimitOfFewValues = 105;
-/// As the variable itself has it.
+/// The level of the variable itself.
 constexpr auto kOwnLevel = static_cast<MeasurementLevel>(-1);
 
-/// One more than is wanted tells that there are more.
+/// One value more than the caller's limit shows that there are more.
 int limitOf(int maxValues)
 {
     if (maxValues < kFewValues)

@@ -11,7 +11,7 @@
 #include "tcm/PreparationReplay.h"
 #include "tcm/TemporalJobText.h"
 
-// What influences a series, and what it influences.
+// The causes and effects of a series, and other statistics of a model.
 
 namespace {
 
@@ -25,7 +25,7 @@ JNIJSONObject artifact(const char* name, JNIJSONArray& target, int level)
     return json;
 }
 
-/// Artifacts in the words of the host, with series by their names.
+/// Asks for artifacts in the host's locale, with series by their names.
 std::string outputSettings(JNIJSONArray& artifacts)
 {
     JNIJSONObject settings;
@@ -51,7 +51,7 @@ std::string GetTargetsOutputSetting(const std::vector<std::string>& series, int 
     return outputSettings(artifacts);
 }
 
-/// The lines that both kinds of the job have.
+/// The lines of both kinds of job.
 std::string outputLines(const std::string& modelPath, const std::string& settings,
                         const HVSimpleContainer& output)
 {
@@ -59,7 +59,7 @@ std::string outputLines(const std::string& modelPath, const std::string& setting
            outputLine("outputCons", output);
 }
 
-/// On data that are prepared, and on the model alone.
+/// The job on prepared data, and the job on the model alone.
 std::string GenerateImpactDiagramHVL(const PreparationReplay& data, const std::string& settings,
                                      const HVSimpleContainer& output)
 {

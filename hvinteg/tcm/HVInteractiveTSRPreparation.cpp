@@ -27,8 +27,8 @@ bool isText(HVRawDataIterator& rows, const std::string& name)
     return field != nullptr && field->GetStorage() == CFField::String;
 }
 
-/// Where the file cannot be opened, the records keep the model that their job wrote, which only
-/// lacks the distinct values.
+/// If the file cannot be opened, the records keep the model that their job wrote, which has no
+/// distinct values.
 void replaceModel(const HVSimpleContainer& file, const CFMetaData& metadata)
 {
     std::string xml;
@@ -51,7 +51,7 @@ std::string preparationJob(const std::string& reader, const std::string& setting
 
 } // namespace
 
-/// The dataset is open only while its fields are looked up: the rows open it on their own.
+/// Opens the dataset only to look up its fields. The rows open it again.
 bool HVInteractiveTSR::fitSettings(PreparationReplay& replay)
 {
     try {
@@ -64,7 +64,7 @@ bool HVInteractiveTSR::fitSettings(PreparationReplay& replay)
     }
 }
 
-/// Each job reads what the one before it left, the first one the rows.
+/// The first job reads the rows, each further one the file of the previous job.
 bool HVInteractiveTSR::prepareData(PreparationReplay& replay, const std::string& timeField)
 {
     const std::set<int>& variables = replay.settings.variables();
@@ -72,14 +72,14 @@ bool HVInteractiveTSR::prepareData(PreparationReplay& replay, const std::string&
         replay.rows = std::make_unique<HVRawDataIterator>(
             replay.dataset, std::vector<int>(variables.begin(), variables.end()),
             std::vector<MeasurementLevel>(), true, kWeightRound, true);
-    } catch (const ErrorText& error) { // somebody has closed the dataset meanwhile
+    } catch (const ErrorText& error) { // the dataset was closed meanwhile
         setException(error.what());
         return false;
     }
     HVRawDataIterator& rows = *replay.rows;
     rows.SetName("_activeDataset_");
     const bool isTextTime = isText(rows, timeField);
-    // The conversion has the field without quotes. Any text but a name would be more of the job.
+    // The conversion writes the field without quotes. Only a name cannot add steps to the job.
     if (isTextTime && !isPlainName(timeField)) {
         setException("The time field \"" + timeField +
                      "\" cannot be converted: its name needs quotes in a job.");

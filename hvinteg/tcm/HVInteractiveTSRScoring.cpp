@@ -15,7 +15,7 @@
 #include "tcm/ScoringJob.h"
 #include "tcm/SeriesNames.h"
 
-// What a model predicts for one series over a range of time.
+// The predictions of a model for one series.
 
 namespace {
 
@@ -30,14 +30,14 @@ int recordAt(long long offset, int timePointCount)
         std::clamp<long long>(offset + timePointCount, Limits::min(), Limits::max()));
 }
 
-/// The name by which a job's files are known to its execution.
+/// The name of a job's file for getOutputIterator.
 std::string fileNameOf(const HVSimpleContainer& container)
 {
     const std::string uri = removeBackslash(TransformPath(container.getAbsolutePath()));
     return uri.substr(uri.rfind('/') + 1);
 }
 
-/// A causal model need not tell predictions where no row asks for one.
+/// A causal model needs the field of predictions only for rows after the data.
 bool readScores(HVRunner& runner, const SeriesScoring& scoring, const ScoringStep& step,
                 const std::string& fileName)
 {
@@ -111,7 +111,7 @@ bool HVInteractiveTSR::getForecast(LocallyUniqueID dataset, const std::string& m
     bool isTarget = false;
     if (!fitSettings(data) || !prepareData(data, data.settings.dateTimeField()))
         return false;
-    // The next job forgets them.
+    // The next job clears them.
     UpdateMessageList();
     if (!IsTargetSeries(modelPath, metricName, dimFields, dimValues, isTarget))
         return false;

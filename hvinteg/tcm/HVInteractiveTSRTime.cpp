@@ -24,7 +24,7 @@ bool HVInteractiveTSR::ConvertTimeStr(const std::string& timeField, HVRawDataIte
     prepareConversion(runner(), timeConversionJob(readerLine(iterator), timeField, output));
     runner().addInputIterator(&iterator);
     bool isConverted = tryRunHV(runner());
-    // Whoever cancelled the rows wants to hear no more of them.
+    // No messages after the rows were cancelled.
     if (iterator.GetCancelStatus())
         isConverted = false;
     else

@@ -73,7 +73,7 @@ struct HVINTEG_HIDDEN HVTemporalTraining::Impl
     std::string readText;
     TrainingSettings settings;
     std::string job;
-    std::string reason; ///< why Train failed, where no job says so
+    std::string reason; ///< why Train failed, if the job did not report it
     std::vector<std::string> messages;
 };
 
@@ -92,12 +92,12 @@ std::string HVTemporalTraining::Impl::compose(const HVSimpleContainer& preparati
            "->tsdp:tsdp(tsdpConf,_,tsdpOutCon)->tcm:train(trainConf,trainInCon,trainOutCon)";
 }
 
-/// What can be known before the engine has worked for long.
+/// Tests that fail early, before the engine works for long.
 bool HVTemporalTraining::Impl::check(const std::string& modelPath)
 {
     if (!hasInput())
         reason = "There are no data to train the model on.";
-    // The conversion has the field without quotes. Any text but a name would be more of the job.
+    // The conversion writes the field without quotes. Only a name cannot add steps to the job.
     else if (isTimeText() && !isPlainName(settings.timeField))
         reason = "The time field \"" + settings.timeField +
                  "\" cannot be converted: its name needs quotes in a job.";
@@ -127,7 +127,7 @@ bool HVTemporalTraining::Impl::run(const HVSimpleContainer& preparation,
     return isDone;
 }
 
-/// What the engine throws while the job runs is a failure of the job, as in HVInteractive.
+/// An exception of the engine while the job runs is a failure of the job, as in HVInteractive.
 bool HVTemporalTraining::Impl::execute()
 {
     try {

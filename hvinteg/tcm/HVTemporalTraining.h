@@ -23,15 +23,15 @@ class HVRunner;
 ///     if (!training.Train("sales.tcm") && training.hasError(id, text, detail)) ...
 ///
 /// A series is named as in HVInteractiveTSR: by its values of the dimension fields, in their order,
-/// and then by its metric. A time is told in one of three ways: by a field, by cyclic fields, or by
-/// the order of the records; of these the one that was set last holds. What is not set is left out
-/// of the job, so that the engine's default holds; docs/tcm.md lists the defaults.
+/// and then by its metric. The time comes from a field, from cyclic fields, or from the order of
+/// the records; the last setter of the three wins. Settings that are not set are not in the job,
+/// so the engine's defaults apply; docs/tcm.md lists them.
 ///
 /// Setters never validate: the engine refuses a setting that makes no sense, by its name. Runner
 /// and iterator are borrowed and must outlive the object. The iterator is read from the first
 /// record on each time. Names are UTF-8, paths are in the host's encoding. The thread is the
-/// runner's; HVRunner::cancelExecution may come from any. What Java or the engine throws before the
-/// job runs passes.
+/// runner's; HVRunner::cancelExecution may be called from any thread. Exceptions of Java or the
+/// engine before the job runs are passed on.
 class HVINTEG_EXPORT HVTemporalTraining
 {
 public:
@@ -54,7 +54,7 @@ public:
     void SetCyclicFields(const std::vector<std::string>& fields);
     /// The order of the records.
     void SetCaseCountTime();
-    /// What lies between two points of time: "year", "quarter", "month", "week", "day", "hour",
+    /// The interval between two points of time: "year", "quarter", "month", "week", "day", "hour",
     /// "minute" or "second", and how many of them. Found in the data if it is not set.
     void SetTimeInterval(const std::string& unit, int increment);
     /// Days of a week that have points of time: 1 is Monday.
@@ -62,11 +62,11 @@ public:
     /// Hours of a day that have points of time: from `from`, 0 to 23, to before `to`.
     void SetWorkingHours(int from, int to);
 
-    /// Fields whose combinations of values are series of their own; none by default.
+    /// Fields whose combinations of values separate the series; no fields by default.
     void SetDimensions(const std::vector<std::string>& fields);
     /// Fields whose values the series have. A job without a metric fails.
     void SetMetrics(const std::vector<std::string>& fields);
-    /// What becomes of several records at one point of time: "sum", "mean", "min", "max", "first",
+    /// How several records at one point of time are combined: "sum", "mean", "min", "max", "first",
     /// "last" or "mode". For all metrics, or for one.
     void SetAggregation(const std::string& function);
     void SetAggregation(const std::string& metric, const std::string& function);
@@ -75,13 +75,13 @@ public:
     void SetMissingValues(const std::string& method, double maxShare);
 
     /// Which series the model predicts, which it may predict from, and which are both. A metric
-    /// alone stands for all its series. Without a target all series are targets, and without a
+    /// alone means all its series. Without a target all series are targets, and without a
     /// predictor all may be predicted from.
     void AddTarget(const Series& series);
     void AddPredictor(const Series& series);
     void AddTargetAndPredictor(const Series& series);
-    /// A predictor that the equation of a target has in any case, or never. An empty target stands
-    /// for all targets.
+    /// A predictor that is always, or never, in the equation of a target. An empty target means all
+    /// targets.
     void ForcePredictor(const Series& target, const Series& predictor);
     void ForbidPredictor(const Series& target, const Series& predictor);
     /// How many points of time the equations look back: a number, or the best one up to a number.
@@ -107,7 +107,7 @@ public:
     /// Why the last Train failed: what the job reported or, where it reported nothing, what was
     /// found; then only `errorText` is set. False, and nothing is set, if there is no reason.
     bool hasError(std::string& errorId, std::string& errorText, std::string& errorDetail) const;
-    /// What the last job told, in order of arrival.
+    /// The messages of the last job, in order of arrival.
     const std::vector<std::string>& getMessages() const;
     /// The text of the last job.
     const std::string& GetHVLJob() const;

@@ -11,7 +11,7 @@ constexpr const char* kBegin = "<DataModel>";
 constexpr const char* kEnd = "</DataModel>";
 constexpr const char* kDocumentEnd = "</StatXML>";
 
-/// The part of a document from its data model on, up to a mark, which may lack.
+/// Keeps the part of a document from its data model to a mark, which may be missing.
 bool cutOut(std::string& document, const char* mark)
 {
     const std::size_t begin = document.find(kBegin);
@@ -47,7 +47,7 @@ bool GetMetaData(const std::string& modelPath, CFMetaData& metadata)
     std::string xml;
     if (!readEntry(model, kStatisticsEntry, xml) || !cutOut(xml, kDocumentEnd))
         return false;
-    // What stands behind the element its reader passes over.
+    // The reader ignores text after the element.
     if (xml.find(kEnd) == std::string::npos)
         xml += kEnd;
     try {

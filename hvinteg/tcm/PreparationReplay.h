@@ -9,9 +9,9 @@
 #include "tcm/RecordFile.h"
 #include "tcm/TsdpSettings.h"
 
-/// A model's data preparation, run again on a dataset: what it is run on, and what its jobs leave
-/// for the job that wanted the data. It goes after the executions that know its rows and files. The
-/// path and the dimension fields are the caller's.
+/// The input of a replay of a model's data preparation, and the files that its jobs write. Must be
+/// destroyed after the executions that use its rows and files. The path and the dimension fields
+/// are borrowed.
 struct PreparationReplay
 {
     LocallyUniqueID dataset;

@@ -2,8 +2,8 @@
 
 #include "data/HVSimpleContainer.h"
 
-/// Records that one job leaves for the next, HVBF, with their data model: two temporary files,
-/// which go with the object.
+/// Records that one job writes for the next, HVBF, and their data model: two temporary files, which
+/// the destructor removes.
 struct RecordFile
 {
     RecordFile(const char* recordsName, const char* modelName)

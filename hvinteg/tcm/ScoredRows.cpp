@@ -9,7 +9,7 @@ namespace {
 
 using EmbeddedHV::RowDataIterator;
 
-/// An engine that keeps whole numbers as such may serve them so; the length tells.
+/// A value of 4 bytes is an integer, any other one a double.
 double numberOf(const void* value, unsigned long long length)
 {
     return length == sizeof(std::int32_t) ? *static_cast<const std::int32_t*>(value)

@@ -63,7 +63,7 @@ JNIJSONObject scenarioValue(const HVScenarioValue& given)
     return json;
 }
 
-/// The whole range has one-step values, as the data go, and bounds.
+/// Asks for one-step predictions in the data, and for bounds.
 JNIJSONObject forecastSettings(const SeriesForecast& forecast, bool isTarget)
 {
     JNIJSONObject settings;
@@ -81,7 +81,7 @@ JNIJSONObject forecastSettings(const SeriesForecast& forecast, bool isTarget)
     return settings;
 }
 
-/// From the prepared records to a file of scores with the series' own names and times.
+/// Scores the prepared records and writes a file with the names and times of the series.
 std::string jobText(const JNIJSONObject& settings, const std::string& modelPath,
                     const PreparationReplay& data, const ScoringStep& step,
                     const RecordFile& output)

@@ -7,8 +7,8 @@ struct HVForecastRequest;
 struct PreparationReplay;
 struct RecordFile;
 
-/// One series to be scored, on data that are prepared, and where its values go. Records are counted
-/// from 1; the last one is that before `endRecord`.
+/// A series to score on prepared data, and the lists for its values. Records are counted from 1;
+/// `endRecord` is not included.
 struct SeriesScoring
 {
     const std::string& modelPath;
@@ -22,8 +22,8 @@ struct SeriesScoring
     std::vector<double>& predictedValues;
 };
 
-/// The two ways of scoring: by the causal model, for its targets, and by the model that a series
-/// has of itself alone.
+/// One of the two steps that score: by the causal model, for its targets, or by the autoregression
+/// of a series.
 struct ScoringStep
 {
     const char* call;
@@ -31,11 +31,11 @@ struct ScoringStep
     bool isCausal;
 };
 
-/// The job that scores a series and leaves its rows in a file.
+/// The job that scores a series and writes its rows to a file.
 std::string scoringJob(const SeriesScoring& scoring, const ScoringStep& step,
                        const RecordFile& output);
 
-/// The same for all points of time, with bounds, and with values that are given.
+/// A series to score at all points of time, with bounds and with values that the caller gives.
 struct SeriesForecast
 {
     const std::string& modelPath;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* kMetricField = "metricField";
 
-/// Whether two texts stand for one value of a field: 07 and 7 are one integer and two texts.
+/// Whether two texts are the same value of a field: 07 and 7 are one integer and two texts.
 bool areSame(CFField::StorageType storage, const std::string& label, const std::string& text)
 {
     if (storage == CFField::String)

@@ -5,22 +5,22 @@
 
 class CFMetaData;
 
-/// How a model knows its series. A viewer names a series by its values of the dimension fields, one
-/// for each, and by a metric. In the model it is told by its id: the codes of these values and of
-/// the metric, as in "4-1".
+/// Names and ids of series. A viewer names a series by its values of the dimension fields, one for
+/// each field, and by a metric. The model uses an id: the codes of these values and of the metric,
+/// for example "4-1".
 
-/// The id; an empty one of no codes.
+/// Joins codes to an id; empty without codes.
 std::string BuildSeriesIDStr(const std::vector<std::string>& codes);
 
-/// The id of a series: `names` are its values and its metric, `metadata` those of GetMetaData.
-/// Values are compared as their field has them: texts by their bytes, numbers by what they are.
-/// False, with `seriesId` as it was, for a series that the model has never seen.
+/// Finds the id of a series. `names` are its values and its metric, `metadata` comes from
+/// GetMetaData. Values of text fields are compared by their bytes, others as numbers. Returns
+/// false, and leaves `seriesId` unchanged, if the model does not have the series.
 bool EncodeSeriesName(const std::vector<std::string>& names,
                       const std::vector<std::string>& dimFields, const CFMetaData& metadata,
                       std::string& seriesId);
 
-/// Whether a series is a target of the model. False, with `isTarget` as it was, if the model does
-/// not tell.
+/// Finds whether a series is a target of the model. Returns false, and leaves `isTarget` unchanged,
+/// if the model is damaged or does not have the series.
 bool IsTargetSeries(const std::string& modelPath, const std::string& metricName,
                     const std::vector<std::string>& dimFields,
                     const std::vector<std::string>& dimValues, bool& isTarget);

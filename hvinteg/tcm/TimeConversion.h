@@ -4,11 +4,10 @@
 
 struct RecordFile;
 
-/// How a field of texts becomes one of timestamps: the lambda says which texts, a line of job text
-/// without its end. The field goes in unchanged, so the caller makes sure by isPlainName that it is
-/// a name.
+/// The lambda that converts a field of texts to timestamps, a line of job text without its end. The
+/// field is inserted unchanged, so the caller checks with isPlainName that it is a name.
 std::string GetToTimestampLambda(const std::string& timeField);
 
-/// The job that converts the field on the way from what the line `reader` defines to a file.
+/// The job that copies the records of the line `reader` to a file and converts the field.
 std::string timeConversionJob(const std::string& reader, const std::string& timeField,
                               const RecordFile& output);

@@ -83,7 +83,7 @@ void putMissingValues(JNIJSONObject& json, const TrainingSettings& settings)
     json.put("missingValues", &missing);
 }
 
-/// A metric alone stands for all its series.
+/// A metric alone means all its series.
 void addSeries(JNIJSONArray& list, const TrainingSettings::Series& series)
 {
     if (series.size() == 1) {

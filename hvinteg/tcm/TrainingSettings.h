@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-/// What a caller has set for the training of a model; what is not set is left to the engine. Plain
-/// data, so that the settings outlive the Java objects of a job.
+/// The settings of a training. The engine's defaults apply to unset ones. Plain data, because Java
+/// objects live only as long as a job.
 struct TrainingSettings
 {
     using Series = std::vector<std::string>;
@@ -41,7 +41,7 @@ struct TrainingSettings
     std::optional<double> outlierLevel;
 };
 
-/// The configurations of the two steps, JSON. They are made on the Java side, on the thread of the
-/// JNIObjectManager; what fails there throws JNIException.
+/// The configurations of the two steps, JSON. They are made in Java, on the thread of the
+/// JNIObjectManager. Throws JNIException.
 std::string preparationJson(const TrainingSettings& settings);
 std::string trainingJson(const TrainingSettings& settings);

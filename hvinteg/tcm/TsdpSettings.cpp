@@ -11,16 +11,16 @@
 namespace {
 
 constexpr const char* kTracedOperation = "ProcessTsdpSettings";
-/// The name of the time where the order of the records is the time. No variable has it.
+/// The name that means the order of the records. No variable has it.
 constexpr const char* kCaseCountField = "$casecount";
 
-/// A list that is not there is one without elements.
+/// A missing list counts as an empty one.
 bool isList(const JsonValue& value)
 {
     return !value || value.isArray();
 }
 
-/// How a model without dimensions may tell that it has none.
+/// Some models without dimensions have this list.
 bool isOneEmptyName(const JsonValue& list)
 {
     return list.size() == 1 && (*list.begin()).isText() && (*list.begin()).text().empty();
@@ -31,8 +31,8 @@ bool isCaseCount(const JsonValue& fields)
     return fields.size() == 1 && (*fields.begin()).text() == kCaseCountField;
 }
 
-/// The last cyclic field changes with every point of time, so it tells them all; models that do not
-/// tell it tell the first one.
+/// The last cyclic field changes with every point of time, so its list has all points. Models
+/// without that list have the list of the first field.
 JsonValue pointsOfCyclicFields(const JsonValue& points, const JsonValue& fields)
 {
     JsonValue last;
@@ -56,7 +56,7 @@ bool TsdpSettings::read(const std::string& modelPath)
     try {
         if (!takeFrom(json))
             return false;
-    } catch (const JNIException&) { // Java cannot handle it, as where it is nested too deeply
+    } catch (const JNIException&) { // Java cannot parse it, for example deep nesting
         return false;
     }
     traceJSONFile(_text, "TSDPSettingsContent", kTracedOperation);

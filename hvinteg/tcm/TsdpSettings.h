@@ -7,26 +7,26 @@
 #include "VexaDataSource.h"
 #include "bridge/JsonImage.h"
 
-/// How a model's data were prepared, as the model file keeps it: the settings, which are handed to
-/// the engine again as they are, and the fields in them, which must be there in a dataset to
-/// prepare that in the same way. A copy of its own, read on the thread of the JNIObjectManager.
+/// The settings of a model's data preparation, from the model file. The engine gets them unchanged
+/// for a replay; the dataset must have the fields that they name. All operations run on the thread
+/// of the JNIObjectManager.
 class TsdpSettings
 {
 public:
-    /// Takes the settings out of a model file; its path is in the host's encoding. False if there
-    /// are none, or they are damaged.
+    /// Reads the settings from a model file; its path is in the host's encoding. Returns false if
+    /// they are missing or damaged.
     bool read(const std::string& modelPath);
-    /// Finds the columns of all fields in a dataset. False for one that is not there, for
-    /// dimensions other than those of the caller, UTF-8, in number, order or name, and without a
-    /// field for the time.
+    /// Finds the columns of all fields in a dataset. Returns false if one is missing, if the
+    /// dimensions are not the caller's (UTF-8) in number, order and name, or if no field gives the
+    /// time.
     bool findVariables(const VEXA_DataSource& source, const std::vector<std::string>& dimFields);
-    /// How many points of time the model was trained on; without a word on that, `count` stays as
-    /// it was. False if what is said is no list.
+    /// Counts the points of time of the training. Leaves `count` unchanged if the model does not
+    /// list them. Returns false if the list is invalid.
     bool countTimePoints(int& count) const;
 
-    /// JSON.
+    /// The settings as JSON.
     const std::string& text() const { return _text; }
-    /// Empty if other fields tell the time.
+    /// The field of the time; empty if there is no such field.
     const std::string& dateTimeField() const { return _dateTimeField; }
     const std::set<int>& variables() const { return _variables; }
 
