@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -29,6 +30,8 @@ public:
     /// After how many cases the source is lost, and whether it is already.
     std::size_t readable = SIZE_MAX;
     bool lost = false;
+    /// Called before a case is read, with its number from 1, on the thread that reads.
+    std::function<void(std::size_t number)> onCase;
 
     int ColumnCount() const override { return static_cast<int>(_variables.size()); }
     const VEXA_Variable& GetVariable(int column) const override
@@ -62,6 +65,8 @@ private:
         {
             if (_next == _source._rows.size())
                 return 0;
+            if (_source.onCase)
+                _source.onCase(_next + 1);
             if (_next >= _source.readable)
                 throw ErrorText("the source is lost");
             const Row& row = _source._rows[_next++];

@@ -5,9 +5,9 @@
 #include "support/WrittenRows.h"
 #include "tcm/ViewerFixture.h"
 
-/// A viewer of a model of sales by region and shop, with three months of data, on an engine that
-/// leaves what the steps would leave. The series of the region "north", and that of no region, are
-/// targets.
+/// A viewer of a model of sales by region and shop, with three months of data. The scripted engine
+/// writes the files that the steps would write. Targets are the series of the region "north" and
+/// the series without a region.
 class Replay : public ViewerTest
 {
 protected:
@@ -19,7 +19,7 @@ protected:
         putModel(preparationOf("\"region\""));
     }
 
-    /// A model file with this "TSDPOutput.json", or none.
+    /// Writes a model file with this "TSDPOutput.json", or without one.
     void putModel(const std::optional<std::string>& preparation)
     {
         const auto codes = [](const char* name, std::vector<CFValue> values) {
@@ -51,17 +51,8 @@ protected:
                                        "sales", dimFields, dimValues, actual, predicted);
     }
 
-    /// What hasError tells; empty if it tells nothing.
-    std::string reason()
-    {
-        std::string id;
-        std::string text;
-        std::string detail;
-        return viewer->hasError(id, text, detail) ? id + text + detail : "";
-    }
-
-    /// The jobs but for the descriptive one, with short names for files: MODEL, and T1, T2 and so
-    /// on, in the order of their appearance.
+    /// The jobs without the descriptive one. Files have short names: MODEL, and T1, T2 and so on in
+    /// the order of their appearance.
     Names plainJobs() const
     {
         std::map<std::string, std::string> names = {
@@ -83,7 +74,7 @@ protected:
         return texts;
     }
 
-    /// Three months, and these dimensions, in quotes.
+    /// A preparation of three months. `dimensions` are names in quotes.
     static std::string preparationOf(const std::string& dimensions)
     {
         return R"({"settings":{"dimFieldList":[)" + dimensions +

@@ -1,28 +1,20 @@
-#include "JNIException.h"
 #include "VexaCases.h"
 #include "tcm/ReplayFixture.h"
 
-// What a model predicts for a series: the job, the rows of a range, and what can go wrong.
+// What a model predicts for a series: the job, the rows of a range, and failures.
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using testing::HasSubstr;
 using Row = std::vector<WrittenRows::Value>;
 using Numbers = std::vector<double>;
 
-const std::vector<CFField> kFields = {realField("sales_predicted"), realField("$FutureFlag"),
-                                      realField("sales")};
+const CFField kFlag = realField("$FutureFlag");
+const CFField kSales = realField("sales");
+const CFField kPredictions = realField("sales_predicted");
 
 constexpr const char* kOneDimension = R"("region")";
 constexpr const char* kTwoDimensions = R"("region","shop")";
-
-/// Three months that the model was trained on, one more, and two beyond the data.
-std::vector<Row> sixMonths()
-{
-    return {{10.0, 0.0, 1.0}, {20.0, 0.0, 2.0}, {30.0, 0.0, kSystemMissing},
-            {40.0, 0.0, 4.0}, {50.0, 1.0, 5.0}, {kSystemMissing, 1.0, 6.0}};
-}
 
 class Scenario : public Replay
 {
@@ -32,77 +24,42 @@ protected:
         Replay::SetUp();
         rows = &scored;
     }
-
-    WrittenRows scored{kFields, sixMonths()};
+    /// Three months of the training, one more, and two beyond the data.
+    WrittenRows scored{{kPredictions, kFlag, kSales},
+                       {{10.0, 0.0, 1.0},
+                        {20.0, 0.0, 2.0},
+                        {30.0, 0.0, kSystemMissing},
+                        {40.0, 0.0, 4.0},
+                        {50.0, 1.0, 5.0},
+                        {kSystemMissing, 1.0, 6.0}}};
 };
 
 } // namespace
 
 TEST_F(Scenario, AsksForAScoreOfTheSeries)
 {
-    struct ScoreCase
-    {
-        Names dimensions;
-        Names values;
-        const char* end;
-        const char* settings;
-        const char* step;
-    };
-    const ScoreCase cases[] = {
-        {{"region"},
-         {"north"},
-         "2",
-         R"({"fieldSetting":{"fieldType":"INCLUDED_TARGET_LIST","fieldNameList":{"seriesIDList":)"
-         R"([["north","sales"]]}},"forecast":{"doForecast":true,"forecastSpan":2},)"
-         R"("fit":{"doFit":true},"outputOriginalValue":true})",
-         "tcm:score"},
-        {{"region"},
-         {"north"},
-         "-1",
-         R"({"fieldSetting":{"fieldType":"INCLUDED_TARGET_LIST","fieldNameList":{"seriesIDList":)"
-         R"([["north","sales"]]}},"fit":{"doFit":true},"outputOriginalValue":true})",
-         "tcm:score"},
-        {{"region", "shop"},
-         {"north", "old"},
-         "2",
-         R"({"fieldSetting":{"fieldNameList":{"seriesIDList":[["north","old","sales"]]}},)"
-         R"("forecast":{"forecastSpan":2},"outputOriginalValue":true})",
-         "tcm:ar"},
-    };
-    for (const auto& [dimensions, values, end, settings, step] : cases) {
-        SCOPED_TRACE(settings);
-        scored.rewind();
-        putModel(preparationOf(dimensions.size() == 2 ? kTwoDimensions : kOneDimension));
-        engine.clearCalls();
-        EXPECT_TRUE(score("day", "0", end, dimensions, values));
-        ASSERT_EQ(jobs().size(), 4U);
-        EXPECT_EQ(plainJobs().back(),
-                  R"(val readerConf = {"filesystem":{"dataModel":"T5","locations":[{"path":"T4",)"
-                  R"("parser":{"name":"hvbf","config":{}}}]}})"
-                  "\nval scoreConf = " +
-                      std::string(settings) +
-                      "\nval scoreInConf = [{\"name\":\"InputTCMXML\",\"uri\":\"MODEL\"}]\n"
-                      "val rtsdpConf = {\"exportFutureFlag\":true}\n"
-                      "val rtsdpInConf = [{\"name\":\"JSON\",\"uri\":\"T3\"}]\n"
-                      R"(val writerConf = {"dataDestination":"T6","dataModelDestination":"T7",)"
-                      R"("type":"hvbf"})"
-                      "\nread(readerConf)->" +
-                      step +
-                      "(scoreConf, scoreInConf,_)->rtsdp:rtsdp(rtsdpConf, rtsdpInConf, _)->"
-                      "write(writerConf)");
-    }
+    EXPECT_TRUE(score("day", "0", "-1"));
+    EXPECT_THAT(jobs().back(), HasSubstr(R"([["north","sales"]]}},"fit":{"doFit":true},)"))
+        << "no forecast";
+    scored.rewind();
+    putModel(preparationOf(kTwoDimensions));
+    EXPECT_TRUE(score("day", "0", "2", {"region", "shop"}, {"north", "old"}));
+    EXPECT_THAT(jobs().back(),
+                HasSubstr(R"(val scoreConf = {"fieldSetting":{"fieldNameList":{"seriesIDList":)"
+                          R"([["north","old","sales"]]}},"forecast":{"forecastSpan":2},)"
+                          R"("outputOriginalValue":true})"));
+    EXPECT_THAT(jobs().back(), HasSubstr("->tcm:ar(scoreConf, scoreInConf,_)->rtsdp:"));
 }
 
 TEST_F(Scenario, ReadsTheRowsOfTheRange)
 {
-    struct RangeCase
+    struct
     {
         const char* start;
         const char* end;
         Numbers actual;
         Numbers predicted;
-    };
-    const RangeCase cases[] = {
+    } const cases[] = {
         {"0", "0", {kSystemMissing}, {}},
         {"1", "2", {4}, {50}},
         {"-1", "3", {2, kSystemMissing, 4}, {50, kSystemMissing}},
@@ -124,47 +81,28 @@ TEST_F(Scenario, ReadsTheRowsOfTheRange)
     scored.rewind();
     EXPECT_TRUE(viewer->GetScenarioInfo(dataset, modelPath, "day", "1", "2", {}, {}, {}, "sales",
                                         {"region"}, {"north"}, actual, predicted));
-    EXPECT_THAT(predicted, ElementsAre(50)) << "behind what is there";
+    EXPECT_EQ(predicted, Numbers{50}) << "appended";
 }
 
-TEST_F(Scenario, TakesFlagsThatAreWholeNumbers)
+TEST_F(Scenario, FailsIfRowsCannotBeRead)
 {
-    WrittenRows whole(kFields, {{1.0, 0, 2.0}, {3.0, 1, 4.0}});
-    rows = &whole;
-    EXPECT_TRUE(score("day", "-2", "-1"));
-    EXPECT_THAT(actual, ElementsAre(2));
-    EXPECT_THAT(predicted, ElementsAre(3));
-}
-
-TEST_F(Scenario, FailsWhereRowsCannotBeRead)
-{
-    struct RowsCase
+    const std::vector<CFField> allFields = {kFlag, kSales, kPredictions};
+    struct
     {
         std::vector<CFField> fields;
         std::vector<Row> rows;
         bool result;      ///< of a target
-        bool otherResult; ///< of a series of its own past
+        bool otherResult; ///< of a series that is no target
         Numbers actual;   ///< of a target
-    };
-    const CFField flag = realField("$FutureFlag");
-    const CFField sales = realField("sales");
-    const CFField predictions = realField("sales_predicted");
-    const RowsCase cases[] = {
-        {{flag, sales, predictions}, {{0.0, 1.0, 2.0}, {0.0, 3.0, 4.0}}, true, true, {1, 3}},
-        {{flag, predictions}, {{0.0, 1.0}}, false, false, {}},
-        {{sales, predictions}, {{0.0, 1.0}}, false, false, {}},
-        {{flag, sales}, {{0.0, 1.0}}, true, false, {1}},
-        {{flag, sales}, {{0.0, 1.0}, {1.0, 2.0}}, false, false, {1}},
-        {{flag, sales, predictions},
-         {{0.0, 1.0, 2.0}, {std::nullopt, 3.0, 4.0}},
-         false,
-         false,
-         {1}},
-        {{flag, sales, predictions},
-         {{0.0, 1.0, 2.0}, {0.0, std::nullopt, 4.0}},
-         false,
-         false,
-         {1}},
+    } const cases[] = {
+        {allFields, {{0.0, 1.0, 2.0}, {0.0, 3.0, 4.0}}, true, true, {1, 3}},
+        {allFields, {{0, 1.0, 2.0}, {1, 3.0, 4.0}}, true, true, {1}}, // the flag as an integer
+        {{kFlag, kPredictions}, {{0.0, 1.0}}, false, false, {}},
+        {{kSales, kPredictions}, {{0.0, 1.0}}, false, false, {}},
+        {{kFlag, kSales}, {{0.0, 1.0}}, true, false, {1}},
+        {{kFlag, kSales}, {{0.0, 1.0}, {1.0, 2.0}}, false, false, {1}},
+        {allFields, {{0.0, 1.0, 2.0}, {std::nullopt, 3.0, 4.0}}, false, false, {1}},
+        {allFields, {{0.0, 1.0, 2.0}, {0.0, std::nullopt, 4.0}}, false, false, {1}},
     };
     for (const auto& [fields, values, result, otherResult, actualValues] : cases) {
         SCOPED_TRACE(std::to_string(fields.size()) + " " + std::to_string(values.size()));
@@ -177,25 +115,13 @@ TEST_F(Scenario, FailsWhereRowsCannotBeRead)
         putModel(preparationOf(kTwoDimensions));
         EXPECT_EQ(score("day", "-2", "0", {"region", "shop"}, {"north", "old"}), otherResult);
         EXPECT_EQ(written.disposals, 2);
-        EXPECT_EQ(openExecutions(engine), 0);
     }
     rows = nullptr;
     EXPECT_FALSE(score("day", "0", "0")) << "no file";
 }
 
-TEST_F(Scenario, ScoresNoSeriesThatTheModelDoesNotKnow)
-{
-    EXPECT_FALSE(viewer->GetScenarioInfo(dataset, modelPath, "day", "0", "0", {}, {}, {}, "",
-                                         {"region"}, {"north"}, actual, predicted));
-    EXPECT_THAT(engine.calls(), IsEmpty());
-    EXPECT_FALSE(score("day", "0", "0", {"region"}, {"south"}));
-    EXPECT_EQ(jobs().size(), 3U) << "the preparation only";
-    EXPECT_EQ(reason(), "");
-}
-
 TEST_F(Scenario, FailuresOfTheEngineLeaveNothing)
 {
-    const Names files = scratchFiles();
     for (const Fault fault : {Fault::Engine, Fault::Java, Fault::Standard, Fault::Unknown})
         for (const char* call : {"createExecution", "prepare", "addInputIterator", "execute",
                                  "getOutputIterator", "dispose"}) {
@@ -209,70 +135,38 @@ TEST_F(Scenario, FailuresOfTheEngineLeaveNothing)
             }
             engine.throwAt(call, Fault::None);
             EXPECT_EQ(openExecutions(engine), 0);
-            EXPECT_EQ(scratchFiles(), files);
+            EXPECT_EQ(scratchFiles().size(), 1U) << "the model alone";
             runner->cleanJRef();
             EXPECT_EQ(jni().liveGlobals(), 0);
         }
 }
 
-// Whichever call of the machine fails, what was made goes.
-TEST_F(Scenario, FailuresOfTheMachineLeaveNothing)
-{
-    const Names files = scratchFiles();
-    bool result = false;
-    bool reached = true;
-    for (int number = 1; reached; ++number) {
-        SCOPED_TRACE(number);
-        scored.rewind();
-        jni().failAt(number, RecordingJni::Fault::OutOfMemory);
-        try {
-            result = score("month", "0", "0");
-        } catch (const JNIException&) {
-        }
-        reached = jni().endFault();
-        EXPECT_EQ(openExecutions(engine), 0);
-        EXPECT_EQ(scratchFiles(), files);
-        runner->cleanJRef();
-        EXPECT_EQ(jni().liveGlobals(), 0);
-        engine.clearCalls();
-    }
-    EXPECT_TRUE(result) << "the last run meets no failure";
-}
-
 TEST_F(Scenario, ForecastsWithBoundsAndGivenValues)
 {
-    using testing::HasSubstr;
-    WrittenRows points({CFField("month", CFField::Continuous, CFField::Date), realField("sales"),
-                        realField("$FutureFlag"), realField("sales_predicted"),
-                        realField("sales_lower"), realField("sales_upper")},
+    WrittenRows points({CFField("month", CFField::Continuous, CFField::Date), kSales, kFlag,
+                        kPredictions, realField("sales_lower"), realField("sales_upper")},
                        {{18262.0, 1.0, 0, std::nullopt, kSystemMissing, std::nullopt},
                         {18293.0, std::nullopt, 1, 5.0, 4.0, 6.0}});
-    rows = &points;
     HVSeriesForecast forecast;
     const HVForecastRequest request{
         2, 0.9, {{{"south", "sales"}, 0, 0.1, true}, {{"north", "sales"}, 2, 7, false}}};
-    ASSERT_TRUE(
-        viewer->getForecast(dataset, modelPath, "sales", {"region"}, {"north"}, request, forecast));
+    const auto ask = [&](WrittenRows& written, const char* region) {
+        rows = &written;
+        return viewer->getForecast(dataset, modelPath, "sales", {"region"}, {region}, request,
+                                   forecast);
+    };
+    ASSERT_TRUE(ask(points, "north"));
     EXPECT_THAT(plainJobs().back(),
                 HasSubstr(R"(},"fit":{"doFit":true},"outputOriginalValue":true,)"
                           R"("confidenceLevel":0.9,"scenario":[{"series":["south","sales"],)"
                           R"("change":0.1},{"series":["north","sales"],"ahead":2,"value":7.0}]})"));
-    ASSERT_EQ(forecast.timeFields.size(), 1U);
-    EXPECT_EQ(forecast.timeFields[0].GetName(), "month");
     ASSERT_EQ(forecast.points.size(), 2U);
-    EXPECT_THAT(forecast.points[0].time, ElementsAre(18262.0));
-    EXPECT_FALSE(forecast.points[0].isFuture);
     EXPECT_EQ(forecast.points[0].predicted, kSystemMissing);
-    EXPECT_TRUE(forecast.points[1].isFuture);
+    EXPECT_EQ(forecast.points[1].time, Numbers{18293.0});
     EXPECT_EQ(forecast.points[1].actual, kSystemMissing);
     EXPECT_EQ(forecast.points[1].upper, 6.0);
     EXPECT_EQ(points.disposals, 1);
-
-    WrittenRows incomplete(kFields, sixMonths());
-    rows = &incomplete;
-    EXPECT_FALSE(
-        viewer->getForecast(dataset, modelPath, "sales", {"region"}, {"north"}, {}, forecast));
-    EXPECT_EQ(incomplete.disposals, 1);
-    EXPECT_FALSE(
-        viewer->getForecast(dataset, modelPath, "sales", {"region"}, {"nowhere"}, {}, forecast));
+    EXPECT_FALSE(ask(scored, "north")) << "there are no bounds";
+    EXPECT_EQ(scored.disposals, 1);
+    EXPECT_FALSE(ask(points, "nowhere"));
 }

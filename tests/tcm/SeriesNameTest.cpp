@@ -3,11 +3,13 @@
 #include "tcm/SeriesNames.h"
 #include "tcm/ViewerFixture.h"
 
-// How a model knows its series.
+// The ids of a model's series.
 
 namespace {
 
-CFField coded(const std::string& name, const std::vector<std::pair<CFDatum, const char*>>& codes)
+using Codes = std::vector<std::pair<CFDatum, const char*>>;
+
+CFField coded(const std::string& name, const Codes& codes)
 {
     CFField field(name, CFField::Nominal, CFField::Integer);
     std::vector<CFValue> values;
@@ -17,8 +19,7 @@ CFField coded(const std::string& name, const std::vector<std::pair<CFDatum, cons
     return field;
 }
 
-CFField dimension(const std::string& name, CFField::StorageType storage,
-                  const std::vector<std::pair<CFDatum, const char*>>& codes)
+CFField dimension(const std::string& name, CFField::StorageType storage, const Codes& codes)
 {
     CFField field = coded(name, codes);
     field.SetBaseField({name, CFField::Nominal, storage});
@@ -55,7 +56,7 @@ TEST_F(SeriesName, IsEncodedByTheStorageOfItsFields)
     {
         Names names;
         Names dimFields;
-        const char* id; ///< null if the model has no such series
+        const char* id; ///< null if the model has no series of this name
     } const cases[] = {
         {{"sales"}, {}, "1"},
         {{"Ulm", "sales"}, {"town"}, "4-1"}, // the first of its label that has a code
@@ -65,7 +66,7 @@ TEST_F(SeriesName, IsEncodedByTheStorageOfItsFields)
         {{"1.0", "sales"}, {"town"}, "6-1"},
         {{"ulm", "sales"}, {"town"}, nullptr},
         {{"Ulm", "Sales"}, {"town"}, nullptr},
-        {{"x", "sales"}, {"plain"}, nullptr}, // stands for no field of the data
+        {{"x", "sales"}, {"plain"}, nullptr}, // has no field of the data
         {{"x", "sales"}, {"missing"}, nullptr},
         {{"Ulm", "sales"}, {}, nullptr},
         {{"sales"}, {"town"}, nullptr},
@@ -83,36 +84,34 @@ TEST_F(SeriesName, IsEncodedByTheStorageOfItsFields)
     EXPECT_EQ(BuildSeriesIDStr({"4"}), "4");
 }
 
-TEST_F(SeriesName, TellsWhetherTheSeriesIsATarget)
+TEST_F(SeriesName, IsThatOfATargetOrNot)
 {
     const Entries whole = {
         {"StatXML.xml", statXml(metadata())},
         {"TCMGraph.json",
          R"({"targets": [{"series": "4-1", "predictors": [{"series": "6-1"}]}]})"}};
-    Entries unclosed = whole;
-    unclosed["StatXML.xml"].resize(unclosed["StatXML.xml"].find("</DataModel>"));
-    Entries noModel = whole;
-    noModel["StatXML.xml"] = "<StatXML></StatXML>";
-    Entries noGraph = whole;
-    noGraph.erase("TCMGraph.json");
-    Entries badGraph = whole;
-    badGraph["TCMGraph.json"] = "{";
-    Entries notXml = whole;
-    notXml["StatXML.xml"] = "<DataModel><Field</DataModel>";
+    const std::string xml = whole.at("StatXML.xml");
+    const std::string unclosed = xml.substr(0, xml.find("</DataModel>"));
     struct
     {
         Entries model;
         const char* town;
         bool isKnown;
         bool isTarget;
-    } const cases[] = {{whole, "Ulm", true, true},     {whole, "1.0", true, false},
-                       {whole, "Bonn", false, true},   {unclosed, "Ulm", true, true},
-                       {noModel, "Ulm", false, true},  {noGraph, "Ulm", false, true},
-                       {badGraph, "Ulm", true, false}, {notXml, "Ulm", false, true},
-                       {{}, "Ulm", false, true}};
+    } const cases[] = {
+        {whole, "Ulm", true, true},
+        {whole, "1.0", true, false},
+        {whole, "Bonn", false, true},
+        {with(whole, "StatXML.xml", unclosed), "Ulm", true, true},
+        {with(whole, "StatXML.xml", "<StatXML></StatXML>"), "Ulm", false, true},
+        {with(whole, "StatXML.xml", "<DataModel><Field</DataModel>"), "Ulm", false, true},
+        {without(whole, "TCMGraph.json"), "Ulm", false, true},
+        {with(whole, "TCMGraph.json", "{"), "Ulm", true, false},
+        {{}, "Ulm", false, true},
+    };
     for (const auto& [model, town, isKnown, isTarget] : cases) {
         SCOPED_TRACE(testing::PrintToString(model) + town);
-        bool answer = true; // what stays where there is none
+        bool answer = true; // unchanged without an answer
         EXPECT_EQ(IsTargetSeries(putModel(model), "sales", {"town"}, {town}, answer), isKnown);
         EXPECT_EQ(answer, isTarget);
     }

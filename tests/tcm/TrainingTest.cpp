@@ -4,11 +4,10 @@
 #include "tcm/HVTemporalTraining.h"
 #include "tcm/ViewerFixture.h"
 
-// The training of a model: the job that is composed, and what becomes of the model file.
+// The training of a model: the job, and what happens to the model file.
 
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -18,7 +17,7 @@ protected:
     void SetUp() override
     {
         ViewerTest::SetUp();
-        engine.setScript([this](ScriptedJob& job) { answer(job); });
+        engine.setScript([this](ScriptedJob& scripted) { answer(scripted); });
         rows.emplace(source, std::vector<int>{0, 1, 2}, std::vector<MeasurementLevel>(), true,
                      kWeightRound, true, nullptr);
         rows->SetName("cases");
@@ -31,22 +30,20 @@ protected:
         ViewerTest::TearDown();
     }
 
-    /// The job's text, its files as PREPARATION and MODEL.
-    std::string job() const
+    /// Trains successfully and returns the job's text, its files as PREPARATION and MODEL.
+    std::string trainedJob()
     {
+        EXPECT_TRUE(training->Train(path)) << failure();
         std::string text = training->GetHVLJob();
-        const auto hide = [&text](const std::string& container, const std::string& word) {
-            const std::string place = placeOf(text, container);
-            for (std::size_t at = text.find("file:///" + place); at != text.npos;
-                 at = text.find("file:///" + place))
-                text.replace(at, place.size() + 8, word);
-        };
-        hide("JSON", "PREPARATION");
-        hide("TCM", "MODEL");
+        for (const auto& [container, word] : {std::pair("JSON", "PREPARATION"), {"TCM", "MODEL"}}) {
+            const std::string place = "file:///" + placeOf(text, container);
+            for (std::size_t at = text.find(place); at != text.npos; at = text.find(place))
+                text.replace(at, place.size(), word);
+        }
         return text;
     }
 
-    std::string reason() const
+    std::string failure() const
     {
         std::string id;
         std::string text;
@@ -67,24 +64,23 @@ protected:
     std::optional<HVRawDataIterator> rows;
     std::optional<HVTemporalTraining> training;
     std::string path;
-    std::string model = "new"; ///< what the job leaves; empty for no file
+    std::string model = "new"; ///< in the file that the job writes; empty for no file
     std::string end = "success";
     int recordsRead = 0;
 
 private:
-    void answer(ScriptedJob& job)
+    void answer(ScriptedJob& scripted)
     {
-        recordsRead = job.pull("cases");
-        job.message("W1", "a series was left out");
-        const std::string file = placeOf(jobs().back(), "TCM");
+        recordsRead = scripted.pull("cases");
+        scripted.message("W1", "a series was left out");
         if (!model.empty())
-            putArchive(file, {{"StatXML.xml", model}});
+            putArchive(placeOf(jobs().back(), "TCM"), {{"StatXML.xml", model}});
         if (end == "error")
-            job.listener().onError("ID", "text", "detail");
+            scripted.listener().onError("ID", "text", "detail");
         else if (end == "cancel")
-            job.listener().onCancel();
+            scripted.listener().onCancel();
         else
-            job.listener().onSuccess();
+            scripted.listener().onSuccess();
     }
 };
 
@@ -111,8 +107,7 @@ TEST_F(Training, ComposesOneJobFromAllSettings)
     training->SetCriterion("AIC");
     training->SetMaxPredictors(2);
     training->SetOutlierLevel(0.75);
-    ASSERT_TRUE(training->Train(path));
-    EXPECT_EQ(job(),
+    EXPECT_EQ(trainedJob(),
               R"(val tsdpConf = {"dimFieldList":["region"],"metricFieldList":["sales","visits"],)"
               R"("dateTimeField":"day","timeInterval":{"unit":"minute","increment":15,)"
               R"("workingDays":[1,5],"workingHours":{"from":8,"to":18}},"aggregation":)"
@@ -135,77 +130,60 @@ TEST_F(Training, ComposesOneJobFromAllSettings)
     EXPECT_EQ(recordsRead, 2);
 }
 
-TEST_F(Training, ReadsTimesAndInputsOfEachKind)
+TEST_F(Training, ReadsWhatAPieceOfJobTextReads)
 {
-    training->SetCyclicFields({"year", "month"});
-    ASSERT_TRUE(training->Train(path));
-    EXPECT_THAT(job(), HasSubstr(R"("dateTimeField":"","cyclicFieldList":["year","month"]})"));
-    training->SetCaseCountTime();
-    ASSERT_TRUE(training->Train(path));
-    EXPECT_THAT(job(), HasSubstr(R"("cyclicFieldList":["$casecount"]})"));
-    EXPECT_THAT(job(), HasSubstr("val trainConf = {}\n"));
-    training->SetTimeField("month");
-    ASSERT_TRUE(training->Train(path));
-    EXPECT_THAT(job(), HasSubstr(R"("dateTimeField":"month"})"));
-    EXPECT_THAT(job(), HasSubstr("val toTS = ctx => x => (\"month\", toTimestamp(x.month,"));
-    EXPECT_THAT(job(), HasSubstr(")->reclassifyField(_,toTS)->tsdp:tsdp("));
-    EXPECT_EQ(recordsRead, 2) << "the rows are read from the first one on";
-
     training.emplace(*runner, "read({\"dataSource\":\"known\"})");
     training->SetTimeField("a b");
-    ASSERT_TRUE(training->Train(path));
-    EXPECT_THAT(job(), HasSubstr("\nread({\"dataSource\":\"known\"})->tsdp:tsdp("));
-    std::string composed;
-    ASSERT_TRUE(training->GenerateHVL(path, composed));
-    EXPECT_THAT(composed, HasSubstr("/sales.tcm\"}]"));
+    std::string job = trainedJob();
+    EXPECT_THAT(job, HasSubstr("\nread({\"dataSource\":\"known\"})->tsdp:tsdp("));
+    EXPECT_THAT(job, HasSubstr("val trainConf = {}\n"));
+    ASSERT_TRUE(training->GenerateHVL(path, job));
+    EXPECT_THAT(job, HasSubstr("/sales.tcm\"}]"));
     engine.clearCalls();
     training->SetTimeIsText(true);
     EXPECT_FALSE(training->Train(path));
-    EXPECT_EQ(reason(),
+    EXPECT_EQ(failure(),
               "The time field \"a b\" cannot be converted: its name needs quotes in a job.");
     EXPECT_THAT(jobs(), IsEmpty());
 }
 
-TEST_F(Training, LeavesAWholeModelOrTheOneThatWasThere)
+TEST_F(Training, LeavesAWholeModelOrThePreviousOne)
 {
     putArchive(path, {{"StatXML.xml", "old"}});
-    for (const char* how : {"error", "cancel"}) {
-        end = how;
-        EXPECT_FALSE(training->Train(path)) << how;
-        EXPECT_EQ(modelText(), "old") << how;
-        EXPECT_EQ(reason(), end == "error" ? "IDtextdetail" : "");
-        EXPECT_THAT(training->getMessages(), ElementsAre("a series was left out"));
-    }
+    const auto expectFailure = [this](const char* why) {
+        EXPECT_FALSE(training->Train(path));
+        EXPECT_THAT(failure(), HasSubstr(why));
+        EXPECT_EQ(modelText(), "old");
+    };
+    end = "error";
+    expectFailure("IDtextdetail");
+    EXPECT_THAT(training->getMessages(), testing::ElementsAre("a series was left out"));
+    end = "cancel";
+    expectFailure("");
+    EXPECT_EQ(failure(), "");
     end = "success";
     model.clear();
-    EXPECT_FALSE(training->Train(path));
-    EXPECT_THAT(reason(), HasSubstr("sales.tcm\" cannot be written."));
-    EXPECT_EQ(modelText(), "old");
+    expectFailure("sales.tcm\" cannot be written.");
     engine.throwAt("execute", Fault::Engine);
-    EXPECT_FALSE(training->Train(path));
-    EXPECT_EQ(reason(), "scripted");
+    expectFailure("scripted");
     engine.throwAt("execute", Fault::None);
     model = "new";
     EXPECT_TRUE(training->Train(path));
-    EXPECT_EQ(reason(), "");
+    EXPECT_EQ(recordsRead, 2) << "the rows are read from the first one again";
+    EXPECT_EQ(failure(), "");
     EXPECT_EQ(modelText(), "new");
     std::filesystem::directory_iterator files(folder().path);
     EXPECT_EQ(std::distance(files, {}), 1) << "nothing unfinished is left";
 }
 
-TEST_F(Training, RefusesWhatNoJobCanDo)
+TEST_F(Training, FailsBeforeTheJobWithoutAnInputOrAFolder)
 {
     EXPECT_FALSE(training->Train(folder().name("no such folder/sales.tcm")));
-    EXPECT_THAT(reason(), HasSubstr("cannot be written."));
+    EXPECT_THAT(failure(), HasSubstr("cannot be written."));
     training.emplace(*runner, static_cast<HVRawDataIterator*>(nullptr));
-    std::string composed;
-    EXPECT_FALSE(training->GenerateHVL(path, composed));
+    std::string job;
+    EXPECT_FALSE(training->GenerateHVL(path, job));
     EXPECT_FALSE(training->Train(path));
-    EXPECT_EQ(reason(), "There are no data to train the model on.");
+    EXPECT_EQ(failure(), "There are no data to train the model on.");
     EXPECT_THAT(jobs(), IsEmpty());
-    training.emplace(*runner, &*rows);
-    runner->cancelExecution();
-    EXPECT_FALSE(training->Train(path));
-    EXPECT_EQ(reason(), "");
-    EXPECT_EQ(modelText(), "");
 }

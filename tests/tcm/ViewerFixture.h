@@ -15,7 +15,19 @@ using Names = std::vector<std::string>;
 /// The entries of an archive.
 using Entries = std::map<std::string, std::string>;
 
-/// A viewer of models on an engine that does what it is told, in a folder for the models.
+inline Entries without(Entries entries, const std::string& name)
+{
+    entries.erase(name);
+    return entries;
+}
+
+inline Entries with(Entries entries, const std::string& name, const std::string& text)
+{
+    entries[name] = text;
+    return entries;
+}
+
+/// A viewer of models on a scripted engine, and a folder for the models.
 class ViewerTest : public JobTest
 {
 protected:
@@ -36,7 +48,7 @@ protected:
 
     const ScratchFolder& folder() const { return *_folder; }
 
-    /// Writes a model; its path.
+    /// Writes a model and returns its path.
     std::string putModel(const Entries& entries) const
     {
         const std::string path = folder().name("model.tcm");
@@ -54,7 +66,16 @@ protected:
     /// The texts of the jobs so far.
     Names jobs() const { return engine.argumentsOf("prepare"); }
 
-    /// Where a job wants a container to be.
+    /// The id, text and detail of the last failure; empty if it has no reason.
+    std::string reason()
+    {
+        std::string id;
+        std::string text;
+        std::string detail;
+        return viewer->hasError(id, text, detail) ? id + text + detail : "";
+    }
+
+    /// The path of a container in a job.
     static std::string placeOf(const std::string& job, const std::string& container)
     {
         const std::regex mark("\"name\":\"" + container + "\",\"uri\":\"file:///([^\"]*)\"");

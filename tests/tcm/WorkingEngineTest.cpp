@@ -1,129 +1,125 @@
+#include <cstdlib>
+
+#include "support/HostScopes.h"
 #include "tcm/WorkingModel.h"
 
-// Models that the working engine trains, through the library: what a viewer gets of them is what
-// the data and the equations say.
+// Models that the working engine trains, through the library: the values that a viewer gets agree
+// with the data and with the equations in the model.
 
 namespace {
 
 using testing::HasSubstr;
-using Json = nlohmann::json;
+using Names = std::vector<std::string>;
 
 constexpr int kTrained = 72;
-
-/// The value that the equation of a series gives for one month, from the coefficients in the model.
-double byHand(const Json& model, const std::string& id, int month,
-              const std::map<std::string, std::function<double(int)>>& values)
-{
-    for (const Json& equation : model.at("equations")) {
-        if (equation.at("series") != id)
-            continue;
-        double sum = equation.at("intercept").get<double>();
-        for (const Json& term : equation.at("terms"))
-            sum += term.at("coefficient").get<double>() *
-                   values.at(term.at("series"))(month - term.at("lag").get<int>());
-        return sum;
-    }
-    ADD_FAILURE() << "no equation of " << id;
-    return 0;
-}
-
-/// The actual values of each series of the data, by id.
-std::map<std::string, std::function<double(int)>> valuesById(const MonthlyData& data,
-                                                             const Json& model)
-{
-    std::map<std::string, std::function<double(int)>> values;
-    for (const Json& series : model.at("series"))
-        for (int group = 0; group < data.groups(); ++group)
-            for (const char* metric : {"sales", "advertising"}) {
-                std::vector<std::string> name = data.valuesOf(group);
-                name.emplace_back(metric);
-                if (series.at("name").get<std::vector<std::string>>() == name)
-                    values[series.at("id")] = [group, isSales = std::string(metric) ==
-                                                                "sales"](int month) {
-                        return isSales ? MonthlyData::sales(month, group)
-                                       : MonthlyData::advertising(month, group);
-                    };
-            }
-    return values;
-}
-
-std::string idOf(const Json& model, const std::vector<std::string>& values)
-{
-    std::vector<std::string> name = values;
-    name.emplace_back("sales");
-    for (const Json& series : model.at("series"))
-        if (series.at("name").get<std::vector<std::string>>() == name)
-            return series.at("id");
-    return "";
-}
 
 struct DataCase
 {
     const char* name;
     TimeKind time;
-    std::vector<std::string> dimensions;
+    Names dimensions;
 };
 
 class EachData : public WorkingModel, public testing::WithParamInterface<DataCase>
 {
+protected:
+    void expectScores(const MonthlyData& data);
+    void expectDiagrams(const MonthlyData& data);
+
+    LocallyUniqueID dataset = kNoDataset;
+    Names group; ///< dimension values of the series
 };
+
+/// All values of GetScenarioInfo and getForecast, with three predictions beyond the data.
+void EachData::expectScores(const MonthlyData& data)
+{
+    const int more = data.months() - kTrained;
+    const EquationsByHand byHand(Json::parse(entry("TCMModel.json")), data);
+    Names series = group;
+    series.emplace_back("sales");
+    std::vector<double> actual;
+    std::vector<double> predicted;
+    ASSERT_TRUE(viewer->GetScenarioInfo(dataset, path, data.timeField(), "-69",
+                                        std::to_string(more + 3), {}, {}, {}, "sales",
+                                        data.dimensions(), group, actual, predicted))
+        << reason();
+    ASSERT_EQ(actual.size(), 70U + static_cast<std::size_t>(more));
+    for (std::size_t at = 0; at < actual.size(); ++at)
+        EXPECT_EQ(actual[at], MonthlyData::sales(static_cast<int>(at) + 2, data.groups() - 1));
+    ASSERT_EQ(predicted.size(), 3U);
+    HVSeriesForecast forecast;
+    ASSERT_TRUE(viewer->getForecast(dataset, path, "sales", data.dimensions(), group, {3, 0.9, {}},
+                                    forecast))
+        << reason();
+    EXPECT_EQ(forecast.timeFields.size(), data.timeField().empty() && !data.isCounted() ? 2U : 1U);
+    ASSERT_EQ(forecast.points.size(), static_cast<std::size_t>(data.months() + 3));
+    for (int month = 0; month < data.months() + 3; ++month) {
+        const HVSeriesPoint& point = forecast.points[static_cast<std::size_t>(month)];
+        EXPECT_EQ(point.isFuture, month >= data.months());
+        if (month < 2) {
+            EXPECT_EQ(point.predicted, kSystemMissing) << "there are no lags yet";
+            continue;
+        }
+        EXPECT_NEAR(point.predicted, byHand.predicted(series, month), 1e-6) << month;
+        EXPECT_TRUE(point.lower < point.predicted && point.predicted < point.upper);
+        if (point.isFuture) {
+            EXPECT_EQ(point.actual, kSystemMissing);
+            EXPECT_EQ(point.predicted, predicted[static_cast<std::size_t>(month - data.months())]);
+        }
+    }
+}
+
+/// Of the model alone and with the data, which contribute to the latest change.
+void EachData::expectDiagrams(const MonthlyData& data)
+{
+    for (const LocallyUniqueID on : {kNoDataset, dataset}) {
+        std::string diagram;
+        ASSERT_TRUE(viewer->getImpactDiagram(on, path, "sales", data.dimensions(), group, false, 1,
+                                             diagram))
+            << reason();
+        const Json artifacts = Json::parse(diagram).at("artifacts");
+        ASSERT_EQ(artifacts.size(), 2U);
+        EXPECT_EQ(artifacts[0].at("name"), "interpretation.ImpactDiagramEffects");
+        EXPECT_EQ(artifacts[1].at("name"), "interpretation.ImpactDiagramCauses");
+        const Json& strongest = artifacts[1].at("edges").at(0);
+        EXPECT_EQ(strongest.at("lag"), 2) << "advertising leads sales by two months";
+        EXPECT_NEAR(strongest.at("sum").get<double>(), 2, 0.2);
+        EXPECT_EQ(strongest.contains("contribution"), on == dataset);
+    }
+}
 
 } // namespace
 
 TEST_P(EachData, IsTrainedReplayedAndExplained)
 {
     const auto& [name, time, dimensions] = GetParam();
-    const MonthlyData data(time, dimensions, kTrained);
-    ASSERT_NO_FATAL_FAILURE(train(data));
-    const Json model = Json::parse(entry("TCMModel.json"));
-    const std::vector<std::string> group = data.valuesOf(data.groups() - 1);
+    const MonthlyData trained(time, dimensions, kTrained);
+    ASSERT_NO_FATAL_FAILURE(train(trained));
+    group = trained.valuesOf(trained.groups() - 1);
 
-    // As long as the training data, and half a year longer.
+    std::string all;
+    std::string input;
+    std::string output;
+    std::string properties;
+    std::string network;
+    std::string preparation;
+    ASSERT_TRUE(
+        viewer->getModelCapabilities(path, all, input, output, properties, network, preparation))
+        << reason();
+    EXPECT_EQ(network, entry("TCMGraph.json"));
+    EXPECT_EQ(preparation, entry("TSDPOutput.json"));
+    EXPECT_NE(CFMetaData(all).GetField("metricField"), nullptr);
+    for (const VEXA_Variable& variable : trained.variables())
+        EXPECT_NE(CFMetaData(input).GetField(variable.GetName()), nullptr) << variable.GetName();
+    EXPECT_NE(CFMetaData(output).GetField("sales_predicted"), nullptr);
+    EXPECT_THAT(properties, HasSubstr(R"(name="trainingPoints" value="72")"));
+
     for (const int more : {0, 6}) {
         SCOPED_TRACE(more);
-        const MonthlyData longer(time, dimensions, kTrained + more);
-        const LocallyUniqueID dataset = SvrDMDataset::Register(longer.source());
-        std::vector<double> actual;
-        std::vector<double> predicted;
-        ASSERT_TRUE(viewer->GetScenarioInfo(dataset, path, data.timeField(), "-69",
-                                            std::to_string(more + 3), {}, {}, {}, "sales",
-                                            dimensions, group, actual, predicted))
-            << reason();
-        ASSERT_EQ(actual.size(), 70U + static_cast<std::size_t>(more));
-        for (std::size_t at = 0; at < actual.size(); ++at)
-            EXPECT_EQ(actual[at], MonthlyData::sales(static_cast<int>(at) + 2, data.groups() - 1));
-        ASSERT_EQ(predicted.size(), 3U);
-        EXPECT_NEAR(predicted[0],
-                    byHand(model, idOf(model, group), kTrained + more, valuesById(longer, model)),
-                    1e-8 * std::abs(predicted[0]));
-
-        HVSeriesForecast forecast;
-        ASSERT_TRUE(
-            viewer->getForecast(dataset, path, "sales", dimensions, group, {3, 0.9, {}}, forecast))
-            << reason();
-        ASSERT_EQ(forecast.points.size(), static_cast<std::size_t>(kTrained + more + 3));
-        EXPECT_EQ(forecast.timeFields.size(), time == TimeKind::Cyclic ? 2U : 1U);
-        EXPECT_EQ(forecast.points[0].predicted, kSystemMissing) << "there are no lags yet";
-        EXPECT_NEAR(forecast.points[40].predicted,
-                    byHand(model, idOf(model, group), 40, valuesById(longer, model)), 1e-6);
-        const HVSeriesPoint& last = forecast.points.back();
-        EXPECT_TRUE(last.isFuture);
-        EXPECT_EQ(last.actual, kSystemMissing);
-        EXPECT_EQ(last.predicted, predicted[2]);
-        EXPECT_LT(last.lower, last.predicted);
-        EXPECT_GT(last.upper, last.predicted);
-
-        for (const LocallyUniqueID on : {kNoDataset, dataset}) {
-            std::string diagram;
-            ASSERT_TRUE(
-                viewer->getImpactDiagram(on, path, "sales", dimensions, group, false, 2, diagram))
-                << reason();
-            const Json artifacts = Json::parse(diagram).at("artifacts");
-            ASSERT_EQ(artifacts.size(), 2U);
-            EXPECT_EQ(artifacts[1].at("name"), "interpretation.ImpactDiagramCauses");
-            EXPECT_GE(artifacts[1].at("edges").size(), 1U) << "advertising drives sales";
-            EXPECT_EQ(artifacts[1].at("edges")[0].contains("contribution"), on == dataset);
-        }
+        const MonthlyData data(time, dimensions, kTrained + more);
+        dataset = SvrDMDataset::Register(data.source());
+        ASSERT_NO_FATAL_FAILURE(expectScores(data));
+        ASSERT_NO_FATAL_FAILURE(expectDiagrams(data));
     }
 }
 
@@ -138,87 +134,135 @@ INSTANTIATE_TEST_SUITE_P(
         DataCase{"CaseCountAndOneDimension", TimeKind::CaseCount, {"region"}}),
     [](const auto& tested) { return tested.param.name; });
 
-TEST_F(WorkingModel, TellsWhatItCanDo)
+TEST_F(WorkingModel, PredictsASeriesThatIsNoTargetFromItsOwnPast)
 {
-    ASSERT_NO_FATAL_FAILURE(train({TimeKind::Date, {"region"}, kTrained}));
-    std::string all;
-    std::string input;
-    std::string output;
-    std::string properties;
-    std::string network;
-    std::string preparation;
-    ASSERT_TRUE(
-        viewer->getModelCapabilities(path, all, input, output, properties, network, preparation))
-        << reason();
-    EXPECT_EQ(network, entry("TCMGraph.json"));
-    EXPECT_EQ(preparation, entry("TSDPOutput.json"));
-    EXPECT_NE(CFMetaData(all).GetField("metricField"), nullptr);
-    for (const char* field : {"month", "region", "sales"})
-        EXPECT_NE(CFMetaData(input).GetField(field), nullptr) << field;
-    EXPECT_GT(CFMetaData(output).FieldCount(), 0U);
-    EXPECT_THAT(properties, HasSubstr("<"));
-}
-
-TEST_F(WorkingModel, FindsTheSeriesThatLeads)
-{
-    ASSERT_NO_FATAL_FAILURE(train({TimeKind::Date, {}, kTrained}));
-    const Json network = Json::parse(entry("TCMGraph.json"));
-    for (const Json& target : network.at("targets"))
-        if (target.at("name") == Json{"sales"})
-            for (const Json& predictor : target.at("predictors"))
-                if (predictor.at("name") == Json{"advertising"}) {
-                    EXPECT_EQ(predictor.at("lag"), 2);
-                    EXPECT_NEAR(predictor.at("coefficientSum").get<double>(), 2, 0.2);
-                    return;
-                }
-    FAIL() << network;
-}
-
-TEST_F(WorkingModel, TellsValuesThatAreMissing)
-{
-    ASSERT_NO_FATAL_FAILURE(train({TimeKind::Date, {}, kTrained}));
-    MonthlyData data(TimeKind::Date, {}, kTrained);
-    data.endSales(kTrained - 2);
-    const LocallyUniqueID dataset = SvrDMDataset::Register(data.source());
+    const MonthlyData data(TimeKind::Date, {}, kTrained);
+    ASSERT_NO_FATAL_FAILURE(train(data, [](auto& training) { training.AddTarget({"sales"}); }));
+    const EquationsByHand byHand(Json::parse(entry("TCMModel.json")), data);
     std::vector<double> actual;
     std::vector<double> predicted;
-    ASSERT_TRUE(viewer->GetScenarioInfo(dataset, path, "month", "-2", "2", {}, {}, {}, "sales", {},
-                                        {}, actual, predicted))
+    ASSERT_TRUE(viewer->GetScenarioInfo(SvrDMDataset::Register(data.source()), path, "month", "0",
+                                        "2", {}, {}, {}, "advertising", {}, {}, actual, predicted))
+        << reason();
+    EXPECT_EQ(actual, std::vector<double>{MonthlyData::advertising(kTrained - 1, 0)});
+    ASSERT_EQ(predicted.size(), 2U);
+    for (int month = kTrained; month < kTrained + 2; ++month)
+        EXPECT_NEAR(predicted[static_cast<std::size_t>(month - kTrained)],
+                    byHand.predicted({"advertising"}, month), 1e-6);
+}
+
+TEST_F(WorkingModel, ReportsMissingValuesAsMissing)
+{
+    MonthlyData data(TimeKind::Date, {}, kTrained);
+    ASSERT_NO_FATAL_FAILURE(train(data));
+    data.endSales(kTrained - 2);
+    std::vector<double> actual;
+    std::vector<double> predicted;
+    ASSERT_TRUE(viewer->GetScenarioInfo(SvrDMDataset::Register(data.source()), path, "month", "-2",
+                                        "2", {}, {}, {}, "sales", {}, {}, actual, predicted))
         << reason();
     EXPECT_THAT(actual, testing::ElementsAre(MonthlyData::sales(kTrained - 3, 0), kSystemMissing,
                                              kSystemMissing));
     EXPECT_EQ(predicted.size(), 2U);
 }
 
-TEST_F(WorkingModel, IsTheSameEachTime)
+TEST_F(WorkingModel, IsTheSameForAnyOrderOfTheRecords)
 {
-    const MonthlyData data(TimeKind::Date, {"region"}, kTrained);
+    MonthlyData data(TimeKind::Date, {"region"}, kTrained);
     ASSERT_NO_FATAL_FAILURE(train(data));
     std::map<std::string, std::string> first;
     for (const char* name : {"TCMModel.json", "TCMGraph.json", "TSDPOutput.json", "StatXML.xml"})
         first[name] = entry(name);
+    data.reverseRecords();
     ASSERT_NO_FATAL_FAILURE(train(data));
     for (const auto& [name, text] : first)
         EXPECT_EQ(entry(name), text) << name;
 }
 
-TEST_F(WorkingModel, RefusesDataAndSeriesThatItDoesNotKnow)
+TEST_F(WorkingModel, RejectsDataAndSeriesThatItDoesNotKnow)
 {
-    ASSERT_NO_FATAL_FAILURE(train({TimeKind::Date, {"region"}, kTrained}));
-    const MonthlyData shorter(TimeKind::Date, {}, kTrained);
-    const LocallyUniqueID other = SvrDMDataset::Register(shorter.source());
-    const LocallyUniqueID own =
-        SvrDMDataset::Register(MonthlyData(TimeKind::Date, {"region"}, kTrained).source());
+    ASSERT_NO_FATAL_FAILURE(train({TimeKind::Text, {"region"}, kTrained}));
+    MonthlyData data(TimeKind::Text, {"region"}, kTrained);
+    const LocallyUniqueID own = SvrDMDataset::Register(data.source());
+    data.addStranger("2020-02-30");
+    const LocallyUniqueID noTime = SvrDMDataset::Register(data.source());
+    const LocallyUniqueID other =
+        SvrDMDataset::Register(MonthlyData(TimeKind::Text, {}, kTrained).source());
+    struct
+    {
+        LocallyUniqueID dataset;
+        const char* region;
+        double level;
+        const char* reason;
+    } const cases[] = {
+        {other, "s", 0.9, "no reason"},
+        {own, "x", 0.9, "no reason"},
+        {own, "s", 1.5, "confidenceLevel"},
+        {noTime, "s", 0.9, "2020-02-30"},
+    };
     HVSeriesForecast forecast;
-    EXPECT_FALSE(
-        viewer->getForecast(other, path, "sales", {"region"}, {"s"}, {1, 0.9, {}}, forecast));
-    EXPECT_FALSE(
-        viewer->getForecast(own, path, "sales", {"region"}, {"x"}, {1, 0.9, {}}, forecast));
-    EXPECT_FALSE(
-        viewer->getForecast(own, path, "sales", {"region"}, {"s"}, {1, 1.5, {}}, forecast));
-    EXPECT_THAT(reason(), HasSubstr("confidenceLevel"));
+    for (const auto& [dataset, region, level, expected] : cases) {
+        EXPECT_FALSE(viewer->getForecast(dataset, path, "sales", {"region"}, {region},
+                                         {1, level, {}}, forecast));
+        EXPECT_THAT(reason(), HasSubstr(expected));
+    }
+    std::vector<double> values;
+    EXPECT_FALSE(viewer->GetScenarioInfo(own, path, "month", "0", "0", {}, {}, {}, "", {"region"},
+                                         {"s"}, values, values));
+    EXPECT_EQ(reason(), "no reason");
     std::string diagram;
     EXPECT_FALSE(
         viewer->getImpactDiagram(own, path, "sales", {"region"}, {"s"}, false, 0, diagram));
     EXPECT_THAT(reason(), HasSubstr("level"));
+}
+
+TEST_F(WorkingModel, DescribesTheDataToTrainOn)
+{
+    const std::string weather = std::string(std::getenv("HV_TEST_DATA")) + "/weather.csv";
+    const auto months = [](int count, const Names& dimensions) {
+        return SvrDMDataset::Register(MonthlyData(TimeKind::Date, dimensions, count).source());
+    };
+    struct
+    {
+        LocallyUniqueID dataset;
+        std::string file;
+        const char* date;
+        Names fields;
+        int maxValues;
+        std::vector<std::size_t> values; ///< how many each field lists: none if there are too many
+        const char* reason = nullptr;    ///< of a failure
+    } const cases[] = {
+        {months(9, {"gr\xF6\xDF"}), "", "month", {"gr\xF6\xDF", "sales"}, INT_MAX, {2, 18}},
+        {months(105, {}), "", "month", {"sales"}, 99, {105}},
+        {months(106, {}), "", "", {"sales"}, 99, {0}},
+        {months(101, {}), "", "", {"sales"}, 100, {101}},
+        {months(102, {}), "", "", {"sales"}, 100, {0}},
+        {months(3, {}), "", "month", {}, 100, {}},
+        {months(3, {}), "", "", {}, 100, {}, "no reason"},
+        {months(3, {}), "", "", {"no such field"}, 100, {}, "no such field"},
+        {kNoDataset, weather, "date", {"weather"}, 100, {5}},
+        {kNoDataset, "", "", {"weather"}, 100, {}, "Cannot read the selected file."},
+        {kNoDataset, "missing.sav", "", {"weather"}, 100, {}, "missing.sav"},
+    };
+    const ScopedCodePage latin("ISO-8859-1");
+    viewer.emplace();
+    for (const auto& [dataset, file, date, fields, maxValues, values, expected] : cases) {
+        SCOPED_TRACE(testing::PrintToString(fields) + file + std::to_string(maxValues));
+        std::string interval = "before";
+        std::string model = "before";
+        const bool isDone =
+            viewer->getGatingInfo(dataset, file, date, fields, maxValues, interval, model);
+        ASSERT_EQ(isDone, expected == nullptr);
+        if (!isDone) {
+            EXPECT_THAT(reason(), HasSubstr(expected));
+            continue;
+        }
+        EXPECT_EQ(interval.empty(), date[0] == '\0');
+        EXPECT_THAT(interval, HasSubstr(interval.empty() ? "" : file.empty() ? "month" : "day"));
+        const CFMetaData found = model.empty() ? CFMetaData() : CFMetaData(model);
+        ASSERT_EQ(found.FieldCount(), values.size());
+        for (std::size_t i = 0; i < values.size(); ++i)
+            EXPECT_EQ(found.GetField(i)->GetValues().size(), values[i]);
+        EXPECT_EQ(found.GetField("größ") != nullptr, values.size() == 2);
+    }
 }

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <chrono>
 #include <climits>
 #include <cmath>
@@ -23,7 +24,9 @@
 #include "tcm/HVInteractiveTSR.h"
 #include "tcm/HVTemporalTraining.h"
 
-/// How a dataset tells the time of a record.
+using Json = nlohmann::json;
+
+/// How a dataset states the time of a record.
 enum class TimeKind
 {
     Date,
@@ -32,9 +35,9 @@ enum class TimeKind
     CaseCount
 };
 
-/// Months of sales and of advertising, which leads sales by two months, for each of `groups`
-/// combinations of values of the dimensions. The numbers follow from the month alone, so that a
-/// longer dataset continues a shorter one.
+/// Months of sales and of advertising, which leads sales by two months, for each combination of
+/// dimension values. Each number depends on the month and the combination only, so a longer dataset
+/// continues a shorter one.
 class MonthlyData
 {
 public:
@@ -54,7 +57,7 @@ public:
     int months() const { return _months; }
     int groups() const { return _dimensions.empty() ? 1 : 2; }
     const std::vector<std::string>& dimensions() const { return _dimensions; }
-    /// The values of a group, which differ in the last dimension.
+    /// The dimension values of a group. Groups differ in the last dimension.
     std::vector<std::string> valuesOf(int group) const
     {
         std::vector<std::string> values(_dimensions.size(), "all");
@@ -62,26 +65,50 @@ public:
             values.back() = group == 0 ? "north-1" : "s";
         return values;
     }
+    bool isCounted() const { return _time == TimeKind::CaseCount; }
     std::string timeField() const
     {
         return _time == TimeKind::Date || _time == TimeKind::Text ? "month" : "";
     }
 
+    /// The value of the series with these dimension values and this metric.
+    double actual(std::vector<std::string> name, int month) const
+    {
+        const bool isSales = name.back() == "sales";
+        name.pop_back();
+        const int group = name == valuesOf(0) ? 0 : 1;
+        return isSales ? sales(month, group) : advertising(month, group);
+    }
+
     /// Sales are missing from this month on.
     void endSales(int month) { _endOfSales = month; }
+    /// Adds a record with dimension values that no series has, and a time if times are texts.
+    void addStranger(const std::string& time = "2015-01-01") { _timeOfStranger = time; }
+    void reverseRecords() { _isReversed = true; }
 
-    std::shared_ptr<MemorySource> source() const
+    std::vector<VEXA_Variable> variables() const
     {
         std::vector<VEXA_Variable> variables = timeVariables();
         for (const std::string& dimension : _dimensions)
             variables.push_back(text(dimension, 8));
         variables.push_back(numeric("sales"));
         variables.push_back(numeric("advertising"));
+        return variables;
+    }
+    std::shared_ptr<MemorySource> source() const
+    {
         std::vector<MemorySource::Row> rows;
         for (int month = 0; month < _months; ++month)
             for (int group = 0; group < groups(); ++group)
                 rows.push_back(row(month, group));
-        return std::make_shared<MemorySource>(std::move(variables), std::move(rows));
+        if (!_timeOfStranger.empty()) {
+            rows.push_back(row(0, 0));
+            rows.back()[0] = _timeOfStranger;
+            rows.back()[rows.back().size() - 3] = "stranger";
+        }
+        if (_isReversed)
+            std::ranges::reverse(rows);
+        return std::make_shared<MemorySource>(variables(), std::move(rows));
     }
 
     void configure(HVTemporalTraining& training) const
@@ -138,9 +165,57 @@ private:
     std::vector<std::string> _dimensions;
     int _months;
     int _endOfSales = INT_MAX;
+    std::string _timeOfStranger;
+    bool _isReversed = false;
 };
 
-/// Trains models on the working engine and has a viewer look at them.
+/// Predictions from the coefficients in TCMModel.json and the data. The equation of a target, or
+/// the autoregression of another series, is applied to actual values and, beyond the data, to its
+/// own predictions.
+class EquationsByHand
+{
+public:
+    EquationsByHand(Json model, const MonthlyData& data) : _model(std::move(model)), _data(data) {}
+
+    double predicted(const std::vector<std::string>& name, int month) const
+    {
+        for (const Json& series : _model.at("series"))
+            if (series.at("name").get<std::vector<std::string>>() == name)
+                return predictedById(series.at("id"), month);
+        ADD_FAILURE() << "no such series";
+        return 0;
+    }
+
+private:
+    double predictedById(const std::string& id, int month) const
+    {
+        for (const char* kind : {"equations", "autoregressions"})
+            for (const Json& equation : _model.at(kind))
+                if (equation.at("series") == id) {
+                    double sum = equation.at("intercept").get<double>();
+                    for (const Json& term : equation.at("terms"))
+                        sum += term.at("coefficient").get<double>() *
+                               value(term.at("series"), month - term.at("lag").get<int>());
+                    return sum;
+                }
+        ADD_FAILURE() << "no equation of " << id;
+        return 0;
+    }
+    double value(const std::string& id, int month) const
+    {
+        if (month >= _data.months())
+            return predictedById(id, month);
+        for (const Json& series : _model.at("series"))
+            if (series.at("id") == id)
+                return _data.actual(series.at("name").get<std::vector<std::string>>(), month);
+        return 0;
+    }
+
+    Json _model;
+    const MonthlyData& _data;
+};
+
+/// A folder for a model that the working engine trains, and a viewer.
 class WorkingModel : public JobTest
 {
 protected:
@@ -158,13 +233,16 @@ protected:
         JobTest::TearDown();
     }
 
-    void train(const MonthlyData& data)
+    void train(
+        const MonthlyData& data,
+        const std::function<void(HVTemporalTraining&)>& configure = [](auto&) {})
     {
         const auto source = data.source();
         HVRawDataIterator rows(*source, std::vector<int>(), {}, true, kWeightRound, true, nullptr);
         rows.SetName("cases");
         HVTemporalTraining training(*runner, &rows);
         data.configure(training);
+        configure(training);
         const bool isTrained = training.Train(path);
         std::string id;
         std::string reason;
@@ -182,7 +260,7 @@ protected:
         return text;
     }
 
-    /// What the viewer says of the last failure.
+    /// The viewer's reason of the last failure.
     std::string reason()
     {
         std::string id;
