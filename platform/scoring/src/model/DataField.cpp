@@ -4,11 +4,11 @@
 
 #include "MCMV.h"
 #include "Value.h"
-#include "values/Calendar.h"
 #include "pmml/DataType.h"
 #include "pmml/Literal.h"
 #include "pmml/ModelFault.h"
 #include "pmml/PmmlDocument.h"
+#include "values/Calendar.h"
 #include "values/CellText.h"
 
 namespace scoring {
