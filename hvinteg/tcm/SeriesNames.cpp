@@ -1,6 +1,7 @@
 #include "tcm/SeriesNames.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "CFMetaData.h"
 #include "bridge/JNITargetMap.h"
@@ -22,14 +23,30 @@ bool areSame(CFField::StorageType storage, const std::string& label, const std::
     return String2Double(label) == String2Double(text);
 }
 
-/// Adds the code of the first value that matches. A value without a code does not match.
+/// Whether areSame tells values of a field apart. It reads only the first number of a date, and no
+/// integer beyond the limits of int.
+bool isExact(CFField::StorageType storage, const std::string& text)
+{
+    if (storage != CFField::Integer)
+        return storage == CFField::String || storage == CFField::Real;
+    const int number = String2Integer(text);
+    return number != std::numeric_limits<int>::min() && number != std::numeric_limits<int>::max();
+}
+
+/// Adds the code of the first value that matches. A value without a code does not match. Where the
+/// comparison is too coarse, a value of the same text has precedence.
 bool addCode(const CFField& field, CFField::StorageType storage, const std::string& text,
              std::vector<std::string>& codes)
 {
     const std::vector<CFValue>& values = field.GetValues();
-    const auto found = std::find_if(values.begin(), values.end(), [&](const CFValue& value) {
-        return value.GetDatum().IsInteger() && areSame(storage, value.GetLabel(), text);
-    });
+    const auto firstOf = [&](CFField::StorageType compared) {
+        return std::find_if(values.begin(), values.end(), [&](const CFValue& value) {
+            return value.GetDatum().IsInteger() && areSame(compared, value.GetLabel(), text);
+        });
+    };
+    auto found = isExact(storage, text) ? values.end() : firstOf(CFField::String);
+    if (found == values.end())
+        found = firstOf(storage);
     if (found == values.end())
         return false;
     codes.push_back(std::to_string(found->GetDatum().GetInteger()));

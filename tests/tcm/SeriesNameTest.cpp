@@ -33,6 +33,10 @@ CFMetaData metadata()
         "town", CFField::String,
         {{CFDatum("none"), "Ulm"}, {CFDatum(4), "Ulm"}, {CFDatum(5), "Ulm"}, {CFDatum(6), "1.0"}}));
     model.AppendField(dimension("store", CFField::Integer, {{CFDatum(2), "7"}, {CFDatum(3), "8"}}));
+    model.AppendField(dimension("id", CFField::Integer,
+                                {{CFDatum(1), "5000000001"}, {CFDatum(2), "5000000002"}}));
+    model.AppendField(dimension("opened", CFField::Date,
+                                {{CFDatum(1), "2024-01-31"}, {CFDatum(2), "2024-02-29"}}));
     model.AppendField(dimension("size", CFField::Real, {{CFDatum(0), "1.0"}, {CFDatum(1), "1.5"}}));
     model.AppendField(coded("plain", {{CFDatum(0), "x"}}));
     model.AppendField(coded("metricField", {{CFDatum(0), "cost"}, {CFDatum(1), "sales"}}));
@@ -61,6 +65,8 @@ TEST_F(SeriesName, IsEncodedByTheStorageOfItsFields)
         {{"sales"}, {}, "1"},
         {{"Ulm", "sales"}, {"town"}, "4-1"}, // the first of its label that has a code
         {{"07", "cost"}, {"store"}, "2-0"},
+        {{"5000000002", "cost"}, {"id"}, "2-0"}, // beyond int
+        {{"2024-02-29", "cost"}, {"opened"}, "2-0"},
         {{"1", "1.50", "Ulm", "cost"}, {"size", "size", "town"}, "0-1-4-0"},
         {{"1", "sales"}, {"town"}, nullptr}, // a text is not a number
         {{"1.0", "sales"}, {"town"}, "6-1"},
