@@ -19,6 +19,8 @@ constexpr std::size_t kMostEdges = 600;
 /// Larger networks have smaller names.
 constexpr std::size_t kFewNodes = 60;
 constexpr double kRadius = 7;
+constexpr double kNameGap = 12; ///< from the circle to the base line of the name
+constexpr std::size_t kLongestName = 24;
 constexpr double kArrow = 8;
 constexpr double kWidestBow = 40;
 
@@ -34,6 +36,13 @@ std::string length(double value)
 std::string point(double x, double y)
 {
     return length(x) + " " + length(y);
+}
+
+/// The number of characters of a UTF-8 text.
+double lettersOf(const std::string& text)
+{
+    return static_cast<double>(std::ranges::count_if(
+        text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }));
 }
 
 /// Keeps the strongest edges, the nodes that they connect, and nodes with a kind.
@@ -110,7 +119,8 @@ private:
         const double head = kArrow + width;
         const double toBend = std::max(std::hypot(to.x - bend.x, to.y - bend.y), 1.0);
         const NetworkPoint way = {(to.x - bend.x) / toBend, (to.y - bend.y) / toBend};
-        const NetworkPoint tip = {to.x - way.x * (kRadius + 1), to.y - way.y * (kRadius + 1)};
+        const double gap = gapAt(edge.to, way, distance);
+        const NetworkPoint tip = {to.x - way.x * gap, to.y - way.y * gap};
         const NetworkPoint end = {tip.x - way.x * head, tip.y - way.y * head};
         const NetworkPoint start = {from.x + x / distance * kRadius,
                                     from.y + y / distance * kRadius};
@@ -124,6 +134,27 @@ private:
              << point(end.x + way.y * head / 2, end.y - way.x * head / 2) << "Z\"/></g>\n";
     }
 
+    /// The distance from the centre of a node at which an arrow ends that comes along the unit
+    /// vector `way`: outside the circle, and outside the name below it, which would hide the head.
+    double gapAt(std::size_t node, const NetworkPoint& way, double distance) const
+    {
+        constexpr double kCharacter = 6.8; ///< the mean width in the page's fonts
+        constexpr double kSmallCharacter = 5.1;
+        constexpr double kDescent = 4;
+        const double atCircle = kRadius + 1;
+        // Only an arrow from below meets the name.
+        if (way.y >= 0)
+            return atCircle;
+        const double character = _spec.nodes.size() > kFewNodes ? kSmallCharacter : kCharacter;
+        const double half = lettersOf(shownNameOf(_spec.nodes[node])) * character / 2;
+        const double bottom = kRadius + kNameGap + kDescent;
+        const double toSide = half / std::max(std::abs(way.x), 1e-9);
+        const double toTop = kRadius / -way.y;
+        const double gap = std::min(bottom / -way.y, toSide);
+        // Passes beside the name, or is too short to end below it.
+        return toSide < toTop || gap > 0.7 * distance ? atCircle : std::max(gap, atCircle);
+    }
+
     double widthOf(const NetworkEdge& edge) const
     {
         constexpr double kThin = 0.8;
@@ -135,12 +166,16 @@ private:
     {
         const NetworkNode& node = _spec.nodes[at];
         const NetworkPoint& middle = _layout.points[at];
-        constexpr std::size_t kLongestName = 24;
         _out << "<g class=\"node " << lookOf(node) << "\" role=\"graphics-symbol\"><title>"
              << escaped(node.name) << "</title><circle cx=\"" << length(middle.x) << "\" cy=\""
              << length(middle.y) << "\" r=\"" << length(kRadius) << "\"/><text x=\""
-             << length(middle.x) << "\" y=\"" << length(middle.y + kRadius + 12) << "\">"
-             << escaped(shortened(node.name, kLongestName)) << "</text></g>\n";
+             << length(middle.x) << "\" y=\"" << length(middle.y + kRadius + kNameGap) << "\">"
+             << escaped(shownNameOf(node)) << "</text></g>\n";
+    }
+
+    static std::string shownNameOf(const NetworkNode& node)
+    {
+        return shortened(node.name, kLongestName);
     }
 
     static const char* lookOf(const NetworkNode& node)

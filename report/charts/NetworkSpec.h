@@ -29,7 +29,7 @@ struct NetworkSpec
 {
     bool isByLevels = false;
     std::vector<NetworkNode> nodes;
-    std::vector<NetworkEdge> edges; ///< the strongest first; none from a node to itself
+    std::vector<NetworkEdge> edges; ///< the strongest first; without edges from a node to itself
     const PageJson* rows = nullptr; ///< of the edges, borrowed from the specification
 };
 

@@ -215,6 +215,15 @@ class Maps(unittest.TestCase):
             return {nodes, inside: nodes.every(([, x, y]) =>
                         x > 0 && y > 0 && x < box.width && y < box.height),
                     edges: [...svg.querySelectorAll(".edge title")].map((t) => t.textContent),
+                    hidden: [...svg.querySelectorAll(".edge")].filter((edge) => {
+                        const target = edge.textContent.split(" → ")[1].split("\\nEffect")[0];
+                        const node = [...svg.querySelectorAll(".node")].find((one) =>
+                            one.querySelector("title").textContent === target);
+                        const name = node.querySelector("text").getBBox();
+                        const head = edge.querySelector(".head").getBBox();
+                        return head.x + head.width / 2 > name.x && head.y + head.height / 2 > name.y
+                            && head.x + head.width / 2 < name.x + name.width
+                            && head.y + head.height / 2 < name.y + name.height; }).length,
                     dashed: svg.querySelectorAll(".negative").length}; })""")
         forces, levels, large = drawn
         self.assertTrue(all(one["inside"] for one in drawn))
@@ -225,6 +234,8 @@ class Maps(unittest.TestCase):
         across = {name: x for name, x, _ in levels["nodes"]}
         self.assertEqual(sorted(across, key=across.get)[::3], ["cause", "far"])
         self.assertEqual(len(large["nodes"]), 300)
+        self.assertEqual([forces["hidden"], levels["hidden"]], [0, 0], "heads under names")
+        self.assertLess(large["hidden"], 0.02 * len(large["edges"]))
         for one in (forces, large):
             places = [(x, y) for _, x, y in one["nodes"]]
             self.assertGreater(min(abs(a - c) + abs(b - d) for at, (a, b) in enumerate(places)
