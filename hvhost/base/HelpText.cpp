@@ -37,3 +37,12 @@ CLI::App* newCommand(CLI::App& app, const char* name, const char* purpose,
     added->footer("Examples, in the folder examples/data:\n" + examples + "\n" + kExitStatuses);
     return added;
 }
+
+CLI::App* newCommandGroup(CLI::App& app, const std::string& name, const char* purpose)
+{
+    CLI::App* const added = app.add_subcommand(name, purpose)->group(kCommandGroup);
+    added->require_subcommand(1);
+    added->footer("hvhost " + name + " COMMAND --help shows the help of a command.\n" +
+                  kExitStatuses);
+    return added;
+}

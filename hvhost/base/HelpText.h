@@ -20,3 +20,5 @@ std::shared_ptr<CLI::Formatter> helpFormatter();
 /// Adds a command with its purpose and its examples, which run in the folder examples/data.
 CLI::App* newCommand(CLI::App& app, const char* name, const char* purpose,
                      const std::string& examples);
+/// Adds a command that consists of commands, one of which is required.
+CLI::App* newCommandGroup(CLI::App& app, const std::string& name, const char* purpose);

@@ -45,10 +45,22 @@ std::string foreignValue(std::string_view text)
     return fault;
 }
 
+/// Rewrites "Could not convert: NAME = VALUE". Empty for other texts.
+std::string unreadValue(std::string_view text)
+{
+    TextScan scan(text);
+    if (!scan.skip("Could not convert: "))
+        return {};
+    const auto name = scan.until(" = ");
+    return name ? std::string(*name) + ": " + std::string(scan.rest()) +
+                      " is not a number, or is out of range"
+                : std::string();
+}
+
 /// The message of the parser, in this program's words.
 std::string reworded(const std::string& text)
 {
-    for (const auto& reword : {&repeatedOption, &valuelessOption, &foreignValue})
+    for (const auto& reword : {&repeatedOption, &valuelessOption, &foreignValue, &unreadValue})
         if (std::string fault = reword(text); !fault.empty())
             return fault;
     return text;

@@ -53,7 +53,7 @@ constexpr std::pair<std::string_view, const char*> kHints[] = {
     {"that the host's database may take",
      "the engine may take more: --direct --user-missing exclude leaves the file to it"},
     {"the encoding", "for example --encoding windows-1252"},
-    {"the file is no text", "--encoding names the encoding that it is in"},
+    {"the file is not text", "--encoding names the encoding that it is in"},
 };
 
 std::string hintFor(std::string_view text, const CsvForm& form)
@@ -208,9 +208,15 @@ std::string Dataset::nameOf(int column) const
 
 CFField::StorageType Dataset::storageOf(int column) const
 {
-    HVDataModel model(source(), false, false, false);
-    const CFField& known = *model.getMetaData().GetField(static_cast<std::size_t>(column));
-    return served(column, known).GetStorage();
+    // One model for all columns: it takes time for each column of the dataset.
+    if (_storages.empty()) {
+        HVDataModel model(source(), false, false, false);
+        for (int known = 0; known < source().ColumnCount(); ++known)
+            _storages.push_back(
+                served(known, *model.getMetaData().GetField(static_cast<std::size_t>(known)))
+                    .GetStorage());
+    }
+    return _storages.at(static_cast<std::size_t>(column));
 }
 
 void Dataset::setWeight(const std::string& name)

@@ -74,6 +74,7 @@ private:
     std::unique_ptr<UserInputCaseFile> _file;
     int _weight = -1;
     std::vector<int> _split;
+    mutable std::vector<CFField::StorageType> _storages; ///< of all columns; filled by storageOf
     ProcedureDataSource _unweighted;
     std::unique_ptr<HVRawDataIterator> _cases;
 };

@@ -56,10 +56,7 @@ void addResult(CLI::App& app, GeoJsonOptions& options, const char* from)
 void MapCommandLine::addTo(CLI::App& app, CommonOptions& common)
 {
     CLI::App* const map =
-        app.add_subcommand("map", "Show maps, write them as GeoJSON, match their keys.");
-    map->group(kCommandGroup)->require_subcommand(1);
-    map->footer("hvhost map COMMAND --help shows the help of a command.\n" +
-                std::string(kExitStatuses));
+        newCommandGroup(app, "map", "Show maps, write them as GeoJSON, match their keys.");
     addInfo(*map, common);
     addConvert(*map, common);
     addPoints(*map, common);

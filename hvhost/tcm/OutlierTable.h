@@ -3,7 +3,7 @@
 #include "hvhost/show/ResultTable.h"
 #include "hvhost/tcm/TcmOutput.h"
 
-/// A point of time of a document as text: that of cyclic times is told field by field.
+/// The text of a point of time in a document. The values of cyclic fields are joined by blanks.
 std::string pointTextOf(const nlohmann::ordered_json& point);
 
 /// A row for each outlier of the artifact "outliers".

@@ -9,8 +9,8 @@
 namespace {
 
 constexpr const char* kScenarioHint =
-    "for example --set 'north,advertising[+1]=120', or [2025-01-01] for a point, [*] for all;\n"
-    "=+10% is a change";
+    "for example --set 'north,advertising[+1]=120'; [2025-01-01] is a point, [*] all points,\n"
+    "=+10% a change";
 
 [[noreturn]] void refuseScenario(const std::string& option, const std::string& why)
 {
@@ -23,14 +23,28 @@ void readScenarioValue(std::string text, const std::string& option, HVScenarioVa
     value.isRelative = text.ends_with('%');
     if (value.isRelative)
         text.pop_back();
-    // The plus sign is not one of from_chars.
+    // from_chars does not accept a plus sign.
     const std::size_t begin = text.starts_with('+') ? 1 : 0;
     const auto [end, error] =
         std::from_chars(text.data() + begin, text.data() + text.size(), value.value);
     if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value.value))
-        refuseScenario(option, "\"" + text + "\" is no number");
+        refuseScenario(option, "\"" + text + "\" is not a number");
     if (value.isRelative)
         value.value /= 100;
+}
+
+/// Enough of the points to show how they are written.
+std::string listedPoints(const std::vector<std::string>& times)
+{
+    constexpr std::size_t kFew = 4;
+    if (times.empty())
+        return {};
+    std::string list = "; its points are " + times.front();
+    if (times.size() > kFew)
+        return list + ", " + times[1] + ", .., " + times.back();
+    for (std::size_t at = 1; at < times.size(); ++at)
+        list += ", " + times[at];
+    return list;
 }
 
 /// The number of a point that is counted, from 1; 0 for all points. Nothing for a point by name.
@@ -64,7 +78,7 @@ std::vector<ScenarioOption> parseScenario(const std::vector<std::string>& option
         const std::size_t equals = text.rfind('=');
         const std::size_t bracket = equals == text.npos ? text.npos : text.rfind('[', equals);
         if (bracket == text.npos || bracket == 0 || equals < bracket + 3 || text[equals - 1] != ']')
-            refuseScenario(option, "it is not SERIES[TIME]=VALUE");
+            refuseScenario(option, "not of the form SERIES[TIME]=VALUE");
         ScenarioOption read;
         read.value.series = facts.find(text.substr(0, bracket), "--set").name;
         read.point = {option, text.substr(bracket + 1, equals - bracket - 2)};
@@ -85,11 +99,9 @@ std::vector<HVScenarioValue> placedScenario(const std::vector<ScenarioOption>& o
         } else {
             const auto found = std::ranges::find(times, option.point.text);
             if (found == times.end())
-                refuseScenario(option.point.option,
-                               "the forecast has no point " + option.point.text +
-                                   (times.empty() ? std::string()
-                                                  : "; it goes from " + times.front() + " to " +
-                                                        times.back()));
+                refuseScenario(option.point.option, "the forecast has no point \"" +
+                                                        option.point.text + "\"" +
+                                                        listedPoints(times));
             value.ahead = static_cast<int>(found - times.begin()) + 1;
         }
         if (static_cast<std::size_t>(value.ahead) > times.size() && !times.empty())

@@ -10,7 +10,7 @@
 struct ScenarioPoint
 {
     std::string option; ///< as the user wrote it
-    std::string text;   ///< what is between the brackets
+    std::string text;   ///< the text between the brackets
 };
 
 /// One --set: SERIES[TIME]=VALUE, where TIME is a point of the forecast as it is shown, +N for the
@@ -19,12 +19,12 @@ struct ScenarioOption
 {
     HVScenarioValue value; ///< without the point
     ScenarioPoint point;
-    /// Whether it takes the points of the forecast to know which one is meant.
+    /// Whether the point can only be found with the points of the forecast.
     bool namesTime() const;
 };
 
-/// Reads the options. Throws CommandFault (Usage), naming the option, for one of another form, and
-/// for a series that the model does not have.
+/// Reads the options. Throws CommandFault (Usage), naming the option, for an option of another
+/// form, and for a series that the model does not have.
 std::vector<ScenarioOption> parseScenario(const std::vector<std::string>& options,
                                           const TcmModelFacts& facts);
 

@@ -6,8 +6,8 @@
 /// The name of a series: its dimension values, then its metric.
 using SeriesName = std::vector<std::string>;
 
-/// As the user writes it: with commas between the parts; a part with a comma or a double quote
-/// stands in double quotes.
+/// As the user writes it: the parts separated by commas, a part with a comma or a double quote
+/// enclosed in double quotes.
 std::string seriesText(const SeriesName& name);
 
 /// The parts of a series as the user wrote it. Throws CommandFault (Usage) that begins with

@@ -17,8 +17,8 @@ TcmJson tooltip(std::initializer_list<const char*> fields)
     return list;
 }
 
-/// For the table beside the drawing; the equations have all digits.
-TcmJson forTheEyes(double value)
+/// Rounds a number for the table beside the drawing. The table of equations has all digits.
+TcmJson sixDigits(double value)
 {
     char text[32];
     std::snprintf(text, sizeof text, "%.6g", value);
@@ -75,9 +75,9 @@ nlohmann::ordered_json networkChart(const TcmModelFacts& facts)
             edges.push_back({{"Predictor", seriesText(edge.predictor)},
                              {"Target", seriesText(edge.target)},
                              {"Lag", edge.lag},
-                             {"Effect", forTheEyes(edge.coefficientSum)},
-                             {"p", forTheEyes(edge.pValue)},
-                             {"Strength", forTheEyes(edge.strength())}});
+                             {"Effect", sixDigits(edge.coefficientSum)},
+                             {"p", sixDigits(edge.pValue)},
+                             {"Strength", sixDigits(edge.strength())}});
     return networkOf("Which series drives which: an arrow leads from a predictor to its target.",
                      "force", nodes, edges);
 }
@@ -88,7 +88,7 @@ nlohmann::ordered_json impactChart(const std::string& series, const std::vector<
     for (TcmJson& edge : edges)
         for (TcmJson& value : edge)
             if (value.is_number_float())
-                value = forTheEyes(value.get<double>());
+                value = sixDigits(value.get<double>());
     TcmJson list = TcmJson::array();
     for (const ImpactShown& node : nodes)
         list.push_back({{"name", node.name},

@@ -7,7 +7,8 @@
 
 /// Charts for result documents.
 
-/// The network of a model: its series, and an arrow for each predictor of a target but itself.
+/// The network of a model: its series, and an arrow from each predictor to its target. The own past
+/// of a target has no arrow.
 nlohmann::ordered_json networkChart(const TcmModelFacts& facts);
 
 /// One node of an impact diagram: causes have negative levels, effects positive ones.
@@ -21,7 +22,7 @@ struct ImpactShown
 nlohmann::ordered_json impactChart(const std::string& series, const std::vector<ImpactShown>& nodes,
                                    nlohmann::ordered_json edges);
 
-/// The actual and predicted values of a series, with the bounds as an area behind them. `times` are
-/// the texts of the points of time.
+/// The actual and predicted values of a series, with the bounds as an area. `times` are the
+/// texts of the points of time.
 nlohmann::ordered_json forecastChart(const std::string& series, const HVSeriesForecast& forecast,
                                      const std::vector<std::string>& times);

@@ -10,14 +10,6 @@ namespace {
 
 constexpr const char* kSeriesForm = "DIMENSION,..,METRIC";
 
-CLI::App* tcmCommand(CLI::App& tcm, const char* name, const char* purpose,
-                     const std::string& examples)
-{
-    CLI::App* const added = tcm.add_subcommand(name, purpose)->group(kCommandGroup);
-    added->footer("Examples, in the folder examples/data:\n" + examples + "\n" + kExitStatuses);
-    return added;
-}
-
 void addModel(CLI::App& app, std::string& model)
 {
     app.add_option("MODEL", model, "A model that hvhost tcm train wrote")
@@ -40,8 +32,8 @@ void addShown(CLI::App& app, TcmShownOptions& options)
         return app.add_option(name, value, purpose)->type_name(shown)->group("Output");
     };
     add("--format", options.format, "FORM",
-        "How it is shown: html is a page; by the name of a file\nthat ends in .csv, .json or "
-        ".html, else text")
+        "The form; html is a page. By default the extension of\nthe file: .csv, .json or .html; "
+        "else text")
         ->check(CLI::IsMember({"text", "csv", "json", "html"}));
     add("-o", options.output, "FILE", "Write it to this file")->check(notEmpty());
     app.add_flag("--force", options.force, "Replace an existing file")->group("Output");
@@ -58,11 +50,8 @@ CLI::Validator share()
 
 void TcmCommandLine::addTo(CLI::App& app, CommonOptions& common)
 {
-    CLI::App* const tcm = app.add_subcommand(
-        "tcm", "Train temporal causal models, forecast with them, look into them.");
-    tcm->group(kCommandGroup)->require_subcommand(1);
-    tcm->footer("hvhost tcm COMMAND --help tells more of a command.\n" +
-                std::string(kExitStatuses));
+    CLI::App* const tcm = newCommandGroup(
+        app, "tcm", "Train temporal causal models, forecast with them, explain them.");
     addTrain(*tcm, common);
     addInfo(*tcm, common);
     addForecast(*tcm, common);
@@ -73,7 +62,7 @@ void TcmCommandLine::addTo(CLI::App& app, CommonOptions& common)
 void TcmCommandLine::addTrain(CLI::App& tcm, CommonOptions& common)
 {
     CLI::App* const app =
-        tcmCommand(tcm, "train", "Find out which series of a dataset drive which.",
+        newCommand(tcm, "train", "Train a model: which series of a dataset drive which.",
                    "  hvhost tcm train shops.csv -o shops.tcm --time month --dims region \\\n"
                    "      --metrics sales,advertising,visits\n"
                    "  hvhost tcm train weather.csv -o weather.tcm --time date --max-lag 7 \\\n"
@@ -109,7 +98,8 @@ void TcmCommandLine::addPreparation(CLI::App& app)
             ->check(notEmpty());
     CLI::Option* const cyclic =
         addList("--cyclic", _train.cyclicFields, "FIELD",
-                "Numbers that make up its time, the outermost first,\nas year,month")
+                "Numbers that make up the time of a record, the\noutermost first, for example "
+                "year,month")
             ->excludes(time);
     app.add_flag("--case-count", _train.caseCount, "The order of the records is the time")
         ->excludes(time)
@@ -117,22 +107,23 @@ void TcmCommandLine::addPreparation(CLI::App& app)
         ->group("Preparation");
     CLI::Option* const interval =
         add("--interval", _train.interval, "[N] UNIT",
-            "What lies between two points, as month or \"15 minutes\";\nby default what the data "
-            "tell")
+            "The interval between two points, for example month or\n\"15 minutes\"; by default "
+            "detected in the data")
             ->check(notEmpty());
-    add("--working-days", _train.workingDays, "DAYS", "The days that count, as mon-fri")
+    add("--working-days", _train.workingDays, "DAYS", "The working days, for example mon-fri")
         ->check(notEmpty())
         ->needs(interval);
-    add("--working-hours", _train.workingHours, "FROM-TO", "The hours that count, as 8-18")
+    add("--working-hours", _train.workingHours, "FROM-TO", "The working hours, for example 8-18")
         ->check(notEmpty())
         ->needs(interval);
     addList("--dims", _train.dimensions, "FIELD",
-            "Fields whose values tell series apart, as region,product");
-    addList("--metrics", _train.metrics, "FIELD", "Fields whose values the series have")
+            "Fields whose values distinguish series, for example\nregion,product");
+    addList("--metrics", _train.metrics, "FIELD", "Fields with the values of the series")
         ->required();
-    addList("--aggregate", _train.aggregations, "[METRIC=]FUNCTION",
-            "Several records at one point: sum, mean, min, max,\nfirst, last, mode; mean by "
-            "default");
+    addList(
+        "--aggregate", _train.aggregations, "[METRIC=]FUNCTION",
+        "How records at one point are combined: sum, mean, min,\nmax, first, last, mode; mean by "
+        "default");
     add("--missing", _train.missing, "METHOD", "How gaps are filled; linear by default")
         ->check(CLI::IsMember({"linear", "neighbours", "last", "none"}));
     add("--max-missing", _train.maxMissing, "SHARE",
@@ -156,27 +147,29 @@ void TcmCommandLine::addEquations(CLI::App& app)
                   "A series to predict from; all by default; repeatable");
     addSeriesList("--both", _train.both, kSeriesForm, "A series that is both; repeatable");
     addSeriesList("--force-edge", _train.forced, "TARGET:PREDICTOR",
-                  "A predictor that an equation has; repeatable");
+                  "A predictor that an equation must have; repeatable");
     addSeriesList("--forbid-edge", _train.forbidden, "TARGET:PREDICTOR",
-                  "One that it never has; repeatable");
+                  "A predictor that an equation must not have; repeatable");
     CLI::Option* const lags =
-        add("--lags", _train.lags, "N", "Look so many points back")->check(wholeNumberFrom(1));
-    add("--max-lag", _train.maxLag, "N", "At most so many, as the data tell; 5 by default")
+        add("--lags", _train.lags, "N", "The number of lags")->check(wholeNumberFrom(1));
+    add("--max-lag", _train.maxLag, "N",
+        "The largest number of lags that the criterion may\nchoose; 5 by default")
         ->check(wholeNumberFrom(1))
         ->excludes(lags);
-    add("--criterion", _train.criterion, "NAME", "What chooses lags and predictors; bic by default")
+    add("--criterion", _train.criterion, "NAME",
+        "The criterion that chooses lags and predictors; bic by\ndefault")
         ->check(CLI::IsMember({"bic", "ebic", "aic"}));
     add("--max-predictors", _train.maxPredictors, "N",
-        "Of a target, beside its own past; 5 by default")
+        "The most predictors of a target, besides its own past;\n5 by default")
         ->check(wholeNumberFrom(0));
     add("--outlier-level", _train.outlierLevel, "SHARE",
-        "Errors beyond this share are outliers; 0.99 by default")
+        "Residuals beyond this quantile are outliers; 0.99 by\ndefault")
         ->check(share());
 }
 
 void TcmCommandLine::addInfo(CLI::App& tcm, CommonOptions& common)
 {
-    CLI::App* const app = tcmCommand(tcm, "info", "Tell what a model has found.",
+    CLI::App* const app = newCommand(tcm, "info", "Show the series, equations and fit of a model.",
                                      "  hvhost tcm info shops.tcm\n"
                                      "  hvhost tcm info shops.tcm --format json\n"
                                      "  hvhost tcm info shops.tcm -o shops.html\n");
@@ -188,7 +181,7 @@ void TcmCommandLine::addInfo(CLI::App& tcm, CommonOptions& common)
 
 void TcmCommandLine::addForecast(CLI::App& tcm, CommonOptions& common)
 {
-    CLI::App* const app = tcmCommand(
+    CLI::App* const app = newCommand(
         tcm, "forecast", "Forecast a series.",
         "  hvhost tcm forecast shops.tcm shops.csv --series north,sales --horizon 12\n"
         "  hvhost tcm forecast shops.tcm shops.csv --series north,sales --horizon 12 \\\n"
@@ -196,20 +189,22 @@ void TcmCommandLine::addForecast(CLI::App& tcm, CommonOptions& common)
     addModel(*app, _forecast.model);
     addModelData(*app, _forecast.input, true);
     addSeries(*app, _forecast.series, "The series")->required();
-    app->add_option("--horizon", _forecast.horizon, "How many points behind the data; 0 for none")
+    app->add_option("--horizon", _forecast.horizon,
+                    "The number of points after the data; 0 for none")
         ->type_name("N")
         ->required()
         ->check(wholeNumberFrom(0))
         ->group("Series");
-    app->add_option("--set", _forecast.scenario,
-                    "Take this value as given: at a point by its time, at the\nNth one as [+N], at "
-                    "all as [*]; =+10% is a change.\nRepeatable")
+    app->add_option(
+           "--set", _forecast.scenario,
+           "Set a value: [TIME] at a point, [+N] at the Nth point,\n[*] at all points; =+10% "
+           "is a change. Repeatable")
         ->type_name("SERIES[TIME]=VALUE")
         ->allow_extra_args(false)
         ->check(notEmpty())
         ->group("Series");
     app->add_option("--confidence", _forecast.confidence,
-                    "Of the bounds, in percent; 95 by default")
+                    "The confidence of the bounds in percent; 95 by default")
         ->type_name("PERCENT")
         ->check(CLI::Range(1.0, 99.99))
         ->group("Series");
@@ -221,13 +216,14 @@ void TcmCommandLine::addForecast(CLI::App& tcm, CommonOptions& common)
 void TcmCommandLine::addImpact(CLI::App& tcm, CommonOptions& common)
 {
     CLI::App* const app =
-        tcmCommand(tcm, "impact", "Tell what drives a series, and what it drives.",
+        newCommand(tcm, "impact", "Show what drives a series, and what the series drives.",
                    "  hvhost tcm impact shops.tcm --series north,sales --level 2\n"
                    "  hvhost tcm impact shops.tcm shops.csv --series north,sales -o impact.html\n");
     addModel(*app, _impact.model);
     addModelData(*app, _impact.input, false);
     addSeries(*app, _impact.series, "The series")->required();
-    app->add_option("--level", _impact.level, "How many steps through the network; 1 by default")
+    app->add_option("--level", _impact.level,
+                    "The number of steps through the network; 1 by default")
         ->type_name("N")
         ->check(wholeNumberFrom(1))
         ->group("Series");
@@ -238,7 +234,7 @@ void TcmCommandLine::addImpact(CLI::App& tcm, CommonOptions& common)
 
 void TcmCommandLine::addOutliers(CLI::App& tcm, CommonOptions& common)
 {
-    CLI::App* const app = tcmCommand(
+    CLI::App* const app = newCommand(
         tcm, "outliers", "Find values that a model did not expect.",
         "  hvhost tcm outliers shops.tcm shops.csv\n"
         "  hvhost tcm outliers shops.tcm shops.csv --series north,sales --format json\n");

@@ -6,12 +6,11 @@ namespace CLI {
 class App;
 }
 
-/// The commands of "hvhost tcm", and their options.
+/// The commands of "hvhost tcm" and their options.
 class TcmCommandLine
 {
 public:
-    /// Adds them to the application; this object and the options of all commands must live as long
-    /// as that.
+    /// Adds the commands to the application. This object and `common` must outlive it.
     void addTo(CLI::App& app, CommonOptions& common);
 
 private:

@@ -17,7 +17,7 @@ constexpr const char* kCellDigits =
     "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ %&()+,-./:;<=>?@[]^_`|~";
 constexpr std::size_t kCellBase = 86;
 
-/// How many digits the last of so many leaves has in a cell key.
+/// The number of digits in a cell key for each of so many leaves.
 std::size_t digitsFor(std::size_t leaves)
 {
     std::size_t digits = 1;
@@ -34,7 +34,7 @@ std::string cellDigits(std::size_t number, std::size_t digits)
     return key;
 }
 
-/// As a page shows numbers of a column, a small p value would be 0.
+/// Whether a page, which rounds, would show a p value as 0.
 bool isTinyP(const std::optional<std::string>& cell, const ResultTable::Column& column)
 {
     constexpr double kSmallestShown = 0.0001;

@@ -7,6 +7,6 @@
 class HostSession;
 struct TcmResult;
 
-/// The parts of a result as output of the host, by way of a result document. Throws CommandFault as
-/// Rendering.
+/// Renders the parts of a result as output of the host, by way of a result document. Throws
+/// CommandFault as Rendering.
 std::shared_ptr<const OutputHeading> tcmOutput(HostSession& session, const TcmResult& result);

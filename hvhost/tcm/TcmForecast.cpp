@@ -1,15 +1,10 @@
 #include <algorithm>
 
 #include "VexaCases.h"
-#include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ValueText.h"
-#include "hvhost/input/DataFile.h"
-#include "hvhost/input/Dataset.h"
-#include "hvhost/input/KnownDataset.h"
+#include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/ScenarioOptions.h"
 #include "hvhost/tcm/TcmCharts.h"
-#include "hvhost/tcm/TcmOutput.h"
-#include "hvhost/tcm/TcmSession.h"
 #include "tcm/HVInteractiveTSR.h"
 
 namespace {
@@ -38,7 +33,7 @@ TcmJson valueJson(double value)
     return value == kSystemMissing ? TcmJson() : TcmJson(value);
 }
 
-/// A column for each time field, then what is known of each point.
+/// A column for each time field, then the values of each point.
 ResultTable pointTable(const HVSeriesForecast& forecast, bool isFutureAlone)
 {
     ResultTable table;
@@ -101,26 +96,24 @@ TcmJson pointsJson(const HVSeriesForecast& forecast, const std::vector<std::stri
 class SeriesForecasting
 {
 public:
-    SeriesForecasting(TcmSession& session, const TcmModelFacts& facts, const InputFile& input,
-                      const SeriesName& series)
-        : _session(session), _facts(facts), _input(input), _known(*input.dataset()), _series(series)
-    {
-    }
+    SeriesForecasting(ModelWork& work, const SeriesName& series) : _work(work), _series(series) {}
 
     HVSeriesForecast run(const HVForecastRequest& request)
     {
         HVSeriesForecast forecast;
-        _session.perform(
+        const std::uint32_t dataset = _work.dataset();
+        TcmSession& session = _work.session();
+        session.perform(
             [&](HVInteractiveTSR& viewer) {
-                return viewer.getForecast(_known.id(), _session.modelPath(), _series.back(),
-                                          _facts.dimensions, {_series.begin(), _series.end() - 1},
-                                          request, forecast);
+                return viewer.getForecast(dataset, session.modelPath(), _series.back(),
+                                          _work.facts().dimensions,
+                                          {_series.begin(), _series.end() - 1}, request, forecast);
             },
-            &_input);
+            _work.data());
         return forecast;
     }
 
-    /// The points of the forecast, for values that are given at a point by its name.
+    /// The points of the forecast, to find those that --set names by their time.
     std::vector<std::string> futureTimes(HVForecastRequest request)
     {
         request.scenario.clear();
@@ -130,10 +123,7 @@ public:
     }
 
 private:
-    TcmSession& _session;
-    const TcmModelFacts& _facts;
-    const InputFile& _input;
-    KnownDataset _known;
+    ModelWork& _work;
     const SeriesName& _series;
 };
 
@@ -160,21 +150,15 @@ TcmResult forecastResult(const TcmModelFacts& facts, const TcmForecastOptions& o
 
 void tcmForecast(const TcmForecastOptions& options, const CommonOptions& common)
 {
-    const InterruptWatch watch(common.timeout);
-    const TcmShown shown(options.shown, watch);
-    const InputFile input(options.input, FileOptions::Offered, watch);
-    TcmSession session("forecast", options.model, common, watch);
-    const TcmModelFacts facts = session.facts();
+    ModelWork work("forecast", options.model, options.input, options.shown, common);
+    const TcmModelFacts& facts = work.facts();
     const SeriesName& series = facts.find(options.series, "--series").name;
     const std::vector<ScenarioOption> scenario = parseScenario(options.scenario, facts);
-    checkFields(facts, input);
-    SeriesForecasting forecasting(session, facts, input, series);
+    SeriesForecasting forecasting(work, series);
     HVForecastRequest request{options.horizon, options.confidence / 100, {}};
     const bool needsTimes = std::ranges::any_of(scenario, &ScenarioOption::namesTime);
     request.scenario = placedScenario(scenario, needsTimes ? forecasting.futureTimes(request)
                                                            : std::vector<std::string>());
     const HVSeriesForecast forecast = forecasting.run(request);
-    shown.show(forecastResult(facts, options, seriesText(series), forecast), session.host());
-    input.finish();
-    session.host().finish();
+    work.finish(forecastResult(facts, options, seriesText(series), forecast));
 }

@@ -2,21 +2,15 @@
 #include <optional>
 #include <set>
 
-#include "hvhost/base/InterruptWatch.h"
-#include "hvhost/input/DataFile.h"
-#include "hvhost/input/Dataset.h"
-#include "hvhost/input/KnownDataset.h"
+#include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/TcmCharts.h"
-#include "hvhost/tcm/TcmOutput.h"
-#include "hvhost/tcm/TcmSession.h"
 #include "tcm/HVInteractiveTSR.h"
 
 namespace {
 
 using TcmJson = nlohmann::ordered_json;
 
-/// Puts the two halves of a diagram together: the first artifact has the effects of a series, the
-/// second one its causes.
+/// Joins the two halves of a diagram: the effects of a series and its causes.
 class ImpactReader
 {
 public:
@@ -130,31 +124,18 @@ TcmResult impactResult(const TcmModelFacts& facts, const std::string& series,
 
 void tcmImpact(const TcmImpactOptions& options, const CommonOptions& common)
 {
-    const InterruptWatch watch(common.timeout);
-    const TcmShown shown(options.shown, watch);
-    std::optional<InputFile> input;
-    std::optional<KnownDataset> known;
-    if (!options.input.path.empty())
-        input.emplace(options.input, FileOptions::Offered, watch);
-    TcmSession session("impact", options.model, common, watch);
-    const TcmModelFacts facts = session.facts();
+    ModelWork work("impact", options.model, options.input, options.shown, common);
+    const TcmModelFacts& facts = work.facts();
     const SeriesName& series = facts.find(options.series, "--series").name;
-    if (input) {
-        checkFields(facts, *input);
-        known.emplace(*input->dataset());
-    }
+    const std::uint32_t dataset = work.dataset();
+    TcmSession& session = work.session();
     std::string diagram;
     session.perform(
         [&](HVInteractiveTSR& viewer) {
-            return viewer.getImpactDiagram(known ? known->id() : kNoDataset, session.modelPath(),
-                                           series.back(), facts.dimensions,
-                                           {series.begin(), series.end() - 1}, false, options.level,
-                                           diagram);
+            return viewer.getImpactDiagram(dataset, session.modelPath(), series.back(),
+                                           facts.dimensions, {series.begin(), series.end() - 1},
+                                           false, options.level, diagram);
         },
-        input ? &*input : nullptr);
-    shown.show(impactResult(facts, seriesText(series), session.artifactsIn(diagram)),
-               session.host());
-    if (input)
-        input->finish();
-    session.host().finish();
+        work.data());
+    work.finish(impactResult(facts, seriesText(series), session.artifactsIn(diagram)));
 }

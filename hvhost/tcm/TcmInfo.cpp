@@ -2,18 +2,16 @@
 #include <sstream>
 
 #include "SvrDMDataset.h"
-#include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ValueText.h"
+#include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/OutlierTable.h"
 #include "hvhost/tcm/TcmCharts.h"
-#include "hvhost/tcm/TcmOutput.h"
-#include "hvhost/tcm/TcmSession.h"
 
 namespace {
 
 using TcmJson = nlohmann::ordered_json;
 
-/// A member of the engine's "fit", and what it is called in a table.
+/// A member of the engine's "fit", and its name in a table.
 struct FitColumn
 {
     const char* key;
@@ -33,13 +31,30 @@ constexpr std::array<FitColumn, 12> kFitColumns = {{{"observations", "N", CFFiel
                                                     {"ljungBox", "Ljung-Box"},
                                                     {"ljungBoxPValue", "p (Ljung-Box)"}}};
 
+/// Days of a week from 1, Monday, as --working-days accepts them.
+std::string dayList(const TcmJson& days)
+{
+    constexpr std::array<const char*, 8> kDayNames = {"",    "mon", "tue", "wed",
+                                                      "thu", "fri", "sat", "sun"};
+    std::string text;
+    for (const TcmJson& day : days)
+        text += (text.empty() ? "" : ",") + std::string(kDayNames.at(day.get<std::size_t>()));
+    return text;
+}
+
 std::string intervalText(const TcmJson& interval)
 {
     if (!interval.is_object() || !interval.contains("unit"))
         return {};
     const int count = interval.value("increment", 1);
     const auto unit = interval["unit"].get<std::string>();
-    return count == 1 ? unit : std::to_string(count) + " " + unit + "s";
+    std::string text = count == 1 ? unit : std::to_string(count) + " " + unit + "s";
+    if (interval.contains("workingDays"))
+        text += " of " + dayList(interval["workingDays"]);
+    if (interval.contains("workingHours"))
+        text += ", hours " + std::to_string(interval["workingHours"].at("from").get<int>()) + "-" +
+                std::to_string(interval["workingHours"].at("to").get<int>());
+    return text;
 }
 
 std::string listed(const std::vector<std::string>& names)
@@ -138,7 +153,7 @@ TcmJson equationsJson(const TcmModelFacts& facts)
     return list;
 }
 
-/// What the engine adds to what the model says of itself.
+/// The fit statistics of the targets.
 TcmJson fitJson(const TcmJson& fit)
 {
     TcmJson list = TcmJson::array();
@@ -183,12 +198,8 @@ TcmResult infoResult(const TcmModelFacts& facts, const TcmJson& artifacts)
 
 void tcmInfo(const TcmInfoOptions& options, const CommonOptions& common)
 {
-    const InterruptWatch watch(common.timeout);
-    const TcmShown shown(options.shown, watch);
-    TcmSession session("info", options.model, common, watch);
-    const TcmModelFacts facts = session.facts();
-    const TcmJson artifacts = session.artifacts(facts, nullptr, kNoDataset,
-                                                TcmJson{{{"name", "fit"}}, {{"name", "outliers"}}});
-    shown.show(infoResult(facts, artifacts), session.host());
-    session.host().finish();
+    ModelWork work("info", options.model, {}, options.shown, common);
+    const TcmJson artifacts = work.session().artifacts(
+        work.facts(), nullptr, kNoDataset, TcmJson{{{"name", "fit"}}, {{"name", "outliers"}}});
+    work.finish(infoResult(work.facts(), artifacts));
 }

@@ -24,7 +24,7 @@ std::vector<std::string> namesIn(const TcmJson& settings, const char* key)
     return names;
 }
 
-/// The points of cyclic times are told field by field.
+/// The points of cyclic times are a list of values for each field.
 void readPoints(const TcmJson& variable, TcmModelFacts& facts)
 {
     const auto join = [&](bool first) {
@@ -115,8 +115,7 @@ TcmModelFacts readModelFacts(const std::string& file, const std::string& network
         readPreparation(TcmJson::parse(preparation), facts);
         readNetwork(TcmJson::parse(network), facts);
     } catch (const TcmJson::exception&) {
-        throw CommandFault(ExitStatus::Input,
-                           file + ": what the model says of its series cannot be read");
+        throw CommandFault(ExitStatus::Input, file + ": the description of its series is invalid");
     }
     return facts;
 }

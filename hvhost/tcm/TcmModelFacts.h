@@ -7,7 +7,7 @@
 
 #include "hvhost/tcm/SeriesText.h"
 
-/// What a model says of itself: its series, its network, and how its data were prepared.
+/// The description of a model: its series, its network, and how its data were prepared.
 struct TcmModelFacts
 {
     /// How a predictor enters the equation of a target.
@@ -18,25 +18,26 @@ struct TcmModelFacts
         int lag = 1;               ///< of the largest effect
         double coefficientSum = 0; ///< over all lags
         double pValue = 1;         ///< that all its coefficients are 0
-        nlohmann::ordered_json f;  ///< the statistic of that test; null if it is not known
+        nlohmann::ordered_json f;  ///< the statistic of that test; null if unknown
         bool isOwnPast() const { return predictor == target; }
-        /// How sure it is that there is an effect: the negative decimal logarithm of the p value,
-        /// which unlike the coefficients does not depend on the units of the series.
+        /// The evidence for an effect: the negative decimal logarithm of the p value. Unlike the
+        /// coefficients, it does not depend on the units of the series.
         double strength() const;
     };
     struct Series
     {
         SeriesName name;
         bool isTarget = false;
-        nlohmann::ordered_json observed; ///< how many points were in the data; null if unknown
-        nlohmann::ordered_json filled;   ///< how many were filled
+        nlohmann::ordered_json observed; ///< points in the data; null if unknown
+        nlohmann::ordered_json filled;   ///< points that were filled; null if unknown
     };
 
-    std::string file; ///< what the user calls the model
+    std::string file; ///< the name of the model in messages
     std::vector<std::string> dimensions;
     std::vector<std::string> metrics;
-    std::vector<std::string> timeFields; ///< several for cyclic time; "$casecount" for none
-    nlohmann::ordered_json interval;     ///< null if the model does not tell
+    std::vector<std::string>
+        timeFields; ///< several for cyclic times; "$casecount" for the order of the records
+    nlohmann::ordered_json interval; ///< null if unknown
     std::size_t timePoints = 0;
     std::string firstPoint;
     std::string lastPoint;
@@ -50,6 +51,6 @@ struct TcmModelFacts
 };
 
 /// Reads the network and the preparation, JSON, as HVInteractiveTSR::getModelCapabilities gives
-/// them. Throws CommandFault (Input) for documents that are not what they should be.
+/// them. Throws CommandFault (Input) for invalid documents.
 TcmModelFacts readModelFacts(const std::string& file, const std::string& network,
                              const std::string& preparation);

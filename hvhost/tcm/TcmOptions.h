@@ -17,8 +17,8 @@ struct TcmShownOptions
     bool force = false;
 };
 
-/// A series is written as its dimension values and its metric, with commas between; a value with a
-/// comma stands in double quotes.
+/// A series is written as its dimension values and its metric, separated by commas. A value with a
+/// comma is enclosed in double quotes.
 struct TcmTrainOptions
 {
     InputOptions input;
@@ -36,7 +36,7 @@ struct TcmTrainOptions
     std::vector<std::string> metrics;
     std::vector<std::string> aggregations; ///< FUNCTION, or METRIC=FUNCTION
     std::string missing;
-    std::optional<double> maxMissing; ///< a share; with it alone, gaps are filled by lines
+    std::optional<double> maxMissing; ///< a share; alone, it implies linear interpolation
 
     std::vector<std::string> targets;
     std::vector<std::string> predictors;
@@ -70,10 +70,10 @@ struct TcmForecastOptions
     std::vector<std::string> scenario; ///< SERIES[TIME]=VALUE, or =+N%
     TcmShownOptions shown;
 };
-/// What a model predicts for a series.
+/// The predictions of a model for a series.
 void tcmForecast(const TcmForecastOptions& options, const CommonOptions& common);
 
-/// Without data, by the model alone.
+/// The data are optional.
 struct TcmImpactOptions
 {
     std::string model;
@@ -92,5 +92,5 @@ struct TcmOutliersOptions
     std::string series; ///< empty for all
     TcmShownOptions shown;
 };
-/// Values that a model did not expect.
+/// The outliers in the data.
 void tcmOutliers(const TcmOutliersOptions& options, const CommonOptions& common);

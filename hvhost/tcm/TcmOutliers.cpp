@@ -1,16 +1,11 @@
-#include "hvhost/base/InterruptWatch.h"
-#include "hvhost/input/DataFile.h"
-#include "hvhost/input/Dataset.h"
-#include "hvhost/input/KnownDataset.h"
+#include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/OutlierTable.h"
-#include "hvhost/tcm/TcmOutput.h"
-#include "hvhost/tcm/TcmSession.h"
 
 namespace {
 
 using TcmJson = nlohmann::ordered_json;
 
-/// All series, or one with what its outliers come from.
+/// Asks for the outliers of all series, or for those of one series and their causes.
 TcmJson outlierArtifacts(const TcmModelFacts::Series* series)
 {
     if (series == nullptr)
@@ -38,7 +33,7 @@ ResultTable originTable(const TcmJson& origins)
     return table;
 }
 
-/// Documents name a series by one text, as the command line does.
+/// Replaces the name of each series by one text, as on the command line.
 TcmJson withTexts(TcmJson list)
 {
     for (TcmJson& object : list) {
@@ -74,18 +69,12 @@ TcmResult outlierResult(const std::string& name, const TcmJson& artifacts)
 
 void tcmOutliers(const TcmOutliersOptions& options, const CommonOptions& common)
 {
-    const InterruptWatch watch(common.timeout);
-    const TcmShown shown(options.shown, watch);
-    const InputFile input(options.input, FileOptions::Offered, watch);
-    TcmSession session("outliers", options.model, common, watch);
-    const TcmModelFacts facts = session.facts();
+    ModelWork work("outliers", options.model, options.input, options.shown, common);
+    const TcmModelFacts& facts = work.facts();
     const TcmModelFacts::Series* const series =
         options.series.empty() ? nullptr : &facts.find(options.series, "--series");
-    checkFields(facts, input);
-    const KnownDataset known(*input.dataset());
+    const std::uint32_t dataset = work.dataset();
     const TcmJson artifacts =
-        session.artifacts(facts, &input, known.id(), outlierArtifacts(series));
-    shown.show(outlierResult(facts.file, artifacts), session.host());
-    input.finish();
-    session.host().finish();
+        work.session().artifacts(facts, work.data(), dataset, outlierArtifacts(series));
+    work.finish(outlierResult(facts.file, artifacts));
 }

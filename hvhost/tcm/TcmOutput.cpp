@@ -14,8 +14,8 @@ namespace {
 
 constexpr int kTcmSchema = 1;
 
-/// For the eye: six digits that count.
-ResultTable forTheEye(ResultTable table)
+/// Rounds numbers to six significant digits.
+ResultTable withRoundedNumbers(ResultTable table)
 {
     for (ResultTable::Row& row : table.rows)
         for (std::size_t at = 0; at < row.size(); ++at)
@@ -34,8 +34,10 @@ void printParts(const std::vector<TcmPart>& parts, std::size_t width, std::ostre
         if (!part.chart.is_null() || part.isForPageAlone)
             continue;
         out << (isFirst ? "" : "\n") << part.title << '\n' << part.remarks;
+        if (part.table.rows.empty() && part.remarks.empty())
+            out << "none\n";
         if (!part.table.rows.empty())
-            printTable(forTheEye(part.table), {"text", width}, out);
+            printTable(withRoundedNumbers(part.table), {"text", width}, out);
         isFirst = false;
     }
 }

@@ -10,7 +10,7 @@
 #include "hvhost/show/ShownResult.h"
 #include "hvhost/tcm/TcmOptions.h"
 
-/// A table or a chart of a result, with what is said of it.
+/// A table or a chart of a result.
 struct TcmPart
 {
     std::string title;
@@ -20,7 +20,7 @@ struct TcmPart
     bool isForPageAlone = false;  ///< too long for a terminal
 };
 
-/// What a command has to show.
+/// The result of a command.
 struct TcmResult
 {
     std::string name;                ///< of the page
@@ -29,7 +29,8 @@ struct TcmResult
     ResultTable rows;                ///< as csv
 };
 
-/// A place for a result of a command, checked before it works.
+/// The destination of a result. It is checked before the command works, so that an unusable
+/// destination fails early.
 class TcmShown
 {
 public:
@@ -46,5 +47,5 @@ private:
     std::size_t _width;
 };
 
-/// A number of a document; nothing for null, and for what is no number.
+/// The text of a number in a document; nothing for any other value.
 std::optional<std::string> tcmNumber(const nlohmann::ordered_json& value);

@@ -31,7 +31,7 @@ TcmModelFacts TcmSession::facts()
             },
             nullptr);
     } catch (const CommandFault& fault) {
-        // Nothing but the model was read.
+        // Only the model was read, so the fault is in the model.
         if (fault.status() != ExitStatus::JobFailed)
             throw;
         throw CommandFault(ExitStatus::Input, withModelName(fault.what()), fault.hint(),
@@ -79,7 +79,7 @@ nlohmann::ordered_json TcmSession::artifactsIn(const std::string& statJson) cons
     if (!document.is_object() || !document.contains("artifacts") ||
         !document["artifacts"].is_array())
         throw CommandFault(ExitStatus::JobFailed,
-                           modelName() + ": what the engine says of the model cannot be read");
+                           modelName() + ": the engine's description of the model is invalid");
     return document["artifacts"];
 }
 

@@ -12,11 +12,11 @@ class HVInteractiveTSR;
 class InputFile;
 class InterruptWatch;
 
-/// A model that a command looks at, through the library's viewer of models.
+/// A model that a command reads through the library's viewer.
 class TcmSession
 {
 public:
-    /// Throws CommandFault (Input) for a file that is not there.
+    /// Throws CommandFault (Input) if the file is missing.
     TcmSession(const std::string& command, const std::string& model, const CommonOptions& options,
                const InterruptWatch& watch);
     ~TcmSession();
@@ -27,16 +27,16 @@ public:
     const std::string& modelName() const { return _file.name(); }
     const std::string& modelPath() const { return _file.path(); }
 
-    /// What the model says of itself. Throws CommandFault as perform.
+    /// The description of the model. Throws CommandFault as perform.
     TcmModelFacts facts();
-    /// Runs a request of the viewer. Throws CommandFault with the reason of one that is false;
-    /// `data` is the file that it works on, null for none.
+    /// Runs a request of the viewer. Throws CommandFault with the reason if the request fails.
+    /// `data` is the file that the request reads, null for none.
     void perform(const std::function<bool(HVInteractiveTSR&)>& request, const InputFile* data);
-    /// Artifacts of the model, JSON, on a dataset or on none. The result is the list "artifacts" of
-    /// the answer, whose elements are in the order asked for.
+    /// Artifacts of the model, JSON, on a dataset or without data. The result is the list
+    /// "artifacts" of the answer, whose elements are in the order asked for.
     nlohmann::ordered_json artifacts(const TcmModelFacts& facts, const InputFile* data,
                                      std::uint32_t dataset, const nlohmann::ordered_json& asked);
-    /// The list of the same form that a request left.
+    /// The same list in the answer to another request.
     nlohmann::ordered_json artifactsIn(const std::string& statJson) const;
 
 private:

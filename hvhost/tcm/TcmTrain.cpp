@@ -25,7 +25,7 @@ void runTraining(HVTemporalTraining& training, const std::string& path,
         std::string id;
         std::string reason;
         std::string detail;
-        // What a job reports, the session words itself.
+        // The session itself reports the errors of jobs.
         if (!isDone && training.hasError(id, reason, detail) && id.empty())
             throw CommandFault(ExitStatus::JobFailed, options.output + ": " + reason);
         return isDone;

@@ -20,7 +20,7 @@ constexpr std::array<std::string_view, 8> kUnits = {"year", "quarter", "month", 
                                                     "day",  "hour",    "minute", "second"};
 constexpr std::array<std::string_view, 7> kDays = {"mon", "tue", "wed", "thu", "fri", "sat", "sun"};
 
-/// The engine's settings, and the options that they come from.
+/// The engine's settings and the options that set them.
 constexpr std::pair<std::string_view, const char*> kSettingOptions[] = {
     {"targets", "--target"},
     {"candidates", "--predictor"},
@@ -52,7 +52,7 @@ std::vector<std::string> wordsOf(const List& list)
     throw CommandFault(ExitStatus::Usage, option + ": " + why, hint);
 }
 
-/// A whole number that is all of a text; nothing for another text.
+/// The whole number that a text consists of; nothing for any other text.
 std::optional<int> wholeNumber(std::string_view text)
 {
     int number = 0;
@@ -71,18 +71,18 @@ void setInterval(const std::string& text, HVTemporalTraining& training)
         unit.pop_back();
     if (std::ranges::find(kUnits, unit) == kUnits.end()) {
         const std::string nearest = nearestWord(wordsOf(kUnits), unit);
-        refuseOption(option, "\"" + unit + "\" is no unit of time",
+        refuseOption(option, "\"" + unit + "\" is not a unit of time",
                      nearest.empty() ? "for example month, or 15 minutes"
                                      : "did you mean " + nearest + "?");
     }
     const std::optional<int> increment =
         digits == 0 ? std::optional(1) : wholeNumber(text.substr(0, digits));
     if (!increment || *increment < 1)
-        refuseOption(option, "the number of units is at least 1, and no more than 2147483647");
+        refuseOption(option, "the number of units must be from 1 to 2147483647");
     training.SetTimeInterval(unit, *increment);
 }
 
-/// Splits a text at a mark; at its ends and between two marks are empty pieces.
+/// Splits a text at each mark. Pieces can be empty.
 std::vector<std::string> piecesOf(const std::string& text, char mark)
 {
     std::vector<std::string> pieces(1);
@@ -98,7 +98,7 @@ int dayOf(const std::string& option, const std::string& word)
 {
     const auto* const day = std::ranges::find(kDays, std::string_view(word));
     if (day == kDays.end())
-        refuseOption(option, "\"" + word + "\" is no day of a week", "for example mon-fri");
+        refuseOption(option, "\"" + word + "\" is not a day of the week", "for example mon-fri");
     return static_cast<int>(day - kDays.begin()) + 1;
 }
 
@@ -112,7 +112,7 @@ void setWorkingDays(const std::string& text, HVTemporalTraining& training)
         const int first = dayOf(option, ends.front());
         const int last = dayOf(option, ends.back());
         if (ends.size() > 2 || last < first)
-            refuseOption(option, "\"" + piece + "\" is no range of days", "for example mon-fri");
+            refuseOption(option, "\"" + piece + "\" is not a range of days", "for example mon-fri");
         for (int day = first; day <= last; ++day)
             days.insert(day);
     }
@@ -127,12 +127,12 @@ void setWorkingHours(const std::string& text, HVTemporalTraining& training)
     const std::optional<int> to = wholeNumber(ends.back());
     constexpr int kHours = 24;
     if (ends.size() != 2 || !from || !to || *from < 0 || *to > kHours || *from >= *to)
-        refuseOption("--working-hours " + text, "these are no hours of a day",
+        refuseOption("--working-hours " + text, "not a range of hours of a day",
                      "for example 8-18, for the hours 8 to 17");
     training.SetWorkingHours(*from, *to);
 }
 
-/// TARGET:PREDICTOR; of several colons that outside of quotes counts.
+/// Splits TARGET:PREDICTOR at the first colon outside of quotes.
 std::pair<SeriesName, SeriesName> parsePair(const std::string& text, const std::string& name)
 {
     const std::string option = name + " " + text;
@@ -144,7 +144,7 @@ std::pair<SeriesName, SeriesName> parsePair(const std::string& text, const std::
             return {parseSeries(text.substr(0, at), option),
                     parseSeries(text.substr(at + 1), option)};
     }
-    refuseOption(option, "there is no colon between target and predictor",
+    refuseOption(option, "missing colon between target and predictor",
                  "for example " + name + " north,sales:north,advertising");
 }
 
@@ -176,7 +176,7 @@ void setAggregations(const TcmTrainOptions& options, const Dataset& dataset,
         const std::string function = equals == text.npos ? text : text.substr(equals + 1);
         if (std::ranges::find(kFunctions, function) == kFunctions.end()) {
             const std::string nearest = nearestWord(kFunctions, function);
-            refuseOption(option, "\"" + function + "\" is no aggregate function",
+            refuseOption(option, "\"" + function + "\" is not an aggregate function",
                          nearest.empty() ? "for example mean, or sales=sum"
                                          : "did you mean " + nearest + "?");
         }
@@ -235,14 +235,14 @@ std::vector<int> trainingColumns(const TcmTrainOptions& options, const Dataset& 
 {
     if (options.timeField.empty() && options.cyclicFields.empty() && !options.caseCount)
         throw CommandFault(ExitStatus::Usage, "the time of the records is missing",
-                           "--time FIELD, --cyclic FIELD,.. or --case-count tells it");
+                           "give --time FIELD, --cyclic FIELD,.. or --case-count");
     std::vector<int> columns;
     const auto add = [&](const std::vector<std::string>& names, const std::string& option) {
         for (const std::string& name : names) {
             const std::string place = optionText(option, name);
             const int column = dataset.columnOf(name, place);
             if (std::ranges::find(columns, column) != columns.end())
-                refuseOption(place, "it is named twice");
+                refuseOption(place, "named twice");
             columns.push_back(column);
         }
     };
@@ -253,7 +253,8 @@ std::vector<int> trainingColumns(const TcmTrainOptions& options, const Dataset& 
     add(options.metrics, "--metrics");
     for (const std::string& name : options.metrics)
         if (dataset.storageOf(dataset.columnOf(name, "")) == CFField::String)
-            refuseOption("--metrics " + name, "a metric is a number, and this is a text");
+            refuseOption("--metrics " + name, "a metric must be a number, not a text",
+                         "a column without values is a text too");
     return columns;
 }
 

@@ -113,10 +113,11 @@ private:
         if (axis.isRecordNumber())
             return table.addInteger(index + 1);
         const auto point = axis.calendar->pointAt(index);
-        if (!point) {
-            for (std::size_t i = 0; i < axis.fields.size(); ++i)
-                table.addMissing();
-        } else if (axis.clock) {
+        if (!point)
+            throw JobError(errors::kBadRecord, _component + ": point of time " +
+                                                   std::to_string(index + 1) +
+                                                   " is not in the years 1 to 9999");
+        if (axis.clock) {
             for (const std::int64_t number : axis.clock->numbersOf(*point))
                 table.addInteger(number);
         } else {
