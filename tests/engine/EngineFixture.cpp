@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <thread>
 
 #include <minizip/unzip.h>
 #include <unistd.h>
@@ -142,6 +143,27 @@ RecordingListener EngineFixture::succeeded(RecordingListener listener)
 {
     EXPECT_EQ(listener.ending, "success") << listener.fault();
     return listener;
+}
+
+std::chrono::milliseconds EngineFixture::cancelAfter(std::chrono::milliseconds delay,
+                                                     const std::string& job,
+                                                     RecordingListener& listener,
+                                                     const Setup& setup)
+{
+    const auto execution = newExecution(job);
+    if (setup)
+        setup(*execution);
+    std::chrono::steady_clock::time_point cancelled;
+    std::thread canceller([&] {
+        std::this_thread::sleep_for(delay);
+        cancelled = std::chrono::steady_clock::now();
+        execution->cancel(nullptr);
+    });
+    execution->execute(nullptr, &listener);
+    const auto end = std::chrono::steady_clock::now();
+    canceller.join();
+    execution->dispose(nullptr);
+    return std::chrono::duration_cast<std::chrono::milliseconds>(end - cancelled);
 }
 
 RecordingListener EngineFixture::feed(RowDataIterator& rows, const std::string& job)

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -69,6 +70,11 @@ protected:
     /// A job that reads a CSV text, goes through steps and writes CSV: what it writes, or its
     /// fault.
     std::string through(const std::string& csv, const std::string& steps);
+
+    /// Runs a job and cancels it from another thread after a while. Returns the time from the
+    /// cancel to the end.
+    std::chrono::milliseconds cancelAfter(std::chrono::milliseconds delay, const std::string& job,
+                                          RecordingListener& listener, const Setup& setup = {});
 
     std::unique_ptr<EmbeddedHV::Execution> newExecution(const std::string& job);
     std::string expanded(std::string job) const;

@@ -21,26 +21,6 @@ namespace {
 class JobLifeTest : public EngineFixture
 {
 protected:
-    /// Runs the job and cancels it from another thread after a while; gives the time from there to
-    /// the end.
-    std::chrono::milliseconds cancelAfter(std::chrono::milliseconds delay, const std::string& job,
-                                          RecordingListener& listener, const Setup& setup = {})
-    {
-        const auto execution = newExecution(job);
-        if (setup)
-            setup(*execution);
-        std::chrono::steady_clock::time_point cancelled;
-        std::thread canceller([&] {
-            std::this_thread::sleep_for(delay);
-            cancelled = std::chrono::steady_clock::now();
-            execution->cancel(nullptr);
-        });
-        execution->execute(nullptr, &listener);
-        const auto end = std::chrono::steady_clock::now();
-        canceller.join();
-        execution->dispose(nullptr);
-        return std::chrono::duration_cast<std::chrono::milliseconds>(end - cancelled);
-    }
     /// A job over n.csv that runs for minutes: every record with every record.
     std::string endless() const
     {
