@@ -119,9 +119,7 @@ struct Paths
                 largest = product;
             return;
         }
-        const SeriesEquation* equation = model.equationOf(at.series);
-        for (const LaggedTerm& term :
-             (equation ? equation : model.autoregressionOf(at.series))->terms)
+        for (const LaggedTerm& term : moving(model, at.series).terms)
             walk({term.series, at.timeIndex - term.lag}, product * term.coefficient);
     }
 };
@@ -130,10 +128,8 @@ double productOf(const TcmModel& model, const std::vector<SeriesPoint>& path)
 {
     double product = 1;
     for (std::size_t i = 0; i + 1 < path.size(); ++i) {
-        const SeriesEquation* equation = model.equationOf(path[i + 1].series);
         double coefficient = 0;
-        for (const LaggedTerm& term :
-             (equation ? equation : model.autoregressionOf(path[i + 1].series))->terms)
+        for (const LaggedTerm& term : moving(model, path[i + 1].series).terms)
             if (term.series == path[i].series &&
                 path[i + 1].timeIndex - path[i].timeIndex == term.lag)
                 coefficient = term.coefficient;

@@ -12,12 +12,6 @@ using namespace EmbeddedHV;
 namespace TemporalTest {
 namespace {
 
-const SeriesEquation* moving(const TcmModel& model, std::size_t series)
-{
-    const SeriesEquation* equation = model.equationOf(series);
-    return equation ? equation : model.autoregressionOf(series);
-}
-
 TcmModel targets(std::size_t count, int lags)
 {
     TcmModel model;
@@ -30,6 +24,12 @@ TcmModel targets(std::size_t count, int lags)
 }
 
 } // namespace
+
+const SeriesEquation& moving(const TcmModel& model, std::size_t series)
+{
+    const SeriesEquation* equation = model.equationOf(series);
+    return equation ? *equation : *model.autoregressionOf(series);
+}
 
 SeriesEquation equationOf(std::size_t series, double intercept, const std::vector<Term>& terms)
 {
@@ -105,7 +105,7 @@ Eigen::MatrixXd simulated(const TcmModel& model, Eigen::Index points, const Shoc
     Eigen::MatrixXd values = Eigen::MatrixXd::Constant(points, count, 10);
     for (Eigen::Index point = model.lags; point < points; ++point)
         for (std::size_t series = 0; series < model.series.size(); ++series) {
-            const SeriesEquation& equation = *moving(model, series);
+            const SeriesEquation& equation = moving(model, series);
             double value = equation.intercept + shocks(series, point);
             for (const LaggedTerm& term : equation.terms)
                 value += term.coefficient *

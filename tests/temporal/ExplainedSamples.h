@@ -24,6 +24,9 @@ struct Term
 EmbeddedHV::SeriesEquation equationOf(std::size_t series, double intercept,
                                       const std::vector<Term>& terms);
 
+/// The equation of a target, or the autoregression of any other series.
+const EmbeddedHV::SeriesEquation& moving(const EmbeddedHV::TcmModel& model, std::size_t series);
+
 /// Four series of two lags: the cycle north sales -> north visits -> south sales -> north sales,
 /// which south visits drive by north sales. South visits are no target.
 enum Sample : std::size_t

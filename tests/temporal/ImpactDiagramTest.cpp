@@ -180,10 +180,12 @@ void tellAll(const TcmModel& model, const StopCheck& check)
 
 TEST(ImpactDiagram, StopsSoonInALargeModel)
 {
-#ifdef __OPTIMIZE__
+#if defined(HV_SANITIZED)
+    const TcmModel model = wideModel(60);
+#elif defined(__OPTIMIZE__)
     const TcmModel model = wideModel(5000);
 #else
-    const TcmModel model = wideModel(1000);
+    const TcmModel model = wideModel(250);
 #endif
     CheckedTime time;
     tellAll(model, time.check());

@@ -159,7 +159,7 @@ TEST_F(ModelArchiveTest, DocumentsThatTheTrainingDoesNotWriteAreRefused)
         {"/series", "{}", "/series is not a list"},
         {"/series/1/id", "\"a\"", "/series/1 has the id \"a\" of another series"},
         {"/series/1/name/0", "7", "/series/1/name/0 is not a text"},
-        {"/series/1/target", "false", "an equation of \"b\", which is no target"},
+        {"/series/1/target", "false", "an equation of \"b\", which is not a target"},
         {"/equations", "", "has no member \"equations\""},
         {"/equations/0/series", "\"z\"", "/equations/0/series is \"z\", the id of no series"},
         {"/equations/0/series", "\"b\"", "/equations/1 is not in the order of the series"},

@@ -2,12 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
 
 #include <nlohmann/json.hpp>
 
 #include "engine/EngineFixture.h"
 #include "engine/TableView.h"
+#include "temporal/DocumentChecks.h"
 #include "temporal/ExplainedSamples.h"
 
 // Jobs that explain a model: valid documents, and the figures of the model and its data.
@@ -85,8 +85,9 @@ protected:
     /// What the job writes, checked against the schemas.
     json statistics()
     {
-        validate(HV_SCHEMAS "/tcm-statistics.schema.json", "out.zip", "statJson.json");
-        validate(HV_RESULT_SCHEMA, "results.zip", "Results.json");
+        expectValid(HV_SCHEMAS "/tcm-statistics.schema.json", "statJson.json",
+                    member("out.zip", "statJson.json"));
+        expectValid(HV_RESULT_SCHEMA, "Results.json", member("results.zip", "Results.json"));
         return writtenStatistics();
     }
     json writtenStatistics() const
@@ -104,16 +105,6 @@ protected:
 
     EmbeddedHV::TcmModel _model = sampleModel();
     Eigen::MatrixXd _values;
-
-private:
-    void validate(const char* schema, const char* archive, const char* name)
-    {
-        const std::string text = member(archive, name);
-        write(name, text);
-        const std::string command =
-            std::string(HV_VALIDATE) + " '" + schema + "' '" + path(name) + "'";
-        EXPECT_EQ(std::system(command.c_str()), 0) << text.substr(0, 3000);
-    }
 };
 
 std::vector<std::string> idsOf(const json& objects)
@@ -271,34 +262,47 @@ std::vector<DataKind> dataKinds()
         std::snprintf(text, sizeof text, format, first, second);
         return std::string(text);
     };
+    const auto months = [=](int i) { return written("%d,%d,", 2000 + i / 12, 1 + i % 12); };
+    const char* const cyclic = "year,month,region,sales,visits";
+    const char* const moments =
+        R"("dimFieldList": ["region"], "dateTimeField": "at", "cyclicFieldList": [])";
+    const char* const cycles =
+        R"("dimFieldList": ["region"], "dateTimeField": "", "cyclicFieldList": ["year", "month"])";
     return {
         {"dates, texts",
          "at,region,sales,visits",
          [=](int i) { return written("2024-%02d-%02d,", 1 + i / 31, 1 + i % 31); },
          {"north,", "\"so, uth\","},
-         R"("dimFieldList": ["region"], "dateTimeField": "at", "cyclicFieldList": [])",
+         moments,
          R"(["so, uth", "visits"])",
          "2024-01-01"},
         {"timestamps, reals",
          "at,region,sales,visits",
          [=](int i) { return written("2024-03-%02d %02d:30:00,", 1 + i / 24, i % 24); },
          {"1.5,", "2.0,"},
-         R"("dimFieldList": ["region"], "dateTimeField": "at", "cyclicFieldList": [])",
+         moments,
          R"(["2", "visits"])",
          "2024-03-01 00:30:00"},
         {"cycles, integers",
-         "year,month,region,sales,visits",
-         [=](int i) { return written("%d,%d,", 2000 + i / 12, 1 + i % 12); },
+         cyclic,
+         months,
          {"7,", "12,"},
-         R"("dimFieldList": ["region"], "dateTimeField": "", "cyclicFieldList": ["year", "month"])",
+         cycles,
          R"(["012", "visits"])",
          "2000, 1"},
         {"dates as dimensions",
-         "year,month,region,sales,visits",
-         [=](int i) { return written("%d,%d,", 2000 + i / 12, 1 + i % 12); },
+         cyclic,
+         months,
          {"2024-02-01,", "2024-02-29,"},
-         R"("dimFieldList": ["region"], "dateTimeField": "", "cyclicFieldList": ["year", "month"])",
+         cycles,
          R"(["2024-02-29", "visits"])",
+         "2000, 1"},
+        {"integers beyond 2^53",
+         cyclic,
+         months,
+         {"9007199254740992,", "9007199254740993,"},
+         cycles,
+         R"(["9007199254740993", "visits"])",
          "2000, 1"},
         {"record numbers",
          "sales,visits",
@@ -341,7 +345,7 @@ TEST_F(TcmOutput, TakesRecordsWithNamesOfAnyKind)
         succeeded(
             run(prepared + "rtsdp:rtsdp({\"exportFutureFlag\": true}, prep, _) -> " + explained));
         EXPECT_EQ(numbered, writtenStatistics())
-            << "records with names say the same as prepared ones";
+            << "from records with names and from prepared ones";
         EXPECT_EQ(numbered[2]["series"][0]["points"][0]["time"], kind.label);
         EXPECT_EQ(numbered[2]["series"][0]["points"].size(), kMany);
         EXPECT_FALSE(numbered[0]["outliers"].empty());
@@ -356,22 +360,6 @@ TEST_F(TcmOutput, NamesSeriesByTheirIdsWhereAsked)
     const json all = statistics();
     EXPECT_EQ(all[0]["target"], json::parse(R"([["2-2"]])"));
     EXPECT_EQ(all[0]["nodes"][1]["name"], json({"1-1"}));
-}
-
-TEST_F(TcmOutput, TakesPreparedRecords)
-{
-    std::string csv = "$TimeIndex,2-1,1-1,1-2,2-2\n";
-    for (int day = 0; day < kDays; ++day) {
-        char line[160];
-        std::snprintf(line, sizeof line, "%d,%.17g,%.17g,%.17g,%.17g\n", day,
-                      _values(day, kSouthSales), _values(day, kNorthSales),
-                      _values(day, kNorthVisits), _values(day, kSouthVisits));
-        csv += line;
-    }
-    succeeded(explain(kDiagrams, csv));
-    const json prepared = statistics();
-    succeeded(explain(kDiagrams, records()));
-    EXPECT_EQ(prepared, writtenStatistics()) << "the same as on records with names";
 }
 
 TEST_F(TcmOutput, TellsOfSettingsWithoutEffect)
@@ -407,20 +395,13 @@ TEST_F(TcmOutput, RefusesBadSettings)
         {R"({"artifacts": {}})", "\"artifacts\" must be a list, not an object"},
         {R"({"artifacts": ["fit"]})", "\"artifacts[0]\" must be an object, not a text"},
         {R"({"artifacts": [{}]})", "\"artifacts[0].name\" is missing"},
-        {R"({"artifacts": [{"name": "netwrk"}]})",
-         "\"artifacts[0].name\" is \"netwrk\", which is no artifact; did you mean \"network\"?"},
+        {R"({"artifacts": [{"name": "netwrk"}]})", "\"artifacts[0].name\" is \"netwrk\", which is "
+                                                   "not an artifact; did you mean \"network\"?"},
         {artifact(R"("level": 1)"), "\"artifacts[0].target\" is missing"},
         {artifact(R"("target": [])"), "\"artifacts[0].target\" names no series"},
-        {artifact(R"("target": ["north", "sales"])"),
-         "\"artifacts[0].target[0]\" is not a list of texts"},
-        {artifact(R"("target": [["north", 1]])"),
-         "\"artifacts[0].target[0][1]\" must be a text, not a number"},
-        {artifact(R"("target": [["north"]])"),
-         "\"artifacts[0].target[0]\" must have 2 texts (the value of \"region\", the metric)"},
         {artifact(R"("target": [["nort", "sales"]])"),
-         "HVETC0024E %: the setting \"artifacts[0].target[0]\" names \"nort\", which is no value "
-         "of "
-         "\"region\" in the model; did you mean \"north\"?"},
+         "HVETC0024E %: the setting \"artifacts[0].target[0]\" names \"nort\", which is not a "
+         "value of \"region\" in the model; did you mean \"north\"?"},
         {R"({"isEncoded": true, "artifacts": [{"name": "fit", "target": [["north", "sales"]]}]})",
          "\"artifacts[0].target[0]\" is not a list of one text, the id of a series"},
         {R"({"isEncoded": true, "artifacts": [{"name": "fit", "target": [["3-1"]]}]})",
@@ -473,7 +454,7 @@ TEST_F(TcmOutput, RefusesRecordsOfAnotherKind)
                                    HasSubstr(fault)))
             << csv;
     EXPECT_THAT(files(), ElementsAre("in.csv", "model.tcm"));
-    // A metric that is missing is told of; its series have no values.
+    // A missing metric gets a message. Its series have no values.
     const RecordingListener listener = succeeded(
         explain(kDiagrams, "day,region,visits\n2024-01-01,north,1\n2024-01-02,north,2\n"));
     ASSERT_EQ(listener.messages.size(), 1U);

@@ -1,10 +1,8 @@
 #include "engine/EngineFixture.h"
 #include "temporal/ScoringSamples.h"
 
-#include <chrono>
 #include <random>
 #include <sstream>
-#include <thread>
 
 #include "components/ContainerFile.h"
 #include "components/temporal/model/ModelArchive.h"
@@ -197,16 +195,17 @@ TEST_F(ScoringJobTest, SeriesAreFoundByTheirValues)
         {R"(["07", "8", "25e-1", "y"])", good + "2-2-2-2_predicted"},
         {R"(["7", "8", "2.5", "y"])",
          "HVETC0024E tcm:ar: the setting \"fieldSetting.fieldNameList.seriesIDList[0]\" names "
-         "\"7\", which is no value of \"region\" in the model; did you mean \"07\"?"},
+         "\"7\", which is not a value of \"region\" in the model; did you mean \"07\"?"},
         {R"(["nort", "7", "1", "x"])", "did you mean \"north\"?"},
-        {R"(["north", "7x", "1", "x"])", "\"7x\", which is no value of \"year\""},
-        {R"(["north", "", "1", "x"])", "\"\", which is no value of \"year\""},
-        {R"(["north", "7", "1", "X"])", "\"X\", which is no metric of the model"},
+        {R"(["north", "7x", "1", "x"])", "\"7x\", which is not a value of \"year\""},
+        {R"(["north", "", "1", "x"])", "\"\", which is not a value of \"year\""},
+        {R"(["north", "7", "1", "X"])", "\"X\", which is not a metric of the model"},
         {R"(["north", "8", "1", "x"])",
          "names the series \"north, 8, 1, x\", which the model does not have"},
         {R"(["north", "x"])", "must have 4 texts (the value of \"region\", the value of \"year\", "
                               "the value of \"size\", the metric), not 2"},
-        {R"(["north", 7, "1", "x"])", "seriesIDList[0][1]\" must be a text"},
+        {R"(["north", 7, "1", "x"])", good + "1-1-1-1_predicted"},
+        {R"(["north", [], "1", "x"])", "seriesIDList[0][1]\" must be a text"},
         {R"("x")", "is not a list of texts"},
     };
     for (const auto& each : cases)
@@ -227,7 +226,7 @@ TEST_F(ScoringJobTest, WhatMakesNoSenseIsRefused)
         {"", "\"fieldSetting\" is missing"},
         {listed(""), "\"fieldSetting.fieldNameList.seriesIDList\" is empty"},
         {listed(R"(["y"], ["y"])"), "seriesIDList[1]\" names the series \"y\" a second time"},
-        {listed(R"(["x"])"), "\"x\", which is no target of the model; tcm:ar predicts it"},
+        {listed(R"(["x"])"), "\"x\", which is not a target of the model; tcm:ar predicts it"},
         {R"("fieldSetting": {"fieldType": "ALL_TARGET"})", "did you mean \"ALL_TARGETS\"?"},
         {y + R"(, "forecast": {"doForecast": true})", "\"forecast.forecastSpan\" is missing"},
         {y + R"(, "forecast": {"forecastSpan": -1})", "is -1, not from 0 to 100000"},
@@ -241,7 +240,7 @@ TEST_F(ScoringJobTest, WhatMakesNoSenseIsRefused)
         {y + R"(, "scenario": [{"series": ["x"], "value": 1, "ahead": 1, "timeIndex": 3}])",
          "give one of them"},
         {y + R"(, "scenario": [{"series": ["z"], "value": 1}])",
-         "\"scenario[0].series\" names \"z\", which is no metric of the model"},
+         "\"scenario[0].series\" names \"z\", which is not a metric of the model"},
         {y + R"(, "scenario": [{"series": ["x"], "ahead": 1, "value": 1}])",
          "HVETC0044E tcm:score: the scenario sets the series \"x\" at point 1 of the forecast, but "
          "the forecast has no point"},
@@ -262,7 +261,7 @@ TEST_F(ScoringJobTest, WhatMakesNoSenseIsRefused)
     EXPECT_THAT(files(), ElementsAre("in.csv", "m.tcm", "text.tcm"));
 }
 
-/// What the equation gives for the point behind a history, a row a series, as its file says.
+/// The value of the equation for the point after a history, which has a row for each series.
 double byHand(const EmbeddedHV::SeriesEquation& equation,
               const std::vector<std::vector<double>>& history)
 {
@@ -384,20 +383,12 @@ TEST_F(ScoringJobTest, ScoringIsCancelledAtOnceAndLeavesNothing)
     model.autoregressions[0] = equation(0, 0, {{0, 1, 1}}, 1, {kNone, 1, 1});
     writeModel(model);
     write("in.csv", kPrepared);
-    const auto execution = newExecution(
-        job(step("tcm:ar", listed(R"(["x"])") + R"(, "forecast": {"forecastSpan": 100000},
-            "scenario": [{"series": ["x"], "ahead": 100000, "value": 1}])")));
-    std::chrono::steady_clock::time_point cancelled;
-    std::thread canceller([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
-        cancelled = std::chrono::steady_clock::now();
-        execution->cancel(nullptr);
-    });
     RecordingListener listener;
-    execution->execute(nullptr, &listener);
-    const auto time = std::chrono::steady_clock::now() - cancelled;
-    canceller.join();
-    execution->dispose(nullptr);
+    const auto time = cancelAfter(
+        std::chrono::milliseconds(300),
+        job(step("tcm:ar", listed(R"(["x"])") + R"(, "forecast": {"forecastSpan": 100000},
+            "scenario": [{"series": ["x"], "ahead": 100000, "value": 1}])")),
+        listener);
     EXPECT_EQ(listener.ending, "cancel");
     EXPECT_LT(time, std::chrono::seconds(1)); // 250 ms in an optimised build on an idle machine
     EXPECT_THAT(files(), ElementsAre("in.csv", "m.tcm"));

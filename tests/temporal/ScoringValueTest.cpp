@@ -360,43 +360,31 @@ TEST(ScoringValueTest, WhatCannotBeComputedIsRefused)
         set(model, table, request);
         return faultOfScoring(model, table, request);
     };
-    ScenarioValue set;
-    set.value = 1;
-    struct Case
-    {
-        std::function<void(TcmModel&, SeriesTable&, ScoringRequest&)> change;
-        const char* fault;
+    using Change = std::function<void(TcmModel&, SeriesTable&, ScoringRequest&)>;
+    const auto scenario = [](std::optional<std::int64_t> ahead,
+                             std::optional<std::int64_t> timeIndex, std::size_t values = 1) {
+        return Change([=](auto&, auto&, auto& request) {
+            request.scenario.resize(values);
+            for (ScenarioValue& set : request.scenario)
+                set.value = 1;
+            request.scenario[0].ahead = ahead;
+            request.scenario[0].timeIndex = timeIndex;
+        });
     };
-    const Case cases[] = {
+    const std::pair<Change, const char*> cases[] = {
         {[](auto& model, auto&, auto&) { model.autoregressions.clear(); },
          "HVETC0040E test: the model has no equation for the series \"x\""},
         {[](auto&, auto& table, auto&) { table.values.resize(0, 2); }, "HVETC0042E"},
         {[](auto&, auto& table, auto&) { table.firstIndex = INT64_MIN; }, "is out of range"},
         {[](auto&, auto&, auto& request) { request.refits = true; },
          "1 points of time have all its values, which do not determine its 4 coefficients"},
-        {[&](auto&, auto&, auto& request) {
-             request.scenario = {set};
-             request.scenario[0].ahead = 4;
-         },
-         "at point 4 of the forecast, but the forecast has the points 1 to 3"},
-        {[&](auto&, auto&, auto& request) {
-             request.scenario = {set};
-             request.scenario[0].timeIndex = 2;
-         },
-         "at the time index 2, but the forecast has the points 3 to 5"},
-        {[&](auto&, auto&, auto& request) {
-             request.scenario = {set, set};
-             request.scenario[0].timeIndex = 4;
-         },
-         "twice at point 2 of the forecast"},
-        {[&](auto&, auto&, auto& request) {
-             request.scenario = {set};
-             request.scenario[0].ahead = INT64_MIN;
-         },
-         "HVETC0044E"},
+        {scenario(4, {}), "at point 4 of the forecast, but the forecast has the points 1 to 3"},
+        {scenario({}, 2), "at the time index 2, but the forecast has the points 3 to 5"},
+        {scenario({}, 4, 2), "twice at point 2 of the forecast"},
+        {scenario(INT64_MIN, {}), "HVETC0044E"},
     };
-    for (const Case& each : cases)
-        EXPECT_THAT(with(each.change), HasSubstr(each.fault));
+    for (const auto& [change, fault] : cases)
+        EXPECT_THAT(with(change), HasSubstr(fault));
 }
 
 TEST(ScoringValueTest, AScenarioWithoutEffectIsReported)

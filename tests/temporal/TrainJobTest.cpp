@@ -1,10 +1,10 @@
 #include <cmath>
-#include <cstdlib>
 
 #include <nlohmann/json.hpp>
 
 #include "components/ContainerFile.h"
 #include "engine/EngineFixture.h"
+#include "temporal/DocumentChecks.h"
 #include "temporal/TrainingData.h"
 
 using namespace EngineTest;
@@ -54,13 +54,6 @@ protected:
                           [{"name": "M", "uri": "$DIR/m.tcm"}]))",
                    setup);
     }
-    void expectValid(const char* entry, const char* schema)
-    {
-        write(entry, member("m.tcm", entry));
-        const std::string command =
-            std::string(HV_VALIDATE) + " '" + HV_SCHEMAS "/" + schema + "' '" + path(entry) + "'";
-        EXPECT_EQ(std::system(command.c_str()), 0);
-    }
 };
 
 TEST_F(TrainJob, WritesTheModelFile)
@@ -69,8 +62,10 @@ TEST_F(TrainJob, WritesTheModelFile)
     ASSERT_EQ(listener.messages.size(), 1U);
     EXPECT_THAT(listener.messages[0].second, HasSubstr("maxPredictor"));
     EXPECT_EQ(member("m.tcm", "TSDPOutput.json"), kPreparation);
-    expectValid("TCMModel.json", "tcm-model.schema.json");
-    expectValid("TCMGraph.json", "tcm-graph.schema.json");
+    TemporalTest::expectValid(HV_SCHEMAS "/tcm-model.schema.json", "TCMModel.json",
+                              member("m.tcm", "TCMModel.json"));
+    TemporalTest::expectValid(HV_SCHEMAS "/tcm-graph.schema.json", "TCMGraph.json",
+                              member("m.tcm", "TCMGraph.json"));
     const json network = json::parse(member("m.tcm", "TCMGraph.json"));
     const json& edges = network["targets"][1]["predictors"];
     ASSERT_EQ(edges.size(), 2U);
@@ -103,15 +98,16 @@ TEST_F(TrainJob, SenselessSettingsAreRefused)
 {
     const std::pair<const char*, const char*> cases[] = {
         {R"({"lags": 0})", "\"lags\" is 0, not a number from 1 to 1000"},
-        {R"({"lags": 1, "maxLag": 2})", "\"maxLag\" has no meaning beside \"lags\""},
+        {R"({"lags": 1, "maxLag": 2})", "\"maxLag\" cannot be combined with \"lags\""},
         {R"({"lags": 40})", "equations with 40 lags need at least 122"},
         {R"({"maxPredictors": -1})", "\"maxPredictors\" is -1"},
         {R"({"criterion": "HQ"})", "\"criterion\" is \"HQ\", not BIC, EBIC or AIC"},
         {R"({"outlierLevel": 1})", "\"outlierLevel\" is not a number between 0 and 1"},
         {R"({"targets": "sales"})", "\"targets\" must be a list"},
         {R"({"targets": ["sale"]})", "HVETC0024E tcm:train: the setting \"targets[0]\" names "
-                                     "\"sale\", which is no series of the input"},
-        {R"({"both": [["north", 2002, "sales"]]})", "\"both[0]\" names \"north,2002,sales\""},
+                                     "\"sale\", which is not a metric of the input"},
+        {R"({"both": [["north", 2002, "sales"]]})",
+         "\"both[0]\" names \"2002\", which is not a value of \"year\""},
         {R"({"targets": [5]})", "\"targets[0]\" is neither a metric nor a list"},
         {R"({"targets": []})", "no series can be a target"},
         {R"({"forced": [{"target": "sales"}]})", "\"forced[0].predictor\" is missing"},
@@ -130,7 +126,7 @@ TEST_F(TrainJob, InputsThatAreNotPreparedAreRefused)
         {"[]", "HVETC0022E"},
         {R"({"settings": {}, "output": {}})", "/output has no member \"series\""},
         {R"({"settings": {"metricFieldList": []}, "output": {"series": []}})",
-         "knows no series \"1-1-1\", which the records have"},
+         "does not know the series \"1-1-1\", which the records have"},
     };
     for (const auto& [document, error] : documents) {
         prepare(document);

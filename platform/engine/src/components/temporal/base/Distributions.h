@@ -2,7 +2,7 @@
 
 namespace EmbeddedHV {
 
-/// The distributions of test statistics, from Boost.Math. All that uses it is in one source file:
+/// The distributions of test statistics, from Boost.Math. Only one source file includes it:
 /// it makes tables of constants when the library is loaded.
 
 /// The probability that Student's t with `freedom` degrees of freedom (above 0) is at least as far

@@ -21,7 +21,7 @@ public:
     DocumentPlace member(const char* key) const;
     /// Nothing if the member is absent or null.
     std::optional<DocumentPlace> optionalMember(const char* key) const;
-    /// The number of elements of a list. Throws if the value is no list.
+    /// The number of elements of a list. Throws if the value is not a list.
     std::size_t listSize() const;
     DocumentPlace element(std::size_t index) const;
 

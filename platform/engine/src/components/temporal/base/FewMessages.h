@@ -8,7 +8,7 @@
 
 namespace EmbeddedHV {
 
-/// Sends messages of one kind, but no more of them than someone reads.
+/// Sends messages of one kind, up to a limit.
 class FewMessages
 {
 public:
@@ -24,7 +24,7 @@ public:
         if (++_count <= _most)
             _sink(_id, text);
     }
-    /// Says how many were not sent.
+    /// Sends the number of messages that were left out, if there were any.
     void finish()
     {
         if (_count > _most)

@@ -3,7 +3,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// Names and texts may hold bytes that are no characters.
+/// Names and texts can contain invalid UTF-8.
 std::string artifactJson(const Json& value)
 {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);

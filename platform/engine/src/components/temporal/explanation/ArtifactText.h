@@ -6,8 +6,8 @@
 
 namespace EmbeddedHV {
 
-/// The text of a JSON object as it grows. A long list is written element by element, so that no
-/// tree of it is made and the work can stop between elements.
+/// The text of a JSON object as it grows. A long list is written element by element, so that it
+/// needs no tree in memory and the work can stop between elements.
 class ArtifactText
 {
 public:

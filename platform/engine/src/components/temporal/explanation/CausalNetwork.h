@@ -42,7 +42,7 @@ public:
     /// The numbers of the edges that end in a series, and of those that begin there.
     std::span<const std::size_t> causesOf(std::size_t series) const;
     std::span<const std::size_t> effectsOf(std::size_t series) const;
-    /// What the series' own past does in its equation; null if the series is no target.
+    /// The edge of a series' own past in its equation; null if the series is not a target.
     const CausalEdge* ownPastOf(std::size_t series) const;
 
 private:

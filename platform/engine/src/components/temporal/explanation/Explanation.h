@@ -18,7 +18,7 @@ namespace EmbeddedHV {
 struct ExplanationInput
 {
     const TcmModel* model = nullptr;
-    const ModelData* data = nullptr; ///< null if there are none
+    const ModelData* data = nullptr; ///< null without data
     const PointLabels* labels = nullptr;
     bool isEncoded = false; ///< series are named by their ids
     std::string component;  ///< begins messages
@@ -45,12 +45,12 @@ public:
     std::vector<std::string> nameOf(std::size_t place) const;
     /// The same in one text.
     std::string textOf(std::size_t place) const;
-    /// The outliers of some series, or of all if none are given.
+    /// The outliers of some series, or of all if the list is empty.
     std::vector<SeriesOutlier> outliersOf(const std::vector<std::size_t>& places) const;
-    /// The equations of some targets in the order of the model, or of all if none are given.
+    /// The equations of some targets in the order of the model, or of all if the list is empty.
     std::vector<const SeriesEquation*> equationsOf(const std::vector<std::size_t>& places) const;
-    /// Where the latest change of a series comes from; null if there are no data, the series is no
-    /// target, or its change is unknown.
+    /// Where the latest change of a series comes from; null if there are no data, the series is not
+    /// a target, or its change is unknown.
     const LatestChange* latestChangeOf(std::size_t place) const;
     /// What the predictor of an edge contributes to the latest change of the target; nothing if
     /// that is unknown.

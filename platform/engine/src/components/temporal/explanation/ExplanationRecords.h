@@ -16,7 +16,7 @@ class ExplanationRecords
 {
 public:
     virtual ~ExplanationRecords() = default;
-    /// The SQL that gives the records of a SELECT in the form that take wants.
+    /// The SQL that gives the records of a SELECT in the form that take reads.
     virtual std::string statement(const std::string& select) const = 0;
     /// The next records, in their order. Throws JobError.
     virtual void take(duck::Chunk& chunk) = 0;
@@ -26,8 +26,8 @@ public:
 
 /// For records with `fields`; `known` is the model's preparation, borrowed. They are those that
 /// tsdp prepares, or those that rtsdp gives, which have the time, the dimensions and the metrics as
-/// the data have them. Such records are told apart by their dimensions, and the n-th record of a
-/// combination is that of the n-th point of time. Throws JobError, with `component` before the
+/// the data have them. The dimensions distinguish such records, and the n-th record of a
+/// combination belongs to the n-th point of time. Throws JobError, with `component` before the
 /// message, if the fields are neither.
 std::unique_ptr<ExplanationRecords> explanationRecords(const Fields& fields, const TcmModel& model,
                                                        const NamedSeries& known,

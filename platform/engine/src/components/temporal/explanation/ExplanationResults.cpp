@@ -145,7 +145,7 @@ std::string explanationResults(const Explanation& explanation,
     explanation.check();
     const Json document = {{"dataModel", fieldModel(kResultName, {})},
                            {kResultName, object.json()}};
-    // Names and texts may hold bytes that are no characters.
+    // Names and texts can contain invalid UTF-8.
     return document.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

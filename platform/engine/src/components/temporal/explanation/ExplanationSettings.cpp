@@ -11,7 +11,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// What the settings of an artifact may or must say.
+/// The settings that an artifact takes or requires.
 struct ArtifactForm
 {
     const char* name;
@@ -50,15 +50,15 @@ const ArtifactForm& artifactForm(const Settings& settings)
     std::vector<std::string_view> names;
     for (const ArtifactForm& form : kArtifactForms)
         names.emplace_back(form.name);
-    settings.refuse("name",
-                    "is \"" + name + "\", which is no artifact" + base::suggestion(name, names));
+    settings.refuse("name", "is \"" + name + "\", which is not an artifact" +
+                                base::suggestion(name, names));
 }
 
 class RequestReader
 {
 public:
-    RequestReader(const TcmModel& model, const SeriesEncoding& encoding, bool isEncoded)
-        : _model(model), _encoding(encoding), _isEncoded(isEncoded)
+    RequestReader(const TcmModel& model, const SeriesLookup& lookup, bool isEncoded)
+        : _model(model), _lookup(lookup), _isEncoded(isEncoded)
     {
     }
 
@@ -117,7 +117,7 @@ private:
     std::size_t series(const Settings& settings, const Json& list, std::size_t index) const
     {
         if (!_isEncoded)
-            return _encoding.placeAt(settings, list, "target", index);
+            return _lookup.placeAt(settings, list, "target", index);
         const std::string key = "target[" + std::to_string(index) + "]";
         if (!list[index].is_array() || list[index].size() != 1)
             settings.refuse(key, "is not a list of one text, the id of a series");
@@ -130,12 +130,12 @@ private:
     }
 
     const TcmModel& _model;
-    const SeriesEncoding& _encoding;
+    const SeriesLookup& _lookup;
     bool _isEncoded;
 };
 
-void tellNotHonoured(const StepCall& call, const std::string& key, const std::string& value,
-                     const std::string& instead)
+void reportNotHonoured(const StepCall& call, const std::string& key, const std::string& value,
+                       const std::string& instead)
 {
     call.context.message(errors::kOutputNotHonoured, call.name + ": the setting \"" + key +
                                                          "\" is \"" + value + "\"; " + instead);
@@ -146,8 +146,8 @@ void checkLocale(const StepCall& call, const Settings& settings)
 {
     const std::string locale = settings.text("locale").value_or("");
     if (!locale.empty() && !locale.starts_with("en") && locale != "C" && locale != "POSIX")
-        tellNotHonoured(call, "locale", locale,
-                        "points of time are written by ISO 8601, and words in English");
+        reportNotHonoured(call, "locale", locale,
+                          "points of time are written by ISO 8601, and words in English");
 }
 
 TimeOfDay wantedTimeOfDay(const StepCall& call, const Settings& settings)
@@ -157,19 +157,19 @@ TimeOfDay wantedTimeOfDay(const StepCall& call, const Settings& settings)
         if (format == known)
             return shown;
     if (!format.empty())
-        tellNotHonoured(call, "timeFormat", format, "times are written as hh:mm:ss");
+        reportNotHonoured(call, "timeFormat", format, "times are written as hh:mm:ss");
     return TimeOfDay::Seconds;
 }
 
 } // namespace
 
 ExplanationSettings explanationSettings(const StepCall& call, const TcmModel& model,
-                                        const SeriesEncoding& encoding)
+                                        const SeriesLookup& lookup)
 {
     const Settings settings = call.settings();
     ExplanationSettings result;
     result.isEncoded = settings.flag("isEncoded").value_or(false);
-    const RequestReader reader(model, encoding, result.isEncoded);
+    const RequestReader reader(model, lookup, result.isEncoded);
     const Json& artifacts = settings.neededList("artifacts");
     for (std::size_t i = 0; i < artifacts.size(); ++i) {
         const Settings artifact = settings.objectAt(artifacts, "artifacts", i);

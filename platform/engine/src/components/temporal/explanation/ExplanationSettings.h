@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "components/temporal/explanation/PointLabels.h"
-#include "components/temporal/scoring/SeriesEncoding.h"
+#include "components/temporal/model/SeriesLookup.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {
 
-/// What the component can tell of a model.
+/// The kinds of results of the component.
 enum class ArtifactKind
 {
     ImpactEffects,
@@ -28,7 +28,7 @@ struct ArtifactRequest
 {
     ArtifactKind kind = ArtifactKind::Network;
     std::string name; ///< as the settings name it
-    /// Places of series in the model; of some kinds none means all.
+    /// Places of series in the model. For some kinds, an empty list means all.
     std::vector<std::size_t> targets;
     std::int64_t level = 1; ///< at least 1
     std::int64_t span = 0;  ///< of a forecast: points of time beyond the data
@@ -39,13 +39,13 @@ struct ArtifactRequest
 struct ExplanationSettings
 {
     std::vector<ArtifactRequest> artifacts;
-    bool isEncoded = false; ///< series are named by their ids, in the settings and in what is told
+    bool isEncoded = false; ///< series are named by their ids, in the settings and in the results
     TimeOfDay timeOfDay = TimeOfDay::Seconds;
 };
 
-/// Reads the configuration, and tells of each setting that has no effect. Series that are named by
-/// their names are found by `encoding`. Throws JobError.
+/// Reads the configuration, and sends a message for each setting without effect. `lookup` finds
+/// series by their names. Throws JobError.
 ExplanationSettings explanationSettings(const StepCall& call, const TcmModel& model,
-                                        const SeriesEncoding& encoding);
+                                        const SeriesLookup& lookup);
 
 } // namespace EmbeddedHV

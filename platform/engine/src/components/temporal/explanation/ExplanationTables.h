@@ -5,7 +5,7 @@
 #include "components/temporal/explanation/Explanation.h"
 #include "components/temporal/explanation/ImpactDiagram.h"
 
-/// The tables of an explanation. Nothing stands for a table without rows.
+/// The tables of an explanation. Each is absent if it would have no rows.
 namespace EmbeddedHV::explanation {
 
 /// A row for each target: how well its equation fits.

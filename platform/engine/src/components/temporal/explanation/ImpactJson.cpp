@@ -7,7 +7,7 @@
 namespace EmbeddedHV::statistics {
 namespace {
 
-/// The contributions that a drawing tells beside its edges.
+/// The contributions that a drawing lists besides those of its edges.
 struct UndrawnContributions
 {
     double ownPast = 0;

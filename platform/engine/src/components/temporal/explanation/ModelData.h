@@ -18,7 +18,7 @@ public:
 
     const SeriesTable& table() const { return _table; }
     std::int64_t firstIndex() const { return _table.firstIndex; }
-    /// The index behind the last point of time.
+    /// The index after the last point of time.
     std::int64_t endIndex() const { return _table.firstIndex + _table.values.rows(); }
     /// Whether the data have a column for the series.
     bool has(std::size_t series) const { return _columns[series] >= 0; }
@@ -34,7 +34,8 @@ public:
 
 private:
     SeriesTable _table;
-    std::vector<Eigen::Index> _columns; ///< of the table by series; -1 for none
+    std::vector<Eigen::Index>
+        _columns; ///< of the table by series; -1 for a series without a column
 };
 
 } // namespace EmbeddedHV

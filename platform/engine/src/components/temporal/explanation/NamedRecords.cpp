@@ -1,11 +1,11 @@
 #include "components/temporal/explanation/NamedRecords.h"
 
-#include <charconv>
 #include <limits>
 
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "components/temporal/explanation/PointLabels.h"
+#include "components/temporal/preparation/DimensionKey.h"
 #include "components/temporal/scoring/ScoreStage.h"
 #include "datafile/SqlQuoting.h"
 
@@ -32,28 +32,6 @@ std::string timeColumn(const Fields& fields)
     for (const CFField& field : fields)
         columns += ", " + textColumn(field.GetName(), field.GetStorage());
     return "concat_ws(', '" + columns + ")";
-}
-
-std::string numberKey(std::string_view text)
-{
-    double number = 0;
-    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (parsed.ec != std::errc() || parsed.ptr != text.data() + text.size())
-        return std::string(text);
-    char key[32];
-    // -0 is 0.
-    return {key, std::to_chars(key, key + sizeof key, number == 0 ? 0.0 : number).ptr};
-}
-
-/// The text under which equal values of a dimension are found, however they are written.
-std::string dimensionKey(std::string_view value, CFField::StorageType storage)
-{
-    if (storage == CFField::Real || storage == CFField::Integer)
-        return numberKey(value);
-    if (storage == CFField::String)
-        return std::string(value);
-    const auto moment = momentOfText(std::string(value));
-    return moment ? std::to_string(*moment) : std::string(value);
 }
 
 /// Two lists of texts have the same key only if they are the same.
@@ -259,7 +237,7 @@ void NamedRecords::takePoint(Combination& combination, std::string_view time)
                "\" there: each series needs a record for each point of time");
 }
 
-/// Prepared data begin with the first point of the training, whatever they are.
+/// Prepared data always begin with the first point of the training.
 void NamedRecords::checkFirst(std::string_view time) const
 {
     const PointLabels labels(_known.axis, TimeOfDay::Seconds);

@@ -9,8 +9,8 @@
 
 namespace EmbeddedHV {
 
-/// Records of named series, as rtsdp gives them: the time, the dimensions and the metrics. A record
-/// beyond the data, by the field `$FutureFlag`, is passed over, as is one of a combination of
+/// Records of named series, as rtsdp gives them: the time, the dimensions and the metrics. Records
+/// beyond the data, by the field `$FutureFlag`, are skipped, and so are records of a combination of
 /// values that the model does not know.
 class NamedRecords : public ExplanationRecords
 {
@@ -50,8 +50,9 @@ private:
     std::string _component;
     Fields _timeFields;
     bool _hasFlag = false;
-    std::vector<std::string> _metrics;                          ///< that are fields of the input
-    std::unordered_map<std::string, std::size_t> _metricPlaces; ///< kNone for one that is not
+    std::vector<std::string> _metrics; ///< that are fields of the input
+    std::unordered_map<std::string, std::size_t>
+        _metricPlaces; ///< kNone for a metric without a field
     std::vector<Combination> _combinations;
     std::unordered_map<std::string, std::size_t> _byKey; ///< places of combinations
     std::unordered_map<std::string, std::size_t> _met;   ///< the same by texts of the records
@@ -59,7 +60,7 @@ private:
     std::vector<std::vector<double>> _values; ///< of the series
     std::vector<std::string> _points;
     std::uint64_t _records = 0;
-    // Kept, so that a record allocates nothing.
+    // Members, so that a record allocates nothing.
     std::string _rawKey;
     std::vector<std::string_view> _texts;
 };

@@ -13,7 +13,7 @@ struct ShockWeight
 {
     double total = 0;     ///< over all paths
     double strongest = 0; ///< of the path largest in size
-    SeriesPoint next;     ///< the point behind this one on that path
+    SeriesPoint next;     ///< the next point on that path
 };
 
 /// The weights of all series, point by point from the explained value back in time.

@@ -52,7 +52,7 @@ const SeriesEquation* systemEquation(const TcmModel& model, std::size_t series);
 /// The residual of an equation at a point of time; not-a-number where it is unknown.
 using ResidualSource = std::function<double(const SeriesEquation&, std::int64_t index)>;
 
-/// How many points of time the search goes back at most, whatever the level.
+/// The most points of time that the search goes back at any level.
 inline constexpr std::int64_t kMostPointsBack = 240;
 
 /// Goes back `level` (at least 1) times the lags of the model, but not before index 0 nor farther

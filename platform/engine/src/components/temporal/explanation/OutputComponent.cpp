@@ -87,7 +87,7 @@ StepResult planTcmOutput(StepCall& call)
                                       call.name + ": " + path + ": " + kModelPreparationEntry,
                                       call.context.message);
     ExplanationSettings settings =
-        explanationSettings(call, model, SeriesEncoding(archive, model, call.name));
+        explanationSettings(call, model, SeriesLookup(archive, model, call.name));
     NodePtr input = call.inputs.empty() ? emptyNode() : call.input();
     return {std::move(input), std::make_unique<TcmOutput>(call, std::move(model), std::move(known),
                                                           std::move(settings))};

@@ -29,7 +29,7 @@ public:
     bool areMoments() const;
     /// The label; null for a point in no year from 1 to 9999.
     Json json(std::int64_t index) const;
-    /// The label; the index for a point that has none.
+    /// The label; the index for a point without a label.
     std::string text(std::int64_t index) const;
 
 private:

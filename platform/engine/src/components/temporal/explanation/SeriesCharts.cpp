@@ -9,7 +9,7 @@ namespace {
 /// The label as a chart reads it.
 std::string chartTime(const Explanation& explanation, std::int64_t index)
 {
-    constexpr std::size_t kTimeAt = 10; ///< behind a date
+    constexpr std::size_t kTimeAt = 10; ///< after a date
     std::string label = explanation.labels().text(index);
     if (explanation.labels().areMoments() && label.size() > kTimeAt) {
         label[kTimeAt] = 'T';

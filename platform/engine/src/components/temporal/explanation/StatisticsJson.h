@@ -13,12 +13,12 @@ Json seriesObject(const Explanation& explanation, std::size_t place);
 Json effectObject(const CausalEdge& edge);
 /// An edge with the ids of its ends.
 Json edgeObject(const Explanation& explanation, const CausalEdge& edge);
-/// The number; null for what is no number.
+/// The number; null for not-a-number.
 Json optionalNumber(const std::optional<double>& value);
 /// A series' node in a drawing: whether it is a target, and how well its equation fits.
 Json nodeObject(const Explanation& explanation, std::size_t place);
 
-// What an artifact says beside its request. All throw what the explanation's check throws.
+// The members of an artifact besides those of its request. All throw what the check throws.
 
 /// What a series influences or what influences it.
 void addImpact(ArtifactText& text, const Explanation& explanation, const ArtifactRequest& request,

@@ -21,8 +21,8 @@ class ModelArchive
 {
 public:
     /// Reads the whole file. `component` begins every message. Throws JobError if the file is not a
-    /// model, is of an unknown version, lacks an entry, or if an entry is not what the manifest
-    /// says.
+    /// model, is of an unknown version, lacks an entry, or if an entry differs from its checksum
+    /// in the manifest.
     ModelArchive(const std::string& path, const std::string& component);
 
     /// The model. Throws JobError if its document is invalid.

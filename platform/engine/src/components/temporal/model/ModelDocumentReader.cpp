@@ -31,7 +31,7 @@ public:
             if (!_model.series[equation.series].isTarget)
                 _root.member("equations")
                     .refuse("has an equation of \"" + _model.series[equation.series].id +
-                            "\", which is no target");
+                            "\", which is not a target");
         _model.autoregressions = equations(_root.member("autoregressions"));
         readOutliers(_root.member("outliers"));
         readLastValues(_root.member("lastValues"));

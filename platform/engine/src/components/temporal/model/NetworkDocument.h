@@ -6,7 +6,7 @@
 
 namespace EmbeddedHV {
 
-/// What the network says of the edge from a predictor to a target.
+/// The edge from a predictor to a target in the network document.
 struct NetworkEdge
 {
     std::size_t predictor = 0;

@@ -28,7 +28,7 @@ std::string labelOf(const DocumentPlace& place)
     place.refuse("is not a value of a dimension");
 }
 
-/// What the document says of the storage of a dimension; Unknown if it says nothing.
+/// The storage of a dimension in the document; Unknown if it is absent.
 CFField::StorageType statedStorage(const DocumentPlace& output, const std::string& name)
 {
     const auto list = output.optionalMember("dimensions");
@@ -82,7 +82,7 @@ std::vector<std::string> dimensionsOf(const DocumentPlace& settings)
 {
     const auto list = settings.optionalMember("dimFieldList");
     std::vector<std::string> names = list ? textList(*list) : std::vector<std::string>();
-    // One empty name is the library's way to say that there are no dimensions.
+    // The library writes one empty name for no dimensions.
     if (names.size() == 1 && names[0].empty())
         names.clear();
     return names;
@@ -101,18 +101,18 @@ CFField dimensionField(const DocumentPlace& root, const std::string& name)
     return field;
 }
 
-Fields modelFields(const DocumentPlace& root)
+void readFields(const DocumentPlace& root, Preparation& preparation)
 {
     const DocumentPlace settings = root.member("settings");
-    Fields fields;
-    for (const std::string& name : dimensionsOf(settings))
-        fields.push_back(dimensionField(root, name));
     const std::vector<std::string> metrics = textList(settings.member("metricFieldList"));
-    fields.push_back(codedField(kMetricField, metrics));
+    Fields& names = preparation.nameFields;
+    for (const std::string& name : dimensionsOf(settings))
+        names.push_back(dimensionField(root, name));
+    names.push_back(codedField(kMetricField, metrics));
+    preparation.fields = names;
     for (const std::string& metric : metrics)
-        if (!findField(fields, metric))
-            fields.emplace_back(metric, CFField::Continuous, CFField::Real);
-    return fields;
+        if (!findField(preparation.fields, metric))
+            preparation.fields.emplace_back(metric, CFField::Continuous, CFField::Real);
 }
 
 std::vector<PreparedSeries> preparedSeries(const DocumentPlace& list)
@@ -141,7 +141,7 @@ Preparation preparationOf(std::string document, const std::string& owner)
     const DocumentPlace place(root, owner, errors::kPreparationFile);
     Preparation preparation;
     preparation.series = preparedSeries(place.member("output").member("series"));
-    preparation.fields = modelFields(place);
+    readFields(place, preparation);
     preparation.document = std::move(document);
     return preparation;
 }

@@ -19,13 +19,15 @@ struct Preparation
 {
     std::string document; ///< as the preparation wrote it
     std::vector<PreparedSeries> series;
+    /// The dimension fields and, last, the field of the metrics, with coded values.
+    Fields nameFields;
     /// The fields of the model: dimension fields with coded values, the metrics as coded values of
     /// one field, and the metrics themselves.
     Fields fields;
 };
 
-/// Reads the document. `owner` begins every message. Throws JobError if it is not one that tsdp
-/// writes.
+/// Reads the document. `owner` begins every message. Throws JobError if the document is not of
+/// the form that tsdp writes.
 Preparation preparationOf(std::string document, const std::string& owner);
 
 /// The document StatXML.xml of a model with these fields.

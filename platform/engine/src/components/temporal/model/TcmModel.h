@@ -101,11 +101,12 @@ struct TcmModel
     /// equations need, the last row for the last point of time.
     Eigen::MatrixXd lastValues;
 
-    /// The place of a series in `series`; nothing if there is none of that id.
+    /// The place of the series with the id in `series`; nothing if the model has no series of that
+    /// id.
     std::optional<std::size_t> placeOf(const std::string& id) const;
     /// The equation of a target; null for any other series.
     const SeriesEquation* equationOf(std::size_t series) const;
-    /// The model that a series has of its own past; null if it has none.
+    /// The autoregression of a series; null if the series has no autoregression.
     const SeriesEquation* autoregressionOf(std::size_t series) const;
 };
 

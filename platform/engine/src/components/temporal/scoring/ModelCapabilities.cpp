@@ -48,7 +48,7 @@ Fields inputFields(const NamedSeries& series)
     return fields;
 }
 
-/// The fields that rtsdp gives behind tcm:score.
+/// The fields that rtsdp gives after tcm:score.
 Fields outputFields(const TcmModel& model, const NamedSeries& series, const std::string& component)
 {
     std::vector<std::string> targets;

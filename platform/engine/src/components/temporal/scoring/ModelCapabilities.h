@@ -4,7 +4,7 @@
 
 namespace EmbeddedHV {
 
-/// The step scoring:scoring, which says what a model's scoring reads and gives.
+/// The step scoring:scoring, which describes the input and the output of scoring with a model.
 StepResult planModelCapabilities(StepCall& call);
 
 } // namespace EmbeddedHV

@@ -95,7 +95,7 @@ Eigen::MatrixXd ErrorPropagation::innovationsAt(Eigen::Index point) const
     return innovations;
 }
 
-/// Adds the squared errors that innovations at point `from` make at the points behind it.
+/// Adds the squared errors that innovations at point `from` make at later points.
 void ErrorPropagation::carry(const Eigen::MatrixXd& innovations, Eigen::Index from,
                              Eigen::MatrixXd& variance)
 {
@@ -119,7 +119,7 @@ void ErrorPropagation::carry(const Eigen::MatrixXd& innovations, Eigen::Index fr
     }
 }
 
-/// The variances that the innovations at a point make at the points behind it.
+/// The variances that the innovations at a point make at later points.
 Eigen::MatrixXd ErrorPropagation::varianceFrom(Eigen::Index point)
 {
     const Eigen::MatrixXd innovations = innovationsAt(point);

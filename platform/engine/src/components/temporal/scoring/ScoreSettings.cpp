@@ -6,7 +6,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/NearestName.h"
-#include "components/temporal/scoring/SeriesEncoding.h"
+#include "components/temporal/model/SeriesLookup.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -32,9 +32,9 @@ std::optional<double> realSetting(const Settings& settings, const std::string& k
 class ScoreSettingsReader
 {
 public:
-    ScoreSettingsReader(const StepCall& call, const TcmModel& model, const SeriesEncoding& encoding,
+    ScoreSettingsReader(const StepCall& call, const TcmModel& model, const SeriesLookup& lookup,
                         PredictedBy by)
-        : _call(call), _settings(call.settings()), _model(model), _encoding(encoding)
+        : _call(call), _settings(call.settings()), _model(model), _lookup(lookup)
     {
         _result.request.by = by;
     }
@@ -58,7 +58,7 @@ private:
     const StepCall& _call;
     Settings _settings;
     const TcmModel& _model;
-    const SeriesEncoding& _encoding;
+    const SeriesLookup& _lookup;
     ScoreSettings _result;
 };
 
@@ -88,16 +88,17 @@ void ScoreSettingsReader::readSeriesList(const Settings& fields)
     std::vector<std::size_t>& series = _result.request.series;
     std::vector<bool> isListed(_model.series.size(), false);
     for (std::size_t i = 0; i < list.size(); ++i) {
-        const std::size_t place = _encoding.placeAt(names, list, key, i);
+        const std::size_t place = _lookup.placeAt(names, list, key, i);
         const std::string element = key + "[" + std::to_string(i) + "]";
         if (isListed[place])
             names.refuse(element,
                          "names the series " + shownName(_model.series[place]) + " a second time");
         isListed[place] = true;
         if (_result.request.by == PredictedBy::Causes && !_model.series[place].isTarget)
-            names.refuse(element, "names the series " + shownName(_model.series[place]) +
-                                      ", which is no target of the model; tcm:ar predicts it from "
-                                      "its own past");
+            names.refuse(element,
+                         "names the series " + shownName(_model.series[place]) +
+                             ", which is not a target of the model; tcm:ar predicts it from "
+                             "its own past");
         series.push_back(place);
     }
     reportOthers(names);
@@ -128,7 +129,7 @@ void ScoreSettingsReader::readForecast()
         forecast.refuse("forecastSpan", "is " + std::to_string(*span) + ", not from 0 to " +
                                             std::to_string(kLongestForecast));
     if (isWanted && !span)
-        forecast.refuse("forecastSpan", "is missing, so there is no telling how far to forecast");
+        forecast.refuse("forecastSpan", "is missing: give the number of points to forecast");
     if (isWanted)
         _result.request.span = *span;
     reportOthers(forecast);
@@ -158,7 +159,7 @@ void ScoreSettingsReader::readLevel()
 ScenarioValue ScoreSettingsReader::scenarioValue(const Settings& item) const
 {
     ScenarioValue value;
-    value.series = _encoding.placeOf(item, "series");
+    value.series = _lookup.placeOf(item, "series");
     value.ahead = item.integer("ahead");
     value.timeIndex = item.integer("timeIndex");
     if (value.ahead && value.timeIndex)
@@ -200,8 +201,8 @@ ScoreSettings ScoreSettingsReader::read()
 ScoreSettings scoreSettings(const StepCall& call, const ModelArchive& archive,
                             const TcmModel& model, PredictedBy by)
 {
-    const SeriesEncoding encoding(archive, model, call.name);
-    return ScoreSettingsReader(call, model, encoding, by).read();
+    const SeriesLookup lookup(archive, model, call.name);
+    return ScoreSettingsReader(call, model, lookup, by).read();
 }
 
 } // namespace EmbeddedHV

@@ -30,7 +30,7 @@ std::vector<std::string> remarksOn(const TcmModel& model, const SeriesSystem& sy
     return remarks;
 }
 
-/// The values of the records, and none beyond.
+/// The values of the records; missing beyond them.
 Eigen::VectorXd actualValues(const SeriesTable& table, Eigen::Index column, Eigen::Index points)
 {
     Eigen::VectorXd actual =

@@ -17,8 +17,8 @@ namespace EmbeddedHV {
 /// The longest forecast, in points of time.
 inline constexpr std::int64_t kLongestForecast = 100000;
 
-/// What a scenario says of a series beyond the data: at one point of time, or at all of them if it
-/// names none.
+/// A value that a scenario sets for a series beyond the data: at one point of time, or at all
+/// points if it names no point.
 struct ScenarioValue
 {
     std::size_t series = 0;                ///< a place in TcmModel::series
@@ -40,8 +40,8 @@ struct ScoringRequest
     std::vector<ScenarioValue> scenario;
 };
 
-/// Actual and predicted values of one series, one a point of time. Not-a-number where there is
-/// none.
+/// Actual and predicted values of one series, one a point of time. Not-a-number where a
+/// value is unknown.
 struct SeriesScores
 {
     std::size_t series = 0; ///< a place in TcmModel::series

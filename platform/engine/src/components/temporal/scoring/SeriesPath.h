@@ -29,16 +29,16 @@ struct SeriesPath
 {
     std::int64_t firstIndex = 0;  ///< of the first column; may lie before the first record
     Eigen::Index firstRecord = 0; ///< the column of the first record
-    Eigen::Index end = 0;         ///< the column behind the last record
+    Eigen::Index end = 0;         ///< the column after the last record
     Eigen::MatrixXd values;       ///< with predictions where a value is not known
     ValueSources sources;
-    /// The last known value of a series, as a column; -1 if there is none.
+    /// The column of the last known value of a series; -1 if no value is known.
     std::vector<Eigen::Index> lastKnown;
     std::vector<Eigen::Index> columns; ///< of the table, by series
 };
 
-/// The path over the records, with `span` empty columns behind them. Before the first value that
-/// the records have of a series, the last values of the training data stand in. Throws what `check`
+/// The path over the records, with `span` empty columns after them. Before the first value of a
+/// series in the records, the path has the last values of the training data. Throws what `check`
 /// throws, and JobError, with `component` before the message, if the table lacks a series.
 SeriesPath pathOf(const TcmModel& model, const SeriesSystem& system, const SeriesTable& table,
                   std::int64_t span, const std::string& component, const StopCheck& check);
@@ -47,8 +47,8 @@ SeriesPath pathOf(const TcmModel& model, const SeriesSystem& system, const Serie
 void predictAhead(SeriesPath& path, const SeriesSystem& system, const StopCheck& check);
 
 /// The one-step-ahead values of the first `count` series for each column of the records. A lagged
-/// value that is missing between known values makes the prediction missing; behind the last known
-/// value of its series, its prediction stands in.
+/// value that is missing between known values makes the prediction missing; after the last known
+/// value of its series, its prediction replaces it.
 Eigen::MatrixXd oneStepAhead(const SeriesPath& path, const SeriesSystem& system, Eigen::Index count,
                              const StopCheck& check);
 

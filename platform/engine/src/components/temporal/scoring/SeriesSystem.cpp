@@ -50,7 +50,7 @@ bool fillResiduals(const SeriesEquation& equation, Eigen::MatrixXd::ColXpr colum
 }
 
 /// The residuals, a column an equation, whose cross product is the covariance of the innovations.
-/// Since missing ones are 0, it is a covariance matrix whatever is missing: series that have few
+/// Since missing ones are 0, the product is always a covariance matrix: series that have few
 /// points in common are little correlated. A series without residuals gets a row of its own, which
 /// makes it independent of the others.
 Eigen::MatrixXd scaledResiduals(const std::vector<const SeriesEquation*>& equations)

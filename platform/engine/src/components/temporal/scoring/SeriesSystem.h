@@ -11,8 +11,8 @@
 
 namespace EmbeddedHV {
 
-/// The coefficients of the values that lie one lag back: a row the series predicted, a column the
-/// series that it is predicted from.
+/// The coefficients of the values that lie one lag back: a row for each predicted series, a
+/// column for each series that it is predicted from.
 using LagCoefficients = Eigen::SparseMatrix<double, Eigen::RowMajor>;
 
 /// Equations of several series as one system: y[t] = c + A1 y[t-1] + A2 y[t-2] + ... + e[t].

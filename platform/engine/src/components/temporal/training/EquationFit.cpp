@@ -211,7 +211,7 @@ std::vector<double> Regression::studentised(double squares) const
     for (Eigen::Index i = 0; i < values.size(); ++i) {
         const double free = 1 - _leverages[i];
         const double without = (squares - _residuals[i] * _residuals[i] / free) / left;
-        // A point that the fit goes through whatever its value is cannot be judged.
+        // The fit passes through this point for any value, so its residual is always 0.
         values[i] =
             free > kRankThreshold && without > 0 ? _residuals[i] / std::sqrt(without * free) : 0;
     }

@@ -21,8 +21,8 @@ struct FittedEquation
 {
     SeriesEquation equation;
     bool isPerfect = false; ///< the residuals are rounding
-    /// For each point of time the externally studentised residual; not-a-number where there is
-    /// none.
+    /// For each point of time the externally studentised residual; not-a-number where it is
+    /// unknown.
     std::vector<double> studentised;
 };
 

@@ -18,8 +18,8 @@ namespace EmbeddedHV {
 ///
 /// Two columns whose lags differ by d have products that do not depend on more than d but at the
 /// ends of the window. So 2L+1 numbers for a pair of series, not (L+1) squared, are computed and
-/// kept, and a block of the matrix is made of them when it is asked for. What is kept is bounded;
-/// beyond that the oldest columns are computed again when they are needed.
+/// kept, and a block of the matrix is made from them on request. The memory for them is bounded;
+/// the columns that were dropped are computed again when they are needed.
 class LaggedProducts
 {
 public:

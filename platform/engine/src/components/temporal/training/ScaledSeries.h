@@ -29,7 +29,7 @@ enum class SeriesState
     Excluded  ///< no values, gaps between them, or numbers that sums of squares cannot hold
 };
 
-/// A series as it is, and how it is scaled.
+/// The scale of a series.
 struct ScaledColumn
 {
     SeriesState state = SeriesState::Excluded;

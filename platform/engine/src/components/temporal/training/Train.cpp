@@ -52,7 +52,7 @@ std::vector<ModelSeries> seriesOf(const StepCall& call, const Preparation& prepa
         if (found == known.end())
             throw JobError(errors::kPreparationFile,
                            call.name +
-                               ": the preparation in the input container knows no series "
+                               ": the preparation in the input container does not know the series "
                                "\"" +
                                field.GetName() + "\", which the records have");
         all.push_back({found->second->id, found->second->name, false, false});
@@ -71,7 +71,8 @@ public:
           _series(std::move(series)), _options(std::move(options)), _reader(std::move(reader)),
           _file(onlyPath(call, outputContainers(call), "output"), call.name)
     {
-        // Until it is whole: a later step of the job must not read what was there before.
+        // Until the file is complete, a later step of the job must not read an older file of its
+        // name.
         _context.announce(_file.destination(), _component);
     }
 
@@ -118,7 +119,9 @@ StepResult planTrain(StepCall& call)
     SeriesReader reader(call.input()->fields, call.name);
     Preparation preparation = readPreparation(call);
     std::vector<ModelSeries> series = seriesOf(call, preparation);
-    TrainingOptions options = trainingOptions(call.settings(), series, call.context.message);
+    TrainingOptions options =
+        trainingOptions(call.settings(), SeriesLookup(preparation.nameFields, series, "the input"),
+                        call.context.message);
     auto output = std::make_unique<TrainingOutput>(call, std::move(reader), std::move(preparation),
                                                    std::move(series), std::move(options));
     return {call.input(), std::move(output)};

@@ -163,7 +163,7 @@ private:
                 tell(errors::kSeriesExcluded,
                      "the series " + quoted(target) + " has " +
                          std::to_string(window.range.size()) + " points, too few for " +
-                         std::to_string(_model.lags) + " lags: it is no target");
+                         std::to_string(_model.lags) + " lags: it is not a target");
             return;
         }
         LaggedProducts products(_scaled, window.members, window.range, _model.lags,
@@ -174,7 +174,7 @@ private:
                       });
     }
 
-    /// Whoever forces a predictor must learn that it is not there.
+    /// Sends a message for each forced predictor that cannot be in the equation.
     void reportUnusableForced(const TrainingWindow& window, std::size_t target) const
     {
         const auto forced = _forced.find(target);
@@ -210,7 +210,7 @@ private:
             }
             if (groups.empty())
                 return;
-            // Dependent beyond what the sums of products can tell.
+            // The sums of products are too coarse to detect this dependence.
             noteCollinear(groups.back().series, target);
             groups.pop_back();
         }

@@ -8,8 +8,8 @@
 
 namespace EmbeddedHV {
 
-/// Trains a model on prepared series. `series` names the columns of the table in their order; what
-/// they say of targets and candidates is set here. Works on the caller's thread. Throws JobError if
+/// Trains a model on prepared series. `series` names the columns of the table in their order. Its
+/// members isTarget and isCandidate are set here. Works on the caller's thread. Throws JobError if
 /// no series can have an equation, and what the hooks throw. `component` begins every message.
 TcmModel trainModel(const SeriesTable& table, std::vector<ModelSeries> series,
                     const TrainingOptions& options, const TrainingHooks& hooks,

@@ -30,7 +30,7 @@ struct TrainingOptions
     std::vector<bool> isCandidate; ///< by series
     std::set<PredictorPair> forced;
     std::set<PredictorPair> forbidden;
-    std::optional<int> lags;   ///< of every equation; absent, it is chosen
+    std::optional<int> lags;   ///< of every equation; chosen if absent
     std::optional<int> maxLag; ///< the most lags to choose from; absent, kDefaultMaxLag
     int maxPredictors = 5;     ///< of an equation, beside its own past
     SelectionCriterion criterion = SelectionCriterion::Bic;
@@ -39,7 +39,7 @@ struct TrainingOptions
 
 inline constexpr int kDefaultMaxLag = 5;
 
-/// What the training tells its caller while it runs.
+/// How the training reports to its caller while it runs.
 struct TrainingHooks
 {
     MessageSink message;

@@ -1,10 +1,5 @@
 #include "components/temporal/training/TrainingSettings.h"
 
-#include <algorithm>
-
-#include "ErrorIds.h"
-#include "JobError.h"
-#include "base/NearestName.h"
 #include "components/temporal/model/ModelDocument.h"
 
 namespace EmbeddedHV {
@@ -22,8 +17,8 @@ constexpr std::pair<const char*, SelectionCriterion> kCriteria[] = {
 class SeriesSettings
 {
 public:
-    SeriesSettings(const Settings& settings, const std::vector<ModelSeries>& series)
-        : _settings(settings), _series(series)
+    SeriesSettings(const Settings& settings, const SeriesLookup& lookup)
+        : _settings(settings), _lookup(lookup)
     {
     }
 
@@ -31,7 +26,7 @@ public:
     std::vector<bool> role(const std::string& key, const std::string& both) const
     {
         const bool isGiven = _settings.has(key) || _settings.has(both);
-        std::vector<bool> chosen(_series.size(), !isGiven);
+        std::vector<bool> chosen(_lookup.size(), !isGiven);
         for (const std::string& list : {key, both}) {
             if (!_settings.has(list))
                 continue;
@@ -43,7 +38,8 @@ public:
         return chosen;
     }
 
-    /// Each element names a predictor and may name a target; without one it counts for all.
+    /// Each element names a predictor and may name a target. Without a target it applies to all
+    /// targets.
     std::set<PredictorPair> pairs(const std::string& key) const
     {
         std::set<PredictorPair> pairs;
@@ -74,59 +70,25 @@ private:
 
     std::vector<std::size_t> everySeries() const
     {
-        std::vector<std::size_t> all(_series.size());
+        std::vector<std::size_t> all(_lookup.size());
         for (std::size_t i = 0; i < all.size(); ++i)
             all[i] = i;
         return all;
     }
 
-    /// A text is a metric and stands for all its series, a list the whole name of one.
+    /// A text names a metric, which means all its series. A list names one series.
     std::vector<std::size_t> named(const Json& name, const std::string& path) const
     {
-        std::vector<std::string> wanted;
-        if (!name.is_string() && !name.is_array())
+        if (name.is_string())
+            return _lookup.placesOfMetric(_settings, name.get<std::string>(), path);
+        if (!name.is_array())
             _settings.refuse(path, "is neither a metric nor a list of dimension values and a "
                                    "metric");
-        if (name.is_array()) {
-            for (const Json& part : name)
-                wanted.push_back(part.is_string() ? part.get<std::string>() : part.dump());
-        }
-        std::vector<std::size_t> found;
-        for (std::size_t i = 0; i < _series.size(); ++i) {
-            const std::vector<std::string>& known = _series[i].name;
-            if (name.is_array() ? known == wanted
-                                : !known.empty() && known.back() == name.get<std::string>())
-                found.push_back(i);
-        }
-        if (found.empty())
-            refuseUnknown(name, path);
-        return found;
-    }
-
-    [[noreturn]] void refuseUnknown(const Json& name, const std::string& path) const
-    {
-        std::string shown;
-        std::set<std::string> metrics;
-        if (name.is_string())
-            shown = name.get<std::string>();
-        else
-            for (const Json& part : name)
-                shown +=
-                    (shown.empty() ? "" : ",") +
-                    (part.is_string() ? part.get<std::string>()
-                                      : part.dump(-1, ' ', false, Json::error_handler_t::replace));
-        std::vector<std::string_view> names;
-        for (const ModelSeries& series : _series)
-            if (name.is_string() && !series.name.empty() &&
-                metrics.insert(series.name.back()).second)
-                names.emplace_back(series.name.back());
-        throw JobError(errors::kUnknownSeries,
-                       _settings.step() + ": the setting \"" + path + "\" names \"" + shown +
-                           "\", which is no series of the input" + base::suggestion(shown, names));
+        return {_lookup.placeOf(_settings, name, path)};
     }
 
     const Settings& _settings;
-    const std::vector<ModelSeries>& _series;
+    const SeriesLookup& _lookup;
 };
 
 std::optional<int> integerWithin(const Settings& settings, const std::string& key,
@@ -155,7 +117,7 @@ void readLags(const Settings& settings, TrainingOptions& options)
     options.lags = integerWithin(settings, "lags", 1, kMostModelLags);
     options.maxLag = integerWithin(settings, "maxLag", 1, kMostModelLags);
     if (options.lags && options.maxLag)
-        settings.refuse("maxLag", "has no meaning beside \"lags\", which fixes their number");
+        settings.refuse("maxLag", "cannot be combined with \"lags\"");
 }
 
 double outlierLevelOf(const Settings& settings)
@@ -173,10 +135,10 @@ double outlierLevelOf(const Settings& settings)
 
 } // namespace
 
-TrainingOptions trainingOptions(const Settings& settings, const std::vector<ModelSeries>& series,
+TrainingOptions trainingOptions(const Settings& settings, const SeriesLookup& lookup,
                                 const MessageSink& message)
 {
-    const SeriesSettings lists(settings, series);
+    const SeriesSettings lists(settings, lookup);
     TrainingOptions options;
     options.isTarget = lists.role("targets", "both");
     options.isCandidate = lists.role("candidates", "both");

@@ -1,16 +1,14 @@
 #pragma once
 
-#include <vector>
-
-#include "components/temporal/model/TcmModel.h"
+#include "components/temporal/model/SeriesLookup.h"
 #include "components/temporal/training/TrainingOptions.h"
 #include "steps/Settings.h"
 
 namespace EmbeddedHV {
 
-/// Reads the configuration of tcm:train. `series` are those of the input, which lists of series are
-/// looked up in. Tells of each setting that is unknown. Throws JobError that names the setting.
-TrainingOptions trainingOptions(const Settings& settings, const std::vector<ModelSeries>& series,
+/// Reads the configuration of tcm:train. `lookup` finds the series of the input. Sends a message
+/// for each unknown setting. Throws JobError that names the setting.
+TrainingOptions trainingOptions(const Settings& settings, const SeriesLookup& lookup,
                                 const MessageSink& message);
 
 } // namespace EmbeddedHV
