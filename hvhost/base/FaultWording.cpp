@@ -268,13 +268,13 @@ std::string expressionHint(const std::string& text)
 std::string hintFor(const std::string& text)
 {
     const bool isOffered = text.find("did you mean") != std::string::npos;
-    if (!isOffered && text.find("is no aggregate function") != std::string::npos)
+    if (!isOffered && text.find("is not an aggregate function") != std::string::npos)
         return "hvhost help aggregate lists the functions";
     if (!isOffered && text.find("the input has no field") != std::string::npos)
         return "hvhost info lists the variables";
     if (text.find("cannot be stored as integer") != std::string::npos)
         return "--direct reads whole numbers of more than 15 digits as they are";
-    if (text.starts_with(kTemporaryFile) && text.find("no room left") != std::string::npos)
+    if (text.starts_with(kTemporaryFile) && text.find("no space is left") != std::string::npos)
         return kTemporaryHint;
     return expressionHint(text);
 }

@@ -113,7 +113,7 @@ void InputFile::refuseOptions() const
     const auto refuse = [this](bool given, const char* option) {
         if (given)
             throw CommandFault(ExitStatus::Usage,
-                               std::string(option) + ": " + _options.path + " is no csv file",
+                               std::string(option) + ": " + _options.path + " is not a csv file",
                                std::string("leave ") + option + " out, or choose the kind csv");
     };
     refuse(_options.noHeader, "--no-header");

@@ -40,7 +40,7 @@ CLI::Validator wholeNumberFrom(long long minimum)
                 long long number = 0;
                 if (isNumber(text, number) && number >= minimum)
                     return {};
-                return text + " is no whole number from " + std::to_string(minimum) + " up";
+                return text + " is not a whole number from " + std::to_string(minimum) + " up";
             },
             ""};
 }
@@ -51,7 +51,7 @@ CLI::Validator positiveNumber()
                 double number = 0;
                 if (isNumber(text, number) && std::isfinite(number) && number > 0)
                     return {};
-                return text + " is no number above 0";
+                return text + " is not a number above 0";
             },
             ""};
 }

@@ -24,7 +24,7 @@ std::string archiveProblem(const std::string& path)
         return {};
     ZipReader archive(path);
     if (!archive.IsOpen())
-        return "this is no zip archive, or it is damaged";
+        return "this is not a zip archive, or it is damaged";
     const HVSimpleFile scratch("mapentry", false, true);
     std::string name;
     bool isDirectory = false;

@@ -71,7 +71,7 @@ std::string shownLayers(MapSession& session, const MapInput& map, const TableLoo
     if (answer.empty())
         session.checkStop();
     if (!HVRunner::ParseMapServiceLayers(answer, layers))
-        throw CommandFault(ExitStatus::Input, map.name() + ": there is no map service that answers",
+        throw CommandFault(ExitStatus::Input, map.name() + ": no map service answers",
                            "the address of a feature service ends in /FeatureServer");
     if (look.form == "json")
         return dumped(jsonOf(layers, map.name()));

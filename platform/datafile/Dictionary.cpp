@@ -145,7 +145,7 @@ std::size_t wordIn(const Json& json, const char* key, const std::string_view (&w
         return 0;
     const auto found = std::find(std::begin(words), std::end(words), word);
     if (found == std::end(words))
-        throw Wrong{"\"" + std::string(key) + "\" is \"" + word + "\", which is no word for it"};
+        throw Wrong{"\"" + std::string(key) + "\" is \"" + word + "\", which is not a known word"};
     return static_cast<std::size_t>(found - std::begin(words));
 }
 
@@ -311,7 +311,7 @@ Dictionary dictionaryOf(const std::string& text, const std::string& origin)
     } catch (const Wrong& wrong) {
         throw fault(wrong.what);
     } catch (const Json::exception& error) {
-        throw fault(std::string("it is no JSON: ") + error.what());
+        throw fault(std::string("it is not JSON: ") + error.what());
     }
 }
 

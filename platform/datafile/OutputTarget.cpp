@@ -99,7 +99,7 @@ void refuseOutput(const std::string& step, const std::string& path, int code)
 {
     const bool full = code == ENOSPC || code == EDQUOT || code == EFBIG;
     throw Fault(full ? faults::kDiskFull : faults::kFileUnwritable,
-                placeOf(step, path) + (full ? "there is no room left for the file"
+                placeOf(step, path) + (full ? "no space is left for the file"
                                             : "the file cannot be written: " +
                                                   std::generic_category().message(code)));
 }

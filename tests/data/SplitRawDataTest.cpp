@@ -185,7 +185,7 @@ TEST_F(SplitRawData, AFullDiskFailsAndLeavesNothing)
         EXPECT_FALSE(filled(data));
     }
     EXPECT_TRUE(temporaryFiles().empty());
-    expectFailed(data, "no room left", kLevelError);
+    expectFailed(data, "no space is left", kLevelError);
 }
 
 TEST_F(SplitRawData, HoldsOneGroup)

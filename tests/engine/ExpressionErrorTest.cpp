@@ -122,7 +122,7 @@ TEST_F(ExpressionError, LambdasOfAnotherForm)
         {"ctx => x: {rr: Real} => (\"F\", 1)", errors::kExpressionField,
          "the records have no field \"rr\"; did you mean \"r\"?"},
         {"ctx => x: Real => (\"F\", 1)", errors::kDeclaredType,
-         "the record is declared as Real, which is no record type"},
+         "the record is declared as Real, which is not a record type"},
     };
     for (const auto& [lambda, id, text] : cases) {
         std::string field;

@@ -146,12 +146,12 @@ TEST_F(MapQuestion, AMethodTellsItsDirection)
 TEST_F(MapQuestion, AWrongAreaIsRefused)
 {
     const std::pair<const char*, const char*> cases[] = {
-        {"", "no JSON object"},
-        {"[]", "no JSON object"},
-        {R"({"1": 2})", "the area 1 is no object"},
+        {"", "not a JSON object"},
+        {"[]", "not a JSON object"},
+        {R"({"1": 2})", "the area 1 is not an object"},
         {R"({"1": {"leftUpperX": 0, "leftUpperY": 1, "rightLowerX": 1}})", "\"rightLowerY\" is no"},
         {R"({"1": {"leftUpperX": 5e5, "leftUpperY": 1, "rightLowerX": 1, "rightLowerY": 0}})",
-         "\"leftUpperX\" is no number of degrees"},
+         "\"leftUpperX\" is not a number of degrees"},
         {R"({"1": {"leftUpperX": 0, "leftUpperY": 0, "rightLowerX": 1, "rightLowerY": 1}})",
          "upper side below"},
     };

@@ -103,7 +103,7 @@ constexpr std::tuple<const char*, const char*, const char*> kCases[] = {
     {"a factor that is none", "balanceRecords(_, c => x => x.name)",
      "HVEEX0005E balanceRecords: the factor"},
     {"no such function", R"(aggregate({"output": [{"function": "meen", "input": "age"}]}))",
-     R"("output[0].function" is "meen", which is no aggregate function; did you mean "mean"?)"},
+     R"("output[0].function" is "meen", which is not an aggregate function; did you mean "mean"?)"},
     {"a mean of texts", R"(aggregate({"output": [{"function": "mean", "input": "name"}]}))",
      R"("output[0].input" names "name", which is String: mean needs a number)"},
     {"a sum of nothing", R"(aggregate({"output": [{"function": "sum"}]}))",

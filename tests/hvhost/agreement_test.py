@@ -316,7 +316,7 @@ class Agreement(Case):
         for options in (("--encoding", "Shift_JIS"), (), ("--direct",)):
             with self.subTest(options):
                 done = self.run_hvhost("convert", bad, "-", *options, status=3)
-                self.assertRegex(done.stderr, r"bad\.csv:3: the (file is no text in Shift_JIS|text is not UTF-8)\n")
+                self.assertRegex(done.stderr, r"bad\.csv:3: the (file is not text in Shift_JIS|text is not UTF-8)\n")
 
 
 if __name__ == "__main__":

@@ -106,7 +106,7 @@ class MapTest(Case):
                 (3, ["map", "info", alone], "alone.shp: .*dbf"),
                 (3, ["map", "info", broken], "broken.shp"),
                 (3, ["map", "info", self.folder / "empty.zip"], "does not contain a shape file"),
-                (3, ["map", "info", self.folder / "text.zip"], "text.zip: this is no zip archive"),
+                (3, ["map", "info", self.folder / "text.zip"], "text.zip: this is not a zip archive"),
                 (3, ["map", "info", self.folder / "away.zip"],
                  r"not unpacked, since its entry \"\.\.[\\\\/]away.shx\" is"),
                 (2, ["map", "convert", ISLANDS, out, "--from", 4326], "--from 4326: without --to"),

@@ -30,7 +30,7 @@ TEXT = ('<DataField name="sex" dataType="string"/>',
 FAULTS = [
     ("penguins.pmml", 2, ["IN is required"]),
     ("none.pmml penguins.csv", 3, ["none.pmml: no such file"]),
-    ("penguins.csv penguins.csv", 3, ["penguins.csv: the model is no XML"]),
+    ("penguins.csv penguins.csv", 3, ["penguins.csv: the model is not XML"]),
     ("other.pmml penguins.csv", 3, ["other.pmml: this is a model of another kind"]),
     ("cycle.pmml penguins.csv", 3, ['cycle.pmml: derived field "r": it is made from itself']),
     ("text.pmml penguins.csv", 3, ['text.pmml: the result "t" is a text']),

@@ -465,7 +465,7 @@ TEST(TransformModel, RefusesWhatItCannotDo)
         {pmml(derived(call("matches", S + constant("a")))), "matches: there is no such"},
         {pmml(derived(call("+", X))), "does not take 1"},
         {pmml(derived(call("+", X + S))), "does not fit"},
-        {pmml(derived(call("+", X + constant("many")))), "\"many\" is no value"},
+        {pmml(derived(call("+", X + constant("many")))), "\"many\" is not a value"},
         {pmml(derived(call("equal", X + S))), "do not go together"},
         {pmml(derived(call("not", X))), "does not fit"},
         {pmml(derived(call("/' invalidValueTreatment='asIs", X + Y))), "asIs"},

@@ -196,7 +196,7 @@ std::string layersOf(MapService& service)
     const json& layers = memberOf(answer, "layers");
     if (!layers.is_array())
         throw GeographyError(GeographyError::Service,
-                             service.address() + ": this is no map service: it names no layers");
+                             service.address() + ": this is not a map service: it lists no layers");
     const auto details = detailsOf(service);
     auto list = nlohmann::ordered_json::array();
     for (const json& layer : layers) {

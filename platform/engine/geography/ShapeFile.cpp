@@ -272,7 +272,7 @@ std::unique_ptr<Layer> openShapeFile(const std::string& path, CoordinateSystems&
         GDALDataset::Open(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, drivers));
     if (!dataset || dataset->GetLayerCount() == 0)
         throw GeographyError(GeographyError::NotOfItsKind,
-                             path + ": this is no shape file, or it is cut short" +
+                             path + ": this is not a shape file, or it is cut short" +
                                  (messages.error().empty() ? "" : ": " + messages.error()));
     return std::make_unique<ShapeFileLayer>(path, std::move(dataset), systems);
 }

@@ -305,8 +305,8 @@ void BodyCompiler::checkDeclared(const language::Type& declared,
         return;
     const Place place = at(position);
     if (declared.kind != language::Type::Kind::Record)
-        place.fail(errors::kDeclaredType,
-                   "the record is declared as " + textOf(declared) + ", which is no record type");
+        place.fail(errors::kDeclaredType, "the record is declared as " + textOf(declared) +
+                                              ", which is not a record type");
     for (std::size_t i = 0; i < declared.names.size(); ++i) {
         const Column& field = column(declared.names[i], place);
         if (!fits(declared.elements[i], field.type))

@@ -65,7 +65,7 @@ bool Reprojection::call(std::string_view text, std::string& out)
         return false;
     case maps::MovedShape::NotAShape:
         throw std::runtime_error(
-            raisedText(errors::kNotAShape, "reprojection: a value is no shape: \"" +
+            raisedText(errors::kNotAShape, "reprojection: a value is not a shape: \"" +
                                                std::string(text.substr(0, kShownBytes)) + "\""));
     }
     return true;

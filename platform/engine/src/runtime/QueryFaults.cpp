@@ -54,11 +54,10 @@ struct Phrase
 };
 
 constexpr Phrase kPhrases[] = {
-    {"No space left on device", errors::kDiskFull, "there is no room left for the file", true},
-    {"File too large", errors::kDiskFull, "there is no room left for the file", true},
-    {"Disk quota exceeded", errors::kDiskFull, "there is no room left for the file", true},
-    {"max_temp_directory_size", errors::kDiskFull, "there is no room left for temporary files",
-     false},
+    {"No space left on device", errors::kDiskFull, "no space is left for the file", true},
+    {"File too large", errors::kDiskFull, "no space is left for the file", true},
+    {"Disk quota exceeded", errors::kDiskFull, "no space is left for the file", true},
+    {"max_temp_directory_size", errors::kDiskFull, "no space is left for temporary files", false},
     {"Could not write", errors::kFileUnwritable, "the file cannot be written", true},
     // Only unfinished files have this ending.
     {".part\": ", errors::kFileUnwritable, "the file cannot be written", true},

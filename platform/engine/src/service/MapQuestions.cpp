@@ -28,14 +28,14 @@ double degreesIn(const Json& area, const std::string& id, const char* key, doubl
     const double degrees = isNumber ? corner->get<double>() : NAN;
     // The comparison is negated so that NaN, for a missing corner, is rejected too.
     if (!(std::fabs(degrees) <= most))
-        refuse("the area " + id + ": \"" + key + "\" is no number of degrees");
+        refuse("the area " + id + ": \"" + key + "\" is not a number of degrees");
     return degrees;
 }
 
 maps::Area areaOf(const std::string& id, const Json& area)
 {
     if (!area.is_object())
-        refuse("the area " + id + " is no object");
+        refuse("the area " + id + " is not an object");
     maps::Area result;
     result.west = degreesIn(area, id, "leftUpperX", kMostLongitude);
     result.north = degreesIn(area, id, "leftUpperY", kMostLatitude);
@@ -72,7 +72,7 @@ std::vector<std::string> recommendations(const std::string& input, int count)
 {
     const Json areas = Json::parse(input, nullptr, false);
     if (!areas.is_object())
-        refuse("the areas are no JSON object");
+        refuse("the areas are not a JSON object");
     const std::size_t most =
         count < 0 ? std::numeric_limits<std::size_t>::max() : static_cast<std::size_t>(count);
     std::vector<std::string> result;

@@ -71,7 +71,7 @@ const AggregateFunction& functionOf(const Settings& output)
     if (found != std::end(kAggregateFunctions))
         return *found;
     output.refuse("function",
-                  "is \"" + name + "\", which is no aggregate function" +
+                  "is \"" + name + "\", which is not an aggregate function" +
                       base::suggestion(name, kAggregateFunctions, &AggregateFunction::name));
 }
 

@@ -110,9 +110,9 @@ void GeoJsonOutput::take(duck::Chunk& chunk)
         _text += _isFirst ? "\n" : ",\n";
         _isFirst = false;
         if (!columns.append(row, _text))
-            throw JobError(errors::kNotAShape, std::string(kWriteStep) + ": " + target() +
-                                                   ": a value of the field \"" +
-                                                   _fields[_shapes].GetName() + "\" is no shape");
+            throw JobError(errors::kNotAShape,
+                           std::string(kWriteStep) + ": " + target() + ": a value of the field \"" +
+                               _fields[_shapes].GetName() + "\" is not a shape");
         if (_text.size() >= kFlushBytes)
             flush();
     }

@@ -35,7 +35,8 @@ int layerNumberOf(const Settings& source)
 {
     const std::int64_t number = source.integer("queryLayer").value_or(0);
     if (number < 0 || number > std::numeric_limits<int>::max())
-        source.refuse("queryLayer", "is " + std::to_string(number) + ", which is no layer's");
+        source.refuse("queryLayer",
+                      "is " + std::to_string(number) + ", which is not the number of a layer");
     return static_cast<int>(number);
 }
 

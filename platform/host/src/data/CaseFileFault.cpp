@@ -32,7 +32,7 @@ ErrorText errorTextOf(const std::string& path, const std::string& what,
     for (const std::string_view full :
          {"No space left on device", "File too large", "Disk quota exceeded"})
         if (text.find(full) != std::string::npos)
-            return ErrorText(path + ": there is no room left for the file");
+            return ErrorText(path + ": no space is left for the file");
     if (text.find("Out of Memory Error") != std::string::npos)
         return ErrorText(path + ": " + what + ": a text in it needs more than the " +
                          kHostMemoryLimit + " of memory that the host's database may take");

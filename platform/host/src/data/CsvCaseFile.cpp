@@ -97,7 +97,7 @@ void Utf8Copy::refuse(std::string_view lines) const
         lines.remove_prefix(end + 1);
         ++line;
     }
-    throw ErrorText(_path + ":" + std::to_string(line) + ": the file is no text in " +
+    throw ErrorText(_path + ":" + std::to_string(line) + ": the file is not text in " +
                     _page.name());
 }
 

@@ -135,7 +135,7 @@ private:
             static_cast<std::size_t>(_variables[place].GetType() / kMostBytesPerByte));
         if (!_page->toUtf8(text.substr(0, trimmedLength(text)), _converted) && _monitor)
             _monitor->Report("variable \"" + _variables[place].GetName() + "\", case " +
-                             std::to_string(GetCaseCount()) + ": the value is no text in " +
+                             std::to_string(GetCaseCount()) + ": the value is not text in " +
                              _page->name());
         putText(units.data(), units.size(), _converted);
     }

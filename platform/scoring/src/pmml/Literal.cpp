@@ -9,7 +9,7 @@ ExpressionPtr constantOf(const std::string& text, ValueKind kind, bool isTyped)
 {
     const auto cell = parseCell(text, kind);
     if (!cell)
-        throw ModelFault("\"" + text + "\" is no value of the type that is asked for");
+        throw ModelFault("\"" + text + "\" is not a value of the expected type");
     return std::make_unique<Constant>(kind, *cell, text, isTyped);
 }
 

@@ -25,8 +25,8 @@ PmmlDocument::PmmlDocument(std::istream& stream)
     const pugi::xml_parse_result result =
         _document.load(stream, pugi::parse_default | pugi::parse_doctype | pugi::parse_ws_pcdata);
     if (!result)
-        throw ModelFault(std::string("the model is no XML: ") + result.description() + " at byte " +
-                         std::to_string(result.offset));
+        throw ModelFault(std::string("the model is not XML: ") + result.description() +
+                         " at byte " + std::to_string(result.offset));
     refuseDocumentType(_document);
     if (localName(root()) != "PMML")
         throw ModelFault(std::string("the model is not PMML: its root element is <") +
