@@ -101,12 +101,26 @@ public:
             writeEdge(*edge);
         for (std::size_t at = 0; at < _spec.nodes.size(); ++at)
             writeNode(at);
+        // Above the names, which would hide the heads of short arrows.
+        for (auto edge = _spec.edges.rbegin(); edge != _spec.edges.rend(); ++edge)
+            writeHead(*edge);
         _out << "</svg>\n";
     }
 
 private:
-    /// An arc, so that an edge and its reverse do not overlap, with an arrowhead.
-    void writeEdge(const NetworkEdge& edge)
+    /// The line of an edge, an arc, so that an edge and its reverse do not overlap, and its head.
+    struct Arrow
+    {
+        NetworkPoint start;
+        NetworkPoint bend;
+        NetworkPoint end; ///< of the line, the middle of the head's back
+        NetworkPoint tip;
+        NetworkPoint way; ///< the direction at the tip, a unit vector
+        double width = 0; ///< of the line
+        double head = 0;  ///< the length of the head
+    };
+
+    Arrow arrowOf(const NetworkEdge& edge) const
     {
         const NetworkPoint& from = _layout.points[edge.from];
         const NetworkPoint& to = _layout.points[edge.to];
@@ -114,24 +128,40 @@ private:
         const double y = to.y - from.y;
         const double distance = std::max(std::hypot(x, y), 1.0);
         const double bow = std::min(0.12, kWidestBow / distance);
-        const NetworkPoint bend = {(from.x + to.x) / 2 - y * bow, (from.y + to.y) / 2 + x * bow};
-        const double width = widthOf(edge);
-        const double head = kArrow + width;
-        const double toBend = std::max(std::hypot(to.x - bend.x, to.y - bend.y), 1.0);
-        const NetworkPoint way = {(to.x - bend.x) / toBend, (to.y - bend.y) / toBend};
-        const double gap = gapAt(edge.to, way, distance);
-        const NetworkPoint tip = {to.x - way.x * gap, to.y - way.y * gap};
-        const NetworkPoint end = {tip.x - way.x * head, tip.y - way.y * head};
-        const NetworkPoint start = {from.x + x / distance * kRadius,
-                                    from.y + y / distance * kRadius};
+        Arrow arrow;
+        arrow.start = {from.x + x / distance * kRadius, from.y + y / distance * kRadius};
+        arrow.bend = {(from.x + to.x) / 2 - y * bow, (from.y + to.y) / 2 + x * bow};
+        arrow.width = widthOf(edge);
+        arrow.head = kArrow + arrow.width;
+        const double toBend = std::max(std::hypot(to.x - arrow.bend.x, to.y - arrow.bend.y), 1.0);
+        arrow.way = {(to.x - arrow.bend.x) / toBend, (to.y - arrow.bend.y) / toBend};
+        const double gap = gapAt(edge.to, arrow.way, distance);
+        arrow.tip = {to.x - arrow.way.x * gap, to.y - arrow.way.y * gap};
+        arrow.end = {arrow.tip.x - arrow.way.x * arrow.head,
+                     arrow.tip.y - arrow.way.y * arrow.head};
+        return arrow;
+    }
+
+    void writeEdge(const NetworkEdge& edge)
+    {
+        const Arrow arrow = arrowOf(edge);
         _out << "<g class=\"" << (edge.isNegative ? "edge negative" : "edge")
              << "\" role=\"graphics-symbol\"><title>" << escaped(_spec.nodes[edge.from].name)
              << " → " << escaped(_spec.nodes[edge.to].name) << escaped(edge.details)
-             << "</title><path stroke-width=\"" << length(width) << "\" d=\"M"
-             << point(start.x, start.y) << "Q" << point(bend.x, bend.y) << " "
-             << point(end.x, end.y) << "\"/><path class=\"head\" d=\"M" << point(tip.x, tip.y)
-             << "L" << point(end.x - way.y * head / 2, end.y + way.x * head / 2) << "L"
-             << point(end.x + way.y * head / 2, end.y - way.x * head / 2) << "Z\"/></g>\n";
+             << "</title><path stroke-width=\"" << length(arrow.width) << "\" d=\"M"
+             << point(arrow.start.x, arrow.start.y) << "Q" << point(arrow.bend.x, arrow.bend.y)
+             << " " << point(arrow.end.x, arrow.end.y) << "\"/></g>\n";
+    }
+
+    void writeHead(const NetworkEdge& edge)
+    {
+        const Arrow arrow = arrowOf(edge);
+        const double half = arrow.head / 2;
+        _out << "<path class=\"" << (edge.isNegative ? "head negative" : "head") << "\" d=\"M"
+             << point(arrow.tip.x, arrow.tip.y) << "L"
+             << point(arrow.end.x - arrow.way.y * half, arrow.end.y + arrow.way.x * half) << "L"
+             << point(arrow.end.x + arrow.way.y * half, arrow.end.y - arrow.way.x * half)
+             << "Z\"/>\n";
     }
 
     /// The distance from the centre of a node at which an arrow ends that comes along the unit

@@ -176,7 +176,7 @@ TEST_F(MapQuestion, AServiceTellsItsLayers)
     for (const char* name : {"", "/", "/service.json"})
         EXPECT_EQ(metadata.getMapServiceLayers(nullptr, expanded("$DIR") + name), alone) << name;
     const std::pair<std::string, const char*> faults[] = {
-        {server.address() + "/pages/3", "names no layers"},
+        {server.address() + "/pages/3", "lists no layers"},
         {server.address() + "/fault", "Token Required"},
         {server.address() + "/deep", "nested deeper than 64 levels"},
         {server.address() + "/many", "holds more than 1000000 values"},

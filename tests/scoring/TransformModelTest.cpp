@@ -433,8 +433,8 @@ TEST(TransformModel, RefusesWhatItCannotDo)
     const std::string counts = derived(field("day"), "dateDaysSince[1960]", "days") +
                                derived(field("moment"), "dateTimeSecondsSince[1970]", "seconds");
     const std::pair<std::string, std::string> cases[] = {
-        {"", "no XML"},
-        {"<PMML version='4.4'>", "no XML"},
+        {"", "not XML"},
+        {"<PMML version='4.4'>", "not XML"},
         {"<Other version='4.4'/>", "not PMML"},
         {"<PMML version='3.2'/>", "PMML 3.2"},
         {"<PMML version='4.4'/>", "derives no field"},

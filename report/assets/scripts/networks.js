@@ -5,13 +5,14 @@
 {
   const leastEdges = 10;
 
-  const show = (edges, count) => {
+  const show = (parts, count) => {
     // The strongest come last in the drawing.
-    edges.forEach((edge, at) => edge.classList.toggle("weak", at < edges.length - count));
+    parts.forEach((part, at) => part.classList.toggle("weak", at < parts.length - count));
   };
 
   document.querySelectorAll(".network").forEach((network) => {
     const edges = [...network.querySelectorAll(".edge")];
+    const heads = [...network.querySelectorAll(".head")];
     if (edges.length < leastEdges)
       return;
     const range = page.element("input", {
@@ -21,6 +22,7 @@
     range.addEventListener("input", () => {
       count.textContent = range.value;
       show(edges, Number(range.value));
+      show(heads, Number(range.value));
     });
     network.prepend(page.element("label", { className: "tools" },
       page.word("Strongest arrows"), " ", range, " ", count));
