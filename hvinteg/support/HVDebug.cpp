@@ -35,7 +35,11 @@ std::string timeOfDay(Clock::time_point time)
 {
     const std::time_t seconds = Clock::to_time_t(time);
     std::tm parts{};
+#ifdef _WIN32
+    localtime_s(&parts, &seconds);
+#else
     localtime_r(&seconds, &parts);
+#endif
     const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(
                                   time.time_since_epoch() % std::chrono::seconds(1))
                                   .count();

@@ -58,11 +58,12 @@ public:
 
 private:
     /// Reads the environment and takes the first directory. Returns whether tracing is on.
-    bool init();
-    void openRoot(const std::string& directory);
+    HVINTEG_HIDDEN bool init();
+    HVINTEG_HIDDEN void openRoot(const std::string& directory);
     /// Returns false if all numbers are in use or the count is negative.
-    bool takeDirectory();
-    void writeFile(const std::string& text, const std::string& fileName, std::ios::openmode mode);
+    HVINTEG_HIDDEN bool takeDirectory();
+    HVINTEG_HIDDEN void writeFile(const std::string& text, const std::string& fileName,
+                                  std::ios::openmode mode);
 
     bool _rootUsable = false;
     bool _printToViewer = false;

@@ -3,10 +3,6 @@
 #include <system_error>
 #include <utility>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "FileServices.h"
 #include "support/Paths.h"
 
@@ -54,32 +50,17 @@ ReplacementFile::ReplacementFile(const std::string& path) : _target(path)
     } catch (const std::system_error&) {
         return;
     }
-    keepPermissions();
+    // Nobody who could not read the old file may read the new one.
+    _part.takePermissions(native);
     _gathered = std::make_unique_for_overwrite<char[]>(kGathered);
     open();
 }
 
-// The stream gets a duplicate of the descriptor: the original holds the lock until the file has its
-// name.
 void ReplacementFile::open()
 {
-    const int descriptor = fcntl(_part.descriptor(), F_DUPFD_CLOEXEC, 0);
-    if (descriptor < 0)
-        return;
-    _buffer.file = fdopen(descriptor, "wb");
+    _buffer.file = _part.openStream();
     if (isOpen())
         std::setvbuf(_buffer.file, _gathered.get(), _IOFBF, kGathered);
-    else
-        ::close(descriptor);
-}
-
-// Nobody who could not read the old file may read the new one.
-void ReplacementFile::keepPermissions()
-{
-    constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
-    struct stat replaced = {};
-    if (lstat(_target.GetNative().c_str(), &replaced) == 0 && S_ISREG(replaced.st_mode))
-        fchmod(_part.descriptor(), replaced.st_mode & kPermissions);
 }
 
 bool ReplacementFile::finish()
@@ -87,7 +68,7 @@ bool ReplacementFile::finish()
     if (!isOpen())
         return false;
     // Sync, so that a system crash cannot leave an incomplete file under the name.
-    const bool kept = std::fflush(_buffer.file) == 0 && fsync(fileno(_buffer.file)) == 0;
+    const bool kept = std::fflush(_buffer.file) == 0 && _part.sync();
     const bool finished =
         close() && kept && std::rename(_part.path().c_str(), _target.GetNative().c_str()) == 0;
     if (finished)

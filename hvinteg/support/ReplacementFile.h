@@ -43,7 +43,6 @@ private:
     };
 
     void open();
-    void keepPermissions();
     bool close();
 
     ExtNameStr _target;

@@ -32,12 +32,12 @@ voidpf openFile(voidpf, const char* path, int mode)
 /// The next functions are those of the C library with minizip's signatures.
 uLong readFile(voidpf, voidpf stream, void* buffer, uLong size)
 {
-    return std::fread(buffer, 1, size, fileOf(stream));
+    return static_cast<uLong>(std::fread(buffer, 1, size, fileOf(stream)));
 }
 
 uLong writeFile(voidpf, voidpf stream, const void* buffer, uLong size)
 {
-    return std::fwrite(buffer, 1, size, fileOf(stream));
+    return static_cast<uLong>(std::fwrite(buffer, 1, size, fileOf(stream)));
 }
 
 long tellFile(voidpf, voidpf stream)

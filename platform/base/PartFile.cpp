@@ -12,8 +12,10 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/FileDescriptor.h"
 #include "base/NativePath.h"
 
 namespace base {
@@ -96,6 +98,8 @@ try {
     return;
 }
 
+PartFile::PartFile() = default;
+
 PartFile::PartFile(const std::string& destination, mode_t mode)
 {
     sweepOnce(folderOf(destination));
@@ -108,17 +112,14 @@ PartFile::PartFile(const std::string& destination, mode_t mode)
         // If the file system has no locks, nobody can sweep either.
         if (file && (file.lockAlone() || errno != EWOULDBLOCK) && isNamed(file)) {
             _path = std::move(path);
-            _file = std::move(file);
+            _file = std::make_unique<FileDescriptor>(std::move(file));
             return;
         }
     }
     throw std::system_error(errno, std::generic_category(), destination);
 }
 
-PartFile::PartFile(PartFile&& other) noexcept
-    : _path(std::move(other._path)), _file(std::move(other._file))
-{
-}
+PartFile::PartFile(PartFile&& other) noexcept = default;
 
 PartFile& PartFile::operator=(PartFile&& other) noexcept
 {
@@ -133,9 +134,37 @@ PartFile::~PartFile()
         unlink(_path.c_str());
 }
 
+int PartFile::descriptor() const
+{
+    return _file ? _file->get() : -1;
+}
+
+// The stream gets a duplicate of the descriptor: the original holds the lock.
+std::FILE* PartFile::openStream() const
+{
+    FileDescriptor duplicate(fcntl(descriptor(), F_DUPFD_CLOEXEC, 0));
+    std::FILE* const stream = duplicate ? fdopen(duplicate.get(), "wb") : nullptr;
+    if (stream != nullptr)
+        duplicate.release();
+    return stream;
+}
+
+void PartFile::takePermissions(const std::string& path) const
+{
+    constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
+    struct stat other = {};
+    if (lstat(path.c_str(), &other) == 0 && S_ISREG(other.st_mode))
+        fchmod(descriptor(), other.st_mode & kPermissions);
+}
+
+bool PartFile::sync() const
+{
+    return fsync(descriptor()) == 0;
+}
+
 void PartFile::release()
 {
-    _file = FileDescriptor();
+    _file.reset();
 }
 
 } // namespace base

@@ -1,21 +1,23 @@
 #pragma once
 
+#include <cstdio>
+#include <memory>
 #include <string>
 
-#include <sys/stat.h>
-
-#include "base/FileDescriptor.h"
+#include <sys/types.h>
 
 namespace base {
 
+class FileDescriptor;
+
 /// An unfinished file in the folder of its destination, under a temporary name. The process locks
 /// it as long as the object lives, which shows other processes that it is in use. One thread at a
-/// time.
+/// time. This header is portable, because the library includes it; the implementation needs POSIX.
 class PartFile
 {
 public:
     /// Creates no file.
-    PartFile() = default;
+    PartFile();
     /// Creates an empty file in the folder of `destination` with these permissions. First removes
     /// files that killed processes left there. Throws std::system_error.
     PartFile(const std::string& destination, mode_t mode);
@@ -26,15 +28,23 @@ public:
     /// Removes the file unless it was released.
     ~PartFile();
 
-    explicit operator bool() const { return static_cast<bool>(_file); }
+    explicit operator bool() const { return _file != nullptr; }
     const std::string& path() const { return _path; }
-    int descriptor() const { return _file.get(); }
+    /// The open file; -1 if none was created. Owned by the object.
+    int descriptor() const;
+    /// A stream that writes to the file. The caller closes it. Closing it does not unlock the file.
+    /// Returns null, with errno, on failure.
+    std::FILE* openStream() const;
+    /// Gives the file the permissions of another one. Does nothing unless `path` is a regular file.
+    void takePermissions(const std::string& path) const;
+    /// Makes the system write the content to the disk. Returns false, with errno, on failure.
+    bool sync() const;
     /// Gives up the file, which has its final name now.
     void release();
 
 private:
     std::string _path;
-    FileDescriptor _file;
+    std::unique_ptr<FileDescriptor> _file; ///< null if no file was created
 };
 
 /// Removes this user's unfinished files in a folder that no living process has locked. Only the

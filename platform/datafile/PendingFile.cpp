@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "base/FileDescriptor.h"
 #include "base/NativePath.h"
 
 namespace datafile {
@@ -59,7 +60,7 @@ void PendingFile::commit()
     // Before the rename, because nothing may fail after it.
     const std::string folder = base::folderOf(_target.path);
     // A system crash must not leave the new name with a part of the content.
-    if (fsync(_part.descriptor()) != 0 && errno != EINVAL && errno != ENOTSUP)
+    if (!_part.sync() && errno != EINVAL && errno != ENOTSUP)
         refuse(_step, _destination, errno);
     if (std::rename(_part.path().c_str(), _target.path.c_str()) != 0)
         refuse(_step, _destination, errno);
