@@ -67,14 +67,34 @@ function(hv_unity target)
   endforeach()
 endfunction()
 
-# A shared library of this project: warnings, no undefined symbols, SONAME.
+# The ABI may change with each minor version (0.x), as find_package assumes (SameMinorVersion). So the
+# SONAME and the version of the symbols contain both numbers.
+set(HVINTEG_ABI ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+set(HVINTEG_VERSION_SCRIPTS ${CMAKE_CURRENT_LIST_DIR})
+
+# A shared library of this project: warnings, no undefined symbols, SONAME, versioned symbols. VERSION_SCRIPT
+# is a template that selects the exported symbols; by default the library exports what its sources mark.
+# NO_EXPORT: the library is loaded by name, and other projects do not link it.
 function(hv_shared_library target)
+  cmake_parse_arguments(arg "NO_EXPORT" "VERSION_SCRIPT" "" ${ARGN})
+  if(NOT arg_VERSION_SCRIPT)
+    set(arg_VERSION_SCRIPT ${HVINTEG_VERSION_SCRIPTS}/symbols.map.in)
+  endif()
   hv_unity(${target})
   target_link_libraries(${target} PRIVATE hv_compiler_settings)
-  set_target_properties(${target} PROPERTIES
-    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${HVINTEG_ABI})
+  set(symbol_version ${target}_${HVINTEG_ABI})
+  set(map ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
+  configure_file(${arg_VERSION_SCRIPT} ${map} @ONLY)
+  target_link_options(${target} PRIVATE -Wl,--version-script=${map})
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${map})
   if(HVINTEG_SANITIZER STREQUAL "")
     target_link_options(${target} PRIVATE -Wl,-z,defs)
   endif()
-  install(TARGETS ${target} EXPORT hvintegTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  if(arg_NO_EXPORT)
+    install(TARGETS ${target} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT hvinteg NAMELINK_SKIP)
+  else()
+    install(TARGETS ${target} EXPORT hvintegTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+      COMPONENT hvinteg NAMELINK_COMPONENT libhvinteg-dev)
+  endif()
 endfunction()

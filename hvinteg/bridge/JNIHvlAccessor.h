@@ -67,9 +67,9 @@ public:
     JNIObjectManager* getJNIObjectManager() const;
 
 private:
-    void keepLocal(jobject local);
-    void releaseLocals();
-    jobject finishNew(jobject local, bool global, bool track);
+    HVINTEG_HIDDEN void keepLocal(jobject local);
+    HVINTEG_HIDDEN void releaseLocals();
+    HVINTEG_HIDDEN jobject finishNew(jobject local, bool global, bool track);
 
     std::vector<jobject> _localRefs;
 };

@@ -12,6 +12,7 @@ public:
     ~JNIHvlContainer() override;
 
 protected:
+    /// Wraps an object of Java. The wrapper takes over the local reference.
     explicit JNIHvlContainer(jobject object);
 
 private:

@@ -38,6 +38,7 @@ public:
     static jobject newObject(JNIEnv* env, SimpleTypes type);
 
 protected:
+    /// Wraps an object of Java. The wrapper takes over the local reference.
     explicit JNIHvlExpression(jobject object);
 
 private:

@@ -12,6 +12,7 @@ public:
     ~JNIHvlFieldDerive() override;
 
 protected:
+    /// Wraps an object of Java. The wrapper takes over the local reference.
     explicit JNIHvlFieldDerive(jobject object);
 
 private:

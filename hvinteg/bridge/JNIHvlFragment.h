@@ -25,6 +25,7 @@ public:
     std::string toHVLText();
 
 protected:
+    /// Wraps an object of Java with a new global reference. The caller keeps `object`.
     explicit JNIHvlFragment(jobject object);
 
 private:

@@ -17,6 +17,7 @@ public:
     std::string getName();
 
 protected:
+    /// Wraps an object of Java with a new global reference. The caller keeps `object`.
     explicit JNIHvlFunction(jobject object);
 
 private:

@@ -18,6 +18,7 @@ public:
     std::string generateInvocation(JNIHvlFragment* fragment);
 
 protected:
+    /// Wraps an object of Java with a new global reference. The caller keeps `object`.
     explicit JNIHvlFunctionImpl(jobject object);
 
 private:

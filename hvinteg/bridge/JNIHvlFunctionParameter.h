@@ -12,6 +12,7 @@ public:
     ~JNIHvlFunctionParameter() override;
 
 protected:
+    /// Wraps an object of Java with a new global reference. The caller keeps `object`.
     explicit JNIHvlFunctionParameter(jobject object);
 
 private:

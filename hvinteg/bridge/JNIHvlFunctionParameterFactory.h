@@ -41,5 +41,6 @@ public:
     JNIHvlFunctionParameter* createRaw(const std::string& text, bool named);
 
 protected:
+    /// Wraps an object of Java with a new global reference. The caller keeps `object`.
     explicit JNIHvlFunctionParameterFactory(jobject object);
 };

@@ -29,6 +29,7 @@ class JNITaggedFunctionInput;
 class HVINTEG_EXPORT JNIHvlProgram : public JNIHvlAccessor
 {
 public:
+    /// The types of values in expressions.
     using SimpleTypes = JNIHvlExpression::SimpleTypes;
     /// Types of the fields that the body of a lambda over records uses. An empty map leaves them
     /// unspecified.
@@ -158,5 +159,5 @@ public:
 private:
     friend class WrapperFactory;
 
-    explicit JNIHvlProgram(jobject object);
+    HVINTEG_HIDDEN explicit JNIHvlProgram(jobject object);
 };

@@ -50,7 +50,7 @@ public:
 private:
     struct HVINTEG_HIDDEN Data;
 
-    JNIObjectManager();
+    HVINTEG_HIDDEN JNIObjectManager();
 
     static JNIObjectManager* _this;
 

@@ -18,6 +18,7 @@ public:
     const std::string& getTag();
 
 protected:
+    /// Wraps an object of Java with a new global reference. The caller keeps `object`.
     explicit JNITaggedFunctionInput(jobject object);
 
 private:

@@ -42,8 +42,8 @@ public:
     bool GetTargetsWithoutInput(std::vector<std::string>& series);
 
 private:
-    bool ask(const char* question, const std::string& series);
-    bool appendAll(const char* question, std::vector<std::string>& series);
+    HVINTEG_HIDDEN bool ask(const char* question, const std::string& series);
+    HVINTEG_HIDDEN bool appendAll(const char* question, std::vector<std::string>& series);
     /// Returns false on failure.
-    bool countPredictors(const std::string& target, int& count);
+    HVINTEG_HIDDEN bool countPredictors(const std::string& target, int& count);
 };

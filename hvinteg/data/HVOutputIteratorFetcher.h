@@ -49,9 +49,10 @@ public:
     void Finalize();
 
 private:
-    std::string jobText(const std::string& dataPath, const std::string& dataModelPath,
-                        HVDataFileType type, const std::vector<std::string>& fields) const;
-    void FetchIterator(const std::string& text);
+    HVINTEG_HIDDEN std::string jobText(const std::string& dataPath,
+                                       const std::string& dataModelPath, HVDataFileType type,
+                                       const std::vector<std::string>& fields) const;
+    HVINTEG_HIDDEN void FetchIterator(const std::string& text);
 
     HVRunner& _runner;
     EmbeddedHV::RowDataIterator* _iterator = nullptr; ///< owned by the execution

@@ -89,6 +89,7 @@ protected:
     /// Clears the reason of the last failure that no job reported.
     void CleanExceptions();
 
+    /// The runner of all requests. Owned by this object.
     HVRunner& runner() const { return *_runner; }
     /// Converts from the host's encoding at construction to UTF-8. Owned by this object.
     void* converter() const { return _converter.get(); }

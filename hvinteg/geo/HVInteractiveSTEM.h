@@ -104,38 +104,45 @@ public:
 private:
     struct KeyMatching;
 
-    std::string getShapeFilePath(const std::string& path);
-    std::string unpackedShape(const std::string& path);
-    std::string unpackedFolder(const std::string& path, const std::string& name);
-    void cleanupTempSubDirs();
-    MapSource serviceOf(const std::string& url, int layer) const;
-    bool readDataModel(const MapSource& source, const char* operation, const char* message,
-                       std::string& dataModel);
+    HVINTEG_HIDDEN std::string getShapeFilePath(const std::string& path);
+    HVINTEG_HIDDEN std::string unpackedShape(const std::string& path);
+    HVINTEG_HIDDEN std::string unpackedFolder(const std::string& path, const std::string& name);
+    HVINTEG_HIDDEN void cleanupTempSubDirs();
+    HVINTEG_HIDDEN MapSource serviceOf(const std::string& url, int layer) const;
+    HVINTEG_HIDDEN bool readDataModel(const MapSource& source, const char* operation,
+                                      const char* message, std::string& dataModel);
     /// Looks up the name, then the id. Returns false, and leaves `system` unchanged, if both are
     /// unknown.
-    bool getCoordinatesInfo(const std::string& name, int wkid, CoordinateSystem& system);
+    HVINTEG_HIDDEN bool getCoordinatesInfo(const std::string& name, int wkid,
+                                           CoordinateSystem& system);
 
-    bool exportMap(const MapSource& source, const MapExport& order);
-    bool exportPoints(const DialogChoice& data, const std::vector<std::string>& coordinateFields,
-                      const MapExport& order);
-    bool writePoints(HVRawDataIterator& iterator, const std::vector<std::string>& fields,
-                     const CoordinateSystem* from, const CoordinateSystem& to,
-                     const MapExport& order);
+    HVINTEG_HIDDEN bool exportMap(const MapSource& source, const MapExport& order);
+    HVINTEG_HIDDEN bool exportPoints(const DialogChoice& data,
+                                     const std::vector<std::string>& coordinateFields,
+                                     const MapExport& order);
+    HVINTEG_HIDDEN bool writePoints(HVRawDataIterator& iterator,
+                                    const std::vector<std::string>& fields,
+                                    const CoordinateSystem* from, const CoordinateSystem& to,
+                                    const MapExport& order);
     /// Left, upper, right and lower limit of the points; empty if the job fails.
-    std::vector<double> getGeoEnvelope(HVRawDataIterator& iterator, const std::string& xField,
-                                       const std::string& yField);
+    HVINTEG_HIDDEN std::vector<double> getGeoEnvelope(HVRawDataIterator& iterator,
+                                                      const std::string& xField,
+                                                      const std::string& yField);
 
-    bool matchKeys(const MapSource& source, const char* tag, const KeyMatching& matching);
-    bool runMatching(const MapSource& source, const char* tag, const KeyMatching& matching);
-    bool copyMap(const MapSource& source, const char* tag, const HVSimpleFile& data,
-                 const HVSimpleFile& model);
-    bool getMatchedValues(const MatchSides& sides, const MatchedValues& wanted);
+    HVINTEG_HIDDEN bool matchKeys(const MapSource& source, const char* tag,
+                                  const KeyMatching& matching);
+    HVINTEG_HIDDEN bool runMatching(const MapSource& source, const char* tag,
+                                    const KeyMatching& matching);
+    HVINTEG_HIDDEN bool copyMap(const MapSource& source, const char* tag, const HVSimpleFile& data,
+                                const HVSimpleFile& model);
+    HVINTEG_HIDDEN bool getMatchedValues(const MatchSides& sides, const MatchedValues& wanted);
 
     /// Runs a job that reads the cases from the first one.
-    bool runOn(HVRawDataIterator& iterator, const std::string& job);
+    HVINTEG_HIDDEN bool runOn(HVRawDataIterator& iterator, const std::string& job);
     /// Returns null, and sets a reason, if the dataset or data file cannot be opened.
-    std::unique_ptr<DialogCases> openCases(const DialogChoice& data, const char* name);
-    std::vector<std::string> toUtf8(const std::vector<std::string>& texts) const;
+    HVINTEG_HIDDEN std::unique_ptr<DialogCases> openCases(const DialogChoice& data,
+                                                          const char* name);
+    HVINTEG_HIDDEN std::vector<std::string> toUtf8(const std::vector<std::string>& texts) const;
 
     /// Maps the path of an archive, as the caller gave it, to its unpacked folder. Null until the
     /// first archive.

@@ -36,8 +36,8 @@ public:
     bool GenerateHVL() override;
 
 private:
-    void setExpression(HVFunction functionType, JNIHvlExpression* expression);
-    JNIHvlFunction* createFunction(JNIHvlFunction* input);
+    HVINTEG_HIDDEN void setExpression(HVFunction functionType, JNIHvlExpression* expression);
+    HVINTEG_HIDDEN JNIHvlFunction* createFunction(JNIHvlFunction* input);
 
     std::string _fieldName;
     JNIHvlExpression* _expression = nullptr;

@@ -64,13 +64,17 @@ public:
     void SetJNIHvlProgram(JNIHvlProgram* program) { _program = program; }
 
 protected:
+    /// Sets the kind of this builder.
     void SetFunctionType(HVFunction functionType) { _functionType = functionType; }
+    /// Sets whether the step is created.
     void SetIsCreatedHvl(bool isCreated) { _isCreated = isCreated; }
     /// Makes the tags unique: an empty tag becomes `base` and a number, and a number is appended to
     /// a tag that an earlier input has. One counter is used for all tags of the step.
     void CompleteTags(const char* base);
 
+    /// The program of the step, borrowed; null if none was set.
     JNIHvlProgram* GetProgram() const { return _program; }
+    /// The inputs, borrowed, in the order in which they were added.
     const std::vector<HVLFunction*>& GetPredecessors() const { return _predecessors; }
     /// One tag for each predecessor, at the same index.
     const std::vector<std::string>& GetTags() const { return _tags; }
@@ -98,7 +102,7 @@ protected:
     void SetFunction(JNIHvlFunction* function) { _function = function; }
 
 private:
-    bool isTagTaken(const std::string& tag, std::size_t before) const;
+    HVINTEG_HIDDEN bool isTagTaken(const std::string& tag, std::size_t before) const;
 
     JNIHvlProgram* _program;
     JNIHvlFunction* _function = nullptr;

@@ -62,10 +62,10 @@ private:
     };
 
     /// Null for a position without an input. The text is valid until an input is added.
-    const char* GetTag(std::size_t index) const;
-    void putMatches(JNIJSONObject& configuration) const;
-    void putOutputFields(JNIJSONObject& configuration) const;
-    void putNonMatchingSources(JNIJSONObject& configuration) const;
+    HVINTEG_HIDDEN const char* GetTag(std::size_t index) const;
+    HVINTEG_HIDDEN void putMatches(JNIJSONObject& configuration) const;
+    HVINTEG_HIDDEN void putOutputFields(JNIJSONObject& configuration) const;
+    HVINTEG_HIDDEN void putNonMatchingSources(JNIJSONObject& configuration) const;
 
     JoinType _type = Inner;
     std::vector<Match> _matches;

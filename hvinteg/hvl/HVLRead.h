@@ -69,11 +69,11 @@ private:
 
     static constexpr unsigned long long noLimit = std::numeric_limits<unsigned long long>::max();
 
-    void setSource(Source kind, const std::string& source);
-    void putSource(JNIJSONObject& configuration) const;
-    void putFile(JNIJSONObject& configuration, const char* parserName) const;
-    void putGeospatial(JNIJSONObject& configuration, const char* type) const;
-    void putDataModel(JNIJSONObject& object) const;
+    HVINTEG_HIDDEN void setSource(Source kind, const std::string& source);
+    HVINTEG_HIDDEN void putSource(JNIJSONObject& configuration) const;
+    HVINTEG_HIDDEN void putFile(JNIJSONObject& configuration, const char* parserName) const;
+    HVINTEG_HIDDEN void putGeospatial(JNIJSONObject& configuration, const char* type) const;
+    HVINTEG_HIDDEN void putDataModel(JNIJSONObject& object) const;
 
     std::string _source;
     Source _kind = Source::None;

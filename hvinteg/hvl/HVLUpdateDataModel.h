@@ -68,9 +68,9 @@ public:
     bool GenerateHVL() override;
 
 private:
-    JNIJSONObject& entryOf(const std::string& field);
-    void updateWord(const std::string& field, const char* key, const char* word);
-    void updateGeo(const std::string& field, const CFGeo& geo);
+    HVINTEG_HIDDEN JNIJSONObject& entryOf(const std::string& field);
+    HVINTEG_HIDDEN void updateWord(const std::string& field, const char* key, const char* word);
+    HVINTEG_HIDDEN void updateGeo(const std::string& field, const CFGeo& geo);
 
     bool _isFieldSensitive = false;
     /// Shared by copies. The Java objects live until cleanJRef.

@@ -57,11 +57,11 @@ private:
         Hvbf = 6
     };
 
-    void setDestination(Destination kind, const std::string& destination,
-                        const std::string& qualifier);
-    void putDestination(JNIJSONObject& configuration) const;
-    void putFile(JNIJSONObject& configuration, const char* type) const;
-    void putMetadata(JNIJSONObject& configuration) const;
+    HVINTEG_HIDDEN void setDestination(Destination kind, const std::string& destination,
+                                       const std::string& qualifier);
+    HVINTEG_HIDDEN void putDestination(JNIJSONObject& configuration) const;
+    HVINTEG_HIDDEN void putFile(JNIJSONObject& configuration, const char* type) const;
+    HVINTEG_HIDDEN void putMetadata(JNIJSONObject& configuration) const;
 
     std::string _destination;
     Destination _kind = Destination::None;

@@ -71,8 +71,8 @@ public:
     void displayAllMessages(bool showError, bool splitLabel);
 
 private:
-    void displayMessages(bool labelled) const;
-    void displayEnd(bool showError, bool labelled) const;
+    HVINTEG_HIDDEN void displayMessages(bool labelled) const;
+    HVINTEG_HIDDEN void displayEnd(bool showError, bool labelled) const;
 
     ExecutionState _state = NotStarted;
     std::string _errorId;

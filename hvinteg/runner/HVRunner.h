@@ -67,24 +67,24 @@ public:
     /// A layer of a map service.
     struct LayerInfo
     {
-        std::int32_t id = 0;
+        std::int32_t id = 0;                 ///< its number in the service
         std::vector<std::int32_t> subLayers; ///< ids of the layers in a group layer
-        std::string name;
-        std::string keys; ///< fields that identify its shapes, separated by commas
-        std::string description;
-        std::string features; ///< the kind of its shapes
+        std::string name;                    ///< its name in the service
+        std::string keys;        ///< fields that identify its shapes, separated by commas
+        std::string description; ///< what the service says about it
+        std::string features;    ///< the kind of its shapes
     };
 
     /// A projected coordinate system that suits an area.
     struct RecommendPCS
     {
-        std::int32_t wkid = 0;
-        std::string name;
-        std::string wkt;
+        std::int32_t wkid = 0; ///< its well-known id
+        std::string name;      ///< its name, UTF-8
+        std::string wkt;       ///< its definition as well-known text
         /// Transformations between the datums of the system and of the area's corners. For each,
         /// transForward is true if it runs forward towards the system.
         std::vector<std::string> transMethods;
-        std::vector<bool> transForward;
+        std::vector<bool> transForward; ///< one for each of transMethods
     };
 
     /// Builds the input of getRecommendPCSs: a set of areas in degrees. Uses Java objects, on the

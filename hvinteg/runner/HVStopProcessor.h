@@ -22,7 +22,7 @@ public:
     virtual bool CheckCancel() const;
 
 private:
-    bool isLimitOver() const;
+    HVINTEG_HIDDEN bool isLimitOver() const;
 
     std::uint32_t _startTicks;
     double _timeLimit;

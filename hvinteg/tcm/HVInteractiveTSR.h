@@ -109,29 +109,29 @@ public:
 private:
     /// Copies rows or a file to another file, and converts a field of texts to timestamps. Returns
     /// false, and shows no messages, if the rows were cancelled.
-    bool ConvertTimeStr(const std::string& timeField, HVRawDataIterator& iterator,
-                        const RecordFile& output);
-    bool ConvertTimeStr(const std::string& timeField, const RecordFile& input,
-                        const RecordFile& output);
+    HVINTEG_HIDDEN bool ConvertTimeStr(const std::string& timeField, HVRawDataIterator& iterator,
+                                       const RecordFile& output);
+    HVINTEG_HIDDEN bool ConvertTimeStr(const std::string& timeField, const RecordFile& input,
+                                       const RecordFile& output);
 
     /// Reads the settings of the model's data preparation, and finds the dataset's columns.
-    bool fitSettings(PreparationReplay& replay);
+    HVINTEG_HIDDEN bool fitSettings(PreparationReplay& replay);
     /// Runs the preparation. `timeField` may be empty or a field of texts.
-    bool prepareData(PreparationReplay& replay, const std::string& timeField);
+    HVINTEG_HIDDEN bool prepareData(PreparationReplay& replay, const std::string& timeField);
     /// Copies rows to a file, whose data model lists the distinct values of the dimension fields.
-    bool UpdateDataModel(const std::vector<std::string>& dimFields, HVRawDataIterator& iterator,
-                         const RecordFile& output);
+    HVINTEG_HIDDEN bool UpdateDataModel(const std::vector<std::string>& dimFields,
+                                        HVRawDataIterator& iterator, const RecordFile& output);
     /// Prepares rows or a file with these settings (JSON).
-    bool RunTSDP(HVRawDataIterator& iterator, const std::string& settings,
-                 const HVSimpleContainer& jsonOutput, const RecordFile& output);
-    bool RunTSDP(const RecordFile& input, const std::string& settings,
-                 const HVSimpleContainer& jsonOutput, const RecordFile& output);
-    bool runPreparation(const std::string& job, HVRawDataIterator* iterator);
+    HVINTEG_HIDDEN bool RunTSDP(HVRawDataIterator& iterator, const std::string& settings,
+                                const HVSimpleContainer& jsonOutput, const RecordFile& output);
+    HVINTEG_HIDDEN bool RunTSDP(const RecordFile& input, const std::string& settings,
+                                const HVSimpleContainer& jsonOutput, const RecordFile& output);
+    HVINTEG_HIDDEN bool runPreparation(const std::string& job, HVRawDataIterator* iterator);
 
     /// Scores a series and appends its values.
-    bool scoreSeries(const SeriesScoring& scoring, const ScoringStep& step);
-    bool forecastSeries(const SeriesForecast& forecast, const ScoringStep& step,
-                        HVSeriesForecast& result);
+    HVINTEG_HIDDEN bool scoreSeries(const SeriesScoring& scoring, const ScoringStep& step);
+    HVINTEG_HIDDEN bool forecastSeries(const SeriesForecast& forecast, const ScoringStep& step,
+                                       HVSeriesForecast& result);
     /// The result of the output component, and the request that asks for it.
     struct Answer
     {
@@ -139,6 +139,6 @@ private:
         const char* operation;
     };
     /// Prepares the data, if there is a dataset, and runs the component.
-    bool runOutputComponent(PreparationReplay& data, const std::string& settings,
-                            const HVSimpleContainer& output, const Answer& answer);
+    HVINTEG_HIDDEN bool runOutputComponent(PreparationReplay& data, const std::string& settings,
+                                           const HVSimpleContainer& output, const Answer& answer);
 };

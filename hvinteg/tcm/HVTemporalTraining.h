@@ -41,6 +41,7 @@ public:
     /// The input: rows, or a piece of job text that reads something, such as HVLRead generates for
     /// a file. A null iterator leaves a job without input, which fails.
     HVTemporalTraining(HVRunner& runner, HVRawDataIterator* iterator);
+    /// The input is what a piece of job text reads, such as HVLRead generates for a file.
     HVTemporalTraining(HVRunner& runner, const std::string& readText);
     HVTemporalTraining(const HVTemporalTraining&) = delete;
     HVTemporalTraining& operator=(const HVTemporalTraining&) = delete;
@@ -49,6 +50,7 @@ public:
     /// A date, time or timestamp. Texts among the rows are converted as HVInteractiveTSR does; with
     /// a piece of job text, SetTimeIsText says that they are texts.
     void SetTimeField(const std::string& field);
+    /// Whether the time field of a piece of job text contains texts.
     void SetTimeIsText(bool isText);
     /// Numbers that make up a point of time, the outermost first, as year and month.
     void SetCyclicFields(const std::vector<std::string>& fields);
@@ -69,6 +71,7 @@ public:
     /// How several records at one point of time are combined: "sum", "mean", "min", "max", "first",
     /// "last" or "mode". For all metrics, or for one.
     void SetAggregation(const std::string& function);
+    /// The same for one metric. Takes precedence over the function for all.
     void SetAggregation(const std::string& metric, const std::string& function);
     /// How gaps in a series are filled: "linear", "neighbours", "last" or "none". A series is left
     /// out if more than the share of its points, 0 to 1, would be filled.
@@ -78,15 +81,20 @@ public:
     /// alone means all its series. Without a target all series are targets, and without a
     /// predictor all may be predicted from.
     void AddTarget(const Series& series);
+    /// Adds a series from which others may be predicted.
     void AddPredictor(const Series& series);
+    /// Adds a series that is both a target and a predictor.
     void AddTargetAndPredictor(const Series& series);
     /// A predictor that is always, or never, in the equation of a target. An empty target means all
     /// targets.
     void ForcePredictor(const Series& target, const Series& predictor);
+    /// A predictor that the equation of a target never has. An empty target: the equations of all
+    /// targets.
     void ForbidPredictor(const Series& target, const Series& predictor);
     /// How many points of time the equations look back: a number, or the best one up to a number.
     /// The one that was set last holds.
     void SetLags(int lags);
+    /// Tries all numbers of points up to this one. Replaces SetLags.
     void SetMaxLag(int lags);
     /// How the lags and the predictors of a target are chosen: "BIC", "EBIC",
     /// which counts the candidates too, or "AIC".
