@@ -13,7 +13,9 @@ class ENGINE_API Exception
 public:
     /// `message` is one sentence, UTF-8, that says what the engine could not do.
     explicit Exception(std::string message);
+    /// Copies the text.
     Exception(const Exception&);
+    /// Copies the text.
     Exception& operator=(const Exception&);
 
     virtual ~Exception();
@@ -31,7 +33,9 @@ class ENGINE_API JavaException
 public:
     /// `className` is the binary name of the Java class, `trace` its stack trace. All are UTF-8.
     JavaException(std::string className, std::string message, std::string trace);
+    /// Copies the texts.
     JavaException(const JavaException&);
+    /// Copies the texts.
     JavaException& operator=(const JavaException&);
 
     virtual ~JavaException();

@@ -40,8 +40,9 @@ public:
 
 protected:
     struct Impl;
+    /// Appends to the heading, which must live until show.
     explicit XDocument(TnHeading& heading);
-    std::unique_ptr<Impl> _impl;
+    std::unique_ptr<Impl> _impl; ///< what has been set so far
 };
 
 /// A chart. Its JSON object has the data model as member "0", if there is one, and the chart's

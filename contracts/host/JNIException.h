@@ -12,6 +12,7 @@ public:
     /// Takes what the accessors return.
     JNIException(std::string className, std::string message, std::string trace);
     ~JNIException() override;
+    /// The message, UTF-8. The exception owns the text.
     const char* what() const noexcept override { return _message.c_str(); }
     /// The binary name of the exception's Java class.
     const std::string& className() const { return _className; }

@@ -6,8 +6,8 @@
 /// as it needs. Texts are padded with blanks and have no terminator.
 union OBS
 {
-    double number;
-    char text[8];
+    double number; ///< of a numeric variable
+    char text[8];  ///< a part of a string variable, in the host's encoding
 };
 static_assert(sizeof(OBS) == 8, "case buffers are addressed in units of eight bytes");
 

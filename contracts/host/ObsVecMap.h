@@ -18,6 +18,7 @@ public:
     using Value = std::vector<OBS>;
     /// One value for each variable.
     using Key = std::vector<Value>;
+    /// A key and the number that belongs to it.
     using Entry = std::pair<Key, double>;
 
     /// Sets the number of a combination and replaces an earlier one. Values are equal if their

@@ -30,7 +30,7 @@ private:
 /// renumbered.
 struct TnAnnotation
 {
-    TnHandle text;
-    TnHandle marker;
-    bool keepsMarker = false;
+    TnHandle text;            ///< of the footnote
+    TnHandle marker;          ///< null for one that is counted
+    bool keepsMarker = false; ///< whether the marker is never replaced by a counted one
 };

@@ -33,6 +33,7 @@ public:
     const std::shared_ptr<OutputHeading>& node() const { return _node; }
 
 protected:
+    /// For the host: shows an existing heading.
     explicit TnHeading(std::shared_ptr<OutputHeading> node);
 
 private:

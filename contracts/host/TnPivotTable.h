@@ -68,7 +68,7 @@ public:
 private:
     friend class TnHeading;
     explicit TnPivotTable(std::shared_ptr<PivotTableState> state);
-    std::shared_ptr<PivotTableState> _state;
+    std::shared_ptr<PivotTableState> _state; ///< shared with the table
 };
 
 /// A category of a dimension: a value that refers to one leaf.
@@ -88,9 +88,9 @@ public:
 private:
     friend class TnGroup;
     TnCategory(std::shared_ptr<PivotTableState> state, int dimension, int node);
-    std::shared_ptr<PivotTableState> _state;
-    int _dimension;
-    int _node;
+    std::shared_ptr<PivotTableState> _state; ///< shared with the table
+    int _dimension;                          ///< index of the dimension in the table
+    int _node;                               ///< index of the node in the dimension
 };
 
 /// A group of categories.
@@ -116,10 +116,11 @@ public:
     virtual void Note(const TnAnnotation& note);
 
 protected:
+    /// For the host: shows a node of a dimension.
     TnGroup(std::shared_ptr<PivotTableState> state, int dimension, int node);
-    std::shared_ptr<PivotTableState> _state;
-    int _dimension;
-    int _node;
+    std::shared_ptr<PivotTableState> _state; ///< shared with the table
+    int _dimension;                          ///< index of the dimension in the table
+    int _node;                               ///< index of the node in the dimension
 };
 
 /// A dimension of a pivot table; the parent of its top-level categories.

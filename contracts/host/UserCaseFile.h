@@ -25,8 +25,8 @@ enum class CaseFileKind
 /// The field separator of a CSV file, and whether numbers are written as 1.234,5.
 struct CsvForm
 {
-    char separator = ',';
-    bool decimalComma = false;
+    char separator = ',';      ///< between the fields of a line
+    bool decimalComma = false; ///< whether 1.234,5 is a number
 
     /// Whether the file uses commas between fields and decimal points.
     bool isPlain() const { return separator == ',' && !decimalComma; }

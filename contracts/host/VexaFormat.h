@@ -5,9 +5,9 @@
 /// A host format: width in columns, type (a code of VEXA_FormatType) and number of decimals.
 struct VEXA_Format
 {
-    std::uint16_t width = 8;
-    std::uint8_t type = 5;
-    std::uint8_t decimals = 2;
+    std::uint16_t width = 8;   ///< in characters, with sign and decimals
+    std::uint8_t type = 5;     ///< number of the format type; 5 is a plain number
+    std::uint8_t decimals = 2; ///< digits after the decimal sign
 };
 static_assert(sizeof(VEXA_Format) == 4, "a format is stored in four bytes");
 

@@ -24,10 +24,10 @@ public:
     /// Two opposite corners of the rectangle that contains all shapes, in the units of the system.
     struct Envelope
     {
-        double leftUpperX = 0;
-        double leftUpperY = 0;
-        double rightLowerX = 0;
-        double rightLowerY = 0;
+        double leftUpperX = 0;  ///< left edge, in the units of the coordinate system
+        double leftUpperY = 0;  ///< upper edge
+        double rightLowerX = 0; ///< right edge
+        double rightLowerY = 0; ///< lower edge
 
         friend bool operator==(const Envelope&, const Envelope&) = default;
     };

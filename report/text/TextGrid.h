@@ -19,7 +19,7 @@ struct TextGrid
     /// A cell of one column.
     struct Cell
     {
-        std::string text;
+        std::string text;      ///< shown text
         std::string mark;      ///< follows the text and is never cut, for example a footnote's
                                ///< marker; from terminalText
         bool isNumber = false; ///< right-aligned and never cut
@@ -30,27 +30,27 @@ struct TextGrid
     /// Limits for the width of a column, in terminal columns.
     struct Column
     {
-        std::size_t minimum = 1;
+        std::size_t minimum = 1;  ///< at least 1
         std::size_t maximum = 40; ///< for texts; numbers take what they need
     };
     /// A text that spans rows or columns; `row` and `column` are the first ones.
     struct Label
     {
-        std::string text;
-        std::string mark;
-        std::size_t row = 0;
-        std::size_t column = 0;
-        std::size_t rows = 1;
-        std::size_t columns = 1;
+        std::string text;        ///< shown text
+        std::string mark;        ///< as in Cell
+        std::size_t row = 0;     ///< first row in the header
+        std::size_t column = 0;  ///< first column
+        std::size_t rows = 1;    ///< number of rows
+        std::size_t columns = 1; ///< number of columns
     };
 
-    std::vector<Column> columns;
+    std::vector<Column> columns; ///< from left to right
     /// The number of first columns that identify the rows. They are repeated where the table
     /// continues below because of its width.
     std::size_t keyCount = 0;
-    std::size_t headerRows = 0;
-    std::vector<Label> header; ///< cover all header rows without overlap
-    std::size_t rowCount = 0;
+    std::size_t headerRows = 0; ///< number of rows in the header
+    std::vector<Label> header;  ///< cover all header rows without overlap
+    std::size_t rowCount = 0;   ///< number of rows below the header
     /// Returns the cell of a row and a column. Called twice for every cell.
     std::function<Cell(std::size_t row, std::size_t column)> cell;
     /// Whether to draw a line above a row; may be empty.

@@ -27,11 +27,11 @@ public:
     /// Texts are UTF-8.
     struct Entry
     {
-        Kind kind = Kind::Line;
-        std::string text;
-        double number = 0;
-        int show = 0;
-        int level = 0;
+        Kind kind = Kind::Line; ///< what was requested
+        std::string text;       ///< UTF-8
+        double number = 0;      ///< its meaning depends on the kind
+        int show = 0;           ///< of a message, as for TnError
+        int level = 0;          ///< of a message, as for TnError
     };
     /// Called for each new entry.
     using Observer = std::function<void(const Entry&)>;

@@ -17,8 +17,8 @@
 /// A cell of a table: its content and the indexes of its footnotes in the table's list.
 struct OutputCell
 {
-    TnContent content;
-    std::vector<int> notes;
+    TnContent content;      ///< a value with its format, or a text
+    std::vector<int> notes; ///< indexes in the table's list of notes
 };
 
 /// The cells of a table, each at one category of every dimension. A number takes 16 bytes and gets
@@ -27,6 +27,7 @@ struct OutputCell
 class HOST_API OutputCells
 {
 public:
+    /// The number of a category of each dimension, in the order of the dimensions.
     using Address = std::vector<int>;
 
     OutputCells() = default;

@@ -13,31 +13,31 @@
 /// A line of TnError.
 struct OutputMessage
 {
-    std::string text;
-    int show = 0;
-    int level = 0;
+    std::string text; ///< UTF-8
+    int show = 0;     ///< as for TnError
+    int level = 0;    ///< as for TnError
 };
 
 /// Base of charts and interactive views. Texts are UTF-8.
 struct OutputDocument
 {
-    std::string description;
-    std::string options;
+    std::string description;                                  ///< the title for outlines and lists
+    std::string options;                                      ///< as the procedure wrote them
     std::vector<std::pair<std::string, std::string>> geoJson; ///< names and texts, in order
 };
 
 /// A chart: its data and specification as JSON.
 struct OutputChart : OutputDocument
 {
-    std::string templateJson;
+    std::string templateJson; ///< the specification, with its data
 };
 
 /// An interactive view, with the JSON that a front end shows.
 struct OutputView : OutputDocument
 {
-    std::string procedureName;
-    std::string path;
-    std::string json;
+    std::string procedureName; ///< of the result object
+    std::string path;          ///< of the view's object in the result document
+    std::string json;          ///< what the front end shows
 };
 
 struct OutputHeading;
@@ -49,8 +49,8 @@ using OutputItem = std::variant<std::shared_ptr<OutputHeading>, std::shared_ptr<
 /// A heading. A procedure is a heading at the top level.
 struct OutputHeading
 {
-    TnContent text;
-    std::vector<OutputItem> items;
+    TnContent text;                ///< as declared
+    std::vector<OutputItem> items; ///< in the order of output
 };
 
 /// All output of the process, in order. Host programs render it and tests read it; the library does
