@@ -9,14 +9,18 @@ set(package_config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/hvinteg)
 foreach(folder contracts/metadata contracts/host contracts/engine contracts/scoring
     platform/host/public platform/engine/public)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}/
-    DESTINATION ${package_include_dir} FILES_MATCHING PATTERN "*.h")
+    DESTINATION ${package_include_dir} COMPONENT libhvinteg-dev FILES_MATCHING PATTERN "*.h")
+  file(GLOB_RECURSE folder_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.h)
+  set_property(GLOBAL APPEND PROPERTY HVINTEG_INSTALLED_HEADERS ${folder_headers})
+  string(APPEND doxygen_folders " \\\n  \"${PROJECT_SOURCE_DIR}/${folder}\"")
 endforeach()
 set(report_headers ReportExport.h page/OutputPage.h
   text/OutputText.h text/TerminalText.h text/TextGrid.h)
 foreach(header ${report_headers})
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES ${PROJECT_SOURCE_DIR}/report/${header}
-    DESTINATION ${package_include_dir}/report/${folder})
+    DESTINATION ${package_include_dir}/report/${folder} COMPONENT libhvinteg-dev)
+  set_property(GLOBAL APPEND PROPERTY HVINTEG_INSTALLED_HEADERS ${PROJECT_SOURCE_DIR}/report/${header})
 endforeach()
 
 # Installs only the headers of the library that declare something exported, and headers that these
@@ -28,20 +32,23 @@ foreach(header ${library_headers})
   file(STRINGS ${PROJECT_SOURCE_DIR}/hvinteg/${header} exports REGEX "HVINTEG_EXPORT" LIMIT_COUNT 1)
   if(exports OR header IN_LIST headers_without_export)
     get_filename_component(folder ${header} DIRECTORY)
-    install(FILES ${PROJECT_SOURCE_DIR}/hvinteg/${header} DESTINATION ${package_include_dir}/${folder})
+    install(FILES ${PROJECT_SOURCE_DIR}/hvinteg/${header}
+      DESTINATION ${package_include_dir}/${folder} COMPONENT libhvinteg-dev)
+    set_property(GLOBAL APPEND PROPERTY HVINTEG_INSTALLED_HEADERS ${PROJECT_SOURCE_DIR}/hvinteg/${header})
   endif()
 endforeach()
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/data/
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/hvinteg/examples)
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/hvinteg/examples COMPONENT hvhost)
 
-install(EXPORT hvintegTargets NAMESPACE hvinteg:: DESTINATION ${package_config_dir})
+install(EXPORT hvintegTargets NAMESPACE hvinteg:: DESTINATION ${package_config_dir}
+  COMPONENT libhvinteg-dev)
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/hvintegConfig.cmake.in
   ${PROJECT_BINARY_DIR}/hvintegConfig.cmake INSTALL_DESTINATION ${package_config_dir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/hvintegConfigVersion.cmake
   COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/hvintegConfig.cmake ${PROJECT_BINARY_DIR}/hvintegConfigVersion.cmake
-  DESTINATION ${package_config_dir})
+  DESTINATION ${package_config_dir} COMPONENT libhvinteg-dev)
 
 # pkg-config cannot search for the Java headers, so it gets the path on this machine.
 list(TRANSFORM JNI_INCLUDE_DIRS PREPEND "-I" OUTPUT_VARIABLE package_jni_flags)
@@ -50,4 +57,5 @@ list(JOIN package_jni_flags " " package_jni_flags)
 file(RELATIVE_PATH package_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 set(package_prefix "\${pcfiledir}/${package_prefix}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/hvinteg.pc.in ${PROJECT_BINARY_DIR}/hvinteg.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/hvinteg.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES ${PROJECT_BINARY_DIR}/hvinteg.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+  COMPONENT libhvinteg-dev)

@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# Makes the Debian packages, unpacks them into a scratch root, follows docs/writing-a-procedure.md to the
+# letter against it, and runs hvhost from it.
+set -euo pipefail
+source_dir=$1
+build_dir=$2
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+fail() { echo "$1"; exit 1; }
+(cd "$work" && "${CPACK:-cpack}" -G DEB --config "$build_dir/CPackConfig.cmake" \
+  -D CPACK_DEBIAN_COMPRESSION_TYPE=none -B "$work/packages" >log 2>&1) || { cat "$work/log"; exit 1; }
+
+# What each package needs of others, and one file that must be in it.
+while read -r package file needed; do
+  archive=$(echo "$work/packages/${package}"_*.deb)
+  dpkg-deb -f "$archive" Depends | grep -qE "(^|, )$needed" || fail "$package does not depend on $needed"
+  dpkg-deb -x "$archive" "$work/root"
+  dpkg-deb -c "$archive" | grep -q "/$file\$" || fail "$package has no $file"
+  [ -s "$work/root/usr/share/doc/$package/copyright" ] || fail "$package has no copyright"
+done <<'TABLE'
+hvinteg hvinteg/libduckdb.so libgdal
+hvinteg share/doc/hvinteg/THIRD-PARTY-LICENSES.txt libc6
+hvinteg share/doc/hvinteg/LICENSE default-jre-headless
+libhvinteg-dev include/hvinteg/runner/HVRunner.h hvinteg \(=
+hvhost share/man/man1/hvhost-map-convert.1.gz hvinteg \(=
+hvhost share/zsh/vendor-completions/_hvhost libc6
+hvhost share/fish/vendor_completions.d/hvhost.fish libstdc
+TABLE
+
+# One ABI policy: SONAME, versions of the symbols, and what find_package accepts.
+mapfile -t libraries < <(find "$work/root/usr" -name 'lib*.so.*' -type f)
+[ "${#libraries[@]}" -eq 7 ] || fail "libraries: ${libraries[*]}"
+for library in "${libraries[@]}"; do "$source_dir/scripts/check-exports" --versions "$library"; done
+"$source_dir/packaging/third-party-licenses" --check "${libraries[@]}" "$work/root/usr/bin/hvhost"
+
+export PREFIX=$work/root/usr
+python3 "$source_dir/tests/package/follow_document.py" "$source_dir/docs/writing-a-procedure.md" "$work/document"
+grep -q 'missing.csv' "$work/document/errors.txt" || fail "the engine's message is missing"
+
+"$PREFIX/bin/hvhost" aggregate "$PREFIX/share/hvinteg/examples/penguins.csv" --by species --stat count --format csv \
+  >"$work/penguins.csv"
+grep -qx 'Adelie,152' "$work/penguins.csv" || { cat "$work/penguins.csv"; exit 1; }
+zcat "$PREFIX/share/man/man1/hvhost-aggregate.1.gz" | grep -q -- 'aggregate the records of each group' ||
+  fail "the man page is wrong"
+bash -c ". '$PREFIX/share/bash-completion/completions/hvhost'; complete -p hvhost" | grep -q _hvhost ||
+  fail "the completion is wrong"
+echo "the Debian packages work"
