@@ -14,9 +14,10 @@ fail() { echo "$1"; exit 1; }
 # What each package needs of others, and one file that must be in it.
 while read -r package file needed; do
   archive=$(echo "$work/packages/${package}"_*.deb)
-  dpkg-deb -f "$archive" Depends | grep -qE "(^|, )$needed" || fail "$package does not depend on $needed"
+  dpkg-deb -f "$archive" Depends | grep -E "(^|, )$needed" >/dev/null || fail "$package does not depend on $needed"
   dpkg-deb -x "$archive" "$work/root"
-  dpkg-deb -c "$archive" | grep -q "/$file\$" || fail "$package has no $file"
+  dpkg-deb -c "$archive" >"$work/files"
+  grep -q "/$file\$" "$work/files" || fail "$package has no $file"
   [ -s "$work/root/usr/share/doc/$package/copyright" ] || fail "$package has no copyright"
 done <<'TABLE'
 hvinteg hvinteg/libduckdb.so libgdal
@@ -41,7 +42,7 @@ grep -q 'missing.csv' "$work/document/errors.txt" || fail "the engine's message 
 "$PREFIX/bin/hvhost" aggregate "$PREFIX/share/hvinteg/examples/penguins.csv" --by species --stat count --format csv \
   >"$work/penguins.csv"
 grep -qx 'Adelie,152' "$work/penguins.csv" || { cat "$work/penguins.csv"; exit 1; }
-zcat "$PREFIX/share/man/man1/hvhost-aggregate.1.gz" | grep -q -- 'aggregate the records of each group' ||
+zcat "$PREFIX/share/man/man1/hvhost-aggregate.1.gz" | grep -- 'aggregate the records of each group' >/dev/null ||
   fail "the man page is wrong"
 bash -c ". '$PREFIX/share/bash-completion/completions/hvhost'; complete -p hvhost" | grep -q _hvhost ||
   fail "the completion is wrong"
