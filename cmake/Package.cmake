@@ -25,7 +25,7 @@ endforeach()
 
 # Installs only the headers of the library that declare something exported, and headers that these
 # include.
-set(headers_without_export support/HvintegExport.h hvl/HVFunction.h tcm/HVForecast.h)
+set(headers_without_export data/WeightAdjust.h support/HvintegExport.h hvl/HVFunction.h tcm/HVForecast.h)
 file(GLOB library_headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/hvinteg
   ${PROJECT_SOURCE_DIR}/hvinteg/*/*.h)
 foreach(header ${library_headers})

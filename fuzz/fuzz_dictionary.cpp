@@ -4,10 +4,10 @@
 #include <string>
 
 #include "ScratchFolder.h"
+#include "base/Utf8.h"
 #include "datafile/Dictionary.h"
 #include "datafile/Fault.h"
 #include "datafile/FieldDictionary.h"
-#include "datafile/Utf8.h"
 
 /// Any text as the dictionary of a file: it is refused, or it passes through text and fields whole.
 namespace {
@@ -61,7 +61,7 @@ void passThroughLabel(const std::string& text)
     variable.valueLabels = {{1.5, text}};
     const Dictionary read = again(dictionary);
     require(again(read) == read);
-    require(!isUtf8(text) || read == dictionary);
+    require(!base::isUtf8(text) || read == dictionary);
 }
 
 } // namespace

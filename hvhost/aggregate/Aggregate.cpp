@@ -15,6 +15,7 @@
 #include "hvhost/input/Dataset.h"
 #include "hvhost/job/HostSession.h"
 #include "hvhost/job/RecordChain.h"
+#include "hvhost/job/RecordNames.h"
 #include "hvhost/show/ResultTable.h"
 #include "hvhost/show/TextTable.h"
 #include "hvl/HVLWrite.h"
@@ -80,8 +81,8 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     HostSession session("aggregate", common, watch);
     JNIHvlProgram program;
     RecordChain records(program, input, options.records);
-    AggregateChain aggregates(program, *records.last(), options.by, options.statistics,
-                              weightOf(options, input.dataset()));
+    AggregateChain aggregates(program, *records.last(), RecordNames(input, options.records),
+                              options.by, options.statistics, weightOf(options, input.dataset()));
     JobOrigin origin = input.origin();
     origin.expressions = records.expressions();
     origin.aggregates = aggregates.origins();

@@ -5,6 +5,7 @@
 
 #include "bridge/JNIHvlProgram.h"
 #include "hvhost/base/CommandFault.h"
+#include "hvhost/job/RecordNames.h"
 #include "hvl/HVLAggregate.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLFilterFields.h"
@@ -34,13 +35,15 @@ bool isIn(const std::string& function, std::initializer_list<const char*> functi
 /// FUNCTION:FIELD[:NAME], split into its parts. Without a name, the engine's default name is used.
 struct AggregateChain::Statistic
 {
-    explicit Statistic(const std::string& text)
+    Statistic(const std::string& text, const std::string& option, const RecordNames& names)
     {
         const std::size_t first = text.find(':');
         function = text.substr(0, first);
         if (first != std::string::npos) {
             const std::size_t second = text.find(':', first + 1);
             field = text.substr(first + 1, second - first - 1);
+            if (!field.empty())
+                field = names.own(field, option);
             if (second != std::string::npos)
                 name = text.substr(second + 1);
         }
@@ -53,7 +56,7 @@ struct AggregateChain::Statistic
     std::string name;
 };
 
-AggregateChain::AggregateChain(JNIHvlProgram& program, HVLFunction& input,
+AggregateChain::AggregateChain(JNIHvlProgram& program, HVLFunction& input, const RecordNames& names,
                                const std::vector<std::string>& by,
                                const std::vector<std::string>& statistics,
                                const std::string& weight)
@@ -62,14 +65,15 @@ AggregateChain::AggregateChain(JNIHvlProgram& program, HVLFunction& input,
 {
     if (!_weight.empty())
         leaveOutUnweighted();
-    for (const std::string& field : by) {
-        _option = "--by " + field;
+    for (const std::string& name : by) {
+        _option = "--by " + name;
+        const std::string field = names.own(name, _option);
         addResult(field);
         addOutput("key", field, field);
     }
     for (const std::string& statistic : statistics) {
         _option = "--stat " + statistic;
-        addStatistic(Statistic(statistic));
+        addStatistic(Statistic(statistic, _option, names));
     }
     _aggregates->AddPredFunction(_last);
     _last = _aggregates.get();

@@ -12,6 +12,7 @@ class HVLFilterFields;
 class HVLFunction;
 class JNIHvlExpression;
 class JNIHvlProgram;
+class RecordNames;
 
 /// The steps of a generated job that aggregate its records. With a weight, each record counts as
 /// often as its weight says: sums become sums of products, which are computed before the aggregate
@@ -19,10 +20,12 @@ class JNIHvlProgram;
 class AggregateChain
 {
 public:
-    /// `weight` is a field of the input, or empty. Throws CommandFault (Usage) for an invalid
-    /// statistic and for one that cannot be weighted.
-    AggregateChain(JNIHvlProgram& program, HVLFunction& input, const std::vector<std::string>& by,
-                   const std::vector<std::string>& statistics, const std::string& weight);
+    /// `by` and `statistics` name fields of the input, as the user wrote them; `names` finds these.
+    /// `weight` is a field of the input, or empty. Throws CommandFault (Usage) for an unknown name,
+    /// an invalid statistic and one that cannot be weighted.
+    AggregateChain(JNIHvlProgram& program, HVLFunction& input, const RecordNames& names,
+                   const std::vector<std::string>& by, const std::vector<std::string>& statistics,
+                   const std::string& weight);
     ~AggregateChain();
     AggregateChain(const AggregateChain&) = delete;
     AggregateChain& operator=(const AggregateChain&) = delete;

@@ -3,12 +3,13 @@
 #include <fcntl.h>
 
 #include <algorithm>
-#include <array>
+#include <cstdint>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
 
+#include "base/CivilTime.h"
 #include "base/FileDescriptor.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/UserMessages.h"
@@ -17,12 +18,9 @@ namespace {
 
 std::string currentTime()
 {
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    gmtime_r(&now, &parts);
-    std::array<char, 32> buffer{};
-    std::strftime(buffer.data(), buffer.size(), "%Y-%m-%dT%H:%M:%SZ", &parts);
-    return buffer.data();
+    const std::int64_t now = std::time(nullptr) * base::kMicrosecondsPerSecond;
+    return base::isoDate(base::floorDivided(now, base::kMicrosecondsPerDay)) + "T" +
+           base::isoClock(base::floorRest(now, base::kMicrosecondsPerDay)) + "Z";
 }
 
 /// Whether a file has content that does not begin like a log. Such a file belongs to the user, for

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "datafile/Utf8.h"
+#include "base/Utf8.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/StandardStreams.h"
 #include "support/HVSimpleFile.h"
@@ -41,7 +41,7 @@ void checkPath(const std::string& path)
     if (whole.find('\\') != std::string::npos)
         throw CommandFault(ExitStatus::Usage, path + ": a path with a backslash cannot be used",
                            "the host uses it as the separator of folders");
-    if (!datafile::isUtf8(whole))
+    if (!base::isUtf8(whole))
         throw CommandFault(ExitStatus::Usage, path + ": the path is not UTF-8");
 }
 

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <iostream>
 
+#include "base/FileDescriptor.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/FaultWording.h"
 #include "hvhost/base/InterruptWatch.h"
@@ -22,24 +23,6 @@ namespace {
 constexpr int kLookMilliseconds = 50;
 // If poll reports that a pipe is ready, a write of this size does not block.
 constexpr std::size_t kPipeSpace = PIPE_BUF;
-
-/// A file descriptor that the destructor closes.
-class Descriptor
-{
-public:
-    explicit Descriptor(int number) : _number(number) {}
-    ~Descriptor()
-    {
-        if (_number >= 0)
-            close(_number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int number() const { return _number; }
-
-private:
-    int _number;
-};
 
 [[noreturn]] void fail(ExitStatus status, const std::string& what)
 {
@@ -126,30 +109,31 @@ void fetchStream(const std::string& source, const std::string& path, const Inter
     const bool isStandard = source == kStandardStream;
     const std::string what = isStandard ? "standard input" : source + ": the file";
     // Opening a pipe without a writer would block and ignore a stop.
-    const Descriptor input(isStandard ? dup(STDIN_FILENO)
-                                      : open(source.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (input.number() < 0)
+    const base::FileDescriptor input(
+        isStandard ? dup(STDIN_FILENO) : open(source.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!input)
         fail(ExitStatus::Input, what + " cannot be read");
-    const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
-    if (file.number() < 0)
+    const base::FileDescriptor file(
+        open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    if (!file)
         fail(ExitStatus::JobFailed, path + ": a temporary file cannot be written");
     std::array<char, 65536> chunk{};
     for (;;) {
-        waitFor(input.number(), POLLIN, watch);
-        const std::size_t size = readSome(input.number(), chunk, what);
+        waitFor(input.get(), POLLIN, watch);
+        const std::size_t size = readSome(input.get(), chunk, what);
         if (size == 0)
             return;
-        writeSome(file.number(), chunk.data(), size, kTemporaryFile);
+        writeSome(file.get(), chunk.data(), size, kTemporaryFile);
     }
 }
 
 void deliverToStandardOutput(const std::string& path, const InterruptWatch& watch)
 {
-    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (file.number() < 0)
+    const base::FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file)
         fail(ExitStatus::JobFailed, path + ": the job's result cannot be read");
     std::array<char, kPipeSpace> chunk{};
-    const auto read = [&] { return readSome(file.number(), chunk, path); };
+    const auto read = [&] { return readSome(file.get(), chunk, path); };
     for (std::size_t size = read(); size > 0; size = read())
         writeWhenReady(chunk.data(), size, watch);
 }

@@ -13,6 +13,7 @@
 #include "CFAppHost.h"
 #include "JobText.h"
 #include "VexaJVM.h"
+#include "base/ScopeExit.h"
 #include "hvhost/aggregate/Aggregate.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/CommandLog.h"
@@ -125,16 +126,6 @@ void CommandLine::addHelp()
     });
 }
 
-/// Removes the temporary directory in any case.
-class TempDirectoryScope
-{
-public:
-    TempDirectoryScope() = default;
-    ~TempDirectoryScope() { CFAppHost::removeTempDirectory(); }
-    TempDirectoryScope(const TempDirectoryScope&) = delete;
-    TempDirectoryScope& operator=(const TempDirectoryScope&) = delete;
-};
-
 /// Reports the fault on standard error and in the log. Returns the exit status.
 int reportFault(const CommandFault& fault, const CommonOptions& common)
 {
@@ -225,7 +216,7 @@ int runCommandLine(int count, char** words)
     if (isatty(STDOUT_FILENO) != 0)
         cleaned.emplace(std::cout);
     VexaJVM::GetInstance()->SetEndHandler(endWithoutJava);
-    const TempDirectoryScope tempDirectory;
+    const base::ScopeExit removal([] { CFAppHost::removeTempDirectory(); });
     try {
         return run(count, words);
     } catch (...) {

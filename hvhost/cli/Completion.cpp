@@ -155,10 +155,10 @@ std::string completionScript(const CLI::App& app, const std::string& shell)
     return shell == "zsh" ? "autoload -U +X bashcompinit && bashcompinit\n" + script : script;
 }
 
-std::string nearestCommand(const CLI::App& app, const std::string& word)
+std::vector<std::string> commandNames(const CLI::App& app)
 {
     std::vector<std::string> names;
     for (const CLI::App* command : commandsOf(app))
         names.push_back(command->get_name());
-    return nearestWord(names, word);
+    return names;
 }

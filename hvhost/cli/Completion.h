@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -9,5 +10,5 @@ class App;
 /// A completion script for commands and options. `shell` is bash, zsh or fish.
 std::string completionScript(const CLI::App& app, const std::string& shell);
 
-/// The command whose name is most similar to a mistyped one; empty if none is similar.
-std::string nearestCommand(const CLI::App& app, const std::string& word);
+/// The names of all subcommands of a command.
+std::vector<std::string> commandNames(const CLI::App& app);

@@ -111,10 +111,9 @@ CommandFault lostWords(const std::vector<std::string>& words, const CLI::App& co
     if (option == words.end())
         return {ExitStatus::Usage, words.front() + ": there is one argument too many", usageHint};
     const std::string name = option->substr(0, option->find('='));
-    const std::string nearest =
-        name.starts_with("--") ? nearestWord(optionNames(command), name) : "";
     return {ExitStatus::Usage, name + ": no such option",
-            nearest.empty() ? usageHint : "did you mean " + nearest + "?"};
+            name.starts_with("--") ? nearestHint(optionNames(command), name, usageHint)
+                                   : usageHint};
 }
 
 /// Whether the next word should name a subcommand.
@@ -137,9 +136,8 @@ const CLI::App* findCommand(const CLI::App& app, const std::string& name)
 
 CommandFault unknownCommand(const CLI::App& app, const std::string& word, const std::string& hint)
 {
-    const std::string nearest = nearestCommand(app, word);
     return {ExitStatus::Usage, word + ": no such command",
-            nearest.empty() ? hint : "did you mean " + nearest + "?"};
+            nearestHint(commandNames(app), word, hint)};
 }
 
 CommandFault usageFault(const CLI::App& app, const CLI::ParseError& error)

@@ -5,6 +5,7 @@
 
 #include <pugixml.hpp>
 
+#include "base/NumberText.h"
 #include "hvhost/base/ValueText.h"
 
 namespace {
@@ -25,7 +26,7 @@ FieldDescription readField(const CFField& field, const pugi::xml_node& node)
         for (const char* end : {"minimum", "maximum"})
             if (const auto fact = factOf(description.facts, end))
                 // The database writes whole reals with a fraction.
-                description.facts[end] = shortestNumber(std::strtod(fact->c_str(), nullptr));
+                description.facts[end] = base::shortestNumber(std::strtod(fact->c_str(), nullptr));
     for (const pugi::xml_node& value : node.child("Distribution").children("Value"))
         description.counts.push_back(attributesOf(value));
     for (const pugi::xml_node& value : node.child("Missing").children("Value"))

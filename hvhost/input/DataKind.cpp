@@ -4,6 +4,7 @@
 #include <cctype>
 #include <filesystem>
 
+#include "base/AsciiText.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/StandardStreams.h"
 
@@ -30,9 +31,7 @@ DataKind dataKind(const std::string& word, const std::string& path, const char* 
 {
     if (word.empty() && path == kStandardStream)
         return DataKind::Csv;
-    std::string wanted = word.empty() ? extensionOf(path) : word;
-    std::transform(wanted.begin(), wanted.end(), wanted.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    const std::string wanted = base::lowerCase(word.empty() ? extensionOf(path) : word);
     for (const DataKindWord& row : kDataKinds)
         if (row.word == wanted)
             return row.kind;

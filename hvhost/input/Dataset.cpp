@@ -11,10 +11,10 @@
 #include "hvhost/base/FaultWording.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ReadableFile.h"
-#include "hvhost/base/Text.h"
 #include "hvhost/base/ValueText.h"
 #include "hvhost/input/CsvSeparator.h"
 #include "hvhost/input/KeptMissing.h"
+#include "hvhost/input/NameLookup.h"
 #include "hvhost/input/ServedField.h"
 #include "hvl/HVLUpdateDataModel.h"
 #include "support/Paths.h"
@@ -187,18 +187,17 @@ CFField Dataset::served(int column, const CFField& known) const
 
 int Dataset::columnOf(const std::string& name, const std::string& origin) const
 {
-    const int column = source().FindVarIndex(transcodeFromUTF8(name.c_str(), nullptr), 0);
-    if (column >= 0)
-        return column;
-    std::vector<std::string> names;
-    names.reserve(static_cast<std::size_t>(source().ColumnCount()));
-    for (int known = 0; known < source().ColumnCount(); ++known)
-        names.push_back(nameOf(known));
-    const std::string nearest = nearestWord(names, name);
-    throw CommandFault(
-        ExitStatus::Usage,
-        (origin.empty() ? _readable.name() : origin) + ": there is no variable \"" + name + "\"",
-        nearest.empty() ? "hvhost info lists the variables" : "did you mean " + nearest + "?");
+    return static_cast<int>(
+        placeOfName(name, names(), {origin.empty() ? _readable.name() : origin}));
+}
+
+std::vector<std::string> Dataset::names() const
+{
+    std::vector<std::string> all;
+    all.reserve(static_cast<std::size_t>(source().ColumnCount()));
+    for (int column = 0; column < source().ColumnCount(); ++column)
+        all.push_back(nameOf(column));
+    return all;
 }
 
 std::string Dataset::nameOf(int column) const

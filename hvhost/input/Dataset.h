@@ -32,12 +32,14 @@ public:
     /// Reports how many values were replaced. Call it after the cases have been read.
     void finish() { _monitor.Finish(); }
 
-    /// The column of a variable with this UTF-8 name; ignores letter case. Throws CommandFault
-    /// (Usage) if it does not exist. The message begins with `origin`, the option that names it,
-    /// which may be empty.
+    /// The column of a variable that the user names, in UTF-8, by the rule of placeOfName. Throws
+    /// CommandFault (Usage) if there is no such variable. The message begins with `origin`, the
+    /// option that names it, or with the file if `origin` is empty.
     int columnOf(const std::string& name, const std::string& origin) const;
     /// The name of a column's variable, in UTF-8.
     std::string nameOf(int column) const;
+    /// The names of all variables by column, in UTF-8.
+    std::vector<std::string> names() const;
     /// The storage of a column's values.
     CFField::StorageType storageOf(int column) const;
 

@@ -10,14 +10,16 @@
 #include "hvhost/input/Dataset.h"
 #include "hvhost/job/HostSession.h"
 #include "hvhost/job/RecordChain.h"
+#include "hvhost/job/RecordNames.h"
 #include "hvl/HVLFilterFields.h"
 #include "hvl/HVLWrite.h"
 
 namespace {
 
 /// Rejects a --weight that would have no effect, so that the user does not rely on it.
-void refuseLostWeight(const ConvertOptions& options, const InputFile& input,
-                      const OutputFile& output)
+/// `keep` are the names of the fields to keep; empty for all.
+void refuseLostWeight(const ConvertOptions& options, const std::vector<std::string>& keep,
+                      const InputFile& input, const OutputFile& output)
 {
     const std::string& given = options.input.weight;
     if (given.empty())
@@ -27,8 +29,7 @@ void refuseLostWeight(const ConvertOptions& options, const InputFile& input,
                            "--weight " + given + ": a csv file cannot declare a weight",
                            "write another kind of file, or add --out-data-model");
     const std::string name = input.dataset()->nameOf(input.dataset()->weight());
-    if (!options.keep.empty() &&
-        std::find(options.keep.begin(), options.keep.end(), name) == options.keep.end())
+    if (!keep.empty() && std::find(keep.begin(), keep.end(), name) == keep.end())
         throw CommandFault(ExitStatus::Usage, "--weight " + given + ": --keep leaves it out");
 }
 
@@ -51,16 +52,18 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
     const InputOptions reading = readingOf(options);
     const InputFile input(reading, FileOptions::Offered, watch);
     const OutputFile output(options.output, FileOptions::Offered, watch);
-    refuseLostWeight(options, input, output);
+    const std::vector<std::string> kept =
+        RecordNames(input, options.records).own(options.keep, "--keep");
+    refuseLostWeight(options, kept, input, output);
     HostSession session("convert", common, watch);
     JNIHvlProgram program;
     RecordChain records(program, input, options.records);
     HVLFilterFields keep(&program);
-    keep.KeepFieldNames(options.keep);
+    keep.KeepFieldNames(kept);
     keep.AddPredFunction(records.last());
     HVLWrite write(&program);
     output.configure(write);
-    write.AddPredFunction(options.keep.empty() ? records.last() : &keep);
+    write.AddPredFunction(kept.empty() ? records.last() : &keep);
 
     const std::string job = generateJob(program, write);
     if (options.printJob) {

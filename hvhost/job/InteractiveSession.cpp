@@ -1,6 +1,7 @@
 #include "hvhost/job/InteractiveSession.h"
 
 #include "Attention.h"
+#include "base/ScopeExit.h"
 #include "dialog/HVInteractive.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/FaultWording.h"
@@ -8,25 +9,13 @@
 
 namespace {
 
-/// Stops a request when the user asks for it: cancels the running job and rejects the later jobs of
-/// the request.
-class StopRequest : public VexaAdapter::InterruptHandler
+/// Cancels the running job of a request, and rejects the later ones, when the user stops it.
+struct StopRequest : VexaAdapter::InterruptHandler
 {
-public:
-    explicit StopRequest(HVInteractive& object)
-        : _object(object), _earlier(GetAdapter()->getInterruptHandler())
-    {
-        GetAdapter()->setInterruptHandler(this);
-    }
-    ~StopRequest() override { GetAdapter()->setInterruptHandler(_earlier); }
-    StopRequest(const StopRequest&) = delete;
-    StopRequest& operator=(const StopRequest&) = delete;
+    explicit StopRequest(HVInteractive& stopped) : object(stopped) {}
+    void interrupt() override { object.cancelExecution(); }
 
-    void interrupt() override { _object.cancelExecution(); }
-
-private:
-    HVInteractive& _object;
-    InterruptHandler* _earlier;
+    HVInteractive& object;
 };
 
 } // namespace
@@ -39,7 +28,11 @@ void InteractiveSession::perform(HVInteractive& object, const std::function<bool
         [&] {
             bool isDone = false;
             {
-                const StopRequest stop(object);
+                StopRequest stop(object);
+                VexaAdapter& adapter = *GetAdapter();
+                VexaAdapter::InterruptHandler* const earlier = adapter.getInterruptHandler();
+                adapter.setInterruptHandler(&stop);
+                const base::ScopeExit restore([&] { adapter.setInterruptHandler(earlier); });
                 isDone = request();
             }
             checkOutcome(object, isDone, source, origin, explain);

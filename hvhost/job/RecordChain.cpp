@@ -3,8 +3,8 @@
 #include "JNIException.h"
 #include "bridge/JNIHvlProgram.h"
 #include "hvhost/base/CommandFault.h"
-#include "hvhost/base/Text.h"
 #include "hvhost/input/DataFile.h"
+#include "hvhost/job/RecordNames.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLUpdateDataModel.h"
@@ -19,19 +19,6 @@ std::string patternOf(const std::string& expression)
     for (const char character : expression)
         pattern.append(character == '%' ? 2 : 1, character);
     return pattern;
-}
-
-/// Splits NAME=EXPRESSION at the first "=" that is not part of a comparison.
-Derivation splitDerivation(const std::string& text)
-{
-    const std::size_t equals = text.find('=');
-    if (equals != std::string::npos && text.compare(equals, 2, "==") != 0) {
-        Derivation result{trimmed(text.substr(0, equals)), trimmed(text.substr(equals + 1))};
-        if (!result.name.empty() && !result.expression.empty())
-            return result;
-    }
-    throw CommandFault(ExitStatus::Usage, "--derive " + text + ": no NAME=EXPRESSION",
-                       "for example --derive 'spread=x.temp_max - x.temp_min'");
 }
 
 } // namespace

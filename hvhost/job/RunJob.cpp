@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "EngineFiles.h"
+#include "base/ScopeExit.h"
 #include "bridge/JNIHvlProgram.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
@@ -105,16 +106,6 @@ void refuseRepeats(const RunOptions& options)
                 "--save " + text + ": the file");
 }
 
-/// During its lifetime, jobs replace existing files only if the user allows it.
-class ReplacingAsAllowed
-{
-public:
-    explicit ReplacingAsAllowed(bool allowed) { EmbeddedHV::allowReplacingFiles(allowed); }
-    ReplacingAsAllowed(const ReplacingAsAllowed&) = delete;
-    ReplacingAsAllowed& operator=(const ReplacingAsAllowed&) = delete;
-    ~ReplacingAsAllowed() { EmbeddedHV::allowReplacingFiles(true); }
-};
-
 /// The input and output files of a job, checked before anything runs.
 class JobFiles
 {
@@ -199,7 +190,9 @@ void runJob(const RunOptions& options, const CommonOptions& common)
     JobOrigin origin;
     origin.jobName = source.name();
     {
-        const ReplacingAsAllowed replacing(options.force);
+        // The job replaces existing files only if the user allows it.
+        EmbeddedHV::allowReplacingFiles(options.force);
+        const base::ScopeExit restore([] { EmbeddedHV::allowReplacingFiles(true); });
         session.run(job, origin);
     }
     files.save(session);

@@ -5,11 +5,11 @@
 
 #include "CFMetaData.h"
 #include "FileServices.h"
-#include "bridge/JNIHvlProgram.h"
 #include "geo/HVInteractiveSTEM.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ReadableFile.h"
+#include "hvhost/map/MapFields.h"
 #include "hvhost/map/MapOptions.h"
 #include "hvhost/map/MapPage.h"
 #include "hvhost/map/MapSession.h"
@@ -17,8 +17,6 @@
 #include "hvhost/show/ResultTable.h"
 #include "hvhost/show/ShownResult.h"
 #include "hvhost/show/TextTable.h"
-#include "hvl/HVLRead.h"
-#include "hvl/HVLWrite.h"
 #include "runner/HVRunner.h"
 #include "support/HVSimpleFile.h"
 #include "support/Paths.h"
@@ -165,42 +163,6 @@ Json jsonOf(const CFMetaData& model, const std::string& name)
     return document;
 }
 
-/// Reads one record with a job. Unlike a question for a data model, a job reports the error.
-void readOne(MapSession& session, const MapInput& map)
-{
-    JNIHvlProgram program;
-    HVLRead read(&program);
-    if (map.isService())
-        read.ReadMapService(map.location(), *map.layer());
-    else
-        read.ReadShape(NormalizeHvlPathU(map.location(), "file"));
-    read.SetMaxCaseCount(1);
-    const HVSimpleFile data("mapinfo.hvbf", true, true);
-    HVLWrite write(&program);
-    write.WriteHVBF(data.GetFileName());
-    write.AddPredFunction(&read);
-    write.GenerateHVL();
-    std::string job;
-    program.getHvlText(job);
-    session.host().run(job, map.origin());
-}
-
-/// The data model. Throws CommandFault if the source has no data model.
-std::string dataModelOf(MapSession& session, const MapInput& map)
-{
-    std::string model;
-    const auto ask = [&](HVInteractiveSTEM& maps) {
-        return map.isService() ? maps.validateServiceLayer(map.location(), *map.layer(), model)
-                               : maps.validateShapeSource(map.location(), model);
-    };
-    session.perform(ask, map.name(), map.origin());
-    if (!model.empty())
-        return model;
-    session.checkStop();
-    readOne(session, map);
-    throw CommandFault(ExitStatus::Input, map.name() + ": the engine tells nothing of it");
-}
-
 std::string shownFields(const std::string& xml, const std::string& name, const TableLook& look)
 {
     const CFMetaData model(xml);
@@ -266,7 +228,7 @@ void mapInfo(const MapInfoOptions& options, const CommonOptions& common)
     MapSession session("info", common, watch);
     if (map.isService() && !map.layer())
         result.deliver(shownLayers(session, map, look));
-    else if (const std::string model = dataModelOf(session, map); isPage)
+    else if (const std::string model = mapDataModel(session, map); isPage)
         showPage(session, map, model, result);
     else
         result.deliver(options.showDataModel ? model : shownFields(model, map.name(), look));

@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "CFMetaData.h"
 #include "geo/HVInteractiveSTEM.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
@@ -10,10 +11,13 @@
 #include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/KnownDataset.h"
+#include "hvhost/input/NameLookup.h"
+#include "hvhost/map/MapFields.h"
 #include "hvhost/map/MapOptions.h"
 #include "hvhost/map/MapSession.h"
 #include "hvhost/show/ResultTable.h"
 #include "hvhost/show/TextTable.h"
+#include "support/Transcoding.h"
 
 namespace {
 
@@ -24,8 +28,8 @@ using Rows = std::vector<std::vector<std::string>>;
 struct Side
 {
     const char* word;
-    std::vector<std::string> keys;  ///< the user's names
-    std::vector<std::string> names; ///< the host's names
+    std::vector<std::string> keys;  ///< names in UTF-8
+    std::vector<std::string> names; ///< the same in the host's encoding
     Rows unmatched;
     bool hasMore = false;
 
@@ -53,9 +57,25 @@ void addKey(const std::string& text, const Dataset& dataset, Side& map, Side& da
                            "for example --keys NAME=town,ID=district");
     const int column = dataset.columnOf(variable, "--keys " + text);
     map.keys.push_back(field);
-    map.names.push_back(field);
     data.keys.push_back(dataset.nameOf(column));
     data.names.push_back(dataset.source().GetVariable(column).GetName());
+}
+
+/// Replaces the user's names of the map's fields by the map's own. `options` are the texts that
+/// contain them.
+void findFields(MapSession& session, const MapInput& map, const std::vector<std::string>& options,
+                Side& side)
+{
+    const CFMetaData model(mapDataModel(session, map));
+    std::vector<std::string> known;
+    for (std::size_t i = 0; i < model.FieldCount(); ++i)
+        known.push_back(model.GetField(i)->GetName());
+    for (std::size_t i = 0; i < options.size(); ++i) {
+        side.keys[i] = known[placeOfName(
+            side.keys[i], known,
+            {"--keys " + options[i], "field", "hvhost map info lists the fields"})];
+        side.names.push_back(transcodeFromUTF8(side.keys[i].c_str(), nullptr));
+    }
 }
 
 /// In a table of both sides, the first column names the side.
@@ -121,6 +141,7 @@ void mapMatch(const MapMatchOptions& options, const CommonOptions& common)
     for (const std::string& key : options.keys)
         addKey(key, *input.dataset(), ofMap, ofData);
     MapSession session("match", common, watch);
+    findFields(session, map, options.keys, ofMap);
     const KnownDataset known(*input.dataset());
     JobOrigin origin = map.origin();
     for (const JobOrigin::File& file : input.origin().inputs)

@@ -5,13 +5,12 @@
 #include <ostream>
 
 #include "CFMetaData.h"
-#include "CFUpperFuncImpl.h"
 #include "HostConversions.h"
 #include "RowDataIterator.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
-#include "hvhost/base/Text.h"
 #include "hvhost/base/ValueText.h"
+#include "hvhost/input/NameLookup.h"
 #include "scoring/HVTransformScorer.h"
 
 namespace {
@@ -19,14 +18,12 @@ namespace {
 /// The number of rows between two checks of the watch.
 constexpr long long kRowsBetweenLooks = 1024;
 
-CommandFault unknownField(const CFMetaData& model, const std::string& name)
+std::vector<std::string> namesOf(const CFMetaData& model)
 {
     std::vector<std::string> names;
     for (std::size_t i = 0; i < model.FieldCount(); ++i)
         names.push_back(model.GetField(i)->GetName());
-    const std::string nearest = nearestWord(names, name);
-    return {ExitStatus::Usage, "--keep " + name + ": there is no such variable",
-            nearest.empty() ? std::string() : "did you mean " + nearest + "?"};
+    return names;
 }
 
 } // namespace
@@ -36,12 +33,9 @@ ScoredTable::ScoredTable(EmbeddedHV::RowDataIterator& rows, const CFMetaData& mo
                          const std::vector<ScoringModel::Variable>& targets)
     : _rows(rows)
 {
-    for (const std::string& name : keep) {
-        const int index = model.GetFieldIndex(name);
-        if (index < 0)
-            throw unknownField(model, name);
-        keepField(model, static_cast<std::size_t>(index));
-    }
+    const std::vector<std::string> known = namesOf(model);
+    for (const std::string& name : keep)
+        keepField(model, placeOfName(name, known, {"--keep " + name}));
     for (std::size_t i = 0; keep.empty() && i < model.FieldCount(); ++i)
         keepField(model, i);
     for (const ScoringModel::Variable& target : targets) {

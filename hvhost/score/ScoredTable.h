@@ -15,7 +15,7 @@ class InterruptWatch;
 class ScoredTable
 {
 public:
-    /// Fields are kept by name, ignoring letter case; without names all are kept. Throws
+    /// Fields are kept by name, by the rule of placeOfName; without names all are kept. Throws
     /// CommandFault (Usage) for an unknown field, and for a target with the name of a kept field.
     ScoredTable(EmbeddedHV::RowDataIterator& rows, const CFMetaData& model,
                 const std::vector<std::string>& keep,

@@ -1,13 +1,11 @@
 #include "hvhost/score/ScoringModel.h"
 
-#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <memory>
 #include <sstream>
 
 #include "CFMetaData.h"
-#include "CFUpperFuncImpl.h"
 #include "IMCScoreComputer.h"
 #include "IMCVariable.h"
 #include "MCScorerFactory.h"
@@ -15,7 +13,7 @@
 #include "MCVarList.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/ReadableFile.h"
-#include "hvhost/base/Text.h"
+#include "hvhost/input/NameLookup.h"
 
 namespace {
 
@@ -84,21 +82,10 @@ ScoringModel::targets(const std::vector<std::string>& names) const
     std::vector<std::string> known;
     for (const Variable& output : _outputs)
         known.push_back(output.name);
-    for (const std::string& name : names) {
-        // Prefer the exact name: two names may differ only in letter case.
-        auto found = std::find(known.begin(), known.end(), name);
-        if (found == known.end())
-            found = std::find_if(known.begin(), known.end(), [&](const std::string& other) {
-                return GetUpperVarName(other) == GetUpperVarName(name);
-            });
-        if (found == known.end()) {
-            const std::string nearest = nearestWord(known, name);
-            throw CommandFault(ExitStatus::Usage,
-                               "--target " + name + ": " + _name + " has no such result",
-                               nearest.empty() ? std::string() : "did you mean " + nearest + "?");
-        }
-        targets.push_back(_outputs[static_cast<std::size_t>(found - known.begin())]);
-    }
+    for (const std::string& name : names)
+        targets.push_back(_outputs[placeOfName(
+            name, known,
+            {"--target " + name, "result", "without --target, all results are written"})]);
     return targets;
 }
 

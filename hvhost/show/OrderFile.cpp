@@ -25,9 +25,7 @@ void readMembers(Target& target, const OrderValue& object, const Keys<Target>& k
             std::vector<std::string> words;
             for (const auto& [word, read] : keys)
                 words.push_back(word);
-            const std::string nearest = nearestWord(words, name);
-            value.refuse("there is no such key",
-                         nearest.empty() ? "" : "did you mean " + nearest + "?");
+            value.refuse("there is no such key", nearestHint(words, name, ""));
         }
         key->second(target, value);
     }

@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "ErrorText.h"
+#include "base/AsciiText.h"
 #include "hvhost/base/CommandFault.h"
 #include "report/page/OutputPage.h"
 #include "report/text/OutputText.h"
@@ -38,9 +39,7 @@ std::string formOf(const std::string& asked, const std::string& path,
 {
     if (!asked.empty())
         return asked;
-    std::string extension = std::filesystem::path(path).extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    std::string extension = base::lowerCase(std::filesystem::path(path).extension().string());
     if (extension == ".htm")
         extension = ".html";
     const auto named = std::find_if(forms.begin(), forms.end(), [&](const std::string& form) {

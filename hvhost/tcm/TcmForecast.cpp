@@ -1,6 +1,8 @@
 #include <algorithm>
 
 #include "VexaCases.h"
+#include "base/NumberText.h"
+#include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ValueText.h"
 #include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/ScenarioOptions.h"
@@ -25,7 +27,7 @@ std::vector<std::string> timeTexts(const HVSeriesForecast& forecast)
 
 std::optional<std::string> valueCell(double value)
 {
-    return value == kSystemMissing ? std::nullopt : std::optional(shortestNumber(value));
+    return value == kSystemMissing ? std::nullopt : std::optional(base::shortestNumber(value));
 }
 
 TcmJson valueJson(double value)
@@ -135,7 +137,7 @@ TcmResult forecastResult(const TcmModelFacts& facts, const TcmForecastOptions& o
     result.name = facts.file;
     result.rows = pointTable(forecast, false);
     const std::string bounds =
-        "bounds: " + shortestNumber(options.confidence) + " %; fits are one step ahead\n";
+        "bounds: " + base::shortestNumber(options.confidence) + " %; fits are one step ahead\n";
     result.parts = {{series, {}, forecastChart(series, forecast, times), {}},
                     {"Forecast of " + series, withOneTime(pointTable(forecast, true)), {}, bounds},
                     {"Values of " + series, withOneTime(result.rows), {}, {}, true}};

@@ -2,6 +2,8 @@
 #include <sstream>
 
 #include "SvrDMDataset.h"
+#include "base/NumberText.h"
+#include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ValueText.h"
 #include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/OutlierTable.h"
@@ -102,8 +104,8 @@ ResultTable edgeTable(const TcmModelFacts& facts)
     table.keyCount = 2;
     for (const TcmModelFacts::Edge& edge : facts.edges)
         table.rows.push_back({seriesText(edge.target), seriesText(edge.predictor),
-                              std::to_string(edge.lag), shortestNumber(edge.coefficientSum),
-                              tcmNumber(edge.f), shortestNumber(edge.pValue)});
+                              std::to_string(edge.lag), base::shortestNumber(edge.coefficientSum),
+                              tcmNumber(edge.f), base::shortestNumber(edge.pValue)});
     return table;
 }
 

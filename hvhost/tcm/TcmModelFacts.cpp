@@ -100,10 +100,8 @@ const TcmModelFacts::Series& TcmModelFacts::find(const std::string& text,
     std::vector<std::string> known;
     for (const Series& one : series)
         known.push_back(seriesText(one.name));
-    const std::string nearest = nearestWord(known, seriesText(name));
     throw CommandFault(ExitStatus::Usage, option + " " + text + ": " + file + " has no such series",
-                       nearest.empty() ? "hvhost tcm info lists the series"
-                                       : "did you mean " + nearest + "?");
+                       nearestHint(known, seriesText(name), "hvhost tcm info lists the series"));
 }
 
 TcmModelFacts readModelFacts(const std::string& file, const std::string& network,

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <ostream>
 
+#include "base/NumberText.h"
 #include "hvhost/base/ValueText.h"
 #include "hvhost/show/OutputShown.h"
 #include "hvhost/show/TextTable.h"
@@ -78,5 +79,5 @@ std::optional<std::string> tcmNumber(const nlohmann::ordered_json& value)
 {
     if (!value.is_number())
         return std::nullopt;
-    return value.is_number_float() ? shortestNumber(value.get<double>()) : value.dump();
+    return value.is_number_float() ? base::shortestNumber(value.get<double>()) : value.dump();
 }

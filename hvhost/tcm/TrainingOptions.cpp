@@ -66,14 +66,12 @@ void setInterval(const std::string& text, HVTemporalTraining& training)
 {
     const std::string option = "--interval " + text;
     const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-    std::string unit = trimmed(text.substr(digits));
+    std::string unit(trimmed(std::string_view(text).substr(digits)));
     if (unit.size() > 1 && unit.ends_with('s'))
         unit.pop_back();
     if (std::ranges::find(kUnits, unit) == kUnits.end()) {
-        const std::string nearest = nearestWord(wordsOf(kUnits), unit);
         refuseOption(option, "\"" + unit + "\" is not a unit of time",
-                     nearest.empty() ? "for example month, or 15 minutes"
-                                     : "did you mean " + nearest + "?");
+                     nearestHint(wordsOf(kUnits), unit, "for example month, or 15 minutes"));
     }
     const std::optional<int> increment =
         digits == 0 ? std::optional(1) : wholeNumber(text.substr(0, digits));
@@ -175,10 +173,8 @@ void setAggregations(const TcmTrainOptions& options, const Dataset& dataset,
         const std::size_t equals = text.rfind('=');
         const std::string function = equals == text.npos ? text : text.substr(equals + 1);
         if (std::ranges::find(kFunctions, function) == kFunctions.end()) {
-            const std::string nearest = nearestWord(kFunctions, function);
             refuseOption(option, "\"" + function + "\" is not an aggregate function",
-                         nearest.empty() ? "for example mean, or sales=sum"
-                                         : "did you mean " + nearest + "?");
+                         nearestHint(kFunctions, function, "for example mean, or sales=sum"));
         }
         if (equals == text.npos)
             training.SetAggregation(function);

@@ -465,7 +465,7 @@ bool HVRawDataIterator::GetExcludeUserMissing() const
 
 WeightAdjust HVRawDataIterator::GetFreqWeightAdj() const
 {
-    return static_cast<WeightAdjust>(_impl->rules.adjust);
+    return _impl->rules.adjust;
 }
 
 bool HVRawDataIterator::GetScoreIteration() const

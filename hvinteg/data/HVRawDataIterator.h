@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,20 +10,12 @@
 #include "RowBlocks.h"
 #include "SvrDMDataset.h"
 #include "VexaDataSource.h"
+#include "data/WeightAdjust.h"
 #include "runner/HVStatDataIterator.h"
 #include "runner/HVStopProcessor.h"
 #include "support/HvintegExport.h"
 
 class HVDataModel;
-
-/// How a positive case weight is adjusted.
-enum WeightAdjust : std::int32_t
-{
-    kWeightRound = 0,
-    kWeightTruncate = 1,
-    kWeightUnchanged = 2,
-    kWeightNone = 3 ///< cases are not weighted
-};
 
 /// Feeds the host's cases to the engine, one record for each case with a positive weight. A record
 /// holds the analysis variables in their order. Dates are converted to the engine's scale, and

@@ -3,11 +3,9 @@
 #include <cmath>
 
 #include "HostConversions.h"
-#include "data/HVRawDataIterator.h"
+#include "base/CivilTime.h"
 
 namespace {
-
-constexpr double kSecondsPerDay = 86400.0;
 
 /// The length without trailing blanks and line ends, at least 1.
 unsigned long long trimmedLength(const char* text, int width, bool trimsTabs)
@@ -19,7 +17,7 @@ unsigned long long trimmedLength(const char* text, int width, bool trimsTabs)
 }
 
 /// Rounds halves up, as the host does.
-double adjusted(double weight, int adjust)
+double adjusted(double weight, WeightAdjust adjust)
 {
     if (adjust == kWeightRound)
         return std::floor(weight + 0.5);
@@ -27,7 +25,7 @@ double adjusted(double weight, int adjust)
 }
 
 /// The effective weight of a case; 0 means skip it.
-double weightOf(double value, int adjust, CaseCounts* counts)
+double weightOf(double value, WeightAdjust adjust, CaseCounts* counts)
 {
     if (value == kSystemMissing || !(value > 0))
         return 0;
@@ -128,7 +126,7 @@ double RecordRules::converted(double value, std::size_t field) const
     if (value == kSystemMissing)
         return value;
     if (kind.storage == CFField::Date)
-        return (value - GetBaseDateNumber()) / kSecondsPerDay;
+        return (value - GetBaseDateNumber()) / base::kSecondsPerDay;
     return kind.storage == CFField::Timestamp ? value - GetBaseDateNumber() : value;
 }
 

@@ -8,6 +8,7 @@
 #include "VexaCases.h"
 #include "VexaVariable.h"
 #include "data/CaseCounts.h"
+#include "data/WeightAdjust.h"
 
 /// How to fill a field, decided before the first record.
 struct RecordField
@@ -25,7 +26,7 @@ struct RecordRules
 {
     std::vector<RecordField> fields;
     int weightField = -1;
-    int adjust = 0; ///< WeightAdjust
+    WeightAdjust adjust = kWeightRound;
     const ACAVarValidSpecs* validSpecs = nullptr;
     bool excludeUserMissing = true;
     int incrementTarget = -1;

@@ -2,6 +2,8 @@
 
 #include "HostValueText.h"
 #include "StorageOfFormat.h"
+#include "base/AsciiText.h"
+#include "base/CivilTime.h"
 
 #include <algorithm>
 
@@ -11,8 +13,6 @@ namespace CellFormat {
 namespace {
 
 /// From the host's first day, 1582-10-14, to 1970-01-01.
-constexpr double kSecondsToEpoch = 12219379200.0;
-constexpr double kSecondsPerDay = 60.0 * 60.0 * 24.0;
 
 std::uint8_t decimalsOf(const JsonValue& object, int byDefault)
 {
@@ -109,7 +109,7 @@ double toHostDate(double value, const VEXA_Format& format, bool valueIsSeconds)
 {
     if (!isDate(value, format))
         return value;
-    return (valueIsSeconds ? value : value * kSecondsPerDay) + kSecondsToEpoch;
+    return (valueIsSeconds ? value : value * base::kSecondsPerDay) + base::kHostEpoch;
 }
 
 std::string textOf(double value, const VEXA_Format& format)
@@ -120,11 +120,7 @@ std::string textOf(double value, const VEXA_Format& format)
     ToString(&unit, format, text.data());
     // The host fills the width with blanks and writes no terminator.
     text.resize(format.width);
-    const std::size_t begin = text.find_first_not_of(" \t");
-    if (begin == text.npos)
-        return {};
-    text = text.substr(begin, text.find_last_not_of(" \t") - begin + 1);
-    return transcodeToUTF8(text.c_str(), nullptr);
+    return transcodeToUTF8(std::string(base::trimmed(text)).c_str(), nullptr);
 }
 
 } // namespace CellFormat

@@ -4,31 +4,11 @@
 
 #include "ParserMessage.h"
 #include "VexaDataSource.h"
+#include "base/ScopeExit.h"
 #include "bridge/JNIObjectManager.h"
 #include "runner/HVProgressListener.h"
 #include "runner/HVRunnerImpl.h"
 #include "runner/HostBlocks.h"
-
-namespace {
-
-/// Sets the adapter's interrupt handler for a scope and restores the previous one.
-class InterruptScope
-{
-public:
-    explicit InterruptScope(VexaAdapter::InterruptHandler& handler)
-        : _earlier(GetAdapter()->getInterruptHandler())
-    {
-        GetAdapter()->setInterruptHandler(&handler);
-    }
-    ~InterruptScope() { GetAdapter()->setInterruptHandler(_earlier); }
-    InterruptScope(const InterruptScope&) = delete;
-    InterruptScope& operator=(const InterruptScope&) = delete;
-
-private:
-    VexaAdapter::InterruptHandler* _earlier;
-};
-
-} // namespace
 
 HVRunner::InterruptHandler::~InterruptHandler() = default;
 
@@ -111,7 +91,10 @@ bool HVRunner::execute()
     if (_procedure == nullptr)
         return _impl->execute();
     InterruptHandler handler(this);
-    const InterruptScope scope(handler);
+    VexaAdapter& adapter = *GetAdapter();
+    VexaAdapter::InterruptHandler* const earlier = adapter.getInterruptHandler();
+    adapter.setInterruptHandler(&handler);
+    const base::ScopeExit restore([&] { adapter.setInterruptHandler(earlier); });
     return _impl->execute();
 }
 

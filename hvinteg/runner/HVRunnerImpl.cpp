@@ -6,6 +6,7 @@
 #include "CFAppHost.h"
 #include "HVServiceManager.h"
 #include "MetadataService.h"
+#include "base/ScopeExit.h"
 #include "bridge/JNIObjectManager.h"
 #include "runner/HVProgressListener.h"
 #include "runner/HVStatContainer.h"
@@ -30,28 +31,6 @@ void quietly(Work work) noexcept
     } catch (...) { // NOLINT(bugprone-empty-catch)
     }
 }
-
-/// Lets a stop of the runner end a question, if the engine supports that.
-class StopScope
-{
-public:
-    StopScope(EmbeddedHV::MetadataService& service, std::function<bool()> isStopped)
-        : _questions(dynamic_cast<EmbeddedHV::StoppableQuestions*>(&service))
-    {
-        if (_questions != nullptr)
-            _questions->setStop(std::move(isStopped));
-    }
-    ~StopScope()
-    {
-        if (_questions != nullptr)
-            _questions->setStop({});
-    }
-    StopScope(const StopScope&) = delete;
-    StopScope& operator=(const StopScope&) = delete;
-
-private:
-    EmbeddedHV::StoppableQuestions* _questions;
-};
 
 } // namespace
 
@@ -146,7 +125,14 @@ bool HVRunnerImpl::askService(
         cleanExecution();
         EmbeddedHV::MetadataService& service =
             *StatHVServiceManager::get(_hasProcedure)->getMetaDataService();
-        const StopScope scope(service, [this] { return isStopProcessor(); });
+        // A stop of the runner ends the question, if the engine supports that.
+        auto* const questions = dynamic_cast<EmbeddedHV::StoppableQuestions*>(&service);
+        const auto setStop = [questions](std::function<bool()> isStopped) {
+            if (questions != nullptr)
+                questions->setStop(std::move(isStopped));
+        };
+        setStop([this] { return isStopProcessor(); });
+        const base::ScopeExit restore([&] { setStop({}); });
         question(service, managerEnv());
         return true;
     } catch (...) {

@@ -8,10 +8,9 @@
 #include "HostConversions.h"
 #include "IMCVariable.h"
 #include "RowDataIterator.h"
+#include "base/CivilTime.h"
 
 namespace {
-
-constexpr double kSecondsPerDay = 86400.0;
 
 template <typename Number>
 Number numberAt(const void* place)
@@ -29,11 +28,11 @@ double hostMoment(double value, const InputColumn& input, double missing)
     const bool isMoment = input.storage == IMCVariable::kStoredTimestamp;
     if (input.columnStorage == CFField::Timestamp) {
         const double seconds =
-            isMoment ? value : std::floor(value / kSecondsPerDay) * kSecondsPerDay;
+            isMoment ? value : std::floor(value / base::kSecondsPerDay) * base::kSecondsPerDay;
         return GetBaseDateNumber() + seconds;
     }
     const bool countsSeconds = isMoment && input.columnStorage != CFField::Date;
-    return GetBaseDateNumber() + value * (countsSeconds ? 1.0 : kSecondsPerDay);
+    return GetBaseDateNumber() + value * (countsSeconds ? 1.0 : base::kSecondsPerDay);
 }
 
 } // namespace

@@ -8,8 +8,15 @@
 
 namespace base {
 
-/// The end of a message about an unknown name: `; did you mean "temp"?` with the most similar
-/// candidate, or an empty text if no candidate is similar. Ignores case.
+/// The candidate that a user probably meant with an unknown name; empty if no candidate is similar.
+/// Ignores the case of ASCII letters. A candidate that begins with the name is preferred, however
+/// long it is; otherwise up to a third of the characters may differ. The result refers to the
+/// candidate.
+std::string_view nearestName(std::string_view name,
+                             const std::vector<std::string_view>& candidates);
+
+/// The end of a message about an unknown name: `; did you mean "temp"?`, or an empty text if no
+/// candidate is similar.
 std::string suggestion(std::string_view name, const std::vector<std::string_view>& candidates);
 
 /// The same for the names of items. `nameOf` returns the name of an item by reference.

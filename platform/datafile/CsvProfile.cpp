@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "base/Utf8.h"
 #include "datafile/Fault.h"
 #include "datafile/FaultIds.h"
-#include "datafile/Utf8.h"
 
 namespace datafile {
 namespace {
@@ -51,7 +51,7 @@ void CsvProfile::readNames()
     if (_hasHeader && _scanner.flaw())
         throw faultOf(*_scanner.flaw(), _path);
     for (const CsvField& field : _fields) {
-        if (!isUtf8(field.text) || field.text.find('\0') != std::string_view::npos)
+        if (!base::isUtf8(field.text) || field.text.find('\0') != std::string_view::npos)
             throw Fault(faults::kNotOfItsKind, "read: " + _path + ":" +
                                                    std::to_string(_scanner.line()) +
                                                    ": this is not a CSV file in UTF-8");
@@ -180,7 +180,7 @@ void CsvProfile::takeLengths()
 {
     for (std::size_t column = 0; column < _fields.size(); ++column) {
         const CsvField& field = _fields[column];
-        if (!_flaw && !isUtf8(field.text))
+        if (!_flaw && !base::isUtf8(field.text))
             takeFlaw({_scanner.line(), 0, "the text is not UTF-8", 0, false});
         if (field.text.empty())
             _gaps[column] = true;

@@ -9,6 +9,8 @@
 
 #include <fcntl.h>
 
+#include "base/Utf8.h"
+
 namespace datafile {
 namespace {
 
@@ -36,14 +38,6 @@ const char* wordOf(CsvLineEnd end)
     default:
         return "CR LF";
     }
-}
-
-/// Number of characters in a UTF-8 text.
-std::uint64_t countCharacters(std::string_view bytes)
-{
-    return static_cast<std::uint64_t>(std::count_if(bytes.begin(), bytes.end(), [](char byte) {
-        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-    }));
 }
 
 } // namespace
@@ -216,7 +210,7 @@ void CsvScanner::note(std::size_t at, const char* text)
     const std::string_view ownLine =
         feed == std::string_view::npos ? before : before.substr(feed + 1);
     _flaw = {_line + static_cast<std::uint64_t>(std::count(before.begin(), before.end(), '\n')),
-             countCharacters(ownLine) + 1, text, 0, false};
+             base::countCharacters(ownLine) + 1, text, 0, false};
 }
 
 /// The first comma or line end from `mark` on, or the end of the data; moves `mark` there. A quote

@@ -1,9 +1,11 @@
 #include "datafile/CsvValue.h"
 
 #include <charconv>
-#include <chrono>
 #include <cstdint>
 #include <optional>
+
+#include "base/AsciiText.h"
+#include "base/CivilTime.h"
 
 namespace datafile {
 namespace {
@@ -42,15 +44,6 @@ bool isSpecialNumber(std::string_view text)
         if (text == word)
             return true;
     return false;
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    return text;
 }
 
 /// A number that does not consist of digits only; it begins with `whole` digits.
@@ -95,16 +88,7 @@ CsvKind numberKind(std::string_view text)
 
 bool isDate(std::string_view text)
 {
-    if (text.size() != 10 || text[4] != '-' || text[7] != '-')
-        return false;
-    const auto year = fixedNumber(text, 0, 4);
-    const auto month = fixedNumber(text, 5, 2);
-    const auto day = fixedNumber(text, 8, 2);
-    return year && month && day &&
-           std::chrono::year_month_day(std::chrono::year(*year),
-                                       std::chrono::month(static_cast<unsigned>(*month)),
-                                       std::chrono::day(static_cast<unsigned>(*day)))
-               .ok();
+    return base::dayOfIso(text).has_value();
 }
 
 /// Empty, or a period and one to six digits.
@@ -114,6 +98,7 @@ bool isFraction(std::string_view text)
                             digitsFrom(text, 1) == text.size() - 1);
 }
 
+/// Hours of one digit and times without seconds are valid too, as the database reads them.
 bool isTime(std::string_view text)
 {
     const std::size_t hourDigits = digitsFrom(text, 0);
@@ -148,7 +133,7 @@ CsvKind kindOf(const CsvField& field)
     if (!isDigit(first) && first != '-' && first != '+' && first != '.' && first != ' ' &&
         first != 'n' && first != 'N' && first != 'i' && first != 'I')
         return CsvKind::Text;
-    const CsvKind number = numberKind(trimmed(text));
+    const CsvKind number = numberKind(base::trimmed(text, " "));
     if (number != CsvKind::Text)
         return number;
     if (isDate(text))

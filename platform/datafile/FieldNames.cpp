@@ -6,6 +6,8 @@
 
 #include <unicode/unistr.h>
 
+#include "base/AsciiText.h"
+
 namespace datafile {
 namespace {
 
@@ -13,11 +15,6 @@ bool isAscii(const std::string& name)
 {
     return std::all_of(name.begin(), name.end(),
                        [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
-}
-
-char lowered(char letter)
-{
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
 } // namespace
@@ -34,9 +31,7 @@ std::string foldedName(std::string name)
         letters.toUTF8String(folded);
         return folded;
     }
-    for (char& letter : name)
-        letter = lowered(letter);
-    return name;
+    return base::lowerCase(name);
 }
 
 bool isSameName(const std::string& left, const std::string& right)
@@ -46,7 +41,7 @@ bool isSameName(const std::string& left, const std::string& right)
         return foldedName(left) == foldedName(right);
     return left.size() == right.size() &&
            std::equal(left.begin(), left.end(), right.begin(),
-                      [](char a, char b) { return lowered(a) == lowered(b); });
+                      [](char a, char b) { return base::lowerCase(a) == base::lowerCase(b); });
 }
 
 std::vector<std::string> uniqueNames(std::vector<std::string> names)

@@ -9,6 +9,8 @@
 
 #include <unicode/unistr.h>
 
+#include "base/Utf8.h"
+
 namespace {
 
 constexpr std::size_t kLongText = 2000;
@@ -115,17 +117,7 @@ std::string shortened(std::string_view text, std::size_t limit)
 {
     if (text.size() <= limit)
         return std::string(text);
-    std::size_t end = limit;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
-        --end;
-    return std::string(text.substr(0, end)) + "…";
-}
-
-std::string fullNumber(double number)
-{
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    return {digits.data(), end};
+    return std::string(text.substr(0, base::wholeCharacters(text, limit))) + "…";
 }
 
 std::string roundedNumber(double number, int digits)

@@ -17,9 +17,6 @@ std::string cellText(std::string_view text);
 /// The first words of a text for a link or list: at most `limit` bytes and an ellipsis.
 std::string shortened(std::string_view text, std::size_t limit = 120);
 
-/// The shortest text with exactly the same number.
-std::string fullNumber(double number);
-
 /// A number with `digits` significant digits, without trailing zeros.
 std::string roundedNumber(double number, int digits = 6);
 

@@ -5,6 +5,7 @@
 
 #include "FormattedText.h"
 #include "VexaCases.h"
+#include "base/NumberText.h"
 #include "report/document/PageText.h"
 
 namespace {
@@ -19,7 +20,7 @@ std::string valueOf(const TnContent& content)
                    : " data-text=\"" + escaped(content.text) + "\"";
     if (*content.number == kSystemMissing)
         return " data-value=\"\"";
-    return " data-value=\"" + fullNumber(*content.number) + "\"" +
+    return " data-value=\"" + base::shortestNumber(*content.number) + "\"" +
            (isDateFormat(content.format) ? " data-shown" : "");
 }
 

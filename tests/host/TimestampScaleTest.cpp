@@ -1,4 +1,4 @@
-#include "datafile/TimestampScale.h"
+#include "base/TimestampScale.h"
 
 #include <chrono>
 #include <cmath>
@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/CivilTime.h"
 #include "datafile/Duck.h"
 #include "host/CaseFiles.h"
 #include "support/ScratchFolder.h"
@@ -18,7 +19,7 @@ using namespace casefiles;
 __extension__ using Wide = __int128;
 
 constexpr std::int64_t kMicro = 1000000;
-constexpr auto kEpoch = static_cast<std::int64_t>(datafile::kHostEpoch);
+constexpr auto kEpoch = static_cast<std::int64_t>(base::kHostEpoch);
 
 std::int64_t startOf(int year)
 {
@@ -66,10 +67,10 @@ TEST(TimestampScale, StampsSurviveTheHost)
         const std::int64_t last = startOf(span.to) - span.grain;
         int bad = 0;
         const auto check = [&](std::int64_t stamp) {
-            const double held = datafile::hostSeconds(stamp);
-            const std::int64_t back = datafile::timestampOfRow(held - datafile::kHostEpoch);
+            const double held = base::hostSeconds(stamp);
+            const std::int64_t back = base::timestampOfRow(held - base::kHostEpoch);
             const bool isGood = isNearest(held, stamp) && std::abs(back - stamp) <= span.most &&
-                                datafile::survivesHost(stamp) == (back == stamp);
+                                base::survivesHost(stamp) == (back == stamp);
             bad += isGood ? 0 : 1;
         };
         for (std::int64_t i = 0; i < kMicro / span.grain; ++i) {
@@ -82,12 +83,11 @@ TEST(TimestampScale, StampsSurviveTheHost)
         EXPECT_EQ(bad, 0) << span.what;
     }
     // A double of a row that no host has held, and one that was made from it.
-    EXPECT_EQ(datafile::timestampOfRow(1330560000.123456), 1330560000123456);
-    EXPECT_EQ(
-        datafile::timestampOfRow((datafile::kHostEpoch + 1330560000.123450) - datafile::kHostEpoch),
-        1330560000123450);
-    EXPECT_EQ(datafile::timestampOfRow(datafile::rowSeconds(-1)), -1);
-    EXPECT_TRUE(datafile::survivesHost(INT64_MAX)) << "infinite";
+    EXPECT_EQ(base::timestampOfRow(1330560000.123456), 1330560000123456);
+    EXPECT_EQ(base::timestampOfRow((base::kHostEpoch + 1330560000.123450) - base::kHostEpoch),
+              1330560000123450);
+    EXPECT_EQ(base::timestampOfRow(base::rowSeconds(-1)), -1);
+    EXPECT_TRUE(base::survivesHost(INT64_MAX)) << "infinite";
 }
 
 /// What the host writes, the engine reads by itself: the roundest stamp, not the nearest.
@@ -95,7 +95,7 @@ TEST(TimestampScale, AWrittenFileHasTheRoundestStamps)
 {
     std::vector<Row> rows;
     for (std::int64_t i = 0; i < 1000; ++i)
-        rows.push_back({datafile::hostSeconds(1715000000000000 + i * 1000)});
+        rows.push_back({base::hostSeconds(1715000000000000 + i * 1000)});
     const ScratchFolder scratch;
     writeSav(scratch.name("t.sav"), {variable("t", 0, {23, kFormatDateTimeYearFirst, 3})}, rows);
     duckdb_database database = datafile::duck::openInMemory();

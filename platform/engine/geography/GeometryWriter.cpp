@@ -6,6 +6,8 @@
 
 #include <ogr_geometry.h>
 
+#include "base/NumberText.h"
+
 namespace EmbeddedHV::maps {
 namespace {
 
@@ -39,9 +41,7 @@ void Writer::number(double value)
         _isGood = false;
         return;
     }
-    char digits[32];
-    const auto result = std::to_chars(digits, digits + sizeof digits, value);
-    _out.append(digits, result.ptr);
+    base::appendNumber(_out, value);
 }
 
 void Writer::position(double x, double y, double z, bool hasZ)

@@ -11,6 +11,7 @@
 
 #include "GdalMessages.h"
 #include "GeometryWriter.h"
+#include "base/CivilTime.h"
 
 namespace EmbeddedHV::maps {
 namespace {
@@ -81,7 +82,8 @@ bool momentOf(const OGRFeature& feature, int field, Moment& moment)
         moment.days = std::chrono::sys_days(date).time_since_epoch().count();
     const std::int64_t seconds = (hour * 60LL + minute) * 60LL;
     // GDAL stores seconds in single precision, which is exact only to milliseconds.
-    moment.microseconds = seconds * 1000000 + std::llround(second * 1000.0) * 1000;
+    moment.microseconds =
+        seconds * base::kMicrosecondsPerSecond + std::llround(second * 1000.0) * 1000;
     return true;
 }
 
@@ -176,7 +178,6 @@ bool ShapeFileLayer::next()
 
 void ShapeFileLayer::readMoment(int field, LayerValue& value) const
 {
-    constexpr std::int64_t kDay = 86400LL * 1000000;
     Moment moment;
     value.isMissing = !momentOf(*_feature, field, moment);
     switch (_fields[static_cast<std::size_t>(field)].GetStorage()) {
@@ -187,7 +188,7 @@ void ShapeFileLayer::readMoment(int field, LayerValue& value) const
         value.integer = moment.microseconds;
         break;
     default:
-        value.integer = moment.days * kDay + moment.microseconds;
+        value.integer = moment.days * base::kMicrosecondsPerDay + moment.microseconds;
     }
 }
 

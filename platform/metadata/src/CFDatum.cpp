@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "NumberText.h"
+#include "base/NumberText.h"
 
 namespace {
 
@@ -78,7 +79,7 @@ std::string CFDatum::ToString(int decimals) const
     if (IsInteger())
         return std::to_string(GetInteger());
     if (IsReal())
-        return decimals < 0 ? numberText(GetReal()) : withDecimals(GetReal(), decimals);
+        return decimals < 0 ? base::shortestNumber(GetReal()) : withDecimals(GetReal(), decimals);
     return IsString() ? GetString() : std::string();
 }
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "Utf8.h"
+#include "base/Utf8.h"
 
 namespace {
 
@@ -32,7 +32,7 @@ int openSequenceCode(std::string_view text)
     const auto [end, error] = std::from_chars(text.data() + kDigitsBegin, last, code, 16);
     if (error != std::errc() || end != last)
         return -1;
-    const bool known = code < 0x20 || code == 0xFFFE || code == 0xFFFF || isStrayByte(code);
+    const bool known = code < 0x20 || code == 0xFFFE || code == 0xFFFF || base::isStrayByte(code);
     return (known && needsEscape(code)) || code == kUnderscore ? static_cast<int>(code) : -1;
 }
 
@@ -59,7 +59,7 @@ void appendCode(std::string& text, char32_t code)
     else if (code == 0xFFFF)
         text += "\xEF\xBF\xBF";
     else
-        text += static_cast<char>(isStrayByte(code) ? code - kStrayByte : code);
+        text += static_cast<char>(base::isStrayByte(code) ? code - base::kStrayByte : code);
 }
 
 // Whether escaping leaves the text unchanged, as for most texts: printable ASCII without the start
@@ -90,7 +90,7 @@ std::string escapeText(const std::string& text)
     escaped.reserve(text.size());
     for (std::size_t at = 0; at < whole.size();) {
         const std::string_view rest = whole.substr(at);
-        const Character character = decodeCharacter(rest);
+        const base::Character character = base::decodeCharacter(rest);
         // The closing underscore may come from a following escape, so test without it.
         if (needsEscape(character.code) || openSequenceCode(rest) >= 0)
             escaped += sequenceFor(character.code);

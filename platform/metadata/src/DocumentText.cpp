@@ -7,7 +7,7 @@
 #include "CFMetaData.h"
 #include "DataModelText.h"
 #include "DataModelWords.h"
-#include "Utf8.h"
+#include "base/Utf8.h"
 
 namespace {
 
@@ -72,9 +72,9 @@ void DocumentText::checkCharacters() const
 {
     std::size_t literalEnd = 0;
     for (std::size_t at = 0; at < _text.size();) {
-        const Character character = decodeCharacter(_text.substr(at));
+        const base::Character character = base::decodeCharacter(_text.substr(at));
         const auto offset = static_cast<std::ptrdiff_t>(at);
-        if (isStrayByte(character.code))
+        if (base::isStrayByte(character.code))
             fail("there is a byte that is not UTF-8.", offset);
         if (!isXmlCharacter(character.code))
             fail("XML has no place for the character " + codeName(character.code) + ".", offset);

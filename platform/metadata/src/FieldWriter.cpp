@@ -4,6 +4,7 @@
 #include "DataModelWords.h"
 #include "DatumKind.h"
 #include "NumberText.h"
+#include "base/NumberText.h"
 
 namespace {
 
@@ -84,10 +85,10 @@ void writeFormat(pugi::xml_node parent, const CFFormat& format)
 void writeEnvelope(pugi::xml_node parent, const CFGeo::Envelope& envelope)
 {
     pugi::xml_node node = parent.append_child(datamodel::kEnvelope);
-    addText(node, datamodel::kLeftUpperX, numberText(envelope.leftUpperX));
-    addText(node, datamodel::kLeftUpperY, numberText(envelope.leftUpperY));
-    addText(node, datamodel::kRightLowerX, numberText(envelope.rightLowerX));
-    addText(node, datamodel::kRightLowerY, numberText(envelope.rightLowerY));
+    addText(node, datamodel::kLeftUpperX, base::shortestNumber(envelope.leftUpperX));
+    addText(node, datamodel::kLeftUpperY, base::shortestNumber(envelope.leftUpperY));
+    addText(node, datamodel::kRightLowerX, base::shortestNumber(envelope.rightLowerX));
+    addText(node, datamodel::kRightLowerY, base::shortestNumber(envelope.rightLowerY));
 }
 
 void writeGeo(pugi::xml_node parent, const CFGeo& geo)

@@ -1,15 +1,6 @@
 #include "NumberText.h"
 
-#include <array>
 #include <cmath>
-
-std::string numberText(double value)
-{
-    // "-1.7976931348623157e+308" is the longest text.
-    std::array<char, 32> text;
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
-    return {text.data(), result.ptr};
-}
 
 std::optional<double> parseReal(std::string_view text)
 {

@@ -2,11 +2,7 @@
 
 #include <charconv>
 #include <optional>
-#include <string>
 #include <string_view>
-
-/// The shortest text that represents exactly the same number.
-std::string numberText(double value);
 
 /// The number that the whole text represents; nullopt if it has other content, is out of range or
 /// is NaN.

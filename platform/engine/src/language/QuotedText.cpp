@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ErrorIds.h"
+#include "base/Utf8.h"
 
 namespace EmbeddedHV::language {
 namespace {
@@ -61,7 +62,7 @@ void readEscape(TextCursor& cursor, std::string& text)
     const char letter = cursor.peek();
     if (letter == 'u') {
         cursor.advance();
-        appendUtf8(readUnicodeEscape(cursor, start), text);
+        base::appendCharacter(text, readUnicodeEscape(cursor, start));
         return;
     }
     const auto* found = std::ranges::find(kEscapes, letter, &std::pair<char, char>::first);

@@ -31,9 +31,6 @@ private:
     Position _position{1, 1};
 };
 
-/// Appends a character's UTF-8 bytes.
-void appendUtf8(char32_t character, std::string& text);
-
 /// Throws JobError with a text that begins with "line L, column C: ".
 [[noreturn]] void failAt(const Position& position, const std::string& text, const char* id);
 

@@ -1,5 +1,7 @@
 #include "language/Token.h"
 
+#include "base/Utf8.h"
+
 namespace EmbeddedHV::language {
 namespace {
 
@@ -9,10 +11,7 @@ std::string shortened(const std::string& text)
     constexpr std::size_t kShown = 40;
     if (text.size() <= kShown)
         return text;
-    std::size_t end = kShown;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
-        --end;
-    return text.substr(0, end) + "...";
+    return text.substr(0, base::wholeCharacters(text, kShown)) + "...";
 }
 
 } // namespace

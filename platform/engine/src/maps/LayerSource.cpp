@@ -4,9 +4,9 @@
 
 #include "DataFileNames.h"
 #include "ErrorIds.h"
+#include "base/Utf8.h"
 #include "datafile/DuckFunctions.h"
 #include "datafile/ParquetColumns.h"
-#include "datafile/Utf8.h"
 #include "maps/GeographyLibrary.h"
 #include "runtime/ThreadBorder.h"
 
@@ -19,7 +19,7 @@ constexpr const char* kStep = "read";
 /// declare the wrong encoding.
 void mend(std::string& text)
 {
-    if (isUtf8(text))
+    if (base::isUtf8(text))
         return;
     for (char& letter : text)
         if ((letter & 0x80) != 0)

@@ -8,6 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/NumberText.h"
+
 namespace EmbeddedHV::maps {
 namespace {
 
@@ -168,12 +170,6 @@ bool readShape(std::string_view text, Shape& shape)
     return nlohmann::json::sax_parse(text, &reader) && reader.isWhole();
 }
 
-void append(std::string& out, double value)
-{
-    char digits[32];
-    out.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
-}
-
 void write(const Shape& shape, std::string& out)
 {
     out = "{\"type\":\"" + shape.kind + "\",\"coordinates\":";
@@ -181,12 +177,12 @@ void write(const Shape& shape, std::string& out)
     for (std::size_t i = 0; i < shape.places.size(); ++i) {
         out.append(shape.lists, written, shape.places[i] - written);
         written = shape.places[i];
-        append(out, shape.x[i]);
+        base::appendNumber(out, shape.x[i]);
         out += ',';
-        append(out, shape.y[i]);
+        base::appendNumber(out, shape.y[i]);
         if (shape.hasZ[i]) {
             out += ',';
-            append(out, shape.z[i]);
+            base::appendNumber(out, shape.z[i]);
         }
     }
     out.append(shape.lists, written).append("}");

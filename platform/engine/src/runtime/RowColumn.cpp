@@ -6,14 +6,15 @@
 
 #include "CFDatum.h"
 #include "DataFileNames.h"
-#include "datafile/TimestampScale.h"
-#include "datafile/Utf8.h"
+#include "base/CivilTime.h"
+#include "base/NumberText.h"
+#include "base/TimestampScale.h"
+#include "base/Utf8.h"
 
 namespace EmbeddedHV {
 namespace {
 
-constexpr double kSecondsOfDay = 86400.0;
-constexpr double kMicroseconds = 1e6;
+constexpr auto kMicroseconds = static_cast<double>(base::kMicrosecondsPerSecond);
 /// The limits of the database's types, with room for rounding.
 constexpr double kMostInteger = 9223372036854774784.0;
 constexpr double kMostDays = 106751990.0;
@@ -25,7 +26,7 @@ std::string numberText(double value)
         return "not a number (NaN)";
     if (std::isinf(value))
         return value > 0 ? "infinite" : "minus infinite";
-    return CFDatum(value).ToString(-1);
+    return base::shortestNumber(value);
 }
 
 } // namespace
@@ -61,7 +62,7 @@ bool RowColumn::setNumber(std::size_t row, double value, std::string& problem)
     case CFField::Date:
         return setDate(row, value, problem);
     case CFField::Time:
-        return setMicroseconds(row, value, 0, kSecondsOfDay, problem);
+        return setMicroseconds(row, value, 0, base::kSecondsPerDay, problem);
     case CFField::Timestamp:
         return setMicroseconds(row, value, -kMostTimestampSeconds, kMostTimestampSeconds, problem);
     default:
@@ -97,14 +98,14 @@ bool RowColumn::setMicroseconds(std::size_t row, double seconds, double least, d
     }
     // Only timestamps are so far from their origin that digits would be lost.
     static_cast<std::int64_t*>(_data)[row] = _storage == CFField::Timestamp
-                                                 ? datafile::timestampOfRow(seconds)
+                                                 ? base::timestampOfRow(seconds)
                                                  : std::llround(seconds * kMicroseconds);
     return true;
 }
 
 bool RowColumn::setText(std::size_t row, const char* text, std::size_t length, std::string& problem)
 {
-    if (!isUtf8({text, length})) {
+    if (!base::isUtf8({text, length})) {
         problem = "the text is not UTF-8";
         return false;
     }

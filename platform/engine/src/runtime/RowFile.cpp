@@ -1,8 +1,8 @@
 #include "runtime/RowFile.h"
 
 #include "EngineException.h"
+#include "base/TimestampScale.h"
 #include "datafile/FileTables.h"
-#include "datafile/TimestampScale.h"
 #include "runtime/DataModel.h"
 #include "runtime/FileSpace.h"
 
@@ -54,7 +54,7 @@ void RowFile::load(Column& column, duckdb_vector vector, std::size_t rows)
         break;
     case CFField::Time:
     case CFField::Timestamp:
-        convert<std::int64_t>(column.numbers, vector, rows, datafile::rowSeconds);
+        convert<std::int64_t>(column.numbers, vector, rows, base::rowSeconds);
         break;
     default:
         column.texts = static_cast<duckdb_string_t*>(duckdb_vector_get_data(vector));

@@ -4,6 +4,7 @@
 
 #include "EngineBackend.h"
 #include "EngineException.h"
+#include "base/ScopeExit.h"
 #include "service/LocalBackend.h"
 
 namespace EmbeddedHV {
@@ -15,27 +16,17 @@ BackendFactory& chosenFactory()
     return factory;
 }
 
-/// Marks that a factory runs on this thread.
-class FactoryScope
-{
-public:
-    FactoryScope() { running = true; }
-    ~FactoryScope() { running = false; }
-    FactoryScope(const FactoryScope&) = delete;
-    FactoryScope& operator=(const FactoryScope&) = delete;
-
-    static thread_local bool running;
-};
-
-thread_local bool FactoryScope::running = false;
+/// Whether a factory runs on this thread.
+thread_local bool isFactoryRunning = false;
 
 std::unique_ptr<Backend> makeBackend(JNIEnv* env, const EHVAppSetting& settings)
 {
     // A copy, because the factory may set another factory while it runs.
     const BackendFactory factory = chosenFactory();
-    if (!factory || FactoryScope::running)
+    if (!factory || isFactoryRunning)
         return makeLocalBackend(env, settings);
-    const FactoryScope scope;
+    isFactoryRunning = true;
+    const base::ScopeExit restore([] { isFactoryRunning = false; });
     std::unique_ptr<Backend> backend = factory(env, settings);
     if (!backend)
         throw Exception("the engine does not start: the backend factory returned no backend");

@@ -5,17 +5,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/NumberText.h"
 #include "maps/ShapeText.h"
 
 namespace EmbeddedHV {
 namespace {
-
-template <class Number>
-void appendNumber(Number number, std::string& out)
-{
-    char digits[32];
-    out.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
-}
 
 std::string_view textAt(void* data, std::size_t row)
 {
@@ -46,12 +40,12 @@ void FeatureColumns::appendValue(const Column& column, std::size_t row, std::str
     if (column.validity && !duckdb_validity_row_is_valid(column.validity, row)) {
         out += "null";
     } else if (column.storage == CFField::Integer) {
-        appendNumber(static_cast<const std::int64_t*>(column.data)[row], out);
+        base::appendNumber(out, static_cast<const std::int64_t*>(column.data)[row]);
     } else if (column.storage == CFField::Real) {
         const double value = static_cast<const double*>(column.data)[row];
         // JSON has no infinite or not-a-number values.
         if (std::isfinite(value))
-            appendNumber(value, out);
+            base::appendNumber(out, value);
         else
             out += "null";
     } else {

@@ -7,13 +7,12 @@
 
 #include "HostConversions.h"
 #include "VexaCases.h"
+#include "base/CivilTime.h"
+#include "base/TimestampScale.h"
+#include "base/Utf8.h"
 #include "data/CaseText.h"
-#include "datafile/TimestampScale.h"
 
 namespace {
-
-constexpr double kMicroseconds = 1e6;
-constexpr double kSecondsPerDay = 86400;
 
 /// The beginning of a text in UTF-8, to identify it.
 std::string beginningOf(std::string_view text)
@@ -21,7 +20,7 @@ std::string beginningOf(std::string_view text)
     constexpr std::size_t kEnough = 60;
     if (text.size() <= kEnough)
         return std::string(text);
-    return std::string(text.substr(0, wholeCharacters(text, kEnough, nullptr))) + "...";
+    return std::string(text.substr(0, base::wholeCharacters(text, kEnough))) + "...";
 }
 
 /// Whether a double represents the integer exactly.
@@ -43,12 +42,9 @@ std::string integerText(std::int64_t value)
 /// With microseconds, for example 2024-05-06 07:08:09.123456.
 std::string timestampText(std::int64_t microseconds)
 {
-    const duckdb_timestamp_struct parts = duckdb_from_timestamp({microseconds});
-    std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d.%06d", parts.date.year,
-                  parts.date.month, parts.date.day, parts.time.hour, parts.time.min, parts.time.sec,
-                  parts.time.micros);
-    return text.data();
+    return base::isoDate(base::floorDivided(microseconds, base::kMicrosecondsPerDay)) + " " +
+           base::isoClock(base::floorRest(microseconds, base::kMicrosecondsPerDay),
+                          base::Decimals::Six);
 }
 
 } // namespace
@@ -115,15 +111,15 @@ void CaseColumn::load(duckdb_vector vector, std::size_t rows, ErrorMonitor* moni
         return;
     case CFField::Date:
         return loadNumbers<std::int32_t>(
-            vector, rows, [base](std::int32_t days) { return base + days * kSecondsPerDay; });
+            vector, rows, [base](std::int32_t days) { return base + days * base::kSecondsPerDay; });
     case CFField::Time:
         return loadNumbers<std::int64_t>(vector, rows, [](std::int64_t microseconds) {
-            return static_cast<double>(microseconds) / kMicroseconds;
+            return static_cast<double>(microseconds) / base::kMicrosecondsPerSecond;
         });
     case CFField::Timestamp:
-        loadNumbers<std::int64_t>(vector, rows, datafile::hostSeconds);
+        loadNumbers<std::int64_t>(vector, rows, base::hostSeconds);
         if (monitor)
-            tellRounded(vector, rows, datafile::survivesHost, timestampText, *monitor);
+            tellRounded(vector, rows, base::survivesHost, timestampText, *monitor);
         return;
     case CFField::String:
         return loadTexts(vector, rows, monitor);

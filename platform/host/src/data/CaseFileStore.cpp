@@ -9,6 +9,7 @@
 #include "FileServices.h"
 #include "HostConversions.h"
 #include "StorageOfFormat.h"
+#include "base/CivilTime.h"
 #include "base/FileDescriptor.h"
 #include "base/NativePath.h"
 #include "data/CaseFileFault.h"
@@ -38,7 +39,7 @@ struct StoredAs
 };
 
 /// SQL for the microseconds behind a whole second: the multiple of 10 with the same host number,
-/// otherwise the nearest one, as in datafile::timestampOfRow.
+/// otherwise the nearest one, as in base::timestampOfRow.
 std::string microsecondsSql(const std::string& column, const std::string& wholeSecond)
 {
     const std::string exact = "((" + column + " - (" + wholeSecond + ")) * 1e6)";
@@ -53,15 +54,16 @@ StoredAs storedAs(const std::string& column, CFField::StorageType storage)
 {
     const std::string base =
         std::to_string(static_cast<long long>(GetBaseDateNumber())) + "::DOUBLE";
+    const std::string day = std::to_string(static_cast<int>(base::kSecondsPerDay));
     const std::string since1970 = "(" + column + " - " + base + ")";
     switch (storage) {
     case CFField::Date:
-        return {"(DATE '1970-01-01' + CAST(" + since1970 + " / 86400 AS INTEGER))",
-                since1970 + " / 86400 = trunc(" + since1970 + " / 86400) AND abs(" + since1970 +
-                    ") < 86400.0 * 1e6"};
+        return {"(DATE '1970-01-01' + CAST(" + since1970 + " / " + day + " AS INTEGER))",
+                since1970 + " / " + day + " = trunc(" + since1970 + " / " + day + ") AND abs(" +
+                    since1970 + ") < " + day + ".0 * 1e6"};
     case CFField::Time:
         return {"(TIME '00:00:00' + to_microseconds(CAST(round(" + column + " * 1e6) AS BIGINT)))",
-                column + " >= 0 AND " + column + " < 86400 AND round(" + column +
+                column + " >= 0 AND " + column + " < " + day + " AND round(" + column +
                     " * 1e6) / 1e6 = " + column};
     case CFField::Timestamp: {
         const std::string whole = "floor(" + since1970 + ")";

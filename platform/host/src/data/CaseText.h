@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Obs.h"
+#include "base/Utf8.h"
 #include "text/CodePage.h"
 
 /// Texts in cases: whole units, padded with blanks.
@@ -32,17 +33,15 @@ inline std::vector<OBS> unitsOfText(std::string_view text, int width)
 /// be longer. A null page means UTF-8.
 inline std::size_t wholeCharacters(std::string_view text, std::size_t most, const CodePage* page)
 {
-    std::size_t length = page ? 0 : most;
     if (!page)
-        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
-            --length;
-    else
-        page->eachCharacter(text, [&](std::size_t offset, std::size_t count) {
-            const bool fits = offset + count <= most;
-            if (fits)
-                length = offset + count;
-            return fits;
-        });
+        return base::wholeCharacters(text, most);
+    std::size_t length = 0;
+    page->eachCharacter(text, [&](std::size_t offset, std::size_t count) {
+        const bool fits = offset + count <= most;
+        if (fits)
+            length = offset + count;
+        return fits;
+    });
     return length;
 }
 

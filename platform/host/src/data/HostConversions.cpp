@@ -5,39 +5,37 @@
 #include <memory>
 
 #include "CFFormat.h"
+#include "base/CivilTime.h"
 
 #include "VexaCases.h"
-#include "datafile/TimestampScale.h"
+#include "base/TimestampScale.h"
 
 namespace {
 
-constexpr double kDayLength = 86400;
-constexpr double kBaseDate = datafile::kHostEpoch;
 /// Numbers beyond this limit are not points in time, for example limits of ranges.
 constexpr double kFarthestSeconds = 1e12;
 
 /// Converts to the scale of rows and data models, without the digits that the host's scale adds.
 double rowSecondsOf(double hostSeconds)
 {
-    const double seconds = hostSeconds - kBaseDate;
-    return std::fabs(seconds) < kFarthestSeconds
-               ? datafile::rowSeconds(datafile::timestampOfRow(seconds))
-               : seconds;
+    const double seconds = hostSeconds - base::kHostEpoch;
+    return std::fabs(seconds) < kFarthestSeconds ? base::rowSeconds(base::timestampOfRow(seconds))
+                                                 : seconds;
 }
 
 /// The double that a case has for the same point in time.
 double hostSecondsOf(double rowSeconds)
 {
     return std::fabs(rowSeconds) < kFarthestSeconds
-               ? datafile::hostSeconds(datafile::timestampOfRow(rowSeconds, 0))
-               : rowSeconds + kBaseDate;
+               ? base::hostSeconds(base::timestampOfRow(rowSeconds, 0))
+               : rowSeconds + base::kHostEpoch;
 }
 
 } // namespace
 
 double GetBaseDateNumber()
 {
-    return kBaseDate;
+    return base::kHostEpoch;
 }
 
 double NumericStorageStatToCF(double value, CFField::StorageType storage)
@@ -46,7 +44,7 @@ double NumericStorageStatToCF(double value, CFField::StorageType storage)
     if (value == kSystemMissing || value == std::numeric_limits<double>::max())
         return value;
     if (storage == CFField::Date)
-        return (value - kBaseDate) / kDayLength;
+        return (value - base::kHostEpoch) / base::kSecondsPerDay;
     return storage == CFField::Timestamp ? rowSecondsOf(value) : value;
 }
 
@@ -56,7 +54,7 @@ double NumericStorageCFToStat(double value, CFField::StorageType storage)
     if (value == kSystemMissing || value == std::numeric_limits<double>::max())
         return value;
     if (storage == CFField::Date)
-        return value * kDayLength + kBaseDate;
+        return value * base::kSecondsPerDay + base::kHostEpoch;
     return storage == CFField::Timestamp ? hostSecondsOf(value) : value;
 }
 

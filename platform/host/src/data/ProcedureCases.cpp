@@ -1,19 +1,11 @@
 #include "data/ProcedureCases.h"
 
-#include <array>
-#include <charconv>
 #include <cstring>
 
+#include "base/NumberText.h"
 #include "data/CaseText.h"
 
 namespace {
-
-std::string textOfNumber(double value)
-{
-    std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
-    return {text.data(), end};
-}
 
 /// The text of a value in output: its label, if it has one.
 std::string shown(const VEXA_Variable& variable, const std::vector<OBS>& value)
@@ -23,7 +15,7 @@ std::string shown(const VEXA_Variable& variable, const std::vector<OBS>& value)
         if (number == kSystemMissing)
             return ".";
         const char* label = variable.GetValueLabels().GetLabel(number);
-        return label ? label : textOfNumber(number);
+        return label ? label : base::shortestNumber(number);
     }
     const std::string_view whole(value.front().text, static_cast<std::size_t>(variable.GetType()));
     const std::string text(whole.substr(0, trimmedLength(whole)));

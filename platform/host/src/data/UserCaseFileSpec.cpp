@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "UserCaseFile.h"
+#include "base/AsciiText.h"
 
 namespace {
 
@@ -20,10 +21,7 @@ std::string extensionOf(const std::string& name)
     const std::size_t period = name.rfind('.');
     if (period == std::string::npos || period < file)
         return {};
-    std::string extension = name.substr(period);
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return extension;
+    return base::lowerCase(name.substr(period));
 }
 
 } // namespace

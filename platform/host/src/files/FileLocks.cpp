@@ -9,28 +9,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/FileDescriptor.h"
+
 namespace {
 
-/// Closes a descriptor at the end of its scope.
-class Descriptor
+base::FileDescriptor opened(const std::string& native, int mode)
 {
-public:
-    Descriptor(const std::string& native, int flags)
-        : _number(::open(native.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
-    {
-    }
-    ~Descriptor()
-    {
-        if (_number >= 0)
-            ::close(_number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int number() const { return _number; }
-
-private:
-    int _number;
-};
+    return base::FileDescriptor(::open(native.c_str(), mode | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+}
 
 bool isLockedByOther(int descriptor)
 {
@@ -75,11 +61,8 @@ FileLocks probeFileLocks(const std::string& native)
         locks.inUse = isLockedByOther(own);
         return locks;
     }
-    const Descriptor writing(native, O_WRONLY);
-    locks.writable = writing.number() >= 0;
-    if (locks.writable)
-        locks.inUse = isLockedByOther(writing.number());
-    else
-        locks.inUse = isLockedByOther(Descriptor(native, O_RDONLY).number());
+    const base::FileDescriptor writing = opened(native, O_WRONLY);
+    locks.writable = static_cast<bool>(writing);
+    locks.inUse = isLockedByOther(locks.writable ? writing.get() : opened(native, O_RDONLY).get());
     return locks;
 }

@@ -14,6 +14,7 @@
 #include "JvmOutput.h"
 #include "JvmStart.h"
 #include "VexaJVMError.h"
+#include "base/ScopeExit.h"
 #include "datafile/StartedThread.h"
 
 namespace {
@@ -37,20 +38,6 @@ std::string describeResult(jint result)
             return row.text;
     return "error " + std::to_string(result);
 }
-
-/// Restores the locale of the process. The machine sets it from the environment during the start,
-/// which could give the host decimal commas in its numbers.
-class LocaleGuard
-{
-public:
-    LocaleGuard() : _locale(std::setlocale(LC_ALL, nullptr)) {}
-    ~LocaleGuard() { std::setlocale(LC_ALL, _locale.c_str()); }
-    LocaleGuard(const LocaleGuard&) = delete;
-    LocaleGuard& operator=(const LocaleGuard&) = delete;
-
-private:
-    std::string _locale;
-};
 
 /// The table refers to the texts.
 std::vector<JavaVMOption> optionTable(std::vector<std::string>& texts)
@@ -167,7 +154,10 @@ void VexaJVM::Impl::start(JNIEnv** env)
 
 void VexaJVM::Impl::create(const JvmLibrary& library, JvmOptions options, JNIEnv** env)
 {
-    const LocaleGuard locale;
+    // The machine sets the locale of the process from the environment during the start, which could
+    // give the host decimal commas in its numbers.
+    const std::string locale = std::setlocale(LC_ALL, nullptr);
+    const base::ScopeExit restore([&] { std::setlocale(LC_ALL, locale.c_str()); });
     const std::vector<JavaVMOption> table = optionTable(options.texts);
     JvmOutput::watchExit();
     output.beginStart();

@@ -5,6 +5,7 @@
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 
+#include "base/AsciiText.h"
 #include "text/CodePage.h"
 
 std::u16string foldedName(const std::string& name)
@@ -31,9 +32,7 @@ bool WantedName::is(const std::string& other) const
     // A byte is only known to be a letter in ASCII; elsewhere it may be half a character.
     if (!_isAscii || !isAscii(other))
         return other == _name || foldedName(other) == _folded;
-    const auto lower = [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    };
-    return std::equal(_name.begin(), _name.end(), other.begin(), other.end(),
-                      [&](char left, char right) { return lower(left) == lower(right); });
+    return std::equal(
+        _name.begin(), _name.end(), other.begin(), other.end(),
+        [](char left, char right) { return base::lowerCase(left) == base::lowerCase(right); });
 }

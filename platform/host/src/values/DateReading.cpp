@@ -1,5 +1,6 @@
 #include <chrono>
 
+#include "base/CivilTime.h"
 #include "values/ClockText.h"
 #include "values/DateText.h"
 #include "values/HostCalendar.h"
@@ -136,7 +137,7 @@ std::optional<double> readDateTime(TextParts& parts, int type)
     if (parts.atEnd())
         return secondsOfDay(*found);
     const std::optional<double> time = readHours(parts);
-    if (!time || *time >= kSecondsPerDay)
+    if (!time || *time >= base::kSecondsPerDay)
         return std::nullopt;
     return secondsOfDay(*found) + *time;
 }
@@ -149,7 +150,7 @@ std::optional<double> readDuration(TextParts& parts, int type)
         const std::optional<double> count = parts.amount();
         if (!count || !parts.take(kBlanks))
             return std::nullopt;
-        whole = *count * kSecondsPerDay;
+        whole = *count * base::kSecondsPerDay;
         parts.skip(kBlanks);
     }
     const std::optional<double> time =

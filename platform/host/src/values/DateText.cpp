@@ -8,7 +8,8 @@
 #include <vector>
 
 #include "FormattedText.h"
-#include "datafile/TimestampScale.h"
+#include "base/CivilTime.h"
+#include "base/TimestampScale.h"
 #include "values/ClockText.h"
 #include "values/HostCalendar.h"
 
@@ -22,7 +23,6 @@ using std::chrono::year_month_day;
 constexpr std::size_t kShortLength = 3;
 constexpr int kWeekLength = 7;
 constexpr int kQuarterLength = 3;
-constexpr std::int64_t kMicrosPerDay = 86400000000;
 
 /// The parts of a date for its spellings.
 struct DatePieces
@@ -109,7 +109,7 @@ std::int64_t roundedMoment(std::int64_t microseconds, int decimals)
     for (int dropped = decimals; dropped < kMostClockDecimals; ++dropped)
         unit *= 10;
     const std::int64_t raised = microseconds + unit / 2;
-    return raised - ((raised % unit) + unit) % unit;
+    return raised - base::floorRest(raised, unit);
 }
 
 Spellings datesWithTime(double value, int decimals, int type)
@@ -117,15 +117,15 @@ Spellings datesWithTime(double value, int decimals, int type)
     Spellings all;
     if (!dayOfSeconds(value))
         return all;
-    const std::int64_t moment = datafile::timestampOfRow(value - datafile::kHostEpoch);
+    const std::int64_t moment = base::timestampOfRow(value - base::kHostEpoch);
     for (int kept = decimals; kept >= -1; --kept) {
         // Rounding may reach the next day, so derive the day from the rounded value.
         const std::int64_t shown = roundedMoment(moment, std::max(kept, 0));
-        const std::int64_t ofDay = (shown % kMicrosPerDay + kMicrosPerDay) % kMicrosPerDay;
-        const auto day = dayOfSeconds(datafile::hostSeconds(shown - ofDay));
+        const std::int64_t ofDay = base::floorRest(shown, base::kMicrosecondsPerDay);
+        const auto day = dayOfSeconds(base::hostSeconds(shown - ofDay));
         if (!day)
             return {};
-        const Clock clock(datafile::rowSeconds(ofDay), std::max(kept, 0));
+        const Clock clock(base::rowSeconds(ofDay), std::max(kept, 0));
         all.push_back(spellDateTimeDay(*day, type) + " " +
                       (kept < 0 ? hoursAndMinutesText(clock) : hoursText(clock)));
     }
@@ -135,7 +135,7 @@ Spellings datesWithTime(double value, int decimals, int type)
 std::string spellDuration(Clock clock, int type, bool withSeconds)
 {
     constexpr int kMinuteLength = 60;
-    constexpr auto kPerDay = static_cast<long long>(kSecondsPerDay);
+    constexpr auto kPerDay = static_cast<long long>(base::kSecondsPerDay);
     // Without seconds, an amount below a minute is zero and has no sign.
     const bool isNegative = clock.isNegative && (withSeconds || clock.seconds >= kMinuteLength);
     std::string text = isNegative ? "-" : "";

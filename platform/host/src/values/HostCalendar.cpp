@@ -3,11 +3,12 @@
 #include <cmath>
 #include <cstddef>
 
+#include "base/CivilTime.h"
+
 using namespace std::chrono;
 
 namespace {
 
-constexpr sys_days kFirstDay{year{1582} / October / 14};
 constexpr sys_days kEarliest{year{1} / January / 1};
 constexpr sys_days kLatest{year{9999} / December / 31};
 
@@ -29,15 +30,16 @@ std::optional<int> placeOfName(const std::array<std::string_view, Count>& names,
 
 std::optional<sys_days> dayOfSeconds(double seconds)
 {
-    const double count = std::floor(seconds / kSecondsPerDay);
-    if (!(count >= (kEarliest - kFirstDay).count() && count <= (kLatest - kFirstDay).count()))
+    const double count = std::floor(seconds / base::kSecondsPerDay);
+    if (!(count >= (kEarliest - base::kHostOrigin).count() &&
+          count <= (kLatest - base::kHostOrigin).count()))
         return std::nullopt;
-    return kFirstDay + days{static_cast<int>(count)};
+    return base::kHostOrigin + days{static_cast<int>(count)};
 }
 
 double secondsOfDay(sys_days day)
 {
-    return static_cast<double>((day - kFirstDay).count()) * kSecondsPerDay;
+    return static_cast<double>((day - base::kHostOrigin).count()) * base::kSecondsPerDay;
 }
 
 sys_days firstOfYear(int number)

@@ -7,7 +7,6 @@
 
 /// The host's calendar: seconds since 1582-10-14 and their days. Earlier days are negative.
 
-inline constexpr double kSecondsPerDay = 86400;
 inline constexpr int kMonths = 12;
 inline constexpr int kWeekdays = 7;
 

@@ -6,6 +6,7 @@
 
 #include "FormattedText.h"
 #include "VexaCases.h"
+#include "base/AsciiText.h"
 #include "data/CaseText.h"
 #include "values/DateText.h"
 #include "values/HexText.h"
@@ -29,7 +30,7 @@ bool isNumeric(const VEXA_Format& format)
 int readNumeric(std::string_view text, const VEXA_Format& format, OBS* value)
 {
     value->number = kSystemMissing;
-    const std::string_view plain = trimmed(text);
+    const std::string_view plain = base::trimmed(text);
     if (plain.empty() || plain == kMissingText)
         return kDone;
     const std::optional<double> number =

@@ -38,15 +38,6 @@ std::string upperCase(std::string_view text)
     return upper;
 }
 
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view kBlankCharacters = " \t";
-    const std::size_t first = text.find_first_not_of(kBlankCharacters);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(kBlankCharacters) - first + 1);
-}
-
 bool TextParts::take(std::string_view characters)
 {
     const bool found = !_rest.empty() && characters.find(_rest.front()) != std::string_view::npos;

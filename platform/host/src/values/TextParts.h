@@ -6,8 +6,6 @@
 
 /// Converts ASCII letters to upper case.
 std::string upperCase(std::string_view text);
-/// Removes blanks and tabs at both ends.
-std::string_view trimmed(std::string_view text);
 
 /// Parses a text from the left. Every operation removes what it finds, or nothing if it does not
 /// find it.

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/ScopeExit.h"
 #include "pmml/DataType.h"
 #include "pmml/Literal.h"
 #include "pmml/ModelFault.h"
@@ -11,24 +12,6 @@
 
 namespace scoring {
 namespace {
-
-/// Limits the nesting depth of expressions.
-class DepthScope
-{
-public:
-    DepthScope(int& depth, int most) : _depth(depth)
-    {
-        if (_depth >= most)
-            throw ModelFault("the expressions are nested too deeply");
-        ++_depth;
-    }
-    ~DepthScope() { --_depth; }
-    DepthScope(const DepthScope&) = delete;
-    DepthScope& operator=(const DepthScope&) = delete;
-
-private:
-    int& _depth;
-};
 
 /// The entry of a name in this scope. The body of a function sees only its parameters.
 const ScopeEntry& entryOf(const Scope& scope, const std::string& name)
@@ -86,7 +69,10 @@ ExpressionCompiler::Rule ExpressionCompiler::ruleOf(Element element)
 /// exponentially.
 ExpressionPtr ExpressionCompiler::compile(Element element, const Scope& scope, Wanted wanted)
 {
-    const DepthScope depth(_depth, _settings.GetMaxDepth());
+    if (_depth >= _settings.GetMaxDepth())
+        throw ModelFault("the expressions are nested too deeply");
+    ++_depth;
+    const base::ScopeExit leave([this] { --_depth; });
     if (++_expressions > _settings.GetMaxExpressions())
         throw ModelFault("the model has too many expressions");
     ExpressionPtr expression = (this->*ruleOf(element))(element, scope, wanted);

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/CivilTime.h"
+#include "base/NumberText.h"
 #include "values/Calendar.h"
 #include "values/CellText.h"
 
@@ -28,7 +30,7 @@ Cell Conversion::evaluate(Cells& cells)
     case ConversionRule::ToTruth:
         return cell.number == 0 || cell.number == 1 ? cell : Cell::invalid();
     case ConversionRule::ToDay:
-        return Cell::of(std::floor(cell.number / kSecondsPerDay) * kSecondsPerDay);
+        return Cell::of(std::floor(cell.number / base::kSecondsPerDay) * base::kSecondsPerDay);
     case ConversionRule::ToText:
         return text(cell.number);
     case ConversionRule::FromText:
@@ -43,13 +45,12 @@ Cell Conversion::text(double number)
 {
     if (_source->kind() == ValueKind::Boolean)
         return Cell::of(std::string_view(number != 0 ? "true" : "false"));
-    std::array<char, kLongestNumber> digits;
-    char* const last = digits.data() + digits.size();
+    _text.clear();
     // Writes a million as 1000000 although 1e+06 is shorter.
-    const bool isWhole = number == std::floor(number) && std::fabs(number) < kMostInteger;
-    const auto result = isWhole ? std::to_chars(digits.data(), last, static_cast<long long>(number))
-                                : std::to_chars(digits.data(), last, number);
-    _text.assign(digits.data(), result.ptr);
+    if (number == std::floor(number) && std::fabs(number) < kMostInteger)
+        base::appendNumber(_text, static_cast<long long>(number));
+    else
+        base::appendNumber(_text, number);
     return Cell::of(std::string_view(_text));
 }
 

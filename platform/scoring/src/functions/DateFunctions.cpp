@@ -1,6 +1,7 @@
 #include <array>
 #include <cmath>
 
+#include "base/CivilTime.h"
 #include "functions/FunctionTable.h"
 #include "values/Calendar.h"
 
@@ -26,14 +27,14 @@ Cell dateSecondsSinceYear(Arguments arguments, Scratch&)
 Cell dateDaysSinceYear(Arguments arguments, Scratch&)
 {
     Cell cell = secondsSinceYear(arguments);
-    cell.number = std::floor(cell.number / kSecondsPerDay);
+    cell.number = std::floor(cell.number / base::kSecondsPerDay);
     return cell;
 }
 
 Cell dateSecondsSinceMidnight(Arguments arguments, Scratch&)
 {
     const double moment = arguments[0].number;
-    const double midnight = std::floor(moment / kSecondsPerDay) * kSecondsPerDay;
+    const double midnight = std::floor(moment / base::kSecondsPerDay) * base::kSecondsPerDay;
     // A time of day is exact already.
     return Cell::of(midnight == 0 ? moment : secondsSince(midnight, moment));
 }

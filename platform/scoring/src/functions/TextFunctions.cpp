@@ -5,6 +5,8 @@
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 
+#include "base/AsciiText.h"
+#include "base/Utf8.h"
 #include "functions/FunctionTable.h"
 
 namespace scoring {
@@ -27,17 +29,12 @@ Cell mapCase(Arguments arguments, Scratch& scratch)
     return U_SUCCESS(status) ? Cell::of(std::string_view(scratch.text)) : Cell::invalid();
 }
 
-bool startsCharacter(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-}
-
 /// The byte position of a character, counted from 0. The end of the text if it is shorter.
 std::size_t placeOf(std::string_view text, double number)
 {
     std::size_t place = 0;
     for (double passed = 0; place < text.size(); ++place)
-        if (startsCharacter(text[place]) && passed++ == number)
+        if (base::beginsCharacter(text[place]) && passed++ == number)
             break;
     return place;
 }
@@ -61,11 +58,7 @@ Cell substring(Arguments arguments, Scratch&)
 
 Cell trimBlanks(Arguments arguments, Scratch&)
 {
-    const std::string_view text = arguments[0].text;
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return Cell::of(std::string_view());
-    return Cell::of(text.substr(first, text.find_last_not_of(' ') - first + 1));
+    return Cell::of(base::trimmed(arguments[0].text, " "));
 }
 
 Cell concat(Arguments arguments, Scratch& scratch)
@@ -78,8 +71,7 @@ Cell concat(Arguments arguments, Scratch& scratch)
 
 Cell stringLength(Arguments arguments, Scratch&)
 {
-    const std::string_view text = arguments[0].text;
-    return Cell::of(static_cast<double>(std::count_if(text.begin(), text.end(), startsCharacter)));
+    return Cell::of(static_cast<double>(base::countCharacters(arguments[0].text)));
 }
 
 constexpr FunctionEntry textEntry(std::string_view name, FunctionEntry::Apply apply,

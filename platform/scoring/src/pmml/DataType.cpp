@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/CivilTime.h"
 #include "expression/Conversion.h"
 #include "pmml/Literal.h"
 #include "pmml/ModelFault.h"
@@ -41,7 +42,8 @@ std::optional<DataType> countingType(std::string_view word)
     if (!year || *year < 0 || *year > kLastYear)
         return std::nullopt;
     const double origin = startOfYear(static_cast<int>(*year));
-    return DataType{ValueKind::Number, isDays, TimeScale{origin, isDays ? kSecondsPerDay : 1}};
+    return DataType{ValueKind::Number, isDays,
+                    TimeScale{origin, isDays ? base::kSecondsPerDay : 1}};
 }
 
 /// The constant as another kind, if it has no type of its own; else null.

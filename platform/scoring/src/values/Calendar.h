@@ -7,7 +7,6 @@ namespace scoring {
 
 /// Dates and moments are seconds since 1582-10-14 in the Gregorian calendar.
 
-inline constexpr double kSecondsPerDay = 86400;
 inline constexpr int kLastYear = 9999;
 
 /// The start of a year from 0 to kLastYear.

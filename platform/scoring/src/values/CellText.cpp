@@ -3,20 +3,16 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/AsciiText.h"
 #include "values/Calendar.h"
 
 namespace scoring {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
-
 /// Documents may have blanks and line ends around their texts.
-std::string_view trimmed(std::string_view text)
+std::string_view content(std::string_view text)
 {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    return base::trimmed(text, " \t\r\n");
 }
 
 /// Accepts the spellings of XML.
@@ -49,7 +45,7 @@ std::optional<double> parseAs(std::string_view text, ValueKind kind)
 
 std::optional<double> parseNumber(std::string_view text)
 {
-    text = trimmed(text);
+    text = content(text);
     if (text.starts_with('+') && !text.starts_with("+-"))
         text.remove_prefix(1);
     double number = 0;
@@ -64,7 +60,7 @@ std::optional<Cell> parseCell(std::string_view text, ValueKind kind)
 {
     if (kind == ValueKind::Text)
         return Cell::of(text);
-    const auto number = parseAs(trimmed(text), kind);
+    const auto number = parseAs(content(text), kind);
     return number ? std::optional(Cell::of(*number)) : std::nullopt;
 }
 

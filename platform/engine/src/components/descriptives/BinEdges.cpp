@@ -5,10 +5,12 @@
 #include <iterator>
 #include <limits>
 
+#include "base/CivilTime.h"
+
 namespace EmbeddedHV {
 namespace {
 
-constexpr double kDay = 86400;
+constexpr double kDay = base::kSecondsPerDay;
 /// The largest number of bins before rounding. Rounding the width and moving the edges to multiples
 /// of it can add two bins.
 constexpr double kMostDivisions = kMostBins - 2;

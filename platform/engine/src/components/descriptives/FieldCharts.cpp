@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/CivilTime.h"
 #include "components/descriptives/MomentText.h"
 #include "components/result/ChartSpecification.h"
 #include "components/result/ValueFormat.h"
@@ -94,10 +95,9 @@ Json valueOf(const CFField& field, const CFDatum& datum)
         return datum.GetString();
     if (datum.IsInteger())
         return datum.GetInteger();
-    constexpr double kSecondsOfDay = 86400;
     std::optional<std::string> text;
     if (field.GetStorage() == CFField::Date)
-        text = dateText(datum.GetReal() * kSecondsOfDay);
+        text = dateText(datum.GetReal() * base::kSecondsPerDay);
     else if (field.GetStorage() == CFField::Timestamp)
         text = timestampText(datum.GetReal());
     else if (field.GetStorage() == CFField::Time)

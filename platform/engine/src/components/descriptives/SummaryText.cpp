@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "CFDatum.h"
+#include "base/NumberText.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -61,7 +62,7 @@ std::string xmlText(const std::string& text)
 
 std::string numberText(double value)
 {
-    return CFDatum(value).ToString(-1);
+    return base::shortestNumber(value);
 }
 
 void addAttribute(pugi::xml_node& node, const char* name, const std::string& value)

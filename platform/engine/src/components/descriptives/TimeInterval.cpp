@@ -2,6 +2,7 @@
 
 #include <numeric>
 
+#include "base/CivilTime.h"
 #include "components/descriptives/PeriodFields.h"
 #include "datafile/ColumnTypes.h"
 
@@ -44,9 +45,10 @@ const Scale& days()
 
 const Scale& microseconds()
 {
-    static const Scale scale = {
-        "epoch_us(v)",
-        {{TimeUnit::Hour, 3600000000}, {TimeUnit::Minute, 60000000}, {TimeUnit::Second, 1000000}}};
+    static const Scale scale = {"epoch_us(v)",
+                                {{TimeUnit::Hour, base::kMicrosecondsPerHour},
+                                 {TimeUnit::Minute, base::kMicrosecondsPerMinute},
+                                 {TimeUnit::Second, base::kMicrosecondsPerSecond}}};
     return scale;
 }
 

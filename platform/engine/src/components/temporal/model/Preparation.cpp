@@ -4,6 +4,7 @@
 #include <set>
 
 #include "ErrorIds.h"
+#include "base/NumberText.h"
 #include "components/descriptives/SummaryText.h"
 #include "components/temporal/base/DocumentPlace.h"
 
@@ -22,7 +23,7 @@ std::string labelOf(const DocumentPlace& place)
     if (value.is_boolean())
         return value.get<bool>() ? "true" : "false";
     if (value.is_number_float())
-        return numberText(place.real());
+        return base::shortestNumber(place.real());
     if (value.is_number_integer())
         return value.dump();
     place.refuse("is not a value of a dimension");

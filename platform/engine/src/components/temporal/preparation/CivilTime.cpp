@@ -2,64 +2,15 @@
 
 #include <algorithm>
 #include <chrono>
-#include <regex>
+#include <string_view>
 
 namespace EmbeddedHV {
 namespace {
-
-constexpr Moment kMomentsOfSecond = 1000000;
-constexpr int kFractionDigits = 6;
 
 std::chrono::year_month_day chronoDate(const CivilDate& date)
 {
     return {std::chrono::year(date.year), std::chrono::month(static_cast<unsigned>(date.month)),
             std::chrono::day(static_cast<unsigned>(date.day))};
-}
-
-std::string padded(std::int64_t number, std::size_t digits)
-{
-    std::string text = std::to_string(number);
-    if (text.size() < digits)
-        text.insert(0, digits - text.size(), '0');
-    return text;
-}
-
-std::string dateText(std::int64_t day)
-{
-    const CivilDate date = civilDateOf(day);
-    return padded(date.year, 4) + "-" + padded(date.month, 2) + "-" + padded(date.day, 2);
-}
-
-std::string clockText(Moment time)
-{
-    const Moment seconds = time / kMomentsOfSecond;
-    std::string text = padded(seconds / 3600, 2) + ":" + padded(seconds / 60 % 60, 2) + ":" +
-                       padded(seconds % 60, 2);
-    if (const Moment fraction = time % kMomentsOfSecond; fraction != 0) {
-        text += "." + padded(fraction, kFractionDigits);
-        text.erase(text.find_last_not_of('0') + 1);
-    }
-    return text;
-}
-
-/// Fractions of a second of 1 to 6 digits, in microseconds.
-Moment fractionOf(std::string digits)
-{
-    digits.resize(kFractionDigits, '0');
-    return std::stoll(digits);
-}
-
-std::optional<Moment> clockOf(const std::smatch& parts, std::size_t first)
-{
-    if (!parts[first].matched)
-        return 0;
-    const Moment hour = std::stoi(parts[first]);
-    const Moment minute = std::stoi(parts[first + 1]);
-    const Moment second = std::stoi(parts[first + 2]);
-    if (hour > 23 || minute > 59 || second > 59)
-        return std::nullopt;
-    return ((hour * 60 + minute) * 60 + second) * kMomentsOfSecond +
-           (parts[first + 3].matched ? fractionOf(parts[first + 3]) : 0);
 }
 
 } // namespace
@@ -120,31 +71,27 @@ bool isWritable(Moment moment)
 std::string momentText(Moment moment, CFField::StorageType storage)
 {
     if (storage == CFField::Date)
-        return dateText(dayOf(moment));
+        return base::isoDate(dayOf(moment));
     if (storage == CFField::Time)
-        return clockText(timeOfDay(moment));
-    return dateText(dayOf(moment)) + " " + clockText(timeOfDay(moment));
+        return base::isoClock(timeOfDay(moment));
+    return base::isoDate(dayOf(moment)) + " " + base::isoClock(timeOfDay(moment));
 }
 
 std::optional<Moment> momentOfText(const std::string& text)
 {
-    static const std::string clock = "(\\d{2}):(\\d{2}):(\\d{2})(?:\\.(\\d{1,6}))?";
-    static const std::regex clockForm(clock);
-    static const std::regex dateForm("(\\d{4})-(\\d{2})-(\\d{2})(?:[ T]" + clock + ")?");
-    // A longer text is none of these, and not worth a search.
-    constexpr std::size_t kLongestText = 26;
-    std::smatch parts;
-    if (text.size() > kLongestText)
+    constexpr std::size_t kDateLength = 10;
+    const std::string_view all(text);
+    if (const auto clock = base::clockOfIso(all))
+        return clock;
+    const auto date = base::dayOfIso(all.substr(0, kDateLength));
+    if (!date || std::chrono::year_month_day(*date).year() < std::chrono::year(1))
         return std::nullopt;
-    if (std::regex_match(text, parts, clockForm))
-        return clockOf(parts, 1);
-    if (!std::regex_match(text, parts, dateForm))
-        return std::nullopt;
-    const CivilDate date{std::stoi(parts[1]), std::stoi(parts[2]), std::stoi(parts[3])};
-    const auto time = clockOf(parts, 4);
-    if (!time || date.year < 1 || !chronoDate(date).ok())
-        return std::nullopt;
-    return dayOf(date) * kMomentsOfDay + *time;
+    const Moment day = date->time_since_epoch().count() * kMomentsOfDay;
+    if (all.size() == kDateLength)
+        return day;
+    const auto clock = base::clockOfIso(all.substr(kDateLength + 1));
+    const bool isJoined = all[kDateLength] == ' ' || all[kDateLength] == 'T';
+    return clock && isJoined ? std::optional(day + *clock) : std::nullopt;
 }
 
 } // namespace EmbeddedHV

@@ -6,22 +6,17 @@
 
 #include "CFField.h"
 
+#include "base/CivilTime.h"
+
 namespace EmbeddedHV {
 
 /// A point of local civil time: microseconds since 1970-01-01 00:00:00. Every day has 24 hours.
 using Moment = std::int64_t;
 
-inline constexpr Moment kMomentsOfDay = 86400000000;
+inline constexpr Moment kMomentsOfDay = base::kMicrosecondsPerDay;
 
-/// The quotient rounded down, and the rest, which is never negative.
-constexpr std::int64_t floorDivided(std::int64_t value, std::int64_t by)
-{
-    return value / by - (value % by < 0 ? 1 : 0);
-}
-constexpr std::int64_t floorRest(std::int64_t value, std::int64_t by)
-{
-    return value - floorDivided(value, by) * by;
-}
+using base::floorDivided;
+using base::floorRest;
 
 /// Days since 1970-01-01, and the time of the day.
 constexpr std::int64_t dayOf(Moment moment)

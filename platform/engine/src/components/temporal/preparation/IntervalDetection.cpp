@@ -17,7 +17,7 @@ namespace {
 /// So many weeks must pass before a weekday without a point is one that never has one.
 constexpr std::int64_t kDaysForWeekdays = 28;
 constexpr std::int64_t kDaysForHours = 5;
-constexpr std::int64_t kMomentsInHour = kMomentsOfDay / 24;
+constexpr std::int64_t kMomentsInHour = base::kMicrosecondsPerHour;
 
 TimeInterval intervalOfMoments(JobContext& context, const std::string& component,
                                const std::vector<Moment>& moments)

@@ -95,7 +95,7 @@ std::optional<Moment> PeriodClock::momentOf(const std::vector<std::int64_t>& num
     Moment moment = day * kMomentsOfDay;
     moment += number(TimeUnit::Hour, numbers).value_or(0) * 3600000000;
     moment += number(TimeUnit::Minute, numbers).value_or(0) * 60000000;
-    moment += number(TimeUnit::Second, numbers).value_or(0) * 1000000;
+    moment += number(TimeUnit::Second, numbers).value_or(0) * base::kMicrosecondsPerSecond;
     // What is too many days for the month, or a month outside of its quarter, has other numbers.
     if (!isWritable(moment) || numbersOf(moment) != numbers)
         return std::nullopt;
@@ -135,7 +135,8 @@ std::int64_t PeriodClock::numberOf(TimeUnit unit, bool isOutermost, Moment momen
     case TimeUnit::Minute:
         return isOutermost ? moment / 60000000 : timeOfDay(moment) / 60000000 % 60;
     case TimeUnit::Second:
-        return isOutermost ? moment / 1000000 : timeOfDay(moment) / 1000000 % 60;
+        return isOutermost ? moment / base::kMicrosecondsPerSecond
+                           : timeOfDay(moment) / base::kMicrosecondsPerSecond % 60;
     }
     return 0;
 }

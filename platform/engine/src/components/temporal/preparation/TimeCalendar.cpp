@@ -6,7 +6,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr std::int64_t kMomentsOfHour = kMomentsOfDay / 24;
+constexpr std::int64_t kMomentsOfHour = base::kMicrosecondsPerHour;
 constexpr std::int64_t kMonthsOfYear = 12;
 /// Larger numbers of intervals are those of no point of time.
 constexpr std::int64_t kMostIntervals = 1000000000000;
@@ -42,9 +42,9 @@ std::int64_t momentsOf(TimeUnit unit)
     case TimeUnit::Hour:
         return kMomentsOfHour;
     case TimeUnit::Minute:
-        return kMomentsOfHour / 60;
+        return base::kMicrosecondsPerMinute;
     default:
-        return kMomentsOfHour / 3600;
+        return base::kMicrosecondsPerSecond;
     }
 }
 

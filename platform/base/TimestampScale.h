@@ -2,10 +2,9 @@
 
 #include <cstdint>
 
-namespace datafile {
+#include "base/CivilTime.h"
 
-/// From 1582-10-14, the host's origin, to 1970-01-01, the origin of rows.
-inline constexpr double kHostEpoch = 12219379200.0;
+namespace base {
 
 /// Converts a timestamp in microseconds since 1970-01-01 to the host's double: seconds since
 /// 1582-10-14. Today such doubles are 1.9 microseconds apart.
@@ -24,4 +23,4 @@ std::int64_t timestampOfRow(double seconds, double epoch = kHostEpoch);
 /// True for the database's infinite timestamps.
 bool survivesHost(std::int64_t microseconds);
 
-} // namespace datafile
+} // namespace base

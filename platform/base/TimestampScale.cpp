@@ -1,13 +1,13 @@
-#include "datafile/TimestampScale.h"
+#include "base/TimestampScale.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-namespace datafile {
+namespace base {
 namespace {
 
-constexpr std::int64_t kMicroseconds = 1000000;
+constexpr std::int64_t kMicroseconds = kMicrosecondsPerSecond;
 constexpr std::int64_t kStart1900 = -2208988800 * kMicroseconds;
 constexpr std::int64_t kStart3700 = 54593568000 * kMicroseconds;
 /// Within the database's range of timestamps, with a margin for rounding.
@@ -25,12 +25,8 @@ double stepAt(double value)
 /// Adds the whole seconds to the origin first. That sum is exact, so the result is rounded once.
 double secondsSince(double origin, std::int64_t microseconds)
 {
-    std::int64_t whole = microseconds / kMicroseconds;
-    std::int64_t rest = microseconds % kMicroseconds;
-    if (rest < 0) {
-        rest += kMicroseconds;
-        --whole;
-    }
+    const std::int64_t whole = floorDivided(microseconds, kMicroseconds);
+    const std::int64_t rest = floorRest(microseconds, kMicroseconds);
     return origin + static_cast<double>(whole) +
            static_cast<double>(rest) / static_cast<double>(kMicroseconds);
 }
@@ -89,4 +85,4 @@ bool survivesHost(std::int64_t microseconds)
     return timestampOfRow(hostSeconds(microseconds) - kHostEpoch) == microseconds;
 }
 
-} // namespace datafile
+} // namespace base

@@ -1,0 +1,47 @@
+#include "hvhost/job/RecordNames.h"
+
+#include <string_view>
+
+#include "hvhost/base/CommandFault.h"
+#include "hvhost/base/Text.h"
+#include "hvhost/input/DataFile.h"
+#include "hvhost/input/Dataset.h"
+#include "hvhost/input/NameLookup.h"
+
+Derivation splitDerivation(const std::string& text)
+{
+    const std::size_t equals = text.find('=');
+    if (equals != std::string::npos && text.compare(equals, 2, "==") != 0) {
+        const std::string_view whole(text);
+        Derivation result{std::string(trimmed(whole.substr(0, equals))),
+                          std::string(trimmed(whole.substr(equals + 1)))};
+        if (!result.name.empty() && !result.expression.empty())
+            return result;
+    }
+    throw CommandFault(ExitStatus::Usage, "--derive " + text + ": no NAME=EXPRESSION",
+                       "for example --derive 'spread=x.temp_max - x.temp_min'");
+}
+
+RecordNames::RecordNames(const InputFile& input, const RecordOptions& options)
+    : _isKnown(input.dataset() != nullptr)
+{
+    if (_isKnown)
+        _names = input.dataset()->names();
+    for (const std::string& derivation : options.derivations)
+        _names.push_back(splitDerivation(derivation).name);
+}
+
+std::string RecordNames::own(const std::string& name, const std::string& origin) const
+{
+    return _isKnown ? _names[placeOfName(name, _names, {origin})] : name;
+}
+
+std::vector<std::string> RecordNames::own(const std::vector<std::string>& names,
+                                          const std::string& option) const
+{
+    std::vector<std::string> result;
+    result.reserve(names.size());
+    for (const std::string& name : names)
+        result.push_back(own(name, option + " " + name));
+    return result;
+}
