@@ -120,7 +120,7 @@ class MapTest(Case):
                 (2, [*points, "--x", "east", "--y", "north", "--to", 3031], "--to 3031"),
                 (2, [*match, "KEY=isle"], "isle"),
                 (2, [*match, "=island"], "--keys =island"),
-                (1, [*match, "KEI=island"], "KEI"),
+                (2, [*match, "KEI=island"], "--keys KEI=island: .*\n.*did you mean KEY"),
                 (1, [*match, "ID=island"], "ID"),
                 (2, ["map"], "map"),
                 (2, ["map", "nothing"], "hvhost help map")):
