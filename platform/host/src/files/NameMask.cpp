@@ -1,17 +1,14 @@
 #include "files/NameMask.h"
 
-namespace {
+#include "base/Utf8.h"
 
-bool isContinuation(char c)
-{
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
+namespace {
 
 // The number of bytes of the character at `at`.
 std::size_t characterLength(std::string_view text, std::size_t at)
 {
     std::size_t length = 1;
-    while (at + length < text.size() && isContinuation(text[at + length]))
+    while (at + length < text.size() && !base::beginsCharacter(text[at + length]))
         ++length;
     return length;
 }

@@ -1,70 +1,17 @@
 #include "JavaText.h"
 
 #include <algorithm>
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include "base/Utf8.h"
+
 namespace {
-constexpr char32_t Replacement = 0xFFFD;
 constexpr const char* ReplacementBytes = "\xEF\xBF\xBD";
-
-/// Valid UTF-8 sequences by lead byte. The limits of the second byte exclude overlong forms,
-/// surrogates and codes above the last character.
-struct Sequence
-{
-    std::uint8_t firstLead, lastLead;
-    std::uint8_t firstSecond, lastSecond;
-    std::size_t length;
-    std::uint8_t leadBits;
-};
-
-constexpr std::array<Sequence, 9> Sequences = {{{0x00, 0x7F, 0x00, 0x00, 1, 0x7F},
-                                                {0xC2, 0xDF, 0x80, 0xBF, 2, 0x1F},
-                                                {0xE0, 0xE0, 0xA0, 0xBF, 3, 0x0F},
-                                                {0xE1, 0xEC, 0x80, 0xBF, 3, 0x0F},
-                                                {0xED, 0xED, 0x80, 0x9F, 3, 0x0F},
-                                                {0xEE, 0xEF, 0x80, 0xBF, 3, 0x0F},
-                                                {0xF0, 0xF0, 0x90, 0xBF, 4, 0x07},
-                                                {0xF1, 0xF3, 0x80, 0xBF, 4, 0x07},
-                                                {0xF4, 0xF4, 0x80, 0x8F, 4, 0x07}}};
-
-std::uint8_t byteAt(const std::string& text, std::size_t position)
-{
-    return static_cast<std::uint8_t>(text[position]);
-}
-
-/// Decodes a character and moves `position` behind it, or behind the longest valid prefix.
-char32_t decode(const std::string& text, std::size_t& position)
-{
-    const std::uint8_t lead = byteAt(text, position++);
-    const auto* row = std::find_if(Sequences.begin(), Sequences.end(), [lead](const Sequence& s) {
-        return lead >= s.firstLead && lead <= s.lastLead;
-    });
-    if (row == Sequences.end())
-        return Replacement;
-    char32_t character = lead & row->leadBits;
-    for (std::size_t index = 1; index < row->length; ++index) {
-        const std::uint8_t first = index == 1 ? row->firstSecond : 0x80;
-        const std::uint8_t last = index == 1 ? row->lastSecond : 0xBF;
-        if (position == text.size() || byteAt(text, position) < first ||
-            byteAt(text, position) > last)
-            return Replacement;
-        character = (character << 6U) | (byteAt(text, position++) & 0x3FU);
-    }
-    return character;
-}
-
-void append(std::u16string& units, char32_t character)
-{
-    if (character < 0x10000) {
-        units += static_cast<char16_t>(character);
-        return;
-    }
-    character -= 0x10000;
-    units += static_cast<char16_t>(0xD800 + (character >> 10U));
-    units += static_cast<char16_t>(0xDC00 + (character & 0x3FFU));
-}
 
 /// Whether the three bytes are a surrogate of the half that `first` selects.
 bool isSurrogate(const char* bytes, unsigned first)
@@ -81,11 +28,7 @@ unsigned surrogateBits(const char* bytes)
 
 void appendPair(std::string& utf8, const char* high, const char* low)
 {
-    const unsigned character = 0x10000U + (surrogateBits(high) << 10U) + surrogateBits(low);
-    utf8 += static_cast<char>(0xF0U | character >> 18U);
-    utf8 += static_cast<char>(0x80U | (character >> 12U & 0x3FU));
-    utf8 += static_cast<char>(0x80U | (character >> 6U & 0x3FU));
-    utf8 += static_cast<char>(0x80U | (character & 0x3FU));
+    base::appendCharacter(utf8, 0x10000U + (surrogateBits(high) << 10U) + surrogateBits(low));
 }
 
 /// Appends the special form at `bytes`, or one byte. Returns the number of bytes read.
@@ -120,8 +63,16 @@ std::u16string utf16FromUtf8(const std::string& utf8)
 {
     std::u16string units;
     units.reserve(utf8.size());
-    for (std::size_t position = 0; position < utf8.size();)
-        append(units, decode(utf8, position));
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(utf8.data());
+    const auto size = static_cast<std::ptrdiff_t>(utf8.size());
+    for (std::ptrdiff_t place = 0; place < size;) {
+        UChar32 character = 0;
+        // An invalid byte, or an incomplete character, becomes one replacement character.
+        U8_NEXT_OR_FFFD(bytes, place, size, character);
+        if (character > 0xFFFF)
+            units += U16_LEAD(character);
+        units += character > 0xFFFF ? U16_TRAIL(character) : static_cast<char16_t>(character);
+    }
     return units;
 }
 

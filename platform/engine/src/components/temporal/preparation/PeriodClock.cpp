@@ -93,8 +93,8 @@ std::optional<Moment> PeriodClock::momentOf(const std::vector<std::int64_t>& num
             return std::nullopt;
     const std::int64_t day = firstDayOf(numbers) + number(TimeUnit::Day, numbers).value_or(1) - 1;
     Moment moment = day * kMomentsOfDay;
-    moment += number(TimeUnit::Hour, numbers).value_or(0) * 3600000000;
-    moment += number(TimeUnit::Minute, numbers).value_or(0) * 60000000;
+    moment += number(TimeUnit::Hour, numbers).value_or(0) * base::kMicrosecondsPerHour;
+    moment += number(TimeUnit::Minute, numbers).value_or(0) * base::kMicrosecondsPerMinute;
     moment += number(TimeUnit::Second, numbers).value_or(0) * base::kMicrosecondsPerSecond;
     // What is too many days for the month, or a month outside of its quarter, has other numbers.
     if (!isWritable(moment) || numbersOf(moment) != numbers)
@@ -131,9 +131,10 @@ std::int64_t PeriodClock::numberOf(TimeUnit unit, bool isOutermost, Moment momen
     case TimeUnit::Day:
         return isOutermost ? day + 1 : day - firstDayAround(day) + 1;
     case TimeUnit::Hour:
-        return (isOutermost ? moment : timeOfDay(moment)) / 3600000000;
+        return (isOutermost ? moment : timeOfDay(moment)) / base::kMicrosecondsPerHour;
     case TimeUnit::Minute:
-        return isOutermost ? moment / 60000000 : timeOfDay(moment) / 60000000 % 60;
+        return isOutermost ? moment / base::kMicrosecondsPerMinute
+                           : timeOfDay(moment) / base::kMicrosecondsPerMinute % 60;
     case TimeUnit::Second:
         return isOutermost ? moment / base::kMicrosecondsPerSecond
                            : timeOfDay(moment) / base::kMicrosecondsPerSecond % 60;
