@@ -1,7 +1,5 @@
 #include "hvhost/input/DataKind.h"
 
-#include <algorithm>
-#include <cctype>
 #include <filesystem>
 
 #include "base/AsciiText.h"

@@ -1,6 +1,5 @@
 #include "GeometryWriter.h"
 
-#include <charconv>
 #include <cmath>
 #include <memory>
 

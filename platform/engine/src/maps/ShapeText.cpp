@@ -1,7 +1,6 @@
 #include "maps/ShapeText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <vector>

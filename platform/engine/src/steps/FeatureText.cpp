@@ -1,6 +1,5 @@
 #include "steps/FeatureText.h"
 
-#include <charconv>
 #include <cmath>
 
 #include <nlohmann/json.hpp>

@@ -1,8 +1,6 @@
 #include "data/CaseColumn.h"
 
-#include <array>
 #include <cstdint>
-#include <cstdio>
 #include <utility>
 
 #include "HostConversions.h"

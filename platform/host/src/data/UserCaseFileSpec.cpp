@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <cctype>
 #include <utility>
 
 #include "UserCaseFile.h"

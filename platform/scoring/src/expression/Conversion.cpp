@@ -1,7 +1,5 @@
 #include "expression/Conversion.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 
 #include "base/CivilTime.h"
@@ -12,8 +10,6 @@
 namespace scoring {
 namespace {
 
-/// Enough for the longest text, "-1.7976931348623157e+308".
-constexpr std::size_t kLongestNumber = 32;
 /// All smaller whole numbers are exact.
 constexpr double kMostInteger = 9007199254740992.0;
 
