@@ -89,13 +89,15 @@ FAULTS = [
     ("convert weather.csv o.csv --derive 'a=flor(x.wind)'", 1, ["--derive", "floor"]),
     ("convert weather.csv o.csv --where \"x.weather == 'sun'\"", 1, ["double quotes"]),
     ("convert weather.csv o.csv --where 'wind > 2'", 1, ["x.wind"]),
-    ("convert weather.csv o.csv --keep date,nothing", 1, ["--keep: ", '"nothing"', "hvhost info"]),
+    ("convert weather.csv o.csv --keep date,nothing", 2, ["--keep nothing: ", "hvhost info"]),
+    ("convert weather.csv o.csv --direct --keep nothing", 1, ["--keep: ", '"nothing"', "hvhost info"]),
     ("convert weather.csv o.csv --derive wind=1", 1, ['--derive wind=1: there is a field "wind"']),
     ("convert weather.csv o.csv --derive 'é = x.wind + true'", 1, [": character 12: "]),
     ("convert weather.csv o.csv --where 'x.\"a b\" > 1'", 1, ["written x.`a b`"]),
     ("convert weather.csv o.csv --where 'x.date > \"2012\"'", 1, ["toDate("]),
-    ("aggregate weather.csv --stat mean:none:wind", 1, ["--stat mean:none:wind: the input has no"]),
-    ("aggregate weather.csv --by none --stat count", 1, ["--by none: the input has no field"]),
+    ("aggregate weather.csv --stat mean:none:wind", 2, ['--stat mean:none:wind: there is no variable "none"']),
+    ("aggregate weather.csv --direct --stat mean:none:wind", 1, ["--stat mean:none:wind: the input has no"]),
+    ("aggregate weather.csv --direct --by none --stat count", 1, ["--by none: the input has no field"]),
     ("aggregate weather.csv --stat zzzz:wind", 1, ["hvhost help aggregate"]),
 ]
 # A job text, and what a fault of it says.
