@@ -4,7 +4,6 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "base/NumberText.h"
 #include "components/temporal/explanation/PointLabels.h"
 #include "components/temporal/preparation/DimensionKey.h"
 #include "components/temporal/scoring/ScoreStage.h"
