@@ -14,6 +14,9 @@ foreach(folder contracts/metadata contracts/host contracts/engine contracts/scor
   set_property(GLOBAL APPEND PROPERTY HVINTEG_INSTALLED_HEADERS ${folder_headers})
   string(APPEND doxygen_folders " \\\n  \"${PROJECT_SOURCE_DIR}/${folder}\"")
 endforeach()
+# ErrorIds.h of the engine includes it.
+install(FILES ${PROJECT_SOURCE_DIR}/platform/datafile/FaultIds.h
+  DESTINATION ${package_include_dir}/datafile)
 set(report_headers ReportExport.h page/OutputPage.h
   text/OutputText.h text/TerminalText.h text/TextGrid.h)
 foreach(header ${report_headers})

@@ -18,7 +18,8 @@ public:
     /// The job was cancelled, by the caller or by the engine.
     virtual void onCancel() = 0;
     /// The job failed. `id` identifies the error, `text` is one sentence for the user, and `detail`
-    /// is for the log.
+    /// is for the log and for host programs. The embedded engine's detail is a JSON object with the
+    /// parts of the error; docs/contracts.md describes it. Another engine may report any text.
     virtual void onError(const std::string& id, const std::string& text,
                          const std::string& detail) = 0;
     /// The job begins. `executionId` identifies the job.

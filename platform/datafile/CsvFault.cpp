@@ -1,6 +1,10 @@
 #include "datafile/CsvFault.h"
 
+#include <charconv>
+#include <system_error>
 #include <utility>
+
+#include "datafile/FaultIds.h"
 
 namespace datafile {
 namespace {
@@ -20,6 +24,17 @@ const char* typeWord(std::string_view type)
 }
 
 constexpr std::string_view kCsvMark = "CSV Error on Line: ";
+
+/// The field whose value did not convert; empty in other messages.
+std::string convertedField(const std::string& databaseMessage)
+{
+    return between(databaseMessage, "Error when converting column \"", "\". ").value_or("");
+}
+
+bool isOfEncoding(const std::string& databaseMessage)
+{
+    return contains(databaseMessage, "Invalid unicode");
+}
 
 } // namespace
 
@@ -45,9 +60,13 @@ std::string headline(const std::string& databaseMessage)
     return classEnd == std::string::npos ? line : line.substr(classEnd + 8);
 }
 
-std::optional<std::string> csvLine(const std::string& databaseMessage)
+std::optional<std::uint64_t> csvLine(const std::string& databaseMessage)
 {
-    return between(databaseMessage, kCsvMark, "\n");
+    const auto text = between(databaseMessage, kCsvMark, "\n");
+    std::uint64_t line = 0;
+    if (!text || std::from_chars(text->data(), text->data() + text->size(), line).ec != std::errc())
+        return std::nullopt;
+    return line;
 }
 
 std::string csvReason(const std::string& databaseMessage)
@@ -59,13 +78,11 @@ std::string csvReason(const std::string& databaseMessage)
                *wanted;
     }
     if (const auto value = between(databaseMessage, "Could not convert string \"", "\" to '"))
-        return "field \"" +
-               between(databaseMessage, "Error when converting column \"", "\". ").value_or("") +
-               "\": \"" + *value + "\" is not " +
+        return "field \"" + convertedField(databaseMessage) + "\": \"" + *value + "\" is not " +
                typeWord(between(databaseMessage, "\" to '", "'").value_or(""));
     if (contains(databaseMessage, "unterminated quote"))
         return "a quote is not closed";
-    if (contains(databaseMessage, "Invalid unicode"))
+    if (isOfEncoding(databaseMessage))
         return "the text is not UTF-8";
     if (contains(databaseMessage, "Maximum line size"))
         return "the line is too long";
@@ -73,6 +90,16 @@ std::string csvReason(const std::string& databaseMessage)
     const auto lines = between(databaseMessage, "Original Line: ", "\n\n");
     const auto reason = lines ? lines->find('\n') : std::string::npos;
     return reason == std::string::npos ? headline(databaseMessage) : lines->substr(reason + 1);
+}
+
+FaultParts csvParts(const std::string& path, std::uint64_t line, const std::string& databaseMessage)
+{
+    return {.step = "read",
+            .file = path,
+            .inFile = {line},
+            .field = convertedField(databaseMessage),
+            .kind = isOfEncoding(databaseMessage) ? kinds::kNotUtf8 : "",
+            .what = csvReason(databaseMessage)};
 }
 
 } // namespace datafile

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "datafile/FaultParts.h"
 
 namespace datafile {
 
@@ -20,9 +23,13 @@ std::optional<std::string> between(const std::string& text, std::string_view beg
 std::string headline(const std::string& databaseMessage);
 
 /// The line number in a message about a CSV record; nullopt for another message.
-std::optional<std::string> csvLine(const std::string& databaseMessage);
+std::optional<std::uint64_t> csvLine(const std::string& databaseMessage);
 
 /// The reason in a message about a CSV record.
 std::string csvReason(const std::string& databaseMessage);
+
+/// The parts of an error of the step read about a CSV record on this line.
+FaultParts csvParts(const std::string& path, std::uint64_t line,
+                    const std::string& databaseMessage);
 
 } // namespace datafile

@@ -24,14 +24,21 @@ bool isWhole(const std::string& text)
     return parsed.ec == std::errc() && std::trunc(value) == value;
 }
 
+Fault unreadable(const std::string& path, const std::system_error& error)
+{
+    return {faults::kFileUnreadable,
+            {.step = "read",
+             .file = path,
+             .what = "the file cannot be read: " + error.code().message()}};
+}
+
 /// Opens the file; a system error becomes a Fault.
 CsvScanner scannerFor(const std::string& path)
 {
     try {
         return CsvScanner(path);
     } catch (const std::system_error& error) {
-        throw Fault(faults::kFileUnreadable,
-                    "read: " + path + ": the file cannot be read: " + error.code().message());
+        throw unreadable(path, error);
     }
 }
 
@@ -47,14 +54,17 @@ CsvProfile::CsvProfile(std::string path, bool hasHeader, std::vector<CFField::St
 void CsvProfile::readNames()
 {
     if (!_scanner.next(_fields))
-        throw Fault(faults::kFileEmpty, "read: " + _path + ": the file holds no line with text");
+        throw Fault(faults::kFileEmpty,
+                    {.step = "read", .file = _path, .what = "the file holds no line with text"});
     if (_hasHeader && _scanner.flaw())
         throw faultOf(*_scanner.flaw(), _path);
     for (const CsvField& field : _fields) {
         if (!base::isUtf8(field.text) || field.text.find('\0') != std::string_view::npos)
-            throw Fault(faults::kNotOfItsKind, "read: " + _path + ":" +
-                                                   std::to_string(_scanner.line()) +
-                                                   ": this is not a CSV file in UTF-8");
+            throw Fault(faults::kNotOfItsKind, {.step = "read",
+                                                .file = _path,
+                                                .inFile = {_scanner.line()},
+                                                .kind = kinds::kNotUtf8,
+                                                .what = "this is not a CSV file in UTF-8"});
         _names.push_back(_hasHeader ? textOf(field) : "");
     }
     _names = uniqueNames(std::move(_names));
@@ -107,10 +117,9 @@ try {
     }
     return true;
 } catch (const std::length_error& error) {
-    throw Fault(faults::kBadRecord, "read: " + _path + ": " + error.what());
+    throw Fault(faults::kBadRecord, {.step = "read", .file = _path, .what = error.what()});
 } catch (const std::system_error& error) {
-    throw Fault(faults::kFileUnreadable,
-                "read: " + _path + ": the file cannot be read: " + error.code().message());
+    throw unreadable(_path, error);
 }
 
 bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& goOn)
@@ -181,7 +190,8 @@ void CsvProfile::takeLengths()
     for (std::size_t column = 0; column < _fields.size(); ++column) {
         const CsvField& field = _fields[column];
         if (!_flaw && !base::isUtf8(field.text))
-            takeFlaw({_scanner.line(), 0, "the text is not UTF-8", 0, false});
+            takeFlaw(
+                {.line = _scanner.line(), .text = "the text is not UTF-8", .isOfEncoding = true});
         if (field.text.empty())
             _gaps[column] = true;
         else if (field.text.size() > _longest[column])
@@ -211,7 +221,11 @@ void CsvProfile::checkExpected(std::size_t column, CsvKind kind)
 Fault faultOf(const CsvFlaw& flaw, const std::string& path)
 {
     return {flaw.isOfFile ? faults::kFileUnreadable : faults::kBadRecord,
-            "read: " + path + ":" + flaw.described()};
+            {.step = "read",
+             .file = path,
+             .inFile = {flaw.line, flaw.column},
+             .kind = flaw.isOfEncoding ? kinds::kNotUtf8 : "",
+             .what = flaw.text}};
 }
 
 std::optional<CsvFlaw> firstCsvFlaw(const std::string& path, bool hasHeader, std::uint64_t records,

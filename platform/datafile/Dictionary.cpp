@@ -301,8 +301,9 @@ std::string dictionaryText(const Dictionary& dictionary)
 Dictionary dictionaryOf(const std::string& text, const std::string& origin)
 {
     const auto fault = [&](const std::string& what) {
-        return Fault(faults::kDataModel,
-                     "read: " + origin + ": the dictionary cannot be used: " + what);
+        return Fault(
+            faults::kDataModel,
+            {.step = "read", .file = origin, .what = "the dictionary cannot be used: " + what});
     };
     try {
         if (base::placeTooDeep(text, kDeepest) != text.npos)

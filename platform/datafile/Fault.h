@@ -2,31 +2,37 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
+
+#include "datafile/FaultParts.h"
 
 namespace datafile {
 
 /// An error for users: the text is one sentence that names the thing; the detail is for the log.
-/// FaultIds.h has the ids.
+/// FaultIds.h has the ids. The parts are for programs, which must not search the text.
 class Fault : public std::runtime_error
 {
 public:
+    /// An error without a place.
     Fault(std::string id, const std::string& text, std::string detail = {})
-        : std::runtime_error(text), _id(std::move(id)), _detail(std::move(detail))
+        : Fault(std::move(id), FaultParts{.what = text}, std::move(detail))
+    {
+    }
+    /// Composes the text from the parts, see sentenceOf.
+    Fault(std::string id, FaultParts parts, std::string detail = {})
+        : std::runtime_error(sentenceOf(parts)), _id(std::move(id)), _parts(std::move(parts)),
+          _detail(std::move(detail))
     {
     }
     const std::string& id() const { return _id; }
     std::string text() const { return what(); }
+    const FaultParts& parts() const { return _parts; }
     const std::string& detail() const { return _detail; }
 
 private:
     std::string _id;
+    FaultParts _parts;
     std::string _detail;
 };
-
-/// The beginning of a message about a file, with the step that uses it, if there is one.
-inline std::string placeOf(const std::string& step, const std::string& path)
-{
-    return (step.empty() ? "" : step + ": ") + path + ": ";
-}
 
 } // namespace datafile

@@ -22,3 +22,16 @@ inline constexpr const char* kFileUnwritable = "HVEIO0016E"; ///< the file canno
 inline constexpr const char* kDiskFull = "HVEIO0017E";       ///< no room for a file
 
 } // namespace datafile::faults
+
+/// The kinds of errors that have one id and need different advice.
+namespace datafile::kinds {
+
+inline constexpr const char* kFileExists = "fileExists";       ///< HVEIO0016E
+inline constexpr const char* kNotUtf8 = "notUtf8";             ///< HVEIO0005E, 0006E, 0007E, 0020E
+inline constexpr const char* kNotInteger = "notInteger";       ///< HVEEX0012E
+inline constexpr const char* kDateAndText = "dateAndText";     ///< HVEEX0005E
+inline constexpr const char* kFieldInQuotes = "fieldInQuotes"; ///< HVEPA0001E
+inline constexpr const char* kApostrophe = "apostrophe";       ///< HVEPA0001E
+inline constexpr const char* kNoSuchFunction = "noSuchFunction"; ///< HVEPL0004E
+
+} // namespace datafile::kinds

@@ -21,9 +21,9 @@ std::string systemMessage(int code)
 }
 
 [[noreturn]] void refuse(const char* id, const std::string& step, const std::string& path,
-                         const std::string& reason, const std::string& detail = {})
+                         const std::string& reason)
 {
-    throw Fault(id, placeOf(step, path) + reason, detail);
+    throw Fault(id, {.step = step, .file = path, .what = reason});
 }
 
 } // namespace

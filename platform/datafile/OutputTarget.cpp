@@ -16,6 +16,12 @@ namespace {
 constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO; // without set-user-id and the like
 
+[[noreturn]] void refuseTarget(const char* id, const std::string& step, const std::string& path,
+                               const std::string& reason)
+{
+    throw Fault(id, {.step = step, .file = path, .what = reason});
+}
+
 /// Whether another user may have planted the link: the system does not follow such a link either.
 bool isForeignLink(const struct stat& link, const std::string& folder)
 {
@@ -33,13 +39,13 @@ std::string followed(const std::string& destination, const std::string& step)
     if (lstat(destination.c_str(), &link) != 0 || !S_ISLNK(link.st_mode))
         return destination;
     if (isForeignLink(link, base::folderOf(destination)))
-        throw Fault(faults::kFileUnwritable,
-                    placeOf(step, destination) + "this is a link that another user has made");
+        refuseTarget(faults::kFileUnwritable, step, destination,
+                     "this is a link that another user has made");
     std::error_code error;
     const std::filesystem::path target = std::filesystem::canonical(destination, error);
     if (error)
-        throw Fault(faults::kFileUnwritable,
-                    placeOf(step, destination) + "this is a link that leads nowhere");
+        refuseTarget(faults::kFileUnwritable, step, destination,
+                     "this is a link that leads nowhere");
     return target.string();
 }
 
@@ -47,17 +53,15 @@ void checkReplaced(const struct stat& state, const std::string& path,
                    const std::string& destination, const std::string& step)
 {
     if (S_ISDIR(state.st_mode))
-        throw Fault(faults::kFileIsFolder,
-                    placeOf(step, destination) + "this is a folder, not a file");
+        refuseTarget(faults::kFileIsFolder, step, destination, "this is a folder, not a file");
     // A device must not be replaced by a file.
     if (!S_ISREG(state.st_mode))
-        throw Fault(faults::kFileUnwritable,
-                    placeOf(step, destination) + "this is not a regular file");
+        refuseTarget(faults::kFileUnwritable, step, destination, "this is not a regular file");
     // A rename needs only the folder's permission. Root may write everything, but a file without
     // write bits is meant to be protected.
     if ((state.st_mode & kWriteBits) == 0 || access(path.c_str(), W_OK) != 0)
-        throw Fault(faults::kFileUnwritable,
-                    placeOf(step, destination) + "the file is protected against writing");
+        refuseTarget(faults::kFileUnwritable, step, destination,
+                     "the file is protected against writing");
 }
 
 } // namespace
@@ -66,11 +70,10 @@ OutputTarget outputTarget(const std::string& destination, const std::string& ste
 {
     struct stat state = {};
     if (stat(base::folderOf(destination).c_str(), &state) != 0 || !S_ISDIR(state.st_mode))
-        throw Fault(faults::kFolderMissing, placeOf(step, destination) + "there is no folder " +
-                                                base::folderOf(destination));
+        refuseTarget(faults::kFolderMissing, step, destination,
+                     "there is no folder " + base::folderOf(destination));
     if (base::fileNameOf(destination).empty())
-        throw Fault(faults::kFileIsFolder,
-                    placeOf(step, destination) + "this is a folder, not a file");
+        refuseTarget(faults::kFileIsFolder, step, destination, "this is a folder, not a file");
     OutputTarget target;
     target.path = followed(destination, step);
     if (stat(target.path.c_str(), &state) == 0) {
@@ -98,10 +101,9 @@ bool keepOwnership(int descriptor, const struct stat& replaced)
 void refuseOutput(const std::string& step, const std::string& path, int code)
 {
     const bool full = code == ENOSPC || code == EDQUOT || code == EFBIG;
-    throw Fault(full ? faults::kDiskFull : faults::kFileUnwritable,
-                placeOf(step, path) + (full ? "no space is left for the file"
-                                            : "the file cannot be written: " +
-                                                  std::generic_category().message(code)));
+    refuseTarget(full ? faults::kDiskFull : faults::kFileUnwritable, step, path,
+                 full ? "no space is left for the file"
+                      : "the file cannot be written: " + std::generic_category().message(code));
 }
 
 } // namespace datafile

@@ -47,9 +47,12 @@ public:
     }
 
 private:
-    std::string prefix(const DictionaryVariable& variable) const
+    FaultParts parts(const DictionaryVariable& variable, const std::string& problem) const
     {
-        return "read: " + _origin + ": variable \"" + variable.name + "\" ";
+        return {.step = "read",
+                .file = _origin,
+                .field = variable.name,
+                .what = "variable \"" + variable.name + "\" " + problem};
     }
     void check(const DictionaryVariable& variable) const;
     void bound(std::string& value, const DictionaryVariable& variable) const;
@@ -63,14 +66,17 @@ void DictionaryCheck::check(const DictionaryVariable& variable) const
 {
     const auto field = std::ranges::find(_columns.fields, variable.name, &CFField::GetName);
     if (field == _columns.fields.end())
-        throw Fault(faults::kDataModel, prefix(variable) + "of the dictionary has no data");
+        throw Fault(faults::kDataModel, parts(variable, "of the dictionary has no data"));
     if (variable.isText != (field->GetStorage() == CFField::String))
-        throw Fault(faults::kDataModel, prefix(variable) + "is " +
-                                            (variable.isText ? "a text" : "a number") +
-                                            " in the dictionary, but not in the data");
+        throw Fault(faults::kDataModel,
+                    parts(variable, std::string("is ") + (variable.isText ? "a text" : "a number") +
+                                        " in the dictionary, but not in the data"));
     if (variable.isText && variable.name == _dictionary.weight)
-        throw Fault(faults::kDataModel, "read: " + _origin + ": the weight variable \"" +
-                                            variable.name + "\" is a text");
+        throw Fault(faults::kDataModel,
+                    {.step = "read",
+                     .file = _origin,
+                     .field = variable.name,
+                     .what = "the weight variable \"" + variable.name + "\" is a text"});
     if (variable.width > 0)
         bound(_columns.values[static_cast<std::size_t>(field - _columns.fields.begin())], variable);
 }
@@ -79,9 +85,10 @@ void DictionaryCheck::check(const DictionaryVariable& variable) const
 void DictionaryCheck::bound(std::string& value, const DictionaryVariable& variable) const
 {
     const std::string most = std::to_string(mostBytes(_dictionary, variable));
-    const std::string fault = raisedText(
-        faults::kDataModel, prefix(variable) + "has a value that is longer than the " +
-                                std::to_string(variable.width) + " bytes that the dictionary says");
+    const std::string fault =
+        raisedText(faults::kDataModel, parts(variable, "has a value that is longer than the " +
+                                                           std::to_string(variable.width) +
+                                                           " bytes that the dictionary says"));
     // Trailing blanks only pad the host's texts. Count the bytes first, because that is faster.
     value = "CASE WHEN strlen(" + value + ") > " + most + " AND strlen(rtrim(" + value + ")) > " +
             most + " THEN error(" + quotedLiteral(fault) + ") ELSE " + value + " END";

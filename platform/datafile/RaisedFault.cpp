@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "datafile/FaultJson.h"
+
 namespace datafile {
 namespace {
 
@@ -9,12 +11,14 @@ namespace {
 constexpr std::string_view kPrefix = "Invalid Input Error: ";
 constexpr std::string_view kIdBegins = "HVE";
 constexpr std::size_t kIdLength = 10;
+/// Ends the parts. JSON on one line does not contain it.
+constexpr char kPartsEnd = '\n';
 
 } // namespace
 
-std::string raisedText(const char* id, const std::string& text)
+std::string raisedText(const char* id, const FaultParts& parts)
 {
-    return std::string(id) + " " + text;
+    return std::string(id) + " " + jsonOf(parts) + kPartsEnd;
 }
 
 std::optional<Fault> raisedFault(const std::string& databaseMessage)
@@ -22,9 +26,16 @@ std::optional<Fault> raisedFault(const std::string& databaseMessage)
     if (!databaseMessage.starts_with(kPrefix))
         return std::nullopt;
     const std::string raised = databaseMessage.substr(kPrefix.size());
-    if (!raised.starts_with(kIdBegins) || raised.size() <= kIdLength)
+    const std::size_t end = raised.find(kPartsEnd);
+    if (!raised.starts_with(kIdBegins) || raised.size() <= kIdLength || end == std::string::npos)
         return std::nullopt;
-    return Fault(raised.substr(0, kIdLength), raised.substr(kIdLength + 1), databaseMessage);
+    auto report = faultReportIn(raised.substr(kIdLength, end - kIdLength));
+    if (!report)
+        return std::nullopt;
+    report->parts.what += raised.substr(end + 1);
+    const std::string id = raised.substr(0, kIdLength);
+    std::string detail = std::string(kPrefix) + id + " " + sentenceOf(report->parts);
+    return Fault(id, std::move(report->parts), std::move(detail));
 }
 
 } // namespace datafile

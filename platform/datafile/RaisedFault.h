@@ -8,11 +8,12 @@
 namespace datafile {
 
 /// Some invalid values are only found while a query runs. The SQL then raises a database error,
-/// which carries only a text. This is the beginning of that text: the id and the sentence for the
-/// user.
-std::string raisedText(const char* id, const std::string& text);
+/// which carries only a text. This is the beginning of that text: the id and the parts on one line.
+/// The SQL appends the rest of `parts.what`, for example the value, which may be any text.
+std::string raisedText(const char* id, const FaultParts& parts);
 
-/// Recovers the fault from such an error; nullopt for another message.
+/// Recovers the fault from such an error; nullopt for another message. The detail is the
+/// database's message without the JSON.
 std::optional<Fault> raisedFault(const std::string& databaseMessage);
 
 } // namespace datafile

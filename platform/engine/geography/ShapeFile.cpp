@@ -131,8 +131,8 @@ void ShapeFileLayer::describeShapes(CoordinateSystems& systems)
     const OGRwkbGeometryType shapes = _layer.GetGeomType();
     const auto* kind = std::ranges::find(kKinds, wkbFlatten(shapes), &Kind::shapes);
     if (kind == std::end(kKinds))
-        throw GeographyError(GeographyError::NotOfItsKind,
-                             _path + ": the file holds no shapes that can be read, but " +
+        throw GeographyError(GeographyError::NotOfItsKind, _path,
+                             std::string("the file holds no shapes that can be read, but ") +
                                  OGRGeometryTypeToName(shapes));
     CFGeo geo(kind->type, wkbHasZ(shapes) || shapes == wkbUnknown ? 3 : 2);
     if (const OGRSpatialReference* reference = _layer.GetSpatialRef()) {
@@ -172,7 +172,7 @@ bool ShapeFileLayer::next()
     _feature.reset(_layer.GetNextFeature());
     // GDAL returns null both at the end and for an unreadable record. Only the message tells which.
     if (!messages.error().empty())
-        throw GeographyError(GeographyError::Unreadable, _path + ": " + messages.error());
+        throw GeographyError(GeographyError::Unreadable, _path, messages.error());
     return _feature != nullptr;
 }
 
@@ -225,10 +225,10 @@ void checkCompanions(const std::string& path)
     namespace fs = std::filesystem;
     std::error_code error;
     if (!fs::exists(path, error))
-        throw GeographyError(GeographyError::FileMissing, path + ": there is no such file");
+        throw GeographyError(GeographyError::FileMissing, path, "there is no such file");
     if (fs::is_directory(path, error))
-        throw GeographyError(GeographyError::NotOfItsKind,
-                             path + ": this is a folder and no shape file");
+        throw GeographyError(GeographyError::NotOfItsKind, path,
+                             "this is a folder and no shape file");
     for (const char* lower : {".shx", ".dbf"}) {
         std::string upper(lower);
         std::ranges::transform(upper, upper.begin(),
@@ -236,8 +236,8 @@ void checkCompanions(const std::string& path)
         fs::path companion(path);
         if (!fs::exists(companion.replace_extension(lower), error) &&
             !fs::exists(companion.replace_extension(upper), error))
-            throw GeographyError(GeographyError::FileMissing,
-                                 path + ": there is no file with the extension " + lower +
+            throw GeographyError(GeographyError::FileMissing, path,
+                                 std::string("there is no file with the extension ") + lower +
                                      " next to the shape file");
     }
 }
@@ -272,8 +272,8 @@ std::unique_ptr<Layer> openShapeFile(const std::string& path, CoordinateSystems&
     GDALDatasetUniquePtr dataset(
         GDALDataset::Open(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, drivers));
     if (!dataset || dataset->GetLayerCount() == 0)
-        throw GeographyError(GeographyError::NotOfItsKind,
-                             path + ": this is not a shape file, or it is cut short" +
+        throw GeographyError(GeographyError::NotOfItsKind, path,
+                             "this is not a shape file, or it is cut short" +
                                  (messages.error().empty() ? "" : ": " + messages.error()));
     return std::make_unique<ShapeFileLayer>(path, std::move(dataset), systems);
 }

@@ -46,7 +46,8 @@ std::vector<ComponentContainer> inputContainers(const StepCall& call)
 {
     if (call.inputContainers.is_null())
         throw JobError(errors::kSettingMissing,
-                       call.name + ": no input container is given, so there is nothing to read");
+                       {.step = call.name,
+                        .what = "no input container is given, so there is nothing to read"});
     return containersOf(call, call.inputContainers, "input containers",
                         [&](const std::string& place) { return call.context.inputPath(place); });
 }
@@ -54,9 +55,10 @@ std::vector<ComponentContainer> inputContainers(const StepCall& call)
 std::vector<ComponentContainer> outputContainers(const StepCall& call)
 {
     if (call.outputContainers.is_null())
-        throw JobError(errors::kSettingMissing,
-                       call.name + ": no output container is given, so there is no place for the "
-                                   "result");
+        throw JobError(
+            errors::kSettingMissing,
+            {.step = call.name,
+             .what = "no output container is given, so there is no place for the result"});
     const JobContext& context = call.context;
     return containersOf(
         call, call.outputContainers, "output containers",

@@ -11,7 +11,7 @@ void ComponentQueries::throwIfStopped() const
 {
     // If the job was cancelled, it ends with onCancel whatever the error.
     if (_context.stopping())
-        throw JobError(errors::kQueryFailed, _component + ": the job was stopped");
+        throw JobError(errors::kQueryFailed, {.step = _component, .what = "the job was stopped"});
 }
 
 void ComponentQueries::stream(const std::string& sql,

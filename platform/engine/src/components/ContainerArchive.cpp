@@ -34,7 +34,7 @@ ContainerArchive::~ContainerArchive() = default;
 
 void ContainerArchive::refuse(const std::string& problem) const
 {
-    throw JobError(errors::kNotOfItsKind, _component + ": " + _path + ": " + problem);
+    throw JobError(errors::kNotOfItsKind, {.step = _component, .file = _path, .what = problem});
 }
 
 std::optional<std::string> ContainerArchive::member(const std::string& name,

@@ -51,7 +51,8 @@ SqlExpression BodyCompiler::compile(const Expression& expression, const Scope& s
 {
     if (_depth == kDeepest)
         at(expression.position)
-            .fail(errors::kExpressionSize, "the expression nests too deep with its definitions");
+            .fail(errors::kExpressionSize, "the expression nests too deep with its definitions",
+                  {.limit = kDeepest});
     ++_depth;
     SqlExpression result = dispatch(expression, scope);
     --_depth;
@@ -168,10 +169,11 @@ void BodyCompiler::failName(const std::string& name, const Scope& scope, const P
         names.push_back(known);
     for (const auto& [known, expression] : _definitions)
         names.push_back(known);
+    const std::string suggestion = base::suggestion(name, names);
     place.fail(errors::kExpressionName,
                "the name '" + name +
-                   "' is neither a parameter nor the definition of an expression" +
-                   base::suggestion(name, names));
+                   "' is neither a parameter nor the definition of an expression" + suggestion,
+               {.name = name, .hasSuggestion = !suggestion.empty()});
 }
 
 /// Compiles the value of a definition. Fails if the definition uses itself.
@@ -203,8 +205,9 @@ const Column& BodyCompiler::column(const std::string& name, const Place& place) 
 {
     if (const Column* found = findColumn(name))
         return *found;
-    place.fail(errors::kExpressionField, "the records have no field \"" + name + "\"" +
-                                             base::suggestion(name, _input, &Column::name));
+    const std::string suggestion = base::suggestion(name, _input, &Column::name);
+    place.fail(errors::kExpressionField, "the records have no field \"" + name + "\"" + suggestion,
+               {.field = name, .hasSuggestion = !suggestion.empty()});
 }
 
 SqlExpression BodyCompiler::compileList(const language::List& list, const Scope& scope,

@@ -26,7 +26,8 @@ ValueType sharedType(const std::vector<CaseClause>& clauses,
         if (!common)
             clause.place.fail(errors::kOperandType,
                               "the values of a conditional are of one type, found " +
-                                  value.description + " and " + source);
+                                  value.description + " and " + source,
+                              {.kind = kindOfPair(value.value.type, type)});
         // Error messages name the value that determined the type.
         if (type != *common)
             source = value.description;

@@ -1,6 +1,7 @@
 #include "expression/FunctionCall.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ErrorIds.h"
 #include "base/NearestName.h"
@@ -10,6 +11,7 @@
 #include "expression/ValueTypes.h"
 #include "functions/FunctionTable.h"
 #include "language/Describe.h"
+#include "language/TextCursor.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -109,9 +111,9 @@ std::string listed(const std::vector<std::string>& items)
 
 [[noreturn]] void failUnknown(const std::string& name, const Place& place)
 {
-    place.fail(errors::kUnknownFunction,
-               "there is no function '" + name + "'" +
-                   base::suggestion(name, functionTable(), &Function::name));
+    const std::string suggestion = base::suggestion(name, functionTable(), &Function::name);
+    place.fail(errors::kUnknownFunction, "there is no function '" + name + "'" + suggestion,
+               {.name = name, .hasSuggestion = !suggestion.empty()});
 }
 
 [[noreturn]] void failArguments(const std::vector<Form>& forms,
@@ -129,7 +131,8 @@ std::string listed(const std::vector<std::string>& items)
         std::ranges::any_of(forms, [&](const Form& form) { return form.takes(arguments.size()); });
     place.fail(countFits ? errors::kOperandType : errors::kArgumentCount,
                std::string(forms.front().function->name) + " takes " + listed(known) + ", found (" +
-                   found + ")");
+                   found + ")",
+               {.name = std::string(forms.front().function->name)});
 }
 
 std::string patternSql(const Operand& argument, const Place& place)
@@ -165,8 +168,8 @@ std::string joined(const std::vector<std::string>& arguments)
 /// The SQL text with which errors begin that the function raises at run time.
 std::string whereSql(const Place& place)
 {
-    return quotedLiteral(raisedText(errors::kConversion,
-                                    "step " + place.step + ", " + place.position.text() + ": "));
+    return quotedLiteral(raisedText(
+        errors::kConversion, {.step = place.step, .inJob = language::textPlace(place.position)}));
 }
 
 std::string expanded(std::string_view sql, const std::vector<std::string>& arguments,
@@ -211,9 +214,9 @@ SqlExpression compileFunctionCall(const std::string& name, const std::vector<Ope
             namedType(form->function->result).value_or(shared)};
 }
 
-void Place::fail(const char* id, const std::string& text) const
+void Place::fail(const char* id, const std::string& text, FaultParts parts) const
 {
-    language::failInStep(id, step, position, text);
+    language::failInStep(id, step, position, text, std::move(parts));
 }
 
 } // namespace EmbeddedHV

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "JobError.h"
 #include "expression/ExpressionCompiler.h"
 
 namespace EmbeddedHV {
@@ -23,8 +24,9 @@ struct Place
     const std::string& step;
     language::Position position;
 
-    /// Throws JobError; the text begins with the step and the position.
-    [[noreturn]] void fail(const char* id, const std::string& text) const;
+    /// Throws JobError; the text begins with the step and the position. `parts` has what the caller
+    /// knows beyond these.
+    [[noreturn]] void fail(const char* id, const std::string& text, FaultParts parts = {}) const;
 };
 
 } // namespace EmbeddedHV

@@ -49,9 +49,10 @@ struct Operation
 
     [[noreturn]] void fail(const std::string& wanted) const
     {
-        place.fail(errors::kOperandType, "'" + std::string(form().symbol) + "' takes " + wanted +
-                                             ", found " + left.description + " and " +
-                                             right.description);
+        place.fail(errors::kOperandType,
+                   "'" + std::string(form().symbol) + "' takes " + wanted + ", found " +
+                       left.description + " and " + right.description,
+                   {.kind = kindOfPair(left.value.type, right.value.type)});
     }
     /// The common type of both operands; fails if there is none.
     ValueType common(const std::string& wanted) const

@@ -1,5 +1,7 @@
 #include "expression/ValueTypes.h"
 
+#include "ErrorIds.h"
+
 namespace EmbeddedHV {
 namespace {
 
@@ -83,6 +85,12 @@ std::string sqlAs(const SqlExpression& expression, ValueType type)
     if (expression.type == type)
         return expression.sql;
     return "CAST(" + expression.sql + " AS " + sqlNameOf(type) + ")";
+}
+
+const char* kindOfPair(ValueType first, ValueType second)
+{
+    const bool isDateAndText = first == ValueType::Date && second == ValueType::String;
+    return isDateAndText ? kinds::kDateAndText : "";
 }
 
 bool fits(const Type& declared, ValueType actual)

@@ -23,6 +23,10 @@ bool converts(ValueType from, ValueType to);
 /// The expression as SQL of the type. The expression must be convertible to it.
 std::string sqlAs(const SqlExpression& expression, ValueType type);
 
+/// The kind of an error about two values without a common type, in the order of its text; empty if
+/// there is no special advice.
+const char* kindOfPair(ValueType first, ValueType second);
+
 /// Whether the type of a field fits the type that a job declares.
 bool fits(const language::Type& declared, ValueType actual);
 

@@ -1,6 +1,8 @@
 #include "language/Describe.h"
 
-#include "JobError.h"
+#include <utility>
+
+#include "language/TextCursor.h"
 
 namespace EmbeddedHV::language {
 namespace {
@@ -33,9 +35,10 @@ std::string kindOf(const Expression& expression)
 }
 
 void failInStep(const char* id, const std::string& step, const Position& position,
-                const std::string& text)
+                const std::string& text, FaultParts parts)
 {
-    throw JobError(id, "step " + step + ", " + position.text() + ": " + text);
+    parts.step = step;
+    failAt(position, text, id, std::move(parts));
 }
 
 } // namespace EmbeddedHV::language

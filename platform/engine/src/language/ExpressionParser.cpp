@@ -220,7 +220,7 @@ Parsed ExpressionParser::postfix()
     while (_tokens.peek().isSymbol(".")) {
         _tokens.take();
         const Position position = _tokens.peek().position;
-        std::string field = _tokens.expectName("the name of a field after '.'");
+        std::string field = _tokens.expectField();
         target =
             node(position, Member{std::move(target.expression), std::move(field)}, target.height);
     }

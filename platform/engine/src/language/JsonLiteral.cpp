@@ -1,6 +1,7 @@
 #include "language/JsonLiteral.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "ErrorIds.h"
@@ -32,7 +33,8 @@ private:
     Json convertMinus(const Unary& unary, const Position& position);
     Json convertList(const List& list);
     Json convertObject(const Object& object);
-    [[noreturn]] void fail(const char* id, const Position& position, const std::string& text) const;
+    [[noreturn]] void fail(const char* id, const Position& position, const std::string& text,
+                           FaultParts parts = {}) const;
 
     const Definitions& _definitions;
     const std::string& _step;
@@ -74,12 +76,17 @@ Json Converter::convert(const Expression& expression)
 Json Converter::convertName(const Name& name, const Position& position)
 {
     const auto bound = _definitions.find(name.name);
-    if (bound == _definitions.end())
+    if (bound == _definitions.end()) {
+        const std::string suggestion =
+            base::suggestion(name.name, _definitions, &Definitions::value_type::first);
         fail(errors::kUnknownName, position,
              "expected a JSON value, but no expression is bound to the name '" + name.name + "'" +
-                 base::suggestion(name.name, _definitions, &Definitions::value_type::first));
+                 suggestion,
+             {.name = name.name, .hasSuggestion = !suggestion.empty()});
+    }
     if (std::ranges::find(_namesOnTheWay, name.name) != _namesOnTheWay.end())
-        fail(errors::kCycle, position, "the definition of '" + name.name + "' uses itself");
+        fail(errors::kCycle, position, "the definition of '" + name.name + "' uses itself",
+             {.name = name.name});
     _namesOnTheWay.push_back(name.name);
     Json result = convert(*bound->second);
     _namesOnTheWay.pop_back();
@@ -118,9 +125,10 @@ Json Converter::convertObject(const Object& object)
     return result;
 }
 
-void Converter::fail(const char* id, const Position& position, const std::string& text) const
+void Converter::fail(const char* id, const Position& position, const std::string& text,
+                     FaultParts parts) const
 {
-    failInStep(id, _step, position, text);
+    failInStep(id, _step, position, text, std::move(parts));
 }
 
 } // namespace

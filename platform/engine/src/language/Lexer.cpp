@@ -137,7 +137,7 @@ Token readSymbol(TextCursor& cursor)
     failAt(token.position,
            "expected a name, a number, a string or an operator, found " +
                (visible ? "'" + found + "'" : std::string("a control character")),
-           errors::kSyntax);
+           errors::kSyntax, {.kind = found == "'" ? kinds::kApostrophe : ""});
 }
 
 Token readToken(TextCursor& cursor)

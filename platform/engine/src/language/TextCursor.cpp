@@ -1,7 +1,8 @@
 #include "language/TextCursor.h"
 
+#include <utility>
+
 #include "ErrorIds.h"
-#include "JobError.h"
 #include "base/Utf8.h"
 
 namespace EmbeddedHV::language {
@@ -28,9 +29,16 @@ void TextCursor::advance(std::size_t characters)
         advance();
 }
 
-void failAt(const Position& position, const std::string& text, const char* id)
+TextPlace textPlace(const Position& position)
 {
-    throw JobError(id, position.text() + ": " + text);
+    return {static_cast<std::uint64_t>(position.line), static_cast<std::uint64_t>(position.column)};
+}
+
+void failAt(const Position& position, const std::string& text, const char* id, FaultParts parts)
+{
+    parts.inJob = textPlace(position);
+    parts.what = text;
+    throw JobError(id, std::move(parts));
 }
 
 } // namespace EmbeddedHV::language

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "JobError.h"
 #include "language/Ast.h"
 
 namespace EmbeddedHV::language {
@@ -31,7 +32,12 @@ private:
     Position _position{1, 1};
 };
 
-/// Throws JobError with a text that begins with "line L, column C: ".
-[[noreturn]] void failAt(const Position& position, const std::string& text, const char* id);
+/// The position in the parts of an error.
+TextPlace textPlace(const Position& position);
+
+/// Throws JobError with a text that begins with "line L, column C: ". `parts` has what the caller
+/// knows beyond the position and the text.
+[[noreturn]] void failAt(const Position& position, const std::string& text, const char* id,
+                         FaultParts parts = {});
 
 } // namespace EmbeddedHV::language

@@ -1,6 +1,7 @@
 #include "language/TokenStream.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ErrorIds.h"
 #include "language/Lexer.h"
@@ -65,17 +66,26 @@ std::string TokenStream::expectPlainName(const std::string& expected)
     return take().text;
 }
 
-void TokenStream::failExpected(const std::string& expected) const
+std::string TokenStream::expectField()
 {
-    failAt(peek().position, "expected " + expected + ", found " + describe(peek()),
-           errors::kSyntax);
+    const std::string expected = "the name of a field after '.'";
+    // Users of other languages put names into double quotes.
+    if (peek().kind == Token::Kind::String)
+        failExpected(expected, {.name = peek().text, .kind = kinds::kFieldInQuotes});
+    return expectName(expected);
+}
+
+void TokenStream::failExpected(const std::string& expected, FaultParts parts) const
+{
+    failAt(peek().position, "expected " + expected + ", found " + describe(peek()), errors::kSyntax,
+           std::move(parts));
 }
 
 void TokenStream::failNesting(const Position& position)
 {
     failAt(position,
            "expressions nest deeper than the " + std::to_string(kDeepest) + " levels allowed",
-           errors::kNesting);
+           errors::kNesting, {.limit = kDeepest});
 }
 
 TokenStream::Level::Level(TokenStream& stream) : _stream(stream)

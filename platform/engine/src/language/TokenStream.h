@@ -3,6 +3,7 @@
 #include <string_view>
 #include <vector>
 
+#include "JobError.h"
 #include "language/Token.h"
 
 namespace EmbeddedHV::language {
@@ -34,8 +35,11 @@ public:
     /// Consumes a plain name. Steps and definitions allow only these.
     std::string expectPlainName(const std::string& expected);
 
+    /// Consumes the name of a field after a dot.
+    std::string expectField();
+
     /// Throws JobError "expected X, found Y" at the next token.
-    [[noreturn]] void failExpected(const std::string& expected) const;
+    [[noreturn]] void failExpected(const std::string& expected, FaultParts parts = {}) const;
     /// Throws JobError for expressions that are nested too deeply.
     [[noreturn]] static void failNesting(const Position& position);
 

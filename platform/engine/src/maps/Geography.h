@@ -33,11 +33,23 @@ public:
         WrongQuestion,
         Stopped
     };
-    GeographyError(Kind kind, const std::string& text) : std::runtime_error(text), _kind(kind) {}
+    GeographyError(Kind kind, const std::string& text) : GeographyError(kind, {}, text) {}
+    /// An error in a file.
+    GeographyError(Kind kind, const std::string& file, const std::string& problem)
+        : std::runtime_error(file.empty() ? problem : file + ": " + problem), _kind(kind),
+          _file(file), _problem(problem)
+    {
+    }
     Kind kind() const { return _kind; }
+    /// The path of the file; may be empty.
+    const std::string& file() const { return _file; }
+    /// The text without the file.
+    const std::string& problem() const { return _problem; }
 
 private:
     Kind _kind;
+    std::string _file;
+    std::string _problem;
 };
 
 /// Whether to stop. Long operations call it several times a second and then throw

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <mutex>
+#include <utility>
 
 #include "ErrorIds.h"
 
@@ -79,10 +80,11 @@ Geography& geography()
 
 JobError faultOf(const GeographyError& error, const std::string& step)
 {
+    FaultParts parts{.step = step, .file = error.file(), .what = error.problem()};
     for (const Id& known : kIds)
         if (known.kind == error.kind())
-            return {known.id, step + ": " + error.what()};
-    return {errors::kInternal, step + ": " + error.what()};
+            return {known.id, std::move(parts)};
+    return {errors::kInternal, std::move(parts)};
 }
 
 } // namespace EmbeddedHV::maps

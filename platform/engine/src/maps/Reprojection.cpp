@@ -64,9 +64,10 @@ bool Reprojection::call(std::string_view text, std::string& out)
         ++_lost;
         return false;
     case maps::MovedShape::NotAShape:
-        throw std::runtime_error(
-            raisedText(errors::kNotAShape, "reprojection: a value is not a shape: \"" +
-                                               std::string(text.substr(0, kShownBytes)) + "\""));
+        throw std::runtime_error(raisedText(
+            errors::kNotAShape, {.step = "reprojection",
+                                 .what = "a value is not a shape: \"" +
+                                         std::string(text.substr(0, kShownBytes)) + "\""}));
     }
     return true;
 }

@@ -38,7 +38,8 @@ Fields fieldsOfDataModel(const std::string& xml, const std::string& origin, cons
             throw CFMetaDataError("it has no field");
         return fields;
     } catch (const CFMetaDataError& error) {
-        throw JobError(errorId, "read: " + origin + " cannot be used: " + error.what());
+        throw JobError(errorId,
+                       {.step = "read", .what = origin + " cannot be used: " + error.what()});
     }
 }
 

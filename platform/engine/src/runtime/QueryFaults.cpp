@@ -14,7 +14,6 @@ namespace {
 using datafile::between;
 using datafile::contains;
 using datafile::csvLine;
-using datafile::csvReason;
 using datafile::headline;
 
 std::string csvPath(const std::string& message)
@@ -25,9 +24,7 @@ std::string csvPath(const std::string& message)
 JobError csvFault(const std::string& message)
 {
     return {errors::kBadRecord,
-            "read: " + csvPath(message) + ":" + csvLine(message).value_or("1") + ": " +
-                csvReason(message),
-            message};
+            datafile::csvParts(csvPath(message), csvLine(message).value_or(1), message), message};
 }
 
 /// The database's message, with our own names of types.
@@ -67,6 +64,13 @@ constexpr Phrase kPhrases[] = {
     {"Conversion Error", errors::kConversion, nullptr, false},
 };
 
+FaultParts targetParts(const std::string& problem, const std::string& target, bool isFile)
+{
+    if (isFile)
+        return {.step = "write", .file = target, .what = problem};
+    return {.step = "write", .what = target + ": " + problem};
+}
+
 bool isCsvStateFault(const std::string& message)
 {
     return contains(message, "CSV Parser state machine");
@@ -93,7 +97,7 @@ bool isCsvFormFault(const std::string& databaseMessage, const std::string& path)
 }
 
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,
-                 const std::string& target)
+                 const std::string& target, bool targetIsFile)
 {
     // Our own SQL raises errors with an id and a sentence. Check these first.
     if (auto raised = raisedFault(databaseMessage))
@@ -102,16 +106,20 @@ JobError faultOf(const std::string& databaseMessage, const std::string& steps,
         return csvFault(databaseMessage);
     if (isCsvStateFault(databaseMessage))
         return {errors::kNotOfItsKind,
-                "read: " + csvPath(databaseMessage) +
-                    ": this is not a CSV file, or its lines end in two ways",
+                FaultParts{.step = "read",
+                           .file = csvPath(databaseMessage),
+                           .what = "this is not a CSV file, or its lines end in two ways"},
                 databaseMessage};
     for (const Phrase& known : kPhrases)
-        if (contains(databaseMessage, known.phrase))
+        if (contains(databaseMessage, known.phrase)) {
+            const std::string problem = known.text ? known.text : ownWords(databaseMessage);
             return {known.id,
-                    (known.aboutTarget ? "write: " + target : steps) + ": " +
-                        (known.text ? known.text : ownWords(databaseMessage)),
+                    known.aboutTarget ? targetParts(problem, target, targetIsFile)
+                                      : FaultParts{.step = steps, .what = problem},
                     databaseMessage};
-    return {errors::kQueryFailed, steps + ": " + headline(databaseMessage), databaseMessage};
+        }
+    return {errors::kQueryFailed, FaultParts{.step = steps, .what = headline(databaseMessage)},
+            databaseMessage};
 }
 
 } // namespace EmbeddedHV

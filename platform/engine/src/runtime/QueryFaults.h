@@ -7,9 +7,10 @@
 namespace EmbeddedHV {
 
 /// Converts the database's error message about a statement to an error of a job. `steps` names the
-/// steps of the statement, `target` its output. The message becomes the detail.
+/// steps of the statement, `target` its output, which may be a file. The message becomes the
+/// detail.
 JobError faultOf(const std::string& databaseMessage, const std::string& steps,
-                 const std::string& target);
+                 const std::string& target, bool targetIsFile = false);
 
 /// Whether the message is about a record of this CSV file.
 bool isCsvFault(const std::string& databaseMessage, const std::string& path);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "datafile/FaultJson.h"
+
 namespace EmbeddedHV {
 
 Reporter::Reporter(ExecutionListener& listener, Cancellation& cancellation)
@@ -63,7 +65,7 @@ void Reporter::cancelled()
 
 void Reporter::error(const JobError& error)
 {
-    call([&] { _listener.onError(error.id(), error.text(), error.detail()); });
+    call([&] { _listener.onError(error.id(), error.text(), jsonOf(error)); });
 }
 
 void Reporter::rethrow() const

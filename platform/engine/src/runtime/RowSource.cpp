@@ -69,9 +69,9 @@ std::vector<std::string> RowSource::remarks() const
 
 void RowSource::fail(const std::string& what)
 {
-    _failure.emplace(errors::kIteratorFailed, "read: the row iterator \"" + _name +
-                                                  "\" failed at record " +
-                                                  std::to_string(_records + 1) + ": " + what);
+    _failure.emplace(
+        errors::kIteratorFailed,
+        FaultParts{.step = "read", .iterator = _name, .record = _records + 1, .what = what});
 }
 
 std::size_t RowSource::room(std::size_t capacity) const
@@ -175,10 +175,15 @@ bool RowSource::storeBlock(std::vector<RowColumn>& columns, std::size_t rows)
 
 void RowSource::refuseValue(const RowColumn& column, std::uint64_t record)
 {
-    _failure.emplace(errors::kIteratorValue,
-                     "read: field \"" + _fields[column.fieldIndex()].GetName() +
-                         "\" of the row iterator \"" + _name + "\", record " +
-                         std::to_string(record) + ": " + _problem);
+    const CFField& field = _fields[column.fieldIndex()];
+    // The only reason to reject a text is its encoding.
+    const bool isText = field.GetStorage() == CFField::String;
+    _failure.emplace(errors::kIteratorValue, FaultParts{.step = "read",
+                                                        .iterator = _name,
+                                                        .record = record,
+                                                        .field = field.GetName(),
+                                                        .kind = isText ? kinds::kNotUtf8 : "",
+                                                        .what = _problem});
 }
 
 } // namespace EmbeddedHV

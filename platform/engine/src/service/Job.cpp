@@ -201,8 +201,9 @@ void Job::explainFailure(const duck::QueryError& error, const std::vector<Source
     for (SourceCheck* check : checks)
         check->abandon(error.what());
     throwIfCancelled();
-    throw faultOf(error.what(), statement.steps,
-                  statement.output ? statement.output->target() : std::string());
+    const Output* const output = statement.output.get();
+    throw faultOf(error.what(), statement.steps, output ? output->target() : std::string(),
+                  output && output->writesFile());
 }
 
 } // namespace EmbeddedHV

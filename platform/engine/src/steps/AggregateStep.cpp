@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "ErrorIds.h"
 #include "base/NearestName.h"
 #include "datafile/ColumnTypes.h"
 #include "datafile/SqlQuoting.h"
@@ -70,9 +71,11 @@ const AggregateFunction& functionOf(const Settings& output)
                      [&](const AggregateFunction& known) { return known.name == name; });
     if (found != std::end(kAggregateFunctions))
         return *found;
-    output.refuse("function",
-                  "is \"" + name + "\", which is not an aggregate function" +
-                      base::suggestion(name, kAggregateFunctions, &AggregateFunction::name));
+    const std::string suggestion =
+        base::suggestion(name, kAggregateFunctions, &AggregateFunction::name);
+    output.refuse(
+        "function", "is \"" + name + "\", which is not an aggregate function" + suggestion,
+        {.name = name, .kind = kinds::kNoSuchFunction, .hasSuggestion = !suggestion.empty()});
 }
 
 /// The parts of the SELECT. Each output adds to them.
@@ -163,7 +166,8 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
     const std::string inputName = output.text("input").value_or("");
     if (inputName.empty() && function.name != "count")
         output.neededText("input");
-    const CFField* input = inputName.empty() ? nullptr : &call.inputField(inputName);
+    const CFField* input =
+        inputName.empty() ? nullptr : &call.inputField(inputName, output.pathOf("input"));
     if (input && function.accepts == Accepts::Numbers && input->GetStorage() != CFField::Integer &&
         input->GetStorage() != CFField::Real)
         output.refuse("input", "names \"" + inputName + "\", which is " +
@@ -173,7 +177,7 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
     std::string name = output.text("outName").value_or("");
     if (name.empty())
         name = defaultName(function, input);
-    refuseDuplicate(aggregation.fields, name, call.name);
+    refuseDuplicate(aggregation.fields, name, call.name, output.pathOf("outName"));
     output.reportOthers(call.context.message);
 
     aggregation.fields.push_back(resultField(name, function, input));

@@ -3,6 +3,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "language/JsonLiteral.h"
+#include "language/TextCursor.h"
 
 namespace EmbeddedHV {
 
@@ -58,8 +59,8 @@ void ArgumentReader::readLiteral(std::size_t place, Json& target) const
 
 void ArgumentReader::refuse(const std::string& form) const
 {
-    throw JobError(errors::kStepArguments, _step.position.text() + ": " + _call.name +
-                                               ": the step is written " + _call.name + form);
+    language::failAt(_step.position, _call.name + ": the step is written " + _call.name + form,
+                     errors::kStepArguments);
 }
 
 } // namespace EmbeddedHV

@@ -122,10 +122,13 @@ void CsvCheck::join(bool toTheEnd)
 void CsvCheck::refuseMisfit(const CsvProfile::Misfit& misfit) const
 {
     const CFField& field = _settings.fields[misfit.column];
-    throw JobError(errors::kBadRecord, "read: " + _settings.path + ":" +
-                                           std::to_string(misfit.line) + ": field \"" +
-                                           field.GetName() + "\": \"" + misfit.text + "\" is not " +
-                                           typeWordOf(field.GetStorage()));
+    throw JobError(errors::kBadRecord,
+                   {.step = "read",
+                    .file = _settings.path,
+                    .inFile = {misfit.line},
+                    .field = field.GetName(),
+                    .what = "field \"" + field.GetName() + "\": \"" + misfit.text + "\" is not " +
+                            typeWordOf(field.GetStorage())});
 }
 
 /// Whether one of the wanted records is unreadable. If bad records may be skipped, the database
@@ -240,14 +243,14 @@ std::size_t CsvCheck::countWithinLimit(duck::Result& bad) const
 
 void CsvCheck::refuseRecord(duck::Result& bad, std::size_t record) const
 {
-    const std::string text = "read: " + _settings.path + ":" + bad.text(0, record) + ": " +
-                             datafile::csvReason(bad.text(1, record));
+    FaultParts parts = datafile::csvParts(
+        _settings.path, static_cast<std::uint64_t>(bad.integer(0, record)), bad.text(1, record));
     if (_settings.errorThreshold == 0)
-        throw JobError(errors::kBadRecord, text, bad.text(1, record));
-    throw JobError(errors::kTooManyBadRecords,
-                   text + "; more than " + std::to_string(_settings.errorThreshold) +
-                       (_settings.errorThreshold == 1 ? " record" : " records") +
-                       " cannot be read");
+        throw JobError(errors::kBadRecord, std::move(parts), bad.text(1, record));
+    parts.limit = _settings.errorThreshold;
+    parts.what += "; more than " + std::to_string(_settings.errorThreshold) +
+                  (_settings.errorThreshold == 1 ? " record" : " records") + " cannot be read";
+    throw JobError(errors::kTooManyBadRecords, std::move(parts));
 }
 
 /// Whether the database has kept a list of bad records. A statement that needs no records, for

@@ -48,7 +48,8 @@ private:
     Fields fieldsByPlace() const;
     [[noreturn]] void refuse(const std::string& problem) const
     {
-        throw JobError(errors::kDataModelMismatch, "read: " + _settings.path + ": " + problem);
+        throw JobError(errors::kDataModelMismatch,
+                       {.step = "read", .file = _settings.path, .what = problem});
     }
 
     JobContext& _context;

@@ -43,9 +43,9 @@ void checkTargets(const Statement& statement)
         paths.insert(canonicalPath(statement.output->target()));
     for (const auto& document : statement.exports)
         if (!paths.insert(canonicalPath(document->path())).second)
-            throw JobError(errors::kSettingType, statement.steps +
-                                                     ": the statement writes the file " +
-                                                     document->path() + " twice");
+            throw JobError(errors::kSettingType, {.step = statement.steps,
+                                                  .what = "the statement writes the file " +
+                                                          document->path() + " twice"});
 }
 
 } // namespace EmbeddedHV

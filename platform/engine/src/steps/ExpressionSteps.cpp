@@ -12,7 +12,7 @@ namespace EmbeddedHV {
 namespace {
 
 /// A larger factor is an error: the copies would fill the disk.
-constexpr const char* kMostCopies = "1000000";
+constexpr std::int64_t kMostCopies = 1000000;
 
 /// A field that a lambda computes: `("F", value)`.
 struct MadeField
@@ -110,10 +110,10 @@ StepResult planFilterRecords(StepCall& call)
     const SqlExpression condition = compileRecordLambda(
         *call.lambda, schemaOf(call.input()->fields), call.definitions, call.name);
     if (condition.type != ValueType::Boolean && condition.type != ValueType::Null)
-        throw JobError(errors::kOperandType, call.name +
-                                                 ": the condition must be true or false, "
-                                                 "not of type " +
-                                                 wordOf(condition.type));
+        throw JobError(errors::kOperandType,
+                       {.step = call.name,
+                        .what = std::string("the condition must be true or false, not of type ") +
+                                wordOf(condition.type)});
     const std::string sql = "CAST(" + condition.sql + " AS BOOLEAN)";
     Fields fields = call.takeFields();
     return {derivedNode(std::move(fields), {call.input()},
@@ -131,10 +131,10 @@ StepResult planBalanceRecords(StepCall& call)
     const SqlExpression factor =
         compileRecordLambda(*call.lambda, schemaOf(fields), call.definitions, call.name);
     if (!isNumber(factor.type) && factor.type != ValueType::Null)
-        throw JobError(errors::kOperandType, call.name +
-                                                 ": the factor must be a number, not of "
-                                                 "type " +
-                                                 wordOf(factor.type));
+        throw JobError(errors::kOperandType,
+                       {.step = call.name,
+                        .what = std::string("the factor must be a number, not of type ") +
+                                wordOf(factor.type)});
     const std::string name = quotedIdentifier(unusedName(fields, "hv_factor"));
     const std::string number = quotedIdentifier(unusedName(fields, "hv_record"));
     const std::string copies = quotedIdentifier(unusedName(fields, "hv_copy"));
@@ -142,9 +142,11 @@ StepResult planBalanceRecords(StepCall& call)
     const std::string inner = "SELECT *, CAST(" + factor.sql + " AS DOUBLE) AS " + name +
                               ", row_number() OVER () AS " + number + " FROM ";
     const std::string count =
-        "CASE WHEN " + name + " > " + kMostCopies + " THEN error(" +
-        quotedLiteral(
-            raisedText(errors::kOutOfRange, call.name + ": a factor is above " + kMostCopies)) +
+        "CASE WHEN " + name + " > " + std::to_string(kMostCopies) + " THEN error(" +
+        quotedLiteral(raisedText(errors::kOutOfRange,
+                                 {.step = call.name,
+                                  .limit = kMostCopies,
+                                  .what = "a factor is above " + std::to_string(kMostCopies)})) +
         ")::BIGINT ELSE CAST(floor(" + name +
         ") AS BIGINT) + CASE WHEN "
         "hash(" +

@@ -38,8 +38,9 @@ std::string FileOutput::statement(const std::string& select)
             _plain = std::make_unique<ScratchFile>(_context.files.scratchFolder());
         } catch (const std::system_error& error) {
             throw JobError(errors::kFileUnwritable,
-                           std::string(kStep) + ": " + _settings.path +
-                               ": the file cannot be sealed: " + error.what());
+                           {.step = kStep,
+                            .file = _settings.path,
+                            .what = std::string("the file cannot be sealed: ") + error.what()});
         }
         path = _plain->path();
     }
@@ -87,12 +88,14 @@ void FileOutput::seal()
         });
     } catch (const Stopped&) {
         throw JobError(errors::kQueryFailed,
-                       std::string(kStep) + ": " + _settings.path + ": the job was stopped");
+                       {.step = kStep, .file = _settings.path, .what = "the job was stopped"});
     } catch (const SealedFileError& error) {
         if (error.code() != 0)
             PendingFile::refuse(kStep, _settings.path, error.code());
-        throw JobError(errors::kFileUnwritable, std::string(kStep) + ": " + _settings.path +
-                                                    ": the file cannot be sealed: " + error.what());
+        throw JobError(errors::kFileUnwritable,
+                       {.step = kStep,
+                        .file = _settings.path,
+                        .what = std::string("the file cannot be sealed: ") + error.what()});
     }
     _plain.reset();
 }

@@ -29,6 +29,7 @@ public:
     FileOutput(JobContext& context, FileOutputSettings settings, Fields fields);
 
     std::string target() const override { return _settings.path; }
+    bool writesFile() const override { return true; }
     std::string statement(const std::string& select) override;
     void commit() override;
 

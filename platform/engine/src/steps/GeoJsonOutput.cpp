@@ -22,9 +22,11 @@ std::size_t shapesIn(const Fields& fields)
     const auto found = std::ranges::find_if(
         fields, [](const CFField& field) { return field.GetGeo() != nullptr; });
     if (found == fields.end())
-        throw JobError(errors::kNoShapes, std::string(kWriteStep) +
-                                              ": the records have no geospatial field, which a "
-                                              "GeoJSON document needs");
+        throw JobError(
+            errors::kNoShapes,
+            FaultParts{.step = kWriteStep,
+                       .what =
+                           "the records have no geospatial field, which a GeoJSON document needs"});
     return static_cast<std::size_t>(found - fields.begin());
 }
 
@@ -111,8 +113,11 @@ void GeoJsonOutput::take(duck::Chunk& chunk)
         _isFirst = false;
         if (!columns.append(row, _text))
             throw JobError(errors::kNotAShape,
-                           std::string(kWriteStep) + ": " + target() + ": a value of the field \"" +
-                               _fields[_shapes].GetName() + "\" is not a shape");
+                           {.step = kWriteStep,
+                            .file = target(),
+                            .field = _fields[_shapes].GetName(),
+                            .what = "a value of the field \"" + _fields[_shapes].GetName() +
+                                    "\" is not a shape"});
         if (_text.size() >= kFlushBytes)
             flush();
     }

@@ -25,6 +25,7 @@ public:
                   GeoJsonMetadata metadata, Fields fields);
 
     std::string target() const override { return _files.destination(); }
+    bool writesFile() const override { return true; }
     std::string statement(const std::string& select) override;
     bool takesRecords() const override { return true; }
     void take(duck::Chunk& chunk) override;

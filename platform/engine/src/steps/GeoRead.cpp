@@ -68,14 +68,16 @@ void applyDocument(const StepCall& call, const Settings& source, Fields& fields)
         const CFField* found = findField(fields, wanted.GetName());
         if (!found)
             throw JobError(errors::kDataModelMismatch,
-                           call.name + ": the data model " + document + " has a field \"" +
-                               wanted.GetName() + "\", which the map lacks" +
-                               base::suggestion(wanted.GetName(), fields, &CFField::GetName));
+                           {.step = call.name,
+                            .what = "the data model " + document + " has a field \"" +
+                                    wanted.GetName() + "\", which the map lacks" +
+                                    base::suggestion(wanted.GetName(), fields, &CFField::GetName)});
         if (found->GetStorage() != wanted.GetStorage())
             throw JobError(errors::kDataModelMismatch,
-                           call.name + ": the field \"" + wanted.GetName() + "\" is " +
-                               typeWordOf(found->GetStorage()) + ", and in the data model " +
-                               document + " " + typeWordOf(wanted.GetStorage()));
+                           {.step = call.name,
+                            .what = "the field \"" + wanted.GetName() + "\" is " +
+                                    typeWordOf(found->GetStorage()) + ", and in the data model " +
+                                    document + " " + typeWordOf(wanted.GetStorage())});
     }
     // The last field of a layer has the shapes. If the document does not mention this, the field
     // stays geospatial.

@@ -25,7 +25,10 @@ void JobContext::announce(const std::string& path, const std::string& step)
 {
     const std::string canonical = canonicalPath(path);
     if (!announced.contains(canonical) && !mayReplace(path))
-        throw JobError(errors::kFileUnwritable, placeOf(step, path) + "the file exists already");
+        throw JobError(errors::kFileUnwritable, {.step = step,
+                                                 .file = path,
+                                                 .kind = kinds::kFileExists,
+                                                 .what = "the file exists already"});
     announced.insert(canonical);
     unwritten.insert(canonical);
 }

@@ -78,7 +78,8 @@ std::size_t JoinReader::inputOf(const std::string& tag, const std::string& key) 
 
 const CFField& JoinReader::taggedField(const StepInput& input, const std::string& field) const
 {
-    return fieldOf(input.node->fields, field, _call.name + ": the input \"" + input.tag + "\"");
+    return fieldOf(input.node->fields, field,
+                   {.step = _call.name, .owner = "the input \"" + input.tag + "\""});
 }
 
 void JoinReader::readType()
@@ -89,9 +90,10 @@ void JoinReader::readType()
         _settings.refuse("joinType",
                          "is \"" + _join.type + "\"; known are Inner, Outer, Anti and Cartesian");
     if ((_join.type == "Outer" || _join.type == "Anti") && _call.inputs.size() > 2)
-        throw JobError(errors::kStepInput, _call.name + ": a join of type " + _join.type +
-                                               " takes two inputs, not " +
-                                               std::to_string(_call.inputs.size()));
+        throw JobError(errors::kStepInput,
+                       {.step = _call.name,
+                        .what = "a join of type " + _join.type + " takes two inputs, not " +
+                                std::to_string(_call.inputs.size())});
 }
 
 /// Adds a match of two fields from two inputs. Their types must be comparable.
@@ -239,8 +241,8 @@ std::string selectOf(const Join& join, const std::vector<std::string>& inputs)
 StepResult planJoin(StepCall& call)
 {
     if (call.inputs.size() < 2)
-        throw JobError(errors::kStepInput, call.name + ": a join takes at least two inputs, with "
-                                                       "tags");
+        throw JobError(errors::kStepInput,
+                       {.step = call.name, .what = "a join takes at least two inputs, with tags"});
     Join join = JoinReader(call).read();
     Fields fields = join.fields;
     std::vector<NodePtr> inputs;

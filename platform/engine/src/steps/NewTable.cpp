@@ -93,7 +93,7 @@ void NewTable::addTimestamp(std::int64_t microseconds)
 void NewTable::endRecord()
 {
     if (_context.stopping())
-        throw JobError(errors::kQueryFailed, _step + ": the job was stopped");
+        throw JobError(errors::kQueryFailed, {.step = _step, .what = "the job was stopped"});
     check(duckdb_appender_end_row(_appender));
 }
 

@@ -12,11 +12,11 @@ OutputFiles::OutputFiles(const std::string& path, const std::string& modelPath,
     if (modelPath.empty())
         return;
     if (canonicalPath(modelPath) == canonicalPath(path))
-        throw JobError(errors::kSettingType,
-                       step +
-                           ": \"dataDestination\" and \"dataModelDestination\" name the same "
-                           "file, " +
-                           path);
+        throw JobError(
+            errors::kSettingType,
+            {.step = step,
+             .what =
+                 "\"dataDestination\" and \"dataModelDestination\" name the same file, " + path});
     _model.emplace(modelPath, step);
 }
 

@@ -42,10 +42,12 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
 {
     if (settings.kind != FileKind::Sav || !isSealed(settings.path))
         return nullptr;
-    const std::string prefix = "read: " + settings.path + ": ";
+    const auto parts = [&settings](const std::string& problem) {
+        return FaultParts{.step = "read", .file = settings.path, .what = problem};
+    };
     if (settings.password.empty())
         throw JobError(errors::kPasswordMissing,
-                       prefix + "the file is sealed with a password, and none is given");
+                       parts("the file is sealed with a password, and none is given"));
     try {
         return openSealed(settings.path, settings.password, context.files.scratchFolder(),
                           [&context] {
@@ -55,10 +57,10 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
     } catch (const Cancelled&) {
         return nullptr;
     } catch (const SealedFileError& error) {
-        throw JobError(idOf(error.kind()), prefix + error.what());
+        throw JobError(idOf(error.kind()), parts(error.what()));
     } catch (const std::system_error& error) {
         throw JobError(errors::kFileUnreadable,
-                       prefix + "the file cannot be read: " + error.what());
+                       parts(std::string("the file cannot be read: ") + error.what()));
     }
 }
 
@@ -74,7 +76,8 @@ public:
         // The database reports internal errors of its reader with the second text.
         if (databaseMessage.find("Failed to read file \"" + _path) != std::string::npos ||
             databaseMessage.starts_with("Invalid Error: "))
-            throw JobError(errors::kNotOfItsKind, "read: " + _path + ": the file is damaged",
+            throw JobError(errors::kNotOfItsKind,
+                           {.step = "read", .file = _path, .what = "the file is damaged"},
                            databaseMessage);
     }
 
@@ -89,9 +92,11 @@ ParquetColumns columnsOf(JobContext& context, const ParquetReadSettings& setting
         return parquetColumns(*context.connection, path);
     } catch (const duck::QueryError& error) {
         throw JobError(errors::kNotOfItsKind,
-                       "read: " + settings.path + ": this is not " +
-                           (settings.kind == FileKind::Sav ? "a SAV" : "an HVBF") +
-                           " file, or it is cut short",
+                       {.step = "read",
+                        .file = settings.path,
+                        .what = std::string("this is not ") +
+                                (settings.kind == FileKind::Sav ? "a SAV" : "an HVBF") +
+                                " file, or it is cut short"},
                        error.what());
     }
 }
@@ -101,7 +106,8 @@ ParquetColumns columnsOf(JobContext& context, const ParquetReadSettings& setting
 void applyDocument(ParquetColumns& columns, const ParquetReadSettings& settings)
 {
     const auto refuse = [&settings](const std::string& problem) {
-        throw JobError(errors::kDataModelMismatch, "read: " + settings.path + ": " + problem);
+        throw JobError(errors::kDataModelMismatch,
+                       {.step = "read", .file = settings.path, .what = problem});
     };
     std::unordered_map<std::string, std::size_t> places;
     for (std::size_t i = 0; i < columns.fields.size(); ++i)

@@ -70,8 +70,9 @@ NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
         node->steps = std::max(node->steps, input->steps + 1);
     }
     if (node->steps > kMostSteps)
-        throw JobError(errors::kLiteralSize,
-                       "the job has a chain of more than " + std::to_string(kMostSteps) + " steps");
+        throw JobError(errors::kLiteralSize, {.limit = kMostSteps,
+                                              .what = "the job has a chain of more than " +
+                                                      std::to_string(kMostSteps) + " steps"});
     node->fields = std::move(fields);
     node->inputs = std::move(inputs);
     node->select = std::move(select);

@@ -97,6 +97,8 @@ public:
     virtual ~Output() = default;
     /// What is written, for messages: a file or a data source.
     virtual std::string target() const = 0;
+    /// Whether target is the path of a file.
+    virtual bool writesFile() const { return false; }
     /// The SQL that writes the records of a SELECT, or, for an output that takes records, the SQL
     /// that returns them.
     virtual std::string statement(const std::string& select) = 0;

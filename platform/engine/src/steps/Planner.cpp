@@ -6,6 +6,7 @@
 #include "JobError.h"
 #include "base/NearestName.h"
 #include "language/Parser.h"
+#include "language/TextCursor.h"
 #include "steps/ArgumentReader.h"
 #include "steps/DataModelExport.h"
 
@@ -63,8 +64,9 @@ void Planner::bindNames()
         }
         const auto& definition = std::get<language::Definition>(item);
         if (!bound.insert(definition.name).second)
-            throw JobError(errors::kNameBoundTwice, definition.position.text() + ": the name \"" +
-                                                        definition.name + "\" is bound already");
+            language::failAt(definition.position,
+                             "the name \"" + definition.name + "\" is bound already",
+                             errors::kNameBoundTwice, {.name = definition.name});
         if (const auto* chain = std::get_if<language::Pipeline>(&definition.value))
             _chains.emplace(definition.name, chain);
     }
@@ -87,12 +89,16 @@ const language::Pipeline& Planner::chainOf(const std::string& name) const
     if (const auto found = _chains.find(name); found != _chains.end())
         return *found->second;
     if (_values.contains(name))
-        throw JobError(errors::kNameKind,
-                       "\"" + name +
-                           "\" is a value, not a chain that a step can take records from");
+        throw JobError(
+            errors::kNameKind,
+            {.name = name,
+             .what = "\"" + name + "\" is a value, not a chain that a step can take records from"});
+    const std::string suggestion =
+        base::suggestion(name, _chains, &decltype(_chains)::value_type::first);
     throw JobError(errors::kUnknownName,
-                   "there is no chain \"" + name + "\"" +
-                       base::suggestion(name, _chains, &decltype(_chains)::value_type::first));
+                   {.name = name,
+                    .hasSuggestion = !suggestion.empty(),
+                    .what = "there is no chain \"" + name + "\"" + suggestion});
 }
 
 /// The tag and the chain of an argument that is an input; empty for other arguments. The name of a
@@ -136,11 +142,11 @@ void Planner::visit(const std::string& name, std::set<std::string>& open,
         return;
     const language::Pipeline& chain = chainOf(name);
     if (!open.insert(name).second)
-        throw JobError(errors::kCycle,
-                       chain.position.text() + ": the chain \"" + name + "\" uses itself");
+        language::failAt(chain.position, "the chain \"" + name + "\" uses itself", errors::kCycle,
+                         {.name = name});
     if (open.size() > kMostNestedChains)
-        throw JobError(errors::kLiteralSize,
-                       chain.position.text() + ": the chain \"" + name + "\" is nested too deep");
+        language::failAt(chain.position, "the chain \"" + name + "\" is nested too deep",
+                         errors::kLiteralSize, {.name = name, .limit = kMostNestedChains});
     for (const std::string& input : chainsIn(chain))
         visit(input, open, done);
     open.erase(name);
@@ -227,8 +233,9 @@ StepResult Planner::planPipeline(const language::Pipeline& pipeline)
         result.node = planChain(pipeline.input, pipeline.steps.front().fullName());
     for (; step != pipeline.steps.end(); ++step) {
         if (result.output)
-            throw JobError(errors::kStepInput, step->fullName() + ": nothing can follow " + before +
-                                                   ", which gives no records");
+            throw JobError(errors::kStepInput,
+                           {.step = step->fullName(),
+                            .what = "nothing can follow " + before + ", which gives no records"});
         result = planStep(*step, std::move(result.node));
         before = step->fullName();
         if (result.stage)
@@ -246,9 +253,10 @@ NodePtr Planner::planChain(const std::string& name, const std::string& step)
     const language::Pipeline& chain = chainOf(name);
     StepResult result = planPipeline(chain);
     if (result.output)
-        throw JobError(errors::kStepInput, step + ": the chain \"" + name + "\" ends in " +
-                                               chain.steps.back().fullName() +
-                                               ", which gives no records");
+        throw JobError(errors::kStepInput,
+                       {.step = step,
+                        .what = "the chain \"" + name + "\" ends in " +
+                                chain.steps.back().fullName() + ", which gives no records"});
     planned = std::move(result.node);
     planned->shared = planned->shared || _uses[name] > 1;
     return planned;
@@ -261,18 +269,20 @@ StepResult Planner::planStep(const language::Step& step, NodePtr input)
     // A chain may have many steps. After a cancellation the job ends with onCancel whatever the
     // error.
     if (_context.cancellation && _context.cancellation->cancelled())
-        throw JobError(errors::kQueryFailed, call.name + ": the job was stopped");
+        throw JobError(errors::kQueryFailed, {.step = call.name, .what = "the job was stopped"});
     gatherInputs(step, std::move(input), call);
     const std::size_t inputs = call.inputs.size();
     if (kind.inputs == StepInputs::None && inputs > 0)
         throw JobError(errors::kStepInput,
-                       call.name + ": the step makes records and takes none from a step before it");
+                       {.step = call.name,
+                        .what = "the step makes records and takes none from a step before it"});
     const bool needsInput = kind.inputs == StepInputs::One || kind.inputs == StepInputs::Tagged;
     if (needsInput && inputs == 0)
-        throw JobError(errors::kStepInput, call.name + ": the step has no input");
+        throw JobError(errors::kStepInput, {.step = call.name, .what = "the step has no input"});
     if (kind.inputs != StepInputs::Tagged && inputs > 1)
-        throw JobError(errors::kStepInput,
-                       call.name + ": the step takes one input, not " + std::to_string(inputs));
+        throw JobError(
+            errors::kStepInput,
+            {.step = call.name, .what = "the step takes one input, not " + std::to_string(inputs)});
     readArguments(step, kind, call);
     return kind.plan(call);
 }
@@ -287,8 +297,9 @@ void Planner::gatherInputs(const language::Step& step, NodePtr input, StepCall& 
             continue;
         for (const StepInput& known : call.inputs)
             if (known.tag == tag)
-                throw JobError(errors::kStepArguments,
-                               call.name + ": two inputs have the tag \"" + tag + "\"");
+                throw JobError(
+                    errors::kStepArguments,
+                    {.step = call.name, .what = "two inputs have the tag \"" + tag + "\""});
         call.inputs.push_back({tag, planChain(chain, call.name)});
     }
 }
@@ -317,14 +328,19 @@ const language::Expression* Planner::lambdaOf(const language::Expression& argume
         if (!name)
             return expression;
         const auto found = _values.find(name->name);
-        if (found == _values.end())
-            throw JobError(
-                errors::kUnknownName,
-                step + ": there is no definition \"" + name->name + "\"" +
-                    base::suggestion(name->name, _values, &Definitions::value_type::first));
+        if (found == _values.end()) {
+            const std::string suggestion =
+                base::suggestion(name->name, _values, &Definitions::value_type::first);
+            throw JobError(errors::kUnknownName,
+                           {.step = step,
+                            .name = name->name,
+                            .hasSuggestion = !suggestion.empty(),
+                            .what = "there is no definition \"" + name->name + "\"" + suggestion});
+        }
         expression = found->second;
     }
-    throw JobError(errors::kCycle, step + ": the definition of the lambda leads back to itself");
+    throw JobError(errors::kCycle,
+                   {.step = step, .what = "the definition of the lambda leads back to itself"});
 }
 
 } // namespace EmbeddedHV

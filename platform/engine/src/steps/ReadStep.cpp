@@ -72,9 +72,12 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
     std::vector<std::string> names = call.context.dataSources.names();
     for (const auto& [iterator, rows] : call.context.iterators)
         names.push_back(iterator);
-    throw JobError(errors::kUnknownDataSource, call.name + ": there is no data source \"" + name +
-                                                   "\"" +
-                                                   base::suggestion(name, names, std::identity{}));
+    const std::string suggestion = base::suggestion(name, names, std::identity{});
+    throw JobError(errors::kUnknownDataSource,
+                   {.step = call.name,
+                    .name = name,
+                    .hasSuggestion = !suggestion.empty(),
+                    .what = "there is no data source \"" + name + "\"" + suggestion});
 }
 
 NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& limits)
@@ -105,10 +108,13 @@ Settings locationOf(const Settings& files)
     Settings first = files.objectAt(locations, "locations", 0);
     if (locations.size() > 1)
         throw JobError(errors::kNotAvailable,
-                       files.step() + ": the setting \"" + files.pathOf("locations") + "\" names " +
-                           std::to_string(locations.size()) + " files, the second " +
-                           files.objectAt(locations, "locations", 1).neededText("path") +
-                           ": more than one is not available in this engine yet");
+                       {.step = files.step(),
+                        .setting = files.pathOf("locations"),
+                        .limit = 1,
+                        .what = "names " + std::to_string(locations.size()) +
+                                " files, the second " +
+                                files.objectAt(locations, "locations", 1).neededText("path") +
+                                ": more than one is not available in this engine yet"});
     return first;
 }
 
@@ -180,12 +186,14 @@ StepResult planRead(StepCall& call)
         settings.has("dataSource") + settings.has("filesystem") + settings.has("geospatial");
     if (sources == 0)
         throw JobError(errors::kSettingMissing,
-                       call.name + ": no source is given: the setting \"dataSource\", "
-                                   "\"filesystem\" or \"geospatial\" is missing");
+                       {.step = call.name,
+                        .what = "no source is given: the setting \"dataSource\", \"filesystem\" or "
+                                "\"geospatial\" is missing"});
     if (sources > 1)
-        throw JobError(errors::kSettingType, call.name + ": more than one source is given: only "
-                                                         "one of \"dataSource\", \"filesystem\" "
-                                                         "and \"geospatial\" can be");
+        throw JobError(errors::kSettingType,
+                       {.step = call.name,
+                        .what = "more than one source is given: only one of \"dataSource\", "
+                                "\"filesystem\" and \"geospatial\" can be"});
     NodePtr node = sourceNode(call, settings, limits);
     settings.reportOthers(call.context.message);
     return {limited(std::move(node), limits), nullptr};

@@ -124,8 +124,10 @@ maps::CoordinateSystem sourceSystem(const StepCall& call, const Settings& entry,
     if (!system)
         system = systemOf(*field.GetGeo());
     if (!system)
-        throw JobError(errors::kNoSystem, call.name + ": the coordinate system of the field \"" +
-                                              field.GetName() + "\" is unknown: set \"inSR\"");
+        throw JobError(errors::kNoSystem,
+                       {.step = call.name,
+                        .what = "the coordinate system of the field \"" + field.GetName() +
+                                "\" is unknown: set \"inSR\""});
     return *std::move(system);
 }
 
@@ -154,7 +156,7 @@ std::shared_ptr<KnownReprojection> moveField(const StepCall& call, const Setting
 [[noreturn]] void refuseShapeless(const StepCall& call, const std::string& what)
 {
     throw JobError(errors::kNoShapes,
-                   call.name + ": " + what + ", so there is nothing to reproject");
+                   {.step = call.name, .what = what + ", so there is nothing to reproject"});
 }
 
 /// Reprojects every geospatial field with the same entry.

@@ -28,8 +28,9 @@ std::optional<Enumeration> wordSetting(const Settings& settings, const std::stri
     std::string list;
     for (std::size_t i = 0; i < known.size(); ++i)
         list += (i == 0 ? "" : i + 1 == known.size() ? " and " : ", ") + std::string(known[i]);
-    settings.refuse(key, "is \"" + *text + "\"" + base::suggestion(*text, known) + "; known are " +
-                             list);
+    const std::string suggestion = base::suggestion(*text, known);
+    settings.refuse(key, "is \"" + *text + "\"" + suggestion + "; known are " + list,
+                    {.hasSuggestion = !suggestion.empty()});
 }
 
 } // namespace EmbeddedHV

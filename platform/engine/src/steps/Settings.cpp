@@ -1,10 +1,10 @@
 #include "steps/Settings.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "ErrorIds.h"
-#include "JobError.h"
 #include "base/NearestName.h"
 
 namespace EmbeddedHV {
@@ -45,23 +45,27 @@ std::string Settings::pathOf(const std::string& key) const
     return _path.empty() ? key : _path + "." + key;
 }
 
-void Settings::refuse(const std::string& key, const std::string& problem) const
+void Settings::refuse(const std::string& key, const std::string& problem, FaultParts parts) const
 {
-    throw JobError(errors::kSettingType,
-                   _step + ": the setting \"" + pathOf(key) + "\" " + problem);
+    parts.step = _step;
+    parts.setting = pathOf(key);
+    parts.what = problem;
+    throw JobError(errors::kSettingType, std::move(parts));
 }
 
 void Settings::refuseType(const std::string& path, const char* wanted, const Json& found) const
 {
-    const std::string what = path.empty() ? "the configuration" : "the setting \"" + path + "\"";
+    const std::string problem = std::string("must be ") + wanted + ", not " + wordOf(found);
     throw JobError(errors::kSettingType,
-                   _step + ": " + what + " must be " + wanted + ", not " + wordOf(found));
+                   {.step = _step,
+                    .setting = path,
+                    .what = path.empty() ? "the configuration " + problem : problem});
 }
 
 void Settings::refuseMissing(const std::string& key) const
 {
     throw JobError(errors::kSettingMissing,
-                   _step + ": the setting \"" + pathOf(key) + "\" is missing");
+                   {.step = _step, .setting = pathOf(key), .what = "is missing"});
 }
 
 const Json* Settings::find(const std::string& key) const

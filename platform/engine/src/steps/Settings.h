@@ -9,6 +9,7 @@
 #include <nlohmann/json.hpp>
 
 #include "CFDatum.h"
+#include "JobError.h"
 
 namespace EmbeddedHV {
 
@@ -44,7 +45,9 @@ public:
     /// Reports each setting that no reader asked for. It is probably misspelled.
     void reportOthers(const MessageSink& message) const;
 
-    [[noreturn]] void refuse(const std::string& key, const std::string& problem) const;
+    /// Throws JobError about the setting. `parts` has what the caller knows beyond the setting.
+    [[noreturn]] void refuse(const std::string& key, const std::string& problem,
+                             FaultParts parts = {}) const;
     /// The full path of a key.
     std::string pathOf(const std::string& key) const;
     const std::string& step() const { return _step; }

@@ -1,36 +1,48 @@
 #include "steps/StepCall.h"
 
+#include <utility>
+
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/NearestName.h"
 
 namespace EmbeddedHV {
 
-const CFField& fieldOf(const Fields& fields, const std::string& field, const std::string& owner)
+const CFField& fieldOf(const Fields& fields, const std::string& field, const FieldUse& use)
 {
     if (const CFField* found = findField(fields, field))
         return *found;
-    throw JobError(errors::kUnknownField, owner + " has no field \"" + field + "\"" +
-                                              base::suggestion(field, fields, &CFField::GetName));
+    const std::string suggestion = base::suggestion(field, fields, &CFField::GetName);
+    throw JobError(errors::kUnknownField,
+                   {.step = use.step,
+                    .field = field,
+                    .namedBy = use.setting,
+                    .hasSuggestion = !suggestion.empty(),
+                    .what = use.owner + " has no field \"" + field + "\"" + suggestion});
 }
 
-void refuseDuplicate(const Fields& fields, const std::string& field, const std::string& step)
+void refuseDuplicate(const Fields& fields, const std::string& field, const std::string& step,
+                     const std::string& setting)
 {
     if (field.empty())
-        throw JobError(errors::kSettingType, step + ": the name of a field is empty");
+        throw JobError(errors::kSettingType,
+                       {.step = step, .what = "the name of a field is empty"});
     // The database ends a name at a zero byte, so two names could become equal.
     if (field.find('\0') != std::string::npos)
         throw JobError(errors::kSettingType,
-                       step + ": the name of a field holds the character NUL");
+                       {.step = step, .what = "the name of a field holds the character NUL"});
     // The database does not distinguish names that differ only in letter case.
     const CFField* taken = findFieldAnyCase(fields, field);
     if (!taken)
         return;
+    const std::string difference =
+        taken->GetName() == field ? std::string()
+                                  : ", and \"" + field + "\" differs from it only in letter case";
     throw JobError(errors::kDuplicateField,
-                   step + ": there is a field \"" + taken->GetName() + "\" already" +
-                       (taken->GetName() == field
-                            ? std::string()
-                            : ", and \"" + field + "\" differs from it only in letter case"));
+                   {.step = step,
+                    .field = field,
+                    .namedBy = setting,
+                    .what = "there is a field \"" + taken->GetName() + "\" already" + difference});
 }
 
 Fields StepCall::takeFields()
@@ -39,9 +51,9 @@ Fields StepCall::takeFields()
     return input().use_count() == 1 ? std::move(node.fields) : node.fields;
 }
 
-const CFField& StepCall::inputField(const std::string& field) const
+const CFField& StepCall::inputField(const std::string& field, const std::string& setting) const
 {
-    return fieldOf(input()->fields, field, name + ": the input");
+    return fieldOf(input()->fields, field, {.step = name, .setting = setting});
 }
 
 } // namespace EmbeddedHV

@@ -40,7 +40,8 @@ struct StepCall
     Fields takeFields();
     Settings settings() const { return {configuration, name}; }
     /// A field of the input. Throws JobError with the most similar name if it does not exist.
-    const CFField& inputField(const std::string& field) const;
+    /// `setting` is the path of the setting with the name, if there is one.
+    const CFField& inputField(const std::string& field, const std::string& setting = {}) const;
 };
 
 /// The result of a step: a relation; for the last step of a statement also its output; or a stage
@@ -52,11 +53,20 @@ struct StepResult
     std::unique_ptr<Stage> stage = nullptr;
 };
 
+/// A place where a step names a field.
+struct FieldUse
+{
+    std::string step;
+    std::string owner = "the input"; ///< of the fields, in messages
+    std::string setting = {};        ///< the path of the setting with the name; may be empty
+};
+
 /// The field with this name. Throws JobError with the most similar name if it does not exist.
-/// `owner` is the beginning of the message, for example "filterFields: the input".
-const CFField& fieldOf(const Fields& fields, const std::string& field, const std::string& owner);
-/// Throws JobError if a field of this name exists. Ignores letter case.
-void refuseDuplicate(const Fields& fields, const std::string& field, const std::string& step);
+const CFField& fieldOf(const Fields& fields, const std::string& field, const FieldUse& use);
+/// Throws JobError if a field of this name exists. Ignores letter case. `setting` is the path of
+/// the setting with the name, if there is one.
+void refuseDuplicate(const Fields& fields, const std::string& field, const std::string& step,
+                     const std::string& setting = {});
 
 StepResult planRead(StepCall& call);
 StepResult planWrite(StepCall& call);

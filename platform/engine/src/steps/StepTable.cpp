@@ -7,6 +7,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/NearestName.h"
+#include "language/TextCursor.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -41,8 +42,10 @@ const StepKind& stepKind(const language::Step& step, ComponentLookup components)
     std::vector<std::string_view> names;
     for (const StepKind& kind : kSteps)
         names.emplace_back(kind.name);
-    throw JobError(errors::kUnknownStep, step.position.text() + ": there is no step \"" +
-                                             step.name + "\"" + base::suggestion(step.name, names));
+    const std::string suggestion = base::suggestion(step.name, names);
+    language::failAt(step.position, "there is no step \"" + step.name + "\"" + suggestion,
+                     errors::kUnknownStep,
+                     {.name = step.name, .hasSuggestion = !suggestion.empty()});
 }
 
 } // namespace EmbeddedHV

@@ -86,9 +86,12 @@ std::optional<std::string> convertedColumn(const CFField& field, CFField::Storag
     if (from == CFField::String && storage != CFField::String)
         missing += " OR trim(" + column + ") = ''";
     // A text may be long, so the message shows only its beginning.
-    const std::string begin =
-        raisedText(errors::kConversion, step + ": a value of the field \"" + field.GetName() +
-                                            "\" cannot be stored as " + WordOf(storage) + ": \"");
+    const std::string begin = raisedText(
+        errors::kConversion, {.step = step,
+                              .field = field.GetName(),
+                              .kind = storage == CFField::Integer ? kinds::kNotInteger : "",
+                              .what = "a value of the field \"" + field.GetName() +
+                                      "\" cannot be stored as " + WordOf(storage) + ": \""});
     const std::string fault =
         "error(" + quotedLiteral(begin) + " || left(CAST(" + column + " AS VARCHAR), 100) || '\"')";
     return "CASE WHEN " + missing + " THEN NULL ELSE coalesce(" + filledIn(sql, column) +

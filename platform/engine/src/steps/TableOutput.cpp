@@ -34,7 +34,8 @@ void TableOutput::checkFields(const Fields& known) const
 {
     const auto refuse = [this](const std::string& problem) {
         throw JobError(errors::kAppendMismatch,
-                       "write: the records cannot be appended to " + target() + ": " + problem);
+                       {.step = "write",
+                        .what = "the records cannot be appended to " + target() + ": " + problem});
     };
     for (const CFField& field : known) {
         const CFField* offered = findField(_fields, field.GetName());
@@ -67,7 +68,8 @@ void TableOutput::endAddition()
     try {
         _context.connection->query("COMMIT");
     } catch (const duck::QueryError& error) {
-        throw JobError(errors::kQueryFailed, "write: the records cannot be added to " + target(),
+        throw JobError(errors::kQueryFailed,
+                       {.step = "write", .what = "the records cannot be added to " + target()},
                        error.what());
     }
 }

@@ -24,10 +24,11 @@ void widen(CFField& field, const CFField& other, const std::string& step)
     const auto common =
         commonType(valueTypeOf(field.GetStorage()), valueTypeOf(other.GetStorage()));
     if (!common)
-        throw JobError(errors::kOperandType, step + ": the field \"" + field.GetName() + "\" is " +
-                                                 typeWordOf(field.GetStorage()) +
-                                                 " in one input and " +
-                                                 typeWordOf(other.GetStorage()) + " in another");
+        throw JobError(errors::kOperandType,
+                       {.step = step,
+                        .what = "the field \"" + field.GetName() + "\" is " +
+                                typeWordOf(field.GetStorage()) + " in one input and " +
+                                typeWordOf(other.GetStorage()) + " in another"});
     changeStorage(field, storageOf(*common));
 }
 
@@ -40,9 +41,10 @@ std::vector<UnionField> matchedByPosition(const StepCall& call)
         const Fields& fields = input.node->fields;
         if (fields.size() != result.size())
             throw JobError(errors::kStepInput,
-                           call.name + ": the inputs have " + std::to_string(result.size()) +
-                               " and " + std::to_string(fields.size()) +
-                               " fields, so they cannot be matched by position");
+                           {.step = call.name,
+                            .what = "the inputs have " + std::to_string(result.size()) + " and " +
+                                    std::to_string(fields.size()) +
+                                    " fields, so they cannot be matched by position"});
         for (std::size_t i = 0; i < fields.size(); ++i) {
             widen(result[i].field, fields[i], call.name);
             result[i].places.push_back(static_cast<int>(i));

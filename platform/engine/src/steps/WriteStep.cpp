@@ -92,13 +92,15 @@ StepResult planWrite(StepCall& call)
 {
     const Settings settings = call.settings();
     if (settings.has("dataSource") && settings.has("dataDestination"))
-        throw JobError(errors::kSettingType, call.name + ": more than one destination is given: "
-                                                         "either \"dataSource\" or "
-                                                         "\"dataDestination\" can be");
+        throw JobError(errors::kSettingType,
+                       {.step = call.name,
+                        .what = "more than one destination is given: either \"dataSource\" or "
+                                "\"dataDestination\" can be"});
     if (!settings.has("dataSource") && !settings.has("dataDestination"))
-        throw JobError(errors::kSettingMissing, call.name + ": no destination is given: the "
-                                                            "setting \"dataDestination\" or "
-                                                            "\"dataSource\" is missing");
+        throw JobError(errors::kSettingMissing,
+                       {.step = call.name,
+                        .what = "no destination is given: the setting \"dataDestination\" or "
+                                "\"dataSource\" is missing"});
     StepResult result{call.input(), settings.has("dataSource") ? tableOutput(call, settings)
                                                                : fileOutput(call, settings)};
     settings.reportOthers(call.context.message);

@@ -8,12 +8,10 @@
 
 ErrorText errorTextOf(const datafile::Fault& fault)
 {
-    // The prefixes name steps of jobs, which have no meaning here.
-    std::string text = fault.text();
-    for (const std::string_view step : {"read: ", "write: "})
-        if (text.starts_with(step))
-            text.erase(0, step.size());
-    return ErrorText(text);
+    // Steps of jobs have no meaning here.
+    datafile::FaultParts parts = fault.parts();
+    parts.step.clear();
+    return ErrorText(datafile::sentenceOf(parts));
 }
 
 ErrorText errorTextOf(const std::string& path, const datafile::SealedFileError& error)
@@ -28,7 +26,7 @@ ErrorText errorTextOf(const std::string& path, const std::string& what,
     if (const auto fault = datafile::raisedFault(text))
         return errorTextOf(*fault);
     if (const auto line = datafile::csvLine(text))
-        return ErrorText(path + ":" + *line + ": " + datafile::csvReason(text));
+        return errorTextOf(datafile::Fault({}, datafile::csvParts(path, *line, text)));
     for (const std::string_view full :
          {"No space left on device", "File too large", "Disk quota exceeded"})
         if (text.find(full) != std::string::npos)

@@ -133,11 +133,10 @@ try {
     }
     return profile;
 } catch (const datafile::Fault& fault) {
-    std::string text = fault.text();
-    if (const auto at = text.find(readable); at != std::string::npos)
-        // Users know the file by its own name, not by that of its copy.
-        text.replace(at, readable.size(), path);
-    throw datafile::Fault(fault.id(), text, fault.detail());
+    // Users know the file by its own name, not by that of its copy.
+    datafile::FaultParts parts = fault.parts();
+    parts.file = path;
+    throw datafile::Fault(fault.id(), std::move(parts), fault.detail());
 }
 
 } // namespace

@@ -172,9 +172,10 @@ ContainerKind kindOf(const StepCall& call, const std::string& name, std::size_t 
         if (name == known)
             return kind;
     if (place >= std::size(kContainerPlaces))
-        throw JobError(errors::kSettingType, call.name + ": the output container \"" + name +
-                                                 "\" is unknown; known are PMML, StatXML, JSON "
-                                                 "and Results");
+        throw JobError(errors::kSettingType,
+                       {.step = call.name,
+                        .what = "the output container \"" + name +
+                                "\" is unknown; known are PMML, StatXML, JSON and Results"});
     return kContainerPlaces[place];
 }
 

@@ -44,9 +44,12 @@ const StepKind& componentKind(const language::Step& step)
     std::vector<std::string_view> names;
     for (const StepKind& kind : kComponents)
         names.emplace_back(kind.name);
-    throw JobError(errors::kNotAvailable, "the component \"" + name +
-                                              "\" is not available in this engine yet" +
-                                              base::suggestion(name, names));
+    const std::string suggestion = base::suggestion(name, names);
+    throw JobError(errors::kNotAvailable,
+                   {.name = name,
+                    .hasSuggestion = !suggestion.empty(),
+                    .what = "the component \"" + name + "\" is not available in this engine yet" +
+                            suggestion});
 }
 
 } // namespace EmbeddedHV

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "DataFileNames.h"
 #include "datafile/FaultIds.h"
 
 /// The ids of the engine's errors and messages: "HVE", two letters for the area, four digits, and
