@@ -5,10 +5,17 @@
 #include <optional>
 #include <string_view>
 
+#include "ErrorIds.h"
+#include "datafile/FaultJson.h"
+#include "hvhost/base/ExpressionWording.h"
 #include "hvhost/base/Text.h"
 #include "hvhost/base/TextScan.h"
 
 namespace {
+
+namespace errors = EmbeddedHV::errors;
+namespace kinds = datafile::kinds;
+using datafile::FaultParts;
 
 /// An error of a file that is read, with a hint for commands that have the options for it.
 struct InputFault
@@ -18,179 +25,90 @@ struct InputFault
 };
 constexpr const char* kPasswordHint = "--password-file FILE or --password WORD gives it";
 constexpr std::array<InputFault, 13> kInputFaults{{
-    {"HVEIO0001E", ""},
-    {"HVEIO0002E", ""},
-    {"HVEIO0003E", ""},
-    {"HVEIO0004E", ""},
-    {"HVEIO0005E", kKindHint},
-    {"HVEIO0006E", "--max-errors N skips up to N bad records, and says how many there were"},
-    {"HVEIO0007E", "a larger --max-errors skips more bad records, -1 any number"},
-    {"HVEIO0009E", kPasswordHint},
-    {"HVEIO0010E", kPasswordHint},
-    {"HVEIO0011E", ""},
-    {"HVEIO0012E", ""},
-    {"HVEIO0019E", ""},
-    {"HVEIO0020E", ""},
+    {errors::kFileMissing, ""},
+    {errors::kFileIsFolder, ""},
+    {errors::kFileUnreadable, ""},
+    {errors::kFileEmpty, ""},
+    {errors::kNotOfItsKind, kKindHint},
+    {errors::kBadRecord, "--max-errors N skips up to N bad records, and says how many there were"},
+    {errors::kTooManyBadRecords, "a larger --max-errors skips more bad records, -1 any number"},
+    {errors::kPasswordMissing, kPasswordHint},
+    {errors::kWrongPassword, kPasswordHint},
+    {errors::kDataModel, ""},
+    {errors::kDataModelMismatch, ""},
+    {errors::kIteratorFailed, ""},
+    {errors::kIteratorValue, ""},
 }};
 
-const InputFault* inputFault(const EngineFault& fault)
+/// An error of a job with its parts. The text is only shown, never searched.
+struct JobFault
+{
+    explicit JobFault(const EngineFault& fault) : id(fault.id), text(fault.text)
+    {
+        auto report = datafile::faultReportIn(fault.detail);
+        // Another engine may report JSON of its own.
+        if (report && !report->parts.what.empty()) {
+            parts = std::move(report->parts);
+            detail = std::move(report->detail);
+        } else {
+            detail = fault.detail;
+        }
+    }
+
+    std::string id;
+    std::string text;
+    FaultParts parts;
+    std::string detail;
+};
+
+const InputFault* inputFault(const JobFault& fault)
 {
     const auto* const row =
         std::find_if(kInputFaults.begin(), kInputFaults.end(),
                      [&](const InputFault& known) { return known.id == fault.id; });
     // The write step reports some of the same errors.
-    return row != kInputFaults.end() && fault.text.starts_with("read") ? row : nullptr;
+    return row != kInputFaults.end() && fault.parts.step == "read" ? row : nullptr;
 }
 
-/// Removes the iterator from "read: the row iterator "NAME" failed at record N: what". Empty for
-/// other texts.
-std::string iteratorFault(std::string_view text)
+/// The file that the error is about, if the user named it; else null.
+const JobOrigin::File* userFile(const FaultParts& parts, const JobOrigin& origin)
 {
-    TextScan scan(text);
-    if (scan.skip("read: the row iterator \"") && scan.until("\" failed at record ") &&
-        scan.number() && scan.skip(": "))
-        return "read: " + std::string(scan.rest());
-    return {};
+    const std::vector<JobOrigin::File>& files =
+        parts.step == "read" ? origin.inputs : origin.outputs;
+    if (parts.step != "read" && parts.step != "write")
+        return nullptr;
+    const auto found = std::ranges::find(files, parts.file, &JobOrigin::File::path);
+    return parts.file.empty() || found == files.end() ? nullptr : &*found;
 }
 
-/// Rewrites "read: field F of the row iterator "NAME", record N: what" for a file. Empty for other
-/// texts.
-std::string valueFault(std::string_view text, const std::string& file)
+/// The error's text without the step, and with the user's name of the file.
+std::string inFile(FaultParts parts, const std::string& name)
 {
-    TextScan scan(text);
-    if (!scan.skip("read: ") || !scan.rest().starts_with("field \""))
-        return {};
-    const auto field = scan.untilLast(" of the row iterator \"");
-    if (!field || !scan.until("\", record "))
-        return {};
-    const auto record = scan.number();
-    if (!record || !scan.skip(": "))
-        return {};
-    return "read: " + file + ": " + std::string(*field) + ", record " + std::to_string(*record) +
-           ": " + std::string(scan.rest());
+    parts.step.clear();
+    parts.file = name;
+    return sentenceOf(parts);
 }
 
-/// Rewrites an error of served rows as the engine would report it for the file.
-std::string withoutIterator(const std::string& text, const JobOrigin& origin)
+/// The error's text without the step.
+std::string withoutStep(FaultParts parts)
 {
-    std::string bare = iteratorFault(text);
-    if (bare.empty() && !origin.inputs.empty())
-        bare = valueFault(text, origin.inputs.front().path);
-    return bare.empty() ? text : bare;
+    parts.step.clear();
+    return sentenceOf(parts);
 }
 
-/// A position in a job text, and the message about it.
-struct Place
+/// Rewrites an error of an input. An error of served rows is reported as the engine would report it
+/// for the file.
+std::string inInput(const JobFault& fault, const JobOrigin& origin)
 {
-    std::size_t line = 0;
-    std::size_t column = 0; ///< in characters, from 1
-    std::string what;
-};
-
-/// Parses "line L, column C: what", also after "step NAME, ".
-std::optional<Place> placeOf(const std::string& text)
-{
-    TextScan scan(text);
-    if (scan.skip("step ") && !scan.until(", "))
-        return std::nullopt;
-    if (!scan.skip("line "))
-        return std::nullopt;
-    const auto line = scan.number();
-    if (!line || !scan.skip(", column "))
-        return std::nullopt;
-    const auto column = scan.number();
-    if (!column || !scan.skip(": "))
-        return std::nullopt;
-    return Place{*line, *column, std::string(scan.rest())};
-}
-
-/// The position as a byte offset in the text.
-std::size_t offsetOf(const Place& place, const std::string& text)
-{
-    std::size_t offset = 0;
-    for (std::size_t line = 1; line < place.line && offset < text.size(); ++line)
-        offset = std::min(text.size(), text.find('\n', offset)) + 1;
-    for (std::size_t column = 1; column < place.column && offset < text.size(); ++column)
-        do
-            ++offset;
-        while (offset < text.size() && !beginsCharacter(text[offset]));
-    return offset;
-}
-
-/// The number of characters in the option's value before its expression, for example the name of a
-/// derived field.
-std::size_t charactersBefore(const JobOrigin::Expression& expression)
-{
-    const std::size_t value = expression.option.find(' ') + 1;
-    const std::size_t begin = expression.option.rfind(expression.text);
-    return begin == std::string::npos
-               ? 0
-               : countCharacters(expression.option.substr(value, begin - value));
-}
-
-/// The option for which a line of the text was composed; null if the user wrote the expression.
-const JobOrigin::Expression* composedFor(std::size_t fault, const std::string& job,
-                                         const JobOrigin& origin)
-{
-    for (const JobOrigin::Expression& composed : origin.composed) {
-        const std::size_t begin = job.find(composed.text);
-        if (begin <= fault && fault < job.find('\n', begin))
-            return &composed;
-    }
-    return nullptr;
-}
-
-/// Rewrites an error in a generated text. If it is after an expression, where the engine expected
-/// more of it, it is reported as an error of that expression.
-std::string inExpression(const Place& place, const std::string& job, const JobOrigin& origin)
-{
-    static constexpr std::string_view lambda = "Lambda = ctx => x => ";
-    const std::size_t fault = offsetOf(place, job);
-    if (const JobOrigin::Expression* const composed = composedFor(fault, job, origin))
-        return composed->option + ": " + place.what;
-    std::size_t begin = 0;
-    const JobOrigin::Expression* behind = nullptr;
-    for (const JobOrigin::Expression& expression : origin.expressions) {
-        begin = job.find(lambda, begin);
-        begin = begin == std::string::npos ? begin : job.find(expression.text, begin);
-        if (begin == std::string::npos || begin > fault)
-            break;
-        const std::size_t end = begin + expression.text.size();
-        if (fault < end)
-            return expression.option + ": character " +
-                   std::to_string(charactersBefore(expression) +
-                                  countCharacters(job.substr(begin, fault - begin)) + 1) +
-                   ": " + place.what;
-        behind = &expression;
-        begin = end;
-    }
-    if (behind == nullptr)
-        return place.what;
-    return behind->option + ": incomplete expression, or unexpected text after it";
-}
-
-/// Rewrites an error that names an output of the aggregate step by its number.
-std::string withAggregate(const std::string& text, const JobOrigin& origin)
-{
-    TextScan scan(text);
-    if (!scan.skip("aggregate: the setting \"output["))
-        return text;
-    const auto number = scan.number();
-    if (!number || *number >= origin.aggregates.size() || !scan.skip("]."))
-        return text;
-    const auto setting = scan.until("\" ");
-    if (!setting)
-        return text;
-    return origin.aggregates[*number] + ": the " + std::string(*setting) + " " +
-           std::string(scan.rest());
-}
-
-/// The first text in double quotes.
-std::string firstQuoted(const std::string& text)
-{
-    const std::size_t begin = text.find('"');
-    const std::size_t end = begin == std::string::npos ? begin : text.find('"', begin + 1);
-    return end == std::string::npos ? std::string() : text.substr(begin + 1, end - begin - 1);
+    const FaultParts& parts = fault.parts;
+    // The host has served the rows. Its reason begins with the path.
+    if (parts.record > 0 && parts.field.empty())
+        return withFileName(parts.step + ": " + parts.what, origin);
+    if (parts.record > 0 && !origin.inputs.empty())
+        return origin.inputs.front().name + ": field \"" + parts.field + "\", record " +
+               std::to_string(parts.record) + ": " + parts.what;
+    const JobOrigin::File* const file = userFile(parts, origin);
+    return file ? inFile(parts, file->name) : fault.text;
 }
 
 /// The option that derives the field.
@@ -203,97 +121,121 @@ std::string derivationOf(const std::string& name, const JobOrigin& origin)
     return "--derive";
 }
 
-/// The first option that names the field, for example "--by NAME" or "--stat mean:NAME:other".
-std::string aggregateOf(const std::string& name, const JobOrigin& origin)
+/// A setting of an output of the aggregate step.
+struct OutputSetting
 {
-    for (const std::string& option : origin.aggregates)
-        if (option == "--by " + name || option.ends_with(":" + name) ||
-            option.find(":" + name + ":") != std::string::npos)
-            return option;
-    return "--stat";
+    std::string option; ///< the option for the output
+    std::string name;   ///< for example "function"
+};
+
+/// Reads a path, for example output[3].function.
+std::optional<OutputSetting> outputSetting(const std::string& path, const JobOrigin& origin)
+{
+    TextScan scan(path);
+    if (!scan.skip("output["))
+        return std::nullopt;
+    const auto number = scan.number();
+    if (!number || *number >= origin.aggregates.size() || !scan.skip("]."))
+        return std::nullopt;
+    return OutputSetting{origin.aggregates[*number], std::string(scan.rest())};
 }
 
-std::string withOption(const std::string& text, const std::string& job, const JobOrigin& origin)
+/// Rewrites an error of the aggregate step with the option of the output.
+std::string inAggregate(const JobFault& fault, const JobOrigin& origin)
 {
-    if (const std::optional<Place> place = placeOf(text))
-        return inExpression(*place, job, origin);
-    const std::string step = text.substr(0, text.find(": "));
-    const std::string what = text.substr(std::min(text.size(), step.size() + 2));
-    const std::string name = firstQuoted(what);
+    const FaultParts& parts = fault.parts;
+    if (const auto named = outputSetting(parts.namedBy, origin))
+        return named->option + ": " + parts.what;
+    if (const auto output = outputSetting(parts.setting, origin))
+        return output->option + ": the " + output->name + " " + parts.what;
+    return parts.setting.empty() ? "--stat: " + parts.what : fault.text;
+}
+
+/// Rewrites an error of a generated job with the option that caused it.
+std::string withOption(const JobFault& fault, const std::string& job, const JobOrigin& origin)
+{
+    const FaultParts& parts = fault.parts;
+    if (parts.inJob.line > 0)
+        return inExpression(parts, job, origin);
     // The condition of a generated job is its last expression.
-    if (step == "filterRecords" && !origin.expressions.empty())
-        return origin.expressions.back().option + ": " + what;
-    if (step == "filterFields")
-        return "--keep: " + what;
-    if (step == "deriveField")
-        return derivationOf(name, origin) + ": " + what;
+    if (parts.step == "filterRecords" && !origin.expressions.empty())
+        return origin.expressions.back().option + ": " + withoutStep(parts);
+    if (parts.step == "filterFields")
+        return "--keep: " + withoutStep(parts);
+    if (parts.step == "deriveField")
+        return derivationOf(parts.field, origin) + ": " + withoutStep(parts);
     // This step only restores the types of the file. No option names it.
-    if (step == "updateDataModel" && !origin.inputs.empty())
-        return origin.inputs.front().name + ": " + what;
-    if (step == "aggregate" && !what.starts_with("the setting "))
-        return aggregateOf(name, origin) + ": " + what;
-    return withAggregate(text, origin);
+    if (parts.step == "updateDataModel" && !origin.inputs.empty())
+        return origin.inputs.front().name + ": " + withoutStep(parts);
+    return parts.step == "aggregate" ? inAggregate(fault, origin) : fault.text;
 }
 
 /// An error in the user's own job text, in the format of compilers.
-std::string withPosition(const std::string& text, const std::string& name)
+std::string withPosition(const JobFault& fault, const std::string& name)
 {
-    const std::optional<Place> place = placeOf(text);
-    if (!place)
-        return name + ": " + text;
-    return name + ":" + std::to_string(place->line) + ":" + std::to_string(place->column) + ": " +
-           place->what;
+    const datafile::TextPlace& place = fault.parts.inJob;
+    if (place.line == 0)
+        return name + ": " + fault.text;
+    return name + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) + ": " +
+           fault.parts.what;
 }
 
 /// Users of other languages write "wind > 2" or "x.weather == 'sun'".
-std::string expressionHint(const std::string& text)
+std::string expressionHint(const JobFault& fault)
 {
-    TextScan scan(text);
-    if (scan.until("the name '"))
-        if (const auto name = scan.until("' is neither"))
-            return "a field of the record is written x." + std::string(*name) + ", a text \"" +
-                   std::string(*name) + "\"";
-    TextScan quoted(text);
-    if (quoted.until("expected the name of a field after '.', found string \""))
-        if (const auto name = quoted.untilLast("\""))
-            return "it is written x.`" + std::string(*name) + "`";
-    if (text.find("found Date") != std::string::npos && text.find("String") != std::string::npos)
+    const FaultParts& parts = fault.parts;
+    if (fault.id == errors::kExpressionName && !parts.name.empty())
+        return "a field of the record is written x." + parts.name + ", a text \"" + parts.name +
+               "\"";
+    if (parts.kind == kinds::kFieldInQuotes)
+        return "it is written x.`" + parts.name + "`";
+    if (parts.kind == kinds::kDateAndText)
         return "a date is written toDate(\"2024-12-31\")";
-    if (text.ends_with("the file exists already"))
+    if (parts.kind == kinds::kFileExists)
         return "--force replaces it";
-    return text.ends_with("found '\''") ? "write a text in double quotes" : "";
+    return parts.kind == kinds::kApostrophe ? "write a text in double quotes" : "";
 }
 
-/// A hint for an error of a generated job.
-std::string hintFor(const std::string& text)
+/// A hint for an error of a generated job, or of a file that the user named.
+std::string hintFor(const JobFault& fault, const JobOrigin::File* file)
 {
-    const bool isOffered = text.find("did you mean") != std::string::npos;
-    if (!isOffered && text.find("is not an aggregate function") != std::string::npos)
+    const FaultParts& parts = fault.parts;
+    if (parts.kind == kinds::kNoSuchFunction && !parts.hasSuggestion)
         return "hvhost help aggregate lists the functions";
-    if (!isOffered && text.find("the input has no field") != std::string::npos)
+    if (fault.id == errors::kUnknownField && !parts.field.empty() && !parts.hasSuggestion)
         return "hvhost info lists the variables";
-    if (text.find("cannot be stored as integer") != std::string::npos)
+    if (parts.kind == kinds::kNotInteger)
         return "--direct reads whole numbers of more than 15 digits as they are";
-    if (text.starts_with(kTemporaryFile) && text.find("no space is left") != std::string::npos)
+    if (fault.id == errors::kDiskFull && file && file->name == kTemporaryFile)
         return kTemporaryHint;
-    return expressionHint(text);
+    return expressionHint(fault);
+}
+
+CommandFault wordInput(const JobFault& fault, const char* usualHint, const JobOrigin& origin,
+                       const std::string& detail)
+{
+    const std::string text = inInput(fault, origin);
+    if (!origin.jobName.empty())
+        return {ExitStatus::Input, origin.jobName + ": " + text, "", detail};
+    const char* const hint = fault.parts.kind == kinds::kNotUtf8 ? kForeignTextHint : usualHint;
+    return {ExitStatus::Input, text, origin.hasInputOptions ? hint : "", detail};
 }
 
 } // namespace
 
-std::string withFileName(const std::string& text, const JobOrigin& origin)
+std::string withFileName(const std::string& message, const JobOrigin& origin)
 {
     const auto named = [&](const std::vector<JobOrigin::File>& files, const std::string& step) {
         for (const JobOrigin::File& file : files) {
             const std::string start = step + ": " + file.path + ":";
-            if (text.starts_with(start))
-                return file.name + text.substr(start.size() - 1);
+            if (message.starts_with(start))
+                return file.name + message.substr(start.size() - 1);
         }
         return std::string();
     };
     const std::string input = named(origin.inputs, "read");
     const std::string output = input.empty() ? named(origin.outputs, "write") : input;
-    return output.empty() ? text : output;
+    return output.empty() ? message : output;
 }
 
 std::string withOptions(std::string text, const JobOrigin& origin)
@@ -304,22 +246,29 @@ std::string withOptions(std::string text, const JobOrigin& origin)
     return text;
 }
 
-CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
+std::string logText(const EngineFault& fault)
+{
+    return fault.id + " " + fault.text + " " + JobFault(fault).detail;
+}
+
+bool isSyntaxFault(const EngineFault& fault)
+{
+    return fault.id == errors::kSyntax;
+}
+
+CommandFault wordFault(const EngineFault& reported, const std::string& jobText,
                        const JobOrigin& origin)
 {
+    const JobFault fault(reported);
     const std::string detail = fault.id + " " + fault.detail;
-    if (const InputFault* const input = inputFault(fault)) {
-        const std::string text = withFileName(withoutIterator(fault.text, origin), origin);
-        const bool generated = origin.jobName.empty();
-        const char* const hint = text.ends_with("UTF-8") ? kForeignTextHint : input->hint;
-        return {ExitStatus::Input, generated ? text : origin.jobName + ": " + text,
-                generated && origin.hasInputOptions ? hint : "", detail};
-    }
-    const std::string text = withFileName(fault.text, origin);
-    if (text != fault.text)
-        return {ExitStatus::JobFailed, text, hintFor(text), detail};
-    if (!origin.jobName.empty())
-        return {ExitStatus::JobFailed, withPosition(text, origin.jobName), expressionHint(text),
+    if (const InputFault* const input = inputFault(fault))
+        return wordInput(fault, input->hint, origin, detail);
+    if (const JobOrigin::File* const file = userFile(fault.parts, origin))
+        return {ExitStatus::JobFailed, inFile(fault.parts, file->name), hintFor(fault, file),
                 detail};
-    return {ExitStatus::JobFailed, withOption(text, jobText, origin), hintFor(text), detail};
+    if (!origin.jobName.empty())
+        return {ExitStatus::JobFailed, withPosition(fault, origin.jobName), expressionHint(fault),
+                detail};
+    return {ExitStatus::JobFailed, withOption(fault, jobText, origin), hintFor(fault, nullptr),
+            detail};
 }

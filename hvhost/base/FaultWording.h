@@ -18,7 +18,8 @@ inline constexpr const char* kTemporaryHint = "TMPDIR names the folder of tempor
 /// A name for files that the user did not name.
 inline constexpr const char* kTemporaryFile = "a temporary file";
 
-/// An error of a job, as the engine reported it.
+/// An error of a job, as the engine reported it. The detail is a JSON object with the parts of the
+/// error. Another engine may report a plain text.
 struct EngineFault
 {
     std::string id;
@@ -27,12 +28,20 @@ struct EngineFault
 };
 
 /// Rewrites an error in the user's terms: with the user's names of files, with options instead of
-/// positions in a generated text, and with a hint.
+/// positions in a generated text, and with a hint. An error without parts keeps its text.
 CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
                        const JobOrigin& origin);
 
-/// Replaces the names of intermediate fields by the options for which they were composed.
+/// Replaces the names of intermediate fields in a message by the options for which they were
+/// composed.
 std::string withOptions(std::string text, const JobOrigin& origin);
 
-/// Rewrites "read: PATH: what" or "write: PATH: what" as "NAME: what" if the user named the file.
-std::string withFileName(const std::string& text, const JobOrigin& origin);
+/// Whether the text of a job has a syntax error. The error may quote a password from the text.
+bool isSyntaxFault(const EngineFault& fault);
+
+/// The id, the text and the detail for a log.
+std::string logText(const EngineFault& fault);
+
+/// Rewrites a message "read: PATH: what" or "write: PATH: what" as "NAME: what" if the user named
+/// the file. Messages have no parts.
+std::string withFileName(const std::string& message, const JobOrigin& origin);

@@ -26,9 +26,6 @@
 
 namespace {
 
-/// The id of a syntax error in a job text.
-constexpr const char* kSyntaxFault = "HVEPA0001E";
-
 /// Opens the engine's database while the Java virtual machine starts.
 class PreloadThread
 {
@@ -172,10 +169,10 @@ void HostSession::checkOutcome(const std::string& jobText, const JobOrigin& orig
         return;
     CommandFault worded = wordFault(fault, jobText, origin);
     // The engine's syntax error quotes the text, which may be a password.
-    if (fault.id == kSyntaxFault)
+    const bool isSyntax = isSyntaxFault(fault);
+    if (isSyntax)
         worded.setLogText("the job text has a syntax error");
-    log("failed: " + fault.id + " " +
-        (fault.id == kSyntaxFault ? worded.logText() : fault.text + " " + fault.detail));
+    log("failed: " + (isSyntax ? fault.id + " " + worded.logText() : logText(fault)));
     throw worded;
 }
 

@@ -55,7 +55,7 @@ void InteractiveSession::checkOutcome(HVInteractive& object, bool isDone, const 
     EngineFault fault;
     if (!object.hasError(fault.id, fault.text, fault.detail))
         throw CommandFault(ExitStatus::JobFailed, source + ": the request failed without a reason");
-    _host.log("failed: " + fault.id + " " + fault.text + " " + fault.detail);
+    _host.log("failed: " + logText(fault));
     // Without an id, the error was found before a job ran.
     if (fault.id.empty())
         throw CommandFault(ExitStatus::Input,

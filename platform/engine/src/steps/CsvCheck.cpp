@@ -160,8 +160,12 @@ void CsvCheck::refuseFatalFlaw(std::uint64_t skipped) const
     const bool isOfRecord = !_fatalFlaw->isOfFile;
     throw JobError(
         errors::kFileUnreadable,
-        "read: " + _settings.path + ":" + _fatalFlaw->described() +
-            (isOfRecord ? "; the record cannot be skipped, because its end is uncertain" : ""));
+        {.step = "read",
+         .file = _settings.path,
+         .inFile = {_fatalFlaw->line, _fatalFlaw->column},
+         .what =
+             _fatalFlaw->text +
+             (isOfRecord ? "; the record cannot be skipped, because its end is uncertain" : "")});
 }
 
 /// Reports the problems that were found, unreadable records first.

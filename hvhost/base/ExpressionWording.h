@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include "datafile/FaultParts.h"
+#include "hvhost/base/JobOrigin.h"
+
+/// The text of an error at a position in a generated job, with the option that has the expression.
+/// An error after an expression, where the engine expected more of it, is reported as an error of
+/// that expression.
+std::string inExpression(const datafile::FaultParts& parts, const std::string& job,
+                         const JobOrigin& origin);
