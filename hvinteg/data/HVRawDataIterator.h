@@ -85,6 +85,12 @@ public:
                                 unsigned long long& length) override;
     /// Does nothing: the caller owns the iterator.
     void dispose(JNIEnv* env) override;
+    ~HVRawDataIterator() override;
+    /// Goes back to the first case. A first pass that is not finished is first completed, for the
+    /// counts. Returns the status as nextRecord does; a cancelled iterator stays cancelled. If the
+    /// source throws because it cannot be read again, the iterator is at its end, and a later
+    /// Rewind may retry.
+    virtual unsigned int Rewind(bool scoreIteration);
     /// Whether nextRecords can serve these fields. Changes nothing.
     bool servesBlocks(const std::vector<std::size_t>& fields) override;
     /// See RowBlocks. Asks the stop processor for each record, as nextRecord does, and stays at the
@@ -92,12 +98,6 @@ public:
     unsigned int nextRecords(const std::vector<std::size_t>& fields,
                              const std::vector<double*>& columns, std::size_t most,
                              std::size_t& count) override;
-    ~HVRawDataIterator() override;
-    /// Goes back to the first case. A first pass that is not finished is first completed, for the
-    /// counts. Returns the status as nextRecord does; a cancelled iterator stays cancelled. If the
-    /// source throws because it cannot be read again, the iterator is at its end, and a later
-    /// Rewind may retry.
-    virtual unsigned int Rewind(bool scoreIteration);
 
     /// Sets the name by which the job text refers to the rows. Set it before the job text is
     /// generated.
