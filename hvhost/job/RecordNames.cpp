@@ -42,6 +42,6 @@ std::vector<std::string> RecordNames::own(const std::vector<std::string>& names,
     std::vector<std::string> result;
     result.reserve(names.size());
     for (const std::string& name : names)
-        result.push_back(own(name, option + " " + name));
+        result.push_back(own(name, std::string(option).append(" ").append(name)));
     return result;
 }

@@ -80,6 +80,7 @@ ScoringModel::targets(const std::vector<std::string>& names) const
         return _outputs;
     std::vector<Variable> targets;
     std::vector<std::string> known;
+    known.reserve(_outputs.size());
     for (const Variable& output : _outputs)
         known.push_back(output.name);
     for (const std::string& name : names)

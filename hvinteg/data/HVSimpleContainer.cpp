@@ -1,5 +1,6 @@
 #include "data/HVSimpleContainer.h"
 
+#include <cstdio>
 #include <utility>
 
 #include "ExtNameStr.h"
@@ -13,6 +14,7 @@ HVSimpleContainer::HVSimpleContainer(const std::string& name, std::string path)
         _genericPath = FormTempName("hvcontfile_");
     const ExtNameStr file(_genericPath);
     _absolutePath = file.GetU8();
+    _nativePath = file.GetNative();
     // Last: an unfinished object has no destructor to remove the file.
     if (_isTemp)
         createEmpty(file);
@@ -21,5 +23,5 @@ HVSimpleContainer::HVSimpleContainer(const std::string& name, std::string path)
 HVSimpleContainer::~HVSimpleContainer()
 {
     if (_isTemp)
-        ExtNameStr::remove(ExtNameStr(_genericPath));
+        std::remove(_nativePath.c_str());
 }

@@ -35,5 +35,6 @@ private:
     std::string _name;
     std::string _genericPath;
     std::string _absolutePath;
+    std::string _nativePath; ///< for the destructor, which must not allocate
     bool _isTemp = false;
 };

@@ -103,6 +103,8 @@ PartFile::PartFile() = default;
 PartFile::PartFile(const std::string& destination, mode_t mode)
 {
     sweepOnce(folderOf(destination));
+    // Before there is a file that a failure would leave.
+    auto held = std::make_unique<FileDescriptor>();
     for (int tries = 0; tries < kMostPartNames; ++tries) {
         std::string path = newName(destination);
         FileDescriptor file(
@@ -112,7 +114,8 @@ PartFile::PartFile(const std::string& destination, mode_t mode)
         // If the file system has no locks, nobody can sweep either.
         if (file && (file.lockAlone() || errno != EWOULDBLOCK) && isNamed(file)) {
             _path = std::move(path);
-            _file = std::make_unique<FileDescriptor>(std::move(file));
+            *held = std::move(file);
+            _file = std::move(held);
             return;
         }
     }

@@ -13,7 +13,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr const char* kFunction = "hv_finite";
+constexpr const char* kFiniteFunction = "hv_finite";
 
 void takeFinite(duckdb_function_info info, duckdb_data_chunk input, duckdb_vector output)
 {
@@ -54,7 +54,7 @@ void Overflows::registerFunction(duck::Connection& connection)
                  [](duckdb_scalar_function made) { duckdb_destroy_scalar_function(&made); });
     const duck::LogicalType number(DUCKDB_TYPE_BIGINT);
     const duck::LogicalType real(DUCKDB_TYPE_DOUBLE);
-    duckdb_scalar_function_set_name(function.get(), kFunction);
+    duckdb_scalar_function_set_name(function.get(), kFiniteFunction);
     duckdb_scalar_function_add_parameter(function.get(), number.get());
     duckdb_scalar_function_add_parameter(function.get(), real.get());
     duckdb_scalar_function_set_return_type(function.get(), real.get());
@@ -68,7 +68,7 @@ void Overflows::registerFunction(duck::Connection& connection)
 
 std::string Overflows::call(std::int64_t id, const std::string& value)
 {
-    return std::string(kFunction) + "(" + std::to_string(id) + "::BIGINT, " + value + ")";
+    return std::string(kFiniteFunction) + "(" + std::to_string(id) + "::BIGINT, " + value + ")";
 }
 
 } // namespace EmbeddedHV

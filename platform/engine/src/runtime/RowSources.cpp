@@ -15,7 +15,7 @@
 namespace EmbeddedHV {
 namespace {
 
-constexpr const char* kFunction = "hv_rows";
+constexpr const char* kRowsFunction = "hv_rows";
 
 /// The state of one scan: the number of the source, and the fields that the statement uses.
 struct Scan
@@ -91,7 +91,7 @@ void RowSources::registerFunction(duck::Connection& connection)
                           void (*)(duckdb_table_function)>
         function(duckdb_create_table_function(),
                  [](duckdb_table_function made) { duckdb_destroy_table_function(&made); });
-    duckdb_table_function_set_name(function.get(), kFunction);
+    duckdb_table_function_set_name(function.get(), kRowsFunction);
     duckdb_table_function_add_parameter(function.get(),
                                         duck::LogicalType(DUCKDB_TYPE_BIGINT).get());
     duckdb_table_function_set_extra_info(function.get(), this, nullptr);
@@ -105,7 +105,7 @@ void RowSources::registerFunction(duck::Connection& connection)
 
 std::string RowSources::tableOf(std::int64_t id)
 {
-    return std::string(kFunction) + "(" + std::to_string(id) + "::BIGINT)";
+    return std::string(kRowsFunction) + "(" + std::to_string(id) + "::BIGINT)";
 }
 
 } // namespace EmbeddedHV

@@ -81,7 +81,8 @@ std::optional<double> parseTime(std::string_view text)
     const auto rest = fraction(text.substr(kTimeLength));
     if (!rest)
         return std::nullopt;
-    return static_cast<double>(*whole / base::kMicrosecondsPerSecond) + *rest;
+    const auto seconds = *whole / base::kMicrosecondsPerSecond; // has no fraction
+    return static_cast<double>(seconds) + *rest;
 }
 
 std::optional<double> parseMoment(std::string_view text)

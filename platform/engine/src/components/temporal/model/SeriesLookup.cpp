@@ -55,10 +55,11 @@ Fields nameFields(const ModelArchive& archive, const std::string& component)
     for (const std::string& name : names) {
         const CFField* const field = dataModel.GetField(name);
         if (!field)
-            throw JobError(errors::kModelFile, component +
-                                                   ": the data model of the model lacks the field "
-                                                   "\"" +
-                                                   name + "\"");
+            throw JobError(errors::kModelFile,
+                           std::string(component)
+                               .append(": the data model of the model lacks the field \"")
+                               .append(name)
+                               .append("\""));
         fields.push_back(*field);
     }
     return fields;
