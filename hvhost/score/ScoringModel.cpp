@@ -79,6 +79,7 @@ ScoringModel::targets(const std::vector<std::string>& names) const
     if (names.empty())
         return _outputs;
     std::vector<Variable> targets;
+    targets.reserve(names.size());
     std::vector<std::string> known;
     known.reserve(_outputs.size());
     for (const Variable& output : _outputs)
