@@ -26,10 +26,11 @@ constexpr std::int64_t floorDivided(std::int64_t value, std::int64_t by)
 {
     return value / by - (value % by < 0 ? 1 : 0);
 }
-/// The remainder of floorDivided; never negative.
+/// The remainder of floorDivided; never negative. Does not overflow, also for the least value.
 constexpr std::int64_t floorRest(std::int64_t value, std::int64_t by)
 {
-    return value - floorDivided(value, by) * by;
+    const std::int64_t rest = value % by;
+    return rest < 0 ? rest + by : rest;
 }
 
 /// Rounds seconds to microseconds. A fraction that rounds up to a full second is dropped: carrying

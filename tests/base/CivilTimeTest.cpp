@@ -68,6 +68,7 @@ TEST(CivilTime, DividesDownwards)
     EXPECT_EQ(base::floorDivided(-10, 10), -1);
     EXPECT_EQ(base::floorRest(-1, 10), 9);
     EXPECT_EQ(base::floorRest(-10, 10), 0);
+    EXPECT_EQ(base::floorRest(INT64_MIN, 1000000), 224192); // the quotient times 1000000 overflows
 }
 
 } // namespace
