@@ -19,8 +19,8 @@ private:
 class ACAVarValidSpecs
 {
 public:
-    /// The rule for the variable at `place`, its index in the record; null if there is none. Valid
-    /// until the rule is set again.
+    /// The rule for the variable at `place`, its index in the record; null if no rule was set.
+    /// Valid until the rule is set again.
     const ACAVarValidDesc* GetRecVarDescPtr(int place) const
     {
         const auto found = _descriptions.find(place);

@@ -54,7 +54,7 @@ public:
     /// Clears a pending Java exception and throws it as JNIException.
     void exceptionCheck();
     /// Clears a Java exception and records its text for getErrorMessage. With `rethrow` also throws
-    /// JNIException. A null `exception` means the pending one; if there is none, does nothing.
+    /// JNIException. A null `exception` means the pending one. Does nothing without an exception.
     void handleException(bool rethrow, jthrowable exception = nullptr);
     /// The text of the last recorded exception; empty for none.
     const std::string& getErrorMessage() const { return _errorMessage; }

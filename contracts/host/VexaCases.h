@@ -38,7 +38,7 @@ class HOST_API VEXA_CaseBlock
 {
 public:
     virtual ~VEXA_CaseBlock();
-    /// The number of cases behind the current one that are in memory. If there are none, reads
+    /// The number of cases after the current one that are in memory. If it would be 0, reads
     /// more; 0 means the end. Throws what NextCase throws.
     virtual std::size_t CasesAhead() = 0;
     /// The values of a numeric column in the cases ahead, one for each case. Valid until the next

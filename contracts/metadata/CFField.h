@@ -121,9 +121,9 @@ private:
     std::shared_ptr<const CFField> _baseField;
 };
 
-/// The word of the data model and the engine for a measurement level; null if there is none.
+/// The word of the data model and the engine for a measurement level; null for an unknown level.
 METADATA_API const char* WordOf(CFField::FieldType type);
-/// The word for a storage; null if there is none, as for Unknown.
+/// The word for a storage; null for Unknown and invalid values.
 METADATA_API const char* WordOf(CFField::StorageType storage);
-/// The word for a role; null if there is none.
+/// The word for a role; null for an unknown role.
 METADATA_API const char* WordOf(CFField::RoleType role);

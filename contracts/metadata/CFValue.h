@@ -41,7 +41,7 @@ public:
     /// The datum as the shortest text: CFDatum::ToString(-1).
     std::string GetText() const { return _datum.ToString(-1); }
 
-    /// The index of the first value in the list whose datum compares equal; -1 if there is none.
+    /// The index of the first value in the list whose datum compares equal; -1 if no value does.
     static int GetIndex(const CFDatum& datum, const std::vector<CFValue>& values);
 
     friend bool operator==(const CFValue&, const CFValue&) = default;

@@ -6,7 +6,7 @@
 
 // Parts of a result document that commands compose.
 
-/// A text as it is.
+/// A text that is shown unchanged.
 nlohmann::ordered_json textItem(const std::string& text);
 
 /// A dimension of a table without categories. `role` is "row" or "column".

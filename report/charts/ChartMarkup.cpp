@@ -37,7 +37,7 @@ void writeValues(std::ostream& out, const std::string& name, const PageJson& val
         out << "<pre>" << isolated(values.get_ref<const std::string&>()) << "</pre>\n";
 }
 
-/// Writes every set of values in the specification.
+/// Writes every set of values in the chart's JSON.
 void writeData(std::ostream& out, const PageJson& part, const std::string& name)
 {
     for (const auto& [key, value] : part.items()) {

@@ -26,10 +26,10 @@ struct OutputDocument
     std::vector<std::pair<std::string, std::string>> geoJson; ///< names and texts, in order
 };
 
-/// A chart: its data and specification as JSON.
+/// A chart as JSON in the Vega-Lite language, with its data.
 struct OutputChart : OutputDocument
 {
-    std::string templateJson; ///< the specification, with its data
+    std::string templateJson;
 };
 
 /// An interactive view, with the JSON that a front end shows.
