@@ -21,6 +21,17 @@ public:
             text.erase(gap, 1);
         return text;
     }
+    /// An option takes one word. Commas separate the values of a list; a repeatable option says so
+    /// in its purpose. Words that follow each other are for arguments only.
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        std::string text = CLI::Formatter::make_option_opts(option);
+        const std::string several = " ...";
+        const std::size_t place = text.find(several);
+        if (place != std::string::npos && !option->get_positional())
+            text.replace(place, several.size(), option->get_delimiter() == ',' ? ",..." : "");
+        return text;
+    }
 };
 
 } // namespace
