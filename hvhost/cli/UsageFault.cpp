@@ -103,13 +103,26 @@ bool hasOption(const std::vector<std::string>& words)
     return std::any_of(words.begin(), words.end(), isOption);
 }
 
+/// How to write the list that the surplus words may belong to. Empty if no option with a list is
+/// given.
+std::string listHint(const CLI::App& command)
+{
+    for (const CLI::Option* option : command.get_options())
+        if (option->count() != 0 && option->get_delimiter() == ',')
+            return "commas separate the values of " + option->get_name() + ", without blanks";
+    return {};
+}
+
 /// Words that no command accepts. An unknown option among them explains the words after it.
 CommandFault lostWords(const std::vector<std::string>& words, const CLI::App& command,
                        const std::string& usageHint)
 {
     const auto option = std::find_if(words.begin(), words.end(), isOption);
-    if (option == words.end())
-        return {ExitStatus::Usage, words.front() + ": there is one argument too many", usageHint};
+    if (option == words.end()) {
+        const std::string hint = listHint(command);
+        return {ExitStatus::Usage, words.front() + ": there is one argument too many",
+                hint.empty() ? usageHint : hint};
+    }
     const std::string name = option->substr(0, option->find('='));
     return {ExitStatus::Usage, name + ": no such option",
             name.starts_with("--") ? nearestHint(optionNames(command), name, usageHint)
