@@ -30,18 +30,18 @@
 #include "hvhost/describe/Info.h"
 #include "hvhost/job/Convert.h"
 #include "hvhost/job/RunJob.h"
-#include "hvhost/map/MapCommandLine.h"
+#include "hvhost/map/MapCommand.h"
 #include "hvhost/score/Score.h"
 #include "hvhost/show/Render.h"
-#include "hvhost/tcm/TcmCommandLine.h"
+#include "hvhost/tcm/TcmCommand.h"
 #include "support/Tracing.h"
 
 namespace {
 
 /// The commands that run jobs, in the order of the help.
 constexpr void (*kJobCommands[])(CLI::App&, CommonOptions&) = {
-    addConvertCommand, addAggregateCommand, addDescribeCommand, addInfoCommand,
-    addRenderCommand,  addRunCommand,       addScoreCommand,
+    addConvertCommand, addAggregateCommand, addDescribeCommand, addInfoCommand, addRenderCommand,
+    addRunCommand,     addScoreCommand,     addMapCommand,      addTcmCommand,
 };
 
 /// The options of all commands, and the application that parses them.
@@ -58,8 +58,6 @@ private:
 
     CLI::App _app{"Runs the host's procedures on files, without the host's windows.", "hvhost"};
     CommonOptions _common;
-    MapCommandLine _map;
-    TcmCommandLine _tcm;
     std::string _shell;
     std::vector<std::string> _helpCommand; ///< several words for a subcommand
 };
@@ -80,8 +78,6 @@ CommandLine::CommandLine()
     _app.footer("hvhost help COMMAND shows the help of a command.\n" + std::string(kExitStatuses));
     for (const auto addCommand : kJobCommands)
         addCommand(_app, _common);
-    _map.addTo(_app, _common);
-    _tcm.addTo(_app, _common);
     addDoctorCommand(_app);
     addCompletion();
     _app.add_subcommand("version", "Print the version.")->group(kCommandGroup)->callback([] {

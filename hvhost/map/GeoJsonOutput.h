@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "hvhost/map/MapOptions.h"
+#include "hvhost/map/GeoJsonOptions.h"
 
 class HVSimpleFile;
 class InterruptWatch;

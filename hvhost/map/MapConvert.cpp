@@ -1,50 +1,20 @@
+#include "hvhost/map/MapConvert.h"
+
 #include "geo/HVInteractiveSTEM.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
-#include "hvhost/input/DataFile.h"
-#include "hvhost/input/Dataset.h"
-#include "hvhost/input/KnownDataset.h"
 #include "hvhost/map/GeoJsonOutput.h"
-#include "hvhost/map/MapOptions.h"
 #include "hvhost/map/MapSession.h"
 
 namespace {
 
-/// The name for planar coordinates without a system.
-constexpr const char* kPlane = "CARTESIAN";
-
-// Options that would have no effect are rejected, so that the user does not rely on them.
-
+// An option without effect is rejected, so that the user does not rely on it.
 void refuseSourceWithoutTarget(const GeoJsonOptions& options)
 {
     if (!options.from.empty() && options.to.empty())
         throw CommandFault(ExitStatus::Usage,
                            "--from " + options.from + ": without --to no shape is moved",
                            "--to names the coordinate system of the result");
-}
-
-void refuseTargetOfPlane(const GeoJsonOptions& options, bool isPlane)
-{
-    if (isPlane && !options.to.empty())
-        throw CommandFault(ExitStatus::Usage,
-                           "--to " + options.to + ": coordinates without a system cannot be moved",
-                           "--from names the system that they are in");
-}
-
-/// Without the option, the source defines its system, or has none.
-KnownSystem sourceSystem(MapSession& session, const std::string& text)
-{
-    return text == kPlane ? KnownSystem{kPlane, 0} : session.system("--from", text);
-}
-
-/// The variable of a coordinate, by its name in the host.
-std::string coordinate(const Dataset& dataset, const char* option, const std::string& name)
-{
-    const std::string origin = std::string(option) + " " + name;
-    const int column = dataset.columnOf(name, origin);
-    if (dataset.storageOf(column) == CFField::String)
-        throw CommandFault(ExitStatus::Usage, origin + ": a coordinate is a number, not a text");
-    return dataset.source().GetVariable(column).GetName();
 }
 
 } // namespace
@@ -71,32 +41,5 @@ void mapConvert(const MapConvertOptions& options, const CommonOptions& common)
         },
         map.name(), map.origin());
     output.deliver();
-    session.host().finish();
-}
-
-void mapPoints(const MapPointsOptions& options, const CommonOptions& common)
-{
-    const InterruptWatch watch(common.timeout);
-    const bool isPlane = options.result.from.empty() || options.result.from == kPlane;
-    refuseTargetOfPlane(options.result, isPlane);
-    const InputFile input(options.input, FileOptions::None, watch);
-    const Dataset& dataset = *input.dataset();
-    std::vector<std::string> fields = {coordinate(dataset, "--x", options.x),
-                                       coordinate(dataset, "--y", options.y)};
-    if (!options.z.empty())
-        fields.push_back(coordinate(dataset, "--z", options.z));
-    const GeoJsonOutput output(options.result, watch);
-    MapSession session("points", common, watch);
-    const KnownSystem from = sourceSystem(session, isPlane ? kPlane : options.result.from);
-    const KnownSystem to = session.system("--to", options.result.to);
-    const KnownDataset known(dataset);
-    session.perform(
-        [&](HVInteractiveSTEM& maps) {
-            return maps.getPointGeoJSON(from.name, from.wkid, to.name, to.wkid, known.id(), "",
-                                        fields, output.dataModelPath(), output.geoJsonPath());
-        },
-        options.input.path, input.origin());
-    output.deliver();
-    input.finish();
     session.host().finish();
 }

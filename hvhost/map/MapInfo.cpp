@@ -1,3 +1,5 @@
+#include "hvhost/map/MapInfo.h"
+
 #include <iostream>
 #include <sstream>
 
@@ -10,7 +12,6 @@
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ReadableFile.h"
 #include "hvhost/map/MapFields.h"
-#include "hvhost/map/MapOptions.h"
 #include "hvhost/map/MapPage.h"
 #include "hvhost/map/MapSession.h"
 #include "hvhost/show/OutputShown.h"

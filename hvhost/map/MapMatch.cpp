@@ -1,3 +1,5 @@
+#include "hvhost/map/MapMatch.h"
+
 #include <iostream>
 #include <sstream>
 
@@ -13,7 +15,6 @@
 #include "hvhost/input/KnownDataset.h"
 #include "hvhost/input/NameLookup.h"
 #include "hvhost/map/MapFields.h"
-#include "hvhost/map/MapOptions.h"
 #include "hvhost/map/MapSession.h"
 #include "hvhost/show/ResultTable.h"
 #include "hvhost/show/TextTable.h"

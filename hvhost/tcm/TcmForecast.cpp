@@ -1,3 +1,5 @@
+#include "hvhost/tcm/TcmForecast.h"
+
 #include <algorithm>
 
 #include "VexaCases.h"

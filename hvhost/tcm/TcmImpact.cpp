@@ -1,3 +1,5 @@
+#include "hvhost/tcm/TcmImpact.h"
+
 #include <map>
 #include <optional>
 #include <set>

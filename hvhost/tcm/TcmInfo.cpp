@@ -1,3 +1,5 @@
+#include "hvhost/tcm/TcmInfo.h"
+
 #include <array>
 #include <sstream>
 

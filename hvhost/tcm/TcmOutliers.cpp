@@ -1,3 +1,5 @@
+#include "hvhost/tcm/TcmOutliers.h"
+
 #include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/OutlierTable.h"
 

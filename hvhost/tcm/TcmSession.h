@@ -6,7 +6,6 @@
 #include "hvhost/base/ReadableFile.h"
 #include "hvhost/job/InteractiveSession.h"
 #include "hvhost/tcm/TcmModelFacts.h"
-#include "hvhost/tcm/TcmOptions.h"
 
 class HVInteractiveTSR;
 class InputFile;

@@ -1,3 +1,5 @@
+#include "hvhost/tcm/TcmTrain.h"
+
 #include <algorithm>
 #include <iostream>
 
@@ -8,7 +10,6 @@
 #include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/job/HostSession.h"
-#include "hvhost/tcm/TcmOptions.h"
 #include "hvhost/tcm/TrainingOptions.h"
 #include "runner/HVRunner.h"
 #include "tcm/HVTemporalTraining.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hvhost/tcm/TcmOptions.h"
+#include "hvhost/tcm/TcmTrain.h"
 
 class Dataset;
 class HVTemporalTraining;
