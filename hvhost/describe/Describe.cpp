@@ -97,27 +97,28 @@ std::vector<int> together(std::vector<int> columns, const std::vector<int>& othe
     return columns;
 }
 
-/// The user's request, with the columns of the dataset.
+/// The user's request, with the columns of the dataset. Borrows both.
 class Question
 {
 public:
     Question(const Dataset& dataset, const DescribeOptions& options)
-        : _dataset(dataset), _columns(describedColumns(dataset, options.variables)),
-          _dates(dateColumns(dataset, options.dates)), _mostDistinct(options.mostDistinct)
+        : _dataset(dataset), _options(options),
+          _columns(describedColumns(dataset, options.variables)),
+          _dates(dateColumns(dataset, options.dates))
     {
     }
 
     /// All variables that the request needs.
     std::vector<int> columns() const { return together(_columns, _dates.columns); }
 
-    Description emptyDescription(const std::string& file) const
+    Description emptyDescription() const
     {
         Description description;
-        description.file = file;
+        description.file = _options.input.path;
         if (_dataset.weight() >= 0)
             description.weight = _dataset.nameOf(_dataset.weight());
         description.split = namesOf(_dataset, _dataset.split());
-        description.mostDistinct = _mostDistinct;
+        description.mostDistinct = _options.mostDistinct;
         return description;
     }
 
@@ -126,14 +127,14 @@ public:
     {
         const std::vector<std::string> fields = namesOf(_dataset, _columns);
         if (_dates.columns.empty())
-            return descriptive.BuildMetaData(&fields, model, _mostDistinct, true);
+            return descriptive.BuildMetaData(&fields, model, _options.mostDistinct, true);
         // Both in one job, whose settings must name the weight.
         if (_dataset.weight() >= 0)
             descriptive.SetDESetting("frequencyWeightField", _dataset.nameOf(_dataset.weight()));
         const std::vector<std::string> dates = namesOf(_dataset, _dates.columns);
         std::string text;
         if (!descriptive.UpdateDateModel(&fields, &dates, _dates.areDates, intervals, text,
-                                         _mostDistinct))
+                                         _options.mostDistinct))
             return false;
         model = CFMetaData(text);
         return true;
@@ -141,9 +142,9 @@ public:
 
 private:
     const Dataset& _dataset;
+    const DescribeOptions& _options;
     std::vector<int> _columns;
     DateColumns _dates;
-    int _mostDistinct;
 };
 
 /// Describes the groups one after the other.
@@ -270,7 +271,7 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
             std::cout << composeJob(question, *cases, !isForPrograms(form));
         return;
     }
-    Description description = question.emptyDescription(options.input.path);
+    Description description = question.emptyDescription();
     Describing describing(question, session, input.origin(), watch);
     if (isForPrograms(form))
         showFigures(describing, description, groups, form, result);

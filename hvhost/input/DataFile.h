@@ -28,7 +28,8 @@ enum class FileOptions
 };
 
 /// A file that a command reads. The host opens it as a dataset and serves its cases to the engine.
-/// The engine reads the file itself if the options say so or only the engine can.
+/// The engine reads the file itself if the options say so or only the engine can. Borrows the
+/// watch.
 class InputFile
 {
 public:

@@ -15,7 +15,7 @@ class ProcedureDataSource;
 class TnProcedure;
 
 /// The host for one command: a procedure with a runner, a log and a progress line. Borrows the
-/// watch. A command makes the watch first, so that the user can always stop it.
+/// options and the watch. A command makes the watch first, so that the user can always stop it.
 class HostSession
 {
 public:
@@ -28,7 +28,6 @@ public:
     HostSession& operator=(const HostSession&) = delete;
 
     HVRunner& runner() { return *_runner; }
-    const CommonOptions& options() const { return _options; }
     const InterruptWatch& watch() const { return _watch; }
 
     /// For a command whose jobs use the weight themselves and do not split: sets the dataset's
@@ -59,7 +58,7 @@ private:
     void printMessages(const JobOrigin& origin, const std::string& error);
     void checkTrails() const;
 
-    CommonOptions _options;
+    const CommonOptions& _options;
     const InterruptWatch& _watch;
     std::unique_ptr<TnProcedure> _procedure;
     std::unique_ptr<HVRunner> _runner;

@@ -70,7 +70,7 @@ KnownSystem MapSession::system(const std::string& option, const std::string& tex
 }
 
 MapInput::MapInput(const MapOptions& options, bool needsLayer)
-    : _options(options), _name(EmbeddedHV::shownAddress(options.source)),
+    : _name(EmbeddedHV::shownAddress(options.source)), _layer(options.layer),
       _isService(isAddress(options.source))
 {
     if (_isService) {

@@ -58,12 +58,12 @@ public:
     const std::string& name() const { return _name; }
     /// The location for the engine: an address or an absolute path.
     const std::string& location() const { return _location; }
-    std::optional<int> layer() const { return _options.layer; }
+    std::optional<int> layer() const { return _layer; }
     JobOrigin origin() const;
 
 private:
-    MapOptions _options;
     std::string _name;
     std::string _location;
+    std::optional<int> _layer;
     bool _isService;
 };
