@@ -44,11 +44,11 @@ VEXA_InputCaseIterator* watched(VEXA_InputCaseIterator* made, const InterruptWat
 
 VEXA_InputCaseIterator* WatchedSource::MakeIterator(ErrorMonitor* monitor) const
 {
-    return watched(_source.MakeIterator(monitor), _watch);
+    return watched(source().MakeIterator(monitor), _watch);
 }
 
 VEXA_InputCaseIterator* WatchedSource::MakeProjectedIterator(const std::vector<int>& columns,
                                                              ErrorMonitor* monitor) const
 {
-    return watched(_source.MakeProjectedIterator(columns, monitor), _watch);
+    return watched(source().MakeProjectedIterator(columns, monitor), _watch);
 }

@@ -101,12 +101,6 @@ const VEXA_Variable& CaseFileStore::GetVariable(int column) const
     return *_variables[static_cast<std::size_t>(column)];
 }
 
-int CaseFileStore::GetSplitVarIndex(int position) const
-{
-    return position < 0 || position >= GetNSplitVars() ? -1
-                                                       : _split[static_cast<std::size_t>(position)];
-}
-
 VEXA_InputCaseIterator* CaseFileStore::MakeIterator(ErrorMonitor*) const
 {
     throw ErrorText(_path + ": the cases can be read when the file is closed");
@@ -132,7 +126,7 @@ void CaseFileStore::SetWeightVar(int column)
     if (column >= 0 && GetVariable(column).GetType() > 0)
         throw ErrorText(_path + ": the weight variable \"" +
                         hostToUtf8(GetVariable(column).GetName()) + "\" is a text");
-    _weight = column;
+    _roles.weight = column;
 }
 
 void CaseFileStore::SetSplitVars(const std::vector<int>& columns)
@@ -140,7 +134,7 @@ void CaseFileStore::SetSplitVars(const std::vector<int>& columns)
     needOpenDictionary();
     for (const int column : columns)
         GetVariable(column); // throws if it does not exist
-    _split = columns;
+    _roles.split = columns;
 }
 
 void CaseFileStore::SetDocuments(const std::vector<std::string>& lines)
@@ -208,9 +202,9 @@ std::string CaseFileStore::dictionary(const Storages& storages) const
     dictionary.encoding = _page->name();
     for (std::size_t i = 0; i < _variables.size(); ++i)
         dictionary.variables.push_back(descriptionOf(*_variables[i], storages[i]));
-    if (_weight >= 0)
-        dictionary.weight = dictionary.variables[static_cast<std::size_t>(_weight)].name;
-    for (const int column : _split)
+    if (_roles.weight >= 0)
+        dictionary.weight = dictionary.variables[static_cast<std::size_t>(_roles.weight)].name;
+    for (const int column : _roles.split)
         dictionary.split.push_back(dictionary.variables[static_cast<std::size_t>(column)].name);
     for (const std::string& line : _documents)
         dictionary.documents.push_back(hostToUtf8(line));

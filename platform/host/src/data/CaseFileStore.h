@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "CFField.h"
-
 #include "UserCaseFile.h"
+#include "data/CaseRoles.h"
 #include "data/CaseTable.h"
 #include "text/CodePage.h"
 
@@ -19,9 +19,9 @@ public:
 
     int ColumnCount() const override { return static_cast<int>(_variables.size()); }
     const VEXA_Variable& GetVariable(int column) const override;
-    int GetWeightVarIndex() const override { return _weight; }
-    int GetNSplitVars() const override { return static_cast<int>(_split.size()); }
-    int GetSplitVarIndex(int position) const override;
+    int GetWeightVarIndex() const override { return _roles.weight; }
+    int GetNSplitVars() const override { return _roles.splitCount(); }
+    int GetSplitVarIndex(int position) const override { return _roles.splitAt(position); }
     VEXA_InputCaseIterator* MakeIterator(ErrorMonitor* monitor) const override;
 
     VEXA_Variable* MakeVariable(const VEXA_Variable& variable) override;
@@ -45,8 +45,7 @@ private:
     UserCaseFileSpec _spec;
     std::string _path;
     std::vector<std::unique_ptr<VEXA_Variable>> _variables; ///< callers may hold them
-    int _weight = -1;
-    std::vector<int> _split;
+    CaseRoles _roles;
     std::vector<std::string> _documents;
     std::shared_ptr<CodePage> _page;
     std::string _converted;

@@ -4,6 +4,7 @@
 #include "ErrorText.h"
 #include "Journal.h"
 #include "VexaDataSource.h"
+#include "data/CaseRoles.h"
 #include "data/ProcedureCases.h"
 
 /// The columns as the procedure sees them. They are copies, because a procedure may change their
@@ -17,8 +18,7 @@ struct ProcedureDataSource::Impl
 
     const VEXA_DataSource* dataset = nullptr;
     std::vector<VEXA_Variable> variables;
-    int weightColumn = -1;
-    std::vector<int> splitColumns;
+    CaseRoles roles;
     std::vector<std::string> splitValues;
     bool splitEndCheck = true;
 };
@@ -40,25 +40,23 @@ const VEXA_Variable& ProcedureDataSource::GetVariable(int column) const
 
 int ProcedureDataSource::GetWeightVarIndex() const
 {
-    return _impl->weightColumn;
+    return _impl->roles.weight;
 }
 
 int ProcedureDataSource::GetNSplitVars() const
 {
-    return static_cast<int>(_impl->splitColumns.size());
+    return _impl->roles.splitCount();
 }
 
 int ProcedureDataSource::GetSplitVarIndex(int position) const
 {
-    if (position < 0 || position >= GetNSplitVars())
-        return -1;
-    return _impl->splitColumns[static_cast<std::size_t>(position)];
+    return _impl->roles.splitAt(position);
 }
 
 VEXA_InputCaseIterator* ProcedureDataSource::MakeIterator(ErrorMonitor* monitor) const
 {
     ProcedureCases::Group group;
-    group.columns = _impl->splitColumns;
+    group.columns = _impl->roles.split;
     for (const int column : group.columns)
         group.variables.push_back(GetVariable(column));
     Impl& state = *_impl;
@@ -110,13 +108,13 @@ void ProcedureDataSource::SetDataset(const VEXA_DataSource* dataset)
 {
     _impl->dataset = dataset;
     _impl->variables.clear();
-    _impl->splitColumns.clear();
+    _impl->roles.split.clear();
     _impl->splitValues.clear();
-    _impl->weightColumn = dataset ? dataset->GetWeightVarIndex() : -1;
+    _impl->roles.weight = dataset ? dataset->GetWeightVarIndex() : -1;
     for (int column = 0; dataset && column < dataset->ColumnCount(); ++column)
         _impl->variables.push_back(dataset->GetVariable(column));
     for (int i = 0; dataset && i < dataset->GetNSplitVars(); ++i)
-        _impl->splitColumns.push_back(dataset->GetSplitVarIndex(i));
+        _impl->roles.split.push_back(dataset->GetSplitVarIndex(i));
 }
 
 void ProcedureDataSource::SetColumns(std::vector<std::string> names)
@@ -140,12 +138,12 @@ void ProcedureDataSource::SetColumnTypes(const std::vector<int>& types)
 
 void ProcedureDataSource::SetWeightVarIndex(int column)
 {
-    _impl->weightColumn = column;
+    _impl->roles.weight = column;
 }
 
 void ProcedureDataSource::SetSplitVars(std::vector<int> columns)
 {
-    _impl->splitColumns = std::move(columns);
+    _impl->roles.split = std::move(columns);
 }
 
 void ProcedureDataSource::SetSplitValues(std::vector<std::string> values)

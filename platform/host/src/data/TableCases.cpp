@@ -38,12 +38,6 @@ const VEXA_Variable& TableCases::GetVariable(int column) const
     return _variables[static_cast<std::size_t>(column)];
 }
 
-int TableCases::GetSplitVarIndex(int position) const
-{
-    return position < 0 || position >= GetNSplitVars() ? -1
-                                                       : _split[static_cast<std::size_t>(position)];
-}
-
 VEXA_InputCaseIterator* TableCases::MakeIterator(ErrorMonitor* monitor) const
 {
     std::vector<int> all(_variables.size());

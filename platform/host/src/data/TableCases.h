@@ -5,6 +5,7 @@
 
 #include "VexaDataSource.h"
 #include "data/CaseColumn.h"
+#include "data/CaseRoles.h"
 #include "data/Relation.h"
 #include "datafile/Duck.h"
 
@@ -17,14 +18,14 @@ public:
 
     /// Sets the monitor for readers without their own; borrowed.
     void setMonitor(ErrorMonitor* monitor) { _monitor = monitor; }
-    void setWeight(int column) { _weight = column; }
-    void setSplit(std::vector<int> columns) { _split = std::move(columns); }
+    void setWeight(int column) { _roles.weight = column; }
+    void setSplit(std::vector<int> columns) { _roles.split = std::move(columns); }
 
     int ColumnCount() const override { return static_cast<int>(_variables.size()); }
     const VEXA_Variable& GetVariable(int column) const override;
-    int GetWeightVarIndex() const override { return _weight; }
-    int GetNSplitVars() const override { return static_cast<int>(_split.size()); }
-    int GetSplitVarIndex(int position) const override;
+    int GetWeightVarIndex() const override { return _roles.weight; }
+    int GetNSplitVars() const override { return _roles.splitCount(); }
+    int GetSplitVarIndex(int position) const override { return _roles.splitAt(position); }
     VEXA_InputCaseIterator* MakeIterator(ErrorMonitor* monitor) const override;
     VEXA_InputCaseIterator* MakeProjectedIterator(const std::vector<int>& columns,
                                                   ErrorMonitor* monitor) const override;
@@ -33,8 +34,7 @@ private:
     std::vector<VEXA_Variable> _variables;
     std::shared_ptr<const Relation> _relation;
     ErrorMonitor* _monitor = nullptr;
-    int _weight = -1;
-    std::vector<int> _split;
+    CaseRoles _roles;
 };
 
 /// Iterates over cases from the database, a chunk at a time.

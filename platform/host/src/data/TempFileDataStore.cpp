@@ -70,7 +70,6 @@ sortedCopyOf(const VEXA_DataSource& source, const std::vector<int>& sortKeys, Er
 
 struct TempFileDataStore::Impl
 {
-    const VEXA_DataSource& source;
     std::vector<int> sortKeys;
     // Null until first use. Which one is used depends on the sort keys.
     std::shared_ptr<const CaseCopy> copy;
@@ -78,46 +77,22 @@ struct TempFileDataStore::Impl
 };
 
 TempFileDataStore::TempFileDataStore(const VEXA_DataSource& source, std::vector<int> sortKeys)
-    : _impl(std::make_unique<Impl>(Impl{source, std::move(sortKeys), nullptr, nullptr}))
+    : VEXA_DataView(source),
+      _impl(std::make_unique<Impl>(Impl{std::move(sortKeys), nullptr, nullptr}))
 {
 }
 
 TempFileDataStore::~TempFileDataStore() = default;
 
-int TempFileDataStore::ColumnCount() const
-{
-    return _impl->source.ColumnCount();
-}
-
-const VEXA_Variable& TempFileDataStore::GetVariable(int column) const
-{
-    return _impl->source.GetVariable(column);
-}
-
-int TempFileDataStore::GetWeightVarIndex() const
-{
-    return _impl->source.GetWeightVarIndex();
-}
-
-int TempFileDataStore::GetNSplitVars() const
-{
-    return _impl->source.GetNSplitVars();
-}
-
-int TempFileDataStore::GetSplitVarIndex(int position) const
-{
-    return _impl->source.GetSplitVarIndex(position);
-}
-
 VEXA_InputCaseIterator* TempFileDataStore::MakeIterator(ErrorMonitor* monitor) const
 {
     if (_impl->sortKeys.empty()) {
         if (!_impl->copy)
-            _impl->copy = copyOf(_impl->source, monitor);
+            _impl->copy = copyOf(source(), monitor);
         return std::make_unique<CopiedCases>(_impl->copy).release();
     }
     if (!_impl->relation)
-        _impl->relation = sortedCopyOf(_impl->source, _impl->sortKeys, monitor);
+        _impl->relation = sortedCopyOf(source(), _impl->sortKeys, monitor);
     std::vector<int> columns;
     std::vector<CaseColumn> buffers;
     for (int column = 0; column < ColumnCount(); ++column) {

@@ -152,7 +152,6 @@ private:
 
 struct UTF8DataSource::Impl
 {
-    const VEXA_DataSource& source;
     std::shared_ptr<CodePage> page;
     ErrorMonitor* monitor;
     std::vector<VEXA_Variable> variables;
@@ -160,7 +159,8 @@ struct UTF8DataSource::Impl
 
 UTF8DataSource::UTF8DataSource(const VEXA_DataSource& source, const std::string& codePage,
                                ErrorMonitor* monitor)
-    : _impl(std::make_unique<Impl>(Impl{source, CodePage::open(codePage), monitor, {}}))
+    : VEXA_DataView(source),
+      _impl(std::make_unique<Impl>(Impl{CodePage::open(codePage), monitor, {}}))
 {
     if (!_impl->page)
         throw ErrorText("the code page " + codePage + " is not known");
@@ -171,37 +171,17 @@ UTF8DataSource::UTF8DataSource(const VEXA_DataSource& source, const std::string&
 
 UTF8DataSource::~UTF8DataSource() = default;
 
-int UTF8DataSource::ColumnCount() const
-{
-    return static_cast<int>(_impl->variables.size());
-}
-
 const VEXA_Variable& UTF8DataSource::GetVariable(int column) const
 {
-    if (column < 0 || column >= ColumnCount())
-        return _impl->source.GetVariable(column); // throws ErrorText
+    if (column < 0 || static_cast<std::size_t>(column) >= _impl->variables.size())
+        return source().GetVariable(column); // throws ErrorText
     return _impl->variables[static_cast<std::size_t>(column)];
-}
-
-int UTF8DataSource::GetWeightVarIndex() const
-{
-    return _impl->source.GetWeightVarIndex();
-}
-
-int UTF8DataSource::GetNSplitVars() const
-{
-    return _impl->source.GetNSplitVars();
-}
-
-int UTF8DataSource::GetSplitVarIndex(int position) const
-{
-    return _impl->source.GetSplitVarIndex(position);
 }
 
 VEXA_InputCaseIterator* UTF8DataSource::MakeIterator(ErrorMonitor* monitor) const
 {
     ErrorMonitor* listener = monitor ? monitor : _impl->monitor;
-    std::unique_ptr<VEXA_InputCaseIterator> cases(_impl->source.MakeIterator(listener));
+    std::unique_ptr<VEXA_InputCaseIterator> cases(source().MakeIterator(listener));
     return std::make_unique<Utf8Cases>(std::move(cases), _impl->variables, _impl->page, listener)
         .release();
 }

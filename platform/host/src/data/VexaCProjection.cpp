@@ -3,7 +3,7 @@
 #include "VexaDataViews.h"
 
 VEXA_CProjection::VEXA_CProjection(const VEXA_DataSource& source, std::vector<int> columns)
-    : _source(source), _columns(std::move(columns))
+    : VEXA_DataView(source), _columns(std::move(columns))
 {
     for (const int column : _columns)
         source.GetVariable(column); // throws if it does not exist
@@ -12,7 +12,7 @@ VEXA_CProjection::VEXA_CProjection(const VEXA_DataSource& source, std::vector<in
 const VEXA_Variable& VEXA_CProjection::GetVariable(int column) const
 {
     const bool known = column >= 0 && column < ColumnCount();
-    return _source.GetVariable(known ? _columns[static_cast<std::size_t>(column)] : -1);
+    return source().GetVariable(known ? _columns[static_cast<std::size_t>(column)] : -1);
 }
 
 int VEXA_CProjection::placeOf(int sourceColumn) const
@@ -23,22 +23,22 @@ int VEXA_CProjection::placeOf(int sourceColumn) const
 
 int VEXA_CProjection::GetWeightVarIndex() const
 {
-    const int weight = _source.GetWeightVarIndex();
+    const int weight = source().GetWeightVarIndex();
     return weight < 0 ? -1 : placeOf(weight);
 }
 
 int VEXA_CProjection::GetNSplitVars() const
 {
     int count = 0;
-    for (int i = 0; i < _source.GetNSplitVars(); ++i)
-        count += placeOf(_source.GetSplitVarIndex(i)) >= 0 ? 1 : 0;
+    for (int i = 0; i < source().GetNSplitVars(); ++i)
+        count += placeOf(source().GetSplitVarIndex(i)) >= 0 ? 1 : 0;
     return count;
 }
 
 int VEXA_CProjection::GetSplitVarIndex(int position) const
 {
-    for (int i = 0; i < _source.GetNSplitVars() && position >= 0; ++i) {
-        const int place = placeOf(_source.GetSplitVarIndex(i));
+    for (int i = 0; i < source().GetNSplitVars() && position >= 0; ++i) {
+        const int place = placeOf(source().GetSplitVarIndex(i));
         if (place >= 0 && position-- == 0)
             return place;
     }
@@ -47,7 +47,7 @@ int VEXA_CProjection::GetSplitVarIndex(int position) const
 
 VEXA_InputCaseIterator* VEXA_CProjection::MakeIterator(ErrorMonitor* monitor) const
 {
-    return _source.MakeProjectedIterator(_columns, monitor);
+    return source().MakeProjectedIterator(_columns, monitor);
 }
 
 VEXA_InputCaseIterator* VEXA_CProjection::MakeProjectedIterator(const std::vector<int>& columns,
@@ -58,5 +58,5 @@ VEXA_InputCaseIterator* VEXA_CProjection::MakeProjectedIterator(const std::vecto
         GetVariable(column);
         chosen.push_back(_columns[static_cast<std::size_t>(column)]);
     }
-    return _source.MakeProjectedIterator(chosen, monitor);
+    return source().MakeProjectedIterator(chosen, monitor);
 }
