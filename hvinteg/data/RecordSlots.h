@@ -31,7 +31,7 @@ struct RecordRules
     bool excludeUserMissing = true;
     int incrementTarget = -1;
     int incrementSource = -1;
-    double incrementValue = 0;
+    double incrementValue = kSystemMissing;
     bool trimsTabs = false;
 
     /// Determines which fields are plain. Call it after each change of the fields, the weight or
