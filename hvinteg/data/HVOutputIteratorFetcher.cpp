@@ -4,6 +4,7 @@
 
 #include "bridge/JNIHvlProgram.h"
 #include "bridge/JNIObjectManager.h"
+#include "hvl/ComposedJob.h"
 #include "hvl/HVLFilterFields.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
@@ -49,10 +50,7 @@ std::string HVOutputIteratorFetcher::jobText(const std::string& dataPath,
         write.AddPredFunction(&read);
     else
         write.AddPredFunction(&filter);
-    std::string text;
-    write.GenerateHVL();
-    program.getHvlText(text);
-    return text;
+    return composedJob(program, write);
 }
 
 EmbeddedHV::RowDataIterator* HVOutputIteratorFetcher::Fetch(const std::string& dataPath,

@@ -7,6 +7,7 @@
 #include "dialog/RequestScope.h"
 #include "geo/CoordinateSystem.h"
 #include "geo/MapSource.h"
+#include "hvl/ComposedJob.h"
 #include "hvl/HVLDataModelBuilder.h"
 #include "hvl/HVLRead.h"
 #include "runner/HVRunner.h"
@@ -57,10 +58,7 @@ std::string describeJob(const MapSource& source, const HVStatContainer& containe
     builder.SetOutputContainer(container);
     builder.SetNormalizeDataModel(true);
     builder.AddPredFunction(&read);
-    builder.GenerateHVL();
-    std::string text;
-    program.getHvlText(text);
-    return text;
+    return composedJob(program, builder);
 }
 
 } // namespace

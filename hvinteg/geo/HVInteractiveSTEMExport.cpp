@@ -4,6 +4,7 @@
 #include "geo/HVInteractiveSTEM.h"
 #include "geo/MapExport.h"
 #include "geo/MapSource.h"
+#include "hvl/ComposedJob.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLReprojection.h"
 #include "runner/HVRunner.h"
@@ -34,10 +35,7 @@ std::string exportJob(const MapSource& source, const CoordinateSystem& from,
         write.AddPredFunction(&read);
     else
         write.AddPredFunction(&reprojection);
-    write.GenerateHVL();
-    std::string text;
-    program.getHvlText(text);
-    return text;
+    return composedJob(program, write);
 }
 
 } // namespace

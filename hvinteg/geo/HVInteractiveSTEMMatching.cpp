@@ -6,6 +6,7 @@
 #include "geo/KeyReader.h"
 #include "geo/MapSource.h"
 #include "geo/MatchJob.h"
+#include "hvl/ComposedJob.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
 #include "runner/ExecutionScope.h"
@@ -123,9 +124,7 @@ bool HVInteractiveSTEM::copyMap(const MapSource& source, const char* tag, const 
     write.WriteHVBF(data.GetFileName());
     write.SetDataModel(model.GetFileName());
     write.AddPredFunction(&read);
-    write.GenerateHVL();
-    std::string job;
-    program.getHvlText(job);
+    const std::string job = composedJob(program, write);
     traceHVLFile(job, "HvlJobText", tag);
     const bool isCopied = runner().prepareHVLJob(job) && tryRunHV(runner());
     cleanExecution();

@@ -8,6 +8,7 @@
 #include "bridge/JNIHvlExpression.h"
 #include "bridge/JNIHvlProgram.h"
 #include "data/HVRawDataIterator.h"
+#include "hvl/ComposedJob.h"
 #include "hvl/HVLAggregate.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLJoin.h"
@@ -68,10 +69,7 @@ std::string MatchJob::text(const HVSimpleFile& data, const HVSimpleFile& model)
     write.WriteCSV(data.GetFileName());
     write.SetDataModel(model.GetFileName());
     write.AddPredFunction(&_join);
-    write.GenerateHVL();
-    std::string text;
-    _program.getHvlText(text);
-    return text;
+    return composedJob(_program, write);
 }
 
 void MatchJob::readMap()

@@ -8,6 +8,7 @@
 #include "data/HVRawDataIterator.h"
 #include "geo/CoordinateSystem.h"
 #include "geo/MapExport.h"
+#include "hvl/ComposedJob.h"
 #include "hvl/HVLAggregate.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLRead.h"
@@ -76,10 +77,7 @@ std::string envelopeJob(HVRawDataIterator& iterator, const std::string& xField,
     write.SetDataModel(model.GetFileName());
     write.WriteCSV(data.GetFileName());
     write.AddPredFunction(&aggregate);
-    write.GenerateHVL();
-    std::string text;
-    program.getHvlText(text);
-    return text;
+    return composedJob(program, write);
 }
 
 namespace {
@@ -135,8 +133,5 @@ std::string pointJob(HVRawDataIterator& iterator, const std::vector<std::string>
     } else {
         write.AddPredFunction(&update);
     }
-    write.GenerateHVL();
-    std::string text;
-    program.getHvlText(text);
-    return text;
+    return composedJob(program, write);
 }

@@ -3,11 +3,9 @@
 #include <duckdb.h>
 
 #include <cmath>
-#include <memory>
-#include <type_traits>
 
-#include "datafile/Duck.h"
 #include "datafile/DuckFunctions.h"
+#include "runtime/NumberedFunction.h"
 #include "runtime/ThreadBorder.h"
 
 namespace EmbeddedHV {
@@ -48,22 +46,7 @@ void takeFinite(duckdb_function_info info, duckdb_data_chunk input, duckdb_vecto
 
 void Overflows::registerFunction(duck::Connection& connection)
 {
-    const std::unique_ptr<std::remove_pointer_t<duckdb_scalar_function>,
-                          void (*)(duckdb_scalar_function)>
-        function(duckdb_create_scalar_function(),
-                 [](duckdb_scalar_function made) { duckdb_destroy_scalar_function(&made); });
-    const duck::LogicalType number(DUCKDB_TYPE_BIGINT);
-    const duck::LogicalType real(DUCKDB_TYPE_DOUBLE);
-    duckdb_scalar_function_set_name(function.get(), kFiniteFunction);
-    duckdb_scalar_function_add_parameter(function.get(), number.get());
-    duckdb_scalar_function_add_parameter(function.get(), real.get());
-    duckdb_scalar_function_set_return_type(function.get(), real.get());
-    duckdb_scalar_function_set_extra_info(function.get(), this, nullptr);
-    // The database must not evaluate it twice for a row, or while a statement is only prepared.
-    duckdb_scalar_function_set_volatile(function.get());
-    duckdb_scalar_function_set_function(function.get(), takeFinite);
-    if (duckdb_register_scalar_function(connection.handle(), function.get()) != DuckDBSuccess)
-        throw duck::QueryError("the database does not accept a function");
+    registerNumberedFunction(connection, {kFiniteFunction, DUCKDB_TYPE_DOUBLE, takeFinite, this});
 }
 
 std::string Overflows::call(std::int64_t id, const std::string& value)

@@ -2,10 +2,8 @@
 
 #include <duckdb.h>
 
-#include <memory>
-
-#include "datafile/Duck.h"
 #include "datafile/DuckFunctions.h"
+#include "runtime/NumberedFunction.h"
 #include "runtime/ThreadBorder.h"
 
 namespace EmbeddedHV {
@@ -64,22 +62,7 @@ void callFunction(duckdb_function_info info, duckdb_data_chunk input, duckdb_vec
 
 void TextFunctions::registerFunction(duck::Connection& connection)
 {
-    const std::unique_ptr<std::remove_pointer_t<duckdb_scalar_function>,
-                          void (*)(duckdb_scalar_function)>
-        function(duckdb_create_scalar_function(),
-                 [](duckdb_scalar_function made) { duckdb_destroy_scalar_function(&made); });
-    const duck::LogicalType number(DUCKDB_TYPE_BIGINT);
-    const duck::LogicalType text(DUCKDB_TYPE_VARCHAR);
-    duckdb_scalar_function_set_name(function.get(), kTextFunction);
-    duckdb_scalar_function_add_parameter(function.get(), number.get());
-    duckdb_scalar_function_add_parameter(function.get(), text.get());
-    duckdb_scalar_function_set_return_type(function.get(), text.get());
-    duckdb_scalar_function_set_extra_info(function.get(), this, nullptr);
-    // The id is invalid while a statement is only prepared.
-    duckdb_scalar_function_set_volatile(function.get());
-    duckdb_scalar_function_set_function(function.get(), callFunction);
-    if (duckdb_register_scalar_function(connection.handle(), function.get()) != DuckDBSuccess)
-        throw duck::QueryError("the database does not accept a function");
+    registerNumberedFunction(connection, {kTextFunction, DUCKDB_TYPE_VARCHAR, callFunction, this});
 }
 
 std::string TextFunctions::call(std::int64_t id, const std::string& column)

@@ -17,6 +17,18 @@ double total(const Lanes& lanes)
     return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
 }
 
+/// Calls add(term, lane) for each term. The terms of a remainder go to the first lane.
+template <typename Add>
+void inLanes(std::size_t count, const Add& add)
+{
+    std::size_t i = 0;
+    for (; i + kLanes <= count; i += kLanes)
+        for (std::size_t lane = 0; lane < kLanes; ++lane)
+            add(i + lane, lane);
+    for (; i < count; ++i)
+        add(i, 0);
+}
+
 /// Compensated addition: the rounding error of the addition goes to the rest.
 void addTo(double& number, double& rest, double more)
 {
@@ -51,12 +63,7 @@ std::array<double, 2> deviate(const double* values, const double* weights, std::
         weight[lane] += w;
         first[lane] += w * deviations[i];
     };
-    std::size_t i = 0;
-    for (; i + kLanes <= count; i += kLanes)
-        for (std::size_t lane = 0; lane < kLanes; ++lane)
-            add(i + lane, lane);
-    for (; i < count; ++i)
-        add(i, 0);
+    inLanes(count, add);
     return {total(weight), total(first)};
 }
 
@@ -75,12 +82,7 @@ std::array<double, 4> powers(const double* deviations, const double* weights, st
         sums[2][lane] += first * square;
         sums[3][lane] += first * deviation * square;
     };
-    std::size_t i = 0;
-    for (; i + kLanes <= count; i += kLanes)
-        for (std::size_t lane = 0; lane < kLanes; ++lane)
-            add(i + lane, lane);
-    for (; i < count; ++i)
-        add(i, 0);
+    inLanes(count, add);
     return {total(sums[0]), total(sums[1]), total(sums[2]), total(sums[3])};
 }
 
