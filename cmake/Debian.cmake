@@ -35,6 +35,16 @@ debian_package(hvinteg libs DEPENDS "default-jre-headless (>= 2:1.17) | java17-r
   DETAILS "The libraries hvinteg, its host, its engine and its scoring library, with the engine's components.")
 set(CPACK_DEBIAN_HVINTEG_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_HVINTEG_PACKAGE_GENERATE_SHLIBS ON)
+# The scripts of the package make and remove the archive of Java classes.
+set(components_folder ${CPACK_PACKAGING_INSTALL_PREFIX}/${HVINTEG_HOME_SUBDIR}/hv/af/components)
+if(IS_ABSOLUTE "${HVINTEG_HOME_SUBDIR}")
+  set(components_folder ${HVINTEG_HOME_SUBDIR}/hv/af/components)
+endif()
+foreach(script postinst prerm)
+  configure_file(packaging/debian/${script}.in ${PROJECT_BINARY_DIR}/debian/${script} @ONLY)
+endforeach()
+set(CPACK_DEBIAN_HVINTEG_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/postinst
+  ${PROJECT_BINARY_DIR}/debian/prerm ${CMAKE_CURRENT_SOURCE_DIR}/packaging/debian/triggers)
 debian_package(libhvinteg-dev libdevel DEPENDS "hvinteg ${same_version}, default-jdk-headless"
   SUMMARY "headers to build a program against hvinteg"
   DETAILS "With find_package(hvinteg) and pkg-config.")

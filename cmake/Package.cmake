@@ -16,7 +16,8 @@ foreach(folder contracts/metadata contracts/host contracts/engine contracts/scor
 endforeach()
 # ErrorIds.h of the engine includes it.
 install(FILES ${PROJECT_SOURCE_DIR}/platform/datafile/FaultIds.h
-  DESTINATION ${package_include_dir}/datafile)
+  DESTINATION ${package_include_dir}/datafile COMPONENT libhvinteg-dev)
+set_property(GLOBAL APPEND PROPERTY HVINTEG_INSTALLED_HEADERS ${PROJECT_SOURCE_DIR}/platform/datafile/FaultIds.h)
 set(report_headers ReportExport.h page/OutputPage.h
   text/OutputText.h text/TerminalText.h text/TextGrid.h)
 foreach(header ${report_headers})

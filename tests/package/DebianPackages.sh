@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the Debian packages, unpacks them into a scratch root, follows docs/writing-a-procedure.md to the
-# letter against it, and runs hvhost from it.
+# Makes the Debian packages, installs them with dpkg into a scratch root, follows
+# docs/writing-a-procedure.md to the letter against it, runs hvhost from it, and removes the packages.
 set -euo pipefail
 source_dir=$1
 build_dir=$2
@@ -11,11 +11,20 @@ fail() { echo "$1"; exit 1; }
 (cd "$work" && "${CPACK:-cpack}" -G DEB --config "$build_dir/CPackConfig.cmake" \
   -D CPACK_DEBIAN_COMPRESSION_TYPE=none -B "$work/packages" >log 2>&1) || { cat "$work/log"; exit 1; }
 
+# A scratch root with the dpkg status of this machine, so that dependencies count as installed here only
+# if they are. The packages' scripts run without chroot.
+root=$work/root
+mkdir -p "$root/var/lib/dpkg/info" "$root/var/lib/dpkg/updates"
+cp /var/lib/dpkg/status "$root/var/lib/dpkg/status"
+dpkg=(dpkg --root="$root" --log="$work/dpkg.log" --force-not-root --force-script-chrootless --path-include='/usr/*')
+[ "$(id -u)" = 0 ] || dpkg=(fakeroot "${dpkg[@]}")
+run_dpkg() { "${dpkg[@]}" "$@" >"$work/log" 2>&1 || { grep -v 'files list file' "$work/log"; exit 1; }; }
+run_dpkg -i "$work"/packages/*.deb
+
 # What each package needs of others, and one file that must be in it.
 while read -r package file needed; do
   archive=$(echo "$work/packages/${package}"_*.deb)
   dpkg-deb -f "$archive" Depends | grep -E "(^|, )$needed" >/dev/null || fail "$package does not depend on $needed"
-  dpkg-deb -x "$archive" "$work/root"
   dpkg-deb -c "$archive" >"$work/files"
   grep -q "/$file\$" "$work/files" || fail "$package has no $file"
   [ -s "$work/root/usr/share/doc/$package/copyright" ] || fail "$package has no copyright"
@@ -24,6 +33,7 @@ hvinteg hvinteg/libduckdb.so libgdal
 hvinteg share/doc/hvinteg/THIRD-PARTY-LICENSES.txt libc6
 hvinteg share/doc/hvinteg/LICENSE default-jre-headless
 libhvinteg-dev include/hvinteg/runner/HVRunner.h hvinteg \(=
+libhvinteg-dev include/hvinteg/datafile/FaultIds.h default-jdk
 hvhost share/man/man1/hvhost-map-convert.1.gz hvinteg \(=
 hvhost share/zsh/vendor-completions/_hvhost libc6
 hvhost share/fish/vendor_completions.d/hvhost.fish libstdc
@@ -46,4 +56,17 @@ zcat "$PREFIX/share/man/man1/hvhost-aggregate.1.gz" | grep -- 'aggregate the rec
   fail "the man page is wrong"
 bash -c ". '$PREFIX/share/bash-completion/completions/hvhost'; complete -p hvhost" | grep -q _hvhost ||
   fail "the completion is wrong"
+
+# The archive of Java classes is made by the installation, and again when files of Java change.
+archive=$(find "$root/usr" -name hvengine.jsa)
+[ -s "$archive" ] || fail "the installation made no class archive"
+"$PREFIX/bin/hvhost" doctor >"$work/doctor"
+grep -q "^class archive .*/hvengine.jsa$" "$work/doctor" || fail "hvhost does not find the class archive"
+rm -f "$archive"
+dpkg-trigger --admindir="$root/var/lib/dpkg" --by-package=libc6 /usr/lib/jvm
+run_dpkg --triggers-only hvinteg
+[ -s "$archive" ] || fail "a change of Java makes no new class archive"
+run_dpkg --remove hvhost libhvinteg-dev hvinteg
+left=$(find "$root" -path "$root/usr/*" -type f)
+[ -z "$left" ] || fail "the removal leaves files: $left"
 echo "the Debian packages work"
