@@ -15,8 +15,8 @@ public:
     /// The name by which the job text refers to the file, UTF-8.
     virtual std::string getName() const = 0;
     /// The whole path, UTF-8, in the host's spelling.
-    /// The caller deletes the object. The engine never does.
     virtual std::string getAbsolutePath() const = 0;
+    /// The caller deletes the object. The engine never does.
     virtual ~Container() = default;
 };
 

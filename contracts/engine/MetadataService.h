@@ -43,7 +43,8 @@ public:
     /// objects, each of which maps the name of a transformation to "forward" or "inverse".
     virtual void getRecommendPCSs(JNIEnv* env, const std::string& input, int count,
                                   std::vector<std::string>& result) = 0;
-    /// The same with a `count` of 10.
+    /// Recommends at most 10 projected coordinate systems for each area. `input` and `result` are
+    /// those of the overload with `count`.
     virtual void getRecommendPCSs(JNIEnv* env, const std::string& input,
                                   std::vector<std::string>& result) = 0;
     /// Returns a coordinate system by its name, as a JSON object: `wkid`, `name`, `wkt`,

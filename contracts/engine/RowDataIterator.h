@@ -23,9 +23,9 @@ public:
     /// Status codes of nextRecord and getRecordValue.
     enum Status : unsigned int
     {
-        RecordAvailable = 0,
-        EndOfData = 1,
-        Cancelled = 3
+        RecordAvailable = 0, ///< there is a current record
+        EndOfData = 1,       ///< there are no more records
+        Cancelled = 3        ///< the iterator was stopped; it gives no more records
     };
 
     /// The name by which the job text refers to the rows, UTF-8.

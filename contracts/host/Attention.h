@@ -28,6 +28,7 @@ struct HOST_API AttentionJump
 class HOST_API AttentionExit
 {
 public:
+    /// Lets ATNJMP throw on the calling thread. Objects on one thread may be nested.
     AttentionExit();
     ~AttentionExit();
     AttentionExit(const AttentionExit&) = delete;

@@ -3,6 +3,6 @@
 /// Codes for values of a categorical variable.
 enum CatVarEncValue : int
 {
-    kCatVarMissing = -1,
-    kCatVarMinimum = 0
+    kCatVarMissing = -1, ///< the value is missing
+    kCatVarMinimum = 0   ///< the first category
 };

@@ -43,9 +43,11 @@ public:
     static int rename(const ExtNameStr& from, const ExtNameStr& to);
     /// Opens a stream for the file. On failure, or if the stream is already open, sets its failbit.
     static void Open(std::fstream& stream, const ExtNameStr& name, std::ios::openmode mode);
-    /// Does the same for an input stream.
+    /// Opens an input stream for the file. On failure, or if the stream is already open, sets its
+    /// failbit.
     static void Open(std::ifstream& stream, const ExtNameStr& name, std::ios::openmode mode);
-    /// Does the same for an output stream.
+    /// Opens an output stream for the file. On failure, or if the stream is already open, sets its
+    /// failbit.
     static void Open(std::ofstream& stream, const ExtNameStr& name, std::ios::openmode mode);
 
 private:

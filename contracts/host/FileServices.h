@@ -32,16 +32,16 @@ HOST_API int ValidateDirSpecification(const std::string& name, std::string& expa
                                       bool& readOnly);
 /// Tests a name. `exists` is also true for a directory. Returns non-zero only for an invalid name.
 HOST_API int ValidateFileSpecification(const std::string& name, bool& exists);
-/// Does the same with all properties.
+/// Tests a name and fills in all properties of `state`. Returns non-zero only for an invalid name.
 HOST_API int ValidateFileSpecificationEx(const std::string& name, FileState& state);
 
 /// What a name refers to.
 enum class FileKind
 {
-    None,
-    File,
-    Directory,
-    Special ///< a device, pipe or socket: opening it may block or have effects
+    None,      ///< no file has this name
+    File,      ///< a regular file
+    Directory, ///< a directory
+    Special    ///< a device, pipe or socket: opening it may block or have effects
 };
 /// The kind of the file with this UTF-16 name. Follows links.
 HOST_API FileKind FileAttributesOf(const std::u16string& name);

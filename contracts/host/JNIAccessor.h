@@ -20,7 +20,7 @@ public:
     explicit JNIAccessor(JNIEnv* env);
     /// Shares the object; keeps its own reference to the class.
     JNIAccessor(const JNIAccessor& other);
-    /// Does the same.
+    /// Shares the object of `other` instead; keeps its own reference to the class.
     JNIAccessor& operator=(const JNIAccessor& other);
     virtual ~JNIAccessor();
 
@@ -40,7 +40,8 @@ public:
     /// Looks up a method of the kept class and keeps its id. Returns null with an exception pending
     /// if there is no such method.
     jmethodID setMethod(const char* name, const char* signature);
-    /// Does the same for a static method.
+    /// Looks up a static method of the kept class and keeps its id. Returns null with an exception
+    /// pending if there is no such method.
     jmethodID setStaticMethod(const char* name, const char* signature);
     /// The kept class, or null.
     jclass getClass() const { return _class; }

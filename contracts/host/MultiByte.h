@@ -26,7 +26,8 @@ HOST_API void VEXAMBConverterDelete_A(void* converter);
 /// Converts a text to UTF-8; a null converter means the host's code page. Returns non-zero if
 /// something could not be converted; it becomes U+FFFD. A null text gives an empty result.
 HOST_API int VEXAMBGenericToU8(const char* text, std::string& result, void* converter);
-/// Converts from UTF-8 by the same rules; the substitute is "?".
+/// Converts a text from UTF-8; a null converter means the host's code page. Returns non-zero if
+/// something could not be converted; it becomes "?". A null text gives an empty result.
 HOST_API int VEXAMBU8ToGeneric(const char* text, std::string& result, void* converter);
 
 /// Compares at most `length` bytes of two texts in the host's code page and ignores letter case.

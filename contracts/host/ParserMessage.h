@@ -15,7 +15,7 @@ public:
 
     /// Warns that the weight is ignored: a note in the journal and a warning line in the output.
     void DisableWeight();
-    /// Warns in the same way that the split is ignored.
+    /// Warns that the split is ignored: a note in the journal and a warning line in the output.
     void DisableSplit();
     /// The text for a key in the host's language and encoding; the key itself if there is no text.
     /// The texts are in `strings/<language>.json` of the installation, a JSON object of keys and

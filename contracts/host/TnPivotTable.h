@@ -130,9 +130,9 @@ public:
     /// The place of a dimension in the table.
     enum Place : int
     {
-        Row = 0,
-        Column = 1,
-        Layer = 2
+        Row = 0,    ///< beside the rows
+        Column = 1, ///< above the columns
+        Layer = 2   ///< one category is shown at a time
     };
     ~TnDimension() override;
     /// Sets place and labels. `position` counts from 1 among the dimensions of the same place, the

@@ -13,7 +13,7 @@ public:
     explicit TnUTF8String(std::string text, bool stringTableKey = false);
     /// A text with a key, which identifies it for programs that read the output, and a help topic.
     TnUTF8String(std::string key, std::string text, std::string helpId = {});
-    /// Does the same without a help topic.
+    /// A text with a key and without a help topic. `text` ends in a zero byte and is not null.
     TnUTF8String(std::string key, const char* text);
     TnContent content() const override;
     std::unique_ptr<TnCellText> clone() const override;

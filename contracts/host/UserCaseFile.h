@@ -17,9 +17,9 @@ HOST_API void PreloadCaseFiles();
 enum class CaseFileKind
 {
     ByName, ///< by extension: .csv; .sav; .hvbf and .parquet
-    Csv,
-    Sav,
-    Parquet
+    Csv,    ///< a text file; see CsvForm
+    Sav,    ///< the host's data file, with a dictionary; may be encrypted
+    Parquet ///< a column file of other programs, or an HVBF file
 };
 
 /// The field separator of a CSV file, and whether numbers are written as 1.234,5.

@@ -33,8 +33,10 @@ public:
     /// it. `monitor` is told about problems with single values; null means the source's own
     /// monitor, if it has one. Throws ErrorText.
     virtual VEXA_InputCaseIterator* MakeIterator(ErrorMonitor* monitor) const = 0;
-    /// Does the same for some columns, which are numbered by their index in the list. Sources that
-    /// can read a part of their columns override it.
+    /// Creates an iterator over some columns. The iterator numbers them by their index in
+    /// `columns`. Ownership and monitor are those of MakeIterator. Throws ErrorText, also for a
+    /// column that does not exist. The default reads all columns. Sources that can read a part of
+    /// their columns override it.
     virtual VEXA_InputCaseIterator* MakeProjectedIterator(const std::vector<int>& columns,
                                                           ErrorMonitor* monitor) const;
 };

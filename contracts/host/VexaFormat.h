@@ -20,29 +20,29 @@ inline bool operator==(const VEXA_Format& left, const VEXA_Format& right)
 /// seconds; dates and timestamps count from the host's first day, 1582-10-14.
 enum VEXA_FormatType : std::uint8_t
 {
-    kFormatString = 1,
-    kFormatHexString = 2,
-    kFormatComma = 3,
-    kFormatDollar = 4,
-    kFormatNumber = 5,
-    kFormatDate = 20, ///< day first
-    kFormatTime = 21,
-    kFormatDateTime = 22,
-    kFormatDateMonthFirst = 23,
-    kFormatDateDayOfYear = 24,
-    kFormatTimeWithDays = 25,
-    kFormatWeekday = 26,
-    kFormatMonth = 27,
-    kFormatMonthAndYear = 28,
-    kFormatQuarterAndYear = 29,
-    kFormatWeekAndYear = 30,
-    kFormatPercent = 31,
-    kFormatDot = 32,
-    kFormatDateWithDots = 38,
-    kFormatDateYearFirst = 39,
-    kFormatGeneral = 40,
-    kFormatTimeMinutesFirst = 85,
-    kFormatDateTimeYearFirst = 86
+    kFormatString = 1,            ///< a text
+    kFormatHexString = 2,         ///< the bytes of a text as hexadecimal digits
+    kFormatComma = 3,             ///< 1,234.56
+    kFormatDollar = 4,            ///< $1,234.56
+    kFormatNumber = 5,            ///< 1234.56, with the decimal sign of the host's locale
+    kFormatDate = 20,             ///< 24-NOV-2026
+    kFormatTime = 21,             ///< 17:30:00, also longer than a day
+    kFormatDateTime = 22,         ///< 24-NOV-2026 17:30:00
+    kFormatDateMonthFirst = 23,   ///< 11/24/2026
+    kFormatDateDayOfYear = 24,    ///< 2026328, with the day of the year
+    kFormatTimeWithDays = 25,     ///< 2 17:30:00, days first
+    kFormatWeekday = 26,          ///< TUESDAY
+    kFormatMonth = 27,            ///< NOVEMBER
+    kFormatMonthAndYear = 28,     ///< NOV 2026
+    kFormatQuarterAndYear = 29,   ///< 4 Q 2026
+    kFormatWeekAndYear = 30,      ///< 47 WK 2026
+    kFormatPercent = 31,          ///< 12.5%
+    kFormatDot = 32,              ///< 1.234,56
+    kFormatDateWithDots = 38,     ///< 24.11.2026
+    kFormatDateYearFirst = 39,    ///< 2026/11/24
+    kFormatGeneral = 40,          ///< 1234.56, without zeros at the end of the decimals
+    kFormatTimeMinutesFirst = 85, ///< 1050:00, minutes and seconds
+    kFormatDateTimeYearFirst = 86 ///< 2026-11-24 17:30:00
 };
 
 /// Whether the format shows texts. Its width is then in bytes, or twice that for hexadecimal

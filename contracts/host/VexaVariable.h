@@ -13,20 +13,20 @@
 /// "the variable's own level".
 enum class MeasurementLevel : int
 {
-    Unknown = 0,
-    Nominal = 1,
-    Ordinal = 2,
-    Scale = 3
+    Unknown = 0, ///< not declared
+    Nominal = 1, ///< categories without an order
+    Ordinal = 2, ///< categories with an order
+    Scale = 3    ///< numbers on a scale
 };
 
 /// The use of a variable in an analysis.
 enum VEXA_Role : int
 {
-    kRoleInput = 0,
-    kRoleTarget = 1,
-    kRoleBoth = 2,
-    kRoleNone = 3,
-    kRolePartition = 4
+    kRoleInput = 0,    ///< explains or predicts
+    kRoleTarget = 1,   ///< is explained or predicted
+    kRoleBoth = 2,     ///< input and target
+    kRoleNone = 3,     ///< not used
+    kRolePartition = 4 ///< divides the cases into samples
 };
 
 /// One variable of a dataset. A value type. Texts are in the host's encoding.

@@ -7,7 +7,8 @@ class METADATA_API CFHostingCallback
 {
 public:
     virtual ~CFHostingCallback() = default;
-    /// The host's locale, for example "en_US".
+    /// The host's locale, for example "en_US". The host owns the text, which stays valid until
+    /// the process ends. Any thread.
     virtual const char* locale() const = 0;
 };
 

@@ -21,12 +21,12 @@ public:
     /// unknown one has no word.
     enum FieldType : int
     {
-        Continuous = 0,
-        Nominal = 1,
-        Ordinal = 2,
-        Flag = 3,
-        Discrete = 4,
-        Typeless = 5
+        Continuous = 0, ///< numbers on a scale
+        Nominal = 1,    ///< categories without an order
+        Ordinal = 2,    ///< categories with an order
+        Flag = 3,       ///< two categories
+        Discrete = 4,   ///< categories; whether they have an order is unknown
+        Typeless = 5    ///< unknown
     };
     /// Storage of the values.
     enum StorageType : int
@@ -35,21 +35,21 @@ public:
         Integer = 1,
         Real = 2,
         String = 3,
-        Date = 4,
-        Time = 5,
-        Timestamp = 6
+        Date = 4,     ///< days without a time of day
+        Time = 5,     ///< times of day
+        Timestamp = 6 ///< points in time
     };
     /// Use of the field in an analysis.
     enum RoleType : int
     {
-        Input = 0,
-        Target = 1,
-        Both = 2,
-        Partition = 3,
-        Split = 4,
-        FrequencyWeight = 5,
-        RecordId = 6,
-        None = 7
+        Input = 0,           ///< explains or predicts
+        Target = 1,          ///< is explained or predicted
+        Both = 2,            ///< input and target
+        Partition = 3,       ///< divides the records into samples
+        Split = 4,           ///< divides the records into groups that are analysed separately
+        FrequencyWeight = 5, ///< the number of cases that a record counts for
+        RecordId = 6,        ///< identifies a record
+        None = 7             ///< not used
     };
 
     /// A field without label, values and formats.

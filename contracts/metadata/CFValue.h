@@ -14,9 +14,9 @@ public:
     /// Properties of a value.
     enum Property : int
     {
-        Valid = 0,
-        Invalid = 1,
-        Missing = 2
+        Valid = 0,   ///< an ordinary value
+        Invalid = 1, ///< a value that the field does not allow
+        Missing = 2  ///< a value that counts as missing
     };
 
     /// A null datum without label.

@@ -18,11 +18,11 @@ public:
     /// the engine's rows carry every number as a double. Models of other makers may use it.
     enum Storage : int
     {
-        kStoredInteger = 1, ///< a 32-bit integer
-        kStoredReal = 2,
-        kStoredString = 3,
-        kStoredDate = 4, ///< days since 1970-01-01; in the model, seconds since 1582-10-14
-        kStoredTime = 5,
+        kStoredInteger = 1,  ///< a 32-bit integer
+        kStoredReal = 2,     ///< a double
+        kStoredString = 3,   ///< a UTF-8 text
+        kStoredDate = 4,     ///< days since 1970-01-01; in the model, seconds since 1582-10-14
+        kStoredTime = 5,     ///< seconds since midnight
         kStoredTimestamp = 6 ///< seconds since 1970-01-01; in the model, seconds since 1582-10-14
     };
 

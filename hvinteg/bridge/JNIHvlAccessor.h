@@ -48,19 +48,24 @@ public:
     /// owner: a local one to the wrapper, a global one to the manager. Without it the caller owns
     /// the reference. Throws JNIException.
     jobject newObject(const char* value, bool global, bool track);
-    /// Creates a java.lang.Integer, with ownership as above.
+    /// Creates a java.lang.Integer. `track` gives the reference to the wrapper or, with `global`,
+    /// to the manager; otherwise the caller owns it. Throws JNIException.
     jobject newObject(int value, bool global, bool track);
-    /// Creates a java.lang.Double, with ownership as above.
+    /// Creates a java.lang.Double. `track` gives the reference to the wrapper or, with `global`, to
+    /// the manager; otherwise the caller owns it. Throws JNIException.
     jobject newObject(double value, bool global, bool track);
-    /// Creates a java.lang.Long, with ownership as above.
+    /// Creates a java.lang.Long. `track` gives the reference to the wrapper or, with `global`, to
+    /// the manager; otherwise the caller owns it. Throws JNIException.
     jobject newObject(long long value, bool global, bool track);
-    /// Creates a java.lang.Boolean, with ownership as above.
+    /// Creates a java.lang.Boolean. `track` gives the reference to the wrapper or, with `global`,
+    /// to the manager; otherwise the caller owns it. Throws JNIException.
     jobject newObject(bool value, bool global, bool track);
 
     /// Converts a Java string; null becomes an empty text. A failure is recorded for
     /// getErrorMessage.
     std::string getString(jstring text);
-    /// Does the same into `out`.
+    /// Replaces `out` by a Java string; null becomes an empty text. A failure is recorded for
+    /// getErrorMessage.
     void getString(jstring text, std::string& out);
 
     /// The present manager of the process. Not cached, because a new one may replace it.

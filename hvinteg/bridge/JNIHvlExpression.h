@@ -12,16 +12,16 @@ public:
     /// The simple types of the job language. Any other value means Any.
     enum SimpleTypes : int
     {
-        Any,
-        Number,
-        String,
-        Int,
-        Real,
-        Char,
-        Bool,
-        Time,
-        Date,
-        Timestamp
+        Any,      ///< a value of any type
+        Number,   ///< an Int or a Real
+        String,   ///< a text
+        Int,      ///< a 64-bit integer
+        Real,     ///< a double
+        Char,     ///< the same as String
+        Bool,     ///< true or false
+        Time,     ///< a time of day
+        Date,     ///< a day
+        Timestamp ///< a point in time
     };
     class LambdaSignature;
 

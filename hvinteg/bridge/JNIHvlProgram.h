@@ -117,13 +117,15 @@ public:
                                       TypeMap* types);
     /// The step that adds a derived field to the records.
     JNIHvlFunction* createHvlFunctionDeriveFields(JNIHvlFieldDerive* derive, JNIHvlFunction* input);
-    /// The same with the types of the fields that it uses.
+    /// The step that adds a derived field to the records. `types` are the types of the fields that
+    /// its expression uses.
     JNIHvlFunction* createHvlFunctionDeriveFields(JNIHvlFieldDerive* derive, JNIHvlFunction* input,
                                                   TypeMap* types);
     /// The step that keeps records for which the condition is true.
     JNIHvlFunction* createHvlFunctionFilterRecords(JNIHvlExpression* condition,
                                                    JNIHvlFunction* input);
-    /// The same with the types of the fields that it uses.
+    /// The step that keeps records for which the condition is true. `types` are the types of the
+    /// fields that the condition uses.
     JNIHvlFunction* createHvlFunctionFilterRecords(JNIHvlExpression* condition,
                                                    JNIHvlFunction* input, TypeMap* types);
     /// A step with any arguments, made by JNIHvlFunctionParameterFactory.

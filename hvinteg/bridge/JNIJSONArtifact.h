@@ -14,17 +14,17 @@ public:
     /// The JSON text of the wrapped object, without white space. Throws JNIException, for example
     /// for a NaN or an infinity.
     virtual std::string serialize();
-    /// The same text, indented.
+    /// The JSON text of the wrapped object, indented. Throws what serialize throws.
     std::string prettyPrint();
 
     /// Whether the object is a JSON object; false for null. Throws JNIException.
     bool isJSONObject(jobject object);
-    /// Whether it is a JSON array.
+    /// Whether the object is a JSON array; false for null. Throws JNIException.
     bool isJSONArray(jobject object);
-    /// Whether it is a java.lang.String.
+    /// Whether the object is a java.lang.String; false for null. Throws JNIException.
     bool isString(jobject object);
-    /// Whether it is an instance of the class with this JNI name. Throws JNIException if there is
-    /// no such class.
+    /// Whether the object is an instance of the class with this JNI name; false for null. Throws
+    /// JNIException if there is no such class.
     bool isInstance(jobject object, const char* className);
 
 protected:

@@ -61,7 +61,8 @@ public:
     /// The keys of the wrapped object, sorted by their bytes. A failure is recorded; the result
     /// then has the keys read before it.
     std::set<std::string> keySet();
-    /// The keys of `object`, in the same way.
+    /// The keys of `object`, sorted by their bytes. A failure is recorded; the result then has the
+    /// keys read before it.
     std::set<std::string> keySet(jobject object);
     /// Java's toString of the wrapped object.
     std::string toString();

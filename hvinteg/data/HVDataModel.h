@@ -32,21 +32,24 @@ public:
     /// Selects the variables of the analysis by column. Ignores columns that do not exist. If none
     /// is left, the analysis is empty.
     void UpdateAnalysMetadata(const std::vector<int>& variables);
-    /// Does the same with a measurement level for each given variable; a negative level keeps the
-    /// variable's own. An empty `levels` keeps all.
+    /// Selects the variables of the analysis by column and sets a measurement level for each; a
+    /// negative level keeps the variable's own. An empty `levels` keeps all levels. Ignores columns
+    /// that do not exist.
     void UpdateAnalysMetadata(const std::vector<int>& variables,
                               const std::vector<MeasurementLevel>& levels);
-    /// Selects the variables by name, in UTF-8 or the host's encoding. Ignores names that do not
-    /// exist.
+    /// Selects the variables of the analysis by name, in UTF-8 if `fromUTF8`, otherwise in the
+    /// host's encoding. Ignores names that do not exist.
     void UpdateAnalysMetadata(const std::vector<std::string>& names, bool fromUTF8);
-    /// Selects by name, with levels as above.
+    /// Selects the variables of the analysis by name and sets a measurement level for each; a
+    /// negative level keeps the variable's own. An empty `levels` keeps all levels. Names are in
+    /// UTF-8 if `fromUTF8`, otherwise in the host's encoding; those that do not exist are ignored.
     void UpdateAnalysMetadata(const std::vector<std::string>& names,
                               const std::vector<MeasurementLevel>& levels, bool fromUTF8);
 
     /// The fields of the analysis if it has any, otherwise those of the dictionary. Valid until the
     /// next update.
     const CFMetaData& getMetaData() const;
-    /// The same description as text (XML, UTF-8). Valid until the next update.
+    /// The description that getMetaData returns, as text (XML, UTF-8). Valid until the next update.
     const std::string& getDataModel() const;
     /// The columns of the analysis, in order; -1 is $casecount. Empty if there is no analysis.
     const std::vector<int>& getAnalysVars() const;

@@ -48,8 +48,9 @@ public:
     HVRawDataIterator(const VEXA_DataSource& source, const std::vector<int>& variables,
                       const std::vector<MeasurementLevel>& levels, bool addCaseCount,
                       WeightAdjust adjust, bool splitRole, ErrorMonitor* monitor);
-    /// Does the same for variables by name, in UTF-8 if `fromUTF8`, otherwise in the host's
-    /// encoding.
+    /// Reads variables of a source by name, in UTF-8 if `fromUTF8`, otherwise in the host's
+    /// encoding. An empty list means all. The other arguments are those of the constructor by
+    /// column.
     HVRawDataIterator(const VEXA_DataSource& source, const std::vector<std::string>& names,
                       const std::vector<MeasurementLevel>& levels, bool addCaseCount,
                       WeightAdjust adjust, bool splitRole, bool fromUTF8, ErrorMonitor* monitor);
@@ -62,11 +63,13 @@ public:
     HVRawDataIterator(LocallyUniqueID dataset, const std::vector<int>& variables,
                       const std::vector<MeasurementLevel>& levels, bool addCaseCount,
                       WeightAdjust adjust, bool splitRole);
-    /// Does the same for variables by name.
+    /// Opens a dataset of the host and reads variables of it by name, in UTF-8 if `fromUTF8`,
+    /// otherwise in the host's encoding. The dataset stays open until the iterator and its copies
+    /// are destroyed.
     HVRawDataIterator(LocallyUniqueID dataset, const std::vector<std::string>& names,
                       const std::vector<MeasurementLevel>& levels, bool addCaseCount,
                       WeightAdjust adjust, bool splitRole, bool fromUTF8);
-    /// Shares the cases that are being read.
+    /// Copies the settings and the counts, and shares the cases that are being read.
     HVRawDataIterator(const HVRawDataIterator& other);
     /// Drops the cases and settings, and shares those of `other`.
     HVRawDataIterator& operator=(const HVRawDataIterator& other);
@@ -105,8 +108,8 @@ public:
     /// Whether user-missing values of all variables become missing. Ignored while SetVarValidSpecs
     /// has set rules.
     void SetExcludeUserMissing(bool exclude);
-    /// Sets the same per variable; a variable without a rule keeps its user-missing values. Null
-    /// removes the rules. Borrowed.
+    /// Sets whether user-missing values become missing for each variable; a variable without a rule
+    /// keeps its user-missing values. Null removes the rules. Borrowed.
     void SetVarValidSpecs(const ACAVarValidSpecs* specs);
     /// Sets the mark that GetScoreIteration returns. It has no effect on the records.
     void SetScoreIteration(bool score);
@@ -147,17 +150,17 @@ public:
     int GetIncrSourceVarInd() const;
     /// The value of SetVariableIncrement; system-missing for none.
     double GetIncrVarValue() const;
-    /// Cases read in the first pass.
+    /// The number of cases that the first pass has read.
     int GetNCases() const;
-    /// Of these, the cases with a positive weight.
+    /// The number of cases of the first pass with a positive weight.
     int GetNValidCases() const;
-    /// Of these, all other cases.
+    /// The number of cases of the first pass without a positive weight.
     int GetNInvalidCases() const;
-    /// Sum of the weights of all cases.
+    /// The sum of the weights of all cases of the first pass.
     double GetWeightNCases() const;
-    /// Sum of the weights of valid cases.
+    /// The sum of the weights of the cases with a positive weight.
     double GetWeightNValidCases() const;
-    /// Sum of the weights of invalid cases; always 0, because an invalid case adds no weight.
+    /// Always 0: a case without a positive weight adds no weight.
     double GetWeightNInvalidCases() const;
     /// Whether every positive weight was still positive after rounding. Known after a first pass
     /// with rounded weights.

@@ -31,7 +31,8 @@ public:
     HVSplitRawData(const VEXA_DataSource& source, const std::vector<int>& variables,
                    const std::vector<std::string>& names,
                    const std::vector<MeasurementLevel>& levels, bool addCaseCount);
-    /// Does the same with the variables' own names.
+    /// Creates the temporary file; variables keep their names. The other arguments are those of the
+    /// constructor with names.
     HVSplitRawData(const VEXA_DataSource& source, const std::vector<int>& variables,
                    const std::vector<MeasurementLevel>& levels, bool addCaseCount);
     HVSplitRawData(const HVSplitRawData&) = delete;
@@ -47,7 +48,7 @@ public:
     bool AddNewCase(const VEXA_Case* newCase);
     /// Closes the file after AddNewCase, so that it can be read. Returns false on failure.
     bool CompleteDataFile();
-    /// Does the same without a result.
+    /// Closes the file after AddNewCase. A failure is shown, and later operations return false.
     void CloseDataWriteFile();
     /// Closes the file for reading. An iterator over it must only be cleared afterwards.
     void CloseDataReadFile();
@@ -67,7 +68,8 @@ public:
     HVRawDataIterator* CreateHVRawDataIter(const std::string& name, WeightAdjust adjust,
                                            const ACAVarValidSpecs* specs,
                                            const CFMetaData* metadata, bool scoreIteration);
-    /// Does the same with one rule for the user-missing values of all variables.
+    /// Opens the complete file and returns an iterator over its cases, with one rule for the
+    /// user-missing values of all variables. Otherwise as the overload with rules per variable.
     HVRawDataIterator* CreateHVRawDataIter(const std::string& name, WeightAdjust adjust,
                                            bool excludeUserMissing, const CFMetaData* metadata,
                                            bool scoreIteration);

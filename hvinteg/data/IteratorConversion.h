@@ -26,8 +26,9 @@ class HVRunner;
 HVINTEG_EXPORT int IteratorConversion(HVRawDataIterator* iterator, HVRunner* runner, HVDebug* debug,
                                       const std::string& dataPath, const std::string& modelPath);
 
-/// Does the same with new file names in `directory`, which ends in a separator. Sets the paths only
-/// if the copy succeeded. Returns -1 only if the iterator is null.
+/// Copies to a data file and a data model file with new names in `directory`, which ends in a
+/// separator. Sets the paths only if the copy succeeded. Returns the option; 0 if no copy is
+/// requested or the copy failed; -1 only if the iterator is null.
 HVINTEG_EXPORT int IteratorConversion(HVRawDataIterator* iterator, HVRunner* runner, HVDebug* debug,
                                       const std::string& directory, std::string& dataPath,
                                       std::string& modelPath);

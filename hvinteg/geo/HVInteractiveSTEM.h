@@ -49,8 +49,9 @@ public:
     /// cannot be unpacked, and empty if the engine returns none. If the engine throws, `dataModel`
     /// is empty and the result is true.
     bool validateShapeSource(const std::string& path, std::string& dataModel);
-    /// Tests the same for a layer of a map service. Here too the result is true with an empty
-    /// `dataModel` if the engine throws.
+    /// Tests whether a layer of a map service can be read, by its first record. `dataModel`
+    /// receives its data model (XML), or becomes empty if the engine returns none. If the engine
+    /// throws, `dataModel` is empty and the result is true.
     bool validateServiceLayer(const std::string& url, int layer, std::string& dataModel);
     /// Tests whether a map service answers. `layers` receives its layers as JSON for
     /// HVRunner::ParseMapServiceLayers. If the engine throws, `layers` is empty and the result is
@@ -64,13 +65,15 @@ public:
     bool getShapeGeoJSON(const std::string& fromName, int fromWkid, const std::string& toName,
                          int toWkid, const std::string& shapePath, const std::string& dataModelPath,
                          const std::string& geoJsonPath);
-    /// Does the same for a layer of a map service.
+    /// Writes the geometry and attributes of a layer of a map service to a GeoJSON file, and their
+    /// data model to another file. Coordinate systems and failures are those of getShapeGeoJSON.
     bool getServiceGeoJSON(const std::string& fromName, int fromWkid, const std::string& toName,
                            int toWkid, const std::string& url, int layer,
                            const std::string& dataModelPath, const std::string& geoJsonPath);
-    /// Does the same for points: two or three numeric variables of a dataset give x, y and
-    /// optionally a third coordinate. With kNoDataset the data come from the file `dataPath`. Here
-    /// `toWkid` works without a name; an unknown target means no reprojection. Returns false
+    /// Writes points and the other variables of a dataset to a GeoJSON file, and their data model
+    /// to another file. Two or three numeric variables give x, y and optionally a third coordinate.
+    /// With kNoDataset the data come from the file `dataPath`. Unlike in getShapeGeoJSON, `toWkid`
+    /// works without a name; an unknown target means no reprojection. Returns false
     /// without a reason for another number of variables, an unknown source system, and a variable
     /// that is missing or is a string.
     bool getPointGeoJSON(const std::string& fromName, int fromWkid, const std::string& toName,
@@ -92,7 +95,8 @@ public:
                         const std::vector<std::string>& dataKeys,
                         std::vector<std::vector<std::string>>& dataUnmatched, int maxRows,
                         int& matchedCount);
-    /// Does the same for a layer of a map service.
+    /// Compares the keys of a layer of a map service with those of a dataset or file. Arguments,
+    /// results and failures are those of matchShapeKeys.
     bool matchServiceKeys(const std::string& url, int layer,
                           const std::vector<std::string>& mapKeys,
                           std::vector<std::vector<std::string>>& mapUnmatched,

@@ -15,7 +15,7 @@ public:
     explicit HVLAggregate(JNIHvlProgram* program);
     /// Shares the aggregates so far; later ones are added to one object only.
     HVLAggregate(const HVLAggregate& other);
-    /// Copies in the same way.
+    /// Shares the aggregates of `other` so far instead.
     HVLAggregate& operator=(const HVLAggregate& other);
     ~HVLAggregate() override;
 

@@ -18,7 +18,7 @@ public:
     explicit HVLDataModelBuilder(JNIHvlProgram* program);
     /// Copies the settings, and what a copy of HVLFunction shares.
     HVLDataModelBuilder(const HVLDataModelBuilder& other);
-    /// Does the same.
+    /// Replaces the settings, and what a copy of HVLFunction shares.
     HVLDataModelBuilder& operator=(const HVLDataModelBuilder& other);
     ~HVLDataModelBuilder() override;
 

@@ -18,7 +18,7 @@ public:
     explicit HVLExpressionFun(JNIHvlProgram* program);
     /// Copies the settings, and what a copy of HVLFunction shares.
     HVLExpressionFun(const HVLExpressionFun& other);
-    /// Does the same.
+    /// Replaces the settings, and what a copy of HVLFunction shares.
     HVLExpressionFun& operator=(const HVLExpressionFun& other);
     ~HVLExpressionFun() override;
 

@@ -13,7 +13,7 @@ public:
     explicit HVLFilterFields(JNIHvlProgram* program);
     /// Copies the settings, and what a copy of HVLFunction shares.
     HVLFilterFields(const HVLFilterFields& other);
-    /// Does the same.
+    /// Replaces the settings, and what a copy of HVLFunction shares.
     HVLFilterFields& operator=(const HVLFilterFields& other);
     ~HVLFilterFields() override;
 

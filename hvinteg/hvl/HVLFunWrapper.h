@@ -11,7 +11,7 @@ public:
     explicit HVLFunWrapper(JNIHvlProgram* program);
     /// Copies the settings, and what a copy of HVLFunction shares.
     HVLFunWrapper(const HVLFunWrapper& other);
-    /// Does the same.
+    /// Replaces the settings, and what a copy of HVLFunction shares.
     HVLFunWrapper& operator=(const HVLFunWrapper& other);
     ~HVLFunWrapper() override;
 

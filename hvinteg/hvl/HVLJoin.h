@@ -32,7 +32,7 @@ public:
     explicit HVLJoin(JNIHvlProgram* program);
     /// Copies the settings, and what a copy of HVLFunction shares.
     HVLJoin(const HVLJoin& other);
-    /// Does the same.
+    /// Replaces the settings, and what a copy of HVLFunction shares.
     HVLJoin& operator=(const HVLJoin& other);
     ~HVLJoin() override;
 

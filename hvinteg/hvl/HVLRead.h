@@ -19,7 +19,7 @@ public:
     explicit HVLRead(JNIHvlProgram* program);
     /// Copies the settings, and what a copy of HVLFunction shares.
     HVLRead(const HVLRead& other);
-    /// Does the same.
+    /// Replaces the settings, and what a copy of HVLFunction shares.
     HVLRead& operator=(const HVLRead& other);
     ~HVLRead() override;
 
@@ -38,7 +38,7 @@ public:
     void ReadShape(const std::string& path);
     /// Reads one layer of a map service.
     void ReadMapService(const std::string& address, int layer);
-    /// Does the same with the layer as text; see String2Integer.
+    /// Reads one layer of a map service, with the number of the layer as text; see String2Integer.
     void ReadMapService(const std::string& address, const std::string& layer);
     /// Reads an HVBF file.
     void ReadHVBF(const std::string& path);

@@ -13,17 +13,17 @@ public:
     explicit HVLReprojection(JNIHvlProgram* program);
     /// Copies the settings, and what a copy of HVLFunction shares.
     HVLReprojection(const HVLReprojection& other);
-    /// Does the same.
+    /// Replaces the settings, and what a copy of HVLFunction shares.
     HVLReprojection& operator=(const HVLReprojection& other);
     ~HVLReprojection() override;
 
     /// Sets the system of the input by name.
     void SetOriCoorSystem(const std::string& csName);
-    /// Sets it by well-known id; -1 for none.
+    /// Sets the system of the input by well-known id; -1 for none.
     void SetOriCoorSystem(int wkid);
     /// Sets the target system by name.
     void SetDesCoorSystem(const std::string& csName);
-    /// Sets it by well-known id; -1 for none.
+    /// Sets the target system by well-known id; -1 for none.
     void SetDesCoorSystem(int wkid);
     /// Sets the transformation between the datums of both systems; ignored without a target system.
     void SetTransMethodsName(const std::string& name);

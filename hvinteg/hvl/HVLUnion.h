@@ -11,7 +11,7 @@ public:
     explicit HVLUnion(JNIHvlProgram* program);
     /// Copies the settings, and what a copy of HVLFunction shares.
     HVLUnion(const HVLUnion& other);
-    /// Does the same.
+    /// Replaces the settings, and what a copy of HVLFunction shares.
     HVLUnion& operator=(const HVLUnion& other);
     ~HVLUnion() override;
 

@@ -35,9 +35,9 @@ public:
     /// Sets the measurement level. A value that has no word in the job language adds only the
     /// field's name.
     void Update(const std::string& field, CFField::FieldType type);
-    /// Sets the storage, by the same rule.
+    /// Sets the storage. A value that has no word in the job language adds only the field's name.
     void Update(const std::string& field, CFField::StorageType storage);
-    /// Sets the role, by the same rule.
+    /// Sets the role. A value that has no word in the job language adds only the field's name.
     void Update(const std::string& field, CFField::RoleType role);
     /// Sets labels of values. An empty list is ignored.
     void Update(const std::string& field, const std::vector<CFValue>& valueLabels);
@@ -48,11 +48,14 @@ public:
     /// numbers per point; it is left out unless above 0. A type that has no word in the job
     /// language adds only the field's name.
     void Update(const std::string& field, CFGeo::Type type, int coordinates);
-    /// Does the same with a coordinate system. `wkid` is its well-known id; id, name and kind are
-    /// left out unless it is above 0. An empty `wkt` (well-known text) is left out.
+    /// Makes the field geospatial, with the kind of its shapes and their coordinate system. `wkid`
+    /// is the system's well-known id; id, name and kind are left out unless it is above 0. An empty
+    /// `wkt` (well-known text) is left out. Type and coordinates are those of the first overload.
     void Update(const std::string& field, CFGeo::Type type, int coordinates, int wkid,
                 const std::string& csname, bool isProjected, const std::string& wkt);
-    /// Does the same with two opposite corners of the rectangle that contains the shapes.
+    /// Makes the field geospatial, with the kind of its shapes, their coordinate system, and two
+    /// opposite corners of the rectangle that contains them, in the units of the system. The other
+    /// arguments are those of the overloads without corners.
     void Update(const std::string& field, CFGeo::Type type, int coordinates, int wkid,
                 const std::string& csname, bool isProjected, const std::string& wkt,
                 double leftUpperX, double leftUpperY, double rightLowerX, double rightLowerY);

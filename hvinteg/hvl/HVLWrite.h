@@ -19,7 +19,7 @@ public:
     explicit HVLWrite(JNIHvlProgram* program);
     /// Copies the settings, and what a copy of HVLFunction shares.
     HVLWrite(const HVLWrite& other);
-    /// Does the same.
+    /// Replaces the settings, and what a copy of HVLFunction shares.
     HVLWrite& operator=(const HVLWrite& other);
     ~HVLWrite() override;
 
@@ -31,8 +31,8 @@ public:
     void WriteCSV(const std::string& path);
     /// Writes GeoJSON. `type` is the media type, for example "text/geojson".
     void WriteGeoJSON(const std::string& path, const std::string& type);
-    /// Does the same with resource id and key of the map that the document belongs to. They are
-    /// written only if neither is empty.
+    /// Writes GeoJSON with resource id and key of the map that the document belongs to. They are
+    /// written only if neither is empty. `type` is the media type.
     void WriteGeoJSON(const std::string& path, const std::string& type,
                       const std::string& resourceId, const std::string& key);
     /// Writes an HVBF file.

@@ -21,11 +21,11 @@ public:
     /// State of a job. Callers store the numbers.
     enum ExecutionState : std::int32_t
     {
-        NotStarted = 0,
-        Running = 1,
-        Succeeded = 2,
-        Failed = 3,
-        Cancelled = 4
+        NotStarted = 0, ///< no report of the engine yet
+        Running = 1,    ///< a message or progress was reported
+        Succeeded = 2,  ///< onSuccess was called
+        Failed = 3,     ///< onError was called
+        Cancelled = 4   ///< onCancel was called
     };
 
     /// The procedure receives the output. It is borrowed and may be null.

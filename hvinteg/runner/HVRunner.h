@@ -56,12 +56,12 @@ public:
         HVRunner* _runner;
     };
 
-    /// Kind of a coordinate system: unknown, plane units (projected) or degrees (geographic).
+    /// Kind of a coordinate system.
     enum CSTYPE : std::int32_t
     {
-        CSTYPE_None = 0,
-        CSTYPE_Projected = 1,
-        CSTYPE_Geographic = 2
+        CSTYPE_None = 0,      ///< unknown
+        CSTYPE_Projected = 1, ///< plane units
+        CSTYPE_Geographic = 2 ///< degrees
     };
 
     /// A layer of a map service.
@@ -133,9 +133,12 @@ public:
     /// Adds a container that the prepared job reads. The caller keeps ownership; it must live until
     /// cleanExecution. Requires prepareHVLJob. Always returns true.
     bool addInputContainer(HVStatContainer* container);
-    /// Adds a container that the prepared job writes, under the same conditions.
+    /// Adds a container that the prepared job writes. The caller keeps ownership; it must live
+    /// until cleanExecution. Requires prepareHVLJob. Always returns true.
     bool addOutputContainer(HVStatContainer* container);
-    /// Adds rows that the prepared job reads, under the same conditions.
+    /// Adds rows that the prepared job reads by the name of the iterator. The caller keeps
+    /// ownership; the iterator must live until cleanExecution. Requires prepareHVLJob. Always
+    /// returns true.
     bool addInputIterator(HVStatDataIterator* iterator);
 
     /// Runs the prepared job and returns when the engine has finished. Returns false if the job
@@ -186,41 +189,47 @@ public:
     bool getMetadata(const std::string& jobText, const HVStatContainer& container,
                      std::string& metadata);
 
-    /// Questions about maps follow. Each ends a present execution, except the one about an empty
-    /// name. They throw nothing: if the engine throws, the answer is empty. A question that waits
-    /// for a map service fails when the runner is stopped.
-    ///
-    ///  The description of a coordinate system as JSON for ParseCoordinatesSystemInfo; empty for an
-    ///  unknown or empty name.
+    /// Returns the description of a coordinate system as JSON for ParseCoordinatesSystemInfo; empty
+    /// for an unknown or empty name, or if the engine throws. Ends a present execution, unless the
+    /// name is empty.
     std::string getCoordinatesSystemInfo(const std::string& name);
-    /// Does the same by well-known id.
+    /// Returns the description of the coordinate system with this well-known id as JSON for
+    /// ParseCoordinatesSystemInfo; empty for an unknown id, or if the engine throws. Ends a present
+    /// execution.
     std::string getCoordinatesSystemInfo(int wkid);
-    /// Replaces `names` by the names of all geographic coordinate systems.
+    /// Replaces `names` by the names of all geographic coordinate systems; by no names if the
+    /// engine throws. Ends a present execution.
     void getGeographics(std::vector<std::string>& names);
-    /// Replaces `names` by the names of all projected coordinate systems.
+    /// Replaces `names` by the names of all projected coordinate systems; by no names if the engine
+    /// throws. Ends a present execution.
     void getProjections(std::vector<std::string>& names);
     /// Replaces `result` by the projected systems that suit the areas in `input`, made by
-    /// RecommendPCSInputMaker: one JSON text per area, for ParseRecommendPCS.
+    /// RecommendPCSInputMaker: one JSON text per area, for ParseRecommendPCS. `result` is empty if
+    /// the engine throws. Ends a present execution.
     void getRecommendPCSs(std::vector<std::string>& result, const std::string& input);
-    /// Does the same with at most `count` systems per area.
+    /// Replaces `result` by at most `count` projected systems per area; otherwise as the overload
+    /// without `count`.
     void getRecommendPCSs(std::vector<std::string>& result, const std::string& input, int count);
     /// Returns the layers of a map service as JSON for ParseMapServiceLayers. If the engine throws,
-    /// `layers` is empty and the result is true. Otherwise the result is false if `layers` is
-    /// empty.
+    /// `layers` is empty and the result is true; it throws when the runner is stopped while the
+    /// service has not answered. Otherwise the result is false if `layers` is empty. Ends a present
+    /// execution.
     bool getMapServiceLayers(const std::string& url, std::string& layers);
 
-    /// Reads the answer of getCoordinatesSystemInfo. Like the other Parse functions, it returns
-    /// false for an empty text and throws JNIException for invalid JSON. It creates Java objects,
-    /// on the thread of the runner.
+    /// Reads the answer of getCoordinatesSystemInfo. Returns false for an empty text. Throws
+    /// JNIException for invalid JSON. Creates Java objects, on the thread of the runner.
     static bool ParseCoordinatesSystemInfo(const std::string& json, int& wkid, std::string& name,
                                            std::string& wkt, CSTYPE& type);
-    /// Reads ids and names from the answer of getMapServiceLayers.
+    /// Reads ids and names from the answer of getMapServiceLayers, one for each layer. Result,
+    /// errors and thread are those of ParseCoordinatesSystemInfo.
     static bool ParseMapServiceLayers(const std::string& json, std::vector<int>& ids,
                                       std::vector<std::string>& names);
-    /// Reads all properties from the answer of getMapServiceLayers.
+    /// Reads all properties from the answer of getMapServiceLayers. Result, errors and thread are
+    /// those of ParseCoordinatesSystemInfo.
     static bool ParseMapServiceLayers(const std::string& json, std::vector<LayerInfo>& layers);
-    /// Reads one answer of getRecommendPCSs. Returns false also if the text does not describe
-    /// exactly one area.
+    /// Reads one text of getRecommendPCSs: the id of the area and its systems. Returns false for an
+    /// empty text, or if the text does not describe exactly one area. Throws JNIException for
+    /// invalid JSON. Creates Java objects, on the thread of the runner.
     static bool ParseRecommendPCS(const std::string& json, int& id,
                                   std::vector<RecommendPCS>& result);
 

@@ -39,12 +39,13 @@ public:
     /// Root of the engine's file system, in the host's encoding, with a trailing separator. Fixed
     /// at the first use in the process.
     static const std::string& GetAnalyticRoot();
-    /// The same root in UTF-8.
+    /// Root of the engine's file system, in UTF-8, with a trailing separator.
     static const std::string& GetAnalyticRootUTF();
     /// Directory below the root where the engine resolves bare file names, in the host's encoding,
     /// with a trailing separator.
     static const std::string& GetAnalyticDefaultDir();
-    /// The same directory in UTF-8.
+    /// Directory below the root where the engine resolves bare file names, in UTF-8, with a
+    /// trailing separator.
     static const std::string& GetAnalyticDefaultDirUTF();
 
 private:

@@ -36,21 +36,21 @@ HVINTEG_EXPORT void DisplayT(TN_Character title, unsigned long value);
 HVINTEG_EXPORT void DisplayBV(TN_Character title, const std::vector<bool>& values);
 /// Shows the title, then a blank and the number for each element.
 HVINTEG_EXPORT void DisplayDV(TN_Character title, const std::vector<double>& values);
-/// The same as DisplayDV.
+/// Shows the title, then a blank and the number for each element, as DisplayDV.
 HVINTEG_EXPORT void DisplayNL(TN_Character title, const std::vector<double>& values);
 /// Shows the title, then a blank and the integer for each element.
 HVINTEG_EXPORT void DisplayIV(TN_Character title, const std::vector<int>& values);
-/// The same as DisplayIV.
+/// Shows the title, then a blank and the integer for each element, as DisplayIV.
 HVINTEG_EXPORT void DisplayVL(TN_Character title, const std::vector<int>& values);
 /// Shows the title, then a blank and the text in quotation marks for each element.
 HVINTEG_EXPORT void DisplaySL(TN_Character title, const std::vector<std::string>& values);
-/// The same as DisplaySL.
+/// Shows the title, then a blank and the text in quotation marks for each element, as DisplaySL.
 HVINTEG_EXPORT void DisplaySV(TN_Character title, const std::vector<std::string>& values);
-/// The same as DisplaySL, for names of variables.
+/// Shows the title, then a blank and the name in quotation marks for each variable.
 HVINTEG_EXPORT void DisplayVNL(TN_Character title, const std::vector<VexaVarName>& names);
 /// Shows the title and the pairs, as in "title (1,2) (3,4)".
 HVINTEG_EXPORT void DisplayIIM(TN_Character title, const std::map<int, int>& values);
-/// The same as DisplayIIM.
+/// Shows the title and the pairs, as in "title (1,2) (3,4)".
 HVINTEG_EXPORT void DisplayVIM(TN_Character title, const std::map<int, int>& values);
 /// Shows the title and the variables, each with "(cat)" for categorical or "(cont)" for continuous.
 /// A variable without an entry in `categorical` is continuous.
@@ -64,7 +64,8 @@ HVINTEG_EXPORT void DisplayObs(TN_Character title, const OBS* value, const VEXA_
 /// Shows the title, then a line for each value, in the form of DisplayObs.
 HVINTEG_EXPORT void DisplayObsVec(TN_Character title, const std::vector<OBS*>& values,
                                   const VEXA_Format& format);
-/// The same for values that must not be changed.
+/// Shows the title, then a line for each value, in the form of DisplayObs. For values that the
+/// caller must not change.
 HVINTEG_EXPORT void DisplayObsVec(TN_Character title, const std::vector<const OBS*>& values,
                                   const VEXA_Format& format);
 /// Shows the title, then two lines for each entry: the key as a list of texts in the formats, and

@@ -22,7 +22,8 @@ HVINTEG_EXPORT std::string JoinFilePath(const std::string& first, const std::str
 /// A path that begins with the protocol, in any letter case, gets no second one. With the protocol
 /// "file" a "/" always precedes the path, so file:///x becomes /file:///x.
 HVINTEG_EXPORT std::string NormalizeHvlPath(const std::string& path, const std::string& protocol);
-/// Does the same and returns UTF-8.
+/// Converts a path in the host's encoding to the engine's spelling, in UTF-8; otherwise as
+/// NormalizeHvlPath.
 HVINTEG_EXPORT std::string NormalizeHvlPathU(const std::string& path, const std::string& protocol);
 
 /// Returns the part behind the last separator of either kind. `directory` receives the rest with

@@ -24,9 +24,11 @@ HVINTEG_EXPORT void setJobTextFilter(std::string (*filter)(const std::string& jo
 /// Writes a job text to the file label_name.hvl of the trace directory and replaces an earlier one.
 HVINTEG_EXPORT void traceHVLFile(const std::string& text, const std::string& label,
                                  const std::string& name);
-/// Writes a JSON document to label_name.json in the same way.
+/// Writes a JSON document to the file label_name.json of the trace directory and replaces an
+/// earlier one.
 HVINTEG_EXPORT void traceJSONFile(const std::string& text, const std::string& label,
                                   const std::string& name);
-/// Writes an XML document to label_name.xml in the same way.
+/// Writes an XML document to the file label_name.xml of the trace directory and replaces an earlier
+/// one.
 HVINTEG_EXPORT void traceXMLFile(const std::string& text, const std::string& label,
                                  const std::string& name);

@@ -51,7 +51,8 @@ public:
     /// Goes to the first entry and reports it, even a refused one. The name of a directory ends in
     /// a separator. If the result is false, the arguments are unchanged.
     bool GetFirst(std::string& name, bool& isDirectory);
-    /// Goes to the next entry and reports it in the same way.
+    /// Goes to the next entry and reports it, even a refused one. The name of a directory ends in a
+    /// separator. If the result is false, the arguments are unchanged.
     bool GetNext(std::string& name, bool& isDirectory);
     /// Goes to the first entry of that name. Letter case must match; backslash and "/" are
     /// equivalent.

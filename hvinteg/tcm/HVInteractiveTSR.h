@@ -43,9 +43,11 @@ struct SeriesScoring;
 class HVINTEG_EXPORT HVInteractiveTSR : public HVInteractive
 {
 public:
+    /// Creates the runner; see HVInteractive.
     HVInteractiveTSR();
     HVInteractiveTSR(const HVInteractiveTSR&) = delete;
     HVInteractiveTSR& operator=(const HVInteractiveTSR&) = delete;
+    /// Ends the runner; see HVInteractive.
     ~HVInteractiveTSR() override;
 
     /// Reads the parts of a model. As XML: the data models of all its fields, of the input and of
@@ -72,11 +74,12 @@ public:
                          const std::vector<std::string>& dimValues,
                          std::vector<double>& actualValues, std::vector<double>& predictedValues);
 
-    /// Does the same for all points of time, from the first one of the training to
+    /// Predicts a series for all points of time, from the first one of the training to
     /// `request.horizon` points after the data, with bounds and with values that the caller gives.
-    /// A point of the data has its actual value and its one-step prediction. The field of the time
-    /// is that of the model. If reading fails, `forecast` keeps the points read so far. The
-    /// messages are those of the preparation and of the scoring.
+    /// Series, dataset and model are named as in GetScenarioInfo. A point of the data has its
+    /// actual value and its one-step prediction. The field of the time is that of the model. If
+    /// reading fails, `forecast` keeps the points read so far. The messages are those of the
+    /// preparation and of the scoring.
     bool getForecast(LocallyUniqueID dataset, const std::string& modelPath,
                      const std::string& metricName, const std::vector<std::string>& dimFields,
                      const std::vector<std::string>& dimValues, const HVForecastRequest& request,

@@ -38,82 +38,88 @@ public:
     /// Values of the dimension fields, then the metric.
     using Series = std::vector<std::string>;
 
-    /// The input: rows, or a piece of job text that reads something, such as HVLRead generates for
-    /// a file. A null iterator leaves a job without input, which fails.
+    /// Trains on the rows of an iterator. With a null iterator every job fails.
     HVTemporalTraining(HVRunner& runner, HVRawDataIterator* iterator);
-    /// The input is what a piece of job text reads, such as HVLRead generates for a file.
+    /// Trains on the records that a piece of job text reads, such as HVLRead generates for a file.
     HVTemporalTraining(HVRunner& runner, const std::string& readText);
     HVTemporalTraining(const HVTemporalTraining&) = delete;
     HVTemporalTraining& operator=(const HVTemporalTraining&) = delete;
     ~HVTemporalTraining();
 
-    /// A date, time or timestamp. Texts among the rows are converted as HVInteractiveTSR does; with
-    /// a piece of job text, SetTimeIsText says that they are texts.
+    /// Takes the time from a field: a date, time, timestamp or text. Texts of an iterator are
+    /// detected and converted as HVInteractiveTSR does; those of a piece of job text require
+    /// SetTimeIsText.
     void SetTimeField(const std::string& field);
-    /// Whether the time field of a piece of job text contains texts.
+    /// Sets whether the time field of a piece of job text contains texts; false by default.
     void SetTimeIsText(bool isText);
-    /// Numbers that make up a point of time, the outermost first, as year and month.
+    /// Takes the time from fields of numbers that together are a point of time, the outermost
+    /// first, for example year and month.
     void SetCyclicFields(const std::vector<std::string>& fields);
-    /// The order of the records.
+    /// Takes the time from the order of the records.
     void SetCaseCountTime();
-    /// The interval between two points of time: "year", "quarter", "month", "week", "day", "hour",
-    /// "minute" or "second", and how many of them. Found in the data if it is not set.
+    /// Sets the interval between two points of time: the unit "year", "quarter", "month", "week",
+    /// "day", "hour", "minute" or "second", and the number of units. By default the engine detects
+    /// the interval in the data.
     void SetTimeInterval(const std::string& unit, int increment);
-    /// Days of a week that have points of time: 1 is Monday.
+    /// Sets the days of a week that have points of time: 1 is Monday, 7 is Sunday.
     void SetWorkingDays(const std::vector<int>& days);
-    /// Hours of a day that have points of time: from `from`, 0 to 23, to before `to`.
+    /// Sets the hours of a day that have points of time: `from`, 0 to 23, is the first one, and
+    /// `to` is the first one after them.
     void SetWorkingHours(int from, int to);
 
-    /// Fields whose combinations of values separate the series; no fields by default.
+    /// Sets the fields whose combinations of values separate the series; no fields by default.
     void SetDimensions(const std::vector<std::string>& fields);
-    /// Fields whose values the series have. A job without a metric fails.
+    /// Sets the fields whose values the series have. A job without a metric fails.
     void SetMetrics(const std::vector<std::string>& fields);
-    /// How several records at one point of time are combined: "sum", "mean", "min", "max", "first",
-    /// "last" or "mode". For all metrics, or for one.
+    /// Sets how several records at one point of time are combined, for all metrics: "sum", "mean",
+    /// "min", "max", "first", "last" or "mode".
     void SetAggregation(const std::string& function);
-    /// The same for one metric. Takes precedence over the function for all.
+    /// Sets how several records at one point of time are combined, for one metric. It takes
+    /// precedence over the function for all metrics.
     void SetAggregation(const std::string& metric, const std::string& function);
-    /// How gaps in a series are filled: "linear", "neighbours", "last" or "none". A series is left
-    /// out if more than the share of its points, 0 to 1, would be filled.
+    /// Sets how gaps in a series are filled: "linear", "neighbours", "last" or "none". A series is
+    /// left out if more than `maxShare` of its points, 0 to 1, would be filled.
     void SetMissingValues(const std::string& method, double maxShare);
 
-    /// Which series the model predicts, which it may predict from, and which are both. A metric
-    /// alone means all its series. Without a target all series are targets, and without a
-    /// predictor all may be predicted from.
+    /// Adds a series that the model predicts. A metric alone means all its series. Without a target
+    /// all series are targets.
     void AddTarget(const Series& series);
-    /// Adds a series from which others may be predicted.
+    /// Adds a series from which others may be predicted. A metric alone means all its series.
+    /// Without a predictor all series are predictors.
     void AddPredictor(const Series& series);
-    /// Adds a series that is both a target and a predictor.
+    /// Adds a series that is both a target and a predictor. A metric alone means all its series.
     void AddTargetAndPredictor(const Series& series);
-    /// A predictor that is always, or never, in the equation of a target. An empty target means all
-    /// targets.
+    /// Forces a predictor into the equation of a target. An empty target means all targets.
     void ForcePredictor(const Series& target, const Series& predictor);
-    /// A predictor that the equation of a target never has. An empty target: the equations of all
-    /// targets.
+    /// Keeps a predictor out of the equation of a target. An empty target means all targets.
     void ForbidPredictor(const Series& target, const Series& predictor);
-    /// How many points of time the equations look back: a number, or the best one up to a number.
-    /// The one that was set last holds.
+    /// Sets how many points of time the equations look back. Replaces SetMaxLag.
     void SetLags(int lags);
-    /// Tries all numbers of points up to this one. Replaces SetLags.
+    /// Sets the highest number of points of time that the equations may look back. The engine tries
+    /// all numbers up to it. Replaces SetLags.
     void SetMaxLag(int lags);
-    /// How the lags and the predictors of a target are chosen: "BIC", "EBIC",
-    /// which counts the candidates too, or "AIC".
+    /// Sets the criterion by which lags and predictors of a target are chosen: "BIC", "AIC", or
+    /// "EBIC", which also takes the number of candidates into account. docs/tcm.md has the
+    /// formulas.
     void SetCriterion(const std::string& criterion);
-    /// The most predictors of a target besides its own past.
+    /// Sets the highest number of predictors of a target, not counting its own past.
     void SetMaxPredictors(int count);
-    /// The share of residuals, 0 to 1, that chance explains; larger ones are outliers.
+    /// Sets the confidence level of outliers, above 0 and below 1: a residual is an outlier if its
+    /// p value is below 1 - `level`. docs/tcm.md describes the test.
     void SetOutlierLevel(double level);
 
-    /// Composes the job that Train would run, for the model file of that name. False without an
-    /// input.
+    /// Replaces `job` by the text of the job that Train would run for this model file. Returns
+    /// false without an input.
     bool GenerateHVL(const std::string& modelPath, std::string& job);
-    /// Runs the job, and shows its messages. The model file gets its name only if the job succeeded
-    /// and the file is whole; a file that has the name is replaced then, and unchanged otherwise.
-    /// False if the job failed, was cancelled or was refused, the model cannot be written, or the
-    /// time is a field of texts whose name needs quotes in a job. No execution is left.
+    /// Runs the job, shows its messages and ends its execution. The model file gets its name only
+    /// if the job succeeds and the file is complete. It then replaces a file of that name;
+    /// otherwise that file is unchanged. Returns false if the job fails, is cancelled or is
+    /// refused, if the model cannot be written, or if the time is a field of texts whose name needs
+    /// quotes in a job.
     bool Train(const std::string& modelPath);
-    /// Why the last Train failed: what the job reported or, where it reported nothing, what was
-    /// found; then only `errorText` is set. False, and nothing is set, if there is no reason.
+    /// Returns why the last Train failed: what the job reported or, if it reported nothing, the
+    /// problem that was found. In the second case only `errorText` is set. Returns false, and sets
+    /// nothing, if there is no reason.
     bool hasError(std::string& errorId, std::string& errorText, std::string& errorDetail) const;
     /// The messages of the last job, in order of arrival.
     const std::vector<std::string>& getMessages() const;

@@ -21,6 +21,7 @@ struct OutputTextOptions
 REPORT_API void writeOutputText(const OutputTree& tree, const OutputTextOptions& options,
                                 std::ostream& out);
 
-/// Writes the output of one procedure in the same way.
+/// Writes the output of one procedure as UTF-8 text for a terminal; otherwise as the overload for
+/// all output.
 REPORT_API void writeOutputText(const OutputHeading& procedure, const OutputTextOptions& options,
                                 std::ostream& out);

@@ -14,7 +14,8 @@
 /// invalid bytes and marks that change the writing direction become U+FFFD.
 REPORT_API std::string terminalText(std::string_view text);
 
-/// Does the same for each line of a text. A text without a line end is one line.
+/// Splits a text at its line ends and makes each line safe as terminalText does. A text without a
+/// line end is one line.
 REPORT_API std::vector<std::string> terminalLines(std::string_view text);
 
 /// The width of a text.
