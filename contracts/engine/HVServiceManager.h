@@ -23,7 +23,8 @@ public:
     HVServiceManager(JNIEnv* env, const EHVAppSetting& settings);
     HVServiceManager(const HVServiceManager&) = delete;
     HVServiceManager& operator=(const HVServiceManager&) = delete;
-    /// Shuts the engine down.
+    /// Shuts the engine down. Executions of the embedded engine can still be used and ended
+    /// afterwards; those of another backend must be ended before.
     virtual ~HVServiceManager();
 
     /// The service that makes executions. The manager owns it; it lives as long as the manager.

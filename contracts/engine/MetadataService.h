@@ -12,8 +12,9 @@ namespace EmbeddedHV {
 
 class Container;
 
-/// Answers questions without running a job. `env` is the environment of the calling thread. All
-/// texts are UTF-8. Every operation may throw Exception or JavaException.
+/// Answers questions without running a job. Calls come from one thread at a time; `env` is the
+/// environment of that thread. All texts are UTF-8. Every operation may throw Exception or
+/// JavaException.
 class ENGINE_API MetadataService
 {
 public:
