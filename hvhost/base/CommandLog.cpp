@@ -9,6 +9,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "base/AsciiText.h"
 #include "base/CivilTime.h"
 #include "base/FileDescriptor.h"
 #include "hvhost/base/CommandFault.h"
@@ -37,9 +38,7 @@ bool isForeign(const std::string& file)
     if (stream.gcount() == 0)
         return false;
     const auto withoutDigits = [](std::string& text) {
-        std::replace_if(
-            text.begin(), text.end(),
-            [](char character) { return character >= '0' && character <= '9'; }, '0');
+        std::replace_if(text.begin(), text.end(), base::isDigit, '0');
     };
     withoutDigits(form);
     withoutDigits(begin);

@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "base/ListText.h"
 #include "hvhost/base/StandardStreams.h"
 #include "hvhost/base/Text.h"
 #include "hvhost/show/OrderValue.h"
@@ -152,10 +153,8 @@ private:
 /// The available names, for a hint.
 std::string listed(const std::vector<std::string>& words)
 {
-    std::string list;
-    for (const std::string& word : words)
-        list += (list.empty() ? "" : ", ") + word;
-    return list.empty() ? "the document has no result" : "the document has " + list;
+    return words.empty() ? "the document has no result"
+                         : "the document has " + base::joined(words, ", ");
 }
 
 void OrderReader::readResult(RenderOrder& order, const OrderValue& value) const

@@ -2,6 +2,7 @@
 
 #include "JNIException.h"
 #include "TnOutput.h"
+#include "base/ListText.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/job/HostSession.h"
@@ -74,9 +75,10 @@ void Rendering::refuseFailures(const RenderOrder& order, const jsonToTarn& outpu
     const auto& failures = output.getFailures();
     if (failures.empty())
         return;
-    std::string places;
-    for (const jsonToTarn::Failure& failure : failures)
-        places += (places.empty() ? "\"" : ", \"") + placeOf(order, failure.object) + "\"";
+    const std::string places =
+        base::quotedList(failures, [&order](const jsonToTarn::Failure& failure) {
+            return placeOf(order, failure.object);
+        });
     throw CommandFault(ExitStatus::JobFailed,
                        _name + ": " + places + " cannot be shown: " + failures.front().reason, {},
                        failures.front().trace);

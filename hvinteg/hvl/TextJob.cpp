@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "base/AsciiText.h"
 #include "runner/HVStatContainer.h"
 #include "runner/HVStatDataIterator.h"
 
@@ -63,14 +64,11 @@ std::string iteratorReader(HVStatDataIterator& iterator)
 bool isPlainName(const std::string& name)
 {
     constexpr std::string_view kReserved[] = {"_", "val", "if", "else", "true", "false", "null"};
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    const auto isLetter = [](char c) {
-        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' ||
-               static_cast<unsigned char>(c) >= 0x80;
+    const auto isAllowed = [](char c) {
+        return base::isLetter(c) || base::isDigit(c) || c == '_' || !base::isAscii(c);
     };
-    return !name.empty() && !isDigit(name.front()) &&
-           std::all_of(name.begin(), name.end(),
-                       [&](char c) { return isLetter(c) || isDigit(c); }) &&
+    return !name.empty() && !base::isDigit(name.front()) &&
+           std::all_of(name.begin(), name.end(), isAllowed) &&
            std::find(std::begin(kReserved), std::end(kReserved), name) == std::end(kReserved);
 }
 

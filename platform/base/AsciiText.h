@@ -15,6 +15,33 @@ constexpr std::string_view trimmed(std::string_view text, std::string_view blank
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
+/// Whether a byte is a decimal digit.
+constexpr bool isDigit(char byte)
+{
+    return byte >= '0' && byte <= '9';
+}
+
+/// Whether a byte is an ASCII letter.
+constexpr bool isLetter(char byte)
+{
+    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+}
+
+/// Whether a byte is an ASCII character.
+constexpr bool isAscii(char byte)
+{
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+
+/// Whether a text contains only ASCII characters.
+constexpr bool isAscii(std::string_view text)
+{
+    for (const char byte : text)
+        if (!isAscii(byte))
+            return false;
+    return true;
+}
+
 /// The lower-case letter of an upper-case ASCII letter; any other byte unchanged.
 constexpr char lowerCase(char letter)
 {

@@ -9,20 +9,11 @@
 #include "base/AsciiText.h"
 
 namespace datafile {
-namespace {
-
-bool isAscii(const std::string& name)
-{
-    return std::all_of(name.begin(), name.end(),
-                       [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
-}
-
-} // namespace
 
 std::string foldedName(std::string name)
 {
     // Most names are ASCII and are compared often.
-    if (!isAscii(name)) {
+    if (!base::isAscii(name)) {
         std::string folded;
         icu::UnicodeString letters = icu::UnicodeString::fromUTF8(name);
         // Without memory ICU returns a bogus empty text, and all such names would be equal.
@@ -37,7 +28,7 @@ std::string foldedName(std::string name)
 bool isSameName(const std::string& left, const std::string& right)
 {
     // Letters outside ASCII may fold to ASCII letters.
-    if (!isAscii(left) || !isAscii(right))
+    if (!base::isAscii(left) || !base::isAscii(right))
         return foldedName(left) == foldedName(right);
     return left.size() == right.size() &&
            std::equal(left.begin(), left.end(), right.begin(),

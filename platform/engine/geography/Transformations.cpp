@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "Antimeridian.h"
+#include "base/ListText.h"
 
 namespace EmbeddedHV::maps {
 namespace {
@@ -70,14 +71,6 @@ bool uses(std::string_view operation, std::string_view method)
     });
 }
 
-std::string quotedList(const std::vector<TransformationMethod>& methods)
-{
-    std::string list;
-    for (const TransformationMethod& method : methods)
-        list += (list.empty() ? "\"" : ", \"") + method.name + "\"";
-    return list;
-}
-
 ObjectPtr datumSystem(PJ_CONTEXT* context, const PJ* system)
 {
     return ObjectPtr(proj_crs_get_geodetic_crs(context, system));
@@ -88,10 +81,13 @@ ObjectPtr datumSystem(PJ_CONTEXT* context, const PJ* system)
 {
     const auto known = methodsBetween(context, datumSystem(context, from).get(),
                                       datumSystem(context, to).get(), std::nullopt);
-    throw GeographyError(GeographyError::UnknownMethod,
-                         "there is no transformation \"" + method + "\" between " +
-                             proj_get_name(from) + " and " + proj_get_name(to) +
-                             (known.empty() ? "" : "; known are " + quotedList(known)));
+    throw GeographyError(
+        GeographyError::UnknownMethod,
+        "there is no transformation \"" + method + "\" between " + proj_get_name(from) + " and " +
+            proj_get_name(to) +
+            (known.empty()
+                 ? ""
+                 : "; known are " + base::quotedList(known, &TransformationMethod::name)));
 }
 
 ObjectPtr operationNamed(PJ_CONTEXT* context, const PJ* from, const PJ* to,

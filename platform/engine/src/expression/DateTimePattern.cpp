@@ -1,4 +1,5 @@
 #include "expression/DateTimePattern.h"
+#include "base/AsciiText.h"
 
 #include <algorithm>
 
@@ -19,11 +20,6 @@ constexpr PatternField kFields[] = {
     {'E', 4, 4, "%A"}, {'H', 1, 2, "%H"}, {'h', 1, 2, "%I"}, {'m', 1, 2, "%M"}, {'s', 1, 2, "%S"},
     {'S', 1, 3, "%g"}, {'S', 4, 6, "%f"}, {'a', 1, 1, "%p"},
 };
-
-bool isLetter(char c)
-{
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
 
 void appendLiteral(char c, std::string& format)
 {
@@ -66,7 +62,7 @@ TranslatedPattern translatePattern(std::string_view pattern)
                 return {{}, "an apostrophe is not closed"};
             continue;
         }
-        if (!isLetter(c)) {
+        if (!base::isLetter(c)) {
             appendLiteral(c, result.format);
             ++at;
             continue;

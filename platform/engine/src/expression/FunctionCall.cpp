@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ErrorIds.h"
+#include "base/ListText.h"
 #include "base/NearestName.h"
 #include "datafile/RaisedFault.h"
 #include "datafile/SqlQuoting.h"
@@ -123,9 +124,7 @@ std::string listed(const std::vector<std::string>& items)
     known.reserve(forms.size());
     for (const Form& form : forms)
         known.emplace_back(form.function->parameters);
-    std::string found;
-    for (const Operand& argument : arguments)
-        found += (found.empty() ? "" : ", ") + argument.description;
+    const std::string found = base::joined(arguments, ", ", &Operand::description);
     // If a form takes this number of arguments, the types are wrong; else the number is.
     const bool countFits =
         std::ranges::any_of(forms, [&](const Form& form) { return form.takes(arguments.size()); });
@@ -157,14 +156,6 @@ std::string argumentSql(std::string_view word, const Operand& argument, ValueTyp
     return value.type == ValueType::Null ? sqlAs(value, ValueType::Real) : value.sql;
 }
 
-std::string joined(const std::vector<std::string>& arguments)
-{
-    std::string text;
-    for (const std::string& argument : arguments)
-        text += (text.empty() ? "" : ", ") + argument;
-    return text;
-}
-
 /// The SQL text with which errors begin that the function raises at run time.
 std::string whereSql(const Place& place)
 {
@@ -184,7 +175,7 @@ std::string expanded(std::string_view sql, const std::vector<std::string>& argum
             text += whereSql(place);
             i += kWhere.size();
         } else if (sql[++i] == '*') {
-            text += joined(arguments);
+            text += base::joined(arguments, ", ");
         } else {
             text += arguments[static_cast<std::size_t>(sql[i] - '1')];
         }

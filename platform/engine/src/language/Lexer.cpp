@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "ErrorIds.h"
+#include "base/AsciiText.h"
 #include "language/QuotedText.h"
 #include "language/TextCursor.h"
 
@@ -18,15 +19,9 @@ constexpr std::string_view kSymbols[] = {"->", "=>", "==", "!=", "<=", ">=", "&&
                                          "(",  ")",  "[",  "]",  "{",  "}",  ",",  ":",  ".",
                                          "=",  "<",  ">",  "+",  "-",  "*",  "/",  "%",  "!"};
 
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
 bool isLetter(char c)
 {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' ||
-           static_cast<unsigned char>(c) >= 0x80;
+    return base::isLetter(c) || c == '_' || !base::isAscii(c);
 }
 
 bool isSpace(char c)
@@ -52,7 +47,7 @@ void skipSpace(TextCursor& cursor)
 Token readName(TextCursor& cursor)
 {
     Token token{.kind = Token::Kind::Name, .position = cursor.position(), .text = {}};
-    while (isLetter(cursor.peek()) || isDigit(cursor.peek()))
+    while (isLetter(cursor.peek()) || base::isDigit(cursor.peek()))
         token.text += cursor.advance();
     if (std::ranges::find(kKeywords, token.text) != std::end(kKeywords))
         token.kind = Token::Kind::Keyword;
@@ -61,7 +56,7 @@ Token readName(TextCursor& cursor)
 
 void readDigits(TextCursor& cursor, std::string& text)
 {
-    while (isDigit(cursor.peek()))
+    while (base::isDigit(cursor.peek()))
         text += cursor.advance();
 }
 
@@ -69,14 +64,14 @@ void readDigits(TextCursor& cursor, std::string& text)
 bool readFraction(TextCursor& cursor, std::string& text)
 {
     bool found = false;
-    if (cursor.peek() == '.' && isDigit(cursor.peek(1))) {
+    if (cursor.peek() == '.' && base::isDigit(cursor.peek(1))) {
         text += cursor.advance();
         readDigits(cursor, text);
         found = true;
     }
     if (cursor.peek() == 'e' || cursor.peek() == 'E') {
         const bool sign = cursor.peek(1) == '+' || cursor.peek(1) == '-';
-        if (isDigit(cursor.peek(sign ? 2 : 1))) {
+        if (base::isDigit(cursor.peek(sign ? 2 : 1))) {
             text += cursor.advance();
             if (sign)
                 text += cursor.advance();
@@ -145,7 +140,7 @@ Token readToken(TextCursor& cursor)
     const char first = cursor.peek();
     if (isLetter(first))
         return readName(cursor);
-    if (isDigit(first))
+    if (base::isDigit(first))
         return readNumber(cursor);
     if (first == '"' || first == '`') {
         const Position position = cursor.position();

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ErrorIds.h"
+#include "base/AsciiText.h"
 #include "base/Utf8.h"
 
 namespace EmbeddedHV::language {
@@ -16,7 +17,7 @@ constexpr std::pair<char, char> kEscapes[] = {{'"', '"'},  {'\\', '\\'}, {'/', '
 /// Returns a negative number if the character is not a hexadecimal digit.
 int hexDigit(char c)
 {
-    if (c >= '0' && c <= '9')
+    if (base::isDigit(c))
         return c - '0';
     if (c >= 'a' && c <= 'f')
         return c - 'a' + 10;

@@ -4,6 +4,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/ListText.h"
 #include "base/NearestName.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
@@ -192,15 +193,6 @@ void JoinReader::readOutputFields()
                 addColumn(i, field);
 }
 
-template <class Texts>
-std::string joined(const Texts& texts, const char* separator)
-{
-    std::string all;
-    for (const std::string& text : texts)
-        all += (all.empty() ? "" : separator) + text;
-    return all;
-}
-
 const char* outerJoin(const Join& join)
 {
     if (join.keepsUnmatched[0] && join.keepsUnmatched[1])
@@ -215,9 +207,9 @@ std::string antiJoin(const Join& join, const std::vector<std::string>& inputs)
     const std::size_t kept = join.keepsUnmatched[0] ? 0 : 1;
     const std::size_t other = 1 - kept;
     // Not NOT IN: one missing value on the other side would make its result empty.
-    return "SELECT " + joined(join.columns, ", ") + " FROM " + inputs[kept] + " AS " +
+    return "SELECT " + base::joined(join.columns, ", ") + " FROM " + inputs[kept] + " AS " +
            aliasOf(kept) + " WHERE NOT EXISTS (SELECT 1 FROM " + inputs[other] + " AS " +
-           aliasOf(other) + " WHERE " + joined(join.conditions[1], " AND ") + ")";
+           aliasOf(other) + " WHERE " + base::joined(join.conditions[1], " AND ") + ")";
 }
 
 std::string selectOf(const Join& join, const std::vector<std::string>& inputs)
@@ -230,9 +222,9 @@ std::string selectOf(const Join& join, const std::vector<std::string>& inputs)
             from += " CROSS JOIN " + inputs[i] + " AS " + aliasOf(i);
         else
             from += (join.type == "Outer" ? outerJoin(join) : " JOIN ") + inputs[i] + " AS " +
-                    aliasOf(i) + " ON " + joined(join.conditions[i], " AND ");
+                    aliasOf(i) + " ON " + base::joined(join.conditions[i], " AND ");
     }
-    return "SELECT " + joined(join.columns, ", ") + " FROM " + from;
+    return "SELECT " + base::joined(join.columns, ", ") + " FROM " + from;
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include "HostConversions.h"
 #include "VexaCases.h"
+#include "base/AsciiText.h"
 #include "base/CivilTime.h"
 #include "base/TimestampScale.h"
 #include "base/Utf8.h"
@@ -145,7 +146,7 @@ void CaseColumn::loadTexts(duckdb_vector vector, std::size_t rows, ErrorMonitor*
 void CaseColumn::put(std::size_t row, std::string_view text, ErrorMonitor* monitor)
 {
     const std::string_view original = text;
-    if (_page && !isAscii(text)) {
+    if (_page && !base::isAscii(text)) {
         // Replace characters that the encoding lacks: a single one must not make a file unreadable.
         if (!_page->fromUtf8(text, _converted) && monitor)
             monitor->Report("variable \"" + _name + "\": the encoding " + _page->name() +

@@ -1,12 +1,12 @@
 #include "text/CodePage.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <mutex>
 
 #include <unicode/ucnv.h>
 
+#include "base/AsciiText.h"
 #include "text/Utf16.h"
 
 namespace {
@@ -66,12 +66,6 @@ std::string preferredName(UConverter* converter)
 }
 
 } // namespace
-
-bool isAscii(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
 
 struct CodePage::Impl
 {
@@ -196,7 +190,7 @@ bool CodePage::toUtf16(std::string_view text, std::u16string& result) const
 
 bool CodePage::toUtf8(std::string_view text, std::string& result) const
 {
-    if (_impl->ascii && isAscii(text)) {
+    if (_impl->ascii && base::isAscii(text)) {
         result = text;
         return true;
     }
@@ -207,7 +201,7 @@ bool CodePage::toUtf8(std::string_view text, std::string& result) const
 
 bool CodePage::fromUtf8(std::string_view text, std::string& result) const
 {
-    if (_impl->ascii && isAscii(text)) {
+    if (_impl->ascii && base::isAscii(text)) {
         result = text;
         return true;
     }

@@ -6,9 +6,6 @@
 #include <string>
 #include <string_view>
 
-/// Whether all bytes are ASCII. Such a text is the same in almost every code page.
-bool isAscii(std::string_view text);
-
 /// A code page, by ICU: conversion from and to UTF-8, and iteration by characters. Any thread.
 class CodePage
 {

@@ -23,14 +23,14 @@ std::u16string foldedName(const std::string& name)
 }
 
 WantedName::WantedName(const std::string& name)
-    : _name(name), _folded(foldedName(name)), _isAscii(isAscii(name))
+    : _name(name), _folded(foldedName(name)), _isAscii(base::isAscii(name))
 {
 }
 
 bool WantedName::is(const std::string& other) const
 {
     // A byte is only known to be a letter in ASCII; elsewhere it may be half a character.
-    if (!_isAscii || !isAscii(other))
+    if (!_isAscii || !base::isAscii(other))
         return other == _name || foldedName(other) == _folded;
     return std::equal(
         _name.begin(), _name.end(), other.begin(), other.end(),

@@ -1,6 +1,7 @@
 #include <charconv>
 #include <limits>
 
+#include "base/AsciiText.h"
 #include "values/NumberText.h"
 #include "values/TextParts.h"
 
@@ -35,7 +36,7 @@ std::string plainAmount(std::string_view text, const NumberStyle& style)
         const bool isDecimalSign = character == style.decimalSign;
         if (!isDecimalSign && (character == '.' || character == ','))
             return {};
-        isWhole = isWhole && character >= '0' && character <= '9';
+        isWhole = isWhole && base::isDigit(character);
         plain += isDecimalSign ? '.' : character;
     }
     return plain;

@@ -3,17 +3,9 @@
 #include <algorithm>
 #include <charconv>
 
+#include "base/AsciiText.h"
+
 namespace {
-
-bool isDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
-
-bool isLetter(char character)
-{
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
-}
 
 // Removes the longest prefix of characters for which `question` is true, and returns it.
 template <typename Question>
@@ -54,7 +46,7 @@ void TextParts::skip(std::string_view characters)
 
 std::optional<int> TextParts::number(std::size_t mostDigits)
 {
-    const std::string_view digits = takeWhile(_rest, mostDigits, isDigit);
+    const std::string_view digits = takeWhile(_rest, mostDigits, base::isDigit);
     int value = 0;
     const auto error = std::from_chars(digits.data(), digits.data() + digits.size(), value).ec;
     return error == std::errc() ? std::optional(value) : std::nullopt;
@@ -62,7 +54,7 @@ std::optional<int> TextParts::number(std::size_t mostDigits)
 
 std::optional<double> TextParts::amount()
 {
-    const std::string_view digits = takeWhile(_rest, _rest.size(), isDigit);
+    const std::string_view digits = takeWhile(_rest, _rest.size(), base::isDigit);
     double value = 0;
     const auto error = std::from_chars(digits.data(), digits.data() + digits.size(), value).ec;
     return error == std::errc() ? std::optional(value) : std::nullopt;
@@ -70,14 +62,15 @@ std::optional<double> TextParts::amount()
 
 std::string TextParts::word()
 {
-    return upperCase(takeWhile(_rest, _rest.size(), isLetter));
+    return upperCase(takeWhile(_rest, _rest.size(), base::isLetter));
 }
 
 double TextParts::fraction()
 {
     if (!take(".,"))
         return 0;
-    const std::string digits = "0." + std::string(takeWhile(_rest, _rest.size(), isDigit)) + "0";
+    const std::string digits =
+        "0." + std::string(takeWhile(_rest, _rest.size(), base::isDigit)) + "0";
     double value = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), value);
     return value;
