@@ -46,8 +46,9 @@ TEST(CivilTime, ReadsOnlyWholeDates)
 {
     EXPECT_EQ(base::dayOfIso("1582-10-14"), base::kHostOrigin);
     EXPECT_TRUE(base::dayOfIso("0000-02-29"));
-    for (const char* text : {"", "2024-1-31", "2024-02-30", "2023-02-29", "2024/01/31",
-                             "2024-00-10", "2024-01-00", "+024-01-31", "2024-01-31 ", "2024-01-3x"})
+    for (const char* text :
+         {"", "2024-1-31", "2024-02-30", "2023-02-29", "2024/01-31", "2024-01/31", "2024-00-10",
+          "2024-01-00", "+024-01-31", "2024-01-31 ", "2024-01-3x"})
         EXPECT_FALSE(base::dayOfIso(text)) << text;
 }
 

@@ -167,5 +167,19 @@ TEST(SealedFile, AFileOfTheFirstVersionOpens)
     EXPECT_EQ(docspage::contentOf(plain.path().c_str()), "as it was");
 }
 
+TEST(SealedFile, BytesBehindAFullChunkAreAnError)
+{
+    const ScratchFile content(testing::TempDir());
+    const ScratchFile sealed(testing::TempDir());
+    const ScratchFile plain(testing::TempDir());
+    ASSERT_TRUE(content.write(std::string(std::size_t{64} * 1024, 'a')));
+    content.rewind();
+    sealFile(content.descriptor(), sealed.descriptor(), "password");
+    ASSERT_TRUE(sealed.write("x"));
+    sealed.rewind();
+    EXPECT_THROW(openSealedFile(sealed.descriptor(), plain.descriptor(), "password"),
+                 SealedFileError);
+}
+
 } // namespace
 } // namespace datafile

@@ -482,6 +482,10 @@ TEST_F(ReadWriteTest, NamedDataSourcesLastAcrossJobs)
                               write({"dataSource": "kept", "mode": "append"}))")
                     .errorText,
                 HasSubstr(R"(they lack the field "b")"));
+    EXPECT_THAT(run(read + R"( -> deriveField(_, c => x => ("c", 1)) ->
+                              write({"dataSource": "kept", "mode": "append"}))")
+                    .errorText,
+                HasSubstr(R"(it has no field "c")"));
     succeeded(
         run(read + R"( -> filterFields({"fields": ["a"]}) -> write({"dataSource": "kept"}))"));
     EXPECT_EQ(show("kept"), "a\n1\n");

@@ -109,6 +109,33 @@ TEST_F(RowIteratorTest, RowsThatComeOnceServeSeveralReaders)
     EXPECT_EQ(rows.calls, 4U);
 }
 
+TEST_F(RowIteratorTest, AFailedOutputRevokesTheModelOfItsChain)
+{
+    TestRows rows("rows", {{"v", "real"}}, {{1.0}});
+    rows.beforeRecord = [&](std::size_t) { std::filesystem::create_directory(path("out.csv")); };
+    const auto listener = feed(rows, R"(read({"dataSource": "rows"}) -> dataModelBuilder(_,
+        {"export": true, "name": "m", "uri": "$DIR/m.xml"}) -> )" +
+                                         writeCsv("out.csv"));
+    EXPECT_THAT(listener.errorText, HasSubstr("out.csv"));
+    EXPECT_EQ(files(), std::vector<std::string>{"out.csv"});
+}
+
+TEST_F(RowIteratorTest, RowsThatEndWithACancellationAreNoResult)
+{
+    TestRows rows("rows", {{"v", "real"}}, {{1.0}, {2.0}, {3.0}});
+    const auto execution = newExecution(_copy);
+    rows.beforeRecord = [&](std::size_t call) {
+        if (call == 2)
+            execution->cancel(nullptr);
+    };
+    RecordingListener listener;
+    execution->addInputIterator(nullptr, &rows, nullptr);
+    execution->execute(nullptr, &listener);
+    execution->dispose(nullptr);
+    EXPECT_EQ(listener.ending, "cancel");
+    EXPECT_TRUE(files().empty());
+}
+
 TEST_F(RowIteratorTest, AnEarlyEndIsAnEnd)
 {
     for (const unsigned int status : {RowDataIterator::EndOfData, RowDataIterator::Cancelled}) {

@@ -218,6 +218,9 @@ constexpr std::tuple<const char*, const char*, const char*> kJoins[] = {
     {"anti", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Anti",
                 "outputFields": {"l": ["person"]}})",
      "person\nBob\nDee\n"},
+    {"anti of both", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Anti",
+                        "nonMatchingSources": ["l", "r"]})",
+     "must name one input"},
     {"cartesian", R"({"matchFields": [], "joinType": "Cartesian",
                      "outputFields": {"l": ["person"], "r": ["name"]}})",
      "person,name\nAnn,Bern\nAnn,Oslo\nBob,Bern\nBob,Oslo\nCid,Bern\nCid,Oslo\nDee,Bern\nDee,"

@@ -273,6 +273,10 @@ TEST_F(TableTest, ACellHasToBeOfEveryDimensionAndTheLastWordCounts)
     late->Category(TnString("l")).Cell(number(3));
     EXPECT_EQ(cell({0, 1, 0}), "3");
     EXPECT_EQ(told().cells.size(), 1U);
+    // Only equal contents are shared.
+    late->Category(TnString("m")).Cell(TnUTF8String("key", "text", "one"));
+    late->Category(TnString("n")).Cell(TnUTF8String("key", "text", "two"));
+    EXPECT_EQ(told().cells.at({0, 1, 2})->content.helpId, "two");
 }
 
 // As a walk over nested dimensions declares them; the label of a value and of a sum may be equal.

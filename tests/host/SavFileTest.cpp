@@ -265,6 +265,7 @@ TEST(SavFile, ABadFileIsRefusedByItsName)
     const std::string open = scratch.read("open.sav");
     EXPECT_EQ(sealed.find("hvinteg.dictionary"), std::string::npos);
     scratch.put("sealed_cut.sav", sealed.substr(0, sealed.size() - 1));
+    scratch.put("sealed_long.sav", sealed + "x");
     scratch.put("open_cut.sav", open.substr(0, open.size() - 1));
     scratch.put("empty.sav", "");
     scratch.put("text.sav", "a,b\n1,2\n");
@@ -272,6 +273,7 @@ TEST(SavFile, ABadFileIsRefusedByItsName)
         {"sealed.sav", "pass word", "password"},
         {"sealed.sav", "", "sealed with a password, and none is given"},
         {"sealed_cut.sav", "pass wörd", "sealed_cut.sav: "},
+        {"sealed_long.sav", "pass wörd", "sealed_long.sav: "},
         {"open_cut.sav", "", "not a SAV file, or it is cut short"},
         {"empty.sav", "", "empty.sav"},
         {"text.sav", "", "not a SAV file"},

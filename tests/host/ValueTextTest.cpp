@@ -184,6 +184,7 @@ TEST(ValueTextTest, DatesAndTimesFitTheirWidthAndComeBack)
     }
     EXPECT_EQ(readBack("1 march 1999", format(20, 0)), readBack("03/01/99", format(23, 0)));
     EXPECT_EQ(readBack("29.02.2100", format(38, 0)), std::nullopt);
+    EXPECT_EQ(readBack("29-FEB-2020 24:00", format(22, 0)), std::nullopt);
 }
 
 TEST(ValueTextTest, TextsKeepTheirBytes)

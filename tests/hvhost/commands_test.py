@@ -74,6 +74,8 @@ class Convert(Case):
                 ('"a, b"|c\n1|2\n', [], '"a, b",c\n1,2\n'),
                 ('a;b\n-1.234,5;"2,5"\n0,5;x"y,z\n', ["--decimal-comma"],
                  'a,b\n-1234.5,2.5\n0.5,"x""y,z"\n'),
+                ("a;b;c;d\n0.234;1.234;1.23;1234.567,5\n", ["--decimal-comma"],
+                 "a,b,c,d\n0.234,1234,1.23,\"1234.567,5\"\n"),
                 ('a,b\n"1,5","v;w"\n"2,5e3",1.2.3\n', ["--decimal-comma"],
                  "a,b\n1.5,v;w\n2500.0,1.2.3\n"),
                 ("a;b\nx;1\n", ["--separator", ","], "a;b\nx;1\n"),

@@ -101,12 +101,24 @@ TEST(FieldDocument, EveryPropertySurvivesAndIsWrittenTheSame)
     CFField inner("code", CFField::Ordinal, CFField::Integer, CFField::Target);
     inner.SetBaseField(fields.front());
     fields.emplace_back(realField()).SetBaseField(inner);
+    // Each differs from the first in one property.
+    fields.push_back(realField());
+    fields.emplace_back("X", CFField::Continuous, CFField::Real);
+    fields.emplace_back("x", CFField::Flag, CFField::Real);
+    fields.emplace_back("x", CFField::Continuous, CFField::Date);
+    fields.emplace_back("x", CFField::Continuous, CFField::Real, CFField::Target);
+    fields.emplace_back(realField()).SetLabel("label");
+    fields.emplace_back(realField()).SetValues({CFValue()});
+    fields.emplace_back(realField()).SetValueLabels({CFValue()});
+    fields.emplace_back(realField()).SetBaseField(realField());
 
     for (const CFField& field : fields) {
         const std::string xml = documentOf(field);
         const CFMetaData read(xml);
         EXPECT_TRUE(*read.GetField(0U) == field) << xml;
         EXPECT_EQ(documentOf(read), xml);
+        for (const CFField& other : fields)
+            EXPECT_EQ(field == other, &field == &other) << xml << documentOf(other);
     }
 }
 

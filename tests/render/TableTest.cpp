@@ -263,7 +263,7 @@ TEST_F(TableTest, TitleCaptionCornerAndNotes)
         notes(textItem("n0") + "," + textItem("n1")) +
         ",'title':{'show':false,'text':{'footnotes':[1,2]}},'cornerText':{'text':" + textItem("k") +
         "},'minDataColumnWidth':20,'maxDataColumnWidth':99,"
-        "'formats':[{'index':'1','footnotes':[1,0,9]}],'caption':{'text':[" +
+        "'formats':[{'index':'1','footnotes':[1,0,9]},{'index':'1'}],'caption':{'text':[" +
         textItem("one") + ",null,{'text':{'stringText':{'value':'two'},'footnotes':[0]}}]}";
     const std::string rows = dimension("R", leaf("a") + "," + leaf("b"));
     const std::string title = "heading P\n table -T^n1 [S] 20..99\n";

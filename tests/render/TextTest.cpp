@@ -25,7 +25,9 @@ MemorySource variables()
     VEXA_ValueLabelMap texts(10);
     texts.SetLabel("Bern", "Capital");
     town.SetValueLabels(texts);
-    return MemorySource({sex, day, town});
+    VEXA_Variable month = numeric("month");
+    month.SetFormat({8, kFormatMonth, 0});
+    return MemorySource({sex, day, town, month});
 }
 
 class TextTest : public RenderTest
@@ -93,6 +95,8 @@ TEST_F(TextTest, ItemsBecomeTexts)
         {"'numericDataText':{'variable':'sex','value':1}", false, "female"},
         {"'numericDataText':{'variable':'sex'}", false, nullptr},
         {"'numericDataText':{'variable':'day','value':1}", false, "1970/01/02"},
+        {"'numericDataText':{'variable':'month','value':12}", false, "DECEMBER"},
+        {"'numericDataText':{'variable':'month','value':0}", false, "JANUARY"}, // a day since 1970
         {"'numericDataText':{'variable':'town','value':1}", false, "1"},
         {"'numericDataText':{'variable':'f_date','value':1}", false, "1970/01/02"},
         {"'numericDataText':{'variable':'f_time','value':3600}", false, "01:00:00"},

@@ -11,7 +11,7 @@ using RunnerHost = RunnerFixture;
 TEST_F(RunnerHost, WeightAndSplitAreOffWhileTheRunnerLives)
 {
     const std::tuple<std::int64_t, std::int64_t, bool, bool, Names> rows[] = {
-        {3, 2, true, true, {}},
+        {1, 1, true, true, {}},
         {3, 2, false, true, {"DisableWeight"}},
         {3, 2, true, false, {"DisableSplit"}},
         {3, 2, false, false, {"DisableWeight", "DisableSplit"}},
