@@ -51,26 +51,13 @@ protected:
                                        "sales", dimFields, dimValues, actual, predicted);
     }
 
-    /// The jobs without the descriptive one. Files have short names: MODEL, and T1, T2 and so on in
-    /// the order of their appearance.
+    /// The jobs without the descriptive one.
     Names plainJobs() const
     {
-        std::map<std::string, std::string> names = {
-            {NormalizeHvlPathU(modelPath, "file"), "MODEL"}};
-        Names texts;
-        for (std::string rest : jobs()) {
-            if (rest.find("descriptives:") != std::string::npos)
-                continue;
-            std::string text;
-            for (std::smatch uri; std::regex_search(rest, uri, std::regex("file:///[^\"]*"));
-                 rest = uri.suffix()) {
-                const auto [place, isNew] = names.try_emplace(uri.str());
-                if (isNew)
-                    place->second = "T" + std::to_string(names.size() - 1);
-                text += uri.prefix().str() + place->second;
-            }
-            texts.push_back(text + rest);
-        }
+        Names texts = jobs();
+        std::erase_if(texts, [](const std::string& text) {
+            return text.find("descriptives:") != std::string::npos;
+        });
         return texts;
     }
 
@@ -94,7 +81,7 @@ protected:
     std::vector<double> predicted;
     std::vector<int> recordsRead; ///< by each job that reads the dataset
     std::string modelOfRecords;   ///< as the preparation finds it
-    std::size_t failingJob = 0;   ///< from 1
+    std::size_t failingJob = 0;   ///< from 1; 0 for none
 
 private:
     void answer(ScriptedJob& job)
@@ -111,9 +98,8 @@ private:
             text.find("tsdp:tsdp") != std::string::npos)
             FetchFile::fetch(read[1], modelOfRecords);
         if (jobs().size() == failingJob)
-            job.listener().onError("ID", "text", "detail");
-        else
-            job.listener().onSuccess();
+            return job.listener().onError("ID", "text", "detail");
+        job.listener().onSuccess();
     }
 
     static constexpr const char* kDescribed =

@@ -1,29 +1,11 @@
 #include "tcm/ReplayFixture.h"
-#include "tcm/TimeConversion.h"
 
 // The data preparation of a model, run again on a dataset: its jobs, and which settings fit which
 // data.
 
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
-
-/// The reader and the writer of files: T1 for records and T2 for their data model, or T3 and T4,
-/// ...
-std::string readFile(int records)
-{
-    return R"(val readerConf = {"filesystem":{"dataModel":"T)" + std::to_string(records + 1) +
-           R"(","locations":[{"path":"T)" + std::to_string(records) +
-           R"(","parser":{"name":"hvbf","config":{}}}]}})" + "\n";
-}
-
-std::string writeFile(int records)
-{
-    return R"(val writerConf = {"dataDestination":"T)" + std::to_string(records) +
-           R"(","dataModelDestination":"T)" + std::to_string(records + 1) +
-           "\",\"type\":\"hvbf\"}\n";
-}
 
 /// What a job reads, and its first step.
 std::string outline(const std::string& job)
@@ -46,37 +28,6 @@ std::string columnsServed()
 }
 
 } // namespace
-
-TEST_F(Replay, ComposesTheJobsOfAScore)
-{
-    EXPECT_FALSE(score("month", "0", "2")) << "there are no scored rows";
-    EXPECT_THAT(
-        plainJobs(),
-        ElementsAre(
-            "val readerConf = {\"dataSource\":\"_activeDataset_\",\"readErrorThreshold\":-1}\n" +
-                writeFile(1) + "read(readerConf)->write(writerConf)",
-            readFile(1) + GetToTimestampLambda("month") + "\n" + writeFile(3) +
-                "read(readerConf)->reclassifyField(_,toTS)->write(writerConf)",
-            readFile(3) + R"(val tsdpOutConf = [{"export":true,"name":"JSON","uri":"T5"}])" +
-                "\nval tsdpConf = {\"dimFieldList\":[\"region\"],"
-                R"("metricFieldList":["sales"],"dateTimeField":"month","span":{"n":3}})"
-                "\n" +
-                writeFile(6) +
-                "read(readerConf)->tsdp:tsdp(tsdpConf,_,tsdpOutConf)->write(writerConf)",
-            readFile(6) +
-                R"(val scoreConf = {"fieldSetting":{"fieldType":"INCLUDED_TARGET_LIST",)"
-                R"("fieldNameList":{"seriesIDList":[["north","sales"]]}},"forecast":)"
-                R"({"doForecast":true,"forecastSpan":2},"fit":{"doFit":true},)"
-                R"("outputOriginalValue":true})"
-                "\nval scoreInConf = [{\"name\":\"InputTCMXML\",\"uri\":\"MODEL\"}]\n"
-                "val rtsdpConf = {\"exportFutureFlag\":true}\n"
-                "val rtsdpInConf = [{\"name\":\"JSON\",\"uri\":\"T5\"}]\n" +
-                writeFile(8) +
-                "read(readerConf)->tcm:score(scoreConf, scoreInConf,_)"
-                "->rtsdp:rtsdp(rtsdpConf, rtsdpInConf, _)->write(writerConf)"));
-    EXPECT_THAT(jobs().front(),
-                HasSubstr(R"("inputFieldList":["region"],"maxNOfDistinctValues":10000)"));
-}
 
 TEST_F(Replay, TakesTheJobsThatTheDataNeed)
 {
@@ -224,5 +175,6 @@ TEST_F(Replay, AJobThatFailsEndsTheRequest)
         EXPECT_EQ(jobs().size(), failingJob);
         EXPECT_EQ(reason(), "IDtextdetail");
         EXPECT_EQ(openExecutions(engine), 0);
+        EXPECT_EQ(scratchFiles().size(), 1U) << "the model alone";
     }
 }

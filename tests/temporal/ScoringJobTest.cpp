@@ -1,9 +1,6 @@
 #include "engine/EngineFixture.h"
 #include "temporal/ScoringSamples.h"
 
-#include <random>
-#include <sstream>
-
 #include "components/ContainerFile.h"
 #include "components/temporal/model/ModelArchive.h"
 #include "components/temporal/model/Preparation.h"
@@ -79,57 +76,6 @@ private:
         return model;
     }
 };
-
-/// The numbers of a CSV text below its header; an empty place is not-a-number.
-std::vector<std::vector<double>> rowsOf(const std::string& csv)
-{
-    std::vector<std::vector<double>> rows;
-    std::istringstream lines(csv.substr(csv.find('\n') + 1));
-    for (std::string line; std::getline(lines, line);) {
-        rows.emplace_back();
-        std::istringstream places(line + ",");
-        for (std::string place; std::getline(places, place, ',');)
-            rows.back().push_back(place.empty() ? kNone : std::stod(place));
-    }
-    return rows;
-}
-
-void expectCsv(const std::string& csv, const std::string& header,
-               const std::vector<std::vector<double>>& expected)
-{
-    EXPECT_EQ(csv.substr(0, csv.find('\n')), header);
-    const auto rows = rowsOf(csv);
-    ASSERT_EQ(rows.size(), expected.size());
-    for (std::size_t row = 0; row < rows.size(); ++row)
-        EXPECT_THAT(rows[row],
-                    testing::Pointwise(testing::NanSensitiveDoubleNear(1e-8), expected[row]))
-            << row;
-}
-
-TEST_F(ScoringJobTest, TheViewersJobsGiveScores)
-{
-    writeModel(twoSeries());
-    write("in.csv", kPrepared);
-    const std::string target = step("tcm:score", R"("fieldSetting": {
-        "fieldType": "INCLUDED_TARGET_LIST", "fieldNameList": {"seriesIDList": [["y"]]}},
-        "forecast": {"doForecast": true, "forecastSpan": 1}, "fit": {"doFit": true},
-        "outputOriginalValue": true)");
-    // 2 + 0.4 * 20.5 + 3 * 2.5 - 4.5, 2 + 0.4 * 30.5 + 3 * 6.5 - 2.5, with 1.96 * 2 around them.
-    const double bound = 1.959963984540054 * 2;
-    expectCsv(result(target), "$TimeIndex,$FutureFlag,2,2_predicted,2_lower,2_upper",
-              {{0, 0, 10.5, kNone, kNone, kNone},
-               {1, 0, 20.5, kNone, kNone, kNone},
-               {2, 0, 30.5, 13.2, 13.2 - bound, 13.2 + bound},
-               {3, 1, kNone, 31.2, 31.2 - bound, 31.2 + bound}});
-    const double own = 1.959963984540054 * 0.5;
-    expectCsv(result(step("tcm:ar", listed(R"(["x"])") + R"(, "forecast": {"forecastSpan": 2})")),
-              "$TimeIndex,$FutureFlag,1_predicted,1_lower,1_upper",
-              {{0, 0, kNone, kNone, kNone},
-               {1, 0, 3.25, 3.25 - own, 3.25 + own},
-               {2, 0, 2.25, 2.25 - own, 2.25 + own},
-               {3, 1, 4.25, 4.25 - own, 4.25 + own},
-               {4, 1, 3.125, 3.125 - own * std::sqrt(1.25), 3.125 + own * std::sqrt(1.25)}});
-}
 
 TEST_F(ScoringJobTest, SettingsSayWhatIsGiven)
 {
@@ -259,89 +205,6 @@ TEST_F(ScoringJobTest, WhatMakesNoSenseIsRefused)
     write("in.csv", "1,2\n4.5,1.5\n");
     EXPECT_THAT(result(step("tcm:score", y)), HasSubstr("no integer field \"$TimeIndex\""));
     EXPECT_THAT(files(), ElementsAre("in.csv", "m.tcm", "text.tcm"));
-}
-
-/// The value of the equation for the point after a history, which has a row for each series.
-double byHand(const EmbeddedHV::SeriesEquation& equation,
-              const std::vector<std::vector<double>>& history)
-{
-    double sum = equation.intercept;
-    for (const EmbeddedHV::LaggedTerm& term : equation.terms) {
-        const std::vector<double>& values = history[term.series];
-        sum += term.coefficient * values[values.size() - static_cast<std::size_t>(term.lag)];
-    }
-    return sum;
-}
-
-TEST_F(ScoringJobTest, LaterDataContinueATrainedModel)
-{
-    // Visits lead sales by a month. The model sees 60 months, the scores are of 64.
-    const std::vector<std::string> regions = {"north", "south"};
-    std::vector<std::vector<double>> values(4); ///< north's sales and visits, then south's
-    std::string csv = "day,region,sales,visits\n";
-    std::mt19937_64 random(5);
-    std::normal_distribution<double> normal;
-    const auto rounded = [](double value) { return std::round(value * 1000) / 1000; };
-    for (int month = 0; month < 64; ++month) {
-        if (month == 60)
-            write("train.csv", csv);
-        for (std::size_t region = 0; region < 2; ++region) {
-            std::vector<double>& visits = values[2 * region + 1];
-            const double before = visits.empty() ? 5 : visits.back();
-            values[2 * region].push_back(rounded(2 * before + 0.3 * normal(random)));
-            visits.push_back(rounded(5 + normal(random)));
-            csv += std::to_string(2000 + month / 12) + (month % 12 < 9 ? "-0" : "-") +
-                   std::to_string(month % 12 + 1) + "-01," + regions[region] + "," +
-                   std::to_string(values[2 * region].back()) + "," + std::to_string(visits.back()) +
-                   "\n";
-        }
-    }
-    write("in.csv", csv);
-    const auto container = [](const std::string& name) {
-        return R"([{"name": "C", "uri": "$DIR/)" + name + R"("}])";
-    };
-    succeeded(run(readCsv("train.csv") + R"( -> tsdp:tsdp({"dateTimeField": "day",
-        "dimFieldList": ["region"], "metricFieldList": ["sales", "visits"]}, _, )" +
-                  container("p.zip") + R"() -> tcm:train({"lags": 2}, )" + container("p.zip") +
-                  ", " + container("m.tcm") + ")"));
-    const EmbeddedHV::Json settings =
-        EmbeddedHV::Json::parse(member("m.tcm", "TSDPOutput.json"))["settings"];
-    succeeded(run(readCsv("in.csv") + " -> tsdp:tsdp(" + settings.dump() + ", _, " +
-                  container("q.zip") + ") -> " +
-                  step("tcm:score", listed(R"(["north", "sales"])") +
-                                        R"(, "forecast": {"forecastSpan": 3},
-                                            "outputOriginalValue": true)") +
-                  R"( -> rtsdp:rtsdp({"exportFutureFlag": true}, )" + container("q.zip") +
-                  ", _) -> " + writeCsv("out.csv")));
-
-    const EmbeddedHV::TcmModel model = EmbeddedHV::readModel(path("m.tcm"), "test");
-    const auto& equation = *model.equationOf(*model.placeOf("1-1"));
-    EXPECT_THAT(equation.groups, Contains(testing::Field(&EmbeddedHV::PredictorGroup::series,
-                                                         *model.placeOf("1-2"))));
-    const std::string text = read("out.csv");
-    EXPECT_EQ(text.substr(0, text.find('\n')),
-              "day,$FutureFlag,sales,sales_predicted,sales_lower,sales_upper");
-    // A viewer gets the host's number for a value that is missing.
-    EXPECT_THAT(text, HasSubstr("\n2005-05-01,1,-1.7976931348623157e+308,"));
-    const auto rows = rowsOf(text);
-    ASSERT_EQ(rows.size(), 67U);
-    std::vector<std::vector<double>> history(4);
-    for (std::size_t month = 0; month < 67; ++month) {
-        const std::vector<double>& row = rows[month];
-        if (month >= 2) {
-            EXPECT_NEAR(row[3], byHand(equation, history), 1e-9) << month;
-        }
-        std::vector<double> next;
-        for (std::size_t place = 0; place < 4; ++place)
-            next.push_back(month < 64 ? values[place][month]
-                                      : byHand(*model.equationOf(place), history));
-        EXPECT_EQ(row[1], month < 64 ? 0 : 1);
-        if (month < 64) {
-            EXPECT_EQ(row[2], next[0]);
-        }
-        for (std::size_t place = 0; place < 4; ++place)
-            history[place].push_back(next[place]);
-    }
 }
 
 TEST_F(ScoringJobTest, CapabilitiesAreDocumentsOfTheModel)

@@ -10,7 +10,6 @@
 #include "components/temporal/base/Distributions.h"
 #include "components/temporal/model/ModelDocument.h"
 #include "components/temporal/training/FitMeasures.h"
-#include "components/temporal/training/LaggedProducts.h"
 #include "temporal/TrainingData.h"
 
 using namespace TemporalTest;
@@ -106,37 +105,6 @@ TEST(Training, EquationsAreThoseOfLeastSquares)
             expectNear(group.fStatistic, f, "F");
         }
     }
-}
-
-TEST(Training, ProductsAreThoseOfLaggedColumns)
-{
-    SeriesTable table;
-    table.values = noise(40, 3, 2);
-    const ScaledSeries scaled = scaledSeries(table);
-    const TimeRange window{4, 37};
-    LaggedProducts products(scaled, {2, 0, 1}, window, 3, [] {});
-    const auto column = [&](std::size_t member, int lag) {
-        const Eigen::Index series = member == 0 ? 2 : static_cast<Eigen::Index>(member) - 1;
-        Eigen::VectorXd values = scaled.values.col(series).segment(window.first + 3 - lag, 30);
-        return Eigen::VectorXd(values.array() - values.mean());
-    };
-    Eigen::MatrixXd block;
-    Eigen::VectorXd targets;
-    for (const int lags : {1, 3})
-        for (std::size_t member = 0; member < 3; ++member) {
-            products.crossProducts(member, lags, block);
-            products.targetProducts(member, lags, targets);
-            for (std::size_t other = 0; other < 3; ++other)
-                for (int lag = 1; lag <= lags; ++lag) {
-                    const auto at = static_cast<Eigen::Index>(other) * lags + lag - 1;
-                    EXPECT_NEAR(targets[at], column(member, 0).dot(column(other, lag)), 1e-12);
-                    for (int row = 1; row <= lags; ++row)
-                        EXPECT_NEAR(block(row - 1, at), column(member, row).dot(column(other, lag)),
-                                    1e-12);
-                }
-            EXPECT_NEAR(products.ownProducts(member, lags)(0, lags - 1),
-                        column(member, 1).dot(column(member, lags)), 1e-12);
-        }
 }
 
 TEST(Training, FindsTheEquationsThatMadeTheSeries)
