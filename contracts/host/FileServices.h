@@ -54,9 +54,9 @@ HOST_API std::string FormTempName(const std::string& prefix);
 /// Creates a folder in the temporary directory, accessible to its owner only. Returns an empty name
 /// on failure.
 HOST_API std::string CreateTempFolder(const std::string& prefix);
-/// Removes such a folder and its content. Returns false, and removes nothing, for a name outside
-/// the temporary directory or one that is not a folder. Returns false also if something could not
-/// be removed.
+/// Removes a folder of CreateTempFolder and its content. Returns false, and removes nothing, for a
+/// name outside the temporary directory or one that is not a folder. Returns false also if
+/// something could not be removed.
 HOST_API bool RemoveFolderFromTempDir(const std::string& folder);
 
 /// The entries of a directory at construction, sorted by the bytes of their names. "." and ".." are

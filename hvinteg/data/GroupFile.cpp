@@ -1,5 +1,6 @@
 #include "data/GroupFile.h"
 
+#include <cstdio>
 #include <utility>
 
 #include "ExtNameStr.h"
@@ -30,11 +31,8 @@ GroupFile::~GroupFile()
 {
     closeReader();
     _outputFile.reset();
-    if (!_name.empty()) {
-        ExtNameStr name;
-        name.SetGeneric(_name);
-        ExtNameStr::remove(name);
-    }
+    if (!_nativeName.empty())
+        std::remove(_nativeName.c_str());
 }
 
 void GroupFile::fail(const ErrorText& error, int level)
@@ -47,6 +45,7 @@ void GroupFile::create(const std::vector<std::string>& names,
                        const std::vector<MeasurementLevel>& levels)
 {
     _name = FormTempName(kTempPrefix);
+    _nativeName = ExtNameStr(_name).GetNative();
     _writeSpec.Init(_name, true, true);
     _outputFile = std::make_unique<UserOutputCaseFile>(_writeSpec);
     _store = _outputFile->DataSource();

@@ -63,6 +63,7 @@ private:
     std::vector<int> _variables; ///< columns of the source; negative for a variable without values
     std::vector<int> _widths;    ///< of the stored variables
     std::string _name;
+    std::string _nativeName; ///< for the destructor, which must not allocate
     // The files may refer to their descriptions.
     UserCaseFileSpec _writeSpec;
     UserCaseFileSpec _readSpec;
