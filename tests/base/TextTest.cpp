@@ -46,7 +46,9 @@ TEST(NearestName, FindsWhatTheUserMeant)
 
 TEST(NumberText, ConvertsBackToTheSameNumber)
 {
-    EXPECT_EQ(base::shortestNumber(0.1), "0.1");
+    for (const char* number : {"0.1", "0", "-0", "100000", "-0.00001", "9.9e-06",
+                               "99999999999999984", "1e+17", "-0.000012345678901234568"})
+        EXPECT_EQ(base::shortestNumber(std::strtod(number, nullptr)), number);
     EXPECT_EQ(base::shortestNumber(-std::numeric_limits<double>::max()),
               "-1.7976931348623157e+308");
     std::string text = "[";
