@@ -10,6 +10,7 @@ import json
 import pathlib
 import re
 import sys
+import warnings
 
 import jsonschema
 
@@ -50,6 +51,17 @@ def with_slip(document, path, value):
     return changed
 
 
+def validator_of(schema_path):
+    """References between schemas are names of files in the same folder."""
+    schema = json.loads(schema_path.read_text(encoding="utf-8"))
+    jsonschema.Draft202012Validator.check_schema(schema)
+    with warnings.catch_warnings():
+        # The replacement of RefResolver is missing in older versions.
+        warnings.simplefilter("ignore", DeprecationWarning)
+        resolver = jsonschema.RefResolver(schema_path.resolve().as_uri(), schema)
+        return jsonschema.Draft202012Validator(schema, resolver=resolver)
+
+
 def documentation_faults(validator, text):
     example = strict(re.search(r"```json\n(.*?)```", text, re.S).group(1))
     yield from (f"the example: {error.message}" for error in validator.iter_errors(example))
@@ -65,9 +77,7 @@ def document_faults(validator, path):
 
 def main():
     schema_path, *rest = sys.argv[1:]
-    schema = json.loads(pathlib.Path(schema_path).read_text(encoding="utf-8"))
-    jsonschema.Draft202012Validator.check_schema(schema)
-    validator = jsonschema.Draft202012Validator(schema)
+    validator = validator_of(pathlib.Path(schema_path))
     if rest[0] == "--documentation":
         text = pathlib.Path(rest[1]).read_text(encoding="utf-8")
         faults = list(documentation_faults(validator, text))

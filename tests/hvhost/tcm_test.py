@@ -1,12 +1,19 @@
 """hvhost tcm: models that are trained on data whose making is known, and what is said of them."""
 import csv
+import functools
 import io
 import json
+import pathlib
+import sys
 import time
 import unittest
 
 from hvhost_case import DATA, Case
 from page_reader import Page
+
+TESTS = pathlib.Path(__file__).resolve().parent.parent
+sys.path.insert(0, str(TESTS / "engine"))
+from validate_result import validator_of  # noqa: E402
 
 SHOPS = DATA / "shops.csv"
 REGIONS = ("north", "east", "south", "west")
@@ -53,6 +60,11 @@ FAULTS = [
 ]
 
 
+@functools.cache
+def validator(command):
+    return validator_of(TESTS.parent / "docs" / "schemas" / f"tcm-{command}.schema.json")
+
+
 class Tcm(Case):
     """All cases share one model, which none of them changes."""
 
@@ -73,7 +85,9 @@ class Tcm(Case):
         return self.run_hvhost("tcm", *words, **more)
 
     def told(self, *words, **more):
-        return json.loads(self.tcm(*words, "--format", "json", **more).stdout)
+        document = json.loads(self.tcm(*words, "--format", "json", **more).stdout)
+        validator(words[0]).validate(document)
+        return document
 
     def table(self, *words):
         return list(csv.DictReader(io.StringIO(self.tcm(*words, "--format", "csv").stdout)))
@@ -83,7 +97,6 @@ class Tcm(Case):
 
     def test_info_finds_what_the_data_hide(self):
         told = self.told("info", self.model)
-        self.assertEqual(told["schema"], 1)
         self.assertEqual(len(told["series"]), 12)
         self.assertEqual(told["time"]["points"], 120)
         predictors = {equation["target"]: {one["series"]: one for one in equation["predictors"]}
@@ -142,6 +155,7 @@ class Tcm(Case):
         causes = {row["predictor"]: row for row in rows if row["direction"] == "causes"}
         self.assertEqual(causes["north,advertising"]["lag"], "2")
         self.assertEqual(causes["north,advertising"]["level"], "1")
+        self.told("impact", self.model, SHOPS, "--series", "east,sales")
         deeper = self.table("impact", self.model, SHOPS, "--series", "north,advertising", "--level",
                             2)
         self.assertIn("contribution", deeper[0])
