@@ -1,5 +1,5 @@
-// Included at the top of each source that contains planted faults. A build contains many faults, each
-// behind a number. The environment variable selects the one that takes effect in a process.
+// Included at the top of each source that contains planted faults. A build contains many faults,
+// each behind a number. The environment variable selects the one that takes effect in a process.
 #pragma once
 #include <cstdlib>
 
@@ -16,9 +16,12 @@
 #pragma GCC diagnostic ignored "-Wint-in-bool-context"
 
 inline const int plantedFault = [] {
-  const char* number = std::getenv("HV_PLANTED_FAULT");
-  return number == nullptr ? 0 : std::atoi(number);
+    const char* number = std::getenv("HV_PLANTED_FAULT");
+    return number == nullptr ? 0 : std::atoi(number);
 }();
 
 // Not constexpr: in a constant expression the fault must not compile, or it would have no effect.
-inline bool isPlanted(int number) { return plantedFault == number; }
+inline bool isPlanted(int number)
+{
+    return plantedFault == number;
+}
