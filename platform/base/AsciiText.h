@@ -33,7 +33,8 @@ constexpr bool isAscii(char byte)
     return static_cast<unsigned char>(byte) < 0x80;
 }
 
-/// Whether a text contains only ASCII characters.
+/// Whether a text contains only ASCII characters. Such a text is the same in almost every code
+/// page.
 constexpr bool isAscii(std::string_view text)
 {
     for (const char byte : text)

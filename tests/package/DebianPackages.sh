@@ -60,8 +60,8 @@ bash -c ". '$PREFIX/share/bash-completion/completions/hvhost'; complete -p hvhos
 # The archive of Java classes is made by the installation, and again when files of Java change.
 archive=$(find "$root/usr" -name hvengine.jsa)
 [ -s "$archive" ] || fail "the installation made no class archive"
-"$PREFIX/bin/hvhost" doctor >"$work/doctor"
-grep -q "^class archive .*/hvengine.jsa$" "$work/doctor" || fail "hvhost does not find the class archive"
+VEXA_JVM_OPTIONS=-Xshare:on "$PREFIX/bin/hvhost" doctor >"$work/doctor" || fail "Java does not accept the class archive"
+grep -q '^class archive .*/hvengine.jsa$' "$work/doctor" || fail "hvhost does not find the class archive"
 rm -f "$archive"
 dpkg-trigger --admindir="$root/var/lib/dpkg" --by-package=libc6 /usr/lib/jvm
 run_dpkg --triggers-only hvinteg
