@@ -1,6 +1,6 @@
 // A table of a thousand by a thousand cells, from the text of its result document to the tree of
 // the host's output, against parsing that text alone; what a cell costs in tables of growing size;
-// and the store of the cells against the ordered map that it stands in for.
+// and the store of the cells against the ordered map that it replaces.
 
 #include <malloc.h>
 

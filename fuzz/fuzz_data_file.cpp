@@ -8,7 +8,7 @@
 #include "VexaCases.h"
 
 /// Any bytes as a SAV or a Parquet file: it is refused, or its dictionary and its cases can be
-/// read. The first byte of the input, a digit from 0 to 3, tells which of the two it is, and
+/// read. The first byte of the input, a digit from 0 to 3, selects which of the two it is, and
 /// whether what it declares missing is declared.
 namespace {
 

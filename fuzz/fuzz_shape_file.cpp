@@ -8,7 +8,7 @@
 #include "ScratchFolder.h"
 #include "maps/Geography.h"
 
-/// Any bytes as the files of a shape file: it is refused, or its fields are told and its records
+/// Any bytes as the files of a shape file: it is refused, or its fields are listed and its records
 /// can be read. The parts of the input are shapes, index, attributes, coordinate system and code
 /// page.
 namespace {

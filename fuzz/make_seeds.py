@@ -31,7 +31,7 @@ def hvhost(*words, text=None):
 
 
 def data_files():
-    """The digit before the file tells the target what it is."""
+    """The digit before the file is its kind for the target."""
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         people = folder / "people.csv"
@@ -46,7 +46,7 @@ def data_files():
 
 
 def sealed_files():
-    """The last byte chooses: odd for a file as it is, even for a content that is sealed, changed and opened."""
+    """The last byte chooses: odd for an unchanged file, even for a content that is sealed, changed and opened."""
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         (folder / "one.csv").write_text("a\n1\n", encoding="utf-8")

@@ -23,7 +23,7 @@ std::string outputPath(const std::string& name, bool mayReplace)
     const bool isThere = fs::status_known(status) && fs::exists(status);
     if (isThere && !fs::is_regular_file(status))
         throw CommandFault(ExitStatus::Usage, name + ": this is not a regular file",
-                           "- stands for standard output");
+                           "- means standard output");
     if (isThere && !mayReplace)
         throw CommandFault(ExitStatus::Usage, name + ": the file exists", "--force replaces it");
     const fs::path folder = path.parent_path();

@@ -19,7 +19,7 @@ std::string kindHint(const char* option)
 {
     std::string hint = "a name ends in .csv, .sav, .hvbf or .parquet";
     if (option != nullptr)
-        hint += std::string("; for another one, ") + option + " tells the kind";
+        hint += std::string("; for another one, ") + option + " sets the kind";
     return hint;
 }
 

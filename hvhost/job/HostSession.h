@@ -19,7 +19,7 @@ class TnProcedure;
 class HostSession
 {
 public:
-    /// Starts the Java virtual machine. Throws CommandFault (Engine) if there is none. `data` is
+    /// Starts the Java virtual machine. Throws CommandFault (Engine) if it is missing. `data` is
     /// the data that the procedure works on, borrowed; null if the jobs name their own data.
     HostSession(const std::string& command, const CommonOptions& options,
                 const InterruptWatch& watch, ProcedureDataSource* data = nullptr);

@@ -45,5 +45,5 @@ std::string mapDataModel(MapSession& session, const MapInput& map)
         return model;
     session.checkStop();
     readOne(session, map);
-    throw CommandFault(ExitStatus::Input, map.name() + ": the engine tells nothing of it");
+    throw CommandFault(ExitStatus::Input, map.name() + ": the engine cannot describe it");
 }

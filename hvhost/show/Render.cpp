@@ -44,7 +44,7 @@ std::vector<RenderOrder> ordersOf(const RenderOptions& options, const JsonFile& 
     return readOrders(JsonFile(options.order, watch), document.json, watch);
 }
 
-/// Only this warning tells the user that an ordered location is empty.
+/// Only this warning informs the user that an ordered location is empty.
 void warnOfEmptyLocations(const RenderOrder& order, const JsonFile& document, HostSession& session)
 {
     const nlohmann::ordered_json& result = document.json.at(order.result);

@@ -13,7 +13,7 @@ struct ScenarioPoint
     std::string text;   ///< the text between the brackets
 };
 
-/// One --set: SERIES[TIME]=VALUE, where TIME is a point of the forecast as it is shown, +N for the
+/// One --set: SERIES[TIME]=VALUE, where TIME is a point of the forecast as shown, +N for the
 /// Nth one, or * for all, and VALUE a number, or a change in percent as in +10%.
 struct ScenarioOption
 {

@@ -27,9 +27,9 @@ public:
     /// calling thread. Throws VexaJVMError if the machine cannot be started; then there is no
     /// manager.
     static JNIObjectManager* newManager();
-    /// Returns the manager; creates it with newManager if there is none.
+    /// Returns the manager; creates it with newManager at the first call.
     static JNIObjectManager* getManager();
-    /// Destroys the manager with all its references. Does nothing if there is none.
+    /// Destroys the manager with all its references, if it exists.
     static void releaseManager();
 
     /// Attaches the calling thread and makes it the one that works with Java. Throws VexaJVMError.

@@ -50,7 +50,7 @@ public:
     /// limited or wrapped.
     int integer(int byDefault = 0) const;
     bool flag(bool byDefault) const;
-    /// The member of an object; missing if there is none.
+    /// The member of an object, or a missing value.
     JsonValue operator[](std::string_view key) const;
     /// Number of elements of an array.
     std::size_t size() const;

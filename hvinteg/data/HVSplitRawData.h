@@ -73,7 +73,7 @@ public:
     HVRawDataIterator* CreateHVRawDataIter(const std::string& name, WeightAdjust adjust,
                                            bool excludeUserMissing, const CFMetaData* metadata,
                                            bool scoreIteration);
-    /// The iterator; null if there is none.
+    /// The iterator, or null.
     HVRawDataIterator* GetHVRawDataIter() const;
     /// Deletes the iterator and closes its file; a new one may be created. Returns false after a
     /// failure.

@@ -71,7 +71,7 @@ struct HVINTEG_HIDDEN HVDescriptive::Impl
 {
     Impl(HVRunner& owner, HVRawDataIterator* rows, std::string text);
 
-    /// Name of the field with the role of a frequency weight; empty if there is none.
+    /// Name of the field with the role of a frequency weight, or empty.
     std::string weightField() const;
     /// Sets the fields to describe, without the weight field.
     void putInputFields(const std::vector<std::string>& fields, const std::string& weight);

@@ -78,7 +78,7 @@ protected:
     const std::vector<HVLFunction*>& GetPredecessors() const { return _predecessors; }
     /// One tag for each predecessor, at the same index.
     const std::vector<std::string>& GetTags() const { return _tags; }
-    /// The first input; null if there is none. Steps with one input ignore the others.
+    /// The first input, or null. Steps with one input ignore the others.
     HVLFunction* GetFirstPredecessor() const;
 
     /// The result of GenerateHVL if nothing needs to be done: false without a program, true if the

@@ -51,9 +51,9 @@ public:
     bool printLogToViewer() const { return _printToViewer; }
     /// The highest count of directory numbers to try.
     int maxTraceDirCount() const { return _maxDirCount; }
-    /// The present trace directory, with host separators; empty while there is none.
+    /// The present trace directory, with host separators, or empty.
     std::string traceDir() const { return _dir; }
-    /// The root directory, with a trailing separator; empty if there is none.
+    /// The root directory, with a trailing separator, or empty.
     std::string traceRoot() const { return _root; }
 
 private:

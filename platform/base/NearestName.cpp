@@ -35,7 +35,7 @@ std::size_t editDistance(const std::string& left, const std::string& right)
     return row.back();
 }
 
-/// The shortest candidate that begins with the name; empty if there is none.
+/// The shortest candidate that begins with the name, or empty.
 std::string_view completed(const std::string& name, const std::vector<std::string_view>& candidates)
 {
     std::string_view shortest;

@@ -96,8 +96,8 @@ Fault faultOf(const CsvFlaw& flaw, const std::string& path);
 std::optional<CsvFlaw> firstCsvFlaw(const std::string& path, bool hasHeader, std::uint64_t records,
                                     const std::function<bool()>& goOn);
 
-/// The first flaw in the first `records` records of a file that a reader cannot skip, apart from
-/// the encoding. If `goOn` returns false, no flaw is returned. Throws Fault.
+/// The first flaw in the first `records` records of a file that a reader cannot skip, except
+/// for the encoding. If `goOn` returns false, no flaw is returned. Throws Fault.
 std::optional<CsvFlaw> firstFatalCsvFlaw(const std::string& path, bool hasHeader,
                                          std::uint64_t records, const std::function<bool()>& goOn);
 

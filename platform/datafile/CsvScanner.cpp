@@ -179,7 +179,7 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
     return true;
 }
 
-/// The quote that opens the field at `at`, or the end of the data if there is none.
+/// The quote that opens the field at `at`, or the end of the data.
 std::size_t CsvScanner::openingQuote(std::size_t at) const
 {
     if (at < _end && _buffer[at] == ' ')

@@ -23,7 +23,7 @@ public:
     {
     }
     Kind kind() const { return _kind; }
-    /// The errno of the operating system; 0 if there is none.
+    /// The errno of the operating system, or 0.
     int code() const { return _code; }
 
 private:

@@ -27,5 +27,5 @@ void writeChart(std::ostream& out, const OutputChart& chart, const PageJson* doc
 /// Writes invalid JSON unchanged, with a note.
 void writeUnread(std::ostream& out, const std::string& text);
 
-/// The drawable specification of a chart document; null if there is none.
+/// The drawable specification of a chart document, or null.
 const PageJson* drawableOf(const PageJson* document);

@@ -42,7 +42,7 @@ const PageJson* SpecReader::dataOf(const PageJson& view) const
     return own ? own : memberOf(_top, "data");
 }
 
-/// The only transformation between data and view; null if there is none. A transformation of the
+/// The only transformation between data and view, or null. A transformation of the
 /// whole's data is not applied to the view's own data.
 const PageJson* SpecReader::transformOf(const PageJson& view) const
 {

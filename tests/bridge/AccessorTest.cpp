@@ -15,7 +15,7 @@ protected:
         return maker.newObject(7, false, false);
     }
 
-    /// Makes a value in all four ways; `isListed` tells whether its kind is ever tracked.
+    /// Makes a value in all four ways; `isListed` states whether its kind is ever tracked.
     template <class Value>
     void expectOwnedAsAsked(Value value, const char* javaClass, bool isListed = true)
     {

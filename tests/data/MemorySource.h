@@ -11,7 +11,7 @@
 #include "ErrorText.h"
 #include "VexaDataSource.h"
 
-/// Cases that stand in memory, as a test writes them down.
+/// Cases in memory, as a test writes them down.
 class MemorySource : public VEXA_DataSource
 {
 public:

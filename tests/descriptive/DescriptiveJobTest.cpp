@@ -40,7 +40,8 @@ protected:
         return names;
     }
 
-    /// Takes a trace file out of the directory that the process traces to; empty if there is none.
+    /// Takes a trace file out of the directory that the process traces to, or returns an empty
+    /// text.
     static std::string takeTrace(const std::string& name)
     {
         const std::filesystem::path file =
@@ -145,7 +146,7 @@ TEST_F(DescriptiveJob, WritesThreeLines)
 
 TEST_F(DescriptiveJob, TellsTheModelAndTheIntervalOfDates)
 {
-    // The setting is that of the job; a unit that is empty stands for no interval.
+    // The setting is that of the job; an empty unit means no interval.
     const std::tuple<Names, Names, bool, const char*, const char*> cases[] = {
         {{"size"}, {"day"}, true, R"("stdDateTimeFieldList":["day"])", R"("month")"},
         {{}, {"day"}, true, R"("stdDateTimeFieldList":["day"])", R"("month")"},

@@ -143,7 +143,7 @@ TEST(Dictionary, WhatAFieldGivesIsReadableAndTellsNothingOfAnotherValue)
             EXPECT_EQ(fields[0].GetValueLabels().size(), passage.kept.GetValues().size());
         }
     }
-    // Texts stand in a column whose storage is not known.
+    // A column whose storage is unknown contains texts.
     CFField unknown("f", CFField::Typeless, CFField::Unknown);
     unknown.SetMissingValues(missing({}, "?"));
     Fields texts = {CFField("f", CFField::Nominal, CFField::String)};

@@ -8,7 +8,7 @@ namespace {
 
 using ExpressionError = DatabaseEvaluator;
 
-/// Bodies stand behind "ctx => x => ", so their first column is 13. Columns of faults in
+/// Bodies follow "ctx => x => ", so their first column is 13. Columns of faults in
 /// definitions count in this text.
 constexpr const char* kDefinitions =
     "val conf = {\"a\": 1} val loop = v => loop(v) val circle = circle + 1 val one = v => v "
@@ -16,7 +16,7 @@ constexpr const char* kDefinitions =
 
 TEST_F(ExpressionError, NamesStepPositionAndThing)
 {
-    // The text stands behind the step and the line.
+    // The text follows the step and the line.
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"x.S > 1", errors::kExpressionField,
          "column 15: the records have no field \"S\"; did you mean \"s\"?"},

@@ -201,7 +201,7 @@ TEST_F(ExpressionFunction, TimeStringsConvertByThreePatternsOrFailTheJob)
     EXPECT_EQ(fault->id(), errors::kConversion);
     EXPECT_EQ(fault->text(), "step filterRecords, line 1, column 13: toTimestamp cannot convert "
                              "\"Ab c\"");
-    // Data that looks like an id is none.
+    // Data that looks like an id is not one.
     EXPECT_FALSE(raisedFault("Conversion Error: HVEEX0012E x").has_value());
 }
 

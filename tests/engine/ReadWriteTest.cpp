@@ -38,7 +38,7 @@ constexpr std::tuple<const char*, const char*, const char*, const char*> kValues
      "integer real string date time timestamp",
      "i,r,s,d,t,z\n1,1.5,x,2012-02-29,09:05:00,2012-02-29 10:00:00\n"},
     {"codes with leading zeros stay texts", "zip\n01234\n99999\n", "string", "zip\n01234\n99999\n"},
-    {"a day that is none makes a text", "d\n2012-02-30\n", "string", "d\n2012-02-30\n"},
+    {"an invalid day makes a text", "d\n2012-02-30\n", "string", "d\n2012-02-30\n"},
     {"integers beyond 64 bits are real", "n\n9223372036854775808\n", "real",
      "n\n9.223372036854776e+18\n"},
     {"the largest integers stay exact", "n\n9223372036854775807\n-9223372036854775808\n", "integer",
@@ -314,7 +314,7 @@ TEST_F(ReadWriteTest, BadRecordsAreSkippedUpToAThreshold)
     EXPECT_THAT(last.messages[0].second, HasSubstr("\"readErrorThreshold\" is for CSV files"));
 }
 
-/// Whether a record is bad hangs neither on what the job does with it nor on what stands behind the
+/// Whether a record is bad depends neither on what the job does with it nor on what follows the
 /// last one that is asked for.
 TEST_F(ReadWriteTest, BadRecordsAreThoseThatAreAskedFor)
 {
@@ -501,7 +501,7 @@ TEST_F(ReadWriteTest, NamedDataSourcesLastAcrossJobs)
 }
 
 /// Records are added once and whole, also where the statement has run before it shows that it has
-/// to run anew, or that it fails.
+/// to run again, or that it fails.
 TEST_F(ReadWriteTest, AStatementThatRunsAnewDoesSoFromWhereItBegan)
 {
     write("in.csv", "v\n1.5\n");

@@ -402,7 +402,7 @@ TEST_F(ResultDocument, TellsTheTimeIntervals)
     }
     EXPECT_EQ(view.leaves(1), (std::vector<std::string>{"d", "year, quarter", "c"}));
     EXPECT_EQ(view.notes({"Unit of time", "c"}), "The values make up no time interval.");
-    // The bars of dates stand, and their number is told.
+    // The bars of dates are shown with their number.
     const json chart = part(document, "histograms", "f1");
     EXPECT_EQ(chart["mark"]["orient"], "vertical");
     EXPECT_EQ(chart["description"], "Histogram of d: 4 values in " +

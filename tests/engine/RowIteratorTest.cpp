@@ -234,8 +234,8 @@ TEST_F(RowIteratorTest, BlocksAreReadAsRowsAre)
     }
 }
 
-/// A file whose types change far behind its head makes the job start anew; rows that come once must
-/// not be gone by then.
+/// A file whose types change far behind its head makes the job start again; rows that come once
+/// must not be gone by then.
 TEST_F(RowIteratorTest, LateTypesAndRowsThatComeOnceGoTogether)
 {
     write("late.csv", onesThen("1.5"));

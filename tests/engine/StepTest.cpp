@@ -27,7 +27,7 @@ constexpr std::tuple<const char*, const char*, const char*> kCases[] = {
      "l\n\"[31.0, 10.5]\"\n\"[25.0, 20.0]\"\n\n\n"},
     {"a missing answer keeps no record", "filterRecords(_, c => x => x.age < 30)",
      "name,age,city,pay\nBob,25,Rome,20.0\nDee,25,,\n"},
-    {"a new field stands last",
+    {"a new field is the last",
      R"(deriveField(_, c => x => ("double age", x.age * 2)) -> )"
      R"(filterFields({"fields": ["name", "double age"]}))",
      "name,double age\nAnn,62\nBob,50\nCid,\nDee,50\n"},
@@ -98,9 +98,9 @@ constexpr std::tuple<const char*, const char*, const char*> kCases[] = {
      R"(HVEPL0006E deriveField: there is a field "age" already)"},
     {"a changed field that is not there", R"(reclassifyField(_, c => x => ("pai", 1)))",
      R"(HVEPL0005E reclassifyField: the input has no field "pai"; did you mean "pay"?)"},
-    {"a condition that is none", "filterRecords(_, c => x => x.age)",
+    {"an invalid condition", "filterRecords(_, c => x => x.age)",
      "HVEEX0005E filterRecords: the condition"},
-    {"a factor that is none", "balanceRecords(_, c => x => x.name)",
+    {"an invalid factor", "balanceRecords(_, c => x => x.name)",
      "HVEEX0005E balanceRecords: the factor"},
     {"no such function", R"(aggregate({"output": [{"function": "meen", "input": "age"}]}))",
      R"("output[0].function" is "meen", which is not an aggregate function; did you mean "mean"?)"},
@@ -277,7 +277,7 @@ TEST_F(StepTest, UnionsMatchByNameOrByPosition)
     EXPECT_EQ(unite(R"({"matchCase": true})", "b.csv"), "id,v,V_1,w\n1,2,,\n,,2.5,x\n");
     EXPECT_EQ(unite(R"({"matchByPosition": true})", "c.csv"), "id,v\n1,2\n7,8\n");
     EXPECT_THAT(unite(R"({"matchByPosition": true})", "b.csv"), HasSubstr(R"("v" is Integer)"));
-    // An input may stand as a bare name, which is its tag then.
+    // An input may be a bare name, which is then its tag.
     succeeded(
         run("val a = " + readCsv("a.csv") + " val c = " + readCsv("c.csv") +
             R"( join({"matchFields": [{"a": "v", "c": "k"}], "joinType": "Anti"}, a, c) -> )" +

@@ -2,8 +2,8 @@
 """Validates result documents: validate_result.py SCHEMA DOCUMENT...
 
 With --documentation FILE in place of documents, the first JSON example of the file has to be
-valid, and has to become invalid by each of some slips of the pen: a schema that takes anything
-tells nothing.
+valid, and has to become invalid by each of some slips of the pen, so that the schema does not
+accept everything.
 """
 import copy
 import json
@@ -19,7 +19,7 @@ CELLS = (*TABLE, "cells", 0, "cells", "compactCells")
 SLIPS = {
     "a field without a name": (("dataModel", "fields", 0, "id"), None),
     "a value label with a fraction": (("dataModel", "fields", 0, "valueLabels", "values", 0), 1.5),
-    "a text that is none": ((*TABLE, "title", "text"), "Sex"),
+    "an invalid text": ((*TABLE, "title", "text"), "Sex"),
     "a text item one level short": (
         (*TABLE, "dimensions", 0, "text"), {"variableText": {"variable": "sex"}}),
     "a severity of its own": (("frequencies", "notifications", 0, "severity"), "Bad"),
@@ -28,7 +28,7 @@ SLIPS = {
     "a cell key with a quotation mark": ((*CELLS, "index"), '"0'),
     "a cell that is an object": ((*CELLS, "value", 0), {}),
     "decimals in words": ((*TABLE, "formats", 0, "format", "decimals"), "two"),
-    "a role that is none": ((*TABLE, "dimensions", 0, "role"), "rows"),
+    "an invalid role": ((*TABLE, "dimensions", 0, "role"), "rows"),
 }
 
 

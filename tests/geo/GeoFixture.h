@@ -46,10 +46,10 @@ protected:
         EXPECT_EQ(jni().liveGlobals(), 0);
         EXPECT_EQ(scratchFiles(), files);
     }
-    /// As it stands in a job.
+    /// As a job contains it.
     std::string url(const std::string& name) const { return NormalizeHvlPathU(path(name), "file"); }
 
-    /// What hasError tells, as "id|text|detail"; empty if it tells nothing.
+    /// The result of hasError as "id|text|detail", or empty.
     std::string reason()
     {
         std::string id;

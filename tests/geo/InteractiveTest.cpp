@@ -29,7 +29,7 @@ public:
         return result;
     }
 
-    /// What hasError tells, over strings that hold something; "-" if it tells nothing.
+    /// The result of hasError in strings that are not empty before, or "-".
     std::string reason()
     {
         std::string id = "i";

@@ -179,7 +179,7 @@ TEST_F(Matching, CutsListsOneRowBehindTheLimit)
         WrittenRows ofData({textField("name")}, rows);
         leave({textField("label")}, {&matched, &ofMap, &ofData});
         ASSERT_TRUE(match({"label"}, {"name"}, maxRows));
-        EXPECT_EQ(matchedCount, 3) << "a missing key is none, and the count has no limit";
+        EXPECT_EQ(matchedCount, 3) << "a missing key does not match, and the count has no limit";
         for (const KeyRows* list : {&mapUnmatched, &dataUnmatched}) {
             Names found;
             for (const std::vector<std::string>& row : *list)

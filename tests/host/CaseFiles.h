@@ -91,7 +91,7 @@ inline std::vector<Row> casesOf(const VEXA_DataSource& source, ErrorMonitor* mon
     return rows;
 }
 
-/// What a refusal says; empty if there is none.
+/// What a refusal says, or an empty text.
 template <class Action>
 std::string refusalOf(Action action)
 {

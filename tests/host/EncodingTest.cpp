@@ -108,7 +108,7 @@ TEST(Encoding, CharactersAreFoundAndReplacedWhole)
         {"Shift_JIS", "\x95\x5C", '\\', -1, "\x95\x5C"},
         {"Shift_JIS", "ab\x95", '\\', -1, "ab\x95"}, // ends in the middle of a character
         {"UTF-8", "ä\\ö\\", '\\', 2, "ä/ö/"},
-        {"UTF-8", "ä\\", '\xC3', -1, "ä\\"}, // a byte of a longer character is none
+        {"UTF-8", "ä\\", '\xC3', -1, "ä\\"}, // a byte of a longer character is not a character
     };
     for (const auto& row : rows) {
         const ScopedCodePage page(row.codePage);

@@ -30,7 +30,7 @@ protected:
     }
 };
 
-// What stands in the output, in one line: headings with what is under them in brackets.
+// The content of the output, in one line: headings with what is under them in brackets.
 std::string outline(const std::vector<OutputItem>& items)
 {
     std::string line;
@@ -113,7 +113,7 @@ TEST_F(OutputTreeTest, OutputStandsInOrderAndStaysWhenItsProcedureGoes)
         const Heading same(outer.Heading(TnString("H")));
         std::unique_ptr<TnPivotTable>(same->PivotTable(TnString("t"), TnString("T"), false));
         std::unique_ptr<TnPivotTable>(outer.PivotTable(TnString("u"), TnString("T"), false));
-        const Heading anew(outer.Heading(TnString("H")));
+        const Heading again(outer.Heading(TnString("H")));
     }
     EXPECT_EQ(outline(),
               "early OUTER(H(table:t) table:u H()) SILENT(m) INNER(H(B(table:t under B)))");
@@ -267,7 +267,7 @@ TEST_F(TableTest, ACellHasToBeOfEveryDimensionAndTheLastWordCounts)
     EXPECT_EQ(told().cells.at({0, 0})->content.text, "");
     EXPECT_EQ(told().cells.at({0, 0})->notes, std::vector<int>{0});
     EXPECT_EQ(told().cells.size(), 1U);
-    // A new dimension stands behind the rows that are there, and its cells are yet to come.
+    // A new dimension follows the rows that are there, and its cells are yet to come.
     const Dimension late(table->Dimension(TnString("late"), TnPivotTable::Unsorted));
     EXPECT_EQ(dimensionsAt(told(), TnDimension::Row), (std::vector<int>{0, 2}));
     late->Category(TnString("l")).Cell(number(3));

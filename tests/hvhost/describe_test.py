@@ -128,7 +128,7 @@ class Describe(Case):
         self.assertEqual((field["minimum"], field["maximum"], field["mean"]), (1e18, 1e19, 5.5e18))
 
     def test_weight(self):
-        """Each case stands for so many; those without a positive weight are left out."""
+        """Each case counts as often as its weight says; those without a positive weight are left out."""
         cases = [(4.5, 2), (1.0, 1), (7.25, 0.5), (3.0, 3), (9.0, 0), (8.0, -1), (6.0, None)]
         path = self.write("weighted.csv", "v,w\n" + "".join(f"{v},{'' if w is None else w}\n" for v, w in cases))
         kept = [(v, w) for v, w in cases if w and w > 0]
@@ -316,7 +316,7 @@ class Describe(Case):
             self.assertEqual(page.row("weather", entry["value"])[0], (str(entry["count"]),) * 2)
         cells = {cell.strip() for cell in re.split("[│\n]", pages["text"])}
         self.assertEqual({cell for rows in page.tables.values() for row in rows for cell, _ in row} - cells, set())
-        # Beside what one line of text says of a chart stands its data, bar by bar.
+        # The text of a chart includes its data, bar by bar.
         self.assertRegex(pages["text"], r"\n│ rain +│ +641 │ █{5,}")
         self.assertIn("Histogram of wind: 1461 values in ", pages["text"])
 

@@ -1,4 +1,4 @@
-"""What every test of hvhost stands on: a folder of its own, and a look at what is left there."""
+"""The base of every test of hvhost: a folder of its own, and a check of what is left there."""
 import csv
 import os
 import pathlib

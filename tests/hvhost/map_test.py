@@ -1,4 +1,4 @@
-"""hvhost map: what it tells of maps, what it writes, and how it refuses."""
+"""hvhost map: what it shows of maps, what it writes, and how it refuses."""
 import http.server
 import json
 import os

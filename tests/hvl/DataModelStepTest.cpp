@@ -20,7 +20,7 @@ std::string ofX(const std::string& properties)
 }
 
 /// Updates a field with each value of an enumeration, and one below and one past the words; these
-/// stand by value from 0 on, with null for a value without a word.
+/// are listed by value from 0 on, with null for a value without a word.
 template <typename Enumeration>
 std::vector<std::pair<std::string, std::string>> jobsOf(const std::string& key,
                                                         const std::vector<const char*>& words)

@@ -19,7 +19,7 @@
 /// footnotes follow in "^".
 std::string outputText();
 
-/// Tests of what results become. Single quotes stand for double quotes in their JSON.
+/// Tests of what results become. Single quotes replace double quotes in their JSON.
 class RenderTest : public JvmTest
 {
 protected:
@@ -33,7 +33,7 @@ protected:
     using Preparation = void (*)(jsonPivot&);
     std::string tableOf(const std::string& table, Preparation prepare = nullptr);
     void buildTable(const std::string& table, Preparation prepare = nullptr);
-    /// The table that stands alone under the procedure.
+    /// The only table under the procedure.
     static const OutputTable& onlyTable();
 
     ProcedureDataSource source;

@@ -138,7 +138,7 @@ TEST_F(TableTest, FormatsMeetTheirCells)
                kGridHead);
 }
 
-// Leaves that state their own keys: a fixed digit meets them, a wildcard stands for positions only.
+// Leaves that state their own keys: a fixed digit meets them, a wildcard matches positions only.
 TEST_F(TableTest, PatternsReachPositionsAndTheKeysTheyName)
 {
     const std::string rows = dimension("R", leaf("a") + "," + leaf("b", ",'subscript':'~'"));

@@ -82,7 +82,7 @@ TEST_F(TextTest, ItemsBecomeTexts)
         {"'stringText':{'key':'A','value':'B','helpId':'H'}", false, "B|A|H"},
         {"'stringText':{'key':'A','value':'B'}", false, "B|A|"},
         {"'stringText':{'value':'\u00e9\\ud83d\\ude00'}", false, "\u00e9\U0001F600"},
-        // The first kind in a fixed order wins, whatever stands first.
+        // The first kind in a fixed order wins, whatever comes first.
         {"'numericText':{'value':1},'stringText':{'value':'B'}", false, "B"},
         {"'numericText':{}", false, nullptr},
         {"'nothing':{}", false, nullptr},

@@ -84,7 +84,7 @@ protected:
     FacSTDictionary strings;
 };
 
-// Whatever stands at a key, the result is shown as far as the rest goes.
+// Whatever value a key has, the result is shown as far as the rest goes.
 TEST_F(WrongTypesTest, AnyKeyMayHoldAnyType)
 {
     const std::string document = json(kDocument);
@@ -95,7 +95,7 @@ TEST_F(WrongTypesTest, AnyKeyMayHoldAnyType)
             std::string changed = document;
             changed.replace(begin, end - begin, value);
             const std::string text = shown(changed);
-            // The heading stands however little is left, unless there is no result.
+            // The heading is shown however little is left, unless there is no result.
             if (changed.find("\"r\":{") != changed.npos) {
                 EXPECT_THAT(text, testing::HasSubstr("heading H")) << changed;
             }

@@ -22,7 +22,7 @@ TnNumber fixed(double value)
     return number(value, kFormatNumber, 1);
 }
 
-/// What stands under the heading of a procedure, with a line end before it.
+/// The text under the heading of a procedure, with a line end before it.
 std::string textOf(const TnHeading& heading, std::size_t width = 80)
 {
     std::ostringstream out;

@@ -29,7 +29,7 @@ TEST_F(RunnerHost, WeightAndSplitAreOffWhileTheRunnerLives)
             EXPECT_EQ(pvGetCmnGlb()->weight, 0);
             EXPECT_EQ(pvGetCmnGlb()->split, 0);
             EXPECT_FALSE(source.SplitEndCheck());
-            // The host may choose anew meanwhile; only what was in force is given back.
+            // The host may choose again meanwhile; only what was in force is given back.
             pvGetCmnGlb()->weight = 7;
             pvGetCmnGlb()->split = 7;
         }

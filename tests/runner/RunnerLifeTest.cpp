@@ -12,7 +12,7 @@ JNIEnv* ownEnvironment()
     return env;
 }
 
-// What happens once a process stands in one case, in order.
+// What happens once a process is one case, in order.
 TEST(RunnerLife, FirstStartsTheMetadataLibraryAndLastReleasesTheManager)
 {
     EXPECT_EQ(CFEntry::initializations(), 0);

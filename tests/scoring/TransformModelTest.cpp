@@ -12,7 +12,7 @@
 namespace {
 
 const double kMissing = MCMV::Missing();
-/// Stands for a row that cannot be scored.
+/// The result of a row that cannot be scored.
 const double kFails = std::numeric_limits<double>::infinity();
 
 struct Row

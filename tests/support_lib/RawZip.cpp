@@ -12,7 +12,7 @@ void put(std::string& bytes, std::uint64_t value, int width)
         bytes += static_cast<char>(value >> (8 * i) & 0xff);
 }
 
-// The fields that stand in both headers, up to the length of the name.
+// The fields of both headers, up to the length of the name.
 void putCommonFields(std::string& bytes, const RawEntry& entry)
 {
     put(bytes, 20, 2);

@@ -7,7 +7,7 @@
 struct RawEntry
 {
     std::string name;
-    std::string data; ///< as it stands in the archive, so deflated for method 8
+    std::string data; ///< as stored in the archive, so deflated for method 8
     std::uint16_t method = 0;
     std::uint32_t crc = 0;
     std::uint32_t packedSize = 0;

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The tracer of the process reads its environment once, so all of it stands in one case.
+// The tracer of the process reads its environment once, so all of it is one case.
 TEST(Tracing, EveryKindGoesToAFileOfItsOwn)
 {
     const ScratchFolder scratch;

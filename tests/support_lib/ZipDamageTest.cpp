@@ -140,7 +140,7 @@ TEST_F(ZipSize, AHundredThousandEntriesAreWalkedAndFound)
     EXPECT_EQ(count, kCount);
 }
 
-// Minizip has no count for exactly this many, which is the value that stands for "more".
+// Minizip has no count for exactly this many, which is the value for "more".
 TEST_F(ZipSize, ADirectoryOf65535EntriesHasAnEnd)
 {
     RawZip zip;

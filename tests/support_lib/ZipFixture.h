@@ -16,7 +16,7 @@ protected:
     const std::string out = scratch.name("out");
 };
 
-/// Calls with the name and the kind of each entry, while the reader stands at it.
+/// Calls with the name and the kind of each entry, while the reader is at it.
 template <typename Take>
 void forEachEntry(ZipReader& reader, Take take)
 {

@@ -49,7 +49,7 @@ TEST_F(Zip, PacksATreeAndUnpacksIt)
         scratch.put(name, content);
     fs::create_directories(scratch.path / "tree/hollow");
     fs::create_symlink(scratch.path / "tree/chunk", scratch.path / "tree/link");
-    // The archive stands in the tree and must not eat itself.
+    // The archive is in the tree and must not contain itself.
     const std::string self = scratch.name("tree\\self.zip");
     ASSERT_TRUE(ZipDir(self, scratch.name("tree")));
     EXPECT_EQ(walk(self), (Names{"bad\xff", "chunk", "deep\\", "deep\\er\\", "deep\\er\\big",

@@ -115,7 +115,7 @@ std::vector<NamedRoad> commandRoads(const std::string& data, const std::string& 
     struct Command
     {
         const char* name;
-        std::vector<std::string> words; ///< IN/ stands before a sample, OUT/ before what is written
+        std::vector<std::string> words; ///< IN/ precedes a sample, OUT/ what is written
     };
     const Command commands[] = {
         {"convert",

@@ -152,7 +152,7 @@ private:
     HVServiceManager _embedded;
 };
 
-/// A service manager that is made here must stand on the embedded engine.
+/// A service manager that is made here must use the embedded engine.
 std::unique_ptr<Backend> makeFaultyBackend(JNIEnv* env, const EHVAppSetting& settings)
 {
     faults->onCall();

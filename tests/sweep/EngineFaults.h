@@ -21,7 +21,7 @@ private:
     std::atomic<Fault> _fault = Fault::None;
 };
 
-/// While it lives, every service manager made stands on the embedded engine, whose calls go through
+/// While it lives, every service manager made uses the embedded engine, whose calls go through
 /// `faults`. One at a time.
 class FaultyEngine
 {

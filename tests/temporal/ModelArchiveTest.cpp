@@ -59,7 +59,7 @@ protected:
         changed.front().content = manifestDocument(entries);
         write(changed);
     }
-    /// The error of reading the file; empty if there is none.
+    /// The error of reading the file, or empty.
     std::string fault() const
     {
         try {

@@ -300,7 +300,7 @@ TEST(ScoringValueTest, MissingValuesAreBridgedOnlyAtTheEnd)
         {"y ends before x: its last value is predicted, 12, and goes on",
          table(0, (Eigen::MatrixXd(2, 3) << 4, 2, 6, 10, 20, kNone).finished()),
          {kNone, kNone, 12, 22.8}},
-        {"x begins late: before its first value stand those of the training, 2 at the second point",
+        {"x begins late: before its first value are those of the training, 2 at the second point",
          table(0, (Eigen::MatrixXd(2, 3) << kNone, kNone, 6, 10, 20, 30).finished()),
          {kNone, kNone, kNone, 30}},
         {"one record, the first of the training", table(0, Eigen::Vector2d(4, 10)), {kNone, kNone}},

@@ -189,7 +189,8 @@ TEST(PeriodClock, TurnsNumbersIntoMomentsAndBack)
         {{Year, Day}, {2023, 366}, "none"},
         {{Year, Day}, {2024, 366}, "2024-12-31 00:00:00"},
         {{Year, Quarter, Day}, {2024, 1, 91}, "2024-03-31 00:00:00"},
-        // Week 53 of 2020 ends in 2021; 2021 has 52 weeks, and its first day is none of its weeks.
+        // Week 53 of 2020 ends in 2021; 2021 has 52 weeks, and its first day is in none of its
+        // weeks.
         {{Year, Week}, {2020, 53}, "2020-12-28 00:00:00"},
         {{Year, Week, Day}, {2020, 53, 7}, "2021-01-03 00:00:00"},
         {{Year, Week}, {2021, 53}, "none"},

@@ -69,7 +69,7 @@ ObjectPtr catalogued(PJ_CONTEXT* context, int wkid)
     return nullptr;
 }
 
-/// The id at the end of a name, as in "SAD69 (4291)"; -1 if there is none.
+/// The id at the end of a name, as in "SAD69 (4291)", or -1.
 int idInName(const std::string& name)
 {
     const auto open = name.rfind('(');

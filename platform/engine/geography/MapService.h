@@ -62,9 +62,9 @@ private:
 /// See Geography::serviceLayers.
 std::string layersOf(MapService& service);
 
-/// The text of a member; empty if there is none.
+/// The text of a member, or empty.
 std::string textIn(const nlohmann::json& object, const char* key);
-/// A member of an object; null if there is none.
+/// A member of an object, or null.
 const nlohmann::json& memberOf(const nlohmann::json& object, const char* key);
 /// The kind of shapes for a geometry type of the service; null if the type is unknown.
 const char* shapeWord(const std::string& geometryType);

@@ -19,8 +19,7 @@ bool needsEscape(char32_t code)
     return !isXmlCharacter(code) || code == '\r';
 }
 
-// The code of the escape sequence at the start of the text, without its closing underscore; -1 if
-// there is none.
+// The code of the escape sequence at the start of the text, without its closing underscore, or -1.
 int openSequenceCode(std::string_view text)
 {
     constexpr std::size_t kDigitsBegin = 2;

@@ -16,7 +16,7 @@ constexpr std::size_t kMaxBytes = std::size_t{256} << 20U;
 constexpr std::string_view kReference = "&#";
 
 // The position behind a comment or CDATA section that begins here, in which references have no
-// meaning. The same position if there is none.
+// meaning. Otherwise the same position.
 std::size_t afterLiteral(std::string_view text, std::size_t at)
 {
     constexpr std::pair<std::string_view, std::string_view> kLiterals[] = {{"<!--", "-->"},

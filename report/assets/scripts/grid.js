@@ -23,7 +23,7 @@ const page = {
     return copy.textContent;
   },
 
-  /** What stands behind a cell: a number with all its digits; a date as it is shown. */
+  /** The full value of a cell: a number with all its digits; a date as shown. */
   value(cell) {
     const { value, text, shown } = cell.dataset;
     if (value !== undefined && shown === undefined)
@@ -31,7 +31,7 @@ const page = {
     return text ?? page.text(cell);
   },
 
-  /** Rows of values, in which a cell that spans others stands in each of their places. */
+  /** Rows of values, in which a cell that spans others is repeated in each of their places. */
   grid(rows) {
     const grid = rows.map(() => []);
     rows.forEach((row, at) => {

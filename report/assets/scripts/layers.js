@@ -1,6 +1,6 @@
 "use strict";
 
-/** Shows one layer of a table at a time; on paper all of them stand. */
+/** Shows one layer of a table at a time; on paper all are shown. */
 {
   const shortened = (text) => (text.length > 120 ? `${text.slice(0, 120)}…` : text);
 

@@ -19,7 +19,7 @@ public:
 
     /// Returns the whole result. Use it for small results. Throws JobError.
     duck::Result run(const std::string& sql) const;
-    /// Passes the result to `take` chunk by chunk, in order, as it is computed. Throws JobError,
+    /// Passes the result to `take` chunk by chunk, in order, while it is computed. Throws JobError,
     /// and the exceptions of `take`.
     void stream(const std::string& sql, const std::function<void(duck::Chunk&)>& take) const;
 

@@ -54,7 +54,7 @@ struct Operation
                        left.description + " and " + right.description,
                    {.kind = kindOfPair(left.value.type, right.value.type)});
     }
-    /// The common type of both operands; fails if there is none.
+    /// The common type of both operands. Fails if they have no common type.
     ValueType common(const std::string& wanted) const
     {
         const auto type = commonType(left.value.type, right.value.type);

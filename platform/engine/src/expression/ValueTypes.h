@@ -13,7 +13,7 @@ const char* wordOf(ValueType type);
 const char* sqlNameOf(ValueType type);
 
 bool isNumber(ValueType type);
-/// The type in which two values can be compared; empty if there is none. Possible are equal types,
+/// The type in which two values can be compared, or empty. Possible are equal types,
 /// two numbers, a date with a timestamp, and null with any type.
 std::optional<ValueType> commonType(ValueType left, ValueType right);
 

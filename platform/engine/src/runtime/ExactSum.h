@@ -24,7 +24,7 @@ public:
     using Parts = std::vector<long double>;
 
     ExactSum() = default;
-    /// The sum of two doubles and a list as parts() gives it, which stand for `count` values.
+    /// The sum of two doubles and a list as parts() gives it, which represent `count` values.
     ExactSum(double high, double low, std::int64_t count, Parts parts = {});
 
     void add(double value)

@@ -23,7 +23,7 @@ struct CsvCheckSettings
     Fields fields;
     std::int64_t errorThreshold = 0;
     std::uint64_t mostRecords = UINT64_MAX;
-    std::string rejects; ///< the table of skipped records; empty if there is none
+    std::string rejects;                        ///< the table of skipped records, or empty
     std::set<std::string>* readWhole = nullptr; ///< collects files that must be read again
     std::shared_ptr<CsvProfile> guess;          ///< null if a data model gives the types
 };
@@ -48,7 +48,7 @@ private:
     void findFatalFlaw();
     bool guessHolds() const;
     bool goOn() const;
-    void guessAnew();
+    void guessAgain();
     void join(bool toTheEnd);
     void countRejects(duck::Connection& connection, Reporter& reporter);
     bool hasRejects(duck::Connection& connection) const;

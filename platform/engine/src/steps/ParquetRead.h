@@ -14,7 +14,7 @@ struct ParquetReadSettings
 {
     std::string path;
     FileKind kind = FileKind::Hvbf;
-    std::string password;            ///< SAV only; empty if there is none
+    std::string password;            ///< SAV only; empty for a file that is not sealed
     std::optional<Fields> dataModel; ///< from a data model document next to the file
 };
 

@@ -27,7 +27,7 @@ std::string stepsOf(const language::Pipeline& pipeline)
 
 using StagedRecords = std::map<const language::Step*, NodePtr>;
 
-/// The step after the last one whose records are available; the first step if there is none.
+/// The step after the last one whose records are available, or the first step.
 std::vector<language::Step>::const_iterator lastStaged(const language::Pipeline& pipeline,
                                                        const StagedRecords& staged)
 {

@@ -31,7 +31,7 @@ struct CloseDirectory
     void operator()(DIR* directory) const { ::closedir(directory); }
 };
 
-// A descriptor of this process for the same file; -1 if there is none.
+// A descriptor of this process for the same file, or -1.
 int ownDescriptor(const struct stat& file)
 {
     // The standard library's iterator terminates the process without memory for a name.

@@ -69,7 +69,7 @@ JvmLibrary::Entry JvmLibrary::entryOf(const std::string& path, std::string& reas
 {
     std::error_code error;
     if (!fs::exists(path, error)) {
-        reason = "there is none";
+        reason = "no such file";
         return nullptr;
     }
     // Global, because the machine's libraries look up its symbols by name.

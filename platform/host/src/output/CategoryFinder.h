@@ -22,7 +22,7 @@ public:
     /// Starts a round of all parents.
     void beginAll() { _allBegan = ++_round; }
 
-    /// The next child of that kind and text in this round; nullopt if there is none left.
+    /// The next child of that kind and text in this round, or nullopt.
     std::optional<int> find(const OutputDimension& dimension, int parent, bool isGroup,
                             const std::string& text);
     /// Registers a node that was just added as the last child of its parent.

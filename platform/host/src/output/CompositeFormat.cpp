@@ -5,14 +5,14 @@
 
 namespace {
 
-// Reads the decimal number at the start of the text. Returns its length, 0 if there is none.
+// Reads the decimal number at the start of the text. Returns its length, or 0.
 std::size_t readNumber(std::string_view text, std::size_t& number)
 {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() ? static_cast<std::size_t>(end - text.data()) : 0;
 }
 
-// The item with that number, from 1; null if there is none.
+// The item with that number, from 1, or null.
 template <typename Item>
 const Item* itemAt(const std::vector<Item>& items, std::size_t number)
 {

@@ -23,7 +23,7 @@ std::vector<std::shared_ptr<OutputHeading>> liveProcedures();
 
 /// Names and values (UTF-8) of the split variables in the present split group.
 using SplitList = std::vector<std::pair<std::string, std::string>>;
-/// For the current procedure; empty if there is none or its data are not split.
+/// For the current procedure. Empty without a procedure, or if its data are not split.
 SplitList currentSplitList();
 /// For the procedure of a heading.
 SplitList splitListOf(const TnHeading& heading);

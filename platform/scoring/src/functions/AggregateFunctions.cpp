@@ -41,7 +41,7 @@ double median(Numbers numbers)
     return numbers.size() % 2 == 1 ? numbers[middle] : (numbers[middle - 1] + numbers[middle]) / 2;
 }
 
-/// Aggregates the present arguments. Missing if there are none.
+/// Aggregates the present arguments. Missing if all are missing.
 template <double (*function)(Numbers)>
 Cell aggregate(std::span<const Cell> arguments, Scratch& scratch)
 {

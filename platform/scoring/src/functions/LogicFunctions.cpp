@@ -28,7 +28,7 @@ Cell isAmong(Arguments arguments, Scratch&)
     return Cell::of(found == wanted);
 }
 
-/// The first argument with the decisive value decides. If there is none, the result is unknown if
+/// The first argument with the decisive value decides. Otherwise the result is unknown if
 /// an argument is unknown.
 template <bool decisive>
 Cell combine(Arguments arguments, Scratch&)

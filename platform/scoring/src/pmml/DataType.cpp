@@ -62,7 +62,7 @@ bool isTemporal(ValueKind kind)
     return kind == ValueKind::Date || kind == ValueKind::Moment || kind == ValueKind::Time;
 }
 
-/// The rule that converts a kind to a type; empty if there is none.
+/// The rule that converts a kind to a type, or empty.
 std::optional<ConversionRule> ruleFor(ValueKind from, const DataType& to)
 {
     if (from == ValueKind::Text)

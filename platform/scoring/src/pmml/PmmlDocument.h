@@ -30,7 +30,7 @@ std::string_view localName(pugi::xml_node node);
 std::vector<pugi::xml_node> elementsIn(pugi::xml_node node);
 /// The child elements with a name.
 std::vector<pugi::xml_node> elementsIn(pugi::xml_node node, std::string_view name);
-/// The first child element with a name; empty if there is none.
+/// The first child element with a name, or empty.
 pugi::xml_node elementIn(pugi::xml_node node, std::string_view name);
 
 /// The whole text of an element, including blanks, CDATA sections and the text after comments.

@@ -31,7 +31,7 @@ struct SeriesPlan
     std::string table;
 };
 
-/// Finds the series in the table, or takes those of the settings, and tells of records that are of
+/// Finds the series in the table, or takes those of the settings, and reports records that are of
 /// none. Throws JobError if there are too many.
 SeriesPlan planSeries(JobContext& context, const std::string& component,
                       const PreparationTable& table, const TsdpSettings& settings);

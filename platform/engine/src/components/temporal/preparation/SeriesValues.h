@@ -10,7 +10,7 @@
 namespace EmbeddedHV {
 
 /// The values of each planned series at all points of time, aggregated but with their gaps;
-/// not-a-number where there is none. Throws JobError if they are too many.
+/// not-a-number for a point without a value. Throws JobError if they are too many.
 std::vector<std::vector<double>> seriesValues(JobContext& context, const std::string& component,
                                               const PreparationTable& table,
                                               const TsdpSettings& settings, const SeriesPlan& plan,

@@ -40,7 +40,7 @@ std::int64_t momentsOf(TimeUnit unit);
 /// begins at point i and ends before point i + 1.
 ///
 /// Points by months keep their day of the month where the month has it, else lie on its last day.
-/// With working hours, or units below a day on working days, intervals begin anew with each
+/// With working hours, or units below a day on working days, intervals restart with each
 /// working day; the last one of a day may be shorter.
 class TimeCalendar
 {

@@ -20,7 +20,7 @@ struct TimePoints
 };
 
 /// Finds the interval where it is not given, numbers the points of time from the first one or the
-/// given one, and tells of records that are at none. Not for the order of the records. Throws
+/// given one, and reports records that are at no point. Not for the order of the records. Throws
 /// JobError.
 TimePoints numberPoints(JobContext& context, const std::string& component,
                         const PreparationTable& table, const TsdpSettings& settings);

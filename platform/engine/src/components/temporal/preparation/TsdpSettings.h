@@ -12,10 +12,10 @@
 
 namespace EmbeddedHV {
 
-/// The name that stands for the time if the order of the records is the time.
+/// The name of the time if the order of the records is the time.
 inline constexpr const char* kCaseCount = "$casecount";
 
-/// What tells the time of a record.
+/// The source of the time of a record.
 enum class TimeSource
 {
     Field,       ///< a date, time or timestamp
@@ -43,7 +43,7 @@ struct TsdpSettings
     std::optional<std::vector<std::string>> series;     ///< ids
 };
 
-/// Reads the configuration of the call and tells of settings that it does not know. Throws
+/// Reads the configuration of the call and reports unknown settings. Throws
 /// JobError.
 TsdpSettings tsdpSettings(StepCall& call);
 
@@ -51,7 +51,7 @@ const char* wordOf(Aggregation aggregation);
 const char* wordOf(GapFilling filling);
 /// The unit of that word; nothing for any other word.
 std::optional<TimeUnit> timeUnitOf(const std::string& word);
-/// Reads an interval and tells of settings that it does not know. Throws JobError for one that
+/// Reads an interval and reports unknown settings. Throws JobError for one that
 /// makes no sense.
 IntervalSpec intervalOf(const Settings& interval, const MessageSink& message);
 

@@ -9,7 +9,7 @@ import java.util.Map;
 public interface HvlFunctionParameter
 {
     /**
-     * Makes parameters. {@code bound} tells whether a definition binds the value to a name (true)
+     * Makes parameters. {@code bound} states whether a definition binds the value to a name (true)
      * or the value is written inside the call (false). A null value leaves its place open.
      */
     interface Factory

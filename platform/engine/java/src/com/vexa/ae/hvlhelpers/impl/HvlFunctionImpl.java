@@ -57,7 +57,7 @@ public final class HvlFunctionImpl implements HvlFunction
     }
 
     /**
-     * The definitions of the function's bound arguments, one on each line; empty if there are none.
+     * The definitions of the function's bound arguments, one on each line.
      */
     public String generateConfiguration()
     {
@@ -83,7 +83,7 @@ public final class HvlFunctionImpl implements HvlFunction
         return _inputs;
     }
 
-    /** The input that is piped with `->`; null if there is none. */
+    /** The input that is piped with `->`, or null. */
     HvlFunctionImpl piped()
     {
         return _piped;
