@@ -30,18 +30,18 @@ void attempt(Read read)
 
 void readModelText(const std::string& text)
 {
-    const TcmModel model = modelOfDocument(text, "fuzz");
+    const TcmModel model = modelOfDocument(text, {"fuzz"});
     const std::string written = modelDocument(model);
-    require(modelDocument(modelOfDocument(written, "fuzz")) == written);
+    require(modelDocument(modelOfDocument(written, {"fuzz"})) == written);
     require(!networkDocument(model).empty());
 }
 
 void readPreparationText(const std::string& text)
 {
-    const Preparation preparation = preparationOf(text, "fuzz");
+    const Preparation preparation = preparationOf(text, {"fuzz"});
     require(preparation.document == text);
     require(!modelStatistics(preparation.fields).empty());
-    (void)namedSeriesOf(text, "fuzz", [](const std::string&, const std::string&) {});
+    (void)namedSeriesOf(text, {"fuzz"}, [](const std::string&, const FaultParts&) {});
 }
 
 } // namespace
@@ -53,6 +53,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (parts.size() > 1)
         attempt([&] { readPreparationText(parts[1]); });
     if (parts.size() > 2)
-        attempt([&] { (void)manifestChecksums(parts[2], "fuzz"); });
+        attempt([&] { (void)manifestChecksums(parts[2], {"fuzz"}); });
     return 0;
 }

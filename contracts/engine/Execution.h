@@ -3,6 +3,7 @@
 #include <jni.h>
 
 #include <string>
+#include <vector>
 
 #include "EngineExport.h"
 
@@ -47,6 +48,29 @@ public:
     virtual void dispose(JNIEnv* env) = 0;
     /// The caller deletes the object, after dispose.
     virtual ~Execution() = default;
+};
+
+/// A message of a job: the text that the listener got, and its detail for host programs. The
+/// embedded engine's detail is a JSON object with the parts of the message; docs/contracts.md
+/// describes it. Another engine may give any text. Both are UTF-8.
+struct ReportedMessage
+{
+    std::string text;   ///< as the listener got it
+    std::string detail; ///< empty if there is nothing beyond the text
+};
+
+/// An interface that an execution may implement if its messages have details. Callers detect it
+/// with dynamic_cast.
+class ENGINE_API MessageReports
+{
+public:
+    /// The messages of the job, in the order in which the listener got them. Empty before execute;
+    /// valid until the execution is deleted. The thread that uses the execution calls it.
+    virtual const std::vector<ReportedMessage>& reportedMessages() const = 0;
+
+protected:
+    /// Protected: the owner deletes the execution.
+    ~MessageReports() = default;
 };
 
 /// Makes executions. The service manager owns it; it lives until the engine is shut down. An

@@ -23,6 +23,7 @@ struct InputFault
     std::string_view id;
     const char* hint;
 };
+constexpr const char* kReadStep = "read";
 constexpr const char* kPasswordHint = "--password-file FILE or --password WORD gives it";
 constexpr std::array<InputFault, 13> kInputFaults{{
     {errors::kFileMissing, ""},
@@ -61,24 +62,43 @@ struct JobFault
     std::string detail;
 };
 
-const InputFault* inputFault(const JobFault& fault)
+const InputFault* inputFault(const std::string& id)
 {
-    const auto* const row =
-        std::find_if(kInputFaults.begin(), kInputFaults.end(),
-                     [&](const InputFault& known) { return known.id == fault.id; });
-    // The write step reports some of the same errors.
-    return row != kInputFaults.end() && fault.parts.step == "read" ? row : nullptr;
+    const auto* const row = std::ranges::find(kInputFaults, id, &InputFault::id);
+    return row == kInputFaults.end() ? nullptr : row;
 }
 
-/// The file that the error is about, if the user named it; else null.
+/// The write step reports some of the same errors.
+bool isInputFault(const JobFault& fault)
+{
+    return fault.parts.step == kReadStep && inputFault(fault.id) != nullptr;
+}
+
+/// The file with this path; null if the user did not name it.
+const JobOrigin::File* fileIn(const std::vector<JobOrigin::File>& files, const std::string& path)
+{
+    const auto found = std::ranges::find(files, path, &JobOrigin::File::path);
+    return path.empty() || found == files.end() ? nullptr : &*found;
+}
+
+/// The file that the error is about, if the user named it; else null. Components read and write.
 const JobOrigin::File* userFile(const FaultParts& parts, const JobOrigin& origin)
 {
-    const std::vector<JobOrigin::File>& files =
-        parts.step == "read" ? origin.inputs : origin.outputs;
-    if (parts.step != "read" && parts.step != "write")
-        return nullptr;
-    const auto found = std::ranges::find(files, parts.file, &JobOrigin::File::path);
-    return parts.file.empty() || found == files.end() ? nullptr : &*found;
+    if (const auto* input = fileIn(origin.inputs, parts.file); input && parts.step != "write")
+        return input;
+    return parts.step == kReadStep ? nullptr : fileIn(origin.outputs, parts.file);
+}
+
+/// The option that sets the setting, or the setting that contains it: "targets[0]" is one of
+/// "targets". Null if no option sets it.
+const JobOrigin::Setting* settingOption(const std::string& path, const JobOrigin& origin)
+{
+    const JobOrigin::Setting* longest = nullptr;
+    for (const JobOrigin::Setting& setting : origin.settings)
+        if (path.starts_with(setting.path) &&
+            (longest == nullptr || setting.path.size() > longest->path.size()))
+            longest = &setting;
+    return longest;
 }
 
 /// The error's text without the step, and with the user's name of the file.
@@ -96,14 +116,22 @@ std::string withoutStep(FaultParts parts)
     return sentenceOf(parts);
 }
 
+/// The reason of the host, which serves the rows, begins with the path of the file.
+std::string withInputName(const std::string& reason, const JobOrigin& origin)
+{
+    for (const JobOrigin::File& file : origin.inputs)
+        if (reason.starts_with(file.path + ":"))
+            return file.name + reason.substr(file.path.size());
+    return kReadStep + (": " + reason);
+}
+
 /// Rewrites an error of an input. An error of served rows is reported as the engine would report it
 /// for the file.
 std::string inInput(const JobFault& fault, const JobOrigin& origin)
 {
     const FaultParts& parts = fault.parts;
-    // The host has served the rows. Its reason begins with the path.
     if (parts.record > 0 && parts.field.empty())
-        return withFileName(parts.step + ": " + parts.what, origin);
+        return withInputName(parts.what, origin);
     if (parts.record > 0 && !origin.inputs.empty())
         return origin.inputs.front().name + ": field \"" + parts.field + "\", record " +
                std::to_string(parts.record) + ": " + parts.what;
@@ -167,7 +195,20 @@ std::string withOption(const JobFault& fault, const std::string& job, const JobO
     // This step only restores the types of the file. No option names it.
     if (parts.step == "updateDataModel" && !origin.inputs.empty())
         return origin.inputs.front().name + ": " + withoutStep(parts);
+    if (!parts.series.empty())
+        return withoutStep(parts);
     return parts.step == "aggregate" ? inAggregate(fault, origin) : fault.text;
+}
+
+/// Replaces the name of an intermediate field by the option for which it was composed.
+std::string withComposedField(std::string text, const std::string& field, const JobOrigin& origin)
+{
+    const std::string quoted = "\"" + field + "\"";
+    const auto composed = std::ranges::find(origin.composed, quoted, &JobOrigin::Expression::text);
+    const std::size_t place = text.find(quoted);
+    if (composed != origin.composed.end() && place != std::string::npos)
+        text.replace(place, quoted.size(), composed->option);
+    return text;
 }
 
 /// An error in the user's own job text, in the format of compilers.
@@ -211,39 +252,43 @@ std::string hintFor(const JobFault& fault, const JobOrigin::File* file)
     return expressionHint(fault);
 }
 
-CommandFault wordInput(const JobFault& fault, const char* usualHint, const JobOrigin& origin,
-                       const std::string& detail)
+CommandFault wordInput(const JobFault& fault, const JobOrigin& origin, const std::string& detail)
 {
     const std::string text = inInput(fault, origin);
     if (!origin.jobName.empty())
         return {ExitStatus::Input, origin.jobName + ": " + text, "", detail};
-    const char* const hint = fault.parts.kind == kinds::kNotUtf8 ? kForeignTextHint : usualHint;
-    return {ExitStatus::Input, text, origin.hasInputOptions ? hint : "", detail};
+    return {ExitStatus::Input, text,
+            origin.hasInputOptions ? inputHint(fault.id, fault.parts.kind) : "", detail};
 }
 
 } // namespace
 
-std::string withFileName(const std::string& message, const JobOrigin& origin)
+std::string wordMessage(const std::string& text, const std::string& detail, const JobOrigin& origin)
 {
-    const auto named = [&](const std::vector<JobOrigin::File>& files, const std::string& step) {
-        for (const JobOrigin::File& file : files) {
-            const std::string start = step + ": " + file.path + ":";
-            if (message.starts_with(start))
-                return file.name + message.substr(start.size() - 1);
-        }
-        return std::string();
-    };
-    const std::string input = named(origin.inputs, "read");
-    const std::string output = input.empty() ? named(origin.outputs, "write") : input;
-    return output.empty() ? message : output;
+    const auto report = datafile::faultReportIn(detail);
+    if (!report || report->parts.what.empty())
+        return text;
+    const FaultParts& parts = report->parts;
+    if (const JobOrigin::File* const file = userFile(parts, origin))
+        return inFile(parts, file->name);
+    if (const auto* const setting = settingOption(parts.setting, origin))
+        return setting->option + ": " + parts.what;
+    if (!origin.jobName.empty())
+        return text;
+    // The records of the data preparation are those of the data.
+    if (parts.step == "tsdp:tsdp" && parts.record > 0 && !origin.inputs.empty())
+        return origin.inputs.front().name + ": " + withoutStep(parts);
+    if (!parts.series.empty())
+        return withoutStep(parts);
+    return withComposedField(text, parts.field, origin);
 }
 
-std::string withOptions(std::string text, const JobOrigin& origin)
+std::string inputHint(const std::string& id, const std::string& kind)
 {
-    for (const JobOrigin::Expression& composed : origin.composed)
-        if (const std::size_t place = text.find(composed.text); place != std::string::npos)
-            text.replace(place, composed.text.size(), composed.option);
-    return text;
+    if (kind == kinds::kNotUtf8)
+        return kForeignTextHint;
+    const InputFault* const fault = inputFault(id);
+    return fault ? fault->hint : "";
 }
 
 std::string logText(const EngineFault& fault)
@@ -261,11 +306,13 @@ CommandFault wordFault(const EngineFault& reported, const std::string& jobText,
 {
     const JobFault fault(reported);
     const std::string detail = fault.id + " " + fault.detail;
-    if (const InputFault* const input = inputFault(fault))
-        return wordInput(fault, input->hint, origin, detail);
+    if (isInputFault(fault))
+        return wordInput(fault, origin, detail);
     if (const JobOrigin::File* const file = userFile(fault.parts, origin))
         return {ExitStatus::JobFailed, inFile(fault.parts, file->name), hintFor(fault, file),
                 detail};
+    if (const auto* const setting = settingOption(fault.parts.setting, origin))
+        return {ExitStatus::Usage, setting->option + ": " + fault.parts.what, "", detail};
     if (!origin.jobName.empty())
         return {ExitStatus::JobFailed, withPosition(fault, origin.jobName), expressionHint(fault),
                 detail};

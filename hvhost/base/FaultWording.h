@@ -11,7 +11,7 @@ inline constexpr const char* kKindHint =
 inline constexpr const char* kForeignTextHint =
     "--encoding NAME, as in windows-1252, names its encoding";
 
-inline constexpr const char* kJavaHint = "hvhost doctor tells what was found, and what is missing";
+inline constexpr const char* kJavaHint = "hvhost doctor shows what was found and what is missing";
 
 inline constexpr const char* kTemporaryHint = "TMPDIR names the folder of temporary files";
 
@@ -32,16 +32,17 @@ struct EngineFault
 CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
                        const JobOrigin& origin);
 
-/// Replaces the names of intermediate fields in a message by the options for which they were
-/// composed.
-std::string withOptions(std::string text, const JobOrigin& origin);
+/// Rewrites a message of a job in the user's terms, as wordFault does. `detail` has its parts as
+/// JSON. A message without parts keeps its text.
+std::string wordMessage(const std::string& text, const std::string& detail,
+                        const JobOrigin& origin);
+
+/// A hint for an error of a file that is read, for commands that have the options for it; may be
+/// empty. `kind` distinguishes errors of one id.
+std::string inputHint(const std::string& id, const std::string& kind);
 
 /// Whether the text of a job has a syntax error. The error may quote a password from the text.
 bool isSyntaxFault(const EngineFault& fault);
 
 /// The id, the text and the detail for a log.
 std::string logText(const EngineFault& fault);
-
-/// Rewrites a message "read: PATH: what" or "write: PATH: what" as "NAME: what" if the user named
-/// the file. Messages have no parts.
-std::string withFileName(const std::string& message, const JobOrigin& origin);

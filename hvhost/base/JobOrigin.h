@@ -19,11 +19,19 @@ struct JobOrigin
         std::string text;
     };
 
+    /// A setting of a component, by its path, and the option that sets it.
+    struct Setting
+    {
+        std::string path;
+        std::string option;
+    };
+
     std::vector<File> inputs;
     std::vector<File> outputs;
     std::vector<Expression> expressions; ///< in the order of the text
     std::vector<Expression> composed;    ///< options, with a text that occurs only in their lines
     std::vector<std::string> aggregates; ///< the options for the outputs of the aggregate step
+    std::vector<Setting> settings;       ///< those that options set
     std::string jobName; ///< the name of the user's own job text; empty for a generated text
     bool hasInputOptions = true; ///< hints may mention input options
 };

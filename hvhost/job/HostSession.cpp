@@ -184,7 +184,7 @@ void HostSession::printMessages(const JobOrigin& origin, const std::string& erro
          HostJournal::instance().entries(HostJournal::Kind::Error)) {
         if (entry.level != kLevelWarning || (!error.empty() && entry.text.ends_with(error)))
             continue;
-        warn(withOptions(withFileName(entry.text, origin), origin));
+        warn(wordMessage(entry.text, _runner->getMessageDetail(entry.text), origin));
     }
     HostJournal::instance().clear();
 }

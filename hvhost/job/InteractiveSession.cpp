@@ -46,7 +46,7 @@ void InteractiveSession::checkOutcome(HVInteractive& object, bool isDone, const 
                                       const JobOrigin& origin, const Explain& explain)
 {
     for (const std::string& message : object.getMessages())
-        _host.warn(withFileName(message, origin));
+        _host.warn(wordMessage(message, object.getMessageDetail(message), origin));
     // A stop that comes after the last job has no effect, because the result exists.
     if (!isDone || object.getState() == HVProgressListener::Cancelled)
         _watch.check();

@@ -34,17 +34,9 @@ TcmModelFacts TcmSession::facts()
         // Only the model was read, so the fault is in the model.
         if (fault.status() != ExitStatus::JobFailed)
             throw;
-        throw CommandFault(ExitStatus::Input, withModelName(fault.what()), fault.hint(),
-                           fault.detail());
+        throw CommandFault(ExitStatus::Input, fault.what(), fault.hint(), fault.detail());
     }
     return readModelFacts(modelName(), network, preparation);
-}
-
-/// "STEP: PATH: what" as "NAME: what".
-std::string TcmSession::withModelName(const std::string& text) const
-{
-    const std::size_t path = text.find(modelPath());
-    return path == text.npos ? text : modelName() + text.substr(path + modelPath().size());
 }
 
 /// The engine names the model by its path.

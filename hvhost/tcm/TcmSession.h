@@ -39,8 +39,6 @@ public:
     nlohmann::ordered_json artifactsIn(const std::string& statJson) const;
 
 private:
-    std::string withModelName(const std::string& text) const;
-
     ReadableFile _file;
     InteractiveSession _session;
     std::unique_ptr<HVInteractiveTSR> _viewer;

@@ -31,14 +31,7 @@ void runTraining(HVTemporalTraining& training, const std::string& path,
             throw CommandFault(ExitStatus::JobFailed, options.output + ": " + reason);
         return isDone;
     };
-    try {
-        session.perform(work, origin);
-    } catch (const CommandFault& fault) {
-        const std::string text = inTrainingOptions(fault.what());
-        if (text == fault.what())
-            throw;
-        throw CommandFault(ExitStatus::Usage, text, fault.hint(), fault.detail());
-    }
+    session.perform(work, origin);
 }
 
 } // namespace
@@ -63,7 +56,9 @@ void tcmTrain(const TcmTrainOptions& options, const CommonOptions& common)
         std::cout << job << '\n';
         return;
     }
-    runTraining(training, path, options, session, input.origin());
+    JobOrigin origin = input.origin();
+    origin.settings = trainingSettings();
+    runTraining(training, path, options, session, origin);
     input.finish();
     session.finish();
 }

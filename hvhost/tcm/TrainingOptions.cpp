@@ -9,7 +9,6 @@
 
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/Text.h"
-#include "hvhost/base/TextScan.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/tcm/SeriesText.h"
 #include "tcm/HVTemporalTraining.h"
@@ -19,24 +18,6 @@ namespace {
 constexpr std::array<std::string_view, 8> kUnits = {"year", "quarter", "month",  "week",
                                                     "day",  "hour",    "minute", "second"};
 constexpr std::array<std::string_view, 7> kDays = {"mon", "tue", "wed", "thu", "fri", "sat", "sun"};
-
-/// The engine's settings and the options that set them.
-constexpr std::pair<std::string_view, const char*> kSettingOptions[] = {
-    {"targets", "--target"},
-    {"candidates", "--predictor"},
-    {"both", "--both"},
-    {"forced", "--force-edge"},
-    {"forbidden", "--forbid-edge"},
-    {"lags", "--lags"},
-    {"maxLag", "--max-lag"},
-    {"maxPredictors", "--max-predictors"},
-    {"outlierLevel", "--outlier-level"},
-    {"timeInterval", "--interval"},
-    {"timeInterval.workingDays", "--working-days"},
-    {"timeInterval.workingHours", "--working-hours"},
-    {"aggregation", "--aggregate"},
-    {"missingValues", "--max-missing"},
-};
 
 constexpr double kUsualShare = 0.25;
 
@@ -277,21 +258,22 @@ void configureTraining(const TcmTrainOptions& options, const Dataset& dataset,
         training.SetOutlierLevel(*options.outlierLevel);
 }
 
-std::string inTrainingOptions(const std::string& text)
+std::vector<JobOrigin::Setting> trainingSettings()
 {
-    TextScan scan(text);
-    if (!scan.skip("tsdp:tsdp: the setting \"") && !scan.skip("tcm:train: the setting \""))
-        return text;
-    const auto setting = scan.until("\" ");
-    if (!setting)
-        return text;
-    // The longest name that the setting begins with: "targets[0]" is one of --target.
-    std::string_view known;
-    const char* option = nullptr;
-    for (const auto& [name, word] : kSettingOptions)
-        if (setting->starts_with(name) && name.size() > known.size()) {
-            known = name;
-            option = word;
-        }
-    return option == nullptr ? text : std::string(option) + ": " + std::string(scan.rest());
+    return {
+        {"targets", "--target"},
+        {"candidates", "--predictor"},
+        {"both", "--both"},
+        {"forced", "--force-edge"},
+        {"forbidden", "--forbid-edge"},
+        {"lags", "--lags"},
+        {"maxLag", "--max-lag"},
+        {"maxPredictors", "--max-predictors"},
+        {"outlierLevel", "--outlier-level"},
+        {"timeInterval", "--interval"},
+        {"timeInterval.workingDays", "--working-days"},
+        {"timeInterval.workingHours", "--working-hours"},
+        {"aggregation", "--aggregate"},
+        {"missingValues", "--max-missing"},
+    };
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <vector>
+
+#include "hvhost/base/JobOrigin.h"
 #include "hvhost/tcm/TcmTrain.h"
 
 class Dataset;
@@ -14,5 +17,5 @@ std::vector<int> trainingColumns(const TcmTrainOptions& options, const Dataset& 
 void configureTraining(const TcmTrainOptions& options, const Dataset& dataset,
                        HVTemporalTraining& training);
 
-/// Rewords an error of the engine about a setting as an error about the option that set it.
-std::string inTrainingOptions(const std::string& text);
+/// The engine's settings that the options set, for messages about them.
+std::vector<JobOrigin::Setting> trainingSettings();

@@ -114,6 +114,11 @@ const std::vector<std::string>& HVInteractive::getMessages() const
     return _hasOwnMessages ? _messages : _runner->getProgressListener()->getMessages();
 }
 
+std::string HVInteractive::getMessageDetail(const std::string& text) const
+{
+    return _runner->getMessageDetail(text);
+}
+
 void HVInteractive::beginRequest()
 {
     resetJNI();

@@ -73,6 +73,8 @@ public:
     /// The object's own messages if it has any, otherwise those of the last job. Valid until the
     /// next request.
     const std::vector<std::string>& getMessages() const;
+    /// The detail of a message of the last job; see HVRunner::getMessageDetail.
+    std::string getMessageDetail(const std::string& text) const;
 
 protected:
     /// Starts a request: takes over the thread and clears the messages and failure reasons of the

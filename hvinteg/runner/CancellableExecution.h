@@ -26,13 +26,14 @@ public:
     CancellableExecution& operator=(const CancellableExecution&) = delete;
 
     EmbeddedHV::Execution* operator->() const { return _execution.get(); }
+    EmbeddedHV::Execution* get() const { return _execution.get(); }
 
     /// Takes a new execution. Cancels cannot reach it before open.
     void hold(std::unique_ptr<EmbeddedHV::Execution> execution);
     /// Lets cancels reach the execution. If an earlier cancel found no open execution, the stop
     /// flag is set when this returns: no cancel is lost.
     void open();
-    /// Takes the execution out, or returns null if there is none. Waits for cancels on other
+    /// Takes the execution out, or returns null. Waits for cancels on other
     /// threads. If called from within a cancel, that cancel keeps the object alive until the engine
     /// returns.
     std::shared_ptr<EmbeddedHV::Execution> take();

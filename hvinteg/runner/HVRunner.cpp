@@ -133,6 +133,11 @@ void HVRunner::displayAllMessages(bool showError, bool splitLabel)
     _listener->displayAllMessages(showError, splitLabel);
 }
 
+std::string HVRunner::getMessageDetail(const std::string& text) const
+{
+    return _impl->messageDetail(text);
+}
+
 void HVRunner::displayMessage() {}
 
 bool HVRunner::displayOutputs()

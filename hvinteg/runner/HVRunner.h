@@ -174,6 +174,10 @@ public:
 
     /// Shows the messages of the last job; see HVProgressListener::displayAllMessages.
     void displayAllMessages(bool showError, bool splitLabel);
+    /// The detail of a message of the last job, for host programs: what the engine knows about it
+    /// as data. Empty if the last job has no such message, or the engine gives no details. The
+    /// embedded engine gives a JSON object that docs/contracts.md describes.
+    std::string getMessageDetail(const std::string& text) const;
     /// Does nothing.
     void displayMessage();
     /// Does nothing and returns true.

@@ -1,5 +1,6 @@
 #include "runner/HVRunnerImpl.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -57,6 +58,7 @@ void HVRunnerImpl::updateAppSetting()
 void HVRunnerImpl::prepareHVLJob(const std::string& jobText)
 {
     _listener->reset();
+    _messages.clear();
     cleanExecution();
     updateAppSetting();
     EmbeddedHV::ExecutionService* const service =
@@ -86,8 +88,19 @@ void HVRunnerImpl::addInputIterator(HVStatDataIterator* iterator)
 bool HVRunnerImpl::execute()
 {
     _execution->execute(managerEnv(), _listener);
+    // Kept here: callers read messages after the end of the execution.
+    if (const auto* const reports = dynamic_cast<EmbeddedHV::MessageReports*>(_execution.get()))
+        _messages = reports->reportedMessages();
     // A cancelled job has not failed; its output is incomplete, which the state shows.
     return _listener->getState() != HVProgressListener::Failed;
+}
+
+std::string HVRunnerImpl::messageDetail(const std::string& text) const
+{
+    const auto found =
+        std::find_if(_messages.begin(), _messages.end(),
+                     [&](const EmbeddedHV::ReportedMessage& known) { return known.text == text; });
+    return found == _messages.end() ? std::string() : found->detail;
 }
 
 void HVRunnerImpl::cancelExecution()

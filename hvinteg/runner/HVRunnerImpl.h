@@ -3,7 +3,9 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "Execution.h"
 #include "MetadataService.h"
 #include "runner/CancellableExecution.h"
 #include "runner/RunnerRegistration.h"
@@ -35,6 +37,8 @@ public:
     void addOutputContainer(HVStatContainer* container);
     void addInputIterator(HVStatDataIterator* iterator);
     bool execute();
+    /// The detail of a message of the last executed job, or empty.
+    std::string messageDetail(const std::string& text) const;
     /// Any thread, at any time before endCancels. See CancellableExecution::cancel.
     void cancelExecution();
     /// Waits for cancels on other threads. The owner calls it before the destructor.
@@ -65,4 +69,5 @@ private:
     HVProgressListener* _listener;
     const bool _hasProcedure;
     CancellableExecution _execution;
+    std::vector<EmbeddedHV::ReportedMessage> _messages; ///< of the last executed job
 };

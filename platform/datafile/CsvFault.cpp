@@ -31,9 +31,18 @@ std::string convertedField(const std::string& databaseMessage)
     return between(databaseMessage, "Error when converting column \"", "\". ").value_or("");
 }
 
+constexpr const char* kWantedCount = "Expected Number of Columns: ";
+
 bool isOfEncoding(const std::string& databaseMessage)
 {
     return contains(databaseMessage, "Invalid unicode");
+}
+
+const char* kindOf(const std::string& databaseMessage)
+{
+    if (contains(databaseMessage, kWantedCount))
+        return kinds::kFieldCount;
+    return isOfEncoding(databaseMessage) ? kinds::kNotUtf8 : "";
 }
 
 } // namespace
@@ -71,7 +80,7 @@ std::optional<std::uint64_t> csvLine(const std::string& databaseMessage)
 
 std::string csvReason(const std::string& databaseMessage)
 {
-    if (const auto wanted = between(databaseMessage, "Expected Number of Columns: ", " ")) {
+    if (const auto wanted = between(databaseMessage, kWantedCount, " ")) {
         const std::string found =
             between(databaseMessage, " Found: ", "\n").value_or("another number of");
         return "the record has " + found + (found == "1" ? " field" : " fields") + ", not " +
@@ -98,7 +107,7 @@ FaultParts csvParts(const std::string& path, std::uint64_t line, const std::stri
             .file = path,
             .inFile = {line},
             .field = convertedField(databaseMessage),
-            .kind = isOfEncoding(databaseMessage) ? kinds::kNotUtf8 : "",
+            .kind = kindOf(databaseMessage),
             .what = csvReason(databaseMessage)};
 }
 

@@ -143,11 +143,11 @@ void CsvProfile::take()
     if (_scanner.flaw())
         takeFlaw(*_scanner.flaw());
     if (_fields.size() != _names.size())
-        return takeFlaw({_scanner.line(), 0,
-                         "the record has " + std::to_string(_fields.size()) +
-                             (_fields.size() == 1 ? " field" : " fields") + ", not " +
-                             std::to_string(_names.size()),
-                         0, false});
+        return takeFlaw({.line = _scanner.line(),
+                         .text = "the record has " + std::to_string(_fields.size()) +
+                                 (_fields.size() == 1 ? " field" : " fields") + ", not " +
+                                 std::to_string(_names.size()),
+                         .kind = kinds::kFieldCount});
     if (!_longest.empty())
         takeLengths();
     // The types are fixed: search only values that would be changed silently.
@@ -190,8 +190,9 @@ void CsvProfile::takeLengths()
     for (std::size_t column = 0; column < _fields.size(); ++column) {
         const CsvField& field = _fields[column];
         if (!_flaw && !base::isUtf8(field.text))
-            takeFlaw(
-                {.line = _scanner.line(), .text = "the text is not UTF-8", .isOfEncoding = true});
+            takeFlaw({.line = _scanner.line(),
+                      .text = "the text is not UTF-8",
+                      .kind = kinds::kNotUtf8});
         if (field.text.empty())
             _gaps[column] = true;
         else if (field.text.size() > _longest[column])
@@ -224,7 +225,7 @@ Fault faultOf(const CsvFlaw& flaw, const std::string& path)
             {.step = "read",
              .file = path,
              .inFile = {flaw.line, flaw.column},
-             .kind = flaw.isOfEncoding ? kinds::kNotUtf8 : "",
+             .kind = flaw.kind,
              .what = flaw.text}};
 }
 

@@ -29,7 +29,7 @@ struct CsvFlaw
     std::uint64_t record = 0;    ///< number of records read, including this one
     bool isOfFile = false;       ///< concerns the whole file
     bool isEndUncertain = false; ///< readers with other rules may end the record elsewhere
-    bool isOfEncoding = false;   ///< the text is not UTF-8
+    const char* kind = "";       ///< of the error, see FaultIds.h
 
     /// Whether a reader can leave out the record and read the rest of the file.
     bool canBeSkipped() const { return !isOfFile && !isEndUncertain; }

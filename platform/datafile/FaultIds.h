@@ -28,6 +28,7 @@ namespace datafile::kinds {
 
 inline constexpr const char* kFileExists = "fileExists";       ///< HVEIO0016E
 inline constexpr const char* kNotUtf8 = "notUtf8";             ///< HVEIO0005E, 0006E, 0007E, 0020E
+inline constexpr const char* kFieldCount = "fieldCount";       ///< HVEIO0006E, 0007E
 inline constexpr const char* kNotInteger = "notInteger";       ///< HVEEX0012E
 inline constexpr const char* kDateAndText = "dateAndText";     ///< HVEEX0005E
 inline constexpr const char* kFieldInQuotes = "fieldInQuotes"; ///< HVEPA0001E

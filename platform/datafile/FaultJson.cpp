@@ -41,6 +41,8 @@ void addParts(FaultObject& object, const FaultParts& parts)
     }
     if (parts.inJob.line > 0)
         addPlace(object["job"], parts.inJob);
+    if (!parts.series.empty())
+        object["series"] = parts.series;
     if (parts.record > 0)
         object["record"] = parts.record;
     if (parts.limit)
@@ -61,6 +63,17 @@ std::string faultText(const FaultObject& object, const char* key)
     const auto member = object.find(key);
     return member == object.end() || !member->is_string() ? std::string()
                                                           : member->get<std::string>();
+}
+
+/// The texts of the member if it is a list; else empty.
+std::vector<std::string> faultTexts(const FaultObject& object, const char* key)
+{
+    std::vector<std::string> texts;
+    if (const auto member = object.find(key); member != object.end() && member->is_array())
+        for (const FaultObject& element : *member)
+            if (element.is_string())
+                texts.push_back(element.get<std::string>());
+    return texts;
 }
 
 /// The member if it is a number from 0; else 0.
@@ -94,6 +107,7 @@ FaultParts partsIn(const FaultObject& object)
     parts.inFile = placeIn(file);
     parts.inJob = placeIn(faultObject(object, "job"));
     parts.record = faultNumber(object, "record");
+    parts.series = faultTexts(object, "series");
     if (const auto limit = object.find("limit");
         limit != object.end() && limit->is_number_integer())
         parts.limit = limit->get<std::int64_t>();
@@ -110,6 +124,13 @@ std::string jsonOf(const Fault& fault)
     addParts(object, fault.parts());
     if (!fault.detail().empty())
         object["detail"] = fault.detail();
+    return dumped(object);
+}
+
+std::string jsonOf(const std::string& id, const FaultParts& parts)
+{
+    FaultObject object = {{"id", id}};
+    addParts(object, parts);
     return dumped(object);
 }
 

@@ -12,6 +12,9 @@ namespace datafile {
 /// describes the object.
 std::string jsonOf(const Fault& fault);
 
+/// The parts of a message of a job, with its id, in the same form.
+std::string jsonOf(const std::string& id, const FaultParts& parts);
+
 /// Only the parts of a fault, in the same form.
 std::string jsonOf(const FaultParts& parts);
 

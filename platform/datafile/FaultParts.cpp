@@ -36,7 +36,7 @@ std::string sentenceOf(const FaultParts& parts)
     std::string text = parts.step.empty() ? "" : parts.step + ": ";
     if (!parts.file.empty())
         text += filePlaceText(parts);
-    else if (parts.record > 0)
+    else if (!parts.iterator.empty() && parts.record > 0)
         text += recordText(parts);
     else if (!parts.setting.empty())
         text += "the setting \"" + parts.setting + "\" ";

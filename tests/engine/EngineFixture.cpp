@@ -2,10 +2,13 @@
 
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <thread>
 
 #include <minizip/unzip.h>
 #include <unistd.h>
+
+#include "datafile/FaultJson.h"
 
 using namespace EmbeddedHV;
 
@@ -127,6 +130,31 @@ std::unique_ptr<Execution> EngineFixture::newExecution(const std::string& job)
     return execution;
 }
 
+namespace {
+
+/// The first group of the pattern in a text; empty if the text does not match.
+std::string found(const std::string& text, const char* pattern)
+{
+    std::smatch match;
+    return std::regex_search(text, match, std::regex(pattern)) ? match[1].str() : "";
+}
+
+/// What an error or a message names is also among its parts.
+void expectParts(const std::string& id, const std::string& text, const std::string& detail)
+{
+    const auto report = datafile::faultReportIn(detail);
+    ASSERT_TRUE(report) << text << detail;
+    const datafile::FaultParts& parts = report->parts;
+    EXPECT_EQ(sentenceOf(parts), text);
+    EXPECT_EQ(found(detail, "\"id\":\"(.*?)\""), id);
+    EXPECT_EQ(found(parts.what, "^([A-Za-z]+(:[A-Za-z]+)?): "), "") << "a step in " << text;
+    EXPECT_EQ(found(text, "^[A-Za-z:]+: the setting \"([^\"]*)\""), parts.setting) << text;
+    if (const std::string record = found(text, "record ([0-9]+)"); !record.empty())
+        EXPECT_EQ(record, std::to_string(parts.record)) << text;
+}
+
+} // namespace
+
 RecordingListener EngineFixture::run(const std::string& job, const Setup& setup)
 {
     const auto execution = newExecution(job);
@@ -134,6 +162,15 @@ RecordingListener EngineFixture::run(const std::string& job, const Setup& setup)
         setup(*execution);
     RecordingListener listener;
     execution->execute(nullptr, &listener);
+    if (listener.ending == "error")
+        expectParts(listener.errorId, listener.errorText, listener.errorDetail);
+    listener.reports = dynamic_cast<MessageReports&>(*execution).reportedMessages();
+    EXPECT_EQ(listener.reports.size(), listener.messages.size());
+    for (std::size_t i = 0; i < std::min(listener.reports.size(), listener.messages.size()); ++i) {
+        EXPECT_EQ(listener.reports[i].text, listener.messages[i].second);
+        expectParts(listener.messages[i].first, listener.reports[i].text,
+                    listener.reports[i].detail);
+    }
     execution->dispose(nullptr);
     EXPECT_FALSE(listener.ending.empty());
     return listener;

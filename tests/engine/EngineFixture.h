@@ -41,6 +41,7 @@ public:
     std::string errorDetail;
     std::string executionId;
     std::vector<std::pair<std::string, std::string>> messages;
+    std::vector<EmbeddedHV::ReportedMessage> reports; ///< after the job
     std::vector<float> progress;
     /// The error as users see it: its id, a blank and its text.
     std::string fault() const { return errorId + " " + errorText; }
@@ -61,7 +62,7 @@ protected:
     ~EngineFixture() override;
 
     using Setup = std::function<void(EmbeddedHV::Execution&)>;
-    /// Runs a job in the test's folder: "$DIR" in the text stands for the folder's URL.
+    /// Runs a job in the test's folder: "$DIR" in the text is the folder's URL.
     RecordingListener run(const std::string& job, const Setup& setup = {});
     /// What came of a job, which must have succeeded.
     static RecordingListener succeeded(RecordingListener listener);
@@ -108,7 +109,7 @@ private:
     std::string _path;
 };
 
-/// A read step for a file of the test's folder; `source` stands with its location, `more` beside
+/// A read step for a file of the test's folder; `source` is added to its location, `more` beside
 /// it.
 std::string readFile(const std::string& name, const std::string& parser,
                      const std::string& source = "", const std::string& more = "");

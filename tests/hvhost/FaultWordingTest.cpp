@@ -12,6 +12,8 @@ JobOrigin origin()
     origin.inputs = {{"/tmp/in.csv", "in.csv"}};
     origin.outputs = {{"/tmp/out.csv", "out.csv"}};
     origin.aggregates = {"--by city", "--stat mean:pay"};
+    origin.composed = {{"--stat mean:pay", "\"temporary 1\""}};
+    origin.settings = {{"interval", "--interval"}, {"interval.days", "--days"}};
     return origin;
 }
 
@@ -47,6 +49,14 @@ constexpr Case kCases[] = {
      "--by city: no field|hvhost info lists the variables"},
     {"HVEPL0005E", R"({"step":"filterFields","field":"x","what":"no field","hasSuggestion":true})",
      "--keep: no field|"},
+    {"HVEPL0004E", R"({"step":"tsdp:tsdp","setting":"interval.unit","what":"is odd"})",
+     "--interval: is odd|"},
+    {"HVEPL0004E", R"({"step":"tsdp:tsdp","setting":"interval.days[1]","what":"is 8"})",
+     "--days: is 8|"},
+    {"HVETC0030E", R"({"step":"tcm:score","file":{"path":"/tmp/in.csv"},"what":"damaged"})",
+     "in.csv: damaged|"},
+    {"HVETC0041E", R"({"step":"tcm:score","series":["a","b"],"what":"no equation"})",
+     "no equation|"},
     // Not what this engine reports.
     {"HVEPL0004E", R"({"step":"aggregate","setting":"output[99].function","what":"is wrong"})",
      "TEXT|"},
@@ -63,6 +73,27 @@ TEST(FaultWording, UsesThePartsAndNotTheText)
         const CommandFault fault = wordFault({row.id, "TEXT", row.detail}, "", origin());
         EXPECT_EQ(fault.what() + ("|" + fault.hint()), row.shown) << row.detail;
     }
+}
+
+TEST(FaultWording, RewordsMessagesByTheirParts)
+{
+    const std::pair<const char*, const char*> kMessages[] = {
+        {R"({"step":"read","file":{"path":"/tmp/in.csv"},"what":"2 records were skipped"})",
+         "in.csv: 2 records were skipped"},
+        {R"({"step":"deriveField","field":"temporary 1","what":"1 value is missing"})",
+         "TEXT of --stat mean:pay"},
+        {R"({"step":"tsdp:tsdp","setting":"interval","what":"is ignored"})",
+         "--interval: is ignored"},
+        {R"({"step":"tcm:train","series":["a","b"],"what":"the series is constant"})",
+         "the series is constant"},
+        {R"({"step":"tsdp:tsdp","record":4,"what":"record 4 has no valid time"})",
+         "in.csv: record 4 has no valid time"},
+        {R"({"step":"union","field":"b","what":"the field is renamed"})",
+         "TEXT of \"temporary 1\""},
+        {"", "TEXT of \"temporary 1\""},
+    };
+    for (const auto& [detail, shown] : kMessages)
+        EXPECT_EQ(wordMessage("TEXT of \"temporary 1\"", detail, origin()), shown) << detail;
 }
 
 TEST(FaultWording, KeepsTheDetailForTheLog)

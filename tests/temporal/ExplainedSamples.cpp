@@ -155,7 +155,7 @@ std::string samplePreparation(int points)
 void writeSample(const TcmModel& model, const std::string& path)
 {
     const std::string preparation = samplePreparation(20);
-    const Fields fields = preparationOf(preparation, "test").fields;
+    const Fields fields = preparationOf(preparation, {"test"}).fields;
     ContainerFile file(path, "test");
     file.write(modelMembers(model, preparation, modelStatistics(fields)));
     file.commit();

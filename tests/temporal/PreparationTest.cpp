@@ -375,6 +375,10 @@ TEST_F(Preparation, ContinuesOnNewerData)
     EXPECT_NE(told("HVETC0011W").find("the series \"s\", \"x\" has no value at 3 of 5 points"),
               std::string::npos)
         << told("HVETC0011W");
+    std::string details;
+    for (const EmbeddedHV::ReportedMessage& report : listener.reports)
+        details += report.detail;
+    EXPECT_NE(details.find(R"("series":["s","x"])"), std::string::npos) << details;
     EXPECT_EQ(steps("day,region,x,y\n2024-01-04,s,1,1\n2024-01-08,s,5,5\n",
                     tsdp(resolved()) + " -> " + rtsdp(R"({"exportFutureFlag": true})"))
                   .substr(0, 49),
@@ -417,7 +421,7 @@ TEST_F(Preparation, RefusesWhatMakesNoSense)
     const std::string base = R"("dateTimeField": "day", "metricFieldList": ["x"])";
     const std::string plain = "{" + base + "}";
     const FaultCase cases[] = {
-        {R"({"metricFieldList": ["x"]})", "HVETC0001E tsdp:tsdp: no field tells the time"},
+        {R"({"metricFieldList": ["x"]})", "HVETC0001E tsdp:tsdp: no field has the time"},
         {R"({"dateTimeField": "day"})", "HVEPL0003E tsdp:tsdp: the setting \"metricFieldList\""},
         {R"({"dateTimeField": "day", "metricFieldList": [""]})", "HVEPL0004E"},
         {R"({"dateTimeField": "dayy", "metricFieldList": ["x"]})",

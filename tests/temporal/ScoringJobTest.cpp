@@ -41,7 +41,7 @@ class ScoringJobTest : public EngineFixture
 protected:
     void writeModel(const EmbeddedHV::TcmModel& model, const char* preparation = kPlain)
     {
-        const EmbeddedHV::Preparation read = EmbeddedHV::preparationOf(preparation, "test");
+        const EmbeddedHV::Preparation read = EmbeddedHV::preparationOf(preparation, {"test"});
         EmbeddedHV::ContainerFile file(path("m.tcm"), "test");
         file.write(EmbeddedHV::modelMembers(full(model), read.document,
                                             EmbeddedHV::modelStatistics(read.fields)));

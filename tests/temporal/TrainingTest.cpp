@@ -198,7 +198,7 @@ TEST(Training, SeriesThatNoEquationCanHoldAreLeftOutWithAMessage)
         EXPECT_EQ(trained.model.equationOf(1) != nullptr, one.isTarget);
         EXPECT_EQ(trained.model.autoregressionOf(1) != nullptr, one.hasPast);
         EXPECT_NE(trained.model.equationOf(0), nullptr);
-        EXPECT_EQ(modelDocument(modelOfDocument(modelDocument(trained.model), "")),
+        EXPECT_EQ(modelDocument(modelOfDocument(modelDocument(trained.model), {"test"})),
                   modelDocument(trained.model));
     }
 }

@@ -32,9 +32,11 @@ void Reporter::init(const std::string& executionId)
     call([&] { _listener.onInit(executionId); });
 }
 
-void Reporter::message(const std::string& id, const std::string& text)
+void Reporter::message(const std::string& id, const FaultParts& parts)
 {
     call([&] {
+        const std::string text = sentenceOf(parts);
+        _messages.push_back({text, jsonOf(id, parts)});
         if (_extended)
             _extended->onMessage(id, text);
         else

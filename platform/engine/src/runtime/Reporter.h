@@ -3,7 +3,10 @@
 #include <exception>
 #include <mutex>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "Execution.h"
 #include "ExecutionListener.h"
 #include "JobError.h"
 #include "runtime/Cancellation.h"
@@ -19,7 +22,10 @@ public:
     Reporter(ExecutionListener& listener, Cancellation& cancellation);
 
     void init(const std::string& executionId);
-    void message(const std::string& id, const std::string& text);
+    /// Reports the sentence of the parts.
+    void message(const std::string& id, const FaultParts& parts);
+    /// The details of the messages that were reported, in their order.
+    std::vector<ReportedMessage> takeMessages() { return std::move(_messages); }
     /// Never decreases: smaller fractions are dropped.
     void progress(double fraction);
     void success();
@@ -38,6 +44,7 @@ private:
     std::mutex _mutex;
     double _reported = 0;
     std::exception_ptr _thrown;
+    std::vector<ReportedMessage> _messages;
 };
 
 } // namespace EmbeddedHV

@@ -55,15 +55,18 @@ bool RowSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fi
     return !_failure;
 }
 
-std::vector<std::string> RowSource::remarks() const
+std::vector<FaultParts> RowSource::remarks() const
 {
-    std::vector<std::string> remarks;
+    std::vector<FaultParts> remarks;
     for (std::size_t i = 0; i < _fields.size(); ++i)
         if (_timesDropped[i] > 0)
-            remarks.push_back("read: field \"" + _fields[i].GetName() +
-                              "\" of the row iterator \"" + _name +
-                              "\": dates with a time of day, which was dropped: " +
-                              std::to_string(_timesDropped[i]));
+            remarks.push_back({.step = "read",
+                               .iterator = _name,
+                               .field = _fields[i].GetName(),
+                               .what = "field \"" + _fields[i].GetName() +
+                                       "\" of the row iterator \"" + _name +
+                                       "\": dates with a time of day, which was dropped: " +
+                                       std::to_string(_timesDropped[i])});
     return remarks;
 }
 

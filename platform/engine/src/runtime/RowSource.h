@@ -40,7 +40,7 @@ public:
     /// The error that occurred while rows were read. The statement that read them has failed.
     const std::optional<JobError>& failure() const { return _failure; }
     /// A sentence for each date field in which values lost a time of day.
-    std::vector<std::string> remarks() const;
+    std::vector<FaultParts> remarks() const;
 
     bool fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept override;
 

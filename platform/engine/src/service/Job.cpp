@@ -38,7 +38,8 @@ void Job::run(const std::string& text)
     Planner planner(program, _context, componentKind);
     _statements = planner.statementCount();
     if (_statements == 0)
-        _reporter.message(errors::kNoStatement, "the job has no statement, so nothing was done");
+        _reporter.message(errors::kNoStatement,
+                          {.what = "the job has no statement, so nothing was done"});
     while (_done < _statements) {
         std::vector<Statement> batch = planAhead(planner, _done);
         try {
@@ -58,7 +59,7 @@ void Job::run(const std::string& text)
     }
     for (const auto& [name, input] : _context.iteratorInputs)
         if (input.source)
-            for (const std::string& remark : input.source->remarks())
+            for (const FaultParts& remark : input.source->remarks())
                 _reporter.message(errors::kTimeDropped, remark);
 }
 

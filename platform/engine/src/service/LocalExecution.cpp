@@ -82,6 +82,7 @@ void LocalExecution::execute(JNIEnv*, ExecutionListener* listener)
     reporter.init(newExecutionId());
     std::optional<JobError> fault;
     const Ending ending = run(reporter, fault);
+    _messages = reporter.takeMessages();
     // No statement may reach an iterator from here on.
     _context->iteratorInputs.clear();
     _context->profiles.clear();
@@ -105,9 +106,9 @@ void LocalExecution::execute(JNIEnv*, ExecutionListener* listener)
 LocalExecution::Ending LocalExecution::run(Reporter& reporter, std::optional<JobError>& fault)
 {
     std::set<std::string> reported; // a statement that is planned twice reports its messages once
-    _context->message = [&](const std::string& id, const std::string& text) {
-        if (reported.insert(id + text).second)
-            reporter.message(id, text);
+    _context->message = [&](const std::string& id, const FaultParts& parts) {
+        if (reported.insert(id + sentenceOf(parts)).second)
+            reporter.message(id, parts);
     };
     const auto unexpected = [&fault](const std::string& what) {
         fault.emplace(errors::kInternal, "the job failed: " + what);

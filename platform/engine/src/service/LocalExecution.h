@@ -18,7 +18,7 @@ class Reporter;
 
 /// A job on the embedded engine. One thread at a time may use it; cancel may come from any thread
 /// until the object is deleted. It shares ownership of its resources with the service.
-class LocalExecution : public Execution
+class LocalExecution : public Execution, public MessageReports
 {
 public:
     /// Throws duck::QueryError if the database cannot make a connection.
@@ -33,6 +33,7 @@ public:
     RowDataIterator* getOutputIterator(JNIEnv* env, const std::string& fileName) override;
     void cancel(JNIEnv* env) override;
     void dispose(JNIEnv* env) override;
+    const std::vector<ReportedMessage>& reportedMessages() const override { return _messages; }
 
 private:
     /// Which callback ends a job.
@@ -50,6 +51,7 @@ private:
     std::shared_ptr<EngineResources> _resources; ///< outlives the context, which borrows from it
     std::optional<JobContext> _context;          ///< empty after dispose
     std::string _jobText;
+    std::vector<ReportedMessage> _messages;
     std::vector<std::unique_ptr<RowFile>> _outputs;
 };
 

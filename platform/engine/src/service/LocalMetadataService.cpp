@@ -79,7 +79,7 @@ std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobTex
         JobContext context(_database, _files, _dataSources);
         context.cancellation = &cancellation;
         context.plansOnly = true;
-        context.message = [](const std::string&, const std::string&) {};
+        context.message = [](const std::string&, const FaultParts&) {};
         // The job may name the container in its dataModelBuilder step. Nothing is written to it.
         context.containers.push_back(&container);
         return dataModelOf(outputFields(jobText, context));

@@ -79,7 +79,7 @@ void CsvCheck::readRest()
         });
         // If the guess was wrong, guess again for the next plan.
         if (_settings.guess && !guessHolds() && !hasFlaw())
-            guessAnew();
+            guessAgain();
     } catch (...) {
         _failure = std::current_exception();
     }
@@ -102,7 +102,7 @@ bool CsvCheck::goOn() const
     return !_stop && !(_cancellation && _cancellation->cancelled());
 }
 
-void CsvCheck::guessAnew()
+void CsvCheck::guessAgain()
 {
     _settings.guess->readAnew(_settings.mostRecords, [this] { return goOn(); });
 }
@@ -217,7 +217,7 @@ void CsvCheck::abandon(const std::string& databaseMessage)
     join(true);
     // The check had left this conversion to the database, so it must guess again.
     if (_settings.guess && conversion && _profile->trusting())
-        guessAnew();
+        guessAgain();
     if (stopped || (_settings.guess && !guessHolds()))
         refuseProblems();
 }
@@ -277,7 +277,7 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
         "SELECT count(*) FROM " + table + " WHERE error_message LIKE 'Error when converting%'");
     // The types depend on the whole file, including bad records.
     if (_settings.guess && conversions.integer(0, 0) > 0) {
-        guessAnew();
+        guessAgain();
         _profile = _settings.guess;
         if (!guessHolds())
             throw Reread{};
@@ -295,11 +295,14 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
         count > static_cast<std::uint64_t>(_settings.errorThreshold))
         refuseRecord(bad, count - 1);
     if (count > 0)
-        reporter.message(errors::kRecordsSkipped,
-                         "read: " + _settings.path + ": " + std::to_string(count) +
-                             (count == 1 ? " record was skipped, " : " records were skipped, ") +
-                             "the first on line " + bad.text(0, 0) + ": " +
-                             datafile::csvReason(bad.text(1, 0)));
+        reporter.message(
+            errors::kRecordsSkipped,
+            {.step = "read",
+             .file = _settings.path,
+             .what = std::to_string(count) +
+                     (count == 1 ? " record was skipped, " : " records were skipped, ") +
+                     "the first on line " + bad.text(0, 0) + ": " +
+                     datafile::csvReason(bad.text(1, 0))});
 }
 
 } // namespace EmbeddedHV

@@ -60,10 +60,12 @@ void FileOutput::reportCutMissing() const
     for (const CFField& field : _fields)
         if (!holdsMissingValues(field))
             _context.message(errors::kMissingCut,
-                             std::string(kStep) + ": " + _settings.path + ": the field \"" +
-                                 field.GetName() +
-                                 "\" has more single missing values than a SAV file holds; the "
-                                 "first are kept");
+                             {.step = kStep,
+                              .file = _settings.path,
+                              .field = field.GetName(),
+                              .what = "the field \"" + field.GetName() +
+                                      "\" has more single missing values than a SAV file holds; "
+                                      "the first are kept"});
 }
 
 /// The description of the fields, as an entry of the file's metadata.

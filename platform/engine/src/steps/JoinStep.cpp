@@ -145,11 +145,11 @@ void JoinReader::readUnmatched()
         return;
     }
     if (_join.type != "Outer" && _join.type != "Anti")
-        _call.context.message(errors::kSettingIgnored,
-                              _call.name +
-                                  ": the setting \"nonMatchingSources\" has no meaning in "
-                                  "a join of type " +
-                                  _join.type + " and is ignored");
+        _call.context.message(
+            errors::kSettingIgnored,
+            {.step = _call.name,
+             .setting = "nonMatchingSources",
+             .what = "has no meaning in a join of type " + _join.type + " and is ignored"});
     const Json& tags = _settings.neededList("nonMatchingSources");
     for (std::size_t i = 0; i < tags.size(); ++i)
         _join.keepsUnmatched[inputOf(_settings.textAt(tags, "nonMatchingSources", i),

@@ -34,11 +34,14 @@ void OverflowCheck::finish(duck::Connection&, Reporter& reporter)
 {
     for (const auto& output : _outputs)
         if (const std::uint64_t count = output->takeCount())
-            reporter.message(errors::kResultsOverflow,
-                             _step + ": " + std::to_string(count) +
-                                 (count == 1 ? " value of \"" : " values of \"") + output->name() +
-                                 (count == 1 ? "\" exceeds the range of a Real and is missing"
-                                             : "\" exceed the range of a Real and are missing"));
+            reporter.message(
+                errors::kResultsOverflow,
+                {.step = _step,
+                 .field = output->name(),
+                 .what = std::to_string(count) + (count == 1 ? " value of \"" : " values of \"") +
+                         output->name() +
+                         (count == 1 ? "\" exceeds the range of a Real and is missing"
+                                     : "\" exceed the range of a Real and are missing")});
 }
 
 } // namespace EmbeddedHV

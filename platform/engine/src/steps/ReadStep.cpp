@@ -41,9 +41,9 @@ Limits limitsOf(const Settings& settings)
 void tellThresholdIgnored(const StepCall& call, const Limits& limits)
 {
     if (limits.errorThreshold > 0)
-        call.context.message(errors::kSettingIgnored,
-                             call.name + ": the setting \"readErrorThreshold\" is for CSV files "
-                                         "and is ignored");
+        call.context.message(errors::kSettingIgnored, {.step = call.name,
+                                                       .setting = "readErrorThreshold",
+                                                       .what = "is for CSV files and is ignored"});
 }
 
 NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits& limits)

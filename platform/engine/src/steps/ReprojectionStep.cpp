@@ -62,11 +62,13 @@ public:
         for (const auto& move : _moves)
             if (const std::uint64_t lost = move->reprojection().takeLost())
                 reporter.message(errors::kShapesLost,
-                                 _step + ": " + std::to_string(lost) +
-                                     (lost == 1 ? " shape" : " shapes") + " of the field \"" +
-                                     move->field() +
-                                     "\" have no place in the new coordinate system and are "
-                                     "missing there");
+                                 {.step = _step,
+                                  .field = move->field(),
+                                  .what = std::to_string(lost) +
+                                          (lost == 1 ? " shape" : " shapes") + " of the field \"" +
+                                          move->field() +
+                                          "\" have no place in the new coordinate system and are "
+                                          "missing there"});
     }
     void abandon(const std::string&) override {}
 

@@ -31,6 +31,15 @@ const char* wordOf(const Json& value)
     }
 }
 
+FaultParts unknownSetting(const std::string& step, const std::string& path,
+                          const std::string& suggestion)
+{
+    return {.step = step,
+            .setting = path,
+            .hasSuggestion = !suggestion.empty(),
+            .what = "is not known here and is ignored" + suggestion};
+}
+
 } // namespace
 
 Settings::Settings(const Json& object, std::string step, std::string path)
@@ -176,9 +185,8 @@ void Settings::reportOthers(const MessageSink& message) const
     const std::vector<std::string_view> known(_asked.begin(), _asked.end());
     for (const auto& [key, value] : _object.items())
         if (!_asked.contains(key))
-            message(errors::kSettingIgnored, _step + ": the setting \"" + pathOf(key) +
-                                                 "\" is not known here and is ignored" +
-                                                 base::suggestion(key, known));
+            message(errors::kSettingIgnored,
+                    unknownSetting(_step, pathOf(key), base::suggestion(key, known)));
 }
 
 } // namespace EmbeddedHV

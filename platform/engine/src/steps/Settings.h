@@ -15,8 +15,8 @@ namespace EmbeddedHV {
 
 using Json = nlohmann::ordered_json;
 
-/// Receives the id and the text of a message.
-using MessageSink = std::function<void(const std::string& id, const std::string& text)>;
+/// Receives the id and the parts of a message. sentenceOf composes its text.
+using MessageSink = std::function<void(const std::string& id, const FaultParts& parts)>;
 
 /// The configuration of a step, or an object inside it. A setting that is null counts as absent.
 /// All readers throw JobError that names the step and the path of the setting.

@@ -97,8 +97,11 @@ void renameCaseTwins(std::vector<UnionField>& fields, const StepCall& call)
             continue;
         fields[i].field.SetName(unique[i]);
         call.context.message(errors::kFieldRenamed,
-                             call.name + ": the field \"" + names[i] + "\" becomes \"" + unique[i] +
-                                 "\", since only letter case tells it from another field");
+                             {.step = call.name,
+                              .field = names[i],
+                              .name = unique[i],
+                              .what = "the field \"" + names[i] + "\" becomes \"" + unique[i] +
+                                      "\", since only letter case tells it from another field"});
     }
 }
 

@@ -79,9 +79,11 @@ private:
     void addInterval(TimeInterval interval)
     {
         if (!interval.unit) {
-            _settings.remarks.push_back(_component + ": the values of " + listOf(interval.fields) +
-                                        " make up no time interval");
-            _context.message(errors::kNoTimeInterval, _settings.remarks.back());
+            const FaultParts remark{.step = _component,
+                                    .what = "the values of " + listOf(interval.fields) +
+                                            " make up no time interval"};
+            _settings.remarks.push_back(sentenceOf(remark));
+            _context.message(errors::kNoTimeInterval, remark);
         }
         _intervals.push_back(std::move(interval));
     }

@@ -63,9 +63,11 @@ bool isDefault(const Json& value, const std::variant<bool, const char*>& standar
 void tellNotHonoured(const StepCall& call, const MessageSink& tell, const char* key)
 {
     tell(errors::kSettingNotHonoured,
-         call.name + ": the setting \"" + key + "\" is " +
-             call.configuration[key].dump(-1, ' ', false, Json::error_handler_t::replace) +
-             ", which this engine does not do: it has no effect");
+         {.step = call.name,
+          .setting = key,
+          .what = "is " +
+                  call.configuration[key].dump(-1, ' ', false, Json::error_handler_t::replace) +
+                  ", which this engine does not do: it has no effect"});
 }
 
 void checkNotHonoured(const StepCall& call, const Settings& settings, const MessageSink& tell)
@@ -206,9 +208,9 @@ DescriptivesSettings descriptivesSettings(StepCall& call)
     result.summaries = settings.flag("computeSummaryStats").value_or(true);
     result.stringDistributions = settings.flag("computeDistSummaryForString").value_or(true);
     result.trimsBlanks = settings.flag("trimTrailingBlank").value_or(false);
-    const MessageSink tell = [&](const std::string& id, const std::string& text) {
-        result.remarks.push_back(text);
-        call.context.message(id, text);
+    const MessageSink tell = [&](const std::string& id, const FaultParts& parts) {
+        result.remarks.push_back(sentenceOf(parts));
+        call.context.message(id, parts);
     };
     checkNotHonoured(call, settings, tell);
     settings.reportOthers(tell);

@@ -14,14 +14,14 @@ constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 } // namespace
 
-DocumentPlace::DocumentPlace(const Json& value, std::string owner, const char* errorId)
-    : _value(value), _owner(std::move(owner)), _errorId(errorId)
+DocumentPlace::DocumentPlace(const Json& value, const DocumentSource& source, const char* errorId)
+    : _value(value), _source(source), _errorId(errorId)
 {
 }
 
 DocumentPlace::DocumentPlace(const Json& value, const DocumentPlace& parent,
                              const std::string& step)
-    : _value(value), _owner(parent._owner), _errorId(parent._errorId),
+    : _value(value), _source(parent._source), _errorId(parent._errorId),
       _path(parent._path + "/" + step)
 {
 }
@@ -29,7 +29,7 @@ DocumentPlace::DocumentPlace(const Json& value, const DocumentPlace& parent,
 void DocumentPlace::refuse(const std::string& problem) const
 {
     throw JobError(_errorId,
-                   _owner + ": " + (_path.empty() ? "the document" : _path) + " " + problem);
+                   _source.parts((_path.empty() ? "the document" : _path) + " " + problem));
 }
 
 const Json& DocumentPlace::object() const
@@ -117,18 +117,19 @@ std::vector<double> DocumentPlace::realsOrMissing() const
     return numbers;
 }
 
-Json parsedDocument(const std::string& text, std::size_t values, const std::string& owner,
+Json parsedDocument(const std::string& text, std::size_t values, const DocumentSource& source,
                     const char* errorId)
 {
     if (base::excessOf(text, {kDeepestDocument, values}))
-        throw JobError(errorId, owner + ": the document is nested deeper than " +
+        throw JobError(errorId,
+                       source.parts("the document is nested deeper than " +
                                     std::to_string(kDeepestDocument) + " levels or has more than " +
-                                    std::to_string(values) + " values");
+                                    std::to_string(values) + " values"));
     try {
         return Json::parse(text);
     } catch (const Json::exception&) {
-        throw JobError(errorId, owner + ": the document is not JSON, or a number in it is too "
-                                        "large for a double");
+        throw JobError(errorId, source.parts("the document is not JSON, or a number in it is too "
+                                             "large for a double"));
     }
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "components/temporal/base/DocumentSource.h"
 #include "steps/Settings.h"
 
 namespace EmbeddedHV {
@@ -14,9 +15,8 @@ namespace EmbeddedHV {
 class DocumentPlace
 {
 public:
-    /// `value` and `errorId` are borrowed. `owner` begins every message: the component, the file
-    /// and the document.
-    DocumentPlace(const Json& value, std::string owner, const char* errorId);
+    /// All arguments are borrowed.
+    DocumentPlace(const Json& value, const DocumentSource& source, const char* errorId);
 
     DocumentPlace member(const char* key) const;
     /// Nothing if the member is absent or null.
@@ -44,14 +44,14 @@ private:
     const Json& object() const;
 
     const Json& _value;
-    std::string _owner;
+    const DocumentSource& _source;
     const char* _errorId;
     std::string _path;
 };
 
 /// The tree of a JSON text of at most `values` values. Throws JobError if it is not JSON or exceeds
 /// the bounds.
-Json parsedDocument(const std::string& text, std::size_t values, const std::string& owner,
+Json parsedDocument(const std::string& text, std::size_t values, const DocumentSource& source,
                     const char* errorId);
 
 } // namespace EmbeddedHV

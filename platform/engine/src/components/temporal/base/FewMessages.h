@@ -19,16 +19,17 @@ public:
     {
     }
 
-    void send(const std::string& text)
+    void send(const FaultParts& parts)
     {
         if (++_count <= _most)
-            _sink(_id, text);
+            _sink(_id, parts);
     }
     /// Sends the number of messages that were left out, if there were any.
     void finish()
     {
         if (_count > _most)
-            _sink(_id, "... and " + std::to_string(_count - _most) + " more " + _rest);
+            _sink(_id, {.limit = _most,
+                        .what = "... and " + std::to_string(_count - _most) + " more " + _rest});
     }
 
 private:

@@ -33,17 +33,21 @@ SeriesReader::SeriesReader(const Fields& fields, std::string component)
     });
     if (index == fields.end())
         throw JobError(errors::kUnknownField,
-                       _component + ": the input has no integer field \"" + kTimeIndexField +
-                           "\": its records are not those that tsdp prepares");
+                       {.step = _component,
+                        .field = kTimeIndexField,
+                        .what = std::string("the input has no integer field \"") + kTimeIndexField +
+                                "\": its records are not those that tsdp prepares"});
     _indexColumn = static_cast<std::size_t>(index - fields.begin());
     for (std::size_t column = 0; column < fields.size(); ++column) {
         if (column == _indexColumn)
             continue;
         if (fields[column].GetStorage() != CFField::Real)
-            throw JobError(errors::kSettingType, _component + ": the field \"" +
-                                                     fields[column].GetName() +
-                                                     "\" of the input is not a real number: its "
-                                                     "records are not those that tsdp prepares");
+            throw JobError(errors::kSettingType,
+                           {.step = _component,
+                            .field = fields[column].GetName(),
+                            .what = "the field \"" + fields[column].GetName() +
+                                    "\" of the input is not a real number: its records are not "
+                                    "those that tsdp prepares"});
         _columns.push_back(column);
         _table.ids.push_back(fields[column].GetName());
     }
@@ -66,10 +70,11 @@ void SeriesReader::takeIndexes(duck::Chunk& chunk)
         if (!isMissing(validity, row) && _points == 0)
             _table.firstIndex = indexes[row];
         if (isMissing(validity, row) || indexes[row] - _table.firstIndex != _points)
-            throw JobError(errors::kBadRecord, _component + ": record " +
-                                                   std::to_string(_points + 1) +
-                                                   " of the input is not that of the next point "
-                                                   "of time");
+            throw JobError(errors::kBadRecord,
+                           {.step = _component,
+                            .record = static_cast<std::uint64_t>(_points) + 1,
+                            .what = "record " + std::to_string(_points + 1) +
+                                    " of the input is not that of the next point of time"});
         ++_points;
     }
 }

@@ -19,7 +19,8 @@ inline StopCheck stopCheckOf(const JobContext& context, std::string component)
     return [&context, component = std::move(component)] {
         // The job turns any fault into its cancellation where it was cancelled.
         if (context.stopping())
-            throw JobError(errors::kQueryFailed, component + ": the job was stopped");
+            throw JobError(errors::kQueryFailed,
+                           {.step = component, .what = "the job was stopped"});
     };
 }
 

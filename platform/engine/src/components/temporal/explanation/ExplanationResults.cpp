@@ -113,8 +113,8 @@ void addForecasts(ExplanationObject& object, const Explanation& explanation,
                   const ArtifactRequest& request, NumberOf numberOf)
 {
     const Scores scores = explanation.scoresOf(explanation::scoringRequest(request));
-    for (const std::string& remark : scores.remarks)
-        object.addRemark(remark);
+    for (const FaultParts& remark : scores.remarks)
+        object.addRemark(sentenceOf(remark));
     for (const SeriesScores& series : scores.series)
         object.addForecast(scores, series, numberOf(series.series));
 }

@@ -124,9 +124,11 @@ private:
         const std::string id = settings.textAt(list[index], key, 0);
         if (const auto place = _model.placeOf(id))
             return *place;
-        throw JobError(errors::kUnknownSeries, settings.step() + ": the setting \"" +
-                                                   settings.pathOf(key) + "\" names the id \"" +
-                                                   id + "\", which no series of the model has");
+        throw JobError(errors::kUnknownSeries,
+                       {.step = settings.step(),
+                        .setting = settings.pathOf(key),
+                        .name = id,
+                        .what = "names the id \"" + id + "\", which no series of the model has"});
     }
 
     const TcmModel& _model;
@@ -137,8 +139,9 @@ private:
 void reportNotHonoured(const StepCall& call, const std::string& key, const std::string& value,
                        const std::string& instead)
 {
-    call.context.message(errors::kOutputNotHonoured, call.name + ": the setting \"" + key +
-                                                         "\" is \"" + value + "\"; " + instead);
+    call.context.message(
+        errors::kOutputNotHonoured,
+        {.step = call.name, .setting = key, .what = "is \"" + value + "\"; " + instead});
 }
 
 /// Labels are the same in each locale, and all other words are English.

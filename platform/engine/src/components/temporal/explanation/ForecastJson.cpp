@@ -30,7 +30,10 @@ void addForecast(ArtifactText& text, const Explanation& explanation, const Artif
     const Scores scores = explanation.scoresOf(explanation::scoringRequest(request));
     text.add("forecastSpan", request.span);
     text.add("confidenceLevel", request.confidenceLevel);
-    text.add("remarks", scores.remarks);
+    Json remarks = Json::array();
+    for (const FaultParts& remark : scores.remarks)
+        remarks.push_back(sentenceOf(remark));
+    text.add("remarks", remarks);
     text.startList("series");
     for (const SeriesScores& series : scores.series) {
         Json object = seriesObject(explanation, series.series);

@@ -94,9 +94,11 @@ NamedRecords::NamedRecords(const Fields& fields, const TcmModel& model, const Na
         addSeries(series);
 }
 
-void NamedRecords::refuse(const std::string& problem) const
+void NamedRecords::refuse(const std::string& problem, FaultParts parts) const
 {
-    throw JobError(errors::kRecordsDiffer, _component + ": " + problem);
+    parts.step = _component;
+    parts.what = problem;
+    throw JobError(errors::kRecordsDiffer, std::move(parts));
 }
 
 void NamedRecords::checkFields(const Fields& fields)
@@ -104,7 +106,8 @@ void NamedRecords::checkFields(const Fields& fields)
     const auto needed = [&](const std::string& name, const char* what) -> const CFField& {
         const CFField* field = findField(fields, name);
         if (!field)
-            refuse("the input has no field \"" + name + "\", which is " + what + " of the model");
+            refuse("the input has no field \"" + name + "\", which is " + what + " of the model",
+                   {.field = name});
         return *field;
     };
     for (const CFField& time : _known.axis.fields)
@@ -137,17 +140,17 @@ void NamedRecords::findMetrics(const Fields& fields, const TcmModel& model,
         refuse("the input has none of the model's metrics, which are " + quotedList(missing));
     if (!missing.empty())
         message(errors::kSeriesWithoutRecords,
-                _component +
-                    ": the input lacks metrics of the model, whose series have no "
-                    "values: " +
-                    quotedList(missing));
+                {.step = _component,
+                 .what = "the input lacks metrics of the model, whose series have no values: " +
+                         quotedList(missing)});
 }
 
 void NamedRecords::addMetric(const CFField& field)
 {
     if (field.GetStorage() != CFField::Real && field.GetStorage() != CFField::Integer)
         refuse("the field \"" + field.GetName() +
-               "\" of the input, which is a metric of the model, is not a number");
+                   "\" of the input, which is a metric of the model, is not a number",
+               {.field = field.GetName()});
     _metrics.push_back(field.GetName());
 }
 
@@ -233,8 +236,9 @@ void NamedRecords::takePoint(Combination& combination, std::string_view time)
         _points.emplace_back(time);
     else if (_points[point] != time)
         refuse("record " + std::to_string(_records) + " of the input is of the time \"" +
-               std::string(time) + "\", but other series have \"" + _points[point] +
-               "\" there: each series needs a record for each point of time");
+                   std::string(time) + "\", but other series have \"" + _points[point] +
+                   "\" there: each series needs a record for each point of time",
+               {.record = _records});
 }
 
 /// Prepared data always begin with the first point of the training.

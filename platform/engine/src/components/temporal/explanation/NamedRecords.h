@@ -44,7 +44,7 @@ private:
     void takePoint(Combination& combination, std::string_view time);
     void checkFirst(std::string_view time) const;
     void checkLengths() const;
-    [[noreturn]] void refuse(const std::string& problem) const;
+    [[noreturn]] void refuse(const std::string& problem, FaultParts parts = {}) const;
 
     const NamedSeries& _known;
     std::string _component;

@@ -83,9 +83,8 @@ StepResult planTcmOutput(StepCall& call)
     const std::string path = modelPathOf(call);
     const ModelArchive archive(path, call.name);
     TcmModel model = archive.model();
-    NamedSeries known = namedSeriesOf(archive.preparation(),
-                                      call.name + ": " + path + ": " + kModelPreparationEntry,
-                                      call.context.message);
+    NamedSeries known = namedSeriesOf(
+        archive.preparation(), {call.name, path, kModelPreparationEntry}, call.context.message);
     ExplanationSettings settings =
         explanationSettings(call, model, SeriesLookup(archive, model, call.name));
     NodePtr input = call.inputs.empty() ? emptyNode() : call.input();

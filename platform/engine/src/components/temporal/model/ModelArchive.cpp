@@ -18,26 +18,27 @@ constexpr std::uint64_t kMostManifestBytes = 1 << 16;
 } // namespace
 
 ModelArchive::ModelArchive(const std::string& path, const std::string& component)
-    : _owner(component + ": " + path)
+    : _source{component, path}
 {
     const ContainerArchive archive(path, component);
     const auto checksums =
         manifestChecksums(archive.neededMember(kModelManifestEntry, kMostManifestBytes),
-                          _owner + ": " + kModelManifestEntry);
+                          {component, path, kModelManifestEntry});
     for (const char* entry : kCheckedEntries) {
         std::string content = archive.neededMember(entry, kMostEntryBytes);
         const auto stated = checksums.find(entry);
         if (stated == checksums.end() || stated->second != checksumOf(content))
-            throw JobError(errors::kModelFile, _owner + ": the entry \"" + entry +
-                                                   "\" was changed after the training: its "
-                                                   "checksum is not that of the manifest");
+            throw JobError(errors::kModelFile,
+                           _source.parts(std::string("the entry \"") + entry +
+                                         "\" was changed after the training: its checksum is not "
+                                         "that of the manifest"));
         _texts[entry] = std::move(content);
     }
 }
 
 TcmModel ModelArchive::model() const
 {
-    return modelOfDocument(text(kModelEntry), _owner + ": " + kModelEntry);
+    return modelOfDocument(text(kModelEntry), {_source.step, _source.file, kModelEntry});
 }
 
 TcmModel readModel(const std::string& path, const std::string& component)

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "components/ContainerFile.h"
+#include "components/temporal/base/DocumentSource.h"
 #include "components/temporal/model/TcmModel.h"
 
 namespace EmbeddedHV {
@@ -20,7 +21,7 @@ inline constexpr const char* kModelManifestEntry = "Manifest.json";
 class ModelArchive
 {
 public:
-    /// Reads the whole file. `component` begins every message. Throws JobError if the file is not a
+    /// Reads the whole file. `component` reads it. Throws JobError if the file is not a
     /// model, is of an unknown version, lacks an entry, or if an entry differs from its checksum
     /// in the manifest.
     ModelArchive(const std::string& path, const std::string& component);
@@ -35,7 +36,7 @@ public:
 private:
     const std::string& text(const char* entry) const { return _texts.at(entry); }
 
-    std::string _owner;
+    DocumentSource _source;
     std::map<std::string, std::string> _texts;
 };
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "components/temporal/base/DocumentSource.h"
 #include "components/temporal/model/TcmModel.h"
 
 namespace EmbeddedHV {
@@ -18,6 +19,6 @@ std::string modelDocument(const TcmModel& model);
 /// The model of such a document. Throws JobError for anything that modelDocument does not write: a
 /// series that does not exist or is listed twice, a lag or a point of time out of range, a number
 /// that is not finite. `owner` begins every message.
-TcmModel modelOfDocument(const std::string& document, const std::string& owner);
+TcmModel modelOfDocument(const std::string& document, const DocumentSource& source);
 
 } // namespace EmbeddedHV

@@ -207,10 +207,10 @@ private:
 
 } // namespace
 
-TcmModel modelOfDocument(const std::string& document, const std::string& owner)
+TcmModel modelOfDocument(const std::string& document, const DocumentSource& source)
 {
-    const Json root = parsedDocument(document, kMostModelValues, owner, errors::kModelFile);
-    return ModelDocumentReader({root, owner, errors::kModelFile}).read();
+    const Json root = parsedDocument(document, kMostModelValues, source, errors::kModelFile);
+    return ModelDocumentReader({root, source, errors::kModelFile}).read();
 }
 
 } // namespace EmbeddedHV

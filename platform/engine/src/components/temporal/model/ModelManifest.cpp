@@ -37,17 +37,18 @@ std::string manifestDocument(const std::map<std::string, std::string>& entries)
 }
 
 std::map<std::string, std::string> manifestChecksums(const std::string& document,
-                                                     const std::string& owner)
+                                                     const DocumentSource& source)
 {
-    const Json root = parsedDocument(document, kMostManifestValues, owner, errors::kModelFile);
-    const DocumentPlace place(root, owner, errors::kModelFile);
+    const Json root = parsedDocument(document, kMostManifestValues, source, errors::kModelFile);
+    const DocumentPlace place(root, source, errors::kModelFile);
     if (place.member("format").text() != kModelFormat)
         place.refuse("is not that of a temporal causal model");
     const std::int64_t version = place.member("version").integer(0, INT64_MAX);
     if (version != kModelVersion)
         throw JobError(errors::kModelVersion,
-                       owner + ": the model is of version " + std::to_string(version) +
-                           "; this engine reads version " + std::to_string(kModelVersion));
+                       source.parts("the model is of version " + std::to_string(version) +
+                                    "; this engine reads version " +
+                                    std::to_string(kModelVersion)));
     const DocumentPlace list = place.member("sha256");
     if (!list.value().is_object())
         list.refuse("is not an object");

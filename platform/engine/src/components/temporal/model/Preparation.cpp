@@ -135,11 +135,11 @@ std::vector<PreparedSeries> preparedSeries(const DocumentPlace& list)
 
 } // namespace
 
-Preparation preparationOf(std::string document, const std::string& owner)
+Preparation preparationOf(std::string document, const DocumentSource& source)
 {
     const Json root =
-        parsedDocument(document, kMostTrainedOnValues, owner, errors::kPreparationFile);
-    const DocumentPlace place(root, owner, errors::kPreparationFile);
+        parsedDocument(document, kMostTrainedOnValues, source, errors::kPreparationFile);
+    const DocumentPlace place(root, source, errors::kPreparationFile);
     Preparation preparation;
     preparation.series = preparedSeries(place.member("output").member("series"));
     readFields(place, preparation);

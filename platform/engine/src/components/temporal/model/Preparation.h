@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "components/temporal/base/DocumentSource.h"
 #include "runtime/DataModel.h"
 
 namespace EmbeddedHV {
@@ -26,9 +27,9 @@ struct Preparation
     Fields fields;
 };
 
-/// Reads the document. `owner` begins every message. Throws JobError if the document is not of
+/// Reads the document. Throws JobError if the document is not of
 /// the form that tsdp writes.
-Preparation preparationOf(std::string document, const std::string& owner);
+Preparation preparationOf(std::string document, const DocumentSource& source);
 
 /// The document StatXML.xml of a model with these fields.
 std::string modelStatistics(const Fields& fields);

@@ -23,8 +23,11 @@ CFMetaData dataModelIn(const ModelArchive& archive, const std::string& component
             throw CFMetaDataError("it has no data model");
         return CFMetaData(text.substr(begin, end + endTag.size() - begin));
     } catch (const CFMetaDataError& error) {
-        throw JobError(errors::kModelFile, component + ": the entry \"" + kModelStatisticsEntry +
-                                               "\" of the model cannot be used: " + error.what());
+        throw JobError(errors::kModelFile,
+                       {.step = component,
+                        .name = kModelStatisticsEntry,
+                        .what = std::string("the entry \"") + kModelStatisticsEntry +
+                                "\" of the model cannot be used: " + error.what()});
     }
 }
 
@@ -55,11 +58,11 @@ Fields nameFields(const ModelArchive& archive, const std::string& component)
     for (const std::string& name : names) {
         const CFField* const field = dataModel.GetField(name);
         if (!field)
-            throw JobError(errors::kModelFile,
-                           std::string(component)
-                               .append(": the data model of the model lacks the field \"")
-                               .append(name)
-                               .append("\""));
+            throw JobError(
+                errors::kModelFile,
+                {.step = component,
+                 .field = name,
+                 .what = "the data model of the model lacks the field \"" + name + "\""});
         fields.push_back(*field);
     }
     return fields;
@@ -115,11 +118,18 @@ const std::string& SeriesLookup::codeOf(const Settings& settings, const std::str
     if (found != part.codes.end())
         return found->second;
     const bool isMetric = &part == &_parts.back();
-    throw JobError(errors::kUnknownSeries,
-                   settings.step() + ": the setting \"" + settings.pathOf(key) + "\" names \"" +
-                       text + "\", which is not a " +
-                       (isMetric ? "metric of " : "value of \"" + part.field.GetName() + "\" in ") +
-                       _owner + base::suggestion(text, part.field.GetValues(), &CFValue::GetLabel));
+    const std::string suggestion =
+        base::suggestion(text, part.field.GetValues(), &CFValue::GetLabel);
+    throw JobError(
+        errors::kUnknownSeries,
+        {.step = settings.step(),
+         .field = isMetric ? "" : part.field.GetName(),
+         .setting = settings.pathOf(key),
+         .name = text,
+         .hasSuggestion = !suggestion.empty(),
+         .what = "names \"" + text + "\", which is not a " +
+                 (isMetric ? "metric of " : "value of \"" + part.field.GetName() + "\" in ") +
+                 _owner + suggestion});
 }
 
 std::size_t SeriesLookup::placeAt(const Settings& settings, const Json& list,
@@ -142,18 +152,22 @@ std::size_t SeriesLookup::placeOf(const Settings& settings, const Json& name,
     if (name.size() != _parts.size())
         settings.refuse(key, "must have " + neededParts() + ", not " + std::to_string(name.size()));
     std::string id;
+    std::vector<std::string> texts;
     std::string shown;
     for (std::size_t i = 0; i < _parts.size(); ++i) {
         const std::string text = partText(settings, name, key, i);
         id += (i == 0 ? "" : "-") + codeOf(settings, key, _parts[i], text);
+        texts.push_back(text);
         shown += (i == 0 ? "" : ", ") + text;
     }
     const auto place = _places.find(id);
     if (place != _places.end())
         return place->second;
-    throw JobError(errors::kUnknownSeries, settings.step() + ": the setting \"" +
-                                               settings.pathOf(key) + "\" names the series \"" +
-                                               shown + "\", which " + _owner + " does not have");
+    throw JobError(errors::kUnknownSeries, {.step = settings.step(),
+                                            .series = texts,
+                                            .setting = settings.pathOf(key),
+                                            .what = "names the series \"" + shown + "\", which " +
+                                                    _owner + " does not have"});
 }
 
 std::vector<std::size_t> SeriesLookup::placesOfMetric(const Settings& settings,

@@ -126,17 +126,19 @@ IntervalSpec detectSpec(JobContext& context, const std::string& component,
     const TimeInterval found = intervalOfMoments(context, component, moments);
     if (!found.unit)
         throw JobError(errors::kTsdpFewPoints,
-                       component + ": the data have fewer than two points of time, which make no "
-                                   "series");
+                       {.step = component,
+                        .what = "the data have fewer than two points of time, which make no "
+                                "series"});
     IntervalSpec spec;
     spec.unit = *found.unit;
     spec.increment = std::llround(found.increment);
     if (static_cast<double>(spec.increment) != found.increment)
         throw JobError(errors::kTsdpInterval,
-                       component + ": the points of time are multiples of " +
-                           numberJson(found.increment).dump() +
-                           " seconds apart, and an interval is a whole number of seconds: set "
-                           "\"timeInterval\" to the interval that is wanted");
+                       {.step = component,
+                        .what = "the points of time are multiples of " +
+                                numberJson(found.increment).dump() +
+                                " seconds apart, and an interval is a whole number of seconds: set "
+                                "\"timeInterval\" to the interval that is wanted"});
     return withWorkingTime(spec, moments);
 }
 

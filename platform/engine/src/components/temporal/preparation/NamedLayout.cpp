@@ -66,10 +66,14 @@ private:
         }
         if (!index)
             throw JobError(errors::kUnknownField,
-                           _component + ": the input has no integer field \"" + kTimeIndexField +
-                               "\": its records are not those of tsdp, tcm:score or tcm:ar");
+                           {.step = _component,
+                            .field = kTimeIndexField,
+                            .what = std::string("the input has no integer field \"") +
+                                    kTimeIndexField +
+                                    "\": its records are not those of tsdp, tcm:score or tcm:ar"});
         if (_columns.empty())
-            throw JobError(errors::kNotPrepared, _component + ": the input has no series");
+            throw JobError(errors::kNotPrepared,
+                           {.step = _component, .what = "the input has no series"});
         _layout.indexColumn = *index;
     }
 
@@ -84,9 +88,12 @@ private:
             if (found != _known.series.end() && _fields[place].GetStorage() == CFField::Real)
                 return {place, &found->second, suffix};
         }
-        throw JobError(errors::kNotPrepared,
-                       _component + ": the field \"" + name +
-                           "\" of the input is no series of the preparation in the container");
+        throw JobError(
+            errors::kNotPrepared,
+            {.step = _component,
+             .field = name,
+             .what = "the field \"" + name +
+                     "\" of the input is no series of the preparation in the container"});
     }
 
     /// The fields of the values are those of each metric that occurs, in the order of the metrics.

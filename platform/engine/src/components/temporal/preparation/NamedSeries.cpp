@@ -18,9 +18,10 @@ constexpr CFField::StorageType kDocumentStorages[] = {CFField::Integer, CFField:
 class NamedSeriesReader
 {
 public:
-    NamedSeriesReader(const Json& document, const std::string& owner, const MessageSink& message)
-        : _place(document, owner, errors::kPreparationFile), _settings(_place.member("settings")),
-          _output(_place.member("output")), _owner(owner), _message(message)
+    NamedSeriesReader(const Json& document, const DocumentSource& source,
+                      const MessageSink& message)
+        : _place(document, source, errors::kPreparationFile), _settings(_place.member("settings")),
+          _output(_place.member("output")), _source(source), _message(message)
     {
     }
 
@@ -84,14 +85,30 @@ private:
             readPeriods(*periods);
         try {
             const IntervalSpec spec =
-                intervalOf(Settings(interval->value(), _owner, "timeInterval"), _message);
+                intervalOf(Settings(interval->value(), _source.step, "timeInterval"),
+                           [this](const std::string& id, const FaultParts& parts) {
+                               _message(id, inDocument(parts));
+                           });
             const Moment start = startOf(_settings.member("start"));
             if (!isWritable(start) || !counts(spec, start))
                 _settings.member("start").refuse("is at no time that counts");
             _result.axis.calendar.emplace(spec, start);
         } catch (const JobError& error) {
-            throw JobError(errors::kPreparationFile, error.text());
+            throw JobError(errors::kPreparationFile, inDocument(error.parts()));
         }
+    }
+
+    /// The parts of a message about a setting, with the document that has the setting.
+    FaultParts inDocument(FaultParts parts) const
+    {
+        // A reader of the document has said so.
+        if (!parts.file.empty() || parts.setting.empty())
+            return parts;
+        const FaultParts place =
+            _source.parts("the setting \"" + parts.setting + "\" " + parts.what);
+        parts.file = place.file;
+        parts.what = place.what;
+        return parts;
     }
 
     void readPeriods(const DocumentPlace& periods)
@@ -154,18 +171,18 @@ private:
     DocumentPlace _place;
     DocumentPlace _settings;
     DocumentPlace _output;
-    std::string _owner;
+    const DocumentSource& _source;
     const MessageSink& _message;
     NamedSeries _result;
 };
 
 } // namespace
 
-NamedSeries namedSeriesOf(const std::string& document, const std::string& owner,
+NamedSeries namedSeriesOf(const std::string& document, const DocumentSource& source,
                           const MessageSink& message)
 {
-    const Json root = parsedDocument(document, kMostNamedValues, owner, errors::kPreparationFile);
-    return NamedSeriesReader(root, owner, message).read();
+    const Json root = parsedDocument(document, kMostNamedValues, source, errors::kPreparationFile);
+    return NamedSeriesReader(root, source, message).read();
 }
 
 } // namespace EmbeddedHV

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "components/temporal/base/DocumentSource.h"
 #include "components/temporal/preparation/DimensionValue.h"
 #include "components/temporal/preparation/TimeAxis.h"
 
@@ -26,9 +27,9 @@ struct NamedSeries
     std::map<std::string, Series> series; ///< by id
 };
 
-/// Reads the document "TSDPOutput.json". `owner` begins every message. Throws JobError if it is not
+/// Reads the document "TSDPOutput.json". Throws JobError if it is not
 /// one that tsdp writes.
-NamedSeries namedSeriesOf(const std::string& document, const std::string& owner,
+NamedSeries namedSeriesOf(const std::string& document, const DocumentSource& source,
                           const MessageSink& message);
 
 } // namespace EmbeddedHV

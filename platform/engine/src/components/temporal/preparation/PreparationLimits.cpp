@@ -9,8 +9,10 @@ namespace {
 [[noreturn]] void refuseSize(const std::string& component, const std::string& what,
                              std::int64_t most, const std::string& advice)
 {
-    throw JobError(errors::kTsdpTooLarge, component + ": the data have " + what + ", more than " +
-                                              std::to_string(most) + ": " + advice);
+    throw JobError(errors::kTsdpTooLarge, {.step = component,
+                                           .limit = most,
+                                           .what = "the data have " + what + ", more than " +
+                                                   std::to_string(most) + ": " + advice});
 }
 
 } // namespace

@@ -59,9 +59,11 @@ private:
         for (std::size_t row = 0; row < chunk.rows(); ++row) {
             const CFDatum value = dimensionValueAt(chunk, column, row, CFField::Integer);
             if (value.IsNull())
-                throw JobError(errors::kBadRecord, _component + ": record " +
-                                                       std::to_string(integers.size() + 1) +
-                                                       " of the input has no point of time");
+                throw JobError(errors::kBadRecord,
+                               {.step = _component,
+                                .record = integers.size() + 1,
+                                .what = "record " + std::to_string(integers.size() + 1) +
+                                        " of the input has no point of time"});
             integers.push_back(value.GetInteger());
         }
     }
@@ -114,9 +116,10 @@ private:
             return table.addInteger(index + 1);
         const auto point = axis.calendar->pointAt(index);
         if (!point)
-            throw JobError(errors::kBadRecord, _component + ": point of time " +
-                                                   std::to_string(index + 1) +
-                                                   " is not in the years 1 to 9999");
+            throw JobError(errors::kBadRecord,
+                           {.step = _component,
+                            .what = "point of time " + std::to_string(index + 1) +
+                                    " is not in the years 1 to 9999"});
         if (axis.clock) {
             for (const std::int64_t number : axis.clock->numbersOf(*point))
                 table.addInteger(number);
@@ -149,12 +152,12 @@ NamedSeries readNamedSeries(const StepCall& call)
 {
     const std::vector<ComponentContainer> containers = inputContainers(call);
     if (containers.size() != 1)
-        throw JobError(errors::kStepArguments, call.name + ": the step reads one container, not " +
-                                                   std::to_string(containers.size()));
+        throw JobError(errors::kStepArguments, {.step = call.name,
+                                                .what = "the step reads one container, not " +
+                                                        std::to_string(containers.size())});
     const ContainerArchive archive(containers.front().path, call.name);
     return namedSeriesOf(archive.neededMember(kTsdpMember, kMostDocumentBytes),
-                         call.name + ": " + archive.path() + ": " + kTsdpMember,
-                         call.context.message);
+                         {call.name, archive.path(), kTsdpMember}, call.context.message);
 }
 
 } // namespace

@@ -81,10 +81,10 @@ private:
                        });
         if (withoutValue > 0)
             _context.message(errors::kTsdpNoValue,
-                             _component +
-                                 ": records without a value of each dimension, which are "
-                                 "left out: " +
-                                 std::to_string(withoutValue));
+                             {.step = _component,
+                              .what = "records without a value of each dimension, which are left "
+                                      "out: " +
+                                      std::to_string(withoutValue)});
     }
 
     /// Keeps the combination, or gives the number of its records if it has a missing value.
@@ -194,8 +194,10 @@ private:
 
     [[noreturn]] void refuseId(const std::string& id, const std::string& problem) const
     {
-        throw JobError(errors::kSettingType,
-                       _component + ": the setting \"seriesList\" has \"" + id + "\" " + problem);
+        throw JobError(errors::kSettingType, {.step = _component,
+                                              .setting = "seriesList",
+                                              .name = id,
+                                              .what = "has \"" + id + "\" " + problem});
     }
 
     std::vector<int> checkedNumbers(const std::string& id) const
@@ -220,18 +222,21 @@ private:
         for (std::size_t i = 0; i < width(); ++i)
             values += (i == 0 ? "\"" : ", \"") +
                       dimensionText(found.values[i], _settings.dimensions[i].GetStorage()) + "\"";
-        _messages.send(_component + ": the series has no combination " + values +
-                       "; records that are left out: " + std::to_string(found.records));
+        _messages.send({.step = _component,
+                        .what = "the series has no combination " + values +
+                                "; records that are left out: " + std::to_string(found.records)});
     }
 
     void tellUnknownValues()
     {
-        for (const auto& [value, records] : _unknown)
-            _messages.send(_component + ": the field \"" +
-                           _settings.dimensions[value.first].GetName() + "\" has the value \"" +
-                           value.second +
-                           "\", which is not in its list; records that are left out: " +
-                           std::to_string(records));
+        for (const auto& [value, records] : _unknown) {
+            const std::string& field = _settings.dimensions[value.first].GetName();
+            _messages.send({.step = _component,
+                            .field = field,
+                            .what = "the field \"" + field + "\" has the value \"" + value.second +
+                                    "\", which is not in its list; records that are left out: " +
+                                    std::to_string(records)});
+        }
     }
 
     void countRecords()

@@ -188,7 +188,8 @@ private:
     void throwIfStopped() const
     {
         if (_context.stopping())
-            throw JobError(errors::kQueryFailed, _component + ": the job was stopped");
+            throw JobError(errors::kQueryFailed,
+                           {.step = _component, .what = "the job was stopped"});
     }
 
     std::vector<std::vector<double>> finish()
@@ -207,10 +208,10 @@ private:
         }
         if (overflows > 0)
             _context.message(errors::kTsdpOverflow,
-                             _component +
-                                 ": sums that are larger than any number, which are "
-                                 "missing values: " +
-                                 std::to_string(overflows));
+                             {.step = _component,
+                              .what = "sums that are larger than any number, which are missing "
+                                      "values: " +
+                                      std::to_string(overflows)});
         return result;
     }
 

@@ -44,8 +44,9 @@ public:
             findPeriods();
         collect();
         if (_moments.empty())
-            throw JobError(errors::kTsdpFewPoints,
-                           _component + ": no record has a point of time in " + namesOfTime());
+            throw JobError(
+                errors::kTsdpFewPoints,
+                {.step = _component, .what = "no record has a point of time in " + namesOfTime()});
         makeCalendar();
         number();
         return std::move(_result);
@@ -77,10 +78,11 @@ private:
         }
         if (!periods)
             throw JobError(errors::kTsdpInterval,
-                           _component + ": what " + namesOfTime() +
-                               " count cannot be told, or they do not go from the longest period "
-                               "to the shortest: set \"cyclicPeriods\", or name \"$casecount\" for "
-                               "the order of the records");
+                           {.step = _component,
+                            .what = "what " + namesOfTime() +
+                                    " count is unknown, or they do not go from the longest "
+                                    "period to the shortest: set \"cyclicPeriods\", or name "
+                                    "\"$casecount\" for the order of the records"});
         _result.axis.clock.emplace(*periods);
     }
 
@@ -133,16 +135,19 @@ private:
         if (const auto start = givenStart()) {
             if (!counts(spec, *start))
                 throw JobError(errors::kTsdpInterval,
-                               _component + ": the setting \"start\" is on a day or at an hour "
-                                            "that does not count by \"timeInterval\"");
+                               {.step = _component,
+                                .setting = "start",
+                                .what = "is on a day or at an hour that does not count by "
+                                        "\"timeInterval\""});
             _result.axis.calendar.emplace(spec, *start);
             return;
         }
         const auto start = firstPoint(spec, _moments);
         if (!start)
             throw JobError(errors::kTsdpInterval,
-                           _component + ": no record is on a day and at an hour that count by the "
-                                        "setting \"timeInterval\"");
+                           {.step = _component,
+                            .what = "no record is on a day and at an hour that count by the "
+                                    "setting \"timeInterval\""});
         _result.axis.calendar.emplace(spec, *start);
     }
 
@@ -153,7 +158,7 @@ private:
         const auto start = _result.axis.clock->momentOf(*_settings.startNumbers);
         if (!start)
             throw JobError(errors::kTsdpInterval,
-                           _component + ": the setting \"start\" is no point of time");
+                           {.step = _component, .setting = "start", .what = "is no point of time"});
         return start;
     }
 
@@ -181,8 +186,9 @@ private:
         checkPointCount(_component, _result.axis.points);
         if (_result.axis.points < 2)
             throw JobError(errors::kTsdpFewPoints,
-                           _component + ": the data have " + std::to_string(_result.axis.points) +
-                               " points of time, and a series needs at least two");
+                           {.step = _component,
+                            .what = "the data have " + std::to_string(_result.axis.points) +
+                                    " points of time, and a series needs at least two"});
     }
 
     CFField::StorageType storageOf(std::size_t place) const
@@ -243,8 +249,11 @@ private:
                                                   : "";
         const std::string others =
             found.records > 1 ? ", as have " + std::to_string(found.records - 1) + " more" : "";
-        _messages.send(_component + ": record " + std::to_string(found.firstRecord + 1) + " has " +
-                       time + reason + others + ": left out");
+        const auto record = static_cast<std::uint64_t>(found.firstRecord) + 1;
+        _messages.send({.step = _component,
+                        .record = record,
+                        .what = "record " + std::to_string(record) + " has " + time + reason +
+                                others + ": left out"});
     }
 
     JobContext& _context;

@@ -73,7 +73,7 @@ public:
         fill(plan, values);
         if (_result.series.empty())
             throw JobError(errors::kTsdpNoSeries,
-                           _component + ": no series is left; " + reasonForNone());
+                           {.step = _component, .what = "no series is left; " + reasonForNone()});
         makeRecords(values);
         _file.write(
             {{kTsdpMember, tsdpDocument(_settings, _result, [this] { throwIfStopped(); })}});
@@ -94,7 +94,8 @@ private:
         checkPointCount(_component, points.axis.points);
         if (points.axis.points < 2)
             throw JobError(errors::kTsdpFewPoints,
-                           _component + ": no series has two records, and it needs at least two");
+                           {.step = _component,
+                            .what = "no series has two records, and it needs at least two"});
         return points;
     }
 
@@ -111,7 +112,9 @@ private:
                 continue;
             }
             if (!problem.empty())
-                _gapMessages.send(_component + ": " + seriesText(series.name) + " " + problem);
+                _gapMessages.send({.step = _component,
+                                   .series = series.name,
+                                   .what = seriesText(series.name) + " " + problem});
             const bool fills = _settings.filling != GapFilling::None;
             if (fills)
                 fillGaps(values[i], _settings.filling);
@@ -145,8 +148,9 @@ private:
 
     void leaveOut(const PlannedSeries& series, const std::string& problem)
     {
-        _leftOutMessages.send(_component + ": " + seriesText(series.name) + " is left out: it " +
-                              problem);
+        _leftOutMessages.send({.step = _component,
+                               .series = series.name,
+                               .what = seriesText(series.name) + " is left out: it " + problem});
         _result.leftOut.push_back({series.id, series.name, "it " + problem});
     }
 
@@ -161,7 +165,8 @@ private:
     void throwIfStopped() const
     {
         if (_context.stopping())
-            throw JobError(errors::kQueryFailed, _component + ": the job was stopped");
+            throw JobError(errors::kQueryFailed,
+                           {.step = _component, .what = "the job was stopped"});
     }
 
     void makeRecords(const std::vector<std::vector<double>>& values)
@@ -199,8 +204,9 @@ StepResult planTsdp(StepCall& call)
     TsdpSettings settings = tsdpSettings(call);
     const std::vector<ComponentContainer> containers = outputContainers(call);
     if (containers.size() != 1)
-        throw JobError(errors::kStepArguments, call.name + ": the step writes one container, not " +
-                                                   std::to_string(containers.size()));
+        throw JobError(errors::kStepArguments, {.step = call.name,
+                                                .what = "the step writes one container, not " +
+                                                        std::to_string(containers.size())});
     NodePtr input = call.input();
     return {std::move(input), nullptr,
             std::make_unique<TsdpStage>(call, std::move(settings), containers.front().path)};

@@ -68,8 +68,8 @@ TimeUnit unitOfSetting(const Settings& settings, const std::string& key, const s
     for (const TimeUnit unit : kTimeUnits)
         known.emplace_back(wordOf(unit));
     settings.refuse(key, "has \"" + word +
-                             "\", which is none of year, quarter, month, week, day, hour, minute "
-                             "and second" +
+                             "\", which is not year, quarter, month, week, day, hour, minute "
+                             "or second" +
                              base::suggestion(word, known));
 }
 
@@ -160,9 +160,12 @@ private:
     {
         if (!_claimed.insert(name).second)
             throw JobError(errors::kTsdpFieldTwice,
-                           _call.name + ": the setting \"" + key + "\" names the field \"" + name +
-                               "\", which has been named before: a field is a time, a dimension "
-                               "or a metric, and that once");
+                           {.step = _call.name,
+                            .field = name,
+                            .setting = key,
+                            .what = "names the field \"" + name +
+                                    "\", which has been named before: a field is a time, a "
+                                    "dimension or a metric, and that once"});
     }
 
     [[noreturn]] void refuseField(const std::string& key, const CFField& field,
@@ -198,9 +201,10 @@ private:
             readCyclicFields(cyclic);
         else
             throw JobError(errors::kTsdpNoTime,
-                           _call.name + ": no field tells the time: name one in \"dateTimeField\", "
-                                        "several in \"cyclicFieldList\", or \"$casecount\" there "
-                                        "for the order of the records");
+                           {.step = _call.name,
+                            .what = "no field has the time: name one in \"dateTimeField\", "
+                                    "several in \"cyclicFieldList\", or \"$casecount\" there "
+                                    "for the order of the records"});
     }
 
     void readTimeField(const std::string& key, const std::string& name)

@@ -89,10 +89,12 @@ Eigen::VectorXd Refit::solution(const CompletePoints& data, std::size_t place) c
     if (data.values.rows() <= parameters || !areThere || qr.rank() < parameters)
         throw JobError(
             errors::kRefitFailed,
-            _component + ": the equation of the series " + shownName(_model.series[place]) +
-                " cannot be fitted to the records: " + std::to_string(data.values.rows()) +
-                " points of time have all its values, which do not determine its " +
-                std::to_string(parameters) + " coefficients");
+            {.step = _component,
+             .series = _model.series[place].name,
+             .what = "the equation of the series " + shownName(_model.series[place]) +
+                     " cannot be fitted to the records: " + std::to_string(data.values.rows()) +
+                     " points of time have all its values, which do not determine its " +
+                     std::to_string(parameters) + " coefficients"});
     return sizes.cwiseInverse().asDiagonal() * qr.solve(triangle.col(parameters));
 }
 

@@ -13,11 +13,11 @@ const SeriesEquation& neededEquation(const TcmModel& model, std::size_t place, P
     if (!equation)
         equation = model.autoregressionOf(place);
     if (!equation)
-        throw JobError(errors::kNoEquation, component +
-                                                ": the model has no equation for the "
-                                                "series " +
-                                                shownName(model.series[place]) +
-                                                ", so it cannot be predicted");
+        throw JobError(errors::kNoEquation,
+                       {.step = component,
+                        .series = model.series[place].name,
+                        .what = "the model has no equation for the series " +
+                                shownName(model.series[place]) + ", so it cannot be predicted"});
     return *equation;
 }
 

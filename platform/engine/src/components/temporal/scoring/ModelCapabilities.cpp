@@ -61,7 +61,7 @@ std::vector<ContainerMember> capabilitiesOf(const ModelArchive& archive, const S
 {
     const TcmModel model = archive.model();
     const NamedSeries series = namedSeriesOf(
-        archive.preparation(), call.name + ": " + kModelPreparationEntry, call.context.message);
+        archive.preparation(), {call.name, {}, kModelPreparationEntry}, call.context.message);
     return {{"ScoreInputDataModel.xml", dataModelOf(inputFields(series))},
             {"ScoreOutputDataModel.xml", dataModelOf(outputFields(model, series, call.name))},
             {"ScoreModelProp.xml", propertiesDocument(model)}};
@@ -102,14 +102,16 @@ StepResult planModelCapabilities(StepCall& call)
     const Settings settings = call.settings();
     if (!settings.flag("isModelCapabilities").value_or(false))
         throw JobError(errors::kNotAvailable,
-                       call.name + ": only the capabilities of a temporal causal model are given "
-                                   "(\"isModelCapabilities\": true); tcm:score and tcm:ar score "
-                                   "records");
+                       {.step = call.name,
+                        .what = "only the capabilities of a temporal causal model are given "
+                                "(\"isModelCapabilities\": true); tcm:score and tcm:ar score "
+                                "records"});
     settings.reportOthers(call.context.message);
     const std::vector<ComponentContainer> results = outputContainers(call);
     if (results.size() != 1)
-        throw JobError(errors::kSettingType, call.name + ": " + std::to_string(results.size()) +
-                                                 " output containers are given, not one");
+        throw JobError(errors::kSettingType, {.step = call.name,
+                                              .what = std::to_string(results.size()) +
+                                                      " output containers are given, not one"});
     const ModelArchive archive(modelPathOf(call), call.name);
     return {emptyNode(), std::make_unique<CapabilitiesOutput>(call, results.front().path,
                                                               capabilitiesOf(archive, call))};

@@ -23,13 +23,16 @@ std::pair<Eigen::Index, Eigen::Index> columnsOfItem(const SeriesPath& path,
     const std::int64_t before = isCounted ? 0 : lastIndex;
     if (wanted <= before || wanted > before + span)
         throw JobError(errors::kScenarioTime,
-                       component + ": the scenario sets the series " + shownName(series) + " at " +
-                           (isCounted ? "point " + std::to_string(wanted) + " of the forecast"
-                                      : "the time index " + std::to_string(wanted)) +
-                           ", but the forecast has " +
-                           (span == 0 ? "no point"
-                                      : "the points " + std::to_string(before + 1) + " to " +
-                                            std::to_string(before + span)));
+                       {.step = component,
+                        .series = series.name,
+                        .limit = before + span,
+                        .what = "the scenario sets the series " + shownName(series) + " at " +
+                                (isCounted ? "point " + std::to_string(wanted) + " of the forecast"
+                                           : "the time index " + std::to_string(wanted)) +
+                                ", but the forecast has " +
+                                (span == 0 ? "no point"
+                                           : "the points " + std::to_string(before + 1) + " to " +
+                                                 std::to_string(before + span))});
     return {path.end + (wanted - before) - 1, 1};
 }
 
@@ -42,24 +45,28 @@ double valueOfItem(const ScenarioValue& item, double forecast)
 
 void setScenario(SeriesPath& path, const SeriesSystem& system, const TcmModel& model,
                  const ScoringRequest& request, const std::string& component,
-                 std::vector<std::string>& remarks)
+                 std::vector<FaultParts>& remarks)
 {
     for (const ScenarioValue& item : request.scenario) {
         const ModelSeries& series = model.series[item.series];
         const auto [first, count] = columnsOfItem(path, item, series, component);
         const auto place = std::find(system.places.begin(), system.places.end(), item.series);
         if (place == system.places.end()) {
-            remarks.push_back(component + ": the scenario sets the series " + shownName(series) +
-                              ", on which no series asked for depends: it has no effect");
+            remarks.push_back({.step = component,
+                               .series = series.name,
+                               .what = "the scenario sets the series " + shownName(series) +
+                                       ", on which no series asked for depends: it has no effect"});
             continue;
         }
         const Eigen::Index row = place - system.places.begin();
         for (Eigen::Index point = first; point < first + count; ++point) {
             if (path.sources(row, point) == ValueSource::Set)
                 throw JobError(errors::kScenarioTime,
-                               component + ": the scenario sets the series " + shownName(series) +
-                                   " twice at point " + std::to_string(point - path.end + 1) +
-                                   " of the forecast");
+                               {.step = component,
+                                .series = series.name,
+                                .what = "the scenario sets the series " + shownName(series) +
+                                        " twice at point " + std::to_string(point - path.end + 1) +
+                                        " of the forecast"});
             path.values(row, point) = valueOfItem(item, path.values(row, point));
             path.sources(row, point) = ValueSource::Set;
         }

@@ -13,6 +13,6 @@ namespace EmbeddedHV {
 /// message, if a point of time does not lie beyond the data or is set twice.
 void setScenario(SeriesPath& path, const SeriesSystem& system, const TcmModel& model,
                  const ScoringRequest& request, const std::string& component,
-                 std::vector<std::string>& remarks);
+                 std::vector<FaultParts>& remarks);
 
 } // namespace EmbeddedHV

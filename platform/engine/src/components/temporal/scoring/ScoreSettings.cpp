@@ -115,7 +115,8 @@ void ScoreSettingsReader::addAll(bool targetsOnly)
             _result.request.series.push_back(place);
     }
     if (_result.request.series.empty())
-        throw JobError(errors::kNoEquation, _call.name + ": the model has no equation to score");
+        throw JobError(errors::kNoEquation,
+                       {.step = _call.name, .what = "the model has no equation to score"});
 }
 
 void ScoreSettingsReader::readForecast()

@@ -50,7 +50,7 @@ public:
     {
         const Scores scores = score(_model, _reader.finish(), _settings.request, _component,
                                     stopCheckOf(_context, _component));
-        for (const std::string& remark : scores.remarks)
+        for (const FaultParts& remark : scores.remarks)
             _context.message(errors::kScoringRemark, remark);
         fill(scores);
     }
@@ -119,9 +119,10 @@ std::string modelPathOf(const StepCall& call)
 {
     const std::vector<ComponentContainer> containers = inputContainers(call);
     if (containers.size() != 1)
-        throw JobError(errors::kSettingType, call.name + ": " + std::to_string(containers.size()) +
-                                                 " input containers are given, not one with the "
-                                                 "model");
+        throw JobError(errors::kSettingType,
+                       {.step = call.name,
+                        .what = std::to_string(containers.size()) +
+                                " input containers are given, not one with the model"});
     return containers.front().path;
 }
 

@@ -14,18 +14,21 @@ namespace EmbeddedHV {
 namespace {
 
 /// Series of which the records have no value at all are continued from the training data.
-std::vector<std::string> remarksOn(const TcmModel& model, const SeriesSystem& system,
-                                   const SeriesPath& path, const SeriesTable& table,
-                                   const std::string& component)
+std::vector<FaultParts> remarksOn(const TcmModel& model, const SeriesSystem& system,
+                                  const SeriesPath& path, const SeriesTable& table,
+                                  const std::string& component)
 {
-    std::vector<std::string> remarks;
+    std::vector<FaultParts> remarks;
     for (std::size_t i = 0; i < system.places.size(); ++i) {
         if (table.values.col(path.columns[i]).array().isFinite().any())
             continue;
+        const std::string name = shownName(model.series[system.places[i]]);
         remarks.push_back(
-            component + ": the records have no value of the series " +
-            shownName(model.series[system.places[i]]) +
-            (path.lastKnown[i] >= 0 ? "; it goes on from the end of the training data" : ""));
+            {.step = component,
+             .series = model.series[system.places[i]].name,
+             .what =
+                 "the records have no value of the series " + name +
+                 (path.lastKnown[i] >= 0 ? "; it goes on from the end of the training data" : "")});
     }
     return remarks;
 }

@@ -56,7 +56,7 @@ struct Scores
     std::int64_t firstIndex = 0;      ///< of the first record
     Eigen::Index records = 0;         ///< points of time in the data; those beyond follow
     std::vector<SeriesScores> series; ///< in the order of the request
-    std::vector<std::string> remarks; ///< for messages
+    std::vector<FaultParts> remarks;  ///< for messages
 };
 
 /// Scores series on prepared data: one-step-ahead values in the data and recursive forecasts beyond

@@ -40,9 +40,12 @@ std::vector<Eigen::Index> columnsOf(const TcmModel& model, const SeriesSystem& s
         const auto found = places.find(model.series[place].id);
         if (found == places.end())
             throw JobError(errors::kSeriesNotInRecords,
-                           component + ": the records have no field \"" + model.series[place].id +
-                               "\" for the series " + shownName(model.series[place]) +
-                               ", which the prediction needs");
+                           {.step = component,
+                            .field = model.series[place].id,
+                            .series = model.series[place].name,
+                            .what = "the records have no field \"" + model.series[place].id +
+                                    "\" for the series " + shownName(model.series[place]) +
+                                    ", which the prediction needs"});
         columns.push_back(found->second);
     }
     return columns;
@@ -96,10 +99,13 @@ SeriesPath pathOf(const TcmModel& model, const SeriesSystem& system, const Serie
 {
     if (table.firstIndex < -kLargestIndex || table.firstIndex > kLargestIndex)
         throw JobError(errors::kBadRecord,
-                       component + ": the first point of time of the records, " +
-                           std::to_string(table.firstIndex) + ", is out of range");
+                       {.step = component,
+                        .record = 1,
+                        .what = "the first point of time of the records, " +
+                                std::to_string(table.firstIndex) + ", is out of range"});
     if (table.values.rows() == 0)
-        throw JobError(errors::kNothingToScore, component + ": there is no record to score");
+        throw JobError(errors::kNothingToScore,
+                       {.step = component, .what = "there is no record to score"});
     SeriesPath path;
     path.columns = columnsOf(model, system, table, component);
     path.firstIndex = firstIndexOf(model, table);

@@ -23,9 +23,10 @@ std::string onlyPath(const StepCall& call, const std::vector<ComponentContainer>
                      const std::string& what)
 {
     if (containers.size() != 1)
-        throw JobError(errors::kSettingType, call.name + ": there are " +
-                                                 std::to_string(containers.size()) + " " + what +
-                                                 " containers where one is needed");
+        throw JobError(errors::kSettingType,
+                       {.step = call.name,
+                        .what = "there are " + std::to_string(containers.size()) + " " + what +
+                                " containers where one is needed"});
     return containers.front().path;
 }
 
@@ -34,7 +35,7 @@ Preparation readPreparation(const StepCall& call)
     const std::string path = onlyPath(call, inputContainers(call), "input");
     const ContainerArchive archive(path, call.name);
     return preparationOf(archive.neededMember(kTsdpMember, kMostPreparationBytes),
-                         call.name + ": " + path + ": " + kTsdpMember);
+                         {call.name, path, kTsdpMember});
 }
 
 /// The series of the records in the order of their fields, with the names that the preparation
@@ -51,14 +52,16 @@ std::vector<ModelSeries> seriesOf(const StepCall& call, const Preparation& prepa
         const auto found = known.find(field.GetName());
         if (found == known.end())
             throw JobError(errors::kPreparationFile,
-                           call.name +
-                               ": the preparation in the input container does not know the series "
-                               "\"" +
-                               field.GetName() + "\", which the records have");
+                           {.step = call.name,
+                            .field = field.GetName(),
+                            .what = "the preparation in the input container does not know the "
+                                    "series \"" +
+                                    field.GetName() + "\", which the records have"});
         all.push_back({found->second->id, found->second->name, false, false});
     }
     if (all.empty())
-        throw JobError(errors::kTooFewPoints, call.name + ": the records have no series");
+        throw JobError(errors::kTooFewPoints,
+                       {.step = call.name, .what = "the records have no series"});
     return all;
 }
 
@@ -85,12 +88,14 @@ public:
     {
         const SeriesTable table = _reader.finish();
         if (table.values.rows() == 0)
-            throw JobError(errors::kTooFewPoints, _component + ": there are no records");
+            throw JobError(errors::kTooFewPoints,
+                           {.step = _component, .what = "there are no records"});
         if (table.firstIndex != 0)
-            throw JobError(errors::kBadRecord, _component +
-                                                   ": the first point of time has the "
-                                                   "number " +
-                                                   std::to_string(table.firstIndex) + ", not 0");
+            throw JobError(errors::kBadRecord,
+                           {.step = _component,
+                            .record = 1,
+                            .what = "the first point of time has the number " +
+                                    std::to_string(table.firstIndex) + ", not 0"});
         const TrainingHooks hooks{_context.message, stopCheckOf(_context, _component)};
         const TcmModel model = trainModel(table, std::move(_series), _options, hooks, _component);
         _file.write(modelMembers(model, std::move(_preparation.document),

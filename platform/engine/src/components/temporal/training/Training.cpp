@@ -44,15 +44,17 @@ public:
         const std::vector<TrainingWindow> windows = trainingWindows(_scaled, _options);
         if (windows.empty())
             throw JobError(errors::kTooFewPoints,
-                           _component + ": no series can be a target: each is constant, has gaps "
-                                        "or is not meant to be one");
+                           {.step = _component,
+                            .what = "no series can be a target: each is constant, has gaps or is "
+                                    "not meant to be one"});
         _model.trainingPoints = _table.values.rows();
         _model.outlierLevel = _options.outlierLevel;
         _model.lags = _options.lags ? givenLags(windows.front()) : chosenLags(windows.front());
         for (const TrainingWindow& window : windows)
             fitWindow(window);
         if (_fitted.empty())
-            throw JobError(errors::kTooFewPoints, _component + ": no series has an equation");
+            throw JobError(errors::kTooFewPoints,
+                           {.step = _component, .what = "no series has an equation"});
         finishEquations();
         addAutoregressions();
         _model.lastValues = _table.values.bottomRows(_model.lags);
@@ -60,9 +62,10 @@ public:
 
 private:
     std::string quoted(std::size_t place) const { return shownName(_model.series[place]); }
-    void tell(const char* id, const std::string& text) const
+    /// `series` is the name of the series that the text is about; empty for several.
+    void tell(const char* id, const std::vector<std::string>& series, const std::string& text) const
     {
-        _hooks.message(id, _component + ": " + text);
+        _hooks.message(id, {.step = _component, .series = series, .what = text});
     }
 
     void reportExcluded() const
@@ -71,19 +74,23 @@ private:
                              "series: TCMModel.json lists them");
         for (std::size_t i = 0; i < _model.series.size(); ++i)
             if (_scaled.columns[i].state != SeriesState::Usable)
-                messages.send(_component + ": the series " + quoted(i) + " " +
-                              _scaled.columns[i].problem +
-                              ": it is neither a target nor a predictor");
+                messages.send({.step = _component,
+                               .series = _model.series[i].name,
+                               .what = "the series " + quoted(i) + " " +
+                                       _scaled.columns[i].problem +
+                                       ": it is neither a target nor a predictor"});
         messages.finish();
     }
 
     [[noreturn]] void refuseLags(Eigen::Index points, int lags) const
     {
         throw JobError(errors::kTooFewPoints,
-                       _component + ": the points of time that the series have in common are " +
-                           std::to_string(points) + "; equations with " + std::to_string(lags) +
-                           (lags == 1 ? " lag" : " lags") + " need at least " +
-                           std::to_string(leastPoints(lags)));
+                       {.step = _component,
+                        .limit = leastPoints(lags),
+                        .what = "the points of time that the series have in common are " +
+                                std::to_string(points) + "; equations with " +
+                                std::to_string(lags) + (lags == 1 ? " lag" : " lags") +
+                                " need at least " + std::to_string(leastPoints(lags))});
     }
 
     int givenLags(const TrainingWindow& window) const
@@ -102,9 +109,10 @@ private:
         if (most < 1)
             refuseLags(window.range.size(), 1);
         if (most < wanted && _options.maxLag)
-            tell(errors::kLagsReduced, "the series have " + std::to_string(window.range.size()) +
-                                           " points of time in common, enough for " +
-                                           std::to_string(most) + " lags at most");
+            tell(errors::kLagsReduced, {},
+                 "the series have " + std::to_string(window.range.size()) +
+                     " points of time in common, enough for " + std::to_string(most) +
+                     " lags at most");
         if (most == 1)
             return 1;
         LaggedProducts products(_scaled, window.members, window.range, most, _hooks.checkStop);
@@ -160,7 +168,7 @@ private:
     {
         if (_model.lags > mostLags(window.range.size())) {
             for (const std::size_t target : window.targets)
-                tell(errors::kSeriesExcluded,
+                tell(errors::kSeriesExcluded, _model.series[target].name,
                      "the series " + quoted(target) + " has " +
                          std::to_string(window.range.size()) + " points, too few for " +
                          std::to_string(_model.lags) + " lags: it is not a target");
@@ -183,7 +191,7 @@ private:
         for (const std::size_t predictor : forced->second) {
             const ScaledColumn& column = _scaled.columns[predictor];
             if (column.state != SeriesState::Usable || !column.range.contains(window.range))
-                tell(errors::kPredictorExcluded,
+                tell(errors::kPredictorExcluded, _model.series[predictor].name,
                      "the equation of " + quoted(target) + " lacks the predictor " +
                          quoted(predictor) + ", which has not all values from point " +
                          std::to_string(window.range.first) + " to point " +
@@ -197,7 +205,7 @@ private:
         for (const std::size_t member : selection.collinear)
             noteCollinear(window.members[member], target);
         for (const std::size_t member : selection.omitted)
-            tell(errors::kPredictorExcluded,
+            tell(errors::kPredictorExcluded, _model.series[window.members[member]].name,
                  "the equation of " + quoted(target) + " has too few points for the predictor " +
                      quoted(window.members[member]) + ", which is left out");
         std::vector<EquationGroup> groups;
@@ -226,7 +234,7 @@ private:
     void finishEquations()
     {
         for (const auto& [predictor, targets] : _collinear)
-            tell(errors::kPredictorExcluded,
+            tell(errors::kPredictorExcluded, _model.series[predictor].name,
                  "lags of the series " + quoted(predictor) + " are linear in other terms of " +
                      (targets.size() == 1
                           ? "the equation of " + quoted(targets[0])
@@ -240,7 +248,7 @@ private:
         }
         for (auto& [target, fitted] : _fitted) {
             if (fitted.isPerfect)
-                tell(errors::kPerfectFit,
+                tell(errors::kPerfectFit, _model.series[target].name,
                      "the equation of " + quoted(target) +
                          " fits without error: it may hold the series by definition");
             addOutliers(fitted);
