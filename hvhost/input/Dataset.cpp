@@ -1,11 +1,12 @@
 #include "hvhost/input/Dataset.h"
 
 #include <algorithm>
-#include <string_view>
+#include <map>
 #include <utility>
 
-#include "ErrorText.h"
+#include "CaseFileError.h"
 #include "data/HVDataModel.h"
+#include "datafile/FaultIds.h"
 #include "datafile/StartedThread.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/FaultWording.h"
@@ -37,48 +38,35 @@ CaseFileKind caseFileKind(DataKind kind)
     }
 }
 
-constexpr const char* kSkippingHint =
-    "--max-errors N skips up to N bad records, and says how many there were";
-
-/// Hints for phrases in an error text. The first match is used.
-constexpr std::pair<std::string_view, const char*> kHints[] = {
-    {"can be made: No space left", kTemporaryHint},
-    {"and none is given", "--password-file FILE or --password WORD gives it"},
-    {"in UTF-8", kForeignTextHint},
-    {"the text is not UTF-8", kForeignTextHint},
-    {": this is not a", kKindHint},
-    {": the record has", kSkippingHint},
-    {": a quote is not closed", kSkippingHint},
-    {": text follows a closing quote", kSkippingHint},
-    {"that the host's database may take",
-     "the engine may take more: --direct --user-missing exclude leaves the file to it"},
-    {"the encoding", "for example --encoding windows-1252"},
-    {"the file is not text", "--encoding names the encoding that it is in"},
-};
-
-std::string hintFor(std::string_view text, const CsvForm& form)
+std::string hintFor(const CaseFileError& error, const CsvForm& form, const std::string& kindOption)
 {
     // The engine, which skips records, supports only commas.
-    if (text.find(": the record has") != std::string_view::npos && form.separator != ',')
+    if (error.kind() == datafile::kinds::kFieldCount && form.separator != ',')
         return separatorWord(form.separator) + " was used as the separator; --separator " +
                "CHARACTER sets another one";
-    for (const auto& [phrase, hint] : kHints)
-        if (text.find(phrase) != std::string_view::npos)
-            return hint;
-    return {};
+    static const std::map<std::string, const char*> kHostHints = {
+        {CaseFileError::kNoRoomForCopy, kTemporaryHint},
+        {CaseFileError::kOfHostMemory,
+         "the engine may take more: --direct --user-missing exclude leaves the file to it"},
+        {CaseFileError::kUnknownEncoding, "for example --encoding windows-1252"},
+        {CaseFileError::kNotInEncoding, "--encoding names the encoding that it is in"},
+    };
+    if (const auto hint = kHostHints.find(error.kind()); hint != kHostHints.end())
+        return hint->second;
+    std::string hint = inputHint(error.id(), error.kind());
+    if (hint.starts_with(kUsualKindOption))
+        hint.replace(0, kUsualKindOption.size(), kindOption);
+    return hint;
 }
 
-/// The error text of the data library, with the user's name of the file.
+/// The error of the data library, with the user's name of the file.
 CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const CsvForm& form = {},
                         const std::string& kindOption = kUsualKindOption)
 {
-    std::string text = error.what();
-    if (text.starts_with(file.path()))
-        text.replace(0, file.path().size(), file.name());
-    std::string hint = hintFor(text, form);
-    if (hint.starts_with(kUsualKindOption))
-        hint.replace(0, kUsualKindOption.size(), kindOption);
-    return {ExitStatus::Input, text, hint};
+    const auto* const known = dynamic_cast<const CaseFileError*>(&error);
+    if (known == nullptr)
+        return {ExitStatus::Input, error.what()};
+    return {ExitStatus::Input, known->textFor(file.name()), hintFor(*known, form, kindOption)};
 }
 
 void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& geo)

@@ -1,46 +1,85 @@
 #include "data/CaseFileFault.h"
 
+#include <cerrno>
 #include <string_view>
+#include <system_error>
+#include <utility>
 
 #include "data/HostDatabase.h"
 #include "datafile/CsvFault.h"
+#include "datafile/FaultIds.h"
 #include "datafile/RaisedFault.h"
 
-ErrorText errorTextOf(const datafile::Fault& fault)
+CaseFileError::CaseFileError(const std::string& path, std::string rest, std::string kind,
+                             std::string id)
+    : ErrorText(path + rest), _hasPath(!path.empty()), _rest(std::move(rest)),
+      _kind(std::move(kind)), _id(std::move(id))
+{
+}
+
+CaseFileError::~CaseFileError() = default;
+
+std::string CaseFileError::textFor(const std::string& name) const
+{
+    return _hasPath ? name + _rest : _rest;
+}
+
+CaseFileError errorTextOf(const datafile::Fault& fault)
 {
     // Steps of jobs have no meaning here.
     datafile::FaultParts parts = fault.parts();
     parts.step.clear();
-    return ErrorText(datafile::sentenceOf(parts));
+    return {parts.file, datafile::sentenceOf(parts).substr(parts.file.size()), parts.kind,
+            fault.id()};
 }
 
-ErrorText errorTextOf(const std::string& path, const datafile::SealedFileError& error)
+CaseFileError errorTextOf(const std::string& path, const datafile::SealedFileError& error)
 {
-    return ErrorText(path + ": " + error.what());
+    return {path, std::string(": ") + error.what()};
 }
 
-ErrorText errorTextOf(const std::string& path, const std::string& what,
-                      const datafile::duck::QueryError& error)
+CaseFileError errorTextOf(const std::string& path, const std::string& what,
+                          const datafile::duck::QueryError& error)
 {
     const std::string text = error.what();
     if (const auto fault = datafile::raisedFault(text))
         return errorTextOf(*fault);
     if (const auto line = datafile::csvLine(text))
-        return errorTextOf(datafile::Fault({}, datafile::csvParts(path, *line, text)));
+        return errorTextOf(
+            datafile::Fault(datafile::faults::kBadRecord, datafile::csvParts(path, *line, text)));
     for (const std::string_view full :
          {"No space left on device", "File too large", "Disk quota exceeded"})
         if (text.find(full) != std::string::npos)
-            return ErrorText(path + ": no space is left for the file");
+            return {path, ": no space is left for the file"};
     if (text.find("Out of Memory Error") != std::string::npos)
-        return ErrorText(path + ": " + what + ": a text in it needs more than the " +
-                         kHostMemoryLimit + " of memory that the host's database may take");
+        return {path,
+                ": " + what + ": a text in it needs more than the " + kHostMemoryLimit +
+                    " of memory that the host's database may take",
+                CaseFileError::kOfHostMemory};
     if (text.find("No files found that match") != std::string::npos)
-        return ErrorText(path + ": the file is no longer there");
+        return {path, ": the file is no longer there"};
     if (text.find("reached an invalid state") != std::string::npos)
-        return ErrorText(path + ": this is not a CSV file, or its lines end in two ways");
+        return {path,
+                ": this is not a CSV file, or its lines end in two ways",
+                {},
+                datafile::faults::kNotOfItsKind};
     // The second text comes from internal errors of the database's reader.
     if (text.find("Failed to read file \"") != std::string::npos ||
         text.starts_with("Invalid Error: "))
-        return ErrorText(path + ": " + what + ": the file is damaged");
-    return ErrorText(path + ": " + what + ": " + text.substr(0, text.find('\n')));
+        return {path, ": " + what + ": the file is damaged"};
+    return {path, ": " + what + ": " + text.substr(0, text.find('\n'))};
+}
+
+void failToRead(const std::string& path)
+{
+    throw CaseFileError(path,
+                        ": the file cannot be read: " + std::generic_category().message(errno));
+}
+
+void failToCopy(const std::string& path, const std::string& form)
+{
+    const int error = errno;
+    throw CaseFileError(
+        path, ": no copy " + form + " can be made: " + std::generic_category().message(error),
+        error == ENOSPC ? CaseFileError::kNoRoomForCopy : "");
 }

@@ -3,10 +3,10 @@
 #include <fcntl.h>
 #include <system_error>
 
-#include "ErrorText.h"
 #include "FileServices.h"
 #include "base/FileDescriptor.h"
 #include "base/NativePath.h"
+#include "data/CaseFileFault.h"
 #include "data/CaseFileSource.h"
 #include "data/CsvPlainCopy.h"
 #include "data/DictionaryVariables.h"
@@ -32,19 +32,13 @@ public:
     {
     }
 
-    /// Returns the copy, positioned at its start. Throws ErrorText.
+    /// Returns the copy, positioned at its start. Throws CaseFileError.
     std::shared_ptr<datafile::ScratchFile> make();
 
 private:
     /// Appends complete lines.
     void write(std::string_view lines);
     [[noreturn]] void refuse(std::string_view lines) const;
-    [[noreturn]] void failToRead() const
-    {
-        throw ErrorText(_path +
-                        ": the file cannot be read: " + std::generic_category().message(errno));
-    }
-
     const UserCaseFileSpec& _spec;
     const std::string& _path;
     const CodePage& _page;
@@ -58,7 +52,7 @@ std::shared_ptr<datafile::ScratchFile> Utf8Copy::make()
 {
     const base::FileDescriptor source(open(_path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!source)
-        failToRead();
+        failToRead(_path);
     std::string pending;
     std::string block(kBlock, '\0');
     ssize_t got = 0;
@@ -70,7 +64,7 @@ std::shared_ptr<datafile::ScratchFile> Utf8Copy::make()
         pending.erase(0, lines);
     }
     if (got < 0)
-        failToRead();
+        failToRead(_path);
     write(pending);
     _target->rewind();
     return std::move(_target);
@@ -81,8 +75,7 @@ void Utf8Copy::write(std::string_view lines)
     if (!_page.toUtf8(lines, _converted))
         refuse(lines);
     if (!_target->write(_converted))
-        throw ErrorText(
-            _path + ": no copy in UTF-8 can be made: " + std::generic_category().message(errno));
+        failToCopy(_path, "in UTF-8");
     _lines += std::count(lines.begin(), lines.end(), '\n');
 }
 
@@ -97,8 +90,9 @@ void Utf8Copy::refuse(std::string_view lines) const
         lines.remove_prefix(end + 1);
         ++line;
     }
-    throw ErrorText(_path + ":" + std::to_string(line) + ": the file is not text in " +
-                    _page.name());
+    throw CaseFileError(_path,
+                        ":" + std::to_string(line) + ": the file is not text in " + _page.name(),
+                        CaseFileError::kNotInEncoding);
 }
 
 /// A variable with the narrowest type of the column; a text has the width of its longest value.
@@ -129,7 +123,7 @@ try {
         // In a copy with commas the position in the line may differ.
         if (!spec.GetCsvForm().isPlain())
             flaw->column = 0;
-        throw ErrorText(path + ":" + flaw->described());
+        throw faultOf(*flaw, path);
     }
     return profile;
 } catch (const datafile::Fault& fault) {
@@ -151,7 +145,8 @@ CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path)
     if (!spec.GetCodePage().empty()) {
         const auto page = CodePage::open(spec.GetCodePage());
         if (!page)
-            throw ErrorText("the encoding " + spec.GetCodePage() + " is not known");
+            throw CaseFileError({}, "the encoding " + spec.GetCodePage() + " is not known",
+                                CaseFileError::kUnknownEncoding);
         source.encoding = page->name();
         if (!page->isUtf8()) {
             relation->scratch = Utf8Copy(spec, path, *page).make();

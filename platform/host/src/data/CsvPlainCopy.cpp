@@ -7,10 +7,10 @@
 #include <system_error>
 #include <utility>
 
-#include "ErrorText.h"
 #include "FileServices.h"
 #include "base/FileDescriptor.h"
 #include "base/NativePath.h"
+#include "data/CaseFileFault.h"
 #include "text/CodePage.h"
 
 namespace {
@@ -138,11 +138,6 @@ void PlainText::endField()
     _quoted = false;
 }
 
-[[noreturn]] void fail(const std::string& what)
-{
-    throw ErrorText(what + ": " + std::generic_category().message(errno));
-}
-
 } // namespace
 
 std::shared_ptr<datafile::ScratchFile> plainCopy(const std::string& path, const std::string& name,
@@ -150,13 +145,13 @@ std::shared_ptr<datafile::ScratchFile> plainCopy(const std::string& path, const 
 {
     const base::FileDescriptor source(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!source)
-        fail(name + ": the file cannot be read");
+        failToRead(name);
     auto target =
         std::make_shared<datafile::ScratchFile>(base::nativePath(hostToUtf8(GetVexaTempPath())));
     PlainText text(spec.GetCsvForm());
     const auto flush = [&] {
         if (!target->write(text.done()))
-            fail(name + ": no copy with commas can be made");
+            failToCopy(name, "with commas");
         text.done().clear();
     };
     std::string block(kCopyBlock, '\0');
@@ -171,7 +166,7 @@ std::shared_ptr<datafile::ScratchFile> plainCopy(const std::string& path, const 
         flush();
     }
     if (got < 0)
-        fail(name + ": the file cannot be read");
+        failToRead(name);
     text.end();
     flush();
     target->rewind();

@@ -2,12 +2,13 @@
 #include <cstdint>
 #include <map>
 
-#include "ErrorText.h"
 #include "FileServices.h"
 #include "base/NativePath.h"
+#include "data/CaseFileFault.h"
 #include "data/CaseFileSource.h"
 #include "data/DictionaryVariables.h"
 #include "data/HostDatabase.h"
+#include "datafile/FaultIds.h"
 #include "datafile/FileTables.h"
 #include "datafile/InputFile.h"
 #include "datafile/ParquetColumns.h"
@@ -69,7 +70,8 @@ void ParquetOpening::unseal()
     if (!datafile::isSealed(_path))
         return;
     if (_spec.GetPassword().empty())
-        throw ErrorText(_path + ": the file is sealed with a password, and none is given");
+        throw CaseFileError(_path, ": the file is sealed with a password, and none is given", {},
+                            datafile::faults::kPasswordMissing);
     _relation->scratch = datafile::openSealed(_path, _spec.GetPassword(),
                                               base::nativePath(hostToUtf8(GetVexaTempPath())),
                                               [this] { _spec.Look(); });
@@ -83,8 +85,10 @@ void ParquetOpening::findColumns()
         _columns = datafile::parquetColumns(*_connection, _readable);
     } catch (const duck::QueryError&) {
         const bool sav = _spec.GetKind() == CaseFileKind::Sav;
-        throw ErrorText(_path + ": this is not a " + (sav ? "SAV" : "Parquet") +
-                        " file, or it is cut short");
+        throw CaseFileError(_path,
+                            std::string(": this is not a ") + (sav ? "SAV" : "Parquet") +
+                                " file, or it is cut short",
+                            {}, datafile::faults::kNotOfItsKind);
     }
 }
 

@@ -25,7 +25,7 @@ CaseFileSource openCaseFile(const UserCaseFileSpec& spec)
     } catch (const datafile::duck::QueryError& error) {
         throw errorTextOf(path, "the file cannot be read", error);
     } catch (const std::system_error& error) {
-        throw ErrorText(path + ": the file cannot be read: " + error.what());
+        throw CaseFileError(path, std::string(": the file cannot be read: ") + error.what());
     }
 }
 
