@@ -3,8 +3,10 @@
 #include <fstream>
 #include <iterator>
 #include <limits>
+#include <stdexcept>
 
 #include "CFMetaData.h"
+#include "datafile/CsvProfile.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/FaultWording.h"
 #include "hvhost/base/OutputPath.h"
@@ -51,6 +53,21 @@ void refusePassword(const std::string& path, DataKind kind, const std::string& p
     if (kind != DataKind::Sav && !password.empty())
         throw CommandFault(ExitStatus::Usage, path + ": only a sav file takes a password",
                            std::string("leave ") + option + " out, or choose the kind sav");
+}
+
+/// Throws CFMetaDataError for an invalid document.
+CFMetaData documentIn(const std::string& path)
+{
+    std::ifstream document(path, std::ios::binary);
+    return CFMetaData(std::string(std::istreambuf_iterator<char>(document), {}));
+}
+
+std::vector<std::string> fieldNames(const CFMetaData& model)
+{
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < model.FieldCount(); ++i)
+        names.push_back(model.GetField(i)->GetName());
+    return names;
 }
 
 } // namespace
@@ -127,10 +144,8 @@ void InputFile::refuseOptions() const
 void InputFile::keepMissing()
 {
     if (_dataModel) {
-        std::ifstream document(_dataModel->path(), std::ios::binary);
         try {
-            _kept = std::make_unique<KeptMissing>(
-                CFMetaData(std::string(std::istreambuf_iterator<char>(document), {})));
+            _kept = std::make_unique<KeptMissing>(documentIn(_dataModel->path()));
         } catch (const CFMetaDataError&) {
             _kept = nullptr;
         }
@@ -165,6 +180,30 @@ bool InputFile::declaresMissing() const
 void InputFile::excludeMissing()
 {
     _kept = nullptr;
+}
+
+std::vector<std::string> InputFile::names() const
+{
+    if (_dataset)
+        return _dataset->names();
+    try {
+        return namesForEngine();
+    } catch (const CommandFault& fault) {
+        if (fault.status() != ExitStatus::Input)
+            throw;
+    } catch (const std::runtime_error&) { // NOLINT(bugprone-empty-catch)
+        // The engine reports the error of the file, with hints that fit the command.
+    }
+    return {};
+}
+
+std::vector<std::string> InputFile::namesForEngine() const
+{
+    if (_dataModel)
+        return fieldNames(documentIn(_dataModel->path()));
+    if (_kind == DataKind::Csv)
+        return datafile::CsvProfile(_file.path(), !_options.noHeader).names();
+    return Dataset(_options, _file, _kind, _form, _password, _watch).names();
 }
 
 HVStatDataIterator* InputFile::rows() const

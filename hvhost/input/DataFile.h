@@ -57,6 +57,10 @@ public:
     const Dataset* dataset() const { return _dataset.get(); }
     /// The dataset; null if the engine reads the file.
     Dataset* dataset() { return _dataset.get(); }
+    /// The names of the fields that the job reads, in UTF-8. Empty if the engine reads the file and
+    /// it cannot be opened here; the engine then reports the reason. Opens such a file. Throws what
+    /// the watch throws.
+    std::vector<std::string> names() const;
     /// The rows for the job; null if the engine reads the file.
     HVStatDataIterator* rows() const;
 
@@ -66,6 +70,7 @@ private:
     void openDataset();
     void keepMissing();
     void keepMissingOfDataset();
+    std::vector<std::string> namesForEngine() const;
     void configureFile(HVLRead& read) const;
 
     InputOptions _options;

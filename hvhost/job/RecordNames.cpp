@@ -5,7 +5,6 @@
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/Text.h"
 #include "hvhost/input/DataFile.h"
-#include "hvhost/input/Dataset.h"
 #include "hvhost/input/NameLookup.h"
 
 Derivation splitDerivation(const std::string& text)
@@ -22,18 +21,26 @@ Derivation splitDerivation(const std::string& text)
                        "for example --derive 'spread=x.temp_max - x.temp_min'");
 }
 
-RecordNames::RecordNames(const InputFile& input, const RecordOptions& options)
-    : _isKnown(input.dataset() != nullptr)
+RecordNames::RecordNames(const InputFile& input, const RecordOptions& options) : _input(input)
 {
-    if (_isKnown)
-        _names = input.dataset()->names();
     for (const std::string& derivation : options.derivations)
-        _names.push_back(splitDerivation(derivation).name);
+        _derived.push_back(splitDerivation(derivation).name);
+}
+
+const std::vector<std::string>& RecordNames::names() const
+{
+    if (!_names) {
+        _names = _input.names();
+        if (!_names->empty())
+            _names->insert(_names->end(), _derived.begin(), _derived.end());
+    }
+    return *_names;
 }
 
 std::string RecordNames::own(const std::string& name, const std::string& origin) const
 {
-    return _isKnown ? _names[placeOfName(name, _names, {origin})] : name;
+    const std::vector<std::string>& known = names();
+    return known.empty() ? name : known[placeOfName(name, known, {origin})];
 }
 
 std::vector<std::string> RecordNames::own(const std::vector<std::string>& names,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,18 +17,21 @@ Derivation splitDerivation(const std::string& text);
 class RecordNames
 {
 public:
-    /// Throws CommandFault (Usage) for an invalid derivation.
+    /// Throws CommandFault (Usage) for an invalid derivation. Borrows the input.
     RecordNames(const InputFile& input, const RecordOptions& options);
 
     /// The record's own name for a name that the user wrote, by the rule of placeOfName. `origin`
-    /// is the option that contains the name. If the engine reads the file, the names are unknown
-    /// here: returns the name unchanged, and the engine accepts only an exact one.
+    /// is the option that contains the name. If the file cannot be opened here, returns the name
+    /// unchanged; the engine then reports the error of the file.
     std::string own(const std::string& name, const std::string& origin) const;
     /// The same for a list of names. `option` precedes each of them.
     std::vector<std::string> own(const std::vector<std::string>& names,
                                  const std::string& option) const;
 
 private:
-    bool _isKnown;
-    std::vector<std::string> _names;
+    const std::vector<std::string>& names() const;
+
+    const InputFile& _input;
+    std::vector<std::string> _derived;
+    mutable std::optional<std::vector<std::string>> _names; ///< filled by the first look-up
 };

@@ -14,7 +14,10 @@ COMMANDS = [
     "convert weather.csv - --to csv --keep [wind],[date]",
     "convert weather.csv - --to csv --derive Gust=x.wind --keep [Gust]",
     "convert weather.csv out.hvbf --force --weight [wind] --keep [wind],date",
+    "convert weather.csv - --to csv --direct --keep [wind],[date]",
+    "convert weather.sav - --to csv --direct --keep [wind],[date]",
     "aggregate weather.csv --by [weather] --stat count",
+    "aggregate weather.csv --direct --by [weather] --stat mean:[wind]",
     "aggregate weather.csv --stat mean:[wind] --stat p90:[temp_max]:high --unweighted",
     "aggregate weather.csv --stat mean:[temp_max] --weight [wind]",
     "describe weather.csv [wind] [date] --format json",
@@ -40,6 +43,7 @@ class Names(Case):
         super().setUp()
         for name in FILES:
             shutil.copy(DATA / name, self.folder)
+        self.run_line("convert weather.csv weather.sav")
 
     def run_line(self, line, **more):
         return self.run_hvhost(*shlex.split(line), cwd=self.folder, **more)
