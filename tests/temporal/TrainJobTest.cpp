@@ -61,6 +61,7 @@ TEST_F(TrainJob, WritesTheModelFile)
     const RecordingListener listener = succeeded(train(R"({"lags": 1, "maxPredictor": 3})"));
     ASSERT_EQ(listener.messages.size(), 1U);
     EXPECT_THAT(listener.messages[0].second, HasSubstr("maxPredictor"));
+    EXPECT_THAT(listener.progress, testing::SizeIs(testing::Ge(5))) << "one of each series";
     EXPECT_EQ(member("m.tcm", "TSDPOutput.json"), kPreparation);
     TemporalTest::expectValid(HV_SCHEMAS "/tcm-model.schema.json", "TCMModel.json",
                               member("m.tcm", "TCMModel.json"));

@@ -11,6 +11,9 @@
 namespace EmbeddedHV {
 namespace {
 
+/// Of the work of a component: at most a hundred calls of the listener.
+constexpr double kProgressStep = 0.01;
+
 /// Collects the checks of all sources that a SELECT on the node reads.
 void gatherChecks(const Node& node, std::vector<SourceCheck*>& checks)
 {
@@ -31,6 +34,12 @@ void Job::throwIfCancelled() const
         throw JobCancelled{};
 }
 
+void Job::report(double part)
+{
+    _reporter.progress((static_cast<double>(_done) + _begin + _share * part) /
+                       static_cast<double>(_statements));
+}
+
 void Job::run(const std::string& text)
 {
     throwIfCancelled();
@@ -44,13 +53,17 @@ void Job::run(const std::string& text)
         std::vector<Statement> batch = planAhead(planner, _done);
         try {
             for (Statement& statement : batch) {
+                // The number of stages is not known before: each is half of what is left.
+                _share = (1 - _begin) / (statement.stage ? 2 : 1);
                 runStatement(statement);
                 if (statement.stage) {
                     planner.keepStage(statement);
+                    _begin += _share;
                     continue;
                 }
+                report(1);
                 ++_done;
-                _reporter.progress(static_cast<double>(_done) / static_cast<double>(_statements));
+                _begin = 0;
             }
         } catch (const Reread&) {
             batch.clear();
@@ -99,6 +112,7 @@ void Job::runStatement(Statement& statement)
             evaluate(*node, statement);
     const std::string select = selectOf(*statement.result);
     Output* const output = statement.output.get();
+    _statementShare = output ? output->statementShare() : 1;
     execute(output ? output->statement(select) : select, *statement.result, statement,
             output && output->takesRecords() ? output : nullptr);
     commit(statement);
@@ -116,7 +130,7 @@ void Job::commit(Statement& statement)
         for (const auto& document : statement.exports)
             document->commit();
         if (statement.output)
-            statement.output->commit();
+            commit(*statement.output);
     } catch (...) {
         for (const auto& document : statement.exports)
             document->revoke();
@@ -124,6 +138,17 @@ void Job::commit(Statement& statement)
     }
     for (const std::string& path : written)
         _context.unwritten.erase(path);
+}
+
+void Job::commit(Output& output)
+{
+    _context.progress = [this, next = 0.0](double part) mutable {
+        if (part < next)
+            return;
+        next = part + kProgressStep;
+        report(_statementShare + (1 - _statementShare) * part);
+    };
+    output.commit();
 }
 
 std::string Job::selectOf(const Node& node)
@@ -175,10 +200,8 @@ void Job::execute(const std::string& sql, Node& node, const Statement& statement
 
 void Job::runSql(const std::string& sql, bool keepsNothing, Output* taker)
 {
-    const auto progress = [this](double part) {
-        _reporter.progress((static_cast<double>(_done) + part) / static_cast<double>(_statements));
-    };
-    const QueryWatch watch(_context.connection->handle(), _cancellation, progress);
+    const QueryWatch watch(_context.connection->handle(), _cancellation,
+                           [this](double part) { report(_statementShare * part); });
     if (!keepsNothing && !taker) {
         _context.connection->query(sql);
         return;

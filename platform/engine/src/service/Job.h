@@ -34,6 +34,8 @@ private:
     void runStatement(Statement& statement);
     /// Gives all outputs of the statement their final names, or none.
     void commit(Statement& statement);
+    /// The same for one output, whose progress it reports.
+    void commit(Output& output);
     /// The FROM item of a node. The tables that it names already exist.
     static std::string render(const Node& node);
     /// The SELECT of a node. The tables that it names already exist.
@@ -51,12 +53,17 @@ private:
     /// Prepares a new plan of the statements that have not run yet.
     void startOver(Planner& planner);
     void throwIfCancelled() const;
+    /// Reports the finished fraction of the running statement or stage.
+    void report(double part);
 
     JobContext& _context;
     Reporter& _reporter;
     Cancellation& _cancellation;
     std::size_t _statements = 1;
     std::size_t _done = 0;
+    double _begin = 0;          ///< the part of the next statement that its finished stages are
+    double _share = 1;          ///< the part of it that the running statement or stage is
+    double _statementShare = 1; ///< Output::statementShare of the running statement
 };
 
 } // namespace EmbeddedHV

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -53,6 +54,9 @@ struct JobContext
     /// The job is only planned, not run. So its types must be certain, not guessed.
     bool plansOnly = false;
     MessageSink message;
+    /// Receives the finished fraction, 0 to 1, of what a component does after its statement. The
+    /// job passes on a hundred calls at most, so a component may call it for every series.
+    std::function<void(double)> progress = [](double) {};
 
     std::vector<const Container*> containers;
     std::map<std::string, RowDataIterator*> iterators;

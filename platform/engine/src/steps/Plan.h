@@ -103,6 +103,9 @@ public:
     /// that returns them.
     virtual std::string statement(const std::string& select) = 0;
     virtual bool takesRecords() const { return false; }
+    /// The part of the whole work that the statement is, 0 to 1, for the progress of the job. The
+    /// rest is commit, which reports its progress to the job's context.
+    virtual double statementShare() const { return 1; }
     /// Takes the next records, in order. Throws JobError.
     virtual void take(duck::Chunk&) {}
     /// Makes the result visible under its name. Throws JobError.

@@ -7,6 +7,7 @@
 #include "JobError.h"
 #include "components/ComponentContainers.h"
 #include "components/ContainerArchive.h"
+#include "components/temporal/base/ProgressSink.h"
 #include "components/temporal/preparation/NamedLayout.h"
 #include "components/temporal/preparation/TsdpDocument.h"
 #include "steps/NewTable.h"
@@ -30,6 +31,7 @@ public:
     std::string statement(const std::string& select) override { return select; }
     bool takesRecords() const override { return true; }
     NodePtr records() override { return _records; }
+    double statementShare() const override { return 0.5; }
 
     void take(duck::Chunk& chunk) override
     {
@@ -45,9 +47,11 @@ public:
     void commit() override
     {
         NewTable table(_context, _component, _layout.fields);
-        for (std::size_t record = 0; record < _indexes.size(); ++record)
+        for (std::size_t record = 0; record < _indexes.size(); ++record) {
+            _context.progress(fractionOf(record, _indexes.size()));
             for (const NamedLayout::Combination& combination : _layout.combinations)
                 addRecord(table, record, combination);
+        }
         _values.clear();
         _records = table.finish();
     }

@@ -21,7 +21,7 @@ public:
     {
     }
 
-    Eigen::MatrixXd variances();
+    Eigen::MatrixXd variances(const ProgressSink& progress);
 
 private:
     bool isPredicted(Eigen::Index row, Eigen::Index point) const
@@ -32,8 +32,9 @@ private:
     Eigen::Index firstUncertain() const;
     Eigen::Index firstRegular() const;
     Eigen::MatrixXd innovationsAt(Eigen::Index point) const;
-    Eigen::MatrixXd varianceFrom(Eigen::Index point);
-    void carry(const Eigen::MatrixXd& innovations, Eigen::Index from, Eigen::MatrixXd& variance);
+    Eigen::MatrixXd varianceFrom(Eigen::Index point, const ProgressSink& progress);
+    void carry(const Eigen::MatrixXd& innovations, Eigen::Index from, Eigen::MatrixXd& variance,
+               const ProgressSink& progress);
     void addInnovations(Eigen::MatrixXd& variance) const;
 
     const SeriesPath& _path;
@@ -97,13 +98,14 @@ Eigen::MatrixXd ErrorPropagation::innovationsAt(Eigen::Index point) const
 
 /// Adds the squared errors that innovations at point `from` make at later points.
 void ErrorPropagation::carry(const Eigen::MatrixXd& innovations, Eigen::Index from,
-                             Eigen::MatrixXd& variance)
+                             Eigen::MatrixXd& variance, const ProgressSink& progress)
 {
     const Eigen::Index lags = _system.lags();
     _ring[static_cast<std::size_t>(from % lags)] = innovations;
     Eigen::Index faded = 0;
     for (Eigen::Index point = from + 1; point < _path.values.cols() && faded < lags; ++point) {
         _check();
+        progress(fractionOf(point - from, variance.cols()));
         Eigen::MatrixXd error = Eigen::MatrixXd::Zero(_system.size(), innovations.cols());
         for (Eigen::Index lag = 1; lag <= std::min(lags, point - from); ++lag)
             error.noalias() += _system.coefficients[static_cast<std::size_t>(lag - 1)] *
@@ -120,13 +122,16 @@ void ErrorPropagation::carry(const Eigen::MatrixXd& innovations, Eigen::Index fr
 }
 
 /// The variances that the innovations at a point make at later points.
-Eigen::MatrixXd ErrorPropagation::varianceFrom(Eigen::Index point)
+Eigen::MatrixXd ErrorPropagation::varianceFrom(Eigen::Index point, const ProgressSink& progress)
 {
     const Eigen::MatrixXd innovations = innovationsAt(point);
     Eigen::MatrixXd variance = Eigen::MatrixXd::Zero(_count, _path.values.cols() - point - 1);
-    for (Eigen::Index column = 0; column < innovations.cols(); column += kFactorsAtOnce)
-        carry(innovations.middleCols(column, std::min(kFactorsAtOnce, innovations.cols() - column)),
-              point, variance);
+    for (Eigen::Index column = 0; column < innovations.cols(); column += kFactorsAtOnce) {
+        const Eigen::Index end = std::min(column + kFactorsAtOnce, innovations.cols());
+        carry(innovations.middleCols(column, end - column), point, variance,
+              partOf(progress, fractionOf(column, innovations.cols()),
+                     fractionOf(end, innovations.cols())));
+    }
     return variance;
 }
 
@@ -140,17 +145,22 @@ void ErrorPropagation::addInnovations(Eigen::MatrixXd& variance) const
                 variance(row, point) = 0;
 }
 
-Eigen::MatrixXd ErrorPropagation::variances()
+Eigen::MatrixXd ErrorPropagation::variances(const ProgressSink& progress)
 {
     const Eigen::Index points = _path.values.cols();
     Eigen::MatrixXd variance = Eigen::MatrixXd::Zero(_count, points);
     if (_system.lags() > 0) {
         const Eigen::Index regular = std::max(firstRegular(), firstUncertain());
-        for (Eigen::Index point = firstUncertain(); point < regular; ++point)
-            variance.rightCols(points - point - 1) += varianceFrom(point);
+        const Eigen::Index first = firstUncertain();
+        const Eigen::Index pieces = regular - first + 1;
+        for (Eigen::Index point = first; point < regular; ++point)
+            variance.rightCols(points - point - 1) +=
+                varianceFrom(point, partOf(progress, fractionOf(point - first, pieces),
+                                           fractionOf(point - first + 1, pieces)));
         // From here on the innovations of each point act as those of the first one do, later.
         if (regular < points) {
-            Eigen::MatrixXd sums = varianceFrom(regular);
+            Eigen::MatrixXd sums =
+                varianceFrom(regular, partOf(progress, fractionOf(pieces - 1, pieces), 1));
             for (Eigen::Index i = 1; i < sums.cols(); ++i)
                 sums.col(i) += sums.col(i - 1);
             variance.rightCols(points - regular - 1) += sums;
@@ -163,9 +173,10 @@ Eigen::MatrixXd ErrorPropagation::variances()
 } // namespace
 
 Eigen::MatrixXd predictionErrorVariances(const SeriesPath& path, const SeriesSystem& system,
-                                         Eigen::Index count, const StopCheck& check)
+                                         Eigen::Index count, const StopCheck& check,
+                                         const ProgressSink& progress)
 {
-    return ErrorPropagation(path, system, count, check).variances();
+    return ErrorPropagation(path, system, count, check).variances(progress);
 }
 
 } // namespace EmbeddedHV

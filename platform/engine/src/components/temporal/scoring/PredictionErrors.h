@@ -2,6 +2,7 @@
 
 #include <Eigen/Core>
 
+#include "components/temporal/base/ProgressSink.h"
 #include "components/temporal/scoring/SeriesPath.h"
 #include "components/temporal/scoring/SeriesSystem.h"
 
@@ -12,6 +13,7 @@ namespace EmbeddedHV {
 /// later points, through every value that is itself a prediction; values that are known or set by a
 /// scenario have no error. Throws what `check` throws.
 Eigen::MatrixXd predictionErrorVariances(const SeriesPath& path, const SeriesSystem& system,
-                                         Eigen::Index count, const StopCheck& check);
+                                         Eigen::Index count, const StopCheck& check,
+                                         const ProgressSink& progress);
 
 } // namespace EmbeddedHV

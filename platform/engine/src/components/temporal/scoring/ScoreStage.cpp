@@ -10,6 +10,11 @@
 namespace EmbeddedHV {
 namespace {
 
+/// For the progress: the part of the step that reading is, and how far the rest is when the series
+/// are scored.
+constexpr double kReadingShare = 0.2;
+constexpr double kScored = 0.9;
+
 /// The fields of the input that the series asked for need.
 Fields neededFields(const Fields& input, const TcmModel& model, const ScoringRequest& request,
                     const std::string& component)
@@ -46,10 +51,12 @@ public:
     }
     bool takesRecords() const override { return true; }
     void take(duck::Chunk& chunk) override { _reader.take(chunk); }
+    double statementShare() const override { return kReadingShare; }
     void commit() override
     {
-        const Scores scores = score(_model, _reader.finish(), _settings.request, _component,
-                                    stopCheckOf(_context, _component));
+        const Scores scores =
+            score(_model, _reader.finish(), _settings.request, _component,
+                  stopCheckOf(_context, _component), partOf(_context.progress, 0, kScored));
         for (const FaultParts& remark : scores.remarks)
             _context.message(errors::kScoringRemark, remark);
         fill(scores);
@@ -86,6 +93,7 @@ void ScoreStage::fill(const Scores& scores)
             table.addReal(series.upper(point));
         }
         table.endRecord();
+        _context.progress(kScored + (1 - kScored) * fractionOf(point, points));
     }
     _records = table.finish();
 }

@@ -13,6 +13,10 @@
 namespace EmbeddedHV {
 namespace {
 
+/// For the progress: how far the work is after each part. The errors take longest.
+constexpr double kRefitted = 0.1;
+constexpr double kPredicted = 0.3;
+
 /// Series of which the records have no value at all are continued from the training data.
 std::vector<FaultParts> remarksOn(const TcmModel& model, const SeriesSystem& system,
                                   const SeriesPath& path, const SeriesTable& table,
@@ -76,7 +80,7 @@ Eigen::MatrixXd predictionsOf(const SeriesPath& path, const SeriesSystem& system
 } // namespace
 
 Scores score(const TcmModel& model, const SeriesTable& table, const ScoringRequest& request,
-             const std::string& component, const StopCheck& check)
+             const std::string& component, const StopCheck& check, const ProgressSink& progress)
 {
     std::vector<const SeriesEquation*> equations =
         ancestorEquations(model, request.series, request.by, component);
@@ -86,6 +90,7 @@ Scores score(const TcmModel& model, const SeriesTable& table, const ScoringReque
         for (std::size_t i = 0; i < equations.size(); ++i)
             equations[i] = &refitted[i];
     }
+    progress(kRefitted);
     const SeriesSystem system = systemOf(equations, check);
     SeriesPath path = pathOf(model, system, table, request.span, component, check);
     Scores scores{table.firstIndex,
@@ -99,7 +104,9 @@ Scores score(const TcmModel& model, const SeriesTable& table, const ScoringReque
     }
     const auto count = static_cast<Eigen::Index>(request.series.size());
     const Eigen::MatrixXd predicted = predictionsOf(path, system, count, request.fits, check);
-    const Eigen::MatrixXd variance = predictionErrorVariances(path, system, count, check);
+    progress(kPredicted);
+    const Eigen::MatrixXd variance =
+        predictionErrorVariances(path, system, count, check, partOf(progress, kPredicted, 1));
     const double quantile = twoSidedNormalBound(request.confidenceLevel);
     const Eigen::Index shown = path.values.cols() - path.firstRecord;
     for (Eigen::Index row = 0; row < count; ++row) {

@@ -7,6 +7,7 @@
 
 #include <Eigen/Core>
 
+#include "components/temporal/base/ProgressSink.h"
 #include "components/temporal/base/SeriesTable.h"
 #include "components/temporal/base/StopCheck.h"
 #include "components/temporal/model/TcmModel.h"
@@ -64,7 +65,9 @@ struct Scores
 /// and those that they are predicted from are read and computed. `component` begins every message.
 /// Throws JobError if the model or the data lack a series or a scenario does not fit, and what
 /// `check` throws. Any thread.
-Scores score(const TcmModel& model, const SeriesTable& table, const ScoringRequest& request,
-             const std::string& component, const StopCheck& check);
+Scores score(
+    const TcmModel& model, const SeriesTable& table, const ScoringRequest& request,
+    const std::string& component, const StopCheck& check,
+    const ProgressSink& progress = [](double) {});
 
 } // namespace EmbeddedHV

@@ -18,6 +18,10 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr std::uint64_t kMostPreparationBytes = std::uint64_t{512} << 20;
+/// Of the step, for its progress.
+constexpr double kReadingShare = 0.05;
+/// Of what follows the reading; the rest is the model file.
+constexpr double kTrainingShare = 0.9;
 
 std::string onlyPath(const StepCall& call, const std::vector<ComponentContainer>& containers,
                      const std::string& what)
@@ -83,6 +87,7 @@ public:
     std::string statement(const std::string& select) override { return select; }
     bool takesRecords() const override { return true; }
     void take(duck::Chunk& chunk) override { _reader.take(chunk); }
+    double statementShare() const override { return kReadingShare; }
 
     void commit() override
     {
@@ -96,7 +101,8 @@ public:
                             .record = 1,
                             .what = "the first point of time has the number " +
                                     std::to_string(table.firstIndex) + ", not 0"});
-        const TrainingHooks hooks{_context.message, stopCheckOf(_context, _component)};
+        const TrainingHooks hooks{_context.message, stopCheckOf(_context, _component),
+                                  partOf(_context.progress, 0, kTrainingShare)};
         const TcmModel model = trainModel(table, std::move(_series), _options, hooks, _component);
         _file.write(modelMembers(model, std::move(_preparation.document),
                                  modelStatistics(_preparation.fields)));

@@ -21,6 +21,9 @@ namespace {
 /// Targets whose products are computed together.
 constexpr std::size_t kTargetsAtOnce = 64;
 constexpr std::int64_t kMostExcludedMessages = 1000;
+/// For the progress: the choice of the lags ends, and the fit of the equations.
+constexpr double kLagsShare = 0.7;
+constexpr double kFitEnd = 0.9;
 constexpr Eigen::Index kLeastPoints = leastPoints(1);
 
 /// The training of one model.
@@ -50,13 +53,12 @@ public:
         _model.trainingPoints = _table.values.rows();
         _model.outlierLevel = _options.outlierLevel;
         _model.lags = _options.lags ? givenLags(windows.front()) : chosenLags(windows.front());
-        for (const TrainingWindow& window : windows)
-            fitWindow(window);
+        fitWindows(windows, partOf(_hooks.progress, _options.lags ? 0 : kLagsShare, kFitEnd));
         if (_fitted.empty())
             throw JobError(errors::kTooFewPoints,
                            {.step = _component, .what = "no series has an equation"});
         finishEquations();
-        addAutoregressions();
+        addAutoregressions(partOf(_hooks.progress, kFitEnd, 1));
         _model.lastValues = _table.values.bottomRows(_model.lags);
     }
 
@@ -117,9 +119,11 @@ private:
             return 1;
         LaggedProducts products(_scaled, window.members, window.range, most, _hooks.checkStop);
         std::vector<double> sums(static_cast<std::size_t>(most));
+        const ProgressSink progress = partOf(_hooks.progress, 0, kLagsShare);
         for (int lags = 1; lags <= most; ++lags)
             forEachTarget(window, products, lags, [&](std::size_t, const Selection& selection) {
                 sums[static_cast<std::size_t>(lags - 1)] += selection.criterion;
+                progress(fractionOf(static_cast<std::size_t>(lags - 1), sums.size()));
             });
         return 1 + static_cast<int>(std::min_element(sums.begin(), sums.end()) - sums.begin());
     }
@@ -164,7 +168,18 @@ private:
         }
     }
 
-    void fitWindow(const TrainingWindow& window)
+    void fitWindows(const std::vector<TrainingWindow>& windows, const ProgressSink& progress)
+    {
+        std::size_t targets = 0;
+        for (const TrainingWindow& window : windows)
+            targets += window.targets.size();
+        std::size_t fitted = 0;
+        for (const TrainingWindow& window : windows)
+            fitWindow(window, [&] { progress(fractionOf(++fitted, targets)); });
+    }
+
+    /// Calls `fitted` after each target.
+    void fitWindow(const TrainingWindow& window, const std::function<void()>& fitted)
     {
         if (_model.lags > mostLags(window.range.size())) {
             for (const std::size_t target : window.targets)
@@ -179,6 +194,7 @@ private:
         forEachTarget(window, products, _model.lags,
                       [&](std::size_t target, const Selection& selection) {
                           fitTarget(window, target, selection);
+                          fitted();
                       });
     }
 
@@ -273,10 +289,11 @@ private:
         }
     }
 
-    void addAutoregressions()
+    void addAutoregressions(const ProgressSink& progress)
     {
         for (std::size_t i = 0; i < _model.series.size(); ++i) {
             _hooks.checkStop();
+            progress(fractionOf(i, _model.series.size()));
             if (auto own = autoregressionFor(_table, _scaled, i, _model.lags, _options.criterion))
                 _model.autoregressions.push_back(std::move(*own));
         }

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "components/temporal/base/ProgressSink.h"
 #include "components/temporal/base/StopCheck.h"
 #include "steps/Settings.h"
 
@@ -44,6 +45,7 @@ struct TrainingHooks
 {
     MessageSink message;
     StopCheck checkStop; ///< called every few milliseconds
+    ProgressSink progress = [](double) {};
 };
 
 } // namespace EmbeddedHV
