@@ -83,7 +83,9 @@ TEST_F(ModelArchiveTest, AModelReadsBackAsItWas)
     write(members());
     const ModelArchive archive(_path, "tcm:score");
     const TcmModel read = archive.model();
-    EXPECT_EQ(modelDocument(read), modelDocument(_model));
+    const std::string document = modelDocument(_model);
+    EXPECT_EQ(modelDocument(read), document);
+    EXPECT_EQ(modelDocument(modelOfDocument(Json::parse(document).dump(1), "")), document);
     EXPECT_EQ(read.equations[0].intercept, 0.1 + 0.2);
     EXPECT_EQ(read.equations[0].terms[0].tStatistic, -std::numeric_limits<double>::infinity());
     EXPECT_EQ(read.equations[0].terms[0].coefficient, -5e-324);
@@ -172,6 +174,9 @@ TEST_F(ModelArchiveTest, DocumentsThatTheTrainingDoesNotWriteAreRefused)
         {"/equations/0/terms/0/p", "2", "/p is not a number from 0 to 1"},
         {"/equations/1/groups/1/series", "\"b\"", "/groups/1 is the second group of its series"},
         {"/equations/0/residuals/5", "\"x\"", "/residuals has an element that is not a finite"},
+        {"/equations/0/residuals/5", "01", "the document is not JSON"},
+        {"/equations/0/residuals/5", "1.e2", "the document is not JSON"},
+        {"/equations/0/residuals", "0", "/residuals is not a list"},
         {"/equations/0/fit/bic", "[]", "/fit/bic is not a finite number"},
         {"/equations/0/fit/observations", "-1", "/observations is not a whole number"},
         {"/autoregressions/0/series", "\"z\"", "/autoregressions/0/series is \"z\""},

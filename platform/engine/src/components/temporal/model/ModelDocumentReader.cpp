@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <set>
@@ -7,18 +8,25 @@
 #include "components/temporal/base/DocumentPlace.h"
 #include "components/temporal/model/FitMembers.h"
 #include "components/temporal/model/ModelDocument.h"
+#include "components/temporal/model/NumberLists.h"
 
 namespace EmbeddedHV {
 namespace {
 
 constexpr std::size_t kMostModelValues = 30'000'000;
+/// The key of most of the numbers.
+constexpr const char* kResiduals = "residuals";
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 /// Reads the parts of the document in an order in which each finds what it refers to.
 class ModelDocumentReader
 {
 public:
-    explicit ModelDocumentReader(DocumentPlace root) : _root(std::move(root)) {}
+    /// `root` is the document that `document` is the text of. Moves its lists.
+    ModelDocumentReader(DocumentPlace root, DocumentWithoutLists& document)
+        : _root(std::move(root)), _document(document)
+    {
+    }
 
     TcmModel read()
     {
@@ -108,11 +116,19 @@ private:
         readTerms(place.member("terms"), equation);
         equation.residualVariance = notNegative(place.member("residualVariance"));
         readFit(place.member("fit"), equation.fit);
-        const DocumentPlace residuals = place.member("residuals");
-        if (residuals.listSize() != static_cast<std::size_t>(_model.trainingPoints))
+        const DocumentPlace residuals = place.member(kResiduals);
+        equation.residuals = residualsAt(residuals);
+        if (equation.residuals.size() != static_cast<std::size_t>(_model.trainingPoints))
             residuals.refuse("has not one number for each point of time");
-        equation.residuals = residuals.realsOrMissing();
         return equation;
+    }
+
+    /// The document has the place of the list, or the list itself.
+    std::vector<double> residualsAt(const DocumentPlace& residuals) const
+    {
+        const bool isPlace = !_document.lists.empty() && residuals.value().is_number_unsigned();
+        return isPlace ? _document.take(residuals.value().get<std::size_t>())
+                       : residuals.realsOrMissing();
     }
 
     void readGroups(const DocumentPlace& list, SeriesEquation& equation) const
@@ -201,6 +217,7 @@ private:
     }
 
     DocumentPlace _root;
+    DocumentWithoutLists& _document;
     TcmModel _model;
     std::unordered_map<std::string, std::size_t> _places; ///< of the series, by id
 };
@@ -209,8 +226,10 @@ private:
 
 TcmModel modelOfDocument(const std::string& document, const DocumentSource& source)
 {
-    const Json root = parsedDocument(document, kMostModelValues, source, errors::kModelFile);
-    return ModelDocumentReader({root, source, errors::kModelFile}).read();
+    DocumentWithoutLists text = withoutLists(document, kResiduals);
+    const std::size_t most = kMostModelValues - std::min(kMostModelValues, text.values);
+    const Json root = parsedDocument(text.text, most, source, errors::kModelFile);
+    return ModelDocumentReader({root, source, errors::kModelFile}, text).read();
 }
 
 } // namespace EmbeddedHV
