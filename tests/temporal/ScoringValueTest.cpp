@@ -332,7 +332,7 @@ TEST(ScoringValueTest, ASeriesWithoutAnyValueGoesOnFromTheTraining)
     // The last values of x in the training are 2 and 6.
     expectValues(scores.series[0].predicted, {kNone, kNone, kNone, 30, 20, 15});
     ASSERT_EQ(scores.remarks.size(), 1U);
-    EXPECT_THAT(scores.remarks[0], HasSubstr("no value of the series \"x\"; it goes on from"));
+    EXPECT_THAT(scores.remarks[0].what, HasSubstr("no value of the series \"x\"; it goes on from"));
 }
 
 TEST(ScoringValueTest, OnlyAncestorsAreNeeded)
@@ -398,7 +398,7 @@ TEST(ScoringValueTest, AScenarioWithoutEffectIsReported)
     request.scenario = {set};
     const Scores scores = scored(twoSeries(), twoSeriesData(), request);
     ASSERT_EQ(scores.remarks.size(), 1U);
-    EXPECT_THAT(scores.remarks[0], HasSubstr("\"y\", on which no series asked for depends"));
+    EXPECT_THAT(scores.remarks[0].what, HasSubstr("\"y\", on which no series asked for depends"));
 }
 
 TEST(ScoringValueTest, ARefitFindsTheCoefficientsOfTheRecords)

@@ -63,10 +63,11 @@ Trained train(const Eigen::MatrixXd& values, const EmbeddedHV::TrainingOptions& 
         table.ids.push_back(id);
         series.push_back({id, {id}, false, false});
     }
-    const EmbeddedHV::TrainingHooks hooks{[&](const std::string& id, const std::string& text) {
-                                              trained.messages.push_back(id + " " + text);
-                                          },
-                                          [] {}};
+    const EmbeddedHV::TrainingHooks hooks{
+        [&](const std::string& id, const datafile::FaultParts& parts) {
+            trained.messages.push_back(id + " " + sentenceOf(parts));
+        },
+        [] {}};
     try {
         trained.model = EmbeddedHV::trainModel(table, series, options, hooks, "tcm:train");
     } catch (const EmbeddedHV::JobError& error) {

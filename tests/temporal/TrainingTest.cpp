@@ -299,7 +299,7 @@ TEST(Training, EndsWhereverItIsStopped)
     const auto stopAt = [&](int last) {
         calls = 0;
         trainModel(table, series, options,
-                   {[](const std::string&, const std::string&) {},
+                   {[](const std::string&, const datafile::FaultParts&) {},
                     [&, last] {
                         if (++calls == last)
                             throw std::runtime_error("stopped");
