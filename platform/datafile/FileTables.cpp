@@ -40,6 +40,10 @@ try {
     return {};
 }
 
+/// Each thread of the database that reads CSV holds 2048 records. With more columns, one thread
+/// reads, so that the memory does not grow with the number of processors.
+constexpr std::size_t kMostColumnsInParallel = 2000;
+
 std::string newLineOption(CsvLineEnd end)
 {
     switch (end) {
@@ -71,6 +75,8 @@ std::string csvTable(const std::string& path, bool hasHeader, const Fields& colu
     const CsvLines lines = linesOf(path);
     sql += hasHeader ? "true, skip = " + std::to_string(lines.blankLines) : "false, skip = 0";
     sql += newLineOption(lines.end);
+    if (columns.size() > kMostColumnsInParallel)
+        sql += ", parallel = false";
     if (!rejects.empty())
         sql += ", store_rejects = true, rejects_table = " + quotedLiteral(rejects) +
                ", rejects_scan = " + quotedLiteral(rejectScansOf(rejects));

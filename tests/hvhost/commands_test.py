@@ -40,6 +40,14 @@ class Convert(Case):
         self.assertEqual([row["date"] for row in rows], ["2012-01-08"])
         self.assertAlmostEqual(float(rows[0]["spread"]), 7.2)
 
+    def test_ten_thousand_columns(self):
+        """As many records as the database takes at once would need more memory than a usual file may take."""
+        text = "\n".join(",".join(str(i + row) if row >= 0 else f"v{i}" for i in range(10000))
+                         for row in (-1, 3, 4)) + "\n"
+        path = self.write("wide.csv", text)
+        for road in ((), ("--direct", "--user-missing", "exclude")):
+            self.assertEqual(self.run_hvhost("convert", path, "-", *road).stdout, text)
+
     def test_streams_and_pipes(self):
         text = "a,b\n1,x\n2,y\n"
         done = self.run_hvhost("convert", "-", "-", text=text)

@@ -39,7 +39,7 @@ CaseFileError errorTextOf(const std::string& path, const datafile::SealedFileErr
 }
 
 CaseFileError errorTextOf(const std::string& path, const std::string& what,
-                          const datafile::duck::QueryError& error)
+                          const datafile::duck::QueryError& error, std::size_t columns)
 {
     const std::string text = error.what();
     if (const auto fault = datafile::raisedFault(text))
@@ -53,8 +53,11 @@ CaseFileError errorTextOf(const std::string& path, const std::string& what,
             return {path, ": no space is left for the file"};
     if (text.find("Out of Memory Error") != std::string::npos)
         return {path,
-                ": " + what + ": a text in it needs more than the " + kHostMemoryLimit +
-                    " of memory that the host's database may take",
+                ": " + what + ": " +
+                    (columns > kWideDataset ? std::to_string(columns) + " columns need"
+                                            : std::string("a text in it needs")) +
+                    " more than the " + hostMemoryLimit() +
+                    " of memory (memory_limit) that the host's database may take",
                 CaseFileError::kOfHostMemory};
     if (text.find("No files found that match") != std::string::npos)
         return {path, ": the file is no longer there"};

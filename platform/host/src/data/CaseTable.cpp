@@ -25,7 +25,7 @@ void CaseTable::fail(const std::string& reason)
 }
 
 CaseTable::CaseTable(const std::vector<int>& widths, CaseTableText text)
-    : _connection(connectToHostDatabase()), _name(newName())
+    : _connection(connectToHostDatabase(widths.size())), _name(newName())
 {
     const char* textType = text == CaseTableText::Utf8 ? "VARCHAR" : "BLOB";
     std::string sql = "CREATE TABLE " + _name + " (";

@@ -1,6 +1,8 @@
 #include "data/HostDatabase.h"
 
+#include <algorithm>
 #include <exception>
+#include <mutex>
 #include <string>
 #include <system_error>
 
@@ -16,6 +18,23 @@
 namespace {
 
 namespace duck = datafile::duck;
+
+constexpr std::size_t kMegabyte = 1'000'000;
+constexpr std::size_t kLeastMegabytes = 512;
+constexpr std::size_t kMostMegabytes = 4096;
+/// The database reads 2048 records at a time. A value takes up to 16 bytes, twice: where it is
+/// parsed and in the result.
+constexpr std::size_t kBytesOfColumn = std::size_t{2048} * 16 * 2;
+
+std::size_t megabytesFor(std::size_t columns)
+{
+    return std::min(kLeastMegabytes + columns * kBytesOfColumn / kMegabyte, kMostMegabytes);
+}
+
+std::string limitText(std::size_t megabytes)
+{
+    return std::to_string(megabytes) + "MB";
+}
 
 std::string temporaryFolder()
 {
@@ -42,7 +61,7 @@ public:
           _database(duck::openInMemory(
               {{"temp_directory", _spills.path().empty() ? temporaryFolder() : _spills.path()},
                {"threads", std::to_string(CFAppHost::getInstance()->getMaxCompThreads())},
-               {"memory_limit", kHostMemoryLimit},
+               {"memory_limit", limitText(kLeastMegabytes)},
                // Files are rarely read again, and the system caches them.
                {"enable_external_file_cache", "false"}}))
     {
@@ -56,16 +75,33 @@ public:
         return std::make_unique<duck::Connection>(_database);
     }
 
+    void allow(std::size_t columns, duck::Connection& connection)
+    {
+        const std::size_t needed = columns > kWideDataset ? megabytesFor(columns) : 0;
+        const std::lock_guard lock(_limitGuard);
+        if (needed <= _megabytes)
+            return;
+        connection.query("SET memory_limit = '" + limitText(needed) + "'");
+        _megabytes = needed;
+    }
+    std::string memoryLimit()
+    {
+        const std::lock_guard lock(_limitGuard);
+        return limitText(_megabytes);
+    }
+
 private:
+    std::mutex _limitGuard;
+    std::size_t _megabytes = kLeastMegabytes;
     /// For temporary files of the database, which it must outlive. Not used if the temporary folder
     /// is private.
     datafile::PrivateFolder _spills;
     duckdb_database _database;
 };
 
-const HostDatabase& hostDatabase()
+HostDatabase& hostDatabase()
 {
-    static const HostDatabase database;
+    static HostDatabase database;
     return database;
 }
 
@@ -83,11 +119,23 @@ void PreloadCaseFiles()
 
 std::unique_ptr<duck::Connection> connectToHostDatabase()
 {
+    return connectToHostDatabase(0);
+}
+
+std::unique_ptr<duck::Connection> connectToHostDatabase(std::size_t columns)
+{
     try {
-        return hostDatabase().connect();
+        auto connection = hostDatabase().connect();
+        hostDatabase().allow(columns, *connection);
+        return connection;
     } catch (const duck::QueryError& error) {
         throw ErrorText(std::string("the host's database does not start: ") + error.what());
     } catch (const std::system_error& error) {
         throw ErrorText(std::string("the host has no folder for temporary files: ") + error.what());
     }
+}
+
+std::string hostMemoryLimit()
+{
+    return hostDatabase().memoryLimit();
 }

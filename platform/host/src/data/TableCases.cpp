@@ -63,7 +63,7 @@ VEXA_InputCaseIterator* TableCases::MakeProjectedIterator(const std::vector<int>
 TableCaseIterator::TableCaseIterator(std::shared_ptr<const Relation> relation,
                                      const std::vector<int>& columns,
                                      std::vector<CaseColumn> buffers, ErrorMonitor* monitor)
-    : _relation(std::move(relation)), _connection(connectToHostDatabase()),
+    : _relation(std::move(relation)), _connection(connectToHostDatabase(columns.size())),
       _buffers(std::move(buffers)), _values(_buffers.size()), _monitor(monitor)
 {
     for (const CaseColumn& buffer : _buffers)
@@ -72,7 +72,7 @@ TableCaseIterator::TableCaseIterator(std::shared_ptr<const Relation> relation,
         duck::Prepared statement(*_connection, selectOf(*_relation, columns));
         _result = std::make_unique<duck::Result>(statement.stream());
     } catch (const duck::QueryError& error) {
-        throw errorTextOf(_relation->name, "the cases cannot be read", error);
+        throw errorTextOf(_relation->name, "the cases cannot be read", error, columns.size());
     }
 }
 
@@ -86,8 +86,8 @@ bool TableCaseIterator::fetch()
     } catch (const duck::QueryError& error) {
         _result.reset();
         throw errorTextOf(_relation->name,
-                          "the cases cannot be read on after case " + std::to_string(_count),
-                          error);
+                          "the cases cannot be read on after case " + std::to_string(_count), error,
+                          _buffers.size());
     }
     _row = 0;
     _rows = _chunk ? _chunk.rows() : 0;
