@@ -175,6 +175,12 @@ CFField Dataset::served(int column, const CFField& known) const
 
 int Dataset::columnOf(const std::string& name, const std::string& origin) const
 {
+    // A command may name each of thousands of variables.
+    if (_columns.empty())
+        for (int column = 0; column < source().ColumnCount(); ++column)
+            _columns.emplace(nameOf(column), column);
+    if (const auto exact = _columns.find(name); exact != _columns.end())
+        return exact->second;
     return static_cast<int>(
         placeOfName(name, names(), {origin.empty() ? _readable.name() : origin}));
 }

@@ -3,6 +3,7 @@
 #include <future>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "ErrorMonitor.h"
@@ -76,7 +77,8 @@ private:
     std::unique_ptr<UserInputCaseFile> _file;
     int _weight = -1;
     std::vector<int> _split;
-    mutable std::vector<CFField::StorageType> _storages; ///< of all columns; filled by storageOf
+    mutable std::vector<CFField::StorageType> _storages;   ///< of all columns; filled by storageOf
+    mutable std::unordered_map<std::string, int> _columns; ///< by exact name; filled by columnOf
     ProcedureDataSource _unweighted;
     std::unique_ptr<HVRawDataIterator> _cases;
 };

@@ -60,6 +60,18 @@ Schema schemaOf(const Fields& fields)
     return schema;
 }
 
+FieldIndex::FieldIndex(const Fields& fields)
+{
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        _places.emplace(fields[i].GetName(), i);
+}
+
+std::optional<std::size_t> FieldIndex::place(const std::string& name) const
+{
+    const auto found = _places.find(name);
+    return found == _places.end() ? std::nullopt : std::optional(found->second);
+}
+
 const CFField* findField(const Fields& fields, const std::string& name)
 {
     const auto found = std::find_if(fields.begin(), fields.end(),

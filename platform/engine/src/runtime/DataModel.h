@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "DataFileNames.h"
@@ -20,7 +22,23 @@ std::vector<CFField::StorageType> storagesOf(const Fields& fields);
 
 /// The schema of the fields, for expressions.
 Schema schemaOf(const Fields& fields);
-/// The field with this name, or null. Case-sensitive.
+/// The places of fields by their names, for many look-ups in a long list. Case-sensitive.
+class FieldIndex
+{
+public:
+    FieldIndex() = default;
+    explicit FieldIndex(const Fields& fields);
+
+    /// Adds the name of the next field. Returns false if the name is known already.
+    bool add(const std::string& name) { return _places.emplace(name, _places.size()).second; }
+    /// The place of the field, from 0; empty if no field has this name.
+    std::optional<std::size_t> place(const std::string& name) const;
+
+private:
+    std::unordered_map<std::string, std::size_t> _places;
+};
+
+/// The field with this name, or null. Case-sensitive. Compares one field after the other.
 const CFField* findField(const Fields& fields, const std::string& name);
 /// The field with this name, or null. Ignores case, as the database does for columns.
 const CFField* findFieldAnyCase(const Fields& fields, const std::string& name);

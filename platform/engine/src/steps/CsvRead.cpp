@@ -87,18 +87,20 @@ Fields CsvPlan::modelledFields()
         return fieldsByPlace();
     const std::vector<std::string>& names = _known->names();
     const Fields& model = *_settings.dataModel;
+    const FieldIndex known(model);
     const bool allKnown = std::all_of(names.begin(), names.end(), [&](const std::string& name) {
-        return findField(model, name) != nullptr;
+        return known.place(name).has_value();
     });
     if (!allKnown)
         readProfile(UINT64_MAX);
     Fields fields;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        const CFField* known = findField(model, names[i]);
-        fields.push_back(known ? *known : plainField(names[i], _known->storageOf(i)));
+        const auto place = known.place(names[i]);
+        fields.push_back(place ? model[*place] : plainField(names[i], _known->storageOf(i)));
     }
+    const FieldIndex read(fields);
     for (const CFField& field : model)
-        if (!findField(fields, field.GetName()))
+        if (!read.place(field.GetName()))
             refuse("the data model has a field \"" + field.GetName() + "\", which the file lacks" +
                    base::suggestion(field.GetName(), {names.begin(), names.end()}));
     return fields;

@@ -53,7 +53,12 @@ Fields StepCall::takeFields()
 
 const CFField& StepCall::inputField(const std::string& field, const std::string& setting) const
 {
-    return fieldOf(input()->fields, field, {.step = name, .setting = setting});
+    // A step may name each of thousands of fields.
+    if (!inputIndex)
+        inputIndex.emplace(input()->fields);
+    const auto place = inputIndex->place(field);
+    return place ? input()->fields[*place]
+                 : fieldOf(input()->fields, field, {.step = name, .setting = setting});
 }
 
 } // namespace EmbeddedHV

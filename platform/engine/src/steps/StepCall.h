@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,7 @@ struct StepCall
     Json exported = nullptr; ///< the container that the step writes; null if the text has none
     Json inputContainers = nullptr;  ///< of a component; null if the text has none
     Json outputContainers = nullptr; ///< of a component; null if the text has none
+    mutable std::optional<FieldIndex> inputIndex = {}; ///< of inputField
 
     const NodePtr& input() const { return inputs.front().node; }
     /// The fields of the input. They are moved out of the input if no other step can use them, so

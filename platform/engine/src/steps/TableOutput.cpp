@@ -37,8 +37,11 @@ void TableOutput::checkFields(const Fields& known) const
                        {.step = "write",
                         .what = "the records cannot be appended to " + target() + ": " + problem});
     };
+    const FieldIndex ours(_fields);
+    const FieldIndex theirs(known);
     for (const CFField& field : known) {
-        const CFField* offered = findField(_fields, field.GetName());
+        const auto place = ours.place(field.GetName());
+        const CFField* offered = place ? &_fields[*place] : nullptr;
         if (!offered)
             refuse("they lack the field \"" + field.GetName() + "\"");
         if (offered->GetStorage() != field.GetStorage())
@@ -46,7 +49,7 @@ void TableOutput::checkFields(const Fields& known) const
                    ", not " + typeWordOf(field.GetStorage()));
     }
     for (const CFField& field : _fields)
-        if (!findField(known, field.GetName()))
+        if (!theirs.place(field.GetName()))
             refuse("it has no field \"" + field.GetName() + "\"");
 }
 

@@ -86,9 +86,10 @@ std::optional<Fields> fieldList(const StepCall& call, const Settings& settings,
         return std::nullopt;
     const Json& names = settings.neededList(key);
     Fields fields;
+    FieldIndex known;
     for (std::size_t i = 0; i < names.size(); ++i) {
         const CFField& field = call.inputField(settings.textAt(names, key, i));
-        if (!findField(fields, field.GetName()))
+        if (known.add(field.GetName()))
             fields.push_back(field);
     }
     return fields;
