@@ -1,8 +1,9 @@
 // Three million rows of ten fields described: the host opens the file and serves its cases, and the
 // engine finds statistics and distinct values. Against what the database has for that, its summary
-// of the same file and the distinct counts of the same fields. Each run is a process of its own:
-// bench_describe DIR measures, bench_describe DIR WHO is one run.
+// of the same file and the distinct counts of the same fields. The same of a file of 2,000 fields.
+// Each run is a process of its own: bench_describe DIR measures, bench_describe DIR WHO is one run.
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -25,68 +26,98 @@ namespace {
 
 constexpr int kMostDistinctValues = 100;
 
-const std::vector<std::string>& fields()
+constexpr int kWideFields = 2000;
+
+/// A file and its fields.
+struct Described
 {
-    static const std::vector<std::string> names = {"day", "grp", "code",  "a",     "b",
-                                                   "c",   "n",   "level", "score", "rate"};
-    return names;
+    std::string path;
+    std::vector<std::string> fields;
+};
+
+Described longFile(const std::string& directory)
+{
+    return {directory + "/described.hvbf",
+            {"day", "grp", "code", "a", "b", "c", "n", "level", "score", "rate"}};
 }
 
-/// Everything follows from the number of the row. The file is the engine's own, as the host has
-/// them, and one that the database reads as well.
-int makeFile(const std::string& directory)
+Described wideFile(const std::string& directory)
+{
+    Described wide{directory + "/wide.hvbf", {}};
+    for (int i = 0; i < kWideFields; ++i)
+        wide.fields.push_back("v" + std::to_string(i));
+    return wide;
+}
+
+/// Everything follows from the number of the row.
+std::string longRecords()
+{
+    return "SELECT DATE '2000-01-01' + CAST(i % 9000 AS INTEGER) AS day,"
+           " 'group ' || (i % 97) AS grp, 'code ' || (i % 1013) AS code,"
+           " (i * 7919 % 100003) / 16 AS a, (i * 104729 % 99991) / 8 AS b,"
+           " CASE WHEN i % 13 = 0 THEN NULL ELSE (i * 1299709 % 1000003) / 1024 END AS c,"
+           " i % 1000 AS n, i % 7 AS level, (i * 31 % 101) / 4 AS score, sin(i) AS rate"
+           " FROM range(3000000) t(i)";
+}
+
+std::string wideRecords()
+{
+    std::string columns;
+    for (int i = 0; i < kWideFields; ++i) {
+        const std::string value = "(i * 7919 % " + std::to_string(i + 101) + ")";
+        columns += (i == 0 ? "SELECT " : ", ") +
+                   (i % 50 == 0 ? "'code ' || " + value + " % 20" : value + " / 8") + " AS v" +
+                   std::to_string(i);
+    }
+    return columns + " FROM range(2000) t(i)";
+}
+
+/// The file is the engine's own, as the host has them, and one that the database reads as well.
+void makeFile(const std::string& directory, const std::string& select, const std::string& path)
 {
     const std::string plain = directory + "/plain.parquet";
-    bench::DuckDb(1).run(
-        "COPY (SELECT DATE '2000-01-01' + CAST(i % 9000 AS INTEGER) AS day,"
-        " 'group ' || (i % 97) AS grp, 'code ' || (i % 1013) AS code,"
-        " (i * 7919 % 100003) / 16 AS a, (i * 104729 % 99991) / 8 AS b,"
-        " CASE WHEN i % 13 = 0 THEN NULL ELSE (i * 1299709 % 1000003) / 1024 END AS c,"
-        " i % 1000 AS n, i % 7 AS level, (i * 31 % 101) / 4 AS score, sin(i) AS rate"
-        " FROM range(3000000) t(i)) TO '" +
-        plain + "' (FORMAT parquet)");
+    bench::DuckDb(1).run("COPY (" + select + ") TO '" + plain + "' (FORMAT parquet)");
     HVRunner runner;
     JNIHvlProgram program;
     HVLRead read(&program);
     read.ReadHVBF(bench::engineUrl(plain));
     HVLWrite write(&program);
     write.AddPredFunction(&read);
-    write.WriteHVBF(bench::engineUrl(directory + "/described.hvbf"));
+    write.WriteHVBF(bench::engineUrl(path));
     std::string job;
     write.GenerateHVL();
     program.getHvlText(job);
     bench::runJob(runner, job);
-    return 0;
 }
 
 /// From opening the file on; the engine's start is in the time, that of the Java virtual machine is
 /// not.
-double describeByHost(const std::string& path)
+double describeByHost(const Described& described)
 {
     HVRunner runner;
     const bench::Stopwatch watch;
     UserCaseFileSpec spec;
-    spec.Init(FormalizeFilePath(path, false), true, false);
+    spec.Init(FormalizeFilePath(described.path, false), true, false);
     const UserInputCaseFile file(spec, nullptr);
-    HVRawDataIterator cases(*file.DataSource(), fields(), {}, false, kWeightNone, false, true,
-                            nullptr);
+    HVRawDataIterator cases(*file.DataSource(), described.fields, {}, false, kWeightNone, false,
+                            true, nullptr);
     cases.SetName("cases");
     HVDescriptive descriptive(runner, &cases);
     CFMetaData model;
-    if (!descriptive.BuildMetaData(&fields(), model, kMostDistinctValues, false) ||
-        model.FieldCount() != fields().size()) {
+    if (!descriptive.BuildMetaData(&described.fields, model, kMostDistinctValues, false) ||
+        model.FieldCount() != described.fields.size()) {
         std::fprintf(stderr, "bench: the file is not described\n");
         std::exit(1);
     }
     return watch.milliseconds();
 }
 
-double describeByDatabase(const std::string& path)
+double describeByDatabase(const Described& described)
 {
-    const std::string source = "read_parquet('" + path + "')";
+    const std::string source = "read_parquet('" + described.path + "')";
     const int threads = bench::engineThreads();
     std::string counts;
-    for (const std::string& field : fields())
+    for (const std::string& field : described.fields)
         counts += (counts.empty() ? "SELECT count(DISTINCT " : ", count(DISTINCT ") + field + ")";
     const bench::Stopwatch watch;
     bench::DuckDb database(threads);
@@ -97,10 +128,15 @@ double describeByDatabase(const std::string& path)
 
 int runOnce(const std::string& directory, const std::string& who)
 {
-    if (who == "prepare")
-        return makeFile(directory);
-    const std::string path = directory + "/described.hvbf";
-    std::printf("%f\n", who == "ours" ? describeByHost(path) : describeByDatabase(path));
+    if (who == "prepare") {
+        makeFile(directory, longRecords(), longFile(directory).path);
+        makeFile(directory, wideRecords(), wideFile(directory).path);
+        return 0;
+    }
+    const bool isWide = who.starts_with("wide ");
+    const Described described = isWide ? wideFile(directory) : longFile(directory);
+    std::printf("%f\n",
+                who.ends_with("ours") ? describeByHost(described) : describeByDatabase(described));
     return 0;
 }
 
@@ -114,5 +150,9 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: bench_describe DIR\n");
         return 2;
     }
-    return bench::compareInChildren("bench_describe", argv[1], "describe 3 million rows", 1.3);
+    const int rows =
+        bench::compareInChildren("bench_describe", argv[1], "describe 3 million rows", 1.3);
+    const int fields = bench::compareSides("bench_describe", argv[1], "wide ours", "wide baseline",
+                                           "describe 2,000 fields", 1.5);
+    return std::max(rows, fields);
 }

@@ -3,7 +3,7 @@ import pathlib
 import statistics
 import sys
 
-sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "tests" / "page"))
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "tests" / "report"))
 from browser import Browser  # noqa: E402
 
 LIMIT = 3

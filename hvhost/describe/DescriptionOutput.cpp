@@ -1,6 +1,9 @@
 #include "hvhost/describe/DescriptionOutput.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <functional>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -18,52 +21,110 @@ using Json = nlohmann::ordered_json;
 
 constexpr const char* kName = "descriptives";
 
-/// Makes the order for a group's result document, in the host's language.
+/// Makes the orders for a group's result document, in the host's language.
 class OrderMaker
 {
 public:
-    explicit OrderMaker(const std::string& results) : _document(Json::parse(results))
+    explicit OrderMaker(const std::string& results) : _document(Json::parse(results)) {}
+
+    /// The order for all tables of the whole document.
+    RenderOrder tables(const std::vector<std::string>& facts) const
     {
-        _order.result = kName;
+        RenderOrder order = emptyOrder();
+        addTable(order, "statistics", "Descriptive Statistics");
+        for (const std::string& fact : facts)
+            if (!order.objects.empty())
+                order.objects.front().order.addTextToCaption(fact);
+        addTable(order, "intervals", "Time Intervals");
+        const Parts frequencies = partsOf("frequencies");
+        for (const Part& part : frequencies)
+            addPart(order, "frequencies", part, OutputOrder::Pivot, "Frequencies");
+        return order;
     }
 
-    RenderOrder make(const std::vector<std::string>& facts)
+    /// Passes the charts to `render`, as result documents with their orders. The library adds the
+    /// data model of a document to each of its charts, so each document has only some of the
+    /// fields. With all, the output would grow with the square of the number of fields.
+    void makeCharts(const std::function<void(const std::string&, const RenderOrder&)>& render) const
     {
-        if (OutputOrder* const statistics = add({"statistics", "table"}, OutputOrder::Pivot))
-            title(*statistics, "Descriptive Statistics");
-        for (const std::string& fact : facts)
-            if (!_order.objects.empty())
-                _order.objects.front().order.addTextToCaption(fact);
-        if (OutputOrder* const intervals = add({"intervals", "table"}, OutputOrder::Pivot))
-            title(*intervals, "Time Intervals");
-        addFields("frequencies", OutputOrder::Pivot, "Frequencies");
-        addFields("bars", OutputOrder::Chart, "Bar Charts");
-        addFields("histograms", OutputOrder::Chart, "Histograms");
-        return std::move(_order);
+        for (const auto& [name, heading] : kCharts) {
+            const Parts charts = partsOf(name);
+            for (std::size_t from = 0; from < charts.size(); from += kFieldsOfDocument) {
+                RenderOrder order = emptyOrder();
+                Json document = emptyModel();
+                for (std::size_t i = from; i < std::min(from + kFieldsOfDocument, charts.size());
+                     ++i) {
+                    addPart(order, name, charts[i], OutputOrder::Chart, heading);
+                    document["dataModel"]["fields"].push_back(*charts[i].field);
+                    document[kName][name][charts[i].key] = *charts[i].value;
+                }
+                render(document.dump(), order);
+            }
+        }
     }
 
 private:
-    /// Null if the location is empty.
-    OutputOrder* add(const std::vector<std::string>& location, OutputOrder::Type type)
+    static constexpr std::pair<const char*, const char*> kCharts[] = {{"bars", "Bar Charts"},
+                                                                      {"histograms", "Histograms"}};
+    static constexpr std::size_t kFieldsOfDocument = 50;
+
+    /// A table or chart of one field.
+    struct Part
     {
+        std::string key; ///< "f" and the number of the field, from 1
+        const Json* field;
+        const Json* value;
+    };
+    using Parts = std::vector<Part>;
+
+    static RenderOrder emptyOrder()
+    {
+        RenderOrder order;
+        order.result = kName;
+        return order;
+    }
+    /// The data model without its fields.
+    Json emptyModel() const
+    {
+        Json document;
+        for (const auto& [key, value] : _document.at("dataModel").items())
+            document["dataModel"][key] = key == "fields" ? Json::array() : value;
+        return document;
+    }
+
+    /// The parts of this name, in the order of the fields. One walk: to look each key up would
+    /// search the whole object.
+    Parts partsOf(const std::string& name) const
+    {
+        Parts parts;
+        const Json& result = _document.at(kName);
+        const auto found = result.find(name);
+        if (found == result.end())
+            return parts;
+        const Json& fields = _document.at("dataModel").at("fields");
+        for (const auto& [key, value] : found->items())
+            parts.push_back({key, &fields.at(std::stoul(key.substr(1)) - 1), &value});
+        return parts;
+    }
+
+    void addTable(RenderOrder& order, const char* name, const std::string& title) const
+    {
+        const std::vector<std::string> location = {name, "table"};
         if (find(_document.at(kName), location) == nullptr)
-            return nullptr;
-        OutputOrder& order = _order.objects.emplace_back().order;
-        return &order.setType(type).addLocation(location);
+            return;
+        OutputOrder& table = order.objects.emplace_back().order;
+        table.setType(OutputOrder::Pivot).addLocation(location);
+        table.setOutlineTitle(title, true).setOMSSubType(title);
     }
-    static void title(OutputOrder& order, const std::string& key)
+    /// Adds a part of a field, under a heading.
+    void addPart(RenderOrder& order, const char* name, const Part& part, OutputOrder::Type type,
+                 const char* heading) const
     {
-        order.setOutlineTitle(key, true).setOMSSubType(key);
-    }
-    /// Adds one part of each field that has it, under a heading.
-    void addFields(const char* part, OutputOrder::Type type, const char* heading)
-    {
-        std::size_t number = 0;
-        for (const Json& field : _document.at("dataModel").at("fields"))
-            if (OutputOrder* const order = add({part, "f" + std::to_string(++number)}, type))
-                order->setHeading(_strings.LookUp(heading))
-                    .setOutlineTitle(titleOf(field), false)
-                    .setOMSSubType(heading);
+        OutputOrder& added = order.objects.emplace_back().order;
+        added.setType(type).addLocation({name, part.key});
+        added.setHeading(_strings.LookUp(heading))
+            .setOutlineTitle(titleOf(*part.field), false)
+            .setOMSSubType(heading);
     }
     static std::string titleOf(const Json& field)
     {
@@ -72,7 +133,6 @@ private:
     }
 
     Json _document;
-    RenderOrder _order;
     FacSTDictionary _strings;
 };
 
@@ -131,8 +191,13 @@ void DescriptionOutput::add(const GroupDescription& group, const std::string& re
 {
     const InterruptWatch::Abandonable work(_session.watch());
     TnProcedure procedure(nameOf(group), &data);
+    const OrderMaker maker(results);
     Rendering(_session, procedure, _description.file, results)
-        .render(OrderMaker(results).make(factsOf(_description, group)));
+        .render(maker.tables(factsOf(_description, group)));
+    maker.makeCharts([&](const std::string& document, const RenderOrder& order) {
+        _session.watch().check();
+        Rendering(_session, procedure, _description.file, document).render(order);
+    });
     if (group.key.empty())
         _heading->items = procedure.node()->items;
     else

@@ -263,17 +263,6 @@ TEST_F(Descriptives, GivesTheSameBitsOnEachRun)
     }
 }
 
-TEST_F(Descriptives, TellsDistinctValuesUpToTheLimit)
-{
-    const std::pair<const char*, const char*> cases[] = {
-        {"3", "3|5|7"}, {"2", ""}, {"0", ""}, {"-1", "3|5|7"}};
-    for (const auto& [limit, expected] : cases) {
-        succeeded(
-            describe("x\n7\n3\n5\n3\n", R"({"maxNOfDistinctValues": )" + std::string(limit) + "}"));
-        EXPECT_EQ(valuesOf("x"), expected) << limit;
-    }
-}
-
 TEST_F(Descriptives, HonoursItsSwitches)
 {
     succeeded(describe("x,t\n1,a\n2,\"a  \"\n",

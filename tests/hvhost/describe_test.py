@@ -127,6 +127,22 @@ class Describe(Case):
         field = self.fields(self.write("large.csv", "v\n1e18\n1e19\n"))["v"]
         self.assertEqual((field["minimum"], field["maximum"], field["mean"]), (1e18, 1e19, 5.5e18))
 
+    def test_many_variables_are_described_as_each_alone(self):
+        """Also those beside the ends of the parts in which many are described."""
+        rows = [",".join("" if (i + row) % 11 == 0 else "abc"[row % 3] if i % 50 == 0 else
+                         f"{row * 7919 % (i + 130) / 8}" for i in range(220)) for row in range(150)]
+        path = self.write("wide.csv", ",".join(f"v{i}" for i in range(220)) + "\n" + "\n".join(rows) + "\n")
+        for weight in ((), ("--weight", "v7")):
+            whole = self.fields(path, *weight)
+            self.assertEqual(len(whole), 220 - len(weight) // 2)
+            for name in ("v0", "v50", "v99", "v100", "v101", "v199", "v200", "v219"):
+                self.assertEqual(self.fields(path, name, *weight)[name], whole[name])
+        page = self.folder / "wide.html"
+        self.run_hvhost("describe", path, "-o", page)
+        text = page.read_text(encoding="utf-8")
+        for anchor, count in (('<figure class="chart"', 220), ('"v219"', 1)):
+            self.assertGreaterEqual(text.count(anchor), count)
+
     def test_weight(self):
         """Each case counts as often as its weight says; those without a positive weight are left out."""
         cases = [(4.5, 2), (1.0, 1), (7.25, 0.5), (3.0, 3), (9.0, 0), (8.0, -1), (6.0, None)]

@@ -23,6 +23,9 @@ public:
     /// and the exceptions of `take`.
     void stream(const std::string& sql, const std::function<void(duck::Chunk&)>& take) const;
 
+    /// Reports the part of the component's work that is done, from 0 to 1.
+    void progress(double part) const { _context.progress(part); }
+
 private:
     void throwIfStopped() const;
 

@@ -8,6 +8,7 @@
 #include "datafile/SqlQuoting.h"
 #include "runtime/CompensatedSums.h"
 #include "runtime/ExactSums.h"
+#include "runtime/FiniteReals.h"
 #include "runtime/SampleSpread.h"
 
 namespace EmbeddedHV {
@@ -59,6 +60,7 @@ void Database::registerFunctions()
     _rowSources.registerFunction(*connection);
     _textFunctions.registerFunction(*connection);
     _overflows.registerFunction(*connection);
+    registerFiniteReals(*connection);
     registerCompensatedSums(*connection);
     registerExactSum(*connection);
     registerSampleSpread(*connection);

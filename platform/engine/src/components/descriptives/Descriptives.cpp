@@ -61,10 +61,13 @@ public:
     std::string target() const override { return "the result of " + _component; }
     std::string statement(const std::string& select) override { return _table.creation(select); }
 
+    // A rough value. The statistics of each field take longer than the collection of the records.
+    double statementShare() const override { return 0.2; }
+
     void commit() override
     {
         const ComponentQueries queries(_context, _component);
-        _summary = summarize(queries, _table, _settings);
+        _summary = summarize(queries, _table, _settings, _context.newTable("hv_part_"));
         for (const Fields& point : _settings.points)
             addInterval(detectInterval(queries, _table, point));
         // Drop the table before the files are written: it may be as large as the data.

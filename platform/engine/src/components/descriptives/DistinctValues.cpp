@@ -59,7 +59,8 @@ void takeValues(duck::Result& rows, bool withDistribution, FieldSummary& summary
 } // namespace
 
 void fillDistinctValues(const ComponentQueries& queries, const InputTable& table,
-                        const DescriptivesSettings& settings, FieldSummary& summary)
+                        const DescriptivesSettings& settings, std::int64_t records,
+                        FieldSummary& summary)
 {
     // Values from a document or file may not be those in the data.
     summary.field.SetValues({});
@@ -67,7 +68,11 @@ void fillDistinctValues(const ComponentQueries& queries, const InputTable& table
     // A field has at most as many values as records. Without a limit, values are counted only once.
     if (most && *most >= summary.valid)
         most.reset();
-    if (most && (*most == 0 || hasTooMany(queries, table, table.column(summary.field), *most)))
+    if (most && *most == 0)
+        return;
+    // To try first would read a small table twice.
+    if (most && records > kRecordsTried &&
+        hasTooMany(queries, table, table.column(summary.field), *most))
         return;
     duck::Result rows = countValues(queries, table, summary, most);
     if (most && static_cast<std::int64_t>(rows.rows()) > *most)

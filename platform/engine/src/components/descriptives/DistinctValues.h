@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "components/ComponentQueries.h"
 #include "components/descriptives/FieldSummary.h"
 #include "components/descriptives/InputTable.h"
@@ -8,9 +10,10 @@ namespace EmbeddedHV {
 
 /// Sets the distinct values of the field, in ascending order and with the labels that it has for
 /// them. Sets none if there are more than the settings allow. Text fields also get their
-/// distribution. Dates and times are on the scale of data models: days and seconds since
-/// 1970-01-01, seconds since midnight. Throws JobError.
+/// distribution. `records` is the number of records in the table. Dates and times are on the scale
+/// of data models: days and seconds since 1970-01-01, seconds since midnight. Throws JobError.
 void fillDistinctValues(const ComponentQueries& queries, const InputTable& table,
-                        const DescriptivesSettings& settings, FieldSummary& summary);
+                        const DescriptivesSettings& settings, std::int64_t records,
+                        FieldSummary& summary);
 
 } // namespace EmbeddedHV

@@ -26,13 +26,35 @@ struct FieldRange
     bool isWhole = false;
 };
 
-FieldRange rangeOf(const ComponentQueries& queries, const InputTable& table, const CFField& field)
+bool hasRange(const FieldSummary& field)
 {
-    const std::string x = onChartScale(table, field);
-    duck::Result row =
-        queries.run("SELECT min(x), max(x), CAST(bool_and(x = floor(x)) AS BIGINT) FROM (SELECT " +
-                    x + " AS x FROM " + table.name() + ")");
-    return {row.real(0, 0), row.real(1, 0), row.integer(2, 0) == 1};
+    return field.valid > 0 && !isText(field.field);
+}
+
+/// The ranges of all fields that have one, in their order, from one pass.
+std::vector<FieldRange> rangesOf(const ComponentQueries& queries, const InputTable& table,
+                                 const DataSummary& summary)
+{
+    std::string columns;
+    std::size_t count = 0;
+    for (const FieldSummary& field : summary.fields) {
+        if (!hasRange(field))
+            continue;
+        ++count;
+        const std::string x = onChartScale(table, field.field);
+        columns.append(columns.empty() ? "SELECT min(" : ", min(").append(x);
+        columns.append("), max(").append(x);
+        columns.append("), CAST(bool_and(").append(x);
+        columns.append(" = floor(").append(x).append(")) AS BIGINT)");
+    }
+    std::vector<FieldRange> ranges;
+    if (count == 0)
+        return ranges;
+    duck::Result row = queries.run(columns + " FROM " + table.name());
+    for (std::size_t i = 0; i < count; ++i)
+        ranges.push_back(
+            {row.real(3 * i, 0), row.real(3 * i + 1, 0), row.integer(3 * i + 2, 0) == 1});
+    return ranges;
 }
 
 BinScale scaleOf(const CFField& field, const FieldRange& range)
@@ -89,10 +111,12 @@ Histogram countBins(const ComponentQueries& queries, const InputTable& table, co
 
 void fillHistograms(const ComponentQueries& queries, const InputTable& table, DataSummary& summary)
 {
+    const std::vector<FieldRange> ranges = rangesOf(queries, table, summary);
+    auto next = ranges.begin();
     for (FieldSummary& field : summary.fields) {
-        if (field.valid == 0 || isText(field.field))
+        if (!hasRange(field))
             continue;
-        const FieldRange range = rangeOf(queries, table, field.field);
+        const FieldRange& range = *next++;
         field.least = range.minimum;
         field.greatest = range.maximum;
         if (!range.minimum || !range.maximum || isCategorical(field.field) ||

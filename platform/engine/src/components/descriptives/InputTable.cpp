@@ -1,37 +1,57 @@
 #include "components/descriptives/InputTable.h"
 
-#include <algorithm>
-
 #include "components/descriptives/FieldSummary.h"
 #include "datafile/SqlQuoting.h"
+#include "runtime/FiniteReals.h"
 #include "steps/UserMissing.h"
 
 namespace EmbeddedHV {
 
 InputTable::InputTable(const std::string& name, const DescriptivesSettings& settings)
-    : _quotedName(quotedIdentifier(name)), _weight(settings.weight),
+    : _quotedName(quotedIdentifier(name)), _columns(columnsOf(settings)), _weight(settings.weight),
       _trimsBlanks(settings.trimsBlanks), _forResults(settings.wants(ContainerKind::Results)),
       _forMissing(settings.tellsMissing())
 {
+}
+
+std::shared_ptr<const InputTable::Columns>
+InputTable::columnsOf(const DescriptivesSettings& settings)
+{
+    auto columns = std::make_shared<Columns>();
+    const auto add = [&](const CFField& field) {
+        if (columns->index.add(field.GetName()))
+            columns->fields.push_back(field);
+    };
     for (const CFField& field : settings.fields)
         add(field);
     for (const Fields& point : settings.points)
         for (const CFField& field : point)
             add(field);
+    return columns;
 }
 
-void InputTable::add(const CFField& field)
+InputTable InputTable::part(const std::string& name) const
 {
-    if (!findField(_fields, field.GetName()))
-        _fields.push_back(field);
+    InputTable part = *this;
+    part._quotedName = quotedIdentifier(name);
+    return part;
+}
+
+std::string InputTable::partCreation(const InputTable& part, const Fields& fields) const
+{
+    std::string columns;
+    for (const CFField& field : fields) {
+        columns += column(field) + ", ";
+        if (const auto missing = missingColumn(field))
+            columns += *missing + ", ";
+    }
+    return "CREATE OR REPLACE TEMP TABLE " + part.name() + " AS SELECT " + columns + kWeight +
+           " FROM " + name();
 }
 
 std::size_t InputTable::place(const CFField& field) const
 {
-    const auto found = std::find_if(_fields.begin(), _fields.end(), [&](const CFField& known) {
-        return known.GetName() == field.GetName();
-    });
-    return static_cast<std::size_t>(found - _fields.begin());
+    return _columns->index.place(field.GetName()).value_or(_columns->fields.size());
 }
 
 bool InputTable::tellsMissing(const CFField& field) const
@@ -51,7 +71,7 @@ std::optional<std::string> InputTable::missingColumn(const CFField& field) const
 
 std::string InputTable::rawName(const CFField& field) const
 {
-    return quotedIdentifier(unusedName(_fields, "hv_raw_" + std::to_string(place(field))));
+    return quotedIdentifier(unusedName(_columns->fields, "hv_raw_" + std::to_string(place(field))));
 }
 
 std::string InputTable::source(const CFField& field) const
@@ -59,7 +79,7 @@ std::string InputTable::source(const CFField& field) const
     std::string name = quotedIdentifier(field.GetName());
     if (field.GetStorage() == CFField::Real)
         // One infinite value would make every sum and mean of the field infinite or not-a-number.
-        return "CASE WHEN isfinite(" + name + ") THEN " + name + " END";
+        return finiteReal(name);
     if (_trimsBlanks && field.GetStorage() == CFField::String)
         return "rtrim(" + name + ", ' ')";
     return name;
@@ -70,7 +90,7 @@ std::string InputTable::creation(const std::string& select) const
     std::vector<std::string> sources;
     std::string columns;
     std::string raw;
-    for (const CFField& field : _fields) {
+    for (const CFField& field : _columns->fields) {
         const std::string name = quotedIdentifier(field.GetName());
         sources.push_back(source(field));
         columns += name + " AS " + column(field) + ", ";
@@ -82,9 +102,9 @@ std::string InputTable::creation(const std::string& select) const
     }
     const std::string weight =
         _weight ? "CAST(" + quotedIdentifier(*_weight) + " AS DOUBLE)" : "CAST(1 AS UTINYINT)";
-    const std::string weightName = quotedIdentifier(unusedName(_fields, "hv_weight"));
+    const std::string weightName = quotedIdentifier(unusedName(_columns->fields, "hv_weight"));
     const std::string counts = "isfinite(" + weightName + ") AND " + weightName + " > 0";
-    const std::string list = selectList(_fields, sources);
+    const std::string list = selectList(_columns->fields, sources);
     return "CREATE TEMP TABLE " + _quotedName + " AS SELECT " + columns +
            (keepsLeftOut() ? "CASE WHEN " + counts + " THEN " + weightName + " END" : weightName) +
            " AS " + kWeight + " FROM (SELECT " + raw + list + (list.empty() ? "" : ", ") + weight +

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "components/descriptives/DescriptivesSettings.h"
+#include "runtime/DataModel.h"
 
 namespace EmbeddedHV {
 
@@ -18,6 +21,11 @@ public:
 
     /// The SQL that creates the table from the records of a SELECT.
     std::string creation(const std::string& select) const;
+    /// A table with the columns of only these fields, in which the columns have the same names. The
+    /// cost of a statement grows with the number of columns in its table.
+    InputTable part(const std::string& name) const;
+    /// The SQL that creates `part` from this table, for these fields. Replaces an older table.
+    std::string partCreation(const InputTable& part, const Fields& fields) const;
     /// The quoted name, for FROM.
     const std::string& name() const { return _quotedName; }
     /// The column of a field of the settings.
@@ -34,14 +42,20 @@ public:
     static constexpr const char* kWeight = "w";
 
 private:
-    void add(const CFField& field);
+    /// Shared by the parts of a table.
+    struct Columns
+    {
+        Fields fields;
+        FieldIndex index;
+    };
+    static std::shared_ptr<const Columns> columnsOf(const DescriptivesSettings& settings);
     std::size_t place(const CFField& field) const;
     bool tellsMissing(const CFField& field) const;
     std::string source(const CFField& field) const;
     std::string rawName(const CFField& field) const;
 
     std::string _quotedName;
-    Fields _fields;
+    std::shared_ptr<const Columns> _columns;
     std::optional<std::string> _weight;
     bool _trimsBlanks;
     bool _forResults;

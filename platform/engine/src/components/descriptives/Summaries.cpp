@@ -1,5 +1,8 @@
 #include "components/descriptives/Summaries.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "components/descriptives/DistinctValues.h"
 #include "components/descriptives/Histogram.h"
 #include "components/descriptives/MomentPass.h"
@@ -148,17 +151,15 @@ void fillDetails(const ComponentQueries& queries, const InputTable& table,
                 fillMissingValues(queries, table, field);
 }
 
-} // namespace
+/// The fields of a part. With more, the statements on each field would spend most of their time on
+/// the other columns of the table, and those on all fields in the database's planner.
+constexpr std::size_t kMostFields = 100;
 
-DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
-                      const DescriptivesSettings& settings)
+/// Fills in the statistics of the summary's fields, which are columns of the table. `before` fields
+/// have their statistics already.
+void fillStatistics(const ComponentQueries& queries, const InputTable& table,
+                    const DescriptivesSettings& settings, std::size_t before, DataSummary& summary)
 {
-    DataSummary summary;
-    summary.weightField = settings.weight;
-    for (const CFField& field : settings.fields)
-        summary.fields.emplace_back(field);
-    if (table.keepsLeftOut())
-        summary.leftOut = dropLeftOut(queries, table);
     CountPass(table, settings.summaries).run(queries, summary);
     sumUp(queries, table, settings.summaries, summary);
     if (!table.isWeighted())
@@ -166,9 +167,42 @@ DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
     for (FieldSummary& field : summary.fields) {
         if (table.isWeighted() && field.numeric.mean)
             takeWeightedQuartiles(queries, table, field);
-        fillDistinctValues(queries, table, settings, field);
+        fillDistinctValues(queries, table, settings, summary.records, field);
+        queries.progress(static_cast<double>(++before) /
+                         static_cast<double>(settings.fields.size()));
     }
     fillDetails(queries, table, settings, summary);
+}
+
+} // namespace
+
+DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
+                      const DescriptivesSettings& settings, const std::string& partName)
+{
+    DataSummary summary;
+    summary.weightField = settings.weight;
+    if (table.keepsLeftOut())
+        summary.leftOut = dropLeftOut(queries, table);
+    const Fields& fields = settings.fields;
+    const InputTable part = fields.size() > kMostFields ? table.part(partName) : table;
+    std::size_t next = 0;
+    // Without fields, too, the records are counted.
+    do {
+        const std::size_t end = std::min(next + kMostFields, fields.size());
+        const Fields some(fields.begin() + static_cast<std::ptrdiff_t>(next),
+                          fields.begin() + static_cast<std::ptrdiff_t>(end));
+        if (part.name() != table.name())
+            queries.run(table.partCreation(part, some));
+        DataSummary described;
+        for (const CFField& field : some)
+            described.fields.emplace_back(field);
+        fillStatistics(queries, part, settings, next, described);
+        summary.records = described.records;
+        summary.weight = described.weight;
+        std::move(described.fields.begin(), described.fields.end(),
+                  std::back_inserter(summary.fields));
+        next = end;
+    } while (next < fields.size());
     return summary;
 }
 

@@ -1,13 +1,17 @@
 #pragma once
 
+#include <string>
+
 #include "components/ComponentQueries.h"
 #include "components/descriptives/FieldSummary.h"
 #include "components/descriptives/InputTable.h"
 
 namespace EmbeddedHV {
 
-/// Computes the statistics that the settings request for the fields of a table. Throws JobError.
+/// Computes the statistics that the settings request for the fields of a table. A table of many
+/// fields is described in parts: `partName` is the name of a temporary table that this function may
+/// create. Throws JobError.
 DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
-                      const DescriptivesSettings& settings);
+                      const DescriptivesSettings& settings, const std::string& partName);
 
 } // namespace EmbeddedHV

@@ -4,6 +4,7 @@
 
 #include "datafile/SqlQuoting.h"
 #include "runtime/ExactSums.h"
+#include "runtime/FiniteReals.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -11,9 +12,7 @@ namespace {
 std::string finiteOrMissing(const CFField& field)
 {
     const std::string name = quotedIdentifier(field.GetName());
-    return field.GetStorage() == CFField::Real
-               ? "CASE WHEN isfinite(" + name + ") THEN " + name + " END"
-               : name;
+    return field.GetStorage() == CFField::Real ? finiteReal(name) : name;
 }
 
 std::string wholeOrMissing(const CFField& field)
