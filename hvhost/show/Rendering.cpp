@@ -34,14 +34,29 @@ Rendering::Rendering(HostSession& session, TnProcedure& procedure, const std::st
 {
 }
 
-Rendering::~Rendering() = default;
+Rendering::~Rendering()
+{
+    if (!_parsed)
+        return;
+    _parsed.reset();
+    _session.runner().cleanJRef();
+}
+
+jsonToTarn& Rendering::parsed()
+{
+    if (!_parsed) {
+        _parsed = std::make_unique<jsonToTarn>(&_procedure, &_procedure.DataSource(), _strings,
+                                               _document);
+        note("read");
+    }
+    return *_parsed;
+}
 
 void Rendering::render(const RenderOrder& order)
 {
     const InterruptWatch::Abandonable work(_session.watch());
     try {
         generate(order);
-        _session.runner().cleanJRef();
     } catch (const JNIException& error) {
         throw CommandFault(ExitStatus::JobFailed, _name + ": " + error.message(), {},
                            error.trace());
@@ -50,8 +65,8 @@ void Rendering::render(const RenderOrder& order)
 
 void Rendering::generate(const RenderOrder& order)
 {
-    jsonToTarn output(&_procedure, &_procedure.DataSource(), _strings, _document);
-    note("read");
+    jsonToTarn& output = parsed();
+    output.removeObjects();
     for (const RenderOrder::Object& object : order.objects)
         output.addObjectToOutput(object.order);
     output.setGeoJSONMap(order.geoJson);

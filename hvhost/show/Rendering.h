@@ -11,7 +11,8 @@ class HostSession;
 class TnProcedure;
 class jsonToTarn;
 
-/// Converts a result document to output of a procedure. Borrows all arguments.
+/// Converts a result document to output of a procedure. Parses the document once, for all orders.
+/// Borrows all arguments.
 class Rendering
 {
 public:
@@ -28,6 +29,7 @@ public:
     void render(const RenderOrder& order);
 
 private:
+    jsonToTarn& parsed();
     void generate(const RenderOrder& order);
     void refuseFailures(const RenderOrder& order, const jsonToTarn& output) const;
     void note(const std::string& comment);
@@ -37,5 +39,6 @@ private:
     const std::string& _name;
     const std::string& _document;
     FacSTDictionary _strings;
-    std::unique_ptr<HVDebug> _times; ///< only if they are shown
+    std::unique_ptr<jsonToTarn> _parsed; ///< null before the first order
+    std::unique_ptr<HVDebug> _times;     ///< only if they are shown
 };

@@ -117,6 +117,11 @@ void jsonToTarn::addObjectToOutput(const std::string& title, const std::string& 
     addObjectToOutput(OutputOrder(title, segmentsOf(location), type, outlineTitle, OMSSubType));
 }
 
+void jsonToTarn::removeObjects()
+{
+    _impl->outputs.clear();
+}
+
 void jsonToTarn::showNotifications(bool show)
 {
     _impl->showsNotifications = show;

@@ -45,6 +45,8 @@ public:
     void addObjectToOutput(const std::string& title, const std::string& location,
                            const std::string& outlineTitle, const std::string& OMSSubType,
                            OutputOrder::Type type);
+    /// Removes all orders, so that one document can be shown in several parts.
+    void removeObjects();
     /// Whether the messages of a result are shown before its output; true by default.
     void showNotifications(bool show);
     /// Sets the GeoJSON texts of maps, by name.
