@@ -47,6 +47,7 @@ def opened(kind, **settings):
     if settings.get("scripting", True):
         page.evaluate(FUNCTIONS)
         if kind in ("sample", "hostile"):
+            page.evaluate("dispatchEvent(new Event('beforeprint'))")
             page.wait_until("document.documentElement.classList.contains('drawn')")
     return page
 
@@ -112,11 +113,19 @@ class Tables(unittest.TestCase):
         page = opened("sample")
         table = "named('Weather by')"
         column = f"{table}.querySelector('[data-column=\"0\"]')"
+        # To move rows inside the page costs a layout for each.
+        page.evaluate("""window.inPage = 0;
+            const append = DocumentFragment.prototype.append;
+            DocumentFragment.prototype.append = function (...nodes) {
+              inPage += nodes.filter((node) => node.isConnected).length;
+              return append.apply(this, nodes);
+            }; 0""")
         states, orders = [], []
         for _ in range(4):
             orders.append(page.evaluate("body('Weather by').map((row) => row.slice(0, -4))"))
             states.append(page.evaluate(f"{column}.getAttribute('aria-sort')"))
             page.evaluate(f"{column}.querySelector('button').click()")
+        self.assertEqual(page.evaluate("inPage"), 0)
         self.assertEqual(states, ["none", "ascending", "descending", "none"])
         self.assertEqual(orders[0], orders[3])
         firsts = [[row[-1] for row in order[:6]] for order in orders]
@@ -165,6 +174,14 @@ class Charts(unittest.TestCase):
                          "Kinds of Weather Days of each kind of weather, by year.")
         self.assertEqual(page.evaluate(f"{figure}.querySelector('details').open"), False)
         self.assertEqual(page.evaluate(f"{figure}.querySelectorAll('details tbody tr').length"), 8)
+
+    def test_a_chart_is_drawn_when_it_comes_into_sight(self):
+        page = browser.open(file_of("sample"), height=50)
+        last = "[...document.querySelectorAll('figure.chart')].at(-1)"
+        page.evaluate("new Promise((done) => setTimeout(done, 500))")
+        self.assertFalse(page.evaluate(f"Boolean({last}.querySelector('svg'))"))
+        page.evaluate(f"{last}.scrollIntoView()")
+        page.wait_until(f"{last}.querySelector('svg > title')")
 
     def test_what_cannot_be_drawn_becomes_a_note_and_data(self):
         page = opened("hostile")

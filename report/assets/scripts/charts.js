@@ -1,6 +1,7 @@
 "use strict";
 
-/** Draws the charts. Where that fails, the data stay open below a note that says why. */
+/** Draws each chart when it comes near the window, and before printing all others. If that fails,
+    the data are open below a note with the reason. */
 {
   /** Nothing is fetched, and links lead nowhere but to other pages of the web. */
   const loaderWith = (errors) => {
@@ -90,18 +91,20 @@
     if (errors.length > 0)
       throw new Error(errors[0]);
     describe(figure);
-    figure.querySelector(":scope > details").open = false;
   };
 
   const missing = "The library that draws charts is missing from the installation.";
 
+  const parts = (figure) => ["drawing", "details"].map((name) =>
+    figure.querySelector(`:scope > :is(.${name}, ${name})`));
+
   const drawOrTell = async (figure) => {
-    const place = figure.querySelector(":scope > .drawing");
-    place.hidden = false;
+    const [place, data] = parts(figure);
     try {
       if (typeof chartLibrary === "undefined")
         throw new Error(page.word(missing));
       await draw(figure, place);
+      data.open = false;
     } catch (error) {
       const why = page.element("bdi", { textContent: String(error.message ?? error) });
       const note = page.element("p", { className: "message level2" },
@@ -109,13 +112,53 @@
         " ", why);
       note.setAttribute("role", "note");
       place.replaceWith(note);
+      data.open = true;
+    }
+    place.classList.remove("waiting");
+    figure.classList.add("drawn");
+  };
+
+  const waiting = new Set([...document.querySelectorAll("figure.chart > .specification")].map(
+    (specification) => specification.parentElement));
+  let undrawn = waiting.size;
+
+  const endOne = () => {
+    if (--undrawn <= 0)
+      document.documentElement.classList.add("drawn");
+  };
+
+  const drawOnce = (figure) => {
+    if (waiting.delete(figure))
+      drawOrTell(figure).then(endOne);
+  };
+
+  /** Until it is drawn, a chart is printed as its data. */
+  const drawAll = () => {
+    for (const figure of [...waiting]) {
+      parts(figure)[1].open = true;
+      drawOnce(figure);
     }
   };
 
-  const drawAll = async () => {
-    for (const specification of document.querySelectorAll("figure.chart > .specification"))
-      await drawOrTell(specification.parentElement);
-    document.documentElement.classList.add("drawn");
-  };
-  drawAll();
+  for (const figure of waiting) {
+    const [place, data] = parts(figure);
+    place.hidden = false;
+    place.classList.add("waiting");
+    data.open = false;
+  }
+  window.addEventListener("beforeprint", drawAll);
+  window.matchMedia("print").addEventListener("change", drawAll);
+  if (window.IntersectionObserver) {
+    const observer = new IntersectionObserver((entries) => {
+      entries.filter((entry) => entry.isIntersecting).forEach(({ target }) => {
+        observer.unobserve(target);
+        drawOnce(target);
+      });
+    }, { rootMargin: "400px" });
+    waiting.forEach((figure) => observer.observe(figure));
+  } else {
+    drawAll();
+  }
+  if (waiting.size === 0)
+    endOne();
 }

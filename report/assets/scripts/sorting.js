@@ -44,8 +44,11 @@
     return keyed.sort((left, right) => compare(left.key, right.key, sign)).map(({ row }) => row);
   };
 
-  /** Rows of a group keep their common labels in front of whichever comes first. */
+  /** Rows of a group keep their common labels in front of whichever comes first. The body is
+      outside of the page meanwhile: inside, each row that moves would be laid out. */
   const arrange = (body, groups, column, columns, sign) => {
+    const { parentNode: table, nextSibling: next } = body;
+    body.remove();
     const rows = document.createDocumentFragment();
     for (const group of groups) {
       group.labels.forEach((label) => label.remove());
@@ -56,6 +59,7 @@
       order.forEach((row) => rows.append(row));
     }
     body.append(rows);
+    table.insertBefore(body, next);
   };
 
   const nextOrder = { none: "ascending", ascending: "descending", descending: "none" };
