@@ -104,6 +104,7 @@ public:
     ~Chunk() { duckdb_destroy_data_chunk(&_chunk); }
 
     explicit operator bool() const { return _chunk != nullptr; }
+    duckdb_data_chunk handle() const { return _chunk; }
     std::size_t rows() const { return duckdb_data_chunk_get_size(_chunk); }
     duckdb_vector column(std::size_t index) const
     {

@@ -10,6 +10,7 @@
 #include "engine/TestRows.h"
 #include "runtime/Database.h"
 #include "runtime/ExactSums.h"
+#include "runtime/KeyedCells.h"
 #include "temporal/DocumentChecks.h"
 
 using namespace EmbeddedHV;
@@ -221,6 +222,9 @@ TEST_F(Preparation, TellsWhatItLeavesOut)
               "tsdp:tsdp: the series \"s\", \"a\" is left out: it has no value\n");
     EXPECT_EQ(document()["output"]["leftOut"].size(), 2U);
     expectValidDocument();
+    // The preparation is the first half of the only statement.
+    const auto isInside = [](float part) { return part > 0.3F && part < 0.5F; };
+    EXPECT_GE(std::count_if(listener.progress.begin(), listener.progress.end(), isInside), 2);
 }
 
 constexpr const char* kTraining =
@@ -297,6 +301,24 @@ TEST_F(Preparation, GivesTheSameGroupedByTheDatabaseOrNot)
               prepare(csv, settings("mean", "sum", "mode")));
 }
 
+/// The sums of table t by g, in seven groups.
+std::map<std::int64_t, long double> keyedSums(duck::Connection& connection)
+{
+    std::map<std::int64_t, long double> sums;
+    duck::Prepared statement(connection, "SELECT hv_keyed_sum(DATE '1970-01-01' + "
+                                         "CAST(g AS INTEGER), x) FROM t GROUP BY g % 7");
+    duck::Result rows = statement.stream();
+    while (const duck::Chunk chunk = duck::nextChunk(rows)) {
+        auto* const bytes = static_cast<duckdb_string_t*>(duckdb_vector_get_data(chunk.column(0)));
+        for (std::size_t row = 0; row < chunk.rows(); ++row)
+            for (KeyedCellReader cell(
+                     {duckdb_string_t_data(&bytes[row]), duckdb_string_t_length(bytes[row])});
+                 cell.next();)
+                sums[cell.key()] = cell.sum().rounded();
+    }
+    return sums;
+}
+
 std::map<std::int64_t, long double> exactSums(int threads, const std::string& order)
 {
     Database database;
@@ -317,6 +339,7 @@ std::map<std::int64_t, long double> exactSums(int threads, const std::string& or
             sums[groups[row]] = reader.at(row).rounded();
         }
     }
+    EXPECT_EQ(keyedSums(*connection), sums);
     return sums;
 }
 
@@ -327,6 +350,23 @@ TEST(ExactSums, DependOnNoOrderAndNoThreads)
     EXPECT_EQ(exactSums(2, "i"), sums);
     EXPECT_EQ(exactSums(1, "hash(i)"), sums);
     EXPECT_EQ(exactSums(2, "hash(i)"), sums);
+}
+
+TEST(KeyedCells, TakeNoMoreMemoryThanAllowed)
+{
+    duckdb_database database = duck::openInMemory();
+    {
+        duck::Connection connection(database);
+        registerKeyedCells(connection, 1000);
+        const auto sums = [&](int times) {
+            connection.query("SELECT hv_keyed_sum(TIMESTAMP '2024-01-01' + to_seconds(i % " +
+                             std::to_string(times) + "), i) FROM range(5000) r(i)");
+        };
+        EXPECT_NO_THROW(sums(200));
+        EXPECT_THROW(sums(2000), duck::QueryError);
+        EXPECT_NO_THROW(sums(200)) << "the room is free again";
+    }
+    duckdb_close(&database);
 }
 
 TEST_F(Preparation, TakesRowsOfAHost)

@@ -9,6 +9,7 @@
 #include "runtime/CompensatedSums.h"
 #include "runtime/ExactSums.h"
 #include "runtime/FiniteReals.h"
+#include "runtime/KeyedCells.h"
 #include "runtime/SampleSpread.h"
 
 namespace EmbeddedHV {
@@ -63,6 +64,7 @@ void Database::registerFunctions()
     registerFiniteReals(*connection);
     registerCompensatedSums(*connection);
     registerExactSum(*connection);
+    registerKeyedCells(*connection);
     registerSampleSpread(*connection);
 }
 

@@ -71,6 +71,9 @@ struct JobContext
     /// Destinations of planned statements that have not run yet: canonical paths, and names of data
     /// sources.
     std::set<std::string> unwritten;
+    /// A preparation of series must not keep the groups of its records in memory: they are too
+    /// many.
+    bool keepsNoGroups = false;
     /// Canonical paths of all files that the job has written or will write.
     std::set<std::string> announced;
     /// The files that the job has written, by name without folder.

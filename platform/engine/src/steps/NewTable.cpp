@@ -1,10 +1,13 @@
 #include "steps/NewTable.h"
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/ColumnTypes.h"
+#include "datafile/DuckFunctions.h"
 #include "datafile/SqlQuoting.h"
 #include "runtime/QueryFaults.h"
 
@@ -19,6 +22,47 @@ std::string definitionOf(const Fields& fields)
                    sqlTypeOf(field.GetStorage());
     return columns;
 }
+
+/// A chunk of numbered records, a column a series.
+class NumberedChunk
+{
+public:
+    explicit NumberedChunk(const std::vector<std::vector<double>>& columns) : _columns(columns)
+    {
+        const duck::LogicalType integer(DUCKDB_TYPE_BIGINT);
+        const duck::LogicalType real(DUCKDB_TYPE_DOUBLE);
+        std::vector<duckdb_logical_type> types(columns.size() + 1, real.get());
+        types.front() = integer.get();
+        _chunk = duck::Chunk(duckdb_create_data_chunk(types.data(), types.size()));
+    }
+
+    /// Calls `check` for each column.
+    template <class Check>
+    void fill(std::size_t first, std::size_t count, const Check& check)
+    {
+        duckdb_data_chunk_reset(_chunk.handle());
+        auto* const numbers = static_cast<std::int64_t*>(duckdb_vector_get_data(_chunk.column(0)));
+        std::iota(numbers, numbers + count, static_cast<std::int64_t>(first));
+        for (std::size_t column = 0; column < _columns.size(); ++column) {
+            check();
+            fillColumn(_chunk.column(column + 1), _columns[column].data() + first, count);
+        }
+        duckdb_data_chunk_set_size(_chunk.handle(), count);
+    }
+    duckdb_data_chunk handle() const { return _chunk.handle(); }
+
+private:
+    static void fillColumn(duckdb_vector vector, const double* values, std::size_t count)
+    {
+        std::copy_n(values, count, static_cast<double*>(duckdb_vector_get_data(vector)));
+        for (std::size_t row = 0; row < count; ++row)
+            if (std::isnan(values[row]))
+                duck::setMissing(vector, row);
+    }
+
+    const std::vector<std::vector<double>>& _columns;
+    duck::Chunk _chunk;
+};
 
 } // namespace
 
@@ -90,11 +134,30 @@ void NewTable::addTimestamp(std::int64_t microseconds)
     check(duckdb_append_timestamp(_appender, {microseconds}));
 }
 
-void NewTable::endRecord()
+void NewTable::throwIfStopped() const
 {
     if (_context.stopping())
         throw JobError(errors::kQueryFailed, {.step = _step, .what = "the job was stopped"});
+}
+
+void NewTable::endRecord()
+{
+    throwIfStopped();
     check(duckdb_appender_end_row(_appender));
+}
+
+void NewTable::addNumbered(const std::vector<std::vector<double>>& columns,
+                           const std::function<void(double)>& progress)
+{
+    const std::size_t records = columns.empty() ? 0 : columns.front().size();
+    const std::size_t most = duckdb_vector_size();
+    NumberedChunk chunk(columns);
+    for (std::size_t first = 0; first < records; first += most) {
+        const std::size_t count = std::min(most, records - first);
+        chunk.fill(first, count, [this] { throwIfStopped(); });
+        check(duckdb_append_data_chunk(_appender, chunk.handle()));
+        progress(static_cast<double>(first + count) / static_cast<double>(records));
+    }
 }
 
 NodePtr NewTable::finish()

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include <duckdb.h>
 
@@ -34,12 +36,19 @@ public:
     /// Adds a timestamp, in microseconds since 1970-01-01.
     void addTimestamp(std::int64_t microseconds);
     void endRecord();
+    /// Adds a record for each value of the columns, which have the same size. The first field is an
+    /// integer and gets the number of the record from 0; the others get the columns' values, and
+    /// not-a-number is a missing value. Not in the middle of a record. `progress` receives the
+    /// finished fraction.
+    void addNumbered(const std::vector<std::vector<double>>& columns,
+                     const std::function<void(double)>& progress);
 
     /// Returns the records as a relation. No more records can be added.
     NodePtr finish();
 
 private:
     void check(duckdb_state state) const;
+    void throwIfStopped() const;
 
     JobContext& _context;
     std::string _step;

@@ -5,6 +5,7 @@
 #include "datafile/SqlQuoting.h"
 #include "runtime/ExactSums.h"
 #include "runtime/FiniteReals.h"
+#include "runtime/KeyedCells.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -40,6 +41,14 @@ std::string aggregated(Aggregation aggregation, const std::string& column)
     }
 }
 
+std::string aggregatedByTime(Aggregation aggregation, const std::string& column)
+{
+    const char* const function = aggregation == Aggregation::Minimum   ? kKeyedMinimum
+                                 : aggregation == Aggregation::Maximum ? kKeyedMaximum
+                                                                       : kKeyedSum;
+    return std::string(function) + "(" + PreparationTable::timeColumn(0) + ", " + column + ")";
+}
+
 bool isGroupable(Aggregation aggregation)
 {
     return aggregation == Aggregation::Sum || aggregation == Aggregation::Mean ||
@@ -56,9 +65,13 @@ bool isGroupable(const TsdpSettings& settings)
 
 } // namespace
 
-PreparationTable::PreparationTable(std::string name, const TsdpSettings& settings)
+PreparationTable::PreparationTable(std::string name, const TsdpSettings& settings,
+                                   bool mayKeepGroups)
     : _quotedName(quotedIdentifier(name)), _dimensionCount(settings.dimensions.size()),
-      _isGrouped(isGroupable(settings))
+      _isGrouped(isGroupable(settings)),
+      _keepsGroups(mayKeepGroups && _isGrouped && settings.source == TimeSource::Field &&
+                   !settings.dimensions.empty()),
+      _groups(settings)
 {
     for (std::size_t i = 0; i < settings.timeFields.size(); ++i) {
         const CFField& field = settings.timeFields[i];
@@ -76,8 +89,9 @@ PreparationTable::PreparationTable(std::string name, const TsdpSettings& setting
     for (std::size_t i = 0; i < settings.metrics.size(); ++i) {
         appendColumn(_otherValues, "CAST(" + finiteOrMissing(settings.metrics[i]) +
                                        " AS DOUBLE) AS " + metricColumn(i));
-        appendColumn(_aggregates, aggregated(settings.aggregations[i], metricColumn(i)) + " AS " +
-                                      metricColumn(i));
+        const auto aggregatedColumn = _keepsGroups ? aggregatedByTime : aggregated;
+        appendColumn(_aggregates, aggregatedColumn(settings.aggregations[i], metricColumn(i)) +
+                                      " AS " + metricColumn(i));
     }
 }
 
@@ -87,6 +101,9 @@ std::string PreparationTable::creation(const std::string& select, bool canReadAg
     _hasNumbers = !_isGrouped || !canReadAgain;
     const std::string columns = (_timeValues.empty() ? "" : _timeValues + ", ") + _otherValues;
     const std::string table = "CREATE TEMP TABLE " + _quotedName + " AS SELECT ";
+    if (_keepsGroups)
+        return "SELECT " + _dimensions + ", count(*), " + _aggregates + " FROM (SELECT " + columns +
+               " FROM (" + select + ")) GROUP BY " + _dimensions;
     if (!_isGrouped)
         return table + columns + " FROM (" + select + ")";
     const std::string keys = _times + (_dimensions.empty() ? "" : ", ") + _dimensions;
@@ -110,8 +127,8 @@ std::string PreparationTable::times() const
 
 std::string PreparationTable::firstRecords() const
 {
-    return "SELECT CAST(min(n) AS BIGINT) FROM " + numbered(_timeValues) + " GROUP BY " + _times +
-           " ORDER BY " + _times;
+    return "SELECT " + _times + ", CAST(min(n) AS BIGINT), count(*) FROM " + numbered(_timeValues) +
+           " GROUP BY " + _times;
 }
 
 std::string PreparationTable::hasDimensions() const

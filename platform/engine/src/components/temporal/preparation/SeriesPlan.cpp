@@ -1,6 +1,7 @@
 #include "components/temporal/preparation/SeriesPlan.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <set>
 
@@ -30,6 +31,8 @@ struct FoundCombination
 {
     DimensionValues values;
     std::int64_t records = 0;
+    std::size_t group = 0;  ///< a place in RecordGroups
+    std::vector<int> codes; ///< empty if a value is not in its list
 };
 
 class SeriesPlanning
@@ -51,13 +54,17 @@ public:
         else
             findValues();
         indexCodes();
+        for (FoundCombination& found : _found)
+            setCodes(found);
         if (_settings.series)
             takeSeries();
         else
             findSeries();
         countRecords();
         checkSeriesCount(_component, static_cast<std::int64_t>(_plan.series.size()));
-        if (!_settings.dimensions.empty())
+        if (_table.groups())
+            findGroups();
+        else if (!_settings.dimensions.empty())
             makeTable();
         _messages.finish();
         return std::move(_plan);
@@ -71,14 +78,17 @@ private:
         const ComponentQueries queries(_context, _component);
         const std::string columns = _table.dimensionColumns();
         std::int64_t withoutValue = 0;
-        queries.stream("SELECT " + columns + (columns.empty() ? "" : ", ") + _table.recordCount() +
-                           " FROM " + _table.name() +
-                           (columns.empty() ? "" : " GROUP BY " + columns),
-                       [&](duck::Chunk& chunk) {
-                           for (std::size_t row = 0; row < chunk.rows(); ++row)
-                               withoutValue += take(chunk, row);
-                           checkSeriesCount(_component, static_cast<std::int64_t>(_found.size()));
-                       });
+        if (_table.groups())
+            withoutValue = takeGroups(*_table.groups());
+        else
+            queries.stream(
+                "SELECT " + columns + (columns.empty() ? "" : ", ") + _table.recordCount() +
+                    " FROM " + _table.name() + (columns.empty() ? "" : " GROUP BY " + columns),
+                [&](duck::Chunk& chunk) {
+                    for (std::size_t row = 0; row < chunk.rows(); ++row)
+                        withoutValue += take(chunk, row);
+                    checkSeriesCount(_component, static_cast<std::int64_t>(_found.size()));
+                });
         if (withoutValue > 0)
             _context.message(errors::kTsdpNoValue,
                              {.step = _component,
@@ -87,18 +97,30 @@ private:
                                       std::to_string(withoutValue)});
     }
 
-    /// Keeps the combination, or gives the number of its records if it has a missing value.
     std::int64_t take(const duck::Chunk& chunk, std::size_t row)
     {
         FoundCombination found;
-        bool isWhole = true;
-        for (std::size_t i = 0; i < width(); ++i) {
+        for (std::size_t i = 0; i < width(); ++i)
             found.values.push_back(
                 dimensionValueAt(chunk, i, row, _settings.dimensions[i].GetStorage()));
-            isWhole = isWhole && !found.values.back().IsNull();
-        }
         found.records = dimensionValueAt(chunk, width(), row, CFField::Integer).GetInteger();
-        if (!isWhole)
+        return keep(std::move(found));
+    }
+
+    std::int64_t takeGroups(const RecordGroups& groups)
+    {
+        checkSeriesCount(_component, static_cast<std::int64_t>(groups.all().size()));
+        std::int64_t withoutValue = 0;
+        for (std::size_t group = 0; group < groups.all().size(); ++group)
+            withoutValue +=
+                keep({groups.all()[group].values, groups.all()[group].records, group, {}});
+        return withoutValue;
+    }
+
+    /// Keeps the combination, or gives the number of its records if it has a missing value.
+    std::int64_t keep(FoundCombination found)
+    {
+        if (std::any_of(found.values.begin(), found.values.end(), std::mem_fn(&CFDatum::IsNull)))
             return found.records;
         _found.push_back(std::move(found));
         return 0;
@@ -123,8 +145,8 @@ private:
                 _codes[i].emplace(_plan.values[i][code], static_cast<int>(code) + 1);
     }
 
-    /// The codes of a combination in the data; empty if the lists do not have a value of it.
-    std::vector<int> codesOf(const FoundCombination& found)
+    /// Sets the codes of a combination in the data, and notes a value that the lists do not have.
+    void setCodes(FoundCombination& found)
     {
         std::vector<int> codes;
         bool isKnown = true;
@@ -138,15 +160,16 @@ private:
                 found.records;
             isKnown = false;
         }
-        return isKnown ? codes : std::vector<int>();
+        if (isKnown)
+            found.codes = std::move(codes);
     }
 
     /// Each combination in the data with each metric, in the order of their codes.
     void findSeries()
     {
         for (const FoundCombination& found : _found)
-            if (auto codes = codesOf(found); codes.size() == width())
-                _plan.combinations.push_back(std::move(codes));
+            if (found.codes.size() == width())
+                _plan.combinations.push_back(found.codes);
         tellUnknownValues();
         std::sort(_plan.combinations.begin(), _plan.combinations.end());
         const std::size_t metrics = _settings.metrics.size();
@@ -215,8 +238,7 @@ private:
     void tellIfUnknown(const FoundCombination& found,
                        const std::map<std::vector<int>, std::size_t>& places)
     {
-        const std::vector<int> codes = codesOf(found);
-        if (codes.size() < width() || places.contains(codes))
+        if (found.codes.size() < width() || places.contains(found.codes))
             return;
         std::string values;
         for (std::size_t i = 0; i < width(); ++i)
@@ -243,6 +265,18 @@ private:
     {
         for (const FoundCombination& found : _found)
             _plan.mostRecords = std::max(_plan.mostRecords, found.records);
+    }
+
+    void findGroups()
+    {
+        std::map<std::vector<int>, std::size_t> groups;
+        for (const FoundCombination& found : _found)
+            groups.emplace(found.codes, found.group);
+        for (const std::vector<int>& codes : _plan.combinations) {
+            const auto found = groups.find(codes);
+            _plan.groups.push_back(found == groups.end() ? std::nullopt
+                                                         : std::optional(found->second));
+        }
     }
 
     void makeTable()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,9 @@ struct SeriesPlan
     /// A table of the combinations, quoted for FROM: columns as those of the preparation's table,
     /// then `k`, the combination's place. Empty without dimensions.
     std::string table;
+    /// For each combination the place of its records in RecordGroups; nothing if the data have none
+    /// of it. Empty if the records are in a table.
+    std::vector<std::optional<std::size_t>> groups;
 };
 
 /// Finds the series in the table, or takes those of the settings, and reports records that are of

@@ -6,6 +6,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "components/temporal/preparation/CellValues.h"
+#include "components/temporal/preparation/GroupValues.h"
 #include "components/temporal/preparation/PreparationLimits.h"
 #include "runtime/ExactSums.h"
 
@@ -45,6 +46,13 @@ public:
 
     std::vector<std::vector<double>> run()
     {
+        if (_table.groups()) {
+            std::int64_t overflows = 0;
+            auto values = groupValues(_table, _settings, _plan, _points,
+                                      stopCheckOf(_context, _component), overflows);
+            tellOverflows(overflows);
+            return values;
+        }
         makeCells();
         readValues();
         for (MetricCells& cells : _cells)
@@ -206,13 +214,18 @@ private:
                     begin, begin + static_cast<std::ptrdiff_t>(pointCount()));
             }
         }
+        tellOverflows(overflows);
+        return result;
+    }
+
+    void tellOverflows(std::int64_t overflows) const
+    {
         if (overflows > 0)
             _context.message(errors::kTsdpOverflow,
                              {.step = _component,
                               .what = "sums that are larger than any number, which are missing "
                                       "values: " +
                                       std::to_string(overflows)});
-        return result;
     }
 
     JobContext& _context;

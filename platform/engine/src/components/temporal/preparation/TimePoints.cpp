@@ -1,6 +1,7 @@
 #include "components/temporal/preparation/TimePoints.h"
 
 #include <algorithm>
+#include <map>
 
 #include "ErrorIds.h"
 #include "JobError.h"
@@ -10,6 +11,7 @@
 #include "components/temporal/preparation/IntervalDetection.h"
 #include "components/temporal/preparation/PreparationLimits.h"
 #include "datafile/SqlQuoting.h"
+#include "runtime/KeyedCells.h"
 #include "steps/NewTable.h"
 
 namespace EmbeddedHV {
@@ -89,6 +91,12 @@ private:
     /// In time: numbers of long periods come before those of short ones, as they sort.
     void collect()
     {
+        if (_table.groups()) {
+            for (const std::int64_t key : _table.groups()->times())
+                takeKey(key);
+            checkTimeCount(_component, static_cast<std::int64_t>(_found.size()));
+            return;
+        }
         const std::size_t width = _settings.timeFields.size();
         _queries.stream(_table.times(), [&](duck::Chunk& chunk) {
             for (std::size_t row = 0; row < chunk.rows(); ++row)
@@ -100,22 +108,25 @@ private:
     void take(const duck::Chunk& chunk, std::size_t row, std::size_t width)
     {
         FoundTime found;
-        std::vector<std::int64_t> keys;
-        for (std::size_t i = 0; i < width; ++i) {
-            const CFField& field = _settings.timeFields[i];
-            const CFDatum value = dimensionValueAt(
-                chunk, i, row, _result.axis.clock ? CFField::Integer : field.GetStorage());
-            if (!value.IsNull())
-                keys.push_back(value.GetInteger());
-        }
+        const std::vector<std::int64_t> keys = keysAt(chunk, row);
         found.firstRecord = dimensionValueAt(chunk, width, row, CFField::Integer).GetInteger();
         found.records = dimensionValueAt(chunk, width + 1, row, CFField::Integer).GetInteger();
-        if (keys.size() == width)
+        if (std::find(keys.begin(), keys.end(), kMissingKey) == keys.end())
             found.moment = momentOf(keys);
         if (found.moment)
             _moments.push_back(*found.moment);
-        keys.resize(width);
         _keys.insert(_keys.end(), keys.begin(), keys.end());
+        _found.push_back(found);
+    }
+
+    void takeKey(std::int64_t key)
+    {
+        FoundTime found;
+        if (key != kMissingKey)
+            found.moment = momentOf({key});
+        if (found.moment)
+            _moments.push_back(*found.moment);
+        _keys.push_back(key);
         _found.push_back(found);
     }
 
@@ -164,22 +175,10 @@ private:
 
     void number()
     {
-        Fields columns;
-        for (std::size_t i = 0; i < _settings.timeFields.size(); ++i)
-            columns.emplace_back(PreparationTable::timeColumn(i), CFField::Ordinal, storageOf(i));
-        columns.emplace_back("i", CFField::Ordinal, CFField::Integer);
-        columns.emplace_back("r", CFField::Ordinal, CFField::Integer);
-        NewTable table(_context, _component, columns);
-        for (std::size_t place = 0; place < _found.size(); ++place) {
-            const auto index = indexOf(_found[place]);
-            if (index && *index >= 0) {
-                addPoint(table, place, *index);
-                _result.axis.points = std::max(_result.axis.points, *index + 1);
-            } else {
-                _noPoints.push_back(place);
-            }
-        }
-        _result.table = quotedIdentifier(table.finish()->table);
+        if (_table.groups())
+            numberGroups();
+        else
+            makeTable();
         if (!_noPoints.empty() && !_table.hasNumbers())
             findFirstRecords();
         tellNoPoints();
@@ -189,6 +188,39 @@ private:
                            {.step = _component,
                             .what = "the data have " + std::to_string(_result.axis.points) +
                                     " points of time, and a series needs at least two"});
+    }
+
+    void numberGroups()
+    {
+        for (std::size_t place = 0; place < _found.size(); ++place)
+            _result.intervals.push_back(pointOf(place));
+    }
+
+    /// The number of the interval, which counts as a point of time. Nothing, which is noted, for a
+    /// time at no point.
+    std::optional<std::int64_t> pointOf(std::size_t place)
+    {
+        const auto index = indexOf(_found[place]);
+        if (!index || *index < 0) {
+            _noPoints.push_back(place);
+            return std::nullopt;
+        }
+        _result.axis.points = std::max(_result.axis.points, *index + 1);
+        return index;
+    }
+
+    void makeTable()
+    {
+        Fields columns;
+        for (std::size_t i = 0; i < _settings.timeFields.size(); ++i)
+            columns.emplace_back(PreparationTable::timeColumn(i), CFField::Ordinal, storageOf(i));
+        columns.emplace_back("i", CFField::Ordinal, CFField::Integer);
+        columns.emplace_back("r", CFField::Ordinal, CFField::Integer);
+        NewTable table(_context, _component, columns);
+        for (std::size_t place = 0; place < _found.size(); ++place)
+            if (const auto index = pointOf(place))
+                addPoint(table, place, *index);
+        _result.table = quotedIdentifier(table.finish()->table);
     }
 
     CFField::StorageType storageOf(std::size_t place) const
@@ -211,14 +243,43 @@ private:
         table.endRecord();
     }
 
+    /// For the times at no point, also the numbers of their records.
     void findFirstRecords()
     {
-        std::size_t place = 0;
+        std::map<std::vector<std::int64_t>, FoundTime*> times;
+        const std::size_t width = _settings.timeFields.size();
+        for (const std::size_t place : _noPoints) {
+            const auto keys = _keys.begin() + static_cast<std::ptrdiff_t>(place * width);
+            FoundTime& found = _found[place];
+            found.records = 0;
+            found.firstRecord = INT64_MAX;
+            times.emplace(std::vector(keys, keys + static_cast<std::ptrdiff_t>(width)), &found);
+        }
         _queries.stream(_table.firstRecords(), [&](duck::Chunk& chunk) {
-            for (std::size_t row = 0; row < chunk.rows() && place < _found.size(); ++row)
-                _found[place++].firstRecord =
-                    dimensionValueAt(chunk, 0, row, CFField::Integer).GetInteger();
+            for (std::size_t row = 0; row < chunk.rows(); ++row)
+                if (const auto found = times.find(keysAt(chunk, row)); found != times.end())
+                    addRecords(chunk, row, *found->second);
         });
+    }
+
+    void addRecords(const duck::Chunk& chunk, std::size_t row, FoundTime& found) const
+    {
+        const std::size_t width = _settings.timeFields.size();
+        const CFDatum first = dimensionValueAt(chunk, width, row, CFField::Integer);
+        const CFDatum records = dimensionValueAt(chunk, width + 1, row, CFField::Integer);
+        found.firstRecord = std::min(found.firstRecord, first.GetInteger());
+        found.records += records.GetInteger();
+    }
+
+    /// What the fields of the time hold in a row.
+    std::vector<std::int64_t> keysAt(const duck::Chunk& chunk, std::size_t row) const
+    {
+        std::vector<std::int64_t> keys;
+        for (std::size_t i = 0; i < _settings.timeFields.size(); ++i) {
+            const CFDatum value = dimensionValueAt(chunk, i, row, storageOf(i));
+            keys.push_back(value.IsNull() ? kMissingKey : value.GetInteger());
+        }
+        return keys;
     }
 
     /// The first ones by their records.

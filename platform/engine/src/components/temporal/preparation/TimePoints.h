@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,9 @@ struct TimePoints
     /// the preparation's table, then `i`, the number of the interval, and `r`, the place among
     /// all moments in their order. Empty if the order of the records is the time.
     std::string table;
+    /// For each of RecordGroups::times the number of the interval; nothing for a time at no point.
+    /// Empty if the records are in a table.
+    std::vector<std::optional<std::int64_t>> intervals;
 };
 
 /// Finds the interval where it is not given, numbers the points of time from the first one or the

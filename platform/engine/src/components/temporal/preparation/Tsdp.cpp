@@ -10,16 +10,23 @@
 #include "components/ContainerFile.h"
 #include "components/result/ValueFormat.h"
 #include "components/temporal/base/FewMessages.h"
+#include "components/temporal/base/ProgressSink.h"
 #include "components/temporal/base/SeriesTable.h"
 #include "components/temporal/preparation/PreparationLimits.h"
 #include "components/temporal/preparation/SeriesValues.h"
 #include "components/temporal/preparation/TsdpDocument.h"
+#include "runtime/KeyedCells.h"
 #include "steps/NewTable.h"
 
 namespace EmbeddedHV {
 namespace {
 
 constexpr std::int64_t kMostSeriesMessages = 1000;
+/// For the progress: the part of the step that the grouping of the records is, and how far the rest
+/// is when the values are gathered and when the gaps are filled.
+constexpr double kGroupingShare = 0.6;
+constexpr double kGathered = 0.5;
+constexpr double kFilled = 0.6;
 const char* const kSeeDocument = "series: TSDPOutput.json lists them";
 
 /// The series in words: its values and its metric.
@@ -36,13 +43,35 @@ std::string percentText(double share)
     return numberJson(std::round(share * 1000) / 10).dump() + " %";
 }
 
+/// If the groups of the records are too many for the memory, the step is planned again and puts
+/// them into a table.
+class GroupSizeCheck : public SourceCheck
+{
+public:
+    explicit GroupSizeCheck(JobContext& context) : _context(context) {}
+
+    void start(Cancellation&) override {}
+    void finish(duck::Connection&, Reporter&) override {}
+    void abandon(const std::string& databaseMessage) override
+    {
+        if (databaseMessage.find(kTooManyCells) == std::string::npos)
+            return;
+        _context.keepsNoGroups = true;
+        throw Reread{};
+    }
+
+private:
+    JobContext& _context;
+};
+
 /// Takes the records into a table first, and makes the series once it is whole.
 class TsdpStage : public Stage
 {
 public:
     TsdpStage(StepCall& call, TsdpSettings settings, std::string container)
         : _context(call.context), _component(call.name), _settings(std::move(settings)),
-          _input(call.input()), _table(call.context.newTable("hv_raw_series_"), _settings),
+          _input(call.input()), _table(call.context.newTable("hv_raw_series_"), _settings,
+                                       canReadAgain(*_input) && !call.context.keepsNoGroups),
           _file(std::move(container), _component),
           _leftOutMessages(call.context.message, errors::kTsdpLeftOut, kMostSeriesMessages,
                            kSeeDocument),
@@ -57,7 +86,10 @@ public:
     {
         return _table.creation(select, canReadAgain(*_input));
     }
+    bool takesRecords() const override { return _table.keepsGroups(); }
+    void take(duck::Chunk& chunk) override { _table.take(chunk); }
     NodePtr records() override { return _records; }
+    double statementShare() const override { return kGroupingShare; }
 
     void commit() override
     {
@@ -67,7 +99,9 @@ public:
         std::vector<std::vector<double>> values =
             seriesValues(_context, _component, _table, _settings, plan, points);
         // It may be as large as the data.
-        queries.run("DROP TABLE " + _table.name());
+        if (!_table.keepsGroups())
+            queries.run("DROP TABLE " + _table.name());
+        _context.progress(kGathered);
         _result.axis = points.axis;
         _result.values = plan.values;
         fill(plan, values);
@@ -101,9 +135,11 @@ private:
 
     void fill(const SeriesPlan& plan, std::vector<std::vector<double>>& values)
     {
+        const ProgressSink progress = partOf(_context.progress, kGathered, kFilled);
         std::size_t kept = 0;
         for (std::size_t i = 0; i < plan.series.size(); ++i) {
             throwIfStopped();
+            progress(fractionOf(i, plan.series.size()));
             const PlannedSeries& series = plan.series[i];
             const GapCount gaps = countGaps(values[i]);
             const std::string problem = problemOf(gaps);
@@ -175,13 +211,7 @@ private:
         for (const SeriesOutcome& series : _result.series)
             ids.push_back(series.id);
         NewTable table(_context, _component, fieldsOfSeries(ids));
-        const auto points = static_cast<std::size_t>(_result.axis.points);
-        for (std::size_t point = 0; point < points; ++point) {
-            table.addInteger(static_cast<std::int64_t>(point));
-            for (const std::vector<double>& series : values)
-                table.addReal(series[point]);
-            table.endRecord();
-        }
+        table.addNumbered(values, partOf(_context.progress, kFilled, 1));
         _records = table.finish();
     }
 
@@ -207,7 +237,9 @@ StepResult planTsdp(StepCall& call)
         throw JobError(errors::kStepArguments, {.step = call.name,
                                                 .what = "the step writes one container, not " +
                                                         std::to_string(containers.size())});
-    NodePtr input = call.input();
+    auto input = derivedNode(call.input()->fields, {call.input()},
+                             [](const auto& inputs) { return "SELECT * FROM " + inputs.front(); });
+    input->check = std::make_shared<GroupSizeCheck>(call.context);
     return {std::move(input), nullptr,
             std::make_unique<TsdpStage>(call, std::move(settings), containers.front().path)};
 }
