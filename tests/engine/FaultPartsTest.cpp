@@ -132,17 +132,16 @@ TEST_F(FaultPartsTest, OfRowsNameTheIteratorAndTheRecord)
 
 TEST_F(FaultPartsTest, OfMessagesAreDataToo)
 {
-    const std::tuple<const char*, const char*, const char*> kMessages[] = {
-        {R"(, "readErrorThreshold": 9)", "",
+    const std::pair<std::string, const char*> kMessages[] = {
+        {readCsv("ragged.csv", R"(, "readErrorThreshold": 9)"),
          R"(HVEIO0008W {"file":{"path":"ragged.csv"},"step":"read"})"},
-        {R"(, "readErrorThreshold": 9, "wrong": 1)", "",
-         R"(HVEPL0015W {"setting":"wrong","step":"read"})"},
-        {R"(, "readErrorThreshold": 9)", R"(deriveField(_, c => x => ("d", 1e308 * 10 * x.a)) -> )",
-         R"(HVERT0006W {"field":"d","step":"deriveField"})"},
+        {readCsv("in.csv", R"(, "wrong": 1)"), R"(HVEPL0015W {"setting":"wrong","step":"read"})"},
+        {readCsv("in.csv") + R"( -> deriveField(_, c => x => ("v", 1.7e308))
+             -> aggregate({"output": [{"function": "sum", "input": "v"}]}))",
+         R"(HVERT0006W {"field":"sum_v","step":"aggregate"})"},
     };
-    for (const auto& [settings, steps, expected] : kMessages) {
-        const RecordingListener listener =
-            succeeded(run(readCsv("ragged.csv", settings) + " -> " + steps + writeCsv("out.csv")));
+    for (const auto& [steps, expected] : kMessages) {
+        const RecordingListener listener = succeeded(run(steps + " -> " + writeCsv("out.csv")));
         std::vector<std::string> parts;
         for (const EmbeddedHV::ReportedMessage& report : listener.reports)
             parts.push_back(partsIn(report.detail));
