@@ -128,7 +128,7 @@ std::string TableAxis::names(std::size_t position, const std::string& prefix) co
 
 bool TableAxis::beginsGroup(std::size_t position) const
 {
-    if (_parts.empty() || position == 0)
+    if (_parts.empty())
         return true;
     const Part& part = _parts.back();
     const std::size_t leaf = leafAt(part, position);

@@ -142,6 +142,16 @@ INSTANTIATE_TEST_SUITE_P(Rules, Conversions, testing::ValuesIn(Rules),
 
 using ArrayTest = JvmTest;
 
+TEST_F(ArrayTest, AMapReleasesItsArgumentsBetweenItsEntries)
+{
+    Parts parts;
+    for (int i = 0; i < 100; ++i)
+        parts.types["field" + std::to_string(i)] = JNIHvlExpression::Real;
+    const int before = jni().liveLocals();
+    parts.program.createHvlFunctionFilterRecords(parts.expression, parts.function, &parts.types);
+    EXPECT_LT(jni().mostLocals(), before + 20);
+}
+
 TEST_F(ArrayTest, ArraysAreMadeUnlessTheVectorIsNull)
 {
     JNIHvlProgram program;

@@ -158,6 +158,16 @@ TEST(RawDataIterator, KnowsTheRoleOfTheWeight)
     EXPECT_EQ(turned.GetWeightNCases(), 2);
 }
 
+TEST(RawDataIterator, ACopyHasNumbersOfItsOwn)
+{
+    const MemorySource source({numeric("n")}, {{1.0}, {2.0}});
+    SourceRows first(source);
+    first.nextRecord();
+    HVRawDataIterator copy(first);
+    first.nextRecord();
+    EXPECT_EQ(recordOf(copy, copy.getMetaData()), "1");
+}
+
 TEST(RawDataIterator, IncrementsOneField)
 {
     struct Row

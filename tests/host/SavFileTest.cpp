@@ -164,6 +164,7 @@ TEST(SavFile, ValuesComeBackAsTheyAre)
         {"a time of day", kFormatDateYearFirst, {day(0) + 0.5, day(1)}},
         {"days no calendar has", kFormatDate, {1e18, day(0), -1e200}},
         {"times", kFormatTime, {0, 86399.999999, 0.000001}},
+        {"a time of 24 hours", kFormatTime, {86400, 1}},
         {"a time that a microsecond is too coarse for", kFormatTime, {0.1 / 3, 1}},
         {"durations", kFormatTimeWithDays, {90061, -1, 86400}},
         {"timestamps", kFormatDateTime, {day(0) + 0.25, day(-100) + 86399, 0}},

@@ -1,5 +1,6 @@
 #include "support/RecordingJni.h"
 
+#include <algorithm>
 #include <jvmti.h>
 #include <link.h>
 
@@ -187,7 +188,7 @@ void RecordingJni::restart()
         count = 0;
     _violations.clear();
     _liveGlobals = 0;
-    _liveLocals = 0;
+    _liveLocals = _mostLocals = 0;
     _failAt = 0;
 }
 
@@ -202,6 +203,12 @@ int RecordingJni::liveGlobals() const
 {
     const std::lock_guard<std::mutex> lock(_mutex);
     return _liveGlobals;
+}
+
+int RecordingJni::mostLocals() const
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _mostLocals;
 }
 
 int RecordingJni::liveLocals() const
@@ -276,6 +283,7 @@ void RecordingJni::made(JNIEnv* env, const Traits& traits, jobject result)
     const bool counts = traits.globals > 0 && !isClass(env, result);
     const std::lock_guard<std::mutex> lock(_mutex);
     _liveLocals += traits.locals;
+    _mostLocals = std::max(_mostLocals, _liveLocals);
     _liveGlobals += counts ? 1 : 0;
 }
 

@@ -38,6 +38,8 @@ public:
     int liveGlobals() const;
     /// Local references made since the restart and not deleted.
     int liveLocals() const;
+    /// The most of them at one time.
+    int mostLocals() const;
     std::vector<std::string> violations() const;
 
     /// Makes the call with this number fail. Only calls that can fail are counted, from 1. 0 only
@@ -91,6 +93,7 @@ private:
     std::vector<std::string> _violations;
     int _liveGlobals = 0;
     int _liveLocals = 0;
+    int _mostLocals = 0;
     int _calls = 0;
     int _failAt = 0;
     bool _failed = false;
