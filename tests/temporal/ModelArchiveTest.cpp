@@ -10,6 +10,7 @@
 #include "components/temporal/model/ModelArchive.h"
 #include "components/temporal/model/ModelDocument.h"
 #include "components/temporal/model/ModelManifest.h"
+#include "components/temporal/model/Preparation.h"
 #include "steps/Settings.h"
 #include "temporal/TrainingData.h"
 
@@ -141,6 +142,20 @@ TEST_F(ModelArchiveTest, FilesThatAreNoModelsAreRefused)
     write(members());
     std::filesystem::resize_file(_path, std::filesystem::file_size(_path) / 2);
     EXPECT_THAT(fault(), HasSubstr("not a zip archive, or is cut short"));
+}
+
+TEST(PreparationDocument, FieldsHaveDifferentNames)
+{
+    const auto read = [](const std::string& dimensions) {
+        return preparationOf(R"({"settings": {"dimFieldList": )" + dimensions +
+                                 R"(, "metricFieldList": ["x"], "dimValueLists":
+                                     {"a": ["u"], "b": [], "metricField": []}},
+                                 "output": {"series": [], "fields": []}})",
+                             {"tcm:train"});
+    };
+    EXPECT_EQ(read(R"(["a", "b"])").fields.size(), 4U);
+    EXPECT_THROW(read(R"(["a", "b", "a"])"), JobError);
+    EXPECT_THROW(read(R"(["metricField"])"), JobError);
 }
 
 TEST_F(ModelArchiveTest, DocumentsThatTheTrainingDoesNotWriteAreRefused)

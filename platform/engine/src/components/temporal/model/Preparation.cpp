@@ -86,6 +86,10 @@ std::vector<std::string> dimensionsOf(const DocumentPlace& settings)
     // The library writes one empty name for no dimensions.
     if (names.size() == 1 && names[0].empty())
         names.clear();
+    std::set<std::string> known = {kMetricField};
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (!known.insert(names[i]).second)
+            list->element(i).refuse("is the name of another field");
     return names;
 }
 
