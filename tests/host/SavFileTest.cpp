@@ -475,6 +475,7 @@ TEST(SavFile, AnotherCodePageReadsWhatItHoldsAndReportsTheRest)
 {
     const ScratchFolder scratch;
     VEXA_Variable name = variable("名前", 12);
+    name.SetMissingValues(std::vector<std::string>{"replaced"});
     name.SetMissingValues(std::vector<std::string>{"なし"});
     writeSav(scratch.name("u.sav"), {name, variable("Ä", 4)},
              {{"東京", "é"}, {"なし", ""}, {"ascii", "ü"}});

@@ -27,9 +27,7 @@ MemorySource variables()
     town.SetValueLabels(texts);
     VEXA_Variable month = numeric("month");
     month.SetFormat({8, kFormatMonth, 0});
-    VEXA_Variable weekday = numeric("weekday");
-    weekday.SetFormat({9, kFormatWeekday, 0});
-    return MemorySource({sex, day, town, month, weekday});
+    return MemorySource({sex, day, town, month});
 }
 
 class TextTest : public RenderTest
@@ -99,8 +97,6 @@ TEST_F(TextTest, ItemsBecomeTexts)
         {"'numericDataText':{'variable':'day','value':1}", false, "1970/01/02"},
         {"'numericDataText':{'variable':'month','value':12}", false, "DECEMBER"},
         {"'numericDataText':{'variable':'month','value':0}", false, "JANUARY"}, // a day since 1970
-        {"'numericDataText':{'variable':'weekday','value':7}", false, "SATURDAY"},
-        {"'numericDataText':{'variable':'weekday','value':0}", false, "THURSDAY"},
         {"'numericDataText':{'variable':'town','value':1}", false, "1"},
         {"'numericDataText':{'variable':'f_date','value':1}", false, "1970/01/02"},
         {"'numericDataText':{'variable':'f_time','value':3600}", false, "01:00:00"},

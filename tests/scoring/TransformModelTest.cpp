@@ -513,7 +513,7 @@ TEST(TransformModel, LongChainsAndOtherKinds)
     const auto regression = read("<PMML version='4.2'><RegressionModel/></PMML>");
     ASSERT_TRUE(regression);
     EXPECT_NE(regression->GetModelType(), 16);
-    ValueRecord record(0);
+    ValueRecord record(-1);
     EXPECT_TRUE(regression->Compute(record, record, 0).IsError());
 }
 

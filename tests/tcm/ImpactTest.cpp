@@ -32,6 +32,8 @@ TEST_F(Impact, AsksForAnyArtifacts)
     EXPECT_FALSE(viewer->getModelStatistics(kNoDataset, modelPath, {}, "{", diagram));
     EXPECT_EQ(reason(), "The artifacts are not a JSON list.");
     EXPECT_TRUE(jobs().empty());
+    EXPECT_TRUE(viewer->getModelStatistics(kNoDataset, modelPath, {}, "[]", diagram));
+    EXPECT_EQ(reason(), "") << "of the request before";
 }
 
 TEST_F(Impact, FailsWithTheJobOrWithoutAnAnswer)
