@@ -113,16 +113,17 @@ public:
 
     void add(CellList& other)
     {
+        unite();
         other.unite();
         for (const Cell& cell : other._cells)
             open(cell.key).add(cell.value);
     }
 
-    std::string bytes()
+    void write(std::string& bytes)
     {
         unite();
         const CellCount count = _cells.size();
-        std::string bytes(sizeof count + _cells.size() * sizeof(CellBytes), '\0');
+        bytes.resize(sizeof count + _cells.size() * sizeof(CellBytes));
         std::string tail;
         std::memcpy(bytes.data(), &count, sizeof count);
         char* place = bytes.data() + sizeof count;
@@ -132,7 +133,7 @@ public:
             std::memcpy(place, &written, sizeof written);
             place += sizeof written;
         }
-        return bytes + tail;
+        bytes += tail;
     }
 
 private:
@@ -155,7 +156,8 @@ private:
         _budget.used += _cells.capacity() - before;
     }
 
-    /// Sorts the cells and makes one of those with the same key.
+    /// Sorts the cells and makes one of those with the same key. Records often come in the order of
+    /// time, so that the cells are sorted, or are two sorted lists of two threads.
     void unite()
     {
         const auto isBefore = [](const Cell& left, const Cell& right) {
@@ -164,9 +166,13 @@ private:
         const auto isNotBefore = [&](const Cell& left, const Cell& right) {
             return !isBefore(left, right);
         };
-        if (std::adjacent_find(_cells.begin(), _cells.end(), isNotBefore) == _cells.end())
+        const auto found = std::adjacent_find(_cells.begin(), _cells.end(), isNotBefore);
+        if (found == _cells.end())
             return;
-        std::sort(_cells.begin(), _cells.end(), isBefore);
+        if (std::is_sorted(found + 1, _cells.end(), isBefore))
+            std::inplace_merge(_cells.begin(), found + 1, _cells.end(), isBefore);
+        else
+            std::sort(_cells.begin(), _cells.end(), isBefore);
         auto last = _cells.begin();
         for (auto cell = last + 1; cell != _cells.end(); ++cell)
             if (cell->key == last->key)
@@ -289,11 +295,13 @@ void finishCells(duckdb_function_info info, duckdb_aggregate_state* states, duck
                  idx_t count, idx_t offset)
 {
     guarded(info, [&](CellBudget& budget) {
+        std::string bytes;
         for (idx_t i = 0; i < count; ++i) {
             CellState<Value>& state = stateIn<Value>(states[i]);
             state.last = nullptr;
-            const std::string bytes =
-                state.cells ? state.cells->bytes() : CellList<Value>(budget).bytes();
+            if (!state.cells)
+                state.cells = std::make_unique<CellList<Value>>(budget).release();
+            state.cells->write(bytes);
             duckdb_vector_assign_string_element_len(result, offset + i, bytes.data(), bytes.size());
         }
     });

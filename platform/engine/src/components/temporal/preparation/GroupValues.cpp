@@ -56,10 +56,7 @@ private:
 class SeriesOfGroups
 {
 public:
-    SeriesOfGroups(const std::vector<std::int64_t>& times, const TimePoints& points)
-        : _times(times), _points(points)
-    {
-    }
+    explicit SeriesOfGroups(const TimePoints& points) : _points(points) {}
 
     std::vector<double> valuesOf(const std::string& cells, Aggregation aggregation,
                                  std::int64_t& overflows) const
@@ -79,7 +76,7 @@ public:
         };
         std::size_t time = 0;
         for (KeyedCellReader cell(cells); cell.next();) {
-            while (_times[time] != cell.key())
+            while (_points.times[time] != cell.key())
                 ++time;
             const std::optional<std::int64_t>& interval = _points.intervals[time];
             if (!interval || cell.count() == 0)
@@ -100,7 +97,6 @@ public:
     }
 
 private:
-    const std::vector<std::int64_t>& _times;
     const TimePoints& _points;
 };
 
@@ -112,8 +108,7 @@ std::vector<std::vector<double>> groupValues(const PreparationTable& table,
                                              std::int64_t& overflows)
 {
     const std::vector<RecordGroup>& groups = table.groups()->all();
-    const std::vector<std::int64_t> times = table.groups()->times();
-    const SeriesOfGroups reading(times, points);
+    const SeriesOfGroups reading(points);
     std::vector<std::vector<double>> values;
     values.reserve(plan.series.size());
     for (const PlannedSeries& series : plan.series) {

@@ -87,7 +87,11 @@ PreparationTable::PreparationTable(std::string name, const TsdpSettings& setting
         appendColumn(_dimensions, dimensionColumn(i));
     }
     for (std::size_t i = 0; i < settings.metrics.size(); ++i) {
-        appendColumn(_otherValues, "CAST(" + finiteOrMissing(settings.metrics[i]) +
+        // The functions of groups ignore numbers that are not finite, faster than a condition.
+        const CFField& metric = settings.metrics[i];
+        appendColumn(_otherValues, "CAST(" +
+                                       (_keepsGroups ? quotedIdentifier(metric.GetName())
+                                                     : finiteOrMissing(metric)) +
                                        " AS DOUBLE) AS " + metricColumn(i));
         const auto aggregatedColumn = _keepsGroups ? aggregatedByTime : aggregated;
         appendColumn(_aggregates, aggregatedColumn(settings.aggregations[i], metricColumn(i)) +

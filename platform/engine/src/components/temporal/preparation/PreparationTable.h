@@ -30,6 +30,7 @@ public:
     bool keepsGroups() const { return _keepsGroups; }
     /// Takes the next groups.
     void take(const duck::Chunk& chunk) { _groups.take(chunk); }
+    void dropGroups() { _groups.clear(); }
     /// Null if there is a table.
     const RecordGroups* groups() const { return _keepsGroups ? &_groups : nullptr; }
     bool isGrouped() const { return _isGrouped; }

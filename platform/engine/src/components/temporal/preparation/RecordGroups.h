@@ -27,6 +27,7 @@ public:
     /// Takes the next groups: the dimensions, the number of records, and a result of kKeyedSum or
     /// its like for each metric.
     void take(const duck::Chunk& chunk);
+    void clear() { _groups = {}; }
     const std::vector<RecordGroup>& all() const { return _groups; }
     /// The times of all records in ascending order: days, or microseconds. kMissingKey comes last.
     std::vector<std::int64_t> times() const;

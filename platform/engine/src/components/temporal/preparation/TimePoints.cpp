@@ -194,6 +194,7 @@ private:
     {
         for (std::size_t place = 0; place < _found.size(); ++place)
             _result.intervals.push_back(pointOf(place));
+        _result.times = _keys;
     }
 
     /// The number of the interval, which counts as a point of time. Nothing, which is noted, for a

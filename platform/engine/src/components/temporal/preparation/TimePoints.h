@@ -18,7 +18,8 @@ struct TimePoints
     /// the preparation's table, then `i`, the number of the interval, and `r`, the place among
     /// all moments in their order. Empty if the order of the records is the time.
     std::string table;
-    /// For each of RecordGroups::times the number of the interval; nothing for a time at no point.
+    std::vector<std::int64_t> times; ///< RecordGroups::times
+    /// For each of them the number of the interval; nothing for a time at no point.
     /// Empty if the records are in a table.
     std::vector<std::optional<std::int64_t>> intervals;
 };

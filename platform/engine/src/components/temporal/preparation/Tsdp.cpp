@@ -99,7 +99,9 @@ public:
         std::vector<std::vector<double>> values =
             seriesValues(_context, _component, _table, _settings, plan, points);
         // It may be as large as the data.
-        if (!_table.keepsGroups())
+        if (_table.keepsGroups())
+            _table.dropGroups();
+        else
             queries.run("DROP TABLE " + _table.name());
         _context.progress(kGathered);
         _result.axis = points.axis;
