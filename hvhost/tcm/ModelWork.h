@@ -19,6 +19,7 @@ public:
     ModelWork(const std::string& command, const std::string& model, const InputOptions& input,
               const TcmShownOptions& shown, const CommonOptions& common);
 
+    const InterruptWatch& watch() const { return _watch; }
     const TcmModelFacts& facts() const { return _facts; }
     TcmSession& session() { return _session; }
     /// Null for no data.

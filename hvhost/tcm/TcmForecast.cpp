@@ -164,5 +164,8 @@ void tcmForecast(const TcmForecastOptions& options, const CommonOptions& common)
     request.scenario = placedScenario(scenario, needsTimes ? forecasting.futureTimes(request)
                                                            : std::vector<std::string>());
     const HVSeriesForecast forecast = forecasting.run(request);
-    work.finish(forecastResult(facts, options, seriesText(series), forecast));
+    InterruptWatch::Abandonable building(work.watch());
+    const TcmResult result = forecastResult(facts, options, seriesText(series), forecast);
+    building.end();
+    work.finish(result);
 }

@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "base/NumberText.h"
+#include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ValueText.h"
 #include "hvhost/show/OutputShown.h"
 #include "hvhost/show/TextTable.h"
@@ -54,19 +55,25 @@ std::string asJson(const nlohmann::ordered_json& members)
 
 TcmShown::TcmShown(const TcmShownOptions& options, const InterruptWatch& watch)
     : _form(formOf(options.format, options.output, {"csv", "json", "html"})),
-      _result(options.output, options.force, watch),
+      _result(options.output, options.force, watch), _watch(watch),
       _width(textWidth(options.width, _form, _result.isFile()))
 {
 }
 
 void TcmShown::show(const TcmResult& result, HostSession& session) const
 {
+    // A long result takes seconds.
     if (_form == "json") {
-        _result.deliver(asJson(result.document));
+        InterruptWatch::Abandonable building(_watch);
+        const std::string text = asJson(result.document);
+        building.end();
+        _result.deliver(text);
     } else if (_form == "csv") {
         _result.deliver([&](std::ostream& out) { printTable(result.rows, {"csv", 0}, out); });
     } else if (_form == "html") {
+        InterruptWatch::Abandonable building(_watch);
         const auto output = tcmOutput(session, result);
+        building.end();
         _result.deliver([&](std::ostream& out) {
             writeOutput(*output, {"html", _result.isFile()}, out);
         });

@@ -44,6 +44,7 @@ public:
 private:
     std::string _form;
     ShownResult _result;
+    const InterruptWatch& _watch;
     std::size_t _width;
 };
 
