@@ -259,6 +259,11 @@ class Tcm(Case):
         self.assertIn("interrupted", self.stop(process))
         self.run_hvhost(*words, "--timeout", 0.5, status=124)
         self.assertFalse(out.exists())
+        # The page of so many points takes many seconds to build.
+        begin = time.monotonic()
+        self.tcm("forecast", self.model, SHOPS, "--series", "north,sales", "--horizon", 90000, "-o",
+                 self.folder / "long.html", "--timeout", 3, status=124)
+        self.assertLess(time.monotonic() - begin, 6)
         self.assertEqual([path.name for path in self.folder.iterdir() if "unfinished" in path.name], [])
 
     def test_help_and_completion(self):
