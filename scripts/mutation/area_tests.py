@@ -8,7 +8,9 @@ import signal
 import subprocess
 import time
 
-LARGEST_FILE = 2 << 30  # bytes; a fault can write without end
+# Bytes. A fault can write or allocate without end.
+LARGEST_FILE = 2 << 30
+MOST_MEMORY = 6 << 30
 
 
 class Tests:
@@ -68,6 +70,7 @@ class Tests:
             used = int(10 + 5 * processor)
             resource.setrlimit(resource.RLIMIT_CPU, (used, used + 5))
             resource.setrlimit(resource.RLIMIT_FSIZE, (LARGEST_FILE, LARGEST_FILE))
+            resource.setrlimit(resource.RLIMIT_DATA, (MOST_MEMORY, MOST_MEMORY))
 
         begin, before = time.monotonic(), resource.getrusage(resource.RUSAGE_CHILDREN)
         with subprocess.Popen(test["command"], cwd=test["properties"]["WORKING_DIRECTORY"],
@@ -75,7 +78,7 @@ class Tests:
                               stderr=subprocess.DEVNULL, start_new_session=True,
                               preexec_fn=limit) as process:
             try:
-                status = process.wait(60 + 20 * seconds)
+                status = process.wait(60 + 5 * seconds)
             except subprocess.TimeoutExpired:
                 status = None
             try:  # also what it started

@@ -17,7 +17,8 @@ std::vector<Row> manyCases()
     std::vector<Row> rows;
     for (int i = 0; i < 20'011; ++i)
         rows.push_back({i % 7 == 0 ? kSystemMissing : i / 4.0,
-                        std::string(static_cast<std::size_t>(i % 38), 'a'), -1.0 * i});
+                        std::string(static_cast<std::size_t>(i % 38), 'a'), -1.0 * i,
+                        std::string(i % 3 == 0 ? "x" : "y")});
     return rows;
 }
 
@@ -28,7 +29,7 @@ TEST(CaseCopy, ServesSeveralReadersAtOnceAndFailsClearly)
     const ScratchFolder scratch;
     const std::string name = scratch.name("many.sav");
     const std::vector<Row> rows = manyCases();
-    writeSav(name, {variable("a"), variable("t", 37), variable("b")}, rows);
+    writeSav(name, {variable("a"), variable("t", 37), variable("b"), variable("c", 1)}, rows);
     const UserInputCaseFile file(specOf(name, false), nullptr);
     const TempFileDataStore copy(*file.DataSource());
     {

@@ -190,7 +190,7 @@ TEST_F(OutputTest, UnknownMeasurementLevelsFollowFromTheType)
 {
     ProcedureDataSource source;
     source.SetColumns({"a", "b", "c"});
-    source.SetColumnTypes({0, 8});
+    source.SetColumnTypes({0, 1});
     source.SetMeasurementLevel(2, MeasurementLevel::Ordinal);
     source.SetMeasurementLevel(9, MeasurementLevel::Ordinal);
     AdjustMeasurementLevels(source);

@@ -97,6 +97,7 @@ TEST(ValueTextTest, NumbersFitTheirWidthAndComeBack)
         EXPECT_DOUBLE_EQ(readBack(made, how).value_or(kInfinity), back) << made;
     }
     EXPECT_EQ(written(123, format(kFormatNumber, 2)), "**");
+    EXPECT_EQ(written(12345678, format(kFormatNumber, 4)), "****");
     EXPECT_EQ(written(12, format(kFormatGeneral, 1)), "*");
     EXPECT_EQ(written(1, format(kFormatNumber, 0)), "");
 }
