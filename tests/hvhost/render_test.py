@@ -125,7 +125,10 @@ class Render(Case):
         self.run_hvhost("render", WEATHER, "-o", out, status=2)
         self.run_hvhost("render", WEATHER, "-o", out, "--force", "--width", 200)
         self.assertIn("│ Days[a] │ Mean │\n├", out.read_text(encoding="utf-8"))
-        self.assertRegex(self.run_hvhost("render", WEATHER, "--debug").stdout, r"Debug\n┌[^┐]*┐\n│ Comment +│ Time")
+        timed = self.render({"a": {"t": table(["r"], ["c"], [1])}, "b": {"t": table(["r"], ["c"], [2])}}, None, "--debug")
+        self.assertRegex(timed.stdout, r"Debug\n┌[^┐]*┐\n│ Comment +│ Time")
+        # One document is parsed once.
+        self.assertEqual(re.findall(r"│ (read|shown: \w) +│", timed.stdout), ["read", "shown: a", "shown: b"])
 
     def test_a_page_by_its_name_or_by_the_form(self):
         out = self.folder / "out.html"
