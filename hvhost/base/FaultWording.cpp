@@ -283,6 +283,12 @@ std::string wordMessage(const std::string& text, const std::string& detail, cons
     return withComposedField(text, parts.field, origin);
 }
 
+std::string messageKind(const std::string& text, const std::string& detail)
+{
+    const auto report = datafile::faultReportIn(detail);
+    return report && !report->id.empty() ? report->id : text;
+}
+
 std::string inputHint(const std::string& id, const std::string& kind)
 {
     if (kind == kinds::kNotUtf8)

@@ -37,6 +37,10 @@ CommandFault wordFault(const EngineFault& fault, const std::string& jobText,
 std::string wordMessage(const std::string& text, const std::string& detail,
                         const JobOrigin& origin);
 
+/// What messages with the same cause have in common: the id of the message, or its text if it has
+/// no id.
+std::string messageKind(const std::string& text, const std::string& detail);
+
 /// A hint for an error of a file that is read, for commands that have the options for it; may be
 /// empty. `kind` distinguishes errors of one id.
 std::string inputHint(const std::string& id, const std::string& kind);

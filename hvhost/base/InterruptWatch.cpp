@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdio>
 #include <string>
 #include <utility>
 
@@ -14,6 +13,7 @@
 #include "EngineException.h"
 #include "datafile/StartedThread.h"
 #include "hvhost/base/Text.h"
+#include "hvhost/base/UserMessages.h"
 
 namespace {
 
@@ -24,6 +24,20 @@ constexpr long kLookNanoseconds = 50'000'000;
 constexpr std::chrono::milliseconds kOneStroke(250);
 // How long abandonable work may ignore a stop.
 constexpr std::chrono::milliseconds kUnheeded(500);
+
+// The stop of the command. It outlives the watch, because the command reports its fault afterwards.
+std::atomic<bool> interruptedByUser = false;
+std::atomic<bool> timeIsUp = false;
+
+std::optional<CommandFault> stopFault()
+{
+    if (interruptedByUser)
+        return CommandFault(ExitStatus::Interrupted, "interrupted");
+    if (timeIsUp)
+        return CommandFault(ExitStatus::Timeout, "timed out",
+                            "--timeout SECONDS sets a longer limit");
+    return std::nullopt;
+}
 
 sigset_t watchedSignals()
 {
@@ -39,6 +53,8 @@ sigset_t watchedSignals()
 
 InterruptWatch::InterruptWatch(std::optional<double> timeout)
 {
+    interruptedByUser = false;
+    timeIsUp = false;
     const sigset_t signals = watchedSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     // A file that exceeds its size limit is an error to report, like a full disk.
@@ -57,7 +73,7 @@ InterruptWatch::~InterruptWatch()
 
 void InterruptWatch::interrupted(Clock::time_point now)
 {
-    if (!_interrupted.exchange(true)) {
+    if (!interruptedByUser.exchange(true)) {
         _firstInterrupt = now;
     } else if (now - _firstInterrupt > kOneStroke) {
         const std::lock_guard lock(_abandoning);
@@ -82,10 +98,10 @@ void InterruptWatch::abandonIfDeaf(Clock::time_point now)
     const std::lock_guard lock(_abandoning);
     if (_abandonable == 0)
         return;
-    const std::optional<CommandFault> fault = stop();
-    std::fprintf(stderr, "hvhost: error: %s\n", fault->what());
+    const std::optional<CommandFault> fault = stopFault();
+    printMessage(std::string("hvhost: error: ") + fault->what());
     if (!fault->hint().empty())
-        std::fprintf(stderr, "  hint: %s\n", fault->hint().c_str());
+        printMessage("  hint: " + fault->hint());
     leave(fault->status());
 }
 
@@ -102,8 +118,8 @@ void InterruptWatch::watch(std::optional<double> timeout)
         if (signalled)
             interrupted(now);
         if (timeout && std::chrono::duration<double>(now - start).count() >= *timeout)
-            _timedOut = true;
-        if (_interrupted || _timedOut) {
+            timeIsUp = true;
+        if (isStopped()) {
             tellAdapter();
             abandonIfDeaf(now);
         }
@@ -128,24 +144,23 @@ void InterruptWatch::tellAdapter()
         reason = "unknown exception";
     }
     if (!std::exchange(_hasFailed, true))
-        std::fprintf(stderr, "hvhost: warning: the job cannot be cancelled: %s\n",
-                     printable(reason).c_str());
+        printMessage("hvhost: warning: the job cannot be cancelled: " + printable(reason));
 }
 
-std::optional<CommandFault> InterruptWatch::stop() const
+bool InterruptWatch::isStopped()
 {
-    if (_interrupted)
-        return CommandFault(ExitStatus::Interrupted, "interrupted");
-    if (_timedOut)
-        return CommandFault(ExitStatus::Timeout, "timed out",
-                            "--timeout SECONDS sets a longer limit");
-    return std::nullopt;
+    return interruptedByUser || timeIsUp;
+}
+
+void InterruptWatch::checkCommand()
+{
+    if (const std::optional<CommandFault> fault = stopFault())
+        throw *fault;
 }
 
 void InterruptWatch::check() const
 {
-    if (const std::optional<CommandFault> fault = stop())
-        throw *fault;
+    checkCommand();
 }
 
 InterruptWatch::Abandonable::Abandonable(const InterruptWatch& watch,

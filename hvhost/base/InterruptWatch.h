@@ -26,6 +26,10 @@ public:
 
     /// Throws CommandFault if the user interrupted the command or its time has run out.
     void check() const;
+    /// The same for code without access to the watch, also after the end of the watch.
+    static void checkCommand();
+    /// Whether checkCommand throws. Any thread may call it.
+    static bool isStopped();
 
     /// Work that cannot call check regularly, for example the parsing of a document. While such an
     /// object exists, the watch ends the process if the command ignores a stop for half a second.
@@ -54,12 +58,9 @@ private:
     void tellAdapter();
     void interrupted(Clock::time_point now);
     void abandonIfDeaf(Clock::time_point now);
-    std::optional<CommandFault> stop() const;
     [[noreturn]] void leave(ExitStatus status) const;
 
     std::atomic<bool> _ended = false;
-    std::atomic<bool> _interrupted = false;
-    std::atomic<bool> _timedOut = false;
     // Used only by the watching thread.
     Clock::time_point _firstInterrupt;
     std::optional<Clock::time_point> _stopped;

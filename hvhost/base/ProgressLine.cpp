@@ -3,12 +3,19 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
+
+#include "hvhost/base/StandardStreams.h"
 
 namespace {
 
 constexpr std::chrono::seconds kPatience(1);
 constexpr int kBarWidth = 30;
+
+std::string shownPercent(int percent)
+{
+    const std::string digits = std::to_string(percent);
+    return std::string(digits.size() < 3 ? 3 - digits.size() : 0, ' ') + digits + " %";
+}
 
 } // namespace
 
@@ -37,8 +44,7 @@ void ProgressLine::show(double fraction)
     const auto filled = static_cast<std::size_t>(percent * kBarWidth / 100);
     const std::string bar =
         std::string(filled, '#') + std::string(static_cast<std::size_t>(kBarWidth) - filled, '.');
-    std::fprintf(stderr, "\r%s [%s] %3d %%", _label.c_str(), bar.c_str(), percent);
-    std::fflush(stderr);
+    printToStandardError("\r" + _label + " [" + bar + "] " + shownPercent(percent));
 }
 
 void ProgressLine::clear()
@@ -46,7 +52,6 @@ void ProgressLine::clear()
     const std::lock_guard lock(_mutex);
     if (!_drawn)
         return;
-    std::fputs("\r\033[K", stderr);
-    std::fflush(stderr);
+    printToStandardError("\r\033[K");
     _drawn = false;
 }

@@ -6,11 +6,14 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
-#include <climits>
+#include <chrono>
 #include <csignal>
 #include <cstring>
 #include <iostream>
+#include <optional>
+#include <string_view>
 
 #include "base/FileDescriptor.h"
 #include "hvhost/base/CommandFault.h"
@@ -45,6 +48,31 @@ void waitFor(int descriptor, short events, const InterruptWatch& watch)
     do
         watch.check();
     while (poll(&waited, 1, kLookMilliseconds) <= 0);
+}
+
+/// How long a stopped command waits for a reader of its messages.
+constexpr std::chrono::milliseconds kLastWait(500);
+
+bool isReady(int descriptor)
+{
+    pollfd waited{descriptor, POLLOUT, 0};
+    return poll(&waited, 1, kLookMilliseconds) > 0;
+}
+
+/// Waits until standard error takes bytes. Returns false if the command was stopped meanwhile.
+bool waitForReaderOfMessages()
+{
+    using Clock = std::chrono::steady_clock;
+    std::optional<Clock::time_point> stopped;
+    while (!isReady(STDERR_FILENO)) {
+        if (!InterruptWatch::isStopped())
+            continue;
+        if (!stopped)
+            stopped = Clock::now();
+        if (Clock::now() - *stopped >= kLastWait)
+            return false;
+    }
+    return true;
 }
 
 /// Reads the available bytes, at most one chunk. Returns 0 at the end.
@@ -148,6 +176,66 @@ void printToStandardOutput(const std::string& text, const InterruptWatch& watch)
 void flushStandardOutput()
 {
     std::cout.flush();
-    if (!std::cout)
-        failToPrint("");
+    if (std::cout)
+        return;
+    InterruptWatch::checkCommand();
+    failToPrint("");
+}
+
+void printToStandardError(const std::string& text)
+{
+    static std::atomic<bool> isDropped = false;
+    std::string_view rest = text;
+    while (!rest.empty() && !isDropped) {
+        if (!waitForReaderOfMessages()) {
+            isDropped = true;
+            return;
+        }
+        const ssize_t count = write(STDERR_FILENO, rest.data(), std::min(kPipeSpace, rest.size()));
+        if (count < 0 && errno != EINTR && errno != EAGAIN)
+            return;
+        rest.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+    }
+}
+
+StoppableOutput::StoppableOutput() : _original(std::cout.rdbuf(this))
+{
+    setp(_chunk.data(), _chunk.data() + _chunk.size());
+}
+
+StoppableOutput::~StoppableOutput()
+{
+    pass();
+    std::cout.rdbuf(_original);
+}
+
+StoppableOutput::int_type StoppableOutput::overflow(int_type character)
+{
+    if (!pass())
+        return traits_type::eof();
+    if (character != traits_type::eof())
+        sputc(traits_type::to_char_type(character));
+    return traits_type::not_eof(character);
+}
+
+int StoppableOutput::sync()
+{
+    return pass() ? 0 : -1;
+}
+
+/// Writes the collected bytes. After a failure they are lost, and the stream is bad.
+bool StoppableOutput::pass()
+{
+    std::string_view rest(pbase(), static_cast<std::size_t>(pptr() - pbase()));
+    setp(_chunk.data(), _chunk.data() + _chunk.size());
+    while (!rest.empty()) {
+        while (!isReady(STDOUT_FILENO))
+            if (InterruptWatch::isStopped())
+                return false;
+        const ssize_t count = write(STDOUT_FILENO, rest.data(), rest.size());
+        if (count < 0 && errno != EINTR && errno != EAGAIN)
+            return false;
+        rest.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+    }
+    return true;
 }

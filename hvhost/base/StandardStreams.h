@@ -1,5 +1,9 @@
 #pragma once
 
+#include <array>
+#include <climits>
+#include <ostream>
+#include <streambuf>
 #include <string>
 
 class InterruptWatch;
@@ -22,5 +26,28 @@ void fetchStream(const std::string& source, const std::string& path, const Inter
 void deliverToStandardOutput(const std::string& path, const InterruptWatch& watch);
 /// Prints a text after everything that was printed before.
 void printToStandardOutput(const std::string& text, const InterruptWatch& watch);
-/// Throws CommandFault (JobFailed or NoReader) if printed text did not reach standard output.
+/// Throws CommandFault if printed text did not reach standard output: a stop of the command,
+/// NoReader or JobFailed.
 void flushStandardOutput();
+/// Prints a text on standard error, from any thread. If the command is stopped and nobody reads
+/// standard error, waits half a second, then drops this text and all later ones.
+void printToStandardError(const std::string& text);
+
+/// During the lifetime of the object, std::cout waits for its reader only until the command is
+/// stopped. The stream then fails, and flushStandardOutput throws. One object in a process.
+class StoppableOutput : public std::streambuf
+{
+public:
+    StoppableOutput();
+    ~StoppableOutput() override;
+    StoppableOutput(const StoppableOutput&) = delete;
+    StoppableOutput& operator=(const StoppableOutput&) = delete;
+
+private:
+    int_type overflow(int_type character) override;
+    int sync() override;
+    bool pass();
+
+    std::streambuf* _original;
+    std::array<char, PIPE_BUF> _chunk{};
+};

@@ -1,12 +1,12 @@
 #include "hvhost/base/UserMessages.h"
 
 #include <algorithm>
-#include <iostream>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "JobText.h"
+#include "hvhost/base/StandardStreams.h"
 #include "report/text/TerminalText.h"
 
 namespace {
@@ -72,5 +72,5 @@ std::string shownMessage(const std::string& text)
 
 void printMessage(const std::string& text)
 {
-    std::cerr << shownMessage(text) << '\n';
+    printToStandardError(shownMessage(text) + '\n');
 }

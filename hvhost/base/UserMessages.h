@@ -12,5 +12,5 @@ void rememberAddresses(int count, char** words);
 /// they do not look like another message. Stored addresses are shown without their secrets.
 std::string shownMessage(const std::string& text);
 
-/// Prints a message and a line end on standard error.
+/// Prints a message and a line end on standard error, from any thread.
 void printMessage(const std::string& text);

@@ -208,6 +208,7 @@ int runCommandLine(int count, char** words)
     ignoreLostReaders();
     rememberAddresses(count, words);
     setJobTextFilter(&EmbeddedHV::withoutSecrets);
+    const StoppableOutput output;
     std::optional<CleanedStream> cleaned;
     if (isatty(STDOUT_FILENO) != 0)
         cleaned.emplace(std::cout);

@@ -1,6 +1,7 @@
 #include "hvhost/job/HostSession.h"
 
 #include <thread>
+#include <utility>
 
 #include "CommonBlocks.h"
 #include "EngineException.h"
@@ -55,6 +56,9 @@ void callEngine(ExitStatus status, Work work)
         throw CommandFault(ExitStatus::JobFailed, error.getMessage(), {}, error.getTrace());
     }
 }
+
+/// How many warnings of one kind are printed.
+constexpr int kWarningsOfOneKind = 10;
 
 std::unique_ptr<HVRunner> startRunner(TnProcedure* procedure)
 {
@@ -184,9 +188,30 @@ void HostSession::printMessages(const JobOrigin& origin, const std::string& erro
          HostJournal::instance().entries(HostJournal::Kind::Error)) {
         if (entry.level != kLevelWarning || (!error.empty() && entry.text.ends_with(error)))
             continue;
-        warn(wordMessage(entry.text, _runner->getMessageDetail(entry.text), origin));
+        const std::string detail = _runner->getMessageDetail(entry.text);
+        warnOfKind(messageKind(entry.text, detail), wordMessage(entry.text, detail, origin));
     }
     HostJournal::instance().clear();
+    for (auto& [name, kind] : _kinds)
+        if (const int hidden = std::exchange(kind.hidden, 0); hidden > 0 && !_options.quiet)
+            printMessage("hvhost: warning: " + std::to_string(hidden) +
+                         " more warnings like this one: " + kind.example +
+                         "\n--verbose shows them");
+}
+
+/// Prints a warning, unless many of its kind were printed before. The log has all.
+void HostSession::warnOfKind(const std::string& name, const std::string& text)
+{
+    WarningKind& kind = _kinds[name];
+    kind.example = text;
+    if (_options.verbose || kind.printed < kWarningsOfOneKind) {
+        ++kind.printed;
+        warn(text);
+        return;
+    }
+    ++kind.hidden;
+    ++_warnings;
+    log("warning: " + text);
 }
 
 void HostSession::warn(const std::string& text)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -56,7 +57,16 @@ private:
     void execute(const std::string& jobText, HVStatDataIterator* rows);
     void checkOutcome(const std::string& jobText, const JobOrigin& origin);
     void printMessages(const JobOrigin& origin, const std::string& error);
+    void warnOfKind(const std::string& name, const std::string& text);
     void checkTrails() const;
+
+    /// The warnings of one messageKind.
+    struct WarningKind
+    {
+        int printed = 0;
+        int hidden = 0;      ///< since the last report of hidden warnings
+        std::string example; ///< the last one
+    };
 
     const CommonOptions& _options;
     const InterruptWatch& _watch;
@@ -64,4 +74,5 @@ private:
     std::unique_ptr<HVRunner> _runner;
     std::string _command;
     int _warnings = 0;
+    std::map<std::string, WarningKind> _kinds;
 };

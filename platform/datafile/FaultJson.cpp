@@ -148,7 +148,7 @@ std::optional<FaultReport> faultReportIn(const std::string& text)
     const FaultObject object = FaultObject::parse(text, nullptr, false);
     if (!object.is_object())
         return std::nullopt;
-    return FaultReport{partsIn(object), faultText(object, "detail")};
+    return FaultReport{faultText(object, "id"), partsIn(object), faultText(object, "detail")};
 }
 
 } // namespace datafile

@@ -18,9 +18,10 @@ std::string jsonOf(const std::string& id, const FaultParts& parts);
 /// Only the parts of a fault, in the same form.
 std::string jsonOf(const FaultParts& parts);
 
-/// The parts and the detail of a reported fault.
+/// The id, the parts and the detail of a reported fault.
 struct FaultReport
 {
+    std::string id;
     FaultParts parts;
     std::string detail;
 };

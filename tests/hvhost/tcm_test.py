@@ -4,6 +4,7 @@ import functools
 import io
 import json
 import pathlib
+import re
 import sys
 import time
 import unittest
@@ -255,10 +256,16 @@ class Tcm(Case):
         words = ("tcm", "train", wide, "-o", out, "--case-count", "--metrics", header)
         process = self.start_hvhost(*words)
         self.wait_until_stoppable(process)
-        time.sleep(1.0)
+        time.sleep(0.5)
         self.assertIn("interrupted", self.stop(process))
         self.run_hvhost(*words, "--timeout", 0.5, status=124)
         self.assertFalse(out.exists())
+        # Most series are linear in others: a warning for each would hide all else.
+        errors = self.run_hvhost(*words).stderr
+        for kind in ("lags of the series", "the equation of"):
+            self.assertEqual(len(re.findall(f"warning: {kind}", errors)), 10, errors)
+            self.assertRegex(errors, rf"warning: \d+ more warnings like this one: {kind}.*\n  --verbose shows them\n")
+        self.assertGreater(self.run_hvhost(*words, "--force", "-v").stderr.count("\n"), 300)
         # The page of so many points takes many seconds to build.
         begin = time.monotonic()
         self.tcm("forecast", self.model, SHOPS, "--series", "north,sales", "--horizon", 90000, "-o",
