@@ -111,7 +111,8 @@ void addCommonOptions(CLI::App& app, CommonOptions& options)
         return app.add_option(name, value, purpose)->group("Common");
     };
     app.add_flag("-q,--quiet", options.quiet, "No warnings, no progress")->group("Common");
-    app.add_flag("-v,--verbose", options.verbose, "Show the details of an error and every warning")->group("Common");
+    app.add_flag("-v,--verbose", options.verbose, "Show the details of an error and every warning")
+        ->group("Common");
     app.add_flag("--strict", options.strict, "Exit 5 if there were warnings")->group("Common");
     add("--progress", options.progress, "Progress on standard error; auto: on a terminal")
         ->type_name("WHEN")
