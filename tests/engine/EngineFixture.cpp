@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "datafile/FaultJson.h"
+#include "support/ProcessorClock.h"
 
 using namespace EmbeddedHV;
 
@@ -194,15 +195,18 @@ std::chrono::milliseconds EngineFixture::cancelAfter(std::chrono::milliseconds d
     const auto execution = newExecution(job);
     if (setup)
         setup(*execution);
-    std::chrono::steady_clock::time_point cancelled;
+    ProcessorClock::time_point cancelled;
+    std::chrono::steady_clock::time_point moment;
     std::thread canceller([&] {
         std::this_thread::sleep_for(delay);
-        cancelled = std::chrono::steady_clock::now();
+        cancelled = ProcessorClock::now();
+        moment = std::chrono::steady_clock::now();
         execution->cancel(nullptr);
     });
     execution->execute(nullptr, &listener);
-    const auto end = std::chrono::steady_clock::now();
+    const ProcessorClock::time_point end = ProcessorClock::now();
     canceller.join();
+    EXPECT_LT(std::chrono::steady_clock::now() - moment, kLongestStop);
     execution->dispose(nullptr);
     return std::chrono::duration_cast<std::chrono::milliseconds>(end - cancelled);
 }

