@@ -36,6 +36,7 @@ protected:
 
 TEST_F(Tracer, IsOffWithoutADirectory)
 {
+    std::filesystem::remove("hvinteg_test_trace.hvl");
     for (const Value& dir : {Value(), Value("")}) {
         const auto tracer = makeTracer(dir);
         EXPECT_FALSE(tracer->canTrace());
