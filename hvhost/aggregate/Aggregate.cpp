@@ -74,7 +74,7 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     const bool shown = isShown(options);
     const std::string form = options.format.empty() ? "text" : options.format;
     const TableLook look{form, textWidth(options.width, form)};
-    const InputFile input(options.input, FileOptions::Offered, watch);
+    const InputFile input(options.input, FileOptions::Offered, watch, Reader::Either);
     std::optional<OutputFile> output;
     if (!shown)
         output.emplace(options.output, FileOptions::Offered, watch);
@@ -105,6 +105,7 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     }
     if (input.dataset())
         session.giveUpSettings(*input.dataset());
+    session.note(input.road());
     session.run(job, origin, input.rows());
     if (output)
         output->deliver();

@@ -31,6 +31,7 @@ struct InputOptions
     std::string userMissing;   ///< exclude or keep; empty: the default of the command
     std::string weight;        ///< a variable of the dataset; empty: the file's own
     bool direct = false;       ///< the engine itself reads the file
+    bool served = false;       ///< the host reads it and serves its cases
     bool noHeader = false;
     std::optional<long long> limit;
     std::optional<long long> maxErrors; ///< -1: any number

@@ -62,6 +62,14 @@ CFMetaData documentIn(const std::string& path)
     return CFMetaData(std::string(std::istreambuf_iterator<char>(document), {}));
 }
 
+/// What the file itself declares that only the host heeds; empty if nothing.
+std::string hostReasonOf(const Dataset& dataset)
+{
+    if (dataset.weight() >= 0)
+        return "the file declares a weight";
+    return dataset.split().empty() ? "" : "the file declares a split";
+}
+
 std::vector<std::string> fieldNames(const CFMetaData& model)
 {
     std::vector<std::string> names;
@@ -72,7 +80,8 @@ std::vector<std::string> fieldNames(const CFMetaData& model)
 
 } // namespace
 
-InputFile::InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch)
+InputFile::InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch,
+                     Reader reader)
     : _options(options), _watch(watch), _offered(offered), _file(options.path, watch),
       _password(readPassword(options.password, options.passwordFile, watch)),
       _kind(dataKind(options.kind, options.path,
@@ -85,20 +94,61 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
                  _options.decimalComma};
     if (!_options.dataModel.empty())
         _dataModel.emplace(_options.dataModel, watch);
-    // Only the engine supports data model documents and skipping bad records.
-    if (!_options.direct && !_dataModel && !_options.maxErrors)
-        openDataset();
-    else
+    if (!isReadByHost(reader)) {
         refuseForEngine();
+    } else {
+        _dataset = _known ? std::move(_known) : openDataset();
+        if (!_options.weight.empty())
+            _dataset->setWeight(_options.weight);
+    }
     if (!_dataset && _options.userMissing == "keep")
         keepMissing();
 }
 
-void InputFile::openDataset()
+bool InputFile::isReadByHost(Reader reader)
 {
-    _dataset = std::make_unique<Dataset>(_options, _file, _kind, _form, _password, _watch);
+    // Only the engine supports data model documents and skipping bad records.
+    if (_options.direct || _dataModel || _options.maxErrors)
+        return false;
+    _hostReason = reader == Reader::Host ? "the command works on a dataset" : hostReason();
+    if (_hostReason.empty() && _kind != DataKind::Csv)
+        _hostReason = hostReasonOf(known());
+    return !_hostReason.empty();
+}
+
+/// What the options or the form of the file need of the host; empty if nothing.
+std::string InputFile::hostReason() const
+{
+    if (_options.served)
+        return "--served is given";
     if (!_options.weight.empty())
-        _dataset->setWeight(_options.weight);
+        return "--weight is given";
+    if (!_options.encoding.empty())
+        return "--encoding is given";
+    if (_form.decimalComma)
+        return "--decimal-comma is given";
+    if (_form.separator != ',')
+        return std::string(separatorWord(_form.separator)) + " separates the fields";
+    return {};
+}
+
+std::string InputFile::road() const
+{
+    return _dataset ? _file.name() + ": the host serves the cases, because " + _hostReason
+                    : _file.name() + ": the engine reads the file";
+}
+
+std::unique_ptr<Dataset> InputFile::openDataset() const
+{
+    return std::make_unique<Dataset>(_options, _file, _kind, _form, _password, _watch);
+}
+
+/// The file as a dataset, for what its dictionary says.
+const Dataset& InputFile::known() const
+{
+    if (!_known)
+        _known = openDataset();
+    return *_known;
 }
 
 InputFile::~InputFile() = default;
@@ -160,8 +210,7 @@ void InputFile::keepMissing()
 /// command.
 void InputFile::keepMissingOfDataset()
 try {
-    _kept = std::make_unique<KeptMissing>(
-        Dataset(_options, _file, _kind, _form, _password, _watch).file());
+    _kept = std::make_unique<KeptMissing>(known().file());
 } catch (const CommandFault&) {
     if (_offered == FileOptions::Offered)
         throw;
@@ -169,10 +218,11 @@ try {
 
 bool InputFile::declaresMissing() const
 {
-    if (!_dataset)
+    const Dataset* const dataset = _dataset ? _dataset.get() : _known.get();
+    if (dataset == nullptr || _kept)
         return _kept != nullptr;
-    for (int column = 0; column < _dataset->source().ColumnCount(); ++column)
-        if (_dataset->file().Field(column).GetMissingValues() != CFMissingValues())
+    for (int column = 0; column < dataset->source().ColumnCount(); ++column)
+        if (dataset->file().Field(column).GetMissingValues() != CFMissingValues())
             return true;
     return false;
 }
@@ -203,7 +253,7 @@ std::vector<std::string> InputFile::namesForEngine() const
         return fieldNames(documentIn(_dataModel->path()));
     if (_kind == DataKind::Csv)
         return datafile::CsvProfile(_file.path(), !_options.noHeader).names();
-    return Dataset(_options, _file, _kind, _form, _password, _watch).names();
+    return known().names();
 }
 
 HVStatDataIterator* InputFile::rows() const

@@ -27,15 +27,23 @@ enum class FileOptions
     None
 };
 
-/// A file that a command reads. The host opens it as a dataset and serves its cases to the engine.
-/// The engine reads the file itself if the options say so or only the engine can. Borrows the
+/// Who reads the file of a command if its options do not say it.
+enum class Reader
+{
+    Host,  ///< the command needs the dataset
+    Either ///< the engine, unless something needs the host
+};
+
+/// A file that a command reads. Either the engine reads the file itself, which is fast and loses
+/// nothing, or the host opens it as a dataset and serves its cases to the engine. Borrows the
 /// watch.
 class InputFile
 {
 public:
     /// Throws CommandFault: Input as ReadableFile does; Usage for an unclear kind, for options that
     /// the kind of file does not support, and for an invalid weight.
-    InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch);
+    InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch,
+              Reader reader = Reader::Host);
     ~InputFile();
 
     /// What is known about a job that reads this file.
@@ -46,8 +54,8 @@ public:
     void complete(HVLUpdateDataModel& update) const;
     /// Reports what remains to be said after the reading is done.
     void finish() const;
-    /// Whether the file declares values missing. For a file that the engine reads: whether such
-    /// values are kept.
+    /// Whether the file declares values missing. If the options make the engine read the file:
+    /// whether such values are kept.
     bool declaresMissing() const;
     /// Makes the engine treat such values as missing although it keeps them.
     void excludeMissing();
@@ -61,13 +69,18 @@ public:
     /// it cannot be opened here; the engine then reports the reason. Opens such a file. Throws what
     /// the watch throws.
     std::vector<std::string> names() const;
+    /// Who reads the file, and why, for the user.
+    std::string road() const;
     /// The rows for the job; null if the engine reads the file.
     HVStatDataIterator* rows() const;
 
 private:
     void refuseOptions() const;
     void refuseForEngine() const;
-    void openDataset();
+    bool isReadByHost(Reader reader);
+    std::string hostReason() const;
+    std::unique_ptr<Dataset> openDataset() const;
+    const Dataset& known() const;
     void keepMissing();
     void keepMissingOfDataset();
     std::vector<std::string> namesForEngine() const;
@@ -82,6 +95,9 @@ private:
     DataKind _kind;
     CsvForm _form;
     std::unique_ptr<Dataset> _dataset;
+    mutable std::unique_ptr<Dataset>
+        _known; ///< the dictionary of a file that the engine reads; opened when it is needed
+    std::string _hostReason; ///< why the host reads the file
     std::unique_ptr<KeptMissing>
         _kept; ///< set if the engine reads the file and keeps user-missing values
 };

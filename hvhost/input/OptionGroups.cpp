@@ -51,15 +51,23 @@ void addReading(CLI::App& app, InputOptions& options)
         ->type_name("N")
         ->check(wholeNumberFrom(0));
     addUserMissing(app, options.userMissing)->group("Input");
-    app.add_flag("--direct", options.direct, "The engine reads the file instead of the host")
-        ->group("Input");
+    CLI::Option* const direct =
+        app.add_flag("--direct", options.direct,
+                     "The engine reads the file; by default it does where\nnothing needs the host")
+            ->group("Input");
+    CLI::Option* const served =
+        app.add_flag("--served", options.served, "The host reads the file and serves its cases")
+            ->group("Input")
+            ->excludes(direct);
     add("--data-model", options.dataModel,
         "A data model document for the fields; implies\n--direct")
         ->type_name("FILE")
+        ->excludes(served)
         ->check(notEmpty());
     add("--max-errors", options.maxErrors,
         "Skip up to N bad records of a csv file, -1 for any\nnumber; implies --direct")
         ->type_name("N")
+        ->excludes(served)
         ->check(wholeNumberFrom(-1));
 }
 

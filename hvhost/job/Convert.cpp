@@ -50,7 +50,7 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
     const InputOptions reading = readingOf(options);
-    const InputFile input(reading, FileOptions::Offered, watch);
+    const InputFile input(reading, FileOptions::Offered, watch, Reader::Either);
     const OutputFile output(options.output, FileOptions::Offered, watch);
     const std::vector<std::string> kept =
         RecordNames(input, options.records).own(options.keep, "--keep");
@@ -77,6 +77,7 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
     JobOrigin origin = input.origin();
     origin.outputs = output.origins();
     origin.expressions = records.expressions();
+    session.note(input.road());
     session.run(job, origin, input.rows());
     output.deliver();
     input.finish();

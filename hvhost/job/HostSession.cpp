@@ -214,6 +214,13 @@ void HostSession::warnOfKind(const std::string& name, const std::string& text)
     log("warning: " + text);
 }
 
+void HostSession::note(const std::string& text) const
+{
+    log(text);
+    if (_options.verbose)
+        printMessage("hvhost: " + text);
+}
+
 void HostSession::warn(const std::string& text)
 {
     ++_warnings;

@@ -42,6 +42,8 @@ public:
     /// The same for work that itself runs one job on the runner, shows its messages and ends its
     /// execution. `work` returns whether it succeeded.
     void perform(const std::function<bool()>& work, const JobOrigin& origin);
+    /// Logs a line about how the command works, and prints it if the command is verbose.
+    void note(const std::string& text) const;
     /// Prints a warning.
     void warn(const std::string& text);
     /// Counts warnings and errors that the user sees in the output itself.

@@ -17,7 +17,7 @@ from hvhost_case import Case
 
 RUN_SQL = os.environ["HV_RUN_SQL"]
 KINDS = ("sav", "hvbf", "csv")
-ROADS = {"host": (), "engine": ("--direct",)}
+ROADS = {"host": ("--served",), "engine": ("--direct",)}
 # The engine does not know that a split is in force.
 IGNORES = re.compile(r"hvhost: warning: This procedure ignores the .*\n")
 
@@ -189,7 +189,7 @@ class Agreement(Case):
 
     def test_what_the_hosts_code_page_cannot_hold_is_told_and_counted(self):
         source = self.write("many.csv", "naïve\n" + "é表\n" * 12)
-        done = self.run_hvhost("convert", source, "-", environment={"VEXA_CODEPAGE": "windows-1252"})
+        done = self.run_hvhost("convert", source, "-", "--served", environment={"VEXA_CODEPAGE": "windows-1252"})
         self.assertEqual(done.stdout, "naïve\n" + "é?\n" * 12)
         told = done.stderr.splitlines()
         self.assertEqual(len(told), 11)
@@ -201,9 +201,30 @@ class Agreement(Case):
                            ("1,2024-05-06 07:08:09.000003", r'"b": 2024-05-06 07:08:09\.000003 has more digits'),
                            ("9007199254740993,y", r'variable "a": 9007199254740993 has more digits')):
             source = self.write("much.csv", f"a,b\n{line}\n")
-            done = self.run_hvhost("convert", source, self.folder / "out.csv", "--force", "--strict", status=5)
+            done = self.run_hvhost("convert", source, self.folder / "out.csv", "--force", "--strict", "--served",
+                                   status=5)
             self.assertRegex(done.stderr, says)
-            self.run_hvhost("convert", source, self.folder / "out.csv", "--force", "--strict", "--direct")
+            done = self.run_hvhost("convert", source, "-", "--strict")
+            self.assertEqual(done.stdout, source.read_text())
+
+    def test_the_host_serves_the_cases_only_where_it_is_needed(self):
+        plain = self.write("plain.csv", "a,w\n1,2\n3,4\n")
+        weighted = self.folder / "weighted.sav"
+        self.run_hvhost("convert", plain, weighted, "--weight", "w")
+        copy = self.folder / "copy.hvbf"
+        self.run_hvhost("convert", plain, copy)
+        for source, words, reason in (
+                (plain, (), None), (copy, (), None), (plain, ("--where", "x.a > 1"), None),
+                (plain, ("--served",), "--served is given"), (plain, ("--encoding", "utf-8"), "--encoding is given"),
+                (self.write("semicolon.csv", "a;w\n1;2\n"), (), "; separates the fields"),
+                (self.write("comma.csv", "a;w\n1,5;2\n"), ("--decimal-comma",), "--decimal-comma is given"),
+                (weighted, (), "the file declares a weight")):
+            with self.subTest(source=source.name, words=words):
+                told = self.run_hvhost("aggregate", source, "--stat", "mean:a", "-v", *words).stderr
+                says = "the engine reads the file" if reason is None else f"the host serves the cases, because {reason}"
+                self.assertIn(f"hvhost: {source}: {says}\n", told)
+        self.assertIn("--direct excludes --served",
+                      self.run_hvhost("convert", plain, "-", "--direct", "--served", status=2).stderr)
 
     def test_fractions_of_a_second_are_the_same_on_both_roads(self):
         first = datetime.datetime(2024, 5, 6, 7, 8, 9)

@@ -396,7 +396,7 @@ class Rest(Case):
         self.run_hvhost(*words)
         self.run_hvhost(*words, status=2)
         text = log.read_text(encoding="utf-8")
-        self.assertRegex(text, r"(?s)^20\d\d-\d\d-\d\dT\S+Z job: .*Z done\n.*Z error: .*: the file exists\n$")
+        self.assertRegex(text, r"(?s)^20\d\d-\d\d-\d\dT\S+Z \S+: the engine reads the file\n.*Z job: .*Z done\n.*Z error: .*: the file exists\n$")
         self.assertIn("dataPassword", text)
         self.assertNotIn("ill", text.replace("filesystem", ""))
 

@@ -1,0 +1,91 @@
+// hvhost from start to end, by the road that it chooses, against a program that does the same work
+// with the database alone. bench_programs DIR measures, bench_programs DIR STATEMENT is one run of
+// the baseline. The records are those of `convert`.
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "Child.h"
+#include "DuckDb.h"
+#include "Job.h"
+#include "Measure.h"
+
+namespace {
+
+struct Task
+{
+    std::string name;
+    std::vector<std::string> words; ///< of hvhost
+    std::string statement;          ///< of the database
+    double limit;
+};
+
+std::vector<Task> tasks(const std::string& directory)
+{
+    const std::string csv = directory + "/rows.csv";
+    const std::string parquet = directory + "/rows.hvbf";
+    const std::string out = directory + "/programs.";
+    const std::string ofCsv = "(SELECT * FROM read_csv('" + csv + "', header = true))";
+    const std::string ofParquet = "(SELECT * FROM read_parquet('" + parquet + "'))";
+    return {
+        {"hvhost convert csv to csv",
+         {"convert", csv, out + "csv", "--force"},
+         "COPY " + ofCsv + " TO '" + out + "csv' (FORMAT csv, HEADER)",
+         1.15},
+        {"hvhost convert hvbf to csv",
+         {"convert", parquet, out + "csv", "--force"},
+         "COPY " + ofParquet + " TO '" + out + "csv' (FORMAT csv, HEADER)",
+         1.15},
+        {"hvhost convert csv to sav",
+         {"convert", csv, out + "sav", "--force"},
+         "COPY " + ofCsv + " TO '" + out + "sav' (FORMAT parquet)",
+         1.15},
+        {"hvhost aggregate",
+         {"aggregate", csv, "--by", "grp", "--stat", "count", "--stat", "mean:a", out + "csv",
+          "--force"},
+         "COPY (SELECT grp, count(*), avg(a) FROM " + ofCsv + " GROUP BY grp) TO '" + out +
+             "csv' (FORMAT csv, HEADER)",
+         1.2},
+    };
+}
+
+void prepare(const std::string& directory)
+{
+    bench::DuckDb database(bench::engineThreads());
+    database.run("COPY (SELECT * FROM read_csv('" + directory + "/rows.csv', header = true)) TO '" +
+                 directory + "/rows.hvbf' (FORMAT parquet)");
+}
+
+bool compare(const std::string& directory, const Task& task)
+{
+    const std::string programs = bench::programDirectory();
+    std::vector<std::string> ours = {programs + "/hvhost"};
+    ours.insert(ours.end(), task.words.begin(), task.words.end());
+    const std::vector<std::string> baseline = {programs + "/bench_programs", directory,
+                                               task.statement};
+    const bench::Comparison time = bench::interleave(
+        5, [&] { return bench::runChild(ours).wallMilliseconds; },
+        [&] { return bench::runChild(baseline).wallMilliseconds; });
+    return bench::report(task.name, time, "ms", task.limit);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc == 3) {
+        bench::DuckDb(bench::engineThreads()).run(argv[2]);
+        return 0;
+    }
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: bench_programs DIR\n");
+        return 2;
+    }
+    prepare(argv[1]);
+    bool holds = true;
+    for (const Task& task : tasks(argv[1]))
+        holds = compare(argv[1], task) && holds;
+    return holds ? 0 : 1;
+}
