@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "hvhost/base/StandardStreams.h"
 
@@ -15,6 +16,19 @@ std::string shownPercent(int percent)
 {
     const std::string digits = std::to_string(percent);
     return std::string(digits.size() < 3 ? 3 - digits.size() : 0, ' ') + digits + " %";
+}
+
+/// The remaining time, if the work goes on at the same speed. Empty while that is not yet known.
+std::string shownRest(std::chrono::duration<double> spent, double fraction)
+{
+    constexpr double kEnough = 0.05;
+    if (spent < kPatience || fraction < kEnough || fraction >= 1)
+        return {};
+    const auto seconds = std::lround(spent.count() * (1 - fraction) / fraction);
+    constexpr long kMinute = 60;
+    if (seconds < 2 * kMinute)
+        return ", about " + std::to_string(std::max(seconds, 1L)) + " s left";
+    return ", about " + std::to_string((seconds + kMinute / 2) / kMinute) + " min left";
 }
 
 } // namespace
@@ -36,7 +50,8 @@ void ProgressLine::show(double fraction)
         return;
     const std::lock_guard lock(_mutex);
     const int percent = static_cast<int>(std::clamp(fraction, 0.0, 1.0) * 100);
-    const bool early = std::chrono::steady_clock::now() - _start < kPatience;
+    const auto spent = std::chrono::steady_clock::now() - _start;
+    const bool early = spent < kPatience;
     if (percent == _lastPercent || (early && !_always))
         return;
     _lastPercent = percent;
@@ -44,7 +59,8 @@ void ProgressLine::show(double fraction)
     const auto filled = static_cast<std::size_t>(percent * kBarWidth / 100);
     const std::string bar =
         std::string(filled, '#') + std::string(static_cast<std::size_t>(kBarWidth) - filled, '.');
-    printToStandardError("\r" + _label + " [" + bar + "] " + shownPercent(percent));
+    printToStandardError("\r" + _label + " [" + bar + "] " + shownPercent(percent) +
+                         shownRest(spent, fraction) + "\033[K");
 }
 
 void ProgressLine::clear()

@@ -4,8 +4,8 @@
 #include <mutex>
 #include <string>
 
-/// Shows the progress of a job on one line of standard error, which is redrawn and removed at the
-/// end. By default only on a terminal, and only for work that takes more than a second.
+/// Shows the progress of a job and the time that remains on one line of standard error, which is
+/// redrawn and removed at the end. By default only on a terminal, and only for work that takes more than a second.
 class ProgressLine
 {
 public:

@@ -159,6 +159,7 @@ HVRawDataIterator* CaseGroups::allCases()
     _all->SetFreqWeightAdj(kWeightUnchanged);
     _all->SetVarValidSpecs(&_validSpecs);
     _all->SetName(kGroupIterator);
+    _all->SetTotalRecords(_dataset.file().CaseCount());
     return _all.get();
 }
 

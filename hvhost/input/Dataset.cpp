@@ -139,6 +139,7 @@ HVRawDataIterator& Dataset::cases()
         throw inputFault(error, _readable);
     }
     _cases->SetName(kIteratorName);
+    _cases->SetTotalRecords(_file->CaseCount());
     return *_cases;
 }
 

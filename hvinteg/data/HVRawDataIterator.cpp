@@ -142,6 +142,16 @@ unsigned int HVRawDataIterator::getRecordValue(unsigned long long index, void*& 
     return RecordAvailable;
 }
 
+long long HVRawDataIterator::totalRecords() const
+{
+    return _impl->totalRecords;
+}
+
+void HVRawDataIterator::SetTotalRecords(long long records)
+{
+    _impl->totalRecords = records;
+}
+
 bool HVRawDataIterator::servesBlocks(const std::vector<std::size_t>& fields)
 {
     return _impl->reader.servesBlocks(fields);

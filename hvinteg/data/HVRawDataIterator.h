@@ -8,6 +8,7 @@
 #include "ACAVarValidSpecs.h"
 #include "CFMetaData.h"
 #include "RowBlocks.h"
+#include "RowTotal.h"
 #include "SvrDMDataset.h"
 #include "VexaDataSource.h"
 #include "data/WeightAdjust.h"
@@ -35,7 +36,9 @@ class HVDataModel;
 ///
 /// If the host has its cases in memory (VEXA_CaseBlock), numbers without a weight and an increment
 /// are served in blocks. Nothing else changes.
-class HVINTEG_EXPORT HVRawDataIterator : public HVStatDataIterator, public EmbeddedHV::RowBlocks
+class HVINTEG_EXPORT HVRawDataIterator : public HVStatDataIterator,
+                                         public EmbeddedHV::RowBlocks,
+                                         public EmbeddedHV::RowTotal
 {
 public:
     /// Reads the variables of a model, with rounded weights. The model's source must outlive the
@@ -102,6 +105,12 @@ public:
                              const std::vector<double*>& columns, std::size_t most,
                              std::size_t& count) override;
 
+    /// The number of SetTotalRecords.
+    long long totalRecords() const override;
+
+    /// Sets how many records there will be, if the caller knows it, for the progress of a job. -1,
+    /// the default, means unknown. A wrong number does no harm.
+    void SetTotalRecords(long long records);
     /// Sets the name by which the job text refers to the rows. Set it before the job text is
     /// generated.
     void SetName(const std::string& name);

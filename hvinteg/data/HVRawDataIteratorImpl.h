@@ -24,6 +24,7 @@ struct HVINTEG_HIDDEN HVRawDataIterator::Impl
     std::string dataModel; ///< the document of the fields
     CFMetaData metadata;   ///< the fields of a record
     bool scoreIteration = false;
+    long long totalRecords = -1;
     CaseViews views; ///< the reader reads from them
     CaseReader reader;
 };

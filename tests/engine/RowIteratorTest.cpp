@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "EngineException.h"
+#include "RowTotal.h"
 
 using namespace EngineTest;
 using EmbeddedHV::RowDataIterator;
@@ -20,6 +21,61 @@ protected:
     static constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const std::string _copy = R"(read({"dataSource": "rows"}) -> )" + writeCsv("out.csv");
 };
+
+/// Knows, or only believes to know, how many records there are.
+class CountedRows : public TestRows, public EmbeddedHV::RowTotal
+{
+public:
+    explicit CountedRows(long long total)
+        : TestRows("rows", {{"r", "real"}}, std::vector<std::vector<Value>>(kRecords, {1.0})),
+          _total(total)
+    {
+    }
+    long long totalRecords() const override { return _total; }
+
+    static constexpr std::size_t kRecords = 20000;
+
+private:
+    long long _total;
+};
+
+class FirstProgress : public RecordingListener
+{
+public:
+    explicit FirstProgress(std::atomic<float>& seen) : _seen(seen) {}
+    void onProgress(float fraction) override
+    {
+        float none = 0;
+        _seen.compare_exchange_strong(none, fraction);
+        RecordingListener::onProgress(fraction);
+    }
+
+private:
+    std::atomic<float>& _seen;
+};
+
+TEST_F(RowIteratorTest, AnIteratorThatKnowsItsNumberOfRecordsGivesProgress)
+{
+    for (const auto& [total, least, most] :
+         {std::tuple(20000LL, 0.6F, 0.75F), {40000LL, 0.3F, 0.4F}, {100LL, 1.0F, 1.0F}}) {
+        SCOPED_TRACE(total);
+        CountedRows rows(total);
+        std::atomic<float> seen = 0;
+        // A report comes a few times in a second.
+        rows.beforeRecord = [&](std::size_t record) {
+            for (int i = 0; record == 15000 && seen == 0 && i < 2000; ++i)
+                std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        };
+        const auto execution = newExecution(_copy);
+        execution->addInputIterator(nullptr, &rows, nullptr);
+        FirstProgress listener(seen);
+        execution->execute(nullptr, &listener);
+        execution->dispose(nullptr);
+        EXPECT_EQ(listener.ending, "success");
+        EXPECT_GE(seen, least);
+        EXPECT_LE(seen, most);
+    }
+}
 
 TEST_F(RowIteratorTest, ValuesComeOnTheScaleOfTheProtocol)
 {

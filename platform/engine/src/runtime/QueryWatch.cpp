@@ -1,5 +1,6 @@
 #include "runtime/QueryWatch.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include "datafile/StartedThread.h"
@@ -47,8 +48,7 @@ void QueryWatch::run()
 void QueryWatch::reportProgress()
 {
     const auto state = duckdb_query_progress(_connection);
-    if (state.percentage >= 0)
-        _progress(state.percentage / 100.0);
+    _progress(std::max(state.percentage, 0.0) / 100.0);
 }
 
 } // namespace EmbeddedHV

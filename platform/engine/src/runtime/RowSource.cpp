@@ -13,7 +13,8 @@ namespace EmbeddedHV {
 RowSource::RowSource(RowDataIterator& iterator, const Cancellation& cancellation,
                      RowSources& registry)
     : _iterator(iterator), _blocks(dynamic_cast<RowBlocks*>(&iterator)),
-      _cancellation(cancellation), _registry(registry), _name(iterator.getName())
+      _total(dynamic_cast<RowTotal*>(&iterator)), _cancellation(cancellation), _registry(registry),
+      _name(iterator.getName())
 {
     const std::string origin = "the data model of the row iterator \"" + _name + "\"";
     _fields = fieldsOfDataModel(_iterator.getDataModel(), origin, errors::kIteratorModel);
@@ -41,6 +42,7 @@ bool RowSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fi
         const bool inBlocks = _blocks && !_ended && _blocks->servesBlocks(fields);
         duckdb_data_chunk_set_size(chunk, inBlocks ? pullBlock(columns, fields, capacity)
                                                    : pull(columns, capacity));
+        _recordsShown = _records;
         for (const RowColumn& column : columns)
             _timesDropped[column.fieldIndex()] += column.timesDropped();
     } catch (const Exception& exception) {
@@ -53,6 +55,16 @@ bool RowSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fi
         fail("unknown exception");
     }
     return !_failure;
+}
+
+double RowSource::readShare() const
+{
+    const long long total = _total ? _total->totalRecords() : 0;
+    if (total <= 0)
+        return 0;
+    const std::uint64_t expected = std::min(static_cast<std::uint64_t>(total), _limit);
+    return std::min(1.0, static_cast<double>(_recordsShown) /
+                             static_cast<double>(std::max<std::uint64_t>(expected, 1)));
 }
 
 std::vector<FaultParts> RowSource::remarks() const

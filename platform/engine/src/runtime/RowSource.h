@@ -2,6 +2,7 @@
 
 #include <duckdb.h>
 
+#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -11,6 +12,7 @@
 #include "JobError.h"
 #include "RowBlocks.h"
 #include "RowDataIterator.h"
+#include "RowTotal.h"
 #include "runtime/Cancellation.h"
 #include "runtime/RecordSource.h"
 #include "runtime/RowSources.h"
@@ -39,6 +41,9 @@ public:
     void limitTo(std::uint64_t records) { _limit = records; }
     /// The error that occurred while rows were read. The statement that read them has failed.
     const std::optional<JobError>& failure() const { return _failure; }
+    /// The part of the records that was read, from 0 to 1; 0 if their number is unknown. Any
+    /// thread.
+    double readShare() const;
     /// A sentence for each date field in which values lost a time of day.
     std::vector<FaultParts> remarks() const;
 
@@ -56,6 +61,7 @@ private:
 
     RowDataIterator& _iterator;
     RowBlocks* const _blocks; ///< the same object; null if it serves only rows
+    RowTotal* const _total;   ///< the same object; null if it does not know its number of records
     const Cancellation& _cancellation;
     RowSources& _registry;
     std::int64_t _id = 0;
@@ -63,6 +69,7 @@ private:
     std::vector<CFField> _fields;
     std::uint64_t _limit = UINT64_MAX;
     std::uint64_t _records = 0;
+    std::atomic<std::uint64_t> _recordsShown = 0; ///< the same for readShare, after each chunk
     bool _ended = false;
     std::optional<JobError> _failure;
     std::vector<std::uint64_t> _timesDropped; ///< for each field

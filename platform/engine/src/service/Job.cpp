@@ -200,8 +200,10 @@ void Job::execute(const std::string& sql, Node& node, const Statement& statement
 
 void Job::runSql(const std::string& sql, bool keepsNothing, Output* taker)
 {
-    const QueryWatch watch(_context.connection->handle(), _cancellation,
-                           [this](double part) { report(_statementShare * part); });
+    // The database does not know how far an iterator is.
+    const QueryWatch watch(_context.connection->handle(), _cancellation, [this](double part) {
+        report(_statementShare * std::max(part, _context.readShare()));
+    });
     if (!keepsNothing && !taker) {
         _context.connection->query(sql);
         return;

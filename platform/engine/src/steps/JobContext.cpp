@@ -21,6 +21,14 @@ std::string JobContext::inputPath(const std::string& text) const
     return path;
 }
 
+double JobContext::readShare() const
+{
+    double sum = 0;
+    for (const auto& [name, input] : iteratorInputs)
+        sum += input.source->readShare();
+    return iteratorInputs.empty() ? 0 : sum / static_cast<double>(iteratorInputs.size());
+}
+
 void JobContext::announce(const std::string& path, const std::string& step)
 {
     const std::string canonical = canonicalPath(path);

@@ -62,6 +62,8 @@ struct JobContext
     std::map<std::string, RowDataIterator*> iterators;
     /// Made when a step first reads an iterator. Cleared at the end of execute.
     std::map<std::string, IteratorInput> iteratorInputs;
+    /// The part of the iterators' records that was read, from 0 to 1.
+    double readShare() const;
     std::set<std::string> sharedIterators; ///< used in several places
 
     /// Keys are path and header. A complete profile is valid until the job writes the file.
