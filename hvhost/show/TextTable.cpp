@@ -4,12 +4,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <ostream>
 
+#include "base/NumberText.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/show/ResultTable.h"
 #include "report/text/TextGrid.h"
@@ -18,9 +16,7 @@ namespace {
 
 constexpr std::size_t kEdges = 4; ///< a line and a blank on each side
 
-/// Numbers from here on show only whole units. Up to kAllDigits a double is exact to the unit.
-constexpr double kManyDigits = 1e7;
-constexpr double kAllDigits = 1e15;
+constexpr int kShownDigits = 7;
 
 /// A number with seven significant digits; a large number with its whole units. A missing number is
 /// a period. A missing text is blank, because a period may be a text.
@@ -30,11 +26,7 @@ std::string cellText(const std::optional<std::string>& cell, const ResultTable::
         return column.isNumber() ? "." : "";
     if (column.storage != CFField::Real)
         return *cell;
-    std::array<char, 32> buffer{};
-    const double number = std::strtod(cell->c_str(), nullptr);
-    const bool isLarge = std::abs(number) >= kManyDigits && std::abs(number) < kAllDigits;
-    std::snprintf(buffer.data(), buffer.size(), isLarge ? "%.0f" : "%.7g", number);
-    return buffer.data();
+    return base::roundedNumber(std::strtod(cell->c_str(), nullptr), kShownDigits);
 }
 
 } // namespace

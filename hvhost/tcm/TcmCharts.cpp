@@ -1,9 +1,9 @@
 #include "hvhost/tcm/TcmCharts.h"
 
-#include <cstdio>
 #include <cstdlib>
 
 #include "VexaCases.h"
+#include "base/NumberText.h"
 
 namespace {
 
@@ -20,9 +20,7 @@ TcmJson tooltip(std::initializer_list<const char*> fields)
 /// Rounds a number for the table beside the drawing. The table of equations has all digits.
 TcmJson sixDigits(double value)
 {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", value);
-    return std::strtod(text, nullptr);
+    return std::strtod(base::roundedNumber(value).c_str(), nullptr);
 }
 
 TcmJson networkOf(const std::string& description, const char* layout, const TcmJson& nodes,

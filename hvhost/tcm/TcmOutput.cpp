@@ -1,6 +1,5 @@
 #include "hvhost/tcm/TcmOutput.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <ostream>
@@ -21,11 +20,8 @@ ResultTable withRoundedNumbers(ResultTable table)
 {
     for (ResultTable::Row& row : table.rows)
         for (std::size_t at = 0; at < row.size(); ++at)
-            if (row[at] && table.columns[at].storage == CFField::Real) {
-                char text[32];
-                std::snprintf(text, sizeof text, "%.6g", std::strtod(row[at]->c_str(), nullptr));
-                row[at] = text;
-            }
+            if (row[at] && table.columns[at].storage == CFField::Real)
+                row[at] = base::roundedNumber(std::strtod(row[at]->c_str(), nullptr));
     return table;
 }
 

@@ -1,15 +1,16 @@
 #include "report/charts/ChartSpec.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <map>
 #include <stdexcept>
+
+#include "base/NumberText.h"
 
 namespace {
 
 using Json = nlohmann::ordered_json;
 
+constexpr int kShownDigits = 7;
 constexpr int kDeepest = 50; ///< nesting of views
 
 /// Returns null for a missing member, so that paths into a specification need no test at each step.
@@ -253,11 +254,8 @@ std::string jsonCellText(const nlohmann::ordered_json& value)
         return {};
     if (value.is_string())
         return value.get<std::string>();
-    if (value.is_number_float()) {
-        std::array<char, 32> buffer{};
-        std::snprintf(buffer.data(), buffer.size(), "%.7g", value.get<double>());
-        return buffer.data();
-    }
+    if (value.is_number_float())
+        return base::roundedNumber(value.get<double>(), kShownDigits);
     if (value.is_primitive())
         return value.dump(-1, ' ', false, Json::error_handler_t::replace);
     return value.is_array() ? "[…]" : "{…}";

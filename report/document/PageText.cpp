@@ -1,14 +1,13 @@
 #include "report/document/PageText.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <new>
 
 #include <unicode/unistr.h>
 
+#include "base/NumberText.h"
 #include "base/Utf8.h"
 
 namespace {
@@ -122,22 +121,7 @@ std::string shortened(std::string_view text, std::size_t limit)
 
 std::string roundedNumber(double number, int digits)
 {
-    constexpr double kSmallest = 1e-6;
-    constexpr double kLargest = 1e15;
-    const double size = std::abs(number);
-    std::array<char, 64> text{};
-    char* const end = text.data() + text.size();
-    if (size != 0 && (size < kSmallest || size >= kLargest))
-        return {text.data(),
-                std::to_chars(text.data(), end, number, std::chars_format::general, digits).ptr};
-    const int places = size == 0 ? 0 : digits - 1 - static_cast<int>(std::floor(std::log10(size)));
-    std::string shown(
-        text.data(),
-        std::to_chars(text.data(), end, number, std::chars_format::fixed, std::max(places, 0)).ptr);
-    if (shown.find('.') != std::string::npos)
-        shown.erase(shown.find_last_not_of('0') + 1);
-    if (shown.ends_with('.'))
-        shown.pop_back();
+    const std::string shown = base::roundedNumber(number, digits);
     return shown.starts_with('-') ? "−" + shown.substr(1) : shown;
 }
 

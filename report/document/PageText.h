@@ -17,7 +17,7 @@ std::string cellText(std::string_view text);
 /// The first words of a text for a link or list: at most `limit` bytes and an ellipsis.
 std::string shortened(std::string_view text, std::size_t limit = 120);
 
-/// A number with `digits` significant digits, without trailing zeros.
+/// base::roundedNumber with a minus sign instead of a hyphen.
 std::string roundedNumber(double number, int digits = 6);
 
 /// JSON text for a script element: ASCII, and without sequences that HTML would interpret.

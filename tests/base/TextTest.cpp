@@ -56,6 +56,24 @@ TEST(NumberText, ConvertsBackToTheSameNumber)
     EXPECT_EQ(text, "[-9223372036854775808");
 }
 
+TEST(Text, RoundedNumbersKeepTheirWholeUnits)
+{
+    const std::tuple<double, int, const char*> cases[] = {{2.33333333e-5, 7, "0.00002333333"},
+                                                          {1234567.891, 6, "1234568"},
+                                                          {9.99996, 5, "10"},
+                                                          {-0.125, 6, "-0.125"},
+                                                          {100000, 4, "100000"},
+                                                          {0, 6, "0"},
+                                                          {1.0 / 3e6, 4, "3.333e-07"},
+                                                          {1e15, 6, "1e+15"},
+                                                          {1e-5, 4, "0.00001"},
+                                                          {0.5, 1, "0.5"},
+                                                          {-1e300, 3, "-1e+300"}};
+    for (const auto& [number, digits, text] : cases)
+        EXPECT_EQ(base::roundedNumber(number, digits), text);
+    EXPECT_EQ(base::roundedNumber(std::numeric_limits<double>::infinity()), "inf");
+}
+
 TEST(Text, TrimsBothEnds)
 {
     EXPECT_EQ(base::trimmed(" \ta b\t "), "a b");
