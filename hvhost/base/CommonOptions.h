@@ -30,6 +30,14 @@ struct InputOptions
     bool decimalComma = false; ///< the numbers of a csv file are written as 1.234,5
     std::string userMissing;   ///< exclude or keep; empty: the default of the command
     std::string weight;        ///< a variable of the dataset; empty: the file's own
+    // How a csv file is written; see TextImport.
+    std::vector<std::string> missing;
+    std::string missingOption = "--missing"; ///< the option for them
+    std::vector<std::string> types; ///< NAME=TYPE
+    std::string dateFormat;
+    std::string thousands;
+    std::string comment;
+    std::optional<long long> skippedLines;
     bool direct = false;       ///< the engine itself reads the file
     bool served = false;       ///< the host reads it and serves its cases
     bool noHeader = false;

@@ -5,7 +5,8 @@
 #include <string>
 
 /// Shows the progress of a job and the time that remains on one line of standard error, which is
-/// redrawn and removed at the end. By default only on a terminal, and only for work that takes more than a second.
+/// redrawn and removed at the end. By default only on a terminal, and only for work that takes more
+/// than a second.
 class ProgressLine
 {
 public:

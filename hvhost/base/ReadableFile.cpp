@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "base/Utf8.h"
 #include "hvhost/base/CommandFault.h"
@@ -68,6 +69,12 @@ ReadableFile::ReadableFile(const std::string& name, const InterruptWatch& watch)
 }
 
 ReadableFile::~ReadableFile() = default;
+
+void ReadableFile::replaceBy(std::unique_ptr<HVSimpleFile> file)
+{
+    _fetched = std::move(file);
+    _path = nativePath(_fetched->GetGenericPath());
+}
 
 void ReadableFile::fetch(const std::string& source, const InterruptWatch& watch)
 {

@@ -26,6 +26,9 @@ public:
     /// The user's name for it.
     const std::string& name() const { return _name; }
 
+    /// From now on, path is that of this file, which has the same content in another form.
+    void replaceBy(std::unique_ptr<HVSimpleFile> file);
+
 private:
     void fetch(const std::string& source, const InterruptWatch& watch);
 

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <iostream>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
 #include "CFDatum.h"
+#include "base/Utf8.h"
 #include "data/HVDataModel.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ReadableFile.h"
@@ -29,6 +31,15 @@ using Json = nlohmann::ordered_json;
 constexpr const char* kLevels[] = {"unknown", "nominal", "ordinal", "scale"};
 constexpr const char* kRoles[] = {"input", "target", "both", "none", "partition"};
 constexpr int kInfoSchema = 1;
+constexpr std::size_t kMostShown = 60; ///< bytes of a value in a sentence
+
+/// The first characters of a value, for a sentence.
+std::string beginOf(const std::string& text)
+{
+    if (text.size() <= kMostShown)
+        return text;
+    return text.substr(0, base::wholeCharacters(text, kMostShown)) + "…";
+}
 
 std::string utf8(const std::string& text)
 {
@@ -162,8 +173,10 @@ private:
 class DatasetFacts
 {
 public:
-    DatasetFacts(const Dataset& dataset, char separator)
-        : _dataset(dataset), _separator(separator), _model(dataset.source(), false, true, false)
+    DatasetFacts(const Dataset& dataset, char separator,
+                 std::vector<datafile::TextReason> textReasons)
+        : _dataset(dataset), _separator(separator), _model(dataset.source(), false, true, false),
+          _textReasons(std::move(textReasons))
     {
         for (int column = 0; column < dataset.source().ColumnCount(); ++column)
             _variables.emplace_back(
@@ -191,6 +204,9 @@ public:
         json["variables"] = Json::array();
         for (const VariableFacts& variable : _variables)
             json["variables"].push_back(variable.json());
+        for (const datafile::TextReason& reason : _textReasons)
+            json["variables"][reason.column]["textBecauseOf"] = {{"value", reason.text},
+                                                                 {"line", reason.line}};
         return json;
     }
 
@@ -212,6 +228,14 @@ public:
         for (const std::string& line : _dataset.file().Documents())
             for (const std::string& shown : terminalLines(utf8(line)))
                 std::cout << "  " << shown << '\n';
+    }
+
+    void printTextReasons() const
+    {
+        for (const datafile::TextReason& reason : _textReasons)
+            std::cout << terminalText(reason.name) << " is text because of \""
+                      << terminalText(beginOf(reason.text)) << "\" on line " << reason.line
+                      << "; if that is a missing value, --missing names it\n";
     }
 
     /// Leaves out columns that are empty for all variables.
@@ -265,6 +289,7 @@ private:
     const Dataset& _dataset;
     char _separator;
     HVDataModel _model;
+    std::vector<datafile::TextReason> _textReasons;
     std::vector<VariableFacts> _variables;
 };
 
@@ -275,7 +300,7 @@ void info(const InfoOptions& options, const CommonOptions& common)
     const InterruptWatch watch(common.timeout);
     const TableLook look{options.format, textWidth(options.width, options.format)};
     const InputFile input(options.input, FileOptions::Offered, watch);
-    const DatasetFacts facts(*input.dataset(), input.separator());
+    const DatasetFacts facts(*input.dataset(), input.separator(), input.textReasons());
     watch.check();
     if (options.showDataModel)
         std::cout << facts.dataModel();
@@ -287,5 +312,6 @@ void info(const InfoOptions& options, const CommonOptions& common)
         facts.printHead(options.input.path == kStandardStream ? "standard input"
                                                               : options.input.path);
         printTable(facts.table(), look, std::cout);
+        facts.printTextReasons();
     }
 }

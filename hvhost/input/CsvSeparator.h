@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 /// The separator for a word of the command line: a character, or "tab". Returns 0 if the word is
@@ -9,6 +10,6 @@ char separatorOf(const std::string& word);
 /// The separator as shown to the user.
 std::string separatorWord(char separator);
 
-/// Guesses the separator of a csv file from its first line: a comma if there is one outside quotes;
-/// else the most frequent of semicolon, tab and bar; else a comma.
-char likelySeparator(const std::string& path);
+/// The most likely separator of a text file, from its first lines. A separator is as often in each
+/// line. The first `skipped` lines, and those that begin with `comment`, do not count.
+char likelySeparator(const std::string& path, std::uint64_t skipped = 0, char comment = '\0');

@@ -9,11 +9,13 @@
 #include "datafile/CsvProfile.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/FaultWording.h"
+#include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/OutputPath.h"
 #include "hvhost/base/StandardStreams.h"
 #include "hvhost/input/CsvSeparator.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/KeptMissing.h"
+#include "hvhost/input/TextForm.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
 #include "support/HVSimpleFile.h"
@@ -62,6 +64,17 @@ CFMetaData documentIn(const std::string& path)
     return CFMetaData(std::string(std::istreambuf_iterator<char>(document), {}));
 }
 
+/// The separator of a csv file; '\0' if TextImport must find it.
+char separatorIn(const InputOptions& options, const std::string& path)
+{
+    if (!options.separator.empty())
+        return separatorOf(options.separator);
+    if (isPackedText(path))
+        return '\0';
+    return likelySeparator(path, static_cast<std::uint64_t>(options.skippedLines.value_or(0)),
+                           options.comment.empty() ? '\0' : options.comment.front());
+}
+
 /// What the file itself declares that only the host heeds; empty if nothing.
 std::string hostReasonOf(const Dataset& dataset)
 {
@@ -84,14 +97,14 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
                      Reader reader)
     : _options(options), _watch(watch), _offered(offered), _file(options.path, watch),
       _password(readPassword(options.password, options.passwordFile, watch)),
-      _kind(dataKind(options.kind, options.path,
-                     offered == FileOptions::Offered ? options.kindOption.c_str() : nullptr))
+      _kind(inputKind(options.kind, options.path, _file.path(),
+                      offered == FileOptions::Offered ? options.kindOption.c_str() : nullptr))
 {
     refuseOptions();
     if (_kind == DataKind::Csv)
-        _form = {_options.separator.empty() ? likelySeparator(_file.path())
-                                            : separatorOf(_options.separator),
-                 _options.decimalComma};
+        _form = {separatorIn(options, _file.path()), _options.decimalComma};
+    if (needsImport())
+        import();
     if (!_options.dataModel.empty())
         _dataModel.emplace(_options.dataModel, watch);
     if (!isReadByHost(reader)) {
@@ -153,6 +166,36 @@ const Dataset& InputFile::known() const
 
 InputFile::~InputFile() = default;
 
+/// Whether only TextImport reads the file.
+bool InputFile::needsImport() const
+{
+    const bool isText = _kind == DataKind::Csv;
+    return _kind == DataKind::Json ||
+           (isText &&
+            (!_options.missing.empty() || !_options.types.empty() || !_options.dateFormat.empty() ||
+             !_options.thousands.empty() || !_options.comment.empty() || _options.skippedLines ||
+             isPackedText(_file.path())));
+}
+
+/// Replaces the file by the same records in another kind.
+void InputFile::import()
+{
+    if (_options.maxErrors)
+        throw CommandFault(ExitStatus::Usage,
+                           "--max-errors: only a plain csv file is read without its bad records");
+    auto records = std::make_unique<HVSimpleFile>("records.hvbf", false, true);
+    {
+        const InterruptWatch::Abandonable abandonable(_watch);
+        importText(_file, textImport(_options, _kind, _form, _watch),
+                   nativePath(records->GetGenericPath()), _options.kindOption);
+    }
+    _watch.check();
+    _file.replaceBy(std::move(records));
+    _kind = DataKind::Hvbf;
+    _form = {};
+    _options.encoding.clear();
+}
+
 void InputFile::refuseForEngine() const
 {
     const auto refuse = [](const std::string& what, const std::string& hint = kNeedsHost) {
@@ -187,6 +230,12 @@ void InputFile::refuseOptions() const
     refuse(!_options.encoding.empty(), "--encoding");
     refuse(!_options.separator.empty(), "--separator");
     refuse(_options.decimalComma, "--decimal-comma");
+    refuse(!_options.missing.empty(), _options.missingOption.c_str());
+    refuse(!_options.types.empty(), "--type");
+    refuse(!_options.dateFormat.empty(), "--date-format");
+    refuse(!_options.thousands.empty(), "--thousands");
+    refuse(!_options.comment.empty(), "--comment");
+    refuse(_options.skippedLines.has_value(), "--skip");
     refuse(_options.maxErrors.has_value(), "--max-errors");
 }
 
@@ -256,6 +305,16 @@ std::vector<std::string> InputFile::namesForEngine() const
     return known().names();
 }
 
+std::vector<datafile::TextReason> InputFile::textReasons() const
+{
+    if (_kind != DataKind::Csv || !_form.isPlain() || !_options.encoding.empty())
+        return {};
+    return datafile::textReasons(_file.path(), !_options.noHeader, [this] {
+        _watch.check();
+        return true;
+    });
+}
+
 HVStatDataIterator* InputFile::rows() const
 {
     return _dataset ? &_dataset->cases() : nullptr;
@@ -306,6 +365,7 @@ void InputFile::configureFile(HVLRead& read) const
         read.ReadSAV(url, _password);
         break;
     case DataKind::Hvbf:
+    case DataKind::Json: // it was imported
         read.ReadHVBF(url);
         break;
     }
@@ -324,8 +384,8 @@ OutputFile::OutputFile(const OutputOptions& options, FileOptions offered,
                        const InterruptWatch& watch)
     : _options(options), _watch(watch),
       _password(readPassword(options.password, options.passwordFile, watch)),
-      _kind(
-          dataKind(options.kind, options.path, offered == FileOptions::Offered ? "--to" : nullptr))
+      _kind(outputKind(options.kind, options.path,
+                       offered == FileOptions::Offered ? "--to" : nullptr))
 {
     refusePassword(_options.path, _kind, _password, "--out-password");
     if (_options.path == kStandardStream && _options.dataModel == kStandardStream)
@@ -355,6 +415,7 @@ void OutputFile::configure(HVLWrite& write) const
         write.WriteSAV(url, _password);
         break;
     case DataKind::Hvbf:
+    case DataKind::Json: // no output has this kind
         write.WriteHVBF(url);
         break;
     }

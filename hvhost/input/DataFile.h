@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "UserCaseFile.h"
+#include "datafile/TextReasons.h"
 #include "hvhost/base/CommonOptions.h"
 #include "hvhost/base/JobOrigin.h"
 #include "hvhost/base/ReadableFile.h"
@@ -69,6 +70,9 @@ public:
     /// it cannot be opened here; the engine then reports the reason. Opens such a file. Throws what
     /// the watch throws.
     std::vector<std::string> names() const;
+    /// Why fields of a plain csv file are texts; see datafile::textReasons. Throws what the watch
+    /// throws.
+    std::vector<datafile::TextReason> textReasons() const;
     /// Who reads the file, and why, for the user.
     std::string road() const;
     /// The rows for the job; null if the engine reads the file.
@@ -76,6 +80,8 @@ public:
 
 private:
     void refuseOptions() const;
+    bool needsImport() const;
+    void import();
     void refuseForEngine() const;
     bool isReadByHost(Reader reader);
     std::string hostReason() const;

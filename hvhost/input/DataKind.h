@@ -9,7 +9,8 @@ enum class DataKind
 {
     Csv,
     Sav,
-    Hvbf
+    Hvbf,
+    Json ///< only as input
 };
 
 /// A word for a kind, in options and as the extension of a file name.
@@ -18,11 +19,27 @@ struct DataKindWord
     std::string_view word;
     DataKind kind;
 };
-inline constexpr std::array<DataKindWord, 4> kDataKinds{{{"csv", DataKind::Csv},
-                                                         {"sav", DataKind::Sav},
-                                                         {"hvbf", DataKind::Hvbf},
-                                                         {"parquet", DataKind::Hvbf}}};
+inline constexpr std::array<DataKindWord, 10> kDataKinds{{{"csv", DataKind::Csv},
+                                                          {"sav", DataKind::Sav},
+                                                          {"hvbf", DataKind::Hvbf},
+                                                          {"parquet", DataKind::Hvbf},
+                                                          {"tsv", DataKind::Csv},
+                                                          {"tab", DataKind::Csv},
+                                                          {"txt", DataKind::Csv},
+                                                          {"json", DataKind::Json},
+                                                          {"jsonl", DataKind::Json},
+                                                          {"ndjson", DataKind::Json}}};
+/// The first of them are the kinds of outputs as well.
+inline constexpr std::size_t kOutputKinds = 4;
 
-/// The kind from a word, or from the extension of a path if the word is empty. A standard stream is
-/// csv. Throws CommandFault (Usage). Its hint names `option` unless that is null.
-DataKind dataKind(const std::string& word, const std::string& path, const char* option);
+/// The kind of an input from a word, or from the extension of a path if the word is empty; .gz
+/// after it does not count. The kind of a standard stream or a pipe, whose content is in `content`,
+/// is found from its first bytes. Throws CommandFault (Usage). Its hint names `option` unless that
+/// is null.
+DataKind inputKind(const std::string& word, const std::string& path, const std::string& content,
+                   const char* option);
+/// The kind of an output. A standard stream is csv.
+DataKind outputKind(const std::string& word, const std::string& path, const char* option);
+
+/// Whether the file is compressed, or UTF-16 with its mark: only TextImport reads it.
+bool isPackedText(const std::string& path);

@@ -59,16 +59,6 @@ std::string hintFor(const CaseFileError& error, const CsvForm& form, const std::
     return hint;
 }
 
-/// The error of the data library, with the user's name of the file.
-CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const CsvForm& form = {},
-                        const std::string& kindOption = kUsualKindOption)
-{
-    const auto* const known = dynamic_cast<const CaseFileError*>(&error);
-    if (known == nullptr)
-        return {ExitStatus::Input, error.what()};
-    return {ExitStatus::Input, known->textFor(file.name()), hintFor(*known, form, kindOption)};
-}
-
 void addGeo(HVLUpdateDataModel& update, const std::string& name, const CFGeo& geo)
 {
     if (const auto& envelope = geo.GetEnvelope())
@@ -99,6 +89,15 @@ void addWhatIsTold(HVLUpdateDataModel& update, const CFField& told, const CFFiel
 }
 
 } // namespace
+
+CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const CsvForm& form,
+                        const std::string& kindOption)
+{
+    const auto* const known = dynamic_cast<const CaseFileError*>(&error);
+    if (known == nullptr)
+        return {ExitStatus::Input, error.what()};
+    return {ExitStatus::Input, known->textFor(file.name()), hintFor(*known, form, kindOption)};
+}
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
                  const CsvForm& form, const std::string& password, const InterruptWatch& watch)

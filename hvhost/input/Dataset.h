@@ -10,12 +10,19 @@
 #include "UserCaseFile.h"
 #include "VexaDataSource.h"
 #include "data/HVRawDataIterator.h"
+#include "hvhost/base/CommandFault.h"
 #include "hvhost/base/CommonOptions.h"
 #include "hvhost/input/DataKind.h"
 
 class HVLUpdateDataModel;
+class ErrorText;
 class InterruptWatch;
 class ReadableFile;
+
+/// The error of the host's data library, with the user's name of the file and a hint. `kindOption`
+/// is the option of the command for the kind of a file.
+CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const CsvForm& form = {},
+                        const std::string& kindOption = "--from");
 
 /// A data file that the host has opened as a dataset: its metadata, its weight and split, which the
 /// user can change, and its cases for a job. Borrows the file, which must outlive the dataset.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <system_error>
 
+#include "base/AsciiText.h"
 #include "hvhost/base/StandardStreams.h"
 #include "hvhost/input/CsvSeparator.h"
 #include "hvhost/input/DataKind.h"
@@ -17,6 +18,15 @@ bool isNumber(const std::string& text, Number& number)
     const char* const end = text.data() + text.size();
     const std::from_chars_result read = std::from_chars(text.data(), end, number);
     return read.ec == std::errc() && read.ptr == end;
+}
+
+/// Accepts one of the first words for kinds.
+CLI::Validator kindWord(std::size_t count)
+{
+    std::vector<std::string> words;
+    for (std::size_t i = 0; i < count; ++i)
+        words.emplace_back(kDataKinds.at(i).word);
+    return CLI::IsMember(words, CLI::ignore_case);
 }
 
 } // namespace
@@ -66,11 +76,22 @@ CLI::Validator separatorWordCheck()
             ""};
 }
 
-CLI::Validator dataKindWord()
+CLI::Validator oneCharacter()
 {
-    std::vector<std::string> words;
-    words.reserve(kDataKinds.size());
-    for (const DataKindWord& row : kDataKinds)
-        words.emplace_back(row.word);
-    return CLI::IsMember(words, CLI::ignore_case);
+    return {[](const std::string& text) -> std::string {
+                if (text.size() == 1 && base::isAscii(text.front()))
+                    return {};
+                return text + " is not one character";
+            },
+            ""};
+}
+
+CLI::Validator inputKindWord()
+{
+    return kindWord(kDataKinds.size());
+}
+
+CLI::Validator outputKindWord()
+{
+    return kindWord(kOutputKinds);
 }

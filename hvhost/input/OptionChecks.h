@@ -15,4 +15,8 @@ CLI::Validator positiveNumber();
 /// Accepts a separator character, or a word for one.
 CLI::Validator separatorWordCheck();
 /// Accepts a word for a kind of data file, in any letter case.
-CLI::Validator dataKindWord();
+CLI::Validator inputKindWord();
+/// The same for a file that is written.
+CLI::Validator outputKindWord();
+/// Accepts a character, in ASCII.
+CLI::Validator oneCharacter();

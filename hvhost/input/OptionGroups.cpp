@@ -8,6 +8,39 @@
 
 namespace {
 
+/// How a csv file is written that is not plain.
+void addTextForm(CLI::App& app, InputOptions& options)
+{
+    const auto add = [&app](const char* name, auto& value, const char* purpose) {
+        return app.add_option(name, value, purpose)->group("Input");
+    };
+    add(options.missingOption.c_str(), options.missing,
+        "Texts of a csv file that are missing values, as in\nNA,N/A")
+        ->type_name("TEXT")
+        ->delimiter(',')
+        ->check(notEmpty())
+        ->allow_extra_args(false);
+    add("--type", options.types,
+        "The type of a field of a csv file: text, integer,\nreal, date, time or timestamp; "
+        "repeatable")
+        ->type_name("NAME=TYPE")
+        ->check(notEmpty())
+        ->allow_extra_args(false);
+    add("--date-format", options.dateFormat,
+        "How a csv file writes dates, as in %d.%m.%Y; by\ndefault it is detected from the dates")
+        ->type_name("FORMAT")
+        ->check(notEmpty());
+    add("--thousands", options.thousands, "What groups the digits of numbers in a csv file")
+        ->type_name("CHARACTER")
+        ->check(oneCharacter());
+    add("--comment", options.comment, "Lines of a csv file that begin with it are ignored")
+        ->type_name("CHARACTER")
+        ->check(oneCharacter());
+    add("--skip", options.skippedLines, "Ignore the first N lines of a csv file")
+        ->type_name("N")
+        ->check(wholeNumberFrom(0));
+}
+
 /// The input file and the options for opening it.
 void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN")
 {
@@ -20,7 +53,7 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
     };
     add(options.kindOption.c_str(), options.kind, "The kind of the file, whatever its name is")
         ->type_name("KIND")
-        ->check(dataKindWord());
+        ->check(inputKindWord());
     CLI::Option* const password =
         add("--password", options.password, "Password of a sav file")->type_name("WORD");
     add("--password-file", options.passwordFile, "A file with it on its first line")
@@ -31,7 +64,7 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
         ->type_name("NAME")
         ->check(notEmpty());
     add("--separator", options.separator,
-        "The separator of a csv file, or tab; by default it is\ndetected from the first line")
+        "The separator of a csv file, or tab; by default it is\ndetected from the first lines")
         ->type_name("CHARACTER")
         ->check(notEmpty() & separatorWordCheck());
     app.add_flag("--decimal-comma", options.decimalComma,
@@ -39,6 +72,7 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
         ->group("Input");
     app.add_flag("--no-header", options.noHeader, "A csv file without a line of names")
         ->group("Input");
+    addTextForm(app, options);
 }
 
 /// The options for how a job reads it.
@@ -83,7 +117,7 @@ void addOutput(CLI::App& app, OutputOptions& options, bool needed)
     };
     add("--to", options.kind, "The kind of the file, whatever its name is")
         ->type_name("KIND")
-        ->check(dataKindWord());
+        ->check(outputKindWord());
     CLI::Option* const password =
         add("--out-password", options.password, "Encrypt a sav file with this password")
             ->type_name("WORD");

@@ -116,6 +116,7 @@ void addTcmTrainCommand(CLI::App& tcm, CommonOptions& common)
                    "      --metrics sales,advertising,visits\n"
                    "  hvhost tcm train weather.csv -o weather.tcm --time date --max-lag 7 \\\n"
                    "      --metrics temp_max,temp_min,wind,precipitation\n");
+    options->input.missingOption = "--missing-texts";
     addModelData(*app, options->input, true);
     app->add_option("-o", options->output, "The model file to write")
         ->type_name("FILE")

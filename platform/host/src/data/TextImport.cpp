@@ -1,0 +1,272 @@
+#include "TextImport.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "base/ListText.h"
+#include "base/NearestName.h"
+#include "data/CaseFileFault.h"
+#include "data/HostDatabase.h"
+#include "data/UnpackedCopy.h"
+#include "data/Utf8Copy.h"
+#include "datafile/CsvFault.h"
+#include "datafile/FieldNames.h"
+#include "datafile/InputFile.h"
+#include "datafile/SqlQuoting.h"
+
+namespace {
+
+namespace duck = datafile::duck;
+using datafile::quotedIdentifier;
+using datafile::quotedLiteral;
+
+struct Column
+{
+    std::string name;
+    std::string type; ///< of the database
+};
+
+/// Bytes at the start of a file that name its form.
+struct Mark
+{
+    std::string_view bytes;
+    const char* option;
+};
+constexpr std::array<Mark, 2> kMarks{
+    {{"\xff\xfe", ", encoding = 'utf-16'"}, {"\xfe\xff", ", encoding = 'utf-16'"}}};
+
+const char* optionOfMark(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::array<char, 2> begin{};
+    file.read(begin.data(), begin.size());
+    const std::string_view bytes(begin.data(), static_cast<std::size_t>(file.gcount()));
+    const auto* const mark = std::find_if(kMarks.begin(), kMarks.end(), [bytes](const Mark& known) {
+        return bytes.starts_with(known.bytes);
+    });
+    return mark == kMarks.end() ? "" : mark->option;
+}
+
+std::string character(char value)
+{
+    return quotedLiteral(value == '\0' ? std::string() : std::string(1, value));
+}
+
+const char* typeOf(CFField::StorageType storage)
+{
+    switch (storage) {
+    case CFField::Integer:
+        return "BIGINT";
+    case CFField::Real:
+        return "DOUBLE";
+    case CFField::Date:
+        return "DATE";
+    case CFField::Time:
+        return "TIME";
+    case CFField::Timestamp:
+        return "TIMESTAMP";
+    default:
+        return "VARCHAR";
+    }
+}
+
+/// The type to read a column with. A type without a counterpart among the storages is read as text.
+std::string readType(const std::string& found)
+{
+    for (const char* known :
+         {"BIGINT", "DOUBLE", "DATE", "TIME", "TIMESTAMP", "TIMESTAMP WITH TIME ZONE"})
+        if (found == known)
+            return found;
+    return "VARCHAR";
+}
+
+bool isNested(const std::string& type)
+{
+    return type.starts_with("STRUCT(") || type.starts_with("MAP(") || type.ends_with("[]");
+}
+
+/// The item of the select list for a column.
+std::string selected(const Column& column)
+{
+    const std::string name = quotedIdentifier(column.name);
+    const std::string as = " AS " + name;
+    if (column.type == "TIMESTAMP WITH TIME ZONE")
+        return name + " AT TIME ZONE 'UTC'" + as;
+    if (column.type == "UBIGINT" || column.type == "HUGEINT")
+        return "CAST(" + name + " AS DOUBLE)" + as;
+    if (isNested(column.type))
+        return "CAST(to_json(" + name + ") AS VARCHAR)" + as;
+    return readType(column.type) == column.type ? name : "CAST(" + name + " AS VARCHAR)" + as;
+}
+
+/// Reads one file through the database.
+class Import
+{
+public:
+    Import(const std::string& path, const TextImport& form)
+        : _path(path), _form(form), _readable(path), _connection(connectToHostDatabase())
+    {
+        // The database takes a cut file for a whole one.
+        if (isGzip(path))
+            use(unpackedCopy(path, form.look));
+        _mark = optionOfMark(_readable);
+        if (!form.codePage.empty())
+            convert();
+    }
+
+    void write(const std::string& target)
+    {
+        const bool isJson = _form.kind == TextImport::Kind::Json;
+        const std::string from = isJson ? jsonTable() : separatedTable();
+        std::vector<std::string> list;
+        for (const Column& column : _columns)
+            list.push_back(selected(column));
+        run("COPY (SELECT " + base::joined(list, ", ") + " FROM " + from + ") TO " +
+            quotedLiteral(target) + " (FORMAT parquet)");
+    }
+
+private:
+    void use(std::shared_ptr<datafile::ScratchFile> copy)
+    {
+        _copy = std::move(copy);
+        _readable = _copy->path();
+    }
+
+    void convert()
+    {
+        if (*_mark != '\0')
+            throw CaseFileError(_path, ": the file is UTF-16, so no other encoding can be chosen");
+        const auto page = codePageOfFile(_form.codePage);
+        if (!page->isUtf8())
+            use(utf8Copy(_readable, *page, _form.look));
+    }
+
+    duck::Result run(const std::string& sql)
+    try {
+        return _connection->query(sql);
+    } catch (const duck::QueryError& error) {
+        fail(error.what());
+    }
+
+    [[noreturn]] void fail(const std::string& message) const
+    {
+        if (const auto line = datafile::csvLine(message))
+            throw errorTextOf(_path, {}, duck::QueryError(message));
+        const auto jsonLine = datafile::between(message, " in line ", ":");
+        const auto reason = datafile::between(message, jsonLine ? *jsonLine + ": " : "", "\n");
+        if (_form.kind == TextImport::Kind::Json && jsonLine && reason)
+            throw CaseFileError(_path, ":" + *jsonLine + ": the file is not JSON: " +
+                                           reason->substr(0, reason->find('.')));
+        throw CaseFileError(_path, ": " + datafile::headline(message));
+    }
+
+    std::string jsonTable()
+    {
+        const std::string table = "read_json(" + quotedLiteral(datafile::literalPath(_readable)) +
+                                  ", sample_size = -1" + _mark + ")";
+        duck::Result found = run("DESCRIBE SELECT * FROM " + table);
+        for (std::size_t row = 0; row < found.rows(); ++row)
+            _columns.push_back({found.text(0, row), found.text(1, row)});
+        if (_columns.size() == 1 && _columns.front().name == "json")
+            throw CaseFileError(_path, ": the file has no records: neither an array of objects nor "
+                                       "an object a line");
+        return table;
+    }
+
+    std::string separatedTable()
+    {
+        std::string options = commonOptions();
+        duck::Result found =
+            run("SELECT DateFormat, TimestampFormat, c.name, c.type, Delimiter FROM (SELECT *,"
+                " unnest(Columns) AS c FROM sniff_csv(" +
+                quotedLiteral(datafile::literalPath(_readable)) + options +
+                ", sample_size = -1, ignore_errors = true))");
+        if (found.rows() == 0)
+            throw CaseFileError(_path, ": the file has no fields");
+        if (_form.separator == '\0')
+            options += ", delim = " + quotedLiteral(found.text(4, 0));
+        std::string formats;
+        const std::string date = _form.dateFormat.empty() ? found.text(0, 0) : _form.dateFormat;
+        if (!date.empty())
+            formats += ", dateformat = " + quotedLiteral(date);
+        if (const std::string moment = found.text(1, 0); !moment.empty())
+            formats += ", timestampformat = " + quotedLiteral(moment);
+        for (std::size_t row = 0; row < found.rows(); ++row)
+            _columns.push_back(
+                {_form.hasHeader ? found.text(2, row) : "", readType(found.text(3, row))});
+        nameColumns();
+        setTypes();
+        std::vector<std::string> columns;
+        for (const Column& column : _columns)
+            columns.push_back(quotedLiteral(column.name) + ": " + quotedLiteral(column.type));
+        return "read_csv(" + quotedLiteral(datafile::literalPath(_readable)) + options + formats +
+               ", auto_detect = false, columns = {" + base::joined(columns, ", ") + "})";
+    }
+
+    std::string commonOptions() const
+    {
+        std::string options = _mark;
+        options += ", quote = '\"', escape = '\"'";
+        if (_form.separator != '\0')
+            options += ", delim = " + character(_form.separator);
+        options += std::string(", header = ") + (_form.hasHeader ? "true" : "false");
+        if (_form.skippedLines > 0)
+            options += ", skip = " + std::to_string(_form.skippedLines);
+        if (_form.comment != '\0')
+            options += ", comment = " + character(_form.comment);
+        if (_form.decimalComma)
+            options += ", decimal_separator = ','";
+        if (_form.thousands != '\0')
+            options += ", thousands = " + character(_form.thousands);
+        std::vector<std::string> missing = {"''"};
+        for (const std::string& text : _form.missing)
+            missing.push_back(quotedLiteral(text));
+        options += ", nullstr = [" + base::joined(missing, ", ") + "]";
+        if (!_form.dateFormat.empty())
+            options += ", dateformat = " + quotedLiteral(_form.dateFormat);
+        return options;
+    }
+
+    /// By the rule for plain CSV files.
+    void nameColumns()
+    {
+        std::vector<std::string> names;
+        for (const Column& column : _columns)
+            names.push_back(column.name);
+        names = datafile::uniqueNames(std::move(names));
+        for (std::size_t i = 0; i < names.size(); ++i)
+            _columns[i].name = names[i];
+    }
+
+    void setTypes()
+    {
+        for (const auto& [name, storage] : _form.types) {
+            const auto column = std::find_if(
+                _columns.begin(), _columns.end(),
+                [&wanted = name](const Column& known) { return known.name == wanted; });
+            if (column == _columns.end())
+                throw CaseFileError(_path, ": there is no field \"" + name + "\"" +
+                                               base::suggestion(name, _columns, &Column::name));
+            column->type = typeOf(storage);
+        }
+    }
+
+    const std::string& _path;
+    const TextImport& _form;
+    std::string _readable; ///< the file, or its copy unpacked or in UTF-8
+    const char* _mark = "";
+    std::unique_ptr<duck::Connection> _connection;
+    std::shared_ptr<datafile::ScratchFile> _copy;
+    std::vector<Column> _columns;
+};
+
+} // namespace
+
+void ImportTextFile(const std::string& path, const TextImport& form, const std::string& target)
+{
+    Import(path, form).write(target);
+}
