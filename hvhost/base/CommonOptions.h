@@ -33,13 +33,13 @@ struct InputOptions
     // How a csv file is written; see TextImport.
     std::vector<std::string> missing;
     std::string missingOption = "--missing"; ///< the option for them
-    std::vector<std::string> types; ///< NAME=TYPE
+    std::vector<std::string> types;          ///< NAME=TYPE
     std::string dateFormat;
     std::string thousands;
     std::string comment;
     std::optional<long long> skippedLines;
-    bool direct = false;       ///< the engine itself reads the file
-    bool served = false;       ///< the host reads it and serves its cases
+    bool direct = false; ///< the engine itself reads the file
+    bool served = false; ///< the host reads it and serves its cases
     bool noHeader = false;
     std::optional<long long> limit;
     std::optional<long long> maxErrors; ///< -1: any number
