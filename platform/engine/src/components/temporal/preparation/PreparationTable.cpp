@@ -55,10 +55,15 @@ bool isGroupable(Aggregation aggregation)
            aggregation == Aggregation::Minimum || aggregation == Aggregation::Maximum;
 }
 
+/// To group so many columns takes the database more memory than the records themselves. Such
+/// records are wide tables, which rarely have two records of one time.
+constexpr std::size_t kMostGroupedMetrics = 100;
+
 /// Other aggregations need the order of the records or all values.
 bool isGroupable(const TsdpSettings& settings)
 {
     return settings.source != TimeSource::RecordNumber &&
+           settings.metrics.size() <= kMostGroupedMetrics &&
            std::all_of(settings.aggregations.begin(), settings.aggregations.end(),
                        [](Aggregation aggregation) { return isGroupable(aggregation); });
 }
