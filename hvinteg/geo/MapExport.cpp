@@ -1,6 +1,7 @@
 #include "geo/MapExport.h"
 
 #include "FileServices.h"
+#include "support/HVStatTracer.h"
 #include "support/Paths.h"
 #include "support/Tracing.h"
 
@@ -12,6 +13,9 @@ void MapExport::applyTo(HVLWrite& write) const
 
 void MapExport::traceFiles() const
 {
+    // A map can be larger than the memory that its reading is worth.
+    if (!HVTracer()->canTrace())
+        return;
     std::string content;
     FetchFile::fetch(dataModelPath, content);
     traceXMLFile(content, "DataModelFile", operation);

@@ -62,6 +62,14 @@ constexpr Case kCases[] = {
     {R"({"type":"Circle","coordinates":[1,2]})", nullptr},
     {R"({"type":"Point","coordinates":[1,2]}x)", nullptr},
     {R"({"type":"Point","coordinates":[1,2)", nullptr},
+    {R"({"type":"Point","coordinates":[01,2]})", nullptr},
+    {R"({"type":"Point","coordinates":[1.,2]})", nullptr},
+    {R"({"type":"Point","coordinates":[.5,2]})", nullptr},
+    {R"({"type":"Point","coordinates":[-,2]})", nullptr},
+    {R"({"type":"Point","coordinates":[1,2,]})", nullptr},
+    {R"({"type":"LineString","coordinates":[[1,2],]})", nullptr},
+    {R"({"type":"LineString","coordinates":[[1,2][3,4]]})", nullptr},
+    {R"({"type":"Polygon","coordinates":[[[1,2]]}]})", nullptr},
 };
 
 TEST(ShapeText, MovesPointsAndRefusesWhatIsNoShape)

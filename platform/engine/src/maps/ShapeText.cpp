@@ -2,44 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
 #include "base/NumberText.h"
+#include "maps/PlainShape.h"
+#include "maps/ShapePoints.h"
 
 namespace EmbeddedHV::maps {
 namespace {
-
-/// A kind of shape, and the nesting depth of its coordinates.
-struct Kind
-{
-    std::string_view word;
-    std::size_t depth;
-};
-
-constexpr Kind kKinds[] = {{"Point", 1},   {"MultiPoint", 2},      {"LineString", 2},
-                           {"Polygon", 3}, {"MultiLineString", 3}, {"MultiPolygon", 4}};
-
-/// The points of a shape, and the brackets around them as text with a position for each point.
-struct Shape
-{
-    std::string kind;
-    std::string lists;
-    std::vector<std::size_t> places; ///< positions of the points in `lists`
-    std::vector<double> x;
-    std::vector<double> y;
-    std::vector<double> z;
-    std::vector<bool> hasZ;
-    std::vector<std::size_t> ends; ///< for each list of points, the index after its last point
-
-    bool hasRings() const { return kind == "Polygon" || kind == "MultiPolygon"; }
-    bool hasLines() const
-    {
-        return hasRings() || kind == "LineString" || kind == "MultiLineString";
-    }
-};
 
 /// Parses a geometry object. Members other than type and coordinates are dropped: a bounding box or
 /// a coordinate system would no longer be right.
@@ -49,8 +21,8 @@ public:
     explicit ShapeReader(Shape& shape) : _shape(shape) {}
     bool isWhole() const
     {
-        const auto* kind = std::ranges::find(kKinds, _shape.kind, &Kind::word);
-        return _hasCoordinates && kind != std::end(kKinds) &&
+        const Kind* const kind = kindOf(_shape.kind);
+        return _hasCoordinates && kind != nullptr &&
                (_pointDepth == 0 || kind->depth == _pointDepth);
     }
 
@@ -165,6 +137,9 @@ bool ShapeReader::end_array()
 
 bool readShape(std::string_view text, Shape& shape)
 {
+    if (scanPlainShape(text, shape))
+        return true;
+    shape = {};
     ShapeReader reader(shape);
     return nlohmann::json::sax_parse(text, &reader) && reader.isWhole();
 }
@@ -278,6 +253,8 @@ MovedShape moveShape(std::string_view text, PointMover& mover, std::string& out)
 
 bool isShape(std::string_view text)
 {
+    if (isPlainShape(text))
+        return true;
     Shape shape;
     return readShape(text, shape);
 }
