@@ -75,6 +75,20 @@ constexpr std::tuple<const char*, const char*, const char*> kCases[] = {
      R"(balanceRecords(_, c => x => if (x.name == "Ann") 2 else if (x.name == "Bob") -1 else x.age)
         -> filterFields({"fields": ["name"]}) -> filterRecords(_, c => x => x.name != "Dee"))",
      "name\nAnn\nAnn\n"},
+    {"sorted down, equal ones in their order and missing ones last",
+     R"(sortRecords({"fields": [{"name": "age", "descending": true}]}) ->
+        filterFields({"fields": ["name"]}))",
+     "name\nAnn\nBob\nDee\nCid\n"},
+    {"sorted by two fields, then the first ones",
+     R"(sortRecords({"fields": [{"name": "city"}, {"name": "pay", "descending": true}]}) ->
+        limitRecords({"count": 3}) -> filterFields({"fields": ["name"]}))",
+     "name\nCid\nAnn\nBob\n"},
+    {"the first record of each value",
+     R"(distinctRecords({"fields": ["age"]}) -> filterFields({"fields": ["name"]}))",
+     "name\nAnn\nBob\nCid\n"},
+    {"each record once",
+     R"(filterFields({"fields": ["age"]}) -> distinctRecords(_) -> sampleRecords({"percent": 100}))",
+     "age\n31\n25\n\n"},
     {"a name that is no identifier",
      R"(deriveField(_, c => x => ("it's \"q\"", 1)) -> )"
      R"(filterRecords(_, c => x => x.`it's "q"` == 1) -> )"
@@ -106,6 +120,10 @@ constexpr std::tuple<const char*, const char*, const char*> kCases[] = {
      R"("output[0].function" is "meen", which is not an aggregate function; did you mean "mean"?)"},
     {"a mean of texts", R"(aggregate({"output": [{"function": "mean", "input": "name"}]}))",
      R"("output[0].input" names "name", which is String: mean needs a number)"},
+    {"nothing to sort by", R"(sortRecords({"fields": []}))", "there is nothing to sort by"},
+    {"a limit that is none", R"(limitRecords({"count": -1}))", "is -1, not 0 or more"},
+    {"a sample of no size", "sampleRecords({})", R"(the setting "count" or "percent" is missing)"},
+    {"a sample of more than all", R"(sampleRecords({"percent": 101}))", "must be from 0 to 100"},
     {"a sum of nothing", R"(aggregate({"output": [{"function": "sum"}]}))",
      R"(HVEPL0003E aggregate: the setting "output[0].input" is missing)"},
     {"a centile out of range",
@@ -204,27 +222,54 @@ TEST_F(StepTest, FractionsOfFactorsAreDrawnTheSameWayEachTime)
                 testing::StartsWith("HVERT0003E balanceRecords: a factor is above 1000000"));
 }
 
+TEST_F(StepTest, SamplesAreDrawnBySeedAndStayInOrder)
+{
+    const std::string csv = numbers(2000);
+    const auto sample = [&](const std::string& settings) {
+        return through(csv, "sampleRecords({" + settings + "})");
+    };
+    const auto count = [](const std::string& text) {
+        return std::count(text.begin(), text.end(), '\n') - 1;
+    };
+    for (const std::string size : {R"("count": 500)", R"("percent": 25)"}) {
+        const std::string once = sample(size);
+        EXPECT_NEAR(static_cast<double>(count(once)), 500, size[1] == 'c' ? 0 : 75);
+        EXPECT_EQ(sample(size), once);
+        EXPECT_EQ(through(once, R"(sortRecords({"fields": [{"name": "n"}]}))"), once);
+        // Independent draws have about 125 records in common.
+        std::string both = once + sample(size + R"(, "seed": 1)").substr(2);
+        EXPECT_NEAR(static_cast<double>(count(through(both, "distinctRecords(_)"))), 875, 60);
+    }
+}
+
 // The result has its lines in any order, or is a part of the fault.
 constexpr std::tuple<const char*, const char*, const char*> kJoins[] = {
     {"inner", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Inner",
                  "outputFields": {"l": ["person"], "r": ["size"]}})",
      "person,size\nAnn,7\nCid,7\n"},
     {"outer keeps all", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Outer"})",
-     "person,city,name,size\n,,Bern,1\nAnn,Oslo,Oslo,7\nBob,Rome,,\nCid,Oslo,Oslo,7\nDee,,,\n"},
+     "person,city,name,size,City_1\nAnn,Oslo,Oslo,7,x\nBob,Rome,,,\nCid,Oslo,Oslo,7,x\nDee,,,,\n"
+     ",,Bern,1,\n"},
     {"outer keeps one side", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Outer",
                                "outputFields": {"r": ["name"], "l": ["person"]},
                                "nonMatchingSources": ["r"]})",
-     "person,name\n,Bern\nAnn,Oslo\nCid,Oslo\n"},
+     "person,name\nAnn,Oslo\nCid,Oslo\n,Bern\n"},
     {"anti", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Anti",
                 "outputFields": {"l": ["person"]}})",
      "person\nBob\nDee\n"},
+    {"names of both inputs", R"({"matchFields": [{"l": "city", "r": "name"}],
+                               "outputFields": {"l": ["city"], "r": ["City", "size"]}})",
+     "city,City_1,size\nOslo,x,7\nOslo,x,7\n"},
+    {"a field twice", R"({"matchFields": [{"l": "city", "r": "name"}],
+                        "outputFields": {"l": ["city", "city"]}})",
+     R"(there is a field "city" already)"},
     {"anti of both", R"({"matchFields": [{"l": "city", "r": "name"}], "joinType": "Anti",
                         "nonMatchingSources": ["l", "r"]})",
      "must name one input"},
     {"cartesian", R"({"matchFields": [], "joinType": "Cartesian",
                      "outputFields": {"l": ["person"], "r": ["name"]}})",
-     "person,name\nAnn,Bern\nAnn,Oslo\nBob,Bern\nBob,Oslo\nCid,Bern\nCid,Oslo\nDee,Bern\nDee,"
-     "Oslo\n"},
+     "person,name\nAnn,Oslo\nAnn,Bern\nBob,Oslo\nBob,Bern\nCid,Oslo\nCid,Bern\nDee,Oslo\nDee,"
+     "Bern\n"},
     {"no match at all", R"({"matchFields": [], "joinType": "Inner"})",
      R"(does not match the input "r")"},
     {"types that do not meet", R"({"matchFields": [{"l": "city", "r": "size"}]})",
@@ -246,7 +291,7 @@ std::multiset<std::string> sorted(const std::string& text)
 TEST_F(StepTest, JoinsMatchByTag)
 {
     write("l.csv", "person,city\nAnn,Oslo\nBob,Rome\nCid,Oslo\nDee,\n");
-    write("r.csv", "name,size\nOslo,7\nBern,1\n");
+    write("r.csv", "name,size,City\nOslo,7,x\nBern,1,\n");
     for (const auto& [what, configuration, result] : kJoins) {
         SCOPED_TRACE(what);
         const auto listener =

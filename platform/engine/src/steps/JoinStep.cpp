@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <string_view>
 
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/ListText.h"
 #include "base/NearestName.h"
+#include "datafile/FieldNames.h"
 #include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "expression/ValueTypes.h"
@@ -31,8 +33,8 @@ struct Join
     std::string type;                                 ///< as in the configuration
     std::vector<std::vector<std::string>> conditions; ///< by the later of the two inputs
     std::vector<bool> keepsUnmatched;
-    std::vector<std::string> columns;
-    Fields fields;
+    std::vector<std::pair<std::size_t, CFField>> outputs; ///< each with its input
+    std::vector<std::string> columns;                     ///< of the outputs
 };
 
 /// Reads the configuration of a join and checks it against the inputs.
@@ -49,6 +51,7 @@ public:
         readMatchFields();
         readUnmatched();
         readOutputFields();
+        nameColumns();
         _settings.reportOthers(_call.context.message);
         return std::move(_join);
     }
@@ -60,6 +63,7 @@ private:
     void readOutputFields();
     void addMatch(const Settings& match);
     void addColumn(std::size_t input, const CFField& field);
+    void nameColumns();
     std::size_t inputOf(const std::string& tag, const std::string& key) const;
     const CFField& taggedField(const StepInput& input, const std::string& field) const;
 
@@ -161,10 +165,35 @@ void JoinReader::readUnmatched()
 
 void JoinReader::addColumn(std::size_t input, const CFField& field)
 {
-    refuseDuplicate(_join.fields, field.GetName(), _call.name);
-    _join.fields.push_back(field);
-    _join.columns.push_back(columnOf(input, field.GetName()) + " AS " +
-                            quotedIdentifier(field.GetName()));
+    _join.outputs.push_back({input, field});
+}
+
+/// A field whose name an earlier input has already gets a number, as duplicate columns of a file
+/// do. A field that one input outputs twice is an error.
+void JoinReader::nameColumns()
+{
+    std::map<std::size_t, Fields> ofInput;
+    std::vector<std::string> names;
+    for (const auto& [input, field] : _join.outputs) {
+        refuseDuplicate(ofInput[input], field.GetName(), _call.name);
+        ofInput[input].push_back(field);
+        names.push_back(field.GetName());
+    }
+    const std::vector<std::string> unique = datafile::uniqueNames(names);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        auto& [input, field] = _join.outputs[i];
+        _join.columns.push_back(columnOf(input, names[i]) + " AS " + quotedIdentifier(unique[i]));
+        if (unique[i] == names[i])
+            continue;
+        field.SetName(unique[i]);
+        _call.context.message(errors::kFieldRenamed,
+                              {.step = _call.name,
+                               .field = names[i],
+                               .name = unique[i],
+                               .what = "the field \"" + names[i] + "\" of the input \"" +
+                                       _call.inputs[input].tag + "\" becomes \"" + unique[i] +
+                                       "\", because an earlier input has a field of this name"});
+    }
 }
 
 void JoinReader::readOutputFields()
@@ -185,7 +214,7 @@ void JoinReader::readOutputFields()
             addColumn(i, taggedField(input, output.textAt(names, input.tag, name)));
     }
     output.reportOthers(_call.context.message);
-    if (!_join.fields.empty())
+    if (!_join.outputs.empty())
         return;
     for (std::size_t i = 0; i < _call.inputs.size(); ++i)
         if (_join.type != "Anti" || _join.keepsUnmatched[i])
@@ -202,47 +231,92 @@ const char* outerJoin(const Join& join)
     return join.keepsUnmatched[1] ? " RIGHT JOIN " : " JOIN ";
 }
 
-std::string antiJoin(const Join& join, const std::vector<std::string>& inputs)
+/// The inputs of the SELECT, with the number of each record: a database joins on several threads,
+/// and the records of the result are put into the order of the inputs again.
+class NumberedInputs
+{
+public:
+    NumberedInputs(const std::vector<std::string>& froms, const std::vector<std::string>& numbers)
+        : _froms(froms), _numbers(numbers)
+    {
+    }
+
+    std::string from(std::size_t input) const
+    {
+        return "(SELECT *, row_number() OVER () AS " + _numbers[input] + " FROM " + _froms[input] +
+               ") AS " + aliasOf(input);
+    }
+    std::string order() const
+    {
+        std::vector<std::string> terms;
+        for (std::size_t i = 0; i < _froms.size(); ++i)
+            terms.push_back(aliasOf(i) + "." + _numbers[i] + " NULLS LAST");
+        return " ORDER BY " + base::joined(terms, ", ");
+    }
+    /// The order of one input.
+    std::string order(std::size_t input) const
+    {
+        return " ORDER BY " + aliasOf(input) + "." + _numbers[input];
+    }
+    /// An input whose order does not matter.
+    std::string plain(std::size_t input) const { return _froms[input] + " AS " + aliasOf(input); }
+    std::size_t count() const { return _froms.size(); }
+
+private:
+    const std::vector<std::string>& _froms;
+    const std::vector<std::string>& _numbers; ///< the columns with the numbers
+};
+
+std::string antiJoin(const Join& join, const NumberedInputs& inputs)
 {
     const std::size_t kept = join.keepsUnmatched[0] ? 0 : 1;
-    const std::size_t other = 1 - kept;
     // Not NOT IN: one missing value on the other side would make its result empty.
-    return "SELECT " + base::joined(join.columns, ", ") + " FROM " + inputs[kept] + " AS " +
-           aliasOf(kept) + " WHERE NOT EXISTS (SELECT 1 FROM " + inputs[other] + " AS " +
-           aliasOf(other) + " WHERE " + base::joined(join.conditions[1], " AND ") + ")";
+    return "SELECT " + base::joined(join.columns, ", ") + " FROM " + inputs.from(kept) +
+           " WHERE NOT EXISTS (SELECT 1 FROM " + inputs.plain(1 - kept) + " WHERE " +
+           base::joined(join.conditions[1], " AND ") + ")" + inputs.order(kept);
 }
 
-std::string selectOf(const Join& join, const std::vector<std::string>& inputs)
+std::string selectOf(const Join& join, const NumberedInputs& inputs)
 {
     if (join.type == "Anti")
         return antiJoin(join, inputs);
-    std::string from = inputs[0] + " AS " + aliasOf(0);
-    for (std::size_t i = 1; i < inputs.size(); ++i) {
-        if (join.type == "Cartesian")
-            from += " CROSS JOIN " + inputs[i] + " AS " + aliasOf(i);
+    const bool isCartesian = join.type == "Cartesian";
+    std::string from = isCartesian ? inputs.plain(0) : inputs.from(0);
+    for (std::size_t i = 1; i < inputs.count(); ++i) {
+        if (isCartesian)
+            from += " CROSS JOIN " + inputs.plain(i);
         else
-            from += (join.type == "Outer" ? outerJoin(join) : " JOIN ") + inputs[i] + " AS " +
-                    aliasOf(i) + " ON " + base::joined(join.conditions[i], " AND ");
+            from += (join.type == "Outer" ? outerJoin(join) : " JOIN ") + inputs.from(i) + " ON " +
+                    base::joined(join.conditions[i], " AND ");
     }
-    return "SELECT " + base::joined(join.columns, ", ") + " FROM " + from;
+    return "SELECT " + base::joined(join.columns, ", ") + " FROM " + from +
+           (isCartesian ? "" : inputs.order());
 }
 
 } // namespace
 
-/// Joins records of several inputs. A missing value matches nothing.
+/// Joins records of several inputs, in the order of the first input, then of the second. Records
+/// without a match in an earlier input are last. All combinations of records may be too many to
+/// sort, so they have any order. A missing value matches nothing.
 StepResult planJoin(StepCall& call)
 {
     if (call.inputs.size() < 2)
         throw JobError(errors::kStepInput,
                        {.step = call.name, .what = "a join takes at least two inputs, with tags"});
     Join join = JoinReader(call).read();
-    Fields fields = join.fields;
+    Fields fields;
+    for (const auto& [input, field] : join.outputs)
+        fields.push_back(field);
     std::vector<NodePtr> inputs;
-    for (const StepInput& input : call.inputs)
+    std::vector<std::string> numbers;
+    for (const StepInput& input : call.inputs) {
         inputs.push_back(input.node);
-    return {derivedNode(
-                std::move(fields), std::move(inputs),
-                [join](const std::vector<std::string>& froms) { return selectOf(join, froms); }),
+        numbers.push_back(quotedIdentifier(unusedName(input.node->fields, "hv_record")));
+    }
+    return {derivedNode(std::move(fields), std::move(inputs),
+                        [join, numbers](const std::vector<std::string>& froms) {
+                            return selectOf(join, {froms, numbers});
+                        }),
             nullptr};
 }
 

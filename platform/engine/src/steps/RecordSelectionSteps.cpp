@@ -1,0 +1,167 @@
+#include <cstdint>
+
+#include "ErrorIds.h"
+#include "JobError.h"
+#include "base/ListText.h"
+#include "base/NumberText.h"
+#include "datafile/SqlQuoting.h"
+#include "expression/FieldTypes.h"
+#include "steps/StepCall.h"
+
+// Steps that order and select whole records. Each keeps the order of its input unless it says
+// otherwise.
+
+namespace EmbeddedHV {
+namespace {
+
+/// The input of a step with the number of each record, from 1.
+struct Numbered
+{
+    explicit Numbered(const Fields& fields)
+        : columns(columnList(fields)), number(quotedIdentifier(unusedName(fields, "hv_record")))
+    {
+    }
+
+    std::string from(const std::string& input) const
+    {
+        return "(SELECT *, row_number() OVER () AS " + number + " FROM " + input + ")";
+    }
+
+    std::string columns; ///< of the input, for the SELECT of the result
+    std::string number;  ///< the column with the number
+};
+
+StepResult numberedStep(StepCall& call, std::function<std::string(const std::string&)> select)
+{
+    Fields fields = call.takeFields();
+    return {derivedNode(std::move(fields), {call.input()},
+                        [select = std::move(select)](const std::vector<std::string>& inputs) {
+                            return select(inputs[0]);
+                        }),
+            nullptr};
+}
+
+std::int64_t neededCount(const Settings& settings, const std::string& key)
+{
+    const auto count = settings.integer(key);
+    if (!count)
+        settings.neededText(key); // throws that the setting is missing
+    if (*count < 0)
+        settings.refuse(key, "is " + std::to_string(*count) + ", not 0 or more");
+    return *count;
+}
+
+/// A term of ORDER BY. Missing values are last, whatever the direction; so is a Real that is not a
+/// number.
+std::string orderTerm(const StepCall& call, const Settings& entry)
+{
+    const CFField& field = call.inputField(entry.neededText("name"), entry.pathOf("name"));
+    const std::string column = quotedIdentifier(field.GetName());
+    const bool descends = entry.flag("descending").value_or(false);
+    entry.reportOthers(call.context.message);
+    return (field.GetStorage() == CFField::Real ? "nullif(" + column + ", 'nan'::DOUBLE)"
+                                                : column) +
+           (descends ? " DESC" : " ASC") + " NULLS LAST";
+}
+
+/// A number of 64 bits that depends only on the record's number and the seed. The outer hash makes
+/// the draws of two seeds independent.
+std::string drawOf(const Numbered& numbered, std::int64_t seed)
+{
+    return "hash(hash(" + numbered.number + ", " + std::to_string(seed) + "))";
+}
+
+double neededPercent(const Settings& settings)
+{
+    const auto percent = settings.number("percent");
+    if (!percent)
+        throw JobError(
+            errors::kSettingMissing,
+            {.step = settings.step(), .setting = "count", .what = "or \"percent\" is missing"});
+    const double value =
+        percent->IsReal() ? percent->GetReal() : static_cast<double>(percent->GetInteger());
+    if (!(value >= 0 && value <= 100))
+        settings.refuse("percent", "must be from 0 to 100");
+    return value;
+}
+
+} // namespace
+
+/// Sorts the records. Records with equal values keep their order.
+StepResult planSortRecords(StepCall& call)
+{
+    const Settings settings = call.settings();
+    const Json& entries = settings.neededList("fields");
+    if (entries.empty())
+        settings.refuse("fields", "is empty: there is nothing to sort by");
+    std::vector<std::string> terms;
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        terms.push_back(orderTerm(call, settings.objectAt(entries, "fields", i)));
+    settings.reportOthers(call.context.message);
+    const Numbered numbered(call.input()->fields);
+    const std::string order = base::joined(terms, ", ");
+    return numberedStep(call, [=](const std::string& input) {
+        return "SELECT " + numbered.columns + " FROM " + numbered.from(input) + " ORDER BY " +
+               order + ", " + numbered.number;
+    });
+}
+
+/// Keeps the first records.
+StepResult planLimitRecords(StepCall& call)
+{
+    const Settings settings = call.settings();
+    const std::int64_t count = neededCount(settings, "count");
+    settings.reportOthers(call.context.message);
+    return numberedStep(call, [count](const std::string& input) {
+        return "SELECT * FROM " + input + " LIMIT " + std::to_string(count);
+    });
+}
+
+/// Draws records at random, without repetition.
+StepResult planSampleRecords(StepCall& call)
+{
+    const Settings settings = call.settings();
+    const Numbered numbered(call.input()->fields);
+    const std::string draw = drawOf(numbered, settings.integer("seed").value_or(0));
+    if (settings.has("count")) {
+        const std::int64_t count = neededCount(settings, "count");
+        if (settings.has("percent"))
+            settings.refuse("percent", "excludes the setting \"count\"");
+        settings.reportOthers(call.context.message);
+        return numberedStep(call, [=](const std::string& input) {
+            return "SELECT " + numbered.columns + " FROM (SELECT * FROM " + numbered.from(input) +
+                   " ORDER BY " + draw + ", " + numbered.number + " LIMIT " +
+                   std::to_string(count) + ") ORDER BY " + numbered.number;
+        });
+    }
+    const std::string share = base::shortestNumber(neededPercent(settings) / 100);
+    settings.reportOthers(call.context.message);
+    return numberedStep(call, [=](const std::string& input) {
+        return "SELECT " + numbered.columns + " FROM " + numbered.from(input) + " WHERE " + draw +
+               "::DOUBLE / 18446744073709551616.0 < " + share;
+    });
+}
+
+/// Keeps the first record of each combination of values. Missing values are equal here.
+StepResult planDistinctRecords(StepCall& call)
+{
+    const Json none = Json::object();
+    const Settings settings(call.configuration.is_null() ? none : call.configuration, call.name);
+    std::vector<std::string> fields;
+    if (settings.has("fields")) {
+        const Json& names = settings.neededList("fields");
+        for (std::size_t i = 0; i < names.size(); ++i)
+            fields.push_back(
+                quotedIdentifier(call.inputField(settings.textAt(names, "fields", i)).GetName()));
+    }
+    settings.reportOthers(call.context.message);
+    const Numbered numbered(call.input()->fields);
+    const std::string keys = fields.empty() ? numbered.columns : base::joined(fields, ", ");
+    return numberedStep(call, [=](const std::string& input) {
+        return "SELECT " + numbered.columns + " FROM " + numbered.from(input) +
+               " QUALIFY row_number() OVER (PARTITION BY " + keys + " ORDER BY " + numbered.number +
+               ") = 1 ORDER BY " + numbered.number;
+    });
+}
+
+} // namespace EmbeddedHV
