@@ -5,7 +5,7 @@
 #include <sstream>
 
 #include "bridge/JNIHvlProgram.h"
-#include "hvhost/aggregate/AggregateChain.h"
+#include "hvhost/aggregate/TotalsChain.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/FaultWording.h"
 #include "hvhost/base/InterruptWatch.h"
@@ -24,14 +24,16 @@
 
 namespace {
 
-void showResult(HostSession& session, const std::string& fileName, std::size_t keyCount,
+void showResult(HostSession& session, const std::string& fileName, const AggregateOptions& options,
                 const TableLook& look, const InterruptWatch& watch)
 {
     EmbeddedHV::RowDataIterator* const rows = session.runner().getOutputIterator(fileName);
     if (rows == nullptr)
         throw CommandFault(ExitStatus::JobFailed, "the job's result cannot be read");
     std::ostringstream text;
-    const ResultTable table = readTable(*rows, keyCount);
+    ResultTable table = readTable(*rows, options.by.size());
+    if (options.totals && look.form == "text")
+        showTotals(table);
     printTable(table, look, text);
     printToStandardOutput(text.str(), watch);
     if (const std::string rounded = roundedColumnsText(table.columns); !rounded.empty())
@@ -74,15 +76,17 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     const bool shown = isShown(options);
     const std::string form = options.format.empty() ? "text" : options.format;
     const TableLook look{form, textWidth(options.width, form)};
-    const InputFile input(options.input, FileOptions::Offered, watch, Reader::Either);
+    const InputOptions reading = limitedReading(options.input, options.records);
+    const InputFile input(reading, FileOptions::Offered, watch, Reader::Either);
     std::optional<OutputFile> output;
     if (!shown)
         output.emplace(options.output, FileOptions::Offered, watch);
     HostSession session("aggregate", common, watch);
     JNIHvlProgram program;
     RecordChain records(program, input, options.records);
-    AggregateChain aggregates(program, *records.last(), RecordNames(input, options.records),
-                              options.by, options.statistics, weightOf(options, input.dataset()));
+    TotalsChain aggregates(program, *records.last(), RecordNames(input, options.records),
+                           options.by, options.statistics, weightOf(options, input.dataset()),
+                           options.totals);
     JobOrigin origin = input.origin();
     origin.expressions = records.expressions();
     origin.aggregates = aggregates.origins();
@@ -110,7 +114,7 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     if (output)
         output->deliver();
     else
-        showResult(session, scratch.GetFileName(), options.by.size(), look, watch);
+        showResult(session, scratch.GetFileName(), options, look, watch);
     input.finish();
     session.finish();
 }

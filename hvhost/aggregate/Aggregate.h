@@ -14,6 +14,7 @@ struct AggregateOptions : JobOptions
 {
     std::vector<std::string> by;
     std::vector<std::string> statistics; ///< FUNCTION:FIELD[:NAME], or count
+    bool totals = false;                 ///< also a row for each subtotal, and one for all records
     bool unweighted = false;             ///< each record counts once, even if the file has a weight
     std::string format;                  ///< text, csv or json; empty for text
     long long width = 0;                 ///< of text; 0: the width of the terminal

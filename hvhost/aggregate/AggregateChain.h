@@ -32,6 +32,8 @@ public:
 
     /// The last step of the chain. The next step follows it.
     HVLFunction* last() { return _last; }
+    /// The names of the results, in their order: the keys, then the statistics.
+    const std::vector<std::string>& names() const { return _names; }
     /// The options for the outputs of the aggregate step, in their order.
     const std::vector<std::string>& origins() const { return _origins; }
     /// The options for the expressions that the chain composes.

@@ -14,7 +14,8 @@ void addAggregateCommand(CLI::App& app, CommonOptions& common)
     CLI::App* const command = newCommand(
         app, "aggregate", "Aggregate the records of each group.",
         "  hvhost aggregate weather.csv --by weather --stat mean:temp_max --stat count\n"
-        "  hvhost aggregate penguins.csv out.csv --by species,sex --stat p90:body_mass_g\n");
+        "  hvhost aggregate penguins.csv out.csv --by species,sex --stat p90:body_mass_g\n"
+        "  hvhost aggregate penguins.csv --by species,sex --stat count --totals\n");
     addJobOptions(*command, *options, false);
     const auto add = [command](const char* name, std::vector<std::string>& values,
                                const char* shown, const char* purpose) {
@@ -24,7 +25,15 @@ void addAggregateCommand(CLI::App& app, CommonOptions& common)
             ->allow_extra_args(false)
             ->group("Aggregates");
     };
-    add("--by", options->by, "FIELD", "Fields that form the groups, separated by commas");
+    CLI::Option* const by =
+        add("--by", options->by, "FIELD", "Fields that form the groups, separated by commas");
+    command
+        ->add_flag(
+            "--totals", options->totals,
+            "Also a row for the groups of all but the last field,\nand so on up to one for all "
+            "records. The column total\nhas the number of fields that a row sums up")
+        ->needs(by)
+        ->group("Aggregates");
     add("--stat", options->statistics, "FUNCTION:FIELD[:NAME]",
         "sum, mean, min, max, sd, variance, median, pNN,\nfirst, last, count; or count alone")
         ->required();

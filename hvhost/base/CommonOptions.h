@@ -41,7 +41,7 @@ struct InputOptions
     bool direct = false; ///< the engine itself reads the file
     bool served = false; ///< the host reads it and serves its cases
     bool noHeader = false;
-    std::optional<long long> limit;
+    std::optional<long long> first;     ///< read only this number of records
     std::optional<long long> maxErrors; ///< -1: any number
 };
 
@@ -68,6 +68,22 @@ struct RecordOptions
 {
     std::vector<std::string> derivations; ///< NAME=EXPRESSION
     std::string where;
+    std::optional<long long> limit; ///< use at most this number of records, after all else here
+    bool distinct = false;          ///< only the first of equal records
+    std::vector<std::string> distinctBy; ///< fields whose values make records equal; empty: all
+    std::string sample;                  ///< N or P%; empty: all records
+    long long seed = 0;                  ///< of the sample
+    std::vector<std::string> sort;       ///< FIELD, or FIELD:desc
+    std::optional<long long> top;        ///< use this number of records with the greatest values
+    std::vector<std::string> topBy;      ///< the fields with these values
+    std::vector<std::string> keep;       ///< fields, in this order; empty: all
+
+    /// Whether --limit can already end the reading, because nothing before it needs more records.
+    bool limitsReading() const
+    {
+        return limit && where.empty() && !distinct && distinctBy.empty() && sample.empty() &&
+               sort.empty() && !top;
+    }
 };
 
 /// Options of the commands that generate a job with one input and one output.

@@ -11,6 +11,7 @@ struct JobOrigin
     {
         std::string path;
         std::string name;
+        std::string iterator{}; ///< the row iterator that serves the file; empty if there is one
     };
     /// A command line option, and its expression in the text.
     struct Expression

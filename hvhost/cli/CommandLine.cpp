@@ -25,7 +25,10 @@
 #include "hvhost/base/UserMessages.h"
 #include "hvhost/cli/Completion.h"
 #include "hvhost/cli/Doctor.h"
+#include "hvhost/cli/HintCheck.h"
 #include "hvhost/cli/UsageFault.h"
+#include "hvhost/combine/Append.h"
+#include "hvhost/combine/Join.h"
 #include "hvhost/describe/Describe.h"
 #include "hvhost/describe/Info.h"
 #include "hvhost/job/Convert.h"
@@ -40,8 +43,9 @@ namespace {
 
 /// The commands that run jobs, in the order of the help.
 constexpr void (*kJobCommands[])(CLI::App&, CommonOptions&) = {
-    addConvertCommand, addAggregateCommand, addDescribeCommand, addInfoCommand, addRenderCommand,
-    addRunCommand,     addScoreCommand,     addMapCommand,      addTcmCommand,
+    addConvertCommand,  addJoinCommand, addAppendCommand, addAggregateCommand,
+    addDescribeCommand, addInfoCommand, addRenderCommand, addRunCommand,
+    addScoreCommand,    addMapCommand,  addTcmCommand,
 };
 
 /// The options of all commands, and the application that parses them.
@@ -122,8 +126,9 @@ void CommandLine::addHelp()
     });
 }
 
-/// Reports the fault on standard error and in the log. Returns the exit status.
-int reportFault(const CommandFault& fault, const CommonOptions& common)
+/// Reports the fault on standard error and in the log. The hint is shown instead of the fault's
+/// own. Returns the exit status.
+int reportFault(const CommandFault& fault, const std::string& hint, const CommonOptions& common)
 {
     const std::string text = withoutLineEnds(fault.what());
     // A stopped command ends at once, even if nobody reads its log.
@@ -135,8 +140,8 @@ int reportFault(const CommandFault& fault, const CommonOptions& common)
         return static_cast<int>(fault.status());
     std::cout.flush();
     printMessage("hvhost: error: " + text);
-    if (!fault.hint().empty())
-        printMessage("  hint: " + fault.hint());
+    if (!hint.empty())
+        printMessage("  hint: " + hint);
     if (common.verbose && !fault.detail().empty())
         printMessage(withoutLineEnds(fault.detail()));
     return static_cast<int>(fault.status());
@@ -145,7 +150,7 @@ int reportFault(const CommandFault& fault, const CommonOptions& common)
 /// An option of Java may make it end the process while it starts.
 void endWithoutJava(const std::string& reason)
 {
-    reportFault({ExitStatus::Engine, reason, kJavaHint}, {});
+    reportFault({ExitStatus::Engine, reason}, kJavaHint, {});
     CFAppHost::removeTempDirectory();
     // Other threads are running, so nothing is destroyed.
     std::_Exit(static_cast<int>(ExitStatus::Engine));
@@ -196,7 +201,8 @@ int run(int count, char** words)
         parse(line.app(), count, words);
         return static_cast<int>(ExitStatus::Done);
     } catch (...) {
-        return reportFault(faultInFlight(), line.common());
+        const CommandFault fault = faultInFlight();
+        return reportFault(fault, fittingHint(fault.hint(), line.app()), line.common());
     }
 }
 
@@ -218,6 +224,7 @@ int runCommandLine(int count, char** words)
         return run(count, words);
     } catch (...) {
         // The options are unknown, and so is the log.
-        return reportFault(faultInFlight(), {});
+        const CommandFault fault = faultInFlight();
+        return reportFault(fault, fault.hint(), {});
     }
 }

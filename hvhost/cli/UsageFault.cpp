@@ -76,23 +76,6 @@ std::vector<std::string> optionNames(const CLI::App& command)
     return names;
 }
 
-/// The command or subcommand that the line names, with its words.
-struct NamedCommand
-{
-    const CLI::App* app;
-    std::string words;
-};
-
-NamedCommand namedCommand(const CLI::App& app)
-{
-    NamedCommand named{&app, {}};
-    while (!named.app->get_subcommands().empty()) {
-        named.app = named.app->get_subcommands().front();
-        named.words += (named.words.empty() ? "" : " ") + named.app->get_name();
-    }
-    return named;
-}
-
 bool isOption(const std::string& word)
 {
     return word.starts_with('-');
@@ -137,6 +120,16 @@ bool expectsCommand(const CLI::App& app)
 }
 
 } // namespace
+
+NamedCommand namedCommand(const CLI::App& app)
+{
+    NamedCommand named{&app, {}};
+    while (!named.app->get_subcommands().empty()) {
+        named.app = named.app->get_subcommands().front();
+        named.words += (named.words.empty() ? "" : " ") + named.app->get_name();
+    }
+    return named;
+}
 
 const CLI::App* findCommand(const CLI::App& app, const std::string& name)
 {

@@ -9,6 +9,14 @@ class App;
 class ParseError;
 } // namespace CLI
 
+/// The command or subcommand that the line names, with its words.
+struct NamedCommand
+{
+    const CLI::App* app;
+    std::string words; ///< empty if it names none
+};
+NamedCommand namedCommand(const CLI::App& app);
+
 /// The command with this name; null if it does not exist.
 const CLI::App* findCommand(const CLI::App& app, const std::string& name);
 

@@ -332,8 +332,8 @@ JobOrigin InputFile::origin() const
 
 void InputFile::configure(HVLRead& read) const
 {
-    if (_options.limit)
-        read.SetMaxCaseCount(static_cast<unsigned long long>(*_options.limit));
+    if (_options.first)
+        read.SetMaxCaseCount(static_cast<unsigned long long>(*_options.first));
     if (_dataset)
         read.ReadIterator(_dataset->cases());
     else

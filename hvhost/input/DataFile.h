@@ -60,6 +60,8 @@ public:
     bool declaresMissing() const;
     /// Makes the engine treat such values as missing although it keeps them.
     void excludeMissing();
+    /// The kind of the file, or of the file that replaced it to be read.
+    DataKind kind() const { return _kind; }
     /// The separator of a csv file; a comma for other kinds.
     char separator() const { return _form.separator; }
     /// The dataset; null if the engine reads the file.

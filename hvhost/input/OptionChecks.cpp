@@ -66,6 +66,20 @@ CLI::Validator positiveNumber()
             ""};
 }
 
+CLI::Validator sampleSize()
+{
+    return {[](const std::string& text) -> std::string {
+                long long count = 0;
+                double percent = -1;
+                if (text.ends_with('%') ? isNumber(text.substr(0, text.size() - 1), percent) &&
+                                              percent >= 0 && percent <= 100
+                                        : isNumber(text, count) && count >= 0)
+                    return {};
+                return text + " is neither a whole number from 0 up nor a percentage such as 10%";
+            },
+            ""};
+}
+
 CLI::Validator separatorWordCheck()
 {
     return {[](const std::string& text) -> std::string {

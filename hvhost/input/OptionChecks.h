@@ -12,6 +12,8 @@ CLI::Validator noStream();
 CLI::Validator wholeNumberFrom(long long minimum);
 /// Accepts finite numbers above 0.
 CLI::Validator positiveNumber();
+/// A whole number from 0 up, or a percentage from 0% to 100%.
+CLI::Validator sampleSize();
 /// Accepts a separator character, or a word for one.
 CLI::Validator separatorWordCheck();
 /// Accepts a word for a kind of data file, in any letter case.

@@ -48,6 +48,13 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
         ->type_name("FILE")
         ->required()
         ->check(notEmpty());
+    addForm(app, options);
+}
+
+} // namespace
+
+void addForm(CLI::App& app, InputOptions& options)
+{
     const auto add = [&app](const char* name, auto& value, const char* purpose) {
         return app.add_option(name, value, purpose)->group("Input");
     };
@@ -75,13 +82,15 @@ void addSource(CLI::App& app, InputOptions& options, const char* argument = "IN"
     addTextForm(app, options);
 }
 
+namespace {
+
 /// The options for how a job reads it.
 void addReading(CLI::App& app, InputOptions& options)
 {
     const auto add = [&app](const char* name, auto& value, const char* purpose) {
         return app.add_option(name, value, purpose)->group("Input");
     };
-    add("--limit", options.limit, "Read at most N records")
+    add("--first", options.first, "Read only the first N records")
         ->type_name("N")
         ->check(wholeNumberFrom(0));
     addUserMissing(app, options.userMissing)->group("Input");
@@ -105,13 +114,18 @@ void addReading(CLI::App& app, InputOptions& options)
         ->check(wholeNumberFrom(-1));
 }
 
-/// The output file and the options for its form.
-void addOutput(CLI::App& app, OutputOptions& options, bool needed)
+} // namespace
+
+void addOutputPath(CLI::App& app, OutputOptions& options, const char* names, bool needed)
 {
-    app.add_option("OUT,-o", options.path, "The file to write; - for standard output")
+    app.add_option(names, options.path, "The file to write; - for standard output")
         ->type_name("FILE")
         ->required(needed)
         ->check(notEmpty());
+}
+
+void addOutputForm(CLI::App& app, OutputOptions& options)
+{
     const auto add = [&app](const char* name, std::string& value, const char* purpose) {
         return app.add_option(name, value, purpose)->group("Output");
     };
@@ -131,7 +145,6 @@ void addOutput(CLI::App& app, OutputOptions& options, bool needed)
     app.add_flag("--force", options.force, "Replace existing files")->group("Output");
 }
 
-/// The options that change the records.
 void addRecords(CLI::App& app, RecordOptions& options)
 {
     app.add_option("--derive", options.derivations,
@@ -143,9 +156,49 @@ void addRecords(CLI::App& app, RecordOptions& options)
         ->type_name("EXPRESSION")
         ->check(notEmpty())
         ->group("Records");
+    app.add_option("--limit", options.limit, "Use at most N records, after --where")
+        ->type_name("N")
+        ->check(wholeNumberFrom(0))
+        ->group("Records");
 }
 
-} // namespace
+void addSelection(CLI::App& app, RecordOptions& options)
+{
+    const auto add = [&app](const char* name, auto& value, const char* purpose) {
+        return app.add_option(name, value, purpose)->group("Records");
+    };
+    const auto addList = [&](const char* name, std::vector<std::string>& values, const char* shown,
+                             const char* purpose) {
+        return add(name, values, purpose)
+            ->type_name(shown)
+            ->check(notEmpty())
+            ->delimiter(',')
+            ->allow_extra_args(false);
+    };
+    app.add_flag("--distinct", options.distinct, "Keep the first of records that are equal")
+        ->group("Records");
+    addList("--distinct-by", options.distinctBy, "FIELD",
+            "Keep the first of records that are equal in these\nfields, separated by commas");
+    CLI::Option* const sample =
+        add("--sample", options.sample, "Draw N records, or each one with P% probability")
+            ->type_name("N|P%")
+            ->check(sampleSize());
+    add("--seed", options.seed, "Another number draws another sample")
+        ->type_name("N")
+        ->needs(sample);
+    CLI::Option* const sort =
+        addList("--sort", options.sort, "FIELD[:desc]",
+                "Sort by these fields, separated by commas;\nmissing values are last");
+    CLI::Option* const top =
+        add("--top", options.top, "Keep the N records with the greatest values of --by")
+            ->type_name("N")
+            ->check(wholeNumberFrom(0))
+            ->excludes(sort);
+    CLI::Option* const topBy = addList("--by", options.topBy, "FIELD", "The fields for --top");
+    top->needs(topBy);
+    topBy->needs(top);
+    addList("--keep", options.keep, "FIELD", "Fields to keep, in this order, separated by commas");
+}
 
 void addCommonOptions(CLI::App& app, CommonOptions& options)
 {
@@ -177,7 +230,8 @@ void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput)
 {
     addSource(app, options.input);
     addReading(app, options.input);
-    addOutput(app, options.output, needsOutput);
+    addOutputPath(app, options.output, "OUT,-o", needsOutput);
+    addOutputForm(app, options.output);
     addRecords(app, options.records);
     addPrintJob(app, options.printJob);
 }
@@ -218,7 +272,7 @@ CLI::Option* addUserMissing(CLI::App& app, std::string& what)
     return app
         .add_option("--user-missing", what,
                     "Whether user-missing values count as missing; by\ndefault they do, except if "
-                    "convert only copies")
+                    "records are only copied")
         ->type_name("WHAT")
         ->check(CLI::IsMember({"exclude", "keep"}));
 }

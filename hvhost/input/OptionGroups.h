@@ -20,6 +20,17 @@ void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput);
 /// Adds the input and the options that change the records, for a command that shows its result.
 void addRecordsOptions(CLI::App& app, InputOptions& input, RecordOptions& records);
 
+/// The options for the form of an input.
+void addForm(CLI::App& app, InputOptions& options);
+/// An output by its names on the command line.
+void addOutputPath(CLI::App& app, OutputOptions& options, const char* names, bool needed);
+/// The options for the form of an output.
+void addOutputForm(CLI::App& app, OutputOptions& options);
+/// The options that change the records.
+void addRecords(CLI::App& app, RecordOptions& options);
+/// The options that select and order records, and --keep.
+void addSelection(CLI::App& app, RecordOptions& options);
+
 /// Adds an input that the host opens as a dataset.
 void addDatasetOptions(CLI::App& app, InputOptions& options);
 /// The same for a command whose jobs read the cases, with a weight and a treatment of user-missing

@@ -8,17 +8,17 @@
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
+#include "hvhost/job/CopiedMissing.h"
 #include "hvhost/job/HostSession.h"
 #include "hvhost/job/RecordChain.h"
 #include "hvhost/job/RecordNames.h"
-#include "hvl/HVLFilterFields.h"
 #include "hvl/HVLWrite.h"
 
 namespace {
 
 /// Rejects a --weight that would have no effect, so that the user does not rely on it.
 /// `keep` are the names of the fields to keep; empty for all.
-void refuseLostWeight(const ConvertOptions& options, const std::vector<std::string>& keep,
+void refuseLostWeight(const JobOptions& options, const std::vector<std::string>& keep,
                       const InputFile& input, const OutputFile& output)
 {
     const std::string& given = options.input.weight;
@@ -33,37 +33,24 @@ void refuseLostWeight(const ConvertOptions& options, const std::vector<std::stri
         throw CommandFault(ExitStatus::Usage, "--weight " + given + ": --keep leaves it out");
 }
 
-/// A copy keeps the values that its file declares missing. But an expression over the records must
-/// not use such a value as a number.
-InputOptions readingOf(const ConvertOptions& options)
-{
-    InputOptions input = options.input;
-    const bool isCopy = options.records.where.empty() && options.records.derivations.empty();
-    if (input.userMissing.empty() && isCopy)
-        input.userMissing = "keep";
-    return input;
-}
-
 } // namespace
 
-void convert(const ConvertOptions& options, const CommonOptions& common)
+void convert(const JobOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
-    const InputOptions reading = readingOf(options);
+    const InputOptions reading =
+        copiedReading(limitedReading(options.input, options.records), options.records);
     const InputFile input(reading, FileOptions::Offered, watch, Reader::Either);
     const OutputFile output(options.output, FileOptions::Offered, watch);
-    const std::vector<std::string> kept =
-        RecordNames(input, options.records).own(options.keep, "--keep");
-    refuseLostWeight(options, kept, input, output);
+    refuseLostWeight(options,
+                     RecordNames(input, options.records).own(options.records.keep, "--keep"), input,
+                     output);
     HostSession session("convert", common, watch);
     JNIHvlProgram program;
     RecordChain records(program, input, options.records);
-    HVLFilterFields keep(&program);
-    keep.KeepFieldNames(kept);
-    keep.AddPredFunction(records.last());
     HVLWrite write(&program);
     output.configure(write);
-    write.AddPredFunction(kept.empty() ? records.last() : &keep);
+    write.AddPredFunction(records.last());
 
     const std::string job = generateJob(program, write);
     if (options.printJob) {
@@ -71,9 +58,7 @@ void convert(const ConvertOptions& options, const CommonOptions& common)
         return;
     }
     if (reading.userMissing.empty() && input.declaresMissing())
-        session.warn(options.input.path +
-                     ": what it declares missing is written as system-missing; --user-missing "
-                     "exclude or keep says what is wanted");
+        session.warn(missingIsLost(options.input.path));
     JobOrigin origin = input.origin();
     origin.outputs = output.origins();
     origin.expressions = records.expressions();

@@ -10,20 +10,17 @@
 
 void addConvertCommand(CLI::App& app, CommonOptions& common)
 {
-    const auto options = std::make_shared<ConvertOptions>();
+    const auto options = std::make_shared<JobOptions>();
     CLI::App* const command = newCommand(
         app, "convert", "Write a dataset in another form.",
         "  hvhost convert weather.csv weather.sav\n"
         "  hvhost convert weather.csv warm.csv --where 'x.temp_max > 20' --keep date,temp_max\n"
-        "  hvhost convert weather.csv - --derive 'spread=x.temp_max - x.temp_min' --limit 5\n");
+        "  hvhost convert weather.csv - --derive 'spread=x.temp_max - x.temp_min' --limit 5\n"
+        "  hvhost convert weather.csv - --top 3 --by wind --keep date,wind\n"
+        "  hvhost convert penguins.csv - --distinct --keep species,island --sort species\n"
+        "  hvhost convert penguins.csv some.csv --sample 10% --seed 7\n");
     addJobOptions(*command, *options, true);
-    command
-        ->add_option("--keep", options->keep, "Fields to keep, in this order, separated by commas")
-        ->type_name("FIELD")
-        ->check(notEmpty())
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->group("Records");
+    addSelection(*command, options->records);
     addWeight(*command, options->input);
     addCommonOptions(*command, common);
     command->callback([options, &common] { convert(*options, common); });

@@ -93,7 +93,7 @@ void HostSession::checkTrails() const
 {
     checkLog(_options.logFile);
     if (!_options.traceDirectory.empty() && !HVTracer()->canTrace())
-        throw CommandFault(ExitStatus::Usage,
+        throw CommandFault(ExitStatus::JobFailed,
                            _options.traceDirectory + ": no trace can be written in this folder",
                            "it must be a folder that may be written to, or one that can be made");
 }
@@ -109,6 +109,13 @@ void HostSession::giveUpSettings(const Dataset& dataset)
 }
 
 void HostSession::run(const std::string& jobText, const JobOrigin& origin, HVStatDataIterator* rows)
+{
+    run(jobText, origin,
+        rows ? std::vector<HVStatDataIterator*>{rows} : std::vector<HVStatDataIterator*>());
+}
+
+void HostSession::run(const std::string& jobText, const JobOrigin& origin,
+                      const std::vector<HVStatDataIterator*>& rows)
 {
     log("job: " + EmbeddedHV::withoutSecrets(jobText));
     observed([&] { execute(jobText, rows); });
@@ -148,12 +155,12 @@ void HostSession::observed(const std::function<void()>& work)
     work();
 }
 
-void HostSession::execute(const std::string& jobText, HVStatDataIterator* rows)
+void HostSession::execute(const std::string& jobText, const std::vector<HVStatDataIterator*>& rows)
 {
     callEngine(ExitStatus::Engine, [&] {
         _runner->prepareHVLJob(jobText);
-        if (rows)
-            _runner->addInputIterator(rows);
+        for (HVStatDataIterator* const iterator : rows)
+            _runner->addInputIterator(iterator);
     });
     _watch.check();
     callEngine(ExitStatus::JobFailed, [&] { _runner->execute(); });

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "hvhost/base/CommonOptions.h"
 #include "hvhost/base/JobOrigin.h"
@@ -39,6 +40,9 @@ public:
     /// outputs can be read. Throws CommandFault in terms of the text's origin.
     void run(const std::string& jobText, const JobOrigin& origin,
              HVStatDataIterator* rows = nullptr);
+    /// The same for a job that reads several row iterators.
+    void run(const std::string& jobText, const JobOrigin& origin,
+             const std::vector<HVStatDataIterator*>& rows);
     /// The same for work that itself runs one job on the runner, shows its messages and ends its
     /// execution. `work` returns whether it succeeded.
     void perform(const std::function<bool()>& work, const JobOrigin& origin);
@@ -56,7 +60,7 @@ public:
 
 private:
     void observed(const std::function<void()>& work);
-    void execute(const std::string& jobText, HVStatDataIterator* rows);
+    void execute(const std::string& jobText, const std::vector<HVStatDataIterator*>& rows);
     void checkOutcome(const std::string& jobText, const JobOrigin& origin);
     void printMessages(const JobOrigin& origin, const std::string& error);
     void warnOfKind(const std::string& name, const std::string& text);

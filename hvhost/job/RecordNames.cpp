@@ -1,6 +1,7 @@
 #include "hvhost/job/RecordNames.h"
 
 #include <string_view>
+#include <utility>
 
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/Text.h"
@@ -21,7 +22,7 @@ Derivation splitDerivation(const std::string& text)
                        "for example --derive 'spread=x.temp_max - x.temp_min'");
 }
 
-RecordNames::RecordNames(const InputFile& input, const RecordOptions& options) : _input(input)
+RecordNames::RecordNames(const InputFile& input, const RecordOptions& options) : _input(&input)
 {
     for (const std::string& derivation : options.derivations)
         _derived.push_back(splitDerivation(derivation).name);
@@ -30,11 +31,18 @@ RecordNames::RecordNames(const InputFile& input, const RecordOptions& options) :
 const std::vector<std::string>& RecordNames::names() const
 {
     if (!_names) {
-        _names = _input.names();
+        _names = _input->names();
         if (!_names->empty())
             _names->insert(_names->end(), _derived.begin(), _derived.end());
     }
     return *_names;
+}
+
+RecordNames::RecordNames(std::vector<std::string> fields, const RecordOptions& options)
+    : _input(nullptr), _names(std::move(fields))
+{
+    for (const std::string& derivation : options.derivations)
+        _names->push_back(splitDerivation(derivation).name);
 }
 
 std::string RecordNames::own(const std::string& name, const std::string& origin) const

@@ -19,6 +19,8 @@ class RecordNames
 public:
     /// Throws CommandFault (Usage) for an invalid derivation. Borrows the input.
     RecordNames(const InputFile& input, const RecordOptions& options);
+    /// The names of fields that the command computes, and those that it derives from them.
+    RecordNames(std::vector<std::string> fields, const RecordOptions& options);
 
     /// The record's own name for a name that the user wrote, by the rule of placeOfName. `origin`
     /// is the option that contains the name. If the file cannot be opened here, returns the name
@@ -31,7 +33,7 @@ public:
 private:
     const std::vector<std::string>& names() const;
 
-    const InputFile& _input;
+    const InputFile* _input; ///< null if the names are given
     std::vector<std::string> _derived;
     mutable std::optional<std::vector<std::string>> _names; ///< filled by the first look-up
 };

@@ -113,7 +113,8 @@ void score(const ScoreOptions& options, const CommonOptions& common)
     const ReadableFile file(options.model, watch);
     const ScoringModel model(file);
     Scoring scoring(options, look, model, watch);
-    const InputFile input(options.input, FileOptions::Offered, watch);
+    const InputOptions reading = limitedReading(options.input, options.records);
+    const InputFile input(reading, FileOptions::Offered, watch);
     scoring.check(input);
     HostSession session("score", common, watch);
     JNIHvlProgram program;
