@@ -3,6 +3,7 @@
 #include <fcntl.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <ctime>
 #include <filesystem>
@@ -67,5 +68,6 @@ void checkLog(const std::string& file)
         throw CommandFault(ExitStatus::Usage, file + ": this file is not a log",
                            "--log appends to a new file, or to a log of an earlier command");
     if (!file.empty() && !std::ofstream(file, std::ios::app))
-        throw CommandFault(ExitStatus::Usage, file + ": the log cannot be written");
+        throw CommandFault(ExitStatus::JobFailed, file + ": the log cannot be written: " +
+                                                      std::generic_category().message(errno));
 }

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <string_view>
+#include <utility>
+#include <vector>
 
+#include "base/AsciiText.h"
 #include "hvhost/base/Text.h"
 
 namespace {
@@ -44,7 +47,96 @@ const JobOrigin::Expression* composedFor(std::size_t fault, const std::string& j
     return nullptr;
 }
 
+/// The expression with blanks in the place of its texts and quoted names.
+std::string withoutQuoted(const std::string& expression)
+{
+    std::string text = expression;
+    char quote = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char character = expression[i];
+        if (quote == 0 && (character == '"' || character == '`' || character == '\'')) {
+            quote = character;
+        } else if (quote != 0) {
+            text[i] = ' ';
+            if (character == '\\' && i + 1 < text.size())
+                text[++i] = ' ';
+            else if (character == quote)
+                quote = 0;
+        }
+    }
+    return text;
+}
+
+/// Whether the text has a "=" that is no part of another operator.
+bool hasLoneEquals(std::string_view text)
+{
+    for (std::size_t at = text.find('='); at != std::string_view::npos;
+         at = text.find('=', at + 1)) {
+        const char before = at == 0 ? ' ' : text[at - 1];
+        const char after = at + 1 < text.size() ? text[at + 1] : ' ';
+        if (std::string_view("=!<>").find(before) == std::string_view::npos && after != '=' &&
+            after != '>')
+            return true;
+    }
+    return false;
+}
+
+bool isInWord(char character)
+{
+    return base::isDigit(character) || base::isLetter(character) || character == '_' ||
+           !base::isAscii(character);
+}
+
+/// The words of the text. A field, x.name, is one word.
+std::vector<std::string> splitWords(std::string_view text)
+{
+    std::vector<std::string> words;
+    std::string word;
+    for (const char character : text) {
+        if (isInWord(character) || (character == '.' && !word.empty())) {
+            word += character;
+            continue;
+        }
+        if (!word.empty())
+            words.push_back(std::exchange(word, {}));
+        // Keeps apart words that are not separated by blanks alone.
+        if (character != ' ')
+            words.emplace_back(1, character);
+    }
+    if (!word.empty())
+        words.push_back(word);
+    return words;
+}
+
+/// The hint for a word that is an operator elsewhere; null for other words.
+const char* foreignOperator(const std::string& word)
+{
+    const std::string folded = base::lowerCase(word);
+    if (folded == "and" || folded == "or")
+        return "&& means and, || means or";
+    return folded == "not" ? "! means not" : nullptr;
+}
+
 } // namespace
+
+std::string foreignSyntaxHint(const std::string& expression)
+{
+    const std::string text = withoutQuoted(expression);
+    if (hasLoneEquals(text))
+        return "== compares two values";
+    if (text.find("<>") != std::string::npos)
+        return "!= means not equal";
+    const std::vector<std::string> words = splitWords(text);
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (const char* const hint = foreignOperator(words[i]))
+            return hint;
+        if (i > 0 && words[i - 1].starts_with("x.") && isInWord(words[i].front()) &&
+            words[i] != "else")
+            return "a name with blanks is written x.`" + words[i - 1].substr(2) + " " + words[i] +
+                   "`";
+    }
+    return {};
+}
 
 std::string inExpression(const datafile::FaultParts& parts, const std::string& job,
                          const JobOrigin& origin)

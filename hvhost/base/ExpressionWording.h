@@ -10,3 +10,7 @@
 /// that expression.
 std::string inExpression(const datafile::FaultParts& parts, const std::string& job,
                          const JobOrigin& origin);
+
+/// A hint for an expression that other languages accept and this one does not: x.a = 1, x.a AND
+/// x.b, x.a <> 1, or a name with blanks. May be empty.
+std::string foreignSyntaxHint(const std::string& expression);

@@ -125,6 +125,13 @@ std::string withInputName(const std::string& reason, const JobOrigin& origin)
     return kReadStep + (": " + reason);
 }
 
+/// The user's name for the file that a row iterator serves.
+const std::string& servedFile(const std::string& iterator, const JobOrigin& origin)
+{
+    const auto found = std::ranges::find(origin.inputs, iterator, &JobOrigin::File::iterator);
+    return (found == origin.inputs.end() ? origin.inputs.front() : *found).name;
+}
+
 /// Rewrites an error of an input. An error of served rows is reported as the engine would report it
 /// for the file.
 std::string inInput(const JobFault& fault, const JobOrigin& origin)
@@ -133,7 +140,7 @@ std::string inInput(const JobFault& fault, const JobOrigin& origin)
     if (parts.record > 0 && parts.field.empty())
         return withInputName(parts.what, origin);
     if (parts.record > 0 && !origin.inputs.empty())
-        return origin.inputs.front().name + ": field \"" + parts.field + "\", record " +
+        return servedFile(parts.iterator, origin) + ": field \"" + parts.field + "\", record " +
                std::to_string(parts.record) + ": " + parts.what;
     const JobOrigin::File* const file = userFile(parts, origin);
     return file ? inFile(parts, file->name) : fault.text;
@@ -252,6 +259,24 @@ std::string hintFor(const JobFault& fault, const JobOrigin::File* file)
     return expressionHint(fault);
 }
 
+/// The expression of the option that a text begins with; empty for other texts.
+std::string expressionIn(const std::string& text, const JobOrigin& origin)
+{
+    for (const JobOrigin::Expression& expression : origin.expressions)
+        if (text.starts_with(expression.option + ":"))
+            return expression.text;
+    return {};
+}
+
+/// Whether an option is wrong, in the words of `text`. The engine detects that before the job runs,
+/// by the text, the plan or the types of the expressions.
+bool isOfOption(const JobFault& fault, const std::string& text)
+{
+    const bool isBeforeRun = fault.id.starts_with("HVEPA") || fault.id.starts_with("HVEPL") ||
+                             (fault.id.starts_with("HVEEX") && fault.id != errors::kConversion);
+    return isBeforeRun && text.starts_with("--");
+}
+
 CommandFault wordInput(const JobFault& fault, const JobOrigin& origin, const std::string& detail)
 {
     const std::string text = inInput(fault, origin);
@@ -322,6 +347,10 @@ CommandFault wordFault(const EngineFault& reported, const std::string& jobText,
     if (!origin.jobName.empty())
         return {ExitStatus::JobFailed, withPosition(fault, origin.jobName), expressionHint(fault),
                 detail};
-    return {ExitStatus::JobFailed, withOption(fault, jobText, origin), hintFor(fault, nullptr),
+    const std::string text = withOption(fault, jobText, origin);
+    std::string hint = hintFor(fault, nullptr);
+    if (hint.empty() && isSyntaxFault(reported))
+        hint = foreignSyntaxHint(expressionIn(text, origin));
+    return {isOfOption(fault, text) ? ExitStatus::Usage : ExitStatus::JobFailed, text, hint,
             detail};
 }

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <filesystem>
 
 #include "hvhost/base/CommandFault.h"
@@ -30,6 +31,10 @@ std::string outputPath(const std::string& name, bool mayReplace)
     if (!fs::is_directory(folder, error))
         throw CommandFault(ExitStatus::JobFailed,
                            name + ": the folder " + folder.string() + " does not exist");
+    if (access(folder.c_str(), W_OK) != 0 && errno == EROFS)
+        throw CommandFault(ExitStatus::JobFailed,
+                           name + ": no file can be written in its folder: the file system is "
+                                  "read-only");
     if (access(folder.c_str(), W_OK | X_OK) != 0)
         throw CommandFault(ExitStatus::JobFailed, name + ": no file can be written in its folder",
                            "the permissions of the folder do not allow it");

@@ -12,6 +12,7 @@
 #include "hvhost/base/StandardStreams.h"
 #include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
+#include "hvhost/input/FieldTypes.h"
 #include "hvhost/input/KnownDataset.h"
 #include "hvhost/input/NameLookup.h"
 #include "hvhost/map/MapFields.h"
@@ -32,19 +33,15 @@ struct Side
     std::vector<std::string> keys;  ///< names in UTF-8
     std::vector<std::string> names; ///< the same in the host's encoding
     Rows unmatched;
-    bool hasMore = false;
+    std::size_t count = 0; ///< of the unmatched combinations, also of those that are not shown
 
-    /// The list has one row more than the limit if it was cut.
     void cut(int limit)
     {
-        hasMore = limit >= 0 && unmatched.size() > static_cast<std::size_t>(limit);
-        if (hasMore)
+        count = unmatched.size();
+        if (limit >= 0 && count > static_cast<std::size_t>(limit))
             unmatched.resize(static_cast<std::size_t>(limit));
     }
-    std::string count() const
-    {
-        return (hasMore ? "more than " : "") + std::to_string(unmatched.size());
-    }
+    bool hasMore() const { return count > unmatched.size(); }
 };
 
 /// Adds MAPFIELD=VARIABLE, or one name for both.
@@ -62,19 +59,32 @@ void addKey(const std::string& text, const Dataset& dataset, Side& map, Side& da
     data.names.push_back(dataset.source().GetVariable(column).GetName());
 }
 
+/// Numbers match numbers, and texts match texts.
+void refuseTypes(const std::string& option, CFField::StorageType ofMap, const Dataset& dataset,
+                 const std::string& variable)
+{
+    const CFField::StorageType ofData = dataset.storageOf(dataset.columnOf(variable, option));
+    if (!areComparable(ofMap, ofData))
+        throw CommandFault(ExitStatus::Usage, option + ": it is " + nounOf(ofMap) +
+                                                  " in the map and " + nounOf(ofData) +
+                                                  " in the data");
+}
+
 /// Replaces the user's names of the map's fields by the map's own. `options` are the texts that
 /// contain them.
 void findFields(MapSession& session, const MapInput& map, const std::vector<std::string>& options,
-                Side& side)
+                const Dataset& dataset, Side& side, const Side& data)
 {
     const CFMetaData model(mapDataModel(session, map));
     std::vector<std::string> known;
     for (std::size_t i = 0; i < model.FieldCount(); ++i)
         known.push_back(model.GetField(i)->GetName());
     for (std::size_t i = 0; i < options.size(); ++i) {
-        side.keys[i] = known[placeOfName(
-            side.keys[i], known,
-            {"--keys " + options[i], "field", "hvhost map info lists the fields"})];
+        const std::string option = "--keys " + options[i];
+        const std::size_t place =
+            placeOfName(side.keys[i], known, {option, "field", "hvhost map info lists the fields"});
+        side.keys[i] = known[place];
+        refuseTypes(option, model.GetField(place)->GetStorage(), dataset, data.keys[i]);
         side.names.push_back(transcodeFromUTF8(side.keys[i].c_str(), nullptr));
     }
 }
@@ -101,14 +111,20 @@ ResultTable tableOf(const std::vector<const Side*>& sides)
 /// Prints the number of unmatched combinations and a list of them.
 void printText(const Side& side, const TableLook& look, std::ostream& out)
 {
-    out << "only in the " << side.word << ": " << side.count() << '\n';
+    out << "only in the " << side.word << ": " << side.count;
+    if (side.hasMore())
+        out << ", of which " << side.unmatched.size() << " are shown";
+    out << '\n';
     if (!side.unmatched.empty())
         printTable(tableOf({&side}), look, out);
 }
 
 Json jsonOf(const Side& side)
 {
-    return {{"keys", side.keys}, {"unmatched", side.unmatched}, {"more", side.hasMore}};
+    return {{"keys", side.keys},
+            {"count", side.count},
+            {"unmatched", side.unmatched},
+            {"more", side.hasMore()}};
 }
 
 /// The whole result. For csv only the lists, one below the other.
@@ -142,21 +158,22 @@ void mapMatch(const MapMatchOptions& options, const CommonOptions& common)
     for (const std::string& key : options.keys)
         addKey(key, *input.dataset(), ofMap, ofData);
     MapSession session("match", common, watch);
-    findFields(session, map, options.keys, ofMap);
+    findFields(session, map, options.keys, *input.dataset(), ofMap, ofData);
     const KnownDataset known(*input.dataset());
     JobOrigin origin = map.origin();
     for (const JobOrigin::File& file : input.origin().inputs)
         origin.inputs.push_back(file);
+    constexpr int kAll = -1;
     int matched = 0;
     session.perform(
         [&](HVInteractiveSTEM& maps) {
             return map.isService()
                        ? maps.matchServiceKeys(map.location(), *map.layer(), ofMap.names,
                                                ofMap.unmatched, known.id(), "", ofData.names,
-                                               ofData.unmatched, options.limit, matched)
+                                               ofData.unmatched, kAll, matched)
                        : maps.matchShapeKeys(map.location(), ofMap.names, ofMap.unmatched,
-                                             known.id(), "", ofData.names, ofData.unmatched,
-                                             options.limit, matched);
+                                             known.id(), "", ofData.names, ofData.unmatched, kAll,
+                                             matched);
         },
         map.name(), origin);
     ofMap.cut(options.limit);

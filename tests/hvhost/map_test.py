@@ -76,13 +76,13 @@ class MapTest(Case):
         found = json.loads(self.run_hvhost(*words, "--format", "json").stdout)
         self.assertEqual(found, {
             "schema": 1, "matched": 3,
-            "map": {"keys": ["KEY"], "unmatched": [["Anvers"]], "more": False},
-            "data": {"keys": ["island"], "unmatched": [["Cormorant"]], "more": False}})
+            "map": {"keys": ["KEY"], "count": 1, "unmatched": [["Anvers"]], "more": False},
+            "data": {"keys": ["island"], "count": 1, "unmatched": [["Cormorant"]], "more": False}})
         self.assertEqual(self.run_hvhost(*words, "--format", "csv").stdout,
                          "side,KEY\nmap,Anvers\ndata,Cormorant\n")
         self.assertIn("in both: 3", self.run_hvhost(*words).stdout)
         cut = self.run_hvhost(*words, "--limit", 0).stdout
-        self.assertIn("only in the map: more than 0", cut)
+        self.assertIn("only in the map: 1, of which 0 are shown", cut)
         penguins = self.run_hvhost("map", "match", ISLANDS, DATA / "penguins.csv", "--keys",
                                    "KEY=island").stdout
         self.assertIn("only in the data: 0", penguins)
@@ -121,7 +121,7 @@ class MapTest(Case):
                 (2, [*match, "KEY=isle"], "isle"),
                 (2, [*match, "=island"], "--keys =island"),
                 (2, [*match, "KEI=island"], "--keys KEI=island: .*\n.*did you mean KEY"),
-                (1, [*match, "ID=island"], "ID"),
+                (2, [*match, "ID=island"], "ID=island: it is a number in the map and a text in the data"),
                 (2, ["map"], "map"),
                 (2, ["map", "nothing"], "hvhost help map")):
             errors = self.run_hvhost(*words, status=status).stderr

@@ -41,7 +41,7 @@ FAULTS = [
     ("penguins.pmml penguins.csv --keep specis", 2, ["--keep specis", "did you mean species?"]),
     ("penguins.pmml penguins.csv --derive size=1", 2, ["size: two columns", "--keep"]),
     ("penguins.pmml penguins.csv -o penguins.csv", 2, ["penguins.csv: the file exists"]),
-    ("penguins.pmml penguins.csv --where 'x.sx > 1'", 1, ["--where"]),
+    ("penguins.pmml penguins.csv --where 'x.sx > 1'", 2, ["--where"]),
 ]
 
 
