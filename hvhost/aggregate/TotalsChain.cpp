@@ -7,7 +7,7 @@
 #include "bridge/JNIHvlProgram.h"
 #include "datafile/FieldNames.h"
 #include "hvhost/base/CommandFault.h"
-#include "hvhost/job/SelectionStep.h"
+#include "hvhost/job/EngineStep.h"
 #include "hvhost/show/ResultTable.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLFilterFields.h"
@@ -83,8 +83,8 @@ void TotalsChain::sort(std::size_t keys)
         order.push_back({{"name", flagOf(key)}});
         order.push_back({{"name", fields[key]}});
     }
-    append(std::make_unique<SelectionStep>(&_program, "sortRecords",
-                                           nlohmann::json{{"fields", order}}));
+    append(
+        std::make_unique<EngineStep>(&_program, "sortRecords", nlohmann::json{{"fields", order}}));
     fields.insert(fields.begin() + static_cast<std::ptrdiff_t>(keys), kTotalField);
     auto keep = std::make_unique<HVLFilterFields>(&_program);
     keep->KeepFieldNames(fields);

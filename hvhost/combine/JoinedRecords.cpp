@@ -5,9 +5,18 @@
 #include "bridge/JNIHvlProgram.h"
 #include "datafile/FieldNames.h"
 #include "hvhost/input/Dataset.h"
+#include "hvhost/job/EngineStep.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLFilterFields.h"
-#include "hvl/HVLJoin.h"
+
+namespace {
+
+const char* joinTypeOf(const std::string& how)
+{
+    return how == "inner" ? "Inner" : how == "anti" ? "Anti" : "Outer";
+}
+
+} // namespace
 
 JoinedRecords::JoinedRecords(JNIHvlProgram& program, HVLFunction& left, HVLFunction& right,
                              const CombinedInputs& inputs, const std::vector<JoinKey>& keys,
@@ -44,32 +53,43 @@ HVLFunction* JoinedRecords::copyKeys(HVLFunction& right)
 
 void JoinedRecords::addJoin(HVLFunction& left, HVLFunction& right, const CombinedInputs& inputs)
 {
-    auto join = std::make_unique<HVLJoin>(&_program);
-    join->AddPredFunction(&left, inputs.tag(0));
-    join->AddPredFunction(&right, inputs.tag(1));
-    join->SetJoinType(_how == "inner"  ? HVLJoin::Inner
-                      : _how == "anti" ? HVLJoin::Anti
-                                       : HVLJoin::Outer);
-    if (_how == "left" || _how == "full" || _how == "anti")
-        join->AddNonMatchingSource(0);
-    if (keepsRight())
-        join->AddNonMatchingSource(1);
-    for (const JoinKey& key : _keys)
-        join->AddMatchField(0, key.left, 1, key.right);
-    _names = inputs.dataset(0).names();
-    join->SetOutputFieldNames(0, _names);
+    const std::vector<std::string> ofLeft = inputs.dataset(0).names();
     std::vector<std::string> ofRight;
     if (_how != "anti")
         for (const std::string& name : inputs.dataset(1).names())
             if (std::ranges::find(_keys, name, &JoinKey::right) == _keys.end())
                 ofRight.push_back(name);
     // The engine gives names that clash a number.
+    _names = ofLeft;
     _names.insert(_names.end(), ofRight.begin(), ofRight.end());
     _names = datafile::uniqueNames(_names);
     ofRight.insert(ofRight.end(), _copies.begin(), _copies.end());
-    if (!ofRight.empty())
-        join->SetOutputFieldNames(1, ofRight);
+    auto join = std::make_unique<EngineStep>(
+        &_program, "join", settings(inputs.tag(0), ofLeft, inputs.tag(1), ofRight));
+    join->AddPredFunction(&left, inputs.tag(0));
+    join->AddPredFunction(&right, inputs.tag(1));
     append(std::move(join), nullptr);
+}
+
+nlohmann::json JoinedRecords::settings(const std::string& left,
+                                       const std::vector<std::string>& ofLeft,
+                                       const std::string& right,
+                                       const std::vector<std::string>& ofRight) const
+{
+    nlohmann::json matches = nlohmann::json::array();
+    for (const JoinKey& key : _keys)
+        matches.push_back({{left, key.left}, {right, key.right}});
+    nlohmann::json settings{{"matchFields", matches},
+                            {"joinType", joinTypeOf(_how)},
+                            {"outputFields", {{left, ofLeft}}},
+                            {"keepOrder", true}};
+    if (!ofRight.empty())
+        settings["outputFields"][right] = ofRight;
+    if (_how == "left" || _how == "full" || _how == "anti")
+        settings["nonMatchingSources"].push_back(left);
+    if (keepsRight())
+        settings["nonMatchingSources"].push_back(right);
+    return settings;
 }
 
 /// A record without a partner on the left has its key in the copy.

@@ -4,16 +4,16 @@
 #include <string>
 #include <vector>
 
+#include <nlohmann/json.hpp>
+
 #include "hvhost/combine/JoinKeys.h"
 
-class HVLExpressionFun;
-class HVLFilterFields;
 class HVLFunction;
-class HVLJoin;
 class JNIHvlProgram;
 
 /// The steps of a job that join two inputs. The result has the fields of the left input, then those
-/// of the right one, without the keys of the right one. Borrows all arguments.
+/// of the right one, without the keys of the right one,
+/// and the order of the inputs. Borrows all arguments.
 class JoinedRecords
 {
 public:
@@ -32,6 +32,10 @@ public:
 private:
     HVLFunction* copyKeys(HVLFunction& right);
     void addJoin(HVLFunction& left, HVLFunction& right, const CombinedInputs& inputs);
+    /// The configuration of the join, by the tags of the inputs and the fields that they output.
+    nlohmann::json settings(const std::string& left, const std::vector<std::string>& ofLeft,
+                            const std::string& right,
+                            const std::vector<std::string>& ofRight) const;
     void takeCopies();
     void append(std::unique_ptr<HVLFunction> step, HVLFunction* input);
     /// Whether the result has records of the right input only, whose keys are there.

@@ -10,8 +10,8 @@
 #include "bridge/JNIHvlProgram.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/input/DataFile.h"
+#include "hvhost/job/EngineStep.h"
 #include "hvhost/job/RecordNames.h"
-#include "hvhost/job/SelectionStep.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLFilterFields.h"
 #include "hvl/HVLRead.h"
@@ -134,7 +134,7 @@ void RecordChain::change(const RecordNames& names, const RecordOptions& options)
 void RecordChain::select(const RecordNames& names, const RecordOptions& options)
 {
     const auto add = [this](const char* step, nlohmann::json settings) {
-        append(std::make_unique<SelectionStep>(&_program, step, std::move(settings)));
+        append(std::make_unique<EngineStep>(&_program, step, std::move(settings)));
     };
     if (options.distinct || !options.distinctBy.empty())
         add("distinctRecords", distinctFields(names, options, _kept));

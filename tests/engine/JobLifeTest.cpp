@@ -22,11 +22,11 @@ class JobLifeTest : public EngineFixture
 {
 protected:
     /// A job over n.csv that runs for minutes: every record with every record.
-    std::string endless() const
+    std::string endless(const std::string& setting = "") const
     {
         return "val a = " + readCsv("n.csv") + "val b = " + readCsv("n.csv") +
-               R"(join({"joinType": "Cartesian", "outputFields": {"a": ["n"]}}, a: a, b: b)
-               -> balanceRecords(_, c => x => 3) -> )";
+               R"(join({"joinType": "Cartesian", "outputFields": {"a": ["n"]})" + setting +
+               "}, a: a, b: b) -> balanceRecords(_, c => x => 3) -> ";
     }
 };
 
@@ -35,9 +35,10 @@ TEST_F(JobLifeTest, ARunningJobIsCancelledAtOnceAndLeavesNothing)
     write("n.csv", numbers(50000));
     const std::string count = R"(aggregate({"output": [{"function": "key", "input": "n"},
                                                        {"function": "count"}]}) -> )";
-    for (const std::string& job :
-         {endless() + writeCsv("out.csv"), endless() + count + writeCsv("out.csv"),
-          endless() + R"(write({"dataSource": "never"}))"}) {
+    const std::string ordered = endless(R"(, "keepOrder": true)");
+    for (const std::string& job : {endless() + writeCsv("out.csv"), ordered + writeCsv("out.csv"),
+                                   endless() + count + writeCsv("out.csv"),
+                                   endless() + R"(write({"dataSource": "never"}))"}) {
         for (const auto delay : {0ms, 3ms, 150ms}) {
             RecordingListener listener;
             const auto time = cancelAfter(delay, job, listener);

@@ -35,6 +35,7 @@ struct Join
     std::vector<bool> keepsUnmatched;
     std::vector<std::pair<std::size_t, CFField>> outputs; ///< each with its input
     std::vector<std::string> columns;                     ///< of the outputs
+    bool keepsOrder = false;
 };
 
 /// Reads the configuration of a join and checks it against the inputs.
@@ -52,6 +53,7 @@ public:
         readUnmatched();
         readOutputFields();
         nameColumns();
+        _join.keepsOrder = _settings.flag("keepOrder").value_or(false);
         _settings.reportOthers(_call.context.message);
         return std::move(_join);
     }
@@ -231,43 +233,49 @@ const char* outerJoin(const Join& join)
     return join.keepsUnmatched[1] ? " RIGHT JOIN " : " JOIN ";
 }
 
-/// The inputs of the SELECT, with the number of each record: a database joins on several threads,
-/// and the records of the result are put into the order of the inputs again.
-class NumberedInputs
+/// The inputs of a join's SELECT. Because a database joins on several threads, a join that keeps
+/// the order numbers the records of its inputs and sorts the result by these numbers.
+class JoinInputs
 {
 public:
-    NumberedInputs(const std::vector<std::string>& froms, const std::vector<std::string>& numbers)
+    /// `numbers` are the columns for the numbers; empty if the result may have any order.
+    JoinInputs(const std::vector<std::string>& froms, const std::vector<std::string>& numbers)
         : _froms(froms), _numbers(numbers)
     {
     }
 
     std::string from(std::size_t input) const
     {
+        if (_numbers.empty())
+            return plain(input);
         return "(SELECT *, row_number() OVER () AS " + _numbers[input] + " FROM " + _froms[input] +
                ") AS " + aliasOf(input);
     }
+    /// An input that contributes no records.
+    std::string plain(std::size_t input) const { return _froms[input] + " AS " + aliasOf(input); }
+    /// The ORDER BY for all inputs; empty if the result may have any order.
     std::string order() const
     {
         std::vector<std::string> terms;
-        for (std::size_t i = 0; i < _froms.size(); ++i)
-            terms.push_back(aliasOf(i) + "." + _numbers[i] + " NULLS LAST");
-        return " ORDER BY " + base::joined(terms, ", ");
+        for (std::size_t i = 0; i < _numbers.size(); ++i)
+            terms.push_back(numberOf(i) + " NULLS LAST");
+        return terms.empty() ? "" : " ORDER BY " + base::joined(terms, ", ");
     }
-    /// The order of one input.
+    /// The ORDER BY for one input.
     std::string order(std::size_t input) const
     {
-        return " ORDER BY " + aliasOf(input) + "." + _numbers[input];
+        return _numbers.empty() ? "" : " ORDER BY " + numberOf(input);
     }
-    /// An input whose order does not matter.
-    std::string plain(std::size_t input) const { return _froms[input] + " AS " + aliasOf(input); }
     std::size_t count() const { return _froms.size(); }
 
 private:
+    std::string numberOf(std::size_t input) const { return aliasOf(input) + "." + _numbers[input]; }
+
     const std::vector<std::string>& _froms;
-    const std::vector<std::string>& _numbers; ///< the columns with the numbers
+    const std::vector<std::string>& _numbers;
 };
 
-std::string antiJoin(const Join& join, const NumberedInputs& inputs)
+std::string antiJoin(const Join& join, const JoinInputs& inputs)
 {
     const std::size_t kept = join.keepsUnmatched[0] ? 0 : 1;
     // Not NOT IN: one missing value on the other side would make its result empty.
@@ -276,28 +284,24 @@ std::string antiJoin(const Join& join, const NumberedInputs& inputs)
            base::joined(join.conditions[1], " AND ") + ")" + inputs.order(kept);
 }
 
-std::string selectOf(const Join& join, const NumberedInputs& inputs)
+std::string selectOf(const Join& join, const JoinInputs& inputs)
 {
     if (join.type == "Anti")
         return antiJoin(join, inputs);
-    const bool isCartesian = join.type == "Cartesian";
-    std::string from = isCartesian ? inputs.plain(0) : inputs.from(0);
+    std::string from = inputs.from(0);
     for (std::size_t i = 1; i < inputs.count(); ++i) {
-        if (isCartesian)
-            from += " CROSS JOIN " + inputs.plain(i);
+        if (join.type == "Cartesian")
+            from += " CROSS JOIN " + inputs.from(i);
         else
             from += (join.type == "Outer" ? outerJoin(join) : " JOIN ") + inputs.from(i) + " ON " +
                     base::joined(join.conditions[i], " AND ");
     }
-    return "SELECT " + base::joined(join.columns, ", ") + " FROM " + from +
-           (isCartesian ? "" : inputs.order());
+    return "SELECT " + base::joined(join.columns, ", ") + " FROM " + from + inputs.order();
 }
 
 } // namespace
 
-/// Joins records of several inputs, in the order of the first input, then of the second. Records
-/// without a match in an earlier input are last. All combinations of records may be too many to
-/// sort, so they have any order. A missing value matches nothing.
+/// Joins records of several inputs. A missing value matches nothing.
 StepResult planJoin(StepCall& call)
 {
     if (call.inputs.size() < 2)
@@ -311,7 +315,8 @@ StepResult planJoin(StepCall& call)
     std::vector<std::string> numbers;
     for (const StepInput& input : call.inputs) {
         inputs.push_back(input.node);
-        numbers.push_back(quotedIdentifier(unusedName(input.node->fields, "hv_record")));
+        if (join.keepsOrder)
+            numbers.push_back(quotedIdentifier(unusedName(input.node->fields, "hv_record")));
     }
     return {derivedNode(std::move(fields), std::move(inputs),
                         [join, numbers](const std::vector<std::string>& froms) {
