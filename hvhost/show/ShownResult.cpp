@@ -10,6 +10,7 @@
 
 #include "datafile/Fault.h"
 #include "datafile/PendingFile.h"
+#include "datafile/SpaceFault.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/OutputPath.h"
@@ -105,6 +106,8 @@ void ShownResult::writeFile(const std::function<void(std::ostream&)>& write) con
         throw CommandFault(ExitStatus::JobFailed, text);
     } catch (const std::ios::failure&) {
         const int reason = errno;
+        if (const char* const full = datafile::spaceFaultOf(reason))
+            throw CommandFault(ExitStatus::JobFailed, _name + ": " + full);
         throw CommandFault(ExitStatus::JobFailed,
                            _name + ": the file cannot be written" +
                                (reason == 0 ? "" : std::string(": ") + std::strerror(reason)));

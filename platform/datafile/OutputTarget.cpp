@@ -9,6 +9,7 @@
 #include "base/NativePath.h"
 #include "datafile/Fault.h"
 #include "datafile/FaultIds.h"
+#include "datafile/SpaceFault.h"
 
 namespace datafile {
 namespace {
@@ -100,10 +101,10 @@ bool keepOwnership(int descriptor, const struct stat& replaced)
 
 void refuseOutput(const std::string& step, const std::string& path, int code)
 {
-    const bool full = code == ENOSPC || code == EDQUOT || code == EFBIG;
-    refuseTarget(full ? faults::kDiskFull : faults::kFileUnwritable, step, path,
-                 full ? "no space is left for the file"
-                      : "the file cannot be written: " + std::generic_category().message(code));
+    if (const char* const full = spaceFaultOf(code))
+        refuseTarget(faults::kDiskFull, step, path, full);
+    refuseTarget(faults::kFileUnwritable, step, path,
+                 "the file cannot be written: " + std::generic_category().message(code));
 }
 
 } // namespace datafile

@@ -185,7 +185,7 @@ TEST_F(SplitRawData, AFullDiskFailsAndLeavesNothing)
         EXPECT_FALSE(filled(data));
     }
     EXPECT_TRUE(temporaryFiles().empty());
-    expectFailed(data, "no space is left", kLevelError);
+    expectFailed(data, "ulimit -f", kLevelError);
 }
 
 TEST_F(SplitRawData, HoldsOneGroup)

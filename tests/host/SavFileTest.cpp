@@ -430,7 +430,7 @@ TEST(SavFile, AFullDiskLeavesTheOldFile)
         said.push_back(refusalOf(
             [&] { writeSav(scratch.name("v.sav"), {variable("t", 16)}, rows, password); }));
     full.reset();
-    EXPECT_THAT(said, testing::Each(HasSubstr("no space is left")));
+    EXPECT_THAT(said, testing::Each(HasSubstr("ulimit -f")));
     const auto files = std::filesystem::directory_iterator(scratch.path);
     EXPECT_EQ(std::distance(begin(files), end(files)), 1);
     const UserInputCaseFile file(specOf(scratch.name("v.sav"), false), nullptr);

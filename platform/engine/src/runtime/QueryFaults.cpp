@@ -7,6 +7,7 @@
 #include "ErrorIds.h"
 #include "datafile/CsvFault.h"
 #include "datafile/RaisedFault.h"
+#include "datafile/SpaceFault.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -51,9 +52,6 @@ struct Phrase
 };
 
 constexpr Phrase kPhrases[] = {
-    {"No space left on device", errors::kDiskFull, "no space is left for the file", true},
-    {"File too large", errors::kDiskFull, "no space is left for the file", true},
-    {"Disk quota exceeded", errors::kDiskFull, "no space is left for the file", true},
     {"max_temp_directory_size", errors::kDiskFull, "no space is left for temporary files", false},
     {"Could not write", errors::kFileUnwritable, "the file cannot be written", true},
     // Only unfinished files have this ending.
@@ -110,6 +108,8 @@ JobError faultOf(const std::string& databaseMessage, const std::string& steps,
                            .file = csvPath(databaseMessage),
                            .what = "this is not a CSV file, or its lines end in two ways"},
                 databaseMessage};
+    if (const char* const full = datafile::spaceFaultIn(databaseMessage))
+        return {errors::kDiskFull, targetParts(full, target, targetIsFile), databaseMessage};
     for (const Phrase& known : kPhrases)
         if (contains(databaseMessage, known.phrase)) {
             const std::string problem = known.text ? known.text : ownWords(databaseMessage);

@@ -1,7 +1,6 @@
 #include "data/CaseFileFault.h"
 
 #include <cerrno>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -9,6 +8,7 @@
 #include "datafile/CsvFault.h"
 #include "datafile/FaultIds.h"
 #include "datafile/RaisedFault.h"
+#include "datafile/SpaceFault.h"
 
 CaseFileError::CaseFileError(const std::string& path, std::string rest, std::string kind,
                              std::string id)
@@ -47,10 +47,8 @@ CaseFileError errorTextOf(const std::string& path, const std::string& what,
     if (const auto line = datafile::csvLine(text))
         return errorTextOf(
             datafile::Fault(datafile::faults::kBadRecord, datafile::csvParts(path, *line, text)));
-    for (const std::string_view full :
-         {"No space left on device", "File too large", "Disk quota exceeded"})
-        if (text.find(full) != std::string::npos)
-            return {path, ": no space is left for the file"};
+    if (const char* const full = datafile::spaceFaultIn(text))
+        return {path, std::string(": ") + full};
     if (text.find("Out of Memory Error") != std::string::npos)
         return {path,
                 ": " + what + ": " +
@@ -84,5 +82,5 @@ void failToCopy(const std::string& path, const std::string& form)
     const int error = errno;
     throw CaseFileError(
         path, ": no copy " + form + " can be made: " + std::generic_category().message(error),
-        error == ENOSPC ? CaseFileError::kNoRoomForCopy : "");
+        datafile::spaceFaultOf(error) ? CaseFileError::kNoRoomForCopy : "");
 }
