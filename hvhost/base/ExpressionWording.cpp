@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "base/AsciiText.h"
+#include "datafile/FaultIds.h"
 #include "hvhost/base/Text.h"
 
 namespace {
@@ -108,16 +110,51 @@ std::vector<std::string> splitWords(std::string_view text)
     return words;
 }
 
-/// The hint for a word that is an operator elsewhere; null for other words.
-const char* foreignOperator(const std::string& word)
+/// A word of other languages, and the hint for it.
+constexpr std::pair<std::string_view, const char*> kForeignWords[] = {
+    {"and", "&& means and, || means or"},
+    {"or", "&& means and, || means or"},
+    {"not", "! means not"},
+    {"is", "isMissing(x.name) tests for a missing value"},
+    {"in", "== and || compare with several values"},
+    {"between", ">=, <= and && test for a range"},
+    {"like", "contains, startsWith and endsWith test for a part of a text"},
+};
+
+/// The hint for a word of another language; null for other words.
+const char* foreignWordHint(const std::string& word)
 {
-    const std::string folded = base::lowerCase(word);
-    if (folded == "and" || folded == "or")
-        return "&& means and, || means or";
-    return folded == "not" ? "! means not" : nullptr;
+    const auto* const known =
+        std::ranges::find(kForeignWords, std::string_view(base::lowerCase(word)),
+                          &std::pair<std::string_view, const char*>::first);
+    return known == std::end(kForeignWords) ? nullptr : known->second;
+}
+
+std::string withoutRecord(const std::string& word)
+{
+    return word.starts_with("x.") ? word.substr(2) : word;
+}
+
+/// Whether the word is a field, or the name of one.
+bool isName(const std::string& word)
+{
+    return isInWord(word.front()) && !base::isDigit(word.front()) && word != "if" && word != "else";
+}
+
+/// In an expression there are no steps.
+std::string whatIn(const datafile::FaultParts& parts)
+{
+    return parts.kind == datafile::kinds::kBetweenSteps ? "the expression ends before this"
+                                                        : parts.what;
 }
 
 } // namespace
+
+std::string fieldText(const std::string& name)
+{
+    const bool isPlain = std::ranges::all_of(name, isInWord) && !base::isDigit(name.front());
+    return isPlain ? "x." + name : "x.`" + name + "`";
+}
 
 std::string foreignSyntaxHint(const std::string& expression)
 {
@@ -128,12 +165,11 @@ std::string foreignSyntaxHint(const std::string& expression)
         return "!= means not equal";
     const std::vector<std::string> words = splitWords(text);
     for (std::size_t i = 0; i < words.size(); ++i) {
-        if (const char* const hint = foreignOperator(words[i]))
+        if (const char* const hint = foreignWordHint(words[i]))
             return hint;
-        if (i > 0 && words[i - 1].starts_with("x.") && isInWord(words[i].front()) &&
-            words[i] != "else")
-            return "a name with blanks is written x.`" + words[i - 1].substr(2) + " " + words[i] +
-                   "`";
+        if (i > 0 && isName(words[i - 1]) && isName(words[i]))
+            return "a name with blanks is written " +
+                   fieldText(withoutRecord(words[i - 1]) + " " + words[i]);
     }
     return {};
 }
@@ -157,7 +193,7 @@ std::string inExpression(const datafile::FaultParts& parts, const std::string& j
             return expression.option + ": character " +
                    std::to_string(charactersBefore(expression) +
                                   countCharacters(job.substr(begin, fault - begin)) + 1) +
-                   ": " + parts.what;
+                   ": " + whatIn(parts);
         behind = &expression;
         begin = end;
     }

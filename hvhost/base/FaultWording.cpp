@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "ErrorIds.h"
+#include "base/AsciiText.h"
 #include "datafile/FaultJson.h"
 #include "hvhost/base/ExpressionWording.h"
 #include "hvhost/base/Text.h"
@@ -232,16 +233,20 @@ std::string withPosition(const JobFault& fault, const std::string& name)
 std::string expressionHint(const JobFault& fault)
 {
     const FaultParts& parts = fault.parts;
+    if (fault.id == errors::kExpressionName && base::lowerCase(parts.name) == "null")
+        return "isMissing(x.name) tests for a missing value";
     if (fault.id == errors::kExpressionName && !parts.name.empty())
-        return "a field of the record is written x." + parts.name + ", a text \"" + parts.name +
-               "\"";
+        return "a field of the record is written " + fieldText(parts.name) + ", a text \"" +
+               parts.name + "\"";
     if (parts.kind == kinds::kFieldInQuotes)
         return "it is written x.`" + parts.name + "`";
     if (parts.kind == kinds::kDateAndText)
         return "a date is written toDate(\"2024-12-31\")";
     if (parts.kind == kinds::kFileExists)
         return "--force replaces it";
-    return parts.kind == kinds::kApostrophe ? "write a text in double quotes" : "";
+    return parts.kind == kinds::kApostrophe
+               ? "write a text in double quotes, and a name with blanks as x.`a b`"
+               : "";
 }
 
 /// A hint for an error of a generated job, or of a file that the user named.
@@ -349,7 +354,7 @@ CommandFault wordFault(const EngineFault& reported, const std::string& jobText,
                 detail};
     const std::string text = withOption(fault, jobText, origin);
     std::string hint = hintFor(fault, nullptr);
-    if (hint.empty() && isSyntaxFault(reported))
+    if (hint.empty() && (isSyntaxFault(reported) || fault.id == errors::kUnknownStep))
         hint = foreignSyntaxHint(expressionIn(text, origin));
     return {isOfOption(fault, text) ? ExitStatus::Usage : ExitStatus::JobFailed, text, hint,
             detail};

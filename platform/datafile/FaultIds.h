@@ -32,6 +32,7 @@ inline constexpr const char* kFieldCount = "fieldCount";       ///< HVEIO0006E, 
 inline constexpr const char* kNotInteger = "notInteger";       ///< HVEEX0012E
 inline constexpr const char* kDateAndText = "dateAndText";     ///< HVEEX0005E
 inline constexpr const char* kFieldInQuotes = "fieldInQuotes"; ///< HVEPA0001E
+inline constexpr const char* kBetweenSteps = "betweenSteps";   ///< HVEPA0001E
 inline constexpr const char* kApostrophe = "apostrophe";       ///< HVEPA0001E
 inline constexpr const char* kNoSuchFunction = "noSuchFunction"; ///< HVEPL0004E
 

@@ -1,7 +1,9 @@
 """The base of every test of hvhost: a folder of its own, and a check of what is left there."""
 import csv
+import functools
 import os
 import pathlib
+import re
 import shutil
 import signal
 import subprocess
@@ -12,6 +14,11 @@ import unittest
 HVHOST = os.environ["HVHOST"]
 DATA = pathlib.Path(os.environ["HV_TEST_DATA"])
 HOME = pathlib.Path(os.environ["HV_TEST_HOME"])
+
+
+@functools.lru_cache(maxsize=None)
+def help_of(*command):
+    return subprocess.run([HVHOST, *command, "--help"], capture_output=True, text=True, check=True).stdout
 
 
 class Case(unittest.TestCase):
@@ -41,7 +48,17 @@ class Case(unittest.TestCase):
         if status not in (0, 5):
             self.assertRegex(done.stderr, r"(?m)^hvhost: error: \S")
             self.assertNotIn("hvhost: error", done.stdout)
+            self.check_hint([str(word) for word in words], done.stderr)
         return done
+
+    def check_hint(self, words, errors):
+        """A hint names only options of the command at hand, or of one that it names itself."""
+        hint = errors.partition("\n  hint: ")[2].partition("\n")[0].replace("hvhost --help", "")
+        for part in hint.split("; "):
+            for option in re.finditer(r"(?<!\S)--[a-z-]+", part):
+                named = re.search(r"hvhost (?!help )((?:map |tcm )?[a-z]+)", part[:option.start()])
+                command = named[1].split() if named else words[:2 if words[0] in ("map", "tcm") else 1]
+                self.assertRegex(help_of(*command), rf"[ ,]{option[0]}[ ,\n]", hint)
 
     def start_hvhost(self, *words, **more):
         return subprocess.Popen([HVHOST, *map(str, words)], env=self.environment(), text=True,

@@ -3,6 +3,7 @@
 #include <set>
 #include <utility>
 
+#include "ErrorIds.h"
 #include "functions/FunctionTable.h"
 #include "language/ExpressionParser.h"
 #include "language/TokenStream.h"
@@ -41,7 +42,7 @@ Program ProgramParser::program()
         else if (_tokens.peek().kind == Token::Kind::Name)
             result.items.emplace_back(pipeline());
         else
-            _tokens.failExpected("'val' or the name of a step");
+            _tokens.failExpected("'val' or the name of a step", {.kind = kinds::kBetweenSteps});
     }
     return result;
 }
@@ -114,7 +115,8 @@ Step ProgramParser::step()
         result.name =
             _tokens.expectPlainName("the name of a step after '" + result.nameSpace + ":'");
     }
-    _tokens.expectSymbol("(", "'(' or '->'");
+    if (!_tokens.takeSymbol("("))
+        _tokens.failExpected("'(' or '->'", {.kind = kinds::kBetweenSteps});
     if (_tokens.takeSymbol(")"))
         return result;
     do
