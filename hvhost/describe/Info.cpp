@@ -10,6 +10,7 @@
 #include "CFDatum.h"
 #include "base/Utf8.h"
 #include "data/HVDataModel.h"
+#include "hvhost/base/CommandLog.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ReadableFile.h"
 #include "hvhost/base/StandardStreams.h"
@@ -73,8 +74,11 @@ public:
             return "text(" + Integer2String(_variable.GetType()) + ")";
         return _isInteger ? "integer" : WordOf(_field.GetStorage());
     }
+    /// For a file without levels, the level that convert writes.
     std::string level() const
     {
+        if (_variable.GetMeasurementLevel() == MeasurementLevel::Unknown)
+            return _variable.GetType() > 0 ? "nominal" : "scale";
         return wordAt(kLevels, std::size(kLevels),
                       static_cast<int>(_variable.GetMeasurementLevel()));
     }
@@ -298,6 +302,7 @@ private:
 void info(const InfoOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
+    checkLog(common.logFile);
     const TableLook look{options.format, textWidth(options.width, options.format)};
     const InputFile input(options.input, FileOptions::Offered, watch);
     const DatasetFacts facts(*input.dataset(), input.separator(), input.textReasons());

@@ -49,6 +49,7 @@ std::string hintFor(const CaseFileError& error, const CsvForm& form, const std::
         {CaseFileError::kOfHostMemory,
          "the engine may take more: --direct --user-missing exclude leaves the file to it"},
         {CaseFileError::kUnknownEncoding, "for example --encoding windows-1252"},
+        {CaseFileError::kUnreadEncoding, "convert the file to UTF-8, for example with iconv"},
         {CaseFileError::kNotInEncoding, "--encoding names the encoding that it is in"},
     };
     if (const auto hint = kHostHints.find(error.kind()); hint != kHostHints.end())
@@ -96,7 +97,11 @@ CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const 
     const auto* const known = dynamic_cast<const CaseFileError*>(&error);
     if (known == nullptr)
         return {ExitStatus::Input, error.what()};
-    return {ExitStatus::Input, known->textFor(file.name()), hintFor(*known, form, kindOption)};
+    const std::string hint = hintFor(*known, form, kindOption);
+    if (known->kind() == CaseFileError::kUnknownEncoding ||
+        known->kind() == CaseFileError::kUnreadEncoding)
+        return {ExitStatus::Usage, "--encoding: " + known->textFor({}), hint};
+    return {ExitStatus::Input, known->textFor(file.name()), hint};
 }
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,

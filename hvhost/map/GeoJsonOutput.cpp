@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "hvhost/base/CommandFault.h"
+#include "hvhost/base/FaultWording.h"
 #include "hvhost/base/OutputPath.h"
 #include "hvhost/base/ReadableFile.h"
 #include "hvhost/base/StandardStreams.h"
@@ -36,6 +37,8 @@ GeoJsonOutput::GeoJsonOutput(const GeoJsonOptions& options, const InterruptWatch
     } else {
         _dataModelPath = outputPath(options.dataModel, options.force);
     }
+    _origins = {{_geoJsonPath, _collected ? kTemporaryFile : options.output},
+                {_dataModelPath, _unasked ? kTemporaryFile : options.dataModel}};
     _fileBefore = fileNumber(_geoJsonPath);
 }
 

@@ -4,7 +4,9 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "hvhost/base/JobOrigin.h"
 #include "hvhost/map/GeoJsonOptions.h"
 
 class HVSimpleFile;
@@ -21,6 +23,8 @@ public:
 
     const std::string& geoJsonPath() const { return _geoJsonPath; }
     const std::string& dataModelPath() const { return _dataModelPath; }
+    /// Both files with the user's names.
+    const std::vector<JobOrigin::File>& origins() const { return _origins; }
     /// After a request that succeeded: copies the GeoJSON to standard output if it belongs there.
     /// Throws CommandFault if the request has written no file.
     void deliver() const;
@@ -31,5 +35,6 @@ private:
     std::unique_ptr<HVSimpleFile> _unasked;
     std::string _geoJsonPath;
     std::string _dataModelPath;
+    std::vector<JobOrigin::File> _origins;
     std::optional<std::uint64_t> _fileBefore; ///< the inode of the file that the output replaces
 };

@@ -29,6 +29,8 @@ void mapConvert(const MapConvertOptions& options, const CommonOptions& common)
     MapSession session("convert", common, watch);
     const KnownSystem from = sourceSystem(session, options.result.from);
     const KnownSystem to = session.system("--to", options.result.to);
+    JobOrigin origin = map.origin();
+    origin.outputs = output.origins();
     session.perform(
         [&](HVInteractiveSTEM& maps) {
             return map.isService()
@@ -39,7 +41,7 @@ void mapConvert(const MapConvertOptions& options, const CommonOptions& common)
                                               map.location(), output.dataModelPath(),
                                               output.geoJsonPath());
         },
-        map.name(), map.origin());
+        map.name(), origin);
     output.deliver();
     session.host().finish();
 }

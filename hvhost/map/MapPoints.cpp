@@ -39,12 +39,14 @@ void mapPoints(const MapPointsOptions& options, const CommonOptions& common)
     const KnownSystem from = sourceSystem(session, isPlane ? kPlane : options.result.from);
     const KnownSystem to = session.system("--to", options.result.to);
     const KnownDataset known(dataset);
+    JobOrigin origin = input.origin();
+    origin.outputs = output.origins();
     session.perform(
         [&](HVInteractiveSTEM& maps) {
             return maps.getPointGeoJSON(from.name, from.wkid, to.name, to.wkid, known.id(), "",
                                         fields, output.dataModelPath(), output.geoJsonPath());
         },
-        options.input.path, input.origin());
+        options.input.path, origin);
     output.deliver();
     input.finish();
     session.host().finish();

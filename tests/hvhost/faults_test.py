@@ -60,7 +60,7 @@ FAULTS = [
     ("convert text.hvbf o.csv", 3, ["text.hvbf: "]),
     ("convert sealed.sav o.csv", 3, ["sealed.sav: ", "none is given", "--password-file"]),
     ("info weather.csv --encoding klingon", 2, ["--encoding: the encoding klingon is not known", "windows-1252"]),
-    ("convert weather.csv o.csv --encoding utf-16", 2, ["files in the encoding utf-16 cannot be read", "iconv"]),
+    ("convert weather.csv o.csv --encoding iso-2022-jp", 2, ["files in the encoding iso-2022-jp cannot be read", "iconv"]),
     ("convert sealed.sav o.csv --password squid", 3, ["sealed.sav: the password is wrong"]),
     ("convert weather.csv o.csv --data-model spread.hvl", 3, ["spread.hvl"]),
     ("convert ragged.csv o.csv", 3, ["ragged.csv:3: ", "--max-errors N"]),

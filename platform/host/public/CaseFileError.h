@@ -13,6 +13,7 @@ public:
     static constexpr const char* kNoRoomForCopy = "noRoomForCopy"; ///< no room for a temporary copy
     static constexpr const char* kOfHostMemory = "ofHostMemory"; ///< above the host's memory limit
     static constexpr const char* kUnknownEncoding = "unknownEncoding"; ///< no such encoding
+    static constexpr const char* kUnreadEncoding = "unreadEncoding";   ///< one that cannot be read
     static constexpr const char* kNotInEncoding = "notInEncoding"; ///< bytes that it does not have
 
     /// The text is `path` + `rest`. The path may be empty.

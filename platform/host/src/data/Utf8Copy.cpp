@@ -94,6 +94,9 @@ void Utf8Copy::refuse(std::string_view lines) const
 std::shared_ptr<CodePage> codePageOfFile(const std::string& name)
 {
     auto page = CodePage::open(name);
+    if (!page && CodePage::isKnown(name))
+        throw CaseFileError({}, "files in the encoding " + name + " cannot be read",
+                            CaseFileError::kUnreadEncoding);
     if (!page)
         throw CaseFileError({}, "the encoding " + name + " is not known",
                             CaseFileError::kUnknownEncoding);

@@ -155,6 +155,13 @@ std::shared_ptr<CodePage> CodePage::open(const std::string& name)
     return std::shared_ptr<CodePage>(new CodePage(std::make_unique<Impl>(std::move(converter))));
 }
 
+bool CodePage::isKnown(const std::string& name)
+{
+    UErrorCode error = U_ZERO_ERROR;
+    const ConverterHandle converter(ucnv_open(name.c_str(), &error));
+    return !name.empty() && U_SUCCESS(error);
+}
+
 const std::string& CodePage::name() const
 {
     return _impl->name;

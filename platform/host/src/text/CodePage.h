@@ -13,6 +13,8 @@ public:
     /// Opens a stateless byte code page by any name that ICU knows. Null for an unknown name, and
     /// for a code page with NUL bytes or shift states in its texts.
     static std::shared_ptr<CodePage> open(const std::string& name);
+    /// Whether ICU knows the name, also of a code page that open rejects.
+    static bool isKnown(const std::string& name);
 
     ~CodePage();
     CodePage(const CodePage&) = delete;
