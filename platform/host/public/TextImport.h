@@ -12,11 +12,13 @@
 /// How a text file of records is written, where it is not a plain CSV file.
 struct TextImport
 {
+    /// What the text consists of.
     enum class Kind
     {
         Separated, ///< fields between separators, one record a line
         Json       ///< an array of objects, or an object a line
     };
+    /// The kind of this file.
     Kind kind = Kind::Separated;
     /// Called while the file is converted to UTF-8; what it throws passes.
     std::function<void()> look = [] {};
