@@ -82,6 +82,7 @@ void append(const AppendOptions& options, const CommonOptions& common)
     for (std::size_t i = 0; i < steps.size(); ++i)
         joint.AddPredFunction(steps[i]->last(), inputs.tag(i));
     std::vector<std::string> names;
+    names.reserve(fields.size());
     for (const AppendedField& field : fields)
         names.push_back(field.name);
     RecordChain records(program, joint, RecordNames(names, options.records), options.records);

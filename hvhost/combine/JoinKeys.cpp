@@ -67,6 +67,7 @@ std::vector<JoinKey> joinKeys(const std::vector<std::string>& texts, const Combi
 std::vector<std::string> leftNames(const std::vector<JoinKey>& keys)
 {
     std::vector<std::string> names;
+    names.reserve(keys.size());
     for (const JoinKey& key : keys)
         names.push_back(key.left);
     return names;
@@ -75,6 +76,7 @@ std::vector<std::string> leftNames(const std::vector<JoinKey>& keys)
 std::vector<std::string> rightNames(const std::vector<JoinKey>& keys)
 {
     std::vector<std::string> names;
+    names.reserve(keys.size());
     for (const JoinKey& key : keys)
         names.push_back(key.right);
     return names;

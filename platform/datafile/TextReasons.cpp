@@ -9,7 +9,7 @@
 namespace datafile {
 namespace {
 
-constexpr std::uint64_t kRecordsBetweenLooks = 1024;
+constexpr std::uint64_t kRecordsBetweenStops = 1024;
 
 struct Column
 {
@@ -45,7 +45,7 @@ std::vector<TextReason> textReasons(const std::string& path, bool hasHeader,
     if (hasHeader)
         scanner.next(fields);
     for (std::uint64_t record = 0; scanner.next(fields); ++record) {
-        if (record % kRecordsBetweenLooks == 0 && !goOn())
+        if (record % kRecordsBetweenStops == 0 && !goOn())
             return {};
         for (std::size_t i = 0; i < columns.size() && i < fields.size(); ++i)
             columns[i].take(fields[i], scanner.line());

@@ -167,7 +167,7 @@ void JoinReader::readUnmatched()
 
 void JoinReader::addColumn(std::size_t input, const CFField& field)
 {
-    _join.outputs.push_back({input, field});
+    _join.outputs.emplace_back(input, field);
 }
 
 /// A field whose name an earlier input has already gets a number, as duplicate columns of a file

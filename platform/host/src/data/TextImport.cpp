@@ -166,8 +166,8 @@ private:
 
     std::string jsonTable()
     {
-        const std::string table = "read_json(" + quotedLiteral(datafile::literalPath(_readable)) +
-                                  ", sample_size = -1" + _mark + ")";
+        std::string table = "read_json(" + quotedLiteral(datafile::literalPath(_readable)) +
+                            ", sample_size = -1" + _mark + ")";
         duck::Result found = run("DESCRIBE SELECT * FROM " + table);
         for (std::size_t row = 0; row < found.rows(); ++row)
             _columns.push_back({found.text(0, row), found.text(1, row)});
