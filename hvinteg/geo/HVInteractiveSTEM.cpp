@@ -90,10 +90,10 @@ bool HVInteractiveSTEM::validateMapService(const std::string& url, std::string& 
 {
     beginRequest();
     layers.clear();
-    RequestScope request(*this);
-    // An exception of the service counts as an answer with an empty text.
+    const RequestScope request(*this);
+    // An exception of the service counts as an answer with an empty text. A question leaves no
+    // execution whose release could throw, so the end of the scope is early enough.
     const bool answers = !url.empty() && runner().getMapServiceLayers(url, layers);
-    request.end();
     if (answers)
         traceJSONFile(layers, "LayerInfoContent", "validateMapService");
     return answers;

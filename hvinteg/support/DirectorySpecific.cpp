@@ -42,8 +42,6 @@ void DirectorySpecific::Impl::lookUp(std::string path)
 bool DirectorySpecific::Impl::browse(const std::string& mask)
 {
     listing.reset();
-    currentName.clear();
-    currentIsDirectory = false;
     entriesSeen = 0;
     if (!exists)
         return false;
