@@ -142,6 +142,16 @@ TEST_F(AccessorTest, AJavaExceptionBecomesACppOne)
     EXPECT_NO_THROW(array.exceptionCheck());
 }
 
+TEST_F(AccessorTest, ATextThatCannotBeConvertedIsEmptyAndRecorded)
+{
+    JNIHvlAccessor accessor;
+    const auto text = static_cast<jstring>(accessor.newObject("x", false, true));
+    jni().failAt(1, RecordingJni::Fault::OutOfMemory);
+    EXPECT_EQ(accessor.getString(text), "");
+    EXPECT_TRUE(jni().endFault());
+    EXPECT_NE(accessor.getErrorMessage(), "");
+}
+
 TEST_F(AccessorTest, AGivenExceptionIsRecordedWithoutAMessageByItsName)
 {
     JNIHvlAccessor thrown;

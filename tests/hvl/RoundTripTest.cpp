@@ -57,6 +57,17 @@ TEST_F(RoundTrip, AnyTextIsReadBackWhereverItStands)
     }
 }
 
+TEST_F(RoundTrip, OnlyTheEscapesOfSlashesAreRemoved)
+{
+    const std::pair<const char*, const char*> rows[] = {
+        {R"(["file:\/\/\/a\/b"])", R"(["file:///a/b"])"},
+        {R"(["\/\"b"])", R"(["\/\"b"])"},
+        {R"(["a\\/b"])", R"(["a\\/b"])"},
+    };
+    for (const auto& [json, cleaned] : rows)
+        EXPECT_EQ(cleanedJson(json), cleaned);
+}
+
 TEST_F(RoundTrip, AnyNumberIsReadBack)
 {
     using Integers = std::numeric_limits<std::int64_t>;

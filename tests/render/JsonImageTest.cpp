@@ -71,6 +71,23 @@ TEST_F(JsonImageTest, BothWaysGiveTheSameValues)
             });
 }
 
+TEST_F(JsonImageTest, ACallThatReturnsNothingChangesNoValue)
+{
+    JNIJSONObject document(json("{'a':['x',2]}").c_str());
+    int call = 1;
+    for (bool wasReached = true; wasReached; ++call) {
+        jni().failAt(call, RecordingJni::Fault::NothingReturned);
+        try {
+            EXPECT_EQ(show(JsonImage::of(document, document.getTop()).root()["a"]),
+                      "['x' 2.000000/2 2]")
+                << jni().failedFunction();
+        } catch (const JNIException&) { // NOLINT(bugprone-empty-catch): an error is right too
+        }
+        wasReached = jni().endFault();
+    }
+    EXPECT_GT(call, 4);
+}
+
 TEST_F(JsonImageTest, DepthIsBounded)
 {
     JNIJSONArray own;
