@@ -152,6 +152,9 @@ TEST_F(OutputFetcher, LetsGoOfEverythingWhenTheEngineFails)
                 else
                     EXPECT_NO_THROW(fetch());
                 EXPECT_EQ(rows, nullptr);
+                if (call == std::string("execute")) {
+                    EXPECT_EQ(openExecutions(engine), 0) << "not only by the destructor";
+                }
             }
             runner->cleanExecution();
             EXPECT_EQ(openExecutions(engine), 0);

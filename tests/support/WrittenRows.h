@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <variant>
 #include <vector>
@@ -50,11 +51,17 @@ public:
         }
         return RecordAvailable;
     }
-    void dispose(JNIEnv*) override { ++disposals; }
+    void dispose(JNIEnv*) override
+    {
+        ++disposals;
+        if (failsToDispose)
+            throw std::runtime_error("dispose");
+    }
     void rewind() { _next = 0; }
 
     unsigned int end = EndOfData;
     int disposals = 0;
+    bool failsToDispose = false;
 
 private:
     CFMetaData _model;

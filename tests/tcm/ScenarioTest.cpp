@@ -139,6 +139,10 @@ TEST_F(Scenario, FailuresOfTheEngineLeaveNothing)
             runner->cleanJRef();
             EXPECT_EQ(jni().liveGlobals(), 0);
         }
+    scored.rewind();
+    scored.failsToDispose = true;
+    EXPECT_THROW(score("day", "0", "0"), std::runtime_error) << "of the rows that were read";
+    EXPECT_EQ(openExecutions(engine), 0);
 }
 
 TEST_F(Scenario, ForecastsWithBoundsAndGivenValues)
