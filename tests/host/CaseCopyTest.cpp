@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <utility>
 
 #include "VexaDataViews.h"
 #include "host/CaseFiles.h"
@@ -36,6 +37,11 @@ TEST(CaseCopy, ServesSeveralReadersAtOnceAndFailsClearly)
         const FullDisk full(300'000);
         EXPECT_EQ(refusalOf([&] { casesOf(copy); }), "the cases cannot be kept: File too large");
     }
+
+    std::vector<int> columns = {0, 1};
+    columns.pop_back(); // the number of a column is still in memory, behind the end
+    const VEXA_CProjection first(copy, std::move(columns));
+    EXPECT_NE(refusalOf([&] { first.MakeProjectedIterator({1}, nullptr); }), "");
 
     const std::unique_ptr<VEXA_InputCaseIterator> ahead(copy.MakeIterator(nullptr));
     for (int i = 0; i < 15'000; ++i)

@@ -86,6 +86,7 @@ TEST(DataModel, NamesAndLabelsSurviveWhateverTheyHold)
                                       "bell\x07 esc\x1B",
                                       "nul\0inside"sv,
                                       "_x0007_",
+                                      "_x0000_",
                                       "_x005F_x0007_",
                                       "_x0041_",
                                       "_x0007",
@@ -160,6 +161,7 @@ TEST(DataModel, ADocumentThatCannotBeReadSaysWhatAndWhere)
         closed += "</a>";
     const std::pair<std::string, const char*> cases[] = {
         {"", "line 1"},
+        {"\n\n", "line 1"},
         {"plain text", "line 1"},
         {"<Model/>", "<Model>"},
         {"<DataModel version='2'/>", "version \"2\""},
