@@ -54,6 +54,16 @@ protected:
         std::sort(all.begin(), all.end());
         return all;
     }
+    /// What a refusal to write says, or an empty text.
+    std::string refusalOf(const std::string& name) const
+    {
+        try {
+            PendingFile(at(name), "write").path();
+            return {};
+        } catch (const Fault& fault) {
+            return fault.text();
+        }
+    }
     /// Writes a file in another process, which is killed before it has finished.
     void leavePart(const std::function<void()>& make) const
     {
@@ -100,6 +110,20 @@ TEST_F(PendingFileTest, ALinkStaysAndWhatItLeadsToIsReplaced)
     EXPECT_EQ(mode(at("deep/out")), 0600U);
 }
 
+TEST_F(PendingFileTest, ALinkOfAnotherUserIsRefusedInAFolderThatAllShare)
+{
+    constexpr uid_t kOther = 65534;
+    fs::create_symlink("out", folder / "link");
+    put("out", "old", 0600);
+    if (lchown(at("link").c_str(), kOther, kOther) != 0)
+        GTEST_SKIP() << "only root can make a link of another user";
+    const std::pair<mode_t, bool> rows[] = {{01777, true}, {0777, false}, {01755, false}};
+    for (const auto& [folderMode, isRefused] : rows) {
+        chmod(folder.c_str(), folderMode);
+        EXPECT_EQ(refusalOf("link").find("another user") != std::string::npos, isRefused);
+    }
+}
+
 TEST_F(PendingFileTest, WhatMayNotBeReplacedIsRefusedAndNamed)
 {
     put("protected", "keep", 0444);
@@ -118,14 +142,8 @@ TEST_F(PendingFileTest, WhatMayNotBeReplacedIsRefusedAndNamed)
         {"pipe", "pipe: this is not a regular file"},
         {"none/out", "there is no folder"},
     };
-    for (const auto& [name, text] : rows) {
-        try {
-            PendingFile(at(name), "write").path();
-            ADD_FAILURE() << name;
-        } catch (const Fault& fault) {
-            EXPECT_THAT(fault.text(), HasSubstr(text));
-        }
-    }
+    for (const auto& [name, text] : rows)
+        EXPECT_THAT(refusalOf(name), HasSubstr(text));
     EXPECT_EQ(names(), before);
     EXPECT_EQ(read("protected"), "keep");
 }
