@@ -154,6 +154,25 @@ TEST_F(ExpressionFunction, GivesWhatTheTableOfThePageSays)
             EXPECT_EQ(valueOf(body), value) << body;
 }
 
+/// The database computes the value of a moving window from parts.
+TEST_F(ExpressionFunction, AggregatesOfPartsAreThoseOfTheWhole)
+{
+    // The values of 64 records, and their standard deviation.
+    const std::pair<const char*, const char*> rows[] = {
+        {"i", "sqrt(64 * 65 / 12)"},
+        {"1e200 * i", "1e200 * sqrt(64 * 65 / 12)"},
+        {"if(i < 32, 1e-200, 1e200)", "0.5e200 * sqrt(64 / 63)"},
+        {"if(i < 32, -1e200, 1e-200)", "0.5e200 * sqrt(64 / 63)"},
+    };
+    for (const auto& [values, deviation] : rows)
+        EXPECT_EQ(query("SELECT abs(sd / (" + std::string(deviation) +
+                        ") - 1) < 1e-12 FROM (SELECT i, hv_real_sd(" + values +
+                        ") OVER (ORDER BY i ROWS BETWEEN 63 PRECEDING AND CURRENT ROW) AS sd "
+                        "FROM range(64) AS t(i)) ORDER BY i DESC"),
+                  "true")
+            << values;
+}
+
 /// Every form compiles to SQL that the database takes, with arguments missing as well.
 TEST_F(ExpressionFunction, EveryFormRunsOnMissingArguments)
 {

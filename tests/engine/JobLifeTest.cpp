@@ -10,6 +10,9 @@
 #include "EngineException.h"
 #include "EnginePreload.h"
 #include "MetadataService.h"
+#include "runtime/Database.h"
+#include "runtime/Reporter.h"
+#include "steps/CsvCheck.h"
 #include "support/FullDisk.h"
 
 using namespace EngineTest;
@@ -61,6 +64,23 @@ TEST_F(JobLifeTest, ACancellationBeforeTheJobCounts)
     EXPECT_EQ(listener.ending, "cancel");
     execution->dispose(nullptr);
     EXPECT_EQ(files(), std::vector<std::string>{"in.csv"});
+}
+
+TEST_F(JobLifeTest, ACancellationEndsTheCheckOfAFile)
+{
+    write("in.csv", "a\n1\n");
+    EmbeddedHV::Database database;
+    RecordingListener listener;
+    EmbeddedHV::Cancellation cancellation;
+    EmbeddedHV::Reporter reporter(listener, cancellation);
+    EmbeddedHV::CsvCheckSettings settings;
+    settings.path = path("in.csv");
+    settings.guess = std::make_shared<EmbeddedHV::CsvProfile>(settings.path, true);
+    EmbeddedHV::CsvCheck check(settings);
+    cancellation.cancel();
+    check.start(cancellation);
+    check.finish(*database.connect(), reporter);
+    EXPECT_FALSE(settings.guess->complete());
 }
 
 TEST_F(JobLifeTest, ACancellationEndsThePlanning)

@@ -404,11 +404,12 @@ TEST_F(MapJob, ALayerOfAServiceIsReadInPages)
         R"( -> aggregate({"output": [{"function": "count", "input": "kind"}]}))";
     // Pages that begin with the same values.
     EXPECT_EQ(csv(readService(server.address() + "/alike", 3) + kinds), "count_kind\n25\n");
-    EXPECT_EQ(csv(readService(server.address() + "/pages?token=t", 3, R"(, "maxRecordsCount": 2)")),
+    EXPECT_EQ(csv(readService(server.address() + "/pages?token=t", 3, R"(, "maxRecordsCount": 3)")),
               "OID,town,kind,seen,shape\n"
               "0,town 0,1,,\"{\"\"type\"\":\"\"Point\"\",\"\"coordinates\"\":[0,0]}\"\n"
-              "1,town 1,2,1970-01-01 00:00:01.001,"
-              "\"{\"\"type\"\":\"\"Point\"\",\"\"coordinates\"\":[1,2]}\"\n");
+              "1,town 1,2,1970-01-01 00:00:01.001,\n"
+              "2,town 2,1,1970-01-01 00:00:02.001,"
+              "\"{\"\"type\"\":\"\"Point\"\",\"\"coordinates\"\":[2,4]}\"\n");
     const CFMetaData model = describe(job);
     ASSERT_EQ(model.FieldCount(), 5U);
     EXPECT_EQ(model.GetField(1)->GetLabel(), "The town");

@@ -246,6 +246,9 @@ TEST_F(ResultDocument, ShowsValuesInTheFormatsOfTheirFields)
     EXPECT_EQ(part(document, "bars", "f3")["data"]["values"][0]["at"], "1969-12-31T23:59:59.5Z");
     EXPECT_EQ(part(document, "histograms", "f2")["data"]["values"][0],
               json::parse(R"({"day": "1969-12-31", "end": "1970-01-01", "count": 1.0})"));
+    EXPECT_EQ(part(document, "histograms", "f4")["data"]["values"][0],
+              json::parse(R"({"clock": "1970-01-01T00:00:00Z",
+                              "end": "1970-01-01T01:00:00Z", "count": 1.0})"));
     EXPECT_EQ(document["dataModel"]["fields"][0],
               json::parse(R"({"id": "money", "measurementLevel": "continuous", "storage": "real",
                   "role": "input", "label": "Money & co", "format": {"numberFormat":

@@ -156,10 +156,12 @@ TEST_F(RowIteratorTest, RowsThatComeOnceServeSeveralReaders)
         val first = read({"dataSource": "rows", "maxRecordsCount": 1})
         val sums = all -> aggregate({"output": [{"function": "key", "input": "k"},
                                                 {"function": "sum", "input": "v"}]})
+        first -> )" + writeCsv("first.csv") +
+                             R"(
         join({"matchFields": [{"s": "k", "a": "k"}], "outputFields": {"s": ["sum_v"], "a": ["v"]}},
              s: sums, a: all) -> aggregate({"output": [{"function": "count"},
              {"function": "sum", "input": "sum_v"}]}) -> )" +
-                             writeCsv("joined.csv") + "first -> " + writeCsv("first.csv")));
+                             writeCsv("joined.csv")));
     EXPECT_EQ(read("joined.csv"), "count,sum_sum_v\n3,35.0\n");
     EXPECT_EQ(read("first.csv"), "k,v\n1,5.0\n");
     EXPECT_EQ(rows.calls, 4U);
