@@ -14,7 +14,6 @@
 #include "hvhost/input/FieldTypes.h"
 #include "hvhost/job/HostSession.h"
 #include "hvl/HVLUnion.h"
-#include "hvl/HVLWrite.h"
 
 namespace {
 
@@ -86,11 +85,7 @@ void append(const AppendOptions& options, const CommonOptions& common)
     for (const AppendedField& field : fields)
         names.push_back(field.name);
     RecordChain records(program, joint, RecordNames(names, options.records), options.records);
-    HVLWrite write(&program);
-    output.configure(write);
-    write.AddPredFunction(records.last());
-
-    const std::string job = generateJob(program, write);
+    const std::string job = writingJob(program, *records.last(), output);
     if (options.printJob) {
         std::cout << job << '\n';
         return;

@@ -21,7 +21,6 @@
 #include "hvhost/show/OutputShown.h"
 #include "hvhost/show/ShownResult.h"
 #include "hvhost/show/TextTable.h"
-#include "hvl/HVLWrite.h"
 
 namespace {
 
@@ -141,13 +140,7 @@ void join(const JoinOptions& options, const CommonOptions& common)
     JoinedRecords joined(program, leftRecords, rightRecords, inputs, keys, options.how);
     RecordChain records(program, *joined.last(), RecordNames(joined.names(), options.records),
                         options.records);
-    HVLWrite write(&program);
-    output.configure(write);
-    write.AddPredFunction(records.last());
-
-    std::vector<HVLFunction*> statements = report.statements();
-    statements.push_back(&write);
-    const std::string job = generateJob(program, statements);
+    const std::string job = writingJob(program, *records.last(), output, report.statements());
     if (options.printJob) {
         std::cout << job << '\n';
         return;

@@ -124,7 +124,7 @@ bool InputFile::isReadByHost(Reader reader)
     if (_options.direct || _dataModel || _options.maxErrors)
         return false;
     _hostReason = reader == Reader::Host ? "the command works on a dataset" : hostReason();
-    if (_hostReason.empty() && _kind != DataKind::Csv)
+    if (_hostReason.empty() && hasDictionary())
         _hostReason = hostReasonOf(known());
     return !_hostReason.empty();
 }
@@ -177,6 +177,12 @@ bool InputFile::needsImport() const
              isPackedText(_file.path())));
 }
 
+/// Whether the file can declare a weight, a split or missing values.
+bool InputFile::hasDictionary() const
+{
+    return _kind != DataKind::Csv && !_isImported;
+}
+
 /// Replaces the file by the same records in another kind.
 void InputFile::import()
 {
@@ -191,6 +197,7 @@ void InputFile::import()
     }
     _watch.check();
     _file.replaceBy(std::move(records));
+    _isImported = true;
     _kind = DataKind::Hvbf;
     _form = {};
     _options.encoding.clear();
@@ -248,7 +255,7 @@ void InputFile::keepMissing()
         } catch (const CFMetaDataError&) {
             _kept = nullptr;
         }
-    } else if (_kind != DataKind::Csv) {
+    } else if (hasDictionary()) {
         keepMissingOfDataset();
     }
     if (_kept && !_kept->isNeeded())

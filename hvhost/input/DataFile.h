@@ -83,6 +83,7 @@ public:
 private:
     void refuseOptions() const;
     bool needsImport() const;
+    bool hasDictionary() const;
     void import();
     void refuseForEngine() const;
     bool isReadByHost(Reader reader);
@@ -101,6 +102,7 @@ private:
     std::optional<ReadableFile> _dataModel;
     std::string _password;
     DataKind _kind;
+    bool _isImported = false;
     CsvForm _form;
     std::unique_ptr<Dataset> _dataset;
     mutable std::unique_ptr<Dataset>

@@ -12,7 +12,6 @@
 #include "hvhost/job/HostSession.h"
 #include "hvhost/job/RecordChain.h"
 #include "hvhost/job/RecordNames.h"
-#include "hvl/HVLWrite.h"
 
 namespace {
 
@@ -48,11 +47,7 @@ void convert(const JobOptions& options, const CommonOptions& common)
     HostSession session("convert", common, watch);
     JNIHvlProgram program;
     RecordChain records(program, input, options.records);
-    HVLWrite write(&program);
-    output.configure(write);
-    write.AddPredFunction(records.last());
-
-    const std::string job = generateJob(program, write);
+    const std::string job = writingJob(program, *records.last(), output);
     if (options.printJob) {
         std::cout << job << '\n';
         return;

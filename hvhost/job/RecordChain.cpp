@@ -16,6 +16,7 @@
 #include "hvl/HVLFilterFields.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLUpdateDataModel.h"
+#include "hvl/HVLWrite.h"
 #include "support/Tracing.h"
 
 namespace {
@@ -169,6 +170,16 @@ void RecordChain::derive(const std::string& text)
     _expressions.push_back({"--derive " + text, derivation.expression});
     appendExpression().SetDeriveField(
         derivation.name, _program.createHvlExpression(patternOf(derivation.expression), nullptr));
+}
+
+std::string writingJob(JNIHvlProgram& program, HVLFunction& records, const OutputFile& output,
+                       std::vector<HVLFunction*> earlier)
+{
+    HVLWrite write(&program);
+    output.configure(write);
+    write.AddPredFunction(&records);
+    earlier.push_back(&write);
+    return generateJob(program, earlier);
 }
 
 std::string generateJob(JNIHvlProgram& program, HVLFunction& last)

@@ -13,6 +13,7 @@ class HVLFunction;
 class HVLRead;
 class HVLUpdateDataModel;
 class InputFile;
+class OutputFile;
 class JNIHvlProgram;
 
 /// How a file is read whose records are then changed: without records that --limit would drop.
@@ -60,3 +61,6 @@ private:
 std::string generateJob(JNIHvlProgram& program, HVLFunction& last);
 /// The same for several statements, in their order.
 std::string generateJob(JNIHvlProgram& program, const std::vector<HVLFunction*>& statements);
+/// The same for a job whose last statement writes the records of `records` to a file.
+std::string writingJob(JNIHvlProgram& program, HVLFunction& records, const OutputFile& output,
+                       std::vector<HVLFunction*> earlier = {});

@@ -62,13 +62,10 @@ void saveData(HostSession& session, const std::string& option, const std::string
     JNIHvlProgram program;
     HVLRead read(&program);
     read.ReadHVDatasource(name);
-    HVLWrite write(&program);
-    output.configure(write);
-    write.AddPredFunction(&read);
     JobOrigin origin;
     origin.jobName = option;
     origin.outputs = output.origins();
-    session.run(generateJob(program, write), origin);
+    session.run(writingJob(program, read, output), origin);
     output.deliver();
 }
 

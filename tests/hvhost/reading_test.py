@@ -63,6 +63,14 @@ class Reading(Case):
                                   check=True, env=self.environment())
             self.assertEqual(done.stdout, b"a\n1\n")
 
+    def test_thousands_of_fields(self):
+        fields = [f"c{i}" for i in range(3000)]
+        texts = ",".join(fields) + "\n" + ",".join(["NA"] + ["x"] * 2999) + "\n"
+        self.assertEqual(self.read(texts, "--missing", "NA"), texts.replace("NA", "", 1))
+        # So many members of one kind are still fields, not one field with a map.
+        records = "".join(json.dumps(dict.fromkeys(fields, value)) + "\n" for value in (1, 2))
+        self.assertEqual(self.read(records, "--keep", "c2999", name="in.json"), "c2999\n1\n2\n")
+
     def test_faults_name_the_place_and_what_helps(self):
         for name, content, words, says in (
                 ("in.csv", "a,b\n1,2\n3\n", ("--missing", "NA"), "in.csv:3: the record has 1 field, not 2\n"),

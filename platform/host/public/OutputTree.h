@@ -29,7 +29,7 @@ struct OutputDocument
 /// A chart as JSON in the Vega-Lite language, with its data.
 struct OutputChart : OutputDocument
 {
-    std::string templateJson; ///< the specification and its data
+    std::string templateJson; ///< what is drawn, with its data
 };
 
 /// An interactive view, with the JSON that a front end shows.

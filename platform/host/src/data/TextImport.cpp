@@ -4,10 +4,13 @@
 #include <array>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <utility>
 
+#include "FileServices.h"
 #include "base/ListText.h"
+#include "base/NativePath.h"
 #include "base/NearestName.h"
 #include "data/CaseFileFault.h"
 #include "data/HostDatabase.h"
@@ -16,7 +19,9 @@
 #include "datafile/CsvFault.h"
 #include "datafile/FieldNames.h"
 #include "datafile/InputFile.h"
+#include "datafile/SpaceFault.h"
 #include "datafile/SqlQuoting.h"
+#include "text/CodePage.h"
 
 namespace {
 
@@ -39,6 +44,12 @@ struct Mark
 constexpr std::array<Mark, 2> kMarks{
     {{"\xff\xfe", ", encoding = 'utf-16'"}, {"\xfe\xff", ", encoding = 'utf-16'"}}};
 
+constexpr std::string_view kSeparators = ",;\t|";
+/// A file with more columns than kWideDataset is written in groups of so many values, because the
+/// database holds a group of records in memory.
+constexpr std::size_t kValuesOfGroup = 20'000'000;
+constexpr std::size_t kLeastOfGroup = 2048; // the database knows no smaller groups
+
 const char* optionOfMark(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
@@ -49,6 +60,24 @@ const char* optionOfMark(const std::string& path)
         return bytes.starts_with(known.bytes);
     });
     return mark == kMarks.end() ? "" : mark->option;
+}
+
+/// The number of separators of any kind in the longest of the first lines: about the number of
+/// columns, which the database needs memory for.
+std::size_t separatorsInLine(const std::string& path)
+{
+    constexpr std::size_t kLooked = std::size_t{1} << 20;
+    std::ifstream file(path, std::ios::binary);
+    std::string begin(kLooked, '\0');
+    file.read(begin.data(), static_cast<std::streamsize>(begin.size()));
+    begin.resize(static_cast<std::size_t>(file.gcount()));
+    std::size_t most = 0;
+    std::size_t count = 0;
+    for (const char byte : begin) {
+        count = byte == '\n' ? 0 : count + (kSeparators.find(byte) != std::string_view::npos);
+        most = std::max(most, count);
+    }
+    return most;
 }
 
 std::string character(char value)
@@ -103,12 +132,37 @@ std::string selected(const Column& column)
     return readType(column.type) == column.type ? name : "CAST(" + name + " AS VARCHAR)" + as;
 }
 
+/// An instance for records with very many columns. For each column of texts the database reserves
+/// some blocks of 256 KiB, though it hardly uses them. So this instance may take the usual share of
+/// the memory, unlike the host's.
+class WideDatabase
+{
+public:
+    WideDatabase()
+        : _database(duck::openInMemory(
+              {{"temp_directory", base::nativePath(hostToUtf8(GetVexaTempPath()))},
+               {"threads", "1"}}))
+    {
+    }
+    WideDatabase(const WideDatabase&) = delete;
+    WideDatabase& operator=(const WideDatabase&) = delete;
+    ~WideDatabase() { duckdb_close(&_database); }
+
+    std::unique_ptr<duck::Connection> connect() const
+    {
+        return std::make_unique<duck::Connection>(_database);
+    }
+
+private:
+    duckdb_database _database;
+};
+
 /// Reads one file through the database.
 class Import
 {
 public:
     Import(const std::string& path, const TextImport& form)
-        : _path(path), _form(form), _readable(path), _connection(connectToHostDatabase())
+        : _path(path), _form(form), _readable(path)
     {
         // The database takes a cut file for a whole one.
         if (isGzip(path))
@@ -116,6 +170,9 @@ public:
         _mark = optionOfMark(_readable);
         if (!form.codePage.empty())
             convert();
+        if (separatorsInLine(_readable) > kWideDataset)
+            _wide.emplace();
+        _connection = _wide ? _wide->connect() : connectToHostDatabase();
     }
 
     void write(const std::string& target)
@@ -126,7 +183,7 @@ public:
         for (const Column& column : _columns)
             list.push_back(selected(column));
         run("COPY (SELECT " + base::joined(list, ", ") + " FROM " + from + ") TO " +
-            quotedLiteral(target) + " (FORMAT parquet)");
+            quotedLiteral(target) + " (FORMAT parquet" + groupOption() + ")");
     }
 
 private:
@@ -145,6 +202,14 @@ private:
             use(utf8Copy(_readable, *page, _form.look));
     }
 
+    std::string groupOption() const
+    {
+        if (_columns.size() <= kWideDataset)
+            return {};
+        return ", ROW_GROUP_SIZE " +
+               std::to_string(std::max(kValuesOfGroup / _columns.size(), kLeastOfGroup));
+    }
+
     duck::Result run(const std::string& sql)
     try {
         return _connection->query(sql);
@@ -154,8 +219,12 @@ private:
 
     [[noreturn]] void fail(const std::string& message) const
     {
-        if (const auto line = datafile::csvLine(message))
+        if (datafile::csvLine(message) || datafile::spaceFaultIn(message) != nullptr)
             throw errorTextOf(_path, {}, duck::QueryError(message));
+        if (message.find("Out of Memory Error") != std::string::npos)
+            throw CaseFileError(_path,
+                                ": there is not enough memory to convert the file, which has " +
+                                    std::to_string(_columns.size()) + " fields");
         const auto jsonLine = datafile::between(message, " in line ", ":");
         const auto reason = datafile::between(message, jsonLine ? *jsonLine + ": " : "", "\n");
         if (_form.kind == TextImport::Kind::Json && jsonLine && reason)
@@ -167,7 +236,9 @@ private:
     std::string jsonTable()
     {
         std::string table = "read_json(" + quotedLiteral(datafile::literalPath(_readable)) +
-                            ", sample_size = -1" + _mark + ")";
+                            ", sample_size = -1, map_inference_threshold = -1, "
+                            "field_appearance_threshold = 0" +
+                            _mark + ")";
         duck::Result found = run("DESCRIBE SELECT * FROM " + table);
         for (std::size_t row = 0; row < found.rows(); ++row)
             _columns.push_back({found.text(0, row), found.text(1, row)});
@@ -190,8 +261,7 @@ private:
         if (_form.separator == '\0')
             options += ", delim = " + quotedLiteral(found.text(4, 0));
         std::string formats;
-        const std::string date = _form.dateFormat.empty() ? found.text(0, 0) : _form.dateFormat;
-        if (!date.empty())
+        if (const std::string date = found.text(0, 0); _form.dateFormat.empty() && !date.empty())
             formats += ", dateformat = " + quotedLiteral(date);
         if (const std::string moment = found.text(1, 0); !moment.empty())
             formats += ", timestampformat = " + quotedLiteral(moment);
@@ -259,6 +329,7 @@ private:
     const TextImport& _form;
     std::string _readable; ///< the file, or its copy unpacked or in UTF-8
     const char* _mark = "";
+    std::optional<WideDatabase> _wide;
     std::unique_ptr<duck::Connection> _connection;
     std::shared_ptr<datafile::ScratchFile> _copy;
     std::vector<Column> _columns;
