@@ -42,6 +42,16 @@ TEST_F(ObjectManagerTest, CleansWrappersInOrderThroughTheirDestructors)
     EXPECT_EQ(ended.size(), 3U);
 }
 
+TEST_F(ObjectManagerTest, AttachingLeavesNoExceptionPending)
+{
+    jni().failAt(1, RecordingJni::Fault::OutOfMemory);
+    JNIObjectManager::getManager()->reAttachJVM();
+    EXPECT_EQ(jni().failedFunction(), "EnsureLocalCapacity");
+    EXPECT_TRUE(jni().endFault());
+    EXPECT_EQ(env()->ExceptionCheck(), JNI_FALSE);
+    env()->ExceptionClear();
+}
+
 TEST_F(ObjectManagerTest, ManagersReleaseWhatTheyHoldAndComeWhenNeeded)
 {
     JNIObjectManager::newManager();
