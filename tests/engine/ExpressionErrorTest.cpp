@@ -2,6 +2,7 @@
 #include <tuple>
 
 #include "DatabaseEvaluator.h"
+#include "runtime/QueryFaults.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -148,6 +149,13 @@ TEST_F(ExpressionError, DefinitionsThatGrowWithoutEnd)
     }
     EXPECT_EQ(errorOf("f60(x.i)", doubling.str()).id(), errors::kExpressionSize);
     EXPECT_EQ(errorOf("d599", deepening.str()).id(), errors::kExpressionSize);
+}
+
+TEST(QueryFaults, AnUnfinishedFileIsNamedByItsTarget)
+{
+    const JobError fault = faultOf("IO Error: Cannot open file \"/a/.b.part\": Permission denied",
+                                   "read -> write", "/a/b", true);
+    EXPECT_NE(fault.text().find("/a/b: the file cannot be written"), std::string::npos);
 }
 
 } // namespace

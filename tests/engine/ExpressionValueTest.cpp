@@ -35,7 +35,7 @@ constexpr ValueCase kReading[] = {
     {R"("a\"b\\\/\u00e9\ud83d\ude00\n")", "a\"b\\/é😀\n:String"},
     {"\"a\tb\"", "a\tb:String"},
     {"1 + 2 * 3 - 4", "3:Integer"},
-    {"10 - 4 - 3", "3:Integer"},
+    {"10 - 4 - 2 * 3", "0:Integer"},
     {"10 / 2 % 3", "2.0:Real"},
     {"(1 + 2) * 3", "9:Integer"},
     {"2 ** -1", "0.5:Real"},

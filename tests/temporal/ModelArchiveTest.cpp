@@ -132,6 +132,8 @@ TEST_F(ModelArchiveTest, FilesThatAreNoModelsAreRefused)
          }},
         {"the document is not JSON",
          [&](auto& members) { content(members, kModelManifestEntry) = "{"; }},
+        {"is longer than 65536 bytes",
+         [&](auto& members) { content(members, kModelManifestEntry).append(1 << 16, ' '); }},
     };
     for (const Case& one : cases) {
         std::vector<ContainerMember> changed = members();
