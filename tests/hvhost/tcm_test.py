@@ -160,7 +160,7 @@ class Tcm(Case):
         self.told("impact", self.model, SHOPS, "--series", "east,sales")
         deeper = self.table("impact", self.model, SHOPS, "--series", "north,advertising", "--level",
                             2)
-        self.assertIn("contribution", deeper[0])
+        self.assertRegex(deeper[0]["contribution"], r"\d")
         effects = {row["target"] for row in deeper if row["direction"] == "effects"}
         self.assertLessEqual({"north,sales", "north,visits", "east,sales"}, effects)
         told = self.told("impact", self.model, "--series", "east,sales")
@@ -285,6 +285,7 @@ class Tcm(Case):
             text = self.run_hvhost("help", "tcm", command).stdout
             self.assertIn("hvhost tcm " + command, text)
             self.assertIn("Exit status", text)
+            self.assertIn("\nCommon:", text)
         self.assertIn("impact", self.run_hvhost("tcm", "impct", status=2).stderr)
         self.assertIn("outliers", self.run_hvhost("completion", "bash").stdout)
 
