@@ -187,20 +187,26 @@ TEST_F(Preparation, MakesSeriesAndGivesTheirNamesBack)
 
 TEST_F(Preparation, AggregatesByMetric)
 {
-    const std::string csv = "t,x,y\n2024-01-01 12:00:00,4,1\n2024-01-01 06:00:00,1,1\n"
-                            "2024-01-01 18:00:00,4,1\n2024-01-01 18:00:00,2,1\n"
-                            "2024-01-02 00:00:00,7,2\n2024-01-02 05:00:00,,\n";
-    // Of 4, 1, 4 and 2 in this order, two of them at one time.
+    const std::string csv = "t,g,x,y\n2024-01-01 12:00:00,a,4,1\n2024-01-01 06:00:00,a,1,1\n"
+                            "2024-01-01 18:00:00,a,4,1\n2024-01-01 18:00:00,a,0.5,1\n"
+                            "2024-01-02 00:00:00,a,7,2\n2024-01-02 05:00:00,a,,\n";
+    // Of 4, 1, 4 and 0.5 in this order, the last two of them at one time.
     const std::pair<std::string, std::string> cases[] = {
-        {"sum", "11.0"},  {"mean", "2.75"}, {"min", "1.0"}, {"max", "4.0"},
-        {"first", "1.0"}, {"last", "2.0"},  {"mode", "4.0"}};
-    for (const auto& [word, result] : cases)
-        EXPECT_EQ(prepare(csv, R"({"dateTimeField": "t", "metricFieldList": ["x", "y"],
-                                   "timeInterval": {"unit": "day"},
-                                   "aggregation": {"default": "sum", "fields": {"x": ")" +
-                                   word + R"("}}})"),
-                  "$TimeIndex,1,2\n0," + result + ",4.0\n1,7.0,2.0\n")
-            << word;
+        {"sum", "9.5"},   {"mean", "2.375"}, {"min", "0.5"}, {"max", "4.0"},
+        {"first", "1.0"}, {"last", "0.5"},   {"mode", "4.0"}};
+    // With dimensions, the database collects the times of each group.
+    for (const std::string dimensions : {"", R"("g")"})
+        for (const auto& [word, result] : cases) {
+            const std::string prepared =
+                prepare(csv, R"({"dateTimeField": "t", "metricFieldList": ["x", "y"],
+                                 "timeInterval": {"unit": "day"}, "dimFieldList": [)" +
+                                 dimensions + R"(],
+                                 "aggregation": {"default": "sum", "fields": {"x": ")" +
+                                 word + R"("}}})");
+            EXPECT_EQ(prepared.substr(std::min(prepared.find('\n'), prepared.size())),
+                      "\n0," + result + ",4.0\n1,7.0,2.0\n")
+                << word << " " << prepared;
+        }
 }
 
 TEST_F(Preparation, TellsWhatItLeavesOut)
