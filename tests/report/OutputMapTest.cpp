@@ -170,6 +170,8 @@ TEST(OutputMap, ValuesFallIntoTheClassesThatTheLegendTells)
          "&lt; 10|10 – 20|≥ 20", "shade0|shade6|shade12"},
         {steps + R"(,"scale":{"type":"quantile","range":["#eee","#111"]})", "1|2|3|100",
          "1 – 2.5|2.5 – 100", "#eee|#eee|#111|#111"},
+        {steps + R"(,"scale":{"type":"quantile"})", "0|1|2|3|4|5", "0 – 1|1 – 2|2 – 3|3 – 4|4 – 5",
+         "shade0|shade3|shade6|shade9|shade12|shade12"},
         {steps + R"(,"scale":{"type":"quantize","domain":[0,10],"range":["red","x;y"]})", "-3|5|11",
          "0 – 2|2 – 4|4 – 6|6 – 8|8 – 10", "shade0|shade6|shade12"},
         {kinds + R"(,"scale":{"domain":["z","never","b"]})", "\"b\"|\"z\"|10|9", "z|b|9|10",
