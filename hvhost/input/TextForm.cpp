@@ -34,6 +34,13 @@ std::pair<std::string, CFField::StorageType> typeOf(const std::string& option)
 constexpr const char* kConversionHint =
     "--missing TEXT reads a text as missing; --type NAME=text keeps all texts of a field";
 
+/// A character cannot have two meanings.
+void refuseEqual(char given, char other, const std::string& option, const char* meaning)
+{
+    if (given != '\0' && given == other)
+        throw CommandFault(ExitStatus::Usage, option + " " + given + ": this is " + meaning);
+}
+
 char characterOf(const std::string& option)
 {
     return option.empty() ? '\0' : option.front();
@@ -56,6 +63,10 @@ TextImport textImport(const InputOptions& options, DataKind kind, const CsvForm&
     result.decimalComma = form.decimalComma;
     result.thousands = characterOf(options.thousands);
     result.comment = characterOf(options.comment);
+    const char decimal = form.decimalComma ? ',' : '.';
+    refuseEqual(result.thousands, decimal, "--thousands", "the decimal mark");
+    refuseEqual(result.thousands, form.separator, "--thousands", "the separator");
+    refuseEqual(result.comment, form.separator, "--comment", "the separator");
     result.skippedLines = static_cast<std::uint64_t>(options.skippedLines.value_or(0));
     result.missing = options.missing;
     for (const std::string& type : options.types)

@@ -1,6 +1,7 @@
 #include "base/JsonDepth.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace base {
 namespace {
@@ -38,6 +39,27 @@ Found firstExcess(std::string_view json, const JsonBounds& bounds)
 }
 
 } // namespace
+
+bool JsonNesting::take(std::string_view piece)
+{
+    for (const char byte : piece) {
+        if (std::exchange(_isEscaped, false))
+            continue;
+        if (byte == '\n')
+            _isInText = false;
+        else if (byte == '"')
+            _isInText = !_isInText;
+        else if (_isInText)
+            _isEscaped = byte == '\\';
+        else if (byte == '[' || byte == '{')
+            ++_depth;
+        else if ((byte == ']' || byte == '}') && _depth > 0)
+            --_depth;
+        if (_depth > _deepest)
+            return false;
+    }
+    return true;
+}
 
 std::size_t placeTooDeep(std::string_view json, int deepest)
 {

@@ -13,6 +13,22 @@ namespace base {
 /// search each list again for each of its objects, which takes minutes for thousands.
 std::size_t placeTooDeep(std::string_view json, int deepest);
 
+/// The same for a text that arrives in pieces, for example JSON lines. A text cannot contain a line
+/// end, so a missing quote hides only its own line.
+class JsonNesting
+{
+public:
+    explicit JsonNesting(int deepest) : _deepest(deepest) {}
+    /// Takes the next piece. Returns false if the text so far nests deeper.
+    bool take(std::string_view piece);
+
+private:
+    int _deepest;
+    int _depth = 0;
+    bool _isInText = false;
+    bool _isEscaped = false; ///< the next character
+};
+
 /// Limits for the tree of a JSON text.
 struct JsonBounds
 {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/AsciiText.h"
+#include "base/JsonDepth.h"
 #include "base/NearestName.h"
 #include "base/NumberText.h"
 #include "base/ScopeExit.h"
@@ -127,6 +128,33 @@ TEST(Utf8, CutsBetweenCharacters)
     EXPECT_EQ(base::wholeCharacters(text, 4), 4U);
     EXPECT_EQ(base::wholeCharacters(text, 3), 1U);
     EXPECT_EQ(base::wholeCharacters("\x80\x80", 1), 0U);
+}
+
+TEST(JsonNesting, CountsAcrossPieces)
+{
+    struct Row
+    {
+        std::string_view text;
+        bool fits;
+    };
+    const Row rows[] = {
+        {R"({"a": [1, 2], "b": [3]})", true},
+        {R"({"a": [[1]]})", false},
+        {R"({"a": "[[[{{{\\"})", true},
+        {R"({"a": "\"[[["})", true},
+        {R"({"a": "\\", "b": [[1]]})", false},
+        {"]]] {}\n[[[", false},
+        {"{\"a\": \"no end [[[\n{\"a\": [1]}", false}, // the first record has no end
+    };
+    for (const Row& row : rows) {
+        base::JsonNesting whole(2);
+        EXPECT_EQ(whole.take(row.text), row.fits) << row.text;
+        base::JsonNesting pieces(2);
+        bool fits = true;
+        for (const char& byte : row.text)
+            fits = fits && pieces.take({&byte, 1});
+        EXPECT_EQ(fits, row.fits) << row.text;
+    }
 }
 
 TEST(ScopeExit, RunsOnEveryExit)

@@ -82,6 +82,11 @@ class Reading(Case):
                 ("in.sav", "x", ("--missing", "NA"), "--missing: "),
                 ("in.json", '{"a": 1}\n{"a": 2\n', (), "in.json:3: the file is not JSON: "),
                 ("in.json", "[1, 2]", (), "the file has no records"),
+                ("in.json", "[" * 100000, (), "in.json: values are nested more than 100 levels deep"),
+                ("in.json", '{"a": 1}'.encode("utf-16"), (), "in.json: the file is UTF-16; JSON must be UTF-8"),
+                ("in.json", '[{"a": 1}, {"a": {]', (), "the file is not JSON: "),
+                ("in.csv", "a,b\n1,2\n", ("--comment", ",", "--missing", "-"), "--comment ,: this is the separator"),
+                ("in.csv", "a,b\n1,2\n", ("--thousands", "."), "--thousands .: this is the decimal mark"),
                 ("in.csv.bz2", bz2.compress(b"a\n1\n"), (), "the kind of file is not clear"),
                 ("in.csv.gz", gzip.compress(b"a\n1\n" * 99999)[:-100], (), "in.csv.gz: ")):
             with self.subTest(name=name, words=words):

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <fcntl.h>
 #include <fstream>
 #include <memory>
 #include <optional>
@@ -9,6 +10,8 @@
 #include <utility>
 
 #include "FileServices.h"
+#include "base/FileDescriptor.h"
+#include "base/JsonDepth.h"
 #include "base/ListText.h"
 #include "base/NativePath.h"
 #include "base/NearestName.h"
@@ -45,6 +48,9 @@ constexpr std::array<Mark, 2> kMarks{
     {{"\xff\xfe", ", encoding = 'utf-16'"}, {"\xfe\xff", ", encoding = 'utf-16'"}}};
 
 constexpr std::string_view kSeparators = ",;\t|";
+constexpr std::string_view kMarkOfUtf8 = "\xEF\xBB\xBF";
+constexpr std::size_t kJsonBlock = std::size_t{256} * 1024;
+constexpr int kDeepest = 100; ///< nesting of lists and objects in JSON
 /// A file with more columns than kWideDataset is written in groups of so many values, because the
 /// database holds a group of records in memory.
 constexpr std::size_t kValuesOfGroup = 20'000'000;
@@ -167,7 +173,10 @@ public:
         // The database takes a cut file for a whole one.
         if (isGzip(path))
             use(unpackedCopy(path, form.look));
-        _mark = optionOfMark(_readable);
+        if (form.kind == TextImport::Kind::Json)
+            checkJson();
+        else
+            _mark = optionOfMark(_readable);
         if (!form.codePage.empty())
             convert();
         if (separatorsInLine(_readable) > kWideDataset)
@@ -191,6 +200,43 @@ private:
     {
         _copy = std::move(copy);
         _readable = _copy->path();
+    }
+
+    /// The database's parser recurses for each level, and does not know the mark of UTF-8.
+    void checkJson()
+    {
+        const base::FileDescriptor source(open(_readable.c_str(), O_RDONLY | O_CLOEXEC));
+        if (!source)
+            failToRead(_path);
+        base::JsonNesting nesting(kDeepest);
+        std::shared_ptr<datafile::ScratchFile> copy;
+        std::string block(kJsonBlock, '\0');
+        bool isFirst = true;
+        ssize_t got = 0;
+        while ((got = source.readUpTo(block.data(), block.size())) > 0) {
+            _form.look();
+            std::string_view piece(block.data(), static_cast<std::size_t>(got));
+            if (std::exchange(isFirst, false)) {
+                if (piece.starts_with("\xff\xfe") || piece.starts_with("\xfe\xff"))
+                    throw CaseFileError(_path, ": the file is UTF-16; JSON must be UTF-8");
+                if (piece.starts_with(kMarkOfUtf8)) {
+                    piece.remove_prefix(kMarkOfUtf8.size());
+                    copy = std::make_shared<datafile::ScratchFile>(
+                        base::nativePath(hostToUtf8(GetVexaTempPath())));
+                }
+            }
+            if (!nesting.take(piece))
+                throw CaseFileError(_path, ": values are nested more than " +
+                                               std::to_string(kDeepest) + " levels deep");
+            if (copy && !copy->write(piece))
+                failToCopy(_path, "without its mark");
+        }
+        if (got < 0)
+            failToRead(_path);
+        if (copy) {
+            copy->rewind();
+            use(std::move(copy));
+        }
     }
 
     void convert()
@@ -225,12 +271,30 @@ private:
             throw CaseFileError(_path,
                                 ": there is not enough memory to convert the file, which has " +
                                     std::to_string(_columns.size()) + " fields");
-        const auto jsonLine = datafile::between(message, " in line ", ":");
-        const auto reason = datafile::between(message, jsonLine ? *jsonLine + ": " : "", "\n");
-        if (_form.kind == TextImport::Kind::Json && jsonLine && reason)
-            throw CaseFileError(_path, ":" + *jsonLine + ": the file is not JSON: " +
-                                           reason->substr(0, reason->find('.')));
+        if (_form.kind == TextImport::Kind::Json)
+            failOfJson(message);
+        if (message.find("sniff") != std::string::npos ||
+            message.find("Sniff") != std::string::npos)
+            throw CaseFileError(_path, ": no records were found in the file");
         throw CaseFileError(_path, ": " + datafile::headline(message));
+    }
+
+    /// The database's message names the place in one of two forms, after the name of the file.
+    [[noreturn]] void failOfJson(const std::string& message) const
+    {
+        const char* const what = message.find("Malformed JSON") != std::string::npos
+                                     ? ": the file is not JSON: "
+                                     : ": a value does not fit: ";
+        const auto line = datafile::between(message, " in line ", ":");
+        const auto record = datafile::between(message, " in record/value ", ":");
+        const auto place = line ? line : record;
+        if (!place)
+            throw CaseFileError(_path, ": " + datafile::headline(message));
+        const std::string reason =
+            datafile::between(message, " " + *place + ": ", "\n").value_or("");
+        const std::size_t end = reason.find_last_not_of(". ");
+        throw CaseFileError(_path, (line ? ":" + *line : ": record " + *record) + what +
+                                       reason.substr(0, end + 1));
     }
 
     std::string jsonTable()
