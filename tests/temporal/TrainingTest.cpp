@@ -7,7 +7,7 @@
 
 #include <Eigen/Dense>
 
-#include "components/temporal/base/Distributions.h"
+#include "components/statistics/Distributions.h"
 #include "components/temporal/model/ModelDocument.h"
 #include "components/temporal/training/FitMeasures.h"
 #include "temporal/TrainingData.h"

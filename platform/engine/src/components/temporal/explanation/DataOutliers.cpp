@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "components/temporal/base/Distributions.h"
+#include "components/statistics/Distributions.h"
 
 namespace EmbeddedHV {
 namespace {

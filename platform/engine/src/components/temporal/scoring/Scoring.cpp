@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "components/temporal/base/Distributions.h"
+#include "components/statistics/Distributions.h"
 #include "components/temporal/scoring/EquationRefit.h"
 #include "components/temporal/scoring/PredictionErrors.h"
 #include "components/temporal/scoring/Scenario.h"

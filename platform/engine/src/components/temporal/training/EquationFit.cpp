@@ -6,7 +6,7 @@
 
 #include <Eigen/Dense>
 
-#include "components/temporal/base/Distributions.h"
+#include "components/statistics/Distributions.h"
 #include "components/temporal/training/FitMeasures.h"
 
 namespace EmbeddedHV {

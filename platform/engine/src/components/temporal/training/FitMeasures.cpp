@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "components/temporal/base/Distributions.h"
+#include "components/statistics/Distributions.h"
 
 namespace EmbeddedHV {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "components/temporal/base/Distributions.h"
+#include "components/statistics/Distributions.h"
 #include "components/temporal/base/FewMessages.h"
 #include "components/temporal/training/Autoregression.h"
 #include "components/temporal/training/EquationFit.h"

@@ -1,4 +1,4 @@
-#include "components/temporal/base/Distributions.h"
+#include "components/statistics/Distributions.h"
 
 #include <algorithm>
 #include <cmath>
