@@ -8,7 +8,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "components/descriptives/BinEdges.h"
+#include "components/descriptives/summary/BinEdges.h"
 #include "engine/EngineFixture.h"
 #include "engine/TableView.h"
 #include "engine/TestRows.h"

@@ -3,14 +3,14 @@
 #include "ErrorIds.h"
 #include "components/ComponentQueries.h"
 #include "components/ContainerFiles.h"
-#include "components/descriptives/DescriptivesSettings.h"
-#include "components/descriptives/InputTable.h"
 #include "components/descriptives/IntervalDocument.h"
 #include "components/descriptives/PmmlDocument.h"
 #include "components/descriptives/ResultDocument.h"
 #include "components/descriptives/StatDocument.h"
-#include "components/descriptives/Summaries.h"
 #include "components/descriptives/TimeInterval.h"
+#include "components/descriptives/settings/DescriptivesSettings.h"
+#include "components/descriptives/summary/InputTable.h"
+#include "components/descriptives/summary/Summaries.h"
 
 namespace EmbeddedHV {
 namespace {

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "components/descriptives/FieldSummary.h"
+#include "components/descriptives/model/FieldSummary.h"
 #include "steps/Settings.h"
 
 namespace EmbeddedHV {

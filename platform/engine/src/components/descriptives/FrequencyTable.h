@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "components/descriptives/FieldSummary.h"
+#include "components/descriptives/model/FieldSummary.h"
 #include "steps/Settings.h"
 
 namespace EmbeddedHV {

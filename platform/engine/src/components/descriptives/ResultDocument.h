@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "components/descriptives/FieldSummary.h"
 #include "components/descriptives/TimeInterval.h"
+#include "components/descriptives/model/FieldSummary.h"
 
 namespace EmbeddedHV {
 

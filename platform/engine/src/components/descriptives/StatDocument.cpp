@@ -1,6 +1,6 @@
 #include "components/descriptives/StatDocument.h"
 
-#include "components/descriptives/SummaryText.h"
+#include "components/descriptives/model/SummaryText.h"
 
 namespace EmbeddedHV {
 namespace {

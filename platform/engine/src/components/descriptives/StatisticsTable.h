@@ -1,6 +1,6 @@
 #pragma once
 
-#include "components/descriptives/FieldSummary.h"
+#include "components/descriptives/model/FieldSummary.h"
 #include "steps/Settings.h"
 
 namespace EmbeddedHV {

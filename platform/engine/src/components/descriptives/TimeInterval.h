@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "components/ComponentQueries.h"
-#include "components/descriptives/InputTable.h"
+#include "components/descriptives/summary/InputTable.h"
 
 namespace EmbeddedHV {
 

@@ -5,7 +5,7 @@
 
 #include "ErrorIds.h"
 #include "base/NumberText.h"
-#include "components/descriptives/SummaryText.h"
+#include "components/descriptives/model/SummaryText.h"
 #include "components/temporal/base/DocumentPlace.h"
 
 namespace EmbeddedHV {

@@ -8,7 +8,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/NearestName.h"
-#include "components/descriptives/FieldSummary.h"
+#include "components/descriptives/model/FieldSummary.h"
 #include "components/temporal/preparation/PeriodClock.h"
 #include "datafile/ColumnTypes.h"
 

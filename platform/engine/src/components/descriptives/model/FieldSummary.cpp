@@ -1,4 +1,4 @@
-#include "components/descriptives/FieldSummary.h"
+#include "components/descriptives/model/FieldSummary.h"
 
 namespace EmbeddedHV {
 

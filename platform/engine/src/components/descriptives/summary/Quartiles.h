@@ -4,7 +4,7 @@
 #include <string>
 
 #include "components/ComponentQueries.h"
-#include "components/descriptives/InputTable.h"
+#include "components/descriptives/summary/InputTable.h"
 
 namespace EmbeddedHV {
 

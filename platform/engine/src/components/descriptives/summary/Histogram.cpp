@@ -1,9 +1,9 @@
-#include "components/descriptives/Histogram.h"
+#include "components/descriptives/summary/Histogram.h"
 
 #include <algorithm>
 
-#include "components/descriptives/BinEdges.h"
-#include "components/descriptives/Quartiles.h"
+#include "components/descriptives/summary/BinEdges.h"
+#include "components/descriptives/summary/Quartiles.h"
 #include "expression/SqlText.h"
 
 namespace EmbeddedHV {

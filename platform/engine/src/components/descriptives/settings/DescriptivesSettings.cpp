@@ -1,4 +1,4 @@
-#include "components/descriptives/DescriptivesSettings.h"
+#include "components/descriptives/settings/DescriptivesSettings.h"
 
 #include <algorithm>
 #include <variant>
@@ -6,7 +6,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "components/ComponentContainers.h"
-#include "components/descriptives/FieldSummary.h"
+#include "components/descriptives/model/FieldSummary.h"
 #include "datafile/ColumnTypes.h"
 
 namespace EmbeddedHV {

@@ -1,6 +1,6 @@
-#include "components/descriptives/DistinctValues.h"
+#include "components/descriptives/summary/DistinctValues.h"
 
-#include "components/descriptives/ValueCounts.h"
+#include "components/descriptives/summary/ValueCounts.h"
 
 namespace EmbeddedHV {
 namespace {

@@ -1,4 +1,4 @@
-#include "components/descriptives/ValueCounts.h"
+#include "components/descriptives/summary/ValueCounts.h"
 
 #include <string>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "components/descriptives/Moments.h"
+#include "components/descriptives/summary/Moments.h"
 
 #include <algorithm>
 #include <charconv>

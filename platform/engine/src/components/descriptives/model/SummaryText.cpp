@@ -1,4 +1,4 @@
-#include "components/descriptives/SummaryText.h"
+#include "components/descriptives/model/SummaryText.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,4 +1,4 @@
-#include "components/descriptives/BinEdges.h"
+#include "components/descriptives/summary/BinEdges.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "components/ComponentQueries.h"
-#include "components/descriptives/FieldSummary.h"
-#include "components/descriptives/InputTable.h"
+#include "components/descriptives/model/FieldSummary.h"
+#include "components/descriptives/summary/InputTable.h"
 
 namespace EmbeddedHV {
 

@@ -1,13 +1,13 @@
-#include "components/descriptives/Summaries.h"
+#include "components/descriptives/summary/Summaries.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "components/descriptives/DistinctValues.h"
-#include "components/descriptives/Histogram.h"
-#include "components/descriptives/MomentPass.h"
-#include "components/descriptives/Quartiles.h"
-#include "components/descriptives/ValueCounts.h"
+#include "components/descriptives/summary/DistinctValues.h"
+#include "components/descriptives/summary/Histogram.h"
+#include "components/descriptives/summary/MomentPass.h"
+#include "components/descriptives/summary/Quartiles.h"
+#include "components/descriptives/summary/ValueCounts.h"
 
 namespace EmbeddedHV {
 namespace {

@@ -1,6 +1,6 @@
-#include "components/descriptives/InputTable.h"
+#include "components/descriptives/summary/InputTable.h"
 
-#include "components/descriptives/FieldSummary.h"
+#include "components/descriptives/model/FieldSummary.h"
 #include "datafile/SqlQuoting.h"
 #include "runtime/FiniteReals.h"
 #include "steps/UserMissing.h"

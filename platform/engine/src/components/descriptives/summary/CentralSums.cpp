@@ -1,4 +1,4 @@
-#include "components/descriptives/CentralSums.h"
+#include "components/descriptives/summary/CentralSums.h"
 
 #include <algorithm>
 #include <array>

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "components/ComponentQueries.h"
-#include "components/descriptives/FieldSummary.h"
-#include "components/descriptives/InputTable.h"
+#include "components/descriptives/model/FieldSummary.h"
+#include "components/descriptives/summary/InputTable.h"
 
 namespace EmbeddedHV {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "components/descriptives/DescriptivesSettings.h"
+#include "components/descriptives/settings/DescriptivesSettings.h"
 #include "runtime/DataModel.h"
 
 namespace EmbeddedHV {

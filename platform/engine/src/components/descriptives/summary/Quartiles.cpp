@@ -1,4 +1,4 @@
-#include "components/descriptives/Quartiles.h"
+#include "components/descriptives/summary/Quartiles.h"
 
 #include <algorithm>
 #include <cmath>

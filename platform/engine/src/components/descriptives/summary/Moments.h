@@ -1,7 +1,7 @@
 #pragma once
 
-#include "components/descriptives/CentralSums.h"
-#include "components/descriptives/FieldSummary.h"
+#include "components/descriptives/model/FieldSummary.h"
+#include "components/descriptives/summary/CentralSums.h"
 
 namespace EmbeddedHV {
 

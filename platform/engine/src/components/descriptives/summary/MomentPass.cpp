@@ -1,9 +1,9 @@
-#include "components/descriptives/MomentPass.h"
+#include "components/descriptives/summary/MomentPass.h"
 
 #include <array>
 #include <memory>
 
-#include "components/descriptives/Moments.h"
+#include "components/descriptives/summary/Moments.h"
 #include "expression/SqlText.h"
 
 namespace EmbeddedHV {
