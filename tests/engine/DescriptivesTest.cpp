@@ -412,13 +412,14 @@ TEST_F(Descriptives, TellsOnceOfEachSettingThatIsNotDone)
 {
     const auto result = succeeded(describe("x\n1\n", R"({"computeCustomPercentiles": false,
         "outlierHandlingMethod": "markOut", "useFeatureSelection": false,
-        "measureHandling": "auto", "NumberOfThreads": 4, "computeSumaryStats": true})"));
+        "useMissingValueHandling": true, "NumberOfThreads": 4, "computeSumaryStats": true})"));
     std::vector<std::string> told;
     for (const auto& [id, text] : result.messages)
         told.push_back(id + text.substr(text.find(" \""), text.find("\" ") - text.find(" \"") + 1));
-    EXPECT_EQ(told, (std::vector<std::string>{
-                        "HVEDE0001W \"measureHandling\"", "HVEDE0001W \"useFeatureSelection\"",
-                        "HVEDE0001W \"NumberOfThreads\"", "HVEPL0015W \"computeSumaryStats\""}));
+    EXPECT_EQ(told, (std::vector<std::string>{"HVEDE0001W \"useFeatureSelection\"",
+                                              "HVEDE0001W \"useMissingValueHandling\"",
+                                              "HVEDE0001W \"NumberOfThreads\"",
+                                              "HVEPL0015W \"computeSumaryStats\""}));
 }
 
 TEST_F(Descriptives, RefusesWhatItCannotTake)
@@ -432,6 +433,9 @@ TEST_F(Descriptives, RefusesWhatItCannotTake)
         {R"({"frequencyWeightField": "text"})", "HVEPL0004E"},
         {R"({"computeSummaryStats": "true"})", "HVEPL0004E"},
         {R"({"maxNOfDistinctValues": -2})", "HVEPL0004E"},
+        {R"({"computeCustomPercentiles": "5,x"})", "HVEPL0004E"},
+        {R"({"computeCustomPercentiles": [101]})", "HVEPL0004E"},
+        {R"({"customPercentilesAccuracy": "sketch"})", "HVEPL0004E"},
     };
     for (const auto& [settings, id] : cases) {
         const auto result = describe("value,text\n1,a\n", settings);

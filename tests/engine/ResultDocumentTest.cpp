@@ -429,6 +429,16 @@ TEST_F(ResultDocument, LeavesTheOtherContainersAsTheyWere)
     EXPECT_NE(with.find(R"(records="2")"), std::string::npos) << with;
 }
 
+TEST_F(ResultDocument, ShowsTheAnalysesThatAreRequested)
+{
+    std::string csv = "x,g\n";
+    for (int i = 1; i <= 10; ++i)
+        csv += std::to_string(i) + (i % 2 ? ",a\n" : ",b\n");
+    const json document = describeCsv(csv + "100,a\n", R"({"computeCustomPercentiles": [5, 95]})");
+    const auto table = [&](const char* key) { return TableView(part(document, key, "table")); };
+    EXPECT_EQ(table("percentiles").cell({"x", "Percentiles/95"}), 55);
+}
+
 TEST(BinEdges, AreRoundAndHoldAllValues)
 {
     using EmbeddedHV::BinScale;

@@ -3,6 +3,7 @@
 #include "ErrorIds.h"
 #include "components/ComponentQueries.h"
 #include "components/ContainerFiles.h"
+#include "components/descriptives/Analyses.h"
 #include "components/descriptives/IntervalDocument.h"
 #include "components/descriptives/PmmlDocument.h"
 #include "components/descriptives/ResultDocument.h"
@@ -67,7 +68,9 @@ public:
     void commit() override
     {
         const ComponentQueries queries(_context, _component);
-        _summary = summarize(queries, _table, _settings, _context.newTable("hv_part_"));
+        const std::string part = _context.newTable("hv_part_");
+        _summary = summarize(queries, _table, _settings, part);
+        analyse(queries, _table, _settings, part, _summary);
         for (const Fields& point : _settings.points)
             addInterval(detectInterval(queries, _table, point));
         // Drop the table before the files are written: it may be as large as the data.
@@ -101,7 +104,7 @@ private:
         case ContainerKind::TimeIntervals:
             return intervalDocument(_intervals);
         case ContainerKind::Results:
-            return resultDocument(_summary, _settings.summaries, _intervals, _settings.remarks);
+            return resultDocument(_summary, _settings, _intervals);
         }
         return {};
     }

@@ -1,5 +1,7 @@
 #include "components/descriptives/PmmlDocument.h"
 
+#include <map>
+
 #include "components/descriptives/model/SummaryText.h"
 
 namespace EmbeddedHV {
@@ -57,6 +59,13 @@ void addDataField(pugi::xml_node& dictionary, const CFField& field)
     }
 }
 
+void addQuantile(pugi::xml_node& info, double limit, double value)
+{
+    pugi::xml_node quantile = info.append_child("Quantile");
+    addAttribute(quantile, "quantileLimit", limit);
+    addAttribute(quantile, "quantileValue", value);
+}
+
 void addNumericInfo(pugi::xml_node& node, const FieldSummary& summary)
 {
     const NumericSummary& numeric = summary.numeric;
@@ -71,12 +80,13 @@ void addNumericInfo(pugi::xml_node& node, const FieldSummary& summary)
     if (!numeric.firstQuartile || !numeric.thirdQuartile)
         return;
     addAttribute(info, "interQuartileRange", *numeric.thirdQuartile - *numeric.firstQuartile);
-    for (const auto& [limit, value] :
-         {std::pair("25", *numeric.firstQuartile), std::pair("75", *numeric.thirdQuartile)}) {
-        pugi::xml_node quantile = info.append_child("Quantile");
-        addAttribute(quantile, "quantileLimit", std::string(limit));
-        addAttribute(quantile, "quantileValue", value);
-    }
+    std::map<double, double> quantiles = {{25, *numeric.firstQuartile},
+                                          {75, *numeric.thirdQuartile}};
+    for (const Percentile& percentile : summary.percentiles)
+        if (percentile.value)
+            quantiles[percentile.percent] = *percentile.value;
+    for (const auto& [limit, value] : quantiles)
+        addQuantile(info, limit, value);
 }
 
 /// An entry of a PMML array of texts: quoted, with inner quotes and backslashes escaped.

@@ -4,6 +4,7 @@
 #include "components/descriptives/FrequencyTable.h"
 #include "components/descriptives/IntervalTable.h"
 #include "components/descriptives/StatisticsTable.h"
+#include "components/descriptives/percentiles/PercentileTable.h"
 #include "components/result/FieldModel.h"
 #include "components/result/TextItem.h"
 
@@ -40,6 +41,11 @@ public:
             _object["intervals"]["table"] = intervalTable(intervals);
     }
 
+    void addAnalyses(const DataSummary& summary)
+    {
+        addTable("percentiles", percentileTable(summary));
+    }
+
     /// `key` contains no dot, because a dot separates keys in a path to a place in the document.
     void addField(const FieldSummary& field, const std::string& key, bool withSummaries)
     {
@@ -57,6 +63,12 @@ public:
     }
 
 private:
+    void addTable(const char* key, Json table)
+    {
+        if (!table.is_null())
+            _object[key]["table"] = std::move(table);
+    }
+
     /// The frequencies were computed but not requested.
     static bool areWithheld(const FieldSummary& field)
     {
@@ -92,27 +104,19 @@ private:
     Json _object = Json::object();
 };
 
-datafile::Fields fieldsOf(const DataSummary& summary)
-{
-    datafile::Fields fields;
-    for (const FieldSummary& field : summary.fields)
-        fields.push_back(field.field);
-    return fields;
-}
-
 } // namespace
 
-std::string resultDocument(const DataSummary& summary, bool withSummaries,
-                           const std::vector<TimeInterval>& intervals,
-                           const std::vector<std::string>& remarks)
+std::string resultDocument(const DataSummary& summary, const DescriptivesSettings& settings,
+                           const std::vector<TimeInterval>& intervals)
 {
     Results results(summary);
-    for (const std::string& remark : remarks)
+    for (const std::string& remark : settings.remarks)
         results.notify(text::plain(remark), kWarning);
-    results.addStatistics(summary, withSummaries);
+    results.addStatistics(summary, settings.summaries);
+    results.addAnalyses(summary);
     results.addIntervals(intervals);
     for (std::size_t i = 0; i < summary.fields.size(); ++i)
-        results.addField(summary.fields[i], "f" + std::to_string(i + 1), withSummaries);
+        results.addField(summary.fields[i], "f" + std::to_string(i + 1), settings.summaries);
     const Json document = {{"dataModel", fieldModel(kName, fieldsOf(summary))},
                            {kName, results.json()}};
     // Names and texts may contain invalid UTF-8.

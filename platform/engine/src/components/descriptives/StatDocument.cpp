@@ -1,5 +1,6 @@
 #include "components/descriptives/StatDocument.h"
 
+#include "components/descriptives/AnalysisElements.h"
 #include "components/descriptives/model/SummaryText.h"
 
 namespace EmbeddedHV {
@@ -60,6 +61,7 @@ void addField(pugi::xml_node& summaries, const FieldSummary& summary, bool weigh
     if (summary.distinct)
         addAttribute(node, "distinct", std::to_string(*summary.distinct));
     addNumeric(node, summary);
+    addAnalysesOfField(node, summary);
     addDistributions(node, summary, weighted);
 }
 

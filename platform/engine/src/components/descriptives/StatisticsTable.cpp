@@ -1,10 +1,10 @@
 #include "components/descriptives/StatisticsTable.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <string_view>
 
+#include "components/descriptives/model/ValueDecimals.h"
 #include "components/result/PivotTable.h"
 #include "components/result/TextItem.h"
 #include "components/result/ValueFormat.h"
@@ -14,10 +14,6 @@ namespace {
 
 constexpr int kDecimalsOfWeights = 3;
 constexpr int kDecimalsOfShapes = 3;
-/// Added to the decimals of the values, for statistics that are not values themselves.
-constexpr int kMoreDecimals = 2;
-/// Digits of the standard deviation that are always visible, however small it is.
-constexpr int kDigitsShown = 4;
 /// The same for minimum and maximum. Fewer digits, because the field's own format normally
 /// determines their decimals.
 constexpr int kDigitsOfRange = 2;
@@ -125,25 +121,6 @@ bool applies(const Statistic& statistic, const CFField& field)
            (isMoment(field) && statistic.kind == Kind::Range);
 }
 
-/// The number of decimals that shows the first digits of a number.
-int decimalsFor(double value)
-{
-    if (!(value > 0) || !std::isfinite(value))
-        return 0;
-    const double decimals = kDigitsShown - 1 - std::floor(std::log10(value));
-    return static_cast<int>(std::clamp(decimals, 0.0, static_cast<double>(kMostDecimals)));
-}
-
-/// The decimals of the field's own format, else enough decimals to show its spread.
-int decimalsOfValues(const FieldSummary& field)
-{
-    if (const auto decimals = decimalsOf(field.field))
-        return *decimals;
-    const double extent =
-        std::max(std::abs(field.least.value_or(0)), std::abs(field.greatest.value_or(0)));
-    return decimalsFor(field.numeric.standardDeviation.value_or(extent));
-}
-
 Json countFormat(Kind kind)
 {
     return numberFormat(kind == Kind::Weight ? kDecimalsOfWeights : 0);
@@ -152,10 +129,8 @@ Json countFormat(Kind kind)
 /// A mean has more decimals than the values. Skewness and kurtosis have a fixed number.
 Json formatFor(const Statistic& statistic, const FieldSummary& field)
 {
-    const int most = static_cast<int>(kMostDecimals);
     const int decimals = decimalsOfValues(field);
-    const int between = std::max(std::min(decimals + kMoreDecimals, most),
-                                 decimalsFor(field.numeric.standardDeviation.value_or(0)));
+    const int between = decimalsBetweenValues(field);
     // Otherwise the field's format could show different ends of the range as equal.
     const int least =
         decimalsFor(field.numeric.standardDeviation.value_or(0)) - (kDigitsShown - kDigitsOfRange);

@@ -2,6 +2,14 @@
 
 namespace EmbeddedHV {
 
+Fields fieldsOf(const DataSummary& summary)
+{
+    Fields fields;
+    for (const FieldSummary& field : summary.fields)
+        fields.push_back(field.field);
+    return fields;
+}
+
 bool isNumber(const CFField& field)
 {
     return field.GetStorage() == CFField::Integer || field.GetStorage() == CFField::Real;

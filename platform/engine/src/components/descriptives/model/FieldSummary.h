@@ -39,6 +39,13 @@ struct Histogram
     std::vector<double> counts; ///< a value on an edge belongs to the bin that begins there
 };
 
+/// The value below which this percentage of the values is; empty if it is not defined.
+struct Percentile
+{
+    double percent = 0;
+    std::optional<double> value;
+};
+
 /// The statistics of one field.
 struct FieldSummary
 {
@@ -54,6 +61,7 @@ struct FieldSummary
     std::string minimum;
     std::string maximum;
     NumericSummary numeric;
+    std::vector<Percentile> percentiles; ///< those that are requested, ascending
     /// Empty if there are more distinct values than the settings allow.
     std::optional<std::int64_t> distinct;
     /// In the order of the values. For text fields; for a result document, for all categorical
@@ -77,6 +85,8 @@ struct DataSummary
     std::int64_t leftOut = 0; ///< records without a valid weight; only for a result document
     std::vector<FieldSummary> fields;
 };
+
+Fields fieldsOf(const DataSummary& summary);
 
 bool isNumber(const CFField& field);
 /// Whether its values are dates, times or timestamps.

@@ -17,28 +17,24 @@ constexpr std::int64_t kAnyNumber = -1;
 
 /// Settings that the component does not support, each with the value that turns it off.
 const std::pair<const char*, std::variant<bool, const char*>> kNotHonoured[] = {
-    {"computeCustomPercentiles", false},
-    {"customPercentilesAccuracy", "none"},
-    {"computeAllPercentiles", false},
+    {"identifyExtremeOutliers", false},
+    {"outlierHandlingMethod", "markOut"},
+    {"outlierDetectionMethod", "none"},
     {"computeAllTargetInputPairs", false},
+    {"computeBivStatsForBDP", false},
     {"storageTypeHandling", "none"},
     {"fieldRoleHandling", "none"},
     {"measureHandling", "none"},
     {"computeDistSummaryForNumeric", "none"},
-    {"computeBivStatsForBDP", false},
-    {"identifyExtremeOutliers", false},
-    {"dataInterestingness", false},
-    {"useFeatureSelection", "none"},
     {"useEqualFreqBinning", false},
-    {"useMissingValueHandling", false},
     {"useSupervisedMerging", false},
     {"zeroInflationDetection", false},
-    {"zeroInflationHandling", false},
     {"computeDateDuration", false},
     {"computeTimeDuration", false},
-    // Without detection there are no outliers to mark.
-    {"outlierHandlingMethod", "markOut"},
-    {"outlierDetectionMethod", "none"},
+    {"dataInterestingness", false},
+    {"useFeatureSelection", "none"},
+    {"useMissingValueHandling", false},
+    {"zeroInflationHandling", false},
 };
 /// The number of threads is a setting of the whole engine.
 constexpr const char* kThreads = "NumberOfThreads";
@@ -209,6 +205,7 @@ DescriptivesSettings descriptivesSettings(StepCall& call)
     result.summaries = settings.flag("computeSummaryStats").value_or(true);
     result.stringDistributions = settings.flag("computeDistSummaryForString").value_or(true);
     result.trimsBlanks = settings.flag("trimTrailingBlank").value_or(false);
+    result.analyses = analysisSettings(call, settings);
     const MessageSink tell = [&](const std::string& id, const FaultParts& parts) {
         result.remarks.push_back(sentenceOf(parts));
         call.context.message(id, parts);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "components/descriptives/settings/AnalysisSettings.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {
@@ -37,6 +38,7 @@ struct DescriptivesSettings
     bool summaries = true;
     bool stringDistributions = true;
     bool trimsBlanks = false;
+    AnalysisSettings analyses;
     std::vector<OutputContainer> containers;
     /// Messages about unsupported settings, for a result document.
     std::vector<std::string> remarks;

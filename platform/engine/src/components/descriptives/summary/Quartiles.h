@@ -16,12 +16,7 @@ struct Quartiles
     std::optional<double> third;
 };
 
-/// The quartiles of `x`, an SQL expression over the table's columns. `weight` is the total weight W
-/// of its values. Each value counts as often as its weight says; quartiles are interpolated at
-/// position (W - 1) p, as without weights. Throws JobError.
-///
-/// R. J. Hyndman and Y. Fan, "Sample quantiles in statistical packages", The American Statistician
-/// 50, 1996, 361-365: definition 7.
+/// The quartiles of `x`, see weightedQuantiles. Throws JobError.
 Quartiles weightedQuartiles(const ComponentQueries& queries, const InputTable& table,
                             const std::string& x, double weight);
 

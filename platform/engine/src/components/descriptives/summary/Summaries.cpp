@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "components/descriptives/summary/DistinctValues.h"
+#include "components/descriptives/summary/FieldParts.h"
 #include "components/descriptives/summary/Histogram.h"
 #include "components/descriptives/summary/MomentPass.h"
 #include "components/descriptives/summary/Quartiles.h"
@@ -151,10 +152,6 @@ void fillDetails(const ComponentQueries& queries, const InputTable& table,
                 fillMissingValues(queries, table, field);
 }
 
-/// The fields of a part. With more, the statements on each field would spend most of their time on
-/// the other columns of the table, and those on all fields in the database's planner.
-constexpr std::size_t kMostFields = 100;
-
 /// Fills in the statistics of the summary's fields, which are columns of the table. `before` fields
 /// have their statistics already.
 void fillStatistics(const ComponentQueries& queries, const InputTable& table,
@@ -184,11 +181,11 @@ DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
     if (table.keepsLeftOut())
         summary.leftOut = dropLeftOut(queries, table);
     const Fields& fields = settings.fields;
-    const InputTable part = fields.size() > kMostFields ? table.part(partName) : table;
+    const InputTable part = fields.size() > kFieldsOfPart ? table.part(partName) : table;
     std::size_t next = 0;
     // Without fields, too, the records are counted.
     do {
-        const std::size_t end = std::min(next + kMostFields, fields.size());
+        const std::size_t end = std::min(next + kFieldsOfPart, fields.size());
         const Fields some(fields.begin() + static_cast<std::ptrdiff_t>(next),
                           fields.begin() + static_cast<std::ptrdiff_t>(end));
         if (part.name() != table.name())

@@ -1,0 +1,14 @@
+#include "components/descriptives/settings/AnalysisSettings.h"
+
+#include "components/descriptives/settings/PercentSettings.h"
+
+namespace EmbeddedHV {
+
+AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings)
+{
+    AnalysisSettings result;
+    result.percents = percentsOf(call, settings);
+    return result;
+}
+
+} // namespace EmbeddedHV
