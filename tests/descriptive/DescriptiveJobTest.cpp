@@ -127,8 +127,9 @@ TEST_F(DescriptiveJob, WritesThreeLines)
                              R"(","parser":{"name":"csv","config":{}}}]}}))";
     HVDescriptive ofText(*runner, read);
     ofText.SetDESetting("trimTrailingBlank", true);
-    ofText.SetDESetting("outlierHandlingMethod", "none");
-    ofText.SetDESetting("outlierDetectionMethod", std::string("\"\\"));
+    ofText.SetDESetting("outlierHandlingMethod", "trim");
+    ofText.SetDESetting("outlierDetectionMethod", "standardDeviation");
+    ofText.SetDESetting("note", std::string("\"\\"));
     ofText.SetNThreads(2);
     const Names one = {"field2"};
     // Without rows there is no weight.
@@ -136,8 +137,9 @@ TEST_F(DescriptiveJob, WritesThreeLines)
     EXPECT_EQ(namesOf(model), one);
     EXPECT_EQ(jobOf(ofText), "val deConf = {" + defaults +
                                  R"("trimTrailingBlank":true,"computeDateDuration":false,)"
-                                 R"("computeTimeDuration":false,"outlierHandlingMethod":"none",)"
-                                 R"("outlierDetectionMethod":"\"\\","NumberOfThreads":2,)"
+                                 R"("computeTimeDuration":false,"outlierHandlingMethod":"trim",)"
+                                 R"("outlierDetectionMethod":"standardDeviation",)"
+                                 R"("note":"\"\\","NumberOfThreads":2,)"
                                  R"("inputFieldList":["field2"],"maxNOfDistinctValues":5})"
                                  "\n" +
                                  containers + "\n" + read +

@@ -76,5 +76,64 @@ TEST_F(Analyses, GivePercentiles)
     expect("x,t\n,a\n", R"({"computeCustomPercentiles": true})", {{"count(//Percentile)", 0}});
 }
 
+TEST_F(Analyses, FindAndTreatOutliers)
+{
+    // Quartiles 3.5 and 8.5.
+    const Expected fences = {{"number(//Outliers/@lowerBound)", -4},
+                             {"number(//Outliers/@upperBound)", 16},
+                             {"number(//Outliers/@upperExtremeBound)", 23.5},
+                             {"number(//Outliers/@below)", 0},
+                             {"number(//Outliers/@above)", 1},
+                             {"number(//Outliers/@extremesAbove)", 1},
+                             {"number(//Outliers/Value[@extreme]/@value)", 100}};
+    const auto with = [&](Expected more) {
+        more.insert(more.end(), fences.begin(), fences.end());
+        return more;
+    };
+    expect(farValue(), R"({"identifyExtremeOutliers": true})",
+           with({{"number(//Statistics/@maximum)", 100}}));
+    expect(farValue(), R"({"outlierDetectionMethod": "interquartileRange",
+        "outlierHandlingMethod": "trim"})",
+           with({{"number(//Statistics/@mean)", 5.5},
+                 {"number(//Statistics/@maximum)", 10},
+                 {"number(//FieldSummary/@missing)", 1},
+                 {"number(//FieldSummary/@distinct)", 10}}));
+    expect(farValue(), R"({"identifyExtremeOutliers": true, "outlierHandlingMethod": "winsorize"})",
+           with({{"number(//Statistics/@mean)", 71.0 / 11},
+                 {"number(//Statistics/@maximum)", 16},
+                 {"number(//FieldSummary/@missing)", 0}}));
+    // The deviations from 6 have the median 3.
+    expect(farValue(), R"({"outlierDetectionMethod": "medianDeviation"})",
+           {{"number(//Outliers/@upperBound)", 6 + 3.5 * 3 / 0.6745},
+            {"number(//Outliers/@lowerExtremeBound)", 6 - 7 * 3 / 0.6745}});
+    // Ten times 0, ten times 2, and 100: mean 40 / 7, squares 10040 - 14400 / 21.
+    expect(
+        "x,w\n0,10\n2,10\n100,1\n", R"({"outlierDetectionMethod": "standardDeviation",
+        "frequencyWeightField": "w"})",
+        {{"number(//Outliers/@upperBound)", 40.0 / 7 + 3 * std::sqrt((10040 - 14400.0 / 21) / 20)},
+         {"number(//Outliers/@above)", 1},
+         {"number(//Outliers/@weightAbove)", 1}});
+    expect("x\n5\n5\n5\n9\n", R"({"outlierDetectionMethod": "medianDeviation"})",
+           {{"count(//Outliers)", 0}});
+}
+
+TEST_F(Analyses, DescribeManyFieldsInParts)
+{
+    constexpr int kFields = 101;
+    std::string csv;
+    for (int row = -1; row < 11; ++row)
+        for (int field = 0; field < kFields; ++field)
+            csv += (row < 0     ? "x" + std::to_string(field)
+                    : row == 10 ? "1000"
+                                : std::to_string(row + field)) +
+                   (field + 1 < kFields ? "," : "\n");
+    // After trimming, the last field has 100 to 109.
+    expect(csv, R"({"computeCustomPercentiles": [50], "identifyExtremeOutliers": true,
+        "outlierHandlingMethod": "trim"})",
+           {{"count(//Outliers[@above='1'])", kFields},
+            {"count(//FieldSummary[@missing='1'])", kFields},
+            {"number(//FieldSummary[@name='x100']//Percentile/@value)", 104.5}});
+}
+
 } // namespace
 } // namespace EngineTest

@@ -436,6 +436,9 @@ TEST_F(Descriptives, RefusesWhatItCannotTake)
         {R"({"computeCustomPercentiles": "5,x"})", "HVEPL0004E"},
         {R"({"computeCustomPercentiles": [101]})", "HVEPL0004E"},
         {R"({"customPercentilesAccuracy": "sketch"})", "HVEPL0004E"},
+        {R"({"outlierDetectionMethod": "z"})", "HVEPL0004E"},
+        {R"({"outlierHandlingMethod": "trim"})", "HVEPL0004E"},
+        {R"({"identifyExtremeOutliers": true, "computeSummaryStats": false})", "HVEPL0004E"},
     };
     for (const auto& [settings, id] : cases) {
         const auto result = describe("value,text\n1,a\n", settings);

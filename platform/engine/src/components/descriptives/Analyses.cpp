@@ -1,5 +1,6 @@
 #include "components/descriptives/Analyses.h"
 
+#include "components/descriptives/outliers/Outliers.h"
 #include "components/descriptives/percentiles/Percentiles.h"
 #include "components/descriptives/summary/FieldParts.h"
 
@@ -26,6 +27,8 @@ void analyse(const ComponentQueries& queries, const InputTable& table,
              DataSummary& summary)
 {
     const AnalysisSettings& analyses = settings.analyses;
+    // First, because it may change values.
+    handleOutliers(queries, table, settings, partName, summary);
     if (wantsFieldAnalyses(analyses))
         forFieldParts(queries, table, partName, summary,
                       [&](const InputTable& part, DataSummary& some) {

@@ -17,11 +17,43 @@ void addPercentiles(pugi::xml_node& node, const FieldSummary& field)
     }
 }
 
+void addOutlyingValue(pugi::xml_node& list, const OutlyingValue& value, bool weighted)
+{
+    pugi::xml_node entry = list.append_child("Value");
+    addAttribute(entry, "value", value.value.ToString(-1));
+    addAttribute(entry, "count", std::to_string(value.records));
+    if (weighted)
+        addAttribute(entry, "weight", value.weight);
+    if (value.isExtreme)
+        addAttribute(entry, "extreme", std::string("true"));
+}
+
+void addOutliers(pugi::xml_node& node, const OutlierSummary& outliers, bool weighted)
+{
+    pugi::xml_node list = node.append_child("Outliers");
+    addAttribute(list, "lowerBound", outliers.lower);
+    addAttribute(list, "upperBound", outliers.upper);
+    addAttribute(list, "lowerExtremeBound", outliers.extremeLower);
+    addAttribute(list, "upperExtremeBound", outliers.extremeUpper);
+    addAttribute(list, "below", std::to_string(outliers.below.records));
+    addAttribute(list, "above", std::to_string(outliers.above.records));
+    addAttribute(list, "extremesBelow", std::to_string(outliers.below.extremes));
+    addAttribute(list, "extremesAbove", std::to_string(outliers.above.extremes));
+    if (weighted) {
+        addAttribute(list, "weightBelow", outliers.below.weight);
+        addAttribute(list, "weightAbove", outliers.above.weight);
+    }
+    for (const OutlyingValue& value : outliers.values)
+        addOutlyingValue(list, value, weighted);
+}
+
 } // namespace
 
-void addAnalysesOfField(pugi::xml_node& node, const FieldSummary& field)
+void addAnalysesOfField(pugi::xml_node& node, const FieldSummary& field, bool weighted)
 {
     addPercentiles(node, field);
+    if (field.outliers)
+        addOutliers(node, *field.outliers, weighted);
 }
 
 } // namespace EmbeddedHV

@@ -7,6 +7,6 @@
 namespace EmbeddedHV {
 
 /// Adds the analyses of a field to its FieldSummary element.
-void addAnalysesOfField(pugi::xml_node& node, const FieldSummary& field);
+void addAnalysesOfField(pugi::xml_node& node, const FieldSummary& field, bool weighted);
 
 } // namespace EmbeddedHV

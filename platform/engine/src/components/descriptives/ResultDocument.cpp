@@ -4,6 +4,8 @@
 #include "components/descriptives/FrequencyTable.h"
 #include "components/descriptives/IntervalTable.h"
 #include "components/descriptives/StatisticsTable.h"
+#include "components/descriptives/outliers/BoxPlot.h"
+#include "components/descriptives/outliers/OutlierTable.h"
 #include "components/descriptives/percentiles/PercentileTable.h"
 #include "components/result/FieldModel.h"
 #include "components/result/TextItem.h"
@@ -41,14 +43,18 @@ public:
             _object["intervals"]["table"] = intervalTable(intervals);
     }
 
-    void addAnalyses(const DataSummary& summary)
+    void addAnalyses(const DataSummary& summary, const AnalysisSettings& settings)
     {
         addTable("percentiles", percentileTable(summary));
+        if (settings.outliers)
+            addTable("outliers", outlierTable(summary, *settings.outliers));
     }
 
     /// `key` contains no dot, because a dot separates keys in a path to a place in the document.
     void addField(const FieldSummary& field, const std::string& key, bool withSummaries)
     {
+        if (const auto box = boxPlot(field))
+            _object["boxes"][key] = *box;
         if (isCategorical(field.field))
             addFrequencies(field, key);
         else if (withSummaries && field.valid > 0)
@@ -113,7 +119,7 @@ std::string resultDocument(const DataSummary& summary, const DescriptivesSetting
     for (const std::string& remark : settings.remarks)
         results.notify(text::plain(remark), kWarning);
     results.addStatistics(summary, settings.summaries);
-    results.addAnalyses(summary);
+    results.addAnalyses(summary, settings.analyses);
     results.addIntervals(intervals);
     for (std::size_t i = 0; i < summary.fields.size(); ++i)
         results.addField(summary.fields[i], "f" + std::to_string(i + 1), settings.summaries);

@@ -61,7 +61,7 @@ void addField(pugi::xml_node& summaries, const FieldSummary& summary, bool weigh
     if (summary.distinct)
         addAttribute(node, "distinct", std::to_string(*summary.distinct));
     addNumeric(node, summary);
-    addAnalysesOfField(node, summary);
+    addAnalysesOfField(node, summary, weighted);
     addDistributions(node, summary, weighted);
 }
 

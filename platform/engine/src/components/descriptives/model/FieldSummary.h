@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "DataFileNames.h"
+#include "components/descriptives/model/OutlierSummary.h"
 #include "runtime/DataModel.h"
 
 namespace EmbeddedHV {
@@ -62,6 +63,8 @@ struct FieldSummary
     std::string maximum;
     NumericSummary numeric;
     std::vector<Percentile> percentiles; ///< those that are requested, ascending
+    /// Empty if outliers are not requested or not defined.
+    std::optional<OutlierSummary> outliers;
     /// Empty if there are more distinct values than the settings allow.
     std::optional<std::int64_t> distinct;
     /// In the order of the values. For text fields; for a result document, for all categorical

@@ -8,6 +8,7 @@ AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings
 {
     AnalysisSettings result;
     result.percents = percentsOf(call, settings);
+    result.outliers = outlierRuleOf(settings);
     return result;
 }
 

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
+#include <string>
 #include <vector>
 
+#include "components/descriptives/settings/OutlierRule.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {
@@ -10,6 +13,7 @@ namespace EmbeddedHV {
 struct AnalysisSettings
 {
     std::vector<double> percents; ///< from 0 to 100, ascending, each once
+    std::optional<OutlierRule> outliers;
 };
 
 /// Reads the settings of the analyses. Throws JobError.

@@ -17,23 +17,13 @@ constexpr std::int64_t kAnyNumber = -1;
 
 /// Settings that the component does not support, each with the value that turns it off.
 const std::pair<const char*, std::variant<bool, const char*>> kNotHonoured[] = {
-    {"identifyExtremeOutliers", false},
-    {"outlierHandlingMethod", "markOut"},
-    {"outlierDetectionMethod", "none"},
-    {"computeAllTargetInputPairs", false},
-    {"computeBivStatsForBDP", false},
-    {"storageTypeHandling", "none"},
-    {"fieldRoleHandling", "none"},
-    {"measureHandling", "none"},
-    {"computeDistSummaryForNumeric", "none"},
-    {"useEqualFreqBinning", false},
-    {"useSupervisedMerging", false},
-    {"zeroInflationDetection", false},
-    {"computeDateDuration", false},
-    {"computeTimeDuration", false},
-    {"dataInterestingness", false},
-    {"useFeatureSelection", "none"},
-    {"useMissingValueHandling", false},
+    {"computeAllTargetInputPairs", false}, {"computeBivStatsForBDP", false},
+    {"storageTypeHandling", "none"},       {"fieldRoleHandling", "none"},
+    {"measureHandling", "none"},           {"computeDistSummaryForNumeric", "none"},
+    {"useEqualFreqBinning", false},        {"useSupervisedMerging", false},
+    {"zeroInflationDetection", false},     {"computeDateDuration", false},
+    {"computeTimeDuration", false},        {"dataInterestingness", false},
+    {"useFeatureSelection", "none"},       {"useMissingValueHandling", false},
     {"zeroInflationHandling", false},
 };
 /// The number of threads is a setting of the whole engine.
