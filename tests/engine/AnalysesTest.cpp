@@ -135,5 +135,54 @@ TEST_F(Analyses, DescribeManyFieldsInParts)
             {"number(//FieldSummary[@name='x100']//Percentile/@value)", 104.5}});
 }
 
+TEST_F(Analyses, ComparePairs)
+{
+    const auto expectPair = [this](const char* csv, const std::string& settings,
+                                   const Expected& numbers) {
+        Expected expected = {{"count(//Pair)", 1}};
+        for (const auto& [name, value] : numbers)
+            expected.emplace_back("number(//Pair/@" + name + ")", value);
+        expect(csv, settings, expected);
+    };
+    // Squares 5 and 5, products 3. With 2 degrees of freedom, p = 1 - t / sqrt(2 + t^2).
+    expectPair("x,y\n1001,2.5\n1002,1.5\n1003,4.5\n1004,3.5\n9999,\n,9\n",
+               R"({"computeBivStatsForBDP": true})",
+               {{"records", 4},
+                {"strength", 0.6},
+                {"statistic", 0.6 * std::sqrt(2 / 0.64)},
+                {"df1", 2},
+                {"p", 0.4}});
+    // SSB 24, SSW 4. With 4 degrees of freedom, p = 1 - sin a (1 + cos^2 a / 2), cos^2 a = 1 / 7.
+    // The mean of all values is far from those of the pair.
+    expectPair("g,v\na,1000000001\na,1000000002\na,1000000003\nb,1000000005\nb,1000000006\n"
+               "b,1000000007\n,9\nc,\n",
+               R"({"computeAllTargetInputPairs": true, "targetField": "v"})",
+               {{"records", 6},
+                {"strength", std::sqrt(24.0 / 28)},
+                {"statistic", 24},
+                {"df1", 1},
+                {"df2", 4},
+                {"p", 1 - std::sqrt(6.0 / 7) * (1 + 1.0 / 14)}});
+    // Each cell differs from 15 by 5: chi squared 4 * 25 / 15.
+    expectPair("a,b,w\nx,u,10\nx,v,20\ny,u,20\ny,v,10\n",
+               R"({"computeBivStatsForBDP": true, "frequencyWeightField": "w"})",
+               {{"records", 4},
+                {"weight", 60},
+                {"strength", 1.0 / 3},
+                {"statistic", 20.0 / 3},
+                {"df1", 1},
+                {"p", std::erfc(std::sqrt(10.0 / 3))}});
+    // Each cell with records has 2 of 2 / 3, and each of the empty ones 0 of 2 / 3.
+    expectPair("a,b\nx,u\ny,v\nz,w\nx,u\ny,v\nz,w\n", R"({"computeBivStatsForBDP": true})",
+               {{"strength", 1}, {"statistic", 12}, {"df1", 4}, {"p", 7 * std::exp(-6.0)}});
+    // A perfect correlation has no finite t. A constant has no correlation.
+    expect("x,y,c\n1,10,7\n2,20,7\n3,30,7\n", R"({"computeBivStatsForBDP": true})",
+           {{"count(//Pair)", 3},
+            {"number(//Pair[@first='x'][@second='y']/@strength)", 1},
+            {"number(//Pair[@first='x'][@second='y']/@p)", 0},
+            {"count(//Pair/@statistic)", 0},
+            {"count(//Pair[@second='c']/@strength)", 0}});
+}
+
 } // namespace
 } // namespace EngineTest

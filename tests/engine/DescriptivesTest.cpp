@@ -439,6 +439,8 @@ TEST_F(Descriptives, RefusesWhatItCannotTake)
         {R"({"outlierDetectionMethod": "z"})", "HVEPL0004E"},
         {R"({"outlierHandlingMethod": "trim"})", "HVEPL0004E"},
         {R"({"identifyExtremeOutliers": true, "computeSummaryStats": false})", "HVEPL0004E"},
+        {R"({"computeAllTargetInputPairs": true})", "HVEPL0004E"},
+        {R"({"targetField": "valve"})", "HVEPL0004E"},
     };
     for (const auto& [settings, id] : cases) {
         const auto result = describe("value,text\n1,a\n", settings);

@@ -435,15 +435,18 @@ TEST_F(ResultDocument, ShowsTheAnalysesThatAreRequested)
     for (int i = 1; i <= 10; ++i)
         csv += std::to_string(i) + (i % 2 ? ",a\n" : ",b\n");
     const json document = describeCsv(csv + "100,a\n", R"({"computeCustomPercentiles": [5, 95],
-        "identifyExtremeOutliers": true})");
+        "identifyExtremeOutliers": true, "computeBivStatsForBDP": true})");
     const auto table = [&](const char* key) { return TableView(part(document, key, "table")); };
     EXPECT_EQ(table("percentiles").cell({"x", "Percentiles/95"}), 55);
     EXPECT_EQ(table("outliers").cell({"x", "Bounds/Upper"}), 16);
     EXPECT_EQ(table("outliers").cell({"x", "Extremes/Above"}), 1);
+    EXPECT_EQ(table("pairs").cell({"x/g", "N"}), 11);
+    EXPECT_EQ(table("pairs").cell({"x/g", "Test/df 2"}), 9);
     // The whiskers end at the last values within the bounds.
     const json box = part(document, "boxes", "f1");
     EXPECT_EQ(box["data"]["values"][0]["greatest"], 10);
     EXPECT_EQ(box["layer"].back()["data"]["values"][0]["kind"], "extreme");
+    EXPECT_EQ(part(document, "pairs", "chart")["data"]["values"].size(), 2U);
 }
 
 TEST(BinEdges, AreRoundAndHoldAllValues)

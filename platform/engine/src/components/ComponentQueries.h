@@ -22,13 +22,13 @@ public:
     /// Passes the result to `take` chunk by chunk, in order, while it is computed. Throws JobError,
     /// and the exceptions of `take`.
     void stream(const std::string& sql, const std::function<void(duck::Chunk&)>& take) const;
+    /// Throws JobError if the job is to end, for work between statements.
+    void throwIfStopped() const;
 
     /// Reports the part of the component's work that is done, from 0 to 1.
     void progress(double part) const { _context.progress(part); }
 
 private:
-    void throwIfStopped() const;
-
     JobContext& _context;
     std::string _component;
 };

@@ -1,6 +1,10 @@
 #include "components/descriptives/Analyses.h"
 
+#include <algorithm>
+
 #include "components/descriptives/outliers/Outliers.h"
+#include "components/descriptives/pairs/PairPlan.h"
+#include "components/descriptives/pairs/Pairs.h"
 #include "components/descriptives/percentiles/Percentiles.h"
 #include "components/descriptives/summary/FieldParts.h"
 
@@ -34,6 +38,23 @@ void analyse(const ComponentQueries& queries, const InputTable& table,
                       [&](const InputTable& part, DataSummary& some) {
                           analyseFields(queries, part, analyses, some);
                       });
+    fillPairs(queries, table, partName, analyses.pairs, summary);
+}
+
+std::vector<FaultParts> analysisRemarks(const DataSummary& summary,
+                                        const AnalysisSettings& settings)
+{
+    std::vector<FaultParts> remarks;
+    const std::vector<std::string>& targets = settings.pairs.targets;
+    for (const FieldSummary& field : summary.fields) {
+        const std::string& name = field.field.GetName();
+        if (std::ranges::find(targets, name) != targets.end() && !isPaired(field))
+            remarks.push_back({.setting = "computeAllTargetInputPairs",
+                               .what = "cannot compare the field \"" + name +
+                                       "\": it is neither a number nor a category whose values "
+                                       "are listed"});
+    }
+    return remarks;
 }
 
 } // namespace EmbeddedHV

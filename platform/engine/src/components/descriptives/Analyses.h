@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "components/ComponentQueries.h"
 #include "components/descriptives/model/FieldSummary.h"
@@ -15,5 +16,9 @@ namespace EmbeddedHV {
 void analyse(const ComponentQueries& queries, const InputTable& table,
              const DescriptivesSettings& settings, const std::string& partName,
              DataSummary& summary);
+
+/// What the analyses could not do, for messages; without the step.
+std::vector<FaultParts> analysisRemarks(const DataSummary& summary,
+                                        const AnalysisSettings& settings);
 
 } // namespace EmbeddedHV

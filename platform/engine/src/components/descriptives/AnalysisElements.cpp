@@ -47,6 +47,18 @@ void addOutliers(pugi::xml_node& node, const OutlierSummary& outliers, bool weig
         addOutlyingValue(list, value, weighted);
 }
 
+const char* wordOf(PairMeasure measure)
+{
+    switch (measure) {
+    case PairMeasure::Correlation:
+        return "correlation";
+    case PairMeasure::Eta:
+        return "eta";
+    default:
+        return "cramersV";
+    }
+}
+
 } // namespace
 
 void addAnalysesOfField(pugi::xml_node& node, const FieldSummary& field, bool weighted)
@@ -54,6 +66,30 @@ void addAnalysesOfField(pugi::xml_node& node, const FieldSummary& field, bool we
     addPercentiles(node, field);
     if (field.outliers)
         addOutliers(node, *field.outliers, weighted);
+}
+
+void addPairs(pugi::xml_node& summaries, const DataSummary& summary)
+{
+    if (summary.pairs.empty())
+        return;
+    pugi::xml_node list = summaries.append_child("Pairs");
+    for (const PairStatistic& pair : summary.pairs) {
+        pugi::xml_node entry = list.append_child("Pair");
+        const auto nameOf = [&](std::size_t field) {
+            return xmlText(summary.fields[field].field.GetName());
+        };
+        addAttribute(entry, "first", nameOf(pair.first));
+        addAttribute(entry, "second", nameOf(pair.second));
+        addAttribute(entry, "measure", std::string(wordOf(pair.measure)));
+        addAttribute(entry, "records", std::to_string(pair.records));
+        if (summary.weightField)
+            addAttribute(entry, "weight", pair.weight);
+        addAttribute(entry, "strength", pair.association.strength);
+        addAttribute(entry, "statistic", pair.association.statistic);
+        addAttribute(entry, "df1", pair.association.firstFreedom);
+        addAttribute(entry, "df2", pair.association.secondFreedom);
+        addAttribute(entry, "p", pair.association.p);
+    }
 }
 
 } // namespace EmbeddedHV

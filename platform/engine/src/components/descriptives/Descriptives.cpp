@@ -71,6 +71,8 @@ public:
         const std::string part = _context.newTable("hv_part_");
         _summary = summarize(queries, _table, _settings, part);
         analyse(queries, _table, _settings, part, _summary);
+        for (const FaultParts& remark : analysisRemarks(_summary, _settings.analyses))
+            tell(errors::kNotAnalysed, remark);
         for (const Fields& point : _settings.points)
             addInterval(detectInterval(queries, _table, point));
         // Drop the table before the files are written: it may be as large as the data.
@@ -84,14 +86,18 @@ public:
 private:
     void addInterval(TimeInterval interval)
     {
-        if (!interval.unit) {
-            const FaultParts remark{.step = _component,
-                                    .what = "the values of " + listOf(interval.fields) +
-                                            " make up no time interval"};
-            _settings.remarks.push_back(sentenceOf(remark));
-            _context.message(errors::kNoTimeInterval, remark);
-        }
+        if (!interval.unit)
+            tell(errors::kNoTimeInterval, {.what = "the values of " + listOf(interval.fields) +
+                                                   " make up no time interval"});
         _intervals.push_back(std::move(interval));
+    }
+
+    /// Sends a message, which is also a remark of a result document.
+    void tell(const char* id, FaultParts remark)
+    {
+        remark.step = _component;
+        _settings.remarks.push_back(sentenceOf(remark));
+        _context.message(id, remark);
     }
 
     std::string documentOf(ContainerKind kind) const

@@ -6,6 +6,8 @@
 #include "components/descriptives/StatisticsTable.h"
 #include "components/descriptives/outliers/BoxPlot.h"
 #include "components/descriptives/outliers/OutlierTable.h"
+#include "components/descriptives/pairs/PairChart.h"
+#include "components/descriptives/pairs/PairTable.h"
 #include "components/descriptives/percentiles/PercentileTable.h"
 #include "components/result/FieldModel.h"
 #include "components/result/TextItem.h"
@@ -48,6 +50,9 @@ public:
         addTable("percentiles", percentileTable(summary));
         if (settings.outliers)
             addTable("outliers", outlierTable(summary, *settings.outliers));
+        addTable("pairs", pairTable(summary));
+        if (const auto chart = pairChart(summary, settings.pairs))
+            _object["pairs"]["chart"] = *chart;
     }
 
     /// `key` contains no dot, because a dot separates keys in a path to a place in the document.

@@ -83,6 +83,7 @@ std::string statDocument(const DataSummary& summary)
         addField(summaries, field, summary.weightField.has_value());
         fields.push_back(field.field);
     }
+    addPairs(summaries, summary);
     std::string model = dataModelOf(fields);
     model.insert(model.rfind(kModelEnd), textOf(summaries));
     return "<StatXML>\n" + model + "</StatXML>\n";

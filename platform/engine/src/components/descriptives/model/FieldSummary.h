@@ -7,6 +7,7 @@
 
 #include "DataFileNames.h"
 #include "components/descriptives/model/OutlierSummary.h"
+#include "components/descriptives/model/PairStatistic.h"
 #include "runtime/DataModel.h"
 
 namespace EmbeddedHV {
@@ -87,6 +88,7 @@ struct DataSummary
     double weight = 0;
     std::int64_t leftOut = 0; ///< records without a valid weight; only for a result document
     std::vector<FieldSummary> fields;
+    std::vector<PairStatistic> pairs; ///< those that are requested
 };
 
 Fields fieldsOf(const DataSummary& summary);

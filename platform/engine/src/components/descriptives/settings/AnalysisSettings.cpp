@@ -4,11 +4,13 @@
 
 namespace EmbeddedHV {
 
-AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings)
+AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings,
+                                  const Fields& fields)
 {
     AnalysisSettings result;
     result.percents = percentsOf(call, settings);
     result.outliers = outlierRuleOf(settings);
+    result.pairs = pairRuleOf(fields, settings);
     return result;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "components/descriptives/settings/OutlierRule.h"
+#include "components/descriptives/settings/PairRule.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {
@@ -14,9 +15,11 @@ struct AnalysisSettings
 {
     std::vector<double> percents; ///< from 0 to 100, ascending, each once
     std::optional<OutlierRule> outliers;
+    PairRule pairs;
 };
 
-/// Reads the settings of the analyses. Throws JobError.
-AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings);
+/// Reads the settings of the analyses. `fields` are those to be described. Throws JobError.
+AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings,
+                                  const Fields& fields);
 
 } // namespace EmbeddedHV

@@ -17,13 +17,12 @@ constexpr std::int64_t kAnyNumber = -1;
 
 /// Settings that the component does not support, each with the value that turns it off.
 const std::pair<const char*, std::variant<bool, const char*>> kNotHonoured[] = {
-    {"computeAllTargetInputPairs", false}, {"computeBivStatsForBDP", false},
-    {"storageTypeHandling", "none"},       {"fieldRoleHandling", "none"},
-    {"measureHandling", "none"},           {"computeDistSummaryForNumeric", "none"},
-    {"useEqualFreqBinning", false},        {"useSupervisedMerging", false},
-    {"zeroInflationDetection", false},     {"computeDateDuration", false},
-    {"computeTimeDuration", false},        {"dataInterestingness", false},
-    {"useFeatureSelection", "none"},       {"useMissingValueHandling", false},
+    {"storageTypeHandling", "none"},   {"fieldRoleHandling", "none"},
+    {"measureHandling", "none"},       {"computeDistSummaryForNumeric", "none"},
+    {"useEqualFreqBinning", false},    {"useSupervisedMerging", false},
+    {"zeroInflationDetection", false}, {"computeDateDuration", false},
+    {"computeTimeDuration", false},    {"dataInterestingness", false},
+    {"useFeatureSelection", "none"},   {"useMissingValueHandling", false},
     {"zeroInflationHandling", false},
 };
 /// The number of threads is a setting of the whole engine.
@@ -195,7 +194,7 @@ DescriptivesSettings descriptivesSettings(StepCall& call)
     result.summaries = settings.flag("computeSummaryStats").value_or(true);
     result.stringDistributions = settings.flag("computeDistSummaryForString").value_or(true);
     result.trimsBlanks = settings.flag("trimTrailingBlank").value_or(false);
-    result.analyses = analysisSettings(call, settings);
+    result.analyses = analysisSettings(call, settings, result.fields);
     const MessageSink tell = [&](const std::string& id, const FaultParts& parts) {
         result.remarks.push_back(sentenceOf(parts));
         call.context.message(id, parts);

@@ -22,4 +22,12 @@ void forFieldParts(const ComponentQueries& queries, const InputTable& table,
                    const std::string& partName, DataSummary& summary,
                    const std::function<void(const InputTable& part, DataSummary& some)>& work);
 
+/// Calls `work` for each of the sets of fields, in their order, with a table that has these fields.
+/// A set is a list of positions in `fields`, and may have up to kFieldsOfPart of them. `partName`
+/// is as above. Throws JobError, and the exceptions of `work`.
+void forFieldSets(const ComponentQueries& queries, const InputTable& table,
+                  const std::string& partName, const Fields& fields,
+                  const std::vector<std::vector<std::size_t>>& sets,
+                  const std::function<void(const InputTable& part, std::size_t set)>& work);
+
 } // namespace EmbeddedHV
