@@ -184,5 +184,35 @@ TEST_F(Analyses, ComparePairs)
             {"count(//Pair[@second='c']/@strength)", 0}});
 }
 
+TEST_F(Analyses, FindThePropertiesOfFields)
+{
+    std::string texts;
+    for (const char* name : {"number", "real", "day"})
+        texts += std::string(texts.empty() ? "" : ", ") + R"({"name": ")" + name +
+                 R"(", "storage": "string", "measure": "nominal"})";
+    std::string csv = "id,k,n,number,real,day,same\n";
+    for (int i = 11; i <= 22; ++i) {
+        const std::string n = std::to_string(i);
+        // Not all of these integers are doubles.
+        for (const std::string& part :
+             {"a" + n, std::to_string(i % 2), "90071992547410" + n, n, n + ".5", "2024-02-" + n})
+            csv += part + ",";
+        csv += "s\n";
+    }
+    // The last record has no number, real and day.
+    expect(csv + "b,1,9007199254741023,,,,s\n",
+           R"({"storageTypeHandling": "detect", "measureHandling": "detect",
+        "fieldRoleHandling": "detect", "targetField": "real"})",
+           {{"count(../Field[@name='id'][@measure='typeless'][@role='recordId'])", 1},
+            {"count(../Field[@name='k'][@measure='flag'][@role='input'])", 1},
+            {"count(../Field[@name='n'][@measure='continuous'][@role='recordId'])", 1},
+            {"count(../Field[@name='number'][@storage='integer'][@role='input'])", 1},
+            {"count(../Field[@name='real'][@storage='real'][@role='target'])", 1},
+            {"count(../Field[@name='day'][@storage='date'][@measure='continuous'])", 1},
+            {"count(../Field[@name='same'][@storage='string'][@role='none'])", 1},
+            {"number(//FieldSummary[@name='real']/Statistics/@mean)", 17}},
+           " -> updateDataModel({\"fields\": [" + texts + "]})");
+}
+
 } // namespace
 } // namespace EngineTest

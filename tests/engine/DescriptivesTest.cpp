@@ -437,6 +437,7 @@ TEST_F(Descriptives, RefusesWhatItCannotTake)
         {R"({"computeCustomPercentiles": [101]})", "HVEPL0004E"},
         {R"({"customPercentilesAccuracy": "sketch"})", "HVEPL0004E"},
         {R"({"outlierDetectionMethod": "z"})", "HVEPL0004E"},
+        {R"({"measureHandling": "auto"})", "HVEPL0004E"},
         {R"({"outlierHandlingMethod": "trim"})", "HVEPL0004E"},
         {R"({"identifyExtremeOutliers": true, "computeSummaryStats": false})", "HVEPL0004E"},
         {R"({"computeAllTargetInputPairs": true})", "HVEPL0004E"},

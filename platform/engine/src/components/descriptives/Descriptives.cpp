@@ -9,6 +9,7 @@
 #include "components/descriptives/ResultDocument.h"
 #include "components/descriptives/StatDocument.h"
 #include "components/descriptives/TimeInterval.h"
+#include "components/descriptives/fields/FieldHandling.h"
 #include "components/descriptives/settings/DescriptivesSettings.h"
 #include "components/descriptives/summary/InputTable.h"
 #include "components/descriptives/summary/Summaries.h"
@@ -69,6 +70,7 @@ public:
     {
         const ComponentQueries queries(_context, _component);
         const std::string part = _context.newTable("hv_part_");
+        adaptFields(queries, _table, part, _settings.analyses.fields, _settings.fields);
         _summary = summarize(queries, _table, _settings, part);
         analyse(queries, _table, _settings, part, _summary);
         for (const FaultParts& remark : analysisRemarks(_summary, _settings.analyses))

@@ -11,6 +11,7 @@ AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings
     result.percents = percentsOf(call, settings);
     result.outliers = outlierRuleOf(settings);
     result.pairs = pairRuleOf(fields, settings);
+    result.fields = fieldRuleOf(settings);
     return result;
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "components/descriptives/settings/FieldRule.h"
 #include "components/descriptives/settings/OutlierRule.h"
 #include "components/descriptives/settings/PairRule.h"
 #include "steps/StepCall.h"
@@ -16,6 +17,7 @@ struct AnalysisSettings
     std::vector<double> percents; ///< from 0 to 100, ascending, each once
     std::optional<OutlierRule> outliers;
     PairRule pairs;
+    FieldRule fields;
 };
 
 /// Reads the settings of the analyses. `fields` are those to be described. Throws JobError.

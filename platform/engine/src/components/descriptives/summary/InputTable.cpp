@@ -56,7 +56,9 @@ std::size_t InputTable::place(const CFField& field) const
 
 bool InputTable::tellsMissing(const CFField& field) const
 {
-    return _forMissing && isCategorical(field) && field.GetMissingValues().IsValid();
+    // As the field was when the table was made; its measure may have been changed since.
+    const CFField& original = _columns->fields[place(field)];
+    return _forMissing && isCategorical(original) && original.GetMissingValues().IsValid();
 }
 
 std::string InputTable::column(const CFField& field) const
