@@ -214,5 +214,50 @@ TEST_F(Analyses, FindThePropertiesOfFields)
            " -> updateDataModel({\"fields\": [" + texts + "]})");
 }
 
+TEST_F(Analyses, MergeCategoriesThatDoNotDiffer)
+{
+    // a and c have the same shares of yes; b, with 1 of 40, differs from both.
+    const char* const csv = "g,t,w\na,yes,20\na,no,20\nb,yes,1\nb,no,39\nc,yes,10\nc,no,10\n";
+    const std::string settings = R"({"useSupervisedMerging": true, "targetField": "t",
+        "frequencyWeightField": "w"})";
+    expect(csv, settings,
+           {{"count(//MergedValues)", 1},
+            {"count(//Group)", 2},
+            {"count(//Group[Value[1]/@value='a'][Value[2]/@value='c'])", 1}});
+    // Only neighbours are merged if the categories have an order.
+    expect(csv, settings, {{"count(//Group)", 3}},
+           R"( -> updateDataModel({"fields": [{"name": "g", "measure": "ordinal"}]}))");
+}
+
+TEST_F(Analyses, CountInBinsZerosAndDurations)
+{
+    // The deciles of 1 to 11 are 1, 2, ... 11.
+    expect(farValue(), R"({"useEqualFreqBinning": true})",
+           {{"count(//Bin)", 10},
+            {"number(//Bin[10]/@from)", 10},
+            {"number(//Bin[10]/@to)", 100},
+            {"number(//Bin[10]/@count)", 2},
+            {"sum(//Bin/@count)", 11}});
+    expect("x,w\n0.5,1\n1.5,2\n1.75,4\n,8\n", R"({"computeDistSummaryForNumeric": "bins",
+        "frequencyWeightField": "w"})",
+           {{"sum(//Bin/@weight)", 7}, {"sum(//Bin/@count)", 3}});
+    // Mean 1: p = 1 / e, so the score is (3 e - 6)^2 / (6 (e - 1) - 6).
+    const double e = std::exp(1.0);
+    const double score = (3 * e - 6) * (3 * e - 6) / (6 * (e - 1) - 6);
+    expect("x\n0\n0\n0\n1\n2\n3\n", R"({"zeroInflationDetection": true})",
+           {{"number(//ZeroInflation/@zeros)", 3},
+            {"number(//ZeroInflation/@expected)", 6 / e},
+            {"number(//ZeroInflation/@statistic)", score},
+            {"number(//ZeroInflation/@p)", std::erfc(std::sqrt(score / 2))}});
+    // 0, 1, 2 and 9 days, 0 and 30 seconds.
+    expect("d,t\n2024-02-28,08:00:30\n2024-02-29,08:00:00\n2024-03-01,\n2024-03-08,\n,\n",
+           R"({"computeDateDuration": true, "computeTimeDuration": true})",
+           {{"number(//Duration[@unit='day']/@longest)", 9},
+            {"number(//Duration[@unit='day']/@mean)", 3},
+            {"number(//Duration[@unit='day']/@standardDeviation)", std::sqrt(50.0 / 3)},
+            {"number(//Duration[@unit='day']/@median)", 1.5},
+            {"number(//Duration[@unit='second']/@longest)", 30}});
+}
+
 } // namespace
 } // namespace EngineTest

@@ -412,14 +412,16 @@ TEST_F(Descriptives, TellsOnceOfEachSettingThatIsNotDone)
 {
     const auto result = succeeded(describe("x\n1\n", R"({"computeCustomPercentiles": false,
         "outlierHandlingMethod": "markOut", "useFeatureSelection": false,
-        "useMissingValueHandling": true, "NumberOfThreads": 4, "computeSumaryStats": true})"));
+        "useMissingValueHandling": true, "NumberOfThreads": 4, "computeSumaryStats": true,
+        "useSupervisedMerging": true, "targetField": "x"})"));
     std::vector<std::string> told;
     for (const auto& [id, text] : result.messages)
         told.push_back(id + text.substr(text.find(" \""), text.find("\" ") - text.find(" \"") + 1));
     EXPECT_EQ(told, (std::vector<std::string>{"HVEDE0001W \"useFeatureSelection\"",
                                               "HVEDE0001W \"useMissingValueHandling\"",
                                               "HVEDE0001W \"NumberOfThreads\"",
-                                              "HVEPL0015W \"computeSumaryStats\""}));
+                                              "HVEPL0015W \"computeSumaryStats\"",
+                                              "HVEDE0003W \"useSupervisedMerging\""}));
 }
 
 TEST_F(Descriptives, RefusesWhatItCannotTake)
@@ -440,6 +442,7 @@ TEST_F(Descriptives, RefusesWhatItCannotTake)
         {R"({"measureHandling": "auto"})", "HVEPL0004E"},
         {R"({"outlierHandlingMethod": "trim"})", "HVEPL0004E"},
         {R"({"identifyExtremeOutliers": true, "computeSummaryStats": false})", "HVEPL0004E"},
+        {R"({"computeDistSummaryForNumeric": "bins", "computeSummaryStats": false})", "HVEPL0004E"},
         {R"({"computeAllTargetInputPairs": true})", "HVEPL0004E"},
         {R"({"targetField": "valve"})", "HVEPL0004E"},
     };

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+#include "components/descriptives/counts/Durations.h"
+#include "components/descriptives/counts/NumberBins.h"
+#include "components/descriptives/counts/ZeroInflation.h"
+#include "components/descriptives/merging/CategoryGroups.h"
 #include "components/descriptives/outliers/Outliers.h"
 #include "components/descriptives/pairs/PairPlan.h"
 #include "components/descriptives/pairs/Pairs.h"
@@ -17,11 +21,18 @@ void analyseFields(const ComponentQueries& queries, const InputTable& table,
                    const AnalysisSettings& settings, DataSummary& summary)
 {
     fillPercentiles(queries, table, settings.percents, summary);
+    if (settings.counts.bins)
+        fillBins(queries, table, settings.counts.equalFrequencies, summary);
+    if (settings.counts.zeroInflation)
+        fillZeroInflation(queries, table, summary);
+    fillDurations(queries, table, settings.counts, summary);
 }
 
 bool wantsFieldAnalyses(const AnalysisSettings& settings)
 {
-    return !settings.percents.empty();
+    const CountSettings& counts = settings.counts;
+    return !settings.percents.empty() || counts.bins || counts.zeroInflation ||
+           counts.dateDurations || counts.timeDurations;
 }
 
 } // namespace
@@ -39,6 +50,8 @@ void analyse(const ComponentQueries& queries, const InputTable& table,
                           analyseFields(queries, part, analyses, some);
                       });
     fillPairs(queries, table, partName, analyses.pairs, summary);
+    if (!analyses.mergingTarget.empty())
+        fillCategoryGroups(queries, table, partName, analyses.mergingTarget, summary);
 }
 
 std::vector<FaultParts> analysisRemarks(const DataSummary& summary,
@@ -53,6 +66,11 @@ std::vector<FaultParts> analysisRemarks(const DataSummary& summary,
                                .what = "cannot compare the field \"" + name +
                                        "\": it is neither a number nor a category whose values "
                                        "are listed"});
+        if (name == settings.mergingTarget && !canMerge(field))
+            remarks.push_back({.setting = "useSupervisedMerging",
+                               .what = "cannot merge categories by the field \"" + name +
+                                       "\": it is not a category with at most " +
+                                       std::to_string(kMostMerged) + " listed values"});
     }
     return remarks;
 }

@@ -47,6 +47,55 @@ void addOutliers(pugi::xml_node& node, const OutlierSummary& outliers, bool weig
         addOutlyingValue(list, value, weighted);
 }
 
+void addBins(pugi::xml_node& node, const FieldSummary& field, bool weighted)
+{
+    if (field.bins.empty())
+        return;
+    pugi::xml_node list = node.append_child("Bins");
+    for (const Bin& bin : field.bins) {
+        pugi::xml_node entry = list.append_child("Bin");
+        addAttribute(entry, "from", bin.from);
+        addAttribute(entry, "to", bin.to);
+        addAttribute(entry, "count", std::to_string(bin.records));
+        if (weighted)
+            addAttribute(entry, "weight", bin.weight);
+    }
+}
+
+void addZeroInflation(pugi::xml_node& node, const ZeroInflation& test)
+{
+    pugi::xml_node element = node.append_child("ZeroInflation");
+    addAttribute(element, "zeros", test.zeros);
+    addAttribute(element, "expected", test.expected);
+    addAttribute(element, "statistic", test.statistic);
+    addAttribute(element, "p", test.p);
+}
+
+void addDuration(pugi::xml_node& node, const Duration& duration)
+{
+    pugi::xml_node element = node.append_child("Duration");
+    addAttribute(element, "unit", std::string(duration.isInDays ? "day" : "second"));
+    addAttribute(element, "longest", duration.longest);
+    addAttribute(element, "mean", duration.mean);
+    addAttribute(element, "standardDeviation", duration.standardDeviation);
+    addAttribute(element, "firstQuartile", duration.firstQuartile);
+    addAttribute(element, "median", duration.median);
+    addAttribute(element, "thirdQuartile", duration.thirdQuartile);
+}
+
+void addMergedValues(pugi::xml_node& node, const FieldSummary& field)
+{
+    if (field.mergedValues.empty())
+        return;
+    pugi::xml_node list = node.append_child("MergedValues");
+    for (const std::vector<CFDatum>& group : field.mergedValues) {
+        pugi::xml_node entry = list.append_child("Group");
+        for (const CFDatum& value : group)
+            entry.append_child("Value").append_attribute("value").set_value(
+                xmlText(value.ToString(-1)).c_str());
+    }
+}
+
 const char* wordOf(PairMeasure measure)
 {
     switch (measure) {
@@ -66,6 +115,12 @@ void addAnalysesOfField(pugi::xml_node& node, const FieldSummary& field, bool we
     addPercentiles(node, field);
     if (field.outliers)
         addOutliers(node, *field.outliers, weighted);
+    addBins(node, field, weighted);
+    if (field.zeroInflation)
+        addZeroInflation(node, *field.zeroInflation);
+    if (field.duration)
+        addDuration(node, *field.duration);
+    addMergedValues(node, field);
 }
 
 void addPairs(pugi::xml_node& summaries, const DataSummary& summary)

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "DataFileNames.h"
+#include "components/descriptives/model/CountSummary.h"
 #include "components/descriptives/model/OutlierSummary.h"
 #include "components/descriptives/model/PairStatistic.h"
 #include "runtime/DataModel.h"
@@ -66,6 +67,10 @@ struct FieldSummary
     std::vector<Percentile> percentiles; ///< those that are requested, ascending
     /// Empty if outliers are not requested or not defined.
     std::optional<OutlierSummary> outliers;
+    std::vector<Bin> bins; ///< of a continuous number, if they are requested
+    std::optional<ZeroInflation> zeroInflation;
+    std::optional<Duration> duration;
+    std::vector<std::vector<CFDatum>> mergedValues; ///< groups of values, if they are requested
     /// Empty if there are more distinct values than the settings allow.
     std::optional<std::int64_t> distinct;
     /// In the order of the values. For text fields; for a result document, for all categorical

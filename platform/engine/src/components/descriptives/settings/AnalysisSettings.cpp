@@ -3,6 +3,19 @@
 #include "components/descriptives/settings/PercentSettings.h"
 
 namespace EmbeddedHV {
+namespace {
+
+std::string mergingTargetOf(const Settings& settings)
+{
+    if (!settings.flag("useSupervisedMerging").value_or(false))
+        return {};
+    const std::string target = settings.text("targetField").value_or("");
+    if (target.empty())
+        settings.refuse("useSupervisedMerging", "is true, but there is no targetField");
+    return target;
+}
+
+} // namespace
 
 AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings,
                                   const Fields& fields)
@@ -11,7 +24,9 @@ AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings
     result.percents = percentsOf(call, settings);
     result.outliers = outlierRuleOf(settings);
     result.pairs = pairRuleOf(fields, settings);
+    result.counts = countSettings(settings);
     result.fields = fieldRuleOf(settings);
+    result.mergingTarget = mergingTargetOf(settings);
     return result;
 }
 

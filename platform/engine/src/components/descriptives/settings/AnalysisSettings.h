@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "components/descriptives/settings/CountSettings.h"
 #include "components/descriptives/settings/FieldRule.h"
 #include "components/descriptives/settings/OutlierRule.h"
 #include "components/descriptives/settings/PairRule.h"
@@ -17,7 +18,10 @@ struct AnalysisSettings
     std::vector<double> percents; ///< from 0 to 100, ascending, each once
     std::optional<OutlierRule> outliers;
     PairRule pairs;
+    CountSettings counts;
     FieldRule fields;
+    /// The field by which categories are merged; empty for none.
+    std::string mergingTarget;
 };
 
 /// Reads the settings of the analyses. `fields` are those to be described. Throws JobError.

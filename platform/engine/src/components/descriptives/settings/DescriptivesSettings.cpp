@@ -17,11 +17,10 @@ constexpr std::int64_t kAnyNumber = -1;
 
 /// Settings that the component does not support, each with the value that turns it off.
 const std::pair<const char*, std::variant<bool, const char*>> kNotHonoured[] = {
-    {"computeDistSummaryForNumeric", "none"}, {"useEqualFreqBinning", false},
-    {"useSupervisedMerging", false},          {"zeroInflationDetection", false},
-    {"computeDateDuration", false},           {"computeTimeDuration", false},
-    {"dataInterestingness", false},           {"useFeatureSelection", "none"},
-    {"useMissingValueHandling", false},       {"zeroInflationHandling", false},
+    {"dataInterestingness", false},
+    {"useFeatureSelection", "none"},
+    {"useMissingValueHandling", false},
+    {"zeroInflationHandling", false},
 };
 /// The number of threads is a setting of the whole engine.
 constexpr const char* kThreads = "NumberOfThreads";
