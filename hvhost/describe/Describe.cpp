@@ -106,6 +106,8 @@ public:
           _columns(describedColumns(dataset, options.variables)),
           _dates(dateColumns(dataset, options.dates))
     {
+        if (!options.analyses.target.empty())
+            setTarget(options.analyses.target);
     }
 
     /// All variables that the request needs.
@@ -119,6 +121,9 @@ public:
             description.weight = _dataset.nameOf(_dataset.weight());
         description.split = namesOf(_dataset, _dataset.split());
         description.mostDistinct = _options.mostDistinct;
+        description.percents = _options.analyses.percents();
+        description.hasOutliers = _options.analyses.wantsOutliers();
+        description.hasPairs = _options.analyses.wantsPairs();
         return description;
     }
 
@@ -126,6 +131,7 @@ public:
     bool ask(HVDescriptive& descriptive, CFMetaData& model, std::string& intervals) const
     {
         const std::vector<std::string> fields = namesOf(_dataset, _columns);
+        applyAnalyses(_options.analyses, _target, descriptive);
         if (_dates.columns.empty())
             return descriptive.BuildMetaData(&fields, model, _options.mostDistinct, true);
         // Both in one job, whose settings must name the weight.
@@ -141,9 +147,22 @@ public:
     }
 
 private:
+    /// The target is described too.
+    void setTarget(const std::string& name)
+    {
+        const std::string origin = "--target " + name;
+        const int column = _dataset.columnOf(name, origin);
+        if (column == _dataset.weight())
+            throw CommandFault(ExitStatus::Usage,
+                               origin + ": this variable weighs the cases, and is not described");
+        _columns = together(_columns, {column});
+        _target = _dataset.nameOf(column);
+    }
+
     const Dataset& _dataset;
     const DescribeOptions& _options;
     std::vector<int> _columns;
+    std::string _target; ///< empty for none
     DateColumns _dates;
 };
 
@@ -176,6 +195,7 @@ public:
                 return done;
             },
             _origin);
+        const InterruptWatch::Abandonable reading(_watch);
         GroupDescription group = readDescription(model, statXml, intervals);
         group.key = groups.key();
         // The engine also leaves out infinite weights. A result document reports them itself.
@@ -236,7 +256,7 @@ void showFigures(Describing& describing, Description& description, CaseGroups& g
 void showOutput(Describing& describing, const Description& description, CaseGroups& groups,
                 const OutputLook& look, const ShownResult& result, HostSession& session)
 {
-    DescriptionOutput output(session, description);
+    DescriptionOutput output(session, description, look.form == "html");
     while (HVRawDataIterator* const cases = groups.next()) {
         HVSimpleContainer results(kResults, "");
         const GroupDescription group = describing.describe(groups, *cases, &results);
@@ -272,7 +292,9 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
         return;
     }
     Description description = question.emptyDescription();
-    Describing describing(question, session, input.origin(), watch);
+    JobOrigin origin = input.origin();
+    origin.settings = analysisSettings(options.analyses);
+    Describing describing(question, session, std::move(origin), watch);
     if (isForPrograms(form))
         showFigures(describing, description, groups, form, result);
     else

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "hvhost/base/CommonOptions.h"
+#include "hvhost/describe/AnalysisOptions.h"
 
 namespace CLI {
 class App;
@@ -18,9 +19,10 @@ struct DescribeOptions
     std::vector<std::string> by;    ///< empty: the split of the file
     std::vector<std::string> dates; ///< date variables, or numbers that form a date
     int mostDistinct = 100; ///< distinct values of a variable that are listed; -1: any number
-    std::string format;     ///< text, html, csv or json; empty: from the name of the output
-    long long width = 0;    ///< of text; 0: the width of the terminal
-    std::string output;     ///< empty for standard output
+    AnalysisOptions analyses;
+    std::string format;  ///< text, html, csv or json; empty: from the name of the output
+    long long width = 0; ///< of text; 0: the width of the terminal
+    std::string output;  ///< empty for standard output
     bool force = false;
     bool printJob = false;
 };

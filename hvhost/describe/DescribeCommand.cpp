@@ -15,7 +15,8 @@ void addDescribeCommand(CLI::App& app, CommonOptions& common)
         newCommand(app, "describe", "Describe the variables of a dataset.",
                    "  hvhost describe weather.csv\n"
                    "  hvhost describe weather.csv wind weather --date date --format json\n"
-                   "  hvhost describe penguins.csv --by species -o penguins.html\n");
+                   "  hvhost describe penguins.csv --by species -o penguins.html\n"
+                   "  hvhost describe penguins.csv --percentiles 5,95 --outliers --pairs\n");
     addCasesOptions(*command, options->input);
     command
         ->add_option("VARIABLE", options->variables,
@@ -36,6 +37,7 @@ void addDescribeCommand(CLI::App& app, CommonOptions& common)
         "List the distinct values of a category if there are at\nmost N; 100 by default, -1 for "
         "any number")
         ->check(wholeNumberFrom(-1));
+    addAnalysisOptions(*command, options->analyses);
     add("--format", options->format, "FORM",
         "The form; csv has only the statistics. By default the\nextension of the file, else text")
         ->check(CLI::IsMember({"text", "html", "csv", "json"}));

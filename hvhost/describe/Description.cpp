@@ -20,7 +20,7 @@ Facts attributesOf(const pugi::xml_node& node)
 
 FieldDescription readField(const CFField& field, const pugi::xml_node& node)
 {
-    FieldDescription description{field, attributesOf(node), {}, {}};
+    FieldDescription description{field, attributesOf(node), {}, {}, {}, {}, {}};
     description.facts.merge(attributesOf(node.child("Statistics")));
     if (field.GetStorage() == CFField::Real)
         for (const char* end : {"minimum", "maximum"})
@@ -31,6 +31,11 @@ FieldDescription readField(const CFField& field, const pugi::xml_node& node)
         description.counts.push_back(attributesOf(value));
     for (const pugi::xml_node& value : node.child("Missing").children("Value"))
         description.missingCounts.push_back(attributesOf(value));
+    for (const pugi::xml_node& percentile : node.child("Percentiles").children("Percentile"))
+        description.percentiles.push_back(attributesOf(percentile));
+    description.outliers = attributesOf(node.child("Outliers"));
+    for (const pugi::xml_node& value : node.child("Outliers").children("Value"))
+        description.outlyingValues.push_back(attributesOf(value));
     return description;
 }
 
@@ -63,6 +68,8 @@ GroupDescription readDescription(const CFMetaData& model, const std::string& sta
             throw std::runtime_error("the statistics do not fit the data model");
         description.fields.push_back(readField(*field, node));
     }
+    for (const pugi::xml_node& pair : summaries.child("Pairs").children("Pair"))
+        description.pairs.push_back(attributesOf(pair));
     if (!intervals.empty())
         description.intervals = nlohmann::ordered_json::parse(intervals).at("timeIntervals");
     return description;

@@ -25,6 +25,9 @@ struct FieldDescription
     std::vector<Facts> counts;
     /// The frequencies of the values that are declared missing. Records without a value come last.
     std::vector<Facts> missingCounts;
+    std::vector<Facts> percentiles;    ///< empty, or one for each percent
+    Facts outliers;                    ///< empty if they were not requested or are not defined
+    std::vector<Facts> outlyingValues; ///< the farthest ones
 
     /// Whether its values are categories rather than amounts.
     bool isCategorical() const;
@@ -40,6 +43,7 @@ struct GroupDescription
     /// Cases without a positive weight; for csv and json also without a finite weight.
     int leftOut = 0;
     std::vector<FieldDescription> fields;
+    std::vector<Facts> pairs;
     nlohmann::ordered_json intervals = nlohmann::ordered_json::array();
 };
 
@@ -50,6 +54,9 @@ struct Description
     std::string weight; ///< empty for none
     std::vector<std::string> split;
     int mostDistinct = 0; ///< distinct values of a field that are listed; -1: any number
+    std::vector<std::string> percents; ///< of the percentiles, ascending
+    bool hasOutliers = false;
+    bool hasPairs = false;
     std::vector<GroupDescription> groups;
 };
 

@@ -1,12 +1,13 @@
 #include "hvhost/describe/DescriptionShown.h"
 
-#include <charconv>
-#include <cstdint>
+#include <array>
 #include <cstdlib>
 #include <ostream>
 
 #include "hvhost/base/ValueText.h"
+#include "hvhost/describe/AnalysisData.h"
 #include "hvhost/describe/DescriptionTables.h"
+#include "hvhost/describe/FactNumbers.h"
 
 namespace {
 
@@ -19,32 +20,11 @@ constexpr const char* kCounts[] = {"valid", "missing", "validWeight", "missingWe
 constexpr const char* kMoments[] = {"mean",     "standardDeviation", "variance", "skewness",
                                     "kurtosis", "firstQuartile",     "median",   "thirdQuartile"};
 
-/// A number as JSON. A whole number has no fraction.
-Json jsonNumber(const std::string& text)
-{
-    std::int64_t whole = 0;
-    const char* const end = text.data() + text.size();
-    // Not through a double, which cannot hold the largest integers.
-    const auto [last, error] = std::from_chars(text.data(), end, whole);
-    if (error == std::errc() && last == end)
-        return whole;
-    return std::strtod(text.c_str(), nullptr);
-}
-
 Json jsonText(const std::optional<std::string>& text, CFField::StorageType storage)
 {
     if (!text)
         return nullptr;
     return isNumber(storage) ? jsonNumber(*text) : Json(*text);
-}
-
-/// The available facts, under their own names.
-template <std::size_t Count>
-void putNumbers(Json& json, const Facts& facts, const char* const (&names)[Count])
-{
-    for (const char* name : names)
-        if (const auto fact = factOf(facts, name))
-            json[name] = jsonNumber(*fact);
 }
 
 Json jsonValues(const FieldDescription& description)
@@ -59,7 +39,7 @@ Json jsonValues(const FieldDescription& description)
         if (!value.GetLabel().empty())
             entry["label"] = value.GetLabel();
         if (list.size() < description.counts.size())
-            putNumbers(entry, description.counts[list.size()], {"count", "weight"});
+            putNumbers(entry, description.counts[list.size()], std::array{"count", "weight"});
         list.push_back(std::move(entry));
     }
     return list;
@@ -86,7 +66,7 @@ Json jsonMissing(const FieldDescription& description)
         for (const CFValue& value : field.GetValueLabels())
             if (text && !value.GetLabel().empty() && value.GetText() == *text)
                 entry["label"] = value.GetLabel();
-        putNumbers(entry, counts, {"count", "weight"});
+        putNumbers(entry, counts, std::array{"count", "weight"});
         list.push_back(std::move(entry));
     }
     return list;
@@ -105,6 +85,7 @@ Json jsonField(const FieldDescription& description)
         if (const auto fact = factOf(description.facts, end))
             json[end] = jsonText(fact, field.GetStorage());
     putNumbers(json, description.facts, kMoments);
+    putAnalyses(json, description);
     if (description.isCategorical() && !description.isCut())
         json["values"] = jsonValues(description);
     if (!description.missingCounts.empty())
@@ -129,6 +110,8 @@ Json jsonGroup(const GroupDescription& group)
     json["fields"] = Json::array();
     for (const FieldDescription& field : group.fields)
         json["fields"].push_back(jsonField(field));
+    if (!group.pairs.empty())
+        json["pairs"] = jsonPairs(group);
     if (!group.intervals.empty())
         json["timeIntervals"] = group.intervals;
     return json;
@@ -152,7 +135,8 @@ void printDescriptionCsv(const Description& description, std::ostream& out)
 {
     ResultTable all;
     for (const GroupDescription& group : description.groups) {
-        ResultTable table = statisticsTable(description, group);
+        ResultTable table =
+            description.hasPairs ? pairsTable(group) : statisticsTable(description, group);
         addKey(table, group);
         all.columns = table.columns;
         all.rows.insert(all.rows.end(), table.rows.begin(), table.rows.end());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <string_view>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -27,14 +28,19 @@ class OrderMaker
 public:
     explicit OrderMaker(const std::string& results) : _document(Json::parse(results)) {}
 
-    /// The order for all tables of the whole document.
-    RenderOrder tables(const std::vector<std::string>& facts) const
+    /// The order for all tables of the whole document, and for the chart of pairs.
+    RenderOrder tables(const std::vector<std::string>& facts, bool drawsAnalyses) const
     {
         RenderOrder order = emptyOrder();
         addTable(order, "statistics", "Descriptive Statistics");
         for (const std::string& fact : facts)
             if (!order.objects.empty())
                 order.objects.front().order.addTextToCaption(fact);
+        addTable(order, "percentiles", "Percentiles");
+        addTable(order, "outliers", "Outliers");
+        addTable(order, "pairs", "Pairs of Fields");
+        if (drawsAnalyses)
+            addObject(order, {"pairs", "chart"}, OutputOrder::Chart, "Strength of Pairs");
         addTable(order, "intervals", "Time Intervals");
         const Parts frequencies = partsOf("frequencies");
         for (const Part& part : frequencies)
@@ -45,9 +51,12 @@ public:
     /// Passes the charts to `render`, as result documents with their orders. The library adds the
     /// data model of a document to each of its charts, so each document has only some of the
     /// fields. With all, the output would grow with the square of the number of fields.
-    void makeCharts(const std::function<void(const std::string&, const RenderOrder&)>& render) const
+    void makeCharts(bool drawsAnalyses,
+                    const std::function<void(const std::string&, const RenderOrder&)>& render) const
     {
         for (const auto& [name, heading] : kCharts) {
+            if (name == kBoxes && !drawsAnalyses)
+                continue;
             const Parts charts = partsOf(name);
             for (std::size_t from = 0; from < charts.size(); from += kFieldsOfDocument) {
                 RenderOrder order = emptyOrder();
@@ -64,7 +73,9 @@ public:
     }
 
 private:
-    static constexpr std::pair<const char*, const char*> kCharts[] = {{"bars", "Bar Charts"},
+    static constexpr std::string_view kBoxes = "boxes";
+    static constexpr std::pair<const char*, const char*> kCharts[] = {{kBoxes.data(), "Box Plots"},
+                                                                      {"bars", "Bar Charts"},
                                                                       {"histograms", "Histograms"}};
     static constexpr std::size_t kFieldsOfDocument = 50;
 
@@ -109,12 +120,17 @@ private:
 
     void addTable(RenderOrder& order, const char* name, const std::string& title) const
     {
-        const std::vector<std::string> location = {name, "table"};
+        addObject(order, {name, "table"}, OutputOrder::Pivot, title);
+    }
+    /// Adds an object if the result has it.
+    void addObject(RenderOrder& order, const std::vector<std::string>& location,
+                   OutputOrder::Type type, const std::string& title) const
+    {
         if (find(_document.at(kName), location) == nullptr)
             return;
-        OutputOrder& table = order.objects.emplace_back().order;
-        table.setType(OutputOrder::Pivot).addLocation(location);
-        table.setOutlineTitle(title, true).setOMSSubType(title);
+        OutputOrder& object = order.objects.emplace_back().order;
+        object.setType(type).addLocation(location);
+        object.setOutlineTitle(title, true).setOMSSubType(title);
     }
     /// Adds a part of a field, under a heading.
     void addPart(RenderOrder& order, const char* name, const Part& part, OutputOrder::Type type,
@@ -180,8 +196,10 @@ std::string titleOf(const Description& description)
 
 } // namespace
 
-DescriptionOutput::DescriptionOutput(HostSession& session, const Description& description)
-    : _session(session), _description(description), _heading(std::make_shared<OutputHeading>())
+DescriptionOutput::DescriptionOutput(HostSession& session, const Description& description,
+                                     bool drawsAnalyses)
+    : _session(session), _description(description), _drawsAnalyses(drawsAnalyses),
+      _heading(std::make_shared<OutputHeading>())
 {
     _heading->text.text = titleOf(description);
 }
@@ -193,8 +211,8 @@ void DescriptionOutput::add(const GroupDescription& group, const std::string& re
     TnProcedure procedure(nameOf(group), &data);
     const OrderMaker maker(results);
     Rendering(_session, procedure, _description.file, results)
-        .render(maker.tables(factsOf(_description, group)));
-    maker.makeCharts([&](const std::string& document, const RenderOrder& order) {
+        .render(maker.tables(factsOf(_description, group), _drawsAnalyses));
+    maker.makeCharts(_drawsAnalyses, [&](const std::string& document, const RenderOrder& order) {
         _session.watch().check();
         Rendering(_session, procedure, _description.file, document).render(order);
     });

@@ -16,7 +16,8 @@ class DescriptionOutput
 {
 public:
     /// Borrows the session and the description.
-    DescriptionOutput(HostSession& session, const Description& description);
+    /// `drawsAnalyses`: whether charts are added whose content a table already has.
+    DescriptionOutput(HostSession& session, const Description& description, bool drawsAnalyses);
 
     /// Shows the result document of a group. `data` knows the current group. Throws CommandFault as
     /// Rendering does.
@@ -27,5 +28,6 @@ public:
 private:
     HostSession& _session;
     const Description& _description;
+    bool _drawsAnalyses;
     std::shared_ptr<OutputHeading> _heading;
 };

@@ -19,6 +19,10 @@ constexpr StatisticColumn kValues[] = {
     {"q3", "thirdQuartile"},  {"skewness", "skewness"},    {"kurtosis", "kurtosis"},
     {"distinct", "distinct"},
 };
+constexpr StatisticColumn kOutliers[] = {{"lower bound", "lowerBound"},
+                                         {"upper bound", "upperBound"},
+                                         {"outliers below", "below"},
+                                         {"outliers above", "above"}};
 
 /// Adds columns to a table whose rows exist.
 class ColumnAdder
@@ -37,11 +41,12 @@ public:
             _table.rows[i].push_back(cell(_fields[i]));
     }
     template <std::size_t Count>
-    void add(const StatisticColumn (&columns)[Count])
+    void add(const StatisticColumn (&columns)[Count],
+             Facts FieldDescription::*facts = &FieldDescription::facts)
     {
         for (const StatisticColumn& column : columns)
             add(column.title,
-                [&](const FieldDescription& field) { return factOf(field.facts, column.fact); });
+                [&](const FieldDescription& field) { return factOf(field.*facts, column.fact); });
     }
 
 private:
@@ -63,5 +68,12 @@ ResultTable statisticsTable(const Description& description, const GroupDescripti
     if (!description.weight.empty())
         columns.add(kWeights);
     columns.add(kValues);
+    for (std::size_t i = 0; i < description.percents.size(); ++i)
+        columns.add(("p" + description.percents[i]).c_str(), [i](const FieldDescription& field) {
+            return i < field.percentiles.size() ? factOf(field.percentiles[i], "value")
+                                                : std::nullopt;
+        });
+    if (description.hasOutliers)
+        columns.add(kOutliers, &FieldDescription::outliers);
     return table;
 }

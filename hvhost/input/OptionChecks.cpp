@@ -80,6 +80,17 @@ CLI::Validator sampleSize()
             ""};
 }
 
+CLI::Validator percentNumber()
+{
+    return {[](const std::string& text) -> std::string {
+                double number = 0;
+                if (isNumber(text, number) && number >= 0 && number <= 100)
+                    return {};
+                return text + " is not a number from 0 to 100";
+            },
+            ""};
+}
+
 CLI::Validator separatorWordCheck()
 {
     return {[](const std::string& text) -> std::string {

@@ -14,6 +14,8 @@ CLI::Validator wholeNumberFrom(long long minimum);
 CLI::Validator positiveNumber();
 /// A whole number from 0 up, or a percentage from 0% to 100%.
 CLI::Validator sampleSize();
+/// Accepts numbers from 0 to 100.
+CLI::Validator percentNumber();
 /// Accepts a separator character, or a word for one.
 CLI::Validator separatorWordCheck();
 /// Accepts a word for a kind of data file, in any letter case.

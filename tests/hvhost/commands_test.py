@@ -307,7 +307,7 @@ class Rest(Case):
         place = self.folder / "data"
         shutil.copytree(DATA, place)
         for command, count in (
-                ("convert", 6), ("join", 3), ("append", 2), ("aggregate", 3), ("describe", 3), ("render", 2), ("run", 2), ("score", 3), ("doctor", 1),
+                ("convert", 6), ("join", 3), ("append", 2), ("aggregate", 3), ("describe", 4), ("render", 2), ("run", 2), ("score", 3), ("doctor", 1),
                 ("map info", 3), ("map convert", 2), ("map points", 2), ("map match", 2)):
             text = self.run_hvhost(*command.split(), "--help").stdout
             self.assertLessEqual(max(map(len, text.splitlines())), 84)

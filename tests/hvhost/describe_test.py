@@ -40,6 +40,9 @@ FAULTS = [
     ("weather.csv --date weather", 2, ["--date weather: this is a text"]),
     ("weather.csv --date date,wind", 2, ["--date wind: dates and numbers do not go together"]),
     ("weather.csv --distinct -2", 2, ["--distinct: -2"]),
+    ("weather.csv --percentiles 5,101", 2, ["--percentiles", "101"]),
+    ("weather.csv --outlier-method far", 2, ["--outlier-method", "far"]),
+    ("weather.csv --target sky", 2, ['--target sky: there is no variable "sky"']),
     ("weather.csv -o one.csv", 2, ["one.csv: the file exists", "--force"]),
     ("weather.csv -o none/a.json", 1, ["none/a.json: the folder"]),
     ("weather.csv --direct", 2, ["--direct"]),
@@ -335,6 +338,47 @@ class Describe(Case):
         # The text of a chart includes its data, bar by bar.
         self.assertRegex(pages["text"], r"\n│ rain +│ +641 │ █{5,}")
         self.assertIn("Histogram of wind: 1461 values in ", pages["text"])
+
+    def test_analyses(self):
+        """Percentiles, outliers and pairs, in each form."""
+        words = ("describe", PENGUINS, "--percentiles", "5,95", "--outlier-method", "sd", "--pairs")
+        rows = self.rows(PENGUINS)
+        both = [(float(row["beak_length_mm"]), float(row["body_mass_g"])) for row in rows
+                if row["beak_length_mm"] and row["body_mass_g"]]
+        lengths, masses = zip(*both)
+        group, = json.loads(self.run_hvhost(*words, "--format", "json").stdout)["groups"]
+        pairs = {(pair["first"], pair["second"]): pair for pair in group["pairs"]}
+        pair = pairs["beak_length_mm", "body_mass_g"]
+        self.assertEqual((pair["measure"], pair["records"]), ("correlation", len(both)))
+        self.assertAlmostEqual(pair["strength"], statistics.correlation(lengths, masses), delta=1e-12)
+        self.assertEqual(pairs["species", "body_mass_g"]["measure"], "eta")
+        self.assertEqual(pairs["species", "island"]["df1"], 4)
+        field = next(field for field in group["fields"] if field["name"] == "beak_length_mm")
+        cuts = statistics.quantiles([float(row["beak_length_mm"]) for row in rows if row["beak_length_mm"]],
+                                    n=20, method="inclusive")
+        self.assertEqual([entry["percent"] for entry in field["percentiles"]], [5, 95])
+        for entry, value in zip(field["percentiles"], (cuts[0], cuts[-1])):
+            self.assertAlmostEqual(entry["value"], value, delta=1e-12 * value)
+        self.assertAlmostEqual(field["outliers"]["upperBound"], field["mean"] + 3 * field["standardDeviation"])
+        table = list(csv.DictReader(io.StringIO(self.run_hvhost(*words, "--format", "csv").stdout)))
+        self.assertEqual(len(table), len(pairs))
+        table, = csv.DictReader(io.StringIO(self.run_hvhost(
+            "describe", PENGUINS, "beak_length_mm", "--percentiles", "5,95", "--outlier-method", "sd", "--format",
+            "csv").stdout))
+        self.assertEqual(float(table["p95"]), field["percentiles"][1]["value"])
+        self.assertEqual(int(table["outliers above"]), field["outliers"]["above"])
+        # A group without a value has the same columns.
+        groups = self.write("groups.csv", "g,x\na,1\na,2\nb,\n")
+        table = list(csv.DictReader(io.StringIO(self.run_hvhost(
+            "describe", groups, "--by", "g", "--percentiles", "50", "--outliers", "--format", "csv").stdout)))
+        self.assertEqual([(row["g"], row["p50"], row["upper bound"]) for row in table],
+                         [("a", "1.5", "2.5"), ("b", "", "")])
+        page = Page(self.run_hvhost(*words, "--format", "html").stdout)
+        for title in ("Percentiles", "Outliers", "Pairs of Fields", "Strength of Pairs", "Box Plots"):
+            self.assertIn(title, page.outline)
+        group, = self.groups(PENGUINS, "beak_length_mm", "sex", "--target", "species")
+        self.assertEqual([(pair["first"], pair["second"]) for pair in group["pairs"]],
+                         [("species", "beak_length_mm"), ("species", "sex")])
 
     def test_page_of_groups_and_hostile_texts(self):
         """What looks like markup is text; a name with dots is one heading."""
