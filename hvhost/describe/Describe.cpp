@@ -276,9 +276,10 @@ bool isForPrograms(const std::string& form)
 void describe(const DescribeOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
-    const ShownResult result(options.output, options.force, watch);
-    const std::string form = formOf(options.format, options.output, {"csv", "json", "html"});
-    const OutputLook look{form, result.isFile(), textWidth(options.width, form, result.isFile())};
+    const ShownOptions& shown = options.shown;
+    const ShownResult result(shown.output, shown.force, watch);
+    const std::string form = formOf(shown.format, shown.output, {"csv", "json", "html"});
+    const OutputLook look{form, result.isFile(), textWidth(shown.width, form, result.isFile())};
     InputFile input(options.input, FileOptions::Offered, watch);
     Dataset& dataset = *input.dataset();
     if (!options.by.empty())

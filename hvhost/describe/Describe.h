@@ -5,6 +5,7 @@
 
 #include "hvhost/base/CommonOptions.h"
 #include "hvhost/describe/AnalysisOptions.h"
+#include "hvhost/show/ShownOptions.h"
 
 namespace CLI {
 class App;
@@ -20,10 +21,7 @@ struct DescribeOptions
     std::vector<std::string> dates; ///< date variables, or numbers that form a date
     int mostDistinct = 100; ///< distinct values of a variable that are listed; -1: any number
     AnalysisOptions analyses;
-    std::string format;  ///< text, html, csv or json; empty: from the name of the output
-    long long width = 0; ///< of text; 0: the width of the terminal
-    std::string output;  ///< empty for standard output
-    bool force = false;
+    ShownOptions shown;
     bool printJob = false;
 };
 /// Shows descriptive statistics, distinct values and time intervals.

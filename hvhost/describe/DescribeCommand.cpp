@@ -38,12 +38,13 @@ void addDescribeCommand(CLI::App& app, CommonOptions& common)
         "any number")
         ->check(wholeNumberFrom(-1));
     addAnalysisOptions(*command, options->analyses);
-    add("--format", options->format, "FORM",
-        "The form; csv has only the statistics. By default the\nextension of the file, else text")
-        ->check(CLI::IsMember({"text", "html", "csv", "json"}));
-    addWidth(*command, options->width)->group("Description");
-    add("-o", options->output, "FILE", "Write the description to this file")->check(notEmpty());
-    command->add_flag("--force", options->force, "Replace an existing file")->group("Description");
+    addShownOptions(
+        *command, options->shown,
+        {{"text", "html", "csv", "json"},
+         "The form; csv has only the statistics. By default the\nextension of the file, "
+         "else text",
+         "Write the description to this file",
+         "Description"});
     addPrintJob(*command, options->printJob);
     addCommonOptions(*command, common);
     command->callback([options, &common] { describe(*options, common); });

@@ -221,9 +221,10 @@ void showPage(MapSession& session, const MapInput& map, const std::string& xml,
 void mapInfo(const MapInfoOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
-    const ShownResult result(options.output, options.force, watch);
-    const std::string format = formOf(options.format, options.output, {"csv", "json", "html"});
-    const TableLook look{format, textWidth(options.width, format, result.isFile())};
+    const ShownOptions& shown = options.shown;
+    const ShownResult result(shown.output, shown.force, watch);
+    const std::string format = formOf(shown.format, shown.output, {"csv", "json", "html"});
+    const TableLook look{format, textWidth(shown.width, format, result.isFile())};
     const bool isPage = format == "html" && !options.showDataModel;
     const MapInput map(options.map, options.showDataModel || isPage);
     MapSession session("info", common, watch);

@@ -4,15 +4,13 @@
 
 #include "hvhost/base/CommonOptions.h"
 #include "hvhost/map/MapOptions.h"
+#include "hvhost/show/ShownOptions.h"
 
 /// The options of map info. For a service without a layer, its layers are listed.
 struct MapInfoOptions
 {
     MapOptions map;
-    std::string format; ///< text, csv, json or html; empty: from the name of the output, else text
-    std::string output; ///< empty for standard output
-    bool force = false;
-    long long width = 0; ///< of text; 0: the width of the terminal
+    ShownOptions shown;
     bool showDataModel = false;
 };
 /// Shows the metadata of a source of geometry.

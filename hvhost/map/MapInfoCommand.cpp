@@ -16,17 +16,13 @@ void addMapInfoCommand(CLI::App& map, CommonOptions& common)
                                      "  hvhost map info islands.shp --format json\n"
                                      "  hvhost map info islands.shp -o islands.html\n");
     addMap(*app, options->map);
-    app->add_option(
-           "--format", options->format,
-           "The form; html is a page with the map. By default the\nextension of the file: .csv, "
-           ".json or .html; else text")
-        ->type_name("FORM")
-        ->check(CLI::IsMember({"text", "csv", "json", "html"}));
-    app->add_option("-o", options->output, "Write it to this file")
-        ->type_name("FILE")
-        ->check(notEmpty());
-    app->add_flag("--force", options->force, "Replace an existing file");
-    addWidth(*app, options->width);
+    addShownOptions(
+        *app, options->shown,
+        {{"text", "csv", "json", "html"},
+         "The form; html is a page with the map. By default the\nextension of the file: "
+         ".csv, .json or .html; else text",
+         "Write it to this file",
+         ""});
     app->add_flag("--data-model", options->showDataModel, "Show the data model document instead");
     addCommonOptions(*app, common);
     app->callback([options, &common] { mapInfo(*options, common); });

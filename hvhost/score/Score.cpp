@@ -42,10 +42,11 @@ using OutputRows = std::unique_ptr<EmbeddedHV::RowDataIterator, DisposeRows>;
 /// Without a form, the rows are csv, for programs.
 std::string scoredForm(const ScoreOptions& options)
 {
-    const std::string form = formOf(options.format, options.output, {"csv", "json", "txt"});
+    const std::string form =
+        formOf(options.shown.format, options.shown.output, {"csv", "json", "txt"});
     if (form == "txt")
         return "text";
-    return options.format.empty() && form == "text" ? "csv" : form;
+    return options.shown.format.empty() && form == "text" ? "csv" : form;
 }
 
 /// The rows of one command and the model that scores them.
@@ -107,9 +108,9 @@ private:
 void score(const ScoreOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
-    const ShownResult result(options.output, options.force, watch);
+    const ShownResult result(options.shown.output, options.shown.force, watch);
     const std::string form = scoredForm(options);
-    const TableLook look{form, textWidth(options.width, form, result.isFile())};
+    const TableLook look{form, textWidth(options.shown.width, form, result.isFile())};
     const ReadableFile file(options.model, watch);
     const ScoringModel model(file);
     Scoring scoring(options, look, model, watch);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "hvhost/base/CommonOptions.h"
+#include "hvhost/show/ShownOptions.h"
 
 namespace CLI {
 class App;
@@ -18,10 +19,7 @@ struct ScoreOptions
     RecordOptions records;
     std::vector<std::string> keep;
     std::vector<std::string> targets;
-    std::string format;  ///< csv, text or json; empty: from the name of the output, else csv
-    long long width = 0; ///< of text; 0: the width of the terminal
-    std::string output;  ///< empty for standard output
-    bool force = false;
+    ShownOptions shown; ///< csv by default
     bool printJob = false;
 };
 /// Scores a dataset row by row with a transform model.

@@ -33,13 +33,12 @@ void addScoreCommand(CLI::App& app, CommonOptions& common)
           add("--target", options->targets, "NAME",
               "Results of the model to write, separated by commas;\nall by default")})
         list->delimiter(',')->allow_extra_args(false);
-    add("--format", options->format, "FORM",
-        "The form; by default json or text if the name of the\nfile ends in .json or .txt, else "
-        "csv")
-        ->check(CLI::IsMember({"text", "csv", "json"}));
-    addWidth(*command, options->width)->group("Output");
-    add("-o", options->output, "FILE", "Write the scored records to this file")->check(notEmpty());
-    command->add_flag("--force", options->force, "Replace an existing file")->group("Output");
+    addShownOptions(*command, options->shown,
+                    {{"text", "csv", "json"},
+                     "The form; by default json or text if the name of the\nfile ends in .json or "
+                     ".txt, else csv",
+                     "Write the scored records to this file",
+                     "Output"});
     addPrintJob(*command, options->printJob);
     addCommonOptions(*command, common);
     command->callback([options, &common] { score(*options, common); });

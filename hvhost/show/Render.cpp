@@ -79,9 +79,10 @@ std::shared_ptr<const OutputHeading> renderAll(const std::vector<RenderOrder>& o
 void render(const RenderOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
-    const ShownResult result(options.output, options.force, watch);
-    const std::string form = formOf(options.format, options.output, {"html"});
-    const OutputLook look{form, result.isFile(), textWidth(options.width, form, result.isFile())};
+    const ShownOptions& shown = options.shown;
+    const ShownResult result(shown.output, shown.force, watch);
+    const std::string form = formOf(shown.format, shown.output, {"html"});
+    const OutputLook look{form, result.isFile(), textWidth(shown.width, form, result.isFile())};
     InterruptWatch::Abandonable work(watch);
     const JsonFile document = readDocument(options.document, watch);
     const std::vector<RenderOrder> orders = ordersOf(options, document, watch);

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "hvhost/base/CommonOptions.h"
+#include "hvhost/show/ShownOptions.h"
 
 namespace CLI {
 class App;
@@ -13,10 +14,7 @@ struct RenderOptions
 {
     std::string document; ///< a file, or "-"
     std::string order;
-    std::string format;  ///< text or html; empty: from the name of the output
-    std::string output;  ///< empty for standard output
-    long long width = 0; ///< of text; 0: the width of the terminal
-    bool force = false;
+    ShownOptions shown;
     bool debug = false;
 };
 /// Shows a result document as text or as a page.

@@ -19,20 +19,18 @@ void addRenderCommand(CLI::App& app, CommonOptions& common)
         ->type_name("FILE")
         ->required()
         ->check(notEmpty());
-    const auto add = [command](const char* name, auto& value, const char* shown,
-                               const char* purpose) {
-        return command->add_option(name, value, purpose)->type_name(shown)->group("Output");
-    };
-    add("--order", options->order, "FILE",
-        "A JSON file that selects what is shown, and how; by\ndefault every table and chart is "
-        "shown")
-        ->check(notEmpty());
-    add("--format", options->format, "FORM",
-        "The form; by default html if the name of the file\nends in .html, else text")
-        ->check(CLI::IsMember({"text", "html"}));
-    addWidth(*command, options->width)->group("Output");
-    add("-o", options->output, "FILE", "Write the output to this file")->check(notEmpty());
-    command->add_flag("--force", options->force, "Replace an existing file")->group("Output");
+    command
+        ->add_option("--order", options->order,
+                     "A JSON file that selects what is shown, and how; by\ndefault every table and "
+                     "chart is shown")
+        ->type_name("FILE")
+        ->check(notEmpty())
+        ->group("Output");
+    addShownOptions(*command, options->shown,
+                    {{"text", "html"},
+                     "The form; by default html if the name of the file\nends in .html, else text",
+                     "Write the output to this file",
+                     "Output"});
     command->add_flag("--debug", options->debug, "Also show how long each part took")
         ->group("Output");
     addCommonOptions(*command, common);

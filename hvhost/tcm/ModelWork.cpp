@@ -14,7 +14,7 @@ std::optional<InputFile> openedInput(const InputOptions& options, const Interrup
 } // namespace
 
 ModelWork::ModelWork(const std::string& command, const std::string& model,
-                     const InputOptions& input, const TcmShownOptions& shown,
+                     const InputOptions& input, const ShownOptions& shown,
                      const CommonOptions& common)
     : _watch(common.timeout), _shown(shown, _watch), _input(openedInput(input, _watch)),
       _session(command, model, common, _watch), _facts(_session.facts())

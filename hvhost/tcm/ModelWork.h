@@ -17,7 +17,7 @@ public:
     /// An empty path of `input` means no data. Throws CommandFault for a result that cannot be
     /// written, and for data or a model that cannot be read.
     ModelWork(const std::string& command, const std::string& model, const InputOptions& input,
-              const TcmShownOptions& shown, const CommonOptions& common);
+              const ShownOptions& shown, const CommonOptions& common);
 
     const InterruptWatch& watch() const { return _watch; }
     const TcmModelFacts& facts() const { return _facts; }

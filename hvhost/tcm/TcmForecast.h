@@ -15,7 +15,7 @@ struct TcmForecastOptions
     int horizon = 0;
     double confidence = 95;            ///< percent
     std::vector<std::string> scenario; ///< SERIES[TIME]=VALUE, or =+N%
-    TcmShownOptions shown;
+    ShownOptions shown;
 };
 /// Shows the predictions of a model for a series. Throws CommandFault.
 void tcmForecast(const TcmForecastOptions& options, const CommonOptions& common);

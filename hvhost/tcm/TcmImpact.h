@@ -12,7 +12,7 @@ struct TcmImpactOptions
     InputOptions input; ///< an empty path for none
     std::string series;
     int level = 1;
-    TcmShownOptions shown;
+    ShownOptions shown;
 };
 /// Shows what a series influences, and what influences it. Throws CommandFault.
 void tcmImpact(const TcmImpactOptions& options, const CommonOptions& common);

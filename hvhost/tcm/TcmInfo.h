@@ -9,7 +9,7 @@
 struct TcmInfoOptions
 {
     std::string model;
-    TcmShownOptions shown;
+    ShownOptions shown;
 };
 /// Shows the series of a model, its equations and how well they fit. Throws CommandFault.
 void tcmInfo(const TcmInfoOptions& options, const CommonOptions& common);

@@ -21,16 +21,12 @@ CLI::Option* addSeries(CLI::App& app, std::string& series, const char* purpose)
         ->group("Series");
 }
 
-void addShown(CLI::App& app, TcmShownOptions& options)
+void addShown(CLI::App& app, ShownOptions& options)
 {
-    const auto add = [&app](const char* name, auto& value, const char* shown, const char* purpose) {
-        return app.add_option(name, value, purpose)->type_name(shown)->group("Output");
-    };
-    add("--format", options.format, "FORM",
-        "The form; html is a page. By default the extension of\nthe file: .csv, .json or .html; "
-        "else text")
-        ->check(CLI::IsMember({"text", "csv", "json", "html"}));
-    add("-o", options.output, "FILE", "Write it to this file")->check(notEmpty());
-    app.add_flag("--force", options.force, "Replace an existing file")->group("Output");
-    addWidth(app, options.width)->group("Output");
+    addShownOptions(app, options,
+                    {{"text", "csv", "json", "html"},
+                     "The form; html is a page. By default the extension of\nthe file: .csv, .json "
+                     "or .html; else text",
+                     "Write it to this file",
+                     "Output"});
 }

@@ -11,7 +11,7 @@ struct TcmOutliersOptions
     std::string model;
     InputOptions input;
     std::string series; ///< empty for all
-    TcmShownOptions shown;
+    ShownOptions shown;
 };
 /// Shows the outliers in the data. Throws CommandFault.
 void tcmOutliers(const TcmOutliersOptions& options, const CommonOptions& common);

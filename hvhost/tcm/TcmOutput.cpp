@@ -49,7 +49,7 @@ std::string asJson(const nlohmann::ordered_json& members)
 
 } // namespace
 
-TcmShown::TcmShown(const TcmShownOptions& options, const InterruptWatch& watch)
+TcmShown::TcmShown(const ShownOptions& options, const InterruptWatch& watch)
     : _form(formOf(options.format, options.output, {"csv", "json", "html"})),
       _result(options.output, options.force, watch), _watch(watch),
       _width(textWidth(options.width, _form, _result.isFile()))

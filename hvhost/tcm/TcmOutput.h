@@ -35,7 +35,7 @@ class TcmShown
 {
 public:
     /// Throws CommandFault as ShownResult.
-    TcmShown(const TcmShownOptions& options, const InterruptWatch& watch);
+    TcmShown(const ShownOptions& options, const InterruptWatch& watch);
 
     const std::string& form() const { return _form; }
     /// Throws CommandFault as ShownResult and Rendering.
