@@ -12,6 +12,7 @@ public:
     /// `stringTableKey`: `text` is a key of the host's string table.
     explicit TnUTF8String(std::string text, bool stringTableKey = false);
     /// A text with a key, which identifies it for programs that read the output, and a help topic.
+    /// A host may show a text that is its own key in the user's language.
     TnUTF8String(std::string key, std::string text, std::string helpId = {});
     /// A text with a key and without a help topic. `text` ends in a zero byte and is not null.
     TnUTF8String(std::string key, const char* text);

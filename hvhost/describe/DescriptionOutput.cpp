@@ -13,6 +13,7 @@
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/StandardStreams.h"
 #include "hvhost/describe/Description.h"
+#include "hvhost/describe/ResultLanguage.h"
 #include "hvhost/job/HostSession.h"
 #include "hvhost/show/Rendering.h"
 
@@ -26,7 +27,20 @@ constexpr const char* kName = "descriptives";
 class OrderMaker
 {
 public:
-    explicit OrderMaker(const std::string& results) : _document(Json::parse(results)) {}
+    explicit OrderMaker(const std::string& results)
+        : _results(results), _document(Json::parse(results))
+    {
+        if (!_isTranslated)
+            return;
+        Json& result = _document[kName];
+        translateTables(result);
+        const auto pairs = result.find("pairs");
+        if (pairs != result.end() && pairs->contains("chart"))
+            translateChart((*pairs)["chart"], "", "Strength of Pairs");
+    }
+
+    /// The whole document, for `tables`.
+    std::string document() const { return _isTranslated ? _document.dump() : _results; }
 
     /// The order for all tables of the whole document, and for the chart of pairs.
     RenderOrder tables(const std::vector<std::string>& facts, bool drawsAnalyses) const
@@ -65,7 +79,10 @@ public:
                      ++i) {
                     addPart(order, name, charts[i], OutputOrder::Chart, heading);
                     document["dataModel"]["fields"].push_back(*charts[i].field);
-                    document[kName][name][charts[i].key] = *charts[i].value;
+                    Json chart = *charts[i].value;
+                    if (_isTranslated)
+                        translateChart(chart, titleOf(*charts[i].field), heading);
+                    document[kName][name][charts[i].key] = std::move(chart);
                 }
                 render(document.dump(), order);
             }
@@ -148,6 +165,8 @@ private:
         return label.empty() ? field.at("id").get<std::string>() : label;
     }
 
+    const bool _isTranslated = isTranslated();
+    const std::string& _results;
     Json _document;
     FacSTDictionary _strings;
 };
@@ -210,11 +229,12 @@ void DescriptionOutput::add(const GroupDescription& group, const std::string& re
     const InterruptWatch::Abandonable work(_session.watch());
     TnProcedure procedure(nameOf(group), &data);
     const OrderMaker maker(results);
-    Rendering(_session, procedure, _description.file, results)
+    const std::string document = maker.document();
+    Rendering(_session, procedure, _description.file, document)
         .render(maker.tables(factsOf(_description, group), _drawsAnalyses));
-    maker.makeCharts(_drawsAnalyses, [&](const std::string& document, const RenderOrder& order) {
+    maker.makeCharts(_drawsAnalyses, [&](const std::string& chart, const RenderOrder& order) {
         _session.watch().check();
-        Rendering(_session, procedure, _description.file, document).render(order);
+        Rendering(_session, procedure, _description.file, chart).render(order);
     });
     if (group.key.empty())
         _heading->items = procedure.node()->items;

@@ -433,6 +433,15 @@ class Describe(Case):
                     self.assertEqual(list(self.temp.iterdir()), [])
                     (self.folder / "out.json").unlink(missing_ok=True)
 
+    def test_output_is_in_one_language(self):
+        german = self.run_hvhost("describe", DATA / "penguins.csv", "beak_length_mm", "sex", "--outliers", "--pairs",
+                                 "--percentiles", "5", environment={"LC_ALL": "de_DE.UTF-8"}).stdout
+        for word in ("Felder", "Mittelwert", "Fälle: 344", "Die Statistiken enthalten sie.", "Stärke",
+                     "Datensätze mit einem Wert in beiden Feldern.", "Häufigkeit", "Histogramme: beak_length_mm"):
+            self.assertIn(word, german)
+        for word in ("Fields", "Mean", "Records", "Frequency", "Outliers", "Histogram of"):
+            self.assertNotIn(word, german)
+
 
 if __name__ == "__main__":
     unittest.main()

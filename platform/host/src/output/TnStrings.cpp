@@ -35,7 +35,10 @@ TnUTF8String::TnUTF8String(std::string key, const char* text)
 
 TnContent TnUTF8String::content() const
 {
-    return _isTableKey ? plainContent(translate(_text), _text) : plainContent(_text, _key, _helpId);
+    if (_isTableKey)
+        return plainContent(translate(_text), _text);
+    const bool isOwnKey = !_key.empty() && _key == _text;
+    return plainContent(isOwnKey ? translate(_text) : _text, _key, _helpId);
 }
 
 std::unique_ptr<TnCellText> TnUTF8String::clone() const
