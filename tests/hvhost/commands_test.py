@@ -290,6 +290,14 @@ class Rest(Case):
                     self.assertIn("--width is for text", done.stderr)
         self.run_hvhost("aggregate", PENGUINS, self.folder / "o.csv", "--stat", "count", "--width", 90, status=2)
 
+    def test_progress_is_drawn_and_removed(self):
+        source = self.write("in.csv", "a\n" + "1\n" * 300000)
+        for mode in ("always", "never"):
+            drawn = self.run_hvhost("convert", source, "-", "--where", "x.a > 1", "--progress", mode).stderr
+            # A carriage return is read as a line end.
+            line = r"\nhvhost convert \[#*\.*\] [ 0-9]{3} %(, about [0-9]+ s left)?\x1b\[K"
+            self.assertRegex(drawn, rf"\A({line})+\n\x1b\[K\Z" if mode == "always" else r"\A\Z")
+
     def test_doctor(self):
         findings = json.loads(self.run_hvhost("doctor", "--format", "json").stdout)["findings"]
         self.assertIn("Java", [finding["name"] for finding in findings])

@@ -2,13 +2,17 @@
 import http.server
 import json
 import os
+import pathlib
 import shutil
+import subprocess
+import sys
 import threading
 import unittest
 import zipfile
 
 from hvhost_case import DATA, Case
 
+TESTS = pathlib.Path(__file__).resolve().parent.parent
 ISLANDS = DATA / "islands.shp"
 COLONIES = DATA / "colonies.csv"
 
@@ -42,6 +46,25 @@ class MapTest(Case):
         self.assertRegex(page, r"<th[^>]*><bdi>KEY</bdi></th><td[^>]*><bdi>string</bdi></td>")
         self.run_hvhost("map", "info", ISLANDS, "-o", out, status=2)
         self.run_hvhost("map", "info", "http://127.0.0.1:9/none", "--format", "html", status=2)
+
+    def test_info_of_a_service_and_its_layers(self):
+        server = subprocess.Popen([sys.executable, TESTS / "engine" / "map_server.py"], stdout=subprocess.PIPE)
+        try:
+            address = f"http://127.0.0.1:{int(server.stdout.readline())}/pages"
+            told = json.loads(self.run_hvhost("map", "info", address, "--format", "json").stdout)
+            self.assertEqual(told["layers"], [
+                {"id": 0, "name": "all", "shapes": "", "keys": "", "description": "", "subLayers": [3]},
+                {"id": 3, "name": "towns", "shapes": "Point", "keys": "town,kind", "description": "Towns",
+                 "subLayers": []}])
+            self.assertEqual(self.run_hvhost("map", "info", address, "--format", "csv").stdout,
+                             'layer,name,shapes,keys\n0,all,,\n3,towns,Point,"town,kind"\n')
+            self.assertIn("2 layers\n", self.run_hvhost("map", "info", address).stdout)
+            layer = self.run_hvhost("map", "info", address, "--layer", 3).stdout
+            self.assertIn("shapes: Point in the field shape\n", layer)
+            self.assertEqual(len(self.features(self.run_hvhost("map", "convert", address, "-", "--layer", 3).stdout)), 25)
+        finally:
+            server.kill()
+            server.communicate()
 
     def test_convert_writes_a_map_in_another_system(self):
         out = self.folder / "out.geojson"

@@ -31,6 +31,13 @@ FAULTS = [
      ['"fortnight" is not a unit of time']),
     ("train SHOPS -o OUT --time month --metrics sales --interval day --working-days mon-noon", 2,
      ['"noon" is not a day of the week']),
+    ("train SHOPS -o OUT --time month --metrics sales --interval day --working-days fri-mon", 2,
+     ['"fri-mon" is not a range of days']),
+    ("train SHOPS -o OUT --time month --metrics sales --interval hour --working-hours 18-8", 2,
+     ["--working-hours 18-8: not a range of hours"]),
+    ("train SHOPS -o OUT --time month --metrics sales --interval hour --working-hours 8-25", 2,
+     ["--working-hours 8-25: not a range of hours"]),
+    ('train SHOPS -o OUT --time month --metrics sales --both "north', 2, ["the quote has no end"]),
     ("train SHOPS -o OUT --time month --metrics sales --aggregate median", 2,
      ['"median" is not an aggregate function']),
     ("train SHOPS -o OUT --time month --metrics sales --force-edge sales", 2, ["missing colon"]),
@@ -211,6 +218,20 @@ class Tcm(Case):
         self.assertEqual(lags[0], lags[1])
         self.assertIn(("advertising", 2), dict(lags[0])["sales"])
 
+    def test_working_hours_are_points_without_a_gap(self):
+        lines, last = ["t,a,b"], 0.0
+        for hour in range(24 * 21):
+            if hour // 24 % 7 < 5 and 8 <= hour % 24 < 18:
+                value = hour * 7919 % 101 / 10
+                lines.append(f"2024-01-{hour // 24 + 1:02} {hour % 24:02}:00:00,{value},{last + hour % 3 / 10}")
+                last = value
+        self.tcm("train", self.write("hours.csv", "\n".join(lines) + "\n"), "-o", self.folder / "hours.tcm", "--time",
+                 "t", "--metrics", "a,b", "--interval", "hour", "--working-days", "mon-fri", "--working-hours", "8-18", "--max-lag", 2)
+        text = self.tcm("info", self.folder / "hours.tcm").stdout
+        self.assertIn("t, 150 points, 2024-01-01 08:00:00 to 2024-01-19 17:00:00, every hour of "
+                      "mon,tue,wed,thu,fri, hours 8-18\n", text)
+        self.assertRegex(text, "b +│ a +│ +1 │")
+
     def test_settings_reach_the_equations(self):
         out = self.folder / "some.tcm"
         self.tcm("train", SHOPS, "-o", out, *TRAIN, "--target", "north,sales", "--lags", 2,
@@ -227,6 +248,17 @@ class Tcm(Case):
                        "--print-job").stdout
         self.assertIn('val trainConf = {"maxLag":3,"criterion":"AIC"}', job)
         self.assertTrue(job.rstrip().endswith("->tcm:train(trainConf,trainInCon,trainOutCon)"))
+        job = self.tcm("train", SHOPS, "-o", out, *TRAIN, "--interval", "2 days", "--working-days", "mon-wed,fri",
+                       "--working-hours", "8-18", "--aggregate", "mean", "--aggregate", "sales=sum",
+                       "--predictor", "north,sales", "--both", '"we""st, x",sales',
+                       "--force-edge", '"a:b",sales:north,visits', "--max-predictors", 3,
+                       "--outlier-level", 0.9, "--max-missing", 0.5, "--print-job").stdout
+        for part in ('"timeInterval":{"unit":"day","increment":2,"workingDays":[1,2,3,5],'
+                     '"workingHours":{"from":8,"to":18}}',
+                     '"aggregation":{"default":"mean","fields":{"sales":"sum"}}',
+                     '"candidates":[["north","sales"]],"both":[["we\\"st, x","sales"]]',
+                     '["a:b","sales"]', '"maxPredictors":3,"outlierLevel":0.9'):
+            self.assertIn(part, job)
         self.assertFalse(out.exists())
 
     def test_faults_name_what_is_wrong(self):
