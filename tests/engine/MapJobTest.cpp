@@ -318,6 +318,31 @@ TEST_F(MapJob, AnAreaKeepsItsExtentAndDirection)
     }
 }
 
+TEST_F(MapJob, LinesAreCutWherePointsStayWhole)
+{
+    const auto moved = [this](const char* kind, const char* shape) {
+        writeShapeFile(path("part.shp"), kind, 3031, {{shape, "p"}});
+        return geometry(readShape("part.shp") + " -> " + move("", R"({"wkid": 4326})"));
+    };
+    const auto across = moved("LINESTRING", "LINESTRING (-1e5 -15e5,1e5 -15e5)");
+    EXPECT_EQ(across["type"], "MultiLineString");
+    ASSERT_EQ(across["coordinates"].size(), 2U);
+    for (const auto& line : across["coordinates"]) {
+        const double from = line[0][0];
+        const double to = line[1][0];
+        EXPECT_DOUBLE_EQ(std::max(std::abs(from), std::abs(to)), 180);
+        EXPECT_NEAR(std::abs(to - from), 3.8141, 1e-4);
+    }
+    const auto away = moved("LINESTRING", "LINESTRING (-1e5 15e5,1e5 15e5)");
+    EXPECT_EQ(away["type"], "LineString");
+    EXPECT_NEAR(away["coordinates"][1][0], 3.8141, 1e-4);
+    EXPECT_EQ(moved("LINESTRING", "MULTILINESTRING ((-1e5 15e5,1e5 15e5),(0 5e5,1 5e5))")["type"],
+              "MultiLineString");
+    const auto points = moved("MULTIPOINT", "MULTIPOINT ((-1e5 -15e5),(1e5 -15e5))");
+    EXPECT_EQ(points["type"], "MultiPoint");
+    EXPECT_EQ(points["coordinates"].size(), 2U);
+}
+
 TEST_F(MapJob, SurfacesAreReadAsPolygons)
 {
     writeShapeFile(path("patch.shp"), "TIN Z", 0,
