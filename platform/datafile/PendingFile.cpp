@@ -10,6 +10,7 @@
 
 #include "base/FileDescriptor.h"
 #include "base/NativePath.h"
+#include "datafile/PrivateFolder.h"
 
 namespace datafile {
 namespace {
@@ -59,14 +60,17 @@ void PendingFile::commit()
     path(); // creates an empty file if nothing was written
     // Before the rename, because nothing may fail after it.
     const std::string folder = base::folderOf(_target.path);
-    // A system crash must not leave the new name with a part of the content.
-    if (!_part.sync() && errno != EINVAL && errno != ENOTSUP)
+    // A system crash must not leave the new name with a part of the content. Temporary files are
+    // lost then, and flushing them can take longer than the job.
+    const bool isLasting = !isPrivateFolder(folder);
+    if (isLasting && !_part.sync() && errno != EINVAL && errno != ENOTSUP)
         refuse(_step, _destination, errno);
     if (std::rename(_part.path().c_str(), _target.path.c_str()) != 0)
         refuse(_step, _destination, errno);
     _part.release();
     _committed = true;
-    syncFolder(folder);
+    if (isLasting)
+        syncFolder(folder);
 }
 
 void PendingFile::revoke()

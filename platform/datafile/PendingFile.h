@@ -27,8 +27,8 @@ public:
     const std::string& destination() const { return _destination; }
     /// Replaces the content by a text. Throws Fault.
     void write(const std::string& text);
-    /// Flushes the content to disk, then renames the file. Throws Fault, or std::bad_alloc; the
-    /// file then does not have its final name.
+    /// Flushes the content to disk, unless the folder is temporary, then renames the file. Throws
+    /// Fault, or std::bad_alloc; the file then does not have its final name.
     void commit();
     /// Removes the committed file, because a related file could not be committed.
     void revoke();

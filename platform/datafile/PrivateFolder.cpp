@@ -127,6 +127,15 @@ bool PrivateFolder::remove() noexcept
     return true;
 }
 
+bool isPrivateFolder(const std::string& path)
+{
+    const base::FileDescriptor folder = openFolder(path);
+    struct stat state = {};
+    return folder && fstat(folder.get(), &state) == 0 && state.st_uid == geteuid() &&
+           (state.st_mode & (S_IRWXG | S_IRWXO)) == 0 && !folder.lockAlone() &&
+           errno == EWOULDBLOCK;
+}
+
 void makeOwnersFolders(const std::string& path, std::error_code& error)
 {
     error.clear();

@@ -40,6 +40,10 @@ private:
     pid_t _owner = 0;
 };
 
+/// Whether a folder is the private folder of a living process, of this user. Its files do not
+/// outlive the process.
+bool isPrivateFolder(const std::string& path);
+
 /// Creates a folder and its missing parents, accessible to the owner only. An existing folder is
 /// unchanged.
 void makeOwnersFolders(const std::string& path, std::error_code& error);

@@ -171,6 +171,22 @@ TEST_F(PendingFileTest, WhatAKilledProcessLeavesIsSweptByItsLock)
     EXPECT_EQ(names(), (std::vector<std::string>{".living.csv.hv-1-x.part", "living.csv"}));
 }
 
+TEST_F(PendingFileTest, AFolderIsPrivateAsLongAsItsProcessHasIt)
+{
+    std::string path;
+    {
+        const datafile::PrivateFolder own(folder.string(), "own-");
+        path = own.path();
+        EXPECT_TRUE(datafile::isPrivateFolder(path));
+        chmod(path.c_str(), 0750);
+        EXPECT_FALSE(datafile::isPrivateFolder(path));
+    }
+    EXPECT_FALSE(datafile::isPrivateFolder(path));
+    fs::create_directory(path);
+    chmod(path.c_str(), 0700);
+    EXPECT_FALSE(datafile::isPrivateFolder(path)); // nobody locks it
+}
+
 TEST_F(PendingFileTest, FoldersOfKilledProcessesAreSweptToo)
 {
     leavePart([this] {
