@@ -6,7 +6,9 @@ from dataclasses import dataclass
 TEXT = re.compile(r'R"\((?:.|\n)*?\)"|"(?:[^"\\\n]|\\.)*"|//.*$|/\*(?:.|\n)*?\*/'
                   r"|(?<!\w)'(?:[^'\\\n]|\\.[^'\n]*)'", re.M)
 SKIPPED = re.compile(r"\s*(#|\*|template|using|namespace|static_assert|assert\(|case\b.*:$|\w+:$)"
-                     r"|.*\breserve\(")  # a size that is reserved changes only the memory
+                     r"|.*\breserve\("  # a size that is reserved changes only the memory
+                     # The style requires an initial value, and most are replaced before they are read.
+                     r"|\s*(mutable )?\w[\w:<>*&, ]* \w+ = (0|0\.0|false);")
 
 # Tokens that end the operands of an operator, to its left or right.
 ASSIGNMENT = r" (?:[-+*/%&|^]|<<|>>)?=\s|,|;|\?|\s:\s|\b(?:return|throw|case|else|co_yield)\b"
@@ -22,7 +24,8 @@ OPERATORS = {" <= ": " < ", " >= ": " > ", " < ": " <= ", " > ": " >= ", " == ":
              " != ": " == ", " && ": " || ", " || ": " && ", " + ": " - ", " - ": " + "}
 OPERATOR = re.compile("|".join(re.escape(operator) for operator in OPERATORS))
 LITERAL = re.compile(r"\b(?:true|false)\b")
-NUMBER = re.compile(r"(?<![\w.'])\d{1,4}(?![\w.'])")
+# Without the exponents of tolerances.
+NUMBER = re.compile(r"(?<![\w.'])(?<!\de-)\d{1,4}(?![\w.'])")
 CONDITION = re.compile(r"\bif \((?!const |auto |std::|!)([^;\n]*)\)(?: \{)?$", re.M)
 CHOICE = re.compile(r" \? ([^\n]*) : ([^\n]*);$", re.M)
 CALL = re.compile(r"^\s+((?!return|throw|delete|using|static_assert)[\w.:>\-]+\([^;{}\n]*\));$", re.M)
