@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/ListText.h"
 #include "hvhost/describe/FactNumbers.h"
 
 namespace {
@@ -11,6 +12,7 @@ using Json = nlohmann::ordered_json;
 constexpr std::array kBounds = {
     "lowerBound", "upperBound",    "lowerExtremeBound", "upperExtremeBound", "below",
     "above",      "extremesBelow", "extremesAbove",     "weightBelow",       "weightAbove"};
+constexpr std::array kPatternNumbers = {"records", "weight"};
 constexpr std::array kPairTexts = {"first", "second", "measure"};
 constexpr std::array kPairNumbers = {"records", "weight", "strength", "statistic",
                                      "df1",     "df2",    "p"};
@@ -67,6 +69,33 @@ ResultTable pairsTable(const GroupDescription& group)
         ResultTable::Row& row = table.rows.emplace_back();
         for (const ResultTable::Column& column : table.columns)
             row.push_back(factOf(pair, column.name));
+    }
+    return table;
+}
+
+Json jsonMissingPatterns(const GroupDescription& group)
+{
+    Json list = Json::array();
+    for (const MissingPatternDescription& pattern : group.missingPatterns) {
+        Json entry = {{"missing", pattern.variables}};
+        putNumbers(entry, pattern.facts, kPatternNumbers);
+        list.push_back(std::move(entry));
+    }
+    return list;
+}
+
+ResultTable missingPatternsTable(const GroupDescription& group)
+{
+    ResultTable table;
+    table.keyCount = 1;
+    table.columns = {{"missing", CFField::String}};
+    for (const char* name : kPatternNumbers)
+        table.columns.push_back({name, CFField::Real});
+    for (const MissingPatternDescription& pattern : group.missingPatterns) {
+        ResultTable::Row& row = table.rows.emplace_back();
+        row.emplace_back(base::joined(pattern.variables, ","));
+        for (const char* name : kPatternNumbers)
+            row.push_back(factOf(pattern.facts, name));
     }
     return table;
 }

@@ -35,6 +35,7 @@ std::vector<std::string> AnalysisOptions::percents() const
 std::vector<JobOrigin::Setting> analysisSettings(const AnalysisOptions& options)
 {
     return {{"computeCustomPercentiles", "--percentiles"},
+            {"computeMissingPatterns", "--missing-patterns"},
             {"computeBivStatsForBDP", "--pairs"},
             {"computeAllTargetInputPairs", "--target " + options.target}};
 }
@@ -66,6 +67,10 @@ void addAnalysisOptions(CLI::App& command, AnalysisOptions& options)
         ->group(kGroup)
         ->check(CLI::IsMember(kHandlings));
     command
+        .add_flag("--missing-patterns", options.missingPatterns,
+                  "Count which variables are missing together; csv then has\nonly these")
+        ->group(kGroup);
+    command
         .add_flag("--pairs", options.pairs,
                   "Compare all pairs of variables: correlations, eta,\nCramer's V and their tests; "
                   "csv then has only these")
@@ -87,6 +92,8 @@ void applyAnalyses(const AnalysisOptions& options, const std::string& target,
         descriptive.SetDESetting("outlierDetectionMethod", kMethods.at(options.outlierMethod));
     if (!options.outlierHandling.empty())
         descriptive.SetDESetting("outlierHandlingMethod", kHandlings.at(options.outlierHandling));
+    if (options.missingPatterns)
+        descriptive.SetDESetting("computeMissingPatterns", true);
     if (options.pairs)
         descriptive.SetDESetting("computeBivStatsForBDP", true);
     if (!target.empty()) {

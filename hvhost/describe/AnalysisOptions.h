@@ -18,6 +18,7 @@ struct AnalysisOptions
     bool outliers = false;
     std::string outlierMethod;   ///< iqr, sd or mad; empty: iqr
     std::string outlierHandling; ///< mark, trim or winsorize; empty: mark
+    bool missingPatterns = false;
     bool pairs = false;
     std::string target; ///< a variable; empty for none
 

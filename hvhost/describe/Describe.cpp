@@ -124,6 +124,7 @@ public:
         description.percents = _options.analyses.percents();
         description.hasOutliers = _options.analyses.wantsOutliers();
         description.hasPairs = _options.analyses.wantsPairs();
+        description.hasMissingPatterns = _options.analyses.missingPatterns;
         return description;
     }
 
@@ -279,6 +280,10 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
     const ShownOptions& shown = options.shown;
     const ShownResult result(shown.output, shown.force, watch);
     const std::string form = formOf(shown.format, shown.output, {"csv", "json", "html"});
+    if (form == "csv" && options.analyses.missingPatterns && options.analyses.wantsPairs())
+        throw CommandFault(ExitStatus::Usage,
+                           "--missing-patterns: csv has room for patterns or for pairs",
+                           "--format json shows both");
     const OutputLook look{form, result.isFile(), textWidth(shown.width, form, result.isFile())};
     InputFile input(options.input, FileOptions::Offered, watch);
     Dataset& dataset = *input.dataset();

@@ -70,6 +70,12 @@ GroupDescription readDescription(const CFMetaData& model, const std::string& sta
     }
     for (const pugi::xml_node& pair : summaries.child("Pairs").children("Pair"))
         description.pairs.push_back(attributesOf(pair));
+    for (const pugi::xml_node& pattern : summaries.child("MissingPatterns").children("Pattern")) {
+        auto& described = description.missingPatterns.emplace_back();
+        described.facts = attributesOf(pattern);
+        for (const pugi::xml_node& field : pattern.children("Field"))
+            described.variables.emplace_back(field.attribute("name").value());
+    }
     if (!intervals.empty())
         description.intervals = nlohmann::ordered_json::parse(intervals).at("timeIntervals");
     return description;

@@ -35,6 +35,13 @@ struct FieldDescription
     bool isCut() const { return !facts.contains("distinct"); }
 };
 
+/// Variables that are missing together in some cases.
+struct MissingPatternDescription
+{
+    std::vector<std::string> variables;
+    Facts facts;
+};
+
 /// One group of cases.
 struct GroupDescription
 {
@@ -44,6 +51,7 @@ struct GroupDescription
     int leftOut = 0;
     std::vector<FieldDescription> fields;
     std::vector<Facts> pairs;
+    std::vector<MissingPatternDescription> missingPatterns; ///< empty if not requested
     nlohmann::ordered_json intervals = nlohmann::ordered_json::array();
 };
 
@@ -57,6 +65,7 @@ struct Description
     std::vector<std::string> percents; ///< of the percentiles, ascending
     bool hasOutliers = false;
     bool hasPairs = false;
+    bool hasMissingPatterns = false;
     std::vector<GroupDescription> groups;
 };
 

@@ -110,11 +110,20 @@ Json jsonGroup(const GroupDescription& group)
     json["fields"] = Json::array();
     for (const FieldDescription& field : group.fields)
         json["fields"].push_back(jsonField(field));
+    if (!group.missingPatterns.empty())
+        json["missingPatterns"] = jsonMissingPatterns(group);
     if (!group.pairs.empty())
         json["pairs"] = jsonPairs(group);
     if (!group.intervals.empty())
         json["timeIntervals"] = group.intervals;
     return json;
+}
+
+ResultTable tableOf(const Description& description, const GroupDescription& group)
+{
+    if (description.hasMissingPatterns)
+        return missingPatternsTable(group);
+    return description.hasPairs ? pairsTable(group) : statisticsTable(description, group);
 }
 
 /// Adds the key of the group at the beginning of each row.
@@ -135,8 +144,7 @@ void printDescriptionCsv(const Description& description, std::ostream& out)
 {
     ResultTable all;
     for (const GroupDescription& group : description.groups) {
-        ResultTable table =
-            description.hasPairs ? pairsTable(group) : statisticsTable(description, group);
+        ResultTable table = tableOf(description, group);
         addKey(table, group);
         all.columns = table.columns;
         all.rows.insert(all.rows.end(), table.rows.begin(), table.rows.end());

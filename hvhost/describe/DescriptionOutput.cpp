@@ -52,6 +52,7 @@ public:
                 order.objects.front().order.addTextToCaption(fact);
         addTable(order, "percentiles", "Percentiles");
         addTable(order, "outliers", "Outliers");
+        addTable(order, "missingPatterns", "Missing Patterns");
         addTable(order, "pairs", "Pairs of Fields");
         if (drawsAnalyses)
             addObject(order, {"pairs", "chart"}, OutputOrder::Chart, "Strength of Pairs");

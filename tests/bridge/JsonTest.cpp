@@ -139,6 +139,20 @@ TEST_F(JsonTest, AReaderWithoutAnObjectReadsOthers)
     EXPECT_THROW(arrays.size(), JNIException);
 }
 
+TEST_F(JsonTest, AnEarlierExceptionIsRecordedBeforeAValueIsRead)
+{
+    JNIJSONObject object(R"({"a": "x"})");
+    JNIEnv* const env = object.getEnv();
+    const jclass kind = env->FindClass("java/lang/IllegalStateException");
+    env->ThrowNew(kind, "earlier");
+    jobject value = nullptr;
+    EXPECT_NO_THROW(value = object.get(object.getTop(), "a"));
+    EXPECT_NE(value, nullptr);
+    EXPECT_EQ(object.getErrorMessage(), "earlier");
+    env->DeleteLocalRef(value);
+    env->DeleteLocalRef(kind);
+}
+
 TEST_F(JsonTest, PathsStepThroughObjectsOnly)
 {
     JNIJSONObject object(Nested);

@@ -55,6 +55,28 @@ std::string farValue(const char* more = "")
     return csv + "100" + more + "\n";
 }
 
+TEST_F(Analyses, CountWhatIsMissingTogether)
+{
+    const std::string csv = "a,b,c,w\n1,x,,2\n,,3,3\n1,y,,4\n,,5,1\n2,z,6,1\n,,,\n";
+    const Expected plain = {{"number(//MissingPatterns/@count)", 4},
+                            {"number(//Pattern[1]/@records)", 2}, // equal counts: by pattern
+                            {"count(//Pattern[1]/Field)", 1},
+                            {"count(//Pattern[1]/Field[@name='c'])", 1},
+                            {"number(//Pattern[2]/@records)", 2},
+                            {"count(//Pattern[2]/Field)", 2},
+                            {"number(//Pattern[3]/@records)", 1},
+                            {"count(//Pattern[3]/Field)", 0},
+                            {"count(//Pattern[4]/Field)", 3},
+                            {"count(//Pattern/@weight)", 0}};
+    expect(csv, R"({"inputFieldList": ["a", "b", "c"], "computeMissingPatterns": true})", plain);
+    expect(csv, R"({"computeMissingPatterns": true, "frequencyWeightField": "w"})",
+           {{"number(//MissingPatterns/@count)", 3},
+            {"number(//Pattern[1]/@weight)", 6},
+            {"number(//Pattern[2]/@weight)", 4}});
+    expect("a\n1\n", R"({"computeMissingPatterns": true})",
+           {{"count(//Pattern)", 1}, {"number(//Pattern/@records)", 1}});
+}
+
 TEST_F(Analyses, GivePercentiles)
 {
     // At position (W - 1) p: 0.5, 5, 9.5 and 9.9 of 11 values.

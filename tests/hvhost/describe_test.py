@@ -373,6 +373,14 @@ class Describe(Case):
             "describe", groups, "--by", "g", "--percentiles", "50", "--outliers", "--format", "csv").stdout)))
         self.assertEqual([(row["g"], row["p50"], row["upper bound"]) for row in table],
                          [("a", "1.5", "2.5"), ("b", "", "")])
+        missing = ("describe", self.write("missing.csv", "a,b\n1,\n2,\n,\n4,5\n"), "--missing-patterns")
+        group, = json.loads(self.run_hvhost(*missing, "--format", "json").stdout)["groups"]
+        self.assertEqual(group["missingPatterns"], [{"missing": ["b"], "records": 2}, {"missing": [], "records": 1},
+                                                    {"missing": ["a", "b"], "records": 1}])
+        self.assertEqual(self.run_hvhost(*missing, "--format", "csv").stdout,
+                         'missing,records,weight\nb,2,\n,1,\n"a,b",1,\n')
+        self.assertRegex(self.run_hvhost(*missing).stdout, "a, b +│ +1 │ +25.0%")
+        self.run_hvhost(*missing, "--pairs", "--format", "csv", status=2)
         page = Page(self.run_hvhost(*words, "--format", "html").stdout)
         for title in ("Percentiles", "Outliers", "Pairs of Fields", "Strength of Pairs", "Box Plots"):
             self.assertIn(title, page.outline)

@@ -6,6 +6,7 @@
 #include "components/descriptives/counts/NumberBins.h"
 #include "components/descriptives/counts/ZeroInflation.h"
 #include "components/descriptives/merging/CategoryGroups.h"
+#include "components/descriptives/missing/MissingPatternCounts.h"
 #include "components/descriptives/outliers/Outliers.h"
 #include "components/descriptives/pairs/PairPlan.h"
 #include "components/descriptives/pairs/Pairs.h"
@@ -49,6 +50,8 @@ void analyse(const ComponentQueries& queries, const InputTable& table,
                       [&](const InputTable& part, DataSummary& some) {
                           analyseFields(queries, part, analyses, some);
                       });
+    if (analyses.missingPatterns)
+        fillMissingPatterns(queries, table, partName, summary);
     fillPairs(queries, table, partName, analyses.pairs, summary);
     if (!analyses.mergingTarget.empty())
         fillCategoryGroups(queries, table, partName, analyses.mergingTarget, summary);
@@ -58,6 +61,11 @@ std::vector<FaultParts> analysisRemarks(const DataSummary& summary,
                                         const AnalysisSettings& settings)
 {
     std::vector<FaultParts> remarks;
+    if (settings.missingPatterns && !canCountPatterns(summary))
+        remarks.push_back({.setting = "computeMissingPatterns",
+                           .what = "cannot count patterns of missing values: more than " +
+                                   std::to_string(kMostPatternFields) +
+                                   " fields have missing values"});
     const std::vector<std::string>& targets = settings.pairs.targets;
     for (const FieldSummary& field : summary.fields) {
         const std::string& name = field.field.GetName();

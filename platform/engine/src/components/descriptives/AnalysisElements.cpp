@@ -147,4 +147,22 @@ void addPairs(pugi::xml_node& summaries, const DataSummary& summary)
     }
 }
 
+void addMissingPatterns(pugi::xml_node& summaries, const DataSummary& summary)
+{
+    if (!summary.missingPatterns)
+        return;
+    pugi::xml_node list = summaries.append_child("MissingPatterns");
+    addAttribute(list, "count", std::to_string(summary.missingPatterns->count));
+    for (const MissingPattern& pattern : summary.missingPatterns->listed) {
+        pugi::xml_node entry = list.append_child("Pattern");
+        addAttribute(entry, "records", std::to_string(pattern.records));
+        if (summary.weightField)
+            addAttribute(entry, "weight", pattern.weight);
+        for (const std::size_t field : pattern.fields) {
+            pugi::xml_node name = entry.append_child("Field");
+            addAttribute(name, "name", xmlText(summary.fields[field].field.GetName()));
+        }
+    }
+}
+
 } // namespace EmbeddedHV

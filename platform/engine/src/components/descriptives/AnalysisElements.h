@@ -10,5 +10,7 @@ namespace EmbeddedHV {
 void addAnalysesOfField(pugi::xml_node& node, const FieldSummary& field, bool weighted);
 /// Adds the pairs of fields to the summaries of a data set.
 void addPairs(pugi::xml_node& summaries, const DataSummary& summary);
+/// Adds the patterns of missing values to the summaries of a data set, if they were counted.
+void addMissingPatterns(pugi::xml_node& summaries, const DataSummary& summary);
 
 } // namespace EmbeddedHV

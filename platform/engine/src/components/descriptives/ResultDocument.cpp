@@ -4,6 +4,7 @@
 #include "components/descriptives/FrequencyTable.h"
 #include "components/descriptives/IntervalTable.h"
 #include "components/descriptives/StatisticsTable.h"
+#include "components/descriptives/missing/MissingPatternTable.h"
 #include "components/descriptives/outliers/BoxPlot.h"
 #include "components/descriptives/outliers/OutlierTable.h"
 #include "components/descriptives/pairs/PairChart.h"
@@ -50,6 +51,7 @@ public:
         addTable("percentiles", percentileTable(summary));
         if (settings.outliers)
             addTable("outliers", outlierTable(summary, *settings.outliers));
+        addTable("missingPatterns", missingPatternTable(summary));
         addTable("pairs", pairTable(summary));
         if (const auto chart = pairChart(summary, settings.pairs))
             _object["pairs"]["chart"] = *chart;

@@ -84,6 +84,7 @@ std::string statDocument(const DataSummary& summary)
         fields.push_back(field.field);
     }
     addPairs(summaries, summary);
+    addMissingPatterns(summaries, summary);
     std::string model = dataModelOf(fields);
     model.insert(model.rfind(kModelEnd), textOf(summaries));
     return "<StatXML>\n" + model + "</StatXML>\n";

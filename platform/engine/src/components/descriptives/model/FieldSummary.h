@@ -7,6 +7,7 @@
 
 #include "DataFileNames.h"
 #include "components/descriptives/model/CountSummary.h"
+#include "components/descriptives/model/MissingPattern.h"
 #include "components/descriptives/model/OutlierSummary.h"
 #include "components/descriptives/model/PairStatistic.h"
 #include "runtime/DataModel.h"
@@ -94,6 +95,7 @@ struct DataSummary
     std::int64_t leftOut = 0; ///< records without a valid weight; only for a result document
     std::vector<FieldSummary> fields;
     std::vector<PairStatistic> pairs; ///< those that are requested
+    std::optional<MissingPatterns> missingPatterns;
 };
 
 Fields fieldsOf(const DataSummary& summary);

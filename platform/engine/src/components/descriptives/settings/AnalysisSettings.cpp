@@ -25,6 +25,7 @@ AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings
     result.outliers = outlierRuleOf(settings);
     result.pairs = pairRuleOf(fields, settings);
     result.counts = countSettings(settings);
+    result.missingPatterns = settings.flag("computeMissingPatterns").value_or(false);
     result.fields = fieldRuleOf(settings);
     result.mergingTarget = mergingTargetOf(settings);
     return result;

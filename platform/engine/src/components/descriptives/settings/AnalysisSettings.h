@@ -19,6 +19,7 @@ struct AnalysisSettings
     std::optional<OutlierRule> outliers;
     PairRule pairs;
     CountSettings counts;
+    bool missingPatterns = false;
     FieldRule fields;
     /// The field by which categories are merged; empty for none.
     std::string mergingTarget;
