@@ -8,6 +8,9 @@ set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL hvinteg libhvinteg-dev hvhost)
+if(HVINTEG_CLUSTER_CLIENT)
+  list(APPEND CPACK_COMPONENTS_ALL hvinteg-cluster)
+endif()
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -52,4 +55,9 @@ debian_package(hvhost math DEPENDS "hvinteg ${same_version}"
   SUMMARY "aggregates, converts, describes, scores and maps datasets"
   DETAILS "A headless host: it runs the procedures of hvinteg on files, without windows.")
 set(CPACK_DEBIAN_HVHOST_PACKAGE_SHLIBDEPS ON)
+if(HVINTEG_CLUSTER_CLIENT)
+  debian_package(hvinteg-cluster libs DEPENDS "hvinteg ${same_version}"
+    SUMMARY "jobs of hvinteg on a Spark cluster"
+    DETAILS "The client with which the engine runs a job on a cluster instead of in its own process.")
+endif()
 include(CPack)
