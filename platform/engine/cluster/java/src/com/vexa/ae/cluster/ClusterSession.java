@@ -103,7 +103,7 @@ public final class ClusterSession implements AutoCloseable
     public void unregister(String view) throws ClusterFault
     {
         Relation drop = Relation.newBuilder().setCatalog(Catalog.newBuilder()
-            .setDropTempView(DropTempView.newBuilder().setViewName(quoted(view)))).build();
+            .setDropTempView(DropTempView.newBuilder().setViewName(view))).build();
         finish(start(Plan.newBuilder().setRoot(drop).build(), "", ""));
     }
 
