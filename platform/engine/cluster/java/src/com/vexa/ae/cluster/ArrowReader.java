@@ -11,8 +11,8 @@ import org.sparkproject.org.apache.arrow.flatbuf.RecordBatch;
 import org.sparkproject.org.apache.arrow.flatbuf.Schema;
 import org.sparkproject.org.apache.arrow.flatbuf.Type;
 
-/** Finds the columns in a stream of Arrow messages, which holds a schema and at most one batch. The bytes
- * are copied once, from the network's memory to the block. */
+/** Finds the columns in a stream of Arrow messages, which holds a schema and at most one batch.
+ * The bytes are copied once, from the network's memory to the block. */
 final class ArrowReader
 {
     private static final int CONTINUES = 0xFFFFFFFF;

@@ -21,7 +21,8 @@ public final class ClusterFault extends Exception
         UNREACHABLE,
         /** The server rejects the user. */
         DENIED,
-        /** The session is not on the server any more, for example because the server was started again. */
+        /** The session is not on the server any more, for example because the server was started
+         * again. */
         SESSION_LOST,
         /** The operation was interrupted. */
         INTERRUPTED,
@@ -62,14 +63,16 @@ public final class ClusterFault extends Exception
         return kind;
     }
 
-    /** The name of the server's error condition, for example "DIVIDE_BY_ZERO"; "" if it has none. */
+    /** The name of the server's error condition, for example "DIVIDE_BY_ZERO"; "" if it has
+     * none. */
     public String condition()
     {
         return condition;
     }
 
-    /** The fault as one JSON object: kind, condition, sqlState, parameters, start, line, message. Members
-     * without a value are missing. `start` counts characters of the statement from 0, `line` from 1. */
+    /** The fault as one JSON object: kind, condition, sqlState, parameters, start, line,
+     * message. Members without a value are missing. `start` counts characters of the statement
+     * from 0, `line` from 1. */
     public String data()
     {
         StringWriter text = new StringWriter();

@@ -72,7 +72,8 @@ public final class ClusterSession implements AutoCloseable
         ask("", () -> client.config(ConfigRequest.Operation.newBuilder().setSet(set).build()));
     }
 
-    /** The columns of a query, as a JSON list of objects with name, type and nullable. Runs nothing. */
+    /** The columns of a query, as a JSON list of objects with name, type and nullable. Runs
+     * nothing. */
     public String schema(String query) throws ClusterFault
     {
         Plan plan = Plan.newBuilder().setRoot(relation(query)).build();
@@ -113,13 +114,15 @@ public final class ClusterSession implements AutoCloseable
         return new RowUpload(this, new ArrowWriter(names, types));
     }
 
-    /** Interrupts all statements with this tag, which then fail. Returns how many there were. Any thread. */
+    /** Interrupts all statements with this tag, which then fail. Returns how many there were.
+     * Any thread. */
     public int interrupt(String tag) throws ClusterFault
     {
         return ask("", () -> client.interruptTag(tag).getInterruptedIdsCount());
     }
 
-    /** Ends the session, here and on the server. A server that does not answer is not waited for. */
+    /** Ends the session, here and on the server. A server that does not answer is not waited
+     * for. */
     @Override
     public void close()
     {

@@ -25,11 +25,12 @@ import scala.concurrent.duration.FiniteDuration;
  */
 final class Connection implements ClientInterceptor
 {
-    /** A stream of results is opened again after this time, which loses nothing. So it does not wait for
-     * a peer that is gone without a word. */
+    /** A stream of results is opened again after this time, which loses nothing. So it does not
+     * wait for a peer that is gone without a word. */
     private static final long STREAM_SECONDS = 30;
 
-    /** Writes to standard error what faults say as well. The field keeps the logger, and so its level. */
+    /** Writes to standard error what faults say as well. The field keeps the logger, and so its
+     * level. */
     private static final Logger TRANSPORT = Logger.getLogger("org.sparkproject.io.grpc");
 
     static {
@@ -73,11 +74,10 @@ final class Connection implements ClientInterceptor
         retryNanos = TimeUnit.MILLISECONDS.toNanos(millis);
     }
 
-    /** A call begins: only from now on is the server late, and no earlier call has failed. */
+    /** A call begins: only from now on is the server late. */
     void begin()
     {
         lastAnswer = System.nanoTime();
-        failure = null;
     }
 
     /** Ends all calls. Waits for them, so that no thread of theirs is left. */

@@ -4,14 +4,15 @@ import java.util.Map;
 import org.apache.spark.QueryContext;
 import org.apache.spark.SparkThrowable;
 import org.sparkproject.io.grpc.Status;
+import org.sparkproject.io.grpc.StatusRuntimeException;
 
 /** Turns what the client throws into a fault. */
 final class FaultReader
 {
     private FaultReader() {}
 
-    /** `sql` is the statement, or "": the line of a fault is counted in it. `failure` is how the last call
-     * failed, or null: the client replaces it by an exception without its code. */
+    /** `sql` is the statement, or "": the line of a fault is counted in it. `failure` is how the
+     * last call failed, or null: the client replaces it by an exception without its code. */
     static ClusterFault read(Throwable thrown, String sql, Status failure)
     {
         if (thrown instanceof ClusterFault fault) {
@@ -21,7 +22,7 @@ final class FaultReader
         if (known != null) {
             return statementFault(known, thrown, sql);
         }
-        if (failure != null) {
+        if (failure != null && isOfTransport(thrown)) {
             return new ClusterFault(kindOf(failure), messageOf(failure), thrown);
         }
         return new ClusterFault(ClusterFault.Kind.SERVER, String.valueOf(thrown.getMessage()), thrown);
@@ -78,7 +79,8 @@ final class FaultReader
         return cause == null || cause.getMessage() == null ? text : text + ": " + cause.getMessage();
     }
 
-    /** The first throwable of the chain that names a condition. A failed task has it as its cause. */
+    /** The first throwable of the chain that names a condition. A failed task has it as its
+     * cause. */
     private static SparkThrowable conditionOf(Throwable thrown)
     {
         for (Throwable each = thrown; each != null; each = each.getCause()) {
@@ -93,6 +95,13 @@ final class FaultReader
     private static boolean isOfServer(String condition)
     {
         return condition != null && !condition.startsWith("CONNECT_CLIENT");
+    }
+
+    /** Whether the client has replaced the status of a call. Other exceptions are not from a call. */
+    private static boolean isOfTransport(Throwable thrown)
+    {
+        return thrown instanceof StatusRuntimeException
+            || thrown instanceof SparkThrowable known && !isOfServer(known.getCondition());
     }
 
     private static int lineOf(String sql, int start)

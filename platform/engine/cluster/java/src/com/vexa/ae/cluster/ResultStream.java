@@ -6,7 +6,8 @@ import org.apache.spark.connect.proto.ExecutePlanResponse;
 import org.apache.spark.connect.proto.ExecutePlanResponse.ExecutionProgress;
 import org.apache.spark.sql.util.CloseableIterator;
 
-/** A running statement: its records in batches, and its progress in between. One thread at a time. */
+/** A running statement: its records in batches, and its progress in between. One thread at a
+ * time. */
 public final class ResultStream implements AutoCloseable
 {
     /** What `next` has found. */
@@ -70,14 +71,15 @@ public final class ResultStream implements AutoCloseable
         return schema;
     }
 
-    /** Of all stages that the server knows so far: tasks, completed tasks, bytes read; then the tasks that
-     * are running. */
+    /** Of all stages that the server knows so far: tasks, completed tasks, bytes read; then the
+     * tasks that are running. */
     public long[] progress()
     {
         return progress.clone();
     }
 
-    /** Tells the server that no more records are needed. Does not interrupt a statement that runs. */
+    /** Tells the server that no more records are needed. Does not interrupt a statement that
+     * runs. */
     @Override
     public void close()
     {

@@ -26,8 +26,8 @@ public final class RowUpload
         session.registerRelation(view, Relation.newBuilder().setLocalRelation(relation(batch)).build(), "");
     }
 
-    /** Appends the batch to a folder of Parquet files, which every worker must see. Returns when it is
-     * written. */
+    /** Appends the batch to a folder of Parquet files, which every worker must see. Returns when
+     * it is written. */
     public void append(String path, ColumnBatch batch, String tag) throws ClusterFault
     {
         session.append(relation(batch), path, tag);

@@ -81,7 +81,8 @@ final class Columns
         return value.toString().getBytes(StandardCharsets.UTF_8);
     }
 
-    /** A value as text: dates and times as numbers, decimals without their point, null if missing. */
+    /** A value as text: dates and times as numbers, decimals without their point, null if
+     * missing. */
     static String text(ColumnBatch batch, String type, int column, int row)
     {
         ByteBuffer block = batch.block();
