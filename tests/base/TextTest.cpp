@@ -4,6 +4,7 @@
 
 #include "base/AsciiText.h"
 #include "base/JsonDepth.h"
+#include "base/NativePath.h"
 #include "base/NearestName.h"
 #include "base/NumberText.h"
 #include "base/ScopeExit.h"
@@ -117,6 +118,21 @@ TEST(Utf8, DecodesCharactersAndInvalidBytes)
         std::string written;
         base::appendCharacter(written, row.code);
         EXPECT_EQ(written, row.text);
+    }
+}
+
+TEST(NativePath, HasAFolderAndAName)
+{
+    struct Row
+    {
+        const char* path;
+        const char* folder;
+        const char* name;
+    };
+    for (const auto& [path, folder, name] :
+         {Row{"/a/b", "/a", "b"}, Row{"/a", "/", "a"}, Row{"x/a", "x", "a"}, Row{"a", ".", "a"}}) {
+        EXPECT_EQ(base::folderOf(path), folder);
+        EXPECT_EQ(base::fileNameOf(path), name);
     }
 }
 
