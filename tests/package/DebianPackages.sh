@@ -66,7 +66,9 @@ rm -f "$archive"
 dpkg-trigger --admindir="$root/var/lib/dpkg" --by-package=libc6 /usr/lib/jvm
 run_dpkg --triggers-only hvinteg
 [ -s "$archive" ] || fail "a change of Java makes no new class archive"
-run_dpkg --remove hvhost libhvinteg-dev hvinteg
+client=()
+[ -z "$(ls "$work"/packages/hvinteg-cluster_*.deb 2>/dev/null)" ] || client=(hvinteg-cluster)
+run_dpkg --remove "${client[@]}" hvhost libhvinteg-dev hvinteg
 left=$(find "$root" -path "$root/usr/*" -type f)
 [ -z "$left" ] || fail "the removal leaves files: $left"
 echo "the Debian packages work"
