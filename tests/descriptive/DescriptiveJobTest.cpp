@@ -130,7 +130,8 @@ TEST_F(DescriptiveJob, WritesThreeLines)
     ofText.SetDESetting("outlierHandlingMethod", "trim");
     ofText.SetDESetting("outlierDetectionMethod", "standardDeviation");
     ofText.SetDESetting("note", std::string("\"\\"));
-    ofText.SetNThreads(2);
+    ofText.SetNThreads(1);
+    ofText.SetNThreads(0); // changes nothing
     const Names one = {"field2"};
     // Without rows there is no weight.
     ASSERT_TRUE(ofText.BuildMetaData(&one, model, 5, true));
@@ -139,7 +140,7 @@ TEST_F(DescriptiveJob, WritesThreeLines)
                                  R"("trimTrailingBlank":true,"computeDateDuration":false,)"
                                  R"("computeTimeDuration":false,"outlierHandlingMethod":"trim",)"
                                  R"("outlierDetectionMethod":"standardDeviation",)"
-                                 R"("note":"\"\\","NumberOfThreads":2,)"
+                                 R"("note":"\"\\","NumberOfThreads":1,)"
                                  R"("inputFieldList":["field2"],"maxNOfDistinctValues":5})"
                                  "\n" +
                                  containers + "\n" + read +
