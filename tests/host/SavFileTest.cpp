@@ -146,6 +146,7 @@ TEST(SavFile, TheDictionaryComesBackWhole)
         EXPECT_TRUE(casesOf(source).empty());
         EXPECT_EQ(source.FindVarIndex("GRÖSSE \"X\"", 0), 0);
         EXPECT_EQ(source.FindVarIndex("FileName", 0), 1);
+        EXPECT_EQ(source.FindVarIndex("\uFB01lename", 0), 1); // a ligature of f and i
         EXPECT_EQ(source.FindVarIndex("filename", 2), -1);
         EXPECT_EQ(source.FindVarIndex("w", -7), 5);
         EXPECT_THROW(source.GetVariable(6), ErrorText);
