@@ -13,6 +13,7 @@
 #include "hvhost/base/StandardStreams.h"
 #include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
+#include "hvhost/input/TextReasonFault.h"
 #include "hvhost/job/HostSession.h"
 #include "hvhost/job/RecordChain.h"
 #include "hvhost/job/RecordNames.h"
@@ -109,8 +110,12 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     }
     if (input.dataset())
         session.giveUpSettings(*input.dataset());
-    session.note(input.road());
-    session.run(job, origin, input.rows());
+    session.introduce(input);
+    try {
+        session.run(job, origin, input.rows());
+    } catch (const CommandFault& fault) {
+        throw withTextReason(fault, input);
+    }
     if (output)
         output->deliver();
     else

@@ -21,7 +21,7 @@ struct InputOptions
 {
     std::string path;                  ///< "-" for standard input
     std::string kind;                  ///< a word of kDataKinds; empty: from the extension
-    std::string kindOption = "--from"; ///< the option for the kind
+    std::string kindOption = "--from"; ///< the option for the kind; empty: the command has none
     std::string password;
     std::string passwordFile;
     std::string dataModel;

@@ -176,9 +176,11 @@ std::vector<HVStatDataIterator*> CombinedInputs::rows() const
 
 void CombinedInputs::warnOfMissing(HostSession& session) const
 {
-    for (std::size_t i = 0; i < _files.size(); ++i)
+    for (std::size_t i = 0; i < _files.size(); ++i) {
+        session.introduce(*_files[i].served);
         if (_files[i].reading.userMissing.empty() && _files[i].served->declaresMissing())
             session.warn(missingIsLost(name(i)));
+    }
 }
 
 void CombinedInputs::finish() const

@@ -292,6 +292,7 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
     const Question question(dataset, options);
     CaseGroups groups(dataset, question.columns(), watch);
     HostSession session("describe", common, watch, &groups.procedureData());
+    session.introduce(input);
     if (options.printJob) {
         if (HVRawDataIterator* const cases = groups.next())
             std::cout << composeJob(question, *cases, !isForPrograms(form));

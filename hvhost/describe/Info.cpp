@@ -14,6 +14,7 @@
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ReadableFile.h"
 #include "hvhost/base/StandardStreams.h"
+#include "hvhost/base/UserMessages.h"
 #include "hvhost/base/ValueText.h"
 #include "hvhost/input/CsvSeparator.h"
 #include "hvhost/input/DataFile.h"
@@ -307,6 +308,9 @@ void info(const InfoOptions& options, const CommonOptions& common)
     const InputFile input(options.input, FileOptions::Offered, watch);
     const DatasetFacts facts(*input.dataset(), input.separator(), input.textReasons());
     watch.check();
+    if (!common.quiet)
+        for (const std::string& doubt : input.doubts())
+            printMessage("hvhost: warning: " + doubt);
     if (options.showDataModel)
         std::cout << facts.dataModel();
     else if (options.format == "json")

@@ -6,6 +6,8 @@
 #include <stdexcept>
 
 #include "CFMetaData.h"
+#include "CaseFileError.h"
+#include "TextImport.h"
 #include "datafile/CsvProfile.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/FaultWording.h"
@@ -64,15 +66,13 @@ CFMetaData documentIn(const std::string& path)
     return CFMetaData(std::string(std::istreambuf_iterator<char>(document), {}));
 }
 
-/// The separator of a csv file; '\0' if TextImport must find it.
-char separatorIn(const InputOptions& options, const std::string& path)
+/// What the options say about a csv file.
+GivenText givenText(const InputOptions& options)
 {
-    if (!options.separator.empty())
-        return separatorOf(options.separator);
-    if (isPackedText(path))
-        return '\0';
-    return likelySeparator(path, static_cast<std::uint64_t>(options.skippedLines.value_or(0)),
-                           options.comment.empty() ? '\0' : options.comment.front());
+    return {.separator = options.separator.empty() ? '\0' : separatorOf(options.separator),
+            .comment = options.comment.empty() ? '\0' : options.comment.front(),
+            .skipped = static_cast<std::uint64_t>(options.skippedLines.value_or(0)),
+            .hasHeader = !options.noHeader};
 }
 
 /// What the file itself declares that only the host heeds; empty if nothing.
@@ -96,13 +96,14 @@ std::vector<std::string> fieldNames(const CFMetaData& model)
 InputFile::InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch,
                      Reader reader)
     : _options(options), _watch(watch), _offered(offered), _file(options.path, watch),
-      _password(readPassword(options.password, options.passwordFile, watch)),
-      _kind(inputKind(options.kind, options.path, _file.path(),
-                      offered == FileOptions::Offered ? options.kindOption.c_str() : nullptr))
+      _password(readPassword(options.password, options.passwordFile, watch)), _kind(unpackedKind()),
+      _hasFormOptions(!options.kindOption.empty())
 {
     refuseOptions();
-    if (_kind == DataKind::Csv)
-        _form = {separatorIn(options, _file.path()), _options.decimalComma};
+    if (_kind == DataKind::Csv) {
+        _head = textHead(_file.path(), givenText(options));
+        _form = {_head.dialect.separator, _options.decimalComma};
+    }
     if (needsImport())
         import();
     if (!_options.dataModel.empty())
@@ -116,6 +117,25 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
     }
     if (!_dataset && _options.userMissing == "keep")
         keepMissing();
+}
+
+/// Unpacks a compressed file. Returns the kind of its content.
+DataKind InputFile::unpackedKind()
+{
+    if (IsPackedFile(_file.path())) {
+        auto content = std::make_unique<HVSimpleFile>("unpacked", false, true);
+        try {
+            const InterruptWatch::Abandonable abandonable(_watch);
+            UnpackFile(
+                _file.path(), [this] { _watch.check(); }, nativePath(content->GetGenericPath()));
+        } catch (const ErrorText& error) {
+            throw inputFault(error, _file);
+        }
+        _watch.check();
+        _file.replaceBy(std::move(content));
+    }
+    return inputKind(_options.kind, _options.path, _file.path(),
+                     _offered == FileOptions::Offered ? _options.kindOption.c_str() : nullptr);
 }
 
 bool InputFile::isReadByHost(Reader reader)
@@ -145,10 +165,23 @@ std::string InputFile::hostReason() const
     return {};
 }
 
-std::string InputFile::road() const
+std::vector<std::string> InputFile::notes() const
 {
-    return _dataset ? _file.name() + ": the host serves the cases, because " + _hostReason
-                    : _file.name() + ": the engine reads the file";
+    std::vector<std::string> all{_dataset ? "the host serves the cases, because " + _hostReason
+                                          : "the engine reads the file"};
+    all.insert(all.end(), _head.notes.begin(), _head.notes.end());
+    for (std::string& note : all)
+        note.insert(0, _file.name() + ": ");
+    return all;
+}
+
+std::vector<std::string> InputFile::doubts() const
+{
+    std::vector<std::string> all;
+    for (const TextDoubt& doubt : _head.doubts)
+        all.push_back(_file.name() + ": " + doubt.what +
+                      (_hasFormOptions ? "; " + doubt.remedy : ""));
+    return all;
 }
 
 std::unique_ptr<Dataset> InputFile::openDataset() const
@@ -174,7 +207,14 @@ bool InputFile::needsImport() const
            (isText &&
             (!_options.missing.empty() || !_options.types.empty() || !_options.dateFormat.empty() ||
              !_options.thousands.empty() || !_options.comment.empty() || _options.skippedLines ||
-             isPackedText(_file.path())));
+             isUtf16(_file.path()) || isImportedByHead()));
+}
+
+/// Whether the first lines are written as only TextImport reads them. Bad records can be skipped,
+/// and a data model be used, only in a plain file.
+bool InputFile::isImportedByHead() const
+{
+    return !_head.isPlain() && !_options.maxErrors && _options.dataModel.empty();
 }
 
 /// Whether the file can declare a weight, a split or missing values.
@@ -192,8 +232,9 @@ void InputFile::import()
     auto records = std::make_unique<HVSimpleFile>("records.hvbf", false, true);
     {
         const InterruptWatch::Abandonable abandonable(_watch);
-        importText(_file, textImport(_options, _kind, _form, _watch),
-                   nativePath(records->GetGenericPath()), _options.kindOption);
+        const auto doubts = importText(_file, textImport(_options, _kind, _head, _watch),
+                                       nativePath(records->GetGenericPath()), _options.kindOption);
+        _head.doubts.insert(_head.doubts.end(), doubts.begin(), doubts.end());
     }
     _watch.check();
     _file.replaceBy(std::move(records));

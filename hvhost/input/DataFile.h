@@ -11,6 +11,7 @@
 #include "hvhost/base/JobOrigin.h"
 #include "hvhost/base/ReadableFile.h"
 #include "hvhost/input/DataKind.h"
+#include "hvhost/input/TextHead.h"
 
 class Dataset;
 class HVLRead;
@@ -75,14 +76,18 @@ public:
     /// Why fields of a plain csv file are texts; see datafile::textReasons. Throws what the watch
     /// throws.
     std::vector<datafile::TextReason> textReasons() const;
-    /// Who reads the file, and why, for the user.
-    std::string road() const;
+    /// Who reads the file, and why, and how its text was understood, for the user.
+    std::vector<std::string> notes() const;
+    /// What may be wrong in the reading of the text, for the user.
+    std::vector<std::string> doubts() const;
     /// The rows for the job; null if the engine reads the file.
     HVStatDataIterator* rows() const;
 
 private:
     void refuseOptions() const;
+    DataKind unpackedKind();
     bool needsImport() const;
+    bool isImportedByHead() const;
     bool hasDictionary() const;
     void import();
     void refuseForEngine() const;
@@ -103,6 +108,8 @@ private:
     std::string _password;
     DataKind _kind;
     bool _isImported = false;
+    bool _hasFormOptions = true; ///< whether the command has options for the form of a text
+    TextHead _head;              ///< of a csv file
     CsvForm _form;
     std::unique_ptr<Dataset> _dataset;
     mutable std::unique_ptr<Dataset>

@@ -71,7 +71,7 @@ DataKind inputKind(const std::string& word, const std::string& path, const std::
     if (word.empty() && path == kStandardStream)
         return kindOfContent(content);
     std::string extension = extensionOf(path);
-    if (extension == "gz")
+    if (extension == "gz" || extension == "zst")
         extension = extensionOf(std::filesystem::path(path).stem().string());
     if (const auto kind = kindOfWord(word.empty() ? extension : word, kDataKinds.size()))
         return *kind;
@@ -90,9 +90,8 @@ DataKind outputKind(const std::string& word, const std::string& path, const char
     failUnclear(path, kindHint(option));
 }
 
-bool isPackedText(const std::string& path)
+bool isUtf16(const std::string& path)
 {
     const std::string bytes = firstBytes(path);
-    return bytes.starts_with("\x1f\x8b") || bytes.starts_with("\xff\xfe") ||
-           bytes.starts_with("\xfe\xff");
+    return bytes.starts_with("\xff\xfe") || bytes.starts_with("\xfe\xff");
 }

@@ -33,13 +33,13 @@ inline constexpr std::array<DataKindWord, 10> kDataKinds{{{"csv", DataKind::Csv}
 inline constexpr std::size_t kOutputKinds = 4;
 
 /// The kind of an input from a word, or from the extension of a path if the word is empty; .gz
-/// after it does not count. The kind of a standard stream or a pipe, whose content is in `content`,
-/// is found from its first bytes. Throws CommandFault (Usage). Its hint names `option` unless that
-/// is null.
+/// and .zst after it do not count. The kind of a standard stream or a pipe, whose content is in
+/// `content`, is found from its first bytes. Throws CommandFault (Usage). Its hint names `option`
+/// unless that is null.
 DataKind inputKind(const std::string& word, const std::string& path, const std::string& content,
                    const char* option);
 /// The kind of an output. A standard stream is csv.
 DataKind outputKind(const std::string& word, const std::string& path, const char* option);
 
-/// Whether the file is compressed, or UTF-16 with its mark: only TextImport reads it.
-bool isPackedText(const std::string& path);
+/// Whether the file is UTF-16 with its mark: only TextImport reads it.
+bool isUtf16(const std::string& path);

@@ -55,6 +55,8 @@ std::string hintFor(const CaseFileError& error, const CsvForm& form, const std::
     if (const auto hint = kHostHints.find(error.kind()); hint != kHostHints.end())
         return hint->second;
     std::string hint = inputHint(error.id(), error.kind());
+    if (kindOption.empty())
+        return {}; // the command has no such options
     if (hint.starts_with(kUsualKindOption))
         hint.replace(0, kUsualKindOption.size(), kindOption);
     return hint;

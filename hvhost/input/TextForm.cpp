@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "CaseFileError.h"
+#include "base/ListText.h"
 #include "datafile/FaultIds.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
@@ -48,7 +49,7 @@ char characterOf(const std::string& option)
 
 } // namespace
 
-TextImport textImport(const InputOptions& options, DataKind kind, const CsvForm& form,
+TextImport textImport(const InputOptions& options, DataKind kind, const TextHead& head,
                       const InterruptWatch& watch)
 {
     TextImport result;
@@ -58,16 +59,19 @@ TextImport textImport(const InputOptions& options, DataKind kind, const CsvForm&
         return result;
     }
     result.codePage = options.encoding;
-    result.separator = form.separator;
+    result.separator = head.dialect.separator;
+    result.quote = head.dialect.quote;
+    result.escape = head.dialect.escape;
     result.hasHeader = !options.noHeader;
-    result.decimalComma = form.decimalComma;
+    result.decimalComma = options.decimalComma;
     result.thousands = characterOf(options.thousands);
-    result.comment = characterOf(options.comment);
-    const char decimal = form.decimalComma ? ',' : '.';
+    result.comment = options.comment.empty() ? head.dialect.comment : characterOf(options.comment);
+    const char decimal = options.decimalComma ? ',' : '.';
     refuseEqual(result.thousands, decimal, "--thousands", "the decimal mark");
-    refuseEqual(result.thousands, form.separator, "--thousands", "the separator");
-    refuseEqual(result.comment, form.separator, "--comment", "the separator");
-    result.skippedLines = static_cast<std::uint64_t>(options.skippedLines.value_or(0));
+    refuseEqual(result.thousands, head.dialect.separator, "--thousands", "the separator");
+    refuseEqual(result.comment, head.dialect.separator, "--comment", "the separator");
+    result.skippedLines = static_cast<std::uint64_t>(options.skippedLines.value_or(0)) +
+                          head.skipped + head.blankLines;
     result.missing = options.missing;
     for (const std::string& type : options.types)
         result.types.push_back(typeOf(type));
@@ -75,10 +79,20 @@ TextImport textImport(const InputOptions& options, DataKind kind, const CsvForm&
     return result;
 }
 
-void importText(const ReadableFile& file, const TextImport& form, const std::string& target,
-                const std::string& kindOption)
+std::vector<TextDoubt> importText(const ReadableFile& file, const TextImport& form,
+                                  const std::string& target, const std::string& kindOption)
 try {
-    ImportTextFile(file.path(), form, target);
+    const TextImported told = ImportTextFile(file.path(), form, target);
+    std::vector<TextDoubt> doubts;
+    if (!told.dayFirst.empty())
+        doubts.push_back({base::joined(told.dayFirst, ", ") +
+                              ": dates were read with the day first, and the month could be first",
+                          "--date-format sets the order, as in %m/%d/%Y"});
+    if (!told.yearUnclear.empty())
+        doubts.push_back({base::joined(told.yearUnclear, ", ") +
+                              ": dates with years of two digits were read as texts",
+                          "--date-format reads them, as in %d.%m.%y"});
+    return doubts;
 } catch (const ErrorText& error) {
     const CommandFault fault = inputFault(error, file, {}, kindOption);
     // Records cannot be skipped here.

@@ -57,7 +57,7 @@ void convert(const JobOptions& options, const CommonOptions& common)
     JobOrigin origin = input.origin();
     origin.outputs = output.origins();
     origin.expressions = records.expressions();
-    session.note(input.road());
+    session.introduce(input);
     session.run(job, origin, input.rows());
     output.deliver();
     input.finish();

@@ -18,6 +18,7 @@
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ProgressLine.h"
 #include "hvhost/base/UserMessages.h"
+#include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
 #include "runner/HVProgressListener.h"
 #include "runner/HVRunner.h"
@@ -226,6 +227,14 @@ void HostSession::note(const std::string& text) const
     log(text);
     if (_options.verbose)
         printMessage("hvhost: " + text);
+}
+
+void HostSession::introduce(const InputFile& input)
+{
+    for (const std::string& text : input.notes())
+        note(text);
+    for (const std::string& text : input.doubts())
+        warn(text);
 }
 
 void HostSession::warn(const std::string& text)

@@ -11,6 +11,7 @@
 
 class Dataset;
 class HVRunner;
+class InputFile;
 class HVStatDataIterator;
 class InterruptWatch;
 class ProcedureDataSource;
@@ -48,6 +49,8 @@ public:
     void perform(const std::function<bool()>& work, const JobOrigin& origin);
     /// Logs a line about how the command works, and prints it if the command is verbose.
     void note(const std::string& text) const;
+    /// Notes how a file is read, and warns of what may be wrong in that.
+    void introduce(const InputFile& input);
     /// Prints a warning.
     void warn(const std::string& text);
     /// Counts warnings and errors that the user sees in the output itself.

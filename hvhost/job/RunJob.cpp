@@ -113,6 +113,7 @@ public:
             const Binding binding = splitBinding(text, "--data");
             InputOptions input;
             input.path = binding.file;
+            input.kindOption.clear();
             input.direct = true; // the engine reads it and keeps it as a data source
             input.userMissing = options.userMissing == "exclude" ? "exclude" : "keep";
             _inputs.push_back({binding.name, binding.file,
@@ -131,13 +132,15 @@ public:
     /// asked for that.
     void excludeMissing(HostSession& session) const
     {
-        for (const Input& input : _inputs)
+        for (const Input& input : _inputs) {
+            session.introduce(*input.file);
             if (input.file->declaresMissing()) {
                 session.warn(input.origin +
                              ": what it declares missing is read as system-missing; --user-missing "
                              "exclude or keep selects how they are treated");
                 input.file->excludeMissing();
             }
+        }
     }
     void load(HostSession& session) const
     {

@@ -158,6 +158,7 @@ void mapMatch(const MapMatchOptions& options, const CommonOptions& common)
     for (const std::string& key : options.keys)
         addKey(key, *input.dataset(), ofMap, ofData);
     MapSession session("match", common, watch);
+    session.host().introduce(input);
     findFields(session, map, options.keys, *input.dataset(), ofMap, ofData);
     const KnownDataset known(*input.dataset());
     JobOrigin origin = map.origin();

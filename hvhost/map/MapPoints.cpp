@@ -36,6 +36,7 @@ void mapPoints(const MapPointsOptions& options, const CommonOptions& common)
         fields.push_back(coordinate(dataset, "--z", options.z));
     const GeoJsonOutput output(options.result, watch);
     MapSession session("points", common, watch);
+    session.host().introduce(input);
     const KnownSystem from = sourceSystem(session, isPlane ? kPlane : options.result.from);
     const KnownSystem to = session.system("--to", options.result.to);
     const KnownDataset known(dataset);

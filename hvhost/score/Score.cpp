@@ -131,7 +131,7 @@ void score(const ScoreOptions& options, const CommonOptions& common)
     }
     JobOrigin origin = input.origin();
     origin.expressions = records.expressions();
-    session.note(input.road());
+    session.introduce(input);
     session.run(job, origin, input.rows());
     const OutputRows rows(session.runner().getOutputIterator(scratch.GetFileName()));
     if (!rows)

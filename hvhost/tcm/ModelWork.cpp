@@ -27,6 +27,7 @@ std::uint32_t ModelWork::dataset()
         return kNoDataset;
     if (!_known) {
         checkFields(_facts, *_input);
+        _session.host().introduce(*_input);
         _known.emplace(*_input->dataset());
     }
     return _known->id();

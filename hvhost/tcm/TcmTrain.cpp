@@ -58,6 +58,7 @@ void tcmTrain(const TcmTrainOptions& options, const CommonOptions& common)
     }
     JobOrigin origin = input.origin();
     origin.settings = trainingSettings();
+    session.introduce(input);
     runTraining(training, path, options, session, origin);
     input.finish();
     session.finish();

@@ -1,11 +1,17 @@
 """Text files as other programs write them."""
 import bz2
+import concurrent.futures
 import gzip
 import json
+import re
 import subprocess
 import unittest
 
+from awkward_files import FILES, WARNINGS
 from hvhost_case import HVHOST, Case
+
+# a,b and 1,2, compressed
+ZSTD = bytes.fromhex("28b52ffd0458410000612c620a312c320a35e7cace")
 
 
 class Reading(Case):
@@ -17,8 +23,6 @@ class Reading(Case):
     def test_forms(self):
         numbers = "d,x\n2024-01-31,1234.5\n2024-02-01,2.5\n"
         for name, content, words, expected in (
-                ("in.tsv", "a\tb\n1\tx y\n", (), "a,b\n1,x y\n"),
-                ("in.txt", "a|b\n1|2\n", (), "a,b\n1,2\n"),
                 ("in.csv", "a,b\n1,x\nNA,y\n.,N/A\n", ("--missing", "NA,N/A,."), "a,b\n1,x\n,y\n,\n"),
                 ("in.csv", "# from the office\nd;x\n31.01.2024;1.234,5\n01.02.2024;2,5\n",
                  ("--comment", "#", "--decimal-comma", "--thousands", "."), numbers),
@@ -31,7 +35,7 @@ class Reading(Case):
                 ("in.csv", "t\n2024-05-06T07:08:09+02:00\n", ("--missing", "NA"), "t\n2024-05-06 05:08:09\n"),
                 ("in.csv", 'a,b\n"x, ""y""",true\n', ("--missing", "NA"), 'a,b\n"x, ""y""",true\n'),
                 ("in.csv", b"a;b\n1;\xe4\nNA;c\n", ("--missing", "NA", "--encoding", "windows-1252"), "a,b\n1,ä\n,c\n"),
-                ("in.csv", "a,b\n1,ä\n".encode("utf-16"), (), "a,b\n1,ä\n"),
+                ("in.csv.zst", ZSTD, (), "a,b\n1,2\n"),
                 ("in.csv.gz", gzip.compress(b"a;b\n1;2\n"), (), "a,b\n1,2\n"),
                 ("odd*[1]?.csv", "a\n1\nNA\n", ("--missing", "NA"), "a\n1\n\n"),
                 ("in.json", '[{"a": 1, "b": true, "c": {"d": [1]}}, {"a": 2, "e": "2024-01-01"}]', (),
@@ -41,6 +45,31 @@ class Reading(Case):
             with self.subTest(name=name, words=words):
                 for road in ((), ("--served",)):
                     self.assertEqual(self.read(content, *words, *road, name=name).replace('""\n', "\n"), expected)
+
+    def convert_awkward(self, name):
+        content, words, types, _ = FILES[name]
+        target = self.folder / (name + ".out.csv")
+        model = self.folder / (name + ".xml")
+        done = subprocess.run([HVHOST, "convert", self.write(name, content), target, "--out-data-model", model,
+                               *words.split()], capture_output=True, text=True, env=self.environment(), check=False)
+        if types is None or done.returncode:
+            return done.returncode, "", done.stderr
+        storages = re.findall('storage="(.*?)"', model.read_text(encoding="utf-8"))
+        letters = "".join({"timestamp": "s", "string": "x"}.get(storage, storage[0]) for storage in storages)
+        return letters, target.read_bytes().decode(), done.stderr
+
+    def test_awkward_files(self):
+        with concurrent.futures.ThreadPoolExecutor(2) as pool:
+            for name, (got, records, said) in zip(FILES, pool.map(self.convert_awkward, FILES)):
+                with self.subTest(name):
+                    _, _, types, expected = FILES[name]
+                    if types is None:
+                        self.assertEqual(got, 3)
+                        self.assertIn(expected, said)
+                        continue
+                    self.assertEqual((got, records), (types, expected), said)
+                    self.assertIn(WARNINGS.get(name, ""), said)
+                    self.assertEqual(said == "", name not in WARNINGS, said)
 
     def test_separators_are_judged_over_many_lines(self):
         for content, expected in (("Preis, netto;Menge\n1,5;2\n2,5;3\n", "semi"), ("a,b;c\nu,2;x\nv,4;y\n", "comma"),
@@ -88,11 +117,16 @@ class Reading(Case):
                 ("in.csv", "a,b\n1,2\n", ("--comment", ",", "--missing", "-"), "--comment ,: this is the separator"),
                 ("in.csv", "a,b\n1,2\n", ("--thousands", "."), "--thousands .: this is the decimal mark"),
                 ("in.csv.bz2", bz2.compress(b"a\n1\n"), (), "the kind of file is not clear"),
-                ("in.csv.gz", gzip.compress(b"a\n1\n" * 99999)[:-100], (), "in.csv.gz: ")):
+                ("in.csv.zst", ZSTD[:-2], (), "in.csv.zst: the file is damaged"),
+                ("in.csv.gz", gzip.compress(b"a\n1\n" * 99999)[:-100], (), "in.csv.gz: the file is damaged")):
             with self.subTest(name=name, words=words):
                 said = self.read(content, *words, name=name,
                                  status=2 if "--" in says[:2] or "=NUMBER" in says or "kind" in says else 3)
                 self.assertIn(says, said)
+
+    def test_a_mean_of_texts_says_why(self):
+        self.assertIn('mean needs a number: x is text because of "NA" on line 3\n  hint: if that is a missing value, '
+                      "--missing", self.read("x\n1\nNA\n2\n3\n", "--stat", "mean:x", command=("aggregate",), status=2))
 
     def test_info_says_why_a_field_is_a_text(self):
         source = self.write("in.csv", 'a,b,c\n1,x,\n2,y,3\n"N\nA",z,4\n')

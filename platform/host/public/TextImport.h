@@ -26,6 +26,8 @@ struct TextImport
     // The rest is about separated fields only.
     std::string codePage;             ///< the encoding; empty: UTF-8, or UTF-16 with its mark
     char separator = ',';             ///< between the fields of a line; '\0': found
+    char quote = '"';                 ///< encloses texts
+    char escape = '"';                ///< before a quote in quotes; the quote itself: it is doubled
     bool hasHeader = true;            ///< whether the first line has the names
     bool decimalComma = false;        ///< whether 1,5 is a number
     char thousands = '\0';            ///< groups digits: 1.234
@@ -36,10 +38,28 @@ struct TextImport
     std::string dateFormat; ///< of all dates, as for strptime; empty: found from the values
 };
 
-/// Converts a text file to a Parquet file at `target`. The database reads it; the file may be
-/// compressed by gzip. The type of a field is the narrowest that holds all its values; true and
-/// false are texts, and so are nested values. A time with a zone becomes that of UTC. Not
-/// interruptible except as `look` says. Throws CaseFileError with the place in the file, and leaves
-/// no usable target then.
-HOST_API void ImportTextFile(const std::string& path, const TextImport& form,
-                             const std::string& target);
+/// What a user should know about an imported text file.
+struct TextImported
+{
+    std::vector<std::string> dayFirst;    ///< fields with dates that could be month first as well
+    std::vector<std::string> yearUnclear; ///< fields that are texts, because their dates have years
+                                          ///< of two digits
+};
+
+/// Converts a text file to a Parquet file at `target`. The database reads it. The type of a field
+/// is the narrowest that holds all its values; true and false are texts, and so are nested values.
+/// Each field has its own form of dates. If dates of a field can be read with the day first and
+/// with the month first, the day is first. A time with a zone becomes that of UTC. In a field whose
+/// given type is a number, signs of currencies and of percent are removed, and true and false are 1
+/// and 0, if all its values become numbers by that. Not interruptible except as `look` says. Throws
+/// CaseFileError with the place in the file, and leaves no usable target then.
+HOST_API TextImported ImportTextFile(const std::string& path, const TextImport& form,
+                                     const std::string& target);
+
+/// Whether a file is compressed by gzip or zstd.
+HOST_API bool IsPackedFile(const std::string& path);
+
+/// Unpacks such a file to `target`. `look` is called for each block; what it throws passes. Throws
+/// CaseFileError for a damaged or cut file.
+HOST_API void UnpackFile(const std::string& path, const std::function<void()>& look,
+                         const std::string& target);

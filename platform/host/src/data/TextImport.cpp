@@ -16,8 +16,8 @@
 #include "base/NativePath.h"
 #include "base/NearestName.h"
 #include "data/CaseFileFault.h"
+#include "data/ColumnForms.h"
 #include "data/HostDatabase.h"
-#include "data/UnpackedCopy.h"
 #include "data/Utf8Copy.h"
 #include "datafile/CsvFault.h"
 #include "datafile/FieldNames.h"
@@ -35,7 +35,8 @@ using datafile::quotedLiteral;
 struct Column
 {
     std::string name;
-    std::string type; ///< of the database
+    std::string type;       ///< of the database
+    std::string value = {}; ///< an expression over the text, if the database cannot read the type
 };
 
 /// Bytes at the start of a file that name its form.
@@ -48,6 +49,7 @@ constexpr std::array<Mark, 2> kMarks{
     {{"\xff\xfe", ", encoding = 'utf-16'"}, {"\xfe\xff", ", encoding = 'utf-16'"}}};
 
 constexpr std::string_view kSeparators = ",;\t|";
+constexpr const char* kIsoDate = "%Y-%m-%d";
 constexpr std::string_view kMarkOfUtf8 = "\xEF\xBB\xBF";
 constexpr std::size_t kJsonBlock = std::size_t{256} * 1024;
 constexpr int kDeepest = 100; ///< nesting of lists and objects in JSON
@@ -129,6 +131,8 @@ std::string selected(const Column& column)
 {
     const std::string name = quotedIdentifier(column.name);
     const std::string as = " AS " + name;
+    if (!column.value.empty())
+        return column.value + as;
     if (column.type == "TIMESTAMP WITH TIME ZONE")
         return name + " AT TIME ZONE 'UTC'" + as;
     if (column.type == "UBIGINT" || column.type == "HUGEINT")
@@ -170,9 +174,6 @@ public:
     Import(const std::string& path, const TextImport& form)
         : _path(path), _form(form), _readable(path)
     {
-        // The database takes a cut file for a whole one.
-        if (isGzip(path))
-            use(unpackedCopy(path, form.look));
         if (form.kind == TextImport::Kind::Json)
             checkJson();
         else
@@ -184,7 +185,7 @@ public:
         _connection = _wide ? _wide->connect() : connectToHostDatabase();
     }
 
-    void write(const std::string& target)
+    TextImported write(const std::string& target)
     {
         const bool isJson = _form.kind == TextImport::Kind::Json;
         const std::string from = isJson ? jsonTable() : separatedTable();
@@ -193,6 +194,7 @@ public:
             list.push_back(selected(column));
         run("COPY (SELECT " + base::joined(list, ", ") + " FROM " + from + ") TO " +
             quotedLiteral(target) + " (FORMAT parquet" + groupOption() + ")");
+        return std::move(_told);
     }
 
 private:
@@ -324,27 +326,94 @@ private:
             throw CaseFileError(_path, ": the file has no fields");
         if (_form.separator == '\0')
             options += ", delim = " + quotedLiteral(found.text(4, 0));
-        std::string formats;
-        if (const std::string date = found.text(0, 0); _form.dateFormat.empty() && !date.empty())
-            formats += ", dateformat = " + quotedLiteral(date);
-        if (const std::string moment = found.text(1, 0); !moment.empty())
-            formats += ", timestampformat = " + quotedLiteral(moment);
-        for (std::size_t row = 0; row < found.rows(); ++row)
-            _columns.push_back(
-                {_form.hasHeader ? found.text(2, row) : "", readType(found.text(3, row))});
+        // The database finds one form of dates for the whole file. It prefers %y/%m/%d.
+        const bool hasOtherDates =
+            _form.dateFormat.empty() && found.text(0, 0) != "" && found.text(0, 0) != kIsoDate;
+        const bool hasOtherMoments = !found.text(1, 0).empty();
+        for (std::size_t row = 0; row < found.rows(); ++row) {
+            std::string type = readType(found.text(3, row));
+            if ((type == "DATE" && hasOtherDates) || (type == "TIMESTAMP" && hasOtherMoments))
+                type = "VARCHAR";
+            _columns.push_back({_form.hasHeader ? found.text(2, row) : "", std::move(type)});
+        }
         nameColumns();
         setTypes();
+        readValues(options);
+        return tableOf(options);
+    }
+
+    std::string tableOf(const std::string& options) const
+    {
         std::vector<std::string> columns;
         for (const Column& column : _columns)
-            columns.push_back(quotedLiteral(column.name) + ": " + quotedLiteral(column.type));
-        return "read_csv(" + quotedLiteral(datafile::literalPath(_readable)) + options + formats +
+            columns.push_back(quotedLiteral(column.name) + ": " +
+                              quotedLiteral(column.value.empty() ? column.type : "VARCHAR"));
+        return "read_csv(" + quotedLiteral(datafile::literalPath(_readable)) + options +
                ", auto_detect = false, columns = {" + base::joined(columns, ", ") + "})";
+    }
+
+    const CFField::StorageType* givenType(const Column& column) const
+    {
+        for (const auto& [name, storage] : _form.types)
+            if (name == column.name)
+                return &storage;
+        return nullptr;
+    }
+
+    /// Finds expressions for the texts that the database does not read itself. Such a file is read
+    /// once more, as texts.
+    void readValues(const std::string& options)
+    {
+        std::vector<TextColumn> columns;
+        for (std::size_t i = 0; i < _columns.size(); ++i)
+            if (auto column = textColumn(i))
+                columns.push_back(std::move(*column));
+        if (columns.empty())
+            return;
+        std::vector<Column> typed = _columns;
+        for (const TextColumn& column : columns)
+            _columns[column.index].type = "VARCHAR";
+        const std::string table = tableOf(options);
+        _columns = std::move(typed);
+        try {
+            chooseForms(*_connection, table, columns, _form.look);
+        } catch (const duck::QueryError& error) {
+            fail(error.what());
+        }
+        for (const TextColumn& column : columns)
+            take(column);
+    }
+
+    /// A column whose texts may have another form; nullopt if the database reads it.
+    std::optional<TextColumn> textColumn(std::size_t index) const
+    {
+        const Column& column = _columns[index];
+        const CFField::StorageType* const given = givenType(column);
+        TextColumn text{index, quotedIdentifier(column.name), {}, {}, {}};
+        const bool isNumber = column.type == "BIGINT" || column.type == "DOUBLE";
+        if (given != nullptr && isNumber)
+            text.forms = numberForms(text.name, column.type, _form);
+        else if (_form.dateFormat.empty() &&
+                 ((given == nullptr && column.type == "VARCHAR") ||
+                  (given != nullptr && (column.type == "DATE" || column.type == "TIMESTAMP"))))
+            text.forms = dateForms(text.name, column.type);
+        return text.forms.empty() ? std::nullopt : std::optional(std::move(text));
+    }
+
+    void take(const TextColumn& text)
+    {
+        Column& column = _columns[text.index];
+        column.value = text.chosen;
+        if (text.isDayFirst)
+            _told.dayFirst.push_back(column.name);
+        if (text.hasShortYears)
+            _told.yearUnclear.push_back(column.name);
     }
 
     std::string commonOptions() const
     {
         std::string options = _mark;
-        options += ", quote = '\"', escape = '\"'";
+        options += ", quote = " + character(_form.quote) + ", escape = " + character(_form.escape);
         if (_form.separator != '\0')
             options += ", delim = " + character(_form.separator);
         options += std::string(", header = ") + (_form.hasHeader ? "true" : "false");
@@ -397,11 +466,13 @@ private:
     std::unique_ptr<duck::Connection> _connection;
     std::shared_ptr<datafile::ScratchFile> _copy;
     std::vector<Column> _columns;
+    TextImported _told;
 };
 
 } // namespace
 
-void ImportTextFile(const std::string& path, const TextImport& form, const std::string& target)
+TextImported ImportTextFile(const std::string& path, const TextImport& form,
+                            const std::string& target)
 {
-    Import(path, form).write(target);
+    return Import(path, form).write(target);
 }
