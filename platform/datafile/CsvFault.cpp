@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "datafile/CsvScanner.h"
 #include "datafile/FaultIds.h"
 
 namespace datafile {
@@ -94,7 +95,7 @@ std::string csvReason(const std::string& databaseMessage)
     if (isOfEncoding(databaseMessage))
         return "the text is not UTF-8";
     if (contains(databaseMessage, "Maximum line size"))
-        return "the line is too long";
+        return kRecordTooLong;
     // The marker is on the first line; the reason follows on the line after the record.
     const auto lines = between(databaseMessage, "Original Line: ", "\n\n");
     const auto reason = lines ? lines->find('\n') : std::string::npos;

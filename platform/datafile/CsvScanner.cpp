@@ -15,8 +15,6 @@ namespace datafile {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
-/// The database's reader fails for longer lines as well.
-constexpr std::size_t kLongestRecord = std::size_t{64} * 1024 * 1024;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 constexpr const char* kUnclosedQuote = "a quote is not closed";
@@ -66,9 +64,9 @@ bool CsvScanner::refill()
     _end -= _at;
     _at = 0;
     if (_end == _buffer.size()) {
-        if (_buffer.size() >= kLongestRecord)
+        if (_buffer.size() >= kLongestCsvRecord)
             // An unclosed quote would read the rest of a large file into memory.
-            throw std::length_error("line " + std::to_string(_line) + " does not end");
+            throw std::length_error("line " + std::to_string(_line) + ": " + kRecordTooLong);
         _buffer.resize(_buffer.size() * 2);
     }
     const ssize_t got = _file.readUpTo(_buffer.data() + _end, _buffer.size() - _end);

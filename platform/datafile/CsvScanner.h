@@ -37,6 +37,10 @@ struct CsvFlaw
     std::string described() const;
 };
 
+/// The limit of all readers for a record in bytes.
+constexpr std::size_t kLongestCsvRecord = std::size_t{64} * 1024 * 1024;
+constexpr const char* kRecordTooLong = "the record is longer than 64 MiB";
+
 /// Line ends of a CSV file.
 enum class CsvLineEnd
 {

@@ -63,6 +63,13 @@ std::string rejectScansOf(const std::string& rejects)
     return rejects + "_scans";
 }
 
+std::string csvLimits()
+{
+    // Otherwise the buffer has 16 times the length of a record.
+    const std::string limit = std::to_string(kLongestCsvRecord);
+    return ", max_line_size = " + limit + ", buffer_size = " + limit;
+}
+
 std::string csvTable(const std::string& path, bool hasHeader, const Fields& columns,
                      const std::string& rejects)
 {
@@ -74,7 +81,7 @@ std::string csvTable(const std::string& path, bool hasHeader, const Fields& colu
                       "hive_partitioning = false, header = ";
     const CsvLines lines = linesOf(path);
     sql += hasHeader ? "true, skip = " + std::to_string(lines.blankLines) : "false, skip = 0";
-    sql += newLineOption(lines.end);
+    sql += newLineOption(lines.end) + csvLimits();
     if (columns.size() > kMostColumnsInParallel)
         sql += ", parallel = false";
     if (!rejects.empty())

@@ -10,6 +10,10 @@
 
 namespace datafile {
 
+/// The options of the database's CSV reader for records of up to kLongestCsvRecord. Without them it
+/// refuses records of 2 MB, and returns nothing for a record that is longer than its buffer.
+std::string csvLimits();
+
 /// Formats of data files that host and engine share.
 enum class FileKind
 {

@@ -124,6 +124,12 @@ class Reading(Case):
                                  status=2 if "--" in says[:2] or "=NUMBER" in says or "kind" in says else 3)
                 self.assertIn(says, said)
 
+    def test_one_limit_for_a_record(self):
+        for size, words in ((3 << 20, ()), (60 << 20, ()), (60 << 20, ("--missing", "NA"))):
+            self.assertEqual(len(self.read("a,b\n" + "x" * size + ",1\n", *words)), size + len("a,b\n,1\n"))
+        for words in ((), ("--served",), ("--missing", "NA")):
+            self.assertIn("the record is longer than 64 MiB", self.read("a,b\n" + "x" * (65 << 20) + ",1\n", *words, status=3))
+
     def test_a_mean_of_texts_says_why(self):
         self.assertIn('mean needs a number: x is text because of "NA" on line 3\n  hint: if that is a missing value, '
                       "--missing", self.read("x\n1\nNA\n2\n3\n", "--stat", "mean:x", command=("aggregate",), status=2))

@@ -21,6 +21,7 @@
 #include "data/Utf8Copy.h"
 #include "datafile/CsvFault.h"
 #include "datafile/FieldNames.h"
+#include "datafile/FileTables.h"
 #include "datafile/InputFile.h"
 #include "datafile/SpaceFault.h"
 #include "datafile/SqlQuoting.h"
@@ -412,7 +413,7 @@ private:
 
     std::string commonOptions() const
     {
-        std::string options = _mark;
+        std::string options = _mark + datafile::csvLimits();
         options += ", quote = " + character(_form.quote) + ", escape = " + character(_form.escape);
         if (_form.separator != '\0')
             options += ", delim = " + character(_form.separator);
