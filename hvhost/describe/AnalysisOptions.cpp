@@ -68,7 +68,7 @@ void addAnalysisOptions(CLI::App& command, AnalysisOptions& options)
         ->check(CLI::IsMember(kHandlings));
     command
         .add_flag("--missing-patterns", options.missingPatterns,
-                  "Count which variables are missing together; csv then has\nonly these")
+                  "Count which variables are missing together; csv then\nhas only these")
         ->group(kGroup);
     command
         .add_flag("--pairs", options.pairs,

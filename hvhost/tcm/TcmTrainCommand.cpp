@@ -80,7 +80,7 @@ void addEquations(CLI::App& app, TcmTrainOptions& options)
     };
     addSeriesList(
         "--target", options.targets, kSeriesForm,
-        "A series to predict, or a metric for all of its series;\nall by default; repeatable");
+        "A series to predict, or a metric for all its series;\nall by default; repeatable");
     addSeriesList("--predictor", options.predictors, kSeriesForm,
                   "A series to predict from; all by default; repeatable");
     addSeriesList("--both", options.both, kSeriesForm, "A series that is both; repeatable");

@@ -26,8 +26,8 @@ struct BlockSide
         for (Index i = 0; i < values.cols(); ++i) {
             const auto column =
                 all.col(static_cast<Index>(columns[static_cast<std::size_t>(i)])).array();
-            present.col(i) = (column == column).cast<double>();
-            values.col(i) = (column == column).select(column, 0);
+            present.col(i) = 1 - column.isNaN().cast<double>();
+            values.col(i) = column.isNaN().select(0, column);
         }
         isComplete = present.minCoeff() == 1;
         weighted = values.array().colwise() * weights.array();

@@ -19,6 +19,13 @@ constexpr StorageForm kForms[] = {
      "regexp_full_match(x, '[0-9]{4}-[0-9]{2}-[0-9]{2}') AND TRY_CAST(x AS DATE) IS NOT NULL"},
 };
 
+/// SQL for the column as another type.
+std::string castText(const std::string& column, const char* type)
+{
+    std::string sql = "TRY_CAST(trim(";
+    return sql.append(column).append(") AS ").append(type).append(") AS ").append(column);
+}
+
 } // namespace
 
 std::optional<FoundStorage> foundStorage(const ComponentQueries& queries, const InputTable& table,
@@ -27,7 +34,7 @@ std::optional<FoundStorage> foundStorage(const ComponentQueries& queries, const 
     const std::string column = table.column(field);
     std::string counts = "count(x)";
     for (const StorageForm& form : kForms)
-        counts += std::string(", count(*) FILTER (") + form.condition + ")";
+        counts.append(", count(*) FILTER (").append(form.condition).append(")");
     duck::Result row =
         queries.run("SELECT " + counts + " FROM (SELECT trim(" + column + ") AS x FROM " +
                     table.name() + " WHERE " + InputTable::kWeight + " IS NOT NULL)");
@@ -36,8 +43,7 @@ std::optional<FoundStorage> foundStorage(const ComponentQueries& queries, const 
     for (const StorageForm& form : kForms)
         if (valid > 0 && row.integer(result++, 0) == valid)
             // Records that the weight leaves out may have other texts.
-            return FoundStorage{form.storage,
-                                "TRY_CAST(trim(" + column + ") AS " + form.type + ") AS " + column};
+            return FoundStorage{form.storage, castText(column, form.type)};
     return std::nullopt;
 }
 

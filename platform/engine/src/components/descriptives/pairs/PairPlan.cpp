@@ -61,7 +61,7 @@ private:
         pair.second = _fields[j];
         pair.measure =
             measureOf(_summary.fields[pair.first].field, _summary.fields[pair.second].field);
-        _pairs.push_back(std::move(pair));
+        _pairs.push_back(pair);
     }
 
     const DataSummary& _summary;

@@ -13,6 +13,7 @@ constexpr double kPercent = 100;
 std::vector<double> partsOf(const std::vector<double>& percents)
 {
     std::vector<double> parts;
+    parts.reserve(percents.size());
     for (const double percent : percents)
         parts.push_back(percent / kPercent);
     return parts;

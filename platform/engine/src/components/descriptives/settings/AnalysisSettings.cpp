@@ -9,7 +9,7 @@ std::string mergingTargetOf(const Settings& settings)
 {
     if (!settings.flag("useSupervisedMerging").value_or(false))
         return {};
-    const std::string target = settings.text("targetField").value_or("");
+    std::string target = settings.text("targetField").value_or("");
     if (target.empty())
         settings.refuse("useSupervisedMerging", "is true, but there is no targetField");
     return target;
