@@ -275,14 +275,14 @@ private:
             _head.dialect.separator = most;
     }
 
-    void noteComment() { _head.notes.push_back("lines that begin with # are ignored"); }
+    void noteComment() { _head.notes.emplace_back("lines that begin with # are ignored"); }
 
     void noteQuotes()
     {
         if (_head.dialect.quote == '\'')
-            _head.notes.push_back("single quotes enclose texts");
+            _head.notes.emplace_back("single quotes enclose texts");
         if (_head.dialect.escape == '\\')
-            _head.notes.push_back("a backslash precedes quotes in texts");
+            _head.notes.emplace_back("a backslash precedes quotes in texts");
     }
 
     const GivenText& _given;

@@ -37,13 +37,15 @@ constexpr const char* kSigns = "[\\s\\x{00A0}$€£¥%]";
 void addForms(std::vector<ColumnForm>& forms, const std::string& name, const char* time,
               const char* type)
 {
+    const std::string isLongYear =
+        "CASE WHEN regexp_matches(" + name + ", " + quotedLiteral(kLongYear) + ") THEN ";
     for (const auto& [date, order] : kDates) {
-        std::string value = std::string("CAST(try_strptime(") + name + ", " +
-                            quotedLiteral(std::string(date) + time) + ") AS " + type + ")";
+        std::string value = "CAST(try_strptime(";
+        value.append(name).append(", ").append(quotedLiteral(std::string(date) + time));
+        value.append(") AS ").append(type).append(")");
         // %Y also reads 13/2/24, as the year 13.
         if (order != Order::ShortYear)
-            value = "CASE WHEN regexp_matches(" + name + ", " + quotedLiteral(kLongYear) +
-                    ") THEN " + value + " END";
+            value.insert(0, isLongYear).append(" END");
         forms.push_back({std::move(value), order});
     }
 }
@@ -53,6 +55,7 @@ void dropByExample(duck::Connection& connection, const std::string& table,
                    std::vector<TextColumn>& columns)
 {
     std::vector<std::string> examples;
+    examples.reserve(columns.size());
     for (const TextColumn& column : columns)
         examples.push_back("any_value(" + column.name + ")");
     duck::Result found =
@@ -60,6 +63,7 @@ void dropByExample(duck::Connection& connection, const std::string& table,
     for (std::size_t i = 0; i < columns.size(); ++i) {
         std::vector<ColumnForm>& forms = columns[i].forms;
         std::vector<std::string> tests;
+        tests.reserve(forms.size());
         for (const ColumnForm& form : forms)
             tests.push_back(form.value + " IS NOT NULL");
         const std::string example = found.text(i, 0); // empty: no value
@@ -130,7 +134,7 @@ std::vector<ColumnForm> numberForms(const std::string& name, const std::string& 
         if (form.decimalComma)
             text = "replace(" + text + ", ',', '.')";
         // A cast of a text to a whole number rounds a fraction.
-        const std::string real = "TRY_CAST(" + text + " AS DOUBLE)";
+        std::string real = "TRY_CAST(" + text + " AS DOUBLE)";
         if (type == "DOUBLE")
             return real;
         return "CASE WHEN " + real + " = trunc(" + real + ") THEN TRY_CAST(" + text +

@@ -329,7 +329,7 @@ private:
             options += ", delim = " + quotedLiteral(found.text(4, 0));
         // The database finds one form of dates for the whole file. It prefers %y/%m/%d.
         const bool hasOtherDates =
-            _form.dateFormat.empty() && found.text(0, 0) != "" && found.text(0, 0) != kIsoDate;
+            _form.dateFormat.empty() && !found.text(0, 0).empty() && found.text(0, 0) != kIsoDate;
         const bool hasOtherMoments = !found.text(1, 0).empty();
         for (std::size_t row = 0; row < found.rows(); ++row) {
             std::string type = readType(found.text(3, row));
