@@ -1,6 +1,6 @@
-// A map to GeoJSON by hvhost, as it is and in another coordinate system, against the translation of
-// the map library on which it is built. bench_map DIR measures, bench_map DIR SYSTEM is one run of
-// that translation; SYSTEM is "same" or a code.
+// hvhost writes a map as GeoJSON, once in the map's own coordinate system and once in another. The
+// baseline is the map library's own translation. bench_map DIR measures. bench_map DIR SYSTEM is
+// one run of the baseline; SYSTEM is "same" or a code.
 
 #include <algorithm>
 #include <cmath>
@@ -20,8 +20,8 @@ namespace {
 
 constexpr int kPolygons = 100'000;
 constexpr int kCorners = 24;
-constexpr double kMostShare = 0.2;     ///< of the time of the translation
-constexpr double kMostMegabytes = 150; ///< whatever the size of the map
+constexpr double kMostShare = 0.2; ///< of the time of the translation
+constexpr double kMostMegabytes = 150;
 
 std::string shapeIn(const std::string& directory)
 {

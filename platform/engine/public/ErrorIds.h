@@ -33,7 +33,7 @@ inline constexpr const char* kFieldRenamed = "HVEPL0016W";   ///< differs only i
 // DE: the component descriptives.
 inline constexpr const char* kSettingNotHonoured = "HVEDE0001W"; ///< a setting without effect
 inline constexpr const char* kNoTimeInterval = "HVEDE0002W";     ///< fields that form no interval
-inline constexpr const char* kNotAnalysed = "HVEDE0003W";        ///< a target of a wrong kind
+inline constexpr const char* kNotAnalysed = "HVEDE0003W"; ///< an analysis that cannot be done
 
 // TC: temporal causal models. Preparation: 1 to 19.
 inline constexpr const char* kTsdpNoTime = "HVETC0001E";     ///< no field with the time
