@@ -463,9 +463,10 @@ TEST(BinEdges, AreRoundAndHoldAllValues)
         {{1, 5, 2, 100, BinScale::Whole}, 1, 1, 5},
         {{-7, -7, 0, 3, BinScale::Real}, -7, 1, 1},
         {{-1 * day, 1 * day, day, 3, BinScale::Days}, -1 * day, day, 3},
-        {{0, 366 * day, 180 * day, 366, BinScale::Days}, 0, 50 * day, 8},
-        {{30000, 40000, 5000, 64, BinScale::Seconds}, 28800, 1800, 7}, // as many as Sturges asks
-        {{1e15, 1e15 + 1, 1, 10, BinScale::Real}, 1e15, 1, 2},         // doubles lie apart there
+        {{0, 366 * day, 180 * day, 366, BinScale::Days}, 0, 59 * day, 7}, // every second month
+        {{0, 8 * day, 8 * day, 3, BinScale::Days}, -3 * day, 7 * day, 2}, // Mondays
+        {{30000, 40000, 5000, 64, BinScale::Seconds}, 28800, 1800, 7},    // as many as Sturges asks
+        {{1e15, 1e15 + 1, 1, 10, BinScale::Real}, 1e15, 1, 2},            // doubles lie apart there
         {{-1e300, 1e300, 1e299, 2, BinScale::Real}, -1e300, 2e299, 11},
     };
     for (const auto& [request, first, width, bins] : cases) {

@@ -15,10 +15,17 @@ namespace {
 constexpr std::size_t kMostBars = 50;
 constexpr const char* kCounts = "count";
 constexpr const char* kBinEnds = "end";
+constexpr const char* kLabels = "label";
 
 std::string column(const CFField& field, const char* base)
 {
     return unusedName({field}, base);
+}
+
+/// For example "1 value" or "2 values".
+std::string counted(std::uint64_t count, const char* one, const char* several)
+{
+    return std::to_string(count) + " " + (count == 1 ? one : several);
 }
 
 std::string missingText(const FieldSummary& field)
@@ -39,11 +46,50 @@ Json edgeOf(const CFField& field, double edge)
     return text ? Json(*text) : Json();
 }
 
-/// Times of day are on the first day of the scale, so the axis shows only the time. For dates it
-/// shows the full date, because months alone are ambiguous.
-Json binAxis(const CFField& field, const std::string& reference)
+/// The pattern of a date on an axis, in the form that the field's values have in tables.
+const char* datePattern(const CFField& field)
+{
+    constexpr std::pair<int, const char*> kPatterns[] = {
+        {20, "%d-%b-%Y"}, {23, "%m/%d/%Y"}, {38, "%d.%m.%Y"}, {39, "%Y/%m/%d"}};
+    const int type = field.GetPrivateFormat() ? field.GetPrivateFormat()->GetType() : 0;
+    for (const auto& [known, pattern] : kPatterns)
+        if (type == known)
+            return pattern;
+    return "%Y-%m-%d";
+}
+
+/// The labels of the axis. Times of day are on the first day of the scale, so the axis shows only
+/// the time. For dates it shows the full date, because months alone are ambiguous.
+std::string labelPattern(const CFField& field, const Histogram& histogram)
+{
+    if (!isMoment(field))
+        return ",.10~g";
+    if (field.GetStorage() == CFField::Time)
+        return "%H:%M:%S";
+    const bool areDays =
+        std::all_of(histogram.edges.begin(), histogram.edges.end(),
+                    [](double edge) { return std::fmod(edge, base::kSecondsPerDay) == 0; });
+    if (field.GetStorage() == CFField::Date || areDays)
+        return datePattern(field);
+    return std::string(datePattern(field)) + " %H:%M";
+}
+
+/// The edges of the bins that have ticks: all, or every second, third and so on.
+Json ticksOf(const CFField& field, const Histogram& histogram)
+{
+    constexpr std::size_t kMostTicks = 10;
+    const std::size_t step = (histogram.edges.size() + kMostTicks - 1) / kMostTicks;
+    Json ticks = Json::array();
+    for (std::size_t at = 0; at < histogram.edges.size(); at += step)
+        ticks.push_back(edgeOf(field, histogram.edges[at]));
+    return ticks;
+}
+
+Json binAxis(const CFField& field, const std::string& reference, const Histogram& histogram)
 {
     Json axis = {{"field", reference}, {"title", chart::axisTitle(chart::titleOf(field))}};
+    axis["axis"] = {{"values", ticksOf(field, histogram)},
+                    {"format", labelPattern(field, histogram)}};
     if (!isMoment(field)) {
         axis["type"] = "quantitative";
         axis["bin"] = "binned";
@@ -51,10 +97,6 @@ Json binAxis(const CFField& field, const std::string& reference)
     }
     axis["type"] = "temporal";
     axis["scale"] = {{"type", "utc"}};
-    if (field.GetStorage() == CFField::Time)
-        axis["axis"] = {{"format", "%H:%M:%S"}};
-    else if (field.GetStorage() == CFField::Date)
-        axis["axis"] = {{"format", "%Y-%m-%d"}};
     return axis;
 }
 
@@ -74,9 +116,11 @@ std::optional<Json> binRows(const FieldSummary& field, const std::string& begin,
 }
 
 /// If the counts are whole numbers, the axis has no ticks between them.
-Json countAxis(const std::string& counts, bool areWhole)
+Json countAxis(const std::string& counts, bool weighted, bool areWhole)
 {
-    Json axis = {{"field", counts}, {"type", "quantitative"}, {"title", "Frequency"}};
+    Json axis = {{"field", counts},
+                 {"type", "quantitative"},
+                 {"title", weighted ? "Weighted Frequency" : "Frequency"}};
     if (areWhole)
         axis["axis"] = {{"tickMinStep", 1}};
     return axis;
@@ -145,6 +189,22 @@ std::string labelExpression(const CFField& field, const std::vector<ValueCount>&
            ")[datum.value] || datum.label";
 }
 
+/// Adds a column with the labels of the values, unless no value has one.
+void addLabels(Json& rows, const CFField& field, const std::vector<ValueCount>& values)
+{
+    const std::string name = column(field, kLabels);
+    const auto labelOf = [&](const ValueCount& value) {
+        const int label = CFValue::GetIndex(value.value, field.GetValueLabels());
+        return label < 0 ? std::string()
+                         : field.GetValueLabels()[static_cast<std::size_t>(label)].GetLabel();
+    };
+    if (std::all_of(values.begin(), values.end(),
+                    [&](const ValueCount& value) { return labelOf(value).empty(); }))
+        return;
+    for (std::size_t at = 0; at < values.size(); ++at)
+        rows[at][name] = labelOf(values[at]);
+}
+
 Json barTitle(const FieldSummary& field, std::size_t bars)
 {
     const std::string& title = chart::titleOf(field.field);
@@ -170,7 +230,7 @@ Json categoryAxis(const CFField& field, const std::string& reference,
 
 } // namespace
 
-std::optional<Json> histogramChart(const FieldSummary& field, const std::string& key)
+std::optional<Json> histogramChart(const FieldSummary& field, const std::string& key, bool weighted)
 {
     const std::string begin = chart::columnName(field.field.GetName(), key);
     const std::string end = column(field.field, kBinEnds);
@@ -180,15 +240,16 @@ std::optional<Json> histogramChart(const FieldSummary& field, const std::string&
         return std::nullopt;
     const std::string& title = chart::titleOf(field.field);
     // Before the rows are moved.
-    const std::string description = "Histogram of " + title + ": " + std::to_string(field.valid) +
-                                    " values in " + std::to_string(rows->size()) + " bins" +
-                                    missingText(field);
+    const std::string description =
+        "Histogram of " + title + ": " + counted(field.valid, "value", "values") + " in " +
+        counted(rows->size(), "bin", "bins") + missingText(field) + (weighted ? ", weighted" : "");
     Json specification = chart::barSpecification(title, description, std::move(*rows));
     // Without this, bars between two moments would be horizontal.
     specification["mark"]["orient"] = "vertical";
-    specification["encoding"] = {{"x", binAxis(field.field, chart::columnReference(begin))},
-                                 {"x2", {{"field", chart::columnReference(end)}}},
-                                 {"y", countAxis(counts, areWhole(field.histogram->counts))}};
+    specification["encoding"] = {
+        {"x", binAxis(field.field, chart::columnReference(begin), *field.histogram)},
+        {"x2", {{"field", chart::columnReference(end)}}},
+        {"y", countAxis(counts, weighted, areWhole(field.histogram->counts))}};
     return specification;
 }
 
@@ -201,15 +262,16 @@ Json barChart(const FieldSummary& field, const std::string& key, bool weighted)
     for (const ValueCount& value : values)
         rows.push_back({{name, valueOf(field.field, value.value)},
                         {counts, weighted ? numberJson(value.weight) : Json(value.records)}});
+    addLabels(rows, field.field, values);
     const std::string& title = chart::titleOf(field.field);
-    Json specification =
-        chart::barSpecification(barTitle(field, values.size()),
-                                "Frequencies of " + title + ": " + std::to_string(field.valid) +
-                                    " values" + missingText(field),
-                                std::move(rows));
+    Json specification = chart::barSpecification(
+        barTitle(field, values.size()),
+        "Frequencies of " + title + ": " + counted(field.valid, "value", "values") +
+            missingText(field) + (weighted ? ", weighted" : ""),
+        std::move(rows));
     specification["encoding"] = {
         {"y", categoryAxis(field.field, chart::columnReference(name), values)},
-        {"x", countAxis(counts, !weighted)}};
+        {"x", countAxis(counts, weighted, !weighted)}};
     return specification;
 }
 

@@ -79,7 +79,8 @@ std::vector<PivotTable::Dimension> dimensionsOf(const FieldSummary& field, bool 
         {text::fixed("Statistics"),
          "column",
          {Category(text::fixed("Frequency")), Category(text::fixed("Percent")),
-          Category(text::fixed("Valid Percent")), Category(text::fixed("Cumulative Percent"))}});
+          Category(text::fixed("Valid Percent")), Category(text::fixed("Cumulative Percent"))},
+         true});
     return dimensions;
 }
 

@@ -100,7 +100,7 @@ private:
 
     void addHistogram(const FieldSummary& field, const std::string& key)
     {
-        const auto chart = field.histogram ? histogramChart(field, key) : std::nullopt;
+        const auto chart = field.histogram ? histogramChart(field, key, _isWeighted) : std::nullopt;
         if (chart)
             _object["histograms"][key] = *chart;
         else

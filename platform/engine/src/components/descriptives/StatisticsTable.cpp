@@ -239,7 +239,7 @@ Json statisticsTable(const DataSummary& summary, bool withSummaries)
         fields.emplace_back(text::field(field.field.GetName()));
     PivotTable table("descriptives.statistics", text::fixed("Descriptive Statistics"),
                      {{text::fixed("Fields"), "row", std::move(fields)},
-                      {text::fixed("Statistics"), "column", categoriesOf(columns)}});
+                      {text::fixed("Statistics"), "column", categoriesOf(columns), true}});
     tellWeight(table, summary);
     Filling filling(table, columns);
     filling.countFormats();

@@ -98,6 +98,8 @@ Json PivotTable::json() const
                                         {"role", role},
                                         {"position", ++position},
                                         {"children", listOf(dimension.categories)}});
+        if (dimension.hidesName)
+            result["dimensions"].back()["hideName"] = true;
     }
     if (!_footnotes.empty())
         result["footnotes"] = _footnotes;

@@ -32,6 +32,7 @@ public:
         Json text;        ///< a text item
         const char* role; ///< "row", "column" or "layer"
         std::vector<Category> categories;
+        bool hidesName = false;
     };
     using Places = std::vector<std::size_t>;
 

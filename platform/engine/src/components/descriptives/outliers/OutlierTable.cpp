@@ -88,7 +88,7 @@ Json outlierTable(const DataSummary& summary, const OutlierRule& rule)
     const bool weighted = summary.weightField.has_value();
     PivotTable table("descriptives.outliers", text::fixed("Outliers"),
                      {{text::fixed("Fields"), "row", std::move(rows)},
-                      {text::fixed("Statistics"), "column", columnsFor(weighted)}});
+                      {text::fixed("Statistics"), "column", columnsFor(weighted), true}});
     for (std::size_t column = 2; column < 6; ++column)
         table.format({CellKeys::kAny, column}, numberFormat(0));
     if (weighted)

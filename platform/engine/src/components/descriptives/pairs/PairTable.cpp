@@ -135,7 +135,7 @@ Json pairTable(const DataSummary& summary)
     const bool weighted = summary.weightField.has_value();
     PivotTable table("descriptives.pairs", text::fixed("Pairs of Fields"),
                      {{text::fixed("Fields"), "row", rowsFor(summary, pairs)},
-                      {text::fixed("Statistics"), "column", columnsOfPairs()}});
+                      {text::fixed("Statistics"), "column", columnsOfPairs(), true}});
     setFormats(table, weighted);
     table.addCaption(text::fixed("Records with a value in both fields."));
     if (pairs.size() < summary.pairs.size())

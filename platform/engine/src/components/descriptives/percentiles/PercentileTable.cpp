@@ -26,7 +26,8 @@ Json percentileTable(const DataSummary& summary)
                      {{text::fixed("Fields"), "row", std::move(rows)},
                       {text::fixed("Statistics"),
                        "column",
-                       {Category(text::fixed("Percentiles"), std::move(columns))}}});
+                       {Category(text::fixed("Percentiles"), std::move(columns))},
+                       true}});
     for (std::size_t row = 0; row < fields.size(); ++row)
         for (std::size_t column = 0; column < fields[row]->percentiles.size(); ++column) {
             table.set({row, column}, fields[row]->percentiles[column].value);

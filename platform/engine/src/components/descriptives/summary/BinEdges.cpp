@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "base/CivilTime.h"
+#include "components/descriptives/summary/CalendarEdges.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -70,10 +71,16 @@ double narrowest(const BinRequest& request)
     return std::max(step * kSteps, 1e-290);
 }
 
-Width widthFor(const BinRequest& request)
+/// The width before it is rounded.
+double widthBefore(const BinRequest& request)
 {
     const double range = request.maximum - request.minimum;
-    const double width = std::max(range > 0 ? range / divisions(request) : 1.0, narrowest(request));
+    return std::max(range > 0 ? range / divisions(request) : 1.0, narrowest(request));
+}
+
+Width widthFor(const BinRequest& request)
+{
+    const double width = widthBefore(request);
     switch (request.scale) {
     case BinScale::Whole:
         return roundWidth(std::max(width, 1.0));
@@ -90,6 +97,9 @@ Width widthFor(const BinRequest& request)
 
 std::vector<double> binEdges(const BinRequest& request)
 {
+    if (request.scale == BinScale::Days || request.scale == BinScale::Seconds)
+        if (auto edges = calendarEdges(request.minimum, request.maximum, widthBefore(request)))
+            return *std::move(edges);
     const Width width = widthFor(request);
     double first = std::floor(request.minimum / width.size());
     // Rounding may have moved the quotient across an edge.

@@ -36,7 +36,8 @@ inline constexpr std::size_t kMostBins = 50;
 /// IQR / W^(1/3). The minimum number of bins follows H. A. Sturges, "The choice of a class
 /// interval", Journal of the American Statistical Association 21 (1926), 65-66: log2(W) + 1. If the
 /// interquartile range is 0, this rule alone decides. The width is then rounded up to 1, 2 or 5
-/// times a power of ten, or to a division of the clock. The edges are multiples of the width.
+/// times a power of ten, or to a division of the clock. The edges are multiples of the width. Bins
+/// of more than a day follow the calendar instead: see calendarEdges.
 std::vector<double> binEdges(const BinRequest& request);
 
 } // namespace EmbeddedHV

@@ -66,7 +66,7 @@ public:
             titles.emplace_back(text::fixed(column.title));
         PivotTable table(id, std::move(title),
                          {{text::fixed(rowName), "row", shownGroups()},
-                          {text::fixed("Statistics"), "column", std::move(titles)}});
+                          {text::fixed("Statistics"), "column", std::move(titles), true}});
         for (std::size_t column = 0; column < columns.size(); ++column)
             fill(table, column, columns[column].decimals);
         return table.json();
