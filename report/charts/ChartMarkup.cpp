@@ -1,5 +1,6 @@
 #include "report/charts/ChartMarkup.h"
 
+#include <algorithm>
 #include <ostream>
 #include <utility>
 
@@ -52,6 +53,66 @@ void writeData(std::ostream& out, const PageJson& part, const std::string& name)
     }
 }
 
+/// Whether a part holds data, or names a set of them.
+bool holdsData(const PageJson& part)
+{
+    return part.is_structured() &&
+           std::any_of(part.items().begin(), part.items().end(), [](const auto& member) {
+               return member.key() == "data" || member.key() == "datasets" ||
+                      holdsData(member.value());
+           });
+}
+
+/// Whether the page shows a text without a change.
+bool isKept(const std::string& text)
+{
+    return std::none_of(text.begin(), text.end(), [](char byte) {
+        const auto code = static_cast<unsigned char>(byte);
+        return code < 0x20 || code == 0x7F || code == 0xC2 || code >= 0xF5;
+    });
+}
+
+bool isKeptValue(const PageJson& value)
+{
+    return value.is_number() || value.is_null() ||
+           (value.is_string() && isKept(value.get_ref<const std::string&>()));
+}
+
+/// Whether the table of a chart's data is all that the script needs: flat records with the same
+/// members, and no other data.
+bool isInTable(const PageJson& specification)
+{
+    const PageJson* data = memberOf(specification, "data");
+    const PageJson* values = data ? memberOf(*data, "values") : nullptr;
+    if (!values || !isRecords(*values) || data->size() != 1)
+        return false;
+    for (const auto& [key, value] : specification.items())
+        if (key != "data" && (key == "datasets" || holdsData(value)))
+            return false;
+    const PageJson& first = values->front();
+    return std::all_of(values->begin(), values->end(), [&](const PageJson& record) {
+        return record.size() == first.size() &&
+               std::all_of(record.items().begin(), record.items().end(), [&](const auto& member) {
+                   return isKept(member.key()) && first.contains(member.key()) &&
+                          isKeptValue(member.value());
+               });
+    });
+}
+
+/// The specification as the script gets it. Data that are in the table are not repeated.
+void writeSpecification(std::ostream& out, const PageJson& specification)
+{
+    const bool isShort = isInTable(specification);
+    PageJson written = PageJson::object();
+    if (isShort)
+        for (const auto& [key, value] : specification.items())
+            if (key != "data" && key != "$schema")
+                written[key] = value;
+    out << "<script type=\"application/json\" class=\"specification\""
+        << (isShort ? " data-rows" : "") << ">" << scriptJson(isShort ? written : specification)
+        << "</script>\n";
+}
+
 /// Includes the data of maps, because the page may not load anything.
 void writeSources(std::ostream& out, const OutputDocument& document)
 {
@@ -64,9 +125,8 @@ void writeSources(std::ostream& out, const OutputDocument& document)
 /// Writes the specification for the chart library, and the data for readers without scripts.
 void writeForScript(std::ostream& out, const ChartDrawing& drawing, const std::string& title)
 {
-    out << "<div class=\"drawing\" hidden></div>\n"
-        << "<script type=\"application/json\" class=\"specification\">"
-        << scriptJson(drawing.specification) << "</script>\n";
+    out << "<div class=\"drawing\" hidden></div>\n";
+    writeSpecification(out, drawing.specification);
     writeSources(out, drawing.source);
     out << "<details open><summary>" << escaped(translate("Data")) << "</summary>\n";
     writeData(out, drawing.specification, title);
@@ -87,9 +147,13 @@ void writeDrawing(std::ostream& out, const ChartDrawing& drawing)
     const std::string given =
         drawing.title.empty() ? textOf(memberOf(drawing.specification, "title")) : drawing.title;
     const std::string title = given.empty() ? translate("Chart") : given;
+    const PageJson* heading = memberOf(drawing.specification, "title");
+    const std::string below = heading ? textOf(memberOf(*heading, "subtitle")) : "";
     const bool isMore = !description.empty() && description != title;
     out << "<figure class=\"chart\" id=\"" << drawing.anchor << "\">\n<figcaption>"
         << isolated(title);
+    if (!below.empty())
+        out << " <span class=\"detail\">" << isolated(below) << "</span>";
     if (isMore)
         out << " <span class=\"detail\">" << isolated(description) << "</span>";
     out << "</figcaption>\n";

@@ -20,19 +20,20 @@ void writeClosing(std::ostream& out)
     out << "</table>\n</div>\n";
 }
 
-/// Writes a number with its value, for sorting and copying, and a nested value as JSON.
+/// Writes a nested value as JSON. A cell that is not a text is a number or has no value: scripts
+/// sort and draw such cells by their content.
 void writeCell(std::ostream& out, const PageJson* value)
 {
-    if (!value)
+    if (!value || value->is_null())
         out << "<td></td>";
     else if (value->is_number())
-        out << "<td data-value=\"" << scalarText(*value) << "\">" << scalarText(*value) << "</td>";
+        out << "<td>" << scalarText(*value) << "</td>";
     else if (value->is_structured())
         out << "<td class=\"text\"><code>"
             << isolated(value->dump(-1, ' ', false, PageJson::error_handler_t::replace))
             << "</code></td>";
     else
-        out << "<td class=\"text\">" << isolated(scalarText(*value)) << "</td>";
+        out << "<td class=\"text\">" << labelText(scalarText(*value)) << "</td>";
 }
 
 /// The names of all members of all records, in order of appearance.
@@ -63,7 +64,7 @@ void writeColumns(std::ostream& out, const std::vector<std::string>& columns,
     for (std::size_t column = 0; column < columns.size(); ++column)
         out << "<th scope=\"col\" data-column=\"" << column << "\""
             << (hasWords(records, columns[column]) ? " class=\"words\">" : ">")
-            << isolated(columns[column]) << "</th>";
+            << labelText(columns[column]) << "</th>";
     out << "</tr>\n</thead>\n";
 }
 
@@ -114,7 +115,7 @@ void writePairs(std::ostream& out, const std::string& name, const PageJson& obje
     out << "<tbody>\n";
     for (const auto& [key, value] : object.items())
         if (!value.is_structured()) {
-            out << "<tr><th scope=\"row\">" << isolated(key) << "</th>";
+            out << "<tr><th scope=\"row\">" << labelText(key) << "</th>";
             writeCell(out, &value);
             out << "</tr>\n";
         }

@@ -69,6 +69,16 @@ std::string_view entityOf(char byte)
     }
 }
 
+/// Whether a text that is alone in its cell needs no isolation: it has no characters of another
+/// writing direction.
+bool isOneDirection(std::string_view text)
+{
+    constexpr unsigned char kFirstOther = 0x80;
+    return !text.empty() && text.size() <= kLongText &&
+           std::all_of(text.begin(), text.end(),
+                       [](char byte) { return static_cast<unsigned char>(byte) < kFirstOther; });
+}
+
 /// Isolates the writing direction; a long text gets a scrolling box.
 std::string boxed(std::size_t length, const std::string& markup)
 {
@@ -107,9 +117,15 @@ std::string isolated(std::string_view text)
     return boxed(text.size(), escaped(text));
 }
 
+std::string labelText(std::string_view text)
+{
+    return isOneDirection(text) ? escaped(text) : isolated(text);
+}
+
 std::string cellText(std::string_view text)
 {
-    return boxed(text.size(), replaced(escaped(text), "\\n", "<br>"));
+    const std::string markup = replaced(escaped(text), "\\n", "<br>");
+    return isOneDirection(text) ? markup : boxed(text.size(), markup);
 }
 
 std::string shortened(std::string_view text, std::size_t limit)

@@ -11,7 +11,11 @@ std::string escaped(std::string_view text);
 /// bar.
 std::string isolated(std::string_view text);
 
-/// The same for a table cell, where a backslash and an "n" start a new line.
+/// The same for a text that is alone in a cell of a table. An ASCII text needs no element of its
+/// own.
+std::string labelText(std::string_view text);
+
+/// The same for a cell where a backslash and an "n" start a new line.
 std::string cellText(std::string_view text);
 
 /// The first words of a text for a link or list: at most `limit` bytes and an ellipsis.

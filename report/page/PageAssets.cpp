@@ -1,8 +1,11 @@
 #include "report/page/PageAssets.h"
 
 #include <array>
+#include <new>
+#include <vector>
 
 #include <sodium.h>
+#include <zlib.h>
 
 #include "ErrorText.h"
 #include "FileServices.h"
@@ -10,18 +13,21 @@
 
 namespace {
 
+std::string base64Text(const unsigned char* bytes, std::size_t size)
+{
+    std::string text(sodium_base64_encoded_len(size, sodium_base64_VARIANT_ORIGINAL), '\0');
+    sodium_bin2base64(text.data(), text.size(), bytes, size, sodium_base64_VARIANT_ORIGINAL);
+    text.pop_back(); // the terminating zero
+    return text;
+}
+
 /// The source expression for a text in a security policy.
 std::string hashSource(const std::string& text)
 {
     std::array<unsigned char, crypto_hash_sha256_BYTES> hash{};
     crypto_hash_sha256(hash.data(), reinterpret_cast<const unsigned char*>(text.data()),
                        text.size());
-    constexpr std::size_t length =
-        sodium_base64_ENCODED_LEN(crypto_hash_sha256_BYTES, sodium_base64_VARIANT_ORIGINAL);
-    std::array<char, length> base64{};
-    sodium_bin2base64(base64.data(), base64.size(), hash.data(), hash.size(),
-                      sodium_base64_VARIANT_ORIGINAL);
-    return "'sha256-" + std::string(base64.data()) + "'";
+    return "'sha256-" + base64Text(hash.data(), hash.size()) + "'";
 }
 
 std::string fileOf(const std::string& name)
@@ -45,10 +51,25 @@ PageAsset installedAsset(const std::string& name)
     return pageAsset(std::move(text));
 }
 
-PageAsset chartLibrary()
+std::optional<ChartLibrary> chartLibrary()
 {
     constexpr const char* kLibrary = "chart-library.js";
     bool exists = false;
     ValidateFileSpecification(fileOf(kLibrary), exists);
-    return exists ? installedAsset(kLibrary) : PageAsset();
+    if (!exists)
+        return std::nullopt;
+    return ChartLibrary{installedAsset(kLibrary),
+                        installedAsset("chart-library.licenses.txt").text};
+}
+
+std::string packed(const std::string& text)
+{
+    uLongf size = compressBound(static_cast<uLong>(text.size()));
+    std::vector<unsigned char> bytes(size);
+    const int status =
+        compress2(bytes.data(), &size, reinterpret_cast<const unsigned char*>(text.data()),
+                  static_cast<uLong>(text.size()), Z_BEST_COMPRESSION);
+    if (status != Z_OK)
+        throw std::bad_alloc();
+    return base64Text(bytes.data(), size);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 /// A style sheet or script in a page, and the source expression that allows it in the page's
@@ -16,5 +17,15 @@ PageAsset pageAsset(std::string text);
 /// read.
 PageAsset installedAsset(const std::string& name);
 
-/// The chart library; empty if it is not installed.
-PageAsset chartLibrary();
+/// The chart library with its licenses, which stay readable in a page.
+struct ChartLibrary
+{
+    PageAsset script;
+    std::string licenses;
+};
+
+/// The chart library; nullopt if it is not installed.
+std::optional<ChartLibrary> chartLibrary();
+
+/// A text, compressed in zlib's format, as Base64. Throws std::bad_alloc.
+std::string packed(const std::string& text);

@@ -55,7 +55,7 @@ public:
                 _out << "<li><a href=\"#" << _contents.anchor(item) << "\">"
                      << isolated(shortened(title)) << "</a>\n";
                 if (const auto* heading = std::get_if<HeadingItem>(&item))
-                    writeOutline((*heading)->items);
+                    writeEntries(**heading);
                 _out << "</li>\n";
             }
         _out << "</ol>\n";
@@ -68,6 +68,23 @@ public:
     }
 
 private:
+    /// The entries under a heading. What is folded on the page is folded here too. Many folded
+    /// headings would have more folds than a reader wants to pass.
+    void writeEntries(const OutputHeading& heading)
+    {
+        if (heading.isFolded && _contents.isLarge())
+            return;
+        if (!_contents.isFolded(heading)) {
+            writeOutline(heading.items);
+            return;
+        }
+        _out << "<details><summary><span class=\"unseen\">" << isolated(heading.text.text)
+             << ": </span>" << heading.items.size() << " " << escaped(translate("Entries"))
+             << "</summary>\n";
+        writeOutline(heading.items);
+        _out << "</details>\n";
+    }
+
     void writeItem(const OutputItem& item, int level)
     {
         const std::string& anchor = _contents.anchor(item);
@@ -85,14 +102,22 @@ private:
 
     void writeHeading(const OutputHeading& heading, const std::string& anchor, int level)
     {
+        const bool isFolded = _contents.isFolded(heading);
+        _out << "<section aria-labelledby=\"" << anchor << "\">\n"
+             << (isFolded ? "<details class=\"fold\"><summary>" : "");
+        writeTitle(heading, anchor, level);
+        _out << (isFolded ? "</summary>\n" : "\n");
+        writeItems(heading.items, level + 1);
+        _out << (isFolded ? "</details>\n" : "") << "</section>\n";
+    }
+
+    void writeTitle(const OutputHeading& heading, const std::string& anchor, int level)
+    {
         const std::string element = "h" + std::to_string(std::min(level, kLastHeadingElement));
-        _out << "<section aria-labelledby=\"" << anchor << "\">\n<" << element << " id=\"" << anchor
-             << "\"";
+        _out << "<" << element << " id=\"" << anchor << "\"";
         if (level > kLastHeadingElement)
             _out << " aria-level=\"" << level << "\"";
-        _out << ">" << isolated(heading.text.text) << "</" << element << ">\n";
-        writeItems(heading.items, level + 1);
-        _out << "</section>\n";
+        _out << ">" << isolated(heading.text.text) << "</" << element << ">";
     }
 
     // Level 0 is for the log only.
@@ -127,9 +152,10 @@ void writePageBody(std::ostream& out, const PageBody& body)
 {
     BodyWriter writer(out, body.contents);
     const bool hasOutline = isWorthAnOutline(body.items);
-    out << "<body" << (hasOutline ? " class=\"outlined\"" : "")
-        << ">\n<a class=\"skip\" href=\"#output\">" << escaped(translate("Skip to the output"))
-        << "</a>\n<header>\n<h1>" << isolated(body.title) << "</h1>\n";
+    out << "<body class=\"" << (hasOutline ? "outlined" : "")
+        << (body.contents.isLarge() ? " large" : "") << "\">\n<a class=\"skip\" href=\"#output\">"
+        << escaped(translate("Skip to the output")) << "</a>\n<header>\n<h1>"
+        << isolated(body.title) << "</h1>\n";
     if (!body.subtitle.empty())
         out << "<p>" << isolated(body.subtitle) << "</p>\n";
     out << "</header>\n";

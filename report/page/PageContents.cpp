@@ -9,6 +9,11 @@
 
 namespace {
 
+/// A page with more items is large.
+constexpr std::size_t kManyItems = 60;
+/// A large page folds headings with more items.
+constexpr std::size_t kLongList = 20;
+
 /// A letter for the kind of item, used in anchors.
 char kindOf(const OutputItem& item)
 {
@@ -40,7 +45,9 @@ void PageContents::visit(const std::vector<OutputItem>& items)
         _anchors.emplace(&item, kindOf(item) + std::to_string(_anchors.size() + 1));
         if (const auto* heading = std::get_if<std::shared_ptr<OutputHeading>>(&item))
             visit((*heading)->items);
-        else if (const auto* table = std::get_if<std::shared_ptr<OutputTable>>(&item)) {
+        else
+            ++_leaves;
+        if (const auto* table = std::get_if<std::shared_ptr<OutputTable>>(&item)) {
             if (!widthClass(**table).empty())
                 _widthRules.insert(widthRule(**table));
         } else if (const auto* chart = std::get_if<OutputChart>(&item))
@@ -58,6 +65,17 @@ void PageContents::read(const OutputItem& item, const OutputDocument& source,
         return;
     _hasDrawings |= needsLibrary(*json, source);
     _documents.emplace(&item, std::move(*json));
+}
+
+bool PageContents::isLarge() const
+{
+    return _leaves > kManyItems;
+}
+
+bool PageContents::isFolded(const OutputHeading& heading) const
+{
+    const bool isLong = heading.items.size() > kLongList;
+    return !heading.items.empty() && (heading.isFolded || (isLarge() && isLong));
 }
 
 const PageJson* PageContents::document(const OutputItem& item) const

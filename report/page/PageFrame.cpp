@@ -33,9 +33,9 @@ std::string sources(const std::vector<PageAsset>& assets)
 std::string words()
 {
     nlohmann::json table;
-    for (const char* key :
-         {"Copy", "Copied", "Sort", "Strongest arrows", "This chart cannot be drawn.",
-          "The library that draws charts is missing from the installation."})
+    for (const char* key : {"Copy", "Copied", "Sort", "Strongest arrows", "Find in the contents",
+                            "No entry has these words.", "This chart cannot be drawn.",
+                            "The library that draws charts is missing from the installation."})
         table[key] = translate(key);
     return scriptText(table.dump(-1, ' ', true));
 }
@@ -47,18 +47,19 @@ PageFrame::PageFrame(bool withCharts, const std::string& rules)
     _styles.push_back(installedAsset("page.css"));
     if (!rules.empty())
         _styles.push_back(pageAsset(rules));
-    for (const char* script : {"grid.js", "layers.js", "sorting.js", "copying.js", "networks.js"})
+    for (const char* script :
+         {"grid.js", "outline.js", "layers.js", "sorting.js", "copying.js", "networks.js"})
         _scripts.push_back(installedAsset(script));
     if (!withCharts)
         return;
-    if (PageAsset library = chartLibrary(); !library.text.empty())
-        _scripts.push_back(std::move(library));
+    _library = chartLibrary();
     _scripts.push_back(installedAsset("charts.js"));
 }
 
 std::string PageFrame::policy() const
 {
     return "default-src 'none'; style-src" + sources(_styles) + "; script-src" + sources(_scripts) +
+           (_library ? " " + _library->script.source : "") +
            "; img-src data:; base-uri 'none'; form-action 'none'";
 }
 
@@ -78,6 +79,10 @@ void PageFrame::writeHead(std::ostream& out, const std::string& title) const
 void PageFrame::writeFoot(std::ostream& out) const
 {
     out << "<script type=\"application/json\" id=\"words\">" << words() << "</script>\n";
+    if (_library)
+        out << "<script type=\"text/plain\" id=\"licenses\">" << _library->licenses
+            << "</script>\n<script type=\"text/plain\" id=\"library\">"
+            << packed(_library->script.text) << "</script>\n";
     for (const PageAsset& script : _scripts)
         out << "<script>" << script.text << "</script>\n";
     out << "</body>\n</html>\n";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,4 +24,5 @@ private:
 
     std::vector<PageAsset> _styles;
     std::vector<PageAsset> _scripts;
+    std::optional<ChartLibrary> _library; ///< a script unpacks it
 };

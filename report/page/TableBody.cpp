@@ -4,11 +4,37 @@
 #include <ostream>
 
 #include "FormattedText.h"
+#include "Translation.h"
 #include "VexaCases.h"
 #include "base/NumberText.h"
 #include "report/document/PageText.h"
 
 namespace {
+
+/// A number with narrow blanks between groups of three digits, which are no decimal mark in any
+/// language. Numbers of four digits, for example years, and dates stay unchanged.
+std::string groupedNumber(const TnContent& content)
+{
+    constexpr std::size_t kUngrouped = 4;
+    constexpr const char* kNarrowBlank = "\u202F";
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const std::string& text = content.text;
+    const auto first = std::find_if(text.begin(), text.end(), isDigit);
+    const auto last = std::find_if_not(first, text.end(), isDigit);
+    const bool hasMarks =
+        std::count_if(last, text.end(), [](char c) { return c == '.' || c == ','; }) > 1 ||
+        text.find_first_of("eE") != std::string::npos;
+    const auto count = static_cast<std::size_t>(last - first);
+    if (count <= kUngrouped || hasMarks || isDateFormat(content.format))
+        return text;
+    std::string result(text.begin(), first);
+    for (std::size_t at = 0; at < count; ++at) {
+        if (at > 0 && (count - at) % 3 == 0)
+            result += kNarrowBlank;
+        result += first[static_cast<std::ptrdiff_t>(at)];
+    }
+    return result.append(last, text.end());
+}
 
 /// The value of a cell for copying, if its text is not sufficient. Spreadsheets read a date better
 /// as shown than as seconds, and a missing value as an empty cell.
@@ -20,8 +46,10 @@ std::string valueOf(const TnContent& content)
                    : " data-text=\"" + escaped(content.text) + "\"";
     if (*content.number == kSystemMissing)
         return " data-value=\"\"";
-    return " data-value=\"" + base::shortestNumber(*content.number) + "\"" +
-           (isDateFormat(content.format) ? " data-shown" : "");
+    const std::string value = base::shortestNumber(*content.number);
+    if (value == groupedNumber(content))
+        return {};
+    return " data-value=\"" + value + "\"" + (isDateFormat(content.format) ? " data-shown" : "");
 }
 
 /// The missing part of a fraction, to align the decimal signs.
@@ -87,9 +115,26 @@ private:
         return label ? label->span : 0;
     }
 
+    /// The classes that scripts need to sort: groups are sorted by themselves, with the total last.
+    std::string rowClass(std::size_t row) const
+    {
+        const bool isFirst = _grid.rows.beginsGroup(row);
+        if (!isTotal(row))
+            return isFirst ? " class=\"first\"" : "";
+        return isFirst ? " class=\"first total\"" : " class=\"total\"";
+    }
+
+    bool isTotal(std::size_t row) const
+    {
+        for (int level = _grid.rows.levels(); level-- > 0;)
+            if (const std::optional<AxisLabel> label = _grid.rows.labelAt(row, level))
+                return label->span == 1 && label->text->text == _total;
+        return false;
+    }
+
     void writeRow(std::size_t row)
     {
-        _out << (_grid.rows.beginsGroup(row) ? "<tr class=\"first\">" : "<tr>");
+        _out << "<tr" << rowClass(row) << ">";
         for (int level = 0; level < _grid.rows.levels(); ++level)
             writeLabel(row, level);
         _rowNames = _grid.named ? _grid.rows.names(row, _grid.rowPrefix()) : "";
@@ -133,7 +178,7 @@ private:
         const TnContent& content = cell.content;
         _out << valueOf(content);
         if (content.number)
-            _out << padding(content, fraction) << ">" << escaped(content.text);
+            _out << padding(content, fraction) << ">" << escaped(groupedNumber(content));
         else
             _out << " class=\"text\">" << (content.text.empty() ? "" : cellText(content.text));
         _out << _grid.notes.marks(cell.notes) << "</td>";
@@ -145,6 +190,7 @@ private:
     std::vector<std::string> _columnNames;
     std::vector<std::size_t> _fractions; ///< the longest one, by column
     std::string _rowNames;
+    std::string _total = translate("Total");
 };
 
 } // namespace

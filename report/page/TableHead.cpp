@@ -79,7 +79,7 @@ private:
             return;
         }
         _out << "<th class=\"stub\" scope=\"" << (levels > 1 ? "colgroup" : "col") << "\""
-             << spans(1, levels) << ">" << isolated(head.dimension->name.text)
+             << spans(1, levels) << ">" << labelText(head.dimension->name.text)
              << _grid.notes.marks(head.dimension->notes) << "</th>";
     }
 
@@ -123,7 +123,7 @@ std::string headerCell(TableGrid& grid, const AxisLabel& label, const std::strin
     if (grid.named)
         cell += " id=\"" + name + "\"";
     cell += " scope=\"" + scope + (label.span > 1 ? "group" : "") + "\"" + more + ">";
-    return cell + isolated(label.text->text) + grid.notes.marks(*label.notes) + "</th>";
+    return cell + labelText(label.text->text) + grid.notes.marks(*label.notes) + "</th>";
 }
 
 bool TableGrid::hasWords(std::size_t column) const

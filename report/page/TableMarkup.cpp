@@ -64,16 +64,33 @@ private:
 
     void writeLayer(std::size_t layer)
     {
-        const std::string anchor = _anchor + "l" + std::to_string(layer);
+        const std::string anchor = _anchor + (layer > 0 ? "l" + std::to_string(layer) : "");
         TableGrid grid{_table, _rows, _columns, _notes, anchor + "-", {}, false};
-        grid.named = _rows.levels() > 1 || _columns.levels() > 1;
+        // The scopes of labels are sufficient for two levels: each outer label has a body or a
+        // group of columns of its own.
+        grid.named = _rows.levels() > 2 || _columns.levels() > 2;
         grid.layer.assign(_table.dimensions.size(), 0);
         _layers.setAddress(layer, grid.layer);
         _out << "<div class=\"grid\"" << layerPlace(layer) << ">\n<table class=\"data\">\n";
         writeCaption(layer);
+        if (_columns.levels() == 2 && !grid.named)
+            writeColumnGroups();
         writeTableHead(_out, grid);
         writeTableBody(_out, grid);
         _out << "</table>\n</div>\n";
+    }
+
+    void writeColumnGroups()
+    {
+        if (_rows.levels() > 0)
+            _out << "<colgroup span=\"" << _rows.levels() << "\"></colgroup>";
+        for (std::size_t at = 0; at < _columns.size();) {
+            const std::optional<AxisLabel> label = _columns.labelAt(at, 0);
+            const std::size_t span = label ? label->span : 1;
+            _out << "<colgroup span=\"" << span << "\"></colgroup>";
+            at += span;
+        }
+        _out << "\n";
     }
 
     std::string layerPlace(std::size_t layer) const
@@ -108,8 +125,8 @@ private:
     {
         _out << " <span class=\"detail\">";
         if (!name.empty())
-            _out << isolated(name) << marks << (value.empty() ? "" : ": ");
-        _out << isolated(value) << "</span>";
+            _out << labelText(name) << marks << (value.empty() ? "" : ": ");
+        _out << labelText(value) << "</span>";
     }
 
     void writeFoot()

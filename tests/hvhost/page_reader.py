@@ -33,6 +33,7 @@ class Page(html.parser.HTMLParser):
         self.open.append(tag)
         if tag in ("h1", "h2", "h3", "caption", "a", "td", "th"):
             self._text, self._value = "", given.get("data-value")
+            self._isNumber = tag == "td" and "text" not in given.get("class", "").split()
         if tag == "table":
             self._rows, self._caption = [], None
         if tag == "tr":
@@ -49,8 +50,11 @@ class Page(html.parser.HTMLParser):
         elif tag == "caption":
             self._caption = self._text
         elif tag in ("td", "th"):
-            self._rows[-1].append((self._text.strip(), self._value))
-        elif tag == "table" and "details" not in self.open:
+            shown = self._text.strip()
+            # A number without a value of its own is shown with all digits.
+            whole = shown if self._isNumber and shown else None
+            self._rows[-1].append((shown, whole if self._value is None else self._value))
+        elif tag == "table" and "details" not in self.open[self.open.index("figure"):]:
             self.tables[self._caption] = self._rows
 
     def handle_data(self, data):

@@ -186,6 +186,11 @@ const std::string kBars = R"({
     "y": {"field": "share", "type": "quantitative", "title": "Percent of days"},
     "color": {"field": "year", "type": "nominal", "title": "Year"}}})";
 
+const std::string kCounts = R"({"title": {"text": "Counts", "subtitle": "The 3 most frequent"},
+  "data": {"values": [{"a": "x", "n": 1}, {"a": "y", "n": 2}, {"a": "=z", "n": null}]},
+  "mark": "bar", "encoding": {"y": {"field": "a", "type": "nominal"},
+    "x": {"field": "n", "type": "quantitative"}}})";
+
 void addView(TnHeading& heading)
 {
     xInteractive view(heading);
@@ -359,13 +364,43 @@ void writeShapes()
     tableUnder(procedure, "no dimension");
 }
 
-/// A million cells.
+/// A hundred folded groups, each with a table and charts, and a table of long numbers.
+void writeMany()
+{
+    TnProcedure procedure("Many");
+    {
+        const Table table = tableUnder(procedure, "Totals");
+        const Dimension rows = dimensionOf(*table, "Row", TnDimension::Row);
+        const Dimension columns = dimensionOf(*table, "Column", TnDimension::Column);
+        for (const auto& [label, value] :
+             {std::pair{"=1+1", 1234567.25}, std::pair{"b", 20000.0}, std::pair{"Total", 9.0}}) {
+            rows->Category(words(label));
+            columns->Category(words("Sum")).Cell(number(value, kFormatNumber, 2));
+        }
+    }
+    for (int group = 0; group < 100; ++group) {
+        const std::unique_ptr<TnHeading> heading(
+            procedure.Heading(words("group " + std::to_string(group))));
+        addStatistics(*heading);
+        for (int chart = 0; chart < 3; ++chart)
+            addChart(*heading, "Chart " + std::to_string(chart), kCounts);
+    }
+    for (const OutputItem& item : procedure.node()->items)
+        if (const auto* heading = std::get_if<std::shared_ptr<OutputHeading>>(&item))
+            (*heading)->isFolded = true;
+}
+
+/// A million cells, each of which names its labels.
 void writeLarge()
 {
     TnProcedure procedure("Large");
     const Table table = tableUnder(procedure, "Large");
-    const Dimension rows = dimensionOf(*table, "Row", TnDimension::Row);
+    const Dimension block = dimensionOf(*table, "Block", TnDimension::Row, 1);
+    const Dimension part = dimensionOf(*table, "Part", TnDimension::Row, 2);
+    const Dimension rows = dimensionOf(*table, "Row", TnDimension::Row, 3);
     const Dimension columns = dimensionOf(*table, "Column", TnDimension::Column);
+    block->Category(words("all"));
+    part->Category(words("all"));
     for (int row = 0; row < 10000; ++row) {
         rows->Category(words(std::to_string(row)));
         for (int column = 0; column < 100; ++column)
@@ -380,7 +415,7 @@ int main(int argc, char** argv)
     const std::map<std::string, void (*)()> kinds = {
         {"sample", writeSample},   {"hostile", writeHostile}, {"map", writeMap},
         {"network", writeNetwork}, {"plain", writePlain},     {"shapes", writeShapes},
-        {"large", writeLarge}};
+        {"large", writeLarge},     {"many", writeMany}};
     if (argc != 3 || kinds.count(argv[1]) == 0) {
         std::cerr << "usage: page_samples KIND FILE\n";
         return 2;

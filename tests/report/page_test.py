@@ -332,14 +332,61 @@ class WholePages(unittest.TestCase):
             self.assertEqual(text.count(part), 1, part)
         self.assertNotIn("unsafe", re.search("Content-Security-Policy.*", text)[0])
 
-    def test_is_accessible_by_day_and_by_night(self):
+    def test_a_large_page_is_folded_and_found_in(self):
+        self.assertLess(os.path.getsize(file_of("many")), 1_500_000)
+        page = opened("many")
+        stops = """[...document.querySelectorAll("a, button, select, input, summary, [tabindex]")].filter((one) =>
+            one.tabIndex >= 0 && one.checkVisibility()).length"""
+        self.assertLess(page.evaluate(stops), 300)
+        folds = "[...document.querySelectorAll('main .fold')].filter((fold) => fold.open).length"
+        self.assertEqual(page.evaluate(folds), 0)
+        page.evaluate("""{ const field = document.querySelector("nav input"); field.value = "UP 77";
+            field.dispatchEvent(new Event("input")); }""")
+        shown = "[...document.querySelectorAll('nav > ol > li')].filter((entry) => !entry.hidden)"
+        self.assertEqual(page.evaluate(f"{shown}.map((entry) => entry.textContent.trim())"), ["group 77"])
+        page.evaluate(f"{shown}[0].querySelector('a').click()")
+        page.wait_until("document.querySelector('.fold[open] svg > title')")
+        self.assertEqual(page.evaluate(folds), 1)
+        opened_fold = "document.querySelector('.fold[open]')"
+        self.assertEqual(page.evaluate(f"{opened_fold}.querySelectorAll('.copy').length"), 1)
+        # The words and the data of a chart are in the page only once.
+        figure = f"{opened_fold}.querySelector('figure.chart')"
+        self.assertEqual(page.evaluate(f"{figure}.querySelector('.detail').textContent"), "The 3 most frequent")
+        self.assertEqual(page.evaluate(f"""[...{figure}.querySelectorAll('.mark-rect path')].map((bar) =>
+            bar.getAttribute('aria-label'))"""), ["n: 1; a: x", "n: 2; a: y"])
+        self.assertEqual(page.complaints(), [])
+
+    def test_numbers_are_grouped_but_copied_whole_and_texts_stay_texts(self):
+        page = opened("many")
+        column = "named('Totals').querySelector('[data-column] button')"
+        self.assertEqual(page.evaluate(f"{column}.click(), body('Totals')"),
+                         [["b", "20\u202f000.00"], ["=1+1", "1\u202f234\u202f567.25"], ["Total", "9.00"]])
+        page.evaluate("select(named('Totals').tHead, named('Totals').tBodies[0])")
+        page.evaluate("document.getSelection().selectAllChildren(named('Totals'))")
+        self.assertEqual(page.evaluate("copied()").split("\n")[1:],
+                         ["Row\tSum", "b\t20000", "'=1+1\t1234567.25", "Total\t9", ""])
+
+    def test_columns_are_one_stop_and_arrows_lead_on(self):
+        page = opened("sample")
+        page.evaluate("named('Means').querySelector('.sort').focus()")
+        places = []
+        for key in ("ArrowRight", "End", "ArrowRight", "Home"):
+            page.evaluate(f"""document.activeElement.dispatchEvent(
+                new KeyboardEvent("keydown", {{ key: "{key}", bubbles: true }}))""")
+            places.append(page.evaluate("text(document.activeElement)"))
+        self.assertEqual(places, ["Since", "Remark", "Remark", "Income"])
+        self.assertEqual(page.evaluate("named('Means').querySelectorAll('.sort[tabindex=\"0\"]').length"), 1)
+
+    def test_is_accessible_by_day_by_night_and_on_paper(self):
         with open(os.environ["AXE"], encoding="utf-8") as file:
             axe = file.read()
-        for kind, dark in ((kind, dark) for kind in ("sample", "map", "network") for dark in (False, True)):
-            page = opened(kind, dark=dark)
+        for kind, look in ((kind, look) for kind in ("sample", "map", "network", "many")
+                           for look in ("day", "night", "paper")):
+            page = opened(kind, dark=look == "night")
+            if look == "paper":
+                page.media("print")
             page.evaluate(axe)
             found = page.evaluate("""axe.run().then((result) => result.violations
-                .filter((violation) => ["serious", "critical"].includes(violation.impact))
                 .map((violation) => violation.id + " " + violation.nodes[0].html.slice(0, 200)))""")
             self.assertEqual(found, [])
 

@@ -51,6 +51,7 @@ struct OutputHeading
 {
     TnContent text;                ///< as declared
     std::vector<OutputItem> items; ///< in the order of output
+    bool isFolded = false;         ///< whether a page shows it closed at first
 };
 
 /// All output of the process, in order. Host programs render it and tests read it; the library does

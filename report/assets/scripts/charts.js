@@ -28,7 +28,7 @@
     axis: {
       domainColor: ink, domainOpacity: 0.45, tickColor: ink, tickOpacity: 0.45,
       gridColor: ink, gridOpacity: 0.12, labelColor: ink, titleColor: ink,
-      labelFontSize: 11, titleFontSize: 12, titleFontWeight: 500, titlePadding: 10,
+      labelSeparation: 8, labelLimit: 240, labelFontSize: 11, titleFontSize: 12, titleFontWeight: 500, titlePadding: 10,
     },
     legend: { labelColor: ink, titleColor: ink, titleFontWeight: 500 },
     header: { labelColor: ink, titleColor: ink, titleFontWeight: 500 },
@@ -42,9 +42,41 @@
     },
   };
 
+  /** The records of a table of data. */
+  const rowsOf = (table) => {
+    const names = [...table.tHead.rows[0].cells].map((cell) => cell.textContent);
+    const valueOf = (cell) => {
+      if (cell.classList.contains("text"))
+        return cell.textContent;
+      return cell.textContent === "" ? null : Number(cell.textContent);
+    };
+    return [...table.tBodies[0].rows].map((row) =>
+      Object.fromEntries([...row.cells].map((cell, at) => [names[at], valueOf(cell)])));
+  };
+
+  /** Fits a single view to the place that it has, so that its letters keep their size. Views with a
+      step for each category of x, and those side by side, have a width of their own. */
+  const fit = (specification, room) => {
+    const parts = ["facet", "repeat", "concat", "hconcat", "vconcat", "width", "autosize"];
+    const layers = [specification, ...(specification.layer ?? [])];
+    const isStepped = layers.some(({ encoding }) => ["nominal", "ordinal"].includes(
+      encoding?.x?.type) || encoding?.row || encoding?.column || encoding?.facet);
+    if (isStepped || !layers.some(({ encoding }) => encoding?.x)
+        || parts.some((part) => part in specification))
+      return;
+    specification.width = Math.min(640, Math.max(200, room));
+    specification.autosize = { type: "fit-x", contains: "padding" };
+    if (room < 500)
+      specification.config = { ...specification.config,
+        axis: { labelLimit: 110, ...specification.config?.axis } };
+  };
+
   const specificationOf = (figure) => {
     const read = (element) => JSON.parse(element.textContent);
-    const specification = read(figure.querySelector(":scope > .specification"));
+    const place = figure.querySelector(":scope > .specification");
+    const specification = read(place);
+    if (place.hasAttribute("data-rows"))
+      specification.data = { values: rowsOf(figure.querySelector(":scope > details table")) };
     const sources = [...figure.querySelectorAll(":scope > .source")].map((source) =>
       [source.dataset.name, read(source)]);
     const caption = figure.querySelector(":scope > figcaption > bdi")?.textContent;
@@ -82,7 +114,9 @@
 
   const draw = async (figure, place) => {
     const errors = [];
-    await chartLibrary.embed(place, specificationOf(figure), {
+    const specification = specificationOf(figure);
+    fit(specification, place.clientWidth);
+    await chartLibrary.embed(place, specification, {
       mode: "vega-lite", renderer: "svg", actions: false, defaultStyle: false, hover: false,
       tooltip: { disableDefaultStyle: true, theme: "page" },
       ast: true, expr: chartLibrary.expressionInterpreter,
@@ -93,6 +127,18 @@
     describe(figure);
   };
 
+  /** Unpacks the library when the first chart needs it. The policy of the page knows its hash. */
+  const unpack = async () => {
+    const packed = document.getElementById("library");
+    if (!packed)
+      return;
+    const bytes = Uint8Array.from(atob(packed.textContent), (letter) => letter.charCodeAt(0));
+    const stream = new Blob([bytes]).stream().pipeThrough(new DecompressionStream("deflate"));
+    const script = page.element("script", { textContent: await new Response(stream).text() });
+    document.head.append(script);
+  };
+  let unpacked = null;
+
   const missing = "The library that draws charts is missing from the installation.";
 
   const parts = (figure) => ["drawing", "details"].map((name) =>
@@ -101,6 +147,7 @@
   const drawOrTell = async (figure) => {
     const [place, data] = parts(figure);
     try {
+      await (unpacked ??= unpack());
       if (typeof chartLibrary === "undefined")
         throw new Error(page.word(missing));
       await draw(figure, place);
@@ -132,9 +179,10 @@
       drawOrTell(figure).then(endOne);
   };
 
-  /** Until it is drawn, a chart is printed as its data. */
+  /** Until it is drawn, a chart is printed as its data. What is folded is not printed. */
   const drawAll = () => {
-    for (const figure of [...waiting]) {
+    const shown = [...waiting].filter((figure) => !figure.closest(".fold:not([open])"));
+    for (const figure of shown) {
       parts(figure)[1].open = true;
       drawOnce(figure);
     }

@@ -7,8 +7,13 @@
   const quoted = (value) =>
     /[\t\n\r"]/.test(value) ? `"${value.replaceAll('"', '""')}"` : value;
 
+  /** A text that a spreadsheet would compute gets an apostrophe, which keeps it a text. */
+  const inert = (value) =>
+    /^[=+@\t\r-]/.test(value) && Number.isNaN(Number(value)) ? `'${value}` : value;
+
   /** Rows of a table as they go to the clipboard, as text and as markup. */
-  const copyOf = (rows) => {
+  const copyOf = (cells) => {
+    const rows = cells.map((row) => row.map(inert));
     const table = page.element("table");
     for (const row of rows)
       table.append(page.element("tr", {},
@@ -112,7 +117,7 @@
     setTimeout(() => { button.textContent = page.word("Copy"); }, 1500);
   };
 
-  document.querySelectorAll("figure.table").forEach((figure) => {
+  const addButton = (figure) => {
     const button = page.element("button", {
       type: "button", className: "copy", textContent: page.word("Copy"),
     });
@@ -120,5 +125,7 @@
     button.addEventListener("click", () =>
       copyNow(button, figure.querySelector(":scope > .grid:not([hidden]) table")));
     [...figure.querySelectorAll(":scope > .grid")].at(-1)?.after(button);
-  });
+  };
+
+  document.querySelectorAll("figure.table").forEach((figure) => page.whenShown(figure, addButton));
 }

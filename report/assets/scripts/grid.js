@@ -23,6 +23,15 @@ const page = {
     return copy.textContent;
   },
 
+  /** Prepares an element as soon as no fold hides it. Large pages would load slowly otherwise. */
+  whenShown(element, prepare) {
+    const fold = element.closest("details.fold:not([open])");
+    if (fold)
+      fold.addEventListener("toggle", () => page.whenShown(element, prepare), { once: true });
+    else
+      prepare(element);
+  },
+
   /** The full value of a cell: a number with all its digits; a date as shown. */
   value(cell) {
     const { value, text, shown } = cell.dataset;

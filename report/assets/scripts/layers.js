@@ -21,7 +21,7 @@
     });
   };
 
-  document.querySelectorAll("figure[data-layers]").forEach((figure) => {
+  const addLists = (figure) => {
     const bar = page.element("div", { className: "tools" });
     const lists = JSON.parse(figure.dataset.layers).map((dimension) => {
       const list = select(dimension);
@@ -33,5 +33,8 @@
     });
     figure.prepend(bar);
     showLayer(figure, lists);
-  });
+  };
+
+  document.querySelectorAll("figure[data-layers]").forEach((figure) =>
+    page.whenShown(figure, addLists));
 }

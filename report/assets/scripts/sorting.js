@@ -9,9 +9,9 @@
 
   const keyOf = (cell) => {
     const { value } = cell.dataset;
-    if (value !== undefined)
-      return value === "" ? "" : Number(value);
-    return page.value(cell);
+    const isText = cell.classList.contains("text");
+    const shown = value ?? page.value(cell);
+    return isText || shown === "" ? shown : Number(shown);
   };
 
   const compare = (left, right, sign) => {
@@ -41,7 +41,9 @@
       const labels = row.cells.length - columns;
       return { row, key: keyOf(row.cells[labels + column]) };
     });
-    return keyed.sort((left, right) => compare(left.key, right.key, sign)).map(({ row }) => row);
+    const isTotal = ({ row }) => row.classList.contains("total");
+    return keyed.sort((left, right) =>
+      isTotal(left) - isTotal(right) || compare(left.key, right.key, sign)).map(({ row }) => row);
   };
 
   /** Rows of a group keep their common labels in front of whichever comes first. The body is
@@ -65,6 +67,24 @@
   const nextOrder = { none: "ascending", ascending: "descending", descending: "none" };
   const signs = { none: 0, ascending: 1, descending: -1 };
 
+  /** One stop of the tab key for all columns; the arrow keys lead from one to the next. */
+  const moveAmong = (buttons) => {
+    const steps = { ArrowLeft: -1, ArrowRight: 1, Home: -Infinity, End: Infinity };
+    const focusOn = (at) => {
+      buttons.forEach((button, other) => { button.tabIndex = other === at ? 0 : -1; });
+      buttons[at].focus();
+    };
+    buttons.forEach((button, at) => {
+      button.tabIndex = at === 0 ? 0 : -1;
+      button.addEventListener("keydown", (event) => {
+        if (!(event.key in steps))
+          return;
+        event.preventDefault();
+        focusOn(Math.min(Math.max(at + steps[event.key], 0), buttons.length - 1));
+      });
+    });
+  };
+
   const makeSortable = (table) => {
     const headers = [...table.querySelectorAll("thead th[data-column]")];
     const columns = [...(table.tBodies[0]?.rows[0]?.cells ?? [])].filter(
@@ -73,10 +93,12 @@
     const isSortable = [...groups.values()].flat().some((group) => group.rows.length > 1);
     if (!isSortable)
       return;
+    const buttons = [];
     for (const header of headers) {
       const button = page.element("button", { type: "button", className: "sort" });
       button.title = page.word("Sort");
-      button.append(header.firstChild);
+      buttons.push(button);
+      button.append(header.firstChild ?? "");
       header.prepend(button);
       header.setAttribute("aria-sort", "none");
       button.addEventListener("click", () => {
@@ -88,7 +110,8 @@
           arrange(body, inBody, column, columns, signs[order]);
       });
     }
+    moveAmong(buttons);
   };
 
-  document.querySelectorAll("table.data").forEach(makeSortable);
+  document.querySelectorAll("table.data").forEach((table) => page.whenShown(table, makeSortable));
 }
