@@ -263,6 +263,7 @@ void showOutput(Describing& describing, const Description& description, CaseGrou
         const GroupDescription group = describing.describe(groups, *cases, &results);
         output.add(group, resultsIn(results), groups.procedureData());
     }
+    output.compareGroups();
     session.countShownWarnings();
     result.deliver([&](std::ostream& out) { writeOutput(*output.heading(), look, out); });
 }

@@ -214,6 +214,16 @@ std::string titleOf(const Description& description)
                : std::filesystem::path(description.file).filename().string();
 }
 
+/// Removes the headings that have charts.
+void removeCharts(OutputHeading& group)
+{
+    std::erase_if(group.items, [](const OutputItem& item) {
+        const auto* heading = std::get_if<std::shared_ptr<OutputHeading>>(&item);
+        return heading && !(*heading)->items.empty() &&
+               std::holds_alternative<OutputChart>((*heading)->items.front());
+    });
+}
+
 } // namespace
 
 DescriptionOutput::DescriptionOutput(HostSession& session, const Description& description,
@@ -233,12 +243,40 @@ void DescriptionOutput::add(const GroupDescription& group, const std::string& re
     const std::string document = maker.document();
     Rendering(_session, procedure, _description.file, document)
         .render(maker.tables(factsOf(_description, group), _drawsAnalyses));
-    maker.makeCharts(_drawsAnalyses, [&](const std::string& chart, const RenderOrder& order) {
-        _session.watch().check();
-        Rendering(_session, procedure, _description.file, chart).render(order);
-    });
+    ++_groups;
+    if (hasGroupCharts())
+        maker.makeCharts(_drawsAnalyses, [&](const std::string& chart, const RenderOrder& order) {
+            _session.watch().check();
+            Rendering(_session, procedure, _description.file, chart).render(order);
+        });
     if (group.key.empty())
         _heading->items = procedure.node()->items;
     else
         _heading->items.emplace_back(procedure.node());
+    if (!group.key.empty())
+        _comparison.add(nameOf(group), group);
+}
+
+bool DescriptionOutput::hasGroupCharts() const
+{
+    constexpr std::size_t kMostGroups = 20;
+    return !_drawsAnalyses || _groups <= kMostGroups;
+}
+
+void DescriptionOutput::compareGroups()
+{
+    if (!_comparison.hasContent())
+        return;
+    const InterruptWatch::Abandonable work(_session.watch());
+    TnProcedure procedure(FacSTDictionary().LookUp("Groups Compared"));
+    const std::string document = _comparison.document();
+    Rendering(_session, procedure, _description.file, document)
+        .render(_comparison.order(_drawsAnalyses));
+    for (const OutputItem& item : _heading->items)
+        if (const auto* group = std::get_if<std::shared_ptr<OutputHeading>>(&item)) {
+            (*group)->isFolded = true;
+            if (!hasGroupCharts())
+                removeCharts(**group);
+        }
+    _heading->items.insert(_heading->items.begin(), procedure.node());
 }

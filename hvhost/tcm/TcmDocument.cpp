@@ -13,26 +13,6 @@ namespace {
 using TcmJson = nlohmann::ordered_json;
 
 constexpr const char* kTcmResult = "tcm";
-constexpr const char* kCellDigits =
-    "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ %&()+,-./:;<=>?@[]^_`|~";
-constexpr std::size_t kCellBase = 86;
-
-/// The number of digits in a cell key for each of so many leaves.
-std::size_t digitsFor(std::size_t leaves)
-{
-    std::size_t digits = 1;
-    for (std::size_t reach = kCellBase; reach < leaves; reach *= kCellBase)
-        ++digits;
-    return digits;
-}
-
-std::string cellDigits(std::size_t number, std::size_t digits)
-{
-    std::string key(digits, kCellDigits[0]);
-    for (; digits-- > 0; number /= kCellBase)
-        key[digits] = kCellDigits[number % kCellBase];
-    return key;
-}
 
 /// Whether a page, which rounds, would show a p value as 0.
 bool isTinyP(const std::optional<std::string>& cell, const ResultTable::Column& column)
@@ -74,9 +54,9 @@ TcmJson documentTable(const ResultTable& table, const std::string& id)
     TcmJson rows = dimensionItem(table.columns.front().name, "row", false);
     TcmJson columns = dimensionItem("Columns", "column", true);
     TableCells cells;
-    const std::size_t rowDigits = digitsFor(table.rows.size());
+    const std::size_t rowDigits = cellDigitsFor(table.rows.size());
     const std::string anyRow(rowDigits, '*');
-    const std::size_t digits = digitsFor(table.columns.size() - 1);
+    const std::size_t digits = cellDigitsFor(table.columns.size() - 1);
     for (std::size_t at = 1; at < table.columns.size(); ++at) {
         const ResultTable::Column& column = table.columns[at];
         columns["children"].push_back(textItem(column.name));

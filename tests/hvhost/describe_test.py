@@ -393,9 +393,10 @@ class Describe(Case):
         value = "</title><script>alert(1)</script>&amp; 1.5"
         path = self.write("a <b>&amp;.csv", f'g,"<i>x</i>"\n{value},1\n{value},2\nz,3\n')
         page = Page(self.run_hvhost("describe", path, "--by", "g", "--format", "html").stdout)
-        self.assertEqual(page.headings[:2], [("h1", path.name), ("h2", "g = " + value)])
-        self.assertEqual([text for _, text in page.headings if text.startswith("g = ")],
-                         ["g = " + value, "g = z"])
+        self.assertEqual(page.headings[:3], [("h1", path.name), ("h2", "Groups Compared"), ("h2", "g = " + value)])
+        self.assertEqual(page.row("Numbers", "g = " + value)[2:5], [("1.5",) * 2, ("0.7071", "0.7071067811865476"),
+                                                                    ("1", "1")])
+        self.assertEqual(page.row("Numbers", "g = z")[0], ("1", "1"))
         self.assertEqual(page.row("Descriptive Statistics g: z", "<i>x</i>")[2], ("3", "3"))
 
     def test_faults(self):

@@ -1,0 +1,73 @@
+#include "hvhost/describe/GroupComparison.h"
+
+#include "FacSTDictionary.h"
+#include "hvhost/base/ValueText.h"
+#include "hvhost/describe/GroupCharts.h"
+#include "hvhost/describe/GroupTables.h"
+
+namespace {
+
+constexpr const char* kResult = "comparison";
+constexpr const char* kNumbers = "numbers";
+constexpr std::size_t kMostBars = 40;
+
+std::string partOf(const char* kind, std::size_t field)
+{
+    return kind + std::to_string(field + 1);
+}
+
+void addObject(RenderOrder& order, const std::string& part, OutputOrder::Type type,
+               const std::string& title)
+{
+    order.objects.emplace_back().order.setType(type).setOutlineTitle(title, true).addLocation(part);
+}
+
+} // namespace
+
+void GroupComparison::add(const std::string& name, const GroupDescription& group)
+{
+    _names.push_back(name);
+    _groups.push_back(group.fields);
+}
+
+bool GroupComparison::hasContent() const
+{
+    return _groups.size() > 1 && !order(true).objects.empty();
+}
+
+std::string GroupComparison::document() const
+{
+    nlohmann::ordered_json parts;
+    const GroupsCompared groups{_names, _groups};
+    if (const std::vector<std::size_t> fields = numberFields(groups); !fields.empty())
+        parts[kNumbers] = numbersTable(groups, fields);
+    for (const std::size_t field : numberFields(groups))
+        parts[partOf("box", field)] = boxChart(groups, field);
+    for (const ComparedTexts& texts : comparedTexts(groups)) {
+        parts[partOf("shares", texts.field)] = sharesTable(groups, texts);
+        parts[partOf("bars", texts.field)] = sharesChart(groups, texts);
+    }
+    return nlohmann::ordered_json{{kResult, std::move(parts)}}.dump(
+        -1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+}
+
+RenderOrder GroupComparison::order(bool withCharts) const
+{
+    RenderOrder order;
+    order.result = kResult;
+    const GroupsCompared groups{_names, _groups};
+    const std::vector<std::size_t> numbers = numberFields(groups);
+    if (!numbers.empty())
+        addObject(order, kNumbers, OutputOrder::Pivot, FacSTDictionary().LookUp("Numbers"));
+    if (withCharts)
+        for (const std::size_t field : numbers)
+            addObject(order, partOf("box", field), OutputOrder::Chart, groups.titleOf(field));
+    for (const ComparedTexts& texts : comparedTexts(groups)) {
+        const std::string title = groups.titleOf(texts.field);
+        addObject(order, partOf("shares", texts.field), OutputOrder::Pivot, title);
+        // Bars of more groups only repeat the table.
+        if (withCharts && groups.size() <= kMostBars)
+            addObject(order, partOf("bars", texts.field), OutputOrder::Chart, title);
+    }
+    return order;
+}

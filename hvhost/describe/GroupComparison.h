@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "hvhost/describe/Description.h"
+#include "hvhost/show/RenderOrder.h"
+
+/// Tables and charts that compare the groups of a description: for all numbers one table with a row
+/// for each group, and a box plot of each; for each text with few values, the percentages in each
+/// group. A result document of its own, because the engine describes one group at a time.
+class GroupComparison
+{
+public:
+    /// Adds a group under its name. All groups have the same fields.
+    void add(const std::string& name, const GroupDescription& group);
+
+    /// Whether there is something to compare: two groups, and a field that can be compared.
+    bool hasContent() const;
+    /// The result document. Its parts are those of `order`.
+    std::string document() const;
+    /// The order for all parts. `withCharts`: also for the charts.
+    RenderOrder order(bool withCharts) const;
+
+private:
+    std::vector<std::string> _names;
+    std::vector<std::vector<FieldDescription>> _groups; ///< the fields of each group
+};
