@@ -5,6 +5,7 @@
 
 #include "JobError.h"
 #include "ScratchFolder.h"
+#include "duckdb/DuckDialect.h"
 #include "expression/ExpressionCompiler.h"
 #include "language/JsonLiteral.h"
 #include "language/Parser.h"
@@ -29,9 +30,11 @@ void useExpression(const Expression& expression, const Definitions& definitions)
         } catch (const JobError&) { // what most texts come to
         }
     };
+    const std::string step = "fuzz";
+    const LambdaContext context{duckDialect(), kFields, definitions, step};
     std::string field;
-    attempt([&] { compileRecordLambda(expression, kFields, definitions, "fuzz"); });
-    attempt([&] { compileFieldLambda(expression, kFields, definitions, "fuzz", field); });
+    attempt([&] { compileRecordLambda(expression, context); });
+    attempt([&] { compileFieldLambda(expression, context, field); });
     attempt([&] { (void)language::jsonLiteral(expression, definitions, "fuzz").dump(); });
 }
 

@@ -7,6 +7,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "duckdb/DuckDialect.h"
 #include "expression/ExpressionCompiler.h"
 #include "expression/ValueTypes.h"
 #include "language/Parser.h"
@@ -54,16 +55,18 @@ protected:
     SqlExpression compile(const std::string& lambda, const std::string& definitions = {})
     {
         const auto program = language::parseProgram(definitions);
-        return compileRecordLambda(*language::parseExpression(lambda), _schema,
-                                   language::boundValues(program), "filterRecords");
+        return compileRecordLambda(
+            *language::parseExpression(lambda),
+            {duckDialect(), _schema, language::boundValues(program), "filterRecords"});
     }
 
     SqlExpression compileField(const std::string& lambda, std::string& field,
                                const std::string& definitions = {})
     {
         const auto program = language::parseProgram(definitions);
-        return compileFieldLambda(*language::parseExpression(lambda), _schema,
-                                  language::boundValues(program), "deriveField", field);
+        return compileFieldLambda(
+            *language::parseExpression(lambda),
+            {duckDialect(), _schema, language::boundValues(program), "deriveField"}, field);
     }
 
     std::string run(const SqlExpression& compiled)
@@ -71,7 +74,8 @@ protected:
         const std::string value = query("SELECT coalesce(CAST((" + compiled.sql +
                                         ") AS VARCHAR), 'missing') FROM record");
         const std::string type = query("SELECT typeof(" + compiled.sql + ") FROM record");
-        EXPECT_TRUE(type == sqlNameOf(compiled.type) || compiled.type == ValueType::Null)
+        EXPECT_TRUE(type == duckDialect().typeName(compiled.type) ||
+                    compiled.type == ValueType::Null)
             << type << " of " << compiled.sql;
         return value;
     }

@@ -7,6 +7,7 @@
 
 #include "DatabaseEvaluator.h"
 #include "datafile/RaisedFault.h"
+#include "datafile/SqlQuoting.h"
 #include "expression/DateTimePattern.h"
 #include "functions/FunctionTable.h"
 
@@ -183,7 +184,7 @@ TEST_F(ExpressionFunction, EveryFormRunsOnMissingArguments)
         {"Any", "x.mi"},         {"Same", "x.mr"}};
     // These answer for a missing argument, as the page says.
     const std::set<std::string_view> answering = {"isMissing", "concat", "pi"};
-    for (const Function& function : functionTable()) {
+    for (const Function& function : kFunctions) {
         std::string arguments(function.parameters.substr(0, function.parameters.find("...")));
         for (const auto& [word, source] : sources)
             for (std::size_t at = 0; (at = arguments.find(word, at)) != std::string::npos;)
@@ -235,12 +236,13 @@ TEST(DateTimePattern, TranslatesLettersAndQuotedText)
         {"", ""},
     };
     for (const auto& [pattern, format] : cases) {
-        EXPECT_EQ(translatePattern(pattern).format, format) << pattern;
-        EXPECT_EQ(translatePattern(pattern).fault, "") << pattern;
+        const ParsedPattern parsed = parsePattern(pattern);
+        EXPECT_EQ(parsed.fault, "") << pattern;
+        EXPECT_EQ(duckDialect().pattern(parsed.pattern), quotedLiteral(format)) << pattern;
     }
-    EXPECT_EQ(translatePattern("yyyy-QQ").fault, "'QQ' has no meaning in it");
-    EXPECT_EQ(translatePattern("yyyyy").fault, "'yyyyy' has no meaning in it");
-    EXPECT_EQ(translatePattern("yyyy'T").fault, "an apostrophe is not closed");
+    EXPECT_EQ(parsePattern("yyyy-QQ").fault, "'QQ' has no meaning in it");
+    EXPECT_EQ(parsePattern("yyyyy").fault, "'yyyyy' has no meaning in it");
+    EXPECT_EQ(parsePattern("yyyy'T").fault, "an apostrophe is not closed");
 }
 
 } // namespace

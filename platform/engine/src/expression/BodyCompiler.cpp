@@ -4,11 +4,9 @@
 
 #include "ErrorIds.h"
 #include "base/NearestName.h"
-#include "datafile/SqlQuoting.h"
 #include "expression/CaseClauses.h"
 #include "expression/FunctionCall.h"
 #include "expression/Operators.h"
-#include "expression/SqlText.h"
 #include "expression/ValueTypes.h"
 #include "functions/FunctionTable.h"
 #include "language/Describe.h"
@@ -27,9 +25,9 @@ constexpr int kLookupsWithoutIndex = 16;
 
 } // namespace
 
-BodyCompiler::BodyCompiler(const Schema& input, const Definitions& definitions,
-                           const std::string& step)
-    : _input(input), _definitions(definitions), _step(step)
+BodyCompiler::BodyCompiler(const LambdaContext& context)
+    : _dialect(context.dialect), _input(context.input), _definitions(context.definitions),
+      _step(context.step)
 {
 }
 
@@ -75,11 +73,23 @@ struct BodyCompiler::ValueVisitor
         place().fail(errors::kNotAValue, "expected a value, found " + kindOf(expression));
     }
 
-    SqlExpression operator()(const language::Null&) const { return sqlNull(); }
-    SqlExpression operator()(bool value) const { return sqlConstant(value); }
-    SqlExpression operator()(std::int64_t value) const { return sqlConstant(value); }
-    SqlExpression operator()(double value) const { return sqlConstant(value); }
-    SqlExpression operator()(const std::string& text) const { return sqlConstant(text); }
+    SqlExpression operator()(const language::Null&) const { return {"NULL", ValueType::Null}; }
+    SqlExpression operator()(bool value) const
+    {
+        return {value ? "TRUE" : "FALSE", ValueType::Boolean};
+    }
+    SqlExpression operator()(std::int64_t value) const
+    {
+        return {compiler._dialect.literal(value), ValueType::Integer};
+    }
+    SqlExpression operator()(double value) const
+    {
+        return {compiler._dialect.literal(value), ValueType::Real};
+    }
+    SqlExpression operator()(const std::string& text) const
+    {
+        return {compiler._dialect.literal(text), ValueType::String};
+    }
     SqlExpression operator()(const language::List& list) const
     {
         return compiler.compileList(list, scope, place());
@@ -101,13 +111,14 @@ struct BodyCompiler::ValueVisitor
     }
     SqlExpression operator()(const language::Unary& unary) const
     {
-        return compileUnary(unary.op, compiler.operand(*unary.operand, scope), place());
+        return compileUnary(compiler._dialect, unary.op, compiler.operand(*unary.operand, scope),
+                            place());
     }
     SqlExpression operator()(const language::Binary& binary) const
     {
         const Operand left = compiler.operand(*binary.left, scope);
         const Operand right = compiler.operand(*binary.right, scope);
-        return compileBinary(binary.op, left, right, place());
+        return compileBinary(compiler._dialect, binary.op, left, right, place());
     }
     SqlExpression operator()(const language::Conditional& conditional) const
     {
@@ -198,7 +209,7 @@ SqlExpression BodyCompiler::compileField(const language::Member& member, const S
         place.fail(errors::kNotAValue, "only the record has fields; '." + member.field +
                                            "' follows " + kindOf(*member.target));
     const Column& field = column(member.field, place);
-    return {quotedIdentifier(field.name), field.type};
+    return {_dialect.name(field.name), field.type};
 }
 
 const Column& BodyCompiler::column(const std::string& name, const Place& place) const
@@ -219,9 +230,9 @@ SqlExpression BodyCompiler::compileList(const language::List& list, const Scope&
         if (!converts(value.value.type, ValueType::Real))
             place.fail(errors::kOperandType,
                        "a list holds numbers only, found " + value.description);
-        elements += (elements.empty() ? "" : ", ") + sqlAs(value.value, ValueType::Real);
+        elements += (elements.empty() ? "" : ", ") + _dialect.as(value.value, ValueType::Real);
     }
-    return {"CAST([" + elements + "] AS DOUBLE[])", ValueType::List};
+    return {_dialect.list(elements), ValueType::List};
 }
 
 /// A chain of conditionals becomes one CASE of any length.
@@ -240,7 +251,7 @@ SqlExpression BodyCompiler::compileConditional(const language::Conditional& cond
     std::optional<Operand> last;
     if (otherwise != nullptr)
         last = operand(*otherwise, scope);
-    return compileCase(clauses, last);
+    return compileCase(_dialect, clauses, last);
 }
 
 SqlExpression BodyCompiler::compileCall(const language::Call& call, const Scope& scope,
@@ -258,7 +269,7 @@ SqlExpression BodyCompiler::compileCall(const language::Call& call, const Scope&
     std::vector<Operand> arguments;
     for (const language::ExpressionPtr& argument : call.arguments)
         arguments.push_back(operand(*argument, scope));
-    return compileFunctionCall(call.function, arguments, place);
+    return compileFunctionCall(_dialect, call.function, arguments, place);
 }
 
 /// Substitutes the arguments for the parameters. The database never sees the function.

@@ -29,7 +29,7 @@ using Scope = std::map<std::string, Binding>;
 class BodyCompiler
 {
 public:
-    BodyCompiler(const Schema& input, const Definitions& definitions, const std::string& step);
+    explicit BodyCompiler(const LambdaContext& context);
 
     SqlExpression compile(const language::Expression& expression, const Scope& scope);
     /// Compares the declared types of a record parameter with the record's fields.
@@ -62,6 +62,7 @@ private:
     const language::Expression* definition(const std::string& name) const;
     Place at(const language::Position& position) const { return {_step, position}; }
 
+    const Dialect& _dialect;
     const Schema& _input;
     const Definitions& _definitions;
     const std::string& _step;

@@ -38,17 +38,17 @@ ValueType sharedType(const std::vector<CaseClause>& clauses,
 
 } // namespace
 
-SqlExpression compileCase(const std::vector<CaseClause>& clauses,
+SqlExpression compileCase(const Dialect& dialect, const std::vector<CaseClause>& clauses,
                           const std::optional<Operand>& otherwise)
 {
     checkConditions(clauses);
     const ValueType type = sharedType(clauses, otherwise);
     std::string sql = "CASE";
     for (const CaseClause& clause : clauses)
-        sql += " WHEN " + sqlAs(clause.condition.value, ValueType::Boolean) + " THEN " +
-               sqlAs(clause.value.value, type);
+        sql += " WHEN " + dialect.as(clause.condition.value, ValueType::Boolean) + " THEN " +
+               dialect.as(clause.value.value, type);
     if (otherwise)
-        sql += " ELSE " + sqlAs(otherwise->value, type);
+        sql += " ELSE " + dialect.as(otherwise->value, type);
     return {sql + " END", type};
 }
 

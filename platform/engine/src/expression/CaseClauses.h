@@ -18,7 +18,7 @@ struct CaseClause
 /// Compiles a chain of conditionals to one CASE of any length, because the database limits how
 /// deeply CASE may nest. Throws JobError if a condition is not a boolean or the values have no
 /// common type.
-SqlExpression compileCase(const std::vector<CaseClause>& clauses,
+SqlExpression compileCase(const Dialect& dialect, const std::vector<CaseClause>& clauses,
                           const std::optional<Operand>& otherwise);
 
 } // namespace EmbeddedHV

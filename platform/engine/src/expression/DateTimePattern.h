@@ -3,17 +3,18 @@
 #include <string>
 #include <string_view>
 
+#include "dialect/DateTimePattern.h"
+
 namespace EmbeddedHV {
 
-/// A translated pattern: the database's format, or an error.
-struct TranslatedPattern
+/// The parts of a pattern, or an error.
+struct ParsedPattern
 {
-    std::string format;
+    DateTimePattern pattern;
     std::string fault; ///< empty if the pattern is valid
 };
 
-/// Translates a pattern such as "yyyy-MM-dd HH:mm:ss", with text in apostrophes, to the database's
-/// format.
-TranslatedPattern translatePattern(std::string_view pattern);
+/// Parses a pattern such as "yyyy-MM-dd HH:mm:ss", with text in apostrophes.
+ParsedPattern parsePattern(std::string_view pattern);
 
 } // namespace EmbeddedHV

@@ -2,7 +2,6 @@
 
 #include "ErrorIds.h"
 #include "expression/BodyCompiler.h"
-#include "expression/ValueTypes.h"
 #include "language/Describe.h"
 
 namespace EmbeddedHV {
@@ -49,16 +48,15 @@ RecordLambda open(const Expression& expression, const BodyCompiler& compiler,
 }
 
 /// A field stores no booleans and no infinite or not-a-number reals.
-SqlExpression storable(const SqlExpression& value)
+SqlExpression storable(const SqlExpression& value, const Dialect& dialect)
 {
     switch (value.type) {
     case ValueType::Boolean:
-        return {sqlAs(value, ValueType::Integer), ValueType::Integer};
+        return {dialect.as(value, ValueType::Integer), ValueType::Integer};
     case ValueType::Null:
-        return {sqlAs(value, ValueType::Real), ValueType::Real};
+        return {dialect.as(value, ValueType::Real), ValueType::Real};
     case ValueType::Real:
-        return {"CASE WHEN isfinite(" + value.sql + ") THEN " + value.sql + " END",
-                ValueType::Real};
+        return {dialect.finiteReal(value.sql), ValueType::Real};
     default:
         return value;
     }
@@ -66,31 +64,29 @@ SqlExpression storable(const SqlExpression& value)
 
 } // namespace
 
-SqlExpression compileRecordLambda(const Expression& lambda, const Schema& input,
-                                  const Definitions& definitions, const std::string& step)
+SqlExpression compileRecordLambda(const Expression& lambda, const LambdaContext& context)
 {
-    BodyCompiler compiler(input, definitions, step);
-    const RecordLambda record = open(lambda, compiler, step);
+    BodyCompiler compiler(context);
+    const RecordLambda record = open(lambda, compiler, context.step);
     return compiler.compile(*record.body, record.scope);
 }
 
-SqlExpression compileFieldLambda(const Expression& lambda, const Schema& input,
-                                 const Definitions& definitions, const std::string& step,
+SqlExpression compileFieldLambda(const Expression& lambda, const LambdaContext& context,
                                  std::string& field)
 {
-    BodyCompiler compiler(input, definitions, step);
-    const RecordLambda record = open(lambda, compiler, step);
+    BodyCompiler compiler(context);
+    const RecordLambda record = open(lambda, compiler, context.step);
     const auto* pair = std::get_if<language::Tuple>(&record.body->value);
     const std::string* name = nullptr;
     if (pair != nullptr && pair->elements.size() == 2)
         name = compiler.constantText(*pair->elements.front(), record.scope);
     if (name == nullptr || name->empty())
         language::failInStep(
-            errors::kLambdaForm, step, record.body->position,
+            errors::kLambdaForm, context.step, record.body->position,
             "expected a body of a field's name and a value, (\"F\", value), found " +
                 kindOf(*record.body));
     field = *name;
-    return storable(compiler.compile(*pair->elements.back(), record.scope));
+    return storable(compiler.compile(*pair->elements.back(), record.scope), context.dialect);
 }
 
 } // namespace EmbeddedHV

@@ -7,7 +7,6 @@
 #include "base/ListText.h"
 #include "base/NearestName.h"
 #include "datafile/RaisedFault.h"
-#include "datafile/SqlQuoting.h"
 #include "expression/DateTimePattern.h"
 #include "expression/ValueTypes.h"
 #include "functions/FunctionTable.h"
@@ -112,7 +111,7 @@ std::string listed(const std::vector<std::string>& items)
 
 [[noreturn]] void failUnknown(const std::string& name, const Place& place)
 {
-    const std::string suggestion = base::suggestion(name, functionTable(), &Function::name);
+    const std::string suggestion = base::suggestion(name, kFunctions, &Function::name);
     place.fail(errors::kUnknownFunction, "there is no function '" + name + "'" + suggestion,
                {.name = name, .hasSuggestion = !suggestion.empty()});
 }
@@ -134,37 +133,37 @@ std::string listed(const std::vector<std::string>& items)
                {.name = std::string(forms.front().function->name)});
 }
 
-std::string patternSql(const Operand& argument, const Place& place)
+std::string patternSql(const Dialect& dialect, const Operand& argument, const Place& place)
 {
-    const TranslatedPattern translated = translatePattern(*argument.constant);
-    if (!translated.fault.empty())
+    const ParsedPattern parsed = parsePattern(*argument.constant);
+    if (!parsed.fault.empty())
         place.fail(errors::kPattern,
-                   "the pattern \"" + *argument.constant + "\" is wrong: " + translated.fault);
-    return quotedLiteral(translated.format);
+                   "the pattern \"" + *argument.constant + "\" is wrong: " + parsed.fault);
+    return dialect.pattern(parsed.pattern);
 }
 
-std::string argumentSql(std::string_view word, const Operand& argument, ValueType shared,
-                        const Place& place)
+std::string argumentSql(const Dialect& dialect, std::string_view word, const Operand& argument,
+                        ValueType shared, const Place& place)
 {
     const SqlExpression& value = argument.value;
     if (word == "Pattern")
-        return patternSql(argument, place);
+        return patternSql(dialect, argument, place);
     if (word == "Same")
-        return sqlAs(value, shared);
+        return dialect.as(value, shared);
     if (const auto named = namedType(word))
-        return sqlAs(value, *named);
-    return value.type == ValueType::Null ? sqlAs(value, ValueType::Real) : value.sql;
+        return dialect.as(value, *named);
+    return value.type == ValueType::Null ? dialect.as(value, ValueType::Real) : value.sql;
 }
 
 /// The SQL text with which errors begin that the function raises at run time.
-std::string whereSql(const Place& place)
+std::string whereSql(const Dialect& dialect, const Place& place)
 {
-    return quotedLiteral(raisedText(
+    return dialect.literal(raisedText(
         errors::kConversion, {.step = place.step, .inJob = language::textPlace(place.position)}));
 }
 
-std::string expanded(std::string_view sql, const std::vector<std::string>& arguments,
-                     const Place& place)
+std::string expanded(const Dialect& dialect, std::string_view sql,
+                     const std::vector<std::string>& arguments, const Place& place)
 {
     constexpr std::string_view kWhere = "where";
     std::string text;
@@ -172,7 +171,7 @@ std::string expanded(std::string_view sql, const std::vector<std::string>& argum
         if (sql[i] != '$') {
             text += sql[i];
         } else if (sql.substr(i + 1).starts_with(kWhere)) {
-            text += whereSql(place);
+            text += whereSql(dialect, place);
             i += kWhere.size();
         } else if (sql[++i] == '*') {
             text += base::joined(arguments, ", ");
@@ -185,8 +184,8 @@ std::string expanded(std::string_view sql, const std::vector<std::string>& argum
 
 } // namespace
 
-SqlExpression compileFunctionCall(const std::string& name, const std::vector<Operand>& arguments,
-                                  const Place& place)
+SqlExpression compileFunctionCall(const Dialect& dialect, const std::string& name,
+                                  const std::vector<Operand>& arguments, const Place& place)
 {
     std::vector<Form> forms;
     for (const Function& function : formsOf(name))
@@ -200,8 +199,8 @@ SqlExpression compileFunctionCall(const std::string& name, const std::vector<Ope
     const ValueType shared = *sharedType(*form, arguments);
     std::vector<std::string> sql;
     for (std::size_t i = 0; i < arguments.size(); ++i)
-        sql.push_back(argumentSql(form->word(i), arguments[i], shared, place));
-    return {expanded(form->function->sql, sql, place),
+        sql.push_back(argumentSql(dialect, form->word(i), arguments[i], shared, place));
+    return {expanded(dialect, dialect.function(*form->function), sql, place),
             namedType(form->function->result).value_or(shared)};
 }
 

@@ -40,6 +40,7 @@ constexpr OperatorForm kBinaryForms[] = {
 /// A binary operator with its operands.
 struct Operation
 {
+    const Dialect& dialect;
     BinaryOperator op;
     const Operand& left;
     const Operand& right;
@@ -64,8 +65,8 @@ struct Operation
     }
     SqlExpression infix(const char* sqlOperator, ValueType operands, ValueType result) const
     {
-        return {"(" + sqlAs(left.value, operands) + " " + sqlOperator + " " +
-                    sqlAs(right.value, operands) + ")",
+        return {"(" + dialect.as(left.value, operands) + " " + sqlOperator + " " +
+                    dialect.as(right.value, operands) + ")",
                 result};
     }
 };
@@ -121,44 +122,45 @@ SqlExpression compileDivision(const Operation& operation)
     // The quotient of two integers is a real, as statisticians expect. The remainder of two
     // integers is an integer.
     const ValueType type = quotient ? ValueType::Real : numbers;
-    std::string left = sqlAs(operation.left.value, type);
-    const std::string right = "NULLIF(" + sqlAs(operation.right.value, type) + ", 0)";
+    const std::string left = operation.dialect.as(operation.left.value, type);
+    const std::string right =
+        "NULLIF(" + operation.dialect.as(operation.right.value, type) + ", 0)";
     if (type != ValueType::Integer)
         return {"(" + left + " " + operation.form().sql + " " + right + ")", type};
-    // The database computes the quotient for the remainder. That of the least integer and -1
-    // overflows BIGINT.
-    return {"CAST(CAST(" + left + " AS HUGEINT) % " + right + " AS BIGINT)", type};
+    return {operation.dialect.remainder(left, right), type};
 }
 
 /// A result that is not a number, such as a root of a negative number, is missing.
 SqlExpression compilePower(const Operation& operation)
 {
     numberType(operation);
-    return {"NULLIF(pow(" + sqlAs(operation.left.value, ValueType::Real) + ", " +
-                sqlAs(operation.right.value, ValueType::Real) + "), CAST('nan' AS DOUBLE))",
+    const Dialect& dialect = operation.dialect;
+    return {dialect.power(dialect.as(operation.left.value, ValueType::Real),
+                          dialect.as(operation.right.value, ValueType::Real)),
             ValueType::Real};
 }
 
 } // namespace
 
-SqlExpression compileUnary(UnaryOperator op, const Operand& operand, const Place& place)
+SqlExpression compileUnary(const Dialect& dialect, UnaryOperator op, const Operand& operand,
+                           const Place& place)
 {
     const ValueType type = operand.value.type;
     if (op == UnaryOperator::Not) {
         if (!converts(type, ValueType::Boolean))
             place.fail(errors::kOperandType, "'!' takes a boolean, found " + operand.description);
-        return {"(NOT " + sqlAs(operand.value, ValueType::Boolean) + ")", ValueType::Boolean};
+        return {"(NOT " + dialect.as(operand.value, ValueType::Boolean) + ")", ValueType::Boolean};
     }
     if (!converts(type, ValueType::Real))
         place.fail(errors::kOperandType, "'-' takes a number, found " + operand.description);
     const ValueType number = type == ValueType::Null ? ValueType::Real : type;
-    return {"(- " + sqlAs(operand.value, number) + ")", number};
+    return {"(- " + dialect.as(operand.value, number) + ")", number};
 }
 
-SqlExpression compileBinary(BinaryOperator op, const Operand& left, const Operand& right,
-                            const Place& place)
+SqlExpression compileBinary(const Dialect& dialect, BinaryOperator op, const Operand& left,
+                            const Operand& right, const Place& place)
 {
-    const Operation operation{op, left, right, place};
+    const Operation operation{dialect, op, left, right, place};
     switch (operation.form().family) {
     case Family::Logical:
         return compileLogical(operation);

@@ -3,21 +3,9 @@
 #include <string>
 #include <vector>
 
-namespace EmbeddedHV {
+#include "dialect/ValueType.h"
 
-/// The type of a value in a job. Each type corresponds to a column type of the database.
-enum class ValueType
-{
-    Integer,   ///< BIGINT
-    Real,      ///< DOUBLE
-    String,    ///< VARCHAR
-    Date,      ///< DATE
-    Time,      ///< TIME
-    Timestamp, ///< TIMESTAMP
-    Boolean,   ///< BOOLEAN, only inside expressions
-    List,      ///< a list of doubles, for coordinates
-    Null       ///< the type of a literal null
-};
+namespace EmbeddedHV {
 
 /// A field of a relation, and the type of its values in expressions.
 struct Column

@@ -8,18 +8,9 @@ namespace {
 using language::SimpleType;
 using language::Type;
 
-struct TypeWords
-{
-    const char* word;
-    const char* sqlName;
-};
-
-/// In the order of ValueType. A null without a context is a number.
-constexpr TypeWords kWords[] = {
-    {"Integer", "BIGINT"},  {"Real", "DOUBLE"},   {"String", "VARCHAR"},
-    {"Date", "DATE"},       {"Time", "TIME"},     {"Timestamp", "TIMESTAMP"},
-    {"Boolean", "BOOLEAN"}, {"List", "DOUBLE[]"}, {"null", "DOUBLE"},
-};
+/// In the order of ValueType.
+constexpr const char* kWords[] = {"Integer",   "Real",    "String", "Date", "Time",
+                                  "Timestamp", "Boolean", "List",   "null"};
 
 bool fitsSimple(SimpleType declared, ValueType actual)
 {
@@ -51,12 +42,7 @@ bool fitsSimple(SimpleType declared, ValueType actual)
 
 const char* wordOf(ValueType type)
 {
-    return kWords[static_cast<std::size_t>(type)].word;
-}
-
-const char* sqlNameOf(ValueType type)
-{
-    return kWords[static_cast<std::size_t>(type)].sqlName;
+    return kWords[static_cast<std::size_t>(type)];
 }
 
 bool isNumber(ValueType type)
@@ -78,13 +64,6 @@ bool converts(ValueType from, ValueType to)
     return from == to || from == ValueType::Null ||
            (from == ValueType::Integer && to == ValueType::Real) ||
            (from == ValueType::Date && to == ValueType::Timestamp);
-}
-
-std::string sqlAs(const SqlExpression& expression, ValueType type)
-{
-    if (expression.type == type)
-        return expression.sql;
-    return "CAST(" + expression.sql + " AS " + sqlNameOf(type) + ")";
 }
 
 const char* kindOfPair(ValueType first, ValueType second)

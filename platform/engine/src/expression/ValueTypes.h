@@ -9,8 +9,6 @@ namespace EmbeddedHV {
 
 /// The name of a type in messages and in docs/hvl.md.
 const char* wordOf(ValueType type);
-/// The type's name in SQL.
-const char* sqlNameOf(ValueType type);
 
 bool isNumber(ValueType type);
 /// The type in which two values can be compared, or empty. Possible are equal types,
@@ -20,8 +18,6 @@ std::optional<ValueType> commonType(ValueType left, ValueType right);
 /// Whether a value of one type is accepted as another: the same type, an Integer as a Real, a Date
 /// as a Timestamp, null as any type.
 bool converts(ValueType from, ValueType to);
-/// The expression as SQL of the type. The expression must be convertible to it.
-std::string sqlAs(const SqlExpression& expression, ValueType type);
 
 /// The kind of an error about two values without a common type, in the order of its text; empty if
 /// there is no special advice.

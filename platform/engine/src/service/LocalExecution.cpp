@@ -8,6 +8,7 @@
 
 #include "EngineException.h"
 #include "ErrorIds.h"
+#include "duckdb/DuckDialect.h"
 #include "runtime/Reporter.h"
 #include "service/ContractFaults.h"
 #include "service/Job.h"
@@ -28,7 +29,8 @@ std::string newExecutionId()
 
 LocalExecution::LocalExecution(std::shared_ptr<EngineResources> resources)
     : _resources(std::move(resources)),
-      _context(std::in_place, *_resources->database, _resources->files, _resources->dataSources)
+      _context(std::in_place, *_resources->database, duckDialect(), _resources->files,
+               _resources->dataSources)
 {
     _context->cancellation = &_cancellation;
 }

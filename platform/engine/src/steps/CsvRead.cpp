@@ -131,15 +131,15 @@ std::string allConverted(const Fields& fields)
     return columns.empty() ? "" : " WHERE hash(" + columns + ") IS NOT NULL";
 }
 
-std::string selectOf(const CsvReadSettings& settings, const Fields& fields,
+std::string selectOf(const Dialect& dialect, const CsvReadSettings& settings, const Fields& fields,
                      const std::string& rejects)
 {
     std::string columns = "*";
-    if (anyUserMissing(fields)) {
+    if (anyUserMissing(dialect, fields)) {
         std::vector<std::string> names;
         for (const CFField& field : fields)
             names.push_back(quotedIdentifier(field.GetName()));
-        columns = selectList(fields, names);
+        columns = selectList(dialect, fields, names);
     }
     std::string sql = "SELECT " + columns + " FROM " +
                       csvTable(settings.path, settings.hasHeader, fields, rejects);
@@ -183,7 +183,7 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
         plan.refuseFlaw();
     node->check = std::make_shared<CsvCheck>(check);
 
-    node->select = [sql = selectOf(settings, node->fields, check.rejects)](
+    node->select = [sql = selectOf(context.dialect, settings, node->fields, check.rejects)](
                        const std::vector<std::string>&) { return sql; };
     return node;
 }

@@ -41,8 +41,10 @@ std::string listText(const std::string& list)
 MadeField madeField(const StepCall& call)
 {
     MadeField made;
-    const SqlExpression value = compileFieldLambda(*call.lambda, schemaOf(call.input()->fields),
-                                                   call.definitions, call.name, made.name);
+    const SqlExpression value = compileFieldLambda(
+        *call.lambda,
+        {call.context.dialect, schemaOf(call.input()->fields), call.definitions, call.name},
+        made.name);
     made.storage = storageOf(value.type);
     made.sql = value.sql;
     // A literal null has no type in SQL. A boolean has no type in a data model.
@@ -107,8 +109,9 @@ StepResult planReclassifyField(StepCall& call)
 /// Keeps the records for which the condition is true. A missing result counts as false.
 StepResult planFilterRecords(StepCall& call)
 {
-    const SqlExpression condition = compileRecordLambda(
-        *call.lambda, schemaOf(call.input()->fields), call.definitions, call.name);
+    const SqlExpression condition =
+        compileRecordLambda(*call.lambda, {call.context.dialect, schemaOf(call.input()->fields),
+                                           call.definitions, call.name});
     if (condition.type != ValueType::Boolean && condition.type != ValueType::Null)
         throw JobError(errors::kOperandType,
                        {.step = call.name,
@@ -128,8 +131,8 @@ StepResult planFilterRecords(StepCall& call)
 StepResult planBalanceRecords(StepCall& call)
 {
     Fields fields = call.takeFields();
-    const SqlExpression factor =
-        compileRecordLambda(*call.lambda, schemaOf(fields), call.definitions, call.name);
+    const SqlExpression factor = compileRecordLambda(
+        *call.lambda, {call.context.dialect, schemaOf(fields), call.definitions, call.name});
     if (!isNumber(factor.type) && factor.type != ValueType::Null)
         throw JobError(errors::kOperandType,
                        {.step = call.name,

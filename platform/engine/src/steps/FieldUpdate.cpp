@@ -104,7 +104,7 @@ void updateStorage(const Settings& entry, CFField& field)
     const auto storage = wordSetting(entry, "storage", CFField::Integer);
     if (!storage || *storage == field.GetStorage())
         return;
-    if (!convertedColumn(field, *storage, entry.step()))
+    if (!isConvertible(field, *storage))
         entry.refuse("storage", "is \"" + std::string(WordOf(*storage)) + "\", but the field \"" +
                                     field.GetName() + "\" is " + typeWordOf(field.GetStorage()) +
                                     ", whose values do not convert");

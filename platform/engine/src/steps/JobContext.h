@@ -9,6 +9,7 @@
 
 #include "DataFileNames.h"
 #include "datafile/CsvProfile.h"
+#include "dialect/Dialect.h"
 #include "runtime/Cancellation.h"
 #include "runtime/DataSources.h"
 #include "runtime/Database.h"
@@ -40,13 +41,15 @@ struct IteratorInput
 /// known about the files that it reads. Lives from execute to dispose.
 struct JobContext
 {
-    JobContext(Database& usedDatabase, const FileSpace& usedFiles, DataSources& usedSources)
-        : database(usedDatabase), files(usedFiles), dataSources(usedSources),
+    JobContext(Database& usedDatabase, const Dialect& usedDialect, const FileSpace& usedFiles,
+               DataSources& usedSources)
+        : database(usedDatabase), dialect(usedDialect), files(usedFiles), dataSources(usedSources),
           connection(usedDatabase.connect())
     {
     }
 
     Database& database;
+    const Dialect& dialect;
     const FileSpace& files;
     DataSources& dataSources;
     ConnectionLease connection;

@@ -150,8 +150,9 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
     if (!scratch)
         node->check = std::make_shared<ParquetCheck>(path);
     // The node owns the unnamed scratch file.
-    node->select = [scratch, sql = "SELECT " + selectList(node->fields, columns.values) + " FROM " +
-                                   parquetTable(path)](const std::vector<std::string>&) {
+    node->select = [scratch, sql = "SELECT " +
+                                   selectList(context.dialect, node->fields, columns.values) +
+                                   " FROM " + parquetTable(path)](const std::vector<std::string>&) {
         return sql;
     };
     return node;

@@ -48,12 +48,25 @@ constexpr Conversion kConversions[] = {
 };
 
 /// The SQL of the function's form that takes one text.
-std::string_view textForm(const char* function)
+std::string_view textForm(const Dialect& dialect, const char* function)
 {
     const auto forms = formsOf(function);
-    return std::find_if(forms.begin(), forms.end(),
-                        [](const Function& form) { return form.parameters == "String"; })
-        ->sql;
+    return dialect.function(*std::ranges::find(forms, "String", &Function::parameters));
+}
+
+/// A field of unknown storage contains texts.
+CFField::StorageType storedAs(const CFField& field)
+{
+    return field.GetStorage() == CFField::Unknown ? CFField::String : field.GetStorage();
+}
+
+/// Null if the storages are not convertible.
+const Conversion* conversionOf(CFField::StorageType from, CFField::StorageType to)
+{
+    const auto* found = std::ranges::find_if(kConversions, [&](const Conversion& known) {
+        return known.from == from && known.to == to;
+    });
+    return found == std::end(kConversions) ? nullptr : found;
 }
 
 std::string filledIn(std::string_view sql, const std::string& value)
@@ -68,20 +81,20 @@ std::string filledIn(std::string_view sql, const std::string& value)
 
 } // namespace
 
-std::optional<std::string> convertedColumn(const CFField& field, CFField::StorageType storage,
-                                           const std::string& step)
+bool isConvertible(const CFField& field, CFField::StorageType storage)
+{
+    return field.GetStorage() == storage || conversionOf(storedAs(field), storage) != nullptr;
+}
+
+std::string convertedColumn(const Dialect& dialect, const CFField& field,
+                            CFField::StorageType storage, const std::string& step)
 {
     const std::string column = quotedIdentifier(field.GetName());
     if (field.GetStorage() == storage)
         return column;
-    // A field of unknown storage contains texts.
-    const auto from = field.GetStorage() == CFField::Unknown ? CFField::String : field.GetStorage();
-    const auto* found =
-        std::find_if(std::begin(kConversions), std::end(kConversions),
-                     [&](const auto& known) { return known.from == from && known.to == storage; });
-    if (found == std::end(kConversions))
-        return std::nullopt;
-    const std::string_view sql = found->sql ? found->sql : textForm(found->function);
+    const auto from = storedAs(field);
+    const Conversion* const found = conversionOf(from, storage);
+    const std::string_view sql = found->sql ? found->sql : textForm(dialect, found->function);
     std::string missing = column + " IS NULL";
     if (from == CFField::String && storage != CFField::String)
         missing += " OR trim(" + column + ") = ''";

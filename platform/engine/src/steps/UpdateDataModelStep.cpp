@@ -38,13 +38,14 @@ std::string shapeColumn(const CFField& field, const std::string& text)
 
 /// The columns of the input, converted to their new storage. updateField has already rejected
 /// impossible conversions.
-std::string convertedColumns(const Fields& before, const Fields& after, const std::string& step)
+std::string convertedColumns(const Dialect& dialect, const Fields& before, const Fields& after,
+                             const std::string& step)
 {
     std::string columns;
     for (std::size_t i = 0; i < before.size(); ++i) {
         columns += i == 0 ? "" : ", ";
         const bool isNewShape = after[i].GetGeo() && !before[i].GetGeo();
-        const std::string column = convertedColumn(before[i], after[i].GetStorage(), step).value();
+        const std::string column = convertedColumn(dialect, before[i], after[i].GetStorage(), step);
         columns += isNewShape ? shapeColumn(after[i], column) : column;
         if (isNewShape || before[i].GetStorage() != after[i].GetStorage())
             columns += " AS " + quotedIdentifier(before[i].GetName());
@@ -61,7 +62,8 @@ StepResult planUpdateDataModel(StepCall& call)
     const Settings settings = call.settings();
     Fields fields = updatedFields(call, settings);
     settings.reportOthers(call.context.message);
-    const std::string columns = convertedColumns(call.input()->fields, fields, call.name);
+    const std::string columns =
+        convertedColumns(call.context.dialect, call.input()->fields, fields, call.name);
     return {derivedNode(std::move(fields), {call.input()},
                         [columns](const std::vector<std::string>& inputs) {
                             return "SELECT " + columns + " FROM " + inputs[0];

@@ -3,8 +3,6 @@
 #include <algorithm>
 
 #include "datafile/ColumnTypes.h"
-#include "datafile/SqlQuoting.h"
-#include "expression/SqlText.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -14,14 +12,15 @@ bool isNumber(const CFDatum& datum)
     return datum.IsReal() || datum.IsInteger();
 }
 
-std::string numberOf(const CFDatum& datum)
+std::string numberOf(const Dialect& dialect, const CFDatum& datum)
 {
-    return datum.IsInteger() ? sqlConstant(datum.GetInteger()).sql
-                             : sqlConstant(datum.GetReal()).sql;
+    return datum.IsInteger() ? dialect.literal(datum.GetInteger())
+                             : dialect.literal(datum.GetReal());
 }
 
 /// The condition that a value is declared missing; empty if no value is.
-std::string missingCondition(const std::string& column, const CFField& field)
+std::string missingCondition(const Dialect& dialect, const std::string& column,
+                             const CFField& field)
 {
     const CFMissingValues& missing = field.GetMissingValues();
     const bool isText = field.GetStorage() == CFField::String;
@@ -34,22 +33,21 @@ std::string missingCondition(const std::string& column, const CFField& field)
         // A value of another type than the field's never occurs in a record.
         if (isText && datum.IsString()) {
             const std::string& text = datum.GetString();
-            conditions.push_back(
-                value + " = " +
-                datafile::quotedLiteral(text.substr(0, text.find_last_not_of(' ') + 1)));
+            conditions.push_back(value + " = " +
+                                 dialect.literal(text.substr(0, text.find_last_not_of(' ') + 1)));
         } else if (!isText && isNumber(datum)) {
-            conditions.push_back(value + " = " + numberOf(datum));
+            conditions.push_back(value + " = " + numberOf(dialect, datum));
         }
     }
     const CFRange& range = missing.GetRange();
     if (!isText && (isNumber(range.GetLower()) || isNumber(range.GetUpper()))) {
         std::string inside = "(";
         if (isNumber(range.GetLower()))
-            inside += value + " >= " + numberOf(range.GetLower());
+            inside += value + " >= " + numberOf(dialect, range.GetLower());
         if (isNumber(range.GetLower()) && isNumber(range.GetUpper()))
             inside += " AND ";
         if (isNumber(range.GetUpper()))
-            inside += value + " <= " + numberOf(range.GetUpper());
+            inside += value + " <= " + numberOf(dialect, range.GetUpper());
         conditions.push_back(inside + ")");
     }
     std::string all;
@@ -60,18 +58,20 @@ std::string missingCondition(const std::string& column, const CFField& field)
 
 } // namespace
 
-bool anyUserMissing(const datafile::Fields& fields)
+bool anyUserMissing(const Dialect& dialect, const datafile::Fields& fields)
 {
-    return std::any_of(fields.begin(), fields.end(),
-                       [](const CFField& field) { return !missingCondition("x", field).empty(); });
+    return std::any_of(fields.begin(), fields.end(), [&](const CFField& field) {
+        return !missingCondition(dialect, "x", field).empty();
+    });
 }
 
-std::string selectList(const datafile::Fields& fields, const std::vector<std::string>& columns)
+std::string selectList(const Dialect& dialect, const datafile::Fields& fields,
+                       const std::vector<std::string>& columns)
 {
     std::string list;
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        const std::string name = datafile::quotedIdentifier(fields[i].GetName());
-        const std::string condition = missingCondition(columns[i], fields[i]);
+        const std::string name = dialect.name(fields[i].GetName());
+        const std::string condition = missingCondition(dialect, columns[i], fields[i]);
         const std::string column =
             condition.empty() ? columns[i]
                               : "CASE WHEN " + condition + " THEN NULL ELSE " + columns[i] + " END";

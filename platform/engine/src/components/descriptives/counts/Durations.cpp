@@ -4,7 +4,7 @@
 
 #include "base/CivilTime.h"
 #include "components/descriptives/summary/WeightedQuantiles.h"
-#include "expression/SqlText.h"
+#include "duckdb/DuckDialect.h"
 #include "runtime/CompensatedSums.h"
 
 namespace EmbeddedHV {
@@ -37,13 +37,13 @@ Duration durationOf(const ComponentQueries& queries, const InputTable& table,
                              .real(0, 0)
                              .value_or(0);
     const double unit = duration.isInDays ? base::kSecondsPerDay : 1;
-    const std::string x = "((epoch(" + column + ") - " + sqlConstant(first).sql + ") / " +
-                          sqlConstant(unit).sql + ")";
+    const std::string x = "((epoch(" + column + ") - " + duckDialect().literal(first) + ") / " +
+                          duckDialect().literal(unit) + ")";
     const double weight = field.validWeight;
     const double mean = weightedSum(queries, table, column, x) / weight;
     duration.mean = mean;
     if (weight > 1) {
-        const std::string deviation = "(" + x + " - " + sqlConstant(mean).sql + ")";
+        const std::string deviation = "(" + x + " - " + duckDialect().literal(mean) + ")";
         duration.standardDeviation = std::sqrt(
             weightedSum(queries, table, column, deviation + " * " + deviation) / (weight - 1));
     }

@@ -6,7 +6,7 @@
 
 #include "components/descriptives/summary/BinEdges.h"
 #include "components/descriptives/summary/WeightedQuantiles.h"
-#include "expression/SqlText.h"
+#include "duckdb/DuckDialect.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -58,7 +58,7 @@ void countInBins(const ComponentQueries& queries, const InputTable& table,
     // The number of inner edges that the value reaches.
     std::string bin = "0";
     for (std::size_t i = 1; i + 1 < edges.size(); ++i)
-        bin += " + CAST(x >= " + sqlConstant(edges[i]).sql + " AS INTEGER)";
+        bin += " + CAST(x >= " + duckDialect().literal(edges[i]) + " AS INTEGER)";
     duck::Result rows =
         queries.run("SELECT " + bin + " AS bin, count(*), CAST(sum(w) AS DOUBLE) FROM (SELECT " +
                     binnedNumber(table, field) + " AS x, " + InputTable::kWeight + " AS w FROM " +

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "components/descriptives/summary/WeightedQuantiles.h"
-#include "expression/SqlText.h"
+#include "duckdb/DuckDialect.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -35,7 +35,7 @@ std::optional<double> medianDeviation(const ComponentQueries& queries, const Inp
         return std::nullopt;
     return weightedQuantiles(queries, table,
                              "abs(CAST(" + table.column(field.field) + " AS DOUBLE) - " +
-                                 sqlConstant(*field.numeric.median).sql + ")",
+                                 duckDialect().literal(*field.numeric.median) + ")",
                              field.validWeight, {0.5})
         .front();
 }

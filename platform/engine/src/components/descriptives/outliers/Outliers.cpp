@@ -6,7 +6,7 @@
 #include "components/descriptives/summary/FieldParts.h"
 #include "components/descriptives/summary/Summaries.h"
 #include "components/descriptives/summary/ValueCounts.h"
-#include "expression/SqlText.h"
+#include "duckdb/DuckDialect.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -17,10 +17,10 @@ constexpr std::size_t kMostValues = 20;
 struct Sides
 {
     Sides(const std::string& x, const OutlierSummary& bounds)
-        : below(x + " < " + sqlConstant(bounds.lower).sql),
-          above(x + " > " + sqlConstant(bounds.upper).sql),
-          farBelow(x + " < " + sqlConstant(bounds.extremeLower).sql),
-          farAbove(x + " > " + sqlConstant(bounds.extremeUpper).sql)
+        : below(x + " < " + duckDialect().literal(bounds.lower)),
+          above(x + " > " + duckDialect().literal(bounds.upper)),
+          farBelow(x + " < " + duckDialect().literal(bounds.extremeLower)),
+          farAbove(x + " > " + duckDialect().literal(bounds.extremeUpper))
     {
     }
 
@@ -55,8 +55,8 @@ void listValues(const ComponentQueries& queries, const std::string& from, const 
     duck::Result rows = queries.run(
         "SELECT x, count(*), CAST(sum(w) AS DOUBLE), CAST(" + sides.farBelow + " OR " +
         sides.farAbove + " AS BIGINT)" + from + " AND (" + sides.below + " OR " + sides.above +
-        ") GROUP BY x ORDER BY greatest(" + sqlConstant(outliers.lower).sql + " - x, x - " +
-        sqlConstant(outliers.upper).sql + ") DESC, x LIMIT " + std::to_string(kMostValues));
+        ") GROUP BY x ORDER BY greatest(" + duckDialect().literal(outliers.lower) + " - x, x - " +
+        duckDialect().literal(outliers.upper) + ") DESC, x LIMIT " + std::to_string(kMostValues));
     for (std::size_t row = 0; row < rows.rows(); ++row) {
         ValueCount count = valueCountAt(rows, row, storage);
         outliers.values.push_back(
@@ -81,8 +81,9 @@ void findOutliers(const ComponentQueries& queries, const InputTable& table, Outl
 /// SQL for the nearest value of the field's storage inside a bound.
 std::string inside(double bound, const CFField& field)
 {
-    return field.GetStorage() == CFField::Integer ? "CAST(" + sqlConstant(bound).sql + " AS BIGINT)"
-                                                  : sqlConstant(bound).sql;
+    return field.GetStorage() == CFField::Integer
+               ? "CAST(" + duckDialect().literal(bound) + " AS BIGINT)"
+               : duckDialect().literal(bound);
 }
 
 /// SQL that replaces the outliers of a field; empty if it has none. Bounds without an outlier may

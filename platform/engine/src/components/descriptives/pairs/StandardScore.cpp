@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "expression/SqlText.h"
+#include "duckdb/DuckDialect.h"
 
 namespace EmbeddedHV {
 
@@ -14,10 +14,10 @@ std::string standardScore(const InputTable& table, const FieldSummary& field, do
     // A whole number may have more digits than a double.
     const std::string centred = field.field.GetStorage() == CFField::Integer
                                     ? "CAST(CAST(" + x + " AS HUGEINT) - CAST(" +
-                                          sqlConstant(std::round(centre)).sql +
+                                          duckDialect().literal(std::round(centre)) +
                                           " AS HUGEINT) AS DOUBLE)"
-                                    : "(" + x + " - " + sqlConstant(centre).sql + ")";
-    return spread > 0 ? centred + " / " + sqlConstant(spread).sql : centred;
+                                    : "(" + x + " - " + duckDialect().literal(centre) + ")";
+    return spread > 0 ? centred + " / " + duckDialect().literal(spread) : centred;
 }
 
 } // namespace EmbeddedHV

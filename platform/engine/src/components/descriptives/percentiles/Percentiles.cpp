@@ -1,7 +1,7 @@
 #include "components/descriptives/percentiles/Percentiles.h"
 
 #include "components/descriptives/summary/WeightedQuantiles.h"
-#include "expression/SqlText.h"
+#include "duckdb/DuckDialect.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -40,7 +40,7 @@ duck::Result quantilesOf(const ComponentQueries& queries, const InputTable& tabl
 {
     std::string list;
     for (const double part : parts)
-        list += (list.empty() ? "[" : ", ") + sqlConstant(part).sql;
+        list += (list.empty() ? "[" : ", ") + duckDialect().literal(part);
     std::string columns;
     for (const FieldSummary* field : fields)
         columns += (columns.empty() ? "" : ", ") +

@@ -4,7 +4,7 @@
 
 #include "components/descriptives/summary/BinEdges.h"
 #include "components/descriptives/summary/Quartiles.h"
-#include "expression/SqlText.h"
+#include "duckdb/DuckDialect.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -88,7 +88,7 @@ std::string binOf(const std::vector<double>& edges)
         return last;
     std::string sql = "CASE";
     for (std::size_t i = 1; i + 1 < edges.size(); ++i)
-        sql += " WHEN x < " + sqlConstant(edges[i]).sql + " THEN " + std::to_string(i - 1);
+        sql += " WHEN x < " + duckDialect().literal(edges[i]) + " THEN " + std::to_string(i - 1);
     return sql + " ELSE " + last + " END";
 }
 

@@ -2,6 +2,7 @@
 
 #include "components/descriptives/model/FieldSummary.h"
 #include "datafile/SqlQuoting.h"
+#include "duckdb/DuckDialect.h"
 #include "runtime/FiniteReals.h"
 #include "steps/UserMissing.h"
 
@@ -106,7 +107,7 @@ std::string InputTable::creation(const std::string& select) const
         _weight ? "CAST(" + quotedIdentifier(*_weight) + " AS DOUBLE)" : "CAST(1 AS UTINYINT)";
     const std::string weightName = quotedIdentifier(unusedName(_columns->fields, "hv_weight"));
     const std::string counts = "isfinite(" + weightName + ") AND " + weightName + " > 0";
-    const std::string list = selectList(_columns->fields, sources);
+    const std::string list = selectList(duckDialect(), _columns->fields, sources);
     return "CREATE TEMP TABLE " + _quotedName + " AS SELECT " + columns +
            (keepsLeftOut() ? "CASE WHEN " + counts + " THEN " + weightName + " END" : weightName) +
            " AS " + kWeight + " FROM (SELECT " + raw + list + (list.empty() ? "" : ", ") + weight +

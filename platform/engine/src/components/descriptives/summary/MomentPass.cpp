@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "components/descriptives/summary/Moments.h"
-#include "expression/SqlText.h"
+#include "duckdb/DuckDialect.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -96,7 +96,7 @@ std::string columnOf(const SummedField& field, const InputTable& table)
         return "CASE WHEN " + x + " IS NOT NULL THEN CAST(0 AS DOUBLE) END";
     if (field.frame->offset == 0)
         return "CAST(" + x + " AS DOUBLE)";
-    return "CAST(CAST(" + x + " AS HUGEINT) - " + sqlConstant(field.frame->offset).sql +
+    return "CAST(CAST(" + x + " AS HUGEINT) - " + duckDialect().literal(field.frame->offset) +
            " AS DOUBLE)";
 }
 

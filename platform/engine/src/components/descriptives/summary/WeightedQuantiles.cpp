@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "expression/SqlText.h"
+#include "duckdb/DuckDialect.h"
 
 namespace EmbeddedHV {
 
@@ -18,8 +18,9 @@ std::vector<std::optional<double>> weightedQuantiles(const ComponentQueries& que
     std::string columns;
     for (const double part : parts)
         for (const double place : {std::floor(last * part), std::ceil(last * part)})
-            columns += (columns.empty() ? "" : ", ") +
-                       ("CAST(min(x) FILTER (WHERE s > " + sqlConstant(place).sql + ") AS DOUBLE)");
+            columns +=
+                (columns.empty() ? "" : ", ") +
+                ("CAST(min(x) FILTER (WHERE s > " + duckDialect().literal(place) + ") AS DOUBLE)");
     duck::Result row = queries.run(
         "SELECT " + columns +
         " FROM (SELECT x, sum(f) OVER (ORDER BY x ROWS UNBOUNDED PRECEDING) AS s FROM (SELECT " +
