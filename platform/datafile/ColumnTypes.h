@@ -5,13 +5,12 @@
 #include <string>
 
 #include "CFField.h"
+#include "datafile/StorageWords.h"
 
 namespace datafile {
 
 /// The SQL type of a column for fields of this storage.
 const char* sqlTypeOf(CFField::StorageType storage);
-/// The name of the type in messages, for example "Integer".
-const char* typeWordOf(CFField::StorageType storage);
 
 duckdb_type columnTypeOf(CFField::StorageType storage);
 
@@ -23,8 +22,5 @@ std::string canonicalColumn(const std::string& column, duckdb_type type);
 /// Converts a column to the scale of data models: a date in days and a timestamp in seconds since
 /// 1970-01-01, a time in seconds.
 std::string onModelScale(const std::string& column, CFField::StorageType storage);
-
-/// Continuous for numbers, nominal for all others.
-CFField::FieldType defaultMeasure(CFField::StorageType storage);
 
 } // namespace datafile

@@ -1,12 +1,9 @@
 #include "datafile/FileTables.h"
 
-#include <cerrno>
 #include <cstdint>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
-
-#include <fcntl.h>
 
 #include "datafile/ColumnTypes.h"
 #include "datafile/CsvScanner.h"
@@ -113,18 +110,6 @@ std::string parquetMetadata(duck::Connection& connection, const std::string& pat
     } catch (const duck::QueryError&) {
         return {};
     }
-}
-
-std::shared_ptr<ScratchFile> openSealed(const std::string& path, const std::string& password,
-                                        const std::string& scratchFolder,
-                                        const SealedFileStep& step)
-{
-    const base::FileDescriptor sealed(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!sealed)
-        throw std::system_error(errno, std::generic_category(), path);
-    auto plain = std::make_shared<ScratchFile>(scratchFolder);
-    openSealedFile(sealed.get(), plain->descriptor(), password, step);
-    return plain;
 }
 
 } // namespace datafile

@@ -1,29 +1,17 @@
 #pragma once
 
-#include <memory>
 #include <string>
 
 #include "datafile/Duck.h"
 #include "datafile/FieldNames.h"
-#include "datafile/ScratchFile.h"
-#include "datafile/SealedFile.h"
+#include "datafile/FileKind.h"
+#include "datafile/OpenSealed.h"
 
 namespace datafile {
 
 /// The options of the database's CSV reader for records of up to kLongestCsvRecord. Without them it
 /// refuses records of 2 MB, and returns nothing for a record that is longer than its buffer.
 std::string csvLimits();
-
-/// Formats of data files that host and engine share.
-enum class FileKind
-{
-    Csv,
-    Sav, ///< Parquet with a dictionary inside, sealed if it has a password
-    Hvbf ///< Parquet with the data model inside
-};
-
-/// The metadata key of the data model document in a Parquet file.
-inline constexpr const char* kDataModelKey = "hvinteg.datamodel";
 
 /// The FROM item for a CSV file with these columns. `rejects` names the tables for records that do
 /// not fit; if it is empty, such a record fails the statement.
@@ -38,10 +26,5 @@ std::string parquetTable(const std::string& path);
 /// Parquet file.
 std::string parquetMetadata(duck::Connection& connection, const std::string& path,
                             const std::string& key);
-
-/// Decrypts a sealed file into a file without a name. Throws SealedFileError and std::system_error.
-std::shared_ptr<ScratchFile> openSealed(const std::string& path, const std::string& password,
-                                        const std::string& scratchFolder,
-                                        const SealedFileStep& step);
 
 } // namespace datafile

@@ -130,14 +130,4 @@ std::size_t mostBytes(const Dictionary& dictionary, const DictionaryVariable& va
     return dictionary.encoding == "UTF-8" ? width : 3 * width;
 }
 
-void makeNamesUnique(Fields& fields)
-{
-    std::vector<std::string> names;
-    for (const CFField& field : fields)
-        names.push_back(field.GetName());
-    names = uniqueNames(std::move(names));
-    for (std::size_t i = 0; i < fields.size(); ++i)
-        fields[i].SetName(names[i]);
-}
-
 } // namespace datafile

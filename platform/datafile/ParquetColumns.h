@@ -5,16 +5,9 @@
 
 #include "datafile/Dictionary.h"
 #include "datafile/Duck.h"
-#include "datafile/FieldNames.h"
+#include "datafile/FileColumns.h"
 
 namespace datafile {
-
-/// The columns of a Parquet file: a field and the SQL of its values for each.
-struct ParquetColumns
-{
-    Fields fields;
-    std::vector<std::string> values; ///< of the field's storage type
-};
 
 /// The columns with names and types only. Throws QueryError if the file is not a Parquet file.
 ParquetColumns parquetColumns(duck::Connection& connection, const std::string& path);
@@ -29,8 +22,5 @@ Dictionary describeColumns(duck::Connection& connection, const std::string& path
 
 /// The maximum length of the variable's texts in UTF-8 bytes; 0 if unknown.
 std::size_t mostBytes(const Dictionary& dictionary, const DictionaryVariable& variable);
-
-/// Makes the names of the fields unique, ignoring letter case.
-void makeNamesUnique(Fields& fields);
 
 } // namespace datafile

@@ -2,7 +2,7 @@
 #include <tuple>
 
 #include "DatabaseEvaluator.h"
-#include "runtime/QueryFaults.h"
+#include "duckdb/DuckFaults.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -153,8 +153,9 @@ TEST_F(ExpressionError, DefinitionsThatGrowWithoutEnd)
 
 TEST(QueryFaults, AnUnfinishedFileIsNamedByItsTarget)
 {
-    const JobError fault = faultOf("IO Error: Cannot open file \"/a/.b.part\": Permission denied",
-                                   "read -> write", "/a/b", true);
+    const JobError fault =
+        faultOf(duckFault("IO Error: Cannot open file \"/a/.b.part\": Permission denied"),
+                "read -> write", "/a/b", true);
     EXPECT_NE(fault.text().find("/a/b: the file cannot be written"), std::string::npos);
 }
 

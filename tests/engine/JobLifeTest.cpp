@@ -10,7 +10,7 @@
 #include "EngineException.h"
 #include "EnginePreload.h"
 #include "MetadataService.h"
-#include "runtime/Database.h"
+#include "duckdb/DuckSession.h"
 #include "runtime/Reporter.h"
 #include "steps/CsvCheck.h"
 #include "support/FullDisk.h"
@@ -79,7 +79,8 @@ TEST_F(JobLifeTest, ACancellationEndsTheCheckOfAFile)
     EmbeddedHV::CsvCheck check(settings);
     cancellation.cancel();
     check.start(cancellation);
-    check.finish(*database.connect(), reporter);
+    EmbeddedHV::DuckSession session(database);
+    check.finish(session, reporter);
     EXPECT_FALSE(settings.guess->complete());
 }
 

@@ -29,6 +29,7 @@ PLANTED = [
     ("platform/engine/src/language/Parser.cpp", "expression/Operand.h"),
     ("platform/engine/src/runtime/Database.cpp", "steps/Plan.h"),
     ("platform/engine/src/steps/StepTable.cpp", "components/table/ComponentTable.h"),
+    ("platform/engine/src/steps/JobContext.h", "duckdb/DuckSession.h"),
     ("platform/engine/src/components/descriptives/Descriptives.cpp",
      "components/temporal/preparation/Tsdp.h"),
     ("platform/engine/src/components/temporal/base/SeriesTable.cpp",
@@ -62,6 +63,17 @@ class LayersTest(unittest.TestCase):
         for folder in ("hvinteg/planted", "report/planted", "hvhost/planted", "planted",
                        "platform/engine/src/planted"):
             self.assertIsNotNone(self.rules.fault(folder, "contracts/host"), folder)
+
+    def test_reports_headers_and_sql_of_the_database(self):
+        for folder, line, is_fault in (
+                ("steps", '#include "datafile/Duck.h"', True),
+                ("expression", '#include <duckdb.h>', True),
+                ("duckdb", '#include <duckdb.h>', False),
+                ("steps", 'return "CAST(" + x + " AS VARCHAR)";', True),
+                ("steps", "int count(); // no VARCHAR", False),
+                ("duckdb", '"VARCHAR"', False)):
+            fault = self.rules.line_fault("platform/engine/src/" + folder, line)
+            self.assertEqual(fault is not None, is_fault, f"{folder}: {line}")
 
     def test_allows_each_pair_of_folders_in_one_direction_at_most(self):
         folders = self.tree.folders()

@@ -2,7 +2,8 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "runtime/QueryFaults.h"
+#include "duckdb/DuckFaults.h"
+#include "duckdb/DuckSession.h"
 #include "runtime/QueryWatch.h"
 
 namespace EmbeddedHV {
@@ -18,27 +19,29 @@ void ComponentQueries::stream(const std::string& sql,
                               const std::function<void(duck::Chunk&)>& take) const
 {
     throwIfStopped();
-    const QueryWatch watch(_context.connection->handle(), *_context.cancellation, [](double) {});
+    const QueryWatch watch(connectionOf(*_context.session).handle(), *_context.cancellation,
+                           [](double) {});
     try {
-        duck::Prepared statement(*_context.connection, sql);
+        duck::Prepared statement(connectionOf(*_context.session), sql);
         duck::Result rows = statement.stream();
         while (duck::Chunk chunk = duck::nextChunk(rows)) {
             throwIfStopped();
             take(chunk);
         }
     } catch (const duck::QueryError& error) {
-        throw faultOf(error.what(), _component, "the result of " + _component);
+        throw faultOf(duckFault(error.what()), _component, "the result of " + _component);
     }
 }
 
 duck::Result ComponentQueries::run(const std::string& sql) const
 {
     throwIfStopped();
-    const QueryWatch watch(_context.connection->handle(), *_context.cancellation, [](double) {});
+    const QueryWatch watch(connectionOf(*_context.session).handle(), *_context.cancellation,
+                           [](double) {});
     try {
-        return _context.connection->query(sql);
+        return connectionOf(*_context.session).query(sql);
     } catch (const duck::QueryError& error) {
-        throw faultOf(error.what(), _component, "the result of " + _component);
+        throw faultOf(duckFault(error.what()), _component, "the result of " + _component);
     }
 }
 

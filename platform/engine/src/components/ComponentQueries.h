@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "datafile/Duck.h"
 #include "steps/JobContext.h"
 
 namespace EmbeddedHV {

@@ -94,6 +94,11 @@ std::string DuckDialect::finiteReal(const std::string& value) const
     return "CASE WHEN isfinite(" + value + ") THEN " + value + " END";
 }
 
+std::string DuckDialect::orderedReal(const std::string& value) const
+{
+    return "nullif(" + value + ", 'nan'::DOUBLE)";
+}
+
 const DuckDialect& duckDialect()
 {
     static const DuckDialect dialect;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "DataFileNames.h"
-#include "datafile/ColumnTypes.h"
+#include "datafile/StorageWords.h"
 #include "expression/Schema.h"
 
 namespace EmbeddedHV {

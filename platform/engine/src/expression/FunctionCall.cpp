@@ -162,8 +162,10 @@ std::string whereSql(const Dialect& dialect, const Place& place)
         errors::kConversion, {.step = place.step, .inJob = language::textPlace(place.position)}));
 }
 
-std::string expanded(const Dialect& dialect, std::string_view sql,
-                     const std::vector<std::string>& arguments, const Place& place)
+/// `where` writes the beginning of an error message.
+template <class Where>
+std::string expanded(std::string_view sql, const std::vector<std::string>& arguments,
+                     const Where& where)
 {
     constexpr std::string_view kWhere = "where";
     std::string text;
@@ -171,7 +173,7 @@ std::string expanded(const Dialect& dialect, std::string_view sql,
         if (sql[i] != '$') {
             text += sql[i];
         } else if (sql.substr(i + 1).starts_with(kWhere)) {
-            text += whereSql(dialect, place);
+            text += where();
             i += kWhere.size();
         } else if (sql[++i] == '*') {
             text += base::joined(arguments, ", ");
@@ -200,8 +202,16 @@ SqlExpression compileFunctionCall(const Dialect& dialect, const std::string& nam
     std::vector<std::string> sql;
     for (std::size_t i = 0; i < arguments.size(); ++i)
         sql.push_back(argumentSql(dialect, form->word(i), arguments[i], shared, place));
-    return {expanded(dialect, dialect.function(*form->function), sql, place),
-            namedType(form->function->result).value_or(shared)};
+    return {
+        expanded(dialect.function(*form->function), sql, [&] { return whereSql(dialect, place); }),
+        namedType(form->function->result).value_or(shared)};
+}
+
+std::string functionSql(const Dialect& dialect, std::string_view name, std::string_view parameters,
+                        const std::vector<std::string>& arguments)
+{
+    const Function& form = *std::ranges::find(formsOf(name), parameters, &Function::parameters);
+    return expanded(dialect.function(form), arguments, [] { return std::string(); });
 }
 
 void Place::fail(const char* id, const std::string& text, FaultParts parts) const

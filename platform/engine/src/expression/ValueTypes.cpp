@@ -1,5 +1,6 @@
 #include "expression/ValueTypes.h"
 
+#include "DataFileNames.h"
 #include "ErrorIds.h"
 
 namespace EmbeddedHV {

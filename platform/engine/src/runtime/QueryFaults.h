@@ -1,24 +1,66 @@
 #pragma once
 
+#include <optional>
+#include <stdexcept>
 #include <string>
 
 #include "JobError.h"
 
 namespace EmbeddedHV {
 
-/// Converts the database's error message about a statement to an error of a job. `steps` names the
-/// steps of the statement, `target` its output, which may be a file. The message becomes the
-/// detail.
-JobError faultOf(const std::string& databaseMessage, const std::string& steps,
-                 const std::string& target, bool targetIsFile = false);
+/// A statement failed. what() is the backend's own message; the members say what it means.
+class StatementFault : public std::runtime_error
+{
+public:
+    /// What the parts leave to the caller.
+    enum class About
+    {
+        Itself, ///< nothing: they are complete
+        Steps,  ///< the steps of the statement
+        Output  ///< the output of the statement
+    };
+    /// What is wrong with a CSV file.
+    enum class Csv
+    {
+        Nothing,
+        Record, ///< one record is unreadable
+        Value,  ///< one value does not convert to the type of its field
+        Form    ///< the whole file
+    };
 
-/// Whether the message is about a record of this CSV file.
-bool isCsvFault(const std::string& databaseMessage, const std::string& path);
-/// Whether the message is about a value of this CSV file that does not convert to the type of its
-/// field.
-bool isCsvConversionFault(const std::string& databaseMessage, const std::string& path);
-/// Whether the message is about the format of this CSV file or of one of its records, not about a
-/// value.
-bool isCsvFormFault(const std::string& databaseMessage, const std::string& path);
+    StatementFault(const std::string& message, JobError error, About about)
+        : std::runtime_error(message), _error(std::move(error)), _about(about)
+    {
+    }
+    void setCsv(Csv csv, std::string file)
+    {
+        _csv = csv;
+        _csvFile = std::move(file);
+    }
+    void setDamage(std::string file) { _damagedFile = std::move(file); }
+
+    /// The id and the parts as far as the backend knows them.
+    const JobError& error() const { return _error; }
+    About about() const { return _about; }
+    /// What is wrong with this CSV file.
+    Csv csv(const std::string& path) const { return path == _csvFile ? _csv : Csv::Nothing; }
+    /// Whether this file may be damaged. The backend does not always know which file is.
+    bool isDamaged(const std::string& path) const
+    {
+        return _damagedFile && (_damagedFile->empty() || *_damagedFile == path);
+    }
+
+private:
+    JobError _error;
+    About _about;
+    Csv _csv = Csv::Nothing;
+    std::string _csvFile;
+    std::optional<std::string> _damagedFile; ///< empty text: any file
+};
+
+/// The fault of a statement as an error of a job. `steps` names the steps of the statement,
+/// `target` its output, which may be a file.
+JobError faultOf(const StatementFault& fault, const std::string& steps, const std::string& target,
+                 bool targetIsFile = false);
 
 } // namespace EmbeddedHV

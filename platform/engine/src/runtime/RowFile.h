@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "RowDataIterator.h"
+#include "datafile/ScratchFile.h"
 #include "runtime/Database.h"
 #include "runtime/WrittenFile.h"
 

@@ -3,7 +3,8 @@
 #include <string>
 
 #include "DataFileNames.h"
-#include "datafile/FileTables.h"
+#include "datafile/FieldNames.h"
+#include "datafile/FileKind.h"
 
 namespace EmbeddedHV {
 

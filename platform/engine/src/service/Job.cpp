@@ -2,10 +2,8 @@
 
 #include "ErrorIds.h"
 #include "components/table/ComponentTable.h"
-#include "datafile/SqlQuoting.h"
 #include "language/Parser.h"
 #include "runtime/QueryFaults.h"
-#include "runtime/QueryWatch.h"
 #include "steps/DataModelExport.h"
 
 namespace EmbeddedHV {
@@ -151,19 +149,19 @@ void Job::commit(Output& output)
     output.commit();
 }
 
-std::string Job::selectOf(const Node& node)
+std::string Job::selectOf(const Node& node) const
 {
     if (node.shared)
         return "SELECT * FROM " + render(node);
     return node.select(inputsOf(node));
 }
 
-std::string Job::render(const Node& node)
+std::string Job::render(const Node& node) const
 {
-    return node.shared ? quotedIdentifier(node.table) : "(" + selectOf(node) + ")";
+    return node.shared ? _context.dialect.name(node.table) : "(" + selectOf(node) + ")";
 }
 
-std::vector<std::string> Job::inputsOf(const Node& node)
+std::vector<std::string> Job::inputsOf(const Node& node) const
 {
     std::vector<std::string> inputs;
     for (const NodePtr& input : node.inputs)
@@ -174,8 +172,9 @@ std::vector<std::string> Job::inputsOf(const Node& node)
 void Job::evaluate(Node& node, const Statement& statement)
 {
     const std::string table = _context.newTable("hv_chain_");
-    execute("CREATE TEMP TABLE " + quotedIdentifier(table) + " AS " + node.select(inputsOf(node)),
-            node, statement, nullptr);
+    const Dialect& dialect = _context.dialect;
+    execute(dialect.newTemporaryTable(dialect.name(table), node.select(inputsOf(node))), node,
+            statement, nullptr);
     node.table = table;
 }
 
@@ -189,35 +188,34 @@ void Job::execute(const std::string& sql, Node& node, const Statement& statement
         check->start(_cancellation);
     try {
         runSql(sql, !statement.output, taker);
-    } catch (const duck::QueryError& error) {
-        explainFailure(error, checks, statement);
+    } catch (const StatementFault& fault) {
+        explainFailure(fault, checks, statement);
     }
     for (SourceCheck* check : checks)
-        check->finish(*_context.connection, _reporter);
+        check->finish(*_context.session, _reporter);
     // An iterator that saw the cancellation ended early, so the result is incomplete.
     throwIfCancelled();
 }
 
 void Job::runSql(const std::string& sql, bool keepsNothing, Output* taker)
 {
-    // The database does not know how far an iterator is.
-    const QueryWatch watch(_context.connection->handle(), _cancellation, [this](double part) {
+    // The backend does not know how far an iterator is.
+    const auto progress = [this](double part) {
         report(_statementShare * std::max(part, _context.readShare()));
-    });
+    };
+    Session& session = *_context.session;
     if (!keepsNothing && !taker) {
-        _context.connection->query(sql);
+        session.run(sql, _cancellation, progress);
         return;
     }
-    duck::Prepared statement(*_context.connection, sql);
-    duck::Result rows = statement.stream();
-    while (duck::Chunk chunk = duck::nextChunk(rows)) {
+    session.stream(sql, _cancellation, progress, [&](RecordBatch& batch) {
         throwIfCancelled();
         if (taker)
-            taker->take(chunk);
-    }
+            taker->take(batch);
+    });
 }
 
-void Job::explainFailure(const duck::QueryError& error, const std::vector<SourceCheck*>& checks,
+void Job::explainFailure(const StatementFault& fault, const std::vector<SourceCheck*>& checks,
                          const Statement& statement)
 {
     throwIfCancelled();
@@ -225,10 +223,10 @@ void Job::explainFailure(const duck::QueryError& error, const std::vector<Source
         if (input.source && input.source->failure())
             throw JobError(*input.source->failure());
     for (SourceCheck* check : checks)
-        check->abandon(error.what());
+        check->abandon(fault);
     throwIfCancelled();
     const Output* const output = statement.output.get();
-    throw faultOf(error.what(), statement.steps, output ? output->target() : std::string(),
+    throw faultOf(fault, statement.steps, output ? output->target() : std::string(),
                   output && output->writesFile());
 }
 

@@ -37,10 +37,10 @@ private:
     /// The same for one output, whose progress it reports.
     void commit(Output& output);
     /// The FROM item of a node. The tables that it names already exist.
-    static std::string render(const Node& node);
+    std::string render(const Node& node) const;
     /// The SELECT of a node. The tables that it names already exist.
-    static std::string selectOf(const Node& node);
-    static std::vector<std::string> inputsOf(const Node& node);
+    std::string selectOf(const Node& node) const;
+    std::vector<std::string> inputsOf(const Node& node) const;
     /// Creates the table of a node that is used more than once.
     void evaluate(Node& node, const Statement& statement);
 
@@ -48,7 +48,7 @@ private:
     /// records, or if nobody needs them.
     void execute(const std::string& sql, Node& node, const Statement& statement, Output* taker);
     void runSql(const std::string& sql, bool keepsNothing, Output* taker);
-    void explainFailure(const duck::QueryError& error, const std::vector<SourceCheck*>& checks,
+    void explainFailure(const StatementFault& fault, const std::vector<SourceCheck*>& checks,
                         const Statement& statement);
     /// Prepares a new plan of the statements that have not run yet.
     void startOver(Planner& planner);

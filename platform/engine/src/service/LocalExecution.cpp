@@ -8,7 +8,7 @@
 
 #include "EngineException.h"
 #include "ErrorIds.h"
-#include "duckdb/DuckDialect.h"
+#include "duckdb/DuckSession.h"
 #include "runtime/Reporter.h"
 #include "service/ContractFaults.h"
 #include "service/Job.h"
@@ -29,8 +29,8 @@ std::string newExecutionId()
 
 LocalExecution::LocalExecution(std::shared_ptr<EngineResources> resources)
     : _resources(std::move(resources)),
-      _context(std::in_place, *_resources->database, duckDialect(), _resources->files,
-               _resources->dataSources)
+      _context(std::in_place, std::make_unique<DuckSession>(*_resources->database),
+               _resources->files, _resources->dataSources)
 {
     _context->cancellation = &_cancellation;
 }
@@ -144,7 +144,7 @@ RowDataIterator* LocalExecution::getOutputIterator(JNIEnv*, const std::string& f
         throw Exception("the job has written no file \"" + fileName + "\"");
     try {
         return _outputs
-            .emplace_back(std::make_unique<RowFile>(_context->database, found->second,
+            .emplace_back(std::make_unique<RowFile>(*_resources->database, found->second,
                                                     _context->files.scratchFolder()))
             .get();
     } catch (const std::exception& exception) {

@@ -4,7 +4,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "components/table/ComponentTable.h"
-#include "duckdb/DuckDialect.h"
+#include "duckdb/DuckSession.h"
 #include "language/Parser.h"
 #include "maps/GeographyLibrary.h"
 #include "service/MapQuestions.h"
@@ -77,7 +77,7 @@ std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobTex
 {
     try {
         Cancellation cancellation(stopWish);
-        JobContext context(_database, duckDialect(), _files, _dataSources);
+        JobContext context(std::make_unique<DuckSession>(_database), _files, _dataSources);
         context.cancellation = &cancellation;
         context.plansOnly = true;
         context.message = [](const std::string&, const FaultParts&) {};

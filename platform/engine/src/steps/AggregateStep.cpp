@@ -6,8 +6,8 @@
 
 #include "ErrorIds.h"
 #include "base/NearestName.h"
-#include "datafile/ColumnTypes.h"
-#include "datafile/SqlQuoting.h"
+#include "datafile/StorageWords.h"
+#include "expression/FieldTypes.h"
 #include "steps/OverflowCheck.h"
 #include "steps/StepCall.h"
 
@@ -29,38 +29,31 @@ enum class Gives
     SameAsInput
 };
 
-/// An aggregate function. In the SQL, $ is the input column, # is the record number and % is the
-/// centile.
+/// An aggregate function, as a job names it.
 struct AggregateFunction
 {
     std::string_view name;
+    Aggregate function;
     Accepts accepts;
     Gives gives;
-    const char* sql;
-    bool needsOrder;
-    /// SQL for reals if the database's own function is not exact enough. It treats infinite and
-    /// not-a-number reals as missing. Null if `sql` is used for reals too.
-    const char* sqlOfReals = nullptr;
+    bool needsOrder = false;
     /// Whether a Real result that exceeds the range of its type becomes missing, with a message.
     bool missingBeyondRange = false;
 };
 
 constexpr AggregateFunction kAggregateFunctions[] = {
-    {"key", Accepts::Anything, Gives::SameAsInput, "$", false},
-    {"count", Accepts::Anything, Gives::Integer, "count($)", false},
-    {"sum", Accepts::Numbers, Gives::SameAsInput, "sum($)", false, "hv_real_sum($)", true},
-    {"mean", Accepts::Numbers, Gives::Real, "avg($)", false, "hv_real_mean($)", true},
-    {"min", Accepts::Anything, Gives::SameAsInput, "min($)", false},
-    {"max", Accepts::Anything, Gives::SameAsInput, "max($)", false},
-    {"sd", Accepts::Numbers, Gives::Real, "hv_real_sd(CAST($ AS DOUBLE))", false, "hv_real_sd($)",
-     true},
-    {"variance", Accepts::Numbers, Gives::Real, "hv_real_variance(CAST($ AS DOUBLE))", false,
-     "hv_real_variance($)", true},
-    {"median", Accepts::Numbers, Gives::Real, "quantile_cont(CAST($ AS DOUBLE), 0.5)", false},
-    {"percentile", Accepts::Numbers, Gives::Real, "quantile_cont(CAST($ AS DOUBLE), % / 100.0)",
-     false},
-    {"first", Accepts::Anything, Gives::SameAsInput, "arg_min_null($, #)", true},
-    {"last", Accepts::Anything, Gives::SameAsInput, "arg_max_null($, #)", true},
+    {"key", Aggregate::Key, Accepts::Anything, Gives::SameAsInput},
+    {"count", Aggregate::Count, Accepts::Anything, Gives::Integer},
+    {"sum", Aggregate::Sum, Accepts::Numbers, Gives::SameAsInput, false, true},
+    {"mean", Aggregate::Mean, Accepts::Numbers, Gives::Real, false, true},
+    {"min", Aggregate::Least, Accepts::Anything, Gives::SameAsInput},
+    {"max", Aggregate::Greatest, Accepts::Anything, Gives::SameAsInput},
+    {"sd", Aggregate::Deviation, Accepts::Numbers, Gives::Real, false, true},
+    {"variance", Aggregate::Variance, Accepts::Numbers, Gives::Real, false, true},
+    {"median", Aggregate::Median, Accepts::Numbers, Gives::Real},
+    {"percentile", Aggregate::Percentile, Accepts::Numbers, Gives::Real},
+    {"first", Aggregate::First, Accepts::Anything, Gives::SameAsInput, true},
+    {"last", Aggregate::Last, Accepts::Anything, Gives::SameAsInput, true},
 };
 
 const AggregateFunction& functionOf(const Settings& output)
@@ -89,38 +82,13 @@ struct Aggregation
     OverflowedOutputs overflowing;
 };
 
-/// The input in SQL. Infinite and not-a-number reals are missing, as in descriptives.
-std::string aggregatedColumn(const AggregateFunction& function, const CFField* input)
+AggregateCall callOf(const Dialect& dialect, const AggregateFunction& function,
+                     const CFField* input, const std::string& number, std::int64_t centile)
 {
     if (!input)
-        return "*";
-    std::string column = "t." + quotedIdentifier(input->GetName());
-    if (input->GetStorage() != CFField::Real || function.sqlOfReals)
-        return column;
-    return "CASE WHEN isfinite(" + column + ") THEN " + column + " END";
-}
-
-const char* sqlOfFunction(const AggregateFunction& function, const CFField* input)
-{
-    const bool isReal = input && input->GetStorage() == CFField::Real;
-    return isReal && function.sqlOfReals ? function.sqlOfReals : function.sql;
-}
-
-std::string filledIn(const char* sql, const std::string& column, const std::string& number,
-                     std::int64_t centile)
-{
-    std::string text;
-    for (const char character : std::string_view(sql)) {
-        if (character == '$')
-            text += column;
-        else if (character == '#')
-            text += number;
-        else if (character == '%')
-            text += std::to_string(centile);
-        else
-            text += character;
-    }
-    return text;
+        return {function.function, ValueType::Integer, "*", number, centile};
+    return {function.function, valueTypeOf(input->GetStorage()),
+            "t." + dialect.name(input->GetName()), number, centile};
 }
 
 /// A key keeps the whole metadata of its field. Other results have only a type.
@@ -181,18 +149,19 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
     output.reportOthers(call.context.message);
 
     aggregation.fields.push_back(resultField(name, function, input));
-    std::string result = filledIn(sqlOfFunction(function, input), aggregatedColumn(function, input),
-                                  "t." + number, centile);
+    const Dialect& dialect = call.context.dialect;
+    std::string result =
+        dialect.aggregate(callOf(dialect, function, input, "t." + number, centile));
     const bool isReal = aggregation.fields.back().GetStorage() == CFField::Real;
     if (isReal && function.missingBeyondRange) {
         aggregation.overflowing.push_back(
-            std::make_shared<OverflowedOutput>(call.context.database.overflows(), name));
+            std::make_shared<OverflowedOutput>(call.context.session->overflows(), name));
         result = aggregation.overflowing.back()->finite(result);
     }
     // The database computes the sum of integers in a wider type. The cast checks that it fits.
-    const char* type = sqlTypeOf(aggregation.fields.back().GetStorage());
-    aggregation.columns += (aggregation.columns.empty() ? "" : ", ") +
-                           ("CAST(" + result + " AS " + type + ") AS " + quotedIdentifier(name));
+    const ValueType type = valueTypeOf(aggregation.fields.back().GetStorage());
+    aggregation.columns += (aggregation.columns.empty() ? "" : ", ") + dialect.cast(result, type) +
+                           " AS " + dialect.name(name);
     aggregation.ordered |= function.needsOrder;
     if (function.name != "key")
         return;
@@ -210,7 +179,8 @@ StepResult planAggregate(StepCall& call)
     const Json& outputs = settings.neededList("output");
     if (outputs.empty())
         settings.refuse("output", "is empty: there is nothing to aggregate");
-    const std::string number = quotedIdentifier(unusedName(call.input()->fields, "hv_record"));
+    const Dialect& dialect = call.context.dialect;
+    const std::string number = dialect.name(unusedName(call.input()->fields, "hv_record"));
     Aggregation aggregation;
     for (std::size_t i = 0; i < outputs.size(); ++i)
         addOutput(call, settings.objectAt(outputs, "output", i), number, aggregation);
@@ -218,17 +188,16 @@ StepResult planAggregate(StepCall& call)
     Fields fields = aggregation.fields;
     // Record numbers need an extra pass, so they are added only for functions that depend on the
     // order.
-    const NodePtr node = derivedNode(
-        std::move(fields), {call.input()},
-        [aggregation, number](const std::vector<std::string>& inputs) {
-            const std::string from = aggregation.ordered ? "(SELECT *, row_number() OVER () AS " +
-                                                               number + " FROM " + inputs[0] + ")"
-                                                         : inputs[0];
-            return "SELECT " + aggregation.columns + " FROM " + from + " AS t" +
-                   (aggregation.keys.empty()
-                        ? ""
-                        : " GROUP BY " + aggregation.keys + " ORDER BY " + aggregation.order);
-        });
+    const NodePtr node =
+        derivedNode(std::move(fields), {call.input()},
+                    [aggregation, number, &dialect](const std::vector<std::string>& inputs) {
+                        const std::string from =
+                            aggregation.ordered ? dialect.numbered(inputs[0], number) : inputs[0];
+                        return "SELECT " + aggregation.columns + " FROM " + from + " AS t" +
+                               (aggregation.keys.empty() ? ""
+                                                         : " GROUP BY " + aggregation.keys +
+                                                               " ORDER BY " + aggregation.order);
+                    });
     if (!aggregation.overflowing.empty())
         node->check = std::make_shared<OverflowCheck>(aggregation.overflowing, call.name);
     return {node, nullptr};

@@ -6,10 +6,8 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/CsvFault.h"
-#include "datafile/SqlQuoting.h"
 #include "datafile/StartedThread.h"
 #include "expression/FieldTypes.h"
-#include "runtime/QueryFaults.h"
 #include "runtime/Reporter.h"
 
 namespace EmbeddedHV {
@@ -180,19 +178,21 @@ void CsvCheck::refuseProblems() const
         refuseMisfit(*misfit);
 }
 
-void CsvCheck::finish(duck::Connection& connection, Reporter& reporter)
+void CsvCheck::finish(Session& session, Reporter& reporter)
 {
     join(true);
     if (_profile && !_cancellation->cancelled())
         refuseProblems();
     if (!_settings.rejects.empty())
-        countRejects(connection, reporter);
+        countRejects(session, reporter);
 }
 
-void CsvCheck::abandon(const std::string& databaseMessage)
+void CsvCheck::abandon(const StatementFault& fault)
 {
+    using Csv = StatementFault::Csv;
+    const Csv csv = fault.csv(_settings.path);
     // The database may know the line, but it is not always the first bad one.
-    if (isCsvFormFault(databaseMessage, _settings.path)) {
+    if (csv == Csv::Record || csv == Csv::Form) {
         join(false);
         _stop = false;
         refuseFlaw();
@@ -201,14 +201,14 @@ void CsvCheck::abandon(const std::string& databaseMessage)
         refuseFatalFlaw(UINT64_MAX);
     }
     // The database reads to the end of a block, so the bad record may be after the limit.
-    if (_settings.readWhole && isCsvFault(databaseMessage, _settings.path)) {
+    if (_settings.readWhole && (csv == Csv::Record || csv == Csv::Value)) {
         join(false);
         _settings.readWhole->insert(_settings.path);
         throw Reread{};
     }
     const bool checks = _profile && _cancellation && !_cancellation->cancelled();
     const bool stopped = checks && _cancellation->stopping();
-    const bool conversion = checks && isCsvConversionFault(databaseMessage, _settings.path);
+    const bool conversion = checks && csv == Csv::Value;
     // Either the check stopped the statement, or the database found the value first.
     if (!stopped && !conversion) {
         join(false);
@@ -223,9 +223,9 @@ void CsvCheck::abandon(const std::string& databaseMessage)
 }
 
 /// The number of bad records before the last record that is wanted.
-std::size_t CsvCheck::countWithinLimit(duck::Result& bad) const
+std::size_t CsvCheck::countWithinLimit(const RejectedRecords& bad) const
 {
-    const std::size_t count = bad.rows();
+    const std::size_t count = bad.count();
     if (_settings.mostRecords == UINT64_MAX || count == 0)
         return count;
     CsvScanner scanner(_settings.path);
@@ -237,7 +237,7 @@ std::size_t CsvCheck::countWithinLimit(duck::Result& bad) const
     std::size_t passed = 0;
     for (std::uint64_t good = 0;
          good < _settings.mostRecords && passed < count && scanner.next(fields);) {
-        if (static_cast<std::uint64_t>(bad.integer(0, passed)) <= scanner.line())
+        if (bad.line(passed) <= scanner.line())
             ++passed;
         else
             ++good;
@@ -245,55 +245,41 @@ std::size_t CsvCheck::countWithinLimit(duck::Result& bad) const
     return passed;
 }
 
-void CsvCheck::refuseRecord(duck::Result& bad, std::size_t record) const
+void CsvCheck::refuseRecord(const RejectedRecords& bad, std::size_t record) const
 {
-    FaultParts parts = datafile::csvParts(
-        _settings.path, static_cast<std::uint64_t>(bad.integer(0, record)), bad.text(1, record));
+    FaultParts parts = datafile::csvParts(_settings.path, bad.line(record), bad.message(record));
     if (_settings.errorThreshold == 0)
-        throw JobError(errors::kBadRecord, std::move(parts), bad.text(1, record));
+        throw JobError(errors::kBadRecord, std::move(parts), bad.message(record));
     parts.limit = _settings.errorThreshold;
     parts.what += "; more than " + std::to_string(_settings.errorThreshold) +
                   (_settings.errorThreshold == 1 ? " record" : " records") + " cannot be read";
     throw JobError(errors::kTooManyBadRecords, std::move(parts));
 }
 
-/// Whether the database has kept a list of bad records. A statement that needs no records, for
-/// example with a limit of 0, does not read the file.
-bool CsvCheck::hasRejects(duck::Connection& connection) const
-{
-    return connection
-               .query("SELECT count(*) FROM duckdb_tables() WHERE temporary AND table_name = " +
-                      quotedLiteral(_settings.rejects))
-               .integer(0, 0) > 0;
-}
-
-void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
+void CsvCheck::countRejects(Session& session, Reporter& reporter)
 {
     refuseFatalFlaw(0);
-    if (!hasRejects(connection))
+    // A statement that needs no records, for example with a limit of 0, does not read the file.
+    if (!session.hasRejects(_settings.rejects))
         return;
-    const std::string table = quotedIdentifier(_settings.rejects);
-    duck::Result conversions = connection.query(
-        "SELECT count(*) FROM " + table + " WHERE error_message LIKE 'Error when converting%'");
+    const bool hasValues = session.hasRejectedValues(_settings.rejects);
     // The types depend on the whole file, including bad records.
-    if (_settings.guess && conversions.integer(0, 0) > 0) {
+    if (_settings.guess && hasValues) {
         guessAgain();
         _profile = _settings.guess;
         if (!guessHolds())
             throw Reread{};
     }
-    duck::Result bad = connection.query(
-        "SELECT line, min(error_message) FROM " + table + " GROUP BY line ORDER BY line" +
-        (_settings.errorThreshold < 0
-             ? std::string()
-             : " LIMIT " +
-                   std::to_string(std::min<std::int64_t>(_settings.errorThreshold, INT64_MAX - 1) +
-                                  1)));
-    const std::size_t count = countWithinLimit(bad);
+    const std::int64_t most =
+        _settings.errorThreshold < 0
+            ? -1
+            : std::min<std::int64_t>(_settings.errorThreshold, INT64_MAX - 1) + 1;
+    const std::unique_ptr<RejectedRecords> bad = session.rejectedRecords(_settings.rejects, most);
+    const std::size_t count = countWithinLimit(*bad);
     refuseFatalFlaw(count);
     if (_settings.errorThreshold >= 0 &&
         count > static_cast<std::uint64_t>(_settings.errorThreshold))
-        refuseRecord(bad, count - 1);
+        refuseRecord(*bad, count - 1);
     if (count > 0)
         reporter.message(
             errors::kRecordsSkipped,
@@ -301,8 +287,8 @@ void CsvCheck::countRejects(duck::Connection& connection, Reporter& reporter)
              .file = _settings.path,
              .what = std::to_string(count) +
                      (count == 1 ? " record was skipped, " : " records were skipped, ") +
-                     "the first on line " + bad.text(0, 0) + ": " +
-                     datafile::csvReason(bad.text(1, 0))});
+                     "the first on line " + std::to_string(bad->line(0)) + ": " +
+                     datafile::csvReason(bad->message(0))});
 }
 
 } // namespace EmbeddedHV

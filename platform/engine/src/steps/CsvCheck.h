@@ -11,6 +11,7 @@
 
 #include "DataFileNames.h"
 #include "datafile/CsvProfile.h"
+#include "runtime/Session.h"
 #include "steps/Plan.h"
 
 namespace EmbeddedHV {
@@ -40,8 +41,8 @@ public:
     ~CsvCheck() override;
 
     void start(Cancellation& cancellation) override;
-    void finish(duck::Connection& connection, Reporter& reporter) override;
-    void abandon(const std::string& databaseMessage) override;
+    void finish(Session& session, Reporter& reporter) override;
+    void abandon(const StatementFault& fault) override;
 
 private:
     void readRest();
@@ -50,10 +51,9 @@ private:
     bool goOn() const;
     void guessAgain();
     void join(bool toTheEnd);
-    void countRejects(duck::Connection& connection, Reporter& reporter);
-    bool hasRejects(duck::Connection& connection) const;
-    std::size_t countWithinLimit(duck::Result& bad) const;
-    [[noreturn]] void refuseRecord(duck::Result& bad, std::size_t record) const;
+    void countRejects(Session& session, Reporter& reporter);
+    std::size_t countWithinLimit(const RejectedRecords& bad) const;
+    [[noreturn]] void refuseRecord(const RejectedRecords& bad, std::size_t record) const;
     void refuseMisfit(const CsvProfile::Misfit& misfit) const;
     bool hasFlaw() const;
     void refuseFlaw() const;

@@ -5,8 +5,6 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/NearestName.h"
-#include "datafile/FileTables.h"
-#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "steps/CsvCheck.h"
 #include "steps/UserMissing.h"
@@ -119,16 +117,15 @@ void CsvPlan::refuseFlaw() const
         throw datafile::faultOf(*first, _settings.path);
 }
 
-/// A condition that is always true and uses every column whose values may not convert. The database
-/// ignores unused columns, but which records are skipped must not depend on the columns that a
-/// statement uses.
-std::string allConverted(const Fields& fields)
+/// A condition that is always true and uses every column whose values may not convert. Which
+/// records are skipped must not depend on the columns that a statement uses.
+std::string allConverted(const Dialect& dialect, const Fields& fields)
 {
     std::string columns;
     for (const CFField& field : fields)
         if (field.GetStorage() != CFField::String)
-            columns += (columns.empty() ? "" : ", ") + quotedIdentifier(field.GetName());
-    return columns.empty() ? "" : " WHERE hash(" + columns + ") IS NOT NULL";
+            columns += (columns.empty() ? "" : ", ") + dialect.name(field.GetName());
+    return columns.empty() ? "" : " WHERE " + dialect.readsAll(columns);
 }
 
 std::string selectOf(const Dialect& dialect, const CsvReadSettings& settings, const Fields& fields,
@@ -138,13 +135,13 @@ std::string selectOf(const Dialect& dialect, const CsvReadSettings& settings, co
     if (anyUserMissing(dialect, fields)) {
         std::vector<std::string> names;
         for (const CFField& field : fields)
-            names.push_back(quotedIdentifier(field.GetName()));
+            names.push_back(dialect.name(field.GetName()));
         columns = selectList(dialect, fields, names);
     }
     std::string sql = "SELECT " + columns + " FROM " +
-                      csvTable(settings.path, settings.hasHeader, fields, rejects);
+                      dialect.csvTable({settings.path, settings.hasHeader, fields, rejects});
     if (settings.dataModel && settings.errorThreshold != 0)
-        sql += allConverted(fields);
+        sql += allConverted(dialect, fields);
     return sql;
 }
 
@@ -172,7 +169,7 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
     node->shared = whole;
     if (settings.errorThreshold != 0 || whole) {
         check.rejects = context.newTable("hv_rejects_");
-        context.tables.push_back(rejectScansOf(check.rejects));
+        context.tables.push_back(context.dialect.rejectScansOf(check.rejects));
         node->readsOnce = true; // The database has the list of bad records already.
     } else if (settings.mostRecords != UINT64_MAX) {
         check.readWhole = &context.readWhole;

@@ -3,7 +3,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/RaisedFault.h"
-#include "datafile/SqlQuoting.h"
+#include "datafile/StorageWords.h"
 #include "expression/FieldTypes.h"
 #include "expression/ValueTypes.h"
 #include "steps/StepCall.h"
@@ -22,24 +22,9 @@ struct MadeField
     std::string sql;
 };
 
-/// A clause of a CASE: the list as a text if all its numbers are present.
-std::string wholeListClause(const std::string& list)
-{
-    return " WHEN list_aggregate(list_transform(" + list +
-           ", lambda hv_n: hv_n IS NOT NULL AND isfinite(hv_n)), 'bool_and') THEN CAST(" + list +
-           " AS VARCHAR)";
-}
-
-/// A list of numbers as a text for JSON and geospatial fields. If a number is missing, the whole
-/// list is missing. Exception: a point of three numbers may lack the third, its height.
-std::string listText(const std::string& list)
-{
-    return "CASE" + wholeListClause(list) + " WHEN len(" + list + ") = 3 THEN CASE" +
-           wholeListClause("list_slice(" + list + ", 1, 2)") + " END END";
-}
-
 MadeField madeField(const StepCall& call)
 {
+    const Dialect& dialect = call.context.dialect;
     MadeField made;
     const SqlExpression value = compileFieldLambda(
         *call.lambda,
@@ -49,9 +34,9 @@ MadeField madeField(const StepCall& call)
     made.sql = value.sql;
     // A literal null has no type in SQL. A boolean has no type in a data model.
     if (value.type == ValueType::Null || value.type == ValueType::Boolean)
-        made.sql = "CAST(" + value.sql + " AS " + sqlTypeOf(made.storage) + ")";
+        made.sql = dialect.cast(value.sql, valueTypeOf(made.storage));
     if (value.type == ValueType::List)
-        made.sql = listText(value.sql);
+        made.sql = dialect.listText(value.sql);
     return made;
 }
 
@@ -81,7 +66,7 @@ StepResult planDeriveField(StepCall& call)
     Fields fields = call.takeFields();
     refuseDuplicate(fields, made.name, call.name);
     fields.push_back(plainField(made.name, made.storage));
-    const std::string column = "(" + made.sql + ") AS " + quotedIdentifier(made.name);
+    const std::string column = "(" + made.sql + ") AS " + call.context.dialect.name(made.name);
     return {derivedNode(std::move(fields), {call.input()},
                         [column](const std::vector<std::string>& inputs) {
                             return "SELECT *, " + column + " FROM " + inputs[0];
@@ -98,10 +83,12 @@ StepResult planReclassifyField(StepCall& call)
     std::replace_if(
         fields.begin(), fields.end(),
         [&](const CFField& field) { return field.GetName() == made.name; }, changed);
-    const std::string column = "(" + made.sql + ") AS " + quotedIdentifier(made.name);
+    const Dialect& dialect = call.context.dialect;
+    const std::string columns =
+        dialect.replacedColumns(fields, {{dialect.name(made.name), "(" + made.sql + ")"}});
     return {derivedNode(std::move(fields), {call.input()},
-                        [column](const std::vector<std::string>& inputs) {
-                            return "SELECT * REPLACE (" + column + ") FROM " + inputs[0];
+                        [columns](const std::vector<std::string>& inputs) {
+                            return "SELECT " + columns + " FROM " + inputs[0];
                         }),
             nullptr};
 }
@@ -117,7 +104,7 @@ StepResult planFilterRecords(StepCall& call)
                        {.step = call.name,
                         .what = std::string("the condition must be true or false, not of type ") +
                                 wordOf(condition.type)});
-    const std::string sql = "CAST(" + condition.sql + " AS BOOLEAN)";
+    const std::string sql = call.context.dialect.cast(condition.sql, ValueType::Boolean);
     Fields fields = call.takeFields();
     return {derivedNode(std::move(fields), {call.input()},
                         [sql](const std::vector<std::string>& inputs) {
@@ -138,29 +125,23 @@ StepResult planBalanceRecords(StepCall& call)
                        {.step = call.name,
                         .what = std::string("the factor must be a number, not of type ") +
                                 wordOf(factor.type)});
-    const std::string name = quotedIdentifier(unusedName(fields, "hv_factor"));
-    const std::string number = quotedIdentifier(unusedName(fields, "hv_record"));
-    const std::string copies = quotedIdentifier(unusedName(fields, "hv_copy"));
-    const std::string columns = columnList(fields);
-    const std::string inner = "SELECT *, CAST(" + factor.sql + " AS DOUBLE) AS " + name +
-                              ", row_number() OVER () AS " + number + " FROM ";
-    const std::string count =
-        "CASE WHEN " + name + " > " + std::to_string(kMostCopies) + " THEN error(" +
-        quotedLiteral(raisedText(errors::kOutOfRange,
-                                 {.step = call.name,
-                                  .limit = kMostCopies,
-                                  .what = "a factor is above " + std::to_string(kMostCopies)})) +
-        ")::BIGINT ELSE CAST(floor(" + name +
-        ") AS BIGINT) + CASE WHEN "
-        "hash(" +
-        number + ")::DOUBLE / 18446744073709551616.0 < " + name + " - floor(" + name +
-        ") THEN 1 ELSE 0 END END";
+    const Dialect& dialect = call.context.dialect;
+    const std::string name = dialect.name(unusedName(fields, "hv_factor"));
+    const std::string number = dialect.name(unusedName(fields, "hv_record"));
+    const std::string columns = dialect.columns(fields);
+    const std::string fault = raisedText(
+        errors::kOutOfRange, {.step = call.name,
+                              .limit = kMostCopies,
+                              .what = "a factor is above " + std::to_string(kMostCopies)});
+    const std::string copies = dialect.copies(name, number, kMostCopies, fault) + " AS " +
+                               dialect.name(unusedName(fields, "hv_copy"));
+    const std::string factors = "SELECT *, " + dialect.cast(factor.sql, ValueType::Real) + " AS " +
+                                name + ", " + dialect.recordNumber() + " AS " + number + " FROM ";
     return {derivedNode(std::move(fields), {call.input()},
                         [=](const std::vector<std::string>& inputs) {
-                            return "SELECT " + columns + " FROM (SELECT " + columns +
-                                   ", unnest(range(" + count + ")) AS " + copies + " FROM (" +
-                                   inner + inputs[0] + ") WHERE " + name + " > 0 AND NOT isnan(" +
-                                   name + "))";
+                            return "SELECT " + columns + " FROM (SELECT " + columns + ", " +
+                                   copies + " FROM (" + factors + inputs[0] + ") WHERE " + name +
+                                   " > 0 AND NOT isnan(" + name + "))";
                         }),
             nullptr};
 }

@@ -8,47 +8,34 @@
 #include "maps/ShapeText.h"
 
 namespace EmbeddedHV {
-namespace {
-
-std::string_view textAt(void* data, std::size_t row)
-{
-    auto& text = static_cast<duckdb_string_t*>(data)[row];
-    return {duckdb_string_t_data(&text), duckdb_string_t_length(text)};
-}
-
-} // namespace
-
 std::string jsonText(std::string_view text)
 {
     return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
-FeatureColumns::FeatureColumns(duck::Chunk& chunk, const Fields& fields, std::size_t shapes)
+FeatureColumns::FeatureColumns(const RecordBatch& batch, const Fields& fields, std::size_t shapes)
     : _shapes(shapes)
 {
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        const duckdb_vector vector = chunk.column(i);
+    for (std::size_t i = 0; i < fields.size(); ++i)
         _columns.push_back({jsonText(fields[i].GetName()) + ":", fields[i].GetStorage(),
-                            fields[i].GetGeo() != nullptr, duckdb_vector_get_data(vector),
-                            duckdb_vector_get_validity(vector)});
-    }
+                            fields[i].GetGeo() != nullptr, batch.column(i)});
 }
 
 void FeatureColumns::appendValue(const Column& column, std::size_t row, std::string& out) const
 {
-    if (column.validity && !duckdb_validity_row_is_valid(column.validity, row)) {
+    if (column.values.isMissing(row)) {
         out += "null";
     } else if (column.storage == CFField::Integer) {
-        base::appendNumber(out, static_cast<const std::int64_t*>(column.data)[row]);
+        base::appendNumber(out, static_cast<const std::int64_t*>(column.values.data)[row]);
     } else if (column.storage == CFField::Real) {
-        const double value = static_cast<const double*>(column.data)[row];
+        const double value = static_cast<const double*>(column.values.data)[row];
         // JSON has no infinite or not-a-number values.
         if (std::isfinite(value))
             base::appendNumber(out, value);
         else
             out += "null";
     } else {
-        const std::string_view text = textAt(column.data, row);
+        const std::string_view text = column.values.textAt(row);
         out += column.isShape && maps::isShape(text) ? std::string(text) : jsonText(text);
     }
 }

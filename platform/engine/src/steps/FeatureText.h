@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "DataFileNames.h"
-#include "datafile/Duck.h"
 #include "runtime/DataModel.h"
+#include "runtime/RecordBatch.h"
 
 namespace EmbeddedHV {
 
@@ -18,7 +18,7 @@ class FeatureColumns
 {
 public:
     /// `shapes` is the index of the geometry field. Borrows all arguments.
-    FeatureColumns(duck::Chunk& chunk, const Fields& fields, std::size_t shapes);
+    FeatureColumns(const RecordBatch& batch, const Fields& fields, std::size_t shapes);
 
     /// Appends a record to `out`. Returns false if the geometry's text is not a shape.
     bool append(std::size_t row, std::string& out) const;
@@ -30,8 +30,7 @@ private:
         std::string key; ///< the name of the field, quoted, with a colon
         CFField::StorageType storage;
         bool isShape; ///< whether the field is geospatial
-        void* data;
-        std::uint64_t* validity;
+        BatchColumn values;
     };
     void appendValue(const Column& column, std::size_t row, std::string& out) const;
 

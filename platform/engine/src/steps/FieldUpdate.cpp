@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "datafile/ColumnTypes.h"
+#include "datafile/StorageWords.h"
 #include "runtime/DataModel.h"
 #include "steps/SettingWords.h"
 #include "steps/StorageChange.h"

@@ -8,7 +8,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/FieldDictionary.h"
-#include "datafile/SqlQuoting.h"
+#include "datafile/SealedFile.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -45,12 +45,10 @@ std::string FileOutput::statement(const std::string& select)
         path = _plain->path();
     }
     // The name is already temporary; commit renames the file.
-    std::string options = "USE_TMP_FILE false, ";
-    if (_settings.kind == FileKind::Csv)
-        options += "FORMAT CSV, HEADER true";
-    else
-        options += "FORMAT PARQUET, KV_METADATA {" + describedFields() + "}";
-    return "COPY (" + select + ") TO " + quotedLiteral(path) + " (" + options + ")";
+    FileTarget target{path, _settings.kind == FileKind::Csv};
+    if (!target.isCsv)
+        describeFields(target);
+    return _context.dialect.fileOf(select, target);
 }
 
 void FileOutput::reportCutMissing() const
@@ -68,13 +66,12 @@ void FileOutput::reportCutMissing() const
                                       "the first are kept"});
 }
 
-/// The description of the fields, as an entry of the file's metadata.
-std::string FileOutput::describedFields() const
+/// Adds the description of the fields to the file's metadata.
+void FileOutput::describeFields(FileTarget& target) const
 {
-    if (_settings.kind == FileKind::Sav)
-        return quotedLiteral(kDictionaryKey) + ": " +
-               quotedLiteral(dictionaryText(dictionaryOfFields(_fields)));
-    return quotedLiteral(kDataModelKey) + ": " + quotedLiteral(dataModelOf(_fields));
+    const bool isSav = _settings.kind == FileKind::Sav;
+    target.key = isSav ? kDictionaryKey : kDataModelKey;
+    target.entry = isSav ? dictionaryText(dictionaryOfFields(_fields)) : dataModelOf(_fields);
 }
 
 void FileOutput::seal()

@@ -4,7 +4,8 @@
 #include <string>
 
 #include "DataFileNames.h"
-#include "datafile/FileTables.h"
+#include "datafile/FileKind.h"
+#include "datafile/ScratchFile.h"
 #include "steps/JobContext.h"
 #include "steps/OutputFiles.h"
 #include "steps/Plan.h"
@@ -36,7 +37,7 @@ public:
 private:
     void seal();
     void forgetProfiles();
-    std::string describedFields() const;
+    void describeFields(FileTarget& target) const;
     void reportCutMissing() const;
 
     JobContext& _context;

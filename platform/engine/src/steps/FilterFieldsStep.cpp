@@ -16,7 +16,7 @@ StepResult planFilterFields(StepCall& call)
         fields.push_back(field);
     }
     settings.reportOthers(call.context.message);
-    const std::string columns = columnList(fields);
+    const std::string columns = call.context.dialect.columns(fields);
     return {derivedNode(std::move(fields), {call.input()},
                         [columns](const std::vector<std::string>& inputs) {
                             return "SELECT " + columns + " FROM " + inputs[0];

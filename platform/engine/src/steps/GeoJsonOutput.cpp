@@ -6,7 +6,6 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/PendingFile.h"
-#include "datafile/SqlQuoting.h"
 #include "maps/GeographyLibrary.h"
 #include "steps/FeatureText.h"
 
@@ -83,14 +82,15 @@ void GeoJsonOutput::refuse() const
 
 std::string GeoJsonOutput::statement(const std::string& select)
 {
+    const Dialect& dialect = _context.dialect;
     std::string columns;
     for (const CFField& field : _fields) {
-        const std::string name = quotedIdentifier(field.GetName());
+        const std::string name = dialect.name(field.GetName());
         const CFField::StorageType storage = field.GetStorage();
         const bool isPlain = storage == CFField::Integer || storage == CFField::Real;
         columns += columns.empty() ? "" : ", ";
         // The database formats dates and times.
-        columns += isPlain ? name : "CAST(" + name + " AS VARCHAR)";
+        columns += isPlain ? name : dialect.cast(name, ValueType::String);
     }
     begin();
     return "SELECT " + columns + " FROM (" + select + ")";
@@ -105,10 +105,10 @@ void GeoJsonOutput::begin()
     _isFirst = true;
 }
 
-void GeoJsonOutput::take(duck::Chunk& chunk)
+void GeoJsonOutput::take(RecordBatch& batch)
 {
-    const FeatureColumns columns(chunk, _fields, _shapes);
-    for (std::size_t row = 0; row < chunk.rows(); ++row) {
+    const FeatureColumns columns(batch, _fields, _shapes);
+    for (std::size_t row = 0; row < batch.rows(); ++row) {
         _text += _isFirst ? "\n" : ",\n";
         _isFirst = false;
         if (!columns.append(row, _text))

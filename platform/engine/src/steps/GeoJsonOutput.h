@@ -28,7 +28,7 @@ public:
     bool writesFile() const override { return true; }
     std::string statement(const std::string& select) override;
     bool takesRecords() const override { return true; }
-    void take(duck::Chunk& chunk) override;
+    void take(RecordBatch& batch) override;
     void commit() override;
 
 private:

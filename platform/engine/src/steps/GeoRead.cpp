@@ -5,9 +5,9 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/NearestName.h"
-#include "datafile/ColumnTypes.h"
 #include "datafile/FieldMetadata.h"
 #include "datafile/InputFile.h"
+#include "datafile/StorageWords.h"
 #include "maps/GeographyLibrary.h"
 #include "maps/LayerSource.h"
 
@@ -20,8 +20,8 @@ class LayerCheck : public SourceCheck
 public:
     explicit LayerCheck(std::shared_ptr<LayerSource> source) : _source(std::move(source)) {}
     void start(Cancellation&) override {}
-    void finish(duck::Connection&, Reporter&) override {}
-    void abandon(const std::string&) override
+    void finish(Session&, Reporter&) override {}
+    void abandon(const StatementFault&) override
     {
         if (_source->failure())
             throw JobError(*_source->failure());
@@ -94,7 +94,7 @@ NodePtr planGeospatial(StepCall& call, const Settings& source, std::uint64_t mos
     try {
         auto layer = std::make_shared<LayerSource>(openLayer(call, source, mostRecords),
                                                    *call.context.cancellation,
-                                                   call.context.database.rowSources());
+                                                   call.context.session->rowSources());
         // If only the data model is requested, check now that records can be read.
         if (call.context.plansOnly)
             layer->probe();

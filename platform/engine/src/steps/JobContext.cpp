@@ -9,7 +9,6 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/NativePath.h"
-#include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {
 
@@ -64,7 +63,7 @@ void JobContext::dropTables(const std::set<std::string>& kept) noexcept
         if (kept.contains(table))
             return false;
         try {
-            connection->query("DROP TABLE IF EXISTS " + quotedIdentifier(table));
+            session->dropTable(table);
         } catch (const std::exception&) {
             return true; // it is dropped with the connection
         }

@@ -12,10 +12,10 @@
 #include "dialect/Dialect.h"
 #include "runtime/Cancellation.h"
 #include "runtime/DataSources.h"
-#include "runtime/Database.h"
 #include "runtime/FileSpace.h"
-#include "runtime/RowFile.h"
 #include "runtime/RowSource.h"
+#include "runtime/Session.h"
+#include "runtime/WrittenFile.h"
 #include "steps/Plan.h"
 #include "steps/Settings.h"
 
@@ -37,22 +37,21 @@ struct IteratorInput
     NodePtr node;
 };
 
-/// The state that the steps of a job share: its connection, its inputs and outputs, and what is
+/// The state that the steps of a job share: its session, its inputs and outputs, and what is
 /// known about the files that it reads. Lives from execute to dispose.
 struct JobContext
 {
-    JobContext(Database& usedDatabase, const Dialect& usedDialect, const FileSpace& usedFiles,
+    JobContext(std::unique_ptr<Session> usedSession, const FileSpace& usedFiles,
                DataSources& usedSources)
-        : database(usedDatabase), dialect(usedDialect), files(usedFiles), dataSources(usedSources),
-          connection(usedDatabase.connect())
+        : dialect(usedSession->dialect()), files(usedFiles), dataSources(usedSources),
+          session(std::move(usedSession))
     {
     }
 
-    Database& database;
-    const Dialect& dialect;
+    const Dialect& dialect; ///< of the session
     const FileSpace& files;
     DataSources& dataSources;
-    ConnectionLease connection;
+    std::unique_ptr<Session> session;
     Cancellation* cancellation = nullptr;
     /// The job is only planned, not run. So its types must be certain, not guessed.
     bool plansOnly = false;

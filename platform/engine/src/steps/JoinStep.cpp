@@ -8,7 +8,7 @@
 #include "base/ListText.h"
 #include "base/NearestName.h"
 #include "datafile/FieldNames.h"
-#include "datafile/SqlQuoting.h"
+#include "datafile/StorageWords.h"
 #include "expression/FieldTypes.h"
 #include "expression/ValueTypes.h"
 #include "steps/StepCall.h"
@@ -19,12 +19,6 @@ namespace {
 std::string aliasOf(std::size_t input)
 {
     return "t" + std::to_string(input);
-}
-
-/// Qualified by the input, because several inputs may have fields of the same name.
-std::string columnOf(std::size_t input, const std::string& field)
-{
-    return aliasOf(input) + "." + quotedIdentifier(field);
 }
 
 /// The parts of a join's SELECT.
@@ -67,6 +61,11 @@ private:
     void addColumn(std::size_t input, const CFField& field);
     void nameColumns();
     std::size_t inputOf(const std::string& tag, const std::string& key) const;
+    /// Qualified by the input, because several inputs may have fields of the same name.
+    std::string columnOf(std::size_t input, const std::string& field) const
+    {
+        return aliasOf(input) + "." + _call.context.dialect.name(field);
+    }
     const CFField& taggedField(const StepInput& input, const std::string& field) const;
 
     StepCall& _call;
@@ -184,7 +183,8 @@ void JoinReader::nameColumns()
     const std::vector<std::string> unique = datafile::uniqueNames(names);
     for (std::size_t i = 0; i < names.size(); ++i) {
         auto& [input, field] = _join.outputs[i];
-        _join.columns.push_back(columnOf(input, names[i]) + " AS " + quotedIdentifier(unique[i]));
+        _join.columns.push_back(columnOf(input, names[i]) + " AS " +
+                                _call.context.dialect.name(unique[i]));
         if (unique[i] == names[i])
             continue;
         field.SetName(unique[i]);
@@ -239,8 +239,9 @@ class JoinInputs
 {
 public:
     /// `numbers` are the columns for the numbers; empty if the result may have any order.
-    JoinInputs(const std::vector<std::string>& froms, const std::vector<std::string>& numbers)
-        : _froms(froms), _numbers(numbers)
+    JoinInputs(const Dialect& dialect, const std::vector<std::string>& froms,
+               const std::vector<std::string>& numbers)
+        : _dialect(dialect), _froms(froms), _numbers(numbers)
     {
     }
 
@@ -248,8 +249,7 @@ public:
     {
         if (_numbers.empty())
             return plain(input);
-        return "(SELECT *, row_number() OVER () AS " + _numbers[input] + " FROM " + _froms[input] +
-               ") AS " + aliasOf(input);
+        return _dialect.numbered(_froms[input], _numbers[input]) + " AS " + aliasOf(input);
     }
     /// An input that contributes no records.
     std::string plain(std::size_t input) const { return _froms[input] + " AS " + aliasOf(input); }
@@ -271,6 +271,7 @@ public:
 private:
     std::string numberOf(std::size_t input) const { return aliasOf(input) + "." + _numbers[input]; }
 
+    const Dialect& _dialect;
     const std::vector<std::string>& _froms;
     const std::vector<std::string>& _numbers;
 };
@@ -307,6 +308,7 @@ StepResult planJoin(StepCall& call)
     if (call.inputs.size() < 2)
         throw JobError(errors::kStepInput,
                        {.step = call.name, .what = "a join takes at least two inputs, with tags"});
+    const Dialect& dialect = call.context.dialect;
     Join join = JoinReader(call).read();
     Fields fields;
     for (const auto& [input, field] : join.outputs)
@@ -316,11 +318,11 @@ StepResult planJoin(StepCall& call)
     for (const StepInput& input : call.inputs) {
         inputs.push_back(input.node);
         if (join.keepsOrder)
-            numbers.push_back(quotedIdentifier(unusedName(input.node->fields, "hv_record")));
+            numbers.push_back(dialect.name(unusedName(input.node->fields, "hv_record")));
     }
     return {derivedNode(std::move(fields), std::move(inputs),
-                        [join, numbers](const std::vector<std::string>& froms) {
-                            return selectOf(join, {froms, numbers});
+                        [join, numbers, &dialect](const std::vector<std::string>& froms) {
+                            return selectOf(join, {dialect, froms, numbers});
                         }),
             nullptr};
 }

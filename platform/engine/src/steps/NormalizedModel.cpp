@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "datafile/ColumnTypes.h"
+#include "datafile/StorageWords.h"
 
 namespace EmbeddedHV {
 namespace {

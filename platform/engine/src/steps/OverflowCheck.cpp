@@ -30,7 +30,7 @@ void OverflowCheck::start(Cancellation&)
         output->takeCount();
 }
 
-void OverflowCheck::finish(duck::Connection&, Reporter& reporter)
+void OverflowCheck::finish(Session&, Reporter& reporter)
 {
     for (const auto& output : _outputs)
         if (const std::uint64_t count = output->takeCount())

@@ -42,8 +42,8 @@ public:
     OverflowCheck(OverflowedOutputs outputs, std::string step);
 
     void start(Cancellation& cancellation) override;
-    void finish(duck::Connection& connection, Reporter& reporter) override;
-    void abandon(const std::string&) override {}
+    void finish(Session& session, Reporter& reporter) override;
+    void abandon(const StatementFault&) override {}
 
 private:
     OverflowedOutputs _outputs;

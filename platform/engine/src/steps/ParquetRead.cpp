@@ -9,9 +9,10 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/NearestName.h"
-#include "datafile/ColumnTypes.h"
 #include "datafile/FieldMetadata.h"
-#include "datafile/ParquetColumns.h"
+#include "datafile/FileColumns.h"
+#include "datafile/OpenSealed.h"
+#include "datafile/StorageWords.h"
 #include "expression/FieldTypes.h"
 #include "expression/ValueTypes.h"
 #include "steps/UserMissing.h"
@@ -70,15 +71,13 @@ class ParquetCheck : public SourceCheck
 public:
     explicit ParquetCheck(std::string path) : _path(std::move(path)) {}
     void start(Cancellation&) override {}
-    void finish(duck::Connection&, Reporter&) override {}
-    void abandon(const std::string& databaseMessage) override
+    void finish(Session&, Reporter&) override {}
+    void abandon(const StatementFault& fault) override
     {
-        // The database reports internal errors of its reader with the second text.
-        if (databaseMessage.find("Failed to read file \"" + _path) != std::string::npos ||
-            databaseMessage.starts_with("Invalid Error: "))
+        if (fault.isDamaged(_path))
             throw JobError(errors::kNotOfItsKind,
                            {.step = "read", .file = _path, .what = "the file is damaged"},
-                           databaseMessage);
+                           fault.what());
     }
 
 private:
@@ -89,8 +88,8 @@ ParquetColumns columnsOf(JobContext& context, const ParquetReadSettings& setting
                          const std::string& path)
 {
     try {
-        return parquetColumns(*context.connection, path);
-    } catch (const duck::QueryError& error) {
+        return context.session->parquetColumns(path);
+    } catch (const StatementFault& error) {
         throw JobError(errors::kNotOfItsKind,
                        {.step = "read",
                         .file = settings.path,
@@ -103,7 +102,8 @@ ParquetColumns columnsOf(JobContext& context, const ParquetReadSettings& setting
 
 /// Applies a data model document next to the file. It may widen a type. Everything else must agree
 /// with the file; otherwise it belongs to another file.
-void applyDocument(ParquetColumns& columns, const ParquetReadSettings& settings)
+void applyDocument(const Dialect& dialect, ParquetColumns& columns,
+                   const ParquetReadSettings& settings)
 {
     const auto refuse = [&settings](const std::string& problem) {
         throw JobError(errors::kDataModelMismatch,
@@ -124,7 +124,7 @@ void applyDocument(ParquetColumns& columns, const ParquetReadSettings& settings)
             refuse("the field \"" + wanted.GetName() + "\" is " + typeWordOf(found->GetStorage()) +
                    ", and in the data model " + typeWordOf(wanted.GetStorage()));
         std::string& value = columns.values[place->second];
-        value.insert(0, "CAST(").append(" AS ").append(sqlTypeOf(wanted.GetStorage())).append(")");
+        value = dialect.cast(value, valueTypeOf(wanted.GetStorage()));
         *found = plainField(wanted.GetName(), wanted.GetStorage());
     }
 }
@@ -138,10 +138,10 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
     ParquetColumns columns = columnsOf(context, settings, path);
     if (settings.dataModel) {
         makeNamesUnique(columns.fields);
-        applyDocument(columns, settings);
+        applyDocument(context.dialect, columns, settings);
         adoptMetadata(columns.fields, *settings.dataModel);
     } else {
-        describeColumns(*context.connection, path, settings.path, columns);
+        context.session->describeColumns(path, settings.path, columns);
         makeNamesUnique(columns.fields);
     }
     auto node = std::make_shared<Node>();
@@ -150,11 +150,10 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
     if (!scratch)
         node->check = std::make_shared<ParquetCheck>(path);
     // The node owns the unnamed scratch file.
-    node->select = [scratch, sql = "SELECT " +
-                                   selectList(context.dialect, node->fields, columns.values) +
-                                   " FROM " + parquetTable(path)](const std::vector<std::string>&) {
-        return sql;
-    };
+    node->select =
+        [scratch,
+         sql = "SELECT " + selectList(context.dialect, node->fields, columns.values) + " FROM " +
+               context.dialect.parquetTable(path)](const std::vector<std::string>&) { return sql; };
     return node;
 }
 

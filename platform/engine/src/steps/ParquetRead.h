@@ -4,7 +4,7 @@
 #include <string>
 
 #include "DataFileNames.h"
-#include "datafile/FileTables.h"
+#include "datafile/FileKind.h"
 #include "steps/StepCall.h"
 
 namespace EmbeddedHV {

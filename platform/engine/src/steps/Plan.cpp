@@ -6,7 +6,6 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "datafile/SqlQuoting.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -80,13 +79,12 @@ NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
     return node;
 }
 
-NodePtr tableNode(Fields fields, const std::string& table)
+NodePtr tableNode(const Dialect& dialect, Fields fields, const std::string& table)
 {
     auto node = std::make_shared<Node>();
     node->fields = std::move(fields);
-    node->select = [table](const std::vector<std::string>&) {
-        return "SELECT * FROM " + quotedIdentifier(table);
-    };
+    node->select = [select = "SELECT * FROM " + dialect.name(table)](
+                       const std::vector<std::string>&) { return select; };
     node->shared = true;
     node->table = table;
     return node;

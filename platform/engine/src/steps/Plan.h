@@ -6,14 +6,17 @@
 #include <vector>
 
 #include "DataFileNames.h"
-#include "datafile/Duck.h"
+#include "dialect/Dialect.h"
 #include "runtime/Cancellation.h"
 #include "runtime/DataModel.h"
 
 namespace EmbeddedHV {
 
 class DataModelExport;
+class RecordBatch;
 class Reporter;
+class Session;
+class StatementFault;
 
 namespace language {
 struct Step;
@@ -29,10 +32,10 @@ public:
     virtual void start(Cancellation& cancellation) = 0;
     /// Called after a statement succeeded and before its output gets its name. Throws JobError or
     /// Reread.
-    virtual void finish(duck::Connection& connection, Reporter& reporter) = 0;
+    virtual void finish(Session& session, Reporter& reporter) = 0;
     /// Called after a statement failed. Throws Reread if planning again can solve the problem, and
-    /// JobError if it knows a better error than the database's.
-    virtual void abandon(const std::string& databaseMessage) = 0;
+    /// JobError if it knows a better error than the fault.
+    virtual void abandon(const StatementFault& fault) = 0;
 };
 
 /// Thrown when the types of a source differ from those in the plan. The current statement is then
@@ -86,7 +89,7 @@ NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
                     std::function<std::string(const std::vector<std::string>&)> select);
 
 /// The whole of a table, as a relation.
-NodePtr tableNode(Fields fields, const std::string& table);
+NodePtr tableNode(const Dialect& dialect, Fields fields, const std::string& table);
 /// A relation without fields and records, for a statement whose step has no input.
 NodePtr emptyNode();
 
@@ -107,7 +110,7 @@ public:
     /// rest is commit, which reports its progress to the job's context.
     virtual double statementShare() const { return 1; }
     /// Takes the next records, in order. Throws JobError.
-    virtual void take(duck::Chunk&) {}
+    virtual void take(RecordBatch&) {}
     /// Makes the result visible under its name. Throws JobError.
     virtual void commit() = 0;
 };

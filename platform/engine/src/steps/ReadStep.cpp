@@ -3,7 +3,6 @@
 #include "JobError.h"
 #include "base/NearestName.h"
 #include "datafile/InputFile.h"
-#include "datafile/SqlQuoting.h"
 #include "steps/CsvRead.h"
 #include "steps/GeoRead.h"
 #include "steps/ParquetRead.h"
@@ -52,7 +51,7 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
     if (input.node)
         return input.node;
     input.source = std::make_unique<RowSource>(*context.iterators.at(name), *context.cancellation,
-                                               context.database.rowSources());
+                                               context.session->rowSources());
     input.node = std::make_shared<Node>();
     input.node->fields = input.source->fields();
     input.node->readsOnce = true;
@@ -93,8 +92,8 @@ NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& l
         refuseDataSource(call, name);
     auto node = std::make_shared<Node>();
     node->fields = known->fields;
-    std::string select =
-        "SELECT " + columnList(known->fields) + " FROM " + quotedIdentifier(known->table);
+    std::string select = "SELECT " + context.dialect.columns(known->fields) + " FROM " +
+                         context.dialect.name(known->table);
     node->select = [select = std::move(select)](const std::vector<std::string>&) { return select; };
     return node;
 }

@@ -4,7 +4,6 @@
 #include "JobError.h"
 #include "base/ListText.h"
 #include "base/NumberText.h"
-#include "datafile/SqlQuoting.h"
 #include "expression/FieldTypes.h"
 #include "steps/StepCall.h"
 
@@ -17,16 +16,15 @@ namespace {
 /// The input of a step with the number of each record, from 1.
 struct Numbered
 {
-    explicit Numbered(const Fields& fields)
-        : columns(columnList(fields)), number(quotedIdentifier(unusedName(fields, "hv_record")))
+    explicit Numbered(const StepCall& call)
+        : dialect(call.context.dialect), columns(dialect.columns(call.input()->fields)),
+          number(dialect.name(unusedName(call.input()->fields, "hv_record")))
     {
     }
 
-    std::string from(const std::string& input) const
-    {
-        return "(SELECT *, row_number() OVER () AS " + number + " FROM " + input + ")";
-    }
+    std::string from(const std::string& input) const { return dialect.numbered(input, number); }
 
+    const Dialect& dialect;
     std::string columns; ///< of the input, for the SELECT of the result
     std::string number;  ///< the column with the number
 };
@@ -56,19 +54,12 @@ std::int64_t neededCount(const Settings& settings, const std::string& key)
 std::string orderTerm(const StepCall& call, const Settings& entry)
 {
     const CFField& field = call.inputField(entry.neededText("name"), entry.pathOf("name"));
-    const std::string column = quotedIdentifier(field.GetName());
+    const Dialect& dialect = call.context.dialect;
+    const std::string column = dialect.name(field.GetName());
     const bool descends = entry.flag("descending").value_or(false);
     entry.reportOthers(call.context.message);
-    return (field.GetStorage() == CFField::Real ? "nullif(" + column + ", 'nan'::DOUBLE)"
-                                                : column) +
+    return (field.GetStorage() == CFField::Real ? dialect.orderedReal(column) : column) +
            (descends ? " DESC" : " ASC") + " NULLS LAST";
-}
-
-/// A number of 64 bits that depends only on the record's number and the seed. The outer hash makes
-/// the draws of two seeds independent.
-std::string drawOf(const Numbered& numbered, std::int64_t seed)
-{
-    return "hash(hash(" + numbered.number + ", " + std::to_string(seed) + "))";
 }
 
 double neededPercent(const Settings& settings)
@@ -98,7 +89,7 @@ StepResult planSortRecords(StepCall& call)
     for (std::size_t i = 0; i < entries.size(); ++i)
         terms.push_back(orderTerm(call, settings.objectAt(entries, "fields", i)));
     settings.reportOthers(call.context.message);
-    const Numbered numbered(call.input()->fields);
+    const Numbered numbered(call);
     const std::string order = base::joined(terms, ", ");
     return numberedStep(call, [=](const std::string& input) {
         return "SELECT " + numbered.columns + " FROM " + numbered.from(input) + " ORDER BY " +
@@ -121,8 +112,9 @@ StepResult planLimitRecords(StepCall& call)
 StepResult planSampleRecords(StepCall& call)
 {
     const Settings settings = call.settings();
-    const Numbered numbered(call.input()->fields);
-    const std::string draw = drawOf(numbered, settings.integer("seed").value_or(0));
+    const Numbered numbered(call);
+    const std::string draw =
+        numbered.dialect.draw(numbered.number, settings.integer("seed").value_or(0));
     if (settings.has("count")) {
         const std::int64_t count = neededCount(settings, "count");
         if (settings.has("percent"))
@@ -137,8 +129,8 @@ StepResult planSampleRecords(StepCall& call)
     const std::string share = base::shortestNumber(neededPercent(settings) / 100);
     settings.reportOthers(call.context.message);
     return numberedStep(call, [=](const std::string& input) {
-        return "SELECT " + numbered.columns + " FROM " + numbered.from(input) + " WHERE " + draw +
-               "::DOUBLE / 18446744073709551616.0 < " + share;
+        return "SELECT " + numbered.columns + " FROM " + numbered.from(input) + " WHERE " +
+               numbered.dialect.drawnShare(draw) + " < " + share;
     });
 }
 
@@ -151,16 +143,16 @@ StepResult planDistinctRecords(StepCall& call)
     if (settings.has("fields")) {
         const Json& names = settings.neededList("fields");
         for (std::size_t i = 0; i < names.size(); ++i)
-            fields.push_back(
-                quotedIdentifier(call.inputField(settings.textAt(names, "fields", i)).GetName()));
+            fields.push_back(call.context.dialect.name(
+                call.inputField(settings.textAt(names, "fields", i)).GetName()));
     }
     settings.reportOthers(call.context.message);
-    const Numbered numbered(call.input()->fields);
+    const Numbered numbered(call);
     const std::string keys = fields.empty() ? numbered.columns : base::joined(fields, ", ");
     return numberedStep(call, [=](const std::string& input) {
-        return "SELECT " + numbered.columns + " FROM " + numbered.from(input) +
-               " QUALIFY row_number() OVER (PARTITION BY " + keys + " ORDER BY " + numbered.number +
-               ") = 1 ORDER BY " + numbered.number;
+        return numbered.dialect.firstRecords(numbered.columns, numbered.from(input), keys,
+                                             numbered.number) +
+               " ORDER BY " + numbered.number;
     });
 }
 

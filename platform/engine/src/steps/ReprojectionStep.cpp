@@ -2,7 +2,6 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "datafile/SqlQuoting.h"
 #include "maps/GeographyLibrary.h"
 #include "maps/Reprojection.h"
 #include "runtime/Reporter.h"
@@ -33,10 +32,10 @@ public:
 
     Reprojection& reprojection() const { return *_reprojection; }
     const std::string& field() const { return _field; }
-    std::string column() const
+    NewColumn column(const Dialect& dialect) const
     {
-        const std::string name = quotedIdentifier(_field);
-        return TextFunctions::call(_id, name) + " AS " + name;
+        const std::string name = dialect.name(_field);
+        return {name, TextFunctions::call(_id, name)};
     }
 
 private:
@@ -57,7 +56,7 @@ public:
         for (const auto& move : _moves)
             move->reprojection().takeLost();
     }
-    void finish(duck::Connection&, Reporter& reporter) override
+    void finish(Session&, Reporter& reporter) override
     {
         for (const auto& move : _moves)
             if (const std::uint64_t lost = move->reprojection().takeLost())
@@ -70,7 +69,7 @@ public:
                                           "\" have no place in the new coordinate system and are "
                                           "missing there"});
     }
-    void abandon(const std::string&) override {}
+    void abandon(const StatementFault&) override {}
 
 private:
     Moves _moves;
@@ -152,7 +151,7 @@ std::shared_ptr<KnownReprojection> moveField(const StepCall& call, const Setting
             geo.SetEnvelope(*moved);
     field.SetGeo(std::move(geo));
     return std::make_shared<KnownReprojection>(
-        std::move(reprojection), call.context.database.textFunctions(), field.GetName());
+        std::move(reprojection), call.context.session->textFunctions(), field.GetName());
 }
 
 [[noreturn]] void refuseShapeless(const StepCall& call, const std::string& what)
@@ -199,21 +198,17 @@ Moves moveNamed(const StepCall& call, const Settings& settings, const Json& entr
     return moves;
 }
 
-std::string replacements(const Moves& moves)
-{
-    std::string columns;
-    for (const auto& move : moves)
-        columns += (columns.empty() ? "" : ", ") + move->column();
-    return columns;
-}
-
 NodePtr movedNode(const StepCall& call, Fields fields, Moves moves)
 {
+    std::vector<NewColumn> moved;
+    for (const auto& move : moves)
+        moved.push_back(move->column(call.context.dialect));
+    const std::string columns = call.context.dialect.replacedColumns(fields, moved);
     // The node owns the reprojections that its SQL refers to.
-    NodePtr node = derivedNode(
-        std::move(fields), {call.input()}, [moves](const std::vector<std::string>& inputs) {
-            return "SELECT * REPLACE (" + replacements(moves) + ") FROM " + inputs[0];
-        });
+    NodePtr node = derivedNode(std::move(fields), {call.input()},
+                               [moves, columns](const std::vector<std::string>& inputs) {
+                                   return "SELECT " + columns + " FROM " + inputs[0];
+                               });
     node->check = std::make_shared<LossCheck>(std::move(moves), call.name);
     return node;
 }

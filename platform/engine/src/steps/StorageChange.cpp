@@ -2,57 +2,41 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 
 #include "DataFileNames.h"
 #include "ErrorIds.h"
-#include "datafile/ColumnTypes.h"
 #include "datafile/RaisedFault.h"
-#include "datafile/SqlQuoting.h"
-#include "functions/FunctionTable.h"
+#include "expression/FieldTypes.h"
+#include "expression/FunctionCall.h"
 
 namespace EmbeddedHV {
 namespace {
 
-/// A conversion between storages. $1 in the SQL is the value; the result is missing if the value
-/// does not convert without loss. Without SQL, the language's function of that name parses the
-/// text.
+/// A conversion between storages. A text is parsed by the language's function of that name.
 struct Conversion
 {
     CFField::StorageType from;
     CFField::StorageType to;
-    const char* sql;
-    const char* function = nullptr;
+    const char* function = nullptr; ///< null: the dialect converts
 };
 
 constexpr Conversion kConversions[] = {
-    // Not every integer beyond 2^53 is exact as a double.
-    {CFField::Integer, CFField::Real,
-     "CASE WHEN CAST(CAST($1 AS DOUBLE) AS HUGEINT) = $1 THEN CAST($1 AS DOUBLE) END"},
-    {CFField::Real, CFField::Integer,
-     "CASE WHEN TRY_CAST($1 AS BIGINT) = $1 THEN TRY_CAST($1 AS BIGINT) END"},
-    {CFField::Integer, CFField::String, "CAST($1 AS VARCHAR)"},
-    {CFField::Real, CFField::String, "CAST($1 AS VARCHAR)"},
-    {CFField::Date, CFField::String, "CAST($1 AS VARCHAR)"},
-    {CFField::Time, CFField::String, "CAST($1 AS VARCHAR)"},
-    {CFField::Timestamp, CFField::String, "CAST($1 AS VARCHAR)"},
-    {CFField::String, CFField::Integer, nullptr, "toInteger"},
-    {CFField::String, CFField::Real, nullptr, "toReal"},
-    {CFField::String, CFField::Date, nullptr, "toDate"},
-    {CFField::String, CFField::Time, nullptr, "toTime"},
-    {CFField::String, CFField::Timestamp, nullptr, "toTimestamp"},
-    {CFField::String, CFField::String, "$1"}, // from Unknown
-    {CFField::Date, CFField::Timestamp, "CAST($1 AS TIMESTAMP)"},
-    {CFField::Timestamp, CFField::Date,
-     "CASE WHEN CAST(CAST($1 AS DATE) AS TIMESTAMP) = $1 THEN CAST($1 AS DATE) END"},
+    {CFField::Integer, CFField::Real},
+    {CFField::Real, CFField::Integer},
+    {CFField::Integer, CFField::String},
+    {CFField::Real, CFField::String},
+    {CFField::Date, CFField::String},
+    {CFField::Time, CFField::String},
+    {CFField::Timestamp, CFField::String},
+    {CFField::String, CFField::Integer, "toInteger"},
+    {CFField::String, CFField::Real, "toReal"},
+    {CFField::String, CFField::Date, "toDate"},
+    {CFField::String, CFField::Time, "toTime"},
+    {CFField::String, CFField::Timestamp, "toTimestamp"},
+    {CFField::String, CFField::String}, // from Unknown
+    {CFField::Date, CFField::Timestamp},
+    {CFField::Timestamp, CFField::Date},
 };
-
-/// The SQL of the function's form that takes one text.
-std::string_view textForm(const Dialect& dialect, const char* function)
-{
-    const auto forms = formsOf(function);
-    return dialect.function(*std::ranges::find(forms, "String", &Function::parameters));
-}
 
 /// A field of unknown storage contains texts.
 CFField::StorageType storedAs(const CFField& field)
@@ -69,14 +53,13 @@ const Conversion* conversionOf(CFField::StorageType from, CFField::StorageType t
     return found == std::end(kConversions) ? nullptr : found;
 }
 
-std::string filledIn(std::string_view sql, const std::string& value)
+/// The value, or missing if the new storage cannot hold it.
+std::string convertedValue(const Dialect& dialect, const Conversion& conversion,
+                           const std::string& column)
 {
-    constexpr std::string_view kPlace = "$1";
-    std::string text(sql);
-    for (auto at = text.find(kPlace); at != std::string::npos;
-         at = text.find(kPlace, at + value.size()))
-        text.replace(at, kPlace.size(), value);
-    return text;
+    if (conversion.function)
+        return functionSql(dialect, conversion.function, "String", {column});
+    return dialect.exactly(column, valueTypeOf(conversion.from), valueTypeOf(conversion.to));
 }
 
 } // namespace
@@ -89,12 +72,11 @@ bool isConvertible(const CFField& field, CFField::StorageType storage)
 std::string convertedColumn(const Dialect& dialect, const CFField& field,
                             CFField::StorageType storage, const std::string& step)
 {
-    const std::string column = quotedIdentifier(field.GetName());
+    const std::string column = dialect.name(field.GetName());
     if (field.GetStorage() == storage)
         return column;
     const auto from = storedAs(field);
     const Conversion* const found = conversionOf(from, storage);
-    const std::string_view sql = found->sql ? found->sql : textForm(dialect, found->function);
     std::string missing = column + " IS NULL";
     if (from == CFField::String && storage != CFField::String)
         missing += " OR trim(" + column + ") = ''";
@@ -105,10 +87,12 @@ std::string convertedColumn(const Dialect& dialect, const CFField& field,
                               .kind = storage == CFField::Integer ? kinds::kNotInteger : "",
                               .what = "a value of the field \"" + field.GetName() +
                                       "\" cannot be stored as " + WordOf(storage) + ": \""});
+    const ValueType type = valueTypeOf(storage);
+    const std::string shown = "left(" + dialect.cast(column, ValueType::String) + ", 100)";
     const std::string fault =
-        "error(" + quotedLiteral(begin) + " || left(CAST(" + column + " AS VARCHAR), 100) || '\"')";
-    return "CASE WHEN " + missing + " THEN NULL ELSE coalesce(" + filledIn(sql, column) +
-           ", CAST(" + fault + " AS " + sqlTypeOf(storage) + ")) END";
+        dialect.raised(dialect.literal(begin) + " || " + shown + " || '\"'", type);
+    return "CASE WHEN " + missing + " THEN NULL ELSE coalesce(" +
+           convertedValue(dialect, *found, column) + ", " + fault + ") END";
 }
 
 } // namespace EmbeddedHV

@@ -2,8 +2,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "datafile/ColumnTypes.h"
-#include "datafile/SqlQuoting.h"
+#include "datafile/StorageWords.h"
 
 namespace EmbeddedHV {
 
@@ -21,7 +20,7 @@ TableOutput::~TableOutput()
 {
     if (_adding) {
         try {
-            _context.connection->query("ROLLBACK");
+            _context.session->undoChange();
         } catch (const std::exception&) {
             // The database has already ended the transaction, or has no memory to do so.
         }
@@ -55,22 +54,22 @@ void TableOutput::checkFields(const Fields& known) const
 
 std::string TableOutput::statement(const std::string& select)
 {
-    const std::string table = quotedIdentifier(_table);
+    const std::string table = _context.dialect.name(_table);
     if (_insert) {
-        _context.connection->query("BEGIN TRANSACTION");
+        _context.session->beginChange();
         _adding = true;
-        return "INSERT INTO " + table + " BY NAME " + select;
+        return _context.dialect.addition(table, select);
     }
     _unfinished = true;
-    return "CREATE TABLE " + table + " AS " + select;
+    return _context.dialect.newTable(table, select);
 }
 
 void TableOutput::endAddition()
 {
     _adding = false;
     try {
-        _context.connection->query("COMMIT");
-    } catch (const duck::QueryError& error) {
+        _context.session->endChange();
+    } catch (const StatementFault& error) {
         throw JobError(errors::kQueryFailed,
                        {.step = "write", .what = "the records cannot be added to " + target()},
                        error.what());
@@ -91,7 +90,7 @@ void TableOutput::commit()
 void TableOutput::drop(const std::string& table)
 {
     try {
-        _context.connection->query("DROP TABLE IF EXISTS " + quotedIdentifier(table));
+        _context.session->dropTable(table);
     } catch (const std::exception&) {
         // Another job still reads it. The table has no name any more and is dropped with the
         // service.

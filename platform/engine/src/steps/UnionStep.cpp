@@ -1,7 +1,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "datafile/FieldNames.h"
-#include "datafile/SqlQuoting.h"
+#include "datafile/StorageWords.h"
 #include "expression/FieldTypes.h"
 #include "expression/ValueTypes.h"
 #include "steps/StepCall.h"
@@ -105,18 +105,18 @@ void renameCaseTwins(std::vector<UnionField>& fields, const StepCall& call)
     }
 }
 
-std::string columnsOf(const std::vector<UnionField>& fields, const Fields& inputFields,
-                      std::size_t input)
+std::string columnsOf(const Dialect& dialect, const std::vector<UnionField>& fields,
+                      const Fields& inputFields, std::size_t input)
 {
     std::string columns;
     for (const UnionField& field : fields) {
         const int place = field.places[input];
         const std::string value =
             place < 0 ? std::string("NULL")
-                      : quotedIdentifier(inputFields[static_cast<std::size_t>(place)].GetName());
-        columns += (columns.empty() ? "CAST(" : ", CAST(") + value + " AS " +
-                   sqlTypeOf(field.field.GetStorage()) + ") AS " +
-                   quotedIdentifier(field.field.GetName());
+                      : dialect.name(inputFields[static_cast<std::size_t>(place)].GetName());
+        columns += (columns.empty() ? "" : ", ") +
+                   dialect.cast(value, valueTypeOf(field.field.GetStorage())) + " AS " +
+                   dialect.name(field.field.GetName());
     }
     return columns;
 }
@@ -144,7 +144,7 @@ StepResult planUnion(StepCall& call)
     std::vector<std::string> columns;
     for (std::size_t i = 0; i < call.inputs.size(); ++i) {
         inputs.push_back(call.inputs[i].node);
-        columns.push_back(columnsOf(matched, call.inputs[i].node->fields, i));
+        columns.push_back(columnsOf(call.context.dialect, matched, call.inputs[i].node->fields, i));
     }
     return {derivedNode(std::move(fields), std::move(inputs),
                         [columns](const std::vector<std::string>& froms) {

@@ -1,6 +1,6 @@
 #include <set>
 
-#include "datafile/SqlQuoting.h"
+#include "expression/FunctionCall.h"
 #include "steps/FieldUpdate.h"
 #include "steps/StepCall.h"
 #include "steps/StorageChange.h"
@@ -28,11 +28,13 @@ Fields updatedFields(const StepCall& call, const Settings& settings)
 
 /// The column of a field that becomes geospatial, from SQL of its texts. A text with only
 /// coordinates is completed to a shape of the field's kind.
-std::string shapeColumn(const CFField& field, const std::string& text)
+std::string shapeColumn(const Dialect& dialect, const CFField& field, const std::string& text)
 {
     const std::string begin =
         std::string(R"({"type":")") + WordOf(field.GetGeo()->GetType()) + R"(","coordinates":)";
-    return "CASE WHEN starts_with(" + text + ", '[') THEN " + quotedLiteral(begin) + " || " + text +
+    const std::string isBare =
+        functionSql(dialect, "startsWith", "String, String", {text, dialect.literal("[")});
+    return "CASE WHEN " + isBare + " THEN " + dialect.literal(begin) + " || " + text +
            " || '}' ELSE " + text + " END";
 }
 
@@ -46,9 +48,9 @@ std::string convertedColumns(const Dialect& dialect, const Fields& before, const
         columns += i == 0 ? "" : ", ";
         const bool isNewShape = after[i].GetGeo() && !before[i].GetGeo();
         const std::string column = convertedColumn(dialect, before[i], after[i].GetStorage(), step);
-        columns += isNewShape ? shapeColumn(after[i], column) : column;
+        columns += isNewShape ? shapeColumn(dialect, after[i], column) : column;
         if (isNewShape || before[i].GetStorage() != after[i].GetStorage())
-            columns += " AS " + quotedIdentifier(before[i].GetName());
+            columns += " AS " + dialect.name(before[i].GetName());
     }
     return columns;
 }

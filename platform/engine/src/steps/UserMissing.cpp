@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "datafile/ColumnTypes.h"
+#include "expression/FieldTypes.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -25,8 +25,9 @@ std::string missingCondition(const Dialect& dialect, const std::string& column,
     const CFMissingValues& missing = field.GetMissingValues();
     const bool isText = field.GetStorage() == CFField::String;
     // Ignore trailing blanks: the host pads its texts with blanks.
-    const std::string value =
-        isText ? "rtrim(" + column + ")" : datafile::onModelScale(column, field.GetStorage());
+    const std::string value = isText
+                                  ? "rtrim(" + column + ")"
+                                  : dialect.onModelScale(column, valueTypeOf(field.GetStorage()));
     std::vector<std::string> conditions;
     for (const CFValue& single : missing.GetValues()) {
         const CFDatum& datum = single.GetDatum();

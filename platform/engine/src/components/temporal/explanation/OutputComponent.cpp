@@ -7,6 +7,7 @@
 #include "components/temporal/explanation/StatisticsDocument.h"
 #include "components/temporal/model/ModelArchive.h"
 #include "components/temporal/scoring/ScoreStage.h"
+#include "duckdb/DuckSession.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -44,7 +45,7 @@ public:
         return _records ? _records->statement(select) : select;
     }
     bool takesRecords() const override { return _records != nullptr; }
-    void take(duck::Chunk& chunk) override { _records->take(chunk); }
+    void take(RecordBatch& batch) override { _records->take(chunkOf(batch)); }
 
     void commit() override
     {

@@ -6,8 +6,8 @@
 
 #include "CFDatum.h"
 #include "datafile/Duck.h"
+#include "duckdb/NewTable.h"
 #include "runtime/DataModel.h"
-#include "steps/NewTable.h"
 #include "steps/Settings.h"
 
 namespace EmbeddedHV {

@@ -9,7 +9,7 @@
 #include "components/descriptives/TimeInterval.h"
 #include "components/result/ValueFormat.h"
 #include "datafile/SqlQuoting.h"
-#include "steps/NewTable.h"
+#include "duckdb/NewTable.h"
 
 namespace EmbeddedHV {
 namespace {

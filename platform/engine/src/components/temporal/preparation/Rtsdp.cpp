@@ -10,7 +10,8 @@
 #include "components/temporal/base/ProgressSink.h"
 #include "components/temporal/preparation/NamedLayout.h"
 #include "components/temporal/preparation/TsdpDocument.h"
-#include "steps/NewTable.h"
+#include "duckdb/DuckSession.h"
+#include "duckdb/NewTable.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -33,8 +34,9 @@ public:
     NodePtr records() override { return _records; }
     double statementShare() const override { return 0.5; }
 
-    void take(duck::Chunk& chunk) override
+    void take(RecordBatch& batch) override
     {
+        const duck::Chunk& chunk = chunkOf(batch);
         takeIntegers(chunk, _layout.indexColumn, _indexes);
         if (_layout.flagColumn)
             takeIntegers(chunk, *_layout.flagColumn, _flags);

@@ -11,7 +11,7 @@
 #include "components/temporal/preparation/PreparationLimits.h"
 #include "components/temporal/preparation/SeriesId.h"
 #include "datafile/SqlQuoting.h"
-#include "steps/NewTable.h"
+#include "duckdb/NewTable.h"
 
 namespace EmbeddedHV {
 namespace {

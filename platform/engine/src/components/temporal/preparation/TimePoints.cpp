@@ -11,8 +11,8 @@
 #include "components/temporal/preparation/IntervalDetection.h"
 #include "components/temporal/preparation/PreparationLimits.h"
 #include "datafile/SqlQuoting.h"
+#include "duckdb/NewTable.h"
 #include "runtime/KeyedCells.h"
-#include "steps/NewTable.h"
 
 namespace EmbeddedHV {
 namespace {

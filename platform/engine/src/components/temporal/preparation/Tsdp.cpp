@@ -15,8 +15,9 @@
 #include "components/temporal/preparation/PreparationLimits.h"
 #include "components/temporal/preparation/SeriesValues.h"
 #include "components/temporal/preparation/TsdpDocument.h"
+#include "duckdb/DuckSession.h"
+#include "duckdb/NewTable.h"
 #include "runtime/KeyedCells.h"
-#include "steps/NewTable.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -51,10 +52,10 @@ public:
     explicit GroupSizeCheck(JobContext& context) : _context(context) {}
 
     void start(Cancellation&) override {}
-    void finish(duck::Connection&, Reporter&) override {}
-    void abandon(const std::string& databaseMessage) override
+    void finish(Session&, Reporter&) override {}
+    void abandon(const StatementFault& fault) override
     {
-        if (databaseMessage.find(kTooManyCells) == std::string::npos)
+        if (std::string_view(fault.what()).find(kTooManyCells) == std::string_view::npos)
             return;
         _context.keepsNoGroups = true;
         throw Reread{};
@@ -87,7 +88,7 @@ public:
         return _table.creation(select, canReadAgain(*_input));
     }
     bool takesRecords() const override { return _table.keepsGroups(); }
-    void take(duck::Chunk& chunk) override { _table.take(chunk); }
+    void take(RecordBatch& batch) override { _table.take(chunkOf(batch)); }
     NodePtr records() override { return _records; }
     double statementShare() const override { return kGroupingShare; }
 

@@ -5,7 +5,8 @@
 #include "components/ComponentContainers.h"
 #include "components/temporal/base/SeriesTable.h"
 #include "components/temporal/scoring/ScoreSettings.h"
-#include "steps/NewTable.h"
+#include "duckdb/DuckSession.h"
+#include "duckdb/NewTable.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -50,7 +51,7 @@ public:
         return "SELECT " + columnList(_needed) + " FROM (" + select + ")";
     }
     bool takesRecords() const override { return true; }
-    void take(duck::Chunk& chunk) override { _reader.take(chunk); }
+    void take(RecordBatch& batch) override { _reader.take(chunkOf(batch)); }
     double statementShare() const override { return kReadingShare; }
     void commit() override
     {

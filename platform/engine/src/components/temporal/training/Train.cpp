@@ -13,6 +13,7 @@
 #include "components/temporal/preparation/TsdpDocument.h"
 #include "components/temporal/training/Training.h"
 #include "components/temporal/training/TrainingSettings.h"
+#include "duckdb/DuckSession.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -86,7 +87,7 @@ public:
     std::string target() const override { return "the model of " + _component; }
     std::string statement(const std::string& select) override { return select; }
     bool takesRecords() const override { return true; }
-    void take(duck::Chunk& chunk) override { _reader.take(chunk); }
+    void take(RecordBatch& batch) override { _reader.take(chunkOf(batch)); }
     double statementShare() const override { return kReadingShare; }
 
     void commit() override

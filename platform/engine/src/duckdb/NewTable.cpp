@@ -1,4 +1,4 @@
-#include "steps/NewTable.h"
+#include "duckdb/NewTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +9,8 @@
 #include "datafile/ColumnTypes.h"
 #include "datafile/DuckFunctions.h"
 #include "datafile/SqlQuoting.h"
-#include "runtime/QueryFaults.h"
+#include "duckdb/DuckFaults.h"
+#include "duckdb/DuckSession.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -71,17 +72,18 @@ NewTable::NewTable(JobContext& context, std::string step, Fields fields)
       _table(context.newTable("hv_made_"))
 {
     try {
-        _context.connection->query("CREATE TEMP TABLE " + quotedIdentifier(_table) + " (" +
-                                   definitionOf(_fields) + ")");
+        connectionOf(*_context.session)
+            .query("CREATE TEMP TABLE " + quotedIdentifier(_table) + " (" + definitionOf(_fields) +
+                   ")");
     } catch (const duck::QueryError& error) {
-        throw faultOf(error.what(), _step, "the result of " + _step);
+        throw faultOf(duckFault(error.what()), _step, "the result of " + _step);
     }
-    const duckdb_state state =
-        duckdb_appender_create(_context.connection->handle(), nullptr, _table.c_str(), &_appender);
+    const duckdb_state state = duckdb_appender_create(connectionOf(*_context.session).handle(),
+                                                      nullptr, _table.c_str(), &_appender);
     if (state != DuckDBSuccess) {
         const std::string reason = _appender ? duckdb_appender_error(_appender) : "";
         duckdb_appender_destroy(&_appender);
-        throw faultOf(reason, _step, "the result of " + _step);
+        throw faultOf(duckFault(reason), _step, "the result of " + _step);
     }
 }
 
@@ -95,7 +97,7 @@ void NewTable::check(duckdb_state state) const
     if (state == DuckDBSuccess)
         return;
     const char* const reason = duckdb_appender_error(_appender);
-    throw faultOf(reason ? reason : "", _step, "the result of " + _step);
+    throw faultOf(duckFault(reason ? reason : ""), _step, "the result of " + _step);
 }
 
 void NewTable::addMissing()
@@ -164,7 +166,7 @@ NodePtr NewTable::finish()
 {
     check(duckdb_appender_close(_appender));
     duckdb_appender_destroy(&_appender);
-    return tableNode(std::move(_fields), _table);
+    return tableNode(_context.dialect, std::move(_fields), _table);
 }
 
 } // namespace EmbeddedHV

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "dialect/ValueType.h"
+
+namespace EmbeddedHV {
+
+/// An aggregate function.
+enum class Aggregate
+{
+    Key, ///< the value that all records of a group share
+    Count,
+    Sum,
+    Mean,
+    Least,
+    Greatest,
+    Deviation,
+    Variance,
+    Median,
+    Percentile,
+    First, ///< by the number of the record; may be missing
+    Last
+};
+
+/// A call of an aggregate function.
+struct AggregateCall
+{
+    Aggregate function;
+    ValueType type;     ///< of the column
+    std::string column; ///< SQL; "*" counts records
+    std::string number; ///< the column with the number of the record, for First and Last
+    std::int64_t centile = 0;
+};
+
+} // namespace EmbeddedHV

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "datafile/FileColumns.h"
+#include "dialect/Dialect.h"
+#include "runtime/Cancellation.h"
+#include "runtime/QueryFaults.h"
+#include "runtime/RecordBatch.h"
+
+namespace EmbeddedHV {
+
+class Overflows;
+class RowSources;
+class TextFunctions;
+
+/// Receives the finished fraction of a statement, 0 to 1, on another thread.
+using Progress = std::function<void(double)>;
+
+/// Records of a CSV file that a statement skipped, one for each line.
+class RejectedRecords
+{
+public:
+    virtual ~RejectedRecords() = default;
+    virtual std::size_t count() const = 0;
+    /// Counts from 1, in ascending order.
+    virtual std::uint64_t line(std::size_t record) const = 0;
+    /// The backend's message.
+    virtual std::string message(std::size_t record) const = 0;
+};
+
+/// The backend as one job uses it. One statement at a time; the thread that runs the statement also
+/// calls all other operations. Operations that run a statement throw StatementFault.
+class Session
+{
+public:
+    virtual ~Session() = default;
+
+    virtual const Dialect& dialect() const = 0;
+
+    /// Runs a statement that returns no records. A cancellation interrupts it.
+    virtual void run(const std::string& sql, Cancellation& cancellation,
+                     const Progress& progress) = 0;
+    /// Passes the records of a statement to `take` in batches, in order. A cancellation interrupts
+    /// it. Exceptions of `take` end the statement and pass.
+    virtual void stream(const std::string& sql, Cancellation& cancellation,
+                        const Progress& progress,
+                        const std::function<void(RecordBatch&)>& take) = 0;
+
+    /// Begins a change of tables that endChange makes visible and undoChange takes back.
+    virtual void beginChange() = 0;
+    virtual void endChange() = 0;
+    virtual void undoChange() = 0;
+    /// Drops a table if it exists.
+    virtual void dropTable(const std::string& table) = 0;
+
+    /// The columns of a Parquet file, with names and types only.
+    virtual datafile::ParquetColumns parquetColumns(const std::string& path) = 0;
+    /// Adds the descriptions in the file. `origin` is the file's name for messages. Throws JobError
+    /// if they contradict the columns.
+    virtual void describeColumns(const std::string& path, const std::string& origin,
+                                 datafile::ParquetColumns& columns) = 0;
+
+    /// Whether a statement has made the list of rejected records. See CsvSource::rejects.
+    virtual bool hasRejects(const std::string& rejects) = 0;
+    /// Whether a record was rejected because a value does not convert.
+    virtual bool hasRejectedValues(const std::string& rejects) = 0;
+    /// The first rejected records, or all if `most` is negative.
+    virtual std::unique_ptr<RejectedRecords> rejectedRecords(const std::string& rejects,
+                                                             std::int64_t most) = 0;
+
+    /// The sources of records, the functions and the counts that statements can use now.
+    virtual RowSources& rowSources() = 0;
+    virtual TextFunctions& textFunctions() = 0;
+    virtual Overflows& overflows() = 0;
+};
+
+} // namespace EmbeddedHV
