@@ -16,6 +16,7 @@
 #include "hvhost/map/MapSession.h"
 #include "hvhost/show/OutputShown.h"
 #include "hvhost/show/ResultTable.h"
+#include "hvhost/show/ResultWords.h"
 #include "hvhost/show/ShownResult.h"
 #include "hvhost/show/TextTable.h"
 #include "runner/HVRunner.h"
@@ -97,7 +98,8 @@ ResultTable fieldTable(const CFMetaData& model)
 {
     ResultTable table;
     table.keyCount = 1;
-    table.columns = {{"field"}, {"type"}, {"measure"}};
+    table.columns = {
+        {"field"}, {.name = "type", .hasWords = true}, {.name = "measure", .hasWords = true}};
     for (std::size_t i = 0; i < model.FieldCount(); ++i) {
         const CFField& field = *model.GetField(i);
         const bool isShape = field.GetGeo() != nullptr;
@@ -113,21 +115,25 @@ ResultTable fieldTable(const CFMetaData& model)
 std::string systemOf(const CFGeo& geo)
 {
     if (geo.GetCsname().empty() && geo.GetWkid() <= 0)
-        return "unknown";
+        return word("unknown");
     std::string text = geo.GetCsname();
     if (geo.GetWkid() > 0)
         text += " (" + std::to_string(geo.GetWkid()) + ")";
-    return text + (geo.IsProjected() ? ", projected" : ", geographic");
+    return text + ", " + word(geo.IsProjected() ? "projected" : "geographic");
 }
 
-void printShapes(const CFField& field, std::ostream& out)
+std::string shapesText(const CFField& field)
 {
     const CFGeo& geo = *field.GetGeo();
-    out << "shapes: " << WordOf(geo.GetType()) << " in the field " << field.GetName() << '\n'
-        << "coordinate system: " << systemOf(geo) << '\n';
+    std::string text =
+        sentence("shapes: ^1 in the field ^2", {WordOf(geo.GetType()), field.GetName()}) + "\n" +
+        sentence("coordinate system: ^1", {systemOf(geo)}) + "\n";
     if (const auto& extent = geo.GetEnvelope())
-        out << "extent: " << extent->leftUpperX << " to " << extent->rightLowerX << ", "
-            << extent->rightLowerY << " to " << extent->leftUpperY << '\n';
+        text += sentence("extent: ^1 to ^2, ^3 to ^4",
+                         {shownNumber(extent->leftUpperX), shownNumber(extent->rightLowerX),
+                          shownNumber(extent->rightLowerY), shownNumber(extent->leftUpperY)}) +
+                "\n";
+    return text;
 }
 
 Json jsonOf(const CFField& shapes)
@@ -171,11 +177,11 @@ std::string shownFields(const std::string& xml, const std::string& name, const T
         return dumped(jsonOf(model, name));
     std::ostringstream out;
     if (look.form == "text") {
-        out << name << ": " << model.FieldCount() << " fields\n";
+        out << name << ": " << sentence("^1 fields", {std::to_string(model.FieldCount())}) << '\n';
         if (const CFField* const shapes = shapesOf(model))
-            printShapes(*shapes, out);
+            out << shapesText(*shapes);
     }
-    printTable(fieldTable(model), look, out);
+    printTable(look.form == "text" ? inWords(fieldTable(model)) : fieldTable(model), look, out);
     return out.str();
 }
 
@@ -206,11 +212,10 @@ void showPage(MapSession& session, const MapInput& map, const std::string& xml,
               const ShownResult& result)
 {
     const CFMetaData model(xml);
-    std::ostringstream remarks;
-    if (const CFField* const shapes = shapesOf(model))
-        printShapes(*shapes, remarks);
-    const auto output = mapOutput(session.host(), {map.name(), fieldTable(model), remarks.str(),
-                                                   geoJsonOf(session, map, model)});
+    const CFField* const shapes = shapesOf(model);
+    const auto output =
+        mapOutput(session.host(), {map.name(), fieldTable(model), shapes ? shapesText(*shapes) : "",
+                                   geoJsonOf(session, map, model)});
     result.deliver([&](std::ostream& out) {
         writeOutput(*output, {"html", result.isFile()}, out);
     });

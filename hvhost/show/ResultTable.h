@@ -23,6 +23,8 @@ struct ResultTable
         CFField::StorageType storage = CFField::String;
         /// Whether it has whole numbers that may have been rounded, because rows carry doubles.
         bool isRounded = false;
+        bool isField = false;  ///< the name is that of a field, not a word
+        bool hasWords = false; ///< the cells are words, not data
 
         bool isNumber() const { return ::isNumber(storage); }
     };

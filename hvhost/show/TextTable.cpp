@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <ostream>
 
+#include "FormattedText.h"
 #include "base/NumberText.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/show/ResultTable.h"
@@ -63,8 +64,11 @@ void printTextTable(const ResultTable& table, std::size_t width, std::ostream& o
     grid.cell = [&table](std::size_t row, std::size_t column) {
         const ResultTable::Column& of = table.columns[column];
         TextGrid::Cell cell{cellText(table.rows[row][column], of), {}, of.isNumber()};
-        if (of.storage == CFField::Real)
+        if (of.storage == CFField::Real) {
             cell.fraction = plainFraction(cell.text);
+            if (cell.text.size() > 1)
+                std::replace(cell.text.begin(), cell.text.end(), '.', decimalSign());
+        }
         return cell;
     };
     drawTextGrid(grid, width, out);

@@ -4,6 +4,7 @@
 
 #include "VexaCases.h"
 #include "base/NumberText.h"
+#include "hvhost/show/ResultWords.h"
 
 namespace {
 
@@ -13,7 +14,19 @@ TcmJson tooltip(std::initializer_list<const char*> fields)
 {
     TcmJson list = TcmJson::array();
     for (const char* field : fields)
-        list.push_back({{"field", field}});
+        list.push_back({{"field", word(field)}});
+    return list;
+}
+
+/// Names the columns of the data beside a drawing in the host's language.
+TcmJson namedInWords(const TcmJson& records)
+{
+    TcmJson list = TcmJson::array();
+    for (const TcmJson& record : records) {
+        TcmJson& shown = list.emplace_back(TcmJson::object());
+        for (const auto& [key, value] : record.items())
+            shown[word(key)] = value;
+    }
     return list;
 }
 
@@ -29,12 +42,12 @@ TcmJson networkOf(const std::string& description, const char* layout, const TcmJ
     return {{"description", description},
             {"mark", {{"type", "network"}, {"layout", layout}}},
             {"datasets", {{"nodes", nodes}}},
-            {"data", {{"values", edges}}},
+            {"data", {{"values", namedInWords(edges)}}},
             {"encoding",
-             {{"source", {{"field", "Predictor"}}},
-              {"target", {{"field", "Target"}}},
-              {"strength", {{"field", "Strength"}}},
-              {"sign", {{"field", "Effect"}}},
+             {{"source", {{"field", word("Predictor")}}},
+              {"target", {{"field", word("Target")}}},
+              {"strength", {{"field", word("Strength")}}},
+              {"sign", {{"field", word("Effect")}}},
               {"tooltip", tooltip({"Lag", "Effect", "p"})}}}};
 }
 
@@ -52,11 +65,12 @@ TcmJson valueOrNull(double value)
 
 TcmJson lineOf(const char* field, const char* name, const TcmJson& x)
 {
-    return {{"mark", {{"type", "line"}, {"point", {{"size", 14}}}}},
-            {"encoding",
-             {{"x", x},
-              {"y", {{"field", field}, {"type", "quantitative"}, {"scale", {{"zero", false}}}}},
-              {"color", {{"datum", name}}}}}};
+    return {
+        {"mark", {{"type", "line"}, {"point", {{"size", 14}}}}},
+        {"encoding",
+         {{"x", x},
+          {"y", {{"field", word(field)}, {"type", "quantitative"}, {"scale", {{"zero", false}}}}},
+          {"color", {{"datum", word(name)}}}}}};
 }
 
 } // namespace
@@ -76,8 +90,9 @@ nlohmann::ordered_json networkChart(const TcmModelFacts& facts)
                              {"Effect", sixDigits(edge.coefficientSum)},
                              {"p", sixDigits(edge.pValue)},
                              {"Strength", sixDigits(edge.strength())}});
-    return networkOf("Which series drives which: an arrow leads from a predictor to its target.",
-                     "force", nodes, edges);
+    return networkOf(
+        word("Which series drives which: an arrow leads from a predictor to its target."), "force",
+        nodes, edges);
 }
 
 nlohmann::ordered_json impactChart(const std::string& series, const std::vector<ImpactShown>& nodes,
@@ -92,8 +107,8 @@ nlohmann::ordered_json impactChart(const std::string& series, const std::vector<
         list.push_back({{"name", node.name},
                         {"level", node.level},
                         {"kind", node.name == series ? "focus" : "other"}});
-    return networkOf("Causes of " + series + " are to its left, effects to its right.", "levels",
-                     list, edges);
+    return networkOf(sentence("Causes of ^1 are to its left, effects to its right.", {series}),
+                     "levels", list, edges);
 }
 
 nlohmann::ordered_json forecastChart(const std::string& series, const HVSeriesForecast& forecast,
@@ -108,7 +123,7 @@ nlohmann::ordered_json forecastChart(const std::string& series, const HVSeriesFo
                           {"lower", valueOrNull(point.lower)},
                           {"upper", valueOrNull(point.upper)}});
     }
-    TcmJson x{{"field", "time"}, {"title", "Time"}};
+    TcmJson x{{"field", word("time")}, {"title", word("Time")}};
     if (isCategory(forecast)) {
         x["type"] = "ordinal";
         x["sort"] = nullptr;
@@ -119,15 +134,16 @@ nlohmann::ordered_json forecastChart(const std::string& series, const HVSeriesFo
                          {"encoding",
                           {{"x", x},
                            {"y",
-                            {{"field", "lower"},
+                            {{"field", word("lower")},
                              {"type", "quantitative"},
                              {"title", series},
                              {"scale", {{"zero", false}}}}},
-                           {"y2", {{"field", "upper"}}}}}};
+                           {"y2", {{"field", word("upper")}}}}}};
     return {
         {"$schema", "https://vega.github.io/schema/vega-lite/v5.json"},
-        {"description", "Values of " + series + ", as they were and as the model predicts them"},
+        {"description",
+         sentence("Values of ^1, as they were and as the model predicts them", {series})},
         {"width", 640},
-        {"data", {{"values", values}}},
+        {"data", {{"values", namedInWords(values)}}},
         {"layer", {bounds, lineOf("predicted", "Predicted", x), lineOf("actual", "Actual", x)}}};
 }

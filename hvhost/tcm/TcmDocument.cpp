@@ -6,6 +6,7 @@
 #include "TnOutput.h"
 #include "hvhost/show/DocumentItems.h"
 #include "hvhost/show/Rendering.h"
+#include "hvhost/show/ResultWords.h"
 #include "hvhost/tcm/TcmOutput.h"
 
 namespace {
@@ -36,7 +37,7 @@ struct TableCells
             values.push_back(nullptr);
         } else if (isTinyP(cell, column)) {
             values.push_back(std::to_string(labels.size()));
-            labels.push_back("< 0.0001");
+            labels.push_back(word("< 0.0001"));
             formats.push_back({{"index", key}, {"format", {{"string", true}}}});
         } else if (column.isNumber()) {
             values.push_back(std::strtod(cell->c_str(), nullptr));
@@ -51,7 +52,9 @@ struct TableCells
 TcmJson documentTable(const ResultTable& table, const std::string& id)
 {
     constexpr int kDecimals = 4;
-    TcmJson rows = dimensionItem(table.columns.front().name, "row", false);
+    const ResultTable shown = inWords(table);
+    TcmJson rows = dimensionItem("", "row", false);
+    rows.update(plainItem(shown.columns.front().name));
     TcmJson columns = dimensionItem("Columns", "column", true);
     TableCells cells;
     const std::size_t rowDigits = cellDigitsFor(table.rows.size());
@@ -59,15 +62,15 @@ TcmJson documentTable(const ResultTable& table, const std::string& id)
     const std::size_t digits = cellDigitsFor(table.columns.size() - 1);
     for (std::size_t at = 1; at < table.columns.size(); ++at) {
         const ResultTable::Column& column = table.columns[at];
-        columns["children"].push_back(textItem(column.name));
+        columns["children"].push_back(plainItem(shown.columns[at].name));
         if (column.isNumber())
             cells.formats.push_back(
                 {{"index", anyRow + cellDigits(at - 1, digits)},
                  {"format", {{"decimals", column.storage == CFField::Integer ? 0 : kDecimals}}}});
     }
-    for (std::size_t number = 0; number < table.rows.size(); ++number) {
-        const ResultTable::Row& row = table.rows[number];
-        rows["children"].push_back(textItem(row.front().value_or("")));
+    for (std::size_t number = 0; number < shown.rows.size(); ++number) {
+        const ResultTable::Row& row = shown.rows[number];
+        rows["children"].push_back(plainItem(row.front().value_or("")));
         for (std::size_t at = 1; at < row.size(); ++at)
             cells.add(row[at], table.columns[at],
                       cellDigits(number, rowDigits) + cellDigits(at - 1, digits));
@@ -99,7 +102,7 @@ std::shared_ptr<const OutputHeading> tcmOutput(HostSession& session, const TcmRe
         const bool isChart = !part.chart.is_null();
         document[key] = isChart ? part.chart : documentTable(part.table, "tcm." + key);
         OutputOrder& shown = order.objects.emplace_back().order;
-        shown.setOutlineTitle(part.title, true).addLocation(key);
+        shown.setOutlineTitle(part.title, false).addLocation(key);
         if (isChart)
             shown.setType(OutputOrder::Chart);
         else if (!part.remarks.empty())

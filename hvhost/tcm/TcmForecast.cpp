@@ -6,6 +6,7 @@
 #include "base/NumberText.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ValueText.h"
+#include "hvhost/show/ResultWords.h"
 #include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/ScenarioOptions.h"
 #include "hvhost/tcm/TcmCharts.h"
@@ -42,7 +43,7 @@ ResultTable pointTable(const HVSeriesForecast& forecast, bool isFutureAlone)
 {
     ResultTable table;
     for (const CFField& field : forecast.timeFields)
-        table.columns.push_back({field.GetName(), CFField::String});
+        table.columns.push_back({.name = field.GetName(), .isField = true});
     table.keyCount = table.columns.size();
     if (!isFutureAlone)
         table.columns.push_back({"actual", CFField::Real});
@@ -139,10 +140,11 @@ TcmResult forecastResult(const TcmModelFacts& facts, const TcmForecastOptions& o
     result.name = facts.file;
     result.rows = pointTable(forecast, false);
     const std::string bounds =
-        "bounds: " + base::shortestNumber(options.confidence) + " %; fits are one step ahead\n";
-    result.parts = {{series, {}, forecastChart(series, forecast, times), {}},
-                    {"Forecast of " + series, withOneTime(pointTable(forecast, true)), {}, bounds},
-                    {"Values of " + series, withOneTime(result.rows), {}, {}, true}};
+        sentence("bounds: ^1 %; fits are one step ahead", {shownNumber(options.confidence)}) + "\n";
+    result.parts = {
+        {series, {}, forecastChart(series, forecast, times), {}},
+        {sentence("Forecast of ^1", {series}), withOneTime(pointTable(forecast, true)), {}, bounds},
+        {sentence("Values of ^1", {series}), withOneTime(result.rows), {}, {}, true}};
     result.document = {{"model", facts.file},
                        {"series", series},
                        {"confidence", options.confidence},

@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 
+#include "hvhost/show/ResultWords.h"
 #include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/TcmCharts.h"
 #include "tcm/HVInteractiveTSR.h"
@@ -22,6 +23,7 @@ public:
                           {"direction", CFField::String}, {"level", CFField::Integer},
                           {"lag", CFField::Integer},      {"effect", CFField::Real},
                           {"F", CFField::Real},           {"p", CFField::Real}};
+        _table.columns[2].hasWords = true;
         _table.keyCount = 2;
     }
 
@@ -52,8 +54,9 @@ public:
         TcmResult result;
         result.name = model;
         result.rows = _table;
-        result.parts = {{"Impact of " + _series, {}, impactChart(_series, nodes, _edges), {}},
-                        {"Effects and causes of " + _series, _table, {}, {}}};
+        result.parts = {
+            {sentence("Impact of ^1", {_series}), {}, impactChart(_series, nodes, _edges), {}},
+            {sentence("Effects and causes of ^1", {_series}), _table, {}, {}}};
         return result;
     }
 

@@ -1,12 +1,12 @@
 #include "hvhost/tcm/TcmInfo.h"
 
 #include <array>
-#include <sstream>
 
 #include "SvrDMDataset.h"
 #include "base/NumberText.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ValueText.h"
+#include "hvhost/show/ResultWords.h"
 #include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/OutlierTable.h"
 #include "hvhost/tcm/TcmCharts.h"
@@ -52,12 +52,14 @@ std::string intervalText(const TcmJson& interval)
         return {};
     const int count = interval.value("increment", 1);
     const auto unit = interval["unit"].get<std::string>();
-    std::string text = count == 1 ? unit : std::to_string(count) + " " + unit + "s";
+    std::string text = count == 1 ? word("every " + unit)
+                                  : sentence("every ^1 " + unit + "s", {std::to_string(count)});
     if (interval.contains("workingDays"))
-        text += " of " + dayList(interval["workingDays"]);
+        text += sentence(" of ^1", {dayList(interval["workingDays"])});
     if (interval.contains("workingHours"))
-        text += ", hours " + std::to_string(interval["workingHours"].at("from").get<int>()) + "-" +
-                std::to_string(interval["workingHours"].at("to").get<int>());
+        text += sentence(", hours ^1-^2",
+                         {std::to_string(interval["workingHours"].at("from").get<int>()),
+                          std::to_string(interval["workingHours"].at("to").get<int>())});
     return text;
 }
 
@@ -66,20 +68,19 @@ std::string listed(const std::vector<std::string>& names)
     std::string text;
     for (const std::string& name : names)
         text += (text.empty() ? "" : ", ") + name;
-    return text.empty() ? "none" : text;
+    return text.empty() ? word("none") : text;
 }
 
 std::string summaryOf(const TcmModelFacts& facts)
 {
-    std::ostringstream out;
-    out << "dimensions: " << listed(facts.dimensions) << '\n'
-        << "metrics: " << listed(facts.metrics) << '\n'
-        << "time: " << listed(facts.timeFields) << ", " << facts.timePoints << " points, "
-        << facts.firstPoint << " to " << facts.lastPoint;
+    std::string text = sentence("dimensions: ^1", {listed(facts.dimensions)}) + "\n" +
+                       sentence("metrics: ^1", {listed(facts.metrics)}) + "\n" +
+                       sentence("time: ^1, ^2 points, ^3 to ^4",
+                                {listed(facts.timeFields), std::to_string(facts.timePoints),
+                                 facts.firstPoint, facts.lastPoint});
     if (const std::string interval = intervalText(facts.interval); !interval.empty())
-        out << ", every " << interval;
-    out << '\n';
-    return out.str();
+        text += ", " + interval;
+    return text + "\n";
 }
 
 ResultTable seriesTable(const TcmModelFacts& facts)
@@ -89,6 +90,7 @@ ResultTable seriesTable(const TcmModelFacts& facts)
                      {"target", CFField::String},
                      {"observed", CFField::Integer},
                      {"filled", CFField::Integer}};
+    table.columns[1].hasWords = true;
     table.keyCount = 1;
     for (const TcmModelFacts::Series& series : facts.series)
         table.rows.push_back({seriesText(series.name), series.isTarget ? "yes" : "no",
@@ -177,11 +179,11 @@ TcmResult infoResult(const TcmModelFacts& facts, const TcmJson& artifacts)
     TcmResult result;
     result.name = facts.file;
     result.rows = edgeTable(facts);
-    result.parts = {{"Series", seriesTable(facts), {}, summaryOf(facts)},
-                    {"Network", {}, networkChart(facts), {}},
-                    {"Equations", result.rows, {}, {}},
-                    {"Fit", fitTable(fit), {}, {}},
-                    {"Outliers", outlierTable(outliers), {}, {}}};
+    result.parts = {{word("Series"), seriesTable(facts), {}, summaryOf(facts)},
+                    {word("Network"), {}, networkChart(facts), {}},
+                    {word("Equations"), result.rows, {}, {}},
+                    {word("Fit"), fitTable(fit), {}, {}},
+                    {word("Outliers"), outlierTable(outliers), {}, {}}};
     result.document = {{"model", facts.file},
                        {"dimensions", facts.dimensions},
                        {"metrics", facts.metrics},

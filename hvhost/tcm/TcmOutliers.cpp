@@ -1,5 +1,6 @@
 #include "hvhost/tcm/TcmOutliers.h"
 
+#include "hvhost/show/ResultWords.h"
 #include "hvhost/tcm/ModelWork.h"
 #include "hvhost/tcm/OutlierTable.h"
 
@@ -54,14 +55,16 @@ TcmResult outlierResult(const std::string& name, const TcmJson& artifacts)
     result.name = name;
     result.rows = outlierTable(outliers);
     const std::string count =
-        outliers.empty() ? "none\n" : std::to_string(outliers.size()) + " in all\n";
-    result.parts.push_back({"Outliers", result.rows, {}, count});
+        (outliers.empty() ? word("none")
+                          : sentence("^1 in all", {std::to_string(outliers.size())})) +
+        "\n";
+    result.parts.push_back({word("Outliers"), result.rows, {}, count});
     result.document = {{"model", name},
                        {"outlierLevel", artifacts.at(0).value("outlierLevel", TcmJson())},
                        {"outliers", withTexts(outliers)}};
     if (artifacts.size() > 1) {
         const TcmJson& origins = artifacts.at(1).at("outliers");
-        result.parts.push_back({"Causes", originTable(origins), {}, {}});
+        result.parts.push_back({word("Causes"), originTable(origins), {}, {}});
         result.document["causes"] = withTexts(origins);
     }
     return result;

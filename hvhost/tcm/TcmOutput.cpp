@@ -8,6 +8,7 @@
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ValueText.h"
 #include "hvhost/show/OutputShown.h"
+#include "hvhost/show/ResultWords.h"
 #include "hvhost/show/TextTable.h"
 #include "hvhost/tcm/TcmDocument.h"
 
@@ -33,9 +34,9 @@ void printParts(const std::vector<TcmPart>& parts, std::size_t width, std::ostre
             continue;
         out << (isFirst ? "" : "\n") << part.title << '\n' << part.remarks;
         if (part.table.rows.empty() && part.remarks.empty())
-            out << "none\n";
+            out << word("none") << '\n';
         if (!part.table.rows.empty())
-            printTable(withRoundedNumbers(part.table), {"text", width}, out);
+            printTable(withRoundedNumbers(inWords(part.table)), {"text", width}, out);
         isFirst = false;
     }
 }

@@ -362,6 +362,9 @@ class Describe(Case):
         self.assertAlmostEqual(field["outliers"]["upperBound"], field["mean"] + 3 * field["standardDeviation"])
         table = list(csv.DictReader(io.StringIO(self.run_hvhost(*words, "--format", "csv").stdout)))
         self.assertEqual(len(table), len(pairs))
+        # The p value of this pair is too small for a double.
+        text = self.run_hvhost("describe", DATA / "weather.csv", "temp_max", "temp_min", "--pairs").stdout
+        self.assertIn("<0.001", text)
         table, = csv.DictReader(io.StringIO(self.run_hvhost(
             "describe", PENGUINS, "beak_length_mm", "--percentiles", "5,95", "--outlier-method", "sd", "--format",
             "csv").stdout))

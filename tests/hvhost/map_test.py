@@ -44,6 +44,10 @@ class MapTest(Case):
         self.assertIn("KEY: Torgersen", page)
         self.assertRegex(page, r"WGS 84 \(4326\), geographic")
         self.assertRegex(page, r"<th[^>]*>KEY</th><td[^>]*>string</td>")
+        german = self.run_hvhost("map", "info", ISLANDS, environment={"LC_ALL": "de_DE.UTF-8"}).stdout
+        for line in ("Formen: MultiPolygon im Feld shape", "Ausdehnung: -66,5343 bis"):
+            self.assertIn(line, german)
+        self.assertRegex(german, "KEY .* Text .* nominal")
         self.run_hvhost("map", "info", ISLANDS, "-o", out, status=2)
         self.run_hvhost("map", "info", "http://127.0.0.1:9/none", "--format", "html", status=2)
 

@@ -197,6 +197,21 @@ class Tcm(Case):
                     self.assertIn("class=\"network\"", text)
                     self.assertIn("north,advertising → north,sales", text)
 
+    def test_output_is_in_one_language(self):
+        shown = []
+        for name, words in {"info": (), "impact": ("--series", "north,sales"),
+                            "forecast": (SHOPS, "--series", "north,sales", "--horizon", "3")}.items():
+            for output in ((), ("-o", self.folder / f"{name}.html")):
+                done = self.tcm(name, self.model, *words, *output, "--strict", environment={"LC_ALL": "de_DE.UTF-8"})
+                text = done.stdout or (self.folder / f"{name}.html").read_text(encoding="utf-8")
+                shown.append(re.sub(r"(?s)<(style|script).*?</\1>", "", text))
+        for text, german in zip(shown, (
+                ("jeden Monat", "Gleichungen", "Prädiktor", " ja ", "0,268037"), ("Gleichungen", "&lt; 0,0001", "Stärke"),
+                ("Wirkungen und Ursachen", "1,99484"), ("Ursache", "Verzögerung"),
+                ("month", "untere Grenze", "Grenzen: 95 %"), ("Zeit", "vorhergesagt", "month"))):
+            self.assertEqual([word for word in german if word not in text], [])
+            self.assertEqual(re.findall(r"\b(?:every|[Pp]redictor|Lag|Equations|Forecast|Causes|< 0.0001)\b", text), [])
+
     def test_models_of_other_times_and_no_dimension(self):
         """Cyclic times, texts, and the order of the records give the same equations."""
         rows = [row for row in self.rows(SHOPS) if row["region"] == "north"]

@@ -352,9 +352,6 @@ TEST_F(TcmOutput, TellsOfSettingsWithoutEffect)
         messages,
         ElementsAre("HVEPL0015W " + step + "\"artifacts[0].levl\" is not known here and is ignored",
                     "HVETC0060W " + step +
-                        "\"locale\" is \"de_DE\"; points of time are written by ISO "
-                        "8601, and words in English",
-                    "HVETC0060W " + step +
                         "\"timeFormat\" is \"h a\"; times are written as hh:mm:ss",
                     "HVEPL0015W " + step +
                         "\"isEncodet\" is not known here and is ignored; did you mean "

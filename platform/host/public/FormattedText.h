@@ -7,6 +7,9 @@
 #include "HostExport.h"
 #include "VexaFormat.h"
 
+/// The decimal sign of numbers in the host's locale. Any thread.
+HOST_API char decimalSign();
+
 /// Formats of dates, times, months and weekdays. Any thread.
 HOST_API bool isDateFormat(const VEXA_Format& format);
 

@@ -5,6 +5,7 @@
 #include <unicode/dcfmtsym.h>
 
 #include "CFAppHost.h"
+#include "FormattedText.h"
 
 namespace {
 
@@ -18,8 +19,10 @@ char readDecimalSign(const std::string& locale)
     return isComma ? ',' : '.';
 }
 
+} // namespace
+
 // Numbers are frequent and the locale rarely changes, so each thread caches the sign.
-char localeDecimalSign()
+char decimalSign()
 {
     thread_local const std::string* known = nullptr;
     thread_local char sign = '.';
@@ -30,8 +33,6 @@ char localeDecimalSign()
     }
     return sign;
 }
-
-} // namespace
 
 bool isNumberFormat(const VEXA_Format& format)
 {
@@ -58,10 +59,10 @@ NumberStyle numberStyle(const VEXA_Format& format)
     case kFormatDot:
         return {.decimalSign = ',', .groupSign = '.'};
     case kFormatNumber:
-        return {.decimalSign = localeDecimalSign()};
+        return {.decimalSign = decimalSign()};
     case kFormatPercent:
-        return {.decimalSign = localeDecimalSign(), .suffix = "%"};
+        return {.decimalSign = decimalSign(), .suffix = "%"};
     default:
-        return {.decimalSign = localeDecimalSign(), .dropsZeros = true};
+        return {.decimalSign = decimalSign(), .dropsZeros = true};
     }
 }

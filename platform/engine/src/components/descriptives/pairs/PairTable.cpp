@@ -85,12 +85,12 @@ std::pair<const char*, const char*> wordsOf(PairMeasure measure)
     }
 }
 
-/// A probability that is not 0 is never shown as 0.
+/// A small probability is never shown as 0, even if it is too small for a double.
 void setSignificance(PivotTable& table, std::size_t row, double p)
 {
     constexpr double kLeastShown = 0.0005;
-    if (p > 0 && p < kLeastShown)
-        table.setText({row, Significance}, text::plain("<0.001"));
+    if (p < kLeastShown)
+        table.setText({row, Significance}, text::fixed("<0.001"));
     else
         table.set({row, Significance}, p);
 }

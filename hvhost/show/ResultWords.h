@@ -1,0 +1,18 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+
+#include "hvhost/show/ResultTable.h"
+
+// Words of results that people read, in the host's language. CSV and JSON have them in English.
+
+/// The host's text for a key; the key itself if there is none.
+std::string word(const std::string& key);
+/// The host's text for a key, with ^1, ^2 and so on replaced by the parts.
+std::string sentence(const std::string& key, std::initializer_list<std::string> parts);
+/// A number with six significant digits and the host's decimal sign.
+std::string shownNumber(double number);
+
+/// Translates the names of columns and the cells that are words. Names of fields stay.
+ResultTable inWords(ResultTable table);
