@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "FormattedText.h"
 #include "report/document/PageText.h"
 
 namespace {
@@ -20,6 +21,19 @@ void writeClosing(std::ostream& out)
     out << "</table>\n</div>\n";
 }
 
+/// Scripts get the number with a point if the host's language has a comma.
+void writeNumber(std::ostream& out, std::string number)
+{
+    const auto point = number.find('.');
+    if (point == std::string::npos || decimalSign() == '.') {
+        out << "<td>" << number << "</td>";
+        return;
+    }
+    out << "<td data-value=\"" << number << "\">";
+    number[point] = decimalSign();
+    out << number << "</td>";
+}
+
 /// Writes a nested value as JSON. A cell that is not a text is a number or has no value: scripts
 /// sort and draw such cells by their content.
 void writeCell(std::ostream& out, const PageJson* value)
@@ -27,7 +41,7 @@ void writeCell(std::ostream& out, const PageJson* value)
     if (!value || value->is_null())
         out << "<td></td>";
     else if (value->is_number())
-        out << "<td>" << scalarText(*value) << "</td>";
+        writeNumber(out, scalarText(*value));
     else if (value->is_structured())
         out << "<td class=\"text\"><code>"
             << isolated(value->dump(-1, ' ', false, PageJson::error_handler_t::replace))

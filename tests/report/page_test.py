@@ -366,6 +366,16 @@ class WholePages(unittest.TestCase):
         self.assertEqual(page.evaluate("copied()").split("\n")[1:],
                          ["Row\tSum", "b\t20000", "'=1+1\t1234567.25", "Total\t9", ""])
 
+    def test_numbers_are_copied_in_the_language_of_the_page(self):
+        path = os.path.join(folder, "german.html")
+        subprocess.run([SAMPLES, "many", path], check=True, env={**os.environ, "LC_ALL": "de_DE.UTF-8"})
+        page = browser.open(path)
+        page.evaluate(FUNCTIONS)
+        page.evaluate("document.getSelection().selectAllChildren(named('Totals'))")
+        self.assertEqual(page.evaluate("copied()").split("\n")[1:],
+                         ["Row\tSum", "'=1+1\t1234567,25", "b\t20000", "Total\t9", ""])
+        self.assertEqual(page.evaluate("body('Totals')[0][1]"), "1\u202f234\u202f567,25")
+
     def test_columns_are_one_stop_and_arrows_lead_on(self):
         page = opened("sample")
         page.evaluate("named('Means').querySelector('.sort').focus()")

@@ -48,7 +48,8 @@
     const valueOf = (cell) => {
       if (cell.classList.contains("text"))
         return cell.textContent;
-      return cell.textContent === "" ? null : Number(cell.textContent);
+      const value = cell.dataset.value ?? cell.textContent;
+      return value === "" ? null : Number(value);
     };
     return [...table.tBodies[0].rows].map((row) =>
       Object.fromEntries([...row.cells].map((cell, at) => [names[at], valueOf(cell)])));
@@ -112,6 +113,23 @@
     drawing.removeAttribute("aria-roledescription");
   };
 
+  /** Numbers and dates on axes are written as in the page's tables. */
+  const numbers = () => ({
+    decimal: page.decimalSign(), thousands: "\u202f", grouping: [3], currency: ["", ""],
+  });
+  const dates = () => {
+    const names = (count, part, form) => Array.from({ length: count }, (_, at) => {
+      // The first day of 2023 is a Sunday.
+      const moment = part === "month" ? Date.UTC(2023, at) : Date.UTC(2023, 0, at + 1);
+      return new Intl.DateTimeFormat(page.language, { [part]: form, timeZone: "UTC" }).format(moment);
+    });
+    return {
+      dateTime: "%Y-%m-%d %H:%M:%S", date: "%Y-%m-%d", time: "%H:%M:%S", periods: ["AM", "PM"],
+      days: names(7, "weekday", "long"), shortDays: names(7, "weekday", "short"),
+      months: names(12, "month", "long"), shortMonths: names(12, "month", "short"),
+    };
+  };
+
   const draw = async (figure, place) => {
     const errors = [];
     const specification = specificationOf(figure);
@@ -119,6 +137,7 @@
     await chartLibrary.embed(place, specification, {
       mode: "vega-lite", renderer: "svg", actions: false, defaultStyle: false, hover: false,
       tooltip: { disableDefaultStyle: true, theme: "page" },
+      formatLocale: numbers(), timeFormatLocale: dates(),
       ast: true, expr: chartLibrary.expressionInterpreter,
       loader: loaderWith(errors), logger: loggerWith(errors), config,
     });

@@ -4,6 +4,8 @@
 const page = {
   words: JSON.parse(document.getElementById("words").textContent),
 
+  language: document.documentElement.lang || undefined,
+
   word(key) {
     return page.words[key] ?? key;
   },
@@ -40,6 +42,19 @@ const page = {
     return text ?? page.text(cell);
   },
 
+  /** The value of a cell as a spreadsheet in the page's language reads it. */
+  copied(cell) {
+    const value = page.value(cell);
+    const isNumber = cell.tagName === "TD" && !cell.classList.contains("text")
+      && value !== "" && !Number.isNaN(Number(value));
+    return isNumber ? value.replace(".", page.decimalSign()) : value;
+  },
+
+  decimalSign() {
+    const parts = new Intl.NumberFormat(page.language).formatToParts(1.5);
+    return parts.some(({ type, value }) => type === "decimal" && value === ",") ? "," : ".";
+  },
+
   /** Rows of values, in which a cell that spans others is repeated in each of their places. */
   grid(rows) {
     const grid = rows.map(() => []);
@@ -48,7 +63,7 @@ const page = {
       for (const cell of row.cells) {
         while (grid[at][column] !== undefined)
           ++column;
-        const value = page.value(cell);
+        const value = page.copied(cell);
         for (let down = 0; down < cell.rowSpan && at + down < grid.length; ++down)
           for (let right = 0; right < cell.colSpan; ++right)
             grid[at + down][column + right] = value;

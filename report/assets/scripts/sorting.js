@@ -2,7 +2,7 @@
 
 /** Sorts the rows of a table by a column, each row staying in its group. */
 {
-  const collator = new Intl.Collator(document.documentElement.lang || undefined, { numeric: true });
+  const collator = new Intl.Collator(page.language, { numeric: true });
 
   /** Numbers come before texts; what is empty comes last in either order. */
   const rankOf = (key) => (key === "" ? 2 : typeof key === "number" ? 0 : 1);
