@@ -60,7 +60,6 @@ bool CsvScanner::refill()
     if (_atEnd)
         return false;
     std::memmove(_buffer.data(), _buffer.data() + _at, _end - _at);
-    _consumed += _at;
     _end -= _at;
     _at = 0;
     if (_end == _buffer.size()) {

@@ -74,8 +74,6 @@ public:
     /// The first flaw that the last next() found, whatever it returned: in a line end before the
     /// record, or in the record.
     const std::optional<CsvFlaw>& flaw() const { return _flaw; }
-    /// Number of bytes before the next record.
-    std::uint64_t offset() const { return _consumed + _at; }
 
 private:
     bool refill();
@@ -94,7 +92,6 @@ private:
     std::size_t _mark = 0; ///< the first one at or behind `_at`
     std::size_t _at = 0;
     std::size_t _end = 0;
-    std::uint64_t _consumed = 0;
     std::uint64_t _line = 1;
     std::uint64_t _recordLine = 1;
     bool _atEnd = false;

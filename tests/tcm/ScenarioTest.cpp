@@ -147,10 +147,14 @@ TEST_F(Scenario, FailuresOfTheEngineLeaveNothing)
 
 TEST_F(Scenario, ForecastsWithBoundsAndGivenValues)
 {
-    WrittenRows points({CFField("month", CFField::Continuous, CFField::Date), kSales, kFlag,
-                        kPredictions, realField("sales_lower"), realField("sales_upper")},
-                       {{18262.0, 1.0, 0, std::nullopt, kSystemMissing, std::nullopt},
-                        {18293.0, std::nullopt, 1, 5.0, 4.0, 6.0}});
+    const std::vector<CFField> fields = {CFField("month", CFField::Continuous, CFField::Date),
+                                         kSales,
+                                         kFlag,
+                                         kPredictions,
+                                         realField("sales_lower"),
+                                         realField("sales_upper")};
+    WrittenRows points(fields, {{18262.0, 1.0, 0, std::nullopt, kSystemMissing, std::nullopt},
+                                {18293.0, std::nullopt, 1, 5.0, 4.0, 6.0}});
     HVSeriesForecast forecast;
     const HVForecastRequest request{
         2, 0.9, {{{"south", "sales"}, 0, 0.1, true}, {{"north", "sales"}, 2, 7, false}}};
@@ -173,4 +177,6 @@ TEST_F(Scenario, ForecastsWithBoundsAndGivenValues)
     EXPECT_FALSE(ask(scored, "north")) << "there are no bounds";
     EXPECT_EQ(scored.disposals, 1);
     EXPECT_FALSE(ask(points, "nowhere"));
+    WrittenRows untimed(fields, {{std::nullopt, 1.0, 0, 5.0, 4.0, 6.0}});
+    EXPECT_FALSE(ask(untimed, "north")) << "a point has no time";
 }
