@@ -1,5 +1,6 @@
 """Pages of made-up output, read in a browser as a person reads, sorts and copies them."""
 import os
+import pathlib
 import re
 import resource
 import subprocess
@@ -7,6 +8,7 @@ import tempfile
 import unittest
 
 from browser import Browser
+from looks import difference, look_of
 
 SAMPLES = os.environ["PAGE_SAMPLES"]
 HOSTILE = "</script><img src=x onerror=alert(1)>\"' & \u2028\u2400\u241b \ufffd end"
@@ -399,6 +401,21 @@ class WholePages(unittest.TestCase):
             found = page.evaluate("""axe.run().then((result) => result.violations
                 .map((violation) => violation.id + " " + violation.nodes[0].html.slice(0, 200)))""")
             self.assertEqual(found, [])
+
+    def test_looks_as_it_looked(self):
+        """CHANGED_LOOKS=1 replaces the stored looks. Look at the pages before."""
+        for kind in ("sample", "map", "network", "many"):
+            for name, settings in {"day": {}, "night": {"dark": True}, "paper": {}, "plain": {"scripting": False},
+                                   "narrow": {"width": 400}}.items():
+                page = opened(kind, **settings)
+                if name == "paper":
+                    page.media("print")
+                path = pathlib.Path(__file__).parent / "looks" / f"{kind}-{name}.txt"
+                look = look_of(page)
+                if os.environ.get("CHANGED_LOOKS"):
+                    path.write_text(look, encoding="ascii")
+                with self.subTest(path.name):
+                    self.assertEqual(difference(look, path.read_text(encoding="ascii")), "")
 
     def test_a_large_table_is_not_kept_twice(self):
         size = os.path.getsize(file_of("large"))
