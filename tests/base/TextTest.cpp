@@ -4,6 +4,7 @@
 
 #include "base/AsciiText.h"
 #include "base/JsonDepth.h"
+#include "base/ListText.h"
 #include "base/NativePath.h"
 #include "base/NearestName.h"
 #include "base/NumberText.h"
@@ -74,6 +75,14 @@ TEST(Text, RoundedNumbersKeepTheirWholeUnits)
     for (const auto& [number, digits, text] : cases)
         EXPECT_EQ(base::roundedNumber(number, digits), text);
     EXPECT_EQ(base::roundedNumber(std::numeric_limits<double>::infinity()), "inf");
+}
+
+TEST(Text, ListsTexts)
+{
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ(base::quotedList(Texts{}), "");
+    EXPECT_EQ(base::quotedList(Texts{"a", "", "c"}), R"("a", "", "c")");
+    EXPECT_EQ(base::joined(Texts{"", "b"}, "; "), "; b");
 }
 
 TEST(Text, TrimsBothEnds)

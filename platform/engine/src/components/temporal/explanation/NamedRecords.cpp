@@ -4,6 +4,7 @@
 
 #include "ErrorIds.h"
 #include "JobError.h"
+#include "base/ListText.h"
 #include "components/temporal/explanation/PointLabels.h"
 #include "components/temporal/preparation/DimensionKey.h"
 #include "components/temporal/scoring/ScoreStage.h"
@@ -40,14 +41,6 @@ void addToKey(std::string& key, std::string_view text)
     key += std::to_string(text.size());
     key += ':';
     key += text;
-}
-
-std::string quotedList(const std::vector<std::string>& names)
-{
-    std::string list;
-    for (const std::string& name : names)
-        list += (list.empty() ? "\"" : ", \"") + name + "\"";
-    return list;
 }
 
 } // namespace
@@ -137,12 +130,12 @@ void NamedRecords::findMetrics(const Fields& fields, const TcmModel& model,
             addMetric(*found->second);
     }
     if (_metrics.empty())
-        refuse("the input has none of the model's metrics, which are " + quotedList(missing));
+        refuse("the input has none of the model's metrics, which are " + base::quotedList(missing));
     if (!missing.empty())
         message(errors::kSeriesWithoutRecords,
                 {.step = _component,
                  .what = "the input lacks metrics of the model, whose series have no values: " +
-                         quotedList(missing)});
+                         base::quotedList(missing)});
 }
 
 void NamedRecords::addMetric(const CFField& field)
