@@ -1,4 +1,9 @@
-"""The commands in the README and in the help run as they are written."""
+"""The commands in the README and in the help run as they are written, and show what they showed.
+
+CHANGED_OUTPUT=1 replaces the stored output. Read the difference before it is committed.
+"""
+import math
+import os
 import pathlib
 import re
 import shutil
@@ -7,8 +12,30 @@ import unittest
 
 from hvhost_case import DATA, HVHOST, Case, help_of
 
+SHOWN = pathlib.Path(__file__).resolve().parent / "shown"
 README = pathlib.Path(__file__).resolve().parent.parent.parent / "README.md"
 TCM = ("tcm train shops.csv -o shops.tcm --time month --dims region --metrics sales,advertising,visits").split()
+
+# Commands that show more of what hvhost can do than the examples in the help.
+MORE = [
+    "hvhost describe penguins.csv beak_length_mm sex --by species --percentiles 5,95 --outliers --pairs",
+    "hvhost describe penguins.csv --missing-patterns --outliers --outlier-method sd --format json",
+    "hvhost describe weather.csv temp_max wind weather --weight precipitation --pairs --target weather",
+    "hvhost describe weather.csv date --date date --format json",
+    "hvhost describe shops.csv --by region --format csv",
+    "hvhost aggregate penguins.csv --by island,sex --stat count,mean:body_mass_g,median:flipper_length_mm --totals",
+    "hvhost map info islands.shp --data-model",
+    "hvhost tcm impact shops.tcm shops.csv --series north,sales --level 2 --format json",
+]
+NUMBER = re.compile(r"-?\d+(?:\.\d+)?(?:e[-+]?\d+)?")
+
+
+def is_same(text, other):
+    """Whether two outputs are the same but for the last digits of numbers."""
+    if NUMBER.sub("", text) != NUMBER.sub("", other):
+        return False
+    return all(math.isclose(float(a), float(b), rel_tol=1e-9, abs_tol=1e-12)
+               for a, b in zip(NUMBER.findall(text), NUMBER.findall(other)))
 
 
 def commands_in(text, prompt):
@@ -48,6 +75,25 @@ class Examples(Case):
             done = self.run_line(command)
             self.assertEqual(done.returncode, 0, f"{command}\n{done.stdout}")
 
+    def check_shown(self, command, output):
+        """What a command shows and the texts that it writes."""
+        texts = [output] + [(self.work / name).read_text(encoding="utf-8") for name in command.split()
+                            if name in ("out.csv", "o.csv", "some.csv", "keys.txt", "males.csv", "islands.geojson")]
+        shown = "".join(texts)
+        path = SHOWN / (re.sub(r"\W+", "-", command).strip("-") + ".txt")
+        if os.environ.get("CHANGED_OUTPUT"):
+            path.write_text(f"$ {command}\n{shown}", encoding="utf-8")
+        expected = path.read_text(encoding="utf-8").split("\n", 1)[1]
+        if not is_same(shown, expected):
+            self.assertEqual(shown, expected, command)
+
+    def test_more(self):
+        self.run_hvhost(*TCM, cwd=self.work)
+        for command in MORE:
+            done = self.run_line(command)
+            self.assertEqual(done.returncode, 0, f"{command}\n{done.stdout}")
+            self.check_shown(command, done.stdout)
+
     def test_help(self):
         commands = [[name] for name in re.findall(r"(?m)^  ([a-z]+) ", help_of().partition("Commands:")[2])
                     if name not in ("completion", "version", "help")]
@@ -65,6 +111,8 @@ class Examples(Case):
                 (self.work / "out.csv").unlink(missing_ok=True)
                 done = self.run_line(line)
                 self.assertEqual(done.returncode, 0, f"{line}\n{done.stdout}")
+                if command != ["doctor"]:
+                    self.check_shown(line, done.stdout)
 
 
 if __name__ == "__main__":
