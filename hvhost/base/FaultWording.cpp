@@ -26,7 +26,7 @@ struct InputFault
 };
 constexpr const char* kReadStep = "read";
 constexpr const char* kPasswordHint = "--password-file FILE or --password WORD gives it";
-constexpr std::array<InputFault, 13> kInputFaults{{
+constexpr std::array<InputFault, 14> kInputFaults{{
     {errors::kFileMissing, ""},
     {errors::kFileIsFolder, ""},
     {errors::kFileUnreadable, ""},
@@ -38,6 +38,7 @@ constexpr std::array<InputFault, 13> kInputFaults{{
     {errors::kWrongPassword, kPasswordHint},
     {errors::kDataModel, ""},
     {errors::kDataModelMismatch, ""},
+    {errors::kPartsDiffer, ""},
     {errors::kIteratorFailed, ""},
     {errors::kIteratorValue, ""},
 }};

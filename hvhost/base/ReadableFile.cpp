@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "base/Utf8.h"
+#include "datafile/ParquetParts.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/StandardStreams.h"
 #include "support/HVSimpleFile.h"
@@ -53,9 +54,15 @@ std::string nativePath(const std::string& hostPath)
     return path;
 }
 
-ReadableFile::ReadableFile(const std::string& name, const InterruptWatch& watch)
-    : _name(name == kStandardStream ? "standard input" : name)
+ReadableFile::ReadableFile(const std::string& name, const InterruptWatch& watch, FileParts parts)
+    : _name(name == kStandardStream ? "standard input" : name),
+      _hasParts(parts == FileParts::Accepted && datafile::hasParts(name))
 {
+    if (_hasParts) {
+        checkPath(name);
+        _path = fs::absolute(name / fs::path()).lexically_normal().parent_path().string();
+        return;
+    }
     if (name == kStandardStream || typeOf(name) != fs::file_type::regular) {
         fetch(name, watch);
     } else {

@@ -19,6 +19,7 @@ inline constexpr const char* kDataModelMismatch =
     "HVEIO0012E";                                            ///< the data model is another file's
 inline constexpr const char* kFolderMissing = "HVEIO0015E";  ///< no folder for the output
 inline constexpr const char* kFileUnwritable = "HVEIO0016E"; ///< the file cannot be written
+inline constexpr const char* kPartsDiffer = "HVEIO0023E";    ///< files of one dataset differ
 inline constexpr const char* kDiskFull = "HVEIO0017E";       ///< no room for a file
 
 } // namespace datafile::faults

@@ -96,15 +96,25 @@ std::string csvTable(const std::string& path, bool hasHeader, const Fields& colu
 
 std::string parquetTable(const std::string& path)
 {
-    return "read_parquet(" + quotedLiteral(literalPath(path)) + ", hive_partitioning = false)";
+    return parquetTable(parquetParts(path));
+}
+
+std::string parquetTable(const ParquetParts& parts)
+{
+    std::string sql = "read_parquet(" + fileArgument(parts);
+    if (!parts.isFile())
+        sql += ", union_by_name = true";
+    return sql + (parts.keys.empty() ? ", hive_partitioning = false)"
+                                     : ", hive_partitioning = true, hive_types_autocast = false)");
 }
 
 std::string parquetMetadata(duck::Connection& connection, const std::string& path,
                             const std::string& key)
 {
     try {
+        const std::string file = parquetParts(path).files.front();
         duck::Result values = connection.query("SELECT decode(value) FROM parquet_kv_metadata(" +
-                                               quotedLiteral(literalPath(path)) +
+                                               quotedLiteral(literalPath(file)) +
                                                ") WHERE key = " + quotedLiteral(key) + "::BLOB");
         return values.rows() > 0 ? values.text(0, 0) : std::string();
     } catch (const duck::QueryError&) {

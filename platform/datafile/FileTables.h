@@ -6,6 +6,7 @@
 #include "datafile/FieldNames.h"
 #include "datafile/FileKind.h"
 #include "datafile/OpenSealed.h"
+#include "datafile/ParquetParts.h"
 
 namespace datafile {
 
@@ -19,11 +20,14 @@ std::string csvTable(const std::string& path, bool hasHeader, const Fields& colu
                      const std::string& rejects);
 /// The second table that the database creates with `rejects`.
 std::string rejectScansOf(const std::string& rejects);
-/// The FROM item for a Parquet file.
+/// The FROM item for a Parquet file, or for several that are one dataset. Throws Fault as
+/// parquetParts does.
 std::string parquetTable(const std::string& path);
+/// The same for parts that are known.
+std::string parquetTable(const ParquetParts& parts);
 
-/// The text for a key of a Parquet file's metadata; empty if it is missing or the file is not a
-/// Parquet file.
+/// The text for a key of a Parquet file's metadata, or of the first of several; empty if it is
+/// missing or the file is not a Parquet file. Throws Fault as parquetParts does.
 std::string parquetMetadata(duck::Connection& connection, const std::string& path,
                             const std::string& key);
 

@@ -1,9 +1,11 @@
 #include "datafile/ParquetColumns.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "CFMetaData.h"
 
+#include "base/ListText.h"
 #include "datafile/ColumnTypes.h"
 #include "datafile/Fault.h"
 #include "datafile/FaultIds.h"
@@ -94,17 +96,114 @@ void DictionaryCheck::bound(std::string& value, const DictionaryVariable& variab
             most + " THEN error(" + quotedLiteral(fault) + ") ELSE " + value + " END";
 }
 
-} // namespace
-
-ParquetColumns parquetColumns(duck::Connection& connection, const std::string& path)
+/// The columns of a select list with names and types only.
+ParquetColumns columnsOf(duck::Connection& connection, const std::string& list,
+                         const std::string& table)
 {
     ParquetColumns columns;
-    const duck::Prepared statement(connection, "SELECT * FROM " + parquetTable(path));
+    const duck::Prepared statement(connection, "SELECT " + list + " FROM " + table);
     for (const auto& [name, type] : statement.columns()) {
         columns.fields.push_back(plainField(name, storageOfColumn(type)));
         columns.values.push_back(canonicalColumn(quotedIdentifier(name), type));
     }
     return columns;
+}
+
+/// Compares the columns of several files that are one dataset.
+class PartComparison
+{
+public:
+    PartComparison(duck::Connection& connection, const ParquetParts& parts)
+        : _connection(connection), _parts(parts), _first(fieldsOf(parts.files.front()))
+    {
+        for (const CFField& field : _first)
+            _places.emplace(foldedName(field.GetName()), _places.size());
+    }
+
+    /// The columns of all files, and the fields that their folders give.
+    ParquetColumns columns() const
+    {
+        for (const std::string& file : _parts.files)
+            compare(file);
+        std::vector<std::string> names;
+        for (const CFField& field : _first)
+            if (!isKey(field.GetName()))
+                names.push_back(quotedIdentifier(field.GetName()));
+        for (const PartKey& key : _parts.keys)
+            names.push_back(quotedIdentifier(key.name));
+        ParquetColumns columns =
+            columnsOf(_connection, base::joined(names, ", "), parquetTable(_parts));
+        const std::size_t inFiles = names.size() - _parts.keys.size();
+        for (std::size_t i = 0; i < _parts.keys.size(); ++i) {
+            const PartKey& key = _parts.keys[i];
+            columns.fields[inFiles + i] = plainField(key.name, key.storage);
+            columns.values[inFiles + i] = "CAST(nullif(" + quotedIdentifier(key.name) + ", " +
+                                          quotedLiteral(kMissingKey) + ") AS " +
+                                          sqlTypeOf(key.storage) + ")";
+        }
+        return columns;
+    }
+
+private:
+    [[noreturn]] void fail(const char* id, const std::string& file, const std::string& what) const
+    {
+        throw Fault(id, {.step = "read", .file = _parts.path, .what = _parts.nameOf(file) + what});
+    }
+
+    Fields fieldsOf(const std::string& file) const
+    try {
+        return columnsOf(_connection, "*", parquetTable(ParquetParts{file, {}, {file}, {}})).fields;
+    } catch (const duck::QueryError&) {
+        fail(faults::kNotOfItsKind, file, " is not a Parquet file, or it is cut short");
+    }
+
+    bool isKey(const std::string& name) const
+    {
+        return std::ranges::any_of(_parts.keys,
+                                   [&](const PartKey& key) { return isSameName(key.name, name); });
+    }
+
+    /// The columns may have another order.
+    void compare(const std::string& file) const
+    {
+        const std::string first = _parts.nameOf(_parts.files.front());
+        const Fields fields = fieldsOf(file);
+        std::vector<bool> isFound(_first.size());
+        for (const CFField& field : fields) {
+            const auto place = _places.find(foldedName(field.GetName()));
+            if (place == _places.end())
+                fail(faults::kPartsDiffer, file,
+                     " has the field \"" + field.GetName() + "\", which " + first + " lacks");
+            isFound[place->second] = true;
+            const CFField::StorageType wanted = _first[place->second].GetStorage();
+            if (field.GetStorage() != wanted)
+                fail(faults::kPartsDiffer, file,
+                     ": the field \"" + field.GetName() + "\" is " +
+                         typeWordOf(field.GetStorage()) + ", and " + typeWordOf(wanted) + " in " +
+                         first);
+        }
+        const auto missing = std::ranges::find(isFound, false);
+        if (missing != isFound.end())
+            fail(faults::kPartsDiffer, file,
+                 " lacks the field \"" +
+                     _first[static_cast<std::size_t>(missing - isFound.begin())].GetName() +
+                     "\", which " + first + " has");
+    }
+
+    duck::Connection& _connection;
+    const ParquetParts& _parts;
+    Fields _first;
+    std::unordered_map<std::string, std::size_t> _places; ///< of the first file's fields
+};
+
+} // namespace
+
+ParquetColumns parquetColumns(duck::Connection& connection, const std::string& path)
+{
+    const ParquetParts parts = parquetParts(path);
+    if (parts.isFile())
+        return columnsOf(connection, "*", parquetTable(parts));
+    return PartComparison(connection, parts).columns();
 }
 
 Dictionary describeColumns(duck::Connection& connection, const std::string& path,

@@ -9,7 +9,9 @@
 
 namespace datafile {
 
-/// The columns with names and types only. Throws QueryError if the file is not a Parquet file.
+/// The columns with names and types only. For several files that are one dataset, the fields of
+/// their folders follow those of the files. Throws QueryError if the file is not a Parquet file,
+/// and Fault if one of several is not, or if its fields differ from those of the first one.
 ParquetColumns parquetColumns(duck::Connection& connection, const std::string& path);
 
 /// Adds the descriptions in the file to the fields and also returns them as a dictionary. An

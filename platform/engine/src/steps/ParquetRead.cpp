@@ -12,6 +12,7 @@
 #include "datafile/FieldMetadata.h"
 #include "datafile/FileColumns.h"
 #include "datafile/OpenSealed.h"
+#include "datafile/ParquetParts.h"
 #include "datafile/StorageWords.h"
 #include "expression/FieldTypes.h"
 #include "expression/ValueTypes.h"
@@ -69,19 +70,26 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
 class ParquetCheck : public SourceCheck
 {
 public:
-    explicit ParquetCheck(std::string path) : _path(std::move(path)) {}
+    explicit ParquetCheck(const std::string& path) : _parts(parquetParts(path)) {}
     void start(Cancellation&) override {}
     void finish(Session&, Reporter&) override {}
     void abandon(const StatementFault& fault) override
     {
-        if (fault.isDamaged(_path))
-            throw JobError(errors::kNotOfItsKind,
-                           {.step = "read", .file = _path, .what = "the file is damaged"},
-                           fault.what());
+        const auto damaged = std::ranges::find_if(
+            _parts.files, [&](const std::string& file) { return fault.isDamaged(file); });
+        if (damaged == _parts.files.end())
+            return;
+        const bool isKnown = !_parts.isFile() && !fault.isDamaged({});
+        throw JobError(
+            errors::kNotOfItsKind,
+            {.step = "read",
+             .file = _parts.path,
+             .what = isKnown ? _parts.nameOf(*damaged) + " is damaged" : "the file is damaged"},
+            fault.what());
     }
 
 private:
-    std::string _path;
+    ParquetParts _parts;
 };
 
 ParquetColumns columnsOf(JobContext& context, const ParquetReadSettings& settings,

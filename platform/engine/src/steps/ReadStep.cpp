@@ -3,6 +3,7 @@
 #include "JobError.h"
 #include "base/NearestName.h"
 #include "datafile/InputFile.h"
+#include "datafile/ParquetParts.h"
 #include "steps/CsvRead.h"
 #include "steps/GeoRead.h"
 #include "steps/ParquetRead.h"
@@ -128,7 +129,10 @@ NodePtr fileNode(StepCall& call, const Settings& files, const Limits& limits)
     if (format != "csv" && format != "sav" && format != "hvbf")
         parser.refuse("name", "is \"" + format + "\"; known are csv, sav and hvbf");
     const std::string path = call.context.inputPath(location.neededText("path"));
-    checkInputFile(path, call.name);
+    if (format == "hvbf")
+        checkParquetInput(path, call.name);
+    else
+        checkInputFile(path, call.name);
     std::optional<Fields> dataModel;
     if (const auto model = files.text("dataModel"); model && !model->empty()) {
         const std::string modelPath = call.context.inputPath(*model);

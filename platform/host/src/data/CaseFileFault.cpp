@@ -10,6 +10,17 @@
 #include "datafile/RaisedFault.h"
 #include "datafile/SpaceFault.h"
 
+namespace {
+
+/// The damaged file in words; its name if it is one of several.
+std::string damagedName(const std::string& path, const std::string& damaged)
+{
+    const bool isBelow = damaged.starts_with(path + "/");
+    return isBelow ? damaged.substr(path.size() + 1) : "the file";
+}
+
+} // namespace
+
 CaseFileError::CaseFileError(const std::string& path, std::string rest, std::string kind,
                              std::string id)
     : ErrorText(path + rest), _hasPath(!path.empty()), _rest(std::move(rest)),
@@ -65,9 +76,10 @@ CaseFileError errorTextOf(const std::string& path, const std::string& what,
                 {},
                 datafile::faults::kNotOfItsKind};
     // The second text comes from internal errors of the database's reader.
-    if (text.find("Failed to read file \"") != std::string::npos ||
-        text.starts_with("Invalid Error: "))
-        return {path, ": " + what + ": the file is damaged"};
+    const auto damaged = datafile::between(text, "Failed to read file \"", "\"");
+    if (damaged || text.starts_with("Invalid Error: "))
+        return {path,
+                ": " + what + ": " + damagedName(path, damaged.value_or(path)) + " is damaged"};
     return {path, ": " + what + ": " + text.substr(0, text.find('\n'))};
 }
 

@@ -10,7 +10,6 @@
 #include "data/HostDatabase.h"
 #include "datafile/FaultIds.h"
 #include "datafile/FileTables.h"
-#include "datafile/InputFile.h"
 #include "datafile/ParquetColumns.h"
 #include "datafile/SqlQuoting.h"
 #include "text/CodePage.h"
@@ -119,7 +118,7 @@ void ParquetOpening::findGaps()
     duck::Result counts = _connection->query(
         "SELECT path_in_schema, CASE WHEN bool_and(stats_null_count IS NOT NULL) THEN "
         "sum(stats_null_count)::BIGINT ELSE -1 END FROM parquet_metadata(" +
-        datafile::quotedLiteral(datafile::literalPath(_readable)) + ") GROUP BY ALL");
+        datafile::fileArgument(datafile::parquetParts(_readable)) + ") GROUP BY ALL");
     std::map<std::string, std::int64_t> nulls;
     for (std::size_t row = 0; row < counts.rows(); ++row)
         nulls[counts.text(0, row)] = counts.integer(1, row);

@@ -6,6 +6,7 @@
 #include "data/CaseFileFault.h"
 #include "data/CaseFileSource.h"
 #include "datafile/InputFile.h"
+#include "datafile/ParquetParts.h"
 #include "text/CodePage.h"
 
 namespace {
@@ -16,7 +17,10 @@ CaseFileSource openCaseFile(const UserCaseFileSpec& spec)
 {
     const std::string path = base::nativePath(hostToUtf8(spec.GetName()));
     try {
-        datafile::checkInputFile(path, "");
+        if (spec.GetKind() == CaseFileKind::Parquet)
+            datafile::checkParquetInput(path, "");
+        else
+            datafile::checkInputFile(path, "");
         return spec.GetKind() == CaseFileKind::Csv ? openCsv(spec, path) : openParquet(spec, path);
     } catch (const datafile::Fault& fault) {
         throw errorTextOf(fault);
