@@ -13,6 +13,11 @@ struct Found
     std::optional<JsonExcess> excess;
 };
 
+bool isBlank(char byte)
+{
+    return byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n';
+}
+
 Found firstExcess(std::string_view json, const JsonBounds& bounds)
 {
     int depth = 0;
@@ -43,11 +48,13 @@ Found firstExcess(std::string_view json, const JsonBounds& bounds)
 bool JsonNesting::take(std::string_view piece)
 {
     for (const char byte : piece) {
+        ++_length;
         if (std::exchange(_isEscaped, false))
             continue;
-        if (byte == '\n')
+        if (byte == '\n') {
             _isInText = false;
-        else if (byte == '"')
+            ++_line;
+        } else if (byte == '"')
             _isInText = !_isInText;
         else if (_isInText)
             _isEscaped = byte == '\\';
@@ -57,8 +64,24 @@ bool JsonNesting::take(std::string_view piece)
             --_depth;
         if (_depth > _deepest)
             return false;
+        if (_recordDepth < 0 && !isBlank(byte))
+            _recordDepth = byte == '[' ? 1 : 0;
+        if (_depth <= _recordDepth && !_isInText)
+            measure(byte);
     }
     return true;
+}
+
+/// Takes a byte between records, or the last one of a record.
+void JsonNesting::measure(char byte)
+{
+    const bool isEnd = byte == ',' || byte == ']' || byte == '}';
+    if (!isBlank(byte) && !isEnd)
+        return;
+    _longestLine = longestLine();
+    _longest = longestRecord();
+    _length = 0;
+    _recordLine = _line;
 }
 
 std::size_t placeTooDeep(std::string_view json, int deepest)

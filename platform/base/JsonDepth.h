@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -21,10 +22,22 @@ public:
     explicit JsonNesting(int deepest) : _deepest(deepest) {}
     /// Takes the next piece. Returns false if the text so far nests deeper.
     bool take(std::string_view piece);
+    /// The bytes of the longest record so far: of an element of a list, or of a value of its own.
+    std::size_t longestRecord() const { return _length > _longest ? _length : _longest; }
+    /// The line on which it begins, from 1.
+    std::uint64_t longestLine() const { return _length > _longest ? _recordLine : _longestLine; }
 
 private:
+    void measure(char byte);
+
     int _deepest;
     int _depth = 0;
+    int _recordDepth = -1; ///< -1: nothing has been read yet
+    std::size_t _length = 0;
+    std::size_t _longest = 0;
+    std::uint64_t _line = 1;
+    std::uint64_t _recordLine = 1;
+    std::uint64_t _longestLine = 1;
     bool _isInText = false;
     bool _isEscaped = false; ///< the next character
 };

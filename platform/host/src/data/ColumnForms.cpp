@@ -29,7 +29,6 @@ constexpr std::array<std::pair<const char*, Order>, 13> kDates{{{"%Y-%m-%d", Ord
                                                                 {"%m-%d-%y", Order::ShortYear}}};
 constexpr std::array<const char*, 4> kTimes{" %H:%M", " %H:%M:%S", " %H:%M:%S.%f", "T%H:%M:%S"};
 constexpr std::size_t kLongestDate = 40;
-constexpr std::size_t kNumberForms = 3;
 constexpr const char* kLongYear = R"(^(\d{4}\D|\d+\D\d+\D\d{4}))";
 /// Signs that may surround a number.
 constexpr const char* kSigns = "[\\s\\x{00A0}$€£¥%]";
@@ -61,15 +60,15 @@ void dropByExample(duck::Connection& connection, const std::string& table,
     duck::Result found =
         connection.query("SELECT " + base::joined(examples, ", ") + " FROM " + table);
     for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i].needsForm)
+            continue; // it has few forms, and the example may be the invalid value
         std::vector<ColumnForm>& forms = columns[i].forms;
         std::vector<std::string> tests;
         tests.reserve(forms.size());
         for (const ColumnForm& form : forms)
             tests.push_back(form.value + " IS NOT NULL");
         const std::string example = found.text(i, 0); // empty: no value
-        const bool isDate = forms.size() != kNumberForms;
-        if (example.empty() ||
-            (isDate && (!base::isDigit(example.front()) || example.size() > kLongestDate))) {
+        if (example.empty() || !base::isDigit(example.front()) || example.size() > kLongestDate) {
             forms.clear();
             continue;
         }
@@ -84,21 +83,55 @@ void dropByExample(duck::Connection& connection, const std::string& table,
     }
 }
 
-/// Drops the forms that do not fit all texts.
+/// Finds the first value that a form does not fit.
+TextColumn::Misfit misfitOf(duck::Connection& connection, const std::string& table,
+                            const TextColumn& column, const ColumnForm& form)
+{
+    duck::Result found = connection.query("SELECT record, " + column.name +
+                                          " FROM (SELECT *, row_number() OVER () AS record FROM " +
+                                          table + ") WHERE " + column.name + " IS NOT NULL AND " +
+                                          form.value + " IS NULL ORDER BY record LIMIT 1");
+    return {static_cast<std::uint64_t>(found.integer(0, 0)), found.text(1, 0)};
+}
+
+/// Drops the forms that do not fit all texts. If a column needs a form and has none, its best form
+/// remains, with the first value that it does not fit.
 void dropByAll(duck::Connection& connection, const std::string& table,
                std::vector<TextColumn>& columns)
 {
-    std::vector<std::string> tests;
-    for (const TextColumn& column : columns)
+    std::vector<std::string> counts;
+    for (const TextColumn& column : columns) {
+        if (column.forms.empty())
+            continue;
+        counts.push_back("count(" + column.name + ")");
         for (const ColumnForm& form : column.forms)
-            tests.push_back("count(" + form.value + ") = count(" + column.name + ")");
-    if (tests.empty())
+            counts.push_back("count(" + form.value + ")");
+    }
+    if (counts.empty())
         return;
-    duck::Result fits = connection.query("SELECT " + base::joined(tests, ", ") + " FROM " + table);
-    std::size_t test = 0;
-    for (TextColumn& column : columns)
-        std::erase_if(column.forms,
-                      [&](const ColumnForm&) { return fits.text(test++, 0) != "true"; });
+    duck::Result found =
+        connection.query("SELECT " + base::joined(counts, ", ") + " FROM " + table);
+    std::size_t next = 0;
+    for (TextColumn& column : columns) {
+        if (column.forms.empty())
+            continue;
+        const std::int64_t texts = found.integer(next++, 0);
+        std::vector<ColumnForm> left;
+        std::size_t best = 0;
+        const std::size_t first = next;
+        for (std::size_t i = 0; i < column.forms.size(); ++i, ++next) {
+            if (found.integer(next, 0) == texts)
+                left.push_back(column.forms[i]);
+            if (found.integer(next, 0) > found.integer(first + best, 0))
+                best = i;
+        }
+        if (left.empty() && column.needsForm) {
+            left.push_back(column.forms[best]);
+            if (!left.front().isPlain)
+                column.misfit = misfitOf(connection, table, column, left.front());
+        }
+        column.forms = std::move(left);
+    }
 }
 
 bool hasOrder(const TextColumn& column, Order order)
@@ -141,31 +174,33 @@ std::vector<ColumnForm> numberForms(const std::string& name, const std::string& 
                " AS BIGINT) END";
     };
     const std::string bare = "regexp_replace(" + name + ", " + quotedLiteral(kSigns) + ", '', 'g')";
-    return {{number(name)},
+    return {{.value = number(name), .isPlain = true},
             {number(bare)},
             {"CAST(TRY_CAST(" + name + " AS BOOLEAN) AS " + type + ")"}};
+}
+
+std::vector<ColumnForm> booleanForms(const std::string& name)
+{
+    const std::string word = "lower(trim(" + name + "))";
+    return {{"CAST(CASE WHEN " + word + " IN ('true', 'yes', 't', 'y', '1') THEN 1 WHEN " + word +
+             " IN ('false', 'no', 'f', 'n', '0') THEN 0 END AS BIGINT)"}};
 }
 
 void chooseForms(duck::Connection& connection, const std::string& table,
                  std::vector<TextColumn>& columns, const std::function<void()>& look)
 {
-    const std::vector<TextColumn> all = columns;
     look();
     dropByExample(connection, table, columns);
     look();
     dropByAll(connection, table, columns);
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        TextColumn& column = columns[i];
+    for (TextColumn& column : columns) {
         if (column.forms.empty())
             continue;
         const ColumnForm& first = column.forms.front();
         column.hasShortYears = first.order == Order::ShortYear;
         if (column.hasShortYears)
             continue;
-        // The database reads plain numbers itself, and names the line of an invalid one.
-        const bool isPlainNumber =
-            all[i].forms.size() == kNumberForms && first.value == all[i].forms[0].value;
-        if (isPlainNumber)
+        if (first.isPlain)
             continue;
         column.chosen = first.value;
         column.isDayFirst = first.order == Order::DayFirst && hasOrder(column, Order::MonthFirst);

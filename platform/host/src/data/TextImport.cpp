@@ -2,30 +2,37 @@
 
 #include <algorithm>
 #include <array>
-#include <fcntl.h>
+#include <cerrno>
 #include <fstream>
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
+#include "CFMetaData.h"
 #include "FileServices.h"
-#include "base/FileDescriptor.h"
-#include "base/JsonDepth.h"
 #include "base/ListText.h"
 #include "base/NativePath.h"
 #include "base/NearestName.h"
 #include "data/CaseFileFault.h"
 #include "data/ColumnForms.h"
 #include "data/HostDatabase.h"
+#include "data/JsonText.h"
 #include "data/Utf8Copy.h"
 #include "datafile/CsvFault.h"
+#include "datafile/CsvScanner.h"
+#include "datafile/FaultIds.h"
 #include "datafile/FieldNames.h"
+#include "datafile/FileKind.h"
 #include "datafile/FileTables.h"
 #include "datafile/InputFile.h"
 #include "datafile/SpaceFault.h"
 #include "datafile/SqlQuoting.h"
+#include "datafile/StorageWords.h"
 #include "text/CodePage.h"
+#include "workbook/SheetCopy.h"
+#include "workbook/WorkbookFault.h"
 
 namespace {
 
@@ -51,9 +58,8 @@ constexpr std::array<Mark, 2> kMarks{
 
 constexpr std::string_view kSeparators = ",;\t|";
 constexpr const char* kIsoDate = "%Y-%m-%d";
-constexpr std::string_view kMarkOfUtf8 = "\xEF\xBB\xBF";
-constexpr std::size_t kJsonBlock = std::size_t{256} * 1024;
-constexpr int kDeepest = 100; ///< nesting of lists and objects in JSON
+/// The database accepts records of JSON up to this size without an option.
+constexpr std::size_t kUsualJsonRecord = std::size_t{8} << 20;
 /// A file with more columns than kWideDataset is written in groups of so many values, because the
 /// database holds a group of records in memory.
 constexpr std::size_t kValuesOfGroup = 20'000'000;
@@ -112,6 +118,30 @@ const char* typeOf(CFField::StorageType storage)
     }
 }
 
+/// The type of a column with values of one kind in a workbook.
+const char* typeOf(datafile::CsvKind kind)
+{
+    switch (kind) {
+    case datafile::CsvKind::Integer:
+        return typeOf(CFField::Integer);
+    case datafile::CsvKind::Real:
+        return typeOf(CFField::Real);
+    case datafile::CsvKind::Date:
+        return typeOf(CFField::Date);
+    case datafile::CsvKind::Time:
+        return typeOf(CFField::Time);
+    case datafile::CsvKind::Timestamp:
+        return typeOf(CFField::Timestamp);
+    default:
+        return typeOf(CFField::String);
+    }
+}
+
+const char* typeWordOf(const std::string& type)
+{
+    return datafile::typeWordOf(type == "BIGINT" ? CFField::Integer : CFField::Real);
+}
+
 /// The type to read a column with. A type without a counterpart among the storages is read as text.
 std::string readType(const std::string& found)
 {
@@ -138,14 +168,18 @@ std::string selected(const Column& column)
         return name + " AT TIME ZONE 'UTC'" + as;
     if (column.type == "UBIGINT" || column.type == "HUGEINT")
         return "CAST(" + name + " AS DOUBLE)" + as;
+    // A field with values of several kinds.
+    if (column.type == "JSON")
+        return "CASE json_type(" + name + ") WHEN 'VARCHAR' THEN " + name + " ->> '$' ELSE CAST(" +
+               name + " AS VARCHAR) END" + as;
     if (isNested(column.type))
         return "CAST(to_json(" + name + ") AS VARCHAR)" + as;
     return readType(column.type) == column.type ? name : "CAST(" + name + " AS VARCHAR)" + as;
 }
 
-/// An instance for records with very many columns. For each column of texts the database reserves
-/// some blocks of 256 KiB, though it hardly uses them. So this instance may take the usual share of
-/// the memory, unlike the host's.
+/// An instance for records with very many columns, or very long ones. For each column of texts the
+/// database reserves some blocks of 256 KiB, though it hardly uses them. So this instance may take
+/// the usual share of the memory, unlike the host's.
 class WideDatabase
 {
 public:
@@ -176,70 +210,71 @@ public:
         : _path(path), _form(form), _readable(path)
     {
         if (form.kind == TextImport::Kind::Json)
-            checkJson();
+            takeJson();
+        else if (form.kind == TextImport::Kind::Sheet)
+            takeSheet();
         else
             _mark = optionOfMark(_readable);
         if (!form.codePage.empty())
             convert();
-        if (separatorsInLine(_readable) > kWideDataset)
+        if (separatorsInLine(_readable) > kWideDataset || !_jsonLimit.empty())
             _wide.emplace();
         _connection = _wide ? _wide->connect() : connectToHostDatabase();
     }
 
     TextImported write(const std::string& target)
     {
-        const bool isJson = _form.kind == TextImport::Kind::Json;
-        const std::string from = isJson ? jsonTable() : separatedTable();
+        const std::string from = table();
         std::vector<std::string> list;
         for (const Column& column : _columns)
             list.push_back(selected(column));
         run("COPY (SELECT " + base::joined(list, ", ") + " FROM " + from + ") TO " +
-            quotedLiteral(target) + " (FORMAT parquet" + groupOption() + ")");
+            quotedLiteral(target) + " (FORMAT parquet" + groupOption() + modelOption() + ")");
         return std::move(_told);
     }
 
 private:
+    std::string table()
+    {
+        switch (_form.kind) {
+        case TextImport::Kind::Json:
+            return jsonTable();
+        case TextImport::Kind::Sheet:
+            return sheetTable();
+        default:
+            return separatedTable();
+        }
+    }
+
     void use(std::shared_ptr<datafile::ScratchFile> copy)
     {
         _copy = std::move(copy);
         _readable = _copy->path();
     }
 
-    /// The database's parser recurses for each level, and does not know the mark of UTF-8.
-    void checkJson()
+    void takeJson()
     {
-        const base::FileDescriptor source(open(_readable.c_str(), O_RDONLY | O_CLOEXEC));
-        if (!source)
-            failToRead(_path);
-        base::JsonNesting nesting(kDeepest);
-        std::shared_ptr<datafile::ScratchFile> copy;
-        std::string block(kJsonBlock, '\0');
-        bool isFirst = true;
-        ssize_t got = 0;
-        while ((got = source.readUpTo(block.data(), block.size())) > 0) {
-            _form.look();
-            std::string_view piece(block.data(), static_cast<std::size_t>(got));
-            if (std::exchange(isFirst, false)) {
-                if (piece.starts_with("\xff\xfe") || piece.starts_with("\xfe\xff"))
-                    throw CaseFileError(_path, ": the file is UTF-16; JSON must be UTF-8");
-                if (piece.starts_with(kMarkOfUtf8)) {
-                    piece.remove_prefix(kMarkOfUtf8.size());
-                    copy = std::make_shared<datafile::ScratchFile>(
-                        base::nativePath(hostToUtf8(GetVexaTempPath())));
-                }
-            }
-            if (!nesting.take(piece))
-                throw CaseFileError(_path, ": values are nested more than " +
-                                               std::to_string(kDeepest) + " levels deep");
-            if (copy && !copy->write(piece))
-                failToCopy(_path, "without its mark");
-        }
-        if (got < 0)
-            failToRead(_path);
-        if (copy) {
-            copy->rewind();
-            use(std::move(copy));
-        }
+        JsonText text = checkedJson(_readable, _form.look);
+        if (text.longestRecord > kUsualJsonRecord)
+            _jsonLimit = ", maximum_object_size = " + std::to_string(datafile::kLongestCsvRecord);
+        if (text.copy)
+            use(std::move(text.copy));
+    }
+
+    void takeSheet()
+    try {
+        SheetCopy sheet = copySheet(
+            _path, {_form.sheet, _form.hasHeader, _form.skippedLines, _form.missing, _form.look},
+            base::nativePath(hostToUtf8(GetVexaTempPath())));
+        for (std::size_t i = 0; i < sheet.kinds.size(); ++i)
+            _columns.push_back({sheet.names[i], typeOf(sheet.kinds[i])});
+        _told.impossibleDates = sheet.impossibleDates;
+        use(std::move(sheet.file));
+    } catch (const WorkbookFault& fault) {
+        throw CaseFileError(_path, std::string(": ") + fault.what());
+    } catch (const std::system_error& error) {
+        errno = error.code().value();
+        failToCopy(_path, "as text");
     }
 
     void convert()
@@ -268,7 +303,14 @@ private:
 
     [[noreturn]] void fail(const std::string& message) const
     {
-        if (datafile::csvLine(message) || datafile::spaceFaultIn(message) != nullptr)
+        const auto line = datafile::csvLine(message);
+        // The copy of a sheet has no names.
+        if (line && _form.kind == TextImport::Kind::Sheet)
+            throw CaseFileError(_path,
+                                ": record " + std::to_string(*line) + ": " +
+                                    datafile::csvParts(_path, *line, message).what,
+                                {}, datafile::faults::kBadRecord);
+        if (line || datafile::spaceFaultIn(message) != nullptr)
             throw errorTextOf(_path, {}, duck::QueryError(message));
         if (message.find("Out of Memory Error") != std::string::npos)
             throw CaseFileError(_path,
@@ -305,7 +347,7 @@ private:
         std::string table = "read_json(" + quotedLiteral(datafile::literalPath(_readable)) +
                             ", sample_size = -1, map_inference_threshold = -1, "
                             "field_appearance_threshold = 0" +
-                            _mark + ")";
+                            _jsonLimit + ")";
         duck::Result found = run("DESCRIBE SELECT * FROM " + table);
         for (std::size_t row = 0; row < found.rows(); ++row)
             _columns.push_back({found.text(0, row), found.text(1, row)});
@@ -313,6 +355,20 @@ private:
             throw CaseFileError(_path, ": the file has no records: neither an array of objects nor "
                                        "an object a line");
         return table;
+    }
+
+    /// The copy of the sheet has neither names nor other forms than those of the database. Its
+    /// records may lack fields at their ends.
+    std::string sheetTable()
+    {
+        nameColumns();
+        setTypes();
+        const std::string options =
+            ", header = false, quote = '\"', escape = '\"', delim = ',', nullstr = [''], "
+            "null_padding = true, parallel = false" +
+            datafile::csvLimits();
+        readValues(options);
+        return tableOf(options);
     }
 
     std::string separatedTable()
@@ -385,14 +441,22 @@ private:
             take(column);
     }
 
+    bool isBoolean(const Column& column) const
+    {
+        return std::ranges::find(_form.booleans, column.name) != _form.booleans.end();
+    }
+
     /// A column whose texts may have another form; nullopt if the database reads it.
     std::optional<TextColumn> textColumn(std::size_t index) const
     {
         const Column& column = _columns[index];
         const CFField::StorageType* const given = givenType(column);
-        TextColumn text{index, quotedIdentifier(column.name), {}, {}, {}};
+        TextColumn text{.index = index, .name = quotedIdentifier(column.name)};
         const bool isNumber = column.type == "BIGINT" || column.type == "DOUBLE";
-        if (given != nullptr && isNumber)
+        text.needsForm = isBoolean(column) || (given != nullptr && isNumber);
+        if (isBoolean(column))
+            text.forms = booleanForms(text.name);
+        else if (text.needsForm)
             text.forms = numberForms(text.name, column.type, _form);
         else if (_form.dateFormat.empty() &&
                  ((given == nullptr && column.type == "VARCHAR") ||
@@ -404,6 +468,13 @@ private:
     void take(const TextColumn& text)
     {
         Column& column = _columns[text.index];
+        if (text.misfit)
+            throw CaseFileError(
+                _path,
+                ": record " + std::to_string(text.misfit->record) + ": field \"" + column.name +
+                    "\": \"" + text.misfit->text + "\" is not " +
+                    (isBoolean(column) ? std::string(kBooleanWords) : typeWordOf(column.type)),
+                {}, datafile::faults::kBadRecord);
         column.value = text.chosen;
         if (text.isDayFirst)
             _told.dayFirst.push_back(column.name);
@@ -448,21 +519,44 @@ private:
 
     void setTypes()
     {
-        for (const auto& [name, storage] : _form.types) {
-            const auto column = std::find_if(
-                _columns.begin(), _columns.end(),
-                [&wanted = name](const Column& known) { return known.name == wanted; });
-            if (column == _columns.end())
-                throw CaseFileError(_path, ": there is no field \"" + name + "\"" +
-                                               base::suggestion(name, _columns, &Column::name));
-            column->type = typeOf(storage);
+        for (const auto& [name, storage] : _form.types)
+            columnNamed(name).type = typeOf(storage);
+        for (const std::string& name : _form.booleans)
+            columnNamed(name).type = typeOf(CFField::Integer);
+    }
+
+    Column& columnNamed(const std::string& name)
+    {
+        const auto column = std::ranges::find(_columns, name, &Column::name);
+        if (column == _columns.end())
+            throw CaseFileError(_path, ": there is no field \"" + name + "\"" +
+                                           base::suggestion(name, _columns, &Column::name));
+        return *column;
+    }
+
+    /// Describes the fields of true and false in the file.
+    std::string modelOption() const
+    {
+        if (_form.booleans.empty())
+            return {};
+        CFMetaData model;
+        for (const std::string& name : _form.booleans) {
+            CFField field(name, CFField::Flag, CFField::Integer);
+            field.SetValueLabels({CFValue(CFDatum(std::int64_t{0}), "false"),
+                                  CFValue(CFDatum(std::int64_t{1}), "true")});
+            model.AppendField(field);
         }
+        std::string xml;
+        model.ExportXMLDoc(xml);
+        return ", KV_METADATA {" + quotedLiteral(datafile::kDataModelKey) + ": " +
+               quotedLiteral(xml) + "}";
     }
 
     const std::string& _path;
     const TextImport& _form;
     std::string _readable; ///< the file, or its copy unpacked or in UTF-8
     const char* _mark = "";
+    std::string _jsonLimit;
     std::optional<WideDatabase> _wide;
     std::unique_ptr<duck::Connection> _connection;
     std::shared_ptr<datafile::ScratchFile> _copy;
