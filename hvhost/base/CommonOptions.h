@@ -28,6 +28,7 @@ struct InputOptions
     std::string encoding;      ///< of a csv file; empty: UTF-8
     std::string separator;     ///< of a csv file; empty: detected from its first line
     bool decimalComma = false; ///< the numbers of a csv file are written as 1.234,5
+    std::string sheet;         ///< of an xlsx file: its name or number; empty: the first one
     std::string userMissing;   ///< exclude or keep; empty: the default of the command
     std::string weight;        ///< a variable of the dataset; empty: the file's own
     // How a csv file is written; see TextImport.
@@ -40,7 +41,8 @@ struct InputOptions
     std::optional<long long> skippedLines;
     bool direct = false; ///< the engine itself reads the file
     bool served = false; ///< the host reads it and serves its cases
-    bool noHeader = false;
+    bool noHeader = false; ///< without both, the first record decides
+    bool header = false;
     std::optional<long long> first;     ///< read only this number of records
     std::optional<long long> maxErrors; ///< -1: any number
 };

@@ -19,52 +19,82 @@ struct FormOption
     bool isGiven;
     const char* name;
     DataKind kind;
+    bool isOfSheets = false; ///< sheets have it as well
 };
 
 std::vector<FormOption> formOptions(const InputOptions& form)
 {
-    return {{form.noHeader, "--no-header", DataKind::Csv},
+    return {{form.noHeader, "--no-header", DataKind::Csv, true},
+            {form.header, "--header", DataKind::Csv, true},
             {!form.encoding.empty(), "--encoding", DataKind::Csv},
             {!form.separator.empty(), "--separator", DataKind::Csv},
             {form.decimalComma, "--decimal-comma", DataKind::Csv},
-            {!form.missing.empty(), "--missing", DataKind::Csv},
-            {!form.types.empty(), "--type", DataKind::Csv},
+            {!form.missing.empty(), "--missing", DataKind::Csv, true},
+            {!form.types.empty(), "--type", DataKind::Csv, true},
             {!form.dateFormat.empty(), "--date-format", DataKind::Csv},
             {!form.thousands.empty(), "--thousands", DataKind::Csv},
             {!form.comment.empty(), "--comment", DataKind::Csv},
-            {form.skippedLines.has_value(), "--skip", DataKind::Csv},
+            {form.skippedLines.has_value(), "--skip", DataKind::Csv, true},
+            {!form.sheet.empty(), "--sheet", DataKind::Sheet},
             {!form.password.empty(), "--password", DataKind::Sav},
             {!form.passwordFile.empty(), "--password-file", DataKind::Sav}};
 }
 
+const char* articleOfKind(DataKind kind)
+{
+    return kind == DataKind::Csv ? "a csv" : kind == DataKind::Sav ? "a sav" : "an xlsx";
+}
+
 void refuseUseless(const InputOptions& form, const std::vector<DataKind>& kinds)
 {
-    for (const FormOption& option : formOptions(form))
-        if (option.isGiven && std::find(kinds.begin(), kinds.end(), option.kind) == kinds.end())
+    for (const FormOption& option : formOptions(form)) {
+        const bool hasEffect = std::ranges::any_of(kinds, [&](DataKind kind) {
+            return kind == option.kind || (option.isOfSheets && kind == DataKind::Sheet);
+        });
+        if (option.isGiven && !hasEffect)
             throw CommandFault(ExitStatus::Usage,
-                               std::string(option.name) + ": none of the files is a " +
-                                   (option.kind == DataKind::Csv ? "csv" : "sav") + " file",
+                               std::string(option.name) + ": none of the files is " +
+                                   articleOfKind(option.kind) + " file",
                                std::string("leave ") + option.name + " out");
+    }
+}
+
+InputOptions withoutCsvForm(InputOptions form)
+{
+    form.decimalComma = false;
+    form.encoding.clear();
+    form.separator.clear();
+    form.dateFormat.clear();
+    form.thousands.clear();
+    form.comment.clear();
+    return form;
 }
 
 InputOptions withoutTextForm(InputOptions form)
 {
-    form.noHeader = form.decimalComma = false;
-    form.encoding.clear();
-    form.separator.clear();
+    form = withoutCsvForm(std::move(form));
+    form.noHeader = form.header = false;
     form.missing.clear();
     form.types.clear();
-    form.dateFormat.clear();
-    form.thousands.clear();
-    form.comment.clear();
     form.skippedLines.reset();
+    form.sheet.clear();
+    return form;
+}
+
+InputOptions textFormFor(DataKind kind, InputOptions form)
+{
+    if (kind == DataKind::Sheet)
+        return withoutCsvForm(std::move(form));
+    if (kind != DataKind::Csv)
+        return withoutTextForm(std::move(form));
+    form.sheet.clear();
     return form;
 }
 
 /// The options that fit a file of this kind.
 InputOptions fittingForm(const CombineOptions& options, const std::string& path, DataKind kind)
 {
-    InputOptions form = kind == DataKind::Csv ? options.form : withoutTextForm(options.form);
+    InputOptions form = textFormFor(kind, options.form);
     form.path = path;
     if (kind != DataKind::Sav) {
         form.password.clear();

@@ -13,6 +13,7 @@
 #include "hvhost/describe/DescriptionShown.h"
 #include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
+#include "hvhost/input/TextReasonFault.h"
 #include "hvhost/job/HostSession.h"
 #include "hvhost/show/OutputShown.h"
 #include "hvhost/show/ShownResult.h"
@@ -66,8 +67,8 @@ DateColumns dateColumns(const Dataset& dataset, const std::vector<std::string>& 
         const int column = dataset.columnOf(name, origin);
         const CFField::StorageType storage = dataset.storageOf(column);
         if (storage == CFField::String)
-            throw CommandFault(ExitStatus::Usage,
-                               origin + ": this is a text, neither a date nor a number");
+            throw TextFieldFault(dataset.nameOf(column),
+                                 origin + ": this is a text, neither a date nor a number");
         const bool isDate = storage != CFField::Real && storage != CFField::Integer;
         if (!dates.columns.empty() && isDate != dates.areDates)
             throw CommandFault(ExitStatus::Usage,
@@ -268,6 +269,19 @@ void showOutput(Describing& describing, const Description& description, CaseGrou
     result.deliver([&](std::ostream& out) { writeOutput(*output.heading(), look, out); });
 }
 
+/// Warns of fields that pairs treat as categories because of a single text.
+void warnOfTexts(const InputFile& input, const std::vector<std::string>& names,
+                 HostSession& session)
+{
+    for (const datafile::TextReason& reason : input.textReasons())
+        if (std::ranges::find(names, reason.name) != names.end() &&
+            reason.cause != datafile::TextReason::Cause::Words) {
+            const std::string hint = reasonHint(reason, input);
+            session.warn(reasonText(reason) + ", so its values are compared as categories" +
+                         (hint.empty() ? "" : "; " + hint));
+        }
+}
+
 bool isForPrograms(const std::string& form)
 {
     return form == "csv" || form == "json";
@@ -290,10 +304,12 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
     Dataset& dataset = *input.dataset();
     if (!options.by.empty())
         dataset.setSplit(options.by);
-    const Question question(dataset, options);
+    const Question question = explainingTexts(input, [&] { return Question(dataset, options); });
     CaseGroups groups(dataset, question.columns(), watch);
     HostSession session("describe", common, watch, &groups.procedureData());
     session.introduce(input);
+    if (options.analyses.wantsPairs())
+        warnOfTexts(input, namesOf(dataset, question.columns()), session);
     if (options.printJob) {
         if (HVRawDataIterator* const cases = groups.next())
             std::cout << composeJob(question, *cases, !isForPrograms(form));

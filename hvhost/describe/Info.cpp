@@ -8,7 +8,6 @@
 #include <nlohmann/json.hpp>
 
 #include "CFDatum.h"
-#include "base/Utf8.h"
 #include "data/HVDataModel.h"
 #include "hvhost/base/CommandLog.h"
 #include "hvhost/base/InterruptWatch.h"
@@ -20,6 +19,7 @@
 #include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/MissingTexts.h"
+#include "hvhost/input/TextReasonFault.h"
 #include "hvhost/show/ResultTable.h"
 #include "hvhost/show/TextTable.h"
 #include "report/text/TerminalText.h"
@@ -33,15 +33,6 @@ using Json = nlohmann::ordered_json;
 constexpr const char* kLevels[] = {"unknown", "nominal", "ordinal", "scale"};
 constexpr const char* kRoles[] = {"input", "target", "both", "none", "partition"};
 constexpr int kInfoSchema = 1;
-constexpr std::size_t kMostShown = 60; ///< bytes of a value in a sentence
-
-/// The first characters of a value, for a sentence.
-std::string beginOf(const std::string& text)
-{
-    if (text.size() <= kMostShown)
-        return text;
-    return text.substr(0, base::wholeCharacters(text, kMostShown)) + "…";
-}
 
 std::string utf8(const std::string& text)
 {
@@ -210,8 +201,9 @@ public:
         for (const VariableFacts& variable : _variables)
             json["variables"].push_back(variable.json());
         for (const datafile::TextReason& reason : _textReasons)
-            json["variables"][reason.column]["textBecauseOf"] = {{"value", reason.text},
-                                                                 {"line", reason.line}};
+            json["variables"][reason.column]["textBecauseOf"] =
+                reason.line > 0 ? Json{{"value", reason.text}, {"line", reason.line}}
+                                : Json{{"value", reason.text}, {"record", reason.record}};
         return json;
     }
 
@@ -235,12 +227,11 @@ public:
                 std::cout << "  " << shown << '\n';
     }
 
-    void printTextReasons() const
+    void printTextReasons(const InputFile& input) const
     {
         for (const datafile::TextReason& reason : _textReasons)
-            std::cout << terminalText(reason.name) << " is text because of \""
-                      << terminalText(beginOf(reason.text)) << "\" on line " << reason.line
-                      << "; if that is a missing value, --missing names it\n";
+            std::cout << terminalText(reasonText(reason) + "; " + reasonHint(reason, input))
+                      << '\n';
     }
 
     /// Leaves out columns that are empty for all variables.
@@ -321,6 +312,6 @@ void info(const InfoOptions& options, const CommonOptions& common)
         facts.printHead(options.input.path == kStandardStream ? "standard input"
                                                               : options.input.path);
         printTable(facts.table(), look, std::cout);
-        facts.printTextReasons();
+        facts.printTextReasons(input);
     }
 }

@@ -18,6 +18,7 @@
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/KeptMissing.h"
 #include "hvhost/input/TextForm.h"
+#include "hvhost/input/TextReasonFault.h"
 #include "hvl/HVLRead.h"
 #include "hvl/HVLWrite.h"
 #include "support/HVSimpleFile.h"
@@ -72,7 +73,8 @@ GivenText givenText(const InputOptions& options)
     return {.separator = options.separator.empty() ? '\0' : separatorOf(options.separator),
             .comment = options.comment.empty() ? '\0' : options.comment.front(),
             .skipped = static_cast<std::uint64_t>(options.skippedLines.value_or(0)),
-            .hasHeader = !options.noHeader};
+            .hasHeader =
+                options.noHeader || options.header ? std::optional(options.header) : std::nullopt};
 }
 
 /// What the file itself declares that only the host heeds; empty if nothing.
@@ -95,7 +97,8 @@ std::vector<std::string> fieldNames(const CFMetaData& model)
 
 InputFile::InputFile(const InputOptions& options, FileOptions offered, const InterruptWatch& watch,
                      Reader reader)
-    : _options(options), _watch(watch), _offered(offered), _file(options.path, watch),
+    : _options(options), _watch(watch), _offered(offered),
+      _file(options.path, watch, FileParts::Accepted),
       _password(readPassword(options.password, options.passwordFile, watch)), _kind(unpackedKind()),
       _hasFormOptions(!options.kindOption.empty())
 {
@@ -103,6 +106,7 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
     if (_kind == DataKind::Csv) {
         _head = textHead(_file.path(), givenText(options));
         _form = {_head.dialect.separator, _options.decimalComma};
+        _options.noHeader = !_head.hasHeader;
     }
     if (needsImport())
         import();
@@ -113,7 +117,7 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
     } else {
         _dataset = _known ? std::move(_known) : openDataset();
         if (!_options.weight.empty())
-            _dataset->setWeight(_options.weight);
+            explainingTexts(*this, [this] { _dataset->setWeight(_options.weight); });
     }
     if (!_dataset && _options.userMissing == "keep")
         keepMissing();
@@ -180,7 +184,7 @@ std::vector<std::string> InputFile::doubts() const
     std::vector<std::string> all;
     for (const TextDoubt& doubt : _head.doubts)
         all.push_back(_file.name() + ": " + doubt.what +
-                      (_hasFormOptions ? "; " + doubt.remedy : ""));
+                      (_hasFormOptions && !doubt.remedy.empty() ? "; " + doubt.remedy : ""));
     return all;
 }
 
@@ -203,7 +207,7 @@ InputFile::~InputFile() = default;
 bool InputFile::needsImport() const
 {
     const bool isText = _kind == DataKind::Csv;
-    return _kind == DataKind::Json ||
+    return _kind == DataKind::Json || _kind == DataKind::Sheet ||
            (isText &&
             (!_options.missing.empty() || !_options.types.empty() || !_options.dateFormat.empty() ||
              !_options.thousands.empty() || !_options.comment.empty() || _options.skippedLines ||
@@ -223,22 +227,31 @@ bool InputFile::hasDictionary() const
     return _kind != DataKind::Csv && !_isImported;
 }
 
+/// The same records in another kind of file.
+std::unique_ptr<HVSimpleFile> InputFile::imported(std::vector<TextDoubt>& doubts) const
+{
+    auto records = std::make_unique<HVSimpleFile>("records.hvbf", false, true);
+    {
+        const InterruptWatch::Abandonable abandonable(_watch);
+        doubts = importText(_file, textImport(_options, _kind, _head, _watch),
+                            nativePath(records->GetGenericPath()), _options.kindOption);
+    }
+    _watch.check();
+    return records;
+}
+
 /// Replaces the file by the same records in another kind.
 void InputFile::import()
 {
     if (_options.maxErrors)
         throw CommandFault(ExitStatus::Usage,
                            "--max-errors: only a plain csv file is read without its bad records");
-    auto records = std::make_unique<HVSimpleFile>("records.hvbf", false, true);
-    {
-        const InterruptWatch::Abandonable abandonable(_watch);
-        const auto doubts = importText(_file, textImport(_options, _kind, _head, _watch),
-                                       nativePath(records->GetGenericPath()), _options.kindOption);
-        _head.doubts.insert(_head.doubts.end(), doubts.begin(), doubts.end());
-    }
-    _watch.check();
-    _file.replaceBy(std::move(records));
+    std::vector<TextDoubt> doubts;
+    _file.replaceBy(imported(doubts));
+    _head.doubts.insert(_head.doubts.end(), doubts.begin(), doubts.end());
     _isImported = true;
+    if (_kind == DataKind::Json)
+        _hasFormOptions = false; // they are for separated fields and sheets
     _kind = DataKind::Hvbf;
     _form = {};
     _options.encoding.clear();
@@ -265,26 +278,37 @@ void InputFile::refuseForEngine() const
 /// Rejects options that would have no effect, so that the user does not rely on them.
 void InputFile::refuseOptions() const
 {
+    if (_file.hasParts() && _kind != DataKind::Hvbf)
+        throw CommandFault(ExitStatus::Usage,
+                           _options.path + ": only Parquet files are read as a folder or by a "
+                                           "pattern",
+                           "hvhost append FILE FILE... OUT joins files of other kinds");
     refusePassword(_options.path, _kind, _password, "--password");
-    if (_kind == DataKind::Csv)
-        return;
-    const auto refuse = [this](bool given, const char* option) {
+    const bool isCsv = _kind == DataKind::Csv;
+    const bool isSheet = _kind == DataKind::Sheet;
+    const auto refuse = [this](bool given, const std::string& option, const char* kind) {
         if (given)
             throw CommandFault(ExitStatus::Usage,
-                               std::string(option) + ": " + _options.path + " is not a csv file",
-                               std::string("leave ") + option + " out, or choose the kind csv");
+                               option + ": " + _options.path + " is not " + kind + " file",
+                               "leave " + option + " out, or choose another kind");
     };
-    refuse(_options.noHeader, "--no-header");
-    refuse(!_options.encoding.empty(), "--encoding");
-    refuse(!_options.separator.empty(), "--separator");
-    refuse(_options.decimalComma, "--decimal-comma");
-    refuse(!_options.missing.empty(), _options.missingOption.c_str());
-    refuse(!_options.types.empty(), "--type");
-    refuse(!_options.dateFormat.empty(), "--date-format");
-    refuse(!_options.thousands.empty(), "--thousands");
-    refuse(!_options.comment.empty(), "--comment");
-    refuse(_options.skippedLines.has_value(), "--skip");
-    refuse(_options.maxErrors.has_value(), "--max-errors");
+    refuse(!isSheet && !_options.sheet.empty(), "--sheet", "an xlsx");
+    if (isCsv)
+        return;
+    refuse(!_options.encoding.empty(), "--encoding", "a csv");
+    refuse(!_options.separator.empty(), "--separator", "a csv");
+    refuse(_options.decimalComma, "--decimal-comma", "a csv");
+    refuse(!_options.dateFormat.empty(), "--date-format", "a csv");
+    refuse(!_options.thousands.empty(), "--thousands", "a csv");
+    refuse(!_options.comment.empty(), "--comment", "a csv");
+    refuse(_options.maxErrors.has_value(), "--max-errors", "a csv");
+    if (isSheet)
+        return;
+    refuse(_options.noHeader, "--no-header", "a csv or xlsx");
+    refuse(_options.header, "--header", "a csv or xlsx");
+    refuse(!_options.missing.empty(), _options.missingOption, "a csv or xlsx");
+    refuse(!_options.types.empty(), "--type", "a csv or xlsx");
+    refuse(_options.skippedLines.has_value(), "--skip", "a csv or xlsx");
 }
 
 /// A csv file without a document declares nothing. The engine rejects an invalid document.
@@ -355,12 +379,19 @@ std::vector<std::string> InputFile::namesForEngine() const
 
 std::vector<datafile::TextReason> InputFile::textReasons() const
 {
-    if (_kind != DataKind::Csv || !_form.isPlain() || !_options.encoding.empty())
-        return {};
-    return datafile::textReasons(_file.path(), !_options.noHeader, [this] {
+    const auto goOn = [this] {
         _watch.check();
         return true;
-    });
+    };
+    if (_isImported)
+        return datafile::textReasonsOfParquet(_file.path(), goOn);
+    if (_kind != DataKind::Csv)
+        return {};
+    if (_form.isPlain() && _options.encoding.empty())
+        return datafile::textReasons(_file.path(), !_options.noHeader, goOn);
+    std::vector<TextDoubt> doubts;
+    const auto records = imported(doubts);
+    return datafile::textReasonsOfParquet(nativePath(records->GetGenericPath()), goOn);
 }
 
 HVStatDataIterator* InputFile::rows() const
@@ -413,7 +444,8 @@ void InputFile::configureFile(HVLRead& read) const
         read.ReadSAV(url, _password);
         break;
     case DataKind::Hvbf:
-    case DataKind::Json: // it was imported
+    case DataKind::Json: // these were imported
+    case DataKind::Sheet:
         read.ReadHVBF(url);
         break;
     }
@@ -463,7 +495,8 @@ void OutputFile::configure(HVLWrite& write) const
         write.WriteSAV(url, _password);
         break;
     case DataKind::Hvbf:
-    case DataKind::Json: // no output has this kind
+    case DataKind::Json: // no output has these kinds
+    case DataKind::Sheet:
         write.WriteHVBF(url);
         break;
     }

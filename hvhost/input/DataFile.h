@@ -73,9 +73,13 @@ public:
     /// it cannot be opened here; the engine then reports the reason. Opens such a file. Throws what
     /// the watch throws.
     std::vector<std::string> names() const;
-    /// Why fields of a plain csv file are texts; see datafile::textReasons. Throws what the watch
-    /// throws.
+    /// Why fields of a file of text are texts; see datafile::textReasons. Reads the file again.
+    /// Throws Fault, QueryError, and what the watch throws.
     std::vector<datafile::TextReason> textReasons() const;
+    /// Whether the command has options for the form of a text.
+    bool hasFormOptions() const { return _hasFormOptions; }
+    /// The option for texts that are missing values.
+    const std::string& missingOption() const { return _options.missingOption; }
     /// Who reads the file, and why, and how its text was understood, for the user.
     std::vector<std::string> notes() const;
     /// What may be wrong in the reading of the text, for the user.
@@ -90,6 +94,7 @@ private:
     bool isImportedByHead() const;
     bool hasDictionary() const;
     void import();
+    std::unique_ptr<HVSimpleFile> imported(std::vector<TextDoubt>& doubts) const;
     void refuseForEngine() const;
     bool isReadByHost(Reader reader);
     std::string hostReason() const;

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "base/AsciiText.h"
+#include "datafile/ParquetParts.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/StandardStreams.h"
 
@@ -43,6 +44,8 @@ DataKind kindOfContent(const std::string& path)
     const std::string bytes = firstBytes(path);
     if (bytes.starts_with("PAR1"))
         return DataKind::Hvbf;
+    if (bytes.starts_with("PK\x03\x04"))
+        return DataKind::Sheet;
     const std::size_t begin = bytes.find_first_not_of(" \t\r\n");
     const bool isJson = begin != std::string::npos && (bytes[begin] == '{' || bytes[begin] == '[');
     return isJson ? DataKind::Json : DataKind::Csv;
@@ -75,6 +78,8 @@ DataKind inputKind(const std::string& word, const std::string& path, const std::
         extension = extensionOf(std::filesystem::path(path).stem().string());
     if (const auto kind = kindOfWord(word.empty() ? extension : word, kDataKinds.size()))
         return *kind;
+    if (word.empty() && datafile::hasParts(path))
+        return DataKind::Hvbf;
     std::error_code error;
     if (word.empty() && extension.empty() && !std::filesystem::is_regular_file(path, error))
         return kindOfContent(content);

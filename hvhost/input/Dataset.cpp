@@ -17,6 +17,7 @@
 #include "hvhost/input/KeptMissing.h"
 #include "hvhost/input/NameLookup.h"
 #include "hvhost/input/ServedField.h"
+#include "hvhost/input/TextReasonFault.h"
 #include "hvl/HVLUpdateDataModel.h"
 #include "support/Paths.h"
 #include "support/Transcoding.h"
@@ -223,9 +224,12 @@ void Dataset::setWeight(const std::string& name)
 {
     const std::string origin = "--weight " + name;
     const int column = columnOf(name, origin);
+    const std::string problem =
+        origin + ": a weight is a number, and this is a " + WordOf(storageOf(column));
+    if (storageOf(column) == CFField::String)
+        throw TextFieldFault(nameOf(column), problem);
     if (storageOf(column) != CFField::Real)
-        throw CommandFault(ExitStatus::Usage, origin + ": a weight is a number, and this is a " +
-                                                  WordOf(storageOf(column)));
+        throw CommandFault(ExitStatus::Usage, problem);
     _weight = column;
 }
 

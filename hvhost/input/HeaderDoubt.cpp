@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "datafile/CsvValue.h"
@@ -15,7 +16,8 @@ using datafile::CsvKind;
 
 constexpr int kFirstYear = 1800;
 constexpr int kLastYear = 2200;
-constexpr std::size_t kMostQuoted = 40; ///< bytes of a value in a sentence
+constexpr std::size_t kFewestNumbered = 3; ///< columns
+constexpr std::size_t kMostQuoted = 40;    ///< bytes of a value in a sentence
 
 bool isTyped(CsvKind kind)
 {
@@ -62,6 +64,26 @@ bool areYears(const HeadRecords& head, const std::vector<std::size_t>& columns)
             yearOf(head.records[i][columns.front()].text) == 0)
             return columns.size() > 1;
     return false;
+}
+
+/// Whether the fields are the numbers from 0 or 1 on, as some programs name columns. An empty first
+/// field is the name of their index.
+bool areNumbered(const HeadRecords::Record& record)
+{
+    const std::size_t begin = record.front().text.empty() ? 1 : 0;
+    if (record.size() < begin + kFewestNumbered)
+        return false;
+    int next = -1;
+    for (std::size_t i = begin; i < record.size(); ++i) {
+        int number = -1;
+        const std::string_view text = record[i].text;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        const bool isNext = next < 0 ? number == 0 || number == 1 : number == next;
+        if (error != std::errc() || end != text.data() + text.size() || !isNext)
+            return false;
+        next = number + 1;
+    }
+    return true;
 }
 
 std::string sentence(const CsvField& field, const char* reason)
@@ -120,12 +142,15 @@ std::string doubtOfTexts(const HeadRecords& head)
 
 } // namespace
 
-std::string headerDoubt(const HeadRecords& head)
+HeaderDoubt headerDoubt(const HeadRecords& head)
 {
     if (head.records.empty())
         return {};
     const std::vector<std::size_t> columns = typedColumns(head);
-    if (!columns.empty())
-        return doubtOfTypes(head, columns);
-    return head.records.size() > 1 ? doubtOfTexts(head) : std::string();
+    if (!columns.empty()) {
+        std::string reason = doubtOfTypes(head, columns);
+        const bool isData = !reason.empty() && !areNumbered(head.records.front());
+        return {std::move(reason), isData};
+    }
+    return {head.records.size() > 1 ? doubtOfTexts(head) : std::string(), false};
 }

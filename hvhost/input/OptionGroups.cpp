@@ -15,14 +15,14 @@ void addTextForm(CLI::App& app, InputOptions& options)
         return app.add_option(name, value, purpose)->group("Input");
     };
     add(options.missingOption.c_str(), options.missing,
-        "Texts of a csv file that are missing values, as in\nNA,N/A")
+        "Texts of a csv or xlsx file that are missing values,\nas in NA,N/A")
         ->type_name("TEXT")
         ->delimiter(',')
         ->check(notEmpty())
         ->allow_extra_args(false);
     add("--type", options.types,
-        "The type of a field of a csv file: text, integer,\nreal, date, time or timestamp; "
-        "repeatable")
+        "The type of a field of a csv or xlsx file: text,\ninteger, real, boolean, date, time or "
+        "timestamp;\nrepeatable")
         ->type_name("NAME=TYPE")
         ->check(notEmpty())
         ->allow_extra_args(false);
@@ -36,7 +36,8 @@ void addTextForm(CLI::App& app, InputOptions& options)
     add("--comment", options.comment, "Lines of a csv file that begin with it are ignored")
         ->type_name("CHARACTER")
         ->check(oneCharacter());
-    add("--skip", options.skippedLines, "Ignore the first N lines of a csv file")
+    add("--skip", options.skippedLines,
+        "Ignore the first N lines of a csv file, or rows of a\nsheet")
         ->type_name("N")
         ->check(wholeNumberFrom(0));
 }
@@ -77,8 +78,17 @@ void addForm(CLI::App& app, InputOptions& options)
     app.add_flag("--decimal-comma", options.decimalComma,
                  "Numbers of a csv file are written as 1.234,5")
         ->group("Input");
-    app.add_flag("--no-header", options.noHeader, "A csv file without a line of names")
-        ->group("Input");
+    CLI::Option* const none =
+        app.add_flag("--no-header", options.noHeader, "A csv or xlsx file without a line of names")
+            ->group("Input");
+    app.add_flag("--header", options.header,
+                 "The first line has the names, also if it looks like\ndata")
+        ->group("Input")
+        ->excludes(none);
+    add("--sheet", options.sheet,
+        "The name or the number of a sheet of an xlsx file; by\ndefault the first one")
+        ->type_name("SHEET")
+        ->check(notEmpty());
     addTextForm(app, options);
 }
 

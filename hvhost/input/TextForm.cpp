@@ -1,5 +1,6 @@
 #include "hvhost/input/TextForm.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -22,14 +23,24 @@ constexpr std::array<std::pair<std::string_view, CFField::StorageType>, 6> kType
      {"time", CFField::Time},
      {"timestamp", CFField::Timestamp}}};
 
-std::pair<std::string, CFField::StorageType> typeOf(const std::string& option)
+constexpr std::string_view kBoolean = "boolean";
+
+/// Adds the type of a field.
+void addType(const std::string& option, TextImport& form)
 {
     const std::size_t equals = option.rfind('=');
-    for (const auto& [word, storage] : kTypes)
-        if (equals != std::string::npos && equals > 0 && option.substr(equals + 1) == word)
-            return {option.substr(0, equals), storage};
-    throw CommandFault(ExitStatus::Usage, "--type " + option + ": no NAME=TYPE",
-                       "the types are text, integer, real, date, time and timestamp");
+    const bool hasName = equals != std::string::npos && equals > 0;
+    const std::string name = option.substr(0, hasName ? equals : 0);
+    const std::string type = hasName ? option.substr(equals + 1) : std::string();
+    const auto known =
+        std::ranges::find(kTypes, type, &std::pair<std::string_view, CFField::StorageType>::first);
+    if (type == kBoolean)
+        form.booleans.push_back(name);
+    else if (known != kTypes.end())
+        form.types.emplace_back(name, known->second);
+    else
+        throw CommandFault(ExitStatus::Usage, "--type " + option + ": no NAME=TYPE",
+                           "the types are text, integer, real, boolean, date, time and timestamp");
 }
 
 constexpr const char* kConversionHint =
@@ -58,11 +69,20 @@ TextImport textImport(const InputOptions& options, DataKind kind, const TextHead
         result.kind = TextImport::Kind::Json;
         return result;
     }
+    result.hasHeader = !options.noHeader;
+    result.missing = options.missing;
+    for (const std::string& type : options.types)
+        addType(type, result);
+    if (kind == DataKind::Sheet) {
+        result.kind = TextImport::Kind::Sheet;
+        result.sheet = options.sheet;
+        result.skippedLines = static_cast<std::uint64_t>(options.skippedLines.value_or(0));
+        return result;
+    }
     result.codePage = options.encoding;
     result.separator = head.dialect.separator;
     result.quote = head.dialect.quote;
     result.escape = head.dialect.escape;
-    result.hasHeader = !options.noHeader;
     result.decimalComma = options.decimalComma;
     result.thousands = characterOf(options.thousands);
     result.comment = options.comment.empty() ? head.dialect.comment : characterOf(options.comment);
@@ -72,9 +92,6 @@ TextImport textImport(const InputOptions& options, DataKind kind, const TextHead
     refuseEqual(result.comment, head.dialect.separator, "--comment", "the separator");
     result.skippedLines = static_cast<std::uint64_t>(options.skippedLines.value_or(0)) +
                           head.skipped + head.blankLines;
-    result.missing = options.missing;
-    for (const std::string& type : options.types)
-        result.types.push_back(typeOf(type));
     result.dateFormat = options.dateFormat;
     return result;
 }
@@ -92,6 +109,11 @@ try {
         doubts.push_back({base::joined(told.yearUnclear, ", ") +
                               ": dates with years of two digits were read as texts",
                           "--date-format reads them, as in %d.%m.%y"});
+    if (told.impossibleDates > 0)
+        doubts.push_back({std::to_string(told.impossibleDates) +
+                              (told.impossibleDates == 1 ? " number has" : " numbers have") +
+                              " a format of dates, and no such dates exist; they are missing",
+                          ""});
     return doubts;
 } catch (const ErrorText& error) {
     const CommandFault fault = inputFault(error, file, {}, kindOption);

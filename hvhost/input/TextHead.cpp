@@ -134,16 +134,30 @@ public:
         if (!findRegular())
             useFirstLine();
         const HeadRecords head = split(_head.dialect);
-        if (_given.hasHeader)
-            if (const std::string doubt = headerDoubt(head); !doubt.empty())
-                _head.doubts.push_back({"the first record may not be names: " + doubt,
-                                        "--no-header reads it as a record"});
-        _head.hasOtherDates = hasOtherDates(head, _given.hasHeader);
+        judgeFirstRecord(head);
+        _head.hasOtherDates = hasOtherDates(head, _head.hasHeader);
         _head.blankLines = blankLines(withoutLines(_text, _head.skipped));
         return _head;
     }
 
 private:
+    void judgeFirstRecord(const HeadRecords& head)
+    {
+        _head.hasHeader = _given.hasHeader.value_or(true);
+        if (_given.hasHeader)
+            return;
+        const HeaderDoubt doubt = headerDoubt(head);
+        if (doubt.isData) {
+            _head.hasHeader = false;
+            _head.doubts.push_back(
+                {"the first record is read as data, not as names: " + doubt.reason,
+                 "--header reads it as names, and --no-header as data"});
+        } else if (!doubt.reason.empty()) {
+            _head.doubts.push_back({"the first record may not be names: " + doubt.reason,
+                                    "--no-header reads it as a record, and --header as names"});
+        }
+    }
+
     HeadRecords split(const TextDialect& dialect) const
     {
         return headRecords(withoutLines(_text, _head.skipped), dialect, kMostRecords,
@@ -249,7 +263,7 @@ private:
     {
         const HeadRecords head = split(_head.dialect);
         return head.records.size() > 1 &&
-               (isAfterBlank || (hasTypedColumn(head) && headerDoubt(head).empty()));
+               (isAfterBlank || (hasTypedColumn(head) && headerDoubt(head).reason.empty()));
     }
 
     /// Some line is wrong or a text. The first line decides.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,8 +12,8 @@ struct GivenText
 {
     char separator = '\0';
     char comment = '\0';
-    std::uint64_t skipped = 0; ///< lines
-    bool hasHeader = true;
+    std::uint64_t skipped = 0;     ///< lines
+    std::optional<bool> hasHeader; ///< empty: the first record decides
 };
 
 /// Something that may be wrong in the reading of a text file, and the option that mends it.
@@ -30,6 +31,7 @@ struct TextHead
     TextDialect dialect;
     std::uint64_t skipped = 0;      ///< lines above the names
     std::uint64_t blankLines = 0;   ///< after those, above the names
+    bool hasHeader = true;          ///< whether the first record has the names
     bool hasOtherDates = false;     ///< dates and times that only TextImport knows
     std::vector<std::string> notes; ///< what was found, for a user who asks
     std::vector<TextDoubt> doubts;  ///< what may be wrong, for each user

@@ -1,30 +1,85 @@
 #include "hvhost/input/TextReasonFault.h"
 
-#include <string>
+#include <functional>
 #include <string_view>
 
+#include "base/Utf8.h"
+#include "datafile/Duck.h"
 #include "datafile/Fault.h"
 #include "hvhost/input/DataFile.h"
 
 namespace {
 
-constexpr std::size_t kLongestValue = 60;
+using datafile::TextReason;
 
-} // namespace
+constexpr std::size_t kMostShown = 60; ///< bytes of a value in a sentence
 
-CommandFault withTextReason(const CommandFault& fault, const InputFile& input)
+std::string shownValue(const TextReason& reason)
+{
+    if (reason.text.size() <= kMostShown)
+        return '"' + reason.text + '"';
+    return '"' + reason.text.substr(0, base::wholeCharacters(reason.text, kMostShown)) + "…\"";
+}
+
+/// Adds the reason of the first field that `isMeant` accepts.
+CommandFault explained(const CommandFault& fault, const InputFile& input,
+                       const std::function<bool(const std::string&)>& isMeant)
 try {
-    const std::string text = fault.what();
-    if (!text.ends_with(" needs a number"))
-        return fault;
-    for (const datafile::TextReason& reason : input.textReasons())
-        if (text.find('"' + reason.name + '"') != std::string::npos &&
-            reason.text.size() <= kLongestValue)
-            return {fault.status(),
-                    text + ": " + reason.name + " is text because of \"" + reason.text +
-                        "\" on line " + std::to_string(reason.line),
-                    "if that is a missing value, --missing names it", fault.detail()};
+    for (const TextReason& reason : input.textReasons())
+        if (isMeant(reason.name)) {
+            const std::string hint = reasonHint(reason, input);
+            return {fault.status(), std::string(fault.what()) + ": " + reasonText(reason),
+                    hint.empty() ? fault.hint() : hint, fault.detail()};
+        }
     return fault;
 } catch (const datafile::Fault&) {
     return fault; // the file cannot be read a second time
+} catch (const datafile::duck::QueryError&) {
+    return fault;
+}
+
+} // namespace
+
+std::string reasonText(const TextReason& reason)
+{
+    const std::string place = reason.line > 0 ? " on line " + std::to_string(reason.line)
+                                              : " in record " + std::to_string(reason.record);
+    switch (reason.cause) {
+    case TextReason::Cause::Sign:
+        return reason.name + " is text because of the sign in " + shownValue(reason) + place;
+    case TextReason::Cause::Words:
+        return reason.name + " is text, and all its values are words such as " +
+               shownValue(reason) + place;
+    default:
+        return reason.name + " is text because of " + shownValue(reason) + place;
+    }
+}
+
+std::string reasonHint(const TextReason& reason, const InputFile& input)
+{
+    if (!input.hasFormOptions())
+        return {};
+    switch (reason.cause) {
+    case TextReason::Cause::Sign:
+        return "--type " + reason.name + "=real reads numbers with such signs";
+    case TextReason::Cause::Words:
+        return "--type " + reason.name + "=boolean reads them as 1 and 0";
+    default:
+        return "if that is a missing value, " + input.missingOption() + " names it";
+    }
+}
+
+CommandFault withTextReason(const CommandFault& fault, const InputFile& input)
+{
+    const std::string text = fault.what();
+    if (!text.ends_with(" needs a number"))
+        return fault;
+    return explained(fault, input, [&](const std::string& name) {
+        return text.find('"' + name + '"') != std::string::npos;
+    });
+}
+
+CommandFault withTextReason(const TextFieldFault& fault, const InputFile& input)
+{
+    return explained(fault, input, [&](const std::string& name) { return name == fault.field(); });
 }

@@ -15,6 +15,7 @@
 #include "hvhost/input/FieldTypes.h"
 #include "hvhost/input/KnownDataset.h"
 #include "hvhost/input/NameLookup.h"
+#include "hvhost/input/TextReasonFault.h"
 #include "hvhost/map/MapFields.h"
 #include "hvhost/map/MapSession.h"
 #include "hvhost/show/ResultTable.h"
@@ -64,10 +65,13 @@ void refuseTypes(const std::string& option, CFField::StorageType ofMap, const Da
                  const std::string& variable)
 {
     const CFField::StorageType ofData = dataset.storageOf(dataset.columnOf(variable, option));
-    if (!areComparable(ofMap, ofData))
-        throw CommandFault(ExitStatus::Usage, option + ": it is " + nounOf(ofMap) +
-                                                  " in the map and " + nounOf(ofData) +
-                                                  " in the data");
+    if (areComparable(ofMap, ofData))
+        return;
+    const std::string problem =
+        option + ": it is " + nounOf(ofMap) + " in the map and " + nounOf(ofData) + " in the data";
+    if (ofData == CFField::String)
+        throw TextFieldFault(variable, problem);
+    throw CommandFault(ExitStatus::Usage, problem);
 }
 
 /// Replaces the user's names of the map's fields by the map's own. `options` are the texts that
@@ -159,7 +163,8 @@ void mapMatch(const MapMatchOptions& options, const CommonOptions& common)
         addKey(key, *input.dataset(), ofMap, ofData);
     MapSession session("match", common, watch);
     session.host().introduce(input);
-    findFields(session, map, options.keys, *input.dataset(), ofMap, ofData);
+    explainingTexts(
+        input, [&] { findFields(session, map, options.keys, *input.dataset(), ofMap, ofData); });
     const KnownDataset known(*input.dataset());
     JobOrigin origin = map.origin();
     for (const JobOrigin::File& file : input.origin().inputs)

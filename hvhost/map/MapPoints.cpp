@@ -6,6 +6,7 @@
 #include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/KnownDataset.h"
+#include "hvhost/input/TextReasonFault.h"
 #include "hvhost/map/GeoJsonOutput.h"
 #include "hvhost/map/MapSession.h"
 
@@ -17,7 +18,8 @@ std::string coordinate(const Dataset& dataset, const char* option, const std::st
     const std::string origin = std::string(option) + " " + name;
     const int column = dataset.columnOf(name, origin);
     if (dataset.storageOf(column) == CFField::String)
-        throw CommandFault(ExitStatus::Usage, origin + ": a coordinate is a number, not a text");
+        throw TextFieldFault(dataset.nameOf(column),
+                             origin + ": a coordinate is a number, not a text");
     return dataset.source().GetVariable(column).GetName();
 }
 
@@ -30,10 +32,12 @@ void mapPoints(const MapPointsOptions& options, const CommonOptions& common)
     refuseTargetOfPlane(options.result, isPlane);
     const InputFile input(options.input, FileOptions::None, watch);
     const Dataset& dataset = *input.dataset();
-    std::vector<std::string> fields = {coordinate(dataset, "--x", options.x),
-                                       coordinate(dataset, "--y", options.y)};
-    if (!options.z.empty())
-        fields.push_back(coordinate(dataset, "--z", options.z));
+    std::vector<std::string> fields;
+    explainingTexts(input, [&] {
+        fields = {coordinate(dataset, "--x", options.x), coordinate(dataset, "--y", options.y)};
+        if (!options.z.empty())
+            fields.push_back(coordinate(dataset, "--z", options.z));
+    });
     const GeoJsonOutput output(options.result, watch);
     MapSession session("points", common, watch);
     session.host().introduce(input);

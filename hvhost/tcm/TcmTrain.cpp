@@ -9,6 +9,7 @@
 #include "hvhost/base/OutputPath.h"
 #include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
+#include "hvhost/input/TextReasonFault.h"
 #include "hvhost/job/HostSession.h"
 #include "hvhost/tcm/TrainingOptions.h"
 #include "runner/HVRunner.h"
@@ -42,7 +43,8 @@ void tcmTrain(const TcmTrainOptions& options, const CommonOptions& common)
     const std::string path = outputPath(options.output, options.force);
     InputFile input(options.input, FileOptions::Offered, watch);
     const Dataset& dataset = *input.dataset();
-    std::vector<int> columns = trainingColumns(options, dataset);
+    std::vector<int> columns =
+        explainingTexts(input, [&] { return trainingColumns(options, dataset); });
     // In the order of the file, as a viewer reads the fields when it replays the preparation.
     std::ranges::sort(columns);
     HostSession session("tcm train", common, watch);

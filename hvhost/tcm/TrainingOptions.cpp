@@ -10,6 +10,7 @@
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/Text.h"
 #include "hvhost/input/Dataset.h"
+#include "hvhost/input/TextReasonFault.h"
 #include "hvhost/tcm/SeriesText.h"
 #include "tcm/HVTemporalTraining.h"
 
@@ -230,8 +231,9 @@ std::vector<int> trainingColumns(const TcmTrainOptions& options, const Dataset& 
     add(options.metrics, "--metrics");
     for (const std::string& name : options.metrics)
         if (dataset.storageOf(dataset.columnOf(name, "")) == CFField::String)
-            refuseOption("--metrics " + name, "a metric must be a number, not a text",
-                         "a column without values is a text too");
+            throw TextFieldFault(name,
+                                 "--metrics " + name + ": a metric must be a number, not a text",
+                                 "a column without values is a text too");
     return columns;
 }
 

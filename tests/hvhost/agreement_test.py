@@ -191,6 +191,38 @@ class Agreement(Case):
         self.assertEqual([variable["type"] for variable in self.facts(path)["variables"]],
                          [kind for _, kind, _ in columns])
 
+    def test_files_of_one_dataset(self):
+        """A folder or a pattern of Parquet files; the fields of folders; files that do not fit."""
+        for name, select in (("year=2024/b.parquet", "1 AS a, 'x' AS t"), ("year=2025/a.parquet", "'y' AS t, 2::BIGINT AS a"),
+                             ("year=__HIVE_DEFAULT_PARTITION__/c.parquet", "3 AS a, 'z' AS t")):
+            (self.folder / "sales" / name).parent.mkdir(parents=True)
+            self.parquet("sales/" + name, "SELECT " + select)
+        for name in ("_SUCCESS", ".b.crc", "_tmp"):
+            self.write("sales/" + name, "x")
+        both = "a,t,year\n1,x,2024\n2,y,2025\n"
+        for path, expected in (("sales", both + "3,z,\n"), ("sales/year=20*/*.parquet", both), ("sales/year=20*", both),
+                               ("sales/year=2024", "a,t\n1,x\n")):
+            self.assertEqual(self.on_both_roads("convert", self.folder / path, "-").stdout, expected)
+        self.assertEqual(self.run_hvhost("aggregate", self.folder / "sales", "--stat", "sum:year", "--format", "csv").stdout,
+                         "sum_year\n4049\n")
+        self.assertEqual(self.facts(self.folder / "sales")["cases"], 3)
+        bad = self.folder / "sales/year=2025/bad.parquet"
+        for select, says in (("1 AS a", 'lacks the field "t", which year=2024/b.parquet has'),
+                             ("1 AS a, 't' AS t, 1 AS c", 'has the field "c", which year=2024/b.parquet lacks'),
+                             ("1 AS a, 1 AS t", ': the field "t" is Integer, and String in year=2024/b.parquet'),
+                             (b"x", " is not a Parquet file, or it is cut short"), (b"", ": the file is empty")):
+            if isinstance(select, bytes):
+                bad.write_bytes(select)
+            else:
+                self.parquet("sales/year=2025/bad.parquet", "SELECT " + select)
+            said = self.on_both_roads("convert", self.folder / "sales", "-", status=3).stderr
+            self.assertIn(f"{self.folder}/sales: year=2025/bad.parquet{says}", said)
+        bad.rename(self.folder / "sales/d.parquet")
+        self.assertIn('the folders of year=', self.run_hvhost("info", self.folder / "sales", status=3).stderr)
+        for path, status, says in (("sales/no*", 3, "no file has a name of this form"), ("temp", 3, "no data files"),
+                                   ("sales/*.csv", 2, "only Parquet files are read as a folder or by a pattern")):
+            self.assertIn(says, self.run_hvhost("convert", self.folder / path, "-", status=status).stderr)
+
     def test_what_the_hosts_code_page_cannot_hold_is_told_and_counted(self):
         source = self.write("many.csv", "naïve\n" + "é表\n" * 12)
         done = self.run_hvhost("convert", source, "-", "--served", environment={"VEXA_CODEPAGE": "windows-1252"})

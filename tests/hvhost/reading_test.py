@@ -9,8 +9,11 @@ import unittest
 
 from awkward_files import FILES, WARNINGS
 from hvhost_case import HVHOST, Case
+from workbook_files import sheet, workbook
 
 # a,b and 1,2, compressed
+# The first bytes of workbooks before xlsx
+OLD = bytes.fromhex("d0cf11e0a1b11ae1")
 ZSTD = bytes.fromhex("28b52ffd0458410000612c620a312c320a35e7cace")
 
 
@@ -116,6 +119,22 @@ class Reading(Case):
                 ("in.json", '[{"a": 1}, {"a": {]', (), "the file is not JSON: "),
                 ("in.csv", "a,b\n1,2\n", ("--comment", ",", "--missing", "-"), "--comment ,: this is the separator"),
                 ("in.csv", "a,b\n1,2\n", ("--thousands", "."), "--thousands .: this is the decimal mark"),
+                ("in.xlsx", b"PK\3\4", (), "in.xlsx: this is not an xlsx workbook, or it is cut short"),
+                ("in.xlsx", workbook([[1]])[:-30], (), "in.xlsx: this is not an xlsx workbook, or it is cut short"),
+                ("in.xls", OLD, (), "in.xls: this is an old xls workbook; save it as xlsx"),
+                ("in.xlsx", OLD + "EncryptedPackage".encode("utf-16-le"), (), "in.xlsx: the workbook is encrypted"),
+                ("in.xlsx", workbook([[1]], [[2]]), ("--sheet", "3"),
+                 'there is no sheet "3"; the sheets are "Sheet 1", "Sheet 2"'),
+                ("in.xlsx", workbook([[]]), (), "in.xlsx: no records were found in the sheet"),
+                ("in.xlsx", workbook([], **{"xl/sheets/1.xml": "<!DOCTYPE a [<!ENTITY e 'e'>]>" + sheet([["&e;"]])}), (),
+                 "in.xlsx: the XML in the workbook has a document type"),
+                ("in.xlsx", workbook([], **{"xl/sheets/1.xml": sheet([["x"]]) + " " * (80 << 20)}), (),
+                 "in.xlsx: the part xl/sheets/1.xml of the workbook unpacks to more than is accepted"),
+                ("in.xlsx", workbook([["a"], [('t="s"', "<v>7</v>")]]), (), "row 2: a cell refers to text number 7"),
+                ("in.xlsx", workbook([["x"], [1], ["many"]]), ("--type", "x=real"),
+                 'in.xlsx: record 2: field "x": "many" is not Real'),
+                ("in.xlsx", workbook([[1]]), ("--separator", ";"), "--separator: "),
+                ("in.csv", "a\n1\n", ("--sheet", "1"), "--sheet: "),
                 ("in.csv.bz2", bz2.compress(b"a\n1\n"), (), "the kind of file is not clear"),
                 ("in.csv.zst", ZSTD[:-2], (), "in.csv.zst: the file is damaged"),
                 ("in.csv.gz", gzip.compress(b"a\n1\n" * 99999)[:-100], (), "in.csv.gz: the file is damaged")):
@@ -129,17 +148,65 @@ class Reading(Case):
             self.assertEqual(len(self.read("a,b\n" + "x" * size + ",1\n", *words)), size + len("a,b\n,1\n"))
         for words in ((), ("--served",), ("--missing", "NA")):
             self.assertIn("the record is longer than 64 MiB", self.read("a,b\n" + "x" * (65 << 20) + ",1\n", *words, status=3))
+        for size, status in ((60, 0), (65, 3)):
+            said = self.read('{"a": 1}\n{"a": "' + "x" * (size << 20) + '"}\n', name="in.json", status=status)
+            self.assertEqual(len(said) if status == 0 else said.count("in.json:2: the record is longer than 64 MiB"),
+                             (size << 20) + len("a\n1\n\n") if status == 0 else 1)
 
-    def test_a_mean_of_texts_says_why(self):
-        self.assertIn('mean needs a number: x is text because of "NA" on line 3\n  hint: if that is a missing value, '
-                      "--missing", self.read("x\n1\nNA\n2\n3\n", "--stat", "mean:x", command=("aggregate",), status=2))
+    def test_workbooks(self):
+        """A number is a date by its format, in two calendars; 29 February 1900 never was."""
+        dates = [["d", "t", "s", "p", "e"],
+                 *([("s='1'", f"<v>{day}</v>"), ("s='2'", "<v>0.25</v>"), ("s='3'", f"<v>{day}.5</v>"),
+                    ("s='4'", "<v>0.12</v>"), ("s='5'", "<v>1.5</v>")] for day in (59, 60, 61))]
+        codes = (14, "h:mm;@", "[$-407]d. mmm \\d&quot;h&quot; yyyy h:mm", 10, "[h]:mm")
+        kinds = [["n", "x", "b", "s", "e", "mix"], [],
+                 [1, 1.5, ('t="b"', "<v>1</v>"), ('t="s"', "<v>0</v>"), ('t="e"', "<v>#N/A</v>"), 1],
+                 [("", "<v>2E0</v>"), 2, ('t="b"', "<v>0</v>"), 'x "y", z', None, "NA"], [None, None, None, ('t="str"', "<v>v</v>")]]
+        for content, words, expected in (
+                (workbook(dates, codes=codes), (), "d,t,s,p,e\n1900-02-28,06:00:00,1900-02-28 12:00:00,0.12,1.5\n"
+                 ",06:00:00,,0.12,1.5\n1900-03-01,06:00:00,1900-03-01 12:00:00,0.12,1.5\n"),
+                (workbook(dates[:2], codes=codes, properties='date1904="1"'), ("--keep", "d"), "d\n1904-02-29\n"),
+                (workbook(kinds, texts=("<r><t>rich</t></r><r><t> text</t></r><rPh><t>no</t></rPh>",)), (),
+                 'n,x,b,s,e,mix\n1,1.5,true,rich text,,1\n2,2.0,false,"x ""y"", z",,NA\n,,,v,,\n'),
+                (workbook(kinds, texts=("<t>a_x000A_b</t>",)), ("--missing", "NA", "--type", "b=boolean", "--first", "1"),
+                 'n,x,b,s,e,mix\n1,1.5,1,"a\nb",,1\n'),
+                (workbook([["Title"], [None, "a"], [None, 5, 6]]), ("--skip", "1"), "field1,a,field3\n,5,6\n"),
+                (workbook([[1]], [[7], [8]]), ("--sheet", "Sheet 2", "--no-header"), "field1\n7\n8\n"),
+                (workbook([[1]], [[7], [8]]), ("--sheet", "2"), "7\n8\n")):
+            with self.subTest(expected):
+                self.assertEqual(self.read(content, *words, name="in.xlsx").replace('""\n', "\n"), expected)
+        self.assertIn("2 numbers have a format of dates", self.run_hvhost(
+            "info", self.write("in.xlsx", workbook(dates, codes=codes))).stderr)
+
+    def test_faults_say_why_a_field_is_a_text(self):
+        hint = "\n  hint: if that is a missing value, --missing"
+        for name, content, words, says in (
+                ("in.csv", "x\n1\nNA\n2\n3\n", (), '"NA" on line 3' + hint),
+                ("in.csv", "x;y\n1;1\nNA;2\n2;3\n3;4\n", (), '"NA" in record 2' + hint),
+                ("in.xlsx", workbook([["x"], [1], ["NA"], [2]]), (), '"NA" in record 2' + hint),
+                ("in.json", '{"x": 1}\n{"x": "NA"}\n{"x": 2}\n', (), '"NA" in record 2\n'),
+                ("in.csv", "x\n1 %\n2 %\n", (), 'the sign in "1 %" on line 2\n  hint: --type x=real')):
+            said = self.read(content, "--stat", "mean:x", *words, command=("aggregate",), status=2, name=name)
+            self.assertRegex(said, "mean needs a number: x is text because of " + re.escape(says))
+        source = self.write("in.csv", "t,x,y\n2024-01-01,1,5\n2024-01-02,NA,6\n2024-01-03,2,7\n")
+        self.assertIn('not a text: x is text because of "NA" on line 3\n  hint: if that is a missing value, --missing-texts',
+                      self.run_hvhost("tcm", "train", source, "-o", self.folder / "out.tcm", "--time", "t", "--metrics", "x",
+                                      status=2).stderr)
+        self.assertIn('x is text because of "NA" on line 3, so its values are compared as categories; if',
+                      self.run_hvhost("describe", source, "x", "y", "--pairs").stderr)
+        self.assertIn('a coordinate is a number, not a text: x is text because of "NA" on line 3\n  hint: if',
+                      self.run_hvhost("map", "points", source, self.folder / "out.json", "--x", "x", "--y", "y",
+                                      status=2).stderr)
 
     def test_info_says_why_a_field_is_a_text(self):
-        source = self.write("in.csv", 'a,b,c\n1,x,\n2,y,3\n"N\nA",z,4\n')
-        self.assertIn('a is text because of "N', self.run_hvhost("info", source).stdout)
+        source = self.write("in.csv", 'a,b,c,p\n1,yes,,5 $\n2,NO,3,6\n"N\nA",yes,4,\n')
+        said = self.run_hvhost("info", source).stdout
+        for reason in ('a is text because of "N', 'all its values are words such as "yes" on line 2; --type b=boolean',
+                       'p is text because of the sign in "5 $" on line 2; --type p=real'):
+            self.assertIn(reason, said)
         variables = json.loads(self.run_hvhost("info", source, "--format", "json").stdout)["variables"]
         self.assertEqual([variable.get("textBecauseOf") for variable in variables],
-                         [{"value": "N\nA", "line": 4}, None, None])
+                         [{"value": "N\nA", "line": 4}, {"value": "yes", "line": 2}, None, {"value": "5 $", "line": 2}])
 
 
 if __name__ == "__main__":
