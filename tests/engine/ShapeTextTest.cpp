@@ -74,18 +74,17 @@ constexpr Case kCases[] = {
 
 TEST(ShapeText, MovesPointsAndRefusesWhatIsNoShape)
 {
-    Shift shift;
+    // One mover for all: nothing of a shape may remain in the next.
+    EmbeddedHV::maps::ShapeMover shift(std::make_unique<Shift>());
     for (const auto& [text, moved] : kCases) {
         SCOPED_TRACE(text);
         std::string out;
         EXPECT_EQ(EmbeddedHV::maps::isShape(text), moved != nullptr);
-        EXPECT_EQ(EmbeddedHV::maps::moveShape(text, shift, out),
-                  moved ? MovedShape::Moved : MovedShape::NotAShape);
+        EXPECT_EQ(shift.move(text, out), moved ? MovedShape::Moved : MovedShape::NotAShape);
         EXPECT_EQ(out, moved ? moved : "");
     }
     std::string out;
-    EXPECT_EQ(EmbeddedHV::maps::moveShape(R"({"type":"MultiPoint","coordinates":[[1,1],[101,1]]})",
-                                          shift, out),
+    EXPECT_EQ(shift.move(R"({"type":"MultiPoint","coordinates":[[1,1],[101,1]]})", out),
               MovedShape::Lost);
 }
 

@@ -14,6 +14,9 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr const char* kStep = "read";
+/// A chunk ends after so many bytes of texts. A shape may have a kilobyte or a megabyte, and every
+/// step and buffer behind the source holds whole chunks.
+constexpr std::size_t kChunkBytes = std::size_t{256} << 10;
 
 /// Replaces each non-ASCII byte with a question mark if the text is not valid UTF-8. A file may
 /// declare the wrong encoding.
@@ -117,7 +120,8 @@ std::size_t LayerSource::pull(duckdb_data_chunk chunk, const std::vector<std::si
     const std::size_t capacity = duckdb_vector_size();
     maps::LayerValue value;
     std::size_t row = 0;
-    for (; row < capacity && !_ended; ++row) {
+    std::size_t bytes = 0;
+    for (; row < capacity && bytes < kChunkBytes && !_ended; ++row) {
         // Records that were read before a stop are not used.
         if (_cancellation.stopping() || !_layer->next()) {
             _ended = true;
@@ -130,7 +134,9 @@ std::size_t LayerSource::pull(duckdb_data_chunk chunk, const std::vector<std::si
                 duck::setMissing(vector, row);
                 continue;
             }
+            value.text.clear();
             _layer->read(fields[i], value);
+            bytes += value.text.size();
             if (value.isMissing)
                 duck::setMissing(vector, row);
             else

@@ -79,7 +79,7 @@ private:
         _shape.x.push_back(x);
         _shape.y.push_back(y);
         _shape.z.push_back(z);
-        _shape.hasZ.push_back(hasZ);
+        _shape.hasZ.push_back(hasZ ? 1 : 0);
         _shape.lists += ']';
         return true;
     }

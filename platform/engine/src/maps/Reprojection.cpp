@@ -30,7 +30,8 @@ public:
             }
         }
         if (!_mover)
-            _mover = maps::geography().mover(owner._from, owner._to, owner._method);
+            _mover = std::make_unique<maps::ShapeMover>(
+                maps::geography().mover(owner._from, owner._to, owner._method));
     }
     Lease(const Lease&) = delete;
     Lease& operator=(const Lease&) = delete;
@@ -39,11 +40,11 @@ public:
         const std::lock_guard lock(_owner._mutex);
         _owner._idle.push_back(std::move(_mover));
     }
-    maps::PointMover& mover() { return *_mover; }
+    maps::ShapeMover& mover() { return *_mover; }
 
 private:
     Reprojection& _owner;
-    std::unique_ptr<maps::PointMover> _mover;
+    std::unique_ptr<maps::ShapeMover> _mover;
 };
 
 Reprojection::Reprojection(maps::CoordinateSystem from, maps::CoordinateSystem to,
@@ -57,7 +58,7 @@ Reprojection::Reprojection(maps::CoordinateSystem from, maps::CoordinateSystem t
 bool Reprojection::call(std::string_view text, std::string& out)
 {
     Lease lease(*this);
-    switch (maps::moveShape(text, lease.mover(), out)) {
+    switch (lease.mover().move(text, out)) {
     case maps::MovedShape::Moved:
         break;
     case maps::MovedShape::Lost:
@@ -75,7 +76,7 @@ bool Reprojection::call(std::string_view text, std::string& out)
 std::optional<CFGeo::Envelope> Reprojection::moved(const CFGeo::Envelope& envelope)
 {
     Lease lease(*this);
-    return lease.mover().moved(envelope);
+    return lease.mover().points().moved(envelope);
 }
 
 } // namespace EmbeddedHV

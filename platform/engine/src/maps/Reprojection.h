@@ -37,7 +37,7 @@ private:
     maps::CoordinateSystem _to;
     std::string _method;
     std::mutex _mutex;
-    std::vector<std::unique_ptr<maps::PointMover>> _idle;
+    std::vector<std::unique_ptr<maps::ShapeMover>> _idle;
     std::size_t _made = 0; ///< number of movers; _idle has room for all of them
     std::atomic<std::uint64_t> _lost = 0;
 };

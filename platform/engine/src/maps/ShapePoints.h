@@ -35,9 +35,21 @@ struct Shape
     std::vector<double> x;
     std::vector<double> y;
     std::vector<double> z;
-    std::vector<bool> hasZ;
+    std::vector<char> hasZ;
     std::vector<std::size_t> ends; ///< for each list of points, the index after its last point
 
+    /// Drops everything and keeps the memory for the next shape.
+    void clear()
+    {
+        kind.clear();
+        lists.clear();
+        places.clear();
+        x.clear();
+        y.clear();
+        z.clear();
+        hasZ.clear();
+        ends.clear();
+    }
     bool hasRings() const { return kind == "Polygon" || kind == "MultiPolygon"; }
     bool hasLines() const
     {

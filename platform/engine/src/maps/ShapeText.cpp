@@ -116,7 +116,7 @@ bool ShapeReader::endPoint()
     _shape.x.push_back(_numbers[0]);
     _shape.y.push_back(_numbers[1]);
     // Numbers after the third are measures. GeoJSON has no place for them.
-    _shape.hasZ.push_back(_numbers.size() > 2);
+    _shape.hasZ.push_back(_numbers.size() > 2 ? 1 : 0);
     _shape.z.push_back(_numbers.size() > 2 ? _numbers[2] : 0);
     _numbers.clear();
     return true;
@@ -137,16 +137,17 @@ bool ShapeReader::end_array()
 
 bool readShape(std::string_view text, Shape& shape)
 {
+    shape.clear();
     if (scanPlainShape(text, shape))
         return true;
-    shape = {};
+    shape.clear();
     ShapeReader reader(shape);
     return nlohmann::json::sax_parse(text, &reader) && reader.isWhole();
 }
 
 void write(const Shape& shape, std::string& out)
 {
-    out = "{\"type\":\"" + shape.kind + "\",\"coordinates\":";
+    out.assign("{\"type\":\"").append(shape.kind).append("\",\"coordinates\":");
     std::size_t written = 0;
     for (std::size_t i = 0; i < shape.places.size(); ++i) {
         out.append(shape.lists, written, shape.places[i] - written);
@@ -180,20 +181,19 @@ void forEachLine(const Shape& shape, Visit visit)
 }
 
 /// For each ring whether it is clockwise; empty for a shape without rings.
-std::vector<bool> directions(const Shape& shape)
+void findDirections(const Shape& shape, std::vector<char>& areClockwise)
 {
-    std::vector<bool> areClockwise;
+    areClockwise.clear();
     if (!shape.hasRings())
-        return areClockwise;
+        return;
     forEachLine(shape, [&](std::size_t begin, std::size_t end) {
         double area = 0;
         // Relative to the first point, because large coordinates would cancel each other out.
         for (std::size_t i = begin; i + 1 < end; ++i)
             area += (shape.x[i] - shape.x[begin]) * (shape.y[i + 1] - shape.y[begin]) -
                     (shape.x[i + 1] - shape.x[begin]) * (shape.y[i] - shape.y[begin]);
-        areClockwise.push_back(area < 0);
+        areClockwise.push_back(area < 0 ? 1 : 0);
     });
-    return areClockwise;
 }
 
 template <class Values>
@@ -204,9 +204,8 @@ void reverse(Values& values, std::size_t begin, std::size_t end)
 }
 
 /// Reverses the rings whose direction has changed.
-void turnBack(Shape& shape, const std::vector<bool>& before)
+void turnBack(Shape& shape, const std::vector<char>& before, const std::vector<char>& after)
 {
-    const std::vector<bool> after = directions(shape);
     std::size_t ring = 0;
     forEachLine(shape, [&](std::size_t begin, std::size_t end) {
         if (ring < after.size() && after[ring] != before[ring]) {
@@ -235,20 +234,20 @@ bool crossesAntimeridian(const Shape& shape)
 
 } // namespace
 
-MovedShape moveShape(std::string_view text, PointMover& mover, std::string& out)
+MovedShape ShapeMover::move(std::string_view text, std::string& out)
 {
-    Shape shape;
-    if (!readShape(text, shape))
+    if (!readShape(text, _shape))
         return MovedShape::NotAShape;
-    const std::vector<bool> before = directions(shape);
-    mover.move(shape.x.data(), shape.y.data(), shape.z.data(), shape.x.size());
-    if (!isFinite(shape.x) || !isFinite(shape.y) || !isFinite(shape.z))
+    findDirections(_shape, _before);
+    _points->move(_shape.x.data(), _shape.y.data(), _shape.z.data(), _shape.x.size());
+    if (!isFinite(_shape.x) || !isFinite(_shape.y) || !isFinite(_shape.z))
         return MovedShape::Lost;
-    turnBack(shape, before);
-    write(shape, out);
-    if (!mover.leadsToGlobe() || !crossesAntimeridian(shape))
+    findDirections(_shape, _after);
+    turnBack(_shape, _before, _after);
+    write(_shape, out);
+    if (!_points->leadsToGlobe() || !crossesAntimeridian(_shape))
         return MovedShape::Moved;
-    return mover.cutAtAntimeridian(out) ? MovedShape::Moved : MovedShape::Lost;
+    return _points->cutAtAntimeridian(out) ? MovedShape::Moved : MovedShape::Lost;
 }
 
 bool isShape(std::string_view text)

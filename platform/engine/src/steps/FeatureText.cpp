@@ -36,7 +36,10 @@ void FeatureColumns::appendValue(const Column& column, std::size_t row, std::str
             out += "null";
     } else {
         const std::string_view text = column.values.textAt(row);
-        out += column.isShape && maps::isShape(text) ? std::string(text) : jsonText(text);
+        if (column.isShape && maps::isShape(text))
+            out += text;
+        else
+            out += jsonText(text);
     }
 }
 
