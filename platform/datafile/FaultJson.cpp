@@ -45,6 +45,8 @@ void addParts(FaultObject& object, const FaultParts& parts)
         object["series"] = parts.series;
     if (parts.record > 0)
         object["record"] = parts.record;
+    if (parts.group > 0)
+        object["group"] = parts.group;
     if (parts.limit)
         object["limit"] = *parts.limit;
     if (parts.hasSuggestion)
@@ -107,6 +109,7 @@ FaultParts partsIn(const FaultObject& object)
     parts.inFile = placeIn(file);
     parts.inJob = placeIn(faultObject(object, "job"));
     parts.record = faultNumber(object, "record");
+    parts.group = faultNumber(object, "group");
     parts.series = faultTexts(object, "series");
     if (const auto limit = object.find("limit");
         limit != object.end() && limit->is_number_integer())

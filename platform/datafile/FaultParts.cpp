@@ -34,6 +34,8 @@ std::string sentenceOf(const FaultParts& parts)
     if (parts.inJob.line > 0)
         return jobPlaceText(parts) + parts.what;
     std::string text = parts.step.empty() ? "" : parts.step + ": ";
+    if (parts.group > 0)
+        text += "group " + std::to_string(parts.group) + ": ";
     if (!parts.file.empty())
         text += filePlaceText(parts);
     else if (!parts.iterator.empty() && parts.record > 0)

@@ -24,6 +24,7 @@ struct FaultParts
     TextPlace inJob = {};      ///< in the text of the job
     std::string iterator = {}; ///< the name of a row iterator
     std::uint64_t record = 0;  ///< of the row iterator or of the input of the step, from 1
+    std::uint64_t group = 0;   ///< of records, as the step numbers them, from 1
     std::string field = {};
     std::vector<std::string> series = {}; ///< the name of a time series: dimension values, metric
     std::string setting = {};             ///< its path, for example output[3].function
@@ -42,7 +43,7 @@ struct FaultParts
 ///     STEP: the row iterator "I" failed at record N: WHAT     iterator and record are known
 ///     STEP: the setting "S" WHAT                              setting is known
 ///     STEP: WHAT
-/// Without a step, the text begins after it.
+/// Without a step, the text begins after it. If the group is known, "group N: " follows the step.
 std::string sentenceOf(const FaultParts& parts);
 
 } // namespace datafile

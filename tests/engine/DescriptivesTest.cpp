@@ -445,6 +445,9 @@ TEST_F(Descriptives, RefusesWhatItCannotTake)
         {R"({"computeDistSummaryForNumeric": "bins", "computeSummaryStats": false})", "HVEPL0004E"},
         {R"({"computeAllTargetInputPairs": true})", "HVEPL0004E"},
         {R"({"targetField": "valve"})", "HVEPL0004E"},
+        {R"({"groupField": "text", "groupCount": "1"})", "HVEPL0004E"},
+        {R"({"groupField": "value", "groupCount": "0"})", "HVEPL0004E"},
+        {R"({"groupField": "value"})", "HVEPL0004E"},
     };
     for (const auto& [settings, id] : cases) {
         const auto result = describe("value,text\n1,a\n", settings);

@@ -31,9 +31,7 @@ void analyseFields(const ComponentQueries& queries, const InputTable& table,
 
 bool wantsFieldAnalyses(const AnalysisSettings& settings)
 {
-    const CountSettings& counts = settings.counts;
-    return !settings.percents.empty() || counts.bins || counts.zeroInflation ||
-           counts.dateDurations || counts.timeDurations;
+    return !settings.percents.empty() || settings.counts.any();
 }
 
 } // namespace

@@ -1,13 +1,11 @@
 #include "components/descriptives/Descriptives.h"
 
 #include "ErrorIds.h"
+#include "JobError.h"
 #include "components/ComponentQueries.h"
 #include "components/ContainerFiles.h"
 #include "components/descriptives/Analyses.h"
-#include "components/descriptives/IntervalDocument.h"
-#include "components/descriptives/PmmlDocument.h"
-#include "components/descriptives/ResultDocument.h"
-#include "components/descriptives/StatDocument.h"
+#include "components/descriptives/DescribedGroup.h"
 #include "components/descriptives/TimeInterval.h"
 #include "components/descriptives/fields/FieldHandling.h"
 #include "components/descriptives/settings/DescriptivesSettings.h"
@@ -16,21 +14,6 @@
 
 namespace EmbeddedHV {
 namespace {
-
-const char* memberOf(ContainerKind kind)
-{
-    switch (kind) {
-    case ContainerKind::Pmml:
-        return "PMML.xml";
-    case ContainerKind::Statistics:
-        return "StatXML.xml";
-    case ContainerKind::TimeIntervals:
-        return "TIME_INTERVAL.json";
-    case ContainerKind::Results:
-        return "Results.json";
-    }
-    return "";
-}
 
 std::string listOf(const std::vector<std::string>& names)
 {
@@ -70,51 +53,78 @@ public:
     {
         const ComponentQueries queries(_context, _component);
         const std::string part = _context.newTable("hv_part_");
+        checkGroups(queries);
         adaptFields(queries, _table, part, _settings.analyses.fields, _settings.fields);
-        _summary = summarize(queries, _table, _settings, part);
-        analyse(queries, _table, _settings, part, _summary);
-        for (const FaultParts& remark : analysisRemarks(_summary, _settings.analyses))
-            tell(errors::kNotAnalysed, remark);
-        for (const Fields& point : _settings.points)
-            addInterval(detectInterval(queries, _table, point));
+        for (DataSummary& summary : summarizeGroups(queries, _table, _settings, part))
+            _groups.push_back({std::move(summary), {}, _settings.remarks});
+        if (_settings.analyses.any() || !_settings.points.empty())
+            analyseGroups(queries, part);
         // Drop the table before the files are written: it may be as large as the data.
         queries.run("DROP TABLE " + _table.name());
         for (std::size_t i = 0; i < _settings.containers.size(); ++i)
-            _files.write(i, {{memberOf(_settings.containers[i].kind),
-                              documentOf(_settings.containers[i].kind)}});
+            _files.write(i, containerMembers(_settings.containers[i].kind, _groups, _settings));
         _files.publish();
     }
 
 private:
-    void addInterval(TimeInterval interval)
+    void checkGroups(const ComponentQueries& queries) const
     {
-        if (!interval.unit)
-            tell(errors::kNoTimeInterval, {.what = "the values of " + listOf(interval.fields) +
-                                                   " make up no time interval"});
-        _intervals.push_back(std::move(interval));
+        if (!_table.isGrouped())
+            return;
+        const std::string g = InputTable::kGroup;
+        const std::string most = std::to_string(_settings.groups);
+        const std::int64_t others = queries
+                                        .run("SELECT count(*) FROM " + _table.name() + " WHERE " +
+                                             g + " IS NULL OR " + g + " NOT BETWEEN 1 AND " + most)
+                                        .integer(0, 0);
+        if (others > 0)
+            throw JobError(errors::kSettingType,
+                           {.step = _component,
+                            .setting = "groupField",
+                            .what = "names \"" + *_settings.groupField +
+                                    "\", which is not from 1 to " + most + " in " +
+                                    std::to_string(others) + " records"});
     }
 
-    /// Sends a message, which is also a remark of a result document.
-    void tell(const char* id, FaultParts remark)
+    /// Adds the analyses and the time intervals. They read the records of one group from a table.
+    void analyseGroups(const ComponentQueries& queries, const std::string& part)
+    {
+        const InputTable table =
+            _table.isGrouped() ? _table.group(_context.newTable("hv_group_")) : _table;
+        for (std::size_t i = 0; i < _groups.size(); ++i) {
+            if (_table.isGrouped())
+                queries.run(_table.groupCreation(table, i + 1));
+            analyseGroup(queries, table, part, i);
+            queries.progress(static_cast<double>(i + 1) / static_cast<double>(_groups.size()));
+        }
+    }
+
+    void analyseGroup(const ComponentQueries& queries, const InputTable& table,
+                      const std::string& part, std::size_t number)
+    {
+        DescribedGroup& group = _groups[number];
+        analyse(queries, table, _settings, part, group.summary);
+        for (const FaultParts& remark : analysisRemarks(group.summary, _settings.analyses))
+            tell(errors::kNotAnalysed, remark, number);
+        for (const Fields& point : _settings.points) {
+            TimeInterval interval = detectInterval(queries, table, point);
+            if (!interval.unit)
+                tell(errors::kNoTimeInterval,
+                     {.what =
+                          "the values of " + listOf(interval.fields) + " make up no time interval"},
+                     number);
+            group.intervals.push_back(std::move(interval));
+        }
+    }
+
+    /// Sends a message, which is also a remark of the group's result document.
+    void tell(const char* id, FaultParts remark, std::size_t number)
     {
         remark.step = _component;
-        _settings.remarks.push_back(sentenceOf(remark));
+        _groups[number].remarks.push_back(sentenceOf(remark));
+        if (_table.isGrouped())
+            remark.group = number + 1;
         _context.message(id, remark);
-    }
-
-    std::string documentOf(ContainerKind kind) const
-    {
-        switch (kind) {
-        case ContainerKind::Pmml:
-            return pmmlDocument(_summary);
-        case ContainerKind::Statistics:
-            return statDocument(_summary);
-        case ContainerKind::TimeIntervals:
-            return intervalDocument(_intervals);
-        case ContainerKind::Results:
-            return resultDocument(_summary, _settings, _intervals);
-        }
-        return {};
     }
 
     JobContext& _context;
@@ -122,8 +132,7 @@ private:
     DescriptivesSettings _settings;
     InputTable _table;
     ContainerFiles _files;
-    DataSummary _summary;
-    std::vector<TimeInterval> _intervals;
+    std::vector<DescribedGroup> _groups;
 };
 
 } // namespace

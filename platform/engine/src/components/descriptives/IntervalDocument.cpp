@@ -39,16 +39,33 @@ Json entryOf(const TimeInterval& interval)
     return entry;
 }
 
+Json listOf(const std::vector<TimeInterval>& intervals)
+{
+    Json list = Json::array();
+    for (const TimeInterval& interval : intervals)
+        list.push_back(entryOf(interval));
+    return list;
+}
+
+std::string intervalText(const char* key, Json list)
+{
+    const Json document = {{"version", 1}, {key, std::move(list)}};
+    return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
 } // namespace
 
 std::string intervalDocument(const std::vector<TimeInterval>& intervals)
 {
-    Json document = Json::object();
-    document["version"] = 1;
-    document["timeIntervals"] = Json::array();
-    for (const TimeInterval& interval : intervals)
-        document["timeIntervals"].push_back(entryOf(interval));
-    return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return intervalText("timeIntervals", listOf(intervals));
+}
+
+std::string groupIntervalDocument(const std::vector<std::vector<TimeInterval>>& groups)
+{
+    Json list = Json::array();
+    for (const std::vector<TimeInterval>& intervals : groups)
+        list.push_back({{"timeIntervals", listOf(intervals)}});
+    return intervalText("groups", std::move(list));
 }
 
 } // namespace EmbeddedHV

@@ -120,10 +120,11 @@ private:
 } // namespace
 
 std::string resultDocument(const DataSummary& summary, const DescriptivesSettings& settings,
+                           const std::vector<std::string>& remarks,
                            const std::vector<TimeInterval>& intervals)
 {
     Results results(summary);
-    for (const std::string& remark : settings.remarks)
+    for (const std::string& remark : remarks)
         results.notify(text::plain(remark), kWarning);
     results.addStatistics(summary, settings.summaries);
     results.addAnalyses(summary, settings.analyses);

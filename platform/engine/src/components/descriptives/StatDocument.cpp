@@ -65,9 +65,8 @@ void addField(pugi::xml_node& summaries, const FieldSummary& summary, bool weigh
     addDistributions(node, summary, weighted);
 }
 
-} // namespace
-
-std::string statDocument(const DataSummary& summary)
+/// The data model of the fields, with the summaries inside.
+std::string modelWithSummaries(const DataSummary& summary)
 {
     Fields fields;
     pugi::xml_document document;
@@ -87,7 +86,22 @@ std::string statDocument(const DataSummary& summary)
     addMissingPatterns(summaries, summary);
     std::string model = dataModelOf(fields);
     model.insert(model.rfind(kModelEnd), textOf(summaries));
-    return "<StatXML>\n" + model + "</StatXML>\n";
+    return model;
+}
+
+} // namespace
+
+std::string statDocument(const DataSummary& summary)
+{
+    return "<StatXML>\n" + modelWithSummaries(summary) + "</StatXML>\n";
+}
+
+void GroupStatDocument::add(const DataSummary& summary)
+{
+    _groups += "<Group number=\"" + std::to_string(++_count) + "\"";
+    if (_countsLeftOut)
+        _groups += " leftOut=\"" + std::to_string(summary.leftOut) + "\"";
+    _groups += ">\n" + modelWithSummaries(summary) + "</Group>\n";
 }
 
 } // namespace EmbeddedHV

@@ -98,6 +98,10 @@ struct DataSummary
     std::optional<MissingPatterns> missingPatterns;
 };
 
+/// The statistics of each group of records, by number from 1; of all records if there are no
+/// groups. All have the same fields.
+using GroupSummaries = std::vector<DataSummary>;
+
 Fields fieldsOf(const DataSummary& summary);
 
 bool isNumber(const CFField& field);

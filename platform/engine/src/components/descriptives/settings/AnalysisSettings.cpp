@@ -17,6 +17,12 @@ std::string mergingTargetOf(const Settings& settings)
 
 } // namespace
 
+bool AnalysisSettings::any() const
+{
+    return !percents.empty() || outliers || pairs.wantsAny() || counts.any() || missingPatterns ||
+           !mergingTarget.empty();
+}
+
 AnalysisSettings analysisSettings(const StepCall& call, const Settings& settings,
                                   const Fields& fields)
 {

@@ -23,6 +23,9 @@ struct AnalysisSettings
     FieldRule fields;
     /// The field by which categories are merged; empty for none.
     std::string mergingTarget;
+
+    /// Whether there is an analysis of the records. The rule of the fields is not one.
+    bool any() const;
 };
 
 /// Reads the settings of the analyses. `fields` are those to be described. Throws JobError.

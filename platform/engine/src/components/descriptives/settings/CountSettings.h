@@ -12,6 +12,8 @@ struct CountSettings
     bool zeroInflation = false;
     bool dateDurations = false;
     bool timeDurations = false;
+
+    bool any() const { return bins || zeroInflation || dateDurations || timeDurations; }
 };
 
 /// Reads computeDistSummaryForNumeric, useEqualFreqBinning, zeroInflationDetection,

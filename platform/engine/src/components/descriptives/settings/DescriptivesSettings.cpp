@@ -1,6 +1,7 @@
 #include "components/descriptives/settings/DescriptivesSettings.h"
 
 #include <algorithm>
+#include <charconv>
 #include <variant>
 
 #include "ErrorIds.h"
@@ -128,7 +129,31 @@ void readWeight(const StepCall& call, const Settings& settings, DescriptivesSett
     result.weight = name;
 }
 
-/// Without a list, every field except the weight is described.
+/// Groups have numbers, so that a group without records can be described, too.
+void readGroups(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
+{
+    constexpr std::int64_t kMostGroups = 100000;
+    const std::string key = "groupField";
+    const std::string countKey = "groupCount";
+    const std::string name = settings.text(key).value_or("");
+    const std::optional<std::string> count = settings.text(countKey);
+    if (name.empty())
+        return;
+    const CFField& field = call.inputField(name);
+    if (field.GetStorage() != CFField::Integer)
+        refuseType(settings, key, field, "an integer");
+    std::int64_t groups = 0;
+    const std::string text = count.value_or("");
+    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), groups);
+    if (parsed.ec != std::errc() || parsed.ptr != text.data() + text.size() || groups < 1 ||
+        groups > kMostGroups)
+        settings.refuse(countKey, "is \"" + text + "\", not a number from 1 to " +
+                                      std::to_string(kMostGroups));
+    result.groupField = name;
+    result.groups = static_cast<std::size_t>(groups);
+}
+
+/// Without a list, every field except the weight and the group is described.
 void readFields(const StepCall& call, const Settings& settings, DescriptivesSettings& result)
 {
     if (auto listed = fieldList(call, settings, "inputFieldList")) {
@@ -136,7 +161,7 @@ void readFields(const StepCall& call, const Settings& settings, DescriptivesSett
         return;
     }
     for (const CFField& field : call.input()->fields)
-        if (field.GetName() != result.weight)
+        if (field.GetName() != result.weight && field.GetName() != result.groupField)
             result.fields.push_back(field);
 }
 
@@ -184,6 +209,7 @@ DescriptivesSettings descriptivesSettings(StepCall& call)
     const Settings settings = call.settings();
     DescriptivesSettings result;
     readWeight(call, settings, result);
+    readGroups(call, settings, result);
     readFields(call, settings, result);
     readDateFields(call, settings, result);
     readPeriodFields(call, settings, result);

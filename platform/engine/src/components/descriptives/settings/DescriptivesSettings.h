@@ -33,6 +33,9 @@ struct DescriptivesSettings
     std::vector<Fields>
         points; ///< each is a point of time: one date field, or numbers that form one
     std::optional<std::string> weight;
+    /// The field with the number of each record's group; empty if the records are not grouped.
+    std::optional<std::string> groupField;
+    std::size_t groups = 1; ///< their number
     /// A field with more distinct values does not list them; empty for no limit.
     std::optional<std::int64_t> mostDistinctValues;
     bool summaries = true;

@@ -1,5 +1,8 @@
 #include "components/descriptives/summary/DistinctValues.h"
 
+#include <algorithm>
+
+#include "components/descriptives/summary/GroupRows.h"
 #include "components/descriptives/summary/ValueCounts.h"
 
 namespace EmbeddedHV {
@@ -19,17 +22,24 @@ bool hasTooMany(const ComponentQueries& queries, const InputTable& table, const 
                .integer(0, 0) > most;
 }
 
-/// Value, number of records and weight of each distinct value, in ascending order. Returns one more
-/// value than the limit if there are too many.
+/// Value, number of records and weight of each distinct value, in ascending order by group. Returns
+/// one more value of a group than the limit if there are too many.
 duck::Result countValues(const ComponentQueries& queries, const InputTable& table,
-                         const FieldSummary& summary, std::optional<std::int64_t> most)
+                         const CFField& field, std::optional<std::int64_t> most)
 {
-    const std::string x = table.column(summary.field);
-    const std::string limit = most ? " LIMIT " + std::to_string(*most + 1) : std::string();
-    return queries.run("SELECT " + countedValue("x", summary.field.GetStorage()) +
-                       ", n, f FROM (SELECT " + x + " AS x, count(*) AS n, CAST(sum(w) AS DOUBLE)" +
-                       " AS f FROM " + table.name() + " WHERE " + x +
-                       " IS NOT NULL GROUP BY ALL) ORDER BY x" + limit);
+    const std::string x = table.column(field);
+    const std::string group = listedGroup(table);
+    std::string sql = "SELECT " + countedValue("x", field.GetStorage()) + ", n, f" + group +
+                      " FROM (SELECT " + x + " AS x, count(*) AS n, CAST(sum(w) AS DOUBLE) AS f" +
+                      group + " FROM " + table.name() + " WHERE " + x +
+                      " IS NOT NULL GROUP BY ALL)";
+    const auto limit = static_cast<std::size_t>(most.value_or(0) + 1);
+    if (most && table.isGrouped())
+        sql += firstOfGroups(table, "x", limit);
+    sql += groupOrder(table, "x");
+    if (most && !table.isGrouped())
+        sql += " LIMIT " + std::to_string(limit);
+    return queries.run(sql);
 }
 
 bool wantsDistribution(const DescriptivesSettings& settings, const CFField& field)
@@ -38,11 +48,12 @@ bool wantsDistribution(const DescriptivesSettings& settings, const CFField& fiel
                          : settings.wants(ContainerKind::Results) && isCategorical(field);
 }
 
-void takeValues(duck::Result& rows, bool withDistribution, FieldSummary& summary)
+void takeValues(duck::Result& rows, std::size_t row, std::size_t end, bool withDistribution,
+                FieldSummary& summary)
 {
     const std::vector<CFValue>& labels = summary.field.GetValueLabels();
     std::vector<CFValue> values;
-    for (std::size_t row = 0; row < rows.rows(); ++row) {
+    for (; row < end; ++row) {
         ValueCount count = valueCountAt(rows, row, summary.field.GetStorage());
         const int label = CFValue::GetIndex(count.value, labels);
         values.emplace_back(count.value,
@@ -56,28 +67,44 @@ void takeValues(duck::Result& rows, bool withDistribution, FieldSummary& summary
     summary.field.SetValues(std::move(values));
 }
 
+/// The limit for the values of a field. A group has at most as many values as records, so values
+/// may need no limit. Then they are counted only once.
+std::optional<std::int64_t> limitOf(const DescriptivesSettings& settings, std::size_t field,
+                                    const GroupSummaries& groups)
+{
+    const std::optional<std::int64_t> most = settings.mostDistinctValues;
+    const bool isReached = std::ranges::any_of(groups, [&](const DataSummary& group) {
+        return most && *most < group.fields[field].valid;
+    });
+    return isReached ? most : std::nullopt;
+}
+
 } // namespace
 
 void fillDistinctValues(const ComponentQueries& queries, const InputTable& table,
-                        const DescriptivesSettings& settings, std::int64_t records,
-                        FieldSummary& summary)
+                        const DescriptivesSettings& settings, std::size_t field,
+                        GroupSummaries& groups)
 {
     // Values from a document or file may not be those in the data.
-    summary.field.SetValues({});
-    std::optional<std::int64_t> most = settings.mostDistinctValues;
-    // A field has at most as many values as records. Without a limit, values are counted only once.
-    if (most && *most >= summary.valid)
-        most.reset();
-    if (most && *most == 0)
-        return;
+    for (DataSummary& group : groups)
+        group.fields[field].field.SetValues({});
+    const CFField& described = groups.front().fields[field].field;
+    const std::optional<std::int64_t> most = limitOf(settings, field, groups);
     // To try first would read a small table twice.
-    if (most && records > kRecordsTried &&
-        hasTooMany(queries, table, table.column(summary.field), *most))
+    if (most && !table.isGrouped() &&
+        (*most == 0 || (groups.front().records > kRecordsTried &&
+                        hasTooMany(queries, table, table.column(described), *most))))
         return;
-    duck::Result rows = countValues(queries, table, summary, most);
-    if (most && static_cast<std::int64_t>(rows.rows()) > *most)
-        return;
-    takeValues(rows, wantsDistribution(settings, summary.field), summary);
+    duck::Result rows = countValues(queries, table, described, most);
+    GroupPlace place(rows, groupColumn(table, 3));
+    const bool withDistribution = wantsDistribution(settings, described);
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        const std::size_t end = place.endOf(i);
+        if (!most || static_cast<std::int64_t>(end - begin) <= *most)
+            takeValues(rows, begin, end, withDistribution, groups[i].fields[field]);
+        begin = end;
+    }
 }
 
 } // namespace EmbeddedHV

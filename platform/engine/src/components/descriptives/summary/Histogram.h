@@ -7,7 +7,8 @@
 namespace EmbeddedHV {
 
 /// Fills in the range of each field that is not a text, and the histogram of each continuous field,
-/// for a result document. Throws JobError.
-void fillHistograms(const ComponentQueries& queries, const InputTable& table, DataSummary& summary);
+/// for the result documents of the groups. Throws JobError.
+void fillHistograms(const ComponentQueries& queries, const InputTable& table,
+                    GroupSummaries& groups);
 
 } // namespace EmbeddedHV

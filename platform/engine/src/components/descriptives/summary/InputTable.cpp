@@ -10,8 +10,8 @@ namespace EmbeddedHV {
 
 InputTable::InputTable(const std::string& name, const DescriptivesSettings& settings)
     : _quotedName(quotedIdentifier(name)), _columns(columnsOf(settings)), _weight(settings.weight),
-      _trimsBlanks(settings.trimsBlanks), _forResults(settings.wants(ContainerKind::Results)),
-      _forMissing(settings.tellsMissing())
+      _group(settings.groupField), _trimsBlanks(settings.trimsBlanks),
+      _forResults(settings.wants(ContainerKind::Results)), _forMissing(settings.tellsMissing())
 {
 }
 
@@ -38,7 +38,26 @@ InputTable InputTable::part(const std::string& name) const
     return part;
 }
 
+InputTable InputTable::group(const std::string& name) const
+{
+    InputTable group = part(name);
+    group._group.reset();
+    return group;
+}
+
 std::string InputTable::partCreation(const InputTable& part, const Fields& fields) const
+{
+    return copyCreation(part, fields);
+}
+
+std::string InputTable::groupCreation(const InputTable& group, std::size_t number) const
+{
+    return copyCreation(group, _columns->fields) + " WHERE " + kGroup + " = " +
+           std::to_string(number);
+}
+
+/// The SQL that copies the columns of the fields, and those that all tables of this kind have.
+std::string InputTable::copyCreation(const InputTable& copy, const Fields& fields) const
 {
     std::string columns;
     for (const CFField& field : fields) {
@@ -46,7 +65,9 @@ std::string InputTable::partCreation(const InputTable& part, const Fields& field
         if (const auto missing = missingColumn(field))
             columns += *missing + ", ";
     }
-    return "CREATE OR REPLACE TEMP TABLE " + part.name() + " AS SELECT " + columns + kWeight +
+    if (copy.isGrouped())
+        columns += std::string(kGroup) + ", ";
+    return "CREATE OR REPLACE TEMP TABLE " + copy.name() + " AS SELECT " + columns + kWeight +
            " FROM " + name();
 }
 
@@ -102,6 +123,11 @@ std::string InputTable::creation(const std::string& select) const
             columns += "CASE WHEN " + name + " IS NULL THEN " + rawName(field) + " END AS " +
                        *missing + ", ";
         }
+    }
+    if (_group) {
+        const std::string name = quotedIdentifier(unusedName(_columns->fields, "hv_group"));
+        raw += quotedIdentifier(*_group) + " AS " + name + ", ";
+        columns += name + " AS " + kGroup + ", ";
     }
     const std::string weight =
         _weight ? "CAST(" + quotedIdentifier(*_weight) + " AS DOUBLE)" : "CAST(1 AS UTINYINT)";

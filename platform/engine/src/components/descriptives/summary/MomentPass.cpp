@@ -1,156 +1,210 @@
 #include "components/descriptives/summary/MomentPass.h"
 
-#include <array>
+#include <algorithm>
 #include <memory>
 
+#include "components/descriptives/summary/ChunkColumns.h"
 #include "components/descriptives/summary/Moments.h"
-#include "duckdb/DuckDialect.h"
+#include "components/descriptives/summary/PieceSums.h"
 
 namespace EmbeddedHV {
 namespace {
 
-/// The number of values in a piece. A piece fits into the processor's fastest cache, and a table
-/// may have thousands of fields.
-constexpr std::size_t kPiece = 512;
-using Piece = std::array<double, kPiece>;
-
-bool isThere(const std::uint64_t* validity, std::size_t row)
+/// The column of a field in the pass.
+enum class SummedColumn
 {
-    return !validity || (validity[row / 64] >> (row % 64) & 1) != 0;
-}
-
-/// A column of numbers in a chunk. A null validity means that all values are present.
-struct Numbers
-{
-    Numbers(const duck::Chunk& chunk, std::size_t column)
-        : values(static_cast<const double*>(duckdb_vector_get_data(chunk.column(column)))),
-          validity(duckdb_vector_get_validity(chunk.column(column)))
-    {
-    }
-
-    const double* values;
-    const std::uint64_t* validity;
+    None,
+    Presence, ///< only the weights of the records with a value are summed
+    Numbers,
+    Integers ///< beyond the integers that are exact as numbers
 };
 
-/// Collects the values of a field into pieces and sums each full piece. The size of a piece is
-/// fixed, so it does not depend on the database's chunks.
-class PieceSums
-{
-public:
-    /// Borrows `scratch`. The pieces of all fields may share it.
-    PieceSums(double scale, Piece& scratch) : _scale(scale), _scratch(scratch) {}
-
-    /// `weights` may be null.
-    void take(const Numbers& numbers, const double* weights, std::size_t rows)
-    {
-        for (std::size_t row = 0; row < rows; ++row) {
-            if (!isThere(numbers.validity, row))
-                continue;
-            _values[_count] = numbers.values[row] * _scale;
-            if (weights)
-                _weights[_count] = weights[row];
-            if (++_count == kPiece)
-                endPiece(weights != nullptr);
-        }
-    }
-
-    const CentralSums& finish(bool weighted)
-    {
-        if (_count > 0)
-            endPiece(weighted);
-        return _sums;
-    }
-
-private:
-    void endPiece(bool weighted)
-    {
-        const double near = _sums.weight > 0 ? _sums.mean : _values[0];
-        merge(_sums, centralSums(_values.data(), weighted ? _weights.data() : nullptr, _count, near,
-                                 _scratch.data()));
-        _count = 0;
-    }
-
-    double _scale;
-    std::size_t _count = 0;
-    CentralSums _sums;
-    Piece _values{};
-    Piece _weights{};
-    Piece& _scratch;
-};
-
-/// A field of the pass. If its moments are not needed, or its values are all equal, only the
-/// weights of the records with a value are summed.
+/// A field of the pass, and the sums of its values in the present group.
 struct SummedField
 {
-    FieldSummary* summary;
+    SummedColumn column = SummedColumn::None;
     std::optional<ValueFrame> frame;
     std::unique_ptr<PieceSums> sums;
-
-    bool needsValues() const { return frame && !frame->isConstant; }
 };
 
-std::string columnOf(const SummedField& field, const InputTable& table)
+std::string columnOf(SummedColumn column, const std::string& x)
 {
-    const std::string x = table.column(field.summary->field);
-    if (!field.needsValues())
+    switch (column) {
+    case SummedColumn::Presence:
         return "CASE WHEN " + x + " IS NOT NULL THEN CAST(0 AS DOUBLE) END";
-    if (field.frame->offset == 0)
+    case SummedColumn::Integers:
+        return "CAST(" + x + " AS BIGINT)";
+    default:
         return "CAST(" + x + " AS DOUBLE)";
-    return "CAST(CAST(" + x + " AS HUGEINT) - " + duckDialect().literal(field.frame->offset) +
-           " AS DOUBLE)";
+    }
 }
 
+/// The distance of an integer from the offset, which is not greater.
+double beyond(std::int64_t offset, std::int64_t value)
+{
+    return offset == 0 ? static_cast<double>(value)
+                       : static_cast<double>(static_cast<std::uint64_t>(value) -
+                                             static_cast<std::uint64_t>(offset));
+}
+
+/// Sums the values of each group. The records of a group are read one after the other, so only the
+/// sums of one group are in memory.
 class Pass
 {
 public:
-    Pass(const InputTable& table, bool moments, DataSummary& summary)
-        : _table(table), _summary(summary)
+    Pass(const InputTable& table, bool moments, GroupSummaries& groups)
+        : _table(table), _hasMoments(moments), _groups(groups)
     {
-        for (FieldSummary& field : summary.fields) {
-            SummedField summed{&field, std::nullopt, nullptr};
-            if (moments && isNumber(field.field))
-                summed.frame = frameOf(field);
-            if (summed.needsValues() || table.isWeighted())
-                summed.sums = std::make_unique<PieceSums>(
-                    summed.needsValues() ? summed.frame->scale() : 1, _scratch);
-            _fields.push_back(std::move(summed));
+        for (std::size_t i = 0; i < groups.front().fields.size(); ++i) {
+            SummedField& field = _fields.emplace_back();
+            field.column = columnFor(i);
+            if (field.column != SummedColumn::None)
+                field.sums = std::make_unique<PieceSums>(_scratch);
         }
     }
 
     void run(const ComponentQueries& queries)
     {
-        std::string columns = _table.isWeighted() ? InputTable::kWeight : "";
-        for (const SummedField& field : _fields)
-            if (field.sums)
-                columns += (columns.empty() ? "" : ", ") + columnOf(field, _table);
+        begin();
+        const std::string columns = columnList();
         if (!columns.empty())
-            queries.stream("SELECT " + columns + " FROM " + _table.name(),
+            queries.stream("SELECT " + columns + " FROM " + _table.name() + order(),
                            [this](const duck::Chunk& chunk) { take(chunk); });
-        for (SummedField& field : _fields)
-            fill(field);
-        _summary.weight = _table.isWeighted() ? _whole.finish(true).weight
-                                              : static_cast<double>(_summary.records);
+        advance(_groups.size());
     }
 
 private:
+    std::optional<ValueFrame> frameIn(const DataSummary& group, std::size_t field) const
+    {
+        const FieldSummary& summary = group.fields[field];
+        return _hasMoments && isNumber(summary.field) ? frameOf(summary) : std::nullopt;
+    }
+
+    /// The column that serves all groups. If all values of a group are equal, they are not summed.
+    SummedColumn columnFor(std::size_t field) const
+    {
+        SummedColumn column = _table.isWeighted() ? SummedColumn::Presence : SummedColumn::None;
+        for (const DataSummary& group : _groups) {
+            const std::optional<ValueFrame> frame = frameIn(group, field);
+            if (!frame || frame->isConstant)
+                continue;
+            if (frame->offset != 0)
+                return SummedColumn::Integers;
+            column = SummedColumn::Numbers;
+        }
+        return column;
+    }
+
+    std::string columnList() const
+    {
+        std::string columns;
+        const auto add = [&](const std::string& sql) {
+            columns += (columns.empty() ? "" : ", ") + sql;
+        };
+        if (_table.isWeighted())
+            add(InputTable::kWeight);
+        for (std::size_t i = 0; i < _fields.size(); ++i)
+            if (_fields[i].sums)
+                add(columnOf(_fields[i].column, _table.column(_groups.front().fields[i].field)));
+        if (_table.isGrouped() && !columns.empty())
+            add(InputTable::kGroup);
+        return columns;
+    }
+
+    /// Within a group, records keep their order, on which the last digits of a sum depend.
+    std::string order() const
+    {
+        return _table.isGrouped() ? std::string(" ORDER BY ") + InputTable::kGroup + ", rowid" : "";
+    }
+
     void take(const duck::Chunk& chunk)
     {
-        const std::size_t rows = chunk.rows();
+        if (!_table.isGrouped())
+            return takeRows(chunk, {0, chunk.rows()});
+        const std::int64_t* const groups = integersOf(chunk, groupColumn());
+        for (std::size_t begin = 0, end = 0; begin < chunk.rows(); begin = end) {
+            while (end < chunk.rows() && groups[end] == groups[begin])
+                ++end;
+            advance(static_cast<std::size_t>(groups[begin] - 1));
+            takeRows(chunk, {begin, end});
+        }
+    }
+
+    std::size_t groupColumn() const
+    {
+        return static_cast<std::size_t>(std::ranges::count_if(
+                   _fields, [](const SummedField& field) { return field.sums != nullptr; })) +
+               (_table.isWeighted() ? 1 : 0);
+    }
+
+    void takeRows(const duck::Chunk& chunk, const Rows& rows)
+    {
         std::size_t column = 0;
         const double* weights = nullptr;
         if (_table.isWeighted()) {
-            const Numbers numbers(chunk, column++);
-            weights = numbers.values;
-            _whole.take(numbers, weights, rows);
+            weights = numbersOf(chunk, column);
+            takeNumbers(_whole, chunk, column++, weights, rows);
         }
-        for (SummedField& field : _fields)
-            if (field.sums)
-                field.sums->take(Numbers(chunk, column++), weights, rows);
+        for (SummedField& field : _fields) {
+            if (!field.sums)
+                continue;
+            if (field.column == SummedColumn::Integers)
+                takeIntegers(field, chunk, column++, weights, rows);
+            else
+                takeNumbers(*field.sums, chunk, column++, weights, rows);
+        }
     }
 
-    void fill(SummedField& field)
+    static void takeNumbers(PieceSums& sums, const duck::Chunk& chunk, std::size_t column,
+                            const double* weights, const Rows& rows)
     {
-        FieldSummary& summary = *field.summary;
+        const double* const values = numbersOf(chunk, column);
+        sums.take(rows, validityOf(chunk, column), weights,
+                  [values](std::size_t row) { return values[row]; });
+    }
+
+    static void takeIntegers(SummedField& field, const duck::Chunk& chunk, std::size_t column,
+                             const double* weights, const Rows& rows)
+    {
+        const std::int64_t* const values = integersOf(chunk, column);
+        const std::int64_t offset = field.frame ? field.frame->offset : 0;
+        field.sums->take(rows, validityOf(chunk, column), weights,
+                         [=](std::size_t row) { return beyond(offset, values[row]); });
+    }
+
+    /// Ends the groups before this one.
+    void advance(std::size_t group)
+    {
+        while (_group < group) {
+            finish(_groups[_group]);
+            if (++_group < _groups.size())
+                begin();
+        }
+    }
+
+    /// Begins the present group.
+    void begin()
+    {
+        _whole.begin(1);
+        for (std::size_t i = 0; i < _fields.size(); ++i) {
+            SummedField& field = _fields[i];
+            field.frame = frameIn(_groups[_group], i);
+            if (field.sums)
+                field.sums->begin(field.frame && !field.frame->isConstant ? field.frame->scale()
+                                                                          : 1);
+        }
+    }
+
+    void finish(DataSummary& group)
+    {
+        for (std::size_t i = 0; i < _fields.size(); ++i)
+            fill(_fields[i], group.fields[i]);
+        group.weight =
+            _table.isWeighted() ? _whole.finish(true).weight : static_cast<double>(group.records);
+    }
+
+    void fill(SummedField& field, FieldSummary& summary)
+    {
         CentralSums sums;
         if (field.sums)
             sums = field.sums->finish(_table.isWeighted());
@@ -162,21 +216,24 @@ private:
     }
 
     const InputTable& _table;
-    DataSummary& _summary;
+    bool _hasMoments;
+    GroupSummaries& _groups;
+    std::size_t _group = 0; ///< the present one
     Piece _scratch{};
-    PieceSums _whole{1, _scratch};
+    PieceSums _whole{_scratch};
     std::vector<SummedField> _fields;
 };
 
 } // namespace
 
 void sumUp(const ComponentQueries& queries, const InputTable& table, bool moments,
-           DataSummary& summary)
+           GroupSummaries& groups)
 {
-    Pass(table, moments, summary).run(queries);
-    for (FieldSummary& field : summary.fields)
-        // The difference of two rounded sums is rarely exactly 0.
-        field.missingWeight = field.missing == 0 ? 0 : summary.weight - field.validWeight;
+    Pass(table, moments, groups).run(queries);
+    for (DataSummary& group : groups)
+        for (FieldSummary& field : group.fields)
+            // The difference of two rounded sums is rarely exactly 0.
+            field.missingWeight = field.missing == 0 ? 0 : group.weight - field.validWeight;
 }
 
 } // namespace EmbeddedHV

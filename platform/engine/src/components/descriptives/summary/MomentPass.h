@@ -6,10 +6,10 @@
 
 namespace EmbeddedHV {
 
-/// Sums the weights, and with `moments` computes the moments of numeric fields. The counts and
-/// ranges of the fields must be known. Reads the records in order, so the same records give exactly
-/// the same numbers with any number of threads. Throws JobError.
+/// Sums the weights of each group, and with `moments` computes the moments of numeric fields. The
+/// counts and ranges of the fields must be known. Reads the records in order, so the same records
+/// give exactly the same numbers with any number of threads, in a group or alone. Throws JobError.
 void sumUp(const ComponentQueries& queries, const InputTable& table, bool moments,
-           DataSummary& summary);
+           GroupSummaries& groups);
 
 } // namespace EmbeddedHV

@@ -5,49 +5,42 @@
 
 #include "components/descriptives/summary/DistinctValues.h"
 #include "components/descriptives/summary/FieldParts.h"
+#include "components/descriptives/summary/GroupRows.h"
 #include "components/descriptives/summary/Histogram.h"
 #include "components/descriptives/summary/MomentPass.h"
-#include "components/descriptives/summary/Quartiles.h"
 #include "components/descriptives/summary/ValueCounts.h"
+#include "components/descriptives/summary/WeightedQuantiles.h"
 
 namespace EmbeddedHV {
 namespace {
 
-/// A SELECT with one result row. Its columns are added and read in the same order.
-class OneRow
+/// Whether a group has a mean of this field.
+bool hasMean(const GroupSummaries& groups, std::size_t field)
 {
-public:
-    void add(const std::string& sql) { _columns += (_columns.empty() ? "" : ", ") + sql; }
-    bool empty() const { return _columns.empty(); }
-    void run(const ComponentQueries& queries, const std::string& from)
-    {
-        _result = queries.run("SELECT " + _columns + " FROM " + from);
-    }
-    std::int64_t integer() { return _result.integer(_next++, 0); }
-    std::string text() { return _result.text(_next++, 0); }
-    std::optional<double> real() { return _result.real(_next++, 0); }
-
-private:
-    std::string _columns;
-    duck::Result _result;
-    std::size_t _next = 0;
-};
+    return std::ranges::any_of(groups, [field](const DataSummary& group) {
+        return group.fields[field].numeric.mean.has_value();
+    });
+}
 
 /// Counts and ranges of all fields, in one pass.
 class CountPass
 {
 public:
-    CountPass(const InputTable& table, bool ranges) : _table(table), _ranges(ranges) {}
-
-    void run(const ComponentQueries& queries, DataSummary& summary)
+    CountPass(const InputTable& table, bool ranges) : _table(table), _ranges(ranges), _rows(table)
     {
-        _row.add("count(*)");
-        for (const FieldSummary& field : summary.fields)
+    }
+
+    void run(const ComponentQueries& queries, GroupSummaries& groups)
+    {
+        _rows.add("count(*)");
+        for (const FieldSummary& field : groups.front().fields)
             ask(field.field);
-        _row.run(queries, _table.name());
-        summary.records = _row.integer();
-        for (FieldSummary& field : summary.fields)
-            answer(summary, field);
+        _rows.run(queries);
+        while (DataSummary* const group = _rows.next(groups)) {
+            group->records = _rows.integer();
+            for (FieldSummary& field : group->fields)
+                answer(*group, field);
+        }
     }
 
 private:
@@ -59,45 +52,48 @@ private:
     void ask(const CFField& field)
     {
         const std::string x = _table.column(field);
-        _row.add("count(" + x + ")");
+        _rows.add("count(" + x + ")");
         if (hasRange(field)) {
-            _row.add("CAST(min(" + x + ") AS VARCHAR)");
-            _row.add("CAST(max(" + x + ") AS VARCHAR)");
+            _rows.add("CAST(min(" + x + ") AS VARCHAR)");
+            _rows.add("CAST(max(" + x + ") AS VARCHAR)");
         }
     }
 
     void answer(const DataSummary& whole, FieldSummary& field)
     {
-        field.valid = _row.integer();
+        field.valid = _rows.integer();
         field.missing = whole.records - field.valid;
         if (hasRange(field.field)) {
-            field.minimum = _row.text();
-            field.maximum = _row.text();
+            field.minimum = _rows.text();
+            field.maximum = _rows.text();
         }
     }
 
     const InputTable& _table;
     bool _ranges;
-    OneRow _row;
+    AggregateRows _rows;
 };
 
 /// The quartiles of all numeric fields, in one pass.
 class QuartilePass
 {
 public:
-    explicit QuartilePass(const InputTable& table) : _table(table) {}
+    explicit QuartilePass(const InputTable& table) : _table(table), _rows(table) {}
 
-    void run(const ComponentQueries& queries, DataSummary& summary)
+    void run(const ComponentQueries& queries, GroupSummaries& groups)
     {
-        for (const FieldSummary& field : summary.fields)
-            if (field.numeric.mean)
-                ask(field);
-        if (_row.empty())
+        std::vector<std::size_t> asked;
+        for (std::size_t i = 0; i < groups.front().fields.size(); ++i)
+            if (hasMean(groups, i)) {
+                asked.push_back(i);
+                ask(groups.front().fields[i]);
+            }
+        if (_rows.empty())
             return;
-        _row.run(queries, _table.name());
-        for (FieldSummary& field : summary.fields)
-            if (field.numeric.mean)
-                answer(field);
+        _rows.run(queries);
+        while (DataSummary* const group = _rows.next(groups))
+            for (const std::size_t i : asked)
+                answer(group->fields[i].numeric);
     }
 
 private:
@@ -107,79 +103,121 @@ private:
         // A list of quantiles is computed once. Three aggregates would each store and sort all
         // values.
         for (const char* place : {"[1]", "[2]", "[3]"})
-            _row.add("quantile_cont(CAST(" + x + " AS DOUBLE), [0.25, 0.5, 0.75])" + place);
+            _rows.add("quantile_cont(CAST(" + x + " AS DOUBLE), [0.25, 0.5, 0.75])" + place);
     }
 
-    void answer(FieldSummary& field)
+    void answer(NumericSummary& numeric)
     {
-        field.numeric.firstQuartile = _row.real();
-        field.numeric.median = _row.real();
-        field.numeric.thirdQuartile = _row.real();
+        const std::optional<double> first = _rows.real();
+        const std::optional<double> median = _rows.real();
+        const std::optional<double> third = _rows.real();
+        if (!numeric.mean)
+            return;
+        numeric.firstQuartile = first;
+        numeric.median = median;
+        numeric.thirdQuartile = third;
     }
 
     const InputTable& _table;
-    OneRow _row;
+    AggregateRows _rows;
 };
 
 void takeWeightedQuartiles(const ComponentQueries& queries, const InputTable& table,
-                           FieldSummary& field)
+                           std::size_t field, GroupSummaries& groups)
 {
-    const Quartiles quartiles =
-        weightedQuartiles(queries, table, table.column(field.field), field.validWeight);
-    field.numeric.firstQuartile = quartiles.first;
-    field.numeric.median = quartiles.median;
-    field.numeric.thirdQuartile = quartiles.third;
+    std::vector<double> weights;
+    for (const DataSummary& group : groups)
+        weights.push_back(group.fields[field].validWeight);
+    const std::vector<Quantiles> quartiles = weightedQuartiles(
+        queries, table, table.column(groups.front().fields[field].field), weights);
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        NumericSummary& numeric = groups[i].fields[field].numeric;
+        if (!numeric.mean)
+            continue;
+        numeric.firstQuartile = quartiles[i][0];
+        numeric.median = quartiles[i][1];
+        numeric.thirdQuartile = quartiles[i][2];
+    }
 }
 
-std::int64_t dropLeftOut(const ComponentQueries& queries, const InputTable& table)
+void dropLeftOut(const ComponentQueries& queries, const InputTable& table, GroupSummaries& groups)
 {
-    const std::string leftOut = " FROM " + table.name() + " WHERE w IS NULL";
-    const std::int64_t count = queries.run("SELECT count(*)" + leftOut).integer(0, 0);
-    if (count > 0)
-        queries.run("DELETE" + leftOut);
-    return count;
+    const std::string leftOut = " WHERE w IS NULL";
+    AggregateRows rows(table);
+    rows.add("count(*)");
+    rows.run(queries, leftOut);
+    std::int64_t all = 0;
+    while (DataSummary* const group = rows.next(groups)) {
+        group->leftOut = rows.integer();
+        all += group->leftOut;
+    }
+    if (all > 0)
+        queries.run("DELETE FROM " + table.name() + leftOut);
 }
 
 /// Statistics that only some documents contain.
 void fillDetails(const ComponentQueries& queries, const InputTable& table,
-                 const DescriptivesSettings& settings, DataSummary& summary)
+                 const DescriptivesSettings& settings, GroupSummaries& groups)
 {
     if (settings.wants(ContainerKind::Results) && settings.summaries)
-        fillHistograms(queries, table, summary);
-    if (settings.tellsMissing())
-        for (FieldSummary& field : summary.fields)
-            if (isCategorical(field.field))
-                fillMissingValues(queries, table, field);
+        fillHistograms(queries, table, groups);
+    if (!settings.tellsMissing())
+        return;
+    for (std::size_t i = 0; i < groups.front().fields.size(); ++i)
+        if (isCategorical(groups.front().fields[i].field))
+            fillMissingValues(queries, table, i, groups);
 }
 
-/// Fills in the statistics of the summary's fields, which are columns of the table. `before` fields
-/// have their statistics already.
+/// Fills in the statistics of the summaries' fields, which are columns of the table. `before`
+/// fields have their statistics already.
 void fillStatistics(const ComponentQueries& queries, const InputTable& table,
-                    const DescriptivesSettings& settings, std::size_t before, DataSummary& summary)
+                    const DescriptivesSettings& settings, std::size_t before,
+                    GroupSummaries& groups)
 {
-    CountPass(table, settings.summaries).run(queries, summary);
-    sumUp(queries, table, settings.summaries, summary);
+    CountPass(table, settings.summaries).run(queries, groups);
+    sumUp(queries, table, settings.summaries, groups);
     if (!table.isWeighted())
-        QuartilePass(table).run(queries, summary);
-    for (FieldSummary& field : summary.fields) {
-        if (table.isWeighted() && field.numeric.mean)
-            takeWeightedQuartiles(queries, table, field);
-        fillDistinctValues(queries, table, settings, summary.records, field);
+        QuartilePass(table).run(queries, groups);
+    for (std::size_t i = 0; i < groups.front().fields.size(); ++i) {
+        if (table.isWeighted() && hasMean(groups, i))
+            takeWeightedQuartiles(queries, table, i, groups);
+        fillDistinctValues(queries, table, settings, i, groups);
         queries.progress(static_cast<double>(++before) /
                          static_cast<double>(settings.fields.size()));
     }
-    fillDetails(queries, table, settings, summary);
+    fillDetails(queries, table, settings, groups);
+}
+
+/// Summaries of these fields without statistics.
+GroupSummaries emptySummaries(const Fields& fields, std::size_t groups)
+{
+    DataSummary summary;
+    for (const CFField& field : fields)
+        summary.fields.emplace_back(field);
+    return GroupSummaries(groups, summary);
+}
+
+void addFields(GroupSummaries& some, GroupSummaries& groups)
+{
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        groups[i].records = some[i].records;
+        groups[i].weight = some[i].weight;
+        std::move(some[i].fields.begin(), some[i].fields.end(),
+                  std::back_inserter(groups[i].fields));
+    }
 }
 
 } // namespace
 
-DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
-                      const DescriptivesSettings& settings, const std::string& partName)
+GroupSummaries summarizeGroups(const ComponentQueries& queries, const InputTable& table,
+                               const DescriptivesSettings& settings, const std::string& partName)
 {
-    DataSummary summary;
-    summary.weightField = settings.weight;
+    const std::size_t count = table.isGrouped() ? settings.groups : 1;
+    GroupSummaries groups = emptySummaries({}, count);
+    for (DataSummary& group : groups)
+        group.weightField = settings.weight;
     if (table.keepsLeftOut())
-        summary.leftOut = dropLeftOut(queries, table);
+        dropLeftOut(queries, table, groups);
     const Fields& fields = settings.fields;
     const InputTable part = fields.size() > kFieldsOfPart ? table.part(partName) : table;
     std::size_t next = 0;
@@ -190,17 +228,18 @@ DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
                           fields.begin() + static_cast<std::ptrdiff_t>(end));
         if (part.name() != table.name())
             queries.run(table.partCreation(part, some));
-        DataSummary described;
-        for (const CFField& field : some)
-            described.fields.emplace_back(field);
+        GroupSummaries described = emptySummaries(some, count);
         fillStatistics(queries, part, settings, next, described);
-        summary.records = described.records;
-        summary.weight = described.weight;
-        std::move(described.fields.begin(), described.fields.end(),
-                  std::back_inserter(summary.fields));
+        addFields(described, groups);
         next = end;
     } while (next < fields.size());
-    return summary;
+    return groups;
+}
+
+DataSummary summarize(const ComponentQueries& queries, const InputTable& table,
+                      const DescriptivesSettings& settings, const std::string& partName)
+{
+    return std::move(summarizeGroups(queries, table, settings, partName).front());
 }
 
 } // namespace EmbeddedHV

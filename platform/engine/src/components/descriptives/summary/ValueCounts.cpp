@@ -1,8 +1,10 @@
 #include "components/descriptives/summary/ValueCounts.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
+#include "components/descriptives/summary/GroupRows.h"
 #include "datafile/ColumnTypes.h"
 
 namespace EmbeddedHV {
@@ -20,13 +22,16 @@ CFDatum datumAt(duck::Result& rows, std::size_t row, CFField::StorageType storag
     return number ? CFDatum(*number) : CFDatum();
 }
 
+/// By group, at most one more value than kMostMissingValues for each.
 duck::Result countMissing(const ComponentQueries& queries, const InputTable& table,
                           const std::string& column, CFField::StorageType storage)
 {
-    return queries.run("SELECT " + countedValue("x", storage) + ", n, f FROM (SELECT " + column +
-                       " AS x, count(*) AS n, CAST(sum(w) AS DOUBLE) AS f FROM " + table.name() +
-                       " WHERE " + column + " IS NOT NULL GROUP BY ALL) ORDER BY x LIMIT " +
-                       std::to_string(kMostMissingValues + 1));
+    const std::string group = listedGroup(table);
+    return queries.run("SELECT " + countedValue("x", storage) + ", n, f" + group +
+                       " FROM (SELECT " + column +
+                       " AS x, count(*) AS n, CAST(sum(w) AS DOUBLE) AS f" + group + " FROM " +
+                       table.name() + " WHERE " + column + " IS NOT NULL GROUP BY ALL) " +
+                       firstOfGroups(table, "x", kMostMissingValues + 1) + groupOrder(table, "x"));
 }
 
 /// The host stores a missing text as blanks. So a blank text without a label is not a value.
@@ -34,6 +39,24 @@ bool isNoValue(const CFDatum& value, const CFField& field)
 {
     return value.IsString() && value.GetString().find_first_not_of(' ') == std::string::npos &&
            CFValue::GetIndex(value, field.GetValueLabels()) < 0;
+}
+
+/// Adds the values in these rows, and the records without a value.
+void takeMissing(duck::Result& rows, std::size_t row, std::size_t end, FieldSummary& summary)
+{
+    if (end - row > kMostMissingValues)
+        return;
+    ValueCount without{CFDatum(), summary.missing, summary.missingWeight};
+    for (; row < end; ++row) {
+        ValueCount count = valueCountAt(rows, row, summary.field.GetStorage());
+        if (isNoValue(count.value, summary.field))
+            continue;
+        without.records -= count.records;
+        without.weight -= count.weight;
+        summary.missingValues.push_back(std::move(count));
+    }
+    if (without.records > 0)
+        summary.missingValues.push_back(without);
 }
 
 } // namespace
@@ -50,28 +73,26 @@ ValueCount valueCountAt(duck::Result& rows, std::size_t row, CFField::StorageTyp
     return {datumAt(rows, row, storage), rows.integer(1, row), rows.real(2, row).value_or(0)};
 }
 
-void fillMissingValues(const ComponentQueries& queries, const InputTable& table,
-                       FieldSummary& summary)
+void fillMissingValues(const ComponentQueries& queries, const InputTable& table, std::size_t field,
+                       GroupSummaries& groups)
 {
-    if (summary.missing == 0)
-        return;
-    ValueCount without{CFDatum(), summary.missing, summary.missingWeight};
-    if (const auto column = table.missingColumn(summary.field)) {
-        const CFField::StorageType storage = summary.field.GetStorage();
-        duck::Result rows = countMissing(queries, table, *column, storage);
-        if (rows.rows() > kMostMissingValues)
-            return;
-        for (std::size_t row = 0; row < rows.rows(); ++row) {
-            ValueCount count = valueCountAt(rows, row, storage);
-            if (isNoValue(count.value, summary.field))
-                continue;
-            without.records -= count.records;
-            without.weight -= count.weight;
-            summary.missingValues.push_back(std::move(count));
-        }
+    const CFField& described = groups.front().fields[field].field;
+    const auto column = table.missingColumn(described);
+    duck::Result rows;
+    std::optional<GroupPlace> place;
+    if (column && std::ranges::any_of(groups, [field](const DataSummary& group) {
+            return group.fields[field].missing > 0;
+        })) {
+        rows = countMissing(queries, table, *column, described.GetStorage());
+        place.emplace(rows, groupColumn(table, 3));
     }
-    if (without.records > 0)
-        summary.missingValues.push_back(without);
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        const std::size_t end = place ? place->endOf(i) : begin;
+        if (FieldSummary& summary = groups[i].fields[field]; summary.missing > 0)
+            takeMissing(rows, begin, end, summary);
+        begin = end;
+    }
 }
 
 } // namespace EmbeddedHV
