@@ -51,8 +51,10 @@ bool isShown(const AggregateOptions& options)
     if (!shown && !options.format.empty())
         throw CommandFault(ExitStatus::Usage, "--format is for a result that is shown",
                            "--to sets the kind of a file");
-    if (!shown && options.width > 0)
-        throw CommandFault(ExitStatus::Usage, "--width is for a result that is shown");
+    if (!shown && (options.text.width > 0 || options.text.groupsDigits))
+        throw CommandFault(ExitStatus::Usage,
+                           std::string(options.text.width > 0 ? "--width" : "--group-digits") +
+                               " is for a result that is shown");
     const bool written = !output.kind.empty() || !output.password.empty() ||
                          !output.passwordFile.empty() || !output.dataModel.empty();
     if (shown && written)
@@ -76,7 +78,7 @@ void aggregate(const AggregateOptions& options, const CommonOptions& common)
     const InterruptWatch watch(common.timeout);
     const bool shown = isShown(options);
     const std::string form = options.format.empty() ? "text" : options.format;
-    const TableLook look{form, textWidth(options.width, form)};
+    const TableLook look{form, textForm(options.text, form)};
     const InputOptions reading = limitedReading(options.input, options.records);
     const InputFile input(reading, FileOptions::Offered, watch, Reader::Either);
     std::optional<OutputFile> output;

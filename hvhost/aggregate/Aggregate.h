@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "hvhost/base/CommonOptions.h"
+#include "hvhost/base/TextRequest.h"
 
 namespace CLI {
 class App;
@@ -17,7 +18,7 @@ struct AggregateOptions : JobOptions
     bool totals = false;                 ///< also a row for each subtotal, and one for all records
     bool unweighted = false;             ///< each record counts once, even if the file has a weight
     std::string format;                  ///< text, csv or json; empty for text
-    long long width = 0;                 ///< of text; 0: the width of the terminal
+    TextRequest text;
 };
 /// Computes grouped aggregates and percentiles.
 void aggregate(const AggregateOptions& options, const CommonOptions& common);

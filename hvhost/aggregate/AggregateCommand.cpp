@@ -47,7 +47,7 @@ void addAggregateCommand(CLI::App& app, CommonOptions& common)
         ->add_option("--format", options->format, "The form of a result that is shown, without OUT")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json"}));
-    addWidth(*command, options->width);
+    addTextOptions(*command, options->text);
     addCommonOptions(*command, common);
     command->callback([options, &common] { aggregate(*options, common); });
 }

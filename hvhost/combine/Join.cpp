@@ -95,7 +95,7 @@ void deliverReport(const KeyReport& report, const std::string& path, const Shown
 {
     const std::string form = formOf("", path, {"csv", "json"});
     std::ostringstream text;
-    printTable(tableOf(report), {form, textWidth(0, form, result.isFile())}, text);
+    printTable(tableOf(report), {form, textForm({}, form, result.isFile())}, text);
     result.deliver(text.str());
 }
 

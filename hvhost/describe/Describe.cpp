@@ -299,7 +299,7 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
         throw CommandFault(ExitStatus::Usage,
                            "--missing-patterns: csv has room for patterns or for pairs",
                            "--format json shows both");
-    const OutputLook look{form, result.isFile(), textWidth(shown.width, form, result.isFile())};
+    const OutputLook look{form, result.isFile(), textForm(shown.text, form, result.isFile())};
     InputFile input(options.input, FileOptions::Offered, watch);
     Dataset& dataset = *input.dataset();
     if (!options.by.empty())

@@ -295,7 +295,7 @@ void info(const InfoOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
     checkLog(common.logFile);
-    const TableLook look{options.format, textWidth(options.width, options.format)};
+    const TableLook look{options.format, textForm(options.text, options.format)};
     const InputFile input(options.input, FileOptions::Offered, watch);
     const DatasetFacts facts(*input.dataset(), input.separator(), input.textReasons());
     watch.check();

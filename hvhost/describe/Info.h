@@ -3,6 +3,7 @@
 #include <string>
 
 #include "hvhost/base/CommonOptions.h"
+#include "hvhost/base/TextRequest.h"
 
 namespace CLI {
 class App;
@@ -13,7 +14,7 @@ struct InfoOptions
 {
     InputOptions input;
     std::string format = "text"; ///< text, csv or json
-    long long width = 0;         ///< of text; 0: the width of the terminal
+    TextRequest text;
     bool showDataModel = false;
 };
 /// Shows the metadata of a dataset.

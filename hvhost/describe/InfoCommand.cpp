@@ -18,7 +18,7 @@ void addInfoCommand(CLI::App& app, CommonOptions& common)
     command->add_option("--format", options->format, "How it is shown")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json"}));
-    addWidth(*command, options->width);
+    addTextOptions(*command, options->text);
     command->add_flag("--data-model", options->showDataModel,
                       "Show the data model document instead");
     addCommonOptions(*command, common);

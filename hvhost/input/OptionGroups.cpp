@@ -296,11 +296,14 @@ void addWeight(CLI::App& app, InputOptions& options)
         ->group("Input");
 }
 
-CLI::Option* addWidth(CLI::App& app, long long& width)
+std::vector<CLI::Option*> addTextOptions(CLI::App& app, TextRequest& text)
 {
-    return app.add_option("--width", width, "The width of text; by default that of the terminal")
-        ->type_name("N")
-        ->check(wholeNumberFrom(20));
+    return {
+        app.add_option("--width", text.width, "The width of text; by default that of the terminal")
+            ->type_name("N")
+            ->check(wholeNumberFrom(20)),
+        app.add_flag("--group-digits", text.groupsDigits,
+                     "Put blanks between groups of digits in text: 1 234 567")};
 }
 
 void addPrintJob(CLI::App& app, bool& printJob)

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "hvhost/base/CommonOptions.h"
+#include "hvhost/base/TextRequest.h"
 
 namespace CLI {
 class App;
@@ -44,7 +46,7 @@ void addModelData(CLI::App& app, InputOptions& options, bool isNeeded);
 CLI::Option* addUserMissing(CLI::App& app, std::string& what);
 /// --weight
 void addWeight(CLI::App& app, InputOptions& options);
-/// --width, for output as text; 0 if it is not given.
-CLI::Option* addWidth(CLI::App& app, long long& width);
+/// --width and --group-digits, for output as text. Returns both.
+std::vector<CLI::Option*> addTextOptions(CLI::App& app, TextRequest& text);
 /// --print-job
 void addPrintJob(CLI::App& app, bool& printJob);

@@ -130,8 +130,8 @@ std::string shapesText(const CFField& field)
         sentence("coordinate system: ^1", {systemOf(geo)}) + "\n";
     if (const auto& extent = geo.GetEnvelope())
         text += sentence("extent: ^1 to ^2, ^3 to ^4",
-                         {shownNumber(extent->leftUpperX), shownNumber(extent->rightLowerX),
-                          shownNumber(extent->rightLowerY), shownNumber(extent->leftUpperY)}) +
+                         {localNumber(extent->leftUpperX), localNumber(extent->rightLowerX),
+                          localNumber(extent->rightLowerY), localNumber(extent->leftUpperY)}) +
                 "\n";
     return text;
 }
@@ -229,7 +229,7 @@ void mapInfo(const MapInfoOptions& options, const CommonOptions& common)
     const ShownOptions& shown = options.shown;
     const ShownResult result(shown.output, shown.force, watch);
     const std::string format = formOf(shown.format, shown.output, {"csv", "json", "html"});
-    const TableLook look{format, textWidth(shown.width, format, result.isFile())};
+    const TableLook look{format, textForm(shown.text, format, result.isFile())};
     const bool isPage = format == "html" && !options.showDataModel;
     const MapInput map(options.map, options.showDataModel || isPage);
     MapSession session("info", common, watch);

@@ -154,7 +154,7 @@ std::string shown(int matched, const Side& map, const Side& data, const TableLoo
 void mapMatch(const MapMatchOptions& options, const CommonOptions& common)
 {
     const InterruptWatch watch(common.timeout);
-    const TableLook look{options.format, textWidth(options.width, options.format)};
+    const TableLook look{options.format, textForm(options.text, options.format)};
     const MapInput map(options.map, true);
     const InputFile input(options.input, FileOptions::None, watch);
     Side ofMap{"map", {}, {}, {}};

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "hvhost/base/CommonOptions.h"
+#include "hvhost/base/TextRequest.h"
 #include "hvhost/map/MapOptions.h"
 
 /// The options of map match: a map, a dataset, and the fields that are matched.
@@ -14,7 +15,7 @@ struct MapMatchOptions
     std::vector<std::string> keys; ///< MAPFIELD=VARIABLE, or one name for both
     int limit = 20;                ///< rows of each list, -1 for all
     std::string format = "text";   ///< text, csv or json
-    long long width = 0;           ///< of text; 0: the width of the terminal
+    TextRequest text;
 };
 /// Shows how well the keys of a map match those of a dataset.
 void mapMatch(const MapMatchOptions& options, const CommonOptions& common);

@@ -34,7 +34,7 @@ void addMapMatchCommand(CLI::App& map, CommonOptions& common)
     app->add_option("--format", options->format, "The form of the output")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json"}));
-    addWidth(*app, options->width);
+    addTextOptions(*app, options->text);
     addCommonOptions(*app, common);
     app->callback([options, &common] { mapMatch(*options, common); });
 }

@@ -110,7 +110,7 @@ void score(const ScoreOptions& options, const CommonOptions& common)
     const InterruptWatch watch(common.timeout);
     const ShownResult result(options.shown.output, options.shown.force, watch);
     const std::string form = scoredForm(options);
-    const TableLook look{form, textWidth(options.shown.width, form, result.isFile())};
+    const TableLook look{form, textForm(options.shown.text, form, result.isFile())};
     const ReadableFile file(options.model, watch);
     const ScoringModel model(file);
     Scoring scoring(options, look, model, watch);

@@ -54,7 +54,8 @@ void writeOutput(const OutputHeading& output, const OutputLook& look, std::ostre
         return;
     }
     OutputTextOptions text;
-    text.width = look.width;
+    text.width = look.text.width;
+    text.groupsDigits = look.text.groupsDigits;
     text.colours = wantsColours(look.toFile);
     writeOutputText(output, text, out);
 }

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "hvhost/show/TextTable.h"
+
 struct OutputHeading;
 
 /// The requested form; else the one of `forms` that is the extension of the file; else text.
@@ -14,9 +16,9 @@ std::string formOf(const std::string& asked, const std::string& path,
 /// How output is shown.
 struct OutputLook
 {
-    std::string form;       ///< "html" for a page, else text
-    bool toFile = false;    ///< false: to standard output
-    std::size_t width = 0;  ///< of text
+    std::string form;    ///< "html" for a page, else text
+    bool toFile = false; ///< false: to standard output
+    TextForm text = {};
     std::string subtitle{}; ///< of a page; may be empty
 };
 

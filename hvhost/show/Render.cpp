@@ -82,7 +82,7 @@ void render(const RenderOptions& options, const CommonOptions& common)
     const ShownOptions& shown = options.shown;
     const ShownResult result(shown.output, shown.force, watch);
     const std::string form = formOf(shown.format, shown.output, {"html"});
-    const OutputLook look{form, result.isFile(), textWidth(shown.width, form, result.isFile())};
+    const OutputLook look{form, result.isFile(), textForm(shown.text, form, result.isFile())};
     InterruptWatch::Abandonable work(watch);
     const JsonFile document = readDocument(options.document, watch);
     const std::vector<RenderOrder> orders = ordersOf(options, document, watch);

@@ -141,5 +141,5 @@ void printTable(const ResultTable& table, const TableLook& look, std::ostream& o
     else if (look.form == "json")
         printJson(table, out);
     else
-        printTextTable(table, look.width, out);
+        printTextTable(table, look.text, out);
 }

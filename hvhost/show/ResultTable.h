@@ -8,6 +8,7 @@
 
 #include "CFField.h"
 #include "hvhost/base/ValueText.h"
+#include "hvhost/show/TextTable.h"
 
 namespace EmbeddedHV {
 class RowDataIterator;
@@ -49,8 +50,8 @@ ResultTable readTable(EmbeddedHV::RowDataIterator& rows, std::size_t keyCount);
 /// How a table is shown.
 struct TableLook
 {
-    std::string form;      ///< text, csv or json
-    std::size_t width = 0; ///< of text
+    std::string form; ///< text, csv or json
+    TextForm text = {};
 };
 
 void printTable(const ResultTable& table, const TableLook& look, std::ostream& out);

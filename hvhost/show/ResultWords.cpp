@@ -30,7 +30,7 @@ std::string sentence(const std::string& key, std::initializer_list<std::string> 
     return text;
 }
 
-std::string shownNumber(double number)
+std::string localNumber(double number)
 {
     std::string text = base::roundedNumber(number);
     std::replace(text.begin(), text.end(), '.', decimalSign());

@@ -7,13 +7,14 @@
 
 void addShownOptions(CLI::App& app, ShownOptions& options, const ShownHelp& help)
 {
-    const std::vector<CLI::Option*> added = {
-        app.add_option("--format", options.format, help.format)
-            ->type_name("FORM")
-            ->check(CLI::IsMember(help.forms)),
-        addWidth(app, options.width),
-        app.add_option("-o", options.output, help.output)->type_name("FILE")->check(notEmpty()),
-        app.add_flag("--force", options.force, "Replace an existing file")};
+    std::vector<CLI::Option*> added = {app.add_option("--format", options.format, help.format)
+                                           ->type_name("FORM")
+                                           ->check(CLI::IsMember(help.forms))};
+    for (CLI::Option* const option : addTextOptions(app, options.text))
+        added.push_back(option);
+    added.push_back(
+        app.add_option("-o", options.output, help.output)->type_name("FILE")->check(notEmpty()));
+    added.push_back(app.add_flag("--force", options.force, "Replace an existing file"));
     if (*help.group != '\0')
         for (CLI::Option* const option : added)
             option->group(help.group);

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "hvhost/base/TextRequest.h"
+
 namespace CLI {
 class App;
 }
@@ -10,9 +12,9 @@ class App;
 /// How a result is shown and where it goes.
 struct ShownOptions
 {
-    std::string format;  ///< empty: by the extension of the output, see formOf
-    std::string output;  ///< empty for standard output
-    long long width = 0; ///< of text; 0: that of the terminal
+    std::string format; ///< empty: by the extension of the output, see formOf
+    std::string output; ///< empty for standard output
+    TextRequest text;
     bool force = false;
 };
 
@@ -25,5 +27,5 @@ struct ShownHelp
     const char* group;  ///< the group of the help; empty for that of the command
 };
 
-/// Adds --format, --width, -o and --force. `options` must outlive the application.
+/// Adds --format, --width, --group-digits, -o and --force. `options` must outlive the application.
 void addShownOptions(CLI::App& app, ShownOptions& options, const ShownHelp& help);

@@ -11,6 +11,7 @@
 #include "base/NumberText.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/show/ResultTable.h"
+#include "report/document/ShownText.h"
 #include "report/text/TextGrid.h"
 
 namespace {
@@ -41,27 +42,30 @@ std::size_t outputWidth()
     return kDefaultWidth;
 }
 
-std::size_t textWidth(long long asked, const std::string& form, bool toFile)
+TextForm textForm(const TextRequest& asked, const std::string& form, bool toFile)
 {
-    if (asked > 0 && form != "text")
-        throw CommandFault(ExitStatus::Usage, "--width is for text, and this is " + form,
+    const char* const option = asked.width > 0 ? "--width" : "--group-digits";
+    if ((asked.width > 0 || asked.groupsDigits) && form != "text")
+        throw CommandFault(ExitStatus::Usage,
+                           std::string(option) + " is for text, and this is " + form,
                            "leave it out, or choose --format text");
-    if (asked > 0)
-        return static_cast<std::size_t>(asked);
-    return toFile ? kDefaultWidth : outputWidth();
+    std::size_t width = toFile ? kDefaultWidth : outputWidth();
+    if (asked.width > 0)
+        width = static_cast<std::size_t>(asked.width);
+    return {width, asked.groupsDigits};
 }
 
-void printTextTable(const ResultTable& table, std::size_t width, std::ostream& out)
+void printTextTable(const ResultTable& table, const TextForm& form, std::ostream& out)
 {
     TextGrid grid;
     grid.keyCount = table.keyCount;
     grid.headerRows = 1;
     for (const ResultTable::Column& column : table.columns) {
         grid.header.push_back({column.name, {}, 0, grid.columns.size()});
-        grid.columns.push_back({1, width - std::min(width, kEdges)});
+        grid.columns.push_back({1, form.width - std::min(form.width, kEdges)});
     }
     grid.rowCount = table.rows.size();
-    grid.cell = [&table](std::size_t row, std::size_t column) {
+    grid.cell = [&](std::size_t row, std::size_t column) {
         const ResultTable::Column& of = table.columns[column];
         TextGrid::Cell cell{cellText(table.rows[row][column], of), {}, of.isNumber()};
         if (of.storage == CFField::Real) {
@@ -69,7 +73,9 @@ void printTextTable(const ResultTable& table, std::size_t width, std::ostream& o
             if (cell.text.size() > 1)
                 std::replace(cell.text.begin(), cell.text.end(), '.', decimalSign());
         }
+        if (form.groupsDigits && of.isNumber())
+            cell.text = withDigitGroups(cell.text);
         return cell;
     };
-    drawTextGrid(grid, width, out);
+    drawTextGrid(grid, form.width, out);
 }

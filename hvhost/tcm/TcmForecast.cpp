@@ -140,7 +140,7 @@ TcmResult forecastResult(const TcmModelFacts& facts, const TcmForecastOptions& o
     result.name = facts.file;
     result.rows = pointTable(forecast, false);
     const std::string bounds =
-        sentence("bounds: ^1 %; fits are one step ahead", {shownNumber(options.confidence)}) + "\n";
+        sentence("bounds: ^1 %; fits are one step ahead", {localNumber(options.confidence)}) + "\n";
     result.parts = {
         {series, {}, forecastChart(series, forecast, times), {}},
         {sentence("Forecast of ^1", {series}), withOneTime(pointTable(forecast, true)), {}, bounds},

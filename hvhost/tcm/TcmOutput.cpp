@@ -26,7 +26,7 @@ ResultTable withRoundedNumbers(ResultTable table)
     return table;
 }
 
-void printParts(const std::vector<TcmPart>& parts, std::size_t width, std::ostream& out)
+void printParts(const std::vector<TcmPart>& parts, const TextForm& text, std::ostream& out)
 {
     bool isFirst = true;
     for (const TcmPart& part : parts) {
@@ -36,7 +36,7 @@ void printParts(const std::vector<TcmPart>& parts, std::size_t width, std::ostre
         if (part.table.rows.empty() && part.remarks.empty())
             out << word("none") << '\n';
         if (!part.table.rows.empty())
-            printTable(withRoundedNumbers(inWords(part.table)), {"text", width}, out);
+            printTable(withRoundedNumbers(inWords(part.table)), {"text", text}, out);
         isFirst = false;
     }
 }
@@ -53,7 +53,7 @@ std::string asJson(const nlohmann::ordered_json& members)
 TcmShown::TcmShown(const ShownOptions& options, const InterruptWatch& watch)
     : _form(formOf(options.format, options.output, {"csv", "json", "html"})),
       _result(options.output, options.force, watch), _watch(watch),
-      _width(textWidth(options.width, _form, _result.isFile()))
+      _text(textForm(options.text, _form, _result.isFile()))
 {
 }
 
@@ -66,7 +66,7 @@ void TcmShown::show(const TcmResult& result, HostSession& session) const
         building.end();
         _result.deliver(text);
     } else if (_form == "csv") {
-        _result.deliver([&](std::ostream& out) { printTable(result.rows, {"csv", 0}, out); });
+        _result.deliver([&](std::ostream& out) { printTable(result.rows, {"csv"}, out); });
     } else if (_form == "html") {
         InterruptWatch::Abandonable building(_watch);
         const auto output = tcmOutput(session, result);
@@ -75,7 +75,7 @@ void TcmShown::show(const TcmResult& result, HostSession& session) const
             writeOutput(*output, {"html", _result.isFile()}, out);
         });
     } else {
-        _result.deliver([&](std::ostream& out) { printParts(result.parts, _width, out); });
+        _result.deliver([&](std::ostream& out) { printParts(result.parts, _text, out); });
     }
 }
 

@@ -45,7 +45,7 @@ private:
     std::string _form;
     ShownResult _result;
     const InterruptWatch& _watch;
-    std::size_t _width;
+    TextForm _text;
 };
 
 /// The text of a number in a document; nothing for any other value.

@@ -8,33 +8,9 @@
 #include "VexaCases.h"
 #include "base/NumberText.h"
 #include "report/document/PageText.h"
+#include "report/document/ShownText.h"
 
 namespace {
-
-/// A number with narrow blanks between groups of three digits, which are no decimal mark in any
-/// language. Numbers of four digits, for example years, and dates stay unchanged.
-std::string groupedNumber(const TnContent& content)
-{
-    constexpr std::size_t kUngrouped = 4;
-    constexpr const char* kNarrowBlank = "\u202F";
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    const std::string& text = content.text;
-    const auto first = std::find_if(text.begin(), text.end(), isDigit);
-    const auto last = std::find_if_not(first, text.end(), isDigit);
-    const bool hasMarks =
-        std::count_if(last, text.end(), [](char c) { return c == '.' || c == ','; }) > 1 ||
-        text.find_first_of("eE") != std::string::npos;
-    const auto count = static_cast<std::size_t>(last - first);
-    if (count <= kUngrouped || hasMarks || isDateFormat(content.format))
-        return text;
-    std::string result(text.begin(), first);
-    for (std::size_t at = 0; at < count; ++at) {
-        if (at > 0 && (count - at) % 3 == 0)
-            result += kNarrowBlank;
-        result += first[static_cast<std::ptrdiff_t>(at)];
-    }
-    return result.append(last, text.end());
-}
 
 /// The value of a cell for copying, if its text is not sufficient. Spreadsheets read a date better
 /// as shown than as seconds, and a missing value as an empty cell.
@@ -47,7 +23,7 @@ std::string valueOf(const TnContent& content)
     if (*content.number == kSystemMissing)
         return " data-value=\"\"";
     const std::string value = base::shortestNumber(*content.number);
-    if (value == groupedNumber(content))
+    if (value == shownNumber(content))
         return {};
     return " data-value=\"" + value + "\"" + (isDateFormat(content.format) ? " data-shown" : "");
 }
@@ -178,7 +154,7 @@ private:
         const TnContent& content = cell.content;
         _out << valueOf(content);
         if (content.number)
-            _out << padding(content, fraction) << ">" << escaped(groupedNumber(content));
+            _out << padding(content, fraction) << ">" << escaped(shownNumber(content));
         else
             _out << " class=\"text\">" << (content.text.empty() ? "" : cellText(content.text));
         _out << _grid.notes.marks(cell.notes) << "</td>";

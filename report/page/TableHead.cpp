@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "report/document/PageText.h"
+#include "report/document/ShownText.h"
 
 namespace {
 
@@ -123,7 +124,7 @@ std::string headerCell(TableGrid& grid, const AxisLabel& label, const std::strin
     if (grid.named)
         cell += " id=\"" + name + "\"";
     cell += " scope=\"" + scope + (label.span > 1 ? "group" : "") + "\"" + more + ">";
-    return cell + labelText(label.text->text) + grid.notes.marks(*label.notes) + "</th>";
+    return cell + labelText(shownText(*label.text)) + grid.notes.marks(*label.notes) + "</th>";
 }
 
 bool TableGrid::hasWords(std::size_t column) const

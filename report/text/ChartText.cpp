@@ -6,6 +6,7 @@
 #include "OutputTree.h"
 #include "Translation.h"
 #include "report/charts/ChartSpec.h"
+#include "report/document/ShownText.h"
 #include "report/text/BarText.h"
 #include "report/text/TextGrid.h"
 #include "report/text/TextPage.h"
@@ -22,16 +23,25 @@ const nlohmann::ordered_json& valueOf(const nlohmann::ordered_json& row, const s
     return found != row.end() ? *found : none;
 }
 
+std::string textOf(const nlohmann::ordered_json& value, bool groupsDigits)
+{
+    const std::string text = jsonCellText(value);
+    return groupsDigits && value.is_number() ? withDigitGroups(text) : text;
+}
+
 /// A value, or both ends of a bar.
-TextGrid::Cell cellOf(const nlohmann::ordered_json& row, const ChartPlot::Column& column)
+TextGrid::Cell cellOf(const nlohmann::ordered_json& row, const ChartPlot::Column& column,
+                      bool groupsDigits)
 {
     const nlohmann::ordered_json& value = valueOf(row, column.field);
     if (column.endField.empty()) {
-        std::string text = jsonCellText(value);
-        const auto fraction = value.is_number() ? plainFraction(text) : std::nullopt;
-        return {std::move(text), {}, value.is_number(), fraction};
+        const auto fraction = value.is_number() ? plainFraction(jsonCellText(value)) : std::nullopt;
+        return {textOf(value, groupsDigits), {}, value.is_number(), fraction};
     }
-    return {jsonCellText(value) + " – " + jsonCellText(valueOf(row, column.endField)), {}, true};
+    return {textOf(value, groupsDigits) + " – " +
+                textOf(valueOf(row, column.endField), groupsDigits),
+            {},
+            true};
 }
 
 /// Writes one plot as a table; the last column has the bars.
@@ -78,8 +88,9 @@ TextGrid PlotWriter::grid()
     }
     grid.rowCount = _rows;
     grid.cell = [this](std::size_t row, std::size_t column) {
-        return column < _plot.columns.size() ? cellOf(*_plot.rows[row], _plot.columns[column])
-                                             : TextGrid::Cell{_scale.bar(barValue(row)), {}, false};
+        return column < _plot.columns.size()
+                   ? cellOf(*_plot.rows[row], _plot.columns[column], _page.options().groupsDigits)
+                   : TextGrid::Cell{_scale.bar(barValue(row)), {}, false};
     };
     return grid;
 }

@@ -12,6 +12,7 @@ struct OutputTextOptions
     std::size_t width = 80;     ///< columns of a line
     bool colours = false;       ///< whether to use the terminal's style sequences
     std::size_t chartRows = 40; ///< maximum number of rows of a chart's data
+    bool groupsDigits = false;  ///< whether large numbers have blanks between groups of digits
 };
 
 /// Writes output as UTF-8 text for a terminal: headings, tables with lines, data of charts (with

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "report/document/ShownText.h"
 #include "report/text/TerminalText.h"
 
 namespace {
@@ -93,7 +94,7 @@ void HeaderBuilder::labels(std::size_t level)
         if (!label)
             continue;
         const auto depth = static_cast<std::size_t>(label->depth);
-        add({label->text->text, _signs.signs(*label->notes), level, _grid.keyCount + column,
+        add({shownText(*label->text), _signs.signs(*label->notes), level, _grid.keyCount + column,
              level + depth == _levels ? _grid.headerRows - level : depth, label->span});
     }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "FormattedText.h"
+#include "report/document/ShownText.h"
 #include "report/document/TableAxis.h"
 #include "report/text/TableHeader.h"
 #include "report/text/TextGrid.h"
@@ -86,7 +87,7 @@ std::string TableWriter::layerText(std::size_t number, std::size_t position) con
         const OutputCategory& category = dimension.nodes[static_cast<std::size_t>(node)];
         if (!category.isShown)
             continue;
-        text += before + category.label.text + _signs.signs(category.notes);
+        text += before + shownText(category.label) + _signs.signs(category.notes);
         before = " › ";
     }
     return text;
@@ -126,7 +127,7 @@ TextGrid::Cell TableWriter::key(std::size_t row, std::size_t column) const
     if (column >= static_cast<std::size_t>(_rows.levels()))
         return {};
     const std::optional<AxisLabel> label = _rows.labelAt(row, static_cast<int>(column));
-    return label ? TextGrid::Cell{label->text->text, _signs.signs(*label->notes), false}
+    return label ? TextGrid::Cell{shownText(*label->text), _signs.signs(*label->notes), false}
                  : TextGrid::Cell();
 }
 
@@ -141,7 +142,8 @@ TextGrid::Cell TableWriter::cell(std::size_t row, std::size_t column)
     if (!content.number)
         return {withLineEnds(content.text), _signs.signs(found->notes)};
     const std::optional<std::size_t> fraction = fractionOf(content.text, content.format);
-    return {std::move(content.text), _signs.signs(found->notes), true, fraction};
+    std::string text = _page.options().groupsDigits ? shownNumber(content) : shownText(content);
+    return {std::move(text), _signs.signs(found->notes), true, fraction};
 }
 
 /// Separates outermost labels if one of the two spans several rows.

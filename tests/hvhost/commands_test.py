@@ -288,6 +288,12 @@ class Rest(Case):
                 for option in ([] if "--format" in words else [["--format", *form]]):
                     done = self.run_hvhost(*words, *option, "--width", 40, status=2)
                     self.assertIn("--width is for text", done.stderr)
+        large = self.write("large.csv", "v\n1234567.5\n1234\n")
+        for words in (["aggregate", large, "--stat", "sum:v"], ["describe", large]):
+            grouped = self.run_hvhost(*words, "--group-digits").stdout
+            self.assertIn("1\u202f23", grouped)
+            done = self.run_hvhost(*words, "--group-digits", "--format", "csv", status=2)
+            self.assertIn("--group-digits is for text", done.stderr)
         self.run_hvhost("aggregate", PENGUINS, self.folder / "o.csv", "--stat", "count", "--width", 90, status=2)
 
     def test_progress_is_drawn_and_removed(self):

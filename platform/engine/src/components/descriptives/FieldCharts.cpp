@@ -46,11 +46,12 @@ Json edgeOf(const CFField& field, double edge)
     return text ? Json(*text) : Json();
 }
 
-/// The pattern of a date on an axis, in the form that the field's values have in tables.
+/// The pattern of a date on an axis, in the form that the field's values have in tables of the
+/// output. A date with the year first has hyphens there.
 const char* datePattern(const CFField& field)
 {
     constexpr std::pair<int, const char*> kPatterns[] = {
-        {20, "%d-%b-%Y"}, {23, "%m/%d/%Y"}, {38, "%d.%m.%Y"}, {39, "%Y/%m/%d"}};
+        {20, "%d-%b-%Y"}, {23, "%m/%d/%Y"}, {38, "%d.%m.%Y"}};
     const int type = field.GetPrivateFormat() ? field.GetPrivateFormat()->GetType() : 0;
     for (const auto& [known, pattern] : kPatterns)
         if (type == known)

@@ -38,7 +38,8 @@ Json missingPatternTable(const DataSummary& summary)
                      {{text::fixed("Missing Fields"), "row", std::move(rows)},
                       {text::fixed("Statistics"),
                        "column",
-                       {Category(text::fixed("Frequency")), Category(text::fixed("Percent"))}}});
+                       {Category(text::fixed("Frequency")), Category(text::fixed("Percent"))},
+                       true}});
     table.format({CellKeys::kAny, 0}, numberFormat(weighted ? kPatternWeightDecimals : 0));
     Json percent = numberFormat(1);
     percent["suffix"] = "%";
