@@ -283,6 +283,31 @@ bool isOfOption(const JobFault& fault, const std::string& text)
     return isBeforeRun && text.starts_with("--");
 }
 
+/// The name of the group that a message is about; empty if it is unknown.
+std::string groupOf(const FaultParts& parts, const JobOrigin& origin)
+{
+    if (parts.group > 0 && parts.group <= origin.groups.size())
+        return origin.groups[parts.group - 1];
+    return origin.groups.size() == 1 ? origin.groups.front() : "";
+}
+
+std::string wordWithoutGroup(const std::string& text, const FaultParts& parts,
+                             const JobOrigin& origin)
+{
+    if (const JobOrigin::File* const file = userFile(parts, origin))
+        return inFile(parts, file->name);
+    if (const auto* const setting = settingOption(parts.setting, origin))
+        return setting->option + ": " + parts.what;
+    if (!origin.jobName.empty())
+        return text;
+    // The records of the data preparation are those of the data.
+    if (parts.step == "tsdp:tsdp" && parts.record > 0 && !origin.inputs.empty())
+        return origin.inputs.front().name + ": " + withoutStep(parts);
+    if (!parts.series.empty())
+        return withoutStep(parts);
+    return withComposedField(text, parts.field, origin);
+}
+
 CommandFault wordInput(const JobFault& fault, const JobOrigin& origin, const std::string& detail)
 {
     const std::string text = inInput(fault, origin);
@@ -299,19 +324,12 @@ std::string wordMessage(const std::string& text, const std::string& detail, cons
     const auto report = datafile::faultReportIn(detail);
     if (!report || report->parts.what.empty())
         return text;
-    const FaultParts& parts = report->parts;
-    if (const JobOrigin::File* const file = userFile(parts, origin))
-        return inFile(parts, file->name);
-    if (const auto* const setting = settingOption(parts.setting, origin))
-        return setting->option + ": " + parts.what;
-    if (!origin.jobName.empty())
-        return text;
-    // The records of the data preparation are those of the data.
-    if (parts.step == "tsdp:tsdp" && parts.record > 0 && !origin.inputs.empty())
-        return origin.inputs.front().name + ": " + withoutStep(parts);
-    if (!parts.series.empty())
-        return withoutStep(parts);
-    return withComposedField(text, parts.field, origin);
+    if (const std::string group = groupOf(report->parts, origin); !group.empty()) {
+        FaultParts parts = report->parts;
+        parts.group = 0;
+        return group + ": " + wordWithoutGroup(sentenceOf(parts), parts, origin);
+    }
+    return wordWithoutGroup(text, report->parts, origin);
 }
 
 std::string messageKind(const std::string& text, const std::string& detail)

@@ -33,6 +33,7 @@ struct JobOrigin
     std::vector<Expression> composed;    ///< options, with a text that occurs only in their lines
     std::vector<std::string> aggregates; ///< the options for the outputs of the aggregate step
     std::vector<Setting> settings;       ///< those that options set
+    std::vector<std::string> groups;     ///< the names of the groups that the job describes
     std::string jobName; ///< the name of the user's own job text; empty for a generated text
     bool hasInputOptions = true; ///< hints may mention input options
 };

@@ -44,6 +44,13 @@ ProgressLine::~ProgressLine()
     clear();
 }
 
+void ProgressLine::restart()
+{
+    const std::lock_guard lock(_mutex);
+    _start = std::chrono::steady_clock::now();
+    _lastPercent = -1;
+}
+
 void ProgressLine::show(double fraction)
 {
     if (!_enabled)
@@ -70,4 +77,5 @@ void ProgressLine::clear()
         return;
     printToStandardError("\r\033[K");
     _drawn = false;
+    _lastPercent = -1;
 }

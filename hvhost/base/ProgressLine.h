@@ -16,6 +16,8 @@ public:
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
 
+    /// Begins to measure the time, for new work.
+    void restart();
     /// `fraction` is the finished part, from 0 to 1. Any thread.
     void show(double fraction);
     /// Removes the line.

@@ -67,7 +67,22 @@ GroupKey keyOf(const VEXA_Variable& variable, const OBS* value, CFField::Storage
     return key;
 }
 
+std::string keyText(const GroupKey& key)
+{
+    const std::string value = key.value.value_or(".");
+    return key.variable + " = " + (value.empty() ? "\"\"" : value) +
+           (key.label.empty() ? "" : " (" + key.label + ")");
+}
+
 } // namespace
+
+std::string nameOf(const std::vector<GroupKey>& key)
+{
+    std::string name;
+    for (const GroupKey& part : key)
+        name += (name.empty() ? "" : ", ") + keyText(part);
+    return name;
+}
 
 CaseGroups::CaseGroups(const Dataset& dataset, std::vector<int> columns,
                        const InterruptWatch& watch)
@@ -91,6 +106,7 @@ CaseGroups::CaseGroups(const Dataset& dataset, std::vector<int> columns,
     }
     sort(all, watch);
     describe(activeColumns());
+    nameNumber();
 }
 
 CaseGroups::~CaseGroups() = default;
@@ -148,7 +164,7 @@ int CaseGroups::placeOf(int column) const
 
 HVRawDataIterator* CaseGroups::next()
 {
-    return isSplit() ? nextGroup() : allCases();
+    return isSplit() ? nextGroups() : allCases();
 }
 
 HVRawDataIterator* CaseGroups::allCases()
@@ -160,7 +176,40 @@ HVRawDataIterator* CaseGroups::allCases()
     _all->SetVarValidSpecs(&_validSpecs);
     _all->SetName(kGroupIterator);
     _all->SetTotalRecords(_dataset.file().CaseCount());
+    _groups = {CaseGroup()};
     return _all.get();
+}
+
+HVRawDataIterator* CaseGroups::nextGroups()
+{
+    _file.reset();
+    _groups.clear();
+    if (!beginGroup())
+        return nullptr;
+    makeFile();
+    do
+        addGroup();
+    while (hasRoom() && beginGroup());
+    if (!_file->CompleteDataFile())
+        throw hostFault();
+    HVRawDataIterator* const cases =
+        _file->CreateHVRawDataIter(kGroupIterator, kWeightUnchanged, &_validSpecs, &_fields, false);
+    if (!cases)
+        throw hostFault();
+    return cases;
+}
+
+/// Makes an empty file with the columns of the jobs and, last, the number of the group.
+void CaseGroups::makeFile()
+{
+    std::vector<int> columns = activeColumns();
+    std::vector<std::string> names(columns.size());
+    columns.push_back(-1);
+    names.push_back(_numberName);
+    _file = std::make_unique<HVSplitRawData>(_active, columns, names,
+                                             std::vector<MeasurementLevel>(), false);
+    if (!_file->GetBufferCase())
+        throw hostFault();
 }
 
 /// Moves to the first case of the next group. Returns false at the end of the cases.
@@ -177,28 +226,72 @@ bool CaseGroups::beginGroup()
     return true;
 }
 
-HVRawDataIterator* CaseGroups::nextGroup()
+/// The memory of a job grows with the number of groups and fields. A job of its own describes a
+/// large group without sorting it.
+bool CaseGroups::hasRoom() const
 {
-    _group.reset();
-    if (!beginGroup())
-        return nullptr;
-    _group = std::make_unique<HVSplitRawData>(_active, activeColumns(),
-                                              std::vector<MeasurementLevel>(), false);
-    if (!_group->FillDataFile(*_walk))
+    constexpr std::size_t kMostDescriptions = 20000;
+    constexpr std::size_t kMostGroups = 500;
+    constexpr long long kMostCases = 100000;
+    long long cases = 0;
+    for (const CaseGroup& group : _groups)
+        cases += group.cases;
+    return _groups.size() < std::min(kMostGroups, kMostDescriptions / (_columns.size() + 1)) &&
+           cases < kMostCases;
+}
+
+void CaseGroups::addGroup()
+{
+    const std::vector<int> columns = activeColumns();
+    const auto& ends = dynamic_cast<const ProcDSIterator&>(*_walk);
+    CaseGroup& group = _groups.emplace_back();
+    group.key = readKey();
+    group.shownValues = _active.SplitValues();
+    do {
+        addCase(columns);
+        ++group.cases;
+    } while (_walk->NextCase() != 0 && !ends.SplitGroupEnd());
+    _served += group.cases;
+}
+
+void CaseGroups::addCase(const std::vector<int>& columns)
+{
+    VEXA_Case& composed = *_file->GetBufferCase();
+    int place = 0;
+    for (const int column : columns) {
+        if (const int width = _active.GetVariable(column).GetType(); width > 0)
+            composed.SetStringValue(place, _walk->GetStringValue(column), width);
+        else
+            composed.SetNumericValue(place, _walk->GetNumericValue(column));
+        ++place;
+    }
+    composed.SetNumericValue(place, static_cast<double>(_groups.size()));
+    if (!_file->AddNewCase(&composed))
         throw hostFault();
-    readKey();
-    HVRawDataIterator* const cases = _group->CreateHVRawDataIter(kGroupIterator, kWeightUnchanged,
-                                                                 &_validSpecs, &_fields, false);
-    if (!cases)
-        throw hostFault();
-    return cases;
 }
 
 /// Reads the key values of the group from its first case.
-void CaseGroups::readKey()
+std::vector<GroupKey> CaseGroups::readKey() const
 {
-    _key.clear();
+    std::vector<GroupKey> key;
     for (std::size_t i = 0; i < _keyStorages.size(); ++i)
-        _key.push_back(keyOf(_dataset.source().GetVariable(_dataset.split()[i]),
-                             _group->GetSplitValues()[i], _keyStorages[i]));
+        key.push_back(keyOf(_dataset.source().GetVariable(_dataset.split()[i]),
+                            _walk->GetObsPointer(_active.GetSplitVarIndex(static_cast<int>(i))),
+                            _keyStorages[i]));
+    return key;
+}
+
+double CaseGroups::partServed() const
+{
+    const auto all = static_cast<double>(_dataset.file().CaseCount());
+    return isSplit() && all > 0 ? std::min(static_cast<double>(_served) / all, 1.0) : 1;
+}
+
+/// The jobs of some groups distinguish them by a number, because the keys may be missing.
+void CaseGroups::nameNumber()
+{
+    _numberName = "hv_group";
+    while (_active.FindVarIndex(_numberName, 0) >= 0)
+        _numberName += "_";
+    _fields.AppendField(CFField(_numberName, CFField::Nominal, CFField::Integer, CFField::Input));
 }

@@ -24,8 +24,19 @@ struct GroupKey
     std::string label; ///< empty if the value has none
 };
 
+/// The name of a group, for example "sex = 1 (male)".
+std::string nameOf(const std::vector<GroupKey>& key);
+
+/// A split group.
+struct CaseGroup
+{
+    std::vector<GroupKey> key;            ///< empty for a dataset without a split
+    std::vector<std::string> shownValues; ///< of the split variables, as the host shows them
+    long long cases = 0;
+};
+
 /// The cases of a dataset, with its weight, for jobs that read them one after the other: the cases
-/// of each split group, in the order of the split variables' values, or all cases as one group.
+/// of some split groups, in the order of the split variables' values, or all cases as one group.
 /// Categories that are declared missing are served as values, and the data model declares them
 /// missing, so that a job can distinguish them. Borrows the dataset and the watch, which must
 /// outlive the groups.
@@ -38,13 +49,20 @@ public:
     CaseGroups(const CaseGroups&) = delete;
     CaseGroups& operator=(const CaseGroups&) = delete;
 
-    /// The data of a procedure that works on the groups. It knows the current group.
+    /// The data of a procedure that works on the groups.
     ProcedureDataSource& procedureData() { return _active; }
-    /// Returns the cases of the next group and ends the previous ones; null at the end. Throws
-    /// CommandFault and ErrorText.
+    /// Returns the cases of the next groups and ends the previous ones; null at the end. A job
+    /// reads as many groups as it can describe with little memory. Throws CommandFault and
+    /// ErrorText.
     HVRawDataIterator* next();
-    /// The key of the current group; empty for a dataset without a split.
-    const std::vector<GroupKey>& key() const { return _key; }
+    /// The groups whose cases `next` returned, at least one.
+    const std::vector<CaseGroup>& groups() const { return _groups; }
+    /// The field with the number of each case's group, from 1. Empty if there is only one group.
+    std::string numberField() const { return _groups.size() > 1 ? _numberName : ""; }
+    /// Makes a group of `groups` the one whose values the procedure's data have.
+    void show(const CaseGroup& group) { _active.SetSplitValues(group.shownValues); }
+    /// The part of all cases that jobs have got, from 0 to 1.
+    double partServed() const;
 
 private:
     bool isSplit() const { return _sorted != nullptr; }
@@ -52,10 +70,15 @@ private:
     void describe(const std::vector<int>& columns);
     std::vector<int> activeColumns() const;
     int placeOf(int column) const;
+    void nameNumber();
     HVRawDataIterator* allCases();
-    HVRawDataIterator* nextGroup();
+    HVRawDataIterator* nextGroups();
+    void makeFile();
     bool beginGroup();
-    void readKey();
+    bool hasRoom() const;
+    void addGroup();
+    void addCase(const std::vector<int>& columns);
+    std::vector<GroupKey> readKey() const;
 
     const Dataset& _dataset;
     std::vector<int> _columns; ///< columns of the dataset that the jobs get
@@ -69,7 +92,9 @@ private:
     std::unique_ptr<WatchedSource> _watchedSorted;
     ProcedureDataSource _active;
     std::unique_ptr<VEXA_InputCaseIterator> _walk;
-    std::unique_ptr<HVSplitRawData> _group;
+    std::unique_ptr<HVSplitRawData> _file; ///< the cases of `_groups`
     std::unique_ptr<HVRawDataIterator> _all;
-    std::vector<GroupKey> _key;
+    std::string _numberName;
+    std::vector<CaseGroup> _groups;
+    long long _served = 0; ///< cases
 };

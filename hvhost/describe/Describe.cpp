@@ -129,11 +129,16 @@ public:
         return description;
     }
 
-    /// Runs one job. Returns false if it failed.
-    bool ask(HVDescriptive& descriptive, CFMetaData& model, std::string& intervals) const
+    /// Runs one job for these groups. Returns false if it failed.
+    bool ask(HVDescriptive& descriptive, const CaseGroups& groups, CFMetaData& model,
+             std::string& intervals) const
     {
         const std::vector<std::string> fields = namesOf(_dataset, _columns);
         applyAnalyses(_options.analyses, _target, descriptive);
+        if (const std::string number = groups.numberField(); !number.empty()) {
+            descriptive.SetDESetting("groupField", number);
+            descriptive.SetDESetting("groupCount", std::to_string(groups.groups().size()));
+        }
         if (_dates.columns.empty())
             return descriptive.BuildMetaData(&fields, model, _options.mostDistinct, true);
         // Both in one job, whose settings must name the weight.
@@ -168,7 +173,7 @@ private:
     DateColumns _dates;
 };
 
-/// Describes the groups one after the other.
+/// Describes the groups, some in each job.
 class Describing
 {
 public:
@@ -178,55 +183,119 @@ public:
     {
     }
 
-    /// If `results` is null, the job writes no result document.
-    GroupDescription describe(const CaseGroups& groups, HVRawDataIterator& cases,
-                              HVSimpleContainer* results)
+    /// Describes the groups that share `cases`. If `results` is null, the job writes no result
+    /// documents.
+    std::vector<GroupDescription> describe(const CaseGroups& groups, HVRawDataIterator& cases,
+                                           HVSimpleContainer* results)
     {
         _watch.check();
+        const Answer answer = ask(groups, cases, results);
+        const InterruptWatch::Abandonable reading(_watch);
+        std::vector<GroupDescription> described;
+        if (groups.numberField().empty()) {
+            described.push_back(readDescription(answer.model, answer.statXml, answer.intervals));
+            described.front().leftOut = leftOut(described.front(), cases, results != nullptr);
+        } else {
+            described = readDescriptions(answer.statXml, answer.intervals);
+            if (described.size() != groups.groups().size())
+                throw CommandFault(ExitStatus::JobFailed, "the job left no result");
+        }
+        for (std::size_t i = 0; i < described.size(); ++i)
+            complete(described[i], groups.groups()[i], !groups.numberField().empty());
+        return described;
+    }
+
+private:
+    /// The documents of a job.
+    struct Answer
+    {
         CFMetaData model;
         std::string statXml;
         std::string intervals;
+    };
+
+    Answer ask(const CaseGroups& groups, HVRawDataIterator& cases, HVSimpleContainer* results)
+    {
+        Answer answer;
+        _origin.groups = namesOf(groups);
+        _session.showPart(std::exchange(_served, groups.partServed()), groups.partServed());
         _session.perform(
             [&] {
                 HVDescriptive descriptive(_session.runner(), &cases);
                 if (results)
                     descriptive.AddOutputContainer(*results);
-                const bool done = _question.ask(descriptive, model, intervals);
+                const bool done =
+                    _question.ask(descriptive, groups, answer.model, answer.intervals);
                 _session.log("job: " + descriptive.GetHVLJob());
-                statXml = descriptive.GetStatXML();
+                answer.statXml = descriptive.GetStatXML();
                 return done;
             },
             _origin);
-        const InterruptWatch::Abandonable reading(_watch);
-        GroupDescription group = readDescription(model, statXml, intervals);
-        group.key = groups.key();
-        // The engine also leaves out infinite weights. A result document reports them itself.
-        const auto records = results ? std::nullopt : factOf(group.facts, "records");
-        group.leftOut =
-            records ? cases.GetNCases() - std::stoi(*records) : cases.GetNInvalidCases();
-        return group;
+        return answer;
     }
 
-private:
+    /// The engine also leaves out infinite weights. A result document reports them itself.
+    static int leftOut(const GroupDescription& group, const HVRawDataIterator& cases,
+                       bool hasResults)
+    {
+        const auto records = hasResults ? std::nullopt : factOf(group.facts, "records");
+        return records ? cases.GetNCases() - std::stoi(*records) : cases.GetNInvalidCases();
+    }
+
+    static void complete(GroupDescription& described, const CaseGroup& group, bool isOneOfMany)
+    {
+        described.key = group.key;
+        if (!isOneOfMany)
+            return;
+        const int records = std::stoi(described.facts.at("records"));
+        described.leftOut = static_cast<int>(group.cases) - records - described.withoutFiniteWeight;
+    }
+
+    /// The names of the groups, for messages.
+    static std::vector<std::string> namesOf(const CaseGroups& groups)
+    {
+        std::vector<std::string> names;
+        for (const CaseGroup& group : groups.groups())
+            if (!group.key.empty())
+                names.push_back(nameOf(group.key));
+        return names;
+    }
+
     const Question& _question;
     HostSession& _session;
     JobOrigin _origin;
     const InterruptWatch& _watch;
+    double _served = 0; ///< the part of the cases that the previous jobs got
 };
 
 constexpr const char* kResults = "Results";
 
-std::string resultsIn(const HVSimpleContainer& container)
+/// The result documents of the groups in a container, in their order.
+class ResultWalk
 {
-    ZipReader reader(container.getGenericPath());
-    std::string text;
-    if (!reader.GotoFile("Results.json") || !reader.ExportString(text))
-        throw CommandFault(ExitStatus::JobFailed, "the job left no result");
-    return text;
-}
+public:
+    explicit ResultWalk(const HVSimpleContainer& container) : _reader(container.getGenericPath()) {}
+
+    std::string next()
+    {
+        std::string name;
+        bool isDirectory = false;
+        const bool isFound = std::exchange(_isFirst, false) ? _reader.GetFirst(name, isDirectory)
+                                                            : _reader.GetNext(name, isDirectory);
+        std::string text;
+        if (!isFound || !_reader.ExportString(text))
+            throw CommandFault(ExitStatus::JobFailed, "the job left no result");
+        return text;
+    }
+
+private:
+    ZipReader _reader;
+    bool _isFirst = true;
+};
 
 /// A stopped runner composes the job but does not run it.
-std::string composeJob(const Question& question, HVRawDataIterator& cases, bool withResults)
+std::string composeJob(const Question& question, const CaseGroups& groups, HVRawDataIterator& cases,
+                       bool withResults)
 {
     HVRunner stopped;
     stopped.cancelExecution();
@@ -236,7 +305,7 @@ std::string composeJob(const Question& question, HVRawDataIterator& cases, bool 
         descriptive.AddOutputContainer(results);
     CFMetaData model;
     std::string intervals;
-    question.ask(descriptive, model, intervals);
+    question.ask(descriptive, groups, model, intervals);
     return descriptive.GetHVLJob();
 }
 
@@ -245,7 +314,8 @@ void showFigures(Describing& describing, Description& description, CaseGroups& g
                  const std::string& form, const ShownResult& result)
 {
     while (HVRawDataIterator* const cases = groups.next())
-        description.groups.push_back(describing.describe(groups, *cases, nullptr));
+        for (GroupDescription& group : describing.describe(groups, *cases, nullptr))
+            description.groups.push_back(std::move(group));
     result.deliver([&](std::ostream& out) {
         if (form == "json")
             printDescriptionJson(description, out);
@@ -261,8 +331,15 @@ void showOutput(Describing& describing, const Description& description, CaseGrou
     DescriptionOutput output(session, description, look.form == "html");
     while (HVRawDataIterator* const cases = groups.next()) {
         HVSimpleContainer results(kResults, "");
-        const GroupDescription group = describing.describe(groups, *cases, &results);
-        output.add(group, resultsIn(results), groups.procedureData());
+        const std::vector<GroupDescription> described =
+            describing.describe(groups, *cases, &results);
+        ResultWalk documents(results);
+        for (std::size_t i = 0; i < described.size(); ++i) {
+            if (!groups.groups()[i].key.empty())
+                groups.show(groups.groups()[i]);
+            output.add(described[i], documents.next(), groups.procedureData());
+            session.countShownWarnings();
+        }
     }
     output.compareGroups();
     session.countShownWarnings();
@@ -306,13 +383,14 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
         dataset.setSplit(options.by);
     const Question question = explainingTexts(input, [&] { return Question(dataset, options); });
     CaseGroups groups(dataset, question.columns(), watch);
-    HostSession session("describe", common, watch, &groups.procedureData());
+    // Not with the data of the groups: a job may describe several.
+    HostSession session("describe", common, watch);
     session.introduce(input);
     if (options.analyses.wantsPairs())
         warnOfTexts(input, namesOf(dataset, question.columns()), session);
     if (options.printJob) {
         if (HVRawDataIterator* const cases = groups.next())
-            std::cout << composeJob(question, *cases, !isForPrograms(form));
+            std::cout << composeJob(question, groups, *cases, !isForPrograms(form));
         return;
     }
     Description description = question.emptyDescription();

@@ -1,7 +1,9 @@
 #include "hvhost/describe/Description.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
+#include <string_view>
 
 #include <pugixml.hpp>
 
@@ -39,27 +41,15 @@ FieldDescription readField(const CFField& field, const pugi::xml_node& node)
     return description;
 }
 
-} // namespace
-
-std::optional<std::string> factOf(const Facts& facts, const std::string& name)
-{
-    const auto found = facts.find(name);
-    return found == facts.end() ? std::nullopt : std::optional(found->second);
-}
-
-bool FieldDescription::isCategorical() const
-{
-    return field.GetType() != CFField::Continuous && field.GetType() != CFField::Typeless;
-}
-
-GroupDescription readDescription(const CFMetaData& model, const std::string& statXml,
-                                 const std::string& intervals)
+/// `text` is an element that contains a data model with summaries.
+GroupDescription readGroup(const CFMetaData& model, const std::string& text)
 {
     pugi::xml_document document;
-    document.load_buffer(statXml.data(), statXml.size());
-    const pugi::xml_node summaries =
-        document.child("StatXML").child("DataModel").child("DatasetSummaries");
+    document.load_buffer(text.data(), text.size());
+    const pugi::xml_node group = document.first_child();
+    const pugi::xml_node summaries = group.child("DataModel").child("DatasetSummaries");
     GroupDescription description;
+    description.withoutFiniteWeight = group.attribute("leftOut").as_int();
     description.facts = attributesOf(summaries.child("Dataset"));
     // The summaries have the order of the fields.
     for (const pugi::xml_node& node : summaries.children("FieldSummary")) {
@@ -76,7 +66,57 @@ GroupDescription readDescription(const CFMetaData& model, const std::string& sta
         for (const pugi::xml_node& field : pattern.children("Field"))
             described.variables.emplace_back(field.attribute("name").value());
     }
+    return description;
+}
+
+/// The data model in an element, without the summaries.
+CFMetaData modelIn(const std::string& text)
+{
+    const std::size_t begin = text.find("<DataModel>");
+    const std::size_t end = text.find("<DatasetSummaries>", begin);
+    if (end == std::string::npos)
+        throw std::runtime_error("the statistics of a group have no data model");
+    return CFMetaData(text.substr(begin, end - begin) + "</DataModel>");
+}
+
+} // namespace
+
+std::optional<std::string> factOf(const Facts& facts, const std::string& name)
+{
+    const auto found = facts.find(name);
+    return found == facts.end() ? std::nullopt : std::optional(found->second);
+}
+
+bool FieldDescription::isCategorical() const
+{
+    return field.GetType() != CFField::Continuous && field.GetType() != CFField::Typeless;
+}
+
+GroupDescription readDescription(const CFMetaData& model, const std::string& statXml,
+                                 const std::string& intervals)
+{
+    GroupDescription description = readGroup(model, statXml);
     if (!intervals.empty())
         description.intervals = nlohmann::ordered_json::parse(intervals).at("timeIntervals");
     return description;
+}
+
+std::vector<GroupDescription> readDescriptions(const std::string& statXml,
+                                               const std::string& intervals)
+{
+    std::vector<GroupDescription> descriptions;
+    constexpr std::string_view kEnd = "</Group>";
+    std::size_t begin = 0;
+    while ((begin = statXml.find("<Group ", begin)) != std::string::npos) {
+        const std::size_t end = std::min(statXml.find(kEnd, begin), statXml.size() - kEnd.size());
+        const std::string group = statXml.substr(begin, end + kEnd.size() - begin);
+        descriptions.push_back(readGroup(modelIn(group), group));
+        begin = end;
+    }
+    if (intervals.empty())
+        return descriptions;
+    auto groups = nlohmann::ordered_json::parse(intervals).at("groups");
+    for (std::size_t i = 0; i < descriptions.size(); ++i)
+        descriptions[i].intervals = std::move(groups.at(i).at("timeIntervals"));
+    return descriptions;
 }

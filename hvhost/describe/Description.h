@@ -53,6 +53,8 @@ struct GroupDescription
     std::vector<Facts> pairs;
     std::vector<MissingPatternDescription> missingPatterns; ///< empty if not requested
     nlohmann::ordered_json intervals = nlohmann::ordered_json::array();
+    /// Cases without a finite weight, if the engine counted them.
+    int withoutFiniteWeight = 0;
 };
 
 /// The data that `hvhost describe` shows.
@@ -73,3 +75,6 @@ struct Description
 /// intervals, which may be empty. Throws std::runtime_error for invalid documents.
 GroupDescription readDescription(const CFMetaData& model, const std::string& statXml,
                                  const std::string& intervals);
+/// The same for documents about several groups.
+std::vector<GroupDescription> readDescriptions(const std::string& statXml,
+                                               const std::string& intervals);

@@ -63,6 +63,24 @@ public:
         return order;
     }
 
+    /// The bins of the histograms of numbers, for each field.
+    std::vector<std::vector<ComparedBin>> histograms(std::size_t fields) const
+    {
+        std::vector<std::vector<ComparedBin>> all(fields);
+        for (const Part& part : partsOf("histograms"))
+            for (const Json& row : part.value->at("data").at("values")) {
+                // The members are the ends of the bin and its count, whatever their names are.
+                std::vector<double> numbers;
+                for (const Json& value : row)
+                    if (value.is_number())
+                        numbers.push_back(value.get<double>());
+                if (numbers.size() == 3)
+                    all.at(std::stoul(part.key.substr(1)) - 1)
+                        .push_back({numbers[0], numbers[1], numbers[2]});
+            }
+        return all;
+    }
+
     /// Passes the charts to `render`, as result documents with their orders. The library adds the
     /// data model of a document to each of its charts, so each document has only some of the
     /// fields. With all, the output would grow with the square of the number of fields.
@@ -172,22 +190,6 @@ private:
     FacSTDictionary _strings;
 };
 
-/// For example "sex = 1 (male)".
-std::string keyText(const GroupKey& key)
-{
-    const std::string value = key.value.value_or(".");
-    return key.variable + " = " + (value.empty() ? "\"\"" : value) +
-           (key.label.empty() ? "" : " (" + key.label + ")");
-}
-
-std::string nameOf(const GroupDescription& group)
-{
-    std::string name;
-    for (const GroupKey& key : group.key)
-        name += (name.empty() ? "" : ", ") + keyText(key);
-    return name;
-}
-
 /// Facts about the cases that the statistics do not show, one on each line.
 std::vector<std::string> factsOf(const Description& description, const GroupDescription& group)
 {
@@ -238,7 +240,7 @@ void DescriptionOutput::add(const GroupDescription& group, const std::string& re
                             ProcedureDataSource& data)
 {
     const InterruptWatch::Abandonable work(_session.watch());
-    TnProcedure procedure(nameOf(group), &data);
+    TnProcedure procedure(nameOf(group.key), &data);
     const OrderMaker maker(results);
     const std::string document = maker.document();
     Rendering(_session, procedure, _description.file, document)
@@ -254,7 +256,9 @@ void DescriptionOutput::add(const GroupDescription& group, const std::string& re
     else
         _heading->items.emplace_back(procedure.node());
     if (!group.key.empty())
-        _comparison.add(nameOf(group), group);
+        _comparison.add(nameOf(group.key), group,
+                        hasGroupCharts() ? maker.histograms(group.fields.size())
+                                         : std::vector<std::vector<ComparedBin>>());
 }
 
 bool DescriptionOutput::hasGroupCharts() const

@@ -26,6 +26,10 @@ struct Words
     std::string maximum = strings.LookUp("Maximum");
     std::string value = strings.LookUp("Value");
     std::string percent = strings.LookUp("Percent");
+    std::string from = strings.LookUp("From");
+    std::string to = strings.LookUp("To");
+    std::string frequency = strings.LookUp("Frequency");
+    std::string density = strings.LookUp("Density");
 };
 
 Json chart(const std::string& title, const std::string& description, Json rows)
@@ -82,6 +86,46 @@ Json boxChart(const GroupsCompared& groups, std::size_t field)
               {{"x", at(words.first)}, {"x2", {{"field", words.third}}}}),
         layer({{"type", "tick"}, {"thickness", 2}, {"color", "currentColor"}},
               {{"x", at(words.median)}})};
+    return specification;
+}
+
+Json histogramsChart(const GroupsCompared& groups, std::size_t field)
+{
+    const Words words;
+    Json rows = Json::array();
+    for (std::size_t group = 0; group < groups.size(); ++group) {
+        const std::vector<ComparedBin>& bins = groups.histograms[group][field];
+        double all = 0;
+        for (const ComparedBin& bin : bins)
+            all += bin.count;
+        // The bins of groups differ in width, so the area of a bar is its part of the group.
+        for (const ComparedBin& bin : bins)
+            rows.push_back({{words.group, groups.names[group]},
+                            {words.from, bin.from},
+                            {words.to, bin.to},
+                            {words.frequency, bin.count},
+                            {words.density, bin.count / all / (bin.to - bin.from)}});
+    }
+    Json specification = chart(groups.titleOf(field),
+                               words.strings.LookUp("Histogram of each group."), std::move(rows));
+    specification.erase("height");
+    specification["facet"] = {{"row", groupAxis(words)}};
+    specification["facet"]["row"]["header"] = {
+        {"labelAngle", 0}, {"labelAlign", "left"}, {"labelOrient", "top"}, {"labelPadding", 2}};
+    specification["spacing"] = 6;
+    specification["spec"] = {
+        {"width", 480},
+        {"height", 48},
+        {"mark", {{"type", "bar"}, {"orient", "vertical"}}},
+        {"encoding",
+         {{"x",
+           {{"field", words.from},
+            {"type", "quantitative"},
+            {"bin", "binned"},
+            {"title", groups.titleOf(field)},
+            {"axis", {{"format", ",.10~g"}}}}},
+          {"x2", {{"field", words.to}}},
+          {"y", {{"field", words.density}, {"type", "quantitative"}, {"axis", nullptr}}}}}};
     return specification;
 }
 

@@ -8,12 +8,22 @@
 
 #include "hvhost/describe/Description.h"
 
-/// The groups of a description. Borrows both lists, which are parallel. There is at least one
-/// group, and all have the same fields.
+/// A bin of a histogram. With a weight, the count is a sum of weights.
+struct ComparedBin
+{
+    double from = 0;
+    double to = 0;
+    double count = 0;
+};
+
+/// The groups of a description. Borrows the lists, which are parallel. There is at least one group,
+/// and all have the same fields.
 struct GroupsCompared
 {
     const std::vector<std::string>& names;
     const std::vector<std::vector<FieldDescription>>& fields;
+    /// For each group, by field: the bins of its histogram, or none.
+    const std::vector<std::vector<std::vector<ComparedBin>>>& histograms;
 
     std::size_t size() const { return names.size(); }
     const FieldDescription& at(std::size_t group, std::size_t field) const

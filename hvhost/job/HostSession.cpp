@@ -16,7 +16,6 @@
 #include "hvhost/base/CommandLog.h"
 #include "hvhost/base/FaultWording.h"
 #include "hvhost/base/InterruptWatch.h"
-#include "hvhost/base/ProgressLine.h"
 #include "hvhost/base/UserMessages.h"
 #include "hvhost/input/DataFile.h"
 #include "hvhost/input/Dataset.h"
@@ -77,7 +76,8 @@ HostSession::HostSession(const std::string& command, const CommonOptions& option
                          const InterruptWatch& watch, ProcedureDataSource* data)
     : _options(options), _watch(watch),
       _procedure(std::make_unique<TnProcedure>("hvhost " + command, data)),
-      _runner(startRunner(_procedure.get())), _command(command)
+      _runner(startRunner(_procedure.get())), _command(command),
+      _progress(options.quiet ? "never" : options.progress, "hvhost " + command)
 {
     checkTrails();
     _watch.check();
@@ -146,14 +146,24 @@ void HostSession::perform(const std::function<bool()>& work, const JobOrigin& or
 /// Runs the work and shows its progress.
 void HostSession::observed(const std::function<void()>& work)
 {
-    ProgressLine progress(_options.quiet ? "never" : _options.progress, "hvhost " + _command);
-    HostJournal::instance().setObserver([&progress](const HostJournal::Entry& entry) {
+    if (_partBegin == 0)
+        _progress.restart();
+    HostJournal::instance().setObserver([this](const HostJournal::Entry& entry) {
         if (entry.kind == HostJournal::Kind::Progress)
-            progress.show(entry.number);
+            _progress.show(_partBegin + entry.number * (_partEnd - _partBegin));
     });
-    const auto quiet = [](void*) { HostJournal::instance().setObserver({}); };
-    const std::unique_ptr<void, decltype(quiet)> watched(&progress, quiet);
+    const auto quiet = [](ProgressLine* progress) {
+        HostJournal::instance().setObserver({});
+        progress->clear();
+    };
+    const std::unique_ptr<ProgressLine, decltype(quiet)> watched(&_progress, quiet);
     work();
+}
+
+void HostSession::showPart(double begin, double end)
+{
+    _partBegin = begin;
+    _partEnd = end;
 }
 
 void HostSession::execute(const std::string& jobText, const std::vector<HVStatDataIterator*>& rows)

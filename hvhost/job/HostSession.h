@@ -8,6 +8,7 @@
 
 #include "hvhost/base/CommonOptions.h"
 #include "hvhost/base/JobOrigin.h"
+#include "hvhost/base/ProgressLine.h"
 
 class Dataset;
 class HVRunner;
@@ -47,6 +48,9 @@ public:
     /// The same for work that itself runs one job on the runner, shows its messages and ends its
     /// execution. `work` returns whether it succeeded.
     void perform(const std::function<bool()>& work, const JobOrigin& origin);
+    /// Sets which part of the command's work the next jobs do, for its progress; all of it by
+    /// default. Both are from 0 to 1.
+    void showPart(double begin, double end);
     /// Logs a line about how the command works, and prints it if the command is verbose.
     void note(const std::string& text) const;
     /// Notes how a file is read, and warns of what may be wrong in that.
@@ -82,6 +86,9 @@ private:
     std::unique_ptr<TnProcedure> _procedure;
     std::unique_ptr<HVRunner> _runner;
     std::string _command;
+    ProgressLine _progress;
+    double _partBegin = 0;
+    double _partEnd = 1;
     int _warnings = 0;
     std::map<std::string, WarningKind> _kinds;
 };

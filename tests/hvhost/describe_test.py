@@ -116,6 +116,24 @@ class Describe(Case):
         self.assertEqual([row["sex"] for row in csv.DictReader(io.StringIO(table))],
                          sorted({key[0] for key in cells}))
 
+    def test_many_groups_share_jobs(self):
+        """A group among hundreds is described as alone, also one whose cases have no weight, and named in messages."""
+        lines = [f"{g},{'' if (g + n) % 9 == 0 else (g * 31 + n * n) % 17 / 4},{(g * n) % 4},{'ab'[n % 2]}"
+                 for n in range(7) for g in range(1100)]
+        path = self.write("many.csv", "g,v,w,t\n" + "\n".join(lines) + "\n")
+        done = self.run_hvhost("describe", path, "v", "t", "--by", "g", "--weight", "w", "--date", "v", "--percentiles", "30",
+                               "--format", "json", "--log", self.folder / "log")
+        groups = json.loads(done.stdout)["groups"]
+        self.assertEqual([group["by"][0]["value"] for group in groups], list(range(1100)))
+        self.assertIn('warning: g = 0: descriptives:descriptives: the values of "v" make up', done.stderr)
+        self.assertEqual((self.folder / "log").read_text(encoding="utf-8").count("job: "), 3)
+        for number in (0, 1, 499, 500, 1099):
+            alone = self.write("alone.csv", "g,v,w,t\n" + "\n".join(
+                line for line in lines if line.startswith(f"{number},")) + "\n")
+            known = ["--type", "v=real"]
+            group, = self.groups(alone, "v", "t", "--by", "g", "--weight", "w", "--date", "v", "--percentiles", "30", *known)
+            self.assertEqual(group, groups[number])
+
     def test_keys_that_are_numbers_and_dates(self):
         """A missing number is a group, the first one; the two zeros are one number."""
         path = self.write("keys.csv", "k,d,v\n2,2024-02-29,1\n-0.0,1582-10-15,2\n,,3\n0.0,2024-02-29,4\n-1.5,,5\n"
