@@ -351,6 +351,11 @@ class WholePages(unittest.TestCase):
         self.assertEqual(page.evaluate(folds), 1)
         opened_fold = "document.querySelector('.fold[open]')"
         self.assertEqual(page.evaluate(f"{opened_fold}.querySelectorAll('.copy').length"), 1)
+        # On paper all is unfolded.
+        page.media("print")
+        page.wait_until("!document.querySelector('main .fold:not([open])')")
+        page.media("screen")
+        page.wait_until(f"{folds} === 1")
         # The words and the data of a chart are in the page only once.
         figure = f"{opened_fold}.querySelector('figure.chart')"
         self.assertEqual(page.evaluate(f"{figure}.querySelector('.detail').textContent"), "The 3 most frequent")

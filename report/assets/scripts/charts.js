@@ -198,10 +198,9 @@
       drawOrTell(figure).then(endOne);
   };
 
-  /** Until it is drawn, a chart is printed as its data. What is folded is not printed. */
+  /** Until it is drawn, a chart is printed as its data. */
   const drawAll = () => {
-    const shown = [...waiting].filter((figure) => !figure.closest(".fold:not([open])"));
-    for (const figure of shown) {
+    for (const figure of [...waiting]) {
       parts(figure)[1].open = true;
       drawOnce(figure);
     }

@@ -1,6 +1,6 @@
 "use strict";
 
-/** Opens what a link leads to, and finds entries of a long table of contents. */
+/** Opens what a link leads to, and everything for paper. Finds entries of a long table of contents. */
 {
   const leastEntries = 30;
 
@@ -24,6 +24,23 @@
       openTarget();
   });
   openTarget();
+
+  /** The data of charts and maps are not on paper. */
+  const opened = new Set();
+  const unfold = () => {
+    for (const fold of document.querySelectorAll("main details:not([open], figure:not(.view) details)")) {
+      fold.open = true;
+      opened.add(fold);
+    }
+  };
+  const refold = () => {
+    opened.forEach((fold) => { fold.open = false; });
+    opened.clear();
+  };
+  // Before the charts are drawn, which needs their size.
+  window.addEventListener("beforeprint", unfold, { capture: true });
+  window.addEventListener("afterprint", refold);
+  window.matchMedia("print").addEventListener("change", ({ matches }) => matches ? unfold() : refold());
 
   /** Shows an entry if it or one below it has the words; returns whether it does. */
   const filter = (entry, words) => {
