@@ -1,6 +1,7 @@
 #include "hvhost/describe/DescriptionOutput.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <string_view>
@@ -16,6 +17,7 @@
 #include "hvhost/describe/ResultLanguage.h"
 #include "hvhost/job/HostSession.h"
 #include "hvhost/show/Rendering.h"
+#include "hvhost/show/ResultWords.h"
 
 namespace {
 
@@ -201,7 +203,10 @@ std::vector<std::string> factsOf(const Description& description, const GroupDesc
     tell("Cases", group.facts.at("records"));
     if (!description.weight.empty()) {
         lines.push_back(strings.LookUp("Weighted by ") + description.weight);
-        tell("Sum of weights", group.facts.at("weight"));
+        // The last digits of a sum of fractions are not known.
+        constexpr int kKnownDigits = 12;
+        tell("Sum of weights",
+             localNumber(std::strtod(group.facts.at("weight").c_str(), nullptr), kKnownDigits));
     }
     if (group.leftOut > 0)
         tell("Cases left out, without a weight", std::to_string(group.leftOut));

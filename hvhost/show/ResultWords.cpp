@@ -30,9 +30,9 @@ std::string sentence(const std::string& key, std::initializer_list<std::string> 
     return text;
 }
 
-std::string localNumber(double number)
+std::string localNumber(double number, int digits)
 {
-    std::string text = base::roundedNumber(number);
+    std::string text = base::roundedNumber(number, digits);
     std::replace(text.begin(), text.end(), '.', decimalSign());
     return text;
 }

@@ -11,8 +11,8 @@
 std::string word(const std::string& key);
 /// The host's text for a key, with ^1, ^2 and so on replaced by the parts.
 std::string sentence(const std::string& key, std::initializer_list<std::string> parts);
-/// A number with six significant digits and the host's decimal sign.
-std::string localNumber(double number);
+/// A number with so many significant digits and the host's decimal sign.
+std::string localNumber(double number, int digits = 6);
 
 /// Translates the names of columns and the cells that are words. Names of fields stay.
 ResultTable inWords(ResultTable table);
