@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "datafile/CsvValue.h"
+#include "hvhost/input/OtherDates.h"
 
 namespace {
 
@@ -18,6 +19,13 @@ constexpr int kFirstYear = 1800;
 constexpr int kLastYear = 2200;
 constexpr std::size_t kFewestNumbered = 3; ///< columns
 constexpr std::size_t kMostQuoted = 40;    ///< bytes of a value in a sentence
+
+/// Other forms of dates count as dates.
+CsvKind judgedKind(const CsvField& field)
+{
+    const CsvKind kind = kindOf(field);
+    return kind == CsvKind::Text && isOtherDate(field.text) ? CsvKind::Date : kind;
+}
 
 bool isTyped(CsvKind kind)
 {
@@ -39,10 +47,10 @@ std::vector<std::size_t> typedColumns(const HeadRecords& head)
     const bool hasMore = head.records.size() > 1;
     std::vector<std::size_t> columns;
     for (std::size_t column = 0; column < head.records.front().size(); ++column) {
-        CsvKind kind = hasMore ? CsvKind::Missing : kindOf(head.records.front()[column]);
+        CsvKind kind = hasMore ? CsvKind::Missing : judgedKind(head.records.front()[column]);
         for (std::size_t i = 1; i < head.records.size(); ++i)
             if (column < head.records[i].size())
-                kind = widened(kind, kindOf(head.records[i][column]));
+                kind = widened(kind, judgedKind(head.records[i][column]));
         if (isTyped(kind))
             columns.push_back(column);
     }
@@ -59,6 +67,8 @@ bool areYears(const HeadRecords& head, const std::vector<std::size_t>& columns)
             return false;
         last = year;
     }
+    if (head.records.size() == 1)
+        return true;
     for (std::size_t i = 1; i < head.records.size(); ++i)
         if (columns.front() < head.records[i].size() &&
             yearOf(head.records[i][columns.front()].text) == 0)
@@ -97,7 +107,7 @@ std::string doubtOfTypes(const HeadRecords& head, const std::vector<std::size_t>
     const CsvField* value = nullptr;
     for (const std::size_t column : columns) {
         const CsvField& field = head.records.front()[column];
-        const CsvKind kind = kindOf(field);
+        const CsvKind kind = judgedKind(field);
         if (kind == CsvKind::Text)
             return {};
         if (kind != CsvKind::Missing && value == nullptr)
@@ -107,8 +117,7 @@ std::string doubtOfTypes(const HeadRecords& head, const std::vector<std::size_t>
         return {};
     if (head.records.size() > 1)
         return sentence(*value, "is a value, like those below it");
-    const bool isAll = columns.size() == head.records.front().size();
-    return isAll ? sentence(*value, "is a value, and no other record follows") : std::string();
+    return sentence(*value, "is a value, and no other record follows");
 }
 
 bool recurs(const HeadRecords& head, std::size_t column)

@@ -27,7 +27,7 @@ bool isOtherDate(std::string_view text)
 {
     static const std::regex other(
         R"((\d{1,2}[./]\d{1,2}[./]\d{4}|\d{1,2}-\d{1,2}-\d{4}|\d{4}[./]\d{1,2}[./]\d{1,2}))"
-        R"(([ T]\d{1,2}:\d\d(:\d\d)?)?|)"
+        R"(([ T]\d{1,2}:\d\d(:\d\d)?( [AaPp][Mm])?)?|)"
         R"(\d{4}-\d\d-\d\d[ T]\d\d:\d\d(:\d\d(\.\d+)?)?( ?UTC|Z|[+-]\d\d(:?\d\d)?))");
     return text.size() <= kLongestDate && std::regex_match(text.begin(), text.end(), other);
 }

@@ -231,8 +231,8 @@ private:
             _head.dialect = dialect;
     }
 
-    /// Lines without a separator above the names, if a blank line follows them or the records below
-    /// have a column of numbers.
+    /// Lines with fewer fields than the records above the names, if a blank line follows them or
+    /// the records below have a column of numbers.
     bool findBelowTitle()
     {
         if (_given.skipped > 0)
@@ -243,11 +243,8 @@ private:
             const std::string_view title = rest.substr(0, rest.find_first_of("\r\n"));
             isAfterBlank = isAfterBlank || title.empty();
             rest = withoutLines(rest, 1);
-            const bool isTitle = title.find_first_of(candidates()) == std::string_view::npos;
-            if (!isTitle)
-                return false;
             _head.skipped = line;
-            if (takeSeparator({.comment = _given.comment}) && isBelowTitle(isAfterBlank)) {
+            if (takeSeparator({.comment = _given.comment}) && isBelowTitle(isAfterBlank, line)) {
                 _head.doubts.push_back(
                     {"the first " + (line == 1 ? "line is" : std::to_string(line) + " lines are") +
                          std::string(" ignored as a title"),
@@ -259,10 +256,23 @@ private:
         return false;
     }
 
-    bool isBelowTitle(bool isAfterBlank) const
+    /// Whether no line of the title has as many fields as the records.
+    bool isShortTitle(const HeadRecords& head, std::uint64_t lines) const
+    {
+        std::string_view rest = _text;
+        for (; lines > 0; --lines, rest = withoutLines(rest, 1)) {
+            const std::string_view title = rest.substr(0, rest.find_first_of("\r\n"));
+            const auto separators = std::ranges::count(title, _head.dialect.separator);
+            if (static_cast<std::size_t>(separators) + 1 >= head.records.front().size())
+                return false;
+        }
+        return true;
+    }
+
+    bool isBelowTitle(bool isAfterBlank, std::uint64_t lines) const
     {
         const HeadRecords head = split(_head.dialect);
-        return head.records.size() > 1 &&
+        return head.records.size() > 1 && isShortTitle(head, lines) &&
                (isAfterBlank || (hasTypedColumn(head) && headerDoubt(head).reason.empty()));
     }
 

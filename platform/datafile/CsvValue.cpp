@@ -133,14 +133,15 @@ CsvKind kindOf(const CsvField& field)
     if (!isDigit(first) && first != '-' && first != '+' && first != '.' && first != ' ' &&
         first != 'n' && first != 'N' && first != 'i' && first != 'I')
         return CsvKind::Text;
-    const CsvKind number = numberKind(base::trimmed(text, " "));
+    const std::string_view value = base::trimmed(text, " ");
+    const CsvKind number = numberKind(value);
     if (number != CsvKind::Text)
         return number;
-    if (isDate(text))
+    if (isDate(value))
         return CsvKind::Date;
-    if (isTime(text))
+    if (isTime(value))
         return CsvKind::Time;
-    return isTimestamp(text) ? CsvKind::Timestamp : CsvKind::Text;
+    return isTimestamp(value) ? CsvKind::Timestamp : CsvKind::Text;
 }
 
 CsvKind widened(CsvKind left, CsvKind right)

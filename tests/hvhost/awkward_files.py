@@ -35,6 +35,7 @@ FILES = {
     "comments_inside.csv": ("a,b\n1,x\n# later\n2,y\n", "", "ix", "a,b\n1,x\n2,y\n"),
     "hash_in_name.csv": ("#,b\n1,x\n2,y\n", "", "ix", '"#",b\n1,x\n2,y\n'),
     "title.csv": ("Report of 2024\n\na,b\n1,x\n2,y\n", "", "ix", "a,b\n1,x\n2,y\n"),
+    "title_with_comma.csv": ("Notes\nmore, notes\nx,y,z\n1,2,3\n", "", "iii", "x,y,z\n1,2,3\n"),
     "title_near.csv": ("Report of 2024\na,b\n1,x\n2,y\n", "", "ix", "a,b\n1,x\n2,y\n"),
     "title_skipped.csv": ("A, B and C\na,b\n1,x\n", "--skip 1", "ix", "a,b\n1,x\n"),
     "short_first_line.csv": ("a\n1,x\n2,y\n", "", None, "short_first_line.csv:2: the record has 2 fields, not 1"),
@@ -82,6 +83,8 @@ FILES = {
     "dotted.csv": ("d;n\n31.01.2024;1\n1.2.2024;2\n", "", "di", "d,n\n2024-01-31,1\n2024-02-01,2\n"),
     "dotted_times.csv": ("d\n31.01.2024 07:08\n01.02.2024 8:09\n", "", "s", "d\n2024-01-31 07:08:00\n2024-02-01 08:09:00\n"),
     "month_first.csv": ("d\n1/31/2024\n2/3/2024\n", "", "d", "d\n2024-01-31\n2024-02-03\n"),
+    "one_date.csv": ("31/01/2024 2:05 PM", "", "s", "field1\n2024-01-31 14:05:00\n"),
+    "blanks_around_dates.csv": ("d\n\" 2024-01-31 \"\n", "", "d", "d\n2024-01-31\n"),
     "day_or_month.csv": ("d\n01/02/2024\n03/04/2024\n", "", "d", "d\n2024-02-01\n2024-04-03\n"),
     "two_forms.csv": ("d,e\n2024-01-31,31/01/2024\n2024-02-01,01/02/2024\n", "", "dd", "d,e\n2024-01-31,2024-01-31\n2024-02-01,2024-02-01\n"),
     "short_years.csv": ("d\n13/2/24\n12/3/24\n", "--missing NA", "x", "d\n13/2/24\n12/3/24\n"),
@@ -93,9 +96,11 @@ FILES = {
 # What is said about a file that is read. Nothing is said about the others.
 WARNINGS = {
     "title.csv": "the first line is ignored as a title; --skip N",
+    "title_with_comma.csv": "the first 2 lines are ignored as a title; --skip N",
     "title_near.csv": "the first line is ignored as a title; --skip N",
     "numbers_only.csv": 'the first record is read as data, not as names: "1" is a value, like those below it; --header',
     "numbered.csv": 'the first record may not be names: "0" is a value',
+    "one_date.csv": 'the first record is read as data, not as names: "31/01/2024 2:05 PM" is a value, and no other record',
     "dates_first.csv": 'the first record is read as data, not as names: "2024-01-31" is a value',
     "words_only.csv": 'the first record may not be names: "yes" is also a value below it',
     "day_or_month.csv": "d: dates were read with the day first, and the month could be first; --date-format",

@@ -27,7 +27,8 @@ constexpr std::array<std::pair<const char*, Order>, 13> kDates{{{"%Y-%m-%d", Ord
                                                                 {"%m/%d/%y", Order::ShortYear},
                                                                 {"%d-%m-%y", Order::ShortYear},
                                                                 {"%m-%d-%y", Order::ShortYear}}};
-constexpr std::array<const char*, 4> kTimes{" %H:%M", " %H:%M:%S", " %H:%M:%S.%f", "T%H:%M:%S"};
+constexpr std::array<const char*, 6> kTimes{" %H:%M",    " %H:%M:%S", " %H:%M:%S.%f",
+                                            "T%H:%M:%S", " %I:%M %p", " %I:%M:%S %p"};
 constexpr std::size_t kLongestDate = 40;
 constexpr const char* kLongYear = R"(^(\d{4}\D|\d+\D\d+\D\d{4}))";
 /// Signs that may surround a number.
