@@ -18,8 +18,10 @@
 #include "data/CaseFileFault.h"
 #include "data/ColumnForms.h"
 #include "data/HostDatabase.h"
+#include "data/ImportColumn.h"
 #include "data/JsonText.h"
 #include "data/Utf8Copy.h"
+#include "datafile/ColumnTypes.h"
 #include "datafile/CsvFault.h"
 #include "datafile/CsvScanner.h"
 #include "datafile/FaultIds.h"
@@ -39,13 +41,6 @@ namespace {
 namespace duck = datafile::duck;
 using datafile::quotedIdentifier;
 using datafile::quotedLiteral;
-
-struct Column
-{
-    std::string name;
-    std::string type;       ///< of the database
-    std::string value = {}; ///< an expression over the text, if the database cannot read the type
-};
 
 /// Bytes at the start of a file that name its form.
 struct Mark
@@ -100,81 +95,9 @@ std::string character(char value)
     return quotedLiteral(value == '\0' ? std::string() : std::string(1, value));
 }
 
-const char* typeOf(CFField::StorageType storage)
-{
-    switch (storage) {
-    case CFField::Integer:
-        return "BIGINT";
-    case CFField::Real:
-        return "DOUBLE";
-    case CFField::Date:
-        return "DATE";
-    case CFField::Time:
-        return "TIME";
-    case CFField::Timestamp:
-        return "TIMESTAMP";
-    default:
-        return "VARCHAR";
-    }
-}
-
-/// The type of a column with values of one kind in a workbook.
-const char* typeOf(datafile::CsvKind kind)
-{
-    switch (kind) {
-    case datafile::CsvKind::Integer:
-        return typeOf(CFField::Integer);
-    case datafile::CsvKind::Real:
-        return typeOf(CFField::Real);
-    case datafile::CsvKind::Date:
-        return typeOf(CFField::Date);
-    case datafile::CsvKind::Time:
-        return typeOf(CFField::Time);
-    case datafile::CsvKind::Timestamp:
-        return typeOf(CFField::Timestamp);
-    default:
-        return typeOf(CFField::String);
-    }
-}
-
 const char* typeWordOf(const std::string& type)
 {
     return datafile::typeWordOf(type == "BIGINT" ? CFField::Integer : CFField::Real);
-}
-
-/// The type to read a column with. A type without a counterpart among the storages is read as text.
-std::string readType(const std::string& found)
-{
-    for (const char* known :
-         {"BIGINT", "DOUBLE", "DATE", "TIME", "TIMESTAMP", "TIMESTAMP WITH TIME ZONE"})
-        if (found == known)
-            return found;
-    return "VARCHAR";
-}
-
-bool isNested(const std::string& type)
-{
-    return type.starts_with("STRUCT(") || type.starts_with("MAP(") || type.ends_with("[]");
-}
-
-/// The item of the select list for a column.
-std::string selected(const Column& column)
-{
-    const std::string name = quotedIdentifier(column.name);
-    const std::string as = " AS " + name;
-    if (!column.value.empty())
-        return column.value + as;
-    if (column.type == "TIMESTAMP WITH TIME ZONE")
-        return name + " AT TIME ZONE 'UTC'" + as;
-    if (column.type == "UBIGINT" || column.type == "HUGEINT")
-        return "CAST(" + name + " AS DOUBLE)" + as;
-    // A field with values of several kinds.
-    if (column.type == "JSON")
-        return "CASE json_type(" + name + ") WHEN 'VARCHAR' THEN " + name + " ->> '$' ELSE CAST(" +
-               name + " AS VARCHAR) END" + as;
-    if (isNested(column.type))
-        return "CAST(to_json(" + name + ") AS VARCHAR)" + as;
-    return readType(column.type) == column.type ? name : "CAST(" + name + " AS VARCHAR)" + as;
 }
 
 /// An instance for records with very many columns, or very long ones. For each column of texts the
@@ -226,8 +149,8 @@ public:
     {
         const std::string from = table();
         std::vector<std::string> list;
-        for (const Column& column : _columns)
-            list.push_back(selected(column));
+        for (const ImportColumn& column : _columns)
+            list.push_back(selectedItem(column));
         run("COPY (SELECT " + base::joined(list, ", ") + " FROM " + from + ") TO " +
             quotedLiteral(target) + " (FORMAT parquet" + groupOption() + modelOption() + ")");
         return std::move(_told);
@@ -267,7 +190,7 @@ private:
             _path, {_form.sheet, _form.hasHeader, _form.skippedLines, _form.missing, _form.look},
             base::nativePath(hostToUtf8(GetVexaTempPath())));
         for (std::size_t i = 0; i < sheet.kinds.size(); ++i)
-            _columns.push_back({sheet.names[i], typeOf(sheet.kinds[i])});
+            _columns.push_back({sheet.names[i], importType(sheet.kinds[i])});
         _told.impossibleDates = sheet.impossibleDates;
         use(std::move(sheet.file));
     } catch (const WorkbookFault& fault) {
@@ -402,14 +325,14 @@ private:
     std::string tableOf(const std::string& options) const
     {
         std::vector<std::string> columns;
-        for (const Column& column : _columns)
+        for (const ImportColumn& column : _columns)
             columns.push_back(quotedLiteral(column.name) + ": " +
                               quotedLiteral(column.value.empty() ? column.type : "VARCHAR"));
         return "read_csv(" + quotedLiteral(datafile::literalPath(_readable)) + options +
                ", auto_detect = false, columns = {" + base::joined(columns, ", ") + "})";
     }
 
-    const CFField::StorageType* givenType(const Column& column) const
+    const CFField::StorageType* givenType(const ImportColumn& column) const
     {
         for (const auto& [name, storage] : _form.types)
             if (name == column.name)
@@ -427,7 +350,7 @@ private:
                 columns.push_back(std::move(*column));
         if (columns.empty())
             return;
-        std::vector<Column> typed = _columns;
+        std::vector<ImportColumn> typed = _columns;
         for (const TextColumn& column : columns)
             _columns[column.index].type = "VARCHAR";
         const std::string table = tableOf(options);
@@ -441,7 +364,7 @@ private:
             take(column);
     }
 
-    bool isBoolean(const Column& column) const
+    bool isBoolean(const ImportColumn& column) const
     {
         return std::ranges::find(_form.booleans, column.name) != _form.booleans.end();
     }
@@ -449,7 +372,7 @@ private:
     /// A column whose texts may have another form; nullopt if the database reads it.
     std::optional<TextColumn> textColumn(std::size_t index) const
     {
-        const Column& column = _columns[index];
+        const ImportColumn& column = _columns[index];
         const CFField::StorageType* const given = givenType(column);
         TextColumn text{.index = index, .name = quotedIdentifier(column.name)};
         const bool isNumber = column.type == "BIGINT" || column.type == "DOUBLE";
@@ -467,7 +390,7 @@ private:
 
     void take(const TextColumn& text)
     {
-        Column& column = _columns[text.index];
+        ImportColumn& column = _columns[text.index];
         if (text.misfit)
             throw CaseFileError(
                 _path,
@@ -510,7 +433,7 @@ private:
     void nameColumns()
     {
         std::vector<std::string> names;
-        for (const Column& column : _columns)
+        for (const ImportColumn& column : _columns)
             names.push_back(column.name);
         names = datafile::uniqueNames(std::move(names));
         for (std::size_t i = 0; i < names.size(); ++i)
@@ -520,17 +443,17 @@ private:
     void setTypes()
     {
         for (const auto& [name, storage] : _form.types)
-            columnNamed(name).type = typeOf(storage);
+            columnNamed(name).type = datafile::sqlTypeOf(storage);
         for (const std::string& name : _form.booleans)
-            columnNamed(name).type = typeOf(CFField::Integer);
+            columnNamed(name).type = datafile::sqlTypeOf(CFField::Integer);
     }
 
-    Column& columnNamed(const std::string& name)
+    ImportColumn& columnNamed(const std::string& name)
     {
-        const auto column = std::ranges::find(_columns, name, &Column::name);
+        const auto column = std::ranges::find(_columns, name, &ImportColumn::name);
         if (column == _columns.end())
             throw CaseFileError(_path, ": there is no field \"" + name + "\"" +
-                                           base::suggestion(name, _columns, &Column::name));
+                                           base::suggestion(name, _columns, &ImportColumn::name));
         return *column;
     }
 
@@ -560,7 +483,7 @@ private:
     std::optional<WideDatabase> _wide;
     std::unique_ptr<duck::Connection> _connection;
     std::shared_ptr<datafile::ScratchFile> _copy;
-    std::vector<Column> _columns;
+    std::vector<ImportColumn> _columns;
     TextImported _told;
 };
 
