@@ -279,7 +279,7 @@ void InputFile::refuseForEngine() const
 void InputFile::refuseOptions() const
 {
     if (_file.hasParts() && _kind != DataKind::Hvbf)
-        throw CommandFault(ExitStatus::Usage,
+        throw CommandFault(ExitStatus::Input,
                            _options.path + ": only Parquet files are read as a folder or by a "
                                            "pattern",
                            "hvhost append FILE FILE... OUT joins files of other kinds");

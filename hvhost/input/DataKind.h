@@ -35,6 +35,8 @@ inline constexpr std::array<DataKindWord, 13> kDataKinds{{{"csv", DataKind::Csv}
                                                           {"xls", DataKind::Sheet}}};
 /// The first of them are the kinds of outputs as well.
 inline constexpr std::size_t kOutputKinds = 4;
+/// The rest are only extensions of names: an old workbook is refused as what it is.
+inline constexpr std::size_t kInputKinds = kDataKinds.size() - 1;
 
 /// The kind of an input from a word, or from the extension of a path if the word is empty; .gz
 /// and .zst after it do not count. The kind of a standard stream or a pipe, whose content is in

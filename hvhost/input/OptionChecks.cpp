@@ -113,7 +113,7 @@ CLI::Validator oneCharacter()
 
 CLI::Validator inputKindWord()
 {
-    return kindWord(kDataKinds.size());
+    return kindWord(kInputKinds);
 }
 
 CLI::Validator outputKindWord()

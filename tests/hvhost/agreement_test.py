@@ -207,8 +207,8 @@ class Agreement(Case):
                          "sum_year\n4049\n")
         self.assertEqual(self.facts(self.folder / "sales")["cases"], 3)
         bad = self.folder / "sales/year=2025/bad.parquet"
-        for select, says in (("1 AS a", 'lacks the field "t", which year=2024/b.parquet has'),
-                             ("1 AS a, 't' AS t, 1 AS c", 'has the field "c", which year=2024/b.parquet lacks'),
+        for select, says in (("1 AS a", ' lacks the field "t", which year=2024/b.parquet has'),
+                             ("1 AS a, 't' AS t, 1 AS c", ' has the field "c", which year=2024/b.parquet lacks'),
                              ("1 AS a, 1 AS t", ': the field "t" is Integer, and String in year=2024/b.parquet'),
                              (b"x", " is not a Parquet file, or it is cut short"), (b"", ": the file is empty")):
             if isinstance(select, bytes):
@@ -220,7 +220,7 @@ class Agreement(Case):
         bad.rename(self.folder / "sales/d.parquet")
         self.assertIn('the folders of year=', self.run_hvhost("info", self.folder / "sales", status=3).stderr)
         for path, status, says in (("sales/no*", 3, "no file has a name of this form"), ("temp", 3, "no data files"),
-                                   ("sales/*.csv", 2, "only Parquet files are read as a folder or by a pattern")):
+                                   ("sales/*.csv", 3, "only Parquet files are read as a folder or by a pattern")):
             self.assertIn(says, self.run_hvhost("convert", self.folder / path, "-", status=status).stderr)
 
     def test_what_the_hosts_code_page_cannot_hold_is_told_and_counted(self):

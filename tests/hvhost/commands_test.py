@@ -2,7 +2,6 @@
 import json
 import os
 import re
-import shlex
 import shutil
 import statistics
 import subprocess
@@ -316,20 +315,6 @@ class Rest(Case):
             text = self.run_hvhost(*words).stdout
             self.assertEqual(text, self.run_hvhost(*same).stdout)
             self.assertIn("Exit status:", text)
-
-    def test_examples_of_the_help_work_as_they_stand(self):
-        place = self.folder / "data"
-        shutil.copytree(DATA, place)
-        for command, count in (
-                ("convert", 6), ("join", 3), ("append", 2), ("aggregate", 3), ("describe", 4), ("render", 2), ("run", 2), ("score", 3), ("doctor", 1),
-                ("map info", 3), ("map convert", 2), ("map points", 2), ("map match", 2)):
-            text = self.run_hvhost(*command.split(), "--help").stdout
-            self.assertLessEqual(max(map(len, text.splitlines())), 84)
-            examples = re.findall(r"(?m)^  hvhost (.*)$", text)
-            self.assertEqual(len(examples), count, text)
-            for example in examples:
-                with self.subTest(example):
-                    self.run_hvhost(*shlex.split(example), cwd=place)
 
     def test_words_that_no_command_takes_are_named(self):
         for command, enough in (

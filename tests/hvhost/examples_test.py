@@ -102,6 +102,7 @@ class Examples(Case):
             commands += [[group, name] for name in
                          re.findall(r"(?m)^  ([a-z]+) ", help_of(group).partition("Commands:")[2])]
         for command in commands:
+            self.assertLessEqual(max(map(len, help_of(*command).splitlines())), 84, command)
             examples = help_of(*command).partition("Examples")[2].partition("\n\n")[0]
             lines = [line.strip() for line, _ in commands_in(examples + "\n", "  ")]
             self.assertTrue(lines, command)

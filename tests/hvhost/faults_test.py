@@ -32,7 +32,7 @@ FAULTS = [
     ("convert weather.csv o.csv --from xls", 2, ["--from: xls is not one of csv, sav, "]),
     ("convert weather.csv o.csv --log none/log", 1, ["none/log"]),
     ("convert weather.csv o.csv --trace=/proc/none", 1, ["/proc/none"]),
-    ("convert sealed.sav o.csv --no-header", 2, ["--no-header: sealed.sav is not a csv file"]),
+    ("convert sealed.sav o.csv --no-header", 2, ["--no-header: sealed.sav is not a csv or xlsx file"]),
     ("convert sealed.sav o.csv --encoding latin1", 2, ["--encoding: sealed.sav"]),
     ("convert text.hvbf o.csv --max-errors 1", 2, ["--max-errors: text.hvbf"]),
     ("convert weather.csv o.xyz", 2, ["o.xyz", "--to"]),
@@ -53,7 +53,7 @@ FAULTS = [
     # Inputs
     ("convert none.csv o.csv", 3, ["none.csv: no such file"]),
     ("convert none o.csv", 3, ["none: no such file"]),
-    ("convert folder.csv o.csv", 3, ["folder.csv: this is a folder"]),
+    ("convert folder.csv o.csv", 3, ["folder.csv: only Parquet files are read as a folder"]),
     ("convert blank.csv o.csv", 3, ["blank.csv: the file is empty"]),
     ("convert - -", 3, ["standard input is empty"]),
     ("convert cut.sav o.csv", 3, ["cut.sav: ", "--from"]),

@@ -170,7 +170,7 @@ TEST(OutputText, DecimalSignsStandBelowEachOther)
 │ 2.5%       │       2.5%    │
 │ 1E+99      │      1E+99    │
 │ .          │       .       │
-│ 1582/10/14 │ 1582/10/14    │
+│ 1582-10-14 │ 1582-10-14    │
 )"),
               std::string::npos)
         << textOf(procedure);

@@ -146,7 +146,7 @@ class Tables(unittest.TestCase):
         lines = page.evaluate("window.pasted").split("\n")
         self.assertEqual(lines[:2], ["\tMeasure\tMeasure\tMeasure",
                                      "Region\tIncome\tSince\tRemark"])
-        self.assertRegex(lines[2], r"^East\t34\d{3}\.\d{4,}\t2020/02/02\tfirst\\nsecond$")
+        self.assertRegex(lines[2], r"^East\t34\d{3}\.\d{4,}\t2020-02-02\tfirst\\nsecond$")
         rows = "named('Weather by').tBodies[0].rows"
         page.evaluate(f"select({rows}[2].cells[1], {rows}[3].cells[1])")
         lines = page.evaluate("copied()").split("\n")
