@@ -114,7 +114,7 @@ public:
     /// All variables that the request needs.
     std::vector<int> columns() const { return together(_columns, _dates.columns); }
 
-    Description emptyDescription() const
+    Description description() const
     {
         Description description;
         description.file = _options.input.path;
@@ -310,18 +310,14 @@ std::string composeJob(const Question& question, const CaseGroups& groups, HVRaw
 }
 
 /// For programs: all groups in one table or document.
-void showFigures(Describing& describing, Description& description, CaseGroups& groups,
+void showFigures(Describing& describing, const Description& description, CaseGroups& groups,
                  const std::string& form, const ShownResult& result)
 {
+    const std::unique_ptr<DescriptionFigures> figures = makeFigures(form, description);
     while (HVRawDataIterator* const cases = groups.next())
-        for (GroupDescription& group : describing.describe(groups, *cases, nullptr))
-            description.groups.push_back(std::move(group));
-    result.deliver([&](std::ostream& out) {
-        if (form == "json")
-            printDescriptionJson(description, out);
-        else
-            printDescriptionCsv(description, out);
-    });
+        for (const GroupDescription& group : describing.describe(groups, *cases, nullptr))
+            figures->add(group);
+    result.deliver([&](std::ostream& out) { figures->print(out); });
 }
 
 /// For people: the engine's result document for each group.
@@ -393,7 +389,7 @@ void describe(const DescribeOptions& options, const CommonOptions& common)
             std::cout << composeJob(question, groups, *cases, !isForPrograms(form));
         return;
     }
-    Description description = question.emptyDescription();
+    const Description description = question.description();
     JobOrigin origin = input.origin();
     origin.settings = analysisSettings(options.analyses);
     Describing describing(question, session, std::move(origin), watch);

@@ -57,7 +57,7 @@ struct GroupDescription
     int withoutFiniteWeight = 0;
 };
 
-/// The data that `hvhost describe` shows.
+/// What `hvhost describe` shows, for all groups.
 struct Description
 {
     std::string file;
@@ -68,7 +68,6 @@ struct Description
     bool hasOutliers = false;
     bool hasPairs = false;
     bool hasMissingPatterns = false;
-    std::vector<GroupDescription> groups;
 };
 
 /// Combines the engine's documents about the fields of `model`: the statistics, and the time

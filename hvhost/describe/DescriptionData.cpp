@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdlib>
 #include <ostream>
+#include <sstream>
+#include <utility>
 
 #include "hvhost/base/ValueText.h"
 #include "hvhost/describe/AnalysisData.h"
@@ -138,30 +140,81 @@ void addKey(ResultTable& table, const GroupDescription& group)
     }
 }
 
+class CsvFigures : public DescriptionFigures
+{
+public:
+    explicit CsvFigures(const Description& description) : _description(description) {}
+
+    void add(const GroupDescription& group) override
+    {
+        ResultTable table = tableOf(_description, group);
+        addKey(table, group);
+        if (std::exchange(_isEmpty, false))
+            printCsvNames(table.columns, _text);
+        for (const ResultTable::Row& row : table.rows)
+            printCsvRow(row, _text);
+    }
+    void print(std::ostream& out) const override
+    {
+        if (_isEmpty)
+            printTable({}, {"csv"}, out);
+        out << _text.view();
+    }
+
+private:
+    const Description& _description;
+    std::ostringstream _text;
+    bool _isEmpty = true;
+};
+
+class JsonFigures : public DescriptionFigures
+{
+public:
+    explicit JsonFigures(const Description& description) : _description(description) {}
+
+    void add(const GroupDescription& group) override
+    {
+        constexpr const char* kIndent = "    ";
+        _groups += (_groups.empty() ? "\n" : ",\n") + std::string(kIndent);
+        // A text in JSON has no line end.
+        for (const char letter : textOf(jsonGroup(group))) {
+            _groups += letter;
+            if (letter == '\n')
+                _groups += kIndent;
+        }
+    }
+    void print(std::ostream& out) const override
+    {
+        Json json = {{"schema", kSchema}, {"file", _description.file}};
+        if (!_description.weight.empty())
+            json["weight"] = _description.weight;
+        if (!_description.split.empty())
+            json["split"] = _description.split;
+        json["mostDistinct"] = _description.mostDistinct;
+        json["groups"] = Json::array();
+        const std::string text = textOf(json);
+        // The list of groups is the last member.
+        const std::size_t end = text.rfind(']');
+        out << text.substr(0, end) << _groups << (_groups.empty() ? "" : "\n  ") << text.substr(end)
+            << '\n';
+    }
+
+private:
+    static std::string textOf(const Json& json)
+    {
+        return json.dump(2, ' ', false, Json::error_handler_t::replace);
+    }
+
+    const Description& _description;
+    std::string _groups;
+};
+
 } // namespace
 
-void printDescriptionCsv(const Description& description, std::ostream& out)
+std::unique_ptr<DescriptionFigures> makeFigures(const std::string& form,
+                                                const Description& description)
 {
-    ResultTable all;
-    for (const GroupDescription& group : description.groups) {
-        ResultTable table = tableOf(description, group);
-        addKey(table, group);
-        all.columns = table.columns;
-        all.rows.insert(all.rows.end(), table.rows.begin(), table.rows.end());
-    }
-    printTable(all, {"csv"}, out);
-}
-
-void printDescriptionJson(const Description& description, std::ostream& out)
-{
-    Json json = {{"schema", kSchema}, {"file", description.file}};
-    if (!description.weight.empty())
-        json["weight"] = description.weight;
-    if (!description.split.empty())
-        json["split"] = description.split;
-    json["mostDistinct"] = description.mostDistinct;
-    json["groups"] = Json::array();
-    for (const GroupDescription& group : description.groups)
-        json["groups"].push_back(jsonGroup(group));
-    out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    if (form == "json")
+        return std::make_unique<JsonFigures>(description);
+    return std::make_unique<CsvFigures>(description);
 }
