@@ -30,7 +30,7 @@ struct AggregateCall
     Aggregate function;
     ValueType type;     ///< of the column
     std::string column; ///< SQL; "*" counts records
-    std::string number; ///< the column with the number of the record, for First and Last
+    std::string number; ///< the column with the order of the records, for First and Last
     std::int64_t centile = 0;
 };
 

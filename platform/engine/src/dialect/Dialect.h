@@ -29,11 +29,22 @@ struct NewColumn
     std::string value; ///< SQL
 };
 
+/// The records that come first in an order.
+struct LeadingRecords
+{
+    std::string columns; ///< of the result
+    std::string from;    ///< a FROM item
+    std::string order;   ///< terms of ORDER BY; empty: the order of the records
+    std::string spare;   ///< a quoted name that no column has
+    std::int64_t count;
+};
+
 /// A data file that a statement writes.
 struct FileTarget
 {
     std::string path;
-    bool isCsv = false; ///< else Parquet
+    bool isCsv = false;              ///< else Parquet
+    const datafile::Fields& columns; ///< of the records; borrowed
     /// An entry of a Parquet file's metadata.
     std::string key = {};
     std::string entry = {};
@@ -90,7 +101,13 @@ public:
 
     /// An item of a SELECT: the number of the record from 1, in the order of the records.
     virtual std::string recordNumber() const = 0;
-    /// A SELECT of the first record of each combination of the keys, from numbered records.
+    /// An item of a SELECT: an integer that grows in the order of the records. A cluster finds it
+    /// without counting the records.
+    virtual std::string recordOrder() const = 0;
+    /// A SELECT of the leading records.
+    virtual std::string leading(const LeadingRecords& records) const = 0;
+    /// A SELECT of the first record of each combination of the keys, from records with a column of
+    /// recordOrder.
     virtual std::string firstRecords(const std::string& columns, const std::string& from,
                                      const std::string& keys, const std::string& number) const = 0;
     /// A random integer that depends only on the number of a record and the seed.
@@ -131,6 +148,11 @@ public:
     std::string numbered(const std::string& from, const std::string& number) const
     {
         return "(SELECT *, " + recordNumber() + " AS " + number + " FROM " + from + ")";
+    }
+    /// The same with a column of recordOrder.
+    std::string ordered(const std::string& from, const std::string& order) const
+    {
+        return "(SELECT *, " + recordOrder() + " AS " + order + " FROM " + from + ")";
     }
     /// A column list: quoted names, separated by commas.
     std::string columns(const datafile::Fields& fields) const;

@@ -30,6 +30,8 @@ public:
     std::string aggregate(const AggregateCall& call) const override;
 
     std::string recordNumber() const override;
+    std::string recordOrder() const override { return recordNumber(); }
+    std::string leading(const LeadingRecords& records) const override;
     std::string firstRecords(const std::string& columns, const std::string& from,
                              const std::string& keys, const std::string& number) const override;
     std::string draw(const std::string& number, std::int64_t seed) const override;

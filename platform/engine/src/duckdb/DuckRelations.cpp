@@ -18,6 +18,13 @@ std::string DuckDialect::recordNumber() const
     return "row_number() OVER ()";
 }
 
+std::string DuckDialect::leading(const LeadingRecords& records) const
+{
+    return "SELECT " + records.columns + " FROM " + records.from +
+           (records.order.empty() ? "" : " ORDER BY " + records.order) + " LIMIT " +
+           std::to_string(records.count);
+}
+
 std::string DuckDialect::firstRecords(const std::string& columns, const std::string& from,
                                       const std::string& keys, const std::string& number) const
 {

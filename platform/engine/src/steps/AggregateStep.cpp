@@ -192,7 +192,7 @@ StepResult planAggregate(StepCall& call)
         derivedNode(std::move(fields), {call.input()},
                     [aggregation, number, &dialect](const std::vector<std::string>& inputs) {
                         const std::string from =
-                            aggregation.ordered ? dialect.numbered(inputs[0], number) : inputs[0];
+                            aggregation.ordered ? dialect.ordered(inputs[0], number) : inputs[0];
                         return "SELECT " + aggregation.columns + " FROM " + from + " AS t" +
                                (aggregation.keys.empty() ? ""
                                                          : " GROUP BY " + aggregation.keys +

@@ -45,7 +45,7 @@ std::string FileOutput::statement(const std::string& select)
         path = _plain->path();
     }
     // The name is already temporary; commit renames the file.
-    FileTarget target{path, _settings.kind == FileKind::Csv};
+    FileTarget target{path, _settings.kind == FileKind::Csv, _fields};
     if (!target.isCsv)
         describeFields(target);
     return _context.dialect.fileOf(select, target);

@@ -249,7 +249,7 @@ public:
     {
         if (_numbers.empty())
             return plain(input);
-        return _dialect.numbered(_froms[input], _numbers[input]) + " AS " + aliasOf(input);
+        return _dialect.ordered(_froms[input], _numbers[input]) + " AS " + aliasOf(input);
     }
     /// An input that contributes no records.
     std::string plain(std::size_t input) const { return _froms[input] + " AS " + aliasOf(input); }

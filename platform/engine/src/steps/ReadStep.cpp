@@ -157,15 +157,17 @@ NodePtr fileNode(StepCall& call, const Settings& files, const Limits& limits)
     return node;
 }
 
-NodePtr limited(NodePtr node, const Limits& limits)
+NodePtr limited(const Dialect& dialect, NodePtr node, const Limits& limits)
 {
     if (limits.mostRecords == UINT64_MAX)
         return node;
-    const std::string clause = " LIMIT " + std::to_string(limits.mostRecords);
     Fields fields = node->fields;
+    const std::string columns = dialect.columns(fields);
+    const std::string number = dialect.name(unusedName(fields, "hv_record"));
     return derivedNode(std::move(fields), {std::move(node)},
-                       [clause](const std::vector<std::string>& inputs) {
-                           return "SELECT * FROM " + inputs[0] + clause;
+                       [columns, number, &dialect, limits](const std::vector<std::string>& inputs) {
+                           return dialect.leading({columns, inputs[0], "", number,
+                                                   static_cast<std::int64_t>(limits.mostRecords)});
                        });
 }
 
@@ -199,7 +201,7 @@ StepResult planRead(StepCall& call)
                                 "\"filesystem\" and \"geospatial\" can be"});
     NodePtr node = sourceNode(call, settings, limits);
     settings.reportOthers(call.context.message);
-    return {limited(std::move(node), limits), nullptr};
+    return {limited(call.context.dialect, std::move(node), limits), nullptr};
 }
 
 } // namespace EmbeddedHV

@@ -13,7 +13,7 @@
 namespace EmbeddedHV {
 namespace {
 
-/// The input of a step with the number of each record, from 1.
+/// The input of a step with a number of each record.
 struct Numbered
 {
     explicit Numbered(const StepCall& call)
@@ -22,7 +22,10 @@ struct Numbered
     {
     }
 
-    std::string from(const std::string& input) const { return dialect.numbered(input, number); }
+    /// Numbers from 1, on which draws depend.
+    std::string counted(const std::string& input) const { return dialect.numbered(input, number); }
+    /// Numbers that only have the order of the records.
+    std::string ordered(const std::string& input) const { return dialect.ordered(input, number); }
 
     const Dialect& dialect;
     std::string columns; ///< of the input, for the SELECT of the result
@@ -92,7 +95,7 @@ StepResult planSortRecords(StepCall& call)
     const Numbered numbered(call);
     const std::string order = base::joined(terms, ", ");
     return numberedStep(call, [=](const std::string& input) {
-        return "SELECT " + numbered.columns + " FROM " + numbered.from(input) + " ORDER BY " +
+        return "SELECT " + numbered.columns + " FROM " + numbered.ordered(input) + " ORDER BY " +
                order + ", " + numbered.number;
     });
 }
@@ -103,8 +106,9 @@ StepResult planLimitRecords(StepCall& call)
     const Settings settings = call.settings();
     const std::int64_t count = neededCount(settings, "count");
     settings.reportOthers(call.context.message);
-    return numberedStep(call, [count](const std::string& input) {
-        return "SELECT * FROM " + input + " LIMIT " + std::to_string(count);
+    const Numbered numbered(call);
+    return numberedStep(call, [=](const std::string& input) {
+        return numbered.dialect.leading({numbered.columns, input, "", numbered.number, count});
     });
 }
 
@@ -120,16 +124,19 @@ StepResult planSampleRecords(StepCall& call)
         if (settings.has("percent"))
             settings.refuse("percent", "excludes the setting \"count\"");
         settings.reportOthers(call.context.message);
+        const std::string all = numbered.columns + ", " + numbered.number;
+        const std::string order = draw + ", " + numbered.number;
+        const std::string rank = numbered.dialect.name(unusedName(call.input()->fields, "hv_rank"));
         return numberedStep(call, [=](const std::string& input) {
-            return "SELECT " + numbered.columns + " FROM (SELECT * FROM " + numbered.from(input) +
-                   " ORDER BY " + draw + ", " + numbered.number + " LIMIT " +
-                   std::to_string(count) + ") ORDER BY " + numbered.number;
+            return "SELECT " + numbered.columns + " FROM (" +
+                   numbered.dialect.leading({all, numbered.counted(input), order, rank, count}) +
+                   ") ORDER BY " + numbered.number;
         });
     }
     const std::string share = base::shortestNumber(neededPercent(settings) / 100);
     settings.reportOthers(call.context.message);
     return numberedStep(call, [=](const std::string& input) {
-        return "SELECT " + numbered.columns + " FROM " + numbered.from(input) + " WHERE " +
+        return "SELECT " + numbered.columns + " FROM " + numbered.counted(input) + " WHERE " +
                numbered.dialect.drawnShare(draw) + " < " + share;
     });
 }
@@ -150,7 +157,7 @@ StepResult planDistinctRecords(StepCall& call)
     const Numbered numbered(call);
     const std::string keys = fields.empty() ? numbered.columns : base::joined(fields, ", ");
     return numberedStep(call, [=](const std::string& input) {
-        return numbered.dialect.firstRecords(numbered.columns, numbered.from(input), keys,
+        return numbered.dialect.firstRecords(numbered.columns, numbered.ordered(input), keys,
                                              numbered.number) +
                " ORDER BY " + numbered.number;
     });

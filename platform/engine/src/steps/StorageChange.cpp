@@ -79,7 +79,7 @@ std::string convertedColumn(const Dialect& dialect, const CFField& field,
     const Conversion* const found = conversionOf(from, storage);
     std::string missing = column + " IS NULL";
     if (from == CFField::String && storage != CFField::String)
-        missing += " OR trim(" + column + ") = ''";
+        missing += " OR " + functionSql(dialect, "trim", "String", {column}) + " = ''";
     // A text may be long, so the message shows only its beginning.
     const std::string begin = raisedText(
         errors::kConversion, {.step = step,
@@ -88,7 +88,8 @@ std::string convertedColumn(const Dialect& dialect, const CFField& field,
                               .what = "a value of the field \"" + field.GetName() +
                                       "\" cannot be stored as " + WordOf(storage) + ": \""});
     const ValueType type = valueTypeOf(storage);
-    const std::string shown = "left(" + dialect.cast(column, ValueType::String) + ", 100)";
+    const std::string shown =
+        "left(" + dialect.exactly(column, valueTypeOf(from), ValueType::String) + ", 100)";
     const std::string fault =
         dialect.raised(dialect.literal(begin) + " || " + shown + " || '\"'", type);
     return "CASE WHEN " + missing + " THEN NULL ELSE coalesce(" +

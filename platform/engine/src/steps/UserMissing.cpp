@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "expression/FieldTypes.h"
+#include "expression/FunctionCall.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -26,7 +27,7 @@ std::string missingCondition(const Dialect& dialect, const std::string& column,
     const bool isText = field.GetStorage() == CFField::String;
     // Ignore trailing blanks: the host pads its texts with blanks.
     const std::string value = isText
-                                  ? "rtrim(" + column + ")"
+                                  ? functionSql(dialect, "rtrim", "String", {column})
                                   : dialect.onModelScale(column, valueTypeOf(field.GetStorage()));
     std::vector<std::string> conditions;
     for (const CFValue& single : missing.GetValues()) {
