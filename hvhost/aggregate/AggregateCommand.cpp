@@ -48,6 +48,7 @@ void addAggregateCommand(CLI::App& app, CommonOptions& common)
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "csv", "json"}));
     addTextOptions(*command, options->text);
+    addEngineOptions(*command, common);
     addCommonOptions(*command, common);
     command->callback([options, &common] { aggregate(*options, common); });
 }

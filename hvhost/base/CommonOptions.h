@@ -14,6 +14,8 @@ struct CommonOptions
     std::string logFile;
     std::string traceDirectory;
     std::optional<double> timeout; ///< seconds
+    std::string engine;            ///< the address of a cluster; empty: the embedded engine
+    std::string engineScratch;     ///< a folder of the cluster for intermediate records
 };
 
 /// Options of the commands that read one file.

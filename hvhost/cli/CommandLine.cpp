@@ -82,7 +82,7 @@ CommandLine::CommandLine()
     _app.footer("hvhost help COMMAND shows the help of a command.\n" + std::string(kExitStatuses));
     for (const auto addCommand : kJobCommands)
         addCommand(_app, _common);
-    addDoctorCommand(_app);
+    addDoctorCommand(_app, _common);
     addCompletion();
     _app.add_subcommand("version", "Print the version.")->group(kCommandGroup)->callback([] {
         std::cout << "hvhost " HVINTEG_VERSION "\n";

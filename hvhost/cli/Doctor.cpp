@@ -11,12 +11,18 @@
 #include <nlohmann/json.hpp>
 
 #include "CFAppHost.h"
+#include "EHVAppSetting.h"
+#include "EngineBackend.h"
+#include "EngineCluster.h"
 #include "EngineException.h"
 #include "EngineMaps.h"
 #include "PathFactory.h"
 #include "VexaJVM.h"
 #include "VexaJVMError.h"
+#include "base/ScopeExit.h"
 #include "hvhost/base/CommandFault.h"
+#include "hvhost/base/CommonOptions.h"
+#include "hvhost/base/EngineChoice.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ReadableFile.h"
 #include "hvhost/base/Text.h"
@@ -91,8 +97,48 @@ Finding findTempFolder()
     return {"temporary folder", {}, folder + " cannot be written to", true};
 }
 
+/// What is known of clusters once the engine has started.
+struct ClusterAnswer
+{
+    std::string client; ///< the folder of the client; empty: it is not installed
+    std::string version;
+    std::string problem;
+};
+
+ClusterAnswer askCluster(JNIEnv* env, const EmbeddedHV::EHVAppSetting& settings,
+                         const CommonOptions& common)
+{
+    ClusterAnswer answer;
+    answer.client = EmbeddedHV::clusterClient(settings);
+    try {
+        if (!common.engine.empty())
+            answer.version = EmbeddedHV::clusterVersion(env, withEngine(settings, common));
+    } catch (const EmbeddedHV::Exception& error) {
+        answer.problem = withoutLineEnds(error.getMessage());
+    }
+    return answer;
+}
+
+std::vector<Finding> clusterFindings(const ClusterAnswer& answer, const CommonOptions& common)
+{
+    std::vector<Finding> all{
+        {"cluster client",
+         answer.client.empty() ? "not installed, only --engine needs it" : answer.client,
+         {},
+         false}};
+    if (common.engine.empty())
+        return all;
+    const bool answers = answer.problem.empty() && !answer.version.empty();
+    all.push_back({"cluster", answers ? "Spark " + answer.version : std::string(),
+                   answer.problem.empty() ? "not asked without the engine" : answer.problem, true});
+    if (answers)
+        all.back().problem.clear();
+    return all;
+}
+
 /// Starts the Java virtual machine and the engine, as a job does.
-std::vector<Finding> tryStart(const Finding& classes)
+std::vector<Finding> tryStart(const Finding& classes, const CommonOptions& common,
+                              ClusterAnswer& cluster)
 {
     const Finding idle{"engine", {}, "not started without Java", true};
     if (classes.found.empty())
@@ -101,6 +147,12 @@ std::vector<Finding> tryStart(const Finding& classes)
         const HVRunner runner;
         const std::string library = VexaJVM::GetInstance()->LibraryPath();
         const Finding java{"Java", javaVersion(library) + " " + library, {}, true};
+        const EmbeddedHV::BackendFactory ask = [&](JNIEnv* env, const auto& settings) {
+            cluster = askCluster(env, settings, common);
+            return EmbeddedHV::makeEmbeddedBackend(env, settings);
+        };
+        EmbeddedHV::setBackendFactory(ask);
+        const base::ScopeExit restore([] { EmbeddedHV::setBackendFactory({}); });
         StatHVServiceManager::get(false);
         return {java, {"engine", "starts", {}, true}};
     } catch (const VexaJVMError& error) {
@@ -110,14 +162,17 @@ std::vector<Finding> tryStart(const Finding& classes)
     }
 }
 
-std::vector<Finding> findAll()
+std::vector<Finding> findAll(const CommonOptions& common)
 {
     const fs::path home = nativePath(PathFactory::getPathInstance()->getInstallationPath());
     const fs::path components = home / "hv" / "af" / "components";
     const Finding classes = findFile("engine's classes", components / "hvengine.jar", true);
     std::vector<Finding> all{findFile("installation", home, true), classes,
                              findFile("class archive", components / "hvengine.jsa", false)};
-    for (Finding& finding : tryStart(classes))
+    ClusterAnswer cluster;
+    for (Finding& finding : tryStart(classes, common, cluster))
+        all.push_back(std::move(finding));
+    for (Finding& finding : clusterFindings(cluster, common))
         all.push_back(std::move(finding));
     all.push_back(findDatabase());
     for (Finding& finding : findMapLibraries())
@@ -155,10 +210,10 @@ void printJson(const std::vector<Finding>& all)
 
 } // namespace
 
-void doctor(const std::string& format)
+void doctor(const std::string& format, const CommonOptions& common)
 {
     const InterruptWatch watch(std::nullopt);
-    const std::vector<Finding> all = findAll();
+    const std::vector<Finding> all = findAll(common);
     watch.check();
     if (format == "json")
         printJson(all);

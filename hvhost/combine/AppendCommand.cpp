@@ -46,6 +46,7 @@ void addAppendCommand(CLI::App& app, CommonOptions& common)
                    "letter case")
         ->group("Input");
     addCombineOptions(*command, *options);
+    addEngineOptions(*command, common);
     addCommonOptions(*command, common);
     command->callback([options, &common] {
         takeOutput(*options);

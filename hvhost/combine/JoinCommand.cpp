@@ -49,6 +49,7 @@ void addJoinCommand(CLI::App& app, CommonOptions& common)
         ->check(notEmpty())
         ->group("Join");
     addCombineOptions(*command, *options);
+    addEngineOptions(*command, common);
     addCommonOptions(*command, common);
     command->callback([options, &common] { join(*options, common); });
 }

@@ -236,6 +236,20 @@ void addCommonOptions(CLI::App& app, CommonOptions& options)
         ->check(positiveNumber());
 }
 
+void addEngineOptions(CLI::App& app, CommonOptions& options)
+{
+    app.add_option("--engine", options.engine,
+                   "Run on the Spark cluster at this address,\nsuch as sc://host:15002")
+        ->type_name("URL")
+        ->envname("HVHOST_ENGINE")
+        ->group("Engine");
+    app.add_option("--engine-scratch", options.engineScratch,
+                   "A folder that all workers of the cluster see,\nfor intermediate records")
+        ->type_name("URI")
+        ->envname("HVHOST_ENGINE_SCRATCH")
+        ->group("Engine");
+}
+
 void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput)
 {
     addSource(app, options.input);

@@ -15,6 +15,8 @@ class Option;
 /// objects, which must outlive the application.
 
 void addCommonOptions(CLI::App& app, CommonOptions& options);
+/// For commands whose jobs can run on a cluster.
+void addEngineOptions(CLI::App& app, CommonOptions& options);
 
 /// Adds the input, the output and the options that change the records in between.
 void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput);

@@ -22,6 +22,7 @@ void addConvertCommand(CLI::App& app, CommonOptions& common)
     addJobOptions(*command, *options, true);
     addSelection(*command, options->records);
     addWeight(*command, options->input);
+    addEngineOptions(*command, common);
     addCommonOptions(*command, common);
     command->callback([options, &common] { convert(*options, common); });
 }

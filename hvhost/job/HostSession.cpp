@@ -14,6 +14,7 @@
 #include "datafile/StartedThread.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/CommandLog.h"
+#include "hvhost/base/EngineChoice.h"
 #include "hvhost/base/FaultWording.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/UserMessages.h"
@@ -80,6 +81,7 @@ HostSession::HostSession(const std::string& command, const CommonOptions& option
       _progress(options.quiet ? "never" : options.progress, "hvhost " + command)
 {
     checkTrails();
+    chooseEngine(_options);
     _watch.check();
 }
 

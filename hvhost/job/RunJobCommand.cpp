@@ -27,6 +27,7 @@ void addRunCommand(CLI::App& app, CommonOptions& common)
     addUserMissing(*command, options->userMissing);
     command->add_flag("--force", options->force, "Replace existing files");
     addPrintJob(*command, options->printJob);
+    addEngineOptions(*command, common);
     addCommonOptions(*command, common);
     command->callback([options, &common] { runJob(*options, common); });
 }

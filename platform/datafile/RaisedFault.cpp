@@ -25,7 +25,11 @@ std::optional<Fault> raisedFault(const std::string& databaseMessage)
 {
     if (!databaseMessage.starts_with(kPrefix))
         return std::nullopt;
-    const std::string raised = databaseMessage.substr(kPrefix.size());
+    return faultRaisedAs(databaseMessage.substr(kPrefix.size()), std::string(kPrefix));
+}
+
+std::optional<Fault> faultRaisedAs(const std::string& raised, const std::string& prefix)
+{
     const std::size_t end = raised.find(kPartsEnd);
     if (!raised.starts_with(kIdBegins) || raised.size() <= kIdLength || end == std::string::npos)
         return std::nullopt;
@@ -34,7 +38,7 @@ std::optional<Fault> raisedFault(const std::string& databaseMessage)
         return std::nullopt;
     report->parts.what += raised.substr(end + 1);
     const std::string id = raised.substr(0, kIdLength);
-    std::string detail = std::string(kPrefix) + id + " " + sentenceOf(report->parts);
+    std::string detail = prefix + id + " " + sentenceOf(report->parts);
     return Fault(id, std::move(report->parts), std::move(detail));
 }
 

@@ -15,5 +15,7 @@ std::string raisedText(const char* id, const FaultParts& parts);
 /// Recovers the fault from such an error; nullopt for another message. The detail is the
 /// database's message without the JSON.
 std::optional<Fault> raisedFault(const std::string& databaseMessage);
+/// The same from the text that the SQL raised. `prefix` begins the detail.
+std::optional<Fault> faultRaisedAs(const std::string& raised, const std::string& prefix);
 
 } // namespace datafile

@@ -8,7 +8,9 @@
 #include <minizip/unzip.h>
 #include <unistd.h>
 
+#include "EngineBackend.h"
 #include "datafile/FaultJson.h"
+#include "engine/ClusterMachine.h"
 #include "support/ProcessorClock.h"
 
 using namespace EmbeddedHV;
@@ -93,11 +95,17 @@ HVServiceManager& EngineFixture::service()
     static const auto manager = [] {
         std::string hostForm = root() + "/analytic-root/";
         std::replace(hostForm.begin(), hostForm.end(), '/', '\\');
-        EHVAppSetting settings(hostForm, "", "en_US");
+        const char* const components = std::getenv("HV_TEST_COMPONENTS");
+        EHVAppSetting settings(hostForm, components ? components : "", "en_US");
         settings.addProperty("ae.temp.path", root() + "/ae");
         settings.addProperty("af.temp.path", root() + "/af");
         settings.addProperty("mmr.threads", "2");
-        return std::make_unique<HVServiceManager>(nullptr, settings);
+        if (clusterUrl().empty())
+            return std::make_unique<HVServiceManager>(nullptr, settings);
+        settings.addProperty(kBackendSetting, "spark");
+        settings.addProperty(kUrlSetting, clusterUrl());
+        settings.addProperty(kScratchSetting, std::getenv("HV_TEST_ENGINE_SCRATCH"));
+        return std::make_unique<HVServiceManager>(clusterMachine(), settings);
     }();
     return *manager;
 }

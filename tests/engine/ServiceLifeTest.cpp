@@ -122,6 +122,43 @@ TEST_F(ServiceLifeTest, AFactoryWithoutABackendIsAnException)
     EXPECT_NE(start()->getMetaDataService(), nullptr);
 }
 
+TEST_F(ServiceLifeTest, TheSettingsChooseTheBackendOrSayWhatIsWrong)
+{
+    const auto start = [this](const std::string& backend, const std::string& url) -> std::string {
+        EHVAppSetting given = settings();
+        given.addProperty(kBackendSetting, backend);
+        given.addProperty(kUrlSetting, url);
+        try {
+            const HVServiceManager manager(nullptr, given);
+            return "starts";
+        } catch (const Exception& exception) {
+            return exception.getMessage();
+        }
+    };
+    registerBackend("passing", makeEmbeddedBackend);
+    registerBackend("none", [](JNIEnv*, const EHVAppSetting&) { return nullptr; });
+    const struct
+    {
+        const char* backend;
+        const char* url;
+        const char* outcome;
+    } rows[] = {
+        {"", "", "starts"},
+        {"embedded", "sc://unused:1", "starts"},
+        {"passing", "", "starts"},
+        {"none", "", "the factory returned no backend"},
+        {"sparc", "", "there is no backend \"sparc\"; did you mean \"spark\"?"},
+        {"spark", "", "the setting \"engine.url\" is missing"},
+        {"spark", "http://host", "is \"http://host\", not the address of a Spark Connect server"},
+        {"spark", "sc://host/;token=secret", "the client of Spark clusters is not installed"},
+    };
+    for (const auto& row : rows) {
+        const std::string outcome = start(row.backend, row.url);
+        EXPECT_THAT(outcome, testing::HasSubstr(row.outcome)) << row.backend << " " << row.url;
+        EXPECT_THAT(outcome, testing::Not(testing::HasSubstr("secret")));
+    }
+}
+
 TEST_F(ServiceLifeTest, TheEndOfALeaseAllocatesNothing)
 {
     Database database;

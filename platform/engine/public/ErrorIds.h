@@ -92,8 +92,9 @@ inline constexpr const char* kAppendMismatch = "HVEIO0014E"; ///< fields that do
 inline constexpr const char* kIteratorModel = "HVEIO0018E";  ///< the data model of a row iterator
 inline constexpr const char* kIteratorFailed = "HVEIO0019E"; ///< a row iterator threw
 inline constexpr const char* kIteratorValue = "HVEIO0020E";  ///< a value that the field cannot hold
-inline constexpr const char* kMissingCut = "HVEIO0021W";  ///< more missing values than a file has
-inline constexpr const char* kTimeDropped = "HVEIO0022W"; ///< a date of a row has a time of day
+inline constexpr const char* kMissingCut = "HVEIO0021W";    ///< more missing values than a file has
+inline constexpr const char* kTimeDropped = "HVEIO0022W";   ///< a date of a row has a time of day
+inline constexpr const char* kTooMuchToSend = "HVEIO0023E"; ///< more than a cluster is sent
 
 // GE: shapes, map services and coordinate systems.
 inline constexpr const char* kMapService = "HVEGE0001E";    ///< a map service returns no records
@@ -111,5 +112,7 @@ inline constexpr const char* kOutOfRange = "HVERT0003E";  ///< a number beyond i
 inline constexpr const char* kInternal = "HVERT0004E";    ///< an internal error of the engine
 inline constexpr const char* kNoStatement = "HVERT0005W"; ///< a job without a statement
 inline constexpr const char* kResultsOverflow = "HVERT0006W"; ///< results that became missing
+inline constexpr const char* kNoCluster = "HVERT0007E";       ///< no connection to the cluster
+inline constexpr const char* kClusterLost = "HVERT0008E";     ///< the connection was lost in a job
 
 } // namespace EmbeddedHV::errors

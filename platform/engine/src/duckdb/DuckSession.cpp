@@ -96,9 +96,30 @@ void DuckSession::stream(const std::string& sql, Cancellation& cancellation,
     });
 }
 
-void DuckSession::dropTable(const std::string& table)
+std::string DuckSession::tableName(const std::string& table, TableOwner)
+{
+    return quotedIdentifier(table);
+}
+
+std::string DuckSession::beginAddition(const std::string& table, const std::string& select)
+{
+    query("BEGIN TRANSACTION");
+    return duckDialect().addition(quotedIdentifier(table), select);
+}
+
+std::string DuckSession::finiteResult(std::int64_t count, const std::string& value) const
+{
+    return Overflows::call(count, value);
+}
+
+void DuckSession::dropTable(const std::string& table, TableOwner)
 {
     query("DROP TABLE IF EXISTS " + quotedIdentifier(table));
+}
+
+std::string DuckSession::parquetTable(const std::string& path) const
+{
+    return duckDialect().parquetTable(path);
 }
 
 ParquetColumns DuckSession::parquetColumns(const std::string& path)

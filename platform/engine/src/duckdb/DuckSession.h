@@ -18,10 +18,13 @@ public:
     void run(const std::string& sql, Cancellation& cancellation, const Progress& progress) override;
     void stream(const std::string& sql, Cancellation& cancellation, const Progress& progress,
                 const std::function<void(RecordBatch&)>& take) override;
-    void beginChange() override { query("BEGIN TRANSACTION"); }
-    void endChange() override { query("COMMIT"); }
-    void undoChange() override { query("ROLLBACK"); }
-    void dropTable(const std::string& table) override;
+    std::string tableName(const std::string& table, TableOwner owner) override;
+    std::string beginAddition(const std::string& table, const std::string& select) override;
+    void endAddition() override { query("COMMIT"); }
+    void undoAddition() override { query("ROLLBACK"); }
+    void dropTable(const std::string& table, TableOwner owner) override;
+    std::string finiteResult(std::int64_t count, const std::string& value) const override;
+    std::string parquetTable(const std::string& path) const override;
     ParquetColumns parquetColumns(const std::string& path) override;
     void describeColumns(const std::string& path, const std::string& origin,
                          ParquetColumns& columns) override;

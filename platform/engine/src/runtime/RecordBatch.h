@@ -9,7 +9,9 @@ namespace EmbeddedHV {
 /// A column of a batch. Valid as long as the batch.
 struct BatchColumn
 {
-    /// std::int64_t for Integer, double for Real; texts are read with `text` only.
+    /// std::int64_t for Integer, double for Real, std::int32_t for Date (days since 1970-01-01),
+    /// std::int64_t for Time and Timestamp (microseconds since midnight and since 1970-01-01).
+    /// Texts are read with `text` only.
     const void* data;
     const std::uint64_t* validity; ///< a bit for each row; null: no value is missing
     std::string_view (*text)(const void* data, std::size_t row);

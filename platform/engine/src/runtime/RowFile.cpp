@@ -23,7 +23,8 @@ void convert(std::vector<double>& numbers, duckdb_vector vector, std::size_t row
 RowFile::RowFile(Database& database, const WrittenFile& file, const std::string& scratchFolder)
     : _name(fileNameOf(file.path)), _dataModel(dataModelOf(file.fields))
 {
-    std::string path = file.path;
+    std::string path = file.content ? file.content->path() : file.path;
+    _scratch = file.content;
     if (!file.password.empty()) {
         _scratch = openSealed(path, file.password, scratchFolder, {});
         path = _scratch->path();

@@ -17,6 +17,21 @@ class Overflows;
 class RowSources;
 class TextFunctions;
 
+/// What a backend may lack.
+enum class Feature
+{
+    Maps,
+    SealedFiles, ///< writing them
+    Components
+};
+
+/// Who drops a table.
+enum class TableOwner
+{
+    Job,
+    Service ///< the table is a named data source
+};
+
 /// Receives the finished fraction of a statement, 0 to 1, on another thread.
 using Progress = std::function<void(double)>;
 
@@ -40,6 +55,9 @@ public:
     virtual ~Session() = default;
 
     virtual const Dialect& dialect() const = 0;
+    virtual bool offers(Feature) const { return true; }
+    /// Connects to the backend. Call it before the operations below. Throws JobError.
+    virtual void open() {}
 
     /// Runs a statement that returns no records. A cancellation interrupts it.
     virtual void run(const std::string& sql, Cancellation& cancellation,
@@ -50,13 +68,22 @@ public:
                         const Progress& progress,
                         const std::function<void(RecordBatch&)>& take) = 0;
 
-    /// Begins a change of tables that endChange makes visible and undoChange takes back.
-    virtual void beginChange() = 0;
-    virtual void endChange() = 0;
-    virtual void undoChange() = 0;
+    /// The SQL name of a table. Prepares the place for tables of this owner. Throws JobError.
+    virtual std::string tableName(const std::string& table, TableOwner owner) = 0;
+    /// Begins to append the records of a SELECT to a table of the service, column by column by
+    /// name. Returns the statement to run next. endAddition makes the records visible, undoAddition
+    /// takes them back. One addition at a time.
+    virtual std::string beginAddition(const std::string& table, const std::string& select) = 0;
+    virtual void endAddition() = 0;
+    virtual void undoAddition() = 0;
     /// Drops a table if it exists.
-    virtual void dropTable(const std::string& table) = 0;
+    virtual void dropTable(const std::string& table, TableOwner owner) = 0;
+    /// SQL for a result of the type Real, or missing if it is infinite. `count` is a number of
+    /// `overflows`, which counts such results if the backend can count them.
+    virtual std::string finiteResult(std::int64_t count, const std::string& value) const = 0;
 
+    /// The FROM item that reads a Parquet file.
+    virtual std::string parquetTable(const std::string& path) const = 0;
     /// The columns of a Parquet file, with names and types only.
     virtual datafile::ParquetColumns parquetColumns(const std::string& path) = 0;
     /// Adds the descriptions in the file. `origin` is the file's name for messages. Throws JobError

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "DataFileNames.h"
 #include "datafile/FieldNames.h"
 #include "datafile/FileKind.h"
+#include "datafile/ScratchFile.h"
 
 namespace EmbeddedHV {
 
@@ -15,6 +17,7 @@ struct WrittenFile
     FileKind kind = FileKind::Csv;
     Fields fields;
     std::string password;
+    std::shared_ptr<ScratchFile> content = {}; ///< if not null, has the content of the file
 };
 
 } // namespace EmbeddedHV

@@ -4,6 +4,7 @@
 #include "runtime/DataSources.h"
 #include "runtime/Database.h"
 #include "runtime/FileSpace.h"
+#include "steps/JobEngine.h"
 
 namespace EmbeddedHV {
 
@@ -17,6 +18,7 @@ struct EngineResources
     FileSpace files;
     std::unique_ptr<Database> database;
     DataSources dataSources;
+    std::unique_ptr<JobEngine> engine; ///< of the jobs; may use the database
 };
 
 } // namespace EmbeddedHV

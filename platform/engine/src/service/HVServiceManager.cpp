@@ -5,7 +5,6 @@
 #include "EngineBackend.h"
 #include "EngineException.h"
 #include "base/ScopeExit.h"
-#include "service/LocalBackend.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -24,7 +23,7 @@ std::unique_ptr<Backend> makeBackend(JNIEnv* env, const EHVAppSetting& settings)
     // A copy, because the factory may set another factory while it runs.
     const BackendFactory factory = chosenFactory();
     if (!factory || isFactoryRunning)
-        return makeLocalBackend(env, settings);
+        return makeNamedBackend(env, settings);
     isFactoryRunning = true;
     const base::ScopeExit restore([] { isFactoryRunning = false; });
     std::unique_ptr<Backend> backend = factory(env, settings);
@@ -38,11 +37,6 @@ std::unique_ptr<Backend> makeBackend(JNIEnv* env, const EHVAppSetting& settings)
 void setBackendFactory(BackendFactory factory)
 {
     chosenFactory() = std::move(factory);
-}
-
-std::unique_ptr<Backend> makeEmbeddedBackend(JNIEnv* env, const EHVAppSetting& settings)
-{
-    return makeLocalBackend(env, settings);
 }
 
 HVServiceManager::HVServiceManager(JNIEnv* env, const EHVAppSetting& settings)

@@ -43,6 +43,9 @@ void Job::run(const std::string& text)
     throwIfCancelled();
     const language::Program program = language::parseProgram(text);
     Planner planner(program, _context, componentKind);
+    // Errors of the text need no backend.
+    _context.session->open();
+    throwIfCancelled();
     _statements = planner.statementCount();
     if (_statements == 0)
         _reporter.message(errors::kNoStatement,
@@ -158,7 +161,8 @@ std::string Job::selectOf(const Node& node) const
 
 std::string Job::render(const Node& node) const
 {
-    return node.shared ? _context.dialect.name(node.table) : "(" + selectOf(node) + ")";
+    return node.shared ? _context.session->tableName(node.table, TableOwner::Job)
+                       : "(" + selectOf(node) + ")";
 }
 
 std::vector<std::string> Job::inputsOf(const Node& node) const
@@ -172,9 +176,9 @@ std::vector<std::string> Job::inputsOf(const Node& node) const
 void Job::evaluate(Node& node, const Statement& statement)
 {
     const std::string table = _context.newTable("hv_chain_");
-    const Dialect& dialect = _context.dialect;
-    execute(dialect.newTemporaryTable(dialect.name(table), node.select(inputsOf(node))), node,
-            statement, nullptr);
+    const std::string name = _context.session->tableName(table, TableOwner::Job);
+    execute(_context.dialect.newTemporaryTable(name, node.select(inputsOf(node))), node, statement,
+            nullptr);
     node.table = table;
 }
 

@@ -1,13 +1,17 @@
 #include "service/LocalBackend.h"
 
 #include "EHVAppSetting.h"
+#include "duckdb/DuckEngine.h"
 #include "service/ContractFaults.h"
 #include "service/EngineResources.h"
 #include "service/LocalExecution.h"
 #include "service/LocalMetadataService.h"
+#include "spark/SparkEngine.h"
 
 namespace EmbeddedHV {
 namespace {
+
+constexpr const char* kNoStart = "the engine does not start";
 
 std::string scratchFolderOf(const EHVAppSetting& settings)
 {
@@ -19,9 +23,9 @@ std::string scratchFolderOf(const EHVAppSetting& settings)
 class LocalBackend : public Backend, public ExecutionService
 {
 public:
-    explicit LocalBackend(const EHVAppSetting& settings)
-        : _resources(std::make_shared<EngineResources>(settings)),
-          _metadata(*_resources->database, _resources->files, _resources->dataSources)
+    explicit LocalBackend(std::shared_ptr<EngineResources> resources)
+        : _resources(std::move(resources)),
+          _metadata(*_resources->engine, _resources->files, _resources->dataSources)
     {
     }
 
@@ -50,8 +54,22 @@ EngineResources::EngineResources(const EHVAppSetting& settings)
 
 std::unique_ptr<Backend> makeLocalBackend(JNIEnv*, const EHVAppSetting& settings)
 {
-    return contracted("the engine does not start",
-                      [&] { return std::make_unique<LocalBackend>(settings); });
+    return contracted(kNoStart, [&] {
+        auto resources = std::make_shared<EngineResources>(settings);
+        resources->engine = std::make_unique<DuckEngine>(*resources->database);
+        return std::make_unique<LocalBackend>(std::move(resources));
+    });
+}
+
+std::unique_ptr<Backend> makeSparkBackend(JNIEnv* env, const EHVAppSetting& settings)
+{
+    return contracted(kNoStart, [&] {
+        // First: it is cheap, and a wrong setting must not start the database.
+        const SparkSettings spark = sparkSettings(env, settings);
+        auto resources = std::make_shared<EngineResources>(settings);
+        resources->engine = std::make_unique<SparkEngine>(spark, *resources->database);
+        return std::make_unique<LocalBackend>(std::move(resources));
+    });
 }
 
 } // namespace EmbeddedHV

@@ -8,7 +8,6 @@
 
 #include "EngineException.h"
 #include "ErrorIds.h"
-#include "duckdb/DuckSession.h"
 #include "runtime/Reporter.h"
 #include "service/ContractFaults.h"
 #include "service/Job.h"
@@ -29,8 +28,7 @@ std::string newExecutionId()
 
 LocalExecution::LocalExecution(std::shared_ptr<EngineResources> resources)
     : _resources(std::move(resources)),
-      _context(std::in_place, std::make_unique<DuckSession>(*_resources->database),
-               _resources->files, _resources->dataSources)
+      _context(std::in_place, *_resources->engine, _resources->files, _resources->dataSources)
 {
     _context->cancellation = &_cancellation;
 }
@@ -144,8 +142,9 @@ RowDataIterator* LocalExecution::getOutputIterator(JNIEnv*, const std::string& f
         throw Exception("the job has written no file \"" + fileName + "\"");
     try {
         return _outputs
-            .emplace_back(std::make_unique<RowFile>(*_resources->database, found->second,
-                                                    _context->files.scratchFolder()))
+            .emplace_back(std::make_unique<RowFile>(
+                *_resources->database, _context->dataFiles->fetched(*_context, found->second),
+                _context->files.scratchFolder()))
             .get();
     } catch (const std::exception& exception) {
         throw Exception("the rows of \"" + fileName + "\" cannot be read: " + exception.what());

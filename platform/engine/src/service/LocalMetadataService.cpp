@@ -4,7 +4,6 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "components/table/ComponentTable.h"
-#include "duckdb/DuckSession.h"
 #include "language/Parser.h"
 #include "maps/GeographyLibrary.h"
 #include "service/MapQuestions.h"
@@ -44,6 +43,7 @@ Fields outputFields(const std::string& jobText, JobContext& context)
 {
     const language::Program program = language::parseProgram(jobText);
     Planner planner(program, context, componentKind);
+    context.session->open();
     const std::size_t count = planner.statementCount();
     if (count == 0)
         throw JobError(errors::kNoStatement, "the job has no statement, so it has no data model");
@@ -77,7 +77,7 @@ std::string LocalMetadataService::getMetadata(JNIEnv*, const std::string& jobTex
 {
     try {
         Cancellation cancellation(stopWish);
-        JobContext context(std::make_unique<DuckSession>(_database), _files, _dataSources);
+        JobContext context(_engine, _files, _dataSources);
         context.cancellation = &cancellation;
         context.plansOnly = true;
         context.message = [](const std::string&, const FaultParts&) {};

@@ -2,8 +2,8 @@
 
 #include "MetadataService.h"
 #include "runtime/DataSources.h"
-#include "runtime/Database.h"
 #include "runtime/FileSpace.h"
+#include "steps/JobEngine.h"
 
 namespace EmbeddedHV {
 
@@ -12,8 +12,8 @@ class LocalMetadataService final : public MetadataService, public StoppableQuest
 {
 public:
     /// Borrows all three from the service.
-    LocalMetadataService(Database& database, const FileSpace& files, DataSources& dataSources)
-        : _database(database), _files(files), _dataSources(dataSources)
+    LocalMetadataService(JobEngine& engine, const FileSpace& files, DataSources& dataSources)
+        : _engine(engine), _files(files), _dataSources(dataSources)
     {
     }
 
@@ -34,7 +34,7 @@ public:
     void setStop(std::function<bool()> stop) override;
 
 private:
-    Database& _database;
+    JobEngine& _engine;
     const FileSpace& _files;
     DataSources& _dataSources;
 };

@@ -52,7 +52,8 @@ public:
     std::string fileOf(const std::string& select, const FileTarget& target) const override;
 
     std::string newTable(const std::string& table, const std::string& select) const override;
-    /// A view whose records the cluster keeps. The session's end removes it.
+    /// A table in the database of the job, which ends with the session. The server would keep the
+    /// records of a cached view longer.
     std::string newTemporaryTable(const std::string& table,
                                   const std::string& select) const override;
     std::string addition(const std::string& table, const std::string& select) const override;
@@ -87,6 +88,8 @@ inline constexpr SparkSetting kSparkSettings[] = {
     {"spark.sql.legacy.timeParserPolicy", "CORRECTED"},
     {"spark.sql.legacy.statisticalAggregate", "false"},
     {"spark.sql.legacy.sizeOfNull", "false"},
+    // A record of a wrong length must be found whatever columns a statement uses.
+    {"spark.sql.csv.parser.columnPruning.enabled", "false"},
 };
 
 } // namespace EmbeddedHV

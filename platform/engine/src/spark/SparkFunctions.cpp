@@ -79,7 +79,7 @@
     "try_make_timestamp_ntz(CAST($1 AS INT), CAST($2 AS INT), CAST($3 AS INT), 0, 0, 0)"
 #define HV_SPARK_IS_TIME_PARTS(hour, minute, second)                                               \
     hour " BETWEEN 0 AND 23 AND " minute " BETWEEN 0 AND 59 AND " second " >= 0 AND " second " < " \
-                                                                                             "60"
+         "60"
 #define HV_SPARK_TIME_PARTS(hour, minute, second)                                                  \
     "((" hour " * 60 + " minute ") * 60000000 + " HV_SPARK_MICROS(second) ")"
 
@@ -163,20 +163,18 @@ constexpr SparkFunction kSparkFunctions[] = {
      "CASE WHEN " HV_SPARK_IS_DATE_PARTS " THEN CAST(" HV_SPARK_DATE_OF_PARTS " AS DATE) END"},
     {"time", "Integer, Integer, Real",
      "CASE WHEN " HV_SPARK_IS_TIME_PARTS(
-         "$1",
-         "$2", "$3") " THEN time_from_micros(nullif(" HV_SPARK_TIME_PARTS("$1", "$2",
-                                                                          "$3") ", 86400000000)) "
-                                                                                "END"}, // rounding
-                                                                                        // may give
-                                                                                        // 24:00
+         "$1", "$2",
+         "$3") " THEN time_from_micros(nullif(" HV_SPARK_TIME_PARTS("$1", "$2",
+                                                                    "$3") ", 86400000000)) "
+                                                                          "END"}, // rounding
+                                                                                  // may give
+                                                                                  // 24:00
     {"timestamp", "Integer, Integer, Integer, Integer, Integer, Real",
-     "CASE WHEN " HV_SPARK_IS_DATE_PARTS
-     " AND " HV_SPARK_IS_TIME_PARTS("$4", "$5", "$6") " THEN "
-                                                      "timestampadd(MICROSECOND,"
-                                                      " " HV_SPARK_TIME_PARTS(
-                                                          "$4", "$5",
-                                                          "$6") ", " HV_SPARK_DATE_OF_PARTS
-                                                                ") END"},
+     "CASE WHEN " HV_SPARK_IS_DATE_PARTS " AND " HV_SPARK_IS_TIME_PARTS(
+         "$4", "$5", "$6") " THEN "
+                           "timestampadd(MICROSECOND,"
+                           " " HV_SPARK_TIME_PARTS("$4", "$5", "$6") ", " HV_SPARK_DATE_OF_PARTS
+                                                                     ") END"},
     {"year", "Timestamp", "CAST(year($1) AS BIGINT)"},
     {"quarter", "Timestamp", "CAST(quarter($1) AS BIGINT)"},
     {"month", "Timestamp", "CAST(month($1) AS BIGINT)"},

@@ -233,7 +233,7 @@ std::string SparkDialect::newTable(const std::string& table, const std::string& 
 std::string SparkDialect::newTemporaryTable(const std::string& table,
                                             const std::string& select) const
 {
-    return "CACHE TABLE " + table + " OPTIONS ('storageLevel' = 'DISK_ONLY') AS " + select;
+    return newTable(table, select);
 }
 
 std::string SparkDialect::addition(const std::string& table, const std::string& select) const

@@ -155,7 +155,7 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
     const bool isReal = aggregation.fields.back().GetStorage() == CFField::Real;
     if (isReal && function.missingBeyondRange) {
         aggregation.overflowing.push_back(
-            std::make_shared<OverflowedOutput>(call.context.session->overflows(), name));
+            std::make_shared<OverflowedOutput>(*call.context.session, name));
         result = aggregation.overflowing.back()->finite(result);
     }
     // The database computes the sum of integers in a wider type. The cast checks that it fits.

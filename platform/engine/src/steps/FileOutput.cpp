@@ -22,9 +22,10 @@ struct Stopped
 
 } // namespace
 
-FileOutput::FileOutput(JobContext& context, FileOutputSettings settings, Fields fields)
-    : _context(context), _settings(std::move(settings)), _fields(std::move(fields)),
-      _files(_settings.path, _settings.modelPath, kStep)
+FileOutput::FileOutput(JobContext& context, FileOutputSettings settings, Fields fields,
+                       const Dialect& dialect)
+    : _context(context), _dialect(dialect), _settings(std::move(settings)),
+      _fields(std::move(fields)), _files(_settings.path, _settings.modelPath, kStep)
 {
     _files.announce(_context);
 }
@@ -48,7 +49,7 @@ std::string FileOutput::statement(const std::string& select)
     FileTarget target{path, _settings.kind == FileKind::Csv, _fields};
     if (!target.isCsv)
         describeFields(target);
-    return _context.dialect.fileOf(select, target);
+    return _dialect.fileOf(select, target);
 }
 
 void FileOutput::reportCutMissing() const

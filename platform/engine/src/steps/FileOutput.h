@@ -26,8 +26,10 @@ struct FileOutputSettings
 class FileOutput : public Output
 {
 public:
-    /// Checks the destinations. Creates no file yet. Borrows the context. Throws JobError.
-    FileOutput(JobContext& context, FileOutputSettings settings, Fields fields);
+    /// Checks the destinations. Creates no file yet. Borrows the context, and the dialect in which
+    /// the statement is written. Throws JobError.
+    FileOutput(JobContext& context, FileOutputSettings settings, Fields fields,
+               const Dialect& dialect);
 
     std::string target() const override { return _settings.path; }
     bool writesFile() const override { return true; }
@@ -41,6 +43,7 @@ private:
     void reportCutMissing() const;
 
     JobContext& _context;
+    const Dialect& _dialect;
     FileOutputSettings _settings;
     Fields _fields;
     OutputFiles _files;

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include <sys/stat.h>
-
 #include "Container.h"
 #include "EngineFiles.h"
 #include "ErrorIds.h"
@@ -43,13 +41,27 @@ void JobContext::announce(const std::string& path, const std::string& step)
 /// The host provides the containers and knows which files they replace.
 bool JobContext::mayReplace(const std::string& path) const
 {
-    struct stat state = {};
     const bool isContainer =
         std::any_of(containers.begin(), containers.end(), [&](const Container* container) {
             return canonicalPath(nativePath(container->getAbsolutePath())) == canonicalPath(path);
         });
     return mayReplaceFiles() || plansOnly || isContainer || files.isOwn(path) ||
-           stat(path.c_str(), &state) != 0;
+           !dataFiles->exists(path);
+}
+
+void JobContext::require(Feature feature, const std::string& step) const
+{
+    constexpr const char* kReasons[] = {
+        "maps are read and drawn in the process of the host",
+        "a file is sealed in the process of the host",
+        "components compute in the process of the host",
+    };
+    if (!session->offers(feature))
+        throw JobError(errors::kNotAvailable,
+                       {.step = step,
+                        .what = std::string("is not available on a cluster: ") +
+                                kReasons[static_cast<std::size_t>(feature)] +
+                                "; run the job on the embedded engine"});
 }
 
 std::string JobContext::newTable(const char* prefix)
@@ -63,7 +75,7 @@ void JobContext::dropTables(const std::set<std::string>& kept) noexcept
         if (kept.contains(table))
             return false;
         try {
-            session->dropTable(table);
+            session->dropTable(table, TableOwner::Job);
         } catch (const std::exception&) {
             return true; // it is dropped with the connection
         }

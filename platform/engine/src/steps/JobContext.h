@@ -16,6 +16,8 @@
 #include "runtime/RowSource.h"
 #include "runtime/Session.h"
 #include "runtime/WrittenFile.h"
+#include "steps/DataFiles.h"
+#include "steps/JobEngine.h"
 #include "steps/Plan.h"
 #include "steps/Settings.h"
 
@@ -41,17 +43,18 @@ struct IteratorInput
 /// known about the files that it reads. Lives from execute to dispose.
 struct JobContext
 {
-    JobContext(std::unique_ptr<Session> usedSession, const FileSpace& usedFiles,
-               DataSources& usedSources)
-        : dialect(usedSession->dialect()), files(usedFiles), dataSources(usedSources),
-          session(std::move(usedSession))
+    /// Borrows the files and the data sources.
+    JobContext(JobEngine& engine, const FileSpace& usedFiles, DataSources& usedSources)
+        : files(usedFiles), dataSources(usedSources), session(engine.newSession()),
+          dataFiles(engine.newFiles(*session, usedFiles)), dialect(session->dialect())
     {
     }
 
-    const Dialect& dialect; ///< of the session
     const FileSpace& files;
     DataSources& dataSources;
     std::unique_ptr<Session> session;
+    std::unique_ptr<const DataFiles> dataFiles; ///< borrows the session
+    const Dialect& dialect;                     ///< of the session
     Cancellation* cancellation = nullptr;
     /// The job is only planned, not run. So its types must be certain, not guessed.
     bool plansOnly = false;
@@ -96,6 +99,8 @@ struct JobContext
     std::string newTable(const char* prefix);
     /// Drops the temporary tables of the job except those in `kept`. Never throws.
     void dropTables(const std::set<std::string>& kept = {}) noexcept;
+    /// Throws JobError if the session does not offer what the step needs.
+    void require(Feature feature, const std::string& step) const;
     bool stopping() const { return cancellation && cancellation->stopping(); }
 
 private:

@@ -8,14 +8,14 @@
 
 namespace EmbeddedHV {
 
-OverflowedOutput::OverflowedOutput(Overflows& registry, std::string name)
-    : _registry(registry), _name(std::move(name)), _id(_registry.add(_count))
+OverflowedOutput::OverflowedOutput(Session& session, std::string name)
+    : _session(session), _name(std::move(name)), _id(session.overflows().add(_count))
 {
 }
 
 OverflowedOutput::~OverflowedOutput()
 {
-    _registry.remove(_id);
+    _session.overflows().remove(_id);
     border::takeOver(&_count);
 }
 

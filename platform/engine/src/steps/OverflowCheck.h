@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "runtime/Overflows.h"
+#include "runtime/Session.h"
 #include "steps/Plan.h"
 
 namespace EmbeddedHV {
@@ -15,20 +16,20 @@ namespace EmbeddedHV {
 class OverflowedOutput
 {
 public:
-    /// Borrows the registry.
-    OverflowedOutput(Overflows& registry, std::string name);
+    /// Borrows the session.
+    OverflowedOutput(Session& session, std::string name);
     OverflowedOutput(const OverflowedOutput&) = delete;
     OverflowedOutput& operator=(const OverflowedOutput&) = delete;
     ~OverflowedOutput();
 
     const std::string& name() const { return _name; }
     /// SQL for the value, or a missing value that is counted. `value` is SQL for a real.
-    std::string finite(const std::string& value) const { return Overflows::call(_id, value); }
+    std::string finite(const std::string& value) const { return _session.finiteResult(_id, value); }
     /// The count since the previous call.
     std::uint64_t takeCount() { return _count.exchange(0); }
 
 private:
-    Overflows& _registry;
+    Session& _session;
     std::string _name;
     OverflowCount _count = 0;
     std::int64_t _id;

@@ -98,6 +98,8 @@ ParquetColumns columnsOf(JobContext& context, const ParquetReadSettings& setting
     try {
         return context.session->parquetColumns(path);
     } catch (const StatementFault& error) {
+        if (error.about() == StatementFault::About::Itself)
+            throw JobError(error.error());
         throw JobError(errors::kNotOfItsKind,
                        {.step = "read",
                         .file = settings.path,
@@ -158,10 +160,10 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
     if (!scratch)
         node->check = std::make_shared<ParquetCheck>(path);
     // The node owns the unnamed scratch file.
-    node->select =
-        [scratch,
-         sql = "SELECT " + selectList(context.dialect, node->fields, columns.values) + " FROM " +
-               context.dialect.parquetTable(path)](const std::vector<std::string>&) { return sql; };
+    node->select = [scratch, sql = "SELECT " +
+                                   selectList(context.dialect, node->fields, columns.values) +
+                                   " FROM " + context.session->parquetTable(path)](
+                       const std::vector<std::string>&) { return sql; };
     return node;
 }
 

@@ -78,8 +78,13 @@ void Planner::bindNames()
 
 void Planner::checkSteps(const language::Pipeline& pipeline)
 {
-    for (const language::Step& step : pipeline.steps)
+    for (const language::Step& step : pipeline.steps) {
         stepKind(step, _components);
+        if (!step.nameSpace.empty())
+            _context.require(Feature::Components, step.fullName());
+        else if (step.name == "reprojection")
+            _context.require(Feature::Maps, step.name);
+    }
     for (const std::string& name : chainsIn(pipeline))
         chainOf(name);
 }

@@ -2,8 +2,6 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/NearestName.h"
-#include "datafile/InputFile.h"
-#include "datafile/ParquetParts.h"
 #include "steps/CsvRead.h"
 #include "steps/GeoRead.h"
 #include "steps/ParquetRead.h"
@@ -53,17 +51,13 @@ NodePtr iteratorNode(JobContext& context, const std::string& name, const Limits&
         return input.node;
     input.source = std::make_unique<RowSource>(*context.iterators.at(name), *context.cancellation,
                                                context.session->rowSources());
-    input.node = std::make_shared<Node>();
+    input.node = context.dataFiles->rows(context, *input.source);
     input.node->fields = input.source->fields();
     input.node->readsOnce = true;
     input.node->shared = context.sharedIterators.contains(name);
     // A limit of one reader must not apply to another reader of the same rows.
     if (!input.node->shared)
         input.source->limitTo(limits.mostRecords);
-    const std::string table = input.source->table();
-    input.node->select = [table](const std::vector<std::string>&) {
-        return "SELECT * FROM " + table;
-    };
     return input.node;
 }
 
@@ -94,7 +88,7 @@ NodePtr namedSourceNode(StepCall& call, const std::string& name, const Limits& l
     auto node = std::make_shared<Node>();
     node->fields = known->fields;
     std::string select = "SELECT " + context.dialect.columns(known->fields) + " FROM " +
-                         context.dialect.name(known->table);
+                         context.session->tableName(known->table, TableOwner::Service);
     node->select = [select = std::move(select)](const std::vector<std::string>&) { return select; };
     return node;
 }
@@ -118,6 +112,13 @@ Settings locationOf(const Settings& files)
     return first;
 }
 
+FileKind kindOf(const std::string& format)
+{
+    if (format == "csv")
+        return FileKind::Csv;
+    return format == "sav" ? FileKind::Sav : FileKind::Hvbf;
+}
+
 NodePtr fileNode(StepCall& call, const Settings& files, const Limits& limits)
 {
     const Settings location = locationOf(files);
@@ -129,28 +130,25 @@ NodePtr fileNode(StepCall& call, const Settings& files, const Limits& limits)
     if (format != "csv" && format != "sav" && format != "hvbf")
         parser.refuse("name", "is \"" + format + "\"; known are csv, sav and hvbf");
     const std::string path = call.context.inputPath(location.neededText("path"));
-    if (format == "hvbf")
-        checkParquetInput(path, call.name);
-    else
-        checkInputFile(path, call.name);
+    const DataFiles& dataFiles = *call.context.dataFiles;
+    const FileKind kind = kindOf(format);
+    dataFiles.checkInput(path, kind, call.name);
     std::optional<Fields> dataModel;
     if (const auto model = files.text("dataModel"); model && !model->empty()) {
         const std::string modelPath = call.context.inputPath(*model);
-        dataModel = fieldsOfDataModel(readSmallFile(modelPath, call.name),
+        dataModel = fieldsOfDataModel(dataFiles.document(modelPath, call.name),
                                       "the data model " + modelPath, errors::kDataModel);
     }
     NodePtr node;
-    if (format == "csv") {
+    if (kind == FileKind::Csv) {
         const bool hasHeader = configuration.flag("hasHeader").value_or(false);
-        node = planCsv(call.context,
-                       {path, hasHeader, limits.errorThreshold, limits.mostRecords, dataModel});
+        node = dataFiles.csv(
+            call.context, {path, hasHeader, limits.errorThreshold, limits.mostRecords, dataModel});
     } else {
         tellThresholdIgnored(call, limits);
-        const bool isSav = format == "sav";
         const std::string password =
-            isSav ? configuration.text("dataPassword").value_or("") : std::string();
-        node = planParquet(call.context,
-                           {path, isSav ? FileKind::Sav : FileKind::Hvbf, password, dataModel});
+            kind == FileKind::Sav ? configuration.text("dataPassword").value_or("") : std::string();
+        node = dataFiles.parquet(call.context, {path, kind, password, dataModel});
     }
     for (const Settings* settings : {&files, &location, &parser, &configuration})
         settings->reportOthers(call.context.message);
@@ -178,6 +176,7 @@ NodePtr sourceNode(StepCall& call, const Settings& settings, const Limits& limit
     if (settings.has("filesystem"))
         return fileNode(call, settings.neededObject("filesystem"), limits);
     tellThresholdIgnored(call, limits);
+    call.context.require(Feature::Maps, call.name);
     return planGeospatial(call, settings.neededObject("geospatial"), limits.mostRecords);
 }
 

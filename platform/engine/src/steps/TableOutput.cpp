@@ -20,7 +20,7 @@ TableOutput::~TableOutput()
 {
     if (_adding) {
         try {
-            _context.session->undoChange();
+            _context.session->undoAddition();
         } catch (const std::exception&) {
             // The database has already ended the transaction, or has no memory to do so.
         }
@@ -54,21 +54,21 @@ void TableOutput::checkFields(const Fields& known) const
 
 std::string TableOutput::statement(const std::string& select)
 {
-    const std::string table = _context.dialect.name(_table);
+    Session& session = *_context.session;
     if (_insert) {
-        _context.session->beginChange();
+        std::string statement = session.beginAddition(_table, select);
         _adding = true;
-        return _context.dialect.addition(table, select);
+        return statement;
     }
     _unfinished = true;
-    return _context.dialect.newTable(table, select);
+    return _context.dialect.newTable(session.tableName(_table, TableOwner::Service), select);
 }
 
 void TableOutput::endAddition()
 {
     _adding = false;
     try {
-        _context.session->endChange();
+        _context.session->endAddition();
     } catch (const StatementFault& error) {
         throw JobError(errors::kQueryFailed,
                        {.step = "write", .what = "the records cannot be added to " + target()},
@@ -90,7 +90,7 @@ void TableOutput::commit()
 void TableOutput::drop(const std::string& table)
 {
     try {
-        _context.session->dropTable(table);
+        _context.session->dropTable(table, TableOwner::Service);
     } catch (const std::exception&) {
         // Another job still reads it. The table has no name any more and is dropped with the
         // service.

@@ -77,12 +77,16 @@ std::unique_ptr<Output> fileOutput(StepCall& call, const Settings& settings)
     if (!file.password.empty() && kind != FileKind::Sav)
         settings.refuse("dataPassword", "is given, but only a file of type "
                                         "application/x-vexa-sav can be sealed");
+    if (!file.password.empty())
+        context.require(Feature::SealedFiles, call.name);
+    if (!kind)
+        context.require(Feature::Maps, call.name);
     if (!kind)
         return std::make_unique<GeoJsonOutput>(context, file.path, file.modelPath,
                                                metadataOf(settings, context.message),
                                                call.input()->fields);
     file.kind = *kind;
-    return std::make_unique<FileOutput>(context, file, call.input()->fields);
+    return context.dataFiles->output(context, file, call.input()->fields);
 }
 
 } // namespace

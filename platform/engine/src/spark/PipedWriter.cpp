@@ -1,0 +1,67 @@
+#include "spark/PipedWriter.h"
+
+#include "datafile/StartedThread.h"
+#include "runtime/RowSources.h"
+#include "spark/SparkEngine.h"
+
+namespace EmbeddedHV {
+
+PipedWriter::PipedWriter(SparkSession& session, const Fields& fields, Cancellation& cancellation)
+    : _session(session), _cancellation(cancellation), _pipe(fields),
+      _id(session.rowSources().add(_pipe))
+{
+}
+
+PipedWriter::~PipedWriter()
+{
+    _pipe.fail();
+    join();
+    _session.rowSources().remove(_id);
+}
+
+std::string PipedWriter::select() const
+{
+    return "SELECT * FROM " + RowSources::tableOf(_id);
+}
+
+void PipedWriter::start(std::string statement, const std::string& file)
+{
+    _writer = datafile::startedThread(
+        "writes the file " + file, [this, statement = std::move(statement)] { write(statement); });
+}
+
+/// Runs on its own thread while the cluster returns records.
+void PipedWriter::write(const std::string& statement)
+{
+    try {
+        DuckSession(_session.engine().database()).run(statement, _cancellation, [](double) {});
+    } catch (...) {
+        _failure = std::current_exception();
+    }
+    _pipe.closeReader();
+}
+
+void PipedWriter::join()
+{
+    if (_writer.joinable())
+        _writer.join();
+}
+
+void PipedWriter::put(const RecordBatch& batch)
+{
+    if (_pipe.put(batch))
+        return;
+    join();
+    if (_failure)
+        std::rethrow_exception(_failure);
+}
+
+void PipedWriter::finish()
+{
+    _pipe.finish();
+    join();
+    if (_failure)
+        std::rethrow_exception(_failure);
+}
+
+} // namespace EmbeddedHV
