@@ -5,28 +5,60 @@
 #include <stdexcept>
 #include <string>
 
+#include "DialectCases.h"
 #include "ErrorIds.h"
 #include "JobError.h"
-#include "duckdb/DuckDialect.h"
 #include "expression/ExpressionCompiler.h"
-#include "expression/ValueTypes.h"
 #include "language/Parser.h"
-#include "runtime/Database.h"
 
 namespace EmbeddedHV {
 
-/// Compiles expressions over one record and lets the database say what they give. The record has
-/// a field of each type, a missing one of most (m and the first letter), and awkward names.
+/// A field of the record that expressions are about, and its value as a text; null if missing.
+struct RecordField
+{
+    const char* name;
+    ValueType type;
+    const char* value;
+};
+
+/// A field of each type, a missing one of most (m and the first letter), and an awkward name.
+inline constexpr RecordField kRecord[] = {
+    {"i", ValueType::Integer, "7"},
+    {"j", ValueType::Integer, "-2"},
+    {"r", ValueType::Real, "2.5"},
+    {"s", ValueType::String, "Ab c"},
+    {"d", ValueType::Date, "2024-02-29"},
+    {"t", ValueType::Time, "03:04:05.5"},
+    {"ts", ValueType::Timestamp, "2024-02-29 23:59:58.25"},
+    {"l", ValueType::List, "1.5, 2"},
+    {"mi", ValueType::Integer, nullptr},
+    {"mr", ValueType::Real, nullptr},
+    {"ms", ValueType::String, nullptr},
+    {"md", ValueType::Date, nullptr},
+    {"a \"field", ValueType::Integer, "1"},
+};
+
+/// Compiles expressions over one record and lets the database say what they give.
 class DatabaseEvaluator : public testing::Test
 {
 protected:
     DatabaseEvaluator()
     {
-        query("CREATE TABLE record AS SELECT 7::BIGINT AS i, (-2)::BIGINT AS j, 2.5::DOUBLE AS r, "
-              "'Ab c'::VARCHAR AS s, DATE '2024-02-29' AS d, TIME '03:04:05.5' AS t, "
-              "TIMESTAMP '2024-02-29 23:59:58.25' AS ts, [1.5::DOUBLE, 2] AS l, "
-              "NULL::BIGINT AS mi, NULL::DOUBLE AS mr, NULL::VARCHAR AS ms, NULL::DATE AS md, "
-              "1::BIGINT AS \"a \"\"field\"");
+        for (const RecordField& field : kRecord)
+            _schema.push_back({field.name, field.type});
+        query("CREATE TABLE record AS " + recordOf(duckDialect()));
+        if (_cases.isWritten())
+            _cases.prepare("view record=" + recordOf(sparkDialect()));
+    }
+
+    static std::string recordOf(const Dialect& dialect)
+    {
+        std::string columns;
+        for (const RecordField& field : kRecord)
+            columns += (columns.empty() ? "SELECT " : ", ") +
+                       DialectCases::cell(dialect, field.type, field.value) + " AS " +
+                       dialect.name(field.name);
+        return columns;
     }
 
     /// "value:Type" of the body of a lambda over the record, "missing:Type", or the error's text.
@@ -35,6 +67,11 @@ protected:
     {
         try {
             const SqlExpression compiled = compile("ctx => x => " + body, definitions);
+            // The server has not enough stack for hundreds of levels.
+            if (_cases.isWritten() && body.size() < 1000)
+                _cases.add(
+                    body, {compiled, "FROM record"},
+                    {compile("ctx => x => " + body, definitions, sparkDialect()), "FROM record"});
             return run(compiled) + ":" + wordOf(compiled.type);
         } catch (const std::runtime_error& error) {
             return error.what();
@@ -52,12 +89,13 @@ protected:
         return JobError("none", "no error");
     }
 
-    SqlExpression compile(const std::string& lambda, const std::string& definitions = {})
+    SqlExpression compile(const std::string& lambda, const std::string& definitions = {},
+                          const Dialect& dialect = duckDialect())
     {
         const auto program = language::parseProgram(definitions);
         return compileRecordLambda(
             *language::parseExpression(lambda),
-            {duckDialect(), _schema, language::boundValues(program), "filterRecords"});
+            {dialect, _schema, language::boundValues(program), "filterRecords"});
     }
 
     SqlExpression compileField(const std::string& lambda, std::string& field,
@@ -89,12 +127,8 @@ protected:
 private:
     Database _database;
     ConnectionLease _connection = _database.connect();
-    const Schema _schema = {
-        {"i", ValueType::Integer},        {"j", ValueType::Integer}, {"r", ValueType::Real},
-        {"s", ValueType::String},         {"d", ValueType::Date},    {"t", ValueType::Time},
-        {"ts", ValueType::Timestamp},     {"l", ValueType::List},    {"mi", ValueType::Integer},
-        {"mr", ValueType::Real},          {"ms", ValueType::String}, {"md", ValueType::Date},
-        {"a \"field", ValueType::Integer}};
+    DialectCases _cases{*_connection};
+    Schema _schema;
 };
 
 } // namespace EmbeddedHV

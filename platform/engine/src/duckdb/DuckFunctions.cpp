@@ -59,7 +59,8 @@ constexpr FunctionSql kFunctionSql[] = {
     // Conversions. A text that does not convert gives a missing value.
     {"toReal", "Number", "CAST($1 AS DOUBLE)"},
     {"toReal", "String",
-     "CASE WHEN isfinite(TRY_CAST($1 AS DOUBLE)) AND NOT contains($1, '_') "
+     // The database reads 1_000 and +-1.
+     "CASE WHEN isfinite(TRY_CAST($1 AS DOUBLE)) AND NOT regexp_matches($1, '_|[+]-') "
      "THEN TRY_CAST($1 AS DOUBLE) END"},
     {"toReal", "Boolean", "CAST($1 AS DOUBLE)"},
     {"toInteger", "Integer", "$1"},

@@ -14,8 +14,8 @@ namespace {
 
 /// Integers have digits of 21 bits, so that a place holds the digits of 2^41 records.
 constexpr const char* kIntegerSum =
-    "CAST(sum($1 >> 42) AS DECIMAL(20, 0)) * 4398046511104 + "
-    "CAST(sum(($1 >> 21) & 2097151) AS DECIMAL(20, 0)) * 2097152 + sum($1 & 2097151)";
+    "CAST(sum(shiftright($1, 42)) AS DECIMAL(20, 0)) * 4398046511104 + "
+    "CAST(sum(shiftright($1, 21) & 2097151) AS DECIMAL(20, 0)) * 2097152 + sum($1 & 2097151)";
 
 /// Reals have digits of 26 bits, from -2^25 to 2^25, so that a place holds the digits of 2^37
 /// records. Greater numbers and what is beyond the last place are added as doubles.
@@ -51,14 +51,13 @@ std::string sumOfDigits(const std::string& value, const std::string& filter)
     for (int place = kLeastPlace; place <= kGreatestPlace; place += kBits)
         sums += (sums.empty() ? "" : ", ") + ("sum(CAST(" + digit(value, place) + " AS BIGINT))") +
                 filter;
+    // The parser of the server does not read >> in a statement that contains the word array.
+    const std::string carry = "shiftright(hv_a.c + hv_d + 33554432L, 26)";
     return "aggregate(array(" + sums +
-           "), named_struct('c', 0L, 'v', 0D), (hv_a, hv_d) -> named_struct("
-           "'c', (hv_a.c + hv_d + 33554432L) >> 26, "
-           "'v', hv_a.v * " +
-           powerOfTwo(-kBits) +
-           " + (hv_a.c + hv_d - (((hv_a.c + hv_d + 33554432L) >> 26) << 26))), "
-           "hv_a -> (hv_a.c * " +
-           powerOfTwo(kBits) + " + hv_a.v) * " + powerOfTwo(kGreatestPlace) + ")";
+           "), named_struct('c', 0L, 'v', 0D), (hv_a, hv_d) -> named_struct('c', " + carry +
+           ", 'v', hv_a.v * " + powerOfTwo(-kBits) + " + (hv_a.c + hv_d - shiftleft(" + carry +
+           ", 26))), hv_a -> (hv_a.c * " + powerOfTwo(kBits) + " + hv_a.v) * " +
+           powerOfTwo(kGreatestPlace) + ")";
 }
 
 /// The sum of Reals; missing without finite values. `$1` is the column.

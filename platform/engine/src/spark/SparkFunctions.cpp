@@ -12,6 +12,8 @@
     "CAST(CASE WHEN " argument " < " low " THEN " low " WHEN " argument " > " high " THEN " high   \
     " ELSE " argument " END AS INT)"
 
+#define HV_SPARK_POSITION(argument) HV_SPARK_CLAMPED(argument, "1", "2147483647")
+
 // Shifts a date. The result is missing if it leaves the supported range of years.
 #define HV_SPARK_SHIFTED(shift, farthest)                                                          \
     "CASE WHEN $2 BETWEEN -" farthest " AND " farthest " THEN " shift " END"
@@ -36,8 +38,9 @@
 #define HV_SPARK_DAYS_LATER HV_SPARK_OF_LEAP_DAY("306", "coalesce(try_cast(hv_f[5] AS INT) - 1, 0)")
 #define HV_SPARK_HOUR_VALUE "coalesce(try_cast(hv_f[6] AS INT), try_cast(hv_f[7] AS INT), 0)"
 #define HV_SPARK_HOUR_OF_DAY                                                                       \
-    "CASE lower(hv_f[11]) WHEN 'p' THEN " HV_SPARK_HOUR_VALUE " % 12 + 12 "                        \
-    "WHEN 'a' THEN " HV_SPARK_HOUR_VALUE " % 12 ELSE " HV_SPARK_HOUR_VALUE " END"
+    "CASE WHEN hv_f[11] = '' THEN " HV_SPARK_HOUR_VALUE " WHEN " HV_SPARK_HOUR_VALUE               \
+    " <= 12 THEN " HV_SPARK_HOUR_VALUE                                                             \
+    " % 12 + CASE lower(hv_f[11]) WHEN 'p' THEN 12 ELSE 0 END END"
 #define HV_SPARK_SECONDS "CAST(concat('0', hv_f[9], '.', hv_f[10], '0') AS DECIMAL(16, 6))"
 
 // Parses a text; missing if it does not fit the expression or if there is no such day.
@@ -83,8 +86,8 @@
 #define HV_SPARK_TIME_PARTS(hour, minute, second)                                                  \
     "((" hour " * 60 + " minute ") * 60000000 + " HV_SPARK_MICROS(second) ")"
 
-// A character changes case only if that gives one character.
-#define HV_SPARK_EACH_CHARACTER(body) "concat_ws('', transform(split($1, ''), hv_c -> " body "))"
+// A character changes case only if that gives one character; a sharp s has a capital one.
+#define HV_SPARK_SHARP_S "translate($1, '\\u00df', '\\u1e9e')"
 
 // The blanks of Unicode.
 #define HV_SPARK_BLANKS                                                                            \
@@ -205,17 +208,16 @@ constexpr SparkFunction kSparkFunctions[] = {
     // In Java a sigma at the end of a word has another small letter.
     {"lower", "String", "lower(translate($1, '\\u03a3\\u0130', '\\u03c3i'))"},
     {"upper", "String",
-     "CASE WHEN length(upper($1)) = length($1) THEN upper($1) ELSE " HV_SPARK_EACH_CHARACTER(
-         "CASE WHEN length(upper(hv_c)) = 1 THEN upper(hv_c) WHEN length(initcap(hv_c)) = 1 "
-         "THEN initcap(hv_c) ELSE hv_c END") " END"},
+     "CASE WHEN length(upper(" HV_SPARK_SHARP_S ")) = length($1) THEN upper(" HV_SPARK_SHARP_S ") "
+     "WHEN $1 IS NOT NULL THEN concat_ws('', transform(split(" HV_SPARK_SHARP_S ", ''), hv_c -> "
+     "CASE WHEN length(upper(hv_c)) = 1 THEN upper(hv_c) WHEN length(initcap(hv_c)) = 1 "
+     "THEN initcap(hv_c) ELSE hv_c END)) END"},
     {"trim", "String", "trim(BOTH " HV_SPARK_BLANKS " FROM $1)"},
     {"ltrim", "String", "trim(LEADING " HV_SPARK_BLANKS " FROM $1)"},
     {"rtrim", "String", "trim(TRAILING " HV_SPARK_BLANKS " FROM $1)"},
-    {"substring", "String, Integer",
-     "substring($1, " HV_SPARK_CLAMPED("$2", "1", "2147483647") ")"},
+    {"substring", "String, Integer", "substring($1, " HV_SPARK_POSITION("$2") ")"},
     {"substring", "String, Integer, Integer",
-     "substring($1, " HV_SPARK_CLAMPED("$2", "1", "2147483647") ", " HV_SPARK_CLAMPED(
-         "$3", "0", "2147483647") ")"},
+     "substring($1, " HV_SPARK_POSITION("$2") ", " HV_SPARK_CLAMPED("$3", "0", "2147483647") ")"},
     {"startsWith", "String, String", "startswith($1, $2)"},
     {"endsWith", "String, String", "endswith($1, $2)"},
     {"contains", "String, String", "contains($1, $2)"},
@@ -223,8 +225,8 @@ constexpr SparkFunction kSparkFunctions[] = {
     {"replace", "String, String, String", "replace($1, $2, $3)"},
     {"concat", "String...", "concat_ws('', $*)"},
     {"split", "String, String, Integer",
-     "CASE WHEN $3 >= 1 THEN split_part($1, $2, " HV_SPARK_CLAMPED("$3", "1",
-                                                                   "2147483647") ") END"},
+     "CASE WHEN $3 >= 1 THEN CASE WHEN $2 = '' THEN substring($1, " HV_SPARK_POSITION(
+         "$3") ", 1) ELSE split_part($1, $2, " HV_SPARK_POSITION("$3") ") END END"},
     {"padLeft", "String, Integer, String",
      "CASE WHEN length($1) >= $2 THEN $1 WHEN $2 <= 32767 "
      "THEN lpad($1, CAST($2 AS INT), nullif($3, '')) END"},
@@ -236,7 +238,8 @@ constexpr SparkFunction kSparkFunctions[] = {
     {"abs", "Integer", "abs($1)"},
     {"abs", "Real", "abs($1)"},
     {"sign", "Number",
-     "CASE WHEN $1 > 0 THEN 1L WHEN $1 < 0 THEN -1L WHEN $1 IS NOT NULL THEN 0L END"},
+     "CASE WHEN $1 > 0 AND $1 <= " HV_SPARK_INFINITY
+     " THEN 1L WHEN $1 < 0 THEN -1L WHEN $1 IS NOT NULL THEN 0L END"},
     {"floor", "Integer", "$1"},
     {"floor", "Real",
      "CASE WHEN " HV_SPARK_HAS_FRACTION("$1") " THEN " HV_SPARK_DOWN("$1") " ELSE $1 END"},
@@ -272,7 +275,10 @@ constexpr SparkFunction kSparkFunctions[] = {
     {"asin", "Real", "CASE WHEN $1 BETWEEN -1 AND 1 THEN asin($1) END"},
     {"acos", "Real", "CASE WHEN $1 BETWEEN -1 AND 1 THEN acos($1) END"},
     {"atan", "Real", "atan($1)"},
-    {"atan2", "Real, Real", "atan2($1, $2)"},
+    // The server makes 0 of -0.
+    {"atan2", "Real, Real",
+     "CASE WHEN $1 = 0 AND CAST($1 AS STRING) = '-0.0' THEN (- atan2(0D, $2)) "
+     "ELSE atan2($1, $2) END"},
     {"pi", "", "pi()"},
 
     // Missing values.
