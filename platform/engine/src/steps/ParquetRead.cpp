@@ -70,26 +70,29 @@ std::shared_ptr<ScratchFile> unsealed(JobContext& context, const ParquetReadSett
 class ParquetCheck : public SourceCheck
 {
 public:
-    explicit ParquetCheck(const std::string& path) : _parts(parquetParts(path)) {}
+    explicit ParquetCheck(std::string path) : _path(std::move(path)) {}
     void start(Cancellation&) override {}
     void finish(Session&, Reporter&) override {}
     void abandon(const StatementFault& fault) override
     {
+        // A path of a cluster has no parts here.
+        const ParquetParts parts =
+            hasParts(_path) ? parquetParts(_path) : ParquetParts{_path, {}, {_path}, {}};
         const auto damaged = std::ranges::find_if(
-            _parts.files, [&](const std::string& file) { return fault.isDamaged(file); });
-        if (damaged == _parts.files.end())
+            parts.files, [&](const std::string& file) { return fault.isDamaged(file); });
+        if (damaged == parts.files.end())
             return;
-        const bool isKnown = !_parts.isFile() && !fault.isDamaged({});
+        const bool isKnown = !parts.isFile() && !fault.isDamaged({});
         throw JobError(
             errors::kNotOfItsKind,
             {.step = "read",
-             .file = _parts.path,
-             .what = isKnown ? _parts.nameOf(*damaged) + " is damaged" : "the file is damaged"},
+             .file = _path,
+             .what = isKnown ? parts.nameOf(*damaged) + " is damaged" : "the file is damaged"},
             fault.what());
     }
 
 private:
-    ParquetParts _parts;
+    std::string _path;
 };
 
 ParquetColumns columnsOf(JobContext& context, const ParquetReadSettings& settings,
