@@ -76,8 +76,8 @@ DataKind inputKind(const std::string& word, const std::string& path, const std::
     std::string extension = extensionOf(path);
     if (extension == "gz" || extension == "zst")
         extension = extensionOf(std::filesystem::path(path).stem().string());
-    if (const auto kind = word.empty() ? kindOfWord(extension, kDataKinds.size())
-                                       : kindOfWord(word, kInputKinds))
+    if (const auto kind =
+            word.empty() ? kindOfWord(extension, kDataKinds.size()) : kindOfWord(word, kInputKinds))
         return *kind;
     if (word.empty() && datafile::hasParts(path))
         return DataKind::Hvbf;
