@@ -41,8 +41,8 @@ struct InputOptions
     std::string thousands;
     std::string comment;
     std::optional<long long> skippedLines;
-    bool direct = false; ///< the engine itself reads the file
-    bool served = false; ///< the host reads it and serves its cases
+    bool direct = false;   ///< the engine itself reads the file
+    bool served = false;   ///< the host reads it and serves its cases
     bool noHeader = false; ///< without both, the first record decides
     bool header = false;
     std::optional<long long> first;     ///< read only this number of records
