@@ -148,7 +148,7 @@ void findKeys(ParquetParts& parts, const std::string& step)
                                  namesOf(first)});
         for (std::size_t i = 0; i < keys.size(); ++i)
             if (keys[i].second != kMissingKey)
-                kinds[i] = widened(kinds[i], kindOf({keys[i].second, false}));
+                kinds[i] = datafile::widened(kinds[i], datafile::kindOf({keys[i].second, false}));
     }
     for (std::size_t i = 0; i < first.size(); ++i)
         parts.keys.push_back({first[i].first, storageOf(kinds[i])});

@@ -26,7 +26,7 @@ constexpr std::size_t kLongestWord = 5;
 
 bool isNumber(std::string_view text)
 {
-    const CsvKind kind = kindOf({base::trimmed(text, kBlanks), false});
+    const CsvKind kind = datafile::kindOf({base::trimmed(text, kBlanks), false});
     return kind == CsvKind::Integer || kind == CsvKind::Real;
 }
 

@@ -37,7 +37,7 @@ std::string inUnits(const std::string& value, int place)
 
 std::string digit(const std::string& value, int place)
 {
-    const std::string units = inUnits(value, place);
+    std::string units = inUnits(value, place);
     if (place == kGreatestPlace)
         return units;
     return units + " - " + inUnits(value, place + kBits) + " * " + powerOfTwo(kBits);
@@ -114,7 +114,7 @@ std::string quantile(const std::string& value, std::int64_t centile)
 std::string SparkDialect::aggregate(const AggregateCall& call) const
 {
     const bool isReal = call.type == ValueType::Real;
-    const std::string value = isReal ? finiteReal(call.column) : call.column;
+    std::string value = isReal ? finiteReal(call.column) : call.column;
     const std::string real = isReal ? value : cast(value, ValueType::Real);
     switch (call.function) {
     case Aggregate::Key:

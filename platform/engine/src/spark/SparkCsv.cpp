@@ -211,7 +211,7 @@ Fields ClusterCsv::modelledFields() const
 
 std::string ClusterCsv::valueOf(std::size_t column, const CFField& field) const
 {
-    const std::string text = columnName(column);
+    std::string text = columnName(column);
     if (field.GetStorage() == CFField::String)
         return text;
     const Dialect& dialect = sparkDialect();

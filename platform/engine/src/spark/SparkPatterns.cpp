@@ -10,6 +10,7 @@ namespace EmbeddedHV {
 namespace {
 
 /// In the order of PatternField.
+// NOLINTNEXTLINE(bugprone-suspicious-missing-comma): the macros join literals.
 constexpr std::string_view kFieldExpressions[] = {
     "",
     HV_SPARK_YEAR,

@@ -73,7 +73,7 @@ std::string csvValue(const SparkDialect& dialect, const CsvSource& source, std::
     const CFField& field = source.columns[position];
     const ValueType type = valueTypeOf(field.GetStorage());
     const std::string text = positionName(position);
-    const std::string value = converted(dialect, text, type);
+    std::string value = converted(dialect, text, type);
     if (value == text || !source.rejects.empty())
         return value;
     const std::string begin = raisedText(
@@ -96,8 +96,11 @@ std::string allConvert(const SparkDialect& dialect, const CsvSource& source)
         const std::string value =
             converted(dialect, text, valueTypeOf(source.columns[i].GetStorage()));
         if (value != text)
-            all += (all.empty() ? "" : " AND ") + ("(" + text + " IS NULL OR ") + value +
-                   " IS NOT NULL)";
+            all.append(all.empty() ? "(" : " AND (")
+                .append(text)
+                .append(" IS NULL OR ")
+                .append(value)
+                .append(" IS NOT NULL)");
     }
     return all;
 }

@@ -30,7 +30,7 @@ std::string textOf(const EHVAppSetting& settings, const char* key)
 std::string urlOf(const EHVAppSetting& settings)
 {
     const std::string setting = std::string("the setting \"") + kUrlSetting + "\" ";
-    const std::string url = textOf(settings, kUrlSetting);
+    std::string url = textOf(settings, kUrlSetting);
     if (url.empty())
         refuse(setting + "is missing; it is the address of a Spark Connect server, for example "
                          "sc://host:15002");

@@ -72,7 +72,7 @@ bool isConvertible(const CFField& field, CFField::StorageType storage)
 std::string convertedColumn(const Dialect& dialect, const CFField& field,
                             CFField::StorageType storage, const std::string& step)
 {
-    const std::string column = dialect.name(field.GetName());
+    std::string column = dialect.name(field.GetName());
     if (field.GetStorage() == storage)
         return column;
     const auto from = storedAs(field);

@@ -79,6 +79,7 @@ std::vector<ContainerMember> containerMembers(ContainerKind kind,
                  commonDocument(kind, groups,
                                 settings.weight && settings.wants(ContainerKind::Results))}};
     std::vector<ContainerMember> members;
+    members.reserve(groups.size());
     for (const DescribedGroup& group : groups)
         members.push_back({name.of(members.size() + 1), documentOf(kind, group, settings)});
     return members;

@@ -23,7 +23,7 @@ std::string column(const CFField& field, const char* base)
 }
 
 /// For example "1 value" or "2 values".
-std::string counted(std::uint64_t count, const char* one, const char* several)
+std::string counted(std::int64_t count, const char* one, const char* several)
 {
     return std::to_string(count) + " " + (count == 1 ? one : several);
 }
@@ -243,7 +243,8 @@ std::optional<Json> histogramChart(const FieldSummary& field, const std::string&
     // Before the rows are moved.
     const std::string description =
         "Histogram of " + title + ": " + counted(field.valid, "value", "values") + " in " +
-        counted(rows->size(), "bin", "bins") + missingText(field) + (weighted ? ", weighted" : "");
+        counted(static_cast<std::int64_t>(rows->size()), "bin", "bins") + missingText(field) +
+        (weighted ? ", weighted" : "");
     Json specification = chart::barSpecification(title, description, std::move(*rows));
     // Without this, bars between two moments would be horizontal.
     specification["mark"]["orient"] = "vertical";

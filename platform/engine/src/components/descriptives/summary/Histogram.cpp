@@ -46,7 +46,9 @@ Ranges rangesOf(const ComponentQueries& queries, const InputTable& table, GroupS
         const std::string x = onChartScale(table, field.field);
         rows.add("min(" + x + ")");
         rows.add("max(" + x + ")");
-        rows.add("CAST(bool_and(" + x + " = floor(" + x + ")) AS BIGINT)");
+        std::string areWhole = "CAST(bool_and(";
+        areWhole.append(x).append(" = floor(").append(x).append(")) AS BIGINT)");
+        rows.add(areWhole);
     }
     Ranges ranges(groups.size(), std::vector<FieldRange>(fields.size()));
     if (rows.empty())

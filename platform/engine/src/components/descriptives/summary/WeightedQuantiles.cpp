@@ -80,6 +80,7 @@ std::vector<Quantiles> weightedQuantiles(const ComponentQueries& queries, const 
                                                                                sums[row]);
     });
     std::vector<Quantiles> quantiles;
+    quantiles.reserve(walks.size());
     for (const QuantileWalk& walk : walks)
         quantiles.push_back(walk.quantiles());
     return quantiles;
