@@ -80,7 +80,10 @@ std::string records()
                "," +
                (group == 2 ? ""
                            : "2024-0" + std::to_string(1 + i % 9) + "-1" + std::to_string(group)) +
-               "," + std::vector<std::string>{"1", "0.1", "0", "2.5", "", "3", "-1"}[i % 7] + "\n";
+               "," +
+               std::vector<std::string>{
+                   "1", "0.1", "0", "2.5", "", "3", "-1"}[static_cast<std::size_t>(i % 7)] +
+               "\n";
     }
     return csv;
 }
