@@ -97,6 +97,8 @@ Finding findTempFolder()
     return {"temporary folder", {}, folder + " cannot be written to", true};
 }
 
+constexpr const char* kCluster = "cluster";
+
 /// What is known of clusters once the engine has started.
 struct ClusterAnswer
 {
@@ -129,7 +131,7 @@ std::vector<Finding> clusterFindings(const ClusterAnswer& answer, const CommonOp
     if (common.engine.empty())
         return all;
     const bool answers = answer.problem.empty() && !answer.version.empty();
-    all.push_back({"cluster", answers ? "Spark " + answer.version : std::string(),
+    all.push_back({kCluster, answers ? "Spark " + answer.version : std::string(),
                    answer.problem.empty() ? "not asked without the engine" : answer.problem, true});
     if (answers)
         all.back().problem.clear();
@@ -223,5 +225,8 @@ void doctor(const std::string& format, const CommonOptions& common)
     for (const Finding& finding : all)
         if (finding.needed && finding.found.empty())
             throw CommandFault(ExitStatus::Engine, finding.name + ": " + finding.problem,
-                               "VEXA_HOME names the installation, JAVA_HOME a Java to use");
+                               // The problem of a cluster contains its remedy.
+                               finding.name == kCluster
+                                   ? ""
+                                   : "VEXA_HOME names the installation, JAVA_HOME a Java to use");
 }
