@@ -10,7 +10,8 @@ namespace EmbeddedHV {
 namespace {
 
 /// In the order of PatternField.
-// NOLINTNEXTLINE(bugprone-suspicious-missing-comma): the macros join literals.
+// The macros join literals.
+// NOLINTBEGIN(bugprone-suspicious-missing-comma)
 constexpr std::string_view kFieldExpressions[] = {
     "",
     HV_SPARK_YEAR,
@@ -30,6 +31,7 @@ constexpr std::string_view kFieldExpressions[] = {
     HV_SPARK_MICROSECONDS,
     HV_SPARK_HALF_DAY,
 };
+// NOLINTEND(bugprone-suspicious-missing-comma)
 
 /// The groups that name one field in different ways. The last one in a pattern counts.
 constexpr std::array<std::string_view, 9> kGroups = {"yc", "MN", "d", "D", "Hh",

@@ -17,6 +17,8 @@ struct PairMoments
     bool isOffCentre() const
     {
         constexpr double kFew = 1e-2;
+        if (weight == 0)
+            return false; // no record has both values
         return squareX - sumX * sumX / weight < kFew * squareX ||
                squareY - sumY * sumY / weight < kFew * squareY;
     }
