@@ -57,13 +57,7 @@ class Proxy:
 
 
 class HvhostTest(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.cluster = Cluster().__enter__()
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.cluster.__exit__(None, None, None)
+    cluster: Cluster
 
     def setUp(self):
         place = tempfile.TemporaryDirectory(prefix="hv_cluster_hvhost_")
@@ -157,4 +151,6 @@ class HvhostTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    # Around the tests, so that Ctrl-C ends the programs of the cluster too.
+    with Cluster() as HvhostTest.cluster:
+        unittest.main()
