@@ -88,7 +88,7 @@ def read_cases(program, folder):
     path = pathlib.Path(folder, "cases")
     subprocess.run([program, "--gtest_brief=1"], check=True,
                    env=dict(os.environ, HV_DIALECT_CASES=str(path)))
-    lines = [json.loads(line) for line in path.read_text(encoding="utf-8").splitlines()]
+    lines = [json.loads(line) for line in path.read_text(encoding="utf-8").split("\n") if line]
     prepared = list(dict.fromkeys(line["prepare"] for line in lines if "prepare" in line))
     return sorted(prepared, key=lambda statement: not statement.startswith("set ")), [
         line for line in lines if "sql" in line]
