@@ -65,9 +65,9 @@ class HvhostTest(unittest.TestCase):
         self.folder = pathlib.Path(place.name)
         # More records than a second can number.
         self.slow = (f'read({{"filesystem": {{"locations": [{{"path": "file://{DATA}/weather.csv", "parser": '
-                     '{"name": "csv", "config": {"hasHeader": true}}}]}}) -> balanceRecords(_, ctx => x => 100000)'
+                     '{"name": "csv", "config": {"hasHeader": true}}}]}}) -> balanceRecords(_, ctx => x => 5000000)'
                      ' -> aggregate({"output": [{"function": "count", "outName": "n"}, {"function": "sd", '
-                     f'"input": "wind"}}]}}, _) -> write({{"dataDestination": "file://{self.folder}/slow.csv", '
+                     f'"input": "wind"}}]}}) -> write({{"dataDestination": "file://{self.folder}/slow.csv", '
                      '"type": "text/csv"})')
 
     def start(self, *words, url=None):
