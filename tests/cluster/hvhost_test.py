@@ -65,7 +65,7 @@ class HvhostTest(unittest.TestCase):
         self.folder = pathlib.Path(place.name)
         # More records than a second can number.
         self.slow = (f'read({{"filesystem": {{"locations": [{{"path": "file://{DATA}/weather.csv", "parser": '
-                     '{"name": "csv", "config": {"hasHeader": true}}}]}}) -> balanceRecords(_, ctx => x => 5000000)'
+                     '{"name": "csv", "config": {"hasHeader": true}}}]}}) -> balanceRecords(_, ctx => x => 1000000)'
                      ' -> aggregate({"output": [{"function": "count", "outName": "n"}, {"function": "sd", '
                      f'"input": "wind"}}]}}) -> write({{"dataDestination": "file://{self.folder}/slow.csv", '
                      '"type": "text/csv"})')
