@@ -142,7 +142,7 @@ class HvhostTest(unittest.TestCase):
         self.cluster.workers[0].kill()
         out, err = process.communicate(timeout=ENOUGH)
         self.assertEqual(process.returncode, 0, out + err)
-        self.assertRegex((self.folder / "slow.csv").read_text(encoding="utf-8"), r"n,sd_wind\n146100000,1\.")
+        self.assertRegex((self.folder / "slow.csv").read_text(encoding="utf-8"), r"n,sd_wind\n1461000000,1\.")
 
     def test_6_the_server_is_killed(self):
         process = self.start_slow()
