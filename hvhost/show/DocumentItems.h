@@ -7,7 +7,7 @@
 
 // Parts of a result document that commands compose.
 
-/// A text that is shown as it is given, or the host's text for it.
+/// A text that the host translates, if its string table has it.
 nlohmann::ordered_json textItem(const std::string& text);
 
 /// A text of the data. The host does not look it up among its own texts.

@@ -7,7 +7,7 @@
 
 // Words of results that people read, in the host's language. CSV and JSON have them in English.
 
-/// The host's text for a key; the key itself if there is none.
+/// The host's text for a key. Returns the key if the host has no text for it.
 std::string word(const std::string& key);
 /// The host's text for a key, with ^1, ^2 and so on replaced by the parts.
 std::string sentence(const std::string& key, std::initializer_list<std::string> parts);

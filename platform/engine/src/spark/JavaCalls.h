@@ -63,7 +63,7 @@ private:
     jobject _object = nullptr;
 };
 
-/// The class and the message of the pending exception, which it clears; empty if there is none.
+/// Clears the pending exception and returns its class and message. Empty without an exception.
 std::string takeJavaException(const JavaScope& scope);
 /// Throws JavaFailure if an exception is pending.
 void throwJavaException(const JavaScope& scope);

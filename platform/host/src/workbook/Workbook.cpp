@@ -53,7 +53,7 @@ std::map<std::string, Relation> relationsOf(const WorkbookPackage& package, cons
     return relations;
 }
 
-/// The part of the first relation with this type; empty if there is none.
+/// The part of the first relation with this type. Empty if no relation has it.
 std::string partOfType(const std::map<std::string, Relation>& relations, const std::string& type)
 {
     const auto found = std::ranges::find_if(

@@ -14,7 +14,7 @@ pugi::xml_document parsedXml(const std::string& text);
 /// The part of a name after the prefix.
 std::string_view localName(const char* name);
 
-/// The first child with this name; an empty node if there is none.
+/// The first child with this name. An empty node if no child has it.
 pugi::xml_node childNamed(const pugi::xml_node& parent, std::string_view name);
 
 /// The value of the attribute with this name; empty if it is missing.
