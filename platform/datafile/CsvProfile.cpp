@@ -86,20 +86,7 @@ void CsvProfile::takeBlankHead()
 
 CFField::StorageType CsvProfile::storageOf(std::size_t column) const
 {
-    switch (_kinds[column]) {
-    case CsvKind::Integer:
-        return CFField::Integer;
-    case CsvKind::Real:
-        return CFField::Real;
-    case CsvKind::Date:
-        return CFField::Date;
-    case CsvKind::Time:
-        return CFField::Time;
-    case CsvKind::Timestamp:
-        return CFField::Timestamp;
-    default:
-        return CFField::String;
-    }
+    return storageOfKind(_kinds[column]);
 }
 
 bool CsvProfile::read(std::uint64_t records, const std::function<bool()>& goOn)

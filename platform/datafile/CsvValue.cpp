@@ -158,4 +158,22 @@ CsvKind widened(CsvKind left, CsvKind right)
     return both(CsvKind::Date, CsvKind::Timestamp) ? CsvKind::Timestamp : CsvKind::Text;
 }
 
+CFField::StorageType storageOfKind(CsvKind kind)
+{
+    switch (kind) {
+    case CsvKind::Integer:
+        return CFField::Integer;
+    case CsvKind::Real:
+        return CFField::Real;
+    case CsvKind::Date:
+        return CFField::Date;
+    case CsvKind::Time:
+        return CFField::Time;
+    case CsvKind::Timestamp:
+        return CFField::Timestamp;
+    default:
+        return CFField::String;
+    }
+}
+
 } // namespace datafile

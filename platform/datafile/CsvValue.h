@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "CFField.h"
 #include "datafile/CsvScanner.h"
 
 namespace datafile {
@@ -51,5 +52,8 @@ inline bool isSafeAs(CsvKind kind, const CsvField& field)
 
 /// The narrowest type that holds both: a real holds integers, a timestamp dates.
 CsvKind widened(CsvKind left, CsvKind right);
+
+/// The storage of a field whose values have the kind.
+CFField::StorageType storageOfKind(CsvKind kind);
 
 } // namespace datafile

@@ -129,20 +129,7 @@ CFField::StorageType ClusterCsv::storageOf(std::int64_t kinds) const
                                 CsvKind::Timestamp, CsvKind::Text})
         if ((kinds & bitOf(found)) != 0)
             kind = datafile::widened(kind, found);
-    switch (kind) {
-    case CsvKind::Integer:
-        return CFField::Integer;
-    case CsvKind::Real:
-        return CFField::Real;
-    case CsvKind::Date:
-        return CFField::Date;
-    case CsvKind::Time:
-        return CFField::Time;
-    case CsvKind::Timestamp:
-        return CFField::Timestamp;
-    default:
-        return CFField::String;
-    }
+    return datafile::storageOfKind(kind);
 }
 
 std::vector<CFField::StorageType> ClusterCsv::guessedStorages() const
