@@ -66,17 +66,12 @@ class Tests:
         environment.update(item.split("=", 1) for item in test["properties"].get("ENVIRONMENT", []))
         seconds, processor = self.times.get(name, (60, 60))
 
-        def limit():
-            used = int(10 + 5 * processor)
-            resource.setrlimit(resource.RLIMIT_CPU, (used, used + 5))
-            resource.setrlimit(resource.RLIMIT_FSIZE, (LARGEST_FILE, LARGEST_FILE))
-            resource.setrlimit(resource.RLIMIT_DATA, (MOST_MEMORY, MOST_MEMORY))
-
+        used = int(10 + 5 * processor)
+        limited = ["prlimit", f"--cpu={used}:{used + 5}", f"--fsize={LARGEST_FILE}", f"--data={MOST_MEMORY}"]
         begin, before = time.monotonic(), resource.getrusage(resource.RUSAGE_CHILDREN)
-        with subprocess.Popen(test["command"], cwd=test["properties"]["WORKING_DIRECTORY"],
+        with subprocess.Popen([*limited, *test["command"]], cwd=test["properties"]["WORKING_DIRECTORY"],
                               env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL, start_new_session=True,
-                              preexec_fn=limit) as process:
+                              stderr=subprocess.DEVNULL, start_new_session=True) as process:
             try:
                 status = process.wait(60 + 5 * seconds)
             except subprocess.TimeoutExpired:
