@@ -23,6 +23,8 @@ struct SqlExpression
 {
     std::string sql;
     ValueType type;
+    /// If `sql` is an operation in parentheses that the same operator can continue: the operator.
+    const char* chain = nullptr;
 };
 
 } // namespace EmbeddedHV

@@ -1,5 +1,7 @@
 #include "expression/Operators.h"
 
+#include <string_view>
+
 #include "ErrorIds.h"
 #include "expression/ValueTypes.h"
 
@@ -69,6 +71,18 @@ struct Operation
                     dialect.as(right.value, operands) + ")",
                 result};
     }
+    /// The same for an operator that SQL applies from left to right. A chain of thousands of
+    /// operands is written without nested parentheses, because parsers take long for them.
+    SqlExpression chain(const char* sqlOperator, ValueType type) const
+    {
+        const SqlExpression& first = left.value;
+        const bool continues =
+            first.chain && std::string_view(first.chain) == sqlOperator && first.type == type;
+        const std::string before =
+            continues ? first.sql.substr(0, first.sql.size() - 1) : "(" + dialect.as(first, type);
+        return {before + " " + sqlOperator + " " + dialect.as(right.value, type) + ")", type,
+                sqlOperator};
+    }
 };
 
 /// The common type of two numbers. Two nulls give Real.
@@ -87,7 +101,7 @@ SqlExpression compileLogical(const Operation& operation)
     const ValueType type = operation.common("two booleans");
     if (type != ValueType::Boolean && type != ValueType::Null)
         operation.fail("two booleans");
-    return operation.infix(operation.form().sql, ValueType::Boolean, ValueType::Boolean);
+    return operation.chain(operation.form().sql, ValueType::Boolean);
 }
 
 SqlExpression compileComparison(const Operation& operation)
@@ -103,9 +117,9 @@ SqlExpression compileAddition(const Operation& operation)
 {
     constexpr const char* kWanted = "two numbers or two strings";
     if (operation.common(kWanted) == ValueType::String)
-        return operation.infix("||", ValueType::String, ValueType::String);
+        return operation.chain("||", ValueType::String);
     const ValueType type = numberType(operation, kWanted);
-    return operation.infix("+", type, type);
+    return operation.chain("+", type);
 }
 
 SqlExpression compileArithmetic(const Operation& operation)
