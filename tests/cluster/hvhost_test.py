@@ -1,4 +1,5 @@
-"""hvhost on a cluster of this machine: the same results as without it, and faults told in one sentence."""
+"""hvhost on a cluster of this machine: the same results as without it, and faults in one sentence."""
+import csv
 import json
 import os
 import pathlib
@@ -63,12 +64,10 @@ class HvhostTest(unittest.TestCase):
         place = tempfile.TemporaryDirectory(prefix="hv_cluster_hvhost_")
         self.addCleanup(place.cleanup)
         self.folder = pathlib.Path(place.name)
-        # More records than a second can number.
-        self.slow = (f'read({{"filesystem": {{"locations": [{{"path": "file://{DATA}/weather.csv", "parser": '
-                     '{"name": "csv", "config": {"hasHeader": true}}}]}}) -> balanceRecords(_, ctx => x => 1000000)'
-                     ' -> aggregate({"output": [{"function": "count", "outName": "n"}, {"function": "sd", '
-                     f'"input": "wind"}}]}}) -> write({{"dataDestination": "file://{self.folder}/slow.csv", '
-                     '"type": "text/csv"})')
+        # More records than a minute can count.
+        self.slow = (self.read(DATA / "weather.csv") + ' -> balanceRecords(_, ctx => x => 1000000) -> aggregate('
+                     '{"output": [{"function": "count", "outName": "n"}, {"function": "sd", "input": "wind"}]}) -> '
+                     + self.write("slow.csv"))
 
     def start(self, *words, url=None):
         environment = dict(os.environ, HVHOST_ENGINE=url or self.cluster.url,
@@ -82,11 +81,29 @@ class HvhostTest(unittest.TestCase):
         self.assertEqual(process.returncode, status, out + err)
         return out, err
 
+    def job(self, name, text):
+        path = self.folder / f"{name}.hvl"
+        path.write_text(text, encoding="utf-8")
+        return path
+
+    def read(self, path):
+        return (f'read({{"filesystem": {{"locations": [{{"path": "file://{path}", "parser": {{"name": "csv", '
+                '"config": {"hasHeader": true}}}]}})')
+
+    def write(self, name):
+        return f'write({{"dataDestination": "file://{self.folder}/{name}", "type": "text/csv"}})'
+
     def start_slow(self, url=None):
-        job = self.folder / "slow.hvl"
-        job.write_text(self.slow, encoding="utf-8")
-        process = self.start("run", job, url=url)
-        time.sleep(8)
+        """A job whose tasks have begun. They take a minute."""
+        log = self.cluster.server.log
+        before = log.stat().st_size
+        process = self.start("run", self.job("slow", self.slow), url=url)
+        end = time.monotonic() + ENOUGH
+        # The first tasks look for the columns of the file.
+        while log.read_bytes()[before:].count(b"Starting task") < 4 and time.monotonic() < end:
+            self.assertIsNone(process.poll(), "the job is over already")
+            time.sleep(0.2)
+        time.sleep(1)
         self.assertIsNone(process.poll(), "the job is over already")
         return process
 
@@ -102,13 +119,46 @@ class HvhostTest(unittest.TestCase):
         findings = {finding["name"]: finding["found"] for finding in
                     json.loads(self.run_hvhost("doctor", "--format", "json")[0])["findings"]}
         self.assertRegex(findings["cluster"], r"^Spark 4\.")
-        one = 'read({"filesystem": {"locations": [{"path": "file://%s/colonies.csv", "parser": {"name": "csv"}}]}})' \
-            % DATA
+        one = self.read(DATA / "colonies.csv")
         chain = f'val a = {one}\nunion({{}}, b: a, c: a) -> write({{"dataSource": "s"}})\n'
-        job = self.folder / "many.hvl"
-        job.write_text(chain + f'{one} -> write({{"dataSource": "t"}})\n' * 6, encoding="utf-8")
-        self.run_hvhost("run", job)
+        self.run_hvhost("run", self.job("many", chain + f'{one} -> write({{"dataSource": "t"}})\n' * 6))
         self.assertEqual(list(self.cluster.scratch.iterdir()), [])
+
+    def test_1_two_hosts_use_the_same_names_at_once(self):
+        text = (self.read(DATA / "weather.csv") + ' -> filterRecords(_, ctx => ctx.%s) -> write({"dataSource": "s"})\n'
+                'read({"dataSource": "s"}) -> write({"dataDestination": "plain", "type": "text/hvbf"})\n'
+                'read({"filesystem": {"locations": [{"path": "plain", "parser": {"name": "hvbf"}}]}}) -> aggregate('
+                '{"output": [{"function": "count", "outName": "n"}, {"function": "sum", "input": "wind"}]}) -> ')
+        conditions = {"calm": "wind < 3", "storm": "wind >= 3"}
+        running = [self.start("run", self.job(name, text % condition + self.write(f"{name}.csv")))
+                   for name, condition in conditions.items()]
+        for process in running:
+            out, err = process.communicate(timeout=ENOUGH)
+            self.assertEqual(process.returncode, 0, out + err)
+        with open(DATA / "weather.csv", encoding="utf-8") as file:
+            winds = [float(row["wind"]) for row in csv.DictReader(file)]
+        for name, kept in (("calm", [w for w in winds if w < 3]), ("storm", [w for w in winds if w >= 3])):
+            count, total = (self.folder / f"{name}.csv").read_text(encoding="utf-8").split("\n")[1].split(",")
+            self.assertEqual(int(count), len(kept))
+            self.assertAlmostEqual(float(total), sum(kept), 6)
+        self.assertEqual(list(self.cluster.scratch.iterdir()), [])
+
+    def test_1_records_pass_through_without_being_held(self):
+        """Ten times as many records take no more memory."""
+        peaks = []
+        for times in (300, 3000):
+            text = self.read(DATA / "weather.csv") + f" -> balanceRecords(_, ctx => x => {times}) -> " \
+                + self.write(f"{times}.csv")
+            process = self.start("run", self.job("many", text))
+            _, status, used = os.wait4(process.pid, 0)
+            process.returncode = os.waitstatus_to_exitcode(status)
+            self.assertEqual(process.returncode, 0, process.stderr.read())
+            process.stdout.close()
+            process.stderr.close()
+            peaks.append(used.ru_maxrss / 1000)
+            with open(self.folder / f"{times}.csv", "rb") as file:
+                self.assertEqual(sum(1 for _ in file), 1461 * times + 1)
+        self.assertLess(peaks[1], peaks[0] + 100, peaks)
 
     def test_2_addresses_that_lead_nowhere(self):
         with socket.create_server(("127.0.0.1", 0)) as closed:
@@ -123,6 +173,17 @@ class HvhostTest(unittest.TestCase):
                     self.assertIn(word, err)
                 self.assertFalse(out.exists())
                 self.assertIn(words[0], self.run_hvhost("doctor", url=url, status=4)[0])
+
+    def test_2_a_server_that_does_not_answer_can_be_left(self):
+        with socket.create_server(("127.0.0.1", 0)) as silent:
+            process = self.start("run", self.job("slow", self.slow),
+                                 url=f"sc://127.0.0.1:{silent.getsockname()[1]}")
+            connection = silent.accept()[0]
+            process.send_signal(signal.SIGINT)
+            begin = time.monotonic()
+            self.expect_failure(process, (130,), "")
+            self.assertLess(time.monotonic() - begin, 5)
+            connection.close()
 
     def test_3_a_job_is_cancelled_within_two_seconds(self):
         process = self.start_slow()
