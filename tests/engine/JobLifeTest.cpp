@@ -78,7 +78,7 @@ TEST_F(JobLifeTest, ACancellationEndsTheCheckOfAFile)
     settings.guess = std::make_shared<EmbeddedHV::CsvProfile>(settings.path, true);
     EmbeddedHV::CsvCheck check(settings);
     cancellation.cancel();
-    check.start(cancellation);
+    check.start(cancellation, [](double) {});
     EmbeddedHV::DuckSession session(database);
     check.finish(session, reporter);
     EXPECT_FALSE(settings.guess->complete());

@@ -48,6 +48,9 @@ inline constexpr const char* kScratchSetting = "engine.scratch";
 /// The most bytes of records that one source sends from this process to the cluster, as a number.
 /// The default is 1 GiB. A job that would send more fails.
 inline constexpr const char* kUploadSetting = "engine.upload.bytes";
+/// The most bytes of records that one component collects from the cluster into this process's
+/// scratch folder, as a number. The default is 4 GiB. A job that would collect more fails.
+inline constexpr const char* kCollectSetting = "engine.collect.bytes";
 /// Begins the properties that are passed to the cluster as settings of a job's session. The rest of
 /// the key is the cluster's name of the setting.
 inline constexpr const char* kOptionPrefix = "engine.option.";

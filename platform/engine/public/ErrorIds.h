@@ -95,6 +95,8 @@ inline constexpr const char* kIteratorValue = "HVEIO0020E";  ///< a value that t
 inline constexpr const char* kMissingCut = "HVEIO0021W";    ///< more missing values than a file has
 inline constexpr const char* kTimeDropped = "HVEIO0022W";   ///< a date of a row has a time of day
 inline constexpr const char* kTooMuchToSend = "HVEIO0024E"; ///< more than a cluster is sent
+inline constexpr const char* kTooMuchToCollect =
+    "HVEIO0025E"; ///< more than is collected from a cluster
 
 // GE: shapes, map services and coordinate systems.
 inline constexpr const char* kMapService = "HVEGE0001E";    ///< a map service returns no records

@@ -19,10 +19,10 @@ void ComponentQueries::stream(const std::string& sql,
                               const std::function<void(duck::Chunk&)>& take) const
 {
     throwIfStopped();
-    const QueryWatch watch(connectionOf(*_context.session).handle(), *_context.cancellation,
+    const QueryWatch watch(connectionOf(_context.localSession()).handle(), *_context.cancellation,
                            [](double) {});
     try {
-        duck::Prepared statement(connectionOf(*_context.session), sql);
+        duck::Prepared statement(connectionOf(_context.localSession()), sql);
         duck::Result rows = statement.stream();
         while (duck::Chunk chunk = duck::nextChunk(rows)) {
             throwIfStopped();
@@ -36,10 +36,10 @@ void ComponentQueries::stream(const std::string& sql,
 duck::Result ComponentQueries::run(const std::string& sql) const
 {
     throwIfStopped();
-    const QueryWatch watch(connectionOf(*_context.session).handle(), *_context.cancellation,
+    const QueryWatch watch(connectionOf(_context.localSession()).handle(), *_context.cancellation,
                            [](double) {});
     try {
-        return connectionOf(*_context.session).query(sql);
+        return connectionOf(_context.localSession()).query(sql);
     } catch (const duck::QueryError& error) {
         throw faultOf(duckFault(error.what()), _component, "the result of " + _component);
     }

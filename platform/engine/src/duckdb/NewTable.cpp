@@ -72,14 +72,14 @@ NewTable::NewTable(JobContext& context, std::string step, Fields fields)
       _table(context.newTable("hv_made_"))
 {
     try {
-        connectionOf(*_context.session)
+        connectionOf(_context.localSession())
             .query("CREATE TEMP TABLE " + quotedIdentifier(_table) + " (" + definitionOf(_fields) +
                    ")");
     } catch (const duck::QueryError& error) {
         throw faultOf(duckFault(error.what()), _step, "the result of " + _step);
     }
-    const duckdb_state state = duckdb_appender_create(connectionOf(*_context.session).handle(),
-                                                      nullptr, _table.c_str(), &_appender);
+    const duckdb_state state = duckdb_appender_create(
+        connectionOf(_context.localSession()).handle(), nullptr, _table.c_str(), &_appender);
     if (state != DuckDBSuccess) {
         const std::string reason = _appender ? duckdb_appender_error(_appender) : "";
         duckdb_appender_destroy(&_appender);
@@ -166,7 +166,7 @@ NodePtr NewTable::finish()
 {
     check(duckdb_appender_close(_appender));
     duckdb_appender_destroy(&_appender);
-    return tableNode(_context.dialect, std::move(_fields), _table);
+    return _context.localTable(std::move(_fields), _table);
 }
 
 } // namespace EmbeddedHV

@@ -8,6 +8,7 @@
 #include "datafile/FileColumns.h"
 #include "dialect/Dialect.h"
 #include "runtime/Cancellation.h"
+#include "runtime/Progress.h"
 #include "runtime/QueryFaults.h"
 #include "runtime/RecordBatch.h"
 
@@ -21,8 +22,7 @@ class TextFunctions;
 enum class Feature
 {
     Maps,
-    SealedFiles, ///< writing them
-    Components
+    SealedFiles ///< writing them
 };
 
 /// Who drops a table.
@@ -31,9 +31,6 @@ enum class TableOwner
     Job,
     Service ///< the table is a named data source
 };
-
-/// Receives the finished fraction of a statement, 0 to 1, on another thread.
-using Progress = std::function<void(double)>;
 
 /// Records of a CSV file that a statement skipped, one for each line.
 class RejectedRecords
@@ -56,8 +53,12 @@ public:
 
     virtual const Dialect& dialect() const = 0;
     virtual bool offers(Feature) const { return true; }
-    /// Connects to the backend. Call it before the operations below. Throws JobError.
-    virtual void open() {}
+    /// The session of the embedded database, in which components compute: this one, unless the
+    /// backend is a cluster. The thread that runs the job uses it.
+    virtual Session& local() { return *this; }
+    /// Connects to the backend. Call it before the operations below. A cancellation ends it; there
+    /// may be none. Throws JobError.
+    virtual void open(Cancellation*) {}
 
     /// Runs a statement that returns no records. A cancellation interrupts it.
     virtual void run(const std::string& sql, Cancellation& cancellation,

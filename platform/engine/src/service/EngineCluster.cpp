@@ -17,7 +17,7 @@ std::string clusterVersion(JNIEnv* env, const EHVAppSetting& settings)
     const SparkSettings spark = sparkSettings(env, settings);
     const SparkLibrary library(spark.machine, spark.clientFolder);
     try {
-        return connectedClient(library, spark)->version();
+        return connectedClient(library, spark, nullptr).version;
     } catch (const JobError& error) {
         throw Exception(error.text());
     } catch (const std::exception& error) {

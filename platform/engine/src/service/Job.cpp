@@ -12,6 +12,9 @@ namespace {
 /// Of the work of a component: at most a hundred calls of the listener.
 constexpr double kProgressStep = 0.01;
 
+/// Of a statement, if its sources are prepared first.
+constexpr double kPreparingShare = 0.5;
+
 /// Collects the checks of all sources that a SELECT on the node reads.
 void gatherChecks(const Node& node, std::vector<SourceCheck*>& checks)
 {
@@ -44,7 +47,7 @@ void Job::run(const std::string& text)
     const language::Program program = language::parseProgram(text);
     Planner planner(program, _context, componentKind);
     // Errors of the text need no backend.
-    _context.session->open();
+    _context.session->open(&_cancellation);
     throwIfCancelled();
     _statements = planner.statementCount();
     if (_statements == 0)
@@ -161,7 +164,7 @@ std::string Job::selectOf(const Node& node) const
 
 std::string Job::render(const Node& node) const
 {
-    return node.shared ? _context.session->tableName(node.table, TableOwner::Job)
+    return node.shared ? _context.sessionOf(node).tableName(node.table, TableOwner::Job)
                        : "(" + selectOf(node) + ")";
 }
 
@@ -176,8 +179,9 @@ std::vector<std::string> Job::inputsOf(const Node& node) const
 void Job::evaluate(Node& node, const Statement& statement)
 {
     const std::string table = _context.newTable("hv_chain_");
-    const std::string name = _context.session->tableName(table, TableOwner::Job);
-    execute(_context.dialect.newTemporaryTable(name, node.select(inputsOf(node))), node, statement,
+    Session& session = _context.sessionOf(node);
+    const std::string name = session.tableName(table, TableOwner::Job);
+    execute(session.dialect().newTemporaryTable(name, node.select(inputsOf(node))), node, statement,
             nullptr);
     node.table = table;
 }
@@ -186,28 +190,32 @@ void Job::execute(const std::string& sql, Node& node, const Statement& statement
 {
     _cancellation.resume();
     throwIfCancelled();
+    Session& session = _context.sessionOf(node);
     std::vector<SourceCheck*> checks;
     gatherChecks(node, checks);
     for (SourceCheck* check : checks)
-        check->start(_cancellation);
+        check->start(_cancellation, [this](double part) {
+            report(_statementShare * kPreparingShare * std::max(part, _context.readShare()));
+        });
     try {
-        runSql(sql, !statement.output, taker);
+        runSql(session, sql, !statement.output, taker);
     } catch (const StatementFault& fault) {
         explainFailure(fault, checks, statement);
     }
     for (SourceCheck* check : checks)
-        check->finish(*_context.session, _reporter);
+        check->finish(session, _reporter);
     // An iterator that saw the cancellation ended early, so the result is incomplete.
     throwIfCancelled();
 }
 
-void Job::runSql(const std::string& sql, bool keepsNothing, Output* taker)
+void Job::runSql(Session& session, const std::string& sql, bool keepsNothing, Output* taker)
 {
-    // The backend does not know how far an iterator is.
+    // The embedded database does not know how far an iterator is. For a cluster, iterators are read
+    // before the statement.
     const auto progress = [this](double part) {
-        report(_statementShare * std::max(part, _context.readShare()));
+        const double read = _context.isRemote() ? 0 : _context.readShare();
+        report(_statementShare * std::max(part, read));
     };
-    Session& session = *_context.session;
     if (!keepsNothing && !taker) {
         session.run(sql, _cancellation, progress);
         return;

@@ -47,7 +47,7 @@ private:
     /// `taker` is the output that receives the records of the SQL. It is null if the SQL returns no
     /// records, or if nobody needs them.
     void execute(const std::string& sql, Node& node, const Statement& statement, Output* taker);
-    void runSql(const std::string& sql, bool keepsNothing, Output* taker);
+    void runSql(Session& session, const std::string& sql, bool keepsNothing, Output* taker);
     void explainFailure(const StatementFault& fault, const std::vector<SourceCheck*>& checks,
                         const Statement& statement);
     /// Prepares a new plan of the statements that have not run yet.

@@ -43,7 +43,7 @@ Fields outputFields(const std::string& jobText, JobContext& context)
 {
     const language::Program program = language::parseProgram(jobText);
     Planner planner(program, context, componentKind);
-    context.session->open();
+    context.session->open(context.cancellation);
     const std::size_t count = planner.statementCount();
     if (count == 0)
         throw JobError(errors::kNoStatement, "the job has no statement, so it has no data model");

@@ -24,17 +24,25 @@ std::string PipedWriter::select() const
     return "SELECT * FROM " + RowSources::tableOf(_id);
 }
 
-void PipedWriter::start(std::string statement, const std::string& file)
+void PipedWriter::start(std::string statement, const std::string& purpose, DuckSession* session)
 {
     _writer = datafile::startedThread(
-        "writes the file " + file, [this, statement = std::move(statement)] { write(statement); });
+        purpose, [this, session, statement = std::move(statement)] { write(statement, session); });
 }
 
 /// Runs on its own thread while the cluster returns records.
-void PipedWriter::write(const std::string& statement)
+void PipedWriter::write(const std::string& statement, DuckSession* session)
 {
+    const auto run = [&](DuckSession& writer) {
+        writer.run(statement, _cancellation, [](double) {});
+    };
     try {
-        DuckSession(_session.engine().database()).run(statement, _cancellation, [](double) {});
+        if (session) {
+            run(*session);
+        } else {
+            DuckSession own(_session.engine().database());
+            run(own);
+        }
     } catch (...) {
         _failure = std::current_exception();
     }

@@ -10,8 +10,8 @@
 
 namespace EmbeddedHV {
 
-/// Writes the records of batches to a file with a statement of the embedded database, which runs on
-/// a thread of its own.
+/// Writes the records of batches to a file or a table with a statement of the embedded database,
+/// which runs on a thread of its own.
 class PipedWriter
 {
 public:
@@ -24,15 +24,16 @@ public:
 
     /// The SELECT of the records, for the statement.
     std::string select() const;
-    /// Starts the statement. `file` names the file in messages about the thread.
-    void start(std::string statement, const std::string& file);
+    /// Starts the statement. `purpose` says what the thread does, for messages. `session` runs the
+    /// statement, and nothing else may use it until finish. Null: a session of its own.
+    void start(std::string statement, const std::string& purpose, DuckSession* session = nullptr);
     /// Waits until the records are read. Throws what the statement throws.
     void put(const RecordBatch& batch);
     /// Waits for the end of the statement. Throws what the statement throws.
     void finish();
 
 private:
-    void write(const std::string& statement);
+    void write(const std::string& statement, DuckSession* session);
     void join();
 
     SparkSession& _session;

@@ -21,8 +21,9 @@ struct SparkClasses
     jclass batch = nullptr;
     jclass upload = nullptr;
     jclass fault = nullptr;
-    jmethodID open = nullptr;
-    jmethodID version = nullptr;
+    jmethodID newSession = nullptr;
+    jmethodID connect = nullptr;
+    jmethodID abandon = nullptr;
     jmethodID configure = nullptr;
     jmethodID schema = nullptr;
     jmethodID query = nullptr;
@@ -201,10 +202,9 @@ SparkClasses::SparkClasses(JavaVM* machine, const std::string& folder)
     upload = classNamed(machine, scope, "com.vexa.ae.cluster.RowUpload");
     fault = classNamed(machine, scope, "com.vexa.ae.cluster.ClusterFault");
     const std::string text = "Ljava/lang/String;";
-    open = scope.env()->GetStaticMethodID(
-        session, "open", ("(" + text + "JJ)L" HV_CLUSTER "ClusterSession;").c_str());
-    throwJavaException(scope);
-    version = methodOf(scope, session, "version", "()" + text);
+    newSession = methodOf(scope, session, "<init>", "(" + text + "JJ)V");
+    connect = methodOf(scope, session, "connect", "()" + text);
+    abandon = methodOf(scope, session, "abandon", "()V");
     configure = methodOf(scope, session, "configure", "([" + text + ")V");
     schema = methodOf(scope, session, "schema", "(" + text + ")" + text);
     query = methodOf(scope, session, "query", "(" + text + text + ")" + kStreamType);
@@ -332,7 +332,7 @@ SparkClient::SparkClient(const SparkLibrary& library, const std::string& url,
     const jvalue arguments[] = {valueOf(scope.text(url)), valueOf(callMillis),
                                 valueOf(retryMillis)};
     const jobject session =
-        scope.env()->CallStaticObjectMethodA(_classes.session, _classes.open, arguments);
+        scope.env()->NewObjectA(_classes.session, _classes.newSession, arguments);
     throwFault(_classes, scope);
     _session = JavaObject(_library.machine(), scope, session);
 }
@@ -342,10 +342,16 @@ SparkClient::~SparkClient()
     closeQuietly(_library.machine(), _session, _classes.close);
 }
 
-std::string SparkClient::version()
+std::string SparkClient::connect()
 {
     const JavaScope scope(_library.machine());
-    return scope.utf8(called(_classes, scope, _session.get(), _classes.version));
+    return scope.utf8(called(_classes, scope, _session.get(), _classes.connect));
+}
+
+void SparkClient::abandon()
+{
+    const JavaScope scope(_library.machine());
+    call(_classes, scope, _session.get(), _classes.abandon);
 }
 
 void SparkClient::configure(const std::vector<std::string>& settings)

@@ -74,13 +74,13 @@ private:
     JavaObject _batch;
 };
 
-/// A session of the cluster's Java client. One thread at a time, except interrupt. All operations
-/// throw ClusterFault.
+/// A session of the cluster's Java client. One thread at a time, except interrupt and abandon. All
+/// operations throw ClusterFault.
 class SparkClient
 {
 public:
-    /// Connects. Borrows the library. `callMillis` is how long a call without a statement may take,
-    /// `retryMillis` how long after its last answer a server is tried again.
+    /// Connects to nothing yet. Borrows the library. `callMillis` is how long a call without a
+    /// statement may take, `retryMillis` how long after its last answer a server is tried again.
     SparkClient(const SparkLibrary& library, const std::string& url, std::int64_t callMillis,
                 std::int64_t retryMillis);
     SparkClient(const SparkClient&) = delete;
@@ -88,8 +88,10 @@ public:
     /// Ends the session.
     ~SparkClient();
 
-    /// For example 4.2.0.
-    std::string version();
+    /// Connects to the server. Returns its version, for example 4.2.0.
+    std::string connect();
+    /// Ends a call of connect, which then fails. Nothing may follow. Any thread.
+    void abandon();
     /// Names and values in turn.
     void configure(const std::vector<std::string>& settings);
     /// The columns of a query as JSON: a list of objects with name, type and nullable.

@@ -254,7 +254,7 @@ public:
           _count(std::move(count))
     {
     }
-    void start(Cancellation&) override
+    void start(Cancellation&, const Progress&) override
     {
         const std::string text = countOf();
         std::from_chars(text.data(), text.data() + text.size(), _skipped);

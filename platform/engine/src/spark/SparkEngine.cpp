@@ -1,5 +1,6 @@
 #include "spark/SparkEngine.h"
 
+#include <optional>
 #include <random>
 
 #include "ErrorIds.h"
@@ -7,6 +8,7 @@
 #include "spark/SparkDialect.h"
 #include "spark/SparkFiles.h"
 #include "spark/SparkSession.h"
+#include "spark/SparkWatch.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -60,19 +62,26 @@ void runCommand(SparkClient& client, const std::string& sql)
         continue;
 }
 
-std::unique_ptr<SparkClient> connectedClient(const SparkLibrary& library,
-                                             const SparkSettings& settings)
+SparkConnection connectedClient(const SparkLibrary& library, const SparkSettings& settings,
+                                Cancellation* cancellation)
 {
     try {
-        auto client =
-            std::make_unique<SparkClient>(library, settings.url, kCallMillis, kRetryMillis);
-        requireVersion(client->version(), settings.url);
+        SparkConnection connection{
+            std::make_unique<SparkClient>(library, settings.url, kCallMillis, kRetryMillis), {}};
+        SparkClient& client = *connection.client;
+        {
+            std::optional<SparkWatch> watch;
+            if (cancellation)
+                watch.emplace([&] { client.abandon(); }, *cancellation);
+            connection.version = client.connect();
+        }
+        requireVersion(connection.version, settings.url);
         std::vector<std::string> options = settings.options;
         // Last, because results depend on them.
         for (const SparkSetting& setting : kSparkSettings)
             options.insert(options.end(), {setting.name, setting.value});
-        client->configure(options);
-        return client;
+        client.configure(options);
+        return connection;
     } catch (const ClusterFault& fault) {
         throw connectionError(fault, settings.url);
     } catch (const JavaFailure& failure) {
@@ -91,7 +100,7 @@ SparkEngine::~SparkEngine()
     if (!_hasSourceDatabase)
         return;
     try {
-        runCommand(*connect(), dropDatabase(_sourceDatabase));
+        runCommand(*connect(nullptr), dropDatabase(_sourceDatabase));
     } catch (const std::exception&) {
         return; // the tables stay on a cluster that does not answer any more
     }

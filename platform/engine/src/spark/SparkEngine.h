@@ -12,10 +12,17 @@
 
 namespace EmbeddedHV {
 
-/// A connection to the server with the settings on which the dialect relies. Borrows the library.
-/// Throws JobError.
-std::unique_ptr<SparkClient> connectedClient(const SparkLibrary& library,
-                                             const SparkSettings& settings);
+/// A connection to the server with the settings on which the dialect relies.
+struct SparkConnection
+{
+    std::unique_ptr<SparkClient> client;
+    std::string version; ///< the server's, for example 4.2.0
+};
+
+/// Connects to the server. Borrows the library. A cancellation ends it; null: nothing does. Throws
+/// JobError.
+SparkConnection connectedClient(const SparkLibrary& library, const SparkSettings& settings,
+                                Cancellation* cancellation);
 
 /// Jobs on a Spark cluster. Named data sources are tables in a database of the service on the
 /// cluster, which is dropped with this object.
@@ -34,8 +41,11 @@ public:
 
     const SparkSettings& settings() const { return _settings; }
     Database& database() const { return _database; }
-    /// Connects to the server. Throws JobError.
-    std::unique_ptr<SparkClient> connect() const { return connectedClient(_library, _settings); }
+    /// Connects to the server. A cancellation ends it; null: nothing does. Throws JobError.
+    std::unique_ptr<SparkClient> connect(Cancellation* cancellation) const
+    {
+        return connectedClient(_library, _settings, cancellation).client;
+    }
     /// A name that no other job has, on any machine.
     std::string newJobName();
     /// The database of the service. It exists once `makeSourceDatabase` was called.

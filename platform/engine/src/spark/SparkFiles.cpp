@@ -9,6 +9,7 @@
 #include "duckdb/DuckDialect.h"
 #include "duckdb/DuckEngine.h"
 #include "spark/PipedWriter.h"
+#include "spark/SparkCollection.h"
 #include "spark/SparkCsv.h"
 #include "spark/SparkDialect.h"
 #include "spark/SparkEngine.h"
@@ -91,7 +92,7 @@ JobContext& SparkFiles::edge(const JobContext& context) const
 
 /// Plans the relation on the embedded database and sends its records.
 template <class Plan>
-NodePtr SparkFiles::sent(JobContext& context, const std::string& name, Plan plan) const
+NodePtr SparkFiles::planned(JobContext& context, const std::string& name, Plan plan) const
 {
     SentRecords records;
     records.relation = plan(edge(context));
@@ -104,7 +105,8 @@ NodePtr SparkFiles::csv(JobContext& context, const CsvReadSettings& settings) co
 {
     if (!_files.isOwn(settings.path))
         return planClusterCsv(_session, context, settings);
-    return sent(context, settings.path, [&](JobContext& edge) { return planCsv(edge, settings); });
+    return planned(context, settings.path,
+                   [&](JobContext& edge) { return planCsv(edge, settings); });
 }
 
 std::string SparkFiles::folderOf(const std::string& path) const
@@ -115,8 +117,8 @@ std::string SparkFiles::folderOf(const std::string& path) const
 NodePtr SparkFiles::parquet(JobContext& context, const ParquetReadSettings& settings) const
 {
     if (settings.kind == FileKind::Sav)
-        return sent(context, settings.path,
-                    [&](JobContext& edge) { return planParquet(edge, settings); });
+        return planned(context, settings.path,
+                       [&](JobContext& edge) { return planParquet(edge, settings); });
     ParquetReadSettings onCluster = settings;
     onCluster.path = folderOf(settings.path);
     return planParquet(context, onCluster);
@@ -141,7 +143,7 @@ WrittenFile SparkFiles::fetched(JobContext& context, const WrittenFile& file) co
     PipedWriter writer(_session, file.fields, *context.cancellation);
     writer.start(duckDialect().fileOf(writer.select(), {here.content->path(), false, file.fields,
                                                         kDataModelKey, dataModelOf(file.fields)}),
-                 file.path);
+                 "writes the file " + file.path);
     const std::string select = "SELECT * FROM " + _session.parquetTable(file.path);
     _session.stream(
         typedSelect(file.fields, select), *context.cancellation, [](double) {},
@@ -172,6 +174,20 @@ std::unique_ptr<Output> SparkFiles::output(JobContext& context, const FileOutput
                     .file = settings.path,
                     .what = "the process of the host writes a SAV file, and only the cluster sees "
                             "this path; use a path that both see, or the type hvbf"});
+}
+
+std::unique_ptr<Stage> SparkFiles::collection(JobContext& context, const std::string& step,
+                                              const Fields& fields) const
+{
+    return collectedRecords(_session, context, step, fields);
+}
+
+NodePtr SparkFiles::sent(NodePtr local, const std::string& step) const
+{
+    SentRecords records;
+    records.relation = std::move(local);
+    records.name = "the input of " + step;
+    return sentNode(_session, std::move(records));
 }
 
 } // namespace EmbeddedHV

@@ -29,10 +29,13 @@ public:
     WrittenFile fetched(JobContext& context, const WrittenFile& file) const override;
     std::unique_ptr<Output> output(JobContext& context, const FileOutputSettings& settings,
                                    const Fields& fields) const override;
+    std::unique_ptr<Stage> collection(JobContext& context, const std::string& step,
+                                      const Fields& fields) const override;
+    NodePtr sent(NodePtr local, const std::string& step) const override;
 
 private:
     template <class Plan>
-    NodePtr sent(JobContext& context, const std::string& name, Plan plan) const;
+    NodePtr planned(JobContext& context, const std::string& name, Plan plan) const;
     JobContext& edge(const JobContext& context) const;
     std::string folderOf(const std::string& path) const;
 

@@ -30,7 +30,7 @@ public:
     bool writesFile() const override { return true; }
     std::string statement(const std::string& select) override
     {
-        _writer.start(_file.statement(_writer.select()), target());
+        _writer.start(_file.statement(_writer.select()), "writes the file " + target());
         return typedSelect(_fields, select);
     }
     bool takesRecords() const override { return true; }

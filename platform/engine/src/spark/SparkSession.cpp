@@ -75,10 +75,10 @@ const Dialect& SparkSession::dialect() const
     return sparkDialect();
 }
 
-void SparkSession::open()
+void SparkSession::open(Cancellation* cancellation)
 {
     if (!_client)
-        _client = _engine.connect();
+        _client = _engine.connect(cancellation);
 }
 
 StatementFault SparkSession::meaningOf(const ClusterFault& fault)
@@ -114,7 +114,7 @@ void SparkSession::stream(const std::string& sql, Cancellation& cancellation,
 void SparkSession::follow(SparkStream stream, const std::string& tag, Cancellation& cancellation,
                           const Progress& progress, const std::function<void(RecordBatch&)>& take)
 {
-    const SparkWatch watch(*_client, tag, cancellation);
+    const SparkWatch watch([&] { _client->interrupt(tag); }, cancellation);
     std::optional<SparkBatch> batch;
     SparkStream::Event event = stream.next();
     for (; event != SparkStream::Event::End; event = stream.next()) {
@@ -242,8 +242,10 @@ void SparkSession::undoAddition()
 
 void SparkSession::dropTable(const std::string& table, TableOwner owner)
 {
-    // Tables of the job are dropped with its database, all at once.
-    if (owner == TableOwner::Service)
+    // The cluster's tables of the job are dropped with its database, all at once.
+    if (owner == TableOwner::Job)
+        _edge.dropTable(table, owner);
+    else
         explained([&] { runCommand(*_client, "DROP TABLE IF EXISTS " + tableName(table, owner)); });
 }
 

@@ -29,7 +29,8 @@ public:
 
     const Dialect& dialect() const override;
     bool offers(Feature) const override { return false; }
-    void open() override;
+    Session& local() override { return _edge; }
+    void open(Cancellation* cancellation) override;
     void run(const std::string& sql, Cancellation& cancellation, const Progress& progress) override;
     void stream(const std::string& sql, Cancellation& cancellation, const Progress& progress,
                 const std::function<void(RecordBatch&)>& take) override;

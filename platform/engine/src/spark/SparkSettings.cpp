@@ -14,6 +14,7 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr std::int64_t kUploadBytes = std::int64_t{1} << 30;
+constexpr std::int64_t kCollectBytes = std::int64_t{4} << 30;
 constexpr std::string_view kScheme = "sc://";
 
 [[noreturn]] void refuse(const std::string& problem)
@@ -40,15 +41,15 @@ std::string urlOf(const EHVAppSetting& settings)
     return url;
 }
 
-std::int64_t uploadBytesOf(const EHVAppSetting& settings)
+std::int64_t bytesOf(const EHVAppSetting& settings, const char* key, std::int64_t byDefault)
 {
-    const std::string text = textOf(settings, kUploadSetting);
+    const std::string text = textOf(settings, key);
     if (text.empty())
-        return kUploadBytes;
+        return byDefault;
     std::int64_t bytes = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), bytes);
     if (error != std::errc() || end != text.data() + text.size() || bytes < 0)
-        refuse(std::string("the setting \"") + kUploadSetting + "\" is \"" + text +
+        refuse(std::string("the setting \"") + key + "\" is \"" + text +
                "\", not a number of bytes");
     return bytes;
 }
@@ -84,7 +85,8 @@ SparkSettings sparkSettings(JNIEnv* env, const EHVAppSetting& settings)
     SparkSettings spark;
     spark.url = urlOf(settings);
     spark.scratch = withoutEndSlash(textOf(settings, kScratchSetting));
-    spark.uploadBytes = uploadBytesOf(settings);
+    spark.uploadBytes = bytesOf(settings, kUploadSetting, kUploadBytes);
+    spark.collectBytes = bytesOf(settings, kCollectSetting, kCollectBytes);
     spark.options = optionsOf(settings);
     spark.clientFolder = clientFolderOf(settings);
     if (!SparkLibrary(nullptr, spark.clientFolder).isInstalled())

@@ -18,6 +18,7 @@ struct SparkSettings
     std::string url;
     std::string scratch; ///< a folder of the cluster, without a slash at its end; empty: none
     std::int64_t uploadBytes = 0;
+    std::int64_t collectBytes = 0;
     std::vector<std::string> options; ///< names and values in turn
 };
 

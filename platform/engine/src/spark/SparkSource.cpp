@@ -18,14 +18,14 @@ public:
     {
     }
 
-    void start(Cancellation& cancellation) override
+    void start(Cancellation& cancellation, const Progress& progress) override
     {
         if (_isSent)
             return;
         if (inner())
-            inner()->start(cancellation);
+            inner()->start(cancellation, progress);
         try {
-            send(cancellation);
+            send(cancellation, progress);
         } catch (const ClusterFault& fault) {
             throw statementFailure(statementFault(fault, url()));
         } catch (const JavaFailure& failure) {
@@ -58,12 +58,11 @@ private:
     {
         return faultOf(fault, "read", {});
     }
-    void send(Cancellation& cancellation)
+    void send(Cancellation& cancellation, const Progress& progress)
     {
         SparkUpload upload(_session, _records.relation->fields, _view, _records.name);
-        edge().stream(
-            _records.relation->select({}), cancellation, [](double) {},
-            [&](RecordBatch& batch) { upload.add(batch); });
+        edge().stream(_records.relation->select({}), cancellation, progress,
+                      [&](RecordBatch& batch) { upload.add(batch); });
         if (!cancellation.cancelled())
             upload.finish();
     }

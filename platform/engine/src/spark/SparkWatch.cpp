@@ -1,6 +1,7 @@
 #include "spark/SparkWatch.h"
 
 #include <chrono>
+#include <exception>
 #include <utility>
 
 #include "datafile/StartedThread.h"
@@ -13,8 +14,8 @@ constexpr auto kInterruptInterval = std::chrono::milliseconds(100);
 
 } // namespace
 
-SparkWatch::SparkWatch(SparkClient& client, std::string tag, Cancellation& cancellation)
-    : _client(client), _tag(std::move(tag)), _cancellation(cancellation),
+SparkWatch::SparkWatch(std::function<void()> interrupt, Cancellation& cancellation)
+    : _interrupt(std::move(interrupt)), _cancellation(cancellation),
       _thread(datafile::startedThread("watches the cluster's statement", [this] { run(); }))
 {
 }
@@ -31,9 +32,9 @@ void SparkWatch::run()
     while (!done) {
         if (_cancellation.stopping()) {
             try {
-                _client.interrupt(_tag);
+                _interrupt();
             } catch (const std::exception&) {
-                // A lost connection ends the statement as well.
+                // It is tried again.
             }
             // While the job is stopping, wait returns at once.
             std::this_thread::sleep_for(kInterruptInterval);

@@ -1,22 +1,20 @@
 #pragma once
 
 #include <functional>
-#include <string>
 #include <thread>
 
 #include "runtime/Cancellation.h"
-#include "spark/SparkClient.h"
 
 namespace EmbeddedHV {
 
-/// Watches one running statement from its own thread and interrupts it on the cluster when the job
-/// should end. The cluster does not know a statement from its first moment, so the interrupt is
-/// repeated.
+/// Watches one running call from its own thread and interrupts it when the job should end. The
+/// cluster does not know a statement from its first moment, so the interrupt is repeated.
 class SparkWatch
 {
 public:
-    /// Borrows the client and the cancellation.
-    SparkWatch(SparkClient& client, std::string tag, Cancellation& cancellation);
+    /// Borrows the cancellation. `interrupt` is called on the watch's thread. Its exceptions are
+    /// ignored: a lost connection ends the call as well.
+    SparkWatch(std::function<void()> interrupt, Cancellation& cancellation);
     SparkWatch(const SparkWatch&) = delete;
     SparkWatch& operator=(const SparkWatch&) = delete;
     ~SparkWatch();
@@ -24,8 +22,7 @@ public:
 private:
     void run();
 
-    SparkClient& _client;
-    std::string _tag;
+    std::function<void()> _interrupt;
     Cancellation& _cancellation;
     bool _done = false;
     std::thread _thread;

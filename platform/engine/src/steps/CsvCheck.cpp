@@ -39,7 +39,7 @@ CsvCheck::~CsvCheck()
     join(false);
 }
 
-void CsvCheck::start(Cancellation& cancellation)
+void CsvCheck::start(Cancellation& cancellation, const Progress&)
 {
     _cancellation = &cancellation;
     // If a statement is started again, so is its check.

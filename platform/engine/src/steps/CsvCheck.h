@@ -40,7 +40,7 @@ public:
     CsvCheck& operator=(const CsvCheck&) = delete;
     ~CsvCheck() override;
 
-    void start(Cancellation& cancellation) override;
+    void start(Cancellation& cancellation, const Progress& progress) override;
     void finish(Session& session, Reporter& reporter) override;
     void abandon(const StatementFault& fault) override;
 

@@ -41,6 +41,16 @@ public:
     virtual WrittenFile fetched(JobContext& context, const WrittenFile& file) const = 0;
     virtual std::unique_ptr<Output> output(JobContext& context, const FileOutputSettings& settings,
                                            const Fields& fields) const = 0;
+
+    /// Collects records of a cluster into a table of the local session. `step` is the component
+    /// that needs them, and `fields` are those that it reads. Null if the backend is local.
+    virtual std::unique_ptr<Stage> collection(JobContext&, const std::string& /*step*/,
+                                              const Fields& /*fields*/) const
+    {
+        return nullptr;
+    }
+    /// A relation of the local session as one of the backend. `step` needs the records.
+    virtual NodePtr sent(NodePtr local, const std::string& /*step*/) const { return local; }
 };
 
 /// Files of this machine, which the embedded database reads and writes itself.

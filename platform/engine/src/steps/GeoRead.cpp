@@ -19,7 +19,7 @@ class LayerCheck : public SourceCheck
 {
 public:
     explicit LayerCheck(std::shared_ptr<LayerSource> source) : _source(std::move(source)) {}
-    void start(Cancellation&) override {}
+    void start(Cancellation&, const Progress&) override {}
     void finish(Session&, Reporter&) override {}
     void abandon(const StatementFault&) override
     {

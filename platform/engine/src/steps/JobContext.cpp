@@ -54,7 +54,6 @@ void JobContext::require(Feature feature, const std::string& step) const
     constexpr const char* kReasons[] = {
         "maps are read and drawn in the process of the host",
         "a file is sealed in the process of the host",
-        "components compute in the process of the host",
     };
     if (!session->offers(feature))
         throw JobError(errors::kNotAvailable,
@@ -62,6 +61,13 @@ void JobContext::require(Feature feature, const std::string& step) const
                         .what = std::string("is not available on a cluster: ") +
                                 kReasons[static_cast<std::size_t>(feature)] +
                                 "; run the job on the embedded engine"});
+}
+
+NodePtr JobContext::localTable(Fields fields, const std::string& table) const
+{
+    NodePtr records = tableNode(localSession().dialect(), std::move(fields), table);
+    records->isLocal = isRemote();
+    return records;
 }
 
 std::string JobContext::newTable(const char* prefix)

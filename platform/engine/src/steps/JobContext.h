@@ -95,12 +95,20 @@ struct JobContext
     /// The path for a text in a setting. Throws NotYetWritten if an earlier statement has not yet
     /// written the file.
     std::string inputPath(const std::string& text) const;
+    /// A table of the local session, as a relation.
+    NodePtr localTable(Fields fields, const std::string& table) const;
     /// A name for a temporary table. dropTables drops the table.
     std::string newTable(const char* prefix);
     /// Drops the temporary tables of the job except those in `kept`. Never throws.
     void dropTables(const std::set<std::string>& kept = {}) noexcept;
     /// Throws JobError if the session does not offer what the step needs.
     void require(Feature feature, const std::string& step) const;
+    /// The session of the embedded database, in which components compute.
+    Session& localSession() const { return session->local(); }
+    /// Whether the backend is not the embedded database.
+    bool isRemote() const { return &localSession() != session.get(); }
+    /// The session in which statements on a relation run.
+    Session& sessionOf(const Node& node) const { return node.isLocal ? localSession() : *session; }
     bool stopping() const { return cancellation && cancellation->stopping(); }
 
 private:

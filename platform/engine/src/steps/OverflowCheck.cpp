@@ -24,7 +24,7 @@ OverflowCheck::OverflowCheck(OverflowedOutputs outputs, std::string step)
 {
 }
 
-void OverflowCheck::start(Cancellation&)
+void OverflowCheck::start(Cancellation&, const Progress&)
 {
     for (const auto& output : _outputs)
         output->takeCount();

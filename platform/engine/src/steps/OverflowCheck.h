@@ -42,7 +42,7 @@ class OverflowCheck : public SourceCheck
 public:
     OverflowCheck(OverflowedOutputs outputs, std::string step);
 
-    void start(Cancellation& cancellation) override;
+    void start(Cancellation& cancellation, const Progress& progress) override;
     void finish(Session& session, Reporter& reporter) override;
     void abandon(const StatementFault&) override {}
 

@@ -71,7 +71,7 @@ class ParquetCheck : public SourceCheck
 {
 public:
     explicit ParquetCheck(std::string path) : _path(std::move(path)) {}
-    void start(Cancellation&) override {}
+    void start(Cancellation&, const Progress&) override {}
     void finish(Session&, Reporter&) override {}
     void abandon(const StatementFault& fault) override
     {

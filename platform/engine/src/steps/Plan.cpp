@@ -67,6 +67,7 @@ NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
     for (const NodePtr& input : inputs) {
         node->depth = std::max(node->depth, input->shared ? 1 : input->depth + 1);
         node->steps = std::max(node->steps, input->steps + 1);
+        node->isLocal = node->isLocal || input->isLocal;
     }
     if (node->steps > kMostSteps)
         throw JobError(errors::kLiteralSize, {.limit = kMostSteps,

@@ -9,6 +9,7 @@
 #include "dialect/Dialect.h"
 #include "runtime/Cancellation.h"
 #include "runtime/DataModel.h"
+#include "runtime/Progress.h"
 
 namespace EmbeddedHV {
 
@@ -28,8 +29,8 @@ class SourceCheck
 {
 public:
     virtual ~SourceCheck() = default;
-    /// Called before the statement.
-    virtual void start(Cancellation& cancellation) = 0;
+    /// Called before the statement. `progress` is for work that takes long.
+    virtual void start(Cancellation& cancellation, const Progress& progress) = 0;
     /// Called after a statement succeeded and before its output gets its name. Throws JobError or
     /// Reread.
     virtual void finish(Session& session, Reporter& reporter) = 0;
@@ -64,9 +65,11 @@ struct Node
     std::shared_ptr<DataModelExport> exported; ///< null except for dataModelBuilder
     bool readsOnce = false;                    ///< a source whose records cannot be read again
     bool shared = false; ///< used more than once, so it is evaluated into a table
-    int depth = 0;       ///< steps since the last table or source
-    int steps = 1;       ///< steps since the source
-    std::string table;   ///< empty until it is evaluated
+    /// The embedded database has the records, and the job runs on a cluster.
+    bool isLocal = false;
+    int depth = 0;     ///< steps since the last table or source
+    int steps = 1;     ///< steps since the source
+    std::string table; ///< empty until it is evaluated
 };
 
 /// Whether a walk continues past nodes whose records are in a table.
@@ -84,7 +87,8 @@ std::vector<Node*> inputsFirst(Node& last, Walk walk);
 /// records.
 bool canReadAgain(Node& node);
 
-/// Makes a relation over others and computes its depth. Throws JobError if the chain is too long.
+/// Makes a relation over others, which are all local or all not, and computes its depth. Throws
+/// JobError if the chain is too long.
 NodePtr derivedNode(Fields fields, std::vector<NodePtr> inputs,
                     std::function<std::string(const std::vector<std::string>&)> select);
 
@@ -115,8 +119,9 @@ public:
     virtual void commit() = 0;
 };
 
-/// A step in the middle of a chain whose output fields depend on its input records. It runs as a
-/// separate statement before the later steps are planned.
+/// Records that must be there before the steps that use them are planned: a step in the middle of
+/// a chain whose output fields depend on its input records, or the records of a cluster that a
+/// component needs. It runs as a separate statement.
 class Stage : public Output
 {
 public:
@@ -132,8 +137,10 @@ struct Statement
     std::string steps;              ///< "read -> filterRecords -> write", for messages
     /// The documents that the steps of the result export.
     std::vector<std::shared_ptr<DataModelExport>> exports;
-    /// If the statement is a stage: its step and the stage. The output owns the stage.
+    /// If the statement is a stage: its step, whether the stage is the step's input, and the stage.
+    /// The output owns the stage.
     const language::Step* stagedStep = nullptr;
+    bool stagesInput = false;
     Stage* stage = nullptr;
 };
 

@@ -1,10 +1,12 @@
 #include "steps/Planner.h"
 
+#include <utility>
 #include <variant>
 
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "base/NearestName.h"
+#include "base/ScopeExit.h"
 #include "language/Parser.h"
 #include "language/TextCursor.h"
 #include "steps/ArgumentReader.h"
@@ -23,18 +25,6 @@ std::string stepsOf(const language::Pipeline& pipeline)
     for (const language::Step& step : pipeline.steps)
         steps += (steps.empty() ? "" : " -> ") + step.fullName();
     return steps;
-}
-
-using StagedRecords = std::map<const language::Step*, NodePtr>;
-
-/// The step after the last one whose records are available, or the first step.
-std::vector<language::Step>::const_iterator lastStaged(const language::Pipeline& pipeline,
-                                                       const StagedRecords& staged)
-{
-    auto step = pipeline.steps.end();
-    while (step != pipeline.steps.begin() && !staged.contains(&*std::prev(step)))
-        --step;
-    return step;
 }
 
 } // namespace
@@ -80,9 +70,7 @@ void Planner::checkSteps(const language::Pipeline& pipeline)
 {
     for (const language::Step& step : pipeline.steps) {
         stepKind(step, _components);
-        if (!step.nameSpace.empty())
-            _context.require(Feature::Components, step.fullName());
-        else if (step.name == "reprojection")
+        if (step.nameSpace.empty() && step.name == "reprojection")
             _context.require(Feature::Maps, step.name);
     }
     for (const std::string& name : chainsIn(pipeline))
@@ -197,11 +185,9 @@ Statement Planner::statementOf(StepResult result, std::string steps)
     return statement;
 }
 
-void Planner::runFirst(StepResult stage, const language::Step& step, const std::string& steps)
+void Planner::runFirst(Statement stage, Stage* made, const language::Step& step)
 {
-    Stage* const made = stage.stage.get();
-    auto statement = std::make_shared<Statement>(
-        statementOf({std::move(stage.node), std::move(stage.stage)}, steps));
+    auto statement = std::make_shared<Statement>(std::move(stage));
     statement->stagedStep = &step;
     statement->stage = made;
     throw StageFirst{std::move(statement)};
@@ -209,14 +195,15 @@ void Planner::runFirst(StepResult stage, const language::Step& step, const std::
 
 void Planner::keepStage(const Statement& stage)
 {
-    _staged[stage.stagedStep] = stage.stage->records();
+    (stage.stagesInput ? _collected : _staged)[stage.stagedStep] = stage.stage->records();
 }
 
 std::set<std::string> Planner::forgetPlans()
 {
     std::set<std::string> tables;
-    for (const auto& [step, records] : _staged)
-        tables.insert(records->table);
+    for (const StagedRecords* stages : {&_staged, &_collected})
+        for (const auto& [step, records] : *stages)
+            tables.insert(records->table);
     std::erase_if(_planned, [&tables](const auto& chain) {
         const bool evaluated = chain.second && !chain.second->table.empty();
         if (evaluated)
@@ -230,11 +217,8 @@ StepResult Planner::planPipeline(const language::Pipeline& pipeline)
 {
     StepResult result;
     std::string before;
-    // Steps before a finished stage are not planned again.
-    auto step = lastStaged(pipeline, _staged);
-    if (step != pipeline.steps.begin())
-        result.node = _staged.at(&*std::prev(step));
-    else if (!pipeline.input.empty())
+    auto step = firstUnstaged(pipeline, result.node);
+    if (!result.node && !pipeline.input.empty())
         result.node = planChain(pipeline.input, pipeline.steps.front().fullName());
     for (; step != pipeline.steps.end(); ++step) {
         if (result.output)
@@ -243,10 +227,32 @@ StepResult Planner::planPipeline(const language::Pipeline& pipeline)
                             .what = "nothing can follow " + before + ", which gives no records"});
         result = planStep(*step, std::move(result.node));
         before = step->fullName();
-        if (result.stage)
-            runFirst(std::move(result), *step, before);
+        if (result.stage) {
+            Stage* const stage = result.stage.get();
+            runFirst(statementOf({std::move(result.node), std::move(result.stage)}, before), stage,
+                     *step);
+        }
     }
     return result;
+}
+
+/// The first step to be planned: the steps before a finished stage are not planned again. Sets
+/// `records` to those of the stage.
+std::vector<language::Step>::const_iterator
+Planner::firstUnstaged(const language::Pipeline& pipeline, NodePtr& records) const
+{
+    for (auto step = pipeline.steps.end(); step != pipeline.steps.begin();) {
+        --step;
+        if (const auto found = _staged.find(&*step); found != _staged.end()) {
+            records = found->second;
+            return std::next(step);
+        }
+        if (const auto found = _collected.find(&*step); found != _collected.end()) {
+            records = found->second;
+            return step;
+        }
+    }
+    return pipeline.steps.begin();
 }
 
 /// Plans a chain when it is first used.
@@ -289,7 +295,54 @@ StepResult Planner::planStep(const language::Step& step, NodePtr input)
             errors::kStepInput,
             {.step = call.name, .what = "the step takes one input, not " + std::to_string(inputs)});
     readArguments(step, kind, call);
-    return kind.plan(call);
+    if (!_context.isRemote())
+        return kind.plan(call);
+    moveInputs(step, kind, call);
+    StepResult result = kind.plan(call);
+    // A component computes on the embedded database, also if it has no input.
+    result.node->isLocal = result.node->isLocal || !step.nameSpace.empty();
+    return result;
+}
+
+/// Components compute on the embedded database, and all other steps on the cluster. So records move
+/// before a step that finds them in the wrong place.
+void Planner::moveInputs(const language::Step& step, const StepKind& kind, StepCall& call)
+{
+    const bool isComponent = !step.nameSpace.empty();
+    for (StepInput& input : call.inputs) {
+        if (isComponent && !input.node->isLocal && _context.plansOnly)
+            input.node = _context.localTable(input.node->fields, "hv_collected");
+        else if (isComponent && !input.node->isLocal)
+            collectFirst(step, kind, call);
+        if (!isComponent && input.node->isLocal)
+            input.node = sentRecords(input.node, call.name);
+    }
+}
+
+void Planner::collectFirst(const language::Step& step, const StepKind& kind, StepCall& call)
+{
+    Fields fields;
+    if (kind.fieldsRead) {
+        // The component sends its messages when it is planned.
+        MessageSink message = std::exchange(_context.message, [](auto&&...) {});
+        const base::ScopeExit restore([&] { _context.message = std::move(message); });
+        fields = kind.fieldsRead(call);
+    }
+    if (fields.empty())
+        fields = call.input()->fields;
+    auto stage = _context.dataFiles->collection(_context, call.name, fields);
+    Stage* const made = stage.get();
+    Statement statement = statementOf({call.input(), std::move(stage)}, call.name);
+    statement.stagesInput = true;
+    runFirst(std::move(statement), made, step);
+}
+
+NodePtr Planner::sentRecords(const NodePtr& local, const std::string& step)
+{
+    NodePtr& sent = _sent[local];
+    if (!sent)
+        sent = _context.dataFiles->sent(local, step);
+    return sent;
 }
 
 void Planner::gatherInputs(const language::Step& step, NodePtr input, StepCall& call)

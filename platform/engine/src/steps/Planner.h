@@ -30,6 +30,8 @@ public:
     std::set<std::string> forgetPlans();
 
 private:
+    using StagedRecords = std::map<const language::Step*, NodePtr>;
+
     void bindNames();
     void checkSteps(const language::Pipeline& pipeline);
     void checkCycles();
@@ -39,8 +41,13 @@ private:
 
     Statement statementOf(StepResult result, std::string steps);
     StepResult planPipeline(const language::Pipeline& pipeline);
-    [[noreturn]] void runFirst(StepResult stage, const language::Step& step,
-                               const std::string& steps);
+    std::vector<language::Step>::const_iterator firstUnstaged(const language::Pipeline& pipeline,
+                                                              NodePtr& records) const;
+    [[noreturn]] void runFirst(Statement stage, Stage* made, const language::Step& step);
+    void moveInputs(const language::Step& step, const StepKind& kind, StepCall& call);
+    [[noreturn]] void collectFirst(const language::Step& step, const StepKind& kind,
+                                   StepCall& call);
+    NodePtr sentRecords(const NodePtr& local, const std::string& step);
     StepResult planStep(const language::Step& step, NodePtr input);
     void gatherInputs(const language::Step& step, NodePtr input, StepCall& call);
     void readArguments(const language::Step& step, const StepKind& kind, StepCall& call);
@@ -59,10 +66,12 @@ private:
     std::vector<const language::Pipeline*> _statements;
     std::map<std::string, const language::Pipeline*> _chains;
     Definitions _values;
-    std::map<std::string, int> _uses;                 ///< of chains
-    std::map<std::string, int> _iteratorReads;        ///< of row iterators
-    std::map<std::string, NodePtr> _planned;          ///< chains that are planned
-    std::map<const language::Step*, NodePtr> _staged; ///< the records of stages that have run
+    std::map<std::string, int> _uses;          ///< of chains
+    std::map<std::string, int> _iteratorReads; ///< of row iterators
+    std::map<std::string, NodePtr> _planned;   ///< chains that are planned
+    StagedRecords _staged;                     ///< the results of stages that have run
+    StagedRecords _collected;                  ///< inputs of components that stages have collected
+    std::map<NodePtr, NodePtr> _sent; ///< local relations and what the cluster gets of them
 };
 
 } // namespace EmbeddedHV

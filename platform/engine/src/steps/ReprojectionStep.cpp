@@ -51,7 +51,7 @@ class LossCheck : public SourceCheck
 {
 public:
     LossCheck(Moves moves, std::string step) : _moves(std::move(moves)), _step(std::move(step)) {}
-    void start(Cancellation&) override
+    void start(Cancellation&, const Progress&) override
     {
         for (const auto& move : _moves)
             move->reprojection().takeLost();

@@ -1,5 +1,7 @@
 #include "steps/StepCall.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "ErrorIds.h"
@@ -7,6 +9,14 @@
 #include "base/NearestName.h"
 
 namespace EmbeddedHV {
+
+Fields chosenFields(const Fields& fields, const std::set<std::string>& names)
+{
+    Fields chosen;
+    std::copy_if(fields.begin(), fields.end(), std::back_inserter(chosen),
+                 [&names](const CFField& field) { return names.contains(field.GetName()); });
+    return chosen;
+}
 
 const CFField& fieldOf(const Fields& fields, const std::string& field, const FieldUse& use)
 {

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -54,6 +55,9 @@ struct StepResult
     std::unique_ptr<Output> output;
     std::unique_ptr<Stage> stage = nullptr;
 };
+
+/// The fields with these names, in their order.
+Fields chosenFields(const Fields& fields, const std::set<std::string>& names);
 
 /// A place where a step names a field.
 struct FieldUse

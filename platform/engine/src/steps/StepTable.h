@@ -31,6 +31,8 @@ struct StepKind
     StepInputs inputs;
     StepArguments arguments;
     StepResult (*plan)(StepCall&);
+    /// The fields of the input that a component reads. Null: all.
+    Fields (*fieldsRead)(StepCall&) = nullptr;
 };
 
 /// Finds the component that a step with a namespace calls. Throws JobError.

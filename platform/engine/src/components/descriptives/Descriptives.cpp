@@ -1,5 +1,7 @@
 #include "components/descriptives/Descriptives.h"
 
+#include <set>
+
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "components/ComponentQueries.h"
@@ -136,6 +138,23 @@ private:
 };
 
 } // namespace
+
+Fields describedFields(StepCall& call)
+{
+    const DescriptivesSettings settings = descriptivesSettings(call);
+    std::set<std::string> names;
+    const auto add = [&names](const Fields& fields) {
+        for (const CFField& field : fields)
+            names.insert(field.GetName());
+    };
+    add(settings.fields);
+    for (const Fields& point : settings.points)
+        add(point);
+    for (const auto& name : {settings.weight, settings.groupField})
+        if (name)
+            names.insert(*name);
+    return chosenFields(call.input()->fields, names);
+}
 
 StepResult planDescriptives(StepCall& call)
 {

@@ -20,8 +20,9 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr StepKind kComponents[] = {
-    {"descriptives:descriptives", StepInputs::One, StepArguments::Component, planDescriptives},
-    {"tsdp:tsdp", StepInputs::One, StepArguments::Component, planTsdp},
+    {"descriptives:descriptives", StepInputs::One, StepArguments::Component, planDescriptives,
+     describedFields},
+    {"tsdp:tsdp", StepInputs::One, StepArguments::Component, planTsdp, preparedFields},
     {"tcm:train", StepInputs::One, StepArguments::ComponentWithInputs, planTrain},
     {"tcm:score", StepInputs::One, StepArguments::ComponentWithInputs, planTcmScore},
     {"tcm:ar", StepInputs::One, StepArguments::ComponentWithInputs, planTcmAr},

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 #include "ErrorIds.h"
 #include "JobError.h"
@@ -51,7 +52,7 @@ class GroupSizeCheck : public SourceCheck
 public:
     explicit GroupSizeCheck(JobContext& context) : _context(context) {}
 
-    void start(Cancellation&) override {}
+    void start(Cancellation&, const Progress&) override {}
     void finish(Session&, Reporter&) override {}
     void abandon(const StatementFault& fault) override
     {
@@ -231,6 +232,16 @@ private:
 };
 
 } // namespace
+
+Fields preparedFields(StepCall& call)
+{
+    const TsdpSettings settings = tsdpSettings(call);
+    std::set<std::string> names;
+    for (const Fields* fields : {&settings.timeFields, &settings.dimensions, &settings.metrics})
+        for (const CFField& field : *fields)
+            names.insert(field.GetName());
+    return chosenFields(call.input()->fields, names);
+}
 
 StepResult planTsdp(StepCall& call)
 {

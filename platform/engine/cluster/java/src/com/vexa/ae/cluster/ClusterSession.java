@@ -19,47 +19,42 @@ import scala.Option;
 /**
  * A session on a cluster's server. Its views and settings end with it.
  *
- * One thread at a time, except `interrupt`, which any thread may call. A name of a view needs no quotes.
+ * One thread at a time, except `interrupt` and `abandon`, which any thread may call. A name of a view needs no quotes.
  */
 public final class ClusterSession implements AutoCloseable
 {
     private final Connection connection;
     private final SparkConnectClient client;
-    private final String version;
+    private final long retryMillis;
     private boolean isClosed;
 
-    private ClusterSession(Connection connection) throws ClusterFault
-    {
-        this.connection = connection;
-        client = connection.client();
-        version = ask("", () -> client.analyze(AnalyzePlanRequest.newBuilder().setSparkVersion(
-            AnalyzePlanRequest.SparkVersion.getDefaultInstance())).getSparkVersion().getVersion());
-    }
-
     /**
-     * Opens a session and asks the server for its version.
+     * A session that is not connected yet.
      *
      * @param url "sc://host:port", with options after "/;" as the server's documentation describes them
-     * @param callMillis how long this call, and later each one that runs no statement, may take
-     * @param retryMillis how long after its last answer a server is tried again, from now on
+     * @param callMillis how long connect, and later each call that runs no statement, may take
+     * @param retryMillis how long after its last answer a server is tried again, once connected
      */
-    public static ClusterSession open(String url, long callMillis, long retryMillis) throws ClusterFault
+    public ClusterSession(String url, long callMillis, long retryMillis) throws ClusterFault
     {
-        Connection connection = new Connection(url, callMillis);
-        try {
-            ClusterSession session = new ClusterSession(connection);
-            connection.setRetryMillis(retryMillis);
-            return session;
-        } catch (ClusterFault | RuntimeException | Error fault) {
-            connection.close();
-            throw fault;
-        }
+        connection = new Connection(url, callMillis);
+        client = connection.client();
+        this.retryMillis = retryMillis;
     }
 
-    /** The server's version, for example "4.2.0". */
-    public String version()
+    /** Connects to the server. Returns its version, for example "4.2.0". */
+    public String connect() throws ClusterFault
     {
+        String version = ask("", () -> client.analyze(AnalyzePlanRequest.newBuilder().setSparkVersion(
+            AnalyzePlanRequest.SparkVersion.getDefaultInstance())).getSparkVersion().getVersion());
+        connection.setRetryMillis(retryMillis);
         return version;
+    }
+
+    /** Ends a call of connect, which then fails. Nothing but close may follow. Any thread. */
+    public void abandon()
+    {
+        client.shutdown();
     }
 
     /** Changes settings of this session: a name and a value in turn. */

@@ -8,7 +8,9 @@ import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.vexa.ae.loading.ClusterLibrary;
 import java.io.File;
+import java.io.IOException;
 import java.lang.reflect.Field;
+import java.net.ServerSocket;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
@@ -38,7 +40,8 @@ class ClusterSessionTest
 
     private static ClusterSession open() throws ClusterFault
     {
-        ClusterSession session = ClusterSession.open(URL, LIMIT, 3_000);
+        ClusterSession session = new ClusterSession(URL, LIMIT, 3_000);
+        assertTrue(session.connect().matches("4\\..*"));
         session.configure("spark.sql.session.timeZone", "UTC", "spark.sql.timestampType",
             "TIMESTAMP_NTZ", "spark.sql.timeType.enabled", "true");
         return session;
@@ -83,7 +86,6 @@ class ClusterSessionTest
             + " TIME'12:34:56.123456' t, TIMESTAMP_NTZ'1582-10-10 00:00:00.000001' m, true b,"
             + " CAST(-12.345 AS DECIMAL(38,3)) n, '' e";
         try (ClusterSession session = open()) {
-            assertTrue(session.version().matches("4\\..*"), session.version());
             assertEquals(List.of("BIGINT", "DOUBLE", "STRING", "DATE", "TIME(6)", "TIMESTAMP_NTZ",
                 "BOOLEAN", "DECIMAL(38,3)", "STRING"), types(session.schema("SELECT " + columns)));
             assertEquals(
@@ -204,11 +206,37 @@ class ClusterSessionTest
     void aWrongAddressIsOneFaultWithItsCause(String url, String kind, String words)
     {
         long start = System.nanoTime();
-        ClusterFault fault = assertThrows(
-            ClusterFault.class, () -> ClusterSession.open(url, LIMIT, 60_000));
+        ClusterFault fault = assertThrows(ClusterFault.class, () -> {
+            try (ClusterSession session = new ClusterSession(url, LIMIT, 60_000)) {
+                session.connect();
+            }
+        });
         assertEquals(kind, fault.kind().name());
         assertTrue(fault.getMessage().contains(words), fault.getMessage());
         assertTrue(System.nanoTime() - start < 15e9, "it is tried for too long");
+    }
+
+    @Test
+    void aConnectionIsAbandoned() throws Exception
+    {
+        // It takes connections and does not answer.
+        try (ServerSocket silent = new ServerSocket(0);
+                ClusterSession session = new ClusterSession(
+                    "sc://127.0.0.1:" + silent.getLocalPort(), LIMIT, 60_000)) {
+            Thread abandons = new Thread(() -> {
+                try {
+                    silent.accept();
+                } catch (IOException closed) {
+                    // The next call fails.
+                }
+                session.abandon();
+            });
+            abandons.start();
+            long start = System.nanoTime();
+            assertThrows(ClusterFault.class, session::connect);
+            assertTrue(System.nanoTime() - start < 10e9, "it waits for the answer");
+            abandons.join();
+        }
     }
 
     private interface Work

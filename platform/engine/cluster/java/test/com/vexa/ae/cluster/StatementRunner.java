@@ -23,7 +23,8 @@ final class StatementRunner
     public static void main(String[] arguments) throws Exception
     {
         PrintStream out = new PrintStream(System.out, false, StandardCharsets.UTF_8);
-        try (ClusterSession session = ClusterSession.open(System.getProperty("cluster.url"), 120_000, 60_000)) {
+        try (ClusterSession session = new ClusterSession(System.getProperty("cluster.url"), 120_000, 60_000)) {
+            session.connect();
             for (String statement = next(); statement != null; statement = next()) {
                 try {
                     out.print("ok" + run(session, statement) + '\n');
