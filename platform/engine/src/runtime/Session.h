@@ -71,6 +71,12 @@ public:
 
     /// The SQL name of a table. Prepares the place for tables of this owner. Throws JobError.
     virtual std::string tableName(const std::string& table, TableOwner owner) = 0;
+    /// The FROM item with the records of a table of the job, in the order of the SELECT that made
+    /// it.
+    virtual std::string recordsOf(const std::string& table, const datafile::Fields& /*fields*/)
+    {
+        return tableName(table, TableOwner::Job);
+    }
     /// Begins to append the records of a SELECT to a table of the service, column by column by
     /// name. Returns the statement to run next. endAddition makes the records visible, undoAddition
     /// takes them back. One addition at a time.

@@ -164,7 +164,7 @@ std::string Job::selectOf(const Node& node) const
 
 std::string Job::render(const Node& node) const
 {
-    return node.shared ? _context.sessionOf(node).tableName(node.table, TableOwner::Job)
+    return node.shared ? _context.sessionOf(node).recordsOf(node.table, node.fields)
                        : "(" + selectOf(node) + ")";
 }
 

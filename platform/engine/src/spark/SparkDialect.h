@@ -57,6 +57,10 @@ public:
     std::string newTemporaryTable(const std::string& table,
                                   const std::string& select) const override;
     std::string addition(const std::string& table, const std::string& select) const override;
+    /// The FROM item with the records of a table of Parquet files in the order of the SELECT that
+    /// made it. The cluster reads large files first. It drops the order again where nothing depends
+    /// on it, for example below a sum.
+    std::string inFileOrder(const std::string& table, const datafile::Fields& fields) const;
 };
 
 /// The only instance.

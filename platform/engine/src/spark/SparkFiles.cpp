@@ -24,6 +24,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// A CSV file of a byte for each value has eight times its size as records.
+constexpr std::uintmax_t kLargestRatio = 8;
+
 /// Whether this process sees something of this path.
 bool isSeenHere(const std::string& path)
 {
@@ -101,9 +104,21 @@ NodePtr SparkFiles::planned(JobContext& context, const std::string& name, Plan p
     return sentNode(_session, std::move(records));
 }
 
+/// Whether this process reads the file and sends its records. It knows more about bad records than
+/// the cluster, where one task reads a file.
+bool SparkFiles::isSent(const std::string& path) const
+{
+    if (_files.isOwn(path))
+        return true;
+    std::error_code error;
+    const std::uintmax_t bytes = isOfCluster(path) ? 0 : fs::file_size(path, error);
+    const auto most = static_cast<std::uintmax_t>(_session.engine().settings().uploadBytes);
+    return !isOfCluster(path) && !error && bytes <= most / kLargestRatio;
+}
+
 NodePtr SparkFiles::csv(JobContext& context, const CsvReadSettings& settings) const
 {
-    if (!_files.isOwn(settings.path))
+    if (!isSent(settings.path))
         return planClusterCsv(_session, context, settings);
     return planned(context, settings.path,
                    [&](JobContext& edge) { return planCsv(edge, settings); });
@@ -114,9 +129,24 @@ std::string SparkFiles::folderOf(const std::string& path) const
     return _files.isOwn(path) ? _session.jobFolder() + "/" + fileNameOf(path) : path;
 }
 
+/// Whether the workers do not see a file or folder that this process sees.
+bool SparkFiles::isOnlyHere(const std::string& path) const
+{
+    if (_files.isOwn(path) || !isSeenHere(path))
+        return false;
+    try {
+        _session.client().schema("SELECT * FROM " + _session.parquetTable(path));
+        return false;
+    } catch (const ClusterFault& fault) {
+        return fault.isCondition("PATH_NOT_FOUND");
+    } catch (const JavaFailure&) {
+        return false; // the next statement reports the failure
+    }
+}
+
 NodePtr SparkFiles::parquet(JobContext& context, const ParquetReadSettings& settings) const
 {
-    if (settings.kind == FileKind::Sav)
+    if (settings.kind == FileKind::Sav || isOnlyHere(settings.path))
         return planned(context, settings.path,
                        [&](JobContext& edge) { return planParquet(edge, settings); });
     ParquetReadSettings onCluster = settings;
@@ -144,7 +174,9 @@ WrittenFile SparkFiles::fetched(JobContext& context, const WrittenFile& file) co
     writer.start(duckDialect().fileOf(writer.select(), {here.content->path(), false, file.fields,
                                                         kDataModelKey, dataModelOf(file.fields)}),
                  "writes the file " + file.path);
-    const std::string select = "SELECT * FROM " + _session.parquetTable(file.path);
+    const std::string select =
+        "SELECT * FROM " +
+        sparkDialect().inFileOrder(_session.parquetTable(file.path), file.fields);
     _session.stream(
         typedSelect(file.fields, select), *context.cancellation, [](double) {},
         [&writer](RecordBatch& batch) { writer.put(batch); });

@@ -6,10 +6,11 @@
 
 namespace EmbeddedHV {
 
-/// The files of a job on the cluster. The workers read CSV and HVBF files and write HVBF folders. A
-/// path without a scheme is one of a file system that the workers and this process share. This
-/// process reads SAV files and plain names in the engine's folder, and sends their records; it
-/// writes CSV and SAV files from records that the cluster returns.
+/// The files of a job on the cluster. The workers read HVBF files and large CSV files and write
+/// HVBF folders. A path without a scheme is one of a file system that the workers and this process
+/// share, or a file of this process. This process reads SAV files, CSV files of moderate size and
+/// what the workers do not see, and sends the records; it writes CSV and SAV files from records
+/// that the cluster returns.
 class SparkFiles final : public DataFiles
 {
 public:
@@ -38,6 +39,8 @@ private:
     NodePtr planned(JobContext& context, const std::string& name, Plan plan) const;
     JobContext& edge(const JobContext& context) const;
     std::string folderOf(const std::string& path) const;
+    bool isSent(const std::string& path) const;
+    bool isOnlyHere(const std::string& path) const;
 
     SparkSession& _session;
     const FileSpace& _files;

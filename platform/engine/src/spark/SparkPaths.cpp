@@ -19,7 +19,11 @@ bool isOfCluster(const std::string& path)
 
 std::string clusterPath(const std::string& path)
 {
-    return isOfCluster(path) || path.starts_with("file:") ? path : "file:" + path;
+    if (isOfCluster(path) || path.starts_with("file:"))
+        return path;
+    // After "file:", two slashes begin the name of a machine.
+    const std::size_t slashes = std::min(path.find_first_not_of('/'), path.size());
+    return "file:" + path.substr(slashes > 1 ? slashes - 1 : 0);
 }
 
 std::string clusterPattern(const std::string& path)

@@ -20,6 +20,9 @@ constexpr std::int64_t kMostInLimit = std::numeric_limits<std::int32_t>::max();
 /// A value that no file has, so that an empty value and an empty text in quotes differ.
 constexpr const char* kNoValue = "\\ue000hv\\ue001";
 
+/// The hidden column of the server with the file and the place of each record.
+constexpr const char* kFileMetadata = "_metadata";
+
 /// The options that read and write CSV as RFC 4180 says.
 constexpr const char* kCsvOptions =
     "'sep' = ',', 'quote' = '\"', 'escape' = '\"', 'encoding' = 'UTF-8', 'inferSchema' = 'false', "
@@ -106,6 +109,20 @@ std::string allConvert(const SparkDialect& dialect, const CsvSource& source)
 }
 
 } // namespace
+
+std::string SparkDialect::inFileOrder(const std::string& table,
+                                      const datafile::Fields& fields) const
+{
+    const bool hidesMetadata = std::any_of(fields.begin(), fields.end(), [](const CFField& field) {
+        return field.GetName() == kFileMetadata;
+    });
+    if (hidesMetadata)
+        return table;
+    const std::string metadata = kFileMetadata;
+    return "(SELECT * EXCEPT (hv_file, hv_row) FROM (SELECT *, " + metadata +
+           ".file_name AS hv_file, " + metadata + ".row_index AS hv_row FROM " + table +
+           ") ORDER BY hv_file, hv_row)";
+}
 
 std::string SparkDialect::recordNumber() const
 {

@@ -218,6 +218,11 @@ std::string SparkSession::tableName(const std::string& table, TableOwner owner)
     return dialect.name(_engine.sourceDatabase()) + "." + dialect.name(table);
 }
 
+std::string SparkSession::recordsOf(const std::string& table, const Fields& fields)
+{
+    return sparkDialect().inFileOrder(tableName(table, TableOwner::Job), fields);
+}
+
 /// The records first go to a table of the job, because the cluster cannot take back what it has
 /// added to a table.
 std::string SparkSession::beginAddition(const std::string& table, const std::string& select)

@@ -35,6 +35,7 @@ public:
     void stream(const std::string& sql, Cancellation& cancellation, const Progress& progress,
                 const std::function<void(RecordBatch&)>& take) override;
     std::string tableName(const std::string& table, TableOwner owner) override;
+    std::string recordsOf(const std::string& table, const Fields& fields) override;
     std::string beginAddition(const std::string& table, const std::string& select) override;
     void endAddition() override;
     void undoAddition() override;
