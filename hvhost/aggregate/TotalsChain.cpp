@@ -9,13 +9,12 @@
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/job/EngineStep.h"
 #include "hvhost/show/ResultTable.h"
+#include "hvhost/show/ResultWords.h"
 #include "hvl/HVLExpressionFun.h"
 #include "hvl/HVLFilterFields.h"
 #include "hvl/HVLUnion.h"
 
 namespace {
-
-constexpr const char* kTotalWord = "(all)";
 
 /// A field that sorts totals after the groups that they sum up: 1 if the record sums up the key.
 std::string flagOf(std::size_t key)
@@ -117,13 +116,14 @@ void showTotals(ResultTable& table)
 {
     const std::size_t keys = table.keyCount;
     const auto place = static_cast<std::ptrdiff_t>(keys);
+    const std::string all = word("(all)");
     for (std::size_t key = 0; key < keys; ++key)
         table.columns[key].storage = CFField::String;
     table.columns.erase(table.columns.begin() + place);
     for (ResultTable::Row& row : table.rows) {
         const auto level = static_cast<std::size_t>(std::atoll(row[keys].value_or("0").c_str()));
         std::fill(row.begin() + static_cast<std::ptrdiff_t>(keys - level), row.begin() + place,
-                  kTotalWord);
+                  all);
         row.erase(row.begin() + place);
     }
 }

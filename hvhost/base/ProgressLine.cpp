@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Translation.h"
 #include "hvhost/base/StandardStreams.h"
+#include "hvhost/base/Text.h"
 
 namespace {
 
@@ -27,8 +29,9 @@ std::string shownRest(std::chrono::duration<double> spent, double fraction)
     const auto seconds = std::lround(spent.count() * (1 - fraction) / fraction);
     constexpr long kMinute = 60;
     if (seconds < 2 * kMinute)
-        return ", about " + std::to_string(std::max(seconds, 1L)) + " s left";
-    return ", about " + std::to_string((seconds + kMinute / 2) / kMinute) + " min left";
+        return filled(translate(", about ^1 s left"), {std::to_string(std::max(seconds, 1L))});
+    return filled(translate(", about ^1 min left"),
+                  {std::to_string((seconds + kMinute / 2) / kMinute)});
 }
 
 } // namespace

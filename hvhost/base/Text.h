@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,14 @@ std::string withoutLineEnds(std::string text);
 
 /// The text on one line and without control characters for a terminal.
 std::string printable(std::string text);
+
+/// The pattern with ^1, ^2 and so on replaced by the parts. A place without a part stays.
+std::string filled(const std::string& pattern, std::initializer_list<std::string> parts);
+
+/// Gives the text for a key, which is the text in English.
+using Wording = std::string (*)(const std::string& key);
+/// For programs, and for messages that people search for.
+std::string inEnglish(const std::string& key);
 
 /// A hint for an unknown word: "did you mean WORD?" with the most similar of the words, or
 /// `otherwise` if none is similar.

@@ -13,6 +13,7 @@
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/FieldTypes.h"
 #include "hvhost/job/HostSession.h"
+#include "hvhost/show/ResultWords.h"
 #include "hvl/HVLUnion.h"
 
 namespace {
@@ -58,10 +59,10 @@ void tellLacking(const std::vector<AppendedField>& fields, const CombinedInputs&
         for (std::size_t name = 0; name < names.size() && name < kNamedFields; ++name)
             text += (name == 0 ? "\"" : ", \"") + names[name] + "\"";
         if (names.size() > kNamedFields)
-            text += " and " + std::to_string(names.size() - kNamedFields) + " more";
+            text = sentence("^1 and ^2 more", {text, std::to_string(names.size() - kNamedFields)});
         if (!names.empty())
-            printMessage("hvhost: " + inputs.name(i) + " has no field " + text +
-                         ", missing in its records");
+            printMessage("hvhost: " + sentence("^1 has no field ^2, missing in its records",
+                                               {inputs.name(i), text}));
     }
 }
 

@@ -19,6 +19,7 @@
 #include "hvhost/input/FieldTypes.h"
 #include "hvhost/job/HostSession.h"
 #include "hvhost/show/OutputShown.h"
+#include "hvhost/show/ResultWords.h"
 #include "hvhost/show/ShownResult.h"
 #include "hvhost/show/TextTable.h"
 
@@ -27,16 +28,21 @@ namespace {
 /// The number of keys without a partner that the message names.
 constexpr long long kNamedKeys = 5;
 
-std::string counted(double count, const char* thing)
+std::string countedKeys(double count)
 {
-    return base::shortestNumber(count) + " " + thing + (count == 1 ? "" : "s");
+    return counted(count, "^1 key", "^1 keys");
+}
+
+std::string countedRecords(double count)
+{
+    return counted(count, "^1 record", "^1 records");
 }
 
 std::string namedKey(const ResultTable::Row& row)
 {
     std::string text;
     for (std::size_t i = 0; i + 1 < row.size(); ++i)
-        text += (i == 0 ? "" : " | ") + row[i].value_or("(missing)");
+        text += (i == 0 ? "" : " | ") + row[i].value_or(word("(missing)"));
     return text;
 }
 
@@ -44,25 +50,27 @@ void tellUnmatched(const KeyReport::Unmatched& side, const std::string& name)
 {
     if (side.keys == 0)
         return;
-    std::string text = "only in " + name + ": " + counted(static_cast<double>(side.keys), "key") +
-                       ", " + counted(side.records, "record") + ":";
+    std::string text;
     long long named = 0;
     for (const ResultTable::Row& row : side.shown.rows) {
         if (named == kNamedKeys)
             break;
-        text += (named++ == 0 ? " " : ", ") + namedKey(row);
+        text += (named++ == 0 ? "" : ", ") + namedKey(row);
     }
-    printMessage("hvhost: " + text + (side.keys > named ? ", ..." : ""));
+    printMessage("hvhost: " + sentence("only in ^1: ^2, ^3: ^4",
+                                       {name, countedKeys(static_cast<double>(side.keys)),
+                                        countedRecords(side.records),
+                                        text + (side.keys > named ? ", ..." : "")}));
 }
 
 void tellMatched(const KeyReport::Matched& matched, const CombinedInputs& inputs, bool joins)
 {
-    printMessage("hvhost: in both files: " + counted(matched.keys, "key"));
+    printMessage("hvhost: " + sentence("in both files: ^1", {countedKeys(matched.keys)}));
     if (matched.repeatedKeys > 0 && joins)
-        printMessage("hvhost: " + inputs.name(1) + " repeats " +
-                     counted(matched.repeatedKeys, "key") + ": " +
-                     counted(matched.repeatedRecords, "record") + " of " + inputs.name(0) +
-                     " became " + base::shortestNumber(matched.repeatedRows));
+        printMessage("hvhost: " + sentence("^1 repeats ^2: ^3 of ^4 became ^5",
+                                           {inputs.name(1), countedKeys(matched.repeatedKeys),
+                                            countedRecords(matched.repeatedRecords), inputs.name(0),
+                                            base::shortestNumber(matched.repeatedRows)}));
 }
 
 void refuseStreams(const JoinOptions& options)
@@ -76,9 +84,11 @@ void refuseStreams(const JoinOptions& options)
 ResultTable tableOf(const KeyReport& report)
 {
     ResultTable table;
-    table.columns.push_back({"side", CFField::String});
+    table.columns.push_back({.name = "side", .hasWords = true});
     for (const ResultTable::Column& column : report.left().shown.columns)
         table.columns.push_back(column);
+    for (std::size_t key = 1; key + 1 < table.columns.size(); ++key)
+        table.columns[key].isField = true;
     table.keyCount = table.columns.size() - 1;
     const auto add = [&](const char* side, const KeyReport::Unmatched& unmatched) {
         for (ResultTable::Row row : unmatched.shown.rows) {
@@ -95,7 +105,9 @@ void deliverReport(const KeyReport& report, const std::string& path, const Shown
 {
     const std::string form = formOf("", path, {"csv", "json"});
     std::ostringstream text;
-    printTable(tableOf(report), {form, textForm({}, form, result.isFile())}, text);
+    const ResultTable table = tableOf(report);
+    printTable(form == "text" ? inWords(table) : table, {form, textForm({}, form, result.isFile())},
+               text);
     result.deliver(text.str());
 }
 

@@ -8,11 +8,13 @@
 #include <nlohmann/json.hpp>
 
 #include "CFDatum.h"
+#include "FormattedText.h"
 #include "data/HVDataModel.h"
 #include "hvhost/base/CommandLog.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ReadableFile.h"
 #include "hvhost/base/StandardStreams.h"
+#include "hvhost/base/Text.h"
 #include "hvhost/base/UserMessages.h"
 #include "hvhost/base/ValueText.h"
 #include "hvhost/input/CsvSeparator.h"
@@ -21,6 +23,7 @@
 #include "hvhost/input/MissingTexts.h"
 #include "hvhost/input/TextReasonFault.h"
 #include "hvhost/show/ResultTable.h"
+#include "hvhost/show/ResultWords.h"
 #include "hvhost/show/TextTable.h"
 #include "report/text/TerminalText.h"
 #include "support/Conversions.h"
@@ -45,11 +48,12 @@ std::string wordAt(const char* const* words, std::size_t count, int place)
     return place >= 0 && static_cast<std::size_t>(place) < count ? words[place] : "unknown";
 }
 
-/// For example "1 case" or "2 cases".
-std::string counted(long long count, const std::string& what)
+/// How the cells of a table are written.
+struct CellLanguage
 {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
+    Wording wording = inEnglish;
+    char decimalSign = '.';
+};
 
 /// A variable and its field, with its properties as texts.
 class VariableFacts
@@ -60,11 +64,11 @@ public:
     {
     }
 
-    std::string type() const
+    std::string type(Wording wording = inEnglish) const
     {
         if (_variable.GetType() > 0)
-            return "text(" + Integer2String(_variable.GetType()) + ")";
-        return _isInteger ? "integer" : WordOf(_field.GetStorage());
+            return filled(wording("text(^1)"), {Integer2String(_variable.GetType())});
+        return wording(_isInteger ? "integer" : WordOf(_field.GetStorage()));
     }
     /// For a file without levels, the level that convert writes.
     std::string level() const
@@ -77,25 +81,28 @@ public:
     std::string role() const { return wordAt(kRoles, std::size(kRoles), _variable.GetRole()); }
     const std::string& label() const { return _field.GetLabel(); }
 
-    /// For example "1, 9 to 99" or "-".
-    std::string missing() const
+    /// For example "1, 9 to 99"; empty for none.
+    std::string missing(const CellLanguage& language) const
     {
         const CFMissingValues& missing = _field.GetMissingValues();
         std::string all;
         for (const CFDatum& value : missingValues())
-            all += (all.empty() ? "" : ", ") + shown(value);
+            all += (all.empty() ? "" : ", ") + shown(value, language);
         if (!missing.GetRange().IsEmpty())
-            all += (all.empty() ? "" : ", ") + endOf(missing.GetRange().GetLower(), "lowest") +
-                   " to " + endOf(missing.GetRange().GetUpper(), "highest");
+            all += (all.empty() ? "" : ", ") +
+                   filled(language.wording("^1 to ^2"),
+                          {endOf(missing.GetRange().GetLower(), "lowest", language),
+                           endOf(missing.GetRange().GetUpper(), "highest", language)});
         return all;
     }
 
     /// For example "1 = male, 2 = female".
-    std::string labels() const
+    std::string labels(const CellLanguage& language) const
     {
         std::string all;
         for (const CFValue& value : _field.GetValueLabels())
-            all += (all.empty() ? "" : ", ") + shown(value.GetDatum()) + " = " + value.GetLabel();
+            all += (all.empty() ? "" : ", ") + shown(value.GetDatum(), language) + " = " +
+                   value.GetLabel();
         return all;
     }
 
@@ -134,17 +141,21 @@ private:
         constexpr double kMost = 1.7976931348623157e308;
         return limit.IsNull() || (limit.IsReal() && std::abs(limit.GetReal()) == kMost);
     }
-    std::string endOf(const CFDatum& limit, const char* open) const
+    std::string endOf(const CFDatum& limit, const char* open, const CellLanguage& language) const
     {
-        return isOpen(limit) ? open : shown(limit);
+        return isOpen(limit) ? language.wording(open) : shown(limit, language);
     }
     static Json limit(const CFDatum& limit) { return isOpen(limit) ? Json() : jsonOf(limit); }
-    std::string shown(const CFDatum& datum) const
+    std::string shown(const CFDatum& datum, const CellLanguage& language) const
     {
         if (datum.IsString())
             return "\"" + datum.GetString() + "\"";
-        return datum.IsReal() ? numberText(datum.GetReal(), _field.GetStorage())
-                              : datum.ToString(-1);
+        if (!datum.IsReal())
+            return datum.ToString(-1);
+        std::string text = numberText(datum.GetReal(), _field.GetStorage());
+        if (isNumber(_field.GetStorage()))
+            std::replace(text.begin(), text.end(), '.', language.decimalSign);
+        return text;
     }
     static Json jsonOf(const CFDatum& datum)
     {
@@ -209,19 +220,22 @@ public:
 
     void printHead(const std::string& name) const
     {
-        std::cout << name << ": " << counted(_dataset.file().CaseCount(), "case") << ", "
-                  << counted(static_cast<long long>(_variables.size()), "variable") << ", encoding "
-                  << _dataset.file().Encoding();
+        std::cout << name << ": "
+                  << counted(static_cast<double>(_dataset.file().CaseCount()), "^1 case",
+                             "^1 cases")
+                  << ", "
+                  << counted(static_cast<double>(_variables.size()), "^1 variable", "^1 variables")
+                  << ", " << sentence("encoding ^1", {_dataset.file().Encoding()});
         if (_separator != ',')
-            std::cout << ", separator " << separatorWord(_separator);
+            std::cout << ", " << sentence("separator ^1", {word(separatorWord(_separator))});
         std::cout << '\n';
         if (const std::string weight = weightName(); !weight.empty())
-            std::cout << "weighted by " << terminalText(weight) << '\n';
+            std::cout << terminalText(sentence("weighted by ^1", {weight})) << '\n';
         std::string split;
         for (const std::string& variable : splitNames())
-            split += (split.empty() ? "split by " : ", ") + variable;
+            split += (split.empty() ? "" : ", ") + variable;
         if (!split.empty())
-            std::cout << terminalText(split) << '\n';
+            std::cout << terminalText(sentence("split by ^1", {split})) << '\n';
         for (const std::string& line : _dataset.file().Documents())
             for (const std::string& shown : terminalLines(utf8(line)))
                 std::cout << "  " << shown << '\n';
@@ -229,17 +243,19 @@ public:
 
     void printTextReasons(const InputFile& input) const
     {
-        for (const datafile::TextReason& reason : _textReasons)
-            std::cout << terminalText(reasonText(reason) + "; " + reasonHint(reason, input))
+        for (const datafile::TextReason& reason : _textReasons) {
+            const std::string hint = reasonHint(reason, input, word);
+            std::cout << terminalText(reasonText(reason, word) + (hint.empty() ? "" : "; ") + hint)
                       << '\n';
+        }
     }
 
     /// Leaves out columns that are empty for all variables.
-    ResultTable table() const
+    ResultTable table(const CellLanguage& language) const
     {
         ResultTable table;
         table.keyCount = 1;
-        const auto add = [&](const char* title, const auto& fact) {
+        const auto add = [&](const char* name, const auto& fact, const char* key = "") {
             std::vector<std::string> texts;
             for (std::size_t i = 0; i < _variables.size(); ++i)
                 texts.push_back(fact(i));
@@ -247,18 +263,21 @@ public:
                                               [](const auto& text) { return !text.empty(); });
             if (!isNeeded)
                 return;
-            table.columns.push_back({title, CFField::String});
+            table.columns.push_back({.name = name, .key = key});
             table.rows.resize(texts.size());
             for (std::size_t i = 0; i < texts.size(); ++i)
                 table.rows[i].push_back(texts[i].empty() ? std::nullopt : std::optional(texts[i]));
         };
         add("variable", [this](std::size_t i) { return name(i); });
-        add("type", [this](std::size_t i) { return _variables[i].type(); });
-        add("level", [this](std::size_t i) { return _variables[i].level(); });
-        add("role", [this](std::size_t i) { return _variables[i].role(); });
+        const Wording wording = language.wording;
+        add("type", [&](std::size_t i) { return _variables[i].type(wording); });
+        add(
+            "level", [&](std::size_t i) { return wording(_variables[i].level()); },
+            "measurement level");
+        add("role", [&](std::size_t i) { return wording(_variables[i].role()); });
         add("label", [this](std::size_t i) { return _variables[i].label(); });
-        add("missing", [this](std::size_t i) { return _variables[i].missing(); });
-        add("value labels", [this](std::size_t i) { return _variables[i].labels(); });
+        add("missing", [&](std::size_t i) { return _variables[i].missing(language); });
+        add("value labels", [&](std::size_t i) { return _variables[i].labels(language); });
         return table;
     }
 
@@ -307,11 +326,11 @@ void info(const InfoOptions& options, const CommonOptions& common)
     else if (options.format == "json")
         std::cout << facts.json(options.input.path).dump(2) << '\n';
     else if (options.format == "csv")
-        printTable(facts.table(), look, std::cout);
+        printTable(facts.table({}), look, std::cout);
     else {
-        facts.printHead(options.input.path == kStandardStream ? "standard input"
+        facts.printHead(options.input.path == kStandardStream ? word("standard input")
                                                               : options.input.path);
-        printTable(facts.table(), look, std::cout);
+        printTable(inWords(facts.table({word, decimalSign()})), look, std::cout);
         facts.printTextReasons(input);
     }
 }

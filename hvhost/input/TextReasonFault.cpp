@@ -40,32 +40,35 @@ try {
 
 } // namespace
 
-std::string reasonText(const TextReason& reason)
+std::string reasonText(const TextReason& reason, Wording wording)
 {
-    const std::string place = reason.line > 0 ? " on line " + std::to_string(reason.line)
-                                              : " in record " + std::to_string(reason.record);
+    const std::string place =
+        reason.line > 0 ? filled(wording("on line ^1"), {std::to_string(reason.line)})
+                        : filled(wording("in record ^1"), {std::to_string(reason.record)});
+    const auto text = [&](const char* key) {
+        return filled(wording(key), {reason.name, shownValue(reason), place});
+    };
     switch (reason.cause) {
     case TextReason::Cause::Sign:
-        return reason.name + " is text because of the sign in " + shownValue(reason) + place;
+        return text("^1 is text because of the sign in ^2 ^3");
     case TextReason::Cause::Words:
-        return reason.name + " is text, and all its values are words such as " +
-               shownValue(reason) + place;
+        return text("^1 is text, and all its values are words such as ^2 ^3");
     default:
-        return reason.name + " is text because of " + shownValue(reason) + place;
+        return text("^1 is text because of ^2 ^3");
     }
 }
 
-std::string reasonHint(const TextReason& reason, const InputFile& input)
+std::string reasonHint(const TextReason& reason, const InputFile& input, Wording wording)
 {
     if (!input.hasFormOptions())
         return {};
     switch (reason.cause) {
     case TextReason::Cause::Sign:
-        return "--type " + reason.name + "=real reads numbers with such signs";
+        return filled(wording("--type ^1=real reads numbers with such signs"), {reason.name});
     case TextReason::Cause::Words:
-        return "--type " + reason.name + "=boolean reads them as 1 and 0";
+        return filled(wording("--type ^1=boolean reads them as 1 and 0"), {reason.name});
     default:
-        return "if that is a missing value, " + input.missingOption() + " names it";
+        return filled(wording("if that is a missing value, ^1 names it"), {input.missingOption()});
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include "datafile/TextReasons.h"
 #include "hvhost/base/CommandFault.h"
+#include "hvhost/base/Text.h"
 
 class InputFile;
 
@@ -23,9 +24,10 @@ private:
 };
 
 /// Says why a field is a text, for example: x is text because of "NA" on line 4.
-std::string reasonText(const datafile::TextReason& reason);
+std::string reasonText(const datafile::TextReason& reason, Wording wording = inEnglish);
 /// The option that changes it. Empty if the command has no options for the form of a text.
-std::string reasonHint(const datafile::TextReason& reason, const InputFile& input);
+std::string reasonHint(const datafile::TextReason& reason, const InputFile& input,
+                       Wording wording = inEnglish);
 
 /// The fault of a job that needs a number and has a text. If the field is a text because of a
 /// single value, the text names the value and its line, and the hint an option. Other faults are

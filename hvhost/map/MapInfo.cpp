@@ -77,8 +77,9 @@ std::string shownLayers(MapSession& session, const MapInput& map, const TableLoo
         return dumped(jsonOf(layers, map.name()));
     std::ostringstream out;
     if (look.form == "text")
-        out << map.name() << ": " << layers.size() << " layers\n";
-    printTable(layerTable(layers), look, out);
+        out << map.name() << ": "
+            << counted(static_cast<double>(layers.size()), "^1 layer", "^1 layers") << '\n';
+    printTable(look.form == "text" ? inWords(layerTable(layers)) : layerTable(layers), look, out);
     return out.str();
 }
 

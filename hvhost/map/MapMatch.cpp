@@ -19,6 +19,7 @@
 #include "hvhost/map/MapFields.h"
 #include "hvhost/map/MapSession.h"
 #include "hvhost/show/ResultTable.h"
+#include "hvhost/show/ResultWords.h"
 #include "hvhost/show/TextTable.h"
 #include "support/Transcoding.h"
 
@@ -30,7 +31,9 @@ using Rows = std::vector<std::vector<std::string>>;
 /// The keys of one side, and its combinations of key values without a partner on the other side.
 struct Side
 {
-    const char* word;
+    const char* name;
+    const char* countKey;           ///< of the text with the count
+    const char* cutKey;             ///< of the text with the count and how many are shown
     std::vector<std::string> keys;  ///< names in UTF-8
     std::vector<std::string> names; ///< the same in the host's encoding
     Rows unmatched;
@@ -106,7 +109,7 @@ ResultTable tableOf(const std::vector<const Side*>& sides)
         for (const std::vector<std::string>& values : side->unmatched) {
             ResultTable::Row row(values.begin(), values.end());
             if (isJoint)
-                row.insert(row.begin(), side->word);
+                row.insert(row.begin(), side->name);
             table.rows.push_back(std::move(row));
         }
     return table;
@@ -115,10 +118,9 @@ ResultTable tableOf(const std::vector<const Side*>& sides)
 /// Prints the number of unmatched combinations and a list of them.
 void printText(const Side& side, const TableLook& look, std::ostream& out)
 {
-    out << "only in the " << side.word << ": " << side.count;
-    if (side.hasMore())
-        out << ", of which " << side.unmatched.size() << " are shown";
-    out << '\n';
+    out << sentence(side.hasMore() ? side.cutKey : side.countKey,
+                    {std::to_string(side.count), std::to_string(side.unmatched.size())})
+        << '\n';
     if (!side.unmatched.empty())
         printTable(tableOf({&side}), look, out);
 }
@@ -142,7 +144,7 @@ std::string shown(int matched, const Side& map, const Side& data, const TableLoo
     } else if (look.form == "csv") {
         printTable(tableOf({&map, &data}), look, out);
     } else {
-        out << "in both: " << matched << '\n';
+        out << sentence("in both: ^1", {std::to_string(matched)}) << '\n';
         printText(map, look, out);
         printText(data, look, out);
     }
@@ -157,8 +159,10 @@ void mapMatch(const MapMatchOptions& options, const CommonOptions& common)
     const TableLook look{options.format, textForm(options.text, options.format)};
     const MapInput map(options.map, true);
     const InputFile input(options.input, FileOptions::None, watch);
-    Side ofMap{"map", {}, {}, {}};
-    Side ofData{"data", {}, {}, {}};
+    Side ofMap{"map", "only in the map: ^1", "only in the map: ^1, of which ^2 are shown", {}, {},
+               {}};
+    Side ofData{
+        "data", "only in the data: ^1", "only in the data: ^1, of which ^2 are shown", {}, {}, {}};
     for (const std::string& key : options.keys)
         addKey(key, *input.dataset(), ofMap, ofData);
     MapSession session("match", common, watch);

@@ -26,6 +26,7 @@ struct ResultTable
         bool isRounded = false;
         bool isField = false;  ///< the name is that of a field, not a word
         bool hasWords = false; ///< the cells are words, not data
+        std::string key = {};  ///< of the name's translation; empty if it is the name
 
         bool isNumber() const { return ::isNumber(storage); }
     };

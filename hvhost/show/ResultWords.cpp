@@ -6,6 +6,7 @@
 #include "FacSTDictionary.h"
 #include "FormattedText.h"
 #include "base/NumberText.h"
+#include "hvhost/base/Text.h"
 
 std::string word(const std::string& key)
 {
@@ -14,20 +15,12 @@ std::string word(const std::string& key)
 
 std::string sentence(const std::string& key, std::initializer_list<std::string> parts)
 {
-    const std::string pattern = word(key);
-    std::string text;
-    for (std::size_t at = 0; at < pattern.size(); ++at) {
-        const bool isPlace = pattern[at] == '^' && at + 1 < pattern.size() &&
-                             pattern[at + 1] >= '1' && pattern[at + 1] <= '9';
-        const auto part = isPlace ? static_cast<std::size_t>(pattern[at + 1] - '1') : parts.size();
-        if (part < parts.size()) {
-            text += parts.begin()[part];
-            ++at;
-        } else {
-            text += pattern[at];
-        }
-    }
-    return text;
+    return filled(word(key), parts);
+}
+
+std::string counted(double count, const std::string& one, const std::string& many)
+{
+    return sentence(count == 1 ? one : many, {base::shortestNumber(count)});
 }
 
 std::string localNumber(double number, int digits)
@@ -47,7 +40,7 @@ ResultTable inWords(ResultTable table)
                 if (row[at])
                     row[at] = strings.LookUp(*row[at]);
         if (!column.isField)
-            column.name = strings.LookUp(column.name);
+            column.name = strings.LookUp(column.key.empty() ? column.name : column.key);
     }
     return table;
 }

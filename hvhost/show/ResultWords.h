@@ -11,6 +11,8 @@
 std::string word(const std::string& key);
 /// The host's text for a key, with ^1, ^2 and so on replaced by the parts.
 std::string sentence(const std::string& key, std::initializer_list<std::string> parts);
+/// A count and what is counted. The keys have a place for the count, as "^1 case" and "^1 cases".
+std::string counted(double count, const std::string& one, const std::string& many);
 /// A number with so many significant digits and the host's decimal sign.
 std::string localNumber(double number, int digits = 6);
 
