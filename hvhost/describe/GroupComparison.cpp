@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "FacSTDictionary.h"
 #include "hvhost/base/ValueText.h"
 #include "hvhost/describe/GroupCharts.h"
+#include "hvhost/show/ResultWords.h"
 
 namespace {
 
@@ -22,7 +22,10 @@ std::string partOf(const char* kind, std::size_t field)
 void addObject(RenderOrder& order, const std::string& part, OutputOrder::Type type,
                const std::string& title)
 {
-    order.objects.emplace_back().order.setType(type).setOutlineTitle(title, true).addLocation(part);
+    order.objects.emplace_back()
+        .order.setType(type)
+        .setOutlineTitle(title, false)
+        .addLocation(part);
 }
 
 } // namespace
@@ -74,20 +77,24 @@ RenderOrder GroupComparison::order(bool withCharts) const
     const GroupsCompared groups{_names, _groups, _histograms};
     const std::vector<std::size_t> numbers = numberFields(groups);
     if (!numbers.empty())
-        addObject(order, kNumbers, OutputOrder::Pivot, FacSTDictionary().LookUp("Numbers"));
+        addObject(order, kNumbers, OutputOrder::Pivot, word("Numbers"));
     if (withCharts)
         for (const std::size_t field : numbers) {
-            addObject(order, partOf("box", field), OutputOrder::Chart, groups.titleOf(field));
+            const std::string title = groups.titleOf(field);
+            addObject(order, partOf("box", field), OutputOrder::Chart,
+                      sentence("^1: box plots", {title}));
             if (hasHistograms(field))
                 addObject(order, partOf("histograms", field), OutputOrder::Chart,
-                          groups.titleOf(field));
+                          sentence("^1: histograms", {title}));
         }
     for (const ComparedTexts& texts : comparedTexts(groups)) {
         const std::string title = groups.titleOf(texts.field);
-        addObject(order, partOf("shares", texts.field), OutputOrder::Pivot, title);
+        addObject(order, partOf("shares", texts.field), OutputOrder::Pivot,
+                  sentence("^1: percentages", {title}));
         // Bars of more groups only repeat the table.
         if (withCharts && groups.size() <= kMostBars)
-            addObject(order, partOf("bars", texts.field), OutputOrder::Chart, title);
+            addObject(order, partOf("bars", texts.field), OutputOrder::Chart,
+                      sentence("^1: bars", {title}));
     }
     return order;
 }

@@ -420,6 +420,15 @@ class Describe(Case):
         self.assertEqual(page.row("Numbers", "g = z")[0], ("1", "1"))
         self.assertEqual(page.row("Descriptive Statistics g: z", "<i>x</i>")[2], ("3", "3"))
 
+    def test_entries_of_a_comparison_say_what_they_are(self):
+        words = ["describe", PENGUINS, "beak_length_mm", "sex", "--by", "species", "--format", "html"]
+        self.assertEqual(Page(self.run_hvhost(*words).stdout).outline[:7],
+                         ["Groups Compared", "Numbers", "beak_length_mm: box plots", "beak_length_mm: histograms",
+                          "sex: percentages", "sex: bars", "species = Adelie"])
+        german = Page(self.run_hvhost(*words, environment={"LC_ALL": "de_DE.UTF-8"}).stdout)
+        self.assertEqual(german.outline[2:6], ["beak_length_mm: Boxplots", "beak_length_mm: Histogramme",
+                                               "sex: Prozente", "sex: Balken"])
+
     def test_faults(self):
         place = self.folder / "place"
         shutil.copytree(DATA, place)
