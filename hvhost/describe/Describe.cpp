@@ -324,7 +324,7 @@ void showFigures(Describing& describing, const Description& description, CaseGro
 void showOutput(Describing& describing, const Description& description, CaseGroups& groups,
                 const OutputLook& look, const ShownResult& result, HostSession& session)
 {
-    DescriptionOutput output(session, description, look.form == "html");
+    DescriptionOutput output(session, description, look);
     while (HVRawDataIterator* const cases = groups.next()) {
         HVSimpleContainer results(kResults, "");
         const std::vector<GroupDescription> described =
@@ -339,7 +339,7 @@ void showOutput(Describing& describing, const Description& description, CaseGrou
     }
     output.compareGroups();
     session.countShownWarnings();
-    result.deliver([&](std::ostream& out) { writeOutput(*output.heading(), look, out); });
+    result.deliver([&](std::ostream& out) { output.write(out); });
 }
 
 /// Warns of fields that pairs treat as categories because of a single text.

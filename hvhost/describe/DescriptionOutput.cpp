@@ -234,8 +234,8 @@ void removeCharts(OutputHeading& group)
 } // namespace
 
 DescriptionOutput::DescriptionOutput(HostSession& session, const Description& description,
-                                     bool drawsAnalyses)
-    : _session(session), _description(description), _drawsAnalyses(drawsAnalyses),
+                                     OutputLook look)
+    : _session(session), _description(description), _look(std::move(look)),
       _heading(std::make_shared<OutputHeading>())
 {
     _heading->text.text = titleOf(description);
@@ -249,27 +249,44 @@ void DescriptionOutput::add(const GroupDescription& group, const std::string& re
     const OrderMaker maker(results);
     const std::string document = maker.document();
     Rendering(_session, procedure, _description.file, document)
-        .render(maker.tables(factsOf(_description, group), _drawsAnalyses));
+        .render(maker.tables(factsOf(_description, group), drawsAnalyses()));
     ++_groups;
     if (hasGroupCharts())
-        maker.makeCharts(_drawsAnalyses, [&](const std::string& chart, const RenderOrder& order) {
+        maker.makeCharts(drawsAnalyses(), [&](const std::string& chart, const RenderOrder& order) {
             _session.watch().check();
             Rendering(_session, procedure, _description.file, chart).render(order);
         });
     if (group.key.empty())
         _heading->items = procedure.node()->items;
     else
-        _heading->items.emplace_back(procedure.node());
+        keep(procedure.node());
     if (!group.key.empty())
         _comparison.add(nameOf(group.key), group,
                         hasGroupCharts() ? maker.histograms(group.fields.size())
                                          : std::vector<std::vector<ComparedBin>>());
 }
 
+/// A page needs the trees, because it begins with its contents.
+void DescriptionOutput::keep(const std::shared_ptr<OutputHeading>& group)
+{
+    if (drawsAnalyses()) {
+        _heading->items.emplace_back(group);
+        return;
+    }
+    writeFurtherText({group}, _look, _groupTexts);
+    OutputTree::instance().clear();
+}
+
+void DescriptionOutput::write(std::ostream& out) const
+{
+    writeOutput(*_heading, _look, out);
+    out << _groupTexts.view();
+}
+
 bool DescriptionOutput::hasGroupCharts() const
 {
     constexpr std::size_t kMostGroups = 20;
-    return !_drawsAnalyses || _groups <= kMostGroups;
+    return !drawsAnalyses() || _groups <= kMostGroups;
 }
 
 void DescriptionOutput::compareGroups()
@@ -280,7 +297,7 @@ void DescriptionOutput::compareGroups()
     TnProcedure procedure(FacSTDictionary().LookUp("Groups Compared"));
     const std::string document = _comparison.document();
     Rendering(_session, procedure, _description.file, document)
-        .render(_comparison.order(_drawsAnalyses));
+        .render(_comparison.order(drawsAnalyses()));
     for (const OutputItem& item : _heading->items)
         if (const auto* group = std::get_if<std::shared_ptr<OutputHeading>>(&item)) {
             (*group)->isFolded = true;

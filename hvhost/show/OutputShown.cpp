@@ -20,6 +20,15 @@ bool wantsColours(bool toFile)
     return !toFile && isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0');
 }
 
+OutputTextOptions textOptions(const OutputLook& look)
+{
+    OutputTextOptions text;
+    text.width = look.text.width;
+    text.groupsDigits = look.text.groupsDigits;
+    text.colours = wantsColours(look.toFile);
+    return text;
+}
+
 void writePage(const OutputHeading& output, const OutputLook& look, std::ostream& out)
 {
     OutputPage page(output);
@@ -53,9 +62,11 @@ void writeOutput(const OutputHeading& output, const OutputLook& look, std::ostre
         writePage(output, look, out);
         return;
     }
-    OutputTextOptions text;
-    text.width = look.text.width;
-    text.groupsDigits = look.text.groupsDigits;
-    text.colours = wantsColours(look.toFile);
-    writeOutputText(output, text, out);
+    writeOutputText(output, textOptions(look), out);
+}
+
+void writeFurtherText(const std::vector<OutputItem>& items, const OutputLook& look,
+                      std::ostream& out)
+{
+    writeFurtherOutputText(items, textOptions(look), out);
 }

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "OutputTree.h"
 #include "hvhost/show/TextTable.h"
-
-struct OutputHeading;
 
 /// The requested form; else the one of `forms` that is the extension of the file; else text.
 std::string formOf(const std::string& asked, const std::string& path,
@@ -25,3 +24,6 @@ struct OutputLook
 /// Writes the content of a heading, with the heading as its title. Throws CommandFault (JobFailed)
 /// if files for pages are missing in the installation.
 void writeOutput(const OutputHeading& output, const OutputLook& look, std::ostream& out);
+/// Writes items as text, as they follow others below the title of the output.
+void writeFurtherText(const std::vector<OutputItem>& items, const OutputLook& look,
+                      std::ostream& out);

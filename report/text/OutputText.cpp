@@ -37,7 +37,8 @@ const LevelWord& wordOf(int level)
 class TreeWriter
 {
 public:
-    explicit TreeWriter(TextPage& page) : _page(page) {}
+    /// `depth` is the number of headings around the output.
+    explicit TreeWriter(TextPage& page, std::size_t depth = 0) : _page(page), _depth(depth) {}
 
     void items(const std::vector<OutputItem>& items)
     {
@@ -68,7 +69,7 @@ private:
     void title(const std::string& text);
 
     TextPage& _page;
-    std::size_t _depth = 0;
+    std::size_t _depth;
 };
 
 /// The first two levels are underlined; lower levels show their depth.
@@ -103,4 +104,11 @@ void writeOutputText(const OutputHeading& procedure, const OutputTextOptions& op
 {
     TextPage page(options, out);
     TreeWriter(page).write(procedure);
+}
+
+void writeFurtherOutputText(const std::vector<OutputItem>& items, const OutputTextOptions& options,
+                            std::ostream& out)
+{
+    TextPage page(options, out, TextPage::Begin::AfterBlock);
+    TreeWriter(page, 1).items(items);
 }

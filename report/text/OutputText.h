@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <iosfwd>
+#include <vector>
 
 #include "OutputTree.h"
 #include "report/ReportExport.h"
@@ -26,3 +27,9 @@ REPORT_API void writeOutputText(const OutputTree& tree, const OutputTextOptions&
 /// all output.
 REPORT_API void writeOutputText(const OutputHeading& procedure, const OutputTextOptions& options,
                                 std::ostream& out);
+
+/// Writes items as they follow others below the title of a procedure. So long output can be written
+/// in parts: first the procedure with its first items, then the others, which need not be in its
+/// tree.
+REPORT_API void writeFurtherOutputText(const std::vector<OutputItem>& items,
+                                       const OutputTextOptions& options, std::ostream& out);

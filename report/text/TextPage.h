@@ -20,7 +20,17 @@ public:
         Error
     };
 
-    TextPage(const OutputTextOptions& options, std::ostream& out) : _options(options), _out(out) {}
+    /// Whether blocks were written before.
+    enum class Begin
+    {
+        Empty,
+        AfterBlock
+    };
+
+    TextPage(const OutputTextOptions& options, std::ostream& out, Begin begin = Begin::Empty)
+        : _options(options), _out(out), _isEmpty(begin == Begin::Empty)
+    {
+    }
 
     const OutputTextOptions& options() const { return _options; }
     std::ostream& out() { return _out; }
@@ -35,5 +45,5 @@ private:
 
     OutputTextOptions _options;
     std::ostream& _out;
-    bool _isEmpty = true;
+    bool _isEmpty;
 };

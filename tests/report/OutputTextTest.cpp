@@ -61,6 +61,29 @@ void tellTable(TnHeading& heading)
 
 } // namespace
 
+TEST(OutputText, PartsMakeUpTheWhole)
+{
+    TnProcedure procedure("TEST");
+    tellTable(procedure);
+    for (const char* name : {"first", "second"}) {
+        const std::unique_ptr<TnHeading> heading(procedure.Heading(TnUTF8String(name)));
+        tellTable(*heading);
+        const std::unique_ptr<TnHeading> inner(heading->Heading(TnUTF8String("inner")));
+        tellTable(*inner);
+    }
+    const OutputTextOptions options{40, true};
+    std::ostringstream whole;
+    writeOutputText(*procedure.node(), options, whole);
+    OutputHeading begin = *procedure.node();
+    std::ostringstream parts;
+    while (begin.items.size() > 1)
+        begin.items.pop_back();
+    writeOutputText(begin, options, parts);
+    for (std::size_t i = 1; i < procedure.node()->items.size(); ++i)
+        writeFurtherOutputText({procedure.node()->items[i]}, options, parts);
+    EXPECT_EQ(parts.str(), whole.str());
+}
+
 TEST(OutputText, ATableHasItsHeadersLayersAndNotes)
 {
     TnProcedure procedure("TEST");
