@@ -47,8 +47,8 @@ PageFrame::PageFrame(bool withCharts, const std::string& rules)
     _styles.push_back(installedAsset("page.css"));
     if (!rules.empty())
         _styles.push_back(pageAsset(rules));
-    for (const char* script :
-         {"grid.js", "outline.js", "layers.js", "sorting.js", "copying.js", "networks.js"})
+    for (const char* script : {"grid.js", "outline.js", "layers.js", "blocks.js", "sorting.js",
+                               "copying.js", "networks.js"})
         _scripts.push_back(installedAsset(script));
     if (!withCharts)
         return;

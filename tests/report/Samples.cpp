@@ -390,6 +390,28 @@ void writeMany()
             (*heading)->isFolded = true;
 }
 
+/// So many rows that a reader notices how long their sorting takes. The total is the last one.
+void writeLong()
+{
+    TnProcedure procedure("Long");
+    const Table table = tableUnder(procedure, "Long");
+    const Dimension rows = dimensionOf(*table, "Row", TnDimension::Row);
+    const Dimension columns = dimensionOf(*table, "Column", TnDimension::Column);
+    const auto fill = [&](int row) {
+        columns->Category(words("Count")).Cell(number(row * 7919 % 20011, kFormatNumber, 0));
+        columns->Category(words("Mean")).Cell(number(madeUp(row, 50), kFormatNumber, 3));
+        columns->Category(words("Share")).Cell(number(madeUp(row + 1, 50), kFormatPercent, 1));
+        columns->Category(words("Size")).Cell(number(madeUp(row + 2, 5000), kFormatGeneral, 2));
+        columns->Category(words("Kind")).Cell(words("kind " + std::to_string(row % 97)));
+    };
+    for (int row = 0; row < 20000; ++row) {
+        rows->Category(words("row " + std::to_string(row)));
+        fill(row);
+    }
+    rows->Category(words("Total"));
+    fill(20000);
+}
+
 /// A million cells, each of which names its labels.
 void writeLarge()
 {
@@ -415,7 +437,7 @@ int main(int argc, char** argv)
     const std::map<std::string, void (*)()> kinds = {
         {"sample", writeSample},   {"hostile", writeHostile}, {"map", writeMap},
         {"network", writeNetwork}, {"plain", writePlain},     {"shapes", writeShapes},
-        {"large", writeLarge},     {"many", writeMany}};
+        {"large", writeLarge},     {"many", writeMany},       {"long", writeLong}};
     if (argc != 3 || kinds.count(argv[1]) == 0) {
         std::cerr << "usage: page_samples KIND FILE\n";
         return 2;

@@ -138,6 +138,40 @@ class Tables(unittest.TestCase):
         self.assertEqual(orders[2][0], ["Winter", "Dry", "Fog"])
         self.assertEqual(orders[1][2], ["Wet", "Snow"])
 
+    def test_a_long_table_is_laid_out_in_sight_alone(self):
+        page = opened("long")
+        places = "[...%s.cells].map((cell) => Math.round(cell.getBoundingClientRect().left * 4))"
+        rows = "[...named('Long').tBodies].flatMap((part) => [...part.rows])"
+        shown = f"{rows}.filter((row) => row.checkVisibility({{ contentVisibilityAuto: true }})).length"
+        order = f"{rows}.map((row) => row.cells[0].textContent)"
+        counts = f"{rows}.slice(0, -1).map((row) => Number(page.value(row.cells[1])))"
+        first = page.evaluate(order)
+        height = page.evaluate("named('Long').closest('.grid').scrollHeight")
+        click = "named('Long').querySelector('[data-column=\"0\"] button').click()"
+        for sign in (1, -1):
+            page.evaluate(f"{click}; new Promise((done) => requestAnimationFrame(() => setTimeout(done)))")
+            found = page.evaluate(counts)
+            self.assertEqual(found, sorted(found, key=lambda count: sign * count))
+            self.assertEqual((len(found), page.evaluate(f"{order}.at(-1)")), (20000, "Total"))
+            self.assertLess(page.evaluate(shown), 1000)
+            for row in (f"{rows}[0]", f"{rows}[50]"):
+                self.assertEqual(page.evaluate(places % row), page.evaluate(places % "named('Long').tHead.rows[1]"))
+        self.assertAlmostEqual(page.evaluate("named('Long').closest('.grid').scrollHeight") / height, 1, delta=0.01)
+        # What is out of sight is copied too.
+        page.evaluate("document.getSelection().selectAllChildren(named('Long'))")
+        self.assertEqual(page.evaluate("copied()").count("\n"), 20003)
+        # On paper and in another window it is a plain table.
+        kind = f"getComputedStyle({rows}[0]).display"
+        page.media("print")
+        self.assertEqual(page.evaluate(kind), "table-row")
+        page.media("screen")
+        self.assertEqual(page.evaluate(kind), "grid")
+        page.evaluate("dispatchEvent(new Event('resize'))")
+        self.assertEqual(page.evaluate(kind), "table-row")
+        page.evaluate(click)
+        self.assertEqual(page.evaluate(order), first)
+        self.assertEqual(page.complaints(), [])
+
     def test_copies_have_every_digit_and_every_label(self):
         page = opened("sample")
         page.evaluate("""document.addEventListener("copy", (event) => {

@@ -8,19 +8,16 @@
   const rankOf = (key) => (key === "" ? 2 : typeof key === "number" ? 0 : 1);
 
   const keyOf = (cell) => {
-    const { value } = cell.dataset;
-    const isText = cell.classList.contains("text");
-    const shown = value ?? page.value(cell);
-    return isText || shown === "" ? shown : Number(shown);
+    const shown = cell.getAttribute("data-value") ?? page.value(cell);
+    return shown === "" || cell.classList.contains("text") ? shown : Number(shown);
   };
 
   const compare = (left, right, sign) => {
-    const ranks = [rankOf(left), rankOf(right)];
-    if (ranks[0] === 2 || ranks[1] === 2)
-      return ranks[0] - ranks[1];
-    if (ranks[0] !== ranks[1])
-      return sign * (ranks[0] - ranks[1]);
-    return sign * (ranks[0] === 0 ? left - right : collator.compare(left, right));
+    if (left.rank === 2 || right.rank === 2)
+      return left.rank - right.rank;
+    if (left.rank !== right.rank)
+      return sign * (left.rank - right.rank);
+    return sign * (left.rank === 0 ? left.key - right.key : collator.compare(left.key, right.key));
   };
 
   /** The rows between which only the innermost category differs, and what labels them together. */
@@ -39,11 +36,11 @@
       return group.rows;
     const keyed = group.rows.map((row) => {
       const labels = row.cells.length - columns;
-      return { row, key: keyOf(row.cells[labels + column]) };
+      const key = keyOf(row.cells[labels + column]);
+      return { row, key, rank: rankOf(key), isTotal: row.classList.contains("total") };
     });
-    const isTotal = ({ row }) => row.classList.contains("total");
     return keyed.sort((left, right) =>
-      isTotal(left) - isTotal(right) || compare(left.key, right.key, sign)).map(({ row }) => row);
+      left.isTotal - right.isTotal || compare(left, right, sign)).map(({ row }) => row);
   };
 
   /** Rows of a group keep their common labels in front of whichever comes first. The body is
@@ -62,6 +59,16 @@
     }
     body.append(rows);
     table.insertBefore(body, next);
+  };
+
+  /** Arranges all rows of a table. `groups` are those of each body. */
+  const arrangeAll = (table, groups, column, columns, sign) => {
+    const all = [...groups.values()].flat();
+    if (all.length === 1 && page.suitsBlocks(table, all[0].rows.length))
+      page.layInBlocks(table, sorted(all[0], column, columns, sign));
+    else
+      for (const [body, inBody] of groups)
+        arrange(body, inBody, column, columns, sign);
   };
 
   const nextOrder = { none: "ascending", ascending: "descending", descending: "none" };
@@ -103,11 +110,10 @@
       header.setAttribute("aria-sort", "none");
       button.addEventListener("click", () => {
         const order = nextOrder[header.getAttribute("aria-sort")];
+        // Before the header changes, because the columns of a long table are measured.
+        arrangeAll(table, groups, Number(header.dataset.column), columns, signs[order]);
         headers.forEach((other) => other.setAttribute("aria-sort", "none"));
         header.setAttribute("aria-sort", order);
-        const column = Number(header.dataset.column);
-        for (const [body, inBody] of groups)
-          arrange(body, inBody, column, columns, signs[order]);
       });
     }
     moveAmong(buttons);
