@@ -89,8 +89,18 @@ public:
     /// `overflows`, which counts such results if the backend can count them.
     virtual std::string finiteResult(std::int64_t count, const std::string& value) const = 0;
 
-    /// The FROM item that reads a Parquet file.
+    /// The FROM item that reads a Parquet file or folder.
     virtual std::string parquetTable(const std::string& path) const = 0;
+    /// The FROM item with the records of a Parquet file or folder with these columns, in their
+    /// order if the next statement needs it.
+    virtual std::string parquetRecords(const std::string& path,
+                                       const datafile::Fields& /*columns*/) const
+    {
+        return parquetTable(path);
+    }
+    /// Whether the next statements need the records of files and tables in their order, as they do
+    /// at first. A cluster sorts them for that.
+    virtual void keepOrder(bool) {}
     /// The columns of a Parquet file, with names and types only.
     virtual datafile::ParquetColumns parquetColumns(const std::string& path) = 0;
     /// Adds the descriptions in the file. `origin` is the file's name for messages. Throws JobError

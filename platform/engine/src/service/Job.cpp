@@ -111,11 +111,14 @@ void Job::startOver(Planner& planner)
 
 void Job::runStatement(Statement& statement)
 {
+    _context.session->keepOrder(true);
     for (Node* node : inputsFirst(*statement.result, Walk::UpToTables))
         if (node->shared && node->table.empty())
             evaluate(*node, statement);
-    const std::string select = selectOf(*statement.result);
     Output* const output = statement.output.get();
+    // Other outputs are folders and tables of the backend.
+    _context.session->keepOrder(output && output->takesRecords());
+    const std::string select = selectOf(*statement.result);
     _statementShare = output ? output->statementShare() : 1;
     execute(output ? output->statement(select) : select, *statement.result, statement,
             output && output->takesRecords() ? output : nullptr);

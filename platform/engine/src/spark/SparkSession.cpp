@@ -218,9 +218,14 @@ std::string SparkSession::tableName(const std::string& table, TableOwner owner)
     return dialect.name(_engine.sourceDatabase()) + "." + dialect.name(table);
 }
 
+std::string SparkSession::ordered(std::string table, const Fields& fields) const
+{
+    return _keepsOrder ? sparkDialect().inFileOrder(table, fields) : table;
+}
+
 std::string SparkSession::recordsOf(const std::string& table, const Fields& fields)
 {
-    return sparkDialect().inFileOrder(tableName(table, TableOwner::Job), fields);
+    return ordered(tableName(table, TableOwner::Job), fields);
 }
 
 /// The records first go to a table of the job, because the cluster cannot take back what it has
@@ -262,6 +267,11 @@ std::string SparkSession::finiteResult(std::int64_t, const std::string& value) c
 std::string SparkSession::parquetTable(const std::string& path) const
 {
     return sparkDialect().parquetTable(clusterPath(path));
+}
+
+std::string SparkSession::parquetRecords(const std::string& path, const Fields& columns) const
+{
+    return ordered(parquetTable(path), columns);
 }
 
 ParquetColumns SparkSession::parquetColumns(const std::string& path)

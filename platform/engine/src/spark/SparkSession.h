@@ -42,6 +42,8 @@ public:
     void dropTable(const std::string& table, TableOwner owner) override;
     std::string finiteResult(std::int64_t count, const std::string& value) const override;
     std::string parquetTable(const std::string& path) const override;
+    std::string parquetRecords(const std::string& path, const Fields& columns) const override;
+    void keepOrder(bool isKept) override { _keepsOrder = isKept; }
     ParquetColumns parquetColumns(const std::string& path) override;
     void describeColumns(const std::string& path, const std::string& origin,
                          ParquetColumns& columns) override;
@@ -90,6 +92,7 @@ public:
 private:
     StatementFault meaningOf(const ClusterFault& fault);
     void makeJobDatabase();
+    std::string ordered(std::string table, const Fields& fields) const;
     void follow(SparkStream stream, const std::string& tag, Cancellation& cancellation,
                 const Progress& progress, const std::function<void(RecordBatch&)>& take);
 
@@ -98,6 +101,7 @@ private:
     std::unique_ptr<SparkClient> _client;
     std::string _jobDatabase;
     bool _hasJobDatabase = false;
+    bool _keepsOrder = true;
     bool _isLost = false;
     std::string _jobFolder;
     std::string _addedTo;  ///< the table of the service to which an addition belongs

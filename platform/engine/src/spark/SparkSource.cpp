@@ -45,7 +45,12 @@ public:
         if (inner() && !std::exchange(_isChecked, true))
             inner()->finish(edge(), reporter);
     }
-    void abandon(const StatementFault&) override {}
+    /// The check of the source may have stopped a statement on the cluster.
+    void abandon(const StatementFault& fault) override
+    {
+        if (inner() && !_isChecked)
+            inner()->abandon(fault);
+    }
 
 private:
     SourceCheck* inner() const { return _records.relation->check.get(); }

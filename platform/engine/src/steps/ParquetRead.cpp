@@ -163,10 +163,11 @@ NodePtr planParquet(JobContext& context, const ParquetReadSettings& settings)
     if (!scratch)
         node->check = std::make_shared<ParquetCheck>(path);
     // The node owns the unnamed scratch file.
-    node->select = [scratch, sql = "SELECT " +
-                                   selectList(context.dialect, node->fields, columns.values) +
-                                   " FROM " + context.session->parquetTable(path)](
-                       const std::vector<std::string>&) { return sql; };
+    node->select = [scratch, path, columns = node->fields, session = context.session.get(),
+                    sql = "SELECT " + selectList(context.dialect, node->fields, columns.values) +
+                          " FROM "](const std::vector<std::string>&) {
+        return sql + session->parquetRecords(path, columns);
+    };
     return node;
 }
 
