@@ -66,8 +66,12 @@
       table.append(page.element("tbody", {}, ...rows.slice(begin(block), begin(block + 1))));
   };
 
-  /** In another window the columns may need other widths. */
+  /** In a wider or narrower window the columns may need other widths. */
+  let windowWidth = window.innerWidth;
   window.addEventListener("resize", () => {
+    if (window.innerWidth === windowWidth)
+      return;
+    windowWidth = window.innerWidth;
     document.querySelectorAll("table.blocks").forEach((table) => table.classList.remove("blocks"));
   });
 }

@@ -51,7 +51,8 @@
       const value = cell.dataset.value ?? cell.textContent;
       return value === "" ? null : Number(value);
     };
-    return [...table.tBodies[0].rows].map((row) =>
+    const rows = [...table.tBodies].flatMap((body) => [...body.rows]);
+    return rows.map((row) =>
       Object.fromEntries([...row.cells].map((cell, at) => [names[at], valueOf(cell)])));
   };
 
