@@ -63,6 +63,8 @@ class MapTest(Case):
             self.assertEqual(self.run_hvhost("map", "info", address, "--format", "csv").stdout,
                              'layer,name,shapes,keys\n0,all,,\n3,towns,Point,"town,kind"\n')
             self.assertIn("2 layers\n", self.run_hvhost("map", "info", address).stdout)
+            self.assertRegex(self.run_hvhost("map", "info", address, environment={"LC_ALL": "de_DE.UTF-8"}).stdout,
+                             r": 2 Ebenen\n[^\n]*\n│ Ebene +│ Name +│ Formen +│ Schlüssel +│\n")
             layer = self.run_hvhost("map", "info", address, "--layer", 3).stdout
             self.assertIn("shapes: Point in the field shape\n", layer)
             self.assertEqual(len(self.features(self.run_hvhost("map", "convert", address, "-", "--layer", 3).stdout)), 25)
