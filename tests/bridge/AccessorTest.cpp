@@ -1,4 +1,6 @@
 
+#include <tuple>
+
 #include "JNIException.h"
 #include "bridge/JNIJSONArray.h"
 #include "bridge/JNIObjectManager.h"
@@ -140,6 +142,25 @@ TEST_F(AccessorTest, AJavaExceptionBecomesACppOne)
     }
     EXPECT_EQ(array.getErrorMessage(), "Index 3 out of bounds for length 0");
     EXPECT_NO_THROW(array.exceptionCheck());
+}
+
+TEST_F(AccessorTest, AReceiverOfNoUseIsToldAndNotCalled)
+{
+    JNIHvlAccessor other;
+    other.init("java/lang/Object", true);
+    const std::tuple<jobject, const char*, const char*> cases[] = {
+        {nullptr, "java.lang.NullPointerException", "There is no Java object to ask: get"},
+        {other.getObject(), "java.lang.ClassCastException",
+         "The Java object is of another class: get"},
+    };
+    for (const auto& [receiver, className, message] : cases)
+        try {
+            JNIJSONArray().get(receiver, 0);
+            ADD_FAILURE() << "nothing thrown";
+        } catch (const JNIException& exception) {
+            EXPECT_EQ(exception.className(), className);
+            EXPECT_EQ(exception.message(), message);
+        }
 }
 
 TEST_F(AccessorTest, ATextThatCannotBeConvertedIsEmptyAndRecorded)

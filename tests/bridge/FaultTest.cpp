@@ -107,6 +107,7 @@ protected:
         JNIObjectManager::getManager()->cleanJRef();
         EXPECT_EQ(jni().liveGlobals(), 0);
         EXPECT_EQ(jni().liveLocals(), 0);
+        EXPECT_EQ(jni().lentTexts(), 0);
         EXPECT_EQ(jni().violations(), std::vector<std::string>());
         return reached;
     }

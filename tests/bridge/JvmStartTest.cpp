@@ -207,6 +207,27 @@ void attachmentsNest()
     }).join();
 }
 
+void accessorsAreAssigned()
+{
+    demandStart();
+    JNIEnv* env = nullptr;
+    VexaJVM::GetInstance()->AttachCurrentThread(&env);
+    JNIAccessor target(env);
+    {
+        JNIAccessor source(env);
+        jstring const text = source.ToJString("text");
+        source.setClassOf(text);
+        source.setMethod("length", "()I");
+        target = source;
+        const JNIAccessor& same = target;
+        target = same;
+        demand(target.getClass() != source.getClass(), "two accessors own one reference");
+    }
+    jclass const type = target.classNamed("java/lang/String");
+    demand(env->IsSameObject(target.getClass(), type) == JNI_TRUE, "the class is not assigned");
+    demand(target.setMethod("length", "()I") != nullptr, "the class is gone");
+}
+
 int liveJavaThreads()
 {
     JNIEnv* env = nullptr;
@@ -287,6 +308,7 @@ TEST(JvmStart, EachInAProcessOfItsOwn)
         {"the process stays as it was", processStaysAsItWas},
         {"one thread starts", oneThreadStarts},
         {"attachments nest", attachmentsNest},
+        {"accessors are assigned", accessorsAreAssigned},
         {"ended threads are detached", endedThreadsAreDetached},
     };
     for (const auto& [what, run] : cases) {

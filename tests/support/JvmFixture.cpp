@@ -52,6 +52,7 @@ void JvmTest::TearDown()
     JNIObjectManager::getManager()->cleanJRef();
     EXPECT_EQ(jni().liveGlobals(), 0);
     EXPECT_EQ(jni().liveLocals(), 0);
+    EXPECT_EQ(jni().lentTexts(), 0);
     EXPECT_FALSE(env()->ExceptionCheck());
     EXPECT_EQ(jni().violations(), std::vector<std::string>());
     EXPECT_EQ(complaints(), std::vector<std::string>());

@@ -44,11 +44,15 @@ struct Entry<Member, Result (*)(JNIEnv*, Arguments...)>
         if constexpr (traits.locals < 0 || traits.globals < 0)
             current->deleting(env, traits, firstReference(arguments...));
         if constexpr (std::is_void_v<Result>) {
+            if constexpr (traits.name == std::string_view("ReleaseStringUTFChars"))
+                current->lent(-1);
             function(env, arguments...);
         } else {
             const Result result = function(env, arguments...);
             if constexpr (std::is_convertible_v<Result, jobject>)
                 current->made(env, traits, result);
+            if constexpr (traits.name == std::string_view("GetStringUTFChars"))
+                current->lent(result != nullptr ? 1 : 0);
             return result;
         }
     }
@@ -189,6 +193,7 @@ void RecordingJni::restart()
     _violations.clear();
     _liveGlobals = 0;
     _liveLocals = _mostLocals = 0;
+    _lentTexts = 0;
     _failAt = 0;
 }
 
@@ -209,6 +214,12 @@ int RecordingJni::mostLocals() const
 {
     const std::lock_guard<std::mutex> lock(_mutex);
     return _mostLocals;
+}
+
+int RecordingJni::lentTexts() const
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _lentTexts;
 }
 
 int RecordingJni::liveLocals() const
@@ -295,6 +306,12 @@ void RecordingJni::deleting(JNIEnv* env, const Traits& traits, jobject reference
     const std::lock_guard<std::mutex> lock(_mutex);
     _liveLocals += traits.locals;
     _liveGlobals -= counts ? 1 : 0;
+}
+
+void RecordingJni::lent(int texts)
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _lentTexts += texts;
 }
 
 bool RecordingJni::isClass(JNIEnv* env, jobject object) const

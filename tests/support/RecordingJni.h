@@ -40,6 +40,8 @@ public:
     int liveLocals() const;
     /// The most of them at one time.
     int mostLocals() const;
+    /// Texts that the machine lent since the restart and did not get back.
+    int lentTexts() const;
     std::vector<std::string> violations() const;
 
     /// Makes the call with this number fail. Only calls that can fail are counted, from 1. 0 only
@@ -67,6 +69,7 @@ public:
     bool before(JNIEnv* env, const Traits& traits);
     void made(JNIEnv* env, const Traits& traits, jobject result);
     void deleting(JNIEnv* env, const Traits& traits, jobject reference);
+    void lent(int texts);
     const JNINativeInterface_& original() const { return _original; }
 
 private:
@@ -94,6 +97,7 @@ private:
     int _liveGlobals = 0;
     int _liveLocals = 0;
     int _mostLocals = 0;
+    int _lentTexts = 0;
     int _calls = 0;
     int _failAt = 0;
     bool _failed = false;
