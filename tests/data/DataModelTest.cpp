@@ -93,6 +93,10 @@ TEST(DataModel, CarriesLabelsAndMissingValues)
     VEXA_ValueLabelMap names(12);
     names.SetLabel("none", "nobody");
     names.SetLabel("twelve bytes", "wide");
+    // The host has walked through a part of the labels.
+    const OBS* value = nullptr;
+    const char* label = nullptr;
+    ASSERT_TRUE(names.GetNextPair(value, label));
     name.SetValueLabels(names);
     name.SetMissingValues(std::vector<std::string>{"none", "x"});
     MemorySource source({date, name, numeric("free")});

@@ -142,8 +142,10 @@ TEST_F(SplitRawData, TakesCasesThatTheCallerComposes)
         EXPECT_TRUE(data.AddNewCase(data.GetBufferCase()));
     }
     EXPECT_TRUE(data.AddNewCase(nullptr));
-    EXPECT_TRUE(data.CompleteDataFile());
+    EXPECT_TRUE(data.IsDataWriteFileOpen());
+    data.CloseDataWriteFile();
     EXPECT_FALSE(data.IsDataWriteFileOpen());
+    EXPECT_TRUE(data.CompleteDataFile());
     EXPECT_EQ(recordsOf(*data.CreateHVRawDataIter("c", kWeightRound, true, nullptr, false)),
               "5; 6; ");
 }
@@ -191,6 +193,8 @@ TEST_F(SplitRawData, AFullDiskFailsAndLeavesNothing)
 TEST_F(SplitRawData, HoldsOneGroup)
 {
     HVSplitRawData data(source, {1}, {}, false);
+    EXPECT_TRUE(data.OpenDataWriteFile());
+    EXPECT_TRUE(data.OpenDataReadFile());
     EXPECT_FALSE(data.IsDataReadFileOpen());
     ASSERT_TRUE(filled(data));
     const std::unique_ptr<VEXA_InputCaseIterator> last(source.MakeIterator(nullptr));

@@ -1,3 +1,4 @@
+#include <functional>
 #include <regex>
 
 #include "geo/GeoFixture.h"
@@ -145,9 +146,26 @@ TEST_F(Sources, AskTheEngineAboutOneRecord)
     EXPECT_EQ(reason(), "|Cannot read the selected file.|");
     EXPECT_FALSE(maps->validateServiceLayer("http://maps", 0, model));
     EXPECT_EQ(reason(), "|Shape source is invalid.|");
-    // The next request forgets the reason.
-    EXPECT_FALSE(maps->validateMapService("", model));
-    EXPECT_EQ(reason(), "");
+}
+
+TEST_F(Sources, EachRequestForgetsTheFailureOfTheOneBefore)
+{
+    folder().put("roads.dbf");
+    engine.setAnswer("getCoordinatesSystemInfo(WGS)",
+                     R"({"wkid":1,"name":"WGS","wkt":"W","isProjection":false})");
+    engine.setScript([](ScriptedJob& job) { job.listener().onError("ID", "text", "detail"); });
+    std::string model;
+    const std::function<bool()> requests[] = {
+        [&] { return maps->validateShapeSource(path("roads.shp"), model); },
+        [&] { return maps->validateServiceLayer("http://maps", 0, model); },
+        [&] { return !maps->validateMapService("", model); },
+    };
+    for (const auto& request : requests) {
+        EXPECT_FALSE(maps->getShapeGeoJSON("WGS", 0, "WGS", 0, path("roads.shp"), "m", "g"));
+        ASSERT_EQ(reason(), "ID|text|detail");
+        EXPECT_TRUE(request());
+        EXPECT_EQ(reason(), "");
+    }
 }
 
 TEST_F(Sources, AskAMapServiceForItsLayers)

@@ -197,11 +197,20 @@ TEST_F(RunnerMaps, WhatIsNoJsonThrows)
     std::vector<HVRunner::LayerInfo> layers;
     std::vector<HVRunner::RecommendPCS> systems;
     for (const char* json : {"{", "nonsense"}) {
-        EXPECT_THROW(HVRunner::ParseCoordinatesSystemInfo(json, number, text, text, type),
-                     JNIException);
-        EXPECT_THROW(HVRunner::ParseMapServiceLayers(json, ids, names), JNIException);
-        EXPECT_THROW(HVRunner::ParseMapServiceLayers(json, layers), JNIException);
-        EXPECT_THROW(HVRunner::ParseRecommendPCS(json, number, systems), JNIException);
+        const std::function<void()> readers[] = {
+            [&] { HVRunner::ParseCoordinatesSystemInfo(json, number, text, text, type); },
+            [&] { HVRunner::ParseMapServiceLayers(json, ids, names); },
+            [&] { HVRunner::ParseMapServiceLayers(json, layers); },
+            [&] { HVRunner::ParseRecommendPCS(json, number, systems); },
+        };
+        for (const auto& reader : readers)
+            try {
+                reader();
+                ADD_FAILURE() << "nothing thrown";
+            } catch (const JNIException& exception) {
+                EXPECT_EQ(exception.className(), "com.zor.json.java.JSONException");
+                EXPECT_NE(exception.message(), "");
+            }
     }
 }
 

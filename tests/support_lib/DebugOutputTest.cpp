@@ -44,8 +44,10 @@ TEST(HVDebug, TimesLinesAndSumsThemUp)
     EXPECT_TRUE(table.dimensions[1].hidesName && !table.dimensions[1].hidesChildren);
     ASSERT_EQ(table.dimensions[0].leafCount, 2);
     std::vector<std::string> columns;
-    for (std::size_t i = 1; i < table.dimensions[1].nodes.size(); ++i)
+    for (std::size_t i = 1; i < table.dimensions[1].nodes.size(); ++i) {
         columns.push_back(table.dimensions[1].nodes[i].label.text);
+        EXPECT_EQ(table.dimensions[1].nodes[i].label.key, "") << "a text, not a key";
+    }
     EXPECT_THAT(columns, ElementsAre("Comment", "Time", "Elapsed Time", "Total Elapsed Time",
                                      "Percent", "Cumulative Percent"));
     EXPECT_EQ(table.cells.at({1, 0})->content.text, "second");
@@ -99,13 +101,17 @@ TEST(HVStatDisplay, ShowsValuesAndListsInALine)
         DisplaySV("sv", {"a b", ""});
         DisplayVNL("vnl", {});
         DisplayVCL("vcl", {7, 8, 9}, {true, false});
+        DisplayVL("vl", {0, -1});
+        DisplaySL("sl", {"a"});
+        DisplayVIM("vim", {{5, 0}});
     });
-    EXPECT_THAT(lines, ElementsAre("b = false", "c = missing value for a categorical variable",
-                                   "c = minimum categorical variable value", "c = unrecognized",
-                                   "d = 0.5", "d = miss", "i = -3", "s = text",
-                                   "t = 18446744073709551615", "bv true false", "dv 1e+20 miss",
-                                   "nl <none>", "iv 1 2", "iim (1,-1) (2,3)", "sv \"a b\" \"\"",
-                                   "vnl <none>", "vcl 7(cat) 8(cont) 9(cont)"));
+    EXPECT_THAT(lines,
+                ElementsAre("b = false", "c = missing value for a categorical variable",
+                            "c = minimum categorical variable value", "c = unrecognized", "d = 0.5",
+                            "d = miss", "i = -3", "s = text", "t = 18446744073709551615",
+                            "bv true false", "dv 1e+20 miss", "nl <none>", "iv 1 2",
+                            "iim (1,-1) (2,3)", "sv \"a b\" \"\"", "vnl <none>",
+                            "vcl 7(cat) 8(cont) 9(cont)", "vl 0 -1", "sl \"a\"", "vim (5,0)"));
 }
 
 TEST(HVStatDisplay, ShowsStructuresInLinesOfTheirParts)

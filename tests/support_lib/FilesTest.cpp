@@ -10,6 +10,7 @@
 #include "support/DirectorySpecific.h"
 #include "support/FileSpecific.h"
 #include "support/HVSimpleFile.h"
+#include "support/HostScopes.h"
 #include "support/ScratchFolder.h"
 
 namespace {
@@ -168,6 +169,16 @@ TEST(ScratchFile, TemporaryOneIsThereAtOnceAndGoes)
         const HVSimpleFile kept("scratch.txt", false, false);
     }
     EXPECT_TRUE(fs::remove(path));
+}
+
+TEST(ScratchFile, ItsPathsAreInTheHostsEncodingAndInUtf8)
+{
+    const ScopedCodePage page("windows-1252");
+    const HVSimpleFile file("gr\xfcn.txt", false, true);
+    EXPECT_EQ(file.GetAbsolutePath(), GetVexaTempPath() + "gr\xfcn.txt");
+    EXPECT_EQ(file.GetGenericPath(), GetVexaTempPath() + "gr\xc3\xbcn.txt");
+    EXPECT_EQ(HVSimpleFile::GetAnalyticRootUTF(), HVSimpleFile::GetAnalyticRoot());
+    EXPECT_EQ(HVSimpleFile::GetAnalyticDefaultDirUTF(), HVSimpleFile::GetAnalyticDefaultDir());
 }
 
 TEST(ScratchFile, AnalyticOneIsTheEnginesToWrite)
