@@ -9,7 +9,9 @@
 #include <unistd.h>
 
 #include "DataFileNames.h"
+#include "datafile/CsvFault.h"
 #include "datafile/CsvScanner.h"
+#include "datafile/Duck.h"
 
 namespace EmbeddedHV {
 namespace {
@@ -91,6 +93,31 @@ TEST(CsvScanner, FindsTheRecordsThatTheRulesGive)
     scanner.takeBlankLines();
     EXPECT_EQ(recordsOf(scanner, 5), (Records{"1|a", "2|", "3|", "4|b"}));
     std::filesystem::remove(path);
+}
+
+TEST(DatabaseMessages, HaveAHeadline)
+{
+    const std::pair<const char*, const char*> rows[] = {
+        {"IO Error: no file \"a: b\"", "no file \"a: b\""},
+        {"Out of Memory Error: too much\nPossible Error: none", "too much"},
+        {"without a class\nand more", "without a class"},
+        {"", ""},
+    };
+    for (const auto& [message, line] : rows)
+        EXPECT_EQ(datafile::headline(message), line);
+}
+
+TEST(Statements, WithANulAreRefusedAndNotCut)
+{
+    using namespace std::string_literals;
+    duckdb_database database = datafile::duck::openInMemory();
+    {
+        datafile::duck::Connection connection(database);
+        const std::string cut = "SELECT 1\0, 2"s;
+        EXPECT_THROW(connection.query(cut), datafile::duck::QueryError);
+        EXPECT_THROW(datafile::duck::Prepared(connection, cut), datafile::duck::QueryError);
+    }
+    duckdb_close(&database);
 }
 
 } // namespace

@@ -133,6 +133,7 @@ TEST_F(PendingFileTest, WhatMayNotBeReplacedIsRefusedAndNamed)
     fs::create_symlink("folder", folder / "to folder");
     mkfifo(at("pipe").c_str(), 0600);
     const auto before = names();
+    const std::string tooLong(300, 'n');
     const std::pair<const char*, const char*> rows[] = {
         {"protected", "protected: the file is protected against writing"},
         {"dangling", "dangling: this is a link that leads nowhere"},
@@ -141,6 +142,7 @@ TEST_F(PendingFileTest, WhatMayNotBeReplacedIsRefusedAndNamed)
         {"to folder", "to folder: this is a folder, not a file"},
         {"pipe", "pipe: this is not a regular file"},
         {"none/out", "there is no folder"},
+        {tooLong.c_str(), "the file cannot be written: File name too long"},
     };
     for (const auto& [name, text] : rows)
         EXPECT_THAT(refusalOf(name), HasSubstr(text));
