@@ -184,7 +184,11 @@ TEST(RawDataIterator, IncrementsOneField)
           Row{1, 2, kMissing, "1 10 100; - - -; "}, Row{1, 1, 5, "1 15 100; - - -; "},
           Row{1, 0, 5, "1 6 100; - - -; "}, Row{1, 0, kMissing, "1 1 100; - - -; "}}) {
         SourceRows cases(source);
+        EXPECT_EQ(cases.GetIncrTargetVarInd(), -1);
+        EXPECT_EQ(cases.GetIncrSourceVarInd(), -1);
         cases.SetVariableIncrement(row.target, row.source, row.value);
+        EXPECT_EQ(cases.GetIncrSourceVarInd(), row.source);
+        EXPECT_EQ(cases.GetIncrVarValue(), row.value);
         EXPECT_EQ(recordsOf(cases), row.served) << row.source << " " << row.value;
     }
 }
@@ -379,6 +383,7 @@ TEST(RawDataIterator, StopsForGood)
     SourceRows cases(source);
     StopAfter stop(2);
     cases.SetStopProcessor(&stop);
+    EXPECT_EQ(cases.GetStopProcessor(), &stop);
     EXPECT_EQ(recordsOf(cases), "1; 2; ");
     EXPECT_TRUE(cases.GetCancelStatus());
     cases.SetStopProcessor(nullptr);

@@ -190,16 +190,18 @@ TEST_F(DataModelStep, UpdateWritesGeospatialProperties)
              R"({"name":"5","Geo":{"type":"MultiLineString","coordinates":"2"}},)"
              R"({"name":"6","Geo":{"type":"Polygon","coordinates":"2"}},)"
              R"({"name":"7","Geo":{"type":"MultiPolygon","coordinates":"2"}},{"name":"8"}]})"},
-            {"nothing above 0",
+            {"one coordinate, or nothing above 0",
              [](Update& update) {
                  update.Update("a", CFGeo::Point, 0);
                  update.Update("b", CFGeo::Point, -1, 0, "name", true, "WKT");
                  update.Update("c", CFGeo::Point, -1, -1, "name", true, "", 0, 0, 0, 0);
+                 update.Update("d", CFGeo::Point, 1);
              },
              R"({"fields":[{"name":"a","Geo":{"type":"Point"}},)"
              R"({"name":"b","Geo":{"type":"Point","wkt":"WKT"}},)"
              R"({"name":"c","Geo":{"type":"Point","GeoEnvelope":{"leftUpperX":0.0,)"
-             R"("leftUpperY":0.0,"rightLowerX":0.0,"rightLowerY":0.0}}}]})"},
+             R"("leftUpperY":0.0,"rightLowerX":0.0,"rightLowerY":0.0}}},)"
+             R"({"name":"d","Geo":{"type":"Point","coordinates":"1"}}]})"},
             {"all of it, after another kind",
              [](Update& update) {
                  update.Update("x", CFGeo::Point, 1, 1, "a", false, "b", 9, 9, 9, 9);

@@ -97,6 +97,11 @@ private:
         if (std::regex_search(text, read, std::regex("dataModel\":\"file:///([^\"]*)\"")) &&
             text.find("tsdp:tsdp") != std::string::npos)
             FetchFile::fetch(read[1], modelOfRecords);
+        for (const auto& [step, message] : {std::pair("descriptives:", "described"),
+                                            {"->tsdp:tsdp(", "prepared"},
+                                            {"->rtsdp:", "scored"}})
+            if (text.find(step) != std::string::npos)
+                job.message("W1", message);
         if (jobs().size() == failingJob)
             return job.listener().onError("ID", "text", "detail");
         job.listener().onSuccess();

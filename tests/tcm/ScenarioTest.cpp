@@ -164,6 +164,7 @@ TEST_F(Scenario, ForecastsWithBoundsAndGivenValues)
                                    forecast);
     };
     ASSERT_TRUE(ask(points, "north"));
+    EXPECT_THAT(viewer->getMessages(), testing::ElementsAre("prepared", "scored"));
     EXPECT_THAT(plainJobs().back(),
                 HasSubstr(R"(},"fit":{"doFit":true},"outputOriginalValue":true,)"
                           R"("confidenceLevel":0.9,"scenario":[{"series":["south","sales"],)"
