@@ -31,7 +31,7 @@ val sales = %(sales)s -> deriveField(_, ctx => ("amount", ctx.price * ctx.pieces
 join({"joinType": "inner", "keys": [{"field": "shop"}]}, sales: sales, regions: regions)
   -> aggregate({"groups": ["region"], "output": [{"function": "count", "outName": "records"},
      {"function": "sum", "input": "amount"}, {"function": "mean", "input": "price"}]})
-  -> write({"dataDestination": "file://%(out)s", "type": "text/hvbf"})
+  -> write({"dataDestination": "file://%(out)s", "type": "hvbf"})
 """
 PLAIN = """command INSERT OVERWRITE DIRECTORY 'file:%(out)s' USING parquet
 SELECT region, count(*) AS records, sum(price * pieces) AS amount, avg(price) AS price_mean

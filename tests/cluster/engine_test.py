@@ -5,10 +5,20 @@ import sys
 
 from spark_cluster import Cluster
 
-# The cases that give the same result on a cluster as on the database.
-CASES = ["DataModelStep.*", "StepTest.FractionsOfFactorsAreDrawnTheSameWayEachTime",
-         "StepTest.SamplesAreDrawnBySeedAndStayInOrder", "StepTest.JoinsMatchByTag",
-         "StepTest.UnionsMatchByNameOrByPosition"]
+# The tests that a cluster cannot pass, with the reasons. ClusterTest has what it refuses.
+LEFT_OUT = {
+    "StepTest.EachStepGivesItsRecordsOrNamesItsFault": "the text of an overflow is the database's",
+    "StepTest.AResultBeyondItsTypeIsMissingAndReported": "the cluster does not count such results",
+    "FaultPartsTest.OfMessagesAreDataToo": "likewise",
+    "ReadWriteTest.FilesThatCannotBeReadAreNamed": "an HVBF output is a folder",
+    "ReadWriteTest.SealedFilesOpenWithTheirPasswordOnly": "files are not sealed",
+    "ReadWriteTest.ConfigurationsAreChecked": "maps are refused before their settings are read",
+    "SavFields.ComeBackAsTheyWereAndSoDoTheRecords": "files are not sealed",
+    "RowIteratorTest.RowsOfAWrittenFileComeBackInTheSameProtocol": "files are not sealed",
+    "RowIteratorTest.AnIteratorThatKnowsItsNumberOfRecordsGivesProgress": "sending is half of the work",
+    "RowIteratorTest.OnlyWhatAJobNeedsIsAskedFor": "all fields are sent",
+    "JobLifeTest.AFullDiskIsToldAndLeavesNothing": "the workers have no limit for their files",
+}
 
 
 def main():
@@ -16,8 +26,8 @@ def main():
     with Cluster() as cluster:
         environment = dict(os.environ, HV_TEST_ENGINE_URL=cluster.url,
                            HV_TEST_ENGINE_SCRATCH=f"file:{cluster.scratch}")
-        words = [program, f"--gtest_filter={':'.join(CASES)}"]
-        status = subprocess.run(words, check=False, env=environment, timeout=1500).returncode
+        words = [program, f"--gtest_filter=-{':'.join(LEFT_OUT)}"]
+        status = subprocess.run(words, check=False, env=environment, timeout=1700).returncode
         left = sorted(path.name for path in cluster.scratch.iterdir())
         if left:
             print(f"left in the scratch folder: {left}")

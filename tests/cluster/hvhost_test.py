@@ -48,13 +48,17 @@ class Proxy:
         except OSError:
             pass
 
-    def cut(self):
-        self.listener.close()
+    def interrupt(self):
+        """Ends all connections. New ones are possible."""
         for each in self.sockets:
             try:
                 each.shutdown(socket.SHUT_RDWR)
             except OSError:
                 pass
+
+    def cut(self):
+        self.listener.shutdown(socket.SHUT_RDWR)  # also ends the call that waits for a connection
+        self.interrupt()
 
 
 class HvhostTest(unittest.TestCase):
@@ -99,13 +103,16 @@ class HvhostTest(unittest.TestCase):
         before = log.stat().st_size
         process = self.start("run", self.job("slow", self.slow), url=url)
         end = time.monotonic() + ENOUGH
-        # The first tasks look for the columns of the file.
-        while log.read_bytes()[before:].count(b"Starting task") < 4 and time.monotonic() < end:
+        while b"Starting task" not in log.read_bytes()[before:] and time.monotonic() < end:
             self.assertIsNone(process.poll(), "the job is over already")
             time.sleep(0.2)
         time.sleep(1)
         self.assertIsNone(process.poll(), "the job is over already")
         return process
+
+    def check_slow(self):
+        """The result of start_slow."""
+        self.assertRegex((self.folder / "slow.csv").read_text(encoding="utf-8"), r"n,sd_wind\n1461000000,1\.")
 
     def expect_failure(self, process, statuses, *words):
         out, err = process.communicate(timeout=ENOUGH)
@@ -125,8 +132,8 @@ class HvhostTest(unittest.TestCase):
         self.assertEqual(list(self.cluster.scratch.iterdir()), [])
 
     def test_1_two_hosts_use_the_same_names_at_once(self):
-        text = (self.read(DATA / "weather.csv") + ' -> filterRecords(_, ctx => ctx.%s) -> write({"dataSource": "s"})\n'
-                'read({"dataSource": "s"}) -> write({"dataDestination": "plain", "type": "text/hvbf"})\n'
+        text = (self.read(DATA / "weather.csv") + ' -> filterRecords(_, ctx => x => x.%s) -> write({"dataSource": "s"})\n'
+                'read({"dataSource": "s"}) -> write({"dataDestination": "plain", "type": "hvbf"})\n'
                 'read({"filesystem": {"locations": [{"path": "plain", "parser": {"name": "hvbf"}}]}}) -> aggregate('
                 '{"output": [{"function": "count", "outName": "n"}, {"function": "sum", "input": "wind"}]}) -> ')
         conditions = {"calm": "wind < 3", "storm": "wind >= 3"}
@@ -149,12 +156,10 @@ class HvhostTest(unittest.TestCase):
         for times in (300, 3000):
             text = self.read(DATA / "weather.csv") + f" -> balanceRecords(_, ctx => x => {times}) -> " \
                 + self.write(f"{times}.csv")
-            process = self.start("run", self.job("many", text))
-            _, status, used = os.wait4(process.pid, 0)
-            process.returncode = os.waitstatus_to_exitcode(status)
-            self.assertEqual(process.returncode, 0, process.stderr.read())
-            process.stdout.close()
-            process.stderr.close()
+            with self.start("run", self.job("many", text)) as process:
+                _, status, used = os.wait4(process.pid, 0)
+                process.returncode = os.waitstatus_to_exitcode(status)
+                self.assertEqual(process.returncode, 0, process.stderr.read())
             peaks.append(used.ru_maxrss / 1000)
             with open(self.folder / f"{times}.csv", "rb") as file:
                 self.assertEqual(sum(1 for _ in file), 1461 * times + 1)
@@ -192,6 +197,14 @@ class HvhostTest(unittest.TestCase):
         self.expect_failure(process, (130,), "")
         self.assertLess(time.monotonic() - begin, 2 + 3)  # the process ends after the job
 
+    def test_4_an_interrupted_connection_is_taken_up_again(self):
+        proxy = Proxy(int(self.cluster.url.rsplit(":", 1)[1]))
+        process = self.start_slow(proxy.url)
+        proxy.interrupt()
+        out, err = process.communicate(timeout=ENOUGH)
+        self.assertEqual(process.returncode, 0, out + err)
+        self.check_slow()
+
     def test_4_the_network_is_cut(self):
         proxy = Proxy(int(self.cluster.url.rsplit(":", 1)[1]))
         process = self.start_slow(proxy.url)
@@ -203,7 +216,7 @@ class HvhostTest(unittest.TestCase):
         self.cluster.workers[0].kill()
         out, err = process.communicate(timeout=ENOUGH)
         self.assertEqual(process.returncode, 0, out + err)
-        self.assertRegex((self.folder / "slow.csv").read_text(encoding="utf-8"), r"n,sd_wind\n1461000000,1\.")
+        self.check_slow()
 
     def test_6_the_server_is_killed(self):
         process = self.start_slow()

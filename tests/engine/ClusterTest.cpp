@@ -1,0 +1,93 @@
+#include <filesystem>
+
+#include "EngineBackend.h"
+#include "engine/ClusterMachine.h"
+#include "engine/EngineFixture.h"
+
+// What only a job on a cluster does. tests/cluster/engine_test.py starts the cluster.
+
+using namespace EmbeddedHV;
+using namespace EngineTest;
+using testing::HasSubstr;
+
+namespace {
+
+class ClusterTest : public EngineFixture
+{
+protected:
+    void SetUp() override
+    {
+        if (clusterUrl().empty())
+            GTEST_SKIP() << "without a cluster";
+    }
+};
+
+std::size_t threadCount()
+{
+    const std::filesystem::directory_iterator tasks("/proc/self/task");
+    return static_cast<std::size_t>(std::distance(begin(tasks), end(tasks)));
+}
+
+TEST_F(ClusterTest, WhatItCannotDoIsRefusedBeforeAnythingRuns)
+{
+    write("in.csv", "k\n1\n");
+    const std::string first = readCsv("in.csv") + " -> " + writeCsv("out.csv") + "\n";
+    for (
+        const char* step :
+        {R"(reprojection({"field": "k", "wkid": 3857}))",
+         R"(write({"dataDestination": "$DIR/s.sav", "type": "application/x-vexa-sav", "dataPassword": "p"}))",
+         R"(write({"dataDestination": "$DIR/m.json", "type": "text/geojson"}))"}) {
+        const auto listener = run(first + readCsv("in.csv") + " -> " + step);
+        EXPECT_EQ(listener.errorId, "HVEPL0013E") << listener.errorText;
+        EXPECT_THAT(listener.errorText, HasSubstr("run the job on the embedded engine"));
+        EXPECT_EQ(files(), std::vector<std::string>{"in.csv"}) << step;
+    }
+}
+
+TEST_F(ClusterTest, ComponentsCollectNoMoreThanTheyMay)
+{
+    EHVAppSetting settings(path("root"), std::getenv("HV_TEST_COMPONENTS"), "en_US");
+    settings.addProperty(kBackendSetting, "spark");
+    settings.addProperty(kUrlSetting, clusterUrl());
+    settings.addProperty(kScratchSetting, std::getenv("HV_TEST_ENGINE_SCRATCH"));
+    settings.addProperty(kCollectSetting, "8000");
+    HVServiceManager small(clusterMachine(), settings);
+    write("in.csv", numbers(2000));
+    // Only the fields that the component reads count: one of two.
+    for (const auto& [records, ending] : {std::pair{1000, "success"}, {1001, "error"}}) {
+        const std::unique_ptr<Execution> execution(
+            small.getExecutionService()->createExecution("en_US"));
+        execution->prepare(
+            nullptr,
+            expanded(readCsv("in.csv", ", \"maxRecordsCount\": " + std::to_string(records)) +
+                     R"( -> deriveField(_, ctx => x => ("other", 1.5)) -> descriptives:descriptives(
+                     {"inputFieldList": ["other"]}, _,
+                     [{"export": true, "name": "StatXML", "uri": "$DIR/stat.zip"}]))"));
+        RecordingListener listener;
+        execution->execute(nullptr, &listener);
+        EXPECT_EQ(listener.ending, ending) << listener.errorText;
+        if (records > 1000) {
+            EXPECT_EQ(listener.errorId, "HVEIO0025E");
+            EXPECT_THAT(listener.errorText, HasSubstr("\"engine.collect.bytes\""));
+        }
+    }
+}
+
+TEST_F(ClusterTest, AThousandJobsLeaveNothingBehind)
+{
+    write("in.csv", "k,v\n1,2\n3,4\n");
+    const std::string job =
+        readCsv("in.csv") +
+        R"( -> aggregate({"output": [{"function": "count", "outName": "n"}]}) -> )" +
+        writeCsv("out.csv");
+    std::size_t before = 0;
+    for (int i = 0; i < 1000; ++i) {
+        ASSERT_EQ(succeeded(run(job)).ending, "success") << i;
+        if (i == 20) // the client's pools of threads are full
+            before = threadCount();
+    }
+    EXPECT_LT(threadCount(), before + 20); // the virtual machine has a few more
+    EXPECT_EQ(files(), (std::vector<std::string>{"in.csv", "out.csv"}));
+}
+
+} // namespace
