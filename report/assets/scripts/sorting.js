@@ -63,9 +63,11 @@
 
   /** Arranges all rows of a table. `groups` are those of each body. */
   const arrangeAll = (table, groups, column, columns, sign) => {
-    const all = [...groups.values()].flat();
-    if (all.length === 1 && page.suitsBlocks(table, all[0].rows.length))
-      page.layInBlocks(table, sorted(all[0], column, columns, sign));
+    const parts = [...groups.values()].flatMap((inBody) =>
+      inBody.map(({ rows, labels }, at) => ({ rows, labels, isFirst: at === 0 })));
+    if (page.suitsBlocks(table, parts))
+      page.layInBlocks(table, parts.map((part) =>
+        ({ ...part, rows: sorted(part, column, columns, sign) })));
     else
       for (const [body, inBody] of groups)
         arrange(body, inBody, column, columns, sign);
