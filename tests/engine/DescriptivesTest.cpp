@@ -214,6 +214,11 @@ std::vector<MomentCase> momentCases()
          4,
          listed({1.7e308, -1.7e308, 1.5e308, 1e307}),
          {4e+307, none, 1.5705625319186329e+308, -0.991209662218918, -0.4742147552958365}},
+        // Half of a sum is the negative of the other half.
+        {"balanced",
+         4,
+         listed({1.5, -1.5, 2.5, -2.5}),
+         {0.0, 5.666666666666667, 2.3804761428476167, 0.0, -4.339100346020762}},
         {"tiny",
          4,
          listed({1e-200, 2e-200, 4e-200, 5e-200}),
@@ -389,6 +394,8 @@ TEST_F(Descriptives, DetectsTheIntervalOfPeriodFields)
          4, 1, R"({"Year":2021,"Day":3})"},
         {"the hour,minute\n8,0\n8,30\n9,30\n8.5,0\n", R"(["the hour", "minute"])",
          R"(["hour","minute"])", "minute", 4, 1, R"({"the hour":9,"minute":30})"},
+        {"hour,minute\n23,0\n23,30\n24,0\n23,60\n", R"(["hour", "minute"])", R"(["hour","minute"])",
+         "minute", 2, 0, R"({"hour":23,"minute":30})"},
     };
     for (const Case& tested : cases) {
         succeeded(describe(tested.csv,

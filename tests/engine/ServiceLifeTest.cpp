@@ -159,6 +159,22 @@ TEST_F(ServiceLifeTest, TheSettingsChooseTheBackendOrSayWhatIsWrong)
     }
 }
 
+TEST_F(ServiceLifeTest, TheSettingsGiveTheDatabaseItsFolderAndThreads)
+{
+    EHVAppSetting given = settings();
+    given.addProperty("ae.temp.path", path("spill"));
+    given.addProperty("mmr.threads", "1");
+    Database database;
+    database.configure(given);
+    const auto setting = [&](const char* name) {
+        return database.connect()
+            ->query(std::string("SELECT CAST(current_setting('") + name + "') AS VARCHAR)")
+            .bytes(0, 0);
+    };
+    EXPECT_THAT(setting("temp_directory"), testing::StartsWith(path("spill") + "/hv-spill-"));
+    EXPECT_EQ(setting("threads"), "1");
+}
+
 TEST_F(ServiceLifeTest, TheEndOfALeaseAllocatesNothing)
 {
     Database database;

@@ -309,6 +309,16 @@ TEST_F(StepTest, JoinsMatchByTag)
             EXPECT_EQ(read("out.csv"), expected);
         }
     }
+    const auto listener =
+        run("val l = " + readCsv("l.csv") + "\nval r = " + readCsv("r.csv") +
+            "\n"
+            R"(join({"matchFields": [{"l": "city", "r": "name"}], )"
+            R"("outputFields": {"l": ["person"], "R": ["size"]}}, l: l, r: r) -> )" +
+            writeCsv("out.csv"));
+    ASSERT_EQ(listener.messages.size(), 1U) << listener.errorText;
+    EXPECT_THAT(listener.messages[0].second,
+                HasSubstr(R"(join: the setting "outputFields.R" is not known)"));
+    EXPECT_EQ(sorted(read("out.csv")), sorted("person\nAnn\nCid\n"));
 }
 
 TEST_F(StepTest, UnionsMatchByNameOrByPosition)

@@ -55,6 +55,7 @@ SETS = {
     "weighted": ([1e6 + i % 11 / 8 for i in range(1500)], [fractional(i) for i in range(1500)]),
     "constant": ([0.1] * 30, [fractional(i) for i in range(30)]),
     "huge": ([1.7e308, -1.7e308, 1.5e308, 1e307],),
+    "balanced": ([1.5, -1.5, 2.5, -2.5],),
     "tiny": ([1e-200, 2e-200, 4e-200, 5e-200],),
 }
 
