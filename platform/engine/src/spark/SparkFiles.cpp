@@ -192,15 +192,12 @@ std::unique_ptr<Output> SparkFiles::output(JobContext& context, const FileOutput
         std::erase_if(_edge->profiles, [&settings](const auto& known) {
             return known.first.first == settings.path;
         });
-    FileOutputSettings onCluster = settings;
-    if (settings.kind == FileKind::Hvbf) {
-        onCluster.path = folderOf(settings.path);
-        return clusterFolder(_session, context, onCluster, fields);
-    }
+    if (settings.kind == FileKind::Hvbf)
+        return clusterFolder(_session, context, settings, folderOf(settings.path), fields);
     if (!isOfCluster(settings.path))
         return streamedFile(_session, context, settings, fields);
     if (settings.kind == FileKind::Csv)
-        return clusterFolder(_session, context, settings, fields);
+        return clusterFolder(_session, context, settings, settings.path, fields);
     throw JobError(errors::kNotAvailable,
                    {.step = "write",
                     .file = settings.path,

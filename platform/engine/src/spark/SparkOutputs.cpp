@@ -55,8 +55,9 @@ class ClusterFolder final : public Output
 {
 public:
     ClusterFolder(SparkSession& session, JobContext& context, const FileOutputSettings& settings,
-                  const Fields& fields)
-        : _session(session), _context(context), _settings(settings), _fields(fields)
+                  std::string folder, const Fields& fields)
+        : _session(session), _context(context), _settings(settings), _folder(std::move(folder)),
+          _fields(fields)
     {
         if (!settings.modelPath.empty() && !isOfCluster(settings.modelPath))
             _model.emplace(settings.modelPath, "write");
@@ -76,16 +77,16 @@ public:
     bool writesFile() const override { return true; }
     std::string statement(const std::string& select) override
     {
-        _isNew = !_context.dataFiles->exists(_settings.path);
+        _isNew = !_context.dataFiles->exists(_folder);
         _isWriting = true;
         return sparkDialect().fileOf(
             typedSelect(_fields, select),
-            {clusterPath(_settings.path), _settings.kind == FileKind::Csv, _fields});
+            {clusterPath(_folder), _settings.kind == FileKind::Csv, _fields});
     }
     void commit() override
     {
         if (_settings.kind == FileKind::Hvbf)
-            writeModelTo(modelIn(_settings.path));
+            writeModelTo(modelIn(_folder));
         if (_model) {
             _model->write(dataModelOf(_fields));
             _model->commit();
@@ -94,8 +95,7 @@ public:
         }
         _isWriting = false;
         if (_settings.kind == FileKind::Hvbf)
-            _context.written[fileNameOf(_settings.path)] = {
-                _settings.path, FileKind::Hvbf, _fields, {}};
+            _context.written[fileNameOf(_folder)] = {_folder, FileKind::Hvbf, _fields, {}};
         _context.unwritten.erase(canonicalPath(_settings.path));
         if (!_settings.modelPath.empty())
             _context.unwritten.erase(canonicalPath(_settings.modelPath));
@@ -125,7 +125,7 @@ private:
             const Dialect& dialect = sparkDialect();
             const std::string name = _session.newTag();
             runCommand(_session.client(), "CREATE DATABASE " + dialect.name(name) + " LOCATION " +
-                                              dialect.literal(clusterPath(_settings.path)));
+                                              dialect.literal(clusterPath(_folder)));
             runCommand(_session.client(), dropDatabase(name));
         } catch (const std::exception&) {
             return; // without its _SUCCESS file, the folder is not complete
@@ -135,6 +135,7 @@ private:
     SparkSession& _session;
     JobContext& _context;
     FileOutputSettings _settings;
+    std::string _folder; ///< the path on the cluster
     Fields _fields;
     std::optional<PendingFile> _model;
     bool _isNew = false; ///< there was nothing of this path before
@@ -162,9 +163,10 @@ std::unique_ptr<Output> streamedFile(SparkSession& session, JobContext& context,
 }
 
 std::unique_ptr<Output> clusterFolder(SparkSession& session, JobContext& context,
-                                      const FileOutputSettings& settings, const Fields& fields)
+                                      const FileOutputSettings& settings, std::string folder,
+                                      const Fields& fields)
 {
-    return std::make_unique<ClusterFolder>(session, context, settings, fields);
+    return std::make_unique<ClusterFolder>(session, context, settings, std::move(folder), fields);
 }
 
 } // namespace EmbeddedHV

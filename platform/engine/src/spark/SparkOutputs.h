@@ -14,9 +14,11 @@ std::string typedSelect(const Fields& fields, const std::string& select);
 /// returns. Borrows the session and the context. Throws JobError.
 std::unique_ptr<Output> streamedFile(SparkSession& session, JobContext& context,
                                      const FileOutputSettings& settings, const Fields& fields);
-/// A folder of files, which the workers write. Borrows the session and the context. Throws
+/// A folder of files, which the workers write. `folder` is its path on the cluster, which differs
+/// from the one in the settings for a plain name. Borrows the session and the context. Throws
 /// JobError.
 std::unique_ptr<Output> clusterFolder(SparkSession& session, JobContext& context,
-                                      const FileOutputSettings& settings, const Fields& fields);
+                                      const FileOutputSettings& settings, std::string folder,
+                                      const Fields& fields);
 
 } // namespace EmbeddedHV
