@@ -390,7 +390,8 @@ void writeMany()
             (*heading)->isFolded = true;
 }
 
-/// So many rows that a reader notices how long their sorting takes. The total is the last one.
+/// So many rows that a reader notices how long their sorting takes. The total is the last one. Then
+/// the same for rows with a common label.
 void writeLong()
 {
     TnProcedure procedure("Long");
@@ -410,6 +411,17 @@ void writeLong()
     }
     rows->Category(words("Total"));
     fill(20000);
+
+    const Table values = tableUnder(procedure, "Values");
+    const Dimension labels = dimensionOf(*values, "Value", TnDimension::Row);
+    const Dimension counts = dimensionOf(*values, "Count", TnDimension::Column);
+    const Group valid(labels->Group(words("Valid"), true, TnGroup::Unsorted));
+    for (int row = 0; row < 1100; ++row) {
+        valid->Category(words("value " + std::to_string(row)));
+        counts->Category(words("Count")).Cell(number(row * 7919 % 1103, kFormatNumber, 0));
+    }
+    labels->Category(words("Total"));
+    counts->Category(words("Count")).Cell(number(1100, kFormatNumber, 0));
 }
 
 /// A million cells, each of which names its labels.

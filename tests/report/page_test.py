@@ -175,6 +175,21 @@ class Tables(unittest.TestCase):
         self.assertEqual(page.evaluate(order), first)
         self.assertEqual(page.complaints(), [])
 
+    def test_each_block_of_a_long_table_has_the_labels_of_its_rows(self):
+        page = opened("long")
+        grid = "page.grid([...named('Values').tBodies].flatMap((part) => [...part.rows]))"
+        orders = []
+        for _ in range(4):
+            orders.append(page.evaluate(grid))
+            page.evaluate("named('Values').querySelector('[data-column] button').click()")
+        self.assertTrue(page.evaluate("named('Values').matches('.blocks')"))
+        self.assertEqual(orders[3], orders[0])
+        self.assertEqual([row[0] for row in orders[1]], ["Valid"] * 1100 + ["Total"])
+        self.assertEqual(orders[1], sorted(orders[0][:-1], key=lambda row: int(row[2])) + orders[0][-1:])
+        left = page.evaluate("""[...named("Values").tBodies].map((block) =>
+            Math.round(block.rows[0].cells[0].getBoundingClientRect().left * 4))""")
+        self.assertEqual(left, left[:1] * 12)
+
     def test_copies_have_every_digit_and_every_label(self):
         page = opened("sample")
         page.evaluate("""document.addEventListener("copy", (event) => {
