@@ -27,9 +27,10 @@ JARS = ROOT / "build" / "deps" / "cluster"
 SOURCES = ROOT / "platform" / "engine" / "cluster" / "java" / "test" / "com" / "vexa" / "ae" / "cluster"
 READ = 'read({"filesystem": {"locations": [{"path": "file://%s", "parser": {"name": "hvbf"}}]}})'
 JOB = """val regions = %(regions)s
-val sales = %(sales)s -> deriveField(_, ctx => ("amount", ctx.price * ctx.pieces))
-join({"joinType": "inner", "keys": [{"field": "shop"}]}, sales: sales, regions: regions)
-  -> aggregate({"groups": ["region"], "output": [{"function": "count", "outName": "records"},
+val sales = %(sales)s -> deriveField(_, ctx => x => ("amount", x.price * x.pieces))
+join({"matchFields": [{"sales": "shop", "regions": "shop"}],
+      "outputFields": {"sales": ["price", "amount"], "regions": ["region"]}}, sales, regions)
+  -> aggregate({"output": [{"function": "key", "input": "region"}, {"function": "count", "outName": "records"},
      {"function": "sum", "input": "amount"}, {"function": "mean", "input": "price"}]})
   -> write({"dataDestination": "file://%(out)s", "type": "hvbf"})
 """
@@ -93,7 +94,7 @@ def program(words, environment):
     process = subprocess.Popen(words, env=environment)
     _, status, used = os.wait4(process.pid, 0)
     if status != 0:
-        sys.exit(f"{words[0]} ends with status {status}")
+        sys.exit(f"{words[0]} ends with status {os.waitstatus_to_exitcode(status)}")
     return time.monotonic() - begin, used.ru_maxrss / 1000
 
 
@@ -155,11 +156,11 @@ def main(build, millions):
                 begin = time.monotonic()
                 sql.run(PLAIN % places)
                 plain.append(time.monotonic() - begin)
-                seconds, peak = program([hvhost, "run", job], remote)
+                seconds, peak = program([hvhost, "run", "--force", job], remote)
                 times.append(seconds)
                 memory.append(peak)
             print_constants(sql, folder / "sales", millions * 1000000)
-            start = statistics.median(program([hvhost, "run", empty_job(folder)], remote)[0]
+            start = statistics.median(program([hvhost, "run", "--force", empty_job(folder)], remote)[0]
                                       for _ in range(REPETITIONS))
             sql.end()
         over |= report(f"cluster: {millions} million records", statistics.median(times),
@@ -168,10 +169,10 @@ def main(build, millions):
         over |= large
         print(f"cluster: peak memory of hvhost: {max(memory):.4g} MB (limit {MEMORY_LIMIT} MB)"
               f"{' OVER' if large else ''}", flush=True)
-        local = [program([hvhost, "run", job_file(folder, "local")], os.environ)[0]
+        local = [program([hvhost, "run", "--force", job_file(folder, "local")], os.environ)[0]
                  for _ in range(REPETITIONS)]
         print(f"the embedded engine beside it: {statistics.median(local):.4g} s")
-        start_here = program([hvhost, "run", empty_job(folder)], os.environ)[0]
+        start_here = program([hvhost, "run", "--force", empty_job(folder)], os.environ)[0]
         print(f"a job of {SMALL} records: {start:.3g} s on the cluster, {start_here:.3g} s here")
     finally:
         shutil.rmtree(folder)

@@ -338,9 +338,9 @@ class ClusterSessionTest
         ClassLoader before = Thread.currentThread().getContextClassLoader();
         Class<?> type = ClusterLibrary.open(System.getProperty("cluster.client"));
         assertNotSame(ClusterSession.class, type);
-        try (AutoCloseable session = (AutoCloseable) type.getMethod("open", String.class, long.class,
-                long.class).invoke(null, URL, (long) LIMIT, 0L)) {
-            assertTrue(type.getMethod("version").invoke(session).toString().startsWith("4."));
+        try (AutoCloseable session = (AutoCloseable) type.getConstructor(String.class, long.class,
+                long.class).newInstance(URL, (long) LIMIT, 0L)) {
+            assertTrue(type.getMethod("connect").invoke(session).toString().startsWith("4."));
             assertEquals("[{\"name\":\"a\",\"type\":\"INT\",\"nullable\":false}]",
                 type.getMethod("schema", String.class).invoke(session, "SELECT 1 AS a"));
         }
