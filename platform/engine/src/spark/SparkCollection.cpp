@@ -32,20 +32,18 @@ public:
     std::string target() const override { return "the records for " + _step; }
     std::string statement(const std::string& select) override
     {
-        DuckSession& edge = _session.edge();
-        _writer.start(duckDialect().newTemporaryTable(edge.tableName(_table, TableOwner::Job),
-                                                      _writer.select()),
-                      "collects " + target(), &edge);
         return typedSelect(_fields, select);
     }
     bool takesRecords() const override { return true; }
     void take(RecordBatch& batch) override
     {
         countBytes(batch);
+        start();
         _writer.put(batch);
     }
     void commit() override
     {
+        start();
         try {
             _writer.finish();
         } catch (const StatementFault& fault) {
@@ -56,6 +54,17 @@ public:
     NodePtr records() override { return _records; }
 
 private:
+    /// Not before the first batch: until then the edge session may still read what is sent to the
+    /// cluster.
+    void start()
+    {
+        if (std::exchange(_isStarted, true))
+            return;
+        DuckSession& edge = _session.edge();
+        _writer.start(duckDialect().newTemporaryTable(edge.tableName(_table, TableOwner::Job),
+                                                      _writer.select()),
+                      "collects " + target(), &edge);
+    }
     void countBytes(const RecordBatch& batch)
     {
         for (std::size_t i = 0; i < _fields.size(); ++i) {
@@ -85,6 +94,7 @@ private:
     Fields _fields;
     std::string _table;
     PipedWriter _writer; ///< ends before what it borrows
+    bool _isStarted = false;
     std::int64_t _bytes = 0;
     NodePtr _records;
 };
