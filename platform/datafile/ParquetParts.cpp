@@ -107,16 +107,9 @@ Keys keysOf(const ParquetParts& parts, const std::string& file)
 
 CFField::StorageType storageOf(CsvKind kind)
 {
-    switch (kind) {
-    case CsvKind::Integer:
-        return CFField::Integer;
-    case CsvKind::Real:
-        return CFField::Real;
-    case CsvKind::Date:
-        return CFField::Date;
-    default: // other texts may be encoded in the names of folders
-        return CFField::String;
-    }
+    // Other texts may be encoded in the names of folders.
+    const bool isPlain = kind == CsvKind::Integer || kind == CsvKind::Real || kind == CsvKind::Date;
+    return isPlain ? storageOfKind(kind) : CFField::String;
 }
 
 std::string namesOf(const Keys& keys)

@@ -6,7 +6,7 @@
   const leastRows = 1000;
   const rowsOfBlock = 100;
 
-  /** For each table in blocks, the labels that stand before all rows of a block. */
+  /** For each table in blocks: the labels that all rows of a block have together. */
   const labelsOf = new WeakMap();
 
   /** The width of a header with room for the arrow that shows the order. */
