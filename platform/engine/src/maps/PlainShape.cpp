@@ -1,6 +1,9 @@
 #include "maps/PlainShape.h"
 
+#include <bit>
 #include <charconv>
+#include <cstdint>
+#include <cstring>
 
 #include "base/AsciiText.h"
 
@@ -9,6 +12,31 @@ namespace {
 
 /// A number without an exponent and so many characters is in the range of doubles.
 constexpr std::size_t kMostDigits = 300;
+
+/// The number of digits at the start of the text, tested eight at a time: a coordinate may have
+/// seventeen.
+std::size_t digitRun(std::string_view text)
+{
+    constexpr std::uint64_t kZeros = 0x3030303030303030U;
+    constexpr std::uint64_t kBeyondNine = 0x7676767676767676U; // 10 and more reach the high bit
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    std::size_t at = 0;
+    for (; at + sizeof(std::uint64_t) <= text.size(); at += sizeof(std::uint64_t)) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text.data() + at, sizeof word);
+        word ^= kZeros;
+        // A carry only changes bytes behind one that is not a digit.
+        const std::uint64_t others = ((word + kBeyondNine) | word) & kHighBits;
+        if (others == 0)
+            continue;
+        if constexpr (std::endian::native == std::endian::little)
+            return at + static_cast<std::size_t>(std::countr_zero(others)) / 8;
+        break;
+    }
+    while (at < text.size() && base::isDigit(text[at]))
+        ++at;
+    return at;
+}
 
 /// `keepsPoints` is false where only the form of the text matters.
 template <bool keepsPoints>
@@ -84,12 +112,7 @@ private:
         return true;
     }
 
-    std::size_t digits(std::size_t at) const
-    {
-        while (at < _text.size() && base::isDigit(_text[at]))
-            ++at;
-        return at;
-    }
+    std::size_t digits(std::size_t at) const { return at + digitRun(_text.substr(at)); }
 
     /// The length of the number at the start, without an exponent; 0 if it is not one of JSON.
     std::size_t numberLength() const
