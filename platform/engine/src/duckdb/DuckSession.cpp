@@ -64,6 +64,28 @@ private:
     mutable duck::Result _rows; ///< the database's interface has no constant results
 };
 
+/// Makes streamed statements wait until each chunk is fetched. Without it the database fills a
+/// buffer of a megabyte, in which it does not count long texts. A chunk has more bytes than this
+/// buffer. With a buffer of one byte, the database waits forever for some sources.
+class ShortBuffer
+{
+public:
+    explicit ShortBuffer(duck::Connection& connection) : _connection(connection)
+    {
+        explained([&] { _connection.query("SET streaming_buffer_size = '32KB'"); });
+    }
+    ShortBuffer(const ShortBuffer&) = delete;
+    ShortBuffer& operator=(const ShortBuffer&) = delete;
+    ~ShortBuffer()
+    {
+        // If it fails, later statements are slower and not wrong.
+        duckdb_query(_connection.handle(), "RESET streaming_buffer_size", nullptr);
+    }
+
+private:
+    duck::Connection& _connection;
+};
+
 } // namespace
 
 const Dialect& DuckSession::dialect() const
@@ -94,6 +116,14 @@ void DuckSession::stream(const std::string& sql, Cancellation& cancellation,
             take(batch);
         }
     });
+}
+
+void DuckSession::streamLarge(const std::string& sql, Cancellation& cancellation,
+                              const Progress& progress,
+                              const std::function<void(RecordBatch&)>& take)
+{
+    const ShortBuffer buffer(*_connection);
+    stream(sql, cancellation, progress, take);
 }
 
 std::string DuckSession::tableName(const std::string& table, TableOwner)

@@ -18,6 +18,8 @@ public:
     void run(const std::string& sql, Cancellation& cancellation, const Progress& progress) override;
     void stream(const std::string& sql, Cancellation& cancellation, const Progress& progress,
                 const std::function<void(RecordBatch&)>& take) override;
+    void streamLarge(const std::string& sql, Cancellation& cancellation, const Progress& progress,
+                     const std::function<void(RecordBatch&)>& take) override;
     std::string tableName(const std::string& table, TableOwner owner) override;
     std::string beginAddition(const std::string& table, const std::string& select) override;
     void endAddition() override { query("COMMIT"); }

@@ -68,6 +68,14 @@ public:
     virtual void stream(const std::string& sql, Cancellation& cancellation,
                         const Progress& progress,
                         const std::function<void(RecordBatch&)>& take) = 0;
+    /// Like `stream`, for records of kilobytes: the statement runs at most one batch ahead of
+    /// `take`, if the backend would run ahead by a number of records, whatever their size.
+    virtual void streamLarge(const std::string& sql, Cancellation& cancellation,
+                             const Progress& progress,
+                             const std::function<void(RecordBatch&)>& take)
+    {
+        stream(sql, cancellation, progress, take);
+    }
 
     /// The SQL name of a table. Prepares the place for tables of this owner. Throws JobError.
     virtual std::string tableName(const std::string& table, TableOwner owner) = 0;

@@ -223,11 +223,15 @@ void Job::runSql(Session& session, const std::string& sql, bool keepsNothing, Ou
         session.run(sql, _cancellation, progress);
         return;
     }
-    session.stream(sql, _cancellation, progress, [&](RecordBatch& batch) {
+    const auto take = [&](RecordBatch& batch) {
         throwIfCancelled();
         if (taker)
             taker->take(batch);
-    });
+    };
+    if (taker && taker->hasLargeRecords())
+        session.streamLarge(sql, _cancellation, progress, take);
+    else
+        session.stream(sql, _cancellation, progress, take);
 }
 
 void Job::explainFailure(const StatementFault& fault, const std::vector<SourceCheck*>& checks,

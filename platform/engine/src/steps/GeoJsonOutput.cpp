@@ -13,7 +13,7 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr const char* kWriteStep = "write";
-constexpr std::size_t kFlushBytes = std::size_t{1} << 20;
+constexpr std::size_t kFlushBytes = std::size_t{256} << 10;
 constexpr int kDegreesWkid = 4326; // the system of a document that names none
 
 std::size_t shapesIn(const Fields& fields)

@@ -28,6 +28,7 @@ public:
     bool writesFile() const override { return true; }
     std::string statement(const std::string& select) override;
     bool takesRecords() const override { return true; }
+    bool hasLargeRecords() const override { return true; }
     void take(RecordBatch& batch) override;
     void commit() override;
 

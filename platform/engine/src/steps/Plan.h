@@ -110,6 +110,8 @@ public:
     /// that returns them.
     virtual std::string statement(const std::string& select) = 0;
     virtual bool takesRecords() const { return false; }
+    /// Whether a record that is taken may have kilobytes.
+    virtual bool hasLargeRecords() const { return false; }
     /// The part of the whole work that the statement is, 0 to 1, for the progress of the job. The
     /// rest is commit, which reports its progress to the job's context.
     virtual double statementShare() const { return 1; }
