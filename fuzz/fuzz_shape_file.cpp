@@ -24,10 +24,14 @@ void readAll(Layer& layer)
     require(!all.empty() && layer.fields().back().GetGeo() != nullptr);
     layer.rewind(all);
     LayerValue value;
+    Shape shape;
     constexpr int kMost = 1000; // a header may claim more records than there are
-    for (int record = 0; record < kMost && layer.next(); ++record)
+    for (int record = 0; record < kMost && layer.next(); ++record) {
         for (const std::size_t field : all)
             layer.read(field, value);
+        // The last field has the shape.
+        require(layer.readShape(shape) != value.isMissing);
+    }
 }
 
 } // namespace

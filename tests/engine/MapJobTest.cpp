@@ -250,6 +250,60 @@ TEST_F(MapJob, ReprojectionMovesShapesByWhateverNamesTheSystem)
                 testing::ContainsRegex(R"(\[\[\[0,0\],\[(4|3\.9999999|4\.0000000)[0-9]*,0\])"));
 }
 
+// Shapes are transformed as points while a map is read, or later as texts. A limit of the records
+// is a step of its own behind the reading.
+TEST_F(MapJob, ShapesMoveAlikeAsPointsAndAsTexts)
+{
+    struct Case
+    {
+        const char* kind;
+        int from;
+        int to;
+        std::vector<SampleRecord> records;
+    };
+    const Case cases[] = {
+        {"POINT", 4326, 32633, {{"POINT (105 0)", "far"}, {"POINT (15 0)", "near"}, {"", "none"}}},
+        {"MULTIPOINT Z", 4326, 3857, {{"MULTIPOINT Z ((1 2 3),(-0.1 1e-9 4))", "p"}}},
+        {"LINESTRING", 3031, 4326, {{"LINESTRING (-1e5 -15e5,1e5 -15e5)", "across"}}},
+        // The axes of this target point to the west and to the south.
+        {"POLYGON",
+         4326,
+         5513,
+         {{"POLYGON ((15 49,15 50,16 50,16 49,15 49),(15.2 49.2,15.4 49.2,15.4 49.4,15.2 49.2))",
+           "hole"},
+          {"MULTIPOLYGON (((15 49,15 50,16 49,15 49)),((17 49,17 50,18 49,17 49)))", "two"}}},
+        {"POLYGON",
+         3031,
+         4326,
+         {{"POLYGON ((-1e6 -1e6,1e6 -1e6,1e6 1e6,-1e6 1e6,-1e6 -1e6))", "pole"}}},
+    };
+    const auto agree = [this](const std::string& source, const std::string& limited, int to) {
+        const std::string step = " -> " + move("", R"({"wkid": )" + std::to_string(to) + "}");
+        const std::string points = geoJson(source + step);
+        const auto toldOfPoints = told;
+        EXPECT_THAT(points, HasSubstr(R"("coordinates":[)"));
+        EXPECT_EQ(points, geoJson(limited + step));
+        EXPECT_EQ(toldOfPoints, told);
+    };
+    constexpr const char* kLimit = R"(, "maxRecordsCount": 1000)";
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.records.front().name);
+        writeShapeFile(path("m.shp"), row.kind, row.from, row.records);
+        agree(readShape("m.shp"), readShape("m.shp", kLimit), row.to);
+    }
+    const MapServer server;
+    const std::string address = server.address() + "/pages";
+    agree(readService(address, 3), readService(address, 3, kLimit), 3857);
+}
+
+TEST_F(MapJob, AMapIsReadInTwoSystemsAtOnce)
+{
+    EXPECT_THAT(csv("val land = " + readShape("land.shp") + " val moved = land -> " +
+                    move("", R"({"wkid": 3857})") + " union({}, land: land, moved: moved) -> " +
+                    R"(filterFields({"fields": ["shape"]}))"),
+                testing::AllOf(HasSubstr("[[[0,0],[4,0],"), HasSubstr("[445277.96")));
+}
+
 TEST_F(MapJob, ATransformationCanBeNamed)
 {
     writeShapeFile(path("ed.shp"), "POINT", 4230, {{"POINT (10 50)", "p"}});

@@ -10,17 +10,68 @@
 namespace EmbeddedHV::maps {
 namespace {
 
-/// Appends text and records whether everything could be written.
+/// A geometry object as text.
+class ObjectText
+{
+public:
+    explicit ObjectText(std::string& out) : _out(out) {}
+
+    void begin(const char* kind)
+    {
+        _out.append("{\"type\":\"").append(kind).append("\",\"coordinates\":");
+    }
+    void put(char sign) { _out += sign; }
+    void numbers(double x, double y, const double* z)
+    {
+        base::appendNumber(_out, x);
+        _out += ',';
+        base::appendNumber(_out, y);
+        if (z) {
+            _out += ',';
+            base::appendNumber(_out, *z);
+        }
+    }
+    void endLine() {}
+    void end() { _out += '}'; }
+
+private:
+    std::string& _out;
+};
+
+/// A geometry object as points.
+class ObjectPoints
+{
+public:
+    explicit ObjectPoints(Shape& shape) : _shape(shape) {}
+
+    void begin(const char* kind) { _shape.kind = kind; }
+    void put(char sign) { _shape.lists += sign; }
+    void numbers(double x, double y, const double* z)
+    {
+        _shape.places.push_back(_shape.lists.size());
+        _shape.x.push_back(x);
+        _shape.y.push_back(y);
+        _shape.z.push_back(z ? *z : 0);
+        _shape.hasZ.push_back(z ? 1 : 0);
+    }
+    void endLine() { _shape.ends.push_back(_shape.places.size()); }
+    void end() {}
+
+private:
+    Shape& _shape;
+};
+
+/// Writes a geometry object and records whether everything could be written.
+template <class Object>
 class Writer
 {
 public:
-    explicit Writer(std::string& out) : _out(out) {}
+    explicit Writer(Object out) : _out(out) {}
     bool isGood() const { return _isGood; }
 
     void object(const OGRGeometry& geometry);
 
 private:
-    void number(double value);
     void position(double x, double y, double z, bool hasZ);
     void point(const OGRPoint& point);
     void points(const OGRSimpleCurve& line, bool backwards = false);
@@ -28,54 +79,47 @@ private:
     template <class Parts, class Write>
     void list(const Parts& parts, Write write);
     template <class Write>
-    void member(const char* type, Write write);
+    void member(const char* kind, Write write);
 
-    std::string& _out;
+    Object _out;
     bool _isGood = true;
 };
 
-void Writer::number(double value)
+template <class Object>
+void Writer<Object>::position(double x, double y, double z, bool hasZ)
 {
-    if (!std::isfinite(value)) {
+    _out.put('[');
+    if (std::isfinite(x) && std::isfinite(y) && (!hasZ || std::isfinite(z)))
+        _out.numbers(x, y, hasZ ? &z : nullptr);
+    else
         _isGood = false;
-        return;
-    }
-    base::appendNumber(_out, value);
+    _out.put(']');
 }
 
-void Writer::position(double x, double y, double z, bool hasZ)
-{
-    _out += '[';
-    number(x);
-    _out += ',';
-    number(y);
-    if (hasZ) {
-        _out += ',';
-        number(z);
-    }
-    _out += ']';
-}
-
-void Writer::point(const OGRPoint& point)
+template <class Object>
+void Writer<Object>::point(const OGRPoint& point)
 {
     position(point.getX(), point.getY(), point.getZ(), point.Is3D());
 }
 
-void Writer::points(const OGRSimpleCurve& line, bool backwards)
+template <class Object>
+void Writer<Object>::points(const OGRSimpleCurve& line, bool backwards)
 {
     const int count = line.getNumPoints();
     const bool hasZ = line.Is3D();
-    _out += '[';
+    _out.put('[');
     for (int i = 0; i < count; ++i) {
         const int at = backwards ? count - 1 - i : i;
         if (i > 0)
-            _out += ',';
+            _out.put(',');
         position(line.getX(at), line.getY(at), line.getZ(at), hasZ);
     }
-    _out += ']';
+    _out.put(']');
+    _out.endLine();
 }
 
-void Writer::polygon(const OGRPolygon& polygon)
+template <class Object>
+void Writer<Object>::polygon(const OGRPolygon& polygon)
 {
     bool isOuter = true;
     list(polygon, [&](const OGRLinearRing* ring) {
@@ -86,29 +130,32 @@ void Writer::polygon(const OGRPolygon& polygon)
     });
 }
 
+template <class Object>
 template <class Parts, class Write>
-void Writer::list(const Parts& parts, Write write)
+void Writer<Object>::list(const Parts& parts, Write write)
 {
-    _out += '[';
+    _out.put('[');
     bool isFirst = true;
     for (const auto* part : parts) {
         if (!isFirst)
-            _out += ',';
+            _out.put(',');
         isFirst = false;
         write(part);
     }
-    _out += ']';
+    _out.put(']');
 }
 
+template <class Object>
 template <class Write>
-void Writer::member(const char* type, Write write)
+void Writer<Object>::member(const char* kind, Write write)
 {
-    _out.append("{\"type\":\"").append(type).append("\",\"coordinates\":");
+    _out.begin(kind);
     write();
-    _out += '}';
+    _out.end();
 }
 
-void Writer::object(const OGRGeometry& geometry)
+template <class Object>
+void Writer<Object>::object(const OGRGeometry& geometry)
 {
     switch (wkbFlatten(geometry.getGeometryType())) {
     case wkbPoint:
@@ -120,6 +167,7 @@ void Writer::object(const OGRGeometry& geometry)
     case wkbMultiPoint:
         return member("MultiPoint", [&] {
             list(*geometry.toMultiPoint(), [this](const OGRPoint* part) { point(*part); });
+            _out.endLine();
         });
     case wkbMultiLineString:
         return member("MultiLineString", [&] {
@@ -151,19 +199,32 @@ bool isPlain(const OGRGeometry& geometry)
     return type >= wkbPoint && type < wkbGeometryCollection;
 }
 
-} // namespace
-
-bool writeGeometry(const OGRGeometry& geometry, std::string& out)
+/// Returns false if the shape is empty or cannot be written.
+template <class Object>
+bool writeObject(const OGRGeometry& geometry, Object out)
 {
-    out.clear();
     if (geometry.IsEmpty())
         return false;
-    Writer writer(out);
+    Writer<Object> writer(out);
     if (isPlain(geometry))
         writer.object(geometry);
     else
         writer.object(*plainGeometry(geometry));
     return writer.isGood();
+}
+
+} // namespace
+
+bool writeGeometry(const OGRGeometry& geometry, std::string& out)
+{
+    out.clear();
+    return writeObject(geometry, ObjectText(out));
+}
+
+bool readGeometry(const OGRGeometry& geometry, Shape& shape)
+{
+    shape.clear();
+    return writeObject(geometry, ObjectPoints(shape));
 }
 
 } // namespace EmbeddedHV::maps

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "maps/ShapePoints.h"
+
 class OGRGeometry;
 
 namespace EmbeddedHV::maps {
@@ -11,5 +13,8 @@ namespace EmbeddedHV::maps {
 /// shape is empty, has an infinite or not-a-number coordinate, or has a kind that GeoJSON does not
 /// support.
 bool writeGeometry(const OGRGeometry& geometry, std::string& out);
+/// The points of the object that writeGeometry writes. Returns false for the same shapes; `shape`
+/// is then undefined.
+bool readGeometry(const OGRGeometry& geometry, Shape& shape);
 
 } // namespace EmbeddedHV::maps

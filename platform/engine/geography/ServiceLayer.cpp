@@ -78,6 +78,7 @@ public:
     void rewind(const std::vector<std::size_t>& wanted) override;
     bool next() override;
     void read(std::size_t field, LayerValue& value) override;
+    bool readShape(Shape& shape) override;
 
 private:
     std::string place() const { return _service.address() + _path; }
@@ -89,7 +90,7 @@ private:
     const json& firstId(const json& page) const;
     std::string parameters(std::uint64_t count) const;
     const json& feature() const { return memberOf(_page, "features")[_index]; }
-    void readShape(LayerValue& value) const;
+    OGRGeometryUniquePtr geometry() const;
 
     MapService _service;
     std::string _path;
@@ -235,22 +236,30 @@ bool ServiceLayer::next()
     return _count > 0;
 }
 
-void ServiceLayer::readShape(LayerValue& value) const
+/// The geometry of the current record; null if it is missing or invalid.
+OGRGeometryUniquePtr ServiceLayer::geometry() const
 {
-    value.isMissing = true;
     const json& shape = memberOf(feature(), "geometry");
     if (!shape.is_object())
-        return;
+        return nullptr;
     GdalMessages messages;
     OGRGeometryH handle = OGR_G_CreateGeometryFromEsriJson(shape.dump().c_str());
-    const OGRGeometryUniquePtr geometry(OGRGeometry::FromHandle(handle));
-    value.isMissing = !geometry || !writeGeometry(*geometry, value.text);
+    return OGRGeometryUniquePtr(OGRGeometry::FromHandle(handle));
+}
+
+bool ServiceLayer::readShape(Shape& shape)
+{
+    const OGRGeometryUniquePtr read = geometry();
+    return read && readGeometry(*read, shape);
 }
 
 void ServiceLayer::read(std::size_t field, LayerValue& value)
 {
-    if (field + 1 == _fields.size())
-        return readShape(value);
+    if (field + 1 == _fields.size()) {
+        const OGRGeometryUniquePtr read = geometry();
+        value.isMissing = !read || !writeGeometry(*read, value.text);
+        return;
+    }
     const json& attributes = memberOf(feature(), "attributes");
     readValue(memberOf(attributes, _fields[field].GetName().c_str()), _fields[field].GetStorage(),
               value);

@@ -101,6 +101,7 @@ public:
     void rewind(const std::vector<std::size_t>& wanted) override;
     bool next() override;
     void read(std::size_t field, LayerValue& value) override;
+    bool readShape(Shape& shape) override;
 
 private:
     void describeAttributes();
@@ -216,6 +217,12 @@ void ShapeFileLayer::read(std::size_t field, LayerValue& value)
     default:
         readMoment(index, value);
     }
+}
+
+bool ShapeFileLayer::readShape(Shape& shape)
+{
+    const OGRGeometry* geometry = _feature->GetGeometryRef();
+    return geometry && readGeometry(*geometry, shape);
 }
 
 /// A shape file consists of three files. Without the index GDAL would create one. Without the

@@ -10,6 +10,7 @@
 
 #include "CFField.h"
 #include "EngineExport.h"
+#include "maps/ShapePoints.h"
 
 /// The engine's interface to maps and coordinate systems. A separate library implements it. The
 /// engine loads this library when a job first uses a map, because its dependencies take longer to
@@ -129,6 +130,9 @@ public:
     /// Moves to the next record. Returns false at the end.
     virtual bool next() = 0;
     virtual void read(std::size_t field, LayerValue& value) = 0;
+    /// Reads the value of the last field as points. Returns false if it is missing; `shape` is then
+    /// undefined.
+    virtual bool readShape(Shape& shape) = 0;
 };
 
 /// Transforms points between two coordinate systems. One thread at a time.

@@ -8,6 +8,7 @@
 #include "datafile/DuckFunctions.h"
 #include "datafile/ParquetColumns.h"
 #include "maps/GeographyLibrary.h"
+#include "maps/Reprojection.h"
 #include "runtime/ThreadBorder.h"
 
 namespace EmbeddedHV {
@@ -16,7 +17,7 @@ namespace {
 constexpr const char* kStep = "read";
 /// A chunk ends after so many bytes of texts. A shape may have a kilobyte or a megabyte, and every
 /// step and buffer behind the source holds whole chunks.
-constexpr std::size_t kChunkBytes = std::size_t{256} << 10;
+constexpr std::size_t kChunkBytes = std::size_t{64} << 10;
 
 /// Replaces each non-ASCII byte with a question mark if the text is not valid UTF-8. A file may
 /// declare the wrong encoding.
@@ -107,15 +108,28 @@ void LayerSource::begin(const std::vector<std::size_t>& fields) noexcept
     guarded([&] { _layer->rewind(fields); });
 }
 
-bool LayerSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields) noexcept
+bool LayerSource::fill(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields,
+                       Reprojection* reprojection) noexcept
 {
     const border::Call call(&_cancellation);
     if (!_failure)
-        guarded([&] { duckdb_data_chunk_set_size(chunk, pull(chunk, fields)); });
+        guarded([&] { duckdb_data_chunk_set_size(chunk, pull(chunk, fields, reprojection)); });
     return !_failure;
 }
 
-std::size_t LayerSource::pull(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields)
+void LayerSource::read(std::size_t field, maps::LayerValue& value, Reprojection* reprojection)
+{
+    value.text.clear();
+    // The last field has the shapes.
+    if (reprojection && field + 1 == _fields.size())
+        value.isMissing =
+            !_layer->readShape(_shape) || !reprojection->movePoints(_shape, value.text);
+    else
+        _layer->read(field, value);
+}
+
+std::size_t LayerSource::pull(duckdb_data_chunk chunk, const std::vector<std::size_t>& fields,
+                              Reprojection* reprojection)
 {
     const std::size_t capacity = duckdb_vector_size();
     maps::LayerValue value;
@@ -134,8 +148,7 @@ std::size_t LayerSource::pull(duckdb_data_chunk chunk, const std::vector<std::si
                 duck::setMissing(vector, row);
                 continue;
             }
-            value.text.clear();
-            _layer->read(fields[i], value);
+            read(fields[i], value, reprojection);
             bytes += value.text.size();
             if (value.isMissing)
                 duck::setMissing(vector, row);
@@ -144,6 +157,18 @@ std::size_t LayerSource::pull(duckdb_data_chunk chunk, const std::vector<std::si
         }
     }
     return row;
+}
+
+MovedLayerSource::MovedLayerSource(std::shared_ptr<LayerSource> layer,
+                                   std::shared_ptr<Reprojection> reprojection, RowSources& registry)
+    : _layer(std::move(layer)), _reprojection(std::move(reprojection)), _registry(registry),
+      _id(registry.add(*this))
+{
+}
+
+MovedLayerSource::~MovedLayerSource()
+{
+    _registry.remove(_id);
 }
 
 } // namespace EmbeddedHV

@@ -73,6 +73,15 @@ bool Reprojection::call(std::string_view text, std::string& out)
     return true;
 }
 
+bool Reprojection::movePoints(maps::Shape& shape, std::string& out)
+{
+    Lease lease(*this);
+    const bool exists = lease.mover().movePoints(shape, out) == maps::MovedShape::Moved;
+    if (!exists)
+        ++_lost;
+    return exists;
+}
+
 std::optional<CFGeo::Envelope> Reprojection::moved(const CFGeo::Envelope& envelope)
 {
     Lease lease(*this);

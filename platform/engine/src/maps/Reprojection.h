@@ -23,6 +23,9 @@ public:
     /// Transforms a GeoJSON geometry object. Returns false for a shape that is lost, and counts it.
     /// Throws if the text is not a shape.
     bool call(std::string_view text, std::string& out) override;
+    /// Transforms the points of `shape` in place and writes the GeoJSON geometry object. Returns
+    /// false for a shape that is lost, and counts it.
+    bool movePoints(maps::Shape& shape, std::string& out);
     /// The rectangle that contains the transformed rectangle; empty if it does not exist in the
     /// target system.
     std::optional<CFGeo::Envelope> moved(const CFGeo::Envelope& envelope);

@@ -236,16 +236,19 @@ bool crossesAntimeridian(const Shape& shape)
 
 MovedShape ShapeMover::move(std::string_view text, std::string& out)
 {
-    if (!readShape(text, _shape))
-        return MovedShape::NotAShape;
-    findDirections(_shape, _before);
-    _points->move(_shape.x.data(), _shape.y.data(), _shape.z.data(), _shape.x.size());
-    if (!isFinite(_shape.x) || !isFinite(_shape.y) || !isFinite(_shape.z))
+    return readShape(text, _shape) ? movePoints(_shape, out) : MovedShape::NotAShape;
+}
+
+MovedShape ShapeMover::movePoints(Shape& shape, std::string& out)
+{
+    findDirections(shape, _before);
+    _points->move(shape.x.data(), shape.y.data(), shape.z.data(), shape.x.size());
+    if (!isFinite(shape.x) || !isFinite(shape.y) || !isFinite(shape.z))
         return MovedShape::Lost;
-    findDirections(_shape, _after);
-    turnBack(_shape, _before, _after);
-    write(_shape, out);
-    if (!_points->leadsToGlobe() || !crossesAntimeridian(_shape))
+    findDirections(shape, _after);
+    turnBack(shape, _before, _after);
+    write(shape, out);
+    if (!_points->leadsToGlobe() || !crossesAntimeridian(shape))
         return MovedShape::Moved;
     return _points->cutAtAntimeridian(out) ? MovedShape::Moved : MovedShape::Lost;
 }

@@ -29,6 +29,8 @@ public:
     /// Transforms the points of a GeoJSON geometry object and writes the new object to `out`. Keeps
     /// the direction of rings even if the target system mirrors them.
     MovedShape move(std::string_view text, std::string& out);
+    /// Transforms the points of `shape` in place, like `move` of a text.
+    MovedShape movePoints(Shape& shape, std::string& out);
 
 private:
     std::unique_ptr<PointMover> _points;

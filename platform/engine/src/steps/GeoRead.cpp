@@ -102,9 +102,9 @@ NodePtr planGeospatial(StepCall& call, const Settings& source, std::uint64_t mos
         node->fields = layer->fields();
         applyDocument(call, source, node->fields);
         node->check = std::make_shared<LayerCheck>(layer);
-        // The node owns the layer.
-        node->select = [layer](const std::vector<std::string>&) {
-            return "SELECT * FROM " + layer->table();
+        node->layer = layer;
+        node->select = [table = layer->table()](const std::vector<std::string>&) {
+            return "SELECT * FROM " + table;
         };
         source.reportOthers(call.context.message);
         return node;

@@ -14,6 +14,7 @@
 namespace EmbeddedHV {
 
 class DataModelExport;
+class LayerSource;
 class RecordBatch;
 class Reporter;
 class Session;
@@ -63,6 +64,7 @@ struct Node
     std::function<std::string(const std::vector<std::string>& inputs)> select;
     std::shared_ptr<SourceCheck> check;        ///< may be null
     std::shared_ptr<DataModelExport> exported; ///< null except for dataModelBuilder
+    std::shared_ptr<LayerSource> layer;        ///< null except for the unchanged records of a map
     bool readsOnce = false;                    ///< a source whose records cannot be read again
     bool shared = false; ///< used more than once, so it is evaluated into a table
     /// The embedded database has the records, and the job runs on a cluster.

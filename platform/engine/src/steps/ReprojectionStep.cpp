@@ -3,6 +3,7 @@
 #include "ErrorIds.h"
 #include "JobError.h"
 #include "maps/GeographyLibrary.h"
+#include "maps/LayerSource.h"
 #include "maps/Reprojection.h"
 #include "runtime/Reporter.h"
 #include "runtime/TextFunctions.h"
@@ -198,17 +199,45 @@ Moves moveNamed(const StepCall& call, const Settings& settings, const Json& entr
     return moves;
 }
 
-NodePtr movedNode(const StepCall& call, Fields fields, Moves moves)
+/// Whether the only field to transform is that of the shapes of a map, which no step has changed.
+bool movesLayer(const Node& input, const Moves& moves)
+{
+    return input.layer && !input.shared && moves.size() == 1 &&
+           moves.front()->field() == input.layer->fields().back().GetName();
+}
+
+/// The input's records with shapes that are transformed while the map is read.
+NodePtr movedLayer(const StepCall& call, Fields fields,
+                   const std::shared_ptr<KnownReprojection>& move)
+{
+    const auto source = std::make_shared<MovedLayerSource>(
+        call.input()->layer, std::shared_ptr<Reprojection>(move, &move->reprojection()),
+        call.context.session->rowSources());
+    // The node owns the source that its SQL refers to.
+    return derivedNode(
+        std::move(fields), {call.input()},
+        [source](const std::vector<std::string>&) { return "SELECT * FROM " + source->table(); });
+}
+
+/// The input's records with shapes that a function of the database transforms.
+NodePtr movedFields(const StepCall& call, Fields fields, const Moves& moves)
 {
     std::vector<NewColumn> moved;
     for (const auto& move : moves)
         moved.push_back(move->column(call.context.dialect));
     const std::string columns = call.context.dialect.replacedColumns(fields, moved);
-    // The node owns the reprojections that its SQL refers to.
-    NodePtr node = derivedNode(std::move(fields), {call.input()},
-                               [moves, columns](const std::vector<std::string>& inputs) {
-                                   return "SELECT " + columns + " FROM " + inputs[0];
-                               });
+    return derivedNode(std::move(fields), {call.input()},
+                       [columns](const std::vector<std::string>& inputs) {
+                           return "SELECT " + columns + " FROM " + inputs[0];
+                       });
+}
+
+NodePtr movedNode(const StepCall& call, Fields fields, Moves moves)
+{
+    NodePtr node = movesLayer(*call.input(), moves)
+                       ? movedLayer(call, std::move(fields), moves.front())
+                       : movedFields(call, std::move(fields), moves);
+    // The check owns the reprojections that the SQL refers to.
     node->check = std::make_shared<LossCheck>(std::move(moves), call.name);
     return node;
 }
