@@ -21,7 +21,7 @@ namespace {
 constexpr int kPolygons = 100'000;
 constexpr int kCorners = 24;
 constexpr double kMostShare = 0.2; ///< of the time of the translation
-constexpr double kMostMegabytes = 150;
+constexpr double kMostMegabytes = 120;
 
 std::string shapeIn(const std::string& directory)
 {
