@@ -9,7 +9,7 @@
 #include "hvhost/base/UserMessages.h"
 #include "hvhost/combine/AppendedFields.h"
 #include "hvhost/combine/CombinedInputs.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/OutputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/FieldTypes.h"
 #include "hvhost/job/HostSession.h"

@@ -5,7 +5,7 @@
 
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/StandardStreams.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/job/CopiedMissing.h"
 #include "hvhost/job/HostSession.h"

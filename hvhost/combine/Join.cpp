@@ -14,7 +14,7 @@
 #include "hvhost/combine/JoinKeys.h"
 #include "hvhost/combine/JoinedRecords.h"
 #include "hvhost/combine/KeyReport.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/OutputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/FieldTypes.h"
 #include "hvhost/job/HostSession.h"

@@ -11,7 +11,7 @@
 #include "hvhost/describe/Description.h"
 #include "hvhost/describe/DescriptionOutput.h"
 #include "hvhost/describe/DescriptionShown.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/TextReasonFault.h"
 #include "hvhost/job/HostSession.h"

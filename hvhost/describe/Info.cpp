@@ -18,7 +18,7 @@
 #include "hvhost/base/UserMessages.h"
 #include "hvhost/base/ValueText.h"
 #include "hvhost/input/CsvSeparator.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/MissingTexts.h"
 #include "hvhost/input/TextReasonFault.h"

@@ -6,7 +6,7 @@
 #include "base/Utf8.h"
 #include "datafile/Duck.h"
 #include "datafile/Fault.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 
 namespace {
 

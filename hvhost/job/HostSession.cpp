@@ -18,7 +18,7 @@
 #include "hvhost/base/FaultWording.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/UserMessages.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "runner/HVProgressListener.h"
 #include "runner/HVRunner.h"

@@ -5,7 +5,7 @@
 
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/Text.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/NameLookup.h"
 
 Derivation splitDerivation(const std::string& text)

@@ -10,7 +10,7 @@
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/StandardStreams.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/FieldTypes.h"
 #include "hvhost/input/KnownDataset.h"

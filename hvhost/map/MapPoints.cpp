@@ -3,7 +3,7 @@
 #include "geo/HVInteractiveSTEM.h"
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/KnownDataset.h"
 #include "hvhost/input/TextReasonFault.h"

@@ -13,7 +13,7 @@
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/ReadableFile.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/job/HostSession.h"
 #include "hvhost/job/RecordChain.h"

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "hvhost/base/InterruptWatch.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/KnownDataset.h"
 #include "hvhost/tcm/TcmOutput.h"
 #include "hvhost/tcm/TcmSession.h"

@@ -1,7 +1,7 @@
 #include "hvhost/tcm/TcmSession.h"
 
 #include "hvhost/base/CommandFault.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "support/Transcoding.h"
 #include "tcm/HVInteractiveTSR.h"

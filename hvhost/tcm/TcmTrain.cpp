@@ -7,7 +7,7 @@
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/base/OutputPath.h"
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
 #include "hvhost/input/TextReasonFault.h"
 #include "hvhost/job/HostSession.h"

@@ -11,23 +11,16 @@
 #include "hvhost/base/JobOrigin.h"
 #include "hvhost/base/ReadableFile.h"
 #include "hvhost/input/DataKind.h"
+#include "hvhost/input/JobFile.h"
 #include "hvhost/input/TextHead.h"
 
 class Dataset;
 class HVLRead;
 class HVLUpdateDataModel;
 class HVStatDataIterator;
-class HVLWrite;
 class HVSimpleFile;
 class InterruptWatch;
 class KeptMissing;
-
-/// Whether a command has the options that a hint may mention.
-enum class FileOptions
-{
-    Offered,
-    None
-};
 
 /// Who reads the file of a command if its options do not say it.
 enum class Reader
@@ -88,7 +81,6 @@ public:
     HVStatDataIterator* rows() const;
 
 private:
-    void refuseOptions() const;
     DataKind unpackedKind();
     bool needsImport() const;
     bool isImportedByHead() const;
@@ -122,36 +114,4 @@ private:
     std::string _hostReason; ///< why the host reads the file
     std::unique_ptr<KeptMissing>
         _kept; ///< set if the engine reads the file and keeps user-missing values
-};
-
-/// A file that a command writes. The engine gives it its name when it is complete. Borrows the
-/// watch.
-class OutputFile
-{
-public:
-    /// Throws CommandFault (Usage) for a file that exists and may not be replaced, (JobFailed) for
-    /// a folder that does not exist, and (Usage) for a password that the kind of file does not
-    /// support, so that the user does not believe that the file is encrypted.
-    OutputFile(const OutputOptions& options, FileOptions offered, const InterruptWatch& watch);
-    ~OutputFile();
-
-    /// Makes the builder write this file.
-    void configure(HVLWrite& write) const;
-    /// Whether the output declares a weight, in the file itself or in a data model document.
-    bool keepsWeight() const { return _kind != DataKind::Csv || !_options.dataModel.empty(); }
-    /// The files that the job writes, and their names in messages.
-    std::vector<JobOrigin::File> origins() const;
-    /// Copies the output to standard output if it belongs there.
-    void deliver() const;
-
-private:
-    OutputOptions _options;
-    const InterruptWatch& _watch;
-    std::string _path;
-    std::string _dataModelPath;
-    std::string _password;
-    DataKind _kind;
-    std::unique_ptr<HVSimpleFile> _collected; ///< the output for standard output
-    std::unique_ptr<HVSimpleFile>
-        _collectedDocument; ///< or its data model, if only that goes there
 };

@@ -1,4 +1,4 @@
-#include "hvhost/input/DataFile.h"
+#include "hvhost/input/InputFile.h"
 
 #include <fstream>
 #include <iterator>
@@ -12,53 +12,19 @@
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/FaultWording.h"
 #include "hvhost/base/InterruptWatch.h"
-#include "hvhost/base/OutputPath.h"
-#include "hvhost/base/StandardStreams.h"
 #include "hvhost/input/CsvSeparator.h"
 #include "hvhost/input/Dataset.h"
+#include "hvhost/input/InputOptionRules.h"
 #include "hvhost/input/KeptMissing.h"
 #include "hvhost/input/TextForm.h"
 #include "hvhost/input/TextReasonFault.h"
 #include "hvl/HVLRead.h"
-#include "hvl/HVLWrite.h"
 #include "support/HVSimpleFile.h"
 #include "support/Paths.h"
 
 namespace {
 
 constexpr const char* kNeedsHost = "leave out --direct, --data-model and --max-errors";
-
-/// The path as a URL for the engine.
-std::string engineUrl(const std::string& path)
-{
-    return NormalizeHvlPathU(FormalizeFilePath(path, false), "file");
-}
-
-/// The given password, or the first line of a file.
-std::string readPassword(const std::string& given, const std::string& file,
-                         const InterruptWatch& watch)
-{
-    if (file.empty())
-        return given;
-    const ReadableFile source(file, watch);
-    std::ifstream stream(source.path());
-    std::string password;
-    std::getline(stream, password);
-    if (password.ends_with('\r'))
-        password.pop_back();
-    if (password.empty())
-        throw CommandFault(ExitStatus::Input,
-                           file + ": the first line of this file, the password, is empty");
-    return password;
-}
-
-void refusePassword(const std::string& path, DataKind kind, const std::string& password,
-                    const char* option)
-{
-    if (kind != DataKind::Sav && !password.empty())
-        throw CommandFault(ExitStatus::Usage, path + ": only a sav file takes a password",
-                           std::string("leave ") + option + " out, or choose the kind sav");
-}
 
 /// Throws CFMetaDataError for an invalid document.
 CFMetaData documentIn(const std::string& path)
@@ -102,7 +68,13 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
       _password(readPassword(options.password, options.passwordFile, watch)), _kind(unpackedKind()),
       _hasFormOptions(!options.kindOption.empty())
 {
-    refuseOptions();
+    if (_file.hasParts() && _kind != DataKind::Hvbf)
+        throw CommandFault(ExitStatus::Input,
+                           _options.path + ": only Parquet files are read as a folder or by a "
+                                           "pattern",
+                           "hvhost append FILE FILE... OUT joins files of other kinds");
+    refusePassword(_options.path, _kind, _password, "--password");
+    refuseOptionsOfOtherKinds(_options, _kind);
     if (_kind == DataKind::Csv) {
         _head = textHead(_file.path(), givenText(options));
         _form = {_head.dialect.separator, _options.decimalComma};
@@ -275,42 +247,6 @@ void InputFile::refuseForEngine() const
                                                 : "hvhost convert writes the file with commas");
 }
 
-/// Rejects options that would have no effect, so that the user does not rely on them.
-void InputFile::refuseOptions() const
-{
-    if (_file.hasParts() && _kind != DataKind::Hvbf)
-        throw CommandFault(ExitStatus::Input,
-                           _options.path + ": only Parquet files are read as a folder or by a "
-                                           "pattern",
-                           "hvhost append FILE FILE... OUT joins files of other kinds");
-    refusePassword(_options.path, _kind, _password, "--password");
-    const bool isCsv = _kind == DataKind::Csv;
-    const bool isSheet = _kind == DataKind::Sheet;
-    const auto refuse = [this](bool given, const std::string& option, const char* kind) {
-        if (given)
-            throw CommandFault(ExitStatus::Usage,
-                               option + ": " + _options.path + " is not " + kind + " file",
-                               "leave " + option + " out, or choose another kind");
-    };
-    refuse(!isSheet && !_options.sheet.empty(), "--sheet", "an xlsx");
-    if (isCsv)
-        return;
-    refuse(!_options.encoding.empty(), "--encoding", "a csv");
-    refuse(!_options.separator.empty(), "--separator", "a csv");
-    refuse(_options.decimalComma, "--decimal-comma", "a csv");
-    refuse(!_options.dateFormat.empty(), "--date-format", "a csv");
-    refuse(!_options.thousands.empty(), "--thousands", "a csv");
-    refuse(!_options.comment.empty(), "--comment", "a csv");
-    refuse(_options.maxErrors.has_value(), "--max-errors", "a csv");
-    if (isSheet)
-        return;
-    refuse(_options.noHeader, "--no-header", "a csv or xlsx");
-    refuse(_options.header, "--header", "a csv or xlsx");
-    refuse(!_options.missing.empty(), _options.missingOption, "a csv or xlsx");
-    refuse(!_options.types.empty(), "--type", "a csv or xlsx");
-    refuse(_options.skippedLines.has_value(), "--skip", "a csv or xlsx");
-}
-
 /// A csv file without a document declares nothing. The engine rejects an invalid document.
 void InputFile::keepMissing()
 {
@@ -458,62 +394,4 @@ void InputFile::configureFile(HVLRead& read) const
         read.SetErrorThreshold(static_cast<unsigned long long>(
             any ? std::numeric_limits<long long>::max() : *_options.maxErrors));
     }
-}
-
-OutputFile::OutputFile(const OutputOptions& options, FileOptions offered,
-                       const InterruptWatch& watch)
-    : _options(options), _watch(watch),
-      _password(readPassword(options.password, options.passwordFile, watch)),
-      _kind(outputKind(options.kind, options.path,
-                       offered == FileOptions::Offered ? "--to" : nullptr))
-{
-    refusePassword(_options.path, _kind, _password, "--out-password");
-    if (_options.path == kStandardStream && _options.dataModel == kStandardStream)
-        throw CommandFault(ExitStatus::Usage,
-                           "--out-data-model -: the records go to standard output already");
-    const auto place = [&](const std::string& name, std::unique_ptr<HVSimpleFile>& collected) {
-        if (name != kStandardStream)
-            return outputPath(name, _options.force);
-        collected = std::make_unique<HVSimpleFile>("output", false, true);
-        return nativePath(collected->GetGenericPath());
-    };
-    if (!_options.dataModel.empty())
-        _dataModelPath = place(_options.dataModel, _collectedDocument);
-    _path = place(_options.path, _collected);
-}
-
-OutputFile::~OutputFile() = default;
-
-void OutputFile::configure(HVLWrite& write) const
-{
-    const std::string url = engineUrl(_path);
-    switch (_kind) {
-    case DataKind::Csv:
-        write.WriteCSV(url);
-        break;
-    case DataKind::Sav:
-        write.WriteSAV(url, _password);
-        break;
-    case DataKind::Hvbf:
-    case DataKind::Json: // no output has these kinds
-    case DataKind::Sheet:
-        write.WriteHVBF(url);
-        break;
-    }
-    if (!_options.dataModel.empty())
-        write.SetDataModel(engineUrl(_dataModelPath));
-}
-
-std::vector<JobOrigin::File> OutputFile::origins() const
-{
-    return {{_path, _collected ? kTemporaryFile : _options.path},
-            {_dataModelPath, _collectedDocument ? kTemporaryFile : _options.dataModel}};
-}
-
-void OutputFile::deliver() const
-{
-    if (_collected)
-        deliverToStandardOutput(_path, _watch);
-    if (_collectedDocument)
-        deliverToStandardOutput(_dataModelPath, _watch);
 }
