@@ -5,8 +5,8 @@
 
 #include "hvhost/base/CommandFault.h"
 #include "hvhost/base/StandardStreams.h"
-#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
+#include "hvhost/input/InputFile.h"
 #include "hvhost/job/CopiedMissing.h"
 #include "hvhost/job/HostSession.h"
 #include "hvl/HVLUpdateDataModel.h"

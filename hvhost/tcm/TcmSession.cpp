@@ -1,8 +1,8 @@
 #include "hvhost/tcm/TcmSession.h"
 
 #include "hvhost/base/CommandFault.h"
-#include "hvhost/input/InputFile.h"
 #include "hvhost/input/Dataset.h"
+#include "hvhost/input/InputFile.h"
 #include "support/Transcoding.h"
 #include "tcm/HVInteractiveTSR.h"
 

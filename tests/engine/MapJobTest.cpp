@@ -372,6 +372,17 @@ TEST_F(MapJob, AnAreaKeepsItsExtentAndDirection)
     }
 }
 
+TEST_F(MapJob, ARingAroundAPoleKeepsItsHeight)
+{
+    writeShapeFile(
+        path("pole.shp"), "POLYGON Z", 3031,
+        {{"POLYGON Z ((-1e6 -1e6 5,1e6 -1e6 5,1e6 1e6 5,-1e6 1e6 5,-1e6 -1e6 5))", "p"}});
+    const auto moved = geometry(readShape("pole.shp") + " -> " + move("", R"({"wkid": 4326})"));
+    EXPECT_EQ(moved["type"], "Polygon");
+    for (const auto& point : moved["coordinates"][0])
+        EXPECT_NEAR(point[2].get<double>(), 5, 1e-6) << point;
+}
+
 TEST_F(MapJob, LinesAreCutWherePointsStayWhole)
 {
     const auto moved = [this](const char* kind, const char* shape) {

@@ -181,6 +181,8 @@ TEST_F(Export, GathersThePointsOfADataset)
                             realField("rightLowerX"), realField("rightLowerY")},
                            {{7.1, 50.7, 10.0, std::nullopt}});
         leaveEnvelope(limits);
+        folder().put("out.xml", "<DataModel/>");
+        folder().put("out.json", "{}");
         EXPECT_TRUE(exportPoints(from, to, fields)) << reason();
         EXPECT_EQ(limits.disposals, 1);
         const bool isSolid = fields.size() == 3;
@@ -208,7 +210,9 @@ TEST_F(Export, GathersThePointsOfADataset)
                     (steps.empty() ? "" : "reprojection(f4Conf) -> ") +
                     (steps.empty() ? "write(f4Conf)" : "write(f5Conf)")));
         EXPECT_THAT(takeTraces(), testing::IsSupersetOf({"HvlJobText_getGeoEnvelope.hvl",
-                                                         "HvlJobText_getPointGeoJSON.hvl"}));
+                                                         "HvlJobText_getPointGeoJSON.hvl",
+                                                         "DataModelFile_getPointGeoJSON.xml",
+                                                         "GeoJSONFile_getPointGeoJSON.json"}));
     }
 }
 

@@ -82,6 +82,9 @@ TEST(ExtName, ANulInANameOpensNothing)
     ExtNameStr::Open(stream, name, std::ios::in);
     EXPECT_TRUE(stream.fail());
     EXPECT_TRUE(scratch.has("a"));
+    std::fstream whole;
+    ExtNameStr::Open(whole, ExtNameStr(scratch.name("a")), std::ios::in);
+    EXPECT_TRUE(whole.is_open());
 }
 
 TEST(ExtName, RenamingTakesThePlaceOfAFile)

@@ -199,7 +199,7 @@ class Reading(Case):
                                       status=2).stderr)
 
     def test_info_says_why_a_field_is_a_text(self):
-        source = self.write("in.csv", 'a,b,c,p\n1,yes,,5 $\n2,NO,3,6\n"N\nA",yes,4,\n')
+        source = self.write("in.csv", 'a,b,c,p\n1,yes,,5 $\n2,FALSE,3,6\n"N\nA",yes,4,\n')
         said = self.run_hvhost("info", source).stdout
         for reason in ('a is text because of "N', 'all its values are words such as "yes" on line 2; --type b=boolean',
                        'p is text because of the sign in "5 $" on line 2; --type p=real'):

@@ -184,6 +184,7 @@ TEST(DataModel, ADocumentThatCannotBeReadSaysWhatAndWhere)
         {inModel("<Field name='&#x110000;' storage='real'/>"), "reference"},
         {inModel("<Field name='&#4294967361;' storage='real'/>"), "reference"},
         {inModel("<Field name='&#65' storage='real'/>"), "reference"},
+        {inModel("<Field name='&#65;&#0;' storage='real'/>"), "reference"},
         {inModel("\n<Field storage='real'/>"), "line 3: <Field> has no attribute \"name\""},
         {inModel("<Field name='' storage='real'/>"), "line 2: <Field> has an empty name"},
         {inModel("<Field name='a'/>"), "no attribute \"storage\""},

@@ -158,6 +158,9 @@ TEST_F(Replay, NeedsSettingsInTheModelAndADataset)
     }
     putModel(std::nullopt);
     EXPECT_FALSE(score("", "0", "0"));
+    putModel(R"({"settings":{"dimFieldList":"","metricFieldList":["sales"],)"
+             R"("dateTimeField":"month"},"output":{"timeVariable":[1]}})");
+    EXPECT_FALSE(score("month", "0", "0"));
     EXPECT_EQ(reason(), "");
     putModel(preparationOf("\"region\""));
     dataset = 12345;

@@ -156,6 +156,8 @@ TEST_F(ScoringJobTest, SeriesAreFoundByTheirValues)
     };
     for (const auto& each : cases)
         EXPECT_THAT(result(step("tcm:ar", listed(each.name))), HasSubstr(each.result));
+    EXPECT_THAT(run(job(step("tcm:ar", listed(R"(["north", "8", "1", "x"])")))).errorDetail,
+                HasSubstr(R"("series":["north","8","1","x"])"));
 }
 
 TEST_F(ScoringJobTest, WhatMakesNoSenseIsRefused)
