@@ -115,6 +115,7 @@ class MapTest(Case):
         penguins = self.run_hvhost("map", "match", ISLANDS, DATA / "penguins.csv", "--keys",
                                    "KEY=island").stdout
         self.assertIn("only in the data: 0", penguins)
+        self.assertIn("colonies.csv: the host serves the cases", self.run_hvhost(*words, "-v").stderr)
 
     def test_faults_name_the_thing(self):
         broken = self.write("broken.shp", "no shapes")
@@ -132,6 +133,7 @@ class MapTest(Case):
         for status, words, told in (
                 (3, ["map", "info", self.folder / "missing.shp"], "missing.shp: no such file"),
                 (3, ["map", "info", self.folder], "folder"),
+                (2, ["map", "info", "a\\b.shp"], "a path with a backslash cannot be used"),
                 (3, ["map", "info", alone], "alone.shp: .*dbf"),
                 (3, ["map", "info", broken], "broken.shp"),
                 (3, ["map", "info", self.folder / "empty.zip"], "does not contain a shape file"),

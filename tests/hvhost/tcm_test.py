@@ -230,6 +230,8 @@ class Tcm(Case):
             rows = self.table("forecast", out, data, "--series", "sales", "--horizon", 2)
             self.assertEqual([float(row["actual"]) for row in rows[:120]], self.sales("north"))
             self.assertEqual(len(rows), 122)
+            fitted = self.table("forecast", out, data, "--series", "sales", "--horizon", 0)
+            self.assertEqual(len(fitted), 120)
         self.assertEqual(lags[0], lags[1])
         self.assertIn(("advertising", 2), dict(lags[0])["sales"])
 
