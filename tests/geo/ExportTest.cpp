@@ -209,10 +209,10 @@ TEST_F(Export, GathersThePointsOfADataset)
                     "read(f1Conf) -> deriveField(_, f2Lambda) -> updateDataModel(f3Conf) -> " +
                     (steps.empty() ? "" : "reprojection(f4Conf) -> ") +
                     (steps.empty() ? "write(f4Conf)" : "write(f5Conf)")));
-        EXPECT_THAT(takeTraces(), testing::IsSupersetOf({"HvlJobText_getGeoEnvelope.hvl",
-                                                         "HvlJobText_getPointGeoJSON.hvl",
-                                                         "DataModelFile_getPointGeoJSON.xml",
-                                                         "GeoJSONFile_getPointGeoJSON.json"}));
+        EXPECT_THAT(takeTraces(),
+                    testing::IsSupersetOf(
+                        {"HvlJobText_getGeoEnvelope.hvl", "HvlJobText_getPointGeoJSON.hvl",
+                         "DataModelFile_getPointGeoJSON.xml", "GeoJSONFile_getPointGeoJSON.json"}));
     }
 }
 
