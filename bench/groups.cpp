@@ -6,10 +6,8 @@
 #include <filesystem>
 #include <string>
 
-#include "Child.h"
 #include "DuckDb.h"
-#include "Job.h"
-#include "Measure.h"
+#include "ProgramTask.h"
 
 namespace {
 
@@ -60,20 +58,12 @@ std::string statement(const std::string& directory, const Task& task)
 
 bool compare(const std::string& directory, const Task& task)
 {
-    const std::string programs = bench::programDirectory();
-    const bench::Comparison time = bench::interleave(
-        5,
-        [&] {
-            return bench::runChild({programs + "/hvhost", "describe", fileOf(directory, task),
-                                    "--by", "g", "-o", directory + "/" + task.output, "--force"})
-                .wallMilliseconds;
-        },
-        [&] {
-            return bench::runChild(
-                       {programs + "/bench_groups", directory, statement(directory, task)})
-                .wallMilliseconds;
-        });
-    return bench::report(task.name, time, "ms", task.limit);
+    return bench::compareProgram("bench_groups", directory,
+                                 {task.name,
+                                  {"describe", fileOf(directory, task), "--by", "g", "-o",
+                                   directory + "/" + task.output, "--force"},
+                                  statement(directory, task),
+                                  task.limit});
 }
 
 bool isPageSmall(const std::string& directory)
@@ -91,7 +81,7 @@ bool isPageSmall(const std::string& directory)
 int main(int argc, char** argv)
 {
     if (argc == 3) {
-        bench::DuckDb(bench::engineThreads()).run(argv[2]);
+        bench::runBaseline(argv[2]);
         return 0;
     }
     if (argc != 2) {

@@ -7,22 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "Child.h"
 #include "DuckDb.h"
 #include "Job.h"
-#include "Measure.h"
+#include "ProgramTask.h"
 
 namespace {
 
-struct Task
-{
-    std::string name;
-    std::vector<std::string> words; ///< of hvhost
-    std::string statement;          ///< of the database
-    double limit;
-};
-
-std::vector<Task> tasks(const std::string& directory)
+std::vector<bench::ProgramTask> tasks(const std::string& directory)
 {
     const std::string csv = directory + "/rows.csv";
     const std::string parquet = directory + "/rows.hvbf";
@@ -58,25 +49,12 @@ void prepare(const std::string& directory)
                  directory + "/rows.hvbf' (FORMAT parquet)");
 }
 
-bool compare(const std::string& directory, const Task& task)
-{
-    const std::string programs = bench::programDirectory();
-    std::vector<std::string> ours = {programs + "/hvhost"};
-    ours.insert(ours.end(), task.words.begin(), task.words.end());
-    const std::vector<std::string> baseline = {programs + "/bench_programs", directory,
-                                               task.statement};
-    const bench::Comparison time = bench::interleave(
-        5, [&] { return bench::runChild(ours).wallMilliseconds; },
-        [&] { return bench::runChild(baseline).wallMilliseconds; });
-    return bench::report(task.name, time, "ms", task.limit);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     if (argc == 3) {
-        bench::DuckDb(bench::engineThreads()).run(argv[2]);
+        bench::runBaseline(argv[2]);
         return 0;
     }
     if (argc != 2) {
@@ -85,7 +63,7 @@ int main(int argc, char** argv)
     }
     prepare(argv[1]);
     bool holds = true;
-    for (const Task& task : tasks(argv[1]))
-        holds = compare(argv[1], task) && holds;
+    for (const bench::ProgramTask& task : tasks(argv[1]))
+        holds = bench::compareProgram("bench_programs", argv[1], task) && holds;
     return holds ? 0 : 1;
 }

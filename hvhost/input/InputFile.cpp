@@ -10,7 +10,6 @@
 #include "TextImport.h"
 #include "datafile/CsvProfile.h"
 #include "hvhost/base/CommandFault.h"
-#include "hvhost/base/FaultWording.h"
 #include "hvhost/base/InterruptWatch.h"
 #include "hvhost/input/CsvSeparator.h"
 #include "hvhost/input/Dataset.h"
@@ -20,7 +19,6 @@
 #include "hvhost/input/TextReasonFault.h"
 #include "hvl/HVLRead.h"
 #include "support/HVSimpleFile.h"
-#include "support/Paths.h"
 
 namespace {
 

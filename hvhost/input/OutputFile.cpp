@@ -7,7 +7,6 @@
 #include "hvhost/base/StandardStreams.h"
 #include "hvl/HVLWrite.h"
 #include "support/HVSimpleFile.h"
-#include "support/Paths.h"
 
 OutputFile::OutputFile(const OutputOptions& options, FileOptions offered,
                        const InterruptWatch& watch)
