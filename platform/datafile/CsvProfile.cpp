@@ -111,6 +111,7 @@ try {
 
 bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& goOn)
 {
+    _hasLongRecord = hasLongRecord();
     _scanner = scannerFor(_path);
     _kinds.assign(_names.size(), CsvKind::Missing);
     _records = 0;
@@ -223,15 +224,6 @@ std::optional<CsvFlaw> firstCsvFlaw(const std::string& path, bool hasHeader, std
     profile.measure();
     profile.read(records, [&] { return !profile.flaw() && goOn(); });
     return profile.flaw();
-}
-
-std::optional<CsvFlaw> firstFatalCsvFlaw(const std::string& path, bool hasHeader,
-                                         std::uint64_t records, const std::function<bool()>& goOn)
-{
-    CsvProfile profile(path, hasHeader);
-    profile.trust(); // the types are not needed
-    profile.read(records, [&] { return !profile.fatalFlaw() && goOn(); });
-    return profile.fatalFlaw();
 }
 
 } // namespace datafile

@@ -36,6 +36,9 @@ public:
     /// texts are measured, encoding.
     const std::optional<CsvFlaw>& flaw() const { return _flaw; }
 
+    /// Whether a record so far may be longer than kLongCsvRecord. True for each that is.
+    bool hasLongRecord() const { return _hasLongRecord || _scanner.hasLongRecord(); }
+
     /// The first flaw that a reader cannot skip.
     const std::optional<CsvFlaw>& fatalFlaw() const { return _fatalFlaw; }
 
@@ -86,6 +89,7 @@ private:
     std::uint64_t _records = 0;
     bool _complete = false;
     bool _trusting = false;
+    bool _hasLongRecord = false; ///< found before the file was read anew
 };
 
 Fault faultOf(const CsvFlaw& flaw, const std::string& path);
@@ -95,10 +99,5 @@ Fault faultOf(const CsvFlaw& flaw, const std::string& path);
 /// flaw is returned. Throws Fault.
 std::optional<CsvFlaw> firstCsvFlaw(const std::string& path, bool hasHeader, std::uint64_t records,
                                     const std::function<bool()>& goOn);
-
-/// The first flaw in the first `records` records of a file that a reader cannot skip, except
-/// for the encoding. If `goOn` returns false, no flaw is returned. Throws Fault.
-std::optional<CsvFlaw> firstFatalCsvFlaw(const std::string& path, bool hasHeader,
-                                         std::uint64_t records, const std::function<bool()>& goOn);
 
 } // namespace datafile

@@ -40,6 +40,8 @@ struct CsvFlaw
 /// The limit of all readers for a record in bytes.
 constexpr std::size_t kLongestCsvRecord = std::size_t{64} * 1024 * 1024;
 constexpr const char* kRecordTooLong = "the record is longer than 64 MiB";
+/// Shorter records are within the database's own limit of 2 MB.
+constexpr std::size_t kLongCsvRecord = std::size_t{1} << 20;
 
 /// Line ends of a CSV file.
 enum class CsvLineEnd
@@ -71,6 +73,8 @@ public:
     CsvLineEnd lineEnd() const { return _lineEnd; }
     /// Reads to the end of the record's line, so that lineEnd() is known.
     void finishLine();
+    /// Whether a record so far may be longer than kLongCsvRecord. True for each that is.
+    bool hasLongRecord() const { return _buffer.size() > kLongCsvRecord; }
     /// The first flaw that the last next() found, whatever it returned: in a line end before the
     /// record, or in the record.
     const std::optional<CsvFlaw>& flaw() const { return _flaw; }

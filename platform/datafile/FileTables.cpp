@@ -68,7 +68,7 @@ std::string csvLimits()
 }
 
 std::string csvTable(const std::string& path, bool hasHeader, const Fields& columns,
-                     const std::string& rejects)
+                     const std::string& rejects, CsvRecords records)
 {
     // Set all options, so that the database does not guess: delimiter, skipped lines, comments,
     // columns from folder names. A quoted empty field is an empty text.
@@ -78,7 +78,9 @@ std::string csvTable(const std::string& path, bool hasHeader, const Fields& colu
                       "hive_partitioning = false, header = ";
     const CsvLines lines = linesOf(path);
     sql += hasHeader ? "true, skip = " + std::to_string(lines.blankLines) : "false, skip = 0";
-    sql += newLineOption(lines.end) + csvLimits();
+    sql += newLineOption(lines.end);
+    if (records == CsvRecords::Long)
+        sql += csvLimits();
     if (columns.size() > kMostColumnsInParallel)
         sql += ", parallel = false";
     if (!rejects.empty())

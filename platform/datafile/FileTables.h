@@ -11,13 +11,21 @@
 namespace datafile {
 
 /// The options of the database's CSV reader for records of up to kLongestCsvRecord. Without them it
-/// refuses records of 2 MB, and returns nothing for a record that is longer than its buffer.
+/// refuses records of 2 MB, and returns nothing for a record that is longer than its buffer. With
+/// them its buffers take 256 MB more.
 std::string csvLimits();
+
+/// The records that the database must be able to read.
+enum class CsvRecords
+{
+    Usual, ///< none is longer than kLongCsvRecord
+    Long   ///< up to kLongestCsvRecord
+};
 
 /// The FROM item for a CSV file with these columns. `rejects` names the tables for records that do
 /// not fit; if it is empty, such a record fails the statement.
 std::string csvTable(const std::string& path, bool hasHeader, const Fields& columns,
-                     const std::string& rejects);
+                     const std::string& rejects, CsvRecords records);
 /// The second table that the database creates with `rejects`.
 std::string rejectScansOf(const std::string& rejects);
 /// The FROM item for a Parquet file, or for several that are one dataset. Throws Fault as

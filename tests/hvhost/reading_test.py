@@ -153,6 +153,18 @@ class Reading(Case):
             self.assertEqual(len(said) if status == 0 else said.count("in.json:2: the record is longer than 64 MiB"),
                              (size << 20) + len("a\n1\n\n") if status == 0 else 1)
 
+    def test_a_long_record_far_down(self):
+        """It is found while the database reads with its usual limits, which would refuse or lose it."""
+        head = "a,b\n" + "1,x\n" * 30000
+        for size, words in ((3 << 20, ()), (40 << 20, ()), (40 << 20, ("--max-errors", "1"))):
+            with self.subTest(size=size, words=words):
+                whole = head + "2," + "y" * size + "\n3,z\n"
+                self.assertTrue(self.read(whole, *words) == whole)
+        whole = head + "2," + "y" * (3 << 20) + "\n3,z\n"
+        self.assertIn("in.csv:30004: the record has 3 fields, not 2", self.read(whole + "4,5,6\n", status=3))
+        # The host cuts the text, and reads on behind the record.
+        self.assertEqual(self.read(whole, "--served").splitlines()[30002:], ["3,z"])
+
     def test_workbooks(self):
         """A number is a date by its format, in two calendars; 29 February 1900 never was."""
         dates = [["d", "t", "s", "p", "e"],

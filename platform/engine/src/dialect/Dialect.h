@@ -19,7 +19,8 @@ struct CsvSource
     std::string path;
     bool hasHeader = false;
     const datafile::Fields& columns; ///< borrowed
-    std::string rejects; ///< collects records that do not fit; empty: such a record fails
+    std::string rejects;        ///< collects records that do not fit; empty: such a record fails
+    bool hasLongRecords = true; ///< records may be longer than datafile::kLongCsvRecord
 };
 
 /// A column that replaces the one with the same name.

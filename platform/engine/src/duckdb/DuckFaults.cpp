@@ -70,6 +70,12 @@ bool isCsvStateFault(const std::string& message)
     return contains(message, "CSV Parser state machine");
 }
 
+/// The database does not say in which file a record is longer than its buffer.
+bool isCsvBufferFault(const std::string& message)
+{
+    return contains(message, "The Parallel CSV Reader currently does not support");
+}
+
 StatementFault meaningOf(const std::string& message)
 {
     const auto fault = [&message](const char* id, const std::string& what, About about) {
@@ -101,7 +107,8 @@ StatementFault::Csv csvOf(const std::string& message)
     using Csv = StatementFault::Csv;
     if (csvLine(message))
         return contains(message, "Error when converting column") ? Csv::Value : Csv::Record;
-    return isCsvStateFault(message) ? Csv::Form : Csv::Nothing;
+    const bool isOfForm = isCsvStateFault(message) || isCsvBufferFault(message);
+    return isOfForm ? Csv::Form : Csv::Nothing;
 }
 
 /// The file that may be damaged. The text is empty if that can be any file: the database reports

@@ -63,7 +63,9 @@ std::string DuckDialect::replacedColumns(const datafile::Fields&,
 
 std::string DuckDialect::csvTable(const CsvSource& source) const
 {
-    return datafile::csvTable(source.path, source.hasHeader, source.columns, source.rejects);
+    using datafile::CsvRecords;
+    return datafile::csvTable(source.path, source.hasHeader, source.columns, source.rejects,
+                              source.hasLongRecords ? CsvRecords::Long : CsvRecords::Usual);
 }
 
 std::string DuckDialect::rejectScansOf(const std::string& rejects) const

@@ -42,8 +42,11 @@ public:
     /// The id and the parts as far as the backend knows them.
     const JobError& error() const { return _error; }
     About about() const { return _about; }
-    /// What is wrong with this CSV file.
-    Csv csv(const std::string& path) const { return path == _csvFile ? _csv : Csv::Nothing; }
+    /// What is wrong with this CSV file. The backend does not always know which file is meant.
+    Csv csv(const std::string& path) const
+    {
+        return _csvFile.empty() || path == _csvFile ? _csv : Csv::Nothing;
+    }
     /// Whether this file may be damaged. The backend does not always know which file is.
     bool isDamaged(const std::string& path) const
     {

@@ -90,9 +90,29 @@ void CsvCheck::findFatalFlaw()
     const std::uint64_t mostSkipped = _settings.errorThreshold < 0
                                           ? UINT64_MAX
                                           : static_cast<std::uint64_t>(_settings.errorThreshold);
-    _fatalFlaw = datafile::firstFatalCsvFlaw(_settings.path, _settings.hasHeader,
-                                             saturatedSum(_settings.mostRecords, mostSkipped),
-                                             [this] { return goOn(); });
+    CsvProfile profile(_settings.path, _settings.hasHeader);
+    profile.trust(); // the types are not needed
+    profile.read(saturatedSum(_settings.mostRecords, mostSkipped),
+                 [&] { return !profile.fatalFlaw() && goOn(); });
+    _fatalFlaw = profile.fatalFlaw();
+    _hasLongRecord = profile.hasLongRecord();
+}
+
+/// Plans again with higher limits if the file has a record that needs them.
+void CsvCheck::raiseLimits() const
+{
+    if (!_settings.longRecords || !(_hasLongRecord || (_profile && _profile->hasLongRecord())))
+        return;
+    _settings.longRecords->insert(_settings.path);
+    throw Reread{};
+}
+
+void CsvCheck::searchLongRecord()
+{
+    CsvProfile profile(_settings.path, _settings.hasHeader);
+    profile.trust();
+    profile.read(UINT64_MAX, [&] { return !profile.hasLongRecord() && goOn(); });
+    _hasLongRecord = profile.hasLongRecord();
 }
 
 bool CsvCheck::goOn() const
@@ -181,6 +201,8 @@ void CsvCheck::refuseProblems() const
 void CsvCheck::finish(Session& session, Reporter& reporter)
 {
     join(true);
+    if (!_cancellation->cancelled())
+        raiseLimits();
     if (_profile && !_cancellation->cancelled())
         refuseProblems();
     if (!_settings.rejects.empty())
@@ -195,6 +217,9 @@ void CsvCheck::abandon(const StatementFault& fault)
     if (csv == Csv::Record || csv == Csv::Form) {
         join(false);
         _stop = false;
+        if (_settings.longRecords)
+            searchLongRecord();
+        raiseLimits();
         refuseFlaw();
         if (_settings.errorThreshold != 0)
             findFatalFlaw();
@@ -215,6 +240,7 @@ void CsvCheck::abandon(const StatementFault& fault)
         return;
     }
     join(true);
+    raiseLimits();
     // The check had left this conversion to the database, so it must guess again.
     if (_settings.guess && conversion && _profile->trusting())
         guessAgain();

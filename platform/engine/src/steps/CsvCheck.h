@@ -26,7 +26,10 @@ struct CsvCheckSettings
     std::uint64_t mostRecords = UINT64_MAX;
     std::string rejects;                        ///< the table of skipped records, or empty
     std::set<std::string>* readWhole = nullptr; ///< collects files that must be read again
-    std::shared_ptr<CsvProfile> guess;          ///< null if a data model gives the types
+    /// Collects files with records that the database's usual limits exclude; null if it reads with
+    /// higher ones.
+    std::set<std::string>* longRecords = nullptr;
+    std::shared_ptr<CsvProfile> guess; ///< null if a data model gives the types
 };
 
 /// Checks a CSV file while a statement reads it. The database takes the types from the head of the
@@ -55,6 +58,8 @@ private:
     std::size_t countWithinLimit(const RejectedRecords& bad) const;
     [[noreturn]] void refuseRecord(const RejectedRecords& bad, std::size_t record) const;
     void refuseMisfit(const CsvProfile::Misfit& misfit) const;
+    void raiseLimits() const;
+    void searchLongRecord();
     bool hasFlaw() const;
     void refuseFlaw() const;
     void refuseFatalFlaw(std::uint64_t skipped) const;
@@ -65,6 +70,7 @@ private:
         _profile; ///< the profile that reads the rest; null if that is not needed
     /// With an error threshold: the first flaw that does not allow to skip its record.
     std::optional<datafile::CsvFlaw> _fatalFlaw;
+    bool _hasLongRecord = false; ///< found by a scan without `_profile`
     Cancellation* _cancellation = nullptr;
     std::atomic<bool> _stop = false;
     std::exception_ptr _failure;

@@ -34,6 +34,7 @@ public:
     const std::shared_ptr<CsvProfile>& profile() const { return _known; }
     Fields guessedFields();
     Fields modelledFields();
+    bool mayHaveLongRecords() const;
     /// Rejects the file if the profile has found an unreadable record.
     void refuseFlaw() const;
 
@@ -104,6 +105,16 @@ Fields CsvPlan::modelledFields()
     return fields;
 }
 
+/// Whether the database needs higher limits. They cost memory. If a long record is found too late,
+/// the job is planned again, unless rows can be read only once. The check does not look beyond a
+/// limited number of records, but the database may.
+bool CsvPlan::mayHaveLongRecords() const
+{
+    const bool isChecked = _context.iterators.empty() && _settings.mostRecords == UINT64_MAX;
+    return !(isChecked || _known->complete()) || _known->hasLongRecord() ||
+           _context.longRecords.contains(_settings.path);
+}
+
 void CsvPlan::refuseFlaw() const
 {
     const auto& flaw = _known->flaw();
@@ -128,9 +139,10 @@ std::string allConverted(const Dialect& dialect, const Fields& fields)
     return columns.empty() ? "" : " WHERE " + dialect.readsAll(columns);
 }
 
-std::string selectOf(const Dialect& dialect, const CsvReadSettings& settings, const Fields& fields,
-                     const std::string& rejects)
+std::string selectOf(const Dialect& dialect, const CsvReadSettings& settings,
+                     const CsvSource& source)
 {
+    const Fields& fields = source.columns;
     std::string columns = "*";
     if (anyUserMissing(dialect, fields)) {
         std::vector<std::string> names;
@@ -138,8 +150,7 @@ std::string selectOf(const Dialect& dialect, const CsvReadSettings& settings, co
             names.push_back(dialect.name(field.GetName()));
         columns = selectList(dialect, fields, names);
     }
-    std::string sql = "SELECT " + columns + " FROM " +
-                      dialect.csvTable({settings.path, settings.hasHeader, fields, rejects});
+    std::string sql = "SELECT " + columns + " FROM " + dialect.csvTable(source);
     if (settings.dataModel && settings.errorThreshold != 0)
         sql += allConverted(dialect, fields);
     return sql;
@@ -178,9 +189,14 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
         check.guess = plan.profile();
     if (settings.errorThreshold == 0)
         plan.refuseFlaw();
+    const bool hasLongRecords = plan.mayHaveLongRecords();
+    if (!hasLongRecords)
+        check.longRecords = &context.longRecords;
     node->check = std::make_shared<CsvCheck>(check);
 
-    node->select = [sql = selectOf(context.dialect, settings, node->fields, check.rejects)](
+    const CsvSource source{settings.path, settings.hasHeader, node->fields, check.rejects,
+                           hasLongRecords};
+    node->select = [sql = selectOf(context.dialect, settings, source)](
                        const std::vector<std::string>&) { return sql; };
     return node;
 }

@@ -75,6 +75,8 @@ struct JobContext
     std::map<std::pair<std::string, bool>, std::shared_ptr<CsvProfile>> profiles;
     /// CSV files with bad records. They are read to the end even if only few records are wanted.
     std::set<std::string> readWhole;
+    /// CSV files with records beyond the usual limits of the database.
+    std::set<std::string> longRecords;
     /// Destinations of planned statements that have not run yet: canonical paths, and names of data
     /// sources.
     std::set<std::string> unwritten;

@@ -79,7 +79,10 @@ CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path)
         variables.push_back(variableOf(profile, i));
     }
     tellNamesApart(variables);
-    relation->from = datafile::csvTable(readable, spec.HasHeader(), source.fields, "");
+    using datafile::CsvRecords;
+    relation->from =
+        datafile::csvTable(readable, spec.HasHeader(), source.fields, "",
+                           profile.hasLongRecord() ? CsvRecords::Long : CsvRecords::Usual);
     source.caseCount = static_cast<long long>(profile.records());
     relation->caseCount = source.caseCount;
     source.cases = std::make_unique<TableCases>(std::move(variables), std::move(relation));
