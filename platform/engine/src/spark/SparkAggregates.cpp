@@ -19,9 +19,9 @@ constexpr const char* kIntegerSum =
 
 /// Reals have digits of 26 bits, from -2^25 to 2^25, so that a place holds the digits of 2^37
 /// records. Greater numbers and what is beyond the last place are added as doubles.
-constexpr int kPlaces = 8;
+constexpr int kPlaces = 5;
 constexpr int kBits = 26;
-constexpr int kGreatestPlace = 78; ///< the exponent of its unit
+constexpr int kGreatestPlace = 52; ///< the exponent of its unit
 constexpr int kLeastPlace = kGreatestPlace - kBits * (kPlaces - 1);
 
 std::string powerOfTwo(int exponent)
