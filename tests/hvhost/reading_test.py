@@ -3,6 +3,7 @@ import bz2
 import concurrent.futures
 import gzip
 import json
+import os
 import re
 import subprocess
 import unittest
@@ -15,6 +16,8 @@ from workbook_files import sheet, workbook
 # The first bytes of workbooks before xlsx
 OLD = bytes.fromhex("d0cf11e0a1b11ae1")
 ZSTD = bytes.fromhex("28b52ffd0458410000612c620a312c320a35e7cace")
+
+SLOW_IF_SANITIZED = unittest.skipIf(os.environ.get("HV_SANITIZER"), "long texts take minutes with a sanitizer")
 
 
 class Reading(Case):
@@ -143,6 +146,7 @@ class Reading(Case):
                                  status=2 if "--" in says[:2] or "=NUMBER" in says or "kind" in says else 3)
                 self.assertIn(says, said)
 
+    @SLOW_IF_SANITIZED
     def test_one_limit_for_a_record(self):
         for size, words in ((3 << 20, ()), (60 << 20, ()), (60 << 20, ("--missing", "NA"))):
             self.assertEqual(len(self.read("a,b\n" + "x" * size + ",1\n", *words)), size + len("a,b\n,1\n"))
@@ -153,6 +157,7 @@ class Reading(Case):
             self.assertEqual(len(said) if status == 0 else said.count("in.json:2: the record is longer than 64 MiB"),
                              (size << 20) + len("a\n1\n\n") if status == 0 else 1)
 
+    @SLOW_IF_SANITIZED
     def test_a_long_record_far_down(self):
         """It is found while the database reads with its usual limits, which would refuse or lose it."""
         head = "a,b\n" + "1,x\n" * 30000
