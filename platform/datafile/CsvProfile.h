@@ -89,7 +89,7 @@ private:
     std::uint64_t _records = 0;
     bool _complete = false;
     bool _trusting = false;
-    bool _hasLongRecord = false; ///< found before the file was read anew
+    bool _hasLongRecord = false; ///< the value before readAnew
 };
 
 Fault faultOf(const CsvFlaw& flaw, const std::string& path);

@@ -166,6 +166,8 @@ class Reading(Case):
                 whole = head + "2," + "y" * size + "\n3,z\n"
                 self.assertTrue(self.read(whole, *words) == whole)
         whole = head + "2," + "y" * (3 << 20) + "\n3,z\n"
+        # The type changes behind the record.
+        self.assertTrue(self.read(whole + "late,z\n") == whole + "late,z\n")
         self.assertIn("in.csv:30004: the record has 3 fields, not 2", self.read(whole + "4,5,6\n", status=3))
         # The host cuts the text, and reads on behind the record.
         self.assertEqual(self.read(whole, "--served").splitlines()[30002:], ["3,z"])

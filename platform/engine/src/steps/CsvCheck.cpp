@@ -69,8 +69,8 @@ void CsvCheck::readRest()
         if (_settings.guess)
             _profile->trust();
         _profile->read(_settings.mostRecords, [this] {
-            const bool wrong =
-                _profile->misfit() || hasFlaw() || (_settings.guess && !guessHolds());
+            const bool wrong = _profile->misfit() || hasFlaw() || needsHigherLimits() ||
+                               (_settings.guess && !guessHolds());
             if (wrong)
                 _cancellation->stopStatement(); // the result would be useless
             return !wrong && goOn();
@@ -98,11 +98,20 @@ void CsvCheck::findFatalFlaw()
     _hasLongRecord = profile.hasLongRecord();
 }
 
-/// Plans again with higher limits if the file has a record that needs them.
-void CsvCheck::raiseLimits() const
+/// Whether a record so far exceeds the limits with which the database reads.
+bool CsvCheck::needsHigherLimits() const
 {
-    if (!_settings.longRecords || !(_hasLongRecord || (_profile && _profile->hasLongRecord())))
+    return _settings.longRecords && (_hasLongRecord || (_profile && _profile->hasLongRecord()));
+}
+
+/// Plans again with higher limits if the file has a record that needs them.
+void CsvCheck::raiseLimits()
+{
+    if (!needsHigherLimits())
         return;
+    // The profile has left values to a statement that did not read them all.
+    if (_settings.guess && !_settings.guess->complete())
+        guessAgain();
     _settings.longRecords->insert(_settings.path);
     throw Reread{};
 }

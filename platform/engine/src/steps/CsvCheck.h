@@ -58,7 +58,8 @@ private:
     std::size_t countWithinLimit(const RejectedRecords& bad) const;
     [[noreturn]] void refuseRecord(const RejectedRecords& bad, std::size_t record) const;
     void refuseMisfit(const CsvProfile::Misfit& misfit) const;
-    void raiseLimits() const;
+    bool needsHigherLimits() const;
+    void raiseLimits();
     void searchLongRecord();
     bool hasFlaw() const;
     void refuseFlaw() const;
