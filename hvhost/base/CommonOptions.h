@@ -16,6 +16,7 @@ struct CommonOptions
     std::optional<double> timeout; ///< seconds
     std::string engine;            ///< the address of a cluster; empty: the embedded engine
     std::string engineScratch;     ///< a folder of the cluster for intermediate records
+    std::string engineSums;        ///< exact or double; empty: exact
 };
 
 /// Options of the commands that read one file.

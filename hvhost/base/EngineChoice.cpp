@@ -12,6 +12,7 @@ EHVAppSetting withEngine(EHVAppSetting settings, const CommonOptions& options)
     settings.addProperty(EmbeddedHV::kBackendSetting, "spark");
     settings.addProperty(EmbeddedHV::kUrlSetting, options.engine);
     settings.addProperty(EmbeddedHV::kScratchSetting, options.engineScratch);
+    settings.addProperty(EmbeddedHV::kSumsSetting, options.engineSums);
     return settings;
 }
 

@@ -248,6 +248,12 @@ void addEngineOptions(CLI::App& app, CommonOptions& options)
         ->type_name("URI")
         ->envname("HVHOST_ENGINE_SCRATCH")
         ->group("Engine");
+    app.add_option("--engine-sums", options.engineSums,
+                   "Sums and means of reals on the cluster:\nexact or, faster, as doubles")
+        ->type_name("exact|double")
+        ->check(CLI::IsMember({"exact", "double"}))
+        ->envname("HVHOST_ENGINE_SUMS")
+        ->group("Engine");
 }
 
 void addJobOptions(CLI::App& app, JobOptions& options, bool needsOutput)

@@ -20,6 +20,27 @@ protected:
         if (clusterUrl().empty())
             GTEST_SKIP() << "without a cluster";
     }
+
+    /// Those of the fixture and one more.
+    EHVAppSetting settingsWith(const char* key, const char* value)
+    {
+        EHVAppSetting settings(path("root"), std::getenv("HV_TEST_COMPONENTS"), "en_US");
+        settings.addProperty(kBackendSetting, "spark");
+        settings.addProperty(kUrlSetting, clusterUrl());
+        settings.addProperty(kScratchSetting, std::getenv("HV_TEST_ENGINE_SCRATCH"));
+        settings.addProperty(key, value);
+        return settings;
+    }
+
+    RecordingListener runOn(HVServiceManager& manager, const std::string& job)
+    {
+        const std::unique_ptr<Execution> execution(
+            manager.getExecutionService()->createExecution("en_US"));
+        execution->prepare(nullptr, expanded(job));
+        RecordingListener listener;
+        execution->execute(nullptr, &listener);
+        return listener;
+    }
 };
 
 std::size_t threadCount()
@@ -46,30 +67,38 @@ TEST_F(ClusterTest, WhatItCannotDoIsRefusedBeforeAnythingRuns)
 
 TEST_F(ClusterTest, ComponentsCollectNoMoreThanTheyMay)
 {
-    EHVAppSetting settings(path("root"), std::getenv("HV_TEST_COMPONENTS"), "en_US");
-    settings.addProperty(kBackendSetting, "spark");
-    settings.addProperty(kUrlSetting, clusterUrl());
-    settings.addProperty(kScratchSetting, std::getenv("HV_TEST_ENGINE_SCRATCH"));
-    settings.addProperty(kCollectSetting, "8000");
-    HVServiceManager small(clusterMachine(), settings);
+    HVServiceManager small(clusterMachine(), settingsWith(kCollectSetting, "8000"));
     write("in.csv", numbers(2000));
     // Only the fields that the component reads count: one of two.
     for (const auto& [records, ending] : {std::pair{1000, "success"}, {1001, "error"}}) {
-        const std::unique_ptr<Execution> execution(
-            small.getExecutionService()->createExecution("en_US"));
-        execution->prepare(
-            nullptr,
-            expanded(readCsv("in.csv", ", \"maxRecordsCount\": " + std::to_string(records)) +
-                     R"( -> deriveField(_, ctx => x => ("other", 1.5)) -> descriptives:descriptives(
+        const RecordingListener listener = runOn(
+            small,
+            readCsv("in.csv", ", \"maxRecordsCount\": " + std::to_string(records)) +
+                R"( -> deriveField(_, ctx => x => ("other", 1.5)) -> descriptives:descriptives(
                      {"inputFieldList": ["other"]}, _,
-                     [{"export": true, "name": "StatXML", "uri": "$DIR/stat.zip"}]))"));
-        RecordingListener listener;
-        execution->execute(nullptr, &listener);
+                     [{"export": true, "name": "StatXML", "uri": "$DIR/stat.zip"}]))");
         EXPECT_EQ(listener.ending, ending) << listener.errorText;
         if (records > 1000) {
             EXPECT_EQ(listener.errorId, "HVEIO0025E");
             EXPECT_THAT(listener.errorText, HasSubstr("\"engine.collect.bytes\""));
         }
+    }
+}
+
+TEST_F(ClusterTest, SumsAreExactUnlessTheSettingsPreferSpeed)
+{
+    write("in.csv", "k,v\na,1e20\na,1\na,0.5\na,-1e20\nb,0.1\nb,0.1\nb,0.1\nc,\n");
+    const std::string job = readCsv("in.csv") + R"( -> aggregate({"output": [
+        {"function": "key", "input": "k"}, {"function": "sum", "input": "v"},
+        {"function": "mean", "input": "v"}]}) -> )" +
+                            writeCsv("out.csv");
+    for (const auto& [sums, result] :
+         {std::pair{"exact", "a,1.5,0.375\nb,0.30000000000000004,0.1\nc,,\n"},
+          {"double", "a,0.0,0.0\nb,0.30000000000000004,0.10000000000000002\nc,,\n"}}) {
+        HVServiceManager manager(clusterMachine(), settingsWith(kSumsSetting, sums));
+        const RecordingListener listener = runOn(manager, job);
+        EXPECT_EQ(listener.ending, "success") << listener.errorText;
+        EXPECT_EQ(read("out.csv"), std::string("k,sum_v,mean_v\n") + result) << sums;
     }
 }
 

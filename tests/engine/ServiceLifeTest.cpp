@@ -124,10 +124,12 @@ TEST_F(ServiceLifeTest, AFactoryWithoutABackendIsAnException)
 
 TEST_F(ServiceLifeTest, TheSettingsChooseTheBackendOrSayWhatIsWrong)
 {
-    const auto start = [this](const std::string& backend, const std::string& url) -> std::string {
+    const auto start = [this](const std::string& backend, const std::string& url,
+                              const std::string& sums) -> std::string {
         EHVAppSetting given = settings();
         given.addProperty(kBackendSetting, backend);
         given.addProperty(kUrlSetting, url);
+        given.addProperty(kSumsSetting, sums);
         try {
             const HVServiceManager manager(nullptr, given);
             return "starts";
@@ -142,6 +144,7 @@ TEST_F(ServiceLifeTest, TheSettingsChooseTheBackendOrSayWhatIsWrong)
         const char* backend;
         const char* url;
         const char* outcome;
+        const char* sums = "";
     } rows[] = {
         {"", "", "starts"},
         {"embedded", "sc://unused:1", "starts"},
@@ -150,10 +153,11 @@ TEST_F(ServiceLifeTest, TheSettingsChooseTheBackendOrSayWhatIsWrong)
         {"sparc", "", "there is no backend \"sparc\"; did you mean \"spark\"?"},
         {"spark", "", "the setting \"engine.url\" is missing"},
         {"spark", "http://host", "is \"http://host\", not the address of a Spark Connect server"},
+        {"spark", "sc://host", "\"engine.sums\" is \"fast\", not exact or double", "fast"},
         {"spark", "sc://host/;token=secret", "the client of Spark clusters is not installed"},
     };
     for (const auto& row : rows) {
-        const std::string outcome = start(row.backend, row.url);
+        const std::string outcome = start(row.backend, row.url, row.sums);
         EXPECT_THAT(outcome, testing::HasSubstr(row.outcome)) << row.backend << " " << row.url;
         EXPECT_THAT(outcome, testing::Not(testing::HasSubstr("secret")));
     }

@@ -301,17 +301,31 @@ protected:
         _cases.add(what, {column, from(duckDialect())}, {column, from(sparkDialect())});
     }
 
-    void addAggregate(const std::string& what, AggregateCall call, ValueType result)
+    void addAggregate(const std::string& what, const AggregateCall& call, ValueType result)
     {
-        const auto value = [&](const Dialect& dialect) {
-            return SqlExpression{dialect.cast(dialect.aggregate(call), result), result};
+        for (const char* records :
+             {"edges", "(SELECT * FROM edges WHERE nr < 0)",
+              "(SELECT * FROM edges WHERE abs(r) < 1e16 AND abs(q) < 1e16)",
+              "(SELECT * FROM edges WHERE nr IN (2, 3))", "(SELECT * FROM edges WHERE nr = 2)"})
+            addAggregated(what, call, result, records, false);
+        addAggregated(what, call, result, "edges", true);
+    }
+
+    void addAggregated(const std::string& what, const AggregateCall& call, ValueType result,
+                       const std::string& records, bool hasGroups)
+    {
+        const auto from = [&](const Dialect& dialect) {
+            const auto same = [](const std::string& value) { return value; };
+            const auto typed = [&](const std::string& value) {
+                return dialect.cast(value, result);
+            };
+            std::vector<AggregateColumn> columns{{call, "v", typed}};
+            if (hasGroups)
+                columns.push_back({{Aggregate::Key, ValueType::Integer, "t.k", ""}, "g", same});
+            return "FROM (" + dialect.aggregated(records, columns) + ")" +
+                   (hasGroups ? " ORDER BY g NULLS LAST" : "");
         };
-        for (const std::string rest :
-             {"FROM edges", "FROM edges WHERE nr < 0",
-              "FROM edges WHERE abs(r) < 1e16 AND abs(q) < 1e16", "FROM edges WHERE nr IN (2, 3)",
-              "FROM edges WHERE nr = 2", "FROM edges GROUP BY k ORDER BY k NULLS LAST"})
-            _cases.add(what + " " + rest, {value(duckDialect()), rest},
-                       {value(sparkDialect()), rest});
+        addRelation(what + " of " + records + (hasGroups ? " by k" : ""), {"v", result}, from);
     }
 
     Database _database;
@@ -369,10 +383,10 @@ TEST_F(SparkDialectTest, ComparesAggregates)
                 (!isReal && (function == Aggregate::Sum || function == Aggregate::Least ||
                              function == Aggregate::Greatest || function == Aggregate::First ||
                              function == Aggregate::Last));
-            addAggregate(
-                std::string(name) + "(" + column + ")",
-                {function, isReal ? ValueType::Real : ValueType::Integer, column, "nr", 90},
-                isWhole ? ValueType::Integer : ValueType::Real);
+            addAggregate(std::string(name) + "(" + column + ")",
+                         {function, isReal ? ValueType::Real : ValueType::Integer, "t." + column,
+                          "t.nr", 90},
+                         isWhole ? ValueType::Integer : ValueType::Real);
         }
 }
 

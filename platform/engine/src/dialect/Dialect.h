@@ -97,8 +97,11 @@ public:
     /// An expression of the type that fails the statement with a text of raisedText. `text` is SQL.
     virtual std::string raised(const std::string& text, ValueType type) const = 0;
 
-    /// An aggregate of a column. Infinite and not-a-number Reals count as missing.
-    virtual std::string aggregate(const AggregateCall& call) const = 0;
+    /// A SELECT of one record for each combination of the keys, ordered by them; without keys, of
+    /// one record. `from` is a FROM item, which the columns of the calls name `t`. Infinite and
+    /// not-a-number Reals count as missing.
+    virtual std::string aggregated(const std::string& from,
+                                   const std::vector<AggregateColumn>& columns) const = 0;
 
     /// An item of a SELECT: the number of the record from 1, in the order of the records.
     virtual std::string recordNumber() const = 0;

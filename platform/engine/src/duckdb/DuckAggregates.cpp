@@ -32,14 +32,12 @@ constexpr AggregateSql kAggregates[] = {
     {Aggregate::Last, "arg_max_null($, #)"},
 };
 
-} // namespace
-
-std::string DuckDialect::aggregate(const AggregateCall& call) const
+std::string aggregate(const DuckDialect& dialect, const AggregateCall& call)
 {
     const AggregateSql& known = kAggregates[static_cast<std::size_t>(call.function)];
     const bool isReal = call.type == ValueType::Real;
     const bool hasOwn = isReal && known.sqlOfReals;
-    const std::string column = isReal && !hasOwn ? finiteReal(call.column) : call.column;
+    const std::string column = isReal && !hasOwn ? dialect.finiteReal(call.column) : call.column;
     std::string text;
     for (const char character : std::string_view(hasOwn ? known.sqlOfReals : known.sql)) {
         if (character == '$')
@@ -52,6 +50,21 @@ std::string DuckDialect::aggregate(const AggregateCall& call) const
             text += character;
     }
     return text;
+}
+
+} // namespace
+
+std::string DuckDialect::aggregated(const std::string& from,
+                                    const std::vector<AggregateColumn>& columns) const
+{
+    std::string list;
+    for (const AggregateColumn& column : columns)
+        list += (list.empty() ? "" : ", ") + column.result(aggregate(*this, column.call)) + " AS " +
+                column.name;
+    const std::string keys = keyPlaces(columns, "");
+    return "SELECT " + list + " FROM " + from + " AS t" +
+           (keys.empty() ? ""
+                         : " GROUP BY " + keys + " ORDER BY " + keyPlaces(columns, " NULLS LAST"));
 }
 
 } // namespace EmbeddedHV

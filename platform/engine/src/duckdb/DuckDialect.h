@@ -27,7 +27,8 @@ public:
     std::string onModelScale(const std::string& value, ValueType type) const override;
     std::string raised(const std::string& text, ValueType type) const override;
 
-    std::string aggregate(const AggregateCall& call) const override;
+    std::string aggregated(const std::string& from,
+                           const std::vector<AggregateColumn>& columns) const override;
 
     std::string recordNumber() const override;
     std::string recordOrder() const override { return recordNumber(); }

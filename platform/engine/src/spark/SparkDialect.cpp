@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 
 #include "spark/SparkSql.h"
 
@@ -32,6 +33,11 @@ std::string sparkSql(std::string_view sql, std::initializer_list<std::string> ar
         else
             text += sql[i];
     return text;
+}
+
+std::string sparkPowerOfTwo(int exponent)
+{
+    return sparkDialect().literal(std::ldexp(1.0, exponent));
 }
 
 std::string SparkDialect::name(const std::string& name) const
@@ -104,10 +110,11 @@ std::string SparkDialect::orderedReal(const std::string& value) const
     return "nullif(" + value + ", " HV_SPARK_NAN ")";
 }
 
-const SparkDialect& sparkDialect()
+const SparkDialect& sparkDialect(RealSums sums)
 {
-    static const SparkDialect dialect;
-    return dialect;
+    static const SparkDialect exact(RealSums::Exact);
+    static const SparkDialect fast(RealSums::Double);
+    return sums == RealSums::Exact ? exact : fast;
 }
 
 } // namespace EmbeddedHV

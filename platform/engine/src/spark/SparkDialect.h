@@ -4,10 +4,19 @@
 
 namespace EmbeddedHV {
 
+/// How a cluster adds Reals.
+enum class RealSums
+{
+    Exact, ///< with the same result in every order of the records
+    Double ///< as the server's own functions do
+};
+
 /// The SQL of a Spark cluster. Every session must have the settings of kSparkSettings.
 class SparkDialect final : public Dialect
 {
 public:
+    explicit SparkDialect(RealSums sums) : _sums(sums) {}
+
     std::string name(const std::string& name) const override;
     std::string literal(const std::string& text) const override;
     std::string literal(std::int64_t value) const override;
@@ -27,7 +36,8 @@ public:
     std::string onModelScale(const std::string& value, ValueType type) const override;
     std::string raised(const std::string& text, ValueType type) const override;
 
-    std::string aggregate(const AggregateCall& call) const override;
+    std::string aggregated(const std::string& from,
+                           const std::vector<AggregateColumn>& columns) const override;
 
     std::string recordNumber() const override;
     std::string recordOrder() const override;
@@ -61,10 +71,13 @@ public:
     /// made it. The cluster reads large files first. It drops the order again where nothing depends
     /// on it, for example below a sum.
     std::string inFileOrder(const std::string& table, const datafile::Fields& fields) const;
+
+private:
+    RealSums _sums;
 };
 
-/// The only instance.
-const SparkDialect& sparkDialect();
+/// The instance for this kind of sums, which nothing but `aggregated` depends on.
+const SparkDialect& sparkDialect(RealSums sums = RealSums::Exact);
 
 /// A setting of a Spark session.
 struct SparkSetting

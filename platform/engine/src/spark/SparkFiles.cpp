@@ -134,14 +134,7 @@ bool SparkFiles::isOnlyHere(const std::string& path) const
 {
     if (_files.isOwn(path) || !isSeenHere(path))
         return false;
-    try {
-        _session.client().schema("SELECT * FROM " + _session.parquetTable(path));
-        return false;
-    } catch (const ClusterFault& fault) {
-        return fault.isCondition("PATH_NOT_FOUND");
-    } catch (const JavaFailure&) {
-        return false; // the next statement reports the failure
-    }
+    return !_session.seesParquet(path);
 }
 
 NodePtr SparkFiles::parquet(JobContext& context, const ParquetReadSettings& settings) const

@@ -40,7 +40,7 @@ std::string clusterPattern(const std::string& path)
 
 std::string modelIn(const std::string& folder)
 {
-    return folder + "/_datamodel";
+    return folder + "/" + kModelName;
 }
 
 } // namespace EmbeddedHV

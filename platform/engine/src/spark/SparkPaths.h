@@ -13,8 +13,10 @@ std::string clusterPath(const std::string& path);
 /// The same for a statement that reads files. Characters of a pattern are escaped.
 std::string clusterPattern(const std::string& path);
 
-/// The place of the data model in an HVBF folder. Readers of Parquet folders skip names that begin
+/// The name of the data model in an HVBF folder. Readers of Parquet folders skip names that begin
 /// with an underscore.
+inline constexpr const char* kModelName = "_datamodel";
+/// The path of the data model.
 std::string modelIn(const std::string& folder);
 
 } // namespace EmbeddedHV

@@ -72,7 +72,7 @@ SparkSession::~SparkSession()
 
 const Dialect& SparkSession::dialect() const
 {
-    return sparkDialect();
+    return sparkDialect(_engine.settings().sums);
 }
 
 void SparkSession::open(Cancellation* cancellation)
@@ -164,9 +164,13 @@ std::vector<std::vector<SparkValue>> SparkSession::texts(const std::string& sql,
 
 std::string SparkSession::textIn(const std::string& path)
 {
+    return linesOf(sparkDialect().name(clusterPattern(path)));
+}
+
+std::string SparkSession::linesOf(const std::string& table)
+{
     std::string text;
-    for (const auto& line :
-         texts("SELECT * FROM text." + sparkDialect().name(clusterPattern(path)), 1))
+    for (const auto& line : texts("SELECT * FROM text." + table, 1))
         text += line[0].value_or("") + "\n";
     return text;
 }
@@ -274,12 +278,31 @@ std::string SparkSession::parquetRecords(const std::string& path, const Fields& 
     return ordered(parquetTable(path), columns);
 }
 
+std::string SparkSession::parquetSchema(const std::string& path)
+{
+    return _client->schema("SELECT * FROM " + parquetTable(path));
+}
+
+bool SparkSession::seesParquet(const std::string& path)
+{
+    try {
+        _seenSchema = parquetSchema(path);
+        _seen = path;
+        return true;
+    } catch (const ClusterFault& fault) {
+        return !fault.isCondition("PATH_NOT_FOUND");
+    } catch (const JavaFailure&) {
+        return true; // the next statement reports the failure
+    }
+}
+
 ParquetColumns SparkSession::parquetColumns(const std::string& path)
 {
     const Dialect& dialect = sparkDialect();
     ParquetColumns columns;
+    const std::string seen = std::exchange(_seen, "");
     const std::string schema =
-        explained([&] { return _client->schema("SELECT * FROM " + parquetTable(path)); });
+        seen == path ? _seenSchema : explained([&] { return parquetSchema(path); });
     for (const SparkColumn& column : sparkColumns(schema)) {
         const CFField::StorageType storage = storageOfType(column.type);
         columns.fields.push_back(plainField(column.name, storage));
@@ -296,11 +319,18 @@ void SparkSession::describeColumns(const std::string& path, const std::string& o
     if (std::filesystem::is_regular_file(path, ignored))
         return _edge.describeColumns(path, origin, columns);
     try {
-        const std::string model = textIn(modelIn(path));
+        // The pattern matches the folder, too. So a missing model is no fault, which would take the
+        // client half a second.
+        const std::string name = kModelName;
+        const std::string model =
+            linesOf(sparkDialect().name(clusterPattern(path) + "{,/" + name + "}") +
+                    " WITH ('pathGlobFilter' = '{" + name + ",*.txt}')");
+        if (model.empty())
+            return; // another program has written the folder
         datafile::adoptMetadata(columns.fields,
                                 fieldsOfDataModel(model, modelIn(path), errors::kDataModel));
     } catch (const StatementFault&) {
-        return; // another program has written the folder
+        return; // the next statement reports the failure
     } catch (const JobError&) {
         return; // the columns are known without the data model
     }

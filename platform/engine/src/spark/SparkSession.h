@@ -74,6 +74,9 @@ public:
             throw meaningOf({ClusterFaultKind::Use, failure.what()});
         }
     }
+    /// Whether the workers see a Parquet file or folder. The next call of parquetColumns for it
+    /// asks the cluster nothing.
+    bool seesParquet(const std::string& path);
     /// The lines of a text on the cluster. Throws StatementFault.
     std::string textIn(const std::string& path);
     /// The records of a small query of texts.
@@ -92,6 +95,8 @@ public:
 private:
     StatementFault meaningOf(const ClusterFault& fault);
     void makeJobDatabase();
+    std::string linesOf(const std::string& table);
+    std::string parquetSchema(const std::string& path);
     std::string ordered(std::string table, const Fields& fields) const;
     void follow(SparkStream stream, const std::string& tag, Cancellation& cancellation,
                 const Progress& progress, const std::function<void(RecordBatch&)>& take);
@@ -104,8 +109,10 @@ private:
     bool _keepsOrder = true;
     bool _isLost = false;
     std::string _jobFolder;
-    std::string _addedTo;  ///< the table of the service to which an addition belongs
-    std::string _addition; ///< the table of the job with the records of the addition
+    std::string _seen;       ///< the path of seesParquet
+    std::string _seenSchema; ///< the schema of its records
+    std::string _addedTo;    ///< the table of the service to which an addition belongs
+    std::string _addition;   ///< the table of the job with the records of the addition
     int _additions = 0;
     int _views = 0;
     int _statements = 0;

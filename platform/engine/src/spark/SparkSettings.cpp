@@ -54,6 +54,17 @@ std::int64_t bytesOf(const EHVAppSetting& settings, const char* key, std::int64_
     return bytes;
 }
 
+RealSums sumsOf(const EHVAppSetting& settings)
+{
+    const std::string text = textOf(settings, kSumsSetting);
+    if (text.empty() || text == "exact")
+        return RealSums::Exact;
+    if (text != "double")
+        refuse(std::string("the setting \"") + kSumsSetting + "\" is \"" + text +
+               "\", not exact or double");
+    return RealSums::Double;
+}
+
 std::vector<std::string> optionsOf(const EHVAppSetting& settings)
 {
     const std::string_view prefix = kOptionPrefix;
@@ -87,6 +98,7 @@ SparkSettings sparkSettings(JNIEnv* env, const EHVAppSetting& settings)
     spark.scratch = withoutEndSlash(textOf(settings, kScratchSetting));
     spark.uploadBytes = bytesOf(settings, kUploadSetting, kUploadBytes);
     spark.collectBytes = bytesOf(settings, kCollectSetting, kCollectBytes);
+    spark.sums = sumsOf(settings);
     spark.options = optionsOf(settings);
     spark.clientFolder = clientFolderOf(settings);
     if (!SparkLibrary(nullptr, spark.clientFolder).isInstalled())

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "spark/SparkDialect.h"
+
 namespace EmbeddedHV {
 
 class EHVAppSetting;
@@ -19,6 +21,7 @@ struct SparkSettings
     std::string scratch; ///< a folder of the cluster, without a slash at its end; empty: none
     std::int64_t uploadBytes = 0;
     std::int64_t collectBytes = 0;
+    RealSums sums = RealSums::Exact;
     std::vector<std::string> options; ///< names and values in turn
 };
 

@@ -9,6 +9,9 @@ namespace EmbeddedHV {
 /// SQL in which $1 to $9 are the arguments.
 std::string sparkSql(std::string_view sql, std::initializer_list<std::string> arguments);
 
+/// 2 to the exponent, as a literal of type Real.
+std::string sparkPowerOfTwo(int exponent);
+
 } // namespace EmbeddedHV
 
 // Pieces of SQL for a Spark cluster, as string literals. `value` is such a literal too.

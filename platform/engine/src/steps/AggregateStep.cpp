@@ -71,14 +71,12 @@ const AggregateFunction& functionOf(const Settings& output)
         {.name = name, .kind = kinds::kNoSuchFunction, .hasSuggestion = !suggestion.empty()});
 }
 
-/// The parts of the SELECT. Each output adds to them.
+/// What the SELECT needs. Each output adds to it.
 struct Aggregation
 {
     Fields fields;
-    std::string columns;
-    std::string keys; ///< positions of the keys in the SELECT, for GROUP BY and ORDER BY
-    std::string order;
-    bool ordered = false;
+    std::vector<AggregateColumn> columns;
+    bool ordered = false; ///< whether a result depends on the order of the records
     OverflowedOutputs overflowing;
 };
 
@@ -150,24 +148,20 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
 
     aggregation.fields.push_back(resultField(name, function, input));
     const Dialect& dialect = call.context.dialect;
-    std::string result =
-        dialect.aggregate(callOf(dialect, function, input, "t." + number, centile));
     const bool isReal = aggregation.fields.back().GetStorage() == CFField::Real;
+    std::shared_ptr<OverflowedOutput> overflowed;
     if (isReal && function.missingBeyondRange) {
-        aggregation.overflowing.push_back(
-            std::make_shared<OverflowedOutput>(*call.context.session, name));
-        result = aggregation.overflowing.back()->finite(result);
+        overflowed = std::make_shared<OverflowedOutput>(*call.context.session, name);
+        aggregation.overflowing.push_back(overflowed);
     }
     // The database computes the sum of integers in a wider type. The cast checks that it fits.
     const ValueType type = valueTypeOf(aggregation.fields.back().GetStorage());
-    aggregation.columns += (aggregation.columns.empty() ? "" : ", ") + dialect.cast(result, type) +
-                           " AS " + dialect.name(name);
+    aggregation.columns.push_back(
+        {callOf(dialect, function, input, "t." + number, centile), dialect.name(name),
+         [&dialect, overflowed, type](const std::string& result) {
+             return dialect.cast(overflowed ? overflowed->finite(result) : result, type);
+         }});
     aggregation.ordered |= function.needsOrder;
-    if (function.name != "key")
-        return;
-    const std::string place = std::to_string(aggregation.fields.size());
-    aggregation.keys += (aggregation.keys.empty() ? "" : ", ") + place;
-    aggregation.order += (aggregation.order.empty() ? "" : ", ") + place + " NULLS LAST";
 }
 
 } // namespace
@@ -191,12 +185,9 @@ StepResult planAggregate(StepCall& call)
     const NodePtr node =
         derivedNode(std::move(fields), {call.input()},
                     [aggregation, number, &dialect](const std::vector<std::string>& inputs) {
-                        const std::string from =
-                            aggregation.ordered ? dialect.ordered(inputs[0], number) : inputs[0];
-                        return "SELECT " + aggregation.columns + " FROM " + from + " AS t" +
-                               (aggregation.keys.empty() ? ""
-                                                         : " GROUP BY " + aggregation.keys +
-                                                               " ORDER BY " + aggregation.order);
+                        return dialect.aggregated(
+                            aggregation.ordered ? dialect.ordered(inputs[0], number) : inputs[0],
+                            aggregation.columns);
                     });
     if (!aggregation.overflowing.empty())
         node->check = std::make_shared<OverflowCheck>(aggregation.overflowing, call.name);

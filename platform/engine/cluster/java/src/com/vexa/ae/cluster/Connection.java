@@ -15,6 +15,8 @@ import org.sparkproject.io.grpc.Metadata;
 import org.sparkproject.io.grpc.MethodDescriptor;
 import org.sparkproject.io.grpc.Status;
 import org.sparkproject.io.grpc.StatusRuntimeException;
+import org.sparkproject.io.netty.util.internal.logging.InternalLoggerFactory;
+import org.sparkproject.io.netty.util.internal.logging.JdkLoggerFactory;
 import scala.Option;
 import scala.concurrent.duration.FiniteDuration;
 
@@ -31,9 +33,11 @@ final class Connection implements ClientInterceptor
 
     /** Writes to standard error what faults say as well. The field keeps the logger, and so its
      * level. */
-    private static final Logger TRANSPORT = Logger.getLogger("org.sparkproject.io.grpc");
+    private static final Logger TRANSPORT = Logger.getLogger("org.sparkproject.io");
 
     static {
+        // Otherwise the transport loads a library of logs, which takes as long as to connect.
+        InternalLoggerFactory.setDefaultFactory(JdkLoggerFactory.INSTANCE);
         TRANSPORT.setLevel(Level.OFF);
     }
 
