@@ -6,7 +6,7 @@ import sys
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "tests" / "report"))
 from browser import Browser  # noqa: E402
 
-LIMIT = 3
+LIMIT = 0.5
 REPETITIONS = 9
 # From the navigation to the end of the first frame behind the load event, when scripts have run.
 READY = """new Promise((done) => requestAnimationFrame(() => setTimeout(() =>

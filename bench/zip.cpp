@@ -134,6 +134,6 @@ int main(int argc, char** argv)
                                        bench::interleave(
                                            kRepetitions, [&] { return workshop.unpack(); },
                                            [&] { return workshop.unpackByTool(); }),
-                                       "ms", 0.75);
+                                       "ms", 0.9);
     return packs && unpacks ? 0 : 1;
 }
