@@ -52,8 +52,8 @@ inline constexpr const char* kUploadSetting = "engine.upload.bytes";
 /// scratch folder, as a number. The default is 4 GiB. A job that would collect more fails.
 inline constexpr const char* kCollectSetting = "engine.collect.bytes";
 /// How the cluster adds Reals for sums and means. "exact", the default: to the same result in every
-/// order of the records. "double": with the cluster's own functions, which are faster and round each
-/// addition.
+/// order of the records. "double": with the cluster's own functions, which are faster and round
+/// each addition.
 inline constexpr const char* kSumsSetting = "engine.sums";
 /// Begins the properties that are passed to the cluster as settings of a job's session. The rest of
 /// the key is the cluster's name of the setting.
