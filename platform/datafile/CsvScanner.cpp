@@ -150,6 +150,7 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
     std::size_t mark = _mark;
     std::size_t at = _at;
     while (true) {
+        splitPlainFields(fields, mark, at);
         const std::size_t quote = openingQuote(at);
         const bool quoted = quote != _end;
         const std::size_t textEnd = quoted ? closingQuote(mark, lines) : delimiter(mark);
@@ -174,6 +175,20 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
     _mark = mark;
     _at = at;
     return true;
+}
+
+/// Takes the fields from `at` on that end in a comma and have no quote, which are most. Moves
+/// `mark` and `at` behind them.
+void CsvScanner::splitPlainFields(std::vector<CsvField>& fields, std::size_t& mark,
+                                  std::size_t& at) const
+{
+    const char* const bytes = _buffer.data();
+    // A field with a quote has it as its next mark.
+    for (; mark < _marks.count() && bytes[_marks[mark]] == ','; ++mark) {
+        const std::size_t end = _marks[mark];
+        fields.push_back({{bytes + at, end - at}, false});
+        at = end + 1;
+    }
 }
 
 /// The quote that opens the field at `at`, or the end of the data.

@@ -84,6 +84,7 @@ private:
     bool isAtLineEnd();
     void takeLineEnd();
     bool splitRecord(std::vector<CsvField>& fields);
+    void splitPlainFields(std::vector<CsvField>& fields, std::size_t& mark, std::size_t& at) const;
     std::size_t delimiter(std::size_t& mark) const;
     std::size_t closingQuote(std::size_t& mark, std::uint64_t& lines) const;
     std::size_t openingQuote(std::size_t at) const;
