@@ -324,7 +324,7 @@ void SparkSession::describeColumns(const std::string& path, const std::string& o
         const std::string name = kModelName;
         const std::string model =
             linesOf(sparkDialect().name(clusterPattern(path) + "{,/" + name + "}") +
-                    " WITH ('pathGlobFilter' = '{" + name + ",*.txt}')");
+                    " WITH ('pathGlobFilter' = '{" + name + ",part-*.txt}')");
         if (model.empty())
             return; // another program has written the folder
         datafile::adoptMetadata(columns.fields,
