@@ -250,7 +250,7 @@ void addEngineOptions(CLI::App& app, CommonOptions& options)
         ->group("Engine");
     app.add_option("--engine-sums", options.engineSums,
                    "Sums and means of reals on the cluster:\nexact or, faster, as doubles")
-        ->type_name("exact|double")
+        ->type_name("KIND")
         ->check(CLI::IsMember({"exact", "double"}))
         ->envname("HVHOST_ENGINE_SUMS")
         ->group("Engine");

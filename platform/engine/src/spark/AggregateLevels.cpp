@@ -24,8 +24,8 @@ std::string AggregateLevels::relation(const std::string& records) const
     // A job that only counts has no values.
     const std::string values = "(SELECT " + (_values.columns.empty() ? "1" : _values.columns) +
                                " FROM " + records + " AS t)";
-    const std::string aggregates = "(SELECT " + _aggregates.columns + " FROM " + values +
-                                   (_keys.empty() ? "" : " GROUP BY " + _keys) + ")";
+    std::string aggregates = "(SELECT " + _aggregates.columns + " FROM " + values +
+                             (_keys.empty() ? "" : " GROUP BY " + _keys) + ")";
     if (_results.columns.empty())
         return aggregates;
     return "(SELECT *, " + _results.columns + " FROM " + aggregates + ")";

@@ -72,21 +72,33 @@ std::string carryOf(const std::string& sum)
            std::to_string(kBits) + ")";
 }
 
+/// A sum with the carry of the place below; "" is no carry.
+std::string added(const std::string& digits, const std::string& carry)
+{
+    return carry.empty() ? digits : "(" + digits + " + " + carry + ")";
+}
+
+/// What a place contributes after its carry.
+std::string digitTerm(const std::string& sum, const std::string& carry, int place)
+{
+    return "(" + sum + " - shiftleft(" + carry + ", " + std::to_string(kBits) + ")) * " +
+           sparkPowerOfTwo(place);
+}
+
 /// Adds from the least to the greatest. A carry rounds, so that all places below the greatest one
 /// are small beside it, and no sum of them cancels it.
 std::string total(const Accumulators& sums)
 {
-    std::string total = sums.below;
+    std::string total = sums.below + " + ";
     std::string carry;
     int place = kLeastPlace;
     for (const std::string& digits : sums.places) {
-        const std::string sum = carry.empty() ? digits : "(" + digits + " + " + carry + ")";
+        const std::string sum = added(digits, carry);
         carry = carryOf(sum);
-        total += " + (" + sum + " - shiftleft(" + carry + ", " + std::to_string(kBits) + ")) * " +
-                 sparkPowerOfTwo(place);
+        total.append(digitTerm(sum, carry, place)).append(" + ");
         place += kBits;
     }
-    return total + " + (" + sums.above + " + " + carry + ") * " + sparkPowerOfTwo(kPlaceAbove);
+    return total + added(sums.above, carry) + " * " + sparkPowerOfTwo(kPlaceAbove);
 }
 
 } // namespace

@@ -222,7 +222,7 @@ std::string SparkSession::tableName(const std::string& table, TableOwner owner)
     return dialect.name(_engine.sourceDatabase()) + "." + dialect.name(table);
 }
 
-std::string SparkSession::ordered(std::string table, const Fields& fields) const
+std::string SparkSession::ordered(const std::string& table, const Fields& fields) const
 {
     return _keepsOrder ? sparkDialect().inFileOrder(table, fields) : table;
 }

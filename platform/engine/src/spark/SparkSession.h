@@ -97,7 +97,7 @@ private:
     void makeJobDatabase();
     std::string linesOf(const std::string& table);
     std::string parquetSchema(const std::string& path);
-    std::string ordered(std::string table, const Fields& fields) const;
+    std::string ordered(const std::string& table, const Fields& fields) const;
     void follow(SparkStream stream, const std::string& tag, Cancellation& cancellation,
                 const Progress& progress, const std::function<void(RecordBatch&)>& take);
 
