@@ -94,10 +94,8 @@ try {
     while (_records < records && !_complete) {
         if (goOn && _records % kRecordsBetweenLooks == 0 && !goOn())
             return false;
-        if (_scanner.next(_fields)) {
-            take();
+        if (next())
             continue;
-        }
         _complete = true;
         if (_scanner.flaw()) // in the end of the last line
             takeFlaw(*_scanner.flaw());
@@ -125,6 +123,36 @@ bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& go
     return read(records, goOn);
 }
 
+void CsvProfile::trust()
+{
+    _trusting = true;
+    _watched.clear();
+    for (std::size_t column = 0; column < _kinds.size(); ++column)
+        if (_kinds[column] != CsvKind::Text)
+            _watched.push_back(column);
+}
+
+/// Reads a record. Returns false at the end of the file.
+bool CsvProfile::next()
+{
+    const bool looksAtFew = _trusting && _longest.empty() && _expected.empty();
+    if (looksAtFew && _scanner.nextWellFormed(_names.size())) {
+        takeWellFormed();
+        return true;
+    }
+    if (!_scanner.next(_fields))
+        return false;
+    take();
+    return true;
+}
+
+void CsvProfile::takeWellFormed()
+{
+    ++_records;
+    for (const std::size_t column : _watched)
+        takeKind(column, _scanner.field(column));
+}
+
 void CsvProfile::take()
 {
     ++_records;
@@ -141,13 +169,15 @@ void CsvProfile::take()
     // The types are fixed: search only values that would be changed silently.
     if (!_expected.empty())
         return takeExpected();
-    for (std::size_t column = 0; column < _fields.size(); ++column) {
-        CsvKind& kind = _kinds[column];
-        const CsvField& field = _fields[column];
-        if (kind == CsvKind::Text || (_trusting && isSafeAs(kind, field)))
-            continue;
+    for (std::size_t column = 0; column < _fields.size(); ++column)
+        takeKind(column, _fields[column]);
+}
+
+void CsvProfile::takeKind(std::size_t column, const CsvField& field)
+{
+    CsvKind& kind = _kinds[column];
+    if (kind != CsvKind::Text && !(_trusting && isSafeAs(kind, field)))
         kind = widened(kind, kindOf(field));
-    }
 }
 
 void CsvProfile::takeFlaw(const CsvFlaw& flaw)

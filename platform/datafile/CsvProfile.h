@@ -47,7 +47,7 @@ public:
     bool read(std::uint64_t records, const std::function<bool()>& goOn = {});
     /// From now on the database reads the same records and refuses invalid numbers, dates and
     /// times. Only values that it would accept and change are searched, which is much faster.
-    void trust() { _trusting = true; }
+    void trust();
     bool trusting() const { return _trusting; }
     /// Starts again from the first record, without trust().
     bool readAnew(std::uint64_t records, const std::function<bool()>& goOn);
@@ -67,7 +67,10 @@ public:
 
 private:
     void readNames();
+    bool next();
     void take();
+    void takeWellFormed();
+    void takeKind(std::size_t column, const CsvField& field);
     void takeExpected();
     void takeFlaw(const CsvFlaw& flaw);
     void takeLengths();
@@ -79,6 +82,7 @@ private:
     bool _hasHeader;
     std::vector<std::string> _names;
     std::vector<CsvKind> _kinds;
+    std::vector<std::size_t> _watched; ///< with trust(), the columns whose values are looked at
     std::vector<CFField::StorageType> _expected;
     std::optional<Misfit> _misfit;
     std::optional<CsvFlaw> _flaw;

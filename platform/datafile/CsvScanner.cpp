@@ -74,8 +74,9 @@ bool CsvScanner::refill()
     _end += static_cast<std::size_t>(got);
     // If the read has filled the buffer, more bytes may follow.
     _atEnd = _end < _buffer.size();
-    _marks.find(_buffer.data(), 0, _end);
+    _marks.find(_buffer.data(), _end, _atEnd);
     _mark = 0;
+    _lineEndMark = 0;
     return got > 0;
 }
 
@@ -145,12 +146,13 @@ bool CsvScanner::next(std::vector<CsvField>& fields)
 /// Returns false if the record continues beyond the buffer.
 bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
 {
+    if (_marks.isPlain())
+        return splitPlainRecord(fields);
     fields.clear();
     std::uint64_t lines = 0;
     std::size_t mark = _mark;
     std::size_t at = _at;
     while (true) {
-        splitPlainFields(fields, mark, at);
         const std::size_t quote = openingQuote(at);
         const bool quoted = quote != _end;
         const std::size_t textEnd = quoted ? closingQuote(mark, lines) : delimiter(mark);
@@ -177,18 +179,78 @@ bool CsvScanner::splitRecord(std::vector<CsvField>& fields)
     return true;
 }
 
-/// Takes the fields from `at` on that end in a comma and have no quote, which are most. Moves
-/// `mark` and `at` behind them.
-void CsvScanner::splitPlainFields(std::vector<CsvField>& fields, std::size_t& mark,
-                                  std::size_t& at) const
+/// Splits a record of a plain buffer. Returns false if it continues beyond the buffer.
+bool CsvScanner::splitPlainRecord(std::vector<CsvField>& fields)
 {
-    const char* const bytes = _buffer.data();
-    // A field with a quote has it as its next mark.
-    for (; mark < _marks.count() && bytes[_marks[mark]] == ','; ++mark) {
-        const std::size_t end = _marks[mark];
-        fields.push_back({{bytes + at, end - at}, false});
-        at = end + 1;
+    fields.clear();
+    std::size_t mark = _mark;
+    std::size_t at = _at;
+    for (;; ++mark) {
+        const std::size_t end = mark < _marks.count() ? _marks[mark] : _end;
+        if (end == _end && !_atEnd)
+            return false;
+        fields.push_back(plainField(at, end));
+        at = end;
+        if (end == _end || _buffer[end] != ',')
+            break;
+        ++at;
     }
+    _recordLine = _line;
+    _mark = mark;
+    _at = at;
+    return true;
+}
+
+bool CsvScanner::nextWellFormed(std::size_t fieldCount)
+{
+    if (!_marks.isPlain() || (_isRecordOpen && !finishPlainLine()))
+        return false;
+    while (_lineEndMark < _marks.lineEndCount() && _marks.lineEnd(_lineEndMark) < _mark)
+        ++_lineEndMark;
+    const std::size_t endMark = _mark + fieldCount - 1;
+    if (_lineEndMark == _marks.lineEndCount() || _marks.lineEnd(_lineEndMark) != endMark)
+        return false;
+    const std::size_t end = _marks[endMark];
+    const std::size_t length = plainLineEnd(endMark);
+    if (end == _at || length == 0)
+        return false;
+    _flaw.reset();
+    _recordMark = _mark;
+    _recordAt = _at;
+    _recordLine = _line++;
+    _mark = endMark + length; // each byte of a line end is a mark
+    _at = end + length;
+    return true;
+}
+
+/// Reads the line end of the last record if it has no flaw.
+bool CsvScanner::finishPlainLine()
+{
+    if (_mark == _marks.count() || _marks[_mark] != _at)
+        return false;
+    const std::size_t length = plainLineEnd(_mark);
+    if (length == 0)
+        return false;
+    _at += length;
+    _mark += length;
+    ++_line;
+    _isRecordOpen = false;
+    return true;
+}
+
+/// The length of the line end whose first byte is that mark of a plain buffer. 0 if the end of the
+/// buffer leaves it open, or if it differs from the first line end of the file.
+std::size_t CsvScanner::plainLineEnd(std::size_t mark) const
+{
+    const std::size_t at = _marks[mark];
+    if (_buffer[at] == '\n')
+        return _lineEnd == CsvLineEnd::LineFeed ? 1 : 0;
+    if (at + 1 == _end)
+        return 0;
+    const bool isPair = _buffer[at + 1] == '\n';
+    if (_lineEnd != (isPair ? CsvLineEnd::ReturnLineFeed : CsvLineEnd::Return))
+        return 0;
+    return isPair ? 2 : 1;
 }
 
 /// The quote that opens the field at `at`, or the end of the data.
