@@ -15,7 +15,7 @@ bool compareProgram(const std::string& program, const std::string& directory,
     ours.insert(ours.end(), task.words.begin(), task.words.end());
     const std::vector<std::string> baseline = {programs + "/" + program, directory, task.statement};
     const Comparison time = interleave(
-        5, [&] { return runChild(ours).wallMilliseconds; },
+        9, [&] { return runChild(ours).wallMilliseconds; },
         [&] { return runChild(baseline).wallMilliseconds; });
     return report(task.name, time, "ms", task.limit);
 }
