@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <clocale>
@@ -173,6 +174,8 @@ void processStaysAsItWas()
     demandStart();
     demand(std::string(std::setlocale(LC_ALL, nullptr)) == "C", "the locale has changed");
     demand(!printed.empty(), "the machine's output does not arrive");
+    const std::string socket = "/tmp/.java_pid" + std::to_string(getpid());
+    demand(!std::filesystem::exists(socket), "there is a file " + socket);
 }
 
 void attachmentsNest()

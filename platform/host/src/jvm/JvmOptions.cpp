@@ -20,8 +20,10 @@
 namespace {
 // The host keeps its signals. The machine only generates texts, so it is configured to start fast
 // and stay small: one collector thread, the fast compiler for frequently called methods only, no
-// files in the temporary directory.
+// files in the temporary directory. With -Xrs it would make a socket there for tools that attach to
+// it, and a killed process would leave that behind.
 constexpr const char* FixedOptions[] = {"-Xrs",
+                                        "-XX:+DisableAttachMechanism",
                                         "-XX:+UseSerialGC",
                                         "-XX:TieredStopAtLevel=1",
                                         "-XX:CompileThresholdScaling=10",
