@@ -18,8 +18,8 @@
 #include "support/Installation.h"
 #include "support/ScratchFolder.h"
 
-// A machine starts once in a process, so each case runs in a child of its own, which tells its
-// findings by its exit status.
+// A Java virtual machine starts only once in a process. So each case runs in a child process, whose
+// exit status is the result.
 
 namespace {
 

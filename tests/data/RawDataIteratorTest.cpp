@@ -217,7 +217,7 @@ TEST(RawDataIterator, OnlyARealFieldWeighs)
     CFMetaData fields;
     fields.AppendField(CFField("w", CFField::Nominal, CFField::String, CFField::Input));
     fields.AppendField(CFField("x", CFField::Continuous, CFField::Integer, CFField::Input));
-    // What is past the columns is the case count, as whatever it is described.
+    // A field without a column is the case count, whatever its description is.
     CFField count("n", CFField::Nominal, CFField::String, CFField::Input);
     count.SetMissingValues(CFMissingValues({}, {CFValue(CFDatum("1"))}, true, false));
     fields.AppendField(count);

@@ -121,7 +121,7 @@ constexpr std::tuple<const char*, const char*, const char*> kCases[] = {
     {"a mean of texts", R"(aggregate({"output": [{"function": "mean", "input": "name"}]}))",
      R"("output[0].input" names "name", which is String: mean needs a number)"},
     {"nothing to sort by", R"(sortRecords({"fields": []}))", "there is nothing to sort by"},
-    {"a limit that is none", R"(limitRecords({"count": -1}))", "is -1, not 0 or more"},
+    {"a negative limit", R"(limitRecords({"count": -1}))", "is -1, not 0 or more"},
     {"a sample of no size", "sampleRecords({})", R"(the setting "count" or "percent" is missing)"},
     {"a sample of more than all", R"(sampleRecords({"percent": 101}))", "must be from 0 to 100"},
     {"a sum of nothing", R"(aggregate({"output": [{"function": "sum"}]}))",

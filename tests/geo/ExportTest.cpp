@@ -1,6 +1,6 @@
 #include "geo/GeoFixture.h"
 
-// Geometry as GeoJSON: which job each request runs, and what becomes of its failures.
+// Geometry as GeoJSON: which job each request runs, and how its failures are reported.
 
 namespace {
 
