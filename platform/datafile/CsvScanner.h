@@ -113,12 +113,11 @@ private:
 
     base::FileDescriptor _file;
     std::vector<char> _buffer;
-    CsvMarks _marks;       ///< of the bytes in the buffer
-    std::size_t _mark = 0; ///< the first one at or behind `_at`
-    std::size_t _lineEndMark =
-        0; ///< of the marks that are line ends, one before `_mark` or the next
-    std::size_t _recordMark = 0; ///< the first mark of the record that nextWellFormed() has read
-    std::size_t _recordAt = 0;   ///< where this record begins
+    CsvMarks _marks;              ///< of the bytes in the buffer
+    std::size_t _mark = 0;        ///< the first one at or behind `_at`
+    std::size_t _lineEndMark = 0; ///< index of a line end; those before it precede `_mark`
+    std::size_t _recordMark = 0;  ///< the first mark of the record that nextWellFormed() has read
+    std::size_t _recordAt = 0;    ///< where this record begins
     std::size_t _at = 0;
     std::size_t _end = 0;
     std::uint64_t _line = 1;

@@ -20,8 +20,8 @@
 namespace {
 // The host keeps its signals. The machine only generates texts, so it is configured to start fast
 // and stay small: one collector thread, the fast compiler for frequently called methods only, no
-// files in the temporary directory. With -Xrs it would make a socket there for tools that attach to
-// it, and a killed process would leave that behind.
+// files in the temporary directory. Because of -Xrs it would make a socket there, to which tools
+// can attach, and which a killed process would leave behind.
 constexpr const char* FixedOptions[] = {"-Xrs",
                                         "-XX:+DisableAttachMechanism",
                                         "-XX:+UseSerialGC",
