@@ -27,7 +27,7 @@ constexpr int kLookupsWithoutIndex = 16;
 
 BodyCompiler::BodyCompiler(const LambdaContext& context)
     : _dialect(context.dialect), _input(context.input), _definitions(context.definitions),
-      _step(context.step)
+      _step(context.step), _fieldsRead(context.fieldsRead)
 {
 }
 
@@ -209,6 +209,8 @@ SqlExpression BodyCompiler::compileField(const language::Member& member, const S
         place.fail(errors::kNotAValue, "only the record has fields; '." + member.field +
                                            "' follows " + kindOf(*member.target));
     const Column& field = column(member.field, place);
+    if (_fieldsRead)
+        _fieldsRead->insert(field.name);
     return {_dialect.name(field.name), field.type};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <variant>
@@ -66,6 +67,7 @@ private:
     const Schema& _input;
     const Definitions& _definitions;
     const std::string& _step;
+    std::set<std::string>* _fieldsRead; ///< may be null
     /// An index of the columns, made after several lookups.
     mutable std::unordered_map<std::string, const Column*> _columns;
     mutable int _lookups = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 
 #include "dialect/Dialect.h"
@@ -17,7 +18,8 @@ struct LambdaContext
     const Dialect& dialect;
     const Schema& input; ///< the fields of the record
     const Definitions& definitions;
-    const std::string& step; ///< the step's name, for messages
+    const std::string& step;                     ///< the step's name, for messages
+    std::set<std::string>* fieldsRead = nullptr; ///< gets the fields that the lambda reads
 };
 
 /// Checks a record lambda (`ctx => x => body`) against the fields of its input and compiles its

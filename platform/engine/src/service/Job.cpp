@@ -196,6 +196,7 @@ void Job::execute(const std::string& sql, Node& node, const Statement& statement
     Session& session = _context.sessionOf(node);
     std::vector<SourceCheck*> checks;
     gatherChecks(node, checks);
+    tellChecksWhatIsRead(node);
     for (SourceCheck* check : checks)
         check->start(_cancellation, [this](double part) {
             report(_statementShare * kPreparingShare * std::max(part, _context.readShare()));

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -76,7 +77,8 @@ struct Aggregation
 {
     Fields fields;
     std::vector<AggregateColumn> columns;
-    bool ordered = false; ///< whether a result depends on the order of the records
+    std::set<std::string> inputs; ///< the fields that it reads
+    bool ordered = false;         ///< whether a result depends on the order of the records
     OverflowedOutputs overflowing;
 };
 
@@ -146,6 +148,8 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
     refuseDuplicate(aggregation.fields, name, call.name, output.pathOf("outName"));
     output.reportOthers(call.context.message);
 
+    if (input)
+        aggregation.inputs.insert(input->GetName());
     aggregation.fields.push_back(resultField(name, function, input));
     const Dialect& dialect = call.context.dialect;
     const bool isReal = aggregation.fields.back().GetStorage() == CFField::Real;
@@ -189,6 +193,8 @@ StepResult planAggregate(StepCall& call)
                             aggregation.ordered ? dialect.ordered(inputs[0], number) : inputs[0],
                             aggregation.columns);
                     });
+    node->reads = Reads::Listed;
+    node->readFields = std::move(aggregation.inputs);
     if (!aggregation.overflowing.empty())
         node->check = std::make_shared<OverflowCheck>(aggregation.overflowing, call.name);
     return {node, nullptr};

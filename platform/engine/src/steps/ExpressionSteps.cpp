@@ -20,16 +20,18 @@ struct MadeField
     std::string name;
     CFField::StorageType storage = CFField::String;
     std::string sql;
+    std::set<std::string> fieldsRead;
 };
 
 MadeField madeField(const StepCall& call)
 {
     const Dialect& dialect = call.context.dialect;
     MadeField made;
-    const SqlExpression value = compileFieldLambda(
-        *call.lambda,
-        {call.context.dialect, schemaOf(call.input()->fields), call.definitions, call.name},
-        made.name);
+    const SqlExpression value =
+        compileFieldLambda(*call.lambda,
+                           {call.context.dialect, schemaOf(call.input()->fields), call.definitions,
+                            call.name, &made.fieldsRead},
+                           made.name);
     made.storage = storageOf(value.type);
     made.sql = value.sql;
     // A literal null has no type in SQL. A boolean has no type in a data model.
@@ -38,6 +40,14 @@ MadeField madeField(const StepCall& call)
     if (value.type == ValueType::List)
         made.sql = dialect.listText(value.sql);
     return made;
+}
+
+/// Notes that a step reads what is wanted of its own fields, and those that its lambda reads.
+NodePtr readingAlso(NodePtr node, std::set<std::string> fields)
+{
+    node->reads = Reads::ListedAndWanted;
+    node->readFields = std::move(fields);
+    return node;
 }
 
 /// A field with new values. Which values occur is unknown. Labels and missing values remain valid
@@ -62,22 +72,22 @@ CFField reclassifiedField(const CFField& old, CFField::StorageType storage)
 /// Appends a new field.
 StepResult planDeriveField(StepCall& call)
 {
-    const MadeField made = madeField(call);
+    MadeField made = madeField(call);
     Fields fields = call.takeFields();
     refuseDuplicate(fields, made.name, call.name);
     fields.push_back(plainField(made.name, made.storage));
     const std::string column = "(" + made.sql + ") AS " + call.context.dialect.name(made.name);
-    return {derivedNode(std::move(fields), {call.input()},
-                        [column](const std::vector<std::string>& inputs) {
-                            return "SELECT *, " + column + " FROM " + inputs[0];
-                        }),
-            nullptr};
+    NodePtr node = derivedNode(std::move(fields), {call.input()},
+                               [column](const std::vector<std::string>& inputs) {
+                                   return "SELECT *, " + column + " FROM " + inputs[0];
+                               });
+    return {readingAlso(std::move(node), std::move(made.fieldsRead)), nullptr};
 }
 
 /// Replaces the values of an existing field. It keeps its position, label and role.
 StepResult planReclassifyField(StepCall& call)
 {
-    const MadeField made = madeField(call);
+    MadeField made = madeField(call);
     const CFField changed = reclassifiedField(call.inputField(made.name), made.storage);
     Fields fields = call.takeFields();
     std::replace_if(
@@ -86,19 +96,20 @@ StepResult planReclassifyField(StepCall& call)
     const Dialect& dialect = call.context.dialect;
     const std::string columns =
         dialect.replacedColumns(fields, {{dialect.name(made.name), "(" + made.sql + ")"}});
-    return {derivedNode(std::move(fields), {call.input()},
-                        [columns](const std::vector<std::string>& inputs) {
-                            return "SELECT " + columns + " FROM " + inputs[0];
-                        }),
-            nullptr};
+    NodePtr node = derivedNode(std::move(fields), {call.input()},
+                               [columns](const std::vector<std::string>& inputs) {
+                                   return "SELECT " + columns + " FROM " + inputs[0];
+                               });
+    return {readingAlso(std::move(node), std::move(made.fieldsRead)), nullptr};
 }
 
 /// Keeps the records for which the condition is true. A missing result counts as false.
 StepResult planFilterRecords(StepCall& call)
 {
+    std::set<std::string> fieldsRead;
     const SqlExpression condition =
         compileRecordLambda(*call.lambda, {call.context.dialect, schemaOf(call.input()->fields),
-                                           call.definitions, call.name});
+                                           call.definitions, call.name, &fieldsRead});
     if (condition.type != ValueType::Boolean && condition.type != ValueType::Null)
         throw JobError(errors::kOperandType,
                        {.step = call.name,
@@ -106,11 +117,11 @@ StepResult planFilterRecords(StepCall& call)
                                 wordOf(condition.type)});
     const std::string sql = call.context.dialect.cast(condition.sql, ValueType::Boolean);
     Fields fields = call.takeFields();
-    return {derivedNode(std::move(fields), {call.input()},
-                        [sql](const std::vector<std::string>& inputs) {
-                            return "SELECT * FROM " + inputs[0] + " WHERE " + sql;
-                        }),
-            nullptr};
+    NodePtr node = derivedNode(std::move(fields), {call.input()},
+                               [sql](const std::vector<std::string>& inputs) {
+                                   return "SELECT * FROM " + inputs[0] + " WHERE " + sql;
+                               });
+    return {readingAlso(std::move(node), std::move(fieldsRead)), nullptr};
 }
 
 /// Repeats each record by its factor. The fraction of a factor is the probability of one more copy.

@@ -17,11 +17,14 @@ StepResult planFilterFields(StepCall& call)
     }
     settings.reportOthers(call.context.message);
     const std::string columns = call.context.dialect.columns(fields);
-    return {derivedNode(std::move(fields), {call.input()},
-                        [columns](const std::vector<std::string>& inputs) {
-                            return "SELECT " + columns + " FROM " + inputs[0];
-                        }),
-            nullptr};
+    const NodePtr node = derivedNode(std::move(fields), {call.input()},
+                                     [columns](const std::vector<std::string>& inputs) {
+                                         return "SELECT " + columns + " FROM " + inputs[0];
+                                     });
+    node->reads = Reads::Listed;
+    for (const CFField& field : node->fields)
+        node->readFields.insert(field.GetName());
+    return {node, nullptr};
 }
 
 } // namespace EmbeddedHV

@@ -1,6 +1,7 @@
 #include "steps/Plan.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -50,6 +51,31 @@ std::vector<Node*> inputsFirst(Node& last, Walk walk)
         }
     }
     return order;
+}
+
+void tellChecksWhatIsRead(Node& last)
+{
+    std::set<const Node*> whole{&last};                  // all of their fields are wanted
+    std::map<const Node*, std::set<std::string>> wanted; // the wanted fields of the others
+    const std::vector<Node*> nodes = inputsFirst(last, Walk::UpToTables);
+    for (auto at = nodes.rbegin(); at != nodes.rend(); ++at) {
+        const Node& node = **at;
+        std::set<std::string> fields = std::move(wanted[&node]);
+        const bool isWhole = whole.contains(&node);
+        if (node.check && !isWhole)
+            node.check->readsOnly(fields);
+        const bool readsAll =
+            node.reads == Reads::All || (node.reads == Reads::ListedAndWanted && isWhole);
+        if (node.reads == Reads::Listed)
+            fields.clear();
+        fields.insert(node.readFields.begin(), node.readFields.end());
+        for (const NodePtr& input : node.inputs) {
+            if (readsAll)
+                whole.insert(input.get());
+            else
+                wanted[input.get()].insert(fields.begin(), fields.end());
+        }
+    }
 }
 
 bool canReadAgain(Node& node)

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,9 @@ class SourceCheck
 {
 public:
     virtual ~SourceCheck() = default;
+    /// Called before start if the statement reads only these fields of the source. Values of other
+    /// fields need no check then, because they do not change the statement's result.
+    virtual void readsOnly(const std::set<std::string>& /*fields*/) {}
     /// Called before the statement. `progress` is for work that takes long.
     virtual void start(Cancellation& cancellation, const Progress& progress) = 0;
     /// Called after a statement succeeded and before its output gets its name. Throws JobError or
@@ -44,6 +48,14 @@ public:
 /// planned again.
 struct Reread
 {
+};
+
+/// Which fields of its inputs a node reads, at most.
+enum class Reads
+{
+    All,
+    Listed,          ///< those in its list
+    ListedAndWanted, ///< those in its list, and those that are wanted of itself
 };
 
 struct Node;
@@ -62,6 +74,8 @@ struct Node
     Fields fields;
     std::vector<NodePtr> inputs;
     std::function<std::string(const std::vector<std::string>& inputs)> select;
+    Reads reads = Reads::All;
+    std::set<std::string> readFields;          ///< the list for `reads`
     std::shared_ptr<SourceCheck> check;        ///< may be null
     std::shared_ptr<DataModelExport> exported; ///< null except for dataModelBuilder
     std::shared_ptr<LayerSource> layer;        ///< null except for the unchanged records of a map
@@ -84,6 +98,9 @@ enum class Walk
 /// The node and everything that it depends on. Each node occurs once, after its inputs. Not
 /// recursive.
 std::vector<Node*> inputsFirst(Node& last, Walk walk);
+
+/// Tells the checks of the sources that a SELECT on the node reads which of their fields it reads.
+void tellChecksWhatIsRead(Node& last);
 
 /// Whether a SELECT on the node can run again after its statement has succeeded, and gives the same
 /// records.
