@@ -97,6 +97,9 @@ public:
         const std::uint64_t opening = masks.quotes & quoted;
         const std::uint64_t closing = masks.quotes & ~quoted;
         const bool hasQuotedLineEnd = (masks.lineEnds & quoted) != 0;
+        // A quote that opens right after a closing one is the second of two.
+        _quotedMarks |=
+            (masks.commas & quoted) | (opening & ((closing << 1) | std::uint64_t{_mustEnd}));
         masks.commas &= ~quoted;
         // A quote opens a field, or continues it after a closing quote as the second of two. What
         // follows a closing quote is such a quote or the end of the field.
@@ -114,10 +117,13 @@ public:
 
     /// Whether the bytes so far end within quotes.
     bool isQuoted() const { return _isQuoted; }
+    /// Whether a comma or a doubled quote was within quotes.
+    bool hasQuotedMark() const { return _quotedMarks != 0; }
 
 private:
     static std::uint64_t lowest(std::size_t count) { return ~std::uint64_t{0} >> (kBlock - count); }
 
+    std::uint64_t _quotedMarks = 0; ///< of all blocks
     bool _isQuoted = false;
     bool _mayOpen = true;
     bool _mustEnd = false;
@@ -143,8 +149,10 @@ bool CsvMarks::findPlain(const char* bytes, std::size_t count, bool isLast)
     QuoteRule rule;
     std::uint32_t* next = _positions.data();
     std::uint32_t* nextLineEnd = _lineEnds.data();
+    std::uint64_t quotes = 0;
     const bool isPlain =
         forEachBlock(bytes, count, [&](BlockMasks masks, std::size_t at, std::size_t size) {
+            quotes |= masks.quotes;
             if (!rule.take(masks, size))
                 return false;
             for (; masks.lineEnds != 0; masks.lineEnds &= masks.lineEnds - 1) {
@@ -159,6 +167,8 @@ bool CsvMarks::findPlain(const char* bytes, std::size_t count, bool isLast)
         });
     _count = static_cast<std::size_t>(next - _positions.data());
     _lineEndCount = static_cast<std::size_t>(nextLineEnd - _lineEnds.data());
+    _hasQuotedMark = rule.hasQuotedMark();
+    _hasQuotes = quotes != 0; // a buffer without any is plain
     return isPlain && !(isLast && rule.isQuoted());
 }
 

@@ -20,6 +20,9 @@ public:
     void find(const char* bytes, std::size_t count, bool isLast);
 
     bool isPlain() const { return _isPlain; }
+    bool hasQuotes() const { return _hasQuotes; }
+    /// Whether a comma or a doubled quote is within quotes. Known of plain buffers only.
+    bool hasQuotedMark() const { return _hasQuotedMark; }
     std::size_t count() const { return _count; }
     /// The position of the n-th mark, in ascending order.
     std::size_t operator[](std::size_t mark) const { return _positions[mark]; }
@@ -38,6 +41,8 @@ private:
     std::size_t _count = 0;
     std::size_t _lineEndCount = 0;
     bool _isPlain = false;
+    bool _hasQuotes = false;
+    bool _hasQuotedMark = false;
 };
 
 } // namespace datafile

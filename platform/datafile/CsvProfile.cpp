@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <numeric>
 #include <stdexcept>
 #include <system_error>
 
@@ -69,6 +70,7 @@ void CsvProfile::readNames()
     }
     _names = uniqueNames(std::move(_names));
     _kinds.assign(_names.size(), CsvKind::Missing);
+    watchAll();
     if (_names.size() == 1)
         _scanner.takeBlankLines();
     if (!_hasHeader)
@@ -110,11 +112,14 @@ try {
 bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& goOn)
 {
     _hasLongRecord = hasLongRecord();
+    _hasQuotes = hasQuotes();
+    _misleadsThreads = misleadsThreads();
     _scanner = scannerFor(_path);
     _kinds.assign(_names.size(), CsvKind::Missing);
     _records = 0;
     _complete = false;
     _trusting = false;
+    watchAll();
     // The names are known. Without a header the first line is a record.
     if (_hasHeader)
         _scanner.next(_fields);
@@ -123,13 +128,25 @@ bool CsvProfile::readAnew(std::uint64_t records, const std::function<bool()>& go
     return read(records, goOn);
 }
 
-void CsvProfile::trust()
+void CsvProfile::watchAll()
+{
+    _watched.resize(_names.size());
+    std::iota(_watched.begin(), _watched.end(), std::size_t{0});
+    _hasUnreadColumn = false;
+}
+
+void CsvProfile::trust(const std::optional<std::vector<bool>>& columnsRead)
 {
     _trusting = true;
     _watched.clear();
-    for (std::size_t column = 0; column < _kinds.size(); ++column)
-        if (_kinds[column] != CsvKind::Text)
+    for (std::size_t column = 0; column < _kinds.size(); ++column) {
+        if (_kinds[column] == CsvKind::Text)
+            continue;
+        if (!columnsRead || (*columnsRead)[column])
             _watched.push_back(column);
+        else
+            _hasUnreadColumn = true;
+    }
 }
 
 /// Reads a record. Returns false at the end of the file.
@@ -169,7 +186,7 @@ void CsvProfile::take()
     // The types are fixed: search only values that would be changed silently.
     if (!_expected.empty())
         return takeExpected();
-    for (std::size_t column = 0; column < _fields.size(); ++column)
+    for (const std::size_t column : _watched)
         takeKind(column, _fields[column]);
 }
 

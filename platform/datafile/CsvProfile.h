@@ -39,6 +39,11 @@ public:
     /// Whether a record so far may be longer than kLongCsvRecord. True for each that is.
     bool hasLongRecord() const { return _hasLongRecord || _scanner.hasLongRecord(); }
 
+    /// Whether the file so far has a double quote.
+    bool hasQuotes() const { return _hasQuotes || _scanner.hasQuotes(); }
+    /// Whether several threads may read the file so far with losses, see CsvScanner.
+    bool misleadsThreads() const { return _misleadsThreads || _scanner.misleadsThreads(); }
+
     /// The first flaw that a reader cannot skip.
     const std::optional<CsvFlaw>& fatalFlaw() const { return _fatalFlaw; }
 
@@ -46,13 +51,17 @@ public:
     /// asked repeatedly, stops it.
     bool read(std::uint64_t records, const std::function<bool()>& goOn = {});
     /// From now on the database reads the same records and refuses invalid numbers, dates and
-    /// times. Only values that it would accept and change are searched, which is much faster.
-    void trust();
+    /// times. Only values that it would accept and change are searched, which is much faster. With
+    /// `columnsRead`, the database reads only these columns, and values of others are not looked
+    /// at.
+    void trust(const std::optional<std::vector<bool>>& columnsRead = {});
     bool trusting() const { return _trusting; }
     /// Starts again from the first record, without trust().
     bool readAnew(std::uint64_t records, const std::function<bool()>& goOn);
     /// Whether the whole file has been read.
     bool complete() const { return _complete; }
+    /// Whether the type of a column may be only that of the records before trust().
+    bool hasUnreadColumn() const { return _hasUnreadColumn; }
     std::uint64_t records() const { return _records; }
 
     /// A value that the database would change to fit, for example 1.5 in an Integer column.
@@ -70,6 +79,7 @@ private:
     bool next();
     void take();
     void takeWellFormed();
+    void watchAll();
     void takeKind(std::size_t column, const CsvField& field);
     void takeExpected();
     void takeFlaw(const CsvFlaw& flaw);
@@ -82,7 +92,7 @@ private:
     bool _hasHeader;
     std::vector<std::string> _names;
     std::vector<CsvKind> _kinds;
-    std::vector<std::size_t> _watched; ///< with trust(), the columns whose values are looked at
+    std::vector<std::size_t> _watched; ///< the columns whose values are looked at
     std::vector<CFField::StorageType> _expected;
     std::optional<Misfit> _misfit;
     std::optional<CsvFlaw> _flaw;
@@ -93,7 +103,10 @@ private:
     std::uint64_t _records = 0;
     bool _complete = false;
     bool _trusting = false;
-    bool _hasLongRecord = false; ///< the value before readAnew
+    bool _hasUnreadColumn = false;
+    bool _hasLongRecord = false;   ///< the value before readAnew
+    bool _hasQuotes = false;       ///< likewise
+    bool _misleadsThreads = false; ///< likewise
 };
 
 Fault faultOf(const CsvFlaw& flaw, const std::string& path);

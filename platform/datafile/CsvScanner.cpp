@@ -75,6 +75,9 @@ bool CsvScanner::refill()
     // If the read has filled the buffer, more bytes may follow.
     _atEnd = _end < _buffer.size();
     _marks.find(_buffer.data(), _end, _atEnd);
+    _hasQuotes = _hasQuotes || _marks.hasQuotes();
+    _hasQuotedMark = _hasQuotedMark || _marks.hasQuotedMark();
+    _hasLooseQuote = _hasLooseQuote || !_marks.isPlain();
     _mark = 0;
     _lineEndMark = 0;
     return got > 0;

@@ -85,6 +85,16 @@ public:
     void finishLine();
     /// Whether a record so far may be longer than kLongCsvRecord. True for each that is.
     bool hasLongRecord() const { return _buffer.size() > kLongCsvRecord; }
+    /// Whether the file so far has a double quote.
+    bool hasQuotes() const { return _hasQuotes; }
+    /// Whether threads of the database that begin within the file so far may lose records without
+    /// an error: a line end is within quotes, a quote does not surround a field, or lines do not
+    /// end in LF and a comma or a doubled quote is within quotes. Found by trying; see
+    /// docs/text-files.md.
+    bool misleadsThreads() const
+    {
+        return _hasLooseQuote || (_hasQuotedMark && _lineEnd != CsvLineEnd::LineFeed);
+    }
     /// The first flaw that the last next() found, whatever it returned: in a line end before the
     /// record, or in the record.
     const std::optional<CsvFlaw>& flaw() const { return _flaw; }
@@ -123,6 +133,9 @@ private:
     std::uint64_t _line = 1;
     std::uint64_t _recordLine = 1;
     bool _atEnd = false;
+    bool _hasQuotes = false;
+    bool _hasQuotedMark = false; ///< see CsvMarks
+    bool _hasLooseQuote = false; ///< a buffer was not plain
     bool _takesBlankLines = false;
     bool _isRecordOpen = false; ///< the line end of the last record is not read yet
     CsvLineEnd _lineEnd = CsvLineEnd::None;

@@ -22,6 +22,17 @@ struct CsvLines
     CsvLineEnd end = CsvLineEnd::None;
 };
 
+/// The database reads blocks of this many bytes, and no longer record. Its default is 32 MB, which
+/// takes more time and memory: see docs/performance.md.
+constexpr std::size_t kUsualBuffer = 2 * kLongCsvRecord;
+
+std::string limitsOf(std::size_t bytes)
+{
+    // Otherwise the buffer has 16 times the length of a record.
+    const std::string limit = std::to_string(bytes);
+    return ", max_line_size = " + limit + ", buffer_size = " + limit;
+}
+
 /// Ignores a file that cannot be read; the database reports the reason.
 CsvLines linesOf(const std::string& path)
 try {
@@ -62,13 +73,11 @@ std::string rejectScansOf(const std::string& rejects)
 
 std::string csvLimits()
 {
-    // Otherwise the buffer has 16 times the length of a record.
-    const std::string limit = std::to_string(kLongestCsvRecord);
-    return ", max_line_size = " + limit + ", buffer_size = " + limit;
+    return limitsOf(kLongestCsvRecord);
 }
 
 std::string csvTable(const std::string& path, bool hasHeader, const Fields& columns,
-                     const std::string& rejects, CsvRecords records)
+                     const CsvReading& reading)
 {
     // Set all options, so that the database does not guess: delimiter, skipped lines, comments,
     // columns from folder names. A quoted empty field is an empty text.
@@ -79,13 +88,13 @@ std::string csvTable(const std::string& path, bool hasHeader, const Fields& colu
     const CsvLines lines = linesOf(path);
     sql += hasHeader ? "true, skip = " + std::to_string(lines.blankLines) : "false, skip = 0";
     sql += newLineOption(lines.end);
-    if (records == CsvRecords::Long)
-        sql += csvLimits();
-    if (columns.size() > kMostColumnsInParallel)
+    sql += limitsOf(reading.hasLongRecords ? kLongestCsvRecord : kUsualBuffer);
+    // With rejects, threads that begin at a wrong place would lose records without an error.
+    if (reading.inOneThread || !reading.rejects.empty() || columns.size() > kMostColumnsInParallel)
         sql += ", parallel = false";
-    if (!rejects.empty())
-        sql += ", store_rejects = true, rejects_table = " + quotedLiteral(rejects) +
-               ", rejects_scan = " + quotedLiteral(rejectScansOf(rejects));
+    if (!reading.rejects.empty())
+        sql += ", store_rejects = true, rejects_table = " + quotedLiteral(reading.rejects) +
+               ", rejects_scan = " + quotedLiteral(rejectScansOf(reading.rejects));
     sql += ", columns = {";
     const char* separator = "";
     for (const CFField& column : columns) {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "datafile/CsvReading.h"
 #include "datafile/Duck.h"
 #include "datafile/FieldNames.h"
 #include "datafile/FileKind.h"
@@ -15,17 +16,9 @@ namespace datafile {
 /// them its buffers take 256 MB more.
 std::string csvLimits();
 
-/// The records that the database must be able to read.
-enum class CsvRecords
-{
-    Usual, ///< none is longer than kLongCsvRecord
-    Long   ///< up to kLongestCsvRecord
-};
-
-/// The FROM item for a CSV file with these columns. `rejects` names the tables for records that do
-/// not fit; if it is empty, such a record fails the statement.
+/// The FROM item for a CSV file with these columns.
 std::string csvTable(const std::string& path, bool hasHeader, const Fields& columns,
-                     const std::string& rejects, CsvRecords records);
+                     const CsvReading& reading);
 /// The second table that the database creates with `rejects`.
 std::string rejectScansOf(const std::string& rejects);
 /// The FROM item for a Parquet file, or for several that are one dataset. Throws Fault as

@@ -177,6 +177,40 @@ TEST(CsvScanner, FindsTheSameWithoutSplittingWellFormedRecords)
     std::filesystem::remove(path);
 }
 
+/// What the scanner knows of quotes, when it has read a file. A block is 64 bytes long.
+TEST(CsvScanner, FindsQuotesThatMisleadThreads)
+{
+    const std::string path = std::filesystem::temp_directory_path().string() + "/hv_quotes_" +
+                             std::to_string(getpid()) + ".csv";
+    struct Case
+    {
+        const char* record;
+        bool misleadsAfterLf, misleadsAfterCrLf;
+    };
+    const Case kCases[] = {
+        {"a,b", false, false},       {R"("a","b c")", false, false},     {R"(,"")", false, false},
+        {R"("a,b",c)", false, true}, {R"("say ""no""",c)", false, true}, {R"("""",c)", false, true},
+        {"\"a\nb\",c", true, true},  {R"(5" pipe,c)", true, true},
+    };
+    for (const auto& [record, misleadsAfterLf, misleadsAfterCrLf] : kCases) {
+        for (const std::string lineEnd : {"\n", "\r\n"}) {
+            for (std::size_t before = 0; before < 70; ++before) {
+                SCOPED_TRACE(record + lineEnd + std::to_string(before));
+                std::ofstream(path, std::ios::binary) << "x," << std::string(before, 'x') << lineEnd
+                                                      << record << lineEnd << "a,b" << lineEnd;
+                CsvScanner scanner(path);
+                std::vector<CsvField> fields;
+                while (scanner.next(fields))
+                    continue;
+                EXPECT_EQ(scanner.hasQuotes(), std::string(record).find('"') != std::string::npos);
+                EXPECT_EQ(scanner.misleadsThreads(),
+                          lineEnd == "\n" ? misleadsAfterLf : misleadsAfterCrLf);
+            }
+        }
+    }
+    std::filesystem::remove(path);
+}
+
 TEST(DatabaseMessages, HaveAHeadline)
 {
     const std::pair<const char*, const char*> rows[] = {

@@ -261,6 +261,81 @@ TEST_F(ReadWriteTest, FilesThatCannotBeReadAreNamed)
     }
 }
 
+/// A statement may leave fields unread, but it must not take their types from the head of the file
+/// for the next statement.
+TEST_F(ReadWriteTest, TheFieldsThatAStatementReadsDecideOnItsTypes)
+{
+    std::ofstream file(path("late.csv"));
+    file << "n,k,m\n";
+    for (int i = 0; i < 60000; ++i)
+        file << i << (i == 50000 ? ",7.5,8.5\n" : ",7,8\n");
+    file.close();
+    const auto aggregate = [](const std::string& function, const std::string& input) {
+        return R"( -> aggregate({"output": [{"function": ")" + function + R"(", "input": ")" +
+               input + R"("}]}) -> )";
+    };
+    const std::pair<std::string, const char*> kSteps[] = {
+        {aggregate("max", "k"), "max_k\n7.5\n"},
+        {R"( -> filterFields({"fields": ["m"]}))" + aggregate("max", "m"), "max_m\n8.5\n"},
+        {R"( -> filterRecords(_, c => x => x.k > 7 && x.k < 8))" + aggregate("count", "n"),
+         "count_n\n1\n"},
+        {R"( -> deriveField(_, c => x => ("s", x.k + x.m)))" + aggregate("max", "s"),
+         "max_s\n16.0\n"},
+        {R"( -> deriveField(_, c => x => ("s", x.k))
+             -> deriveField(_, c => x => ("t", x.s)))" +
+             aggregate("max", "t"),
+         "max_t\n7.5\n"},
+        {R"( -> reclassifyField(_, c => x => ("n", x.k)))" + aggregate("max", "n"), "max_n\n7.5\n"},
+    };
+    for (const auto& [steps, result] : kSteps) {
+        SCOPED_TRACE(steps);
+        const std::string job = readCsv("late.csv") + steps + writeCsv("out.csv");
+        succeeded(run(job));
+        EXPECT_EQ(read("out.csv"), result);
+        // The third statement is planned when the first one, which reads only n, has written.
+        succeeded(run(readCsv("late.csv") + aggregate("max", "n") + writeCsv("first.csv") +
+                      readCsv("first.csv") + " -> " + writeCsv("second.csv") + job));
+        EXPECT_EQ(read("second.csv"), "max_n\n59999\n");
+        EXPECT_EQ(read("out.csv"), result);
+    }
+}
+
+/// A thread that begins to read within such a file does not know what is quoted.
+TEST_F(ReadWriteTest, ThreadsReadFilesWithQuotes)
+{
+    constexpr std::streamoff kSeveralBlocks = 5'000'000;
+    const std::string count = R"( -> aggregate({"output": [{"function": "count"},
+                                     {"function": "max", "input": "n"}]}) -> )";
+    write("m.xml", R"(<DataModel version="1"><Field name="t" storage="string"/>
+        <Field name="n" storage="integer"/></DataModel>)");
+    std::string likeRecords = "\"";
+    for (int i = 0; i < 3000; ++i)
+        likeRecords += "5,6\n";
+    const std::pair<std::string, const char*> kTexts[] = {{"\",\t\"", "\n"},
+                                                          {"\"a\nb,c\n\"", "\n"},
+                                                          {likeRecords + "b,c\n\"", "\n"},
+                                                          {likeRecords + "\"", "\r\n"},
+                                                          {"\"a \"\"b, \"\"\"", "\r\n"}};
+    for (const auto& [text, lineEnd] : kTexts) {
+        SCOPED_TRACE(text.substr(0, 20) + lineEnd);
+        std::ofstream file(path("in.csv"));
+        file << "t,n" << lineEnd;
+        int records = 0;
+        while (file.tellp() < kSeveralBlocks)
+            file << text << ',' << ++records << lineEnd;
+        file.close();
+        const std::string number = std::to_string(records);
+        for (const char* more : {"", R"(, "readErrorThreshold": 10)"}) {
+            for (const std::string& model : {std::string(), kWithModel}) {
+                const auto listener =
+                    succeeded(run(readCsv("in.csv", more, model) + count + writeCsv("out.csv")));
+                EXPECT_TRUE(listener.messages.empty());
+                EXPECT_EQ(read("out.csv"), "count,max_n\n" + number + "," + number + "\n");
+            }
+        }
+    }
+}
+
 TEST_F(ReadWriteTest, BadRecordsAreSkippedUpToAThreshold)
 {
     write("in.csv", "a,b\n1,2\n3\n4,5\n6,7,8\n9,1\n");

@@ -461,7 +461,7 @@ TEST_F(SparkDialectTest, ComparesFiles)
             field.type == ValueType::Real ? duckDialect().finiteReal(field.name) : field.name;
         _cases.add("csv " + field.name, {{value, field.type}, "FROM edges ORDER BY nr"},
                    {{field.name, field.type},
-                    "FROM " + spark.ordered(spark.csvTable({path, true, fields, ""}), "hv") +
+                    "FROM " + spark.ordered(spark.csvTable({path, true, fields, {}}), "hv") +
                         " ORDER BY hv"});
     }
 }

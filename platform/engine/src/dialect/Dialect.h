@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "datafile/CsvReading.h"
 #include "datafile/FieldNames.h"
 #include "dialect/Aggregate.h"
 #include "dialect/DateTimePattern.h"
@@ -19,8 +20,7 @@ struct CsvSource
     std::string path;
     bool hasHeader = false;
     const datafile::Fields& columns; ///< borrowed
-    std::string rejects;        ///< collects records that do not fit; empty: such a record fails
-    bool hasLongRecords = true; ///< records may be longer than datafile::kLongCsvRecord
+    datafile::CsvReading reading;
 };
 
 /// A column that replaces the one with the same name.

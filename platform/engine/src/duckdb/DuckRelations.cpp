@@ -63,9 +63,7 @@ std::string DuckDialect::replacedColumns(const datafile::Fields&,
 
 std::string DuckDialect::csvTable(const CsvSource& source) const
 {
-    using datafile::CsvRecords;
-    return datafile::csvTable(source.path, source.hasHeader, source.columns, source.rejects,
-                              source.hasLongRecords ? CsvRecords::Long : CsvRecords::Usual);
+    return datafile::csvTable(source.path, source.hasHeader, source.columns, source.reading);
 }
 
 std::string DuckDialect::rejectScansOf(const std::string& rejects) const

@@ -29,9 +29,10 @@ RowFile::RowFile(Database& database, const WrittenFile& file, const std::string&
         _scratch = openSealed(path, file.password, scratchFolder, {});
         path = _scratch->path();
     }
-    const std::string from = file.kind == FileKind::Csv
-                                 ? csvTable(path, true, file.fields, "", datafile::CsvRecords::Long)
-                                 : parquetTable(path);
+    const std::string from =
+        file.kind == FileKind::Csv
+            ? csvTable(path, true, file.fields, {.hasLongRecords = true, .inOneThread = true})
+            : parquetTable(path);
     _connection = std::make_unique<ConnectionLease>(database.connect());
     duck::Prepared statement(**_connection, "SELECT " + columnList(file.fields) + " FROM " + from);
     _result = std::make_unique<duck::Result>(statement.stream());

@@ -77,7 +77,7 @@ std::string csvValue(const SparkDialect& dialect, const CsvSource& source, std::
     const ValueType type = valueTypeOf(field.GetStorage());
     const std::string text = positionName(position);
     std::string value = converted(dialect, text, type);
-    if (value == text || !source.rejects.empty())
+    if (value == text || !source.reading.rejects.empty())
         return value;
     const std::string begin = raisedText(
         errors::kBadRecord, {.step = "read",
@@ -200,7 +200,7 @@ std::string SparkDialect::csvTable(const CsvSource& source) const
             separator + csvValue(*this, source, i) + " AS " + name(source.columns[i].GetName());
         names += separator + positionName(i);
     }
-    const bool skips = !source.rejects.empty();
+    const bool skips = !source.reading.rejects.empty();
     const std::string condition = skips ? allConvert(*this, source) : "";
     return "(SELECT " + values + " FROM " + sparkFile(*this, "csv", source.path) + " WITH (" +
            kCsvOptions + ", 'header' = '" + (source.hasHeader ? "true" : "false") +

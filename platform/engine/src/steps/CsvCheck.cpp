@@ -39,6 +39,16 @@ CsvCheck::~CsvCheck()
     join(false);
 }
 
+void CsvCheck::readsOnly(const std::set<std::string>& fields)
+{
+    // Which records are skipped must not depend on what a statement reads.
+    if (_settings.errorThreshold != 0)
+        return;
+    _columnsRead.emplace();
+    for (const CFField& field : _settings.fields)
+        _columnsRead->push_back(fields.contains(field.GetName()));
+}
+
 void CsvCheck::start(Cancellation& cancellation, const Progress&)
 {
     _cancellation = &cancellation;
@@ -67,10 +77,10 @@ void CsvCheck::readRest()
         if (!_profile || _profile->complete())
             return;
         if (_settings.guess)
-            _profile->trust();
+            _profile->trust(_columnsRead);
         _profile->read(_settings.mostRecords, [this] {
             const bool wrong = _profile->misfit() || hasFlaw() || needsHigherLimits() ||
-                               (_settings.guess && !guessHolds());
+                               misleadsThreads() || (_settings.guess && !guessHolds());
             if (wrong)
                 _cancellation->stopStatement(); // the result would be useless
             return !wrong && goOn();
@@ -110,18 +120,45 @@ void CsvCheck::raiseLimits()
     if (!needsHigherLimits())
         return;
     // The profile has left values to a statement that did not read them all.
-    if (_settings.guess && !_settings.guess->complete())
+    if (_settings.guess && (!_settings.guess->complete() || _settings.guess->hasUnreadColumn()))
         guessAgain();
     _settings.longRecords->insert(_settings.path);
     throw Reread{};
 }
 
-void CsvCheck::searchLongRecord()
+/// Looks in the whole file for long records and for quotes.
+void CsvCheck::scan()
 {
     CsvProfile profile(_settings.path, _settings.hasHeader);
     profile.trust();
     profile.read(UINT64_MAX, [&] { return !profile.hasLongRecord() && goOn(); });
     _hasLongRecord = profile.hasLongRecord();
+    _hasQuotes = profile.hasQuotes();
+}
+
+/// Whether several threads read the file, and may lose records.
+bool CsvCheck::misleadsThreads() const
+{
+    return _settings.inOneThread && _profile && _profile->misleadsThreads();
+}
+
+/// Plans again with one thread that reads the file.
+void CsvCheck::readInOneThread()
+{
+    // The profile has left values to a statement that may not have read them.
+    if (_settings.guess && _settings.guess->trusting())
+        guessAgain();
+    _settings.inOneThread->insert(_settings.path);
+    throw Reread{};
+}
+
+/// The same if the statement may have failed because of several threads. They can begin at wrong
+/// places in a file with quotes.
+void CsvCheck::avoidThreads()
+{
+    const auto hasQuotes = [](const auto& profile) { return profile && profile->hasQuotes(); };
+    if (_settings.inOneThread && (_hasQuotes || hasQuotes(_profile) || hasQuotes(_settings.guess)))
+        readInOneThread();
 }
 
 bool CsvCheck::goOn() const
@@ -196,8 +233,10 @@ void CsvCheck::refuseFatalFlaw(std::uint64_t skipped) const
 }
 
 /// Reports the problems that were found, unreadable records first.
-void CsvCheck::refuseProblems() const
+void CsvCheck::refuseProblems()
 {
+    if (misleadsThreads())
+        readInOneThread();
     const auto& misfit = _profile->misfit();
     if (hasFlaw() && (!misfit || _profile->flaw()->line <= misfit->line))
         refuseFlaw();
@@ -226,8 +265,7 @@ void CsvCheck::abandon(const StatementFault& fault)
     if (csv == Csv::Record || csv == Csv::Form) {
         join(false);
         _stop = false;
-        if (_settings.longRecords)
-            searchLongRecord();
+        scan();
         raiseLimits();
         refuseFlaw();
         if (_settings.errorThreshold != 0)
@@ -242,19 +280,19 @@ void CsvCheck::abandon(const StatementFault& fault)
     }
     const bool checks = _profile && _cancellation && !_cancellation->cancelled();
     const bool stopped = checks && _cancellation->stopping();
-    const bool conversion = checks && csv == Csv::Value;
     // Either the check stopped the statement, or the database found the value first.
-    if (!stopped && !conversion) {
-        join(false);
-        return;
+    const bool finds = stopped || (checks && csv == Csv::Value);
+    join(finds);
+    if (finds) {
+        raiseLimits();
+        // The check had left this conversion to the database, so it must guess again.
+        if (_settings.guess && csv == Csv::Value && _profile->trusting())
+            guessAgain();
+        if (stopped || (_settings.guess && !guessHolds()))
+            refuseProblems();
     }
-    join(true);
-    raiseLimits();
-    // The check had left this conversion to the database, so it must guess again.
-    if (_settings.guess && conversion && _profile->trusting())
-        guessAgain();
-    if (stopped || (_settings.guess && !guessHolds()))
-        refuseProblems();
+    if (csv != Csv::Nothing)
+        avoidThreads();
 }
 
 /// The number of bad records before the last record that is wanted.

@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "DataFileNames.h"
 #include "datafile/CsvProfile.h"
@@ -29,6 +30,9 @@ struct CsvCheckSettings
     /// Collects files with records that the database's usual limits exclude; null if it reads with
     /// higher ones.
     std::set<std::string>* longRecords = nullptr;
+    /// Collects files that several threads cannot read; null if only one reads, or if there is no
+    /// second try.
+    std::set<std::string>* inOneThread = nullptr;
     std::shared_ptr<CsvProfile> guess; ///< null if a data model gives the types
 };
 
@@ -43,6 +47,7 @@ public:
     CsvCheck& operator=(const CsvCheck&) = delete;
     ~CsvCheck() override;
 
+    void readsOnly(const std::set<std::string>& fields) override;
     void start(Cancellation& cancellation, const Progress& progress) override;
     void finish(Session& session, Reporter& reporter) override;
     void abandon(const StatementFault& fault) override;
@@ -60,18 +65,24 @@ private:
     void refuseMisfit(const CsvProfile::Misfit& misfit) const;
     bool needsHigherLimits() const;
     void raiseLimits();
-    void searchLongRecord();
+    void scan();
+    bool misleadsThreads() const;
+    [[noreturn]] void readInOneThread();
+    void avoidThreads();
     bool hasFlaw() const;
     void refuseFlaw() const;
     void refuseFatalFlaw(std::uint64_t skipped) const;
-    void refuseProblems() const;
+    void refuseProblems();
 
     CsvCheckSettings _settings;
     std::shared_ptr<CsvProfile>
         _profile; ///< the profile that reads the rest; null if that is not needed
+    /// The columns that the statement reads; null: all.
+    std::optional<std::vector<bool>> _columnsRead;
     /// With an error threshold: the first flaw that does not allow to skip its record.
     std::optional<datafile::CsvFlaw> _fatalFlaw;
     bool _hasLongRecord = false; ///< found by a scan without `_profile`
+    bool _hasQuotes = false;     ///< likewise
     Cancellation* _cancellation = nullptr;
     std::atomic<bool> _stop = false;
     std::exception_ptr _failure;

@@ -35,14 +35,19 @@ public:
     Fields guessedFields();
     Fields modelledFields();
     bool mayHaveLongRecords() const;
+    bool mustReadInOneThread() const;
     /// Rejects the file if the profile has found an unreadable record.
     void refuseFlaw() const;
 
 private:
     void readProfile(std::uint64_t records)
     {
-        if (!_known->complete())
-            _known->read(records, [this] { return !_context.stopping(); });
+        const auto goOn = [this] { return !_context.stopping(); };
+        // An earlier statement has not read all columns.
+        if (_known->hasUnreadColumn())
+            _known->readAnew(records, goOn);
+        else if (!_known->complete())
+            _known->read(records, goOn);
     }
     Fields fieldsByPlace() const;
     [[noreturn]] void refuse(const std::string& problem) const
@@ -113,6 +118,15 @@ bool CsvPlan::mayHaveLongRecords() const
     const bool isChecked = _context.iterators.empty() && _settings.mostRecords == UINT64_MAX;
     return !(isChecked || _known->complete()) || _known->hasLongRecord() ||
            _context.longRecords.contains(_settings.path);
+}
+
+/// Several threads usually read a file with quotes well. If they fail, the job is planned again,
+/// unless rows can be read only once.
+bool CsvPlan::mustReadInOneThread() const
+{
+    const bool canTryAgain = _context.iterators.empty();
+    return _known->misleadsThreads() || _context.inOneThread.contains(_settings.path) ||
+           (!canTryAgain && (!_known->complete() || _known->hasQuotes()));
 }
 
 void CsvPlan::refuseFlaw() const
@@ -192,10 +206,15 @@ NodePtr planCsv(JobContext& context, const CsvReadSettings& settings)
     const bool hasLongRecords = plan.mayHaveLongRecords();
     if (!hasLongRecords)
         check.longRecords = &context.longRecords;
+    const bool inOneThread = plan.mustReadInOneThread();
+    if (!inOneThread && check.rejects.empty() && context.iterators.empty())
+        check.inOneThread = &context.inOneThread;
     node->check = std::make_shared<CsvCheck>(check);
 
-    const CsvSource source{settings.path, settings.hasHeader, node->fields, check.rejects,
-                           hasLongRecords};
+    const CsvSource source{settings.path,
+                           settings.hasHeader,
+                           node->fields,
+                           {check.rejects, hasLongRecords, inOneThread}};
     node->select = [sql = selectOf(context.dialect, settings, source)](
                        const std::vector<std::string>&) { return sql; };
     return node;

@@ -77,6 +77,8 @@ struct JobContext
     std::set<std::string> readWhole;
     /// CSV files with records beyond the usual limits of the database.
     std::set<std::string> longRecords;
+    /// CSV files that several threads of the database cannot read.
+    std::set<std::string> inOneThread;
     /// Destinations of planned statements that have not run yet: canonical paths, and names of data
     /// sources.
     std::set<std::string> unwritten;

@@ -79,10 +79,9 @@ CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path)
         variables.push_back(variableOf(profile, i));
     }
     tellNamesApart(variables);
-    using datafile::CsvRecords;
-    relation->from =
-        datafile::csvTable(readable, spec.HasHeader(), source.fields, "",
-                           profile.hasLongRecord() ? CsvRecords::Long : CsvRecords::Usual);
+    relation->from = datafile::csvTable(
+        readable, spec.HasHeader(), source.fields,
+        {.hasLongRecords = profile.hasLongRecord(), .inOneThread = profile.hasQuotes()});
     source.caseCount = static_cast<long long>(profile.records());
     relation->caseCount = source.caseCount;
     source.cases = std::make_unique<TableCases>(std::move(variables), std::move(relation));

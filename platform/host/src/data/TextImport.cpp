@@ -90,6 +90,22 @@ std::size_t separatorsInLine(const std::string& path)
     return most;
 }
 
+/// Whether the file has a quote. Several threads of the database may begin at wrong places in such
+/// a file, and fail or lose records.
+bool hasQuote(const std::string& path, char quote)
+{
+    constexpr std::size_t kBlock = std::size_t{1} << 20;
+    std::ifstream file(path, std::ios::binary);
+    std::string block(kBlock, '\0');
+    while (quote != '\0' && file) {
+        file.read(block.data(), static_cast<std::streamsize>(block.size()));
+        const auto got = static_cast<std::size_t>(file.gcount());
+        if (std::string_view(block.data(), got).find(quote) != std::string_view::npos)
+            return true;
+    }
+    return false;
+}
+
 std::string character(char value)
 {
     return quotedLiteral(value == '\0' ? std::string() : std::string(1, value));
@@ -412,6 +428,8 @@ private:
         if (_form.separator != '\0')
             options += ", delim = " + character(_form.separator);
         options += std::string(", header = ") + (_form.hasHeader ? "true" : "false");
+        if (hasQuote(_readable, _form.quote))
+            options += ", parallel = false";
         if (_form.skippedLines > 0)
             options += ", skip = " + std::to_string(_form.skippedLines);
         if (_form.comment != '\0')
