@@ -151,7 +151,7 @@ int main(int argc, char** argv)
         return 2;
     }
     const int rows =
-        bench::compareInChildren("bench_describe", argv[1], "describe 3 million rows", 1.3);
+        bench::compareInChildren("bench_describe", argv[1], "describe 3 million rows", 1.2);
     const int fields = bench::compareSides("bench_describe", argv[1], "wide ours", "wide baseline",
                                            "describe 2,000 fields", 1.5);
     return std::max(rows, fields);

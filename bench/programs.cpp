@@ -38,7 +38,7 @@ std::vector<bench::ProgramTask> tasks(const std::string& directory)
           "--force"},
          "COPY (SELECT grp, count(*), avg(a) FROM " + ofCsv + " GROUP BY grp) TO '" + out +
              "csv' (FORMAT csv, HEADER)",
-         1.3},
+         1.2},
     };
 }
 
