@@ -311,18 +311,28 @@ TEST_F(ReadWriteTest, ThreadsReadFilesWithQuotes)
     std::string likeRecords = "\"";
     for (int i = 0; i < 3000; ++i)
         likeRecords += "5,6\n";
-    const std::pair<std::string, const char*> kTexts[] = {{"\",\t\"", "\n"},
-                                                          {"\"a\nb,c\n\"", "\n"},
-                                                          {likeRecords + "b,c\n\"", "\n"},
-                                                          {likeRecords + "\"", "\r\n"},
-                                                          {"\"a \"\"b, \"\"\"", "\r\n"}};
-    for (const auto& [text, lineEnd] : kTexts) {
-        SCOPED_TRACE(text.substr(0, 20) + lineEnd);
+    constexpr int kBeyondHead = 40000; // the plan looks only at the head of the file
+    struct Text
+    {
+        std::string text;
+        const char* lineEnd;
+        int plainRecords; ///< before those with the text
+    };
+    const Text kTexts[] = {{"\",\t\"", "\n", 0},
+                           {"\"a\nb,c\n\"", "\n", kBeyondHead},
+                           {likeRecords + "b,c\n\"", "\n", 0},
+                           {likeRecords + "b,c\n\"", "\n", kBeyondHead},
+                           {likeRecords + "\"", "\r\n", kBeyondHead},
+                           {"\"a \"\"b, \"\"\"", "\r\n", 0}};
+    for (const auto& [text, lineEnd, plainRecords] : kTexts) {
+        SCOPED_TRACE(text.substr(0, 20) + lineEnd + std::to_string(plainRecords));
         std::ofstream file(path("in.csv"));
         file << "t,n" << lineEnd;
         int records = 0;
-        while (file.tellp() < kSeveralBlocks)
-            file << text << ',' << ++records << lineEnd;
+        while (file.tellp() < kSeveralBlocks) {
+            ++records;
+            file << (records > plainRecords ? text : "plain") << ',' << records << lineEnd;
+        }
         file.close();
         const std::string number = std::to_string(records);
         for (const char* more : {"", R"(, "readErrorThreshold": 10)"}) {
@@ -333,6 +343,26 @@ TEST_F(ReadWriteTest, ThreadsReadFilesWithQuotes)
                 EXPECT_EQ(read("out.csv"), "count,max_n\n" + number + "," + number + "\n");
             }
         }
+    }
+}
+
+/// Threads would lose records where a block of the file ends in the right place, and the database
+/// would not notice.
+TEST_F(ReadWriteTest, QuotedLineEndsThatOccurLateLoseNothing)
+{
+    constexpr int kBeyondHead = 40000; // the plan looks only at the head of the file
+    constexpr int kRecords = 984'000;
+    for (const char* name : {"n", "na", "nam"}) {
+        SCOPED_TRACE(name);
+        std::ofstream file(path("in.csv"));
+        file << name << "\r\n";
+        for (int i = 0; i < kRecords; ++i)
+            file << (i < kBeyondHead ? "plain" : "\"\n\"") << "\r\n";
+        file.close();
+        succeeded(run(readCsv("in.csv") +
+                      R"( -> aggregate({"output": [{"function": "count"}]}) -> )" +
+                      writeCsv("out.csv")));
+        EXPECT_EQ(read("out.csv"), "count\n" + std::to_string(kRecords) + "\n");
     }
 }
 
