@@ -13,7 +13,7 @@ struct CsvReading
     /// Whether a record may be longer than kLongCsvRecord, up to kLongestCsvRecord.
     bool hasLongRecords = false;
     /// Several threads of the database begin within the file. If the file has quotes, one of them
-    /// may take another place for the begin of a record, and the statement fails.
+    /// may begin at a wrong place; then the statement fails or loses records.
     bool inOneThread = false;
 };
 

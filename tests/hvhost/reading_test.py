@@ -172,6 +172,21 @@ class Reading(Case):
         # The host cuts the text, and reads on behind the record.
         self.assertEqual(self.read(whole, "--served").splitlines()[30002:], ["3,z"])
 
+    def test_the_host_serves_quoted_line_ends(self):
+        records = 1_000_000
+        content = "nam\r\n" + '"\n"\r\n' * records  # several threads would lose records of it
+        self.assertEqual(self.count(content, "--served"), records)
+
+    @SLOW_IF_SANITIZED
+    def test_threads_do_not_import_quotes(self):
+        record = '"' + "a\nb,c\n" * 40 + '",7\n'
+        records = 300_000  # more than one block of the database
+        self.assertEqual(self.count("t,n\n" + record * records, "--comment", "#"), records)
+
+    def count(self, content, *words):
+        shown = self.read(content, "--stat", "count", "--format", "csv", *words, command=("aggregate",))
+        return int(shown.split()[1])
+
     def test_workbooks(self):
         """A number is a date by its format, in two calendars; 29 February 1900 never was."""
         dates = [["d", "t", "s", "p", "e"],

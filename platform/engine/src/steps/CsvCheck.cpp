@@ -265,7 +265,8 @@ void CsvCheck::abandon(const StatementFault& fault)
     if (csv == Csv::Record || csv == Csv::Form) {
         join(false);
         _stop = false;
-        scan();
+        if (_settings.longRecords || _settings.inOneThread)
+            scan();
         raiseLimits();
         refuseFlaw();
         if (_settings.errorThreshold != 0)

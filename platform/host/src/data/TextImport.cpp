@@ -1,12 +1,9 @@
 #include "TextImport.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <fstream>
 #include <memory>
 #include <optional>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -20,6 +17,7 @@
 #include "data/HostDatabase.h"
 #include "data/ImportColumn.h"
 #include "data/JsonText.h"
+#include "data/TextBytes.h"
 #include "data/Utf8Copy.h"
 #include "datafile/ColumnTypes.h"
 #include "datafile/CsvFault.h"
@@ -42,16 +40,6 @@ namespace duck = datafile::duck;
 using datafile::quotedIdentifier;
 using datafile::quotedLiteral;
 
-/// Bytes at the start of a file that name its form.
-struct Mark
-{
-    std::string_view bytes;
-    const char* option;
-};
-constexpr std::array<Mark, 2> kMarks{
-    {{"\xff\xfe", ", encoding = 'utf-16'"}, {"\xfe\xff", ", encoding = 'utf-16'"}}};
-
-constexpr std::string_view kSeparators = ",;\t|";
 constexpr const char* kIsoDate = "%Y-%m-%d";
 /// The database accepts records of JSON up to this size without an option.
 constexpr std::size_t kUsualJsonRecord = std::size_t{8} << 20;
@@ -59,52 +47,6 @@ constexpr std::size_t kUsualJsonRecord = std::size_t{8} << 20;
 /// database holds a group of records in memory.
 constexpr std::size_t kValuesOfGroup = 20'000'000;
 constexpr std::size_t kLeastOfGroup = 2048; // the database knows no smaller groups
-
-const char* optionOfMark(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::array<char, 2> begin{};
-    file.read(begin.data(), begin.size());
-    const std::string_view bytes(begin.data(), static_cast<std::size_t>(file.gcount()));
-    const auto* const mark = std::find_if(kMarks.begin(), kMarks.end(), [bytes](const Mark& known) {
-        return bytes.starts_with(known.bytes);
-    });
-    return mark == kMarks.end() ? "" : mark->option;
-}
-
-/// The number of separators of any kind in the longest of the first lines: about the number of
-/// columns, which the database needs memory for.
-std::size_t separatorsInLine(const std::string& path)
-{
-    constexpr std::size_t kLooked = std::size_t{1} << 20;
-    std::ifstream file(path, std::ios::binary);
-    std::string begin(kLooked, '\0');
-    file.read(begin.data(), static_cast<std::streamsize>(begin.size()));
-    begin.resize(static_cast<std::size_t>(file.gcount()));
-    std::size_t most = 0;
-    std::size_t count = 0;
-    for (const char byte : begin) {
-        count = byte == '\n' ? 0 : count + (kSeparators.find(byte) != std::string_view::npos);
-        most = std::max(most, count);
-    }
-    return most;
-}
-
-/// Whether the file has a quote. Several threads of the database may begin at wrong places in such
-/// a file, and fail or lose records.
-bool hasQuote(const std::string& path, char quote)
-{
-    constexpr std::size_t kBlock = std::size_t{1} << 20;
-    std::ifstream file(path, std::ios::binary);
-    std::string block(kBlock, '\0');
-    while (quote != '\0' && file) {
-        file.read(block.data(), static_cast<std::streamsize>(block.size()));
-        const auto got = static_cast<std::size_t>(file.gcount());
-        if (std::string_view(block.data(), got).find(quote) != std::string_view::npos)
-            return true;
-    }
-    return false;
-}
 
 std::string character(char value)
 {
