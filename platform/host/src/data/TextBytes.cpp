@@ -18,7 +18,7 @@ constexpr std::array<Mark, 2> kMarks{
 
 constexpr std::string_view kSeparators = ",;\t|";
 
-constexpr std::size_t kBlock = std::size_t{1} << 20;
+constexpr std::size_t kTextBlock = std::size_t{1} << 20;
 
 /// Reads the next bytes of the file, at most as many as the block has.
 std::string_view nextBytes(std::ifstream& file, std::string& block)
@@ -43,7 +43,7 @@ const char* optionOfMark(const std::string& path)
 std::size_t separatorsInLine(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
-    std::string block(kBlock, '\0');
+    std::string block(kTextBlock, '\0');
     std::size_t most = 0;
     std::size_t count = 0;
     for (const char byte : nextBytes(file, block)) {
@@ -58,7 +58,7 @@ bool hasQuote(const std::string& path, char quote)
     if (quote == '\0')
         return false;
     std::ifstream file(path, std::ios::binary);
-    std::string block(kBlock, '\0');
+    std::string block(kTextBlock, '\0');
     while (file)
         if (nextBytes(file, block).find(quote) != std::string_view::npos)
             return true;
