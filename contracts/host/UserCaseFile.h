@@ -54,6 +54,10 @@ public:
     /// Sets whether variables declare the missing values that the file declares; true by default.
     /// Otherwise a missing text is still read as missing.
     void SetDeclaresMissing(bool declaresMissing) { _declaresMissing = declaresMissing; }
+    /// Sets whether only the dictionary is wanted, and no cases; false by default. If so, the
+    /// content of a Parquet file is not read to determine the widths of texts: a text without a
+    /// declared width gets the greatest width.
+    void SetDictionaryOnly(bool dictionaryOnly) { _dictionaryOnly = dictionaryOnly; }
     /// Sets the monitor for values that a case cannot hold unchanged. It is used by readers without
     /// their own monitor. Borrowed; must outlive the file.
     void SetMonitor(ErrorMonitor* monitor) { _monitor = monitor; }
@@ -77,6 +81,8 @@ public:
     const CsvForm& GetCsvForm() const { return _csvForm; }
     /// Whether variables declare the missing values of the file.
     bool DeclaresMissing() const { return _declaresMissing; }
+    /// Whether only the dictionary is wanted.
+    bool IsDictionaryOnly() const { return _dictionaryOnly; }
     /// The borrowed monitor, or null.
     ErrorMonitor* GetMonitor() const { return _monitor; }
     /// Calls the function of SetLook, if it is set.
@@ -95,6 +101,7 @@ private:
     std::string _codePage;
     CsvForm _csvForm;
     bool _declaresMissing = true;
+    bool _dictionaryOnly = false;
     ErrorMonitor* _monitor = nullptr;
     std::function<void()> _look;
 };
@@ -104,8 +111,9 @@ class HOST_API UserInputCaseFile
 {
 public:
     /// Opens the file and reads its dictionary. Reads the whole content of a CSV file, or of a file
-    /// from another program, to determine types and widths. A non-null `procedure` uses the file as
-    /// its dataset as long as this object lives. Throws ErrorText.
+    /// from another program, to determine types and widths, unless only a dictionary is wanted. A
+    /// non-null `procedure` uses the file as its dataset as long as this object lives. Throws
+    /// ErrorText.
     UserInputCaseFile(const UserCaseFileSpec& spec, ProcedureDataSource* procedure);
     ~UserInputCaseFile();
     UserInputCaseFile(const UserInputCaseFile&) = delete;

@@ -108,7 +108,8 @@ CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const 
 }
 
 Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
-                 const CsvForm& form, const std::string& password, const InterruptWatch& watch)
+                 const CsvForm& form, const std::string& password, const InterruptWatch& watch,
+                 DatasetUse use)
     : _preload(datafile::startedTask("opens the host's database", &PreloadCaseFiles)),
       _readable(file)
 {
@@ -122,6 +123,7 @@ Dataset::Dataset(const InputOptions& options, const ReadableFile& file, DataKind
     // If the job keeps values that are declared missing, they are served as values. complete
     // declares them missing again.
     spec.SetDeclaresMissing(options.userMissing != "keep");
+    spec.SetDictionaryOnly(use == DatasetUse::Dictionary);
     spec.SetMonitor(&_monitor);
     spec.SetLook([&watch] { watch.check(); });
     try {

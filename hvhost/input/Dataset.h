@@ -24,6 +24,13 @@ class ReadableFile;
 CommandFault inputFault(const ErrorText& error, const ReadableFile& file, const CsvForm& form = {},
                         const std::string& kindOption = "--from");
 
+/// What a dataset is opened for.
+enum class DatasetUse
+{
+    Cases,     ///< its dictionary and its cases
+    Dictionary ///< only its dictionary; no cases may be read. Faster for large files
+};
+
 /// A data file that the host has opened as a dataset: its metadata, its weight and split, which the
 /// user can change, and its cases for a job. Borrows the file, which must outlive the dataset.
 class Dataset
@@ -32,7 +39,8 @@ public:
     /// Throws CommandFault (Input) for an unreadable file, with the position of the error. While a
     /// large file is opened, the watch is checked; its exceptions pass.
     Dataset(const InputOptions& options, const ReadableFile& file, DataKind kind,
-            const CsvForm& form, const std::string& password, const InterruptWatch& watch);
+            const CsvForm& form, const std::string& password, const InterruptWatch& watch,
+            DatasetUse use = DatasetUse::Cases);
     ~Dataset();
 
     const VEXA_DataSource& source() const { return *_file->DataSource(); }

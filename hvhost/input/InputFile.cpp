@@ -85,7 +85,8 @@ InputFile::InputFile(const InputOptions& options, FileOptions offered, const Int
     if (!isReadByHost(reader)) {
         refuseForEngine();
     } else {
-        _dataset = _known ? std::move(_known) : openDataset();
+        _known = nullptr;
+        _dataset = openDataset(DatasetUse::Cases);
         if (!_options.weight.empty())
             explainingTexts(*this, [this] { _dataset->setWeight(_options.weight); });
     }
@@ -158,16 +159,16 @@ std::vector<std::string> InputFile::doubts() const
     return all;
 }
 
-std::unique_ptr<Dataset> InputFile::openDataset() const
+std::unique_ptr<Dataset> InputFile::openDataset(DatasetUse use) const
 {
-    return std::make_unique<Dataset>(_options, _file, _kind, _form, _password, _watch);
+    return std::make_unique<Dataset>(_options, _file, _kind, _form, _password, _watch, use);
 }
 
 /// The file as a dataset, for what its dictionary says.
 const Dataset& InputFile::known() const
 {
     if (!_known)
-        _known = openDataset();
+        _known = openDataset(DatasetUse::Dictionary);
     return *_known;
 }
 

@@ -15,6 +15,7 @@
 #include "hvhost/input/TextHead.h"
 
 class Dataset;
+enum class DatasetUse;
 class HVLRead;
 class HVLUpdateDataModel;
 class HVStatDataIterator;
@@ -90,7 +91,7 @@ private:
     void refuseForEngine() const;
     bool isReadByHost(Reader reader);
     std::string hostReason() const;
-    std::unique_ptr<Dataset> openDataset() const;
+    std::unique_ptr<Dataset> openDataset(DatasetUse use) const;
     const Dataset& known() const;
     void keepMissing();
     void keepMissingOfDataset();

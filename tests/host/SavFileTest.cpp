@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -298,6 +299,33 @@ TEST(SavFile, ABadFileIsRefusedByItsName)
     EXPECT_FALSE(nothing.Init("", true, false));
     EXPECT_EQ(UserInputCaseFile(nothing, nullptr).DataSource(), nullptr);
     EXPECT_EQ(UserOutputCaseFile(nothing).DataSource(), nullptr);
+}
+
+TEST(SavFile, ADictionaryIsReadWithoutTheContent)
+{
+    const ScratchFolder scratch;
+    duckdb_database database = datafile::duck::openInMemory();
+    const std::unique_ptr<duckdb_database, void (*)(duckdb_database*)> closing(&database,
+                                                                               &duckdb_close);
+    datafile::duck::Connection connection(database);
+    connection.query(
+        "COPY (SELECT i, repeat('lorem ', i::INTEGER) AS t FROM range(1000) r(i)) TO '" +
+        (scratch.path / "t.parquet").string() + "' (FORMAT PARQUET, COMPRESSION uncompressed)");
+    // The texts of the file become unreadable; its dictionary at the end does not.
+    std::string bytes = scratch.read("t.parquet");
+    const std::size_t from = bytes.find("lorem lorem");
+    ASSERT_LT(from + 1000, bytes.size());
+    std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(from), 1000, '\xff');
+    scratch.put("t.parquet", bytes);
+
+    UserCaseFileSpec spec = specOf(scratch.name("t.parquet"), false);
+    EXPECT_NE(refusalOf([&] { const UserInputCaseFile file(spec, nullptr); }), "");
+    spec.SetDictionaryOnly(true);
+    const UserInputCaseFile file(spec, nullptr);
+    ASSERT_EQ(file.DataSource()->ColumnCount(), 2);
+    EXPECT_EQ(file.DataSource()->GetVariable(1).GetName(), "t");
+    EXPECT_EQ(file.DataSource()->GetVariable(1).GetType(), 32767);
+    EXPECT_EQ(file.CaseCount(), 1000);
 }
 
 TEST(SavFile, WhoeverWaitsForAFileIsAskedNowAndThen)

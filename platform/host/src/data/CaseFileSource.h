@@ -23,5 +23,5 @@ struct CaseFileSource
 CaseFileSource openCsv(const UserCaseFileSpec& spec, const std::string& path);
 CaseFileSource openParquet(const UserCaseFileSpec& spec, const std::string& path);
 
-/// The width in the host's encoding of texts with up to that many UTF-8 bytes; at least 1.
+/// The width in the host's encoding of texts with up to that many UTF-8 bytes: 1 to kWidestText.
 int hostWidth(std::size_t utf8Bytes);

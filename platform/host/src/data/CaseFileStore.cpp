@@ -29,7 +29,6 @@ namespace duck = datafile::duck;
 constexpr std::size_t kValuesPerRowGroup = std::size_t{4} * 1024 * 1024;
 constexpr std::size_t kMostRowsPerGroup = 122880;
 constexpr std::size_t kLeastRowsPerGroup = 2048;
-constexpr int kWidestText = 32767;
 
 /// A column of host numbers in a more specific type, and the condition that this changes no value.
 struct StoredAs

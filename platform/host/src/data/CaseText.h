@@ -12,6 +12,9 @@
 
 /// Texts in cases: whole units, padded with blanks.
 
+/// The greatest width of a text, in bytes.
+inline constexpr int kWidestText = 32767;
+
 /// Writes a text to units; cuts what does not fit.
 inline void putText(OBS* units, std::size_t count, std::string_view text)
 {

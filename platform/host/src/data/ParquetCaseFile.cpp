@@ -6,6 +6,7 @@
 #include "base/NativePath.h"
 #include "data/CaseFileFault.h"
 #include "data/CaseFileSource.h"
+#include "data/CaseText.h"
 #include "data/DictionaryVariables.h"
 #include "data/HostDatabase.h"
 #include "datafile/FaultIds.h"
@@ -47,8 +48,9 @@ private:
     void unseal();
     void findColumns();
     void describe();
-    void measureTexts();
+    void widenTexts();
     void findGaps();
+    void measureTexts();
     bool hasNull(const std::string& column) const;
     std::vector<int> columnsOf(const std::vector<std::string>& names) const;
     int widthOf(const datafile::DictionaryVariable& described) const;
@@ -107,8 +109,20 @@ void ParquetOpening::describe()
         _described.push_back(described);
         _relation->columns.push_back({_columns.values[i], field.GetStorage()});
     }
-    findGaps();
-    measureTexts();
+    if (_spec.IsDictionaryOnly()) {
+        widenTexts();
+    } else {
+        findGaps();
+        measureTexts();
+    }
+}
+
+/// Gives texts without a declared width the greatest width.
+void ParquetOpening::widenTexts()
+{
+    for (datafile::DictionaryVariable& described : _described)
+        if (described.isText && described.width == 0)
+            described.width = kWidestText;
 }
 
 /// Determines which texts of known width are missing in some case. Reads the column only if the

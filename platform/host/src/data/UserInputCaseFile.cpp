@@ -5,13 +5,12 @@
 #include "base/NativePath.h"
 #include "data/CaseFileFault.h"
 #include "data/CaseFileSource.h"
+#include "data/CaseText.h"
 #include "datafile/InputFile.h"
 #include "datafile/ParquetParts.h"
 #include "text/CodePage.h"
 
 namespace {
-
-constexpr std::size_t kWidestColumn = 32767;
 
 CaseFileSource openCaseFile(const UserCaseFileSpec& spec)
 {
@@ -40,7 +39,7 @@ int hostWidth(std::size_t utf8Bytes)
     // Only GB18030 can need more bytes than UTF-8: four instead of two.
     const bool mayGrow = hostCodePage()->name() == "GB18030";
     return static_cast<int>(
-        std::clamp<std::size_t>(mayGrow ? 2 * utf8Bytes : utf8Bytes, 1, kWidestColumn));
+        std::clamp<std::size_t>(mayGrow ? 2 * utf8Bytes : utf8Bytes, 1, kWidestText));
 }
 
 struct UserInputCaseFile::Impl
