@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace bench {
 
 double Stopwatch::milliseconds() const
@@ -18,6 +21,15 @@ double median(std::vector<double> values)
     const std::size_t middle = values.size() / 2;
     return values.size() % 2 == 1 ? values.at(middle)
                                   : (values.at(middle - 1) + values.at(middle)) / 2;
+}
+
+void synchronize(const std::string& path)
+{
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0 || fsync(file) != 0)
+        std::perror(path.c_str());
+    if (file >= 0)
+        close(file);
 }
 
 bool report(const std::string& name, const Comparison& comparison, const std::string& unit,

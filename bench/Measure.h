@@ -40,6 +40,10 @@ Comparison interleave(int repetitions, Ours ours, Baseline baseline)
     return comparison;
 }
 
+/// Waits until the content of the file is on the disk. The baselines of what writes files do, since
+/// a job gives its result a name only then.
+void synchronize(const std::string& path);
+
 /// Prints one line with the ratio of the medians. True if it is within the limit.
 bool report(const std::string& name, const Comparison& comparison, const std::string& unit,
             double limit);

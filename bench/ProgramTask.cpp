@@ -1,5 +1,7 @@
 #include "ProgramTask.h"
 
+#include <filesystem>
+
 #include "Child.h"
 #include "DuckDb.h"
 #include "Job.h"
@@ -13,16 +15,29 @@ bool compareProgram(const std::string& program, const std::string& directory,
     const std::string programs = programDirectory();
     std::vector<std::string> ours = {programs + "/hvhost"};
     ours.insert(ours.end(), task.words.begin(), task.words.end());
-    const std::vector<std::string> baseline = {programs + "/" + program, directory, task.statement};
+    const std::vector<std::string> baseline = {programs + "/" + program, directory, task.statement,
+                                               task.output};
+    const auto timeOf = [&](const std::vector<std::string>& command) {
+        if (!task.output.empty())
+            std::filesystem::remove(task.output);
+        return runChild(command).wallMilliseconds;
+    };
     const Comparison time = interleave(
-        9, [&] { return runChild(ours).wallMilliseconds; },
-        [&] { return runChild(baseline).wallMilliseconds; });
+        9, [&] { return timeOf(ours); }, [&] { return timeOf(baseline); });
     return report(task.name, time, "ms", task.limit);
 }
 
-void runBaseline(const char* statement)
+bool isBaseline(int argc)
 {
-    DuckDb(engineThreads()).run(statement);
+    return argc == 4;
+}
+
+void runBaseline(char** argv)
+{
+    DuckDb(engineThreads()).run(argv[2]);
+    const std::string output = argv[3];
+    if (!output.empty())
+        synchronize(output);
 }
 
 } // namespace bench

@@ -1,6 +1,6 @@
 // hvhost describes a file by groups, once as CSV and once as a page, against a program that
 // computes the same statistics with one GROUP BY of the database alone. bench_groups DIR measures,
-// bench_groups DIR STATEMENT is one run of the baseline.
+// bench_groups DIR STATEMENT "" is one run of the baseline.
 
 #include <cstdio>
 #include <filesystem>
@@ -80,8 +80,8 @@ bool isPageSmall(const std::string& directory)
 
 int main(int argc, char** argv)
 {
-    if (argc == 3) {
-        bench::runBaseline(argv[2]);
+    if (bench::isBaseline(argc)) {
+        bench::runBaseline(argv);
         return 0;
     }
     if (argc != 2) {

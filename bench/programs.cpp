@@ -1,6 +1,7 @@
 // hvhost from start to end, by the road that it chooses, against a program that does the same work
-// with the database alone. bench_programs DIR measures, bench_programs DIR STATEMENT is one run of
-// the baseline. The records are those of `convert`.
+// with the database alone, until its file is on the disk. bench_programs DIR measures,
+// bench_programs DIR STATEMENT OUTPUT is one run of the baseline. The records are those of
+// `convert`.
 
 #include <cstdio>
 #include <filesystem>
@@ -22,23 +23,26 @@ std::vector<bench::ProgramTask> tasks(const std::string& directory)
     const std::string ofParquet = "(SELECT * FROM read_parquet('" + parquet + "'))";
     return {
         {"hvhost convert csv to csv",
-         {"convert", csv, out + "csv", "--force"},
+         {"convert", csv, out + "csv"},
          "COPY " + ofCsv + " TO '" + out + "csv' (FORMAT csv, HEADER)",
-         1.15},
+         1.15,
+         out + "csv"},
         {"hvhost convert hvbf to csv",
-         {"convert", parquet, out + "csv", "--force"},
+         {"convert", parquet, out + "csv"},
          "COPY " + ofParquet + " TO '" + out + "csv' (FORMAT csv, HEADER)",
-         1.15},
+         1.15,
+         out + "csv"},
         {"hvhost convert csv to sav",
-         {"convert", csv, out + "sav", "--force"},
+         {"convert", csv, out + "sav"},
          "COPY " + ofCsv + " TO '" + out + "sav' (FORMAT parquet)",
-         1.15},
+         1.15,
+         out + "sav"},
         {"hvhost aggregate",
-         {"aggregate", csv, "--by", "grp", "--stat", "count", "--stat", "mean:a", out + "csv",
-          "--force"},
+         {"aggregate", csv, "--by", "grp", "--stat", "count", "--stat", "mean:a", out + "csv"},
          "COPY (SELECT grp, count(*), avg(a) FROM " + ofCsv + " GROUP BY grp) TO '" + out +
              "csv' (FORMAT csv, HEADER)",
-         1.2},
+         1.2,
+         out + "csv"},
     };
 }
 
@@ -53,8 +57,8 @@ void prepare(const std::string& directory)
 
 int main(int argc, char** argv)
 {
-    if (argc == 3) {
-        bench::runBaseline(argv[2]);
+    if (bench::isBaseline(argc)) {
+        bench::runBaseline(argv);
         return 0;
     }
     if (argc != 2) {

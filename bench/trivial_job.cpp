@@ -8,9 +8,6 @@
 #include <functional>
 #include <string>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include "DuckDb.h"
 #include "Job.h"
 #include "Measure.h"
@@ -65,16 +62,6 @@ std::string composeJob(const Source& source, const std::string& output)
     return job;
 }
 
-/// Waits until the content of the file is on the disk.
-void synchronize(const std::string& path)
-{
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0 || fsync(file) != 0)
-        std::perror(path.c_str());
-    if (file >= 0)
-        close(file);
-}
-
 /// The job and the query on one file, each with an output of its own.
 bool compare(HVRunner& runner, const std::string& directory, const std::string& form,
              const Source& source, const std::string& table)
@@ -98,7 +85,7 @@ bool compare(HVRunner& runner, const std::string& directory, const std::string& 
             std::filesystem::remove(baseline);
             const bench::Stopwatch watch;
             database.run(query);
-            synchronize(baseline);
+            bench::synchronize(baseline);
             return watch.milliseconds();
         });
     return bench::report("trivial job on " + form, comparison, "ms", 3.0);
