@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <tuple>
 
 #include "EngineBackend.h"
 #include "engine/ClusterMachine.h"
@@ -99,6 +100,37 @@ TEST_F(ClusterTest, SumsAreExactUnlessTheSettingsPreferSpeed)
         const RecordingListener listener = runOn(manager, job);
         EXPECT_EQ(listener.ending, "success") << listener.errorText;
         EXPECT_EQ(read("out.csv"), std::string("k,sum_v,mean_v\n") + result) << sums;
+    }
+}
+
+/// The workers split the file into parts of 40 bytes, where they can.
+TEST_F(ClusterTest, ACsvFileInPartsHasTheSameRecords)
+{
+    EHVAppSetting settings = settingsWith(kUploadSetting, "8");
+    settings.addProperty("engine.option.spark.sql.files.maxPartitionBytes", "40");
+    HVServiceManager manager(clusterMachine(), settings);
+    constexpr std::tuple<const char*, const char*, const char*> kRecords[] = {
+        {"plain,text\n", "plain,text\n", "without quotes"},
+        {"plain,text\r\n", "plain,text\n", "with carriage returns"},
+        {"\"a, b\",\"say \"\"x\"\"\"\n", "\"a, b\",\"say \"\"x\"\"\"\n", "in quotes"},
+        {"\"a\nb\",\"c\n\"\n", "\"a\nb\",\"c\n\"\n", "with line ends in quotes"},
+        {"\"a\nb,\",\"\"\"\nc\"\n", "\"a\nb,\",\"\"\"\nc\"\n", "with what looks like a field"},
+        {"a\"b,\"x\ny\"\n", "\"a\"\"b\",\"x\ny\"\n", "with a quote in a field without quotes"},
+        {",\n", ",\n", "of missing values"},
+    };
+    for (const auto& [record, written, what] : kRecords) {
+        SCOPED_TRACE(what);
+        std::string csv = "k,v,w\n";
+        std::string expected = csv;
+        for (int i = 0; i < 30; ++i) {
+            csv += std::to_string(i) + "," + record;
+            expected += std::to_string(i) + "," + written;
+        }
+        write("in.csv", csv);
+        const RecordingListener listener =
+            runOn(manager, readCsv("in.csv") + " -> " + writeCsv("out.csv"));
+        EXPECT_EQ(listener.ending, "success") << listener.errorText;
+        EXPECT_EQ(read("out.csv"), expected);
     }
 }
 

@@ -31,19 +31,27 @@ std::string columnName(std::size_t column)
     return "c" + std::to_string(column);
 }
 
+/// How the records of a file are found.
+enum class Records
+{
+    AreLines, ///< several tasks read a file
+    MaySpanLines
+};
+
 /// A view of the file's records as texts. `columns` is the list of its columns, or empty if the
 /// cluster shall find their number.
 void makeView(SparkSession& session, const std::string& view, const CsvReadSettings& settings,
-              bool skipsHeader, const std::string& columns)
+              bool skipsHeader, Records records, const std::string& columns)
 {
     const Dialect& dialect = sparkDialect();
-    // A text that no file has distinguishes a missing value from an empty text. Quoted line ends
-    // need the option multiLine, with which one task reads a file.
+    // A text that no file has distinguishes a missing value from an empty text. With multiLine, one
+    // task reads a file.
     const std::string sql =
         "CREATE TEMPORARY VIEW " + dialect.name(view) + columns + " USING csv OPTIONS (path " +
         dialect.literal(clusterPattern(settings.path)) + ", header '" +
-        (skipsHeader ? "true" : "false") +
-        "', multiLine 'true', quote '\"', escape '\"', nullValue '\\u0001hv\\u0001', emptyValue "
+        (skipsHeader ? "true" : "false") + "', multiLine '" +
+        (records == Records::MaySpanLines ? "true" : "false") +
+        "', quote '\"', escape '\"', nullValue '\\u0001hv\\u0001', emptyValue "
         "'', maxCharsPerColumn '67108864', mode 'PERMISSIVE', columnNameOfCorruptRecord '" +
         kBadRecordColumn + "')";
     try {
@@ -52,6 +60,37 @@ void makeView(SparkSession& session, const std::string& view, const CsvReadSetti
             while (stream.next() != SparkStream::Event::End)
                 continue;
         });
+    } catch (const StatementFault& fault) {
+        throw clusterFileFault(fault, settings.path, "read");
+    }
+}
+
+/// Whether a line, the column `value`, means something else if it is read alone: it has a part of a
+/// quoted text, a quote that does not surround a field, a carriage return within it, or only
+/// blanks, which the cluster skips then. The texts in quotes are replaced by \1.
+constexpr const char* kNeedsOtherLines =
+    "CASE WHEN instr(value, '\"') > 0 AND (instr(regexp_replace(value, '\"[^\"]*+\"', '\\u0001'), "
+    "'\"') > 0 OR regexp_replace(value, '\"[^\"]*+\"', '\\u0001') RLIKE "
+    "'[^,\\u0001]\\u0001|\\u0001[^,\\u0001\\r]') THEN true "
+    "WHEN instr(value, '\\r') BETWEEN 1 AND length(value) - 1 THEN true "
+    "ELSE value <> '\\r' AND value RLIKE '^[\\u0000- ]+$' END";
+
+/// Looks at all lines of a file, which takes several tasks less time than one task takes to read
+/// the records.
+Records recordsOf(SparkSession& session, const CsvReadSettings& settings)
+{
+    try {
+        const auto found = session.texts(
+            std::string("SELECT CAST(count_if(") + kNeedsOtherLines +
+                ") AS STRING), CAST(count_if(endswith(value, '\\r')) AS STRING), "
+                "CAST(count(*) - 1 AS STRING), CAST(count(*) AS STRING) FROM text." +
+                sparkDialect().name(clusterPattern(settings.path)) + " WITH ('lineSep' = '\\n')",
+            4);
+        const std::vector<SparkValue>& counts = found.front();
+        // The last line may lack its end.
+        const bool haveOneEnd =
+            counts[1] == "0" || counts[1] == counts[2] || counts[1] == counts[3];
+        return counts[0] == "0" && haveOneEnd ? Records::AreLines : Records::MaySpanLines;
     } catch (const StatementFault& fault) {
         throw clusterFileFault(fault, settings.path, "read");
     }
@@ -68,7 +107,7 @@ public:
         std::string columns;
         for (std::size_t i = 0; i < _names.size(); ++i)
             columns += columnName(i) + " STRING, ";
-        makeView(_session, _view, _settings, _settings.hasHeader,
+        makeView(_session, _view, _settings, _settings.hasHeader, recordsOf(_session, _settings),
                  " (" + columns + kBadRecordColumn + " STRING)");
     }
 
@@ -100,7 +139,7 @@ private:
 void ClusterCsv::readNames()
 {
     const std::string view = _session.newView();
-    makeView(_session, view, _settings, false, "");
+    makeView(_session, view, _settings, false, Records::MaySpanLines, "");
     const std::string select = "SELECT * FROM " + sparkDialect().name(view);
     std::vector<std::vector<SparkValue>> first;
     try {

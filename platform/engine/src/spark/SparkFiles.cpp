@@ -105,7 +105,7 @@ NodePtr SparkFiles::planned(JobContext& context, const std::string& name, Plan p
 }
 
 /// Whether this process reads the file and sends its records. It knows more about bad records than
-/// the cluster, where one task reads a file.
+/// the cluster.
 bool SparkFiles::isSent(const std::string& path) const
 {
     if (_files.isOwn(path))
