@@ -127,13 +127,14 @@ public:
     virtual std::string replacedColumns(const datafile::Fields& fields,
                                         const std::vector<NewColumn>& replaced) const = 0;
 
-    /// The FROM item that reads a CSV file.
-    virtual std::string csvTable(const CsvSource& source) const = 0;
+    /// The FROM item that reads a CSV file. Only the embedded database has the next three: a
+    /// cluster plans the reading of CSV files itself. They throw JobError otherwise.
+    virtual std::string csvTable(const CsvSource& source) const;
     /// The second table that the read of a CsvSource makes with `rejects`.
-    virtual std::string rejectScansOf(const std::string& rejects) const = 0;
+    virtual std::string rejectScansOf(const std::string& rejects) const;
     /// A condition that is always true and needs the value of each column, so that no record passes
     /// that does not fit its types.
-    virtual std::string readsAll(const std::string& columns) const = 0;
+    virtual std::string readsAll(const std::string& columns) const;
     /// The FROM item that reads a Parquet file.
     virtual std::string parquetTable(const std::string& path) const = 0;
     /// The statement that writes the records of a SELECT to a file.

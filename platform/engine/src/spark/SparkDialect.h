@@ -51,12 +51,7 @@ public:
     std::string replacedColumns(const datafile::Fields& fields,
                                 const std::vector<NewColumn>& replaced) const override;
 
-    /// A file or a folder of files. The paths of this and of parquetTable are URIs as the cluster
-    /// sees them, and no patterns. A quoted text may have line ends, so one task reads a whole
-    /// file.
-    std::string csvTable(const CsvSource& source) const override;
-    std::string rejectScansOf(const std::string& rejects) const override;
-    std::string readsAll(const std::string& columns) const override;
+    /// The path of a file or folder is an URI as the cluster sees it, and no pattern.
     std::string parquetTable(const std::string& path) const override;
     /// The target becomes a folder of files. Spark stores no entry in a Parquet file.
     std::string fileOf(const std::string& select, const FileTarget& target) const override;

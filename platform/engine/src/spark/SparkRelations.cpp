@@ -1,11 +1,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "ErrorIds.h"
-#include "datafile/RaisedFault.h"
-#include "datafile/StorageWords.h"
 #include "expression/FieldTypes.h"
-#include "expression/FunctionCall.h"
 #include "spark/SparkDialect.h"
 #include "spark/SparkSql.h"
 
@@ -17,15 +13,12 @@ namespace {
 /// The server takes no larger number in a LIMIT.
 constexpr std::int64_t kMostInLimit = std::numeric_limits<std::int32_t>::max();
 
-/// A value that no file has, so that an empty value and an empty text in quotes differ.
-constexpr const char* kNoValue = "\\ue000hv\\ue001";
-
 /// The hidden column of the server with the file and the place of each record.
 constexpr const char* kFileMetadata = "_metadata";
 
-/// The options that read and write CSV as RFC 4180 says.
+/// The options that write CSV as RFC 4180 says.
 constexpr const char* kCsvOptions =
-    "'sep' = ',', 'quote' = '\"', 'escape' = '\"', 'encoding' = 'UTF-8', 'inferSchema' = 'false', "
+    "'sep' = ',', 'quote' = '\"', 'escape' = '\"', 'encoding' = 'UTF-8', "
     "'ignoreLeadingWhiteSpace' = 'false', 'ignoreTrailingWhiteSpace' = 'false'";
 
 /// A path as a pattern of the file system that only this path fits.
@@ -39,73 +32,6 @@ std::string literalPattern(const std::string& path)
         pattern += c;
     }
     return pattern;
-}
-
-std::string sparkFile(const SparkDialect& dialect, const char* format, const std::string& path)
-{
-    return format + ("." + dialect.name(literalPattern(path)));
-}
-
-std::string positionName(std::size_t position)
-{
-    return "c" + std::to_string(position);
-}
-
-/// The text of a CSV file as a value of the field's type; missing if it does not convert.
-std::string converted(const SparkDialect& dialect, const std::string& text, ValueType type)
-{
-    switch (type) {
-    case ValueType::Integer:
-        return functionSql(dialect, "toInteger", "String", {text});
-    case ValueType::Real:
-        return functionSql(dialect, "toReal", "String", {text});
-    case ValueType::Date:
-        return functionSql(dialect, "toDate", "String", {text});
-    case ValueType::Time:
-        return functionSql(dialect, "toTime", "String", {text});
-    case ValueType::Timestamp:
-        return functionSql(dialect, "toTimestamp", "String", {text});
-    default:
-        return text;
-    }
-}
-
-/// The value of a column of a CSV file. A text that does not convert fails the statement.
-std::string csvValue(const SparkDialect& dialect, const CsvSource& source, std::size_t position)
-{
-    const CFField& field = source.columns[position];
-    const ValueType type = valueTypeOf(field.GetStorage());
-    const std::string text = positionName(position);
-    std::string value = converted(dialect, text, type);
-    if (value == text || !source.reading.rejects.empty())
-        return value;
-    const std::string begin = raisedText(
-        errors::kBadRecord, {.step = "read",
-                             .file = source.path,
-                             .field = field.GetName(),
-                             .what = "a value of the field \"" + field.GetName() + "\" is not " +
-                                     typeWordOf(field.GetStorage()) + ": \""});
-    return "CASE WHEN " + text + " IS NOT NULL THEN coalesce(" + value + ", " +
-           dialect.raised(dialect.literal(begin) + " || left(" + text + ", 100) || '\"'", type) +
-           ") END";
-}
-
-/// The condition that all values of a record convert.
-std::string allConvert(const SparkDialect& dialect, const CsvSource& source)
-{
-    std::string all;
-    for (std::size_t i = 0; i < source.columns.size(); ++i) {
-        const std::string text = positionName(i);
-        const std::string value =
-            converted(dialect, text, valueTypeOf(source.columns[i].GetStorage()));
-        if (value != text)
-            all.append(all.empty() ? "(" : " AND (")
-                .append(text)
-                .append(" IS NULL OR ")
-                .append(value)
-                .append(" IS NOT NULL)");
-    }
-    return all;
 }
 
 } // namespace
@@ -190,41 +116,9 @@ std::string SparkDialect::replacedColumns(const datafile::Fields& fields,
     return columns;
 }
 
-std::string SparkDialect::csvTable(const CsvSource& source) const
-{
-    std::string values;
-    std::string names;
-    for (std::size_t i = 0; i < source.columns.size(); ++i) {
-        const char* separator = i == 0 ? "" : ", ";
-        values +=
-            separator + csvValue(*this, source, i) + " AS " + name(source.columns[i].GetName());
-        names += separator + positionName(i);
-    }
-    const bool skips = !source.reading.rejects.empty();
-    const std::string condition = skips ? allConvert(*this, source) : "";
-    return "(SELECT " + values + " FROM " + sparkFile(*this, "csv", source.path) + " WITH (" +
-           kCsvOptions + ", 'header' = '" + (source.hasHeader ? "true" : "false") +
-           "', 'multiLine' = 'true', 'emptyValue' = '', 'nullValue' = '" + kNoValue +
-           "', 'maxColumns' = '" + std::to_string(source.columns.size() + 1) + "', 'mode' = '" +
-           (skips ? "DROPMALFORMED" : "FAILFAST") + "') AS t(" + names + ")" +
-           (condition.empty() ? "" : " WHERE " + condition) + ")";
-}
-
-std::string SparkDialect::rejectScansOf(const std::string& rejects) const
-{
-    return rejects + "_scans"; // the server makes none
-}
-
-std::string SparkDialect::readsAll(const std::string& columns) const
-{
-    // The server does not read columns that a statement does not use. It knows that a hash is never
-    // missing, but not its range.
-    return "hash(" + columns + ") <= 2147483647";
-}
-
 std::string SparkDialect::parquetTable(const std::string& path) const
 {
-    return sparkFile(*this, "parquet", path);
+    return "parquet." + name(literalPattern(path));
 }
 
 std::string SparkDialect::fileOf(const std::string& select, const FileTarget& target) const
