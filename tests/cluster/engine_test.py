@@ -8,8 +8,6 @@ from spark_cluster import Cluster
 # The tests that a cluster cannot pass, with the reasons. ClusterTest has what it refuses.
 LEFT_OUT = {
     "StepTest.EachStepGivesItsRecordsOrNamesItsFault": "the text of an overflow is the database's",
-    "StepTest.AResultBeyondItsTypeIsMissingAndReported": "the cluster does not count such results",
-    "FaultPartsTest.OfMessagesAreDataToo": "likewise",
     "ReadWriteTest.FilesThatCannotBeReadAreNamed": "an HVBF output is a folder",
     "ReadWriteTest.SealedFilesOpenWithTheirPasswordOnly": "files are not sealed",
     "ReadWriteTest.ConfigurationsAreChecked": "maps are refused before their settings are read",

@@ -192,8 +192,8 @@ TEST_F(StepTest, AResultBeyondItsTypeIsMissingAndReported)
         {"1.7e308", "0.0,0.0,,4", 1},
         {"if (x.age > 30) 1e-200 else -1e-200", "1e-200,0.0,-5e-201,4", 0},
         {"if (x.name == \"Ann\") 1.5 else null", ",,1.5,1", 0},
-        {"1e15 + (if (x.age > 30) 1 else if (x.age > 0) 2 else null)",
-         "0.5773502691896258,0.33333333333333337,1000000000000001.6,3", 0},
+        {"1e15 + (if (x.age > 30) 1 else if (x.age > 0) 4 else null)",
+         "1.7320508075688772,3.0,1000000000000003.0,3", 0},
     };
     for (const auto& [values, result, messages] : kSpreads) {
         SCOPED_TRACE(values);

@@ -137,9 +137,11 @@ std::string DuckSession::beginAddition(const std::string& table, const std::stri
     return duckDialect().addition(quotedIdentifier(table), select);
 }
 
-std::string DuckSession::finiteResult(std::int64_t count, const std::string& value) const
+std::string DuckSession::finiteResults(const std::string& select, const ResultColumns& columns)
 {
-    return Overflows::call(count, value);
+    return columns.selectFrom("(" + select + ")", [](const ResultColumns::Finite& column) {
+        return Overflows::call(column.count, column.name);
+    });
 }
 
 void DuckSession::dropTable(const std::string& table, TableOwner)

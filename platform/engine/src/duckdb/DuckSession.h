@@ -25,7 +25,7 @@ public:
     void endAddition() override { query("COMMIT"); }
     void undoAddition() override { query("ROLLBACK"); }
     void dropTable(const std::string& table, TableOwner owner) override;
-    std::string finiteResult(std::int64_t count, const std::string& value) const override;
+    std::string finiteResults(const std::string& select, const ResultColumns& columns) override;
     std::string parquetTable(const std::string& path) const override;
     ParquetColumns parquetColumns(const std::string& path) override;
     void describeColumns(const std::string& path, const std::string& origin,

@@ -11,6 +11,7 @@
 #include "runtime/Progress.h"
 #include "runtime/QueryFaults.h"
 #include "runtime/RecordBatch.h"
+#include "runtime/ResultColumns.h"
 
 namespace EmbeddedHV {
 
@@ -93,9 +94,9 @@ public:
     virtual void undoAddition() = 0;
     /// Drops a table if it exists.
     virtual void dropTable(const std::string& table, TableOwner owner) = 0;
-    /// SQL for a result of the type Real, or missing if it is infinite. `count` is a number of
-    /// `overflows`, which counts such results if the backend can count them.
-    virtual std::string finiteResult(std::int64_t count, const std::string& value) const = 0;
+    /// The SELECT with the records of a SELECT, in their order, in which the infinite values of
+    /// some columns are missing. The next statement that contains it counts them in `overflows`.
+    virtual std::string finiteResults(const std::string& select, const ResultColumns& columns) = 0;
 
     /// The FROM item that reads a Parquet file or folder.
     virtual std::string parquetTable(const std::string& path) const = 0;

@@ -30,12 +30,14 @@ struct SparkClasses
     jmethodID command = nullptr;
     jmethodID registerView = nullptr;
     jmethodID newUpload = nullptr;
+    jmethodID addCounted = nullptr;
     jmethodID interrupt = nullptr;
     jmethodID close = nullptr;
     jmethodID next = nullptr;
     jmethodID takeBatch = nullptr;
     jmethodID streamSchema = nullptr;
     jmethodID progress = nullptr;
+    jmethodID counts = nullptr;
     jmethodID endStream = nullptr;
     jmethodID newBatch = nullptr;
     jmethodID records = nullptr;
@@ -151,6 +153,17 @@ void call(const SparkClasses& classes, const JavaScope& scope, jobject object, j
     throwFault(classes, scope);
 }
 
+std::vector<std::int64_t> numbersOf(const JavaScope& scope, jobject list)
+{
+    JNIEnv* const env = scope.env();
+    const auto numbers = static_cast<jlongArray>(list);
+    std::vector<std::int64_t> result(static_cast<std::size_t>(env->GetArrayLength(numbers)));
+    static_assert(sizeof(jlong) == sizeof(std::int64_t));
+    env->GetLongArrayRegion(numbers, 0, static_cast<jsize>(result.size()),
+                            reinterpret_cast<jlong*>(result.data()));
+    return result;
+}
+
 /// Calls close and ignores its exceptions: whoever closes needs nothing more.
 void closeQuietly(JavaVM* machine, const JavaObject& object, jmethodID close) noexcept
 {
@@ -212,12 +225,14 @@ SparkClasses::SparkClasses(JavaVM* machine, const std::string& folder)
     registerView = methodOf(scope, session, "register", "(" + text + text + ")V");
     newUpload =
         methodOf(scope, session, "upload", "([" + text + "[" + text + ")L" HV_CLUSTER "RowUpload;");
+    addCounted = methodOf(scope, session, "addCounted", "(" + text + text + "[" + text + ")V");
     interrupt = methodOf(scope, session, "interrupt", "(" + text + ")I");
     close = methodOf(scope, session, "close", "()V");
     next = methodOf(scope, stream, "next", "()I");
     takeBatch = methodOf(scope, stream, "batch", std::string("()") + kBatchType);
     streamSchema = methodOf(scope, stream, "schema", "()" + text);
     progress = methodOf(scope, stream, "progress", "()[J");
+    counts = methodOf(scope, stream, "counts", "()[J");
     endStream = methodOf(scope, stream, "close", "()V");
     newBatch = methodOf(scope, batch, "<init>", "(JLjava/nio/ByteBuffer;[J)V");
     records = methodOf(scope, batch, "records", "()J");
@@ -298,10 +313,8 @@ ArrowBlock SparkStream::batch()
     const jobject block = called(classes, scope, batch, classes.block);
     result.bytes = static_cast<std::uint8_t*>(env->GetDirectBufferAddress(block));
     result.size = static_cast<std::size_t>(env->GetDirectBufferCapacity(block));
-    const auto layout = static_cast<jlongArray>(called(classes, scope, batch, classes.layout));
-    result.layout.resize(static_cast<std::size_t>(env->GetArrayLength(layout)));
-    env->GetLongArrayRegion(layout, 0, static_cast<jsize>(result.layout.size()),
-                            reinterpret_cast<jlong*>(result.layout.data()));
+    const jobject layout = called(classes, scope, batch, classes.layout);
+    result.layout = numbersOf(scope, layout);
     return result;
 }
 
@@ -322,6 +335,13 @@ double SparkStream::progress()
     scope.env()->GetLongArrayRegion(numbers, 0, 2, tasks);
     throwFault(classes, scope);
     return tasks[0] > 0 ? static_cast<double>(tasks[1]) / static_cast<double>(tasks[0]) : 0;
+}
+
+std::vector<std::int64_t> SparkStream::counts() const
+{
+    const SparkClasses& classes = _library->classes();
+    const JavaScope scope(_library->machine());
+    return numbersOf(scope, called(classes, scope, _stream.get(), classes.counts));
 }
 
 SparkClient::SparkClient(const SparkLibrary& library, const std::string& url,
@@ -391,6 +411,15 @@ void SparkClient::registerView(const std::string& view, const std::string& query
     const JavaScope scope(_library.machine());
     const jvalue arguments[] = {valueOf(scope.text(view)), valueOf(scope.text(query))};
     call(_classes, scope, _session.get(), _classes.registerView, arguments);
+}
+
+void SparkClient::addCounted(const std::string& name, const std::string& query,
+                             const std::vector<std::string>& metrics)
+{
+    const JavaScope scope(_library.machine());
+    const jvalue arguments[] = {valueOf(scope.text(name)), valueOf(scope.text(query)),
+                                valueOf(scope.texts(metrics))};
+    call(_classes, scope, _session.get(), _classes.addCounted, arguments);
 }
 
 void SparkClient::interrupt(const std::string& tag)

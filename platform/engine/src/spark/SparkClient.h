@@ -67,6 +67,9 @@ public:
     std::string schema();
     /// The share of the tasks that the server knows which are done, from 0 to 1.
     double progress();
+    /// The metrics of SparkClient::addCounted in the statement: a name and a value in turn.
+    /// Complete at the end.
+    std::vector<std::int64_t> counts() const;
 
 private:
     const SparkLibrary* _library;
@@ -101,6 +104,11 @@ public:
     SparkStream command(const std::string& sql, const std::string& tag);
     /// Makes a query a view, which ends with the session.
     void registerView(const std::string& view, const std::string& query);
+    /// Defines a query that later statements may read by its name, which occurs in no other text.
+    /// Its records are counted on the way: `metrics` has the name of a metric, an integer, and its
+    /// aggregate, in turn. Asks the server nothing.
+    void addCounted(const std::string& name, const std::string& query,
+                    const std::vector<std::string>& metrics);
     /// Interrupts the statements with the tag. Any thread.
     void interrupt(const std::string& tag);
 

@@ -9,11 +9,13 @@
 #include "datafile/FieldMetadata.h"
 #include "expression/FieldTypes.h"
 #include "runtime/DataModel.h"
+#include "runtime/Overflows.h"
 #include "spark/SparkBatch.h"
 #include "spark/SparkColumns.h"
 #include "spark/SparkDialect.h"
 #include "spark/SparkEngine.h"
 #include "spark/SparkPaths.h"
+#include "spark/SparkSql.h"
 #include "spark/SparkWatch.h"
 
 namespace EmbeddedHV {
@@ -134,6 +136,16 @@ void SparkSession::follow(SparkStream stream, const std::string& tag, Cancellati
             throw;
         }
     }
+    countOverflows(stream);
+}
+
+/// Adds what a statement that has ended has counted.
+void SparkSession::countOverflows(const SparkStream& stream)
+{
+    const std::vector<std::int64_t> counts = stream.counts();
+    for (std::size_t i = 0; i + 1 < counts.size(); i += 2)
+        if (OverflowCount* const count = overflows().find(counts[i]))
+            *count += static_cast<std::uint64_t>(counts[i + 1]);
 }
 
 std::vector<std::vector<SparkValue>> SparkSession::texts(const std::string& sql,
@@ -263,9 +275,25 @@ void SparkSession::dropTable(const std::string& table, TableOwner owner)
         explained([&] { runCommand(*_client, "DROP TABLE IF EXISTS " + tableName(table, owner)); });
 }
 
-std::string SparkSession::finiteResult(std::int64_t, const std::string& value) const
+/// The server may compute a record twice, for example to sort by ranges. So it counts the different
+/// keys of the records, by their hashes, not the records.
+std::string SparkSession::finiteResults(const std::string& select, const ResultColumns& columns)
 {
-    return sparkDialect().finiteReal(value);
+    std::string keys;
+    for (const std::string& key : columns.keys)
+        keys += (keys.empty() ? "" : ", ") + key;
+    std::vector<std::string> metrics;
+    for (const ResultColumns::Finite& column : columns.finite) {
+        metrics.push_back(std::to_string(column.count));
+        metrics.push_back(sparkSql("size(collect_set(CASE WHEN NOT abs($1) < " HV_SPARK_INFINITY
+                                   " THEN xxhash64($2) END))",
+                                   {column.name, keys.empty() ? "1" : keys}));
+    }
+    const std::string view = newView() + "_counted";
+    _client->addCounted(view, select, metrics);
+    return columns.selectFrom(view, [](const ResultColumns::Finite& column) {
+        return sparkDialect().finiteReal(column.name);
+    });
 }
 
 std::string SparkSession::parquetTable(const std::string& path) const

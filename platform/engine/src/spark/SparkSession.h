@@ -40,7 +40,7 @@ public:
     void endAddition() override;
     void undoAddition() override;
     void dropTable(const std::string& table, TableOwner owner) override;
-    std::string finiteResult(std::int64_t count, const std::string& value) const override;
+    std::string finiteResults(const std::string& select, const ResultColumns& columns) override;
     std::string parquetTable(const std::string& path) const override;
     std::string parquetRecords(const std::string& path, const Fields& columns) const override;
     void keepOrder(bool isKept) override { _keepsOrder = isKept; }
@@ -95,6 +95,7 @@ public:
 private:
     StatementFault meaningOf(const ClusterFault& fault);
     void makeJobDatabase();
+    void countOverflows(const SparkStream& stream);
     std::string linesOf(const std::string& table);
     std::string parquetSchema(const std::string& path);
     std::string ordered(const std::string& table, const Fields& fields) const;

@@ -79,7 +79,8 @@ struct Aggregation
     std::vector<AggregateColumn> columns;
     std::set<std::string> inputs; ///< the fields that it reads
     bool ordered = false;         ///< whether a result depends on the order of the records
-    OverflowedOutputs overflowing;
+    ResultColumns results;
+    OverflowedOutputs overflowing; ///< those of the finite columns, which it keeps
 };
 
 AggregateCall callOf(const Dialect& dialect, const AggregateFunction& function,
@@ -153,18 +154,20 @@ void addOutput(StepCall& call, const Settings& output, const std::string& number
     aggregation.fields.push_back(resultField(name, function, input));
     const Dialect& dialect = call.context.dialect;
     const bool isReal = aggregation.fields.back().GetStorage() == CFField::Real;
-    std::shared_ptr<OverflowedOutput> overflowed;
+    ResultColumns& results = aggregation.results;
+    results.all.push_back(dialect.name(name));
+    if (function.function == Aggregate::Key)
+        results.keys.push_back(results.all.back());
     if (isReal && function.missingBeyondRange) {
-        overflowed = std::make_shared<OverflowedOutput>(*call.context.session, name);
-        aggregation.overflowing.push_back(overflowed);
+        aggregation.overflowing.push_back(
+            std::make_shared<OverflowedOutput>(*call.context.session, name));
+        results.finite.push_back({results.all.back(), aggregation.overflowing.back()->number()});
     }
     // The database computes the sum of integers in a wider type. The cast checks that it fits.
     const ValueType type = valueTypeOf(aggregation.fields.back().GetStorage());
     aggregation.columns.push_back(
-        {callOf(dialect, function, input, "t." + number, centile), dialect.name(name),
-         [&dialect, overflowed, type](const std::string& result) {
-             return dialect.cast(overflowed ? overflowed->finite(result) : result, type);
-         }});
+        {callOf(dialect, function, input, "t." + number, centile), results.all.back(),
+         [&dialect, type](const std::string& result) { return dialect.cast(result, type); }});
     aggregation.ordered |= function.needsOrder;
 }
 
@@ -184,15 +187,19 @@ StepResult planAggregate(StepCall& call)
         addOutput(call, settings.objectAt(outputs, "output", i), number, aggregation);
     settings.reportOthers(call.context.message);
     Fields fields = aggregation.fields;
+    Session& session = *call.context.session;
     // Record numbers need an extra pass, so they are added only for functions that depend on the
     // order.
-    const NodePtr node =
-        derivedNode(std::move(fields), {call.input()},
-                    [aggregation, number, &dialect](const std::vector<std::string>& inputs) {
-                        return dialect.aggregated(
-                            aggregation.ordered ? dialect.ordered(inputs[0], number) : inputs[0],
-                            aggregation.columns);
-                    });
+    const auto select = [aggregation, number, &dialect,
+                         &session](const std::vector<std::string>& inputs) {
+        std::string records =
+            dialect.aggregated(aggregation.ordered ? dialect.ordered(inputs[0], number) : inputs[0],
+                               aggregation.columns);
+        return aggregation.results.finite.empty()
+                   ? records
+                   : session.finiteResults(records, aggregation.results);
+    };
+    const NodePtr node = derivedNode(std::move(fields), {call.input()}, select);
     node->reads = Reads::Listed;
     node->readFields = std::move(aggregation.inputs);
     if (!aggregation.overflowing.empty())

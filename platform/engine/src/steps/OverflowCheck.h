@@ -23,8 +23,8 @@ public:
     ~OverflowedOutput();
 
     const std::string& name() const { return _name; }
-    /// SQL for the value, or a missing value that is counted. `value` is SQL for a real.
-    std::string finite(const std::string& value) const { return _session.finiteResult(_id, value); }
+    /// The number of the count in the session's overflows.
+    std::int64_t number() const { return _id; }
     /// The count since the previous call.
     std::uint64_t takeCount() { return _count.exchange(0); }
 

@@ -10,7 +10,6 @@ import org.apache.spark.connect.proto.KeyValue;
 import org.apache.spark.connect.proto.LocalRelation;
 import org.apache.spark.connect.proto.Plan;
 import org.apache.spark.connect.proto.Relation;
-import org.apache.spark.connect.proto.SQL;
 import org.apache.spark.connect.proto.SqlCommand;
 import org.apache.spark.connect.proto.WriteOperation;
 import org.apache.spark.sql.connect.client.SparkConnectClient;
@@ -26,6 +25,7 @@ public final class ClusterSession implements AutoCloseable
     private final Connection connection;
     private final SparkConnectClient client;
     private final long retryMillis;
+    private final CountedQueries counted = new CountedQueries();
     private boolean isClosed;
 
     /**
@@ -87,6 +87,18 @@ public final class ClusterSession implements AutoCloseable
     {
         return start(planOf(Command.newBuilder()
             .setSqlCommand(SqlCommand.newBuilder().setInput(relation(sql)))), sql, tag);
+    }
+
+    /**
+     * Defines a query whose records are counted while a later statement reads it by its name. The statement's
+     * ResultStream has the counts. Asks the server nothing.
+     *
+     * @param name occurs in no text but those that read the query
+     * @param metrics the name of a metric, which is an integer, and its aggregate in SQL, an INT, in turn
+     */
+    public void addCounted(String name, String query, String... metrics)
+    {
+        counted.add(name, query, metrics);
     }
 
     /** Registers a query as a view, in the place of one of this name. */
@@ -154,9 +166,9 @@ public final class ClusterSession implements AutoCloseable
         return "`" + name.replace("`", "``") + "`";
     }
 
-    private static Relation relation(String sql)
+    private Relation relation(String sql)
     {
-        return Relation.newBuilder().setSql(SQL.newBuilder().setQuery(sql)).build();
+        return counted.relation(sql);
     }
 
     private static Plan planOf(Command.Builder command)

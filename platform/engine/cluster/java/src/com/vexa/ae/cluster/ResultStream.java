@@ -1,9 +1,13 @@
 package com.vexa.ae.cluster;
 
 import java.util.Arrays;
+import java.util.LinkedHashMap;
+import java.util.Map;
+import java.util.stream.LongStream;
 import org.apache.spark.connect.proto.DataType;
 import org.apache.spark.connect.proto.ExecutePlanResponse;
 import org.apache.spark.connect.proto.ExecutePlanResponse.ExecutionProgress;
+import org.apache.spark.connect.proto.ExecutePlanResponse.ObservedMetrics;
 import org.apache.spark.sql.util.CloseableIterator;
 
 /** A running statement: its records in batches, and its progress in between. One thread at a
@@ -20,6 +24,7 @@ public final class ResultStream implements AutoCloseable
     private final CloseableIterator<ExecutePlanResponse> responses;
     private final ArrowReader reader = new ArrowReader();
     private final long[] progress = new long[4];
+    private final Map<String, Long> counts = new LinkedHashMap<>();
     private ColumnBatch batch;
     private String schema = "";
     private boolean isClosed;
@@ -42,6 +47,7 @@ public final class ResultStream implements AutoCloseable
                 if (response.hasSchema()) {
                     schema = schemaOf(response.getSchema());
                 }
+                response.getObservedMetricsList().forEach(this::readCounts);
                 if (response.hasArrowBatch()) {
                     batch = reader.read(response.getArrowBatch().getData());
                     return BATCH;
@@ -78,6 +84,13 @@ public final class ResultStream implements AutoCloseable
         return progress.clone();
     }
 
+    /** The metrics of ClusterSession.addCounted: a name and a value in turn. Complete at END. */
+    public long[] counts()
+    {
+        return counts.entrySet().stream()
+            .flatMapToLong(count -> LongStream.of(Long.parseLong(count.getKey()), count.getValue())).toArray();
+    }
+
     /** Tells the server that no more records are needed. Does not interrupt a statement that
      * runs. */
     @Override
@@ -103,6 +116,14 @@ public final class ResultStream implements AutoCloseable
             progress[2] += stage.getInputBytesRead();
         }
         progress[3] = report.getNumInflightTasks();
+    }
+
+    /** A query that the server did not need to run has no values. */
+    private void readCounts(ObservedMetrics metrics)
+    {
+        for (int index = 0; index < metrics.getValuesCount(); ++index) {
+            counts.put(metrics.getKeys(index), (long) metrics.getValues(index).getInteger());
+        }
     }
 
     private static String schemaOf(DataType type)

@@ -15,6 +15,7 @@ import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
 import java.util.Map;
+import java.util.TreeMap;
 import java.util.concurrent.Callable;
 import java.util.concurrent.ExecutorService;
 import java.util.concurrent.Executors;
@@ -172,6 +173,50 @@ class ClusterSessionTest
             ClusterFault fault = assertThrows(ClusterFault.class,
                 () -> records(session, "SELECT * FROM `a ``view`"));
             assertEquals("TABLE_OR_VIEW_NOT_FOUND", fault.condition());
+        }
+    }
+
+    /** What a statement, a query or one that writes, has counted. */
+    private static Map<Long, Long> counts(ResultStream statement) throws ClusterFault
+    {
+        Map<Long, Long> counts = new TreeMap<>();
+        try (statement) {
+            while (statement.next() != ResultStream.END) {
+                // Records and progress
+            }
+            long[] numbers = statement.counts();
+            for (int index = 0; index < numbers.length; index += 2) {
+                counts.put(numbers[index], numbers[index + 1]);
+            }
+        }
+        return counts;
+    }
+
+    @Test
+    void recordsAreCountedOnTheirWay() throws ClusterFault
+    {
+        String odd = "size(collect_set(CASE WHEN k % 2 = 1 THEN k END))";
+        String great = "size(collect_set(CASE WHEN s > 20 THEN k END))";
+        try (ClusterSession session = open()) {
+            session.addCounted("first_counted",
+                "SELECT id % 10 AS k, sum(id) AS s FROM range(0, 50, 1, 4) GROUP BY 1 ORDER BY 1",
+                "7", odd, "12", great);
+            session.addCounted("second_counted",
+                "SELECT k % 4 AS k, count(*) AS s FROM first_counted GROUP BY 1", "3", odd);
+            assertEquals(Map.of(7L, 5L, 12L, 10L), counts(session.query("SELECT k FROM first_counted", "")));
+            for (String all : List.of(
+                // Sorts by ranges, for which the server looks at the records twice
+                "SELECT * FROM first_counted ORDER BY s DESC",
+                "SELECT * FROM first_counted a JOIN first_counted b USING (k)",
+                "SELECT count(*) FROM first_counted",
+                "SELECT * FROM first_counted WHERE k = 3")) {
+                assertEquals(Map.of(7L, 5L, 12L, 10L), counts(session.query(all, "")), all);
+            }
+            String write = "INSERT OVERWRITE DIRECTORY '" + SCRATCH + "/counted' USING parquet ";
+            assertEquals(Map.of(3L, 2L, 7L, 5L, 12L, 10L),
+                counts(session.command(write + "SELECT * FROM second_counted", "")));
+            assertEquals(Map.of(), counts(session.query("SELECT 1", "")));
+            assertEquals(List.of("BIGINT", "BIGINT"), types(session.schema("SELECT * FROM second_counted")));
         }
     }
 
