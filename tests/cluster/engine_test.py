@@ -1,10 +1,13 @@
 """Runs the engine's own tests of jobs on a cluster of this machine instead of its database."""
 import os
+import re
 import subprocess
 import sys
+import threading
 
 from spark_cluster import Cluster
 
+SECONDS = 1700
 # The tests that a cluster cannot pass, with the reasons. ClusterTest has what it refuses.
 LEFT_OUT = {
     "StepTest.EachStepGivesItsRecordsOrNamesItsFault": "the text of an overflow is the database's",
@@ -17,6 +20,21 @@ LEFT_OUT = {
     "RowIteratorTest.OnlyWhatAJobNeedsIsAskedFor": "all fields are sent",
     "JobLifeTest.AFullDiskIsToldAndLeavesNothing": "the workers have no limit for their files",
 }
+# What the checks of -Xcheck:jni print.
+COMPLAINT = re.compile("in native method|JNI local refs|JNI call made")
+
+
+def run(words, environment):
+    """Runs the program and shows its output. Returns its status, or 1 if the Java virtual machine complains."""
+    complains = False
+    with subprocess.Popen(words, env=environment, stdout=subprocess.PIPE, text=True, errors="replace") as program:
+        timer = threading.Timer(SECONDS, program.kill)
+        timer.start()
+        for line in program.stdout:
+            print(line, end="", flush=True)
+            complains = complains or bool(COMPLAINT.search(line))
+        timer.cancel()
+    return program.returncode or int(complains)
 
 
 def main():
@@ -25,7 +43,7 @@ def main():
         environment = dict(os.environ, HV_TEST_ENGINE_URL=cluster.url,
                            HV_TEST_ENGINE_SCRATCH=f"file:{cluster.scratch}")
         words = [program, f"--gtest_filter=-{':'.join(LEFT_OUT)}"]
-        status = subprocess.run(words, check=False, env=environment, timeout=1700).returncode
+        status = run(words, environment)
         left = sorted(path.name for path in cluster.scratch.iterdir())
         if left:
             print(f"left in the scratch folder: {left}")

@@ -29,7 +29,7 @@ JNIEnv* startedMachine()
     using Create = jint (*)(JavaVM**, void**, void*);
     const auto create = reinterpret_cast<Create>(dlsym(library, "JNI_CreateJavaVM"));
     std::string classPath = "-Djava.class.path=" + variable("HV_TEST_COMPONENTS") + "/hvengine.jar";
-    std::array<std::string, 3> texts{classPath, "-Xrs", "-Xmx512m"};
+    std::array<std::string, 4> texts{classPath, "-Xrs", "-Xmx512m", "-Xcheck:jni"};
     std::array<JavaVMOption, texts.size()> options{};
     for (std::size_t i = 0; i < texts.size(); ++i)
         options[i].optionString = texts[i].data();

@@ -111,6 +111,8 @@ void Job::startOver(Planner& planner)
 
 void Job::runStatement(Statement& statement)
 {
+    // Now, because an output may begin to write before the SQL runs.
+    _cancellation.resume();
     _context.session->keepOrder(true);
     for (Node* node : inputsFirst(*statement.result, Walk::UpToTables))
         if (node->shared && node->table.empty())
@@ -191,7 +193,6 @@ void Job::evaluate(Node& node, const Statement& statement)
 
 void Job::execute(const std::string& sql, Node& node, const Statement& statement, Output* taker)
 {
-    _cancellation.resume();
     throwIfCancelled();
     Session& session = _context.sessionOf(node);
     std::vector<SourceCheck*> checks;

@@ -70,6 +70,12 @@ void BatchPipe::fail()
     _changed.notify_all();
 }
 
+void BatchPipe::awaitBegin()
+{
+    std::unique_lock lock(_mutex);
+    _changed.wait(lock, [this] { return _batch || _state != State::Open; });
+}
+
 void BatchPipe::closeReader()
 {
     const std::lock_guard lock(_mutex);

@@ -24,6 +24,8 @@ public:
     void finish();
     /// The statement that reads the records fails.
     void fail();
+    /// Waits for the first batch, finish or fail.
+    void awaitBegin();
     /// The statement has ended, so that no batch will be read.
     void closeReader();
 

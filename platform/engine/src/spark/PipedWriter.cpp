@@ -36,6 +36,9 @@ void PipedWriter::write(const std::string& statement, DuckSession* session)
     const auto run = [&](DuckSession& writer) {
         writer.run(statement, _cancellation, [](double) {});
     };
+    // A thread of the database that waits for another one uses a core meanwhile, and the cluster
+    // may take minutes until it returns the first record.
+    _pipe.awaitBegin();
     try {
         if (session) {
             run(*session);

@@ -15,6 +15,8 @@ namespace EmbeddedHV {
 namespace {
 
 constexpr std::size_t kBlockBytes = std::size_t{8} << 20;
+/// A server with a heap of one gigabyte, its default, failed for blocks of 650,000 short records.
+constexpr std::size_t kBlockRecords = 131072;
 constexpr std::size_t kAlignment = 8; ///< of the parts of a block
 
 template <class Number>
@@ -173,7 +175,7 @@ void SparkUpload::add(const RecordBatch& batch)
         takeColumn(_columns[i + 1], batch.column(i), rows);
     _rows += rows;
     countBytes(size() - before);
-    if (size() >= kBlockBytes)
+    if (size() >= kBlockBytes || _rows >= kBlockRecords)
         sendBlock();
 }
 
