@@ -10,7 +10,6 @@ from spark_cluster import Cluster
 SECONDS = 1700
 # The tests that a cluster cannot pass, with the reasons. ClusterTest has what it refuses.
 LEFT_OUT = {
-    "StepTest.EachStepGivesItsRecordsOrNamesItsFault": "the text of an overflow is the database's",
     "ReadWriteTest.FilesThatCannotBeReadAreNamed": "an HVBF output is a folder",
     "ReadWriteTest.SealedFilesOpenWithTheirPasswordOnly": "files are not sealed",
     "ReadWriteTest.ConfigurationsAreChecked": "maps are refused before their settings are read",

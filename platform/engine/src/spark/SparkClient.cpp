@@ -129,9 +129,11 @@ void throwFault(const SparkClasses& classes, const JavaScope& scope)
     if (env->ExceptionCheck() == JNI_FALSE)
         return;
     const jthrowable thrown = env->ExceptionOccurred();
-    if (env->IsInstanceOf(thrown, classes.fault) == JNI_FALSE)
+    env->ExceptionClear(); // few functions may be called with a pending exception
+    if (env->IsInstanceOf(thrown, classes.fault) == JNI_FALSE) {
+        env->Throw(thrown);
         throw ClusterFault(ClusterFaultKind::Use, takeJavaException(scope));
-    env->ExceptionClear();
+    }
     const jobject data = env->CallObjectMethodA(thrown, classes.faultData, nullptr);
     if (env->ExceptionCheck() == JNI_TRUE)
         throw ClusterFault(ClusterFaultKind::Use, takeJavaException(scope));
