@@ -76,9 +76,11 @@ constexpr const char* kNeedsOtherLines =
     "ELSE value <> '\\r' AND value RLIKE '^[\\u0000- ]+$' END";
 
 /// Looks at all lines of a file, which takes several tasks less time than one task takes to read
-/// the records.
+/// the records, unless only the first ones are wanted.
 Records recordsOf(SparkSession& session, const CsvReadSettings& settings)
 {
+    if (settings.mostRecords != UINT64_MAX)
+        return Records::MaySpanLines;
     try {
         const auto found = session.texts(
             std::string("SELECT CAST(count_if(") + kNeedsOtherLines +

@@ -51,7 +51,7 @@ public:
     std::string replacedColumns(const datafile::Fields& fields,
                                 const std::vector<NewColumn>& replaced) const override;
 
-    /// The path of a file or folder is an URI as the cluster sees it, and no pattern.
+    /// The path of a file or folder is a URI as the cluster sees it, and no pattern.
     std::string parquetTable(const std::string& path) const override;
     /// The target becomes a folder of files. Spark stores no entry in a Parquet file.
     std::string fileOf(const std::string& select, const FileTarget& target) const override;

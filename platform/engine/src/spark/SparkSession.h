@@ -81,7 +81,7 @@ public:
     std::string textIn(const std::string& path);
     /// The records of a small query of texts.
     std::vector<std::vector<SparkValue>> texts(const std::string& sql, std::size_t columns);
-    /// The folder of the job on the cluster, as an URI. Makes the job's database.
+    /// The folder of the job on the cluster, as a URI. Makes the job's database.
     std::string jobFolder();
     /// Whether the connection is lost, so that nothing can be removed on the cluster.
     bool isLost() const { return _isLost; }
