@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr std::size_t kCopyBlock = std::size_t{256} * 1024;
+constexpr std::size_t kUtf8Block = std::size_t{256} * 1024;
 
 /// Copies the file to UTF-8, in a file without a name.
 class Utf8Copy
@@ -48,7 +48,7 @@ std::shared_ptr<datafile::ScratchFile> Utf8Copy::make()
     if (!source)
         failToRead(_path);
     std::string pending;
-    std::string block(kCopyBlock, '\0');
+    std::string block(kUtf8Block, '\0');
     ssize_t got = 0;
     while ((got = source.readUpTo(block.data(), block.size())) > 0) {
         _look();
