@@ -12,7 +12,8 @@ struct ProgramTask
     std::vector<std::string> words; ///< of hvhost
     std::string statement;
     double limit;
-    std::string output = {}; ///< a file that both write anew in each run; empty for none
+    /// The file that both write. It is removed before each run. If this is empty, nothing is.
+    std::string output = {};
 };
 
 /// Runs hvhost and, as the baseline, `program` of this directory with DIRECTORY, the statement and
