@@ -39,6 +39,38 @@ CFField::StorageType storageOfType(const std::string& type)
     return CFField::String;
 }
 
+/// The records of a query of texts.
+std::vector<std::vector<SparkValue>> textsOf(SparkStream stream, std::size_t columns)
+{
+    std::vector<std::vector<SparkValue>> records;
+    const std::vector<SparkColumn> types(columns, {"", "STRING"});
+    SparkBatch batch(types);
+    SparkStream::Event event = stream.next();
+    for (; event != SparkStream::Event::End; event = stream.next()) {
+        if (event != SparkStream::Event::Batch)
+            continue;
+        batch.show(stream.batch());
+        for (std::size_t row = 0; row < batch.rows(); ++row) {
+            std::vector<SparkValue>& record = records.emplace_back();
+            for (std::size_t i = 0; i < columns; ++i) {
+                const BatchColumn column = batch.column(i);
+                record.push_back(column.isMissing(row) ? SparkValue()
+                                                       : SparkValue(column.textAt(row)));
+            }
+        }
+    }
+    return records;
+}
+
+/// The text with these lines.
+std::string linesOf(const std::vector<std::vector<SparkValue>>& records)
+{
+    std::string text;
+    for (const auto& line : records)
+        text += line[0].value_or("") + "\n";
+    return text;
+}
+
 /// Ends a statement whose records nobody needs any more.
 void interruptQuietly(SparkClient& client, const std::string& tag) noexcept
 {
@@ -47,6 +79,13 @@ void interruptQuietly(SparkClient& client, const std::string& tag) noexcept
     } catch (const std::exception&) {
         return; // a lost connection ends the statement as well
     }
+}
+
+/// Whether this process sees a file here, which then may have field metadata within.
+bool isFileHere(const std::string& path)
+{
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(path, ignored);
 }
 
 [[noreturn]] void refuseRejects()
@@ -151,40 +190,12 @@ void SparkSession::countOverflows(const SparkStream& stream)
 std::vector<std::vector<SparkValue>> SparkSession::texts(const std::string& sql,
                                                          std::size_t columns)
 {
-    return explained([&] {
-        SparkStream stream = _client->query(sql, "");
-        std::vector<std::vector<SparkValue>> records;
-        const std::vector<SparkColumn> types(columns, {"", "STRING"});
-        SparkBatch batch(types);
-        SparkStream::Event event = stream.next();
-        for (; event != SparkStream::Event::End; event = stream.next()) {
-            if (event != SparkStream::Event::Batch)
-                continue;
-            batch.show(stream.batch());
-            for (std::size_t row = 0; row < batch.rows(); ++row) {
-                std::vector<SparkValue>& record = records.emplace_back();
-                for (std::size_t i = 0; i < columns; ++i) {
-                    const BatchColumn column = batch.column(i);
-                    record.push_back(column.isMissing(row) ? SparkValue()
-                                                           : SparkValue(column.textAt(row)));
-                }
-            }
-        }
-        return records;
-    });
+    return explained([&] { return textsOf(_client->query(sql, ""), columns); });
 }
 
 std::string SparkSession::textIn(const std::string& path)
 {
-    return linesOf(sparkDialect().name(clusterPattern(path)));
-}
-
-std::string SparkSession::linesOf(const std::string& table)
-{
-    std::string text;
-    for (const auto& line : texts("SELECT * FROM text." + table, 1))
-        text += line[0].value_or("") + "\n";
-    return text;
+    return linesOf(texts("SELECT * FROM text." + sparkDialect().name(clusterPattern(path)), 1));
 }
 
 void SparkSession::makeJobDatabase()
@@ -306,8 +317,24 @@ std::string SparkSession::parquetRecords(const std::string& path, const Fields& 
     return ordered(parquetTable(path), columns);
 }
 
+/// Asks for the data model in a folder. The pattern matches the folder, too. So a missing model is
+/// no fault, which would take the client half a second.
+SparkStream SparkSession::modelOf(const std::string& path)
+{
+    const std::string name = kModelName;
+    return _client->query("SELECT * FROM text." +
+                              sparkDialect().name(clusterPattern(path) + "{,/" + name + "}") +
+                              " WITH ('pathGlobFilter' = '{" + name + ",part-*.txt}')",
+                          "");
+}
+
+/// The cluster reads the data model at the same time, because describeColumns follows.
 std::string SparkSession::parquetSchema(const std::string& path)
 {
+    _asked = path;
+    _model.reset();
+    if (!isFileHere(path))
+        _model.emplace(modelOf(path));
     return _client->schema("SELECT * FROM " + parquetTable(path));
 }
 
@@ -318,6 +345,7 @@ bool SparkSession::seesParquet(const std::string& path)
         _seen = path;
         return true;
     } catch (const ClusterFault& fault) {
+        _model.reset();
         return !fault.isCondition("PATH_NOT_FOUND");
     } catch (const JavaFailure&) {
         return true; // the next statement reports the failure
@@ -343,16 +371,15 @@ void SparkSession::describeColumns(const std::string& path, const std::string& o
                                    ParquetColumns& columns)
 {
     // The cluster does not show the metadata in a file, but this process may see the file too.
-    std::error_code ignored;
-    if (std::filesystem::is_regular_file(path, ignored))
+    if (isFileHere(path))
         return _edge.describeColumns(path, origin, columns);
     try {
-        // The pattern matches the folder, too. So a missing model is no fault, which would take the
-        // client half a second.
-        const std::string name = kModelName;
-        const std::string model =
-            linesOf(sparkDialect().name(clusterPattern(path) + "{,/" + name + "}") +
-                    " WITH ('pathGlobFilter' = '{" + name + ",part-*.txt}')");
+        const std::string model = explained([&] {
+            const bool isAsked = _model && _asked == path;
+            SparkStream lines = isAsked ? std::move(*_model) : modelOf(path);
+            _model.reset();
+            return linesOf(textsOf(std::move(lines), 1));
+        });
         if (model.empty())
             return; // another program has written the folder
         datafile::adoptMetadata(columns.fields,

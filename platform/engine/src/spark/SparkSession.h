@@ -96,7 +96,7 @@ private:
     StatementFault meaningOf(const ClusterFault& fault);
     void makeJobDatabase();
     void countOverflows(const SparkStream& stream);
-    std::string linesOf(const std::string& table);
+    SparkStream modelOf(const std::string& path);
     std::string parquetSchema(const std::string& path);
     std::string ordered(const std::string& table, const Fields& fields) const;
     void follow(SparkStream stream, const std::string& tag, Cancellation& cancellation,
@@ -110,10 +110,12 @@ private:
     bool _keepsOrder = true;
     bool _isLost = false;
     std::string _jobFolder;
-    std::string _seen;       ///< the path of seesParquet
-    std::string _seenSchema; ///< the schema of its records
-    std::string _addedTo;    ///< the table of the service to which an addition belongs
-    std::string _addition;   ///< the table of the job with the records of the addition
+    std::string _seen;                 ///< the path of seesParquet
+    std::string _seenSchema;           ///< the schema of its records
+    std::string _asked;                ///< the path of parquetSchema
+    std::optional<SparkStream> _model; ///< the lines of its data model, not read yet
+    std::string _addedTo;              ///< the table of the service to which an addition belongs
+    std::string _addition;             ///< the table of the job with the records of the addition
     int _additions = 0;
     int _views = 0;
     int _statements = 0;
