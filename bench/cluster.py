@@ -1,5 +1,5 @@
-"""A job on a Spark cluster beside the same query as plain Spark SQL through the same server, and beside the
-embedded engine: bench/cluster.py BUILD_DIRECTORY [MILLIONS_OF_RECORDS]
+"""A job on a Spark cluster beside the same query, in the same order, as plain Spark SQL through the same server,
+and beside the embedded engine: bench/cluster.py BUILD_DIRECTORY [MILLIONS_OF_RECORDS]
 
 Both are programs, measured from start to end: hvhost, and one that runs a statement by the client of the cluster
 alone. Starts a cluster of two workers on this machine, makes the records there, and prints one line for each
@@ -37,7 +37,8 @@ join({"matchFields": [{"sales": "shop", "regions": "shop"}],
 """
 PLAIN = """command INSERT OVERWRITE DIRECTORY 'file:%(out)s' USING parquet
 SELECT region, count(*) AS records, sum(price * pieces) AS amount, avg(price) AS price_mean
-FROM parquet.`file:%(sales)s` JOIN parquet.`file:%(regions)s` USING (shop) GROUP BY region"""
+FROM parquet.`file:%(sales)s` JOIN parquet.`file:%(regions)s` USING (shop) GROUP BY region
+ORDER BY region"""
 RECORDS = """command INSERT OVERWRITE DIRECTORY 'file:%s' USING parquet
 SELECT hash(id, 1) %% 5000 + 5000 AS shop, (hash(id, 2) %% 100000) / 64D + 2000 AS price,
 pmod(hash(id, 3), 20) AS pieces FROM range(0, %d, 1, 8)"""

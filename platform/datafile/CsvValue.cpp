@@ -1,5 +1,6 @@
 #include "datafile/CsvValue.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <optional>
@@ -139,6 +140,9 @@ CsvKind kindOf(const CsvField& field)
         return number;
     if (isDate(value))
         return CsvKind::Date;
+    // The database reads no blanks after the minutes.
+    if (text.back() == ' ' && std::ranges::count(value, ':') == 1)
+        return CsvKind::Text;
     if (isTime(value))
         return CsvKind::Time;
     return isTimestamp(value) ? CsvKind::Timestamp : CsvKind::Text;

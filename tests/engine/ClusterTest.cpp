@@ -134,6 +134,75 @@ TEST_F(ClusterTest, ACsvFileInPartsHasTheSameRecords)
     }
 }
 
+/// The workers tell the types by patterns of their own. Each list is a field.
+TEST_F(ClusterTest, ACsvFileHasTheTypesThatTheEmbeddedEngineFinds)
+{
+    const std::vector<std::vector<const char*>> fields = {
+        {"0", "-7", "+5"},
+        {"9223372036854775807", "-9223372036854775808", "1"},
+        {"9223372036854775808", "1", "2"},
+        {"99999999999999999999", "-1", ""},
+        {"007", "1", "2"},
+        {"-0", "0", "+0"},
+        {" 5", "6 ", " 7 "},
+        {"1.5", "2.", ".5"},
+        {"1e5", "123e-5", "1E+3"},
+        {"nan", "inf", "-inf"},
+        {"NaN", "Infinity", "-Infinity"},
+        {"Nan", "INF", "1"},
+        {"01.5", "1", "2"},
+        {"1.5.2", "1", "2"},
+        {"2020-01-31", "1999-12-01", ""},
+        {"2020-02-30", "2020-01-01", ""},
+        {"2020-1-31", "2020-01-01", ""},
+        {" 2020-01-31", "2020-01-01", ""},
+        {"2020-01-31 ", "2020-01-01", ""},
+        {"0000-01-01", "9999-12-31", ""},
+        {"1234-56", "1", ""},
+        {"1e400", "1", ""},
+        {"1e-400", "1", ""},
+        {"4e-320", "1.7976931348623157e308", "0e999"},
+        {"5.e3", "-.5", "1e-5"},
+        {"12:30", "1:05:09", "23:59:59.123456"},
+        {"24:00", "12:30", ""},
+        {"12:60", "12:30", ""},
+        {"12:30:", "12:30", ""},
+        {" 12:30", " 1:05:09 ", "1:05:09.5  "},
+        {"12:30 ", "12:30", ""},
+        {"2020-01-31 12:30", "2020-01-31T01:02:03.5", ""},
+        {"2020-01-31 12:30", "2020-01-31", ""},
+        {"2020-02-30 12:30", "2020-01-31 12:30", ""},
+        {" 2020-01-31 12:30", " 2020-01-31T12:30:09 ", "2020-01-31 12:30:09.5 "},
+        {"2020-01-31 12:30 ", "2020-01-31 12:30", ""},
+        {"2020-01-31x12:30", "2020-01-31 12:30", ""},
+        {"12:30", "1", ""},
+        {"+", "-", "."},
+        {"None", "in", "n"},
+        {"1,5", "1", "2"},
+        {"5 6", "1", ""},
+        {"\t5", "1", ""},
+        {"\u0661", "1", ""},
+        {"", "", ""},
+    };
+    std::string csv;
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        csv += (i == 0 ? "f" : ",f") + std::to_string(i);
+    for (std::size_t record = 0; record < 3; ++record)
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            const std::string text = fields[i][record];
+            csv += (i == 0 ? "\n" : ",") + (text.empty() ? text : "\"" + text + "\"");
+        }
+    write("in.csv", csv + "\n");
+    const auto resultOn = [&](const EHVAppSetting& settings) {
+        HVServiceManager manager(clusterMachine(), settings);
+        succeeded(runOn(manager, readCsv("in.csv") + R"( -> write({"dataDestination":
+            "$DIR/out.csv", "type": "text/csv", "dataModelDestination": "$DIR/m.xml"}))"));
+        return read("m.xml") + read("out.csv");
+    };
+    EXPECT_EQ(resultOn(settingsWith(kUploadSetting, "8")),
+              resultOn(EHVAppSetting(path("root"), std::getenv("HV_TEST_COMPONENTS"), "en_US")));
+}
+
 TEST_F(ClusterTest, AThousandJobsLeaveNothingBehind)
 {
     write("in.csv", "k,v\n1,2\n3,4\n");

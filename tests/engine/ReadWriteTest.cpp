@@ -61,6 +61,9 @@ constexpr std::tuple<const char*, const char*, const char*, const char*> kValues
     {"comment signs and other delimiters are data", "#a;b\n#1;2\n", "string",
      "\"#a;b\"\n\"#1;2\"\n"},
     {"not a number and infinity", "r\nnan\n-inf\n1\n", "real", "r\nnan\n-inf\n1.0\n"},
+    {"blanks around values, which may not follow the minutes",
+     "d,t,u,z\n 2012-01-02 ,12:30 , 1:05:09 , 2012-01-01 10:00\n", "date string time timestamp",
+     "d,t,u,z\n2012-01-02,12:30 ,01:05:09,2012-01-01 10:00:00\n"},
     {"true and false stay as they are", "b\ntrue\nfalse\n", "string", "b\ntrue\nfalse\n"},
 };
 

@@ -31,6 +31,15 @@ std::string columnName(std::size_t column)
     return "c" + std::to_string(column);
 }
 
+/// 0 for a missing value.
+std::int64_t numberIn(const SparkValue& value)
+{
+    const std::string text = value.value_or("0");
+    std::int64_t number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
 /// How the records of a file are found.
 enum class Records
 {
@@ -65,15 +74,21 @@ void makeView(SparkSession& session, const std::string& view, const CsvReadSetti
     }
 }
 
+/// A line whose quotes surround whole fields. All groups are possessive, because Java keeps the
+/// places to which others go back on its stack.
+constexpr const char* kQuotedLine =
+    "^(?:(?:\"[^\"]*+(?:\"\"[^\"]*+)*+\"|[^,\"\r]*+)(?:,|\r?\\z))*+\\z";
+
 /// Whether a line, the column `value`, means something else if it is read alone: it has a part of a
 /// quoted text, a quote that does not surround a field, a carriage return within it, or only
-/// blanks, which the cluster skips then. The texts in quotes are replaced by \1.
-constexpr const char* kNeedsOtherLines =
-    "CASE WHEN instr(value, '\"') > 0 AND (instr(regexp_replace(value, '\"[^\"]*+\"', '\\u0001'), "
-    "'\"') > 0 OR regexp_replace(value, '\"[^\"]*+\"', '\\u0001') RLIKE "
-    "'[^,\\u0001]\\u0001|\\u0001[^,\\u0001\\r]') THEN true "
-    "WHEN instr(value, '\\r') BETWEEN 1 AND length(value) - 1 THEN true "
-    "ELSE value <> '\\r' AND value RLIKE '^[\\u0000- ]+$' END";
+/// blanks, which the cluster skips then.
+std::string needsOtherLines()
+{
+    return "CASE WHEN instr(value, '\\r') BETWEEN 1 AND length(value) - 1 THEN true "
+           "WHEN instr(value, '\"') > 0 THEN NOT value RLIKE " +
+           sparkDialect().literal(std::string(kQuotedLine)) +
+           " ELSE ascii(value) <= 32 AND value <> '\\r' AND value RLIKE '^[\\u0000- ]+$' END";
+}
 
 /// Looks at all lines of a file, which takes several tasks less time than one task takes to read
 /// the records, unless only the first ones are wanted.
@@ -83,7 +98,7 @@ Records recordsOf(SparkSession& session, const CsvReadSettings& settings)
         return Records::MaySpanLines;
     try {
         const auto found = session.texts(
-            std::string("SELECT CAST(count_if(") + kNeedsOtherLines +
+            "SELECT CAST(count_if(" + needsOtherLines() +
                 ") AS STRING), CAST(count_if(endswith(value, '\\r')) AS STRING), "
                 "CAST(count(*) - 1 AS STRING), CAST(count(*) AS STRING) FROM text." +
                 sparkDialect().name(clusterPattern(settings.path)) + " WITH ('lineSep' = '\\n')",
@@ -175,25 +190,19 @@ CFField::StorageType ClusterCsv::storageOf(std::int64_t kinds) const
 
 std::vector<CFField::StorageType> ClusterCsv::guessedStorages() const
 {
-    std::string kinds;
+    std::vector<std::string> columns;
     for (std::size_t i = 0; i < _names.size(); ++i)
-        kinds += (i == 0 ? "" : ", ") + std::string("CAST(bit_or(") + csvKindOf(columnName(i)) +
-                 ") AS STRING)";
+        columns.push_back(columnName(i));
     std::string records = from();
     if (_settings.mostRecords <= INT32_MAX)
         records =
             "(SELECT * FROM " + records + " LIMIT " + std::to_string(_settings.mostRecords) + ")";
-    std::vector<CFField::StorageType> storages;
+    records += std::string(" WHERE ") + kBadRecordColumn + " IS NULL";
+    std::vector<CFField::StorageType> storages(_names.size(), storageOf(0));
     try {
-        const auto found = _session.texts("SELECT " + kinds + " FROM " + records + " WHERE " +
-                                              kBadRecordColumn + " IS NULL",
-                                          _names.size());
-        for (const SparkValue& value : found.front()) {
-            std::int64_t bits = 0;
-            const std::string text = value.value_or("0");
-            std::from_chars(text.data(), text.data() + text.size(), bits);
-            storages.push_back(storageOf(bits));
-        }
+        for (const auto& found : _session.texts(csvKindsOf(columns, records), 2))
+            storages.at(static_cast<std::size_t>(numberIn(found[0]))) =
+                storageOf(numberIn(found[1]));
     } catch (const StatementFault& fault) {
         throw clusterFileFault(fault, _settings.path, "read");
     }
@@ -297,8 +306,7 @@ public:
     }
     void start(Cancellation&, const Progress&) override
     {
-        const std::string text = countOf();
-        std::from_chars(text.data(), text.data() + text.size(), _skipped);
+        _skipped = countOf();
         if (_most >= 0 && _skipped > _most)
             throw JobError(errors::kTooManyBadRecords,
                            {.step = "read",
@@ -320,10 +328,10 @@ public:
     void abandon(const StatementFault&) override {}
 
 private:
-    std::string countOf()
+    std::int64_t countOf()
     {
         try {
-            return _session.texts(_count, 1).front().front().value_or("0");
+            return numberIn(_session.texts(_count, 1).front().front());
         } catch (const StatementFault& fault) {
             throw clusterFileFault(fault, _path, "read");
         }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "datafile/CsvValue.h"
 #include "dialect/ValueType.h"
@@ -13,8 +14,10 @@ namespace EmbeddedHV {
 
 /// The bit of a kind. A missing value has none.
 std::int64_t bitOf(datafile::CsvKind kind);
-/// The bit of the kind of a text.
-std::string csvKindOf(const std::string& column);
+/// A query of the kinds that occur in columns of texts: a record for each column, with its place in
+/// the list and the sum of the bits, both as texts. No record if there are no records. `records` is
+/// what follows FROM.
+std::string csvKindsOf(const std::vector<std::string>& columns, const std::string& records);
 /// Whether a text is a value of the type. False for a missing value.
 std::string csvFits(const std::string& column, ValueType type);
 /// The value of a text that fits.
