@@ -10,6 +10,7 @@
 #include "JobText.h"
 #include "Journal.h"
 #include "TnOutput.h"
+#include "VexaJVM.h"
 #include "VexaJVMError.h"
 #include "datafile/StartedThread.h"
 #include "hvhost/base/CommandFault.h"
@@ -61,9 +62,15 @@ void callEngine(ExitStatus status, Work work)
 /// How many warnings of one kind are printed.
 constexpr int kWarningsOfOneKind = 10;
 
-std::unique_ptr<HVRunner> startRunner(TnProcedure* procedure)
+/// The client of a cluster is much Java code that each process runs from the start, so it pays to
+/// compile it early. The embedded engine needs little Java code.
+constexpr const char* kCompileEarly = "-XX:CompileThresholdScaling=1";
+
+std::unique_ptr<HVRunner> startRunner(TnProcedure* procedure, bool onCluster)
 {
     const PreloadThread preload;
+    if (onCluster)
+        VexaJVM::GetInstance()->AddOption(kCompileEarly);
     try {
         return std::make_unique<HVRunner>(procedure);
     } catch (const VexaJVMError& error) {
@@ -77,7 +84,7 @@ HostSession::HostSession(const std::string& command, const CommonOptions& option
                          const InterruptWatch& watch, ProcedureDataSource* data)
     : _options(options), _watch(watch),
       _procedure(std::make_unique<TnProcedure>("hvhost " + command, data)),
-      _runner(startRunner(_procedure.get())), _command(command),
+      _runner(startRunner(_procedure.get(), !options.engine.empty())), _command(command),
       _progress(options.quiet ? "never" : options.progress, "hvhost " + command)
 {
     checkTrails();
