@@ -182,6 +182,8 @@ TEST_F(ClusterTest, ACsvFileHasTheTypesThatTheEmbeddedEngineFinds)
         {"5 6", "1", ""},
         {"\t5", "1", ""},
         {"\u0661", "1", ""},
+        {"5\u2028", "1", ""},
+        {"2020-01-31\u2028", "2020-01-31", ""},
         {"", "", ""},
     };
     std::string csv;

@@ -23,9 +23,10 @@ constexpr const char* kTimestamp =
     "[0-9]{4}-[0-9]{2}-[0-9]{2}[ T]([01][0-9]|2[0-3]):[0-5][0-9](:[0-"
     "5][0-9]([.][0-9]{1,6})? *)?";
 
+/// Whether the whole text matches. $ would also match before a line end.
 std::string matches(const std::string& text, const char* pattern)
 {
-    return text + " RLIKE " + sparkDialect().literal("^(" + std::string(pattern) + ")$");
+    return text + " RLIKE " + sparkDialect().literal("^(" + std::string(pattern) + ")\\z");
 }
 
 std::string trimmed(const std::string& column)
