@@ -166,7 +166,9 @@ void uselessJavaHomeIsPassedOver()
 void processStaysAsItWas()
 {
     setenv("LC_ALL", "C.UTF-8", 1);
-    setenv("VEXA_JVM_OPTIONS", " -Dhv.test.a=1   -verbose:gc ", 1);
+    const ScratchFolder folder;
+    const std::string log = folder.path.string() + "/log.txt";
+    setenv("VEXA_JVM_OPTIONS", (" -Dhv.test.a=1   -verbose:gc -Xlog:gc:file=" + log).c_str(), 1);
     VexaJVM* machine = VexaJVM::GetInstance();
     std::string printed;
     machine->SetOutput([&](const std::string& text) { printed += text; });
@@ -174,6 +176,7 @@ void processStaysAsItWas()
     demandStart();
     demand(std::string(std::setlocale(LC_ALL, nullptr)) == "C", "the locale has changed");
     demand(!printed.empty(), "the machine's output does not arrive");
+    demand(std::filesystem::file_size(log) > 0, "the machine's file of messages is empty");
     const std::string socket = "/tmp/.java_pid" + std::to_string(getpid());
     demand(!std::filesystem::exists(socket), "there is a file " + socket);
 }

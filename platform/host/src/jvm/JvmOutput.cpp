@@ -13,9 +13,12 @@ constinit JvmOutput* installed = nullptr;
 // The amount of recent output that is kept to explain the end of the process.
 constexpr std::size_t kMostRecent = 4096;
 
-/// Exceptions must not reach the machine's code. Text is lost if memory is exhausted.
-jint JNICALL printHook(FILE*, const char* format, va_list arguments) noexcept
+/// Exceptions must not reach the machine's code. Text is lost if memory is exhausted. Text for a
+/// file, such as one that -Xlog names, goes there.
+jint JNICALL printHook(FILE* stream, const char* format, va_list arguments) noexcept
 {
+    if (stream != nullptr && stream != stdout && stream != stderr)
+        return std::vfprintf(stream, format, arguments);
     va_list measured;
     va_copy(measured, arguments);
     const int length = std::vsnprintf(nullptr, 0, format, measured);
