@@ -51,10 +51,10 @@ public final class ClusterSession implements AutoCloseable
         return version;
     }
 
-    /** Ends a call of connect, which then fails. Nothing but close may follow. Any thread. */
+    /** Ends a call of connect, which then fails. So do those that follow, but for close. Any thread. */
     public void abandon()
     {
-        client.shutdown();
+        connection.abandon();
     }
 
     /** Changes settings of this session: a name and a value in turn. */

@@ -15,6 +15,7 @@ import org.sparkproject.io.grpc.Metadata;
 import org.sparkproject.io.grpc.MethodDescriptor;
 import org.sparkproject.io.grpc.Status;
 import org.sparkproject.io.grpc.StatusRuntimeException;
+import org.sparkproject.io.netty.util.internal.PlatformDependent;
 import org.sparkproject.io.netty.util.internal.logging.InternalLoggerFactory;
 import org.sparkproject.io.netty.util.internal.logging.JdkLoggerFactory;
 import scala.Option;
@@ -39,6 +40,7 @@ final class Connection implements ClientInterceptor
         // Otherwise the transport loads a library of logs, which takes as long as to connect.
         InternalLoggerFactory.setDefaultFactory(JdkLoggerFactory.INSTANCE);
         TRANSPORT.setLevel(Level.OFF);
+        leaveOutRecorder();
     }
 
     private final SparkConnectClient client;
@@ -46,6 +48,7 @@ final class Connection implements ClientInterceptor
     private volatile long retryNanos = 0;
     private volatile long lastAnswer = System.nanoTime();
     private volatile Status failure;
+    private volatile boolean isAbandoned;
 
     /** Connects to nothing yet. */
     Connection(String url, long callMillis) throws ClusterFault
@@ -84,6 +87,13 @@ final class Connection implements ClientInterceptor
         lastAnswer = System.nanoTime();
     }
 
+    /** Ends all calls, and those that follow, which fail at once. Any thread. */
+    void abandon()
+    {
+        isAbandoned = true;
+        client.shutdown();
+    }
+
     /** Ends all calls. Waits for them, so that no thread of theirs is left. */
     void close()
     {
@@ -93,6 +103,18 @@ final class Connection implements ClientInterceptor
             client.channel().awaitTermination(5, TimeUnit.SECONDS);
         } catch (InterruptedException interrupted) {
             Thread.currentThread().interrupt();
+        }
+    }
+
+    /** Without this, the transport loads the virtual machine's recorder for its events, which takes
+     * time. It reads the setting once. */
+    private static void leaveOutRecorder()
+    {
+        String setting = "org.sparkproject.io.netty.jfr.enabled";
+        if (System.getProperty(setting) == null) {
+            System.setProperty(setting, "false");
+            PlatformDependent.isJfrEnabled();
+            System.clearProperty(setting);
         }
     }
 
@@ -106,8 +128,8 @@ final class Connection implements ClientInterceptor
 
     private Object mayRetry(Throwable thrown)
     {
-        return thrown instanceof StatusRuntimeException status && isOfConnection(status.getStatus())
-            && System.nanoTime() - lastAnswer < retryNanos;
+        return !isAbandoned && thrown instanceof StatusRuntimeException status
+            && isOfConnection(status.getStatus()) && System.nanoTime() - lastAnswer < retryNanos;
     }
 
     private static boolean isOfConnection(Status status)

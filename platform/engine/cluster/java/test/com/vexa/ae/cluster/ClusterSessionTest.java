@@ -284,6 +284,19 @@ class ClusterSessionTest
         }
     }
 
+    /** A job may be cancelled just after it is connected. */
+    @Test
+    void nothingIsTriedAgainOnceAbandoned() throws Exception
+    {
+        try (ClusterSession session = new ClusterSession(URL, LIMIT, 60_000)) {
+            session.connect();
+            session.abandon();
+            long start = System.nanoTime();
+            assertThrows(ClusterFault.class, () -> session.configure("hv.test", "1"));
+            assertTrue(System.nanoTime() - start < 10e9, "it is tried again");
+        }
+    }
+
     private interface Work
     {
         void run(ResultStream stream) throws Exception;
