@@ -1,5 +1,7 @@
 #include "JvmOutput.h"
 
+#include <unistd.h>
+
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -17,7 +19,7 @@ constexpr std::size_t kMostRecent = 4096;
 /// file, such as one that -Xlog names, goes there.
 jint JNICALL printHook(FILE* stream, const char* format, va_list arguments) noexcept
 {
-    if (stream != nullptr && stream != stdout && stream != stderr)
+    if (stream != nullptr && fileno(stream) > STDERR_FILENO)
         return std::vfprintf(stream, format, arguments);
     va_list measured;
     va_copy(measured, arguments);
