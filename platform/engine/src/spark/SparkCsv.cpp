@@ -74,8 +74,8 @@ void makeView(SparkSession& session, const std::string& view, const CsvReadSetti
     }
 }
 
-/// A line whose quotes surround whole fields. All groups are possessive, because Java keeps the
-/// places to which others go back on its stack.
+/// A line whose quotes surround whole fields. All groups are possessive: Java matches other groups
+/// by recursion, and a long line would need more than its stack.
 constexpr const char* kQuotedLine =
     "^(?:(?:\"[^\"]*+(?:\"\"[^\"]*+)*+\"|[^,\"\r]*+)(?:,|\r?\\z))*+\\z";
 

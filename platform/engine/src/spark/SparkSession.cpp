@@ -81,7 +81,7 @@ void interruptQuietly(SparkClient& client, const std::string& tag) noexcept
     }
 }
 
-/// Whether this process sees a file here, which then may have field metadata within.
+/// Whether this process sees a file of this path. The file may contain field metadata.
 bool isFileHere(const std::string& path)
 {
     std::error_code ignored;

@@ -15,8 +15,8 @@ constinit JvmOutput* installed = nullptr;
 // The amount of recent output that is kept to explain the end of the process.
 constexpr std::size_t kMostRecent = 4096;
 
-/// Exceptions must not reach the machine's code. Text is lost if memory is exhausted. Text for a
-/// file, such as one that -Xlog names, goes there.
+/// Exceptions must not reach the machine's code. Text is lost if memory is exhausted. The
+/// machine also prints into files with this, for example into one that -Xlog names.
 jint JNICALL printHook(FILE* stream, const char* format, va_list arguments) noexcept
 {
     if (stream != nullptr && fileno(stream) > STDERR_FILENO)
