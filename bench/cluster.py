@@ -154,7 +154,7 @@ def main(build, millions):
     folder = pathlib.Path(tempfile.mkdtemp(prefix="hv_bench_cluster_"))
     over = False
     try:
-        with Cluster(JARS / "server") as cluster:
+        with Cluster(JARS / "server", compiler=()) as cluster:
             sql = PlainSql(build, cluster.url, folder / "classes")
             sql.run(RECORDS % (folder / "sales", millions * 1000000))
             sql.run(SHOPS % (folder / "shops"))

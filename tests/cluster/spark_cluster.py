@@ -20,7 +20,16 @@ MASTER = "org.apache.spark.deploy.master.Master"
 WORKER = "org.apache.spark.deploy.worker.Worker"
 SUBMIT = "org.apache.spark.deploy.SparkSubmit"
 SERVER = "org.apache.spark.sql.connect.service.SparkConnectServer"
-LOG4J = """rootLogger.level = info
+# The programs of a test run for a minute or two: the slower compiler would cost more than its code saves.
+QUICK_COMPILER = ["-XX:TieredStopAtLevel=1"]
+# Each statement logs pages at the level "info"; what it reports of programs and their addresses is enough.
+LOG4J = """rootLogger.level = warn
+logger.programs.name = org.apache.spark.deploy
+logger.programs.level = info
+logger.tasks.name = org.apache.spark.scheduler.TaskSetManager
+logger.tasks.level = info
+logger.server.name = org.apache.spark.sql.connect.service
+logger.server.level = info
 rootLogger.appenderRef.console.ref = console
 appender.console.type = Console
 appender.console.name = console
@@ -38,7 +47,7 @@ class Program:
         self.folder = cluster.folder / name
         self.folder.mkdir()
         self.log = self.folder / "log"
-        command = [cluster.java, f"-Xmx{heap}m", "-XX:+UseSerialGC", "-XX:-UsePerfData",
+        command = [cluster.java, f"-Xmx{heap}m", *cluster.java_options,
                    *(f"--add-opens=java.base/{package}=ALL-UNNAMED" for package in OPENED),
                    f"-Djava.io.tmpdir={self.folder}", "-cp", f"{cluster.conf}:{cluster.home}/jars/*",
                    main, *words]
@@ -86,9 +95,10 @@ class Program:
 class Cluster:
     """Starts on entry to `with` and ends on exit. `url` is where a client connects."""
 
-    def __init__(self, home=None, options=()):
+    def __init__(self, home=None, options=(), compiler=QUICK_COMPILER):
         self.home = pathlib.Path(home or os.environ["HV_CLUSTER_SERVER"])
         self.java = os.environ.get("HV_JAVA", shutil.which("java"))
+        self.java_options = ["-XX:+UseSerialGC", "-XX:-UsePerfData", *compiler]
         self.options = list(options)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="hv_cluster_"))
         self.conf = self.folder / "conf"
@@ -132,7 +142,7 @@ class Cluster:
             "spark.connect.grpc.binding.address": "127.0.0.1", "spark.connect.grpc.binding.port": "0",
             "spark.driver.host": "127.0.0.1", "spark.ui.enabled": "false",
             "spark.executor.memory": "640m", "spark.executor.cores": "1",
-            "spark.executor.extraJavaOptions": "-XX:+UseSerialGC -XX:-UsePerfData",
+            "spark.executor.extraJavaOptions": " ".join(self.java_options),
             "spark.sql.catalogImplementation": "in-memory", "spark.sql.shuffle.partitions": "4",
             "spark.sql.warehouse.dir": str(self.folder / f"{name}.warehouse"),
             "spark.sql.artifact.isolation.enabled": "false"}
