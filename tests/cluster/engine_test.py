@@ -9,7 +9,7 @@ import subprocess
 import sys
 import threading
 
-from spark_cluster import Cluster
+from spark_cluster import Cluster, QUICK_COMPILER
 
 SECONDS = 1700
 # The tests that a cluster cannot pass, with the reasons. ClusterTest has what it refuses.
@@ -50,8 +50,9 @@ def run(words, environment):
 
 def main():
     program, *options = sys.argv[1:]
-    selection = ":".join(ON_REQUEST) if options == ["--on-request"] else f"-{':'.join([*LEFT_OUT, *ON_REQUEST])}"
-    with Cluster() as cluster:
+    is_long = options == ["--on-request"]
+    selection = ":".join(ON_REQUEST) if is_long else f"-{':'.join([*LEFT_OUT, *ON_REQUEST])}"
+    with Cluster(compiler=() if is_long else QUICK_COMPILER) as cluster:
         environment = dict(os.environ, HV_TEST_ENGINE_URL=cluster.url,
                            HV_TEST_ENGINE_SCRATCH=f"file:{cluster.scratch}")
         status = run([program, f"--gtest_filter={selection}"], environment)
