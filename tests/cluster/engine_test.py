@@ -23,8 +23,7 @@ LEFT_OUT = {
     "RowIteratorTest.OnlyWhatAJobNeedsIsAskedFor": "all fields are sent",
     "JobLifeTest.AFullDiskIsToldAndLeavesNothing": "the workers have no limit for their files",
 }
-# The tests for which a continuous integration has no time, and one with a time limit, for a machine that does nothing
-# else.
+# The tests that take long, and one whose time limit needs a machine that does nothing else.
 ON_REQUEST = [
     "ClusterTest.AThousandJobsLeaveNothingBehind", "ClusterTest.ACsvFileInPartsHasTheSameRecords",
     "Descriptives.GivesTheSameBitsOnEachRun", "JobLifeTest.JobsRunSideBySide",

@@ -17,7 +17,7 @@ from spark_cluster import Cluster
 HVHOST = sys.argv.pop(1)
 DATA = pathlib.Path(os.environ["HV_TEST_DATA"])
 ENOUGH = 300  # seconds for any command on a busy machine
-SLOW_STATEMENTS = 3  # that the slow job runs, with the slow one
+SLOW_STATEMENTS = 3  # of the slow job; the last one is slow
 
 
 class Proxy:
@@ -100,8 +100,8 @@ class HvhostTest(unittest.TestCase):
 
     @staticmethod
     def has_begun(log):
-        """Whether tasks begin after the last statement of the job. The job of a test before, which the server has
-        not given up yet, begins tasks too, but no statements."""
+        """Whether tasks begin after the last statement of the job. The server may still run the job of an earlier
+        test. That job begins tasks, but no statements."""
         *statements, tasks = log.split(b") is created.")
         return len(statements) == SLOW_STATEMENTS and b"Starting task" in tasks
 

@@ -20,9 +20,9 @@ MASTER = "org.apache.spark.deploy.master.Master"
 WORKER = "org.apache.spark.deploy.worker.Worker"
 SUBMIT = "org.apache.spark.deploy.SparkSubmit"
 SERVER = "org.apache.spark.sql.connect.service.SparkConnectServer"
-# The programs of a test run for a minute or two: the slower compiler would cost more than its code saves.
+# The programs of a test run for a minute or two. The compiler that optimizes would take more time than it saves.
 QUICK_COMPILER = ["-XX:TieredStopAtLevel=1"]
-# Each statement logs pages at the level "info"; what it reports of programs and their addresses is enough.
+# At the level "info" each statement would log pages. The tests read what is logged of programs and tasks.
 LOG4J = """rootLogger.level = warn
 logger.programs.name = org.apache.spark.deploy
 logger.programs.level = info
